@@ -1,0 +1,237 @@
+// Late binding: a class lists the members that can be called by name once, in a table made at compile time.
+#pragma once
+
+#include "corvane/base/Failure.h"
+#include "corvane/base/Text.h"
+#include "corvane/base/Variant.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+[[noreturn, gnu::visibility("default")]] void FailNoSuchMember(const Object& oObject, std::string_view sName);
+[[noreturn, gnu::visibility("default")]] void FailArgumentCount(const Object& oObject, std::string_view sName,
+                                                                std::size_t nWanted, std::size_t nGiven);
+
+namespace detail {
+
+template <class T>
+auto FromVariant(const Variant& vValue) {
+    using Plain = std::remove_cvref_t<T>;
+    if constexpr (std::is_same_v<Plain, Variant>)
+        return vValue;
+    else if constexpr (std::is_same_v<Plain, bool>)
+        return ToBoolean(vValue);
+    else if constexpr (std::is_enum_v<Plain>)
+        return static_cast<Plain>(ToLong(vValue));
+    else if constexpr (std::is_same_v<Plain, Long>)
+        return ToLong(vValue);
+    else if constexpr (std::is_same_v<Plain, Single>)
+        return ToSingle(vValue);
+    else if constexpr (std::is_same_v<Plain, Double>)
+        return ToDouble(vValue);
+    else if constexpr (std::is_same_v<Plain, std::string> || std::is_same_v<Plain, std::string_view>)
+        return ToText(vValue);
+    else
+        return ToObject(vValue).As<std::remove_pointer_t<decltype(std::declval<Plain>().Get())>>();
+}
+
+template <class T>
+Variant ToVariant(T&& vValue) {
+    if constexpr (std::is_enum_v<std::remove_cvref_t<T>>)
+        return Variant(static_cast<Long>(vValue));
+    else
+        return Variant(std::forward<T>(vValue));
+}
+
+// The parameters of a member function, const or not.
+template <class F>
+struct Signature;
+template <class C, class R, class... P>
+struct Signature<R (C::*)(P...)> {
+    using Result = R;
+    using Parameters = std::tuple<P...>;
+    static constexpr std::size_t Count = sizeof...(P);
+};
+template <class C, class R, class... P>
+struct Signature<R (C::*)(P...) const> : Signature<R (C::*)(P...)> {};
+template <class C, class R, class... P>
+struct Signature<R (C::*)(P...) noexcept> : Signature<R (C::*)(P...)> {};
+template <class C, class R, class... P>
+struct Signature<R (C::*)(P...) const noexcept> : Signature<R (C::*)(P...)> {};
+
+template <class C, class F, std::size_t... I>
+Variant CallMember(C& oObject, F fnMember, std::span<const Variant> aArguments, std::index_sequence<I...>) {
+    using S = Signature<F>;
+    if constexpr (std::is_void_v<typename S::Result>) {
+        (oObject.*fnMember)(FromVariant<std::tuple_element_t<I, typename S::Parameters>>(aArguments[I])...);
+        return {};
+    } else {
+        return ToVariant(
+            (oObject.*fnMember)(FromVariant<std::tuple_element_t<I, typename S::Parameters>>(aArguments[I])...));
+    }
+}
+
+constexpr char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+
+constexpr int CompareNames(std::string_view sLeft, std::string_view sRight) {
+    const std::size_t n = sLeft.size() < sRight.size() ? sLeft.size() : sRight.size();
+    for (std::size_t i = 0; i < n; ++i)
+        if (Small(sLeft[i]) != Small(sRight[i]))
+            return Small(sLeft[i]) < Small(sRight[i]) ? -1 : 1;
+    return sLeft.size() < sRight.size() ? -1 : sLeft.size() > sRight.size() ? 1 : 0;
+}
+
+} // namespace detail
+
+// What Method and Property make: a name with the functions behind it.
+template <class Call, class Write>
+struct MemberEntry {
+    std::string_view Name;
+    Call fnCall;   // the method, or the property's getter
+    Write fnWrite; // the property's setter; nullptr for a method and a property that is only read
+    MemberInfo::Kind What;
+
+    template <class C>
+    Variant Invoke(C& oObject, std::span<const Variant> aArguments) const {
+        constexpr std::size_t nWanted = detail::Signature<Call>::Count;
+        if (aArguments.size() != nWanted)
+            FailArgumentCount(oObject, Name, nWanted, aArguments.size());
+        return detail::CallMember(oObject, fnCall, aArguments, std::make_index_sequence<nWanted>{});
+    }
+    template <class C>
+    void Put(C& oObject, const Variant& vValue) const {
+        if constexpr (std::is_same_v<Write, std::nullptr_t>)
+            FailNoSuchMember(oObject, Name);
+        else
+            detail::CallMember(oObject, fnWrite, std::span(&vValue, 1), std::make_index_sequence<1>{});
+    }
+    static constexpr std::size_t ParameterCount = detail::Signature<Call>::Count;
+    static constexpr bool CanWrite = !std::is_same_v<Write, std::nullptr_t>;
+};
+
+// Names are of ASCII letters, digits and underscores.
+template <class Call>
+constexpr auto Method(std::string_view sName, Call fnCall) {
+    return MemberEntry<Call, std::nullptr_t>{sName, fnCall, nullptr, MemberInfo::Kind::Method};
+}
+template <class Get>
+constexpr auto Property(std::string_view sName, Get fnGet) {
+    return MemberEntry<Get, std::nullptr_t>{sName, fnGet, nullptr, MemberInfo::Kind::Property};
+}
+template <class Get, class Set>
+constexpr auto Property(std::string_view sName, Get fnGet, Set fnSet) {
+    return MemberEntry<Get, Set>{sName, fnGet, fnSet, MemberInfo::Kind::Property};
+}
+
+template <class... Entries>
+struct MemberTableOf {
+    static constexpr std::size_t Size = sizeof...(Entries);
+    std::tuple<Entries...> aEntries;
+    std::array<std::pair<std::string_view, std::size_t>, Size> aByName;
+
+    // The position among the entries, or Size.
+    [[nodiscard]] constexpr std::size_t Find(std::string_view sName) const {
+        std::size_t iFrom = 0;
+        std::size_t iTo = Size;
+        while (iFrom < iTo) {
+            const std::size_t iMiddle = (iFrom + iTo) / 2;
+            const int nOrder = detail::CompareNames(sName, aByName[iMiddle].first);
+            if (nOrder == 0)
+                return aByName[iMiddle].second;
+            if (nOrder < 0)
+                iTo = iMiddle;
+            else
+                iFrom = iMiddle + 1;
+        }
+        return Size;
+    }
+};
+
+// A name that is listed twice doesn't compile.
+template <class... Entries>
+constexpr auto MemberTable(Entries... aEntries) {
+    MemberTableOf<Entries...> oTable{std::tuple<Entries...>(aEntries...), {}};
+    std::size_t nEntries = 0;
+    const auto Insert = [&](std::string_view sName) {
+        std::size_t i = nEntries;
+        for (; i > 0; --i) {
+            const int nOrder = detail::CompareNames(sName, oTable.aByName[i - 1].first);
+            if (nOrder == 0)
+                throw "a member is listed twice";
+            if (nOrder > 0)
+                break;
+            oTable.aByName[i] = oTable.aByName[i - 1];
+        }
+        oTable.aByName[i] = {sName, nEntries};
+        ++nEntries;
+    };
+    (Insert(aEntries.Name), ...);
+    return oTable;
+}
+
+// Base of a class whose members can be called by name. Derived has a public `static constexpr auto Members`.
+template <class Derived, class... Interfaces>
+class Automation : public virtual Object, public Interfaces... {
+public:
+    Variant Invoke(std::string_view sName, std::span<const Variant> aArguments) override {
+        const std::size_t i = Derived::Members.Find(sName);
+        if (i == Derived::Members.Size)
+            FailNoSuchMember(*this, sName);
+        return Calls()[i](static_cast<Derived&>(*this), aArguments);
+    }
+    void Put(std::string_view sName, const Variant& vValue) override {
+        const std::size_t i = Derived::Members.Find(sName);
+        if (i == Derived::Members.Size)
+            FailNoSuchMember(*this, sName);
+        Writes()[i](static_cast<Derived&>(*this), vValue);
+    }
+    std::vector<MemberInfo> MembersByName() const override {
+        std::vector<MemberInfo> aMembers(Derived::Members.Size);
+        std::apply(
+            [&](const auto&... oEntry) {
+                std::size_t i = 0;
+                ((aMembers[i++] = {oEntry.Name, oEntry.What,
+                                   oEntry.What == MemberInfo::Kind::Method ? oEntry.ParameterCount : 0,
+                                   oEntry.CanWrite}),
+                 ...);
+            },
+            Derived::Members.aEntries);
+        std::vector<MemberInfo> aSorted;
+        aSorted.reserve(aMembers.size());
+        for (const auto& [sName, i] : Derived::Members.aByName)
+            aSorted.push_back(aMembers[i]);
+        return aSorted;
+    }
+
+private:
+    using CallFunction = Variant (*)(Derived&, std::span<const Variant>);
+    using WriteFunction = void (*)(Derived&, const Variant&);
+
+    static const auto& Calls() {
+        static constexpr auto aCalls = []<std::size_t... I>(std::index_sequence<I...>) {
+            return std::array<CallFunction, sizeof...(I)>{[](Derived& oObject, std::span<const Variant> aArguments) {
+                return std::get<I>(Derived::Members.aEntries).Invoke(oObject, aArguments);
+            }...};
+        }(std::make_index_sequence<Derived::Members.Size>{});
+        return aCalls;
+    }
+    static const auto& Writes() {
+        static constexpr auto aWrites = []<std::size_t... I>(std::index_sequence<I...>) {
+            return std::array<WriteFunction, sizeof...(I)>{[](Derived& oObject, const Variant& vValue) {
+                std::get<I>(Derived::Members.aEntries).Put(oObject, vValue);
+            }...};
+        }(std::make_index_sequence<Derived::Members.Size>{});
+        return aWrites;
+    }
+};
+
+} // namespace corvane

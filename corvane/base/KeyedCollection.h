@@ -1,0 +1,152 @@
+// An ordered sequence with a 1-based index and an optional key per element, compared without regard to case.
+#pragma once
+
+#include "corvane/base/Failure.h"
+#include "corvane/base/Ref.h"
+#include "corvane/base/Text.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace corvane {
+
+[[noreturn, gnu::visibility("default")]] void FailKeyInUse(std::string_view sKey);
+[[noreturn, gnu::visibility("default")]] void FailNoSuchKey(std::string_view sKey);
+[[noreturn, gnu::visibility("default")]] void FailNoSuchIndex(long long nIndex, long long nCount);
+
+// T is Ref of something or a value type. Look-up by key is one hash look-up. Iteration goes in order of insertion, and
+// elements may be added and removed meanwhile: what is added is still reached, what is removed is passed over.
+template <class T>
+class [[gnu::visibility("default")]] KeyedCollection final : public virtual Object {
+    struct Slot {
+        T oValue{};
+        const std::string* pKey = nullptr; // stands in m_mapKeys; none for an element without a key
+        bool bLive = true;
+    };
+
+public:
+    KeyedCollection() = default;
+
+    void Add(T oValue) { m_aSlots.push_back({std::move(oValue), nullptr, true}); }
+    // An empty key is a key like any other. Fails with 457 when the key is present; nothing is added then.
+    void Add(T oValue, std::string_view sKey) {
+        const auto [it, bNew] = m_mapKeys.try_emplace(std::string(sKey), m_aSlots.size());
+        if (!bNew)
+            FailKeyInUse(sKey);
+        m_aSlots.push_back({std::move(oValue), &it->first, true});
+    }
+
+    // Both fail with 5 when there is no such element.
+    [[nodiscard]] T Item(std::string_view sKey) const { return m_aSlots[SlotOf(sKey)].oValue; }
+    [[nodiscard]] T Item(Long lIndex) const { return m_aSlots[SlotAt(lIndex)].oValue; }
+    void Remove(std::string_view sKey) { RemoveSlot(SlotOf(sKey)); }
+    void Remove(Long lIndex) { RemoveSlot(SlotAt(lIndex)); }
+
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_aSlots.size() - m_nDead); }
+    [[nodiscard]] bool HasKey(std::string_view sKey) const { return m_mapKeys.find(sKey) != m_mapKeys.end(); }
+    // The key of an element by its index; empty for one without.
+    [[nodiscard]] std::string KeyAt(Long lIndex) const {
+        const Slot& oSlot = m_aSlots[SlotAt(lIndex)];
+        return oSlot.pKey ? *oSlot.pKey : std::string();
+    }
+
+    struct End {};
+    class Iterator {
+    public:
+        explicit Iterator(const KeyedCollection& oCollection) : m_oCollection(oCollection) {
+            ++m_oCollection.m_nIterators;
+            SkipDead();
+        }
+        Iterator(const Iterator&) = delete;
+        Iterator& operator=(const Iterator&) = delete;
+        ~Iterator() { --m_oCollection.m_nIterators; }
+        T operator*() const { return m_oCollection.m_aSlots[m_iSlot].oValue; }
+        Iterator& operator++() {
+            ++m_iSlot;
+            SkipDead();
+            return *this;
+        }
+        bool operator!=(End) const { return m_iSlot < m_oCollection.m_aSlots.size(); }
+
+    private:
+        void SkipDead() {
+            while (m_iSlot < m_oCollection.m_aSlots.size() && !m_oCollection.m_aSlots[m_iSlot].bLive)
+                ++m_iSlot;
+        }
+        const KeyedCollection& m_oCollection;
+        std::size_t m_iSlot = 0;
+    };
+    [[nodiscard]] Iterator begin() const { return Iterator(*this); }
+    [[nodiscard]] End end() const { return {}; }
+
+private:
+    [[nodiscard]] std::size_t SlotOf(std::string_view sKey) const {
+        const auto it = m_mapKeys.find(sKey);
+        if (it == m_mapKeys.end())
+            FailNoSuchKey(sKey);
+        return it->second;
+    }
+    [[nodiscard]] std::size_t SlotAt(Long lIndex) const {
+        if (lIndex < 1 || lIndex > Count())
+            FailNoSuchIndex(lIndex, Count());
+        Compact();
+        if (m_nDead == 0)
+            return static_cast<std::size_t>(lIndex) - 1;
+        std::size_t i = 0;
+        for (Long lLive = 0;; ++i)
+            if (m_aSlots[i].bLive && ++lLive == lIndex)
+                return i;
+    }
+    void RemoveSlot(std::size_t iSlot) {
+        const T oRemoved = std::move(m_aSlots[iSlot].oValue); // its end may call back, so it comes last
+        if (m_aSlots[iSlot].pKey)
+            m_mapKeys.erase(m_mapKeys.find(*m_aSlots[iSlot].pKey));
+        m_aSlots[iSlot] = {T{}, nullptr, false};
+        ++m_nDead;
+        if (m_nDead > 32 && m_nDead > m_aSlots.size() / 2)
+            Compact();
+    }
+    void Compact() const {
+        if (m_nDead == 0 || m_nIterators != 0)
+            return;
+        std::size_t iTo = 0;
+        for (std::size_t iFrom = 0; iFrom < m_aSlots.size(); ++iFrom) {
+            if (!m_aSlots[iFrom].bLive)
+                continue;
+            if (iFrom != iTo) {
+                m_aSlots[iTo] = std::move(m_aSlots[iFrom]);
+                if (m_aSlots[iTo].pKey)
+                    m_mapKeys.find(*m_aSlots[iTo].pKey)->second = iTo;
+            }
+            ++iTo;
+        }
+        m_aSlots.resize(iTo);
+        m_nDead = 0;
+    }
+
+    mutable std::vector<Slot> m_aSlots;
+    mutable std::unordered_map<std::string, std::size_t, TextHash, TextEqual> m_mapKeys;
+    mutable std::size_t m_nDead = 0;
+    mutable std::size_t m_nIterators = 0;
+};
+
+// for (const auto& oItem : colItems), with the collection held meanwhile; 91 for nothing.
+template <class T>
+[[nodiscard]] auto begin(const Ref<KeyedCollection<T>>& colItems) {
+    return colItems->begin();
+}
+template <class T>
+[[nodiscard]] auto end(const Ref<KeyedCollection<T>>& colItems) {
+    return colItems->end();
+}
+
+// Whether the collection has the key. Never fails.
+template <class T>
+[[nodiscard]] bool KeyExists(const Ref<KeyedCollection<T>>& colItems, std::string_view sKey) noexcept {
+    return colItems && colItems.Get()->HasKey(sKey);
+}
+
+} // namespace corvane

@@ -1,0 +1,70 @@
+// How a shared library offers its classes: CORVANE_PLUGIN(Class<A>("Library.A"), Class<B>("Library.B")).
+#pragma once
+
+#include "corvane/base/Ref.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+namespace corvane {
+
+// Grows with every change that an older plug-in wouldn't survive.
+inline constexpr std::uint32_t PluginAbiVersion = 1;
+
+// The compiler, its standard library and their modes, as far as objects of both sides must agree.
+#if defined(_LIBCPP_VERSION)
+#define CORVANE_DETAIL_STANDARD_LIBRARY "libc++"
+#elif defined(_GLIBCXX_DEBUG)
+#define CORVANE_DETAIL_STANDARD_LIBRARY "libstdc++ debug"
+#else
+#define CORVANE_DETAIL_STANDARD_LIBRARY "libstdc++"
+#endif
+inline constexpr const char* PluginBuildTag = "itanium " CORVANE_DETAIL_STANDARD_LIBRARY;
+#undef CORVANE_DETAIL_STANDARD_LIBRARY
+
+struct PluginClass {
+    const char* ProgID;
+    Object* (*Create)(); // a new object with one reference, which the caller takes over
+    std::vector<MemberInfo> (*Members)(); // without creating one
+};
+
+// What the library's one function returns. Until the ABI version is known to fit, nothing behind it is read.
+struct PluginTable {
+    std::uint32_t AbiVersion;
+    const char* BuildTag;
+    const PluginClass* Classes;
+    std::size_t ClassCount;
+};
+
+inline constexpr const char* PluginEntryName = "corvane_plugin";
+
+template <class T>
+constexpr PluginClass Class(const char* sProgID) {
+    return {sProgID, []() -> Object* { return new T(); },
+            []() {
+                std::vector<MemberInfo> aMembers;
+                if constexpr (requires { T::Members; })
+                    std::apply(
+                        [&](const auto&... oEntry) {
+                            (aMembers.push_back({oEntry.Name, oEntry.What,
+                                                 oEntry.What == MemberInfo::Kind::Method ? oEntry.ParameterCount : 0,
+                                                 oEntry.CanWrite}),
+                             ...);
+                        },
+                        T::Members.aEntries);
+                return aMembers;
+            }};
+}
+
+} // namespace corvane
+
+#define CORVANE_PLUGIN(...)                                                                                            \
+    extern "C" [[gnu::visibility("default")]] const corvane::PluginTable* corvane_plugin() {                           \
+        using corvane::Class;                                                                                          \
+        static constexpr corvane::PluginClass aClasses[] = {__VA_ARGS__};                                              \
+        static constexpr corvane::PluginTable oTable{corvane::PluginAbiVersion, corvane::PluginBuildTag, aClasses,     \
+                                                     std::size(aClasses)};                                             \
+        return &oTable;                                                                                                \
+    }

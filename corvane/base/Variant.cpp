@@ -1,0 +1,145 @@
+#include "corvane/base/Variant.h"
+
+#include "corvane/base/Text.h"
+
+#include <cctype>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace corvane {
+
+namespace {
+
+[[noreturn]] void FailConversion(const Variant& vValue, std::string_view sWanted) {
+    std::string sWhat = "a value";
+    if (const auto* pText = vValue.Get<std::string>())
+        sWhat = "the text \"" + *pText + "\"";
+    else if (vValue.IsObject())
+        sWhat = "an object";
+    Fail(FailureNumber::TypeMismatch, "Type mismatch: " + sWhat + " is not " + std::string(sWanted));
+}
+
+// The plain number in a variant; nothing for a text that is none and for an object.
+std::optional<Double> Number(const Variant& vValue) {
+    if (vValue.IsEmpty())
+        return 0.0;
+    if (const auto* pBoolean = vValue.Get<bool>())
+        return *pBoolean ? -1.0 : 0.0;
+    if (const auto* pLong = vValue.Get<Long>())
+        return *pLong;
+    if (const auto* pSingle = vValue.Get<Single>())
+        return *pSingle;
+    if (const auto* pDouble = vValue.Get<Double>())
+        return *pDouble;
+    if (const auto* pText = vValue.Get<std::string>())
+        return NumberIn(*pText);
+    return std::nullopt;
+}
+
+std::string NumberText(Double dblValue, int nDigits) {
+    char aBuffer[40];
+    std::snprintf(aBuffer, sizeof aBuffer, "%.*G", nDigits, dblValue);
+    return aBuffer;
+}
+
+} // namespace
+
+std::optional<Double> NumberIn(std::string_view sText) noexcept {
+    const auto IsBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!sText.empty() && IsBlank(sText.front()))
+        sText.remove_prefix(1);
+    while (!sText.empty() && IsBlank(sText.back()))
+        sText.remove_suffix(1);
+    if (!sText.empty() && sText.front() == '+')
+        sText.remove_prefix(1);
+    // from_chars knows "inf", "nan" and "-" behind a plus sign, decimal notation doesn't.
+    const std::size_t iFirst = sText.starts_with('-') ? 1 : 0;
+    if (iFirst >= sText.size() || !(sText[iFirst] == '.' || std::isdigit(static_cast<unsigned char>(sText[iFirst]))))
+        return std::nullopt;
+    Double dblValue = 0;
+    const auto [pEnd, eError] = std::from_chars(sText.data(), sText.data() + sText.size(), dblValue);
+    if (pEnd != sText.data() + sText.size())
+        return std::nullopt;
+    if (eError == std::errc::result_out_of_range) {
+        const std::size_t iExponent = sText.find_first_of("eE");
+        const bool bTiny = iExponent != std::string_view::npos && sText.find('-', iExponent) != std::string_view::npos;
+        return bTiny ? 0.0 : (iFirst ? -1 : 1) * std::numeric_limits<Double>::infinity();
+    }
+    if (eError != std::errc{})
+        return std::nullopt;
+    return dblValue;
+}
+
+Long RoundToLong(Double dblValue) {
+    const Double dblRounded = std::nearbyint(dblValue);
+    if (!(dblRounded >= -2147483648.0 && dblRounded <= 2147483647.0))
+        Fail(FailureNumber::Overflow);
+    return static_cast<Long>(dblRounded);
+}
+
+bool ToBoolean(const Variant& vValue) {
+    if (const auto* pBoolean = vValue.Get<bool>())
+        return *pBoolean;
+    if (const auto* pText = vValue.Get<std::string>()) {
+        if (EqualText(*pText, "True"))
+            return true;
+        if (EqualText(*pText, "False"))
+            return false;
+    }
+    const std::optional<Double> oNumber = Number(vValue);
+    if (!oNumber)
+        FailConversion(vValue, "true or false");
+    return *oNumber != 0.0;
+}
+
+Long ToLong(const Variant& vValue) {
+    if (const auto* pLong = vValue.Get<Long>())
+        return *pLong;
+    return RoundToLong(ToDouble(vValue));
+}
+
+Single ToSingle(const Variant& vValue) {
+    if (const auto* pSingle = vValue.Get<Single>())
+        return *pSingle;
+    const Double dblValue = ToDouble(vValue);
+    if (std::abs(dblValue) > static_cast<Double>(std::numeric_limits<Single>::max()))
+        Fail(FailureNumber::Overflow);
+    return static_cast<Single>(dblValue);
+}
+
+Double ToDouble(const Variant& vValue) {
+    const std::optional<Double> oNumber = Number(vValue);
+    if (!oNumber)
+        FailConversion(vValue, "a number");
+    if (std::isinf(*oNumber))
+        Fail(FailureNumber::Overflow);
+    return *oNumber;
+}
+
+std::string ToText(const Variant& vValue) {
+    if (const auto* pText = vValue.Get<std::string>())
+        return *pText;
+    if (vValue.IsEmpty())
+        return {};
+    if (const auto* pBoolean = vValue.Get<bool>())
+        return *pBoolean ? "True" : "False";
+    if (const auto* pLong = vValue.Get<Long>())
+        return std::to_string(*pLong);
+    if (const auto* pSingle = vValue.Get<Single>())
+        return NumberText(*pSingle, 7);
+    if (const auto* pDouble = vValue.Get<Double>())
+        return NumberText(*pDouble, 15);
+    FailConversion(vValue, "a text");
+}
+
+Ref<Object> ToObject(const Variant& vValue) {
+    if (const auto* pObject = vValue.Get<Ref<Object>>())
+        return *pObject;
+    if (!vValue.IsEmpty())
+        FailConversion(vValue, "an object");
+    return nullptr;
+}
+
+} // namespace corvane

@@ -1,0 +1,26 @@
+// Timers of the message loop, and the loop itself.
+#pragma once
+
+#include "corvane/base/Event.h"
+#include "corvane/base/Failure.h"
+#include "corvane/base/Ref.h"
+
+namespace corvane {
+
+class [[gnu::visibility("default")]] ITimer : public virtual Object {
+public:
+    Event<> Tick;
+    virtual void SetInterval(Long lMilliseconds) = 0;
+    // Ticks again and again until disabled.
+    virtual void SetEnabled(bool bEnabled) = 0;
+};
+
+class [[gnu::visibility("default")]] ITimers : public virtual Object {
+public:
+    // Disabled at first.
+    [[nodiscard]] virtual Ref<ITimer> NewTimer() = 0;
+    // Lets the message loop run once: paints what is due and delivers what waits.
+    virtual void DoEvents() = 0;
+};
+
+} // namespace corvane

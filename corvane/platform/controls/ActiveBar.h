@@ -1,0 +1,314 @@
+// The model of the menu and toolbar control: bands (menus, toolbars, pop-ups), the master list of tools, and the
+// instances of tools that stand in bands. It holds state and draws nothing; a renderer hears Changed.
+#pragma once
+
+#include "corvane/base/Event.h"
+#include "corvane/base/KeyedCollection.h"
+#include "corvane/base/Ref.h"
+#include "corvane/base/Text.h"
+#include "corvane/base/Variant.h"
+#include "corvane/platform/IPictureLoader.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+class ActiveBar;
+class Band;
+class Tool;
+
+enum class BandKind : Long { Toolbar = 0, MenuBar = 1, Popup = 2 };
+
+// What a renderer is told. It says where something changed, not what it was before.
+struct BarChange {
+    enum class What {
+        BandAdded,
+        BandLook,  // caption, kind, visibility of pBand
+        BandTools, // instances inserted into or removed from pBand
+        ToolState, // checked, enabled, visible, shortcuts, tag of the master pTool
+        ToolTexts, // caption, tips, drop-down band, default mark, pictures of pTool, master or instance
+        Layout,    // RecalcLayout
+        Redraw,    // RedrawBars
+    };
+    What eWhat;
+    Band* pBand = nullptr;
+    Tool* pTool = nullptr;
+};
+
+// A keyboard shortcut, made empty and given the text of a definition.
+class [[gnu::visibility("default")]] ShortCut final : public virtual Object {
+public:
+    [[nodiscard]] const std::string& Value() const { return m_sValue; }
+    void SetValue(std::string sValue) { m_sValue = std::move(sValue); }
+    std::string_view TypeName() const override { return "ShortCut"; }
+
+private:
+    std::string m_sValue;
+};
+
+// A command in the master list, or an instance of one in a band. An instance has texts, drop-down band, pictures and
+// default mark of its own; all else it shares with its master.
+class [[gnu::visibility("default")]] Tool final : public virtual Object {
+public:
+    enum PictureState : Long { Normal = 0, Pressed = 1, Disabled = 3 };
+
+    Tool(ActiveBar* pBar, Long lToolId, std::string sName); // a master
+    Tool(Band* pBand, Ref<Tool> oMaster);                   // an instance
+    ~Tool() override;
+
+    [[nodiscard]] Long ToolId() const { return Master().m_lToolId; }
+    [[nodiscard]] const std::string& Name() const { return Master().m_sName; }
+    // This tool itself for a master.
+    [[nodiscard]] const Tool& Master() const { return m_oMaster ? *m_oMaster.Get() : *this; }
+    [[nodiscard]] Tool& Master() { return m_oMaster ? *m_oMaster.Get() : *this; }
+    [[nodiscard]] bool IsInstance() const { return static_cast<bool>(m_oMaster); }
+    // The band of an instance; a null pointer for a master and for an instance that has been removed.
+    [[nodiscard]] Band* OwningBand() const { return m_pBand; }
+    // A master's instances, in order of insertion.
+    [[nodiscard]] const std::vector<Tool*>& Instances() const { return Master().m_aInstances; }
+
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
+    void SetCaption(std::string sCaption);
+    [[nodiscard]] const std::string& ToolTip() const { return m_sToolTip; }
+    void SetToolTip(std::string sToolTip);
+    [[nodiscard]] const std::string& Description() const { return m_sDescription; }
+    void SetDescription(std::string sDescription);
+    // The name of the band that opens from the tool; empty for none.
+    [[nodiscard]] const std::string& DropDownBand() const { return m_sDropDownBand; }
+    void SetDropDownBand(std::string sBand);
+    [[nodiscard]] bool IsDefaultItem() const { return m_bIsDefaultItem; }
+    void SetIsDefaultItem(bool bDefault);
+    // Nothing removes the picture of that state.
+    void SetPicture(Long lState, Ref<Picture> oPicture);
+    [[nodiscard]] Ref<Picture> PictureOf(Long lState) const;
+    // All calls of SetPicture, in order.
+    [[nodiscard]] const std::vector<std::pair<Long, Ref<Picture>>>& Pictures() const { return m_aPictures; }
+
+    [[nodiscard]] bool Checked() const { return Master().m_bChecked; }
+    void SetChecked(bool bChecked);
+    [[nodiscard]] bool Enabled() const { return Master().m_bEnabled; }
+    void SetEnabled(bool bEnabled);
+    [[nodiscard]] bool Visible() const { return Master().m_bVisible; }
+    void SetVisible(bool bVisible);
+    [[nodiscard]] const std::string& Category() const { return Master().m_sCategory; }
+    void SetCategory(std::string sCategory);
+    [[nodiscard]] const std::vector<Ref<ShortCut>>& ShortCuts() const { return Master().m_aShortCuts; }
+    void SetShortCuts(std::vector<Ref<ShortCut>> aShortCuts);
+    // A free slot for an object.
+    [[nodiscard]] const Ref<Object>& TagVariant() const { return Master().m_oTagVariant; }
+    void SetTagVariant(Ref<Object> oTag);
+    // The control or form that is shown inside the tool.
+    [[nodiscard]] const Ref<Object>& HostedControl() const { return Master().m_oHostedControl; }
+    void SetHostedControl(Ref<Object> oControl);
+    // The handle of the window that is shown inside the tool; 0 for none.
+    [[nodiscard]] Long HWnd() const { return Master().m_lHWnd; }
+    void SetHWnd(Long hWnd);
+
+    void CopyFromMaster();                           // texts and drop-down band
+    void Detach(bool bFromBar);                      // by the band or the control that goes away
+
+    std::string_view TypeName() const override { return "Tool"; }
+
+private:
+    void RaiseChanged(BarChange::What eWhat);
+
+    ActiveBar* m_pBar;
+    Band* m_pBand = nullptr;
+    Ref<Tool> m_oMaster;
+    std::string m_sName;
+    std::string m_sCaption;
+    std::string m_sToolTip;
+    std::string m_sDescription;
+    std::string m_sDropDownBand;
+    std::string m_sCategory;
+    std::vector<std::pair<Long, Ref<Picture>>> m_aPictures;
+    std::vector<Ref<ShortCut>> m_aShortCuts;
+    std::vector<Tool*> m_aInstances;
+    Ref<Object> m_oTagVariant;
+    Ref<Object> m_oHostedControl;
+    Long m_lToolId = 0;
+    Long m_lHWnd = 0;
+    bool m_bIsDefaultItem = false;
+    bool m_bChecked = false;
+    bool m_bEnabled = true;
+    bool m_bVisible = true;
+};
+
+// A list of tools found by name without regard to case, the first of equal names.
+class [[gnu::visibility("default")]] ToolCollection : public virtual Object {
+public:
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_aTools.size()); }
+    // Fails with 5 when there is no such tool.
+    [[nodiscard]] Ref<Tool> Item(std::string_view sName) const;
+    [[nodiscard]] Ref<Tool> Find(std::string_view sName) const; // nothing instead of the failure
+    [[nodiscard]] const std::vector<Ref<Tool>>& All() const { return m_aTools; }
+
+protected:
+    void InsertTool(std::size_t iPosition, Ref<Tool> oTool);
+    Ref<Tool> RemoveTool(std::size_t iPosition);
+
+    std::vector<Ref<Tool>> m_aTools;
+
+private:
+    struct First {
+        Tool* pTool;
+        std::size_t nTools; // of that name
+    };
+    std::unordered_map<std::string, First, TextHash, TextEqual> m_mapNames;
+};
+
+// The master list.
+class [[gnu::visibility("default")]] MasterTools final : public ToolCollection {
+public:
+    explicit MasterTools(ActiveBar* pBar) : m_pBar(pBar) {}
+    ~MasterTools() override;
+
+    [[nodiscard]] Ref<Tool> Add(Long lToolId, std::string_view sName);
+    using ToolCollection::Item;
+    // By identifier. Fails with 5 when there is none.
+    [[nodiscard]] Ref<Tool> Item(Long lToolId) const;
+
+private:
+    ActiveBar* m_pBar;
+    std::unordered_map<Long, Tool*> m_mapIds;
+};
+
+// The instances in a band.
+class [[gnu::visibility("default")]] BandTools final : public ToolCollection {
+public:
+    explicit BandTools(Band* pBand) : m_pBand(pBand) {}
+    ~BandTools() override;
+
+    using ToolCollection::Item;
+    // By position from 0. Fails with 9 outside.
+    [[nodiscard]] Ref<Tool> Item(Long lPosition) const;
+    // Makes an instance of the tool's master at a position from 0; -1 and Count mean the end. Fails with 9 elsewhere,
+    // with 91 for nothing.
+    Ref<Tool> Insert(Long lPosition, const Ref<Tool>& oTool);
+    // Fails with 9 when there is none at that position.
+    void Remove(Long lPosition);
+    // A tool of the host's own in this band alone, which isn't in the master list.
+    Ref<Tool> AddHostTool(std::string_view sName);
+    void Detach() { m_pBand = nullptr; }
+
+private:
+    Band* m_pBand;
+};
+
+class [[gnu::visibility("default")]] Band final : public virtual Object {
+public:
+    Band(ActiveBar* pBar, std::string sName);
+    ~Band() override;
+
+    [[nodiscard]] const std::string& Name() const { return m_sName; }
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption.has_value() ? *m_sCaption : m_sNoText; }
+    void SetCaption(std::string sCaption);
+    [[nodiscard]] std::optional<BandKind> Kind() const { return m_eKind; } // nothing until it is set
+    void SetBandKind(BandKind eKind);
+    [[nodiscard]] bool Visible() const { return m_bVisible.value_or(true); }
+    void SetVisible(bool bVisible);
+    // Whether a person may rebuild the band by dragging; the library says no for each toolbar.
+    [[nodiscard]] bool AllowCustomize() const { return m_bAllowCustomize; }
+    void SetAllowCustomize(bool bAllow) { m_bAllowCustomize = bAllow; }
+    [[nodiscard]] const Ref<BandTools>& Tools() const { return m_oTools; }
+    [[nodiscard]] const Ref<Object>& TagVariant() const { return m_oTagVariant; }
+    void SetTagVariant(Ref<Object> oTag) { m_oTagVariant = std::move(oTag); }
+    // Shows the band at the pointer, or where the renderer has been told to. Returns when the menu has closed.
+    void ShowPopup();
+    // Repaints at once.
+    void Refresh();
+
+    [[nodiscard]] bool WasCaptionSet() const { return m_sCaption.has_value(); }
+    [[nodiscard]] bool WasVisibleSet() const { return m_bVisible.has_value(); }
+    [[nodiscard]] ActiveBar* Owner() const { return m_pBar; } // a null pointer once the control is gone
+    void Detach();
+
+    std::string_view TypeName() const override { return "Band"; }
+
+private:
+    friend class BandTools;
+    void RaiseChanged(BarChange::What eWhat);
+
+    static const std::string m_sNoText;
+    ActiveBar* m_pBar;
+    std::string m_sName;
+    std::optional<std::string> m_sCaption;
+    std::optional<BandKind> m_eKind;
+    std::optional<bool> m_bVisible;
+    bool m_bAllowCustomize = true;
+    Ref<Object> m_oTagVariant;
+    Ref<BandTools> m_oTools;
+};
+
+class [[gnu::visibility("default")]] BandCollection final : public virtual Object {
+public:
+    explicit BandCollection(ActiveBar* pBar) : m_pBar(pBar) {}
+    ~BandCollection() override;
+
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_aBands.size()); }
+    // A second band of one name is allowed, but only the first is found by it.
+    Ref<Band> Add(std::string_view sName);
+    // Fails with 5 when there is none.
+    [[nodiscard]] Ref<Band> Item(std::string_view sName) const;
+    [[nodiscard]] Ref<Band> Find(std::string_view sName) const; // nothing instead of the failure
+    // By position from 0. Fails with 9 outside.
+    [[nodiscard]] Ref<Band> Item(Long lPosition) const;
+    [[nodiscard]] const std::vector<Ref<Band>>& All() const { return m_aBands; }
+
+private:
+    ActiveBar* m_pBar;
+    std::vector<Ref<Band>> m_aBands;
+    std::unordered_map<std::string, Band*, TextHash, TextEqual> m_mapNames;
+};
+
+class [[gnu::visibility("default")]] ActiveBar final : public virtual Object {
+public:
+    ActiveBar();
+    ~ActiveBar() override;
+
+    [[nodiscard]] const Ref<BandCollection>& Bands() const { return m_oBands; }
+    [[nodiscard]] const Ref<MasterTools>& Tools() const { return m_oTools; }
+    void RecalcLayout();
+    void RedrawBars();
+    // The instances take over texts and drop-down band of the master.
+    void ApplyToolToInstances(const Ref<Tool>& oTool);
+    // Whether the status text is shown in its place; off while the progress bar stands there.
+    [[nodiscard]] bool StatusTextShown() const { return m_bStatusTextShown; }
+    void SetStatusTextShown(bool bShown);
+
+    // The control's events.
+    Event<const Ref<Tool>&> ToolClick;
+    Event<const Ref<Band>&, bool&> BandOpen; // before a band opens; true cancels
+    Event<const Ref<Band>&> BandClose;       // after the user closed a band
+
+    // For renderers alone.
+    Event<const BarChange&> Changed;
+    Event<const Ref<Band>&> PopupRequested; // by ShowPopup; handled when it returns
+    Event<const Ref<Band>&> PaintRequested; // by Refresh of a band
+
+    // What the user does, in the name of a renderer or a test.
+    // Chooses a tool: nothing happens when it is hidden or disabled.
+    void Click(const Ref<Tool>& oTool);
+    // A menu opens. False when a handler cancelled.
+    bool Open(const Ref<Band>& oBand);
+    // Hides the band and raises BandClose; nothing for a hidden band.
+    void Close(const Ref<Band>& oBand);
+
+    std::string_view TypeName() const override { return "ActiveBar"; }
+
+private:
+    Ref<MasterTools> m_oTools;
+    Ref<BandCollection> m_oBands;
+    bool m_bStatusTextShown = true;
+};
+
+// The bands and tools that a host's control holds before the library begins: band "StatusBar" with "Status" and
+// "ctlProgressBar", band "Explorer" with "ExplorerPanel", master tools "Separator" and "WindowList".
+[[nodiscard, gnu::visibility("default")]] Ref<ActiveBar> NewHostActiveBar();
+
+} // namespace corvane

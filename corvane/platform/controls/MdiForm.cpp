@@ -1,0 +1,65 @@
+#include "corvane/platform/controls/MdiForm.h"
+
+#include "corvane/base/Automation.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+Ref<Form> MdiForm::ActiveForm() const {
+    if (!m_bHidesActive)
+        for (auto it = m_aForms.rbegin(); it != m_aForms.rend(); ++it)
+            if ((*it)->MDIChild())
+                return Ref<Form>(*it);
+    return nullptr;
+}
+
+Ref<Form> MdiForm::ForegroundForm() const { return Ref<Form>(m_pForeground); }
+
+std::vector<Ref<Form>> MdiForm::Forms() const {
+    std::vector<Ref<Form>> aForms;
+    for (Form* pForm : m_aForms)
+        aForms.emplace_back(pForm);
+    return aForms;
+}
+
+void MdiForm::Arrange(Arrangement eHow) { Arranged.Raise(eHow); }
+
+void MdiForm::AddMember(std::string_view sName, Ref<Object> oMember) { m_colMembers->Add(std::move(oMember), sName); }
+
+Variant MdiForm::Invoke(std::string_view sName, std::span<const Variant> aArguments) {
+    if (!m_colMembers->HasKey(sName))
+        return Form::Invoke(sName, aArguments);
+    if (!aArguments.empty())
+        FailArgumentCount(*this, sName, 0, aArguments.size());
+    return m_colMembers->Item(sName);
+}
+
+void MdiForm::FormLoaded(const Ref<Form>& oForm) {
+    // A form that has been loaded but never shown is behind all others.
+    m_aForms.insert(m_aForms.begin(), oForm.Get());
+    ChildLoaded.Raise(oForm);
+}
+
+void MdiForm::FormActivated(const Ref<Form>& oForm) {
+    if (m_pForeground == oForm.Get())
+        return;
+    const Ref<Form> oPrevious(m_pForeground);
+    std::erase(m_aForms, oForm.Get());
+    m_aForms.push_back(oForm.Get());
+    m_pForeground = oForm.Get();
+    if (oPrevious)
+        oPrevious->OnDeactivate.Raise();
+    if (m_pForeground == oForm.Get())
+        oForm->OnActivate.Raise();
+}
+
+void MdiForm::FormUnloaded(Form& oForm) { Forget(oForm); }
+
+void MdiForm::Forget(Form& oForm) {
+    std::erase(m_aForms, &oForm);
+    if (m_pForeground == &oForm)
+        m_pForeground = nullptr;
+}
+
+} // namespace corvane
