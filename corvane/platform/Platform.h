@@ -35,6 +35,6 @@ struct Platform {
 
 // The platform of the loaded library. Empty before loading and after unloading.
 [[nodiscard, gnu::visibility("default")]] const Platform& CurrentPlatform();
-void SetCurrentPlatform(Platform oPlatform); // by the loading of the library
+[[gnu::visibility("default")]] void SetCurrentPlatform(Platform oPlatform); // by the loading of the library
 
 } // namespace corvane
