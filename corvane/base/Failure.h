@@ -45,6 +45,7 @@ public:
     std::string Description;
     std::string HelpFile;
     Long HelpContext;
+    Long Line = 0; // in the definition file that was being read; 0 when there is none
 };
 
 // Throws a Failure. Out of line, so that the checks of inlined code stay small.

@@ -101,7 +101,7 @@ private:
                 return i;
     }
     void RemoveSlot(std::size_t iSlot) {
-        const T oRemoved = std::move(m_aSlots[iSlot].oValue); // its end may call back, so it comes last
+        [[maybe_unused]] const T oRemoved = std::move(m_aSlots[iSlot].oValue); // its end may call back, so it comes last
         if (m_aSlots[iSlot].pKey)
             m_mapKeys.erase(m_mapKeys.find(*m_aSlots[iSlot].pKey));
         m_aSlots[iSlot] = {T{}, nullptr, false};

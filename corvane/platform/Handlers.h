@@ -13,6 +13,9 @@ namespace corvane {
 // Reraise then raises the same failure to the caller; Report, the top-level form, shows it and ends the procedure.
 [[noreturn, gnu::visibility("default")]] void Reraise(std::string_view sModule, std::string_view sProcedure,
                                                       const std::string& sContext = {});
+// The same where a definition file is being read: a failure without a line gets this one.
+[[noreturn, gnu::visibility("default")]] void ReraiseAt(std::string_view sModule, std::string_view sProcedure,
+                                                        Long lLine);
 [[gnu::visibility("default")]] void Report(std::string_view sModule, std::string_view sProcedure,
                                            const std::string& sContext = {});
 

@@ -212,10 +212,13 @@ void TreeView::StartLabelEdit() {
         CancelLabelEdit();
         throw;
     }
-    if (bCancel)
+    if (bCancel) {
         CancelLabelEdit();
-    else
-        EditorRequested.Raise();
+        return;
+    }
+    if (m_oEditedNode)
+        m_sTextBeforeEdit = m_oEditedNode->Text(); // the handler may have put another text to edit
+    EditorRequested.Raise();
 }
 
 void TreeView::CancelLabelEdit() {

@@ -148,6 +148,9 @@ public:
     [[nodiscard]] const Ref<Nodes>& GetNodes() const { return m_oNodes; }
     [[nodiscard]] const Ref<ImageList>& GetImageList() const { return m_oImageList; }
     void SetImageList(Ref<ImageList> oImageList) { m_oImageList = std::move(oImageList); }
+    // The tab, from 0, on which the tree stands; -1 until it has been put on one.
+    [[nodiscard]] Long Container() const { return m_lContainer; }
+    void SetContainer(Long lTab) { m_lContainer = lTab; }
     [[nodiscard]] const std::string& Tag() const { return m_sTag; }
     void SetTag(std::string sTag) { m_sTag = std::move(sTag); }
     [[nodiscard]] Long BorderStyle() const { return m_lBorderStyle; }
@@ -217,6 +220,7 @@ private:
     Ref<Node> m_oSelectedItem;
     Ref<Node> m_oEditedNode;
     std::string m_sTextBeforeEdit;
+    Long m_lContainer = -1;
     Long m_lBorderStyle = 0;
     Long m_lOLEDragMode = 0;
     Long m_lOLEDropMode = 0;

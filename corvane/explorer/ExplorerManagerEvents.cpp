@@ -1,0 +1,193 @@
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/IExplorerItem.h"
+#include "corvane/menus/ActionItem.h"
+#include "corvane/platform/Handlers.h"
+#include "corvane/platform/Platform.h"
+#include "corvane/services/ExplorerItemDef.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr Single fTabStripFrameTwips = 350; // what the tabs themselves take of the strip's height
+
+} // namespace
+
+// Control events come from the active tree alone.
+void ExplorerManager::SetTreeView(Ref<corvane::TreeView> tvw) {
+    m_aTreeSubscriptions.clear();
+    m_tvwActiveTreeView = std::move(tvw);
+    corvane::TreeView& oTree = *m_tvwActiveTreeView;
+    m_aTreeSubscriptions.push_back(
+        oTree.BeforeLabelEdit.Subscribe([this](bool& bCancel) { m_tvwActiveTreeView_BeforeLabelEdit(bCancel); }));
+    m_aTreeSubscriptions.push_back(
+        oTree.AfterLabelEdit.Subscribe([this](bool& bCancel, std::string& sNewString) {
+            m_tvwActiveTreeView_AfterLabelEdit(bCancel, sNewString);
+        }));
+    m_aTreeSubscriptions.push_back(oTree.Click.Subscribe([this] { m_tvwActiveTreeView_Click(); }));
+    m_aTreeSubscriptions.push_back(oTree.DblClick.Subscribe([this] { m_tvwActiveTreeView_DblClick(); }));
+    m_aTreeSubscriptions.push_back(oTree.MouseDown.Subscribe(
+        [this](Long, Long, Single x, Single y) { m_tvwActiveTreeView_MouseDown(x, y); }));
+    m_aTreeSubscriptions.push_back(oTree.MouseUp.Subscribe(
+        [this](Long lButton, Long lShift, Single, Single) { m_tvwActiveTreeView_MouseUp(lButton, lShift); }));
+    m_aTreeSubscriptions.push_back(
+        oTree.NodeClick.Subscribe([this](const Ref<Node>&) { m_tvwActiveTreeView_NodeClick(); }));
+}
+
+Ref<Object> ExplorerManager::ActiveExplorerItemObject() const
+try {
+    return m_nodActive ? m_colExplorerItems->Item(m_nodActive->Tag()) : Ref<Object>();
+} catch (...) {
+    Reraise("ExplorerManager", "ActiveExplorerItemObject (Get)");
+}
+
+Ref<IExplorerItem> ExplorerManager::ActiveExplorerItem() const
+try {
+    return CorvaneMain::QueryExplorerItem(ActiveExplorerItemObject());
+} catch (...) {
+    Reraise("ExplorerManager", "ActiveExplorerItem (Get)");
+}
+
+void ExplorerManager::m_tvwActiveTreeView_NodeClick()
+try {
+    m_bNodeClicked = true;
+    const Ref<Node> nodSelected = m_tvwActiveTreeView->SelectedItem();
+    if (!nodSelected) {
+        m_nodActive = nullptr;
+    } else if (!m_nodActive) {
+        m_nodActive = nodSelected;
+        OnActive.Raise(ActiveExplorerItemObject());
+    } else if (EqualText(m_nodActive->Key(), nodSelected->Key())) {
+        m_nodActive->SetSelected(true);
+    } else {
+        OnInactive.Raise(ActiveExplorerItemObject());
+        m_nodActive->SetSelected(false);
+        m_nodActive = nodSelected;
+        OnActive.Raise(ActiveExplorerItemObject());
+    }
+} catch (...) {
+    Report("ExplorerManager", "m_tvwActiveTreeView_NodeClick");
+}
+
+void ExplorerManager::m_tvwActiveTreeView_Click()
+try {
+    if (m_bNodeClicked) {
+        m_bNodeClicked = false;
+        return;
+    }
+    const Ref<Node> nodSelected = m_tvwActiveTreeView->SelectedItem();
+    if (!nodSelected)
+        return;
+    if (!m_nodActive) {
+        m_nodActive = nodSelected;
+        OnActive.Raise(ActiveExplorerItemObject());
+    } else if (!EqualText(m_nodActive->Key(), nodSelected->Key())) {
+        // The selection moved without a click on the node: it is taken back, and the active node stays.
+        nodSelected->SetSelected(false);
+        m_tvwActiveTreeView->SetSelectedItem(nullptr);
+    }
+} catch (...) {
+    Report("ExplorerManager", "m_tvwActiveTreeView_Click");
+}
+
+void ExplorerManager::m_tvwActiveTreeView_DblClick()
+try {
+    if (m_bInDblClick)
+        return;
+    m_bInDblClick = true;
+    if (m_nodActive)
+        OnOpen.Raise(ActiveExplorerItemObject());
+    m_bInDblClick = false;
+} catch (...) {
+    m_bInDblClick = false;
+    Report("ExplorerManager", "m_tvwActiveTreeView_DblClick");
+}
+
+void ExplorerManager::m_tvwActiveTreeView_MouseDown(Single x, Single y)
+try {
+    if (const Ref<Node> nodHit = m_tvwActiveTreeView->HitTest(x, y))
+        nodHit->SetSelected(true);
+} catch (...) {
+    Report("ExplorerManager", "m_tvwActiveTreeView_MouseDown");
+}
+
+void ExplorerManager::m_tvwActiveTreeView_MouseUp(Long lButton, Long lShift)
+try {
+    if (lButton == MouseButton::RightButton && lShift == ShiftState::NoShift && m_nodActive)
+        OnContextMenu.Raise(ActiveExplorerItemObject());
+} catch (...) {
+    Report("ExplorerManager", "m_tvwActiveTreeView_MouseUp");
+}
+
+void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel)
+try {
+    if (!ActiveExplorerItem()->ExplorerItemDef()->CanRename()) {
+        bCancel = true;
+        return;
+    }
+    m_tvwActiveTreeView->SelectedItem()->SetText(ActiveExplorerItem()->EditName());
+    m_tvwActiveTreeView->Refresh();
+} catch (...) {
+    Report("ExplorerManager", "m_tvwActiveTreeView_BeforeLabelEdit");
+}
+
+void ExplorerManager::m_tvwActiveTreeView_AfterLabelEdit(bool& bCancel, std::string& sNewString)
+try {
+    const Ref<IExplorerItem> oItem = ActiveExplorerItem();
+    if (EqualText(oItem->Name(), sNewString))
+        return;
+    const std::string sOldName = oItem->Name();
+    oItem->SetName(sNewString);
+    if (m_tvwActiveTreeView->GetNodes()->HasKey(TreeNodeKey(*oItem))) {
+        RefuseRename(*oItem, sNewString, sOldName);
+        bCancel = true;
+    } else {
+        sNewString = oItem->DisplayName();
+        m_tvwActiveTreeView->SelectedItem()->SetKey(TreeNodeKey(*oItem));
+    }
+} catch (...) {
+    Report("ExplorerManager", "m_tvwActiveTreeView_AfterLabelEdit");
+    bCancel = true; // a text that may have been taken in part isn't shown as taken
+}
+
+void ExplorerManager::RefuseRename(IExplorerItem& oItem, const std::string& sNewString, const std::string& sOldName) {
+    CurrentPlatform().oMessageBox->ShowInformation(sNewString + " already exists", "Rename");
+    oItem.SetName(sOldName);
+}
+
+void ExplorerManager::m_tabExplorer_Click(Long lPreviousTab)
+try {
+    const Long lTab = m_tabExplorer->Tab();
+    if (lTab == m_lActiveTab)
+        return;
+    m_lActiveTab = lTab;
+    SetTreeView(m_colTreeViews->Item(lTab + 1)); // the collection counts from 1, the tabs from 0
+    m_lPreviousTab = lPreviousTab;
+} catch (...) {
+    Report("ExplorerManager", "m_tabExplorer_Click");
+}
+
+void ExplorerManager::m_frmExplorerPanel_Resize()
+try {
+    const auto tabExplorer = m_frmExplorerPanel->Control("tabExplorer").As<TabStrip>();
+    for (const auto& tvw : m_colTreeViews) {
+        tvw->SetWidth(tabExplorer->Width());
+        if (tabExplorer->Height() > fTabStripFrameTwips) {
+            tvw->SetHeight(tabExplorer->Height() - fTabStripFrameTwips);
+            tvw->SetTop(tabExplorer->Top());
+        }
+    }
+} catch (...) {
+    Report("ExplorerManager", "m_frmExplorerPanel_Resize");
+}
+
+void ExplorerManager::m_oActiveBar_BandClose(const Ref<Band>& oBand)
+try {
+    if (EqualText(oBand->Name(), "Explorer"))
+        m_oNavigationActionItem->SetChecked(false);
+} catch (...) {
+    Report("ExplorerManager", "m_oActiveBar_BandClose");
+}
+
+} // namespace corvane

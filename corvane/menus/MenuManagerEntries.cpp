@@ -1,0 +1,201 @@
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/menus/MenuManager.h"
+#include "corvane/platform/Handlers.h"
+
+namespace corvane {
+
+Ref<Tool> MenuManager::AddTool(const std::string& sName) {
+    Ref<Tool> oTool = m_oActiveBar->Tools()->Add(m_lNextToolId, sName);
+    ++m_lNextToolId;
+    return oTool;
+}
+
+void MenuManager::SetShortCut(Tool& oTool, const std::string& sShortCutKey) const {
+    if (sShortCutKey.empty())
+        return;
+    auto oShortCut = New<ShortCut>();
+    oShortCut->SetValue(sShortCutKey);
+    oTool.SetShortCuts({oShortCut});
+}
+
+void MenuManager::InsertSeparator(Band& oBand, Long lPosition) const {
+    oBand.Tools()->Insert(lPosition, m_oActiveBar->Tools()->Item("Separator"));
+}
+
+// Where entries of a path stand.
+Ref<Band> MenuManager::EntryBand(const std::string& sPath) {
+    Ref<Band> oBand = FindBand(sPath);
+    return oBand ? oBand : CreatePlaceHolderMenuTitle(sPath);
+}
+
+// Where a title of a path stands.
+Ref<Band> MenuManager::ParentBand(const std::string& sPath) { return sPath.empty() ? m_oMainBand : EntryBand(sPath); }
+
+void MenuManager::AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef)
+try {
+    const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
+    const bool bIsTitle = oMenuItemDef->MenuType() == MenuType::fwMenuTitle;
+    Ref<Tool> oTool = oActionItemDef->Tool();
+    if (!oTool)
+        oTool = FindTool(oMenuItemDef->Key());
+    if (!oTool) {
+        oTool = AddTool(oMenuItemDef->Key());
+        oTool->SetChecked(oActionItemDef->Checked());
+        oTool->SetEnabled(oActionItemDef->Enabled());
+        oTool->SetVisible(false);
+        SetShortCut(*oTool, oMenuItemDef->ShortCutKey());
+        if (bIsTitle) {
+            oTool->SetDropDownBand(oMenuItemDef->Key());
+            oTool->SetCategory("Menus");
+        }
+    }
+    oActionItemDef->SetTool(oTool);
+    if (!bIsTitle)
+        PlaceMenuItem(*oMenuItemDef, oTool, oActionItemDef->IsShared());
+    else if (FindBand(oMenuItemDef->Key()))
+        AdoptMenuTitle(*oMenuItemDef, oTool);
+    else
+        PlaceMenuTitle(*oMenuItemDef, oTool);
+} catch (...) {
+    Reraise("MenuManager", "AddMenuItem");
+}
+
+void MenuManager::PlaceMenuItem(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool, bool bIsShared) {
+    const Ref<Band> oParent = EntryBand(oMenuItemDef.Path());
+    const Ref<BandTools> oTools = oParent->Tools();
+    if (!bIsShared) {
+        if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorBefore)
+            InsertSeparator(*oParent, -1);
+        oTools->Insert(oTools->Count(), oTool);
+        oTools->Item(oTools->Count() - 1)->SetCaption(oMenuItemDef.Caption());
+        oTools->Item(oTools->Count() - 1)->SetDescription(oMenuItemDef.ActionItemDef()->Description());
+        oTools->Item(oTool->Name())->SetDropDownBand("");
+    }
+    // Also behind a shared entry, which itself isn't placed again.
+    if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorAfter)
+        InsertSeparator(*oParent, -1);
+}
+
+// The title's band is there already: the title stays where it stands and takes its texts and state.
+void MenuManager::AdoptMenuTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool) {
+    const Ref<Band> oParent = ParentBand(oMenuItemDef.Path());
+    oParent->Tools()->Item(oTool->Name())->SetCaption(oMenuItemDef.Caption());
+    oTool->SetChecked(oMenuItemDef.ActionItemDef()->Checked());
+    oTool->SetEnabled(oMenuItemDef.ActionItemDef()->Enabled());
+    const auto& aTools = oParent->Tools()->All();
+    Long lPosition = 0;
+    while (lPosition < oParent->Tools()->Count() &&
+           !EqualText(aTools[static_cast<std::size_t>(lPosition)]->Name(), oTool->Name()))
+        ++lPosition;
+    // One place further forward than directly before the title, and for the first title the end.
+    if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorBefore)
+        InsertSeparator(*oParent, lPosition - 1);
+    else if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorAfter)
+        InsertSeparator(*oParent, lPosition + 1);
+}
+
+void MenuManager::PlaceMenuTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool) {
+    m_oActiveBar->Bands()->Add(oMenuItemDef.Key())->SetBandKind(BandKind::Popup);
+    const Ref<Band> oParent = ParentBand(oMenuItemDef.Path());
+    if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorBefore)
+        InsertSeparator(*oParent, -1);
+    oParent->Tools()->Insert(oParent->Tools()->Count(), oTool);
+    oParent->Tools()->Item(oTool->Name())->SetCaption(oMenuItemDef.Caption());
+    if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorAfter)
+        InsertSeparator(*oParent, -1);
+}
+
+Ref<Band> MenuManager::CreatePlaceHolderMenuTitle(const std::string& sPath)
+try {
+    Ref<Band> oBand = m_oActiveBar->Bands()->Add(sPath);
+    oBand->SetBandKind(BandKind::Popup);
+    if (FindTool(sPath))
+        return oBand;
+    const Ref<Tool> oTool = AddTool(sPath);
+    oTool->SetDropDownBand(sPath);
+    oTool->SetCategory("Menus");
+    oTool->SetCaption(sPath);
+    oTool->SetVisible(false);
+    const std::size_t iPoint = sPath.find('.');
+    const Ref<Band> oParent = iPoint == std::string::npos ? m_oMainBand : FindBand(sPath.substr(0, iPoint));
+    oParent->Tools()->Insert(oParent->Tools()->Count(), oTool);
+    return oBand;
+} catch (...) {
+    Reraise("MenuManager", "CreatePlaceHolderMenuTitle");
+}
+
+void MenuManager::AddMenu(const Ref<Object>& oActionProviderObj, const Ref<IActionsProvider>& oActionProvider,
+                          const std::string& sActionItemName, const std::string& sPath, Single fPositionOrder,
+                          MenuType eMenuType, const std::string& sCaption, const std::string& sAction,
+                          bool bPassActionItemParam, const std::string& sDescription, SeparatorStyle eSeparatorStyle,
+                          const std::string& sShortCutKey, const std::string& sToolTip, bool bVisible, bool bEnabled,
+                          bool bChecked)
+try {
+    auto oMenuItemDef = New<MenuItemDef>();
+    oMenuItemDef->Init(sActionItemName, sPath, fPositionOrder, eMenuType, sCaption, sShortCutKey, sToolTip,
+                       eSeparatorStyle);
+    Ref<ActionItem> oActionItem;
+    Ref<ActionItemDef> oActionItemDef;
+    const Ref<ActionItemCollection> colActionItems = oActionProvider->ActionItems();
+    if (KeyExists(colActionItems, sActionItemName)) {
+        oActionItem = colActionItems->Item(sActionItemName);
+        oActionItemDef = oActionItem->ActionItemDef();
+    } else {
+        oActionItemDef = New<ActionItemDef>();
+        oActionItemDef->Init(sActionItemName, sAction, bVisible, bEnabled, bChecked, sDescription,
+                             bPassActionItemParam);
+        oActionItem = New<ActionItem>();
+        oActionItem->Initialize(oActionProviderObj, oActionItemDef);
+        oActionItem->SetAction(oActionItemDef->Action());
+        oActionItem->SetName(oActionItemDef->Name());
+        oActionItem->SetVisible(oActionItemDef->Visible());
+        oActionItem->SetEnabled(oActionItemDef->Enabled());
+        oActionItem->SetChecked(oActionItemDef->Checked());
+        colActionItems->Add(oActionItem, sActionItemName);
+    }
+    oMenuItemDef->SetActionItemDef(oActionItemDef);
+
+    const bool bIsTitle = eMenuType == MenuType::fwMenuTitle;
+    const std::string sKey = oMenuItemDef->Key();
+    Ref<Tool> oTool = oActionItemDef->Tool();
+    if (!oTool)
+        oTool = FindTool(sKey);
+    if (!oTool) {
+        oTool = AddTool(sKey);
+        oTool->SetChecked(oActionItem->Checked());
+        oTool->SetEnabled(oActionItem->Enabled());
+        oTool->SetVisible(oActionItem->Visible());
+        SetShortCut(*oTool, sShortCutKey);
+        if (bIsTitle) {
+            oTool->SetDropDownBand(sKey);
+            oTool->SetCategory("Menus");
+        }
+    }
+    oActionItemDef->SetTool(oTool);
+
+    Ref<Band> oParent;
+    if (bIsTitle && FindBand(sKey)) {
+        oParent = ParentBand(sPath);
+        oParent->Tools()->Item(oTool->Name())->SetCaption(sCaption);
+    } else if (bIsTitle || !oActionItemDef->IsShared()) {
+        if (bIsTitle)
+            m_oActiveBar->Bands()->Add(sKey)->SetBandKind(BandKind::Popup);
+        oParent = bIsTitle ? ParentBand(sPath) : EntryBand(sPath);
+        if (eSeparatorStyle == SeparatorStyle::fwSeparatorBefore)
+            InsertSeparator(*oParent, -1);
+        const Ref<Tool> oInstance = oParent->Tools()->Insert(oParent->Tools()->Count(), oTool);
+        (bIsTitle ? oParent->Tools()->Item(oTool->Name()) : oInstance)->SetCaption(sCaption);
+        if (!bIsTitle) {
+            oInstance->SetDescription(oActionItemDef->Description());
+            oParent->Tools()->Item(oTool->Name())->SetDropDownBand("");
+        }
+    } else {
+        oParent = EntryBand(sPath);
+    }
+    if (eSeparatorStyle == SeparatorStyle::fwSeparatorAfter)
+        InsertSeparator(*oParent, -1);
+} catch (...) {
+    Reraise("MenuManager", "AddMenu");
+}
+
+} // namespace corvane

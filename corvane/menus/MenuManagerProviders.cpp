@@ -1,0 +1,116 @@
+#include "corvane/menus/MenuManager.h"
+#include "corvane/platform/Handlers.h"
+
+namespace corvane {
+
+namespace {
+
+void ShowState(Tool& oTool, const ActionItem& oActionItem) {
+    oTool.SetChecked(oActionItem.Checked());
+    oTool.SetEnabled(oActionItem.Enabled());
+    oTool.SetVisible(oActionItem.Visible());
+}
+
+} // namespace
+
+void MenuManager::OnActionsProviderAdd(const Ref<Object>& oActionsProviderObj,
+                                       const Ref<IActionsProvider>& oActionsProvider,
+                                       const Ref<ActionItemDefCollection>& colActionItemDefs, bool bActivate)
+try {
+    auto colActionItems = New<ActionItemCollection>();
+    for (const auto& oActionItemDef : colActionItemDefs) {
+        auto oActionItem = New<ActionItem>();
+        colActionItems->Add(oActionItem, oActionItemDef->Name());
+        const Ref<Tool> oTool = oActionItemDef->Tool();
+        oActionItem->Initialize(oActionsProviderObj, oActionItemDef);
+        oActionItem->SetAction(oActionItemDef->Action());
+        oActionItem->SetChecked(oActionItemDef->Checked());
+        oActionItem->SetEnabled(oActionItemDef->Enabled());
+        oActionItem->SetName(oActionItemDef->Name());
+        oActionItem->SetVisible(oActionItemDef->Visible());
+        oActionItem->SetTool(oTool);
+        if (!oTool)
+            continue;
+        oTool->SetTagVariant(oActionItem);
+        if (bActivate)
+            ShowState(*oTool, *oActionItem);
+    }
+    oActionsProvider->Initialize(colActionItems);
+    Refresh();
+} catch (...) {
+    Reraise("MenuManager", "OnActionsProviderAdd");
+}
+
+void MenuManager::OnActionsProviderActive(const Ref<Object>& /*oActionsProviderObj*/,
+                                          const Ref<IActionsProvider>& oActionsProvider,
+                                          const Ref<ActionItemDefCollection>& colActionItemDefs)
+try {
+    const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
+    for (const auto& oActionItemDef : colActionItemDefs) {
+        const Ref<ActionItem> oActionItem = colActionItems->Item(oActionItemDef->Name());
+        const Ref<Tool> oTool = oActionItemDef->Tool();
+        if (!oTool)
+            continue;
+        oActionItem->SetTool(oTool);
+        ShowState(*oTool, *oActionItem);
+        oTool->SetTagVariant(oActionItem);
+    }
+    Refresh();
+} catch (...) {
+    Reraise("MenuManager", "OnActionsProviderActive");
+}
+
+void MenuManager::OnActionsProviderInActive(const Ref<Object>& /*oActionsProviderObj*/,
+                                            const Ref<IActionsProvider>& oActionsProvider,
+                                            const Ref<ActionItemDefCollection>& colActionItemDefs)
+try {
+    const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
+    for (const auto& oActionItemDef : colActionItemDefs) {
+        const Ref<ActionItem> oActionItem = colActionItems->Item(oActionItemDef->Name());
+        const Ref<Tool> oTool = oActionItemDef->Tool();
+        oActionItem->SetTool(nullptr);
+        if (!oTool)
+            continue;
+        oTool->SetTagVariant(nullptr);
+        if (oActionItemDef->IsShared())
+            oTool->SetEnabled(false);
+        else
+            oTool->SetVisible(false);
+    }
+    Refresh();
+} catch (...) {
+    Reraise("MenuManager", "OnActionsProviderInActive");
+}
+
+void MenuManager::OnActionsProviderRemove(const Ref<Object>& /*oActionsProviderObj*/,
+                                          const Ref<IActionsProvider>& oActionsProvider)
+try {
+    for (const auto& oActionItem : oActionsProvider->ActionItems()) {
+        const Ref<Tool> oTool = oActionItem->Tool();
+        if (!oTool)
+            continue;
+        oTool->SetVisible(false);
+        oTool->SetTagVariant(nullptr);
+        oActionItem->SetTool(nullptr);
+    }
+    Refresh();
+} catch (...) {
+    Reraise("MenuManager", "OnActionsProviderRemove");
+}
+
+// Both texts live on the instance alone, and many an action has none in that band: what isn't found is passed over.
+void MenuManager::SetMenuCaption(const std::string& sPath, const std::string& sActionItemName,
+                                 const std::string& sCaption) {
+    if (const Ref<Band> oBand = FindBand(sPath))
+        if (const Ref<Tool> oInstance = oBand->Tools()->Find(oBand->Name() + "." + sActionItemName))
+            oInstance->SetCaption(sCaption);
+}
+
+void MenuManager::SetActionDesctiption(const std::string& sPath, const std::string& sActionItemName,
+                                       const std::string& sDescription) {
+    if (const Ref<Band> oBand = FindBand(sPath))
+        if (const Ref<Tool> oInstance = oBand->Tools()->Find(oBand->Name() + "." + sActionItemName))
+            oInstance->SetDescription(sDescription);
+}
+
+} // namespace corvane

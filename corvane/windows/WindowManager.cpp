@@ -1,0 +1,182 @@
+#include "corvane/windows/WindowManager.h"
+
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "corvane/platform/Handlers.h"
+#include "corvane/platform/Platform.h"
+#include "corvane/services/ServiceManager.h"
+#include "corvane/windows/IPageAccess.h"
+#include "corvane/windows/PageBase.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/frmWindowSupport.h"
+
+namespace corvane {
+
+WindowManager::WindowManager() = default;
+
+WindowManager::~WindowManager() = default;
+
+void WindowManager::Initialize(const Ref<MdiForm>& frmMain, const Ref<IWindowFormFactory>& oWindowFormFactory) {
+    m_frmMain = frmMain;
+    m_oWindowFormFactory = oWindowFormFactory;
+    m_colWindows = New<KeyedCollection<Ref<Window>>>();
+}
+
+bool WindowManager::IsPageAlive(const Ref<Object>& oPageSubclass) const noexcept {
+    try {
+        return static_cast<bool>(oPageSubclass.As<IPageAccess>()->Page().As<PageBase>());
+    } catch (...) {
+        return false; // a test, used before a call that would fail
+    }
+}
+
+Ref<Window> WindowManager::OpenWindow(const std::string& sWindowName, const Ref<Object>& oBusinessContext,
+                                      const Ref<IWindowExitHandler>& oWindowExitHandler,
+                                      WindowShowModeConstants eWindowShowMode, WindowStateConstants eWindowState,
+                                      MDIWindowTypeConstants eMDIWindowType, WindowTypeConstants eWindowType,
+                                      BusinessContextTypeConstants eBusinessContextType,
+                                      ShowApplyCommandConstants eShowApplyCommand, const std::string& sKey, bool bHide,
+                                      bool bOpenWindowAsync)
+try {
+    const auto& oScreen = CurrentPlatform().oScreen;
+    oScreen->SetPointer(MousePointer::Hourglass);
+    Ref<Window> oWindow;
+    if (!sKey.empty() && KeyExists(m_colWindows, sKey)) {
+        oWindow = m_colWindows->Item(sKey);
+    } else {
+        const Ref<WindowDef> oDef = CorvaneMain::Framework()->ServiceManager()->WindowDefs()->Item(sWindowName);
+        // The zero values say yes for MDI child and apply command, the ones for modal and new context.
+        const auto Resolve = [](auto eOption, auto eYes, bool bByDefinition) {
+            return static_cast<Long>(eOption) == -1 ? bByDefinition : eOption == eYes;
+        };
+        const bool bIsModal = Resolve(eWindowShowMode, WindowShowModeConstants::cvModal, oDef->IsModal());
+        const bool bIsMDIChild = Resolve(eMDIWindowType, MDIWindowTypeConstants::cvMDIChild, oDef->IsMDIChild());
+        const bool bIsNew =
+            Resolve(eBusinessContextType, BusinessContextTypeConstants::cvNew, oDef->IsNewBusinessContext());
+        const bool bIsApplyShown = Resolve(eShowApplyCommand, ShowApplyCommandConstants::cvShowApplyCommand,
+                                           oDef->IsApplyCommandShown());
+        const auto eState =
+            eWindowState == WindowStateConstants::cvDefinitionDefault ? oDef->WindowState() : eWindowState;
+        const auto eType = eWindowType == WindowTypeConstants::cvDefinitionDefault ? oDef->WindowType() : eWindowType;
+        if (bIsMDIChild && bIsModal)
+            Fail(FailureNumber::ObjectErrorBase,
+                 "A window was requested to be an MDIChild window, but also to be shown modally, and Windows does not "
+                 "allow this.",
+                 "Validating OpenWindow paramters");
+        oWindow = New<Window>();
+        const Ref<IWindowForm> oWindowForm = m_oWindowFormFactory->NewWindowForm(eType, bIsMDIChild);
+        oWindow->Initialize(Ref<IWindowController>(this), oDef, oWindowForm, sKey, oBusinessContext,
+                            oWindowExitHandler, bIsModal, static_cast<FormState>(eState), eType, bIsNew,
+                            bIsApplyShown, m_frmMain);
+    }
+    oScreen->SetPointer(MousePointer::Default);
+    if (bOpenWindowAsync && !bHide)
+        New<frmWindowSupport>()->OpenWindowAsync(oWindow);
+    else if (!bHide)
+        oWindow->Show();
+    return oWindow;
+} catch (...) {
+    Reraise("WindowManager", "OpenWindow");
+}
+
+void WindowManager::SetActiveWindow(const Ref<Window>& oWindow)
+try {
+    if (oWindow == m_oActiveWindow)
+        return;
+    m_oActiveWindow = oWindow;
+    m_oActiveWindow->Show();
+} catch (...) {
+    Reraise("WindowManager", "ActiveWindow (Set)");
+}
+
+// A child that refuses to go keeps the loop running on it.
+void WindowManager::CloseAll()
+try {
+    while (const Ref<Form> frmActive = m_frmMain->ActiveForm())
+        frmActive->Unload();
+} catch (...) {
+    Reraise("WindowManager", "CloseAll");
+}
+
+Ref<Object> WindowManager::CommonDialog() const
+try {
+    return ToObject(m_frmMain->Invoke("CommonDialog", {}));
+} catch (...) {
+    Reraise("WindowManager", "CommonDialog (Get)");
+}
+
+void WindowManager::WindowInitialize(const Ref<Window>& oWindow)
+try {
+    const std::string sKey = oWindow->Key();
+    if (!sKey.empty())
+        m_colWindows->Add(oWindow, sKey);
+    else
+        m_colWindows->Add(oWindow);
+    WindowInitializeEvent.Raise(oWindow);
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_WindowInitialize");
+}
+
+void WindowManager::WindowTerminate(const Ref<Window>& oWindow)
+try {
+    WindowTerminateEvent.Raise(oWindow);
+    m_colWindows->Remove(oWindow->Key());
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_WindowTerminate");
+}
+
+void WindowManager::WindowActivate(const Ref<Window>& oWindow)
+try {
+    WindowActivateEvent.Raise(oWindow);
+    m_oActiveWindow = oWindow;
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_WindowActivate");
+}
+
+void WindowManager::WindowDeactivate(const Ref<Window>& oWindow)
+try {
+    m_oActiveWindow = nullptr;
+    WindowDeactivateEvent.Raise(oWindow);
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_WindowDeactivate");
+}
+
+void WindowManager::PageInitialize(const Ref<Object>& oPageObj)
+try {
+    PageInitializeEvent.Raise(oPageObj);
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_PageInitialize");
+}
+
+void WindowManager::PageTerminate(const Ref<Object>& oPageObj)
+try {
+    if (oPageObj == m_oActivePage)
+        PageDeactivateEvent.Raise(oPageObj);
+    PageTerminateEvent.Raise(oPageObj);
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_PageTerminate");
+}
+
+void WindowManager::PageActivate(const Ref<Object>& oPageObj)
+try {
+    if (oPageObj == m_oActivePage)
+        return;
+    if (m_oActivePage)
+        PageDeactivateEvent.Raise(m_oActivePage);
+    m_oActivePage = oPageObj;
+    PageActivateEvent.Raise(oPageObj);
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_PageActivate");
+}
+
+void WindowManager::PageDeactivate(const Ref<Object>& oPageObj)
+try {
+    if (oPageObj != m_oActivePage)
+        return;
+    PageDeactivateEvent.Raise(oPageObj);
+    m_oActivePage = nullptr;
+} catch (...) {
+    Reraise("WindowManager", "IWindowController_PageDeactivate");
+}
+
+} // namespace corvane
