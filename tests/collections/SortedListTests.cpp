@@ -1,0 +1,368 @@
+#include "corvane/base/Text.h"
+#include "corvane/collections/SortedList.h"
+#include "tests/support/RecordingUtilities.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <map>
+#include <random>
+
+namespace corvane {
+namespace {
+
+using testing::NumberOf;
+using testing::RecordingPlatform;
+
+using Lines = std::vector<std::string>;
+
+constexpr Long KeyInvalid = static_cast<Long>(0x80040001);
+constexpr Long ModeInvalid = static_cast<Long>(0x80040003);
+
+class SortedListTest : public ::testing::Test {
+protected:
+    void SetUp() override { m_oList = New<SortedList>(); }
+
+    // Keys First to First + Count - 1 with their own texts as values.
+    void AddNumbers(Long lFirst, Long lCount) {
+        for (Long l = lFirst; l < lFirst + lCount; ++l)
+            m_oList->Add(l, std::to_string(l));
+    }
+    void RemoveNumbers(Long lFirst, Long lCount) {
+        for (Long l = lFirst; l < lFirst + lCount; ++l)
+            m_oList->Remove(std::to_string(l));
+    }
+    std::string Texts(const std::vector<Variant>& aValues) const {
+        std::string sTexts;
+        for (const Variant& vValue : aValues)
+            sTexts += (sTexts.empty() ? "" : " ") + ToText(vValue);
+        return sTexts;
+    }
+    // The slots of the working range that pass for items; takes them all away.
+    Long DrainLiveSlots() {
+        Long lSlots = 0;
+        for (; m_oList->GetTop() != Variant(Long{0}); ++lSlots)
+            m_oList->RemoveTop();
+        return lSlots;
+    }
+
+    RecordingPlatform m_oPlatform;
+    Ref<SortedList> m_oList;
+};
+
+TEST_F(SortedListTest, AnEmptyListAnswersEverything) {
+    EXPECT_EQ(m_oList->SortMode(), SortNumeric);
+    EXPECT_EQ(m_oList->Count(), 0);
+    EXPECT_FALSE(m_oList->Exists("1"));
+    EXPECT_TRUE(m_oList->Item("1").IsEmpty());
+    EXPECT_EQ(m_oList->GetTop(), Variant(Long{0}));
+    m_oList->RemoveTop();
+    m_oList->Remove("1");
+    EXPECT_TRUE(m_oList->Keys().empty());
+    EXPECT_TRUE(m_oList->Items().empty());
+    EXPECT_EQ(m_oPlatform.TakeLines(), Lines{});
+}
+
+TEST_F(SortedListTest, OrdersByItsMode) {
+    const struct {
+        SortModeConstants eMode;
+        std::vector<Variant> aKeys;
+        Lines aOrdered;
+    } aCases[] = {
+        {SortNumeric, {Long{2}, Long{10}, Long{1}}, {"1", "2", "10"}},
+        {SortText, {Long{2}, Long{10}, Long{1}}, {"1", "10", "2"}},
+        {SortNumeric, {"-1.5", " 7 ", 2.5, "1e2", Long{-2}}, {"-2", "-1.5", "2.5", " 7 ", "1e2"}},
+        {SortText, {"b", "C", "a", "\u00C4", "\u00E0", ""}, {"", "a", "b", "C", "\u00E0", "\u00C4"}},
+    };
+    for (const auto& oCase : aCases) {
+        m_oList = New<SortedList>();
+        m_oList->SetSortMode(oCase.eMode);
+        for (const Variant& vKey : oCase.aKeys)
+            m_oList->Add(vKey, {});
+        EXPECT_EQ(m_oList->Keys(), oCase.aOrdered);
+    }
+}
+
+TEST_F(SortedListTest, EqualKeysAreEqualInTheSenseOfTheMode) {
+    m_oList->Add("1.0", "number");
+    EXPECT_EQ(m_oList->Item("1"), Variant("number"));
+    m_oList->Clear();
+    m_oList->SetSortMode(SortText);
+    m_oList->Add("\u00C4bc", "text");
+    EXPECT_EQ(m_oList->Item("\u00E4BC"), Variant("text"));
+}
+
+TEST_F(SortedListTest, RefusesWhatIsNoNumberInNumericMode) {
+    const Ref<Object> oObject = m_oList;
+    const Variant aKeys[] = {"abc", "", "1x", "0x10", "inf", "1e999", "1,5", oObject};
+    for (const Variant& vKey : aKeys)
+        EXPECT_EQ(NumberOf([&] { m_oList->Add(vKey, {}); }), KeyInvalid);
+    EXPECT_EQ(m_oList->Count(), 0);
+    (void)m_oPlatform.TakeLines();
+    try {
+        (void)m_oList->Exists("abc");
+        FAIL();
+    } catch (const Failure& oFailure) {
+        EXPECT_EQ(oFailure.Number, KeyInvalid);
+        EXPECT_EQ(oFailure.Description, "Key Invalid: Text keys are invalid when SortMode is Numeric");
+    }
+    EXPECT_EQ(m_oPlatform.TakeLines(), Lines{"SortedList.Exists -2147221503"});
+    EXPECT_EQ(m_oList->Keys(), Lines{});
+    m_oList->SetSortMode(SortText);
+    EXPECT_EQ(NumberOf([&] { m_oList->Add(oObject, {}); }), FailureNumber::TypeMismatch);
+    EXPECT_EQ(m_oList->Count(), 0);
+}
+
+TEST_F(SortedListTest, ItemAndRemoveFailInTheComparison) {
+    AddNumbers(1, 2);
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Item("abc"); }), FailureNumber::TypeMismatch);
+    EXPECT_EQ(m_oPlatform.TakeLines(),
+              (Lines{"SortedList.KeyComp 13", "SortedList.BinarySearch 13", "SortedList.Item 13"}));
+    EXPECT_EQ(NumberOf([&] { m_oList->Remove("abc"); }), FailureNumber::TypeMismatch);
+    EXPECT_EQ(m_oPlatform.TakeLines(),
+              (Lines{"SortedList.KeyComp 13", "SortedList.BinarySearch 13", "SortedList.Remove 13"}));
+    EXPECT_EQ(Texts(m_oList->Items()), "1 2");
+}
+
+TEST_F(SortedListTest, TheModeChangesWhileNothingLivesInTheList) {
+    m_oList->Add("1", {});
+    try {
+        m_oList->SetSortMode(SortText);
+        FAIL();
+    } catch (const Failure& oFailure) {
+        EXPECT_EQ(oFailure.Number, ModeInvalid);
+        EXPECT_EQ(oFailure.Description, "SortMode Failure: You cannot change the SortMode unless the list is empty.");
+    }
+    EXPECT_EQ(m_oPlatform.TakeLines(), Lines{"SortedList.SortMode (Let) -2147221501"});
+    EXPECT_EQ(m_oList->SortMode(), SortNumeric);
+    m_oList->RemoveTop();
+    m_oList->SetSortMode(SortText);
+    EXPECT_EQ(m_oList->SortMode(), SortText);
+}
+
+// A removed text key stays in the table, where a numeric sort meets it: in the selection sort of 15 slots, in the
+// partition of 16.
+TEST_F(SortedListTest, ASmallRangeIsSelectedAndALargeOnePartitioned) {
+    const struct {
+        Long lNumbers;
+        Lines aLines;
+    } aCases[] = {
+        {14,
+         {"SortedList.KeyComp 13", "SortedList.SelectionSort 13", "SortedList.QuickSort 13", "SortedList.GetTop 13"}},
+        {15, {"SortedList.KeyComp 13", "SortedList.QuickSort 13", "SortedList.GetTop 13"}},
+    };
+    for (const auto& oCase : aCases) {
+        m_oList = New<SortedList>();
+        m_oList->SetSortMode(SortText);
+        m_oList->Add("removed", {});
+        m_oList->Remove("removed");
+        m_oList->SetSortMode(SortNumeric);
+        AddNumbers(1, oCase.lNumbers);
+        EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::TypeMismatch);
+        EXPECT_EQ(m_oPlatform.TakeLines(), oCase.aLines);
+    }
+}
+
+// Among equal keys nothing moves in a selection sort, while a partition exchanges the first slot with its pivot.
+TEST_F(SortedListTest, EqualKeysStayInOrderUpToFifteenSlots) {
+    const auto ReadEqualKeys = [&](Long lCount) {
+        m_oList->Clear();
+        for (Long l = 1; l <= lCount; ++l)
+            m_oList->Add("7", l);
+        return m_oList->Items();
+    };
+    int nMoved = 0;
+    for (int nRun = 0; nRun < 20; ++nRun) {
+        auto aFifteen = ReadEqualKeys(15);
+        EXPECT_EQ(Texts(aFifteen), "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15");
+        auto aSixteen = ReadEqualKeys(16);
+        const auto iFirst = static_cast<std::size_t>(ToLong(aSixteen[0])) - 1;
+        nMoved += iFirst != 0;
+        std::swap(aSixteen[0], aSixteen[iFirst]);
+        EXPECT_EQ(Texts(aSixteen), "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16");
+    }
+    EXPECT_GT(nMoved, 0);
+}
+
+// Among equal keys the search finds the slot that it looks at first: the middle, rounded half to even.
+TEST_F(SortedListTest, SearchBeginsInTheMiddle) {
+    const std::pair<Long, Long> aCases[] = {{1, 1}, {2, 2}, {3, 2}, {4, 2}, {6, 4}, {8, 4}, {10, 6}, {12, 6}};
+    for (const auto& [lCount, lFound] : aCases) {
+        m_oList->Clear();
+        for (Long l = 1; l <= lCount; ++l)
+            m_oList->Add("7", l);
+        EXPECT_EQ(m_oList->Item("7"), Variant(lFound)) << lCount << " equal keys";
+    }
+}
+
+TEST_F(SortedListTest, DuplicatesAreRemovedOneByOne) {
+    m_oList->SetSortMode(SortText);
+    for (const char* sKey : {"a", "A", "b", "c", "d", "e", "f", "g", "h", "i"})
+        m_oList->Add(sKey, {});
+    EXPECT_EQ(m_oList->Count(), 10);
+    for (const Long lLeft : {9, 8, 8}) {
+        m_oList->Remove("a");
+        EXPECT_EQ(m_oList->Count(), lLeft);
+    }
+    EXPECT_FALSE(m_oList->Exists("A"));
+    EXPECT_EQ(m_oList->Keys(), (Lines{"b", "c", "d", "e", "f", "g", "h", "i"}));
+}
+
+// A compaction takes never-used slots for items, which makes the capacity visible.
+TEST_F(SortedListTest, GrowsByATenthButAtLeastTenSlots) {
+    const struct {
+        Long lAdded;
+        Long lRemoved; // before the last one is added
+        Long lCapacity;
+    } aCases[] = {
+        {1, 0, 10},    {10, 0, 10},   {11, 0, 20},   {20, 0, 20},   {21, 0, 30}, {101, 0, 110},
+        {111, 0, 121}, {122, 0, 133}, {134, 0, 146}, {111, 5, 120}, // 105 items: a tenth is 10, half to even
+        {122, 6, 133},                                              // 115 items: 12
+    };
+    for (const auto& oCase : aCases) {
+        m_oList = New<SortedList>();
+        m_oList->SetSortMode(SortText);
+        AddNumbers(1, oCase.lAdded - 1);
+        RemoveNumbers(1, oCase.lRemoved);
+        AddNumbers(oCase.lAdded, 1);
+        const std::string sLast = std::to_string(oCase.lAdded);
+        m_oList->Remove(sLast);
+        EXPECT_FALSE(m_oList->Exists(sLast)); // compacts
+        EXPECT_EQ(DrainLiveSlots(), oCase.lCapacity - oCase.lRemoved - 1)
+            << oCase.lAdded << " added, " << oCase.lRemoved << " removed";
+    }
+}
+
+// The thirty slots were set up at 20 items, with ten as the bound: fewer than that and a compaction shrinks the table
+// to 19 slots. Only then do ten additions grow it again, to fresh slots that the next compaction takes for items.
+TEST_F(SortedListTest, GivesMemoryBackBelowItsBound) {
+    const std::pair<Long, Long> aCases[] = {{10, 0}, {9, 9}};
+    for (const auto& [lKept, lFreshSlots] : aCases) {
+        m_oList = New<SortedList>();
+        AddNumbers(1, 30);
+        RemoveNumbers(1, 30 - lKept);
+        EXPECT_FALSE(m_oList->Exists("1"));
+        EXPECT_EQ(m_oList->Keys().size(), static_cast<std::size_t>(lKept));
+        AddNumbers(101, 20 - lKept);
+        EXPECT_EQ(m_oList->Keys().size(), 20u);
+        m_oList->Remove("30");
+        try {
+            (void)m_oList->Exists("30");
+        } catch (const Failure&) { // the search may meet an empty key
+        }
+        const Long lCount = m_oList->Count();
+        EXPECT_EQ(DrainLiveSlots() - lCount, lFreshSlots) << lKept << " kept";
+    }
+}
+
+TEST_F(SortedListTest, ACompactionWithUnusedSlotsTakesThemForItems) {
+    AddNumbers(1, 12);
+    m_oList->Remove("12");
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Exists("12"); }), FailureNumber::TypeMismatch);
+    EXPECT_EQ(m_oPlatform.TakeLines(),
+              (Lines{"SortedList.KeyComp 13", "SortedList.BinarySearch 13", "SortedList.Exists 13"}));
+    EXPECT_EQ(m_oList->Count(), 11);
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Keys(); }), FailureNumber::Subscript);
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Items(); }), FailureNumber::Subscript);
+    EXPECT_EQ(m_oPlatform.TakeLines(), (Lines{"SortedList.Keys 9", "SortedList.Items 9"}));
+    EXPECT_EQ(m_oList->Item("6"), Variant("6")); // found before an empty key is met
+    EXPECT_EQ(DrainLiveSlots(), 19);
+    EXPECT_EQ(m_oList->Count(), -8);
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Keys(); }), FailureNumber::Subscript);
+}
+
+TEST_F(SortedListTest, TheTopIsReachedUpToSlot32767) {
+    AddNumbers(1, 32768);
+    RemoveNumbers(1, 32766);
+    EXPECT_EQ(m_oList->GetTop(), Variant("32767"));
+    m_oList->RemoveTop();
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::Overflow);
+    EXPECT_EQ(NumberOf([&] { m_oList->RemoveTop(); }), FailureNumber::Overflow);
+    EXPECT_EQ(m_oPlatform.TakeLines(), (Lines{"SortedList.GetTop 6", "SortedList.RemoveTop 6"}));
+    EXPECT_EQ(m_oList->Keys(), Lines{"32768"});
+    m_oList->Remove("32768");
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::Overflow); // before the end is seen
+}
+
+TEST_F(SortedListTest, ClearingLeavesModeAndPendingSort) {
+    m_oList->SetSortMode(SortText);
+    m_oList->Add("b", {});
+    m_oList->Clear();
+    EXPECT_EQ(m_oList->SortMode(), SortText);
+    EXPECT_EQ(m_oList->Count(), 0);
+    EXPECT_FALSE(m_oList->Exists("b"));
+    m_oList->Add("d", {});
+    m_oList->Add("c", {});
+    EXPECT_EQ(m_oList->Keys(), (Lines{"c", "d"}));
+}
+
+TEST_F(SortedListTest, ObjectsAreSharedAndReleased) {
+    struct Probe final : virtual Object {
+        explicit Probe(int& nLiving) : m_nLiving(nLiving) { ++m_nLiving; }
+        ~Probe() override { --m_nLiving; }
+        int& m_nLiving;
+    };
+    int nLiving = 0;
+    for (Long l = 1; l <= 10; ++l)
+        m_oList->Add(l, New<Probe>(nLiving));
+    EXPECT_EQ(ToObject(m_oList->Item("3")), ToObject(m_oList->Items()[2]));
+    m_oList->Remove("3");
+    m_oList->RemoveTop();
+    EXPECT_EQ(nLiving, 8);
+    const Variant vKept = m_oList->GetTop();
+    m_oList->Clear();
+    EXPECT_EQ(nLiving, 1);
+    EXPECT_TRUE(ToObject(vKept).TryAs<Probe>());
+}
+
+// Within the range in which it is an ordered map: no key is looked for once it has been removed, none is doubled.
+TEST_F(SortedListTest, AgreesWithAnOrderedMap) {
+    std::mt19937 oRandom(11);
+    const auto Below = [&](std::size_t n) { return static_cast<std::size_t>(oRandom() % n); };
+    for (const SortModeConstants eMode : {SortNumeric, SortText}) {
+        m_oList = New<SortedList>();
+        m_oList->SetSortMode(eMode);
+        const auto Before = [&](const std::string& a, const std::string& b) {
+            return eMode == SortNumeric ? std::stod(a) < std::stod(b) : CompareText(a, b) < 0;
+        };
+        std::map<std::string, Long, decltype(Before)> mapModel(Before);
+        std::map<std::string, Long, decltype(Before)> mapEver(Before);
+        const auto AnyLive = [&] {
+            return std::next(mapModel.begin(), static_cast<std::ptrdiff_t>(Below(mapModel.size())));
+        };
+        for (Long lStep = 0; lStep < 6000; ++lStep) {
+            const std::size_t nWhat = Below(100);
+            if (nWhat < 60 || mapModel.empty()) {
+                std::string sKey = std::to_string(Below(100000) / 8) + "." + std::to_string(Below(10));
+                if (eMode == SortText)
+                    sKey += Below(2) == 0 ? "k" : "K";
+                if (!mapEver.emplace(sKey, lStep).second)
+                    continue;
+                mapModel.emplace(sKey, lStep);
+                m_oList->Add(sKey, lStep);
+            } else if (nWhat < 80) {
+                const auto it = AnyLive();
+                EXPECT_EQ(m_oList->Item(it->first), Variant(it->second));
+                EXPECT_TRUE(m_oList->Exists(it->first));
+                m_oList->Remove(it->first);
+                mapModel.erase(it);
+            } else if (nWhat < 95) {
+                ASSERT_EQ(m_oList->GetTop(), Variant(mapModel.begin()->second));
+                m_oList->RemoveTop();
+                mapModel.erase(mapModel.begin());
+            } else if (nWhat < 99) {
+                Lines aKeys;
+                for (const auto& oEntry : mapModel)
+                    aKeys.push_back(oEntry.first);
+                ASSERT_EQ(m_oList->Keys(), aKeys) << "at step " << lStep;
+            } else if (Below(10) == 0) {
+                m_oList->Clear();
+                mapModel.clear();
+                mapEver.clear();
+            }
+            ASSERT_EQ(m_oList->Count(), static_cast<Long>(mapModel.size()));
+        }
+    }
+}
+
+} // namespace
+} // namespace corvane
