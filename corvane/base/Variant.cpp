@@ -2,10 +2,10 @@
 
 #include "corvane/base/Text.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 namespace corvane {
@@ -38,10 +38,15 @@ std::optional<Double> Number(const Variant& vValue) {
     return std::nullopt;
 }
 
+// Free of the user's locale, whose decimal comma nothing would read back.
 std::string NumberText(Double dblValue, int nDigits) {
+    if (dblValue == 0)
+        dblValue = 0; // without the sign of a negative zero
     char aBuffer[40];
-    std::snprintf(aBuffer, sizeof aBuffer, "%.*G", nDigits, dblValue);
-    return aBuffer;
+    const auto oEnd = std::to_chars(aBuffer, aBuffer + sizeof aBuffer, dblValue, std::chars_format::general, nDigits);
+    std::string sText(aBuffer, oEnd.ptr);
+    std::replace(sText.begin(), sText.end(), 'e', 'E');
+    return sText;
 }
 
 } // namespace
@@ -52,10 +57,11 @@ std::optional<Double> NumberIn(std::string_view sText) noexcept {
         sText.remove_prefix(1);
     while (!sText.empty() && IsBlank(sText.back()))
         sText.remove_suffix(1);
-    if (!sText.empty() && sText.front() == '+')
+    const bool bPlus = sText.starts_with('+');
+    if (bPlus)
         sText.remove_prefix(1);
-    // from_chars knows "inf", "nan" and "-" behind a plus sign, decimal notation doesn't.
-    const std::size_t iFirst = sText.starts_with('-') ? 1 : 0;
+    // from_chars knows "inf" and "nan" and no plus sign; decimal notation is the other way about.
+    const std::size_t iFirst = !bPlus && sText.starts_with('-') ? 1 : 0;
     if (iFirst >= sText.size() || !(sText[iFirst] == '.' || std::isdigit(static_cast<unsigned char>(sText[iFirst]))))
         return std::nullopt;
     Double dblValue = 0;
