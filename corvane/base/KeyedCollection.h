@@ -56,27 +56,27 @@ public:
     struct End {};
     class Iterator {
     public:
-        explicit Iterator(const KeyedCollection& oCollection) : m_oCollection(oCollection) {
-            ++m_oCollection.m_nIterators;
+        explicit Iterator(const KeyedCollection& oCollection) : m_oCollection(&oCollection) {
+            ++oCollection.m_nIterators;
             SkipDead();
         }
         Iterator(const Iterator&) = delete;
         Iterator& operator=(const Iterator&) = delete;
-        ~Iterator() { --m_oCollection.m_nIterators; }
-        T operator*() const { return m_oCollection.m_aSlots[m_iSlot].oValue; }
+        ~Iterator() { --m_oCollection->m_nIterators; }
+        T operator*() const { return m_oCollection->m_aSlots[m_iSlot].oValue; }
         Iterator& operator++() {
             ++m_iSlot;
             SkipDead();
             return *this;
         }
-        bool operator!=(End) const { return m_iSlot < m_oCollection.m_aSlots.size(); }
+        bool operator!=(End) const { return m_iSlot < m_oCollection->m_aSlots.size(); }
 
     private:
         void SkipDead() {
-            while (m_iSlot < m_oCollection.m_aSlots.size() && !m_oCollection.m_aSlots[m_iSlot].bLive)
+            while (m_iSlot < m_oCollection->m_aSlots.size() && !m_oCollection->m_aSlots[m_iSlot].bLive)
                 ++m_iSlot;
         }
-        const KeyedCollection& m_oCollection;
+        Ref<const KeyedCollection> m_oCollection; // its last other reference may go meanwhile
         std::size_t m_iSlot = 0;
     };
     [[nodiscard]] Iterator begin() const { return Iterator(*this); }
