@@ -55,6 +55,8 @@ public:
     [[nodiscard]] Subscription Subscribe(Handler fnHandler) {
         if (!m_pSlots)
             m_pSlots = std::make_shared<Slots>();
+        else if (m_pSlots->nRaises == 0 && m_pSlots->aSlots.size() == m_pSlots->aSlots.capacity())
+            m_pSlots->DropCancelled(); // an event that is never raised would keep them for ever
         auto pSlot = std::make_shared<HandlerSlot>();
         pSlot->fnHandler = std::move(fnHandler);
         m_pSlots->aSlots.push_back(pSlot);
@@ -96,6 +98,9 @@ private:
         bool bCancelled = false;
     };
     struct Slots {
+        void DropCancelled() {
+            std::erase_if(aSlots, [](const auto& pSlot) { return pSlot->bCancelled; });
+        }
         std::vector<std::shared_ptr<HandlerSlot>> aSlots;
         int nRaises = 0;
     };
@@ -103,7 +108,7 @@ private:
         explicit RaiseScope(Slots& oSlots) : m_oSlots(oSlots) { ++m_oSlots.nRaises; }
         ~RaiseScope() {
             if (--m_oSlots.nRaises == 0)
-                std::erase_if(m_oSlots.aSlots, [](const auto& pSlot) { return pSlot->bCancelled; });
+                m_oSlots.DropCancelled();
         }
         RaiseScope(const RaiseScope&) = delete;
         RaiseScope& operator=(const RaiseScope&) = delete;
