@@ -1,0 +1,57 @@
+#include "corvane/base/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+TEST(TextTest, FoldsTheLettersOfWindows1252) {
+    const std::pair<const char*, const char*> aEqual[] = {
+        {"", ""},
+        {"ABCXYZ", "abcxyz"},
+        {"\u00C0", "\u00E0"},
+        {"\u00D6", "\u00F6"},
+        {"\u00D8", "\u00F8"},
+        {"\u00DE", "\u00FE"},
+        {"\u0152", "\u0153"},
+        {"\u0160", "\u0161"},
+        {"\u017D", "\u017E"},
+        {"\u0178", "\u00FF"},
+        {"Stra\u00DFe \u00C4", "sTRA\u00DFE \u00E4"},
+    };
+    for (const auto& [sUpper, sLower] : aEqual) {
+        EXPECT_TRUE(EqualText(sUpper, sLower)) << sUpper;
+        EXPECT_EQ(HashText(sUpper), HashText(sLower)) << sUpper;
+        EXPECT_EQ(FoldText(sUpper), FoldText(sLower)) << sUpper;
+    }
+    const std::pair<const char*, const char*> aDifferent[] = {
+        {"\u00D7", "\u00F7"}, // the signs for times and divided by
+        {"a", "\u00E4"},      {"\u00DF", "ss"},     {"a", "a "},
+        {"[", "{"},           {"\u0410", "\u0430"}, // Cyrillic isn't folded
+        {"\u0192", "f"},      {"\u20AC", "\u20AD"},
+    };
+    for (const auto& [sLeft, sRight] : aDifferent)
+        EXPECT_FALSE(EqualText(sLeft, sRight)) << sLeft << " and " << sRight;
+}
+
+TEST(TextTest, OrdersByFoldedCodePoints) {
+    // Each before the next.
+    const char* aOrdered[] = {"",    " ", "10", "9",      "_",      "a",      "AB",
+                              "abc", "b", "Z",  "\u00C4", "\u00FC", "\u20AC", "\U0001F600"};
+    for (std::size_t i = 0; i < std::size(aOrdered); ++i)
+        for (std::size_t j = 0; j < std::size(aOrdered); ++j) {
+            const int nOrder = CompareText(aOrdered[i], aOrdered[j]);
+            EXPECT_EQ((nOrder > 0) - (nOrder < 0), (i > j) - (i < j)) << aOrdered[i] << " and " << aOrdered[j];
+        }
+}
+
+TEST(TextTest, BrokenUtf8EndsAndDiffers) {
+    const char* aBroken[] = {"a", "a\x80", "a\xC3", "a\xE2\x82", "a\xF0\x9F\x98", "a\xFF"};
+    for (std::size_t i = 0; i < std::size(aBroken); ++i)
+        for (std::size_t j = 0; j < std::size(aBroken); ++j)
+            EXPECT_EQ(EqualText(aBroken[i], aBroken[j]), i == j) << i << " and " << j;
+    EXPECT_EQ(FoldText("A\xE2\x82"), "a\xE2\x82");
+}
+
+} // namespace
+} // namespace corvane

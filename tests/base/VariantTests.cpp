@@ -1,0 +1,110 @@
+#include "corvane/base/Dictionary.h"
+#include "corvane/base/Variant.h"
+#include "tests/support/RecordingUtilities.h"
+
+#include <clocale>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace corvane {
+namespace {
+
+constexpr Long MaxLong = std::numeric_limits<Long>::max();
+
+template <class Call>
+std::string Converted(Call fnCall) {
+    try {
+        return ToText(fnCall());
+    } catch (const Failure& oFailure) {
+        return "fails " + std::to_string(oFailure.Number);
+    }
+}
+
+TEST(VariantTest, Converts) {
+    const struct {
+        Variant vValue;
+        const char* sBoolean;
+        const char* sLong;
+        const char* sSingle;
+        const char* sText;
+    } aCases[] = {
+        {{}, "False", "0", "0", ""},
+        {true, "True", "-1", "-1", "True"},
+        {false, "False", "0", "0", "False"},
+        {Long{0}, "False", "0", "0", "0"},
+        {Long{-7}, "True", "-7", "-7", "-7"},
+        {MaxLong, "True", "2147483647", "2.147484E+09", "2147483647"},
+        {0.5, "True", "0", "0.5", "0.5"},
+        {1.5, "True", "2", "1.5", "1.5"},
+        {2.5, "True", "2", "2.5", "2.5"},
+        {-2.5, "True", "-2", "-2.5", "-2.5"},
+        {-0.0, "False", "0", "0", "0"},
+        {0.1F, "True", "0", "0.1", "0.1"},
+        {1234567.0F, "True", "1234567", "1234567", "1234567"},
+        {12345678.0F, "True", "12345678", "1.234568E+07", "1.234568E+07"},
+        {0.1 + 0.2, "True", "0", "0.3", "0.3"},
+        {2147483647.5, "True", "fails 6", "2.147484E+09", "2147483647.5"},
+        {2147483647.25, "True", "2147483647", "2.147484E+09", "2147483647.25"},
+        {-2147483648.5, "True", "-2147483648", "-2.147484E+09", "-2147483648.5"},
+        {1e40, "True", "fails 6", "fails 6", "1E+40"},
+        {"True", "True", "fails 13", "fails 13", "True"},
+        {"fAlSe", "False", "fails 13", "fails 13", "fAlSe"},
+        {"0", "False", "0", "0", "0"},
+        {" -1.5 ", "True", "-2", "-1.5", " -1.5 "},
+        {"+3", "True", "3", "3", "+3"},
+        {".5", "True", "0", "0.5", ".5"},
+        {"5.", "True", "5", "5", "5."},
+        {"1e3", "True", "1000", "1000", "1e3"},
+        {"1e-999", "False", "0", "0", "1e-999"},
+        {"1e999", "True", "fails 6", "fails 6", "1e999"},
+        {"-1e999", "True", "fails 6", "fails 6", "-1e999"},
+        {"", "fails 13", "fails 13", "fails 13", ""},
+        {" ", "fails 13", "fails 13", "fails 13", " "},
+        {"yes", "fails 13", "fails 13", "fails 13", "yes"},
+        {"1 2", "fails 13", "fails 13", "fails 13", "1 2"},
+        {"1,5", "fails 13", "fails 13", "fails 13", "1,5"},
+        {"0x10", "fails 13", "fails 13", "fails 13", "0x10"},
+        {"nan", "fails 13", "fails 13", "fails 13", "nan"},
+        {"-inf", "fails 13", "fails 13", "fails 13", "-inf"},
+        {"+-1", "fails 13", "fails 13", "fails 13", "+-1"},
+        {"--1", "fails 13", "fails 13", "fails 13", "--1"},
+        {Ref<Object>(), "fails 13", "fails 13", "fails 13", "fails 13"},
+    };
+    for (const auto& oCase : aCases) {
+        const std::string sWhat = oCase.vValue.IsObject() ? "an object" : ToText(oCase.vValue);
+        EXPECT_EQ(Converted([&] { return Variant(ToBoolean(oCase.vValue)); }), oCase.sBoolean) << sWhat;
+        EXPECT_EQ(Converted([&] { return Variant(ToLong(oCase.vValue)); }), oCase.sLong) << sWhat;
+        EXPECT_EQ(Converted([&] { return Variant(ToSingle(oCase.vValue)); }), oCase.sSingle) << sWhat;
+        EXPECT_EQ(Converted([&] { return Variant(ToText(oCase.vValue)); }), oCase.sText) << sWhat;
+    }
+}
+
+// A user's locale may write a comma, which no definition file would read back.
+TEST(VariantTest, NumbersDontFollowTheLocale) {
+    const char* sBefore = std::setlocale(LC_NUMERIC, nullptr);
+    const std::string sRestore = sBefore ? sBefore : "C";
+    bool bFound = false;
+    for (const char* sLocale : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "nl_NL.UTF-8"})
+        bFound = bFound || std::setlocale(LC_NUMERIC, sLocale);
+    if (!bFound)
+        GTEST_SKIP() << "no locale with a decimal comma is installed";
+    const std::string sText = ToText(1.5);
+    const Single fValue = ToSingle("2.5");
+    std::setlocale(LC_NUMERIC, sRestore.c_str());
+    EXPECT_EQ(sText, "1.5");
+    EXPECT_EQ(fValue, 2.5F);
+}
+
+TEST(VariantTest, TellsObjectsFromPlainValues) {
+    const auto oObject = New<Dictionary>();
+    EXPECT_TRUE(Variant(oObject).IsObject());
+    EXPECT_TRUE(Variant(Ref<Object>()).IsObject());
+    EXPECT_FALSE(Variant().IsObject());
+    EXPECT_TRUE(ToObject(oObject) == oObject);
+    EXPECT_FALSE(ToObject({}));
+    EXPECT_EQ(testing::NumberOf([] { (void)ToObject("text"); }), FailureNumber::TypeMismatch);
+    EXPECT_FALSE(Variant(1.0) == Variant(Long{1})); // of another type
+}
+
+} // namespace
+} // namespace corvane
