@@ -38,8 +38,11 @@ void Tool::CopyFromMaster() {
 
 void Tool::Detach(bool bFromBar) {
     m_pBand = nullptr;
-    if (bFromBar)
-        m_pBar = nullptr;
+    if (!bFromBar)
+        return;
+    m_pBar = nullptr;
+    if (m_oMaster)
+        m_oMaster->m_pBar = nullptr; // the master of a host's tool stands in no other list
 }
 
 void Tool::RaiseChanged(BarChange::What eWhat) {
@@ -179,7 +182,10 @@ Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
     return oTool;
 }
 
-MasterTools::~MasterTools() {
+MasterTools::~MasterTools() { Detach(); }
+
+void MasterTools::Detach() {
+    m_pBar = nullptr;
     for (const auto& oTool : m_aTools)
         oTool->Detach(true);
 }
@@ -198,9 +204,18 @@ Ref<Tool> MasterTools::Item(Long lToolId) const {
     return Ref<Tool>(it->second);
 }
 
-BandTools::~BandTools() {
+BandTools::~BandTools() { Detach(); }
+
+void BandTools::Detach() {
+    m_pBand = nullptr;
     for (const auto& oTool : m_aTools)
         oTool->Detach(true);
+}
+
+Band& BandTools::OwningBand() const {
+    if (!m_pBand)
+        FailObjectNotSet();
+    return *m_pBand;
 }
 
 Ref<Tool> BandTools::Item(Long lPosition) const {
@@ -212,22 +227,24 @@ Ref<Tool> BandTools::Item(Long lPosition) const {
 Ref<Tool> BandTools::Insert(Long lPosition, const Ref<Tool>& oTool) {
     if (lPosition < -1 || lPosition > Count())
         FailPosition(lPosition, Count());
+    Band& oBand = OwningBand();
     Tool& oMaster = oTool->Master();
-    auto oInstance = New<Tool>(m_pBand, Ref<Tool>(&oMaster));
+    auto oInstance = New<Tool>(&oBand, Ref<Tool>(&oMaster));
     InsertTool(static_cast<std::size_t>(lPosition == -1 ? Count() : lPosition), oInstance);
-    m_pBand->RaiseChanged(BarChange::What::BandTools);
+    oBand.RaiseChanged(BarChange::What::BandTools);
     return oInstance;
 }
 
 void BandTools::Remove(Long lPosition) {
     if (lPosition < 0 || lPosition >= Count())
         FailPosition(lPosition, Count());
+    Band& oBand = OwningBand();
     RemoveTool(static_cast<std::size_t>(lPosition))->Detach(false);
-    m_pBand->RaiseChanged(BarChange::What::BandTools);
+    oBand.RaiseChanged(BarChange::What::BandTools);
 }
 
 Ref<Tool> BandTools::AddHostTool(std::string_view sName) {
-    auto oMaster = New<Tool>(m_pBand->Owner(), 0, std::string(sName));
+    auto oMaster = New<Tool>(OwningBand().Owner(), 0, std::string(sName));
     return Insert(-1, oMaster);
 }
 
@@ -276,7 +293,10 @@ void Band::Refresh() {
         m_pBar->PaintRequested.Raise(Ref<Band>(this));
 }
 
-BandCollection::~BandCollection() {
+BandCollection::~BandCollection() { Detach(); }
+
+void BandCollection::Detach() {
+    m_pBar = nullptr;
     for (const auto& oBand : m_aBands)
         oBand->Detach();
 }
@@ -285,7 +305,8 @@ Ref<Band> BandCollection::Add(std::string_view sName) {
     auto oBand = New<Band>(m_pBar, std::string(sName));
     m_aBands.push_back(oBand);
     m_mapNames.try_emplace(std::string(sName), oBand.Get());
-    m_pBar->Changed.Raise({BarChange::What::BandAdded, oBand.Get(), nullptr});
+    if (m_pBar)
+        m_pBar->Changed.Raise({BarChange::What::BandAdded, oBand.Get(), nullptr});
     return oBand;
 }
 
@@ -309,7 +330,11 @@ Ref<Band> BandCollection::Item(Long lPosition) const {
 
 ActiveBar::ActiveBar() : m_oTools(New<MasterTools>(this)), m_oBands(New<BandCollection>(this)) {}
 
-ActiveBar::~ActiveBar() = default;
+// Bands and tools may live on in other hands, but as parts of no control.
+ActiveBar::~ActiveBar() {
+    m_oBands->Detach();
+    m_oTools->Detach();
+}
 
 void ActiveBar::RecalcLayout() { Changed.Raise({BarChange::What::Layout}); }
 

@@ -172,6 +172,7 @@ public:
     using ToolCollection::Item;
     // By identifier. Fails with 5 when there is none.
     [[nodiscard]] Ref<Tool> Item(Long lToolId) const;
+    void Detach(); // by the control that goes away
 
 private:
     ActiveBar* m_pBar;
@@ -188,15 +189,17 @@ public:
     // By position from 0. Fails with 9 outside.
     [[nodiscard]] Ref<Tool> Item(Long lPosition) const;
     // Makes an instance of the tool's master at a position from 0; -1 and Count mean the end. Fails with 9 elsewhere,
-    // with 91 for nothing.
+    // with 91 for nothing and in a band that is gone.
     Ref<Tool> Insert(Long lPosition, const Ref<Tool>& oTool);
     // Fails with 9 when there is none at that position.
     void Remove(Long lPosition);
     // A tool of the host's own in this band alone, which isn't in the master list.
     Ref<Tool> AddHostTool(std::string_view sName);
-    void Detach() { m_pBand = nullptr; }
+    void Detach(); // by the band that goes away
 
 private:
+    [[nodiscard]] Band& OwningBand() const;
+
     Band* m_pBand;
 };
 
@@ -259,6 +262,7 @@ public:
     // By position from 0. Fails with 9 outside.
     [[nodiscard]] Ref<Band> Item(Long lPosition) const;
     [[nodiscard]] const std::vector<Ref<Band>>& All() const { return m_aBands; }
+    void Detach(); // by the control that goes away
 
 private:
     ActiveBar* m_pBar;
