@@ -5,7 +5,10 @@
 
 namespace corvane {
 
-Form::Form(MdiForm* pApplication, bool bMDIChild) : m_pApplication(pApplication), m_bMDIChild(bMDIChild) {}
+Form::Form(MdiForm* pApplication, bool bMDIChild) : m_pApplication(pApplication), m_bMDIChild(bMDIChild) {
+    if (m_pApplication)
+        m_pApplication->FormMade(*this);
+}
 
 Form::~Form() {
     if (m_pApplication)

@@ -2,6 +2,7 @@
 // nothing; a host derives from it or hears Changed.
 #pragma once
 
+#include "corvane/base/Badge.h"
 #include "corvane/base/Event.h"
 #include "corvane/base/Ref.h"
 
@@ -17,7 +18,7 @@ enum class ShowMode : Long { Modeless = 0, Modal = 1 };
 
 class [[gnu::visibility("default")]] Form : public virtual Object {
 public:
-    // A child of an MDI form, or a form of its own for nothing. The parent must outlive the loaded child.
+    // A child of an MDI form, or a form of its own for nothing, which a child becomes when it outlives the MDI form.
     explicit Form(MdiForm* pApplication = nullptr, bool bMDIChild = false);
     ~Form() override;
 
@@ -41,7 +42,8 @@ public:
     [[nodiscard]] bool MDIChild() const { return m_bMDIChild; }
     [[nodiscard]] FormState WindowState() const { return m_eState; }
     void SetWindowState(FormState eState);
-    [[nodiscard]] MdiForm* Application() const { return m_pApplication; }
+    [[nodiscard]] MdiForm* Application() const { return m_pApplication; } // a null pointer for a form of its own
+    void Detach(Badge<MdiForm>) { m_pApplication = nullptr; }
     [[nodiscard]] const Ref<Form>& ShowOwner() const { return m_oOwner; } // of the latest Show
     [[nodiscard]] bool IsModal() const { return m_bModal; }               // by the latest Show
     // In twips. The scale sizes are those of the inner area; they are the outer ones less what SetFrame says.

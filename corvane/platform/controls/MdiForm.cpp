@@ -6,6 +6,11 @@
 
 namespace corvane {
 
+MdiForm::~MdiForm() {
+    for (Form* pForm : m_aMade)
+        pForm->Detach(Badge<MdiForm>{});
+}
+
 Ref<Form> MdiForm::ActiveForm() const {
     if (!m_bHidesActive)
         for (auto it = m_aForms.rbegin(); it != m_aForms.rend(); ++it)
@@ -35,6 +40,8 @@ Variant MdiForm::Invoke(std::string_view sName, std::span<const Variant> aArgume
     return m_colMembers->Item(sName);
 }
 
+void MdiForm::FormMade(Form& oForm) { m_aMade.push_back(&oForm); }
+
 void MdiForm::FormLoaded(const Ref<Form>& oForm) {
     // A form that has been loaded but never shown is behind all others.
     m_aForms.insert(m_aForms.begin(), oForm.Get());
@@ -54,12 +61,15 @@ void MdiForm::FormActivated(const Ref<Form>& oForm) {
         oForm->OnActivate.Raise();
 }
 
-void MdiForm::FormUnloaded(Form& oForm) { Forget(oForm); }
-
-void MdiForm::Forget(Form& oForm) {
+void MdiForm::FormUnloaded(Form& oForm) {
     std::erase(m_aForms, &oForm);
     if (m_pForeground == &oForm)
         m_pForeground = nullptr;
+}
+
+void MdiForm::Forget(Form& oForm) {
+    FormUnloaded(oForm);
+    std::erase(m_aMade, &oForm);
 }
 
 } // namespace corvane

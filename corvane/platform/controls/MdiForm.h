@@ -14,6 +14,7 @@ enum class Arrangement : Long { Cascade = 0, TileHorizontal = 1, TileVertical = 
 class [[gnu::visibility("default")]] MdiForm : public Form {
 public:
     MdiForm() = default;
+    ~MdiForm() override;
 
     // The MDI child activated last among those loaded, or nothing.
     [[nodiscard]] Ref<Form> ActiveForm() const;
@@ -35,13 +36,15 @@ public:
     Event<const Ref<Form>&> ChildLoaded;
 
     // By the forms themselves.
+    void FormMade(Form& oForm);
     void FormLoaded(const Ref<Form>& oForm);
     void FormActivated(const Ref<Form>& oForm);
     void FormUnloaded(Form& oForm);
     void Forget(Form& oForm);
 
 private:
-    std::vector<Form*> m_aForms; // loaded ones; each takes itself out
+    std::vector<Form*> m_aMade;  // each takes itself out when it ends
+    std::vector<Form*> m_aForms; // the loaded ones
     Form* m_pForeground = nullptr;
     bool m_bHidesActive = false;
     Ref<KeyedCollection<Ref<Object>>> m_colMembers = New<KeyedCollection<Ref<Object>>>();
