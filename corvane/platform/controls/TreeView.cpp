@@ -216,8 +216,9 @@ void TreeView::StartLabelEdit() {
         CancelLabelEdit();
         return;
     }
-    if (m_oEditedNode)
-        m_sTextBeforeEdit = m_oEditedNode->Text(); // the handler may have put another text to edit
+    if (!m_oEditedNode)
+        return; // a handler ended the edit or removed the node
+    m_sTextBeforeEdit = m_oEditedNode->Text(); // the handler may have put another text to edit
     EditorRequested.Raise();
 }
 
