@@ -21,6 +21,8 @@ const char* RunTimeText(Long lNumber) {
         return "Type mismatch";
     case FailureNumber::FileNotFound:
         return "File not found";
+    case FailureNumber::FileAccess:
+        return "Path/File access error";
     case FailureNumber::PathNotFound:
         return "Path not found";
     case FailureNumber::ObjectNotSet:

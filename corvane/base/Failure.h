@@ -19,6 +19,7 @@ inline constexpr Long OutOfMemory = 7;
 inline constexpr Long Subscript = 9;
 inline constexpr Long TypeMismatch = 13;
 inline constexpr Long FileNotFound = 53;
+inline constexpr Long FileAccess = 75;
 inline constexpr Long PathNotFound = 76;
 inline constexpr Long ObjectNotSet = 91;
 inline constexpr Long CannotCreateObject = 429;
