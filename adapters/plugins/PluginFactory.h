@@ -1,0 +1,47 @@
+// Objects from plug-ins: the ProgID "Library.Class" is a class of the shared library lib<Library>.so in the folder of
+// plug-ins. A library that has been loaded stays loaded.
+#pragma once
+
+#include "corvane/base/PluginExport.h"
+#include "corvane/base/Text.h"
+#include "corvane/platform/IObjectFactory.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace corvane {
+
+class PluginFactory final : public IObjectFactory {
+public:
+    struct ClassInfo {
+        std::string sProgID;
+        std::vector<MemberInfo> aMembers; // in the order of the class's table
+    };
+
+    // A folder that doesn't exist is an empty one.
+    explicit PluginFactory(std::string sFolder);
+
+    // Library and class are found without regard to case. A failure of the constructor keeps its text, inside a 429.
+    Ref<Object> Create(std::string_view sProgID) override;
+
+    // For tools. Fails with 429 as Create does.
+    [[nodiscard]] std::vector<ClassInfo> Classes(std::string_view sLibrary);
+    // The names that can stand in front of a ProgID's point, in order.
+    [[nodiscard]] std::vector<std::string> Libraries() const;
+    // Where the library is, or would have to be.
+    [[nodiscard]] std::string PathOf(std::string_view sLibrary) const;
+
+private:
+    struct Library {
+        std::string sPath;
+        const PluginTable* pTable;
+    };
+
+    const Library& Load(std::string_view sLibrary, const std::string& sWanted);
+
+    std::string m_sFolder;
+    std::unordered_map<std::string, Library, TextHash, TextEqual> m_mapLibraries;
+};
+
+} // namespace corvane

@@ -1,0 +1,50 @@
+// Parsing under limits. Only sources of this folder include it: it shows libxml2's types.
+#pragma once
+
+#include "corvane/platform/IXmlService.h"
+
+#include <libxml/parser.h>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+using XmlTree = std::shared_ptr<xmlDoc>;
+
+// The line of an element, or of the element that the node belongs to. Right beyond 65535, where libxml2 counts no
+// further: XmlParser keeps such a line in the element's psvi field.
+[[nodiscard]] Long LineOf(const xmlNode* pNode) noexcept;
+
+// "line 7: " with what libxml2 says, on one line and without its full stop.
+[[nodiscard]] std::string Reason(Long lLine, std::string_view sMessage);
+
+class XmlParser {
+public:
+    XmlParser() = default;
+    ~XmlParser();
+    XmlParser(const XmlParser&) = delete;
+    XmlParser& operator=(const XmlParser&) = delete;
+
+    // A text that is UTF-8, whatever its declaration says. Nothing, with the error, when it isn't well formed or goes
+    // beyond the limits.
+    [[nodiscard]] XmlTree Parse(std::string_view sText, XmlError& oError);
+
+private:
+    struct State;
+
+    void Renew();
+
+    static void OnError(void* pContext, xmlErrorPtr pError);
+    static void OnStartElement(void* pContext, const xmlChar* sName, const xmlChar* sPrefix, const xmlChar* sUri,
+                               int nNamespaces, const xmlChar** aNamespaces, int nAttributes, int nDefaulted,
+                               const xmlChar** aAttributes);
+    static void OnText(void* pContext, const xmlChar* sText, int nLength);
+    static void OnCData(void* pContext, const xmlChar* sText, int nLength);
+    static void OnEntity(void* pContext, const xmlChar* sName, int nType, const xmlChar* sPublicId,
+                         const xmlChar* sSystemId, xmlChar* sContent);
+
+    xmlParserCtxtPtr m_pContext = nullptr;
+};
+
+} // namespace corvane

@@ -1,0 +1,39 @@
+// Schemas, read once. Only sources of this folder include it: it shows libxml2's types.
+#pragma once
+
+#include "corvane/platform/IXmlService.h"
+
+#include <libxml/relaxng.h>
+#include <libxml/xmlschemas.h>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace corvane {
+
+class XmlSchemaCache final : public IXmlSchemaCache {
+public:
+    void Add(std::string_view sNamespace, std::string_view sFile) override;
+
+    // The first violation, under the schema of the root element's namespace.
+    [[nodiscard]] XmlError Validate(xmlDocPtr pDocument) const;
+
+    std::string_view TypeName() const override { return "XmlSchemaCache"; }
+
+private:
+    struct FreeSchema {
+        void operator()(xmlDocPtr pDocument) const { xmlFreeDoc(pDocument); }
+        void operator()(xmlSchemaPtr pSchema) const { xmlSchemaFree(pSchema); }
+        void operator()(xmlRelaxNGPtr pSchema) const { xmlRelaxNGFree(pSchema); }
+    };
+    // One of the two languages. The schema points into its own document.
+    struct Schema {
+        std::unique_ptr<xmlDoc, FreeSchema> oDocument;
+        std::unique_ptr<xmlSchema, FreeSchema> oXmlSchema;
+        std::unique_ptr<xmlRelaxNG, FreeSchema> oRelaxNG;
+    };
+
+    std::map<std::string, Schema, std::less<>> m_mapSchemas;
+};
+
+} // namespace corvane

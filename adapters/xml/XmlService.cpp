@@ -1,0 +1,26 @@
+#include "adapters/xml/XmlService.h"
+
+#include "adapters/xml/XmlDocument.h"
+#include "adapters/xml/XmlParser.h"
+#include "adapters/xml/XmlSchema.h"
+#include "adapters/xml/XmlXPath.h"
+
+namespace corvane {
+
+XmlService::XmlService() {
+    xmlInitParser();
+    m_pParser = std::make_shared<XmlParser>();
+    m_pXPath = std::make_shared<XmlXPath>();
+}
+
+XmlService::~XmlService() = default;
+
+Ref<IXmlDocument> XmlService::NewDocument() {
+    return New<XmlDocument>(m_pParser, m_pXPath);
+}
+
+Ref<IXmlSchemaCache> XmlService::NewSchemaCache() {
+    return New<XmlSchemaCache>();
+}
+
+} // namespace corvane

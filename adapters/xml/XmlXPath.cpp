@@ -1,0 +1,67 @@
+#include "adapters/xml/XmlXPath.h"
+
+#include "corvane/base/Failure.h"
+
+#include <new>
+
+namespace corvane {
+
+namespace {
+
+struct FreeResult {
+    void operator()(xmlXPathObjectPtr pResult) const { xmlXPathFreeObject(pResult); }
+};
+
+// libxml2 would write to the error stream otherwise; what it returns says enough.
+void Ignore(void* /*pData*/, xmlErrorPtr /*pError*/) {}
+
+} // namespace
+
+XmlXPath::XmlXPath() : m_pContext(xmlXPathNewContext(nullptr)) {
+    if (!m_pContext)
+        throw std::bad_alloc();
+    m_pContext->error = &Ignore;
+    xmlXPathContextSetCache(m_pContext, 1, -1, 0);
+}
+
+XmlXPath::~XmlXPath() {
+    xmlXPathFreeContext(m_pContext);
+}
+
+xmlXPathCompExprPtr XmlXPath::Compiled(std::string_view sXPath) {
+    auto it = m_mapExpressions.find(sXPath);
+    if (it == m_mapExpressions.end()) {
+        constexpr std::size_t nMost = 1000; // expressions with a name in them would pile up without end
+        if (m_mapExpressions.size() >= nMost)
+            m_mapExpressions.clear();
+        std::string sText(sXPath);
+        Expression oExpression(xmlXPathCtxtCompile(m_pContext, reinterpret_cast<const xmlChar*>(sText.c_str())));
+        if (!oExpression)
+            Fail(FailureNumber::InvalidProcedureCall, "\"" + sText + "\" is no XPath expression");
+        it = m_mapExpressions.emplace(std::move(sText), std::move(oExpression)).first;
+    }
+    return it->second.get();
+}
+
+std::vector<xmlNodePtr> XmlXPath::Select(xmlDocPtr pDocument, xmlNodePtr pFrom, std::string_view sXPath) {
+    xmlXPathCompExprPtr pExpression = Compiled(sXPath);
+    m_pContext->doc = pDocument;
+    m_pContext->node = pFrom;
+    const std::unique_ptr<xmlXPathObject, FreeResult> oResult(xmlXPathCompiledEval(pExpression, m_pContext));
+    m_pContext->doc = nullptr;
+    m_pContext->node = nullptr;
+    if (!oResult)
+        Fail(FailureNumber::InvalidProcedureCall, "\"" + std::string(sXPath) + "\" can't be evaluated");
+    if (oResult->type != XPATH_NODESET)
+        Fail(FailureNumber::TypeMismatch, "\"" + std::string(sXPath) + "\" selects a value, not nodes");
+    std::vector<xmlNodePtr> aNodes;
+    if (const xmlNodeSetPtr pSet = oResult->nodesetval) {
+        aNodes.reserve(static_cast<std::size_t>(pSet->nodeNr));
+        for (int i = 0; i < pSet->nodeNr; ++i)
+            if (pSet->nodeTab[i]->type == XML_ELEMENT_NODE || pSet->nodeTab[i]->type == XML_ATTRIBUTE_NODE)
+                aNodes.push_back(pSet->nodeTab[i]);
+    }
+    return aNodes;
+}
+
+} // namespace corvane

@@ -1,0 +1,83 @@
+#include "adapters/plugins/PluginFactory.h"
+#include "corvane/base/Variant.h"
+#include "tests/adapters/Failing.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using corvane::test::FailureOf;
+
+namespace {
+
+const std::string sFolder = CORVANE_TEST_PLUGINS;
+
+std::string File(const std::string& sLibrary) {
+    return "\"" + sFolder + "/lib" + sLibrary + ".so\"";
+}
+
+} // namespace
+
+TEST(Plugins, AnObjectIsMadeAndCalledByName) {
+    const auto oFactory = New<PluginFactory>(sFolder);
+    const Ref<Object> oCounter = oFactory->Create("good.COUNTER");
+    const Variant vMore(Long{5});
+    EXPECT_EQ(oCounter->Invoke("add", std::span(&vMore, 1)), Variant(Long{5}));
+    EXPECT_EQ(oCounter->TypeName(), "Counter");
+    EXPECT_EQ(oFactory->Create("Good.Counter")->Invoke("Count", {}), Variant(Long{0}));
+}
+
+TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
+    struct {
+        const char* sProgID;
+        std::string sWhy;
+    } const aCases[] = {
+        {"Missing.Class",
+         "there is no file " + File("Missing") + ". Put the plug-in there, or correct the name in front of the point"},
+        {"NoEntry.Class", "the file " + File("NoEntry") +
+                              " is a shared library without the entry \"corvane_plugin\", so it is no plug-in. Declare "
+                              "its classes with CORVANE_PLUGIN and build it again"},
+        {"NoTable.Class", "the entry \"corvane_plugin\" of the plug-in " + File("NoTable") +
+                              " gave no table of classes. Declare them with CORVANE_PLUGIN"},
+        {"OtherAbi.Class", "the plug-in " + File("OtherAbi") +
+                               " has the interface version 7, this program wants version 1. Build the plug-in again "
+                               "with this program's headers"},
+        {"OtherBuild.Class", "the plug-in " + File("OtherBuild") +
+                                 " was built as \"another compiler\", this program wants \"" + PluginBuildTag +
+                                 "\". Build the plug-in again with the same compiler and standard library"},
+        {"Good.Countre",
+         "the plug-in " + File("Good") + " has no such class. It has \"Good.Counter\", \"Good.Account\""},
+        {"Throwing.WithFailure",
+         "its constructor in the plug-in " + File("Throwing") + " failed with 91 (Throwing): The licence is missing"},
+        {"Throwing.WithForeign", "its constructor in the plug-in " + File("Throwing") +
+                                     " failed with -2147467259 (Corvane): a foreign exception"},
+        {"Throwing.WithNumber", "its constructor in the plug-in " + File("Throwing") +
+                                    " failed with -2147467259 (Corvane): An exception of an unknown type"},
+        {"NoPoint", "a ProgID has the form \"Library.Class\""},
+        {"NoClass.", "a ProgID has the form \"Library.Class\""},
+        {"", "a ProgID has the form \"Library.Class\""},
+        {"a/b.Class", "the library's name \"a/b\" is no plain file name; a ProgID has the form \"Library.Class\", "
+                      "without a folder"},
+    };
+    const auto oFactory = New<PluginFactory>(sFolder);
+    for (const auto& oCase : aCases)
+        EXPECT_EQ(FailureOf([&] { (void)oFactory->Create(oCase.sProgID); }),
+                  "429: Can't create an object of \"" + std::string(oCase.sProgID) + "\": " + oCase.sWhy);
+    // The loader's own words are part of this one.
+    const std::string sText = FailureOf([&] { (void)oFactory->Create("Text.Class"); });
+    EXPECT_NE(sText.find("the file " + File("Text") + " can't be loaded as a shared library: "), std::string::npos);
+    EXPECT_NE(sText.find("file too short"), std::string::npos) << sText;
+}
+
+TEST(Plugins, ToolsSeeClassesAndMembers) {
+    const auto oFactory = New<PluginFactory>(sFolder);
+    const auto aClasses = oFactory->Classes("GOOD");
+    ASSERT_EQ(aClasses.size(), 2u);
+    EXPECT_EQ(aClasses[0].sProgID, "Good.Account");
+    EXPECT_TRUE(aClasses[0].aMembers.empty());
+    ASSERT_EQ(aClasses[1].aMembers.size(), 2u);
+    EXPECT_EQ(aClasses[1].aMembers[0].Name, "Add");
+    EXPECT_EQ(aClasses[1].aMembers[0].ParameterCount, 1u);
+    EXPECT_EQ(oFactory->Libraries(),
+              (std::vector<std::string>{"Good", "NoEntry", "NoTable", "OtherAbi", "OtherBuild", "Text", "Throwing"}));
+    EXPECT_TRUE(New<PluginFactory>(sFolder + "/none")->Libraries().empty());
+}

@@ -1,0 +1,138 @@
+#include "adapters/xml/XmlService.h"
+#include "tests/adapters/Failing.h"
+#include "tests/adapters/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace corvane;
+using corvane::test::FailureOf;
+
+namespace {
+
+std::string Verdict(const std::string& sSchemaFile, const std::string& sDocument) {
+    const auto oService = New<XmlService>();
+    const auto oCache = oService->NewSchemaCache();
+    oCache->Add("", sSchemaFile);
+    const auto oDocument = oService->NewDocument();
+    if (!oDocument->LoadXml(sDocument))
+        return "not well formed: " + oDocument->ParseError().sReason;
+    const XmlError oError = oDocument->Validate(oCache);
+    EXPECT_EQ(oError.lErrorCode == 0, oError.sReason.empty());
+    return oError.sReason.empty() ? "valid" : oError.sReason;
+}
+
+std::string Shipped(const std::string& sDocument) {
+    return Verdict(CORVANE_SHIPPED_SCHEMA, sDocument);
+}
+
+constexpr const char* sCommands = R"(
+<ActionItems>
+ <ActionItem Name="Open" Action="OnOpen" Visible="true" Enabled="0" Checked="maybe" Description="d"
+  PassActionItemParam="x" Image="a.bmp" ImageDisabled="b" ImagePressed="c"/>
+ <ActionItem Name="Open"/>
+</ActionItems>
+<Menus>
+ <MenuItem Type="NoSuchWord" ActionItem="Open" PositionOrder="ten" Caption="#Open" Tip="t" Path="File"
+  ShortCutKey="Ctrl+O" Separator="Sideways"/>
+ <MenuItem/>
+</Menus>)";
+
+constexpr const char* sPage =
+    R"(<Page PageProgID="S.P" Caption="c" IsOptional="perhaps" IsResizable="" PositionOrder="1"
+ HelpContextID="7" HideExplorer="true">)";
+
+} // namespace
+
+TEST(ShippedSchema, TakesEveryElementAndAttributeAndLeavesWordsAlone) {
+    const std::string sCommandsAndText = std::string("text") + sCommands + "<!-- comment -->";
+    EXPECT_EQ(Shipped("<Service/>"), "valid");
+    EXPECT_EQ(Shipped("<Service Name='S' ProgID='S.S' IsStartService='?' Active='yes'><Windows/><Preferences>" +
+                      std::string(sPage) + sCommandsAndText + "</Page></Preferences>" + sCommandsAndText +
+                      R"(<ExplorerItems>text<ExplorerItem Name="n" DisplayName="d" ProgID="S.I" Type="?" Parent="p"
+                      PositionOrder="1" DefaultAction="Open" CanRename="?" Image="i">)" +
+                      sCommandsAndText + "</ExplorerItem><ExplorerItem/></ExplorerItems>" +
+                      R"(<Windows><Window Name="n" PageWidth="1" PageHeight="2" DefPageWidth="3" DefPageHeight="4"
+                      Type="?" Caption="c" IsMDIChild="?" State="?" IsModal="?" IsNewBusinessContext="?"
+                      IsApplyCommandShown="?">)" +
+                      sPage + sCommandsAndText + sCommands + "</Page><Page/></Window></Windows>" + sCommands +
+                      "<ExplorerItems/></Service>"),
+              "valid");
+}
+
+TEST(ShippedSchema, CatchesWhatIsMisspeltOrMisplaced) {
+    struct {
+        std::string sDocument, sReason;
+    } const aCases[] = {
+        {"<Service Nmae='S'/>", "line 1: Element 'Service', attribute 'Nmae': The attribute 'Nmae' is not allowed"},
+        {"<Service>\n<ActionItems>\n<ActionItem Enable='true'/></ActionItems></Service>",
+         "line 3: Element 'ActionItem', attribute 'Enable': The attribute 'Enable' is not allowed"},
+        {"<Service>\n<ActionItems>\n<ActionItem\nName='a'\nname='b'/></ActionItems></Service>",
+         "line 5: Element 'ActionItem', attribute 'name': The attribute 'name' is not allowed"},
+        {"<Service>\n<Menus a=''/></Service>",
+         "line 2: Element 'Menus', attribute 'a': The attribute 'a' is not allowed"},
+        {"<Service>\n<Menu/></Service>", "line 2: Element 'Menu': This element is not expected. Expected is one of ( "
+                                         "ActionItems, Menus, ExplorerItems, Windows, Preferences )"},
+        {"<Service>\n<ActionItem/></Service>",
+         "line 2: Element 'ActionItem': This element is not expected. Expected is one of ( "
+         "ActionItems, Menus, ExplorerItems, Windows, Preferences )"},
+        {"<Service><Windows>\n<Page/></Windows></Service>",
+         "line 2: Element 'Page': This element is not expected. Expected is ( Window )"},
+        {"<Service><Windows><Window>\n<ActionItems/></Window></Windows></Service>",
+         "line 2: Element 'ActionItems': This element is not expected. Expected is ( Page )"},
+        {"<Service xmlns='urn:other'/>", "line 1: there is no schema for the root element's namespace \"urn:other\""},
+        {"<service/>", "line 1: Element 'service': No matching global declaration available for the validation root"},
+        {"<Service>" + std::string(70000, '\n') + "<Nothing/></Service>",
+         "line 70001: Element 'Nothing': This element is not expected. Expected is one of ( "
+         "ActionItems, Menus, ExplorerItems, Windows, Preferences )"},
+    };
+    for (const auto& oCase : aCases)
+        EXPECT_EQ(Shipped(oCase.sDocument), oCase.sReason);
+}
+
+TEST(Schemas, MayBeRelaxNG) {
+    test::TemporaryFolder oFolder;
+    const std::string sFile = oFolder.Write("Service.xdr", R"(<element name="Service"
+        xmlns="http://relaxng.org/ns/structure/1.0"><optional><attribute name="Name"/></optional>
+        <zeroOrMore><element name="Menus"><empty/></element></zeroOrMore></element>)");
+    EXPECT_EQ(Verdict(sFile, "<Service Name='x'><Menus/>\n<Menus/></Service>"), "valid");
+    EXPECT_EQ(Verdict(sFile, "<Service\n>\n<Menus Nmae='x'/></Service>"),
+              "line 3: Invalid attribute Nmae for element Menus");
+}
+
+TEST(Schemas, OneThatCannotBeUsedSaysWhere) {
+    test::TemporaryFolder oFolder;
+    struct {
+        std::string sBytes, sWhy;
+    } const aCases[] = {
+        {"<a>\n</b>", "line 2: Opening and ending tag mismatch: a line 1 and b"},
+        {"", "Document is empty"},
+        {"<Schema xmlns='urn:schemas'/>", "line 1: its root element is neither of W3C XML Schema nor of RELAX NG; its "
+                                          "namespace is \"urn:schemas\""},
+        {"<s:schema xmlns:s='http://www.w3.org/2001/XMLSchema'>\n<s:element name='a' type='b'/></s:schema>",
+         "line 2: Element '{http://www.w3.org/2001/XMLSchema}element', attribute 'type': References from this schema "
+         "to "
+         "components in no namespace are not valid, since not indicated by an import statement"},
+        {"<element xmlns='http://relaxng.org/ns/structure/1.0' name='a'>\n<ref name='b'/></element>",
+         "line 2: xmlRelaxNGParse: there are no references"},
+    };
+    for (const auto& oCase : aCases) {
+        const std::string sFile = oFolder.Write("bad.xdr", oCase.sBytes);
+        EXPECT_EQ(FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", sFile); }),
+                  "-1: The schema file \"" + sFile + "\" can't be used: " + oCase.sWhy);
+    }
+    EXPECT_EQ(FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", oFolder.Path() + "/none.xdr"); }),
+              "53: The schema file \"" + oFolder.Path() + "/none.xdr\" can't be used: there is no such file");
+}
+
+TEST(Schemas, AreUsedForManyDocumentsAndSeeChangesOfTheTree) {
+    const auto oService = New<XmlService>();
+    const auto oCache = oService->NewSchemaCache();
+    oCache->Add("", CORVANE_SHIPPED_SCHEMA);
+    for (const bool bChanged : {false, true, false}) {
+        const auto oDocument = oService->NewDocument();
+        ASSERT_TRUE(oDocument->LoadXml("<Service Name='1'/>"));
+        if (bChanged)
+            oDocument->SelectSingleNode("Service")->SetAttribute("Other", "x");
+        EXPECT_EQ(oDocument->Validate(oCache).sReason.empty(), !bChanged);
+    }
+}

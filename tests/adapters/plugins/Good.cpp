@@ -1,0 +1,22 @@
+#include "corvane/base/Automation.h"
+#include "corvane/base/PluginExport.h"
+
+namespace {
+
+class Counter final : public corvane::Automation<Counter> {
+public:
+    corvane::Long Add(corvane::Long lMore) { return m_lCount += lMore; }
+    corvane::Long Count() const { return m_lCount; }
+
+    static constexpr auto Members =
+        corvane::MemberTable(corvane::Method("Add", &Counter::Add), corvane::Property("Count", &Counter::Count));
+
+private:
+    corvane::Long m_lCount = 0;
+};
+
+class Account final : public corvane::Object {};
+
+} // namespace
+
+CORVANE_PLUGIN(Class<Account>("Good.Account"), Class<Counter>("Good.Counter"))

@@ -1,0 +1,3 @@
+extern "C" [[gnu::visibility("default")]] int corvane_no_plugin() {
+    return 0;
+}

@@ -1,0 +1,5 @@
+#include "corvane/base/PluginExport.h"
+
+extern "C" [[gnu::visibility("default")]] const corvane::PluginTable* corvane_plugin() {
+    return nullptr;
+}
