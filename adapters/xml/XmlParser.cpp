@@ -30,16 +30,21 @@ std::string LimitText(std::size_t nBytes) {
 
 // What the callbacks of one parse share, behind the parser context's _private.
 struct XmlParser::State {
+    xmlParserCtxtPtr pFile; // entities are parsed by contexts of their own, which count their own lines
     XmlError oError;
     std::size_t nText = 0; // of the present piece
 
     // The first error is the cause, later ones are its consequences.
-    void Fail(xmlParserCtxtPtr pContext, int nCode, const std::string& sMessage) {
+    void Note(int nCode, const std::string& sMessage) {
         if (oError.lErrorCode == 0) {
             oError.lErrorCode = nCode > 0 ? nCode : XML_ERR_INTERNAL_ERROR;
-            oError.lLine = pContext->input ? std::max(pContext->input->line, 1) : 0;
+            oError.lLine = pFile->inputNr > 0 ? std::max(pFile->inputTab[0]->line, 1) : 0;
             oError.sReason = Reason(oError.lLine, sMessage);
         }
+    }
+    // For what libxml2 wouldn't mind.
+    void Fail(xmlParserCtxtPtr pContext, int nCode, const std::string& sMessage) {
+        Note(nCode, sMessage);
         xmlStopParser(pContext);
     }
     static State& Of(xmlParserCtxtPtr pContext) { return *static_cast<State*>(pContext->_private); }
@@ -89,7 +94,7 @@ XmlTree XmlParser::Parse(std::string_view sText, XmlError& oError) {
     constexpr std::size_t nDictionaryBytes = 1 << 20;
     if (!m_pContext || xmlDictGetUsage(m_pContext->dict) > nDictionaryBytes)
         Renew();
-    State oState;
+    State oState{m_pContext, {}, 0};
     if (sText.empty()) {
         oError = {XML_ERR_DOCUMENT_EMPTY, "the file is empty", 0};
         return nullptr;
@@ -124,7 +129,7 @@ void XmlParser::OnError(void* pContext, xmlErrorPtr pError) {
         sMessage = "entities refer to themselves or expand beyond all measure";
     else if (pParser->nameNr > XmlLimit::Depth - 1 && sMessage.find("depth") != std::string::npos)
         sMessage = "elements are nested deeper than " + std::to_string(XmlLimit::Depth) + " levels";
-    State::Of(pParser).Fail(pParser, pError->code, sMessage);
+    State::Of(pParser).Note(pError->code, sMessage);
 }
 
 void XmlParser::OnStartElement(void* pContext, const xmlChar* sName, const xmlChar* sPrefix, const xmlChar* sUri,
