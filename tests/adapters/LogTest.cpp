@@ -3,8 +3,8 @@
 #include "corvane/base/Ref.h"
 #include "tests/adapters/TemporaryFolder.h"
 
+#include <cctype>
 #include <gtest/gtest.h>
-#include <regex>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,6 +12,22 @@
 using namespace corvane;
 
 namespace {
+
+// Every digit of a line's first field as 9, and its last sign as +.
+std::string WithoutTimes(std::string sLog) {
+    bool bInTime = true;
+    for (std::size_t i = 0; i < sLog.size(); ++i) {
+        if (sLog[i] == '\n')
+            bInTime = true;
+        else if (sLog[i] == '\t')
+            bInTime = false;
+        else if (bInTime && std::isdigit(static_cast<unsigned char>(sLog[i])))
+            sLog[i] = '9';
+        else if (bInTime && sLog[i] == '-' && i + 5 < sLog.size() && sLog[i + 5] == '\t')
+            sLog[i] = '+';
+    }
+    return sLog;
+}
 
 std::string ReadOf(const std::string& sPath) {
     return ReadBytes(sPath).value_or("no file");
@@ -26,10 +42,9 @@ TEST(Log, AFailureIsOneLineOfEscapedFields) {
     oUtilities->LogError("App", "Module", "Name (Get)", Failure(-1, "two\nlines\tand \\", "Source"), "ü\r\x1B", false);
     oUtilities->LogError("App", "Module", "Second", Failure(5), "", false);
     const std::string sLog = ReadOf(oUtilities->LogPath());
-    EXPECT_TRUE(std::regex_search(sLog, std::regex("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}[+-]\\d{4}\t")));
-    EXPECT_EQ(std::regex_replace(sLog, std::regex("\\d{4}-[^\t]*\t"), ""),
-              "App\tModule\tName (Get)\t-1\tSource\ttwo\\nlines\\tand \\\\\tü\\r?\n"
-              "App\tModule\tSecond\t5\tCorvane\tInvalid procedure call or argument\t\n");
+    EXPECT_EQ(WithoutTimes(sLog),
+              "9999-99-99T99:99:99.999+9999\tApp\tModule\tName (Get)\t-1\tSource\ttwo\\nlines\\tand \\\\\tü\\r?\n"
+              "9999-99-99T99:99:99.999+9999\tApp\tModule\tSecond\t5\tCorvane\tInvalid procedure call or argument\t\n");
 }
 
 TEST(Log, IsTurnedOverAndKeepsFiveFiles) {
