@@ -80,7 +80,9 @@ Variant CallMember(C& oObject, F fnMember, std::span<const Variant> aArguments, 
     }
 }
 
-constexpr char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+constexpr char Small(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
 
 constexpr int CompareNames(std::string_view sLeft, std::string_view sRight) {
     const std::size_t n = sLeft.size() < sRight.size() ? sLeft.size() : sRight.size();
@@ -221,7 +223,8 @@ private:
             return std::array<CallFunction, sizeof...(I)>{[](Derived& oObject, std::span<const Variant> aArguments) {
                 return std::get<I>(Derived::Members.aEntries).Invoke(oObject, aArguments);
             }...};
-        }(std::make_index_sequence<Derived::Members.Size>{});
+        }
+        (std::make_index_sequence<Derived::Members.Size>{});
         return aCalls;
     }
     static const auto& Writes() {
@@ -229,7 +232,8 @@ private:
             return std::array<WriteFunction, sizeof...(I)>{[](Derived& oObject, const Variant& vValue) {
                 std::get<I>(Derived::Members.aEntries).Put(oObject, vValue);
             }...};
-        }(std::make_index_sequence<Derived::Members.Size>{});
+        }
+        (std::make_index_sequence<Derived::Members.Size>{});
         return aWrites;
     }
 };

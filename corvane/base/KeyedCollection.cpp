@@ -11,8 +11,8 @@ void FailNoSuchKey(std::string_view sKey) {
 }
 
 void FailNoSuchIndex(long long nIndex, long long nCount) {
-    throw Failure(FailureNumber::InvalidProcedureCall, "There is no element " + std::to_string(nIndex) + " among " +
-                                                           std::to_string(nCount));
+    throw Failure(FailureNumber::InvalidProcedureCall,
+                  "There is no element " + std::to_string(nIndex) + " among " + std::to_string(nCount));
 }
 
 } // namespace corvane

@@ -49,6 +49,8 @@ void Object::Put(std::string_view sName, const Variant& /*vValue*/) {
                                           std::string(sName) + "\" that can be written");
 }
 
-std::vector<MemberInfo> Object::MembersByName() const { return {}; }
+std::vector<MemberInfo> Object::MembersByName() const {
+    return {};
+}
 
 } // namespace corvane

@@ -26,7 +26,7 @@ inline constexpr const char* PluginBuildTag = "itanium " CORVANE_DETAIL_STANDARD
 
 struct PluginClass {
     const char* ProgID;
-    Object* (*Create)(); // a new object with one reference, which the caller takes over
+    Object* (*Create)();                  // a new object with one reference, which the caller takes over
     std::vector<MemberInfo> (*Members)(); // without creating one
 };
 

@@ -2,7 +2,9 @@
 
 namespace corvane {
 
-void FailObjectNotSet() { throw Failure(FailureNumber::ObjectNotSet); }
+void FailObjectNotSet() {
+    throw Failure(FailureNumber::ObjectNotSet);
+}
 
 void FailNoSuchInterface(const Object& oObject) {
     throw Failure(FailureNumber::TypeMismatch, "Type mismatch: an object of class \"" +

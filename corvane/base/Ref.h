@@ -25,10 +25,8 @@ public:
     Ref(const Ref& oOther) noexcept : m_pObject(oOther.m_pObject) { Hold(); }
     Ref(Ref&& oOther) noexcept : m_pObject(std::exchange(oOther.m_pObject, nullptr)) {}
     template <class U>
-        requires(std::convertible_to<U*, T*>)
-    Ref(const Ref<U>& oOther) noexcept : m_pObject(oOther.Get()) {
-        Hold();
-    }
+    requires(std::convertible_to<U*, T*>) Ref(const Ref<U>& oOther)
+    noexcept : m_pObject(oOther.Get()) { Hold(); }
     ~Ref() {
         if (m_pObject)
             m_pObject->Release();

@@ -16,7 +16,9 @@ constexpr std::array<unsigned char, 128> MakeSmall() {
 }
 constexpr auto aSmall = MakeSmall();
 
-constexpr bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+constexpr bool IsAscii(char c) {
+    return static_cast<unsigned char>(c) < 0x80;
+}
 
 // Reads one code point at i, folded, and moves i behind it. A byte that begins no UTF-8 sequence stands for itself.
 std::uint32_t NextFolded(std::string_view sText, std::size_t& i) noexcept {
@@ -63,7 +65,9 @@ void AppendUtf8(std::string& sText, std::uint32_t u) {
 
 } // namespace
 
-bool EqualText(std::string_view sLeft, std::string_view sRight) noexcept { return CompareText(sLeft, sRight) == 0; }
+bool EqualText(std::string_view sLeft, std::string_view sRight) noexcept {
+    return CompareText(sLeft, sRight) == 0;
+}
 
 int CompareText(std::string_view sLeft, std::string_view sRight) noexcept {
     std::size_t i = 0;

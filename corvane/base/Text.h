@@ -27,9 +27,7 @@ struct TextHash {
 };
 struct TextEqual {
     using is_transparent = void;
-    bool operator()(std::string_view sLeft, std::string_view sRight) const noexcept {
-        return EqualText(sLeft, sRight);
-    }
+    bool operator()(std::string_view sLeft, std::string_view sRight) const noexcept { return EqualText(sLeft, sRight); }
 };
 
 } // namespace corvane

@@ -51,18 +51,18 @@ void Unload() {
     g_oFramework = nullptr;
 }
 
-Ref<corvane::Framework> Framework() { return g_oFramework; }
+Ref<corvane::Framework> Framework() {
+    return g_oFramework;
+}
 
-Long CenteredLeft(Long lItemWidth, Long lContainerWidth, Long lContainerLeft)
-try {
+Long CenteredLeft(Long lItemWidth, Long lContainerWidth, Long lContainerLeft) try {
     const Long lFree = InRange(std::int64_t{lContainerWidth} - lItemWidth);
     return InRange(std::int64_t{lFree / 2} + lContainerLeft);
 } catch (...) {
     Reraise("CorvaneMain", "CenteredLeft");
 }
 
-Long CenteredTop(Long lItemHeight, Long lContainerHeight, Long lContainerTop)
-try {
+Long CenteredTop(Long lItemHeight, Long lContainerHeight, Long lContainerTop) try {
     constexpr Single fBelow = 0.65F;
     const Long lFree = InRange(std::int64_t{lContainerHeight} - lItemHeight);
     const Double dblAbove = static_cast<Double>(static_cast<Single>(lFree)) * (1.0 - static_cast<Double>(fBelow));
@@ -72,15 +72,16 @@ try {
     Reraise("CorvaneMain", "CenteredTop");
 }
 
-Variant XMLAttributeValue(const Ref<IXmlNode>& oNode, std::string_view sName, Variant vDefault)
-try {
+Variant XMLAttributeValue(const Ref<IXmlNode>& oNode, std::string_view sName, Variant vDefault) try {
     std::optional<std::string> oValue = oNode->Attribute(sName);
     return oValue ? Variant(std::move(*oValue)) : vDefault;
 } catch (...) {
     Reraise("CorvaneMain", "XMLAttributeValue (Get)");
 }
 
-Long LineOf(const Ref<IXmlNode>& oNode) noexcept { return oNode ? oNode.Get()->Line() : 0; }
+Long LineOf(const Ref<IXmlNode>& oNode) noexcept {
+    return oNode ? oNode.Get()->Line() : 0;
+}
 
 bool IsActionsProvider(const Ref<Object>& oObject) noexcept {
     return static_cast<bool>(oObject.TryAs<IActionsProvider>());

@@ -22,23 +22,32 @@ Framework::Framework()
 
 Framework::~Framework() = default;
 
-Ref<corvane::ServiceManager> Framework::ServiceManager() const { return m_oServiceManager; }
+Ref<corvane::ServiceManager> Framework::ServiceManager() const {
+    return m_oServiceManager;
+}
 
-Ref<corvane::WindowManager> Framework::WindowManager() const { return m_oWindowManager; }
+Ref<corvane::WindowManager> Framework::WindowManager() const {
+    return m_oWindowManager;
+}
 
-Ref<corvane::NavigationManager> Framework::NavigationManager() const { return m_oNavigationManager; }
+Ref<corvane::NavigationManager> Framework::NavigationManager() const {
+    return m_oNavigationManager;
+}
 
-Ref<corvane::CVProgressBar> Framework::CVProgressBar() const { return m_oCVProgressBar; }
+Ref<corvane::CVProgressBar> Framework::CVProgressBar() const {
+    return m_oCVProgressBar;
+}
 
-Ref<IService> Framework::Service() { return m_oServiceBase; }
+Ref<IService> Framework::Service() {
+    return m_oServiceBase;
+}
 
 Ref<ActiveBar> Framework::MainActiveBar() const {
     return ToObject(m_frmMain->Invoke("ActiveBar", {})).As<ActiveBar>();
 }
 
 void Framework::Initialize(const Ref<MdiForm>& frmMain, const Ref<PanelForm>& frmExplorerPanel,
-                           const Ref<IWindowFormFactory>& oWindowFormFactory)
-try {
+                           const Ref<IWindowFormFactory>& oWindowFormFactory) try {
     m_frmMain = frmMain;
     m_oMainUnload = m_frmMain->OnUnload.Subscribe([this](bool&) { m_frmMain_Unload(); });
     const Ref<ActiveBar> oActiveBar = MainActiveBar();
@@ -51,10 +60,7 @@ try {
     Reraise("Framework", "Initialize");
 }
 
-void Framework::Start()
-try {
-    m_oServiceManager->Start();
-} catch (...) {
+void Framework::Start() try { m_oServiceManager->Start(); } catch (...) {
     Reraise("Framework", "Start");
 }
 

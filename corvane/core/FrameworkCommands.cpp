@@ -18,8 +18,7 @@ enum PrintMode : Long { Desktop = 0, MainForm = 1, ChildForm = 2 };
 
 } // namespace
 
-void Framework::SetStatus(const std::string& sStatus)
-try {
+void Framework::SetStatus(const std::string& sStatus) try {
     m_oStatusTool->SetCaption(sStatus);
     MainActiveBar()->Bands()->Item("StatusBar")->Refresh();
 } catch (...) {
@@ -33,8 +32,7 @@ void Framework::EnableStatusBar(const Ref<ActionItem>& oActionItem) {
     oActiveBar->RecalcLayout();
 }
 
-void Framework::ViewToolbars(const Ref<ActionItem>& oActionItem)
-try {
+void Framework::ViewToolbars(const Ref<ActionItem>& oActionItem) try {
     oActionItem->SetChecked(!oActionItem->Checked());
     if (oActionItem->Checked())
         NavigationManager()->MenuManager()->ShowToolbar(oActionItem->Name());
@@ -44,8 +42,7 @@ try {
     Reraise("Framework", "ViewToolbars");
 }
 
-void Framework::ViewNavigation(const Ref<ActionItem>& oActionItem)
-try {
+void Framework::ViewNavigation(const Ref<ActionItem>& oActionItem) try {
     oActionItem->SetChecked(!oActionItem->Checked());
     if (oActionItem->Checked())
         NavigationManager()->ExplorerManager()->Show();
@@ -55,8 +52,7 @@ try {
     Reraise("Framework", "ViewNavigation");
 }
 
-void Framework::WindowAction(const Ref<ActionItem>& oActionItem)
-try {
+void Framework::WindowAction(const Ref<ActionItem>& oActionItem) try {
     const std::string sName = oActionItem->Name();
     if (EqualText(sName, "TileHorizontally"))
         m_frmMain->Arrange(Arrangement::TileHorizontal);
@@ -72,31 +68,27 @@ try {
     Reraise("Framework", "WindowAction");
 }
 
-void Framework::AppExit()
-try {
+void Framework::AppExit() try {
     const Ref<MdiForm> frmMain = m_frmMain; // the unload lets go of it
     frmMain->Unload();
 } catch (...) {
     Reraise("Framework", "AppExit");
 }
 
-void Framework::PrintDesktop()
-try {
+void Framework::PrintDesktop() try {
     CurrentPlatform().oScreenPrinter->PrintWindow(PrintMode::Desktop, 0);
 } catch (...) {
     Reraise("Framework", "PrintDesktop");
 }
 
-void Framework::PrintMainWindow()
-try {
+void Framework::PrintMainWindow() try {
     if (const Ref<Form> frmActive = m_frmMain->ActiveForm())
         CurrentPlatform().oScreenPrinter->PrintWindow(PrintMode::ChildForm, ToLong(frmActive->Invoke("hwnd", {})));
 } catch (...) {
     Reraise("Framework", "PrintMainWindow");
 }
 
-void Framework::PrintAppWindow()
-try {
+void Framework::PrintAppWindow() try {
     CurrentPlatform().oScreenPrinter->PrintWindow(PrintMode::MainForm, m_frmMain->HWnd());
 } catch (...) {
     Reraise("Framework", "PrintAppWindow");

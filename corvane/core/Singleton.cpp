@@ -5,6 +5,8 @@
 
 namespace corvane {
 
-Ref<corvane::Framework> Singleton::Framework() { return CorvaneMain::Framework(); }
+Ref<corvane::Framework> Singleton::Framework() {
+    return CorvaneMain::Framework();
+}
 
 } // namespace corvane

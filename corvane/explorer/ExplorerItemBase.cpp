@@ -10,23 +10,20 @@
 
 namespace corvane {
 
-void ExplorerItemBase::AddToExplorer(const Ref<Object>& oExplorerItemObj, const std::string& sExplorerItemDefName)
-try {
+void ExplorerItemBase::AddToExplorer(const Ref<Object>& oExplorerItemObj, const std::string& sExplorerItemDefName) try {
     CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->AddToExplorer(oExplorerItemObj,
                                                                                     sExplorerItemDefName, nullptr);
 } catch (...) {
     Reraise("ExplorerItemBase", "AddToExplorer");
 }
 
-void ExplorerItemBase::DeleteFromExplorer(const Ref<Object>& oExplorerItemObj)
-try {
+void ExplorerItemBase::DeleteFromExplorer(const Ref<Object>& oExplorerItemObj) try {
     CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->DeleteFromExplorer(oExplorerItemObj);
 } catch (...) {
     Reraise("ExplorerItemBase", "DeleteFromExplorer");
 }
 
-void ExplorerItemBase::Initialize(const Ref<corvane::ExplorerItemDef>& oExplorerItemDef)
-try {
+void ExplorerItemBase::Initialize(const Ref<corvane::ExplorerItemDef>& oExplorerItemDef) try {
     m_oExplorerItemDef = oExplorerItemDef;
     m_colChildren = New<KeyedCollection<Ref<Object>>>();
     InitializeEvent.Raise(m_colChildren);
@@ -34,8 +31,7 @@ try {
     Reraise("ExplorerItemBase", "IExplorerItem_Initialize");
 }
 
-void ExplorerItemBase::SetName(const std::string& sName)
-try {
+void ExplorerItemBase::SetName(const std::string& sName) try {
     m_sName = sName;
     OnAfterRename.Raise(m_sName);
 } catch (...) {
@@ -50,22 +46,15 @@ std::string ExplorerItemBase::TextFrom(const Event<std::string&>& oEvent) const 
     return sText;
 }
 
-std::string ExplorerItemBase::DisplayName()
-try {
-    return TextFrom(OnDisplayName);
-} catch (...) {
+std::string ExplorerItemBase::DisplayName() try { return TextFrom(OnDisplayName); } catch (...) {
     Reraise("ExplorerItemBase", "IExplorerItem_DisplayName (Get)");
 }
 
-std::string ExplorerItemBase::EditName()
-try {
-    return TextFrom(OnBeforeRename);
-} catch (...) {
+std::string ExplorerItemBase::EditName() try { return TextFrom(OnBeforeRename); } catch (...) {
     Reraise("ExplorerItemBase", "IExplorerItem_EditName (Get)");
 }
 
-void ExplorerItemBase::OnExit(const Ref<Window>& oWindow, bool bWasCancelled)
-try {
+void ExplorerItemBase::OnExit(const Ref<Window>& oWindow, bool bWasCancelled) try {
     OnExitEvent.Raise(oWindow, bWasCancelled);
 } catch (...) {
     Reraise("ExplorerItemBase", "IWindowExitHandler_OnExit");

@@ -24,8 +24,7 @@ ExplorerManager::ExplorerManager() = default;
 
 ExplorerManager::~ExplorerManager() = default;
 
-void ExplorerManager::Initialize(const Ref<ActiveBar>& oActiveBar, const Ref<PanelForm>& frmExplorerPanel)
-try {
+void ExplorerManager::Initialize(const Ref<ActiveBar>& oActiveBar, const Ref<PanelForm>& frmExplorerPanel) try {
     m_oObjectKeyProvider = New<ObjectKeyProvider>();
     m_oActiveBar = oActiveBar;
     m_oBandClose = m_oActiveBar->BandClose.Subscribe([this](const Ref<Band>& oBand) { m_oActiveBar_BandClose(oBand); });
@@ -34,10 +33,8 @@ try {
     const Ref<Band> oBand = m_oActiveBar->Bands()->Item(sExplorerBand);
     oBand->Tools()->Item("ExplorerPanel")->SetHostedControl(m_frmExplorerPanel);
     oBand->SetCaption("Study Explorer");
-    m_oNavigationActionItem = CorvaneMain::QueryService(CorvaneMain::Framework())
-                                  .As<IActionsProvider>()
-                                  ->ActionItems()
-                                  ->Item("Navigation");
+    m_oNavigationActionItem =
+        CorvaneMain::QueryService(CorvaneMain::Framework()).As<IActionsProvider>()->ActionItems()->Item("Navigation");
     oBand->SetVisible(false);
     m_bNodeClicked = false;
     SetupExplorerPanel();
@@ -45,11 +42,9 @@ try {
     Reraise("ExplorerManager", "Initialize");
 }
 
-void ExplorerManager::SetupExplorerPanel()
-try {
+void ExplorerManager::SetupExplorerPanel() try {
     const Ref<Framework> oFramework = CorvaneMain::Framework();
-    m_oImageList =
-        m_frmExplorerPanel->AddControl("MSComctlLib.ImageListCtrl.2", "ExplorerImageList").As<ImageList>();
+    m_oImageList = m_frmExplorerPanel->AddControl("MSComctlLib.ImageListCtrl.2", "ExplorerImageList").As<ImageList>();
     m_oImageList->SetImageHeight(lImagePixels);
     m_oImageList->SetImageWidth(lImagePixels);
     m_oImageList->Add("GenericExplorerItem", oFramework->GetImage("GenericExplorerItem.ico"));
@@ -88,8 +83,7 @@ try {
     Reraise("ExplorerManager", "SetupExplorerPanel");
 }
 
-void ExplorerManager::SetupExplorerTab(Long iTab, const Ref<ExplorerItemDef>& oExplorerItemDef)
-try {
+void ExplorerManager::SetupExplorerTab(Long iTab, const Ref<ExplorerItemDef>& oExplorerItemDef) try {
     const auto tabExplorer = m_frmExplorerPanel->Control("tabExplorer").As<TabStrip>();
     tabExplorer->SetTab(iTab);
     tabExplorer->SetCaption(oExplorerItemDef->Name());
@@ -109,8 +103,7 @@ try {
     Reraise("ExplorerManager", "SetupExplorerTab");
 }
 
-void ExplorerManager::Populate()
-try {
+void ExplorerManager::Populate() try {
     m_colExplorerItems = New<KeyedCollection<Ref<Object>>>();
     const auto colDefs = CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs();
     for (const auto& tvw : m_colTreeViews)
@@ -121,8 +114,7 @@ try {
     Reraise("ExplorerManager", "Populate");
 }
 
-void ExplorerManager::Clear()
-try {
+void ExplorerManager::Clear() try {
     m_nodActive = nullptr;
     m_bNodeClicked = false;
     for (const auto& tvw : m_colTreeViews) {
@@ -142,8 +134,7 @@ try {
     Reraise("ExplorerManager", "Clear");
 }
 
-void ExplorerManager::Refresh()
-try {
+void ExplorerManager::Refresh() try {
     Clear();
     Populate();
 } catch (...) {
@@ -156,22 +147,15 @@ void ExplorerManager::ShowBand(bool bVisible) {
     m_oNavigationActionItem->SetChecked(bVisible);
 }
 
-void ExplorerManager::Show()
-try {
-    ShowBand(true);
-} catch (...) {
+void ExplorerManager::Show() try { ShowBand(true); } catch (...) {
     Reraise("ExplorerManager", "Show");
 }
 
-void ExplorerManager::Hide()
-try {
-    ShowBand(false);
-} catch (...) {
+void ExplorerManager::Hide() try { ShowBand(false); } catch (...) {
     Reraise("ExplorerManager", "Hide");
 }
 
-Ref<Object> ExplorerManager::FolderExplorerItemFactory(const Ref<ExplorerItemDef>& oExplorerItemDef) const
-try {
+Ref<Object> ExplorerManager::FolderExplorerItemFactory(const Ref<ExplorerItemDef>& oExplorerItemDef) const try {
     if (!oExplorerItemDef->ProgID().empty())
         return CurrentPlatform().oObjectFactory->Create(oExplorerItemDef->ProgID());
     auto oFolder = New<GenericFolder>();
@@ -182,8 +166,7 @@ try {
 }
 
 void ExplorerManager::AddFolderTreeNode(const Ref<corvane::TreeView>& tvw, const Ref<ExplorerItemDef>& oExplorerItemDef,
-                                        const std::string& sParentKey)
-try {
+                                        const std::string& sParentKey) try {
     const Ref<Object> oExplorerItemObj = FolderExplorerItemFactory(oExplorerItemDef);
     AddTreeNode(tvw, oExplorerItemObj, sParentKey, oExplorerItemDef)->SetExpanded(true);
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
@@ -194,8 +177,7 @@ try {
 
 void ExplorerManager::AddFolderChildTreeNode(const Ref<corvane::TreeView>& tvw, const Ref<Object>& oExplorerItemObj,
                                              const std::string& sParentKey,
-                                             const Ref<ExplorerItemDef>& oExplorerItemDef)
-try {
+                                             const Ref<ExplorerItemDef>& oExplorerItemDef) try {
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     AddTreeNode(tvw, oExplorerItemObj, sParentKey, oExplorerItemDef)->SetExpanded(true);
     AddChildren(tvw, *oExplorerItem, oExplorerItem->ExplorerItemDef()->ChildExplorerItemDefs());
@@ -228,8 +210,8 @@ std::string ExplorerManager::ObjectKeyText(const Ref<Object>& oObject) const {
 }
 
 Ref<Node> ExplorerManager::AddTreeNode(const Ref<corvane::TreeView>& tvw, const Ref<Object>& oExplorerItemObj,
-                                       const std::string& sParentKey, const Ref<ExplorerItemDef>& oExplorerItemDef)
-try {
+                                       const std::string& sParentKey,
+                                       const Ref<ExplorerItemDef>& oExplorerItemDef) try {
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     oExplorerItem->Initialize(oExplorerItemDef);
     m_colExplorerItems->Add(oExplorerItemObj, ObjectKeyText(oExplorerItemObj));
@@ -267,8 +249,7 @@ Ref<corvane::TreeView> ExplorerManager::TreeOf(const Ref<ExplorerItemDef>& oExpl
 }
 
 void ExplorerManager::AddToExplorer(const Ref<Object>& oExplorerItemObj, const std::string& sExplorerItemDefName,
-                                    const Ref<Object>& oFolderExplorerItemObj)
-try {
+                                    const Ref<Object>& oFolderExplorerItemObj) try {
     const auto colDefs = CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs();
     if (!KeyExists(colDefs, sExplorerItemDefName))
         return;
@@ -282,8 +263,7 @@ try {
     Reraise("ExplorerManager", "AddToExplorer");
 }
 
-void ExplorerManager::DeleteFromExplorer(const Ref<Object>& oExplorerItemObj)
-try {
+void ExplorerManager::DeleteFromExplorer(const Ref<Object>& oExplorerItemObj) try {
     const Ref<Object> oHeld = oExplorerItemObj; // the caller's may be the reference that goes
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oHeld);
     const Ref<ExplorerItemDef> oDef = oExplorerItem->ExplorerItemDef();
@@ -297,8 +277,7 @@ try {
     Reraise("ExplorerManager", "DeleteFromExplorer");
 }
 
-void ExplorerManager::StartRename(const Ref<Object>& oExplorerItemObj)
-try {
+void ExplorerManager::StartRename(const Ref<Object>& oExplorerItemObj) try {
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     const Ref<corvane::TreeView> tvw = TreeOf(oExplorerItem->ExplorerItemDef());
     tvw->SetSelectedItem(tvw->GetNodes()->Item(TreeNodeKey(*oExplorerItem)));

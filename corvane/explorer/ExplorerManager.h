@@ -26,9 +26,9 @@ public:
     ~ExplorerManager() override;
 
     // The item's own object, not its base.
-    Event<const Ref<Object>&> onAdd;         // its node doesn't exist yet
-    Event<const Ref<Object>&> onRemove;      // by Clear alone, when all nodes are gone
-    Event<const Ref<Object>&> OnOpen;        // double click
+    Event<const Ref<Object>&> onAdd;    // its node doesn't exist yet
+    Event<const Ref<Object>&> onRemove; // by Clear alone, when all nodes are gone
+    Event<const Ref<Object>&> OnOpen;   // double click
     Event<const Ref<Object>&> OnActive;
     Event<const Ref<Object>&> OnInactive;
     Event<const Ref<Object>&> OnContextMenu;
@@ -56,9 +56,13 @@ public:
     // Selects the item's node and opens its label for editing; what is edited then is the active item.
     void StartRename(const Ref<Object>& oExplorerItemObj);
     // The tree of the active tab; nothing without tabs.
-    [[nodiscard]] const Ref<corvane::TreeView>& TreeView() const { return m_tvwActiveTreeView; }
+    [[nodiscard]] const Ref<corvane::TreeView>& TreeView() const {
+        return m_tvwActiveTreeView;
+    }
 
-    std::string_view TypeName() const override { return "ExplorerManager"; }
+    std::string_view TypeName() const override {
+        return "ExplorerManager";
+    }
 
 private:
     [[nodiscard]] Ref<IExplorerItem> ActiveExplorerItem() const;
@@ -93,7 +97,7 @@ private:
                      const Ref<KeyedCollection<Ref<ExplorerItemDef>>>& colChildDefs);
     [[nodiscard]] Ref<corvane::TreeView> TreeOf(const Ref<ExplorerItemDef>& oExplorerItemDef) const;
     [[nodiscard]] std::string ObjectKeyText(const Ref<Object>& oObject) const;
-    void RefuseRename(IExplorerItem& oItem, const std::string& sNewString, const std::string& sOldName);
+    void RefuseRename(IExplorerItem & oItem, const std::string& sNewString, const std::string& sOldName);
 
     Ref<KeyedCollection<Ref<corvane::TreeView>>> m_colTreeViews = New<KeyedCollection<Ref<corvane::TreeView>>>();
     Ref<Node> m_nodActive;

@@ -21,36 +21,31 @@ void ExplorerManager::SetTreeView(Ref<corvane::TreeView> tvw) {
     corvane::TreeView& oTree = *m_tvwActiveTreeView;
     m_aTreeSubscriptions.push_back(
         oTree.BeforeLabelEdit.Subscribe([this](bool& bCancel) { m_tvwActiveTreeView_BeforeLabelEdit(bCancel); }));
-    m_aTreeSubscriptions.push_back(
-        oTree.AfterLabelEdit.Subscribe([this](bool& bCancel, std::string& sNewString) {
-            m_tvwActiveTreeView_AfterLabelEdit(bCancel, sNewString);
-        }));
+    m_aTreeSubscriptions.push_back(oTree.AfterLabelEdit.Subscribe(
+        [this](bool& bCancel, std::string& sNewString) { m_tvwActiveTreeView_AfterLabelEdit(bCancel, sNewString); }));
     m_aTreeSubscriptions.push_back(oTree.Click.Subscribe([this] { m_tvwActiveTreeView_Click(); }));
     m_aTreeSubscriptions.push_back(oTree.DblClick.Subscribe([this] { m_tvwActiveTreeView_DblClick(); }));
-    m_aTreeSubscriptions.push_back(oTree.MouseDown.Subscribe(
-        [this](Long, Long, Single x, Single y) { m_tvwActiveTreeView_MouseDown(x, y); }));
+    m_aTreeSubscriptions.push_back(
+        oTree.MouseDown.Subscribe([this](Long, Long, Single x, Single y) { m_tvwActiveTreeView_MouseDown(x, y); }));
     m_aTreeSubscriptions.push_back(oTree.MouseUp.Subscribe(
         [this](Long lButton, Long lShift, Single, Single) { m_tvwActiveTreeView_MouseUp(lButton, lShift); }));
     m_aTreeSubscriptions.push_back(
         oTree.NodeClick.Subscribe([this](const Ref<Node>&) { m_tvwActiveTreeView_NodeClick(); }));
 }
 
-Ref<Object> ExplorerManager::ActiveExplorerItemObject() const
-try {
+Ref<Object> ExplorerManager::ActiveExplorerItemObject() const try {
     return m_nodActive ? m_colExplorerItems->Item(m_nodActive->Tag()) : Ref<Object>();
 } catch (...) {
     Reraise("ExplorerManager", "ActiveExplorerItemObject (Get)");
 }
 
-Ref<IExplorerItem> ExplorerManager::ActiveExplorerItem() const
-try {
+Ref<IExplorerItem> ExplorerManager::ActiveExplorerItem() const try {
     return CorvaneMain::QueryExplorerItem(ActiveExplorerItemObject());
 } catch (...) {
     Reraise("ExplorerManager", "ActiveExplorerItem (Get)");
 }
 
-void ExplorerManager::m_tvwActiveTreeView_NodeClick()
-try {
+void ExplorerManager::m_tvwActiveTreeView_NodeClick() try {
     m_bNodeClicked = true;
     const Ref<Node> nodSelected = m_tvwActiveTreeView->SelectedItem();
     if (!nodSelected) {
@@ -70,8 +65,7 @@ try {
     Report("ExplorerManager", "m_tvwActiveTreeView_NodeClick");
 }
 
-void ExplorerManager::m_tvwActiveTreeView_Click()
-try {
+void ExplorerManager::m_tvwActiveTreeView_Click() try {
     if (m_bNodeClicked) {
         m_bNodeClicked = false;
         return;
@@ -91,8 +85,7 @@ try {
     Report("ExplorerManager", "m_tvwActiveTreeView_Click");
 }
 
-void ExplorerManager::m_tvwActiveTreeView_DblClick()
-try {
+void ExplorerManager::m_tvwActiveTreeView_DblClick() try {
     if (m_bInDblClick)
         return;
     m_bInDblClick = true;
@@ -104,24 +97,21 @@ try {
     Report("ExplorerManager", "m_tvwActiveTreeView_DblClick");
 }
 
-void ExplorerManager::m_tvwActiveTreeView_MouseDown(Single x, Single y)
-try {
+void ExplorerManager::m_tvwActiveTreeView_MouseDown(Single x, Single y) try {
     if (const Ref<Node> nodHit = m_tvwActiveTreeView->HitTest(x, y))
         nodHit->SetSelected(true);
 } catch (...) {
     Report("ExplorerManager", "m_tvwActiveTreeView_MouseDown");
 }
 
-void ExplorerManager::m_tvwActiveTreeView_MouseUp(Long lButton, Long lShift)
-try {
+void ExplorerManager::m_tvwActiveTreeView_MouseUp(Long lButton, Long lShift) try {
     if (lButton == MouseButton::RightButton && lShift == ShiftState::NoShift && m_nodActive)
         OnContextMenu.Raise(ActiveExplorerItemObject());
 } catch (...) {
     Report("ExplorerManager", "m_tvwActiveTreeView_MouseUp");
 }
 
-void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel)
-try {
+void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel) try {
     if (!ActiveExplorerItem()->ExplorerItemDef()->CanRename()) {
         bCancel = true;
         return;
@@ -132,8 +122,7 @@ try {
     Report("ExplorerManager", "m_tvwActiveTreeView_BeforeLabelEdit");
 }
 
-void ExplorerManager::m_tvwActiveTreeView_AfterLabelEdit(bool& bCancel, std::string& sNewString)
-try {
+void ExplorerManager::m_tvwActiveTreeView_AfterLabelEdit(bool& bCancel, std::string& sNewString) try {
     const Ref<IExplorerItem> oItem = ActiveExplorerItem();
     if (EqualText(oItem->Name(), sNewString))
         return;
@@ -156,8 +145,7 @@ void ExplorerManager::RefuseRename(IExplorerItem& oItem, const std::string& sNew
     oItem.SetName(sOldName);
 }
 
-void ExplorerManager::m_tabExplorer_Click(Long lPreviousTab)
-try {
+void ExplorerManager::m_tabExplorer_Click(Long lPreviousTab) try {
     const Long lTab = m_tabExplorer->Tab();
     if (lTab == m_lActiveTab)
         return;
@@ -168,8 +156,7 @@ try {
     Report("ExplorerManager", "m_tabExplorer_Click");
 }
 
-void ExplorerManager::m_frmExplorerPanel_Resize()
-try {
+void ExplorerManager::m_frmExplorerPanel_Resize() try {
     const auto tabExplorer = m_frmExplorerPanel->Control("tabExplorer").As<TabStrip>();
     for (const auto& tvw : m_colTreeViews) {
         tvw->SetWidth(tabExplorer->Width());
@@ -182,8 +169,7 @@ try {
     Report("ExplorerManager", "m_frmExplorerPanel_Resize");
 }
 
-void ExplorerManager::m_oActiveBar_BandClose(const Ref<Band>& oBand)
-try {
+void ExplorerManager::m_oActiveBar_BandClose(const Ref<Band>& oBand) try {
     if (EqualText(oBand->Name(), "Explorer"))
         m_oNavigationActionItem->SetChecked(false);
 } catch (...) {

@@ -45,8 +45,7 @@ void NavigationManager::SubscribeToWindows() {
         [this](const Ref<Object>& oPageObj) { m_oWindowManager_PageDeactivate(oPageObj); }));
 }
 
-void NavigationManager::Initialize(const Ref<MdiForm>& frmMain, const Ref<PanelForm>& frmExplorerPanel)
-try {
+void NavigationManager::Initialize(const Ref<MdiForm>& frmMain, const Ref<PanelForm>& frmExplorerPanel) try {
     m_frmMain = frmMain;
     m_oMenuManager->Initialize(ToObject(m_frmMain->Invoke("ActiveBar", {})).As<ActiveBar>());
     m_oExplorerManager->Initialize(ToObject(m_frmMain->Invoke("ActiveBar", {})).As<ActiveBar>(), frmExplorerPanel);
@@ -65,19 +64,19 @@ bool NavigationManager::IsExplorerItemAlive(const Ref<Object>& oExplorerItemSubc
     }
 }
 
-Ref<corvane::ExplorerManager> NavigationManager::ExplorerManager() const { return m_oExplorerManager; }
+Ref<corvane::ExplorerManager> NavigationManager::ExplorerManager() const {
+    return m_oExplorerManager;
+}
 
-Ref<corvane::MenuManager> NavigationManager::MenuManager() const { return m_oMenuManager; }
+Ref<corvane::MenuManager> NavigationManager::MenuManager() const {
+    return m_oMenuManager;
+}
 
-void NavigationManager::SetCaption(const std::string& sCaption)
-try {
-    m_frmMain->SetCaption(sCaption);
-} catch (...) {
+void NavigationManager::SetCaption(const std::string& sCaption) try { m_frmMain->SetCaption(sCaption); } catch (...) {
     Reraise("NavigationManager", "Caption (Let)");
 }
 
-void NavigationManager::m_oExplorerManager_onAdd(const Ref<Object>& oExplorerItemObj)
-try {
+void NavigationManager::m_oExplorerManager_onAdd(const Ref<Object>& oExplorerItemObj) try {
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderAdd(oExplorerItemObj, oItem.As<IActionsProvider>(),
@@ -86,8 +85,7 @@ try {
     Reraise("NavigationManager", "m_oExplorerManager_onAdd");
 }
 
-void NavigationManager::m_oExplorerManager_onRemove(const Ref<Object>& oExplorerItemObj)
-try {
+void NavigationManager::m_oExplorerManager_onRemove(const Ref<Object>& oExplorerItemObj) try {
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderRemove(oExplorerItemObj, oItem.As<IActionsProvider>());
@@ -95,8 +93,7 @@ try {
     Reraise("NavigationManager", "m_oExplorerManager_onRemove");
 }
 
-void NavigationManager::m_oExplorerManager_OnActive(const Ref<Object>& oExplorerItemObj)
-try {
+void NavigationManager::m_oExplorerManager_OnActive(const Ref<Object>& oExplorerItemObj) try {
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderActive(oExplorerItemObj, oItem.As<IActionsProvider>(),
@@ -105,8 +102,7 @@ try {
     Reraise("NavigationManager", "m_oExplorerManager_OnActive");
 }
 
-void NavigationManager::m_oExplorerManager_OnInactive(const Ref<Object>& oExplorerItemObj)
-try {
+void NavigationManager::m_oExplorerManager_OnInactive(const Ref<Object>& oExplorerItemObj) try {
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderInActive(oExplorerItemObj, oItem.As<IActionsProvider>(),
@@ -115,8 +111,7 @@ try {
     Reraise("NavigationManager", "m_oExplorerManager_OnInactive");
 }
 
-void NavigationManager::m_oExplorerManager_OnContextMenu(const Ref<Object>& oExplorerItemObj)
-try {
+void NavigationManager::m_oExplorerManager_OnContextMenu(const Ref<Object>& oExplorerItemObj) try {
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnContextMenu(oItem);
@@ -125,8 +120,7 @@ try {
 }
 
 // The item's default action is fired whether or not it is enabled.
-void NavigationManager::m_oExplorerManager_OnOpen(const Ref<Object>& oExplorerItemObj)
-try {
+void NavigationManager::m_oExplorerManager_OnOpen(const Ref<Object>& oExplorerItemObj) try {
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     const std::string sDefaultAction = oItem->ExplorerItemDef()->DefaultAction();
     if (!sDefaultAction.empty() && CorvaneMain::IsActionsProvider(oItem))
@@ -135,31 +129,27 @@ try {
     Reraise("NavigationManager", "m_oExplorerManager_OnOpen");
 }
 
-void NavigationManager::m_oWindowManager_PageInitialize(const Ref<Object>& oPageObj)
-try {
+void NavigationManager::m_oWindowManager_PageInitialize(const Ref<Object>& oPageObj) try {
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     if (CorvaneMain::IsActionsProvider(oPage))
-        m_oMenuManager->OnActionsProviderAdd(oPageObj, oPage.As<IActionsProvider>(),
-                                             oPage->PageDef()->ActionItemDefs(), false);
+        m_oMenuManager->OnActionsProviderAdd(oPageObj, oPage.As<IActionsProvider>(), oPage->PageDef()->ActionItemDefs(),
+                                             false);
 } catch (...) {
     Reraise("NavigationManager", "m_oWindowManager_PageInitialize");
 }
 
-void NavigationManager::m_oWindowManager_PageActivate(const Ref<Object>& oPageObj)
-try {
+void NavigationManager::m_oWindowManager_PageActivate(const Ref<Object>& oPageObj) try {
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     if (!CorvaneMain::IsActionsProvider(oPage))
         return;
-    m_oMenuManager->OnActionsProviderActive(oPageObj, oPage.As<IActionsProvider>(),
-                                            oPage->PageDef()->ActionItemDefs());
+    m_oMenuManager->OnActionsProviderActive(oPageObj, oPage.As<IActionsProvider>(), oPage->PageDef()->ActionItemDefs());
     if (oPage->PageDef()->HideExplorer())
         m_oExplorerManager->Hide();
 } catch (...) {
     Reraise("NavigationManager", "m_oWindowManager_PageActivate");
 }
 
-void NavigationManager::m_oWindowManager_PageDeactivate(const Ref<Object>& oPageObj)
-try {
+void NavigationManager::m_oWindowManager_PageDeactivate(const Ref<Object>& oPageObj) try {
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     if (CorvaneMain::IsActionsProvider(oPage))
         m_oMenuManager->OnActionsProviderInActive(oPageObj, oPage.As<IActionsProvider>(),

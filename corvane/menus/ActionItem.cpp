@@ -46,12 +46,15 @@ void ActionItem::Initialize(const Ref<Object>& oActionsProviderObj, const Ref<co
     m_oActionItemDef = oActionItemDef;
 }
 
-void ActionItem::SetName(std::string sName) { m_sName = std::move(sName); }
+void ActionItem::SetName(std::string sName) {
+    m_sName = std::move(sName);
+}
 
-void ActionItem::SetAction(std::string sAction) { m_sAction = std::move(sAction); }
+void ActionItem::SetAction(std::string sAction) {
+    m_sAction = std::move(sAction);
+}
 
-void ActionItem::SetChecked(bool bChecked)
-try {
+void ActionItem::SetChecked(bool bChecked) try {
     m_bChecked = bChecked;
     if (m_oTool)
         m_oTool->SetChecked(bChecked);
@@ -59,8 +62,7 @@ try {
     Reraise("ActionItem", "Checked (Let)");
 }
 
-void ActionItem::SetEnabled(bool bEnabled)
-try {
+void ActionItem::SetEnabled(bool bEnabled) try {
     m_bEnabled = bEnabled;
     if (m_oTool)
         m_oTool->SetEnabled(bEnabled);
@@ -68,8 +70,7 @@ try {
     Reraise("ActionItem", "Enabled (Let)");
 }
 
-void ActionItem::SetVisible(bool bVisible)
-try {
+void ActionItem::SetVisible(bool bVisible) try {
     m_bVisible = bVisible;
     if (m_oTool)
         m_oTool->SetVisible(bVisible);
@@ -77,24 +78,23 @@ try {
     Reraise("ActionItem", "Visible (Let)");
 }
 
-void ActionItem::SetCaption(const std::string& sPath, const std::string& sCaption)
-try {
+void ActionItem::SetCaption(const std::string& sPath, const std::string& sCaption) try {
     CorvaneMain::Framework()->NavigationManager()->MenuManager()->SetMenuCaption(sPath, m_sName, sCaption);
 } catch (...) {
     Reraise("ActionItem", "Caption (Let)");
 }
 
-void ActionItem::SetDescription(const std::string& sPath, const std::string& sDescription)
-try {
+void ActionItem::SetDescription(const std::string& sPath, const std::string& sDescription) try {
     CorvaneMain::Framework()->NavigationManager()->MenuManager()->SetActionDesctiption(sPath, m_sName, sDescription);
 } catch (...) {
     Reraise("ActionItem", "Description (Let)");
 }
 
-void ActionItem::SetTool(Ref<corvane::Tool> oTool) { m_oTool = std::move(oTool); }
+void ActionItem::SetTool(Ref<corvane::Tool> oTool) {
+    m_oTool = std::move(oTool);
+}
 
-void ActionItem::OnAction()
-try {
+void ActionItem::OnAction() try {
     if (!m_oActionsProviderObj || m_sAction.empty())
         return;
     // The procedure may change the name or let go of the item.

@@ -13,8 +13,7 @@ MenuManager::MenuManager() = default;
 
 MenuManager::~MenuManager() = default;
 
-void MenuManager::Initialize(const Ref<corvane::ActiveBar>& oActiveBar)
-try {
+void MenuManager::Initialize(const Ref<corvane::ActiveBar>& oActiveBar) try {
     m_oActiveBar = oActiveBar;
     m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) { m_oActiveBar_ToolClick(oTool); });
     m_oBandOpen =
@@ -63,8 +62,7 @@ void MenuManager::AddServiceProviders() {
     }
 }
 
-void MenuManager::SetupMenuTitlePositions()
-try {
+void MenuManager::SetupMenuTitlePositions() try {
     m_colMenuTitlePositions = New<KeyedCollection<Single>>();
     const auto AddTitles = [this](const Ref<MenuItemDefCollection>& colMenuItemDefs, bool bUnlessThere) {
         for (const auto& oMenuItemDef : colMenuItemDefs) {
@@ -89,8 +87,7 @@ try {
     Reraise("MenuManager", "SetupMenuTitlePositions");
 }
 
-Long MenuManager::MenuPositionKey(const MenuItemDef& oMenuItemDef) const
-try {
+Long MenuManager::MenuPositionKey(const MenuItemDef& oMenuItemDef) const try {
     const Single fOrder = oMenuItemDef.PositionOrder();
     const Double dblHundredfold = static_cast<Double>(fOrder * 100.0F);
     switch (oMenuItemDef.MenuType()) {
@@ -114,8 +111,7 @@ try {
     Reraise("MenuManager", "MenuPositionKey");
 }
 
-void MenuManager::AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs)
-try {
+void MenuManager::AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs) try {
     for (const auto& oMenuItemDef : colMenuItemDefs) {
         switch (oMenuItemDef->MenuType()) {
         case MenuType::fwMenuTitle:
@@ -146,8 +142,7 @@ try {
     Reraise("MenuManager", "AddMenuItems");
 }
 
-void MenuManager::PrepareForDisplay()
-try {
+void MenuManager::PrepareForDisplay() try {
     const auto DefinitionOf = [](const Ref<SortedList>& oList, const std::string& sKey) {
         return ToObject(oList->Item(sKey)).As<MenuItemDef>();
     };
@@ -179,18 +174,14 @@ Ref<Band> MenuManager::FindBand(const std::string& sKey) const {
     return m_oActiveBar->Bands()->Find(sKey);
 }
 
-void MenuManager::Refresh()
-try {
+void MenuManager::Refresh() try {
     m_oActiveBar->RecalcLayout();
     m_oActiveBar->RedrawBars();
 } catch (...) {
     Reraise("MenuManager", "Refresh");
 }
 
-void MenuManager::ApplyTool(const Ref<Tool>& oTool)
-try {
-    m_oActiveBar->ApplyToolToInstances(oTool);
-} catch (...) {
+void MenuManager::ApplyTool(const Ref<Tool>& oTool) try { m_oActiveBar->ApplyToolToInstances(oTool); } catch (...) {
     Reraise("MenuManager", "ApplyTool");
 }
 

@@ -9,20 +9,20 @@ namespace corvane {
 
 namespace {
 
-std::string ContextBandName(const ExplorerItemDef& oExplorerItemDef) { return "Context." + oExplorerItemDef.Name(); }
+std::string ContextBandName(const ExplorerItemDef& oExplorerItemDef) {
+    return "Context." + oExplorerItemDef.Name();
+}
 
 } // namespace
 
-void MenuManager::OnContextMenu(const Ref<IExplorerItem>& oExplorerItem)
-try {
+void MenuManager::OnContextMenu(const Ref<IExplorerItem>& oExplorerItem) try {
     if (const Ref<Band> oBand = FindBand(ContextBandName(*oExplorerItem->ExplorerItemDef())))
         oBand->ShowPopup();
 } catch (...) {
     Reraise("MenuManager", "OnContextMenu");
 }
 
-void MenuManager::SetupContextMenu(const Ref<ExplorerItemDef>& oExplorerItemDef)
-try {
+void MenuManager::SetupContextMenu(const Ref<ExplorerItemDef>& oExplorerItemDef) try {
     auto oSorted = New<SortedList>();
     for (const auto& oMenuItemDef : oExplorerItemDef->MenuItemDefs())
         if (oMenuItemDef->MenuType() == MenuType::fwContextMenuItem ||
@@ -77,8 +77,7 @@ void MenuManager::PlaceContextEntry(const Ref<Band>& oBand, const MenuItemDef& o
         InsertSeparator(*oBand, -1);
 }
 
-void MenuManager::AddContextMenuItem(const Ref<Band>& oBand, const Ref<MenuItemDef>& oMenuItemDef)
-try {
+void MenuManager::AddContextMenuItem(const Ref<Band>& oBand, const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
     Ref<Tool> oTool = oActionItemDef->Tool();
     if (!oTool)
@@ -95,8 +94,7 @@ void MenuManager::AddContextMenu(const Ref<Object>& oExplorerItemObj, const std:
                                  const std::string& sPath, Single fPositionOrder, MenuType eMenuType,
                                  const std::string& sCaption, const std::string& sAction, bool bPassActionItemParam,
                                  const std::string& sDescription, SeparatorStyle eSeparatorStyle,
-                                 const std::string& sShortCutKey, bool bVisible, bool bEnabled, bool bChecked)
-try {
+                                 const std::string& sShortCutKey, bool bVisible, bool bEnabled, bool bChecked) try {
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     const auto oActionsProvider = oExplorerItem.As<IActionsProvider>();
     auto oMenuItemDef = New<MenuItemDef>();

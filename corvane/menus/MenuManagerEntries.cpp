@@ -29,10 +29,11 @@ Ref<Band> MenuManager::EntryBand(const std::string& sPath) {
 }
 
 // Where a title of a path stands.
-Ref<Band> MenuManager::ParentBand(const std::string& sPath) { return sPath.empty() ? m_oMainBand : EntryBand(sPath); }
+Ref<Band> MenuManager::ParentBand(const std::string& sPath) {
+    return sPath.empty() ? m_oMainBand : EntryBand(sPath);
+}
 
-void MenuManager::AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef)
-try {
+void MenuManager::AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
     const bool bIsTitle = oMenuItemDef->MenuType() == MenuType::fwMenuTitle;
     Ref<Tool> oTool = oActionItemDef->Tool();
@@ -105,8 +106,7 @@ void MenuManager::PlaceMenuTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool
         InsertSeparator(*oParent, -1);
 }
 
-Ref<Band> MenuManager::CreatePlaceHolderMenuTitle(const std::string& sPath)
-try {
+Ref<Band> MenuManager::CreatePlaceHolderMenuTitle(const std::string& sPath) try {
     Ref<Band> oBand = m_oActiveBar->Bands()->Add(sPath);
     oBand->SetBandKind(BandKind::Popup);
     if (FindTool(sPath))
@@ -129,8 +129,7 @@ void MenuManager::AddMenu(const Ref<Object>& oActionProviderObj, const Ref<IActi
                           MenuType eMenuType, const std::string& sCaption, const std::string& sAction,
                           bool bPassActionItemParam, const std::string& sDescription, SeparatorStyle eSeparatorStyle,
                           const std::string& sShortCutKey, const std::string& sToolTip, bool bVisible, bool bEnabled,
-                          bool bChecked)
-try {
+                          bool bChecked) try {
     auto oMenuItemDef = New<MenuItemDef>();
     oMenuItemDef->Init(sActionItemName, sPath, fPositionOrder, eMenuType, sCaption, sShortCutKey, sToolTip,
                        eSeparatorStyle);

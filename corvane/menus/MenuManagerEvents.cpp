@@ -19,8 +19,7 @@ void MenuManager::m_oActiveBar_ToolClick(const Ref<Tool>& oTool) {
     }
 }
 
-void MenuManager::m_oActiveBar_BandOpen(const Ref<Band>& oBand)
-try {
+void MenuManager::m_oActiveBar_BandOpen(const Ref<Band>& oBand) try {
     if (!EqualText(oBand->Name(), "SysCustomize"))
         return;
     oBand->Tools()->Remove(oBand->Tools()->Count() - 1);

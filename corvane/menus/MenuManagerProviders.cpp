@@ -15,8 +15,7 @@ void ShowState(Tool& oTool, const ActionItem& oActionItem) {
 
 void MenuManager::OnActionsProviderAdd(const Ref<Object>& oActionsProviderObj,
                                        const Ref<IActionsProvider>& oActionsProvider,
-                                       const Ref<ActionItemDefCollection>& colActionItemDefs, bool bActivate)
-try {
+                                       const Ref<ActionItemDefCollection>& colActionItemDefs, bool bActivate) try {
     auto colActionItems = New<ActionItemCollection>();
     for (const auto& oActionItemDef : colActionItemDefs) {
         auto oActionItem = New<ActionItem>();
@@ -43,8 +42,7 @@ try {
 
 void MenuManager::OnActionsProviderActive(const Ref<Object>& /*oActionsProviderObj*/,
                                           const Ref<IActionsProvider>& oActionsProvider,
-                                          const Ref<ActionItemDefCollection>& colActionItemDefs)
-try {
+                                          const Ref<ActionItemDefCollection>& colActionItemDefs) try {
     const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
     for (const auto& oActionItemDef : colActionItemDefs) {
         const Ref<ActionItem> oActionItem = colActionItems->Item(oActionItemDef->Name());
@@ -62,8 +60,7 @@ try {
 
 void MenuManager::OnActionsProviderInActive(const Ref<Object>& /*oActionsProviderObj*/,
                                             const Ref<IActionsProvider>& oActionsProvider,
-                                            const Ref<ActionItemDefCollection>& colActionItemDefs)
-try {
+                                            const Ref<ActionItemDefCollection>& colActionItemDefs) try {
     const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
     for (const auto& oActionItemDef : colActionItemDefs) {
         const Ref<ActionItem> oActionItem = colActionItems->Item(oActionItemDef->Name());
@@ -83,8 +80,7 @@ try {
 }
 
 void MenuManager::OnActionsProviderRemove(const Ref<Object>& /*oActionsProviderObj*/,
-                                          const Ref<IActionsProvider>& oActionsProvider)
-try {
+                                          const Ref<IActionsProvider>& oActionsProvider) try {
     for (const auto& oActionItem : oActionsProvider->ActionItems()) {
         const Ref<Tool> oTool = oActionItem->Tool();
         if (!oTool)

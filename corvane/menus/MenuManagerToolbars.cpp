@@ -7,30 +7,29 @@ namespace corvane {
 
 namespace {
 
-std::string ToolbarBandName(const std::string& sToolbarName) { return "Toolbars." + sToolbarName; }
+std::string ToolbarBandName(const std::string& sToolbarName) {
+    return "Toolbars." + sToolbarName;
+}
 
 constexpr const char* sToolbarsMenu = "View.Toolbars";
 
 } // namespace
 
-void MenuManager::ShowToolbar(const std::string& sToolbarName)
-try {
+void MenuManager::ShowToolbar(const std::string& sToolbarName) try {
     m_oActiveBar->Bands()->Item(ToolbarBandName(sToolbarName))->SetVisible(true);
     m_oActiveBar->RecalcLayout();
 } catch (...) {
     Reraise("MenuManager", "ShowToolbar");
 }
 
-void MenuManager::HideToolbar(const std::string& sToolbarName)
-try {
+void MenuManager::HideToolbar(const std::string& sToolbarName) try {
     m_oActiveBar->Bands()->Item(ToolbarBandName(sToolbarName))->SetVisible(false);
     m_oActiveBar->RecalcLayout();
 } catch (...) {
     Reraise("MenuManager", "HideToolbar");
 }
 
-Ref<Band> MenuManager::CreateToolbar(const std::string& sPath)
-try {
+Ref<Band> MenuManager::CreateToolbar(const std::string& sPath) try {
     const std::string sBand = ToolbarBandName(sPath);
     Ref<Band> oToolbar = m_oActiveBar->Bands()->Add(sBand);
     oToolbar->SetBandKind(BandKind::Toolbar);
@@ -78,8 +77,7 @@ Ref<Band> MenuManager::FindToolbarBand(const std::string& sName) {
     return oBand ? oBand : CreateToolbar(sName);
 }
 
-void MenuManager::AddToolbarItem(const Ref<MenuItemDef>& oMenuItemDef)
-try {
+void MenuManager::AddToolbarItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
     Ref<Tool> oTool = oActionItemDef->Tool();
     if (!oTool)
@@ -109,8 +107,7 @@ try {
 }
 
 // A toolbar without a visible button goes, and its entry loses the check. Nothing calls it.
-[[maybe_unused]] void MenuManager::AdjustToolbarsVisibility()
-try {
+[[maybe_unused]] void MenuManager::AdjustToolbarsVisibility() try {
     for (const auto& oToolbar : m_colToolbars) {
         bool bVisible = false;
         for (const auto& oTool : oToolbar->Tools()->All())

@@ -6,8 +6,12 @@ namespace {
 Platform g_oPlatform;
 }
 
-const Platform& CurrentPlatform() { return g_oPlatform; }
+const Platform& CurrentPlatform() {
+    return g_oPlatform;
+}
 
-void SetCurrentPlatform(Platform oPlatform) { g_oPlatform = std::move(oPlatform); }
+void SetCurrentPlatform(Platform oPlatform) {
+    g_oPlatform = std::move(oPlatform);
+}
 
 } // namespace corvane

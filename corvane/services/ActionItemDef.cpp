@@ -7,8 +7,7 @@ namespace corvane {
 
 using CorvaneMain::XMLAttributeValue;
 
-void ActionItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition)
-try {
+void ActionItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
     m_sName = ToText(XMLAttributeValue(oxmlDefinition, "Name"));
     m_sAction = ToText(XMLAttributeValue(oxmlDefinition, "Action"));
     m_bVisible = ToBoolean(XMLAttributeValue(oxmlDefinition, "Visible", true));

@@ -15,7 +15,11 @@ enum class MenuType : Long {
 
 enum class SeparatorStyle : Long { fwSeparatorNone = 0, fwSeparatorBefore = 1, fwSeparatorAfter = 2 };
 
-enum class ExplorerItemType : Long { fwExplorerItemDefault = 1, fwExplorerItemFolder = 2, fwExplorerItemFolderChild = 3 };
+enum class ExplorerItemType : Long {
+    fwExplorerItemDefault = 1,
+    fwExplorerItemFolder = 2,
+    fwExplorerItemFolderChild = 3
+};
 
 // cvDefinitionDefault never stands in a definition: as an argument it means that the definition decides.
 enum class WindowTypeConstants : Long {

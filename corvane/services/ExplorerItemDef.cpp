@@ -21,8 +21,7 @@ ExplorerItemType ExplorerItemTypeOf(const std::string& sWord) {
 
 } // namespace
 
-Long ExplorerItemDef::PositionKey() const
-try {
+Long ExplorerItemDef::PositionKey() const try {
     const Double dblOwn = static_cast<Double>(m_fPositionOrder * 100.0F);
     if (!m_oParentExplorerItemDef)
         return RoundToLong(dblOwn);
@@ -31,8 +30,7 @@ try {
     Reraise("ExplorerItemDef", "PositionKey (Get)");
 }
 
-void ExplorerItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition)
-try {
+void ExplorerItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
     m_sName = ToText(XMLAttributeValue(oxmlDefinition, "Name"));
     m_sDisplayName = ToText(XMLAttributeValue(oxmlDefinition, "DisplayName"));
     m_sProgID = ToText(XMLAttributeValue(oxmlDefinition, "ProgID"));

@@ -33,8 +33,7 @@ SeparatorStyle SeparatorStyleOf(const std::string& sWord) {
 
 } // namespace
 
-std::string MenuItemDef::Key() const
-try {
+std::string MenuItemDef::Key() const try {
     std::string sKey = m_oActionItemDef->Name();
     if (!m_sPath.empty())
         sKey = m_sPath + "." + sKey;
@@ -45,8 +44,7 @@ try {
     Reraise("MenuItemDef", "Key (Get)");
 }
 
-std::string MenuItemDef::PositionKey() const
-try {
+std::string MenuItemDef::PositionKey() const try {
     switch (m_eMenuType) {
     case MenuType::fwMenuTitle:
     case MenuType::fwContextMenuItem:
@@ -61,8 +59,7 @@ try {
     Reraise("MenuItemDef", "PositionKey (Get)");
 }
 
-void MenuItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition)
-try {
+void MenuItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
     m_eMenuType = MenuTypeOf(ToText(XMLAttributeValue(oxmlDefinition, "Type")));
     m_fPositionOrder = ToSingle(XMLAttributeValue(oxmlDefinition, "PositionOrder"));
     m_sCaption = ToText(XMLAttributeValue(oxmlDefinition, "Caption"));

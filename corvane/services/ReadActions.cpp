@@ -21,8 +21,7 @@ void ReadMenuItemDefs(const Ref<IXmlNode>& oxmlDefinition, const ActionItemDefCo
         auto oMenuItemDef = New<MenuItemDef>();
         oMenuItemDef->Initialize(oNode);
         AtLineOf(oNode, [&] {
-            oMenuItemDef->SetActionItemDef(
-                colActionItemDefs.Item(ToText(XMLAttributeValue(oNode, "ActionItem"))));
+            oMenuItemDef->SetActionItemDef(colActionItemDefs.Item(ToText(XMLAttributeValue(oNode, "ActionItem"))));
             if (bWithKeys)
                 colMenuItemDefs.Add(oMenuItemDef, oMenuItemDef->Key());
             else

@@ -5,19 +5,15 @@
 
 namespace corvane {
 
-Ref<ActionItemCollection> ServiceBase::ActionItems() const { return m_colActionItems; }
+Ref<ActionItemCollection> ServiceBase::ActionItems() const {
+    return m_colActionItems;
+}
 
-void ServiceBase::Initialize()
-try {
-    InitializeEvent.Raise();
-} catch (...) {
+void ServiceBase::Initialize() try { InitializeEvent.Raise(); } catch (...) {
     Reraise("ServiceBase", "IService_Initialize");
 }
 
-void ServiceBase::Terminate()
-try {
-    TerminateEvent.Raise();
-} catch (...) {
+void ServiceBase::Terminate() try { TerminateEvent.Raise(); } catch (...) {
     Reraise("ServiceBase", "IService_Terminate");
 }
 
@@ -28,7 +24,9 @@ Ref<Dictionary> ServiceBase::UnsavedItems(Double& dblOrder) {
     return dctUnsavedItems;
 }
 
-void ServiceBase::Save(const Ref<Object>& oUnsavedItem) { SaveEvent.Raise(oUnsavedItem); }
+void ServiceBase::Save(const Ref<Object>& oUnsavedItem) {
+    SaveEvent.Raise(oUnsavedItem);
+}
 
 Ref<KeyedCollection<Ref<Object>>> ServiceBase::ReportContextTypes() {
     auto colReportContextTypes = New<KeyedCollection<Ref<Object>>>();
@@ -42,12 +40,15 @@ Ref<Dictionary> ServiceBase::ReportContexts(Long lReportContextTypeID) {
     return dctReportContexts;
 }
 
-void ServiceBase::SaveComplete(bool bWasCancelled) { SaveCompleteEvent.Raise(bWasCancelled); }
+void ServiceBase::SaveComplete(bool bWasCancelled) {
+    SaveCompleteEvent.Raise(bWasCancelled);
+}
 
-void ServiceBase::Initialize(const Ref<ActionItemCollection>& oActionItems) { m_colActionItems = oActionItems; }
+void ServiceBase::Initialize(const Ref<ActionItemCollection>& oActionItems) {
+    m_colActionItems = oActionItems;
+}
 
-void ServiceBase::OnExit(const Ref<Window>& oWindow, bool bWasCancelled)
-try {
+void ServiceBase::OnExit(const Ref<Window>& oWindow, bool bWasCancelled) try {
     OnExitEvent.Raise(oWindow, bWasCancelled);
 } catch (...) {
     Reraise("ServiceBase", "IWindowExitHandler_OnExit");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvane/base/Event.h"
+#include "corvane/menus/ActionItem.h"
 #include "corvane/menus/IActionsProvider.h"
 #include "corvane/services/IService.h"
 #include "corvane/windows/IWindowExitHandler.h"
@@ -29,7 +30,7 @@ public:
     void Initialize() override;
     void Terminate() override;
     // What comes in as dblOrder has no effect.
-    Ref<Dictionary> UnsavedItems(Double& dblOrder) override;
+    Ref<Dictionary> UnsavedItems(Double & dblOrder) override;
     void Save(const Ref<Object>& oUnsavedItem) override;
     Ref<KeyedCollection<Ref<Object>>> ReportContextTypes() override;
     Ref<Dictionary> ReportContexts(Long lReportContextTypeID) override;
@@ -39,7 +40,9 @@ public:
     void Initialize(const Ref<ActionItemCollection>& oActionItems) override;
     void OnExit(const Ref<Window>& oWindow, bool bWasCancelled) override;
 
-    std::string_view TypeName() const override { return "ServiceBase"; }
+    std::string_view TypeName() const override {
+        return "ServiceBase";
+    }
 
 private:
     Ref<ActionItemCollection> m_colActionItems;

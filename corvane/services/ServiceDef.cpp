@@ -8,8 +8,7 @@ namespace corvane {
 using CorvaneMain::AtLineOf;
 using CorvaneMain::XMLAttributeValue;
 
-void ServiceDef::Initialize(const Ref<IXmlNode>& oxmlDefinition)
-try {
+void ServiceDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
     m_sName = ToText(XMLAttributeValue(oxmlDefinition, "Name"));
     m_sProgID = ToText(XMLAttributeValue(oxmlDefinition, "ProgID"));
     m_bIsStartService = ToBoolean(XMLAttributeValue(oxmlDefinition, "IsStartService", false));

@@ -34,15 +34,11 @@ bool ServiceManager::IsServiceAlive(const Ref<Object>& oServiceSubclass) const n
     }
 }
 
-void ServiceManager::Initialize()
-try {
-    LoadServices();
-} catch (...) {
+void ServiceManager::Initialize() try { LoadServices(); } catch (...) {
     Reraise("ServiceManager", "Initialize");
 }
 
-void ServiceManager::LoadServices()
-try {
+void ServiceManager::LoadServices() try {
     m_colServiceObjects->Add(CorvaneMain::Framework(), sFrameworkProgID);
     const auto& oPlatform = CurrentPlatform();
     const std::string sFolder = oPlatform.oUtilities->GetAppFolder("Services");
@@ -122,10 +118,9 @@ Ref<IXmlNode> ServiceManager::ReadDocument(const std::string& sFile, const Ref<I
 void ServiceManager::NameProductInAbout(const Ref<IXmlNode>& oxmlService, const std::string& sIniFile) const {
     const Ref<IXmlNode> oxmlAbout = oxmlService->SelectSingleNode("//Service/Menus/MenuItem[@ActionItem='About']");
     const std::string sCaption = oxmlAbout->Attribute("Caption").value_or("");
-    oxmlAbout->SetAttribute("Caption",
-                            "About " + CurrentPlatform().oIniReader->ReadString(sIniFile, "Preferences",
-                                                                                "QRZProductName", sCaption,
-                                                                                nProductNameCharacters));
+    oxmlAbout->SetAttribute("Caption", "About " + CurrentPlatform().oIniReader->ReadString(sIniFile, "Preferences",
+                                                                                           "QRZProductName", sCaption,
+                                                                                           nProductNameCharacters));
 }
 
 Ref<Object> ServiceManager::ServiceObject(const std::string& sProgID) {
@@ -159,8 +154,7 @@ void ServiceManager::AddDefinitions(const Ref<IXmlNode>& oxmlService, const Ref<
         m_oStartService = oService;
 }
 
-void ServiceManager::ResolveExplorerItemDefReferences()
-try {
+void ServiceManager::ResolveExplorerItemDefReferences() try {
     for (const auto& oServiceDef : m_colServiceDefs)
         for (const auto& oExplorerItemDef : oServiceDef->ExplorerItemDefs())
             m_colExplorerItemDefs->Add(oExplorerItemDef, oExplorerItemDef->Name());
@@ -175,8 +169,7 @@ try {
     Reraise("ServiceManager", "ResolveExplorerItemDefReferences");
 }
 
-void ServiceManager::Start()
-try {
+void ServiceManager::Start() try {
     for (const auto& oService : m_colServices)
         if (const Ref<IService> oInner = CorvaneMain::QueryService(oService))
             oInner->Initialize();
@@ -186,8 +179,7 @@ try {
     Reraise("ServiceManager", "Start");
 }
 
-void ServiceManager::Terminate()
-try {
+void ServiceManager::Terminate() try {
     for (const auto& oService : m_colServices)
         CorvaneMain::QueryService(oService)->Terminate();
 } catch (...) {

@@ -34,8 +34,7 @@ WindowStateConstants WindowStateOf(const std::string& sWord) {
 
 } // namespace
 
-void WindowDef::Initialize(const Ref<IXmlNode>& oxmlDefinition)
-try {
+void WindowDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
     m_sName = ToText(XMLAttributeValue(oxmlDefinition, "Name"));
     m_lPageWidth = ToLong(XMLAttributeValue(oxmlDefinition, "PageWidth", 0));
     m_lPageHeight = ToLong(XMLAttributeValue(oxmlDefinition, "PageHeight", 0));

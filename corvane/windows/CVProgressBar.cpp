@@ -8,7 +8,9 @@
 
 namespace corvane {
 
-Ref<Object> CVProgressBar::Control() const { return ToObject(m_frmMain->Invoke("ctlCVProgress", {})); }
+Ref<Object> CVProgressBar::Control() const {
+    return ToObject(m_frmMain->Invoke("ctlCVProgress", {}));
+}
 
 Ref<Tool> CVProgressBar::StatusBarTool(const char* sTool) const {
     return m_oActiveBar->Bands()->Item("StatusBar")->Tools()->Item(sTool);
@@ -36,7 +38,9 @@ void CVProgressBar::Show(Double dMax, bool bCancel) {
     SetVisible(true);
 }
 
-bool CVProgressBar::Visible() const { return StatusBarTool("ctlProgressBar")->Visible(); }
+bool CVProgressBar::Visible() const {
+    return StatusBarTool("ctlProgressBar")->Visible();
+}
 
 void CVProgressBar::SetVisible(bool bVisible) {
     m_oActiveBar->SetStatusTextShown(!bVisible);
@@ -46,30 +50,50 @@ void CVProgressBar::SetVisible(bool bVisible) {
     CurrentPlatform().oTimers->DoEvents();
 }
 
-bool CVProgressBar::Cancel() const { return ToBoolean(Control()->Invoke("Cancel", {})); }
+bool CVProgressBar::Cancel() const {
+    return ToBoolean(Control()->Invoke("Cancel", {}));
+}
 
-void CVProgressBar::SetCancel(bool bCancel) { Control()->Put("Cancel", bCancel); }
+void CVProgressBar::SetCancel(bool bCancel) {
+    Control()->Put("Cancel", bCancel);
+}
 
-void CVProgressBar::Increment() { (void)Control()->Invoke("Increment", {}); }
+void CVProgressBar::Increment() {
+    (void)Control()->Invoke("Increment", {});
+}
 
-Double CVProgressBar::Max() const { return ToDouble(Control()->Invoke("Max", {})); }
+Double CVProgressBar::Max() const {
+    return ToDouble(Control()->Invoke("Max", {}));
+}
 
-void CVProgressBar::SetMax(Double dMax) { Control()->Put("Max", dMax); }
+void CVProgressBar::SetMax(Double dMax) {
+    Control()->Put("Max", dMax);
+}
 
 void CVProgressBar::Percent(Double dPercent) {
     const Variant vPercent = dPercent;
     (void)Control()->Invoke("Percent", std::span(&vPercent, 1));
 }
 
-Long CVProgressBar::Pixels() const { return ToLong(Control()->Invoke("Pixels", {})); }
+Long CVProgressBar::Pixels() const {
+    return ToLong(Control()->Invoke("Pixels", {}));
+}
 
-Double CVProgressBar::Value() const { return ToDouble(Control()->Invoke("Value", {})); }
+Double CVProgressBar::Value() const {
+    return ToDouble(Control()->Invoke("Value", {}));
+}
 
-void CVProgressBar::SetValue(Double dValue) { Control()->Put("Value", dValue); }
+void CVProgressBar::SetValue(Double dValue) {
+    Control()->Put("Value", dValue);
+}
 
-bool CVProgressBar::WasCanceled() const { return ToBoolean(Control()->Invoke("WasCanceled", {})); }
+bool CVProgressBar::WasCanceled() const {
+    return ToBoolean(Control()->Invoke("WasCanceled", {}));
+}
 
-void CVProgressBar::SetWasCanceled(bool bWasCanceled) { Control()->Put("WasCanceled", bWasCanceled); }
+void CVProgressBar::SetWasCanceled(bool bWasCanceled) {
+    Control()->Put("WasCanceled", bWasCanceled);
+}
 
 // No tool is exempt, and nothing remembers how a tool was before.
 void CVProgressBar::EnableShell(bool bEnable) {

@@ -55,8 +55,7 @@ Long MinWindowProcNumber() {
 
 } // namespace
 
-void SetMinWindowSize(Long hWnd, Long lMinWidth, Long lMinHeight)
-try {
+void SetMinWindowSize(Long hWnd, Long lMinWidth, Long lMinHeight) try {
     for (Ref<Longs>* pcol : {&m_colMinWidths, &m_colMinHeights, &m_colPrevProcs})
         if (!*pcol)
             *pcol = New<Longs>();

@@ -7,16 +7,12 @@
 
 namespace corvane {
 
-void PageBase::ValidityChanged()
-try {
-    m_oWindow->PageValidityChanged(Ref<IPage>(this));
-} catch (...) {
+void PageBase::ValidityChanged() try { m_oWindow->PageValidityChanged(Ref<IPage>(this)); } catch (...) {
     Reraise("PageBase", "ValidityChanged");
 }
 
 void PageBase::Initialize(const Ref<corvane::Window>& oWindow, const Ref<corvane::PageDef>& oPageDef,
-                          const Ref<Object>& oBusinessContext, const Ref<Object>& oLastPanePositions)
-try {
+                          const Ref<Object>& oBusinessContext, const Ref<Object>& oLastPanePositions) try {
     m_oWindow = oWindow;
     m_oPageDef = oPageDef;
     m_oBusinessContext = oBusinessContext;
@@ -25,8 +21,7 @@ try {
     Reraise("PageBase", "IPage_Initialize");
 }
 
-void PageBase::Terminate(const Ref<Object>& oCurrentPanePositions)
-try {
+void PageBase::Terminate(const Ref<Object>& oCurrentPanePositions) try {
     TerminateEvent.Raise(oCurrentPanePositions);
     m_colActionItems = nullptr;
     m_oBusinessContext = nullptr;
@@ -36,8 +31,7 @@ try {
     Reraise("PageBase", "IPage_Terminate");
 }
 
-bool PageBase::IsValid()
-try {
+bool PageBase::IsValid() try {
     bool bIsValid = true;
     ValidateEvent.Raise(bIsValid);
     return bIsValid;
@@ -45,36 +39,23 @@ try {
     Reraise("PageBase", "IPage_IsValid (Get)");
 }
 
-void PageBase::Activate()
-try {
-    ActivateEvent.Raise();
-} catch (...) {
+void PageBase::Activate() try { ActivateEvent.Raise(); } catch (...) {
     Reraise("PageBase", "IPage_Activate");
 }
 
-void PageBase::Deactivate()
-try {
-    DeactivateEvent.Raise();
-} catch (...) {
+void PageBase::Deactivate() try { DeactivateEvent.Raise(); } catch (...) {
     Reraise("PageBase", "IPage_Deactivate");
 }
 
-void PageBase::Save()
-try {
-    SaveEvent.Raise();
-} catch (...) {
+void PageBase::Save() try { SaveEvent.Raise(); } catch (...) {
     Reraise("PageBase", "IPage_Save");
 }
 
-void PageBase::CommandClick(StandardCommandConstants eCommand)
-try {
-    CommandClickEvent.Raise(eCommand);
-} catch (...) {
+void PageBase::CommandClick(StandardCommandConstants eCommand) try { CommandClickEvent.Raise(eCommand); } catch (...) {
     Reraise("PageBase", "IPage_CommandClick");
 }
 
-void PageBase::OnExit(const Ref<corvane::Window>& oWindow, bool bWasCancelled)
-try {
+void PageBase::OnExit(const Ref<corvane::Window>& oWindow, bool bWasCancelled) try {
     OnExitEvent.Raise(oWindow, bWasCancelled);
 } catch (...) {
     Reraise("PageBase", "IWindowExitHandler_OnExit");

@@ -12,8 +12,7 @@ void Window::Initialize(const Ref<IWindowController>& oWindowController, const R
                         const Ref<IWindowForm>& oWindowForm, const std::string& sKey,
                         const Ref<Object>& oBusinessContext, const Ref<IWindowExitHandler>& oWindowExitHandler,
                         bool bIsModal, FormState eWindowState, WindowTypeConstants eWindowType,
-                        bool bIsNewBusinessContext, bool bIsApplyCommandShown, const Ref<Form>& frmOwner)
-try {
+                        bool bIsNewBusinessContext, bool bIsApplyCommandShown, const Ref<Form>& frmOwner) try {
     m_oWindowController = oWindowController;
     m_oWindowDef = oWindowDef;
     m_sKey = sKey.empty() ? ToText(New<ObjectKeyProvider>()->ObjectKey(Ref<Window>(this))) : sKey;
@@ -61,8 +60,7 @@ void Window::PlaceForm(Long lDefaultWidth, Long lDefaultHeight) {
                       static_cast<Single>(lDefaultWidth), static_cast<Single>(lDefaultHeight));
 }
 
-void Window::Terminate()
-try {
+void Window::Terminate() try {
     if (m_frmWindow)
         Hide();
     const Ref<Form> frmWindow = m_frmWindow; // goes with the unload
@@ -71,8 +69,7 @@ try {
     Reraise("Window", "Terminate");
 }
 
-void Window::Show()
-try {
+void Window::Show() try {
     const Ref<Window> oSelf(this);
     const Ref<Form> frmWindow = m_frmWindow;
     if (frmWindow->MDIChild()) {
@@ -88,45 +85,27 @@ try {
     Reraise("Window", "Show");
 }
 
-void Window::Hide()
-try {
-    m_frmWindow->Hide();
-} catch (...) {
+void Window::Hide() try { m_frmWindow->Hide(); } catch (...) {
     Reraise("Window", "Hide");
 }
 
-FormState Window::WindowState() const
-try {
-    return m_frmWindow->WindowState();
-} catch (...) {
+FormState Window::WindowState() const try { return m_frmWindow->WindowState(); } catch (...) {
     Reraise("Window", "WindowState (Get)");
 }
 
-void Window::SetWindowState(FormState eState)
-try {
-    m_frmWindow->SetWindowState(eState);
-} catch (...) {
+void Window::SetWindowState(FormState eState) try { m_frmWindow->SetWindowState(eState); } catch (...) {
     Reraise("Window", "WindowState (Let)");
 }
 
-bool Window::IsMDIChild() const
-try {
-    return m_frmWindow->MDIChild();
-} catch (...) {
+bool Window::IsMDIChild() const try { return m_frmWindow->MDIChild(); } catch (...) {
     Reraise("Window", "IsMDIChild (Get)");
 }
 
-std::string Window::Caption() const
-try {
-    return m_frmWindow->Caption();
-} catch (...) {
+std::string Window::Caption() const try { return m_frmWindow->Caption(); } catch (...) {
     Reraise("Window", "Caption (Get)");
 }
 
-void Window::SetCaption(const std::string& sCaption)
-try {
-    m_frmWindow->SetCaption(sCaption);
-} catch (...) {
+void Window::SetCaption(const std::string& sCaption) try { m_frmWindow->SetCaption(sCaption); } catch (...) {
     Reraise("Window", "Caption (Let)");
 }
 
@@ -144,43 +123,29 @@ void Window::ClickCommand(StandardCommandConstants eStandardButton) {
     oWindowForm->ClickCommand(eStandardButton);
 }
 
-Long Window::ActivePageIndex() const
-try {
-    return m_oWindowForm->ActivePageIndex();
-} catch (...) {
+Long Window::ActivePageIndex() const try { return m_oWindowForm->ActivePageIndex(); } catch (...) {
     Reraise("Window", "ActivePageIndex (Get)");
 }
 
-void Window::SetActivePageIndex(Long lIndex)
-try {
-    m_oWindowForm->SetActivePageIndex(lIndex);
-} catch (...) {
+void Window::SetActivePageIndex(Long lIndex) try { m_oWindowForm->SetActivePageIndex(lIndex); } catch (...) {
     Reraise("Window", "ActivePageIndex (Let)");
 }
 
-void Window::PageValidityChanged(const Ref<IPage>& oPage)
-try {
+void Window::PageValidityChanged(const Ref<IPage>& oPage) try {
     m_oWindowForm->PageValidityChanged(oPage);
 } catch (...) {
     Reraise("Window", "PageValidityChanged");
 }
 
-bool Window::CanBeSaved() const
-try {
-    return m_oWindowForm->CanBeSaved();
-} catch (...) {
+bool Window::CanBeSaved() const try { return m_oWindowForm->CanBeSaved(); } catch (...) {
     Reraise("Window", "CanBeSaved (Get)");
 }
 
-void Window::Save()
-try {
-    m_oWindowForm->Save();
-} catch (...) {
+void Window::Save() try { m_oWindowForm->Save(); } catch (...) {
     Reraise("Window", "Save");
 }
 
-void Window::ExitWindow(bool bWasWindowCancelled)
-try {
+void Window::ExitWindow(bool bWasWindowCancelled) try {
     const Ref<Window> oSelf(this);
     m_bWasWindowCancelled = bWasWindowCancelled;
     if (m_oWindowExitHandler)
@@ -198,16 +163,14 @@ try {
     Reraise("Window", "IWindowFormController_ExitWindow");
 }
 
-void Window::PageInitialize(const Ref<Object>& oPageObj, const Ref<PageDef>& oPageDef)
-try {
+void Window::PageInitialize(const Ref<Object>& oPageObj, const Ref<PageDef>& oPageDef) try {
     CorvaneMain::QueryPage(oPageObj)->Initialize(Ref<Window>(this), oPageDef, m_oBusinessContext, nullptr);
     m_oWindowController->PageInitialize(oPageObj);
 } catch (...) {
     Reraise("Window", "IWindowFormController_PageInitialize");
 }
 
-void Window::PageTerminate(const Ref<Object>& oPageObj)
-try {
+void Window::PageTerminate(const Ref<Object>& oPageObj) try {
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     m_oWindowController->PageTerminate(oPageObj);
     oPage->Terminate(nullptr);
@@ -215,47 +178,33 @@ try {
     Reraise("Window", "IWindowFormController_PageTerminate");
 }
 
-void Window::PageActivate(const Ref<Object>& oPageObj)
-try {
+void Window::PageActivate(const Ref<Object>& oPageObj) try {
     m_oWindowController->PageActivate(oPageObj);
     CorvaneMain::QueryPage(oPageObj)->Activate();
 } catch (...) {
     Reraise("Window", "IWindowFormController_PageActivate");
 }
 
-void Window::PageDeactivate(const Ref<Object>& oPageObj)
-try {
+void Window::PageDeactivate(const Ref<Object>& oPageObj) try {
     m_oWindowController->PageDeactivate(oPageObj);
     CorvaneMain::QueryPage(oPageObj)->Deactivate();
 } catch (...) {
     Reraise("Window", "IWindowFormController_PageDeactivate");
 }
 
-void Window::m_frmWindow_Load()
-try {
-    m_oWindowController->WindowInitialize(Ref<Window>(this));
-} catch (...) {
+void Window::m_frmWindow_Load() try { m_oWindowController->WindowInitialize(Ref<Window>(this)); } catch (...) {
     Reraise("Window", "m_frmWindow_Load");
 }
 
-void Window::m_frmWindow_Unload()
-try {
-    m_oWindowController->WindowTerminate(Ref<Window>(this));
-} catch (...) {
+void Window::m_frmWindow_Unload() try { m_oWindowController->WindowTerminate(Ref<Window>(this)); } catch (...) {
     Reraise("Window", "m_frmWindow_Unload");
 }
 
-void Window::m_frmWindow_Activate()
-try {
-    m_oWindowController->WindowActivate(Ref<Window>(this));
-} catch (...) {
+void Window::m_frmWindow_Activate() try { m_oWindowController->WindowActivate(Ref<Window>(this)); } catch (...) {
     Reraise("Window", "m_frmWindow_Activate");
 }
 
-void Window::m_frmWindow_Deactivate()
-try {
-    m_oWindowController->WindowDeactivate(Ref<Window>(this));
-} catch (...) {
+void Window::m_frmWindow_Deactivate() try { m_oWindowController->WindowDeactivate(Ref<Window>(this)); } catch (...) {
     Reraise("Window", "m_frmWindow_Deactivate");
 }
 

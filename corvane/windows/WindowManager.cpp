@@ -36,8 +36,7 @@ Ref<Window> WindowManager::OpenWindow(const std::string& sWindowName, const Ref<
                                       MDIWindowTypeConstants eMDIWindowType, WindowTypeConstants eWindowType,
                                       BusinessContextTypeConstants eBusinessContextType,
                                       ShowApplyCommandConstants eShowApplyCommand, const std::string& sKey, bool bHide,
-                                      bool bOpenWindowAsync)
-try {
+                                      bool bOpenWindowAsync) try {
     const auto& oScreen = CurrentPlatform().oScreen;
     oScreen->SetPointer(MousePointer::Hourglass);
     Ref<Window> oWindow;
@@ -53,8 +52,8 @@ try {
         const bool bIsMDIChild = Resolve(eMDIWindowType, MDIWindowTypeConstants::cvMDIChild, oDef->IsMDIChild());
         const bool bIsNew =
             Resolve(eBusinessContextType, BusinessContextTypeConstants::cvNew, oDef->IsNewBusinessContext());
-        const bool bIsApplyShown = Resolve(eShowApplyCommand, ShowApplyCommandConstants::cvShowApplyCommand,
-                                           oDef->IsApplyCommandShown());
+        const bool bIsApplyShown =
+            Resolve(eShowApplyCommand, ShowApplyCommandConstants::cvShowApplyCommand, oDef->IsApplyCommandShown());
         const auto eState =
             eWindowState == WindowStateConstants::cvDefinitionDefault ? oDef->WindowState() : eWindowState;
         const auto eType = eWindowType == WindowTypeConstants::cvDefinitionDefault ? oDef->WindowType() : eWindowType;
@@ -65,9 +64,8 @@ try {
                  "Validating OpenWindow paramters");
         oWindow = New<Window>();
         const Ref<IWindowForm> oWindowForm = m_oWindowFormFactory->NewWindowForm(eType, bIsMDIChild);
-        oWindow->Initialize(Ref<IWindowController>(this), oDef, oWindowForm, sKey, oBusinessContext,
-                            oWindowExitHandler, bIsModal, static_cast<FormState>(eState), eType, bIsNew,
-                            bIsApplyShown, m_frmMain);
+        oWindow->Initialize(Ref<IWindowController>(this), oDef, oWindowForm, sKey, oBusinessContext, oWindowExitHandler,
+                            bIsModal, static_cast<FormState>(eState), eType, bIsNew, bIsApplyShown, m_frmMain);
     }
     oScreen->SetPointer(MousePointer::Default);
     if (bOpenWindowAsync && !bHide)
@@ -79,8 +77,7 @@ try {
     Reraise("WindowManager", "OpenWindow");
 }
 
-void WindowManager::SetActiveWindow(const Ref<Window>& oWindow)
-try {
+void WindowManager::SetActiveWindow(const Ref<Window>& oWindow) try {
     if (oWindow == m_oActiveWindow)
         return;
     m_oActiveWindow = oWindow;
@@ -90,23 +87,20 @@ try {
 }
 
 // A child that refuses to go keeps the loop running on it.
-void WindowManager::CloseAll()
-try {
+void WindowManager::CloseAll() try {
     while (const Ref<Form> frmActive = m_frmMain->ActiveForm())
         frmActive->Unload();
 } catch (...) {
     Reraise("WindowManager", "CloseAll");
 }
 
-Ref<Object> WindowManager::CommonDialog() const
-try {
+Ref<Object> WindowManager::CommonDialog() const try {
     return ToObject(m_frmMain->Invoke("CommonDialog", {}));
 } catch (...) {
     Reraise("WindowManager", "CommonDialog (Get)");
 }
 
-void WindowManager::WindowInitialize(const Ref<Window>& oWindow)
-try {
+void WindowManager::WindowInitialize(const Ref<Window>& oWindow) try {
     const std::string sKey = oWindow->Key();
     if (!sKey.empty())
         m_colWindows->Add(oWindow, sKey);
@@ -117,39 +111,34 @@ try {
     Reraise("WindowManager", "IWindowController_WindowInitialize");
 }
 
-void WindowManager::WindowTerminate(const Ref<Window>& oWindow)
-try {
+void WindowManager::WindowTerminate(const Ref<Window>& oWindow) try {
     WindowTerminateEvent.Raise(oWindow);
     m_colWindows->Remove(oWindow->Key());
 } catch (...) {
     Reraise("WindowManager", "IWindowController_WindowTerminate");
 }
 
-void WindowManager::WindowActivate(const Ref<Window>& oWindow)
-try {
+void WindowManager::WindowActivate(const Ref<Window>& oWindow) try {
     WindowActivateEvent.Raise(oWindow);
     m_oActiveWindow = oWindow;
 } catch (...) {
     Reraise("WindowManager", "IWindowController_WindowActivate");
 }
 
-void WindowManager::WindowDeactivate(const Ref<Window>& oWindow)
-try {
+void WindowManager::WindowDeactivate(const Ref<Window>& oWindow) try {
     m_oActiveWindow = nullptr;
     WindowDeactivateEvent.Raise(oWindow);
 } catch (...) {
     Reraise("WindowManager", "IWindowController_WindowDeactivate");
 }
 
-void WindowManager::PageInitialize(const Ref<Object>& oPageObj)
-try {
+void WindowManager::PageInitialize(const Ref<Object>& oPageObj) try {
     PageInitializeEvent.Raise(oPageObj);
 } catch (...) {
     Reraise("WindowManager", "IWindowController_PageInitialize");
 }
 
-void WindowManager::PageTerminate(const Ref<Object>& oPageObj)
-try {
+void WindowManager::PageTerminate(const Ref<Object>& oPageObj) try {
     if (oPageObj == m_oActivePage)
         PageDeactivateEvent.Raise(oPageObj);
     PageTerminateEvent.Raise(oPageObj);
@@ -157,8 +146,7 @@ try {
     Reraise("WindowManager", "IWindowController_PageTerminate");
 }
 
-void WindowManager::PageActivate(const Ref<Object>& oPageObj)
-try {
+void WindowManager::PageActivate(const Ref<Object>& oPageObj) try {
     if (oPageObj == m_oActivePage)
         return;
     if (m_oActivePage)
@@ -169,8 +157,7 @@ try {
     Reraise("WindowManager", "IWindowController_PageActivate");
 }
 
-void WindowManager::PageDeactivate(const Ref<Object>& oPageObj)
-try {
+void WindowManager::PageDeactivate(const Ref<Object>& oPageObj) try {
     if (oPageObj != m_oActivePage)
         return;
     PageDeactivateEvent.Raise(oPageObj);

@@ -24,12 +24,12 @@ void frmWindowSupport::OpenWindowAsync(const Ref<Window>& oWindow) {
         Fail(FailureNumber::ObjectErrorBase, "oWindow is NULL.", "Check Parameters");
     m_oWindow = oWindow;
     // The form holds itself by its timer until the tick has been handled.
-    m_oTick = tmWindowSupport->Tick.Subscribe([oSelf = Ref<frmWindowSupport>(this)] { oSelf->tmWindowSupport_Timer(); });
+    m_oTick =
+        tmWindowSupport->Tick.Subscribe([oSelf = Ref<frmWindowSupport>(this)] { oSelf->tmWindowSupport_Timer(); });
     tmWindowSupport->SetEnabled(true);
 }
 
-void frmWindowSupport::tmWindowSupport_Timer()
-try {
+void frmWindowSupport::tmWindowSupport_Timer() try {
     const Ref<frmWindowSupport> oSelf(this);
     tmWindowSupport->SetEnabled(false);
     m_oTick.Cancel();

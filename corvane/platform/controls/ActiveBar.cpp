@@ -16,8 +16,7 @@ namespace {
 Tool::Tool(ActiveBar* pBar, Long lToolId, std::string sName)
     : m_pBar(pBar), m_sName(std::move(sName)), m_lToolId(lToolId) {}
 
-Tool::Tool(Band* pBand, Ref<Tool> oMaster)
-    : m_pBar(pBand->Owner()), m_pBand(pBand), m_oMaster(std::move(oMaster)) {
+Tool::Tool(Band* pBand, Ref<Tool> oMaster) : m_pBar(pBand->Owner()), m_pBand(pBand), m_oMaster(std::move(oMaster)) {
     m_oMaster->m_aInstances.push_back(this);
     CopyFromMaster();
 }
@@ -121,7 +120,9 @@ void Tool::SetVisible(bool bVisible) {
     oMaster.RaiseChanged(BarChange::What::ToolState);
 }
 
-void Tool::SetCategory(std::string sCategory) { Master().m_sCategory = std::move(sCategory); }
+void Tool::SetCategory(std::string sCategory) {
+    Master().m_sCategory = std::move(sCategory);
+}
 
 void Tool::SetShortCuts(std::vector<Ref<ShortCut>> aShortCuts) {
     Tool& oMaster = Master();
@@ -129,7 +130,9 @@ void Tool::SetShortCuts(std::vector<Ref<ShortCut>> aShortCuts) {
     oMaster.RaiseChanged(BarChange::What::ToolState);
 }
 
-void Tool::SetTagVariant(Ref<Object> oTag) { Master().m_oTagVariant = std::move(oTag); }
+void Tool::SetTagVariant(Ref<Object> oTag) {
+    Master().m_oTagVariant = std::move(oTag);
+}
 
 void Tool::SetHostedControl(Ref<Object> oControl) {
     Tool& oMaster = Master();
@@ -182,7 +185,9 @@ Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
     return oTool;
 }
 
-MasterTools::~MasterTools() { Detach(); }
+MasterTools::~MasterTools() {
+    Detach();
+}
 
 void MasterTools::Detach() {
     m_pBar = nullptr;
@@ -204,7 +209,9 @@ Ref<Tool> MasterTools::Item(Long lToolId) const {
     return Ref<Tool>(it->second);
 }
 
-BandTools::~BandTools() { Detach(); }
+BandTools::~BandTools() {
+    Detach();
+}
 
 void BandTools::Detach() {
     m_pBand = nullptr;
@@ -253,7 +260,9 @@ const std::string Band::m_sNoText;
 Band::Band(ActiveBar* pBar, std::string sName)
     : m_pBar(pBar), m_sName(std::move(sName)), m_oTools(New<BandTools>(this)) {}
 
-Band::~Band() { m_oTools->Detach(); }
+Band::~Band() {
+    m_oTools->Detach();
+}
 
 void Band::Detach() {
     m_pBar = nullptr;
@@ -293,7 +302,9 @@ void Band::Refresh() {
         m_pBar->PaintRequested.Raise(Ref<Band>(this));
 }
 
-BandCollection::~BandCollection() { Detach(); }
+BandCollection::~BandCollection() {
+    Detach();
+}
 
 void BandCollection::Detach() {
     m_pBar = nullptr;
@@ -336,9 +347,13 @@ ActiveBar::~ActiveBar() {
     m_oTools->Detach();
 }
 
-void ActiveBar::RecalcLayout() { Changed.Raise({BarChange::What::Layout}); }
+void ActiveBar::RecalcLayout() {
+    Changed.Raise({BarChange::What::Layout});
+}
 
-void ActiveBar::RedrawBars() { Changed.Raise({BarChange::What::Redraw}); }
+void ActiveBar::RedrawBars() {
+    Changed.Raise({BarChange::What::Redraw});
+}
 
 void ActiveBar::ApplyToolToInstances(const Ref<Tool>& oTool) {
     for (Tool* pInstance : oTool->Instances())

@@ -71,7 +71,9 @@ void Form::Hide() {
     Changed.Raise(Change::Hidden);
 }
 
-void Form::Refresh() { Changed.Raise(Change::Repaint); }
+void Form::Refresh() {
+    Changed.Raise(Change::Repaint);
+}
 
 void Form::Move(Single fLeft, Single fTop, Single fWidth, Single fHeight) {
     m_fLeft = fLeft;

@@ -19,7 +19,9 @@ Ref<Form> MdiForm::ActiveForm() const {
     return nullptr;
 }
 
-Ref<Form> MdiForm::ForegroundForm() const { return Ref<Form>(m_pForeground); }
+Ref<Form> MdiForm::ForegroundForm() const {
+    return Ref<Form>(m_pForeground);
+}
 
 std::vector<Ref<Form>> MdiForm::Forms() const {
     std::vector<Ref<Form>> aForms;
@@ -28,9 +30,13 @@ std::vector<Ref<Form>> MdiForm::Forms() const {
     return aForms;
 }
 
-void MdiForm::Arrange(Arrangement eHow) { Arranged.Raise(eHow); }
+void MdiForm::Arrange(Arrangement eHow) {
+    Arranged.Raise(eHow);
+}
 
-void MdiForm::AddMember(std::string_view sName, Ref<Object> oMember) { m_colMembers->Add(std::move(oMember), sName); }
+void MdiForm::AddMember(std::string_view sName, Ref<Object> oMember) {
+    m_colMembers->Add(std::move(oMember), sName);
+}
 
 Variant MdiForm::Invoke(std::string_view sName, std::span<const Variant> aArguments) {
     if (!m_colMembers->HasKey(sName))
@@ -40,7 +46,9 @@ Variant MdiForm::Invoke(std::string_view sName, std::span<const Variant> aArgume
     return m_colMembers->Item(sName);
 }
 
-void MdiForm::FormMade(Form& oForm) { m_aMade.push_back(&oForm); }
+void MdiForm::FormMade(Form& oForm) {
+    m_aMade.push_back(&oForm);
+}
 
 void MdiForm::FormLoaded(const Ref<Form>& oForm) {
     // A form that has been loaded but never shown is behind all others.

@@ -23,7 +23,9 @@ void TabStrip::SetTab(Long lTab) {
     Changed.Raise();
 }
 
-std::string TabStrip::Caption() const { return m_aCaptions.empty() ? std::string() : CaptionOf(m_lTab); }
+std::string TabStrip::Caption() const {
+    return m_aCaptions.empty() ? std::string() : CaptionOf(m_lTab);
+}
 
 void TabStrip::SetCaption(std::string sCaption) {
     if (m_aCaptions.empty())

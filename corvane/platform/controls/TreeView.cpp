@@ -69,7 +69,9 @@ Long Node::Row() const {
     return m_lRow;
 }
 
-Nodes::~Nodes() { DropAll(); }
+Nodes::~Nodes() {
+    DropAll();
+}
 
 void Nodes::RaiseChanged(const TreeChange& oChange) const {
     if (m_pTreeView)
@@ -164,9 +166,13 @@ void Nodes::Clear() {
 
 TreeView::TreeView(std::string sName) : m_sName(std::move(sName)), m_oNodes(New<Nodes>(this)) {}
 
-TreeView::~TreeView() { m_oNodes->Detach(); }
+TreeView::~TreeView() {
+    m_oNodes->Detach();
+}
 
-void TreeView::RaiseChanged(TreeChange::What eWhat, Node* pNode) { Changed.Raise({eWhat, pNode}); }
+void TreeView::RaiseChanged(TreeChange::What eWhat, Node* pNode) {
+    Changed.Raise({eWhat, pNode});
+}
 
 void TreeView::SetVisible(bool bVisible) {
     m_bVisible = bVisible;
@@ -217,7 +223,7 @@ void TreeView::StartLabelEdit() {
         return;
     }
     if (!m_oEditedNode)
-        return; // a handler ended the edit or removed the node
+        return;                                // a handler ended the edit or removed the node
     m_sTextBeforeEdit = m_oEditedNode->Text(); // the handler may have put another text to edit
     EditorRequested.Raise();
 }
@@ -247,7 +253,9 @@ Ref<Node> TreeView::HitTest(Single x, Single y) const {
     return oNode;
 }
 
-void TreeView::Refresh() { RaiseChanged(TreeChange::What::Repaint); }
+void TreeView::Refresh() {
+    RaiseChanged(TreeChange::What::Repaint);
+}
 
 void TreeView::ClickNode(const Ref<Node>& oNode) {
     SetSelectedItem(oNode);

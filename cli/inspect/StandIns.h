@@ -1,0 +1,84 @@
+// Objects that stand in for plug-ins: they answer any member, write down what they are told, and misbehave as a file
+// "standins.json" of the application says.
+#pragma once
+
+#include "cli/inspect/Recording.h"
+#include "corvane/platform/IIniReader.h"
+#include "corvane/platform/IObjectFactory.h"
+#include "corvane/windows/IWindowFormFactory.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace corvane {
+class MdiForm;
+}
+
+namespace corvane::inspect {
+
+// How the objects of one ProgID behave. Member names are folded.
+struct StandInSpec {
+    std::optional<Failure> oCreate;         // creation fails so
+    bool bAccess = true;                    // false: no access interface
+    std::map<std::string, Failure> mapFail; // the call is written down, then fails so
+    std::set<std::string> setMissing;       // can't be called by name
+    std::string sName;                      // that an explorer item gives itself
+    std::vector<StandInSpec> aChildren;     // made anew at each Initialize
+    std::optional<std::string> sDisplayName;
+    std::optional<std::string> sEditName;
+};
+
+struct StandInFile {
+    std::map<std::string, StandInSpec> mapObjects; // by folded ProgID
+    std::optional<Long> lVGEnabled;
+    std::optional<std::string> sProductName;
+    bool bFormReportsDeactivate = true;
+};
+
+// Reads "standins.json". Fails with 53 when there is none and with 5, saying where, when it can't be understood.
+[[nodiscard]] StandInFile ReadStandIns(const std::string& sFile);
+
+class StandInFactory final : public IObjectFactory {
+public:
+    StandInFactory(Ref<Record> oRecord, std::shared_ptr<const StandInFile> pFile)
+        : m_oRecord(std::move(oRecord)), m_pFile(std::move(pFile)) {}
+    [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
+
+private:
+    Ref<Record> m_oRecord;
+    std::shared_ptr<const StandInFile> m_pFile;
+};
+
+// Names the objects that another factory makes, so that the record can speak of them.
+class NamingFactory final : public IObjectFactory {
+public:
+    NamingFactory(Ref<Record> oRecord, Ref<IObjectFactory> oFactory)
+        : m_oRecord(std::move(oRecord)), m_oFactory(std::move(oFactory)) {}
+    [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
+
+private:
+    Ref<Record> m_oRecord;
+    Ref<IObjectFactory> m_oFactory;
+};
+
+// Stands for the INI file.
+class StandInIni final : public IIniReader {
+public:
+    explicit StandInIni(std::shared_ptr<const StandInFile> pFile) : m_pFile(std::move(pFile)) {}
+    [[nodiscard]] Long ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,
+                                   Long lDefault) const override;
+    [[nodiscard]] std::string ReadString(std::string_view sFile, std::string_view sSection, std::string_view sKey,
+                                         std::string_view sDefault, std::size_t nMaximum) const override;
+
+private:
+    std::shared_ptr<const StandInFile> m_pFile;
+};
+
+// Windows without anything to see: they create and report their pages, the first page being the one in front.
+[[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate);
+
+} // namespace corvane::inspect

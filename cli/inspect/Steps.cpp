@@ -1,0 +1,168 @@
+#include "cli/inspect/Steps.h"
+
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/NavigationManager.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
+
+#include <map>
+
+namespace corvane::inspect {
+
+namespace {
+
+// The first field, and what stands behind its blank.
+std::pair<std::string, std::string> Split(const std::string& sText) {
+    const std::size_t iBlank = sText.find(' ');
+    if (iBlank == std::string::npos)
+        return {sText, {}};
+    return {sText.substr(0, iBlank), sText.substr(iBlank + 1)};
+}
+
+Ref<ExplorerManager> Explorer() {
+    return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
+}
+
+// The tree of a tab given as text; nothing when there is none.
+Ref<TreeView> TreeOf(const ModelHost& oHost, const std::string& sTab) {
+    const std::optional<Double> oTab = NumberIn(sTab);
+    for (const auto& tvw : oHost.Trees())
+        if (oTab && tvw->Container() == *oTab)
+            return tvw;
+    return nullptr;
+}
+
+void Click(const ModelHost& oHost, const std::string& sTool) {
+    if (const Ref<Tool> oTool = oHost.Bar()->Tools()->Find(sTool))
+        oHost.Bar()->Click(oTool);
+}
+
+void ClickNode(const ModelHost& oHost, const std::string& sRest) {
+    const auto [sTab, sKey] = Split(sRest);
+    const Ref<TreeView> tvw = TreeOf(oHost, sTab);
+    if (!tvw || tvw->Container() != oHost.Tabs()->Tab())
+        return;
+    if (const Ref<Node> nod = tvw->GetNodes()->Find(sKey))
+        tvw->ClickNode(nod);
+}
+
+void SelectNode(const ModelHost& oHost, const std::string& sRest) {
+    const auto [sTab, sKey] = Split(sRest);
+    const Ref<TreeView> tvw = TreeOf(oHost, sTab);
+    if (!tvw)
+        return;
+    if (sRest.find(' ') == std::string::npos)
+        tvw->SetSelectedItem(nullptr);
+    else if (const Ref<Node> nod = tvw->GetNodes()->Find(sKey))
+        tvw->SetSelectedItem(nod);
+}
+
+void Rename(const ModelHost& oHost, const std::string& sText) {
+    const Ref<TreeView> tvw = oHost.ActiveTree();
+    if (!tvw)
+        return;
+    tvw->StartLabelEdit();
+    tvw->CommitLabelEdit(sText); // nothing when the edit was cancelled
+}
+
+void ChangeTab(const ModelHost& oHost, const std::string& sTab) {
+    const std::optional<Double> oTab = NumberIn(sTab);
+    if (oTab && *oTab >= 0 && *oTab < oHost.Tabs()->Tabs())
+        oHost.Tabs()->ChooseTab(static_cast<Long>(*oTab));
+}
+
+void CloseBand(const ModelHost& oHost, const std::string& sBand) {
+    if (const Ref<Band> oBand = oHost.Bar()->Bands()->Find(sBand))
+        oHost.Bar()->Close(oBand);
+}
+
+void OpenWindow(const std::string& sRest) {
+    const auto [sWindow, sKey] = Split(sRest);
+    using enum WindowStateConstants;
+    (void)CorvaneMain::Framework()->WindowManager()->OpenWindow(
+        sWindow, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault, cvDefinitionDefault,
+        MDIWindowTypeConstants::cvDefinitionDefault, WindowTypeConstants::cvDefinitionDefault,
+        BusinessContextTypeConstants::cvDefinitionDefault, ShowApplyCommandConstants::cvDefinitionDefault, sKey);
+}
+
+void Resize(const ModelHost& oHost, const std::string& sRest) {
+    const auto [sWidth, sHeight] = Split(sRest);
+    oHost.Tabs()->SetBounds(0, ToSingle(sWidth), ToSingle(sHeight));
+    oHost.Panel()->Resize.Raise();
+}
+
+struct Verb {
+    int nFields; // that it needs
+    std::function<void(ModelHost&, const std::string&)> fnAct;
+};
+
+const std::map<std::string, Verb, std::less<>>& Verbs() {
+    static const std::map<std::string, Verb, std::less<>> mapVerbs{
+        {"populate", {0, [](ModelHost&, const std::string&) { Explorer()->Populate(); }}},
+        {"clear", {0, [](ModelHost&, const std::string&) { Explorer()->Clear(); }}},
+        {"refresh", {0, [](ModelHost&, const std::string&) { Explorer()->Refresh(); }}},
+        {"show", {0, [](ModelHost&, const std::string&) { Explorer()->Show(); }}},
+        {"hide", {0, [](ModelHost&, const std::string&) { Explorer()->Hide(); }}},
+        {"click", {1, Click}},
+        {"node", {2, ClickNode}},
+        {"select", {1, SelectNode}},
+        {"treeclick",
+         {0,
+          [](ModelHost& oHost, const std::string&) {
+              if (const auto tvw = oHost.ActiveTree())
+                  tvw->Click.Raise();
+          }}},
+        {"dblclick",
+         {0,
+          [](ModelHost& oHost, const std::string&) {
+              if (const auto tvw = oHost.ActiveTree())
+                  tvw->DblClick.Raise();
+          }}},
+        {"rightclick",
+         {0,
+          [](ModelHost& oHost, const std::string&) {
+              if (const auto tvw = oHost.ActiveTree())
+                  tvw->MouseUp.Raise(MouseButton::RightButton, ShiftState::NoShift, 0, 0);
+          }}},
+        {"tab", {1, ChangeTab}},
+        {"rename", {0, Rename}},
+        {"closeband", {1, CloseBand}},
+        {"open", {1, [](ModelHost&, const std::string& sRest) { OpenWindow(sRest); }}},
+        {"resize", {2, Resize}},
+        {"exit", {0, [](ModelHost& oHost, const std::string&) { oHost.Exit(); }}},
+    };
+    return mapVerbs;
+}
+
+} // namespace
+
+std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile) {
+    std::vector<Step> aSteps;
+    std::string sLine;
+    for (int nLine = 1; std::getline(oStream, sLine); ++nLine) {
+        if (!sLine.empty() && sLine.back() == '\r')
+            sLine.pop_back();
+        if (sLine.empty() || sLine.front() == '#')
+            continue;
+        auto [sVerb, sRest] = Split(sLine);
+        const auto it = Verbs().find(sVerb);
+        const std::string sWhere = sFile + ":" + std::to_string(nLine) + ": ";
+        if (it == Verbs().end())
+            Fail(FailureNumber::InvalidProcedureCall, sWhere + "there is no step \"" + sVerb + "\"");
+        const bool bComplete = it->second.nFields == 0 || (it->second.nFields == 1 && !sRest.empty()) ||
+                               (it->second.nFields == 2 && sRest.find(' ') != std::string::npos);
+        if (!bComplete)
+            Fail(FailureNumber::InvalidProcedureCall, sWhere + "the step \"" + sVerb + "\" lacks a field");
+        aSteps.push_back({std::move(sVerb), std::move(sRest), nLine});
+    }
+    return aSteps;
+}
+
+void Take(ModelHost& oHost, const Step& oStep) {
+    const auto& oVerb = Verbs().at(oStep.sVerb);
+    oHost.Do([&] { oVerb.fnAct(oHost, oStep.sRest); });
+}
+
+} // namespace corvane::inspect

@@ -1,0 +1,26 @@
+// The steps of an inspection: one a line, what a person or a service does.
+#pragma once
+
+#include "cli/inspect/ModelHost.h"
+
+#include <istream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane::inspect {
+
+struct Step {
+    std::string sVerb;
+    std::string sRest; // all behind the verb's blank
+    int nLine;
+};
+
+// Reads the steps of a file; empty lines and lines that begin with "#" are none. Fails with 5, naming file and line,
+// for a step that doesn't exist or lacks a field.
+[[nodiscard]] std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile);
+
+// Takes a step. A failure that leaves the library is noted by the host.
+void Take(ModelHost& oHost, const Step& oStep);
+
+} // namespace corvane::inspect
