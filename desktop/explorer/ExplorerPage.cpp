@@ -10,7 +10,7 @@ namespace corvane::desktop {
 QLabel* NewMessageLabel(const QString& sText, QWidget* pParent) {
     auto* pLabel = new QLabel(sText, pParent);
     pLabel->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    pLabel->setContentsMargins(16, 32, 16, 16);
+    pLabel->setMargin(24);
     pLabel->setWordWrap(true);
     pLabel->setAutoFillBackground(true);
     pLabel->setBackgroundRole(QPalette::Base);
@@ -59,6 +59,7 @@ void ExplorerPage::Update() {
         m_pMessage->setText(bHasNodes ? tr("No item matches")
                                       : tr("Nothing here yet. Create or open something from the menus, and it "
                                            "appears in this list."));
+    layout()->activate(); // what is scrolled to next needs the room that there will be
 }
 
 void ExplorerPage::StartFilter() {

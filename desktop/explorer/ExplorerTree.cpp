@@ -29,6 +29,23 @@ public:
         return {oSize.width(), qMax(oSize.height(), oOption.fontMetrics.height() + 6)};
     }
 
+    QWidget* createEditor(QWidget* pParent, const QStyleOptionViewItem& oOption,
+                          const QModelIndex& oIndex) const override {
+        QWidget* pEditor = QStyledItemDelegate::createEditor(pParent, oOption, oIndex);
+        if (auto* pLine = qobject_cast<QLineEdit*>(pEditor))
+            pLine->setFrame(true);
+        return pEditor;
+    }
+
+    // The frame, which tells the editor from the selected row, needs more height than the row has.
+    void updateEditorGeometry(QWidget* pEditor, const QStyleOptionViewItem& oOption,
+                              const QModelIndex& oIndex) const override {
+        QStyledItemDelegate::updateEditorGeometry(pEditor, oOption, oIndex);
+        QRect oPlace = pEditor->geometry();
+        const int iMore = qMax(0, pEditor->sizeHint().height() - oPlace.height());
+        pEditor->setGeometry(oPlace.adjusted(0, -(iMore / 2), 0, iMore - iMore / 2));
+    }
+
     void setModelData(QWidget* pEditor, QAbstractItemModel*, const QModelIndex&) const override {
         if (const auto* pLine = qobject_cast<QLineEdit*>(pEditor))
             m_pTree->m_oEdited = pLine->text();
@@ -101,18 +118,27 @@ void ExplorerTree::Tree_Changed(const TreeChange& oChange) {
     m_bFindAgain = IsFiltered();
 }
 
+// The tree may stand hidden behind the line for an empty one, and is scrolled when it has its place.
 void ExplorerTree::Model_TurnEnded() {
-    Sync();
+    ApplyNodes();
     Q_EMIT ContentChanged();
+    ApplySelection();
 }
 
 void ExplorerTree::Sync() {
+    ApplyNodes();
+    ApplySelection();
+}
+
+void ExplorerTree::ApplyNodes() {
     m_pModel->Flush();
     // An open editor would go with the old matches.
-    if (m_bFindAgain && !m_oTreeView->IsEditingLabel())
+    if (m_bFindAgain && !m_oTreeView->IsEditingLabel()) {
+        const int iScrolled = verticalScrollBar()->value();
         FindAgain();
+        verticalScrollBar()->setValue(iScrolled);
+    }
     ApplyExpanded();
-    ApplySelection();
 }
 
 void ExplorerTree::ApplyExpanded() {
@@ -163,7 +189,17 @@ void ExplorerTree::ApplySelection() {
 void ExplorerTree::Reveal(const QModelIndex& oIndex) {
     for (QModelIndex oParent = oIndex.parent(); oParent.isValid(); oParent = oParent.parent())
         expand(oParent);
-    scrollTo(oIndex);
+    m_bScrollWhenShown = !isVisible();
+    if (isVisible())
+        scrollTo(oIndex);
+}
+
+void ExplorerTree::showEvent(QShowEvent* pEvent) {
+    QTreeView::showEvent(pEvent);
+    if (std::exchange(m_bScrollWhenShown, false)) {
+        m_bSelectionMoved = m_bRevealSelection = true;
+        m_pModel->Schedule();
+    }
 }
 
 void ExplorerTree::ApplyLook() {
@@ -188,6 +224,7 @@ void ExplorerTree::SetFilter(const QString& sText) {
     m_sFilter = sFilter;
     if (IsFiltered()) {
         FindAgain();
+        scrollToTop();
     } else {
         m_bFindAgain = false;
         ShowModel(m_pModel);
@@ -202,13 +239,11 @@ void ExplorerTree::SetFilter(const QString& sText) {
 
 void ExplorerTree::FindAgain() {
     const QScopedValueRollback oFollows(m_bFollowsModel, true);
-    const int iScrolled = verticalScrollBar()->value();
     m_bFindAgain = false;
     m_bSelectionMoved = true;
     m_pFilterModel->Find(m_sFilter);
     ShowModel(m_pFilterModel);
     expandAll();
-    verticalScrollBar()->setValue(iScrolled);
 }
 
 void ExplorerTree::ShowModel(NodeModel* pModel) {

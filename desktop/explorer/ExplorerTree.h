@@ -58,6 +58,7 @@ protected:
     void focusInEvent(QFocusEvent* pEvent) override;
     bool viewportEvent(QEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
+    void showEvent(QShowEvent* pEvent) override;
     void currentChanged(const QModelIndex& oCurrent, const QModelIndex& oPrevious) override;
     void dataChanged(const QModelIndex& oTopLeft, const QModelIndex& oBottomRight, const QList<int>& aRoles) override;
     void closeEditor(QWidget* pEditor, QAbstractItemDelegate::EndEditHint eHint) override;
@@ -72,6 +73,7 @@ private:
     void Model_TurnEnded();
     void FindAgain();
     void ShowModel(NodeModel* pModel);
+    void ApplyNodes();
     void ApplyExpanded();
     void ApplyExpandedEverywhere();
     void ApplySelection();
@@ -96,6 +98,7 @@ private:
     std::vector<Ref<Node>> m_aToggled;
     bool m_bSelectionMoved = true;
     bool m_bRevealSelection = false;
+    bool m_bScrollWhenShown = false;
     bool m_bFindAgain = false;
     bool m_bFollowsModel = false; // the view is being brought in line, nobody has touched it
     bool m_bByKey = false;

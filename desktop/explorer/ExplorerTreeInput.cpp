@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QStyle>
 
 namespace corvane::desktop {
 
@@ -36,10 +37,14 @@ Long ShiftOf(Qt::KeyboardModifiers eModifiers) {
 
 } // namespace
 
-// What lies left of an item's cell is the room of the branches and no node.
+// The mark that opens and closes an item is no node, nor is its row left of the cell unless the style marks the
+// whole row as selected.
 Node* ExplorerTree::NodeAtPoint(const QPoint& oPoint) const {
     const QModelIndex oIndex = indexAt(oPoint);
-    return oIndex.isValid() && visualRect(oIndex).contains(oPoint) ? Shown()->NodeAt(oIndex) : nullptr;
+    if (!oIndex.isValid() || IsOnBranch(oPoint))
+        return nullptr;
+    const bool bWholeRow = style()->styleHint(QStyle::SH_ItemView_ShowDecorationSelected, nullptr, this) != 0;
+    return bWholeRow || visualRect(oIndex).contains(oPoint) ? Shown()->NodeAt(oIndex) : nullptr;
 }
 
 bool ExplorerTree::IsOnBranch(const QPoint& oPoint) const {
