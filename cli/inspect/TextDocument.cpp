@@ -1,7 +1,7 @@
 #include "cli/inspect/Document.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
-#include "corvane/menus/ActionItem.h"
+#include "corvane/platform/controls/BarText.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
@@ -12,36 +12,8 @@ namespace corvane::inspect {
 
 namespace {
 
-std::string Plain(const std::string& sCaption) {
-    std::string sPlain;
-    for (std::size_t i = 0; i < sCaption.size(); ++i) {
-        if (sCaption[i] == '&' && i + 1 < sCaption.size())
-            ++i;
-        sPlain += sCaption[i];
-    }
-    return sPlain;
-}
-
-// One entry: its caption, or its name where it has none, then shortcut and what is unusual about it.
-std::string EntryText(const Tool& oInstance) {
-    std::string sText = oInstance.Caption().empty() ? "<" + oInstance.Name() + ">" : Plain(oInstance.Caption());
-    for (const auto& oShortCut : oInstance.ShortCuts())
-        sText += "  [" + oShortCut->Value() + "]";
-    if (oInstance.IsDefaultItem())
-        sText += "  (default)";
-    if (oInstance.Checked())
-        sText += "  (checked)";
-    if (!oInstance.Enabled())
-        sText += "  (disabled)";
-    if (!oInstance.Visible())
-        sText += "  (hidden)";
-    return sText;
-}
-
 class Writer {
 public:
-    explicit Writer(const ModelHost& oHost) : m_oHost(oHost) {}
-
     void Heading(const std::string& sText) {
         if (m_oText.tellp() > 0)
             m_oText << "\n";
@@ -50,20 +22,7 @@ public:
     void Line(int nDepth, const std::string& sText) {
         m_oText << std::string(static_cast<std::size_t>(nDepth) * 2, ' ') << sText << "\n";
     }
-    void BandEntries(const Band& oBand, int nDepth) {
-        if (nDepth > 16) {
-            Line(nDepth, "(menus that open one another)");
-            return;
-        }
-        for (const auto& oInstance : oBand.Tools()->All()) {
-            if (EqualText(oInstance->Name(), "Separator"))
-                Line(nDepth, "--------");
-            else if (EqualText(oInstance->Name(), "WindowList"))
-                Line(nDepth, "(list of open windows)");
-            else
-                Entry(*oInstance, nDepth);
-        }
-    }
+    void BandEntries(const Band& oBand, int nDepth) { m_oText << BandAsText(oBand, nDepth); }
     void Nodes(const std::vector<Node*>& aSiblings, int nDepth) {
         for (const Node* pNode : aSiblings) {
             Line(nDepth, pNode->Text() + (pNode->Selected() ? "  (selected)" : ""));
@@ -73,15 +32,6 @@ public:
     [[nodiscard]] std::string Text() const { return m_oText.str(); }
 
 private:
-    void Entry(const Tool& oInstance, int nDepth) {
-        Line(nDepth, EntryText(oInstance));
-        if (oInstance.DropDownBand().empty())
-            return;
-        if (const auto oBand = m_oHost.Bar()->Bands()->Find(oInstance.DropDownBand()))
-            BandEntries(*oBand, nDepth + 1);
-    }
-
-    const ModelHost& m_oHost;
     std::ostringstream m_oText;
 };
 
@@ -141,7 +91,7 @@ void WriteRecord(Writer& oWriter, const ModelHost& oHost) {
 } // namespace
 
 std::string TextDocument(const ModelHost& oHost, const DocumentOptions& /*oOptions*/) {
-    Writer oWriter(oHost);
+    Writer oWriter;
     const Ref<Framework> oFramework = CorvaneMain::Framework();
     if (const auto oServiceManager = oFramework ? oFramework->ServiceManager() : nullptr) {
         oWriter.Heading("Services");

@@ -127,7 +127,7 @@ void Tool::SetCategory(std::string sCategory) {
 void Tool::SetShortCuts(std::vector<Ref<ShortCut>> aShortCuts) {
     Tool& oMaster = Master();
     oMaster.m_aShortCuts = std::move(aShortCuts);
-    oMaster.RaiseChanged(BarChange::What::ToolState);
+    oMaster.RaiseChanged(BarChange::What::ShortCuts);
 }
 
 void Tool::SetTagVariant(Ref<Object> oTag) {

@@ -30,7 +30,8 @@ struct BarChange {
         BandAdded,
         BandLook,  // caption, kind, visibility of pBand
         BandTools, // instances inserted into or removed from pBand
-        ToolState, // checked, enabled, visible, shortcuts, tag of the master pTool
+        ToolState, // checked, enabled, visible of the master pTool
+        ShortCuts, // of the master pTool
         ToolTexts, // caption, tips, drop-down band, default mark, pictures of pTool, master or instance
         Layout,    // RecalcLayout
         Redraw,    // RedrawBars

@@ -1,0 +1,62 @@
+// One application in the Qt host: its models, its platform, the loaded library and the main window.
+#pragma once
+
+#include "adapters/platform/ApplicationPlatform.h"
+#include "corvane/core/Library.h"
+#include "corvane/platform/controls/MdiForm.h"
+#include "corvane/platform/controls/PanelForm.h"
+#include "desktop/FailurePresenter.h"
+#include "desktop/HostParts.h"
+#include "desktop/MainWindow.h"
+
+#include <memory>
+#include <string>
+
+namespace corvane::desktop {
+
+struct ApplicationOptions {
+    std::string sFolder;
+    bool bWithDialogs = true; // false where nobody watches: failures go to the error stream, messages are kept
+};
+
+class Application {
+public:
+    // Fails with 76 when there is no such application folder.
+    explicit Application(const ApplicationOptions& oOptions);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    // Initialises and starts the library and shows the window. False when the library couldn't be started; the window
+    // is shown all the same, with what came up, once the failure has been seen.
+    bool Start();
+    // The user chooses the tool of that name. False when there is none or it is hidden or disabled.
+    bool Choose(const std::string& sTool);
+
+    [[nodiscard]] MainWindow& Window() { return *m_pWindow; }
+    [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
+    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
+    [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_frmPanel; }
+    [[nodiscard]] const QtMessageBox& Messages() const { return *m_oMessageBox; }
+    [[nodiscard]] FailurePresenter& Failures() { return m_oFailures; }
+    // Menus, toolbars, explorer, status and messages as an indented text.
+    [[nodiscard]] std::string AsText() const;
+
+private:
+    [[nodiscard]] Platform MakePlatform();
+    void RegisterWindow(const Ref<Form>& oForm);
+
+    FailurePresenter m_oFailures;
+    ApplicationPlatform m_oPlatform;
+    Ref<ActiveBar> m_oActiveBar = NewHostActiveBar();
+    Ref<MdiForm> m_frmMain = New<MdiForm>();
+    Ref<PanelForm> m_frmPanel = New<PanelForm>();
+    Ref<QtMessageBox> m_oMessageBox;
+    Ref<CommonDialog> m_oCommonDialog;
+    Ref<ProgressControl> m_oProgress = New<ProgressControl>();
+    std::unique_ptr<Library> m_pLibrary;
+    std::unique_ptr<MainWindow> m_pWindow;
+    Subscription m_oChildLoaded;
+};
+
+} // namespace corvane::desktop

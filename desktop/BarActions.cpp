@@ -1,0 +1,117 @@
+#include "desktop/BarActions.h"
+
+#include "corvane/platform/controls/BarText.h"
+#include "desktop/ShortCutTable.h"
+#include "desktop/explorer/PictureIcon.h"
+
+#include <QFont>
+
+namespace corvane::desktop {
+
+namespace {
+
+QIcon IconOfTool(const Tool& oInstance) {
+    QIcon oIcon = IconOf(oInstance.PictureOf(Tool::Normal));
+    if (oIcon.isNull())
+        return oIcon;
+    const QIcon oDisabled = IconOf(oInstance.PictureOf(Tool::Disabled));
+    if (!oDisabled.isNull())
+        for (const int nSize : {16, 24, 32, 48, 64})
+            oIcon.addPixmap(oDisabled.pixmap(nSize), QIcon::Disabled);
+    return oIcon;
+}
+
+QString ToolTipOf(const Tool& oInstance) {
+    QString sTip = QString::fromStdString(oInstance.ToolTip());
+    if (sTip.isEmpty())
+        sTip = QString::fromStdString(WithoutMnemonic(CaptionOf(oInstance).toStdString()));
+    const QString sKeys = ShortCutText(oInstance);
+    return sKeys.isEmpty() ? sTip : QString("%1 (%2)").arg(sTip, sKeys);
+}
+
+} // namespace
+
+QString CaptionOf(const Tool& oInstance) {
+    if (!oInstance.Caption().empty())
+        return QString::fromStdString(oInstance.Caption());
+    const QString sName = QString::fromStdString(oInstance.Name());
+    return sName.mid(sName.lastIndexOf('.') + 1).replace('&', "&&");
+}
+
+QAction* BarActions::Add(const Ref<Tool>& oInstance, ActionPlace ePlace, QObject* pParent) {
+    auto* pAction = new QAction(pParent);
+    Follow(oInstance, ePlace, pAction, true);
+    return pAction;
+}
+
+void BarActions::Follow(const Ref<Tool>& oInstance, ActionPlace ePlace, QAction* pAction, bool bClicks) {
+    const Shown oShown{oInstance, ePlace, pAction};
+    auto& aShown = m_mapShown[oInstance.Get()];
+    std::erase_if(aShown, [](const Shown& oOld) { return oOld.pAction.isNull(); });
+    aShown.push_back(oShown);
+    Texts(oShown);
+    State(oShown);
+    if (bClicks)
+        QObject::connect(pAction, &QAction::triggered, pAction, [this, oShown] {
+            const QPointer<QAction> pStill = oShown.pAction;
+            m_fnClick(oShown.oInstance);
+            if (pStill) // a click toggles the action by itself; what holds is the model
+                State(oShown);
+        });
+}
+
+void BarActions::ShowState(const Tool& oMaster) {
+    for (const Tool* pInstance : oMaster.Instances())
+        if (const auto it = m_mapShown.find(pInstance); it != m_mapShown.end())
+            for (const Shown& oShown : it->second)
+                State(oShown);
+}
+
+void BarActions::ShowTexts(const Tool* pInstance) {
+    if (const auto it = m_mapShown.find(pInstance); it != m_mapShown.end())
+        for (const Shown& oShown : it->second)
+            Texts(oShown);
+}
+
+void BarActions::State(const Shown& oShown) {
+    QAction* pAction = oShown.pAction;
+    if (!pAction)
+        return;
+    const Tool& oTool = *oShown.oInstance;
+    ++m_nTouched;
+    if (pAction->isCheckable() != oTool.Checked())
+        pAction->setCheckable(oTool.Checked());
+    if (pAction->isChecked() != oTool.Checked())
+        pAction->setChecked(oTool.Checked());
+    if (pAction->isEnabled() != oTool.Enabled())
+        pAction->setEnabled(oTool.Enabled());
+    if (pAction->isVisible() != oTool.Visible())
+        pAction->setVisible(oTool.Visible());
+}
+
+void BarActions::Texts(const Shown& oShown) {
+    QAction* pAction = oShown.pAction;
+    if (!pAction)
+        return;
+    const Tool& oTool = *oShown.oInstance;
+    ++m_nTouched;
+    QString sText = CaptionOf(oTool);
+    if (oShown.ePlace == ActionPlace::Menu) {
+        // Behind the tab a menu shows it in the column of shortcuts.
+        if (const QString sKeys = ShortCutText(oTool); !sKeys.isEmpty() && oTool.DropDownBand().empty())
+            sText += "\t" + sKeys;
+    } else {
+        pAction->setIcon(IconOfTool(oTool));
+        pAction->setIconText(QString::fromStdString(WithoutMnemonic(sText.toStdString())));
+        pAction->setToolTip(ToolTipOf(oTool));
+    }
+    pAction->setText(sText);
+    pAction->setStatusTip(QString::fromStdString(oTool.Description()));
+    if (pAction->font().bold() != oTool.IsDefaultItem()) {
+        QFont oFont = pAction->font();
+        oFont.setBold(oTool.IsDefaultItem());
+        pAction->setFont(oFont);
+    }
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,302 @@
+#include "desktop/BarRenderer.h"
+
+#include "desktop/explorer/PictureIcon.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace corvane::desktop {
+
+namespace {
+
+bool IsBand(const Band& oBand, std::string_view sName) { return EqualText(oBand.Name(), sName); }
+
+constexpr const char* sStatusBand = "StatusBar";
+constexpr const char* sToolbarProperty = "corvane_filled";
+
+} // namespace
+
+BarRenderer::BarRenderer(Ref<ActiveBar> oActiveBar, QMainWindow* pWindow, GuardFunction fnGuard)
+    : QObject(pWindow), m_oActiveBar(std::move(oActiveBar)), m_pWindow(pWindow), m_fnGuard(std::move(fnGuard)),
+      m_oActions([this](const Ref<Tool>& oTool) { m_fnGuard([&] { m_oActiveBar->Click(oTool); }); }),
+      m_oMenus(m_oActiveBar, m_oActions, m_fnGuard), m_oShortCuts(m_oActiveBar), m_pStatus(new QLabel) {
+    m_pStatus->setTextFormat(Qt::PlainText);
+    m_pStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_pStatus->setAccessibleName(tr("Status"));
+    m_pWindow->statusBar()->addWidget(m_pStatus, 1);
+    m_oChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) { Note(oChange); });
+    m_oPopupRequested = m_oActiveBar->PopupRequested.Subscribe([this](const Ref<Band>& oBand) { ShowPopup(oBand); });
+    m_oPaintRequested = m_oActiveBar->PaintRequested.Subscribe([this](const Ref<Band>& oBand) {
+        if (IsBand(*oBand, sStatusBand)) {
+            ShowStatusBar();
+            m_pStatus->repaint();
+        }
+    });
+    qApp->installEventFilter(this);
+    Schedule();
+}
+
+BarRenderer::~BarRenderer() = default;
+
+QToolBar* BarRenderer::ToolbarOf(const Band& oBand) const {
+    const auto it = m_mapToolbars.find(&oBand);
+    return it == m_mapToolbars.end() ? nullptr : it->second;
+}
+
+void BarRenderer::SetProgressWidget(QWidget* pWidget) {
+    m_pProgress = pWidget;
+    m_pProgress->hide();
+    m_pWindow->statusBar()->addWidget(m_pProgress, 2);
+    ShowStatusBar();
+}
+
+void BarRenderer::Note(const BarChange& oChange) {
+    switch (oChange.eWhat) {
+    case BarChange::What::BandAdded:
+        m_bAllBands = true;
+        break;
+    case BarChange::What::BandLook:
+    case BarChange::What::BandTools:
+        m_setBands.insert(oChange.pBand);
+        break;
+    case BarChange::What::ToolState:
+        m_setStates.insert(oChange.pTool);
+        break;
+    case BarChange::What::ShortCuts:
+        m_oShortCuts.Invalidate();
+        m_setTexts.insert(oChange.pTool);
+        break;
+    case BarChange::What::ToolTexts:
+        m_setTexts.insert(oChange.pTool);
+        break;
+    case BarChange::What::Layout:
+    case BarChange::What::Redraw:
+        return; // what differs has been noted already
+    }
+    Schedule();
+}
+
+void BarRenderer::Schedule() {
+    if (m_bScheduled)
+        return;
+    m_bScheduled = true;
+    QMetaObject::invokeMethod(this, &BarRenderer::Flush, Qt::QueuedConnection);
+}
+
+void BarRenderer::Flush() {
+    m_bScheduled = false;
+    const bool bAllBands = std::exchange(m_bAllBands, false);
+    const auto setBands = std::exchange(m_setBands, {});
+    const auto setStates = std::exchange(m_setStates, {});
+    const auto setTexts = std::exchange(m_setTexts, {});
+    for (const auto& oBand : m_oActiveBar->Bands()->All()) {
+        if (!bAllBands && !setBands.contains(oBand.Get()))
+            continue;
+        if (oBand->Kind() == BandKind::MenuBar)
+            ShowMenuBar(*oBand);
+        else if (oBand->Kind() == BandKind::Toolbar)
+            ShowToolbar(oBand);
+        else if (IsBand(*oBand, sStatusBand))
+            m_pWindow->statusBar()->setVisible(oBand->Visible());
+    }
+    for (const Tool* pMaster : setStates)
+        m_oActions.ShowState(*pMaster);
+    for (const Tool* pTool : setTexts)
+        m_oActions.ShowTexts(pTool);
+    ShowStatusBar();
+}
+
+void BarRenderer::ShowMenuBar(const Band& oBand) {
+    QMenuBar* pMenuBar = m_pWindow->menuBar();
+    pMenuBar->setVisible(oBand.Visible());
+    qDeleteAll(pMenuBar->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
+    pMenuBar->clear();
+    for (const auto& oInstance : oBand.Tools()->All()) {
+        if (EqualText(oInstance->Name(), "Separator"))
+            continue;
+        if (oInstance->DropDownBand().empty()) {
+            pMenuBar->addAction(m_oActions.Add(oInstance, ActionPlace::Menu, pMenuBar));
+            continue;
+        }
+        QMenu* pMenu = m_oMenus.NewMenu(oInstance->DropDownBand(), pMenuBar);
+        m_oActions.Follow(oInstance, ActionPlace::Menu, pMenu->menuAction(), false);
+        pMenuBar->addMenu(pMenu);
+    }
+}
+
+// A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it.
+void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
+    QToolBar* pToolbar = ToolbarOf(*oBand);
+    if (!oBand->Visible()) {
+        if (pToolbar)
+            pToolbar->hide();
+        return;
+    }
+    if (!pToolbar)
+        pToolbar = NewToolbar(oBand);
+    pToolbar->setWindowTitle(QString::fromStdString(oBand->Caption()));
+    FillToolbar(pToolbar, *oBand);
+    pToolbar->show();
+}
+
+QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
+    auto* pToolbar = new QToolBar(m_pWindow);
+    pToolbar->setObjectName(QString::fromStdString(oBand->Name()));
+    pToolbar->setMovable(true);
+    pToolbar->setFloatable(true);
+    pToolbar->toggleViewAction()->setEnabled(false); // the bar's own menu does that
+    m_pWindow->addToolBar(pToolbar);
+    m_mapToolbars[oBand.Get()] = pToolbar;
+    connect(pToolbar, &QToolBar::topLevelChanged, this, [this, pToolbar](bool bFloats) {
+        for (QAction* pAction : pToolbar->actions())
+            if (pAction->property("corvane_close").toBool())
+                pAction->setVisible(bFloats);
+        Schedule();
+    });
+    return pToolbar;
+}
+
+void BarRenderer::FillToolbar(QToolBar* pToolbar, const Band& oBand) {
+    const auto nTools = static_cast<qulonglong>(oBand.Tools()->Count());
+    // Only what has been added or removed makes a toolbar be filled anew.
+    if (pToolbar->property(sToolbarProperty).isValid() && pToolbar->property(sToolbarProperty).toULongLong() == nTools)
+        return;
+    pToolbar->setProperty(sToolbarProperty, nTools);
+    qDeleteAll(pToolbar->actions());
+    for (const auto& oInstance : oBand.Tools()->All()) {
+        if (EqualText(oInstance->Name(), "Separator")) {
+            pToolbar->addSeparator();
+            continue;
+        }
+        QAction* pAction = m_oActions.Add(oInstance, ActionPlace::Toolbar, pToolbar);
+        if (!oInstance->DropDownBand().empty())
+            pAction->setMenu(m_oMenus.NewMenu(oInstance->DropDownBand(), pToolbar));
+        pToolbar->addAction(pAction);
+        auto* pButton = qobject_cast<QToolButton*>(pToolbar->widgetForAction(pAction));
+        if (!pButton)
+            continue;
+        pButton->setFocusPolicy(Qt::TabFocus);
+        if (pAction->menu())
+            pButton->setPopupMode(QToolButton::InstantPopup);
+        const QIcon oPressed = IconOf(oInstance->PictureOf(Tool::Pressed));
+        if (!oPressed.isNull()) {
+            connect(pButton, &QToolButton::pressed, pButton, [pButton, oPressed] { pButton->setIcon(oPressed); });
+            connect(pButton, &QToolButton::released, pButton,
+                    [pButton, pAction] { pButton->setIcon(pAction->icon()); });
+        }
+    }
+    AddCloseButton(pToolbar, m_oActiveBar->Bands()->Item(oBand.Name()));
+}
+
+// A toolbar that floats has a frame without buttons of its own.
+void BarRenderer::AddCloseButton(QToolBar* pToolbar, const Ref<Band>& oBand) {
+    auto* pClose = new QAction(m_pWindow->style()->standardIcon(QStyle::SP_TitleBarCloseButton), tr("Close"), pToolbar);
+    pClose->setToolTip(tr("Close this toolbar"));
+    pClose->setProperty("corvane_close", true);
+    pClose->setVisible(pToolbar->isFloating());
+    connect(pClose, &QAction::triggered, this, [this, oBand] { m_fnGuard([&] { m_oActiveBar->Close(oBand); }); });
+    pToolbar->addAction(pClose);
+}
+
+void BarRenderer::ShowStatusBar() {
+    const Ref<Band> oBand = m_oActiveBar->Bands()->Find(sStatusBand);
+    if (!oBand)
+        return;
+    if (const Ref<Tool> oStatus = oBand->Tools()->Find("Status")) {
+        const QString sText = QString::fromStdString(oStatus->Caption());
+        if (m_pStatus->text() != sText)
+            m_pStatus->setText(sText);
+        m_pStatus->setToolTip(sText);
+        m_pStatus->setVisible(oStatus->Visible() && m_oActiveBar->StatusTextShown());
+    }
+    if (const Ref<Tool> oProgress = oBand->Tools()->Find("ctlProgressBar"); oProgress && m_pProgress)
+        m_pProgress->setVisible(oProgress->Visible() && oProgress->HWnd() != 0);
+}
+
+QMenu* BarRenderer::NewPopup(const Ref<Band>& oBand) {
+    auto* pMenu = new QMenu(m_pWindow);
+    if (!m_oMenus.Fill(pMenu, oBand)) {
+        delete pMenu;
+        return nullptr;
+    }
+    for (QAction* pAction : pMenu->actions())
+        if (pAction->font().bold())
+            pMenu->setDefaultAction(pAction);
+    return pMenu;
+}
+
+void BarRenderer::ShowPopup(const Ref<Band>& oBand) {
+    const QPoint oPlace = std::exchange(m_oPopupPlace, std::nullopt).value_or(QCursor::pos());
+    if (QMenu* pMenu = NewPopup(oBand)) {
+        pMenu->exec(oPlace);
+        pMenu->deleteLater(); // a chosen entry may still be on its way
+    }
+}
+
+QMenu* BarRenderer::NewCustomizeMenu() {
+    const Ref<BandCollection> oBands = m_oActiveBar->Bands();
+    std::vector<Ref<Band>> aToolbars;
+    for (const auto& oBand : oBands->All())
+        if (oBand->Kind() == BandKind::Toolbar && m_oActiveBar->Tools()->Find(oBand->Name()))
+            aToolbars.push_back(oBand);
+    if (aToolbars.empty())
+        return nullptr;
+    Ref<Band> oCustomize = oBands->Find("SysCustomize");
+    if (!oCustomize) {
+        oCustomize = oBands->Add("SysCustomize");
+        oCustomize->SetBandKind(BandKind::Popup);
+    }
+    const Ref<BandTools> oTools = oCustomize->Tools();
+    while (oTools->Count() > 0)
+        oTools->Remove(oTools->Count() - 1);
+    for (const auto& oToolbar : aToolbars)
+        oTools->Insert(-1, m_oActiveBar->Tools()->Item(oToolbar->Name()))->SetCaption(oToolbar->Caption());
+    // Of every control's own menu the application leaves out the last two entries when it opens.
+    oTools->AddHostTool("SysReset")->SetCaption("Reset Toolbars");
+    oTools->AddHostTool("SysCustomizeDialog")->SetCaption("Customize...");
+    return NewPopup(oCustomize);
+}
+
+bool BarRenderer::IsForWindow(QObject* pWatched) const {
+    const auto* pWidget = qobject_cast<QWidget*>(pWatched);
+    if (!pWidget || QApplication::activeModalWidget() || QApplication::activePopupWidget())
+        return false;
+    // Docks and toolbars that float belong to the window as well.
+    for (const QWidget* p = pWidget; p; p = p->parentWidget())
+        if (p == m_pWindow)
+            return true;
+    return false;
+}
+
+bool BarRenderer::FireShortCut(QObject* pWatched, QKeyEvent& oEvent) {
+    const Ref<Tool> oTool = m_oShortCuts.Find(oEvent.keyCombination());
+    if (!oTool)
+        return false;
+    // A widget that edits text keeps the keys that it needs itself.
+    QKeyEvent oOverride(QEvent::ShortcutOverride, oEvent.key(), oEvent.modifiers(), oEvent.text());
+    oOverride.ignore();
+    QCoreApplication::sendEvent(pWatched, &oOverride);
+    if (oOverride.isAccepted())
+        return false;
+    m_fnGuard([&] { m_oActiveBar->Click(oTool); });
+    return true;
+}
+
+bool BarRenderer::eventFilter(QObject* pWatched, QEvent* pEvent) {
+    if (pEvent->type() == QEvent::KeyPress && IsForWindow(pWatched)) {
+        auto& oKeyEvent = *static_cast<QKeyEvent*>(pEvent);
+        if (FireShortCut(pWatched, oKeyEvent))
+            return true;
+    }
+    return QObject::eventFilter(pWatched, pEvent);
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,84 @@
+// Draws the bar's model into a main window: menu bar, toolbars, pop-up menus, status bar. It decides nothing; changes
+// only mark what they touch, and one pass a turn of the event loop brings the screen up to date.
+#pragma once
+
+#include "corvane/platform/controls/ActiveBar.h"
+#include "desktop/BarActions.h"
+#include "desktop/MenuBuilder.h"
+#include "desktop/ShortCutTable.h"
+
+#include <QObject>
+#include <QPoint>
+#include <map>
+#include <optional>
+#include <unordered_set>
+
+class QLabel;
+class QMainWindow;
+class QProgressBar;
+class QToolBar;
+
+namespace corvane::desktop {
+
+class BarRenderer final : public QObject {
+    Q_OBJECT
+public:
+    using GuardFunction = MenuBuilder::GuardFunction;
+    BarRenderer(Ref<ActiveBar> oActiveBar, QMainWindow* pWindow, GuardFunction fnGuard);
+    ~BarRenderer() override;
+
+    // Brings the screen up to date now.
+    void Flush();
+    [[nodiscard]] MenuBuilder& Menus() { return m_oMenus; }
+    [[nodiscard]] const BarActions& Actions() const { return m_oActions; }
+    [[nodiscard]] QToolBar* ToolbarOf(const Band& oBand) const; // a null pointer for one that hasn't been shown yet
+    // Where the next pop-up menu belongs, in pixels of the screen; the pointer's place without one.
+    void SetPopupPlace(const QPoint& oPlace) { m_oPopupPlace = oPlace; }
+    // The widget that takes the place of the tool "ctlProgressBar" in the status bar.
+    void SetProgressWidget(QWidget* pWidget);
+    // The menu "SysCustomize" with an entry for each toolbar; a null pointer when there is none. The caller owns it.
+    QMenu* NewCustomizeMenu();
+
+    // Lays out what a pop-up menu of that band holds, without showing it; the caller owns it.
+    QMenu* NewPopup(const Ref<Band>& oBand);
+
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+private:
+    void Note(const BarChange& oChange);
+    void Schedule();
+    void ShowMenuBar(const Band& oBand);
+    void ShowToolbar(const Ref<Band>& oBand);
+    QToolBar* NewToolbar(const Ref<Band>& oBand);
+    void FillToolbar(QToolBar* pToolbar, const Band& oBand);
+    void AddCloseButton(QToolBar* pToolbar, const Ref<Band>& oBand);
+    void ShowStatusBar();
+    void ShowPopup(const Ref<Band>& oBand);
+    [[nodiscard]] bool IsForWindow(QObject* pWatched) const;
+    bool FireShortCut(QObject* pWatched, class QKeyEvent& oEvent);
+
+    Ref<ActiveBar> m_oActiveBar;
+    QMainWindow* m_pWindow;
+    GuardFunction m_fnGuard;
+    BarActions m_oActions;
+    MenuBuilder m_oMenus;
+    ShortCutTable m_oShortCuts;
+    QLabel* m_pStatus;
+    QWidget* m_pProgress = nullptr;
+    std::map<const Band*, QToolBar*> m_mapToolbars;
+    std::optional<QPoint> m_oPopupPlace;
+
+    // What the next pass has to bring up to date.
+    bool m_bScheduled = false;
+    bool m_bAllBands = true;
+    std::unordered_set<const Band*> m_setBands;
+    std::unordered_set<const Tool*> m_setStates; // masters
+    std::unordered_set<const Tool*> m_setTexts;  // instances and masters
+
+    Subscription m_oChanged;
+    Subscription m_oPopupRequested;
+    Subscription m_oPaintRequested;
+};
+
+} // namespace corvane::desktop

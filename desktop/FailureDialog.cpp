@@ -1,0 +1,89 @@
+#include "desktop/FailureDialog.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace corvane::desktop {
+
+namespace {
+
+QLabel* SelectableLabel(const QString& sText) {
+    auto* pLabel = new QLabel(sText);
+    pLabel->setWordWrap(true);
+    pLabel->setTextFormat(Qt::PlainText);
+    pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return pLabel;
+}
+
+} // namespace
+
+FailureDialog::FailureDialog(const FailureTexts& oTexts, const QString& sLogFile, QWidget* pParent)
+    : QDialog(pParent), m_oTexts(oTexts), m_pDetails(new QPlainTextEdit) {
+    setWindowTitle(tr("Something went wrong"));
+    auto* pIcon = new QLabel;
+    const int nIcon = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
+    pIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(nIcon));
+
+    auto* pHeadline = SelectableLabel(oTexts.sHeadline);
+    QFont oBold = pHeadline->font();
+    oBold.setBold(true);
+    pHeadline->setFont(oBold);
+    auto* pTexts = new QVBoxLayout;
+    pTexts->addWidget(pHeadline);
+    pTexts->addWidget(SelectableLabel(oTexts.sWhere));
+    if (!oTexts.sAdvice.isEmpty())
+        pTexts->addWidget(SelectableLabel(oTexts.sAdvice));
+
+    m_pDetails->setReadOnly(true);
+    m_pDetails->setPlainText(oTexts.sDetails);
+    m_pDetails->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_pDetails->setAccessibleName(tr("Details"));
+    m_pDetails->setTabChangesFocus(true);
+    m_pDetails->hide();
+
+    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Close);
+    auto* pDetails = pButtons->addButton(tr("&Details"), QDialogButtonBox::ActionRole);
+    pDetails->setCheckable(true);
+    connect(pDetails, &QPushButton::toggled, this, [this](bool bOn) {
+        m_pDetails->setVisible(bOn);
+        adjustSize();
+    });
+    auto* pCopy = pButtons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    connect(pCopy, &QPushButton::clicked, this, &FailureDialog::Copy);
+    if (!sLogFile.isEmpty() && QFile::exists(sLogFile)) {
+        auto* pLog = pButtons->addButton(tr("Open &Log"), QDialogButtonBox::ActionRole);
+        pLog->setToolTip(sLogFile);
+        connect(pLog, &QPushButton::clicked, this,
+                [sLogFile] { QDesktopServices::openUrl(QUrl::fromLocalFile(sLogFile)); });
+    }
+    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    pButtons->button(QDialogButtonBox::Close)->setDefault(true);
+
+    auto* pTop = new QHBoxLayout;
+    pTop->addWidget(pIcon, 0, Qt::AlignTop);
+    pTop->addLayout(pTexts, 1);
+    auto* pAll = new QVBoxLayout(this);
+    pAll->addLayout(pTop);
+    pAll->addWidget(m_pDetails, 1);
+    pAll->addWidget(pButtons);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 72);
+}
+
+void FailureDialog::Copy() const {
+    QStringList aTexts{m_oTexts.sHeadline, m_oTexts.sWhere, m_oTexts.sAdvice, m_oTexts.sDetails};
+    aTexts.removeAll(QString());
+    QApplication::clipboard()->setText(aTexts.join("\n"));
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,109 @@
+#include "desktop/FailurePresenter.h"
+
+#include "adapters/files/FileSystem.h"
+#include "adapters/xml/XmlService.h"
+#include "desktop/FailureDialog.h"
+
+#include <QRegularExpression>
+#include <cstdio>
+
+namespace corvane::desktop {
+
+namespace {
+
+QString Text(const std::string& sText) { return QString::fromStdString(sText); }
+
+// Why a file isn't well formed: the failure itself carries the parser's code alone.
+XmlError ParseErrorOf(const QString& sPath) {
+    try {
+        const auto oDocument = XmlService().NewDocument();
+        if (!oDocument->LoadXml(FileSystem().ReadAll(sPath.toStdString())))
+            return oDocument->ParseError();
+    } catch (...) {
+        // The file may have gone meanwhile; the failure is shown without a reason then.
+    }
+    return {};
+}
+
+QString AdviceFor(const QString& sStage) {
+    if (sStage == "Loading XML")
+        return FailurePresenter::tr("Correct the file at that place and start again. Until then the service is left "
+                                    "out.");
+    if (sStage == "Validating XML")
+        return FailurePresenter::tr("Correct the name at that place and start again. Until then the service is left "
+                                    "out.");
+    if (sStage == "Creating Service Instance")
+        return FailurePresenter::tr("Check that the plug-in is in the folder \"plugins\" and that its name is that of "
+                                    "the ProgID. Until then the service is left out.");
+    if (sStage == "Initializing Service Definition")
+        return FailurePresenter::tr("Correct the definition and start again. Until then the service is left out.");
+    return {};
+}
+
+} // namespace
+
+FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder) {
+    FailureTexts oTexts;
+    oTexts.sHeadline = Text(oShown.oFailure.Description);
+    oTexts.sWhere = Text(oShown.sModule + "." + oShown.sProcedure);
+    Long lLine = oShown.oFailure.Line;
+    static const QRegularExpression oFileContext("^Context: (.*), File: (.*), Desc: ",
+                                                 QRegularExpression::DotMatchesEverythingOption |
+                                                     QRegularExpression::InvertedGreedinessOption);
+    const auto oMatch = oFileContext.match(Text(oShown.sContext));
+    if (oMatch.hasMatch()) {
+        const QString sFile = oMatch.captured(2);
+        if (oMatch.captured(1) == "Loading XML") {
+            const XmlError oError = ParseErrorOf(sServicesFolder + "/" + sFile);
+            if (!oError.sReason.empty())
+                oTexts.sHeadline = Text(oError.sReason);
+            lLine = oError.lLine;
+        }
+        oTexts.sWhere = lLine > 0 ? FailurePresenter::tr("%1, line %2").arg(sFile).arg(lLine) : sFile;
+        oTexts.sAdvice = AdviceFor(oMatch.captured(1));
+    }
+    oTexts.sDetails = QString("%1.%2\n%3 %4\n%5")
+                          .arg(Text(oShown.sModule), Text(oShown.sProcedure))
+                          .arg(oShown.oFailure.Number)
+                          .arg(Text(oShown.oFailure.Source), Text(oShown.oFailure.Description));
+    if (!oShown.sContext.empty())
+        oTexts.sDetails += "\n" + Text(oShown.sContext);
+    return oTexts;
+}
+
+FailurePresenter::FailurePresenter(bool bWithDialogs, QObject* pParent)
+    : QObject(pParent), m_bWithDialogs(bWithDialogs) {}
+
+void FailurePresenter::Show(const ShownFailure& oShown) {
+    m_aWaiting.push_back(oShown);
+    if (m_bShowing)
+        return;
+    m_bShowing = true;
+    while (!m_aWaiting.empty()) {
+        const ShownFailure oNext = std::move(m_aWaiting.front());
+        m_aWaiting.pop_front();
+        ++m_nShown;
+        ShowNow(oNext);
+    }
+    m_bShowing = false;
+}
+
+void FailurePresenter::ShowNow(const ShownFailure& oShown) {
+    const FailureTexts oTexts = TextsOf(oShown, m_sServicesFolder);
+    if (m_bWithDialogs) {
+        FailureDialog oDialog(oTexts, QString::fromStdString(oShown.sLogFile), m_pWindow);
+        oDialog.exec();
+        return;
+    }
+    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(oTexts.sWhere), qUtf8Printable(oTexts.sHeadline));
+}
+
+void FailurePresenter::Guard(const std::function<void()>& fnAct) {
+    try {
+        fnAct();
+    } catch (...) {
+        Show({"Corvane", tr("The command couldn't be finished").toStdString(), CurrentFailure(), "", m_sLogFile});
+    }
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,54 @@
+// Brings failures before the person's eyes, one after another, and lets the application go on.
+#pragma once
+
+#include "adapters/log/Utilities.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <deque>
+#include <functional>
+
+class QWidget;
+
+namespace corvane::desktop {
+
+// What the dialog says of a failure.
+struct FailureTexts {
+    QString sHeadline; // what is wrong, in one sentence
+    QString sWhere;    // file and line, or module and procedure
+    QString sAdvice;   // what to do; empty when nobody knows
+    QString sDetails;  // all that is known, to copy
+};
+[[nodiscard]] FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder);
+
+class FailurePresenter final : public QObject {
+    Q_OBJECT
+public:
+    // Without dialogs failures go to the error stream, for runs that nobody watches.
+    explicit FailurePresenter(bool bWithDialogs, QObject* pParent = nullptr);
+
+    void SetParentWindow(QWidget* pWindow) { m_pWindow = pWindow; }
+    void SetServicesFolder(QString sFolder) { m_sServicesFolder = std::move(sFolder); }
+    void SetLogFile(std::string sLogFile) { m_sLogFile = std::move(sLogFile); }
+
+    // Shows a failure and returns when it has been seen. A failure that comes while another is shown waits its turn.
+    void Show(const ShownFailure& oShown);
+    // Runs what enters the library; a failure that leaves it is shown.
+    void Guard(const std::function<void()>& fnAct);
+
+    [[nodiscard]] int ShownCount() const { return m_nShown; }
+
+private:
+    void ShowNow(const ShownFailure& oShown);
+
+    bool m_bWithDialogs;
+    bool m_bShowing = false;
+    int m_nShown = 0;
+    std::deque<ShownFailure> m_aWaiting;
+    QPointer<QWidget> m_pWindow;
+    QString m_sServicesFolder;
+    std::string m_sLogFile;
+};
+
+} // namespace corvane::desktop

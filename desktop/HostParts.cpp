@@ -1,0 +1,143 @@
+#include "desktop/HostParts.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+
+namespace corvane::desktop {
+
+namespace {
+
+constexpr Single fTwipsPerInch = 1440;
+constexpr int nProgressSteps = 1000;
+
+QString Text(std::string_view sText) { return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size())); }
+
+class QtTimer final : public ITimer {
+public:
+    explicit QtTimer(const QtTimers::GuardFunction& fnGuard) {
+        QObject::connect(&m_oTimer, &QTimer::timeout, &m_oTimer, [this, fnGuard] {
+            const Ref<QtTimer> oSelf(this); // a handler may let go of the timer
+            fnGuard([this] { Tick.Raise(); });
+        });
+    }
+    void SetInterval(Long lMilliseconds) override { m_oTimer.setInterval(lMilliseconds); }
+    void SetEnabled(bool bEnabled) override {
+        if (bEnabled)
+            m_oTimer.start();
+        else
+            m_oTimer.stop();
+    }
+
+private:
+    QTimer m_oTimer;
+};
+
+} // namespace
+
+void QtScreen::SetPointer(MousePointer ePointer) {
+    if (m_ePointer == ePointer)
+        return;
+    m_ePointer = ePointer;
+    if (ePointer == MousePointer::Hourglass)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+Single QtScreen::TwipsPerPixelX() const {
+    return fTwipsPerInch / static_cast<Single>(QGuiApplication::primaryScreen()->logicalDotsPerInchX());
+}
+
+Single QtScreen::TwipsPerPixelY() const {
+    return fTwipsPerInch / static_cast<Single>(QGuiApplication::primaryScreen()->logicalDotsPerInchY());
+}
+
+Ref<ITimer> QtTimers::NewTimer() { return New<QtTimer>(m_fnGuard); }
+
+void QtTimers::DoEvents() { QCoreApplication::processEvents(); }
+
+void QtMessageBox::ShowInformation(std::string_view sText, std::string_view sTitle) {
+    m_aShown.push_back({Text(sText), Text(sTitle)});
+    if (!m_bWithDialogs)
+        return;
+    QMessageBox oBox(QMessageBox::Information, Text(sTitle), Text(sText), QMessageBox::Ok, m_pWindow);
+    oBox.setTextFormat(Qt::PlainText);
+    oBox.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (oBox.text().contains('\n')) // figures in columns
+        oBox.setStyleSheet("QLabel#qt_msgbox_label { font-family: monospace; }");
+    oBox.exec();
+}
+
+std::string CommonDialog::ShowOpen(const std::string& sTitle, const std::string& sFilter, const std::string& sFolder) {
+    if (!m_bWithDialogs)
+        return {};
+    return QFileDialog::getOpenFileName(m_pWindow, Text(sTitle), Text(sFolder), Text(sFilter)).toStdString();
+}
+
+std::string CommonDialog::ShowSave(const std::string& sTitle, const std::string& sFilter, const std::string& sPath) {
+    if (!m_bWithDialogs)
+        return {};
+    return QFileDialog::getSaveFileName(m_pWindow, Text(sTitle), Text(sPath), Text(sFilter)).toStdString();
+}
+
+std::string CommonDialog::AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText) {
+    if (!m_bWithDialogs)
+        return {};
+    return QInputDialog::getText(m_pWindow, Text(sTitle), Text(sPrompt), QLineEdit::Normal, Text(sText)).toStdString();
+}
+
+ProgressControl::ProgressControl()
+    : m_pWidget(new QWidget), m_pBar(new QProgressBar), m_pCancel(new QPushButton(QObject::tr("Cancel"))) {
+    auto* pLayout = new QHBoxLayout(m_pWidget);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pBar, 1);
+    pLayout->addWidget(m_pCancel);
+    m_pBar->setRange(0, nProgressSteps);
+    m_pBar->setAccessibleName(QObject::tr("Progress"));
+    m_pCancel->hide();
+    QObject::connect(m_pCancel, &QPushButton::clicked, m_pWidget, [this] {
+        m_bWasCanceled = true;
+        m_pCancel->setEnabled(false);
+    });
+}
+
+ProgressControl::~ProgressControl() {
+    if (m_pWidget && !m_pWidget->parentWidget())
+        delete m_pWidget;
+}
+
+void ProgressControl::SetCancel(bool bCancel) {
+    m_bCancel = bCancel;
+    if (m_pWidget) {
+        m_pCancel->setVisible(bCancel);
+        m_pCancel->setEnabled(true);
+    }
+}
+
+void ProgressControl::SetMax(Double dblMax) {
+    m_dblMax = dblMax;
+    Draw();
+}
+
+void ProgressControl::SetValue(Double dblValue) {
+    m_dblValue = dblValue;
+    Draw();
+}
+
+Long ProgressControl::Pixels() const { return m_pWidget ? m_pBar->width() : 0; }
+
+void ProgressControl::Draw() {
+    if (!m_pWidget)
+        return;
+    const Double dblShare = m_dblMax > 0 ? qBound(0.0, m_dblValue / m_dblMax, 1.0) : 0.0;
+    m_pBar->setValue(static_cast<int>(dblShare * nProgressSteps));
+}
+
+} // namespace corvane::desktop

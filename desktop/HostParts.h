@@ -1,0 +1,130 @@
+// The parts of the platform that only a desktop has: screen, timers, messages, printing, progress.
+#pragma once
+
+#include "corvane/base/Automation.h"
+#include "corvane/platform/IMessageBox.h"
+#include "corvane/platform/IScreen.h"
+#include "corvane/platform/IScreenPrinter.h"
+#include "corvane/platform/ITimers.h"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+class QProgressBar;
+class QPushButton;
+
+namespace corvane::desktop {
+
+class QtScreen final : public IScreen {
+public:
+    [[nodiscard]] MousePointer Pointer() const override { return m_ePointer; }
+    void SetPointer(MousePointer ePointer) override;
+    // By the primary screen's logical resolution.
+    [[nodiscard]] Single TwipsPerPixelX() const override;
+    [[nodiscard]] Single TwipsPerPixelY() const override;
+
+private:
+    MousePointer m_ePointer = MousePointer::Default;
+};
+
+class QtTimers final : public ITimers {
+public:
+    using GuardFunction = std::function<void(const std::function<void()>&)>;
+    explicit QtTimers(GuardFunction fnGuard) : m_fnGuard(std::move(fnGuard)) {}
+    [[nodiscard]] Ref<ITimer> NewTimer() override;
+    void DoEvents() override;
+
+private:
+    GuardFunction m_fnGuard;
+};
+
+// Keeps what was shown; without dialogs that is all it does.
+class QtMessageBox final : public IMessageBox {
+public:
+    explicit QtMessageBox(bool bWithDialogs) : m_bWithDialogs(bWithDialogs) {}
+    void SetParentWindow(QWidget* pWindow) { m_pWindow = pWindow; }
+    void ShowInformation(std::string_view sText, std::string_view sTitle) override;
+
+    struct Message {
+        QString sText;
+        QString sTitle;
+    };
+    [[nodiscard]] const std::vector<Message>& Shown() const { return m_aShown; }
+
+private:
+    bool m_bWithDialogs;
+    QPointer<QWidget> m_pWindow;
+    std::vector<Message> m_aShown;
+};
+
+// The host's "CommonDialog": dialogs that plug-ins open by name.
+class CommonDialog final : public Automation<CommonDialog> {
+public:
+    explicit CommonDialog(bool bWithDialogs) : m_bWithDialogs(bWithDialogs) {}
+    void SetParentWindow(QWidget* pWindow) { m_pWindow = pWindow; }
+
+    // The path that the person chose, empty when they cancelled or there is nobody to ask. The filter is written like
+    // "Data files (*.csv);;All files (*)".
+    [[nodiscard]] std::string ShowOpen(const std::string& sTitle, const std::string& sFilter,
+                                       const std::string& sFolder);
+    [[nodiscard]] std::string ShowSave(const std::string& sTitle, const std::string& sFilter,
+                                       const std::string& sPath);
+    // The text that the person entered, empty when they cancelled or there is nobody to ask.
+    [[nodiscard]] std::string AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText);
+    [[nodiscard]] bool IsInteractive() const { return m_bWithDialogs; }
+
+    static constexpr auto Members =
+        MemberTable(Method("ShowOpen", &CommonDialog::ShowOpen), Method("ShowSave", &CommonDialog::ShowSave),
+                    Method("AskText", &CommonDialog::AskText),
+                    Property("IsInteractive", &CommonDialog::IsInteractive));
+
+private:
+    bool m_bWithDialogs;
+    QPointer<QWidget> m_pWindow;
+};
+
+// The control "ctlCVProgress" of the main form: a bar with a percentage and, if it is offered, a button to cancel.
+class ProgressControl final : public Automation<ProgressControl> {
+public:
+    ProgressControl();
+    ~ProgressControl() override;
+    [[nodiscard]] QWidget* Widget() const { return m_pWidget; }
+
+    [[nodiscard]] Long HWnd() const { return 1; }
+    [[nodiscard]] bool Cancel() const { return m_bCancel; }
+    void SetCancel(bool bCancel);
+    [[nodiscard]] bool WasCanceled() const { return m_bWasCanceled; }
+    void SetWasCanceled(bool bWasCanceled) { m_bWasCanceled = bWasCanceled; }
+    [[nodiscard]] Double Max() const { return m_dblMax; }
+    void SetMax(Double dblMax);
+    [[nodiscard]] Double Value() const { return m_dblValue; }
+    void SetValue(Double dblValue);
+    void Increment() { SetValue(m_dblValue + 1); }
+    void Percent(Double dblPercent) { SetValue(m_dblMax * dblPercent / 100); }
+    [[nodiscard]] Long Pixels() const;
+
+    static constexpr auto Members =
+        MemberTable(Property("hwnd", &ProgressControl::HWnd),
+                    Property("Cancel", &ProgressControl::Cancel, &ProgressControl::SetCancel),
+                    Property("WasCanceled", &ProgressControl::WasCanceled, &ProgressControl::SetWasCanceled),
+                    Property("Max", &ProgressControl::Max, &ProgressControl::SetMax),
+                    Property("Value", &ProgressControl::Value, &ProgressControl::SetValue),
+                    Method("Increment", &ProgressControl::Increment), Method("Percent", &ProgressControl::Percent),
+                    Property("Pixels", &ProgressControl::Pixels));
+
+private:
+    void Draw();
+
+    QPointer<QWidget> m_pWidget; // the status bar's, once it stands there
+    QProgressBar* m_pBar;
+    QPushButton* m_pCancel;
+    bool m_bCancel = false;
+    bool m_bWasCanceled = false;
+    Double m_dblMax = 100;
+    Double m_dblValue = 0;
+};
+
+} // namespace corvane::desktop

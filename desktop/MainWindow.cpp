@@ -1,0 +1,169 @@
+#include "desktop/MainWindow.h"
+
+#include "desktop/FailurePresenter.h"
+#include "desktop/explorer/ExplorerPanel.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QMdiArea>
+#include <QPainter>
+#include <QStatusBar>
+
+namespace corvane::desktop {
+
+namespace {
+
+constexpr const char* sExplorerBand = "Explorer";
+constexpr Single fTwipsPerPixel = 15; // of a logical pixel at 96 to the inch
+
+// Says where one is while no window is open.
+class WindowArea final : public QMdiArea {
+public:
+    using QMdiArea::QMdiArea;
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override {
+        QMdiArea::paintEvent(pEvent);
+        if (!subWindowList().isEmpty())
+            return;
+        QPainter oPainter(viewport());
+        const QRect oRect = viewport()->rect().adjusted(24, 24, -24, -24);
+        QFont oFont = font();
+        oFont.setPointSizeF(oFont.pointSizeF() * 2);
+        oPainter.setFont(oFont);
+        QColor oColor = palette().color(QPalette::WindowText);
+        oColor.setAlphaF(0.55F);
+        oPainter.setPen(oColor);
+        const QString sTitle = window()->windowTitle();
+        QRect oUsed;
+        oPainter.drawText(oRect.adjusted(0, 0, 0, -oRect.height() / 5), Qt::AlignCenter | Qt::TextWordWrap, sTitle,
+                          &oUsed);
+        oPainter.setFont(font());
+        oPainter.drawText(QRect(oRect.left(), oUsed.bottom() + 12, oRect.width(), 80),
+                          Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+                          MainWindow::tr("Choose an item in the explorer or a command from the menus to begin."));
+    }
+};
+
+class ExplorerDockWidget final : public QDockWidget {
+public:
+    ExplorerDockWidget(std::function<void()> fnClose, QWidget* pParent)
+        : QDockWidget(pParent), m_fnClose(std::move(fnClose)) {}
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override {
+        pEvent->ignore(); // the model hides the band, and the dock follows
+        m_fnClose();
+    }
+
+private:
+    std::function<void()> m_fnClose;
+};
+
+} // namespace
+
+MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPanel,
+                       FailurePresenter& oFailures)
+    : m_frmMain(std::move(frmMain)), m_oActiveBar(std::move(oActiveBar)), m_oFailures(oFailures),
+      m_pArea(new WindowArea), m_pBars(nullptr) {
+    setCentralWidget(m_pArea);
+    m_pArea->setFrameShape(QFrame::NoFrame);
+    m_pArea->setBackground(palette().brush(QPalette::Window));
+    m_pArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_pArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_pArea->setAccessibleName(tr("Windows"));
+    m_pBars = new BarRenderer(m_oActiveBar, this,
+                              [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
+    m_pBars->Menus().SetWindows([this] { return OpenWindows(); });
+    SetUpDock(frmPanel);
+    setWindowTitle(QString::fromStdString(m_frmMain->Caption()));
+    m_oMainChanged = m_frmMain->Changed.Subscribe([this](Form::Change eChange) { m_frmMain_Changed(eChange); });
+    m_oBarChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
+        if (oChange.pBand && EqualText(oChange.pBand->Name(), sExplorerBand))
+            QMetaObject::invokeMethod(this, &MainWindow::ShowDock, Qt::QueuedConnection);
+    });
+    resize(1100, 720);
+}
+
+MainWindow::~MainWindow() {
+    delete m_pBars; // before the widgets whose actions it follows
+}
+
+void MainWindow::SetUpDock(const Ref<PanelForm>& frmPanel) {
+    const auto fnGuard = [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); };
+    m_pDock = new ExplorerDockWidget(
+        [this] {
+            m_oFailures.Guard([this] {
+                if (const auto oBand = m_oActiveBar->Bands()->Find(sExplorerBand))
+                    m_oActiveBar->Close(oBand);
+            });
+        },
+        this);
+    m_pDock->setObjectName(sExplorerBand);
+    m_pDock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    m_pExplorer = new ExplorerPanel(frmPanel, fnGuard, m_pDock);
+    connect(m_pExplorer, &ExplorerPanel::PopupPlace, this,
+            [this](const QPoint& oPlace) { m_pBars->SetPopupPlace(oPlace); });
+    m_pDock->setWidget(m_pExplorer);
+    addDockWidget(Qt::LeftDockWidgetArea, m_pDock);
+    m_pDock->hide();
+}
+
+void MainWindow::ShowDock() {
+    const auto oBand = m_oActiveBar->Bands()->Find(sExplorerBand);
+    if (!oBand)
+        return;
+    m_pDock->setWindowTitle(QString::fromStdString(oBand->Caption()));
+    m_pDock->setVisible(oBand->Visible() && oBand->WasVisibleSet());
+}
+
+void MainWindow::Flush() {
+    m_pBars->Flush();
+    ShowDock();
+}
+
+void MainWindow::m_frmMain_Changed(Form::Change eChange) {
+    switch (eChange) {
+    case Form::Change::Caption:
+        setWindowTitle(QString::fromStdString(m_frmMain->Caption()));
+        m_pArea->viewport()->update();
+        break;
+    case Form::Change::Unloaded:
+        // Whoever unloaded the form may still be inside one of this window's own events.
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+        break;
+    default:
+        break;
+    }
+}
+
+std::vector<OpenWindowEntry> MainWindow::OpenWindows() const {
+    std::vector<OpenWindowEntry> aEntries;
+    const Ref<Form> frmActive = m_frmMain->ActiveForm();
+    std::vector<Ref<Form>> aForms = m_frmMain->Forms();
+    std::sort(aForms.begin(), aForms.end(), [](const auto& a, const auto& b) { return a->HWnd() < b->HWnd(); });
+    for (const auto& frm : aForms)
+        if (frm->MDIChild() && frm->Visible())
+            aEntries.push_back({QString::fromStdString(frm->Caption()), frm == frmActive, [frm] { frm->Activate(); }});
+    return aEntries;
+}
+
+QMenu* MainWindow::createPopupMenu() { return m_pBars->NewCustomizeMenu(); }
+
+void MainWindow::closeEvent(QCloseEvent* pEvent) {
+    bool bRefused = false;
+    if (m_frmMain->IsLoaded())
+        m_oFailures.Guard([&] { bRefused = !m_frmMain->Unload(); });
+    // A service that fails at its end doesn't keep the application open.
+    pEvent->setAccepted(!bRefused);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* pEvent) {
+    QMainWindow::resizeEvent(pEvent);
+    m_frmMain->Move(0, 0, static_cast<Single>(width()) * fTwipsPerPixel, static_cast<Single>(height()) * fTwipsPerPixel);
+    m_frmMain->SetFrame(static_cast<Single>(width() - m_pArea->width()) * fTwipsPerPixel,
+                        static_cast<Single>(height() - m_pArea->height()) * fTwipsPerPixel);
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,54 @@
+// The main form on screen: menus, toolbars, the explorer's dock, the windows' area and the status bar.
+#pragma once
+
+#include "corvane/platform/controls/MdiForm.h"
+#include "corvane/platform/controls/PanelForm.h"
+#include "desktop/BarRenderer.h"
+
+#include <QMainWindow>
+
+class QDockWidget;
+class QMdiArea;
+
+namespace corvane::desktop {
+
+class ExplorerPanel;
+class FailurePresenter;
+
+class MainWindow final : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPanel, FailurePresenter& oFailures);
+    ~MainWindow() override;
+
+    [[nodiscard]] BarRenderer& Bars() { return *m_pBars; }
+    [[nodiscard]] ExplorerPanel& Explorer() { return *m_pExplorer; }
+    [[nodiscard]] QDockWidget& ExplorerDock() { return *m_pDock; }
+    [[nodiscard]] QMdiArea& Area() { return *m_pArea; }
+    // Brings everything up to date now, as the end of a turn does.
+    void Flush();
+
+    QMenu* createPopupMenu() override;
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
+    void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    void SetUpDock(const Ref<PanelForm>& frmPanel);
+    void ShowDock();
+    void m_frmMain_Changed(Form::Change eChange);
+    [[nodiscard]] std::vector<OpenWindowEntry> OpenWindows() const;
+
+    Ref<MdiForm> m_frmMain;
+    Ref<ActiveBar> m_oActiveBar;
+    FailurePresenter& m_oFailures;
+    QMdiArea* m_pArea;
+    BarRenderer* m_pBars;
+    ExplorerPanel* m_pExplorer = nullptr;
+    QDockWidget* m_pDock = nullptr;
+    Subscription m_oMainChanged;
+    Subscription m_oBarChanged;
+};
+
+} // namespace corvane::desktop

@@ -1,0 +1,69 @@
+#include "desktop/MenuBuilder.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+namespace corvane::desktop {
+
+QMenu* MenuBuilder::NewMenu(const std::string& sBand, QWidget* pParent) {
+    auto* pMenu = new QMenu(pParent);
+    pMenu->setSeparatorsCollapsible(true);
+    pMenu->setToolTipsVisible(false);
+    QObject::connect(pMenu, &QMenu::aboutToShow, pMenu, [this, pMenu, sBand] {
+        const Ref<Band> oBand = m_oActiveBar->Bands()->Find(sBand);
+        if (!oBand || !Fill(pMenu, oBand))
+            QTimer::singleShot(0, pMenu, &QMenu::close);
+    });
+    // An empty menu is never asked to open; this entry goes when the menu is filled.
+    pMenu->addAction(QString());
+    return pMenu;
+}
+
+bool MenuBuilder::Fill(QMenu* pMenu, const Ref<Band>& oBand) {
+    bool bOpens = false;
+    m_fnGuard([&] { bOpens = m_oActiveBar->Open(oBand); });
+    qDeleteAll(pMenu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
+    pMenu->clear();
+    if (!bOpens)
+        return false;
+    for (const auto& oInstance : oBand->Tools()->All())
+        AddInstance(pMenu, oInstance);
+    if (pMenu->isEmpty())
+        pMenu->addAction(QCoreApplication::translate("MenuBuilder", "(empty)"))->setEnabled(false);
+    return true;
+}
+
+void MenuBuilder::AddInstance(QMenu* pMenu, const Ref<Tool>& oInstance) {
+    if (EqualText(oInstance->Name(), "Separator")) {
+        pMenu->addSeparator();
+    } else if (EqualText(oInstance->Name(), "WindowList")) {
+        AddWindows(pMenu);
+    } else if (!oInstance->DropDownBand().empty() && m_oActiveBar->Bands()->Find(oInstance->DropDownBand())) {
+        QMenu* pSubMenu = NewMenu(oInstance->DropDownBand(), pMenu);
+        m_oActions.Follow(oInstance, ActionPlace::Menu, pSubMenu->menuAction(), false);
+        pMenu->addMenu(pSubMenu);
+    } else {
+        pMenu->addAction(m_oActions.Add(oInstance, ActionPlace::Menu, pMenu));
+    }
+}
+
+void MenuBuilder::AddWindows(QMenu* pMenu) {
+    const auto aWindows = m_fnWindows ? m_fnWindows() : std::vector<OpenWindowEntry>();
+    if (aWindows.empty()) {
+        pMenu->addAction(QCoreApplication::translate("MenuBuilder", "(no open windows)"))->setEnabled(false);
+        return;
+    }
+    int nNumber = 0;
+    for (const auto& oWindow : aWindows) {
+        QString sCaption = QString(oWindow.sCaption).replace('&', "&&");
+        if (++nNumber <= 9)
+            sCaption = QString("&%1 %2").arg(nNumber).arg(sCaption);
+        QAction* pAction = pMenu->addAction(sCaption);
+        pAction->setCheckable(true);
+        pAction->setChecked(oWindow.bActive);
+        QObject::connect(pAction, &QAction::triggered, pAction,
+                         [this, fnActivate = oWindow.fnActivate] { m_fnGuard(fnActivate); });
+    }
+}
+
+} // namespace corvane::desktop

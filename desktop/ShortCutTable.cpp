@@ -1,0 +1,58 @@
+#include "desktop/ShortCutTable.h"
+
+#include <array>
+
+namespace corvane::desktop {
+
+QKeySequence KeyIn(const QString& sText) {
+    static constexpr std::array<std::pair<const char*, const char*>, 9> aNames{{{"control", "Ctrl"},
+                                                                               {"strg", "Ctrl"},
+                                                                               {"delete", "Del"},
+                                                                               {"insert", "Ins"},
+                                                                               {"escape", "Esc"},
+                                                                               {"pageup", "PgUp"},
+                                                                               {"pagedown", "PgDown"},
+                                                                               {"enter", "Return"},
+                                                                               {"bksp", "Backspace"}}};
+    QString sWithoutBlanks = sText;
+    sWithoutBlanks.remove(' ');
+    QStringList aParts = sWithoutBlanks.split('+', Qt::SkipEmptyParts);
+    if (sWithoutBlanks.endsWith("++") || sWithoutBlanks == "+")
+        aParts.append("+");
+    for (QString& sPart : aParts)
+        for (const auto& [sLong, sShort] : aNames)
+            if (sPart.compare(QLatin1String(sLong), Qt::CaseInsensitive) == 0)
+                sPart = QLatin1String(sShort);
+    const QKeySequence oKeys = QKeySequence::fromString(aParts.join('+'), QKeySequence::PortableText);
+    return oKeys.count() == 1 && oKeys[0].key() != Qt::Key_unknown ? oKeys : QKeySequence();
+}
+
+QString ShortCutText(const Tool& oTool) {
+    QStringList aTexts;
+    for (const auto& oShortCut : oTool.ShortCuts())
+        if (const QKeySequence oKeys = KeyIn(QString::fromStdString(oShortCut->Value())); !oKeys.isEmpty())
+            aTexts.append(oKeys.toString(QKeySequence::NativeText));
+    return aTexts.join(", ");
+}
+
+Ref<Tool> ShortCutTable::Find(QKeyCombination oKeys) {
+    if (!m_bValid)
+        Read();
+    const auto it = m_mapTools.constFind(oKeys.toCombined());
+    if (it != m_mapTools.constEnd())
+        for (Tool* pTool : *it)
+            if (pTool->Visible() && pTool->Enabled())
+                return Ref<Tool>(pTool);
+    return nullptr;
+}
+
+void ShortCutTable::Read() {
+    m_mapTools.clear();
+    for (const auto& oTool : m_oActiveBar->Tools()->All())
+        for (const auto& oShortCut : oTool->ShortCuts())
+            if (const QKeySequence oKeys = KeyIn(QString::fromStdString(oShortCut->Value())); !oKeys.isEmpty())
+                m_mapTools[oKeys[0].toCombined()].push_back(oTool.Get());
+    m_bValid = true;
+}
+
+} // namespace corvane::desktop

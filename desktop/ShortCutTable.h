@@ -1,0 +1,37 @@
+// All keyboard shortcuts of the bar in one table, so that enabling an action costs nothing for the others.
+#pragma once
+
+#include "corvane/platform/controls/ActiveBar.h"
+
+#include <QHash>
+#include <QKeyCombination>
+#include <QKeySequence>
+#include <QString>
+#include <vector>
+
+namespace corvane::desktop {
+
+// The key of a definition's text such as "Ctrl+Shift+O", "F5" or "Delete", without regard to case and blanks. Empty
+// for a text that is none.
+[[nodiscard]] QKeySequence KeyIn(const QString& sText);
+
+// How the keys of a tool are shown, empty for none.
+[[nodiscard]] QString ShortCutText(const Tool& oTool);
+
+class ShortCutTable {
+public:
+    explicit ShortCutTable(Ref<ActiveBar> oActiveBar) : m_oActiveBar(std::move(oActiveBar)) {}
+
+    void Invalidate() { m_bValid = false; }
+    // The first tool of those keys, in order of the master list, that is visible and enabled; nothing without one.
+    [[nodiscard]] Ref<Tool> Find(QKeyCombination oKeys);
+
+private:
+    void Read();
+
+    Ref<ActiveBar> m_oActiveBar;
+    QHash<int, std::vector<Tool*>> m_mapTools; // masters live as long as the bar
+    bool m_bValid = false;
+};
+
+} // namespace corvane::desktop
