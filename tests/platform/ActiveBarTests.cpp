@@ -50,9 +50,10 @@ TEST_F(ActiveBarTest, AnInstanceHasTextsOfItsOwnAndSharesItsState) {
     oInstance->SetChecked(true);
     oOther->SetEnabled(false);
     oMaster->SetVisible(false);
-    oInstance->SetTagVariant(m_oBand);
+    const auto oTag = New<ShortCut>();
+    oInstance->SetTagVariant(oTag);
     for (const auto& oTool : {oMaster, oInstance, oOther})
-        EXPECT_TRUE(oTool->Checked() && !oTool->Enabled() && !oTool->Visible() && oTool->TagVariant() == m_oBand);
+        EXPECT_TRUE(oTool->Checked() && !oTool->Enabled() && !oTool->Visible() && oTool->TagVariant() == oTag);
     oInstance->SetIsDefaultItem(true);
     oInstance->SetPicture(Tool::Normal, New<Picture>("a.png", Picture::Format::Png, ""));
     EXPECT_FALSE(oMaster->IsDefaultItem() || oOther->IsDefaultItem());

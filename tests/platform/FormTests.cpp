@@ -168,8 +168,9 @@ TEST_F(FormTest, AModalFormLoopsWhileItIsShown) {
 TEST_F(FormTest, TheMainFormKnowsMembersByName) {
     const Ref<Object> oMain = m_oMain;
     m_oMain->SetCaption("Main");
-    m_oMain->AddMember("ActiveBar", m_oMain);
-    EXPECT_TRUE(ToObject(oMain->Invoke("activebar", {})) == m_oMain);
+    const Ref<Object> oMember = New<Form>();
+    m_oMain->AddMember("ActiveBar", oMember);
+    EXPECT_TRUE(ToObject(oMain->Invoke("activebar", {})) == oMember);
     EXPECT_EQ(oMain->Invoke("CAPTION", {}), Variant("Main"));
     const Variant aArguments[] = {1.0};
     EXPECT_EQ(NumberOf([&] { oMain->Invoke("ActiveBar", aArguments); }), FailureNumber::WrongNumberOfArguments);
