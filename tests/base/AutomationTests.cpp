@@ -97,8 +97,8 @@ TEST(AutomationTest, WritesProperties) {
                                                       {"Nothing", FailureNumber::NoSuchMember},
                                                       {"Width", FailureNumber::NoSuchMember},
                                                       {"Height", FailureNumber::TypeMismatch}};
-    for (const auto& [sName, lNumber] : aFailures)
-        EXPECT_EQ(testing::NumberOf([&] { oCallee->Put(sName, "high"); }), lNumber) << sName;
+    for (const auto& oFailure : aFailures)
+        EXPECT_EQ(testing::NumberOf([&] { oCallee->Put(oFailure.first, "high"); }), oFailure.second) << oFailure.first;
     EXPECT_EQ(oCallee->Invoke("Height", {}), Variant(2.5F));
 }
 

@@ -91,7 +91,7 @@ TEST(EventTest, AHandlerMayDestroyItsOwner) {
         Event<>& oEvent;
         std::unique_ptr<Owner>& pSelf;
         std::string sName = "an owner with a name of some length";
-        Subscription oSubscription = oEvent.Subscribe([this, sCopy = sName, pBox = &pSelf] {
+        Subscription oSubscription = oEvent.Subscribe([sCopy = sName, pBox = &pSelf] {
             pBox->reset();
             EXPECT_EQ(sCopy, "an owner with a name of some length"); // captures last as long as the call
         });
