@@ -1,0 +1,11 @@
+// How Studies says that something went wrong: a failure with a text that a person can act on.
+#pragma once
+
+#include <string>
+
+namespace studies {
+
+// Raises corvane::Failure with the application's own number and the source "Studies".
+[[noreturn]] void FailWith(std::string sText);
+
+} // namespace studies

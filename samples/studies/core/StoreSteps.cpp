@@ -1,0 +1,187 @@
+#include "Errors.h"
+#include "Store.h"
+#include "corvane/base/Text.h"
+
+#include <map>
+
+namespace studies {
+namespace {
+
+constexpr std::size_t MostColumns = 1000;
+
+std::string DataTable(Id nDataSetId) {
+    return "data_" + std::to_string(nDataSetId);
+}
+
+std::string DataTableSql(Id nDataSetId, const std::vector<Column>& aColumns) {
+    std::string sSql = "CREATE TABLE " + DataTable(nDataSetId) + "(id INTEGER PRIMARY KEY";
+    for (std::size_t i = 0; i < aColumns.size(); ++i)
+        sSql += ", c" + std::to_string(i) + (aColumns[i].IsNumeric() ? " REAL" : " TEXT");
+    return sSql + ")";
+}
+
+} // namespace
+
+Id Store::CreateStudy(std::string_view sName) {
+    Id nId = 0;
+    Perform("New Study", [&] {
+        if (const std::string sProblem = NameProblem(sName); !sProblem.empty())
+            FailWith(sProblem);
+        Statement oInsert(m_oDatabase, "INSERT INTO studies(name, name_key) VALUES(?,?)");
+        oInsert.Bind(sName).Bind(corvane::FoldText(sName)).Run();
+        nId = m_oDatabase.LastId();
+    });
+    return nId;
+}
+
+void Store::RenameStudy(Id nStudyId, std::string_view sName) {
+    Perform("Rename Study", [&] {
+        CheckExists("studies", nStudyId);
+        if (const std::string sProblem = NameProblem(sName, nStudyId); !sProblem.empty())
+            FailWith(sProblem);
+        Statement oUpdate(m_oDatabase, "UPDATE studies SET name=?, name_key=? WHERE id=?");
+        oUpdate.Bind(sName).Bind(corvane::FoldText(sName)).Bind(nStudyId).Run();
+    });
+}
+
+void Store::DeleteStudy(Id nStudyId) {
+    Perform("Delete Study", [&] {
+        CheckExists("studies", nStudyId);
+        for (const char* sSql : {"DELETE FROM analyses WHERE study_id=?",
+                                 "DELETE FROM data_columns WHERE data_set_id IN"
+                                 " (SELECT id FROM data_sets WHERE study_id=?)",
+                                 "DELETE FROM data_sets WHERE study_id=?", "DELETE FROM studies WHERE id=?"})
+            Statement(m_oDatabase, sSql).Bind(nStudyId).Run();
+    });
+}
+
+Id Store::DuplicateStudy(Id nStudyId) {
+    Id nCopyId = 0;
+    Perform("Duplicate Study", [&] {
+        const std::string sName = FreeName("Copy of " + StudyOf(nStudyId).sName, false);
+        if (const std::string sProblem = NameProblem(sName); !sProblem.empty())
+            FailWith(sProblem);
+        Statement oInsert(m_oDatabase, "INSERT INTO studies(name, name_key) VALUES(?,?)");
+        oInsert.Bind(sName).Bind(corvane::FoldText(sName)).Run();
+        nCopyId = m_oDatabase.LastId();
+        std::map<Id, Id> mapDataSets;
+        for (const DataSet& oDataSet : DataSets(nStudyId))
+            mapDataSets[oDataSet.nId] = CopyDataSet(oDataSet, nCopyId);
+        for (const Analysis& oAnalysis : Analyses(nStudyId)) {
+            Statement oCopy(m_oDatabase,
+                            "INSERT INTO analyses(study_id, data_set_id, name, group_column) VALUES(?,?,?,?)");
+            oCopy.Bind(nCopyId).Bind(mapDataSets.at(oAnalysis.nDataSetId));
+            oCopy.Bind(oAnalysis.sName).Bind(oAnalysis.sGroupColumn).Run();
+        }
+    });
+    return nCopyId;
+}
+
+Id Store::CopyDataSet(const DataSet& oDataSet, Id nStudyId) {
+    Statement oInsert(m_oDatabase, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
+    oInsert.Bind(nStudyId).Bind(oDataSet.sName).Bind(oDataSet.sSource).Bind(oDataSet.nRows).Run();
+    const Id nCopyId = m_oDatabase.LastId();
+    Statement oColumns(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type)"
+                                    " SELECT ?, position, name, type FROM data_columns WHERE data_set_id=?");
+    oColumns.Bind(nCopyId).Bind(oDataSet.nId).Run();
+    m_oDatabase.Run(DataTableSql(nCopyId, Columns(oDataSet.nId)));
+    m_oDatabase.Run("INSERT INTO " + DataTable(nCopyId) + " SELECT * FROM " + DataTable(oDataSet.nId));
+    return nCopyId;
+}
+
+Id Store::ImportDataSet(Id nStudyId, std::string_view sName, std::string_view sSource, const Table& oTable) {
+    if (oTable.aColumns.size() > MostColumns)
+        FailWith("The data have " + std::to_string(oTable.aColumns.size()) + " columns; a data set has at most " +
+                 std::to_string(MostColumns) + ".");
+    Id nId = 0;
+    Perform("Import", [&] {
+        CheckExists("studies", nStudyId);
+        Statement oInsert(m_oDatabase, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
+        oInsert.Bind(nStudyId).Bind(sName).Bind(sSource).Bind(static_cast<std::int64_t>(oTable.nRows)).Run();
+        nId = m_oDatabase.LastId();
+        Statement oColumn(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type) VALUES(?,?,?,?)");
+        for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
+            oColumn.Bind(nId)
+                .Bind(static_cast<std::int64_t>(i))
+                .Bind(oTable.aColumns[i].sName)
+                .Bind(NameOf(oTable.aColumns[i].eType))
+                .Run();
+        m_oDatabase.Run(DataTableSql(nId, oTable.aColumns));
+        WriteRows(nId, oTable);
+    });
+    return nId;
+}
+
+void Store::WriteRows(Id nDataSetId, const Table& oTable) {
+    std::string sPlaces;
+    for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
+        sPlaces += ",?";
+    Statement oInsert(m_oDatabase, "INSERT INTO " + DataTable(nDataSetId) + " VALUES(NULL" + sPlaces + ")");
+    for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow) {
+        for (const Column& oColumn : oTable.aColumns) {
+            if (oColumn.IsMissing(iRow))
+                oInsert.BindNull();
+            else if (oColumn.IsNumeric())
+                oInsert.Bind(oColumn.aNumbers[iRow]);
+            else
+                oInsert.Bind(oColumn.aTexts[iRow]);
+        }
+        oInsert.Run();
+    }
+}
+
+std::vector<Column> Store::Columns(Id nDataSetId) {
+    std::vector<Column> aColumns;
+    Statement oRows(m_oDatabase, "SELECT name, type FROM data_columns WHERE data_set_id=? ORDER BY position");
+    oRows.Bind(nDataSetId);
+    while (oRows.Step())
+        aColumns.push_back({oRows.Text(0), ColumnTypeOf(oRows.Text(1)), {}, {}});
+    return aColumns;
+}
+
+Table Store::ReadDataSet(Id nDataSetId) {
+    CheckExists("data_sets", nDataSetId);
+    Table oTable;
+    oTable.aColumns = Columns(nDataSetId);
+    Statement oRows(m_oDatabase, "SELECT * FROM " + DataTable(nDataSetId) + " ORDER BY id");
+    for (; oRows.Step(); ++oTable.nRows) {
+        int iColumn = 0;
+        for (Column& oColumn : oTable.aColumns) {
+            if (oColumn.IsNumeric())
+                oColumn.aNumbers.push_back(oRows.Number(++iColumn));
+            else
+                oColumn.aTexts.push_back(oRows.Text(++iColumn));
+        }
+    }
+    return oTable;
+}
+
+void Store::DeleteDataSet(Id nDataSetId) {
+    Perform("Delete Data Set", [&] {
+        CheckExists("data_sets", nDataSetId);
+        for (const char* sSql : {"DELETE FROM analyses WHERE data_set_id=?",
+                                 "DELETE FROM data_columns WHERE data_set_id=?", "DELETE FROM data_sets WHERE id=?"})
+            Statement(m_oDatabase, sSql).Bind(nDataSetId).Run();
+    });
+}
+
+Id Store::AddAnalysis(Id nDataSetId, std::string_view sName, std::string_view sGroupColumn) {
+    Id nId = 0;
+    Perform("New Analysis", [&] {
+        CheckExists("data_sets", nDataSetId);
+        Statement oInsert(m_oDatabase, "INSERT INTO analyses(study_id, data_set_id, name, group_column)"
+                                       " SELECT study_id, id, ?, ? FROM data_sets WHERE id=?");
+        oInsert.Bind(sName).Bind(sGroupColumn).Bind(nDataSetId).Run();
+        nId = m_oDatabase.LastId();
+    });
+    return nId;
+}
+
+void Store::DeleteAnalysis(Id nAnalysisId) {
+    Perform("Delete Analysis", [&] {
+        CheckExists("analyses", nAnalysisId);
+        Statement(m_oDatabase, "DELETE FROM analyses WHERE id=?").Bind(nAnalysisId).Run();
+    });
+}
+
+} // namespace studies

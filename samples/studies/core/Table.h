@@ -1,0 +1,45 @@
+// A table of data: named columns of equal length, each of whole numbers, numbers or text.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace studies {
+
+enum class ColumnType { Whole, Number, Text };
+
+[[nodiscard]] std::string_view NameOf(ColumnType eType);
+// Fails for a word that NameOf doesn't give.
+[[nodiscard]] ColumnType ColumnTypeOf(std::string_view sName);
+
+struct Column {
+    std::string sName;
+    ColumnType eType = ColumnType::Text;
+    std::vector<std::string> aTexts; // of a text column; "" where the value is missing
+    std::vector<double> aNumbers;    // of a column of numbers; NaN where the value is missing
+
+    [[nodiscard]] bool IsNumeric() const { return eType != ColumnType::Text; }
+    [[nodiscard]] bool IsMissing(std::size_t iRow) const;
+    // The value as text, "" where it is missing.
+    [[nodiscard]] std::string Text(std::size_t iRow) const;
+};
+
+struct Table {
+    std::vector<Column> aColumns;
+    std::size_t nRows = 0;
+
+    // Without regard to case; a null pointer when there is none.
+    [[nodiscard]] const Column* Find(std::string_view sName) const;
+    // The rows of these positions, in their order.
+    [[nodiscard]] Table Rows(const std::vector<std::size_t>& aRows) const;
+};
+
+// The shortest text that reads as the same number.
+[[nodiscard]] std::string TextOf(double dblValue);
+// The number that the whole text is, with the sign given as its decimal point.
+[[nodiscard]] std::optional<double> NumberOf(std::string_view sText, char cPoint = '.');
+
+} // namespace studies

@@ -1,0 +1,220 @@
+#include "Store.h"
+
+#include "Csv.h"
+#include "TemporaryFolder.h"
+#include "corvane/base/Failure.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+
+using namespace studies;
+
+namespace {
+
+// "Study[data set(rows) data set(rows); analysis]" for each study.
+std::string Contents(Store& oStore) {
+    std::string sText;
+    for (const Study& oStudy : oStore.Studies()) {
+        sText += (sText.empty() ? "" : " ") + oStudy.sName + "[";
+        std::string sBetween;
+        for (const DataSet& oDataSet : oStore.DataSets(oStudy.nId)) {
+            sText += sBetween + oDataSet.sName + "(" + std::to_string(oStore.ReadDataSet(oDataSet.nId).nRows) + ")";
+            sBetween = " ";
+        }
+        sBetween = "; ";
+        for (const Analysis& oAnalysis : oStore.Analyses(oStudy.nId)) {
+            sText += sBetween + oAnalysis.sName;
+            sBetween = " ";
+        }
+        sText += "]";
+    }
+    return sText;
+}
+
+std::string FailureOf(const std::function<void()>& fnCall) {
+    try {
+        fnCall();
+    } catch (const corvane::Failure& oFailure) {
+        return oFailure.Description;
+    }
+    return "none";
+}
+
+class StoreOfStudies : public testing::Test {
+protected:
+    TemporaryFolder m_oFolder;
+    std::string m_sPath = m_oFolder.Path("data/studies.sqlite");
+    Table m_oTable = ReadCsv("name,mass,count\nA,1.5,1\nB,,2\n,0.1,\n").oTable;
+
+    // A[set(3); Summary] B[]
+    void Fill(Store& oStore) {
+        const Id nStudy = oStore.CreateStudy("A");
+        oStore.AddAnalysis(oStore.ImportDataSet(nStudy, "set", "/data/set.csv", m_oTable), "Summary", "name");
+        oStore.CreateStudy("B");
+    }
+};
+
+TEST_F(StoreOfStudies, SurvivesReopening) {
+    {
+        Store oStore(m_sPath);
+        Fill(oStore);
+        oStore.RenameStudy(oStore.Studies()[1].nId, "C");
+    }
+    Store oStore(m_sPath);
+    EXPECT_EQ(Contents(oStore), "A[set(3); Summary] C[]");
+    EXPECT_EQ(oStore.UndoLabel(), "");
+    const DataSet oDataSet = oStore.DataSets(oStore.Studies()[0].nId)[0];
+    EXPECT_EQ(oDataSet.sSource, "/data/set.csv");
+    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(oDataSet.nId)), WriteCsv(m_oTable));
+    EXPECT_EQ(oStore.ReadDataSet(oDataSet.nId).aColumns[2].eType, ColumnType::Whole);
+    EXPECT_EQ(oStore.Analyses(oDataSet.nStudyId)[0].sGroupColumn, "name");
+}
+
+// Each step, undone and done again, leaves what it left before, in the file too.
+TEST_F(StoreOfStudies, EveryStepIsUndoneAndDoneAgain) {
+    Store oStore(m_sPath);
+    Fill(oStore);
+    const Id nA = oStore.Studies()[0].nId;
+    const Id nSet = oStore.DataSets(nA)[0].nId;
+    const Id nAnalysis = oStore.Analyses(nA)[0].nId;
+    const struct {
+        const char* sLabel;
+        std::function<void()> fnStep;
+        const char* sAfter;
+    } aSteps[] = {
+        {"New Study", [&] { oStore.CreateStudy("New"); }, "A[set(3); Summary] B[] New[]"},
+        {"Rename Study", [&] { oStore.RenameStudy(nA, "It's"); }, "It's[set(3); Summary] B[]"},
+        {"Delete Study", [&] { oStore.DeleteStudy(nA); }, "B[]"},
+        {"Duplicate Study", [&] { oStore.DuplicateStudy(nA); }, "A[set(3); Summary] B[] Copy of A[set(3); Summary]"},
+        {"Import", [&] { oStore.ImportDataSet(nA, "more", "", m_oTable); }, "A[set(3) more(3); Summary] B[]"},
+        {"Delete Data Set", [&] { oStore.DeleteDataSet(nSet); }, "A[] B[]"},
+        {"New Analysis", [&] { oStore.AddAnalysis(nSet, "By name", "name"); }, "A[set(3); Summary By name] B[]"},
+        {"Delete Analysis", [&] { oStore.DeleteAnalysis(nAnalysis); }, "A[set(3)] B[]"},
+    };
+    const std::string sBefore = Contents(oStore);
+    for (const auto& oStep : aSteps) {
+        oStep.fnStep();
+        EXPECT_EQ(Contents(oStore), oStep.sAfter) << oStep.sLabel;
+        EXPECT_EQ(oStore.UndoLabel(), oStep.sLabel);
+        oStore.Undo();
+        EXPECT_EQ(Contents(oStore), sBefore) << oStep.sLabel;
+        EXPECT_EQ(oStore.RedoLabel(), oStep.sLabel);
+        oStore.Redo();
+        EXPECT_EQ(Contents(oStore), oStep.sAfter) << oStep.sLabel;
+        oStore.Undo();
+    }
+    Store oAgain(m_sPath);
+    EXPECT_EQ(Contents(oAgain), sBefore);
+}
+
+TEST_F(StoreOfStudies, StepsAreUndoneInReverseAndANewOneForgetsTheUndone) {
+    Store oStore(m_sPath);
+    Fill(oStore);
+    oStore.DeleteStudy(oStore.Studies()[0].nId);
+    oStore.Undo();
+    oStore.Undo();
+    EXPECT_EQ(Contents(oStore), "A[set(3); Summary]");
+    oStore.Undo();
+    oStore.Undo();
+    oStore.Undo();
+    oStore.Undo(); // one more than there are
+    EXPECT_EQ(Contents(oStore), "");
+    for (int i = 0; i < 5; ++i)
+        oStore.Redo();
+    EXPECT_EQ(Contents(oStore), "B[]");
+    oStore.Undo();
+    oStore.CreateStudy("C");
+    EXPECT_EQ(oStore.RedoLabel(), "");
+    oStore.Redo();
+    EXPECT_EQ(Contents(oStore), "A[set(3); Summary] B[] C[]");
+}
+
+TEST_F(StoreOfStudies, NamesOfStudies) {
+    Store oStore(m_sPath);
+    const Id nId = oStore.CreateStudy("\u00C4rger");
+    const struct {
+        const char* sName;
+        const char* sFailure;
+    } aCases[] = {
+        {"", "A study needs a name."},
+        {"  ", "A study needs a name."},
+        {" x", "A study's name can't begin or end with a blank."},
+        {"#1", "A study's name can't begin with \"#\"."},
+        {"a\nb", "A study's name stands on one line."},
+        {"\u00E4RGER", "There is a study \"\u00E4RGER\" already."},
+    };
+    for (const auto& oCase : aCases)
+        EXPECT_EQ(FailureOf([&] { oStore.CreateStudy(oCase.sName); }), oCase.sFailure);
+    EXPECT_EQ(FailureOf([&] { oStore.CreateStudy(std::string(121, 'x')); }), "A study's name has at most 120 letters.");
+    oStore.RenameStudy(nId, "\u00E4rger"); // its own name in another case
+    EXPECT_EQ(Contents(oStore), "\u00E4rger[]");
+    EXPECT_EQ(oStore.FreeName("Study"), "Study 1");
+    oStore.CreateStudy("STUDY 1");
+    EXPECT_EQ(oStore.FreeName("Study"), "Study 2");
+    oStore.DuplicateStudy(nId);
+    oStore.DuplicateStudy(nId);
+    EXPECT_EQ(oStore.Studies().back().sName, "Copy of \u00E4rger 2");
+}
+
+TEST_F(StoreOfStudies, AFailedStepChangesNothing) {
+    Store oStore(m_sPath);
+    Fill(oStore);
+    const std::string sBefore = Contents(oStore);
+    const std::string sLabel = oStore.UndoLabel();
+    const Id nGone = 999;
+    for (const std::function<void()>& fnStep : std::initializer_list<std::function<void()>>{
+             [&] { oStore.RenameStudy(oStore.Studies()[1].nId, "a"); }, [&] { oStore.DeleteStudy(nGone); },
+             [&] { oStore.DuplicateStudy(nGone); }, [&] { oStore.ImportDataSet(nGone, "x", "", m_oTable); },
+             [&] { oStore.AddAnalysis(nGone, "x", ""); }, [&] { oStore.DeleteAnalysis(nGone); }})
+        EXPECT_THROW(fnStep(), corvane::Failure);
+    EXPECT_EQ(Contents(oStore), sBefore);
+    EXPECT_EQ(oStore.UndoLabel(), sLabel);
+}
+
+TEST_F(StoreOfStudies, DataOfDeletedSetsGoWhenTheFileIsNextOpened) {
+    Store oStore(m_sPath);
+    Fill(oStore);
+    oStore.DeleteStudy(oStore.Studies()[0].nId);
+    { Store oOther(m_sPath); }
+    EXPECT_EQ(FailureOf([&] { oStore.Undo(); }),
+              "This can't be brought back: the data are gone since the file was opened elsewhere.");
+    EXPECT_EQ(Contents(oStore), "B[]");
+}
+
+TEST_F(StoreOfStudies, FilesThatItCannotUse) {
+    { Store oStore(m_sPath); }
+    const std::string sText = m_oFolder.Path("text.sqlite");
+    std::ofstream(sText) << std::string(4000, 'x');
+    EXPECT_EQ(FailureOf([&] { Store oStore(sText); }),
+              "The file \"" + sText + "\" is damaged or is no file of studies. Move it away to start anew.");
+
+    const std::string sFolder = m_oFolder.Path("text.sqlite/studies.sqlite");
+    EXPECT_NE(FailureOf([&] { Store oStore(sFolder); }), "none") << "a file stands where the folder should be";
+
+    const std::string sForeign = m_oFolder.Path("foreign.sqlite");
+    Database(sForeign).Run("CREATE TABLE t(x)");
+    EXPECT_EQ(FailureOf([&] { Store oStore(sForeign); }), "The file \"" + sForeign + "\" belongs to another program.");
+
+    Database(m_sPath).Run("PRAGMA user_version=2");
+    EXPECT_EQ(FailureOf([&] { Store oStore(m_sPath); }),
+              "The file \"" + m_sPath + "\" was written by a later version of Studies (2; this one knows 1).");
+}
+
+TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {
+    {
+        Store oStore(m_sPath);
+        Table oLarge = m_oTable;
+        for (int i = 0; i < 12; ++i)
+            for (Column& oColumn : oLarge.aColumns) {
+                oColumn.aTexts.insert(oColumn.aTexts.end(), oColumn.aTexts.begin(), oColumn.aTexts.end());
+                oColumn.aNumbers.insert(oColumn.aNumbers.end(), oColumn.aNumbers.begin(), oColumn.aNumbers.end());
+            }
+        oLarge.nRows <<= 12U;
+        oStore.ImportDataSet(oStore.CreateStudy("A"), "large", "", oLarge);
+    }
+    std::filesystem::resize_file(m_sPath, std::filesystem::file_size(m_sPath) / 2);
+    EXPECT_NE(FailureOf([&] { Store oStore(m_sPath); }).find("is damaged"), std::string::npos);
+}
+
+} // namespace
