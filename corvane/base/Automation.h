@@ -163,7 +163,7 @@ template <class... Entries>
 constexpr auto MemberTable(Entries... aEntries) {
     MemberTableOf<Entries...> oTable{std::tuple<Entries...>(aEntries...), {}};
     std::size_t nEntries = 0;
-    const auto Insert = [&](std::string_view sName) {
+    [[maybe_unused]] const auto Insert = [&](std::string_view sName) {
         std::size_t i = nEntries;
         for (; i > 0; --i) {
             const int nOrder = detail::CompareNames(sName, oTable.aByName[i - 1].first);
