@@ -52,6 +52,13 @@ std::string SizeText(std::size_t nRows, std::size_t nColumns) {
     return Counted(nRows, "row") + ", " + Counted(nColumns, "column");
 }
 
+std::string JoinLines(const std::vector<std::string>& aLines) {
+    std::string sText;
+    for (const std::string& sLine : aLines)
+        sText += (sText.empty() ? "" : "\n") + sLine;
+    return sText;
+}
+
 std::string ReportText(const TableSummary& oSummary) {
     std::vector<Line> aNumbers{
         {"Numbers", "count", "missing", "mean", "std. dev.", "min", "1st qu.", "median", "3rd qu.", "max"}};

@@ -20,6 +20,9 @@ namespace studies {
 // The means of the first columns of numbers, with their standard deviations.
 [[nodiscard]] std::string LineText(const TableSummary& oSummary);
 
+// With a line feed between each two.
+[[nodiscard]] std::string JoinLines(const std::vector<std::string>& aLines);
+
 // "344 rows, 7 columns".
 [[nodiscard]] std::string SizeText(std::size_t nRows, std::size_t nColumns);
 

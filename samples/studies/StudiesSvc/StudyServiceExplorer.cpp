@@ -1,0 +1,95 @@
+#include "StudyService.h"
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/NavigationManager.h"
+#include "corvane/menus/MenuManager.h"
+#include "corvane/services/ServiceManager.h"
+
+namespace studies {
+
+using namespace corvane;
+
+namespace {
+
+Ref<corvane::ExplorerManager> Explorer() {
+    return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
+}
+
+Ref<corvane::MenuManager> Menus() {
+    return CorvaneMain::Framework()->NavigationManager()->MenuManager();
+}
+
+} // namespace
+
+void StudyService::StudyJoins(StudyItem& oStudy) {
+    m_nJoiningStudy = oStudy.StudyId();
+    m_mapBranches[m_nJoiningStudy] = {Ref<StudyItem>(&oStudy), nullptr, nullptr};
+}
+
+void StudyService::FolderJoins(StudyFolder& oFolder, bool bDataSets) {
+    Branch& oBranch = m_mapBranches[oFolder.StudyId()];
+    (bDataSets ? oBranch.oDataSets : oBranch.oAnalyses) = Ref<StudyFolder>(&oFolder);
+}
+
+Id StudyService::ActiveStudy() const {
+    const Ref<StoreItem> oItem = m_oActive.TryAs<StoreItem>();
+    return oItem ? oItem->StudyId() : 0;
+}
+
+// One call of the explorer adds one node, so what is below the study is added here.
+void StudyService::AddStudy(const Study& oStudy) {
+    const auto oItem = New<StudyItem>(oStudy);
+    AddItem(oItem, "Study", nullptr);
+    const auto AddFolder = [&](const Ref<StudyFolder>& oFolder, const char* sFolder, const char* sEntry) {
+        AddItem(oFolder, sFolder, oItem);
+        for (const Ref<Object>& oEntry : *oFolder->Base()->Children())
+            AddItem(oEntry.As<StoreItem>(), sEntry, oFolder);
+    };
+    AddFolder(New<DataSetsFolder>(oStudy.nId), "DataSets", "DataSet");
+    AddFolder(New<AnalysesFolder>(oStudy.nId), "Analyses", "Analysis");
+}
+
+// A new item takes the tools of its kind over at once. They go back to the item that is active.
+void StudyService::AddItem(const Ref<StoreItem>& oItem, const std::string& sDefinition, const Ref<StoreItem>& oFolder) {
+    Explorer()->AddToExplorer(oItem, sDefinition, oFolder);
+    if (const Ref<IExplorerItem> oActive = CorvaneMain::QueryExplorerItem(m_oActive))
+        Menus()->OnActionsProviderActive(m_oActive, oActive.As<IActionsProvider>(),
+                                         oActive->ExplorerItemDef()->ActionItemDefs());
+}
+
+// The explorer says nothing of an active item that goes, so its commands are taken from it here.
+void StudyService::RemoveItem(const Ref<StoreItem>& oItem) {
+    if (m_oActive == oItem) {
+        Menus()->OnActionsProviderInActive(oItem, oItem->Base(), oItem->Base()->ExplorerItemDef()->ActionItemDefs());
+        m_oActive = nullptr;
+    }
+    Explorer()->DeleteFromExplorer(oItem);
+}
+
+// As if the person had clicked on it. False when it isn't in the tree that is shown.
+bool StudyService::Select(Id nStudyId) {
+    const Ref<corvane::TreeView> oTree = Explorer()->TreeView();
+    const auto it = m_mapBranches.find(nStudyId);
+    if (!oTree || it == m_mapBranches.end())
+        return false;
+    const Ref<Node> oNode = oTree->GetNodes()->Find(it->second.oStudy->Base()->Name());
+    if (!oNode || !EqualText(oTree->Tag(), "Studies"))
+        return false;
+    oTree->ClickNode(oNode);
+    return true;
+}
+
+// From the store, with the study chosen that was. Removing the items hides the entries that they share with this
+// service, which therefore takes them back.
+void StudyService::Rebuild() {
+    const Id nStudyId = ActiveStudy();
+    m_mapBranches.clear();
+    Explorer()->Refresh();
+    Menus()->OnActionsProviderActive(
+        Ref<StudyService>(this), m_oServiceBase,
+        CorvaneMain::Framework()->ServiceManager()->ServiceDefs()->Item("Studies")->ActionItemDefs());
+    Select(nStudyId);
+}
+
+} // namespace studies

@@ -1,0 +1,31 @@
+#include "Shell.h"
+#include "corvane/base/Automation.h"
+#include "corvane/base/PluginExport.h"
+#include "corvane/services/IServiceAccess.h"
+#include "corvane/services/ServiceBase.h"
+
+namespace studies {
+
+using namespace corvane;
+
+class TavelinService final : public Automation<TavelinService, IServiceAccess> {
+public:
+    Ref<IService> Service() override { return m_oServiceBase; }
+    std::string_view TypeName() const override { return "TavelinService"; }
+
+    void OnAbout() {
+        ShowMessage(
+            "Studies\n\nStudies with data sets and analyses, in one file.\nMade of plug-ins and definition files "
+            "on Corvane.\n\nPalmer penguins: data by Gorman, Williams and Fraser (2014), CC0.",
+            "About Studies");
+    }
+
+    static constexpr auto Members = MemberTable(Method("OnAbout", &TavelinService::OnAbout));
+
+private:
+    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+};
+
+} // namespace studies
+
+CORVANE_PLUGIN(Class<studies::TavelinService>("TavelinSvc.TavelinService"))
