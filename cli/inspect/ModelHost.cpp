@@ -47,7 +47,8 @@ Platform ModelHost::MakePlatform(const HostOptions& oOptions) {
         oPlatform.oObjectFactory = New<StandInFactory>(m_oRecord, pStandIns);
     } else {
         oPlatform.oIniReader = New<IniReader>();
-        oPlatform.oObjectFactory = New<NamingFactory>(m_oRecord, New<PluginFactory>(oOptions.sApplicationFolder));
+        oPlatform.oObjectFactory =
+            New<NamingFactory>(m_oRecord, New<PluginFactory>(oOptions.sApplicationFolder + "/plugins"));
     }
     m_oFormFactory = NewStandInFormFactory(m_frmMain.Get(), bReportsDeactivate);
     return oPlatform;
