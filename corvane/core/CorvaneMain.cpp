@@ -7,6 +7,7 @@
 #include "corvane/platform/Handlers.h"
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/windows/IPageAccess.h"
+#include "corvane/windows/frmWindowSupport.h"
 
 #include <limits>
 
@@ -47,6 +48,7 @@ void Main() {
 }
 
 void Unload() {
+    frmWindowSupport::UnloadAll();
     ActionItem::UntieAll();
     g_oFramework = nullptr;
 }

@@ -4,17 +4,24 @@
 #include "corvane/platform/Platform.h"
 #include "corvane/windows/Window.h"
 
+#include <utility>
+#include <vector>
+
 namespace corvane {
 
 namespace {
 
 constexpr Long lDelayMilliseconds = 50;
 
+// Nobody else holds a form that waits for its tick.
+std::vector<Ref<frmWindowSupport>> g_aWaiting;
+
 } // namespace
 
 frmWindowSupport::frmWindowSupport() : tmWindowSupport(CurrentPlatform().oTimers->NewTimer()) {
     tmWindowSupport->SetEnabled(false);
     tmWindowSupport->SetInterval(lDelayMilliseconds);
+    m_oTick = tmWindowSupport->Tick.Subscribe([this] { tmWindowSupport_Timer(); });
 }
 
 frmWindowSupport::~frmWindowSupport() = default;
@@ -22,17 +29,21 @@ frmWindowSupport::~frmWindowSupport() = default;
 void frmWindowSupport::OpenWindowAsync(const Ref<Window>& oWindow) {
     if (!oWindow)
         Fail(FailureNumber::ObjectErrorBase, "oWindow is NULL.", "Check Parameters");
+    std::erase(g_aWaiting, Ref<frmWindowSupport>(this));
+    g_aWaiting.emplace_back(this);
     m_oWindow = oWindow;
-    // The form holds itself by its timer until the tick has been handled.
-    m_oTick =
-        tmWindowSupport->Tick.Subscribe([oSelf = Ref<frmWindowSupport>(this)] { oSelf->tmWindowSupport_Timer(); });
     tmWindowSupport->SetEnabled(true);
+}
+
+void frmWindowSupport::UnloadAll() {
+    for (const auto& oWaiting : std::exchange(g_aWaiting, {}))
+        oWaiting->tmWindowSupport->SetEnabled(false);
 }
 
 void frmWindowSupport::tmWindowSupport_Timer() try {
     const Ref<frmWindowSupport> oSelf(this);
+    std::erase(g_aWaiting, oSelf);
     tmWindowSupport->SetEnabled(false);
-    m_oTick.Cancel();
     m_oWindow->Show();
     m_oWindow = nullptr;
 } catch (...) {

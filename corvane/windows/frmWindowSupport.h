@@ -9,7 +9,7 @@ namespace corvane {
 
 class Window;
 
-// For one opening: it lives until its timer has ticked.
+// For one opening: it waits on its own until its timer has ticked.
 class frmWindowSupport final : public virtual Object {
 public:
     frmWindowSupport();
@@ -17,6 +17,9 @@ public:
 
     // Fails with ObjectErrorBase for nothing. A second call before the tick replaces the window.
     void OpenWindowAsync(const Ref<Window>& oWindow);
+
+    // Drops all that still wait, when the library is unloaded.
+    static void UnloadAll();
 
     std::string_view TypeName() const override { return "frmWindowSupport"; }
 
