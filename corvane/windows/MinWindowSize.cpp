@@ -42,13 +42,14 @@ Long MinWindowProc(Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam) {
     }
 }
 
+// One number for one procedure of one platform.
 Long MinWindowProcNumber() {
-    // One number for one procedure of one platform.
-    static Ref<IWindowMessages> oRegisteredWith;
+    static Long lRegisteredWith = 0; // the identity of the platform's messages
     static Long lNumber = 0;
-    if (oRegisteredWith != CurrentPlatform().oWindowMessages) {
-        oRegisteredWith = CurrentPlatform().oWindowMessages;
-        lNumber = oRegisteredWith->RegisterProc(MinWindowProc);
+    const auto& oMessages = CurrentPlatform().oWindowMessages;
+    if (lRegisteredWith != oMessages->ObjectKey()) {
+        lNumber = oMessages->RegisterProc(MinWindowProc);
+        lRegisteredWith = oMessages->ObjectKey();
     }
     return lNumber;
 }
