@@ -113,13 +113,14 @@ bool Window::IsCommandEnabled(StandardCommandConstants eStandardButton) const {
     return m_oWindowForm->IsCommandEnabled(eStandardButton);
 }
 
+// What the form does in the following may end the window, which lets go of the form, so it is held while it runs.
 void Window::SetIsCommandEnabled(StandardCommandConstants eStandardButton, bool bEnabled) {
-    m_oWindowForm->SetIsCommandEnabled(eStandardButton, bEnabled);
+    const Ref<IWindowForm> oWindowForm = m_oWindowForm;
+    oWindowForm->SetIsCommandEnabled(eStandardButton, bEnabled);
 }
 
 void Window::ClickCommand(StandardCommandConstants eStandardButton) {
-    const Ref<Window> oSelf(this);
-    const Ref<IWindowForm> oWindowForm = m_oWindowForm; // the command may end the window
+    const Ref<IWindowForm> oWindowForm = m_oWindowForm;
     oWindowForm->ClickCommand(eStandardButton);
 }
 
@@ -127,12 +128,16 @@ Long Window::ActivePageIndex() const try { return m_oWindowForm->ActivePageIndex
     Reraise("Window", "ActivePageIndex (Get)");
 }
 
-void Window::SetActivePageIndex(Long lIndex) try { m_oWindowForm->SetActivePageIndex(lIndex); } catch (...) {
+void Window::SetActivePageIndex(Long lIndex) try {
+    const Ref<IWindowForm> oWindowForm = m_oWindowForm;
+    oWindowForm->SetActivePageIndex(lIndex);
+} catch (...) {
     Reraise("Window", "ActivePageIndex (Let)");
 }
 
 void Window::PageValidityChanged(const Ref<IPage>& oPage) try {
-    m_oWindowForm->PageValidityChanged(oPage);
+    const Ref<IWindowForm> oWindowForm = m_oWindowForm;
+    oWindowForm->PageValidityChanged(oPage);
 } catch (...) {
     Reraise("Window", "PageValidityChanged");
 }
@@ -141,7 +146,10 @@ bool Window::CanBeSaved() const try { return m_oWindowForm->CanBeSaved(); } catc
     Reraise("Window", "CanBeSaved (Get)");
 }
 
-void Window::Save() try { m_oWindowForm->Save(); } catch (...) {
+void Window::Save() try {
+    const Ref<IWindowForm> oWindowForm = m_oWindowForm;
+    oWindowForm->Save();
+} catch (...) {
     Reraise("Window", "Save");
 }
 
