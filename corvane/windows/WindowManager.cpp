@@ -12,6 +12,37 @@
 
 namespace corvane {
 
+namespace {
+
+struct Options {
+    bool bIsModal;
+    bool bIsMDIChild;
+    bool bIsNewBusinessContext;
+    bool bIsApplyCommandShown;
+    WindowStateConstants eWindowState;
+    WindowTypeConstants eWindowType;
+};
+
+template <class Option>
+bool IsYes(Option eOption, Option eYes, bool bByDefinition) {
+    return eOption == Option::cvDefinitionDefault ? bByDefinition : eOption == eYes;
+}
+
+template <class Option>
+Option Given(Option eOption, Option eByDefinition) {
+    return eOption == Option::cvDefinitionDefault ? eByDefinition : eOption;
+}
+
+void CheckOptions(const Options& o) {
+    if (o.bIsMDIChild && o.bIsModal)
+        Fail(FailureNumber::ObjectErrorBase,
+             "A window was requested to be an MDIChild window, but also to be shown modally, and Windows does not "
+             "allow this.",
+             "Validating OpenWindow paramters");
+}
+
+} // namespace
+
 WindowManager::WindowManager() = default;
 
 WindowManager::~WindowManager() = default;
@@ -24,7 +55,8 @@ void WindowManager::Initialize(const Ref<MdiForm>& frmMain, const Ref<IWindowFor
 
 bool WindowManager::IsPageAlive(const Ref<Object>& oPageSubclass) const noexcept {
     try {
-        return static_cast<bool>(oPageSubclass.As<IPageAccess>()->Page().As<PageBase>());
+        (void)oPageSubclass.As<IPageAccess>()->Page().As<PageBase>();
+        return true;
     } catch (...) {
         return false; // a test, used before a call that would fail
     }
@@ -44,28 +76,20 @@ Ref<Window> WindowManager::OpenWindow(const std::string& sWindowName, const Ref<
         oWindow = m_colWindows->Item(sKey);
     } else {
         const Ref<WindowDef> oDef = CorvaneMain::Framework()->ServiceManager()->WindowDefs()->Item(sWindowName);
-        // The zero values say yes for MDI child and apply command, the ones for modal and new context.
-        const auto Resolve = [](auto eOption, auto eYes, bool bByDefinition) {
-            return static_cast<Long>(eOption) == -1 ? bByDefinition : eOption == eYes;
-        };
-        const bool bIsModal = Resolve(eWindowShowMode, WindowShowModeConstants::cvModal, oDef->IsModal());
-        const bool bIsMDIChild = Resolve(eMDIWindowType, MDIWindowTypeConstants::cvMDIChild, oDef->IsMDIChild());
-        const bool bIsNew =
-            Resolve(eBusinessContextType, BusinessContextTypeConstants::cvNew, oDef->IsNewBusinessContext());
-        const bool bIsApplyShown =
-            Resolve(eShowApplyCommand, ShowApplyCommandConstants::cvShowApplyCommand, oDef->IsApplyCommandShown());
-        const auto eState =
-            eWindowState == WindowStateConstants::cvDefinitionDefault ? oDef->WindowState() : eWindowState;
-        const auto eType = eWindowType == WindowTypeConstants::cvDefinitionDefault ? oDef->WindowType() : eWindowType;
-        if (bIsMDIChild && bIsModal)
-            Fail(FailureNumber::ObjectErrorBase,
-                 "A window was requested to be an MDIChild window, but also to be shown modally, and Windows does not "
-                 "allow this.",
-                 "Validating OpenWindow paramters");
+        // 0 says yes for MDI child and apply command, 1 for modal and new context.
+        const Options o{
+            IsYes(eWindowShowMode, WindowShowModeConstants::cvModal, oDef->IsModal()),
+            IsYes(eMDIWindowType, MDIWindowTypeConstants::cvMDIChild, oDef->IsMDIChild()),
+            IsYes(eBusinessContextType, BusinessContextTypeConstants::cvNew, oDef->IsNewBusinessContext()),
+            IsYes(eShowApplyCommand, ShowApplyCommandConstants::cvShowApplyCommand, oDef->IsApplyCommandShown()),
+            Given(eWindowState, oDef->WindowState()),
+            Given(eWindowType, oDef->WindowType())};
+        CheckOptions(o);
         oWindow = New<Window>();
-        const Ref<IWindowForm> oWindowForm = m_oWindowFormFactory->NewWindowForm(eType, bIsMDIChild);
+        const Ref<IWindowForm> oWindowForm = m_oWindowFormFactory->NewWindowForm(o.eWindowType, o.bIsMDIChild);
         oWindow->Initialize(Ref<IWindowController>(this), oDef, oWindowForm, sKey, oBusinessContext, oWindowExitHandler,
-                            bIsModal, static_cast<FormState>(eState), eType, bIsNew, bIsApplyShown, m_frmMain);
+                            o.bIsModal, static_cast<FormState>(o.eWindowState), o.eWindowType, o.bIsNewBusinessContext,
+                            o.bIsApplyCommandShown, m_frmMain);
     }
     oScreen->SetPointer(MousePointer::Default);
     if (bOpenWindowAsync && !bHide)
@@ -149,8 +173,8 @@ void WindowManager::PageTerminate(const Ref<Object>& oPageObj) try {
 void WindowManager::PageActivate(const Ref<Object>& oPageObj) try {
     if (oPageObj == m_oActivePage)
         return;
-    if (m_oActivePage)
-        PageDeactivateEvent.Raise(m_oActivePage);
+    if (const Ref<Object> oPrevious = m_oActivePage) // handlers may change who is active
+        PageDeactivateEvent.Raise(oPrevious);
     m_oActivePage = oPageObj;
     PageActivateEvent.Raise(oPageObj);
 } catch (...) {

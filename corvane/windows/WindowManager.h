@@ -21,7 +21,7 @@ public:
     ~WindowManager() override;
 
     void Initialize(const Ref<MdiForm>& frmMain, const Ref<IWindowFormFactory>& oWindowFormFactory);
-    // Whether the object is a page built on a PageBase. Never fails.
+    // Whether the object is a page built on a PageBase; true when it has none to show. Never fails.
     [[nodiscard]] bool IsPageAlive(const Ref<Object>& oPageSubclass) const noexcept;
 
     // After Initialize.
