@@ -31,6 +31,28 @@ protected:
     Ref<Nodes> m_oNodes = m_oTree->GetNodes();
 };
 
+TEST_F(TreeViewTest, FindsEachKeyWhateverHasGoneMeanwhile) {
+    std::vector<std::string> aLeft;
+    for (int i = 0; i < 3000; ++i)
+        AddRoot("Key" + std::to_string(i));
+    for (int i = 0; i < 3000; ++i) {
+        const std::string sKey = "kEY" + std::to_string(i);
+        if (i % 3 == 0)
+            m_oNodes->Remove(sKey);
+        else if (i % 3 == 1)
+            m_oNodes->Item(sKey)->SetKey("New" + std::to_string(i));
+        aLeft.push_back(i % 3 == 0 ? "" : (i % 3 == 1 ? "NEW" : "KEY") + std::to_string(i));
+    }
+    EXPECT_EQ(m_oNodes->Count(), 2000);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string& sLeft = aLeft[static_cast<std::size_t>(i)];
+        EXPECT_EQ(m_oNodes->HasKey("Key" + std::to_string(i)), i % 3 == 2) << i;
+        if (!sLeft.empty()) {
+            EXPECT_EQ(m_oNodes->Item(sLeft)->Text(), "Key" + std::to_string(i));
+        }
+    }
+}
+
 TEST_F(TreeViewTest, AddsUnderRelativesOrNotAtAll) {
     AddRoot("a");
     AddRoot("b");

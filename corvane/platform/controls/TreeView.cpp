@@ -1,5 +1,7 @@
 #include "corvane/platform/controls/TreeView.h"
 
+#include "corvane/base/Text.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -12,12 +14,13 @@ Node::~Node() = default;
 void Node::SetKey(std::string sKey) {
     if (!m_pNodes)
         FailObjectNotSet();
-    const auto it = m_pNodes->m_setKeys.find(std::string_view(sKey));
-    if (it != m_pNodes->m_setKeys.end() && *it != this)
+    const std::size_t uHash = HashText(sKey);
+    const Node* pHolder = m_pNodes->m_oKeys.Find(sKey, uHash);
+    if (pHolder && pHolder != this)
         FailKeyInUse(sKey);
-    m_pNodes->m_setKeys.erase(this);
+    m_pNodes->m_oKeys.Erase(this);
     m_sKey = std::move(sKey);
-    m_pNodes->m_setKeys.insert(this);
+    m_pNodes->m_oKeys.Insert(this, uHash);
     m_pNodes->RaiseChanged({TreeChange::What::NodeLook, this});
 }
 
@@ -85,7 +88,8 @@ const std::vector<Node*>& Nodes::Siblings(const Node* pParent) const {
 Ref<Node> Nodes::Add(std::string_view sRelative, NodeRelationship eRelationship, std::string_view sKey,
                      std::string_view sText, std::string_view sImage) {
     Node* pParent = eRelationship == NodeRelationship::Child ? Item(sRelative).Get() : nullptr;
-    if (HasKey(sKey))
+    const std::size_t uHash = HashText(sKey);
+    if (m_oKeys.Find(sKey, uHash))
         FailKeyInUse(sKey);
     Long lImage = -1;
     if (!sImage.empty()) {
@@ -101,7 +105,7 @@ Ref<Node> Nodes::Add(std::string_view sRelative, NodeRelationship eRelationship,
     oNode->m_pParent = pParent;
     oNode->m_lRow = lRow;
     aSiblings.push_back(oNode.Get());
-    m_setKeys.insert(oNode.Get());
+    m_oKeys.Insert(oNode.Get(), uHash);
     oNode->AddRef(); // the siblings' list holds it
     RaiseChanged({TreeChange::What::AfterInsert, oNode.Get(), pParent, lRow});
     return oNode;
@@ -115,17 +119,17 @@ Ref<Node> Nodes::Item(std::string_view sKey) const {
 }
 
 Ref<Node> Nodes::Find(std::string_view sKey) const {
-    const auto it = m_setKeys.find(sKey);
-    return it == m_setKeys.end() ? Ref<Node>() : Ref<Node>(*it);
+    return Ref<Node>(m_oKeys.Find(sKey));
 }
 
 // Takes a node that stands in no list any more, and all below it, out of the keys and lets them go.
-void Nodes::Drop(Node* pNode) {
+void Nodes::Drop(Node* pNode, bool bErasesKeys) {
     std::vector<Node*> aDropped{pNode};
     for (std::size_t i = 0; i < aDropped.size(); ++i)
         aDropped.insert(aDropped.end(), aDropped[i]->m_aChildren.begin(), aDropped[i]->m_aChildren.end());
     for (Node* pDropped : aDropped) {
-        m_setKeys.erase(pDropped);
+        if (bErasesKeys)
+            m_oKeys.Erase(pDropped);
         if (m_pTreeView && m_pTreeView->m_oSelectedItem.Get() == pDropped)
             m_pTreeView->SetSelectedItem(nullptr);
         if (m_pTreeView && m_pTreeView->m_oEditedNode.Get() == pDropped)
@@ -146,16 +150,16 @@ void Nodes::Remove(std::string_view sKey) {
     auto& aSiblings = pParent ? pParent->m_aChildren : m_aRoots;
     aSiblings.erase(aSiblings.begin() + lRow);
     (pParent ? pParent->m_bRowsStale : m_bRowsStale) = true;
-    Drop(pNode);
+    Drop(pNode, true);
     RaiseChanged({TreeChange::What::AfterRemove, nullptr, pParent, lRow});
 }
 
 void Nodes::DropAll() {
     const std::vector<Node*> aRoots = std::move(m_aRoots);
     m_aRoots.clear();
+    m_oKeys.Clear();
     for (Node* pRoot : aRoots)
-        Drop(pRoot);
-    m_setKeys.clear();
+        Drop(pRoot, false);
 }
 
 void Nodes::Clear() {

@@ -4,12 +4,11 @@
 
 #include "corvane/base/Event.h"
 #include "corvane/base/Ref.h"
-#include "corvane/base/Text.h"
 #include "corvane/platform/controls/ImageList.h"
+#include "corvane/platform/controls/NodeTable.h"
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace corvane {
@@ -122,13 +121,13 @@ public:
     [[nodiscard]] Ref<Node> Item(std::string_view sKey) const;
     [[nodiscard]] Ref<Node> Find(std::string_view sKey) const; // nothing instead of the failure
     [[nodiscard]] bool HasKey(std::string_view sKey) const {
-        return m_setKeys.find(sKey) != m_setKeys.end();
+        return m_oKeys.Find(sKey) != nullptr;
     }
     // With all that is below it. Fails with 5 when there is no such node.
     void Remove(std::string_view sKey);
     void Clear();
     [[nodiscard]] Long Count() const {
-        return static_cast<Long>(m_setKeys.size());
+        return static_cast<Long>(m_oKeys.Count());
     }
     [[nodiscard]] const std::vector<Node*>& Roots() const {
         return m_aRoots;
@@ -139,28 +138,14 @@ public:
 
 private:
     friend class Node;
-    struct NodeHash : TextHash {
-        using TextHash::operator();
-        std::size_t operator()(const Node* pNode) const noexcept { return HashText(pNode->Key()); }
-    };
-    struct NodeEqual {
-        using is_transparent = void;
-        static std::string_view KeyOf(std::string_view sKey) { return sKey; }
-        static std::string_view KeyOf(const Node* pNode) { return pNode->Key(); }
-        template <class A, class B>
-        bool operator()(const A& a, const B& b) const noexcept {
-            return EqualText(KeyOf(a), KeyOf(b));
-        }
-    };
-
     void RaiseChanged(const TreeChange& oChange) const;
     [[nodiscard]] const std::vector<Node*>& Siblings(const Node* pParent) const;
-    void Drop(Node * pNode);
+    void Drop(Node* pNode, bool bErasesKeys);
     void DropAll();
 
     TreeView* m_pTreeView;
     std::vector<Node*> m_aRoots; // each held by one reference
-    std::unordered_set<Node*, NodeHash, NodeEqual> m_setKeys;
+    NodeTable m_oKeys;
     mutable bool m_bRowsStale = false; // of the roots
 };
 
