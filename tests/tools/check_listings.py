@@ -1,0 +1,50 @@
+"""usage: check_listings.py ROOT -- the listings of README.md are the files that they are linked to.
+
+A listing of code (cpp, xml, cmake, text) stands below a line that links the file shown. Every file of the example is
+shown."""
+
+import pathlib
+import re
+import sys
+
+EXAMPLE = "docs/examples/first-service"
+
+
+def faults_in(root):
+    faults, shown, link = [], set(), None
+    lines = (root / "README.md").read_text().splitlines()
+    number = 0
+    while number < len(lines):
+        line = lines[number]
+        number += 1
+        fence = re.fullmatch(r"```(\w*)", line)
+        if not fence:
+            if line:
+                match = re.search(r"\]\((" + EXAMPLE + r"/[^)]+)\)", line)
+                link = match and match.group(1)
+            continue
+        begin = number
+        while number < len(lines) and lines[number] != "```":
+            number += 1
+        listing = "\n".join(lines[begin:number]) + "\n"
+        number += 1
+        if fence.group(1) not in ("cpp", "xml", "cmake", "text"):
+            continue
+        if not link:
+            faults.append(f"README.md:{begin}: no file is linked above this listing")
+        elif not (root / link).is_file():
+            faults.append(f"README.md:{begin}: there is no file {link}")
+        elif (root / link).read_text() != listing:
+            faults.append(f"README.md:{begin}: the listing differs from {link}")
+        shown.add(link)
+    for file in sorted((root / EXAMPLE).rglob("*")):
+        name = file.relative_to(root).as_posix()
+        if file.is_file() and name not in shown:
+            faults.append(f"README.md: {name} isn't shown")
+    return faults
+
+
+if __name__ == "__main__":
+    found = faults_in(pathlib.Path(sys.argv[1]))
+    print("\n".join(found))
+    sys.exit(1 if found else 0)
