@@ -37,6 +37,7 @@ public:
     [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
     [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
     [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_frmPanel; }
+    [[nodiscard]] CommonDialog& Dialogs() { return *m_oCommonDialog; }
     [[nodiscard]] const QtMessageBox& Messages() const { return *m_oMessageBox; }
     [[nodiscard]] FailurePresenter& Failures() { return m_oFailures; }
     // Menus, toolbars, explorer, status and messages as an indented text.

@@ -4,20 +4,32 @@
 #include "desktop/ShortCutTable.h"
 #include "desktop/explorer/PictureIcon.h"
 
+#include <QApplication>
 #include <QFont>
+#include <QStyle>
+#include <QStyleOption>
 
 namespace corvane::desktop {
 
 namespace {
 
+// A picture of its own for the disabled state, or the normal one greyed out.
 QIcon IconOfTool(const Tool& oInstance) {
-    QIcon oIcon = IconOf(oInstance.PictureOf(Tool::Normal));
-    if (oIcon.isNull())
-        return oIcon;
+    const QIcon oNormal = IconOf(oInstance.PictureOf(Tool::Normal));
+    if (oNormal.isNull())
+        return oNormal;
     const QIcon oDisabled = IconOf(oInstance.PictureOf(Tool::Disabled));
-    if (!oDisabled.isNull())
-        for (const int nSize : {16, 24, 32, 48, 64})
-            oIcon.addPixmap(oDisabled.pixmap(nSize), QIcon::Disabled);
+    QIcon oIcon;
+    QStyleOption oOption;
+    oOption.palette = QApplication::palette();
+    for (const int nSize : {16, 24, 32, 48, 64}) {
+        const QPixmap oPixmap = oNormal.pixmap(QSize(nSize, nSize), 1.0);
+        oIcon.addPixmap(oPixmap);
+        oIcon.addPixmap(oDisabled.isNull()
+                            ? QApplication::style()->generatedIconPixmap(QIcon::Disabled, oPixmap, &oOption)
+                            : oDisabled.pixmap(QSize(nSize, nSize), 1.0),
+                        QIcon::Disabled);
+    }
     return oIcon;
 }
 

@@ -75,21 +75,29 @@ void QtMessageBox::ShowInformation(std::string_view sText, std::string_view sTit
     oBox.exec();
 }
 
+std::optional<std::string> CommonDialog::Answer() {
+    if (m_aAnswers.empty())
+        return m_bWithDialogs ? std::nullopt : std::optional<std::string>("");
+    std::string sAnswer = std::move(m_aAnswers.front());
+    m_aAnswers.pop_front();
+    return sAnswer;
+}
+
 std::string CommonDialog::ShowOpen(const std::string& sTitle, const std::string& sFilter, const std::string& sFolder) {
-    if (!m_bWithDialogs)
-        return {};
+    if (auto oAnswer = Answer())
+        return *oAnswer;
     return QFileDialog::getOpenFileName(m_pWindow, Text(sTitle), Text(sFolder), Text(sFilter)).toStdString();
 }
 
 std::string CommonDialog::ShowSave(const std::string& sTitle, const std::string& sFilter, const std::string& sPath) {
-    if (!m_bWithDialogs)
-        return {};
+    if (auto oAnswer = Answer())
+        return *oAnswer;
     return QFileDialog::getSaveFileName(m_pWindow, Text(sTitle), Text(sPath), Text(sFilter)).toStdString();
 }
 
 std::string CommonDialog::AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText) {
-    if (!m_bWithDialogs)
-        return {};
+    if (auto oAnswer = Answer())
+        return *oAnswer;
     return QInputDialog::getText(m_pWindow, Text(sTitle), Text(sPrompt), QLineEdit::Normal, Text(sText)).toStdString();
 }
 

@@ -10,7 +10,9 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
+#include <deque>
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QProgressBar;
@@ -65,6 +67,8 @@ class CommonDialog final : public Automation<CommonDialog> {
 public:
     explicit CommonDialog(bool bWithDialogs) : m_bWithDialogs(bWithDialogs) {}
     void SetParentWindow(QWidget* pWindow) { m_pWindow = pWindow; }
+    // Answers the next dialog without showing it; several answers are used in order.
+    void AddAnswer(std::string sAnswer) { m_aAnswers.push_back(std::move(sAnswer)); }
 
     // The path that the person chose, empty when they cancelled or there is nobody to ask. The filter is written like
     // "Data files (*.csv);;All files (*)".
@@ -82,8 +86,12 @@ public:
                     Property("IsInteractive", &CommonDialog::IsInteractive));
 
 private:
+    // The answer that is given without asking, if there is one or nobody to ask.
+    [[nodiscard]] std::optional<std::string> Answer();
+
     bool m_bWithDialogs;
     QPointer<QWidget> m_pWindow;
+    std::deque<std::string> m_aAnswers;
 };
 
 // The control "ctlCVProgress" of the main form: a bar with a percentage and, if it is offered, a button to cancel.

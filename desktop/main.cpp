@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     oParser.addHelpOption();
     oParser.addPositionalArgument("APP", "The application folder.");
     oParser.addOptions({{"choose", "Chooses the tool of that name after the start; may stand several times.", "TOOL"},
+                        {"answer", "Answers the next dialog with that text; may stand several times.", "TEXT"},
                         {"screenshot", "Saves a picture of the window to that file.", "FILE"},
                         {"print", "Prints what the window shows as text."},
                         {"quit", "Ends after that, without asking anybody anything."}});
@@ -30,6 +31,8 @@ int main(int argc, char** argv) {
     try {
         const bool bUnwatched = oParser.isSet("quit");
         Application oApplication({oParser.positionalArguments().front().toStdString(), !bUnwatched});
+        for (const QString& sAnswer : oParser.values("answer"))
+            oApplication.Dialogs().AddAnswer(sAnswer.toStdString());
         const bool bStarted = oApplication.Start();
         int nExit = bStarted ? Exit::Clean : Exit::Failed;
         QApplication::processEvents();

@@ -1,0 +1,213 @@
+#include "desktop/BarRenderer.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+namespace corvane::desktop {
+namespace {
+
+// A window on a bar with the menu File (Open with Ctrl+O, Gone hidden, Off disabled) and the toolbar Edit (Open).
+class BarRendererTest : public ::testing::Test {
+protected:
+    BarRendererTest() {
+        const auto oMain = m_oBar->Bands()->Add("Main");
+        oMain->SetBandKind(BandKind::MenuBar);
+        const auto oFileTitle = AddTool("File");
+        oFileTitle->SetDropDownBand("File");
+        oMain->Tools()->Insert(-1, oFileTitle)->SetCaption("&File");
+        const auto oFile = m_oBar->Bands()->Add("File");
+        oFile->SetBandKind(BandKind::Popup);
+        auto oKey = New<ShortCut>();
+        oKey->SetValue("control + o");
+        m_oOpen = AddTool("File.Open");
+        m_oOpen->SetShortCuts({oKey});
+        const auto oOpen = oFile->Tools()->Insert(-1, m_oOpen);
+        oOpen->SetCaption("&Open");
+        oOpen->SetDescription("Opens a file");
+        const auto oGone = AddTool("File.Gone");
+        oGone->SetVisible(false);
+        oFile->Tools()->Insert(-1, oGone);
+        const auto oOff = AddTool("File.Off");
+        oOff->SetEnabled(false);
+        oFile->Tools()->Insert(-1, oOff)->SetCaption("Off");
+        m_oToolbar = m_oBar->Bands()->Add("Toolbars.Edit");
+        m_oToolbar->SetBandKind(BandKind::Toolbar);
+        m_oToolbar->SetCaption("Edit");
+        m_oToolbar->Tools()->Insert(-1, m_oOpen)->SetCaption("Open");
+        m_oClicks = m_oBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) { m_aClicked.append(NameOf(oTool)); });
+        m_pRenderer = new BarRenderer(m_oBar, &m_oWindow, [this](const std::function<void()>& fnAct) {
+            try {
+                fnAct();
+            } catch (const Failure& oFailure) {
+                m_aFailures.append(QString::fromStdString(oFailure.Description));
+            }
+        });
+        m_oWindow.show();
+        m_pRenderer->Flush();
+    }
+    ~BarRendererTest() override { delete m_pRenderer; }
+
+    static QString NameOf(const Ref<Tool>& oTool) { return QString::fromStdString(oTool->Name()); }
+    Ref<Tool> AddTool(const char* sName) { return m_oBar->Tools()->Add(m_lNextId++, sName); }
+    QMenu* OpenFileMenu() {
+        QMenu* pMenu = m_oWindow.menuBar()->actions().front()->menu();
+        Q_EMIT pMenu->aboutToShow();
+        return pMenu;
+    }
+    static QStringList Texts(const QMenu& oMenu) {
+        QStringList aTexts;
+        for (const QAction* pAction : oMenu.actions())
+            if (pAction->isVisible())
+                aTexts.append(pAction->text() + (pAction->isEnabled() ? "" : " (off)") +
+                              (pAction->isChecked() ? " (checked)" : ""));
+        return aTexts;
+    }
+
+    Ref<ActiveBar> m_oBar = NewHostActiveBar();
+    Ref<Tool> m_oOpen;
+    Ref<Band> m_oToolbar;
+    Long m_lNextId = 4;
+    QMainWindow m_oWindow;
+    BarRenderer* m_pRenderer;
+    QStringList m_aClicked;
+    QStringList m_aFailures;
+    Subscription m_oClicks;
+};
+
+TEST_F(BarRendererTest, MenuIsFilledWhenItOpensAndItsEntryClicksTheTool) {
+    EXPECT_EQ(m_oWindow.menuBar()->actions().front()->menu()->actions().size(), 1);
+    QMenu* pMenu = OpenFileMenu();
+    EXPECT_EQ(Texts(*pMenu), (QStringList{"&Open\tCtrl+O", "Off (off)"}));
+    pMenu->actions().front()->trigger();
+    EXPECT_EQ(m_aClicked, QStringList("File.Open"));
+}
+
+TEST_F(BarRendererTest, ShortCutReachesTheToolUnlessItIsDisabledHiddenOrNeededByAnEditor) {
+    auto* pEdit = new QLineEdit;
+    m_oWindow.setCentralWidget(pEdit);
+    QTest::keyClick(pEdit, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(m_aClicked.size(), 1);
+    m_oOpen->SetEnabled(false);
+    QTest::keyClick(pEdit, Qt::Key_O, Qt::ControlModifier);
+    m_oOpen->SetEnabled(true);
+    m_oOpen->SetVisible(false);
+    QTest::keyClick(pEdit, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(m_aClicked.size(), 1);
+    m_oOpen->SetVisible(true);
+    auto oCopy = New<ShortCut>();
+    oCopy->SetValue("Ctrl+C");
+    m_oOpen->SetShortCuts({oCopy});
+    QTest::keyClick(pEdit, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(m_aClicked.size(), 1);
+}
+
+TEST_F(BarRendererTest, ToolbarShowsStateAndOnlyWhatDiffersIsTouched) {
+    QToolBar* pToolbar = m_pRenderer->ToolbarOf(*m_oToolbar);
+    ASSERT_NE(pToolbar, nullptr);
+    QAction* pAction = pToolbar->actions().front();
+    const long nBefore = m_pRenderer->Actions().TouchCount();
+    for (int i = 0; i < 50; ++i)
+        m_oOpen->SetEnabled(i % 2 == 1);
+    m_oOpen->SetChecked(true);
+    EXPECT_FALSE(pAction->isChecked()) << "nothing is drawn before the turn ends";
+    QApplication::processEvents();
+    EXPECT_TRUE(pAction->isChecked());
+    EXPECT_TRUE(pAction->isEnabled());
+    EXPECT_EQ(m_pRenderer->Actions().TouchCount(), nBefore + 1);
+}
+
+TEST_F(BarRendererTest, CheckMarkIsTheModelsAlsoAfterAClick) {
+    m_oOpen->SetChecked(true);
+    m_pRenderer->Flush();
+    QAction* pAction = OpenFileMenu()->actions().front();
+    ASSERT_TRUE(pAction->isChecked());
+    pAction->trigger();
+    EXPECT_TRUE(pAction->isChecked()) << "nobody unchecked the tool";
+}
+
+TEST_F(BarRendererTest, FloatingToolbarIsClosedThroughTheModel) {
+    QStringList aClosed;
+    const auto oClose = m_oBar->BandClose.Subscribe(
+        [&](const Ref<Band>& oBand) { aClosed.append(QString::fromStdString(oBand->Name())); });
+    QToolBar* pToolbar = m_pRenderer->ToolbarOf(*m_oToolbar);
+    QAction* pClose = pToolbar->actions().back();
+    EXPECT_FALSE(pClose->isVisible());
+    Q_EMIT pToolbar->topLevelChanged(true);
+    EXPECT_TRUE(pClose->isVisible());
+    pClose->trigger();
+    m_pRenderer->Flush();
+    EXPECT_EQ(aClosed, QStringList("Toolbars.Edit"));
+    EXPECT_FALSE(pToolbar->isVisible());
+}
+
+TEST_F(BarRendererTest, PopupMarksItsDefaultEntry) {
+    const auto oContext = m_oBar->Bands()->Add("Context.A");
+    oContext->SetBandKind(BandKind::Popup);
+    oContext->Tools()->Insert(-1, AddTool("Context.A.X"))->SetCaption("X");
+    const auto oDefault = oContext->Tools()->Insert(-1, AddTool("Context.A.Y"));
+    oDefault->SetCaption("Y");
+    oDefault->SetIsDefaultItem(true);
+    const std::unique_ptr<QMenu> pMenu(m_pRenderer->NewPopup(oContext));
+    ASSERT_NE(pMenu, nullptr);
+    ASSERT_NE(pMenu->defaultAction(), nullptr);
+    EXPECT_EQ(pMenu->defaultAction()->text(), "Y");
+}
+
+TEST_F(BarRendererTest, CustomizeMenuHasAnEntryForEachToolbarAndTwoThatAHandlerRemoves) {
+    m_oBar->Bands()->Item("Main"); // the entry of a toolbar bears the name of its band
+    (void)AddTool("Toolbars.Edit");
+    for (const bool bRemoves : {false, true, true}) {
+        const auto oOpen = m_oBar->BandOpen.Subscribe([bRemoves](const Ref<Band>& oBand, bool&) {
+            for (int i = 0; bRemoves && i < 2; ++i)
+                oBand->Tools()->Remove(oBand->Tools()->Count() - 1);
+        });
+        const std::unique_ptr<QMenu> pMenu(m_pRenderer->NewCustomizeMenu());
+        ASSERT_NE(pMenu, nullptr);
+        EXPECT_EQ(pMenu->actions().size(), bRemoves ? 1 : 3);
+        EXPECT_EQ(pMenu->actions().front()->text(), "Edit");
+    }
+}
+
+TEST_F(BarRendererTest, StatusTextIsShownAtOnceWhenItIsAskedFor) {
+    const auto oStatus = m_oBar->Bands()->Item("StatusBar");
+    oStatus->Tools()->Item("Status")->SetCaption("Ready & waiting");
+    oStatus->Refresh();
+    EXPECT_EQ(m_oWindow.statusBar()->findChild<QLabel*>()->text(), "Ready & waiting");
+}
+
+TEST_F(BarRendererTest, DescriptionIsShownWhileAnEntryIsUnderThePointer) {
+    QMenu* pMenu = OpenFileMenu();
+    EXPECT_EQ(pMenu->actions().front()->statusTip(), "Opens a file");
+    QStatusTipEvent oTip("Opens a file");
+    QApplication::sendEvent(&m_oWindow, &oTip);
+    EXPECT_EQ(m_oWindow.statusBar()->currentMessage(), "Opens a file");
+    QStatusTipEvent oNoTip("");
+    QApplication::sendEvent(&m_oWindow, &oNoTip);
+    EXPECT_EQ(m_oWindow.statusBar()->currentMessage(), "");
+}
+
+struct KeyCase {
+    const char* sText;
+    const char* sKeys;
+};
+class KeyInTest : public ::testing::TestWithParam<KeyCase> {};
+
+TEST_P(KeyInTest, ReadsWhatDefinitionsSay) {
+    EXPECT_EQ(KeyIn(GetParam().sText).toString(QKeySequence::PortableText), GetParam().sKeys);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, KeyInTest,
+                         ::testing::Values(KeyCase{"Ctrl+Shift+O", "Ctrl+Shift+O"}, KeyCase{"ctrl + o", "Ctrl+O"},
+                                           KeyCase{"F5", "F5"}, KeyCase{"Delete", "Del"}, KeyCase{"Ctrl++", "Ctrl++"},
+                                           KeyCase{"", ""}, KeyCase{"nonsense", ""}));
+
+} // namespace
+} // namespace corvane::desktop
