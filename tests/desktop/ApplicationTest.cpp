@@ -1,0 +1,146 @@
+#include "desktop/Application.h"
+
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "desktop/FailureDialog.h"
+#include "desktop/explorer/ExplorerPanel.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDockWidget>
+#include <QFile>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace corvane::desktop {
+namespace {
+
+constexpr const char* sSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema"><xs:element name="Service">
+<xs:complexType><xs:sequence><xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/></xs:sequence>
+<xs:anyAttribute processContents="skip"/></xs:complexType></xs:element></xs:schema>)";
+
+constexpr const char* sShell = R"(<Service Name="Shell" ProgID="Corvane.Framework" Active="true"><ActionItems>
+<ActionItem Name="Navigation" Action="ViewNavigation" PassActionItemParam="true" Checked="false"/>
+<ActionItem Name="View"/>
+<ActionItem Name="Bar" Action="EnableStatusBar" PassActionItemParam="true" Checked="true"/>
+<ActionItem Name="Bad" Action="NoSuchProcedure"/>
+</ActionItems><Menus>
+<MenuItem Type="MenuTitle" ActionItem="View" PositionOrder="1" Caption="#View"/>
+<MenuItem Type="MenuItem" ActionItem="Navigation" PositionOrder="1" Path="View" Caption="#Explorer"/>
+<MenuItem Type="MenuItem" ActionItem="Bar" PositionOrder="2" Path="View" Caption="#Status Bar"/>
+<MenuItem Type="MenuItem" ActionItem="Bad" PositionOrder="3" Path="View" Caption="#Bad"/>
+</Menus><ExplorerItems><ExplorerItem Name="Root" Type="Folder"/></ExplorerItems></Service>)";
+
+class ApplicationTest : public ::testing::Test {
+protected:
+    ApplicationTest() {
+        qputenv("XDG_STATE_HOME", m_oFolder.path().toUtf8());
+        qputenv("XDG_CONFIG_HOME", m_oFolder.path().toUtf8());
+        QDir(m_oFolder.path()).mkpath("App/Services");
+        QDir(m_oFolder.path()).mkpath("App/Images");
+        Write("Service.xdr", sSchema);
+        Write("shell.xml", sShell);
+    }
+    void Write(const QString& sName, const char* sText) {
+        QFile oFile(Services() + "/" + sName);
+        ASSERT_TRUE(oFile.open(QIODevice::WriteOnly));
+        oFile.write(sText);
+    }
+    [[nodiscard]] QString Services() const { return m_oFolder.path() + "/App/Services"; }
+    [[nodiscard]] std::string App() const { return (m_oFolder.path() + "/App").toStdString(); }
+
+    QTemporaryDir m_oFolder;
+};
+
+TEST_F(ApplicationTest, MenuOnScreenTogglesTheStatusBarAndTheExplorer) {
+    Application oApplication({App(), false});
+    ASSERT_TRUE(oApplication.Start());
+    QMenu* pView = oApplication.Window().menuBar()->actions().front()->menu();
+    Q_EMIT pView->aboutToShow();
+    EXPECT_TRUE(oApplication.Window().statusBar()->isVisible());
+    ASSERT_EQ(pView->actions().at(1)->text(), "&Status Bar");
+    EXPECT_TRUE(pView->actions().at(1)->isChecked());
+    pView->actions().at(1)->trigger();
+    oApplication.Window().Flush();
+    EXPECT_FALSE(oApplication.Window().statusBar()->isVisible());
+    EXPECT_FALSE(oApplication.Window().ExplorerDock().isVisible());
+    pView->actions().at(0)->trigger();
+    oApplication.Window().Flush();
+    EXPECT_TRUE(oApplication.Window().ExplorerDock().isVisible());
+    // The dock's close box goes through the model and unticks the entry.
+    oApplication.Window().ExplorerDock().close();
+    oApplication.Window().Flush();
+    EXPECT_FALSE(oApplication.Window().ExplorerDock().isVisible());
+    EXPECT_FALSE(oApplication.Bar()->Tools()->Item("View.Navigation")->Checked());
+}
+
+TEST_F(ApplicationTest, FailingActionIsShownAndTheNextClickWorks) {
+    Application oApplication({App(), true});
+    ASSERT_TRUE(oApplication.Start());
+    QString sShown;
+    QTimer::singleShot(0, [&] {
+        if (auto* pDialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget())) {
+            sShown = pDialog->findChild<QPlainTextEdit*>()->toPlainText();
+            for (auto* pButton : pDialog->findChildren<QPushButton*>())
+                if (pButton->text() == "&Copy")
+                    pButton->click();
+            pDialog->reject();
+        }
+    });
+    EXPECT_TRUE(oApplication.Choose("View.Bad"));
+    EXPECT_TRUE(sShown.contains("NoSuchProcedure")) << sShown.toStdString();
+    EXPECT_TRUE(QApplication::clipboard()->text().contains("NoSuchProcedure"));
+    EXPECT_TRUE(oApplication.Choose("View.Bar"));
+    EXPECT_FALSE(oApplication.Bar()->Bands()->Item("StatusBar")->Visible());
+}
+
+TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
+    Write("broken.xml", "<Service\n Name=\"B\">\n<oops</Service>");
+    Application oApplication({App(), false});
+    EXPECT_TRUE(oApplication.Start());
+    EXPECT_EQ(oApplication.Failures().ShownCount(), 1);
+    EXPECT_EQ(oApplication.Window().menuBar()->actions().size(), 1);
+
+    ShownFailure oShown{"ServiceManager", "LoadServices", Failure(-1, "76", "XML Parser"),
+                        "Context: Loading XML, File: broken.xml, Desc: 76", ""};
+    const FailureTexts oTexts = TextsOf(oShown, Services());
+    EXPECT_TRUE(oTexts.sWhere.startsWith("broken.xml, line ")) << oTexts.sWhere.toStdString();
+    EXPECT_NE(oTexts.sHeadline, "76");
+    EXPECT_FALSE(oTexts.sAdvice.isEmpty());
+}
+
+TEST_F(ApplicationTest, WindowComesUpAlsoWhenTheStartFails) {
+    QFile::remove(Services() + "/Service.xdr");
+    Application oApplication({App(), false});
+    EXPECT_FALSE(oApplication.Start());
+    EXPECT_TRUE(oApplication.Window().isVisible());
+    EXPECT_EQ(oApplication.Failures().ShownCount(), 1);
+}
+
+TEST_F(ApplicationTest, ClosingTheWindowUnloadsOnce) {
+    Application oApplication({App(), false});
+    ASSERT_TRUE(oApplication.Start());
+    int nUnloads = 0;
+    const auto oUnload = oApplication.MainForm()->OnUnload.Subscribe([&](bool&) { ++nUnloads; });
+    oApplication.Window().close();
+    oApplication.Window().close();
+    EXPECT_EQ(nUnloads, 1);
+    EXPECT_FALSE(oApplication.Window().isVisible());
+    EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
+}
+
+TEST_F(ApplicationTest, UnloadOfTheFormClosesTheWindow) {
+    Application oApplication({App(), false});
+    ASSERT_TRUE(oApplication.Start());
+    CorvaneMain::Framework()->AppExit();
+    QApplication::processEvents();
+    EXPECT_FALSE(oApplication.Window().isVisible());
+}
+
+} // namespace
+} // namespace corvane::desktop
