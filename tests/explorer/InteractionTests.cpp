@@ -1,0 +1,315 @@
+// What a person does in the tree, and what the explorer makes of it.
+
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/explorer/IExplorerItem.h"
+#include "corvane/services/ServiceManager.h"
+#include "tests/explorer/ExplorerRoom.h"
+#include "tests/support/RecordingUtilities.h"
+
+namespace corvane::testing {
+namespace {
+
+enum class Trigger { NodeClick, Click, TabChange, Delete, Clear };
+
+struct Transition {
+    const char* sWhat;
+    Trigger eTrigger;
+    const char* sActive;   // the key of the node that was clicked before; empty for none
+    const char* sSelected; // the key of the tree's selection; empty for none
+    Lines aEvents;
+    const char* sActiveAfter; // the item that a double click opens
+    const char* sSelectedAfter;
+};
+
+using enum Trigger;
+const Transition aTransitions[] = {
+    {"nothing selected", NodeClick, "", "", {}, "", ""},
+    {"the first node", NodeClick, "", "Leaf.a", {"OnActive(E.Root#1/a)"}, "E.Root#1/a", "Leaf.a"},
+    {"an active item without a selection", NodeClick, "Leaf.a", "", {}, "", ""},
+    {"the active node again", NodeClick, "Leaf.a", "Leaf.a", {}, "E.Root#1/a", "Leaf.a"},
+    {"another node",
+     NodeClick,
+     "Leaf.a",
+     "Leaf.b",
+     {"OnInactive(E.Root#1/a)", "OnActive(E.Root#1/b)"},
+     "E.Root#1/b",
+     "Leaf.b"},
+    {"beside the nodes, nothing selected", Click, "", "", {}, "", ""},
+    {"beside the nodes, one selected", Click, "", "Leaf.a", {"OnActive(E.Root#1/a)"}, "E.Root#1/a", "Leaf.a"},
+    {"beside the nodes, one active", Click, "Leaf.a", "", {}, "E.Root#1/a", ""},
+    {"beside the nodes, the active one selected", Click, "Leaf.a", "Leaf.a", {}, "E.Root#1/a", "Leaf.a"},
+    {"beside the nodes, the selection has drifted", Click, "Leaf.a", "Leaf.b", {}, "E.Root#1/a", ""},
+    {"to the other tab and back", TabChange, "Leaf.a", "Leaf.b", {}, "E.Root#1/a", "Leaf.b"},
+    {"the active item is deleted", Delete, "Leaf.a", "Leaf.b", {}, "", "Leaf.b"},
+    {"all is cleared",
+     Clear,
+     "Leaf.a",
+     "Leaf.a",
+     {"onRemove(E.Root#1)", "onRemove(E.Root#1/a)", "onRemove(E.Root#1/b)", "onRemove(E.Other#1)",
+      "onRemove(E.Other#1/x)"},
+     "",
+     ""},
+};
+
+class Interaction : public ExplorerRoom {
+protected:
+    void Pull(Trigger eTrigger) {
+        switch (eTrigger) {
+        case NodeClick:
+            Tree()->NodeClick.Raise(Tree()->SelectedItem());
+            break;
+        case Click:
+            m_oApplication.Take("treeclick");
+            break;
+        case TabChange:
+            m_oApplication.Take("tab 1\ntab 0");
+            break;
+        case Delete:
+            m_oApplication.Explorer()->DeleteFromExplorer(m_oActive);
+            break;
+        case Clear:
+            m_oApplication.Take("clear");
+            break;
+        }
+    }
+    Ref<Object> m_oActive;
+};
+
+TEST_F(Interaction, EachTransitionOfTheActiveItem) {
+    for (const auto& o : aTransitions) {
+        SCOPED_TRACE(o.sWhat);
+        Populate();
+        const auto oHeard =
+            m_oApplication.Explorer()->OnActive.Subscribe([this](const Ref<Object>& oItem) { m_oActive = oItem; });
+        if (*o.sActive)
+            m_oApplication.Take(std::string("node 0 ") + o.sActive);
+        Tree()->SetSelectedItem(*o.sSelected ? Tree()->GetNodes()->Item(o.sSelected) : Ref<Node>());
+        (void)m_oApplication.TakeCalls();
+
+        Pull(o.eTrigger);
+        Lines aEvents;
+        for (const auto& sEvent : o.aEvents)
+            aEvents.push_back("Explorer " + sEvent);
+        EXPECT_EQ(m_oApplication.TakeCalls(), aEvents);
+        EXPECT_EQ(Selected(), o.sSelectedAfter);
+        const std::string sActive = o.sActiveAfter;
+        EXPECT_EQ(After("dblclick"),
+                  sActive.empty() ? Lines() : (Lines{sActive + " DoOpen(Open)", "Explorer OnOpen(" + sActive + ")"}));
+        EXPECT_EQ(m_oApplication.TakeLog(), Lines());
+        m_oActive = nullptr;
+    }
+}
+
+TEST_F(Interaction, ANodeClickAndItsClickAreOne) {
+    Populate();
+    EXPECT_EQ(After("node 0 Leaf.a"), Lines{"Explorer OnActive(E.Root#1/a)"}); // its Click adds nothing
+    EXPECT_EQ(After("treeclick"), Lines());
+    EXPECT_EQ(After("node 0 Root\ndblclick"), (Lines{"Explorer OnInactive(E.Root#1/a)", "Explorer OnActive(E.Root#1)",
+                                                     "Explorer OnOpen(E.Root#1)"})); // no default action: no call
+    EXPECT_EQ(m_oApplication.TakeLog(), Lines());
+}
+
+TEST_F(Interaction, TheSameKeyInAnotherTreeCountsAsTheActiveNode) {
+    Start(R"(<ExplorerItems>
+        <ExplorerItem Name="One" Type="Folder" ProgID="E.One"/><ExplorerItem Name="Two" Type="Folder" ProgID="E.Two"/>
+        <ExplorerItem Name="Box1" Type="FolderChild" Parent="One"/>
+        <ExplorerItem Name="Box2" Type="FolderChild" Parent="Two"/></ExplorerItems>)",
+          R"({"objects": {"E.One": {"children": [{"name": "x"}]}, "E.Two": {"children": [{"name": "X"}]}}})");
+    m_oApplication.Take("populate\nnode 0 x\nselect 0");
+    (void)m_oApplication.TakeCalls();
+    EXPECT_EQ(After("tab 1\nnode 1 X"), Lines());
+    EXPECT_EQ(Selected(), "x"); // of the old tree
+    EXPECT_EQ(After("node 1 Two"), (Lines{"Explorer OnInactive(E.One#1/x)", "Explorer OnActive(E.Two#1)"}));
+    EXPECT_EQ(Selected(), "");
+}
+
+TEST_F(Interaction, APlainRightButtonAsksForTheMenuOfTheActiveItem) {
+    Populate();
+    EXPECT_EQ(After("rightclick"), Lines());
+    m_oApplication.Take("node 0 Leaf.a\nselect 0 Leaf.b");
+    (void)m_oApplication.TakeCalls();
+    Tree()->MouseUp.Raise(LeftButton, NoShift, 0, 0);
+    Tree()->MouseUp.Raise(RightButton, CtrlKey, 0, 0);
+    EXPECT_EQ(m_oApplication.TakeCalls(), Lines());
+    EXPECT_EQ(After("rightclick"), Lines{"Explorer OnContextMenu(E.Root#1/a)"});
+    EXPECT_EQ(m_oApplication.Host().Recorded().aPopups, Lines{"Context.Leaf"});
+}
+
+TEST_F(Interaction, APressMovesTheSelectionAlone) {
+    Populate();
+    m_oApplication.Take("node 0 Leaf.a");
+    (void)m_oApplication.TakeCalls();
+    const auto oHit = Tree()->HitTestRequested.Subscribe(
+        [this](Single x, Single, Ref<Node>& nod) { nod = x < 10 ? Tree()->GetNodes()->Item("Leaf.b") : Ref<Node>(); });
+    Tree()->MouseDown.Raise(MiddleButton, ShiftKey, 5, 0);
+    EXPECT_EQ(Selected(), "Leaf.b");
+    Tree()->MouseDown.Raise(LeftButton, NoShift, 50, 0); // beside the nodes
+    EXPECT_EQ(Selected(), "Leaf.b");
+    EXPECT_EQ(m_oApplication.TakeCalls(), Lines());
+}
+
+TEST_F(Interaction, ADoubleClickDuringAnotherIsDropped) {
+    Populate();
+    m_oApplication.Take("node 0 Root");
+    (void)m_oApplication.TakeCalls();
+    bool bFails = false;
+    const auto oOpen = m_oApplication.Explorer()->OnOpen.Subscribe([&](const Ref<Object>&) {
+        m_oApplication.Take("dblclick");
+        if (bFails)
+            Fail(55);
+    });
+    EXPECT_EQ(After("dblclick"), Lines{"Explorer OnOpen(E.Root#1)"});
+    bFails = true;
+    EXPECT_EQ(After("dblclick"), Lines{"Explorer OnOpen(E.Root#1)"});
+    EXPECT_EQ(After("dblclick"), Lines{"Explorer OnOpen(E.Root#1)"}); // a failure doesn't leave it shut
+    const std::string sLine = "ExplorerManager.m_tvwActiveTreeView_DblClick 55";
+    EXPECT_EQ(m_oApplication.TakeLog(), (Lines{sLine, sLine}));
+    EXPECT_TRUE(m_oApplication.Host().Recorded().aLog.back().bShown);
+    EXPECT_FALSE(m_oApplication.Host().FirstFailure()); // it goes no further
+}
+
+struct Renaming {
+    const char* sWhat;
+    const char* sBefore; // steps
+    const char* sText;
+    Lines aCalls;
+    std::size_t iTab;
+    const char* sKey; // of the selected node afterwards
+    const char* sLabel;
+    const char* sMessage;
+};
+
+TEST_F(Interaction, Renaming) {
+    const Renaming aRenamings[] = {
+        {"accepted",
+         "node 0 Leaf.a",
+         "z",
+         {"E.Root#1/a OnBeforeRename(a)", "E.Root#1/a OnAfterRename(z)", "E.Root#1/a OnDisplayName(z)"},
+         0,
+         "Leaf.z",
+         "z",
+         ""},
+        {"an empty name is accepted, too",
+         "node 0 Leaf.a",
+         "",
+         {"E.Root#1/a OnBeforeRename(a)", "E.Root#1/a OnAfterRename()", "E.Root#1/a OnDisplayName()"},
+         0,
+         "Leaf.",
+         "",
+         ""},
+        {"refused by the definition", "tab 1\nnode 1 Fixed.x", "y", {}, 1, "Fixed.x", "x", ""},
+        {"refused for a name that is there",
+         "node 0 Leaf.a",
+         "B",
+         {"E.Root#1/a OnBeforeRename(a)", "E.Root#1/a OnAfterRename(B)", "E.Root#1/a OnAfterRename(a)"},
+         0,
+         "Leaf.a",
+         "a",
+         "B already exists"},
+        {"another case alone is no other name",
+         "node 0 Leaf.a",
+         "A",
+         {"E.Root#1/a OnBeforeRename(a)"},
+         0,
+         "Leaf.a",
+         "A",
+         ""},
+    };
+    for (const auto& o : aRenamings) {
+        SCOPED_TRACE(o.sWhat);
+        Populate();
+        m_oApplication.Take(o.sBefore);
+        (void)m_oApplication.TakeCalls();
+        EXPECT_EQ(After(std::string("rename ") + o.sText), o.aCalls);
+        EXPECT_EQ(Tree(o.iTab)->SelectedItem()->Key(), o.sKey);
+        EXPECT_EQ(Tree(o.iTab)->SelectedItem()->Text(), o.sLabel);
+        const auto& aMessages = m_oApplication.Host().Recorded().aMessages;
+        ASSERT_EQ(aMessages.size(), *o.sMessage ? 1U : 0U);
+        if (*o.sMessage) {
+            EXPECT_EQ(aMessages[0].sText, o.sMessage);
+            EXPECT_EQ(aMessages[0].sTitle, "Rename");
+        }
+        EXPECT_EQ(m_oApplication.TakeLog(), Lines());
+    }
+}
+
+TEST_F(Interaction, RenamingWithoutAnActiveItemFails) {
+    Populate();
+    EXPECT_EQ(After("select 0 Leaf.a\nrename z"), Lines());
+    const Lines aLog = m_oApplication.TakeLog();
+    ASSERT_FALSE(aLog.empty());
+    EXPECT_EQ(aLog[0], "ExplorerManager.m_tvwActiveTreeView_BeforeLabelEdit 91");
+    EXPECT_EQ(Selected(), "Leaf.a"); // its key is as before
+    EXPECT_FALSE(m_oApplication.Host().FirstFailure());
+}
+
+TEST_F(Interaction, StartRenameSelectsButEditsWhatIsActive) {
+    Populate();
+    m_oApplication.Take("node 0 Leaf.a");
+    const Ref<Object> oNew = NewItem();
+    m_oApplication.Explorer()->AddToExplorer(oNew, "Leaf");
+    (void)m_oApplication.TakeCalls();
+    m_oApplication.Explorer()->StartRename(oNew);
+    EXPECT_EQ(m_oApplication.TakeCalls(), Lines{"E.Root#1/a OnBeforeRename(a)"});
+    EXPECT_EQ(Selected(), "Leaf.n");
+    EXPECT_TRUE(Tree()->IsEditingLabel());
+    Tree()->CancelLabelEdit();
+    EXPECT_EQ(After("dblclick"), (Lines{"E.Root#1/a DoOpen(Open)", "Explorer OnOpen(E.Root#1/a)"}));
+}
+
+TEST_F(Interaction, AddingOneItem) {
+    Start();
+    EXPECT_EQ(NumberOf([&] { m_oApplication.Explorer()->AddToExplorer(NewItem(), "Leaf"); }), 91); // not populated
+    (void)m_oApplication.TakeLog();
+    m_oApplication.Take("populate\ntab 1");
+    (void)m_oApplication.TakeCalls();
+    const auto Add = [&](const std::string& sDefinition, const Ref<Object>& oFolder = nullptr) {
+        return NumberOf([&] { m_oApplication.Explorer()->AddToExplorer(NewItem(), sDefinition, oFolder); });
+    };
+    EXPECT_EQ(Add("leaf"), 0); // into a tree that isn't in front
+    EXPECT_EQ(m_oApplication.TakeCalls(),
+              (Lines{"E.New#2 Initialize", "Explorer onAdd(E.New#2)", "E.New#2 OnDisplayName(n)"}));
+    EXPECT_EQ(m_oApplication.Nodes(0), (Lines{"Root", " Leaf.a", " Leaf.b", " Leaf.n"}));
+    EXPECT_EQ(Add("Nobody"), 0);
+    EXPECT_EQ(m_oApplication.TakeCalls(), Lines());
+    EXPECT_EQ(m_oApplication.TakeLog(), Lines());
+
+    EXPECT_EQ(Add("Root"), 5); // no tree is found for a top-level definition
+    EXPECT_EQ(m_oApplication.TakeCalls(), Lines());
+    EXPECT_EQ(Add("Leaf"), 457); // initialised and announced all the same
+    EXPECT_EQ(m_oApplication.TakeCalls().size(), 3U);
+    EXPECT_EQ(Add("Fixed", NewItem("E.New")), 5); // the tree is the definition's, and the folder isn't in it
+    EXPECT_EQ(Add("Fixed", NewItem("E.Folder")), 0);
+    EXPECT_EQ(m_oApplication.Nodes(1), (Lines{"Other", " Fixed.x", " Fixed.n"}));
+}
+
+TEST_F(Interaction, DeletingItemsAndItsBlindSpots) {
+    Populate();
+    const auto oExplorer = m_oApplication.Explorer();
+    const Ref<Object> oNew = NewItem();
+    oExplorer->AddToExplorer(oNew, "Leaf");
+    m_oApplication.Take("node 0 Leaf.n");
+    EXPECT_TRUE(m_oApplication.MasterTool("File.Print")->Visible());
+    (void)m_oApplication.TakeCalls();
+
+    oExplorer->DeleteFromExplorer(oNew);
+    EXPECT_EQ(m_oApplication.TakeCalls(), Lines()); // nobody is told
+    EXPECT_EQ(m_oApplication.Nodes(), (Lines{"Root", " Leaf.a", " Leaf.b"}));
+    EXPECT_TRUE(m_oApplication.MasterTool("File.Print")->Visible()); // its actions stay attached
+    EXPECT_EQ(m_oApplication.Click("File.Print"), 0);
+    EXPECT_EQ(m_oApplication.TakeCalls(), Lines{"E.New#1 DoPrint"});
+    EXPECT_EQ(NumberOf([&] { oExplorer->DeleteFromExplorer(oNew); }), 5);
+    EXPECT_EQ(After("node 0 Leaf.a"), Lines{"Explorer OnActive(E.Root#1/a)"});
+
+    // An item that has renamed itself isn't found, but its record is gone.
+    const Ref<Object> oRenamed = NewItem();
+    oExplorer->AddToExplorer(oRenamed, "Leaf");
+    CorvaneMain::QueryExplorerItem(oRenamed)->SetName("other");
+    EXPECT_EQ(NumberOf([&] { oExplorer->DeleteFromExplorer(oRenamed); }), 5);
+    EXPECT_EQ(m_oApplication.Nodes().size(), 4U);
+    (void)m_oApplication.TakeCalls();
+    EXPECT_EQ(After("clear").size(), 5U); // neither of the two is among them
+}
+
+} // namespace
+} // namespace corvane::testing
