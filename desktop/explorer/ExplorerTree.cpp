@@ -210,8 +210,10 @@ void ExplorerTree::ApplyLook() {
 }
 
 // With rows of one height a change of looks moves nothing, so there is nothing to search for in the rows laid out.
-void ExplorerTree::dataChanged(const QModelIndex&, const QModelIndex&, const QList<int>&) {
-    viewport()->update();
+void ExplorerTree::dataChanged(const QModelIndex& oTopLeft, const QModelIndex&, const QList<int>&) {
+    const QModelIndex oParent = oTopLeft.parent();
+    if (!oParent.isValid() || isExpanded(oParent))
+        viewport()->update();
 }
 
 // The filter.

@@ -1,6 +1,7 @@
 #include "tests/explorer_panel/ExplorerRoom.h"
 
 #include <QAbstractItemModelTester>
+#include <QBuffer>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
@@ -223,6 +224,35 @@ TEST(ExplorerView, ImagesAndTheFirstImageForNodesWithoutOne) {
     EXPECT_EQ(ColorOf(-1, 1), "#ff0000");
     EXPECT_EQ(ColorOf(2, 1), "#ff0000");
     EXPECT_TRUE(oIcons.Icon(New<ImageList>(), 0).isNull());
+}
+
+// 16 pixels are blue, 32 pixels red.
+TEST(ExplorerView, IconFileGivesThePictureOfTheScreensScale) {
+    QByteArray aFile("\0\0\1\0\2\0", 6);
+    std::vector<QByteArray> aPngs;
+    for (const int iSize : {16, 32}) {
+        QImage oImage(iSize, iSize, QImage::Format_ARGB32);
+        oImage.fill(iSize == 16 ? Qt::blue : Qt::red);
+        QBuffer oBuffer;
+        oImage.save(&oBuffer, "PNG");
+        aPngs.push_back(oBuffer.data());
+    }
+    int iOffset = 6 + 2 * 16;
+    for (std::size_t i = 0; i < 2; ++i) {
+        const char iSize = i == 0 ? 16 : 32;
+        aFile += QByteArray(1, iSize) + QByteArray(1, iSize) + QByteArray("\0\0\1\0\40\0", 6);
+        for (const int iNumber : {static_cast<int>(aPngs[i].size()), iOffset})
+            for (int iShift = 0; iShift < 32; iShift += 8)
+                aFile += static_cast<char>((iNumber >> iShift) & 0xFF);
+        iOffset += static_cast<int>(aPngs[i].size());
+    }
+    const QIcon oIcon =
+        IconOf(New<Picture>("two.ico", Picture::Format::Ico, (aFile + aPngs[0] + aPngs[1]).toStdString()));
+    const auto ColorAt = [&](qreal fScale) {
+        return oIcon.pixmap(QSize(16, 16), fScale).toImage().pixelColor(3, 3).name().toStdString();
+    };
+    EXPECT_EQ(ColorAt(1), "#0000ff");
+    EXPECT_EQ(ColorAt(2), "#ff0000");
 }
 
 TEST(ExplorerView, FiveThousandItems) {
