@@ -1,0 +1,92 @@
+"""The checks of includes and of listings find what they are there for."""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+import check_listings
+
+CHECK_INCLUDES = pathlib.Path(__file__).parents[2] / "scripts/check_includes"
+TABLE = """# Rooms
+
+| folder | what lives there | its headers may include |
+|---|---|---|
+| `corvane/base/` | `Object` | the standard library |
+| `corvane/menus/` | `Menu` | `corvane/base/`, `corvane/services/Record.h` |
+| `corvane/services/` | `Record` | `corvane/base/` |
+| `samples/notes/` | a sample | `corvane/` |
+"""
+FILES = ("corvane/base/Object.h", "corvane/menus/Menu.h", "corvane/menus/IMenu.h", "corvane/services/Record.h",
+         "corvane/services/Manager.h", "samples/notes/parts/Note.h")
+
+
+def write(root, name, text):
+    (root / name).parent.mkdir(parents=True, exist_ok=True)
+    (root / name).write_text(text)
+
+
+class Includes(unittest.TestCase):
+    def output_for(self, name, include):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            write(root, "docs/architecture.md", TABLE)
+            for file in FILES:
+                write(root, file, "")
+            write(root, name, f'#include <string>\n#include "{include}"\n')
+            run = subprocess.run([sys.executable, CHECK_INCLUDES, root], capture_output=True, text=True)
+            self.assertEqual(run.returncode, 1 if run.stdout.strip() else 0, run.stderr)
+            return run.stdout.strip()
+
+    def test_what_may_be_included(self):
+        for name, include in (
+            ("corvane/menus/A.h", "corvane/menus/Menu.h"),
+            ("corvane/menus/A.h", "corvane/base/Object.h"),
+            ("corvane/menus/A.h", "corvane/services/Record.h"),
+            ("corvane/base/A.h", "corvane/menus/IMenu.h"),
+            ("corvane/base/A.cpp", "corvane/services/Manager.h"),
+            ("samples/notes/A.cpp", "Note.h"),
+        ):
+            self.assertEqual(self.output_for(name, include), "", name)
+
+    def test_what_may_not(self):
+        for name, include, fault in (
+            ("corvane/base/A.h", "corvane/menus/Menu.h",
+             'corvane/base/A.h:2: includes "corvane/menus/Menu.h"; allowed here: corvane/base/'),
+            ("corvane/menus/A.h", "corvane/services/Manager.h",
+             'corvane/menus/A.h:2: includes "corvane/services/Manager.h"; '
+             "allowed here: corvane/menus/, corvane/base/, corvane/services/Record.h"),
+            ("corvane/base/A.cpp", "samples/notes/parts/Note.h",
+             'corvane/base/A.cpp:2: includes "samples/notes/parts/Note.h"; allowed here: corvane/base/, corvane/'),
+            ("corvane/base/A.h", "Object.h", 'corvane/base/A.h:2: there is no file "Object.h" below the root'),
+            ("corvane/new/A.h", "corvane/base/Object.h",
+             "corvane/new/A.h:1: the table in docs/architecture.md has no room for this file"),
+        ):
+            self.assertEqual(self.output_for(name, include), fault)
+
+
+class Listings(unittest.TestCase):
+    def faults_for(self, readme):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            write(root, "docs/examples/first-service/a.cpp", "int a;\n")
+            write(root, "README.md", readme)
+            return check_listings.faults_in(root)
+
+    def test_faults(self):
+        link = "The [service](docs/examples/first-service/a.cpp):\n\n"
+        missing = "README.md: docs/examples/first-service/a.cpp isn't shown"
+        for readme, faults in (
+            (link + "```cpp\nint a;\n```\n", []),
+            (link + "```cpp\nint b;\n```\n",
+             ["README.md:3: the listing differs from docs/examples/first-service/a.cpp"]),
+            ("```cpp\nint a;\n```\n", ["README.md:1: no file is linked above this listing", missing]),
+            (link.replace("a.cpp", "b.cpp") + "```cpp\nint a;\n```\n",
+             ["README.md:3: there is no file docs/examples/first-service/b.cpp", missing]),
+        ):
+            self.assertEqual(self.faults_for(readme), faults)
+
+
+if __name__ == "__main__":
+    unittest.main()
