@@ -46,5 +46,6 @@ def faults_in(root):
 
 if __name__ == "__main__":
     found = faults_in(pathlib.Path(sys.argv[1]))
-    print("\n".join(found))
+    for fault in found:
+        print(fault)
     sys.exit(1 if found else 0)

@@ -6,7 +6,8 @@ import sys
 import tempfile
 import unittest
 
-import check_listings
+sys.dont_write_bytecode = True
+import check_listings  # noqa: E402
 
 CHECK_INCLUDES = pathlib.Path(__file__).parents[2] / "scripts/check_includes"
 TABLE = """# Rooms
