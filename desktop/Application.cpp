@@ -51,8 +51,7 @@ Application::~Application() {
 Platform Application::MakePlatform() {
     Platform oPlatform = m_oPlatform.MakePlatform();
     oPlatform.oScreen = New<QtScreen>();
-    oPlatform.oTimers =
-        New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
+    oPlatform.oTimers = New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
     oPlatform.oMessageBox = m_oMessageBox;
     return oPlatform;
 }

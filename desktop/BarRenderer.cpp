@@ -17,7 +17,9 @@ namespace corvane::desktop {
 
 namespace {
 
-bool IsBand(const Band& oBand, std::string_view sName) { return EqualText(oBand.Name(), sName); }
+bool IsBand(const Band& oBand, std::string_view sName) {
+    return EqualText(oBand.Name(), sName);
+}
 
 constexpr const char* sStatusBand = "StatusBar";
 constexpr const char* sToolbarProperty = "corvane_filled";

@@ -11,7 +11,9 @@ namespace corvane::desktop {
 
 namespace {
 
-QString Text(const std::string& sText) { return QString::fromStdString(sText); }
+QString Text(const std::string& sText) {
+    return QString::fromStdString(sText);
+}
 
 // Why a file isn't well formed: the failure itself carries the parser's code alone.
 XmlError ParseErrorOf(const QString& sPath) {

@@ -17,7 +17,21 @@ namespace {
 constexpr Single fTwipsPerInch = 1440;
 constexpr int nProgressSteps = 1000;
 
-QString Text(std::string_view sText) { return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size())); }
+QString Text(std::string_view sText) {
+    return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
+}
+
+// "Data files (*.csv)|*.csv|All files|*" as Qt's dialogs take it.
+QString FilterText(const std::string& sFilter) {
+    const QStringList aParts = Text(sFilter).split('|');
+    QStringList aFilters;
+    for (qsizetype i = 0; i + 1 < aParts.size(); i += 2) {
+        const QString sPatterns = QString(aParts[i + 1]).replace(';', ' ');
+        const QString sName = aParts[i].section('(', 0, 0).trimmed();
+        aFilters.append(QString("%1 (%2)").arg(sName, sPatterns));
+    }
+    return aFilters.join(";;");
+}
 
 class QtTimer final : public ITimer {
 public:
@@ -59,9 +73,13 @@ Single QtScreen::TwipsPerPixelY() const {
     return fTwipsPerInch / static_cast<Single>(QGuiApplication::primaryScreen()->logicalDotsPerInchY());
 }
 
-Ref<ITimer> QtTimers::NewTimer() { return New<QtTimer>(m_fnGuard); }
+Ref<ITimer> QtTimers::NewTimer() {
+    return New<QtTimer>(m_fnGuard);
+}
 
-void QtTimers::DoEvents() { QCoreApplication::processEvents(); }
+void QtTimers::DoEvents() {
+    QCoreApplication::processEvents();
+}
 
 void QtMessageBox::ShowInformation(std::string_view sText, std::string_view sTitle) {
     m_aShown.push_back({Text(sText), Text(sTitle)});
@@ -86,19 +104,28 @@ std::optional<std::string> CommonDialog::Answer() {
 std::string CommonDialog::ShowOpen(const std::string& sTitle, const std::string& sFilter, const std::string& sFolder) {
     if (auto oAnswer = Answer())
         return *oAnswer;
-    return QFileDialog::getOpenFileName(m_pWindow, Text(sTitle), Text(sFolder), Text(sFilter)).toStdString();
+    return QFileDialog::getOpenFileName(m_pWindow, Text(sTitle), Text(sFolder), FilterText(sFilter)).toStdString();
 }
 
 std::string CommonDialog::ShowSave(const std::string& sTitle, const std::string& sFilter, const std::string& sPath) {
     if (auto oAnswer = Answer())
         return *oAnswer;
-    return QFileDialog::getSaveFileName(m_pWindow, Text(sTitle), Text(sPath), Text(sFilter)).toStdString();
+    return QFileDialog::getSaveFileName(m_pWindow, Text(sTitle), Text(sPath), FilterText(sFilter)).toStdString();
 }
 
 std::string CommonDialog::AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText) {
     if (auto oAnswer = Answer())
         return *oAnswer;
     return QInputDialog::getText(m_pWindow, Text(sTitle), Text(sPrompt), QLineEdit::Normal, Text(sText)).toStdString();
+}
+
+std::string CommonDialog::ShowChoice(const std::string& sTitle, const std::string& sChoices) {
+    if (auto oAnswer = Answer())
+        return *oAnswer;
+    bool bChosen = false;
+    const QString sChoice = QInputDialog::getItem(m_pWindow, Text(sTitle), Text(sTitle),
+                                                  Text(sChoices).split('\n', Qt::SkipEmptyParts), 0, false, &bChosen);
+    return bChosen ? sChoice.toStdString() : std::string();
 }
 
 ProgressControl::ProgressControl()
@@ -139,7 +166,9 @@ void ProgressControl::SetValue(Double dblValue) {
     Draw();
 }
 
-Long ProgressControl::Pixels() const { return m_pWidget ? m_pBar->width() : 0; }
+Long ProgressControl::Pixels() const {
+    return m_pWidget ? m_pBar->width() : 0;
+}
 
 void ProgressControl::Draw() {
     if (!m_pWidget)

@@ -70,20 +70,19 @@ public:
     // Answers the next dialog without showing it; several answers are used in order.
     void AddAnswer(std::string sAnswer) { m_aAnswers.push_back(std::move(sAnswer)); }
 
-    // The path that the person chose, empty when they cancelled or there is nobody to ask. The filter is written like
-    // "Data files (*.csv);;All files (*)".
+    // The path that the person chose, empty when they cancelled or there is nobody to ask. The filter is written in
+    // pairs of a text and a pattern, like "Data files (*.csv)|*.csv|All files|*".
     [[nodiscard]] std::string ShowOpen(const std::string& sTitle, const std::string& sFilter,
                                        const std::string& sFolder);
-    [[nodiscard]] std::string ShowSave(const std::string& sTitle, const std::string& sFilter,
-                                       const std::string& sPath);
+    [[nodiscard]] std::string ShowSave(const std::string& sTitle, const std::string& sFilter, const std::string& sPath);
     // The text that the person entered, empty when they cancelled or there is nobody to ask.
     [[nodiscard]] std::string AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText);
-    [[nodiscard]] bool IsInteractive() const { return m_bWithDialogs; }
+    // One of the choices, which are separated by line feeds; empty when the person cancelled.
+    [[nodiscard]] std::string ShowChoice(const std::string& sTitle, const std::string& sChoices);
 
     static constexpr auto Members =
         MemberTable(Method("ShowOpen", &CommonDialog::ShowOpen), Method("ShowSave", &CommonDialog::ShowSave),
-                    Method("AskText", &CommonDialog::AskText),
-                    Property("IsInteractive", &CommonDialog::IsInteractive));
+                    Method("AskText", &CommonDialog::AskText), Method("ShowChoice", &CommonDialog::ShowChoice));
 
 private:
     // The answer that is given without asking, if there is one or nobody to ask.

@@ -73,8 +73,8 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
     m_pArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_pArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_pArea->setAccessibleName(tr("Windows"));
-    m_pBars = new BarRenderer(m_oActiveBar, this,
-                              [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
+    m_pBars =
+        new BarRenderer(m_oActiveBar, this, [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
     m_pBars->Menus().SetWindows([this] { return OpenWindows(); });
     SetUpDock(frmPanel);
     setWindowTitle(QString::fromStdString(m_frmMain->Caption()));
@@ -149,7 +149,9 @@ std::vector<OpenWindowEntry> MainWindow::OpenWindows() const {
     return aEntries;
 }
 
-QMenu* MainWindow::createPopupMenu() { return m_pBars->NewCustomizeMenu(); }
+QMenu* MainWindow::createPopupMenu() {
+    return m_pBars->NewCustomizeMenu();
+}
 
 void MainWindow::closeEvent(QCloseEvent* pEvent) {
     bool bRefused = false;
@@ -161,7 +163,8 @@ void MainWindow::closeEvent(QCloseEvent* pEvent) {
 
 void MainWindow::resizeEvent(QResizeEvent* pEvent) {
     QMainWindow::resizeEvent(pEvent);
-    m_frmMain->Move(0, 0, static_cast<Single>(width()) * fTwipsPerPixel, static_cast<Single>(height()) * fTwipsPerPixel);
+    m_frmMain->Move(0, 0, static_cast<Single>(width()) * fTwipsPerPixel,
+                    static_cast<Single>(height()) * fTwipsPerPixel);
     m_frmMain->SetFrame(static_cast<Single>(width() - m_pArea->width()) * fTwipsPerPixel,
                         static_cast<Single>(height() - m_pArea->height()) * fTwipsPerPixel);
 }

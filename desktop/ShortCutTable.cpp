@@ -6,14 +6,14 @@ namespace corvane::desktop {
 
 QKeySequence KeyIn(const QString& sText) {
     static constexpr std::array<std::pair<const char*, const char*>, 9> aNames{{{"control", "Ctrl"},
-                                                                               {"strg", "Ctrl"},
-                                                                               {"delete", "Del"},
-                                                                               {"insert", "Ins"},
-                                                                               {"escape", "Esc"},
-                                                                               {"pageup", "PgUp"},
-                                                                               {"pagedown", "PgDown"},
-                                                                               {"enter", "Return"},
-                                                                               {"bksp", "Backspace"}}};
+                                                                                {"strg", "Ctrl"},
+                                                                                {"delete", "Del"},
+                                                                                {"insert", "Ins"},
+                                                                                {"escape", "Esc"},
+                                                                                {"pageup", "PgUp"},
+                                                                                {"pagedown", "PgDown"},
+                                                                                {"enter", "Return"},
+                                                                                {"bksp", "Backspace"}}};
     QString sWithoutBlanks = sText;
     sWithoutBlanks.remove(' ');
     QStringList aParts = sWithoutBlanks.split('+', Qt::SkipEmptyParts);

@@ -17,18 +17,10 @@ public:
     // Replaces the value in its place, or adds it.
     void Set(std::string_view sName, Variant vValue);
     // Both fail with 5 when there is no such name.
-    [[nodiscard]] Variant Item(std::string_view sName) const {
-        return m_colEntries->Item(sName)->vValue;
-    }
-    void Remove(std::string_view sName) {
-        m_colEntries->Remove(sName);
-    }
-    [[nodiscard]] bool Exists(std::string_view sName) const {
-        return m_colEntries->HasKey(sName);
-    }
-    [[nodiscard]] Long Count() const {
-        return m_colEntries->Count();
-    }
+    [[nodiscard]] Variant Item(std::string_view sName) const { return m_colEntries->Item(sName)->vValue; }
+    void Remove(std::string_view sName) { m_colEntries->Remove(sName); }
+    [[nodiscard]] bool Exists(std::string_view sName) const { return m_colEntries->HasKey(sName); }
+    [[nodiscard]] Long Count() const { return m_colEntries->Count(); }
     // In order of insertion, as they were first written.
     [[nodiscard]] std::vector<std::string> Keys() const;
 

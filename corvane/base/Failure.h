@@ -39,9 +39,7 @@ public:
                      Long lHelpContext = 0);
     ~Failure() override;
 
-    const char* what() const noexcept override {
-        return Description.c_str();
-    }
+    const char* what() const noexcept override { return Description.c_str(); }
 
     Long Number;
     std::string Source;

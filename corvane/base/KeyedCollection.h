@@ -30,9 +30,7 @@ class [[gnu::visibility("default")]] KeyedCollection final : public virtual Obje
 public:
     KeyedCollection() = default;
 
-    void Add(T oValue) {
-        m_aSlots.push_back({std::move(oValue), nullptr, true});
-    }
+    void Add(T oValue) { m_aSlots.push_back({std::move(oValue), nullptr, true}); }
     // An empty key is a key like any other. Fails with 457 when the key is present; nothing is added then.
     void Add(T oValue, std::string_view sKey) {
         const auto [it, bNew] = m_mapKeys.try_emplace(std::string(sKey), m_aSlots.size());
@@ -42,25 +40,13 @@ public:
     }
 
     // Both fail with 5 when there is no such element.
-    [[nodiscard]] T Item(std::string_view sKey) const {
-        return m_aSlots[SlotOf(sKey)].oValue;
-    }
-    [[nodiscard]] T Item(Long lIndex) const {
-        return m_aSlots[SlotAt(lIndex)].oValue;
-    }
-    void Remove(std::string_view sKey) {
-        RemoveSlot(SlotOf(sKey));
-    }
-    void Remove(Long lIndex) {
-        RemoveSlot(SlotAt(lIndex));
-    }
+    [[nodiscard]] T Item(std::string_view sKey) const { return m_aSlots[SlotOf(sKey)].oValue; }
+    [[nodiscard]] T Item(Long lIndex) const { return m_aSlots[SlotAt(lIndex)].oValue; }
+    void Remove(std::string_view sKey) { RemoveSlot(SlotOf(sKey)); }
+    void Remove(Long lIndex) { RemoveSlot(SlotAt(lIndex)); }
 
-    [[nodiscard]] Long Count() const {
-        return static_cast<Long>(m_aSlots.size() - m_nDead);
-    }
-    [[nodiscard]] bool HasKey(std::string_view sKey) const {
-        return m_mapKeys.find(sKey) != m_mapKeys.end();
-    }
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_aSlots.size() - m_nDead); }
+    [[nodiscard]] bool HasKey(std::string_view sKey) const { return m_mapKeys.find(sKey) != m_mapKeys.end(); }
     // The key of an element by its index; empty for one without.
     [[nodiscard]] std::string KeyAt(Long lIndex) const {
         const Slot& oSlot = m_aSlots[SlotAt(lIndex)];
@@ -93,12 +79,8 @@ public:
         Ref<const KeyedCollection> m_oCollection; // its last other reference may go meanwhile
         std::size_t m_iSlot = 0;
     };
-    [[nodiscard]] Iterator begin() const {
-        return Iterator(*this);
-    }
-    [[nodiscard]] End end() const {
-        return {};
-    }
+    [[nodiscard]] Iterator begin() const { return Iterator(*this); }
+    [[nodiscard]] End end() const { return {}; }
 
 private:
     [[nodiscard]] std::size_t SlotOf(std::string_view sKey) const {

@@ -29,9 +29,7 @@ public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
-    void AddRef() const noexcept {
-        ++m_nReferences;
-    }
+    void AddRef() const noexcept { ++m_nReferences; }
     void Release() const noexcept {
         if (--m_nReferences == 0)
             delete this;

@@ -25,22 +25,16 @@ public:
     Variant(const Ref<T>& oValue) : m_vValue(Ref<Object>(oValue)) {}
     Variant(const void*) = delete; // a pointer is no boolean
 
-    [[nodiscard]] bool IsEmpty() const {
-        return std::holds_alternative<std::monostate>(m_vValue);
-    }
+    [[nodiscard]] bool IsEmpty() const { return std::holds_alternative<std::monostate>(m_vValue); }
     // An object reference, also one to nothing.
-    [[nodiscard]] bool IsObject() const {
-        return std::holds_alternative<Ref<Object>>(m_vValue);
-    }
+    [[nodiscard]] bool IsObject() const { return std::holds_alternative<Ref<Object>>(m_vValue); }
     // The held value when it is of exactly that type, else a null pointer.
     template <class T>
     [[nodiscard]] const T* Get() const {
         return std::get_if<T>(&m_vValue);
     }
 
-    friend bool operator==(const Variant& vLeft, const Variant& vRight) {
-        return vLeft.m_vValue == vRight.m_vValue;
-    }
+    friend bool operator==(const Variant& vLeft, const Variant& vRight) { return vLeft.m_vValue == vRight.m_vValue; }
 
 private:
     std::variant<std::monostate, bool, Long, Single, Double, std::string, Ref<Object>> m_vValue;

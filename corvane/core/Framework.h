@@ -62,22 +62,21 @@ public:
     void PrintAppWindow();
     [[nodiscard]] std::string CVIIf(bool Expression, const std::string& TruePart, const std::string& FalsePart) const;
     // The case of that number from 0 to 11, else CaseElse, also for a case that is "[Unspecified]".
-    [[nodiscard]] std::string CVSelectCase(
-        Long Expression, const std::string& Case0, const std::string& Case1, const std::string& Case2 = Unspecified,
-        const std::string& Case3 = Unspecified, const std::string& Case4 = Unspecified,
-        const std::string& Case5 = Unspecified, const std::string& Case6 = Unspecified,
-        const std::string& Case7 = Unspecified, const std::string& Case8 = Unspecified,
-        const std::string& Case9 = Unspecified, const std::string& Case10 = Unspecified,
-        const std::string& Case11 = Unspecified, const std::string& CaseElse = {}) const;
+    [[nodiscard]] std::string
+    CVSelectCase(Long Expression, const std::string& Case0, const std::string& Case1,
+                 const std::string& Case2 = Unspecified, const std::string& Case3 = Unspecified,
+                 const std::string& Case4 = Unspecified, const std::string& Case5 = Unspecified,
+                 const std::string& Case6 = Unspecified, const std::string& Case7 = Unspecified,
+                 const std::string& Case8 = Unspecified, const std::string& Case9 = Unspecified,
+                 const std::string& Case10 = Unspecified, const std::string& Case11 = Unspecified,
+                 const std::string& CaseElse = {}) const;
     // Case0 for 0, else CaseElse.
-    [[nodiscard]] std::string CVSelectYesNo(Long Expression, const std::string& Case0, const std::string& CaseElse = {})
-        const;
+    [[nodiscard]] std::string CVSelectYesNo(Long Expression, const std::string& Case0,
+                                            const std::string& CaseElse = {}) const;
 
     Ref<IService> Service() override;
 
-    std::string_view TypeName() const override {
-        return "Framework";
-    }
+    std::string_view TypeName() const override { return "Framework"; }
 
     static constexpr const char* Unspecified = "[Unspecified]";
     static constexpr auto Members = MemberTable(

@@ -12,12 +12,8 @@ class [[gnu::visibility("default")]] Preferences final : public virtual Object {
 public:
     // Both names are empty until then.
     void Initialize(const std::string& sService, const std::string& sCategoty = "Default");
-    [[nodiscard]] const std::string& Service() const {
-        return m_sService;
-    }
-    [[nodiscard]] const std::string& Category() const {
-        return m_sCategory;
-    }
+    [[nodiscard]] const std::string& Service() const { return m_sService; }
+    [[nodiscard]] const std::string& Category() const { return m_sCategory; }
 
     // After Initialize.
     // The text stored under the name, or the default as text. Fails with 13 for a default that has no text.
@@ -25,9 +21,7 @@ public:
     // Stores the value's text, True or False for a boolean. Fails with 13 for a value that has none.
     void SetValue(const std::string& sName, const Variant& vValue);
 
-    std::string_view TypeName() const override {
-        return "Preferences";
-    }
+    std::string_view TypeName() const override { return "Preferences"; }
 
 private:
     std::string m_sService;

@@ -11,20 +11,14 @@
 namespace corvane {
 
 class [[gnu::visibility("default")]] ExplorerItemBase final : public IExplorerItem,
-                                                              public IActionsProvider,
-                                                              public IWindowExitHandler {
+                                                public IActionsProvider,
+                                                public IWindowExitHandler {
 public:
     // How an item names itself: nothing is raised. Renaming by the user goes through IExplorerItem::SetName.
-    void NameSilently(std::string sName) {
-        m_sName = std::move(sName);
-    }
+    void NameSilently(std::string sName) { m_sName = std::move(sName); }
     // Both nothing before the item has been added to the explorer.
-    [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override {
-        return m_colActionItems;
-    }
-    [[nodiscard]] Ref<corvane::ExplorerItemDef> ExplorerItemDef() const override {
-        return m_oExplorerItemDef;
-    }
+    [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override { return m_colActionItems; }
+    [[nodiscard]] Ref<corvane::ExplorerItemDef> ExplorerItemDef() const override { return m_oExplorerItemDef; }
     // As ExplorerManager does, below the definition's parent.
     void AddToExplorer(const Ref<Object>& oExplorerItemObj, const std::string& sExplorerItemDefName);
     void DeleteFromExplorer(const Ref<Object>& oExplorerItemObj);
@@ -37,25 +31,17 @@ public:
 
     // As IExplorerItem.
     void Initialize(const Ref<corvane::ExplorerItemDef>& oExplorerItemDef) override;
-    [[nodiscard]] std::string Name() const override {
-        return m_sName;
-    }
+    [[nodiscard]] std::string Name() const override { return m_sName; }
     void SetName(const std::string& sName) override;
     [[nodiscard]] std::string DisplayName() override;
     [[nodiscard]] std::string EditName() override;
-    [[nodiscard]] Ref<KeyedCollection<Ref<Object>>> Children() const override {
-        return m_colChildren;
-    }
+    [[nodiscard]] Ref<KeyedCollection<Ref<Object>>> Children() const override { return m_colChildren; }
 
     // As IActionsProvider and IWindowExitHandler.
-    void Initialize(const Ref<ActionItemCollection>& oActionItems) override {
-        m_colActionItems = oActionItems;
-    }
+    void Initialize(const Ref<ActionItemCollection>& oActionItems) override { m_colActionItems = oActionItems; }
     void OnExit(const Ref<Window>& oWindow, bool bWasCancelled) override;
 
-    std::string_view TypeName() const override {
-        return "ExplorerItemBase";
-    }
+    std::string_view TypeName() const override { return "ExplorerItemBase"; }
 
 private:
     [[nodiscard]] std::string TextFrom(const Event<std::string&>& oEvent) const;

@@ -56,13 +56,9 @@ public:
     // Selects the item's node and opens its label for editing; what is edited then is the active item.
     void StartRename(const Ref<Object>& oExplorerItemObj);
     // The tree of the active tab; nothing without tabs.
-    [[nodiscard]] const Ref<corvane::TreeView>& TreeView() const {
-        return m_tvwActiveTreeView;
-    }
+    [[nodiscard]] const Ref<corvane::TreeView>& TreeView() const { return m_tvwActiveTreeView; }
 
-    std::string_view TypeName() const override {
-        return "ExplorerManager";
-    }
+    std::string_view TypeName() const override { return "ExplorerManager"; }
 
 private:
     [[nodiscard]] Ref<IExplorerItem> ActiveExplorerItem() const;
@@ -97,7 +93,7 @@ private:
                      const Ref<KeyedCollection<Ref<ExplorerItemDef>>>& colChildDefs);
     [[nodiscard]] Ref<corvane::TreeView> TreeOf(const Ref<ExplorerItemDef>& oExplorerItemDef) const;
     [[nodiscard]] std::string ObjectKeyText(const Ref<Object>& oObject) const;
-    void RefuseRename(IExplorerItem & oItem, const std::string& sNewString, const std::string& sOldName);
+    void RefuseRename(IExplorerItem& oItem, const std::string& sNewString, const std::string& sOldName);
 
     Ref<KeyedCollection<Ref<corvane::TreeView>>> m_colTreeViews = New<KeyedCollection<Ref<corvane::TreeView>>>();
     Ref<Node> m_nodActive;

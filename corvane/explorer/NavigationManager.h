@@ -32,9 +32,7 @@ public:
     // Of the main form. Fails with 91 before Initialize.
     void SetCaption(const std::string& sCaption);
 
-    std::string_view TypeName() const override {
-        return "NavigationManager";
-    }
+    std::string_view TypeName() const override { return "NavigationManager"; }
 
 private:
     void SubscribeToExplorer();

@@ -17,26 +17,16 @@ public:
     ~ActionItem() override;
 
     void Initialize(const Ref<Object>& oActionsProviderObj, const Ref<corvane::ActionItemDef>& oActionItemDef);
-    [[nodiscard]] std::string Name() const {
-        return m_sName;
-    }
+    [[nodiscard]] std::string Name() const { return m_sName; }
     void SetName(std::string sName);
     // The procedure's name; empty for an action that fires nothing. May differ from the definition's.
-    [[nodiscard]] std::string Action() const {
-        return m_sAction;
-    }
+    [[nodiscard]] std::string Action() const { return m_sAction; }
     void SetAction(std::string sAction);
-    [[nodiscard]] bool Checked() const {
-        return m_bChecked;
-    }
+    [[nodiscard]] bool Checked() const { return m_bChecked; }
     void SetChecked(bool bChecked);
-    [[nodiscard]] bool Enabled() const {
-        return m_bEnabled;
-    }
+    [[nodiscard]] bool Enabled() const { return m_bEnabled; }
     void SetEnabled(bool bEnabled);
-    [[nodiscard]] bool Visible() const {
-        return m_bVisible;
-    }
+    [[nodiscard]] bool Visible() const { return m_bVisible; }
     void SetVisible(bool bVisible);
     // The texts of the action's entry in the menu of that path, which no item keeps. Nothing happens when there is no
     // such entry.
@@ -44,28 +34,20 @@ public:
     void SetDescription(const std::string& sPath, const std::string& sDescription);
     // The tool that shows the action at present; setting it copies no state.
     void SetTool(Ref<corvane::Tool> oTool);
-    [[nodiscard]] Ref<corvane::ActionItemDef> ActionItemDef() const {
-        return m_oActionItemDef;
-    }
+    [[nodiscard]] Ref<corvane::ActionItemDef> ActionItemDef() const { return m_oActionItemDef; }
     // Calls the procedure on the provider's object by name, with this item if the definition says so. Nothing without
     // a provider or a name. Fails with 438 for an unknown name, with 450 for a wrong number of parameters, and as the
     // procedure fails.
     void OnAction();
-    [[nodiscard]] Ref<corvane::Tool> Tool() const {
-        return m_oTool;
-    }
+    [[nodiscard]] Ref<corvane::Tool> Tool() const { return m_oTool; }
 
     // The object on which the procedure is called; nothing before Initialize.
-    [[nodiscard]] const Ref<Object>& ActionsProviderObj() const {
-        return m_oActionsProviderObj;
-    }
+    [[nodiscard]] const Ref<Object>& ActionsProviderObj() const { return m_oActionsProviderObj; }
 
     // An item and its provider hold each other; this ends it for all items, when the library is unloaded.
     static void UntieAll();
 
-    std::string_view TypeName() const override {
-        return "ActionItem";
-    }
+    std::string_view TypeName() const override { return "ActionItem"; }
 
     static constexpr auto Members = MemberTable(Property("Name", &ActionItem::Name, &ActionItem::SetName),
                                                 Property("Action", &ActionItem::Action, &ActionItem::SetAction),

@@ -30,9 +30,7 @@ public:
     void Initialize(const Ref<corvane::ActiveBar>& oActiveBar);
 
     // After Initialize.
-    [[nodiscard]] const Ref<corvane::ActiveBar>& ActiveBar() const {
-        return m_oActiveBar;
-    }
+    [[nodiscard]] const Ref<corvane::ActiveBar>& ActiveBar() const { return m_oActiveBar; }
     // By the toolbar's plain name; its check mark isn't touched. Fail with 5 for an unknown one.
     void ShowToolbar(const std::string& sToolbarName);
     void HideToolbar(const std::string& sToolbarName);
@@ -67,12 +65,13 @@ public:
     void AddContextMenuItem(const Ref<Band>& oBand, const Ref<MenuItemDef>& oMenuItemDef);
     // Adds an entry at run time to the context menu of the item's type. Fails with 91 when the type has no such menu;
     // the action stays then.
-    void AddContextMenu(
-        const Ref<Object>& oExplorerItemObj, const std::string& sActionItemName, const std::string& sPath,
-        Single fPositionOrder, MenuType eMenuType, const std::string& sCaption, const std::string& sAction = {},
-        bool bPassActionItemParam = false, const std::string& sDescription = {},
-        SeparatorStyle eSeparatorStyle = SeparatorStyle::fwSeparatorNone, const std::string& sShortCutKey = {},
-        bool bVisible = true, bool bEnabled = true, bool bChecked = false);
+    void AddContextMenu(const Ref<Object>& oExplorerItemObj, const std::string& sActionItemName,
+                        const std::string& sPath, Single fPositionOrder, MenuType eMenuType,
+                        const std::string& sCaption, const std::string& sAction = {}, bool bPassActionItemParam = false,
+                        const std::string& sDescription = {},
+                        SeparatorStyle eSeparatorStyle = SeparatorStyle::fwSeparatorNone,
+                        const std::string& sShortCutKey = {}, bool bVisible = true, bool bEnabled = true,
+                        bool bChecked = false);
     void AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef);
     void AddToolbarItem(const Ref<MenuItemDef>& oMenuItemDef);
     // Lays out and repaints.
@@ -82,13 +81,9 @@ public:
     // The provider's attached tools hide and let go of it.
     void OnActionsProviderRemove(const Ref<Object>& oActionsProviderObj, const Ref<IActionsProvider>& oActionsProvider);
     // By band name, "Toolbars." and the plain name.
-    [[nodiscard]] const Ref<ActionItemCollection>& ToolbarActionItems() const {
-        return m_colToolbarActionItems;
-    }
+    [[nodiscard]] const Ref<ActionItemCollection>& ToolbarActionItems() const { return m_colToolbarActionItems; }
 
-    std::string_view TypeName() const override {
-        return "MenuManager";
-    }
+    std::string_view TypeName() const override { return "MenuManager"; }
 
 private:
     using FiledKeys = std::unordered_set<std::string, TextHash, TextEqual>;
@@ -111,8 +106,8 @@ private:
     void FileDefinitions();
     void AddServiceProviders();
     Ref<Tool> AddTool(const std::string& sName);
-    void SetShortCut(Tool & oTool, const std::string& sShortCutKey) const;
-    void InsertSeparator(Band & oBand, Long lPosition) const;
+    void SetShortCut(Tool& oTool, const std::string& sShortCutKey) const;
+    void InsertSeparator(Band& oBand, Long lPosition) const;
     [[nodiscard]] Ref<Band> ParentBand(const std::string& sPath);
     [[nodiscard]] Ref<Band> EntryBand(const std::string& sPath);
     void PlaceMenuItem(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool, bool bIsShared);

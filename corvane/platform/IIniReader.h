@@ -16,8 +16,8 @@ public:
                                            Long lDefault) const = 0;
     // At most nMaximum characters.
     [[nodiscard]] virtual std::string ReadString(std::string_view sFile, std::string_view sSection,
-                                                 std::string_view sKey, std::string_view sDefault, std::size_t nMaximum)
-        const = 0;
+                                                 std::string_view sKey, std::string_view sDefault,
+                                                 std::size_t nMaximum) const = 0;
 };
 
 } // namespace corvane

@@ -17,19 +17,11 @@ public:
         : m_sName(std::move(sName)), m_eFormat(eFormat), m_sBytes(std::move(sBytes)) {}
 
     // The file's name, as it was first asked for.
-    [[nodiscard]] const std::string& Name() const {
-        return m_sName;
-    }
-    [[nodiscard]] Format FileFormat() const {
-        return m_eFormat;
-    }
-    [[nodiscard]] const std::string& Bytes() const {
-        return m_sBytes;
-    }
+    [[nodiscard]] const std::string& Name() const { return m_sName; }
+    [[nodiscard]] Format FileFormat() const { return m_eFormat; }
+    [[nodiscard]] const std::string& Bytes() const { return m_sBytes; }
 
-    std::string_view TypeName() const override {
-        return "Picture";
-    }
+    std::string_view TypeName() const override { return "Picture"; }
 
 private:
     std::string m_sName;

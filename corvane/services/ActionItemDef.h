@@ -13,52 +13,24 @@ namespace corvane {
 // once it has been read, but for Tool and IsShared.
 class [[gnu::visibility("default")]] ActionItemDef final : public virtual Object {
 public:
-    [[nodiscard]] const std::string& Name() const {
-        return m_sName;
-    }
-    [[nodiscard]] const std::string& Action() const {
-        return m_sAction;
-    }
-    [[nodiscard]] const std::string& Description() const {
-        return m_sDescription;
-    }
-    [[nodiscard]] bool Checked() const {
-        return m_bChecked;
-    }
-    [[nodiscard]] bool Enabled() const {
-        return m_bEnabled;
-    }
-    [[nodiscard]] bool Visible() const {
-        return m_bVisible;
-    }
+    [[nodiscard]] const std::string& Name() const { return m_sName; }
+    [[nodiscard]] const std::string& Action() const { return m_sAction; }
+    [[nodiscard]] const std::string& Description() const { return m_sDescription; }
+    [[nodiscard]] bool Checked() const { return m_bChecked; }
+    [[nodiscard]] bool Enabled() const { return m_bEnabled; }
+    [[nodiscard]] bool Visible() const { return m_bVisible; }
     // The tool that stands for the action; nothing for an action that no menu entry uses.
-    void SetTool(Ref<corvane::Tool> oTool) {
-        m_oTool = std::move(oTool);
-    }
-    [[nodiscard]] const Ref<corvane::Tool>& Tool() const {
-        return m_oTool;
-    }
+    void SetTool(Ref<corvane::Tool> oTool) { m_oTool = std::move(oTool); }
+    [[nodiscard]] const Ref<corvane::Tool>& Tool() const { return m_oTool; }
     // Whether the position of one of its menu entries was taken when the menus were built.
-    [[nodiscard]] bool IsShared() const {
-        return m_bIsShared;
-    }
-    void SetIsShared(bool bIsShared) {
-        m_bIsShared = bIsShared;
-    }
+    [[nodiscard]] bool IsShared() const { return m_bIsShared; }
+    void SetIsShared(bool bIsShared) { m_bIsShared = bIsShared; }
     // Whether the procedure receives the action item; true until Initialize or Init says otherwise.
-    [[nodiscard]] bool PassActionItemParam() const {
-        return m_bPassActionItemParam;
-    }
+    [[nodiscard]] bool PassActionItemParam() const { return m_bPassActionItemParam; }
     // File names in the application folder "Images"; empty for none.
-    [[nodiscard]] const std::string& Image() const {
-        return m_sImage;
-    }
-    [[nodiscard]] const std::string& ImageDisabled() const {
-        return m_sImageDisabled;
-    }
-    [[nodiscard]] const std::string& ImagePressed() const {
-        return m_sImagePressed;
-    }
+    [[nodiscard]] const std::string& Image() const { return m_sImage; }
+    [[nodiscard]] const std::string& ImageDisabled() const { return m_sImageDisabled; }
+    [[nodiscard]] const std::string& ImagePressed() const { return m_sImagePressed; }
 
     // Reads an ActionItem element. Fails with 13 for a value that doesn't convert.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
@@ -66,9 +38,7 @@ public:
     void Init(std::string sName, std::string sAction = {}, bool bVisible = true, bool bEnabled = true,
               bool bChecked = false, std::string sDescription = {}, bool bPassActionItemParam = false);
 
-    std::string_view TypeName() const override {
-        return "ActionItemDef";
-    }
+    std::string_view TypeName() const override { return "ActionItemDef"; }
 
 private:
     std::string m_sName;

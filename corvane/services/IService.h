@@ -14,7 +14,7 @@ public:
     // The service ends work; called once.
     virtual void Terminate() = 0;
     // What the service has not yet saved, by name, and the service's rank among the others.
-    virtual Ref<Dictionary> UnsavedItems(Double & dblOrder) = 0;
+    virtual Ref<Dictionary> UnsavedItems(Double& dblOrder) = 0;
     // Saves one of those items.
     virtual void Save(const Ref<Object>& oUnsavedItem) = 0;
     // The report context types that the service offers, and the report contexts of one type.

@@ -10,36 +10,18 @@ namespace corvane {
 
 class [[gnu::visibility("default")]] MenuItemDef final : public virtual Object {
 public:
-    [[nodiscard]] corvane::MenuType MenuType() const {
-        return m_eMenuType;
-    }
+    [[nodiscard]] corvane::MenuType MenuType() const { return m_eMenuType; }
     // The key of the title, or the name of the toolbar, under which the entry stands; empty for the top.
-    [[nodiscard]] const std::string& Path() const {
-        return m_sPath;
-    }
+    [[nodiscard]] const std::string& Path() const { return m_sPath; }
     // With "&" before the mnemonic.
-    [[nodiscard]] const std::string& Caption() const {
-        return m_sCaption;
-    }
-    [[nodiscard]] const std::string& ToolTip() const {
-        return m_sToolTip;
-    }
-    [[nodiscard]] const std::string& ShortCutKey() const {
-        return m_sShortCutKey;
-    }
-    [[nodiscard]] Single PositionOrder() const {
-        return m_fPositionOrder;
-    }
-    [[nodiscard]] corvane::SeparatorStyle SeparatorStyle() const {
-        return m_eSeparatorStyle;
-    }
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
+    [[nodiscard]] const std::string& ToolTip() const { return m_sToolTip; }
+    [[nodiscard]] const std::string& ShortCutKey() const { return m_sShortCutKey; }
+    [[nodiscard]] Single PositionOrder() const { return m_fPositionOrder; }
+    [[nodiscard]] corvane::SeparatorStyle SeparatorStyle() const { return m_eSeparatorStyle; }
     // Nothing until whoever made this record sets it.
-    [[nodiscard]] const Ref<corvane::ActionItemDef>& ActionItemDef() const {
-        return m_oActionItemDef;
-    }
-    void SetActionItemDef(Ref<corvane::ActionItemDef> oActionItemDef) {
-        m_oActionItemDef = std::move(oActionItemDef);
-    }
+    [[nodiscard]] const Ref<corvane::ActionItemDef>& ActionItemDef() const { return m_oActionItemDef; }
+    void SetActionItemDef(Ref<corvane::ActionItemDef> oActionItemDef) { m_oActionItemDef = std::move(oActionItemDef); }
     // The identity of the entry in the bar: [Tool.][Path.]action name. Fails with 91 before the action is set.
     [[nodiscard]] std::string Key() const;
     // By which toolbars are sorted: the order as text, with Path and a point before it for entries of menus and
@@ -54,9 +36,7 @@ public:
               std::string sCaption, std::string sShortCutKey = {}, std::string sToolTip = {},
               corvane::SeparatorStyle eSeparatorStyle = corvane::SeparatorStyle::fwSeparatorNone);
 
-    std::string_view TypeName() const override {
-        return "MenuItemDef";
-    }
+    std::string_view TypeName() const override { return "MenuItemDef"; }
 
 private:
     corvane::MenuType m_eMenuType{};

@@ -13,43 +13,21 @@ public:
     // and as ReadActionItemDefs and ReadMenuItemDefs do.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
 
-    [[nodiscard]] const std::string& PageProgID() const {
-        return m_sPageProgID;
-    }
-    [[nodiscard]] const std::string& Caption() const {
-        return m_sCaption;
-    }
-    [[nodiscard]] bool IsOptional() const {
-        return m_bIsOptional;
-    }
-    [[nodiscard]] bool IsResizable() const {
-        return m_bIsResizable;
-    }
-    [[nodiscard]] Single PositionOrder() const {
-        return m_fPositionOrder;
-    }
+    [[nodiscard]] const std::string& PageProgID() const { return m_sPageProgID; }
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
+    [[nodiscard]] bool IsOptional() const { return m_bIsOptional; }
+    [[nodiscard]] bool IsResizable() const { return m_bIsResizable; }
+    [[nodiscard]] Single PositionOrder() const { return m_fPositionOrder; }
     // 0 for no help topic.
-    [[nodiscard]] Long HelpContextID() const {
-        return m_lHelpContextID;
-    }
+    [[nodiscard]] Long HelpContextID() const { return m_lHelpContextID; }
     // Both nothing until Initialize.
-    [[nodiscard]] const Ref<ActionItemDefCollection>& ActionItemDefs() const {
-        return m_colActionItemDefs;
-    }
-    [[nodiscard]] const Ref<MenuItemDefCollection>& MenuItemDefs() const {
-        return m_colMenuItemDefs;
-    }
+    [[nodiscard]] const Ref<ActionItemDefCollection>& ActionItemDefs() const { return m_colActionItemDefs; }
+    [[nodiscard]] const Ref<MenuItemDefCollection>& MenuItemDefs() const { return m_colMenuItemDefs; }
     // PageProgID, a point, Caption.
-    [[nodiscard]] std::string Key() const {
-        return m_sPageProgID + "." + m_sCaption;
-    }
-    [[nodiscard]] bool HideExplorer() const {
-        return m_bHideExplorer;
-    }
+    [[nodiscard]] std::string Key() const { return m_sPageProgID + "." + m_sCaption; }
+    [[nodiscard]] bool HideExplorer() const { return m_bHideExplorer; }
 
-    std::string_view TypeName() const override {
-        return "PageDef";
-    }
+    std::string_view TypeName() const override { return "PageDef"; }
 
 private:
     std::string m_sPageProgID;

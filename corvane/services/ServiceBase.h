@@ -9,9 +9,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ServiceBase final : public IService,
-                                                         public IActionsProvider,
-                                                         public IWindowExitHandler {
+class [[gnu::visibility("default")]] ServiceBase final : public IService, public IActionsProvider, public IWindowExitHandler {
 public:
     // The service's live actions by name; nothing until the menus are built.
     [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override;
@@ -30,7 +28,7 @@ public:
     void Initialize() override;
     void Terminate() override;
     // What comes in as dblOrder has no effect.
-    Ref<Dictionary> UnsavedItems(Double & dblOrder) override;
+    Ref<Dictionary> UnsavedItems(Double& dblOrder) override;
     void Save(const Ref<Object>& oUnsavedItem) override;
     Ref<KeyedCollection<Ref<Object>>> ReportContextTypes() override;
     Ref<Dictionary> ReportContexts(Long lReportContextTypeID) override;
@@ -40,9 +38,7 @@ public:
     void Initialize(const Ref<ActionItemCollection>& oActionItems) override;
     void OnExit(const Ref<Window>& oWindow, bool bWasCancelled) override;
 
-    std::string_view TypeName() const override {
-        return "ServiceBase";
-    }
+    std::string_view TypeName() const override { return "ServiceBase"; }
 
 private:
     Ref<ActionItemCollection> m_colActionItems;

@@ -21,25 +21,17 @@ public:
     [[nodiscard]] bool IsServiceAlive(const Ref<Object>& oServiceSubclass) const noexcept;
 
     // After Initialize. Definitions and services in order of loading, by name; preference pages without keys.
-    [[nodiscard]] const Ref<KeyedCollection<Ref<ServiceDef>>>& ServiceDefs() const {
-        return m_colServiceDefs;
-    }
+    [[nodiscard]] const Ref<KeyedCollection<Ref<ServiceDef>>>& ServiceDefs() const { return m_colServiceDefs; }
     [[nodiscard]] const Ref<KeyedCollection<Ref<ExplorerItemDef>>>& ExplorerItemDefs() const {
         return m_colExplorerItemDefs;
     }
-    [[nodiscard]] const Ref<KeyedCollection<Ref<WindowDef>>>& WindowDefs() const {
-        return m_colWindowDefs;
-    }
+    [[nodiscard]] const Ref<KeyedCollection<Ref<WindowDef>>>& WindowDefs() const { return m_colWindowDefs; }
     [[nodiscard]] const Ref<KeyedCollection<Ref<PageDef>>>& PreferencePageDefs() const {
         return m_colPreferencePageDefs;
     }
-    [[nodiscard]] const Ref<KeyedCollection<Ref<Object>>>& Services() const {
-        return m_colServices;
-    }
+    [[nodiscard]] const Ref<KeyedCollection<Ref<Object>>>& Services() const { return m_colServices; }
     // The object of the last accepted file that says so; nothing when none does.
-    [[nodiscard]] const Ref<Object>& StartService() const {
-        return m_oStartService;
-    }
+    [[nodiscard]] const Ref<Object>& StartService() const { return m_oStartService; }
 
     // Reads every definition file and creates every service object. A bad file is shown and skipped. Fails when the
     // folder (76) or the schema can't be read, when two accepted files name one explorer item (457) and when a parent
@@ -50,9 +42,7 @@ public:
     // Each service's Initialize, in order of loading, up to the first failure; then the start service's method Start.
     void Start();
 
-    std::string_view TypeName() const override {
-        return "ServiceManager";
-    }
+    std::string_view TypeName() const override { return "ServiceManager"; }
 
 private:
     void LoadServices();

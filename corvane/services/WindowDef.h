@@ -14,51 +14,23 @@ public:
     // doesn't convert, with 457 for two pages of one key.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
 
-    [[nodiscard]] const std::string& Name() const {
-        return m_sName;
-    }
+    [[nodiscard]] const std::string& Name() const { return m_sName; }
     // In twips: the smallest page, and the page at opening.
-    [[nodiscard]] Long PageWidth() const {
-        return m_lPageWidth;
-    }
-    [[nodiscard]] Long PageHeight() const {
-        return m_lPageHeight;
-    }
-    [[nodiscard]] Long DefPageWidth() const {
-        return m_lDefPageWidth;
-    }
-    [[nodiscard]] Long DefPageHeight() const {
-        return m_lDefPageHeight;
-    }
-    [[nodiscard]] WindowTypeConstants WindowType() const {
-        return m_eWindowType;
-    }
-    [[nodiscard]] const std::string& Caption() const {
-        return m_sCaption;
-    }
-    [[nodiscard]] bool IsMDIChild() const {
-        return m_bIsMDIChild;
-    }
-    [[nodiscard]] WindowStateConstants WindowState() const {
-        return m_eWindowState;
-    }
-    [[nodiscard]] bool IsModal() const {
-        return m_bIsModal;
-    }
-    [[nodiscard]] bool IsNewBusinessContext() const {
-        return m_bIsNewBusinessContext;
-    }
-    [[nodiscard]] bool IsApplyCommandShown() const {
-        return m_bIsApplyCommandShown;
-    }
+    [[nodiscard]] Long PageWidth() const { return m_lPageWidth; }
+    [[nodiscard]] Long PageHeight() const { return m_lPageHeight; }
+    [[nodiscard]] Long DefPageWidth() const { return m_lDefPageWidth; }
+    [[nodiscard]] Long DefPageHeight() const { return m_lDefPageHeight; }
+    [[nodiscard]] WindowTypeConstants WindowType() const { return m_eWindowType; }
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
+    [[nodiscard]] bool IsMDIChild() const { return m_bIsMDIChild; }
+    [[nodiscard]] WindowStateConstants WindowState() const { return m_eWindowState; }
+    [[nodiscard]] bool IsModal() const { return m_bIsModal; }
+    [[nodiscard]] bool IsNewBusinessContext() const { return m_bIsNewBusinessContext; }
+    [[nodiscard]] bool IsApplyCommandShown() const { return m_bIsApplyCommandShown; }
     // In the order of the file, by PageDef.Key; nothing until Initialize.
-    [[nodiscard]] const Ref<KeyedCollection<Ref<PageDef>>>& PageDefs() const {
-        return m_colPageDefs;
-    }
+    [[nodiscard]] const Ref<KeyedCollection<Ref<PageDef>>>& PageDefs() const { return m_colPageDefs; }
 
-    std::string_view TypeName() const override {
-        return "WindowDef";
-    }
+    std::string_view TypeName() const override { return "WindowDef"; }
 
 private:
     std::string m_sName;

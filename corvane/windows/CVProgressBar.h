@@ -35,9 +35,7 @@ public:
     [[nodiscard]] bool WasCanceled() const;
     void SetWasCanceled(bool bWasCanceled);
 
-    std::string_view TypeName() const override {
-        return "CVProgressBar";
-    }
+    std::string_view TypeName() const override { return "CVProgressBar"; }
 
     static constexpr auto Members = MemberTable(
         Method("Hide", &CVProgressBar::Hide), Method("Show", &CVProgressBar::Show),

@@ -14,15 +14,9 @@ namespace corvane {
 class [[gnu::visibility("default")]] PageBase final : public IPage, public IActionsProvider, public IWindowExitHandler {
 public:
     // From Initialize to the end of Terminate; nothing before and after.
-    [[nodiscard]] Ref<corvane::Window> Window() const {
-        return m_oWindow;
-    }
-    [[nodiscard]] Ref<corvane::PageDef> PageDef() const override {
-        return m_oPageDef;
-    }
-    [[nodiscard]] Ref<Object> BusinessContext() const {
-        return m_oBusinessContext;
-    }
+    [[nodiscard]] Ref<corvane::Window> Window() const { return m_oWindow; }
+    [[nodiscard]] Ref<corvane::PageDef> PageDef() const override { return m_oPageDef; }
+    [[nodiscard]] Ref<Object> BusinessContext() const { return m_oBusinessContext; }
     // To be called whenever the answer to IsValid may have changed. Fails with 91 outside the page's life.
     void ValidityChanged();
 
@@ -46,17 +40,11 @@ public:
     void CommandClick(StandardCommandConstants eCommand) override;
 
     // As IActionsProvider and IWindowExitHandler.
-    void Initialize(const Ref<ActionItemCollection>& oActionItems) override {
-        m_colActionItems = oActionItems;
-    }
-    [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override {
-        return m_colActionItems;
-    }
+    void Initialize(const Ref<ActionItemCollection>& oActionItems) override { m_colActionItems = oActionItems; }
+    [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override { return m_colActionItems; }
     void OnExit(const Ref<corvane::Window>& oWindow, bool bWasCancelled) override;
 
-    std::string_view TypeName() const override {
-        return "PageBase";
-    }
+    std::string_view TypeName() const override { return "PageBase"; }
 
 private:
     Ref<corvane::Window> m_oWindow;

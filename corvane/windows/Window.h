@@ -31,27 +31,13 @@ public:
     // A modal window returns when it has closed. Harmless for a window that is visible.
     void Show();
     void Hide();
-    [[nodiscard]] Ref<corvane::WindowDef> WindowDef() const override {
-        return m_oWindowDef;
-    }
-    [[nodiscard]] const std::string& Key() const {
-        return m_sKey;
-    }
-    [[nodiscard]] const Ref<Object>& BusinessContext() const {
-        return m_oBusinessContext;
-    }
-    [[nodiscard]] bool IsModal() const {
-        return m_bIsModal;
-    }
-    [[nodiscard]] WindowTypeConstants WindowType() const {
-        return m_eWindowType;
-    }
-    [[nodiscard]] bool IsNewBusinessContext() const {
-        return m_bIsNewBusinessContext;
-    }
-    [[nodiscard]] bool IsApplyCommandShown() const {
-        return m_bIsApplyCommandShown;
-    }
+    [[nodiscard]] Ref<corvane::WindowDef> WindowDef() const override { return m_oWindowDef; }
+    [[nodiscard]] const std::string& Key() const { return m_sKey; }
+    [[nodiscard]] const Ref<Object>& BusinessContext() const { return m_oBusinessContext; }
+    [[nodiscard]] bool IsModal() const { return m_bIsModal; }
+    [[nodiscard]] WindowTypeConstants WindowType() const { return m_eWindowType; }
+    [[nodiscard]] bool IsNewBusinessContext() const { return m_bIsNewBusinessContext; }
+    [[nodiscard]] bool IsApplyCommandShown() const { return m_bIsApplyCommandShown; }
     [[nodiscard]] FormState WindowState() const;
     void SetWindowState(FormState eState);
     [[nodiscard]] bool IsMDIChild() const;
@@ -64,9 +50,7 @@ public:
     void SetActivePageIndex(Long lIndex);
     void PageValidityChanged(const Ref<IPage>& oPage);
     // True until the form has said otherwise at its end.
-    [[nodiscard]] bool WasWindowCancelled() const {
-        return m_bWasWindowCancelled;
-    }
+    [[nodiscard]] bool WasWindowCancelled() const { return m_bWasWindowCancelled; }
     [[nodiscard]] bool CanBeSaved() const;
     void Save();
 
@@ -77,9 +61,7 @@ public:
     void PageActivate(const Ref<Object>& oPageObj) override;
     void PageDeactivate(const Ref<Object>& oPageObj) override;
 
-    std::string_view TypeName() const override {
-        return "Window";
-    }
+    std::string_view TypeName() const override { return "Window"; }
 
 private:
     void SubscribeToForm();

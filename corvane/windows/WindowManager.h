@@ -29,40 +29,30 @@ public:
     // means that the definition decides. With bHide nothing is shown; with bOpenWindowAsync the call returns first
     // and the window comes 50 ms later. A modal window has ended when the call returns. Fails with ObjectErrorBase for
     // a modal MDI child, with 5 for an unknown definition; the hourglass stays then.
-    Ref<Window> OpenWindow(const std::string& sWindowName, const Ref<Object>& oBusinessContext,
-                           const Ref<IWindowExitHandler>& oWindowExitHandler = nullptr,
-                           WindowShowModeConstants eWindowShowMode = WindowShowModeConstants::cvDefinitionDefault,
-                           WindowStateConstants eWindowState = WindowStateConstants::cvDefinitionDefault,
-                           MDIWindowTypeConstants eMDIWindowType = MDIWindowTypeConstants::cvDefinitionDefault,
-                           WindowTypeConstants eWindowType = WindowTypeConstants::cvDefinitionDefault,
-                           BusinessContextTypeConstants eBusinessContextType =
-                               BusinessContextTypeConstants::cvDefinitionDefault,
-                           ShowApplyCommandConstants eShowApplyCommand = ShowApplyCommandConstants::cvDefinitionDefault,
-                           const std::string& sKey = {}, bool bHide = false, bool bOpenWindowAsync = false);
+    Ref<Window>
+    OpenWindow(const std::string& sWindowName, const Ref<Object>& oBusinessContext,
+               const Ref<IWindowExitHandler>& oWindowExitHandler = nullptr,
+               WindowShowModeConstants eWindowShowMode = WindowShowModeConstants::cvDefinitionDefault,
+               WindowStateConstants eWindowState = WindowStateConstants::cvDefinitionDefault,
+               MDIWindowTypeConstants eMDIWindowType = MDIWindowTypeConstants::cvDefinitionDefault,
+               WindowTypeConstants eWindowType = WindowTypeConstants::cvDefinitionDefault,
+               BusinessContextTypeConstants eBusinessContextType = BusinessContextTypeConstants::cvDefinitionDefault,
+               ShowApplyCommandConstants eShowApplyCommand = ShowApplyCommandConstants::cvDefinitionDefault,
+               const std::string& sKey = {}, bool bHide = false, bool bOpenWindowAsync = false);
     // From their form's load to its unload, by key; the collection itself.
-    [[nodiscard]] const Ref<KeyedCollection<Ref<Window>>>& Windows() const {
-        return m_colWindows;
-    }
+    [[nodiscard]] const Ref<KeyedCollection<Ref<Window>>>& Windows() const { return m_colWindows; }
     // The window that last reported activation, or nothing. Setting shows it; fails with 91 for nothing when one is
     // active.
-    [[nodiscard]] const Ref<Window>& ActiveWindow() const {
-        return m_oActiveWindow;
-    }
+    [[nodiscard]] const Ref<Window>& ActiveWindow() const { return m_oActiveWindow; }
     void SetActiveWindow(const Ref<Window>& oWindow);
     // Unloads the main form's active child until there is none.
     void CloseAll();
     // The main form's member of that name. Fails with 438 when there is none.
     [[nodiscard]] Ref<Object> CommonDialog() const;
-    [[nodiscard]] const Ref<MdiForm>& MainForm() const {
-        return m_frmMain;
-    }
+    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
     // Whether the main form is going away.
-    [[nodiscard]] bool IsAppClosing() const {
-        return m_bIsAppClosing;
-    }
-    void SetIsAppClosing(bool bIsAppClosing) {
-        m_bIsAppClosing = bIsAppClosing;
-    }
+    [[nodiscard]] bool IsAppClosing() const { return m_bIsAppClosing; }
+    void SetIsAppClosing(bool bIsAppClosing) { m_bIsAppClosing = bIsAppClosing; }
 
     Event<const Ref<Window>&> WindowInitializeEvent;
     Event<const Ref<Window>&> WindowTerminateEvent;
@@ -83,9 +73,7 @@ public:
     void PageActivate(const Ref<Object>& oPageObj) override;
     void PageDeactivate(const Ref<Object>& oPageObj) override;
 
-    std::string_view TypeName() const override {
-        return "WindowManager";
-    }
+    std::string_view TypeName() const override { return "WindowManager"; }
 
 private:
     Ref<MdiForm> m_frmMain;

@@ -186,7 +186,12 @@ TEST_F(TreeViewTest, LabelEdits) {
         {"CancelsBefore", [](bool& bCancel) { bCancel = true; }, {}, "new", "a", ""},
         {"FailsBefore", [](bool&) { Fail(-1); }, {}, "new", "a", "fails "},
         {"ChangesTheTextBefore", [&](bool&) { oNode->SetText("path"); }, {}, "new", "new", "editor "},
-        {"ChangesTheTextBeforeAndTheUserCancels", [&](bool&) { oNode->SetText("path"); }, {}, nullptr, "path", "editor "},
+        {"ChangesTheTextBeforeAndTheUserCancels",
+         [&](bool&) { oNode->SetText("path"); },
+         {},
+         nullptr,
+         "path",
+         "editor "},
         {"ChangesTheTextAndFailsBefore",
          [&](bool&) {
              oNode->SetText("path");

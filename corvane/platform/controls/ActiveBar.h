@@ -44,15 +44,9 @@ struct BarChange {
 // A keyboard shortcut, made empty and given the text of a definition.
 class [[gnu::visibility("default")]] ShortCut final : public virtual Object {
 public:
-    [[nodiscard]] const std::string& Value() const {
-        return m_sValue;
-    }
-    void SetValue(std::string sValue) {
-        m_sValue = std::move(sValue);
-    }
-    std::string_view TypeName() const override {
-        return "ShortCut";
-    }
+    [[nodiscard]] const std::string& Value() const { return m_sValue; }
+    void SetValue(std::string sValue) { m_sValue = std::move(sValue); }
+    std::string_view TypeName() const override { return "ShortCut"; }
 
 private:
     std::string m_sValue;
@@ -64,106 +58,62 @@ class [[gnu::visibility("default")]] Tool final : public virtual Object {
 public:
     enum PictureState : Long { Normal = 0, Pressed = 1, Disabled = 3 };
 
-    Tool(ActiveBar * pBar, Long lToolId, std::string sName); // a master
-    Tool(Band * pBand, Ref<Tool> oMaster);                   // an instance
+    Tool(ActiveBar* pBar, Long lToolId, std::string sName); // a master
+    Tool(Band* pBand, Ref<Tool> oMaster);                   // an instance
     ~Tool() override;
 
-    [[nodiscard]] Long ToolId() const {
-        return Master().m_lToolId;
-    }
-    [[nodiscard]] const std::string& Name() const {
-        return Master().m_sName;
-    }
+    [[nodiscard]] Long ToolId() const { return Master().m_lToolId; }
+    [[nodiscard]] const std::string& Name() const { return Master().m_sName; }
     // This tool itself for a master.
-    [[nodiscard]] const Tool& Master() const {
-        return m_oMaster ? *m_oMaster.Get() : *this;
-    }
-    [[nodiscard]] Tool& Master() {
-        return m_oMaster ? *m_oMaster.Get() : *this;
-    }
-    [[nodiscard]] bool IsInstance() const {
-        return static_cast<bool>(m_oMaster);
-    }
+    [[nodiscard]] const Tool& Master() const { return m_oMaster ? *m_oMaster.Get() : *this; }
+    [[nodiscard]] Tool& Master() { return m_oMaster ? *m_oMaster.Get() : *this; }
+    [[nodiscard]] bool IsInstance() const { return static_cast<bool>(m_oMaster); }
     // The band of an instance; a null pointer for a master and for an instance that has been removed.
-    [[nodiscard]] Band* OwningBand() const {
-        return m_pBand;
-    }
+    [[nodiscard]] Band* OwningBand() const { return m_pBand; }
     // A master's instances, in order of insertion.
-    [[nodiscard]] const std::vector<Tool*>& Instances() const {
-        return Master().m_aInstances;
-    }
+    [[nodiscard]] const std::vector<Tool*>& Instances() const { return Master().m_aInstances; }
 
-    [[nodiscard]] const std::string& Caption() const {
-        return m_sCaption;
-    }
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
     void SetCaption(std::string sCaption);
-    [[nodiscard]] const std::string& ToolTip() const {
-        return m_sToolTip;
-    }
+    [[nodiscard]] const std::string& ToolTip() const { return m_sToolTip; }
     void SetToolTip(std::string sToolTip);
-    [[nodiscard]] const std::string& Description() const {
-        return m_sDescription;
-    }
+    [[nodiscard]] const std::string& Description() const { return m_sDescription; }
     void SetDescription(std::string sDescription);
     // The name of the band that opens from the tool; empty for none.
-    [[nodiscard]] const std::string& DropDownBand() const {
-        return m_sDropDownBand;
-    }
+    [[nodiscard]] const std::string& DropDownBand() const { return m_sDropDownBand; }
     void SetDropDownBand(std::string sBand);
-    [[nodiscard]] bool IsDefaultItem() const {
-        return m_bIsDefaultItem;
-    }
+    [[nodiscard]] bool IsDefaultItem() const { return m_bIsDefaultItem; }
     void SetIsDefaultItem(bool bDefault);
     // Nothing removes the picture of that state.
     void SetPicture(Long lState, Ref<Picture> oPicture);
     [[nodiscard]] Ref<Picture> PictureOf(Long lState) const;
     // All calls of SetPicture, in order.
-    [[nodiscard]] const std::vector<std::pair<Long, Ref<Picture>>>& Pictures() const {
-        return m_aPictures;
-    }
+    [[nodiscard]] const std::vector<std::pair<Long, Ref<Picture>>>& Pictures() const { return m_aPictures; }
 
-    [[nodiscard]] bool Checked() const {
-        return Master().m_bChecked;
-    }
+    [[nodiscard]] bool Checked() const { return Master().m_bChecked; }
     void SetChecked(bool bChecked);
-    [[nodiscard]] bool Enabled() const {
-        return Master().m_bEnabled;
-    }
+    [[nodiscard]] bool Enabled() const { return Master().m_bEnabled; }
     void SetEnabled(bool bEnabled);
-    [[nodiscard]] bool Visible() const {
-        return Master().m_bVisible;
-    }
+    [[nodiscard]] bool Visible() const { return Master().m_bVisible; }
     void SetVisible(bool bVisible);
-    [[nodiscard]] const std::string& Category() const {
-        return Master().m_sCategory;
-    }
+    [[nodiscard]] const std::string& Category() const { return Master().m_sCategory; }
     void SetCategory(std::string sCategory);
-    [[nodiscard]] const std::vector<Ref<ShortCut>>& ShortCuts() const {
-        return Master().m_aShortCuts;
-    }
+    [[nodiscard]] const std::vector<Ref<ShortCut>>& ShortCuts() const { return Master().m_aShortCuts; }
     void SetShortCuts(std::vector<Ref<ShortCut>> aShortCuts);
     // A free slot for an object.
-    [[nodiscard]] const Ref<Object>& TagVariant() const {
-        return Master().m_oTagVariant;
-    }
+    [[nodiscard]] const Ref<Object>& TagVariant() const { return Master().m_oTagVariant; }
     void SetTagVariant(Ref<Object> oTag);
     // The control or form that is shown inside the tool.
-    [[nodiscard]] const Ref<Object>& HostedControl() const {
-        return Master().m_oHostedControl;
-    }
+    [[nodiscard]] const Ref<Object>& HostedControl() const { return Master().m_oHostedControl; }
     void SetHostedControl(Ref<Object> oControl);
     // The handle of the window that is shown inside the tool; 0 for none.
-    [[nodiscard]] Long HWnd() const {
-        return Master().m_lHWnd;
-    }
+    [[nodiscard]] Long HWnd() const { return Master().m_lHWnd; }
     void SetHWnd(Long hWnd);
 
     void CopyFromMaster();      // texts and drop-down band
     void Detach(bool bFromBar); // by the band or the control that goes away
 
-    std::string_view TypeName() const override {
-        return "Tool";
-    }
+    std::string_view TypeName() const override { return "Tool"; }
 
 private:
     void RaiseChanged(BarChange::What eWhat);
@@ -193,15 +143,11 @@ private:
 // A list of tools found by name without regard to case, the first of equal names.
 class [[gnu::visibility("default")]] ToolCollection : public virtual Object {
 public:
-    [[nodiscard]] Long Count() const {
-        return static_cast<Long>(m_aTools.size());
-    }
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_aTools.size()); }
     // Fails with 5 when there is no such tool.
     [[nodiscard]] Ref<Tool> Item(std::string_view sName) const;
     [[nodiscard]] Ref<Tool> Find(std::string_view sName) const; // nothing instead of the failure
-    [[nodiscard]] const std::vector<Ref<Tool>>& All() const {
-        return m_aTools;
-    }
+    [[nodiscard]] const std::vector<Ref<Tool>>& All() const { return m_aTools; }
 
 protected:
     void InsertTool(std::size_t iPosition, Ref<Tool> oTool);
@@ -220,7 +166,7 @@ private:
 // The master list.
 class [[gnu::visibility("default")]] MasterTools final : public ToolCollection {
 public:
-    explicit MasterTools(ActiveBar * pBar) : m_pBar(pBar) {}
+    explicit MasterTools(ActiveBar* pBar) : m_pBar(pBar) {}
     ~MasterTools() override;
 
     [[nodiscard]] Ref<Tool> Add(Long lToolId, std::string_view sName);
@@ -237,7 +183,7 @@ private:
 // The instances in a band.
 class [[gnu::visibility("default")]] BandTools final : public ToolCollection {
 public:
-    explicit BandTools(Band * pBand) : m_pBand(pBand) {}
+    explicit BandTools(Band* pBand) : m_pBand(pBand) {}
     ~BandTools() override;
 
     using ToolCollection::Item;
@@ -260,59 +206,33 @@ private:
 
 class [[gnu::visibility("default")]] Band final : public virtual Object {
 public:
-    Band(ActiveBar * pBar, std::string sName);
+    Band(ActiveBar* pBar, std::string sName);
     ~Band() override;
 
-    [[nodiscard]] const std::string& Name() const {
-        return m_sName;
-    }
-    [[nodiscard]] const std::string& Caption() const {
-        return m_sCaption.has_value() ? *m_sCaption : m_sNoText;
-    }
+    [[nodiscard]] const std::string& Name() const { return m_sName; }
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption.has_value() ? *m_sCaption : m_sNoText; }
     void SetCaption(std::string sCaption);
-    [[nodiscard]] std::optional<BandKind> Kind() const {
-        return m_eKind;
-    } // nothing until it is set
+    [[nodiscard]] std::optional<BandKind> Kind() const { return m_eKind; } // nothing until it is set
     void SetBandKind(BandKind eKind);
-    [[nodiscard]] bool Visible() const {
-        return m_bVisible.value_or(true);
-    }
+    [[nodiscard]] bool Visible() const { return m_bVisible.value_or(true); }
     void SetVisible(bool bVisible);
     // Whether a person may rebuild the band by dragging; the library says no for each toolbar.
-    [[nodiscard]] bool AllowCustomize() const {
-        return m_bAllowCustomize;
-    }
-    void SetAllowCustomize(bool bAllow) {
-        m_bAllowCustomize = bAllow;
-    }
-    [[nodiscard]] const Ref<BandTools>& Tools() const {
-        return m_oTools;
-    }
-    [[nodiscard]] const Ref<Object>& TagVariant() const {
-        return m_oTagVariant;
-    }
-    void SetTagVariant(Ref<Object> oTag) {
-        m_oTagVariant = std::move(oTag);
-    }
+    [[nodiscard]] bool AllowCustomize() const { return m_bAllowCustomize; }
+    void SetAllowCustomize(bool bAllow) { m_bAllowCustomize = bAllow; }
+    [[nodiscard]] const Ref<BandTools>& Tools() const { return m_oTools; }
+    [[nodiscard]] const Ref<Object>& TagVariant() const { return m_oTagVariant; }
+    void SetTagVariant(Ref<Object> oTag) { m_oTagVariant = std::move(oTag); }
     // Shows the band at the pointer, or where the renderer has been told to. Returns when the menu has closed.
     void ShowPopup();
     // Repaints at once.
     void Refresh();
 
-    [[nodiscard]] bool WasCaptionSet() const {
-        return m_sCaption.has_value();
-    }
-    [[nodiscard]] bool WasVisibleSet() const {
-        return m_bVisible.has_value();
-    }
-    [[nodiscard]] ActiveBar* Owner() const {
-        return m_pBar;
-    } // a null pointer once the control is gone
+    [[nodiscard]] bool WasCaptionSet() const { return m_sCaption.has_value(); }
+    [[nodiscard]] bool WasVisibleSet() const { return m_bVisible.has_value(); }
+    [[nodiscard]] ActiveBar* Owner() const { return m_pBar; } // a null pointer once the control is gone
     void Detach();
 
-    std::string_view TypeName() const override {
-        return "Band";
-    }
+    std::string_view TypeName() const override { return "Band"; }
 
 private:
     friend class BandTools;
@@ -331,12 +251,10 @@ private:
 
 class [[gnu::visibility("default")]] BandCollection final : public virtual Object {
 public:
-    explicit BandCollection(ActiveBar * pBar) : m_pBar(pBar) {}
+    explicit BandCollection(ActiveBar* pBar) : m_pBar(pBar) {}
     ~BandCollection() override;
 
-    [[nodiscard]] Long Count() const {
-        return static_cast<Long>(m_aBands.size());
-    }
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_aBands.size()); }
     // A second band of one name is allowed, but only the first is found by it.
     Ref<Band> Add(std::string_view sName);
     // Fails with 5 when there is none.
@@ -344,9 +262,7 @@ public:
     [[nodiscard]] Ref<Band> Find(std::string_view sName) const; // nothing instead of the failure
     // By position from 0. Fails with 9 outside.
     [[nodiscard]] Ref<Band> Item(Long lPosition) const;
-    [[nodiscard]] const std::vector<Ref<Band>>& All() const {
-        return m_aBands;
-    }
+    [[nodiscard]] const std::vector<Ref<Band>>& All() const { return m_aBands; }
     void Detach(); // by the control that goes away
 
 private:
@@ -360,20 +276,14 @@ public:
     ActiveBar();
     ~ActiveBar() override;
 
-    [[nodiscard]] const Ref<BandCollection>& Bands() const {
-        return m_oBands;
-    }
-    [[nodiscard]] const Ref<MasterTools>& Tools() const {
-        return m_oTools;
-    }
+    [[nodiscard]] const Ref<BandCollection>& Bands() const { return m_oBands; }
+    [[nodiscard]] const Ref<MasterTools>& Tools() const { return m_oTools; }
     void RecalcLayout();
     void RedrawBars();
     // The instances take over texts and drop-down band of the master.
     void ApplyToolToInstances(const Ref<Tool>& oTool);
     // Whether the status text is shown in its place; off while the progress bar stands there.
-    [[nodiscard]] bool StatusTextShown() const {
-        return m_bStatusTextShown;
-    }
+    [[nodiscard]] bool StatusTextShown() const { return m_bStatusTextShown; }
     void SetStatusTextShown(bool bShown);
 
     // The control's events.
@@ -394,9 +304,7 @@ public:
     // Hides the band and raises BandClose; nothing for a hidden band.
     void Close(const Ref<Band>& oBand);
 
-    std::string_view TypeName() const override {
-        return "ActiveBar";
-    }
+    std::string_view TypeName() const override { return "ActiveBar"; }
 
 private:
     Ref<MasterTools> m_oTools;

@@ -22,9 +22,7 @@ public:
     explicit Form(MdiForm* pApplication = nullptr, bool bMDIChild = false);
     ~Form() override;
 
-    [[nodiscard]] bool IsLoaded() const {
-        return m_bLoaded;
-    }
+    [[nodiscard]] bool IsLoaded() const { return m_bLoaded; }
     // Raises OnLoad; nothing for a loaded form.
     void Load();
     // Raises OnUnload, whose handlers may refuse, and then takes the form away. False when it was refused.
@@ -37,54 +35,24 @@ public:
     void Move(Single fLeft, Single fTop, Single fWidth, Single fHeight);
 
     // Never reused; 0 while the form isn't loaded.
-    [[nodiscard]] Long HWnd() const {
-        return m_lHWnd;
-    }
-    [[nodiscard]] const std::string& Caption() const {
-        return m_sCaption;
-    }
+    [[nodiscard]] Long HWnd() const { return m_lHWnd; }
+    [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
     void SetCaption(std::string sCaption);
-    [[nodiscard]] bool Visible() const {
-        return m_bVisible;
-    }
-    [[nodiscard]] bool MDIChild() const {
-        return m_bMDIChild;
-    }
-    [[nodiscard]] FormState WindowState() const {
-        return m_eState;
-    }
+    [[nodiscard]] bool Visible() const { return m_bVisible; }
+    [[nodiscard]] bool MDIChild() const { return m_bMDIChild; }
+    [[nodiscard]] FormState WindowState() const { return m_eState; }
     void SetWindowState(FormState eState);
-    [[nodiscard]] MdiForm* Application() const {
-        return m_pApplication;
-    } // a null pointer for a form of its own
-    void Detach(Badge<MdiForm>) {
-        m_pApplication = nullptr;
-    }
-    [[nodiscard]] const Ref<Form>& ShowOwner() const {
-        return m_oOwner;
-    } // of the latest Show
-    [[nodiscard]] bool IsModal() const {
-        return m_bModal;
-    } // by the latest Show
+    [[nodiscard]] MdiForm* Application() const { return m_pApplication; } // a null pointer for a form of its own
+    void Detach(Badge<MdiForm>) { m_pApplication = nullptr; }
+    [[nodiscard]] const Ref<Form>& ShowOwner() const { return m_oOwner; } // of the latest Show
+    [[nodiscard]] bool IsModal() const { return m_bModal; }               // by the latest Show
     // In twips. The scale sizes are those of the inner area; they are the outer ones less what SetFrame says.
-    [[nodiscard]] Single Left() const {
-        return m_fLeft;
-    }
-    [[nodiscard]] Single Top() const {
-        return m_fTop;
-    }
-    [[nodiscard]] Single Width() const {
-        return m_fWidth;
-    }
-    [[nodiscard]] Single Height() const {
-        return m_fHeight;
-    }
-    [[nodiscard]] Single ScaleWidth() const {
-        return m_fWidth - m_fFrameWidth;
-    }
-    [[nodiscard]] Single ScaleHeight() const {
-        return m_fHeight - m_fFrameHeight;
-    }
+    [[nodiscard]] Single Left() const { return m_fLeft; }
+    [[nodiscard]] Single Top() const { return m_fTop; }
+    [[nodiscard]] Single Width() const { return m_fWidth; }
+    [[nodiscard]] Single Height() const { return m_fHeight; }
+    [[nodiscard]] Single ScaleWidth() const { return m_fWidth - m_fFrameWidth; }
+    [[nodiscard]] Single ScaleHeight() const { return m_fHeight - m_fFrameHeight; }
     void SetFrame(Single fWidth, Single fHeight);
 
     // The form's events.

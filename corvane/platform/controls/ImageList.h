@@ -19,24 +19,14 @@ public:
     };
 
     // In pixels.
-    [[nodiscard]] Long ImageHeight() const {
-        return m_lImageHeight;
-    }
-    void SetImageHeight(Long lHeight) {
-        m_lImageHeight = lHeight;
-    }
-    [[nodiscard]] Long ImageWidth() const {
-        return m_lImageWidth;
-    }
-    void SetImageWidth(Long lWidth) {
-        m_lImageWidth = lWidth;
-    }
+    [[nodiscard]] Long ImageHeight() const { return m_lImageHeight; }
+    void SetImageHeight(Long lHeight) { m_lImageHeight = lHeight; }
+    [[nodiscard]] Long ImageWidth() const { return m_lImageWidth; }
+    void SetImageWidth(Long lWidth) { m_lImageWidth = lWidth; }
 
     // Appends; no picture is allowed. Fails with 457 when the key is present.
     void Add(std::string_view sKey, Ref<Picture> oPicture);
-    [[nodiscard]] const std::vector<Image>& ListImages() const {
-        return m_aImages;
-    }
+    [[nodiscard]] const std::vector<Image>& ListImages() const { return m_aImages; }
     // The position from 0, or -1 when there is no such key.
     [[nodiscard]] Long Find(std::string_view sKey) const;
 

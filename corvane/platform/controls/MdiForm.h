@@ -24,9 +24,7 @@ public:
     [[nodiscard]] std::vector<Ref<Form>> Forms() const;
     void Arrange(Arrangement eHow);
     // While set, ActiveForm tells nothing: the child that refused to unload isn't asked again in the same turn.
-    void SetRefusesToTellChild(bool bRefuses) {
-        m_bHidesActive = bRefuses;
-    }
+    void SetRefusesToTellChild(bool bRefuses) { m_bHidesActive = bRefuses; }
 
     // A control or other member that is looked up by its name at run time, such as "ActiveBar".
     void AddMember(std::string_view sName, Ref<Object> oMember);
@@ -38,11 +36,11 @@ public:
     Event<const Ref<Form>&> ChildLoaded;
 
     // By the forms themselves.
-    void FormMade(Form & oForm);
+    void FormMade(Form& oForm);
     void FormLoaded(const Ref<Form>& oForm);
     void FormActivated(const Ref<Form>& oForm);
-    void FormUnloaded(Form & oForm);
-    void Forget(Form & oForm);
+    void FormUnloaded(Form& oForm);
+    void Forget(Form& oForm);
 
 private:
     std::vector<Form*> m_aMade;  // each takes itself out when it ends

@@ -16,22 +16,18 @@ public:
     [[nodiscard]] Node* Find(std::string_view sKey, std::size_t uHash) const;
     [[nodiscard]] Node* Find(std::string_view sKey) const;
     // The node's key must not be present.
-    void Insert(Node * pNode, std::size_t uHash);
+    void Insert(Node* pNode, std::size_t uHash);
     // The node must be present under its key.
     void Erase(const Node* pNode);
     void Clear();
-    [[nodiscard]] std::size_t Count() const {
-        return m_nNodes;
-    }
+    [[nodiscard]] std::size_t Count() const { return m_nNodes; }
 
 private:
     struct Slot {
         Node* pNode = nullptr; // null for a free slot
         std::size_t uHash = 0;
     };
-    [[nodiscard]] std::size_t Next(std::size_t i) const {
-        return (i + 1) & (m_aSlots.size() - 1);
-    }
+    [[nodiscard]] std::size_t Next(std::size_t i) const { return (i + 1) & (m_aSlots.size() - 1); }
     void Place(const Slot& oSlot);
     void Grow();
 

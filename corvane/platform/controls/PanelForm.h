@@ -16,12 +16,8 @@ public:
     explicit PanelForm(bool bWithTabStrip = true);
 
     // A control by its name. Fails with 5 when there is none.
-    [[nodiscard]] Ref<Object> Control(std::string_view sName) const {
-        return m_colControls->Item(sName);
-    }
-    [[nodiscard]] const Ref<KeyedCollection<Ref<Object>>>& Controls() const {
-        return m_colControls;
-    }
+    [[nodiscard]] Ref<Object> Control(std::string_view sName) const { return m_colControls->Item(sName); }
+    [[nodiscard]] const Ref<KeyedCollection<Ref<Object>>>& Controls() const { return m_colControls; }
     // Makes a control of "MSComctlLib.TreeCtrl.2" or "MSComctlLib.ImageListCtrl.2" under a name. Fails with 429 for
     // another ProgID, with 457 when the name is taken.
     Ref<Object> AddControl(std::string_view sProgID, std::string_view sName);

@@ -12,19 +12,13 @@ namespace corvane {
 
 class [[gnu::visibility("default")]] TabStrip final : public virtual Object {
 public:
-    [[nodiscard]] Long Tabs() const {
-        return static_cast<Long>(m_aCaptions.size());
-    }
+    [[nodiscard]] Long Tabs() const { return static_cast<Long>(m_aCaptions.size()); }
     // More tabs come with empty captions. Fails with 5 below 0.
     void SetTabs(Long lTabs);
-    [[nodiscard]] Long TabsPerRow() const {
-        return m_lTabsPerRow;
-    }
+    [[nodiscard]] Long TabsPerRow() const { return m_lTabsPerRow; }
     void SetTabsPerRow(Long lTabs);
     // The current tab, from 0. Fails with 5 when there is none of that number; raises no event of the control.
-    [[nodiscard]] Long Tab() const {
-        return m_lTab;
-    }
+    [[nodiscard]] Long Tab() const { return m_lTab; }
     void SetTab(Long lTab);
     // Of the current tab; writing does nothing when there is no tab.
     [[nodiscard]] std::string Caption() const;
@@ -33,15 +27,9 @@ public:
         return m_aCaptions.at(static_cast<std::size_t>(lTab));
     }
     // In twips.
-    [[nodiscard]] Single Width() const {
-        return m_fWidth;
-    }
-    [[nodiscard]] Single Height() const {
-        return m_fHeight;
-    }
-    [[nodiscard]] Single Top() const {
-        return m_fTop;
-    }
+    [[nodiscard]] Single Width() const { return m_fWidth; }
+    [[nodiscard]] Single Height() const { return m_fHeight; }
+    [[nodiscard]] Single Top() const { return m_fTop; }
     void SetBounds(Single fTop, Single fWidth, Single fHeight);
 
     Event<Long> Click; // the control's: the user changed tab; the previous tab

@@ -44,53 +44,33 @@ enum class NodeRelationship : Long { First = 0, Child = 4 };
 // texts and has no parent and no children.
 class [[gnu::visibility("default")]] Node final : public virtual Object {
 public:
-    Node(Nodes * pNodes, std::string sKey, std::string sText, Long lImage);
+    Node(Nodes* pNodes, std::string sKey, std::string sText, Long lImage);
     ~Node() override;
 
-    [[nodiscard]] const std::string& Key() const {
-        return m_sKey;
-    }
+    [[nodiscard]] const std::string& Key() const { return m_sKey; }
     // Fails with 457 when another node has the key, with 91 when the node has been removed.
     void SetKey(std::string sKey);
-    [[nodiscard]] const std::string& Text() const {
-        return m_sText;
-    }
+    [[nodiscard]] const std::string& Text() const { return m_sText; }
     void SetText(std::string sText);
-    [[nodiscard]] const std::string& Tag() const {
-        return m_sTag;
-    }
-    void SetTag(std::string sTag) {
-        m_sTag = std::move(sTag);
-    }
+    [[nodiscard]] const std::string& Tag() const { return m_sTag; }
+    void SetTag(std::string sTag) { m_sTag = std::move(sTag); }
     // The position of the picture in the tree's image list; -1 for none.
-    [[nodiscard]] Long ImageIndex() const {
-        return m_lImage;
-    }
+    [[nodiscard]] Long ImageIndex() const { return m_lImage; }
     // Its key there; empty for none.
     [[nodiscard]] std::string Image() const;
-    [[nodiscard]] bool Expanded() const {
-        return m_bExpanded;
-    }
+    [[nodiscard]] bool Expanded() const { return m_bExpanded; }
     void SetExpanded(bool bExpanded);
     // Whether it is the tree's selected item.
     [[nodiscard]] bool Selected() const;
     // True selects it; false takes the selection away if it is this node. Raises no event of the control.
     void SetSelected(bool bSelected);
 
-    [[nodiscard]] Node* Parent() const {
-        return m_pParent;
-    } // null for a root
-    [[nodiscard]] const std::vector<Node*>& Children() const {
-        return m_aChildren;
-    }
+    [[nodiscard]] Node* Parent() const { return m_pParent; } // null for a root
+    [[nodiscard]] const std::vector<Node*>& Children() const { return m_aChildren; }
     [[nodiscard]] Long Row() const; // among its siblings, from 0
-    [[nodiscard]] bool IsInTree() const {
-        return m_pNodes != nullptr;
-    }
+    [[nodiscard]] bool IsInTree() const { return m_pNodes != nullptr; }
 
-    std::string_view TypeName() const override {
-        return "Node";
-    }
+    std::string_view TypeName() const override { return "Node"; }
 
 private:
     friend class Nodes;
@@ -109,7 +89,7 @@ private:
 // The nodes of a tree. Keys ignore case and are found by one hash look-up.
 class [[gnu::visibility("default")]] Nodes final : public virtual Object {
 public:
-    explicit Nodes(TreeView * pTreeView) : m_pTreeView(pTreeView) {}
+    explicit Nodes(TreeView* pTreeView) : m_pTreeView(pTreeView) {}
     ~Nodes() override;
 
     // Adds a node and returns it. First puts a root behind the other roots, Child a child of sRelative behind its
@@ -120,21 +100,13 @@ public:
     // Fails with 5 when there is no such node.
     [[nodiscard]] Ref<Node> Item(std::string_view sKey) const;
     [[nodiscard]] Ref<Node> Find(std::string_view sKey) const; // nothing instead of the failure
-    [[nodiscard]] bool HasKey(std::string_view sKey) const {
-        return m_oKeys.Find(sKey) != nullptr;
-    }
+    [[nodiscard]] bool HasKey(std::string_view sKey) const { return m_oKeys.Find(sKey) != nullptr; }
     // With all that is below it. Fails with 5 when there is no such node.
     void Remove(std::string_view sKey);
     void Clear();
-    [[nodiscard]] Long Count() const {
-        return static_cast<Long>(m_oKeys.Count());
-    }
-    [[nodiscard]] const std::vector<Node*>& Roots() const {
-        return m_aRoots;
-    }
-    void Detach() {
-        m_pTreeView = nullptr;
-    }
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_oKeys.Count()); }
+    [[nodiscard]] const std::vector<Node*>& Roots() const { return m_aRoots; }
+    void Detach() { m_pTreeView = nullptr; }
 
 private:
     friend class Node;
@@ -157,81 +129,37 @@ public:
     explicit TreeView(std::string sName);
     ~TreeView() override;
 
-    [[nodiscard]] const std::string& Name() const {
-        return m_sName;
-    }
-    [[nodiscard]] const Ref<Nodes>& GetNodes() const {
-        return m_oNodes;
-    }
-    [[nodiscard]] const Ref<ImageList>& GetImageList() const {
-        return m_oImageList;
-    }
-    void SetImageList(Ref<ImageList> oImageList) {
-        m_oImageList = std::move(oImageList);
-    }
+    [[nodiscard]] const std::string& Name() const { return m_sName; }
+    [[nodiscard]] const Ref<Nodes>& GetNodes() const { return m_oNodes; }
+    [[nodiscard]] const Ref<ImageList>& GetImageList() const { return m_oImageList; }
+    void SetImageList(Ref<ImageList> oImageList) { m_oImageList = std::move(oImageList); }
     // The tab, from 0, on which the tree stands; -1 until it has been put on one.
-    [[nodiscard]] Long Container() const {
-        return m_lContainer;
-    }
-    void SetContainer(Long lTab) {
-        m_lContainer = lTab;
-    }
-    [[nodiscard]] const std::string& Tag() const {
-        return m_sTag;
-    }
-    void SetTag(std::string sTag) {
-        m_sTag = std::move(sTag);
-    }
-    [[nodiscard]] Long BorderStyle() const {
-        return m_lBorderStyle;
-    }
-    void SetBorderStyle(Long lStyle) {
-        m_lBorderStyle = lStyle;
-    }
-    void SetOLEDragMode(Long lMode) {
-        m_lOLEDragMode = lMode;
-    }
-    void SetOLEDropMode(Long lMode) {
-        m_lOLEDropMode = lMode;
-    }
+    [[nodiscard]] Long Container() const { return m_lContainer; }
+    void SetContainer(Long lTab) { m_lContainer = lTab; }
+    [[nodiscard]] const std::string& Tag() const { return m_sTag; }
+    void SetTag(std::string sTag) { m_sTag = std::move(sTag); }
+    [[nodiscard]] Long BorderStyle() const { return m_lBorderStyle; }
+    void SetBorderStyle(Long lStyle) { m_lBorderStyle = lStyle; }
+    void SetOLEDragMode(Long lMode) { m_lOLEDragMode = lMode; }
+    void SetOLEDropMode(Long lMode) { m_lOLEDropMode = lMode; }
     // In twips.
-    [[nodiscard]] Single Indentation() const {
-        return m_fIndentation;
-    }
-    void SetIndentation(Single fTwips) {
-        m_fIndentation = fTwips;
-    }
-    [[nodiscard]] bool HideSelection() const {
-        return m_bHideSelection;
-    }
-    void SetHideSelection(bool bHide) {
-        m_bHideSelection = bHide;
-    }
-    [[nodiscard]] bool Visible() const {
-        return m_bVisible;
-    }
+    [[nodiscard]] Single Indentation() const { return m_fIndentation; }
+    void SetIndentation(Single fTwips) { m_fIndentation = fTwips; }
+    [[nodiscard]] bool HideSelection() const { return m_bHideSelection; }
+    void SetHideSelection(bool bHide) { m_bHideSelection = bHide; }
+    [[nodiscard]] bool Visible() const { return m_bVisible; }
     void SetVisible(bool bVisible);
-    [[nodiscard]] bool Enabled() const {
-        return m_bEnabled;
-    }
+    [[nodiscard]] bool Enabled() const { return m_bEnabled; }
     void SetEnabled(bool bEnabled);
     // In twips; -1 until something set it.
-    [[nodiscard]] Single Width() const {
-        return m_fWidth;
-    }
+    [[nodiscard]] Single Width() const { return m_fWidth; }
     void SetWidth(Single fWidth);
-    [[nodiscard]] Single Height() const {
-        return m_fHeight;
-    }
+    [[nodiscard]] Single Height() const { return m_fHeight; }
     void SetHeight(Single fHeight);
-    [[nodiscard]] Single Top() const {
-        return m_fTop;
-    }
+    [[nodiscard]] Single Top() const { return m_fTop; }
     void SetTop(Single fTop);
 
-    [[nodiscard]] Ref<Node> SelectedItem() const {
-        return m_oSelectedItem;
-    }
+    [[nodiscard]] Ref<Node> SelectedItem() const { return m_oSelectedItem; }
     // Nothing deselects. Raises no event of the control.
     void SetSelectedItem(Ref<Node> oNode);
     // Opens the selected node's label for editing: raises BeforeLabelEdit and, unless that cancels, asks the renderer
@@ -262,13 +190,9 @@ public:
     // cancels or fails, leaves the text that the edit began with.
     void CommitLabelEdit(std::string sText);
     void CancelLabelEdit();
-    [[nodiscard]] bool IsEditingLabel() const {
-        return static_cast<bool>(m_oEditedNode);
-    }
+    [[nodiscard]] bool IsEditingLabel() const { return static_cast<bool>(m_oEditedNode); }
 
-    std::string_view TypeName() const override {
-        return "TreeView";
-    }
+    std::string_view TypeName() const override { return "TreeView"; }
 
 private:
     friend class Nodes;
