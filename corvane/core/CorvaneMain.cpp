@@ -50,6 +50,8 @@ void Main() {
 void Unload() {
     frmWindowSupport::UnloadAll();
     ActionItem::UntieAll();
+    if (g_oFramework)
+        g_oFramework->LetGo(); // the service manager holds the framework, too
     g_oFramework = nullptr;
 }
 

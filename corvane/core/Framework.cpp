@@ -70,6 +70,10 @@ void Framework::m_frmMain_Unload() {
     const Ref<Framework> oSelf(this);
     WindowManager()->SetIsAppClosing(true);
     ServiceManager()->Terminate();
+    LetGo();
+}
+
+void Framework::LetGo() {
     m_oNavigationManager = nullptr;
     m_oWindowManager = nullptr;
     m_oServiceManager = nullptr;

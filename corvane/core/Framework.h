@@ -74,6 +74,9 @@ public:
     [[nodiscard]] std::string CVSelectYesNo(Long Expression, const std::string& Case0,
                                             const std::string& CaseElse = {}) const;
 
+    // By the library's unload: lets go of what stands when services failed to end. Harmless afterwards.
+    void LetGo();
+
     Ref<IService> Service() override;
 
     std::string_view TypeName() const override { return "Framework"; }

@@ -109,7 +109,10 @@ TEST(StartAndStop, NothingIsLeftOfAnApplication) {
         <ExplorerItem Name="Leaf" Type="Default" Parent="Root"><ActionItems><ActionItem Name="Open" Action="DoOpen"/>
         </ActionItems><Menus><MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1"/></Menus>
         </ExplorerItem></ExplorerItems>)");
-    for (int iRun = 0; iRun < 2; ++iRun) {
+    // Once more, and once with a service that fails to end.
+    for (const char* sStandIns :
+         {"{}", "{}", R"({"objects": {"A.Service": {"fail": {"Terminate": {"number": 77}}}}})"}) {
+        oApplication.SetStandIns(sStandIns);
         ASSERT_EQ(oApplication.Start(), 0);
         oApplication.Take("populate");
         for (int i = 0; i < 3; ++i)
