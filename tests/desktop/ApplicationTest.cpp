@@ -2,6 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/services/ServiceManager.h"
 #include "desktop/FailureDialog.h"
 #include "desktop/explorer/ExplorerPanel.h"
 

@@ -69,7 +69,7 @@ TEST_F(WindowsTest, AnExitedWindowAnswersForItsPlainValuesAlone) {
     EXPECT_EQ(oWindow->Key(), "k");
     EXPECT_FALSE(oWindow->IsModal() || oWindow->WasWindowCancelled());
     EXPECT_FALSE(oWindow->BusinessContext() || oWindow->WindowDef());
-    m_oUtilities->TakeLines();
+    (void)m_oUtilities->TakeLines();
     const auto oCommand = StandardCommandConstants::cvOK;
     const std::vector<std::pair<std::function<void()>, std::string>> aCases{
         {[&] { oWindow->Terminate(); }, "Window.Terminate 91"},

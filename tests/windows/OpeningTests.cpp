@@ -236,7 +236,7 @@ TEST_F(WindowsTest, ADeferredWindowComesWithTheTimersTick) {
 
     Open(false);
     LastForm().Unload(); // the window is gone when the tick comes
-    m_oUtilities->TakeLines();
+    (void)m_oUtilities->TakeLines();
     EXPECT_EQ(NumberOf([&] { m_oTimers->TickAll(); }), FailureNumber::ObjectNotSet);
     EXPECT_EQ(m_oUtilities->TakeLines(),
               (std::vector<std::string>{"Window.Show 91", "frmWindowSupport.tmWindowSupport_Timer 91"}));
