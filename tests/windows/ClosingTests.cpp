@@ -157,13 +157,15 @@ TEST_F(WindowsTest, ClosedWindowsLeaveNothingBehind) {
     for (int n = 0; n < 200; ++n)
         Manager().OpenWindow("Edit", New<Context>(nAlive));
     EXPECT_EQ(nAlive, 200);
+    int nLeft = 0;
     for (const auto& oForm : m_oFactory->aForms) {
         const Long hWnd = oForm->HWnd();
         m_oMessages->SendMessage(hWnd, WindowMessage::Close, 0, 0); // takes the hook away
-        EXPECT_TRUE(oForm->IsLoaded());
+        nLeft += oForm->IsLoaded() ? 0 : 1;
         m_oMessages->SendMessage(hWnd, WindowMessage::Close, 0, 0);
-        EXPECT_FALSE(oForm->IsLoaded() || oForm->OnActivate.HasSubscribers() != !oForm->aPages.empty());
+        nLeft += oForm->IsLoaded() || oForm->OnLoad.HasSubscribers() || oForm->OnDeactivate.HasSubscribers() ? 1 : 0;
     }
+    EXPECT_EQ(nLeft, 0);
     EXPECT_EQ(nAlive, 0);
     EXPECT_EQ(Manager().Windows()->Count(), 0);
 }

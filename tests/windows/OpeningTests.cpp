@@ -17,7 +17,7 @@ TEST_F(WindowsTest, EverybodyHearsOfAWindowsLifeInOrder) {
     const auto oWindow = OpenHidden("Edit", "k");
     EXPECT_EQ(m_oHeard->Take(), "pointer=11 new(0,mdi) WindowInitialize(k of 1) load initialize(apply) "
                                 "a.Initialize PageInitialize(a) b.Initialize PageInitialize(b) "
-                                "width(600) height(400) width(3000) height(2000) move(4450,2380,3100,2200) state=2 "
+                                "width(600) height(400) width(3000) height(2000) move(4450,2381,3100,2200) state=2 "
                                 "pointer=0");
     oWindow->Show();
     EXPECT_EQ(m_oHeard->Take(), "show WindowActivate(k of 1) PageActivate(a) a.Activate repaint");
@@ -182,10 +182,10 @@ TEST_F(WindowsTest, WindowsArePlacedAndShownByTheirKind) {
         const char* sExpected; // the main form is 12300 by 9600 outside, 12000 by 9000 inside
     };
     const std::vector<Case> aCases{
-        {true, false, "move(4950,2730,2100,1200) state=0|show repaint"},
-        {true, true, "move(4950,2730,2100,1200) state=0|show repaint"}, // by a direct Initialize alone
-        {false, false, "move(5100,2940,2100,1200) state=0|show owned repaint"},
-        {false, true, "move(5100,2940,2100,1200) state=0|show modal owned hide"},
+        {true, false, "move(4950,2731,2100,1200) state=0|show repaint"},
+        {true, true, "move(4950,2731,2100,1200) state=0|show repaint"}, // by a direct Initialize alone
+        {false, false, "move(5100,2941,2100,1200) state=0|show owned repaint"},
+        {false, true, "move(5100,2941,2100,1200) state=0|show modal owned hide"},
     };
     Define("Edit", "PageWidth='2000' PageHeight='1000'");
     const auto oDef = CorvaneMain::Framework()->ServiceManager()->WindowDefs()->Item("Edit");

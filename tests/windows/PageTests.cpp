@@ -165,7 +165,8 @@ TEST_F(WindowsTest, AFailingPageFailsTheReport) {
                                    {"Terminate", &Window::PageTerminate, "PageTerminate"}};
     const auto oWindow = OpenHidden("Edit");
     const auto oPage = LastForm().aPages.front();
-    for (const auto& [sEvent, fnReport, sReport] : aCases) {
+    for (const auto& [sEvent, fnReportOfCase, sReport] : aCases) {
+        const auto fnReport = fnReportOfCase;
         oPage->sFailsIn = sEvent;
         EXPECT_EQ(NumberOf([&] { (oWindow.Get()->*fnReport)(oPage); }), 1001);
         EXPECT_EQ(m_oUtilities->TakeLines(),

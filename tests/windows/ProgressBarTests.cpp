@@ -79,14 +79,11 @@ protected:
         m_oChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) { HearChange(oChange); });
     }
     void HearChange(const BarChange& oChange) {
-        std::string sState = State();
-        if (oChange.eWhat == BarChange::What::Layout)
-            sState = "layout";
-        else if (sState == m_sLastState)
-            return;
-        else
-            m_sLastState = sState;
-        m_oHeard->Add(sState);
+        const std::string sState = State();
+        if (std::exchange(m_sLastState, sState) != sState)
+            m_oHeard->Add(sState);
+        else if (oChange.eWhat == BarChange::What::Layout)
+            m_oHeard->Add("layout");
     }
     // The parts of the shell that are on.
     std::string State() const {
@@ -122,6 +119,7 @@ TEST_F(ProgressBarTest, ShowAndHideTakeTheirStepsInOrder) {
     EXPECT_EQ(State(), "[+++ text status]");
     EXPECT_FALSE(m_oBar->Visible());
     m_oBarTool->SetEnabled(false); // which is forgotten by Hide
+    EXPECT_EQ(State(), "[++ text status]");
     m_oHeard->Take();
     m_oBar->Show();
     EXPECT_EQ(m_oHeard->Take(), "[+ text status] [ text status] Cancel=False WasCanceled=False Max=100 Value=0 "
