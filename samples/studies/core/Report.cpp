@@ -39,12 +39,12 @@ std::string Counted(std::size_t n, std::string_view sOne) {
 
 } // namespace
 
-std::string FigureText(double dblValue) {
+std::string FigureText(double dblValue, int nDigits) {
     if (std::isnan(dblValue))
         return "-";
     std::array<char, 32> aText{};
     const auto oResult =
-        std::to_chars(aText.data(), aText.data() + aText.size(), dblValue, std::chars_format::general, 7);
+        std::to_chars(aText.data(), aText.data() + aText.size(), dblValue, std::chars_format::general, nDigits);
     return {aText.data(), oResult.ptr};
 }
 
@@ -96,13 +96,14 @@ std::string ReportText(const std::vector<GroupSummary>& aGroups, std::string_vie
 
 std::string LineText(const TableSummary& oSummary) {
     constexpr std::size_t nShown = 4;
+    constexpr int nDigits = 4;
     std::string sText;
     std::size_t nNumbers = 0;
     for (const ColumnSummary& oColumn : oSummary.aColumns) {
         if (oColumn.eType == ColumnType::Text || ++nNumbers > nShown)
             continue;
-        sText += (sText.empty() ? "" : ", ") + oColumn.sName + " " + FigureText(oColumn.dblMean) + " \u00B1 " +
-                 FigureText(oColumn.dblDeviation);
+        sText += (sText.empty() ? "" : ", ") + oColumn.sName + " " + FigureText(oColumn.dblMean, nDigits) + " \u00B1 " +
+                 FigureText(oColumn.dblDeviation, nDigits);
     }
     if (nNumbers > nShown)
         sText += ", " + std::to_string(nNumbers - nShown) + " more";
