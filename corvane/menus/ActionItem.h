@@ -11,7 +11,7 @@ namespace corvane {
 
 // A provider changes what the user sees by writing here and never touches the control. The state is the provider's
 // own and survives while no tool is attached.
-class [[gnu::visibility("default")]] ActionItem final : public Automation<ActionItem> {
+class __attribute__((visibility("default"))) ActionItem final : public Automation<ActionItem> {
 public:
     ActionItem();
     ~ActionItem() override;

@@ -9,7 +9,7 @@ namespace corvane {
 class ActionItem;
 using ActionItemCollection = KeyedCollection<Ref<ActionItem>>;
 
-class [[gnu::visibility("default")]] IActionsProvider : public virtual Object {
+class __attribute__((visibility("default"))) IActionsProvider : public virtual Object {
 public:
     // Keep the collection: one item an action, by name.
     virtual void Initialize(const Ref<ActionItemCollection>& oActionItems) = 0;

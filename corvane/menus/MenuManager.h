@@ -20,7 +20,7 @@ class SortedList;
 
 // The whole structure is built once, hidden, before any provider exists; at run time tools only pass from provider to
 // provider. A provider is given in two forms: the object that owns the procedures, and its IActionsProvider view.
-class [[gnu::visibility("default")]] MenuManager final : public virtual Object {
+class __attribute__((visibility("default"))) MenuManager final : public virtual Object {
 public:
     MenuManager();
     ~MenuManager() override;
@@ -106,10 +106,17 @@ private:
     void FileDefinitions();
     void AddServiceProviders();
     Ref<Tool> AddTool(const std::string& sName);
+    [[nodiscard]] Ref<Tool> ToolOf(const MenuItemDef& oMenuItemDef) const;
+    Ref<Tool> NewMenuTool(const MenuItemDef& oMenuItemDef);
+    [[nodiscard]] static Ref<ActionItem> NewActionItem(const Ref<Object>& oActionsProviderObj,
+                                                       const Ref<ActionItemDef>& oActionItemDef);
     void SetShortCut(Tool& oTool, const std::string& sShortCutKey) const;
     void InsertSeparator(Band& oBand, Long lPosition) const;
     [[nodiscard]] Ref<Band> ParentBand(const std::string& sPath);
     [[nodiscard]] Ref<Band> EntryBand(const std::string& sPath);
+    void InsertMenuItem(Band& oParent, const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool) const;
+    Ref<Band> PlaceAddedTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool);
+    Ref<Band> PlaceAddedItem(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool);
     void PlaceMenuItem(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool, bool bIsShared);
     void PlaceMenuTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool);
     void AdoptMenuTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool);

@@ -79,9 +79,7 @@ void MenuManager::PlaceContextEntry(const Ref<Band>& oBand, const MenuItemDef& o
 
 void MenuManager::AddContextMenuItem(const Ref<Band>& oBand, const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
-    Ref<Tool> oTool = oActionItemDef->Tool();
-    if (!oTool)
-        oTool = FindTool(oMenuItemDef->Key());
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
     if (!oTool)
         oTool = ContextTool(oBand, *oMenuItemDef, true);
     oActionItemDef->SetTool(oTool);
@@ -114,24 +112,14 @@ void MenuManager::AddContextMenu(const Ref<Object>& oExplorerItemObj, const std:
                                  bPassActionItemParam);
             oExplorerItemDef->ActionItemDefs()->Add(oActionItemDef, oActionItemDef->Name());
         }
-        if (colActionItems) {
-            auto oActionItem = New<ActionItem>();
-            oActionItem->Initialize(oExplorerItemObj, oActionItemDef);
-            oActionItem->SetAction(oActionItemDef->Action());
-            oActionItem->SetName(oActionItemDef->Name());
-            oActionItem->SetVisible(oActionItemDef->Visible());
-            oActionItem->SetEnabled(oActionItemDef->Enabled());
-            oActionItem->SetChecked(oActionItemDef->Checked());
-            colActionItems->Add(oActionItem, sActionItemName);
-        }
+        if (colActionItems)
+            colActionItems->Add(NewActionItem(oExplorerItemObj, oActionItemDef), sActionItemName);
     }
     oMenuItemDef->SetActionItemDef(oActionItemDef);
 
     const std::string sRoot = ContextBandName(*oExplorerItemDef);
     const Ref<Band> oBand = FindBand(sPath.empty() ? sRoot : sRoot + "." + sPath);
-    Ref<Tool> oTool = oActionItemDef->Tool();
-    if (!oTool)
-        oTool = FindTool(oMenuItemDef->Key());
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
     if (!oTool)
         oTool = ContextTool(oBand, *oMenuItemDef, false);
     oActionItemDef->SetTool(oTool);

@@ -22,6 +22,22 @@ void MenuManager::InsertSeparator(Band& oBand, Long lPosition) const {
     oBand.Tools()->Insert(lPosition, m_oActiveBar->Tools()->Item("Separator"));
 }
 
+// The tool that an entry has already: its action's, whoever made it, or the one of its key.
+Ref<Tool> MenuManager::ToolOf(const MenuItemDef& oMenuItemDef) const {
+    Ref<Tool> oTool = oMenuItemDef.ActionItemDef()->Tool();
+    return oTool ? oTool : FindTool(oMenuItemDef.Key());
+}
+
+Ref<Tool> MenuManager::NewMenuTool(const MenuItemDef& oMenuItemDef) {
+    Ref<Tool> oTool = AddTool(oMenuItemDef.Key());
+    SetShortCut(*oTool, oMenuItemDef.ShortCutKey());
+    if (oMenuItemDef.MenuType() == MenuType::fwMenuTitle) {
+        oTool->SetDropDownBand(oMenuItemDef.Key());
+        oTool->SetCategory("Menus");
+    }
+    return oTool;
+}
+
 // Where entries of a path stand.
 Ref<Band> MenuManager::EntryBand(const std::string& sPath) {
     Ref<Band> oBand = FindBand(sPath);
@@ -35,23 +51,15 @@ Ref<Band> MenuManager::ParentBand(const std::string& sPath) {
 
 void MenuManager::AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
-    const bool bIsTitle = oMenuItemDef->MenuType() == MenuType::fwMenuTitle;
-    Ref<Tool> oTool = oActionItemDef->Tool();
-    if (!oTool)
-        oTool = FindTool(oMenuItemDef->Key());
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
     if (!oTool) {
-        oTool = AddTool(oMenuItemDef->Key());
+        oTool = NewMenuTool(*oMenuItemDef);
         oTool->SetChecked(oActionItemDef->Checked());
         oTool->SetEnabled(oActionItemDef->Enabled());
         oTool->SetVisible(false);
-        SetShortCut(*oTool, oMenuItemDef->ShortCutKey());
-        if (bIsTitle) {
-            oTool->SetDropDownBand(oMenuItemDef->Key());
-            oTool->SetCategory("Menus");
-        }
     }
     oActionItemDef->SetTool(oTool);
-    if (!bIsTitle)
+    if (oMenuItemDef->MenuType() != MenuType::fwMenuTitle)
         PlaceMenuItem(*oMenuItemDef, oTool, oActionItemDef->IsShared());
     else if (FindBand(oMenuItemDef->Key()))
         AdoptMenuTitle(*oMenuItemDef, oTool);
@@ -61,17 +69,20 @@ void MenuManager::AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     Reraise("MenuManager", "AddMenuItem");
 }
 
+void MenuManager::InsertMenuItem(Band& oParent, const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool) const {
+    const Ref<BandTools> oTools = oParent.Tools();
+    if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorBefore)
+        InsertSeparator(oParent, -1);
+    const Ref<Tool> oInstance = oTools->Insert(oTools->Count(), oTool);
+    oInstance->SetCaption(oMenuItemDef.Caption());
+    oInstance->SetDescription(oMenuItemDef.ActionItemDef()->Description());
+    oTools->Item(oTool->Name())->SetDropDownBand("");
+}
+
 void MenuManager::PlaceMenuItem(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool, bool bIsShared) {
     const Ref<Band> oParent = EntryBand(oMenuItemDef.Path());
-    const Ref<BandTools> oTools = oParent->Tools();
-    if (!bIsShared) {
-        if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorBefore)
-            InsertSeparator(*oParent, -1);
-        oTools->Insert(oTools->Count(), oTool);
-        oTools->Item(oTools->Count() - 1)->SetCaption(oMenuItemDef.Caption());
-        oTools->Item(oTools->Count() - 1)->SetDescription(oMenuItemDef.ActionItemDef()->Description());
-        oTools->Item(oTool->Name())->SetDropDownBand("");
-    }
+    if (!bIsShared)
+        InsertMenuItem(*oParent, oMenuItemDef, oTool);
     // Also behind a shared entry, which itself isn't placed again.
     if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorAfter)
         InsertSeparator(*oParent, -1);
@@ -124,6 +135,19 @@ Ref<Band> MenuManager::CreatePlaceHolderMenuTitle(const std::string& sPath) try 
     Reraise("MenuManager", "CreatePlaceHolderMenuTitle");
 }
 
+// The live state of an action that a provider adds at run time.
+Ref<ActionItem> MenuManager::NewActionItem(const Ref<Object>& oActionsProviderObj,
+                                           const Ref<ActionItemDef>& oActionItemDef) {
+    auto oActionItem = New<ActionItem>();
+    oActionItem->Initialize(oActionsProviderObj, oActionItemDef);
+    oActionItem->SetAction(oActionItemDef->Action());
+    oActionItem->SetName(oActionItemDef->Name());
+    oActionItem->SetVisible(oActionItemDef->Visible());
+    oActionItem->SetEnabled(oActionItemDef->Enabled());
+    oActionItem->SetChecked(oActionItemDef->Checked());
+    return oActionItem;
+}
+
 void MenuManager::AddMenu(const Ref<Object>& oActionProviderObj, const Ref<IActionsProvider>& oActionProvider,
                           const std::string& sActionItemName, const std::string& sPath, Single fPositionOrder,
                           MenuType eMenuType, const std::string& sCaption, const std::string& sAction,
@@ -134,67 +158,53 @@ void MenuManager::AddMenu(const Ref<Object>& oActionProviderObj, const Ref<IActi
     oMenuItemDef->Init(sActionItemName, sPath, fPositionOrder, eMenuType, sCaption, sShortCutKey, sToolTip,
                        eSeparatorStyle);
     Ref<ActionItem> oActionItem;
-    Ref<ActionItemDef> oActionItemDef;
     const Ref<ActionItemCollection> colActionItems = oActionProvider->ActionItems();
     if (KeyExists(colActionItems, sActionItemName)) {
         oActionItem = colActionItems->Item(sActionItemName);
-        oActionItemDef = oActionItem->ActionItemDef();
     } else {
-        oActionItemDef = New<ActionItemDef>();
+        auto oActionItemDef = New<ActionItemDef>();
         oActionItemDef->Init(sActionItemName, sAction, bVisible, bEnabled, bChecked, sDescription,
                              bPassActionItemParam);
-        oActionItem = New<ActionItem>();
-        oActionItem->Initialize(oActionProviderObj, oActionItemDef);
-        oActionItem->SetAction(oActionItemDef->Action());
-        oActionItem->SetName(oActionItemDef->Name());
-        oActionItem->SetVisible(oActionItemDef->Visible());
-        oActionItem->SetEnabled(oActionItemDef->Enabled());
-        oActionItem->SetChecked(oActionItemDef->Checked());
+        oActionItem = NewActionItem(oActionProviderObj, oActionItemDef);
         colActionItems->Add(oActionItem, sActionItemName);
     }
+    const Ref<ActionItemDef> oActionItemDef = oActionItem->ActionItemDef();
     oMenuItemDef->SetActionItemDef(oActionItemDef);
-
-    const bool bIsTitle = eMenuType == MenuType::fwMenuTitle;
-    const std::string sKey = oMenuItemDef->Key();
-    Ref<Tool> oTool = oActionItemDef->Tool();
-    if (!oTool)
-        oTool = FindTool(sKey);
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
     if (!oTool) {
-        oTool = AddTool(sKey);
+        oTool = NewMenuTool(*oMenuItemDef);
         oTool->SetChecked(oActionItem->Checked());
         oTool->SetEnabled(oActionItem->Enabled());
         oTool->SetVisible(oActionItem->Visible());
-        SetShortCut(*oTool, sShortCutKey);
-        if (bIsTitle) {
-            oTool->SetDropDownBand(sKey);
-            oTool->SetCategory("Menus");
-        }
     }
     oActionItemDef->SetTool(oTool);
-
-    Ref<Band> oParent;
-    if (bIsTitle && FindBand(sKey)) {
-        oParent = ParentBand(sPath);
-        oParent->Tools()->Item(oTool->Name())->SetCaption(sCaption);
-    } else if (bIsTitle || !oActionItemDef->IsShared()) {
-        if (bIsTitle)
-            m_oActiveBar->Bands()->Add(sKey)->SetBandKind(BandKind::Popup);
-        oParent = bIsTitle ? ParentBand(sPath) : EntryBand(sPath);
-        if (eSeparatorStyle == SeparatorStyle::fwSeparatorBefore)
-            InsertSeparator(*oParent, -1);
-        const Ref<Tool> oInstance = oParent->Tools()->Insert(oParent->Tools()->Count(), oTool);
-        (bIsTitle ? oParent->Tools()->Item(oTool->Name()) : oInstance)->SetCaption(sCaption);
-        if (!bIsTitle) {
-            oInstance->SetDescription(oActionItemDef->Description());
-            oParent->Tools()->Item(oTool->Name())->SetDropDownBand("");
-        }
-    } else {
-        oParent = EntryBand(sPath);
-    }
+    const Ref<Band> oParent = eMenuType == MenuType::fwMenuTitle ? PlaceAddedTitle(*oMenuItemDef, oTool)
+                                                                 : PlaceAddedItem(*oMenuItemDef, oTool);
     if (eSeparatorStyle == SeparatorStyle::fwSeparatorAfter)
         InsertSeparator(*oParent, -1);
 } catch (...) {
     Reraise("MenuManager", "AddMenu");
+}
+
+Ref<Band> MenuManager::PlaceAddedTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool) {
+    const bool bHasBand = static_cast<bool>(FindBand(oMenuItemDef.Key()));
+    if (!bHasBand)
+        m_oActiveBar->Bands()->Add(oMenuItemDef.Key())->SetBandKind(BandKind::Popup);
+    Ref<Band> oParent = ParentBand(oMenuItemDef.Path());
+    if (!bHasBand) {
+        if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorBefore)
+            InsertSeparator(*oParent, -1);
+        oParent->Tools()->Insert(oParent->Tools()->Count(), oTool);
+    }
+    oParent->Tools()->Item(oTool->Name())->SetCaption(oMenuItemDef.Caption());
+    return oParent;
+}
+
+Ref<Band> MenuManager::PlaceAddedItem(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool) {
+    Ref<Band> oParent = EntryBand(oMenuItemDef.Path());
+    if (!oMenuItemDef.ActionItemDef()->IsShared())
+        InsertMenuItem(*oParent, oMenuItemDef, oTool);
+    return oParent;
 }
 
 } // namespace corvane

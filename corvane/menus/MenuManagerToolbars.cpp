@@ -79,9 +79,7 @@ Ref<Band> MenuManager::FindToolbarBand(const std::string& sName) {
 
 void MenuManager::AddToolbarItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
-    Ref<Tool> oTool = oActionItemDef->Tool();
-    if (!oTool)
-        oTool = FindTool(oMenuItemDef->Key());
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
     if (!oTool) {
         oTool = AddTool(oMenuItemDef->Key());
         oTool->SetChecked(oActionItemDef->Checked());
