@@ -42,7 +42,7 @@ Application::Application(const ApplicationOptions& oOptions)
 }
 
 Application::~Application() {
-    if (m_frmMain->IsLoaded())
+    if (m_frmMain->IsLoaded() && !m_pWindow->HasEnded())
         m_oFailures.Guard([this] { m_frmMain->Unload(); });
     m_pWindow.reset();
     m_pLibrary.reset();

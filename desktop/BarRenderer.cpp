@@ -70,7 +70,7 @@ void BarRenderer::Note(const BarChange& oChange) {
         m_setBands.insert(oChange.pBand);
         break;
     case BarChange::What::ToolState:
-        m_setStates.insert(oChange.pTool);
+        m_mapStates.try_emplace(oChange.pTool, Ref<Tool>(oChange.pTool));
         break;
     case BarChange::What::ShortCuts:
         m_oShortCuts.Invalidate();
@@ -97,7 +97,7 @@ void BarRenderer::Flush() {
     m_bScheduled = false;
     const bool bAllBands = std::exchange(m_bAllBands, false);
     const auto setBands = std::exchange(m_setBands, {});
-    const auto setStates = std::exchange(m_setStates, {});
+    const auto mapStates = std::exchange(m_mapStates, {});
     const auto setTexts = std::exchange(m_setTexts, {});
     for (const auto& oBand : m_oActiveBar->Bands()->All()) {
         if (!bAllBands && !setBands.contains(oBand.Get()))
@@ -109,8 +109,8 @@ void BarRenderer::Flush() {
         else if (IsBand(*oBand, sStatusBand))
             m_pWindow->statusBar()->setVisible(oBand->Visible());
     }
-    for (const Tool* pMaster : setStates)
-        m_oActions.ShowState(*pMaster);
+    for (const auto& [pMaster, oMaster] : mapStates)
+        m_oActions.ShowState(*oMaster);
     for (const Tool* pTool : setTexts)
         m_oActions.ShowTexts(pTool);
     ShowStatusBar();

@@ -11,6 +11,7 @@
 #include <QPoint>
 #include <map>
 #include <optional>
+#include <unordered_map>
 #include <unordered_set>
 
 class QLabel;
@@ -73,8 +74,8 @@ private:
     bool m_bScheduled = false;
     bool m_bAllBands = true;
     std::unordered_set<const Band*> m_setBands;
-    std::unordered_set<const Tool*> m_setStates; // masters
-    std::unordered_set<const Tool*> m_setTexts;  // instances and masters
+    std::unordered_map<const Tool*, Ref<Tool>> m_mapStates; // masters; held, as one may go before the pass
+    std::unordered_set<const Tool*> m_setTexts;             // compared only, never looked into
 
     Subscription m_oChanged;
     Subscription m_oPopupRequested;

@@ -155,9 +155,10 @@ QMenu* MainWindow::createPopupMenu() {
 
 void MainWindow::closeEvent(QCloseEvent* pEvent) {
     bool bRefused = false;
-    if (m_frmMain->IsLoaded())
+    if (m_frmMain->IsLoaded() && !m_bHasEnded)
         m_oFailures.Guard([&] { bRefused = !m_frmMain->Unload(); });
-    // A service that fails at its end doesn't keep the application open.
+    // A service that fails at its end doesn't keep the application open, and the others aren't told twice.
+    m_bHasEnded = !bRefused;
     pEvent->setAccepted(!bRefused);
 }
 

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] ExplorerPanel& Explorer() { return *m_pExplorer; }
     [[nodiscard]] QDockWidget& ExplorerDock() { return *m_pDock; }
     [[nodiscard]] QMdiArea& Area() { return *m_pArea; }
+    // Whether the form has been asked to unload and didn't refuse, also when a service failed at its end.
+    [[nodiscard]] bool HasEnded() const { return m_bHasEnded; }
     // Brings everything up to date now, as the end of a turn does.
     void Flush();
 
@@ -47,6 +49,7 @@ private:
     BarRenderer* m_pBars;
     ExplorerPanel* m_pExplorer = nullptr;
     QDockWidget* m_pDock = nullptr;
+    bool m_bHasEnded = false;
     Subscription m_oMainChanged;
     Subscription m_oBarChanged;
 };

@@ -135,6 +135,23 @@ TEST_F(ApplicationTest, ClosingTheWindowUnloadsOnce) {
     EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
 }
 
+TEST_F(ApplicationTest, FailureAtTheEndIsShownClosesTheWindowAndIsNotTriedAgain) {
+    int nUnloads = 0;
+    Subscription oUnload;
+    {
+        Application oApplication({App(), false});
+        ASSERT_TRUE(oApplication.Start());
+        oUnload = oApplication.MainForm()->OnUnload.Subscribe([&](bool&) {
+            ++nUnloads;
+            Fail(FailureNumber::FileNotFound);
+        });
+        oApplication.Window().close();
+        EXPECT_FALSE(oApplication.Window().isVisible());
+        EXPECT_EQ(oApplication.Failures().ShownCount(), 1);
+    }
+    EXPECT_EQ(nUnloads, 1);
+}
+
 TEST_F(ApplicationTest, UnloadOfTheFormClosesTheWindow) {
     Application oApplication({App(), false});
     ASSERT_TRUE(oApplication.Start());

@@ -175,6 +175,14 @@ TEST_F(BarRendererTest, CustomizeMenuHasAnEntryForEachToolbarAndTwoThatAHandlerR
     }
 }
 
+TEST_F(BarRendererTest, ToolThatGoesBeforeThePassIsPassedOver) {
+    const auto oStatus = m_oBar->Bands()->Item("StatusBar");
+    oStatus->Tools()->AddHostTool("Passing")->SetEnabled(false); // its master lives no longer than the instance
+    oStatus->Tools()->Remove(oStatus->Tools()->Count() - 1);
+    m_pRenderer->Flush();
+    EXPECT_EQ(m_aFailures, QStringList());
+}
+
 TEST_F(BarRendererTest, StatusTextIsShownAtOnceWhenItIsAskedFor) {
     const auto oStatus = m_oBar->Bands()->Item("StatusBar");
     oStatus->Tools()->Item("Status")->SetCaption("Ready & waiting");
