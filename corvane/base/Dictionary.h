@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] Dictionary final : public virtual Object {
+class __attribute__((visibility("default"))) Dictionary final : public virtual Object {
 public:
     // Fails with 457 when the name is present.
     void Add(std::string_view sName, Variant vValue);

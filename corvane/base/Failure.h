@@ -32,7 +32,7 @@ inline constexpr Long ObjectErrorBase = -2147221504;
 inline constexpr Long Foreign = -2147467259;
 } // namespace FailureNumber
 
-class [[gnu::visibility("default")]] Failure : public std::exception {
+class __attribute__((visibility("default"))) Failure : public std::exception {
 public:
     // An empty source reads "Corvane", an empty description the run time's text for the number.
     explicit Failure(Long lNumber, std::string sDescription = {}, std::string sSource = {}, std::string sHelpFile = {},

@@ -20,7 +20,7 @@ namespace corvane {
 // T is Ref of something or a value type. Look-up by key is one hash look-up. Iteration goes in order of insertion, and
 // elements may be added and removed meanwhile: what is added is still reached, what is removed is passed over.
 template <class T>
-class [[gnu::visibility("default")]] KeyedCollection final : public virtual Object {
+class __attribute__((visibility("default"))) KeyedCollection final : public virtual Object {
     struct Slot {
         T oValue{};
         const std::string* pKey = nullptr; // stands in m_mapKeys; none for an element without a key

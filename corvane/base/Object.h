@@ -24,7 +24,7 @@ struct MemberInfo {
     bool CanWrite;              // a property that takes a value
 };
 
-class [[gnu::visibility("default")]] Object {
+class __attribute__((visibility("default"))) Object {
 public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;

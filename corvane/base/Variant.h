@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] Variant {
+class __attribute__((visibility("default"))) Variant {
 public:
     Variant() = default; // empty
     Variant(bool bValue) : m_vValue(bValue) {}

@@ -25,7 +25,7 @@ class WindowManager;
 
 // A definition file whose ProgID is "Corvane.Framework" makes the commands menu entries. Once the main form has
 // unloaded, the managers and the progress bar are nothing.
-class [[gnu::visibility("default")]] Framework final : public Automation<Framework, IServiceAccess> {
+class __attribute__((visibility("default"))) Framework final : public Automation<Framework, IServiceAccess> {
 public:
     Framework();
     ~Framework() override;

@@ -6,7 +6,7 @@
 namespace corvane {
 
 // One at a time. The main form should have unloaded before the end.
-class [[gnu::visibility("default")]] Library {
+class __attribute__((visibility("default"))) Library {
 public:
     explicit Library(Platform oPlatform);
     ~Library();

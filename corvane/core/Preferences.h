@@ -8,7 +8,7 @@
 namespace corvane {
 
 // Nothing is cached: every read and write goes to the store, so two objects of one service and category agree.
-class [[gnu::visibility("default")]] Preferences final : public virtual Object {
+class __attribute__((visibility("default"))) Preferences final : public virtual Object {
 public:
     // Both names are empty until then.
     void Initialize(const std::string& sService, const std::string& sCategoty = "Default");

@@ -7,7 +7,7 @@ namespace corvane {
 
 class Framework;
 
-class [[gnu::visibility("default")]] Singleton {
+class __attribute__((visibility("default"))) Singleton {
 public:
     // Nothing while the library isn't loaded.
     [[nodiscard]] static Ref<corvane::Framework> Framework();

@@ -10,9 +10,9 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ExplorerItemBase final : public IExplorerItem,
-                                                public IActionsProvider,
-                                                public IWindowExitHandler {
+class __attribute__((visibility("default"))) ExplorerItemBase final : public IExplorerItem,
+                                                                      public IActionsProvider,
+                                                                      public IWindowExitHandler {
 public:
     // How an item names itself: nothing is raised. Renaming by the user goes through IExplorerItem::SetName.
     void NameSilently(std::string sName) { m_sName = std::move(sName); }

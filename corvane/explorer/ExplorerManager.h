@@ -20,7 +20,7 @@ class ActionItem;
 class ExplorerItemDef;
 class IExplorerItem;
 
-class [[gnu::visibility("default")]] ExplorerManager final : public virtual Object {
+class __attribute__((visibility("default"))) ExplorerManager final : public virtual Object {
 public:
     ExplorerManager();
     ~ExplorerManager() override;

@@ -10,7 +10,7 @@ namespace corvane {
 
 class ExplorerItemDef;
 
-class [[gnu::visibility("default")]] IExplorerItem : public virtual Object {
+class __attribute__((visibility("default"))) IExplorerItem : public virtual Object {
 public:
     // The item joins the explorer: it settles its name and fills its children. A second call does so anew.
     virtual void Initialize(const Ref<corvane::ExplorerItemDef>& oExplorerItemDef) = 0;

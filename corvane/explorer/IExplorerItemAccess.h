@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IExplorerItemAccess : public virtual Object {
+class __attribute__((visibility("default"))) IExplorerItemAccess : public virtual Object {
 public:
     virtual Ref<IExplorerItem> ExplorerItem() = 0;
 };

@@ -18,7 +18,7 @@ class MenuManager;
 class PanelForm;
 class WindowManager;
 
-class [[gnu::visibility("default")]] NavigationManager final : public virtual Object {
+class __attribute__((visibility("default"))) NavigationManager final : public virtual Object {
 public:
     NavigationManager();
     ~NavigationManager() override;

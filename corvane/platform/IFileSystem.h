@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IFileSystem : public virtual Object {
+class __attribute__((visibility("default"))) IFileSystem : public virtual Object {
 public:
     // The paths of a folder's files (no folders), in order of their names without regard to case. 76 when there is
     // no such folder.

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IIniReader : public virtual Object {
+class __attribute__((visibility("default"))) IIniReader : public virtual Object {
 public:
     // The leading whole number of the value; 0 for a value that begins with none.
     [[nodiscard]] virtual Long ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IMessageBox : public virtual Object {
+class __attribute__((visibility("default"))) IMessageBox : public virtual Object {
 public:
     // Returns when the user has answered.
     virtual void ShowInformation(std::string_view sText, std::string_view sTitle) = 0;

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IObjectFactory : public virtual Object {
+class __attribute__((visibility("default"))) IObjectFactory : public virtual Object {
 public:
     // Fails with 429 when the object can't be created; the description says which file, what was found and what was
     // wanted.

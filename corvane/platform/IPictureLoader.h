@@ -9,7 +9,7 @@
 namespace corvane {
 
 // A picture as its file holds it. Decoding is the renderer's work.
-class [[gnu::visibility("default")]] Picture final : public virtual Object {
+class __attribute__((visibility("default"))) Picture final : public virtual Object {
 public:
     enum class Format { Png, Bmp, Ico, Gif, Jpeg, Svg };
 
@@ -29,7 +29,7 @@ private:
     std::string m_sBytes;
 };
 
-class [[gnu::visibility("default")]] IPictureLoader : public virtual Object {
+class __attribute__((visibility("default"))) IPictureLoader : public virtual Object {
 public:
     // sName becomes the picture's name. Fails with 53 when there is no file, with 13 when its content is no picture
     // of a known format.

@@ -8,7 +8,7 @@ namespace corvane {
 
 enum class MousePointer : Long { Default = 0, Hourglass = 11 };
 
-class [[gnu::visibility("default")]] IScreen : public virtual Object {
+class __attribute__((visibility("default"))) IScreen : public virtual Object {
 public:
     [[nodiscard]] virtual MousePointer Pointer() const = 0;
     virtual void SetPointer(MousePointer ePointer) = 0;

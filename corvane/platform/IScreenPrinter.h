@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IScreenPrinter : public virtual Object {
+class __attribute__((visibility("default"))) IScreenPrinter : public virtual Object {
 public:
     // lMode 0: the desktop, lHwnd 0. 1: the main form of that handle. 2: the child form of that handle.
     virtual void PrintWindow(Long lMode, Long lHwnd) = 0;

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ISettingsStore : public virtual Object {
+class __attribute__((visibility("default"))) ISettingsStore : public virtual Object {
 public:
     // The text, or the default when there is none.
     [[nodiscard]] virtual std::string Read(std::string_view sService, std::string_view sCategory,

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ITimer : public virtual Object {
+class __attribute__((visibility("default"))) ITimer : public virtual Object {
 public:
     Event<> Tick;
     virtual void SetInterval(Long lMilliseconds) = 0;
@@ -15,7 +15,7 @@ public:
     virtual void SetEnabled(bool bEnabled) = 0;
 };
 
-class [[gnu::visibility("default")]] ITimers : public virtual Object {
+class __attribute__((visibility("default"))) ITimers : public virtual Object {
 public:
     // Disabled at first.
     [[nodiscard]] virtual Ref<ITimer> NewTimer() = 0;

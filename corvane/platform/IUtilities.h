@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IUtilities : public virtual Object {
+class __attribute__((visibility("default"))) IUtilities : public virtual Object {
 public:
     // One line in the log. With bShow the user is shown the failure before the call returns.
     virtual void LogError(std::string_view sAppName, std::string_view sModule, std::string_view sProcedure,

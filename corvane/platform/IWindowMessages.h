@@ -25,7 +25,7 @@ struct MinMaxInfo {
 // lParam is an address for GetMinMaxInfo, so it is as wide as one.
 using WindowProc = std::function<Long(Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam)>;
 
-class [[gnu::visibility("default")]] IWindowMessages : public virtual Object {
+class __attribute__((visibility("default"))) IWindowMessages : public virtual Object {
 public:
     // A number that stands for a procedure. Numbers are never reused.
     [[nodiscard]] virtual Long RegisterProc(WindowProc fnProc) = 0;

@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IXmlNode : public virtual Object {
+class __attribute__((visibility("default"))) IXmlNode : public virtual Object {
 public:
     // The attribute's value, or nothing when it is absent.
     [[nodiscard]] virtual std::optional<std::string> Attribute(std::string_view sName) const = 0;
@@ -24,7 +24,7 @@ public:
 };
 
 // A schema that has been read, to be used for any number of documents.
-class [[gnu::visibility("default")]] IXmlSchemaCache : public virtual Object {
+class __attribute__((visibility("default"))) IXmlSchemaCache : public virtual Object {
 public:
     // Fails when the file can't be read (53) or is no schema; the description then says where.
     virtual void Add(std::string_view sNamespace, std::string_view sFile) = 0;
@@ -36,7 +36,7 @@ struct XmlError {
     Long lLine = 0;      // 0 when it isn't known
 };
 
-class [[gnu::visibility("default")]] IXmlDocument : public virtual Object {
+class __attribute__((visibility("default"))) IXmlDocument : public virtual Object {
 public:
     // Parses the text of a file, whose bytes are Windows-1252 whatever its declaration says. False when it isn't well
     // formed or goes beyond the limits; ParseError tells why.
@@ -47,7 +47,7 @@ public:
     [[nodiscard]] virtual XmlError Validate(const Ref<IXmlSchemaCache>& oSchemaCache) const = 0;
 };
 
-class [[gnu::visibility("default")]] IXmlService : public virtual Object {
+class __attribute__((visibility("default"))) IXmlService : public virtual Object {
 public:
     [[nodiscard]] virtual Ref<IXmlDocument> NewDocument() = 0;
     [[nodiscard]] virtual Ref<IXmlSchemaCache> NewSchemaCache() = 0;

@@ -11,7 +11,7 @@ namespace corvane {
 
 // Shared by the definition that holds it, by menu items that refer to it and by action items at run time. Read-only
 // once it has been read, but for Tool and IsShared.
-class [[gnu::visibility("default")]] ActionItemDef final : public virtual Object {
+class __attribute__((visibility("default"))) ActionItemDef final : public virtual Object {
 public:
     [[nodiscard]] const std::string& Name() const { return m_sName; }
     [[nodiscard]] const std::string& Action() const { return m_sAction; }

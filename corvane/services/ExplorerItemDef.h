@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ExplorerItemDef final : public virtual Object {
+class __attribute__((visibility("default"))) ExplorerItemDef final : public virtual Object {
 public:
     [[nodiscard]] const std::string& Name() const { return m_sName; }
     [[nodiscard]] const std::string& DisplayName() const { return m_sDisplayName; }

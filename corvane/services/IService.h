@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IService : public virtual Object {
+class __attribute__((visibility("default"))) IService : public virtual Object {
 public:
     // The service begins work; called once, before any service is started.
     virtual void Initialize() = 0;

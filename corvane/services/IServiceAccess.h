@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IServiceAccess : public virtual Object {
+class __attribute__((visibility("default"))) IServiceAccess : public virtual Object {
 public:
     virtual Ref<IService> Service() = 0;
 };

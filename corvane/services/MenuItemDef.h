@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] MenuItemDef final : public virtual Object {
+class __attribute__((visibility("default"))) MenuItemDef final : public virtual Object {
 public:
     [[nodiscard]] corvane::MenuType MenuType() const { return m_eMenuType; }
     // The key of the title, or the name of the toolbar, under which the entry stands; empty for the top.

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] PageDef final : public virtual Object {
+class __attribute__((visibility("default"))) PageDef final : public virtual Object {
 public:
     // Reads a Page element. Fails with 13 for a value that doesn't convert, IsOptional and IsResizable being required,
     // and as ReadActionItemDefs and ReadMenuItemDefs do.

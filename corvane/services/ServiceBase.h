@@ -9,7 +9,9 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ServiceBase final : public IService, public IActionsProvider, public IWindowExitHandler {
+class __attribute__((visibility("default"))) ServiceBase final : public IService,
+                                                                 public IActionsProvider,
+                                                                 public IWindowExitHandler {
 public:
     // The service's live actions by name; nothing until the menus are built.
     [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override;

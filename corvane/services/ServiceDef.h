@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ServiceDef final : public virtual Object {
+class __attribute__((visibility("default"))) ServiceDef final : public virtual Object {
 public:
     [[nodiscard]] const std::string& Name() const { return m_sName; }
     [[nodiscard]] const std::string& ProgID() const { return m_sProgID; }

@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ServiceManager final : public virtual Object {
+class __attribute__((visibility("default"))) ServiceManager final : public virtual Object {
 public:
     ServiceManager();
     ~ServiceManager() override;

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] WindowDef final : public virtual Object {
+class __attribute__((visibility("default"))) WindowDef final : public virtual Object {
 public:
     // Reads a Window element. Fails with ObjectErrorBase for an unknown Type or State, with 13 for a value that
     // doesn't convert, with 457 for two pages of one key.

@@ -10,7 +10,7 @@ namespace corvane {
 
 // Cancelling is polled: Show(max, true), Increment or Percent or Value between the steps, WasCanceled asked, Hide at
 // the end. It doesn't nest: a second Show restarts it and the first Hide ends it. All failures go to the caller.
-class [[gnu::visibility("default")]] CVProgressBar final : public Automation<CVProgressBar> {
+class __attribute__((visibility("default"))) CVProgressBar final : public Automation<CVProgressBar> {
 public:
     // Fails with 5 when the bar has no band "StatusBar" with a tool "ctlProgressBar", with 438 when the form lacks the
     // control.

@@ -9,7 +9,7 @@ namespace corvane {
 class PageDef;
 class Window;
 
-class [[gnu::visibility("default")]] IPage : public virtual Object {
+class __attribute__((visibility("default"))) IPage : public virtual Object {
 public:
     // The page joins its window. The pane positions are a property bag; always nothing in this version.
     virtual void Initialize(const Ref<corvane::Window>& oWindow, const Ref<corvane::PageDef>& oPageDef,

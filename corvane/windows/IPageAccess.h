@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IPageAccess : public virtual Object {
+class __attribute__((visibility("default"))) IPageAccess : public virtual Object {
 public:
     virtual Ref<IPage> Page() = 0;
 };

@@ -7,7 +7,7 @@ namespace corvane {
 
 class Window;
 
-class [[gnu::visibility("default")]] IWindowController : public virtual Object {
+class __attribute__((visibility("default"))) IWindowController : public virtual Object {
 public:
     virtual void WindowInitialize(const Ref<Window>& oWindow) = 0;
     virtual void WindowTerminate(const Ref<Window>& oWindow) = 0;

@@ -7,7 +7,7 @@ namespace corvane {
 
 class Window;
 
-class [[gnu::visibility("default")]] IWindowExitHandler : public virtual Object {
+class __attribute__((visibility("default"))) IWindowExitHandler : public virtual Object {
 public:
     // Called once, while the window's fields are still set.
     virtual void OnExit(const Ref<Window>& oWindow, bool bWasCancelled) = 0;

@@ -10,7 +10,7 @@ class IPage;
 class IWindowFormController;
 
 // Sizes are in twips.
-class [[gnu::visibility("default")]] IWindowForm : public virtual Object {
+class __attribute__((visibility("default"))) IWindowForm : public virtual Object {
 public:
     // Once, after the form is loaded: build the form from the definition and report each page. The apply command is
     // shown only if the flag is true.

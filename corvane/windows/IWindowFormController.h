@@ -8,7 +8,7 @@ namespace corvane {
 class PageDef;
 class WindowDef;
 
-class [[gnu::visibility("default")]] IWindowFormController : public virtual Object {
+class __attribute__((visibility("default"))) IWindowFormController : public virtual Object {
 public:
     [[nodiscard]] virtual Ref<corvane::WindowDef> WindowDef() const = 0;
     // The last call of the form, once its unload has reached the window.

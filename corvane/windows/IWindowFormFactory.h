@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] IWindowFormFactory : public virtual Object {
+class __attribute__((visibility("default"))) IWindowFormFactory : public virtual Object {
 public:
     // A new form, which must be a Form as well. The type is never cvDefinitionDefault.
     virtual Ref<IWindowForm> NewWindowForm(WindowTypeConstants eWindowType, bool bIsMDIChild) = 0;

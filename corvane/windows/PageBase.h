@@ -11,7 +11,9 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] PageBase final : public IPage, public IActionsProvider, public IWindowExitHandler {
+class __attribute__((visibility("default"))) PageBase final : public IPage,
+                                                              public IActionsProvider,
+                                                              public IWindowExitHandler {
 public:
     // From Initialize to the end of Terminate; nothing before and after.
     [[nodiscard]] Ref<corvane::Window> Window() const { return m_oWindow; }

@@ -15,7 +15,7 @@
 namespace corvane {
 
 // After ExitWindow the plain values still answer; what needs the form fails with 91.
-class [[gnu::visibility("default")]] Window final : public IWindowFormController {
+class __attribute__((visibility("default"))) Window final : public IWindowFormController {
 public:
     // Loads, initialises, sizes and places the form, without showing it. An empty key becomes the window's identity
     // number. Fails with 13 when the form is no Form; after the form's load a failure leaves the window registered.

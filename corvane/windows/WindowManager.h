@@ -15,7 +15,7 @@ namespace corvane {
 
 class Window;
 
-class [[gnu::visibility("default")]] WindowManager final : public IWindowController {
+class __attribute__((visibility("default"))) WindowManager final : public IWindowController {
 public:
     WindowManager();
     ~WindowManager() override;

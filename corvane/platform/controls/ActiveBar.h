@@ -42,7 +42,7 @@ struct BarChange {
 };
 
 // A keyboard shortcut, made empty and given the text of a definition.
-class [[gnu::visibility("default")]] ShortCut final : public virtual Object {
+class __attribute__((visibility("default"))) ShortCut final : public virtual Object {
 public:
     [[nodiscard]] const std::string& Value() const { return m_sValue; }
     void SetValue(std::string sValue) { m_sValue = std::move(sValue); }
@@ -54,7 +54,7 @@ private:
 
 // A command in the master list, or an instance of one in a band. An instance has texts, drop-down band, pictures and
 // default mark of its own; all else it shares with its master.
-class [[gnu::visibility("default")]] Tool final : public virtual Object {
+class __attribute__((visibility("default"))) Tool final : public virtual Object {
 public:
     enum PictureState : Long { Normal = 0, Pressed = 1, Disabled = 3 };
 
@@ -141,7 +141,7 @@ private:
 };
 
 // A list of tools found by name without regard to case, the first of equal names.
-class [[gnu::visibility("default")]] ToolCollection : public virtual Object {
+class __attribute__((visibility("default"))) ToolCollection : public virtual Object {
 public:
     [[nodiscard]] Long Count() const { return static_cast<Long>(m_aTools.size()); }
     // Fails with 5 when there is no such tool.
@@ -164,7 +164,7 @@ private:
 };
 
 // The master list.
-class [[gnu::visibility("default")]] MasterTools final : public ToolCollection {
+class __attribute__((visibility("default"))) MasterTools final : public ToolCollection {
 public:
     explicit MasterTools(ActiveBar* pBar) : m_pBar(pBar) {}
     ~MasterTools() override;
@@ -181,7 +181,7 @@ private:
 };
 
 // The instances in a band.
-class [[gnu::visibility("default")]] BandTools final : public ToolCollection {
+class __attribute__((visibility("default"))) BandTools final : public ToolCollection {
 public:
     explicit BandTools(Band* pBand) : m_pBand(pBand) {}
     ~BandTools() override;
@@ -204,7 +204,7 @@ private:
     Band* m_pBand;
 };
 
-class [[gnu::visibility("default")]] Band final : public virtual Object {
+class __attribute__((visibility("default"))) Band final : public virtual Object {
 public:
     Band(ActiveBar* pBar, std::string sName);
     ~Band() override;
@@ -249,7 +249,7 @@ private:
     Ref<BandTools> m_oTools;
 };
 
-class [[gnu::visibility("default")]] BandCollection final : public virtual Object {
+class __attribute__((visibility("default"))) BandCollection final : public virtual Object {
 public:
     explicit BandCollection(ActiveBar* pBar) : m_pBar(pBar) {}
     ~BandCollection() override;
@@ -271,7 +271,7 @@ private:
     std::unordered_map<std::string, Band*, TextHash, TextEqual> m_mapNames;
 };
 
-class [[gnu::visibility("default")]] ActiveBar final : public virtual Object {
+class __attribute__((visibility("default"))) ActiveBar final : public virtual Object {
 public:
     ActiveBar();
     ~ActiveBar() override;

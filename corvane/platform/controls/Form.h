@@ -16,7 +16,7 @@ class MdiForm;
 enum class FormState : Long { Normal = 0, Minimized = 1, Maximized = 2 };
 enum class ShowMode : Long { Modeless = 0, Modal = 1 };
 
-class [[gnu::visibility("default")]] Form : public virtual Object {
+class __attribute__((visibility("default"))) Form : public virtual Object {
 public:
     // A child of an MDI form, or a form of its own for nothing, which a child becomes when it outlives the MDI form.
     explicit Form(MdiForm* pApplication = nullptr, bool bMDIChild = false);

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] ImageList final : public virtual Object {
+class __attribute__((visibility("default"))) ImageList final : public virtual Object {
 public:
     struct Image {
         std::string sKey;

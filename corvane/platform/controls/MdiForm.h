@@ -11,7 +11,7 @@ namespace corvane {
 
 enum class Arrangement : Long { Cascade = 0, TileHorizontal = 1, TileVertical = 2, ArrangeIcons = 3 };
 
-class [[gnu::visibility("default")]] MdiForm : public Form {
+class __attribute__((visibility("default"))) MdiForm : public Form {
 public:
     MdiForm() = default;
     ~MdiForm() override;

@@ -10,7 +10,7 @@ namespace corvane {
 
 class Node;
 
-class [[gnu::visibility("default")]] NodeTable {
+class __attribute__((visibility("default"))) NodeTable {
 public:
     // All keys ignore case. The hash is that of HashText, so that one look-up and the insertion after it share it.
     [[nodiscard]] Node* Find(std::string_view sKey, std::size_t uHash) const;

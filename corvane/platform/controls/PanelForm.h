@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] PanelForm final : public virtual Object {
+class __attribute__((visibility("default"))) PanelForm final : public virtual Object {
 public:
     explicit PanelForm(bool bWithTabStrip = true);
 

@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-class [[gnu::visibility("default")]] TabStrip final : public virtual Object {
+class __attribute__((visibility("default"))) TabStrip final : public virtual Object {
 public:
     [[nodiscard]] Long Tabs() const { return static_cast<Long>(m_aCaptions.size()); }
     // More tabs come with empty captions. Fails with 5 below 0.

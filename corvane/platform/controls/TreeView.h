@@ -42,7 +42,7 @@ enum class NodeRelationship : Long { First = 0, Child = 4 };
 
 // One node. It stays one object for as long as it is in the tree; a node that has been removed answers with its last
 // texts and has no parent and no children.
-class [[gnu::visibility("default")]] Node final : public virtual Object {
+class __attribute__((visibility("default"))) Node final : public virtual Object {
 public:
     Node(Nodes* pNodes, std::string sKey, std::string sText, Long lImage);
     ~Node() override;
@@ -87,7 +87,7 @@ private:
 };
 
 // The nodes of a tree. Keys ignore case and are found by one hash look-up.
-class [[gnu::visibility("default")]] Nodes final : public virtual Object {
+class __attribute__((visibility("default"))) Nodes final : public virtual Object {
 public:
     explicit Nodes(TreeView* pTreeView) : m_pTreeView(pTreeView) {}
     ~Nodes() override;
@@ -124,7 +124,7 @@ private:
 enum MouseButton : Long { LeftButton = 1, RightButton = 2, MiddleButton = 4 };
 enum ShiftState : Long { NoShift = 0, ShiftKey = 1, CtrlKey = 2, AltKey = 4 };
 
-class [[gnu::visibility("default")]] TreeView final : public virtual Object {
+class __attribute__((visibility("default"))) TreeView final : public virtual Object {
 public:
     explicit TreeView(std::string sName);
     ~TreeView() override;
