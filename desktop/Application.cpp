@@ -2,8 +2,15 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/menus/ActionItem.h"
 #include "corvane/platform/controls/BarText.h"
+#include "corvane/services/ServiceManager.h"
 #include "corvane/windows/IWindowFormFactory.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
+#include "desktop/service/HostService.h"
+#include "desktop/service/ScreenPrinter.h"
 
 #include <QGuiApplication>
 
@@ -21,7 +28,7 @@ void NodesAsText(std::string& sText, const std::vector<Node*>& aSiblings, std::s
 } // namespace
 
 Application::Application(const ApplicationOptions& oOptions)
-    : m_oFailures(oOptions.bWithDialogs), m_oPlatform(oOptions.sFolder),
+    : m_bWithDialogs(oOptions.bWithDialogs), m_oFailures(oOptions.bWithDialogs), m_oPlatform(oOptions.sFolder),
       m_oMessageBox(New<QtMessageBox>(oOptions.bWithDialogs)),
       m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)) {
     m_oFailures.SetServicesFolder(QString::fromStdString(m_oPlatform.oUtilities->GetAppFolder("Services")));
@@ -32,6 +39,11 @@ Application::Application(const ApplicationOptions& oOptions)
     m_frmMain->AddMember("ctlCVProgress", m_oProgress);
     m_frmMain->SetCaption(m_oPlatform.sName);
     m_oChildLoaded = m_frmMain->ChildLoaded.Subscribe([this](const Ref<Form>& oForm) { RegisterWindow(oForm); });
+    m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) {
+        const auto oActionItem = oTool->TagVariant().TryAs<ActionItem>();
+        m_oRunningProvider = oActionItem ? oActionItem->ActionsProviderObj() : nullptr;
+    });
+    m_oProgress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
     m_frmMain->Load();
     m_pLibrary = std::make_unique<Library>(MakePlatform());
     m_pWindow = std::make_unique<MainWindow>(m_frmMain, m_oActiveBar, m_frmPanel, m_oFailures);
@@ -42,6 +54,7 @@ Application::Application(const ApplicationOptions& oOptions)
 }
 
 Application::~Application() {
+    m_oRunningProvider = nullptr;
     if (m_frmMain->IsLoaded() && !m_pWindow->HasEnded())
         m_oFailures.Guard([this] { m_frmMain->Unload(); });
     m_pWindow.reset();
@@ -53,7 +66,36 @@ Platform Application::MakePlatform() {
     oPlatform.oScreen = New<QtScreen>();
     oPlatform.oTimers = New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
     oPlatform.oMessageBox = m_oMessageBox;
+    oPlatform.oFileSystem =
+        New<HostFileSystem>(oPlatform.oFileSystem, m_oPlatform.oUtilities->GetAppFolder("Services"));
+    oPlatform.oObjectFactory = MakeObjectFactory();
+    oPlatform.oScreenPrinter = New<ScreenPrinter>(ScreenPrinter::Host{
+        [this] { return m_pWindow.get(); }, [](Long) { return nullptr; },
+        [this] { return QString::fromStdString(m_oCommonDialog->ShowSave("Print", "PDF (*.pdf)|*.pdf", "")); },
+        m_bWithDialogs});
     return oPlatform;
+}
+
+Ref<HostObjectFactory> Application::MakeObjectFactory() {
+    auto oFactory = New<HostObjectFactory>(m_oPlatform.oPlugins);
+    oFactory->Add("CorvaneDesktop.HostService", [] {
+        return New<HostService>(
+            HostCommands{[] { Singleton::Framework()->WindowManager()->OpenWindow("Corvane.Preferences", nullptr); }});
+    });
+    return oFactory;
+}
+
+// The service in whose code the latest command is; an explorer item or a page is told by its kind.
+QString Application::RunningService() const {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
+    if (!m_oRunningProvider || !oManager)
+        return {};
+    for (const auto& oDef : *oManager->ServiceDefs())
+        if (oManager->Services()->Item(oDef->Name()) == m_oRunningProvider)
+            return QString::fromStdString(oDef->Name());
+    return QString::fromUtf8(m_oRunningProvider->TypeName().data(),
+                             static_cast<qsizetype>(m_oRunningProvider->TypeName().size()));
 }
 
 void Application::RegisterWindow(const Ref<Form>& oForm) {
@@ -87,6 +129,12 @@ bool Application::Choose(const std::string& sTool) {
     return true;
 }
 
+QString Application::StatusText() const {
+    const auto oBand = m_oActiveBar->Bands()->Find("StatusBar");
+    const auto oStatus = oBand ? oBand->Tools()->Find("Status") : nullptr;
+    return oStatus ? QString::fromStdString(oStatus->Caption()) : QString();
+}
+
 std::string Application::AsText() const {
     std::string sText;
     for (const auto& oBand : m_oActiveBar->Bands()->All()) {
@@ -100,8 +148,7 @@ std::string Application::AsText() const {
             sText += "Explorer " + tvw->Name() + "\n";
             NodesAsText(sText, tvw->GetNodes()->Roots(), 1);
         }
-    if (const auto oStatus = m_oActiveBar->Bands()->Item("StatusBar")->Tools()->Find("Status"))
-        sText += "Status\n  " + oStatus->Caption() + "\n";
+    sText += "Status\n  " + StatusText().toStdString() + "\n";
     for (const auto& oMessage : m_oMessageBox->Shown())
         sText += "Message " + oMessage.sTitle.toStdString() + "\n" + oMessage.sText.toStdString() + "\n";
     return sText;

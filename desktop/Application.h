@@ -8,6 +8,8 @@
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
+#include "desktop/service/HostDefinitions.h"
+#include "desktop/service/ProgressControl.h"
 
 #include <memory>
 #include <string>
@@ -45,8 +47,12 @@ public:
 
 private:
     [[nodiscard]] Platform MakePlatform();
+    [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
+    [[nodiscard]] QString RunningService() const;
+    [[nodiscard]] QString StatusText() const;
     void RegisterWindow(const Ref<Form>& oForm);
 
+    bool m_bWithDialogs;
     FailurePresenter m_oFailures;
     ApplicationPlatform m_oPlatform;
     Ref<ActiveBar> m_oActiveBar = NewHostActiveBar();
@@ -58,6 +64,8 @@ private:
     std::unique_ptr<Library> m_pLibrary;
     std::unique_ptr<MainWindow> m_pWindow;
     Subscription m_oChildLoaded;
+    Subscription m_oToolClick;
+    Ref<Object> m_oRunningProvider; // whose command was chosen last
 };
 
 } // namespace corvane::desktop

@@ -2,11 +2,8 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QHBoxLayout>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 
@@ -15,7 +12,6 @@ namespace corvane::desktop {
 namespace {
 
 constexpr Single fTwipsPerInch = 1440;
-constexpr int nProgressSteps = 1000;
 
 QString Text(std::string_view sText) {
     return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
@@ -126,55 +122,6 @@ std::string CommonDialog::ShowChoice(const std::string& sTitle, const std::strin
     const QString sChoice = QInputDialog::getItem(m_pWindow, Text(sTitle), Text(sTitle),
                                                   Text(sChoices).split('\n', Qt::SkipEmptyParts), 0, false, &bChosen);
     return bChosen ? sChoice.toStdString() : std::string();
-}
-
-ProgressControl::ProgressControl()
-    : m_pWidget(new QWidget), m_pBar(new QProgressBar), m_pCancel(new QPushButton(QObject::tr("Cancel"))) {
-    auto* pLayout = new QHBoxLayout(m_pWidget);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->addWidget(m_pBar, 1);
-    pLayout->addWidget(m_pCancel);
-    m_pBar->setRange(0, nProgressSteps);
-    m_pBar->setAccessibleName(QObject::tr("Progress"));
-    m_pCancel->hide();
-    QObject::connect(m_pCancel, &QPushButton::clicked, m_pWidget, [this] {
-        m_bWasCanceled = true;
-        m_pCancel->setEnabled(false);
-    });
-}
-
-ProgressControl::~ProgressControl() {
-    if (m_pWidget && !m_pWidget->parentWidget())
-        delete m_pWidget;
-}
-
-void ProgressControl::SetCancel(bool bCancel) {
-    m_bCancel = bCancel;
-    if (m_pWidget) {
-        m_pCancel->setVisible(bCancel);
-        m_pCancel->setEnabled(true);
-    }
-}
-
-void ProgressControl::SetMax(Double dblMax) {
-    m_dblMax = dblMax;
-    Draw();
-}
-
-void ProgressControl::SetValue(Double dblValue) {
-    m_dblValue = dblValue;
-    Draw();
-}
-
-Long ProgressControl::Pixels() const {
-    return m_pWidget ? m_pBar->width() : 0;
-}
-
-void ProgressControl::Draw() {
-    if (!m_pWidget)
-        return;
-    const Double dblShare = m_dblMax > 0 ? qBound(0.0, m_dblValue / m_dblMax, 1.0) : 0.0;
-    m_pBar->setValue(static_cast<int>(dblShare * nProgressSteps));
 }
 
 } // namespace corvane::desktop

@@ -1,10 +1,9 @@
-// The parts of the platform that only a desktop has: screen, timers, messages, printing, progress.
+// The parts of the platform that only a desktop has: screen, timers, messages, dialogs by name.
 #pragma once
 
 #include "corvane/base/Automation.h"
 #include "corvane/platform/IMessageBox.h"
 #include "corvane/platform/IScreen.h"
-#include "corvane/platform/IScreenPrinter.h"
 #include "corvane/platform/ITimers.h"
 
 #include <QPointer>
@@ -14,9 +13,6 @@
 #include <functional>
 #include <optional>
 #include <vector>
-
-class QProgressBar;
-class QPushButton;
 
 namespace corvane::desktop {
 
@@ -91,47 +87,6 @@ private:
     bool m_bWithDialogs;
     QPointer<QWidget> m_pWindow;
     std::deque<std::string> m_aAnswers;
-};
-
-// The control "ctlCVProgress" of the main form: a bar with a percentage and, if it is offered, a button to cancel.
-class ProgressControl final : public Automation<ProgressControl> {
-public:
-    ProgressControl();
-    ~ProgressControl() override;
-    [[nodiscard]] QWidget* Widget() const { return m_pWidget; }
-
-    [[nodiscard]] Long HWnd() const { return 1; }
-    [[nodiscard]] bool Cancel() const { return m_bCancel; }
-    void SetCancel(bool bCancel);
-    [[nodiscard]] bool WasCanceled() const { return m_bWasCanceled; }
-    void SetWasCanceled(bool bWasCanceled) { m_bWasCanceled = bWasCanceled; }
-    [[nodiscard]] Double Max() const { return m_dblMax; }
-    void SetMax(Double dblMax);
-    [[nodiscard]] Double Value() const { return m_dblValue; }
-    void SetValue(Double dblValue);
-    void Increment() { SetValue(m_dblValue + 1); }
-    void Percent(Double dblPercent) { SetValue(m_dblMax * dblPercent / 100); }
-    [[nodiscard]] Long Pixels() const;
-
-    static constexpr auto Members =
-        MemberTable(Property("hwnd", &ProgressControl::HWnd),
-                    Property("Cancel", &ProgressControl::Cancel, &ProgressControl::SetCancel),
-                    Property("WasCanceled", &ProgressControl::WasCanceled, &ProgressControl::SetWasCanceled),
-                    Property("Max", &ProgressControl::Max, &ProgressControl::SetMax),
-                    Property("Value", &ProgressControl::Value, &ProgressControl::SetValue),
-                    Method("Increment", &ProgressControl::Increment), Method("Percent", &ProgressControl::Percent),
-                    Property("Pixels", &ProgressControl::Pixels));
-
-private:
-    void Draw();
-
-    QPointer<QWidget> m_pWidget; // the status bar's, once it stands there
-    QProgressBar* m_pBar;
-    QPushButton* m_pCancel;
-    bool m_bCancel = false;
-    bool m_bWasCanceled = false;
-    Double m_dblMax = 100;
-    Double m_dblValue = 0;
 };
 
 } // namespace corvane::desktop

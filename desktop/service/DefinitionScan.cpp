@@ -1,0 +1,189 @@
+#include "desktop/service/DefinitionScan.h"
+
+#include "corvane/base/Variant.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <set>
+#include <span>
+
+namespace corvane::desktop {
+
+namespace {
+
+constexpr std::string_view sSpace = " \t\r\n";
+constexpr int nLastOrder = 2146; // beyond it, entries at 9,000 and more have no rank
+
+// The standard titles in their order on a menu bar. A title that isn't among them belongs between the two halves.
+constexpr std::array aFirstTitles{"File", "Edit", "View"};
+constexpr std::array aLastTitles{"Tools", "Window", "Help"};
+
+bool IsTrue(std::string_view sValue) {
+    try {
+        return ToBoolean(Variant(std::string(sValue)));
+    } catch (const Failure&) {
+        return false; // the library rejects the file and says so
+    }
+}
+
+// Reads the attributes up to the tag's end and returns the place behind it; npos when there is none.
+std::size_t ReadAttributes(std::string_view sText, std::size_t i, DefinitionTag* pTag) {
+    while (true) {
+        i = sText.find_first_not_of(sSpace, i);
+        if (i == std::string_view::npos)
+            return i;
+        if (sText[i] == '>')
+            return i + 1;
+        if (sText[i] == '/' || sText[i] == '?') {
+            ++i;
+            continue;
+        }
+        const std::size_t iEqual = sText.find('=', i);
+        const std::size_t iQuote = iEqual == std::string_view::npos ? iEqual : sText.find_first_of("\"'", iEqual);
+        const std::size_t iClose = iQuote == std::string_view::npos ? iQuote : sText.find(sText[iQuote], iQuote + 1);
+        if (iClose == std::string_view::npos)
+            return iClose;
+        if (pTag) {
+            const std::size_t iNameEnd = sText.find_first_of(" \t\r\n=", i);
+            pTag->aAttributes.emplace_back(sText.substr(i, iNameEnd - i),
+                                           sText.substr(iQuote + 1, iClose - iQuote - 1));
+        }
+        i = iClose + 1;
+    }
+}
+
+std::size_t Behind(std::string_view sText, std::string_view sEnd, std::size_t i) {
+    const std::size_t iFound = sText.find(sEnd, i);
+    return iFound == std::string_view::npos ? iFound : iFound + sEnd.size();
+}
+
+int OrderOf(const DefinitionTag& oTag) {
+    return static_cast<int>(std::lround(std::strtod(std::string(oTag.Attribute("PositionOrder")).c_str(), nullptr)));
+}
+
+bool IsAmong(std::span<const char* const> aTitles, std::string_view sTitle) {
+    return std::any_of(aTitles.begin(), aTitles.end(), [&](const char* s) { return EqualText(s, sTitle); });
+}
+
+// A free order for a standard title: behind all that belongs before it and before all that belongs behind it, where
+// there is room.
+int FreeOrder(std::string_view sTitle, const DefinitionScan& oScan) {
+    const auto itFirst =
+        std::find_if(aFirstTitles.begin(), aFirstTitles.end(), [&](const char* s) { return EqualText(s, sTitle); });
+    const bool bIsFirst = itFirst != aFirstTitles.end();
+    const auto itLast =
+        std::find_if(aLastTitles.begin(), aLastTitles.end(), [&](const char* s) { return EqualText(s, sTitle); });
+    const std::span<const char* const> aBefore(aFirstTitles.begin(), itFirst);
+    const std::span<const char* const> aBehind(itLast, aLastTitles.end());
+    std::set<int> setTaken;
+    int nLow = 0;
+    int nHigh = nLastOrder + 1;
+    for (const auto& [sOther, nOrder] : oScan.Titles()) {
+        setTaken.insert(nOrder);
+        const bool bIsBefore = bIsFirst ? IsAmong(aBefore, sOther) : !IsAmong(aBehind, sOther);
+        if (bIsBefore)
+            nLow = std::max(nLow, nOrder);
+        else
+            nHigh = std::min(nHigh, nOrder);
+    }
+    // The titles at the beginning stand close behind what is before them, those at the end close before what is behind.
+    if (nLow + 1 < nHigh)
+        return bIsFirst ? nLow + 1 : nHigh - 1;
+    int nOrder = nLastOrder;
+    while (setTaken.contains(nOrder))
+        --nOrder;
+    return nOrder;
+}
+
+} // namespace
+
+std::string_view DefinitionTag::Attribute(std::string_view sName) const {
+    for (const auto& [sKey, sValue] : aAttributes)
+        if (sKey == sName)
+            return sValue;
+    return {};
+}
+
+std::vector<DefinitionTag> TagsIn(std::string_view sText, std::initializer_list<std::string_view> aElements) {
+    std::vector<DefinitionTag> aTags;
+    std::size_t i = 0;
+    while ((i = sText.find('<', i)) != std::string_view::npos) {
+        if (sText.substr(i).starts_with("<!--")) {
+            i = Behind(sText, "-->", i + 4);
+        } else if (sText.substr(i).starts_with("<![CDATA[")) {
+            i = Behind(sText, "]]>", i);
+        } else {
+            const std::size_t iName = i + 1;
+            const std::size_t iNameEnd = std::min(sText.find_first_of(" \t\r\n/>", iName + 1), sText.size());
+            DefinitionTag oTag{sText.substr(iName, iNameEnd - iName), i, 0, {}};
+            const bool bWanted = std::find(aElements.begin(), aElements.end(), oTag.sElement) != aElements.end();
+            i = ReadAttributes(sText, iNameEnd, bWanted ? &oTag : nullptr);
+            oTag.iEnd = i;
+            if (bWanted && i != std::string_view::npos)
+                aTags.push_back(std::move(oTag));
+        }
+        if (i == std::string_view::npos)
+            break;
+    }
+    return aTags;
+}
+
+std::string MenuKey(const DefinitionTag& oMenuItem) {
+    const std::string_view sPath = oMenuItem.Attribute("Path");
+    std::string sKey(sPath);
+    if (!sPath.empty())
+        sKey += '.';
+    return sKey.append(oMenuItem.Attribute("ActionItem"));
+}
+
+void DefinitionScan::Add(std::string_view sText) {
+    bool bActive = false;
+    for (const DefinitionTag& oTag : TagsIn(sText, {"Service", "MenuItem"})) {
+        if (oTag.sElement == "Service") {
+            m_setServices.emplace(oTag.Attribute("Name"));
+            bActive = IsTrue(oTag.Attribute("Active")) && !oTag.Attribute("ProgID").empty();
+            if (bActive)
+                m_setProgIDs.emplace(oTag.Attribute("ProgID"));
+        } else if (bActive) {
+            AddMenuItem(oTag, OrderOf(oTag));
+        }
+    }
+}
+
+void DefinitionScan::AddMenuItem(const DefinitionTag& oMenuItem, int nOrder) {
+    const bool bIsTitle = EqualText(oMenuItem.Attribute("Type"), "MenuTitle");
+    if (bIsTitle || EqualText(oMenuItem.Attribute("Type"), "MenuItem"))
+        m_setMenuKeys.insert(MenuKey(oMenuItem));
+    if (bIsTitle && oMenuItem.Attribute("Path").empty())
+        m_mapTitles.emplace(oMenuItem.Attribute("ActionItem"), nOrder);
+    if (!oMenuItem.Attribute("ShortCutKey").empty())
+        m_setShortCuts.emplace(oMenuItem.Attribute("ShortCutKey"));
+}
+
+std::string FitDefinition(std::string_view sText, DefinitionScan& oScan) {
+    std::string sFitted;
+    std::size_t iCopied = 0;
+    for (const DefinitionTag& oTag : TagsIn(sText, {"MenuItem"})) {
+        sFitted += sText.substr(iCopied, oTag.iBegin - iCopied);
+        iCopied = oTag.iEnd;
+        if (oScan.HasMenuKey(MenuKey(oTag)))
+            continue;
+        const bool bIsTitle = EqualText(oTag.Attribute("Type"), "MenuTitle");
+        const int nOrder = bIsTitle ? FreeOrder(oTag.Attribute("ActionItem"), oScan) : 0;
+        sFitted += "<MenuItem";
+        for (const auto& [sName, sValue] : oTag.aAttributes) {
+            if (sName == "ShortCutKey" && oScan.HasShortCut(sValue))
+                continue;
+            const std::string sWritten =
+                bIsTitle && sName == "PositionOrder" ? std::to_string(nOrder) : std::string(sValue);
+            sFitted.append(" ").append(sName).append("=\"").append(sWritten).append("\"");
+        }
+        sFitted += "/>";
+        oScan.AddMenuItem(oTag, nOrder); // the next title finds its place beside this one
+    }
+    return sFitted.append(sText.substr(iCopied));
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,33 @@
+// The service behind the host's own definition file: commands of the desktop, on the public headers like any service's.
+#pragma once
+
+#include "corvane/base/Automation.h"
+#include "corvane/services/IServiceAccess.h"
+#include "corvane/services/ServiceBase.h"
+
+#include <functional>
+
+namespace corvane::desktop {
+
+// What the host does when a command of its service is chosen.
+struct HostCommands {
+    std::function<void()> fnPreferences;
+};
+
+class HostService final : public Automation<HostService, IServiceAccess> {
+public:
+    explicit HostService(HostCommands oCommands) : m_oCommands(std::move(oCommands)) {}
+
+    Ref<IService> Service() override { return m_oServiceBase; }
+    void OnPreferences() { m_oCommands.fnPreferences(); }
+
+    std::string_view TypeName() const override { return "HostService"; }
+
+    static constexpr auto Members = MemberTable(Method("OnPreferences", &HostService::OnPreferences));
+
+private:
+    HostCommands m_oCommands;
+    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+};
+
+} // namespace corvane::desktop

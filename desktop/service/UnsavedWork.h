@@ -1,0 +1,47 @@
+// What would be lost if the application ended now, as its services and its windows report it, and the saving of it.
+#pragma once
+
+#include "corvane/base/Ref.h"
+#include "corvane/base/Variant.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+class Framework;
+}
+
+namespace corvane::desktop {
+
+struct UnsavedItem {
+    std::string sName;
+    std::function<void()> fnSave; // fails when it can't be saved
+};
+
+struct UnsavedGroup {
+    std::string sName; // of the service
+    std::vector<UnsavedItem> aItems;
+};
+
+using GuardFunction = std::function<void(const std::function<void()>&)>;
+
+// Windows with changes come first, as saving them may leave something with a service; then services by the order that
+// they give themselves, of one order in order of loading. Groups without items are left out. A service that fails to
+// report is shown by the guard, and the others are asked all the same.
+[[nodiscard]] std::vector<UnsavedGroup>
+FindUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem> aWindows, const GuardFunction& fnGuard);
+
+struct ExitAnswer {
+    enum class What { Save, Discard, Cancel } eWhat = What::Cancel;
+    std::vector<UnsavedItem> aItems; // what is to be saved
+};
+
+// Asks what to do about unsaved work, if there is any, does it, and tells every service that the saving has ended.
+// False when the application must stay open: the person cancelled, or something couldn't be saved, which has been
+// shown.
+[[nodiscard]] bool SettleUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem> aWindows,
+                                     const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& fnAsk,
+                                     const GuardFunction& fnGuard);
+
+} // namespace corvane::desktop
