@@ -14,6 +14,7 @@
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
+#include "desktop/service/ProgressControl.h"
 
 #include <QMenuBar>
 #include <cstdlib>
