@@ -6,13 +6,22 @@
 #include "corvane/menus/ActionItem.h"
 #include "corvane/platform/controls/BarText.h"
 #include "corvane/services/ServiceManager.h"
-#include "corvane/windows/IWindowFormFactory.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/service/HostService.h"
 #include "desktop/service/ScreenPrinter.h"
+#include "desktop/windows/LeaveBox.h"
+#include "desktop/windows/WindowFormFactory.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMdiArea>
+#include <QPainter>
+#include <QUrl>
+#include <algorithm>
+#include <array>
 
 namespace corvane::desktop {
 
@@ -30,7 +39,8 @@ void NodesAsText(std::string& sText, const std::vector<Node*>& aSiblings, std::s
 Application::Application(const ApplicationOptions& oOptions)
     : m_bWithDialogs(oOptions.bWithDialogs), m_oFailures(oOptions.bWithDialogs), m_oPlatform(oOptions.sFolder),
       m_oMessageBox(New<QtMessageBox>(oOptions.bWithDialogs)),
-      m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)) {
+      m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)),
+      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); })) {
     m_oFailures.SetServicesFolder(QString::fromStdString(m_oPlatform.oUtilities->GetAppFolder("Services")));
     m_oFailures.SetLogFile(m_oPlatform.oUtilities->LogPath());
     m_oPlatform.oUtilities->SetShow([this](const ShownFailure& oShown) { m_oFailures.Show(oShown); });
@@ -38,7 +48,6 @@ Application::Application(const ApplicationOptions& oOptions)
     m_frmMain->AddMember("CommonDialog", m_oCommonDialog);
     m_frmMain->AddMember("ctlCVProgress", m_oProgress);
     m_frmMain->SetCaption(m_oPlatform.sName);
-    m_oChildLoaded = m_frmMain->ChildLoaded.Subscribe([this](const Ref<Form>& oForm) { RegisterWindow(oForm); });
     m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) {
         const auto oActionItem = oTool->TagVariant().TryAs<ActionItem>();
         m_oRunningProvider = oActionItem ? oActionItem->ActionsProviderObj() : nullptr;
@@ -51,6 +60,17 @@ Application::Application(const ApplicationOptions& oOptions)
     m_oFailures.SetParentWindow(m_pWindow.get());
     m_oMessageBox->SetParentWindow(m_pWindow.get());
     m_oCommonDialog->SetParentWindow(m_pWindow.get());
+    SetUpWindowHost();
+}
+
+void Application::SetUpWindowHost() {
+    m_pWindowHost->frmMain = m_frmMain.Get();
+    m_pWindowHost->pArea = &m_pWindow->Area();
+    m_pWindowHost->pMainWindow = m_pWindow.get();
+    m_pWindowHost->oMessages = m_oPlatform.oWindowMessages;
+    m_pWindowHost->fnGuard = [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); };
+    m_pWindowHost->fnAskToLeave = [this](const LeaveQuestion& oQuestion) { return AskToLeave(oQuestion); };
+    m_pWindowHost->fnHelp = [this](Long lTopic) { ShowHelp(lTopic); };
 }
 
 Application::~Application() {
@@ -58,13 +78,14 @@ Application::~Application() {
     if (m_frmMain->IsLoaded() && !m_pWindow->HasEnded())
         m_oFailures.Guard([this] { m_frmMain->Unload(); });
     m_pWindow.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // widgets of plug-ins go before the library
     m_pLibrary.reset();
 }
 
 Platform Application::MakePlatform() {
     Platform oPlatform = m_oPlatform.MakePlatform();
     oPlatform.oScreen = New<QtScreen>();
-    oPlatform.oTimers = New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
+    oPlatform.oTimers = m_oTimers;
     oPlatform.oMessageBox = m_oMessageBox;
     oPlatform.oFileSystem =
         New<HostFileSystem>(oPlatform.oFileSystem, m_oPlatform.oUtilities->GetAppFolder("Services"));
@@ -98,20 +119,35 @@ QString Application::RunningService() const {
                              static_cast<qsizetype>(m_oRunningProvider->TypeName().size()));
 }
 
-void Application::RegisterWindow(const Ref<Form>& oForm) {
-    Form* pForm = oForm.Get(); // the handle answers to it only while the form is loaded
-    m_oPlatform.oWindowMessages->RegisterWindow(oForm->HWnd(), [pForm](Long, Long uMsg, Long, std::intptr_t) -> Long {
-        if (uMsg == WindowMessage::Close)
-            pForm->Unload();
-        return 0;
-    });
+// A run that nobody watches is told "Save" or "Stay" beforehand; otherwise the changes go.
+LeaveAnswer Application::AskToLeave(const LeaveQuestion& oQuestion) {
+    const auto oAnswer = m_oCommonDialog->TakeAnswer();
+    if (!oAnswer)
+        return AskInBox(oQuestion);
+    if (EqualText(*oAnswer, "Save"))
+        return oQuestion.bCanSave ? LeaveAnswer::Save : LeaveAnswer::Stay;
+    return EqualText(*oAnswer, "Stay") ? LeaveAnswer::Stay : LeaveAnswer::Discard;
+}
+
+void Application::ShowHelp(Long lTopic) {
+    const QString sBase = QString::fromStdString(m_oPlatform.sFolder) + QString("/Help/%1").arg(lTopic);
+    for (const char* sEnding : {".html", ".htm", ".pdf", ".txt"})
+        if (m_bWithDialogs && QFile::exists(sBase + sEnding) &&
+            QDesktopServices::openUrl(QUrl::fromLocalFile(sBase + sEnding)))
+            return;
+    m_oMessageBox->ShowInformation(
+        QCoreApplication::translate("Application", "The help topic %1 can't be opened. It belongs into the file %2.")
+            .arg(lTopic)
+            .arg(sBase + ".html")
+            .toStdString(),
+        QCoreApplication::translate("Application", "Help").toStdString());
 }
 
 bool Application::Start() {
     bool bStarted = false;
     m_oFailures.Guard([&] {
         const Ref<Framework> oFramework = CorvaneMain::Framework();
-        oFramework->Initialize(m_frmMain, m_frmPanel, nullptr);
+        oFramework->Initialize(m_frmMain, m_frmPanel, New<WindowFormFactory>(m_pWindowHost));
         oFramework->Start();
         bStarted = true;
     });
@@ -122,7 +158,7 @@ bool Application::Start() {
 
 bool Application::Choose(const std::string& sTool) {
     const Ref<Tool> oTool = m_oActiveBar->Tools()->Find(sTool);
-    if (!oTool || !oTool->Visible() || !oTool->Enabled())
+    if (!oTool || !oTool->Visible() || !oTool->Enabled() || IsModalFormOpen())
         return false;
     m_oFailures.Guard([&] { m_oActiveBar->Click(oTool); });
     m_pWindow->Flush();
@@ -133,6 +169,83 @@ QString Application::StatusText() const {
     const auto oBand = m_oActiveBar->Bands()->Find("StatusBar");
     const auto oStatus = oBand ? oBand->Tools()->Find("Status") : nullptr;
     return oStatus ? QString::fromStdString(oStatus->Caption()) : QString();
+}
+
+Ref<WindowForm> Application::ActiveWindowForm() const {
+    const Ref<Form> frmActive = m_frmMain->ForegroundForm();
+    return frmActive && frmActive->Visible() ? frmActive.TryAs<WindowForm>() : nullptr;
+}
+
+bool Application::ClickCommand(const std::string& sCommand) {
+    using Command = StandardCommandConstants;
+    static constexpr std::array<std::pair<const char*, Command>, 9> aCommands{{{"help", Command::cvHelp},
+                                                                               {"ok", Command::cvOK},
+                                                                               {"cancel", Command::cvCancel},
+                                                                               {"apply", Command::cvApply},
+                                                                               {"previous", Command::cvPrevious},
+                                                                               {"next", Command::cvNext},
+                                                                               {"finish", Command::cvFinish},
+                                                                               {"save", Command::cvSave},
+                                                                               {"saveas", Command::cvSaveAs}}};
+    const Ref<WindowForm> oForm = ActiveWindowForm();
+    if (!oForm)
+        return false;
+    if (EqualText(sCommand, "close")) {
+        oForm->RequestClose();
+        return true;
+    }
+    for (const auto& [sName, eCommand] : aCommands)
+        if (EqualText(sCommand, sName) && oForm->IsCommandEnabled(eCommand)) {
+            oForm->ClickCommand(eCommand);
+            return true;
+        }
+    return false;
+}
+
+bool Application::ShowPage(int nPage) {
+    const Ref<WindowForm> oForm = ActiveWindowForm();
+    if (!oForm)
+        return false;
+    m_oFailures.Guard([&] { oForm->SetActivePageIndex(nPage - 1); });
+    return oForm->ActivePageIndex() == nPage - 1;
+}
+
+bool Application::IsModalFormOpen() const {
+    const auto aForms = m_frmMain->Forms();
+    return std::any_of(aForms.begin(), aForms.end(), [](const auto& frm) { return frm->Visible() && frm->IsModal(); });
+}
+
+void Application::Settle() {
+    constexpr int nLongest = 1000; // a timer may run for ever
+    QElapsedTimer oElapsed;
+    oElapsed.start();
+    do
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    while (m_oTimers->RunningCount() > 0 && oElapsed.elapsed() < nLongest);
+    m_pWindow->Flush();
+}
+
+QPixmap Application::Picture() {
+    const QPixmap oMain = m_pWindow->grab();
+    const QPoint oCorner = m_pWindow->geometry().topLeft();
+    QRect oAll(QPoint(), m_pWindow->size());
+    std::vector<QWidget*> aOver;
+    for (const auto& frm : m_frmMain->Forms())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->Visible() && !frm->MDIChild() && oForm->Frame())
+            aOver.push_back(oForm->Frame());
+    for (const QWidget* pOver : aOver)
+        oAll |= pOver->geometry().translated(-oCorner);
+    QPixmap oPicture(oAll.size() * oMain.devicePixelRatio());
+    oPicture.setDevicePixelRatio(oMain.devicePixelRatio());
+    oPicture.fill(Qt::transparent);
+    QPainter oPainter(&oPicture);
+    oPainter.drawPixmap(-oAll.topLeft(), oMain);
+    for (QWidget* pOver : aOver) {
+        const QRect oPlace = pOver->geometry().translated(-oCorner - oAll.topLeft());
+        oPainter.drawPixmap(oPlace.topLeft(), pOver->grab());
+        oPainter.drawRect(oPlace.adjusted(-1, -1, 0, 0)); // stands for the frame that the desktop draws
+    }
+    return oPicture;
 }
 
 std::string Application::AsText() const {
@@ -149,6 +262,11 @@ std::string Application::AsText() const {
             NodesAsText(sText, tvw->GetNodes()->Roots(), 1);
         }
     sText += "Status\n  " + StatusText().toStdString() + "\n";
+    for (const auto& frm : m_frmMain->Forms())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->Visible())
+            sText += oForm->AsText();
+    if (const auto oStatus = m_oActiveBar->Bands()->Item("StatusBar")->Tools()->Find("Status"))
+        sText += "Status\n  " + oStatus->Caption() + "\n";
     for (const auto& oMessage : m_oMessageBox->Shown())
         sText += "Message " + oMessage.sTitle.toStdString() + "\n" + oMessage.sText.toStdString() + "\n";
     return sText;

@@ -10,7 +10,9 @@
 #include "desktop/MainWindow.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
+#include "desktop/windows/WindowForm.h"
 
+#include <QPixmap>
 #include <memory>
 #include <string>
 
@@ -32,8 +34,20 @@ public:
     // Initialises and starts the library and shows the window. False when the library couldn't be started; the window
     // is shown all the same, with what came up, once the failure has been seen.
     bool Start();
-    // The user chooses the tool of that name. False when there is none or it is hidden or disabled.
+    // The user chooses the tool of that name. False when there is none, it is hidden or disabled, or a modal window is
+    // open.
     bool Choose(const std::string& sTool);
+    // The user clicks a command of the active window: help, ok, cancel, apply, previous, next, finish, save, saveas, or
+    // the close box: close. False when there is none or it is disabled.
+    bool ClickCommand(const std::string& sCommand);
+    // The user brings a page of the active window to the front, from 1. False when that can't be.
+    bool ShowPage(int nPage);
+    [[nodiscard]] bool IsModalFormOpen() const;
+    // Lets everything happen that is due, such as windows that open a moment later.
+    void Settle();
+    // Runs instead of the event loop while a modal window is open.
+    using ModalLoopFunction = decltype(WindowHost::fnModalLoop);
+    void SetModalLoop(ModalLoopFunction fnModalLoop) { m_pWindowHost->fnModalLoop = std::move(fnModalLoop); }
 
     [[nodiscard]] MainWindow& Window() { return *m_pWindow; }
     [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
@@ -42,15 +56,20 @@ public:
     [[nodiscard]] CommonDialog& Dialogs() { return *m_oCommonDialog; }
     [[nodiscard]] const QtMessageBox& Messages() const { return *m_oMessageBox; }
     [[nodiscard]] FailurePresenter& Failures() { return m_oFailures; }
-    // Menus, toolbars, explorer, status and messages as an indented text.
+    // Menus, toolbars, explorer, windows, status and messages as an indented text.
     [[nodiscard]] std::string AsText() const;
+    // The main window with the windows over it.
+    [[nodiscard]] QPixmap Picture();
 
 private:
     [[nodiscard]] Platform MakePlatform();
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] QString RunningService() const;
     [[nodiscard]] QString StatusText() const;
-    void RegisterWindow(const Ref<Form>& oForm);
+    void SetUpWindowHost();
+    [[nodiscard]] LeaveAnswer AskToLeave(const LeaveQuestion& oQuestion);
+    void ShowHelp(Long lTopic);
+    [[nodiscard]] Ref<WindowForm> ActiveWindowForm() const;
 
     bool m_bWithDialogs;
     FailurePresenter m_oFailures;
@@ -61,9 +80,10 @@ private:
     Ref<QtMessageBox> m_oMessageBox;
     Ref<CommonDialog> m_oCommonDialog;
     Ref<ProgressControl> m_oProgress = New<ProgressControl>();
+    Ref<QtTimers> m_oTimers;
+    std::shared_ptr<WindowHost> m_pWindowHost = std::make_shared<WindowHost>();
     std::unique_ptr<Library> m_pLibrary;
     std::unique_ptr<MainWindow> m_pWindow;
-    Subscription m_oChildLoaded;
     Subscription m_oToolClick;
     Ref<Object> m_oRunningProvider; // whose command was chosen last
 };

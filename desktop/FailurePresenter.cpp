@@ -3,6 +3,7 @@
 #include "adapters/files/FileSystem.h"
 #include "adapters/xml/XmlService.h"
 #include "desktop/FailureDialog.h"
+#include "desktop/HostParts.h"
 
 #include <QRegularExpression>
 #include <cstdio>
@@ -93,7 +94,7 @@ void FailurePresenter::Show(const ShownFailure& oShown) {
 void FailurePresenter::ShowNow(const ShownFailure& oShown) {
     const FailureTexts oTexts = TextsOf(oShown, m_sServicesFolder);
     if (m_bWithDialogs) {
-        FailureDialog oDialog(oTexts, QString::fromStdString(oShown.sLogFile), m_pWindow);
+        FailureDialog oDialog(oTexts, QString::fromStdString(oShown.sLogFile), ActiveWindowOr(m_pWindow));
         oDialog.exec();
         return;
     }

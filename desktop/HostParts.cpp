@@ -31,14 +31,16 @@ QString FilterText(const std::string& sFilter) {
 
 class QtTimer final : public ITimer {
 public:
-    explicit QtTimer(const QtTimers::GuardFunction& fnGuard) {
+    QtTimer(const QtTimers::GuardFunction& fnGuard, std::shared_ptr<int> pRunning) : m_pRunning(std::move(pRunning)) {
         QObject::connect(&m_oTimer, &QTimer::timeout, &m_oTimer, [this, fnGuard] {
             const Ref<QtTimer> oSelf(this); // a handler may let go of the timer
             fnGuard([this] { Tick.Raise(); });
         });
     }
     void SetInterval(Long lMilliseconds) override { m_oTimer.setInterval(lMilliseconds); }
+    ~QtTimer() override { QtTimer::SetEnabled(false); }
     void SetEnabled(bool bEnabled) override {
+        *m_pRunning += static_cast<int>(bEnabled) - static_cast<int>(m_oTimer.isActive());
         if (bEnabled)
             m_oTimer.start();
         else
@@ -47,6 +49,7 @@ public:
 
 private:
     QTimer m_oTimer;
+    std::shared_ptr<int> m_pRunning;
 };
 
 } // namespace
@@ -70,7 +73,13 @@ Single QtScreen::TwipsPerPixelY() const {
 }
 
 Ref<ITimer> QtTimers::NewTimer() {
-    return New<QtTimer>(m_fnGuard);
+    return New<QtTimer>(m_fnGuard, m_pRunning);
+}
+
+QWidget* ActiveWindowOr(QWidget* pWindow) {
+    QWidget* const pActive =
+        QApplication::activeModalWidget() ? QApplication::activeModalWidget() : QApplication::activeWindow();
+    return pActive ? pActive : pWindow;
 }
 
 void QtTimers::DoEvents() {
@@ -81,7 +90,7 @@ void QtMessageBox::ShowInformation(std::string_view sText, std::string_view sTit
     m_aShown.push_back({Text(sText), Text(sTitle)});
     if (!m_bWithDialogs)
         return;
-    QMessageBox oBox(QMessageBox::Information, Text(sTitle), Text(sText), QMessageBox::Ok, m_pWindow);
+    QMessageBox oBox(QMessageBox::Information, Text(sTitle), Text(sText), QMessageBox::Ok, ActiveWindowOr(m_pWindow));
     oBox.setTextFormat(Qt::PlainText);
     oBox.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     if (oBox.text().contains('\n')) // figures in columns
@@ -89,7 +98,7 @@ void QtMessageBox::ShowInformation(std::string_view sText, std::string_view sTit
     oBox.exec();
 }
 
-std::optional<std::string> CommonDialog::Answer() {
+std::optional<std::string> CommonDialog::TakeAnswer() {
     if (m_aAnswers.empty())
         return m_bWithDialogs ? std::nullopt : std::optional<std::string>("");
     std::string sAnswer = std::move(m_aAnswers.front());
@@ -98,28 +107,31 @@ std::optional<std::string> CommonDialog::Answer() {
 }
 
 std::string CommonDialog::ShowOpen(const std::string& sTitle, const std::string& sFilter, const std::string& sFolder) {
-    if (auto oAnswer = Answer())
+    if (auto oAnswer = TakeAnswer())
         return *oAnswer;
-    return QFileDialog::getOpenFileName(m_pWindow, Text(sTitle), Text(sFolder), FilterText(sFilter)).toStdString();
+    return QFileDialog::getOpenFileName(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sFolder), FilterText(sFilter))
+        .toStdString();
 }
 
 std::string CommonDialog::ShowSave(const std::string& sTitle, const std::string& sFilter, const std::string& sPath) {
-    if (auto oAnswer = Answer())
+    if (auto oAnswer = TakeAnswer())
         return *oAnswer;
-    return QFileDialog::getSaveFileName(m_pWindow, Text(sTitle), Text(sPath), FilterText(sFilter)).toStdString();
+    return QFileDialog::getSaveFileName(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sPath), FilterText(sFilter))
+        .toStdString();
 }
 
 std::string CommonDialog::AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText) {
-    if (auto oAnswer = Answer())
+    if (auto oAnswer = TakeAnswer())
         return *oAnswer;
-    return QInputDialog::getText(m_pWindow, Text(sTitle), Text(sPrompt), QLineEdit::Normal, Text(sText)).toStdString();
+    return QInputDialog::getText(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sPrompt), QLineEdit::Normal, Text(sText))
+        .toStdString();
 }
 
 std::string CommonDialog::ShowChoice(const std::string& sTitle, const std::string& sChoices) {
-    if (auto oAnswer = Answer())
+    if (auto oAnswer = TakeAnswer())
         return *oAnswer;
     bool bChosen = false;
-    const QString sChoice = QInputDialog::getItem(m_pWindow, Text(sTitle), Text(sTitle),
+    const QString sChoice = QInputDialog::getItem(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sTitle),
                                                   Text(sChoices).split('\n', Qt::SkipEmptyParts), 0, false, &bChosen);
     return bChosen ? sChoice.toStdString() : std::string();
 }

@@ -11,6 +11,7 @@
 #include <QWidget>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -28,15 +29,21 @@ private:
     MousePointer m_ePointer = MousePointer::Default;
 };
 
+// Where a message or a dialog belongs: over the window that is active, or else over that one.
+[[nodiscard]] QWidget* ActiveWindowOr(QWidget* pWindow);
+
 class QtTimers final : public ITimers {
 public:
     using GuardFunction = std::function<void(const std::function<void()>&)>;
     explicit QtTimers(GuardFunction fnGuard) : m_fnGuard(std::move(fnGuard)) {}
     [[nodiscard]] Ref<ITimer> NewTimer() override;
     void DoEvents() override;
+    // How many timers are waiting for their tick.
+    [[nodiscard]] int RunningCount() const { return *m_pRunning; }
 
 private:
     GuardFunction m_fnGuard;
+    std::shared_ptr<int> m_pRunning = std::make_shared<int>(0);
 };
 
 // Keeps what was shown; without dialogs that is all it does.
@@ -66,6 +73,9 @@ public:
     // Answers the next dialog without showing it; several answers are used in order.
     void AddAnswer(std::string sAnswer) { m_aAnswers.push_back(std::move(sAnswer)); }
 
+    // The answer that is given without asking, if there is one or nobody to ask.
+    [[nodiscard]] std::optional<std::string> TakeAnswer();
+
     // The path that the person chose, empty when they cancelled or there is nobody to ask. The filter is written in
     // pairs of a text and a pattern, like "Data files (*.csv)|*.csv|All files|*".
     [[nodiscard]] std::string ShowOpen(const std::string& sTitle, const std::string& sFilter,
@@ -81,9 +91,6 @@ public:
                     Method("AskText", &CommonDialog::AskText), Method("ShowChoice", &CommonDialog::ShowChoice));
 
 private:
-    // The answer that is given without asking, if there is one or nobody to ask.
-    [[nodiscard]] std::optional<std::string> Answer();
-
     bool m_bWithDialogs;
     QPointer<QWidget> m_pWindow;
     std::deque<std::string> m_aAnswers;

@@ -2,20 +2,24 @@
 
 #include "desktop/FailurePresenter.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/windows/ArrangeWindows.h"
+#include "desktop/windows/Twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPainter>
+#include <QShortcut>
 #include <QStatusBar>
+#include <algorithm>
 
 namespace corvane::desktop {
 
 namespace {
 
 constexpr const char* sExplorerBand = "Explorer";
-constexpr Single fTwipsPerPixel = 15; // of a logical pixel at 96 to the inch
 
 // Says where one is while no window is open.
 class WindowArea final : public QMdiArea {
@@ -25,7 +29,8 @@ public:
 protected:
     void paintEvent(QPaintEvent* pEvent) override {
         QMdiArea::paintEvent(pEvent);
-        if (!subWindowList().isEmpty())
+        const auto aWindows = subWindowList();
+        if (std::any_of(aWindows.begin(), aWindows.end(), [](const auto* pWindow) { return !pWindow->isHidden(); }))
             return;
         QPainter oPainter(viewport());
         const QRect oRect = viewport()->rect().adjusted(24, 24, -24, -24);
@@ -73,6 +78,9 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
     m_pArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_pArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_pArea->setAccessibleName(tr("Windows"));
+    m_pArea->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    m_pArea->installEventFilter(this);
+    connect(m_pArea, &QMdiArea::subWindowActivated, m_pArea, [this] { m_pArea->viewport()->update(); });
     m_pBars =
         new BarRenderer(m_oActiveBar, this, [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
     m_pBars->Menus().SetWindows([this] { return OpenWindows(); });
@@ -83,7 +91,12 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
         if (oChange.pBand && EqualText(oChange.pBand->Name(), sExplorerBand))
             QMetaObject::invokeMethod(this, &MainWindow::ShowDock, Qt::QueuedConnection);
     });
+    m_oMainQueryUnload =
+        m_frmMain->OnQueryUnload.Subscribe([this](bool& bRefused) { m_frmMain_QueryUnload(bRefused); });
+    m_oMainArranged = m_frmMain->Arranged.Subscribe([this](Arrangement eHow) { ArrangeWindows(*m_pArea, eHow); });
+    SetUpWindowKeys();
     resize(1100, 720);
+    TellSizes();
 }
 
 MainWindow::~MainWindow() {
@@ -138,15 +151,62 @@ void MainWindow::m_frmMain_Changed(Form::Change eChange) {
     }
 }
 
+std::vector<Ref<Form>> MainWindow::Children() const {
+    std::vector<Ref<Form>> aForms = m_frmMain->Forms();
+    std::erase_if(aForms, [](const auto& frm) { return !frm->MDIChild() || !frm->Visible(); });
+    std::sort(aForms.begin(), aForms.end(), [](const auto& a, const auto& b) { return a->HWnd() < b->HWnd(); });
+    return aForms;
+}
+
 std::vector<OpenWindowEntry> MainWindow::OpenWindows() const {
     std::vector<OpenWindowEntry> aEntries;
     const Ref<Form> frmActive = m_frmMain->ActiveForm();
-    std::vector<Ref<Form>> aForms = m_frmMain->Forms();
-    std::sort(aForms.begin(), aForms.end(), [](const auto& a, const auto& b) { return a->HWnd() < b->HWnd(); });
-    for (const auto& frm : aForms)
-        if (frm->MDIChild() && frm->Visible())
-            aEntries.push_back({QString::fromStdString(frm->Caption()), frm == frmActive, [frm] { frm->Activate(); }});
+    for (const auto& frm : Children())
+        aEntries.push_back({QString::fromStdString(frm->Caption()), frm == frmActive, [frm] {
+                                if (frm->WindowState() == FormState::Minimized)
+                                    frm->SetWindowState(FormState::Normal);
+                                frm->Activate();
+                            }});
     return aEntries;
+}
+
+void MainWindow::ActivateNeighbour(int nStep) {
+    const auto aForms = Children();
+    const auto it = std::find(aForms.begin(), aForms.end(), m_frmMain->ActiveForm());
+    if (it == aForms.end())
+        return;
+    const auto nForms = static_cast<int>(aForms.size());
+    const auto iNext = (static_cast<int>(it - aForms.begin()) + nStep + nForms) % nForms;
+    m_oFailures.Guard([&] { aForms[static_cast<std::size_t>(iNext)]->Activate(); });
+}
+
+// Keys that a page would otherwise take for its own tabs.
+void MainWindow::SetUpWindowKeys() {
+    const auto fnKey = [this](const char* sKeys, const std::function<void()>& fnAct) {
+        auto* pShortCut = new QShortcut(QKeySequence(QLatin1String(sKeys)), this);
+        connect(pShortCut, &QShortcut::activated, this, fnAct);
+    };
+    fnKey("Ctrl+Tab", [this] { ActivateNeighbour(1); });
+    fnKey("Ctrl+F6", [this] { ActivateNeighbour(1); });
+    fnKey("Ctrl+Shift+Tab", [this] { ActivateNeighbour(-1); });
+    fnKey("Ctrl+Shift+F6", [this] { ActivateNeighbour(-1); });
+    fnKey("Ctrl+F4", [this] {
+        if (QMdiSubWindow* pActive = m_pArea->activeSubWindow())
+            pActive->close();
+    });
+}
+
+bool MainWindow::HasTabbedWindows() const {
+    return m_pArea->viewMode() == QMdiArea::TabbedView;
+}
+
+void MainWindow::SetTabbedWindows(bool bTabbed) {
+    if (bTabbed == HasTabbedWindows())
+        return;
+    m_pArea->setViewMode(bTabbed ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
+    m_pArea->setTabsClosable(true);
+    m_pArea->setTabsMovable(true);
+    m_pArea->setDocumentMode(true);
 }
 
 QMenu* MainWindow::createPopupMenu() {
@@ -162,12 +222,41 @@ void MainWindow::closeEvent(QCloseEvent* pEvent) {
     pEvent->setAccepted(!bRefused);
 }
 
+// What is open goes first, the window that was active last at first, and each may refuse.
+void MainWindow::m_frmMain_QueryUnload(bool& bRefused) {
+    const auto aForms = m_frmMain->Forms();
+    for (auto it = aForms.rbegin(); it != aForms.rend() && !bRefused; ++it)
+        m_oFailures.Guard([&] { bRefused = !(*it)->Unload(); });
+}
+
 void MainWindow::resizeEvent(QResizeEvent* pEvent) {
     QMainWindow::resizeEvent(pEvent);
-    m_frmMain->Move(0, 0, static_cast<Single>(width()) * fTwipsPerPixel,
-                    static_cast<Single>(height()) * fTwipsPerPixel);
-    m_frmMain->SetFrame(static_cast<Single>(width() - m_pArea->width()) * fTwipsPerPixel,
-                        static_cast<Single>(height() - m_pArea->height()) * fTwipsPerPixel);
+    TellSizes();
+}
+
+bool MainWindow::eventFilter(QObject* pWatched, QEvent* pEvent) {
+    if (pWatched == m_pArea && pEvent->type() == QEvent::Resize && isVisible())
+        TellSizes();
+    return QMainWindow::eventFilter(pWatched, pEvent);
+}
+
+// Whoever comes back to the main window comes back to the child in front.
+bool MainWindow::event(QEvent* pEvent) {
+    const bool bDone = QMainWindow::event(pEvent);
+    if (pEvent->type() == QEvent::WindowActivate)
+        m_oFailures.Guard([this] {
+            const Ref<Form> frmActive = m_frmMain->ActiveForm();
+            if (frmActive && frmActive->Visible())
+                frmActive->Activate();
+        });
+    return bDone;
+}
+
+// In twips, as the windows are placed in them; until the area is laid out it is taken to be the whole window.
+void MainWindow::TellSizes() {
+    m_frmMain->Move(0, 0, TwipsX(width()), TwipsY(height()));
+    if (isVisible())
+        m_frmMain->SetFrame(TwipsX(width() - m_pArea->width()), TwipsY(height() - m_pArea->height()));
 }
 
 } // namespace corvane::desktop

@@ -25,6 +25,9 @@ public:
     [[nodiscard]] ExplorerPanel& Explorer() { return *m_pExplorer; }
     [[nodiscard]] QDockWidget& ExplorerDock() { return *m_pDock; }
     [[nodiscard]] QMdiArea& Area() { return *m_pArea; }
+    // Whether the windows lie behind tabs instead of in frames of their own.
+    [[nodiscard]] bool HasTabbedWindows() const;
+    void SetTabbedWindows(bool bTabbed);
     // Whether the form has been asked to unload and didn't refuse, also when a service failed at its end.
     [[nodiscard]] bool HasEnded() const { return m_bHasEnded; }
     // Brings everything up to date now, as the end of a turn does.
@@ -35,11 +38,19 @@ public:
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    bool event(QEvent* pEvent) override;
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
     void SetUpDock(const Ref<PanelForm>& frmPanel);
     void ShowDock();
+    void SetUpWindowKeys();
+    void TellSizes();
     void m_frmMain_Changed(Form::Change eChange);
+    void m_frmMain_QueryUnload(bool& bRefused);
+    // The children that can be seen, in the order in which they were opened.
+    [[nodiscard]] std::vector<Ref<Form>> Children() const;
+    void ActivateNeighbour(int nStep);
     [[nodiscard]] std::vector<OpenWindowEntry> OpenWindows() const;
 
     Ref<MdiForm> m_frmMain;
@@ -51,6 +62,8 @@ private:
     QDockWidget* m_pDock = nullptr;
     bool m_bHasEnded = false;
     Subscription m_oMainChanged;
+    Subscription m_oMainQueryUnload;
+    Subscription m_oMainArranged;
     Subscription m_oBarChanged;
 };
 

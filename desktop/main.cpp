@@ -1,12 +1,28 @@
 #include "desktop/Application.h"
+#include "desktop/UnwatchedRun.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <cstdio>
+#include <deque>
+#include <map>
+#include <utility>
 
 namespace {
 
 enum Exit { Clean = 0, Usage = 2, Failed = 3 };
+
+// In the order of the command line.
+std::deque<corvane::desktop::RunStep> StepsOf(const QCommandLineParser& oParser) {
+    using Kind = corvane::desktop::RunStep::Kind;
+    std::deque<corvane::desktop::RunStep> aSteps;
+    const std::map<QString, Kind> mapKinds{{"choose", Kind::Choose}, {"click", Kind::Click}, {"page", Kind::Page}};
+    std::map<QString, qsizetype> mapTaken;
+    for (const QString& sOption : oParser.optionNames())
+        if (const auto it = mapKinds.find(sOption); it != mapKinds.end())
+            aSteps.push_back({it->second, oParser.values(sOption).at(mapTaken[sOption]++)});
+    return aSteps;
+}
 
 } // namespace
 
@@ -18,11 +34,17 @@ int main(int argc, char** argv) {
     oParser.setApplicationDescription("Runs a Corvane application.");
     oParser.addHelpOption();
     oParser.addPositionalArgument("APP", "The application folder.");
-    oParser.addOptions({{"choose", "Chooses the tool of that name after the start; may stand several times.", "TOOL"},
-                        {"answer", "Answers the next dialog with that text; may stand several times.", "TEXT"},
-                        {"screenshot", "Saves a picture of the window to that file.", "FILE"},
-                        {"print", "Prints what the window shows as text."},
-                        {"quit", "Ends after that, without asking anybody anything."}});
+    oParser.addOptions(
+        {{"choose", "Chooses the tool of that name after the start; may stand several times.", "TOOL"},
+         {"click",
+          "Clicks a command of the active window: help, ok, cancel, apply, previous, next, finish, save, "
+          "saveas, close. May stand several times, among the tools.",
+          "COMMAND"},
+         {"page", "Brings that page of the active window to the front, from 1, likewise.", "NUMBER"},
+         {"answer", "Answers the next dialog with that text; may stand several times.", "TEXT"},
+         {"screenshot", "Saves a picture of the window to that file.", "FILE"},
+         {"print", "Prints what the window shows as text."},
+         {"quit", "Ends after that, without asking anybody anything."}});
     oParser.process(oQt);
     if (oParser.positionalArguments().size() != 1) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);
@@ -33,19 +55,16 @@ int main(int argc, char** argv) {
         Application oApplication({oParser.positionalArguments().front().toStdString(), !bUnwatched});
         for (const QString& sAnswer : oParser.values("answer"))
             oApplication.Dialogs().AddAnswer(sAnswer.toStdString());
+        const auto fnLook = [&] {
+            if (oParser.isSet("print"))
+                std::fputs(oApplication.AsText().c_str(), stdout);
+            return !oParser.isSet("screenshot") || oApplication.Picture().save(oParser.value("screenshot"));
+        };
+        UnwatchedRun oRun(oApplication, StepsOf(oParser), fnLook);
+        if (!bUnwatched)
+            oApplication.SetModalLoop({}); // somebody is there to close it
         const bool bStarted = oApplication.Start();
-        int nExit = bStarted ? Exit::Clean : Exit::Failed;
-        QApplication::processEvents();
-        for (const QString& sTool : oParser.values("choose"))
-            if (!oApplication.Choose(sTool.toStdString())) {
-                std::fprintf(stderr, "corvane-desktop: error: %s can't be chosen\n", qUtf8Printable(sTool));
-                nExit = Exit::Failed;
-            }
-        QApplication::processEvents();
-        if (oParser.isSet("screenshot") && !oApplication.Window().grab().save(oParser.value("screenshot")))
-            nExit = Exit::Failed;
-        if (oParser.isSet("print"))
-            std::fputs(oApplication.AsText().c_str(), stdout);
+        const int nExit = oRun.Run() && bStarted ? Exit::Clean : Exit::Failed;
         if (bUnwatched)
             return nExit;
         QApplication::exec();

@@ -34,7 +34,9 @@ bool Form::Unload() {
     bool bRefused = false;
     m_bUnloading = true;
     try {
-        OnUnload.Raise(bRefused);
+        OnQueryUnload.Raise(bRefused);
+        if (!bRefused)
+            OnUnload.Raise(bRefused);
     } catch (...) {
         m_bUnloading = false;
         throw;

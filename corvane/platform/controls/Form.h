@@ -25,8 +25,8 @@ public:
     [[nodiscard]] bool IsLoaded() const { return m_bLoaded; }
     // Raises OnLoad; nothing for a loaded form.
     void Load();
-    // Raises OnUnload, whose handlers may refuse, and then takes the form away. False when it was refused.
-    // Nothing for a form that isn't loaded.
+    // Raises OnQueryUnload and OnUnload, whose handlers may refuse, and then takes the form away. False when it was
+    // refused. Nothing for a form that isn't loaded or that is being unloaded already.
     bool Unload();
     // Loads the form when it isn't loaded. A modal form returns when it is hidden or unloaded.
     void Show(ShowMode eMode, const Ref<Form>& oOwner);
@@ -57,7 +57,8 @@ public:
 
     // The form's events.
     Event<> OnLoad;
-    Event<bool&> OnUnload; // true refuses
+    Event<bool&> OnQueryUnload; // true refuses; nothing of the form has gone yet, and OnUnload isn't raised then
+    Event<bool&> OnUnload;      // true refuses
     Event<> OnActivate;
     Event<> OnDeactivate;
 

@@ -1,0 +1,41 @@
+// What a run without a person does after the start, step by step, and what it leaves behind: a picture, a text. The
+// steps go on while a modal window is open; when there are none left, a modal window is cancelled.
+#pragma once
+
+#include <QString>
+#include <deque>
+#include <functional>
+
+namespace corvane::desktop {
+
+class Application;
+
+struct RunStep {
+    enum class Kind { Choose, Click, Page };
+    Kind eKind;
+    QString sWhat; // a tool, a command, a page's number from 1
+};
+
+class UnwatchedRun final {
+public:
+    // fnLook takes the picture and prints the text, once, when all steps are done.
+    UnwatchedRun(Application& oApplication, std::deque<RunStep> aSteps, std::function<bool()> fnLook);
+    ~UnwatchedRun();
+    UnwatchedRun(const UnwatchedRun&) = delete;
+    UnwatchedRun& operator=(const UnwatchedRun&) = delete;
+
+    // Takes all steps. False when one of them, or looking, couldn't be done; the reason is on the error stream.
+    bool Run();
+
+private:
+    bool TakeNextStep();
+    void Look();
+    void DuringModalForm(const std::function<bool()>& fnGoesOn, const std::function<void()>& fnEnd);
+
+    Application& m_oApplication;
+    std::deque<RunStep> m_aSteps;
+    std::function<bool()> m_fnLook; // empty once it has looked
+    bool m_bAllDone = true;
+};
+
+} // namespace corvane::desktop

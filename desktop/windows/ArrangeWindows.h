@@ -1,0 +1,13 @@
+// Lays out the main window's children.
+#pragma once
+
+#include "corvane/platform/controls/MdiForm.h"
+
+class QMdiArea;
+
+namespace corvane::desktop {
+
+// Tiles, cascades, or puts the minimised ones in rows at the bottom. Windows that lie behind tabs stay as they are.
+void ArrangeWindows(QMdiArea& oArea, Arrangement eHow);
+
+} // namespace corvane::desktop

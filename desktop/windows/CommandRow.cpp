@@ -1,0 +1,95 @@
+#include "desktop/windows/CommandRow.h"
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <algorithm>
+
+namespace corvane::desktop {
+
+using Command = StandardCommandConstants;
+
+CommandRow::CommandRow(WindowTypeConstants eType, bool bWithApply, bool bWithHelp, QWidget* pParent)
+    : QWidget(pParent) {
+    auto* pLayout = new QHBoxLayout(this);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    if (eType == WindowTypeConstants::cvWizard)
+        FillWizard(bWithHelp);
+    else
+        FillDialog(eType, bWithApply, bWithHelp);
+}
+
+QPushButton* CommandRow::Add(Command eCommand, const QString& sText) {
+    auto* pButton = new QPushButton(sText);
+    pButton->setAutoDefault(true); // also outside of dialogs the return key presses the button that has the keyboard
+    connect(pButton, &QPushButton::clicked, this, [this, eCommand] { Q_EMIT Chosen(eCommand); });
+    m_aButtons.emplace_back(eCommand, pButton);
+    return pButton;
+}
+
+void CommandRow::FillWizard(bool bWithHelp) {
+    auto* pLayout = static_cast<QHBoxLayout*>(layout());
+    if (bWithHelp)
+        pLayout->addWidget(Add(Command::cvHelp, tr("&Help")));
+    pLayout->addStretch();
+    pLayout->addWidget(Add(Command::cvPrevious, tr("&Previous")));
+    pLayout->addWidget(Add(Command::cvNext, tr("&Next")));
+    pLayout->addSpacing(pLayout->spacing() * 2);
+    pLayout->addWidget(Add(Command::cvFinish, tr("&Finish")));
+    pLayout->addWidget(Add(Command::cvCancel, tr("Cancel")));
+}
+
+// The order is the desktop's own.
+void CommandRow::FillDialog(WindowTypeConstants eType, bool bWithApply, bool bWithHelp) {
+    auto* pBox = new QDialogButtonBox;
+    if (bWithHelp)
+        pBox->addButton(Add(Command::cvHelp, tr("&Help")), QDialogButtonBox::HelpRole);
+    if (eType == WindowTypeConstants::cvSaveDialog) {
+        pBox->addButton(Add(Command::cvSave, tr("&Save")), QDialogButtonBox::AcceptRole);
+        pBox->addButton(Add(Command::cvSaveAs, tr("Save &As…")), QDialogButtonBox::AcceptRole);
+    } else {
+        pBox->addButton(Add(Command::cvOK, tr("OK")), QDialogButtonBox::AcceptRole);
+        if (bWithApply)
+            pBox->addButton(Add(Command::cvApply, tr("&Apply")), QDialogButtonBox::ApplyRole);
+    }
+    pBox->addButton(Add(Command::cvCancel, tr("Cancel")), QDialogButtonBox::RejectRole);
+    layout()->addWidget(pBox);
+}
+
+QPushButton* CommandRow::Button(Command eCommand) const {
+    const auto it =
+        std::find_if(m_aButtons.begin(), m_aButtons.end(), [&](const auto& o) { return o.first == eCommand; });
+    return it == m_aButtons.end() ? nullptr : it->second;
+}
+
+std::vector<Command> CommandRow::Commands() const {
+    std::vector<Command> aCommands;
+    for (const auto& [eCommand, pButton] : m_aButtons)
+        aCommands.push_back(eCommand);
+    return aCommands;
+}
+
+void CommandRow::SetCommandEnabled(Command eCommand, bool bEnabled) {
+    if (QPushButton* pButton = Button(eCommand))
+        pButton->setEnabled(bEnabled);
+}
+
+void CommandRow::SetDefault(Command eCommand) {
+    for (const auto& [eEach, pButton] : m_aButtons)
+        if (pButton->isDefault() != (eEach == eCommand))
+            pButton->setDefault(eEach == eCommand);
+}
+
+QPushButton* CommandRow::Default() const {
+    for (const auto& [eCommand, pButton] : m_aButtons)
+        if (pButton->isDefault())
+            return pButton;
+    return nullptr;
+}
+
+void CommandRow::SetSkips(bool bSkips) {
+    if (QPushButton* pButton = Button(Command::cvNext))
+        pButton->setText(bSkips ? tr("S&kip") : tr("&Next"));
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,22 @@
+// Stands in the place of a page that can't be shown and says why, to read and to copy.
+#pragma once
+
+#include "corvane/base/Failure.h"
+
+#include <QWidget>
+
+namespace corvane::desktop {
+
+class FailureView final : public QWidget {
+    Q_OBJECT
+public:
+    FailureView(const QString& sPage, const Failure& oFailure, QWidget* pParent = nullptr);
+
+    // All that is told, as Copy puts it on the clipboard.
+    [[nodiscard]] const QString& Text() const { return m_sText; }
+
+private:
+    QString m_sText;
+};
+
+} // namespace corvane::desktop

@@ -1,0 +1,10 @@
+// Asks a person what becomes of the changes in a window that is to close.
+#pragma once
+
+#include "desktop/windows/WindowHost.h"
+
+namespace corvane::desktop {
+
+[[nodiscard]] LeaveAnswer AskInBox(const LeaveQuestion& oQuestion);
+
+} // namespace corvane::desktop

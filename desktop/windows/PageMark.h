@@ -1,0 +1,21 @@
+// What a window shows of one page beside the page itself: on its tab or in the list of steps.
+#pragma once
+
+#include <QString>
+
+namespace corvane::desktop {
+
+struct PageMark {
+    QString sCaption;
+    bool bIsOptional = false;
+    bool bIsBroken = false;  // it can't be shown
+    bool bIsInvalid = false; // it holds the window's commands back
+    bool bIsDone = false;    // of a wizard: behind the one in front and in order
+    bool bIsReachable = true;
+
+    // In one sentence, for tool tips and for those who don't see the sign; empty when all is well.
+    [[nodiscard]] QString Remark() const;
+    bool operator==(const PageMark&) const = default;
+};
+
+} // namespace corvane::desktop

@@ -1,0 +1,80 @@
+// What stands inside a window's frame: the places of its pages, as tabs or as steps, and the row of commands.
+#pragma once
+
+#include "desktop/windows/CommandRow.h"
+#include "desktop/windows/PageMark.h"
+
+#include <QWidget>
+#include <vector>
+
+class QBoxLayout;
+class QLabel;
+class QStackedWidget;
+class QTabWidget;
+
+namespace corvane::desktop {
+
+class PagePlace;
+class WizardSteps;
+
+struct BodyOptions {
+    WindowTypeConstants eType = WindowTypeConstants::cvWindow;
+    bool bIsChild = false; // among the main window's windows: the pages go to its edges
+    bool bWithApply = false;
+    bool bWithHelp = false;
+    bool bWithCommands = true;
+};
+struct PageRoom {
+    PageMark oMark;
+    QSize oSize;
+    bool bIsResizable = true;
+};
+
+class WindowBody final : public QWidget {
+    Q_OBJECT
+public:
+    WindowBody(const BodyOptions& oOptions, const std::vector<PageRoom>& aRooms, QWidget* pParent = nullptr);
+
+    [[nodiscard]] PagePlace& Place(int iPage) const { return *m_aPlaces[static_cast<std::size_t>(iPage)]; }
+    [[nodiscard]] CommandRow& Commands() { return *m_pCommands; }
+    [[nodiscard]] bool AreCommandsShown() const;
+    void ShowCommands();
+    // What of the body isn't page, in pixels.
+    [[nodiscard]] QSize NonPageSize();
+    [[nodiscard]] int CurrentPage() const { return m_iCurrent; }
+    void ShowPage(int iPage);
+    void MarkPage(int iPage, const PageMark& oMark);
+
+Q_SIGNALS:
+    // A person wants that page in front; ShowPage answers.
+    void PageChosen(int iPage);
+    // A person chose a command, by button or by key, which may be disabled.
+    void CommandChosen(corvane::StandardCommandConstants eCommand);
+
+protected:
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    void SetUpTabs(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
+    void SetUpSteps(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
+    void SetUpSinglePage(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
+    void SetUpCommands(QBoxLayout* pAll);
+    PagePlace* NewPlace(const PageRoom& oRoom);
+    void ShowHeading(const PageMark& oMark);
+    bool ChoosesByKey(const class QKeyEvent& oEvent);
+
+    BodyOptions m_oOptions;
+    std::vector<PagePlace*> m_aPlaces;
+    QTabWidget* m_pTabs = nullptr;      // with several pages that aren't steps
+    QStackedWidget* m_pStack = nullptr; // otherwise
+    WizardSteps* m_pSteps = nullptr;    // of a wizard
+    QLabel* m_pHeading = nullptr;       // of a wizard
+    std::vector<PageMark> m_aMarks;
+    QWidget* m_pFoot = nullptr;
+    CommandRow* m_pCommands;
+    int m_iCurrent = 0;
+    bool m_bFollows = false; // it is the body itself that changes the tab
+};
+
+} // namespace corvane::desktop

@@ -1,0 +1,63 @@
+// The frame around a window's body: one of the main window's children, or a window of its own. It tells what happens
+// to it and does only what it is told: its close box closes nothing.
+#pragma once
+
+#include "corvane/platform/controls/Form.h"
+
+#include <QPointer>
+#include <QRect>
+#include <QWidget>
+#include <functional>
+
+class QDialog;
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace corvane::desktop {
+
+class WindowFrame final {
+public:
+    struct Listeners {
+        std::function<void()> fnCloseRequested;
+        std::function<void()> fnActivated;
+        std::function<void()> fnPlaced; // moved, resized, or its state has changed
+    };
+
+    // A child of the area for pArea, else a window that stays above pOwner.
+    WindowFrame(QMdiArea* pArea, QWidget* pOwner, QWidget* pBody, bool bWithStateButtons, Listeners oListeners);
+    // The frame's widgets live on until the event loop turns, as one of them may be the caller.
+    ~WindowFrame();
+    WindowFrame(const WindowFrame&) = delete;
+    WindowFrame& operator=(const WindowFrame&) = delete;
+
+    // Null when the main window has gone first.
+    [[nodiscard]] QWidget* Widget() const { return m_pWidget; }
+    void Show(bool bModal, FormState eState);
+    void Hide();
+    void BringToFront();
+    void SetTitle(const QString& sTitle);
+    void SetModified(bool bModified);
+    void SetState(FormState eState);
+    [[nodiscard]] FormState State() const;
+    // In pixels, from the area's or the main window's corner; only what is seen in the normal state.
+    void Place(const QRect& oPlace);
+    [[nodiscard]] QRect PlaceNow() const;
+    void SetMinimum(const QSize& oSize);
+    void Fix(const QSize& oSize); // no other size from now on
+    // What the frame adds to its body.
+    [[nodiscard]] QSize Surround() const;
+    // The room there is for it.
+    [[nodiscard]] QRect Room() const;
+
+private:
+    [[nodiscard]] QPoint Corner() const;
+
+    QPointer<QMdiArea> m_pArea;
+    QPointer<QWidget> m_pOwner;
+    QPointer<QMdiSubWindow> m_pChild;
+    QPointer<QDialog> m_pDialog;
+    QPointer<QWidget> m_pWidget; // one of the two
+    QPointer<QWidget> m_pBody;
+};
+
+} // namespace corvane::desktop

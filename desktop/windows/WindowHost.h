@@ -1,0 +1,42 @@
+// What the forms of windows need of the application around them.
+#pragma once
+
+#include "adapters/messages/WindowMessages.h"
+#include "corvane/platform/controls/MdiForm.h"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <functional>
+
+class QMdiArea;
+
+namespace corvane::desktop {
+
+// A window with unsaved changes is to close.
+struct LeaveQuestion {
+    QString sWindow;
+    QString sHindrance; // why it can't be saved as it is; empty when it can
+    bool bCanSave = false;
+    QWidget* pOver = nullptr;
+};
+enum class LeaveAnswer { Stay, Discard, Save };
+
+struct WindowHost {
+    using GuardFunction = std::function<void(const std::function<void()>&)>;
+
+    MdiForm* frmMain = nullptr; // outlives every form
+    QPointer<QMdiArea> pArea;
+    QPointer<QWidget> pMainWindow;
+    Ref<WindowMessages> oMessages;
+    // Runs what enters the library; a failure that leaves it is shown.
+    GuardFunction fnGuard;
+    // Without it nobody is asked and the changes go.
+    std::function<LeaveAnswer(const LeaveQuestion&)> fnAskToLeave;
+    // Opens a help topic. Without it no window offers help.
+    std::function<void(Long)> fnHelp;
+    // Runs instead of the event loop while a modal form is open and returns when fnGoesOn says no; fnEnd ends the form.
+    std::function<void(const std::function<bool()>& fnGoesOn, const std::function<void()>& fnEnd)> fnModalLoop;
+};
+
+} // namespace corvane::desktop

@@ -1,0 +1,28 @@
+// The steps of a wizard beside its pages: which are done, which is in front, which can be left out.
+#pragma once
+
+#include "desktop/windows/PageMark.h"
+
+#include <QListWidget>
+
+namespace corvane::desktop {
+
+class WizardSteps final : public QListWidget {
+    Q_OBJECT
+public:
+    explicit WizardSteps(QWidget* pParent = nullptr);
+
+    void AddStep(const PageMark& oMark);
+    void SetStep(int iStep, const PageMark& oMark);
+    void SetCurrentStep(int iStep);
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return {0, 0}; }
+
+Q_SIGNALS:
+    void StepChosen(int iStep);
+
+private:
+    int m_iCurrent = 0;
+};
+
+} // namespace corvane::desktop
