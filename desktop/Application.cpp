@@ -2,14 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
-#include "corvane/core/Singleton.h"
-#include "corvane/menus/ActionItem.h"
 #include "corvane/platform/controls/BarText.h"
-#include "corvane/services/ServiceManager.h"
-#include "corvane/windows/Window.h"
-#include "corvane/windows/WindowManager.h"
-#include "desktop/service/HostService.h"
-#include "desktop/service/ScreenPrinter.h"
 #include "desktop/windows/LeaveBox.h"
 #include "desktop/windows/WindowFormFactory.h"
 
@@ -40,7 +33,8 @@ Application::Application(const ApplicationOptions& oOptions)
     : m_bWithDialogs(oOptions.bWithDialogs), m_oFailures(oOptions.bWithDialogs), m_oPlatform(oOptions.sFolder),
       m_oMessageBox(New<QtMessageBox>(oOptions.bWithDialogs)),
       m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)),
-      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); })) {
+      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); })),
+      m_aClasses(oOptions.aClasses) {
     m_oFailures.SetServicesFolder(QString::fromStdString(m_oPlatform.oUtilities->GetAppFolder("Services")));
     m_oFailures.SetLogFile(m_oPlatform.oUtilities->LogPath());
     m_oPlatform.oUtilities->SetShow([this](const ShownFailure& oShown) { m_oFailures.Show(oShown); });
@@ -48,11 +42,7 @@ Application::Application(const ApplicationOptions& oOptions)
     m_frmMain->AddMember("CommonDialog", m_oCommonDialog);
     m_frmMain->AddMember("ctlCVProgress", m_oProgress);
     m_frmMain->SetCaption(m_oPlatform.sName);
-    m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) {
-        const auto oActionItem = oTool->TagVariant().TryAs<ActionItem>();
-        m_oRunningProvider = oActionItem ? oActionItem->ActionsProviderObj() : nullptr;
-    });
-    m_oProgress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
+    SetUpService();
     m_frmMain->Load();
     m_pLibrary = std::make_unique<Library>(MakePlatform());
     m_pWindow = std::make_unique<MainWindow>(m_frmMain, m_oActiveBar, m_frmPanel, m_oFailures);
@@ -90,33 +80,8 @@ Platform Application::MakePlatform() {
     oPlatform.oFileSystem =
         New<HostFileSystem>(oPlatform.oFileSystem, m_oPlatform.oUtilities->GetAppFolder("Services"));
     oPlatform.oObjectFactory = MakeObjectFactory();
-    oPlatform.oScreenPrinter = New<ScreenPrinter>(ScreenPrinter::Host{
-        [this] { return m_pWindow.get(); }, [](Long) { return nullptr; },
-        [this] { return QString::fromStdString(m_oCommonDialog->ShowSave("Print", "PDF (*.pdf)|*.pdf", "")); },
-        m_bWithDialogs});
+    oPlatform.oScreenPrinter = MakeScreenPrinter();
     return oPlatform;
-}
-
-Ref<HostObjectFactory> Application::MakeObjectFactory() {
-    auto oFactory = New<HostObjectFactory>(m_oPlatform.oPlugins);
-    oFactory->Add("CorvaneDesktop.HostService", [] {
-        return New<HostService>(
-            HostCommands{[] { Singleton::Framework()->WindowManager()->OpenWindow("Corvane.Preferences", nullptr); }});
-    });
-    return oFactory;
-}
-
-// The service in whose code the latest command is; an explorer item or a page is told by its kind.
-QString Application::RunningService() const {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!m_oRunningProvider || !oManager)
-        return {};
-    for (const auto& oDef : *oManager->ServiceDefs())
-        if (oManager->Services()->Item(oDef->Name()) == m_oRunningProvider)
-            return QString::fromStdString(oDef->Name());
-    return QString::fromUtf8(m_oRunningProvider->TypeName().data(),
-                             static_cast<qsizetype>(m_oRunningProvider->TypeName().size()));
 }
 
 // A run that nobody watches is told "Save" or "Stay" beforehand; otherwise the changes go.
@@ -151,6 +116,7 @@ bool Application::Start() {
         oFramework->Start();
         bStarted = true;
     });
+    ApplyAppearance(Appearance::Load());
     m_pWindow->Flush();
     m_pWindow->show();
     return bStarted;
@@ -163,12 +129,6 @@ bool Application::Choose(const std::string& sTool) {
     m_oFailures.Guard([&] { m_oActiveBar->Click(oTool); });
     m_pWindow->Flush();
     return true;
-}
-
-QString Application::StatusText() const {
-    const auto oBand = m_oActiveBar->Bands()->Find("StatusBar");
-    const auto oStatus = oBand ? oBand->Tools()->Find("Status") : nullptr;
-    return oStatus ? QString::fromStdString(oStatus->Caption()) : QString();
 }
 
 Ref<WindowForm> Application::ActiveWindowForm() const {
@@ -265,8 +225,6 @@ std::string Application::AsText() const {
     for (const auto& frm : m_frmMain->Forms())
         if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->Visible())
             sText += oForm->AsText();
-    if (const auto oStatus = m_oActiveBar->Bands()->Item("StatusBar")->Tools()->Find("Status"))
-        sText += "Status\n  " + oStatus->Caption() + "\n";
     for (const auto& oMessage : m_oMessageBox->Shown())
         sText += "Message " + oMessage.sTitle.toStdString() + "\n" + oMessage.sText.toStdString() + "\n";
     return sText;

@@ -8,19 +8,25 @@
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
+#include "desktop/service/AppearancePage.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
+#include "desktop/service/UnsavedWork.h"
 #include "desktop/windows/WindowForm.h"
 
 #include <QPixmap>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace corvane::desktop {
 
 struct ApplicationOptions {
     std::string sFolder;
     bool bWithDialogs = true; // false where nobody watches: failures go to the error stream, messages are kept
+    // Classes that are part of the program itself, by their ProgIDs, beside those of the application's plug-ins.
+    std::vector<std::pair<std::string, HostObjectFactory::Maker>> aClasses = {};
 };
 
 class Application {
@@ -63,9 +69,17 @@ public:
 
 private:
     [[nodiscard]] Platform MakePlatform();
+
+    // ApplicationService.cpp: what the host's own service does.
+    void SetUpService();
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
+    [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
     [[nodiscard]] QString RunningService() const;
     [[nodiscard]] QString StatusText() const;
+    [[nodiscard]] bool SettleUnsavedWork();
+    [[nodiscard]] ExitAnswer AskAboutUnsavedWork(const std::vector<UnsavedGroup>& aGroups);
+    void ApplyAppearance(const Appearance& oAppearance);
+
     void SetUpWindowHost();
     [[nodiscard]] LeaveAnswer AskToLeave(const LeaveQuestion& oQuestion);
     void ShowHelp(Long lTopic);
@@ -84,7 +98,9 @@ private:
     std::shared_ptr<WindowHost> m_pWindowHost = std::make_shared<WindowHost>();
     std::unique_ptr<Library> m_pLibrary;
     std::unique_ptr<MainWindow> m_pWindow;
+    std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_aClasses;
     Subscription m_oToolClick;
+    Subscription m_oQueryUnload;
     Ref<Object> m_oRunningProvider; // whose command was chosen last
 };
 

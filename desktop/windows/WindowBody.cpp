@@ -1,9 +1,12 @@
 #include "desktop/windows/WindowBody.h"
 
+#include "desktop/windows/PageList.h"
 #include "desktop/windows/PagePlace.h"
 #include "desktop/windows/WizardSteps.h"
 
+#include <QAbstractButton>
 #include <QBoxLayout>
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -54,6 +57,8 @@ WindowBody::WindowBody(const BodyOptions& oOptions, const std::vector<PageRoom>&
         m_aMarks.push_back(oRoom.oMark);
     if (oOptions.eType == WindowTypeConstants::cvWizard)
         SetUpSteps(aRooms, pAll);
+    else if (oOptions.bWithPageList)
+        SetUpList(aRooms, pAll);
     else if (aRooms.size() > 1)
         SetUpTabs(aRooms, pAll);
     else
@@ -122,6 +127,39 @@ void WindowBody::SetUpSteps(const std::vector<PageRoom>& aRooms, QBoxLayout* pAl
         ShowHeading(m_aMarks.front());
 }
 
+void WindowBody::SetUpList(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll) {
+    m_pList = new PageList;
+    m_pStack = new QStackedWidget;
+    for (const auto& oRoom : aRooms) {
+        m_pStack->addWidget(NewPlace(oRoom));
+        m_pList->AddPage(oRoom.oMark);
+    }
+    m_pList->SetCurrentPage(0);
+    connect(m_pList, &PageList::PageChosen, this, &WindowBody::PageChosen);
+    connect(m_pList, &PageList::TextsWanted, this, [this] {
+        Q_EMIT AllPagesWanted();
+        TellTexts();
+    });
+    auto* pSides = new QHBoxLayout;
+    pSides->setSpacing(0);
+    pSides->addWidget(m_pList);
+    pSides->addWidget(m_pStack, 1);
+    pAll->addLayout(pSides, 1);
+}
+
+void WindowBody::TellTexts() {
+    for (std::size_t i = 0; i < m_aPlaces.size(); ++i) {
+        QStringList aTexts;
+        for (const auto* pLabel : m_aPlaces[i]->findChildren<QLabel*>())
+            aTexts.append(pLabel->text().remove('&'));
+        for (const auto* pButton : m_aPlaces[i]->findChildren<QAbstractButton*>())
+            aTexts.append(pButton->text().remove('&'));
+        for (const auto* pGroup : m_aPlaces[i]->findChildren<QGroupBox*>())
+            aTexts.append(pGroup->title().remove('&'));
+        m_pList->SetTexts(static_cast<int>(i), aTexts.join('\n'));
+    }
+}
+
 void WindowBody::SetUpSinglePage(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll) {
     m_pStack = new QStackedWidget;
     for (const auto& oRoom : aRooms)
@@ -183,6 +221,8 @@ void WindowBody::ShowPage(int iPage) {
         m_pStack->setCurrentIndex(iPage);
     m_bFollows = false;
     m_iCurrent = iPage;
+    if (m_pList)
+        m_pList->SetCurrentPage(iPage);
     if (m_pSteps) {
         m_pSteps->SetCurrentStep(iPage);
         ShowHeading(m_aMarks[static_cast<std::size_t>(iPage)]);
@@ -201,6 +241,8 @@ void WindowBody::MarkPage(int iPage, const PageMark& oMark) {
         return;
     if (m_pSteps)
         m_pSteps->SetStep(iPage, oMark);
+    if (m_pList)
+        m_pList->SetPage(iPage, oMark);
     if (!m_pTabs)
         return;
     const QString sRemark = oMark.Remark();

@@ -1,4 +1,5 @@
-// What stands inside a window's frame: the places of its pages, as tabs or as steps, and the row of commands.
+// What stands inside a window's frame: the places of its pages, as tabs, as steps or as a list, and the row of
+// commands.
 #pragma once
 
 #include "desktop/windows/CommandRow.h"
@@ -14,6 +15,7 @@ class QTabWidget;
 
 namespace corvane::desktop {
 
+class PageList;
 class PagePlace;
 class WizardSteps;
 
@@ -23,6 +25,7 @@ struct BodyOptions {
     bool bWithApply = false;
     bool bWithHelp = false;
     bool bWithCommands = true;
+    bool bWithPageList = false; // pages in a list that can be searched, where there would be tabs
 };
 struct PageRoom {
     PageMark oMark;
@@ -50,6 +53,8 @@ Q_SIGNALS:
     void PageChosen(int iPage);
     // A person chose a command, by button or by key, which may be disabled.
     void CommandChosen(corvane::StandardCommandConstants eCommand);
+    // Every page's widget is needed, as a person searches the list of pages.
+    void AllPagesWanted();
 
 protected:
     void keyPressEvent(QKeyEvent* pEvent) override;
@@ -58,6 +63,8 @@ protected:
 private:
     void SetUpTabs(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
     void SetUpSteps(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
+    void SetUpList(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
+    void TellTexts();
     void SetUpSinglePage(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
     void SetUpCommands(QBoxLayout* pAll);
     PagePlace* NewPlace(const PageRoom& oRoom);
@@ -69,7 +76,8 @@ private:
     QTabWidget* m_pTabs = nullptr;      // with several pages that aren't steps
     QStackedWidget* m_pStack = nullptr; // otherwise
     WizardSteps* m_pSteps = nullptr;    // of a wizard
-    QLabel* m_pHeading = nullptr;       // of a wizard
+    PageList* m_pList = nullptr;
+    QLabel* m_pHeading = nullptr; // of a wizard
     std::vector<PageMark> m_aMarks;
     QWidget* m_pFoot = nullptr;
     CommandRow* m_pCommands;

@@ -71,6 +71,7 @@ void WindowForm::MakeFrame(bool bIsApplyCommandShown) {
     oOptions.bWithApply = bIsApplyCommandShown;
     // A window in which nothing has been changed is closed by its close box alone.
     oOptions.bWithCommands = m_eType != WindowTypeConstants::cvWindow || (oWindow && oWindow->IsModal());
+    oOptions.bWithPageList = oDef->Name() == WindowHost::ListedWindow;
     std::vector<PageRoom> aRooms;
     const QSize oPageSize(PixelsX(oDef->DefPageWidth()), PixelsY(oDef->DefPageHeight()));
     for (const auto& oSlot : m_aSlots) {
@@ -91,6 +92,10 @@ void WindowForm::MakeFrame(bool bIsApplyCommandShown) {
     QObject::connect(m_pBody, &WindowBody::PageChosen, [this](int iPage) {
         const Ref<Form> oSelf(this);
         m_pHost->fnGuard([&] { BringToFront(iPage); });
+    });
+    QObject::connect(m_pBody, &WindowBody::AllPagesWanted, [this] {
+        for (std::size_t i = 0; i < m_aSlots.size(); ++i)
+            m_aSlots[i]->MakeWidget(m_pBody->Place(static_cast<int>(i)));
     });
     QObject::connect(m_pBody, &WindowBody::CommandChosen, [this](Command eCommand) { ClickCommand(eCommand); });
 }
@@ -268,7 +273,7 @@ void WindowForm::QueryUnload(bool& bRefused) {
     if (!m_bInClose) {
         m_oCancelled.reset();
         AskAll();
-        if (Visible() && AnyChanged()) {
+        if (Visible() && AnyChanged() && !m_bDiscards) {
             const LeaveAnswer eAnswer = AskToLeave();
             bRefused = eAnswer == LeaveAnswer::Stay;
             if (eAnswer == LeaveAnswer::Save)

@@ -48,6 +48,10 @@ public:
     void RequestClose();
     // Ends the window as if it had been cancelled, without asking.
     void Abandon();
+    // Whether something is changed that Save can save; a wizard is saved by nothing but Finish.
+    [[nodiscard]] bool HasUnsavedChanges();
+    // The person has said that the changes may go: closing asks no more.
+    void DiscardChanges() { m_bDiscards = true; }
     // Null before Initialize and after the end.
     [[nodiscard]] QWidget* Frame() const { return m_pFrame ? m_pFrame->Widget() : nullptr; }
     [[nodiscard]] WindowBody* Body() const { return m_pBody; }
@@ -118,7 +122,8 @@ private:
     bool m_bFromFrame = false; // the model follows the frame
     bool m_bInCommand = false;
     bool m_bInClose = false; // by a command, which has asked already
-    bool m_bRaises = false;  // failures of saving go to the caller
+    bool m_bDiscards = false;
+    bool m_bRaises = false; // failures of saving go to the caller
     QEventLoop* m_pLoop = nullptr;
     std::unique_ptr<WindowFrame> m_pFrame;
     QPointer<WindowBody> m_pBody;

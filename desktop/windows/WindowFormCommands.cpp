@@ -43,6 +43,13 @@ bool WindowForm::AnyChanged() const {
            std::any_of(m_aSlots.begin(), m_aSlots.end(), [](const auto& oSlot) { return oSlot->IsChanged(); });
 }
 
+bool WindowForm::HasUnsavedChanges() {
+    if (!m_oController || !Visible() || !SavesChangesAlone())
+        return false;
+    AskAll();
+    return AnyChanged();
+}
+
 // What the pages say of a command, by what they last answered.
 bool WindowForm::IsInOrderFor(Command eCommand) const {
     const bool bIsWizard = m_eType == WindowTypeConstants::cvWizard;

@@ -25,6 +25,9 @@ enum class LeaveAnswer { Stay, Discard, Save };
 struct WindowHost {
     using GuardFunction = std::function<void(const std::function<void()>&)>;
 
+    // The window whose pages stand in a list, however many they are.
+    static constexpr const char* ListedWindow = "Corvane.Preferences";
+
     MdiForm* frmMain = nullptr; // outlives every form
     QPointer<QMdiArea> pArea;
     QPointer<QWidget> pMainWindow;

@@ -5,6 +5,7 @@
 #include "corvane/services/ServiceManager.h"
 #include "desktop/FailureDialog.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "tests/desktop/ApplicationFolder.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -14,48 +15,19 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <gtest/gtest.h>
 
 namespace corvane::desktop {
 namespace {
 
-constexpr const char* sSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema"><xs:element name="Service">
-<xs:complexType><xs:sequence><xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/></xs:sequence>
-<xs:anyAttribute processContents="skip"/></xs:complexType></xs:element></xs:schema>)";
-
-constexpr const char* sShell = R"(<Service Name="Shell" ProgID="Corvane.Framework" Active="true"><ActionItems>
-<ActionItem Name="Navigation" Action="ViewNavigation" PassActionItemParam="true" Checked="false"/>
-<ActionItem Name="View"/>
-<ActionItem Name="Bar" Action="EnableStatusBar" PassActionItemParam="true" Checked="true"/>
-<ActionItem Name="Bad" Action="NoSuchProcedure"/>
-</ActionItems><Menus>
-<MenuItem Type="MenuTitle" ActionItem="View" PositionOrder="1" Caption="#View"/>
-<MenuItem Type="MenuItem" ActionItem="Navigation" PositionOrder="1" Path="View" Caption="#Explorer"/>
-<MenuItem Type="MenuItem" ActionItem="Bar" PositionOrder="2" Path="View" Caption="#Status Bar"/>
-<MenuItem Type="MenuItem" ActionItem="Bad" PositionOrder="3" Path="View" Caption="#Bad"/>
-</Menus><ExplorerItems><ExplorerItem Name="Root" Type="Folder"/></ExplorerItems></Service>)";
-
 class ApplicationTest : public ::testing::Test {
 protected:
-    ApplicationTest() {
-        qputenv("XDG_STATE_HOME", m_oFolder.path().toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_oFolder.path().toUtf8());
-        QDir(m_oFolder.path()).mkpath("App/Services");
-        QDir(m_oFolder.path()).mkpath("App/Images");
-        Write("Service.xdr", sSchema);
-        Write("shell.xml", sShell);
-    }
-    void Write(const QString& sName, const char* sText) {
-        QFile oFile(Services() + "/" + sName);
-        ASSERT_TRUE(oFile.open(QIODevice::WriteOnly));
-        oFile.write(sText);
-    }
-    [[nodiscard]] QString Services() const { return m_oFolder.path() + "/App/Services"; }
-    [[nodiscard]] std::string App() const { return (m_oFolder.path() + "/App").toStdString(); }
+    void Write(const QString& sName, const char* sText) { m_oFolder.Write(sName, sText); }
+    [[nodiscard]] QString Services() const { return m_oFolder.Services(); }
+    [[nodiscard]] std::string App() const { return m_oFolder.App(); }
 
-    QTemporaryDir m_oFolder;
+    ApplicationFolder m_oFolder;
 };
 
 TEST_F(ApplicationTest, MenuOnScreenTogglesTheStatusBarAndTheExplorer) {

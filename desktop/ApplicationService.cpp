@@ -1,0 +1,143 @@
+#include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/menus/ActionItem.h"
+#include "corvane/services/ServiceManager.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
+#include "desktop/Application.h"
+#include "desktop/service/HostService.h"
+#include "desktop/service/ScreenPrinter.h"
+#include "desktop/service/UnsavedDialog.h"
+
+#include <QApplication>
+#include <QStyle>
+
+namespace corvane::desktop {
+
+namespace {
+
+// The window's own definition holds the host's page; the services' pages join it when it first opens.
+void OpenPreferences() {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto colPageDefs = oFramework->ServiceManager()->WindowDefs()->Item(WindowHost::ListedWindow)->PageDefs();
+    for (const auto& oPageDef : oFramework->ServiceManager()->PreferencePageDefs())
+        if (!colPageDefs->HasKey(oPageDef->Key()))
+            colPageDefs->Add(oPageDef, oPageDef->Key());
+    oFramework->WindowManager()->OpenWindow(WindowHost::ListedWindow, nullptr);
+}
+
+} // namespace
+
+void Application::SetUpService() {
+    m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) {
+        const auto oActionItem = oTool->TagVariant().TryAs<ActionItem>();
+        m_oRunningProvider = oActionItem ? oActionItem->ActionsProviderObj() : nullptr;
+    });
+    // Before the main window's subscription, which closes what is open.
+    m_oQueryUnload = m_frmMain->OnQueryUnload.Subscribe([this](bool& bRefused) {
+        if (!bRefused)
+            bRefused = !SettleUnsavedWork();
+    });
+    m_oProgress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
+}
+
+Ref<HostObjectFactory> Application::MakeObjectFactory() {
+    auto oFactory = New<HostObjectFactory>(m_oPlatform.oPlugins);
+    oFactory->Add("CorvaneDesktop.HostService", [] { return New<HostService>(HostCommands{&OpenPreferences}); });
+    oFactory->Add("CorvaneDesktop.AppearancePage", [this] {
+        return New<AppearancePage>([this](const Appearance& oAppearance) { ApplyAppearance(oAppearance); });
+    });
+    for (const auto& [sProgID, fnMake] : m_aClasses)
+        oFactory->Add(sProgID, fnMake);
+    return oFactory;
+}
+
+Ref<IScreenPrinter> Application::MakeScreenPrinter() {
+    ScreenPrinter::Host oHost;
+    oHost.fnMainWindow = [this] { return m_pWindow.get(); };
+    oHost.fnWindowOf = [this](Long lHwnd) -> QWidget* {
+        for (const auto& frm : m_frmMain->Forms())
+            if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->HWnd() == lHwnd)
+                return oForm->Body();
+        return nullptr;
+    };
+    oHost.fnFile = [this] {
+        return QString::fromStdString(m_oCommonDialog->ShowSave("Print", "PDF (*.pdf)|*.pdf", ""));
+    };
+    oHost.bWithDialogs = m_bWithDialogs;
+    return New<ScreenPrinter>(std::move(oHost));
+}
+
+// The service in whose code the latest command is; an explorer item or a page is told by its kind.
+QString Application::RunningService() const {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
+    if (!m_oRunningProvider || !oManager)
+        return {};
+    for (const auto& oDef : *oManager->ServiceDefs())
+        if (oManager->Services()->Item(oDef->Name()) == m_oRunningProvider)
+            return QString::fromStdString(oDef->Name());
+    return QString::fromUtf8(m_oRunningProvider->TypeName().data(),
+                             static_cast<qsizetype>(m_oRunningProvider->TypeName().size()));
+}
+
+QString Application::StatusText() const {
+    const auto oBand = m_oActiveBar->Bands()->Find("StatusBar");
+    const auto oStatus = oBand ? oBand->Tools()->Find("Status") : nullptr;
+    return oStatus ? QString::fromStdString(oStatus->Caption()) : QString();
+}
+
+// False when the application must stay open.
+bool Application::SettleUnsavedWork() {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    if (!oFramework || !oFramework->ServiceManager())
+        return true;
+    std::vector<UnsavedItem> aWindows;
+    std::vector<Ref<WindowForm>> aForms;
+    for (const auto& frm : m_frmMain->Forms())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->HasUnsavedChanges()) {
+            aForms.push_back(oForm);
+            aWindows.push_back(
+                {oForm->Caption(), [oForm] {
+                     oForm->Save();
+                     if (oForm->HasUnsavedChanges())
+                         Fail(FailureNumber::InvalidProcedureCall,
+                              QCoreApplication::translate("Application", "Something in the window is missing or wrong")
+                                  .toStdString());
+                 }});
+        }
+    const bool bExit = corvane::desktop::SettleUnsavedWork(
+        oFramework, std::move(aWindows), [this](const auto& aGroups) { return AskAboutUnsavedWork(aGroups); },
+        [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
+    if (bExit)
+        for (const auto& oForm : aForms)
+            oForm->DiscardChanges(); // what hasn't been saved by now may go
+    return bExit;
+}
+
+// A run that nobody watches is told "Save" or "Stay" beforehand; otherwise the work goes.
+ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& aGroups) {
+    if (const auto oAnswer = m_oCommonDialog->TakeAnswer()) {
+        ExitAnswer oExit;
+        oExit.eWhat = EqualText(*oAnswer, "Save")   ? ExitAnswer::What::Save
+                      : EqualText(*oAnswer, "Stay") ? ExitAnswer::What::Cancel
+                                                    : ExitAnswer::What::Discard;
+        if (oExit.eWhat == ExitAnswer::What::Save)
+            for (const auto& oGroup : aGroups)
+                oExit.aItems.insert(oExit.aItems.end(), oGroup.aItems.begin(), oGroup.aItems.end());
+        return oExit;
+    }
+    UnsavedDialog oDialog(aGroups, m_pWindow.get());
+    oDialog.exec();
+    return oDialog.Answer();
+}
+
+void Application::ApplyAppearance(const Appearance& oAppearance) {
+    ApplyTheme(oAppearance.sTheme);
+    const int nSize = oAppearance.nIconSize;
+    const int nStyleSize = m_pWindow->style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, m_pWindow.get());
+    m_pWindow->setIconSize(QSize(1, 1) * (nSize > 0 ? nSize : nStyleSize));
+    m_pWindow->SetTabbedWindows(oAppearance.bTabbedWindows);
+}
+
+} // namespace corvane::desktop
