@@ -74,47 +74,65 @@ std::optional<std::string> FindPath(std::string_view sPath) {
     return sFound;
 }
 
-std::optional<std::vector<std::string>> NamesIn(const std::string& sFolder) {
+std::optional<std::vector<std::string>> NamesIn(const std::string& sFolder, bool bFilesOnly) {
     std::error_code oError;
     std::vector<std::string> aNames;
     for (fs::directory_iterator it(sFolder, oError), itEnd; !oError && it != itEnd; it.increment(oError))
-        aNames.push_back(it->path().filename().string());
+        if (std::error_code oIgnored; !bFilesOnly || it->is_regular_file(oIgnored))
+            aNames.push_back(it->path().filename().string());
     if (oError)
         return std::nullopt;
     std::sort(aNames.begin(), aNames.end(), LessName);
     return aNames;
 }
 
+namespace {
+
+class OpenFile {
+public:
+    explicit OpenFile(const std::string& sPath) : m_nFile(::open(sPath.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() {
+        const int nError = errno;
+        if (m_nFile >= 0)
+            ::close(m_nFile);
+        errno = nError;
+    }
+    [[nodiscard]] int Get() const { return m_nFile; }
+
+private:
+    int m_nFile;
+};
+
+} // namespace
+
 std::optional<std::string> ReadBytes(const std::string& sPath) {
-    const int nFile = ::open(sPath.c_str(), O_RDONLY | O_CLOEXEC);
-    if (nFile < 0)
-        return std::nullopt;
-    std::string sBytes;
+    const OpenFile oFile(sPath);
     struct stat oStat {};
-    if (::fstat(nFile, &oStat) == 0 && oStat.st_size > 0)
-        sBytes.resize(static_cast<std::size_t>(oStat.st_size) + 1); // room for the read that finds the end
-    std::size_t nRead = 0;
-    for (;;) {
+    if (oFile.Get() < 0 || ::fstat(oFile.Get(), &oStat) != 0)
+        return std::nullopt;
+    const auto nSize = static_cast<std::size_t>(std::max<off_t>(oStat.st_size, 0));
+    std::string sBytes(nSize + 1, '\0'); // a read that doesn't fill it has come to the end
+    for (std::size_t nRead = 0;;) {
         if (nRead == sBytes.size())
             sBytes.resize(sBytes.size() + 4096); // grown meanwhile, or a file whose size isn't told
-        const ssize_t n = ::read(nFile, sBytes.data() + nRead, sBytes.size() - nRead);
-        if (n > 0)
-            nRead += static_cast<std::size_t>(n);
-        else if (n == 0)
-            break;
-        else if (errno != EINTR) {
-            const int nError = errno;
-            ::close(nFile);
-            errno = nError;
+        const ssize_t n = ::read(oFile.Get(), sBytes.data() + nRead, sBytes.size() - nRead);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n < 0)
             return std::nullopt;
+        nRead += static_cast<std::size_t>(n);
+        if (n == 0 || (S_ISREG(oStat.st_mode) && nRead == nSize)) {
+            sBytes.resize(nRead);
+            return sBytes;
         }
     }
-    ::close(nFile);
-    sBytes.resize(nRead);
-    return sBytes;
 }
 
 std::string ReadFileOrFail(std::string_view sPath) {
+    if (std::optional<std::string> oBytes = ReadBytes(std::string(sPath)))
+        return *std::move(oBytes);
     const std::optional<std::string> oPath = FindPath(sPath);
     std::error_code oError;
     if (!oPath || fs::is_directory(*oPath, oError))

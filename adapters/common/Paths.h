@@ -16,8 +16,8 @@ namespace corvane {
 [[nodiscard]] std::optional<std::string> FindPath(std::string_view sPath);
 
 // The names in a folder, in order without regard to case (by their bytes where they differ in case only), or nothing
-// when there is no such folder.
-[[nodiscard]] std::optional<std::vector<std::string>> NamesIn(const std::string& sFolder);
+// when there is no such folder. With bFilesOnly no folders are among them.
+[[nodiscard]] std::optional<std::vector<std::string>> NamesIn(const std::string& sFolder, bool bFilesOnly = false);
 
 // The bytes of a file, or nothing with errno set.
 [[nodiscard]] std::optional<std::string> ReadBytes(const std::string& sPath);

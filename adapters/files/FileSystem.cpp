@@ -3,25 +3,18 @@
 #include "adapters/common/Paths.h"
 #include "corvane/base/Failure.h"
 
-#include <filesystem>
-
 namespace corvane {
-
-namespace fs = std::filesystem;
 
 std::vector<std::string> FileSystem::Files(std::string_view sFolder) const {
     const std::optional<std::string> oFolder = FindPath(sFolder);
-    const auto aNames = oFolder ? NamesIn(*oFolder) : std::nullopt;
+    const auto aNames = oFolder ? NamesIn(*oFolder, true) : std::nullopt;
     if (!aNames)
         Fail(FailureNumber::PathNotFound,
              "The folder \"" + std::string(sFolder) + "\" " + (oFolder ? "can't be listed" : "doesn't exist"));
     std::vector<std::string> aPaths;
-    for (const std::string& sName : *aNames) {
-        std::string sPath = JoinPath(*oFolder, sName);
-        std::error_code oError;
-        if (fs::is_regular_file(sPath, oError))
-            aPaths.push_back(std::move(sPath));
-    }
+    aPaths.reserve(aNames->size());
+    for (const std::string& sName : *aNames)
+        aPaths.push_back(JoinPath(*oFolder, sName));
     return aPaths;
 }
 

@@ -6,13 +6,24 @@
 
 namespace corvane {
 
+// What the nodes of one document share.
+struct XmlContent final : public virtual Object {
+    XmlContent(XmlTree oDocumentTree, std::shared_ptr<XmlXPath> pSharedXPath)
+        : oTree(std::move(oDocumentTree)), pXPath(std::move(pSharedXPath)) {}
+
+    std::string_view TypeName() const override { return "XmlContent"; }
+
+    const XmlTree oTree;
+    const std::shared_ptr<XmlXPath> pXPath;
+};
+
 // Holds the tree, so that a node may outlive its document object.
 class XmlNode final : public IXmlNode {
 public:
-    XmlNode(XmlTree oTree, std::shared_ptr<XmlXPath> pXPath, xmlNodePtr pNode)
-        : m_oTree(std::move(oTree)), m_pXPath(std::move(pXPath)), m_pNode(pNode) {}
+    XmlNode(Ref<XmlContent> oContent, xmlNodePtr pNode) : m_oContent(std::move(oContent)), m_pNode(pNode) {}
 
     std::optional<std::string> Attribute(std::string_view sName) const override;
+    const char* AttributeText(std::string_view sName) const override;
     void SetAttribute(std::string_view sName, std::string_view sValue) override;
     std::vector<Ref<IXmlNode>> SelectNodes(std::string_view sXPath) const override;
     Ref<IXmlNode> SelectSingleNode(std::string_view sXPath) const override;
@@ -21,8 +32,7 @@ public:
     std::string_view TypeName() const override { return "XmlNode"; }
 
 private:
-    XmlTree m_oTree;
-    std::shared_ptr<XmlXPath> m_pXPath;
+    Ref<XmlContent> m_oContent;
     xmlNodePtr m_pNode;
 };
 
@@ -41,7 +51,7 @@ public:
 private:
     std::shared_ptr<XmlParser> m_pParser;
     std::shared_ptr<XmlXPath> m_pXPath;
-    XmlTree m_oTree;
+    Ref<XmlContent> m_oContent; // nothing until a document has been read
     XmlError m_oError;
 };
 

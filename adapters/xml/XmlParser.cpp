@@ -1,5 +1,6 @@
 #include "adapters/xml/XmlParser.h"
 
+#include "adapters/xml/PlainTree.h"
 #include "adapters/xml/XmlService.h"
 
 #include <algorithm>
@@ -32,7 +33,10 @@ std::string LimitText(std::size_t nBytes) {
 struct XmlParser::State {
     xmlParserCtxtPtr pFile; // entities are parsed by contexts of their own, which count their own lines
     XmlError oError;
-    std::size_t nText = 0; // of the present piece
+    std::size_t nText = 0;             // of the present piece
+    std::unique_ptr<PlainTree> pPlain; // while nothing has come that doesn't belong into one
+    xmlNodePtr pPlainRoot = nullptr;
+    bool bGivenUp = false; // something has come
 
     // The first error is the cause, later ones are its consequences.
     void Note(int nCode, const std::string& sMessage) {
@@ -45,6 +49,11 @@ struct XmlParser::State {
     // For what libxml2 wouldn't mind.
     void Fail(xmlParserCtxtPtr pContext, int nCode, const std::string& sMessage) {
         Note(nCode, sMessage);
+        xmlStopParser(pContext);
+    }
+    // The document is read once more, into a tree of libxml2's own.
+    void GiveUpPlain(xmlParserCtxtPtr pContext) {
+        bGivenUp = true;
         xmlStopParser(pContext);
     }
     static State& Of(xmlParserCtxtPtr pContext) { return *static_cast<State*>(pContext->_private); }
@@ -85,6 +94,7 @@ void XmlParser::Renew() {
     oHandler.ignorableWhitespace = &OnText;
     oHandler.cdataBlock = &OnCData;
     oHandler.entityDecl = &OnEntity;
+    oHandler.internalSubset = &OnDocumentType;
     oHandler.comment = nullptr; // nobody asks for these two
     oHandler.processingInstruction = nullptr;
 }
@@ -94,7 +104,6 @@ XmlTree XmlParser::Parse(std::string_view sText, XmlError& oError) {
     constexpr std::size_t nDictionaryBytes = 1 << 20;
     if (!m_pContext || xmlDictGetUsage(m_pContext->dict) > nDictionaryBytes)
         Renew();
-    State oState{m_pContext, {}, 0};
     if (sText.empty()) {
         oError = {XML_ERR_DOCUMENT_EMPTY, "the file is empty", 0};
         return nullptr;
@@ -103,20 +112,40 @@ XmlTree XmlParser::Parse(std::string_view sText, XmlError& oError) {
         oError = {XML_ERR_INTERNAL_ERROR, "the file is larger than 2 GiB", 0};
         return nullptr;
     }
+    State oState{m_pContext, {}, 0, std::make_unique<PlainTree>()};
+    XmlTree oTree = Read(sText, oState);
+    if (oState.bGivenUp) {
+        oState = State{m_pContext, {}, 0, nullptr};
+        oTree = Read(sText, oState);
+    }
+    oError = std::move(oState.oError);
+    return oTree;
+}
+
+XmlTree XmlParser::Read(std::string_view sText, State& oState) {
     m_pContext->_private = &oState;
     XmlTree oTree(
         xmlCtxtReadMemory(m_pContext, sText.data(), static_cast<int>(sText.size()), nullptr, "UTF-8", nOptions),
-        [](xmlDoc* pDocument) { xmlFreeDoc(pDocument); });
+        [](xmlDoc* pDocument) {
+            if (PlainTree* pPlain = pDocument ? PlainTree::Of(pDocument) : nullptr) {
+                pDocument->children = pDocument->last = nullptr;
+                delete pPlain;
+            }
+            xmlFreeDoc(pDocument);
+        });
     const bool bGood = m_pContext->wellFormed && m_pContext->nsWellFormed;
     m_pContext->_private = nullptr;
+    if (oState.bGivenUp)
+        return nullptr;
     if (!oTree || !bGood || oState.oError.lErrorCode != 0) {
-        oTree.reset();
         if (oState.oError.lErrorCode == 0)
             oState.oError = {XML_ERR_INTERNAL_ERROR, "the file isn't well formed", 0};
         xmlFreeParserCtxt(m_pContext);
         m_pContext = nullptr;
+        return nullptr;
     }
-    oError = std::move(oState.oError);
+    if (oState.pPlainRoot)
+        PlainTree::Tie(std::move(oState.pPlain), oTree.get(), oState.pPlainRoot);
     return oTree;
 }
 
@@ -147,16 +176,52 @@ void XmlParser::OnStartElement(void* pContext, const xmlChar* sName, const xmlCh
                                    LimitText(XmlLimit::ValueBytes));
     }
     const xmlNode* pBefore = pParser->node;
-    xmlSAX2StartElementNs(pContext, sName, sPrefix, sUri, nNamespaces, aNamespaces, nAttributes, nDefaulted,
-                          aAttributes);
+    if (!oState.pPlain)
+        xmlSAX2StartElementNs(pContext, sName, sPrefix, sUri, nNamespaces, aNamespaces, nAttributes, nDefaulted,
+                              aAttributes);
+    else if (sPrefix || sUri || nNamespaces > 0)
+        return oState.GiveUpPlain(pParser);
+    else
+        AddPlain(pParser, sName, nAttributes, aAttributes);
     if (pParser->node && pParser->node != pBefore && pParser->input && pParser->input->line >= uLastPlainLine)
         pParser->node->psvi = reinterpret_cast<void*>(static_cast<std::intptr_t>(pParser->input->line));
+}
+
+void XmlParser::AddPlain(xmlParserCtxtPtr pParser, const xmlChar* sName, int nAttributes, const xmlChar** aAttributes) {
+    State& oState = State::Of(pParser);
+    xmlNodePtr pElement = oState.pPlain->AddElement(pParser->myDoc, pParser->node, sName);
+    xmlAttrPtr pLast = nullptr;
+    for (int i = 0; i < nAttributes; ++i) {
+        const xmlChar* const* pAttribute = aAttributes + 5 * i;
+        if (pAttribute[1])
+            return oState.GiveUpPlain(pParser);
+        const std::string_view sValue(reinterpret_cast<const char*>(pAttribute[3]),
+                                      static_cast<std::size_t>(pAttribute[4] - pAttribute[3]));
+        pLast = oState.pPlain->AddAttribute(pElement, pLast, pAttribute[0], sValue);
+    }
+    pElement->line = static_cast<unsigned short>(std::min<int>(pParser->input->line, uLastPlainLine));
+    if (!oState.pPlainRoot)
+        oState.pPlainRoot = pElement;
+    nodePush(pParser, pElement);
+}
+
+void XmlParser::OnDocumentType(void* pContext, const xmlChar* sName, const xmlChar* sPublicId,
+                               const xmlChar* sSystemId) {
+    const auto pParser = static_cast<xmlParserCtxtPtr>(pContext);
+    if (State::Of(pParser).pPlain)
+        return State::Of(pParser).GiveUpPlain(pParser);
+    xmlSAX2InternalSubset(pContext, sName, sPublicId, sSystemId);
 }
 
 // Blanks between elements carry nothing and would be half of all nodes.
 void XmlParser::OnText(void* pContext, const xmlChar* sText, int nLength) {
     const auto pParser = static_cast<xmlParserCtxtPtr>(pContext);
     State& oState = State::Of(pParser);
+    if (oState.pPlain) {
+        if (!IsBlank(sText, nLength))
+            oState.GiveUpPlain(pParser);
+        return;
+    }
     const bool bGoesOn = pParser->node && pParser->node->last && pParser->node->last->type == XML_TEXT_NODE;
     if (!bGoesOn && IsBlank(sText, nLength))
         return;

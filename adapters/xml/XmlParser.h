@@ -34,11 +34,15 @@ private:
     struct State;
 
     void Renew();
+    XmlTree Read(std::string_view sText, State& oState);
+    static void AddPlain(xmlParserCtxtPtr pParser, const xmlChar* sName, int nAttributes, const xmlChar** aAttributes);
 
     static void OnError(void* pContext, xmlErrorPtr pError);
     static void OnStartElement(void* pContext, const xmlChar* sName, const xmlChar* sPrefix, const xmlChar* sUri,
                                int nNamespaces, const xmlChar** aNamespaces, int nAttributes, int nDefaulted,
                                const xmlChar** aAttributes);
+    static void OnDocumentType(void* pContext, const xmlChar* sName, const xmlChar* sPublicId,
+                               const xmlChar* sSystemId);
     static void OnText(void* pContext, const xmlChar* sText, int nLength);
     static void OnCData(void* pContext, const xmlChar* sText, int nLength);
     static void OnEntity(void* pContext, const xmlChar* sName, int nType, const xmlChar* sPublicId,

@@ -107,6 +107,8 @@ void XmlSchemaCache::Add(std::string_view sNamespace, std::string_view sFile) {
     }
     if (!oSchema.oXmlSchema && !oSchema.oRelaxNG)
         FailSchema(sFile, oError.sReason.empty() ? "it is no valid schema" : oError.sReason);
+    if (oSchema.oXmlSchema)
+        oSchema.oPlain = PlainSchema::Of(oDocument.get());
     oSchema.oDocument.reset(oDocument.release());
     m_mapSchemas.insert_or_assign(std::string(sNamespace), std::move(oSchema));
 }
@@ -122,6 +124,8 @@ XmlError XmlSchemaCache::Validate(xmlDocPtr pDocument) const {
             lLine};
     }
     XmlError oError;
+    if (it->second.oPlain && it->second.oPlain->Accepts(pDocument))
+        return oError;
     int nResult = 0;
     if (it->second.oXmlSchema) {
         const Owned<xmlSchemaValidCtxt> oContext(xmlSchemaNewValidCtxt(it->second.oXmlSchema.get()));

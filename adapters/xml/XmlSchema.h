@@ -1,6 +1,7 @@
 // Schemas, read once. Only sources of this folder include it: it shows libxml2's types.
 #pragma once
 
+#include "adapters/xml/PlainSchema.h"
 #include "corvane/platform/IXmlService.h"
 
 #include <libxml/relaxng.h>
@@ -31,6 +32,7 @@ private:
         std::unique_ptr<xmlDoc, FreeSchema> oDocument;
         std::unique_ptr<xmlSchema, FreeSchema> oXmlSchema;
         std::unique_ptr<xmlRelaxNG, FreeSchema> oRelaxNG;
+        std::unique_ptr<PlainSchema> oPlain; // of an XML Schema that is simple enough
     };
 
     std::map<std::string, Schema, std::less<>> m_mapSchemas;

@@ -89,6 +89,41 @@ TEST(ShippedSchema, CatchesWhatIsMisspeltOrMisplaced) {
         EXPECT_EQ(Shipped(oCase.sDocument), oCase.sReason);
 }
 
+// The shipped schema is looked at in a way of its own; one that says more must be enforced as a whole.
+TEST(Schemas, EveryRuleOfAnotherSchemaIsEnforced) {
+    test::TemporaryFolder oFolder;
+    const std::string sAttribute = "<xs:attribute name='a' type='xs:string'/>";
+    const auto Text = [](const std::string& sRoot, const std::string& sParts, const std::string& sType = {}) {
+        return "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' " + sRoot + "><xs:element name='s'>" +
+               "<xs:complexType mixed='true'>" + sParts + "</xs:complexType></xs:element>" + sType + "</xs:schema>";
+    };
+    const auto Choice = [](const std::string& sElement) {
+        return "<xs:choice minOccurs='0' maxOccurs='unbounded'>" + sElement + "</xs:choice>";
+    };
+    struct {
+        std::string sSchema, sInvalid;
+    } const aCases[] = {
+        {Text("", sAttribute), "<s b='1'/>"},
+        {Text("", sAttribute), "<s>text<s/></s>"},
+        {Text("", sAttribute), "<s xmlns:x='urn:x' x:a='1'/>"},
+        {Text("", sAttribute), "<s><a xmlns='urn:x'/></s>"},
+        {Text("", sAttribute), "<!DOCTYPE s [<!ENTITY e '<s/>'>]><s>&e;</s>"},
+        {Text("", "<xs:attribute name='a' type='xs:string' use='required'/>"), "<s/>"},
+        {Text("", "<xs:attribute name='a' type='xs:integer'/>"), "<s a='x'/>"},
+        {Text("", "<xs:attribute name='a' type='xs:string' fixed='1'/>"), "<s a='2'/>"},
+        {Text("", Choice("<xs:element name='e' type='xs:integer'/>")), "<s><e>x</e></s>"},
+        {Text("", Choice("<xs:element name='e' type='t'/>"), "<xs:complexType name='t'/>"), "<s><e>x</e></s>"},
+        {Text("", Choice("<xs:element name='e' minOccurs='2' maxOccurs='2'/>")), "<s><e/></s>"},
+        {Text("", "<xs:choice><xs:element name='e'/></xs:choice>"), "<s/>"},
+        {Text("", "<xs:sequence><xs:element name='e'/></xs:sequence>"), "<s/>"},
+        {Text("targetNamespace='urn:t'", sAttribute), "<s/>"},
+        {Text("xmlns='http://www.w3.org/2001/XMLSchema'", Choice("<xs:element name='e' type='date'/>")),
+         "<s><e>x</e></s>"},
+    };
+    for (const auto& [sSchema, sInvalid] : aCases)
+        EXPECT_NE(Verdict(oFolder.Write("Service.xdr", sSchema), sInvalid), "valid") << sSchema << sInvalid;
+}
+
 TEST(Schemas, MayBeRelaxNG) {
     test::TemporaryFolder oFolder;
     const std::string sFile = oFolder.Write("Service.xdr", R"(<element name="Service"

@@ -1,0 +1,38 @@
+// A W3C XML Schema that says no more than which elements and attributes there are and where, as a table. Only sources
+// of this folder include it: it shows libxml2's types.
+#pragma once
+
+#include <cstddef>
+#include <libxml/tree.h>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+// Most files are valid, and of such a schema that is seen in a fraction of the time that libxml2's validation takes.
+// It finds no faults: of a document that it doesn't accept, libxml2 must say whether it is valid and why not.
+class PlainSchema {
+public:
+    // Nothing for a schema that says anything else. All elements must be mixed and hold one repeated optional choice of
+    // elements at most; all attributes must be optional texts. The schema is one that libxml2 has read without errors.
+    [[nodiscard]] static std::unique_ptr<PlainSchema> Of(xmlDocPtr pSchema);
+
+    // Whether the document is valid for certain.
+    [[nodiscard]] bool Accepts(const xmlDoc* pDocument) const;
+
+private:
+    struct Type {
+        std::vector<std::string> aAttributes;
+        std::vector<std::pair<std::string, std::size_t>> aElements; // with the place of their type in m_aTypes
+    };
+    class Reader;
+
+    [[nodiscard]] bool AcceptsElement(const xmlNode* pElement, const Type& oType) const;
+
+    Type m_oDocument; // the elements that may be the root
+    std::vector<Type> m_aTypes;
+};
+
+} // namespace corvane

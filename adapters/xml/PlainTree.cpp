@@ -1,0 +1,54 @@
+#include "adapters/xml/PlainTree.h"
+
+#include <cstring>
+#include <libxml/parserInternals.h>
+
+namespace corvane {
+
+xmlNodePtr PlainTree::AddElement(xmlDocPtr pDocument, xmlNodePtr pParent, const xmlChar* sName) {
+    xmlNodePtr pElement = New<xmlNode>();
+    pElement->type = XML_ELEMENT_NODE;
+    pElement->name = sName;
+    pElement->doc = pDocument;
+    if (pParent) {
+        pElement->parent = pParent;
+        pElement->prev = pParent->last;
+        (pParent->last ? pParent->last->next : pParent->children) = pElement;
+        pParent->last = pElement;
+    }
+    return pElement;
+}
+
+xmlAttrPtr PlainTree::AddAttribute(xmlNodePtr pElement, xmlAttrPtr pLast, const xmlChar* sName,
+                                   std::string_view sValue) {
+    xmlAttrPtr pAttribute = New<xmlAttr>();
+    pAttribute->type = XML_ATTRIBUTE_NODE;
+    pAttribute->name = sName;
+    pAttribute->doc = pElement->doc;
+    pAttribute->parent = pElement;
+    pAttribute->prev = pLast;
+    (pLast ? pLast->next : pElement->properties) = pAttribute;
+    SetValue(pAttribute, sValue);
+    return pAttribute;
+}
+
+void PlainTree::SetValue(xmlAttrPtr pAttribute, std::string_view sValue) {
+    auto* sContent = static_cast<xmlChar*>(m_oMemory.allocate(sValue.size() + 1, 1));
+    std::memcpy(sContent, sValue.data(), sValue.size());
+    sContent[sValue.size()] = 0;
+    xmlNodePtr pText = New<xmlNode>();
+    pText->type = XML_TEXT_NODE;
+    pText->name = xmlStringText;
+    pText->doc = pAttribute->doc;
+    pText->parent = reinterpret_cast<xmlNodePtr>(pAttribute);
+    pText->content = sContent;
+    pAttribute->children = pAttribute->last = pText;
+}
+
+void PlainTree::Tie(std::unique_ptr<PlainTree> pTree, xmlDocPtr pDocument, xmlNodePtr pRoot) {
+    pRoot->parent = reinterpret_cast<xmlNodePtr>(pDocument);
+    pDocument->children = pDocument->last = pRoot;
+    pDocument->_private = pTree.release();
+}
+
+} // namespace corvane

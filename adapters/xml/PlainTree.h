@@ -1,0 +1,46 @@
+// The nodes of a document of nothing but elements and attributes without namespaces, which is what definition files
+// are. Only sources of this folder include it: it shows libxml2's types.
+#pragma once
+
+#include <libxml/tree.h>
+#include <memory>
+#include <memory_resource>
+#include <string_view>
+
+namespace corvane {
+
+// They are libxml2's own kinds of nodes, for all that reads a tree, but lie one behind the other in a few blocks of
+// memory that go at once: to make and to free them one by one takes libxml2 as long as to read them. So nothing of
+// libxml2 that frees or resizes a node may be called on such a tree.
+class PlainTree {
+public:
+    PlainTree() = default;
+    PlainTree(const PlainTree&) = delete;
+    PlainTree& operator=(const PlainTree&) = delete;
+
+    // The tree of a document; a null pointer for one of libxml2's own making.
+    [[nodiscard]] static PlainTree* Of(const xmlDoc* pDocument) noexcept {
+        return static_cast<PlainTree*>(pDocument->_private);
+    }
+
+    // The last child of the parent; the root, which isn't tied to the document yet, without one. The name is taken as
+    // it is and stands in the document's dictionary.
+    xmlNodePtr AddElement(xmlDocPtr pDocument, xmlNodePtr pParent, const xmlChar* sName);
+    // The last attribute of the element, whose last one so far is pLast.
+    xmlAttrPtr AddAttribute(xmlNodePtr pElement, xmlAttrPtr pLast, const xmlChar* sName, std::string_view sValue);
+    void SetValue(xmlAttrPtr pAttribute, std::string_view sValue);
+
+    // The root becomes the document's, and the document the owner.
+    static void Tie(std::unique_ptr<PlainTree> pTree, xmlDocPtr pDocument, xmlNodePtr pRoot);
+
+private:
+    template <class T>
+    T* New() {
+        return new (m_oMemory.allocate(sizeof(T), alignof(T))) T{};
+    }
+
+    static constexpr std::size_t nFirstBlock = 16 * 1024;
+    std::pmr::monotonic_buffer_resource m_oMemory{nFirstBlock};
+};
+
+} // namespace corvane
