@@ -3,12 +3,13 @@
 
 #include "corvane/base/Failure.h"
 #include "corvane/base/Ref.h"
-#include "corvane/base/Text.h"
+#include "corvane/base/SharedText.h"
+#include "corvane/base/TextIndex.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace corvane {
@@ -23,35 +24,41 @@ template <class T>
 class __attribute__((visibility("default"))) KeyedCollection final : public virtual Object {
     struct Slot {
         T oValue{};
-        const std::string* pKey = nullptr; // stands in m_mapKeys; none for an element without a key
+        SharedText sKey;
+        bool bHasKey = false;
         bool bLive = true;
     };
+    using Place = std::uint32_t;
 
 public:
     KeyedCollection() = default;
 
-    void Add(T oValue) { m_aSlots.push_back({std::move(oValue), nullptr, true}); }
+    void Add(T oValue) { m_aSlots.push_back({std::move(oValue), {}, false, true}); }
     // An empty key is a key like any other. Fails with 457 when the key is present; nothing is added then.
-    void Add(T oValue, std::string_view sKey) {
-        const auto [it, bNew] = m_mapKeys.try_emplace(std::string(sKey), m_aSlots.size());
-        if (!bNew)
-            FailKeyInUse(sKey);
-        m_aSlots.push_back({std::move(oValue), &it->first, true});
+    void Add(T oValue, std::string_view sKey) { AddShared(std::move(oValue), SharedText(sKey)); }
+    // The same for a key that somebody else holds, too.
+    void AddShared(T oValue, SharedText sKey) {
+        if (HasKey(sKey.Get()))
+            FailKeyInUse(sKey.Get());
+        m_oPlaces.Add(sKey.Get(), static_cast<Place>(m_aSlots.size()));
+        m_aSlots.push_back({std::move(oValue), std::move(sKey), true, true});
     }
 
     // Both fail with 5 when there is no such element.
     [[nodiscard]] T Item(std::string_view sKey) const { return m_aSlots[SlotOf(sKey)].oValue; }
     [[nodiscard]] T Item(Long lIndex) const { return m_aSlots[SlotAt(lIndex)].oValue; }
+    // A null pointer when there is no such element; holds until the next change of the collection.
+    [[nodiscard]] const T* Find(std::string_view sKey) const {
+        const Place* pPlace = PlaceOf(sKey);
+        return pPlace ? &m_aSlots[*pPlace].oValue : nullptr;
+    }
     void Remove(std::string_view sKey) { RemoveSlot(SlotOf(sKey)); }
     void Remove(Long lIndex) { RemoveSlot(SlotAt(lIndex)); }
 
     [[nodiscard]] Long Count() const { return static_cast<Long>(m_aSlots.size() - m_nDead); }
-    [[nodiscard]] bool HasKey(std::string_view sKey) const { return m_mapKeys.find(sKey) != m_mapKeys.end(); }
+    [[nodiscard]] bool HasKey(std::string_view sKey) const { return PlaceOf(sKey) != nullptr; }
     // The key of an element by its index; empty for one without.
-    [[nodiscard]] std::string KeyAt(Long lIndex) const {
-        const Slot& oSlot = m_aSlots[SlotAt(lIndex)];
-        return oSlot.pKey ? *oSlot.pKey : std::string();
-    }
+    [[nodiscard]] std::string KeyAt(Long lIndex) const { return m_aSlots[SlotAt(lIndex)].sKey; }
 
     struct End {};
     class Iterator {
@@ -83,11 +90,15 @@ public:
     [[nodiscard]] End end() const { return {}; }
 
 private:
+    [[nodiscard]] auto KeyOfPlace() const {
+        return [this](Place iPlace) -> std::string_view { return m_aSlots[iPlace].sKey.Get(); };
+    }
+    [[nodiscard]] const Place* PlaceOf(std::string_view sKey) const { return m_oPlaces.Find(sKey, KeyOfPlace()); }
     [[nodiscard]] std::size_t SlotOf(std::string_view sKey) const {
-        const auto it = m_mapKeys.find(sKey);
-        if (it == m_mapKeys.end())
+        const Place* pPlace = PlaceOf(sKey);
+        if (!pPlace)
             FailNoSuchKey(sKey);
-        return it->second;
+        return *pPlace;
     }
     [[nodiscard]] std::size_t SlotAt(Long lIndex) const {
         if (lIndex < 1 || lIndex > Count())
@@ -103,9 +114,9 @@ private:
     void RemoveSlot(std::size_t iSlot) {
         [[maybe_unused]] const T oRemoved =
             std::move(m_aSlots[iSlot].oValue); // its end may call back, so it comes last
-        if (m_aSlots[iSlot].pKey)
-            m_mapKeys.erase(m_mapKeys.find(*m_aSlots[iSlot].pKey));
-        m_aSlots[iSlot] = {T{}, nullptr, false};
+        if (m_aSlots[iSlot].bHasKey)
+            m_oPlaces.Remove(m_aSlots[iSlot].sKey.Get(), KeyOfPlace());
+        m_aSlots[iSlot] = {T{}, {}, false, false};
         ++m_nDead;
         if (m_nDead > 32 && m_nDead > m_aSlots.size() / 2)
             Compact();
@@ -118,9 +129,9 @@ private:
             if (!m_aSlots[iFrom].bLive)
                 continue;
             if (iFrom != iTo) {
+                if (m_aSlots[iFrom].bHasKey)
+                    *m_oPlaces.Find(m_aSlots[iFrom].sKey.Get(), KeyOfPlace()) = static_cast<Place>(iTo);
                 m_aSlots[iTo] = std::move(m_aSlots[iFrom]);
-                if (m_aSlots[iTo].pKey)
-                    m_mapKeys.find(*m_aSlots[iTo].pKey)->second = iTo;
             }
             ++iTo;
         }
@@ -129,7 +140,7 @@ private:
     }
 
     mutable std::vector<Slot> m_aSlots;
-    mutable std::unordered_map<std::string, std::size_t, TextHash, TextEqual> m_mapKeys;
+    mutable TextIndex<Place> m_oPlaces;
     mutable std::size_t m_nDead = 0;
     mutable std::size_t m_nIterators = 0;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace corvane {
 
@@ -45,6 +46,15 @@ std::uint32_t NextFolded(std::string_view sText, std::size_t& i) noexcept {
     }
 }
 
+std::uint64_t HashByCharacters(std::string_view sText) noexcept {
+    std::uint64_t uHash = 0xCBF29CE484222325u; // FNV-1a, 64 bits
+    for (std::size_t i = 0; i < sText.size();) {
+        uHash ^= NextFolded(sText, i);
+        uHash *= 0x100000001B3u;
+    }
+    return uHash;
+}
+
 void AppendUtf8(std::string& sText, std::uint32_t u) {
     if (u < 0x80) {
         sText += static_cast<char>(u);
@@ -66,6 +76,8 @@ void AppendUtf8(std::string& sText, std::uint32_t u) {
 } // namespace
 
 bool EqualText(std::string_view sLeft, std::string_view sRight) noexcept {
+    if (sLeft == sRight)
+        return true;
     return CompareText(sLeft, sRight) == 0;
 }
 
@@ -87,12 +99,27 @@ int CompareText(std::string_view sLeft, std::string_view sRight) noexcept {
 }
 
 std::size_t HashText(std::string_view sText) noexcept {
-    std::uint64_t uHash = 0xCBF29CE484222325u; // FNV-1a, 64 bits
-    for (std::size_t i = 0; i < sText.size();) {
-        uHash ^= NextFolded(sText, i);
-        uHash *= 0x100000001B3u;
+    constexpr std::uint64_t uFactor = 0x9E3779B97F4A7C15u;
+    std::uint64_t uHash = sText.size() * uFactor;
+    bool bAscii = true;
+    // Eight bytes at a time. With this bit set, small and capital letters of ASCII are the same; a few other characters
+    // become the same as well, which a hash may do.
+    const auto Add = [&](std::uint64_t uBytes) {
+        bAscii = bAscii && (uBytes & 0x8080808080808080u) == 0;
+        uHash = (uHash ^ (uBytes | 0x2020202020202020u)) * uFactor;
+        uHash ^= uHash >> 32;
+    };
+    std::size_t i = 0;
+    for (std::uint64_t uBytes = 0; i + sizeof uBytes <= sText.size(); i += sizeof uBytes) {
+        std::memcpy(&uBytes, sText.data() + i, sizeof uBytes);
+        Add(uBytes);
     }
-    return uHash;
+    if (i < sText.size()) {
+        std::uint64_t uBytes = 0;
+        std::memcpy(&uBytes, sText.data() + i, sText.size() - i);
+        Add(uBytes);
+    }
+    return bAscii ? uHash : HashByCharacters(sText);
 }
 
 std::string FoldText(std::string_view sText) {

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace corvane {
@@ -52,6 +53,16 @@ std::string NumberText(Double dblValue, int nDigits) {
 } // namespace
 
 std::optional<Double> NumberIn(std::string_view sText) noexcept {
+    // Most numbers are short and whole.
+    constexpr std::size_t nExactDigits = 15;
+    if (!sText.empty() && sText.size() <= nExactDigits) {
+        std::int64_t nValue = 0;
+        std::size_t i = 0;
+        for (; i < sText.size() && sText[i] >= '0' && sText[i] <= '9'; ++i)
+            nValue = nValue * 10 + (sText[i] - '0');
+        if (i == sText.size())
+            return static_cast<Double>(nValue);
+    }
     const auto IsBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
     while (!sText.empty() && IsBlank(sText.front()))
         sText.remove_prefix(1);

@@ -25,13 +25,18 @@ bool IsNumeric(std::string_view sKey) {
     return oNumber && std::isfinite(*oNumber);
 }
 
-Double KeyNumber(std::string_view sKey) {
+Double KeyNumber(const SortedListItem& oItem) {
+    if (oItem.bNumberRead)
+        return oItem.dblNumber;
+    const std::string& sKey = oItem.Key;
     const std::optional<Double> oNumber = NumberIn(sKey);
     if (!oNumber)
-        Fail(FailureNumber::TypeMismatch, "Type mismatch: the key \"" + std::string(sKey) + "\" is not a number");
+        Fail(FailureNumber::TypeMismatch, "Type mismatch: the key \"" + sKey + "\" is not a number");
     if (std::isinf(*oNumber))
         Fail(FailureNumber::Overflow);
-    return *oNumber;
+    oItem.dblNumber = *oNumber;
+    oItem.bNumberRead = true;
+    return oItem.dblNumber;
 }
 
 Long HalfToEven(Long lSum) {
@@ -59,7 +64,7 @@ public:
     HeldPivot& operator=(const HeldPivot&) = delete;
     ~HeldPivot() { *m_pHole = std::move(m_oPivot); }
 
-    [[nodiscard]] std::string_view Key() const { return m_oPivot.Key; }
+    [[nodiscard]] const SortedListItem& Item() const { return m_oPivot; }
     void FillFrom(SortedListItem& oItem) {
         *m_pHole = std::move(oItem);
         m_pHole = &oItem;
@@ -159,7 +164,7 @@ void SortedList::Add(const Variant& vKey, Variant vValue) try {
     ++m_lCount;
     ++m_lHighest;
     // What a compaction left in the slot is released.
-    Slot(m_lHighest) = {std::move(sKey), std::move(vValue), false};
+    Slot(m_lHighest) = {std::move(sKey), std::move(vValue)};
     m_bNeedsSort = true;
 } catch (...) {
     Reraise("SortedList", "Add");
@@ -190,7 +195,7 @@ Long SortedList::Partition(Long lLo, Long lHi) {
     HeldPivot oPivot(Slot(lPivot), Slot(lLo));
     const auto IsBelowPivot = [&](Long lIndex) {
         Long lOrder = 0;
-        KeyComp(Slot(lIndex).Key, oPivot.Key(), lOrder);
+        KeyComp(Slot(lIndex), oPivot.Item(), lOrder);
         return lOrder == -1;
     };
     Long i = lLo;
@@ -215,7 +220,7 @@ void SortedList::SelectionSort(Long lLo, Long lHi) try {
         Long lMinimum = i;
         for (Long k = i + 1; k <= lHi; ++k) {
             Long lOrder = 0;
-            KeyComp(Slot(k).Key, Slot(lMinimum).Key, lOrder);
+            KeyComp(Slot(k), Slot(lMinimum), lOrder);
             if (lOrder == -1)
                 lMinimum = k;
         }
@@ -260,12 +265,13 @@ void SortedList::Defrag() try {
 
 void SortedList::BinarySearch(std::string_view sKey, Long& lResult) try {
     SortIfNeeded();
+    const SortedListItem oWanted{sKey, {}};
     Long lLo = 1;
     Long lHi = m_lHighest;
     while (lLo <= lHi) {
         const Long lMid = HalfToEven(lHi + lLo);
         Long lOrder = 0;
-        KeyComp(sKey, Slot(lMid).Key, lOrder);
+        KeyComp(oWanted, Slot(lMid), lOrder);
         if (lOrder == 0) {
             if (!Slot(lMid).Deleted) {
                 lResult = lMid;
@@ -285,13 +291,13 @@ void SortedList::BinarySearch(std::string_view sKey, Long& lResult) try {
     Reraise("SortedList", "BinarySearch");
 }
 
-void SortedList::KeyComp(std::string_view sKey1, std::string_view sKey2, Long& lResult) const try {
+void SortedList::KeyComp(const SortedListItem& oItem1, const SortedListItem& oItem2, Long& lResult) const try {
     if (m_eSortMode == SortNumeric) {
-        const Double dblKey1 = KeyNumber(sKey1);
-        const Double dblKey2 = KeyNumber(sKey2);
+        const Double dblKey1 = KeyNumber(oItem1);
+        const Double dblKey2 = KeyNumber(oItem2);
         lResult = dblKey1 > dblKey2 ? 1 : dblKey1 < dblKey2 ? -1 : 0;
     } else {
-        const int nOrder = CompareText(sKey1, sKey2);
+        const int nOrder = CompareText(oItem1.Key.Get(), oItem2.Key.Get());
         lResult = nOrder > 0 ? 1 : nOrder < 0 ? -1 : 0;
     }
 } catch (...) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "corvane/base/Object.h"
+#include "corvane/base/SharedText.h"
 #include "corvane/base/Variant.h"
 
 #include <cstdint>
@@ -17,9 +18,11 @@ enum SortModeConstants : Long { SortNumeric = 0, SortText = 1 };
 
 // One slot of the table.
 struct SortedListItem {
-    std::string Key; // stays when the slot is removed, which can still be sorted and found
+    SharedText Key; // stays when the slot is removed, which can still be sorted and found
     Variant Value;
     bool Deleted = false;
+    mutable bool bNumberRead = false; // what the key reads as is kept from its first comparison as a number on
+    mutable Double dblNumber = 0;
 };
 
 // While the mode is numeric, every read that sorts or searches fails with 13 when it meets a key that is no number.
@@ -59,7 +62,7 @@ private:
     // The slot of a live item with the key, or 0.
     void BinarySearch(std::string_view sKey, Long& lResult);
     // 1, -1 or 0 as the first key orders after, before or with the second.
-    void KeyComp(std::string_view sKey1, std::string_view sKey2, Long& lResult) const;
+    void KeyComp(const SortedListItem& oItem1, const SortedListItem& oItem2, Long& lResult) const;
 
     [[nodiscard]] SortedListItem& Slot(Long lIndex) { return m_aItems[static_cast<std::size_t>(lIndex) - 1]; }
     void SortIfNeeded();

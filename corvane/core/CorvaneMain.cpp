@@ -23,6 +23,12 @@ Long InRange(std::int64_t nValue) {
     return static_cast<Long>(nValue);
 }
 
+const char* AttributeOrNull(const Ref<IXmlNode>& oNode, std::string_view sName) try {
+    return oNode->AttributeText(sName);
+} catch (...) {
+    Reraise("CorvaneMain", "XMLAttributeValue (Get)");
+}
+
 // One cast at three types: from a client's object to the library's part of it.
 template <class Result, class Access, class Property>
 Ref<Result> Query(const Ref<Object>& oObject, std::string_view sProcedure, std::string_view sInterface,
@@ -76,11 +82,19 @@ Long CenteredTop(Long lItemHeight, Long lContainerHeight, Long lContainerTop) tr
     Reraise("CorvaneMain", "CenteredTop");
 }
 
-Variant XMLAttributeValue(const Ref<IXmlNode>& oNode, std::string_view sName, Variant vDefault) try {
-    std::optional<std::string> oValue = oNode->Attribute(sName);
-    return oValue ? Variant(std::move(*oValue)) : vDefault;
-} catch (...) {
-    Reraise("CorvaneMain", "XMLAttributeValue (Get)");
+Variant XMLAttributeValue(const Ref<IXmlNode>& oNode, std::string_view sName, Variant vDefault) {
+    const char* sValue = AttributeOrNull(oNode, sName);
+    return sValue ? Variant(sValue) : vDefault;
+}
+
+const char* XMLAttributeText(const Ref<IXmlNode>& oNode, std::string_view sName) {
+    const char* sValue = AttributeOrNull(oNode, sName);
+    return sValue ? sValue : "";
+}
+
+bool XMLAttributeBoolean(const Ref<IXmlNode>& oNode, std::string_view sName, bool bDefault) {
+    const char* sValue = AttributeOrNull(oNode, sName);
+    return sValue ? ToBoolean(sValue) : bDefault;
 }
 
 Long LineOf(const Ref<IXmlNode>& oNode) noexcept {

@@ -32,6 +32,10 @@ void Unload();
 
 // The attribute's text, also when it is empty; vDefault when the attribute is absent.
 [[nodiscard]] Variant XMLAttributeValue(const Ref<IXmlNode>& oNode, std::string_view sName, Variant vDefault = "");
+// The same as a text, without a copy: "" when the attribute is absent. Holds as long as IXmlNode::AttributeText says.
+[[nodiscard]] const char* XMLAttributeText(const Ref<IXmlNode>& oNode, std::string_view sName);
+// The same as a boolean. Fails with 13 for a text that is none.
+[[nodiscard]] bool XMLAttributeBoolean(const Ref<IXmlNode>& oNode, std::string_view sName, bool bDefault);
 // The line of an element in its file; 0 for nothing.
 [[nodiscard]] Long LineOf(const Ref<IXmlNode>& oNode) noexcept;
 // Runs fnStep; a failure without a line gets the element's.

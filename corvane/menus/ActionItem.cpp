@@ -46,6 +46,14 @@ void ActionItem::Initialize(const Ref<Object>& oActionsProviderObj, const Ref<co
     m_oActionItemDef = oActionItemDef;
 }
 
+void ActionItem::CopyFrom(const corvane::ActionItemDef& oActionItemDef) {
+    m_sAction = oActionItemDef.SharedAction();
+    m_bChecked = oActionItemDef.Checked();
+    m_bEnabled = oActionItemDef.Enabled();
+    m_sName = oActionItemDef.SharedName();
+    m_bVisible = oActionItemDef.Visible();
+}
+
 void ActionItem::SetName(std::string sName) {
     m_sName = std::move(sName);
 }
@@ -95,7 +103,7 @@ void ActionItem::SetTool(Ref<corvane::Tool> oTool) {
 }
 
 void ActionItem::OnAction() try {
-    if (!m_oActionsProviderObj || m_sAction.empty())
+    if (!m_oActionsProviderObj || m_sAction.IsEmpty())
         return;
     // The procedure may change the name or let go of the item.
     const Ref<ActionItem> oSelf(this);

@@ -17,6 +17,8 @@ public:
     ~ActionItem() override;
 
     void Initialize(const Ref<Object>& oActionsProviderObj, const Ref<corvane::ActionItemDef>& oActionItemDef);
+    // Procedure, states and name are the definition's; nothing of the tool changes.
+    void CopyFrom(const corvane::ActionItemDef& oActionItemDef);
     [[nodiscard]] std::string Name() const { return m_sName; }
     void SetName(std::string sName);
     // The procedure's name; empty for an action that fires nothing. May differ from the definition's.
@@ -57,8 +59,8 @@ public:
                                                 Method("OnAction", &ActionItem::OnAction));
 
 private:
-    std::string m_sName;
-    std::string m_sAction;
+    SharedText m_sName;
+    SharedText m_sAction;
     bool m_bChecked = false;
     bool m_bEnabled = true;
     bool m_bVisible = true;

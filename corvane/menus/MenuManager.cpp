@@ -95,9 +95,8 @@ Long MenuManager::MenuPositionKey(const MenuItemDef& oMenuItemDef) const try {
     case MenuType::fwMenuItem: {
         if (oMenuItemDef.MenuType() == MenuType::fwMenuTitle && oMenuItemDef.Path().empty())
             return RoundToLong(fOrder);
-        const Double dblTitle = KeyExists(m_colMenuTitlePositions, oMenuItemDef.Path())
-                                    ? static_cast<Double>(m_colMenuTitlePositions->Item(oMenuItemDef.Path()))
-                                    : static_cast<Double>(m_lDefaultTitlePosition);
+        const Single* pTitle = m_colMenuTitlePositions->Find(oMenuItemDef.Path());
+        const Double dblTitle = pTitle ? static_cast<Double>(*pTitle) : static_cast<Double>(m_lDefaultTitlePosition);
         return RoundToLong(dblTitle * 1000000 + dblHundredfold);
     }
     case MenuType::fwToolbarItem:
@@ -116,9 +115,10 @@ void MenuManager::AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs
         switch (oMenuItemDef->MenuType()) {
         case MenuType::fwMenuTitle:
         case MenuType::fwMenuItem: {
-            const std::string sKey = ToText(MenuPositionKey(*oMenuItemDef));
-            if (m_setMenuKeys.insert(sKey).second) {
-                m_oMenuItemDefs->Add(sKey, oMenuItemDef);
+            // One text a number: the set of numbers tells what a set of texts would.
+            const Long lKey = MenuPositionKey(*oMenuItemDef);
+            if (m_setMenuKeys.insert(lKey).second) {
+                m_oMenuItemDefs->Add(lKey, oMenuItemDef);
             } else {
                 m_colSharedItemDefs->Add(oMenuItemDef);
                 oMenuItemDef->ActionItemDef()->SetIsShared(true);
@@ -143,19 +143,17 @@ void MenuManager::AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs
 }
 
 void MenuManager::PrepareForDisplay() try {
-    const auto DefinitionOf = [](const Ref<SortedList>& oList, const std::string& sKey) {
-        return ToObject(oList->Item(sKey)).As<MenuItemDef>();
-    };
-    for (const auto& sKey : m_oMenuItemDefs->Keys())
-        AddMenuItem(DefinitionOf(m_oMenuItemDefs, sKey));
+    // No key is there twice, so the values in order are those of the keys in order.
+    for (const auto& vMenuItemDef : m_oMenuItemDefs->Items())
+        AddMenuItem(ToObject(vMenuItemDef).As<MenuItemDef>());
     for (const auto& oMenuItemDef : m_colSharedItemDefs) {
         if (oMenuItemDef->MenuType() == MenuType::fwToolbarItem)
             AddToolbarItem(oMenuItemDef);
         else
             AddMenuItem(oMenuItemDef);
     }
-    for (const auto& sKey : m_oToolbarItemDefs->Keys())
-        AddToolbarItem(DefinitionOf(m_oToolbarItemDefs, sKey));
+    for (const auto& vMenuItemDef : m_oToolbarItemDefs->Items())
+        AddToolbarItem(ToObject(vMenuItemDef).As<MenuItemDef>());
     for (const auto& oExplorerItemDef : CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs())
         if (oExplorerItemDef->MenuItemDefs()->Count() > 0)
             SetupContextMenu(oExplorerItemDef);

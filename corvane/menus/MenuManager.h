@@ -86,8 +86,6 @@ public:
     std::string_view TypeName() const override { return "MenuManager"; }
 
 private:
-    using FiledKeys = std::unordered_set<std::string, TextHash, TextEqual>;
-
     void SetupContextMenu(const Ref<ExplorerItemDef>& oExplorerItemDef);
     void AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs);
     void PrepareForDisplay();
@@ -128,8 +126,9 @@ private:
     Ref<Band> m_oMainBand;
     Ref<SortedList> m_oMenuItemDefs;    // by MenuPositionKey as text
     Ref<SortedList> m_oToolbarItemDefs; // by PositionKey
-    FiledKeys m_setMenuKeys;            // the keys of the two lists: asking them would sort once an entry
-    FiledKeys m_setToolbarKeys;
+    // The keys of the two lists: asking them would sort once an entry.
+    std::unordered_set<Long> m_setMenuKeys;
+    std::unordered_set<std::string, TextHash, TextEqual> m_setToolbarKeys;
     Ref<MenuItemDefCollection> m_colSharedItemDefs;
     Ref<KeyedCollection<Single>> m_colMenuTitlePositions; // PositionOrder of a title, by its Key
     const Long m_lDefaultTitlePosition = 500;

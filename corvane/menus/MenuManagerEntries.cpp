@@ -74,8 +74,8 @@ void MenuManager::InsertMenuItem(Band& oParent, const MenuItemDef& oMenuItemDef,
     if (oMenuItemDef.SeparatorStyle() == SeparatorStyle::fwSeparatorBefore)
         InsertSeparator(oParent, -1);
     const Ref<Tool> oInstance = oTools->Insert(oTools->Count(), oTool);
-    oInstance->SetCaption(oMenuItemDef.Caption());
-    oInstance->SetDescription(oMenuItemDef.ActionItemDef()->Description());
+    oInstance->SetCaption(oMenuItemDef.SharedCaption());
+    oInstance->SetDescription(oMenuItemDef.ActionItemDef()->SharedDescription());
     oTools->Item(oTool->Name())->SetDropDownBand("");
 }
 
@@ -140,11 +140,7 @@ Ref<ActionItem> MenuManager::NewActionItem(const Ref<Object>& oActionsProviderOb
                                            const Ref<ActionItemDef>& oActionItemDef) {
     auto oActionItem = New<ActionItem>();
     oActionItem->Initialize(oActionsProviderObj, oActionItemDef);
-    oActionItem->SetAction(oActionItemDef->Action());
-    oActionItem->SetName(oActionItemDef->Name());
-    oActionItem->SetVisible(oActionItemDef->Visible());
-    oActionItem->SetEnabled(oActionItemDef->Enabled());
-    oActionItem->SetChecked(oActionItemDef->Checked());
+    oActionItem->CopyFrom(*oActionItemDef);
     return oActionItem;
 }
 

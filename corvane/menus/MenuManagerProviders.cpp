@@ -19,14 +19,10 @@ void MenuManager::OnActionsProviderAdd(const Ref<Object>& oActionsProviderObj,
     auto colActionItems = New<ActionItemCollection>();
     for (const auto& oActionItemDef : colActionItemDefs) {
         auto oActionItem = New<ActionItem>();
-        colActionItems->Add(oActionItem, oActionItemDef->Name());
+        colActionItems->AddShared(oActionItem, oActionItemDef->SharedName());
         const Ref<Tool> oTool = oActionItemDef->Tool();
         oActionItem->Initialize(oActionsProviderObj, oActionItemDef);
-        oActionItem->SetAction(oActionItemDef->Action());
-        oActionItem->SetChecked(oActionItemDef->Checked());
-        oActionItem->SetEnabled(oActionItemDef->Enabled());
-        oActionItem->SetName(oActionItemDef->Name());
-        oActionItem->SetVisible(oActionItemDef->Visible());
+        oActionItem->CopyFrom(*oActionItemDef);
         oActionItem->SetTool(oTool);
         if (!oTool)
             continue;

@@ -90,9 +90,9 @@ void MenuManager::AddToolbarItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<BandTools> oTools = FindToolbarBand(oMenuItemDef->Path())->Tools();
     oTools->Insert(oTools->Count(), oTool);
     const Ref<Tool> oInstance = oTools->Item(oTool->Name());
-    oInstance->SetCaption(oMenuItemDef->Caption());
+    oInstance->SetCaption(oMenuItemDef->SharedCaption());
     oInstance->SetToolTip(oMenuItemDef->ToolTip());
-    oInstance->SetDescription(oActionItemDef->Description());
+    oInstance->SetDescription(oActionItemDef->SharedDescription());
     const auto SetPicture = [&](Long lState, const std::string& sImage) {
         if (!sImage.empty())
             oInstance->SetPicture(lState, CorvaneMain::Framework()->GetImage(sImage));

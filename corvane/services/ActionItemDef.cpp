@@ -5,21 +5,30 @@
 
 namespace corvane {
 
-using CorvaneMain::XMLAttributeValue;
+using CorvaneMain::XMLAttributeBoolean;
+using CorvaneMain::XMLAttributeText;
+
+const ActionItemDef::ImageNames ActionItemDef::m_oNoImages;
 
 void ActionItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
-    m_sName = ToText(XMLAttributeValue(oxmlDefinition, "Name"));
-    m_sAction = ToText(XMLAttributeValue(oxmlDefinition, "Action"));
-    m_bVisible = ToBoolean(XMLAttributeValue(oxmlDefinition, "Visible", true));
-    m_bEnabled = ToBoolean(XMLAttributeValue(oxmlDefinition, "Enabled", true));
-    m_bChecked = ToBoolean(XMLAttributeValue(oxmlDefinition, "Checked", false));
-    m_sDescription = ToText(XMLAttributeValue(oxmlDefinition, "Description"));
-    m_bPassActionItemParam = ToBoolean(XMLAttributeValue(oxmlDefinition, "PassActionItemParam", false));
-    m_sImage = ToText(XMLAttributeValue(oxmlDefinition, "Image"));
-    m_sImageDisabled = ToText(XMLAttributeValue(oxmlDefinition, "ImageDisabled"));
-    m_sImagePressed = ToText(XMLAttributeValue(oxmlDefinition, "ImagePressed"));
+    m_sName = XMLAttributeText(oxmlDefinition, "Name");
+    m_sAction = XMLAttributeText(oxmlDefinition, "Action");
+    m_bVisible = XMLAttributeBoolean(oxmlDefinition, "Visible", true);
+    m_bEnabled = XMLAttributeBoolean(oxmlDefinition, "Enabled", true);
+    m_bChecked = XMLAttributeBoolean(oxmlDefinition, "Checked", false);
+    m_sDescription = XMLAttributeText(oxmlDefinition, "Description");
+    m_bPassActionItemParam = XMLAttributeBoolean(oxmlDefinition, "PassActionItemParam", false);
+    ImageNames oImages{XMLAttributeText(oxmlDefinition, "Image"), XMLAttributeText(oxmlDefinition, "ImageDisabled"),
+                       XMLAttributeText(oxmlDefinition, "ImagePressed")};
+    if (!oImages.sNormal.IsEmpty() || !oImages.sDisabled.IsEmpty() || !oImages.sPressed.IsEmpty())
+        m_pImages = std::make_unique<const ImageNames>(std::move(oImages));
 } catch (...) {
     ReraiseAt("ActionItemDef", "Initialize", CorvaneMain::LineOf(oxmlDefinition));
+}
+
+void ActionItemDef::ShareTexts(const ActionItemDef& oBefore) {
+    if (m_sAction == oBefore.m_sAction)
+        m_sAction = oBefore.m_sAction;
 }
 
 void ActionItemDef::Init(std::string sName, std::string sAction, bool bVisible, bool bEnabled, bool bChecked,

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "corvane/base/Ref.h"
+#include "corvane/base/SharedText.h"
 #include "corvane/platform/IXmlService.h"
 #include "corvane/platform/controls/ActiveBar.h"
 
+#include <memory>
 #include <string>
 
 namespace corvane {
@@ -28,12 +30,18 @@ public:
     // Whether the procedure receives the action item; true until Initialize or Init says otherwise.
     [[nodiscard]] bool PassActionItemParam() const { return m_bPassActionItemParam; }
     // File names in the application folder "Images"; empty for none.
-    [[nodiscard]] const std::string& Image() const { return m_sImage; }
-    [[nodiscard]] const std::string& ImageDisabled() const { return m_sImageDisabled; }
-    [[nodiscard]] const std::string& ImagePressed() const { return m_sImagePressed; }
+    [[nodiscard]] const std::string& Image() const { return Images().sNormal; }
+    [[nodiscard]] const std::string& ImageDisabled() const { return Images().sDisabled; }
+    [[nodiscard]] const std::string& ImagePressed() const { return Images().sPressed; }
+    // Texts of which others hold a share.
+    [[nodiscard]] const SharedText& SharedName() const { return m_sName; }
+    [[nodiscard]] const SharedText& SharedAction() const { return m_sAction; }
+    [[nodiscard]] const SharedText& SharedDescription() const { return m_sDescription; }
 
     // Reads an ActionItem element. Fails with 13 for a value that doesn't convert.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
+    // Actions that stand in a row often call the same procedure: then they share its name.
+    void ShareTexts(const ActionItemDef& oBefore);
     // For actions made in code.
     void Init(std::string sName, std::string sAction = {}, bool bVisible = true, bool bEnabled = true,
               bool bChecked = false, std::string sDescription = {}, bool bPassActionItemParam = false);
@@ -41,18 +49,24 @@ public:
     std::string_view TypeName() const override { return "ActionItemDef"; }
 
 private:
-    std::string m_sName;
+    struct ImageNames {
+        SharedText sNormal;
+        SharedText sDisabled;
+        SharedText sPressed;
+    };
+    [[nodiscard]] const ImageNames& Images() const { return m_pImages ? *m_pImages : m_oNoImages; }
+
+    static const ImageNames m_oNoImages;
+    SharedText m_sName;
     bool m_bChecked = false;
     bool m_bEnabled = false;
     bool m_bVisible = false;
-    std::string m_sAction;
-    std::string m_sDescription;
     bool m_bIsShared = false;
     bool m_bPassActionItemParam = true;
+    SharedText m_sAction;
+    SharedText m_sDescription;
     Ref<corvane::Tool> m_oTool;
-    std::string m_sImage;
-    std::string m_sImageDisabled;
-    std::string m_sImagePressed;
+    std::unique_ptr<const ImageNames> m_pImages; // of the few that have any
 };
 
 } // namespace corvane

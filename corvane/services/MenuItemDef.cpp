@@ -3,13 +3,15 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/platform/Handlers.h"
 
+#include <algorithm>
+
 namespace corvane {
 
-using CorvaneMain::XMLAttributeValue;
+using CorvaneMain::XMLAttributeText;
 
 namespace {
 
-MenuType MenuTypeOf(const std::string& sWord) {
+MenuType MenuTypeOf(std::string_view sWord) {
     if (EqualText(sWord, "MenuTitle"))
         return MenuType::fwMenuTitle;
     if (EqualText(sWord, "MenuItem"))
@@ -20,10 +22,10 @@ MenuType MenuTypeOf(const std::string& sWord) {
         return MenuType::fwContextMenuTitle;
     if (EqualText(sWord, "ToolbarItem"))
         return MenuType::fwToolbarItem;
-    Fail(FailureNumber::ObjectErrorBase, "Invalid menu item type: " + sWord, "Determining menu item type");
+    Fail(FailureNumber::ObjectErrorBase, "Invalid menu item type: " + std::string(sWord), "Determining menu item type");
 }
 
-SeparatorStyle SeparatorStyleOf(const std::string& sWord) {
+SeparatorStyle SeparatorStyleOf(std::string_view sWord) {
     if (EqualText(sWord, "After"))
         return SeparatorStyle::fwSeparatorAfter;
     if (EqualText(sWord, "Before"))
@@ -34,12 +36,16 @@ SeparatorStyle SeparatorStyleOf(const std::string& sWord) {
 } // namespace
 
 std::string MenuItemDef::Key() const try {
-    std::string sKey = m_oActionItemDef->Name();
-    if (!m_sPath.empty())
-        sKey = m_sPath + "." + sKey;
+    constexpr std::string_view sToolbarMark = "Tool.";
+    const std::string& sPath = m_sPath;
+    const std::string& sName = m_oActionItemDef->Name();
+    std::string sKey;
+    sKey.reserve(sToolbarMark.size() + sPath.size() + 1 + sName.size());
     if (m_eMenuType == MenuType::fwToolbarItem)
-        sKey = "Tool." + sKey;
-    return sKey;
+        sKey = sToolbarMark;
+    if (!sPath.empty())
+        sKey.append(sPath).append(1, '.');
+    return sKey.append(sName);
 } catch (...) {
     Reraise("MenuItemDef", "Key (Get)");
 }
@@ -52,7 +58,7 @@ std::string MenuItemDef::PositionKey() const try {
         return ToText(m_fPositionOrder);
     case MenuType::fwMenuItem:
     case MenuType::fwToolbarItem:
-        return m_sPath + "." + ToText(m_fPositionOrder);
+        return m_sPath.Get() + "." + ToText(m_fPositionOrder);
     }
     return {};
 } catch (...) {
@@ -60,16 +66,22 @@ std::string MenuItemDef::PositionKey() const try {
 }
 
 void MenuItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
-    m_eMenuType = MenuTypeOf(ToText(XMLAttributeValue(oxmlDefinition, "Type")));
-    m_fPositionOrder = ToSingle(XMLAttributeValue(oxmlDefinition, "PositionOrder"));
-    m_sCaption = ToText(XMLAttributeValue(oxmlDefinition, "Caption"));
-    m_sToolTip = ToText(XMLAttributeValue(oxmlDefinition, "Tip"));
-    m_sPath = ToText(XMLAttributeValue(oxmlDefinition, "Path"));
-    m_sShortCutKey = ToText(XMLAttributeValue(oxmlDefinition, "ShortCutKey"));
-    m_eSeparatorStyle = SeparatorStyleOf(ToText(XMLAttributeValue(oxmlDefinition, "Separator")));
-    m_sCaption = ReplaceText(m_sCaption, '#', '&');
+    m_eMenuType = MenuTypeOf(XMLAttributeText(oxmlDefinition, "Type"));
+    m_fPositionOrder = ToSingle(XMLAttributeText(oxmlDefinition, "PositionOrder"));
+    std::string sCaption = XMLAttributeText(oxmlDefinition, "Caption");
+    m_sToolTip = XMLAttributeText(oxmlDefinition, "Tip");
+    m_sPath = XMLAttributeText(oxmlDefinition, "Path");
+    m_sShortCutKey = XMLAttributeText(oxmlDefinition, "ShortCutKey");
+    m_eSeparatorStyle = SeparatorStyleOf(XMLAttributeText(oxmlDefinition, "Separator"));
+    std::replace(sCaption.begin(), sCaption.end(), '#', '&');
+    m_sCaption = std::move(sCaption);
 } catch (...) {
     ReraiseAt("MenuItemDef", "Initialize", CorvaneMain::LineOf(oxmlDefinition));
+}
+
+void MenuItemDef::ShareTexts(const MenuItemDef& oBefore) {
+    if (m_sPath == oBefore.m_sPath)
+        m_sPath = oBefore.m_sPath;
 }
 
 void MenuItemDef::Init(const std::string& /*sActionItemName*/, std::string sPath, Single fPositionOrder,

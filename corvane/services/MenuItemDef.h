@@ -28,8 +28,13 @@ public:
     // toolbars.
     [[nodiscard]] std::string PositionKey() const;
 
+    // A text of which others hold a share.
+    [[nodiscard]] const SharedText& SharedCaption() const { return m_sCaption; }
+
     // Reads a MenuItem element. Fails with ObjectErrorBase for an unknown Type, with 13 for a bad PositionOrder.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
+    // Entries that stand in a row often have the same path: then they share it.
+    void ShareTexts(const MenuItemDef& oBefore);
     // For entries made in code, whose caption carries "&" already. The action's name isn't used: the caller sets the
     // action afterwards.
     void Init(const std::string& sActionItemName, std::string sPath, Single fPositionOrder, corvane::MenuType eMenuType,
@@ -40,11 +45,11 @@ public:
 
 private:
     corvane::MenuType m_eMenuType{};
-    std::string m_sCaption;
-    std::string m_sShortCutKey;
-    std::string m_sPath;
     Single m_fPositionOrder = 0;
-    std::string m_sToolTip;
+    SharedText m_sCaption;
+    SharedText m_sShortCutKey;
+    SharedText m_sPath;
+    SharedText m_sToolTip;
     corvane::SeparatorStyle m_eSeparatorStyle = corvane::SeparatorStyle::fwSeparatorNone;
     Ref<corvane::ActionItemDef> m_oActionItemDef;
 };

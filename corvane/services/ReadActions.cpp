@@ -5,28 +5,36 @@
 namespace corvane {
 
 using CorvaneMain::AtLineOf;
-using CorvaneMain::XMLAttributeValue;
+using CorvaneMain::XMLAttributeText;
 
 void ReadActionItemDefs(const Ref<IXmlNode>& oxmlDefinition, ActionItemDefCollection& colActionItemDefs) {
+    Ref<ActionItemDef> oBefore;
     for (const auto& oNode : oxmlDefinition->SelectNodes("./ActionItems/ActionItem")) {
         auto oActionItemDef = New<ActionItemDef>();
         oActionItemDef->Initialize(oNode);
-        AtLineOf(oNode, [&] { colActionItemDefs.Add(oActionItemDef, oActionItemDef->Name()); });
+        if (oBefore)
+            oActionItemDef->ShareTexts(*oBefore);
+        AtLineOf(oNode, [&] { colActionItemDefs.AddShared(oActionItemDef, oActionItemDef->SharedName()); });
+        oBefore = std::move(oActionItemDef);
     }
 }
 
 void ReadMenuItemDefs(const Ref<IXmlNode>& oxmlDefinition, const ActionItemDefCollection& colActionItemDefs,
                       MenuItemDefCollection& colMenuItemDefs, bool bWithKeys) {
+    Ref<MenuItemDef> oBefore;
     for (const auto& oNode : oxmlDefinition->SelectNodes("./Menus/MenuItem")) {
         auto oMenuItemDef = New<MenuItemDef>();
         oMenuItemDef->Initialize(oNode);
+        if (oBefore)
+            oMenuItemDef->ShareTexts(*oBefore);
         AtLineOf(oNode, [&] {
-            oMenuItemDef->SetActionItemDef(colActionItemDefs.Item(ToText(XMLAttributeValue(oNode, "ActionItem"))));
+            oMenuItemDef->SetActionItemDef(colActionItemDefs.Item(XMLAttributeText(oNode, "ActionItem")));
             if (bWithKeys)
                 colMenuItemDefs.Add(oMenuItemDef, oMenuItemDef->Key());
             else
                 colMenuItemDefs.Add(oMenuItemDef);
         });
+        oBefore = std::move(oMenuItemDef);
     }
 }
 

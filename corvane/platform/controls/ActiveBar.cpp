@@ -11,19 +11,32 @@ namespace {
          "There is no position " + std::to_string(lPosition) + " among " + std::to_string(lCount) + " tools");
 }
 
+bool IsBelow(const std::pair<Long, Tool*>& oId, Long lToolId) {
+    return oId.first < lToolId;
+}
+
 } // namespace
 
-Tool::Tool(ActiveBar* pBar, Long lToolId, std::string sName)
+const Tool::RareParts Tool::m_oNothingRare;
+
+Tool::Tool(ActiveBar* pBar, Long lToolId, SharedText sName)
     : m_pBar(pBar), m_sName(std::move(sName)), m_lToolId(lToolId) {}
 
 Tool::Tool(Band* pBand, Ref<Tool> oMaster) : m_pBar(pBand->Owner()), m_pBand(pBand), m_oMaster(std::move(oMaster)) {
-    m_oMaster->m_aInstances.push_back(this);
+    m_pNext = m_oMaster.Get();
+    m_pPrevious = m_pNext->m_pPrevious;
+    m_pPrevious->m_pNext = this;
+    m_pNext->m_pPrevious = this;
     CopyFromMaster();
 }
 
 Tool::~Tool() {
-    if (m_oMaster)
-        std::erase(m_oMaster->m_aInstances, this);
+    m_pPrevious->m_pNext = m_pNext;
+    m_pNext->m_pPrevious = m_pPrevious;
+}
+
+Tool::InstanceRange Tool::Instances() const {
+    return InstanceRange(const_cast<Tool*>(&Master()));
 }
 
 void Tool::CopyFromMaster() {
@@ -49,32 +62,25 @@ void Tool::RaiseChanged(BarChange::What eWhat) {
         m_pBar->Changed.Raise({eWhat, m_pBand, this});
 }
 
-void Tool::SetCaption(std::string sCaption) {
-    if (m_sCaption == sCaption)
+void Tool::SetText(SharedText& sOld, SharedText sNew) {
+    if (sOld == sNew)
         return;
-    m_sCaption = std::move(sCaption);
+    sOld = std::move(sNew);
     RaiseChanged(BarChange::What::ToolTexts);
 }
 
-void Tool::SetToolTip(std::string sToolTip) {
-    if (m_sToolTip == sToolTip)
+void Tool::SetState(bool Tool::*pState, bool bNew) {
+    Tool& oMaster = Master();
+    if (oMaster.*pState == bNew)
         return;
-    m_sToolTip = std::move(sToolTip);
-    RaiseChanged(BarChange::What::ToolTexts);
+    oMaster.*pState = bNew;
+    oMaster.RaiseChanged(BarChange::What::ToolState);
 }
 
-void Tool::SetDescription(std::string sDescription) {
-    if (m_sDescription == sDescription)
-        return;
-    m_sDescription = std::move(sDescription);
-    RaiseChanged(BarChange::What::ToolTexts);
-}
-
-void Tool::SetDropDownBand(std::string sBand) {
-    if (m_sDropDownBand == sBand)
-        return;
-    m_sDropDownBand = std::move(sBand);
-    RaiseChanged(BarChange::What::ToolTexts);
+Tool::RareParts& Tool::RareToWrite() {
+    if (!m_pRare)
+        m_pRare = std::make_unique<RareParts>();
+    return *m_pRare;
 }
 
 void Tool::SetIsDefaultItem(bool bDefault) {
@@ -85,64 +91,37 @@ void Tool::SetIsDefaultItem(bool bDefault) {
 }
 
 void Tool::SetPicture(Long lState, Ref<Picture> oPicture) {
-    m_aPictures.emplace_back(lState, std::move(oPicture));
+    RareToWrite().aPictures.emplace_back(lState, std::move(oPicture));
     RaiseChanged(BarChange::What::ToolTexts);
 }
 
 Ref<Picture> Tool::PictureOf(Long lState) const {
-    for (auto it = m_aPictures.rbegin(); it != m_aPictures.rend(); ++it)
+    const auto& aPictures = Pictures();
+    for (auto it = aPictures.rbegin(); it != aPictures.rend(); ++it)
         if (it->first == lState)
             return it->second;
     return nullptr;
 }
 
-void Tool::SetChecked(bool bChecked) {
-    Tool& oMaster = Master();
-    if (oMaster.m_bChecked == bChecked)
-        return;
-    oMaster.m_bChecked = bChecked;
-    oMaster.RaiseChanged(BarChange::What::ToolState);
-}
-
-void Tool::SetEnabled(bool bEnabled) {
-    Tool& oMaster = Master();
-    if (oMaster.m_bEnabled == bEnabled)
-        return;
-    oMaster.m_bEnabled = bEnabled;
-    oMaster.RaiseChanged(BarChange::What::ToolState);
-}
-
-void Tool::SetVisible(bool bVisible) {
-    Tool& oMaster = Master();
-    if (oMaster.m_bVisible == bVisible)
-        return;
-    oMaster.m_bVisible = bVisible;
-    oMaster.RaiseChanged(BarChange::What::ToolState);
-}
-
-void Tool::SetCategory(std::string sCategory) {
-    Master().m_sCategory = std::move(sCategory);
+void Tool::SetCategory(SharedText sCategory) {
+    Master().RareToWrite().sCategory = std::move(sCategory);
 }
 
 void Tool::SetShortCuts(std::vector<Ref<ShortCut>> aShortCuts) {
     Tool& oMaster = Master();
-    oMaster.m_aShortCuts = std::move(aShortCuts);
+    oMaster.RareToWrite().aShortCuts = std::move(aShortCuts);
     oMaster.RaiseChanged(BarChange::What::ShortCuts);
-}
-
-void Tool::SetTagVariant(Ref<Object> oTag) {
-    Master().m_oTagVariant = std::move(oTag);
 }
 
 void Tool::SetHostedControl(Ref<Object> oControl) {
     Tool& oMaster = Master();
-    oMaster.m_oHostedControl = std::move(oControl);
+    oMaster.RareToWrite().oHostedControl = std::move(oControl);
     oMaster.RaiseChanged(BarChange::What::ToolState);
 }
 
 void Tool::SetHWnd(Long hWnd) {
     Tool& oMaster = Master();
-    oMaster.m_lHWnd = hWnd;
+    oMaster.RareToWrite().lHWnd = hWnd;
     oMaster.RaiseChanged(BarChange::What::ToolState);
 }
 
@@ -154,17 +133,20 @@ Ref<Tool> ToolCollection::Item(std::string_view sName) const {
 }
 
 Ref<Tool> ToolCollection::Find(std::string_view sName) const {
-    const auto it = m_mapNames.find(sName);
-    return it == m_mapNames.end() ? Ref<Tool>() : Ref<Tool>(it->second.pTool);
+    const First* pFirst = m_oNames.Find(sName, NameOf);
+    return pFirst ? Ref<Tool>(pFirst->pTool) : Ref<Tool>();
 }
 
 void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
-    const auto [it, bNew] = m_mapNames.try_emplace(oTool->Name(), First{oTool.Get(), 0});
-    ++it->second.nTools;
-    if (!bNew && iPosition < m_aTools.size()) {
-        const auto itFirst = std::find(m_aTools.begin(), m_aTools.end(), Ref<Tool>(it->second.pTool));
-        if (static_cast<std::size_t>(itFirst - m_aTools.begin()) >= iPosition)
-            it->second.pTool = oTool.Get();
+    if (First* pFirst = m_oNames.Find(oTool->Name(), NameOf)) {
+        pFirst->bAlone = false;
+        if (iPosition < m_aTools.size()) {
+            const auto itFirst = std::find(m_aTools.begin(), m_aTools.end(), Ref<Tool>(pFirst->pTool));
+            if (static_cast<std::size_t>(itFirst - m_aTools.begin()) >= iPosition)
+                pFirst->pTool = oTool.Get();
+        }
+    } else {
+        m_oNames.Add(oTool->Name(), {oTool.Get(), true});
     }
     m_aTools.insert(m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition), std::move(oTool));
 }
@@ -172,16 +154,19 @@ void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
 Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
     const auto itTool = m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition);
     Ref<Tool> oTool = *itTool;
-    m_aTools.erase(itTool);
-    const auto it = m_mapNames.find(oTool->Name());
-    if (--it->second.nTools == 0) {
-        m_mapNames.erase(it);
-    } else if (it->second.pTool == oTool.Get()) {
-        const auto itNext = std::find_if(m_aTools.begin(), m_aTools.end(), [&](const Ref<Tool>& oOther) {
+    const auto itNext = m_aTools.erase(itTool);
+    First* pFirst = m_oNames.Find(oTool->Name(), NameOf);
+    if (pFirst->pTool != oTool.Get())
+        return oTool;
+    // All others of that name stand behind the first.
+    const auto itOther =
+        pFirst->bAlone ? m_aTools.end() : std::find_if(itNext, m_aTools.end(), [&](const auto& oOther) {
             return EqualText(oOther->Name(), oTool->Name());
         });
-        it->second.pTool = itNext->Get();
-    }
+    if (itOther == m_aTools.end())
+        m_oNames.Remove(oTool->Name(), NameOf);
+    else
+        pFirst->pTool = itOther->Get();
     return oTool;
 }
 
@@ -195,16 +180,22 @@ void MasterTools::Detach() {
         oTool->Detach(true);
 }
 
-Ref<Tool> MasterTools::Add(Long lToolId, std::string_view sName) {
-    auto oTool = New<Tool>(m_pBar, lToolId, std::string(sName));
-    m_mapIds.try_emplace(lToolId, oTool.Get());
+Ref<Tool> MasterTools::Add(Long lToolId, SharedText sName) {
+    auto oTool = New<Tool>(m_pBar, lToolId, std::move(sName));
+    if (m_aIds.empty() || m_aIds.back().first < lToolId) {
+        m_aIds.emplace_back(lToolId, oTool.Get()); // as it nearly always is
+    } else {
+        const auto it = std::lower_bound(m_aIds.begin(), m_aIds.end(), lToolId, IsBelow);
+        if (it->first != lToolId)
+            m_aIds.emplace(it, lToolId, oTool.Get());
+    }
     InsertTool(m_aTools.size(), oTool);
     return oTool;
 }
 
 Ref<Tool> MasterTools::Item(Long lToolId) const {
-    const auto it = m_mapIds.find(lToolId);
-    if (it == m_mapIds.end())
+    const auto it = std::lower_bound(m_aIds.begin(), m_aIds.end(), lToolId, IsBelow);
+    if (it == m_aIds.end() || it->first != lToolId)
         Fail(FailureNumber::InvalidProcedureCall, "There is no tool " + std::to_string(lToolId));
     return Ref<Tool>(it->second);
 }
@@ -257,7 +248,7 @@ Ref<Tool> BandTools::AddHostTool(std::string_view sName) {
 
 const std::string Band::m_sNoText;
 
-Band::Band(ActiveBar* pBar, std::string sName)
+Band::Band(ActiveBar* pBar, SharedText sName)
     : m_pBar(pBar), m_sName(std::move(sName)), m_oTools(New<BandTools>(this)) {}
 
 Band::~Band() {
@@ -312,10 +303,19 @@ void BandCollection::Detach() {
         oBand->Detach();
 }
 
-Ref<Band> BandCollection::Add(std::string_view sName) {
-    auto oBand = New<Band>(m_pBar, std::string(sName));
+namespace {
+
+std::string_view BandName(const Band* pBand) {
+    return pBand->Name();
+}
+
+} // namespace
+
+Ref<Band> BandCollection::Add(SharedText sName) {
+    auto oBand = New<Band>(m_pBar, std::move(sName));
     m_aBands.push_back(oBand);
-    m_mapNames.try_emplace(std::string(sName), oBand.Get());
+    if (!m_oNames.Find(oBand->Name(), BandName))
+        m_oNames.Add(oBand->Name(), oBand.Get());
     if (m_pBar)
         m_pBar->Changed.Raise({BarChange::What::BandAdded, oBand.Get(), nullptr});
     return oBand;
@@ -329,8 +329,8 @@ Ref<Band> BandCollection::Item(std::string_view sName) const {
 }
 
 Ref<Band> BandCollection::Find(std::string_view sName) const {
-    const auto it = m_mapNames.find(sName);
-    return it == m_mapNames.end() ? Ref<Band>() : Ref<Band>(it->second);
+    Band* const* ppBand = m_oNames.Find(sName, BandName);
+    return ppBand ? Ref<Band>(*ppBand) : Ref<Band>();
 }
 
 Ref<Band> BandCollection::Item(Long lPosition) const {

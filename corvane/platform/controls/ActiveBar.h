@@ -5,14 +5,15 @@
 #include "corvane/base/Event.h"
 #include "corvane/base/KeyedCollection.h"
 #include "corvane/base/Ref.h"
-#include "corvane/base/Text.h"
+#include "corvane/base/SharedText.h"
+#include "corvane/base/TextIndex.h"
 #include "corvane/base/Variant.h"
 #include "corvane/platform/IPictureLoader.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -53,13 +54,14 @@ private:
 };
 
 // A command in the master list, or an instance of one in a band. An instance has texts, drop-down band, pictures and
-// default mark of its own; all else it shares with its master.
+// default mark of its own; all else it shares with its master. There are tens of thousands of them in a large
+// application, two an entry, so what few tools have stands apart.
 class __attribute__((visibility("default"))) Tool final : public virtual Object {
 public:
     enum PictureState : Long { Normal = 0, Pressed = 1, Disabled = 3 };
 
-    Tool(ActiveBar* pBar, Long lToolId, std::string sName); // a master
-    Tool(Band* pBand, Ref<Tool> oMaster);                   // an instance
+    Tool(ActiveBar* pBar, Long lToolId, SharedText sName); // a master
+    Tool(Band* pBand, Ref<Tool> oMaster);                  // an instance
     ~Tool() override;
 
     [[nodiscard]] Long ToolId() const { return Master().m_lToolId; }
@@ -70,44 +72,46 @@ public:
     [[nodiscard]] bool IsInstance() const { return static_cast<bool>(m_oMaster); }
     // The band of an instance; a null pointer for a master and for an instance that has been removed.
     [[nodiscard]] Band* OwningBand() const { return m_pBand; }
+
     // A master's instances, in order of insertion.
-    [[nodiscard]] const std::vector<Tool*>& Instances() const { return Master().m_aInstances; }
+    class InstanceRange;
+    [[nodiscard]] InstanceRange Instances() const;
 
     [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
-    void SetCaption(std::string sCaption);
+    void SetCaption(SharedText sCaption) { SetText(m_sCaption, std::move(sCaption)); }
     [[nodiscard]] const std::string& ToolTip() const { return m_sToolTip; }
-    void SetToolTip(std::string sToolTip);
+    void SetToolTip(SharedText sToolTip) { SetText(m_sToolTip, std::move(sToolTip)); }
     [[nodiscard]] const std::string& Description() const { return m_sDescription; }
-    void SetDescription(std::string sDescription);
+    void SetDescription(SharedText sDescription) { SetText(m_sDescription, std::move(sDescription)); }
     // The name of the band that opens from the tool; empty for none.
     [[nodiscard]] const std::string& DropDownBand() const { return m_sDropDownBand; }
-    void SetDropDownBand(std::string sBand);
+    void SetDropDownBand(SharedText sBand) { SetText(m_sDropDownBand, std::move(sBand)); }
     [[nodiscard]] bool IsDefaultItem() const { return m_bIsDefaultItem; }
     void SetIsDefaultItem(bool bDefault);
     // Nothing removes the picture of that state.
     void SetPicture(Long lState, Ref<Picture> oPicture);
     [[nodiscard]] Ref<Picture> PictureOf(Long lState) const;
     // All calls of SetPicture, in order.
-    [[nodiscard]] const std::vector<std::pair<Long, Ref<Picture>>>& Pictures() const { return m_aPictures; }
+    [[nodiscard]] const std::vector<std::pair<Long, Ref<Picture>>>& Pictures() const { return Rare().aPictures; }
 
     [[nodiscard]] bool Checked() const { return Master().m_bChecked; }
-    void SetChecked(bool bChecked);
+    void SetChecked(bool bChecked) { SetState(&Tool::m_bChecked, bChecked); }
     [[nodiscard]] bool Enabled() const { return Master().m_bEnabled; }
-    void SetEnabled(bool bEnabled);
+    void SetEnabled(bool bEnabled) { SetState(&Tool::m_bEnabled, bEnabled); }
     [[nodiscard]] bool Visible() const { return Master().m_bVisible; }
-    void SetVisible(bool bVisible);
-    [[nodiscard]] const std::string& Category() const { return Master().m_sCategory; }
-    void SetCategory(std::string sCategory);
-    [[nodiscard]] const std::vector<Ref<ShortCut>>& ShortCuts() const { return Master().m_aShortCuts; }
+    void SetVisible(bool bVisible) { SetState(&Tool::m_bVisible, bVisible); }
+    [[nodiscard]] const std::string& Category() const { return Master().Rare().sCategory; }
+    void SetCategory(SharedText sCategory);
+    [[nodiscard]] const std::vector<Ref<ShortCut>>& ShortCuts() const { return Master().Rare().aShortCuts; }
     void SetShortCuts(std::vector<Ref<ShortCut>> aShortCuts);
     // A free slot for an object.
     [[nodiscard]] const Ref<Object>& TagVariant() const { return Master().m_oTagVariant; }
-    void SetTagVariant(Ref<Object> oTag);
+    void SetTagVariant(Ref<Object> oTag) { Master().m_oTagVariant = std::move(oTag); }
     // The control or form that is shown inside the tool.
-    [[nodiscard]] const Ref<Object>& HostedControl() const { return Master().m_oHostedControl; }
+    [[nodiscard]] const Ref<Object>& HostedControl() const { return Master().Rare().oHostedControl; }
     void SetHostedControl(Ref<Object> oControl);
     // The handle of the window that is shown inside the tool; 0 for none.
-    [[nodiscard]] Long HWnd() const { return Master().m_lHWnd; }
+    [[nodiscard]] Long HWnd() const { return Master().Rare().lHWnd; }
     void SetHWnd(Long hWnd);
 
     void CopyFromMaster();      // texts and drop-down band
@@ -116,28 +120,63 @@ public:
     std::string_view TypeName() const override { return "Tool"; }
 
 private:
+    struct RareParts {
+        SharedText sCategory;
+        std::vector<std::pair<Long, Ref<Picture>>> aPictures;
+        std::vector<Ref<ShortCut>> aShortCuts;
+        Ref<Object> oHostedControl;
+        Long lHWnd = 0;
+    };
+
+    void SetText(SharedText& sOld, SharedText sNew);
+    void SetState(bool Tool::*pState, bool bNew);
+    [[nodiscard]] const RareParts& Rare() const { return m_pRare ? *m_pRare : m_oNothingRare; }
+    [[nodiscard]] RareParts& RareToWrite();
     void RaiseChanged(BarChange::What eWhat);
 
+    static const RareParts m_oNothingRare;
     ActiveBar* m_pBar;
     Band* m_pBand = nullptr;
     Ref<Tool> m_oMaster;
-    std::string m_sName;
-    std::string m_sCaption;
-    std::string m_sToolTip;
-    std::string m_sDescription;
-    std::string m_sDropDownBand;
-    std::string m_sCategory;
-    std::vector<std::pair<Long, Ref<Picture>>> m_aPictures;
-    std::vector<Ref<ShortCut>> m_aShortCuts;
-    std::vector<Tool*> m_aInstances;
+    Tool* m_pPrevious = this; // a master and its instances form a ring
+    Tool* m_pNext = this;
+    SharedText m_sName;
+    SharedText m_sCaption;
+    SharedText m_sToolTip;
+    SharedText m_sDescription;
+    SharedText m_sDropDownBand;
+    std::unique_ptr<RareParts> m_pRare;
     Ref<Object> m_oTagVariant;
-    Ref<Object> m_oHostedControl;
     Long m_lToolId = 0;
-    Long m_lHWnd = 0;
     bool m_bIsDefaultItem = false;
     bool m_bChecked = false;
     bool m_bEnabled = true;
     bool m_bVisible = true;
+};
+
+// Walks the instances of a master, none of which may come or go meanwhile.
+class Tool::InstanceRange {
+public:
+    class Iterator {
+    public:
+        explicit Iterator(Tool* pTool) : m_pTool(pTool) {}
+        Tool* operator*() const { return m_pTool; }
+        Iterator& operator++() {
+            m_pTool = m_pTool->m_pNext;
+            return *this;
+        }
+        bool operator!=(const Iterator& oOther) const { return m_pTool != oOther.m_pTool; }
+
+    private:
+        Tool* m_pTool;
+    };
+
+    explicit InstanceRange(Tool* pMaster) : m_pMaster(pMaster) {}
+    [[nodiscard]] Iterator begin() const { return Iterator(m_pMaster->m_pNext); }
+    [[nodiscard]] Iterator end() const { return Iterator(m_pMaster); }
+
+private:
+    Tool* m_pMaster;
 };
 
 // A list of tools found by name without regard to case, the first of equal names.
@@ -157,10 +196,12 @@ protected:
 
 private:
     struct First {
-        Tool* pTool;
-        std::size_t nTools; // of that name
+        Tool* pTool = nullptr;
+        bool bAlone = true; // no other of that name has been inserted
     };
-    std::unordered_map<std::string, First, TextHash, TextEqual> m_mapNames;
+    static std::string_view NameOf(const First& oFirst) { return oFirst.pTool->Name(); }
+
+    TextIndex<First> m_oNames;
 };
 
 // The master list.
@@ -169,7 +210,7 @@ public:
     explicit MasterTools(ActiveBar* pBar) : m_pBar(pBar) {}
     ~MasterTools() override;
 
-    [[nodiscard]] Ref<Tool> Add(Long lToolId, std::string_view sName);
+    [[nodiscard]] Ref<Tool> Add(Long lToolId, SharedText sName);
     using ToolCollection::Item;
     // By identifier. Fails with 5 when there is none.
     [[nodiscard]] Ref<Tool> Item(Long lToolId) const;
@@ -177,7 +218,7 @@ public:
 
 private:
     ActiveBar* m_pBar;
-    std::unordered_map<Long, Tool*> m_mapIds;
+    std::vector<std::pair<Long, Tool*>> m_aIds; // the first of each identifier, in order of the identifiers
 };
 
 // The instances in a band.
@@ -206,7 +247,7 @@ private:
 
 class __attribute__((visibility("default"))) Band final : public virtual Object {
 public:
-    Band(ActiveBar* pBar, std::string sName);
+    Band(ActiveBar* pBar, SharedText sName);
     ~Band() override;
 
     [[nodiscard]] const std::string& Name() const { return m_sName; }
@@ -240,7 +281,7 @@ private:
 
     static const std::string m_sNoText;
     ActiveBar* m_pBar;
-    std::string m_sName;
+    SharedText m_sName;
     std::optional<std::string> m_sCaption;
     std::optional<BandKind> m_eKind;
     std::optional<bool> m_bVisible;
@@ -256,7 +297,7 @@ public:
 
     [[nodiscard]] Long Count() const { return static_cast<Long>(m_aBands.size()); }
     // A second band of one name is allowed, but only the first is found by it.
-    Ref<Band> Add(std::string_view sName);
+    Ref<Band> Add(SharedText sName);
     // Fails with 5 when there is none.
     [[nodiscard]] Ref<Band> Item(std::string_view sName) const;
     [[nodiscard]] Ref<Band> Find(std::string_view sName) const; // nothing instead of the failure
@@ -268,7 +309,7 @@ public:
 private:
     ActiveBar* m_pBar;
     std::vector<Ref<Band>> m_aBands;
-    std::unordered_map<std::string, Band*, TextHash, TextEqual> m_mapNames;
+    TextIndex<Band*> m_oNames;
 };
 
 class __attribute__((visibility("default"))) ActiveBar final : public virtual Object {
