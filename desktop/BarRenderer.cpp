@@ -1,5 +1,6 @@
 #include "desktop/BarRenderer.h"
 
+#include "desktop/MenuBar.h"
 #include "desktop/explorer/PictureIcon.h"
 
 #include <QApplication>
@@ -7,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMainWindow>
-#include <QMenuBar>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
@@ -22,19 +22,19 @@ bool IsBand(const Band& oBand, std::string_view sName) {
 }
 
 constexpr const char* sStatusBand = "StatusBar";
-constexpr const char* sToolbarProperty = "corvane_filled";
 
 } // namespace
 
 BarRenderer::BarRenderer(Ref<ActiveBar> oActiveBar, QMainWindow* pWindow, GuardFunction fnGuard)
     : QObject(pWindow), m_oActiveBar(std::move(oActiveBar)), m_pWindow(pWindow), m_fnGuard(std::move(fnGuard)),
       m_oActions([this](const Ref<Tool>& oTool) { m_fnGuard([&] { m_oActiveBar->Click(oTool); }); }),
-      m_oMenus(m_oActiveBar, m_oActions, m_fnGuard), m_oShortCuts(m_oActiveBar), m_pStatus(new QLabel) {
+      m_oMenus(m_oActiveBar, m_oActions, m_fnGuard), m_oShortCuts(m_oActiveBar),
+      m_pMenuBar(new MenuBar(m_oMenus, m_oActions, pWindow)), m_pStatus(new QLabel) {
+    m_pWindow->setMenuBar(m_pMenuBar);
     m_pStatus->setTextFormat(Qt::PlainText);
     m_pStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_pStatus->setAccessibleName(tr("Status"));
     m_pWindow->statusBar()->addWidget(m_pStatus, 1);
-    m_oChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) { Note(oChange); });
     m_oPopupRequested = m_oActiveBar->PopupRequested.Subscribe([this](const Ref<Band>& oBand) { ShowPopup(oBand); });
     m_oPaintRequested = m_oActiveBar->PaintRequested.Subscribe([this](const Ref<Band>& oBand) {
         if (IsBand(*oBand, sStatusBand)) {
@@ -50,7 +50,7 @@ BarRenderer::~BarRenderer() = default;
 
 QToolBar* BarRenderer::ToolbarOf(const Band& oBand) const {
     const auto it = m_mapToolbars.find(&oBand);
-    return it == m_mapToolbars.end() ? nullptr : it->second;
+    return it == m_mapToolbars.end() ? nullptr : it->second.pToolbar;
 }
 
 void BarRenderer::SetProgressWidget(QWidget* pWidget) {
@@ -63,8 +63,6 @@ void BarRenderer::SetProgressWidget(QWidget* pWidget) {
 void BarRenderer::Note(const BarChange& oChange) {
     switch (oChange.eWhat) {
     case BarChange::What::BandAdded:
-        m_bAllBands = true;
-        break;
     case BarChange::What::BandLook:
     case BarChange::What::BandTools:
         m_setBands.insert(oChange.pBand);
@@ -95,6 +93,11 @@ void BarRenderer::Schedule() {
 
 void BarRenderer::Flush() {
     m_bScheduled = false;
+    // Before the first pass there is nothing on screen that changes could touch, and a start makes very many of them.
+    if (m_bAllBands) {
+        m_oChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) { Note(oChange); });
+        m_oShortCuts.Invalidate();
+    }
     const bool bAllBands = std::exchange(m_bAllBands, false);
     const auto setBands = std::exchange(m_setBands, {});
     const auto mapStates = std::exchange(m_mapStates, {});
@@ -103,7 +106,7 @@ void BarRenderer::Flush() {
         if (!bAllBands && !setBands.contains(oBand.Get()))
             continue;
         if (oBand->Kind() == BandKind::MenuBar)
-            ShowMenuBar(*oBand);
+            m_pMenuBar->Show(*oBand);
         else if (oBand->Kind() == BandKind::Toolbar)
             ShowToolbar(oBand);
         else if (IsBand(*oBand, sStatusBand))
@@ -116,36 +119,17 @@ void BarRenderer::Flush() {
     ShowStatusBar();
 }
 
-void BarRenderer::ShowMenuBar(const Band& oBand) {
-    QMenuBar* pMenuBar = m_pWindow->menuBar();
-    pMenuBar->setVisible(oBand.Visible());
-    qDeleteAll(pMenuBar->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
-    pMenuBar->clear();
-    for (const auto& oInstance : oBand.Tools()->All()) {
-        if (EqualText(oInstance->Name(), "Separator"))
-            continue;
-        if (oInstance->DropDownBand().empty()) {
-            pMenuBar->addAction(m_oActions.Add(oInstance, ActionPlace::Menu, pMenuBar));
-            continue;
-        }
-        QMenu* pMenu = m_oMenus.NewMenu(oInstance->DropDownBand(), pMenuBar);
-        m_oActions.Follow(oInstance, ActionPlace::Menu, pMenu->menuAction(), false);
-        pMenuBar->addMenu(pMenu);
-    }
-}
-
 // A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it.
 void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
-    QToolBar* pToolbar = ToolbarOf(*oBand);
+    const auto it = m_mapToolbars.find(oBand.Get());
     if (!oBand->Visible()) {
-        if (pToolbar)
-            pToolbar->hide();
+        if (it != m_mapToolbars.end())
+            it->second.pToolbar->hide();
         return;
     }
-    if (!pToolbar)
-        pToolbar = NewToolbar(oBand);
+    QToolBar* pToolbar = it != m_mapToolbars.end() ? it->second.pToolbar : NewToolbar(oBand);
     pToolbar->setWindowTitle(QString::fromStdString(oBand->Caption()));
-    FillToolbar(pToolbar, *oBand);
+    FillToolbar(m_mapToolbars[oBand.Get()], oBand);
     pToolbar->show();
 }
 
@@ -156,7 +140,7 @@ QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
     pToolbar->setFloatable(true);
     pToolbar->toggleViewAction()->setEnabled(false); // the bar's own menu does that
     m_pWindow->addToolBar(pToolbar);
-    m_mapToolbars[oBand.Get()] = pToolbar;
+    m_mapToolbars[oBand.Get()].pToolbar = pToolbar;
     connect(pToolbar, &QToolBar::topLevelChanged, this, [this, pToolbar](bool bFloats) {
         for (QAction* pAction : pToolbar->actions())
             if (pAction->property("corvane_close").toBool())
@@ -166,36 +150,46 @@ QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
     return pToolbar;
 }
 
-void BarRenderer::FillToolbar(QToolBar* pToolbar, const Band& oBand) {
-    const auto nTools = static_cast<qulonglong>(oBand.Tools()->Count());
-    // Only what has been added or removed makes a toolbar be filled anew.
-    if (pToolbar->property(sToolbarProperty).isValid() && pToolbar->property(sToolbarProperty).toULongLong() == nTools)
+void BarRenderer::FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand) {
+    std::vector<std::pair<Ref<Tool>, std::string>> aNow;
+    for (const auto& oInstance : oBand->Tools()->All())
+        aNow.emplace_back(oInstance, oInstance->DropDownBand());
+    if (oToolbar.bFilled && oToolbar.aShown == aNow)
         return;
-    pToolbar->setProperty(sToolbarProperty, nTools);
-    qDeleteAll(pToolbar->actions());
-    for (const auto& oInstance : oBand.Tools()->All()) {
-        if (EqualText(oInstance->Name(), "Separator")) {
-            pToolbar->addSeparator();
-            continue;
-        }
-        QAction* pAction = m_oActions.Add(oInstance, ActionPlace::Toolbar, pToolbar);
-        if (!oInstance->DropDownBand().empty())
-            pAction->setMenu(m_oMenus.NewMenu(oInstance->DropDownBand(), pToolbar));
-        pToolbar->addAction(pAction);
-        auto* pButton = qobject_cast<QToolButton*>(pToolbar->widgetForAction(pAction));
-        if (!pButton)
-            continue;
-        pButton->setFocusPolicy(Qt::TabFocus);
-        if (pAction->menu())
-            pButton->setPopupMode(QToolButton::InstantPopup);
-        const QIcon oPressed = IconOf(oInstance->PictureOf(Tool::Pressed));
-        if (!oPressed.isNull()) {
-            connect(pButton, &QToolButton::pressed, pButton, [pButton, oPressed] { pButton->setIcon(oPressed); });
-            connect(pButton, &QToolButton::released, pButton,
-                    [pButton, pAction] { pButton->setIcon(pAction->icon()); });
-        }
+    oToolbar.bFilled = true;
+    oToolbar.aShown = std::move(aNow);
+    for (QAction* pAction : oToolbar.pToolbar->actions()) {
+        // Its button may be what is running now.
+        oToolbar.pToolbar->removeAction(pAction);
+        if (QMenu* pMenu = pAction->menu())
+            pMenu->deleteLater();
+        pAction->deleteLater();
     }
-    AddCloseButton(pToolbar, m_oActiveBar->Bands()->Item(oBand.Name()));
+    for (const auto& [oInstance, sDropDownBand] : oToolbar.aShown)
+        AddButton(oToolbar.pToolbar, oInstance);
+    AddCloseButton(oToolbar.pToolbar, oBand);
+}
+
+void BarRenderer::AddButton(QToolBar* pToolbar, const Ref<Tool>& oInstance) {
+    if (EqualText(oInstance->Name(), "Separator")) {
+        pToolbar->addSeparator();
+        return;
+    }
+    QAction* pAction = m_oActions.Add(oInstance, ActionPlace::Toolbar, pToolbar);
+    if (!oInstance->DropDownBand().empty())
+        pAction->setMenu(m_oMenus.NewMenu(oInstance->DropDownBand(), pToolbar));
+    pToolbar->addAction(pAction);
+    auto* pButton = qobject_cast<QToolButton*>(pToolbar->widgetForAction(pAction));
+    if (!pButton)
+        return;
+    pButton->setFocusPolicy(Qt::TabFocus);
+    if (pAction->menu())
+        pButton->setPopupMode(QToolButton::InstantPopup);
+    const QIcon oPressed = IconOf(oInstance->PictureOf(Tool::Pressed));
+    if (!oPressed.isNull()) {
+        connect(pButton, &QToolButton::pressed, pButton, [pButton, oPressed] { pButton->setIcon(oPressed); });
+        connect(pButton, &QToolButton::released, pButton, [pButton, pAction] { pButton->setIcon(pAction->icon()); });
+    }
 }
 
 // A toolbar that floats has a frame without buttons of its own.

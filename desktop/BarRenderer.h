@@ -21,6 +21,8 @@ class QToolBar;
 
 namespace corvane::desktop {
 
+class MenuBar;
+
 class BarRenderer final : public QObject {
     Q_OBJECT
 public:
@@ -49,10 +51,11 @@ protected:
 private:
     void Note(const BarChange& oChange);
     void Schedule();
-    void ShowMenuBar(const Band& oBand);
     void ShowToolbar(const Ref<Band>& oBand);
+    struct Toolbar;
     QToolBar* NewToolbar(const Ref<Band>& oBand);
-    void FillToolbar(QToolBar* pToolbar, const Band& oBand);
+    void FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand);
+    void AddButton(QToolBar* pToolbar, const Ref<Tool>& oInstance);
     void AddCloseButton(QToolBar* pToolbar, const Ref<Band>& oBand);
     void ShowStatusBar();
     void ShowPopup(const Ref<Band>& oBand);
@@ -65,9 +68,15 @@ private:
     BarActions m_oActions;
     MenuBuilder m_oMenus;
     ShortCutTable m_oShortCuts;
+    MenuBar* m_pMenuBar;
     QLabel* m_pStatus;
     QWidget* m_pProgress = nullptr;
-    std::map<const Band*, QToolBar*> m_mapToolbars;
+    struct Toolbar {
+        QToolBar* pToolbar = nullptr;
+        std::vector<std::pair<Ref<Tool>, std::string>> aShown; // instances and their drop-down bands; valid if filled
+        bool bFilled = false;
+    };
+    std::map<const Band*, Toolbar> m_mapToolbars;
     std::optional<QPoint> m_oPopupPlace;
 
     // What the next pass has to bring up to date.

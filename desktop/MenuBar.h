@@ -1,0 +1,44 @@
+// The menu bar on screen, which shows the titles of one band.
+#pragma once
+
+#include "corvane/platform/controls/ActiveBar.h"
+
+#include <QMenuBar>
+#include <string>
+#include <vector>
+
+namespace corvane::desktop {
+
+class BarActions;
+class MenuBuilder;
+
+class MenuBar final : public QMenuBar {
+public:
+    MenuBar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent);
+
+    // Shows the band as it is now. A title that stays keeps its action and its menu, even an open one.
+    void Show(const Band& oBand);
+
+    // The height is that of any one title; Qt would measure them all, and again for the width that they get.
+    [[nodiscard]] int heightForWidth(int nWidth) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+private:
+    struct Title {
+        Ref<Tool> oInstance;
+        std::string sDropDownBand;
+        QAction* pAction;
+    };
+    [[nodiscard]] Title TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld, bool bMenuAtOnce);
+    void GiveMenu(QAction* pTitle, const std::string& sBand);
+    [[nodiscard]] bool HasVisibleTitle() const;
+    [[nodiscard]] const QMenuBar& Sample() const;
+
+    MenuBuilder& m_oMenus;
+    BarActions& m_oActions;
+    std::vector<Title> m_aTitles;
+    mutable QMenuBar m_oSample{nullptr}; // of one title, never shown
+};
+
+} // namespace corvane::desktop
