@@ -17,6 +17,12 @@ constexpr std::size_t nMenusAtOnce = 100;
 MenuBar::MenuBar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent)
     : QMenuBar(pParent), m_oMenus(oMenus), m_oActions(oActions) {
     m_oSample.addAction(QStringLiteral("X"));
+    // Before anything opens from a title, it is under the pointer or the keyboard's.
+    connect(this, &QMenuBar::hovered, this, [this](QAction* pAction) {
+        for (const Title& oTitle : m_aTitles)
+            if (oTitle.pAction == pAction && !oTitle.sDropDownBand.empty())
+                GiveMenu(pAction, oTitle.sDropDownBand);
+    });
 }
 
 void MenuBar::Show(const Band& oBand) {
@@ -58,8 +64,6 @@ MenuBar::Title MenuBar::TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title
     m_oActions.Follow(oInstance, ActionPlace::Menu, pTitle, false);
     if (bMenuAtOnce)
         GiveMenu(pTitle, sBand);
-    else
-        connect(pTitle, &QAction::hovered, this, [this, pTitle, sBand] { GiveMenu(pTitle, sBand); });
     return {oInstance, sBand, pTitle};
 }
 

@@ -16,7 +16,8 @@ std::string_view View(const xmlChar* sText) {
 }
 
 bool IsNamed(const xmlChar* sName, const std::string& sOther) {
-    return std::strcmp(reinterpret_cast<const char*>(sName), sOther.c_str()) == 0;
+    const char* sHere = reinterpret_cast<const char*>(sName);
+    return *sHere == *sOther.c_str() && std::strcmp(sHere, sOther.c_str()) == 0; // mostly the first letter tells
 }
 
 // Ends the reading of a schema that isn't plain.

@@ -33,10 +33,12 @@ xmlAttrPtr PlainTree::AddAttribute(xmlNodePtr pElement, xmlAttrPtr pLast, const 
 }
 
 void PlainTree::SetValue(xmlAttrPtr pAttribute, std::string_view sValue) {
-    auto* sContent = static_cast<xmlChar*>(m_oMemory.allocate(sValue.size() + 1, 1));
+    // The value stands right behind its node.
+    void* pMemory = m_oMemory.allocate(sizeof(xmlNode) + sValue.size() + 1, alignof(xmlNode));
+    xmlNodePtr pText = new (pMemory) xmlNode{};
+    auto* sContent = reinterpret_cast<xmlChar*>(pText + 1);
     std::memcpy(sContent, sValue.data(), sValue.size());
     sContent[sValue.size()] = 0;
-    xmlNodePtr pText = New<xmlNode>();
     pText->type = XML_TEXT_NODE;
     pText->name = xmlStringText;
     pText->doc = pAttribute->doc;

@@ -39,7 +39,7 @@ private:
         return new (m_oMemory.allocate(sizeof(T), alignof(T))) T{};
     }
 
-    static constexpr std::size_t nFirstBlock = 16 * 1024;
+    static constexpr std::size_t nFirstBlock = 32 * 1024;
     std::pmr::monotonic_buffer_resource m_oMemory{nFirstBlock};
 };
 

@@ -11,10 +11,11 @@ namespace corvane {
 namespace {
 
 xmlAttr* AttributeOf(const xmlNode* pNode, std::string_view sName) {
-    if (pNode->type == XML_ELEMENT_NODE)
+    if (pNode->type == XML_ELEMENT_NODE && !sName.empty())
         for (xmlAttr* pAttribute = pNode->properties; pAttribute; pAttribute = pAttribute->next) {
             const char* sHere = reinterpret_cast<const char*>(pAttribute->name);
-            if (!pAttribute->ns && std::strncmp(sHere, sName.data(), sName.size()) == 0 && !sHere[sName.size()])
+            if (*sHere == sName.front() && !pAttribute->ns && std::strncmp(sHere, sName.data(), sName.size()) == 0 &&
+                !sHere[sName.size()])
                 return pAttribute;
         }
     return nullptr;

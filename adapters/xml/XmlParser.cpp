@@ -23,6 +23,12 @@ bool IsBlank(const xmlChar* sText, int nLength) {
                        [](xmlChar c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
 }
 
+// Without a name libxml2 takes UTF-8 and saves itself a copy of the text, unless the first four bytes look like another
+// encoding, which of a text that is UTF-8 they do only with a zero among them.
+const char* Encoding(std::string_view sText) {
+    return sText.substr(0, 4).find('\0') == std::string_view::npos ? nullptr : "UTF-8";
+}
+
 std::string LimitText(std::size_t nBytes) {
     return std::to_string(nBytes / 1024) + " KiB";
 }
@@ -125,7 +131,7 @@ XmlTree XmlParser::Parse(std::string_view sText, XmlError& oError) {
 XmlTree XmlParser::Read(std::string_view sText, State& oState) {
     m_pContext->_private = &oState;
     XmlTree oTree(
-        xmlCtxtReadMemory(m_pContext, sText.data(), static_cast<int>(sText.size()), nullptr, "UTF-8", nOptions),
+        xmlCtxtReadMemory(m_pContext, sText.data(), static_cast<int>(sText.size()), nullptr, Encoding(sText), nOptions),
         [](xmlDoc* pDocument) {
             if (PlainTree* pPlain = pDocument ? PlainTree::Of(pDocument) : nullptr) {
                 pDocument->children = pDocument->last = nullptr;

@@ -70,11 +70,11 @@ public:
         const RaiseScope oScope(*pSlots);
         const std::size_t nSlots = pSlots->aSlots.size();
         for (std::size_t i = 0; i < nSlots; ++i) {
-            const auto pSlot = pSlots->aSlots[i];
-            if (pSlot->bCancelled)
+            HandlerSlot& oSlot = *pSlots->aSlots[i]; // no slot goes during a raise, though the list may move
+            if (oSlot.bCancelled)
                 continue;
-            const CallScope oCall(*pSlot);
-            pSlot->fnHandler(aArguments...);
+            const CallScope oCall(oSlot);
+            oSlot.fnHandler(aArguments...);
         }
     }
 

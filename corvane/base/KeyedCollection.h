@@ -33,6 +33,8 @@ class __attribute__((visibility("default"))) KeyedCollection final : public virt
 public:
     KeyedCollection() = default;
 
+    // Makes room for so many elements.
+    void Reserve(std::size_t nElements) { m_aSlots.reserve(nElements); }
     void Add(T oValue) { m_aSlots.push_back({std::move(oValue), {}, false, true}); }
     // An empty key is a key like any other. Fails with 457 when the key is present; nothing is added then.
     void Add(T oValue, std::string_view sKey) { AddShared(std::move(oValue), SharedText(sKey)); }

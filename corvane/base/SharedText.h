@@ -13,9 +13,9 @@ namespace corvane {
 class SharedText {
 public:
     SharedText() noexcept = default; // the empty text, which needs no memory
-    SharedText(std::string sText) : m_pHeld(sText.empty() ? nullptr : new Held{std::move(sText)}) {}
-    SharedText(std::string_view sText) : SharedText(std::string(sText)) {}
-    SharedText(const char* sText) : SharedText(std::string(sText)) {}
+    SharedText(std::string sText) : m_pHeld(sText.empty() ? nullptr : new Held(std::move(sText))) {}
+    SharedText(std::string_view sText) : m_pHeld(sText.empty() ? nullptr : new Held(sText)) {}
+    SharedText(const char* sText) : SharedText(std::string_view(sText)) {}
     SharedText(const SharedText& oOther) noexcept : m_pHeld(oOther.m_pHeld) {
         if (m_pHeld)
             ++m_pHeld->nHolders;
@@ -41,7 +41,9 @@ public:
 
 private:
     struct Held {
-        std::string sText;
+        template <class Text>
+        explicit Held(Text&& oText) : sText(std::forward<Text>(oText)) {}
+        const std::string sText;
         std::uint32_t nHolders = 1;
     };
     static const std::string& Empty() noexcept {

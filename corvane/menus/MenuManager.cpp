@@ -48,6 +48,8 @@ void MenuManager::FileDefinitions() {
         for (const auto& oPageDef : oWindowDef->PageDefs())
             if (oPageDef->MenuItemDefs()->Count() > 0)
                 AddMenuItems(oPageDef->MenuItemDefs());
+    m_setMenuKeys = {}; // nothing is filed any more
+    m_setToolbarKeys = {};
 }
 
 void MenuManager::AddServiceProviders() {

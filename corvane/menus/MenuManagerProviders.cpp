@@ -17,6 +17,7 @@ void MenuManager::OnActionsProviderAdd(const Ref<Object>& oActionsProviderObj,
                                        const Ref<IActionsProvider>& oActionsProvider,
                                        const Ref<ActionItemDefCollection>& colActionItemDefs, bool bActivate) try {
     auto colActionItems = New<ActionItemCollection>();
+    colActionItems->Reserve(static_cast<std::size_t>(colActionItemDefs->Count()));
     for (const auto& oActionItemDef : colActionItemDefs) {
         auto oActionItem = New<ActionItem>();
         colActionItems->AddShared(oActionItem, oActionItemDef->SharedName());

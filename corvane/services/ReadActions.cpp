@@ -8,8 +8,10 @@ using CorvaneMain::AtLineOf;
 using CorvaneMain::XMLAttributeText;
 
 void ReadActionItemDefs(const Ref<IXmlNode>& oxmlDefinition, ActionItemDefCollection& colActionItemDefs) {
+    const std::vector<Ref<IXmlNode>> aNodes = oxmlDefinition->SelectNodes("./ActionItems/ActionItem");
+    colActionItemDefs.Reserve(aNodes.size());
     Ref<ActionItemDef> oBefore;
-    for (const auto& oNode : oxmlDefinition->SelectNodes("./ActionItems/ActionItem")) {
+    for (const auto& oNode : aNodes) {
         auto oActionItemDef = New<ActionItemDef>();
         oActionItemDef->Initialize(oNode);
         if (oBefore)
@@ -21,8 +23,10 @@ void ReadActionItemDefs(const Ref<IXmlNode>& oxmlDefinition, ActionItemDefCollec
 
 void ReadMenuItemDefs(const Ref<IXmlNode>& oxmlDefinition, const ActionItemDefCollection& colActionItemDefs,
                       MenuItemDefCollection& colMenuItemDefs, bool bWithKeys) {
+    const std::vector<Ref<IXmlNode>> aNodes = oxmlDefinition->SelectNodes("./Menus/MenuItem");
+    colMenuItemDefs.Reserve(aNodes.size());
     Ref<MenuItemDef> oBefore;
-    for (const auto& oNode : oxmlDefinition->SelectNodes("./Menus/MenuItem")) {
+    for (const auto& oNode : aNodes) {
         auto oMenuItemDef = New<MenuItemDef>();
         oMenuItemDef->Initialize(oNode);
         if (oBefore)

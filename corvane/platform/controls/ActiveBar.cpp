@@ -11,18 +11,14 @@ namespace {
          "There is no position " + std::to_string(lPosition) + " among " + std::to_string(lCount) + " tools");
 }
 
-bool IsBelow(const std::pair<Long, Tool*>& oId, Long lToolId) {
-    return oId.first < lToolId;
-}
-
 } // namespace
 
 const Tool::RareParts Tool::m_oNothingRare;
 
 Tool::Tool(ActiveBar* pBar, Long lToolId, SharedText sName)
-    : m_pBar(pBar), m_sName(std::move(sName)), m_lToolId(lToolId) {}
+    : m_oOwner{.pBar = pBar}, m_sName(std::move(sName)), m_lToolId(lToolId) {}
 
-Tool::Tool(Band* pBand, Ref<Tool> oMaster) : m_pBar(pBand->Owner()), m_pBand(pBand), m_oMaster(std::move(oMaster)) {
+Tool::Tool(Band* pBand, Ref<Tool> oMaster) : m_oOwner{.pBand = pBand}, m_oMaster(std::move(oMaster)) {
     m_pNext = m_oMaster.Get();
     m_pPrevious = m_pNext->m_pPrevious;
     m_pPrevious->m_pNext = this;
@@ -42,24 +38,29 @@ Tool::InstanceRange Tool::Instances() const {
 void Tool::CopyFromMaster() {
     const Tool& oMaster = Master();
     m_sCaption = oMaster.m_sCaption;
-    m_sToolTip = oMaster.m_sToolTip;
     m_sDescription = oMaster.m_sDescription;
-    m_sDropDownBand = oMaster.m_sDropDownBand;
+    if (m_pRare || oMaster.m_pRare) {
+        RareToWrite().sToolTip = oMaster.Rare().sToolTip;
+        RareToWrite().sDropDownBand = oMaster.Rare().sDropDownBand;
+    }
     RaiseChanged(BarChange::What::ToolTexts);
 }
 
 void Tool::Detach(bool bFromBar) {
-    m_pBand = nullptr;
-    if (!bFromBar)
-        return;
-    m_pBar = nullptr;
-    if (m_oMaster)
-        m_oMaster->m_pBar = nullptr; // the master of a host's tool stands in no other list
+    if (IsInstance())
+        m_oOwner.pBand = nullptr;
+    if (bFromBar)
+        Master().m_oOwner.pBar = nullptr; // the master of a host's tool stands in no list that would say so
+}
+
+ActiveBar* Tool::Bar() const {
+    const Band* pBand = OwningBand();
+    return pBand ? pBand->Owner() : Master().m_oOwner.pBar;
 }
 
 void Tool::RaiseChanged(BarChange::What eWhat) {
-    if (m_pBar)
-        m_pBar->Changed.Raise({eWhat, m_pBand, this});
+    if (ActiveBar* pBar = Bar())
+        pBar->Changed.Raise({eWhat, OwningBand(), this});
 }
 
 void Tool::SetText(SharedText& sOld, SharedText sNew) {
@@ -67,6 +68,12 @@ void Tool::SetText(SharedText& sOld, SharedText sNew) {
         return;
     sOld = std::move(sNew);
     RaiseChanged(BarChange::What::ToolTexts);
+}
+
+void Tool::SetRareText(SharedText RareParts::*pText, SharedText sNew) {
+    if (Rare().*pText == sNew)
+        return;
+    SetText(RareToWrite().*pText, std::move(sNew));
 }
 
 void Tool::SetState(bool Tool::*pState, bool bNew) {
@@ -132,21 +139,31 @@ Ref<Tool> ToolCollection::Item(std::string_view sName) const {
     return oTool;
 }
 
+namespace {
+
+std::string_view ToolName(const Tool* pTool) {
+    return pTool->Name();
+}
+
+} // namespace
+
 Ref<Tool> ToolCollection::Find(std::string_view sName) const {
-    const First* pFirst = m_oNames.Find(sName, NameOf);
-    return pFirst ? Ref<Tool>(pFirst->pTool) : Ref<Tool>();
+    Tool* const* ppTool = m_oNames.Find(sName, ToolName);
+    return ppTool ? Ref<Tool>(*ppTool) : Ref<Tool>();
 }
 
 void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
-    if (First* pFirst = m_oNames.Find(oTool->Name(), NameOf)) {
-        pFirst->bAlone = false;
+    if (Tool** ppFirst = m_oNames.Find(oTool->Name(), ToolName)) {
+        (*ppFirst)->m_bHasNamesakes = true;
         if (iPosition < m_aTools.size()) {
-            const auto itFirst = std::find(m_aTools.begin(), m_aTools.end(), Ref<Tool>(pFirst->pTool));
-            if (static_cast<std::size_t>(itFirst - m_aTools.begin()) >= iPosition)
-                pFirst->pTool = oTool.Get();
+            const auto itFirst = std::find(m_aTools.begin(), m_aTools.end(), Ref<Tool>(*ppFirst));
+            if (static_cast<std::size_t>(itFirst - m_aTools.begin()) >= iPosition) {
+                oTool->m_bHasNamesakes = true;
+                *ppFirst = oTool.Get();
+            }
         }
     } else {
-        m_oNames.Add(oTool->Name(), {oTool.Get(), true});
+        m_oNames.Add(oTool->Name(), oTool.Get());
     }
     m_aTools.insert(m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition), std::move(oTool));
 }
@@ -155,18 +172,20 @@ Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
     const auto itTool = m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition);
     Ref<Tool> oTool = *itTool;
     const auto itNext = m_aTools.erase(itTool);
-    First* pFirst = m_oNames.Find(oTool->Name(), NameOf);
-    if (pFirst->pTool != oTool.Get())
+    Tool** ppFirst = m_oNames.Find(oTool->Name(), ToolName);
+    if (*ppFirst != oTool.Get())
         return oTool;
     // All others of that name stand behind the first.
     const auto itOther =
-        pFirst->bAlone ? m_aTools.end() : std::find_if(itNext, m_aTools.end(), [&](const auto& oOther) {
+        !oTool->m_bHasNamesakes ? m_aTools.end() : std::find_if(itNext, m_aTools.end(), [&](const auto& oOther) {
             return EqualText(oOther->Name(), oTool->Name());
         });
-    if (itOther == m_aTools.end())
-        m_oNames.Remove(oTool->Name(), NameOf);
-    else
-        pFirst->pTool = itOther->Get();
+    if (itOther == m_aTools.end()) {
+        m_oNames.Remove(oTool->Name(), ToolName);
+    } else {
+        (*itOther)->m_bHasNamesakes = true;
+        *ppFirst = itOther->Get();
+    }
     return oTool;
 }
 
@@ -182,22 +201,20 @@ void MasterTools::Detach() {
 
 Ref<Tool> MasterTools::Add(Long lToolId, SharedText sName) {
     auto oTool = New<Tool>(m_pBar, lToolId, std::move(sName));
-    if (m_aIds.empty() || m_aIds.back().first < lToolId) {
-        m_aIds.emplace_back(lToolId, oTool.Get()); // as it nearly always is
-    } else {
-        const auto it = std::lower_bound(m_aIds.begin(), m_aIds.end(), lToolId, IsBelow);
-        if (it->first != lToolId)
-            m_aIds.emplace(it, lToolId, oTool.Get());
-    }
+    m_bIdsAscend = m_bIdsAscend && (m_aTools.empty() || m_aTools.back()->ToolId() < lToolId);
     InsertTool(m_aTools.size(), oTool);
     return oTool;
 }
 
 Ref<Tool> MasterTools::Item(Long lToolId) const {
-    const auto it = std::lower_bound(m_aIds.begin(), m_aIds.end(), lToolId, IsBelow);
-    if (it == m_aIds.end() || it->first != lToolId)
+    const auto it = m_bIdsAscend
+                        ? std::lower_bound(m_aTools.begin(), m_aTools.end(), lToolId,
+                                           [](const Ref<Tool>& oTool, Long lId) { return oTool->ToolId() < lId; })
+                        : std::find_if(m_aTools.begin(), m_aTools.end(),
+                                       [&](const Ref<Tool>& oTool) { return oTool->ToolId() == lToolId; });
+    if (it == m_aTools.end() || (*it)->ToolId() != lToolId)
         Fail(FailureNumber::InvalidProcedureCall, "There is no tool " + std::to_string(lToolId));
-    return Ref<Tool>(it->second);
+    return *it;
 }
 
 BandTools::~BandTools() {

@@ -71,7 +71,7 @@ public:
     [[nodiscard]] Tool& Master() { return m_oMaster ? *m_oMaster.Get() : *this; }
     [[nodiscard]] bool IsInstance() const { return static_cast<bool>(m_oMaster); }
     // The band of an instance; a null pointer for a master and for an instance that has been removed.
-    [[nodiscard]] Band* OwningBand() const { return m_pBand; }
+    [[nodiscard]] Band* OwningBand() const { return IsInstance() ? m_oOwner.pBand : nullptr; }
 
     // A master's instances, in order of insertion.
     class InstanceRange;
@@ -79,13 +79,13 @@ public:
 
     [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
     void SetCaption(SharedText sCaption) { SetText(m_sCaption, std::move(sCaption)); }
-    [[nodiscard]] const std::string& ToolTip() const { return m_sToolTip; }
-    void SetToolTip(SharedText sToolTip) { SetText(m_sToolTip, std::move(sToolTip)); }
+    [[nodiscard]] const std::string& ToolTip() const { return Rare().sToolTip; }
+    void SetToolTip(SharedText sToolTip) { SetRareText(&RareParts::sToolTip, std::move(sToolTip)); }
     [[nodiscard]] const std::string& Description() const { return m_sDescription; }
     void SetDescription(SharedText sDescription) { SetText(m_sDescription, std::move(sDescription)); }
     // The name of the band that opens from the tool; empty for none.
-    [[nodiscard]] const std::string& DropDownBand() const { return m_sDropDownBand; }
-    void SetDropDownBand(SharedText sBand) { SetText(m_sDropDownBand, std::move(sBand)); }
+    [[nodiscard]] const std::string& DropDownBand() const { return Rare().sDropDownBand; }
+    void SetDropDownBand(SharedText sBand) { SetRareText(&RareParts::sDropDownBand, std::move(sBand)); }
     [[nodiscard]] bool IsDefaultItem() const { return m_bIsDefaultItem; }
     void SetIsDefaultItem(bool bDefault);
     // Nothing removes the picture of that state.
@@ -121,6 +121,8 @@ public:
 
 private:
     struct RareParts {
+        SharedText sToolTip;
+        SharedText sDropDownBand;
         SharedText sCategory;
         std::vector<std::pair<Long, Ref<Picture>>> aPictures;
         std::vector<Ref<ShortCut>> aShortCuts;
@@ -128,27 +130,33 @@ private:
         Long lHWnd = 0;
     };
 
+    friend class ToolCollection;
+    union Owner {
+        ActiveBar* pBar; // of a master
+        Band* pBand;     // of an instance
+    };
+
+    [[nodiscard]] ActiveBar* Bar() const;
     void SetText(SharedText& sOld, SharedText sNew);
+    void SetRareText(SharedText RareParts::*pText, SharedText sNew);
     void SetState(bool Tool::*pState, bool bNew);
     [[nodiscard]] const RareParts& Rare() const { return m_pRare ? *m_pRare : m_oNothingRare; }
     [[nodiscard]] RareParts& RareToWrite();
     void RaiseChanged(BarChange::What eWhat);
 
     static const RareParts m_oNothingRare;
-    ActiveBar* m_pBar;
-    Band* m_pBand = nullptr;
+    Owner m_oOwner;
     Ref<Tool> m_oMaster;
     Tool* m_pPrevious = this; // a master and its instances form a ring
     Tool* m_pNext = this;
-    SharedText m_sName;
+    SharedText m_sName; // of a master
     SharedText m_sCaption;
-    SharedText m_sToolTip;
     SharedText m_sDescription;
-    SharedText m_sDropDownBand;
     std::unique_ptr<RareParts> m_pRare;
     Ref<Object> m_oTagVariant;
     Long m_lToolId = 0;
-    bool m_bIsDefaultItem = false;
+    bool m_bIsDefaultItem : 1 = false;
+    bool m_bHasNamesakes : 1 = false; // as the first of its name in a collection: whether others have been inserted
     bool m_bChecked = false;
     bool m_bEnabled = true;
     bool m_bVisible = true;
@@ -195,13 +203,7 @@ protected:
     std::vector<Ref<Tool>> m_aTools;
 
 private:
-    struct First {
-        Tool* pTool = nullptr;
-        bool bAlone = true; // no other of that name has been inserted
-    };
-    static std::string_view NameOf(const First& oFirst) { return oFirst.pTool->Name(); }
-
-    TextIndex<First> m_oNames;
+    TextIndex<Tool*> m_oNames; // the first of each name
 };
 
 // The master list.
@@ -218,7 +220,7 @@ public:
 
 private:
     ActiveBar* m_pBar;
-    std::vector<std::pair<Long, Tool*>> m_aIds; // the first of each identifier, in order of the identifiers
+    bool m_bIdsAscend = true; // each identifier is larger than those before it, as the library gives them out
 };
 
 // The instances in a band.
