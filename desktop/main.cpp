@@ -1,4 +1,5 @@
 #include "desktop/Application.h"
+#include "desktop/EndSignals.h"
 #include "desktop/UnwatchedRun.h"
 
 #include <QApplication>
@@ -67,6 +68,7 @@ int main(int argc, char** argv) {
         const int nExit = oRun.Run() && bStarted ? Exit::Clean : Exit::Failed;
         if (bUnwatched)
             return nExit;
+        const EndSignals oEndSignals(&oApplication.Window());
         QApplication::exec();
         return nExit;
     } catch (...) {

@@ -3,6 +3,7 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/EndSignals.h"
 #include "desktop/FailureDialog.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/ApplicationFolder.h"
@@ -15,7 +16,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTest>
 #include <QTimer>
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace corvane::desktop {
@@ -103,6 +106,29 @@ TEST_F(ApplicationTest, ClosingTheWindowUnloadsOnce) {
     oApplication.Window().close();
     oApplication.Window().close();
     EXPECT_EQ(nUnloads, 1);
+    EXPECT_FALSE(oApplication.Window().isVisible());
+    EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
+}
+
+TEST_F(ApplicationTest, SignalsCloseTheWindowAsItsCloseBoxDoes) {
+    Application oApplication({App(), false});
+    ASSERT_TRUE(oApplication.Start());
+    const EndSignals oEndSignals(&oApplication.Window());
+    bool bRefuse = true;
+    int nAsked = 0;
+    const auto oQuery = oApplication.MainForm()->OnQueryUnload.Subscribe([&](bool& bRefused) {
+        bRefused = bRefuse;
+        ++nAsked;
+    });
+    for (const int nSignal : {SIGTERM, SIGHUP, SIGTERM}) {
+        std::raise(nSignal);
+        QTest::qWait(20);
+        EXPECT_TRUE(oApplication.Window().isVisible());
+    }
+    EXPECT_EQ(nAsked, 3);
+    bRefuse = false;
+    std::raise(SIGINT);
+    QTest::qWait(20);
     EXPECT_FALSE(oApplication.Window().isVisible());
     EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
 }
