@@ -163,6 +163,8 @@ std::vector<OpenWindowEntry> MainWindow::OpenWindows() const {
     const Ref<Form> frmActive = m_frmMain->ActiveForm();
     for (const auto& frm : Children())
         aEntries.push_back({QString::fromStdString(frm->Caption()), frm == frmActive, [frm] {
+                                if (!frm->IsLoaded())
+                                    return; // it has gone while the menu was open
                                 if (frm->WindowState() == FormState::Minimized)
                                     frm->SetWindowState(FormState::Normal);
                                 frm->Activate();

@@ -2,6 +2,7 @@
 
 #include "desktop/windows/PageList.h"
 #include "desktop/windows/PagePlace.h"
+#include "desktop/windows/PageTabs.h"
 #include "desktop/windows/WizardSteps.h"
 
 #include <QAbstractButton>
@@ -38,9 +39,9 @@ void ForgetHints(QLayout& oLayout) {
     oLayout.invalidate();
 }
 
-QFrame* NewLine(QWidget* pParent) {
-    auto* pLine = new QFrame(pParent);
-    pLine->setFrameShape(QFrame::HLine);
+QFrame* NewLine(QFrame::Shape eShape) {
+    auto* pLine = new QFrame;
+    pLine->setFrameShape(eShape);
     pLine->setFrameShadow(QFrame::Sunken);
     return pLine;
 }
@@ -72,12 +73,12 @@ PagePlace* WindowBody::NewPlace(const PageRoom& oRoom) {
 }
 
 void WindowBody::SetUpTabs(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll) {
-    m_pTabs = new QTabWidget;
+    m_pTabs = new PageTabs;
     m_pTabs->setDocumentMode(m_oOptions.bIsChild);
     m_pTabs->setUsesScrollButtons(true);
     for (const auto& oRoom : aRooms) {
         const int iTab = m_pTabs->addTab(NewPlace(oRoom), TabText(oRoom.oMark.sCaption));
-        m_pTabs->setTabToolTip(iTab, oRoom.oMark.sCaption);
+        MarkTab(iTab, oRoom.oMark);
     }
     connect(m_pTabs, &QTabWidget::currentChanged, this, [this](int iPage) {
         if (!m_bFollows)
@@ -120,9 +121,10 @@ void WindowBody::SetUpSteps(const std::vector<PageRoom>& aRooms, QBoxLayout* pAl
     auto* pSides = new QHBoxLayout;
     pSides->setSpacing(0);
     pSides->addWidget(m_pSteps);
+    pSides->addWidget(NewLine(QFrame::VLine));
     pSides->addLayout(pRight, 1);
     pAll->addLayout(pSides, 1);
-    pAll->addWidget(NewLine(this));
+    pAll->addWidget(NewLine(QFrame::HLine));
     if (!m_aMarks.empty())
         ShowHeading(m_aMarks.front());
 }
@@ -177,8 +179,6 @@ void WindowBody::SetUpCommands(QBoxLayout* pAll) {
     m_pFoot = new QWidget;
     auto* pFoot = new QVBoxLayout(m_pFoot);
     pFoot->addWidget(m_pCommands);
-    if (m_oOptions.bIsChild && m_oOptions.eType != WindowTypeConstants::cvWizard)
-        pAll->addWidget(NewLine(m_pFoot));
     pAll->addWidget(m_pFoot);
     m_pFoot->setVisible(m_oOptions.bWithCommands);
     connect(m_pCommands, &CommandRow::Chosen, this, &WindowBody::CommandChosen);
@@ -208,9 +208,11 @@ QSize WindowBody::NonPageSize() {
     };
     ensurePolished();
     fnPretend(oMeasure);
-    const QSize oWhole = sizeHint();
+    QSize oNonPage = sizeHint() - oMeasure;
+    if (m_pTabs) // whose own hint is a rough one
+        oNonPage = sizeHint() - m_pTabs->sizeHint() + m_pTabs->NonPageSize();
     fnPretend(QSize());
-    return oWhole - oMeasure;
+    return oNonPage;
 }
 
 void WindowBody::ShowPage(int iPage) {
@@ -243,8 +245,11 @@ void WindowBody::MarkPage(int iPage, const PageMark& oMark) {
         m_pSteps->SetStep(iPage, oMark);
     if (m_pList)
         m_pList->SetPage(iPage, oMark);
-    if (!m_pTabs)
-        return;
+    if (m_pTabs)
+        MarkTab(iPage, oMark);
+}
+
+void WindowBody::MarkTab(int iPage, const PageMark& oMark) {
     const QString sRemark = oMark.Remark();
     m_pTabs->setTabIcon(
         iPage, sRemark.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, m_pTabs));

@@ -11,12 +11,12 @@
 class QBoxLayout;
 class QLabel;
 class QStackedWidget;
-class QTabWidget;
 
 namespace corvane::desktop {
 
 class PageList;
 class PagePlace;
+class PageTabs;
 class WizardSteps;
 
 struct BodyOptions {
@@ -68,12 +68,13 @@ private:
     void SetUpSinglePage(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
     void SetUpCommands(QBoxLayout* pAll);
     PagePlace* NewPlace(const PageRoom& oRoom);
+    void MarkTab(int iPage, const PageMark& oMark);
     void ShowHeading(const PageMark& oMark);
     bool ChoosesByKey(const class QKeyEvent& oEvent);
 
     BodyOptions m_oOptions;
     std::vector<PagePlace*> m_aPlaces;
-    QTabWidget* m_pTabs = nullptr;      // with several pages that aren't steps
+    PageTabs* m_pTabs = nullptr;        // with several pages that aren't steps
     QStackedWidget* m_pStack = nullptr; // otherwise
     WizardSteps* m_pSteps = nullptr;    // of a wizard
     PageList* m_pList = nullptr;

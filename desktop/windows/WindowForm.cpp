@@ -20,6 +20,7 @@ WindowForm::WindowForm(std::shared_ptr<const WindowHost> pHost, WindowTypeConsta
 }
 
 WindowForm::~WindowForm() {
+    DropFrame();
     m_pHost->oMessages->UnregisterWindow(m_lHWnd);
 }
 
@@ -40,6 +41,8 @@ void WindowForm::Initialize(const Ref<IWindowFormController>& oWindowFormControl
     ShowState();
     // Behind the window's own subscription: the window is active before its page is.
     m_aSubscriptions.push_back(OnActivate.Subscribe([this] {
+        if (!m_pFrame)
+            return;
         m_bIsActive = true;
         m_pFrame->BringToFront();
         ActivateFront();
@@ -164,6 +167,7 @@ void WindowForm::Shown() {
     if (bFirst)
         PlaceFirst();
     m_pFrame->Show(IsModal(), WindowState());
+    FrameMoved();
     if (bFirst && !m_aSlots.empty())
         m_aSlots[static_cast<std::size_t>(m_iFront)]->Focus();
 }
@@ -187,16 +191,27 @@ void WindowForm::PlaceFirst() {
     const QRect oRoom = m_pFrame->Room();
     MinMaxInfo oInfo;
     m_pHost->oMessages->SendMessage(m_lHWnd, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&oInfo));
+    const int nBeside = std::max(m_pFrame->Surround().height(), 8); // a title bar
     const QSize oMinimum(oInfo.oMinTrackSize.lX, oInfo.oMinTrackSize.lY);
     m_pFrame->SetMinimum(oMinimum.boundedTo(oRoom.size()));
     oPlace.setSize(oPlace.size().expandedTo(oMinimum).boundedTo(oRoom.size()));
     oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), std::max(oRoom.left(), oRoom.right() + 1 - oPlace.width())),
                   std::clamp(oPlace.top(), oRoom.top(), std::max(oRoom.top(), oRoom.bottom() + 1 - oPlace.height())));
+    while (MDIChild() && IsCornerTaken(oPlace.topLeft()) && oRoom.contains(oPlace.translated(nBeside, nBeside)))
+        oPlace.translate(nBeside, nBeside);
     m_pFrame->Place(oPlace);
     const bool bAnyResizable = std::any_of(m_aSlots.begin(), m_aSlots.end(),
                                            [](const auto& oSlot) { return oSlot->PageDef()->IsResizable(); });
     if (!MDIChild() && !bAnyResizable && !m_aSlots.empty())
         m_pFrame->Fix(oPlace.size());
+}
+
+bool WindowForm::IsCornerTaken(const QPoint& oCorner) const {
+    const auto aForms = Application()->Forms();
+    return std::any_of(aForms.begin(), aForms.end(), [&](const Ref<Form>& frm) {
+        return frm.Get() != this && frm->MDIChild() && frm->Visible() && PixelsX(frm->Left()) == oCorner.x() &&
+               PixelsY(frm->Top()) == oCorner.y();
+    });
 }
 
 void WindowForm::FrameMoved() {
@@ -296,7 +311,7 @@ void WindowForm::Unloaded() {
         m_pLoop->quit();
     m_pHost->oMessages->SendMessage(m_lHWnd, WindowMessage::Close, 0, 0); // takes the minimum size away
     m_pHost->oMessages->UnregisterWindow(m_lHWnd);
-    m_pFrame.reset();
+    DropFrame();
     m_aSlots.clear();
     const Ref<IWindowFormController> oController = std::move(m_oController);
     try {
@@ -307,6 +322,14 @@ void WindowForm::Unloaded() {
         throw;
     }
     ActivateNext();
+}
+
+// Its widgets stay until the event loop turns, and what they may still say isn't heard.
+void WindowForm::DropFrame() {
+    if (m_pBody)
+        m_pBody->disconnect();
+    m_pBody = nullptr;
+    m_pFrame.reset();
 }
 
 // Of the forms that can be seen, the one that was active last.

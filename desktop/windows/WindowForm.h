@@ -72,8 +72,10 @@ private:
     void Shown();
     void PlaceFirst();
     [[nodiscard]] QRect RectOfModel() const;
+    [[nodiscard]] bool IsCornerTaken(const QPoint& oCorner) const;
     void FrameMoved();
     void Unloaded();
+    void DropFrame();
     void ActivateNext();
     void RunModalLoop();
     void QueryUnload(bool& bRefused);

@@ -6,6 +6,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -13,75 +14,78 @@ namespace corvane::desktop {
 
 namespace {
 
-using Listeners = WindowFrame::Listeners;
+constexpr QSize oProbe(1000, 1000); // larger than what a frame needs for itself
+
+// A frame's widget outlives the frame by a turn of the event loop, and then nobody listens any more.
+using Ears = std::shared_ptr<WindowFrame::Ears>;
 
 class ChildFrame final : public QMdiSubWindow {
 public:
-    explicit ChildFrame(Listeners oListeners) : m_oListeners(std::move(oListeners)) {
+    explicit ChildFrame(Ears pEars) : m_pEars(std::move(pEars)) {
         setAttribute(Qt::WA_DeleteOnClose, false);
         // The main window has the keys of its children itself.
         for (QAction* pAction : systemMenu()->actions())
             pAction->setShortcuts({});
         connect(this, &QMdiSubWindow::windowStateChanged, this, [this](Qt::WindowStates eOld, Qt::WindowStates eNew) {
             if ((eNew & ~eOld) & Qt::WindowActive)
-                m_oListeners.fnActivated();
+                m_pEars->Tell(&WindowFrame::Listeners::fnActivated);
             if ((eNew ^ eOld) & ~Qt::WindowStates(Qt::WindowActive))
-                m_oListeners.fnPlaced();
+                m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
         });
     }
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override {
         pEvent->ignore();
-        m_oListeners.fnCloseRequested();
+        m_pEars->Tell(&WindowFrame::Listeners::fnCloseRequested);
     }
     void moveEvent(QMoveEvent* pEvent) override {
         QMdiSubWindow::moveEvent(pEvent);
-        m_oListeners.fnPlaced();
+        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
     }
     void resizeEvent(QResizeEvent* pEvent) override {
         QMdiSubWindow::resizeEvent(pEvent);
-        m_oListeners.fnPlaced();
+        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
     }
 
 private:
-    Listeners m_oListeners;
+    Ears m_pEars;
 };
 
 class DialogFrame final : public QDialog {
 public:
-    DialogFrame(Listeners oListeners, QWidget* pOwner, Qt::WindowFlags eFlags)
-        : QDialog(pOwner, eFlags), m_oListeners(std::move(oListeners)) {}
+    DialogFrame(Ears pEars, QWidget* pOwner, Qt::WindowFlags eFlags)
+        : QDialog(pOwner, eFlags), m_pEars(std::move(pEars)) {}
     // The escape key and the close box.
-    void reject() override { m_oListeners.fnCloseRequested(); }
+    void reject() override { m_pEars->Tell(&WindowFrame::Listeners::fnCloseRequested); }
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override {
         pEvent->ignore();
-        m_oListeners.fnCloseRequested();
+        m_pEars->Tell(&WindowFrame::Listeners::fnCloseRequested);
     }
     void moveEvent(QMoveEvent* pEvent) override {
         QDialog::moveEvent(pEvent);
-        m_oListeners.fnPlaced();
+        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
     }
     void resizeEvent(QResizeEvent* pEvent) override {
         QDialog::resizeEvent(pEvent);
-        m_oListeners.fnPlaced();
+        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
     }
     void changeEvent(QEvent* pEvent) override {
         QDialog::changeEvent(pEvent);
         if (pEvent->type() == QEvent::WindowStateChange)
-            m_oListeners.fnPlaced();
+            m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
     }
     bool event(QEvent* pEvent) override {
         const bool bDone = QDialog::event(pEvent);
         if (pEvent->type() == QEvent::WindowActivate)
-            m_oListeners.fnActivated();
+            m_pEars->Tell(&WindowFrame::Listeners::fnActivated);
         return bDone;
     }
 
 private:
-    Listeners m_oListeners;
+    Ears m_pEars;
 };
 
 Qt::WindowStates StatesOf(FormState eState) {
@@ -93,9 +97,19 @@ Qt::WindowStates StatesOf(FormState eState) {
 } // namespace
 
 WindowFrame::WindowFrame(QMdiArea* pArea, QWidget* pOwner, QWidget* pBody, bool bWithStateButtons, Listeners oListeners)
-    : m_pArea(pArea), m_pOwner(pOwner), m_pBody(pBody) {
+    : m_pEars(std::make_shared<WindowFrame::Ears>(std::move(oListeners))), m_pArea(pArea), m_pOwner(pOwner) {
     if (pArea) {
-        m_pChild = new ChildFrame(std::move(oListeners));
+        m_pChild = new ChildFrame(m_pEars);
+        const QIcon oIcon = pOwner ? pOwner->windowIcon() : QIcon();
+        m_pChild->setWindowIcon(oIcon.isNull() ? m_pChild->style()->standardIcon(QStyle::SP_FileIcon) : oIcon);
+        m_pChild->setParent(pArea->viewport(), m_pChild->windowFlags()); // without one it has no title bar
+        auto* pProbe = new QWidget;
+        pProbe->setFixedSize(oProbe);
+        m_pChild->setWidget(pProbe);
+        m_pChild->ensurePolished();
+        m_oSurround = m_pChild->sizeHint() - oProbe;
+        m_pChild->setWidget(nullptr);
+        delete pProbe;
         m_pChild->setWidget(pBody);
         m_pWidget = m_pChild;
         return;
@@ -103,7 +117,7 @@ WindowFrame::WindowFrame(QMdiArea* pArea, QWidget* pOwner, QWidget* pBody, bool 
     Qt::WindowFlags eFlags = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     if (bWithStateButtons)
         eFlags |= Qt::WindowMinMaxButtonsHint;
-    m_pDialog = new DialogFrame(std::move(oListeners), pOwner, eFlags);
+    m_pDialog = new DialogFrame(m_pEars, pOwner, eFlags);
     auto* pLayout = new QVBoxLayout(m_pDialog);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(pBody);
@@ -111,6 +125,7 @@ WindowFrame::WindowFrame(QMdiArea* pArea, QWidget* pOwner, QWidget* pBody, bool 
 }
 
 WindowFrame::~WindowFrame() {
+    m_pEars->bClosed = true;
     if (!m_pWidget)
         return;
     m_pWidget->hide();
@@ -120,7 +135,7 @@ WindowFrame::~WindowFrame() {
 void WindowFrame::Show(bool bModal, FormState eState) {
     if (!m_pWidget)
         return;
-    if (m_pChild && m_pArea && !m_pChild->parentWidget()) {
+    if (m_pChild && m_pArea && !std::exchange(m_bIsAdded, true)) {
         const QRect oPlace = m_pChild->geometry(); // the area would choose a place of its own
         m_pArea->addSubWindow(m_pChild);
         m_pChild->setGeometry(oPlace);
@@ -140,7 +155,7 @@ void WindowFrame::Hide() {
 
 void WindowFrame::BringToFront() {
     if (m_pChild && m_pArea) {
-        if (m_pChild->parentWidget() && m_pArea->activeSubWindow() != m_pChild)
+        if (m_bIsAdded && m_pArea->activeSubWindow() != m_pChild)
             m_pArea->setActiveSubWindow(m_pChild);
         if (m_pChild->window()->isVisible() && !m_pChild->window()->isActiveWindow())
             m_pChild->window()->activateWindow();
@@ -207,13 +222,6 @@ void WindowFrame::SetMinimum(const QSize& oSize) {
 void WindowFrame::Fix(const QSize& oSize) {
     if (m_pWidget)
         m_pWidget->setFixedSize(oSize);
-}
-
-QSize WindowFrame::Surround() const {
-    if (!m_pChild || !m_pBody)
-        return {0, 0};
-    m_pChild->ensurePolished();
-    return m_pChild->sizeHint() - m_pBody->sizeHint().expandedTo(m_pBody->minimumSizeHint());
 }
 
 QRect WindowFrame::Room() const {

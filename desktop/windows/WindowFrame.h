@@ -8,6 +8,8 @@
 #include <QRect>
 #include <QWidget>
 #include <functional>
+#include <memory>
+#include <utility>
 
 class QDialog;
 class QMdiArea;
@@ -21,6 +23,16 @@ public:
         std::function<void()> fnCloseRequested;
         std::function<void()> fnActivated;
         std::function<void()> fnPlaced; // moved, resized, or its state has changed
+    };
+
+    struct Ears {
+        explicit Ears(Listeners o) : oListeners(std::move(o)) {}
+        void Tell(std::function<void()> Listeners::*fnWhat) const {
+            if (!bClosed)
+                (oListeners.*fnWhat)();
+        }
+        Listeners oListeners;
+        bool bClosed = false;
     };
 
     // A child of the area for pArea, else a window that stays above pOwner.
@@ -45,19 +57,21 @@ public:
     void SetMinimum(const QSize& oSize);
     void Fix(const QSize& oSize); // no other size from now on
     // What the frame adds to its body.
-    [[nodiscard]] QSize Surround() const;
+    [[nodiscard]] QSize Surround() const { return m_oSurround; }
     // The room there is for it.
     [[nodiscard]] QRect Room() const;
 
 private:
     [[nodiscard]] QPoint Corner() const;
 
+    std::shared_ptr<Ears> m_pEars;
     QPointer<QMdiArea> m_pArea;
     QPointer<QWidget> m_pOwner;
     QPointer<QMdiSubWindow> m_pChild;
     QPointer<QDialog> m_pDialog;
     QPointer<QWidget> m_pWidget; // one of the two
-    QPointer<QWidget> m_pBody;
+    QSize m_oSurround{0, 0};
+    bool m_bIsAdded = false; // to the area, with the first Show
 };
 
 } // namespace corvane::desktop

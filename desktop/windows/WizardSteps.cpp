@@ -9,7 +9,14 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nCharactersWide = 26;
+constexpr int nCharactersWide = 28;
+
+// Takes the room of a sign, so that the texts stand below one another.
+QIcon NoSign(const QSize& oSize) {
+    QPixmap oNothing(oSize);
+    oNothing.fill(Qt::transparent);
+    return oNothing;
+}
 
 } // namespace
 
@@ -29,7 +36,12 @@ WizardSteps::WizardSteps(QWidget* pParent) : QListWidget(pParent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setSelectionMode(QAbstractItemView::SingleSelection);
-    setSpacing(2);
+    viewport()->setAutoFillBackground(false);
+    setSpacing(fontMetrics().height() / 6);
+    const int nSign = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    setIconSize({nSign, nSign});
+    const int nMargin = fontMetrics().height() / 3;
+    setViewportMargins(nMargin, nMargin, nMargin, nMargin);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Expanding);
     connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* pItem) { Q_EMIT StepChosen(row(pItem)); });
     connect(this, &QListWidget::itemActivated, this, [this](QListWidgetItem* pItem) { Q_EMIT StepChosen(row(pItem)); });
@@ -56,7 +68,7 @@ void WizardSteps::SetStep(int iStep, const PageMark& oMark) {
     else if (oMark.bIsDone)
         eSign = QStyle::SP_DialogApplyButton;
     pItem->setText(sText);
-    pItem->setIcon(eSign == QStyle::SP_CustomBase ? QIcon() : style()->standardIcon(eSign, nullptr, this));
+    pItem->setIcon(eSign == QStyle::SP_CustomBase ? NoSign(iconSize()) : style()->standardIcon(eSign, nullptr, this));
     pItem->setToolTip(oMark.Remark());
     pItem->setData(Qt::AccessibleDescriptionRole, oMark.Remark());
     pItem->setFlags(oMark.bIsReachable ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags);
@@ -68,8 +80,8 @@ void WizardSteps::SetCurrentStep(int iStep) {
         oFont.setBold(i == iStep);
         item(i)->setFont(oFont);
     }
-    m_iCurrent = iStep;
     setCurrentRow(iStep);
+    doItemsLayout(); // a bold text may need another line
 }
 
 } // namespace corvane::desktop

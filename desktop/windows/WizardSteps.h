@@ -20,9 +20,6 @@ public:
 
 Q_SIGNALS:
     void StepChosen(int iStep);
-
-private:
-    int m_iCurrent = 0;
 };
 
 } // namespace corvane::desktop

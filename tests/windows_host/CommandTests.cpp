@@ -1,8 +1,7 @@
-// What the commands of each kind of window do.
+// What the commands of each kind of window do, by button, by key and by code.
 #include "tests/windows_host/HostRoom.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -11,20 +10,170 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-TEST_F(HostRoom, WindowOpensAmongTheMainWindowsChildrenInTheOrderOfTheRealForm) {
-    Define("W", "Type='Window'", "A B");
+constexpr const char* sDialog = "Type='Dialog' IsMDIChild='false'";
+constexpr const char* sWizard = "Type='Wizard' IsMDIChild='false'";
+
+struct CommandCase {
+    const char* sWhat;
+    const char* sAttributes;
+    const char* sPages;
+    const char* sEntered; // PAGE=TEXT, separated by blanks
+    const char* sCommands;
+    Command eClick;
+    const char* sHeard;
+    bool bOpenAfterwards;
+    const char* sAnswer = nullptr; // to the question about changes
+};
+
+class CommandOfWindow : public HostRoom, public ::testing::WithParamInterface<CommandCase> {};
+
+TEST_P(CommandOfWindow, ActsOnTheStateThatTheButtonsShow) {
+    const CommandCase& oCase = GetParam();
+    // The button and the code act alike.
+    for (const bool bByCode : {false, true}) {
+        SCOPED_TRACE(bByCode ? "by code" : "by the button");
+        if (!m_pApplication) {
+            Define("W", oCase.sAttributes, oCase.sPages);
+            Start();
+        }
+        const auto oWindow = Open("W");
+        for (const QString& sEntry : QString(oCase.sEntered).split(' ', Qt::SkipEmptyParts))
+            Page(sEntry.section('=', 0, 0).toStdString()).Enter(sEntry.section('=', 1).toStdString());
+        EXPECT_EQ(Commands(), oCase.sCommands);
+        m_pHeard->Take();
+        if (oCase.sAnswer)
+            m_pApplication->Dialogs().AddAnswer(oCase.sAnswer);
+        if (bByCode)
+            oWindow->ClickCommand(oCase.eClick);
+        else if (QPushButton* pButton = Button(oCase.eClick))
+            pButton->click();
+        EXPECT_EQ(m_pHeard->Take(), oCase.sHeard);
+        EXPECT_EQ(LastForm()->IsLoaded(), oCase.bOpenAfterwards);
+        EXPECT_EQ(m_pApplication->Failures().ShownCount(), 0);
+        if (LastForm()->IsLoaded()) {
+            m_pApplication->Dialogs().AddAnswer("Discard");
+            LastForm()->Unload();
+            (void)m_pApplication->Dialogs().TakeAnswer();
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, CommandOfWindow,
+    ::testing::Values(CommandCase{"DialogWithoutChanges", sDialog, "A B", "", "OK* -Apply Cancel", Command::cvOK,
+                                  "A.Click1 B.Click1 A.Deactivate A.Terminate B.Terminate exit(done)", false},
+                      CommandCase{"OkSavesWhatHasChanged", sDialog, "A B", "A=new", "OK* Apply Cancel", Command::cvOK,
+                                  "A.Click1 B.Click1 A.Save A.Deactivate A.Terminate B.Terminate exit(done)", false},
+                      CommandCase{"ApplySavesAndStays", sDialog, "A B", "A=new B=new", "OK* Apply Cancel",
+                                  Command::cvApply, "A.Click3 B.Click3 A.Save B.Save", true},
+                      CommandCase{"NothingIsDoneWhileAPageIsInvalid", sDialog, "A B", "A=new B=", "-OK* -Apply Cancel",
+                                  Command::cvOK, "", true},
+                      CommandCase{"DisabledApply", sDialog, "A", "", "OK* -Apply Cancel", Command::cvApply, "", true},
+                      CommandCase{"CancelWithoutChangesAsksNothing", sDialog, "A", "", "OK* -Apply Cancel",
+                                  Command::cvCancel, "A.Click2 A.Deactivate A.Terminate exit(cancelled)", false},
+                      CommandCase{"CancelThatIsTakenBack", sDialog, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
+                                  "", true, "Stay"},
+                      CommandCase{"CancelThatDiscards", sDialog, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
+                                  "A.Click2 A.Deactivate A.Terminate exit(cancelled)", false, "Discard"},
+                      CommandCase{"CancelThatSaves", sDialog, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
+                                  "A.Save A.Deactivate A.Terminate exit(done)", false, "Save"},
+                      CommandCase{"WithoutApply", "Type='Dialog' IsMDIChild='false' IsApplyCommandShown='false'", "A",
+                                  "A=new", "OK* Cancel", Command::cvApply, "", true},
+                      CommandCase{"ChildWithoutChangesHasNoCommands", "Type='Window'", "A", "", "", Command::cvOK,
+                                  "A.Click1 A.Deactivate A.Terminate exit(done)", false},
+                      CommandCase{"ChildGetsThemWithTheFirstChange", "Type='Window'", "A", "A=new", "OK* Apply Cancel",
+                                  Command::cvApply, "A.Click3 A.Save", true},
+                      CommandCase{"SaveDialogSavesAll", "Type='SaveDialog' IsMDIChild='false'", "A B", "",
+                                  "Save* Save As… Cancel", Command::cvSave,
+                                  "A.Click1 B.Click1 A.Save B.Save A.Deactivate A.Terminate B.Terminate exit(done)",
+                                  false},
+                      CommandCase{"SaveAsTellsThePagesAndEndsToo", "Type='SaveDialog' IsMDIChild='false'", "A", "",
+                                  "Save* Save As… Cancel", Command::cvSaveAs,
+                                  "A.Click3 A.Save A.Deactivate A.Terminate exit(done)", false},
+                      CommandCase{"NextGoesOn", sWizard, "A B", "", "-Previous Next* Finish Cancel", Command::cvNext,
+                                  "A.Click5 A.Deactivate B.NewWidget B.Activate", true},
+                      CommandCase{"NextNeedsAValidStep", sWizard, "A B", "A=", "-Previous -Next* -Finish Cancel",
+                                  Command::cvNext, "", true},
+                      CommandCase{"FinishNeedsTheStepsToCome", sWizard, "A B", "B=", "-Previous Next* -Finish Cancel",
+                                  Command::cvFinish, "", true},
+                      CommandCase{"FinishEarlyLeavesOutWhatIsOptional", sWizard, "A B?", "",
+                                  "-Previous Next* Finish Cancel", Command::cvFinish,
+                                  "A.Click1 B.Click1 A.Save A.Deactivate A.Terminate B.Terminate exit(done)", false},
+                      CommandCase{"WizardWithABrokenStepDoesNotFinish", sWizard, "A None", "",
+                                  "-Previous Next* -Finish Cancel", Command::cvFinish, "", true},
+                      CommandCase{"BrokenPageOfADialogIsPassedOver", sDialog, "None A", "", "OK* -Apply Cancel",
+                                  Command::cvOK, "A.Click1 A.Terminate exit(done)", false}),
+    [](const auto& oInfo) { return oInfo.param.sWhat; });
+
+TEST_F(HostRoom, WizardGoesForwardAndBackAndItsLastStepFinishes) {
+    Define("W", sWizard, "A B? C");
     Start();
-    const auto oWindow = Open("W", "k");
-    EXPECT_EQ(m_pHeard->Take(), "A.Initialize B.Initialize A.NewWidget A.Activate");
-    EXPECT_EQ(m_pApplication->Window().Area().subWindowList().size(), 1);
-    EXPECT_TRUE(LastForm()->Frame()->isVisible());
-    EXPECT_EQ(m_pApplication->Window().Area().activeSubWindow()->widget(), LastForm()->Body());
-    EXPECT_EQ(Commands(), "") << "nothing can be saved yet";
-    oWindow->SetActivePageIndex(1);
-    EXPECT_EQ(m_pHeard->Take(), "A.Deactivate B.NewWidget B.Activate");
-    oWindow->Terminate();
-    EXPECT_EQ(m_pHeard->Take(), "B.Deactivate A.Terminate B.Terminate exit(cancelled)");
-    EXPECT_EQ(Manager().Windows()->Count(), 0);
+    const auto oWindow = Open("W");
+    Page("C").Enter("");
+    oWindow->SetActivePageIndex(2);
+    EXPECT_EQ(oWindow->ActivePageIndex(), 2) << "nothing before it holds it back";
+    EXPECT_EQ(Commands(), "Previous -Next -Finish* Cancel");
+    Page("C").Enter("x");
+    EXPECT_EQ(Commands(), "Previous -Next Finish* Cancel");
+    oWindow->ClickCommand(Command::cvPrevious);
+    Page("B").Enter(""); // something has been entered, so that it isn't skipped in silence
+    EXPECT_EQ(Commands(), "Previous -Next* -Finish Cancel");
+    oWindow->SetActivePageIndex(2);
+    EXPECT_EQ(oWindow->ActivePageIndex(), 1);
+    Page("B").Enter("old");
+    m_pHeard->Take();
+    oWindow->ClickCommand(Command::cvPrevious);
+    EXPECT_EQ(m_pHeard->Take(), "B.Click4 B.Deactivate A.Activate");
+    EXPECT_THROW(oWindow->SetActivePageIndex(3), Failure);
+}
+
+TEST_F(HostRoom, KeysChooseTheDefaultCommandCancelAndHelp) {
+    Define("D", sDialog, "A");
+    Start();
+    (void)Open("D");
+    QTest::keyClick(LastForm()->Body()->findChild<QLineEdit*>(), Qt::Key_Return);
+    EXPECT_FALSE(LastForm()->IsLoaded());
+    (void)Open("D");
+    QTest::keyClick(LastForm()->Body()->findChild<QLineEdit*>(), Qt::Key_Escape);
+    EXPECT_FALSE(LastForm()->IsLoaded());
+    EXPECT_EQ(m_pHeard->Take().find("exit(done)") != std::string::npos, true);
+}
+
+TEST_F(HostRoom, CodeHoldsCommandsBackAndMarksAWindowAsChanged) {
+    Define("D", sDialog, "A");
+    Start();
+    const auto oWindow = Open("D");
+    oWindow->SetIsCommandEnabled(Command::cvOK, false);
+    EXPECT_EQ(Commands(), "-OK* -Apply Cancel");
+    EXPECT_FALSE(oWindow->CanBeSaved());
+    oWindow->SetIsCommandEnabled(Command::cvOK, true);
+    oWindow->SetIsCommandEnabled(Command::cvApply, true);
+    EXPECT_EQ(Commands(), "OK* Apply Cancel");
+    EXPECT_TRUE(oWindow->CanBeSaved());
+    m_pHeard->Take();
+    oWindow->Save();
+    EXPECT_EQ(m_pHeard->Take(), "A.Save");
+    EXPECT_EQ(Commands(), "OK* -Apply Cancel");
+    Page("A").Enter("");
+    oWindow->SetIsCommandEnabled(Command::cvApply, true);
+    EXPECT_EQ(Commands(), "-OK* -Apply Cancel") << "an invalid page can't be overruled";
+}
+
+TEST_F(HostRoom, FailingSaveIsShownAndKeepsTheWindowWithThePageInFront) {
+    Define("D", sDialog, "A B.Save");
+    Start();
+    const auto oWindow = Open("D");
+    Page("A").Enter("new");
+    Page("B").Enter("new");
+    m_pHeard->Take();
+    oWindow->ClickCommand(Command::cvOK);
+    EXPECT_EQ(m_pHeard->Take(), "A.Click1 B.Click1 A.Save B.Save A.Deactivate B.NewWidget B.Activate");
+    EXPECT_EQ(m_pApplication->Failures().ShownCount(), 1);
+    EXPECT_TRUE(LastForm()->IsLoaded());
+    EXPECT_THROW(oWindow->Save(), Failure) << "code hears of it";
+    Page("B").sFailsIn.clear();
+    oWindow->ClickCommand(Command::cvOK);
+    EXPECT_FALSE(LastForm()->IsLoaded());
 }
 
 } // namespace

@@ -1,0 +1,20 @@
+// The tabs of a window's pages; they know how much of them isn't page.
+#pragma once
+
+#include <QStyle>
+#include <QStyleOptionTabWidgetFrame>
+#include <QTabWidget>
+
+namespace corvane::desktop {
+
+class PageTabs final : public QTabWidget {
+public:
+    [[nodiscard]] QSize NonPageSize() const {
+        QStyleOptionTabWidgetFrame oOption;
+        initStyleOption(&oOption);
+        oOption.rect = QRect(0, 0, 1000, 1000);
+        return oOption.rect.size() - style()->subElementRect(QStyle::SE_TabWidgetTabContents, &oOption, this).size();
+    }
+};
+
+} // namespace corvane::desktop
