@@ -188,8 +188,11 @@ bool WindowBody::AreCommandsShown() const {
     return !m_pFoot->isHidden();
 }
 
-void WindowBody::ShowCommands() {
+int WindowBody::ShowCommands() {
+    if (AreCommandsShown())
+        return 0;
     m_pFoot->show();
+    return m_pFoot->sizeHint().height();
 }
 
 QSize WindowBody::NonPageSize() {

@@ -41,7 +41,8 @@ public:
     [[nodiscard]] PagePlace& Place(int iPage) const { return *m_aPlaces[static_cast<std::size_t>(iPage)]; }
     [[nodiscard]] CommandRow& Commands() { return *m_pCommands; }
     [[nodiscard]] bool AreCommandsShown() const;
-    void ShowCommands();
+    // How much higher that makes the body, in pixels.
+    int ShowCommands();
     // What of the body isn't page, in pixels.
     [[nodiscard]] QSize NonPageSize();
     [[nodiscard]] int CurrentPage() const { return m_iCurrent; }

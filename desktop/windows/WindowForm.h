@@ -89,6 +89,7 @@ private:
     void EndPages();
     void AskAll();
     void ShowState();
+    void ShowCommands();
     [[nodiscard]] bool IsReachable(int iPage) const;
 
     // WindowFormCommands.cpp: commands.
@@ -101,6 +102,7 @@ private:
     void Do(Command eCommand);
     void Step(int nBy, Command eCommand);
     bool TellPages(Command eCommand);
+    void DoHelp();
     void DoCancel();
     bool SavePages();
     bool FailsIn(int iPage, const std::function<void()>& fnAct);

@@ -104,7 +104,7 @@ void WindowForm::ClickCommand(Command eStandardCommand) {
 void WindowForm::Do(Command eCommand) {
     switch (eCommand) {
     case Command::cvHelp:
-        m_pHost->fnHelp(m_aSlots[static_cast<std::size_t>(m_iFront)]->HelpTopic());
+        DoHelp();
         break;
     case Command::cvCancel:
         DoCancel();
@@ -124,6 +124,12 @@ void WindowForm::Do(Command eCommand) {
             Close(false);
         break;
     }
+}
+
+void WindowForm::DoHelp() {
+    const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
+    if (!oSlot->IsUsable() || !FailsIn(m_iFront, [&] { oSlot->Page()->CommandClick(Command::cvHelp); }))
+        m_pHost->fnHelp(oSlot->HelpTopic());
 }
 
 void WindowForm::DoCancel() {

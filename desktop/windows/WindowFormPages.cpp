@@ -87,6 +87,15 @@ bool WindowForm::IsReachable(int iPage) const {
     return true;
 }
 
+// The page keeps its size where there is room.
+void WindowForm::ShowCommands() {
+    const int nHeight = m_pBody->ShowCommands();
+    const QRect oPlace = m_pFrame->PlaceNow();
+    if (nHeight > 0 && Visible() && m_pFrame->State() == FormState::Normal &&
+        oPlace.bottom() + nHeight <= m_pFrame->Room().bottom())
+        m_pFrame->Place(oPlace.adjusted(0, 0, 0, nHeight));
+}
+
 void WindowForm::ShowState() {
     if (!m_pBody || !m_oController)
         return;
@@ -102,7 +111,7 @@ void WindowForm::ShowState() {
         m_pBody->MarkPage(i, oMark);
     }
     if (AnyChanged() && SavesChangesAlone())
-        m_pBody->ShowCommands();
+        ShowCommands();
     CommandRow& oRow = m_pBody->Commands();
     for (const Command eCommand : oRow.Commands())
         oRow.SetCommandEnabled(eCommand, IsCommandEnabled(eCommand));

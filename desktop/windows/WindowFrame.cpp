@@ -167,7 +167,7 @@ void WindowFrame::BringToFront() {
 
 void WindowFrame::SetTitle(const QString& sTitle) {
     if (m_pWidget)
-        m_pWidget->setWindowTitle(sTitle + "[*]");
+        m_pWidget->setWindowTitle(QString(sTitle).replace("[*]", "[*][*]") + "[*]");
 }
 
 void WindowFrame::SetModified(bool bModified) {
