@@ -111,7 +111,7 @@ bool Application::SettleUnsavedWork() {
         [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
     if (bExit)
         for (const auto& oForm : aForms)
-            oForm->DiscardChanges(); // what hasn't been saved by now may go
+            oForm->SettleChanges(!oForm->HasUnsavedChanges());
     return bExit;
 }
 

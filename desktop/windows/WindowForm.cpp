@@ -288,7 +288,9 @@ void WindowForm::QueryUnload(bool& bRefused) {
     if (!m_bInClose) {
         m_oCancelled.reset();
         AskAll();
-        if (Visible() && AnyChanged() && !m_bDiscards) {
+        if (m_oSaved) {
+            m_oCancelled = !*m_oSaved;
+        } else if (Visible() && AnyChanged()) {
             const LeaveAnswer eAnswer = AskToLeave();
             bRefused = eAnswer == LeaveAnswer::Stay;
             if (eAnswer == LeaveAnswer::Save)

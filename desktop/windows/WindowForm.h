@@ -50,8 +50,9 @@ public:
     void Abandon();
     // Whether something is changed that Save can save; a wizard is saved by nothing but Finish.
     [[nodiscard]] bool HasUnsavedChanges();
-    // The person has said that the changes may go: closing asks no more.
-    void DiscardChanges() { m_bDiscards = true; }
+    // The person has been asked about the changes already: until the event loop turns, closing asks no more. A window
+    // whose changes have been saved ends as if by OK.
+    void SettleChanges(bool bSaved);
     // Null before Initialize and after the end.
     [[nodiscard]] QWidget* Frame() const { return m_pFrame ? m_pFrame->Widget() : nullptr; }
     [[nodiscard]] WindowBody* Body() const { return m_pBody; }
@@ -120,14 +121,14 @@ private:
     bool m_bIsActive = false;
     std::map<Command, bool> m_mapByCode; // what code has said of a command
     std::optional<bool> m_oCancelled;    // how it ends, once that is settled
+    std::optional<bool> m_oSaved;        // what became of its changes before it is closed
     Long m_lHWnd = 0;
     bool m_bCloseArrived = false;
     bool m_bIsPlaced = false;
     bool m_bFromFrame = false; // the model follows the frame
     bool m_bInCommand = false;
     bool m_bInClose = false; // by a command, which has asked already
-    bool m_bDiscards = false;
-    bool m_bRaises = false; // failures of saving go to the caller
+    bool m_bRaises = false;  // failures of saving go to the caller
     QEventLoop* m_pLoop = nullptr;
     std::unique_ptr<WindowFrame> m_pFrame;
     QPointer<WindowBody> m_pBody;

@@ -1,6 +1,7 @@
 #include "desktop/windows/WindowForm.h"
 
 #include <QPushButton>
+#include <QTimer>
 #include <algorithm>
 #include <exception>
 #include <utility>
@@ -48,6 +49,11 @@ bool WindowForm::HasUnsavedChanges() {
         return false;
     AskAll();
     return AnyChanged();
+}
+
+void WindowForm::SettleChanges(bool bSaved) {
+    m_oSaved = bSaved;
+    QTimer::singleShot(0, m_pHost->pMainWindow, [oSelf = Ref<WindowForm>(this)] { oSelf->m_oSaved.reset(); });
 }
 
 // What the pages say of a command, by what they last answered.
