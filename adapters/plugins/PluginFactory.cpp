@@ -1,11 +1,11 @@
 #include "adapters/plugins/PluginFactory.h"
 
+#include "adapters/common/Nearest.h"
 #include "adapters/common/Paths.h"
 
 #include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
-#include <numeric>
 
 namespace corvane {
 
@@ -21,26 +21,10 @@ std::string Quoted(std::string_view sText) {
     return "\"" + std::string(sText) + "\"";
 }
 
-// Edits of single letters from one text to the other.
-std::size_t Distance(std::string_view sLeft, std::string_view sRight) {
-    std::vector<std::size_t> aRow(sRight.size() + 1);
-    std::iota(aRow.begin(), aRow.end(), std::size_t{0});
-    for (std::size_t i = 0; i < sLeft.size(); ++i) {
-        std::size_t nDiagonal = std::exchange(aRow[0], i + 1);
-        for (std::size_t j = 0; j < sRight.size(); ++j) {
-            const std::size_t nChanged = nDiagonal + (sLeft[i] == sRight[j] ? 0 : 1);
-            nDiagonal = aRow[j + 1];
-            aRow[j + 1] = std::min({nChanged, aRow[j] + 1, aRow[j + 1] + 1});
-        }
-    }
-    return aRow.back();
-}
-
 std::string NearestFirst(std::span<const PluginClass> aClasses, std::string_view sProgID) {
-    const std::string sFolded = FoldText(sProgID);
     std::vector<std::pair<std::size_t, std::string>> aNames;
     for (const PluginClass& oClass : aClasses)
-        aNames.emplace_back(Distance(FoldText(oClass.ProgID), sFolded), oClass.ProgID);
+        aNames.emplace_back(EditDistance(oClass.ProgID, sProgID), oClass.ProgID);
     std::sort(aNames.begin(), aNames.end());
     std::string sList;
     for (const auto& [nDistance, sName] : aNames)

@@ -113,4 +113,14 @@ XmlError XmlDocument::Validate(const Ref<IXmlSchemaCache>& oSchemaCache) const {
     return oSchemaCache.As<XmlSchemaCache>()->Validate(m_oContent->oTree.get());
 }
 
+std::vector<XmlError> XmlDocument::Violations(const Ref<IXmlSchemaCache>& oSchemaCache) const {
+    if (!m_oContent)
+        return {Validate(oSchemaCache)};
+    return oSchemaCache.As<XmlSchemaCache>()->Violations(m_oContent->oTree.get());
+}
+
+std::vector<XmlError> Violations(const Ref<IXmlDocument>& oDocument, const Ref<IXmlSchemaCache>& oSchemaCache) {
+    return oDocument.As<XmlDocument>()->Violations(oSchemaCache);
+}
+
 } // namespace corvane

@@ -45,6 +45,7 @@ public:
     XmlError ParseError() const override { return m_oError; }
     Ref<IXmlNode> SelectSingleNode(std::string_view sXPath) const override;
     XmlError Validate(const Ref<IXmlSchemaCache>& oSchemaCache) const override;
+    [[nodiscard]] std::vector<XmlError> Violations(const Ref<IXmlSchemaCache>& oSchemaCache) const;
 
     std::string_view TypeName() const override { return "XmlDocument"; }
 

@@ -24,15 +24,23 @@ std::string_view RootNamespace(xmlDocPtr pDocument) {
     return pRoot && pRoot->ns ? View(pRoot->ns->href) : std::string_view();
 }
 
+XmlError ErrorOf(const xmlError& oError) {
+    const Long lNodeLine = oError.node ? LineOf(static_cast<const xmlNode*>(oError.node)) : 0;
+    const Long lLine = lNodeLine > 0 ? lNodeLine : oError.line;
+    return {oError.code > 0 ? oError.code : XML_ERR_INTERNAL_ERROR,
+            Reason(lLine, oError.message ? oError.message : "the document isn't valid"), lLine};
+}
+
 // The first error of a run; later ones are often its consequences.
 void KeepFirst(void* pData, xmlErrorPtr pError) {
     auto& oFirst = *static_cast<XmlError*>(pData);
-    if (!pError || pError->level < XML_ERR_ERROR || oFirst.lErrorCode != 0)
-        return;
-    const Long lLine = pError->node ? LineOf(static_cast<const xmlNode*>(pError->node)) : 0;
-    oFirst.lErrorCode = pError->code > 0 ? pError->code : XML_ERR_INTERNAL_ERROR;
-    oFirst.lLine = lLine > 0 ? lLine : pError->line;
-    oFirst.sReason = Reason(oFirst.lLine, pError->message ? pError->message : "the document isn't valid");
+    if (pError && pError->level >= XML_ERR_ERROR && oFirst.lErrorCode == 0)
+        oFirst = ErrorOf(*pError);
+}
+
+void KeepAll(void* pData, xmlErrorPtr pError) {
+    if (pError && pError->level >= XML_ERR_ERROR)
+        static_cast<std::vector<XmlError>*>(pData)->push_back(ErrorOf(*pError));
 }
 
 [[noreturn]] void FailSchema(std::string_view sFile, const std::string& sWhy, Long lNumber = FailureNumber::Unique) {
@@ -114,31 +122,56 @@ void XmlSchemaCache::Add(std::string_view sNamespace, std::string_view sFile) {
 }
 
 XmlError XmlSchemaCache::Validate(xmlDocPtr pDocument) const {
+    XmlError oError;
+    const auto it = m_mapSchemas.find(RootNamespace(pDocument));
+    if (it == m_mapSchemas.end() || !it->second.oPlain || !it->second.oPlain->Accepts(pDocument))
+        Run(pDocument, &KeepFirst, &oError);
+    return oError;
+}
+
+std::vector<XmlError> XmlSchemaCache::Violations(xmlDocPtr pDocument) const {
+    std::vector<XmlError> aErrors;
+    Run(pDocument, &KeepAll, &aErrors);
+    return aErrors;
+}
+
+void XmlSchemaCache::Run(xmlDocPtr pDocument, xmlStructuredErrorFunc fnNote, void* pData) const {
+    bool bNoted = false;
+    struct Call {
+        xmlStructuredErrorFunc fnNote;
+        void* pData;
+        bool* pNoted;
+    } oCall{fnNote, pData, &bNoted};
+    const auto Note = [](void* pCall, xmlErrorPtr pError) {
+        const auto& oTo = *static_cast<Call*>(pCall);
+        *oTo.pNoted |= pError && pError->level >= XML_ERR_ERROR;
+        oTo.fnNote(oTo.pData, pError);
+    };
+    const auto Tell = [&](int nCode, std::string sMessage) {
+        xmlError oError{};
+        oError.code = nCode;
+        oError.level = XML_ERR_ERROR;
+        oError.message = sMessage.data();
+        oError.node = xmlDocGetRootElement(pDocument);
+        fnNote(pData, &oError);
+    };
     const std::string_view sNamespace = RootNamespace(pDocument);
     const auto it = m_mapSchemas.find(sNamespace);
-    if (it == m_mapSchemas.end()) {
-        const Long lLine = LineOf(xmlDocGetRootElement(pDocument));
-        return {
-            XML_SCHEMAV_CVC_ELT_1,
-            Reason(lLine, "there is no schema for the root element's namespace \"" + std::string(sNamespace) + "\""),
-            lLine};
-    }
-    XmlError oError;
-    if (it->second.oPlain && it->second.oPlain->Accepts(pDocument))
-        return oError;
+    if (it == m_mapSchemas.end())
+        return Tell(XML_SCHEMAV_CVC_ELT_1,
+                    "there is no schema for the root element's namespace \"" + std::string(sNamespace) + "\"");
     int nResult = 0;
     if (it->second.oXmlSchema) {
         const Owned<xmlSchemaValidCtxt> oContext(xmlSchemaNewValidCtxt(it->second.oXmlSchema.get()));
-        xmlSchemaSetValidStructuredErrors(oContext.get(), &KeepFirst, &oError);
+        xmlSchemaSetValidStructuredErrors(oContext.get(), +Note, &oCall);
         nResult = xmlSchemaValidateDoc(oContext.get(), pDocument);
     } else {
         const Owned<xmlRelaxNGValidCtxt> oContext(xmlRelaxNGNewValidCtxt(it->second.oRelaxNG.get()));
-        xmlRelaxNGSetValidStructuredErrors(oContext.get(), &KeepFirst, &oError);
+        xmlRelaxNGSetValidStructuredErrors(oContext.get(), +Note, &oCall);
         nResult = xmlRelaxNGValidateDoc(oContext.get(), pDocument);
     }
-    if (nResult != 0 && oError.lErrorCode == 0)
-        oError = {nResult > 0 ? nResult : XML_ERR_INTERNAL_ERROR, "the document isn't valid", 0};
-    return oError;
+    if (nResult != 0 && !bNoted)
+        Tell(nResult > 0 ? nResult : XML_ERR_INTERNAL_ERROR, "the document isn't valid");
 }
 
 } // namespace corvane

@@ -18,6 +18,7 @@ public:
 
     // The first violation, under the schema of the root element's namespace.
     [[nodiscard]] XmlError Validate(xmlDocPtr pDocument) const;
+    [[nodiscard]] std::vector<XmlError> Violations(xmlDocPtr pDocument) const;
 
     std::string_view TypeName() const override { return "XmlSchemaCache"; }
 
@@ -34,6 +35,8 @@ private:
         std::unique_ptr<xmlRelaxNG, FreeSchema> oRelaxNG;
         std::unique_ptr<PlainSchema> oPlain; // of an XML Schema that is simple enough
     };
+
+    void Run(xmlDocPtr pDocument, xmlStructuredErrorFunc fnNote, void* pData) const;
 
     std::map<std::string, Schema, std::less<>> m_mapSchemas;
 };

@@ -31,4 +31,9 @@ private:
     std::shared_ptr<class XmlXPath> m_pXPath;
 };
 
+// All that IXmlDocument::Validate would find one after the other, for tools. The document and the schemas are ones that
+// XmlService made.
+[[nodiscard]] std::vector<XmlError> Violations(const Ref<IXmlDocument>& oDocument,
+                                               const Ref<IXmlSchemaCache>& oSchemaCache);
+
 } // namespace corvane

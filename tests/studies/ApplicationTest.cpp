@@ -128,7 +128,7 @@ TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
     Start();
     EXPECT_EQ(Entries("Main"), "&File|&Edit|&View|&Data|&Window|&Help");
     EXPECT_EQ(Entries("File"), "&New Study|&Open Data File\u2026|&Import\u2026|-|E&xit");
-    EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|Re&name|D&uplicate|&Delete");
+    EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|Re&name|Du&plicate|&Delete");
     EXPECT_EQ(Entries("View"), "&Explorer|&Status Bar|-|&Refresh|Toolbars");
     EXPECT_EQ(Entries("Help"), "About Studies");
     EXPECT_EQ(Entries("Toolbars.Standard"), "New|Open|Import|Undo|Redo|Delete");

@@ -55,6 +55,7 @@ public:
     // The same up to where the library is loaded and nothing has been read.
     void Load();
 
+    [[nodiscard]] const std::string& Folder() const { return m_sFolder; }
     [[nodiscard]] inspect::ModelHost& Host() const { return *m_pHost; }
     [[nodiscard]] Ref<corvane::ServiceManager> Services() const;
     [[nodiscard]] Ref<corvane::MenuManager> Menus() const;

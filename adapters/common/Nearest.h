@@ -1,0 +1,17 @@
+// The likeliest of several names when somebody has mistyped one.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+// Edits of single letters, and swaps of two neighbours, from one text to the other, without regard to case.
+[[nodiscard]] std::size_t EditDistance(std::string_view sLeft, std::string_view sRight);
+
+// The name with the fewest edits, the first of several; nothing when none is near enough to be meant.
+[[nodiscard]] std::optional<std::string> Nearest(std::span<const std::string> aNames, std::string_view sWritten);
+
+} // namespace corvane

@@ -1,0 +1,59 @@
+#include "cli/check/Application.h"
+
+#include "adapters/common/Paths.h"
+#include "adapters/files/FileSystem.h"
+#include "adapters/ini/IniReader.h"
+#include "adapters/xml/XmlService.h"
+#include "cli/check/CheckForm.h"
+#include "corvane/base/Text.h"
+
+#include <filesystem>
+
+namespace corvane::check {
+
+namespace {
+
+// This one file is read only while the INI file of the installation lets it.
+bool IsShutOut(const std::string& sName, const std::string& sApplication) {
+    return EqualText(sName, "MirelonSvc.xml") &&
+           New<IniReader>()->ReadInteger(JoinPath(sApplication, "QRZ.INI"), "Preferences", "QRZVGEnabled", 1) != 1;
+}
+
+Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& oXml, const std::string& sFolder, Report& oReport) {
+    const std::string sPath = JoinPath(sFolder, "Service.xdr");
+    try {
+        Ref<IXmlSchemaCache> oSchema = oXml->NewSchemaCache();
+        oSchema->Add("", sPath);
+        return oSchema;
+    } catch (const Failure& oFailure) {
+        oReport.Add(Rule::SchemaFile, {sPath, {}}, oFailure.Description,
+                    "copy the Service.xdr that comes with Corvane there");
+        return nullptr;
+    }
+}
+
+} // namespace
+
+void ReadApplication(Model& oModel, const std::string& sApplication, Report& oReport) {
+    const std::optional<std::string> oFolder = FindPath(JoinPath(sApplication, "Services"));
+    if (!oFolder || !std::filesystem::is_directory(*oFolder))
+        Fail(FailureNumber::PathNotFound,
+             "\"" + sApplication + "\" is no application folder: it has no folder \"Services\" with definition files");
+    const Ref<IXmlService> oXml = New<XmlService>();
+    const Ref<IXmlSchemaCache> oSchema = ReadSchema(oXml, *oFolder, oReport);
+    const auto oFileSystem = New<FileSystem>();
+    for (const std::string& sPath : oFileSystem->Files(*oFolder)) {
+        const std::string sName = oFileSystem->FileName(sPath);
+        if (!EqualText(oFileSystem->Extension(sPath), "xml") || IsShutOut(sName, sApplication))
+            continue;
+        auto pFile = std::make_unique<File>();
+        pFile->sPath = sPath;
+        pFile->sName = sName;
+        pFile->sBytes = oFileSystem->ReadAll(sPath);
+        ReadFile(*pFile, oXml, oSchema, oReport);
+        oModel.bComplete &= pFile->oRoot.has_value();
+        oModel.aFiles.push_back(std::move(pFile));
+    }
+}
+
+} // namespace corvane::check

@@ -1,0 +1,287 @@
+#include "cli/check/CheckForm.h"
+
+#include "adapters/common/Encoding.h"
+#include "adapters/xml/XmlService.h"
+#include "corvane/base/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <libxml/parser.h>
+#include <memory>
+
+namespace corvane::check {
+
+namespace {
+
+std::vector<std::string> NamesOf(const auto& aFormats) {
+    std::vector<std::string> aNames;
+    for (const auto& oFormat : aFormats)
+        aNames.emplace_back(oFormat.sName);
+    return aNames;
+}
+
+std::string Listed(std::span<const std::string_view> aWords) {
+    std::string sList;
+    for (std::size_t i = 0; i < aWords.size(); ++i)
+        sList += (i == 0 ? "" : i + 1 == aWords.size() ? " or " : ", ") + Quoted(aWords[i]);
+    return sList;
+}
+
+// The library's parser tells the line; where in it, libxml2 is asked again.
+Long ErrorColumn(std::string_view sBytes, Long lLine) {
+    if (sBytes.starts_with("\xEF\xBB\xBF"))
+        sBytes.remove_prefix(3);
+    const std::string sText = DecodeWindows1252(sBytes);
+    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> oContext(xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    if (!oContext)
+        return 0;
+    struct First {
+        Long lLine = 0;
+        Long lColumn = 0;
+    } oFirst;
+    oContext->_private = &oFirst;
+    oContext->sax->serror = [](void* pContext, xmlErrorPtr pError) {
+        auto& oTo = *static_cast<First*>(static_cast<xmlParserCtxtPtr>(pContext)->_private);
+        if (oTo.lLine == 0 && pError->level >= XML_ERR_ERROR)
+            oTo = {pError->line, pError->int2};
+    };
+    xmlFreeDoc(xmlCtxtReadMemory(oContext.get(), sText.data(), static_cast<int>(sText.size()), nullptr, "UTF-8",
+                                 XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC));
+    return oFirst.lLine == lLine ? oFirst.lColumn : 0;
+}
+
+// Without the "line 7: " that a finding tells by its place.
+std::string WithoutLine(const std::string& sReason) {
+    const std::size_t iColon = sReason.find(": ");
+    return sReason.starts_with("line ") && iColon != std::string::npos ? sReason.substr(iColon + 2) : sReason;
+}
+
+// "&#xDC;ber" for the bytes of a UTF-8 text.
+std::string WithReferences(std::string_view sRaw) {
+    constexpr std::string_view sDigits = "0123456789ABCDEF";
+    std::string sText;
+    for (std::size_t i = 0; i < sRaw.size();) {
+        const auto c = static_cast<unsigned char>(sRaw[i++]);
+        if (c < 0x80) {
+            sText += static_cast<char>(c);
+            continue;
+        }
+        unsigned u = c >= 0xF0 ? c & 0x07u : c >= 0xE0 ? c & 0x0Fu : c & 0x1Fu;
+        for (; i < sRaw.size() && (static_cast<unsigned char>(sRaw[i]) & 0xC0u) == 0x80; ++i)
+            u = (u << 6) | (static_cast<unsigned char>(sRaw[i]) & 0x3Fu);
+        std::string sHex;
+        for (; u != 0; u >>= 4)
+            sHex.insert(sHex.begin(), sDigits[u & 15u]);
+        sText += "&#x" + sHex + ";";
+    }
+    return sText;
+}
+
+class FormCheck {
+public:
+    FormCheck(const File& oFile, Report& oReport) : m_oFile(oFile), m_oReport(oReport) {}
+
+    void Check(Element& oElement, const ElementFormat& oFormat, bool bValues) {
+        for (Attribute& oAttribute : oElement.aAttributes)
+            CheckAttribute(oElement, oFormat, oAttribute, bValues);
+        if (bValues)
+            for (const AttributeFormat& oAttribute : oFormat.aAttributes)
+                CheckNeed(oElement, oAttribute);
+        for (Element& oChild : oElement.aChildren) {
+            if (const ElementFormat* pFormat = oFormat.Child(oChild.sName))
+                Check(oChild, *pFormat, bValues);
+            else
+                ReportElement(oElement, oFormat, oChild);
+        }
+    }
+
+    // Whether something was found that a schema would find, too.
+    [[nodiscard]] bool Names(const std::string& sMessage) const {
+        return std::any_of(m_aUnknown.begin(), m_aUnknown.end(), [&](const std::string& sName) {
+            return sMessage.find("'" + sName + "'") != std::string::npos;
+        });
+    }
+
+private:
+    void ReportElement(const Element& oParent, const ElementFormat& oFormat, const Element& oElement) {
+        m_aUnknown.emplace_back(oElement.sName);
+        const std::vector<std::string> aNames = NamesOf(oFormat.aChildren);
+        m_oReport.Add(Rule::UnknownElement, m_oFile.At(oElement.oAt),
+                      std::string(oParent.sName) + " has no element " + Quoted(oElement.sName),
+                      WriteInstead(aNames, oElement.sName, "remove it"));
+    }
+
+    void CheckAttribute(const Element& oElement, const ElementFormat& oFormat, Attribute& oAttribute, bool bValues) {
+        if (oAttribute.sName.find(':') != std::string_view::npos || oAttribute.sName == "xmlns")
+            return; // the schema's affair
+        if (!IsAscii(oAttribute.sRaw) && IsUtf8(oAttribute.sRaw))
+            m_oReport.Add(Rule::Utf8Bytes, m_oFile.At(oAttribute.oValue),
+                          "the bytes of this text look like UTF-8, but are read as Windows-1252",
+                          "write " + Quoted(WithReferences(oAttribute.sRaw)) + ", or save the file as Windows-1252");
+        const AttributeFormat* pFormat = oFormat.Attribute(oAttribute.sName);
+        if (!pFormat) {
+            m_aUnknown.emplace_back(oAttribute.sName);
+            const std::vector<std::string> aNames = NamesOf(oFormat.aAttributes);
+            m_oReport.Add(Rule::UnknownAttribute, m_oFile.At(oAttribute.oName),
+                          std::string(oElement.sName) + " has no attribute " + Quoted(oAttribute.sName),
+                          WriteInstead(aNames, oAttribute.sName, "remove it"));
+        } else if (bValues) {
+            CheckValue(*pFormat, oAttribute);
+        }
+    }
+
+    void CheckValue(const AttributeFormat& oFormat, Attribute& oAttribute) {
+        try {
+            switch (oFormat.eKind) {
+            case ValueKind::Text:
+                break;
+            case ValueKind::Boolean:
+                (void)ToBoolean(oAttribute.sValue);
+                break;
+            case ValueKind::Number:
+                (void)ToSingle(oAttribute.sValue);
+                break;
+            case ValueKind::WholeNumber:
+                (void)ToLong(oAttribute.sValue);
+                break;
+            case ValueKind::Word:
+                CheckWord(oFormat, oAttribute);
+                break;
+            }
+        } catch (const Failure& oFailure) {
+            oAttribute.bBad = true;
+            ReportValue(oFormat, oAttribute, oFailure.Number == FailureNumber::Overflow);
+        }
+    }
+
+    void CheckWord(const AttributeFormat& oFormat, Attribute& oAttribute) {
+        const bool bKnown = std::any_of(oFormat.aWords.begin(), oFormat.aWords.end(),
+                                        [&](std::string_view s) { return EqualText(s, oAttribute.sValue); });
+        if (bKnown || (oAttribute.sValue.empty() && oFormat.eNeed == Need::Optional))
+            return;
+        oAttribute.bBad = true;
+        const std::vector<std::string> aWords(oFormat.aWords.begin(), oFormat.aWords.end());
+        m_oReport.Add(Rule::BadWord, m_oFile.At(oAttribute.oValue),
+                      Quoted(oAttribute.sValue) + " is no " + std::string(oFormat.sName),
+                      WriteInstead(aWords, oAttribute.sValue, "write " + Listed(oFormat.aWords)));
+    }
+
+    void ReportValue(const AttributeFormat& oFormat, const Attribute& oAttribute, bool bOverflow) {
+        const std::string& sValue = oAttribute.sValue;
+        const bool bBoolean = oFormat.eKind == ValueKind::Boolean;
+        std::string sCure = bBoolean ? "write True or False" : "write a number such as 10 or 12.5";
+        if (bOverflow)
+            sCure = "write a smaller one";
+        else if (sValue.empty())
+            sCure = oFormat.eNeed == Need::Required ? sCure : "remove the attribute";
+        else if (const std::string sPoint = ReplaceText(sValue, ',', '.'); !bBoolean && NumberIn(sPoint))
+            sCure = "write " + Quoted(sPoint);
+        else if (bBoolean)
+            sCure = BooleanCure(sValue);
+        m_oReport.Add(Rule::BadValue, m_oFile.At(oAttribute.oValue),
+                      std::string(oFormat.sName) +
+                          (bOverflow  ? " is too large: "
+                           : bBoolean ? " is neither true nor false: "
+                                      : " is no number: ") +
+                          Quoted(sValue),
+                      sCure);
+    }
+
+    static std::string BooleanCure(const std::string& sValue) {
+        for (const char* sWord : {"yes", "on", "y", "t", "wahr", "ja"})
+            if (EqualText(sValue, sWord))
+                return "write \"True\"";
+        for (const char* sWord : {"no", "off", "n", "f", "falsch", "nein"})
+            if (EqualText(sValue, sWord))
+                return "write \"False\"";
+        return WriteInstead(std::array<std::string, 2>{"True", "False"}, sValue, "write True or False");
+    }
+
+    void CheckNeed(const Element& oElement, const AttributeFormat& oFormat) {
+        const Attribute* pAttribute = oElement.Find(oFormat.sName);
+        if (oFormat.eNeed == Need::Required && !pAttribute)
+            m_oReport.Add(Rule::MissingAttribute, m_oFile.At(oElement.oAt),
+                          std::string(oElement.sName) + " needs the attribute " + std::string(oFormat.sName),
+                          oFormat.eKind == ValueKind::Word      ? "write " + Listed(oFormat.aWords)
+                          : oFormat.eKind == ValueKind::Boolean ? "write True or False"
+                                                                : "add it");
+        if (oFormat.eNeed == Need::Name && (!pAttribute || pAttribute->sValue.empty()))
+            m_oReport.Add(Rule::MissingName, m_oFile.At(oElement.At(oFormat.sName)),
+                          std::string(oElement.sName) + " has no " + std::string(oFormat.sName), "give it one");
+    }
+
+    const File& m_oFile;
+    Report& m_oReport;
+    std::vector<std::string> m_aUnknown;
+};
+
+// The last element of that name up to the line on which the validator stood, which is a tag's last one.
+const Element* ElementBefore(const Element& oElement, std::string_view sName, Long lLine) {
+    const Element* pFound = oElement.sName == sName && oElement.oAt.lLine <= lLine ? &oElement : nullptr;
+    for (const Element& oChild : oElement.aChildren)
+        if (const Element* pBelow = oChild.oAt.lLine <= lLine ? ElementBefore(oChild, sName, lLine) : nullptr)
+            pFound = pBelow;
+    return pFound;
+}
+
+void ReportViolations(const File& oFile, const Ref<IXmlDocument>& oDocument, const Ref<IXmlSchemaCache>& oSchema,
+                      const FormCheck& oCheck, Report& oReport) {
+    if (oDocument->Validate(oSchema).sReason.empty())
+        return;
+    for (const XmlError& oError : Violations(oDocument, oSchema)) {
+        if (oCheck.Names(oError.sReason))
+            continue;
+        const std::string sReason = WithoutLine(oError.sReason);
+        Position oAt{oError.lLine, 1};
+        if (const std::size_t iName = sReason.find("lement '"); iName != std::string::npos) {
+            const std::size_t iBegin = iName + 8;
+            const std::string sName = sReason.substr(iBegin, sReason.find('\'', iBegin) - iBegin);
+            if (const Element* pElement = ElementBefore(*oFile.oRoot, sName, oError.lLine))
+                oAt = pElement->oAt;
+        }
+        oReport.Add(Rule::Schema, oFile.At(oAt), sReason, "correct it, or use the Service.xdr that comes with Corvane");
+    }
+}
+
+} // namespace
+
+void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCache>& oSchema, Report& oReport) {
+    const Ref<IXmlDocument> oDocument = oXml->NewDocument();
+    if (!oDocument->LoadXml(oFile.sBytes)) {
+        const XmlError oError = oDocument->ParseError();
+        oReport.Add(Rule::NotWellFormed, oFile.At({oError.lLine, ErrorColumn(oFile.sBytes, oError.lLine)}),
+                    WithoutLine(oError.sReason), "correct the XML there, or just before");
+        return;
+    }
+    std::optional<Element> oRoot = ScanElements(oFile.sBytes, oDocument);
+    if (!oDocument->SelectSingleNode("Service") || !oRoot) {
+        const bool bNamespace = oRoot && oRoot->Find("xmlns");
+        oReport.Add(Rule::NoServiceElement, oFile.At(oRoot ? oRoot->oAt : Position{1, 1}),
+                    bNamespace ? "the root element has a namespace"
+                               : "the root element is " + Quoted(oRoot ? oRoot->sName : "") + ", not \"Service\"",
+                    bNamespace ? "remove xmlns" : "name it Service");
+        return;
+    }
+    oFile.oRoot = std::move(oRoot);
+    Element& oElement = *oFile.oRoot;
+    FormCheck oCheck(oFile, oReport);
+    const Attribute* pActive = oElement.Find("Active");
+    const bool bProgID = !oElement.Value("ProgID").empty();
+    bool bTrue = pActive != nullptr;
+    try {
+        bTrue = pActive && ToBoolean(pActive->sValue);
+    } catch (const Failure&) {
+        bTrue = true; // the check of values below says so
+    }
+    oFile.bActive = bTrue && bProgID;
+    // The library reads no record of a file that takes no part.
+    oCheck.Check(oElement, ServiceFormat(), oFile.bActive);
+    if (!pActive || (bTrue && !bProgID))
+        oReport.Add(Rule::InactiveFile, oFile.At(oElement.oAt),
+                    std::string("the file has no effect, as it has no ") + (bProgID ? "Active" : "ProgID"),
+                    bProgID ? "write Active=\"True\"" : "name the service's class");
+    if (oSchema)
+        ReportViolations(oFile, oDocument, oSchema, oCheck, oReport);
+}
+
+} // namespace corvane::check

@@ -1,0 +1,12 @@
+// What is wrong with one file by itself: its form, its words and its values.
+#pragma once
+
+#include "cli/check/Model.h"
+
+namespace corvane::check {
+
+// Reads the file's elements and tells whether it takes part; reports what is wrong with its form. The schema may be
+// nothing.
+void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCache>& oSchema, Report& oReport);
+
+} // namespace corvane::check

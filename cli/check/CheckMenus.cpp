@@ -1,0 +1,331 @@
+#include "cli/check/Checks.h"
+#include "corvane/base/Text.h"
+
+#include <algorithm>
+#include <map>
+
+namespace corvane::check {
+
+namespace {
+
+constexpr const char* sToolbarPrefix = "Toolbars.";
+
+bool IsTitle(const Entry& oEntry) {
+    return oEntry.oDef->MenuType() == MenuType::fwMenuTitle;
+}
+bool IsButton(const Entry& oEntry) {
+    return oEntry.oDef->MenuType() == MenuType::fwToolbarItem;
+}
+bool IsOfContextMenu(const Entry& oEntry) {
+    return oEntry.oDef->MenuType() == MenuType::fwContextMenuItem ||
+           oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle;
+}
+
+std::string OrderText(const Entry& oEntry) {
+    return ToText(oEntry.oDef->PositionOrder());
+}
+
+class MenuCheck {
+public:
+    MenuCheck(Model& oModel, const MenuPlan& oPlan, Report& oReport)
+        : m_oModel(oModel), m_oPlan(oPlan), m_oReport(oReport) {}
+
+    void Check() {
+        for (const auto& [pFirst, pSecond] : m_oPlan.DoubleTitles())
+            m_oReport.Add(Rule::DuplicateTitle, pSecond->At("ActionItem"), "there is " + pFirst->Named() + " already",
+                          "define it in one place; the others only use its Path",
+                          {{pFirst->At("ActionItem"), "the first one"}});
+        for (const Placing& oPlacing : m_oPlan.Placings()) {
+            CheckPlacing(oPlacing);
+            if (!IsButton(*oPlacing.pEntry))
+                ++m_mapPaths[FoldText(oPlacing.pEntry->oDef->Path())];
+        }
+        for (const auto& [sName, oBar] : m_oPlan.Bars())
+            CheckBar(oBar);
+        for (Provider& oItem : m_oModel.aItems)
+            CheckContextMenu(oItem);
+        CheckCommands();
+        CheckEffects();
+        CheckWindowList();
+    }
+
+private:
+    void CheckPlacing(const Placing& oPlacing) {
+        const Entry& oEntry = *oPlacing.pEntry;
+        if (oPlacing.bReserved)
+            m_oReport.Add(Rule::ReservedName, oEntry.At("ActionItem"),
+                          "the host has something of the name " + Quoted(oEntry.sKey) + " itself",
+                          "give the action another name");
+        else if (oPlacing.bWithoutRoot)
+            ReportWithoutRoot(oEntry);
+        else if (oPlacing.bOtherTool)
+            m_oReport.Add(Rule::DuplicateTitle, oEntry.At("ActionItem"),
+                          "the action of " + oEntry.Named() + " stands for another entry, " + Quoted(oPlacing.sTool) +
+                              ", and the menu of the title is there already",
+                          "give the title an action of its own");
+        else if (!IsButton(oEntry) && !oPlacing.oRank)
+            ReportOverflow(oPlacing);
+        else if (oPlacing.sBar.empty())
+            ReportLost(oPlacing);
+        else if (oPlacing.pOwner && IsTitle(oEntry) && oPlacing.pOwner->sKey != oEntry.sKey)
+            ReportTitleBehind(oPlacing);
+        else if (oPlacing.pOwner && IsButton(oEntry) && !EqualText(oPlacing.pOwner->sKey, oEntry.sKey))
+            m_oReport.Add(Rule::SharedPosition, oEntry.At("PositionOrder"),
+                          oEntry.Named() + " stands before all others, as " + oPlacing.pOwner->Named() +
+                              " has its order, " + OrderText(oEntry),
+                          "give it another PositionOrder", {{oPlacing.pOwner->At("PositionOrder"), "the other one"}});
+    }
+
+    void ReportWithoutRoot(const Entry& oEntry) {
+        const std::string& sPath = oEntry.oDef->Path();
+        if (!m_oModel.bComplete || !m_setPaths.insert(FoldText(sPath)).second)
+            return;
+        m_oReport.Add(Rule::PathWithoutRoot, oEntry.At("Path"),
+                      "nothing stands below " + Quoted(sPath.substr(0, sPath.find('.'))) + " when the menu " +
+                          Quoted(sPath) + " is made",
+                      WriteInstead(TitleKeys(), sPath, "define titles for all parts of the Path"));
+    }
+
+    void ReportOverflow(const Placing& oPlacing) {
+        const Entry* pTitle = oPlacing.pTitle;
+        constexpr Double dblLargest = 2147;
+        if (pTitle && static_cast<Double>(pTitle->oDef->PositionOrder()) > dblLargest)
+            m_oReport.Add(Rule::PositionOverflow, pTitle->At("PositionOrder"),
+                          pTitle->Named() + " has entries, and their ranks are too large with the order " +
+                              OrderText(*pTitle),
+                          "write 2147 or less");
+        else
+            m_oReport.Add(Rule::PositionOverflow, oPlacing.pEntry->At("PositionOrder"),
+                          "the rank of " + oPlacing.pEntry->Named() + " is too large with the order " +
+                              OrderText(*oPlacing.pEntry),
+                          "write a smaller one");
+    }
+
+    // Titles of one rank, whose entries may then have one rank, too.
+    [[nodiscard]] static bool AreTitlesAtFault(const Placing& oPlacing, const Placing& oOwner) {
+        return oPlacing.pTitle && oOwner.pTitle && oPlacing.pTitle != oOwner.pTitle &&
+               oPlacing.pTitle->oDef->Path().empty() && oOwner.pTitle->oDef->Path().empty() &&
+               oPlacing.pTitle->oDef->PositionOrder() == oOwner.pTitle->oDef->PositionOrder();
+    }
+
+    void ReportLost(const Placing& oPlacing) {
+        const Entry& oEntry = *oPlacing.pEntry;
+        if (!oPlacing.pOwner) {
+            const Placing& oLost = *m_oPlan.LostPlaceOf(*oEntry.pAction);
+            m_oReport.Add(Rule::VanishingEntry, oEntry.At("PositionOrder"),
+                          oEntry.Named() + " doesn't appear, as its action has lost another place",
+                          "give that place another PositionOrder",
+                          {{oLost.pEntry->At("PositionOrder"),
+                            oLost.pEntry->Named() + ", whose rank " + oLost.pOwner->Named() + " has"}});
+            return;
+        }
+        const Entry& oOwner = *oPlacing.pOwner;
+        if (AreTitlesAtFault(oPlacing, *m_oPlan.PlacingOf(oOwner)))
+            return; // told with the titles
+        std::string sCure = "give it another PositionOrder";
+        if (EqualText(oOwner.sKey, oEntry.sKey))
+            sCure += ", or remove it";
+        m_oReport.Add(Rule::VanishingEntry, oEntry.At("PositionOrder"),
+                      oEntry.Named() + " doesn't appear, as " + oOwner.Named() + " has its rank, " +
+                          ToText(*oPlacing.oRank),
+                      sCure, {{oOwner.At("PositionOrder"), "the other one"}});
+    }
+
+    void ReportTitleBehind(const Placing& oPlacing) {
+        const Entry& oTitle = *oPlacing.pEntry;
+        std::vector<Note> aNotes{{oPlacing.pOwner->At("PositionOrder"), "the other one"}};
+        for (const Placing& oOther : m_oPlan.Placings())
+            if (oOther.sBar.empty() && oOther.pOwner &&
+                (oOther.pTitle == &oTitle || oOther.pTitle == oPlacing.pOwner) &&
+                AreTitlesAtFault(oOther, *m_oPlan.PlacingOf(*oOther.pOwner)))
+                aNotes.push_back(
+                    {oOther.pEntry->At("PositionOrder"), oOther.pEntry->Named() + " doesn't appear because of it"});
+        m_oReport.Add(Rule::SharedPosition, oTitle.At("PositionOrder"),
+                      oTitle.Named() + " stands behind all others, as " + oPlacing.pOwner->Named() + " has its rank",
+                      "give it another PositionOrder", std::move(aNotes));
+    }
+
+    void CheckBar(const Bar& oBar) {
+        const bool bToolbar = oBar.sName.starts_with(sToolbarPrefix);
+        if (bToolbar)
+            CheckToolbarOrder(oBar);
+        else if (!oBar.pTitle && !oBar.bOfHost && !EqualText(oBar.sName, "View.Toolbars"))
+            ReportPlaceholder(oBar);
+        else if (oBar.pTitle && oBar.aSlots.empty() && !m_mapPaths.contains(FoldText(oBar.sName)) && m_oModel.bComplete)
+            m_oReport.Add(Rule::TitleWithoutEntries, oBar.pTitle->At("ActionItem"),
+                          "nothing stands below " + oBar.pTitle->Named(),
+                          "give an entry this Path, or remove the title");
+        std::map<std::string, const Entry*> mapTools;
+        for (const Slot& oSlot : oBar.aSlots) {
+            if (oSlot.aEntries.empty())
+                continue;
+            const Entry& oEntry = *oSlot.aEntries.front();
+            const auto [it, bNew] = mapTools.emplace(FoldText(oSlot.sTool), &oEntry);
+            if (!bNew && !AreRivals(*it->second, oEntry))
+                m_oReport.Add(Rule::DuplicateEntry, oEntry.At("PositionOrder"), oEntry.Named() + " stands there twice",
+                              IsButton(oEntry) ? "remove one of both" : "give both one PositionOrder, or remove one",
+                              {{it->second->At("PositionOrder"), "the first one"}});
+        }
+    }
+
+    // The entries of a path that no title has. Toolbars ask for "View" without naming it.
+    void ReportPlaceholder(const Bar& oBar) {
+        if (!m_oModel.bComplete || !oBar.pFirstAsked)
+            return;
+        const Entry& oEntry = *oBar.pFirstAsked;
+        if (IsButton(oEntry)) {
+            m_oReport.Add(Rule::PathWithoutTitle, oEntry.At("Path"),
+                          "the menu that shows and hides toolbars needs a title \"View\"", "define one");
+            return;
+        }
+        const int nOthers = m_mapPaths[FoldText(oBar.sName)] - 1;
+        const std::string sOthers =
+            nOthers == 0 ? "" : " and " + std::to_string(nOthers) + (nOthers == 1 ? " other" : " others");
+        m_oReport.Add(Rule::PathWithoutTitle, oEntry.At("Path"),
+                      "nobody defines the title " + Quoted(oBar.sName) + ", so " + oEntry.Named() + sOthers +
+                          (nOthers == 0 ? " stays" : " stay") + " out of sight",
+                      WriteInstead(TitleKeys(), oBar.sName, "define the title in one of the services"));
+    }
+
+    void CheckToolbarOrder(const Bar& oBar) {
+        const Entry* pBefore = nullptr;
+        for (const Slot& oSlot : oBar.aSlots) {
+            const Entry* pEntry = oSlot.aEntries.front();
+            if (m_oPlan.PlacingOf(*pEntry)->pOwner)
+                continue; // has a finding of its own
+            if (pBefore && pBefore->oDef->PositionOrder() > pEntry->oDef->PositionOrder()) {
+                m_oReport.Add(Rule::ToolbarOrder, pEntry->At("PositionOrder"),
+                              pEntry->Named() + " stands behind " + pBefore->Named() + ", as the text " +
+                                  Quoted(OrderText(*pBefore)) + " comes before " + Quoted(OrderText(*pEntry)),
+                              "write orders with equally many digits",
+                              {{pBefore->At("PositionOrder"), "the other one"}});
+                return;
+            }
+            pBefore = pEntry;
+        }
+    }
+
+    // Two services that both want to answer.
+    [[nodiscard]] static bool AreRivals(const Entry& oFirst, const Entry& oSecond) {
+        return oFirst.pProvider != oSecond.pProvider && oFirst.pProvider->eKind == ProviderKind::Service &&
+               oSecond.pProvider->eKind == ProviderKind::Service && !oFirst.pAction->oDef->Action().empty() &&
+               !oSecond.pAction->oDef->Action().empty();
+    }
+
+    void CheckContextMenu(const Provider& oItem) {
+        std::map<Long, const Entry*> mapRanks;
+        for (const Entry& oEntry : oItem.aEntries) {
+            if (!IsOfContextMenu(oEntry))
+                continue;
+            const std::optional<Long> oRank = ContextRank(*oEntry.oDef);
+            if (!oRank) {
+                m_oReport.Add(Rule::PositionOverflow, oEntry.At("PositionOrder"),
+                              "the rank of " + oEntry.Named() + " is too large", "write a smaller one");
+                continue;
+            }
+            const auto [it, bNew] = mapRanks.emplace(*oRank, &oEntry);
+            if (!bNew)
+                m_oReport.Add(Rule::VanishingEntry, oEntry.At("PositionOrder"),
+                              "in the context menu of " + oItem.Named() + ", " + oEntry.Named() + " and " +
+                                  it->second->Named() +
+                                  " have one rank: one of both may come twice and the other not at all",
+                              "give it another PositionOrder", {{it->second->At("PositionOrder"), "the other one"}});
+        }
+    }
+
+    // By tool: who answers, and whether anybody does.
+    void CheckCommands() {
+        struct Command {
+            const Entry* pFirst = nullptr;
+            const Entry* pService = nullptr; // that answers
+            bool bAnswered = false;
+        };
+        std::map<std::string, Command> mapCommands;
+        std::vector<std::string> aOrder;
+        for (Provider* pProvider : m_oModel.MenuProviders())
+            for (const Entry& oEntry : pProvider->aEntries) {
+                if (IsTitle(oEntry) || oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle)
+                    continue;
+                const std::string sTool = ToolOf(oEntry);
+                Command& oCommand = mapCommands[sTool];
+                if (!oCommand.pFirst) {
+                    oCommand.pFirst = &oEntry;
+                    aOrder.push_back(sTool);
+                }
+                const bool bAnswers = !oEntry.pAction->oDef->Action().empty();
+                oCommand.bAnswered |= bAnswers;
+                if (!bAnswers || pProvider->eKind != ProviderKind::Service)
+                    continue;
+                if (oCommand.pService && AreRivals(*oCommand.pService, oEntry))
+                    m_oReport.Add(Rule::SharedCommand, oEntry.At("ActionItem"),
+                                  oEntry.Named() + " is one of " + oCommand.pService->pProvider->Named() +
+                                      ", too, which then never answers",
+                                  "give the action another name, or let one of both services have it",
+                                  {{oCommand.pService->At("ActionItem"), "the other one"}});
+                oCommand.pService = &oEntry;
+            }
+        for (const std::string& sTool : aOrder)
+            if (const Command& oCommand = mapCommands[sTool]; !oCommand.bAnswered && m_oModel.bComplete)
+                m_oReport.Add(Rule::EntryWithoutProcedure,
+                              oCommand.pFirst->pProvider->pFile->At(oCommand.pFirst->pAction->pElement->oAt),
+                              "the action of " + oCommand.pFirst->Named() + " has no procedure", "name one as Action");
+    }
+
+    [[nodiscard]] std::string ToolOf(const Entry& oEntry) const {
+        if (const Placing* pPlacing = m_oPlan.PlacingOf(oEntry); pPlacing && !pPlacing->sTool.empty())
+            return FoldText(pPlacing->sTool);
+        // An entry of a context menu has the tool that its action has elsewhere.
+        for (const Entry& oOther : oEntry.pProvider->aEntries)
+            if (oOther.pAction == oEntry.pAction)
+                if (const Placing* pPlacing = m_oPlan.PlacingOf(oOther); pPlacing && !pPlacing->sTool.empty())
+                    return FoldText(pPlacing->sTool);
+        return "context." + FoldText(oEntry.pProvider->sName + "." + oEntry.sKey);
+    }
+
+    void CheckEffects() {
+        for (Provider* pProvider : m_oModel.MenuProviders())
+            for (const Entry& oEntry : pProvider->aEntries) {
+                if (IsOfContextMenu(oEntry) && pProvider->eKind != ProviderKind::ExplorerItem)
+                    m_oReport.Add(Rule::NoEffect, oEntry.At("Type"), pProvider->Named() + " has no context menu",
+                                  "move it to an explorer item, or use MenuItem");
+                for (const char* sAttribute : {"ShortCutKey", "Separator"})
+                    if (IsButton(oEntry) && !oEntry.pElement->Value(sAttribute).empty())
+                        m_oReport.Add(Rule::NoEffect, oEntry.At(sAttribute),
+                                      std::string("a button of a toolbar has no ") + sAttribute, "remove it");
+            }
+    }
+
+    void CheckWindowList() {
+        for (const Window& oWindow : m_oModel.aWindows) {
+            if (!BooleanOf(*oWindow.pElement, "IsMDIChild", true) || BooleanOf(*oWindow.pElement, "IsModal", false))
+                continue;
+            if (!m_oPlan.TitleOf("Window") && m_oModel.bComplete)
+                m_oReport.Add(Rule::MissingWindowList, oWindow.pFile->At(oWindow.pElement->oAt),
+                              "the window " + Quoted(oWindow.sName) + " is listed nowhere while it is open",
+                              "define a title of the action \"Window\" on the menu bar");
+            return;
+        }
+    }
+
+    [[nodiscard]] std::vector<std::string> TitleKeys() {
+        std::vector<std::string> aKeys;
+        for (const auto& [sName, oBar] : m_oPlan.Bars())
+            if (oBar.pTitle)
+                aKeys.push_back(oBar.sName);
+        return aKeys;
+    }
+
+    Model& m_oModel;
+    const MenuPlan& m_oPlan;
+    Report& m_oReport;
+    std::set<std::string> m_setPaths;      // folded, that have been reported
+    std::map<std::string, int> m_mapPaths; // how many entries have a folded path
+};
+
+} // namespace
+
+void CheckMenus(Model& oModel, const MenuPlan& oPlan, Report& oReport) {
+    MenuCheck(oModel, oPlan, oReport).Check();
+}
+
+} // namespace corvane::check

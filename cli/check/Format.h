@@ -1,0 +1,36 @@
+// The elements and attributes of definition files as data. What an attribute's text must be like is left to the
+// library's own conversions; here stands which of them an attribute goes through.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace corvane::check {
+
+enum class ValueKind { Text, Boolean, Number, WholeNumber, Word };
+enum class Need {
+    Optional,
+    Required, // no default would do
+    Name,     // the library takes an empty text, with which nothing can be done
+};
+
+struct AttributeFormat {
+    std::string_view sName;
+    ValueKind eKind = ValueKind::Text;
+    Need eNeed = Need::Optional;
+    std::span<const std::string_view> aWords = {};
+};
+
+struct ElementFormat {
+    std::string_view sName;
+    std::span<const AttributeFormat> aAttributes;
+    std::span<const ElementFormat> aChildren;
+
+    [[nodiscard]] const AttributeFormat* Attribute(std::string_view sAttribute) const;
+    [[nodiscard]] const ElementFormat* Child(std::string_view sElement) const;
+};
+
+// The root element.
+[[nodiscard]] const ElementFormat& ServiceFormat();
+
+} // namespace corvane::check

@@ -1,0 +1,17 @@
+// Shortcuts as definitions write them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::check {
+
+// "Ctrl+Shift+O" in one form for all ways of writing one shortcut; nothing for a text that hosts can't read. Case and
+// blanks don't count.
+[[nodiscard]] std::optional<std::string> ShortcutIn(std::string_view sText);
+
+// What the text may have been meant to be; nothing when nothing is near.
+[[nodiscard]] std::optional<std::string> NearestShortcut(std::string_view sText);
+
+} // namespace corvane::check

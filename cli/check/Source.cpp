@@ -1,0 +1,217 @@
+#include "cli/check/Source.h"
+
+#include "adapters/common/Encoding.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace corvane::check {
+
+namespace {
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+class Scanner {
+public:
+    explicit Scanner(std::string_view sText) : m_sText(sText) {}
+
+    // Elements in order of their start tags; each has its place in the tree already.
+    std::optional<Element> Run() {
+        while (const char* pNext = Find('<')) {
+            m_i = static_cast<std::size_t>(pNext - m_sText.data());
+            if (At("<!--"))
+                SkipThrough("-->");
+            else if (At("<![CDATA["))
+                SkipThrough("]]>");
+            else if (At("<?"))
+                SkipThrough("?>");
+            else if (At("<!"))
+                SkipDeclaration();
+            else if (At("</"))
+                EndTag();
+            else
+                StartTag();
+        }
+        return std::move(m_oRoot);
+    }
+
+private:
+    [[nodiscard]] const char* Find(char c) const {
+        return m_i < m_sText.size()
+                   ? static_cast<const char*>(std::memchr(m_sText.data() + m_i, c, m_sText.size() - m_i))
+                   : nullptr;
+    }
+    [[nodiscard]] bool At(std::string_view sWhat) const { return m_sText.substr(m_i, sWhat.size()) == sWhat; }
+    [[nodiscard]] char Here() const { return m_i < m_sText.size() ? m_sText[m_i] : '\0'; }
+    void SkipThrough(std::string_view sEnd) {
+        const std::size_t i = m_sText.find(sEnd, m_i);
+        m_i = i == std::string_view::npos ? m_sText.size() : i + sEnd.size();
+    }
+    void SkipBlanks() {
+        while (IsBlank(Here()))
+            ++m_i;
+    }
+
+    // A document type, with the declarations in its brackets.
+    void SkipDeclaration() {
+        int nBrackets = 0;
+        for (; m_i < m_sText.size(); ++m_i) {
+            if (At("<!--")) {
+                SkipThrough("-->");
+                --m_i;
+            } else if (Here() == '"' || Here() == '\'') {
+                m_i = std::min(m_sText.find(Here(), m_i + 1), m_sText.size() - 1);
+            } else if (Here() == '[') {
+                ++nBrackets;
+            } else if (Here() == ']') {
+                --nBrackets;
+            } else if (Here() == '>' && nBrackets == 0) {
+                ++m_i;
+                return;
+            }
+        }
+    }
+
+    void EndTag() {
+        if (!m_aOpen.empty())
+            m_aOpen.pop_back();
+        SkipThrough(">");
+    }
+
+    // Lines are counted up to the place that is asked for, which only moves forward.
+    [[nodiscard]] Position PositionOf(std::size_t i) {
+        while (const auto* p =
+                   static_cast<const char*>(std::memchr(m_sText.data() + m_iCounted, '\n', i - m_iCounted))) {
+            m_iCounted = static_cast<std::size_t>(p - m_sText.data()) + 1;
+            m_iLine = m_iCounted;
+            ++m_lLine;
+        }
+        m_iCounted = i;
+        return {m_lLine, static_cast<Long>(i - m_iLine) + 1};
+    }
+
+    [[nodiscard]] std::string_view Name() {
+        const std::size_t iBegin = m_i;
+        while (m_i < m_sText.size() && !IsBlank(Here()) && Here() != '=' && Here() != '>' && Here() != '/')
+            ++m_i;
+        return m_sText.substr(iBegin, m_i - iBegin);
+    }
+
+    void StartTag() {
+        Element* pElement = nullptr;
+        if (m_aOpen.empty()) {
+            m_oRoot.emplace();
+            pElement = &*m_oRoot;
+        } else {
+            pElement = &m_aOpen.back()->aChildren.emplace_back();
+        }
+        pElement->oAt = PositionOf(m_i);
+        ++m_i;
+        pElement->sName = Name();
+        for (SkipBlanks(); m_i < m_sText.size() && Here() != '>' && Here() != '/'; SkipBlanks())
+            AddAttribute(*pElement);
+        const bool bEmpty = Here() == '/';
+        SkipThrough(">");
+        if (!bEmpty)
+            m_aOpen.push_back(pElement);
+    }
+
+    void AddAttribute(Element& oElement) {
+        Attribute oAttribute;
+        oAttribute.oName = PositionOf(m_i);
+        oAttribute.sName = Name();
+        while (m_i < m_sText.size() && Here() != '"' && Here() != '\'')
+            ++m_i;
+        const char cQuote = Here();
+        const std::size_t iBegin = std::min(++m_i, m_sText.size());
+        oAttribute.oValue = PositionOf(iBegin);
+        m_i = std::min(m_sText.find(cQuote, iBegin), m_sText.size());
+        oAttribute.sRaw = m_sText.substr(iBegin, m_i - iBegin);
+        ++m_i;
+        oElement.aAttributes.push_back(std::move(oAttribute));
+    }
+
+    std::string_view m_sText;
+    std::size_t m_i = 0;
+    std::size_t m_iCounted = 0;
+    std::size_t m_iLine = 0; // where the line begins
+    Long m_lLine = 1;
+    std::optional<Element> m_oRoot;
+    std::vector<Element*> m_aOpen;
+};
+
+bool NeedsTheParser(std::string_view sRaw) {
+    return sRaw.find_first_of("&\t\n\r") != std::string_view::npos;
+}
+
+bool HasReferences(const Element& oElement) {
+    return std::any_of(oElement.aAttributes.begin(), oElement.aAttributes.end(),
+                       [](const Attribute& o) { return NeedsTheParser(o.sRaw); }) ||
+           std::any_of(oElement.aChildren.begin(), oElement.aChildren.end(), HasReferences);
+}
+
+std::size_t CountOf(const Element& oElement) {
+    std::size_t n = 1;
+    for (const Element& oChild : oElement.aChildren)
+        n += CountOf(oChild);
+    return n;
+}
+
+// aNodes are the document's elements, in document order as they are met here; empty where the parser isn't needed.
+void FillValues(Element& oElement, const std::vector<Ref<IXmlNode>>& aNodes, std::size_t& iNode) {
+    const std::size_t iThis = iNode++;
+    for (Attribute& oAttribute : oElement.aAttributes) {
+        if (!aNodes.empty() && NeedsTheParser(oAttribute.sRaw))
+            oAttribute.sValue = aNodes[iThis]->Attribute(oAttribute.sName).value_or("");
+        else
+            oAttribute.sValue =
+                IsAscii(oAttribute.sRaw) ? std::string(oAttribute.sRaw) : DecodeWindows1252(oAttribute.sRaw);
+    }
+    for (Element& oChild : oElement.aChildren)
+        FillValues(oChild, aNodes, iNode);
+}
+
+} // namespace
+
+const Attribute* Element::Find(std::string_view sAttribute) const {
+    for (const Attribute& oAttribute : aAttributes)
+        if (oAttribute.sName == sAttribute)
+            return &oAttribute;
+    return nullptr;
+}
+
+Attribute* Element::Find(std::string_view sAttribute) {
+    return const_cast<Attribute*>(std::as_const(*this).Find(sAttribute));
+}
+
+std::string Element::Value(std::string_view sAttribute) const {
+    const Attribute* pAttribute = Find(sAttribute);
+    return pAttribute ? pAttribute->sValue : std::string();
+}
+
+Position Element::At(std::string_view sAttribute) const {
+    const Attribute* pAttribute = Find(sAttribute);
+    return pAttribute ? pAttribute->oValue : oAt;
+}
+
+std::optional<Element> ScanElements(std::string_view sBytes, const Ref<IXmlDocument>& oDocument) {
+    if (sBytes.starts_with("\xEF\xBB\xBF"))
+        sBytes.remove_prefix(3);
+    std::optional<Element> oRoot = Scanner(sBytes).Run();
+    if (!oRoot)
+        return oRoot;
+    std::vector<Ref<IXmlNode>> aNodes;
+    if (HasReferences(*oRoot)) {
+        if (const Ref<IXmlNode> oNode = oDocument->SelectSingleNode("/*"))
+            aNodes = oNode->SelectNodes("//*");
+        if (aNodes.size() != CountOf(*oRoot))
+            aNodes.clear(); // entities hold elements: values stay as they are written
+    }
+    std::size_t iNode = 0;
+    FillValues(*oRoot, aNodes, iNode);
+    return oRoot;
+}
+
+} // namespace corvane::check

@@ -1,0 +1,64 @@
+#include "cli/commands/Commands.h"
+#include "cli/inspect/Document.h"
+#include "cli/inspect/Steps.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+namespace corvane::tool {
+
+namespace {
+
+struct Arguments {
+    std::string sApplication;
+    std::string sSteps;
+    bool bStandIns = false;
+    bool bJson = false;
+};
+
+int Inspect(const Arguments& oArguments) {
+    using namespace corvane::inspect;
+    if (!std::filesystem::is_directory(oArguments.sApplication))
+        return Fails(oArguments.sApplication, "there is no such application folder");
+    std::vector<Step> aSteps;
+    if (!oArguments.sSteps.empty()) {
+        std::ifstream oStream(oArguments.sSteps);
+        if (!oStream)
+            return Fails(oArguments.sSteps, "the file can't be read");
+        aSteps = ReadSteps(oStream, oArguments.sSteps);
+    }
+    ModelHost oHost({oArguments.sApplication, oArguments.bStandIns, nullptr});
+    DocumentOptions oOptions;
+    oOptions.bStandIns = oArguments.bStandIns;
+    if (oHost.Start()) {
+        for (const auto& oStep : aSteps) {
+            if (oHost.HasExited())
+                break;
+            Take(oHost, oStep);
+        }
+    }
+    for (const auto& oStep : aSteps) {
+        oOptions.bPopups |= oStep.sVerb == "rightclick";
+        oOptions.bMessages |= oStep.sVerb == "rename";
+        oOptions.bSizes |= oStep.sVerb == "resize";
+    }
+    std::cout << (oArguments.bJson ? JsonDocument(oHost, oOptions) : TextDocument(oHost, oOptions));
+    return Exit::Clean;
+}
+
+} // namespace
+
+void AddInspect(CLI::App& oApp, Run& fnRun) {
+    const auto pArguments = std::make_shared<Arguments>();
+    auto* pInspect = oApp.add_subcommand(
+        "inspect", "Starts an application without a display, takes steps and prints what stands on screen");
+    pInspect->add_option("APP", pArguments->sApplication, "The application folder")->required();
+    pInspect->add_option("--steps", pArguments->sSteps, "A file of steps to take, one a line");
+    pInspect->add_flag("--stand-ins", pArguments->bStandIns, "Let stand-ins take the place of all plug-ins");
+    pInspect->add_flag("--json", pArguments->bJson, "Print one JSON document");
+    pInspect->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Inspect(*pArguments); }; });
+}
+
+} // namespace corvane::tool

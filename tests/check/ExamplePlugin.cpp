@@ -1,0 +1,35 @@
+#include "corvane/base/PluginExport.h"
+#include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/services/ServiceBase.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
+
+namespace corvane {
+
+class ExampleService final : public Automation<ExampleService, IServiceAccess> {
+public:
+    Ref<IService> Service() override { return m_oServiceBase; }
+    void OnGreet() {
+        (void)Singleton::Framework()->WindowManager()->OpenWindow(
+            "ExampleWindow", nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
+            WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
+            WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
+            ShowApplyCommandConstants::cvDefinitionDefault, "");
+    }
+
+    static constexpr auto Members = MemberTable(Method("OnGreet", &ExampleService::OnGreet));
+
+private:
+    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+};
+
+class Plots final : public Automation<Plots> {
+public:
+    void Open() {}
+    static constexpr auto Members = MemberTable(Method("Open", &Plots::Open));
+};
+
+} // namespace corvane
+
+CORVANE_PLUGIN(Class<corvane::ExampleService>("ExampleSvc.ExampleService"), Class<corvane::Plots>("ExampleSvc.Plots"))

@@ -1,0 +1,133 @@
+#include "cli/check/Print.h"
+#include "tests/check/CheckedFolder.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace corvane::check {
+
+void PrintTo(const RuleText& oRule, std::ostream* pStream) {
+    *pStream << oRule.sName;
+}
+
+} // namespace corvane::check
+
+namespace corvane::testing {
+
+using check::Rule;
+
+namespace {
+
+bool LooksIntoPlugins(Rule eRule) {
+    return eRule >= Rule::MissingPlugin || eRule == Rule::UnreachableWindow;
+}
+
+class RuleExample : public ::testing::TestWithParam<check::RuleText> {};
+
+} // namespace
+
+// The examples that the reference shows. Each differs from its neighbour in what the rule is about.
+TEST_P(RuleExample, IsFoundAndItsNeighbourIsLeftAlone) {
+    const check::RuleText& oRule = GetParam();
+    const bool bPlugins = LooksIntoPlugins(oRule.eRule);
+    CheckedFolder oBad;
+    CheckedFolder oGood;
+    oBad.WriteExample(oRule.sBad);
+    oGood.WriteExample(oRule.sGood);
+    if (bPlugins) {
+        oBad.AddPlugins();
+        oGood.AddPlugins();
+    }
+    const auto aFindings = oBad.Check(bPlugins);
+    ASSERT_EQ(aFindings.size(), 1U) << oBad.Text(bPlugins);
+    EXPECT_EQ(check::TextOf(aFindings[0].eRule).sName, oRule.sName) << oBad.Text(bPlugins);
+    EXPECT_GT(aFindings[0].oPlace.oAt.lLine, 0);
+    EXPECT_GT(aFindings[0].oPlace.oAt.lColumn, 0);
+    EXPECT_EQ(oGood.Text(bPlugins), "");
+}
+
+namespace {
+
+std::vector<check::RuleText> RulesWithExamples() {
+    std::vector<check::RuleText> aRules(check::AllRules().begin(), check::AllRules().end());
+    std::erase_if(aRules, [](const check::RuleText& o) { return o.sBad.empty(); });
+    return aRules;
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(All, RuleExample, ::testing::ValuesIn(RulesWithExamples()), [](const auto& oInfo) {
+    std::string sName(oInfo.param.sName);
+    std::erase(sName, '-');
+    return sName;
+});
+
+TEST(Rules, StandInOrderAndTheReferenceShowsThem) {
+    int nRule = 0;
+    for (const auto& oRule : check::AllRules()) {
+        EXPECT_EQ(static_cast<int>(oRule.eRule), nRule++) << oRule.sName;
+        EXPECT_EQ(check::RuleNamed(oRule.sName), oRule.eRule);
+    }
+    std::stringstream oReference;
+    oReference << std::ifstream(CORVANE_SOURCE "/docs/check-rules.md").rdbuf();
+    EXPECT_TRUE(oReference.str() == check::RulesAsMarkdown()) << "docs/check-rules.md isn't what check --rules prints";
+}
+
+// Rules that no text of one file shows.
+TEST(Rules, OfTheFolder) {
+    EXPECT_EQ(CheckedFolder().Text(), "");
+    EXPECT_EQ(CheckedFolder().Remove("Services/Base.xml").Text(),
+              "Services: error: no active file has the ProgID \"Corvane.Framework\": add one, with the action "
+              "\"Navigation\" and its procedure \"ViewNavigation\" [missing-framework]\n");
+    EXPECT_EQ(CheckedFolder().Remove("Services/Service.xdr").Check().at(0).eRule, Rule::SchemaFile);
+    // A schema that is stricter than the format.
+    CheckedFolder oStrict;
+    oStrict.Write("Services/Service.xdr", R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
+<xs:element name="Service"><xs:complexType><xs:sequence><xs:any minOccurs="0" maxOccurs="2" processContents="skip"/>
+</xs:sequence><xs:attribute name="Name"/><xs:attribute name="ProgID"/></xs:complexType></xs:element></xs:schema>)");
+    EXPECT_EQ(oStrict.Text(),
+              "Services/Base.xml:2:1: error: Element 'Service', attribute 'Active': The attribute 'Active' is not "
+              "allowed: correct it, or use the Service.xdr that comes with Corvane [schema]\n");
+    EXPECT_THROW((void)CheckedFolder().Remove("Services").Check(), Failure);
+}
+
+TEST(Rules, FindNothingInStudies) {
+    EXPECT_EQ(check::AsText(check::Check({CORVANE_STUDIES, true}), false), "");
+}
+
+// Places are counted in characters of the file, with values behind references and over several lines.
+TEST(Rules, TellThePlaceAndTheCureOfManyProblemsAtOnce) {
+    CheckedFolder oFolder;
+    oFolder.Write("Services/Example.xml",
+                  "\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!-- <Service> \xE4 -->\n"
+                  "<Service Name='Ex\xE4mple&#33;'  ProgID='ExampleSvc.E' Active='ja'>\n"
+                  "\t<Menus>\n\t\t<MenuItem\n Type='MenuIten' ActionItem='A' PositionOrder='1,5'\n"
+                  "  Caption='&amp;'/><Menuitem/></Menus>\n<![CDATA[<a>]]></Service>");
+    EXPECT_EQ(
+        oFolder.Text(),
+        "Services/Example.xml:3:61: error: Active is neither true nor false: \"ja\": write \"True\" [bad-value]\n"
+        "Services/Example.xml:6:8: error: \"MenuIten\" is no Type: write \"MenuItem\" [bad-word]\n"
+        "Services/Example.xml:6:30: error: the service \"Ex\xC3\xA4mple!\" has no action \"A\": define it there as an "
+        "ActionItem [unknown-action]\n"
+        "Services/Example.xml:6:48: error: PositionOrder is no number: \"1,5\": write \"1.5\" [bad-value]\n"
+        "Services/Example.xml:7:20: error: Menus has no element \"Menuitem\": write \"MenuItem\" "
+        "[unknown-element]\n");
+    EXPECT_EQ(check::CheckFile(oFolder.Path(), "example.xml").size(), 5U);
+    EXPECT_TRUE(check::CheckFile(oFolder.Path(), "Base.xml").empty());
+}
+
+// What others expect of a file that can't be read isn't told as well.
+TEST(Rules, NameACauseAndNotItsConsequences) {
+    CheckedFolder oFolder;
+    oFolder.WriteExample(R"(<ActionItems><ActionItem Name="A" Action="OnA"/><ActionItem Name="B"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="1"/>
+<MenuItem Type="MenuItem" ActionItem="B" Path="Tools.More" PositionOrder="2"/></Menus>
+<ExplorerItems><ExplorerItem Name="I" Type="Folder" Parent="Elsewhere" Image="folder.svg"/></ExplorerItems>)");
+    EXPECT_EQ(oFolder.Check().size(), 3U) << oFolder.Text();
+    oFolder.Write("Services/Base.xml", "<Service><Menus></Service>");
+    EXPECT_EQ(oFolder.Text().substr(0, 59), "Services/Base.xml:1:27: error: Opening and ending tag misma");
+    EXPECT_EQ(oFolder.Check().size(), 1U) << oFolder.Text();
+}
+
+} // namespace corvane::testing
