@@ -18,9 +18,11 @@ public:
         : m_sFolder(JoinPath(sApplication, "Images")), m_oReport(oReport) {}
 
     void Check(const File& oFile, const Element& oElement) {
+        if (oElement.sName == "MenuItem")
+            return;
         for (const Attribute& oAttribute : oElement.aAttributes)
             if (oAttribute.sName.starts_with("Image") && !oAttribute.sValue.empty())
-                CheckImage(oAttribute.sValue, oFile.At(oAttribute.oValue));
+                CheckImage(std::string(oAttribute.sValue), oFile.At(oAttribute.oValue));
         for (const Element& oChild : oElement.aChildren)
             Check(oFile, oChild);
     }

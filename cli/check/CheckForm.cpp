@@ -136,13 +136,13 @@ private:
             case ValueKind::Text:
                 break;
             case ValueKind::Boolean:
-                (void)ToBoolean(oAttribute.sValue);
+                (void)ToBoolean(Variant(oAttribute.sValue));
                 break;
             case ValueKind::Number:
-                (void)ToSingle(oAttribute.sValue);
+                (void)ToSingle(Variant(oAttribute.sValue));
                 break;
             case ValueKind::WholeNumber:
-                (void)ToLong(oAttribute.sValue);
+                (void)ToLong(Variant(oAttribute.sValue));
                 break;
             case ValueKind::Word:
                 CheckWord(oFormat, oAttribute);
@@ -167,7 +167,7 @@ private:
     }
 
     void ReportValue(const AttributeFormat& oFormat, const Attribute& oAttribute, bool bOverflow) {
-        const std::string& sValue = oAttribute.sValue;
+        const std::string sValue(oAttribute.sValue);
         const bool bBoolean = oFormat.eKind == ValueKind::Boolean;
         std::string sCure = bBoolean ? "write True or False" : "write a number such as 10 or 12.5";
         if (bOverflow)
@@ -226,8 +226,6 @@ const Element* ElementBefore(const Element& oElement, std::string_view sName, Lo
 
 void ReportViolations(const File& oFile, const Ref<IXmlDocument>& oDocument, const Ref<IXmlSchemaCache>& oSchema,
                       const FormCheck& oCheck, Report& oReport) {
-    if (oDocument->Validate(oSchema).sReason.empty())
-        return;
     for (const XmlError& oError : Violations(oDocument, oSchema)) {
         if (oCheck.Names(oError.sReason))
             continue;
@@ -253,7 +251,7 @@ void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCac
                     WithoutLine(oError.sReason), "correct the XML there, or just before");
         return;
     }
-    std::optional<Element> oRoot = ScanElements(oFile.sBytes, oDocument);
+    std::optional<Element> oRoot = ScanElements(oFile.sBytes, oDocument, oFile.aTexts);
     if (!oDocument->SelectSingleNode("Service") || !oRoot) {
         const bool bNamespace = oRoot && oRoot->Find("xmlns");
         oReport.Add(Rule::NoServiceElement, oFile.At(oRoot ? oRoot->oAt : Position{1, 1}),
@@ -269,7 +267,7 @@ void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCac
     const bool bProgID = !oElement.Value("ProgID").empty();
     bool bTrue = pActive != nullptr;
     try {
-        bTrue = pActive && ToBoolean(pActive->sValue);
+        bTrue = pActive && ToBoolean(Variant(pActive->sValue));
     } catch (const Failure&) {
         bTrue = true; // the check of values below says so
     }
@@ -280,7 +278,7 @@ void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCac
         oReport.Add(Rule::InactiveFile, oFile.At(oElement.oAt),
                     std::string("the file has no effect, as it has no ") + (bProgID ? "Active" : "ProgID"),
                     bProgID ? "write Active=\"True\"" : "name the service's class");
-    if (oSchema)
+    if (oSchema && !oDocument->Validate(oSchema).sReason.empty())
         ReportViolations(oFile, oDocument, oSchema, oCheck, oReport);
 }
 

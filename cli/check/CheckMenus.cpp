@@ -38,7 +38,7 @@ public:
         for (const Placing& oPlacing : m_oPlan.Placings()) {
             CheckPlacing(oPlacing);
             if (!IsButton(*oPlacing.pEntry))
-                ++m_mapPaths[FoldText(oPlacing.pEntry->oDef->Path())];
+                ++m_mapPaths[oPlacing.pEntry->oDef->Path()];
         }
         for (const auto& [sName, oBar] : m_oPlan.Bars())
             CheckBar(oBar);
@@ -65,7 +65,7 @@ private:
                           "give the title an action of its own");
         else if (!IsButton(oEntry) && !oPlacing.oRank)
             ReportOverflow(oPlacing);
-        else if (oPlacing.sBar.empty())
+        else if (!oPlacing.pBar)
             ReportLost(oPlacing);
         else if (oPlacing.pOwner && IsTitle(oEntry) && oPlacing.pOwner->sKey != oEntry.sKey)
             ReportTitleBehind(oPlacing);
@@ -135,8 +135,7 @@ private:
         const Entry& oTitle = *oPlacing.pEntry;
         std::vector<Note> aNotes{{oPlacing.pOwner->At("PositionOrder"), "the other one"}};
         for (const Placing& oOther : m_oPlan.Placings())
-            if (oOther.sBar.empty() && oOther.pOwner &&
-                (oOther.pTitle == &oTitle || oOther.pTitle == oPlacing.pOwner) &&
+            if (!oOther.pBar && oOther.pOwner && (oOther.pTitle == &oTitle || oOther.pTitle == oPlacing.pOwner) &&
                 AreTitlesAtFault(oOther, *m_oPlan.PlacingOf(*oOther.pOwner)))
                 aNotes.push_back(
                     {oOther.pEntry->At("PositionOrder"), oOther.pEntry->Named() + " doesn't appear because of it"});
@@ -151,16 +150,16 @@ private:
             CheckToolbarOrder(oBar);
         else if (!oBar.pTitle && !oBar.bOfHost && !EqualText(oBar.sName, "View.Toolbars"))
             ReportPlaceholder(oBar);
-        else if (oBar.pTitle && oBar.aSlots.empty() && !m_mapPaths.contains(FoldText(oBar.sName)) && m_oModel.bComplete)
+        else if (oBar.pTitle && oBar.aSlots.empty() && !m_mapPaths.contains(oBar.sName) && m_oModel.bComplete)
             m_oReport.Add(Rule::TitleWithoutEntries, oBar.pTitle->At("ActionItem"),
                           "nothing stands below " + oBar.pTitle->Named(),
                           "give an entry this Path, or remove the title");
-        std::map<std::string, const Entry*> mapTools;
+        std::unordered_map<std::string_view, const Entry*, TextHash, TextEqual> mapTools;
         for (const Slot& oSlot : oBar.aSlots) {
             if (oSlot.aEntries.empty())
                 continue;
             const Entry& oEntry = *oSlot.aEntries.front();
-            const auto [it, bNew] = mapTools.emplace(FoldText(oSlot.sTool), &oEntry);
+            const auto [it, bNew] = mapTools.emplace(oSlot.sTool, &oEntry);
             if (!bNew && !AreRivals(*it->second, oEntry))
                 m_oReport.Add(Rule::DuplicateEntry, oEntry.At("PositionOrder"), oEntry.Named() + " stands there twice",
                               IsButton(oEntry) ? "remove one of both" : "give both one PositionOrder, or remove one",
@@ -178,7 +177,7 @@ private:
                           "the menu that shows and hides toolbars needs a title \"View\"", "define one");
             return;
         }
-        const int nOthers = m_mapPaths[FoldText(oBar.sName)] - 1;
+        const int nOthers = m_mapPaths[oBar.sName] - 1;
         const std::string sOthers =
             nOthers == 0 ? "" : " and " + std::to_string(nOthers) + (nOthers == 1 ? " other" : " others");
         m_oReport.Add(Rule::PathWithoutTitle, oEntry.At("Path"),
@@ -240,13 +239,14 @@ private:
             const Entry* pService = nullptr; // that answers
             bool bAnswered = false;
         };
-        std::map<std::string, Command> mapCommands;
-        std::vector<std::string> aOrder;
+        std::unordered_map<std::string_view, Command, TextHash, TextEqual> mapCommands;
+        mapCommands.reserve(m_oModel.nEntries);
+        std::vector<std::string_view> aOrder;
         for (Provider* pProvider : m_oModel.MenuProviders())
             for (const Entry& oEntry : pProvider->aEntries) {
                 if (IsTitle(oEntry) || oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle)
                     continue;
-                const std::string sTool = ToolOf(oEntry);
+                const std::string_view sTool = ToolOf(oEntry);
                 Command& oCommand = mapCommands[sTool];
                 if (!oCommand.pFirst) {
                     oCommand.pFirst = &oEntry;
@@ -264,22 +264,22 @@ private:
                                   {{oCommand.pService->At("ActionItem"), "the other one"}});
                 oCommand.pService = &oEntry;
             }
-        for (const std::string& sTool : aOrder)
+        for (const std::string_view sTool : aOrder)
             if (const Command& oCommand = mapCommands[sTool]; !oCommand.bAnswered && m_oModel.bComplete)
                 m_oReport.Add(Rule::EntryWithoutProcedure,
                               oCommand.pFirst->pProvider->pFile->At(oCommand.pFirst->pAction->pElement->oAt),
                               "the action of " + oCommand.pFirst->Named() + " has no procedure", "name one as Action");
     }
 
-    [[nodiscard]] std::string ToolOf(const Entry& oEntry) const {
+    [[nodiscard]] std::string_view ToolOf(const Entry& oEntry) {
         if (const Placing* pPlacing = m_oPlan.PlacingOf(oEntry); pPlacing && !pPlacing->sTool.empty())
-            return FoldText(pPlacing->sTool);
+            return pPlacing->sTool;
         // An entry of a context menu has the tool that its action has elsewhere.
         for (const Entry& oOther : oEntry.pProvider->aEntries)
             if (oOther.pAction == oEntry.pAction)
                 if (const Placing* pPlacing = m_oPlan.PlacingOf(oOther); pPlacing && !pPlacing->sTool.empty())
-                    return FoldText(pPlacing->sTool);
-        return "context." + FoldText(oEntry.pProvider->sName + "." + oEntry.sKey);
+                    return pPlacing->sTool;
+        return m_aNames.emplace_back("Context." + oEntry.pProvider->sName + "." + oEntry.sKey);
     }
 
     void CheckEffects() {
@@ -318,8 +318,9 @@ private:
     Model& m_oModel;
     const MenuPlan& m_oPlan;
     Report& m_oReport;
-    std::set<std::string> m_setPaths;      // folded, that have been reported
-    std::map<std::string, int> m_mapPaths; // how many entries have a folded path
+    std::deque<std::string> m_aNames;                                          // of tools in context menus
+    std::set<std::string> m_setPaths;                                          // folded, that have been reported
+    std::unordered_map<std::string_view, int, TextHash, TextEqual> m_mapPaths; // how many entries have a path
 };
 
 } // namespace

@@ -84,7 +84,7 @@ public:
 
 private:
     void CheckParent(const Provider& oItem) {
-        const std::string sParent = oItem.pElement->Value("Parent");
+        const std::string sParent(oItem.pElement->Value("Parent"));
         if (sParent.empty()) {
             if (EqualText(oItem.pElement->Value("Type"), "Default"))
                 m_oReport.Add(Rule::UnreachableItem, oItem.At("Type"),
@@ -118,7 +118,7 @@ private:
     }
 
     void CheckDefaultAction(Provider& oItem) {
-        const std::string sAction = oItem.pElement->Value("DefaultAction");
+        const std::string sAction(oItem.pElement->Value("DefaultAction"));
         if (sAction.empty() || oItem.FindAction(sAction))
             return;
         std::vector<std::string> aNames;

@@ -1,7 +1,5 @@
 #include "cli/check/MenuPlan.h"
 
-#include "corvane/base/Text.h"
-
 #include <algorithm>
 
 namespace corvane::check {
@@ -34,8 +32,12 @@ Double Hundredfold(const MenuItemDef& oDef) {
 MenuPlan::MenuPlan(Model& oModel) {
     for (const char* sName : {"StatusBar", "Explorer", sMainBar})
         AddBar(sName, nullptr).bOfHost = true;
-    for (const char* sName : {"Separator", "WindowList"})
-        m_mapTools.emplace(FoldText(sName), sName);
+    m_setTools.insert({"Separator", "WindowList"});
+    m_aByEntry.resize(oModel.nEntries);
+    m_aLost.resize(oModel.nActions);
+    m_aTools.resize(oModel.nActions);
+    m_mapMenu.reserve(oModel.nEntries);
+    m_setTools.reserve(oModel.nEntries);
     ReadTitles(oModel);
     for (Provider* pProvider : oModel.MenuProviders())
         for (const Entry& oEntry : pProvider->aEntries) {
@@ -44,7 +46,7 @@ MenuPlan::MenuPlan(Model& oModel) {
                 continue;
             Placing& oPlacing = m_aPlacings.emplace_back();
             oPlacing.pEntry = &oEntry;
-            m_mapPlacings.emplace(&oEntry, &oPlacing);
+            m_aByEntry[oEntry.iNumber] = &oPlacing;
             Rank(oPlacing);
             File(oPlacing);
         }
@@ -57,9 +59,9 @@ void MenuPlan::ReadTitles(Model& oModel) {
             if (!IsTitle(oEntry))
                 continue;
             // A page's title on the menu bar joins one that is there; below another title it doesn't.
-            if (pProvider->eKind == ProviderKind::Page && m_mapTitles.contains(FoldText(oEntry.pAction->oDef->Name())))
+            if (pProvider->eKind == ProviderKind::Page && m_mapTitles.contains(oEntry.pAction->oDef->Name()))
                 continue;
-            const auto [it, bNew] = m_mapTitles.emplace(FoldText(oEntry.sKey), &oEntry);
+            const auto [it, bNew] = m_mapTitles.emplace(oEntry.sKey, &oEntry);
             if (!bNew)
                 m_aDoubleTitles.push_back({it->second, &oEntry});
         }
@@ -85,20 +87,26 @@ void MenuPlan::File(Placing& oPlacing) {
         m_aShared.push_back(&oPlacing);
     };
     if (oPlacing.pEntry->oDef->MenuType() == MenuType::fwToolbarItem) {
-        const auto [it, bNew] = m_mapButtons.emplace(FoldText(oPlacing.pEntry->oDef->PositionKey()), &oPlacing);
+        const auto [it, bNew] = m_mapButtons.emplace(oPlacing.pEntry->oDef->PositionKey(), &oPlacing);
         if (!bNew)
             Share(*it->second);
     } else if (oPlacing.oRank) {
         const auto [it, bNew] = m_mapMenu.emplace(*oPlacing.oRank, &oPlacing);
         if (!bNew) {
             Share(*it->second);
-            m_mapLost.emplace(oPlacing.pEntry->pAction, &oPlacing);
+            if (const Placing*& pLost = m_aLost[oPlacing.pEntry->pAction->iNumber]; !pLost)
+                pLost = &oPlacing;
         }
     }
 }
 
 void MenuPlan::Build() {
+    std::vector<Placing*> aMenu;
+    aMenu.reserve(m_mapMenu.size());
     for (const auto& [lRank, pPlacing] : m_mapMenu)
+        aMenu.push_back(pPlacing);
+    std::sort(aMenu.begin(), aMenu.end(), [](const Placing* a, const Placing* b) { return *a->oRank < *b->oRank; });
+    for (Placing* pPlacing : aMenu)
         PlaceMenu(*pPlacing);
     for (Placing* pPlacing : m_aShared) {
         if (pPlacing->pEntry->oDef->MenuType() == MenuType::fwToolbarItem)
@@ -106,51 +114,52 @@ void MenuPlan::Build() {
         else
             PlaceMenu(*pPlacing);
     }
-    std::vector<std::pair<std::string, Placing*>> aButtons(m_mapButtons.begin(), m_mapButtons.end());
-    std::stable_sort(aButtons.begin(), aButtons.end(),
-                     [](const auto& a, const auto& b) { return CompareText(a.first, b.first) < 0; });
-    for (const auto& [sText, pPlacing] : aButtons)
+    for (const auto& [sText, pPlacing] : m_mapButtons)
         PlaceButton(*pPlacing);
     if (Bar* pWindows = Find("Window"))
         pWindows->aSlots.push_back({"WindowList", {}});
 }
 
 Bar& MenuPlan::AddBar(const std::string& sName, const Entry* pAsking) {
-    Bar& oBar = m_mapBars[FoldText(sName)];
+    Bar& oBar = m_mapBars[sName];
     oBar.sName = sName;
     oBar.pFirstAsked = pAsking;
     return oBar;
 }
 
-Bar* MenuPlan::Find(const std::string& sName) {
-    const auto it = m_mapBars.find(FoldText(sName));
+Bar* MenuPlan::Find(std::string_view sName) {
+    const auto it = m_mapBars.find(sName);
     return it == m_mapBars.end() ? nullptr : &it->second;
 }
 
-const Bar* MenuPlan::FindBar(const std::string& sName) const {
-    const auto it = m_mapBars.find(FoldText(sName));
+const Bar* MenuPlan::FindBar(std::string_view sName) const {
+    const auto it = m_mapBars.find(sName);
     return it == m_mapBars.end() ? nullptr : &it->second;
 }
 
-const Entry* MenuPlan::TitleOf(const std::string& sPath) const {
-    const auto it = m_mapTitles.find(FoldText(sPath));
+const Entry* MenuPlan::TitleOf(std::string_view sPath) const {
+    const auto it = m_mapTitles.find(sPath);
     return it == m_mapTitles.end() ? nullptr : it->second;
 }
 
 const Placing* MenuPlan::PlacingOf(const Entry& oEntry) const {
-    const auto it = m_mapPlacings.find(&oEntry);
-    return it == m_mapPlacings.end() ? nullptr : it->second;
+    return m_aByEntry[oEntry.iNumber];
 }
 
 const Placing* MenuPlan::LostPlaceOf(const Action& oAction) const {
-    const auto it = m_mapLost.find(&oAction);
-    return it == m_mapLost.end() ? nullptr : it->second;
+    return m_aLost[oAction.iNumber];
 }
 
-Slot* MenuPlan::SlotOf(Bar& oBar, const std::string& sTool) {
+Slot* MenuPlan::SlotOf(Bar& oBar, std::string_view sTool) {
     const auto it = std::find_if(oBar.aSlots.begin(), oBar.aSlots.end(),
                                  [&](const Slot& oSlot) { return EqualText(oSlot.sTool, sTool); });
     return it == oBar.aSlots.end() ? nullptr : &*it;
+}
+
+// A tool that no entry of the definitions makes, if it isn't there.
+std::string_view MenuPlan::AddTool(std::string_view sName) {
+    const auto it = m_setTools.find(sName);
+    return it != m_setTools.end() ? *it : *m_setTools.insert(m_aNames.emplace_back(sName)).first;
 }
 
 // Where entries of a path stand: a placeholder when no title is there. Nothing when the start would stop.
@@ -159,13 +168,11 @@ Bar* MenuPlan::EntryBar(const std::string& sPath, const Placing& oPlacing) {
         return pBar;
     const std::size_t iPoint = sPath.find('.');
     Bar* pRoot = Find(iPoint == std::string::npos ? sMainBar : sPath.substr(0, iPoint));
-    const bool bHasTool = m_mapTools.contains(FoldText(sPath));
+    const bool bHasTool = m_setTools.contains(sPath);
     if (!pRoot && !bHasTool)
         return nullptr;
-    if (!bHasTool) {
-        m_mapTools.emplace(FoldText(sPath), sPath);
-        pRoot->aSlots.push_back({sPath, {}});
-    }
+    if (!bHasTool)
+        pRoot->aSlots.push_back({AddTool(sPath), {}});
     return &AddBar(sPath, oPlacing.pEntry);
 }
 
@@ -176,9 +183,9 @@ Bar* MenuPlan::ParentBar(const std::string& sPath, const Placing& oPlacing) {
 // The tool that the action has already, or that of its key, or a new one.
 void MenuPlan::NameTool(Placing& oPlacing) {
     const Entry& oEntry = *oPlacing.pEntry;
-    std::string& sTool = m_mapActionTools[oEntry.pAction];
+    std::string_view& sTool = m_aTools[oEntry.pAction->iNumber];
     if (sTool.empty())
-        sTool = m_mapTools.emplace(FoldText(oEntry.sKey), oEntry.sKey).first->second;
+        sTool = *m_setTools.insert(oEntry.sKey).first;
     oPlacing.sTool = sTool;
     oPlacing.bReserved = EqualText(sTool, "Separator") || EqualText(sTool, "WindowList");
 }
@@ -195,12 +202,12 @@ void MenuPlan::PlaceMenu(Placing& oPlacing) {
 }
 
 void MenuPlan::PlaceEntry(Placing& oPlacing, Bar& oBar) {
-    if (!m_mapLost.contains(oPlacing.pEntry->pAction)) {
+    if (!LostPlaceOf(*oPlacing.pEntry->pAction)) {
         oBar.aSlots.push_back({oPlacing.sTool, {oPlacing.pEntry}});
-        oPlacing.sBar = oBar.sName;
+        oPlacing.pBar = &oBar;
     } else if (Slot* pSlot = SlotOf(oBar, oPlacing.sTool)) {
         pSlot->aEntries.push_back(oPlacing.pEntry);
-        oPlacing.sBar = oBar.sName;
+        oPlacing.pBar = &oBar;
     }
 }
 
@@ -230,7 +237,7 @@ void MenuPlan::PlaceTitle(Placing& oPlacing) {
         pSlot->aEntries.push_back(&oEntry);
     else
         pParent->aSlots.push_back({oPlacing.sTool, {&oEntry}});
-    oPlacing.sBar = pParent->sName;
+    oPlacing.pBar = pParent;
 }
 
 void MenuPlan::PlaceButton(Placing& oPlacing) {
@@ -239,18 +246,17 @@ void MenuPlan::PlaceButton(Placing& oPlacing) {
     if (!Find(sBar)) {
         if (!Find(sToolbarsMenu)) {
             // The list of toolbars, for which a menu View is made when there is none.
-            m_mapTools.emplace(FoldText(sToolbarsMenu), sToolbarsMenu);
+            const std::string_view sTool = AddTool(sToolbarsMenu);
             AddBar(sToolbarsMenu, oPlacing.pEntry);
             if (Bar* pView = EntryBar("View", oPlacing))
-                pView->aSlots.push_back({sToolbarsMenu, {}});
+                pView->aSlots.push_back({sTool, {}});
         }
-        Find(sToolbarsMenu)->aSlots.push_back({sBar, {}});
-        m_mapTools.emplace(FoldText(sBar), sBar);
+        Find(sToolbarsMenu)->aSlots.push_back({AddTool(sBar), {}});
         AddBar(sBar, oPlacing.pEntry);
     }
     Bar& oBar = *Find(sBar);
     oBar.aSlots.push_back({oPlacing.sTool, {oPlacing.pEntry}});
-    oPlacing.sBar = oBar.sName;
+    oPlacing.pBar = &oBar;
 }
 
 std::optional<Long> ContextRank(const MenuItemDef& oDef) {

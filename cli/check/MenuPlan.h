@@ -3,15 +3,18 @@
 #pragma once
 
 #include "cli/check/Model.h"
+#include "corvane/base/Text.h"
 
 #include <map>
 #include <set>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace corvane::check {
 
 // One place in a bar. The first entry gives it its texts, others share it. What the library puts there has none.
 struct Slot {
-    std::string sTool;
+    std::string_view sTool;
     std::vector<const Entry*> aEntries;
 };
 
@@ -23,6 +26,13 @@ struct Bar {
     bool bOfHost = false;               // there before any definition is read
 };
 
+struct TextLess {
+    using is_transparent = void;
+    bool operator()(std::string_view sLeft, std::string_view sRight) const noexcept {
+        return CompareText(sLeft, sRight) < 0;
+    }
+};
+
 struct Placing {
     const Entry* pEntry = nullptr;
     // Of an entry or title in menus; nothing when it is too large.
@@ -31,8 +41,8 @@ struct Placing {
     const Entry* pTitle = nullptr;
     // Who has the rank, or a button's text of path and order; nothing when it is this one.
     const Entry* pOwner = nullptr;
-    std::string sTool;
-    std::string sBar; // in which it stands; empty when it stands nowhere
+    std::string_view sTool;
+    const Bar* pBar = nullptr; // in which it stands; nothing when it stands nowhere
     // What stops the start, or takes a tool of the host.
     bool bReserved = false;    // the host has a bar or tool of that name
     bool bWithoutRoot = false; // nothing stands where its path begins
@@ -46,10 +56,10 @@ public:
     // In the order in which the definitions are read, those of context menus left out.
     [[nodiscard]] const std::deque<Placing>& Placings() const { return m_aPlacings; }
     [[nodiscard]] const Placing* PlacingOf(const Entry& oEntry) const;
-    [[nodiscard]] const std::map<std::string, Bar>& Bars() const { return m_mapBars; } // by folded name
-    [[nodiscard]] const Bar* FindBar(const std::string& sName) const;
+    [[nodiscard]] const std::map<std::string, Bar, TextLess>& Bars() const { return m_mapBars; }
+    [[nodiscard]] const Bar* FindBar(std::string_view sName) const;
     // The title that the ranks of a path go by.
-    [[nodiscard]] const Entry* TitleOf(const std::string& sPath) const;
+    [[nodiscard]] const Entry* TitleOf(std::string_view sPath) const;
     // Two titles of one key, the second of which stops the start.
     struct TitlePair {
         const Entry* pFirst;
@@ -66,7 +76,8 @@ private:
     void Build();
 
     Bar& AddBar(const std::string& sName, const Entry* pAsking);
-    Bar* Find(const std::string& sName);
+    Bar* Find(std::string_view sName);
+    std::string_view AddTool(std::string_view sName);
     Bar* EntryBar(const std::string& sPath, const Placing& oPlacing);
     Bar* ParentBar(const std::string& sPath, const Placing& oPlacing);
     void NameTool(Placing& oPlacing);
@@ -74,19 +85,20 @@ private:
     void PlaceEntry(Placing& oPlacing, Bar& oBar);
     void PlaceTitle(Placing& oPlacing);
     void PlaceButton(Placing& oPlacing);
-    static Slot* SlotOf(Bar& oBar, const std::string& sTool);
+    static Slot* SlotOf(Bar& oBar, std::string_view sTool);
 
     std::deque<Placing> m_aPlacings;
-    std::map<const Entry*, Placing*> m_mapPlacings;
-    std::map<std::string, const Entry*> m_mapTitles; // by folded key
+    std::vector<Placing*> m_aByEntry;       // by their numbers, as the next two by those of actions
+    std::vector<const Placing*> m_aLost;    // of each action one that has lost its place
+    std::vector<std::string_view> m_aTools; // of each action
+    std::unordered_map<std::string_view, const Entry*, TextHash, TextEqual> m_mapTitles; // by key
     std::vector<TitlePair> m_aDoubleTitles;
-    std::map<Long, Placing*> m_mapMenu;           // by rank
-    std::map<std::string, Placing*> m_mapButtons; // by folded text
+    std::unordered_map<Long, Placing*> m_mapMenu;           // by rank
+    std::map<std::string, Placing*, TextLess> m_mapButtons; // by position key
     std::vector<Placing*> m_aShared;
-    std::map<const Action*, const Placing*> m_mapLost;
-    std::map<std::string, Bar> m_mapBars;
-    std::map<std::string, std::string> m_mapTools; // names by folded names
-    std::map<const Action*, std::string> m_mapActionTools;
+    std::map<std::string, Bar, TextLess> m_mapBars;
+    std::unordered_set<std::string_view, TextHash, TextEqual> m_setTools;
+    std::deque<std::string> m_aNames; // of tools that the definitions don't hold
 };
 
 // The rank in the context menu of an explorer item.

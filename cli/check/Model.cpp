@@ -4,8 +4,8 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
-#include <map>
 #include <tuple>
+#include <unordered_map>
 
 namespace corvane::check {
 
@@ -18,7 +18,7 @@ public:
 
     std::optional<std::string> Attribute(std::string_view sName) const override {
         const auto* pAttribute = m_oElement.Find(sName);
-        return pAttribute && !pAttribute->bBad ? std::optional(pAttribute->sValue) : std::nullopt;
+        return pAttribute && !pAttribute->bBad ? std::optional<std::string>(pAttribute->sValue) : std::nullopt;
     }
     void SetAttribute(std::string_view /*sName*/, std::string_view /*sValue*/) override {}
     std::vector<Ref<IXmlNode>> SelectNodes(std::string_view /*sXPath*/) const override { return {}; }
@@ -68,7 +68,12 @@ public:
     }
 
 private:
-    using Places = std::map<std::string, Place>; // by folded name
+    struct Where {
+        const File* pFile;
+        Position oAt;
+    };
+    using Actions = std::unordered_map<std::string_view, Action*, TextHash, TextEqual>;
+    using Places = std::unordered_map<std::string, Where, TextHash, TextEqual>;
 
     void AddWindow(const File& oFile, const Element& oElement) {
         Window& oWindow = m_oModel.aWindows.emplace_back();
@@ -89,30 +94,33 @@ private:
         }
     }
 
-    void Fill(Provider& oProvider, ProviderKind eKind, const File& oFile, const Element& oElement, std::string sName,
-              std::string sProgID) {
+    void Fill(Provider& oProvider, ProviderKind eKind, const File& oFile, const Element& oElement,
+              std::string_view sName, std::string_view sProgID) {
         oProvider.eKind = eKind;
         oProvider.pFile = &oFile;
         oProvider.pElement = &oElement;
-        oProvider.sName = std::move(sName);
-        oProvider.sProgID = std::move(sProgID);
+        oProvider.sName = sName;
+        oProvider.sProgID = sProgID;
         Places mapActions;
+        Actions mapByName;
         ForEach(oElement, "ActionItems", "ActionItem", [&](const Element& oActionElement) {
-            const std::string sAction = oActionElement.Value("Name");
+            const std::string sAction(oActionElement.Value("Name"));
             if (!Register(mapActions, "action", sAction, oFile, oActionElement))
                 return;
             auto oDef = New<ActionItemDef>();
             oDef->Initialize(New<ElementNode>(oActionElement));
-            oProvider.aActions.push_back({&oActionElement, &oProvider, oDef});
+            oProvider.aActions.push_back({&oActionElement, &oProvider, oDef, m_oModel.nActions++});
+            mapByName.emplace(oDef->Name(), &oProvider.aActions.back());
         });
         Places mapEntries;
         ForEach(oElement, "Menus", "MenuItem",
-                [&](const Element& oEntryElement) { AddEntry(oProvider, oEntryElement, mapEntries); });
+                [&](const Element& oEntryElement) { AddEntry(oProvider, oEntryElement, mapByName, mapEntries); });
     }
 
-    void AddEntry(Provider& oProvider, const Element& oElement, Places& mapEntries) {
+    void AddEntry(Provider& oProvider, const Element& oElement, const Actions& mapActions, Places& mapEntries) {
         const Attribute* pName = oElement.Find("ActionItem");
-        Action* pAction = pName ? oProvider.FindAction(pName->sValue) : nullptr;
+        const auto itAction = pName ? mapActions.find(pName->sValue) : mapActions.end();
+        Action* pAction = itAction != mapActions.end() ? itAction->second : nullptr;
         if (pName && !pAction)
             ReportUnknownAction(oProvider, *pName);
         if (!pAction || !IsUsable(oElement, {"Type", "PositionOrder"}))
@@ -125,7 +133,7 @@ private:
         if (oProvider.eKind != ProviderKind::Service && !Register(mapEntries, "entry", sKey, *oProvider.pFile, oElement,
                                                                   "ActionItem", "remove it, or give it another Path"))
             return;
-        oProvider.aEntries.push_back({&oElement, &oProvider, pAction, oDef, sKey});
+        oProvider.aEntries.push_back({&oElement, &oProvider, pAction, oDef, sKey, m_oModel.nEntries++});
     }
 
     void ReportUnknownAction(const Provider& oProvider, const Attribute& oName) {
@@ -138,14 +146,14 @@ private:
     }
 
     // False for a name that is there already.
-    bool Register(Places& mapPlaces, const std::string& sKind, const std::string& sName, const File& oFile,
+    bool Register(Places& mapPlaces, std::string_view sKind, const std::string& sName, const File& oFile,
                   const Element& oElement, std::string_view sAttribute = "Name",
-                  const std::string& sCure = "give one of them another name") {
-        const Place oPlace = oFile.At(oElement.At(sAttribute));
-        const auto [it, bNew] = mapPlaces.emplace(FoldText(sName), oPlace);
-        if (!bNew && (!sName.empty() || sKind == "entry"))
-            m_oReport.Add(Rule::DuplicateName, oPlace, "there is a " + sKind + " " + Quoted(sName) + " already", sCure,
-                          {{it->second, "the first one"}});
+                  std::string_view sCure = "give one of them another name") {
+        const auto [it, bNew] = mapPlaces.try_emplace(sName, Where{&oFile, oElement.At(sAttribute)});
+        if (!bNew && !sName.empty())
+            m_oReport.Add(Rule::DuplicateName, oFile.At(oElement.At(sAttribute)),
+                          "there is a " + std::string(sKind) + " " + Quoted(sName) + " already", std::string(sCure),
+                          {{it->second.pFile->At(it->second.oAt), "the first one"}});
         return bNew;
     }
 
@@ -221,7 +229,7 @@ void BuildModel(Model& oModel, Report& oReport) {
 
 bool BooleanOf(const Element& oElement, std::string_view sAttribute, bool bDefault) {
     const Attribute* pAttribute = oElement.Find(sAttribute);
-    return pAttribute && !pAttribute->bBad ? ToBoolean(pAttribute->sValue) : bDefault;
+    return pAttribute && !pAttribute->bBad ? ToBoolean(Variant(pAttribute->sValue)) : bDefault;
 }
 
 std::string Quoted(std::string_view sText) {

@@ -31,8 +31,9 @@ struct File {
     std::string sPath; // for messages
     std::string sName;
     std::string sBytes;
-    std::optional<Element> oRoot; // nothing while the file can't be read as a definition
-    bool bActive = false;         // the library would read its records
+    std::deque<std::string> aTexts; // what ScanElements keeps
+    std::optional<Element> oRoot;   // nothing while the file can't be read as a definition
+    bool bActive = false;           // the library would read its records
 
     [[nodiscard]] Place At(Position oAt) const { return {sPath, oAt}; }
 };
@@ -43,6 +44,7 @@ struct Action {
     const Element* pElement;
     Provider* pProvider;
     Ref<ActionItemDef> oDef;
+    std::size_t iNumber; // among all actions of the model, from 0
 };
 
 struct Entry {
@@ -51,6 +53,7 @@ struct Entry {
     Action* pAction;
     Ref<MenuItemDef> oDef; // with its action
     std::string sKey;      // MenuItemDef.Key
+    std::size_t iNumber;   // among all entries of the model, from 0
 
     [[nodiscard]] Place At(std::string_view sAttribute) const;
     // "the entry "File.Open"", for messages.
@@ -91,6 +94,8 @@ struct Model {
     std::deque<Provider> aPages;
     std::deque<Provider> aPreferencePages;
     std::deque<Window> aWindows;
+    std::size_t nActions = 0;
+    std::size_t nEntries = 0;
 
     // Services, items and pages, as the menus are filled with them.
     [[nodiscard]] std::vector<Provider*> MenuProviders();

@@ -13,6 +13,15 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
+bool NeedsTheParser(std::string_view sRaw) {
+    return sRaw.find_first_of("&\t\n\r") != std::string_view::npos;
+}
+
+// Whether a value reads as it is written.
+bool IsPlain(std::string_view sRaw) {
+    return std::all_of(sRaw.begin(), sRaw.end(), [](char c) { return c >= ' ' && c != '&'; });
+}
+
 class Scanner {
 public:
     explicit Scanner(std::string_view sText) : m_sText(sText) {}
@@ -36,6 +45,8 @@ public:
         }
         return std::move(m_oRoot);
     }
+
+    [[nodiscard]] bool IsPlainText() const { return m_bPlain; }
 
 private:
     [[nodiscard]] const char* Find(char c) const {
@@ -110,16 +121,18 @@ private:
         pElement->oAt = PositionOf(m_i);
         ++m_i;
         pElement->sName = Name();
+        m_aAttributes.clear();
         for (SkipBlanks(); m_i < m_sText.size() && Here() != '>' && Here() != '/'; SkipBlanks())
-            AddAttribute(*pElement);
+            AddAttribute();
+        pElement->aAttributes.assign(m_aAttributes.begin(), m_aAttributes.end());
         const bool bEmpty = Here() == '/';
         SkipThrough(">");
         if (!bEmpty)
             m_aOpen.push_back(pElement);
     }
 
-    void AddAttribute(Element& oElement) {
-        Attribute oAttribute;
+    void AddAttribute() {
+        Attribute& oAttribute = m_aAttributes.emplace_back();
         oAttribute.oName = PositionOf(m_i);
         oAttribute.sName = Name();
         while (m_i < m_sText.size() && Here() != '"' && Here() != '\'')
@@ -129,8 +142,9 @@ private:
         oAttribute.oValue = PositionOf(iBegin);
         m_i = std::min(m_sText.find(cQuote, iBegin), m_sText.size());
         oAttribute.sRaw = m_sText.substr(iBegin, m_i - iBegin);
+        oAttribute.sValue = oAttribute.sRaw;
+        m_bPlain = m_bPlain && IsPlain(oAttribute.sRaw);
         ++m_i;
-        oElement.aAttributes.push_back(std::move(oAttribute));
     }
 
     std::string_view m_sText;
@@ -138,19 +152,11 @@ private:
     std::size_t m_iCounted = 0;
     std::size_t m_iLine = 0; // where the line begins
     Long m_lLine = 1;
+    bool m_bPlain = true;
     std::optional<Element> m_oRoot;
     std::vector<Element*> m_aOpen;
+    std::vector<Attribute> m_aAttributes; // of the tag at hand
 };
-
-bool NeedsTheParser(std::string_view sRaw) {
-    return sRaw.find_first_of("&\t\n\r") != std::string_view::npos;
-}
-
-bool HasReferences(const Element& oElement) {
-    return std::any_of(oElement.aAttributes.begin(), oElement.aAttributes.end(),
-                       [](const Attribute& o) { return NeedsTheParser(o.sRaw); }) ||
-           std::any_of(oElement.aChildren.begin(), oElement.aChildren.end(), HasReferences);
-}
 
 std::size_t CountOf(const Element& oElement) {
     std::size_t n = 1;
@@ -159,19 +165,30 @@ std::size_t CountOf(const Element& oElement) {
     return n;
 }
 
-// aNodes are the document's elements, in document order as they are met here; empty where the parser isn't needed.
-void FillValues(Element& oElement, const std::vector<Ref<IXmlNode>>& aNodes, std::size_t& iNode) {
-    const std::size_t iThis = iNode++;
-    for (Attribute& oAttribute : oElement.aAttributes) {
-        if (!aNodes.empty() && NeedsTheParser(oAttribute.sRaw))
-            oAttribute.sValue = aNodes[iThis]->Attribute(oAttribute.sName).value_or("");
-        else
-            oAttribute.sValue =
-                IsAscii(oAttribute.sRaw) ? std::string(oAttribute.sRaw) : DecodeWindows1252(oAttribute.sRaw);
+// Values that differ from what is written, from the document's elements, in document order as they are met here. aNodes
+// is empty where entities hold elements; values then stay as they are written.
+class Values {
+public:
+    Values(std::vector<Ref<IXmlNode>> aNodes, std::deque<std::string>& aTexts)
+        : m_aNodes(std::move(aNodes)), m_aTexts(aTexts) {}
+
+    void Fill(Element& oElement) {
+        const std::size_t iThis = m_iNode++;
+        for (Attribute& oAttribute : oElement.aAttributes) {
+            if (!m_aNodes.empty() && NeedsTheParser(oAttribute.sRaw))
+                oAttribute.sValue = m_aTexts.emplace_back(m_aNodes[iThis]->Attribute(oAttribute.sName).value_or(""));
+            else if (!IsAscii(oAttribute.sRaw))
+                oAttribute.sValue = m_aTexts.emplace_back(DecodeWindows1252(oAttribute.sRaw));
+        }
+        for (Element& oChild : oElement.aChildren)
+            Fill(oChild);
     }
-    for (Element& oChild : oElement.aChildren)
-        FillValues(oChild, aNodes, iNode);
-}
+
+private:
+    std::vector<Ref<IXmlNode>> m_aNodes;
+    std::deque<std::string>& m_aTexts;
+    std::size_t m_iNode = 0;
+};
 
 } // namespace
 
@@ -186,9 +203,9 @@ Attribute* Element::Find(std::string_view sAttribute) {
     return const_cast<Attribute*>(std::as_const(*this).Find(sAttribute));
 }
 
-std::string Element::Value(std::string_view sAttribute) const {
+std::string_view Element::Value(std::string_view sAttribute) const {
     const Attribute* pAttribute = Find(sAttribute);
-    return pAttribute ? pAttribute->sValue : std::string();
+    return pAttribute ? pAttribute->sValue : std::string_view();
 }
 
 Position Element::At(std::string_view sAttribute) const {
@@ -196,21 +213,20 @@ Position Element::At(std::string_view sAttribute) const {
     return pAttribute ? pAttribute->oValue : oAt;
 }
 
-std::optional<Element> ScanElements(std::string_view sBytes, const Ref<IXmlDocument>& oDocument) {
+std::optional<Element> ScanElements(std::string_view sBytes, const Ref<IXmlDocument>& oDocument,
+                                    std::deque<std::string>& aTexts) {
     if (sBytes.starts_with("\xEF\xBB\xBF"))
         sBytes.remove_prefix(3);
-    std::optional<Element> oRoot = Scanner(sBytes).Run();
-    if (!oRoot)
+    Scanner oScanner(sBytes);
+    std::optional<Element> oRoot = oScanner.Run();
+    if (!oRoot || oScanner.IsPlainText())
         return oRoot;
     std::vector<Ref<IXmlNode>> aNodes;
-    if (HasReferences(*oRoot)) {
-        if (const Ref<IXmlNode> oNode = oDocument->SelectSingleNode("/*"))
-            aNodes = oNode->SelectNodes("//*");
-        if (aNodes.size() != CountOf(*oRoot))
-            aNodes.clear(); // entities hold elements: values stay as they are written
-    }
-    std::size_t iNode = 0;
-    FillValues(*oRoot, aNodes, iNode);
+    if (const Ref<IXmlNode> oNode = oDocument->SelectSingleNode("/*"))
+        aNodes = oNode->SelectNodes("//*");
+    if (aNodes.size() != CountOf(*oRoot))
+        aNodes.clear();
+    Values(std::move(aNodes), aTexts).Fill(*oRoot);
     return oRoot;
 }
 

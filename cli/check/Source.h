@@ -6,6 +6,7 @@
 #include "cli/check/Findings.h"
 #include "corvane/platform/IXmlService.h"
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,8 +16,8 @@ namespace corvane::check {
 
 struct Attribute {
     std::string_view sName;
-    std::string sValue;    // UTF-8
-    std::string_view sRaw; // as it is written
+    std::string_view sValue; // UTF-8
+    std::string_view sRaw;   // as it is written
     Position oName;
     Position oValue;   // of its first character
     bool bBad = false; // has been found to be no value of its kind
@@ -31,13 +32,15 @@ struct Element {
     [[nodiscard]] const Attribute* Find(std::string_view sAttribute) const;
     [[nodiscard]] Attribute* Find(std::string_view sAttribute);
     // Empty when it isn't there.
-    [[nodiscard]] std::string Value(std::string_view sAttribute) const;
+    [[nodiscard]] std::string_view Value(std::string_view sAttribute) const;
     // Of the attribute's value, or of the element when it has none such.
     [[nodiscard]] Position At(std::string_view sAttribute) const;
 };
 
-// The elements of a text that is known to be well formed, nested below the root, which may be missing. Names and raw
-// values point into the text. An element that comes out of an entity isn't seen.
-[[nodiscard]] std::optional<Element> ScanElements(std::string_view sBytes, const Ref<IXmlDocument>& oDocument);
+// The elements of a text that is known to be well formed, nested below the root, which may be missing. Names and values
+// point into the text, or into aTexts where they are written otherwise than they read. An element that comes out of an
+// entity isn't seen.
+[[nodiscard]] std::optional<Element> ScanElements(std::string_view sBytes, const Ref<IXmlDocument>& oDocument,
+                                                  std::deque<std::string>& aTexts);
 
 } // namespace corvane::check

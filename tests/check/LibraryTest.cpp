@@ -137,7 +137,7 @@ void FillRandomly(Application& oApplication, unsigned uSeed) {
 std::string PlannedNames(const Bar& oBar) {
     std::string sNames;
     for (const Slot& oSlot : oBar.aSlots)
-        sNames += (sNames.empty() ? "" : " ") + oSlot.sTool;
+        sNames += (sNames.empty() ? "" : " ") + std::string(oSlot.sTool);
     return sNames;
 }
 
