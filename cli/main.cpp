@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
     Run fnRun;
     AddInspect(oApp, fnRun);
     AddCheck(oApp, fnRun);
+    AddExplain(oApp, fnRun);
     try {
         oApp.parse(argc, argv);
     } catch (const CLI::ParseError& oError) {

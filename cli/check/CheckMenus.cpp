@@ -272,13 +272,8 @@ private:
     }
 
     [[nodiscard]] std::string_view ToolOf(const Entry& oEntry) {
-        if (const Placing* pPlacing = m_oPlan.PlacingOf(oEntry); pPlacing && !pPlacing->sTool.empty())
-            return pPlacing->sTool;
-        // An entry of a context menu has the tool that its action has elsewhere.
-        for (const Entry& oOther : oEntry.pProvider->aEntries)
-            if (oOther.pAction == oEntry.pAction)
-                if (const Placing* pPlacing = m_oPlan.PlacingOf(oOther); pPlacing && !pPlacing->sTool.empty())
-                    return pPlacing->sTool;
+        if (const std::string_view sTool = m_oPlan.ToolOf(*oEntry.pAction); !sTool.empty())
+            return sTool;
         return m_aNames.emplace_back("Context." + oEntry.pProvider->sName + "." + oEntry.sKey);
     }
 

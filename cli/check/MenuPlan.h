@@ -66,6 +66,8 @@ public:
         const Entry* pSecond;
     };
     [[nodiscard]] const std::vector<TitlePair>& DoubleTitles() const { return m_aDoubleTitles; }
+    // The tool of an action that has a place in a menu or toolbar; empty for others.
+    [[nodiscard]] std::string_view ToolOf(const Action& oAction) const { return m_aTools[oAction.iNumber]; }
     // Whether any entry of the action has lost its own place to another; the library then places none of them.
     [[nodiscard]] const Placing* LostPlaceOf(const Action& oAction) const;
 

@@ -14,6 +14,7 @@ using Run = std::function<int()>;
 
 void AddInspect(CLI::App& oApp, Run& fnRun);
 void AddCheck(CLI::App& oApp, Run& fnRun);
+void AddExplain(CLI::App& oApp, Run& fnRun);
 
 // Prints "WHAT: error: WHY" and gives the exit code of a failure.
 int Fails(const std::string& sWhat, const std::string& sWhy);
