@@ -11,6 +11,9 @@ int main(int argc, char** argv) {
     Run fnRun;
     AddInspect(oApp, fnRun);
     AddCheck(oApp, fnRun);
+    AddNew(oApp, fnRun);
+    AddRun(oApp, fnRun);
+    AddPackage(oApp, fnRun);
     AddExplain(oApp, fnRun);
     try {
         oApp.parse(argc, argv);

@@ -14,6 +14,9 @@ using Run = std::function<int()>;
 
 void AddInspect(CLI::App& oApp, Run& fnRun);
 void AddCheck(CLI::App& oApp, Run& fnRun);
+void AddNew(CLI::App& oApp, Run& fnRun);
+void AddRun(CLI::App& oApp, Run& fnRun);
+void AddPackage(CLI::App& oApp, Run& fnRun);
 void AddExplain(CLI::App& oApp, Run& fnRun);
 
 // Prints "WHAT: error: WHY" and gives the exit code of a failure.

@@ -1,5 +1,6 @@
-#include "tests/support/Application.h"
+#include "testing/Application.h"
 
+#include "cli/inspect/Document.h"
 #include "cli/inspect/Steps.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -8,6 +9,7 @@
 #include "corvane/menus/MenuManager.h"
 #include "corvane/platform/controls/BarText.h"
 #include "corvane/services/ServiceManager.h"
+#include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 
 #include <cstdlib>
@@ -128,20 +130,33 @@ Application::Application() {
                              {{"ProgID", "Corvane.Framework"}}));
 }
 
+Application::Application(std::string sFolder) : m_sFolder(std::move(sFolder)), m_bIsOwn(false) {
+    if (!std::filesystem::is_directory(m_sFolder))
+        Fail(FailureNumber::PathNotFound, "There is no application folder \"" + m_sFolder + "\"");
+}
+
 Application::~Application() {
     m_pHost.reset();
     std::error_code oError;
-    std::filesystem::remove_all(m_sFolder, oError);
+    if (m_bIsOwn)
+        std::filesystem::remove_all(m_sFolder, oError);
 }
 
 Application& Application::AddFile(const std::string& sPath, std::string_view sBytes) {
+    CheckIsOwn();
     const std::filesystem::path oPath = std::filesystem::path(m_sFolder) / sPath;
     std::filesystem::create_directories(oPath.parent_path());
     std::ofstream(oPath, std::ios::binary) << sBytes;
     return *this;
 }
 
+void Application::CheckIsOwn() const {
+    if (!m_bIsOwn)
+        Fail(FailureNumber::InvalidProcedureCall, "The application folder \"" + m_sFolder + "\" isn't the test's own");
+}
+
 Application& Application::RemoveFile(const std::string& sPath) {
+    CheckIsOwn();
     std::filesystem::remove_all(std::filesystem::path(m_sFolder) / sPath);
     return *this;
 }
@@ -162,7 +177,7 @@ Application& Application::SetStandIns(const std::string& sJson) {
 void Application::Load() {
     m_nCallsTaken = m_nLogTaken = 0;
     m_pHost = std::make_unique<inspect::ModelHost>(
-        inspect::HostOptions{.sApplicationFolder = m_sFolder, .bStandIns = true, .oXml = nullptr});
+        inspect::HostOptions{.sApplicationFolder = m_sFolder, .bStandIns = m_bIsOwn, .oXml = nullptr});
 }
 
 Long Application::Start() {
@@ -226,6 +241,14 @@ Lines Application::TakeLog() {
     return aLines;
 }
 
+std::string Application::Text() const {
+    return inspect::TextDocument(*m_pHost, {});
+}
+
+std::string Application::Status() const {
+    return m_pHost->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+}
+
 std::string Application::BandText(const std::string& sBand) const {
     return BandAsText(*m_pHost->Bar()->Bands()->Item(sBand));
 }
@@ -235,6 +258,21 @@ std::string Application::BandNames(const std::string& sBand) const {
     for (const auto& oInstance : m_pHost->Bar()->Bands()->Item(sBand)->Tools()->All())
         sNames += (sNames.empty() ? "" : " ") + (oInstance->Name() == "Separator" ? "|" : oInstance->Name());
     return sNames;
+}
+
+Lines Application::OpenWindows() const {
+    Lines aNames;
+    for (const auto& oWindow : Windows()->Windows())
+        aNames.push_back(oWindow->WindowDef()->Name());
+    return aNames;
+}
+
+std::size_t Application::TabOf(const std::string& sCaption) const {
+    const auto aTrees = m_pHost->Trees();
+    for (std::size_t iTab = 0; iTab < aTrees.size(); ++iTab)
+        if (EqualText(aTrees[iTab]->Tag(), sCaption))
+            return iTab;
+    Fail(FailureNumber::InvalidProcedureCall, "There is no tab \"" + sCaption + "\"");
 }
 
 Lines Application::Nodes(std::size_t iTab) const {

@@ -1,0 +1,11 @@
+# Writes a source with the templates as texts: cmake -DFOLDER=... -DOUTPUT=... -P Embed.cmake
+file(GLOB_RECURSE files RELATIVE ${FOLDER} ${FOLDER}/* ${FOLDER}/.*)
+list(SORT files)
+set(source "#include \"cli/new/New.h\"\n\nnamespace corvane::scaffold {\n\nconst std::vector<Template>& Templates() {\n")
+string(APPEND source "    static const std::vector<Template> aTemplates{\n")
+foreach(file IN LISTS files)
+  file(READ ${FOLDER}/${file} text)
+  string(APPEND source "        {R\"path(${file})path\", R\"text(${text})text\"},\n")
+endforeach()
+string(APPEND source "    };\n    return aTemplates;\n}\n\n} // namespace corvane::scaffold\n")
+file(WRITE ${OUTPUT} "${source}")

@@ -1,0 +1,44 @@
+# corvane_add_application(NAME FOLDER source)
+#
+# Makes the target NAME: the application folder NAME of the build, with a copy of all files of the source folder
+# (Services, Images and what else there is) and the schema of definition files. The folder's path is the target's
+# property CORVANE_FOLDER.
+function(corvane_add_application name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "")
+  if(NOT arg_FOLDER)
+    message(FATAL_ERROR "corvane_add_application(${name}): name the folder of its files as FOLDER")
+  endif()
+  get_filename_component(source ${arg_FOLDER} ABSOLUTE)
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/${name})
+  file(GLOB_RECURSE files RELATIVE ${source} CONFIGURE_DEPENDS ${source}/*)
+  set(copies)
+  foreach(file IN LISTS files)
+    add_custom_command(OUTPUT ${folder}/${file} DEPENDS ${source}/${file}
+      COMMAND ${CMAKE_COMMAND} -E copy ${source}/${file} ${folder}/${file})
+    list(APPEND copies ${folder}/${file})
+  endforeach()
+  if(NOT "Services/Service.xdr" IN_LIST files)
+    add_custom_command(OUTPUT ${folder}/Services/Service.xdr DEPENDS ${Corvane_SCHEMA}
+      COMMAND ${CMAKE_COMMAND} -E copy ${Corvane_SCHEMA} ${folder}/Services/Service.xdr)
+    list(APPEND copies ${folder}/Services/Service.xdr)
+  endif()
+  add_custom_target(${name} ALL DEPENDS ${copies})
+  set_target_properties(${name} PROPERTIES CORVANE_FOLDER ${folder})
+endfunction()
+
+# corvane_add_service(LIBRARY APPLICATION name SOURCES source... [WIDGETS])
+#
+# Builds the plug-in LIBRARY, the part of a ProgID in front of the point, into the folder plugins of the application.
+# With WIDGETS it may have pages that are Qt widgets; find Corvane with the component Desktop then.
+function(corvane_add_service library)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "WIDGETS" "APPLICATION" "SOURCES")
+  if(NOT TARGET "${arg_APPLICATION}")
+    message(FATAL_ERROR "corvane_add_service(${library}): APPLICATION isn't one of corvane_add_application()")
+  endif()
+  get_target_property(folder ${arg_APPLICATION} CORVANE_FOLDER)
+  add_library(${library} MODULE ${arg_SOURCES})
+  target_link_libraries(${library} PRIVATE Corvane::Core $<$<BOOL:${arg_WIDGETS}>:Corvane::Desktop>)
+  set_target_properties(${library} PROPERTIES PREFIX lib CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+    LIBRARY_OUTPUT_DIRECTORY ${folder}/plugins)
+  add_dependencies(${arg_APPLICATION} ${library})
+endfunction()

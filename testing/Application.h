@@ -1,0 +1,105 @@
+// A whole application for a test, without a display: either a folder that exists, with its plug-ins, or a temporary one
+// of short definition files, with objects that stand in for plug-ins. One at a time may be running.
+#pragma once
+
+#include "cli/inspect/ModelHost.h"
+#include "corvane/base/Ref.h"
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+class ExplorerManager;
+class MenuManager;
+class ServiceManager;
+class WindowManager;
+} // namespace corvane
+
+namespace corvane::testing {
+
+using Lines = std::vector<std::string>;
+
+// An attribute of ServiceXml, as in {"Active", "false"}; it takes the place of the usual one.
+using Attribute = std::pair<std::string, std::string>;
+
+// A definition file: an active service named sName of the ProgID "sName.Service" around sContent.
+[[nodiscard]] std::string ServiceXml(const std::string& sName, const std::string& sContent = {},
+                                     std::initializer_list<Attribute> aAttributes = {});
+
+class Application {
+public:
+    // The folder begins with a permissive schema, the images "GenericExplorerItem.ico" and "open.bmp", and a file
+    // "!Shell.xml", which is read first and gives the explorer the action "Navigation" that it needs.
+    Application();
+    // An application folder that exists. Nothing is written there. Fails with 76 when it doesn't exist.
+    explicit Application(std::string sFolder);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    // Before Start, in a folder of the test's own (5 otherwise). The file goes into the folder "Services"; AddService
+    // makes it of ServiceXml, as sName.xml.
+    Application& AddDefinition(const std::string& sFile, const std::string& sXml);
+    Application& AddService(const std::string& sName, const std::string& sContent = {},
+                            std::initializer_list<Attribute> aAttributes = {});
+    Application& SetStandIns(const std::string& sJson);
+    Application& AddFile(const std::string& sPath, std::string_view sBytes); // below the application's folder
+    Application& RemoveFile(const std::string& sPath);
+
+    // Brings the application up. The number of the failure that stopped it, else 0.
+    Long Start();
+    // The main form unloads, and the library with it.
+    void Stop();
+    // The same up to where the library is loaded and nothing has been read.
+    void Load();
+
+    [[nodiscard]] const std::string& Folder() const { return m_sFolder; }
+    [[nodiscard]] inspect::ModelHost& Host() const { return *m_pHost; }
+    [[nodiscard]] Ref<corvane::ServiceManager> Services() const;
+    [[nodiscard]] Ref<corvane::MenuManager> Menus() const;
+    [[nodiscard]] Ref<corvane::ExplorerManager> Explorer() const;
+    [[nodiscard]] Ref<corvane::WindowManager> Windows() const;
+    [[nodiscard]] Ref<Tool> MasterTool(const std::string& sName) const; // fails with 5 when there is none
+
+    // Steps of an inspection, one a line, such as "node 0 Root". What a failure leaves the library with stays with the
+    // host.
+    void Take(const std::string& sSteps);
+    // A person chooses a tool. The number of the failure that comes out of the bar, else 0.
+    [[nodiscard]] Long Click(const std::string& sTool) const;
+
+    // What stand-ins have heard since the last call, as "P.A#1 DoX", arguments in parentheses: texts as they are,
+    // action items by name, nothing as "-".
+    [[nodiscard]] Lines TakeCalls();
+    // What has been logged since the last call, as "Module.Procedure number".
+    [[nodiscard]] Lines TakeLog();
+    // All that stands on screen, as corvane inspect prints it, to be compared with a text that is kept.
+    [[nodiscard]] std::string Text() const;
+    // The text of the status line.
+    [[nodiscard]] std::string Status() const;
+    // A band as the text of an inspection: an entry a line, two blanks a level.
+    [[nodiscard]] std::string BandText(const std::string& sBand) const;
+    // The names of a band's instances, "|" for a separator, with one blank between.
+    [[nodiscard]] std::string BandNames(const std::string& sBand) const;
+    // The names of the open windows' definitions, in order of opening.
+    [[nodiscard]] Lines OpenWindows() const;
+    // The tab of the explorer with that caption, from 0. Fails with 5 when there is none.
+    [[nodiscard]] std::size_t TabOf(const std::string& sCaption) const;
+    // The keys of the tab's nodes, depth first, each with a blank for each level before it.
+    [[nodiscard]] Lines Nodes(std::size_t iTab = 0) const;
+
+private:
+    void CheckIsOwn() const;
+
+    std::string m_sFolder;
+    bool m_bIsOwn = true;
+    std::unique_ptr<inspect::ModelHost> m_pHost;
+    std::size_t m_nCallsTaken = 0;
+    std::size_t m_nLogTaken = 0;
+};
+
+} // namespace corvane::testing

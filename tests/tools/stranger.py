@@ -1,0 +1,73 @@
+"""usage: stranger.py BUILD COMPILER -- what is installed is enough for somebody who has nothing else.
+
+Installs the build into a temporary folder, lets `corvane new` write an application with two services and add a third,
+builds it against the installed tree, runs its tests, checks it, and packages it."""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree
+
+build, compiler = sys.argv[1:]
+
+
+def run(*command, cwd=None, code=0):
+    done = subprocess.run(command, cwd=cwd, capture_output=True, text=True, env=environment)
+    if done.returncode != code:
+        sys.exit(f"{' '.join(map(str, command))}\nended with {done.returncode}\n{done.stdout}{done.stderr}")
+    return done.stdout
+
+
+with tempfile.TemporaryDirectory() as temporary:
+    home = pathlib.Path(temporary)
+    prefix = home / "installed"
+    environment = {"PATH": os.environ["PATH"], "HOME": str(home), "CMAKE_PREFIX_PATH": str(prefix), "CXX": compiler}
+    run("cmake", "--install", build, "--prefix", prefix)
+    corvane = prefix / "bin/corvane"
+
+    # As it was written, and with one more service.
+    run(corvane, "new", "birds", "--service", "Birds", "--service", "nests", cwd=home)
+    birds = home / "birds"
+    assert run(corvane, "new", "birds", cwd=home, code=3) == ""
+    run(corvane, "new", "--service", "Fledglings", cwd=birds)
+    run(corvane, "new", "--service", "Birds", cwd=birds, code=3)
+    run("cmake", "--preset", "dev", cwd=birds)
+    run("cmake", "--build", "--preset", "dev", cwd=birds)
+    tests = run("ctest", "--preset", "dev", cwd=birds)
+    assert "100% tests passed, 0 tests failed out of 4" in tests, tests
+    assert run(corvane, "check", birds / "build/birds", "--plugins") == ""
+
+    # Packed, it is what the desktop's own validators accept, and its launcher finds it.
+    packed = home / "packed"
+    run(corvane, "package", birds / "build/birds", "--prefix", packed)
+    entry = (packed / "share/applications/org.example.birds.desktop").read_text()
+    assert "Exec=birds\n" in entry and "Icon=org.example.birds\n" in entry, entry
+    assert (packed / "share/icons/hicolor/scalable/apps/org.example.birds.svg").is_file()
+    environment |= {"PATH": f"{prefix}/bin:{os.environ['PATH']}", "QT_QPA_PLATFORM": "offscreen"}
+    assert "Item 1" in run(packed / "bin/birds", "--print", "--quit")
+    (birds / "build/birds/about.json").write_text("{}")
+    run(corvane, "package", birds / "build/birds", "--prefix", packed, code=3)
+
+    # A library of other tools.
+    environment["PKG_CONFIG_PATH"] = ":".join(map(str, prefix.rglob("pkgconfig")))
+    source = home / "one.cpp"
+    source.write_text('#include "corvane/base/Variant.h"\nint main() { return corvane::ToLong("42") == 42 ? 0 : 1; }\n')
+    flags = run("pkg-config", "--cflags", "--libs", "corvane").split()
+    run(compiler, "-std=c++20", source, *flags, f"-Wl,-rpath,{next(prefix.rglob('libcorvane.so')).parent}", "-o", home / "one")
+    run(home / "one")
+
+    # The catalog leads editors to a schema that is there, under the name that new files give it.
+    catalog = prefix / "share/corvane/schema/catalog.xml"
+    names = {entry.get("name"): entry.get("uri") for entry in xml.etree.ElementTree.parse(catalog).getroot()}
+    assert (catalog.parent / names["urn:corvane:service-definition"]).is_file()
+    assert 'href="urn:corvane:service-definition"' in (birds / "app/Services/Birds.xml").read_text()
+
+    # The completion offers what the tool knows.
+    completion = prefix / "share/bash-completion/completions/corvane"
+    offered = run("bash", "-c", f'. {completion}; COMP_WORDS=({corvane} ch); COMP_CWORD=1; _corvane; echo "${{COMPREPLY[*]}}"')
+    assert offered == "check\n", offered
+    for command in ("check", "explain", "inspect", "new", "run", "package"):
+        assert command in run(corvane, "--help"), command
+        assert f".B corvane {command}" in (prefix / "share/man/man1/corvane.1").read_text(), command
