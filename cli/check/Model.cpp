@@ -4,6 +4,7 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
+#include <forward_list>
 #include <tuple>
 #include <unordered_map>
 
@@ -20,6 +21,10 @@ public:
         const auto* pAttribute = m_oElement.Find(sName);
         return pAttribute && !pAttribute->bBad ? std::optional<std::string>(pAttribute->sValue) : std::nullopt;
     }
+    const char* AttributeText(std::string_view sName) const override {
+        const std::optional<std::string> oText = Attribute(sName);
+        return oText ? m_aTexts.emplace_front(*oText).c_str() : nullptr;
+    }
     void SetAttribute(std::string_view /*sName*/, std::string_view /*sValue*/) override {}
     std::vector<Ref<IXmlNode>> SelectNodes(std::string_view /*sXPath*/) const override { return {}; }
     Ref<IXmlNode> SelectSingleNode(std::string_view /*sXPath*/) const override { return nullptr; }
@@ -27,6 +32,7 @@ public:
 
 private:
     const Element& m_oElement;
+    mutable std::forward_list<std::string> m_aTexts; // that have been handed out
 };
 
 template <class Act>
