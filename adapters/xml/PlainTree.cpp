@@ -5,6 +5,17 @@
 
 namespace corvane {
 
+PlainTree::PlainTree(std::shared_ptr<Memory> pMemory)
+    : m_pMemory(std::move(pMemory)),
+      // Not filled with zeros: of a block only what is used should be touched.
+      m_pBlock(m_pMemory->pSpare ? std::move(m_pMemory->pSpare)
+                                 : std::unique_ptr<std::byte[]>(new std::byte[Memory::nBlock])),
+      m_oMemory(m_pBlock.get(), Memory::nBlock) {}
+
+PlainTree::~PlainTree() {
+    m_pMemory->pSpare = std::move(m_pBlock);
+}
+
 xmlNodePtr PlainTree::AddElement(xmlDocPtr pDocument, xmlNodePtr pParent, const xmlChar* sName) {
     xmlNodePtr pElement = New<xmlNode>();
     pElement->type = XML_ELEMENT_NODE;

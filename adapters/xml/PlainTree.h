@@ -2,6 +2,7 @@
 // are. Only sources of this folder include it: it shows libxml2's types.
 #pragma once
 
+#include <cstddef>
 #include <libxml/tree.h>
 #include <memory>
 #include <memory_resource>
@@ -14,7 +15,14 @@ namespace corvane {
 // libxml2 that frees or resizes a node may be called on such a tree.
 class PlainTree {
 public:
-    PlainTree() = default;
+    // The first block, which the next tree takes over when this one goes: memory that was just in use is the fastest.
+    struct Memory {
+        static constexpr std::size_t nBlock = 256 * 1024;
+        std::unique_ptr<std::byte[]> pSpare;
+    };
+
+    explicit PlainTree(std::shared_ptr<Memory> pMemory);
+    ~PlainTree();
     PlainTree(const PlainTree&) = delete;
     PlainTree& operator=(const PlainTree&) = delete;
 
@@ -39,8 +47,9 @@ private:
         return new (m_oMemory.allocate(sizeof(T), alignof(T))) T{};
     }
 
-    static constexpr std::size_t nFirstBlock = 32 * 1024;
-    std::pmr::monotonic_buffer_resource m_oMemory{nFirstBlock};
+    std::shared_ptr<Memory> m_pMemory;
+    std::unique_ptr<std::byte[]> m_pBlock;
+    std::pmr::monotonic_buffer_resource m_oMemory;
 };
 
 } // namespace corvane

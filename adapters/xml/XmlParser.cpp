@@ -1,6 +1,5 @@
 #include "adapters/xml/XmlParser.h"
 
-#include "adapters/xml/PlainTree.h"
 #include "adapters/xml/XmlService.h"
 
 #include <algorithm>
@@ -118,7 +117,7 @@ XmlTree XmlParser::Parse(std::string_view sText, XmlError& oError) {
         oError = {XML_ERR_INTERNAL_ERROR, "the file is larger than 2 GiB", 0};
         return nullptr;
     }
-    State oState{m_pContext, {}, 0, std::make_unique<PlainTree>()};
+    State oState{m_pContext, {}, 0, std::make_unique<PlainTree>(m_pMemory)};
     XmlTree oTree = Read(sText, oState);
     if (oState.bGivenUp) {
         oState = State{m_pContext, {}, 0, nullptr};

@@ -1,6 +1,7 @@
 // Parsing under limits. Only sources of this folder include it: it shows libxml2's types.
 #pragma once
 
+#include "adapters/xml/PlainTree.h"
 #include "corvane/platform/IXmlService.h"
 
 #include <libxml/parser.h>
@@ -49,6 +50,7 @@ private:
                          const xmlChar* sSystemId, xmlChar* sContent);
 
     xmlParserCtxtPtr m_pContext = nullptr;
+    std::shared_ptr<PlainTree::Memory> m_pMemory = std::make_shared<PlainTree::Memory>();
 };
 
 } // namespace corvane

@@ -40,9 +40,8 @@ public:
     void Add(T oValue, std::string_view sKey) { AddShared(std::move(oValue), SharedText(sKey)); }
     // The same for a key that somebody else holds, too.
     void AddShared(T oValue, SharedText sKey) {
-        if (HasKey(sKey.Get()))
+        if (m_oPlaces.AddOrFind(sKey.Get(), static_cast<Place>(m_aSlots.size()), KeyOfPlace()))
             FailKeyInUse(sKey.Get());
-        m_oPlaces.Add(sKey.Get(), static_cast<Place>(m_aSlots.size()));
         m_aSlots.push_back({std::move(oValue), std::move(sKey), true, true});
     }
 

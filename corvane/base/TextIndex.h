@@ -29,12 +29,18 @@ public:
         return i == None ? nullptr : &m_aSlots[i].oThing;
     }
 
-    // The name must not be there yet.
-    void Add(std::string_view sName, T oThing) {
+    // Adds the thing unless there is one of that name: then nothing happens, and the other is what returns.
+    template <class NameOf>
+    T* AddOrFind(std::string_view sName, T oThing, const NameOf& fnNameOf) {
         if ((m_nUsed + 1) * 4 > m_aSlots.size() * 3)
             Grow();
-        Place({std::move(oThing), Hash(sName)});
+        const std::uint32_t uHash = Hash(sName);
+        const std::size_t i = Probe(sName, uHash, fnNameOf);
+        if (m_aSlots[i].uHash != 0)
+            return &m_aSlots[i].oThing;
+        m_aSlots[i] = {std::move(oThing), uHash};
         ++m_nUsed;
+        return nullptr;
     }
 
     // Nothing happens when there is none of that name.
@@ -73,11 +79,17 @@ private:
     [[nodiscard]] std::size_t SlotOf(std::string_view sName, const NameOf& fnNameOf) const {
         if (m_aSlots.empty())
             return None;
-        const std::uint32_t uHash = Hash(sName);
-        for (std::size_t i = uHash & Mask(); m_aSlots[i].uHash != 0; i = Next(i))
-            if (m_aSlots[i].uHash == uHash && EqualText(fnNameOf(m_aSlots[i].oThing), sName))
-                return i;
-        return None;
+        const std::size_t i = Probe(sName, Hash(sName), fnNameOf);
+        return m_aSlots[i].uHash != 0 ? i : None;
+    }
+    // Where the name stands, or the empty slot where it would.
+    template <class NameOf>
+    [[nodiscard]] std::size_t Probe(std::string_view sName, std::uint32_t uHash, const NameOf& fnNameOf) const {
+        std::size_t i = uHash & Mask();
+        while (m_aSlots[i].uHash != 0 &&
+               (m_aSlots[i].uHash != uHash || !EqualText(fnNameOf(m_aSlots[i].oThing), sName)))
+            i = Next(i);
+        return i;
     }
     void Place(Slot oSlot) {
         std::size_t i = oSlot.uHash & Mask();

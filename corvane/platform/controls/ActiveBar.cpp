@@ -153,7 +153,7 @@ Ref<Tool> ToolCollection::Find(std::string_view sName) const {
 }
 
 void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
-    if (Tool** ppFirst = m_oNames.Find(oTool->Name(), ToolName)) {
+    if (Tool** ppFirst = m_oNames.AddOrFind(oTool->Name(), oTool.Get(), ToolName)) {
         (*ppFirst)->m_bHasNamesakes = true;
         if (iPosition < m_aTools.size()) {
             const auto itFirst = std::find(m_aTools.begin(), m_aTools.end(), Ref<Tool>(*ppFirst));
@@ -162,8 +162,6 @@ void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
                 *ppFirst = oTool.Get();
             }
         }
-    } else {
-        m_oNames.Add(oTool->Name(), oTool.Get());
     }
     m_aTools.insert(m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition), std::move(oTool));
 }
@@ -331,8 +329,7 @@ std::string_view BandName(const Band* pBand) {
 Ref<Band> BandCollection::Add(SharedText sName) {
     auto oBand = New<Band>(m_pBar, std::move(sName));
     m_aBands.push_back(oBand);
-    if (!m_oNames.Find(oBand->Name(), BandName))
-        m_oNames.Add(oBand->Name(), oBand.Get());
+    (void)m_oNames.AddOrFind(oBand->Name(), oBand.Get(), BandName);
     if (m_pBar)
         m_pBar->Changed.Raise({BarChange::What::BandAdded, oBand.Get(), nullptr});
     return oBand;
