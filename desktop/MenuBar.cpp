@@ -9,20 +9,15 @@ namespace corvane::desktop {
 
 namespace {
 
-// More than fit on a screen. The menus of the titles behind are made when somebody comes to them.
-constexpr std::size_t nMenusAtOnce = 100;
+constexpr std::size_t nMostTitles = 60;
 
 } // namespace
 
 MenuBar::MenuBar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent)
-    : QMenuBar(pParent), m_oMenus(oMenus), m_oActions(oActions) {
+    : QMenuBar(pParent), m_oMenus(oMenus), m_oActions(oActions), m_pRest(new QMenu(tr("More"), this)) {
     m_oSample.addAction(QStringLiteral("X"));
-    // Before anything opens from a title, it is under the pointer or the keyboard's.
-    connect(this, &QMenuBar::hovered, this, [this](QAction* pAction) {
-        for (const Title& oTitle : m_aTitles)
-            if (oTitle.pAction == pAction && !oTitle.sDropDownBand.empty())
-                GiveMenu(pAction, oTitle.sDropDownBand);
-    });
+    m_pRest->addAction(QString()); // an empty menu is never asked to open
+    connect(m_pRest, &QMenu::aboutToShow, this, [this] { m_oMenus.FillWith(m_pRest, m_aRest); });
 }
 
 void MenuBar::Show(const Band& oBand) {
@@ -31,27 +26,44 @@ void MenuBar::Show(const Band& oBand) {
     std::vector<QAction*> aBefore;
     for (const Title& oTitle : aOld)
         aBefore.push_back(oTitle.pAction);
-    for (const auto& oInstance : oBand.Tools()->All())
-        if (!EqualText(oInstance->Name(), "Separator"))
-            m_aTitles.push_back(TakeOrMake(oInstance, aOld, m_aTitles.size() < nMenusAtOnce));
-    if (std::equal(m_aTitles.begin(), m_aTitles.end(), aBefore.begin(), aBefore.end(),
-                   [](const Title& oTitle, const QAction* pAction) { return oTitle.pAction == pAction; }))
-        return;
-    for (QAction* pAction : aBefore)
-        removeAction(pAction);
-    for (const Title& oTitle : m_aTitles)
-        addAction(oTitle.pAction);
-    for (const Title& oTitle : aOld)
-        if (oTitle.pAction) {
-            // One of its entries may be what is running now.
-            if (QMenu* pMenu = oTitle.pAction->menu())
-                pMenu->deleteLater();
-            oTitle.pAction->deleteLater();
-        }
+    std::vector<Ref<Tool>> aRest;
+    for (const auto& oInstance : oBand.Tools()->All()) {
+        if (EqualText(oInstance->Name(), "Separator"))
+            continue;
+        if (m_aTitles.size() < nMostTitles)
+            m_aTitles.push_back(TakeOrMake(oInstance, aOld));
+        else
+            aRest.push_back(oInstance);
+    }
+    const bool bSame =
+        std::equal(m_aTitles.begin(), m_aTitles.end(), aBefore.begin(), aBefore.end(),
+                   [](const Title& oTitle, const QAction* pBefore) { return oTitle.pAction == pBefore; });
+    if (!bSame) {
+        for (QAction* pAction : aBefore)
+            removeAction(pAction);
+        for (const Title& oTitle : m_aTitles)
+            insertAction(m_aRest.empty() ? nullptr : m_pRest->menuAction(), oTitle.pAction);
+        for (const Title& oTitle : aOld)
+            if (oTitle.pAction) {
+                // One of its entries may be what is running now.
+                if (QMenu* pMenu = oTitle.pAction->menu())
+                    pMenu->deleteLater();
+                oTitle.pAction->deleteLater();
+            }
+    }
+    ShowRest(std::move(aRest));
+}
+
+void MenuBar::ShowRest(std::vector<Ref<Tool>> aRest) {
+    if (aRest.empty() && !m_aRest.empty())
+        removeAction(m_pRest->menuAction());
+    else if (!aRest.empty() && m_aRest.empty())
+        addAction(m_pRest->menuAction());
+    m_aRest = std::move(aRest);
 }
 
 // What is taken leaves nothing behind in the old titles.
-MenuBar::Title MenuBar::TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld, bool bMenuAtOnce) {
+MenuBar::Title MenuBar::TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld) {
     const std::string& sBand = oInstance->DropDownBand();
     const auto itOld = std::find_if(aOld.begin(), aOld.end(), [&](const Title& oTitle) {
         return oTitle.pAction && oTitle.oInstance == oInstance && oTitle.sDropDownBand == sBand;
@@ -62,14 +74,8 @@ MenuBar::Title MenuBar::TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title
         return {oInstance, sBand, m_oActions.Add(oInstance, ActionPlace::Menu, this)};
     auto* pTitle = new QAction(this);
     m_oActions.Follow(oInstance, ActionPlace::Menu, pTitle, false);
-    if (bMenuAtOnce)
-        GiveMenu(pTitle, sBand);
+    pTitle->setMenu(m_oMenus.NewMenu(sBand, this));
     return {oInstance, sBand, pTitle};
-}
-
-void MenuBar::GiveMenu(QAction* pTitle, const std::string& sBand) {
-    if (!pTitle->menu())
-        pTitle->setMenu(m_oMenus.NewMenu(sBand, this));
 }
 
 bool MenuBar::HasVisibleTitle() const {

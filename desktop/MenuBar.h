@@ -1,4 +1,5 @@
-// The menu bar on screen, which shows the titles of one band.
+// The menu bar on screen, which shows the titles of one band. What stands behind the first sixty titles, for which no
+// screen has room, stands in a menu at the end that is filled when it opens.
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"
@@ -30,14 +31,16 @@ private:
         std::string sDropDownBand;
         QAction* pAction;
     };
-    [[nodiscard]] Title TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld, bool bMenuAtOnce);
-    void GiveMenu(QAction* pTitle, const std::string& sBand);
+    [[nodiscard]] Title TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld);
+    void ShowRest(std::vector<Ref<Tool>> aRest);
     [[nodiscard]] bool HasVisibleTitle() const;
     [[nodiscard]] const QMenuBar& Sample() const;
 
     MenuBuilder& m_oMenus;
     BarActions& m_oActions;
     std::vector<Title> m_aTitles;
+    QMenu* m_pRest;
+    std::vector<Ref<Tool>> m_aRest;      // the titles in it
     mutable QMenuBar m_oSample{nullptr}; // of one title, never shown
 };
 

@@ -1,18 +1,42 @@
 #include "desktop/MenuBuilder.h"
 
 #include <QCoreApplication>
+#include <QHideEvent>
 #include <QTimer>
 
 namespace corvane::desktop {
 
+namespace {
+
+// A menu that doesn't come up when a handler has refused its opening: Qt has no way to say so before it shows.
+class BandMenu final : public QMenu {
+public:
+    using QMenu::QMenu;
+    void SetRefused(bool bRefused) { m_bRefused = bRefused; }
+
+    void setVisible(bool bVisible) override {
+        if (!bVisible || !m_bRefused)
+            return QMenu::setVisible(bVisible);
+        // Whoever opened it believes that it is open until it hides.
+        QTimer::singleShot(0, this, [this] {
+            QHideEvent oEvent;
+            hideEvent(&oEvent);
+        });
+    }
+
+private:
+    bool m_bRefused = false;
+};
+
+} // namespace
+
 QMenu* MenuBuilder::NewMenu(const std::string& sBand, QWidget* pParent) {
-    auto* pMenu = new QMenu(pParent);
+    auto* pMenu = new BandMenu(pParent);
     pMenu->setSeparatorsCollapsible(true);
     pMenu->setToolTipsVisible(false);
     QObject::connect(pMenu, &QMenu::aboutToShow, pMenu, [this, pMenu, sBand] {
         const Ref<Band> oBand = m_oActiveBar->Bands()->Find(sBand);
-        if (!oBand || !Fill(pMenu, oBand))
-            QTimer::singleShot(0, pMenu, &QMenu::close);
+        pMenu->SetRefused(!oBand || !Fill(pMenu, oBand));
     });
     // An empty menu is never asked to open; this entry goes when the menu is filled.
     pMenu->addAction(QString());
@@ -22,15 +46,23 @@ QMenu* MenuBuilder::NewMenu(const std::string& sBand, QWidget* pParent) {
 bool MenuBuilder::Fill(QMenu* pMenu, const Ref<Band>& oBand) {
     bool bOpens = false;
     m_fnGuard([&] { bOpens = m_oActiveBar->Open(oBand); });
-    qDeleteAll(pMenu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
-    pMenu->clear();
     if (!bOpens)
         return false;
-    for (const auto& oInstance : oBand->Tools()->All())
-        AddInstance(pMenu, oInstance);
+    FillWith(pMenu, oBand->Tools()->All());
     if (pMenu->isEmpty())
         pMenu->addAction(QCoreApplication::translate("MenuBuilder", "(empty)"))->setEnabled(false);
     return true;
+}
+
+void MenuBuilder::Clear(QMenu* pMenu) {
+    qDeleteAll(pMenu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
+    pMenu->clear();
+}
+
+void MenuBuilder::FillWith(QMenu* pMenu, const std::vector<Ref<Tool>>& aInstances) {
+    Clear(pMenu);
+    for (const auto& oInstance : aInstances)
+        AddInstance(pMenu, oInstance);
 }
 
 void MenuBuilder::AddInstance(QMenu* pMenu, const Ref<Tool>& oInstance) {

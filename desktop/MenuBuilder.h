@@ -31,8 +31,11 @@ public:
     QMenu* NewMenu(const std::string& sBand, QWidget* pParent);
     // Fills a menu at once. False when a handler refused the opening.
     bool Fill(QMenu* pMenu, const Ref<Band>& oBand);
+    // Fills a menu that belongs to no band.
+    void FillWith(QMenu* pMenu, const std::vector<Ref<Tool>>& aInstances);
 
 private:
+    static void Clear(QMenu* pMenu);
     void AddInstance(QMenu* pMenu, const Ref<Tool>& oInstance);
     void AddWindows(QMenu* pMenu);
 

@@ -17,6 +17,7 @@
 #include "desktop/service/ProgressControl.h"
 
 #include <QMenuBar>
+#include <algorithm>
 #include <cstdlib>
 
 namespace corvane::bench {
@@ -125,7 +126,10 @@ void ShowCorvaneWindow(const Job& oJob) {
     oWindow.Flush();
     ShowAndPaint(oWindow);
     oApplication.ExpectModels(oJob.oSize);
-    Expect(oWindow.menuBar()->actions().size() >= oJob.oSize.nServices + 1, "a menu a file in the window");
+    // The bar shows sixty titles and keeps the others in one more.
+    constexpr int nMostTitles = 61;
+    Expect(oWindow.menuBar()->actions().size() >= std::min(oJob.oSize.nServices + 1, nMostTitles),
+           "a menu a file in the window");
     Expect(oFailures.ShownCount() == 0, "no failures");
     std::_Exit(0);
 }

@@ -25,20 +25,6 @@ bool IsNumeric(std::string_view sKey) {
     return oNumber && std::isfinite(*oNumber);
 }
 
-Double KeyNumber(const SortedListItem& oItem) {
-    if (oItem.bNumberRead)
-        return oItem.dblNumber;
-    const std::string& sKey = oItem.Key;
-    const std::optional<Double> oNumber = NumberIn(sKey);
-    if (!oNumber)
-        Fail(FailureNumber::TypeMismatch, "Type mismatch: the key \"" + sKey + "\" is not a number");
-    if (std::isinf(*oNumber))
-        Fail(FailureNumber::Overflow);
-    oItem.dblNumber = *oNumber;
-    oItem.bNumberRead = true;
-    return oItem.dblNumber;
-}
-
 Long HalfToEven(Long lSum) {
     const Long lLower = lSum / 2;
     return lSum % 2 == 0 ? lLower : lLower + lLower % 2;
@@ -77,6 +63,72 @@ private:
 
 } // namespace
 
+SortedListItem::SortedListItem(const Variant& vKey, Variant vValue) : m_bObject(vValue.IsObject()) {
+    if (const Long* pLong = vKey.Get<Long>()) {
+        m_eKeyState = KeyState::Whole;
+        m_dblNumber = *pLong;
+    } else {
+        m_sKey = ToText(vKey);
+    }
+    if (m_bObject)
+        m_oObject = ToObject(vValue);
+    else if (!vValue.IsEmpty())
+        m_pPlain = std::make_unique<Variant>(std::move(vValue));
+}
+
+SortedListItem& SortedListItem::operator=(const SortedListItem& oOther) {
+    Deleted = oOther.Deleted;
+    m_bObject = oOther.m_bObject;
+    m_eKeyState = oOther.m_eKeyState;
+    m_sKey = oOther.m_sKey;
+    m_dblNumber = oOther.m_dblNumber;
+    m_oObject = oOther.m_oObject;
+    m_pPlain = oOther.m_pPlain ? std::make_unique<Variant>(*oOther.m_pPlain) : nullptr;
+    return *this;
+}
+
+std::string SortedListItem::Key() const {
+    return m_eKeyState == KeyState::Whole ? ToText(static_cast<Long>(m_dblNumber)) : m_sKey.Get();
+}
+
+Double SortedListItem::KeyNumber() const {
+    if (m_eKeyState != KeyState::Text)
+        return m_dblNumber;
+    const std::string& sKey = m_sKey;
+    const std::optional<Double> oNumber = NumberIn(sKey);
+    if (!oNumber)
+        Fail(FailureNumber::TypeMismatch, "Type mismatch: the key \"" + sKey + "\" is not a number");
+    if (std::isinf(*oNumber))
+        Fail(FailureNumber::Overflow);
+    m_dblNumber = *oNumber;
+    m_eKeyState = KeyState::TextAndNumber;
+    return m_dblNumber;
+}
+
+bool SortedListItem::IsKeyNumeric() const {
+    return m_eKeyState != KeyState::Text || IsNumeric(m_sKey.Get());
+}
+
+int SortedListItem::CompareTexts(const SortedListItem& oLeft, const SortedListItem& oRight) {
+    if (oLeft.m_eKeyState != KeyState::Whole && oRight.m_eKeyState != KeyState::Whole)
+        return CompareText(oLeft.m_sKey.Get(), oRight.m_sKey.Get());
+    return CompareText(oLeft.Key(), oRight.Key());
+}
+
+Variant SortedListItem::Value() const {
+    if (m_bObject)
+        return m_oObject;
+    return m_pPlain ? *m_pPlain : Variant();
+}
+
+Variant SortedListItem::TakeValue() {
+    Variant vTaken = Value();
+    m_oObject = nullptr;
+    if (!m_bObject)
+        m_pPlain = std::make_unique<Variant>(Long{0});
+    return vTaken;
+}
+
 void SortedList::Remove(std::string_view sKey) try {
     Long lSlot = 0;
     BinarySearch(sKey, lSlot);
@@ -96,7 +148,7 @@ void SortedList::RemoveTop() try {
 std::vector<Variant> SortedList::Items() try {
     std::vector<Variant> aItems;
     for (const Long lSlot : LiveSlots())
-        aItems.push_back(Slot(lSlot).Value);
+        aItems.push_back(Slot(lSlot).Value());
     return aItems;
 } catch (...) {
     Reraise("SortedList", "Items");
@@ -105,7 +157,7 @@ std::vector<Variant> SortedList::Items() try {
 std::vector<std::string> SortedList::Keys() try {
     std::vector<std::string> aKeys;
     for (const Long lSlot : LiveSlots())
-        aKeys.push_back(Slot(lSlot).Key);
+        aKeys.push_back(Slot(lSlot).Key());
     return aKeys;
 } catch (...) {
     Reraise("SortedList", "Keys");
@@ -141,14 +193,14 @@ void SortedList::SetSortMode(SortModeConstants eSortMode) try {
 Variant SortedList::Item(std::string_view sKey) try {
     Long lSlot = 0;
     BinarySearch(sKey, lSlot);
-    return lSlot != 0 ? Slot(lSlot).Value : Variant();
+    return lSlot != 0 ? Slot(lSlot).Value() : Variant();
 } catch (...) {
     Reraise("SortedList", "Item");
 }
 
 Variant SortedList::GetTop() try {
     const Long lSlot = TopSlot();
-    return lSlot != 0 ? Slot(lSlot).Value : Variant(Long{0});
+    return lSlot != 0 ? Slot(lSlot).Value() : Variant(Long{0});
 } catch (...) {
     Reraise("SortedList", "GetTop");
 }
@@ -156,15 +208,15 @@ Variant SortedList::GetTop() try {
 void SortedList::Add(const Variant& vKey, Variant vValue) try {
     if (m_eSortMode == SortNumeric && vKey.IsObject())
         FailKeyInvalid();
-    std::string sKey = ToText(vKey);
-    if (m_eSortMode == SortNumeric && !IsNumeric(sKey))
+    SortedListItem oItem(vKey, std::move(vValue));
+    if (m_eSortMode == SortNumeric && !oItem.IsKeyNumeric())
         FailKeyInvalid();
     if (m_lHighest >= m_lAllocated)
         Allocate();
     ++m_lCount;
     ++m_lHighest;
     // What a compaction left in the slot is released.
-    Slot(m_lHighest) = {std::move(sKey), std::move(vValue)};
+    Slot(m_lHighest) = std::move(oItem);
     m_bNeedsSort = true;
 } catch (...) {
     Reraise("SortedList", "Add");
@@ -265,7 +317,7 @@ void SortedList::Defrag() try {
 
 void SortedList::BinarySearch(std::string_view sKey, Long& lResult) try {
     SortIfNeeded();
-    const SortedListItem oWanted{sKey, {}};
+    const SortedListItem oWanted(sKey);
     Long lLo = 1;
     Long lHi = m_lHighest;
     while (lLo <= lHi) {
@@ -293,11 +345,11 @@ void SortedList::BinarySearch(std::string_view sKey, Long& lResult) try {
 
 void SortedList::KeyComp(const SortedListItem& oItem1, const SortedListItem& oItem2, Long& lResult) const try {
     if (m_eSortMode == SortNumeric) {
-        const Double dblKey1 = KeyNumber(oItem1);
-        const Double dblKey2 = KeyNumber(oItem2);
+        const Double dblKey1 = oItem1.KeyNumber();
+        const Double dblKey2 = oItem2.KeyNumber();
         lResult = dblKey1 > dblKey2 ? 1 : dblKey1 < dblKey2 ? -1 : 0;
     } else {
-        const int nOrder = CompareText(oItem1.Key.Get(), oItem2.Key.Get());
+        const int nOrder = SortedListItem::CompareTexts(oItem1, oItem2);
         lResult = nOrder > 0 ? 1 : nOrder < 0 ? -1 : 0;
     }
 } catch (...) {
@@ -328,11 +380,7 @@ Long SortedList::TopSlot() {
 
 void SortedList::RemoveSlot(Long lIndex) {
     SortedListItem& oItem = Slot(lIndex);
-    const Variant vReleased = std::move(oItem.Value); // its end may call back, so it comes last
-    if (vReleased.IsObject())
-        oItem.Value = Ref<Object>();
-    else
-        oItem.Value = Long{0};
+    const Variant vReleased = oItem.TakeValue(); // its end may call back, so it comes last
     oItem.Deleted = true;
     --m_lCount;
 }

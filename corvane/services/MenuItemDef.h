@@ -44,13 +44,14 @@ public:
     std::string_view TypeName() const override { return "MenuItemDef"; }
 
 private:
-    corvane::MenuType m_eMenuType{};
     Single m_fPositionOrder = 0;
+    // Two small words rather than two long ones: there is a record for every entry.
+    corvane::MenuType m_eMenuType : 8 {};
+    corvane::SeparatorStyle m_eSeparatorStyle : 8 = corvane::SeparatorStyle::fwSeparatorNone;
     SharedText m_sCaption;
     SharedText m_sShortCutKey;
     SharedText m_sPath;
     SharedText m_sToolTip;
-    corvane::SeparatorStyle m_eSeparatorStyle = corvane::SeparatorStyle::fwSeparatorNone;
     Ref<corvane::ActionItemDef> m_oActionItemDef;
 };
 

@@ -90,6 +90,56 @@ TEST_F(BarRendererTest, MenuIsFilledWhenItOpensAndItsEntryClicksTheTool) {
     EXPECT_EQ(m_aClicked, QStringList("File.Open"));
 }
 
+TEST_F(BarRendererTest, TitlesThatStayKeepTheirMenusAndNewOnesTakeTheirPlaces) {
+    QMenuBar* pBar = m_oWindow.menuBar();
+    QAction* pFile = pBar->actions().front();
+    QMenu* pFileMenu = pFile->menu();
+    m_oBar->Bands()->Add("Context.New")->SetBandKind(BandKind::Popup);
+    m_pRenderer->Flush();
+    EXPECT_EQ(pBar->actions().front()->menu(), pFileMenu) << "a band elsewhere is none of the bar's business";
+
+    const auto oTools = m_oBar->Bands()->Item("Main")->Tools();
+    for (int i = 0; i < 70; ++i)
+        oTools->Insert(0, AddTool("Early"))->SetCaption(std::to_string(i));
+    m_pRenderer->Flush();
+    ASSERT_EQ(pBar->actions().size(), 61);
+    EXPECT_EQ(pBar->actions().front()->text(), "69");
+    EXPECT_FALSE(pBar->actions().contains(pFile)) << "it stands among the rest";
+    QMenu* pRest = pBar->actions().back()->menu();
+    Q_EMIT pRest->aboutToShow();
+    ASSERT_EQ(pRest->actions().size(), 11);
+    EXPECT_EQ(pRest->actions().back()->text(), "&File");
+    Q_EMIT pRest->actions().back()->menu()->aboutToShow();
+    EXPECT_EQ(Texts(*pRest->actions().back()->menu()).front(), "&Open\tCtrl+O");
+
+    while (oTools->Count() > 1)
+        oTools->Remove(0);
+    m_pRenderer->Flush();
+    ASSERT_EQ(pBar->actions().size(), 1);
+    EXPECT_EQ(pBar->actions().front()->text(), "&File");
+}
+
+TEST_F(BarRendererTest, ButtonThatReplacesAnotherIsShown) {
+    QToolBar* pToolbar = m_pRenderer->ToolbarOf(*m_oToolbar);
+    m_oToolbar->Tools()->Remove(0);
+    m_oToolbar->Tools()->Insert(-1, AddTool("Other"))->SetCaption("Other");
+    m_pRenderer->Flush();
+    ASSERT_EQ(pToolbar->actions().size(), 2) << "the button and the close box";
+    EXPECT_EQ(pToolbar->actions().front()->text(), "Other");
+}
+
+TEST_F(BarRendererTest, MenuWhoseOpeningIsRefusedNeverShows) {
+    const auto oRefuse = m_oBar->BandOpen.Subscribe([](const Ref<Band>&, bool& bCancel) { bCancel = true; });
+    QMenu* pMenu = m_oWindow.menuBar()->actions().front()->menu();
+    bool bShown = false;
+    QObject::connect(pMenu, &QMenu::aboutToHide, pMenu, [&] { bShown = bShown || pMenu->isVisible(); });
+    m_oWindow.menuBar()->setActiveAction(m_oWindow.menuBar()->actions().front());
+    EXPECT_FALSE(pMenu->isVisible());
+    QApplication::processEvents();
+    EXPECT_FALSE(pMenu->isVisible() || bShown);
+    EXPECT_EQ(m_oWindow.menuBar()->activeAction(), nullptr) << "the bar has let go of it";
+}
+
 TEST_F(BarRendererTest, ShortCutReachesTheToolUnlessItIsDisabledHiddenOrNeededByAnEditor) {
     auto* pEdit = new QLineEdit;
     m_oWindow.setCentralWidget(pEdit);
