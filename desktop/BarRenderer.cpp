@@ -9,9 +9,11 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 
 namespace corvane::desktop {
 
@@ -103,12 +105,14 @@ void BarRenderer::Flush() {
     const auto mapStates = std::exchange(m_mapStates, {});
     const auto setTexts = std::exchange(m_setTexts, {});
     for (const auto& oBand : m_oActiveBar->Bands()->All()) {
-        if (!bAllBands && !setBands.contains(oBand.Get()))
+        const bool bChanged = bAllBands || setBands.contains(oBand.Get());
+        // A button that comes or goes may be the only one.
+        if (oBand->Kind() == BandKind::Toolbar && (bChanged || !mapStates.empty()))
+            ShowToolbar(oBand);
+        if (!bChanged)
             continue;
         if (oBand->Kind() == BandKind::MenuBar)
             m_pMenuBar->Show(*oBand);
-        else if (oBand->Kind() == BandKind::Toolbar)
-            ShowToolbar(oBand);
         else if (IsBand(*oBand, sStatusBand))
             m_pWindow->statusBar()->setVisible(oBand->Visible());
     }
@@ -119,10 +123,15 @@ void BarRenderer::Flush() {
     ShowStatusBar();
 }
 
-// A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it.
+// A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it. Without a
+// visible button it would be an empty strip.
 void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
     const auto it = m_mapToolbars.find(oBand.Get());
-    if (!oBand->Visible()) {
+    const auto& aTools = oBand->Tools()->All();
+    const bool bHasButton = std::any_of(aTools.begin(), aTools.end(), [](const Ref<Tool>& oTool) {
+        return oTool->Visible() && !EqualText(oTool->Name(), "Separator");
+    });
+    if (!oBand->Visible() || !bHasButton) {
         if (it != m_mapToolbars.end())
             it->second.pToolbar->hide();
         return;
@@ -194,7 +203,9 @@ void BarRenderer::AddButton(QToolBar* pToolbar, const Ref<Tool>& oInstance) {
 
 // A toolbar that floats has a frame without buttons of its own.
 void BarRenderer::AddCloseButton(QToolBar* pToolbar, const Ref<Band>& oBand) {
-    auto* pClose = new QAction(m_pWindow->style()->standardIcon(QStyle::SP_TitleBarCloseButton), tr("Close"), pToolbar);
+    const QIcon oIcon =
+        QIcon::fromTheme("window-close", m_pWindow->style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    auto* pClose = new QAction(oIcon, tr("Close"), pToolbar);
     pClose->setToolTip(tr("Close this toolbar"));
     pClose->setProperty("corvane_close", true);
     pClose->setVisible(pToolbar->isFloating());
@@ -226,6 +237,13 @@ QMenu* BarRenderer::NewPopup(const Ref<Band>& oBand) {
     for (QAction* pAction : pMenu->actions())
         if (pAction->font().bold())
             pMenu->setDefaultAction(pAction);
+    // Qt tells descriptions to the window only for menus that hang on one of its bars.
+    const auto fnDescribe = [pWindow = m_pWindow](const QString& sText) {
+        QStatusTipEvent oEvent(sText);
+        QCoreApplication::sendEvent(pWindow, &oEvent);
+    };
+    connect(pMenu, &QMenu::hovered, m_pWindow, [fnDescribe](QAction* pAction) { fnDescribe(pAction->statusTip()); });
+    connect(pMenu, &QMenu::aboutToHide, m_pWindow, [fnDescribe] { fnDescribe({}); });
     return pMenu;
 }
 
@@ -263,7 +281,8 @@ QMenu* BarRenderer::NewCustomizeMenu() {
 
 bool BarRenderer::IsForWindow(QObject* pWatched) const {
     const auto* pWidget = qobject_cast<QWidget*>(pWatched);
-    if (!pWidget || QApplication::activeModalWidget() || QApplication::activePopupWidget())
+    if (!pWidget || QGuiApplication::modalWindow() || QApplication::activeModalWidget() ||
+        QApplication::activePopupWidget())
         return false;
     // Docks and toolbars that float belong to the window as well.
     for (const QWidget* p = pWidget; p; p = p->parentWidget())
@@ -276,10 +295,13 @@ bool BarRenderer::FireShortCut(QObject* pWatched, QKeyEvent& oEvent) {
     const Ref<Tool> oTool = m_oShortCuts.Find(oEvent.keyCombination());
     if (!oTool)
         return false;
-    // A widget that edits text keeps the keys that it needs itself.
+    // A widget that edits text keeps the keys that it needs itself, also one that it didn't use just now, so that the
+    // key goes on to the widgets around it.
+    QWidget* pFocus = QApplication::focusWidget();
+    const bool bInside = pFocus && qobject_cast<QWidget*>(pWatched)->isAncestorOf(pFocus);
     QKeyEvent oOverride(QEvent::ShortcutOverride, oEvent.key(), oEvent.modifiers(), oEvent.text());
     oOverride.ignore();
-    QCoreApplication::sendEvent(pWatched, &oOverride);
+    QCoreApplication::sendEvent(bInside ? pFocus : pWatched, &oOverride);
     if (oOverride.isAccepted())
         return false;
     m_fnGuard([&] { m_oActiveBar->Click(oTool); });

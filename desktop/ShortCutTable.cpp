@@ -4,6 +4,21 @@
 
 namespace corvane::desktop {
 
+namespace {
+
+Qt::Key Twin(Qt::Key eKey) {
+    switch (eKey) {
+    case Qt::Key_Enter: // of the keypad
+        return Qt::Key_Return;
+    case Qt::Key_Backtab: // what Shift makes of the tabulator
+        return Qt::Key_Tab;
+    default:
+        return eKey;
+    }
+}
+
+} // namespace
+
 QKeySequence KeyIn(const QString& sText) {
     static constexpr std::array<std::pair<const char*, const char*>, 9> aNames{{{"control", "Ctrl"},
                                                                                 {"strg", "Ctrl"},
@@ -35,9 +50,21 @@ QString ShortCutText(const Tool& oTool) {
     return aTexts.join(", ");
 }
 
-Ref<Tool> ShortCutTable::Find(QKeyCombination oKeys) {
+Ref<Tool> ShortCutTable::Find(QKeyCombination oPressed) {
     if (!m_bValid)
         Read();
+    const Qt::Key eKey = Twin(oPressed.key());
+    Qt::KeyboardModifiers eModifiers =
+        oPressed.keyboardModifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (Ref<Tool> oTool = Exactly(QKeyCombination(eModifiers, eKey)))
+        return oTool;
+    const bool bSign = eKey > Qt::Key_Space && eKey < Qt::Key_Escape && (eKey < Qt::Key_A || eKey > Qt::Key_Z);
+    if (!bSign || !eModifiers.testFlag(Qt::ShiftModifier))
+        return nullptr;
+    return Exactly(QKeyCombination(eModifiers.setFlag(Qt::ShiftModifier, false), eKey));
+}
+
+Ref<Tool> ShortCutTable::Exactly(QKeyCombination oKeys) const {
     const auto it = m_mapTools.constFind(oKeys.toCombined());
     if (it != m_mapTools.constEnd())
         for (Tool* pTool : *it)

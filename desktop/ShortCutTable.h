@@ -23,10 +23,13 @@ public:
     explicit ShortCutTable(Ref<ActiveBar> oActiveBar) : m_oActiveBar(std::move(oActiveBar)) {}
 
     void Invalidate() { m_bValid = false; }
-    // The first tool of those keys, in order of the master list, that is visible and enabled; nothing without one.
-    [[nodiscard]] Ref<Tool> Find(QKeyCombination oKeys);
+    // The first tool of the keys that were pressed, in order of the master list, that is visible and enabled; nothing
+    // without one. A key of the keypad counts as its twin, and a sign that is typed with Shift also without it:
+    // "Ctrl++" is Ctrl, Shift and the key of the equals sign on many keyboards.
+    [[nodiscard]] Ref<Tool> Find(QKeyCombination oPressed);
 
 private:
+    [[nodiscard]] Ref<Tool> Exactly(QKeyCombination oKeys) const;
     void Read();
 
     Ref<ActiveBar> m_oActiveBar;

@@ -55,6 +55,31 @@ TEST_F(ApplicationTest, MenuOnScreenTogglesTheStatusBarAndTheExplorer) {
     EXPECT_FALSE(oApplication.Bar()->Tools()->Item("View.Navigation")->Checked());
 }
 
+TEST_F(ApplicationTest, SecondClickDuringARunningActionIsDropped) {
+    Application oApplication({App(), false});
+    ASSERT_TRUE(oApplication.Start());
+    QMenu* pView = oApplication.Window().menuBar()->actions().front()->menu();
+    Q_EMIT pView->aboutToShow();
+    QAction* pExplorer = pView->actions().at(0);
+    QAction* pStatusBar = pView->actions().at(1);
+    int nSecondClicks = 0;
+    {
+        // The explorer's band changes while the action that shows it still runs.
+        const auto oDuring = oApplication.Bar()->Changed.Subscribe([&](const BarChange& oChange) {
+            if (oChange.eWhat == BarChange::What::BandLook && nSecondClicks++ == 0)
+                pStatusBar->trigger();
+        });
+        pExplorer->trigger();
+    }
+    oApplication.Window().Flush();
+    EXPECT_GE(nSecondClicks, 1);
+    EXPECT_TRUE(oApplication.Window().ExplorerDock().isVisible());
+    EXPECT_TRUE(oApplication.Window().statusBar()->isVisible()) << "the second click did nothing";
+    pStatusBar->trigger();
+    oApplication.Window().Flush();
+    EXPECT_FALSE(oApplication.Window().statusBar()->isVisible()) << "a click after it does";
+}
+
 TEST_F(ApplicationTest, FailingActionIsShownAndTheNextClickWorks) {
     Application oApplication({App(), true});
     ASSERT_TRUE(oApplication.Start());

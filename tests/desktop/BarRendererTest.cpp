@@ -1,6 +1,7 @@
 #include "desktop/BarRenderer.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -157,6 +158,77 @@ TEST_F(BarRendererTest, ShortCutReachesTheToolUnlessItIsDisabledHiddenOrNeededBy
     m_oOpen->SetShortCuts({oCopy});
     QTest::keyClick(pEdit, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(m_aClicked.size(), 1);
+}
+
+TEST_F(BarRendererTest, ShortCutIsFoundHoweverItsKeysAreTyped) {
+    struct {
+        const char* sText;
+        Qt::Key eKey;
+        Qt::KeyboardModifiers eModifiers;
+        bool bFires;
+    } const aCases[] = {
+        {"Ctrl++", Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier, true}, // Shift and the equals sign
+        {"Ctrl++", Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier, true},
+        {"Ctrl+Enter", Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier, true},
+        {"Ctrl+Enter", Qt::Key_Return, Qt::ControlModifier, true},
+        {"Shift+Tab", Qt::Key_Backtab, Qt::ShiftModifier, true},
+        {"F5", Qt::Key_F5, Qt::ShiftModifier, false},
+        {"Ctrl+O", Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier, false},
+    };
+    auto* pPlain = new QWidget;
+    m_oWindow.setCentralWidget(pPlain);
+    for (const auto& oCase : aCases) {
+        m_aClicked.clear();
+        auto oKey = New<ShortCut>();
+        oKey->SetValue(oCase.sText);
+        m_oOpen->SetShortCuts({oKey});
+        QTest::keyClick(pPlain, oCase.eKey, oCase.eModifiers);
+        EXPECT_EQ(m_aClicked.size(), oCase.bFires ? 1 : 0) << oCase.sText << " " << int(oCase.eModifiers);
+    }
+}
+
+TEST_F(BarRendererTest, ShortCutLeavesEditorsInDialogsAloneAndRestsBehindModalOnes) {
+    auto oKey = New<ShortCut>();
+    oKey->SetValue("Ctrl+Z");
+    m_oOpen->SetShortCuts({oKey});
+    QDialog oDialog(&m_oWindow);
+    auto* pEdit = new QLineEdit(&oDialog);
+    oDialog.show();
+    oDialog.activateWindow();
+    pEdit->setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&oDialog));
+    ASSERT_EQ(QApplication::focusWidget(), pEdit);
+    QTest::keyClick(pEdit, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(&oDialog, Qt::Key_Z, Qt::ControlModifier); // as if the editor had passed it on
+    EXPECT_EQ(m_aClicked.size(), 0);
+    pEdit->clearFocus();
+    QTest::keyClick(&oDialog, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(m_aClicked.size(), 1) << "a dialog that stays beside the window belongs to it";
+    oDialog.hide();
+    oDialog.setModal(true);
+    oDialog.show();
+    QTest::keyClick(&oDialog, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(m_aClicked.size(), 1);
+}
+
+TEST_F(BarRendererTest, ToolbarWithoutAVisibleButtonIsNoEmptyStrip) {
+    QToolBar* pToolbar = m_pRenderer->ToolbarOf(*m_oToolbar);
+    EXPECT_TRUE(pToolbar->isVisible());
+    m_oOpen->SetVisible(false);
+    m_pRenderer->Flush();
+    EXPECT_FALSE(pToolbar->isVisible());
+    m_oOpen->SetVisible(true);
+    m_pRenderer->Flush();
+    EXPECT_TRUE(pToolbar->isVisible());
+}
+
+TEST_F(BarRendererTest, PopupTellsDescriptionsToTheStatusBar) {
+    const std::unique_ptr<QMenu> pMenu(m_pRenderer->NewPopup(m_oBar->Bands()->Item("File")));
+    pMenu->popup({0, 0});
+    pMenu->setActiveAction(pMenu->actions().front());
+    EXPECT_EQ(m_oWindow.statusBar()->currentMessage(), "Opens a file");
+    pMenu->close();
+    EXPECT_EQ(m_oWindow.statusBar()->currentMessage(), "");
 }
 
 TEST_F(BarRendererTest, ToolbarShowsStateAndOnlyWhatDiffersIsTouched) {
