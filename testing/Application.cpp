@@ -175,7 +175,7 @@ Application& Application::SetStandIns(const std::string& sJson) {
 }
 
 void Application::Load() {
-    m_nCallsTaken = m_nLogTaken = 0;
+    m_nCallsTaken = m_nLogTaken = m_nUnmetTaken = 0;
     m_pHost = std::make_unique<inspect::ModelHost>(
         inspect::HostOptions{.sApplicationFolder = m_sFolder, .bStandIns = m_bIsOwn, .oXml = nullptr});
 }
@@ -238,6 +238,13 @@ Lines Application::TakeLog() {
     for (; m_nLogTaken < aLog.size(); ++m_nLogTaken)
         aLines.push_back(aLog[m_nLogTaken].sModule + "." + aLog[m_nLogTaken].sProcedure + " " +
                          std::to_string(aLog[m_nLogTaken].oFailure.Number));
+    return aLines;
+}
+
+Lines Application::TakeUnmet() {
+    const auto& aUnmet = m_pHost->Recorded().aUnmet;
+    Lines aLines(aUnmet.begin() + static_cast<std::ptrdiff_t>(m_nUnmetTaken), aUnmet.end());
+    m_nUnmetTaken = aUnmet.size();
     return aLines;
 }
 

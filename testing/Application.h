@@ -69,6 +69,8 @@ public:
     // Steps of an inspection, one a line, such as "node 0 Root". What a failure leaves the library with stays with the
     // host.
     void Take(const std::string& sSteps);
+    // What steps "expect" have found otherwise since the last call, with the numbers of their lines.
+    [[nodiscard]] Lines TakeUnmet();
     // A person chooses a tool. The number of the failure that comes out of the bar, else 0.
     [[nodiscard]] Long Click(const std::string& sTool) const;
 
@@ -100,6 +102,7 @@ private:
     std::unique_ptr<inspect::ModelHost> m_pHost;
     std::size_t m_nCallsTaken = 0;
     std::size_t m_nLogTaken = 0;
+    std::size_t m_nUnmetTaken = 0;
 };
 
 } // namespace corvane::testing

@@ -40,12 +40,15 @@ int Inspect(const Arguments& oArguments) {
         }
     }
     for (const auto& oStep : aSteps) {
-        oOptions.bPopups |= oStep.sVerb == "rightclick";
+        oOptions.bPopups |= oStep.sVerb == "rightclick" || oStep.sVerb == "contextmenu";
         oOptions.bMessages |= oStep.sVerb == "rename";
         oOptions.bSizes |= oStep.sVerb == "resize";
     }
     std::cout << (oArguments.bJson ? JsonDocument(oHost, oOptions) : TextDocument(oHost, oOptions));
-    return Exit::Clean;
+    std::cout.flush();
+    for (const std::string& sUnmet : oHost.Recorded().aUnmet)
+        std::cerr << sUnmet << "\n";
+    return oHost.Recorded().aUnmet.empty() ? Exit::Clean : Exit::Findings;
 }
 
 } // namespace

@@ -36,6 +36,7 @@ public:
     std::vector<RecordedCall> aCalls;
     std::vector<RecordedMessage> aMessages;
     std::vector<std::string> aPopups; // names of the bands that were shown
+    std::vector<std::string> aUnmet;  // expectations that weren't met, with file and line
 
     // "ProgID#n", n counting the objects of that ProgID.
     std::string NewId(std::string_view sProgID);

@@ -15,8 +15,10 @@
 #include <vector>
 
 namespace corvane {
+class Form;
 class MdiForm;
-}
+class Window;
+} // namespace corvane
 
 namespace corvane::inspect {
 
@@ -78,7 +80,11 @@ private:
     std::shared_ptr<const StandInFile> m_pFile;
 };
 
-// Windows without anything to see: they create and report their pages, the first page being the one in front.
+// Whether a form of that factory shows the window.
+[[nodiscard]] bool IsFormOf(const Ref<Form>& oForm, const Ref<Window>& oWindow);
+
+// Windows without anything to see: they create and report their pages, the first page being the one in front. Commands
+// do what they do on screen: pages are told, asked whether they are valid, and saved.
 [[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate);
 
 } // namespace corvane::inspect

@@ -1,5 +1,6 @@
 #include "cli/inspect/Steps.h"
 
+#include "cli/inspect/Expectation.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/ExplorerManager.h"
@@ -87,6 +88,62 @@ void OpenWindow(const std::string& sRest) {
         BusinessContextTypeConstants::cvDefinitionDefault, ShowApplyCommandConstants::cvDefinitionDefault, sKey);
 }
 
+// By its key, or without one by the name of its definition.
+Ref<Window> WindowOf(const std::string& sKey) {
+    for (const auto& oWindow : CorvaneMain::Framework()->WindowManager()->Windows()) {
+        const bool bHasKey = oWindow->Key() != std::to_string(oWindow->ObjectKey());
+        if (EqualText(bHasKey ? oWindow->Key() : oWindow->WindowDef()->Name(), sKey))
+            return oWindow;
+    }
+    Fail(FailureNumber::InvalidProcedureCall, "There is no open window \"" + sKey + "\"", "Steps");
+}
+
+void CloseWindow(const ModelHost& oHost, const std::string& sKey) {
+    const Ref<Window> oWindow = WindowOf(sKey);
+    for (const auto& oForm : oHost.MainForm()->Forms())
+        if (IsFormOf(oForm, oWindow)) {
+            oForm->Unload();
+            return;
+        }
+}
+
+// Keys may hold blanks; the last field doesn't.
+std::pair<std::string, std::string> SplitLast(const std::string& sText) {
+    const std::size_t iBlank = sText.rfind(' ');
+    return {sText.substr(0, iBlank), sText.substr(iBlank + 1)};
+}
+
+void ShowPage(const ModelHost& /*oHost*/, const std::string& sRest) {
+    const auto [sKey, sIndex] = SplitLast(sRest);
+    const Ref<Window> oWindow = WindowOf(sKey);
+    const Long lIndex = ToLong(sIndex);
+    if (lIndex < 0 || lIndex >= oWindow->WindowDef()->PageDefs()->Count())
+        Fail(FailureNumber::Subscript, "The window \"" + sKey + "\" has no page " + sIndex, "Steps");
+    oWindow->SetActivePageIndex(lIndex);
+}
+
+void ClickCommand(const ModelHost& /*oHost*/, const std::string& sRest) {
+    static const std::map<std::string, StandardCommandConstants, std::less<>> mapCommands{
+        {"help", StandardCommandConstants::cvHelp},         {"ok", StandardCommandConstants::cvOK},
+        {"cancel", StandardCommandConstants::cvCancel},     {"apply", StandardCommandConstants::cvApply},
+        {"previous", StandardCommandConstants::cvPrevious}, {"next", StandardCommandConstants::cvNext},
+        {"finish", StandardCommandConstants::cvFinish},     {"save", StandardCommandConstants::cvSave},
+        {"saveas", StandardCommandConstants::cvSaveAs}};
+    const auto [sKey, sCommand] = SplitLast(sRest);
+    const auto it = mapCommands.find(FoldText(sCommand));
+    if (it == mapCommands.end())
+        Fail(FailureNumber::InvalidProcedureCall, "There is no command \"" + sCommand + "\" of windows", "Steps");
+    WindowOf(sKey)->ClickCommand(it->second);
+}
+
+// What a person does for the menu of a node: the click on it makes its item the active one.
+void AskForMenu(const ModelHost& oHost, const std::string& sRest) {
+    ClickNode(oHost, sRest);
+    const Ref<TreeView> tvw = TreeOf(oHost, Split(sRest).first);
+    if (tvw && tvw->Container() == oHost.Tabs()->Tab() && tvw->GetNodes()->Find(Split(sRest).second))
+        tvw->MouseUp.Raise(MouseButton::RightButton, ShiftState::NoShift, 0, 0);
+}
+
 void Resize(const ModelHost& oHost, const std::string& sRest) {
     const auto [sWidth, sHeight] = Split(sRest);
     oHost.Tabs()->SetBounds(0, ToSingle(sWidth), ToSingle(sHeight));
@@ -131,6 +188,11 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"closeband", {1, CloseBand}},
         {"open", {1, [](ModelHost&, const std::string& sRest) { OpenWindow(sRest); }}},
         {"resize", {2, Resize}},
+        {"close", {1, CloseWindow}},
+        {"page", {2, ShowPage}},
+        {"command", {2, ClickCommand}},
+        {"contextmenu", {2, AskForMenu}},
+        {"expect", {2, [](ModelHost&, const std::string&) {}}}, // Take looks at it
         {"exit", {0, [](ModelHost& oHost, const std::string&) { oHost.Exit(); }}},
     };
     return mapVerbs;
@@ -155,12 +217,17 @@ std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile) {
                                (it->second.nFields == 2 && sRest.find(' ') != std::string::npos);
         if (!bComplete)
             Fail(FailureNumber::InvalidProcedureCall, sWhere + "the step \"" + sVerb + "\" lacks a field");
-        aSteps.push_back({std::move(sVerb), std::move(sRest), nLine});
+        aSteps.push_back({std::move(sVerb), std::move(sRest), nLine, sFile});
     }
     return aSteps;
 }
 
 void Take(ModelHost& oHost, const Step& oStep) {
+    if (oStep.sVerb == "expect") {
+        if (const std::string sUnmet = Unmet(oHost, oStep.sRest); !sUnmet.empty())
+            oHost.Recorded().aUnmet.push_back(oStep.sFile + ":" + std::to_string(oStep.nLine) + ": error: " + sUnmet);
+        return;
+    }
     const auto& oVerb = Verbs().at(oStep.sVerb);
     oHost.Do([&] { oVerb.fnAct(oHost, oStep.sRest); });
 }

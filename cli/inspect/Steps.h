@@ -14,13 +14,14 @@ struct Step {
     std::string sVerb;
     std::string sRest; // all behind the verb's blank
     int nLine;
+    std::string sFile = {};
 };
 
 // Reads the steps of a file; empty lines and lines that begin with "#" are none. Fails with 5, naming file and line,
 // for a step that doesn't exist or lacks a field.
 [[nodiscard]] std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile);
 
-// Takes a step. A failure that leaves the library is noted by the host.
+// Takes a step. A failure that leaves the library is noted by the host; an expectation that isn't met, in its record.
 void Take(ModelHost& oHost, const Step& oStep);
 
 } // namespace corvane::inspect

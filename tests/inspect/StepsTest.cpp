@@ -1,0 +1,81 @@
+#include "testing/Application.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane::testing {
+
+namespace {
+
+constexpr const char* sPage = R"(<Page IsOptional="0" IsResizable="1" PageProgID=)";
+
+// A window of two pages and an explorer of one item with a menu; calls are taken up to where it stands ready.
+class StepsTest : public ::testing::Test {
+protected:
+    StepsTest() {
+        m_oApplication.AddService("S", std::string(R"(<Windows><Window Name="W" Type="Wizard" State="Normal">)") +
+                                           sPage + R"("P.One"/>)" + sPage + R"("P.Two"/></Window></Windows>
+<ExplorerItems><ExplorerItem Name="Root" Type="Folder" ProgID="P.Root">
+<ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
+<Menus><MenuItem Type="ContextMenuItem" ActionItem="Open" PositionOrder="1" Caption="#Open"/></Menus>
+</ExplorerItem></ExplorerItems>)");
+        m_oApplication.SetStandIns(R"({"objects": {"P.Root": {"name": "Root"}}})");
+        EXPECT_EQ(m_oApplication.Start(), 0);
+    }
+
+    Lines CallsOf(const std::string& sSteps) {
+        (void)m_oApplication.TakeCalls();
+        m_oApplication.Take(sSteps);
+        return m_oApplication.TakeCalls();
+    }
+
+    Application m_oApplication;
+};
+
+} // namespace
+
+TEST_F(StepsTest, LeadThroughAWindow) {
+    m_oApplication.Take("open W");
+    EXPECT_EQ(CallsOf("page W 1"), (Lines{"P.One#1 Deactivate", "P.Two#1 Activate"}));
+    EXPECT_EQ(CallsOf("command W Previous"),
+              (Lines{"P.Two#1 CommandClick(4)", "P.Two#1 Deactivate", "P.One#1 Activate"}));
+    EXPECT_EQ(CallsOf("command w next").size(), 4U); // is asked whether it is valid, too
+    EXPECT_EQ(CallsOf("page W 2"), Lines());
+    EXPECT_EQ(m_oApplication.Host().FirstFailure()->Number, FailureNumber::Subscript);
+    // Told, asked, saved, and gone.
+    EXPECT_EQ(CallsOf("command W Finish"),
+              (Lines{"P.One#1 CommandClick(1)", "P.Two#1 CommandClick(1)", "P.One#1 Validate(True)",
+                     "P.Two#1 Validate(True)", "P.One#1 Validate(True)", "P.One#1 Save", "P.Two#1 Validate(True)",
+                     "P.Two#1 Save", "P.Two#1 Deactivate", "P.One#1 Terminate(-)", "P.Two#1 Terminate(-)"}));
+    EXPECT_EQ(CallsOf("open W a key\nclose A KEY"),
+              (Lines{"P.One#2 Initialize(-)", "P.Two#2 Initialize(-)", "P.One#2 Activate", "P.One#2 Deactivate",
+                     "P.One#2 Terminate(-)", "P.Two#2 Terminate(-)"}));
+    EXPECT_EQ(m_oApplication.OpenWindows(), Lines());
+}
+
+TEST_F(StepsTest, AskForTheMenuOfANode) {
+    m_oApplication.Take("populate\ncontextmenu 0 Root\ncontextmenu 0 Nowhere");
+    EXPECT_EQ(m_oApplication.Host().Recorded().aPopups, Lines{"Context.Root"});
+    m_oApplication.Take("click Context.Root.Open");
+    EXPECT_EQ(m_oApplication.TakeCalls().back(), "P.Root#1 OnOpen");
+}
+
+TEST_F(StepsTest, TellWhatIsOtherwiseThanExpected) {
+    m_oApplication.Take("open W\n"
+                        "expect windows.count 1\n"
+                        "expect windows[w].name W\n"
+                        "expect windows.0.key null\n"
+                        "expect bands[Context.Root].tools.0.caption &Open\n"
+                        "expect explorer.visible false\n"
+                        "expect explorer.tabs[Root].nodes []\n"
+                        "expect failure null\n"
+                        "expect status \n"
+                        "expect nowhere.at.all.count 0");
+    EXPECT_EQ(m_oApplication.TakeUnmet(), Lines());
+    m_oApplication.Take("expect windows.count 2\nexpect windows[W].name V\nexpect tools[No One].checked true");
+    EXPECT_EQ(m_oApplication.TakeUnmet(),
+              (Lines{"steps:1: error: expected windows.count 2, but it is 1",
+                     "steps:2: error: expected windows[W].name \"V\", but it is \"W\"",
+                     "steps:3: error: expected tools[No One].checked true, but it is null"}));
+}
+
+} // namespace corvane::testing
