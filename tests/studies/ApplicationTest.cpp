@@ -1,8 +1,15 @@
 // The assembled application on the control models, driven as a person would.
+#include "Csv.h"
 #include "Store.h"
 #include "TemporaryFolder.h"
+#include "Workspace.h"
 #include "cli/inspect/ModelHost.h"
 #include "corvane/base/Automation.h"
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "corvane/services/ServiceManager.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -51,6 +58,22 @@ protected:
         m_pHost = std::make_unique<ModelHost>(inspect::HostOptions{STUDIES_APP, false, nullptr});
         EXPECT_TRUE(m_pHost->Start());
         EXPECT_TRUE(m_pHost->Recorded().aLog.empty());
+    }
+    // A study with the penguins and a summary, in the file that the application will open.
+    static void Prepare() {
+        studies::Store oStore(studies::Store::DefaultPath());
+        studies::AnalysisSettings oSettings;
+        oSettings.sGroupColumn = "species";
+        const studies::Id nDataSet =
+            oStore.ImportDataSet(oStore.CreateStudy("Penguins"), "penguins.csv", STUDIES_DATA "/penguins.csv",
+                                 studies::ReadCsvFile(STUDIES_DATA "/penguins.csv").oTable);
+        oStore.AddAnalysis(nDataSet, oSettings.Title("penguins.csv"), oSettings);
+    }
+    void Import(const std::string& sFile) {
+        m_pHost->Do([&] {
+            const Variant aPath[] = {std::string(STUDIES_DATA "/") + sFile};
+            CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", aPath);
+        });
     }
     // A host that can ask.
     Ref<Dialog> StartWithDialog() {
@@ -126,29 +149,19 @@ protected:
 
 TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
     Start();
-    EXPECT_EQ(Entries("Main"), "&File|&Edit|&View|&Data|&Window|&Help");
-    EXPECT_EQ(Entries("File"), "&New Study|&Open Data File\u2026|&Import\u2026|-|E&xit");
-    EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|Re&name|Du&plicate|&Delete");
+    EXPECT_EQ(Entries("Main"), "&File|&Edit|&View|&Data|&Analysis|&Window|&Help");
+    EXPECT_EQ(Entries("File"), "&New Study|&Open Data File\u2026|&Import\u2026|&Save Analysis|&Export\u2026|-|E&xit");
+    EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|&Copy|-|Re&name|Du&plicate|&Delete");
     EXPECT_EQ(Entries("View"), "&Explorer|&Status Bar|-|&Refresh|Toolbars");
+    EXPECT_EQ(Entries("Analysis"), "&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|-|Rep&ort");
     EXPECT_EQ(Entries("Help"), "About Studies");
-    EXPECT_EQ(Entries("Toolbars.Standard"), "New|Open|Import|Undo|Redo|Delete");
-    EXPECT_EQ(Entries("Context.Study"), "&Properties*|&Import\u2026|-|Re&name|D&uplicate|&Delete");
-    EXPECT_EQ(Entries("Context.LibraryFile"), "&Open*|&Import into Study");
+    EXPECT_EQ(Entries("Toolbars.Standard"), "New|Open|Import|Save|Undo|Redo|Delete");
+    EXPECT_EQ(Entries("Context.Study"), "&Properties\u2026*|Rep&ort|&Import\u2026|-|Re&name|D&uplicate|&Delete");
+    EXPECT_EQ(Entries("Context.LibraryFile"), "&Open*|-|&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|"
+                                              "&Import into Study");
     EXPECT_EQ(m_pHost->MainForm()->Caption(), "Studies");
     EXPECT_EQ(Status(), "0 studies");
-}
-
-TEST_F(StudiesApplication, DataAreOpenedAndSummarized) {
-    Start();
-    EXPECT_FALSE(IsOffered("Data.Summary"));
-    Click("File.Open");
-    EXPECT_EQ(Status(), "penguins.csv: 344 rows, 7 columns");
-    Click("Data.Summary");
-    EXPECT_EQ(Status(), "Summary of penguins.csv: bill_length_mm 43.92 \u00b1 5.46, bill_depth_mm 17.15 \u00b1 1.975, "
-                        "flipper_length_mm 200.9 \u00b1 14.06, body_mass_g 4202 \u00b1 802");
-    EXPECT_EQ(LastMessage().substr(0, 31), "Summary of penguins.csv\nNumbers");
-    Click("Data.SummaryByGroup");
-    EXPECT_EQ(Status(), "Summary of penguins.csv by species: 3 groups");
+    EXPECT_FALSE(IsOffered("Analysis.Summary")) << "nothing is chosen";
 }
 
 TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
@@ -159,26 +172,22 @@ TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
     std::ofstream(oDialog->sPath) << "a,b\n1,2\n3\n";
     Click("File.Open");
     EXPECT_EQ(Failures(), "bad.csv: Line 3: 1 field where the first row has 2.");
-    EXPECT_FALSE(IsOffered("Data.Summary"));
-    oDialog->sPath = std::string(STUDIES_APP) + "/Data/penguins.csv";
-    oDialog->sChoice = "island";
-    Click("File.Open");
-    Click("Data.SummaryByGroup");
-    EXPECT_EQ(Status(), "Summary of penguins.csv by island: 3 groups");
 }
 
 TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
+    Prepare();
     Start();
-    EXPECT_EQ(Tree(), "Studies");
-    Click("File.NewStudy");
-    Type("Penguins"); // the label is open for the name
-    EXPECT_EQ(Tree(), "Studies(Penguins(Data sets, Analyses))");
-    EXPECT_EQ(Status(), "\"Study 1\" is now \"Penguins\"");
-    Click("File.Import");
-    Choose("penguins.csv");
-    Click("Context.DataSet.SummaryByGroup");
     const std::string sFull = "Penguins(Data sets(penguins.csv), Analyses(Summary of penguins.csv by species))";
     EXPECT_EQ(Tree(), "Studies(" + sFull + ")");
+    Click("File.NewStudy");
+    Type("Others"); // the label is open for the name
+    EXPECT_EQ(Status(), "\"Study 1\" is now \"Others\"");
+    Import("gentoo.csv");
+    EXPECT_EQ(Status(), "gentoo.csv imported into \"Others\": 124 rows, 6 columns");
+    const std::string sOthers = "Others(Data sets(gentoo.csv), Analyses)";
+    EXPECT_EQ(Tree(), "Studies(" + sFull + ", " + sOthers + ")");
+    Choose("Others");
+    Click("Edit.Delete");
 
     Choose("Penguins");
     Click("Edit.Duplicate");
@@ -197,18 +206,96 @@ TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     Click("Edit.Undo");
     EXPECT_TRUE(m_pHost->Bar()->Tools()->Item("Edit.Delete")->Visible());
     Choose("penguins.csv");
+    EXPECT_TRUE(IsOffered("Analysis.Histogram"));
     Click("Edit.Delete");
     EXPECT_EQ(Tree(), "Studies(Penguins(Data sets, Analyses), Copy of " + sFull + ")");
+    EXPECT_FALSE(IsOffered("Analysis.Histogram"));
     EXPECT_EQ(Failures(), "");
 
     Restart();
     EXPECT_EQ(Tree(), "Studies(Penguins(Data sets, Analyses), Copy of " + sFull + ")");
     EXPECT_EQ(Status(), "2 studies");
-    Open("Summary of penguins.csv by species");
-    EXPECT_EQ(LastMessage().substr(0, 61), "Summary of penguins.csv by species\nspecies: Adelie (152 rows)");
-    Open("penguins.csv");
-    EXPECT_EQ(Status(), "penguins.csv: 344 rows, 7 columns");
 }
+
+#ifdef STUDIES_WITH_PAGES
+
+class StudiesWindows : public StudiesApplication {
+protected:
+    [[nodiscard]] static Ref<KeyedCollection<Ref<Window>>> Windows() {
+        return CorvaneMain::Framework()->WindowManager()->Windows();
+    }
+    [[nodiscard]] static std::string Captions() {
+        std::string sText;
+        for (const Ref<Window>& oWindow : *Windows())
+            sText += (sText.empty() ? "" : "|") + oWindow->Caption();
+        return sText;
+    }
+};
+
+TEST_F(StudiesWindows, OneOpensForEachDataSetAndAnalysis) {
+    Prepare();
+    Start();
+    Open("penguins.csv");
+    Open("penguins.csv");
+    EXPECT_EQ(Captions(), "penguins.csv");
+    Open("Summary of penguins.csv by species");
+    Open("Summary of penguins.csv by species");
+    EXPECT_EQ(Captions(), "penguins.csv|Summary of penguins.csv by species");
+    Choose("penguins.csv");
+    Click("Analysis.Histogram");
+    Click("Analysis.Comparison");
+    EXPECT_EQ(Captions(), "penguins.csv|Summary of penguins.csv by species|Histogram of penguins.csv: bill_length_mm|"
+                          "Comparison of penguins.csv: bill_length_mm, Adelie and Chinstrap");
+    Click("Analysis.Report");
+    EXPECT_NE(Captions().find("|Report on Penguins"), std::string::npos);
+    Choose("Penguins");
+    Click("Edit.Delete");
+    EXPECT_EQ(Captions(), "") << "what a window is about has gone";
+    EXPECT_EQ(Failures(), "");
+}
+
+TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
+    Start();
+    Click("File.Open");
+    EXPECT_EQ(Status(), "penguins.csv: 344 rows, 7 columns");
+    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(1); });
+    EXPECT_EQ(Tree(), "Library(gentoo.csv, penguins.csv)");
+    Open("gentoo.csv");
+    Open("penguins.csv");
+    EXPECT_EQ(Captions(), "penguins.csv|gentoo.csv");
+    Click("Analysis.Histogram"); // of the file that was chosen last
+    EXPECT_EQ(Captions(), "penguins.csv|gentoo.csv|Histogram of penguins.csv: bill_length_mm");
+    EXPECT_FALSE(IsOffered("File.Save")) << "there is no study to keep it in";
+    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(0); });
+    EXPECT_EQ(Tree(), "Studies");
+    EXPECT_EQ(Failures(), "");
+}
+
+TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
+    Prepare();
+    Start();
+    Choose("penguins.csv");
+    Click("Analysis.Histogram");
+    const Ref<IService> oService =
+        CorvaneMain::QueryService(CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies"));
+    Double dblOrder = 0;
+    EXPECT_EQ(oService->UnsavedItems(dblOrder)->Count(), 0) << "as it came, it is one click away";
+    const auto oDocument = Windows()->Item(1)->BusinessContext().As<studies::AnalysisDocument>();
+    studies::AnalysisSettings oSettings = oDocument->Settings();
+    oSettings.sColumnX = "body_mass_g";
+    m_pHost->Do([&] { oDocument->SetSettings(oSettings); });
+    const Ref<Dictionary> dctUnsaved = oService->UnsavedItems(dblOrder);
+    ASSERT_EQ(dctUnsaved->Keys(), (std::vector<std::string>{"Histogram of penguins.csv: body_mass_g"}));
+    m_pHost->Do([&] { oService->Save(ToObject(dctUnsaved->Item(dctUnsaved->Keys()[0]))); });
+    EXPECT_EQ(oService->UnsavedItems(dblOrder)->Count(), 0);
+    EXPECT_NE(Find("Histogram of penguins.csv: body_mass_g"), nullptr);
+    Restart();
+    Open("Histogram of penguins.csv: body_mass_g");
+    EXPECT_EQ(Captions(), "Histogram of penguins.csv: body_mass_g");
+    EXPECT_EQ(Failures(), "");
+}
+
+#endif
 
 TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
     Start();
@@ -248,16 +335,15 @@ TEST_F(StudiesApplication, CommandsGoToTheChosenStudyAfterAnotherHasBeenAdded) {
     EXPECT_EQ(Tree(), "Studies(Study 1(Data sets, Analyses))");
 }
 
-TEST_F(StudiesApplication, LibraryFilesAreOpenedAndImported) {
+TEST_F(StudiesApplication, LibraryFilesAreImported) {
     Start();
     m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(1); });
-    EXPECT_EQ(Tree(), "Library(gentoo.csv, penguins.csv)");
-    Open("gentoo.csv");
-    EXPECT_EQ(Status(), "gentoo.csv: 124 rows, 6 columns");
+    Choose("gentoo.csv");
     Click("Context.LibraryFile.Import");
     EXPECT_EQ(Status(), "gentoo.csv imported into \"Study 1\": 124 rows, 6 columns");
+    Click("Context.LibraryFile.Import");
     m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(0); });
-    EXPECT_EQ(Tree(), "Studies(Study 1(Data sets(gentoo.csv), Analyses))");
+    EXPECT_EQ(Tree(), "Studies(Study 1(Data sets(gentoo.csv), Analyses), Study 2(Data sets(gentoo.csv), Analyses))");
     EXPECT_EQ(Failures(), "");
 }
 
@@ -268,8 +354,9 @@ TEST_F(StudiesApplication, ADamagedFileLeavesTheRestOfTheApplicationWorking) {
     EXPECT_NE(LastMessage().find("is damaged"), std::string::npos);
     EXPECT_FALSE(IsOffered("File.NewStudy"));
     Click("View.Refresh");
-    Click("File.Open");
-    EXPECT_EQ(Status(), "penguins.csv: 344 rows, 7 columns");
+    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(1); });
+    Choose("gentoo.csv");
+    EXPECT_TRUE(IsOffered("Analysis.Summary"));
     EXPECT_EQ(Failures(), "");
 }
 

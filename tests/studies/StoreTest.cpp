@@ -45,12 +45,15 @@ class StoreOfStudies : public testing::Test {
 protected:
     TemporaryFolder m_oFolder;
     std::string m_sPath = m_oFolder.Path("data/studies.sqlite");
+    // Nothing as it would be by default.
+    AnalysisSettings m_oSettings{
+        AnalysisKind::Scatter, "name", "mass", "count", "A", "B", 7, {BootstrapFigure::Median, 500, 0.9, 42}};
     Table m_oTable = ReadCsv("name,mass,count\nA,1.5,1\nB,,2\n,0.1,\n").oTable;
 
     // A[set(3); Summary] B[]
     void Fill(Store& oStore) {
         const Id nStudy = oStore.CreateStudy("A");
-        oStore.AddAnalysis(oStore.ImportDataSet(nStudy, "set", "/data/set.csv", m_oTable), "Summary", "name");
+        oStore.AddAnalysis(oStore.ImportDataSet(nStudy, "set", "/data/set.csv", m_oTable), "Summary", m_oSettings);
         oStore.CreateStudy("B");
     }
 };
@@ -68,7 +71,7 @@ TEST_F(StoreOfStudies, SurvivesReopening) {
     EXPECT_EQ(oDataSet.sSource, "/data/set.csv");
     EXPECT_EQ(WriteCsv(oStore.ReadDataSet(oDataSet.nId)), WriteCsv(m_oTable));
     EXPECT_EQ(oStore.ReadDataSet(oDataSet.nId).aColumns[2].eType, ColumnType::Whole);
-    EXPECT_EQ(oStore.Analyses(oDataSet.nStudyId)[0].sGroupColumn, "name");
+    EXPECT_TRUE(oStore.Analyses(oDataSet.nStudyId)[0].oSettings == m_oSettings);
 }
 
 // Each step, undone and done again, leaves what it left before, in the file too.
@@ -89,7 +92,14 @@ TEST_F(StoreOfStudies, EveryStepIsUndoneAndDoneAgain) {
         {"Duplicate Study", [&] { oStore.DuplicateStudy(nA); }, "A[set(3); Summary] B[] Copy of A[set(3); Summary]"},
         {"Import", [&] { oStore.ImportDataSet(nA, "more", "", m_oTable); }, "A[set(3) more(3); Summary] B[]"},
         {"Delete Data Set", [&] { oStore.DeleteDataSet(nSet); }, "A[] B[]"},
-        {"New Analysis", [&] { oStore.AddAnalysis(nSet, "By name", "name"); }, "A[set(3); Summary By name] B[]"},
+        {"New Analysis", [&] { oStore.AddAnalysis(nSet, "By name", {}); }, "A[set(3); Summary By name] B[]"},
+        {"Change Analysis", [&] { oStore.ChangeAnalysis(nAnalysis, "Other", {}); }, "A[set(3); Other] B[]"},
+        {"Change Study", [&] { oStore.SetStudyProperties(nA, "C", "notes"); }, "C[set(3); Summary] B[]"},
+        {"Change Data Set",
+         [&] {
+             oStore.SetDataSetProperties(nSet, {"sit", "notes", {"", "g", ""}});
+         },
+         "A[sit(3); Summary] B[]"},
         {"Delete Analysis", [&] { oStore.DeleteAnalysis(nAnalysis); }, "A[set(3)] B[]"},
     };
     const std::string sBefore = Contents(oStore);
@@ -166,7 +176,7 @@ TEST_F(StoreOfStudies, AFailedStepChangesNothing) {
     for (const std::function<void()>& fnStep : std::initializer_list<std::function<void()>>{
              [&] { oStore.RenameStudy(oStore.Studies()[1].nId, "a"); }, [&] { oStore.DeleteStudy(nGone); },
              [&] { oStore.DuplicateStudy(nGone); }, [&] { oStore.ImportDataSet(nGone, "x", "", m_oTable); },
-             [&] { oStore.AddAnalysis(nGone, "x", ""); }, [&] { oStore.DeleteAnalysis(nGone); }})
+             [&] { oStore.AddAnalysis(nGone, "x", {}); }, [&] { oStore.DeleteAnalysis(nGone); }})
         EXPECT_THROW(fnStep(), corvane::Failure);
     EXPECT_EQ(Contents(oStore), sBefore);
     EXPECT_EQ(oStore.UndoLabel(), sLabel);
@@ -180,6 +190,93 @@ TEST_F(StoreOfStudies, DataOfDeletedSetsGoWhenTheFileIsNextOpened) {
     EXPECT_EQ(FailureOf([&] { oStore.Undo(); }),
               "This can't be brought back: the data are gone since the file was opened elsewhere.");
     EXPECT_EQ(Contents(oStore), "B[]");
+}
+
+TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
+    Store oStore(m_sPath);
+    Fill(oStore);
+    const Id nSet = oStore.DataSets(oStore.Studies()[0].nId)[0].nId;
+    const std::string sBefore = WriteCsv(oStore.ReadDataSet(nSet));
+    oStore.SetCells(nSet, {{1, 0, "it's"}, {2, 1, "2.25"}, {3, 1, ""}});
+    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,1\nB,2.25,2\n,,\n");
+    oStore.SetCells(nSet, {{1, 2, "7"}});
+    oStore.Undo();
+    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,1\nB,2.25,2\n,,\n");
+    EXPECT_EQ(oStore.UndoLabel(), "Change of Values");
+    oStore.Undo();
+    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), sBefore);
+    oStore.Redo();
+    oStore.Redo();
+    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
+    EXPECT_EQ(FailureOf([&] {
+                  oStore.SetCells(nSet, {{1, 0, "x"}, {1, 1, "heavy"}});
+              }),
+              "\"heavy\" is no number, and \"mass\" is a column of numbers.");
+    EXPECT_EQ(FailureOf([&] {
+                  oStore.SetCells(nSet, {{1, 2, "1.5"}});
+              }),
+              "\"1.5\" is no whole number, and \"count\" is a column of whole numbers.");
+    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
+}
+
+TEST_F(StoreOfStudies, RowsAreSortedAndFiltered) {
+    Store oStore(m_sPath);
+    const Id nSet = oStore.ImportDataSet(oStore.CreateStudy("A"), "set", "",
+                                         ReadCsv("name,mass\nb,10\nA,9\n,2\n50%,\nb_c,10.5\n").oTable);
+    const struct {
+        RowView oView;
+        const char* sRows;
+    } aCases[] = {
+        {{}, "12345"},
+        {{0, false, -1, ""}, "42153"}, // without regard to case, what is missing last
+        {{1, true, -1, ""}, "51234"},
+        {{-1, false, -1, "b"}, "15"},
+        {{-1, false, -1, "%"}, "4"}, // a letter like others
+        {{-1, false, -1, "_"}, "5"},
+        {{-1, false, -1, "10"}, "15"},
+        {{1, false, 1, "> 9"}, "15"},
+        {{-1, false, 1, "<=9"}, "23"},
+        {{-1, false, 1, "<> 10"}, "235"},
+        {{-1, false, 0, "=a"}, "2"},
+        {{-1, false, 0, "="}, "3"},
+        {{-1, false, 1, "<>"}, "1235"},
+        {{-1, false, 0, ">b"}, "5"},
+    };
+    for (const auto& oCase : aCases) {
+        std::string sRows;
+        for (const Id nRow : oStore.RowIds(nSet, oCase.oView))
+            sRows += std::to_string(nRow);
+        EXPECT_EQ(sRows, oCase.sRows) << oCase.oView.iSortColumn << " " << oCase.oView.sFilter;
+    }
+    EXPECT_EQ(FailureOf([&] {
+                  (void)oStore.RowIds(nSet, {-1, false, 1, "> x"});
+              }),
+              "\"x\" is no number, and \"mass\" is a column of numbers.");
+    EXPECT_EQ(FailureOf([&] { (void)oStore.RowIds(nSet, {-1, false, 1, "<"}); }), "A value is missing after \"<\".");
+}
+
+// The first version had summaries alone, without notes and units.
+TEST_F(StoreOfStudies, AFileOfTheFirstVersionIsRead) {
+    {
+        Store oStore(m_sPath);
+        Fill(oStore);
+    }
+    {
+        Database oFile(m_sPath);
+        for (const std::string sColumn : {"kind", "x_column", "y_column", "first_group", "second_group", "figure",
+                                          "bins", "confidence", "resamples", "seed"})
+            oFile.Run("ALTER TABLE analyses DROP COLUMN " + sColumn);
+        for (const std::string sTable :
+             {"studies DROP COLUMN notes", "data_sets DROP COLUMN notes", "data_columns DROP COLUMN unit"})
+            oFile.Run("ALTER TABLE " + sTable);
+        oFile.Run("PRAGMA user_version=1");
+    }
+    Store oStore(m_sPath);
+    EXPECT_EQ(Contents(oStore), "A[set(3); Summary] B[]");
+    const Analysis oAnalysis = oStore.Analyses(oStore.Studies()[0].nId)[0];
+    EXPECT_EQ(oAnalysis.oSettings.eKind, AnalysisKind::Summary);
+    EXPECT_EQ(oAnalysis.oSettings.sGroupColumn, "name");
+    EXPECT_EQ(oAnalysis.oSettings.oBootstrap.nResamples, 1000);
 }
 
 TEST_F(StoreOfStudies, FilesThatItCannotUse) {
@@ -196,9 +293,9 @@ TEST_F(StoreOfStudies, FilesThatItCannotUse) {
     Database(sForeign).Run("CREATE TABLE t(x)");
     EXPECT_EQ(FailureOf([&] { Store oStore(sForeign); }), "The file \"" + sForeign + "\" belongs to another program.");
 
-    Database(m_sPath).Run("PRAGMA user_version=2");
+    Database(m_sPath).Run("PRAGMA user_version=3");
     EXPECT_EQ(FailureOf([&] { Store oStore(m_sPath); }),
-              "The file \"" + m_sPath + "\" was written by a later version of Studies (2; this one knows 1).");
+              "The file \"" + m_sPath + "\" was written by a later version of Studies (3; this one knows 2).");
 }
 
 TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {

@@ -4,9 +4,8 @@
 #include "LibraryItems.h"
 #include "Report.h"
 #include "Shell.h"
-#include "Statistics.h"
+#include "Windows.h"
 #include "corvane/base/PluginExport.h"
-#include "corvane/menus/ActionItem.h"
 
 #include <optional>
 
@@ -15,10 +14,14 @@ namespace studies {
 using namespace corvane;
 
 DataService::DataService() {
-    m_oInitialize = m_oServiceBase->InitializeEvent.Subscribe([this] { OnInitialize(); });
+    m_aSubscriptions.push_back(m_oServiceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
+    m_aSubscriptions.push_back(m_oServiceBase->TerminateEvent.Subscribe([this] { m_oWorkspace->Close(); }));
 }
 
 void DataService::OnInitialize() {
+    m_oWorkspace = New<Workspace>(Store::InMemory, false);
+    m_nStudyId = m_oWorkspace->GetStore().CreateStudy("Open files");
+    m_aSubscriptions.push_back(m_oWorkspace->Changed.Subscribe([](const std::string& sWhat) { ShowStatus(sWhat); }));
     if (ServiceByName("Studies"))
         LibraryFile::OfferImport();
 }
@@ -29,37 +32,21 @@ void DataService::OnOpen() {
 }
 
 void DataService::OpenFile(const std::string& sPath) {
-    SetData(FileNameOf(sPath), ReadCsvFile(sPath).oTable);
+    const Ref<DataSetContext> oData = Data(sPath);
+    OpenDataWindow(oData);
+    const DataSet oInfo = oData->Info();
+    const std::size_t nColumns = m_oWorkspace->GetStore().Columns(oInfo.nId).size();
+    ShowStatus(oInfo.sName + ": " + SizeText(static_cast<std::size_t>(oInfo.nRows), nColumns));
 }
 
-void DataService::OpenText(const std::string& sName, const std::string& sText) {
-    SetData(sName, ReadCsv(sText).oTable);
-}
-
-void DataService::SetData(std::string sName, Table oTable) {
-    m_sName = std::move(sName);
-    m_oTable = std::move(oTable);
-    const auto colActionItems = m_oServiceBase->ActionItems();
-    colActionItems->Item("Summary")->SetEnabled(true);
-    colActionItems->Item("SummaryByGroup")->SetEnabled(!GroupColumns(m_oTable).empty());
-    ShowStatus(m_sName + ": " + SizeText(m_oTable.nRows, m_oTable.aColumns.size()));
-}
-
-void DataService::OnSummary() {
-    const TableSummary oSummary = Summarize(m_oTable);
-    ShowStatus("Summary of " + m_sName + ": " + LineText(oSummary));
-    ShowMessage(ReportText(oSummary), "Summary of " + m_sName);
-}
-
-void DataService::OnSummaryByGroup() {
-    const std::optional<std::string> sColumn =
-        AskForChoice("Summary of " + m_sName + " by", JoinLines(GroupColumns(m_oTable)));
-    if (!sColumn)
-        return;
-    const std::vector<GroupSummary> aGroups = SummarizeByGroup(m_oTable, *sColumn);
-    const std::string sTitle = "Summary of " + m_sName + " by " + *sColumn;
-    ShowStatus(sTitle + ": " + std::to_string(aGroups.size()) + " groups");
-    ShowMessage(ReportText(aGroups, *sColumn), sTitle);
+Ref<DataSetContext> DataService::Data(const std::string& sPath) {
+    Store& oStore = m_oWorkspace->GetStore();
+    for (const DataSet& oDataSet : oStore.DataSets(m_nStudyId))
+        if (oDataSet.sSource == sPath)
+            return m_oWorkspace->DataSet(oDataSet.nId);
+    const Table oTable = ReadCsvFile(sPath).oTable;
+    return m_oWorkspace->DataSet(
+        oStore.ImportDataSet(m_nStudyId, oStore.FreeDataSetName(FileNameOf(sPath), m_nStudyId), sPath, oTable));
 }
 
 } // namespace studies

@@ -1,12 +1,14 @@
-// The service of the data that are open: a table and its name, with summaries of it.
+// The service of files that are opened without being in a study. They are read into a store of their own, which ends
+// with the program, so that the same windows show them.
 #pragma once
 
-#include "Table.h"
+#include "Workspace.h"
 #include "corvane/base/Automation.h"
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
 
 #include <string>
+#include <vector>
 
 namespace studies {
 
@@ -17,30 +19,24 @@ public:
     corvane::Ref<corvane::IService> Service() override { return m_oServiceBase; }
     std::string_view TypeName() const override { return "DataService"; }
 
-    // The commands.
     void OnOpen();
-    void OnSummary();
-    void OnSummaryByGroup();
 
-    // For other services, by name. Both fail for text that can't be read, and leave the data that are open.
+    // For other services, by name. Fails for a file that can't be read.
     void OpenFile(const std::string& sPath);
-    void OpenText(const std::string& sName, const std::string& sText);
-    [[nodiscard]] std::string DataName() const { return m_sName; } // "" while no data are open
 
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnOpen", &DataService::OnOpen), corvane::Method("OnSummary", &DataService::OnSummary),
-        corvane::Method("OnSummaryByGroup", &DataService::OnSummaryByGroup),
-        corvane::Method("OpenFile", &DataService::OpenFile), corvane::Method("OpenText", &DataService::OpenText),
-        corvane::Property("DataName", &DataService::DataName));
+    // For the library's items: the file's data, read when they aren't open yet.
+    [[nodiscard]] corvane::Ref<DataSetContext> Data(const std::string& sPath);
+
+    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &DataService::OnOpen),
+                                                         corvane::Method("OpenFile", &DataService::OpenFile));
 
 private:
     void OnInitialize();
-    void SetData(std::string sName, Table oTable);
 
     corvane::Ref<corvane::ServiceBase> m_oServiceBase = corvane::New<corvane::ServiceBase>();
-    corvane::Subscription m_oInitialize;
-    std::string m_sName;
-    Table m_oTable;
+    std::vector<corvane::Subscription> m_aSubscriptions;
+    corvane::Ref<Workspace> m_oWorkspace;
+    Id m_nStudyId = 0; // the one study there, which holds all files
 };
 
 } // namespace studies

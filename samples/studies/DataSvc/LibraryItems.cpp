@@ -1,6 +1,8 @@
 #include "LibraryItems.h"
 
+#include "DataService.h"
 #include "Shell.h"
+#include "Windows.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/NavigationManager.h"
@@ -31,8 +33,11 @@ LibraryFile::LibraryFile(std::string sPath) : m_sPath(std::move(sPath)) {
 }
 
 void LibraryFile::OnOpen() {
-    const Variant aArguments[] = {m_sPath};
-    ServiceByName("Data")->Invoke("OpenFile", aArguments);
+    ServiceByName("Data").As<DataService>()->OpenFile(m_sPath);
+}
+
+void LibraryFile::OnAnalyse(const Ref<ActionItem>& oActionItem) {
+    OpenNewAnalysis(ServiceByName("Data").As<DataService>()->Data(m_sPath), oActionItem->Name());
 }
 
 void LibraryFile::OnImport() {
@@ -45,7 +50,7 @@ void LibraryFile::OfferImport() {
     const auto oFile = New<LibraryFile>(std::string());
     oFile->m_oBase->Initialize(CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs()->Item("LibraryFile"));
     CorvaneMain::Framework()->NavigationManager()->MenuManager()->AddContextMenu(
-        oFile, "Import", "", 20, MenuType::fwContextMenuItem, "&Import into Study", "OnImport", false,
+        oFile, "Import", "", 90, MenuType::fwContextMenuItem, "&Import into Study", "OnImport", false,
         "Brings the file into the chosen study");
 }
 

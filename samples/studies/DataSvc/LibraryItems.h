@@ -31,12 +31,14 @@ public:
     std::string_view TypeName() const override { return "LibraryFile"; }
 
     void OnOpen();
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // by the item's name
     void OnImport(); // into the chosen study; the entry stands in the menu when there is a service of studies
 
     // Puts the entry for OnImport into the menu of all library files. To be called before there are any.
     static void OfferImport();
 
     static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &LibraryFile::OnOpen),
+                                                         corvane::Method("OnAnalyse", &LibraryFile::OnAnalyse),
                                                          corvane::Method("OnImport", &LibraryFile::OnImport));
 
 private:

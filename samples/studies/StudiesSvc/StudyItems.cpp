@@ -1,17 +1,14 @@
 #include "StudyItems.h"
 
-#include "Csv.h"
 #include "Errors.h"
-#include "Report.h"
 #include "Shell.h"
-#include "Statistics.h"
+#include "StudyContexts.h"
 #include "StudyService.h"
+#include "Windows.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
-
-#include <optional>
 
 namespace studies {
 
@@ -24,7 +21,7 @@ Ref<corvane::ExplorerManager> Explorer() {
 }
 
 Store& TheStore() {
-    return *TheStudyService()->GetStore();
+    return TheStudyService()->Space()->GetStore();
 }
 
 std::string Numbered(Id nId, std::string_view sWhat = {}) {
@@ -40,8 +37,8 @@ StoreItem::StoreItem() {
 
 void StudiesRoot::OnInitialize(const Children& colChildren) {
     m_oBase->NameSilently("Studies");
-    if (Store* pStore = TheStudyService()->GetStore())
-        for (Study& oStudy : pStore->Studies())
+    if (TheStudyService()->Space())
+        for (Study& oStudy : TheStore().Studies())
             colChildren->Add(New<StudyItem>(std::move(oStudy)));
 }
 
@@ -64,24 +61,20 @@ void StudyItem::OnAfterRename(const std::string& sNewName) {
     }
     TheStore().RenameStudy(m_oStudy.nId, sNewName);
     const std::string sOldName = std::exchange(m_oStudy.sName, sNewName);
-    TheStudyService()->StoreChanged("\"" + sOldName + "\" is now \"" + sNewName + "\"");
+    TheStudyService()->Tell("\"" + sOldName + "\" is now \"" + sNewName + "\"");
 }
 
-void StudyItem::OnDescribe() {
-    const std::vector<DataSet> aDataSets = TheStore().DataSets(m_oStudy.nId);
-    const std::vector<Analysis> aAnalyses = TheStore().Analyses(m_oStudy.nId);
-    std::string sText = std::to_string(aDataSets.size()) + (aDataSets.size() == 1 ? " data set" : " data sets") + "\n";
-    for (const DataSet& oDataSet : aDataSets)
-        sText +=
-            "  " + oDataSet.sName + ": " + std::to_string(oDataSet.nRows) + " rows, from " + oDataSet.sSource + "\n";
-    sText += std::to_string(aAnalyses.size()) + (aAnalyses.size() == 1 ? " analysis" : " analyses") + "\n";
-    for (const Analysis& oAnalysis : aAnalyses)
-        sText += "  " + oAnalysis.sName + "\n";
-    ShowMessage(sText, m_oStudy.sName);
+void StudyItem::OnProperties() {
+    AskInWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_oStudy.nId),
+                "Properties of " + m_oStudy.sName);
+}
+
+void StudyItem::OnReport() {
+    TheStudyService()->ShowReport(m_oStudy.nId);
 }
 
 void StudyItem::OnImport() {
-    TheStudyService()->Import(m_oStudy.nId);
+    TheStudyService()->AskForImport(m_oStudy.nId);
 }
 
 void StudyItem::OnRename() {
@@ -110,7 +103,7 @@ void DataSetsFolder::OnInitialize(const Children& colChildren) {
 }
 
 void DataSetsFolder::OnImport() {
-    TheStudyService()->Import(m_nStudyId);
+    TheStudyService()->AskForImport(m_nStudyId);
 }
 
 AnalysesFolder::AnalysesFolder(Id nStudyId) {
@@ -132,25 +125,24 @@ DataSetItem::DataSetItem(DataSet oDataSet) : m_oDataSet(std::move(oDataSet)) {
         m_oBase->OnDisplayName.Subscribe([this](std::string& sDisplayName) { sDisplayName = m_oDataSet.sName; });
 }
 
+Ref<DataSetContext> DataSetItem::Context() const {
+    return TheStudyService()->Space()->DataSet(m_oDataSet.nId);
+}
+
 void DataSetItem::OnOpen() {
-    const Ref<Object> oData = ServiceByName("Data");
-    if (!oData)
-        FailWith("The service of open data isn't there.");
-    const Variant aArguments[] = {m_oDataSet.sName, WriteCsv(TheStore().ReadDataSet(m_oDataSet.nId))};
-    oData->Invoke("OpenText", aArguments);
+    OpenDataWindow(Context());
 }
 
-void DataSetItem::OnSummary() {
-    TheStudyService()->AddAnalysis(m_oDataSet, {});
+void DataSetItem::OnAnalyse(const Ref<ActionItem>& oActionItem) {
+    OpenNewAnalysis(Context(), oActionItem->Name());
 }
 
-void DataSetItem::OnSummaryByGroup() {
-    const std::vector<std::string> aColumns = GroupColumns(TheStore().ReadDataSet(m_oDataSet.nId));
-    if (aColumns.empty())
-        FailWith("\"" + m_oDataSet.sName + "\" has no column of text that divides it into groups.");
-    if (const std::optional<std::string> sColumn =
-            AskForChoice("Summary of " + m_oDataSet.sName + " by", JoinLines(aColumns)))
-        TheStudyService()->AddAnalysis(m_oDataSet, *sColumn);
+void DataSetItem::OnExport() {
+    AskInWindow("Export", Context(), "Export " + m_oDataSet.sName);
+}
+
+void DataSetItem::OnProperties() {
+    AskInWindow("DataSetProperties", Context(), "Properties of " + m_oDataSet.sName);
 }
 
 void DataSetItem::OnDelete() {
@@ -164,16 +156,7 @@ AnalysisItem::AnalysisItem(Analysis oAnalysis) : m_oAnalysis(std::move(oAnalysis
 }
 
 void AnalysisItem::OnShow() {
-    const Table oTable = TheStore().ReadDataSet(m_oAnalysis.nDataSetId);
-    if (m_oAnalysis.sGroupColumn.empty()) {
-        const TableSummary oSummary = Summarize(oTable);
-        ShowStatus(m_oAnalysis.sName + ": " + LineText(oSummary));
-        ShowMessage(ReportText(oSummary), m_oAnalysis.sName);
-    } else {
-        const std::vector<GroupSummary> aGroups = SummarizeByGroup(oTable, m_oAnalysis.sGroupColumn);
-        ShowStatus(m_oAnalysis.sName + ": " + std::to_string(aGroups.size()) + " groups");
-        ShowMessage(ReportText(aGroups, m_oAnalysis.sGroupColumn), m_oAnalysis.sName);
-    }
+    OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_oAnalysis.nId));
 }
 
 void AnalysisItem::OnDelete() {

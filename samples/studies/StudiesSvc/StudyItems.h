@@ -3,7 +3,7 @@
 // share one.
 #pragma once
 
-#include "Store.h"
+#include "Workspace.h"
 #include "corvane/base/Automation.h"
 #include "corvane/explorer/ExplorerItemBase.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
@@ -49,16 +49,17 @@ public:
     std::string_view TypeName() const override { return "StudyItem"; }
     Id StudyId() const override { return m_oStudy.nId; }
 
-    void OnDescribe();
+    void OnProperties();
+    void OnReport();
     void OnImport();
     void OnRename();
     void OnDuplicate();
     void OnDelete();
 
     static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnDescribe", &StudyItem::OnDescribe), corvane::Method("OnImport", &StudyItem::OnImport),
-        corvane::Method("OnRename", &StudyItem::OnRename), corvane::Method("OnDuplicate", &StudyItem::OnDuplicate),
-        corvane::Method("OnDelete", &StudyItem::OnDelete));
+        corvane::Method("OnProperties", &StudyItem::OnProperties), corvane::Method("OnReport", &StudyItem::OnReport),
+        corvane::Method("OnImport", &StudyItem::OnImport), corvane::Method("OnRename", &StudyItem::OnRename),
+        corvane::Method("OnDuplicate", &StudyItem::OnDuplicate), corvane::Method("OnDelete", &StudyItem::OnDelete));
 
 protected:
     void OnInitialize(const Children& colChildren) override;
@@ -113,16 +114,20 @@ public:
     Id StudyId() const override { return m_oDataSet.nStudyId; }
 
     void OnOpen();
-    void OnSummary();
-    void OnSummaryByGroup();
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // by the item's name
+    void OnExport();
+    void OnProperties();
     void OnDelete();
 
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnOpen", &DataSetItem::OnOpen), corvane::Method("OnSummary", &DataSetItem::OnSummary),
-        corvane::Method("OnSummaryByGroup", &DataSetItem::OnSummaryByGroup),
-        corvane::Method("OnDelete", &DataSetItem::OnDelete));
+    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &DataSetItem::OnOpen),
+                                                         corvane::Method("OnAnalyse", &DataSetItem::OnAnalyse),
+                                                         corvane::Method("OnExport", &DataSetItem::OnExport),
+                                                         corvane::Method("OnProperties", &DataSetItem::OnProperties),
+                                                         corvane::Method("OnDelete", &DataSetItem::OnDelete));
 
 private:
+    [[nodiscard]] corvane::Ref<DataSetContext> Context() const;
+
     DataSet m_oDataSet;
     corvane::Subscription m_oDisplayName;
 };

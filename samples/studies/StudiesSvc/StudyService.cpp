@@ -1,8 +1,10 @@
 #include "StudyService.h"
 
-#include "Csv.h"
+#include "Errors.h"
 #include "Report.h"
 #include "Shell.h"
+#include "StudyContexts.h"
+#include "Windows.h"
 #include "corvane/base/PluginExport.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -10,6 +12,7 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace studies {
@@ -26,6 +29,16 @@ std::string Quoted(const std::string& sName) {
     return "\"" + sName + "\"";
 }
 
+// Whether all that was there is there, and what is new is younger.
+bool Extends(const StudyService::Contents& oNew, const StudyService::Contents& oOld) {
+    if (!std::includes(oNew.begin(), oNew.end(), oOld.begin(), oOld.end()))
+        return false;
+    return std::all_of(oNew.begin(), oNew.end(), [&](const auto& oEntry) {
+        const auto itNext = oOld.upper_bound(oEntry.first);
+        return oOld.contains(oEntry.first) || itNext == oOld.end() || itNext->first.first != oEntry.first.first;
+    });
+}
+
 } // namespace
 
 Ref<StudyService> TheStudyService() {
@@ -35,6 +48,13 @@ Ref<StudyService> TheStudyService() {
 StudyService::StudyService() {
     m_aSubscriptions.push_back(m_oServiceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
     m_aSubscriptions.push_back(m_oServiceBase->TerminateEvent.Subscribe([this] { OnTerminate(); }));
+    m_aSubscriptions.push_back(
+        m_oServiceBase->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& dctItems, Double& dblOrder) {
+            ListUnsaved(dctItems);
+            dblOrder = 1;
+        }));
+    m_aSubscriptions.push_back(
+        m_oServiceBase->SaveEvent.Subscribe([this](const Ref<Object>& oItem) { SaveItem(oItem); }));
 }
 
 void StudyService::OnInitialize() {
@@ -44,11 +64,14 @@ void StudyService::OnInitialize() {
         oExplorer->OnInactive.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
     m_aSubscriptions.push_back(oExplorer->onRemove.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
     try {
-        m_pStore = std::make_unique<Store>(Store::DefaultPath());
+        m_oWorkspace = New<Workspace>(Store::DefaultPath(), true);
+        m_aSubscriptions.push_back(
+            m_oWorkspace->Changed.Subscribe([this](const std::string& sStatus) { OnChanged(sStatus); }));
+        m_oShown = StoreContents();
     } catch (const Failure& oFailure) {
         // The rest of the application works without studies.
         m_sStoreProblem = oFailure.Description;
-        for (const char* sAction : {"NewStudy", "Import"})
+        for (const char* sAction : {"NewStudy", "Import", "Report"})
             m_oServiceBase->ActionItems()->Item(sAction)->SetEnabled(false);
     }
 }
@@ -56,7 +79,8 @@ void StudyService::OnInitialize() {
 void StudyService::OnTerminate() {
     m_oActive = nullptr;
     m_mapBranches.clear();
-    m_pStore.reset();
+    if (m_oWorkspace)
+        m_oWorkspace->Close();
 }
 
 void StudyService::OnInactive(const Ref<Object>& oItem) {
@@ -67,109 +91,161 @@ void StudyService::OnInactive(const Ref<Object>& oItem) {
 void StudyService::Start() {
     CorvaneMain::Framework()->NavigationManager()->SetCaption("Studies");
     Explorer()->Populate();
-    if (!m_pStore) {
+    if (!m_oWorkspace) {
         ShowStatus("There are no studies: " + m_sStoreProblem);
         ShowMessage(m_sStoreProblem, "Studies");
         return;
     }
-    const std::size_t nStudies = m_pStore->Studies().size();
+    const std::size_t nStudies = TheStore().Studies().size();
     ShowStatus(nStudies == 1 ? "1 study" : std::to_string(nStudies) + " studies");
 }
 
 void StudyService::OnNewStudy() {
-    const Study oStudy = m_pStore->StudyOf(m_pStore->CreateStudy(m_pStore->FreeName("Study")));
-    AddStudy(oStudy);
-    StoreChanged(Quoted(oStudy.sName) + " has been made");
+    const Study oStudy = TheStore().StudyOf(TheStore().CreateStudy(TheStore().FreeName("Study")));
+    m_oWorkspace->Tell(Quoted(oStudy.sName) + " has been made");
     if (Select(oStudy.nId))
         Explorer()->StartRename(m_mapBranches.at(oStudy.nId).oStudy);
 }
 
 void StudyService::OnImport() {
-    if (const std::optional<std::string> sPath = AskForDataFile("Import Data"))
-        ImportFile(*sPath);
+    AskForImport(ActiveStudy());
 }
 
+void StudyService::AskForImport(Id nStudyId) {
+    AskInWindow("Import", New<ImportJob>(m_oWorkspace, nStudyId), "Import Data");
+}
+
+// Without asking: what the wizard proposes.
 void StudyService::ImportFile(const std::string& sPath) {
-    Id nStudyId = ActiveStudy();
-    if (nStudyId == 0) {
-        nStudyId = m_pStore->CreateStudy(m_pStore->FreeName("Study"));
-        AddStudy(m_pStore->StudyOf(nStudyId));
-    }
-    ImportInto(nStudyId, sPath);
-}
-
-void StudyService::Import(Id nStudyId) {
-    if (const std::optional<std::string> sPath = AskForDataFile("Import Data"))
-        ImportInto(nStudyId, *sPath);
-}
-
-void StudyService::ImportInto(Id nStudyId, const std::string& sPath) {
-    const Table oTable = ReadCsvFile(sPath).oTable;
-    const Id nDataSetId = m_pStore->ImportDataSet(nStudyId, FileNameOf(sPath), sPath, oTable);
-    for (const DataSet& oDataSet : m_pStore->DataSets(nStudyId))
-        if (oDataSet.nId == nDataSetId)
-            AddItem(New<DataSetItem>(oDataSet), "DataSet", m_mapBranches[nStudyId].oDataSets);
-    StoreChanged(FileNameOf(sPath) + " imported into " + Quoted(m_pStore->StudyOf(nStudyId).sName) + ": " +
-                 SizeText(oTable.nRows, oTable.aColumns.size()));
+    const auto oJob = New<ImportJob>(m_oWorkspace, ActiveStudy());
+    oJob->SetPath(sPath);
+    oJob->sName = TheStore().FreeDataSetName(oJob->sName, oJob->nStudyId);
+    oJob->Run();
 }
 
 void StudyService::Duplicate(Id nStudyId) {
-    const Study oCopy = m_pStore->StudyOf(m_pStore->DuplicateStudy(nStudyId));
-    AddStudy(oCopy);
+    const Study oCopy = TheStore().StudyOf(TheStore().DuplicateStudy(nStudyId));
+    m_oWorkspace->Tell(Quoted(oCopy.sName) + " has been made");
     Select(oCopy.nId);
-    StoreChanged(Quoted(oCopy.sName) + " has been made");
 }
 
 void StudyService::DeleteStudy(const Ref<StudyItem>& oStudy) {
-    m_pStore->DeleteStudy(oStudy->StudyId());
+    TheStore().DeleteStudy(oStudy->StudyId());
     RemoveItem(oStudy);
     m_mapBranches.erase(oStudy->StudyId());
-    StoreChanged(Quoted(oStudy->Base()->Name()) + " has been deleted; Undo brings it back");
+    Tell(Quoted(oStudy->Base()->Name()) + " has been deleted; Undo brings it back");
 }
 
 // Its analyses go with it.
 void StudyService::DeleteDataSet(DataSet oDataSet) {
-    m_pStore->DeleteDataSet(oDataSet.nId);
-    Rebuild();
-    StoreChanged(Quoted(oDataSet.sName) + " has been deleted; Undo brings it back");
+    TheStore().DeleteDataSet(oDataSet.nId);
+    m_oWorkspace->Tell(Quoted(oDataSet.sName) + " has been deleted; Undo brings it back");
 }
 
 void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& oAnalysis) {
-    m_pStore->DeleteAnalysis(oAnalysis->What().nId);
+    TheStore().DeleteAnalysis(oAnalysis->What().nId);
     RemoveItem(oAnalysis);
-    StoreChanged(Quoted(oAnalysis->What().sName) + " has been deleted; Undo brings it back");
+    Tell(Quoted(oAnalysis->What().sName) + " has been deleted; Undo brings it back");
 }
 
-void StudyService::AddAnalysis(const DataSet& oDataSet, const std::string& sGroupColumn) {
-    const std::string sName =
-        "Summary of " + oDataSet.sName + (sGroupColumn.empty() ? std::string() : " by " + sGroupColumn);
-    const Id nAnalysisId = m_pStore->AddAnalysis(oDataSet.nId, sName, sGroupColumn);
-    AddItem(New<AnalysisItem>(Analysis{nAnalysisId, oDataSet.nStudyId, oDataSet.nId, sName, sGroupColumn}), "Analysis",
-            m_mapBranches[oDataSet.nStudyId].oAnalyses);
-    StoreChanged(sName + " has been added to the study");
+// On the study that is chosen, or the one that there is.
+void StudyService::OnReport() {
+    const std::vector<Study> aStudies = TheStore().Studies();
+    if (aStudies.empty())
+        FailWith("There is no study to report on. Make one, or import a file.");
+    if (const Id nActive = ActiveStudy(); nActive != 0)
+        return ShowReport(nActive);
+    std::vector<std::string> aNames;
+    for (const Study& oStudy : aStudies)
+        aNames.push_back(oStudy.sName);
+    const std::optional<std::string> sName =
+        aNames.size() == 1 ? aNames.front() : AskForChoice("Report on", JoinLines(aNames));
+    for (const Study& oStudy : aStudies)
+        if (sName && oStudy.sName == *sName)
+            ShowReport(oStudy.nId);
+}
+
+void StudyService::ShowReport(Id nStudyId) {
+    OpenReport(m_oWorkspace, nStudyId);
 }
 
 void StudyService::OnUndo() {
-    const std::string sLabel = m_pStore->UndoLabel();
-    m_pStore->Undo();
-    Rebuild();
-    StoreChanged("Undone: " + sLabel);
+    const std::string sLabel = TheStore().UndoLabel();
+    TheStore().Undo();
+    m_oWorkspace->Tell("Undone: " + sLabel);
 }
 
 void StudyService::OnRedo() {
-    const std::string sLabel = m_pStore->RedoLabel();
-    m_pStore->Redo();
-    Rebuild();
-    StoreChanged("Done again: " + sLabel);
+    const std::string sLabel = TheStore().RedoLabel();
+    TheStore().Redo();
+    m_oWorkspace->Tell("Done again: " + sLabel);
 }
 
 void StudyService::OnRefresh() {
     Rebuild();
 }
 
-void StudyService::StoreChanged(const std::string& sStatus) {
+void StudyService::Tell(const std::string& sWhat) {
+    m_oShown = StoreContents();
+    m_oWorkspace->Tell(sWhat);
+}
+
+StudyService::Contents StudyService::StoreContents() const {
+    Contents oContents;
+    for (const Study& oStudy : TheStore().Studies()) {
+        oContents[{'s', oStudy.nId}] = oStudy.sName;
+        for (const DataSet& oDataSet : TheStore().DataSets(oStudy.nId))
+            oContents[{'d', oDataSet.nId}] = oDataSet.sName;
+        for (const Analysis& oAnalysis : TheStore().Analyses(oStudy.nId))
+            oContents[{'a', oAnalysis.nId}] = oAnalysis.sName;
+    }
+    return oContents;
+}
+
+// What is new is added to the explorer, at the end of its folder. When it belongs elsewhere, or something has gone or
+// has another name, the explorer is built anew.
+void StudyService::OnChanged(const std::string& sStatus) {
+    const Contents oContents = StoreContents();
+    if (!Extends(oContents, m_oShown))
+        Rebuild();
+    else if (oContents.size() > m_oShown.size())
+        AddNewItems(oContents);
+    m_oShown = oContents;
+    WindowsFollow();
     TellUndo();
     ShowStatus(sStatus);
+}
+
+void StudyService::AddNewItems(const Contents& oContents) {
+    const auto IsNew = [&](char cKind, Id nId) {
+        return oContents.contains({cKind, nId}) && !m_oShown.contains({cKind, nId});
+    };
+    for (const Study& oStudy : TheStore().Studies()) {
+        if (IsNew('s', oStudy.nId)) {
+            AddStudy(oStudy);
+            continue;
+        }
+        const Branch oBranch = m_mapBranches[oStudy.nId];
+        for (const DataSet& oDataSet : TheStore().DataSets(oStudy.nId))
+            if (IsNew('d', oDataSet.nId))
+                AddItem(New<DataSetItem>(oDataSet), "DataSet", oBranch.oDataSets);
+        for (const Analysis& oAnalysis : TheStore().Analyses(oStudy.nId))
+            if (IsNew('a', oAnalysis.nId))
+                AddItem(New<AnalysisItem>(oAnalysis), "Analysis", oBranch.oAnalyses);
+    }
+}
+
+void StudyService::ListUnsaved(const Ref<Dictionary>& dctItems) const {
+    for (const Ref<AnalysisDocument>& oDocument : ChangedAnalyses()) {
+        std::string sName = oDocument->Name();
+        for (int n = 2; dctItems->Exists(sName); ++n)
+            sName = oDocument->Name() + " (" + std::to_string(n) + ")";
+        dctItems->Add(sName, oDocument);
+    }
+}
+
+void StudyService::SaveItem(const Ref<Object>& oItem) {
+    oItem.As<AnalysisDocument>()->Save();
 }
 
 void StudyService::TellUndo() {
@@ -178,8 +254,8 @@ void StudyService::TellUndo() {
         oAction->SetEnabled(!sLabel.empty());
         oAction->SetCaption("Edit", "&" + std::string(sAction) + (sLabel.empty() ? "" : " " + sLabel));
     };
-    Tell("Undo", m_pStore->UndoLabel());
-    Tell("Redo", m_pStore->RedoLabel());
+    Tell("Undo", TheStore().UndoLabel());
+    Tell("Redo", TheStore().RedoLabel());
 }
 
 } // namespace studies

@@ -1,21 +1,24 @@
 // The service of studies: it keeps the store, the commands on it, and the explorer in step with both.
 #pragma once
 
-#include "Store.h"
 #include "StudyItems.h"
+#include "Workspace.h"
 #include "corvane/base/Automation.h"
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
 
 #include <map>
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace studies {
 
 class StudyService final : public corvane::Automation<StudyService, corvane::IServiceAccess> {
 public:
+    // The names of studies ('s'), data sets ('d') and analyses ('a') by their numbers in the store.
+    using Contents = std::map<std::pair<char, Id>, std::string>;
+
     StudyService();
 
     corvane::Ref<corvane::IService> Service() override { return m_oServiceBase; }
@@ -29,20 +32,23 @@ public:
     void OnUndo();
     void OnRedo();
     void OnRefresh();
+    void OnReport();
 
-    // For other services, by name: into the chosen study, or a new one.
+    // For others, by name. Into the chosen study, or a new one:
     void ImportFile(const std::string& sPath);
+    // The explorer's active item, of any service, or nothing.
+    [[nodiscard]] corvane::Ref<corvane::Object> ActiveItem() const { return m_oActive; }
 
-    // For the items. The store is a null pointer when its file can't be used.
-    [[nodiscard]] Store* GetStore() const { return m_pStore.get(); }
-    void Import(Id nStudyId);
+    // For the items. The workspace is nothing when its file can't be used.
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
+    void AskForImport(Id nStudyId);
     void Duplicate(Id nStudyId);
     void DeleteStudy(const corvane::Ref<StudyItem>& oStudy);
     void DeleteDataSet(DataSet oDataSet);
     void DeleteAnalysis(const corvane::Ref<AnalysisItem>& oAnalysis);
-    void AddAnalysis(const DataSet& oDataSet, const std::string& sGroupColumn);
-    // The store has changed: says what, and what can be undone now.
-    void StoreChanged(const std::string& sStatus);
+    void ShowReport(Id nStudyId);
+    // The store has changed, and the explorer shows it already.
+    void Tell(const std::string& sWhat);
     // Folders are made by the explorer, which doesn't say for which study; it is the one that joined last.
     void StudyJoins(StudyItem& oStudy);
     [[nodiscard]] Id JoiningStudy() const { return m_nJoiningStudy; }
@@ -52,7 +58,8 @@ public:
         corvane::Method("Start", &StudyService::Start), corvane::Method("OnNewStudy", &StudyService::OnNewStudy),
         corvane::Method("OnImport", &StudyService::OnImport), corvane::Method("OnUndo", &StudyService::OnUndo),
         corvane::Method("OnRedo", &StudyService::OnRedo), corvane::Method("OnRefresh", &StudyService::OnRefresh),
-        corvane::Method("ImportFile", &StudyService::ImportFile));
+        corvane::Property("ActiveItem", &StudyService::ActiveItem),
+        corvane::Method("OnReport", &StudyService::OnReport), corvane::Method("ImportFile", &StudyService::ImportFile));
 
 private:
     struct Branch {
@@ -71,15 +78,21 @@ private:
     void RemoveItem(const corvane::Ref<StoreItem>& oItem);
     bool Select(Id nStudyId);
     void Rebuild();
-    void ImportInto(Id nStudyId, const std::string& sPath);
+    [[nodiscard]] Store& TheStore() const { return m_oWorkspace->GetStore(); }
+    [[nodiscard]] Contents StoreContents() const;
+    void OnChanged(const std::string& sStatus);
+    void AddNewItems(const Contents& oContents);
+    void ListUnsaved(const corvane::Ref<corvane::Dictionary>& dctItems) const;
+    void SaveItem(const corvane::Ref<corvane::Object>& oItem);
     void TellUndo();
 
     corvane::Ref<corvane::ServiceBase> m_oServiceBase = corvane::New<corvane::ServiceBase>();
     std::vector<corvane::Subscription> m_aSubscriptions;
-    std::unique_ptr<Store> m_pStore;
+    corvane::Ref<Workspace> m_oWorkspace; // nothing when its file can't be used
     std::string m_sStoreProblem;
-    corvane::Ref<corvane::Object> m_oActive; // the explorer's active item, of any service
+    corvane::Ref<corvane::Object> m_oActive;
     Id m_nJoiningStudy = 0;
+    Contents m_oShown;
     std::map<Id, Branch> m_mapBranches; // what stands in the explorer for each study
 };
 

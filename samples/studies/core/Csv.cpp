@@ -247,10 +247,23 @@ CsvResult ReadCsv(std::string_view sText, const CsvOptions& oOptions) {
         }
         ++oTable.nRows;
     }
-    for (Column& oColumn : oTable.aColumns)
+    for (Column& oColumn : oTable.aColumns) {
         if (!TurnToNumbers(oColumn, '.') && oResult.cDelimiter != ',')
             TurnToNumbers(oColumn, ',');
+        if (oColumn.IsNumeric())
+            oColumn.sUnit = UnitInName(oColumn.sName);
+    }
     return oResult;
+}
+
+void TurnToText(Column& oColumn) {
+    if (!oColumn.IsNumeric())
+        return;
+    for (std::size_t iRow = 0; iRow < oColumn.aNumbers.size(); ++iRow)
+        oColumn.aTexts.push_back(oColumn.Text(iRow));
+    oColumn.eType = ColumnType::Text;
+    oColumn.aNumbers.clear();
+    oColumn.sUnit.clear();
 }
 
 CsvResult ReadCsvFile(const std::string& sPath, const CsvOptions& oOptions) {
@@ -266,16 +279,22 @@ CsvResult ReadCsvFile(const std::string& sPath, const CsvOptions& oOptions) {
     }
 }
 
-std::string WriteCsv(const Table& oTable) {
+std::string WriteCsv(const Table& oTable, const CsvStyle& oStyle) {
     std::string sText;
+    const auto FieldOf = [&](const Column& oColumn, std::size_t iRow) {
+        std::string sField = oColumn.Text(iRow);
+        if (oColumn.IsNumeric() && oStyle.cPoint != '.')
+            std::replace(sField.begin(), sField.end(), '.', oStyle.cPoint);
+        return sField;
+    };
     const auto WriteRow = [&](auto fnField) {
         for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
-            sText += (i > 0 ? "," : "") + Quoted(fnField(oTable.aColumns[i]));
+            sText += (i > 0 ? std::string(1, oStyle.cDelimiter) : "") + Quoted(fnField(oTable.aColumns[i]));
         sText += '\n';
     };
     WriteRow([](const Column& oColumn) { return oColumn.sName; });
     for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow)
-        WriteRow([iRow](const Column& oColumn) { return oColumn.Text(iRow); });
+        WriteRow([&](const Column& oColumn) { return FieldOf(oColumn, iRow); });
     return sText;
 }
 

@@ -29,8 +29,16 @@ struct CsvResult {
 // The same for a file; its failures name the file too.
 [[nodiscard]] CsvResult ReadCsvFile(const std::string& sPath, const CsvOptions& oOptions = {});
 
-// The table as text with commas, LF and a row of names; quotes stand where a field needs them.
-[[nodiscard]] std::string WriteCsv(const Table& oTable);
+// Makes a column of numbers one of text, as for numbers that only name something.
+void TurnToText(Column& oColumn);
+
+struct CsvStyle {
+    char cDelimiter = ',';
+    char cPoint = '.'; // of numbers
+};
+
+// The table as text with a row of names and LF; quotes stand where a field needs them.
+[[nodiscard]] std::string WriteCsv(const Table& oTable, const CsvStyle& oStyle = {});
 
 // The delimiter that divides the first rows most evenly; the comma for text of one column.
 [[nodiscard]] char DetectDelimiter(std::string_view sText);

@@ -79,7 +79,8 @@ std::string Statement::Text(int iColumn) const {
 Database::Database(std::string sPath) : m_sPath(std::move(sPath)) {
     const std::filesystem::path oFolder = std::filesystem::path(m_sPath).parent_path();
     std::error_code oError;
-    std::filesystem::create_directories(oFolder, oError);
+    if (!oFolder.empty())
+        std::filesystem::create_directories(oFolder, oError);
     if (oError)
         FailWith("The folder \"" + oFolder.string() + "\" can't be made: " + oError.message() + ".");
     sqlite3* pHandle = nullptr;

@@ -1,4 +1,4 @@
-// Summaries as text: aligned in columns for a report, or in one line for the status bar.
+// Figures and summaries as text: aligned in columns, in one line for the status bar, or as a person reads them.
 #pragma once
 
 #include "Statistics.h"
@@ -11,6 +11,15 @@ namespace studies {
 
 // Up to that many significant digits; "-" for what isn't known.
 [[nodiscard]] std::string FigureText(double dblValue, int nDigits = 7);
+
+// With exactly that many digits after the point, thousands apart; very large and very small ones as powers of ten.
+[[nodiscard]] std::string DecimalText(double dblValue, int nDecimals);
+// "1,234" for a count.
+[[nodiscard]] std::string CountText(std::size_t nCount);
+// "p = 0.034", or "p < 0.001".
+[[nodiscard]] std::string ProbabilityText(double dblP);
+// "95 %".
+[[nodiscard]] std::string ShareText(double dblShare);
 
 // Numbers and texts in a block each, a column of the table on each line. Ends with a line feed.
 [[nodiscard]] std::string ReportText(const TableSummary& oSummary);

@@ -6,7 +6,9 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/WindowManager.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <span>
 
@@ -62,6 +64,17 @@ std::optional<std::string> AskForChoice(const std::string& sTitle, const std::st
     const std::array<Variant, 2> aArguments{sTitle, sChoices};
     const std::optional<std::string> sChoice = AskDialog("ShowChoice", aArguments);
     return UnlessEmpty(sChoice ? *sChoice : sChoices.substr(0, sChoices.find('\n')));
+}
+
+std::string AskForSavePath(const std::string& sTitle, const std::string& sFilter, const std::string& sFileName) {
+    // A name of a data set may hold what no file's name can.
+    std::string sName = sFileName;
+    std::replace_if(
+        sName.begin(), sName.end(), [](char c) { return c == '/' || c == ':'; }, '-');
+    const char* sHome = std::getenv("HOME");
+    const std::array<Variant, 3> aArguments{sTitle, sFilter,
+                                            (sHome ? std::string(sHome) + "/" : std::string()) + sName};
+    return AskDialog("ShowSave", aArguments).value_or("");
 }
 
 Ref<Object> ServiceByName(std::string_view sName) {

@@ -24,6 +24,11 @@ void ShowMessage(const std::string& sText, const std::string& sTitle);
 // Asks for one of some texts, given with a line each, by its member "ShowChoice". A host without gets the first.
 [[nodiscard]] std::optional<std::string> AskForChoice(const std::string& sTitle, const std::string& sChoices);
 
+// Asks where to write a file by its member "ShowSave", which is called with a title, a filter as above and a path to
+// begin with; "" when the person thinks better of it, and from a host without such a dialog.
+[[nodiscard]] std::string AskForSavePath(const std::string& sTitle, const std::string& sFilter,
+                                         const std::string& sFileName);
+
 // A service by the name in its definition; nothing when it isn't loaded.
 [[nodiscard]] corvane::Ref<corvane::Object> ServiceByName(std::string_view sName);
 

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <map>
+#include <set>
 #include <string_view>
 
 namespace studies {
@@ -112,6 +114,30 @@ std::vector<GroupSummary> SummarizeByGroup(const Table& oTable, std::string_view
     if (!aMissing.empty())
         AddGroup({}, aMissing);
     return aGroups;
+}
+
+std::vector<std::string> ValuesOf(const Column& oColumn) {
+    std::vector<std::string> aValues;
+    if (oColumn.IsNumeric()) {
+        std::set<double> aNumbers;
+        std::copy_if(oColumn.aNumbers.begin(), oColumn.aNumbers.end(), std::inserter(aNumbers, aNumbers.end()),
+                     [](double dblValue) { return !std::isnan(dblValue); });
+        std::transform(aNumbers.begin(), aNumbers.end(), std::back_inserter(aValues), TextOf);
+    } else {
+        const std::set<std::string_view> aTexts(oColumn.aTexts.begin(), oColumn.aTexts.end());
+        for (const std::string_view sText : aTexts)
+            if (!sText.empty())
+                aValues.emplace_back(sText);
+    }
+    return aValues;
+}
+
+std::vector<double> NumbersOfGroup(const Column& oNumbers, const Column& oGroups, std::string_view sGroup) {
+    std::vector<double> aNumbers;
+    for (std::size_t iRow = 0; iRow < oNumbers.aNumbers.size(); ++iRow)
+        if (oGroups.Text(iRow) == sGroup)
+            aNumbers.push_back(oNumbers.aNumbers[iRow]);
+    return aNumbers;
 }
 
 std::vector<std::string> GroupColumns(const Table& oTable) {

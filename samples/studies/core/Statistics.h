@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace studies {
@@ -44,6 +45,12 @@ struct GroupSummary {
 [[nodiscard]] std::vector<GroupSummary> SummarizeByGroup(const Table& oTable, std::string_view sColumn);
 // The names of the text columns that divide the table: more than one value, and fewer values than half the rows.
 [[nodiscard]] std::vector<std::string> GroupColumns(const Table& oTable);
+
+// The values that a column has, in their order, as text; without the missing one.
+[[nodiscard]] std::vector<std::string> ValuesOf(const Column& oColumn);
+// The numbers of the rows whose group is that text.
+[[nodiscard]] std::vector<double> NumbersOfGroup(const Column& oNumbers, const Column& oGroups,
+                                                 std::string_view sGroup);
 
 // The quantile dblShare (0 to 1) of sorted values, as R's type 7; NaN for no values.
 [[nodiscard]] double Quantile(const std::vector<double>& aSorted, double dblShare);

@@ -11,7 +11,7 @@ namespace studies {
 namespace {
 
 constexpr std::int64_t ApplicationId = 0x53545544;
-constexpr std::int64_t SchemaVersion = 1;
+constexpr std::int64_t SchemaVersion = 2;
 constexpr std::size_t LongestName = 120;
 
 // The tables whose changes are undone. The data themselves stand in a table of their own for each data set and stay
@@ -36,6 +36,22 @@ constexpr const char* Schema =
     "CREATE INDEX analyses_by_study ON analyses(study_id);"
     "CREATE INDEX analyses_by_set ON analyses(data_set_id);"
     "PRAGMA user_version=1;";
+
+// What the second version brought. A new file goes through both, so that there is one way to what is used today.
+constexpr const char* SecondSchema = "ALTER TABLE studies ADD COLUMN notes TEXT NOT NULL DEFAULT '';"
+                                     "ALTER TABLE data_sets ADD COLUMN notes TEXT NOT NULL DEFAULT '';"
+                                     "ALTER TABLE data_columns ADD COLUMN unit TEXT NOT NULL DEFAULT '';"
+                                     "ALTER TABLE analyses ADD COLUMN kind TEXT NOT NULL DEFAULT 'summary';"
+                                     "ALTER TABLE analyses ADD COLUMN x_column TEXT NOT NULL DEFAULT '';"
+                                     "ALTER TABLE analyses ADD COLUMN y_column TEXT NOT NULL DEFAULT '';"
+                                     "ALTER TABLE analyses ADD COLUMN first_group TEXT NOT NULL DEFAULT '';"
+                                     "ALTER TABLE analyses ADD COLUMN second_group TEXT NOT NULL DEFAULT '';"
+                                     "ALTER TABLE analyses ADD COLUMN figure TEXT NOT NULL DEFAULT 'mean';"
+                                     "ALTER TABLE analyses ADD COLUMN bins INTEGER NOT NULL DEFAULT 0;"
+                                     "ALTER TABLE analyses ADD COLUMN confidence REAL NOT NULL DEFAULT 0.95;"
+                                     "ALTER TABLE analyses ADD COLUMN resamples INTEGER NOT NULL DEFAULT 1000;"
+                                     "ALTER TABLE analyses ADD COLUMN seed INTEGER NOT NULL DEFAULT 1;"
+                                     "PRAGMA user_version=2;";
 
 // The trigger's SQL that writes the statement which undoes one row's change.
 std::string InverseOf(std::string_view sChange, const std::string& sTable, const std::vector<std::string>& aColumns) {
@@ -77,15 +93,18 @@ void Store::Prepare() {
     m_oDatabase.Run("PRAGMA auto_vacuum=FULL");
     Transaction oTransaction(m_oDatabase);
     const std::int64_t nApplication = m_oDatabase.WholeOf("PRAGMA application_id");
-    const std::int64_t nVersion = m_oDatabase.WholeOf("PRAGMA user_version");
+    std::int64_t nVersion = m_oDatabase.WholeOf("PRAGMA user_version");
     if (m_oDatabase.WholeOf("SELECT count(*) FROM sqlite_master") == 0) {
         m_oDatabase.Run(Schema);
+        nVersion = 1;
     } else if (nApplication != ApplicationId) {
         FailWith("The file \"" + m_oDatabase.Path() + "\" belongs to another program.");
     } else if (nVersion > SchemaVersion) {
         FailWith("The file \"" + m_oDatabase.Path() + "\" was written by a later version of Studies (" +
                  std::to_string(nVersion) + "; this one knows " + std::to_string(SchemaVersion) + ").");
     }
+    if (nVersion == 1)
+        m_oDatabase.Run(SecondSchema);
     oTransaction.Commit();
     Statement oCheck(m_oDatabase, "PRAGMA quick_check(1)");
     if (oCheck.Step() && oCheck.Text(0) != "ok")
@@ -151,6 +170,7 @@ void Store::TakeBack(std::vector<Step>& aFrom, std::vector<Step>& aTo) {
     CheckData();
     Step oInverse{aFrom.back().sLabel, TakeLog()};
     oTransaction.Commit();
+    ++m_nDataRevision;
     aTo.push_back(std::move(oInverse));
     aFrom.pop_back();
 }
@@ -174,41 +194,6 @@ void Store::CheckExists(std::string_view sTable, Id nId) {
     Statement oFound(m_oDatabase, "SELECT 1 FROM " + std::string(sTable) + " WHERE id=?");
     if (!oFound.Bind(nId).Step())
         FailWith("What you have chosen isn't there any more.");
-}
-
-std::vector<Study> Store::Studies() {
-    std::vector<Study> aStudies;
-    Statement oRows(m_oDatabase, "SELECT id, name FROM studies ORDER BY id");
-    while (oRows.Step())
-        aStudies.push_back({oRows.Whole(0), oRows.Text(1)});
-    return aStudies;
-}
-
-std::vector<DataSet> Store::DataSets(Id nStudyId) {
-    std::vector<DataSet> aDataSets;
-    Statement oRows(m_oDatabase,
-                    "SELECT id, study_id, name, source, row_count FROM data_sets WHERE study_id=? ORDER BY id");
-    oRows.Bind(nStudyId);
-    while (oRows.Step())
-        aDataSets.push_back({oRows.Whole(0), oRows.Whole(1), oRows.Text(2), oRows.Text(3), oRows.Whole(4)});
-    return aDataSets;
-}
-
-std::vector<Analysis> Store::Analyses(Id nStudyId) {
-    std::vector<Analysis> aAnalyses;
-    Statement oRows(m_oDatabase,
-                    "SELECT id, study_id, data_set_id, name, group_column FROM analyses WHERE study_id=? ORDER BY id");
-    oRows.Bind(nStudyId);
-    while (oRows.Step())
-        aAnalyses.push_back({oRows.Whole(0), oRows.Whole(1), oRows.Whole(2), oRows.Text(3), oRows.Text(4)});
-    return aAnalyses;
-}
-
-Study Store::StudyOf(Id nStudyId) {
-    CheckExists("studies", nStudyId);
-    Statement oRow(m_oDatabase, "SELECT name FROM studies WHERE id=?");
-    oRow.Bind(nStudyId).Step();
-    return {nStudyId, oRow.Text(0)};
 }
 
 std::string Store::NameProblem(std::string_view sName, Id nStudyId) {

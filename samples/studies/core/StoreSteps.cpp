@@ -20,6 +20,22 @@ std::string DataTableSql(Id nDataSetId, const std::vector<Column>& aColumns) {
     return sSql + ")";
 }
 
+// The statement begins with the places of the name and the settings; the numbers follow them.
+void WriteAnalysis(Database& oDatabase, std::string_view sSql, std::string_view sName,
+                   const AnalysisSettings& oSettings, std::initializer_list<Id> aNumbers) {
+    Statement oWrite(oDatabase, sSql);
+    oWrite.Bind(sName).Bind(NameOf(oSettings.eKind));
+    for (const std::string* pText : {&oSettings.sGroupColumn, &oSettings.sColumnX, &oSettings.sColumnY,
+                                     &oSettings.sFirstGroup, &oSettings.sSecondGroup})
+        oWrite.Bind(*pText);
+    oWrite.Bind(NameOf(oSettings.oBootstrap.eFigure)).Bind(std::int64_t{oSettings.nBins});
+    oWrite.Bind(oSettings.oBootstrap.dblConfidence).Bind(std::int64_t{oSettings.oBootstrap.nResamples});
+    oWrite.Bind(static_cast<std::int64_t>(oSettings.oBootstrap.nSeed));
+    for (const Id nNumber : aNumbers)
+        oWrite.Bind(nNumber);
+    oWrite.Run();
+}
+
 } // namespace
 
 Id Store::CreateStudy(std::string_view sName) {
@@ -61,28 +77,30 @@ Id Store::DuplicateStudy(Id nStudyId) {
         const std::string sName = FreeName("Copy of " + StudyOf(nStudyId).sName, false);
         if (const std::string sProblem = NameProblem(sName); !sProblem.empty())
             FailWith(sProblem);
-        Statement oInsert(m_oDatabase, "INSERT INTO studies(name, name_key) VALUES(?,?)");
-        oInsert.Bind(sName).Bind(corvane::FoldText(sName)).Run();
+        Statement oInsert(m_oDatabase, "INSERT INTO studies(name, name_key, notes)"
+                                       " SELECT ?, ?, notes FROM studies WHERE id=?");
+        oInsert.Bind(sName).Bind(corvane::FoldText(sName)).Bind(nStudyId).Run();
         nCopyId = m_oDatabase.LastId();
         std::map<Id, Id> mapDataSets;
         for (const DataSet& oDataSet : DataSets(nStudyId))
             mapDataSets[oDataSet.nId] = CopyDataSet(oDataSet, nCopyId);
-        for (const Analysis& oAnalysis : Analyses(nStudyId)) {
-            Statement oCopy(m_oDatabase,
-                            "INSERT INTO analyses(study_id, data_set_id, name, group_column) VALUES(?,?,?,?)");
-            oCopy.Bind(nCopyId).Bind(mapDataSets.at(oAnalysis.nDataSetId));
-            oCopy.Bind(oAnalysis.sName).Bind(oAnalysis.sGroupColumn).Run();
-        }
+        for (const Analysis& oAnalysis : Analyses(nStudyId))
+            WriteAnalysis(
+                m_oDatabase,
+                "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
+                " figure, bins, confidence, resamples, seed, study_id, data_set_id)"
+                " VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
+                oAnalysis.sName, oAnalysis.oSettings, {nCopyId, mapDataSets.at(oAnalysis.nDataSetId)});
     });
     return nCopyId;
 }
 
 Id Store::CopyDataSet(const DataSet& oDataSet, Id nStudyId) {
-    Statement oInsert(m_oDatabase, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
-    oInsert.Bind(nStudyId).Bind(oDataSet.sName).Bind(oDataSet.sSource).Bind(oDataSet.nRows).Run();
+    Statement oInsert(m_oDatabase, "INSERT INTO data_sets(study_id, name, source, row_count, notes) VALUES(?,?,?,?,?)");
+    oInsert.Bind(nStudyId).Bind(oDataSet.sName).Bind(oDataSet.sSource).Bind(oDataSet.nRows).Bind(oDataSet.sNotes).Run();
     const Id nCopyId = m_oDatabase.LastId();
-    Statement oColumns(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type)"
-                                    " SELECT ?, position, name, type FROM data_columns WHERE data_set_id=?");
+    Statement oColumns(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
+                                    " SELECT ?, position, name, type, unit FROM data_columns WHERE data_set_id=?");
     oColumns.Bind(nCopyId).Bind(oDataSet.nId).Run();
     m_oDatabase.Run(DataTableSql(nCopyId, Columns(oDataSet.nId)));
     m_oDatabase.Run("INSERT INTO " + DataTable(nCopyId) + " SELECT * FROM " + DataTable(oDataSet.nId));
@@ -99,12 +117,14 @@ Id Store::ImportDataSet(Id nStudyId, std::string_view sName, std::string_view sS
         Statement oInsert(m_oDatabase, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
         oInsert.Bind(nStudyId).Bind(sName).Bind(sSource).Bind(static_cast<std::int64_t>(oTable.nRows)).Run();
         nId = m_oDatabase.LastId();
-        Statement oColumn(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type) VALUES(?,?,?,?)");
+        Statement oColumn(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
+                                       " VALUES(?,?,?,?,?)");
         for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
             oColumn.Bind(nId)
                 .Bind(static_cast<std::int64_t>(i))
                 .Bind(oTable.aColumns[i].sName)
                 .Bind(NameOf(oTable.aColumns[i].eType))
+                .Bind(oTable.aColumns[i].sUnit)
                 .Run();
         m_oDatabase.Run(DataTableSql(nId, oTable.aColumns));
         WriteRows(nId, oTable);
@@ -130,32 +150,6 @@ void Store::WriteRows(Id nDataSetId, const Table& oTable) {
     }
 }
 
-std::vector<Column> Store::Columns(Id nDataSetId) {
-    std::vector<Column> aColumns;
-    Statement oRows(m_oDatabase, "SELECT name, type FROM data_columns WHERE data_set_id=? ORDER BY position");
-    oRows.Bind(nDataSetId);
-    while (oRows.Step())
-        aColumns.push_back({oRows.Text(0), ColumnTypeOf(oRows.Text(1)), {}, {}});
-    return aColumns;
-}
-
-Table Store::ReadDataSet(Id nDataSetId) {
-    CheckExists("data_sets", nDataSetId);
-    Table oTable;
-    oTable.aColumns = Columns(nDataSetId);
-    Statement oRows(m_oDatabase, "SELECT * FROM " + DataTable(nDataSetId) + " ORDER BY id");
-    for (; oRows.Step(); ++oTable.nRows) {
-        int iColumn = 0;
-        for (Column& oColumn : oTable.aColumns) {
-            if (oColumn.IsNumeric())
-                oColumn.aNumbers.push_back(oRows.Number(++iColumn));
-            else
-                oColumn.aTexts.push_back(oRows.Text(++iColumn));
-        }
-    }
-    return oTable;
-}
-
 void Store::DeleteDataSet(Id nDataSetId) {
     Perform("Delete Data Set", [&] {
         CheckExists("data_sets", nDataSetId);
@@ -165,16 +159,52 @@ void Store::DeleteDataSet(Id nDataSetId) {
     });
 }
 
-Id Store::AddAnalysis(Id nDataSetId, std::string_view sName, std::string_view sGroupColumn) {
+Id Store::AddAnalysis(Id nDataSetId, std::string_view sName, const AnalysisSettings& oSettings) {
     Id nId = 0;
     Perform("New Analysis", [&] {
         CheckExists("data_sets", nDataSetId);
-        Statement oInsert(m_oDatabase, "INSERT INTO analyses(study_id, data_set_id, name, group_column)"
-                                       " SELECT study_id, id, ?, ? FROM data_sets WHERE id=?");
-        oInsert.Bind(sName).Bind(sGroupColumn).Bind(nDataSetId).Run();
+        WriteAnalysis(m_oDatabase,
+                      "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
+                      " figure, bins, confidence, resamples, seed, study_id, data_set_id)"
+                      " SELECT ?,?,?,?,?,?,?,?,?,?,?,?, study_id, id FROM data_sets WHERE id=?",
+                      sName, oSettings, {nDataSetId});
         nId = m_oDatabase.LastId();
     });
     return nId;
+}
+
+void Store::ChangeAnalysis(Id nAnalysisId, std::string_view sName, const AnalysisSettings& oSettings) {
+    Perform("Change Analysis", [&] {
+        CheckExists("analyses", nAnalysisId);
+        WriteAnalysis(m_oDatabase,
+                      "UPDATE analyses SET name=?, kind=?, group_column=?, x_column=?, y_column=?, first_group=?,"
+                      " second_group=?, figure=?, bins=?, confidence=?, resamples=?, seed=? WHERE id=?",
+                      sName, oSettings, {nAnalysisId});
+    });
+}
+
+void Store::SetStudyProperties(Id nStudyId, std::string_view sName, std::string_view sNotes) {
+    Perform("Change Study", [&] {
+        CheckExists("studies", nStudyId);
+        if (const std::string sProblem = NameProblem(sName, nStudyId); !sProblem.empty())
+            FailWith(sProblem);
+        Statement oUpdate(m_oDatabase, "UPDATE studies SET name=?, name_key=?, notes=? WHERE id=?");
+        oUpdate.Bind(sName).Bind(corvane::FoldText(sName)).Bind(sNotes).Bind(nStudyId).Run();
+    });
+}
+
+void Store::SetDataSetProperties(Id nDataSetId, const DataSetProperties& oProperties) {
+    Perform("Change Data Set", [&] {
+        const DataSet oDataSet = DataSetOf(nDataSetId);
+        if (const std::string sProblem = DataSetNameProblem(oProperties.sName, oDataSet.nStudyId, nDataSetId);
+            !sProblem.empty())
+            FailWith(sProblem);
+        Statement oUpdate(m_oDatabase, "UPDATE data_sets SET name=?, notes=? WHERE id=?");
+        oUpdate.Bind(oProperties.sName).Bind(oProperties.sNotes).Bind(nDataSetId).Run();
+        Statement oUnit(m_oDatabase, "UPDATE data_columns SET unit=? WHERE data_set_id=? AND position=?");
+        for (std::size_t i = 0; i < oProperties.aUnits.size(); ++i)
+            oUnit.Bind(oProperties.aUnits[i]).Bind(nDataSetId).Bind(static_cast<std::int64_t>(i)).Run();
+    });
 }
 
 void Store::DeleteAnalysis(Id nAnalysisId) {

@@ -3,6 +3,7 @@
 #include "Errors.h"
 #include "corvane/base/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -38,6 +39,14 @@ std::string Column::Text(std::size_t iRow) const {
     return IsNumeric() ? TextOf(aNumbers[iRow]) : aTexts[iRow];
 }
 
+std::string Column::Label() const {
+    std::string sLabel = sName;
+    if (!sUnit.empty() && UnitInName(sName) == sUnit)
+        sLabel.erase(sLabel.size() - sUnit.size() - 1);
+    std::replace(sLabel.begin(), sLabel.end(), '_', ' ');
+    return sUnit.empty() ? sLabel : sLabel + " (" + sUnit + ")";
+}
+
 const Column* Table::Find(std::string_view sName) const {
     for (const Column& oColumn : aColumns)
         if (corvane::EqualText(oColumn.sName, sName))
@@ -49,7 +58,7 @@ Table Table::Rows(const std::vector<std::size_t>& aRows) const {
     Table oPart;
     oPart.nRows = aRows.size();
     for (const Column& oColumn : aColumns) {
-        Column oCut{oColumn.sName, oColumn.eType, {}, {}};
+        Column oCut{oColumn.sName, oColumn.eType, {}, {}, oColumn.sUnit};
         for (const std::size_t iRow : aRows) {
             if (oColumn.IsNumeric())
                 oCut.aNumbers.push_back(oColumn.aNumbers[iRow]);
@@ -59,6 +68,17 @@ Table Table::Rows(const std::vector<std::size_t>& aRows) const {
         oPart.aColumns.push_back(std::move(oCut));
     }
     return oPart;
+}
+
+std::string UnitInName(std::string_view sName) {
+    static constexpr std::array<std::string_view, 22> aUnits{"mm", "cm", "m",   "km",  "mg", "g",  "kg", "t",
+                                                             "s",  "ms", "min", "h",   "d",  "Hz", "V",  "A",
+                                                             "W",  "K",  "Pa",  "hPa", "ml", "l"};
+    const std::size_t iUnit = sName.rfind('_');
+    if (iUnit == std::string_view::npos || iUnit == 0)
+        return {};
+    const std::string_view sUnit = sName.substr(iUnit + 1);
+    return std::find(aUnits.begin(), aUnits.end(), sUnit) == aUnits.end() ? std::string() : std::string(sUnit);
 }
 
 std::string TextOf(double dblValue) {

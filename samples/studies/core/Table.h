@@ -20,11 +20,14 @@ struct Column {
     ColumnType eType = ColumnType::Text;
     std::vector<std::string> aTexts; // of a text column; "" where the value is missing
     std::vector<double> aNumbers;    // of a column of numbers; NaN where the value is missing
+    std::string sUnit = {};          // "" for none
 
     [[nodiscard]] bool IsNumeric() const { return eType != ColumnType::Text; }
     [[nodiscard]] bool IsMissing(std::size_t iRow) const;
     // The value as text, "" where it is missing.
     [[nodiscard]] std::string Text(std::size_t iRow) const;
+    // As it stands on an axis or over a column: "bill length (mm)".
+    [[nodiscard]] std::string Label() const;
 };
 
 struct Table {
@@ -39,6 +42,8 @@ struct Table {
 
 // The shortest text that reads as the same number.
 [[nodiscard]] std::string TextOf(double dblValue);
+// The unit that a column's name ends in, such as "mm" of "bill_length_mm"; "" when it ends in none that is known.
+[[nodiscard]] std::string UnitInName(std::string_view sName);
 // The number that the whole text is, with the sign given as its decimal point.
 [[nodiscard]] std::optional<double> NumberOf(std::string_view sText, char cPoint = '.');
 

@@ -1,0 +1,28 @@
+// How a person wants figures to be written and analyses to begin, as the preferences say.
+#pragma once
+
+#include "AnalysisSettings.h"
+#include "Table.h"
+
+#include <string>
+
+namespace studies {
+
+struct FigurePreferences {
+    int nDecimals = 2;
+    double dblConfidence = 0.95;
+    std::string sDefaultGroup = {}; // the name of a column that new analyses group by, where there is one
+    bool bGroupByDefault = false;   // whether they group at all
+
+    static constexpr int MostDecimals = 8;
+};
+
+// From the user's settings; a value that makes no sense there counts as the default.
+[[nodiscard]] FigurePreferences ReadPreferences();
+void WritePreferences(const FigurePreferences& oPreferences);
+
+// How an analysis of that table begins: with the first columns that suit.
+[[nodiscard]] AnalysisSettings FirstSettings(const Table& oTable, AnalysisKind eKind,
+                                             const FigurePreferences& oPreferences);
+
+} // namespace studies

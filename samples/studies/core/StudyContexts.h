@@ -1,0 +1,76 @@
+// What the windows about a whole study and the import wizard are about.
+#pragma once
+
+#include "Csv.h"
+#include "Workspace.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace studies {
+
+class StudyContext final : public corvane::Object {
+public:
+    StudyContext(corvane::Ref<Workspace> oWorkspace, Id nStudyId)
+        : m_oWorkspace(std::move(oWorkspace)), m_nStudyId(nStudyId) {}
+
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
+    [[nodiscard]] Id Number() const { return m_nStudyId; }
+    [[nodiscard]] bool Exists() const;
+
+    std::string_view TypeName() const override { return "StudyContext"; }
+
+private:
+    corvane::Ref<Workspace> m_oWorkspace;
+    Id m_nStudyId;
+};
+
+// An import on its way: a file, how it is read, and where it goes. The pages of the wizard fill it in turn.
+class ImportJob final : public corvane::Object {
+public:
+    // The study is proposed; 0 proposes a new one.
+    ImportJob(corvane::Ref<Workspace> oWorkspace, Id nStudyId);
+
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
+
+    [[nodiscard]] const std::string& Path() const { return m_sPath; }
+    void SetPath(const std::string& sPath);
+    // 0: found out.
+    [[nodiscard]] char Delimiter() const { return m_cDelimiter; }
+    void SetDelimiter(char cDelimiter);
+    // Whether a column of numbers is read as text.
+    [[nodiscard]] bool IsText(std::size_t iColumn) const;
+    void SetText(std::size_t iColumn, bool bText);
+
+    // What is in the file, without the bad rows, which are listed; read once, and again after a change of how.
+    // Nothing when it can't be read; Problem says why.
+    [[nodiscard]] const CsvResult* Result();
+    [[nodiscard]] const std::string& Problem();
+
+    bool bSkipBadRows = false;
+    Id nStudyId;               // 0: a new one
+    std::string sNewStudyName; // of that new one
+    std::string sName;         // of the data set
+
+    // Why it can't be run as it stands; "" when it can.
+    [[nodiscard]] std::string TargetProblem() const;
+    // Imports; the studies tell the change. Fails as TargetProblem and the store say.
+    void Run();
+
+    std::string_view TypeName() const override { return "ImportJob"; }
+
+private:
+    void Read();
+
+    corvane::Ref<Workspace> m_oWorkspace;
+    std::string m_sPath;
+    char m_cDelimiter = 0;
+    std::vector<bool> m_aText;
+    bool m_bRead = false;
+    std::optional<CsvResult> m_oResult;
+    std::string m_sProblem;
+};
+
+} // namespace studies

@@ -1,0 +1,33 @@
+// The windows of Studies: how they are opened, so that there is one for each data set and analysis, and how they
+// follow what they are about.
+#pragma once
+
+#include "Workspace.h"
+#include "corvane/windows/IWindowExitHandler.h"
+#include "corvane/windows/Window.h"
+
+namespace studies {
+
+// The data set's table. Opening it again shows the open one.
+corvane::Ref<corvane::Window> OpenDataWindow(const corvane::Ref<DataSetContext>& oData,
+                                             const corvane::Ref<corvane::IWindowExitHandler>& oExitHandler = nullptr);
+// A new analysis of that kind, with its first settings. Fails when the data have no columns for it.
+corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& oData, AnalysisKind eKind);
+// The same for an analysis by the name of its command: "Summary", "Histogram" and so on.
+corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& oData, const std::string& sCommand);
+// An analysis of the store. Opening it again shows the open one.
+corvane::Ref<corvane::Window> OpenAnalysis(const corvane::Ref<Workspace>& oWorkspace, const Analysis& oAnalysis);
+// The report on a study; there is one for each.
+void OpenReport(const corvane::Ref<Workspace>& oWorkspace, Id nStudyId);
+// A modal window of that definition, which has ended when the call returns. False when the person cancelled it.
+bool AskInWindow(const std::string& sWindow, const corvane::Ref<corvane::Object>& oBusinessContext,
+                 const std::string& sCaption);
+
+// All windows take the names of what they are about; those close whose data set or analysis is gone.
+void WindowsFollow();
+// For what concerns all windows, such as the preferences: each shows its figures anew.
+void TellAllWindows(const std::string& sWhat);
+// The analyses in open windows that have changes which aren't saved.
+[[nodiscard]] std::vector<corvane::Ref<AnalysisDocument>> ChangedAnalyses();
+
+} // namespace studies

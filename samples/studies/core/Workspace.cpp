@@ -1,0 +1,90 @@
+#include "Workspace.h"
+
+#include "Errors.h"
+
+namespace studies {
+
+using namespace corvane;
+
+Workspace::Workspace(const std::string& sPath, bool bKeeps)
+    : m_pStore(std::make_unique<Store>(sPath)), m_bKeeps(bKeeps) {}
+
+Store& Workspace::GetStore() const {
+    if (!m_pStore)
+        FailWith("The studies have been closed.");
+    return *m_pStore;
+}
+
+Ref<DataSetContext> Workspace::DataSet(Id nDataSetId) {
+    if (const auto it = m_mapContexts.find(nDataSetId); it != m_mapContexts.end())
+        return Ref<DataSetContext>(it->second);
+    (void)GetStore().DataSetOf(nDataSetId);
+    auto oContext = New<DataSetContext>(Ref<Workspace>(this), nDataSetId);
+    m_mapContexts[nDataSetId] = oContext.Get();
+    return oContext;
+}
+
+void Workspace::Close() {
+    m_pStore.reset();
+}
+
+DataSetContext::DataSetContext(Ref<Workspace> oWorkspace, Id nDataSetId)
+    : m_oWorkspace(std::move(oWorkspace)), m_nDataSetId(nDataSetId) {}
+
+DataSetContext::~DataSetContext() {
+    m_oWorkspace->Forget(m_nDataSetId);
+}
+
+bool DataSetContext::Exists() const {
+    return m_oWorkspace->GetStore().HasDataSet(m_nDataSetId);
+}
+
+const Table& DataSetContext::Data() {
+    const Store& oStore = m_oWorkspace->GetStore();
+    if (!m_pTable || m_nRevision != oStore.DataRevision()) {
+        m_pTable = std::make_unique<Table>(m_oWorkspace->GetStore().ReadDataSet(m_nDataSetId));
+        m_nRevision = oStore.DataRevision();
+    }
+    return *m_pTable;
+}
+
+AnalysisDocument::AnalysisDocument(Ref<DataSetContext> oData, AnalysisSettings oSettings)
+    : m_oData(std::move(oData)), m_oSettings(std::move(oSettings)), m_oSaved(m_oSettings) {}
+
+AnalysisDocument::AnalysisDocument(Ref<DataSetContext> oData, const Analysis& oAnalysis)
+    : m_oData(std::move(oData)), m_nAnalysisId(oAnalysis.nId), m_oSettings(oAnalysis.oSettings),
+      m_oSaved(oAnalysis.oSettings) {}
+
+void AnalysisDocument::SetSettings(const AnalysisSettings& oSettings) {
+    if (oSettings == m_oSettings)
+        return;
+    m_oSettings = oSettings;
+    Changed.Raise();
+}
+
+std::string AnalysisDocument::Name() const {
+    return m_oSettings.Title(m_oData->Info().sName);
+}
+
+void AnalysisDocument::Save() {
+    if (!CanBeSaved())
+        FailWith("These data are in no study. Import the file into a study to keep what you find in it.");
+    const Ref<Workspace>& oWorkspace = m_oData->Space();
+    const std::string sName = Name();
+    if (m_nAnalysisId == 0) {
+        m_nAnalysisId = oWorkspace->GetStore().AddAnalysis(m_oData->Number(), sName, m_oSettings);
+        m_oSaved = m_oSettings;
+        oWorkspace->Tell(sName + " has been added to the study");
+    } else {
+        oWorkspace->GetStore().ChangeAnalysis(m_nAnalysisId, sName, m_oSettings);
+        m_oSaved = m_oSettings;
+        oWorkspace->Tell(sName + " has been saved");
+    }
+    Changed.Raise();
+}
+
+bool AnalysisDocument::Exists() const {
+    return m_oData->Exists() && (m_nAnalysisId == 0 || m_oData->Space()->GetStore().HasAnalysis(m_nAnalysisId));
+}
+
+} // namespace studies

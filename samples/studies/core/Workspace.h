@@ -1,0 +1,102 @@
+// An open store and what windows show of it. Services and pages share these objects, and each hears what another
+// changes.
+#pragma once
+
+#include "Figures.h"
+#include "Store.h"
+#include "corvane/base/Event.h"
+#include "corvane/base/Object.h"
+#include "corvane/base/Ref.h"
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace studies {
+
+class DataSetContext;
+
+class Workspace final : public corvane::Object {
+public:
+    // As Store. What isn't kept is gone with the program, so no analysis is saved in it.
+    Workspace(const std::string& sPath, bool bKeeps);
+
+    // Fails once the workspace has been closed.
+    [[nodiscard]] Store& GetStore() const;
+    [[nodiscard]] bool Keeps() const { return m_bKeeps; }
+    // The one object for that data set. Fails when there is none.
+    [[nodiscard]] corvane::Ref<DataSetContext> DataSet(Id nDataSetId);
+    // The store has changed; says what, for the status line.
+    void Tell(const std::string& sWhat) { Changed.Raise(sWhat); }
+    void Close();
+
+    corvane::Event<const std::string&> Changed;
+
+    // By DataSetContext, at its end.
+    void Forget(Id nDataSetId) { m_mapContexts.erase(nDataSetId); }
+
+    std::string_view TypeName() const override { return "Workspace"; }
+
+private:
+    std::unique_ptr<Store> m_pStore;
+    bool m_bKeeps;
+    std::map<Id, DataSetContext*> m_mapContexts; // the living ones
+};
+
+// What a window about a data set is about.
+class DataSetContext final : public corvane::Object {
+public:
+    DataSetContext(corvane::Ref<Workspace> oWorkspace, Id nDataSetId);
+    ~DataSetContext() override;
+
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
+    [[nodiscard]] Id Number() const { return m_nDataSetId; }
+    [[nodiscard]] bool Exists() const;
+    // As it is now. Fails when it doesn't exist any more.
+    [[nodiscard]] DataSet Info() const { return m_oWorkspace->GetStore().DataSetOf(m_nDataSetId); }
+    // The whole table; read once, and again after a change. Valid until then.
+    [[nodiscard]] const Table& Data();
+
+    std::string_view TypeName() const override { return "DataSetContext"; }
+
+private:
+    corvane::Ref<Workspace> m_oWorkspace;
+    Id m_nDataSetId;
+    std::unique_ptr<Table> m_pTable;
+    std::uint64_t m_nRevision = 0;
+};
+
+// What a window about an analysis is about: its settings as they are in the window and as they are in the store.
+class AnalysisDocument final : public corvane::Object {
+public:
+    // A new one, which isn't in the store.
+    AnalysisDocument(corvane::Ref<DataSetContext> oData, AnalysisSettings oSettings);
+    AnalysisDocument(corvane::Ref<DataSetContext> oData, const Analysis& oAnalysis);
+
+    [[nodiscard]] const corvane::Ref<DataSetContext>& Data() const { return m_oData; }
+    [[nodiscard]] const AnalysisSettings& Settings() const { return m_oSettings; }
+    void SetSettings(const AnalysisSettings& oSettings);
+    // 0 for one that isn't in the store.
+    [[nodiscard]] Id Number() const { return m_nAnalysisId; }
+    [[nodiscard]] std::string Name() const;
+    [[nodiscard]] bool CanBeSaved() const { return m_oData->Space()->Keeps(); }
+    // Whether somebody would miss something: a new one counts as changed once its settings are. The kind alone is what
+    // page was looked at last.
+    [[nodiscard]] bool IsChanged() const { return CanBeSaved() && !m_oSettings.IsLike(m_oSaved); }
+    // Puts it into the study, or what has been changed. Fails when the data set isn't there any more.
+    void Save();
+    // False when its data set or its entry in the store has gone.
+    [[nodiscard]] bool Exists() const;
+
+    corvane::Event<> Changed; // its settings, or whether they are saved
+
+    std::string_view TypeName() const override { return "AnalysisDocument"; }
+
+private:
+    corvane::Ref<DataSetContext> m_oData;
+    Id m_nAnalysisId = 0;
+    AnalysisSettings m_oSettings;
+    AnalysisSettings m_oSaved;
+};
+
+} // namespace studies

@@ -1,0 +1,39 @@
+// What the pages about one analysis have in common: they show its settings, change them, and keep them in the study.
+#pragma once
+
+#include "PageParts.h"
+#include "StudiesPage.h"
+#include "Workspace.h"
+
+namespace studies {
+
+class AnalysisPage : public StudiesPage {
+public:
+    [[nodiscard]] bool IsChanged() override { return IsAlive() && Document()->IsChanged(); }
+
+    void OnSaveAnalysis();
+    void OnTable();
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // another one of the data, by the item's name
+
+protected:
+    [[nodiscard]] virtual AnalysisKind Kind() const = 0;
+    void OnInitialize() override;
+    void OnActivate() override;
+    void OnSave() override;
+    // Shows settings and figures as they are now; the widget is there.
+    virtual void ShowAnalysis() = 0;
+
+    [[nodiscard]] corvane::Ref<AnalysisDocument> Document() const { return About<AnalysisDocument>(); }
+    [[nodiscard]] const Table& Data() const { return Document()->Data()->Data(); }
+    // Changes a copy of the settings and hands it to the document.
+    void ChangeSettings(const std::function<void(AnalysisSettings&)>& fnChange);
+    // A control's choice of that setting goes into the document.
+    void Bind(QComboBox* pBox, std::string AnalysisSettings::*pSetting);
+    // Asks for a file; "" when the person thinks better of it. The filters are those of the host's file dialog.
+    [[nodiscard]] std::string AskForFile(const std::string& sFilter, const std::string& sEnding) const;
+
+private:
+    void Follow();
+};
+
+} // namespace studies

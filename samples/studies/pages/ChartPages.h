@@ -1,0 +1,74 @@
+// The pages that show a chart of an analysis.
+#pragma once
+
+#include "AnalysisPage.h"
+#include "Chart.h"
+
+class QSpinBox;
+
+namespace studies {
+
+class ChartWidget;
+
+class ChartPage : public AnalysisPage {
+public:
+    QWidget* FirstFocus() override;
+
+    void OnExport(); // the picture, as PNG or SVG
+
+protected:
+    QWidget* MakeWidget(QWidget* pParent) override;
+    void ShowAnalysis() override;
+    virtual void AddControls(QBoxLayout& oRow) = 0;
+    virtual void ShowSettings() = 0;
+    [[nodiscard]] virtual ChartScene Scene() const = 0;
+
+    QPointer<ChartWidget> m_pChart;
+};
+
+class HistogramPage final : public corvane::Automation<HistogramPage, ChartPage> {
+public:
+    std::string_view TypeName() const override { return "HistogramPage"; }
+
+    static constexpr auto Members = corvane::MemberTable(
+        corvane::Method("OnSaveAnalysis", &HistogramPage::OnSaveAnalysis),
+        corvane::Method("OnExport", &HistogramPage::OnExport), corvane::Method("OnTable", &HistogramPage::OnTable),
+        corvane::Method("OnAnalyse", &HistogramPage::OnAnalyse));
+
+protected:
+    [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Histogram; }
+    void AddControls(QBoxLayout& oRow) override;
+    void ShowSettings() override;
+    [[nodiscard]] ChartScene Scene() const override;
+
+private:
+    QPointer<QComboBox> m_pColumn;
+    QPointer<QComboBox> m_pGroup;
+    QPointer<QSpinBox> m_pBins;
+};
+
+class ScatterPage final : public corvane::Automation<ScatterPage, ChartPage> {
+public:
+    std::string_view TypeName() const override { return "ScatterPage"; }
+
+    static constexpr auto Members = corvane::MemberTable(
+        corvane::Method("OnSaveAnalysis", &ScatterPage::OnSaveAnalysis),
+        corvane::Method("OnExport", &ScatterPage::OnExport), corvane::Method("OnTable", &ScatterPage::OnTable),
+        corvane::Method("OnAnalyse", &ScatterPage::OnAnalyse));
+
+protected:
+    [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Scatter; }
+    void AddControls(QBoxLayout& oRow) override;
+    void ShowSettings() override;
+    [[nodiscard]] ChartScene Scene() const override;
+
+private:
+    QPointer<QComboBox> m_pColumnX;
+    QPointer<QComboBox> m_pColumnY;
+    QPointer<QComboBox> m_pGroup;
+};
+
+// The columns that can divide a table, for a control that chooses one.
+[[nodiscard]] std::vector<Column> DividingColumns(const Table& oTable);
+
+} // namespace studies

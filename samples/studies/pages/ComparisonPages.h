@@ -1,0 +1,72 @@
+// The pages of a comparison: Welch's t-test of two groups, and the bootstrap of one column.
+#pragma once
+
+#include "Bootstrap.h"
+#include "ChartPages.h"
+
+#include <optional>
+
+class QPushButton;
+
+namespace studies {
+
+class ComparisonPage final : public corvane::Automation<ComparisonPage, ChartPage> {
+public:
+    std::string_view TypeName() const override { return "ComparisonPage"; }
+
+    static constexpr auto Members = corvane::MemberTable(
+        corvane::Method("OnSaveAnalysis", &ComparisonPage::OnSaveAnalysis),
+        corvane::Method("OnExport", &ComparisonPage::OnExport), corvane::Method("OnTable", &ComparisonPage::OnTable),
+        corvane::Method("OnAnalyse", &ComparisonPage::OnAnalyse));
+
+protected:
+    [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Comparison; }
+    QWidget* MakeWidget(QWidget* pParent) override;
+    void ShowAnalysis() override;
+    void AddControls(QBoxLayout& oRow) override;
+    void ShowSettings() override;
+    [[nodiscard]] ChartScene Scene() const override;
+
+private:
+    QPointer<QComboBox> m_pColumn;
+    QPointer<QComboBox> m_pGroup;
+    QPointer<QComboBox> m_pFirst;
+    QPointer<QComboBox> m_pSecond;
+    QPointer<QLabel> m_pResult;
+};
+
+class BootstrapPage final : public corvane::Automation<BootstrapPage, AnalysisPage> {
+public:
+    std::string_view TypeName() const override { return "BootstrapPage"; }
+    QWidget* FirstFocus() override;
+
+    void OnExport(); // the figures, as text
+
+    static constexpr auto Members = corvane::MemberTable(
+        corvane::Method("OnSaveAnalysis", &BootstrapPage::OnSaveAnalysis),
+        corvane::Method("OnExport", &BootstrapPage::OnExport), corvane::Method("OnTable", &BootstrapPage::OnTable),
+        corvane::Method("OnAnalyse", &BootstrapPage::OnAnalyse));
+
+protected:
+    [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Bootstrap; }
+    QWidget* MakeWidget(QWidget* pParent) override;
+    void ShowAnalysis() override;
+
+private:
+    void Run();
+    void ShowResult();
+
+    QPointer<QComboBox> m_pColumn;
+    QPointer<QComboBox> m_pFigure;
+    QPointer<QSpinBox> m_pResamples;
+    QPointer<QSpinBox> m_pSeed;
+    QPointer<QPushButton> m_pRun;
+    QPointer<QLabel> m_pResult;
+    // The latest result, and what it is of: it is shown while that is what is chosen.
+    std::optional<BootstrapResult> m_oResult;
+    AnalysisSettings m_oResultOf;
+    std::uint64_t m_nResultRevision = 0;
+    bool m_bRunning = false;
+};
+
+} // namespace studies

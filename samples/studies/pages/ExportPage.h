@@ -1,0 +1,34 @@
+// Where and how the rows of a data set are written to a file.
+#pragma once
+
+#include "PageParts.h"
+#include "StudiesPage.h"
+
+class QLineEdit;
+
+namespace studies {
+
+class ExportPage final : public corvane::Automation<ExportPage, StudiesPage> {
+public:
+    std::string_view TypeName() const override { return "ExportPage"; }
+    QWidget* FirstFocus() override;
+    [[nodiscard]] bool IsChanged() override { return true; } // there is always something to write
+    static constexpr auto Members = corvane::MemberTable();
+
+protected:
+    void OnInitialize() override;
+    void OnSave() override;
+    QWidget* MakeWidget(QWidget* pParent) override;
+    [[nodiscard]] bool IsValid() override { return Problem().empty(); }
+
+private:
+    void AskForPath();
+    void OnCommand(corvane::StandardCommandConstants eCommand);
+    [[nodiscard]] std::string Problem() const;
+
+    QPointer<QComboBox> m_pFormat;
+    QPointer<QLineEdit> m_pPath;
+    QPointer<ProblemLabel> m_pProblem;
+};
+
+} // namespace studies

@@ -1,0 +1,37 @@
+// The report on a study: all its data sets and analyses with their figures and pictures, to read, print and hand on.
+#pragma once
+
+#include "StudiesPage.h"
+#include "StudyReport.h"
+
+class QTextBrowser;
+class QTextDocument;
+
+namespace studies {
+
+class ReportPage final : public corvane::Automation<ReportPage, StudiesPage> {
+public:
+    std::string_view TypeName() const override { return "ReportPage"; }
+    QWidget* FirstFocus() override;
+
+    void OnExport(); // as HTML or PDF
+    void OnCopy();
+
+    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnExport", &ReportPage::OnExport),
+                                                         corvane::Method("OnCopy", &ReportPage::OnCopy));
+
+protected:
+    void OnInitialize() override;
+    QWidget* MakeWidget(QWidget* pParent) override;
+
+private:
+    void Write();
+
+    QPointer<QTextBrowser> m_pView;
+    StudyReport m_oReport;
+};
+
+// What ReportPage does for a file, by the ending of its name. Fails when it can't be written.
+void SaveReport(const StudyReport& oReport, const QString& sPath);
+
+} // namespace studies

@@ -1,0 +1,50 @@
+// Figures of each column, of all rows or by group: of an analysis, or of all columns of a data set beside its table.
+#pragma once
+
+#include "PageParts.h"
+#include "StudiesPage.h"
+#include "Workspace.h"
+
+namespace studies {
+
+class FigureTable;
+
+class SummaryPage final : public corvane::Automation<SummaryPage, StudiesPage> {
+public:
+    std::string_view TypeName() const override { return "SummaryPage"; }
+    [[nodiscard]] bool IsChanged() override;
+    QWidget* FirstFocus() override;
+
+    void OnCopy();
+    void OnSaveAnalysis();
+    void OnExport();
+    void OnTable();
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // another one of the data, by the item's name
+
+    static constexpr auto Members = corvane::MemberTable(
+        corvane::Method("OnCopy", &SummaryPage::OnCopy),
+        corvane::Method("OnSaveAnalysis", &SummaryPage::OnSaveAnalysis),
+        corvane::Method("OnExport", &SummaryPage::OnExport), corvane::Method("OnTable", &SummaryPage::OnTable),
+        corvane::Method("OnAnalyse", &SummaryPage::OnAnalyse));
+
+protected:
+    void OnInitialize() override;
+    void OnActivate() override;
+    void OnSave() override;
+    QWidget* MakeWidget(QWidget* pParent) override;
+
+private:
+    [[nodiscard]] corvane::Ref<DataSetContext> Data() const;
+    void ChooseGroup();
+    void Follow();
+    void ShowFigures();
+
+    corvane::Ref<AnalysisDocument> m_oDocument; // nothing for a data set
+    std::string m_sGroup;
+    QPointer<QComboBox> m_pGroup;
+    QPointer<FigureTable> m_pNumbers;
+    QPointer<FigureTable> m_pTexts;
+    QPointer<QLabel> m_pSize;
+};
+
+} // namespace studies

@@ -1,0 +1,42 @@
+// Shows a chart, tells about what is under the pointer, and writes it to picture files.
+#pragma once
+
+#include "ChartPainter.h"
+
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
+
+namespace studies {
+
+class ChartWidget final : public QWidget {
+    Q_OBJECT
+public:
+    explicit ChartWidget(QWidget* pParent = nullptr);
+
+    void SetScene(ChartScene oScene);
+    [[nodiscard]] const ChartScene& Scene() const { return m_oScene; }
+    // As the pointer there would show it.
+    [[nodiscard]] QString TipAt(const QPoint& oPoint);
+
+    [[nodiscard]] QSize sizeHint() const override { return {560, 380}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {280, 200}; }
+
+protected:
+    bool event(QEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
+
+private:
+    void Draw(); // into the picture that is kept: there may be many points
+
+    ChartScene m_oScene;
+    ChartLayout m_oLayout;
+    QPixmap m_oDrawn; // null: not drawn as it is now
+};
+
+// For paper: dark on white, with twice as many pixels as the size says.
+[[nodiscard]] QImage ChartPicture(const ChartScene& oScene, const QSize& oSize);
+// SVG when the path ends so, PNG otherwise. Fails when the file can't be written.
+void SaveChart(const ChartScene& oScene, const QSize& oSize, const QString& sPath);
+
+} // namespace studies
