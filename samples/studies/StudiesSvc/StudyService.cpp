@@ -11,6 +11,7 @@
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
+#include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
 #include <optional>
@@ -59,7 +60,17 @@ StudyService::StudyService() {
 
 void StudyService::OnInitialize() {
     const auto oExplorer = Explorer();
-    m_aSubscriptions.push_back(oExplorer->OnActive.Subscribe([this](const Ref<Object>& oItem) { m_oActive = oItem; }));
+    m_aSubscriptions.push_back(oExplorer->OnActive.Subscribe([this](const Ref<Object>& oItem) {
+        m_oActive = oItem;
+        m_bPageIsLast = false;
+    }));
+    const Ref<corvane::WindowManager> oWindows = CorvaneMain::Framework()->WindowManager();
+    m_aSubscriptions.push_back(oWindows->PageActivateEvent.Subscribe([this](const Ref<Object>& oPage) {
+        m_oPage = oPage;
+        m_bPageIsLast = true;
+    }));
+    m_aSubscriptions.push_back(
+        oWindows->PageDeactivateEvent.Subscribe([this](const Ref<Object>& /*oPage*/) { m_oPage = nullptr; }));
     m_aSubscriptions.push_back(
         oExplorer->OnInactive.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
     m_aSubscriptions.push_back(oExplorer->onRemove.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
@@ -78,6 +89,7 @@ void StudyService::OnInitialize() {
 
 void StudyService::OnTerminate() {
     m_oActive = nullptr;
+    m_oPage = nullptr;
     m_mapBranches.clear();
     if (m_oWorkspace)
         m_oWorkspace->Close();

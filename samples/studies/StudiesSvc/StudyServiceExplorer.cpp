@@ -1,3 +1,4 @@
+#include "Shell.h"
 #include "StudyService.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -5,6 +6,7 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/MenuManager.h"
 #include "corvane/services/ServiceManager.h"
+#include "corvane/windows/IPage.h"
 
 namespace studies {
 
@@ -50,12 +52,32 @@ void StudyService::AddStudy(const Study& oStudy) {
     AddFolder(New<AnalysesFolder>(oStudy.nId), "Analyses", "Analysis");
 }
 
-// A new item takes the tools of its kind over at once. They go back to the item that is active.
+// A new item takes the tools of its kind over at once. They go back to those who had them.
 void StudyService::AddItem(const Ref<StoreItem>& oItem, const std::string& sDefinition, const Ref<StoreItem>& oFolder) {
     Explorer()->AddToExplorer(oItem, sDefinition, oFolder);
-    if (const Ref<IExplorerItem> oActive = CorvaneMain::QueryExplorerItem(m_oActive))
-        Menus()->OnActionsProviderActive(m_oActive, oActive.As<IActionsProvider>(),
-                                         oActive->ExplorerItemDef()->ActionItemDefs());
+    GiveCommandsBack();
+}
+
+// The item that is active in the explorer and the page in front share commands; who came last has them.
+void StudyService::GiveCommandsBack() {
+    const auto GiveToItem = [this] {
+        if (const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(m_oActive))
+            Menus()->OnActionsProviderActive(m_oActive, oItem.As<IActionsProvider>(),
+                                             oItem->ExplorerItemDef()->ActionItemDefs());
+    };
+    if (m_bPageIsLast)
+        GiveToItem();
+    if (const Ref<IPage> oPage = CorvaneMain::QueryPage(m_oPage))
+        Menus()->OnActionsProviderActive(m_oPage, oPage.As<IActionsProvider>(), oPage->PageDef()->ActionItemDefs());
+    if (!m_bPageIsLast)
+        GiveToItem();
+}
+
+void StudyService::PageTakesCommands() {
+    if (!m_oPage || m_bPageIsLast)
+        return;
+    m_bPageIsLast = true;
+    GiveCommandsBack();
 }
 
 // The explorer says nothing of an active item that goes, so its commands are taken from it here.
@@ -81,15 +103,19 @@ bool StudyService::Select(Id nStudyId) {
 }
 
 // From the store, with the study chosen that was. Removing the items hides the entries that they share with this
-// service, which therefore takes them back.
+// service and with pages, which therefore take them back.
 void StudyService::Rebuild() {
     const Id nStudyId = ActiveStudy();
+    const bool bPageIsLast = m_bPageIsLast;
     m_mapBranches.clear();
     Explorer()->Refresh();
-    Menus()->OnActionsProviderActive(
-        Ref<StudyService>(this), m_oServiceBase,
-        CorvaneMain::Framework()->ServiceManager()->ServiceDefs()->Item("Studies")->ActionItemDefs());
+    for (const Ref<ServiceDef>& oDef : *CorvaneMain::Framework()->ServiceManager()->ServiceDefs())
+        if (const Ref<Object> oService = ServiceByName(oDef->Name()))
+            Menus()->OnActionsProviderActive(oService, CorvaneMain::QueryService(oService).As<IActionsProvider>(),
+                                             oDef->ActionItemDefs());
     Select(nStudyId);
+    m_bPageIsLast = bPageIsLast;
+    GiveCommandsBack();
 }
 
 } // namespace studies

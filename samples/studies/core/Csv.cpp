@@ -179,9 +179,9 @@ std::string ProblemOf(const Record& oRecord, std::size_t nColumns) {
     return sProblem.empty() ? sProblem : "Line " + std::to_string(oRecord.nLine) + ": " + sProblem + ".";
 }
 
-std::string Quoted(const std::string& sField) {
-    if (sField.find_first_of(",;\t\"\r\n") == std::string::npos && !IsMissing(sField) && sField.front() != ' ' &&
-        sField.back() != ' ')
+std::string Quoted(const std::string& sField, char cDelimiter) {
+    if (sField.find_first_of("\"\r\n") == std::string::npos && sField.find(cDelimiter) == std::string::npos &&
+        !IsMissing(sField) && sField.front() != ' ' && sField.back() != ' ')
         return sField;
     if (sField.empty())
         return sField;
@@ -289,7 +289,8 @@ std::string WriteCsv(const Table& oTable, const CsvStyle& oStyle) {
     };
     const auto WriteRow = [&](auto fnField) {
         for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
-            sText += (i > 0 ? std::string(1, oStyle.cDelimiter) : "") + Quoted(fnField(oTable.aColumns[i]));
+            sText += (i > 0 ? std::string(1, oStyle.cDelimiter) : "") +
+                     Quoted(fnField(oTable.aColumns[i]), oStyle.cDelimiter);
         sText += '\n';
     };
     WriteRow([](const Column& oColumn) { return oColumn.sName; });
