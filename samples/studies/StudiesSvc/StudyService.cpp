@@ -131,7 +131,6 @@ void StudyService::AskForImport(Id nStudyId) {
 void StudyService::ImportFile(const std::string& sPath) {
     const auto oJob = New<ImportJob>(m_oWorkspace, ActiveStudy());
     oJob->SetPath(sPath);
-    oJob->sName = TheStore().FreeDataSetName(oJob->sName, oJob->nStudyId);
     oJob->Run();
 }
 

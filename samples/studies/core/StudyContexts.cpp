@@ -25,13 +25,20 @@ void ImportJob::SetPath(const std::string& sPath) {
     m_sPath = sPath;
     m_aText.clear();
     m_bRead = false;
-    sName = FileNameOf(sPath);
+    sName = nStudyId == 0 ? FileNameOf(sPath) : m_oWorkspace->GetStore().FreeDataSetName(FileNameOf(sPath), nStudyId);
+    Changed.Raise();
 }
 
 void ImportJob::SetDelimiter(char cDelimiter) {
     m_cDelimiter = cDelimiter;
     m_aText.clear();
     m_bRead = false;
+    Changed.Raise();
+}
+
+void ImportJob::SetSkipsBadRows(bool bSkip) {
+    m_bSkipBadRows = bSkip;
+    Changed.Raise();
 }
 
 bool ImportJob::IsText(std::size_t iColumn) const {
@@ -80,7 +87,7 @@ void ImportJob::Run() {
     const CsvResult* pResult = Result();
     if (!pResult)
         FailWith(m_sProblem);
-    if (!pResult->aSkipped.empty() && !bSkipBadRows)
+    if (!pResult->aSkipped.empty() && !m_bSkipBadRows)
         FailWith(FileNameOf(m_sPath) + ": " + pResult->aSkipped.front());
     if (const std::string sProblem = TargetProblem(); !sProblem.empty())
         FailWith(sProblem);

@@ -49,7 +49,9 @@ public:
     [[nodiscard]] const CsvResult* Result();
     [[nodiscard]] const std::string& Problem();
 
-    bool bSkipBadRows = false;
+    [[nodiscard]] bool SkipsBadRows() const { return m_bSkipBadRows; }
+    void SetSkipsBadRows(bool bSkip);
+
     Id nStudyId;               // 0: a new one
     std::string sNewStudyName; // of that new one
     std::string sName;         // of the data set
@@ -59,6 +61,8 @@ public:
     // Imports; the studies tell the change. Fails as TargetProblem and the store say.
     void Run();
 
+    corvane::Event<> Changed; // the file or how it is read
+
     std::string_view TypeName() const override { return "ImportJob"; }
 
 private:
@@ -67,6 +71,7 @@ private:
     corvane::Ref<Workspace> m_oWorkspace;
     std::string m_sPath;
     char m_cDelimiter = 0;
+    bool m_bSkipBadRows = false;
     std::vector<bool> m_aText;
     bool m_bRead = false;
     std::optional<CsvResult> m_oResult;

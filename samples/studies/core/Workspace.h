@@ -83,6 +83,8 @@ public:
     // Whether somebody would miss something: a new one counts as changed once its settings are. The kind alone is what
     // page was looked at last.
     [[nodiscard]] bool IsChanged() const { return CanBeSaved() && !m_oSettings.IsLike(m_oSaved); }
+    // Whether Save would do something.
+    [[nodiscard]] bool IsUnsaved() const { return CanBeSaved() && (m_nAnalysisId == 0 || IsChanged()); }
     // Puts it into the study, or what has been changed. Fails when the data set isn't there any more.
     void Save();
     // False when its data set or its entry in the store has gone.

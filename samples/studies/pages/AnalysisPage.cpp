@@ -15,7 +15,7 @@ void AnalysisPage::OnInitialize() {
 // Pages that share a window are kinds of one analysis: the one in front is what would be kept.
 void AnalysisPage::OnActivate() {
     ChangeSettings([this](AnalysisSettings& oSettings) { oSettings.eKind = Kind(); });
-    EnableAction("Save", Document()->CanBeSaved());
+    EnableAction("Save", Document()->IsUnsaved());
     Base()->Window()->SetCaption(Document()->Name());
 }
 
@@ -24,6 +24,7 @@ void AnalysisPage::Follow() {
         return; // the window is about to close
     if (Widget())
         ShowAnalysis();
+    EnableAction("Save", Document()->IsUnsaved());
     Base()->Window()->SetCaption(Document()->Name());
     Reconsider();
 }

@@ -44,7 +44,8 @@ QWidget* ExportPage::MakeWidget(QWidget* pParent) {
     m_pFormat = new QComboBox;
     for (const Format& oFormat : aFormats)
         m_pFormat->addItem(oFormat.sName);
-    const QString sFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString sDocuments = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString sFolder = QDir(sDocuments).exists() ? sDocuments : QDir::homePath();
     const QString sName = QFileInfo(Text(About<DataSetContext>()->Info().sName)).completeBaseName();
     m_pPath = new QLineEdit(QDir(sFolder).filePath(sName + ".csv"));
     m_pProblem = new ProblemLabel;

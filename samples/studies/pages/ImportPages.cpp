@@ -18,9 +18,14 @@ namespace studies {
 
 using namespace corvane;
 
+// What one step enters may put another in order, or out of it.
+void ImportPage::OnInitialize() {
+    Keep(Job()->Changed.Subscribe([this] { Reconsider(); }));
+}
+
 QWidget* ImportFilePage::MakeWidget(QWidget* pParent) {
     auto* pPage = new QWidget(pParent);
-    m_pPath = new QLineEdit(Text(About<ImportJob>()->Path()));
+    m_pPath = new QLineEdit(Text(Job()->Path()));
     m_pFound = new QLabel;
     m_pFound->setWordWrap(true);
     m_pProblem = new ProblemLabel;
@@ -54,16 +59,16 @@ QWidget* ImportFilePage::FirstFocus() {
 }
 
 bool ImportFilePage::IsChanged() {
-    return !About<ImportJob>()->Path().empty();
+    return !Job()->Path().empty();
 }
 
 bool ImportFilePage::IsValid() {
-    const Ref<ImportJob> oJob = About<ImportJob>();
+    const Ref<ImportJob> oJob = Job();
     return !oJob->Path().empty() && oJob->Problem().empty();
 }
 
 void ImportFilePage::TakePath() {
-    const Ref<ImportJob> oJob = About<ImportJob>();
+    const Ref<ImportJob> oJob = Job();
     const std::string sPath = Utf8(m_pPath->text().trimmed());
     if (sPath == oJob->Path())
         return;
@@ -71,7 +76,6 @@ void ImportFilePage::TakePath() {
     const CsvResult* pResult = sPath.empty() ? nullptr : oJob->Result();
     m_pFound->setText(pResult ? Text(SizeText(pResult->oTable.nRows, pResult->oTable.aColumns.size())) : QString());
     m_pProblem->Show(sPath.empty() ? QString() : Text(oJob->Problem()));
-    Reconsider();
 }
 
 QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
@@ -84,6 +88,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
     m_pPreview->setAccessibleName("Preview");
     m_pPreview->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pPreview->setWordWrap(false);
+    m_pPreview->verticalHeader()->setDefaultSectionSize(m_pPreview->fontMetrics().height() + 8);
     m_pSize = new QLabel;
     m_pProblem = new ProblemLabel;
     m_pSkip = new QCheckBox("&Leave these rows out");
@@ -103,12 +108,8 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
             ShowFile();
         });
     });
-    QObject::connect(m_pSkip, &QCheckBox::toggled, pPage, [this](bool bSkip) {
-        Guarded([&] {
-            Job()->bSkipBadRows = bSkip;
-            Reconsider();
-        });
-    });
+    QObject::connect(m_pSkip, &QCheckBox::toggled, pPage,
+                     [this](bool bSkip) { Guarded([&] { Job()->SetSkipsBadRows(bSkip); }); });
     ShowFile();
     return pPage;
 }
@@ -120,7 +121,7 @@ void ImportFormatPage::OnActivate() {
 
 bool ImportFormatPage::IsValid() {
     const CsvResult* pResult = Job()->Path().empty() ? nullptr : Job()->Result();
-    return pResult && Job()->Problem().empty() && (pResult->aSkipped.empty() || Job()->bSkipBadRows);
+    return pResult && Job()->Problem().empty() && (pResult->aSkipped.empty() || Job()->SkipsBadRows());
 }
 
 void ImportFormatPage::ShowFile() {
@@ -136,7 +137,6 @@ void ImportFormatPage::ShowFile() {
         if (Job()->Problem().empty())
             ShowSkipped(pResult->aSkipped);
     }
-    Reconsider();
 }
 
 // The first row of the preview says how each column is read; a column of numbers can be made one of text.
@@ -146,7 +146,9 @@ void ImportFormatPage::ShowTypes(const Table& oTable) {
     m_pPreview->setVerticalHeaderItem(0, new QTableWidgetItem("type"));
     for (int i = 0; i < m_pPreview->columnCount(); ++i) {
         const Column& oColumn = oTable.aColumns[static_cast<std::size_t>(i)];
-        m_pPreview->setHorizontalHeaderItem(i, new QTableWidgetItem(Text(oColumn.sName)));
+        auto* pName = new QTableWidgetItem(Text(oColumn.sName));
+        pName->setTextAlignment(Qt::AlignVCenter | (oColumn.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
+        m_pPreview->setHorizontalHeaderItem(i, pName);
         auto* pType = new QComboBox;
         pType->setAccessibleName("Type of " + Text(oColumn.sName));
         if (oColumn.IsNumeric())
@@ -202,13 +204,13 @@ void ImportFormatPage::ShowSkipped(const std::vector<std::string>& aSkipped) {
     m_pProblem->Show(Text(sProblem));
     const QSignalBlocker oBlocker(m_pSkip);
     m_pSkip->setText(aSkipped.size() == 1 ? "&Leave this row out" : "&Leave these rows out");
-    m_pSkip->setChecked(Job()->bSkipBadRows);
+    m_pSkip->setChecked(Job()->SkipsBadRows());
     m_pSkip->show();
 }
 
 QWidget* ImportTargetPage::MakeWidget(QWidget* pParent) {
     auto* pPage = new QWidget(pParent);
-    const Ref<ImportJob> oJob = About<ImportJob>();
+    const Ref<ImportJob> oJob = Job();
     m_pStudy = new QComboBox;
     for (const Study& oStudy : oJob->Space()->GetStore().Studies())
         m_pStudy->addItem(Text(oStudy.sName), static_cast<qlonglong>(oStudy.nId));
@@ -241,7 +243,7 @@ void ImportTargetPage::OnActivate() {
 }
 
 void ImportTargetPage::ShowTarget() {
-    const Ref<ImportJob> oJob = About<ImportJob>();
+    const Ref<ImportJob> oJob = Job();
     const QSignalBlocker aBlockers[] = {QSignalBlocker(m_pStudy), QSignalBlocker(m_pNewStudy), QSignalBlocker(m_pName)};
     m_pStudy->setCurrentIndex(m_pStudy->findData(static_cast<qlonglong>(oJob->nStudyId)));
     m_pNewStudy->setText(Text(oJob->sNewStudyName));
@@ -252,7 +254,7 @@ void ImportTargetPage::ShowTarget() {
 }
 
 void ImportTargetPage::TakeTarget() {
-    const Ref<ImportJob> oJob = About<ImportJob>();
+    const Ref<ImportJob> oJob = Job();
     oJob->nStudyId = m_pStudy->currentData().toLongLong();
     oJob->sNewStudyName = Utf8(m_pNewStudy->text().trimmed());
     oJob->sName = Utf8(m_pName->text().trimmed());
@@ -263,7 +265,7 @@ void ImportTargetPage::TakeTarget() {
 }
 
 void ImportTargetPage::OnSave() {
-    About<ImportJob>()->Run();
+    Job()->Run();
 }
 
 } // namespace studies

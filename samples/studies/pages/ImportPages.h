@@ -11,7 +11,13 @@ class QTableWidget;
 
 namespace studies {
 
-class ImportFilePage final : public corvane::Automation<ImportFilePage, StudiesPage> {
+class ImportPage : public StudiesPage {
+protected:
+    void OnInitialize() override;
+    [[nodiscard]] corvane::Ref<ImportJob> Job() const { return About<ImportJob>(); }
+};
+
+class ImportFilePage final : public corvane::Automation<ImportFilePage, ImportPage> {
 public:
     std::string_view TypeName() const override { return "ImportFilePage"; }
     QWidget* FirstFocus() override;
@@ -30,7 +36,7 @@ private:
     QPointer<ProblemLabel> m_pProblem;
 };
 
-class ImportFormatPage final : public corvane::Automation<ImportFormatPage, StudiesPage> {
+class ImportFormatPage final : public corvane::Automation<ImportFormatPage, ImportPage> {
 public:
     std::string_view TypeName() const override { return "ImportFormatPage"; }
     static constexpr auto Members = corvane::MemberTable();
@@ -41,7 +47,6 @@ protected:
     [[nodiscard]] bool IsValid() override;
 
 private:
-    [[nodiscard]] corvane::Ref<ImportJob> Job() const { return About<ImportJob>(); }
     void ShowFile();
     void ShowTypes(const Table& oTable);
     void ShowRows(const Table& oTable);
@@ -54,7 +59,7 @@ private:
     QPointer<QCheckBox> m_pSkip;
 };
 
-class ImportTargetPage final : public corvane::Automation<ImportTargetPage, StudiesPage> {
+class ImportTargetPage final : public corvane::Automation<ImportTargetPage, ImportPage> {
 public:
     std::string_view TypeName() const override { return "ImportTargetPage"; }
     QWidget* FirstFocus() override;
@@ -64,7 +69,7 @@ protected:
     void OnActivate() override;
     void OnSave() override;
     QWidget* MakeWidget(QWidget* pParent) override;
-    [[nodiscard]] bool IsValid() override { return About<ImportJob>()->TargetProblem().empty(); }
+    [[nodiscard]] bool IsValid() override { return Job()->TargetProblem().empty(); }
 
 private:
     void TakeTarget();

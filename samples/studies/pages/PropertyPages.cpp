@@ -19,6 +19,8 @@ QWidget* NamePage::MakeWidget(QWidget* pParent) {
     m_pName = new QLineEdit(Text(m_sName));
     m_pNotes = new QPlainTextEdit(Text(m_sNotes));
     m_pNotes->setTabChangesFocus(true);
+    m_pNotes->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored); // takes what is left
+    m_pNotes->setMinimumHeight(4 * m_pNotes->fontMetrics().lineSpacing());
     m_pProblem = new ProblemLabel;
     auto* pForm = new QFormLayout(pPage);
     pForm->addRow("&Name", m_pName);

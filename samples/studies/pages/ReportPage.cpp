@@ -12,6 +12,7 @@
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QSaveFile>
+#include <QScrollBar>
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -109,8 +110,11 @@ void ReportPage::Write() {
         return;
     m_oReport =
         ReportOn(About<StudyContext>()->Space()->GetStore(), About<StudyContext>()->Number(), ReadPreferences());
+    const int nScrolled = m_pView->verticalScrollBar()->value();
     m_pView->document()->clear();
     Fill(*m_pView->document(), m_oReport);
+    m_pView->moveCursor(QTextCursor::Start); // or the keyboard's focus would show the end
+    m_pView->verticalScrollBar()->setValue(nScrolled);
 }
 
 void ReportPage::OnExport() {

@@ -30,7 +30,7 @@ Ref<DataSetContext> SummaryPage::Data() const {
 }
 
 void SummaryPage::OnActivate() {
-    EnableAction("Save", m_oDocument && m_oDocument->CanBeSaved());
+    EnableAction("Save", m_oDocument && m_oDocument->IsUnsaved());
 }
 
 bool SummaryPage::IsChanged() {
@@ -81,6 +81,7 @@ void SummaryPage::Follow() {
         return; // the window is about to close
     if (m_oDocument) {
         m_sGroup = m_oDocument->Settings().sGroupColumn;
+        EnableAction("Save", m_oDocument->IsUnsaved());
         Base()->Window()->SetCaption(m_oDocument->Name());
     }
     ShowFigures();

@@ -19,7 +19,8 @@ public:
     // As the pointer there would show it.
     [[nodiscard]] QString TipAt(const QPoint& oPoint);
 
-    [[nodiscard]] QSize sizeHint() const override { return {560, 380}; }
+    // Small, for what is around it takes it for the least as soon as a text beside it wraps.
+    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
     [[nodiscard]] QSize minimumSizeHint() const override { return {280, 200}; }
 
 protected:
