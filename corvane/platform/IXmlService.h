@@ -14,8 +14,8 @@ class __attribute__((visibility("default"))) IXmlNode : public virtual Object {
 public:
     // The attribute's value, or nothing when it is absent.
     [[nodiscard]] virtual std::optional<std::string> Attribute(std::string_view sName) const = 0;
-    // The same without a copy, a null pointer for absent. It holds until an attribute of the node is set or the node and
-    // its document go.
+    // The same without a copy, a null pointer for absent. It holds until an attribute of the node is set or the node
+    // and its document go.
     [[nodiscard]] virtual const char* AttributeText(std::string_view sName) const = 0;
     virtual void SetAttribute(std::string_view sName, std::string_view sValue) = 0;
     // The nodes that an XPath relative to this node selects, in document order.
