@@ -192,12 +192,15 @@ int WindowBody::ShowCommands() {
     if (AreCommandsShown())
         return 0;
     m_pFoot->show();
+    m_oNonPageSize = QSize();
     return m_pFoot->sizeHint().height();
 }
 
 QSize WindowBody::NonPageSize() {
     if (m_aPlaces.empty())
         return sizeHint();
+    if (m_oNonPageSize.isValid())
+        return m_oNonPageSize;
     const auto fnPretend = [this](const QSize& oSize) {
         for (PagePlace* pPlace : m_aPlaces) {
             pPlace->Pretend(oSize);
@@ -211,11 +214,11 @@ QSize WindowBody::NonPageSize() {
     };
     ensurePolished();
     fnPretend(oMeasure);
-    QSize oNonPage = sizeHint() - oMeasure;
+    m_oNonPageSize = sizeHint() - oMeasure;
     if (m_pTabs) // whose own hint is a rough one
-        oNonPage = sizeHint() - m_pTabs->sizeHint() + m_pTabs->NonPageSize();
+        m_oNonPageSize = sizeHint() - m_pTabs->sizeHint() + m_pTabs->NonPageSize();
     fnPretend(QSize());
-    return oNonPage;
+    return m_oNonPageSize;
 }
 
 void WindowBody::ShowPage(int iPage) {
@@ -254,6 +257,7 @@ void WindowBody::MarkPage(int iPage, const PageMark& oMark) {
 
 void WindowBody::MarkTab(int iPage, const PageMark& oMark) {
     const QString sRemark = oMark.Remark();
+    m_oNonPageSize = QSize(); // a sign may be higher than the text
     m_pTabs->setTabIcon(
         iPage, sRemark.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, m_pTabs));
     m_pTabs->setTabToolTip(iPage, sRemark.isEmpty() ? oMark.sCaption : oMark.sCaption + "\n" + sRemark);

@@ -83,6 +83,7 @@ private:
     std::vector<PageMark> m_aMarks;
     QWidget* m_pFoot = nullptr;
     CommandRow* m_pCommands;
+    QSize m_oNonPageSize; // invalid until it is asked for, and when it may have changed
     int m_iCurrent = 0;
     bool m_bFollows = false; // it is the body itself that changes the tab
 };

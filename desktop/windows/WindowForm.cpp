@@ -92,6 +92,8 @@ void WindowForm::MakeFrame(bool bIsApplyCommandShown) {
                                                                         });
                                                                     },
                                                                     [this] { FrameMoved(); }});
+    if (MDIChild())
+        m_pFrame->SetIcon(m_pHost->oChildIcon);
     QObject::connect(m_pBody, &WindowBody::PageChosen, [this](int iPage) {
         const Ref<Form> oSelf(this);
         m_pHost->fnGuard([&] { BringToFront(iPage); });

@@ -6,7 +6,6 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QScreen>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -100,8 +99,6 @@ WindowFrame::WindowFrame(QMdiArea* pArea, QWidget* pOwner, QWidget* pBody, bool 
     : m_pEars(std::make_shared<WindowFrame::Ears>(std::move(oListeners))), m_pArea(pArea), m_pOwner(pOwner) {
     if (pArea) {
         m_pChild = new ChildFrame(m_pEars);
-        const QIcon oIcon = pOwner ? pOwner->windowIcon() : QIcon();
-        m_pChild->setWindowIcon(oIcon.isNull() ? m_pChild->style()->standardIcon(QStyle::SP_FileIcon) : oIcon);
         m_pChild->setParent(pArea->viewport(), m_pChild->windowFlags()); // without one it has no title bar
         auto* pProbe = new QWidget;
         pProbe->setFixedSize(oProbe);
@@ -168,6 +165,11 @@ void WindowFrame::BringToFront() {
 void WindowFrame::SetTitle(const QString& sTitle) {
     if (m_pWidget)
         m_pWidget->setWindowTitle(QString(sTitle).replace("[*]", "[*][*]") + "[*]");
+}
+
+void WindowFrame::SetIcon(const QIcon& oIcon) {
+    if (m_pWidget)
+        m_pWidget->setWindowIcon(oIcon);
 }
 
 void WindowFrame::SetModified(bool bModified) {

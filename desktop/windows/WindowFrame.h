@@ -4,6 +4,7 @@
 
 #include "corvane/platform/controls/Form.h"
 
+#include <QIcon>
 #include <QPointer>
 #include <QRect>
 #include <QWidget>
@@ -48,6 +49,7 @@ public:
     void Hide();
     void BringToFront();
     void SetTitle(const QString& sTitle);
+    void SetIcon(const QIcon& oIcon);
     void SetModified(bool bModified);
     void SetState(FormState eState);
     [[nodiscard]] FormState State() const;

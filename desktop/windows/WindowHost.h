@@ -4,6 +4,7 @@
 #include "adapters/messages/WindowMessages.h"
 #include "corvane/platform/controls/MdiForm.h"
 
+#include <QIcon>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
@@ -31,6 +32,7 @@ struct WindowHost {
     MdiForm* frmMain = nullptr; // outlives every form
     QPointer<QMdiArea> pArea;
     QPointer<QWidget> pMainWindow;
+    QIcon oChildIcon; // of the main window's children; one for all, as loading it takes longer than the rest
     Ref<WindowMessages> oMessages;
     // Runs what enters the library; a failure that leaves it is shown.
     GuardFunction fnGuard;

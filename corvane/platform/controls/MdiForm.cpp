@@ -2,12 +2,10 @@
 
 #include "corvane/base/Automation.h"
 
-#include <algorithm>
-
 namespace corvane {
 
 MdiForm::~MdiForm() {
-    for (Form* pForm : m_aMade)
+    for (Form* pForm : m_setMade)
         pForm->Detach(Badge<MdiForm>{});
 }
 
@@ -47,12 +45,12 @@ Variant MdiForm::Invoke(std::string_view sName, std::span<const Variant> aArgume
 }
 
 void MdiForm::FormMade(Form& oForm) {
-    m_aMade.push_back(&oForm);
+    m_setMade.insert(&oForm);
 }
 
 void MdiForm::FormLoaded(const Ref<Form>& oForm) {
     // A form that has been loaded but never shown is behind all others.
-    m_aForms.insert(m_aForms.begin(), oForm.Get());
+    m_mapPlaces[oForm.Get()] = m_aForms.insert(m_aForms.begin(), oForm.Get());
     ChildLoaded.Raise(oForm);
 }
 
@@ -60,8 +58,8 @@ void MdiForm::FormActivated(const Ref<Form>& oForm) {
     if (m_pForeground == oForm.Get())
         return;
     const Ref<Form> oPrevious(m_pForeground);
-    std::erase(m_aForms, oForm.Get());
-    m_aForms.push_back(oForm.Get());
+    TakeOut(*oForm);
+    m_mapPlaces[oForm.Get()] = m_aForms.insert(m_aForms.end(), oForm.Get());
     m_pForeground = oForm.Get();
     if (oPrevious)
         oPrevious->OnDeactivate.Raise();
@@ -69,15 +67,23 @@ void MdiForm::FormActivated(const Ref<Form>& oForm) {
         oForm->OnActivate.Raise();
 }
 
+void MdiForm::TakeOut(Form& oForm) {
+    const auto it = m_mapPlaces.find(&oForm);
+    if (it == m_mapPlaces.end())
+        return;
+    m_aForms.erase(it->second);
+    m_mapPlaces.erase(it);
+}
+
 void MdiForm::FormUnloaded(Form& oForm) {
-    std::erase(m_aForms, &oForm);
+    TakeOut(oForm);
     if (m_pForeground == &oForm)
         m_pForeground = nullptr;
 }
 
 void MdiForm::Forget(Form& oForm) {
     FormUnloaded(oForm);
-    std::erase(m_aMade, &oForm);
+    m_setMade.erase(&oForm);
 }
 
 } // namespace corvane

@@ -4,7 +4,10 @@
 #include "corvane/base/KeyedCollection.h"
 #include "corvane/platform/controls/Form.h"
 
+#include <list>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace corvane {
@@ -43,8 +46,11 @@ public:
     void Forget(Form& oForm);
 
 private:
-    std::vector<Form*> m_aMade;  // each takes itself out when it ends
-    std::vector<Form*> m_aForms; // the loaded ones
+    void TakeOut(Form& oForm);
+
+    std::unordered_set<Form*> m_setMade;                               // each takes itself out when it ends
+    std::list<Form*> m_aForms;                                         // the loaded ones, the one activated last behind
+    std::unordered_map<Form*, std::list<Form*>::iterator> m_mapPlaces; // in that list
     Form* m_pForeground = nullptr;
     bool m_bHidesActive = false;
     Ref<KeyedCollection<Ref<Object>>> m_colMembers = New<KeyedCollection<Ref<Object>>>();
