@@ -17,7 +17,8 @@ public:
     // Where the keyboard goes when the page first comes to the front; nothing: to the first control that takes it.
     // Only asked after NewWidget.
     [[nodiscard]] virtual QWidget* FirstFocus() { return nullptr; }
-    // Whether there is something to save. A page calls PageBase.ValidityChanged when the answer changes, too.
+    // Whether there is something to save. Like the validity it may be asked before NewWidget. A page calls
+    // PageBase.ValidityChanged when the answer changes, too.
     [[nodiscard]] virtual bool IsChanged() { return false; }
     // The help topic as things stand, 0 for none; by default the definition's, for which -1 stands.
     [[nodiscard]] virtual Long HelpTopic() { return -1; }

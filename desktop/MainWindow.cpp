@@ -245,7 +245,7 @@ bool MainWindow::eventFilter(QObject* pWatched, QEvent* pEvent) {
 // Whoever comes back to the main window comes back to the child in front.
 bool MainWindow::event(QEvent* pEvent) {
     const bool bDone = QMainWindow::event(pEvent);
-    if (pEvent->type() == QEvent::WindowActivate)
+    if (pEvent->type() == QEvent::WindowActivate && !QApplication::activeModalWidget())
         m_oFailures.Guard([this] {
             const Ref<Form> frmActive = m_frmMain->ActiveForm();
             if (frmActive && frmActive->Visible())

@@ -6,6 +6,7 @@
 #include "desktop/windows/PagePlace.h"
 #include "desktop/windows/Twips.h"
 
+#include <QApplication>
 #include <QEventLoop>
 #include <QMdiArea>
 #include <QScreen>
@@ -160,7 +161,10 @@ void WindowForm::Loaded() {
 void WindowForm::Shown() {
     const bool bFirst = !std::exchange(m_bIsPlaced, true);
     if (!m_aSlots.empty()) {
-        m_aSlots[static_cast<std::size_t>(m_iFront)]->MakeWidget(m_pBody->Place(m_iFront));
+        const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
+        oSlot->MakeWidget(m_pBody->Place(m_iFront));
+        if (!m_oController)
+            return; // the page has ended the window
         m_pBody->ShowPage(m_iFront);
     }
     if (IsModal())
@@ -214,6 +218,13 @@ bool WindowForm::IsCornerTaken(const QPoint& oCorner) const {
         return frm.Get() != this && frm->MDIChild() && frm->Visible() && PixelsX(frm->Left()) == oCorner.x() &&
                PixelsY(frm->Top()) == oCorner.y();
     });
+}
+
+// A window manager may raise what a modal window holds back.
+void WindowForm::FrameActivated() {
+    const QWidget* pModal = QApplication::activeModalWidget();
+    if (Visible() && m_oController && (!pModal || pModal == Frame()))
+        m_pHost->fnGuard([this] { Activate(); });
 }
 
 void WindowForm::FrameMoved() {

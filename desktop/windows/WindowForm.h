@@ -74,6 +74,7 @@ private:
     void PlaceFirst();
     [[nodiscard]] QRect RectOfModel() const;
     [[nodiscard]] bool IsCornerTaken(const QPoint& oCorner) const;
+    void FrameActivated();
     void FrameMoved();
     void Unloaded();
     void DropFrame();

@@ -26,6 +26,8 @@ void WindowForm::BringToFront(int iPage, bool bAnyway) {
         const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(iPage)];
         const bool bFirst = !oSlot->HasWidget();
         oSlot->MakeWidget(m_pBody->Place(iPage));
+        if (!m_oController)
+            return; // or the one that comes
         m_pBody->ShowPage(iPage);
         if (bFirst || m_eType == WindowTypeConstants::cvWizard)
             oSlot->Focus();

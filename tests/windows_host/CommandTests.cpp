@@ -1,9 +1,12 @@
 // What the commands of each kind of window do, by button, by key and by code.
+#include "desktop/windows/LeaveBox.h"
 #include "tests/windows_host/HostRoom.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 namespace corvane::desktop {
 namespace {
@@ -136,7 +139,45 @@ TEST_F(HostRoom, KeysChooseTheDefaultCommandCancelAndHelp) {
     (void)Open("D");
     QTest::keyClick(LastForm()->Body()->findChild<QLineEdit*>(), Qt::Key_Escape);
     EXPECT_FALSE(LastForm()->IsLoaded());
-    EXPECT_EQ(m_pHeard->Take().find("exit(done)") != std::string::npos, true);
+    EXPECT_NE(m_pHeard->Take().find("exit(done)"), std::string::npos);
+}
+
+TEST_F(HostRoom, HelpIsForThePageInFront) {
+    Define("D", sDialog, "A! B");
+    Start();
+    const auto oWindow = Open("D");
+    EXPECT_EQ(Commands(), "Help OK* -Apply Cancel");
+    m_pHeard->Take();
+    QTest::keyClick(LastForm()->Body()->findChild<QLineEdit*>(), Qt::Key_F1);
+    EXPECT_EQ(m_pHeard->Take(), "A.Click0");
+    ASSERT_EQ(m_pApplication->Messages().Shown().size(), 1U);
+    EXPECT_TRUE(m_pApplication->Messages().Shown().front().sText.contains("Help/7.html"));
+    oWindow->SetActivePageIndex(1);
+    EXPECT_EQ(Commands(), "-Help OK* -Apply Cancel");
+}
+
+TEST(LeaveBox, OffersToSaveOnlyWhereThatCanBeDone) {
+    struct Case {
+        bool bCanSave;
+        const char* sPressed; // empty for the escape key
+        LeaveAnswer eAnswer;
+        int nButtons;
+    };
+    for (const auto& oCase :
+         {Case{true, "&Save", LeaveAnswer::Save, 3}, Case{true, "&Discard", LeaveAnswer::Discard, 3},
+          Case{true, "", LeaveAnswer::Stay, 3}, Case{false, "&Discard", LeaveAnswer::Discard, 2}}) {
+        QTimer::singleShot(0, [&] {
+            QWidget* pBox = QApplication::activeModalWidget();
+            ASSERT_NE(pBox, nullptr);
+            const auto aButtons = pBox->findChildren<QPushButton*>();
+            EXPECT_EQ(aButtons.size(), oCase.nButtons);
+            for (QPushButton* pButton : aButtons)
+                if (pButton->text() == oCase.sPressed)
+                    return pButton->click();
+            QTest::keyClick(pBox, Qt::Key_Escape);
+        });
+        EXPECT_EQ(AskInBox({"Penguins", "", oCase.bCanSave, nullptr}), oCase.eAnswer);
+    }
 }
 
 TEST_F(HostRoom, CodeHoldsCommandsBackAndMarksAWindowAsChanged) {

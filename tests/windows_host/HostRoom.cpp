@@ -148,9 +148,10 @@ void HostRoom::Define(const std::string& sName, const std::string& sAttributes, 
         };
         const bool bResizable = std::string(fnTake('#')) == "false";
         const std::string sOptional = fnTake('?');
+        const bool bHasHelp = std::string(fnTake('!')) == "true";
         m_sWindows += "<Page PageProgID='T." + sPage + "' Caption='" + sPage + "' IsOptional='" + sOptional +
-                      "' IsResizable='" + (bResizable ? "true" : "false") + "' PositionOrder='" +
-                      std::to_string(++nOrder) + "'/>";
+                      (bHasHelp ? "' HelpContextID='7" : "") + "' IsResizable='" + (bResizable ? "true" : "false") +
+                      "' PositionOrder='" + std::to_string(++nOrder) + "'/>";
     }
     m_sWindows += "</Window>";
 }

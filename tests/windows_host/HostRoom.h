@@ -72,7 +72,7 @@ protected:
     ~HostRoom() override;
 
     // A Window element's attributes besides Name and State, and the ProgIDs of its pages without "T.", separated by
-    // blanks; "?" behind one makes it optional, "#" not resizable.
+    // blanks; "!" behind one gives it the help topic 7, then "?" makes it optional, then "#" not resizable.
     void Define(const std::string& sName, const std::string& sAttributes, const std::string& sPages);
     void Start();
     void End(); // the application is gone, and everything with it that should be
