@@ -21,7 +21,6 @@ CommandRow::CommandRow(WindowTypeConstants eType, bool bWithApply, bool bWithHel
 
 QPushButton* CommandRow::Add(Command eCommand, const QString& sText) {
     auto* pButton = new QPushButton(sText);
-    pButton->setAutoDefault(true); // also outside of dialogs the return key presses the button that has the keyboard
     connect(pButton, &QPushButton::clicked, this, [this, eCommand] { Q_EMIT Chosen(eCommand); });
     m_aButtons.emplace_back(eCommand, pButton);
     return pButton;
@@ -80,11 +79,11 @@ void CommandRow::SetDefault(Command eCommand) {
             pButton->setDefault(eEach == eCommand);
 }
 
-QPushButton* CommandRow::Default() const {
+std::optional<Command> CommandRow::Default() const {
     for (const auto& [eCommand, pButton] : m_aButtons)
         if (pButton->isDefault())
-            return pButton;
-    return nullptr;
+            return eCommand;
+    return std::nullopt;
 }
 
 void CommandRow::SetSkips(bool bSkips) {

@@ -4,6 +4,7 @@
 #include "corvane/windows/WindowEnums.h"
 
 #include <QWidget>
+#include <optional>
 #include <vector>
 
 class QDialogButtonBox;
@@ -23,7 +24,7 @@ public:
     void SetCommandEnabled(StandardCommandConstants eCommand, bool bEnabled);
     // The one that the return key chooses.
     void SetDefault(StandardCommandConstants eCommand);
-    [[nodiscard]] QPushButton* Default() const;
+    [[nodiscard]] std::optional<StandardCommandConstants> Default() const;
     // Of a wizard: whether going on leaves the step out.
     void SetSkips(bool bSkips);
 

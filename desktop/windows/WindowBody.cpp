@@ -288,27 +288,30 @@ bool WindowBody::ChoosesByKey(const QKeyEvent& oEvent) {
         return false;
     switch (oEvent.key()) {
     case Qt::Key_Escape:
-        if (AreCommandsShown() && m_pCommands->Button(StandardCommandConstants::cvCancel)) {
-            Q_EMIT CommandChosen(StandardCommandConstants::cvCancel);
-            return true;
-        }
-        return false;
+        return Chooses(StandardCommandConstants::cvCancel);
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (QPushButton* pDefault = m_pCommands->Default(); AreCommandsShown() && pDefault) {
-            pDefault->click();
+        if (auto* pButton = qobject_cast<QPushButton*>(focusWidget())) { // dialogs see to this themselves
+            pButton->click();
             return true;
         }
-        return false;
+        return Chooses(m_pCommands->Default());
     case Qt::Key_F1:
-        if (m_pCommands->Button(StandardCommandConstants::cvHelp)) {
-            Q_EMIT CommandChosen(StandardCommandConstants::cvHelp);
-            return true;
-        }
-        return false;
+        return Chooses(StandardCommandConstants::cvHelp);
     default:
         return false;
     }
+}
+
+// In a child window that is a document, a table say, the keys belong to the page.
+bool WindowBody::Chooses(std::optional<StandardCommandConstants> oCommand) {
+    if (!oCommand || !m_pCommands->Button(*oCommand))
+        return false;
+    const bool bIsDocument = m_oOptions.bIsChild && m_oOptions.eType == WindowTypeConstants::cvWindow;
+    if (oCommand != StandardCommandConstants::cvHelp && (bIsDocument || !AreCommandsShown()))
+        return false;
+    Q_EMIT CommandChosen(*oCommand);
+    return true;
 }
 
 void WindowBody::keyPressEvent(QKeyEvent* pEvent) {

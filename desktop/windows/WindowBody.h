@@ -6,6 +6,7 @@
 #include "desktop/windows/PageMark.h"
 
 #include <QWidget>
+#include <optional>
 #include <vector>
 
 class QBoxLayout;
@@ -72,6 +73,7 @@ private:
     void MarkTab(int iPage, const PageMark& oMark);
     void ShowHeading(const PageMark& oMark);
     bool ChoosesByKey(const class QKeyEvent& oEvent);
+    bool Chooses(std::optional<StandardCommandConstants> oCommand);
 
     BodyOptions m_oOptions;
     std::vector<PagePlace*> m_aPlaces;

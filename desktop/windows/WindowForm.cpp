@@ -199,8 +199,9 @@ void WindowForm::PlaceFirst() {
     m_pHost->oMessages->SendMessage(m_lHWnd, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&oInfo));
     const int nBeside = std::max(m_pFrame->Surround().height(), 8); // a title bar
     const QSize oMinimum(oInfo.oMinTrackSize.lX, oInfo.oMinTrackSize.lY);
-    m_pFrame->SetMinimum(oMinimum.boundedTo(oRoom.size()));
-    oPlace.setSize(oPlace.size().expandedTo(oMinimum).boundedTo(oRoom.size()));
+    m_oMinimum = oMinimum.boundedTo(oRoom.size());
+    ApplyMinimum();
+    oPlace.setSize(oPlace.size().expandedTo(oMinimum).boundedTo(oRoom.size()).expandedTo(m_pFrame->Minimum()));
     oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), std::max(oRoom.left(), oRoom.right() + 1 - oPlace.width())),
                   std::clamp(oPlace.top(), oRoom.top(), std::max(oRoom.top(), oRoom.bottom() + 1 - oPlace.height())));
     while (MDIChild() && IsCornerTaken(oPlace.topLeft()) && oRoom.contains(oPlace.translated(nBeside, nBeside)))
@@ -210,6 +211,11 @@ void WindowForm::PlaceFirst() {
                                            [](const auto& oSlot) { return oSlot->PageDef()->IsResizable(); });
     if (!MDIChild() && !bAnyResizable && !m_aSlots.empty())
         m_pFrame->Fix(oPlace.size());
+}
+
+// The definition's, and what buttons and pages need so that nothing is cut off.
+void WindowForm::ApplyMinimum() {
+    m_pFrame->SetMinimum(m_oMinimum.expandedTo(m_pBody->minimumSizeHint() + m_pFrame->Surround()));
 }
 
 bool WindowForm::IsCornerTaken(const QPoint& oCorner) const {

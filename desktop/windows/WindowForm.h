@@ -74,6 +74,7 @@ private:
     void PlaceFirst();
     [[nodiscard]] QRect RectOfModel() const;
     [[nodiscard]] bool IsCornerTaken(const QPoint& oCorner) const;
+    void ApplyMinimum();
     void FrameActivated();
     void FrameMoved();
     void Unloaded();
@@ -124,6 +125,7 @@ private:
     std::optional<bool> m_oCancelled;    // how it ends, once that is settled
     std::optional<bool> m_oSaved;        // what became of its changes before it is closed
     Long m_lHWnd = 0;
+    QSize m_oMinimum; // by the definition
     bool m_bCloseArrived = false;
     bool m_bIsPlaced = false;
     bool m_bFromFrame = false; // the model follows the frame

@@ -29,6 +29,7 @@ void WindowForm::BringToFront(int iPage, bool bAnyway) {
         if (!m_oController)
             return; // or the one that comes
         m_pBody->ShowPage(iPage);
+        ApplyMinimum();
         if (bFirst || m_eType == WindowTypeConstants::cvWizard)
             oSlot->Focus();
     }
@@ -92,6 +93,8 @@ bool WindowForm::IsReachable(int iPage) const {
 // The page keeps its size where there is room.
 void WindowForm::ShowCommands() {
     const int nHeight = m_pBody->ShowCommands();
+    if (nHeight > 0)
+        ApplyMinimum();
     const QRect oPlace = m_pFrame->PlaceNow();
     if (nHeight > 0 && Visible() && m_pFrame->State() == FormState::Normal &&
         oPlace.bottom() + nHeight <= m_pFrame->Room().bottom())

@@ -217,7 +217,7 @@ QRect WindowFrame::PlaceNow() const {
 }
 
 void WindowFrame::SetMinimum(const QSize& oSize) {
-    if (m_pWidget)
+    if (m_pWidget && m_pWidget->minimumSize() != m_pWidget->maximumSize())
         m_pWidget->setMinimumSize(oSize);
 }
 

@@ -56,8 +56,9 @@ public:
     // In pixels, from the area's or the main window's corner; only what is seen in the normal state.
     void Place(const QRect& oPlace);
     [[nodiscard]] QRect PlaceNow() const;
-    void SetMinimum(const QSize& oSize);
-    void Fix(const QSize& oSize); // no other size from now on
+    [[nodiscard]] QSize Minimum() const { return m_pWidget ? m_pWidget->minimumSize() : QSize(0, 0); }
+    void SetMinimum(const QSize& oSize); // unless its size is fixed
+    void Fix(const QSize& oSize);        // no other size from now on
     // What the frame adds to its body.
     [[nodiscard]] QSize Surround() const { return m_oSurround; }
     // The room there is for it.

@@ -130,16 +130,31 @@ TEST_F(HostRoom, WizardGoesForwardAndBackAndItsLastStepFinishes) {
     EXPECT_THROW(oWindow->SetActivePageIndex(3), Failure);
 }
 
-TEST_F(HostRoom, KeysChooseTheDefaultCommandCancelAndHelp) {
-    Define("D", sDialog, "A");
+TEST_F(HostRoom, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
+    struct Case {
+        const char* sWindow;
+        Qt::Key eKey;
+        const char* sEnd; // how the window has ended; nothing while it is open
+    };
+    Define("Dialog", sDialog, "A");
+    Define("Child", "Type='Dialog'", "A");
+    Define("Document", "Type='Window'", "A");
     Start();
-    (void)Open("D");
-    QTest::keyClick(LastForm()->Body()->findChild<QLineEdit*>(), Qt::Key_Return);
-    EXPECT_FALSE(LastForm()->IsLoaded());
-    (void)Open("D");
-    QTest::keyClick(LastForm()->Body()->findChild<QLineEdit*>(), Qt::Key_Escape);
-    EXPECT_FALSE(LastForm()->IsLoaded());
-    EXPECT_NE(m_pHeard->Take().find("exit(done)"), std::string::npos);
+    for (const auto& oCase :
+         {Case{"Dialog", Qt::Key_Return, "exit(done)"}, Case{"Child", Qt::Key_Return, "exit(done)"},
+          Case{"Dialog", Qt::Key_Escape, "exit(cancelled)"}, Case{"Child", Qt::Key_Escape, "exit(cancelled)"},
+          Case{"Document", Qt::Key_Return, ""}, Case{"Document", Qt::Key_Escape, ""}}) {
+        SCOPED_TRACE(oCase.sWindow);
+        (void)Open(oCase.sWindow);
+        Button(Command::cvOK)->setFocus(); // the default stays where the focus has only passed
+        auto* pEdit = LastForm()->Body()->findChild<QLineEdit*>();
+        pEdit->setFocus();
+        Page("A").Enter("new");
+        QTest::keyClick(pEdit, oCase.eKey);
+        const std::string sHeard = m_pHeard->Take();
+        EXPECT_NE(sHeard.find(oCase.sEnd), std::string::npos) << sHeard;
+        EXPECT_EQ(LastForm()->IsLoaded(), oCase.sEnd == std::string());
+    }
 }
 
 TEST_F(HostRoom, HelpIsForThePageInFront) {
