@@ -80,7 +80,7 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
     m_pArea->setAccessibleName(tr("Windows"));
     m_pArea->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     m_pArea->installEventFilter(this);
-    connect(m_pArea, &QMdiArea::subWindowActivated, m_pArea, [this] { m_pArea->viewport()->update(); });
+    connect(m_pArea, &QMdiArea::subWindowActivated, m_pArea->viewport(), qOverload<>(&QWidget::update));
     m_pBars =
         new BarRenderer(m_oActiveBar, this, [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
     m_pBars->Menus().SetWindows([this] { return OpenWindows(); });
