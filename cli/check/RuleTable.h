@@ -240,8 +240,9 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      "Active is false unless it is written. A file that says Active=\"False\" is left alone.",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="False"/>)"},
-    {Rule::MissingFramework, "missing-framework", Severity::Error, "No active file has the ProgID Corvane.Framework.",
-     "Without it the explorer finds no action \"Navigation\", and the application doesn't start.", "", ""},
+    {Rule::MissingFramework, "missing-framework", Severity::Warning, "No active file has the ProgID Corvane.Framework.",
+     "The Qt host then brings a definition of its own. Without a host of that kind, as in tests and in corvane inspect, "
+     "the explorer finds no action \"Navigation\", and the application doesn't start.", "", ""},
     {Rule::MissingNavigation, "missing-navigation", Severity::Error, "The root object has no action \"Navigation\".",
      "The file of Corvane.Framework has to define it, with the procedure ViewNavigation; of several such files the "
      "last one "

@@ -78,7 +78,7 @@ TEST(Rules, StandInOrderAndTheReferenceShowsThem) {
 TEST(Rules, OfTheFolder) {
     EXPECT_EQ(CheckedFolder().Text(), "");
     EXPECT_EQ(CheckedFolder().Remove("Services/Base.xml").Text(),
-              "Services: error: no active file has the ProgID \"Corvane.Framework\": add one, with the action "
+              "Services: warning: no active file has the ProgID \"Corvane.Framework\": add one, with the action "
               "\"Navigation\" and its procedure \"ViewNavigation\" [missing-framework]\n");
     EXPECT_EQ(CheckedFolder().Remove("Services/Service.xdr").Check().at(0).eRule, Rule::SchemaFile);
     // A schema that is stricter than the format.

@@ -1,0 +1,32 @@
+// A definition file of any bytes. Check and library read it, and neither crashes; where the check finds no error, the
+// library has none to show, and the application starts.
+#include "cli/check/Check.h"
+#include "cli/check/Print.h"
+#include "cli/inspect/Document.h"
+#include "cli/inspect/ModelHost.h"
+#include "tests/fuzz/FuzzedFolder.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+using namespace corvane;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize) {
+    static const fuzz::FuzzedFolder oFolder;
+    oFolder.Write("Fuzzed.xml", {reinterpret_cast<const char*>(pData), nSize});
+    const auto aFindings = check::Check({oFolder.Path(), false});
+    (void)check::AsSarif(aFindings, "0");
+    const bool bErrors = std::any_of(aFindings.begin(), aFindings.end(), [](const check::Finding& o) {
+        return check::TextOf(o.eRule).eSeverity == check::Severity::Error;
+    });
+    inspect::ModelHost oHost({oFolder.Path(), true, nullptr});
+    const bool bStarted = oHost.Start();
+    const bool bShown = std::any_of(oHost.Recorded().aLog.begin(), oHost.Recorded().aLog.end(),
+                                    [](const auto& oEntry) { return oEntry.bShown; });
+    if (!bErrors && (bShown || !bStarted)) {
+        std::fputs(inspect::TextDocument(oHost, {}).c_str(), stderr);
+        std::abort();
+    }
+    return 0;
+}
