@@ -31,6 +31,9 @@ std::string Listed(std::span<const std::string_view> aWords) {
 Long ErrorColumn(std::string_view sBytes, Long lLine) {
     if (sBytes.starts_with("\xEF\xBB\xBF"))
         sBytes.remove_prefix(3);
+    constexpr std::size_t nLargest = 1 << 26; // beyond it, the line must do
+    if (sBytes.size() > nLargest)
+        return 0;
     const std::string sText = DecodeWindows1252(sBytes);
     const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> oContext(xmlNewParserCtxt(), &xmlFreeParserCtxt);
     if (!oContext)

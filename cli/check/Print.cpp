@@ -23,6 +23,13 @@ const char* SeverityText(const Finding& oFinding) {
     return TextOf(oFinding.eRule).eSeverity == Severity::Error ? "error" : "warning";
 }
 
+// On one line, whatever values hold.
+std::string OnOneLine(std::string sText) {
+    std::replace_if(
+        sText.begin(), sText.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+    return sText;
+}
+
 std::string UpperFirst(std::string sText) {
     if (!sText.empty())
         sText[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(sText[0])));
@@ -71,11 +78,11 @@ std::string AsText(std::span<const Finding> aFindings, bool bColours) {
     for (const Finding& oFinding : aFindings) {
         const bool bError = TextOf(oFinding.eRule).eSeverity == Severity::Error;
         sText += Coloured("1", PlaceText(oFinding.oPlace)) +
-                 Coloured(bError ? "1;31" : "1;35", std::string(SeverityText(oFinding)) + ": ") + oFinding.sText +
-                 ": " + oFinding.sCure + " " + Coloured("2", "[" + std::string(TextOf(oFinding.eRule).sName) + "]") +
-                 "\n";
+                 Coloured(bError ? "1;31" : "1;35", std::string(SeverityText(oFinding)) + ": ") +
+                 OnOneLine(oFinding.sText + ": " + oFinding.sCure) + " " +
+                 Coloured("2", "[" + std::string(TextOf(oFinding.eRule).sName) + "]") + "\n";
         for (const Note& oNote : oFinding.aNotes)
-            sText += PlaceText(oNote.oPlace) + Coloured("36", "note: ") + oNote.sText + "\n";
+            sText += PlaceText(oNote.oPlace) + Coloured("36", "note: ") + OnOneLine(oNote.sText) + "\n";
     }
     return sText;
 }
