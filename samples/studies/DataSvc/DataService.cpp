@@ -41,9 +41,14 @@ void DataService::OpenFile(const std::string& sPath) {
 
 Ref<DataSetContext> DataService::Data(const std::string& sPath) {
     Store& oStore = m_oWorkspace->GetStore();
-    for (const DataSet& oDataSet : oStore.DataSets(m_nStudyId))
-        if (oDataSet.sSource == sPath)
+    for (const DataSet& oDataSet : oStore.DataSets(m_nStudyId)) {
+        if (oDataSet.sSource != sPath)
+            continue;
+        if (m_oWorkspace->IsInUse(oDataSet.nId))
             return m_oWorkspace->DataSet(oDataSet.nId);
+        oStore.DeleteDataSet(oDataSet.nId); // the file may be another by now
+        oStore.ForgetSteps();
+    }
     const Table oTable = ReadCsvFile(sPath).oTable;
     return m_oWorkspace->DataSet(
         oStore.ImportDataSet(m_nStudyId, oStore.FreeDataSetName(FileNameOf(sPath), m_nStudyId), sPath, oTable));

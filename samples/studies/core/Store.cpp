@@ -183,6 +183,12 @@ void Store::Redo() {
     TakeBack(m_aRedo, m_aUndo);
 }
 
+void Store::ForgetSteps() {
+    m_aUndo.clear();
+    m_aRedo.clear();
+    DropOrphans();
+}
+
 // Another program that opened the file meanwhile has dropped the data of deleted data sets.
 void Store::CheckData() {
     if (m_oDatabase.WholeOf("SELECT count(*) FROM data_sets WHERE 'data_'||id NOT IN"

@@ -124,6 +124,9 @@ public:
     void Undo();
     void Redo();
 
+    // There is nothing to undo any more, and what was deleted gives its room back.
+    void ForgetSteps();
+
     // Another number whenever values of a data set may have changed.
     [[nodiscard]] std::uint64_t DataRevision() const { return m_nDataRevision; }
 

@@ -26,6 +26,8 @@ public:
     [[nodiscard]] bool Keeps() const { return m_bKeeps; }
     // The one object for that data set. Fails when there is none.
     [[nodiscard]] corvane::Ref<DataSetContext> DataSet(Id nDataSetId);
+    // Whether a window shows that data set.
+    [[nodiscard]] bool IsInUse(Id nDataSetId) const { return m_mapContexts.contains(nDataSetId); }
     // The store has changed; says what, for the status line.
     void Tell(const std::string& sWhat) { Changed.Raise(sWhat); }
     void Close();

@@ -19,7 +19,9 @@ QWidget* NamePage::MakeWidget(QWidget* pParent) {
     m_pName = new QLineEdit(Text(m_sName));
     m_pNotes = new QPlainTextEdit(Text(m_sNotes));
     m_pNotes->setTabChangesFocus(true);
-    m_pNotes->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored); // takes what is left
+    QSizePolicy oWhatIsLeft(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    oWhatIsLeft.setVerticalStretch(1);
+    m_pNotes->setSizePolicy(oWhatIsLeft);
     m_pNotes->setMinimumHeight(4 * m_pNotes->fontMetrics().lineSpacing());
     m_pProblem = new ProblemLabel;
     auto* pForm = new QFormLayout(pPage);

@@ -1,5 +1,6 @@
 #include "DataTableModel.h"
 
+#include "Errors.h"
 #include "QtText.h"
 #include "Report.h"
 #include "corvane/base/Failure.h"
@@ -14,9 +15,21 @@ namespace studies {
 
 using namespace corvane;
 
+namespace {
+
+// Behind the point; none of a power of ten.
+qsizetype DecimalsOf(const QString& sNumber) {
+    const qsizetype iPoint = sNumber.indexOf('.');
+    return iPoint < 0 || sNumber.contains('e') ? 0 : sNumber.size() - iPoint - 1;
+}
+
+} // namespace
+
 DataTableModel::DataTableModel(Ref<DataSetContext> oData, QObject* pParent)
     : QAbstractTableModel(pParent), m_oData(std::move(oData)), m_aColumns(TheStore().Columns(m_oData->Number())),
-      m_aRowIds(TheStore().RowIds(m_oData->Number(), m_oView)) {}
+      m_aRowIds(TheStore().RowIds(m_oData->Number(), m_oView)) {
+    MeasureDecimals();
+}
 
 void DataTableModel::SetFilter(int iColumn, const QString& sFilter) {
     RowView oView = m_oView;
@@ -67,6 +80,29 @@ std::string DataTableModel::CellText(const QModelIndex& oIndex) const {
         static_cast<std::size_t>(oIndex.row() % RowsOfPage));
 }
 
+void DataTableModel::MeasureDecimals() {
+    m_aDecimals.assign(m_aColumns.size(), 0);
+    if (m_aRowIds.empty())
+        return;
+    const Table& oPage = PageOf(0);
+    for (std::size_t i = 0; i < m_aColumns.size(); ++i)
+        for (std::size_t iRow = 0; m_aColumns[i].IsNumeric() && iRow < oPage.nRows; ++iRow)
+            m_aDecimals[i] = std::max(m_aDecimals[i], DecimalsOf(Text(oPage.aColumns[i].Text(iRow))));
+}
+
+QString DataTableModel::ShownText(const QModelIndex& oIndex) const {
+    QString sText = Text(CellText(oIndex));
+    if (sText.isEmpty())
+        return "NA";
+    const auto iColumn = static_cast<std::size_t>(oIndex.column());
+    const qsizetype nDecimals = DecimalsOf(sText);
+    if (!m_aColumns[iColumn].IsNumeric() || nDecimals >= m_aDecimals[iColumn] || sText.contains('e'))
+        return sText;
+    if (nDecimals == 0)
+        sText += '.';
+    return sText + QString(m_aDecimals[iColumn] - nDecimals, '0');
+}
+
 int DataTableModel::rowCount(const QModelIndex& oParent) const {
     return oParent.isValid() ? 0 : static_cast<int>(m_aRowIds.size());
 }
@@ -84,10 +120,8 @@ QVariant DataTableModel::data(const QModelIndex& oIndex, int nRole) const {
         return QVariant::fromValue(Qt::AlignVCenter | (oColumn.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::EditRole:
         return Text(CellText(oIndex));
-    case Qt::DisplayRole: {
-        const std::string sText = CellText(oIndex);
-        return sText.empty() ? QString("NA") : Text(sText);
-    }
+    case Qt::DisplayRole:
+        return ShownText(oIndex);
     case Qt::ForegroundRole:
         return CellText(oIndex).empty() ? QVariant(QGuiApplication::palette().color(QPalette::PlaceholderText))
                                         : QVariant();
@@ -120,7 +154,8 @@ QVariant DataTableModel::headerData(int iSection, Qt::Orientation eOrientation, 
 }
 
 Qt::ItemFlags DataTableModel::flags(const QModelIndex& oIndex) const {
-    return QAbstractTableModel::flags(oIndex) | Qt::ItemIsEditable;
+    const Qt::ItemFlags oFlags = QAbstractTableModel::flags(oIndex);
+    return m_oData->Space()->Keeps() ? oFlags | Qt::ItemIsEditable : oFlags;
 }
 
 bool DataTableModel::setData(const QModelIndex& oIndex, const QVariant& vValue, int nRole) {
@@ -141,6 +176,8 @@ bool DataTableModel::setData(const QModelIndex& oIndex, const QVariant& vValue, 
 void DataTableModel::Change(const std::vector<CellChange>& aChanges) {
     if (aChanges.empty())
         return;
+    if (!m_oData->Space()->Keeps())
+        FailWith("These data are in no study. Import the file into a study to change them.");
     TheStore().SetCells(m_oData->Number(), aChanges);
     Reload();
     m_oData->Space()->Tell(aChanges.size() == 1 ? "A value has been changed"

@@ -1,5 +1,5 @@
 // The rows of a data set for a table view. It reads a few rows at a time as they come into sight, and knows of the
-// others nothing but their number.
+// others nothing but their number. Data that are in no study can't be changed.
 #pragma once
 
 #include "Workspace.h"
@@ -45,13 +45,16 @@ private:
     [[nodiscard]] Store& TheStore() const { return m_oData->Space()->GetStore(); }
     [[nodiscard]] const Table& PageOf(int iRow) const;
     [[nodiscard]] std::string CellText(const QModelIndex& oIndex) const;
+    [[nodiscard]] QString ShownText(const QModelIndex& oIndex) const;
+    void MeasureDecimals();
     void SetView(const RowView& oView);
     void Change(const std::vector<CellChange>& aChanges);
 
     static constexpr int RowsOfPage = 128;
 
     corvane::Ref<DataSetContext> m_oData;
-    std::vector<Column> m_aColumns; // without values
+    std::vector<Column> m_aColumns;     // without values
+    std::vector<qsizetype> m_aDecimals; // of each column's first values; fewer are filled up, so that points align
     RowView m_oView;
     std::vector<Id> m_aRowIds;
     mutable QCache<int, Table> m_oPages{100}; // by number

@@ -101,6 +101,7 @@ TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
     ASSERT_EQ(oModel.rowCount(), 344);
     EXPECT_EQ(oModel.headerData(2, Qt::Horizontal).toString(), "bill length (mm)");
     EXPECT_EQ(oModel.index(3, 2).data().toString(), "NA");
+    EXPECT_EQ(oModel.index(2, 3).data().toString(), "18.0") << "points align";
 
     EXPECT_TRUE(oModel.setData(oModel.index(0, 2), "40.5"));
     EXPECT_EQ(DataOnDisk("penguins.csv").aColumns[2].aNumbers[0], 40.5);
@@ -132,6 +133,21 @@ TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
     QApplication::clipboard()->setText("1\nx\n");
     Press(*pView, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(oModel.index(0, 4).data().toString(), "221") << "all or nothing";
+}
+
+TEST_F(Pages, AFileWithoutAStudyIsOnlyShown) {
+    Start(false);
+    m_pApplication->Dialogs().AddAnswer(STUDIES_DATA "/gentoo.csv");
+    Choose("File.Open");
+    auto* pView = In<DataTableView>("gentoo.csv", "Rows");
+    EXPECT_EQ(pView->model()->rowCount(), 124);
+    EXPECT_FALSE(pView->model()->index(0, 0).flags().testFlag(Qt::ItemIsEditable));
+    pView->selectAll();
+    Press(*pView, Qt::Key_Delete);
+    EXPECT_TRUE(Problem(m_pApplication->Window()).startsWith("These data are in no study."));
+    EXPECT_FALSE(m_pApplication->Choose("Data.Properties"));
+    Choose("Analysis.Histogram");
+    EXPECT_FALSE(m_pApplication->Choose("File.Save"));
 }
 
 TEST_F(Pages, PropertiesAreCheckedAndWindowsFollowTheName) {
