@@ -289,6 +289,13 @@ TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
     m_pHost->Do([&] { oService->Save(ToObject(dctUnsaved->Item(dctUnsaved->Keys()[0]))); });
     EXPECT_EQ(oService->UnsavedItems(dblOrder)->Count(), 0);
     EXPECT_NE(Find("Histogram of penguins.csv: body_mass_g"), nullptr);
+
+    oSettings.nBins = 7;
+    m_pHost->Do([&] { oDocument->SetSettings(oSettings); });
+    m_pHost->Do([&] { oDocument->Save(); });
+    Click("Edit.Undo");
+    EXPECT_EQ(oDocument->Settings().nBins, 0) << "the open window follows";
+    EXPECT_FALSE(oDocument->IsChanged());
     Restart();
     Open("Histogram of penguins.csv: body_mass_g");
     EXPECT_EQ(Captions(), "Histogram of penguins.csv: body_mass_g");

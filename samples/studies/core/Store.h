@@ -144,6 +144,7 @@ private:
     void TakeBack(std::vector<Step>& aFrom, std::vector<Step>& aTo);
     void CheckExists(std::string_view sTable, Id nId);
     void CheckData();
+    void RenameAnalyses(const DataSet& oDataSet, std::string_view sNewName);
     void RecordCells(Id nDataSetId, int iColumn);
     Id CopyDataSet(const DataSet& oDataSet, Id nStudyId);
     void WriteRows(Id nDataSetId, const Table& oTable);

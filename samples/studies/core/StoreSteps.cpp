@@ -201,10 +201,20 @@ void Store::SetDataSetProperties(Id nDataSetId, const DataSetProperties& oProper
             FailWith(sProblem);
         Statement oUpdate(m_oDatabase, "UPDATE data_sets SET name=?, notes=? WHERE id=?");
         oUpdate.Bind(oProperties.sName).Bind(oProperties.sNotes).Bind(nDataSetId).Run();
+        if (oProperties.sName != oDataSet.sName)
+            RenameAnalyses(oDataSet, oProperties.sName);
         Statement oUnit(m_oDatabase, "UPDATE data_columns SET unit=? WHERE data_set_id=? AND position=?");
         for (std::size_t i = 0; i < oProperties.aUnits.size(); ++i)
             oUnit.Bind(oProperties.aUnits[i]).Bind(nDataSetId).Bind(static_cast<std::int64_t>(i)).Run();
     });
+}
+
+// The data set's name is part of their titles.
+void Store::RenameAnalyses(const DataSet& oDataSet, std::string_view sNewName) {
+    Statement oUpdate(m_oDatabase, "UPDATE analyses SET name=? WHERE id=?");
+    for (const Analysis& oAnalysis : Analyses(oDataSet.nStudyId))
+        if (oAnalysis.nDataSetId == oDataSet.nId && oAnalysis.sName == oAnalysis.oSettings.Title(oDataSet.sName))
+            oUpdate.Bind(oAnalysis.oSettings.Title(sNewName)).Bind(oAnalysis.nId).Run();
 }
 
 void Store::DeleteAnalysis(Id nAnalysisId) {

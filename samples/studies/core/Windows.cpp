@@ -136,10 +136,12 @@ void WindowsFollow() {
             else if (!oWindow->IsModal())
                 oWindow->SetCaption(oData->Info().sName);
         } else if (const Ref<AnalysisDocument> oDocument = oAbout.TryAs<AnalysisDocument>()) {
-            if (!oDocument->Exists())
+            if (!oDocument->Exists()) {
                 oWindow->Terminate();
-            else
-                oWindow->SetCaption(oDocument->Name());
+                continue;
+            }
+            oDocument->FollowStore();
+            oWindow->SetCaption(oDocument->Name());
         } else if (const Ref<StudyContext> oStudy = oAbout.TryAs<StudyContext>()) {
             if (!oStudy->Exists())
                 oWindow->Terminate();

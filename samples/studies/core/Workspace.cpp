@@ -83,6 +83,22 @@ void AnalysisDocument::Save() {
     Changed.Raise();
 }
 
+void AnalysisDocument::FollowStore() {
+    if (m_nAnalysisId == 0)
+        return;
+    const AnalysisSettings oStored = m_oData->Space()->GetStore().AnalysisOf(m_nAnalysisId).oSettings;
+    if (oStored.IsLike(m_oSaved))
+        return;
+    const bool bTouched = IsChanged();
+    m_oSaved = oStored;
+    if (!bTouched) {
+        const AnalysisKind eShown = m_oSettings.eKind;
+        m_oSettings = oStored;
+        m_oSettings.eKind = eShown;
+    }
+    Changed.Raise();
+}
+
 bool AnalysisDocument::Exists() const {
     return m_oData->Exists() && (m_nAnalysisId == 0 || m_oData->Space()->GetStore().HasAnalysis(m_nAnalysisId));
 }

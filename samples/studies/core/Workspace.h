@@ -89,6 +89,8 @@ public:
     [[nodiscard]] bool IsUnsaved() const { return CanBeSaved() && (m_nAnalysisId == 0 || IsChanged()); }
     // Puts it into the study, or what has been changed. Fails when the data set isn't there any more.
     void Save();
+    // The store has changed: what is saved may be another by undo. Settings that nobody has touched follow it.
+    void FollowStore();
     // False when its data set or its entry in the store has gone.
     [[nodiscard]] bool Exists() const;
 

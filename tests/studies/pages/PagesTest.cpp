@@ -153,6 +153,9 @@ TEST_F(Pages, AFileWithoutAStudyIsOnlyShown) {
 TEST_F(Pages, PropertiesAreCheckedAndWindowsFollowTheName) {
     Start();
     OpenItem("penguins.csv");
+    Choose("Analysis.Summary");
+    Choose("File.Save");
+    Choose("Data.Table");
     ChooseAndAct("Data.Properties", [&](QWidget& oDialog) {
         Only<QLineEdit>(oDialog)->setText("");
         EXPECT_EQ(Problem(oDialog), "A data set needs a name.");
@@ -163,6 +166,8 @@ TEST_F(Pages, PropertiesAreCheckedAndWindowsFollowTheName) {
     });
     EXPECT_NE(In<DataTableView>("Palmer", "Rows"), nullptr);
     EXPECT_EQ(DataOnDisk("Palmer").nRows, 344U);
+    EXPECT_NE(Shown().find("        Summary of Palmer"), std::string::npos) << "in the explorer";
+    EXPECT_NE(Shown().find("Window Summary of Palmer"), std::string::npos);
     ClickItem("Palmer");
     Choose("Edit.Delete");
     EXPECT_EQ(Shown().find("Window Palmer"), std::string::npos) << "the window goes with the data";
