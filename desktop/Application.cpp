@@ -16,6 +16,7 @@
 #include <QUrl>
 #include <algorithm>
 #include <array>
+#include <filesystem>
 
 namespace corvane::desktop {
 
@@ -44,6 +45,9 @@ Application::Application(const ApplicationOptions& oOptions)
     m_frmMain->AddMember("ctlCVProgress", m_oProgress);
     m_frmMain->SetCaption(m_oPlatform.sName);
     SetUpService();
+    m_pBlame = std::make_unique<Blame>(m_oPlatform.oUtilities,
+                                       std::filesystem::path(m_oPlatform.oUtilities->LogPath()).parent_path().string(),
+                                       oOptions.oLeftOut, oOptions.fnAskAfterDeath);
     m_frmMain->Load();
     m_pLibrary = std::make_unique<Library>(MakePlatform());
     m_pWindow = std::make_unique<MainWindow>(m_frmMain, m_oActiveBar, m_frmPanel, m_oFailures);
@@ -52,6 +56,11 @@ Application::Application(const ApplicationOptions& oOptions)
     m_oMessageBox->SetParentWindow(m_pWindow.get());
     m_oCommonDialog->SetParentWindow(m_pWindow.get());
     SetUpWindowHost();
+    m_pPersonal = std::make_unique<PersonalDesktop>(PersonalDesktop::Parts{
+        *m_pWindow, m_frmMain, m_oActiveBar, m_frmPanel, m_oFailures, m_oPlatform.oUtilities,
+        m_oPlatform.oSettings->Folder(), oOptions.bPersonal && !m_pBlame->WithoutServices().bAllPlugins});
+    if (oOptions.bWatch)
+        m_pBlame->StartWatch();
 }
 
 void Application::SetUpWindowHost() {
@@ -71,6 +80,8 @@ Application::~Application() {
     m_oRunningProvider = nullptr;
     if (m_frmMain->IsLoaded() && !m_pWindow->HasEnded())
         m_oFailures.Guard([this] { m_frmMain->Unload(); });
+    m_pWindow->Bars().SetChanges(BarChanges::None());
+    m_pPersonal.reset();
     m_pWindow.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // widgets of plug-ins go before the library
     m_pLibrary.reset();
@@ -81,8 +92,8 @@ Platform Application::MakePlatform() {
     oPlatform.oScreen = New<QtScreen>();
     oPlatform.oTimers = m_oTimers;
     oPlatform.oMessageBox = m_oMessageBox;
-    oPlatform.oFileSystem =
-        New<HostFileSystem>(oPlatform.oFileSystem, m_oPlatform.oUtilities->GetAppFolder("Services"));
+    const std::string sServices = m_oPlatform.oUtilities->GetAppFolder("Services");
+    oPlatform.oFileSystem = New<HostFileSystem>(m_pBlame->Files(oPlatform.oFileSystem, sServices), sServices);
     oPlatform.oObjectFactory = MakeObjectFactory();
     oPlatform.oScreenPrinter = MakeScreenPrinter();
     return oPlatform;
@@ -122,7 +133,9 @@ bool Application::Start() {
     });
     ApplyAppearance(Appearance::Load());
     m_pWindow->Flush();
+    m_pPersonal->Restore();
     m_pWindow->show();
+    m_pPersonal->RestoreWindows();
     return bStarted;
 }
 

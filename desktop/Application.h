@@ -8,6 +8,8 @@
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
+#include "desktop/PersonalDesktop.h"
+#include "desktop/blame/Blame.h"
 #include "desktop/service/AppearancePage.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
@@ -27,6 +29,10 @@ struct ApplicationOptions {
     bool bWithDialogs = true; // false where nobody watches: failures go to the error stream, messages are kept
     // Classes that are part of the program itself, by their ProgIDs, beside those of the application's plug-ins.
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> aClasses = {};
+    bool bPersonal = true;    // false: neither the session nor the person's own keys, toolbars and menus are used
+    LeftOut oLeftOut = {};    // services that aren't started; the mode without plug-ins is without the above as well
+    bool bWatch = false;      // name services that keep the user interface busy, in the log
+    Blame::AskFunction fnAskAfterDeath = {}; // asked when a service ended the program the last time
 };
 
 class Application {
@@ -61,6 +67,8 @@ public:
     [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_frmPanel; }
     [[nodiscard]] CommonDialog& Dialogs() { return *m_oCommonDialog; }
     [[nodiscard]] const QtMessageBox& Messages() const { return *m_oMessageBox; }
+    [[nodiscard]] Blame& Blamed() { return *m_pBlame; }
+    [[nodiscard]] PersonalDesktop& Personal() { return *m_pPersonal; }
     [[nodiscard]] FailurePresenter& Failures() { return m_oFailures; }
     // Menus, toolbars, explorer, windows, status and messages as an indented text.
     [[nodiscard]] std::string AsText() const;
@@ -96,8 +104,10 @@ private:
     Ref<ProgressControl> m_oProgress = New<ProgressControl>();
     Ref<QtTimers> m_oTimers;
     std::shared_ptr<WindowHost> m_pWindowHost = std::make_shared<WindowHost>();
+    std::unique_ptr<Blame> m_pBlame; // ends last: services may die at their end
     std::unique_ptr<Library> m_pLibrary;
     std::unique_ptr<MainWindow> m_pWindow;
+    std::unique_ptr<PersonalDesktop> m_pPersonal;
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_aClasses;
     Subscription m_oToolClick;
     Subscription m_oQueryUnload;

@@ -32,6 +32,8 @@ void Application::SetUpService() {
     m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) {
         const auto oActionItem = oTool->TagVariant().TryAs<ActionItem>();
         m_oRunningProvider = oActionItem ? oActionItem->ActionsProviderObj() : nullptr;
+        if (oActionItem)
+            m_pBlame->CommandBegins(*oActionItem);
     });
     // Before the main window's subscription, which closes what is open.
     m_oQueryUnload = m_frmMain->OnQueryUnload.Subscribe([this](bool& bRefused) {
@@ -42,8 +44,12 @@ void Application::SetUpService() {
 }
 
 Ref<HostObjectFactory> Application::MakeObjectFactory() {
-    auto oFactory = New<HostObjectFactory>(m_oPlatform.oPlugins);
-    oFactory->Add("CorvaneDesktop.HostService", [] { return New<HostService>(HostCommands{&OpenPreferences}); });
+    auto oFactory = New<HostObjectFactory>(m_pBlame->Factory(m_oPlatform.oPlugins));
+    oFactory->Add("CorvaneDesktop.HostService", [this] {
+        return New<HostService>(HostCommands{&OpenPreferences, [this] { m_pPersonal->ShowPalette(); },
+                                             [this] { m_pPersonal->ShowShortcuts(); },
+                                             [this] { m_pPersonal->ShowCustomize(); }});
+    });
     oFactory->Add("CorvaneDesktop.AppearancePage", [this] {
         return New<AppearancePage>([this](const Appearance& oAppearance) { ApplyAppearance(oAppearance); });
     });

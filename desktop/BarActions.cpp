@@ -1,7 +1,6 @@
 #include "desktop/BarActions.h"
 
 #include "corvane/platform/controls/BarText.h"
-#include "desktop/ShortCutTable.h"
 #include "desktop/explorer/PictureIcon.h"
 
 #include <QApplication>
@@ -33,11 +32,10 @@ QIcon IconOfTool(const Tool& oInstance) {
     return oIcon;
 }
 
-QString ToolTipOf(const Tool& oInstance) {
+QString ToolTipOf(const Tool& oInstance, const QString& sKeys) {
     QString sTip = QString::fromStdString(oInstance.ToolTip());
     if (sTip.isEmpty())
         sTip = QString::fromStdString(WithoutMnemonic(CaptionOf(oInstance).toStdString()));
-    const QString sKeys = ShortCutText(oInstance);
     return sKeys.isEmpty() ? sTip : QString("%1 (%2)").arg(sTip, sKeys);
 }
 
@@ -85,6 +83,20 @@ void BarActions::ShowTexts(const Tool* pInstance) {
             Texts(oShown);
 }
 
+void BarActions::ShowAllTexts() {
+    for (const auto& [pInstance, aShown] : m_mapShown)
+        for (const Shown& oShown : aShown)
+            Texts(oShown);
+}
+
+Ref<Tool> BarActions::InstanceOf(const QAction* pAction) const {
+    for (const auto& [pInstance, aShown] : m_mapShown)
+        for (const Shown& oShown : aShown)
+            if (oShown.pAction == pAction)
+                return oShown.oInstance;
+    return nullptr;
+}
+
 void BarActions::State(const Shown& oShown) {
     QAction* pAction = oShown.pAction;
     if (!pAction)
@@ -110,12 +122,12 @@ void BarActions::Texts(const Shown& oShown) {
     QString sText = CaptionOf(oTool);
     if (oShown.ePlace == ActionPlace::Menu) {
         // Behind the tab a menu shows it in the column of shortcuts.
-        if (const QString sKeys = ShortCutText(oTool); !sKeys.isEmpty() && oTool.DropDownBand().empty())
+        if (const QString sKeys = m_pChanges->KeysText(oTool); !sKeys.isEmpty() && oTool.DropDownBand().empty())
             sText += "\t" + sKeys;
     } else {
         pAction->setIcon(IconOfTool(oTool));
         pAction->setIconText(QString::fromStdString(WithoutMnemonic(sText.toStdString())));
-        pAction->setToolTip(ToolTipOf(oTool));
+        pAction->setToolTip(ToolTipOf(oTool, m_pChanges->KeysText(oTool)));
     }
     pAction->setText(sText);
     pAction->setStatusTip(QString::fromStdString(oTool.Description()));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"
+#include "desktop/BarChanges.h"
 
 #include <QAction>
 #include <QIcon>
@@ -29,6 +30,10 @@ public:
 
     void ShowState(const Tool& oMaster);
     void ShowTexts(const Tool* pInstance);
+    void ShowAllTexts();
+    void SetChanges(const BarChanges& oChanges) { m_pChanges = &oChanges; }
+    // The instance that an action shows; nothing for an action of others.
+    [[nodiscard]] Ref<Tool> InstanceOf(const QAction* pAction) const;
     // How often an action was touched since the start, for measuring what a change costs.
     [[nodiscard]] long TouchCount() const { return m_nTouched; }
 
@@ -43,6 +48,7 @@ private:
     void Texts(const Shown& oShown);
 
     ClickFunction m_fnClick;
+    const BarChanges* m_pChanges = &BarChanges::None();
     std::unordered_map<const Tool*, std::vector<Shown>> m_mapShown; // by instance
     long m_nTouched = 0;
 };

@@ -55,6 +55,22 @@ QToolBar* BarRenderer::ToolbarOf(const Band& oBand) const {
     return it == m_mapToolbars.end() ? nullptr : it->second.pToolbar;
 }
 
+void BarRenderer::SetChanges(const BarChanges& oChanges) {
+    m_pChanges = &oChanges;
+    m_oShortCuts.SetChanges(oChanges);
+    m_oActions.SetChanges(oChanges);
+    m_oMenus.SetChanges(oChanges);
+    Redraw();
+}
+
+void BarRenderer::Redraw() {
+    m_oShortCuts.Invalidate();
+    m_oActions.ShowAllTexts();
+    for (const auto& [pBand, oToolbar] : m_mapToolbars)
+        m_setBands.insert(pBand);
+    Schedule();
+}
+
 void BarRenderer::SetProgressWidget(QWidget* pWidget) {
     m_pProgress = pWidget;
     m_pProgress->hide();
@@ -161,7 +177,7 @@ QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
 
 void BarRenderer::FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand) {
     std::vector<std::pair<Ref<Tool>, std::string>> aNow;
-    for (const auto& oInstance : oBand->Tools()->All())
+    for (const auto& oInstance : m_pChanges->InstancesOf(*oBand))
         aNow.emplace_back(oInstance, oInstance->DropDownBand());
     if (oToolbar.bFilled && oToolbar.aShown == aNow)
         return;

@@ -30,6 +30,9 @@ public:
     BarRenderer(Ref<ActiveBar> oActiveBar, QMainWindow* pWindow, GuardFunction fnGuard);
     ~BarRenderer() override;
 
+    // What is laid over the model from now on. Whoever gives it calls Redraw when it changes.
+    void SetChanges(const BarChanges& oChanges);
+    void Redraw();
     // Brings the screen up to date now.
     void Flush();
     [[nodiscard]] MenuBuilder& Menus() { return m_oMenus; }
@@ -69,6 +72,7 @@ private:
     MenuBuilder m_oMenus;
     ShortCutTable m_oShortCuts;
     MenuBar* m_pMenuBar;
+    const BarChanges* m_pChanges = &BarChanges::None();
     QLabel* m_pStatus;
     QWidget* m_pProgress = nullptr;
     struct Toolbar {

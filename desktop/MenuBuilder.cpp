@@ -48,7 +48,7 @@ bool MenuBuilder::Fill(QMenu* pMenu, const Ref<Band>& oBand) {
     m_fnGuard([&] { bOpens = m_oActiveBar->Open(oBand); });
     if (!bOpens)
         return false;
-    FillWith(pMenu, oBand->Tools()->All());
+    FillWith(pMenu, m_pChanges->InstancesOf(*oBand));
     if (pMenu->isEmpty())
         pMenu->addAction(QCoreApplication::translate("MenuBuilder", "(empty)"))->setEnabled(false);
     return true;

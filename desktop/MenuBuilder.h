@@ -27,6 +27,8 @@ public:
 
     void SetWindows(WindowsFunction fnWindows) { m_fnWindows = std::move(fnWindows); }
 
+    void SetChanges(const BarChanges& oChanges) { m_pChanges = &oChanges; }
+
     // A menu of the band of that name, which is filled each time that it opens.
     QMenu* NewMenu(const std::string& sBand, QWidget* pParent);
     // Fills a menu at once. False when a handler refused the opening.
@@ -43,6 +45,7 @@ private:
     BarActions& m_oActions;
     GuardFunction m_fnGuard;
     WindowsFunction m_fnWindows;
+    const BarChanges* m_pChanges = &BarChanges::None();
 };
 
 } // namespace corvane::desktop

@@ -42,14 +42,6 @@ QKeySequence KeyIn(const QString& sText) {
     return oKeys.count() == 1 && oKeys[0].key() != Qt::Key_unknown ? oKeys : QKeySequence();
 }
 
-QString ShortCutText(const Tool& oTool) {
-    QStringList aTexts;
-    for (const auto& oShortCut : oTool.ShortCuts())
-        if (const QKeySequence oKeys = KeyIn(QString::fromStdString(oShortCut->Value())); !oKeys.isEmpty())
-            aTexts.append(oKeys.toString(QKeySequence::NativeText));
-    return aTexts.join(", ");
-}
-
 Ref<Tool> ShortCutTable::Find(QKeyCombination oPressed) {
     if (!m_bValid)
         Read();
@@ -75,10 +67,11 @@ Ref<Tool> ShortCutTable::Exactly(QKeyCombination oKeys) const {
 
 void ShortCutTable::Read() {
     m_mapTools.clear();
-    for (const auto& oTool : m_oActiveBar->Tools()->All())
-        for (const auto& oShortCut : oTool->ShortCuts())
-            if (const QKeySequence oKeys = KeyIn(QString::fromStdString(oShortCut->Value())); !oKeys.isEmpty())
-                m_mapTools[oKeys[0].toCombined()].push_back(oTool.Get());
+    for (const bool bOwn : {true, false})
+        for (const auto& oTool : m_oActiveBar->Tools()->All())
+            if (m_pChanges->HasOwnKeys(*oTool) == bOwn)
+                for (const QKeySequence& oKeys : m_pChanges->KeysOf(*oTool))
+                    m_mapTools[oKeys[0].toCombined()].push_back(oTool.Get());
     m_bValid = true;
 }
 

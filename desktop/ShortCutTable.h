@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"
+#include "desktop/BarChanges.h"
 
 #include <QHash>
 #include <QKeyCombination>
@@ -15,14 +16,12 @@ namespace corvane::desktop {
 // for a text that is none.
 [[nodiscard]] QKeySequence KeyIn(const QString& sText);
 
-// How the keys of a tool are shown, empty for none.
-[[nodiscard]] QString ShortCutText(const Tool& oTool);
-
 class ShortCutTable {
 public:
     explicit ShortCutTable(Ref<ActiveBar> oActiveBar) : m_oActiveBar(std::move(oActiveBar)) {}
 
     void Invalidate() { m_bValid = false; }
+    void SetChanges(const BarChanges& oChanges) { m_pChanges = &oChanges; }
     // The first tool of the keys that were pressed, in order of the master list, that is visible and enabled; nothing
     // without one. A key of the keypad counts as its twin, and a sign that is typed with Shift also without it:
     // "Ctrl++" is Ctrl, Shift and the key of the equals sign on many keyboards.
@@ -34,6 +33,7 @@ private:
 
     Ref<ActiveBar> m_oActiveBar;
     QHash<int, std::vector<Tool*>> m_mapTools; // masters live as long as the bar
+    const BarChanges* m_pChanges = &BarChanges::None();
     bool m_bValid = false;
 };
 

@@ -45,6 +45,8 @@ int main(int argc, char** argv) {
          {"answer", "Answers the next dialog with that text; may stand several times.", "TEXT"},
          {"screenshot", "Saves a picture of the window to that file.", "FILE"},
          {"print", "Prints what the window shows as text."},
+         {"without", "Leaves out that service, or all services of that plug-in; may stand several times.", "NAME"},
+         {"safe", "Leaves out all plug-ins, and what you have changed of the desktop."},
          {"quit", "Ends after that, without asking anybody anything."}});
     oParser.process(oQt);
     if (oParser.positionalArguments().size() != 1) {
@@ -53,7 +55,17 @@ int main(int argc, char** argv) {
     }
     try {
         const bool bUnwatched = oParser.isSet("quit");
-        Application oApplication({oParser.positionalArguments().front().toStdString(), !bUnwatched});
+        ApplicationOptions oOptions;
+        oOptions.sFolder = oParser.positionalArguments().front().toStdString();
+        oOptions.bWithDialogs = !bUnwatched;
+        oOptions.bPersonal = !bUnwatched;
+        for (const QString& sName : oParser.values("without"))
+            oOptions.oLeftOut.aNames.push_back(sName.toStdString());
+        oOptions.oLeftOut.bAllPlugins = oParser.isSet("safe");
+        oOptions.bWatch = !bUnwatched;
+        if (!bUnwatched)
+            oOptions.fnAskAfterDeath = &Blame::AskInBox;
+        Application oApplication(oOptions);
         for (const QString& sAnswer : oParser.values("answer"))
             oApplication.Dialogs().AddAnswer(sAnswer.toStdString());
         const auto fnLook = [&] {
@@ -65,6 +77,8 @@ int main(int argc, char** argv) {
         if (!bUnwatched)
             oApplication.SetModalLoop({}); // somebody is there to close it
         const bool bStarted = oApplication.Start();
+        for (const std::string& sName : oApplication.Blamed().Filter()->Unknown())
+            std::fprintf(stderr, "corvane-desktop: warning: there is no service \"%s\" to leave out\n", sName.c_str());
         const int nExit = oRun.Run() && bStarted ? Exit::Clean : Exit::Failed;
         if (bUnwatched)
             return nExit;

@@ -25,6 +25,7 @@ void LogFile::GiveUp(const char* sWhy) noexcept {
 }
 
 void LogFile::Write(std::string_view sLine) noexcept {
+    const std::lock_guard oLock(m_oMutex);
     if (!m_bGivenUp) {
         try {
             if (m_sPath.empty())

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -20,7 +21,7 @@ public:
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
-    // On disk when the call returns.
+    // On disk when the call returns. From any thread.
     void Write(std::string_view sLine) noexcept;
     [[nodiscard]] const std::string& Path() const { return m_sPath; }
 
@@ -31,6 +32,7 @@ private:
 
     std::string m_sPath;
     std::unique_ptr<Sink> m_pSink;
+    std::mutex m_oMutex;
     bool m_bGivenUp = false;
 };
 

@@ -12,6 +12,9 @@ namespace corvane::desktop {
 // What the host does when a command of its service is chosen.
 struct HostCommands {
     std::function<void()> fnPreferences;
+    std::function<void()> fnPalette;
+    std::function<void()> fnShortcuts;
+    std::function<void()> fnCustomize;
 };
 
 class HostService final : public Automation<HostService, IServiceAccess> {
@@ -20,10 +23,16 @@ public:
 
     Ref<IService> Service() override { return m_oServiceBase; }
     void OnPreferences() { m_oCommands.fnPreferences(); }
+    void OnCommandPalette() { m_oCommands.fnPalette(); }
+    void OnShortcuts() { m_oCommands.fnShortcuts(); }
+    void OnCustomize() { m_oCommands.fnCustomize(); }
 
     std::string_view TypeName() const override { return "HostService"; }
 
-    static constexpr auto Members = MemberTable(Method("OnPreferences", &HostService::OnPreferences));
+    static constexpr auto Members =
+        MemberTable(Method("OnPreferences", &HostService::OnPreferences),
+                    Method("OnCommandPalette", &HostService::OnCommandPalette),
+                    Method("OnShortcuts", &HostService::OnShortcuts), Method("OnCustomize", &HostService::OnCustomize));
 
 private:
     HostCommands m_oCommands;

@@ -1,0 +1,104 @@
+#include "desktop/PersonalDesktop.h"
+
+#include "desktop/FailurePresenter.h"
+#include "desktop/custom/CustomizeDialog.h"
+#include "desktop/custom/ShortcutsDialog.h"
+#include "desktop/palette/PaletteDialog.h"
+
+#include <filesystem>
+
+namespace corvane::desktop {
+
+namespace {
+
+QString DescriptionOf(const Tool& oTool) {
+    std::string sDescription = oTool.Description();
+    for (const Tool* pInstance : oTool.Instances())
+        if (sDescription.empty())
+            sDescription = pInstance->Description();
+    return QString::fromStdString(sDescription);
+}
+
+std::string FolderOf(const std::string& sPath) {
+    return std::filesystem::path(sPath).parent_path().string();
+}
+
+} // namespace
+
+PersonalDesktop::PersonalDesktop(Parts oParts)
+    : m_oParts(std::move(oParts)), m_sStateFolder(FolderOf(m_oParts.oUtilities->LogPath())),
+      m_oBars(File(m_oParts.sConfigFolder, "desktop.json"), m_oParts.oActiveBar,
+              [this] { m_oParts.oWindow.Bars().Redraw(); }),
+      m_oSession(File(m_sStateFolder, "session.json"), SessionParts()) {
+    m_oParts.frmMain->AddMember("RecentFiles", New<RecentFiles>(File(m_sStateFolder, "recent.json")));
+    m_oParts.oWindow.Bars().SetChanges(m_oBars);
+}
+
+PersonalDesktop::~PersonalDesktop() = default;
+
+StateFile PersonalDesktop::File(const std::string& sFolder, const char* sName) const {
+    const QString sPath =
+        sFolder.empty() || !m_oParts.bKeeps ? QString() : QString::fromStdString(sFolder) + "/" + QLatin1String(sName);
+    return {sPath, [oUtilities = m_oParts.oUtilities](const QString& sText) {
+                oUtilities->LogError(oUtilities->AppName(), "Desktop", "StateFile",
+                                     Failure(FailureNumber::FileAccess, sText.toStdString()), {}, false);
+            }};
+}
+
+Session::Parts PersonalDesktop::SessionParts() const {
+    return {&m_oParts.oWindow,
+            m_oParts.frmMain,
+            m_oParts.oActiveBar,
+            m_oParts.frmPanel,
+            [pFailures = &m_oParts.oFailures](const std::function<void()>& fnAct) { pFailures->Guard(fnAct); },
+            [pWindow = &m_oParts.oWindow] { pWindow->Flush(); }};
+}
+
+void PersonalDesktop::Restore() {
+    if (m_oParts.bKeeps)
+        m_oSession.Restore();
+}
+
+void PersonalDesktop::RestoreWindows() {
+    if (m_oParts.bKeeps)
+        m_oSession.RestoreWindows();
+}
+
+// Without bAll only what can be chosen where the person is: a context menu's command is for the item that is chosen.
+PaletteDialog* PersonalDesktop::Pick(QWidget* pParent, bool bAll,
+                                     const std::function<void(const Ref<Tool>&)>& fnChoose) {
+    const CommandList oCommands(*m_oParts.oActiveBar);
+    std::vector<PaletteEntry> aEntries;
+    aEntries.reserve(oCommands.All().size());
+    for (const Command& oCommand : oCommands.All())
+        aEntries.push_back({oCommand.oTool, oCommand.sCaption, oCommand.sPath, m_oBars.KeysText(*oCommand.oTool),
+                            oCommand.CurrentOwner().Text(), bAll ? QString() : oCommand.WhyNot(),
+                            DescriptionOf(*oCommand.oTool)});
+    auto* pPalette = new PaletteDialog(
+        std::move(aEntries), fnChoose, [](const Ref<Tool>&) {}, pParent);
+    pPalette->open();
+    return pPalette;
+}
+
+PaletteDialog* PersonalDesktop::ShowPalette() {
+    return Pick(&m_oParts.oWindow, false, [this](const Ref<Tool>& oTool) {
+        m_oParts.oFailures.Guard([&] { m_oParts.oActiveBar->Click(oTool); });
+    });
+}
+
+void PersonalDesktop::ShowShortcuts() {
+    ShortcutsDialog oDialog(m_oBars, *m_oParts.oActiveBar, &m_oParts.oWindow);
+    oDialog.exec();
+}
+
+void PersonalDesktop::ShowCustomize() {
+    CustomizeDialog oDialog(
+        m_oBars, m_oParts.oActiveBar,
+        [this](QWidget* pParent, const std::function<void(const Ref<Tool>&)>& fnChoose) {
+            Pick(pParent, true, fnChoose);
+        },
+        &m_oParts.oWindow);
+    oDialog.exec();
+}
+
+} // namespace corvane::desktop

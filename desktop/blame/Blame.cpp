@@ -1,0 +1,177 @@
+#include "desktop/blame/Blame.h"
+
+#include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/services/ServiceManager.h"
+#include "desktop/blame/PluginCode.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <cstdio>
+#include <filesystem>
+#include <unordered_set>
+
+namespace corvane::desktop {
+
+namespace {
+
+std::string PluginOf(std::string_view sProgID) {
+    return std::string(sProgID.substr(0, sProgID.find('.')));
+}
+
+// Marks which object is being made, and knows each plug-in's code before any of it runs but the loading.
+class MarkingFactory final : public IObjectFactory {
+public:
+    MarkingFactory(Ref<PluginFactory> oPlugins, CrashMarker& oMarker)
+        : m_oPlugins(std::move(oPlugins)), m_oMarker(oMarker),
+          m_sFolder(std::filesystem::path(m_oPlugins->PathOf("Any")).parent_path().string()) {}
+
+    Ref<Object> Create(std::string_view sProgID) override {
+        const Marked oMarked(m_oMarker, m_sCreating, std::string(sProgID));
+        if (m_setKnown.insert(PluginOf(sProgID)).second) {
+            try {
+                (void)m_oPlugins->Classes(PluginOf(sProgID));
+            } catch (const Failure&) {
+                // The creation meets the same failure.
+            }
+            PluginCode::NoteLibraries(m_sFolder);
+        }
+        return m_oPlugins->Create(sProgID);
+    }
+
+private:
+    // One may be made while another is.
+    class Marked {
+    public:
+        Marked(CrashMarker& oMarker, std::string& sCreating, std::string sProgID)
+            : m_oMarker(oMarker), m_sCreating(sCreating), m_sBefore(std::exchange(sCreating, std::move(sProgID))) {
+            m_oMarker.SetCreating(m_sCreating);
+        }
+        ~Marked() {
+            m_sCreating = m_sBefore;
+            m_oMarker.SetCreating(m_sCreating);
+        }
+        Marked(const Marked&) = delete;
+        Marked& operator=(const Marked&) = delete;
+
+    private:
+        CrashMarker& m_oMarker;
+        std::string& m_sCreating;
+        std::string m_sBefore;
+    };
+
+    Ref<PluginFactory> m_oPlugins;
+    CrashMarker& m_oMarker;
+    std::string m_sFolder;
+    std::string m_sCreating;
+    std::unordered_set<std::string, TextHash, TextEqual> m_setKnown;
+};
+
+// The service to which an action belongs: its own, or that of an explorer item of its.
+Ref<ServiceDef> ServiceOf(const ActionItemDef& oActionItemDef) {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
+    const auto fnHas = [&](const Ref<ActionItemDefCollection>& colDefs) {
+        return colDefs->HasKey(oActionItemDef.Name()) && colDefs->Item(oActionItemDef.Name()).Get() == &oActionItemDef;
+    };
+    if (oManager)
+        for (const auto& oServiceDef : oManager->ServiceDefs()) {
+            if (fnHas(oServiceDef->ActionItemDefs()))
+                return oServiceDef;
+            for (const auto& oItemDef : oServiceDef->ExplorerItemDefs())
+                if (fnHas(oItemDef->ActionItemDefs()))
+                    return oServiceDef;
+        }
+    return nullptr;
+}
+
+std::string DeathOf(const CrashRecord& oRecord) {
+    if (oRecord.bHung)
+        return "didn't answer any more and was ended";
+    return oRecord.nSignal == 0 ? std::string("was ended") : "died of signal " + std::to_string(oRecord.nSignal);
+}
+
+} // namespace
+
+Blame::Blame(Ref<Utilities> oUtilities, std::string sStateFolder, LeftOut oLeftOut, const AskFunction& fnAsk)
+    : m_oUtilities(std::move(oUtilities)), m_oLeftOut(std::move(oLeftOut)), m_oMarker(sStateFolder) {
+    TellOfDead(fnAsk);
+}
+
+Blame::~Blame() = default;
+
+void Blame::Log(const std::string& sText) const {
+    m_oUtilities->LogError(m_oUtilities->AppName(), "Desktop", "Blame", Failure(FailureNumber::ObjectErrorBase, sText),
+                           {}, false);
+}
+
+void Blame::TellOfDead(const AskFunction& fnAsk) {
+    for (const CrashRecord& oRecord : m_oMarker.Found()) {
+        Log("The program " + DeathOf(oRecord) + " in the code of " + WhoIn(oRecord));
+        const auto& aNames = m_oLeftOut.aNames;
+        if (!fnAsk || m_oLeftOut.bAllPlugins || std::find(aNames.begin(), aNames.end(), WhoIn(oRecord)) != aNames.end())
+            continue;
+        const Answer eAnswer = fnAsk(oRecord);
+        if (eAnswer == Answer::LeaveOut)
+            m_oLeftOut.aNames.push_back(WhoIn(oRecord));
+        m_oLeftOut.bAllPlugins = eAnswer == Answer::Safe;
+    }
+}
+
+Blame::Answer Blame::AskInBox(const CrashRecord& oRecord) {
+    const QString sWho = QString::fromStdString(WhoIn(oRecord));
+    QMessageBox oBox(QMessageBox::Warning, QObject::tr("The last time"),
+                     oRecord.bHung
+                         ? QObject::tr("The application didn't answer any more while \"%1\" was at work.").arg(sWho)
+                         : QObject::tr("The application ended while \"%1\" was at work.").arg(sWho));
+    oBox.setTextFormat(Qt::PlainText);
+    oBox.setInformativeText(QObject::tr("It can start without \"%1\" this time: what that offers is missing then. Safe "
+                                        "mode leaves out all plug-ins and what you have changed of the desktop.")
+                                .arg(sWho));
+    auto* pLeaveOut = oBox.addButton(QObject::tr("Start &Without It"), QMessageBox::AcceptRole);
+    auto* pAll = oBox.addButton(QObject::tr("&Start as Always"), QMessageBox::RejectRole);
+    auto* pSafe = oBox.addButton(QObject::tr("Safe &Mode"), QMessageBox::DestructiveRole);
+    oBox.setDefaultButton(pLeaveOut);
+    oBox.setEscapeButton(pAll);
+    oBox.exec();
+    return oBox.clickedButton() == pLeaveOut ? Answer::LeaveOut
+           : oBox.clickedButton() == pSafe   ? Answer::Safe
+                                             : Answer::StartAll;
+}
+
+Ref<IFileSystem> Blame::Files(Ref<IFileSystem> oFiles, const std::string& sServicesFolder) {
+    m_oFilter = New<LeftOutServices>(std::move(oFiles), sServicesFolder, m_oLeftOut);
+    return m_oFilter;
+}
+
+Ref<IObjectFactory> Blame::Factory(Ref<PluginFactory> oPlugins) {
+    return New<MarkingFactory>(std::move(oPlugins), m_oMarker);
+}
+
+void Blame::CommandBegins(const ActionItem& oActionItem) {
+    const auto oDef = oActionItem.ActionItemDef();
+    const auto oService = oDef ? ServiceOf(*oDef) : nullptr;
+    if (!oService)
+        return;
+    m_oMarker.SetService(oService->Name(), PluginOf(oService->ProgID()));
+    QMetaObject::invokeMethod(
+        &m_oTurn, [this] { m_oMarker.SetService({}, {}); }, Qt::QueuedConnection);
+}
+
+void Blame::StartWatch(UiWatch::Milliseconds oLimit) {
+    m_pWatch = std::make_unique<UiWatch>(oLimit, [this](const char* sPlugin, UiWatch::Milliseconds oFor, bool bOver) {
+        TellOfBusy(sPlugin, oFor, bOver);
+    });
+}
+
+// In the watching thread.
+void Blame::TellOfBusy(const char* sPlugin, UiWatch::Milliseconds oFor, bool bOver) {
+    const std::string sWho = WhoIn(m_oMarker.Current(sPlugin));
+    m_oMarker.SetHung(bOver ? nullptr : sPlugin);
+    char aSeconds[32];
+    std::snprintf(aSeconds, sizeof aSeconds, "%.1f s", static_cast<double>(oFor.count()) / 1000);
+    Log((sWho.empty() ? std::string("The program itself") : sWho) +
+        (bOver ? " kept the user interface busy for " : " has kept the user interface busy for ") + aSeconds);
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,54 @@
+// Names the service in whose code the program died or hung, and leaves services out of a start.
+#pragma once
+
+#include "adapters/log/Utilities.h"
+#include "adapters/plugins/PluginFactory.h"
+#include "corvane/menus/ActionItem.h"
+#include "desktop/blame/CrashMarker.h"
+#include "desktop/blame/LeftOutServices.h"
+#include "desktop/blame/UiWatch.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace corvane::desktop {
+
+class Blame {
+public:
+    enum class Answer { LeaveOut, StartAll, Safe };
+    using AskFunction = std::function<Answer(const CrashRecord&)>;
+
+    // fnAsk is asked what to do about each service in whose code the program died; without it that is only logged.
+    Blame(Ref<Utilities> oUtilities, std::string sStateFolder, LeftOut oLeftOut, const AskFunction& fnAsk);
+    ~Blame();
+
+    // What the library is to get in place of these.
+    [[nodiscard]] Ref<IFileSystem> Files(Ref<IFileSystem> oFiles, const std::string& sServicesFolder);
+    [[nodiscard]] Ref<IObjectFactory> Factory(Ref<PluginFactory> oPlugins);
+
+    // A command begins; it has ended when the event loop has its next turn.
+    void CommandBegins(const ActionItem& oActionItem);
+    // From here on a service that keeps the user interface busy for longer than the limit is named in the log.
+    void StartWatch(UiWatch::Milliseconds oLimit = UiWatch::Milliseconds(2000));
+
+    [[nodiscard]] const LeftOut& WithoutServices() const { return m_oLeftOut; }
+    // After the start.
+    [[nodiscard]] const Ref<LeftOutServices>& Filter() const { return m_oFilter; }
+
+    [[nodiscard]] static Answer AskInBox(const CrashRecord& oRecord);
+
+private:
+    void TellOfDead(const AskFunction& fnAsk);
+    void Log(const std::string& sText) const;
+    void TellOfBusy(const char* sPlugin, UiWatch::Milliseconds oFor, bool bOver);
+
+    Ref<Utilities> m_oUtilities;
+    LeftOut m_oLeftOut;
+    CrashMarker m_oMarker;
+    Ref<LeftOutServices> m_oFilter;
+    QObject m_oTurn; // ends what waits for the next turn
+    std::unique_ptr<UiWatch> m_pWatch;
+};
+
+} // namespace corvane::desktop

@@ -1,0 +1,16 @@
+// Which plug-in's code an address lies in, and the calls that are under way in a thread: enough to say whose code it
+// was when the program died or hung.
+#pragma once
+
+#include <string>
+
+namespace corvane::desktop::PluginCode {
+
+// Notes where the libraries of that folder have been loaded. After each loading.
+void NoteLibraries(const std::string& sFolder);
+
+// The name of the plug-in, such as "StudiesSvc", in whose code the innermost of the calls under way is; a null pointer
+// when there is none. May be called in a signal handler.
+[[nodiscard]] const char* Innermost() noexcept;
+
+} // namespace corvane::desktop::PluginCode

@@ -1,0 +1,43 @@
+// Watches from a thread of its own whether the user-interface thread comes back to its event loop, and tells in whose
+// code it stays away.
+#pragma once
+
+#include <QObject>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <pthread.h>
+#include <thread>
+
+namespace corvane::desktop {
+
+class UiWatch final : public QObject {
+    Q_OBJECT
+public:
+    using Milliseconds = std::chrono::milliseconds;
+    // Called in the watching thread: the plug-in, or a null pointer for the program itself, and for how long so far.
+    // Once when it has lasted for the limit and once when it is over.
+    using TellFunction = std::function<void(const char* sPlugin, Milliseconds oFor, bool bOver)>;
+
+    // In the user-interface thread, whose event dispatcher must be there.
+    UiWatch(Milliseconds oLimit, TellFunction fnTell);
+    ~UiWatch() override;
+
+private:
+    void Watch();
+    [[nodiscard]] const char* WhoseCode() const;
+    [[nodiscard]] static long long Now();
+
+    Milliseconds m_oLimit;
+    TellFunction m_fnTell;
+    pthread_t m_oUiThread;
+    std::atomic<long long> m_nBusySince; // milliseconds; 0 while the event loop waits
+    std::mutex m_oMutex;
+    std::condition_variable m_oEnd;
+    bool m_bEnds = false;
+    std::thread m_oThread;
+};
+
+} // namespace corvane::desktop

@@ -1,0 +1,364 @@
+#include "desktop/session/Session.h"
+
+#include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/explorer/NavigationManager.h"
+#include "corvane/menus/ActionItem.h"
+#include "corvane/menus/MenuManager.h"
+#include "corvane/services/ServiceManager.h"
+#include "corvane/services/WindowDef.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QEvent>
+#include <QMainWindow>
+#include <QScreen>
+#include <QStyle>
+#include <QToolBar>
+#include <algorithm>
+
+namespace corvane::desktop {
+
+namespace {
+
+constexpr int nVersion = 1;
+constexpr int nSettleMilliseconds = 400;
+constexpr const char* sExplorerBand = "Explorer";
+constexpr const char* sStatusBand = "StatusBar";
+constexpr const char* sRestoreWindow = "RestoreWindow";
+
+QString Text(const std::string& sText) {
+    return QString::fromStdString(sText);
+}
+
+QString Packed(const QByteArray& aBytes) {
+    return QString::fromLatin1(aBytes.toBase64());
+}
+
+QByteArray Unpacked(const QJsonValue& oValue) {
+    return QByteArray::fromBase64(oValue.toString().toLatin1());
+}
+
+void NoteNodes(const std::vector<Node*>& aNodes, QJsonArray& aOpen, QJsonArray& aClosed) {
+    for (const Node* pNode : aNodes) {
+        if (pNode->Children().empty())
+            continue;
+        (pNode->Expanded() ? aOpen : aClosed).append(Text(pNode->Key()));
+        NoteNodes(pNode->Children(), aOpen, aClosed);
+    }
+}
+
+Ref<ActionItemCollection> ToolbarItems() {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto oNavigation = oFramework ? oFramework->NavigationManager() : nullptr;
+    const auto oMenus = oNavigation ? oNavigation->MenuManager() : nullptr;
+    return oMenus ? oMenus->ToolbarActionItems() : nullptr;
+}
+
+// The entry that shows and hides the status bar, if the application has one.
+Ref<Tool> StatusBarTool(const ActiveBar& oActiveBar) {
+    for (const auto& oTool : oActiveBar.Tools()->All())
+        if (const auto oItem = oTool->TagVariant().TryAs<ActionItem>())
+            if (EqualText(oItem->Action(), "EnableStatusBar"))
+                return oTool;
+    return nullptr;
+}
+
+// The window as it was, unless it would reach beyond the screens that are there now.
+void StandOnScreen(QWidget& oWindow) {
+    if (oWindow.isMaximized() || oWindow.isFullScreen())
+        return;
+    QRect oPlace = oWindow.geometry();
+    QRegion oScreens;
+    for (const QScreen* pScreen : QGuiApplication::screens())
+        oScreens += pScreen->availableGeometry();
+    if (QRegion(oPlace).subtracted(oScreens).isEmpty())
+        return;
+    const QScreen* pScreen = QGuiApplication::screenAt(oPlace.center());
+    constexpr int nFrame = 4;
+    const int nTitle = oWindow.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QRect oRoom = (pScreen ? pScreen : QGuiApplication::primaryScreen())
+                            ->availableGeometry()
+                            .adjusted(nFrame, nTitle, -nFrame, -nFrame);
+    oPlace.setSize(oPlace.size().boundedTo(oRoom.size()));
+    oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), oRoom.right() + 1 - oPlace.width()),
+                  std::clamp(oPlace.top(), oRoom.top(), oRoom.bottom() + 1 - oPlace.height()));
+    oWindow.setGeometry(oPlace);
+}
+
+bool CanRestore(const Object& oService) {
+    const auto aMembers = oService.MembersByName();
+    return std::any_of(aMembers.begin(), aMembers.end(),
+                       [](const MemberInfo& oMember) { return EqualText(oMember.Name, sRestoreWindow); });
+}
+
+} // namespace
+
+Session::Session(StateFile oFile, Parts oParts) : m_oFile(std::move(oFile)), m_oParts(std::move(oParts)) {
+    m_oTimer.setSingleShot(true);
+    m_oTimer.setInterval(nSettleMilliseconds);
+    connect(&m_oTimer, &QTimer::timeout, this, &Session::Keep);
+    m_aSubscriptions.push_back(m_oParts.frmMain->OnUnload.Subscribe([this](bool&) { m_frmMain_Unload(); }));
+}
+
+Session::~Session() = default;
+
+Ref<TabStrip> Session::Tabs() const {
+    for (const auto& oControl : m_oParts.frmPanel->Controls())
+        if (auto oTabs = oControl.TryAs<TabStrip>())
+            return oTabs;
+    return nullptr;
+}
+
+std::vector<Ref<TreeView>> Session::Trees() const {
+    std::vector<Ref<TreeView>> aTrees;
+    for (const auto& oControl : m_oParts.frmPanel->Controls())
+        if (auto oTree = oControl.TryAs<TreeView>())
+            aTrees.push_back(std::move(oTree));
+    return aTrees;
+}
+
+QJsonObject Session::Toolbars() const {
+    QJsonObject oToolbars;
+    const auto colItems = ToolbarItems();
+    if (!colItems)
+        return oToolbars;
+    for (const auto& oBand : m_oParts.oActiveBar->Bands()->All())
+        if (oBand->Kind() == BandKind::Toolbar && colItems->HasKey(oBand->Name()))
+            oToolbars[Text(oBand->Name())] = colItems->Item(oBand->Name())->Checked();
+    return oToolbars;
+}
+
+QJsonObject Session::Explorer() const {
+    QJsonObject oExplorer;
+    if (const auto oBand = m_oParts.oActiveBar->Bands()->Find(sExplorerBand))
+        oExplorer["visible"] = oBand->Visible();
+    if (const auto oTabs = Tabs(); oTabs && oTabs->Tabs() > 0)
+        oExplorer["tab"] = Text(oTabs->Caption());
+    QJsonObject oTrees;
+    for (const auto& oTree : Trees()) {
+        QJsonArray aOpen;
+        QJsonArray aClosed;
+        NoteNodes(oTree->GetNodes()->Roots(), aOpen, aClosed);
+        oTrees[Text(oTree->Name())] = QJsonObject{{"open", aOpen}, {"closed", aClosed}};
+    }
+    oExplorer["trees"] = oTrees;
+    return oExplorer;
+}
+
+// A key that the library made up says nothing at the next start.
+QJsonArray Session::Windows() const {
+    QJsonArray aWindows;
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto oManager = oFramework ? oFramework->WindowManager() : nullptr;
+    if (!oManager || !oManager->Windows())
+        return aWindows;
+    QJsonValue oActive;
+    for (const auto& oWindow : oManager->Windows()) {
+        if (oWindow->IsModal())
+            continue;
+        const bool bHasKey = oWindow->Key() != ToText(oWindow->ObjectKey());
+        const QJsonObject oEntry{{"name", Text(oWindow->WindowDef()->Name())},
+                                 {"key", bHasKey ? Text(oWindow->Key()) : QString()}};
+        if (oWindow == oManager->ActiveWindow())
+            oActive = oEntry;
+        else
+            aWindows.append(oEntry);
+    }
+    if (oActive.isObject()) // it comes to the front when it is opened last
+        aWindows.append(oActive);
+    return aWindows;
+}
+
+QJsonObject Session::State() const {
+    QJsonObject oState{{"version", nVersion},
+                       {"geometry", Packed(m_oParts.pWindow->saveGeometry())},
+                       {"docks", Packed(m_oParts.pWindow->saveState(nVersion))},
+                       {"toolbars", Toolbars()},
+                       {"explorer", Explorer()},
+                       {"windows", m_aWindows}};
+    if (const auto oStatus = m_oParts.oActiveBar->Bands()->Find(sStatusBand))
+        oState["statusBar"] = oStatus->Visible();
+    return oState;
+}
+
+void Session::Keep() {
+    m_oTimer.stop();
+    if (!m_bFollows || m_bEnds)
+        return;
+    // Behind a question windows may be closing one after another, because the application ends.
+    if (!QApplication::activeModalWidget())
+        m_aWindows = Windows();
+    const QJsonObject oState = State();
+    if (oState == m_oWritten)
+        return;
+    if (m_oFile.Write(oState))
+        m_oWritten = oState;
+}
+
+void Session::m_frmMain_Unload() {
+    if (!m_bFollows || m_bEnds)
+        return;
+    const QJsonObject oState = State(); // the windows are those of the last quiet moment
+    if (oState != m_oWritten && m_oFile.Write(oState))
+        m_oWritten = oState;
+    m_bEnds = true;
+    // A service may refuse, and the application goes on.
+    QMetaObject::invokeMethod(
+        this, [this] { m_bEnds = !m_oParts.frmMain->IsLoaded(); }, Qt::QueuedConnection);
+}
+
+void Session::Schedule() {
+    if (m_bFollows && !m_bEnds)
+        m_oTimer.start();
+}
+
+void Session::Follow() {
+    m_bFollows = true;
+    m_oParts.pWindow->installEventFilter(this);
+    for (QDockWidget* pDock : m_oParts.pWindow->findChildren<QDockWidget*>())
+        pDock->installEventFilter(this);
+    m_aSubscriptions.push_back(m_oParts.oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
+        if (oChange.eWhat == BarChange::What::BandLook || oChange.eWhat == BarChange::What::ToolState)
+            Schedule();
+    }));
+    if (const auto oTabs = Tabs())
+        m_aSubscriptions.push_back(oTabs->Changed.Subscribe([this] { Schedule(); }));
+    const Ref<Framework> oFramework = Singleton::Framework();
+    if (const auto oManager = oFramework ? oFramework->WindowManager() : nullptr) {
+        const auto fnSchedule = [this](const Ref<Window>&) { Schedule(); };
+        m_aSubscriptions.push_back(oManager->WindowInitializeEvent.Subscribe(fnSchedule));
+        m_aSubscriptions.push_back(oManager->WindowTerminateEvent.Subscribe(fnSchedule));
+        m_aSubscriptions.push_back(oManager->WindowActivateEvent.Subscribe(fnSchedule));
+    }
+    for (const auto& oTree : Trees())
+        m_aSubscriptions.push_back(oTree->Changed.Subscribe(
+            [this, pTree = oTree.Get()](const TreeChange& oChange) { Tree_Changed(pTree, oChange); }));
+}
+
+bool Session::eventFilter(QObject* pWatched, QEvent* pEvent) {
+    switch (pEvent->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::WindowStateChange:
+    case QEvent::LayoutRequest: // a toolbar or a dock has been moved
+        Schedule();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(pWatched, pEvent);
+}
+
+void Session::Tree_Changed(TreeView* pTree, const TreeChange& oChange) {
+    if (oChange.eWhat == TreeChange::What::Expanded)
+        Schedule();
+    if (oChange.eWhat != TreeChange::What::AfterInsert || m_bEnds || !m_mapAwaited.contains(pTree))
+        return;
+    if (m_aInserted.empty()) // whoever adds it may open it by itself in the same breath
+        QMetaObject::invokeMethod(this, &Session::OpenAwaitedNodes, Qt::QueuedConnection);
+    m_aInserted.emplace_back(oChange.pNode);
+}
+
+void Session::OpenAwaitedNodes() {
+    m_aInserted.clear();
+    for (auto& [pTree, mapNodes] : m_mapAwaited)
+        for (auto it = mapNodes.begin(); it != mapNodes.end();) {
+            const Ref<Node> oNode = pTree->GetNodes()->Find(it->first);
+            if (oNode)
+                oNode->SetExpanded(it->second);
+            it = oNode ? mapNodes.erase(it) : std::next(it);
+        }
+    std::erase_if(m_mapAwaited, [](const auto& oEntry) { return oEntry.second.empty(); });
+}
+
+void Session::Restore() {
+    m_oRead = m_oFile.Read();
+    m_aWindows = m_oRead["windows"].toArray();
+    if (m_oRead["version"].toInt() > nVersion)
+        m_oRead = {}; // a later version's; what it means isn't known here
+    RestoreToolbars(m_oRead["toolbars"].toObject());
+    RestoreExplorer(m_oRead["explorer"].toObject());
+    m_oParts.pWindow->restoreGeometry(Unpacked(m_oRead["geometry"]));
+    StandOnScreen(*m_oParts.pWindow);
+    m_oParts.fnFlush();
+    m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
+    ShowAsTheModelsSay();
+    Follow();
+}
+
+void Session::RestoreToolbars(const QJsonObject& oToolbars) {
+    const Ref<ActiveBar> oActiveBar = m_oParts.oActiveBar;
+    m_oParts.fnGuard([&] {
+        const auto colItems = ToolbarItems();
+        for (auto it = oToolbars.begin(); colItems && it != oToolbars.end(); ++it) {
+            const std::string sBand = it.key().toStdString();
+            const auto oTool = oActiveBar->Tools()->Find(sBand);
+            if (oTool && it->isBool() && colItems->HasKey(sBand) && colItems->Item(sBand)->Checked() != it->toBool())
+                oActiveBar->Click(oTool); // as the person did
+        }
+        const auto oBand = oActiveBar->Bands()->Find(sStatusBand);
+        if (oBand && m_oRead["statusBar"].isBool() && oBand->Visible() != m_oRead["statusBar"].toBool())
+            if (const auto oTool = StatusBarTool(*oActiveBar))
+                oActiveBar->Click(oTool);
+    });
+}
+
+void Session::RestoreExplorer(const QJsonObject& oExplorer) {
+    m_oParts.fnGuard([&] {
+        const auto oTabs = Tabs();
+        const std::string sTab = oExplorer["tab"].toString().toStdString();
+        for (Long i = 0; oTabs && i < oTabs->Tabs(); ++i)
+            if (EqualText(oTabs->CaptionOf(i), sTab))
+                oTabs->ChooseTab(i);
+        const auto oBand = m_oParts.oActiveBar->Bands()->Find(sExplorerBand);
+        if (oBand && oBand->Visible() && oExplorer["visible"].isBool() && !oExplorer["visible"].toBool())
+            m_oParts.oActiveBar->Close(oBand);
+    });
+    const QJsonObject oTrees = oExplorer["trees"].toObject();
+    for (const auto& oTree : Trees())
+        RestoreNodes(oTree, oTrees[Text(oTree->Name())].toObject());
+}
+
+void Session::RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes) {
+    for (const bool bOpen : {true, false})
+        for (const auto& oKey : oNodes[bOpen ? "open" : "closed"].toArray()) {
+            const std::string sKey = oKey.toString().toStdString();
+            if (const Ref<Node> oNode = oTree->GetNodes()->Find(sKey))
+                oNode->SetExpanded(bOpen);
+            else
+                m_mapAwaited[oTree.Get()][sKey] = bOpen;
+        }
+}
+
+// The kept places also tell what was hidden then; what holds is the models.
+void Session::ShowAsTheModelsSay() {
+    for (QToolBar* pToolbar : m_oParts.pWindow->findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly))
+        if (const auto oBand = m_oParts.oActiveBar->Bands()->Find(pToolbar->objectName().toStdString()))
+            pToolbar->setVisible(oBand->Visible());
+    m_oParts.fnFlush();
+}
+
+void Session::RestoreWindows() {
+    const QJsonArray aWindows = m_oRead["windows"].toArray();
+    for (const auto& oValue : aWindows) {
+        const std::string sName = oValue.toObject()["name"].toString().toStdString();
+        const std::string sKey = oValue.toObject()["key"].toString().toStdString();
+        m_oParts.fnGuard([&] {
+            const Ref<Framework> oFramework = Singleton::Framework();
+            const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
+            if (!oManager || !oManager->WindowDefs()->HasKey(sName))
+                return; // gone with an upgrade
+            const std::array<Variant, 2> aArguments{sName, sKey};
+            for (const auto& oService : oManager->Services())
+                if (CanRestore(*oService) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
+                    return;
+        });
+    }
+    m_oRead = {};
+    Schedule();
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,81 @@
+// What of a person's desktop comes back at the next start: the window's place, docks and toolbars, the explorer's tab
+// and open nodes, the open windows.
+#pragma once
+
+#include "corvane/platform/controls/ActiveBar.h"
+#include "corvane/platform/controls/MdiForm.h"
+#include "corvane/platform/controls/PanelForm.h"
+#include "corvane/platform/controls/TabStrip.h"
+#include "corvane/platform/controls/TreeView.h"
+#include "desktop/state/StateFile.h"
+
+#include <QJsonArray>
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <map>
+#include <set>
+#include <vector>
+
+class QMainWindow;
+
+namespace corvane::desktop {
+
+class Session final : public QObject {
+    Q_OBJECT
+public:
+    struct Parts {
+        QMainWindow* pWindow;
+        Ref<MdiForm> frmMain;
+        Ref<ActiveBar> oActiveBar;
+        Ref<PanelForm> frmPanel;
+        std::function<void(const std::function<void()>&)> fnGuard;
+        std::function<void()> fnFlush; // brings the screen in line with the models
+    };
+
+    // Before the library is initialised: the session is told of the form's unload first, while all still stands.
+    Session(StateFile oFile, Parts oParts);
+    ~Session() override;
+
+    // After the start, before the window is shown. From here on changes are kept, a moment after they were made.
+    void Restore();
+    // Once the window is shown: asks the services for the windows that were open.
+    void RestoreWindows();
+    // Writes what has changed, now.
+    void Keep();
+
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+private:
+    void Follow();
+    void Schedule();
+    void m_frmMain_Unload();
+    [[nodiscard]] QJsonObject State() const;
+    [[nodiscard]] QJsonArray Windows() const;
+    [[nodiscard]] QJsonObject Explorer() const;
+    [[nodiscard]] QJsonObject Toolbars() const;
+    void RestoreToolbars(const QJsonObject& oToolbars);
+    void RestoreExplorer(const QJsonObject& oExplorer);
+    void RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes);
+    void ShowAsTheModelsSay();
+    void Tree_Changed(TreeView* pTree, const TreeChange& oChange);
+    void OpenAwaitedNodes();
+    [[nodiscard]] Ref<TabStrip> Tabs() const;
+    [[nodiscard]] std::vector<Ref<TreeView>> Trees() const;
+
+    StateFile m_oFile;
+    Parts m_oParts;
+    QJsonObject m_oRead;
+    QJsonObject m_oWritten;
+    QJsonArray m_aWindows; // as they stood when no question was open
+    QTimer m_oTimer;
+    bool m_bFollows = false;
+    bool m_bEnds = false; // the form is unloading, and what still stands isn't what the person left
+    // Nodes that weren't there yet, by tree and key, and whether they are to be open.
+    std::map<TreeView*, std::map<std::string, bool>> m_mapAwaited;
+    std::vector<Ref<Node>> m_aInserted;
+    std::vector<Subscription> m_aSubscriptions;
+};
+
+} // namespace corvane::desktop

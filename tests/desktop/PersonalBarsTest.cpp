@@ -1,0 +1,195 @@
+#include "desktop/Application.h"
+#include "desktop/custom/CustomizeDialog.h"
+#include "desktop/custom/ShortcutsDialog.h"
+#include "tests/desktop/AppFolder.h"
+
+#include <QApplication>
+#include <QKeySequenceEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+#include <QToolBar>
+#include <QTreeWidget>
+
+namespace corvane::desktop {
+namespace {
+
+QString Entry(const char* sName, const char* sPath = "File", const char* sKeys = "") {
+    return QString("<MenuItem Type=\"MenuItem\" ActionItem=\"%1\" Path=\"%2\" PositionOrder=\"%3\" Caption=\"%1\" "
+                   "ShortCutKey=\"%4\"/>\n")
+        .arg(sName, sPath)
+        .arg(sName[0] - 'A' + 1)
+        .arg(sKeys);
+}
+
+QString Button(const char* sName, int nOrder) {
+    return QString("<MenuItem Type=\"ToolbarItem\" ActionItem=\"%1\" Path=\"Edit\" PositionOrder=\"%2\" "
+                   "Caption=\"%1\"/>\n")
+        .arg(sName)
+        .arg(nOrder);
+}
+
+QString Content(const QString& sMenus) {
+    QString sActions;
+    for (const char* sName : {"A", "B", "C", "D"})
+        sActions += QString("<ActionItem Name=\"%1\" Action=\"OnPing\"/>").arg(sName);
+    return "<ActionItems>" + sActions + "</ActionItems><Menus>" + sMenus + "</Menus>";
+}
+
+class PersonalBarsTest : public ::testing::Test {
+protected:
+    PersonalBarsTest() {
+        m_oFolder.Service("Shell", "Corvane.Framework", sShellContent);
+        m_oFolder.Plugin("T0");
+        Install(Entry("A", "File", "Ctrl+A") + Entry("B", "File", "Ctrl+B") + Entry("C") + Button("A", 1) +
+                Button("B", 2) + Button("C", 3));
+    }
+    void Install(const QString& sMenus) const { m_oFolder.Service("Trouble", "T0.Service", Content(sMenus)); }
+    std::unique_ptr<Application> Start() const {
+        auto pApplication = std::make_unique<Application>(ApplicationOptions{m_oFolder.App(), false});
+        EXPECT_TRUE(pApplication->Start());
+        EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
+        return pApplication;
+    }
+    static const Tool& ToolOf(const Application& oApplication, const char* sName) {
+        return *oApplication.Bar()->Tools()->Item(sName);
+    }
+    static QStringList Shown(const QList<QAction*>& aActions) {
+        QStringList aTexts;
+        for (const QAction* pAction : aActions)
+            if (!pAction->isSeparator() && pAction->isVisible())
+                aTexts.append(QString(pAction->text()).remove('&'));
+        return aTexts;
+    }
+    static QString Menu(Application& oApplication, int iTitle = 0) {
+        QMenu* pMenu = oApplication.Window().menuBar()->actions().at(iTitle)->menu();
+        Q_EMIT pMenu->aboutToShow();
+        return Shown(pMenu->actions()).join(' ').replace('\t', ':');
+    }
+    static QString Toolbar(Application& oApplication) {
+        oApplication.Window().Flush();
+        return Shown(oApplication.Window()
+                         .Bars()
+                         .ToolbarOf(*oApplication.Bar()->Bands()->Item("Toolbars.Edit"))
+                         ->actions())
+            .join(' ');
+    }
+    // Which of the commands a key reaches, by real key presses.
+    static std::string Pressed(Application& oApplication, Qt::Key eKey) {
+        std::string sClicked;
+        const auto oClick =
+            oApplication.Bar()->ToolClick.Subscribe([&](const Ref<Tool>& oTool) { sClicked += oTool->Name(); });
+        QTest::keyClick(&oApplication.Window(), eKey, Qt::ControlModifier);
+        return sClicked;
+    }
+
+    AppFolder m_oFolder;
+};
+
+TEST_F(PersonalBarsTest, KeysOutliveChangedDefinitions) {
+    {
+        const auto pApplication = Start();
+        ShortcutsDialog oDialog(pApplication->Personal().Bars(), *pApplication->Bar(), &pApplication->Window());
+        ASSERT_TRUE(oDialog.Select(ToolOf(*pApplication, "File.A")));
+        QTest::keyClick(&oDialog.Keys(), Qt::Key_B, Qt::ControlModifier);
+        EXPECT_TRUE(oDialog.Conflict().contains("File › B (Trouble)")) << oDialog.Conflict().toStdString();
+        QApplication::processEvents();
+        for (auto* pButton : oDialog.findChildren<QPushButton*>())
+            if (pButton->text() == "A&ssign")
+                pButton->click();
+        EXPECT_EQ(Menu(*pApplication), "A:Ctrl+B B:Ctrl+B C");
+        EXPECT_EQ(Pressed(*pApplication, Qt::Key_B), "File.A") << "what the person gave comes first";
+        EXPECT_EQ(Pressed(*pApplication, Qt::Key_A), "");
+    }
+    struct Case {
+        const char* sWhat;
+        QString sMenus;
+        const char* sTool; // that has the keys now; empty for none
+        QString sAside;
+    };
+    const Case aCases[] = {
+        {"the file gives it other keys and others its own",
+         Entry("A", "File", "Ctrl+X") + Entry("C", "File", "Ctrl+B"),
+         "File.A",
+         {}},
+        {"it moves to another menu", Entry("A", "View", "Ctrl+A") + Entry("B", "File"), "View.A", {}},
+        {"it goes", Entry("B", "File", "Ctrl+B"), "File.B", "A (File.A): Ctrl+B"},
+        {"it comes back", Entry("A", "File", "Ctrl+A") + Entry("B", "File", "Ctrl+B"), "File.A", {}},
+    };
+    for (const Case& oCase : aCases) {
+        Install(oCase.sMenus);
+        const auto pApplication = Start();
+        EXPECT_EQ(Pressed(*pApplication, Qt::Key_B), oCase.sTool) << oCase.sWhat;
+        QStringList aAside;
+        for (const auto& oAside : pApplication->Personal().Bars().KeysAside())
+            aAside.append(oAside.sText);
+        EXPECT_EQ(aAside.join('|'), oCase.sAside) << oCase.sWhat;
+    }
+    const auto pApplication = Start();
+    pApplication->Personal().Bars().ResetAllKeys();
+    EXPECT_EQ(Menu(*pApplication), "A:Ctrl+A B:Ctrl+B");
+    EXPECT_EQ(Pressed(*pApplication, Qt::Key_B), "File.B");
+}
+
+TEST_F(PersonalBarsTest, ToolbarsAndMenusOutliveChangedDefinitions) {
+    {
+        const auto pApplication = Start();
+        CustomizeDialog oDialog(pApplication->Personal().Bars(), pApplication->Bar(), {}, &pApplication->Window());
+        ASSERT_TRUE(oDialog.SelectBand("File"));
+        oDialog.Entries().item(1)->setCheckState(Qt::Unchecked);
+        EXPECT_EQ(Menu(*pApplication), "A:Ctrl+A C");
+        ASSERT_TRUE(oDialog.SelectBand("Toolbars.Edit"));
+        oDialog.Entries().setCurrentRow(2);
+        oDialog.MoveCurrent(-1);
+        EXPECT_EQ(Toolbar(*pApplication), "A C B");
+        oDialog.AddCommand(pApplication->Bar()->Tools()->Item("View.Bar"));
+        oDialog.Entries().setCurrentRow(3);
+        oDialog.MoveCurrent(-1);
+        oDialog.MoveCurrent(-1);
+        EXPECT_EQ(Toolbar(*pApplication), "A Status Bar C B");
+        oDialog.Entries().item(0)->setCheckState(Qt::Unchecked);
+        EXPECT_EQ(Toolbar(*pApplication), "Status Bar C B");
+        // What was added does the same as where it comes from.
+        pApplication->Window()
+            .Bars()
+            .ToolbarOf(*pApplication->Bar()->Bands()->Item("Toolbars.Edit"))
+            ->actions()
+            .front()
+            ->trigger();
+        EXPECT_FALSE(pApplication->Bar()->Bands()->Item("StatusBar")->Visible());
+    }
+    struct Case {
+        const char* sWhat;
+        QString sMenus;
+        const char* sMenu;
+        const char* sToolbar;
+        std::size_t nAside;
+    };
+    const QString sEntries = Entry("A") + Entry("B") + Entry("C");
+    const Case aCases[] = {
+        {"nothing changes", sEntries + Button("A", 1) + Button("B", 2) + Button("C", 3), "A C", "Status Bar C B", 0},
+        {"a button comes", sEntries + Button("A", 1) + Button("B", 2) + Button("C", 3) + Button("D", 4), "A C",
+         "Status Bar C B D", 0},
+        {"the one in front goes", sEntries + Button("B", 2) + Button("C", 3), "A C", "B C Status Bar", 0},
+        {"the moved one goes from the toolbar", sEntries + Button("A", 1) + Button("B", 2), "A C", "Status Bar B", 0},
+        {"the hidden one moves to another menu", Entry("A") + Entry("B", "View") + Entry("C") + Button("A", 1), "A C",
+         "Status Bar", 0},
+        {"two go altogether", Entry("C") + Button("C", 3), "C", "C Status Bar", 2},
+    };
+    for (const Case& oCase : aCases) {
+        Install(oCase.sMenus);
+        const auto pApplication = Start();
+        EXPECT_EQ(Menu(*pApplication), oCase.sMenu) << oCase.sWhat;
+        EXPECT_EQ(Toolbar(*pApplication), oCase.sToolbar) << oCase.sWhat;
+        EXPECT_EQ(pApplication->Personal().Bars().PlacesAside().size(), oCase.nAside) << oCase.sWhat;
+        EXPECT_FALSE((Menu(*pApplication, 1) + " ").contains(" B ")) << oCase.sWhat;
+    }
+    const auto pApplication = Start();
+    pApplication->Personal().Bars().ResetAllBands();
+    EXPECT_EQ(Toolbar(*pApplication), "C");
+    EXPECT_EQ(Menu(*pApplication), "C");
+}
+
+} // namespace
+} // namespace corvane::desktop

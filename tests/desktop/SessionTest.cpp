@@ -1,0 +1,167 @@
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "desktop/Application.h"
+#include "desktop/explorer/ExplorerPanel.h"
+#include "tests/desktop/AppFolder.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QToolBar>
+
+namespace corvane::desktop {
+namespace {
+
+constexpr const char* sContent = R"(<ActionItems>
+<ActionItem Name="Ping" Action="OnPing"/><ActionItem Name="Pong" Action="OnPing"/></ActionItems><Menus>
+<MenuItem Type="ToolbarItem" ActionItem="Ping" Path="Edit" PositionOrder="1" Caption="Ping"/>
+<MenuItem Type="ToolbarItem" ActionItem="Pong" Path="Work" PositionOrder="1" Caption="Pong"/></Menus><ExplorerItems>
+<ExplorerItem Name="Left" Type="Folder" PositionOrder="1"/>
+<ExplorerItem Name="Inner" Type="Folder" Parent="Left" PositionOrder="1"/>
+<ExplorerItem Name="Innermost" Type="Folder" Parent="Inner" PositionOrder="1"/>
+<ExplorerItem Name="Right" Type="Folder" PositionOrder="2"/></ExplorerItems>
+<Windows><Window Name="Sheet" Caption="Sheet" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
+<Page PageProgID="T0.Page" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)";
+
+class SessionTest : public ::testing::Test {
+protected:
+    SessionTest() {
+        m_oFolder.Service("Shell", "Corvane.Framework", sShellContent);
+        m_oFolder.Service("Trouble", "T0.Service", sContent, "IsStartService=\"true\"");
+        m_oFolder.Plugin("T0");
+    }
+    static std::unique_ptr<Application> Start(const AppFolder& oFolder) {
+        auto pApplication = std::make_unique<Application>(ApplicationOptions{oFolder.App(), false});
+        EXPECT_TRUE(pApplication->Start());
+        QApplication::processEvents();
+        return pApplication;
+    }
+    static Node* Inner(const Application& oApplication) {
+        return oApplication.Panel()->Control("Left").As<TreeView>()->GetNodes()->Item("Inner").Get();
+    }
+    static QToolBar* Bar(Application& oApplication, const char* sName) {
+        return oApplication.Window().Bars().ToolbarOf(*oApplication.Bar()->Bands()->Item(sName));
+    }
+    static std::string Status(const Application& oApplication) {
+        return oApplication.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+    }
+    // What a person does before they go home.
+    static void Rearrange(Application& oApplication) {
+        MainWindow& oWindow = oApplication.Window();
+        oWindow.setGeometry(60, 40, 640, 480);
+        EXPECT_TRUE(oApplication.Choose("Toolbars.Work"));
+        EXPECT_TRUE(oApplication.Choose("View.Bar"));
+        oWindow.addToolBar(Qt::BottomToolBarArea, Bar(oApplication, "Toolbars.Edit"));
+        oWindow.addDockWidget(Qt::RightDockWidgetArea, &oWindow.ExplorerDock());
+        Inner(oApplication)->SetExpanded(false);
+        oWindow.Explorer().TabBar()->setCurrentIndex(1);
+        oWindow.Flush();
+        QApplication::processEvents();
+    }
+
+    AppFolder m_oFolder;
+};
+
+TEST_F(SessionTest, DesktopComesBackAsItWasLeft) {
+    {
+        const auto pApplication = Start(m_oFolder);
+        EXPECT_TRUE(Bar(*pApplication, "Toolbars.Work")->isVisible());
+        EXPECT_TRUE(Inner(*pApplication)->Expanded());
+        Rearrange(*pApplication);
+        pApplication->Window().close();
+    }
+    const auto pApplication = Start(m_oFolder);
+    MainWindow& oWindow = pApplication->Window();
+    EXPECT_EQ(oWindow.geometry(), QRect(60, 40, 640, 480));
+    EXPECT_FALSE(Bar(*pApplication, "Toolbars.Work")->isVisible());
+    EXPECT_FALSE(pApplication->Bar()->Tools()->Item("Toolbars.Work")->Checked());
+    EXPECT_EQ(oWindow.toolBarArea(Bar(*pApplication, "Toolbars.Edit")), Qt::BottomToolBarArea);
+    EXPECT_EQ(oWindow.dockWidgetArea(&oWindow.ExplorerDock()), Qt::RightDockWidgetArea);
+    EXPECT_TRUE(oWindow.ExplorerDock().isVisible());
+    EXPECT_FALSE(oWindow.statusBar()->isVisible());
+    EXPECT_FALSE(Inner(*pApplication)->Expanded());
+    EXPECT_EQ(oWindow.Explorer().TabBar()->currentIndex(), 1);
+    // What has been hidden shows again at one click, in its place.
+    EXPECT_TRUE(pApplication->Choose("Toolbars.Work"));
+    EXPECT_TRUE(Bar(*pApplication, "Toolbars.Work")->isVisible());
+    oWindow.ExplorerDock().close();
+    oWindow.close();
+    const auto pAgain = std::make_unique<Application>(ApplicationOptions{m_oFolder.App(), false});
+    (void)pAgain->Start();
+    EXPECT_FALSE(pAgain->Window().ExplorerDock().isVisible());
+    EXPECT_TRUE(Bar(*pAgain, "Toolbars.Work")->isVisible());
+}
+
+TEST_F(SessionTest, WindowOfAMonitorThatIsGoneStandsOnOneThatIsThere) {
+    {
+        const auto pApplication = Start(m_oFolder);
+        pApplication->Window().setGeometry(9000, 5000, 3000, 2500);
+        pApplication->Window().close();
+    }
+    const auto pApplication = Start(m_oFolder);
+    const QRect oScreen = QGuiApplication::primaryScreen()->geometry();
+    const QRect oWindow = pApplication->Window().geometry();
+    EXPECT_EQ(oScreen.united(oWindow), oScreen)
+        << oWindow.x() << "," << oWindow.y() << " " << oWindow.width() << "x" << oWindow.height();
+}
+
+TEST_F(SessionTest, IsKeptWithoutAnEndAndOutlivesAnUpgrade) {
+    {
+        const auto pApplication = Start(m_oFolder);
+        Rearrange(*pApplication);
+        pApplication->Personal().Kept().Keep(); // as it is a moment after a change; what the end writes is dropped
+        QFile::copy(m_oFolder.Kept("session.json"), m_oFolder.Kept("kept.json"));
+    }
+    QFile::remove(m_oFolder.Kept("session.json"));
+    QFile::rename(m_oFolder.Kept("kept.json"), m_oFolder.Kept("session.json"));
+    QString sChanged = sContent;
+    sChanged.replace("Path=\"Edit\"", "Path=\"New\"").replace("Name=\"Right\"", "Name=\"Other\"");
+    m_oFolder.Service("Trouble", "T0.Service", sChanged, "IsStartService=\"true\"");
+    const auto pApplication = Start(m_oFolder);
+    EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
+    EXPECT_TRUE(Bar(*pApplication, "Toolbars.New")->isVisible()) << "what the session doesn't know is as the files say";
+    EXPECT_FALSE(Bar(*pApplication, "Toolbars.Work")->isVisible());
+    EXPECT_FALSE(Inner(*pApplication)->Expanded());
+    EXPECT_EQ(pApplication->Window().Explorer().TabBar()->currentIndex(), 0);
+}
+
+TEST_F(SessionTest, ServiceIsAskedForTheWindowsThatWereOpen) {
+    m_oFolder.Write("corvane/App/session.json",
+                    R"({"version":1,"windows":[{"name":"Sheet","key":"7"},{"name":"Gone","key":""},
+                    {"name":"sheet","key":""}]})");
+    EXPECT_EQ(Status(*Start(m_oFolder)), "Sheet/7 sheet/ ");
+}
+
+TEST_F(SessionTest, DamagedOrForeignStateCostsNothingButTheState) {
+    for (const char* sText : {"{", R"({"version":1,"geometry":5,"docks":"%%%","toolbars":[1],"windows":{"a":1},
+        "explorer":{"tab":3,"trees":{"Left":{"open":7,"closed":[{},"Inner"]}}}})",
+                              R"({"version":99,"toolbars":{"Toolbars.Work":false}})"}) {
+        m_oFolder.Write("corvane/App/session.json", sText);
+        const auto pApplication = Start(m_oFolder);
+        EXPECT_EQ(pApplication->Failures().ShownCount(), 0) << sText;
+        EXPECT_TRUE(Bar(*pApplication, "Toolbars.Work")->isVisible()) << sText;
+    }
+}
+
+TEST_F(SessionTest, RecentFilesAreKeptForTheApplication) {
+    {
+        const auto pApplication = Start(m_oFolder);
+        const auto oFiles = ToObject(pApplication->MainForm()->Invoke("RecentFiles", {}));
+        for (int i = 1; i <= 14; ++i)
+            oFiles->Invoke("Add", std::array<Variant, 1>{"/f" + std::to_string(i)});
+        oFiles->Invoke("Add", std::array<Variant, 1>{std::string("/f5")});
+    }
+    const auto pApplication = Start(m_oFolder);
+    const auto oFiles = ToObject(pApplication->MainForm()->Invoke("RecentFiles", {}));
+    EXPECT_EQ(ToLong(oFiles->Invoke("Count", {})), 12);
+    EXPECT_EQ(ToText(oFiles->Invoke("Item", std::array<Variant, 1>{Long{1}})), "/f5");
+    EXPECT_EQ(ToText(oFiles->Invoke("Item", std::array<Variant, 1>{Long{2}})), "/f14");
+    EXPECT_THROW(oFiles->Invoke("Item", std::array<Variant, 1>{Long{13}}), Failure);
+}
+
+} // namespace
+} // namespace corvane::desktop

@@ -1,0 +1,71 @@
+// A plug-in that does what a test asks for. Its library is copied under the names of its classes.
+#include "corvane/base/Automation.h"
+#include "corvane/base/PluginExport.h"
+#include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/NavigationManager.h"
+#include "corvane/services/IServiceAccess.h"
+#include "corvane/services/ServiceBase.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <string>
+
+using namespace corvane;
+
+namespace {
+
+int* volatile pNowhere = nullptr;
+
+// Dies when the environment asks for it at that place.
+void DieIf(const char* sPlace) {
+    const char* sWanted = std::getenv("TROUBLE");
+    if (sWanted && std::string(sWanted) == sPlace)
+        *pNowhere = 1;
+}
+
+class TroubleService final : public Automation<TroubleService, IServiceAccess> {
+public:
+    TroubleService() {
+        DieIf("constructor");
+        m_oInitialize = m_oServiceBase->InitializeEvent.Subscribe([] { DieIf("event"); });
+    }
+    Ref<IService> Service() override { return m_oServiceBase; }
+    void Start() { Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate(); }
+    void OnDie() { DieIf("command"); }
+    void OnHang() {
+        const auto oEnd = std::chrono::steady_clock::now() + std::chrono::milliseconds(900);
+        while (std::chrono::steady_clock::now() < oEnd) {
+        }
+    }
+    void OnPing() { Singleton::Framework()->SetStatus("Ping"); }
+    bool RestoreWindow(const std::string& sName, const std::string& sKey) {
+        m_sRestored += sName + "/" + sKey + " ";
+        Singleton::Framework()->SetStatus(m_sRestored);
+        return true;
+    }
+
+    static constexpr auto Members =
+        MemberTable(Method("Start", &TroubleService::Start), Method("OnDie", &TroubleService::OnDie),
+                    Method("OnHang", &TroubleService::OnHang), Method("OnPing", &TroubleService::OnPing),
+                    Method("RestoreWindow", &TroubleService::RestoreWindow));
+
+private:
+    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+    Subscription m_oInitialize;
+    std::string m_sRestored;
+};
+
+} // namespace
+
+CORVANE_PLUGIN(Class<TroubleService>("T0.Service"), Class<TroubleService>("T1.Service"),
+               Class<TroubleService>("T2.Service"), Class<TroubleService>("T3.Service"),
+               Class<TroubleService>("T4.Service"), Class<TroubleService>("T5.Service"),
+               Class<TroubleService>("T6.Service"), Class<TroubleService>("T7.Service"),
+               Class<TroubleService>("T8.Service"), Class<TroubleService>("T9.Service"),
+               Class<TroubleService>("T10.Service"), Class<TroubleService>("T11.Service"),
+               Class<TroubleService>("T12.Service"), Class<TroubleService>("T13.Service"),
+               Class<TroubleService>("T14.Service"), Class<TroubleService>("T15.Service"),
+               Class<TroubleService>("T16.Service"), Class<TroubleService>("T17.Service"),
+               Class<TroubleService>("T18.Service"), Class<TroubleService>("T19.Service"))
