@@ -56,9 +56,7 @@ Application::Application(const ApplicationOptions& oOptions)
     m_oMessageBox->SetParentWindow(m_pWindow.get());
     m_oCommonDialog->SetParentWindow(m_pWindow.get());
     SetUpWindowHost();
-    m_pPersonal = std::make_unique<PersonalDesktop>(PersonalDesktop::Parts{
-        *m_pWindow, m_frmMain, m_oActiveBar, m_frmPanel, m_oFailures, m_oPlatform.oUtilities,
-        m_oPlatform.oSettings->Folder(), oOptions.bPersonal && !m_pBlame->WithoutServices().bAllPlugins});
+    m_pPersonal = std::make_unique<PersonalDesktop>(PartsOfPerson(oOptions.bPersonal));
     if (oOptions.bWatch)
         m_pBlame->StartWatch();
 }
@@ -128,6 +126,7 @@ bool Application::Start() {
     m_oFailures.Guard([&] {
         const Ref<Framework> oFramework = CorvaneMain::Framework();
         oFramework->Initialize(m_frmMain, m_frmPanel, New<WindowFormFactory>(m_pWindowHost));
+        m_pPersonal->Initialized();
         oFramework->Start();
         bStarted = true;
     });

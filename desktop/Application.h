@@ -29,9 +29,9 @@ struct ApplicationOptions {
     bool bWithDialogs = true; // false where nobody watches: failures go to the error stream, messages are kept
     // Classes that are part of the program itself, by their ProgIDs, beside those of the application's plug-ins.
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> aClasses = {};
-    bool bPersonal = true;    // false: neither the session nor the person's own keys, toolbars and menus are used
-    LeftOut oLeftOut = {};    // services that aren't started; the mode without plug-ins is without the above as well
-    bool bWatch = false;      // name services that keep the user interface busy, in the log
+    bool bPersonal = true; // false: neither the session nor the person's own keys, toolbars and menus are used
+    LeftOut oLeftOut = {}; // services that aren't started; the mode without plug-ins is without the above as well
+    bool bWatch = false;   // name services that keep the user interface busy, in the log
     Blame::AskFunction fnAskAfterDeath = {}; // asked when a service ended the program the last time
 };
 
@@ -80,6 +80,7 @@ private:
 
     // ApplicationService.cpp: what the host's own service does.
     void SetUpService();
+    [[nodiscard]] PersonalDesktop::Parts PartsOfPerson(bool bPersonal);
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
     [[nodiscard]] QString RunningService() const;

@@ -43,12 +43,35 @@ void Application::SetUpService() {
     m_oProgress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
 }
 
+PersonalDesktop::Parts Application::PartsOfPerson(bool bPersonal) {
+    return {*m_pWindow,
+            m_frmMain,
+            m_oActiveBar,
+            m_frmPanel,
+            m_oFailures,
+            m_oPlatform.oUtilities,
+            m_oPlatform.sFolder,
+            m_oPlatform.oSettings->Folder(),
+            [this] {
+                return QString::fromStdString(
+                    m_oCommonDialog->ShowSave("Save Report", "Text (*.txt)|*.txt", m_oPlatform.sName + " report.txt"));
+            },
+            [this] {
+                QStringList aNames;
+                for (const std::string& sName : m_pBlame->Filter()->Services())
+                    aNames.append(QString::fromStdString(sName));
+                return aNames;
+            },
+            bPersonal && !m_pBlame->WithoutServices().bAllPlugins};
+}
+
 Ref<HostObjectFactory> Application::MakeObjectFactory() {
     auto oFactory = New<HostObjectFactory>(m_pBlame->Factory(m_oPlatform.oPlugins));
     oFactory->Add("CorvaneDesktop.HostService", [this] {
-        return New<HostService>(HostCommands{&OpenPreferences, [this] { m_pPersonal->ShowPalette(); },
-                                             [this] { m_pPersonal->ShowShortcuts(); },
-                                             [this] { m_pPersonal->ShowCustomize(); }});
+        return New<HostService>(
+            HostCommands{&OpenPreferences, [this] { m_pPersonal->ShowPalette(); },
+                         [this] { m_pPersonal->ShowShortcuts(); }, [this] { m_pPersonal->ShowCustomize(); },
+                         [this] { m_pPersonal->ShowInspector(); }, [this] { m_pPersonal->ShowLog(); }});
     });
     oFactory->Add("CorvaneDesktop.AppearancePage", [this] {
         return New<AppearancePage>([this](const Appearance& oAppearance) { ApplyAppearance(oAppearance); });

@@ -143,7 +143,7 @@ void BarRenderer::Flush() {
 // visible button it would be an empty strip.
 void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
     const auto it = m_mapToolbars.find(oBand.Get());
-    const auto& aTools = oBand->Tools()->All();
+    const auto aTools = m_pChanges->InstancesOf(*oBand);
     const bool bHasButton = std::any_of(aTools.begin(), aTools.end(), [](const Ref<Tool>& oTool) {
         return oTool->Visible() && !EqualText(oTool->Name(), "Separator");
     });

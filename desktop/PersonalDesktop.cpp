@@ -3,6 +3,7 @@
 #include "desktop/FailurePresenter.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
+#include "desktop/log/LogDialog.h"
 #include "desktop/palette/PaletteDialog.h"
 
 #include <filesystem>
@@ -29,12 +30,21 @@ PersonalDesktop::PersonalDesktop(Parts oParts)
     : m_oParts(std::move(oParts)), m_sStateFolder(FolderOf(m_oParts.oUtilities->LogPath())),
       m_oBars(File(m_oParts.sConfigFolder, "desktop.json"), m_oParts.oActiveBar,
               [this] { m_oParts.oWindow.Bars().Redraw(); }),
-      m_oSession(File(m_sStateFolder, "session.json"), SessionParts()) {
+      m_oSession(File(m_sStateFolder, "session.json"), SessionParts()),
+      m_oPicker(
+          m_oParts.oWindow.Bars().Actions(), [this](const Ref<Tool>& oTool) { ShowInspector(oTool); },
+          [this](const Ref<Node>& oNode) { ShowInspector(nullptr, oNode); }, nullptr) {
     m_oParts.frmMain->AddMember("RecentFiles", New<RecentFiles>(File(m_sStateFolder, "recent.json")));
     m_oParts.oWindow.Bars().SetChanges(m_oBars);
 }
 
-PersonalDesktop::~PersonalDesktop() = default;
+PersonalDesktop::~PersonalDesktop() {
+    delete m_pInspector; // it looks at what is kept here
+}
+
+void PersonalDesktop::Initialized() {
+    m_oNotes.Follow();
+}
 
 StateFile PersonalDesktop::File(const std::string& sFolder, const char* sName) const {
     const QString sPath =
@@ -75,7 +85,7 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* pParent, bool bAll,
                             oCommand.CurrentOwner().Text(), bAll ? QString() : oCommand.WhyNot(),
                             DescriptionOf(*oCommand.oTool)});
     auto* pPalette = new PaletteDialog(
-        std::move(aEntries), fnChoose, [](const Ref<Tool>&) {}, pParent);
+        std::move(aEntries), fnChoose, [this](const Ref<Tool>& oTool) { ShowInspector(oTool); }, pParent);
     pPalette->open();
     return pPalette;
 }
@@ -84,6 +94,37 @@ PaletteDialog* PersonalDesktop::ShowPalette() {
     return Pick(&m_oParts.oWindow, false, [this](const Ref<Tool>& oTool) {
         m_oParts.oFailures.Guard([&] { m_oParts.oActiveBar->Click(oTool); });
     });
+}
+
+LogDialog* PersonalDesktop::ShowLog() {
+    auto* pDialog = new LogDialog(QString::fromStdString(m_oParts.oUtilities->LogPath()),
+                                  {QString::fromStdString(m_oParts.oUtilities->AppName()),
+                                   QString::fromStdString(m_oParts.sAppFolder),
+                                   m_oParts.fnLeftOut(),
+                                   {}},
+                                  m_oParts.fnAskReportPath, &m_oParts.oWindow);
+    pDialog->setAttribute(Qt::WA_DeleteOnClose);
+    pDialog->show();
+    return pDialog;
+}
+
+InspectorDialog* PersonalDesktop::ShowInspector(const Ref<Tool>& oTool, const Ref<Node>& oNode) {
+    m_oParts.oFailures.Guard([&] {
+        if (!m_pInspector) {
+            m_pInspector =
+                new InspectorDialog(m_oParts.oActiveBar, m_oParts.frmPanel, m_oBars, m_oNotes,
+                                    QString::fromStdString(m_oParts.oUtilities->LogPath()), &m_oParts.oWindow);
+            m_pInspector->setAttribute(Qt::WA_DeleteOnClose);
+        }
+        if (oTool)
+            m_pInspector->Select(*oTool);
+        if (oNode)
+            m_pInspector->Select(*oNode);
+        m_pInspector->show();
+        m_pInspector->raise();
+        m_pInspector->activateWindow();
+    });
+    return m_pInspector;
 }
 
 void PersonalDesktop::ShowShortcuts() {

@@ -8,15 +8,19 @@
 #include "corvane/platform/controls/PanelForm.h"
 #include "desktop/MainWindow.h"
 #include "desktop/custom/PersonalBars.h"
+#include "desktop/inspector/EntryPicker.h"
+#include "desktop/inspector/InspectorDialog.h"
 #include "desktop/session/RecentFiles.h"
 #include "desktop/session/Session.h"
 
 #include <QObject>
+#include <QPointer>
 #include <memory>
 
 namespace corvane::desktop {
 
 class FailurePresenter;
+class LogDialog;
 class PaletteDialog;
 
 class PersonalDesktop final : public QObject {
@@ -29,20 +33,27 @@ public:
         Ref<PanelForm> frmPanel;
         FailurePresenter& oFailures;
         Ref<Utilities> oUtilities;
+        std::string sAppFolder;
         std::string sConfigFolder;
-        bool bKeeps = true; // false: nothing that was kept is used, and nothing is kept
+        std::function<QString()> fnAskReportPath; // empty when the person thought better of it
+        std::function<QStringList()> fnLeftOut;   // the services that weren't started
+        bool bKeeps = true;                       // false: nothing that was kept is used, and nothing is kept
     };
 
     // Before the library is initialised.
     explicit PersonalDesktop(Parts oParts);
     ~PersonalDesktop() override;
 
+    void Initialized();    // after the library was initialised, before it starts
     void Restore();        // after the start, before the window is shown
     void RestoreWindows(); // once it is shown
 
     PaletteDialog* ShowPalette();
     void ShowShortcuts();
     void ShowCustomize();
+    LogDialog* ShowLog();
+    // Shows what is known of that, or the whole.
+    InspectorDialog* ShowInspector(const Ref<Tool>& oTool = nullptr, const Ref<Node>& oNode = nullptr);
 
     [[nodiscard]] PersonalBars& Bars() { return m_oBars; }
     [[nodiscard]] Session& Kept() { return m_oSession; }
@@ -56,6 +67,9 @@ private:
     std::string m_sStateFolder;
     PersonalBars m_oBars;
     Session m_oSession;
+    ExplorerItemNotes m_oNotes;
+    EntryPicker m_oPicker;
+    QPointer<InspectorDialog> m_pInspector;
 };
 
 } // namespace corvane::desktop

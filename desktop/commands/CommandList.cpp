@@ -86,10 +86,12 @@ QString Command::WhyNot() const {
         return aWanted.isEmpty() ? Say("nobody offers it at present")
                                  : Say("nobody offers it at present: %1").arg(aWanted.join(Say(" or ")));
     }
+    // A provider's own state may differ from the tool's: it takes effect when the provider becomes active.
+    const char* sNotActive = "%1 isn't active at present";
     if (!oTool->Visible())
-        return Say("hidden by %1").arg(oOwner.Text());
+        return Say(oAction->Visible() ? sNotActive : "hidden by %1").arg(oOwner.Text());
     if (!oTool->Enabled())
-        return Say("disabled by %1").arg(oOwner.Text());
+        return Say(oAction->Enabled() ? sNotActive : "disabled by %1").arg(oOwner.Text());
     if (oAction->Action().empty())
         return Say("%1 names no procedure for it").arg(oOwner.Text());
     return {};

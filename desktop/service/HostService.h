@@ -15,6 +15,8 @@ struct HostCommands {
     std::function<void()> fnPalette;
     std::function<void()> fnShortcuts;
     std::function<void()> fnCustomize;
+    std::function<void()> fnInspector;
+    std::function<void()> fnLog;
 };
 
 class HostService final : public Automation<HostService, IServiceAccess> {
@@ -26,13 +28,16 @@ public:
     void OnCommandPalette() { m_oCommands.fnPalette(); }
     void OnShortcuts() { m_oCommands.fnShortcuts(); }
     void OnCustomize() { m_oCommands.fnCustomize(); }
+    void OnInspector() { m_oCommands.fnInspector(); }
+    void OnLog() { m_oCommands.fnLog(); }
 
     std::string_view TypeName() const override { return "HostService"; }
 
     static constexpr auto Members =
         MemberTable(Method("OnPreferences", &HostService::OnPreferences),
                     Method("OnCommandPalette", &HostService::OnCommandPalette),
-                    Method("OnShortcuts", &HostService::OnShortcuts), Method("OnCustomize", &HostService::OnCustomize));
+                    Method("OnShortcuts", &HostService::OnShortcuts), Method("OnCustomize", &HostService::OnCustomize),
+                    Method("OnInspector", &HostService::OnInspector), Method("OnLog", &HostService::OnLog));
 
 private:
     HostCommands m_oCommands;

@@ -105,7 +105,7 @@ TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
     Application oApplication({App(), false});
     EXPECT_TRUE(oApplication.Start());
     EXPECT_EQ(oApplication.Failures().ShownCount(), 1);
-    EXPECT_EQ(oApplication.Window().menuBar()->actions().size(), 2) << "View and the host's Tools";
+    EXPECT_EQ(oApplication.Window().menuBar()->actions().size(), 3) << "View, and Tools and Help of the host";
 
     ShownFailure oShown{"ServiceManager", "LoadServices", Failure(-1, "76", "XML Parser"),
                         "Context: Loading XML, File: broken.xml, Desc: 76", ""};

@@ -1,0 +1,228 @@
+#include "desktop/inspector/Explainer.h"
+
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/IExplorerItem.h"
+#include "corvane/explorer/NavigationManager.h"
+#include "corvane/platform/Platform.h"
+#include "corvane/services/ServiceManager.h"
+
+#include <QCoreApplication>
+
+namespace corvane::desktop {
+
+namespace {
+
+QString Text(std::string_view sText) {
+    return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
+}
+
+QString Say(const char* sText) {
+    return QCoreApplication::translate("Inspector", sText);
+}
+
+QString YesNo(bool bYes) {
+    return bYes ? Say("yes") : Say("no");
+}
+
+// The band in which an entry of a definition stands.
+std::string BandOf(const Placement& oPlacement) {
+    const MenuItemDef& oDef = *oPlacement.oMenuItemDef;
+    switch (oDef.MenuType()) {
+    case MenuType::fwToolbarItem:
+        return "Toolbars." + oDef.Path();
+    case MenuType::fwContextMenuItem:
+    case MenuType::fwContextMenuTitle:
+        return "Context." + oPlacement.oOwner.sItem + (oDef.Path().empty() ? "" : "." + oDef.Path());
+    default:
+        return oDef.Path();
+    }
+}
+
+QString PositionOf(const Placement& oPlacement) {
+    const MenuItemDef& oDef = *oPlacement.oMenuItemDef;
+    return QString("%1 (%2)").arg(Text(ToText(oDef.PositionOrder())), Text(oDef.PositionKey()));
+}
+
+Ref<ServiceManager> Services() {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    return oFramework ? oFramework->ServiceManager() : nullptr;
+}
+
+} // namespace
+
+QString TextOf(const Facts& aFacts) {
+    QString sText;
+    for (const auto& [sName, sValue] : aFacts)
+        sText += sName + ": " + sValue + "\n";
+    return sText;
+}
+
+void ExplorerItemNotes::Follow() {
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto oNavigation = oFramework ? oFramework->NavigationManager() : nullptr;
+    const auto oExplorer = oNavigation ? oNavigation->ExplorerManager() : nullptr;
+    if (!oExplorer)
+        return;
+    m_oAdd = oExplorer->onAdd.Subscribe([this](const Ref<Object>& oItem) {
+        if (const auto oDef = CorvaneMain::QueryExplorerItem(oItem)->ExplorerItemDef())
+            m_mapNotes[ToText(oItem->ObjectKey())] = {oDef->Name(), std::string(oItem->TypeName())};
+    });
+}
+
+const ExplorerItemNotes::Note* ExplorerItemNotes::Find(const Node& oNode) const {
+    const auto it = m_mapNotes.find(oNode.Tag());
+    return it == m_mapNotes.end() ? nullptr : &it->second;
+}
+
+Explainer::Explainer(Ref<ActiveBar> oActiveBar, const DefinitionPlaces& oPlaces, const PersonalBars& oBars,
+                     const ExplorerItemNotes& oNotes)
+    : m_oActiveBar(std::move(oActiveBar)), m_oPlaces(oPlaces), m_oBars(oBars), m_oNotes(oNotes),
+      m_oCommands(*m_oActiveBar) {}
+
+DefinitionPlaces Explainer::ReadPlaces() {
+    return {*CurrentPlatform().oFileSystem, CurrentPlatform().oUtilities->GetAppFolder("Services")};
+}
+
+const Placement* Explainer::PlacementIn(const Tool& oInstance) const {
+    const auto& aPlacements = m_oCommands.PlacementsOf(oInstance);
+    const Band* pBand = oInstance.OwningBand();
+    if (!pBand)
+        return aPlacements.empty() ? nullptr : &aPlacements.front();
+    for (const Placement& oPlacement : aPlacements)
+        if (EqualText(BandOf(oPlacement), pBand->Name()) ||
+            (BandOf(oPlacement).empty() && pBand->Kind() == BandKind::MenuBar))
+            return &oPlacement;
+    return nullptr;
+}
+
+QString Explainer::PlaceOf(const Tool& oInstance) const {
+    const Placement* pPlacement = PlacementIn(oInstance);
+    return pPlacement ? m_oPlaces.Find(*pPlacement).Text() : QString();
+}
+
+void Explainer::AddPlaces(Facts& aFacts, const Tool& oInstance) const {
+    const Placement* pHere = PlacementIn(oInstance);
+    const Band* pBand = oInstance.OwningBand();
+    if (pHere) {
+        const QString sPlace = m_oPlaces.Find(*pHere).Text();
+        aFacts.emplace_back(Say("Put here by"), sPlace.isEmpty() ? Say("code of %1").arg(pHere->oOwner.Text())
+                                                                 : Say("%1, for %2").arg(sPlace, pHere->oOwner.Text()));
+        aFacts.emplace_back(Say("Position (position key)"), PositionOf(*pHere));
+    } else if (pBand && m_oBars.IsAdded(*pBand, oInstance)) {
+        aFacts.emplace_back(Say("Put here by"), Say("you"));
+    } else {
+        aFacts.emplace_back(Say("Put here by"), Say("the library; no file names it"));
+    }
+    for (const Placement& oPlacement : m_oCommands.PlacementsOf(oInstance))
+        if (&oPlacement != pHere)
+            aFacts.emplace_back(Say("Also named by"),
+                                Say("%1, for %2").arg(m_oPlaces.Find(oPlacement).Text(), oPlacement.oOwner.Text()));
+}
+
+void Explainer::AddState(Facts& aFacts, const Tool& oInstance) const {
+    const Command* pCommand = m_oCommands.Find(oInstance);
+    if (!pCommand) {
+        aFacts.emplace_back(Say("Shown"), YesNo(oInstance.Visible()));
+        return;
+    }
+    const auto oAction = pCommand->Action();
+    const QString sWhyNot = pCommand->WhyNot();
+    if (oAction) {
+        aFacts.emplace_back(Say("Action"), Text(oAction->Name()));
+        aFacts.emplace_back(Say("Procedure"), oAction->Action().empty() ? Say("none") : Text(oAction->Action()));
+        const auto oProvider = oAction->ActionsProviderObj();
+        aFacts.emplace_back(
+            Say("Provider"),
+            oProvider
+                ? Say("%1, an object of the class %2").arg(pCommand->CurrentOwner().Text(), Text(oProvider->TypeName()))
+                : Say("none"));
+    } else {
+        aFacts.emplace_back(Say("Provider"), Say("none at present"));
+    }
+    const QString sOffers = Say("%1 offers it so").arg(pCommand->CurrentOwner().Text());
+    const QString sShown = oInstance.Visible() ? (oAction ? sOffers : Say("nobody has hidden it")) : sWhyNot;
+    aFacts.emplace_back(Say("Shown"), YesNo(oInstance.Visible()) + ": " + sShown);
+    aFacts.emplace_back(Say("Can be chosen"),
+                        YesNo(sWhyNot.isEmpty()) + ": " + (sWhyNot.isEmpty() ? sOffers : sWhyNot));
+    aFacts.emplace_back(Say("Checked"), YesNo(oInstance.Checked()));
+}
+
+Facts Explainer::OfTool(const Tool& oInstance) const {
+    Facts aFacts;
+    const Command* pCommand = m_oCommands.Find(oInstance);
+    QString sEntry = PlainCaption(oInstance);
+    if (pCommand && !pCommand->sPath.isEmpty())
+        sEntry = pCommand->sPath + " › " + sEntry;
+    aFacts.emplace_back(Say("Entry"), sEntry);
+    aFacts.emplace_back(Say("Key"), Text(oInstance.Name()));
+    if (const Band* pBand = oInstance.OwningBand())
+        aFacts.emplace_back(Say("Stands in"), Text(pBand->Name()));
+    AddPlaces(aFacts, oInstance);
+    AddState(aFacts, oInstance);
+    const QString sKeys = m_oBars.KeysText(oInstance);
+    const QString sWas = BarChanges::None().KeysText(oInstance);
+    aFacts.emplace_back(Say("Shortcut"), m_oBars.HasOwnKeys(oInstance) ? Say("%1, given by you in place of %2")
+                                                                             .arg(sKeys.isEmpty() ? Say("none") : sKeys,
+                                                                                  sWas.isEmpty() ? Say("none") : sWas)
+                                                                       : (sKeys.isEmpty() ? Say("none") : sKeys));
+    if (const Band* pBand = oInstance.OwningBand(); pBand && m_oBars.IsHidden(*pBand, oInstance))
+        aFacts.emplace_back(Say("Hidden"), Say("by you, in this menu or toolbar"));
+    if (!oInstance.DropDownBand().empty())
+        aFacts.emplace_back(Say("Opens"), Text(oInstance.DropDownBand()));
+    return aFacts;
+}
+
+Facts Explainer::OfBand(const Band& oBand) const {
+    Facts aFacts{{Say("Key"), Text(oBand.Name())}, {Say("Caption"), Text(oBand.Caption())}};
+    aFacts.emplace_back(Say("Entries"), QString::number(oBand.Tools()->Count()));
+    aFacts.emplace_back(Say("Shown"), YesNo(oBand.Visible()));
+    if (m_oBars.HasChanges(oBand))
+        aFacts.emplace_back(Say("Changed"), Say("by you"));
+    return aFacts;
+}
+
+Facts Explainer::OfNode(const Node& oNode) const {
+    Facts aFacts{{Say("Explorer item"), Text(oNode.Text())}, {Say("Key"), Text(oNode.Key())}};
+    const auto* pNote = m_oNotes.Find(oNode);
+    if (!pNote)
+        return aFacts;
+    aFacts.emplace_back(Say("Kind"), Text(pNote->sItem));
+    aFacts.emplace_back(Say("Put here by"), m_oPlaces.FindExplorerItem(pNote->sItem).Text());
+    const auto oManager = Services();
+    if (oManager)
+        for (const auto& oServiceDef : oManager->ServiceDefs())
+            if (oServiceDef->ExplorerItemDefs()->HasKey(pNote->sItem))
+                aFacts.emplace_back(Say("Owner"), Text(oServiceDef->Name()));
+    aFacts.emplace_back(Say("Provider"), Say("an object of the class %1").arg(Text(pNote->sClass)));
+    return aFacts;
+}
+
+Facts Explainer::OfService(const std::string& sName) const {
+    Facts aFacts{{Say("Service"), Text(sName)}, {Say("Defined in"), m_oPlaces.FindService(sName).Text()}};
+    const auto oManager = Services();
+    if (!oManager || !oManager->ServiceDefs()->HasKey(sName))
+        return aFacts;
+    const auto oDef = oManager->ServiceDefs()->Item(sName);
+    const auto oService = oManager->Services()->HasKey(sName) ? oManager->Services()->Item(sName) : nullptr;
+    aFacts.emplace_back(Say("ProgID"), Text(oDef->ProgID()));
+    aFacts.emplace_back(Say("Object"), oService ? Say("of the class %1").arg(Text(oService->TypeName())) : Say("none"));
+    aFacts.emplace_back(Say("Alive"), YesNo(oService && oManager->IsServiceAlive(oService)));
+    aFacts.emplace_back(Say("Starts the application"), YesNo(oDef->IsStartService()));
+    aFacts.emplace_back(Say("Actions"), QString::number(oDef->ActionItemDefs()->Count()));
+    aFacts.emplace_back(Say("Entries"), QString::number(oDef->MenuItemDefs()->Count()));
+    aFacts.emplace_back(Say("Explorer items"), QString::number(oDef->ExplorerItemDefs()->Count()));
+    return aFacts;
+}
+
+Facts Explainer::OfWindow(const Window& oWindow) const {
+    const auto oDef = oWindow.WindowDef();
+    Facts aFacts{
+        {Say("Window"), Text(oWindow.Caption())}, {Say("Name"), Text(oDef->Name())},
+        {Say("Key"), Text(oWindow.Key())},        {Say("Put here by"), m_oPlaces.FindWindow(oDef->Name()).Text()},
+        {Say("Modal"), YesNo(oWindow.IsModal())}, {Say("Pages"), QString::number(oDef->PageDefs()->Count())}};
+    return aFacts;
+}
+
+} // namespace corvane::desktop
