@@ -82,7 +82,7 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* pParent, bool bAll,
     aEntries.reserve(oCommands.All().size());
     for (const Command& oCommand : oCommands.All())
         aEntries.push_back({oCommand.oTool, oCommand.sCaption, oCommand.sPath, m_oBars.KeysText(*oCommand.oTool),
-                            oCommand.CurrentOwner().Text(), bAll ? QString() : oCommand.WhyNot(),
+                            oCommand.oOwner.Text(), bAll ? QString() : oCommand.WhyNot(),
                             DescriptionOf(*oCommand.oTool)});
     auto* pPalette = new PaletteDialog(
         std::move(aEntries), fnChoose, [this](const Ref<Tool>& oTool) { ShowInspector(oTool); }, pParent);

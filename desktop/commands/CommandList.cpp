@@ -64,17 +64,8 @@ QString Owner::Text() const {
     return "Corvane";
 }
 
-Owner Command::CurrentOwner() const {
-    if (const auto oAction = Action())
-        for (const Placement& oPlacement : aPlacements)
-            if (oPlacement.oMenuItemDef->ActionItemDef() == oAction->ActionItemDef())
-                return oPlacement.oOwner;
-    return aPlacements.empty() ? Owner() : aPlacements.front().oOwner;
-}
-
 QString Command::WhyNot() const {
     const auto oAction = Action();
-    const Owner oOwner = CurrentOwner();
     if (!oAction) {
         QStringList aWanted;
         for (const Placement& oPlacement : aPlacements)
@@ -104,7 +95,7 @@ CommandList::CommandList(const ActiveBar& oActiveBar) {
         if (IsHostTool(*oTool) || OpensBand(*oTool))
             continue;
         m_mapCommands.emplace(oTool.Get(), m_aCommands.size());
-        m_aCommands.push_back({oTool, PlainCaption(*oTool), PathOf(*oTool), PlacementsOf(*oTool)});
+        m_aCommands.push_back({oTool, PlainCaption(*oTool), PathOf(*oTool), PlacementsOf(*oTool), OwnerOf(*oTool)});
     }
 }
 
@@ -114,19 +105,34 @@ void CommandList::ReadPlacements() {
     if (!oManager)
         return;
     for (const auto& oServiceDef : oManager->ServiceDefs()) {
-        Add(oServiceDef->MenuItemDefs(), {Owner::Kind::Service, oServiceDef->Name(), {}, {}});
+        Add(oServiceDef->ActionItemDefs(), oServiceDef->MenuItemDefs(),
+            {Owner::Kind::Service, oServiceDef->Name(), {}, {}});
         for (const auto& oItemDef : oServiceDef->ExplorerItemDefs())
-            Add(oItemDef->MenuItemDefs(), {Owner::Kind::ExplorerItem, oServiceDef->Name(), oItemDef->Name(), {}});
+            Add(oItemDef->ActionItemDefs(), oItemDef->MenuItemDefs(),
+                {Owner::Kind::ExplorerItem, oServiceDef->Name(), oItemDef->Name(), {}});
     }
     for (const auto& oWindowDef : oManager->WindowDefs())
         for (const auto& oPageDef : oWindowDef->PageDefs())
-            Add(oPageDef->MenuItemDefs(), {Owner::Kind::Page, {}, oPageDef->Caption(), oWindowDef->Name()});
+            Add(oPageDef->ActionItemDefs(), oPageDef->MenuItemDefs(),
+                {Owner::Kind::Page, {}, oPageDef->Caption(), oWindowDef->Name()});
 }
 
-void CommandList::Add(const Ref<MenuItemDefCollection>& colMenuItemDefs, const Owner& oOwner) {
+void CommandList::Add(const Ref<ActionItemDefCollection>& colActionItemDefs,
+                      const Ref<MenuItemDefCollection>& colMenuItemDefs, const Owner& oOwner) {
+    for (const auto& oActionItemDef : colActionItemDefs)
+        m_mapOwners.emplace(oActionItemDef.Get(), oOwner);
     for (const auto& oMenuItemDef : colMenuItemDefs)
         if (const auto& oActionItemDef = oMenuItemDef->ActionItemDef(); oActionItemDef && oActionItemDef->Tool())
             m_mapPlacements[oActionItemDef->Tool().Get()].push_back({oMenuItemDef, oOwner});
+}
+
+Owner CommandList::OwnerOf(const Tool& oTool) const {
+    const auto oAction = oTool.TagVariant().TryAs<ActionItem>();
+    const auto it = oAction ? m_mapOwners.find(oAction->ActionItemDef().Get()) : m_mapOwners.end();
+    if (it != m_mapOwners.end())
+        return it->second;
+    const auto& aPlacements = PlacementsOf(oTool);
+    return aPlacements.empty() ? Owner() : aPlacements.front().oOwner;
 }
 
 void CommandList::ReadPaths(const ActiveBar& oActiveBar) {

@@ -37,9 +37,8 @@ struct Command {
     QString sCaption;
     QString sPath; // the captions of the menus above, or the toolbar, or the explorer item of a context menu
     std::vector<Placement> aPlacements;
+    Owner oOwner; // of what the tool does at present, else of the entry that made it
 
-    // The owner of what the tool does at present, else of the entry that made it.
-    [[nodiscard]] Owner CurrentOwner() const;
     // The action at present; nothing when nobody offers it.
     [[nodiscard]] Ref<ActionItem> Action() const { return oTool->TagVariant().TryAs<ActionItem>(); }
     // Why it can't be chosen now; empty when it can.
@@ -63,14 +62,17 @@ public:
 private:
     void ReadPlacements();
     void ReadPaths(const ActiveBar& oActiveBar);
-    void Add(const Ref<MenuItemDefCollection>& colMenuItemDefs, const Owner& oOwner);
+    void Add(const Ref<ActionItemDefCollection>& colActionItemDefs, const Ref<MenuItemDefCollection>& colMenuItemDefs,
+             const Owner& oOwner);
+    [[nodiscard]] Owner OwnerOf(const Tool& oTool) const;
     [[nodiscard]] QString PathOf(const Tool& oTool) const;
     [[nodiscard]] QString BandPath(const std::string& sBand, int nDepth) const;
 
     std::vector<Command> m_aCommands;
     std::unordered_map<const Tool*, std::size_t> m_mapCommands;
     std::unordered_map<const Tool*, std::vector<Placement>> m_mapPlacements;
-    struct Opener { // of a band
+    std::unordered_map<const ActionItemDef*, Owner> m_mapOwners; // also of actions that code has added
+    struct Opener {                                              // of a band
         std::string sBand;
         QString sCaption;
     };

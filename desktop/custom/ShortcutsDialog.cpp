@@ -114,7 +114,7 @@ QWidget* ShortcutsDialog::NewEditRow() {
 }
 
 QTreeWidgetItem* ShortcutsDialog::NewRow(const Command& oCommand) {
-    auto* pItem = new QTreeWidgetItem(m_pList, {FullName(oCommand), QString(), oCommand.CurrentOwner().Text()});
+    auto* pItem = new QTreeWidgetItem(m_pList, {FullName(oCommand), QString(), oCommand.oOwner.Text()});
     pItem->setData(0, nIndexRole, static_cast<int>(&oCommand - m_oCommands.All().data()));
     pItem->setToolTip(CommandColumn, QString::fromStdString(oCommand.oTool->Name()));
     return pItem;
@@ -185,7 +185,7 @@ QStringList ShortcutsDialog::OthersOf(const QKeySequence& oKeys, const Command& 
     QStringList aOthers;
     for (const Command* pOther : m_mapByKeys.value(oKeys[0].toCombined()))
         if (pOther != &oCommand)
-            aOthers.append(QString("%1 (%2)").arg(FullName(*pOther), pOther->CurrentOwner().Text()));
+            aOthers.append(QString("%1 (%2)").arg(FullName(*pOther), pOther->oOwner.Text()));
     return aOthers;
 }
 

@@ -113,7 +113,10 @@ void Explainer::AddPlaces(Facts& aFacts, const Tool& oInstance) const {
     } else if (pBand && m_oBars.IsAdded(*pBand, oInstance)) {
         aFacts.emplace_back(Say("Put here by"), Say("you"));
     } else {
-        aFacts.emplace_back(Say("Put here by"), Say("the library; no file names it"));
+        const Command* pCommand = m_oCommands.Find(oInstance);
+        const bool bByCode = pCommand && pCommand->oOwner.eKind != Owner::Kind::Host;
+        aFacts.emplace_back(Say("Put here by"), bByCode ? Say("code of %1, at run time").arg(pCommand->oOwner.Text())
+                                                        : Say("the library; no file names it"));
     }
     for (const Placement& oPlacement : m_oCommands.PlacementsOf(oInstance))
         if (&oPlacement != pHere)
@@ -135,13 +138,12 @@ void Explainer::AddState(Facts& aFacts, const Tool& oInstance) const {
         const auto oProvider = oAction->ActionsProviderObj();
         aFacts.emplace_back(
             Say("Provider"),
-            oProvider
-                ? Say("%1, an object of the class %2").arg(pCommand->CurrentOwner().Text(), Text(oProvider->TypeName()))
-                : Say("none"));
+            oProvider ? Say("%1, an object of the class %2").arg(pCommand->oOwner.Text(), Text(oProvider->TypeName()))
+                      : Say("none"));
     } else {
         aFacts.emplace_back(Say("Provider"), Say("none at present"));
     }
-    const QString sOffers = Say("%1 offers it so").arg(pCommand->CurrentOwner().Text());
+    const QString sOffers = Say("%1 offers it so").arg(pCommand->oOwner.Text());
     const QString sShown = oInstance.Visible() ? (oAction ? sOffers : Say("nobody has hidden it")) : sWhyNot;
     aFacts.emplace_back(Say("Shown"), YesNo(oInstance.Visible()) + ": " + sShown);
     aFacts.emplace_back(Say("Can be chosen"),

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QTableView>
 #include <QTest>
 #include <QToolBar>
@@ -79,6 +80,33 @@ TEST_F(InspectorTest, ClickOnAnyEntrySaysWhatPutItThereAndDoesNotChooseIt) {
     EXPECT_EQ(m_pApplication->Failures().ShownCount(), 0);
     EXPECT_EQ(m_pApplication->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption(), "")
         << "nothing was chosen";
+}
+
+TEST(Inspector, KnowsFileAndLineOfEveryEntryOfStudies) {
+    const AppFolder oFolder; // where the application keeps its things
+    Application oApplication({CORVANE_STUDIES, false});
+    ASSERT_TRUE(oApplication.Start());
+    const DefinitionPlaces oPlaces = Explainer::ReadPlaces();
+    const ExplorerItemNotes oNotes;
+    const Explainer oExplainer(oApplication.Bar(), oPlaces, oApplication.Personal().Bars(), oNotes);
+    int nEntries = 0;
+    for (const auto& oBand : oApplication.Bar()->Bands()->All())
+        for (const auto& oInstance : oBand->Tools()->All()) {
+            // The library makes the menu of toolbars by itself.
+            const std::string& sName = oInstance->Name();
+            if (!oBand->Kind() || sName == "Separator" || sName == "WindowList" || sName == "View.Toolbars" ||
+                sName.starts_with("Toolbars."))
+                continue;
+            ++nEntries;
+            const QString sFacts = TextOf(oExplainer.OfTool(*oInstance));
+            const bool bAdded = sName == "Context.LibraryFile.Import"; // by the item's code
+            EXPECT_TRUE(
+                sFacts.contains(QRegularExpression(bAdded ? "Put here by: code of Data .LibraryFile in the explorer."
+                                                          : "Put here by: \\w.*\\.xml, line [1-9]")))
+                << sName << " in " << oBand->Name() << ":\n"
+                << sFacts.toStdString();
+        }
+    EXPECT_GT(nEntries, 50);
 }
 
 TEST_F(InspectorTest, FollowsWhatChanges) {
