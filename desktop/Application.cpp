@@ -132,7 +132,7 @@ bool Application::Start() {
     });
     ApplyAppearance(Appearance::Load());
     m_pWindow->Flush();
-    m_pPersonal->Restore();
+    m_pPersonal->Restore(bStarted);
     m_pWindow->show();
     m_pPersonal->RestoreWindows();
     return bStarted;

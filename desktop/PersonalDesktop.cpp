@@ -64,9 +64,9 @@ Session::Parts PersonalDesktop::SessionParts() const {
             [pWindow = &m_oParts.oWindow] { pWindow->Flush(); }};
 }
 
-void PersonalDesktop::Restore() {
+void PersonalDesktop::Restore(bool bWhole) {
     if (m_oParts.bKeeps)
-        m_oSession.Restore();
+        m_oSession.Restore(bWhole && m_oParts.fnLeftOut().isEmpty());
 }
 
 void PersonalDesktop::RestoreWindows() {

@@ -45,7 +45,8 @@ public:
     ~PersonalDesktop() override;
 
     void Initialized();    // after the library was initialised, before it starts
-    void Restore();        // after the start, before the window is shown
+    // After the start, before the window is shown. Where something didn't come up, the session stays as it was kept.
+    void Restore(bool bWhole);
     void RestoreWindows(); // once it is shown
 
     PaletteDialog* ShowPalette();

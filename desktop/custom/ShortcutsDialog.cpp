@@ -80,6 +80,8 @@ QWidget* ShortcutsDialog::NewEditRow() {
     auto* pLabel = new QLabel(tr("&New keys:"));
     m_pKeys = new QKeySequenceEdit;
     m_pKeys->setAccessibleName(tr("New keys"));
+    if (auto* pField = m_pKeys->findChild<QLineEdit*>()) // it is what has the focus
+        pField->setAccessibleName(tr("New keys"));
     pLabel->setBuddy(m_pKeys);
     m_pAssign = new QPushButton(tr("A&ssign"));
     m_pNone = new QPushButton(tr("No &Keys"));

@@ -74,6 +74,7 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPa
     pSplitter->addWidget(m_pFacts);
     pSplitter->setSizes({400, 480});
     auto* pTabs = new QTabWidget;
+    pTabs->setAccessibleName(windowTitle());
     pTabs->addTab(pSplitter, tr("&Objects"));
     pTabs->addTab(new LogView(sLogFile), tr("&Log"));
     auto* pHint = new QLabel(tr("Ctrl+Alt+click on an entry of a menu, a toolbar or the explorer shows it here."));
@@ -85,14 +86,14 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPa
     m_oRefresh.setSingleShot(true);
     m_oRefresh.setInterval(nRefreshMilliseconds);
     connect(&m_oRefresh, &QTimer::timeout, this, &InspectorDialog::Fill);
-    m_aSubscriptions.push_back(m_oActiveBar->Changed.Subscribe([this](const BarChange&) { m_oRefresh.start(); }));
+    m_aSubscriptions.push_back(m_oActiveBar->Changed.Subscribe([this](const BarChange&) { Schedule(); }));
     for (const auto& oControl : m_frmPanel->Controls())
         if (const auto oTree = oControl.TryAs<TreeView>())
             m_aSubscriptions.push_back(oTree->Changed.Subscribe([this](const TreeChange& oChange) {
                 // What goes is let go of at once.
                 if (oChange.eWhat == TreeChange::What::BeforeRemove || oChange.eWhat == TreeChange::What::BeforeClear)
                     m_mapFacts.clear();
-                m_oRefresh.start();
+                Schedule();
             }));
     Fill();
 }
@@ -102,6 +103,11 @@ InspectorDialog::~InspectorDialog() = default;
 void InspectorDialog::showEvent(QShowEvent* pEvent) {
     QDialog::showEvent(pEvent);
     m_pThings->setFocus();
+}
+
+void InspectorDialog::Schedule() {
+    if (!m_oRefresh.isActive())
+        m_oRefresh.start();
 }
 
 QTreeWidgetItem* InspectorDialog::Group(const QString& sText) {

@@ -34,6 +34,7 @@ protected:
 private:
     using FactsFunction = std::function<Facts()>;
 
+    void Schedule();
     void Fill();
     void FillServices();
     void FillBands();

@@ -34,8 +34,10 @@ public:
         pPainter->save();
         if (bSelected)
             pPainter->fillRect(oOption.rect, oOption.palette.brush(QPalette::Active, QPalette::Highlight));
-        const auto eGroup = oEntry.sWhyNot.isEmpty() || bSelected ? QPalette::Active : QPalette::Disabled;
-        QColor oColor = oOption.palette.color(eGroup, bSelected ? QPalette::HighlightedText : QPalette::Text);
+        // What can't be chosen is paler, but must be read: it says why.
+        QColor oColor = oOption.palette.color(QPalette::Active, bSelected ? QPalette::HighlightedText : QPalette::Text);
+        if (!oEntry.sWhyNot.isEmpty() && !bSelected)
+            oColor.setAlphaF(0.65F);
         pPainter->setPen(oColor);
         const QRect oRect = oOption.rect.adjusted(2 * nMargin, nMargin, -2 * nMargin, -nMargin);
         const QFontMetrics oMetrics(oOption.font);
@@ -45,7 +47,7 @@ public:
         pPainter->drawText(oTop, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, oEntry.sKeys);
         DrawCaption(pPainter, oTop.adjusted(0, 0, -nKeys, 0), oOption.font, oEntry.sCaption,
                     pModel->MarkedAt(oIndex.row()));
-        oColor.setAlphaF(oColor.alphaF() * 0.8F);
+        oColor.setAlphaF(std::min(oColor.alphaF(), 0.8F));
         pPainter->setPen(oColor);
         pPainter->setFont(Small(oOption.font));
         QStringList aParts{oEntry.sPath, oEntry.sOwner, oEntry.sWhyNot};

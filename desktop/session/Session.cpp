@@ -211,7 +211,7 @@ void Session::m_frmMain_Unload() {
 }
 
 void Session::Schedule() {
-    if (m_bFollows && !m_bEnds)
+    if (m_bFollows && !m_bEnds && !m_oTimer.isActive())
         m_oTimer.start();
 }
 
@@ -274,7 +274,7 @@ void Session::OpenAwaitedNodes() {
     std::erase_if(m_mapAwaited, [](const auto& oEntry) { return oEntry.second.empty(); });
 }
 
-void Session::Restore() {
+void Session::Restore(bool bFollow) {
     m_oRead = m_oFile.Read();
     m_aWindows = m_oRead["windows"].toArray();
     if (m_oRead["version"].toInt() > nVersion)
@@ -286,7 +286,8 @@ void Session::Restore() {
     m_oParts.fnFlush();
     m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
     ShowAsTheModelsSay();
-    Follow();
+    if (bFollow)
+        Follow();
 }
 
 void Session::RestoreToolbars(const QJsonObject& oToolbars) {

@@ -37,8 +37,9 @@ public:
     Session(StateFile oFile, Parts oParts);
     ~Session() override;
 
-    // After the start, before the window is shown. From here on changes are kept, a moment after they were made.
-    void Restore();
+    // After the start, before the window is shown. From here on changes are kept, a moment after they were made; not
+    // with false, for an application that isn't whole.
+    void Restore(bool bFollow);
     // Once the window is shown: asks the services for the windows that were open.
     void RestoreWindows();
     // Writes what has changed, now.

@@ -46,8 +46,8 @@ TEST_F(BlameTest, NextStartKnowsInWhoseCodeTheProgramDied) {
         const char* sPlace;
         const char* sWho;
     };
-    for (const Case& oCase :
-         {Case{"constructor", "T0"}, Case{"event", "T0"}, Case{"command", "Trouble0"}, Case{"", ""}}) {
+    for (const Case& oCase : {Case{"constructor", "T0"}, Case{"event", "T0"}, Case{"command", "Trouble0"},
+                              Case{"depth", "Trouble0"}, Case{"", ""}}) {
         Run(oCase.sPlace);
         std::string sAsked;
         ApplicationOptions oOptions;

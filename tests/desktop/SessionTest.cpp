@@ -129,6 +129,24 @@ TEST_F(SessionTest, IsKeptWithoutAnEndAndOutlivesAnUpgrade) {
     EXPECT_EQ(pApplication->Window().Explorer().TabBar()->currentIndex(), 0);
 }
 
+TEST_F(SessionTest, StartWithoutAServiceLeavesTheSessionAsItWas) {
+    {
+        const auto pApplication = Start(m_oFolder);
+        Rearrange(*pApplication);
+    }
+    const QByteArray sKept = m_oFolder.Read("corvane/App/session.json");
+    {
+        ApplicationOptions oOptions{m_oFolder.App(), false};
+        oOptions.oLeftOut.aNames = {"Trouble"};
+        Application oApplication(oOptions);
+        EXPECT_TRUE(oApplication.Start());
+        EXPECT_EQ(oApplication.Window().geometry(), QRect(60, 40, 640, 480));
+        oApplication.Window().close();
+    }
+    EXPECT_FALSE(sKept.isEmpty());
+    EXPECT_EQ(m_oFolder.Read("corvane/App/session.json"), sKept);
+}
+
 TEST_F(SessionTest, ServiceIsAskedForTheWindowsThatWereOpen) {
     m_oFolder.Write("corvane/App/session.json",
                     R"({"version":1,"windows":[{"name":"Sheet","key":"7"},{"name":"Gone","key":""},

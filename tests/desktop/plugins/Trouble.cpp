@@ -25,6 +25,16 @@ void DieIf(const char* sPlace) {
         *pNowhere = 1;
 }
 
+// Runs over the stack when the environment asks for it.
+int DieDeep(int nDepth) {
+    const char* sWanted = std::getenv("TROUBLE");
+    if (!sWanted || std::string(sWanted) != "depth")
+        return nDepth;
+    volatile char aRoom[4096]{};
+    aRoom[static_cast<std::size_t>(nDepth) % sizeof aRoom] = 1;
+    return DieDeep(nDepth + 1) + aRoom[0];
+}
+
 class TroubleService final : public Automation<TroubleService, IServiceAccess> {
 public:
     TroubleService() {
@@ -33,7 +43,10 @@ public:
     }
     Ref<IService> Service() override { return m_oServiceBase; }
     void Start() { Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate(); }
-    void OnDie() { DieIf("command"); }
+    void OnDie() {
+        DieIf("command");
+        DieDeep(1);
+    }
     void OnHang() {
         const auto oEnd = std::chrono::steady_clock::now() + std::chrono::milliseconds(900);
         while (std::chrono::steady_clock::now() < oEnd) {
