@@ -161,6 +161,8 @@ void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
 QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
     auto* pToolbar = new QToolBar(m_pWindow);
     pToolbar->setObjectName(QString::fromStdString(oBand->Name()));
+    for (QToolButton* pMore : pToolbar->findChildren<QToolButton*>()) // shows what doesn't fit
+        pMore->setAccessibleName(tr("More of %1").arg(QString::fromStdString(oBand->Caption())));
     pToolbar->setMovable(true);
     pToolbar->setFloatable(true);
     pToolbar->toggleViewAction()->setEnabled(false); // the bar's own menu does that

@@ -39,7 +39,7 @@ QMenu* MenuBuilder::NewMenu(const std::string& sBand, QWidget* pParent) {
         pMenu->SetRefused(!oBand || !Fill(pMenu, oBand));
     });
     // An empty menu is never asked to open; this entry goes when the menu is filled.
-    pMenu->addAction(QString());
+    pMenu->addAction(QStringLiteral("…"));
     return pMenu;
 }
 

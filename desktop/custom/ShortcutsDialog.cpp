@@ -1,5 +1,7 @@
 #include "desktop/custom/ShortcutsDialog.h"
 
+#include "desktop/ClearButton.h"
+
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -34,7 +36,7 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
     resize(780, 560);
     m_pFilter->setPlaceholderText(tr("Search for a command, keys or an owner"));
     m_pFilter->setAccessibleName(tr("Search"));
-    m_pFilter->setClearButtonEnabled(true);
+    AddClearButton(*m_pFilter);
     m_pList->setHeaderLabels({tr("Command"), tr("Keys"), tr("Owner"), tr("Note")});
     m_pList->setRootIsDecorated(false);
     m_pList->setUniformRowHeights(true);

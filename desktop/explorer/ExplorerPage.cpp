@@ -1,5 +1,7 @@
 #include "desktop/explorer/ExplorerPage.h"
 
+#include "desktop/ClearButton.h"
+
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,7 +26,7 @@ ExplorerPage::ExplorerPage(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> 
     : QWidget(pParent), m_pTree(new ExplorerTree(oTreeView, std::move(pIcons), std::move(fnGuard), this)),
       m_pFilter(new QLineEdit(this)), m_pMessage(NewMessageLabel({}, this)) {
     m_pFilter->setPlaceholderText(tr("Filter"));
-    m_pFilter->setClearButtonEnabled(true);
+    AddClearButton(*m_pFilter);
     m_pFilter->setAccessibleName(tr("Filter of %1").arg(QString::fromStdString(oTreeView->Name())));
     m_pFilter->setToolTip(tr("Shows the items that contain this text (Ctrl+F)"));
     m_pFilter->installEventFilter(this);

@@ -1,5 +1,7 @@
 #include "desktop/log/LogView.h"
 
+#include "desktop/ClearButton.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -29,7 +31,7 @@ LogView::LogView(const QString& sLogFile, QWidget* pParent)
     m_pShown->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_pFilter->setPlaceholderText(tr("Show only lines with this text"));
     m_pFilter->setAccessibleName(tr("Filter"));
-    m_pFilter->setClearButtonEnabled(true);
+    AddClearButton(*m_pFilter);
     m_pTable->setModel(m_pShown);
     m_pTable->setAccessibleName(tr("Log"));
     m_pTable->setSelectionBehavior(QAbstractItemView::SelectRows);

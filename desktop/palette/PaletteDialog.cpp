@@ -1,5 +1,7 @@
 #include "desktop/palette/PaletteDialog.h"
 
+#include "desktop/ClearButton.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -96,7 +98,7 @@ PaletteDialog::PaletteDialog(std::vector<PaletteEntry> aEntries, ToolFunction fn
     setAttribute(Qt::WA_DeleteOnClose);
     m_pField->setPlaceholderText(tr("Type a few letters of a command"));
     m_pField->setAccessibleName(tr("Command"));
-    m_pField->setClearButtonEnabled(true);
+    AddClearButton(*m_pField);
     m_pField->installEventFilter(this);
     m_pList->setModel(m_pModel);
     m_pList->setItemDelegate(new CommandDelegate(m_pList));

@@ -11,7 +11,7 @@ namespace corvane::desktop {
 class AppFolder {
 public:
     AppFolder() {
-        for (const char* sVariable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME"})
+        for (const char* sVariable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
             qputenv(sVariable, m_oFolder.path().toUtf8());
         for (const char* sFolder : {"App/Services", "App/Images", "App/plugins"})
             QDir(m_oFolder.path()).mkpath(sFolder);

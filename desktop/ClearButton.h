@@ -1,0 +1,16 @@
+// The button that empties a field, with a name for assistive programs, which Qt gives it none of.
+#pragma once
+
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace corvane::desktop {
+
+inline void AddClearButton(QLineEdit& oField) {
+    oField.setClearButtonEnabled(true);
+    for (QToolButton* pButton : oField.findChildren<QToolButton*>())
+        pButton->setAccessibleName(QCoreApplication::translate("ClearButton", "Clear"));
+}
+
+} // namespace corvane::desktop
