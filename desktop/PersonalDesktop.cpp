@@ -61,7 +61,10 @@ Session::Parts PersonalDesktop::SessionParts() const {
             m_oParts.oActiveBar,
             m_oParts.frmPanel,
             [pFailures = &m_oParts.oFailures](const std::function<void()>& fnAct) { pFailures->Guard(fnAct); },
-            [pWindow = &m_oParts.oWindow] { pWindow->Flush(); }};
+            [pWindow = &m_oParts.oWindow] {
+                pWindow->Bars().Redraw();
+                pWindow->Flush();
+            }};
 }
 
 void PersonalDesktop::Restore(bool bWhole) {
@@ -80,7 +83,7 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* pParent, bool bAll,
     const CommandList oCommands(*m_oParts.oActiveBar);
     std::vector<PaletteEntry> aEntries;
     aEntries.reserve(oCommands.All().size());
-    for (const Command& oCommand : oCommands.All())
+    for (const CommandEntry& oCommand : oCommands.All())
         aEntries.push_back({oCommand.oTool, oCommand.sCaption, oCommand.sPath, m_oBars.KeysText(*oCommand.oTool),
                             oCommand.oOwner.Text(), bAll ? QString() : oCommand.WhyNot(),
                             DescriptionOf(*oCommand.oTool)});

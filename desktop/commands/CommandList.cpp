@@ -64,7 +64,7 @@ QString Owner::Text() const {
     return "Corvane";
 }
 
-QString Command::WhyNot() const {
+QString CommandEntry::WhyNot() const {
     const auto oAction = Action();
     if (!oAction) {
         QStringList aWanted;
@@ -174,7 +174,7 @@ QString CommandList::PathOf(const Tool& oTool) const {
     return sPath;
 }
 
-const Command* CommandList::Find(const Tool& oTool) const {
+const CommandEntry* CommandList::Find(const Tool& oTool) const {
     const auto it = m_mapCommands.find(&oTool.Master());
     return it == m_mapCommands.end() ? nullptr : &m_aCommands[it->second];
 }

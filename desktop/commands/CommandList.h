@@ -32,7 +32,7 @@ struct Placement {
     Owner oOwner;
 };
 
-struct Command {
+struct CommandEntry {
     Ref<Tool> oTool; // the master
     QString sCaption;
     QString sPath; // the captions of the menus above, or the toolbar, or the explorer item of a context menu
@@ -53,9 +53,9 @@ public:
     // As things stand now. Titles, separators and what the host shows in its bands are no commands.
     explicit CommandList(const ActiveBar& oActiveBar);
 
-    [[nodiscard]] const std::vector<Command>& All() const { return m_aCommands; }
+    [[nodiscard]] const std::vector<CommandEntry>& All() const { return m_aCommands; }
     // A null pointer for a tool that is no command.
-    [[nodiscard]] const Command* Find(const Tool& oTool) const;
+    [[nodiscard]] const CommandEntry* Find(const Tool& oTool) const;
     // All definitions that share the tool, titles too.
     [[nodiscard]] const std::vector<Placement>& PlacementsOf(const Tool& oTool) const;
 
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] QString PathOf(const Tool& oTool) const;
     [[nodiscard]] QString BandPath(const std::string& sBand, int nDepth) const;
 
-    std::vector<Command> m_aCommands;
+    std::vector<CommandEntry> m_aCommands;
     std::unordered_map<const Tool*, std::size_t> m_mapCommands;
     std::unordered_map<const Tool*, std::vector<Placement>> m_mapPlacements;
     std::unordered_map<const ActionItemDef*, Owner> m_mapOwners; // also of actions that code has added

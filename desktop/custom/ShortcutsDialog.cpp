@@ -23,7 +23,7 @@ enum Column { CommandColumn, KeysColumn, OwnerColumn, NoteColumn };
 constexpr int nIndexRole = Qt::UserRole;     // of a command among all
 constexpr int nAsideRole = Qt::UserRole + 1; // of a change whose entry has gone
 
-QString FullName(const Command& oCommand) {
+QString FullName(const CommandEntry& oCommand) {
     return oCommand.sPath.isEmpty() ? oCommand.sCaption : oCommand.sPath + " › " + oCommand.sCaption;
 }
 
@@ -64,7 +64,7 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
     pLayout->addWidget(pButtons);
     connect(m_pFilter, &QLineEdit::textChanged, this, &ShortcutsDialog::Filter);
     connect(m_pList, &QTreeWidget::currentItemChanged, this, &ShortcutsDialog::ShowCurrent);
-    for (const Command& oCommand : m_oCommands.All())
+    for (const CommandEntry& oCommand : m_oCommands.All())
         NewRow(oCommand);
     ShowAll();
     m_pList->setColumnWidth(CommandColumn, 300);
@@ -100,12 +100,12 @@ QWidget* ShortcutsDialog::NewEditRow() {
     connect(m_pKeys, &QKeySequenceEdit::keySequenceChanged, this, &ShortcutsDialog::ShowConflict);
     connect(m_pAssign, &QPushButton::clicked, this, &ShortcutsDialog::Assign);
     connect(m_pNone, &QPushButton::clicked, this, [this] {
-        if (const Command* pCommand = Current())
+        if (const CommandEntry* pCommand = Current())
             m_oBars.SetKeys(*pCommand->oTool, {});
         ShowAll();
     });
     connect(m_pReset, &QPushButton::clicked, this, [this] {
-        if (const Command* pCommand = Current())
+        if (const CommandEntry* pCommand = Current())
             m_oBars.ResetKeys(*pCommand->oTool);
         ShowAll();
     });
@@ -117,14 +117,14 @@ QWidget* ShortcutsDialog::NewEditRow() {
     return pRow;
 }
 
-QTreeWidgetItem* ShortcutsDialog::NewRow(const Command& oCommand) {
+QTreeWidgetItem* ShortcutsDialog::NewRow(const CommandEntry& oCommand) {
     auto* pItem = new QTreeWidgetItem(m_pList, {FullName(oCommand), QString(), oCommand.oOwner.Text()});
     pItem->setData(0, nIndexRole, static_cast<int>(&oCommand - m_oCommands.All().data()));
     pItem->setToolTip(CommandColumn, QString::fromStdString(oCommand.oTool->Name()));
     return pItem;
 }
 
-void ShortcutsDialog::ShowRow(QTreeWidgetItem* pItem, const Command& oCommand) {
+void ShortcutsDialog::ShowRow(QTreeWidgetItem* pItem, const CommandEntry& oCommand) {
     const bool bOwn = m_oBars.HasOwnKeys(*oCommand.oTool);
     QStringList aNotes;
     for (const QKeySequence& oKeys : m_oBars.KeysOf(*oCommand.oTool))
@@ -147,7 +147,7 @@ void ShortcutsDialog::ShowRow(QTreeWidgetItem* pItem, const Command& oCommand) {
 // One change may make conflicts anywhere or end them.
 void ShortcutsDialog::ShowAll() {
     m_mapByKeys.clear();
-    for (const Command& oCommand : m_oCommands.All())
+    for (const CommandEntry& oCommand : m_oCommands.All())
         for (const QKeySequence& oKeys : m_oBars.KeysOf(*oCommand.oTool))
             m_mapByKeys[oKeys[0].toCombined()].append(&oCommand);
     ShowAside();
@@ -168,7 +168,7 @@ void ShortcutsDialog::ShowAside() {
     }
 }
 
-const Command* ShortcutsDialog::Current() const {
+const CommandEntry* ShortcutsDialog::Current() const {
     const QTreeWidgetItem* pItem = m_pList->currentItem();
     if (!pItem || !pItem->data(0, nIndexRole).isValid())
         return nullptr;
@@ -176,7 +176,7 @@ const Command* ShortcutsDialog::Current() const {
 }
 
 bool ShortcutsDialog::Select(const Tool& oTool) {
-    const Command* pCommand = m_oCommands.Find(oTool);
+    const CommandEntry* pCommand = m_oCommands.Find(oTool);
     for (int i = 0; pCommand && i < m_pList->topLevelItemCount(); ++i) {
         m_pList->setCurrentItem(m_pList->topLevelItem(i));
         if (Current() == pCommand)
@@ -185,16 +185,16 @@ bool ShortcutsDialog::Select(const Tool& oTool) {
     return false;
 }
 
-QStringList ShortcutsDialog::OthersOf(const QKeySequence& oKeys, const Command& oCommand) const {
+QStringList ShortcutsDialog::OthersOf(const QKeySequence& oKeys, const CommandEntry& oCommand) const {
     QStringList aOthers;
-    for (const Command* pOther : m_mapByKeys.value(oKeys[0].toCombined()))
+    for (const CommandEntry* pOther : m_mapByKeys.value(oKeys[0].toCombined()))
         if (pOther != &oCommand)
             aOthers.append(QString("%1 (%2)").arg(FullName(*pOther), pOther->oOwner.Text()));
     return aOthers;
 }
 
 void ShortcutsDialog::ShowCurrent() {
-    const Command* pCommand = Current();
+    const CommandEntry* pCommand = Current();
     m_pKeys->clear();
     m_pKeys->setEnabled(pCommand);
     m_pNone->setEnabled(pCommand && !m_oBars.KeysOf(*pCommand->oTool).isEmpty());
@@ -221,7 +221,7 @@ void ShortcutsDialog::ShowConflict() {
 }
 
 QString ShortcutsDialog::Conflict() const {
-    const Command* pCommand = Current();
+    const CommandEntry* pCommand = Current();
     if (!pCommand)
         return {};
     QStringList aTexts;
@@ -236,7 +236,7 @@ QString ShortcutsDialog::Conflict() const {
 }
 
 void ShortcutsDialog::Assign() {
-    const Command* pCommand = Current();
+    const CommandEntry* pCommand = Current();
     if (!pCommand || Typed().isEmpty())
         return;
     m_oBars.SetKeys(*pCommand->oTool, {Typed()});

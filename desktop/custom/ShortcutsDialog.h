@@ -32,22 +32,22 @@ protected:
 
 private:
     [[nodiscard]] QKeySequence Typed() const;
-    QTreeWidgetItem* NewRow(const Command& oCommand);
+    QTreeWidgetItem* NewRow(const CommandEntry& oCommand);
     QWidget* NewEditRow();
-    void ShowRow(QTreeWidgetItem* pItem, const Command& oCommand);
+    void ShowRow(QTreeWidgetItem* pItem, const CommandEntry& oCommand);
     void ShowAll();
     void ShowAside();
     void ShowCurrent();
     void ShowConflict();
     void Filter(const QString& sText);
     void Assign();
-    [[nodiscard]] const Command* Current() const;
+    [[nodiscard]] const CommandEntry* Current() const;
     // The other commands of those keys, as "File › Open (Data)".
-    [[nodiscard]] QStringList OthersOf(const QKeySequence& oKeys, const Command& oCommand) const;
+    [[nodiscard]] QStringList OthersOf(const QKeySequence& oKeys, const CommandEntry& oCommand) const;
 
     PersonalBars& m_oBars;
     CommandList m_oCommands;
-    QHash<int, QList<const Command*>> m_mapByKeys;
+    QHash<int, QList<const CommandEntry*>> m_mapByKeys;
     QLineEdit* m_pFilter;
     QTreeWidget* m_pList;
     QKeySequenceEdit* m_pKeys;

@@ -113,7 +113,7 @@ void Explainer::AddPlaces(Facts& aFacts, const Tool& oInstance) const {
     } else if (pBand && m_oBars.IsAdded(*pBand, oInstance)) {
         aFacts.emplace_back(Say("Put here by"), Say("you"));
     } else {
-        const Command* pCommand = m_oCommands.Find(oInstance);
+        const CommandEntry* pCommand = m_oCommands.Find(oInstance);
         const bool bByCode = pCommand && pCommand->oOwner.eKind != Owner::Kind::Host;
         aFacts.emplace_back(Say("Put here by"), bByCode ? Say("code of %1, at run time").arg(pCommand->oOwner.Text())
                                                         : Say("the library; no file names it"));
@@ -125,7 +125,7 @@ void Explainer::AddPlaces(Facts& aFacts, const Tool& oInstance) const {
 }
 
 void Explainer::AddState(Facts& aFacts, const Tool& oInstance) const {
-    const Command* pCommand = m_oCommands.Find(oInstance);
+    const CommandEntry* pCommand = m_oCommands.Find(oInstance);
     if (!pCommand) {
         aFacts.emplace_back(Say("Shown"), YesNo(oInstance.Visible()));
         return;
@@ -153,7 +153,7 @@ void Explainer::AddState(Facts& aFacts, const Tool& oInstance) const {
 
 Facts Explainer::OfTool(const Tool& oInstance) const {
     Facts aFacts;
-    const Command* pCommand = m_oCommands.Find(oInstance);
+    const CommandEntry* pCommand = m_oCommands.Find(oInstance);
     QString sEntry = PlainCaption(oInstance);
     if (pCommand && !pCommand->sPath.isEmpty())
         sEntry = pCommand->sPath + " › " + sEntry;

@@ -16,7 +16,6 @@
 #include <QMainWindow>
 #include <QScreen>
 #include <QStyle>
-#include <QToolBar>
 #include <algorithm>
 
 namespace corvane::desktop {
@@ -285,7 +284,7 @@ void Session::Restore(bool bFollow) {
     StandOnScreen(*m_oParts.pWindow);
     m_oParts.fnFlush();
     m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
-    ShowAsTheModelsSay();
+    m_oParts.fnFlush(); // what was kept also tells what was hidden then; what holds is the models
     if (bFollow)
         Follow();
 }
@@ -332,14 +331,6 @@ void Session::RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes
             else
                 m_mapAwaited[oTree.Get()][sKey] = bOpen;
         }
-}
-
-// The kept places also tell what was hidden then; what holds is the models.
-void Session::ShowAsTheModelsSay() {
-    for (QToolBar* pToolbar : m_oParts.pWindow->findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly))
-        if (const auto oBand = m_oParts.oActiveBar->Bands()->Find(pToolbar->objectName().toStdString()))
-            pToolbar->setVisible(oBand->Visible());
-    m_oParts.fnFlush();
 }
 
 void Session::RestoreWindows() {

@@ -30,7 +30,7 @@ public:
         Ref<ActiveBar> oActiveBar;
         Ref<PanelForm> frmPanel;
         std::function<void(const std::function<void()>&)> fnGuard;
-        std::function<void()> fnFlush; // brings the screen in line with the models
+        std::function<void()> fnFlush; // brings the whole screen in line with the models
     };
 
     // Before the library is initialised: the session is told of the form's unload first, while all still stands.
@@ -59,7 +59,6 @@ private:
     void RestoreToolbars(const QJsonObject& oToolbars);
     void RestoreExplorer(const QJsonObject& oExplorer);
     void RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes);
-    void ShowAsTheModelsSay();
     void Tree_Changed(TreeView* pTree, const TreeChange& oChange);
     void OpenAwaitedNodes();
     [[nodiscard]] Ref<TabStrip> Tabs() const;
