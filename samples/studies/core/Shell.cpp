@@ -6,7 +6,6 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/WindowManager.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
@@ -67,13 +66,17 @@ std::optional<std::string> AskForChoice(const std::string& sTitle, const std::st
 }
 
 std::string AskForSavePath(const std::string& sTitle, const std::string& sFilter, const std::string& sFileName) {
-    // A name of a data set may hold what no file's name can.
-    std::string sName = sFileName;
-    std::replace_if(
-        sName.begin(), sName.end(), [](char c) { return c == '/' || c == ':'; }, '-');
-    const char* sHome = std::getenv("HOME");
-    const std::array<Variant, 3> aArguments{sTitle, sFilter,
-                                            (sHome ? std::string(sHome) + "/" : std::string()) + sName};
+    std::filesystem::path oPath = sFileName;
+    if (oPath.is_relative()) {
+        // The name of a data set may hold what no file's name can.
+        std::string sName = sFileName;
+        for (char& c : sName)
+            if (c == '/' || c == ':')
+                c = '-';
+        const char* sHome = std::getenv("HOME");
+        oPath = std::filesystem::path(sHome ? sHome : "") / sName;
+    }
+    const std::array<Variant, 3> aArguments{sTitle, sFilter, oPath.string()};
     return AskDialog("ShowSave", aArguments).value_or("");
 }
 

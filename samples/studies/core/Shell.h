@@ -25,7 +25,8 @@ void ShowMessage(const std::string& sText, const std::string& sTitle);
 [[nodiscard]] std::optional<std::string> AskForChoice(const std::string& sTitle, const std::string& sChoices);
 
 // Asks where to write a file by its member "ShowSave", which is called with a title, a filter as above and a path to
-// begin with; "" when the person thinks better of it, and from a host without such a dialog.
+// begin with, in the home folder if a name alone is given; "" when the person thinks better of it, and from a host
+// without such a dialog.
 [[nodiscard]] std::string AskForSavePath(const std::string& sTitle, const std::string& sFilter,
                                          const std::string& sFileName);
 

@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QTimer>
 #include <array>
 
 namespace studies {
@@ -62,7 +63,7 @@ QWidget* ExportPage::MakeWidget(QWidget* pParent) {
     pForm->addRow(QString(), m_pProblem);
     QObject::connect(m_pPath, &QLineEdit::textChanged, pPage, [this] {
         Guarded([this] {
-            m_pProblem->Show(Text(Problem()));
+            ShowRemark();
             Reconsider();
         });
     });
@@ -71,8 +72,8 @@ QWidget* ExportPage::MakeWidget(QWidget* pParent) {
         m_pPath->setText(
             oFile.dir().filePath(oFile.completeBaseName() + aFormats[static_cast<std::size_t>(i)].sEnding));
     });
-    QObject::connect(pBrowse, &QPushButton::clicked, pPage, [this] { Guarded([this] { AskForPath(); }); });
-    m_pProblem->Show(Text(Problem()));
+    QObject::connect(pBrowse, &QPushButton::clicked, pPage, [this] { Guarded([this] { (void)AskForPath(); }); });
+    ShowRemark();
     return pPage;
 }
 
@@ -91,20 +92,34 @@ std::string ExportPage::Problem() const {
     if (!oFile.isAbsolute() || !oFile.dir().exists())
         return "There is no folder \"" + Utf8(oFile.dir().path()) + "\".";
     if (oFile.exists())
-        return {}; // said below the button that replaces it
+        return {};
     return QFileInfo(oFile.dir().path()).isWritable() ? std::string() : "Nothing can be written to that folder.";
 }
 
-void ExportPage::AskForPath() {
+void ExportPage::ShowRemark() {
+    const std::string sProblem = Problem();
+    const bool bReplaces = sProblem.empty() && QFileInfo::exists(m_pPath->text().trimmed());
+    m_pProblem->Show(bReplaces ? QString("The file is there already; it will be replaced.") : Text(sProblem));
+}
+
+// False when the person thinks better of it.
+bool ExportPage::AskForPath() {
     const std::string sPath = AskForSavePath("Export", "Text (*.csv *.tsv)|*.csv *.tsv", Utf8(m_pPath->text()));
     if (!sPath.empty())
         m_pPath->setText(Text(sPath));
+    return !sPath.empty();
 }
 
-// "Save As" asks for another file before the form saves.
+// "Save As" asks for another file before the form saves. A page that isn't valid then holds the form back, for as long
+// as the command runs.
 void ExportPage::OnCommand(StandardCommandConstants eCommand) {
-    if (eCommand == StandardCommandConstants::cvSaveAs && m_pPath)
-        AskForPath();
+    if (eCommand != StandardCommandConstants::cvSaveAs || !m_pPath || AskForPath())
+        return;
+    m_bThoughtBetter = true;
+    QTimer::singleShot(0, m_pPath, [this] {
+        m_bThoughtBetter = false;
+        Guarded([this] { Reconsider(); });
+    });
 }
 
 void ExportPage::OnSave() {

@@ -19,16 +19,18 @@ protected:
     void OnInitialize() override;
     void OnSave() override;
     QWidget* MakeWidget(QWidget* pParent) override;
-    [[nodiscard]] bool IsValid() override { return Problem().empty(); }
+    [[nodiscard]] bool IsValid() override { return !m_bThoughtBetter && Problem().empty(); }
 
 private:
-    void AskForPath();
+    bool AskForPath();
+    void ShowRemark();
     void OnCommand(corvane::StandardCommandConstants eCommand);
     [[nodiscard]] std::string Problem() const;
 
     QPointer<QComboBox> m_pFormat;
     QPointer<QLineEdit> m_pPath;
     QPointer<ProblemLabel> m_pProblem;
+    bool m_bThoughtBetter = false; // of "Save As"
 };
 
 } // namespace studies

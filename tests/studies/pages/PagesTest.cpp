@@ -269,6 +269,11 @@ TEST_F(Pages, DataAndReportsAreExported) {
         EXPECT_FALSE(Button(oDialog, "Save")->isEnabled());
         Only<QComboBox>(oDialog)->setCurrentIndex(1);
         Only<QLineEdit>(oDialog)->setText(QString::fromStdString(sPath));
+        m_pApplication->Dialogs().AddAnswer(""); // a change of mind
+        Button(oDialog, "Save As")->click();
+        EXPECT_TRUE(oDialog.isVisible());
+        EXPECT_FALSE(std::filesystem::exists(sPath));
+        Turn();
         Button(oDialog, "Save")->click();
     });
     EXPECT_EQ(Read(sPath).substr(0, 136),
