@@ -3,7 +3,9 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/platform/controls/BarText.h"
+#include "desktop/WidgetText.h"
 #include "desktop/windows/LeaveBox.h"
+#include "desktop/windows/PagePlace.h"
 #include "desktop/windows/WindowFormFactory.h"
 
 #include <QApplication>
@@ -27,6 +29,11 @@ void NodesAsText(std::string& sText, const std::vector<Node*>& aSiblings, std::s
         sText += std::string(nDepth * 2, ' ') + pNode->Text() + "\n";
         NodesAsText(sText, pNode->Children(), nDepth + 1);
     }
+}
+
+std::string TextOfFrontPage(WindowForm& oForm) {
+    const WindowBody* pBody = oForm.Body();
+    return pBody && pBody->PageCount() > 0 ? WidgetAsText(pBody->Place(pBody->CurrentPage()), "    ") : "";
 }
 
 } // namespace
@@ -240,7 +247,7 @@ std::string Application::AsText() const {
     sText += "Status\n  " + StatusText().toStdString() + "\n";
     for (const auto& frm : m_frmMain->Forms())
         if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->Visible())
-            sText += oForm->AsText();
+            sText += oForm->AsText() + TextOfFrontPage(*oForm);
     for (const auto& oMessage : m_oMessageBox->Shown())
         sText += "Message " + oMessage.sTitle.toStdString() + "\n" + oMessage.sText.toStdString() + "\n";
     return sText;

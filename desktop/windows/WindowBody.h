@@ -39,6 +39,7 @@ class WindowBody final : public QWidget {
 public:
     WindowBody(const BodyOptions& oOptions, const std::vector<PageRoom>& aRooms, QWidget* pParent = nullptr);
 
+    [[nodiscard]] int PageCount() const { return static_cast<int>(m_aPlaces.size()); }
     [[nodiscard]] PagePlace& Place(int iPage) const { return *m_aPlaces[static_cast<std::size_t>(iPage)]; }
     [[nodiscard]] CommandRow& Commands() { return *m_pCommands; }
     [[nodiscard]] bool AreCommandsShown() const;

@@ -93,15 +93,6 @@ TEST(Statistics, LargeValuesKeepTheirDeviation) {
     EXPECT_DOUBLE_EQ(Summarize(ReadCsv("x\n1000000001\n1000000002\n1000000003\n").oTable.aColumns[0]).dblDeviation, 1);
 }
 
-TEST(Report, ColumnsAreAligned) {
-    EXPECT_EQ(ReportText(Summarize(ReadCsv("l\u00e4nge,art\n1,b\n2.5,\n,b\n").oTable)),
-              "Numbers  count  missing  mean  std. dev.  min  1st qu.  median  3rd qu.  max\n"
-              "l\u00e4nge        2        1  1.75    1.06066    1    1.375    1.75    2.125  2.5\n"
-              "\n"
-              "Texts  count  missing  distinct  most frequent  times\n"
-              "art        2        1         1              b      2\n");
-}
-
 TEST(Report, OneLineNamesTheFirstColumns) {
     EXPECT_EQ(
         LineText(Summarize(Penguins())),

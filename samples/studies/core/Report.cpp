@@ -8,31 +8,6 @@
 namespace studies {
 namespace {
 
-using Line = std::vector<std::string>;
-
-// Characters, not bytes.
-std::size_t WidthOf(std::string_view sText) {
-    return static_cast<std::size_t>(std::count_if(
-        sText.begin(), sText.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
-}
-
-// The first field of each line is aligned to the left, the others to the right.
-std::string Aligned(const std::vector<Line>& aLines) {
-    std::vector<std::size_t> aWidths(aLines.front().size());
-    for (const Line& aLine : aLines)
-        for (std::size_t i = 0; i < aLine.size(); ++i)
-            aWidths[i] = std::max(aWidths[i], WidthOf(aLine[i]));
-    std::string sText;
-    for (const Line& aLine : aLines) {
-        for (std::size_t i = 0; i < aLine.size(); ++i) {
-            const std::string sBlanks(aWidths[i] - WidthOf(aLine[i]), ' ');
-            sText += i == 0 ? aLine[i] + sBlanks : "  " + sBlanks + aLine[i];
-        }
-        sText += '\n';
-    }
-    return sText;
-}
-
 std::string Counted(std::size_t n, std::string_view sOne) {
     return CountText(n) + " " + std::string(sOne) + (n == 1 ? "" : "s");
 }
@@ -88,41 +63,6 @@ std::string JoinLines(const std::vector<std::string>& aLines) {
     std::string sText;
     for (const std::string& sLine : aLines)
         sText += (sText.empty() ? "" : "\n") + sLine;
-    return sText;
-}
-
-std::string ReportText(const TableSummary& oSummary) {
-    std::vector<Line> aNumbers{
-        {"Numbers", "count", "missing", "mean", "std. dev.", "min", "1st qu.", "median", "3rd qu.", "max"}};
-    std::vector<Line> aTexts{{"Texts", "count", "missing", "distinct", "most frequent", "times"}};
-    for (const ColumnSummary& oColumn : oSummary.aColumns) {
-        Line aLine{oColumn.sName, std::to_string(oColumn.nCount), std::to_string(oColumn.nMissing)};
-        if (oColumn.eType == ColumnType::Text) {
-            aLine.insert(aLine.end(), {std::to_string(oColumn.nDistinct), oColumn.sMostFrequent,
-                                       std::to_string(oColumn.nMostFrequent)});
-            aTexts.push_back(std::move(aLine));
-        } else {
-            for (const double dblFigure : {oColumn.dblMean, oColumn.dblDeviation, oColumn.dblMin, oColumn.dblQ1,
-                                           oColumn.dblMedian, oColumn.dblQ3, oColumn.dblMax})
-                aLine.push_back(FigureText(dblFigure));
-            aNumbers.push_back(std::move(aLine));
-        }
-    }
-    std::string sText;
-    if (aNumbers.size() > 1)
-        sText = Aligned(aNumbers);
-    if (aTexts.size() > 1)
-        sText += (sText.empty() ? "" : "\n") + Aligned(aTexts);
-    return sText;
-}
-
-std::string ReportText(const std::vector<GroupSummary>& aGroups, std::string_view sColumn) {
-    std::string sText;
-    for (const GroupSummary& oGroup : aGroups) {
-        sText += (sText.empty() ? "" : "\n") + std::string(sColumn) + ": " +
-                 (oGroup.sGroup.empty() ? "missing" : oGroup.sGroup) + " (" + Counted(oGroup.oSummary.nRows, "row") +
-                 ")\n" + ReportText(oGroup.oSummary);
-    }
     return sText;
 }
 

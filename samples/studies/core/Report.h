@@ -21,11 +21,6 @@ namespace studies {
 // "95 %".
 [[nodiscard]] std::string ShareText(double dblShare);
 
-// Numbers and texts in a block each, a column of the table on each line. Ends with a line feed.
-[[nodiscard]] std::string ReportText(const TableSummary& oSummary);
-// The same for each group, under a line that names the group's value and its rows.
-[[nodiscard]] std::string ReportText(const std::vector<GroupSummary>& aGroups, std::string_view sColumn);
-
 // The means of the first columns of numbers, with their standard deviations, in four significant digits.
 [[nodiscard]] std::string LineText(const TableSummary& oSummary);
 

@@ -1,6 +1,8 @@
 #include "Windows.h"
 
 #include "Errors.h"
+#include "Report.h"
+#include "Shell.h"
 #include "Statistics.h"
 #include "StudyContexts.h"
 #include "corvane/base/Text.h"
@@ -94,6 +96,8 @@ Ref<Window> OpenDataWindow(const Ref<DataSetContext>& oData, const Ref<IWindowEx
 Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& oData, AnalysisKind eKind) {
     const Table& oTable = oData->Data();
     CheckColumns(oTable, eKind);
+    if (eKind == AnalysisKind::Summary)
+        ShowStatus("Summary of " + oData->Info().sName + ": " + LineText(Summarize(oTable)));
     return OpenDocument(New<AnalysisDocument>(oData, FirstSettings(oTable, eKind, ReadPreferences())));
 }
 
