@@ -68,6 +68,11 @@ bool IsNothing(const Json& oValue) {
     return oValue.is_null() || oValue == false || oValue == "" || oValue == Json::array();
 }
 
+// A file of steps may hold any bytes.
+std::string Shown(const Json& oValue) {
+    return oValue.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 } // namespace
 
 std::string Unmet(const ModelHost& oHost, const std::string& sRest) {
@@ -82,8 +87,7 @@ std::string Unmet(const ModelHost& oHost, const std::string& sRest) {
         (sValue.empty() && IsNothing(oThere)))
         return {};
     return "expected " + sRest.substr(0, sRest.size() - sValue.size()) +
-           (oWanted.is_discarded() ? Json(sValue).dump() : sValue) + ", but it is " +
-           oThere.dump(-1, ' ', false, Json::error_handler_t::replace);
+           (oWanted.is_discarded() ? Shown(sValue) : sValue) + ", but it is " + Shown(oThere);
 }
 
 } // namespace corvane::inspect

@@ -71,11 +71,13 @@ TEST_F(StepsTest, TellWhatIsOtherwiseThanExpected) {
                         "expect status \n"
                         "expect nowhere.at.all.count 0");
     EXPECT_EQ(m_oApplication.TakeUnmet(), Lines());
-    m_oApplication.Take("expect windows.count 2\nexpect windows[W].name V\nexpect tools[No One].checked true");
-    EXPECT_EQ(m_oApplication.TakeUnmet(),
-              (Lines{"steps:1: error: expected windows.count 2, but it is 1",
-                     "steps:2: error: expected windows[W].name \"V\", but it is \"W\"",
-                     "steps:3: error: expected tools[No One].checked true, but it is null"}));
+    m_oApplication.Take("expect windows.count 2\nexpect windows[W].name V\nexpect tools[No One].checked true\n"
+                        "expect status \xF6t"); // bytes that are no UTF-8
+
+    EXPECT_EQ(m_oApplication.TakeUnmet(), (Lines{"steps:1: error: expected windows.count 2, but it is 1",
+                                                 "steps:2: error: expected windows[W].name \"V\", but it is \"W\"",
+                                                 "steps:3: error: expected tools[No One].checked true, but it is null",
+                                                 "steps:4: error: expected status \"\xEF\xBF\xBDt\", but it is \"\""}));
 }
 
 } // namespace corvane::testing
