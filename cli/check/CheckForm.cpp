@@ -201,6 +201,8 @@ private:
     }
 
     void CheckNeed(const Element& oElement, const AttributeFormat& oFormat) {
+        if (oFormat.eNeed == Need::Optional)
+            return;
         const Attribute* pAttribute = oElement.Find(oFormat.sName);
         if (oFormat.eNeed == Need::Required && !pAttribute)
             m_oReport.Add(Rule::MissingAttribute, m_oFile.At(oElement.oAt),

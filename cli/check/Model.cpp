@@ -4,7 +4,7 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
-#include <forward_list>
+#include <deque>
 #include <tuple>
 #include <unordered_map>
 
@@ -15,24 +15,33 @@ namespace {
 // An element as the library's records read it. What was found to be bad counts as absent.
 class ElementNode final : public IXmlNode {
 public:
-    explicit ElementNode(const Element& oElement) : m_oElement(oElement) {}
+    // From then on it is that element; texts of the one before are no longer valid.
+    void Show(const Element& oElement) {
+        m_pElement = &oElement;
+        m_nTexts = 0;
+    }
 
     std::optional<std::string> Attribute(std::string_view sName) const override {
-        const auto* pAttribute = m_oElement.Find(sName);
+        const auto* pAttribute = m_pElement->Find(sName);
         return pAttribute && !pAttribute->bBad ? std::optional<std::string>(pAttribute->sValue) : std::nullopt;
     }
     const char* AttributeText(std::string_view sName) const override {
-        const std::optional<std::string> oText = Attribute(sName);
-        return oText ? m_aTexts.emplace_front(*oText).c_str() : nullptr;
+        const auto* pAttribute = m_pElement->Find(sName);
+        if (!pAttribute || pAttribute->bBad)
+            return nullptr;
+        if (m_nTexts == m_aTexts.size())
+            m_aTexts.emplace_back();
+        return m_aTexts[m_nTexts++].assign(pAttribute->sValue).c_str();
     }
     void SetAttribute(std::string_view /*sName*/, std::string_view /*sValue*/) override {}
     std::vector<Ref<IXmlNode>> SelectNodes(std::string_view /*sXPath*/) const override { return {}; }
     Ref<IXmlNode> SelectSingleNode(std::string_view /*sXPath*/) const override { return nullptr; }
-    Long Line() const override { return m_oElement.oAt.lLine; }
+    Long Line() const override { return m_pElement->oAt.lLine; }
 
 private:
-    const Element& m_oElement;
-    mutable std::forward_list<std::string> m_aTexts; // that have been handed out
+    const Element* m_pElement = nullptr;
+    mutable std::deque<std::string> m_aTexts; // the first m_nTexts have been handed out
+    mutable std::size_t m_nTexts = 0;
 };
 
 template <class Act>
@@ -107,16 +116,17 @@ private:
         oProvider.pElement = &oElement;
         oProvider.sName = sName;
         oProvider.sProgID = sProgID;
-        Places mapActions;
         Actions mapByName;
         ForEach(oElement, "ActionItems", "ActionItem", [&](const Element& oActionElement) {
-            const std::string sAction(oActionElement.Value("Name"));
-            if (!Register(mapActions, "action", sAction, oFile, oActionElement))
-                return;
+            const std::string_view sAction = oActionElement.Value("Name");
+            const auto [it, bNew] = mapByName.try_emplace(sAction, nullptr);
+            if (!bNew)
+                return ReportDuplicate("action", sAction, oFile.At(oActionElement.At("Name")),
+                                       oFile.At(it->second->pElement->At("Name")), "give one of them another name");
             auto oDef = New<ActionItemDef>();
-            oDef->Initialize(New<ElementNode>(oActionElement));
+            oDef->Initialize(Shown(oActionElement));
             oProvider.aActions.push_back({&oActionElement, &oProvider, oDef, m_oModel.nActions++});
-            mapByName.emplace(oDef->Name(), &oProvider.aActions.back());
+            it->second = &oProvider.aActions.back();
         });
         Places mapEntries;
         ForEach(oElement, "Menus", "MenuItem",
@@ -132,7 +142,7 @@ private:
         if (!pAction || !IsUsable(oElement, {"Type", "PositionOrder"}))
             return;
         auto oDef = New<MenuItemDef>();
-        oDef->Initialize(New<ElementNode>(oElement));
+        oDef->Initialize(Shown(oElement));
         oDef->SetActionItemDef(pAction->oDef);
         const std::string sKey = oDef->Key();
         // Services have no keys of their own for their entries.
@@ -156,15 +166,29 @@ private:
                   const Element& oElement, std::string_view sAttribute = "Name",
                   std::string_view sCure = "give one of them another name") {
         const auto [it, bNew] = mapPlaces.try_emplace(sName, Where{&oFile, oElement.At(sAttribute)});
-        if (!bNew && !sName.empty())
-            m_oReport.Add(Rule::DuplicateName, oFile.At(oElement.At(sAttribute)),
-                          "there is a " + std::string(sKind) + " " + Quoted(sName) + " already", std::string(sCure),
-                          {{it->second.pFile->At(it->second.oAt), "the first one"}});
+        if (!bNew)
+            ReportDuplicate(sKind, sName, oFile.At(oElement.At(sAttribute)), it->second.pFile->At(it->second.oAt),
+                            sCure);
         return bNew;
+    }
+
+    // What has no name at all has a finding of its own.
+    void ReportDuplicate(std::string_view sKind, std::string_view sName, Place oPlace, Place oFirst,
+                         std::string_view sCure) {
+        if (!sName.empty())
+            m_oReport.Add(Rule::DuplicateName, std::move(oPlace),
+                          "there is a " + std::string(sKind) + " " + Quoted(sName) + " already", std::string(sCure),
+                          {{std::move(oFirst), "the first one"}});
+    }
+
+    [[nodiscard]] const Ref<ElementNode>& Shown(const Element& oElement) {
+        m_oNode->Show(oElement);
+        return m_oNode;
     }
 
     Model& m_oModel;
     Report& m_oReport;
+    Ref<ElementNode> m_oNode = New<ElementNode>();
     Places m_mapServices;
     Places m_mapItems;
     Places m_mapWindows;
