@@ -241,8 +241,10 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="False"/>)"},
     {Rule::MissingFramework, "missing-framework", Severity::Warning, "No active file has the ProgID Corvane.Framework.",
-     "The Qt host then brings a definition of its own. Without a host of that kind, as in tests and in corvane inspect, "
-     "the explorer finds no action \"Navigation\", and the application doesn't start.", "", ""},
+     "The Qt host then brings a definition of its own. Without a host of that kind, as in tests and in corvane "
+     "inspect, "
+     "the explorer finds no action \"Navigation\", and the application doesn't start.",
+     "", ""},
     {Rule::MissingNavigation, "missing-navigation", Severity::Error, "The root object has no action \"Navigation\".",
      "The file of Corvane.Framework has to define it, with the procedure ViewNavigation; of several such files the "
      "last one "
