@@ -18,10 +18,16 @@ protected:
         m_oFolder.Plugin("T" + sNumber);
         m_oFolder.Service("Trouble" + sNumber, "T" + sNumber + ".Service",
                           R"(<ActionItems><ActionItem Name="Die" Action="OnDie"/>
-            <ActionItem Name="Hang" Action="OnHang"/></ActionItems><Menus>
+            <ActionItem Name="Hang" Action="OnHang"/><ActionItem Name="Open" Action="OnOpen"/></ActionItems><Menus>
+            <MenuItem Type="MenuItem" ActionItem="Open" Path="Menu)" +
+                              sNumber + R"(" PositionOrder="1" Caption="Open"/>
             <MenuItem Type="MenuItem" ActionItem="Die" Path="File" PositionOrder="1" Caption="Die"/>
             <MenuItem Type="MenuItem" ActionItem="Hang" Path="Menu)" +
-                              sNumber + R"(" PositionOrder="2" Caption="Hang"/></Menus>)");
+                              sNumber + R"(" PositionOrder="2" Caption="Hang"/></Menus><Windows>
+            <Window Name="Sheet)" +
+                              (sNumber == "0" ? QString() : sNumber) +
+                              R"(" Caption="Sheet" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
+            <Page PageProgID="T0.Page" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)");
     }
     // The real program, in a process of its own.
     void Run(const char* sTrouble) const {
@@ -29,8 +35,8 @@ protected:
         auto oEnvironment = QProcessEnvironment::systemEnvironment();
         oEnvironment.insert("TROUBLE", sTrouble);
         oProgram.setProcessEnvironment(oEnvironment);
-        oProgram.start(CORVANE_DESKTOP_PROGRAM,
-                       {QString::fromStdString(m_oFolder.App()), "--choose", "File.Die", "--quit"});
+        oProgram.start(CORVANE_DESKTOP_PROGRAM, {QString::fromStdString(m_oFolder.App()), "--choose", "Menu0.Open",
+                                                 "--choose", "File.Die", "--quit"});
         ASSERT_TRUE(oProgram.waitForFinished(60000));
         EXPECT_EQ(oProgram.exitStatus() == QProcess::CrashExit, *sTrouble != 0) << sTrouble;
     }
@@ -47,7 +53,7 @@ TEST_F(BlameTest, NextStartKnowsInWhoseCodeTheProgramDied) {
         const char* sWho;
     };
     for (const Case& oCase : {Case{"constructor", "T0"}, Case{"event", "T0"}, Case{"command", "Trouble0"},
-                              Case{"depth", "Trouble0"}, Case{"", ""}}) {
+                              Case{"depth", "Trouble0"}, Case{"page", "Trouble0"}, Case{"", ""}}) {
         Run(oCase.sPlace);
         std::string sAsked;
         ApplicationOptions oOptions;

@@ -1,5 +1,7 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
 #include "desktop/Application.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/AppFolder.h"
@@ -17,7 +19,9 @@ namespace corvane::desktop {
 namespace {
 
 constexpr const char* sContent = R"(<ActionItems>
-<ActionItem Name="Ping" Action="OnPing"/><ActionItem Name="Pong" Action="OnPing"/></ActionItems><Menus>
+<ActionItem Name="Ping" Action="OnPing"/><ActionItem Name="Pong" Action="OnPing"/>
+<ActionItem Name="Open" Action="OnOpen"/></ActionItems><Menus>
+<MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1" Caption="Open"/>
 <MenuItem Type="ToolbarItem" ActionItem="Ping" Path="Edit" PositionOrder="1" Caption="Ping"/>
 <MenuItem Type="ToolbarItem" ActionItem="Pong" Path="Work" PositionOrder="1" Caption="Pong"/></Menus><ExplorerItems>
 <ExplorerItem Name="Left" Type="Folder" PositionOrder="1"/>
@@ -152,6 +156,20 @@ TEST_F(SessionTest, ServiceIsAskedForTheWindowsThatWereOpen) {
                     R"({"version":1,"windows":[{"name":"Sheet","key":"7"},{"name":"Gone","key":""},
                     {"name":"sheet","key":""}]})");
     EXPECT_EQ(Status(*Start(m_oFolder)), "Sheet/7 sheet/ ");
+}
+
+TEST_F(SessionTest, WindowThatWasOpenOpensAgainWithItsKey) {
+    {
+        const auto pApplication = Start(m_oFolder);
+        EXPECT_TRUE(pApplication->Choose("File.Open"));
+        pApplication->Personal().Kept().Keep();
+        pApplication->Window().close(); // closes the window in it first
+        EXPECT_TRUE(pApplication->Window().HasEnded());
+    }
+    const auto pApplication = Start(m_oFolder);
+    EXPECT_EQ(Status(*pApplication), "Sheet/7 ");
+    EXPECT_TRUE(CorvaneMain::Framework()->WindowManager()->Windows()->HasKey("7"));
+    EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
 }
 
 TEST_F(SessionTest, DamagedOrForeignStateCostsNothingButTheState) {

@@ -28,7 +28,7 @@ TEST(StateFile, WriterThatIsKilledLosesNothingButItsLastChange) {
                     ::_exit(1);
         }
         ::close(aPipe[1]);
-        QThread::usleep(500 + QRandomGenerator::global()->bounded(6000));
+        QThread::usleep(500U + QRandomGenerator::global()->bounded(6000U));
         ::kill(nChild, SIGKILL);
         ::waitpid(nChild, nullptr, 0);
         int nTold = nKept;

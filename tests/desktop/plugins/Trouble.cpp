@@ -7,7 +7,12 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
+#include "corvane/windows/IPageAccess.h"
+#include "corvane/windows/PageBase.h"
+#include "corvane/windows/WindowManager.h"
+#include "desktop/IQtPage.h"
 
+#include <QWidget>
 #include <chrono>
 #include <cstdlib>
 #include <string>
@@ -52,27 +57,49 @@ public:
         while (std::chrono::steady_clock::now() < oEnd) {
         }
     }
+    void OnOpen() { Open("Sheet", "7"); }
     void OnPing() { Singleton::Framework()->SetStatus("Ping"); }
     bool RestoreWindow(const std::string& sName, const std::string& sKey) {
         m_sRestored += sName + "/" + sKey + " ";
         Singleton::Framework()->SetStatus(m_sRestored);
+        Open(sName, sKey);
         return true;
     }
 
     static constexpr auto Members =
         MemberTable(Method("Start", &TroubleService::Start), Method("OnDie", &TroubleService::OnDie),
-                    Method("OnHang", &TroubleService::OnHang), Method("OnPing", &TroubleService::OnPing),
-                    Method("RestoreWindow", &TroubleService::RestoreWindow));
+                    Method("OnHang", &TroubleService::OnHang), Method("OnOpen", &TroubleService::OnOpen),
+                    Method("OnPing", &TroubleService::OnPing), Method("RestoreWindow", &TroubleService::RestoreWindow));
 
 private:
+    static void Open(const std::string& sName, const std::string& sKey) {
+        Singleton::Framework()->WindowManager()->OpenWindow(
+            sName, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
+            WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
+            WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
+            ShowApplyCommandConstants::cvDefinitionDefault, sKey);
+    }
+
     Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
     Subscription m_oInitialize;
     std::string m_sRestored;
 };
 
+class TroublePage final : public IPageAccess, public desktop::IQtPage {
+public:
+    Ref<IPage> Page() override { return m_oBase; }
+    QWidget* NewWidget(QWidget* pParent) override {
+        DieIf("page");
+        return new QWidget(pParent);
+    }
+
+private:
+    Ref<PageBase> m_oBase = New<PageBase>();
+};
+
 } // namespace
 
-CORVANE_PLUGIN(Class<TroubleService>("T0.Service"), Class<TroubleService>("T1.Service"),
+CORVANE_PLUGIN(Class<TroublePage>("T0.Page"), Class<TroubleService>("T0.Service"), Class<TroubleService>("T1.Service"),
                Class<TroubleService>("T2.Service"), Class<TroubleService>("T3.Service"),
                Class<TroubleService>("T4.Service"), Class<TroubleService>("T5.Service"),
                Class<TroubleService>("T6.Service"), Class<TroubleService>("T7.Service"),
