@@ -66,6 +66,10 @@ void BarRenderer::SetChanges(const BarChanges& oChanges) {
 void BarRenderer::Redraw() {
     m_oShortCuts.Invalidate();
     m_oActions.ShowAllTexts();
+    RedrawToolbars();
+}
+
+void BarRenderer::RedrawToolbars() {
     for (const auto& [pBand, oToolbar] : m_mapToolbars)
         m_setBands.insert(pBand);
     Schedule();

@@ -62,7 +62,7 @@ Session::Parts PersonalDesktop::SessionParts() const {
             m_oParts.frmPanel,
             [pFailures = &m_oParts.oFailures](const std::function<void()>& fnAct) { pFailures->Guard(fnAct); },
             [pWindow = &m_oParts.oWindow] {
-                pWindow->Bars().Redraw();
+                pWindow->Bars().RedrawToolbars();
                 pWindow->Flush();
             }};
 }

@@ -278,13 +278,15 @@ void Session::Restore(bool bFollow) {
     m_aWindows = m_oRead["windows"].toArray();
     if (m_oRead["version"].toInt() > nVersion)
         m_oRead = {}; // a later version's; what it means isn't known here
-    RestoreToolbars(m_oRead["toolbars"].toObject());
-    RestoreExplorer(m_oRead["explorer"].toObject());
-    m_oParts.pWindow->restoreGeometry(Unpacked(m_oRead["geometry"]));
-    StandOnScreen(*m_oParts.pWindow);
-    m_oParts.fnFlush();
-    m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
-    m_oParts.fnFlush(); // what was kept also tells what was hidden then; what holds is the models
+    if (!m_oRead.isEmpty()) {
+        RestoreToolbars(m_oRead["toolbars"].toObject());
+        RestoreExplorer(m_oRead["explorer"].toObject());
+        m_oParts.pWindow->restoreGeometry(Unpacked(m_oRead["geometry"]));
+        StandOnScreen(*m_oParts.pWindow);
+        m_oParts.fnFlush();
+        m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
+        m_oParts.fnFlush(); // what was kept also tells what was hidden then; what holds is the models
+    }
     if (bFollow)
         Follow();
 }
