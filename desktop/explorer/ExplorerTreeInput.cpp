@@ -206,6 +206,10 @@ void ExplorerTree::OpenMenuByKey() {
 }
 
 void ExplorerTree::keyPressEvent(QKeyEvent* pEvent) {
+    if (state() == EditingState) {
+        pEvent->accept(); // the label's editor leaves Return to whoever is behind it, once it has taken it
+        return;
+    }
     m_oEditTimer.stop();
     Sync();
     const bool bPlain = (pEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;

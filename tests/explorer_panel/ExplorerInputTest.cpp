@@ -233,7 +233,9 @@ protected:
 
 TEST_F(ExplorerRename, EnterCommits) {
     Type("new");
+    (void)oRoom.Reported();
     End(Qt::Key_Return);
+    EXPECT_EQ(oRoom.Reported(), "") << "the key that ends the edit doesn't open the item";
     EXPECT_EQ(oRoom.NodeOf("B")->Text(), "<new>");
     EXPECT_FALSE(bEditorOpenAtCommit);
     EXPECT_FALSE(oRoom.Tree()->IsEditingLabel());
