@@ -127,7 +127,7 @@ bool Application::SettleUnsavedWork() {
         if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->HasUnsavedChanges()) {
             aForms.push_back(oForm);
             aWindows.push_back(
-                {oForm->Caption(), [oForm] {
+                {oForm->Caption(), oForm->BusinessContext(), [oForm] {
                      oForm->Save();
                      if (oForm->HasUnsavedChanges())
                          Fail(FailureNumber::InvalidProcedureCall,

@@ -44,7 +44,7 @@ public:
     explicit PersonalDesktop(Parts oParts);
     ~PersonalDesktop() override;
 
-    void Initialized();    // after the library was initialised, before it starts
+    void Initialized(); // after the library was initialised, before it starts
     // After the start, before the window is shown. Where something didn't come up, the session stays as it was kept.
     void Restore(bool bWhole);
     void RestoreWindows(); // once it is shown

@@ -25,6 +25,7 @@ UnsavedDialog::UnsavedDialog(std::vector<UnsavedGroup> aGroups, QWidget* pParent
     m_pSave = pButtons->button(QDialogButtonBox::Save);
     m_pSave->setText(tr("&Save Checked"));
     m_pSave->setDefault(true);
+    m_pSave->setFocus();
     pButtons->button(QDialogButtonBox::Discard)->setText(tr("&Discard All"));
     pLayout->addWidget(pButtons);
     connect(m_pSave, &QPushButton::clicked, this, [this] { Finish(ExitAnswer::What::Save); });

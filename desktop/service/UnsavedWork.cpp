@@ -18,12 +18,18 @@ struct Ranked {
     UnsavedGroup oGroup;
 };
 
+Ref<Object> ObjectOf(const Variant& vItem) {
+    const auto* pObject = vItem.Get<Ref<Object>>();
+    return pObject ? *pObject : nullptr;
+}
+
 Ranked UnsavedOf(const Ref<IService>& oService, const std::string& sName) {
     Ranked oRanked{2, {sName, {}}};
     const Ref<Dictionary> dctItems = oService->UnsavedItems(oRanked.dblOrder);
     for (const std::string& sItem : dctItems->Keys())
         oRanked.oGroup.aItems.push_back(
-            {sItem, [oService, vItem = dctItems->Item(sItem)] { oService->Save(ToObject(vItem)); }});
+            {sItem, ObjectOf(dctItems->Item(sItem)),
+             [oService, vItem = dctItems->Item(sItem)] { oService->Save(ToObject(vItem)); }});
     return oRanked;
 }
 
@@ -45,10 +51,6 @@ void SaveItem(const UnsavedItem& oItem) {
 
 std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem> aWindows,
                                           const GuardFunction& fnGuard) {
-    std::vector<UnsavedGroup> aGroups;
-    if (!aWindows.empty())
-        aGroups.push_back(
-            {QCoreApplication::translate("UnsavedWork", "Open windows").toStdString(), std::move(aWindows)});
     std::vector<Ranked> aRanked;
     std::set<const Object*> setAsked; // one object may serve under several names
     const auto oManager = oFramework->ServiceManager();
@@ -62,6 +64,15 @@ std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& oFramework, std:
         });
     std::stable_sort(aRanked.begin(), aRanked.end(),
                      [](const Ranked& a, const Ranked& b) { return a.dblOrder < b.dblOrder; });
+    for (const Ranked& oRanked : aRanked)
+        for (const UnsavedItem& oItem : oRanked.oGroup.aItems)
+            std::erase_if(aWindows, [&](const UnsavedItem& oWindow) {
+                return oWindow.oObject && oWindow.oObject == oItem.oObject;
+            });
+    std::vector<UnsavedGroup> aGroups;
+    if (!aWindows.empty())
+        aGroups.push_back(
+            {QCoreApplication::translate("UnsavedWork", "Open windows").toStdString(), std::move(aWindows)});
     for (Ranked& oRanked : aRanked)
         if (!oRanked.oGroup.aItems.empty())
             aGroups.push_back(std::move(oRanked.oGroup));

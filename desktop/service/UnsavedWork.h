@@ -16,6 +16,7 @@ namespace corvane::desktop {
 
 struct UnsavedItem {
     std::string sName;
+    Ref<Object> oObject; // what it is about: a service's item, or a window's business context; nothing for neither
     std::function<void()> fnSave; // fails when it can't be saved
 };
 

@@ -50,6 +50,7 @@ public:
     void Abandon();
     // Whether something is changed that Save can save; a wizard is saved by nothing but Finish.
     [[nodiscard]] bool HasUnsavedChanges();
+    [[nodiscard]] Ref<Object> BusinessContext() const; // nothing for a window without one
     // The person has been asked about the changes already: until the event loop turns, closing asks no more. A window
     // whose changes have been saved ends as if by OK.
     void SettleChanges(bool bSaved);

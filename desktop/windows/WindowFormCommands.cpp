@@ -1,3 +1,4 @@
+#include "corvane/windows/Window.h"
 #include "desktop/windows/WindowForm.h"
 
 #include <QPushButton>
@@ -49,6 +50,11 @@ bool WindowForm::HasUnsavedChanges() {
         return false;
     AskAll();
     return AnyChanged();
+}
+
+Ref<Object> WindowForm::BusinessContext() const {
+    const auto oWindow = m_oController.TryAs<Window>();
+    return oWindow ? oWindow->BusinessContext() : nullptr;
 }
 
 void WindowForm::SettleChanges(bool bSaved) {
