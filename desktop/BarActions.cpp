@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QStyle>
 #include <QStyleOption>
+#include <QToolButton>
 
 namespace corvane::desktop {
 
@@ -30,6 +31,13 @@ QIcon IconOfTool(const Tool& oInstance) {
                         QIcon::Disabled);
     }
     return oIcon;
+}
+
+// A toolbar would show and hide its buttons while it lays itself out, and begin its layout anew after each of them.
+void ShowButton(const QAction& oAction) {
+    for (QObject* pObject : oAction.associatedObjects())
+        if (auto* pButton = qobject_cast<QToolButton*>(pObject))
+            pButton->setVisible(oAction.isVisible());
 }
 
 QString ToolTipOf(const Tool& oInstance, const QString& sKeys) {
@@ -109,8 +117,11 @@ void BarActions::State(const Shown& oShown) {
         pAction->setChecked(oTool.Checked());
     if (pAction->isEnabled() != oTool.Enabled())
         pAction->setEnabled(oTool.Enabled());
-    if (pAction->isVisible() != oTool.Visible())
+    if (pAction->isVisible() != oTool.Visible()) {
         pAction->setVisible(oTool.Visible());
+        if (oShown.ePlace == ActionPlace::Toolbar)
+            ShowButton(*pAction);
+    }
 }
 
 void BarActions::Texts(const Shown& oShown) {

@@ -7,6 +7,7 @@
 #include <QCursor>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QMainWindow>
 #include <QStatusBar>
 #include <QStatusTipEvent>
@@ -14,6 +15,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <algorithm>
+#include <functional>
 
 namespace corvane::desktop {
 
@@ -24,6 +26,33 @@ bool IsBand(const Band& oBand, std::string_view sName) {
 }
 
 constexpr const char* sStatusBand = "StatusBar";
+constexpr std::size_t nFirstStates = 256;
+
+void DropTwins(std::vector<Ref<Tool>>& aTools) {
+    std::sort(aTools.begin(), aTools.end(),
+              [](const auto& oLeft, const auto& oRight) { return std::less<>()(oLeft.Get(), oRight.Get()); });
+    aTools.erase(std::unique(aTools.begin(), aTools.end()), aTools.end());
+}
+
+bool IsVisibleButton(const Tool& oInstance) {
+    return oInstance.Visible() && !EqualText(oInstance.Name(), "Separator");
+}
+
+// While buttons come and go, Qt would lay out toolbar and window after each of them. The request for one layout stays.
+class LayoutPause {
+public:
+    explicit LayoutPause(std::vector<QLayout*> aLayouts) : m_aLayouts(std::move(aLayouts)) { Enable(false); }
+    LayoutPause(const LayoutPause&) = delete;
+    LayoutPause& operator=(const LayoutPause&) = delete;
+    ~LayoutPause() { Enable(true); }
+
+private:
+    void Enable(bool bEnable) {
+        for (QLayout* pLayout : m_aLayouts)
+            pLayout->setEnabled(bEnable);
+    }
+    std::vector<QLayout*> m_aLayouts;
+};
 
 } // namespace
 
@@ -84,13 +113,13 @@ void BarRenderer::SetProgressWidget(QWidget* pWidget) {
 
 void BarRenderer::Note(const BarChange& oChange) {
     switch (oChange.eWhat) {
+    case BarChange::What::ToolState:
+        NoteState(oChange.pTool);
+        break;
     case BarChange::What::BandAdded:
     case BarChange::What::BandLook:
     case BarChange::What::BandTools:
         m_setBands.insert(oChange.pBand);
-        break;
-    case BarChange::What::ToolState:
-        m_mapStates.try_emplace(oChange.pTool, Ref<Tool>(oChange.pTool));
         break;
     case BarChange::What::ShortCuts:
         m_oShortCuts.Invalidate();
@@ -98,12 +127,24 @@ void BarRenderer::Note(const BarChange& oChange) {
         break;
     case BarChange::What::ToolTexts:
         m_setTexts.insert(oChange.pTool);
+        if (oChange.pBand && oChange.pBand->Kind() == BandKind::Toolbar)
+            m_setBands.insert(oChange.pBand); // the drop-down band is one of the texts
         break;
     case BarChange::What::Layout:
     case BarChange::What::Redraw:
         return; // what differs has been noted already
     }
     Schedule();
+}
+
+// A focus switch notes a hundred tools, so that this is no more than an entry in a list. What changes over and over
+// again before the next pass doesn't make the list grow.
+void BarRenderer::NoteState(Tool* pMaster) {
+    if (m_aStates.size() == m_aStates.capacity()) {
+        DropTwins(m_aStates);
+        m_aStates.reserve(std::max<std::size_t>(nFirstStates, m_aStates.size() * 2));
+    }
+    m_aStates.emplace_back(pMaster);
 }
 
 void BarRenderer::Schedule() {
@@ -122,42 +163,76 @@ void BarRenderer::Flush() {
     }
     const bool bAllBands = std::exchange(m_bAllBands, false);
     const auto setBands = std::exchange(m_setBands, {});
-    const auto mapStates = std::exchange(m_mapStates, {});
     const auto setTexts = std::exchange(m_setTexts, {});
-    for (const auto& oBand : m_oActiveBar->Bands()->All()) {
-        const bool bChanged = bAllBands || setBands.contains(oBand.Get());
-        // A button that comes or goes may be the only one.
-        if (oBand->Kind() == BandKind::Toolbar && (bChanged || !mapStates.empty()))
-            ShowToolbar(oBand);
-        if (!bChanged)
-            continue;
-        if (oBand->Kind() == BandKind::MenuBar)
-            m_pMenuBar->Show(*oBand);
-        else if (IsBand(*oBand, sStatusBand))
-            m_pWindow->statusBar()->setVisible(oBand->Visible());
-    }
-    for (const auto& [pMaster, oMaster] : mapStates)
-        m_oActions.ShowState(*oMaster);
+    std::vector<Ref<Tool>> aStates;
+    aStates.reserve(m_aStates.capacity());
+    aStates.swap(m_aStates);
+    DropTwins(aStates);
+    if (bAllBands || !setBands.empty())
+        ShowBands(setBands, bAllBands);
+    if (!aStates.empty())
+        ShowStates(aStates);
     for (const Tool* pTool : setTexts)
         m_oActions.ShowTexts(pTool);
     ShowStatusBar();
 }
 
-// A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it. Without a
-// visible button it would be an empty strip.
+void BarRenderer::ShowBands(const std::unordered_set<const Band*>& setBands, bool bAll) {
+    for (const auto& oBand : m_oActiveBar->Bands()->All()) {
+        if (!bAll && !setBands.contains(oBand.Get()))
+            continue;
+        if (oBand->Kind() == BandKind::Toolbar)
+            ShowToolbar(oBand);
+        else if (oBand->Kind() == BandKind::MenuBar)
+            m_pMenuBar->Show(*oBand);
+        else if (IsBand(*oBand, sStatusBand))
+            m_pWindow->statusBar()->setVisible(oBand->Visible());
+    }
+}
+
+void BarRenderer::ShowStates(const std::vector<Ref<Tool>>& aMasters) {
+    std::vector<Ref<Band>> aToolbars; // with a button that changes
+    for (const auto& oMaster : aMasters)
+        for (const Tool* pInstance : oMaster->Instances()) {
+            Band* pBand = pInstance->OwningBand();
+            const bool bIsKnown = std::any_of(aToolbars.begin(), aToolbars.end(),
+                                              [&](const auto& oBand) { return oBand.Get() == pBand; });
+            if (pBand && pBand->Kind() == BandKind::Toolbar && !bIsKnown)
+                aToolbars.emplace_back(pBand);
+        }
+    std::vector<QLayout*> aLayouts{m_pWindow->layout()};
+    for (const auto& oBand : aToolbars) {
+        ShowToolbarIfUsed(oBand, HasVisibleButton(*oBand)); // a button that comes or goes may be the only one
+        if (const QToolBar* pToolbar = ToolbarOf(*oBand))
+            aLayouts.push_back(pToolbar->layout());
+    }
+    const LayoutPause oPause(std::move(aLayouts));
+    for (const auto& oMaster : aMasters)
+        m_oActions.ShowState(*oMaster);
+}
+
+bool BarRenderer::HasVisibleButton(const Band& oBand) const {
+    const auto aTools = m_pChanges->InstancesOf(oBand);
+    return std::any_of(aTools.begin(), aTools.end(), [](const auto& oTool) { return IsVisibleButton(*oTool); });
+}
+
 void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
     const auto it = m_mapToolbars.find(oBand.Get());
-    const auto aTools = m_pChanges->InstancesOf(*oBand);
-    const bool bHasButton = std::any_of(aTools.begin(), aTools.end(), [](const Ref<Tool>& oTool) {
-        return oTool->Visible() && !EqualText(oTool->Name(), "Separator");
-    });
+    if (it != m_mapToolbars.end())
+        it->second.bChanged = true;
+    ShowToolbarIfUsed(oBand, HasVisibleButton(*oBand));
+}
+
+// A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it. Without a
+// visible button it would be an empty strip.
+void BarRenderer::ShowToolbarIfUsed(const Ref<Band>& oBand, bool bHasButton) {
+    const auto it = m_mapToolbars.find(oBand.Get());
     if (!oBand->Visible() || !bHasButton) {
         if (it != m_mapToolbars.end())
             it->second.pToolbar->hide();
         return;
     }
     QToolBar* pToolbar = it != m_mapToolbars.end() ? it->second.pToolbar : NewToolbar(oBand);
-    pToolbar->setWindowTitle(QString::fromStdString(oBand->Caption()));
     FillToolbar(m_mapToolbars[oBand.Get()], oBand);
     pToolbar->show();
 }
@@ -182,6 +257,10 @@ QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
 }
 
 void BarRenderer::FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand) {
+    if (!oToolbar.bChanged)
+        return;
+    oToolbar.bChanged = false;
+    oToolbar.pToolbar->setWindowTitle(QString::fromStdString(oBand->Caption()));
     std::vector<std::pair<Ref<Tool>, std::string>> aNow;
     for (const auto& oInstance : m_pChanges->InstancesOf(*oBand))
         aNow.emplace_back(oInstance, oInstance->DropDownBand());
@@ -243,7 +322,8 @@ void BarRenderer::ShowStatusBar() {
         const QString sText = QString::fromStdString(oStatus->Caption());
         if (m_pStatus->text() != sText)
             m_pStatus->setText(sText);
-        m_pStatus->setToolTip(sText);
+        if (m_pStatus->toolTip() != sText)
+            m_pStatus->setToolTip(sText);
         m_pStatus->setVisible(oStatus->Visible() && m_oActiveBar->StatusTextShown());
     }
     if (const Ref<Tool> oProgress = oBand->Tools()->Find("ctlProgressBar"); oProgress && m_pProgress)

@@ -55,8 +55,13 @@ protected:
 
 private:
     void Note(const BarChange& oChange);
+    void NoteState(Tool* pMaster);
     void Schedule();
+    void ShowBands(const std::unordered_set<const Band*>& setBands, bool bAll);
+    void ShowStates(const std::vector<Ref<Tool>>& aMasters);
     void ShowToolbar(const Ref<Band>& oBand);
+    [[nodiscard]] bool HasVisibleButton(const Band& oBand) const;
+    void ShowToolbarIfUsed(const Ref<Band>& oBand, bool bHasButton);
     struct Toolbar;
     QToolBar* NewToolbar(const Ref<Band>& oBand);
     void FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand);
@@ -81,6 +86,7 @@ private:
         QToolBar* pToolbar = nullptr;
         std::vector<std::pair<Ref<Tool>, std::string>> aShown; // instances and their drop-down bands; valid if filled
         bool bFilled = false;
+        bool bChanged = true; // the band, since the toolbar was last filled or compared with it
     };
     std::map<const Band*, Toolbar> m_mapToolbars;
     std::optional<QPoint> m_oPopupPlace;
@@ -89,8 +95,8 @@ private:
     bool m_bScheduled = false;
     bool m_bAllBands = true;
     std::unordered_set<const Band*> m_setBands;
-    std::unordered_map<const Tool*, Ref<Tool>> m_mapStates; // masters; held, as one may go before the pass
-    std::unordered_set<const Tool*> m_setTexts;             // compared only, never looked into
+    std::vector<Ref<Tool>> m_aStates;           // masters, some of them twice; held, as one may go before the pass
+    std::unordered_set<const Tool*> m_setTexts; // compared only, never looked into
 
     Subscription m_oChanged;
     Subscription m_oPopupRequested;

@@ -11,6 +11,26 @@ void ShowState(Tool& oTool, const ActionItem& oActionItem) {
     oTool.SetVisible(oActionItem.Visible());
 }
 
+template <class T>
+void Prefetch(const Ref<T>& oObject) {
+    constexpr std::size_t nLine = 64;
+    const auto* pBytes = reinterpret_cast<const char*>(oObject.Get());
+    for (std::size_t n = 0; n < sizeof(T); n += nLine)
+        __builtin_prefetch(pBytes + n, 1);
+}
+
+// A switch comes after much else, so that next to nothing of what it touches is near the processor. To ask for all of
+// it beforehand takes a fraction of the time of waiting for one object after another.
+void PrefetchAll(const Ref<ActionItemDefCollection>& colActionItemDefs,
+                 const Ref<ActionItemCollection>& colActionItems) {
+    if (!colActionItems)
+        return;
+    for (const auto& oActionItem : colActionItems)
+        Prefetch(oActionItem);
+    for (const auto& oActionItemDef : colActionItemDefs)
+        Prefetch(oActionItemDef->Tool());
+}
+
 } // namespace
 
 void MenuManager::OnActionsProviderAdd(const Ref<Object>& oActionsProviderObj,
@@ -41,8 +61,10 @@ void MenuManager::OnActionsProviderActive(const Ref<Object>& /*oActionsProviderO
                                           const Ref<IActionsProvider>& oActionsProvider,
                                           const Ref<ActionItemDefCollection>& colActionItemDefs) try {
     const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
+    PrefetchAll(colActionItemDefs, colActionItems);
+    std::size_t nPlace = 0;
     for (const auto& oActionItemDef : colActionItemDefs) {
-        const Ref<ActionItem> oActionItem = colActionItems->Item(oActionItemDef->Name());
+        const Ref<ActionItem> oActionItem = colActionItems->ItemNear(oActionItemDef->SharedName(), nPlace++);
         const Ref<Tool> oTool = oActionItemDef->Tool();
         if (!oTool)
             continue;
@@ -59,8 +81,10 @@ void MenuManager::OnActionsProviderInActive(const Ref<Object>& /*oActionsProvide
                                             const Ref<IActionsProvider>& oActionsProvider,
                                             const Ref<ActionItemDefCollection>& colActionItemDefs) try {
     const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
+    PrefetchAll(colActionItemDefs, colActionItems);
+    std::size_t nPlace = 0;
     for (const auto& oActionItemDef : colActionItemDefs) {
-        const Ref<ActionItem> oActionItem = colActionItems->Item(oActionItemDef->Name());
+        const Ref<ActionItem> oActionItem = colActionItems->ItemNear(oActionItemDef->SharedName(), nPlace++);
         const Ref<Tool> oTool = oActionItemDef->Tool();
         oActionItem->SetTool(nullptr);
         if (!oTool)
