@@ -119,7 +119,11 @@ std::size_t HashText(std::string_view sText) noexcept {
         std::memcpy(&uBytes, sText.data() + i, sText.size() - i);
         Add(uBytes);
     }
-    return bAscii ? uHash : HashByCharacters(sText);
+    if (!bAscii)
+        return HashByCharacters(sText);
+    // The low bits of a product know nothing of the high bits, where the last characters of a block stand.
+    uHash *= uFactor;
+    return uHash ^ (uHash >> 32);
 }
 
 std::string FoldText(std::string_view sText) {

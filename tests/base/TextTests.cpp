@@ -1,6 +1,8 @@
 #include "corvane/base/Text.h"
 
 #include <gtest/gtest.h>
+#include <set>
+#include <string>
 
 namespace corvane {
 namespace {
@@ -32,6 +34,17 @@ TEST(TextTest, FoldsTheLettersOfWindows1252) {
     };
     for (const auto& [sLeft, sRight] : aDifferent)
         EXPECT_FALSE(EqualText(sLeft, sRight)) << sLeft << " and " << sRight;
+}
+
+// Tables take the low bits. Chance puts 10,000 names into 7,486 of 16,384 places.
+TEST(TextTest, SpreadsSimilarNamesOverTheLowBitsOfTheHash) {
+    for (const std::string sBefore : {"", "Item", "Path\\Item", "\u00C4", "A name of many characters "})
+        for (const std::string sBehind : {"", ".", " of a menu of the application"}) {
+            std::set<std::size_t> setPlaces;
+            for (int i = 0; i < 10000; ++i)
+                setPlaces.insert(HashText(sBefore + std::to_string(i) + sBehind) % 16384);
+            EXPECT_GT(setPlaces.size(), 6500U) << sBefore << "0" << sBehind;
+        }
 }
 
 TEST(TextTest, OrdersByFoldedCodePoints) {

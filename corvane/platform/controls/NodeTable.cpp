@@ -7,9 +7,8 @@ namespace corvane {
 
 namespace {
 
-// The low bits alone of similar keys' hashes lie close together.
 std::size_t Start(std::size_t uHash, std::size_t nSlots) {
-    return (uHash ^ (uHash >> 32)) & (nSlots - 1);
+    return uHash & (nSlots - 1);
 }
 
 } // namespace
