@@ -24,9 +24,14 @@ constexpr const char* sExplorerBand = "Explorer";
 // Says where one is while no window is open.
 class WindowArea final : public QMdiArea {
 public:
-    using QMdiArea::QMdiArea;
+    WindowArea() { setBackground(palette().brush(QPalette::Window)); }
 
 protected:
+    void changeEvent(QEvent* pEvent) override {
+        QMdiArea::changeEvent(pEvent);
+        if (pEvent->type() == QEvent::PaletteChange)
+            setBackground(palette().brush(QPalette::Window));
+    }
     void paintEvent(QPaintEvent* pEvent) override {
         QMdiArea::paintEvent(pEvent);
         const auto aWindows = subWindowList();
@@ -74,7 +79,6 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
       m_pArea(new WindowArea), m_pBars(nullptr) {
     setCentralWidget(m_pArea);
     m_pArea->setFrameShape(QFrame::NoFrame);
-    m_pArea->setBackground(palette().brush(QPalette::Window));
     m_pArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_pArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_pArea->setAccessibleName(tr("Windows"));
