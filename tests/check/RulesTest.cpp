@@ -93,7 +93,13 @@ TEST(Rules, OfTheFolder) {
 }
 
 TEST(Rules, FindNothingInStudies) {
-    EXPECT_EQ(check::AsText(check::Check({CORVANE_STUDIES, true}), false), "");
+    std::vector<check::Finding> aFindings = check::Check({CORVANE_STUDIES, true});
+#ifndef CORVANE_WITH_PAGES // a build without Qt has no pages
+    std::erase_if(aFindings, [](const check::Finding& oFinding) {
+        return oFinding.sText.find("libStudiesPages.so") != std::string::npos;
+    });
+#endif
+    EXPECT_EQ(check::AsText(aFindings, false), "");
 }
 
 // Places are counted in characters of the file, with values behind references and over several lines.
