@@ -84,11 +84,11 @@ Ref<HostObjectFactory> Application::MakeObjectFactory() {
 Ref<IScreenPrinter> Application::MakeScreenPrinter() {
     ScreenPrinter::Host oHost;
     oHost.fnMainWindow = [this] { return m_pWindow.get(); };
-    oHost.fnWindowOf = [this](Long lHwnd) -> QWidget* {
+    oHost.fnWindowOf = [this](Long lHwnd) -> ScreenPrinter::Window {
         for (const auto& frm : m_frmMain->Forms())
             if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->HWnd() == lHwnd)
-                return oForm->Body();
-        return nullptr;
+                return {oForm->Body(), QString::fromStdString(frm->Caption())};
+        return {};
     };
     oHost.fnFile = [this] {
         return QString::fromStdString(m_oCommonDialog->ShowSave("Print", "PDF (*.pdf)|*.pdf", ""));

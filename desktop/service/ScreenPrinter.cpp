@@ -74,11 +74,13 @@ void ScreenPrinter::PrintWindow(Long lMode, Long lHwnd) {
         });
         return;
     }
-    QWidget* pWidget = lMode == lChildForm ? m_oHost.fnWindowOf(lHwnd) : m_oHost.fnMainWindow();
-    if (!pWidget)
+    QWidget* pMain = m_oHost.fnMainWindow();
+    const Window oWindow =
+        lMode == lChildForm ? m_oHost.fnWindowOf(lHwnd) : Window{pMain, pMain ? pMain->windowTitle() : QString()};
+    if (!oWindow.pWidget)
         Fail(FailureNumber::ObjectNotSet, Translate("There is no window to print").toStdString());
-    const QString sTitle = pWidget->windowTitle();
-    Print(oPrinter, sTitle, [&](QPrinter* pPrinter) { PaintWidget(*pPrinter, *pWidget, sTitle); });
+    Print(oPrinter, oWindow.sTitle,
+          [&](QPrinter* pPrinter) { PaintWidget(*pPrinter, *oWindow.pWidget, oWindow.sTitle); });
 }
 
 void ScreenPrinter::Print(QPrinter& oPrinter, const QString& sTitle, const std::function<void(QPrinter*)>& fnPaint) {

@@ -13,9 +13,13 @@ namespace corvane::desktop {
 
 class ScreenPrinter final : public IScreenPrinter {
 public:
+    struct Window {
+        QWidget* pWidget = nullptr; // a null pointer when there is none
+        QString sTitle;
+    };
     struct Host {
         std::function<QWidget*()> fnMainWindow;
-        std::function<QWidget*(Long)> fnWindowOf; // by a form's handle; a null pointer when there is none
+        std::function<Window(Long)> fnWindowOf; // by a form's handle
         // The file for a print that nobody watches; empty for none. Without it the preview asks.
         std::function<QString()> fnFile;
         bool bWithDialogs = true;

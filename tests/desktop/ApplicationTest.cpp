@@ -135,6 +135,24 @@ TEST_F(ApplicationTest, ClosingTheWindowUnloadsOnce) {
     EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
 }
 
+TEST_F(ApplicationTest, PrintsTheWindowIntoAFileWhereNobodyWatches) {
+    Application oApplication({App(), false});
+    ASSERT_TRUE(oApplication.Start());
+    const QString sFile = Services() + "/window.pdf";
+    oApplication.Dialogs().AddAnswer(sFile.toStdString());
+    CorvaneMain::Framework()->PrintAppWindow();
+    QFile oFile(sFile);
+    ASSERT_TRUE(oFile.open(QIODevice::ReadOnly));
+    EXPECT_EQ(oFile.read(5), "%PDF-");
+    oApplication.Dialogs().AddAnswer((Services() + "/none/window.pdf").toStdString());
+    try {
+        CorvaneMain::Framework()->PrintAppWindow();
+        ADD_FAILURE() << "there is no such folder";
+    } catch (const Failure& oFailure) {
+        EXPECT_EQ(oFailure.Number, FailureNumber::FileAccess);
+    }
+}
+
 TEST_F(ApplicationTest, SignalsCloseTheWindowAsItsCloseBoxDoes) {
     Application oApplication({App(), false});
     ASSERT_TRUE(oApplication.Start());

@@ -150,7 +150,8 @@ protected:
 TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
     Start();
     EXPECT_EQ(Entries("Main"), "&File|&Edit|&View|&Data|&Analysis|&Window|&Help");
-    EXPECT_EQ(Entries("File"), "&New Study|&Open Data File\u2026|&Import\u2026|&Save Analysis|&Export\u2026|-|E&xit");
+    EXPECT_EQ(Entries("File"), "&New Study|&Open Data File\u2026|&Import\u2026|&Save Analysis|&Export\u2026|-|&Print "
+                               "Window\u2026|Print A&ll\u2026|-|E&xit");
     EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|&Copy|-|Re&name|Du&plicate|&Delete");
     EXPECT_EQ(Entries("View"), "&Explorer|&Status Bar|-|&Refresh|Toolbars");
     EXPECT_EQ(Entries("Analysis"), "&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|-|Rep&ort");
