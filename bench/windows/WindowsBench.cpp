@@ -44,9 +44,16 @@ private:
     Ref<PageBase> m_oBase = New<PageBase>();
 };
 
+// Leaves what is no page, such as the host's own service, to the factory that was there.
 class PageFactory final : public IObjectFactory {
 public:
-    Ref<Object> Create(std::string_view) override { return New<FieldPage>(); }
+    explicit PageFactory(Ref<IObjectFactory> oOthers) : m_oOthers(std::move(oOthers)) {}
+    Ref<Object> Create(std::string_view sProgID) override {
+        return sProgID == "B.Page" ? Ref<Object>(New<FieldPage>()) : m_oOthers->Create(sProgID);
+    }
+
+private:
+    Ref<IObjectFactory> m_oOthers;
 };
 
 double Microseconds(const std::function<void()>& fnAct) {
@@ -115,7 +122,7 @@ void WriteApplication(const QString& sFolder) {
 
 void UsePages() {
     Platform oPlatform = CurrentPlatform();
-    oPlatform.oObjectFactory = New<PageFactory>();
+    oPlatform.oObjectFactory = New<PageFactory>(oPlatform.oObjectFactory);
     SetCurrentPlatform(std::move(oPlatform));
 }
 
