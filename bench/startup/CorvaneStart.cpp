@@ -14,6 +14,7 @@
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
+#include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
 
 #include <QMenuBar>
@@ -119,6 +120,8 @@ void ShowCorvaneWindow(const Job& oJob) {
     oPlatform.oScreen = New<desktop::QtScreen>();
     oPlatform.oTimers = New<desktop::QtTimers>([&](const std::function<void()>& fnAct) { oFailures.Guard(fnAct); });
     oPlatform.oMessageBox = New<desktop::QtMessageBox>(false);
+    oPlatform.oFileSystem =
+        New<desktop::HostFileSystem>(oPlatform.oFileSystem, oApplication.Parts().oUtilities->GetAppFolder("Services"));
     const Library oLibrary(oPlatform);
     desktop::MainWindow oWindow(oApplication.MainForm(), oApplication.Bar(), oApplication.Panel(), oFailures);
     oWindow.Bars().SetProgressWidget(oProgress->Widget());

@@ -29,7 +29,7 @@ bool IsTrue(std::string_view sValue) {
 }
 
 // Reads the attributes up to the tag's end and returns the place behind it; npos when there is none.
-std::size_t ReadAttributes(std::string_view sText, std::size_t i, DefinitionTag* pTag) {
+std::size_t ReadAttributes(std::string_view sText, std::size_t i, DefinitionTag& oTag) {
     while (true) {
         i = sText.find_first_not_of(sSpace, i);
         if (i == std::string_view::npos)
@@ -45,11 +45,8 @@ std::size_t ReadAttributes(std::string_view sText, std::size_t i, DefinitionTag*
         const std::size_t iClose = iQuote == std::string_view::npos ? iQuote : sText.find(sText[iQuote], iQuote + 1);
         if (iClose == std::string_view::npos)
             return iClose;
-        if (pTag) {
-            const std::size_t iNameEnd = sText.find_first_of(" \t\r\n=", i);
-            pTag->aAttributes.emplace_back(sText.substr(i, iNameEnd - i),
-                                           sText.substr(iQuote + 1, iClose - iQuote - 1));
-        }
+        const std::size_t iNameEnd = sText.find_first_of(" \t\r\n=", i);
+        oTag.aAttributes.emplace_back(sText.substr(i, iNameEnd - i), sText.substr(iQuote + 1, iClose - iQuote - 1));
         i = iClose + 1;
     }
 }
@@ -106,27 +103,36 @@ std::string_view DefinitionTag::Attribute(std::string_view sName) const {
     return {};
 }
 
-std::vector<DefinitionTag> TagsIn(std::string_view sText, std::initializer_list<std::string_view> aElements) {
-    std::vector<DefinitionTag> aTags;
+void ForEachTag(std::string_view sText, std::initializer_list<std::string_view> aElements,
+                const std::function<void(const DefinitionTag&)>& fnSee) {
+    DefinitionTag oTag;
     std::size_t i = 0;
-    while ((i = sText.find('<', i)) != std::string_view::npos) {
+    while (i != std::string_view::npos && (i = sText.find('<', i)) != std::string_view::npos) {
         if (sText.substr(i).starts_with("<!--")) {
             i = Behind(sText, "-->", i + 4);
-        } else if (sText.substr(i).starts_with("<![CDATA[")) {
-            i = Behind(sText, "]]>", i);
-        } else {
-            const std::size_t iName = i + 1;
-            const std::size_t iNameEnd = std::min(sText.find_first_of(" \t\r\n/>", iName + 1), sText.size());
-            DefinitionTag oTag{sText.substr(iName, iNameEnd - iName), i, 0, {}};
-            const bool bWanted = std::find(aElements.begin(), aElements.end(), oTag.sElement) != aElements.end();
-            i = ReadAttributes(sText, iNameEnd, bWanted ? &oTag : nullptr);
-            oTag.iEnd = i;
-            if (bWanted && i != std::string_view::npos)
-                aTags.push_back(std::move(oTag));
+            continue;
         }
-        if (i == std::string_view::npos)
-            break;
+        if (sText.substr(i).starts_with("<![CDATA[")) {
+            i = Behind(sText, "]]>", i);
+            continue;
+        }
+        oTag.iBegin = i++;
+        const std::size_t iNameEnd = std::min(sText.find_first_of(" \t\r\n/>", i), sText.size());
+        oTag.sElement = sText.substr(i, iNameEnd - i);
+        // No value holds a "<", so the next one begins the next tag.
+        if (std::find(aElements.begin(), aElements.end(), oTag.sElement) == aElements.end())
+            continue;
+        oTag.aAttributes.clear();
+        i = ReadAttributes(sText, iNameEnd, oTag);
+        oTag.iEnd = i;
+        if (i != std::string_view::npos)
+            fnSee(oTag);
     }
+}
+
+std::vector<DefinitionTag> TagsIn(std::string_view sText, std::initializer_list<std::string_view> aElements) {
+    std::vector<DefinitionTag> aTags;
+    ForEachTag(sText, aElements, [&](const DefinitionTag& oTag) { aTags.push_back(oTag); });
     return aTags;
 }
 
@@ -138,28 +144,38 @@ std::string MenuKey(const DefinitionTag& oMenuItem) {
     return sKey.append(oMenuItem.Attribute("ActionItem"));
 }
 
+void DefinitionScan::LookFor(std::string_view sDefinition) {
+    m_bWantsAll = false;
+    ForEachTag(sDefinition, {"MenuItem"}, [&](const DefinitionTag& oTag) {
+        m_setWantedActions.emplace(oTag.Attribute("ActionItem"));
+        m_setWantedShortCuts.emplace(oTag.Attribute("ShortCutKey"));
+    });
+}
+
 void DefinitionScan::Add(std::string_view sText) {
     bool bActive = false;
-    for (const DefinitionTag& oTag : TagsIn(sText, {"Service", "MenuItem"})) {
+    ForEachTag(sText, {"Service", "MenuItem"}, [&](const DefinitionTag& oTag) {
         if (oTag.sElement == "Service") {
             m_setServices.emplace(oTag.Attribute("Name"));
             bActive = IsTrue(oTag.Attribute("Active")) && !oTag.Attribute("ProgID").empty();
             if (bActive)
                 m_setProgIDs.emplace(oTag.Attribute("ProgID"));
         } else if (bActive) {
-            AddMenuItem(oTag, OrderOf(oTag));
+            AddMenuItem(oTag, EqualText(oTag.Attribute("Type"), "MenuTitle") ? OrderOf(oTag) : 0);
         }
-    }
+    });
 }
 
 void DefinitionScan::AddMenuItem(const DefinitionTag& oMenuItem, int nOrder) {
     const bool bIsTitle = EqualText(oMenuItem.Attribute("Type"), "MenuTitle");
-    if (bIsTitle || EqualText(oMenuItem.Attribute("Type"), "MenuItem"))
+    const bool bIsWanted = m_bWantsAll || m_setWantedActions.contains(oMenuItem.Attribute("ActionItem"));
+    if (bIsWanted && (bIsTitle || EqualText(oMenuItem.Attribute("Type"), "MenuItem")))
         m_setMenuKeys.insert(MenuKey(oMenuItem));
     if (bIsTitle && oMenuItem.Attribute("Path").empty())
         m_mapTitles.emplace(oMenuItem.Attribute("ActionItem"), nOrder);
-    if (!oMenuItem.Attribute("ShortCutKey").empty())
-        m_setShortCuts.emplace(oMenuItem.Attribute("ShortCutKey"));
+    const std::string_view sShortCut = oMenuItem.Attribute("ShortCutKey");
+    if (!sShortCut.empty() && (m_bWantsAll || m_setWantedShortCuts.contains(sShortCut)))
+        m_setShortCuts.emplace(sShortCut);
 }
 
 std::string FitDefinition(std::string_view sText, DefinitionScan& oScan) {

@@ -4,6 +4,7 @@
 
 #include "corvane/base/Text.h"
 
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -24,14 +25,20 @@ struct DefinitionTag {
     [[nodiscard]] std::string_view Attribute(std::string_view sName) const; // empty when it is absent
 };
 
-// The start tags of those elements, in order. Comments and character data are passed over; a tag that doesn't end isn't
-// among them.
+// Shows the start tags of those elements, in order; each lives until the next. Comments and character data are passed
+// over; a tag that doesn't end isn't among them.
+void ForEachTag(std::string_view sText, std::initializer_list<std::string_view> aElements,
+                const std::function<void(const DefinitionTag&)>& fnSee);
+// All of them at once.
 [[nodiscard]] std::vector<DefinitionTag> TagsIn(std::string_view sText,
                                                 std::initializer_list<std::string_view> aElements);
 
 // What the active definitions of an application hold.
 class DefinitionScan {
 public:
+    // Of entries and shortcuts only those are remembered that could meet one of that definition; to be called before
+    // Add, for each definition that is to be fitted in. Without it all are.
+    void LookFor(std::string_view sDefinition);
     // A file whose Service element isn't active adds its name alone.
     void Add(std::string_view sText);
     void AddMenuItem(const DefinitionTag& oMenuItem, int nOrder);
@@ -46,6 +53,9 @@ public:
 
 private:
     using NameSet = std::unordered_set<std::string, TextHash, TextEqual>;
+    NameSet m_setWantedActions;
+    NameSet m_setWantedShortCuts;
+    bool m_bWantsAll = true;
     NameSet m_setServices;
     NameSet m_setProgIDs;
     NameSet m_setMenuKeys;

@@ -31,6 +31,8 @@ std::vector<std::string> HostFileSystem::Files(std::string_view sFolder) const {
     if (sFolder != m_sServicesFolder)
         return aPaths;
     DefinitionScan oScan;
+    for (const char* sName : aHostDefinitions)
+        oScan.LookFor(HostDefinition(sName));
     for (const std::string& sPath : aPaths) {
         if (!EqualText(m_oFiles->Extension(sPath), "xml"))
             continue;

@@ -23,6 +23,7 @@ constexpr const char* sHostDefinition = R"(<Service Name="H" ProgID="H.H" Active
 // The menu entries that are left, as key, order and shortcut.
 std::string Fitted(std::string_view sMenus, std::string_view sRoot = "ProgID='A.A' Active='True'") {
     DefinitionScan oScan;
+    oScan.LookFor(sHostDefinition);
     oScan.Add("<Service Name='A' " + std::string(sRoot) + "><Menus>" + std::string(sMenus) + "</Menus></Service>");
     const std::string sText = FitDefinition(sHostDefinition, oScan);
     std::string sLeft;
