@@ -2,7 +2,7 @@
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusInterface>
+#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusReply>
@@ -38,23 +38,31 @@ namespace {
 
 constexpr int nLongestWait = 60000;
 
+constexpr const char* sAccessible = "org.a11y.atspi.Accessible";
+
+// The answer of an object, which isn't asked what else it could do.
+QDBusMessage Call(const QDBusConnection& oBus, const Reference& oOf, const QString& sInterface, const QString& sMethod,
+                  const QVariantList& aArguments = {}) {
+    auto oCall = QDBusMessage::createMethodCall(oOf.sProgram, oOf.oPath.path(), sInterface, sMethod);
+    oCall.setArguments(aArguments);
+    return oBus.call(oCall);
+}
+
 class Reader {
 public:
     explicit Reader(const QDBusConnection& oBus) : m_oBus(oBus) {}
 
     [[nodiscard]] QList<Reference> Children(const Reference& oOf) const {
-        QDBusInterface oObject(oOf.sProgram, oOf.oPath.path(), "org.a11y.atspi.Accessible", m_oBus);
-        const QDBusReply<QList<Reference>> oReply = oObject.call("GetChildren");
+        const QDBusReply<QList<Reference>> oReply = Call(m_oBus, oOf, sAccessible, "GetChildren");
         return oReply.isValid() ? oReply.value() : QList<Reference>();
     }
     // "role: name" of the object and of all below it, each once.
     void Read(const Reference& oOf, QStringList& aRead) const {
         if (aRead.size() > 3000)
             return;
-        QDBusInterface oObject(oOf.sProgram, oOf.oPath.path(), "org.a11y.atspi.Accessible", m_oBus);
-        QDBusInterface oProperties(oOf.sProgram, oOf.oPath.path(), "org.freedesktop.DBus.Properties", m_oBus);
-        const QDBusReply<QString> oRole = oObject.call("GetRoleName");
-        const QDBusReply<QVariant> oName = oProperties.call("Get", "org.a11y.atspi.Accessible", "Name");
+        const QDBusReply<QString> oRole = Call(m_oBus, oOf, sAccessible, "GetRoleName");
+        const QDBusReply<QVariant> oName =
+            Call(m_oBus, oOf, "org.freedesktop.DBus.Properties", "Get", {QString(sAccessible), "Name"});
         aRead.append(oRole.value() + ": " + oName.value().toString());
         for (const Reference& oChild : Children(oOf))
             Read(oChild, aRead);
@@ -100,8 +108,8 @@ TEST(AccessibilityBridge, ReadsMenusToolbarsExplorerAndPaletteWithRolesAndNames)
     oEnvironment.insert("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
     const Program oApplication(CORVANE_DESKTOP_PROGRAM, {CORVANE_STUDIES, "--choose", "Tools.Shortcuts"}, oEnvironment);
 
-    QDBusInterface oLauncher("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus");
-    const QDBusReply<QString> oAddress = oLauncher.call("GetAddress");
+    const Reference oLauncher{"org.a11y.Bus", QDBusObjectPath("/org/a11y/bus")};
+    const QDBusReply<QString> oAddress = Call(QDBusConnection::sessionBus(), oLauncher, "org.a11y.Bus", "GetAddress");
     ASSERT_TRUE(oAddress.isValid()) << oAddress.error().message().toStdString();
     const Reader oReader(QDBusConnection::connectToBus(oAddress.value(), "accessibility"));
     const Reference oDesktop{"org.a11y.atspi.Registry", QDBusObjectPath("/org/a11y/atspi/accessible/root")};

@@ -34,6 +34,7 @@ protected:
         QProcess oProgram;
         auto oEnvironment = QProcessEnvironment::systemEnvironment();
         oEnvironment.insert("TROUBLE", sTrouble);
+        oEnvironment.insert("ASAN_OPTIONS", "handle_segv=0"); // a sanitizer would make an exit of the death
         oProgram.setProcessEnvironment(oEnvironment);
         oProgram.start(CORVANE_DESKTOP_PROGRAM, {QString::fromStdString(m_oFolder.App()), "--choose", "Menu0.Open",
                                                  "--choose", "File.Die", "--quit"});
