@@ -18,7 +18,7 @@ constexpr qint64 nEstimateAfter = 2000; // before that an estimate would jump ab
 constexpr qint64 nIgnoredAfter = 5000;
 
 // While it lives, only what paints, the button's own events and Esc, which presses it, reach anybody. Input to the rest
-// of the shell is dropped: it is disabled. Timers fire again by themselves.
+// of the shell is dropped: it is disabled. Timers fire again by themselves, and a socket is still ready afterwards.
 class OnlyPaintAndCancel final : public QObject {
 public:
     explicit OnlyPaintAndCancel(QPushButton* pCancel) : m_pCancel(pCancel) {
@@ -42,6 +42,7 @@ protected:
         case QEvent::KeyRelease:
             return !IsForCancel(pWatched);
         case QEvent::Timer:
+        case QEvent::SockAct:
         case QEvent::Wheel:
         case QEvent::ContextMenu:
         case QEvent::Shortcut:

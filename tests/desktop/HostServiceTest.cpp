@@ -6,10 +6,13 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QSocketNotifier>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
+#include <array>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace corvane::desktop {
 namespace {
@@ -144,6 +147,12 @@ TEST(Progress, LetsPaintAndCancelThroughAndNothingElse) {
     QObject::connect(&oTimer, &QTimer::timeout, [&] { ++nTicks; });
     QObject::connect(&oOther, &QPushButton::clicked, [&] { ++nOther; });
     oTimer.start(1);
+    std::array<int, 2> aPipe{};
+    ASSERT_EQ(::pipe(aPipe.data()), 0);
+    ASSERT_EQ(::write(aPipe[1], "x", 1), 1);
+    int nReady = 0;
+    QSocketNotifier oReady(aPipe[0], QSocketNotifier::Read);
+    QObject::connect(&oReady, &QSocketNotifier::activated, [&] { ++nReady; });
     const auto fnClick = [&oWindow](QWidget* pButton) {
         const QPoint oPlace = pButton->mapTo(&oWindow, pButton->rect().center());
         for (const auto eType : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
@@ -157,6 +166,7 @@ TEST(Progress, LetsPaintAndCancelThroughAndNothingElse) {
     QCoreApplication::postEvent(oWindow.windowHandle(), new QEvent(QEvent::Close));
     Work(*oProgress, 150);
     EXPECT_EQ(nTicks, 0);
+    EXPECT_EQ(nReady, 0);
     EXPECT_EQ(nOther, 0);
     EXPECT_TRUE(oWindow.isVisible());
     EXPECT_FALSE(oProgress->WasCanceled());
@@ -168,6 +178,10 @@ TEST(Progress, LetsPaintAndCancelThroughAndNothingElse) {
     // What was held back comes when the work is done.
     QTest::qWait(50);
     EXPECT_GT(nTicks, 0);
+    EXPECT_GT(nReady, 0);
+    oReady.setEnabled(false);
+    ::close(aPipe[0]);
+    ::close(aPipe[1]);
 }
 
 TEST(Progress, NamesTheServiceThatDoesNotAnswerToCancel) {
