@@ -4,6 +4,7 @@
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/windows/ArrangeWindows.h"
 #include "desktop/windows/Twips.h"
+#include "desktop/windows/WindowForm.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -14,6 +15,7 @@
 #include <QShortcut>
 #include <QStatusBar>
 #include <algorithm>
+#include <utility>
 
 namespace corvane::desktop {
 
@@ -158,7 +160,13 @@ void MainWindow::m_frmMain_Changed(Form::Change eChange) {
 std::vector<Ref<Form>> MainWindow::Children() const {
     std::vector<Ref<Form>> aForms = m_frmMain->Forms();
     std::erase_if(aForms, [](const auto& frm) { return !frm->MDIChild() || !frm->Visible(); });
-    std::sort(aForms.begin(), aForms.end(), [](const auto& a, const auto& b) { return a->HWnd() < b->HWnd(); });
+    const auto aFrames = m_pArea->subWindowList();
+    const auto fnPlace = [&](const Ref<Form>& frm) {
+        const auto oForm = frm.TryAs<WindowForm>();
+        return std::pair(oForm ? aFrames.indexOf(qobject_cast<QMdiSubWindow*>(oForm->Frame())) : aFrames.size(),
+                         frm->HWnd());
+    };
+    std::sort(aForms.begin(), aForms.end(), [&](const auto& a, const auto& b) { return fnPlace(a) < fnPlace(b); });
     return aForms;
 }
 
@@ -209,10 +217,19 @@ bool MainWindow::HasTabbedWindows() const {
 void MainWindow::SetTabbedWindows(bool bTabbed) {
     if (bTabbed == HasTabbedWindows())
         return;
+    std::vector<std::pair<Ref<WindowForm>, QRect>> aPlaces; // as they were when they were free last
+    for (const auto& frm : Children())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && !bTabbed)
+            aPlaces.emplace_back(oForm, oForm->NormalPlace());
+    QMdiSubWindow* const pActive = m_pArea->activeSubWindow();
     m_pArea->setViewMode(bTabbed ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
     m_pArea->setTabsClosable(true);
     m_pArea->setTabsMovable(true);
     m_pArea->setDocumentMode(true);
+    for (const auto& [oForm, oPlace] : aPlaces)
+        oForm->PlaceAgain(oPlace, FormState::Normal);
+    if (!bTabbed && pActive)
+        m_pArea->setActiveSubWindow(pActive);
 }
 
 QMenu* MainWindow::createPopupMenu() {

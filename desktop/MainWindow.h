@@ -48,7 +48,7 @@ private:
     void TellSizes();
     void m_frmMain_Changed(Form::Change eChange);
     void m_frmMain_QueryUnload(bool& bRefused);
-    // The children that can be seen, in the order in which they were opened.
+    // The children that can be seen, in the order of their tabs, which is at first that in which they were opened.
     [[nodiscard]] std::vector<Ref<Form>> Children() const;
     void ActivateNeighbour(int nStep);
     [[nodiscard]] std::vector<OpenWindowEntry> OpenWindows() const;

@@ -14,6 +14,8 @@
 #include <QDockWidget>
 #include <QEvent>
 #include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
@@ -27,6 +29,8 @@ constexpr int nSettleMilliseconds = 400;
 constexpr const char* sExplorerBand = "Explorer";
 constexpr const char* sStatusBand = "StatusBar";
 constexpr const char* sRestoreWindow = "RestoreWindow";
+constexpr const char* sMaximized = "maximized";
+constexpr const char* sMinimized = "minimized";
 
 QString Text(const std::string& sText) {
     return QString::fromStdString(sText);
@@ -87,6 +91,18 @@ void StandOnScreen(QWidget& oWindow) {
     oWindow.setGeometry(oPlace);
 }
 
+QString StateWord(FormState eState) {
+    if (eState == FormState::Maximized)
+        return sMaximized;
+    return eState == FormState::Minimized ? QString(sMinimized) : QString();
+}
+
+FormState StateOf(const QString& sWord) {
+    if (sWord == sMaximized)
+        return FormState::Maximized;
+    return sWord == sMinimized ? FormState::Minimized : FormState::Normal;
+}
+
 bool CanRestore(const Object& oService) {
     const auto aMembers = oService.MembersByName();
     return std::any_of(aMembers.begin(), aMembers.end(),
@@ -134,40 +150,78 @@ QJsonObject Session::Explorer() const {
     QJsonObject oExplorer;
     if (const auto oBand = m_oParts.oActiveBar->Bands()->Find(sExplorerBand))
         oExplorer["visible"] = oBand->Visible();
-    if (const auto oTabs = Tabs(); oTabs && oTabs->Tabs() > 0)
-        oExplorer["tab"] = Text(oTabs->Caption());
+    const auto oTabs = Tabs();
     QJsonObject oTrees;
     for (const auto& oTree : Trees()) {
+        if (oTabs && oTabs->Tabs() > 0 && oTree->Container() == oTabs->Tab())
+            oExplorer["tab"] = Text(oTree->Name());
         QJsonArray aOpen;
         QJsonArray aClosed;
         NoteNodes(oTree->GetNodes()->Roots(), aOpen, aClosed);
-        oTrees[Text(oTree->Name())] = QJsonObject{{"open", aOpen}, {"closed", aClosed}};
+        QJsonObject oKept{{"open", aOpen}, {"closed", aClosed}};
+        const auto itAwaited = m_mapToSelect.find(oTree.Get());
+        if (const Ref<Node> oNode = oTree->SelectedItem())
+            oKept["selected"] = Text(oNode->Key());
+        else if (itAwaited != m_mapToSelect.end())
+            oKept["selected"] = Text(itAwaited->second);
+        oTrees[Text(oTree->Name())] = oKept;
     }
     oExplorer["trees"] = oTrees;
     return oExplorer;
 }
 
-// A key that the library made up says nothing at the next start.
-QJsonArray Session::Windows() const {
-    QJsonArray aWindows;
+Ref<WindowForm> Session::FormOf(const Window& oWindow) const {
+    for (const auto& frm : m_oParts.frmMain->Forms())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->Controller().Get() == &oWindow)
+            return oForm;
+    return nullptr;
+}
+
+// The children in the order of their tabs, which a person may have moved, and then the others.
+std::vector<Ref<Window>> Session::KeptWindows() const {
+    std::vector<Ref<Window>> aWindows;
     const Ref<Framework> oFramework = Singleton::Framework();
     const auto oManager = oFramework ? oFramework->WindowManager() : nullptr;
     if (!oManager || !oManager->Windows())
         return aWindows;
-    QJsonValue oActive;
-    for (const auto& oWindow : oManager->Windows()) {
-        if (oWindow->IsModal())
-            continue;
-        const bool bHasKey = oWindow->Key() != ToText(oWindow->ObjectKey());
-        const QJsonObject oEntry{{"name", Text(oWindow->WindowDef()->Name())},
-                                 {"key", bHasKey ? Text(oWindow->Key()) : QString()}};
-        if (oWindow == oManager->ActiveWindow())
-            oActive = oEntry;
-        else
-            aWindows.append(oEntry);
+    for (const auto& oWindow : oManager->Windows())
+        if (!oWindow->IsModal())
+            aWindows.push_back(oWindow);
+    const auto* pArea = qobject_cast<const QMdiArea*>(m_oParts.pWindow->centralWidget());
+    if (!pArea)
+        return aWindows;
+    const auto aFrames = pArea->subWindowList();
+    std::map<const Window*, qsizetype> mapPlaces;
+    for (const auto& oWindow : aWindows) {
+        const auto oForm = FormOf(*oWindow);
+        const auto iFrame = oForm ? aFrames.indexOf(qobject_cast<QMdiSubWindow*>(oForm->Frame())) : -1;
+        mapPlaces[oWindow.Get()] = iFrame < 0 ? aFrames.size() : iFrame;
     }
-    if (oActive.isObject()) // it comes to the front when it is opened last
-        aWindows.append(oActive);
+    std::stable_sort(aWindows.begin(), aWindows.end(), [&](const auto& oFirst, const auto& oSecond) {
+        return mapPlaces[oFirst.Get()] < mapPlaces[oSecond.Get()];
+    });
+    return aWindows;
+}
+
+// A key that the library made up says nothing at the next start.
+QJsonArray Session::Windows() const {
+    QJsonArray aWindows;
+    for (const auto& oWindow : KeptWindows()) {
+        const bool bHasKey = oWindow->Key() != ToText(oWindow->ObjectKey());
+        QJsonObject oEntry{{"name", Text(oWindow->WindowDef()->Name())},
+                           {"key", bHasKey ? Text(oWindow->Key()) : QString()}};
+        if (oWindow == Singleton::Framework()->WindowManager()->ActiveWindow())
+            oEntry["active"] = true;
+        if (const auto oForm = FormOf(*oWindow); oForm && oForm->Visible()) {
+            const QRect oPlace = oForm->NormalPlace();
+            oEntry["place"] = QJsonArray{oPlace.x(), oPlace.y(), oPlace.width(), oPlace.height()};
+            if (const QString sState = StateWord(oForm->StateOfPerson()); !sState.isEmpty())
+                oEntry["state"] = sState;
+            if (oWindow->WindowType() != WindowTypeConstants::cvWizard)
+                oEntry["page"] = static_cast<int>(oForm->ActivePageIndex());
+        }
+        aWindows.append(oEntry);
+    }
     return aWindows;
 }
 
@@ -230,7 +284,11 @@ void Session::Follow() {
         const auto fnSchedule = [this](const Ref<Window>&) { Schedule(); };
         m_aSubscriptions.push_back(oManager->WindowInitializeEvent.Subscribe(fnSchedule));
         m_aSubscriptions.push_back(oManager->WindowTerminateEvent.Subscribe(fnSchedule));
-        m_aSubscriptions.push_back(oManager->WindowActivateEvent.Subscribe(fnSchedule));
+        m_aSubscriptions.push_back(oManager->WindowActivateEvent.Subscribe([this](const Ref<Window>& oWindow) {
+            if (const auto oForm = FormOf(*oWindow); oForm && oForm->Frame())
+                oForm->Frame()->installEventFilter(this);
+            Schedule();
+        }));
     }
     for (const auto& oTree : Trees())
         m_aSubscriptions.push_back(oTree->Changed.Subscribe(
@@ -245,6 +303,10 @@ bool Session::eventFilter(QObject* pWatched, QEvent* pEvent) {
     case QEvent::LayoutRequest: // a toolbar or a dock has been moved
         Schedule();
         break;
+    case QEvent::Close: // a moment's change counts, and from here on windows are closed one after another
+        if (pWatched == m_oParts.pWindow)
+            Keep();
+        break;
     default:
         break;
     }
@@ -252,12 +314,21 @@ bool Session::eventFilter(QObject* pWatched, QEvent* pEvent) {
 }
 
 void Session::Tree_Changed(TreeView* pTree, const TreeChange& oChange) {
-    if (oChange.eWhat == TreeChange::What::Expanded)
+    if (oChange.eWhat == TreeChange::What::Expanded || oChange.eWhat == TreeChange::What::Selection)
         Schedule();
-    if (oChange.eWhat != TreeChange::What::AfterInsert || m_bEnds || !m_mapAwaited.contains(pTree))
+    if (oChange.eWhat == TreeChange::What::Selection && !m_bSelects && pTree->SelectedItem())
+        m_mapToSelect.clear(); // whoever has chosen something by now isn't taken away from it
+    if (oChange.eWhat != TreeChange::What::AfterInsert || m_bEnds ||
+        (!m_mapAwaited.contains(pTree) && !m_mapToSelect.contains(pTree)))
         return;
     if (m_aInserted.empty()) // whoever adds it may open it by itself in the same breath
-        QMetaObject::invokeMethod(this, &Session::OpenAwaitedNodes, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                OpenAwaitedNodes();
+                SelectAwaitedNodes();
+            },
+            Qt::QueuedConnection);
     m_aInserted.emplace_back(oChange.pNode);
 }
 
@@ -312,9 +383,9 @@ void Session::RestoreExplorer(const QJsonObject& oExplorer) {
     m_oParts.fnGuard([&] {
         const auto oTabs = Tabs();
         const std::string sTab = oExplorer["tab"].toString().toStdString();
-        for (Long i = 0; oTabs && i < oTabs->Tabs(); ++i)
-            if (EqualText(oTabs->CaptionOf(i), sTab))
-                oTabs->ChooseTab(i);
+        for (const auto& oTree : Trees())
+            if (oTabs && EqualText(oTree->Name(), sTab) && oTree->Container() < oTabs->Tabs())
+                oTabs->ChooseTab(oTree->Container());
         const auto oBand = m_oParts.oActiveBar->Bands()->Find(sExplorerBand);
         if (oBand && oBand->Visible() && oExplorer["visible"].isBool() && !oExplorer["visible"].toBool())
             m_oParts.oActiveBar->Close(oBand);
@@ -322,6 +393,7 @@ void Session::RestoreExplorer(const QJsonObject& oExplorer) {
     const QJsonObject oTrees = oExplorer["trees"].toObject();
     for (const auto& oTree : Trees())
         RestoreNodes(oTree, oTrees[Text(oTree->Name())].toObject());
+    SelectNodes(oTrees);
 }
 
 void Session::RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes) {
@@ -335,22 +407,122 @@ void Session::RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes
         }
 }
 
-void Session::RestoreWindows() {
-    const QJsonArray aWindows = m_oRead["windows"].toArray();
-    for (const auto& oValue : aWindows) {
-        const std::string sName = oValue.toObject()["name"].toString().toStdString();
-        const std::string sKey = oValue.toObject()["key"].toString().toStdString();
-        m_oParts.fnGuard([&] {
-            const Ref<Framework> oFramework = Singleton::Framework();
-            const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-            if (!oManager || !oManager->WindowDefs()->HasKey(sName))
-                return; // gone with an upgrade
-            const std::array<Variant, 2> aArguments{sName, sKey};
-            for (const auto& oService : oManager->Services())
-                if (CanRestore(*oService) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
-                    return;
-        });
+void Session::SelectNodes(const QJsonObject& oTrees) {
+    m_bSelects = true;
+    for (const auto& oTree : Trees()) {
+        const std::string sKey = oTrees[Text(oTree->Name())].toObject()["selected"].toString().toStdString();
+        if (sKey.empty() || oTree->SelectedItem())
+            continue; // nothing was, or a service has selected something of its own
+        if (const Ref<Node> oNode = oTree->GetNodes()->Find(sKey))
+            oTree->SetSelectedItem(oNode);
+        else
+            m_mapToSelect[oTree.Get()] = sKey;
     }
+    m_bSelects = false;
+}
+
+// As the person did it, so that the item is the active one and its commands can be chosen.
+void Session::ClickNode(const Ref<TreeView>& oTree, const Ref<Node>& oNode) {
+    m_bSelects = true;
+    m_oParts.fnGuard([&] {
+        oTree->SetSelectedItem(oNode);
+        oTree->NodeClick.Raise(oNode);
+        oTree->Click.Raise();
+    });
+    m_bSelects = false;
+}
+
+// Of several trees with a selection it is the one in front; one behind it can be the only one.
+void Session::ClickSelectedNode() {
+    const auto oTabs = Tabs();
+    if (!oTabs || oTabs->Tabs() == 0)
+        return;
+    const Long lFront = oTabs->Tab();
+    Ref<TreeView> oChosen;
+    for (const auto& oTree : Trees())
+        if (oTree->SelectedItem() && (!oChosen || oTree->Container() == lFront))
+            oChosen = oTree;
+    if (!oChosen)
+        return;
+    m_oParts.fnGuard([&] { oTabs->ChooseTab(oChosen->Container()); });
+    ClickNode(oChosen, oChosen->SelectedItem());
+    m_oParts.fnGuard([&] { oTabs->ChooseTab(lFront); });
+}
+
+void Session::SelectAwaitedNodes() {
+    const auto oTabs = Tabs();
+    const auto mapToSelect = m_mapToSelect;
+    for (const auto& [pTree, sKey] : mapToSelect) {
+        const Ref<Node> oNode = pTree->GetNodes()->Find(sKey);
+        if (!oNode)
+            continue;
+        m_mapToSelect.erase(pTree);
+        if (oTabs && pTree->Container() == oTabs->Tab())
+            ClickNode(Ref<TreeView>(pTree), oNode);
+        else
+            oNode->SetSelected(true);
+    }
+}
+
+// The window that a service has opened for it, or nothing.
+Ref<Window> Session::OpenAgain(const QJsonObject& oEntry) {
+    const std::string sName = oEntry["name"].toString().toStdString();
+    const std::string sKey = oEntry["key"].toString().toStdString();
+    const Ref<Framework> oFramework = Singleton::Framework();
+    const auto oServices = oFramework ? oFramework->ServiceManager() : nullptr;
+    if (!oServices || !oServices->WindowDefs()->HasKey(sName))
+        return nullptr; // gone with an upgrade
+    const auto aBefore = KeptWindows();
+    const std::array<Variant, 2> aArguments{sName, sKey};
+    for (const auto& oService : oServices->Services())
+        if (CanRestore(*oService) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
+            break;
+    for (const auto& oWindow : KeptWindows()) {
+        const bool bIsNew = std::find(aBefore.begin(), aBefore.end(), oWindow) == aBefore.end();
+        // One with a key may have been open: then it is only brought to the front.
+        if (EqualText(oWindow->WindowDef()->Name(), sName) && (bIsNew || (!sKey.empty() && oWindow->Key() == sKey)))
+            return oWindow;
+    }
+    return nullptr;
+}
+
+void Session::PlaceAgain(Window& oWindow, const QJsonObject& oEntry) {
+    const auto oForm = FormOf(oWindow);
+    const QJsonArray aPlace = oEntry["place"].toArray();
+    const QRect oPlace(aPlace[0].toInt(), aPlace[1].toInt(), aPlace[2].toInt(), aPlace[3].toInt());
+    if (!oForm || !oForm->Visible())
+        return;
+    const FormState eState = StateOf(oEntry["state"].toString());
+    if (aPlace.size() == 4 && oPlace.isValid())
+        oForm->PlaceAgain(oPlace, eState == FormState::Maximized ? FormState::Normal : eState);
+    const int iPage = oEntry["page"].toInt();
+    if (iPage > 0 && iPage < oWindow.WindowDef()->PageDefs()->Count())
+        oWindow.SetActivePageIndex(iPage);
+}
+
+void Session::RestoreWindows() {
+    ClickSelectedNode();
+    Ref<WindowForm> oActive;
+    std::vector<Ref<WindowForm>> aMaximized;
+    const QJsonArray aWindows = m_oRead["windows"].toArray();
+    for (const auto& oValue : aWindows)
+        m_oParts.fnGuard([&] {
+            const QJsonObject oEntry = oValue.toObject();
+            const Ref<Window> oWindow = OpenAgain(oEntry);
+            if (!oWindow)
+                return;
+            PlaceAgain(*oWindow, oEntry);
+            if (oEntry["active"].toBool())
+                oActive = FormOf(*oWindow);
+            if (StateOf(oEntry["state"].toString()) == FormState::Maximized)
+                aMaximized.push_back(FormOf(*oWindow));
+        });
+    if (oActive && oActive->Visible())
+        m_oParts.fnGuard([&] { oActive->Activate(); });
+    // Last: the next child that comes to the front takes being maximized over.
+    for (const auto& oForm : aMaximized)
+        if (oForm && oForm->Visible() && oForm->StateOfPerson() != FormState::Maximized)
+            m_oParts.fnGuard([&] { oForm->PlaceAgain(oForm->NormalPlace(), FormState::Maximized); });
     m_oRead = {};
     Schedule();
 }

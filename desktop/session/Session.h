@@ -1,5 +1,5 @@
-// What of a person's desktop comes back at the next start: the window's place, docks and toolbars, the explorer's tab
-// and open nodes, the open windows.
+// What of a person's desktop comes back at the next start: the window's place, docks and toolbars, the explorer's tab,
+// open and selected nodes, the open windows and their places.
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"
@@ -8,6 +8,7 @@
 #include "corvane/platform/controls/TabStrip.h"
 #include "corvane/platform/controls/TreeView.h"
 #include "desktop/state/StateFile.h"
+#include "desktop/windows/WindowForm.h"
 
 #include <QJsonArray>
 #include <QObject>
@@ -40,7 +41,7 @@ public:
     // After the start, before the window is shown. From here on changes are kept, a moment after they were made; not
     // with false, for an application that isn't whole.
     void Restore(bool bFollow);
-    // Once the window is shown: asks the services for the windows that were open.
+    // Once the window is shown: chooses the node that was chosen, and asks the services for the windows that were open.
     void RestoreWindows();
     // Writes what has changed, now.
     void Keep();
@@ -54,11 +55,19 @@ private:
     void m_frmMain_Unload();
     [[nodiscard]] QJsonObject State() const;
     [[nodiscard]] QJsonArray Windows() const;
+    [[nodiscard]] std::vector<Ref<Window>> KeptWindows() const;
+    [[nodiscard]] Ref<WindowForm> FormOf(const Window& oWindow) const;
+    [[nodiscard]] Ref<Window> OpenAgain(const QJsonObject& oEntry);
+    void PlaceAgain(Window& oWindow, const QJsonObject& oEntry);
     [[nodiscard]] QJsonObject Explorer() const;
     [[nodiscard]] QJsonObject Toolbars() const;
     void RestoreToolbars(const QJsonObject& oToolbars);
     void RestoreExplorer(const QJsonObject& oExplorer);
     void RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes);
+    void SelectNodes(const QJsonObject& oTrees);
+    void ClickSelectedNode();
+    void ClickNode(const Ref<TreeView>& oTree, const Ref<Node>& oNode);
+    void SelectAwaitedNodes();
     void Tree_Changed(TreeView* pTree, const TreeChange& oChange);
     void OpenAwaitedNodes();
     [[nodiscard]] Ref<TabStrip> Tabs() const;
@@ -74,6 +83,8 @@ private:
     bool m_bEnds = false; // the form is unloading, and what still stands isn't what the person left
     // Nodes that weren't there yet, by tree and key, and whether they are to be open.
     std::map<TreeView*, std::map<std::string, bool>> m_mapAwaited;
+    std::map<TreeView*, std::string> m_mapToSelect; // the node, until something else is selected in the tree
+    bool m_bSelects = false;
     std::vector<Ref<Node>> m_aInserted;
     std::vector<Subscription> m_aSubscriptions;
 };

@@ -9,11 +9,24 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QMdiArea>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
 
 namespace corvane::desktop {
+
+namespace {
+
+// The place within the room, where that is large enough for what the window needs.
+QRect Fitted(QRect oPlace, const QRect& oRoom, const QSize& oWanted, const QSize& oNeeded) {
+    oPlace.setSize(oPlace.size().expandedTo(oWanted).boundedTo(oRoom.size()).expandedTo(oNeeded));
+    oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), std::max(oRoom.left(), oRoom.right() + 1 - oPlace.width())),
+                  std::clamp(oPlace.top(), oRoom.top(), std::max(oRoom.top(), oRoom.bottom() + 1 - oPlace.height())));
+    return oPlace;
+}
+
+} // namespace
 
 WindowForm::WindowForm(std::shared_ptr<const WindowHost> pHost, WindowTypeConstants eType, bool bIsMDIChild)
     : Form(pHost->frmMain, bIsMDIChild), m_pHost(std::move(pHost)), m_eType(eType) {
@@ -201,9 +214,7 @@ void WindowForm::PlaceFirst() {
     const QSize oMinimum(oInfo.oMinTrackSize.lX, oInfo.oMinTrackSize.lY);
     m_oMinimum = oMinimum.boundedTo(oRoom.size());
     ApplyMinimum();
-    oPlace.setSize(oPlace.size().expandedTo(oMinimum).boundedTo(oRoom.size()).expandedTo(m_pFrame->Minimum()));
-    oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), std::max(oRoom.left(), oRoom.right() + 1 - oPlace.width())),
-                  std::clamp(oPlace.top(), oRoom.top(), std::max(oRoom.top(), oRoom.bottom() + 1 - oPlace.height())));
+    oPlace = Fitted(oPlace, oRoom, oMinimum, m_pFrame->Minimum());
     while (MDIChild() && IsCornerTaken(oPlace.topLeft()) && oRoom.contains(oPlace.translated(nBeside, nBeside)))
         oPlace.translate(nBeside, nBeside);
     m_pFrame->Place(oPlace);
@@ -211,6 +222,33 @@ void WindowForm::PlaceFirst() {
                                            [](const auto& oSlot) { return oSlot->PageDef()->IsResizable(); });
     if (!MDIChild() && !bAnyResizable && !m_aSlots.empty())
         m_pFrame->Fix(oPlace.size());
+}
+
+bool WindowForm::IsBehindTab() const {
+    return MDIChild() && m_pHost->pArea && m_pHost->pArea->viewMode() == QMdiArea::TabbedView;
+}
+
+FormState WindowForm::StateOfPerson() const {
+    return IsBehindTab() ? FormState::Normal : WindowState();
+}
+
+void WindowForm::PlaceAgain(const QRect& oPlace, FormState eState) {
+    if (!m_pFrame || !Visible())
+        return;
+    if (IsBehindTab()) { // for when it is free again
+        const QScopedValueRollback oFromFrame(m_bFromFrame, true);
+        Move(TwipsX(oPlace.left()), TwipsY(oPlace.top()), TwipsX(oPlace.width()), TwipsY(oPlace.height()));
+        return;
+    }
+    QRect oRoom = m_pFrame->Room();
+    // A main window that is just being maximized gets its size a moment later.
+    const QWidget* pMain = m_pHost->pMainWindow;
+    if (MDIChild() && pMain && (pMain->isMaximized() || pMain->isFullScreen()))
+        oRoom.setSize(oRoom.size() + (pMain->screen()->availableSize() - pMain->size()).expandedTo(QSize(0, 0)));
+    SetWindowState(FormState::Normal);
+    m_pFrame->Place(Fitted(oPlace, oRoom, m_oMinimum, m_pFrame->Minimum()));
+    FrameMoved();
+    SetWindowState(eState);
 }
 
 // The definition's, and what buttons and pages need so that nothing is cut off.
@@ -240,7 +278,7 @@ void WindowForm::FrameMoved() {
     m_pHost->fnGuard([this] {
         const FormState eState = m_pFrame->State();
         const QRect oPlace = m_pFrame->PlaceNow();
-        if (eState == FormState::Normal && oPlace != RectOfModel())
+        if (eState == FormState::Normal && !IsBehindTab() && oPlace != RectOfModel())
             Move(TwipsX(oPlace.left()), TwipsY(oPlace.top()), TwipsX(oPlace.width()), TwipsY(oPlace.height()));
         if (eState != WindowState())
             SetWindowState(eState);

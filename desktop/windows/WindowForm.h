@@ -57,6 +57,14 @@ public:
     // Null before Initialize and after the end.
     [[nodiscard]] QWidget* Frame() const { return m_pFrame ? m_pFrame->Widget() : nullptr; }
     [[nodiscard]] WindowBody* Body() const { return m_pBody; }
+    [[nodiscard]] const Ref<IWindowFormController>& Controller() const { return m_oController; } // likewise
+    // Where it stands while it is neither maximized nor minimized: in pixels, from the corner of the area or of the
+    // main window.
+    [[nodiscard]] QRect NormalPlace() const { return RectOfModel(); }
+    // The state that the person gave it; behind tabs every window is as large as the area, and that isn't one.
+    [[nodiscard]] FormState StateOfPerson() const;
+    // Puts a window that is shown where it stood once, as far as there is room for it.
+    void PlaceAgain(const QRect& oPlace, FormState eState);
     [[nodiscard]] std::string AsText();
 
     std::string_view TypeName() const override { return "WindowForm"; }
@@ -74,6 +82,7 @@ private:
     void Shown();
     void PlaceFirst();
     [[nodiscard]] QRect RectOfModel() const;
+    [[nodiscard]] bool IsBehindTab() const;
     [[nodiscard]] bool IsCornerTaken(const QPoint& oCorner) const;
     void ApplyMinimum();
     void FrameActivated();

@@ -1,5 +1,7 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/NavigationManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/Application.h"
@@ -10,9 +12,12 @@
 #include <QDockWidget>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabBar>
+#include <QTest>
 #include <QToolBar>
 
 namespace corvane::desktop {
@@ -46,6 +51,18 @@ protected:
     }
     static Node* Inner(const Application& oApplication) {
         return oApplication.Panel()->Control("Left").As<TreeView>()->GetNodes()->Item("Inner").Get();
+    }
+    static Ref<WindowForm> Sheet(const Application& oApplication, const std::string& sKey) {
+        for (const auto& frm : oApplication.MainForm()->Forms())
+            if (const auto oForm = frm.TryAs<WindowForm>())
+                if (const auto oWindow = oForm->Controller().TryAs<corvane::Window>();
+                    oWindow && oWindow->Key() == sKey)
+                    return oForm;
+        return nullptr;
+    }
+    static std::string SelectedIn(const Application& oApplication, const char* sTree) {
+        const Ref<Node> oNode = oApplication.Panel()->Control(sTree).As<TreeView>()->SelectedItem();
+        return oNode ? oNode->Key() : std::string();
     }
     static QToolBar* Bar(Application& oApplication, const char* sName) {
         return oApplication.Window().Bars().ToolbarOf(*oApplication.Bar()->Bands()->Item(sName));
@@ -170,6 +187,141 @@ TEST_F(SessionTest, WindowThatWasOpenOpensAgainWithItsKey) {
     EXPECT_EQ(Status(*pApplication), "Sheet/7 ");
     EXPECT_TRUE(CorvaneMain::Framework()->WindowManager()->Windows()->HasKey("7"));
     EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
+}
+
+constexpr const char* sThreeSheets = R"({"version":1,"windows":[{"name":"Sheet","key":"1"},
+    {"name":"Sheet","key":"2"},{"name":"Sheet","key":"3"}]})";
+
+TEST_F(SessionTest, WindowsComeBackToTheirPlacesAndStates) {
+    m_oFolder.Write("corvane/App/session.json", sThreeSheets);
+    QRect oPlace;
+    {
+        const auto pApplication = Start(m_oFolder);
+        pApplication->Window().setGeometry(40, 40, 900, 700);
+        QApplication::processEvents();
+        Sheet(*pApplication, "1")->Frame()->setGeometry(31, 17, 300, 222);
+        Sheet(*pApplication, "2")->Frame()->setGeometry(60, 50, 280, 230);
+        Sheet(*pApplication, "2")->SetWindowState(FormState::Minimized);
+        Sheet(*pApplication, "1")->Activate();
+        oPlace = Sheet(*pApplication, "1")->Frame()->geometry();
+        pApplication->Window().close(); // at once, before the moment has passed after which changes are kept
+    }
+    const auto pApplication = Start(m_oFolder);
+    EXPECT_EQ(Sheet(*pApplication, "1")->Frame()->geometry(), oPlace);
+    EXPECT_EQ(Sheet(*pApplication, "2")->WindowState(), FormState::Minimized);
+    EXPECT_EQ(Sheet(*pApplication, "3")->WindowState(), FormState::Normal);
+    EXPECT_EQ(pApplication->MainForm()->ActiveForm(), Sheet(*pApplication, "1"));
+    Sheet(*pApplication, "2")->SetWindowState(FormState::Normal);
+    EXPECT_EQ(Sheet(*pApplication, "2")->Frame()->geometry(), QRect(60, 50, 280, 230));
+    // Maximized, and at the next start the same again with the place it had before.
+    Sheet(*pApplication, "1")->SetWindowState(FormState::Maximized);
+    pApplication->Window().close();
+    const auto pAgain = Start(m_oFolder);
+    EXPECT_EQ(Sheet(*pAgain, "1")->WindowState(), FormState::Maximized);
+    Sheet(*pAgain, "1")->SetWindowState(FormState::Normal);
+    EXPECT_EQ(Sheet(*pAgain, "1")->Frame()->geometry(), oPlace);
+    EXPECT_EQ(pAgain->Failures().ShownCount(), 0);
+}
+
+TEST_F(SessionTest, WindowThatStoodOnALargerScreenComesWithinReach) {
+    m_oFolder.Write("corvane/App/session.json", R"({"version":1,"windows":[
+        {"name":"Sheet","key":"1","place":[4000,3000,5000,4000]},
+        {"name":"Sheet","key":"2","place":[-700,-90,320,240]},{"name":"Sheet","key":"3","place":[1,2,-3,"x"]}]})");
+    const auto pApplication = Start(m_oFolder);
+    const QRect oRoom(QPoint(), pApplication->Window().Area().viewport()->size());
+    for (const char* sKey : {"1", "2", "3"})
+        EXPECT_TRUE(oRoom.contains(Sheet(*pApplication, sKey)->Frame()->geometry())) << sKey;
+    EXPECT_EQ(Sheet(*pApplication, "2")->Frame()->geometry(), QRect(0, 0, 320, 240));
+}
+
+TEST_F(SessionTest, TabsKeepTheirOrderTheirFrontAndThePlacesBehindThem) {
+    m_oFolder.Write("corvane/App/session.json", sThreeSheets);
+    const auto fnTabs = [](Application& oApplication) { return oApplication.Window().Area().findChild<QTabBar*>(); };
+    const auto fnOrder = [](Application& oApplication) {
+        std::string sOrder;
+        for (const QMdiSubWindow* pFrame : oApplication.Window().Area().subWindowList())
+            for (const char* sKey : {"1", "2", "3"})
+                sOrder += Sheet(oApplication, sKey)->Frame() == pFrame ? sKey : "";
+        return sOrder;
+    };
+    const auto fnSetTabbed = [](Application& oApplication, bool bTabbed) {
+        Appearance oAppearance = Appearance::Load();
+        oAppearance.bTabbedWindows = bTabbed;
+        oAppearance.Save();
+        oApplication.Window().SetTabbedWindows(bTabbed);
+    };
+    QRect oPlace;
+    {
+        const auto pApplication = Start(m_oFolder);
+        Sheet(*pApplication, "1")->Frame()->setGeometry(31, 17, 300, 222);
+        pApplication->Window().close();
+    }
+    {
+        const auto pApplication = Start(m_oFolder);
+        oPlace = Sheet(*pApplication, "1")->Frame()->geometry();
+        fnSetTabbed(*pApplication, true);
+        fnTabs(*pApplication)->moveTab(0, 2);
+        Sheet(*pApplication, "2")->Activate();
+        QApplication::processEvents();
+        EXPECT_EQ(fnOrder(*pApplication), "231");
+        pApplication->Window().close();
+    }
+    {
+        const auto pApplication = Start(m_oFolder);
+        EXPECT_TRUE(pApplication->Window().HasTabbedWindows());
+        EXPECT_EQ(fnOrder(*pApplication), "231");
+        EXPECT_EQ(pApplication->MainForm()->ActiveForm(), Sheet(*pApplication, "2"));
+        EXPECT_EQ(fnTabs(*pApplication)->currentIndex(), 0);
+        QTest::keyClick(&pApplication->Window(), Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(pApplication->MainForm()->ActiveForm(), Sheet(*pApplication, "3")) << "the key follows the tabs";
+        fnSetTabbed(*pApplication, false);
+        pApplication->Window().close();
+    }
+    const auto pApplication = Start(m_oFolder);
+    for (const char* sKey : {"1", "2", "3"})
+        EXPECT_EQ(Sheet(*pApplication, sKey)->WindowState(), FormState::Normal) << sKey;
+    EXPECT_EQ(Sheet(*pApplication, "1")->Frame()->geometry(), oPlace);
+}
+
+TEST_F(SessionTest, SelectedNodeIsTheActiveItemAgainAlsoWhereItsTabIsBehind) {
+    {
+        const auto pApplication = Start(m_oFolder);
+        const auto oTree = pApplication->Panel()->Control("Left").As<TreeView>();
+        oTree->ClickNode(oTree->GetNodes()->Item("Inner"));
+        pApplication->Window().Explorer().TabBar()->setCurrentIndex(1);
+        pApplication->Window().close();
+    }
+    const auto pApplication = Start(m_oFolder);
+    EXPECT_EQ(pApplication->Window().Explorer().TabBar()->currentIndex(), 1);
+    EXPECT_EQ(SelectedIn(*pApplication, "Left"), "Inner");
+    EXPECT_EQ(SelectedIn(*pApplication, "Right"), "");
+    const auto oProvider = CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
+    int nInactive = 0;
+    const auto oInactive = oProvider->OnInactive.Subscribe([&](const Ref<Object>&) { ++nInactive; });
+    const auto oTree = pApplication->Panel()->Control("Left").As<TreeView>();
+    pApplication->Window().Explorer().TabBar()->setCurrentIndex(0);
+    oTree->ClickNode(oTree->GetNodes()->Item("Innermost"));
+    EXPECT_EQ(nInactive, 1) << "the restored one was active";
+    EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
+}
+
+TEST_F(SessionTest, SelectedNodeThatComesLaterIsChosenThenUnlessThePersonHasChosen) {
+    m_oFolder.Service("Trouble", "T0.Service", sContent); // nobody fills the explorer at the start
+    const char* sKept = R"({"version":1,"explorer":{"tab":"Left","trees":{"Left":{"selected":"Innermost"}}}})";
+    for (const bool bChosen : {false, true}) {
+        m_oFolder.Write("corvane/App/session.json", sKept);
+        const auto pApplication = Start(m_oFolder);
+        pApplication->Personal().Kept().Keep();
+        EXPECT_TRUE(m_oFolder.Read("corvane/App/session.json").contains("Innermost")) << "it is still awaited";
+        CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->Populate();
+        const auto oTree = pApplication->Panel()->Control("Left").As<TreeView>();
+        if (bChosen)
+            oTree->ClickNode(oTree->GetNodes()->Item("Inner"));
+        QApplication::processEvents();
+        EXPECT_EQ(SelectedIn(*pApplication, "Left"), bChosen ? "Inner" : "Innermost");
+        EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
+        pApplication->Window().close();
+    }
 }
 
 TEST_F(SessionTest, DamagedOrForeignStateCostsNothingButTheState) {
