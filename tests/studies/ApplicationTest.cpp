@@ -255,6 +255,31 @@ TEST_F(StudiesWindows, OneOpensForEachDataSetAndAnalysis) {
     EXPECT_EQ(Failures(), "");
 }
 
+TEST_F(StudiesWindows, OpenAgainByTheirKeysUnlessWhatTheyAreAboutHasGone) {
+    Prepare();
+    Start();
+    Open("penguins.csv");
+    Open("Summary of penguins.csv by species");
+    Click("Analysis.Report");
+    std::vector<std::pair<std::string, std::string>> aOpen;
+    for (const Ref<Window>& oWindow : *Windows())
+        aOpen.emplace_back(oWindow->WindowDef()->Name(), oWindow->Key());
+    const std::string sCaptions = Captions();
+    Restart();
+    const auto fnRestore = [&](const std::string& sName, const std::string& sKey) {
+        const Variant aArguments[] = {sName, sKey};
+        return ToBoolean(CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke(
+            "RestoreWindow", aArguments));
+    };
+    for (const auto& [sName, sKey] : aOpen)
+        EXPECT_TRUE(fnRestore(sName, sKey)) << sKey;
+    EXPECT_EQ(Captions(), sCaptions);
+    for (const char* sKey : {"data 99", "analysis 99", "report 99", "data ", "data x", "file 1", ""})
+        EXPECT_FALSE(fnRestore("Data", sKey)) << sKey;
+    EXPECT_EQ(Captions(), sCaptions);
+    EXPECT_EQ(Failures(), "");
+}
+
 TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     Start();
     Click("File.Open");

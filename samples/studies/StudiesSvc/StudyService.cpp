@@ -160,6 +160,10 @@ void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& oAnalysis) {
 }
 
 // On the study that is chosen, or the one that there is.
+bool StudyService::RestoreWindow(const std::string&, const std::string& sKey) {
+    return m_oWorkspace && OpenByKey(m_oWorkspace, sKey);
+}
+
 void StudyService::OnReport() {
     const std::vector<Study> aStudies = TheStore().Studies();
     if (aStudies.empty())

@@ -41,6 +41,9 @@ public:
     // The keyboard has come into the page in front: the shared commands are the page's, not the explorer's.
     void PageTakesCommands();
 
+    // For the desktop: opens a window that was open when the program ended.
+    bool RestoreWindow(const std::string& sName, const std::string& sKey);
+
     // For the items. The workspace is nothing when its file can't be used.
     [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
     void AskForImport(Id nStudyId);
@@ -62,7 +65,8 @@ public:
         corvane::Method("OnRedo", &StudyService::OnRedo), corvane::Method("OnRefresh", &StudyService::OnRefresh),
         corvane::Property("ActiveItem", &StudyService::ActiveItem),
         corvane::Method("PageTakesCommands", &StudyService::PageTakesCommands),
-        corvane::Method("OnReport", &StudyService::OnReport), corvane::Method("ImportFile", &StudyService::ImportFile));
+        corvane::Method("OnReport", &StudyService::OnReport), corvane::Method("ImportFile", &StudyService::ImportFile),
+        corvane::Method("RestoreWindow", &StudyService::RestoreWindow));
 
 private:
     struct Branch {

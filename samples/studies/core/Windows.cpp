@@ -11,6 +11,7 @@
 #include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
+#include <charconv>
 #include <set>
 
 namespace studies {
@@ -27,6 +28,19 @@ Ref<Window> OpenHidden(const std::string& sWindow, const Ref<Object>& oAbout,
         WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
         WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
         ShowApplyCommandConstants::cvDefinitionDefault, sKey, true);
+}
+
+// Windows are found again by these and the number in the store behind them, also at the next start.
+const std::string sDataKey = "data ";
+const std::string sAnalysisKey = "analysis ";
+const std::string sReportKey = "report ";
+
+// The number in a key that begins so; 0 for another key.
+Id NumberIn(const std::string& sKey, const std::string& sBegin) {
+    Id nNumber = 0;
+    if (sKey.compare(0, sBegin.size(), sBegin) == 0)
+        std::from_chars(sKey.data() + sBegin.size(), sKey.data() + sKey.size(), nNumber);
+    return nNumber;
 }
 
 struct Place {
@@ -52,7 +66,9 @@ Place PlaceOf(AnalysisKind eKind) {
 
 Ref<Window> OpenDocument(const Ref<AnalysisDocument>& oDocument) {
     const Place oPlace = PlaceOf(oDocument->Settings().eKind);
-    Ref<Window> oWindow = OpenHidden(oPlace.sWindow, oDocument, nullptr, {});
+    const std::string sKey =
+        oDocument->Number() == 0 ? std::string() : sAnalysisKey + std::to_string(oDocument->Number());
+    Ref<Window> oWindow = OpenHidden(oPlace.sWindow, oDocument, nullptr, sKey);
     oWindow->SetCaption(oDocument->Name());
     if (oPlace.lPage != 0)
         oWindow->SetActivePageIndex(oPlace.lPage);
@@ -86,7 +102,7 @@ void CheckColumns(const Table& oTable, AnalysisKind eKind) {
 } // namespace
 
 Ref<Window> OpenDataWindow(const Ref<DataSetContext>& oData, const Ref<IWindowExitHandler>& oExitHandler) {
-    const std::string sKey = (oData->Space()->Keeps() ? "data " : "file ") + std::to_string(oData->Number());
+    const std::string sKey = (oData->Space()->Keeps() ? sDataKey : "file ") + std::to_string(oData->Number());
     const Ref<Window> oWindow = OpenHidden("Data", oData, oExitHandler, sKey);
     oWindow->SetCaption(oData->Info().sName);
     oWindow->Show();
@@ -119,9 +135,23 @@ Ref<Window> OpenAnalysis(const Ref<Workspace>& oWorkspace, const Analysis& oAnal
 
 void OpenReport(const Ref<Workspace>& oWorkspace, Id nStudyId) {
     const auto oStudy = New<StudyContext>(oWorkspace, nStudyId);
-    const Ref<Window> oWindow = OpenHidden("Report", oStudy, nullptr, "report " + std::to_string(nStudyId));
+    const Ref<Window> oWindow = OpenHidden("Report", oStudy, nullptr, sReportKey + std::to_string(nStudyId));
     oWindow->SetCaption(ReportCaption(*oStudy));
     oWindow->Show();
+}
+
+bool OpenByKey(const Ref<Workspace>& oWorkspace, const std::string& sKey) {
+    Store& oStore = oWorkspace->GetStore();
+    if (const Id nData = NumberIn(sKey, sDataKey); nData != 0 && oStore.HasDataSet(nData))
+        OpenDataWindow(oWorkspace->DataSet(nData));
+    else if (const Id nAnalysis = NumberIn(sKey, sAnalysisKey); nAnalysis != 0 && oStore.HasAnalysis(nAnalysis))
+        OpenAnalysis(oWorkspace, oStore.AnalysisOf(nAnalysis));
+    else if (const Id nStudy = NumberIn(sKey, sReportKey);
+             nStudy != 0 && New<StudyContext>(oWorkspace, nStudy)->Exists())
+        OpenReport(oWorkspace, nStudy);
+    else
+        return false;
+    return true;
 }
 
 bool AskInWindow(const std::string& sWindow, const Ref<Object>& oBusinessContext, const std::string& sCaption) {

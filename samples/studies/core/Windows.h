@@ -19,6 +19,8 @@ corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>
 corvane::Ref<corvane::Window> OpenAnalysis(const corvane::Ref<Workspace>& oWorkspace, const Analysis& oAnalysis);
 // The report on a study; there is one for each.
 void OpenReport(const corvane::Ref<Workspace>& oWorkspace, Id nStudyId);
+// The window of that key, as it was open once. False when it isn't about anything in the store, or that has gone.
+bool OpenByKey(const corvane::Ref<Workspace>& oWorkspace, const std::string& sKey);
 // A modal window of that definition, which has ended when the call returns. False when the person cancelled it.
 bool AskInWindow(const std::string& sWindow, const corvane::Ref<corvane::Object>& oBusinessContext,
                  const std::string& sCaption);
