@@ -1,7 +1,9 @@
 #include "desktop/MainWindow.h"
 
 #include "desktop/FailurePresenter.h"
+#include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/explorer/ExplorerTree.h"
 #include "desktop/windows/ArrangeWindows.h"
 #include "desktop/windows/Twips.h"
 #include "desktop/windows/WindowForm.h"
@@ -9,8 +11,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QPainter>
 #include <QShortcut>
 #include <QStatusBar>
@@ -194,20 +198,61 @@ void MainWindow::ActivateNeighbour(int nStep) {
     m_oFailures.Guard([&] { aForms[static_cast<std::size_t>(iNext)]->Activate(); });
 }
 
-// Keys that a page would otherwise take for its own tabs.
+// The keys that a page would otherwise take for its own tabs.
 void MainWindow::SetUpWindowKeys() {
-    const auto fnKey = [this](const char* sKeys, const std::function<void()>& fnAct) {
-        auto* pShortCut = new QShortcut(QKeySequence(QLatin1String(sKeys)), this);
-        connect(pShortCut, &QShortcut::activated, this, fnAct);
-    };
-    fnKey("Ctrl+Tab", [this] { ActivateNeighbour(1); });
-    fnKey("Ctrl+F6", [this] { ActivateNeighbour(1); });
-    fnKey("Ctrl+Shift+Tab", [this] { ActivateNeighbour(-1); });
-    fnKey("Ctrl+Shift+F6", [this] { ActivateNeighbour(-1); });
-    fnKey("Ctrl+F4", [this] {
+    for (const WindowKey& oKey : FixedWindowKeys())
+        if (oKey.bComesFirst)
+            connect(new QShortcut(oKey.oKeys, this), &QShortcut::activated, this,
+                    [this, eUse = oKey.eUse] { Use(eUse); });
+}
+
+void MainWindow::Use(WindowKey::Use eUse) {
+    switch (eUse) {
+    case WindowKey::Use::NextWindow:
+        ActivateNeighbour(1);
+        break;
+    case WindowKey::Use::PreviousWindow:
+        ActivateNeighbour(-1);
+        break;
+    case WindowKey::Use::CloseWindow:
         if (QMdiSubWindow* pActive = m_pArea->activeSubWindow())
             pActive->close();
-    });
+        break;
+    case WindowKey::Use::FirstMenu:
+        for (QAction* pTitle : menuBar()->actions())
+            if (pTitle->isVisible() && pTitle->isEnabled()) {
+                menuBar()->setActiveAction(pTitle);
+                break;
+            }
+        break;
+    case WindowKey::Use::OtherPart:
+        GoToOtherPart();
+        break;
+    case WindowKey::Use::Title:
+    case WindowKey::Use::Other:
+        break;
+    }
+}
+
+void MainWindow::GoToOtherPart() {
+    const QWidget* pFocus = QApplication::focusWidget();
+    QMdiSubWindow* pActive = m_pArea->activeSubWindow();
+    if (pFocus && m_pDock->isAncestorOf(pFocus) && pActive) {
+        QWidget* pInside = pActive->widget() ? pActive->widget()->focusWidget() : nullptr;
+        (pInside ? pInside : pActive)->setFocus(Qt::ShortcutFocusReason);
+    } else if (ExplorerPage* pPage = m_pExplorer->CurrentPage(); pPage && m_pDock->isVisible()) {
+        pPage->Tree()->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
+// What neither a command nor a widget has taken.
+void MainWindow::keyPressEvent(QKeyEvent* pEvent) {
+    for (const WindowKey& oKey : FixedWindowKeys())
+        if (!oKey.bComesFirst && oKey.eUse != WindowKey::Use::Other && oKey.oKeys[0] == pEvent->keyCombination()) {
+            Use(oKey.eUse);
+            return;
+        }
+    QMainWindow::keyPressEvent(pEvent);
 }
 
 bool MainWindow::HasTabbedWindows() const {

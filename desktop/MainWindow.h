@@ -4,6 +4,7 @@
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/PanelForm.h"
 #include "desktop/BarRenderer.h"
+#include "desktop/commands/WindowKeys.h"
 
 #include <QMainWindow>
 
@@ -38,6 +39,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
     bool event(QEvent* pEvent) override;
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
@@ -45,6 +47,8 @@ private:
     void SetUpDock(const Ref<PanelForm>& frmPanel);
     void ShowDock();
     void SetUpWindowKeys();
+    void Use(WindowKey::Use eUse);
+    void GoToOtherPart();
     void TellSizes();
     void m_frmMain_Changed(Form::Change eChange);
     void m_frmMain_QueryUnload(bool& bRefused);

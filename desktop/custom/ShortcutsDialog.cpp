@@ -20,7 +20,8 @@ namespace corvane::desktop {
 namespace {
 
 enum Column { CommandColumn, KeysColumn, OwnerColumn, NoteColumn };
-constexpr int nIndexRole = Qt::UserRole;     // of a command among all
+constexpr int nIndexRole = Qt::UserRole; // of a command among all
+constexpr int nWindowKeyRole = Qt::UserRole + 2;
 constexpr int nAsideRole = Qt::UserRole + 1; // of a change whose entry has gone
 
 QString FullName(const CommandEntry& oCommand) {
@@ -30,8 +31,8 @@ QString FullName(const CommandEntry& oCommand) {
 } // namespace
 
 ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBar, QWidget* pParent)
-    : QDialog(pParent), m_oBars(oBars), m_oCommands(oActiveBar), m_pFilter(new QLineEdit), m_pList(new QTreeWidget),
-      m_pConflict(new QLabel) {
+    : QDialog(pParent), m_oBars(oBars), m_oCommands(oActiveBar), m_aWindowKeys(WindowKeys(oActiveBar)),
+      m_pFilter(new QLineEdit), m_pList(new QTreeWidget), m_pConflict(new QLabel) {
     setWindowTitle(tr("Keyboard Shortcuts"));
     resize(780, 560);
     m_pFilter->setPlaceholderText(tr("Search for a command, keys or an owner"));
@@ -66,6 +67,7 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
     connect(m_pList, &QTreeWidget::currentItemChanged, this, &ShortcutsDialog::ShowCurrent);
     for (const CommandEntry& oCommand : m_oCommands.All())
         NewRow(oCommand);
+    AddWindowKeys();
     ShowAll();
     m_pList->setColumnWidth(CommandColumn, 300);
     m_pList->setColumnWidth(KeysColumn, 130);
@@ -124,13 +126,36 @@ QTreeWidgetItem* ShortcutsDialog::NewRow(const CommandEntry& oCommand) {
     return pItem;
 }
 
+void ShortcutsDialog::AddWindowKeys() {
+    for (const WindowKey& oKey : m_aWindowKeys) {
+        auto* pItem = new QTreeWidgetItem(
+            m_pList, {oKey.sWhat, oKey.oKeys.toString(QKeySequence::NativeText), oKey.sOwner,
+                      oKey.bComesFirst ? tr("can't be changed") : tr("can't be changed; commands come first")});
+        pItem->setData(0, nWindowKeyRole, true);
+    }
+}
+
+const WindowKey* ShortcutsDialog::WindowKeyOf(const QKeySequence& oKeys) const {
+    const WindowKey* pFound = nullptr;
+    for (const WindowKey& oKey : m_aWindowKeys)
+        if (oKey.oKeys == oKeys && (!pFound || (oKey.bComesFirst && !pFound->bComesFirst)))
+            pFound = &oKey;
+    return pFound;
+}
+
 void ShortcutsDialog::ShowRow(QTreeWidgetItem* pItem, const CommandEntry& oCommand) {
     const bool bOwn = m_oBars.HasOwnKeys(*oCommand.oTool);
     QStringList aNotes;
     for (const QKeySequence& oKeys : m_oBars.KeysOf(*oCommand.oTool))
         if (const QStringList aOthers = OthersOf(oKeys, oCommand); !aOthers.isEmpty())
             aNotes.append(tr("conflict: %1").arg(aOthers.join(", ")));
-    const bool bConflict = !aNotes.isEmpty();
+    bool bConflict = !aNotes.isEmpty();
+    for (const QKeySequence& oKeys : m_oBars.KeysOf(*oCommand.oTool))
+        if (const WindowKey* pKey = WindowKeyOf(oKeys)) {
+            bConflict |= pKey->bComesFirst;
+            aNotes.append(pKey->bComesFirst ? tr("conflict: %1 (%2)").arg(pKey->sWhat, pKey->sOwner)
+                                            : tr("instead of %1 (%2)").arg(pKey->sWhat, pKey->sOwner));
+        }
     if (bOwn) {
         const QString sBefore = BarChanges::None().KeysText(*oCommand.oTool);
         aNotes.prepend(sBefore.isEmpty() ? tr("changed") : tr("changed; was %1").arg(sBefore));
@@ -216,7 +241,8 @@ QKeySequence ShortcutsDialog::Typed() const {
 }
 
 void ShortcutsDialog::ShowConflict() {
-    m_pAssign->setEnabled(Current() && !Typed().isEmpty());
+    const WindowKey* pKey = WindowKeyOf(Typed());
+    m_pAssign->setEnabled(Current() && !Typed().isEmpty() && !(pKey && pKey->bComesFirst));
     m_pConflict->setText(Conflict());
 }
 
@@ -227,17 +253,24 @@ QString ShortcutsDialog::Conflict() const {
     QStringList aTexts;
     const QKeySequence oTyped = Typed();
     const QList<QKeySequence> aKeys = oTyped.isEmpty() ? m_oBars.KeysOf(*pCommand->oTool) : QList<QKeySequence>{oTyped};
-    for (const QKeySequence& oKeys : aKeys)
+    for (const QKeySequence& oKeys : aKeys) {
+        const QString sKeys = oKeys.toString(QKeySequence::NativeText);
+        if (const WindowKey* pKey = WindowKeyOf(oKeys))
+            aTexts.append(pKey->bComesFirst
+                              ? tr("%1 belongs to the window itself: %2. No command gets it.").arg(sKeys, pKey->sWhat)
+                              : tr("%1 is also a key of %2: %3. The command gets it instead.")
+                                    .arg(sKeys, pKey->sOwner, pKey->sWhat));
         if (const QStringList aOthers = OthersOf(oKeys, *pCommand); !aOthers.isEmpty())
             aTexts.append(tr("%1 is also the key of %2. Of those that can be chosen the one that you changed is meant, "
                              "else the first.")
-                              .arg(oKeys.toString(QKeySequence::NativeText), aOthers.join(", ")));
+                              .arg(sKeys, aOthers.join(", ")));
+    }
     return aTexts.join("\n");
 }
 
 void ShortcutsDialog::Assign() {
     const CommandEntry* pCommand = Current();
-    if (!pCommand || Typed().isEmpty())
+    if (!pCommand || !m_pAssign->isEnabled())
         return;
     m_oBars.SetKeys(*pCommand->oTool, {Typed()});
     ShowAll();

@@ -1,6 +1,7 @@
 // Shows the keys of every command and lets a person give others.
 #pragma once
 
+#include "desktop/commands/WindowKeys.h"
 #include "desktop/custom/PersonalBars.h"
 
 #include <QDialog>
@@ -44,9 +45,13 @@ private:
     [[nodiscard]] const CommandEntry* Current() const;
     // The other commands of those keys, as "File › Open (Data)".
     [[nodiscard]] QStringList OthersOf(const QKeySequence& oKeys, const CommandEntry& oCommand) const;
+    // What the window itself does at those keys; the one that comes before a command first. Null for nothing.
+    [[nodiscard]] const WindowKey* WindowKeyOf(const QKeySequence& oKeys) const;
+    void AddWindowKeys();
 
     PersonalBars& m_oBars;
     CommandList m_oCommands;
+    std::vector<WindowKey> m_aWindowKeys;
     QHash<int, QList<const CommandEntry*>> m_mapByKeys;
     QLineEdit* m_pFilter;
     QTreeWidget* m_pList;

@@ -4,8 +4,10 @@
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QKeySequenceEdit>
 #include <QListWidget>
+#include <QMdiArea>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTest>
@@ -130,6 +132,75 @@ TEST_F(PersonalBarsTest, KeysOutliveChangedDefinitions) {
     pApplication->Personal().Bars().ResetAllKeys();
     EXPECT_EQ(Menu(*pApplication), "A:Ctrl+A B:Ctrl+B");
     EXPECT_EQ(Pressed(*pApplication, Qt::Key_B), "File.B");
+}
+
+// Each key that is said to come before commands does, and each that is said to give way does that.
+TEST_F(PersonalBarsTest, KeysOfTheWindowItselfAreConflictsAsTheListSays) {
+    const auto pApplication = Start();
+    PersonalBars& oBars = pApplication->Personal().Bars();
+    const Tool& oTool = ToolOf(*pApplication, "File.A");
+    pApplication->Window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&pApplication->Window()));
+    const auto aKeys = WindowKeys(*pApplication->Bar());
+    EXPECT_EQ(std::count_if(aKeys.begin(), aKeys.end(),
+                            [](const auto& oKey) { return oKey.oKeys == QKeySequence(Qt::ALT | Qt::Key_V); }),
+              1)
+        << "the letter of the title View";
+    for (const WindowKey& oKey : aKeys) {
+        const std::string sKeys = oKey.oKeys.toString().toStdString();
+        ShortcutsDialog oDialog(oBars, *pApplication->Bar(), &pApplication->Window());
+        ASSERT_TRUE(oDialog.Select(oTool));
+        oDialog.Keys().setKeySequence(oKey.oKeys);
+        EXPECT_TRUE(oDialog.Conflict().contains(oKey.sWhat)) << oDialog.Conflict().toStdString();
+        for (auto* pButton : oDialog.findChildren<QPushButton*>())
+            EXPECT_TRUE(pButton->text() != "A&ssign" || pButton->isEnabled() != oKey.bComesFirst) << sKeys;
+        oBars.SetKeys(oTool, {oKey.oKeys});
+        pApplication->Window().Flush();
+        std::string sClicked;
+        const auto oClick =
+            pApplication->Bar()->ToolClick.Subscribe([&](const Ref<Tool>& oClicked) { sClicked += oClicked->Name(); });
+        QTest::keyClick(&pApplication->Window(), oKey.oKeys[0].key(), oKey.oKeys[0].keyboardModifiers());
+        EXPECT_EQ(sClicked, oKey.bComesFirst ? "" : "File.A") << sKeys;
+        if (QWidget* pMenu = QApplication::activePopupWidget())
+            pMenu->close();
+    }
+    // They stand in the list, with their owner, and can't be changed there; a command with such keys says so.
+    oBars.SetKeys(oTool, {QKeySequence("Ctrl+Tab")});
+    ShortcutsDialog oDialog(oBars, *pApplication->Bar(), &pApplication->Window());
+    const auto aRows = oDialog.List().findItems("Ctrl+Tab", Qt::MatchExactly, 1);
+    ASSERT_EQ(aRows.size(), 2);
+    EXPECT_TRUE(aRows[0]->text(3).contains("Next window (the window itself)")) << aRows[0]->text(3).toStdString();
+    EXPECT_EQ(aRows[1]->text(2), "the window itself");
+    oDialog.List().setCurrentItem(aRows[1]);
+    EXPECT_FALSE(oDialog.Keys().isEnabled());
+}
+
+TEST_F(PersonalBarsTest, KeysGoAroundThePartsOfTheWindow) {
+    m_oFolder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
+        <Menus><MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1" Caption="Open"/></Menus>
+        <ExplorerItems><ExplorerItem Name="Left" Type="Folder" PositionOrder="1"/></ExplorerItems>
+        <Windows><Window Name="Sheet" Caption="Sheet" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
+        <Page PageProgID="T0.Page" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)",
+                      "IsStartService=\"true\"");
+    const auto pApplication = Start();
+    MainWindow& oWindow = pApplication->Window();
+    const auto fnFocusIn = [](const QWidget& oPart) {
+        return QApplication::focusWidget() && oPart.isAncestorOf(QApplication::focusWidget());
+    };
+    oWindow.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&oWindow));
+    QTest::keyClick(&oWindow, Qt::Key_F10);
+    EXPECT_EQ(oWindow.menuBar()->activeAction(), oWindow.menuBar()->actions().first());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    QTest::keyClick(&oWindow, Qt::Key_F6);
+    EXPECT_TRUE(fnFocusIn(oWindow.ExplorerDock()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6); // there is no window yet
+    EXPECT_TRUE(fnFocusIn(oWindow.ExplorerDock()));
+    EXPECT_TRUE(pApplication->Choose("File.Open"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+    EXPECT_TRUE(fnFocusIn(oWindow.ExplorerDock()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+    EXPECT_TRUE(fnFocusIn(oWindow.Area()));
 }
 
 TEST_F(PersonalBarsTest, ToolbarsAndMenusOutliveChangedDefinitions) {

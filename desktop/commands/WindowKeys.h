@@ -1,0 +1,37 @@
+// The keys that the window itself knows, beside those of commands: the one list of them, for those who act on them and
+// for those who tell people of conflicts.
+#pragma once
+
+#include "corvane/platform/controls/ActiveBar.h"
+
+#include <QCoreApplication>
+#include <QKeySequence>
+#include <QString>
+#include <vector>
+
+namespace corvane::desktop {
+
+struct WindowKey {
+    enum class Use {
+        NextWindow,
+        PreviousWindow,
+        CloseWindow,
+        Title, // opens a menu by its underlined letter
+        FirstMenu,
+        OtherPart, // from the explorer to the windows and back
+        Other      // seen to by the widget that has the focus
+    };
+    QKeySequence oKeys; // of one stroke
+    Use eUse;
+    QString sWhat;
+    QString sOwner;
+    // Whether a command of the same keys is never reached by them. Otherwise it is, and the window's use is lost.
+    bool bComesFirst;
+};
+
+// With the letters of the titles that are shown now.
+[[nodiscard]] std::vector<WindowKey> WindowKeys(const ActiveBar& oActiveBar);
+// Without them.
+[[nodiscard]] std::vector<WindowKey> FixedWindowKeys();
+
+} // namespace corvane::desktop
