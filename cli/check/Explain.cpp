@@ -93,6 +93,8 @@ private:
         ExplainProcedure(oEntry);
         if (const std::string sTool = ToolOf(oEntry); !EqualText(sTool, oEntry.sKey))
             Field("tool", Quoted(sTool) + ", under which it is found and chosen");
+        Field("position",
+              ToText(oEntry.oDef->PositionOrder()) + ", position key " + Quoted(oEntry.oDef->PositionKey()));
         if (const Placing* pPlacing = m_oPlan.PlacingOf(oEntry)) {
             ExplainRank(*pPlacing);
             ExplainStand(*pPlacing);

@@ -176,8 +176,23 @@ Facts Explainer::OfTool(const Tool& oInstance) const {
     return aFacts;
 }
 
+QString Explainer::PlaceOf(const Band& oBand) const {
+    for (const auto& oOther : m_oActiveBar->Bands()->All())
+        for (const auto& oInstance : oOther->Tools()->All())
+            if (EqualText(oInstance->DropDownBand(), oBand.Name()))
+                if (const QString sPlace = PlaceOf(*oInstance); !sPlace.isEmpty())
+                    return sPlace;
+    constexpr std::string_view sContext = "Context.";
+    if (oBand.Name().starts_with(sContext))
+        return m_oPlaces.FindExplorerItem(oBand.Name().substr(sContext.size())).Text();
+    const auto aInstances = oBand.Tools()->All();
+    return oBand.Kind() == BandKind::Toolbar && !aInstances.empty() ? PlaceOf(*aInstances.front()) : QString();
+}
+
 Facts Explainer::OfBand(const Band& oBand) const {
     Facts aFacts{{Say("Key"), Text(oBand.Name())}, {Say("Caption"), Text(oBand.Caption())}};
+    const QString sPlace = PlaceOf(oBand);
+    aFacts.emplace_back(Say("Put here by"), sPlace.isEmpty() ? Say("the library; no file names it") : sPlace);
     aFacts.emplace_back(Say("Entries"), QString::number(oBand.Tools()->Count()));
     aFacts.emplace_back(Say("Shown"), YesNo(oBand.Visible()));
     if (m_oBars.HasChanges(oBand))

@@ -58,6 +58,8 @@ private:
     void AddPlaces(Facts& aFacts, const Tool& oInstance) const;
     void AddState(Facts& aFacts, const Tool& oInstance) const;
     [[nodiscard]] const Placement* PlacementIn(const Tool& oInstance) const;
+    // Of the title that opens the band, of the explorer item whose menu it is, or of the entry for which it was made.
+    [[nodiscard]] QString PlaceOf(const Band& oBand) const;
 
     Ref<ActiveBar> m_oActiveBar;
     const DefinitionPlaces& m_oPlaces;

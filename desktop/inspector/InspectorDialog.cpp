@@ -83,6 +83,7 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPa
     pLayout->addWidget(pTabs, 1);
     pLayout->addWidget(pHint);
     connect(m_pThings, &QTreeWidget::currentItemChanged, this, &InspectorDialog::ShowFacts);
+    m_pThings->installEventFilter(this);
     m_oRefresh.setSingleShot(true);
     m_oRefresh.setInterval(nRefreshMilliseconds);
     connect(&m_oRefresh, &QTimer::timeout, this, &InspectorDialog::Fill);
@@ -105,120 +106,182 @@ void InspectorDialog::showEvent(QShowEvent* pEvent) {
     m_pThings->setFocus();
 }
 
+bool InspectorDialog::eventFilter(QObject* pWatched, QEvent* pEvent) {
+    if (pWatched == m_pThings && pEvent->type() == QEvent::Show && m_bStale)
+        Fill();
+    return QDialog::eventFilter(pWatched, pEvent);
+}
+
 void InspectorDialog::Schedule() {
-    if (!m_oRefresh.isActive())
+    m_bStale = true;
+    m_pExplainer.reset();
+    if (m_pThings->isVisible() && !m_oRefresh.isActive())
         m_oRefresh.start();
 }
 
-QTreeWidgetItem* InspectorDialog::Group(const QString& sText) {
-    return Add(nullptr, sText, {}, "group " + sText, {});
-}
-
-QTreeWidgetItem* InspectorDialog::Add(QTreeWidgetItem* pAbove, const QString& sText, const QString& sState,
-                                      const QString& sKey, FactsFunction fnFacts) {
-    auto* pItem = new QTreeWidgetItem(QStringList{sText, sState});
-    pItem->setData(0, nKeyRole, sKey);
-    if (pAbove)
-        pAbove->addChild(pItem);
-    else
-        m_pThings->addTopLevelItem(pItem);
-    m_mapItems.insert(sKey, pItem);
-    if (fnFacts)
-        m_mapFacts.insert(pItem, std::move(fnFacts));
-    return pItem;
+const Explainer& InspectorDialog::Explained() const {
+    if (!m_pExplainer)
+        m_pExplainer = std::make_unique<Explainer>(m_oActiveBar, m_oPlaces, m_oBars, m_oNotes);
+    return *m_pExplainer;
 }
 
 void InspectorDialog::Fill() {
-    const QTreeWidgetItem* pCurrent = m_pThings->currentItem();
-    const QString sCurrent = pCurrent ? pCurrent->data(0, nKeyRole).toString() : QString();
-    QSet<QString> setOpen;
-    for (auto it = m_mapItems.cbegin(); it != m_mapItems.cend(); ++it)
-        if (it.value()->isExpanded())
-            setOpen.insert(it.key());
+    m_oRefresh.stop();
+    m_bStale = false;
+    m_pExplainer.reset();
     const bool bFirst = m_mapItems.isEmpty();
+    std::vector<Thing> aGroups{Services()};
+    AddBands(aGroups);
+    Thing oExplorer{tr("Explorer"), {}, "group explorer", {}, {}};
+    for (const auto& oControl : m_frmPanel->Controls())
+        if (const auto oTree = oControl.TryAs<TreeView>())
+            for (Thing& oThing : ThingsOf(oTree->GetNodes()->Roots()))
+                oExplorer.aBelow.push_back(std::move(oThing));
+    aGroups.push_back(std::move(oExplorer));
+    aGroups.push_back(Windows());
+    const QTreeWidgetItem* pBefore = m_pThings->currentItem();
+    const QString sCurrent = pBefore ? pBefore->data(0, nKeyRole).toString() : QString();
     m_bFills = true;
-    m_mapItems.clear();
-    m_mapFacts.clear();
-    m_pThings->clear();
-    m_pExplainer = std::make_unique<Explainer>(m_oActiveBar, m_oPlaces, m_oBars, m_oNotes);
-    FillServices();
-    FillBands();
-    FillExplorer();
-    FillWindows();
-    for (auto it = m_mapItems.cbegin(); it != m_mapItems.cend(); ++it)
-        it.value()->setExpanded(setOpen.contains(it.key()) || (bFirst && !it.value()->parent()));
-    m_bFills = false;
-    if (!SelectKey(sCurrent))
+    Sync(*m_pThings->invisibleRootItem(), aGroups);
+    for (int i = 0; bFirst && i < m_pThings->topLevelItemCount(); ++i)
+        m_pThings->topLevelItem(i)->setExpanded(true);
+    if (QTreeWidgetItem* pStill = m_mapItems.value(sCurrent); pStill && pStill != m_pThings->currentItem())
+        m_pThings->setCurrentItem(pStill);
+    if (!m_pThings->currentItem())
         m_pThings->setCurrentItem(m_pThings->topLevelItem(0));
+    m_bFills = false;
     ShowFacts();
 }
 
-void InspectorDialog::FillServices() {
-    QTreeWidgetItem* pGroup = Group(tr("Services"));
+void InspectorDialog::Forget(QTreeWidgetItem& oItem) {
+    for (int i = 0; i < oItem.childCount(); ++i)
+        Forget(*oItem.child(i));
+    m_mapFacts.remove(&oItem);
+    const auto it = m_mapItems.constFind(oItem.data(0, nKeyRole).toString());
+    if (it != m_mapItems.constEnd() && *it == &oItem)
+        m_mapItems.erase(it);
+}
+
+// An item that stands further below comes with all below it.
+QTreeWidgetItem* InspectorDialog::MoveOrMake(QTreeWidgetItem& oAbove, int iRow, const QString& sKey) {
+    for (int i = iRow + 1; i < oAbove.childCount(); ++i)
+        if (oAbove.child(i)->data(0, nKeyRole).toString() == sKey) {
+            const bool bExpanded = oAbove.child(i)->isExpanded();
+            QTreeWidgetItem* pMoved = oAbove.takeChild(i);
+            oAbove.insertChild(iRow, pMoved);
+            pMoved->setExpanded(bExpanded);
+            return pMoved;
+        }
+    auto* pMade = new QTreeWidgetItem;
+    pMade->setData(0, nKeyRole, sKey);
+    oAbove.insertChild(iRow, pMade);
+    return pMade;
+}
+
+void InspectorDialog::Sync(QTreeWidgetItem& oAbove, std::vector<Thing>& aThings) {
+    QSet<QString> setKeys;
+    for (const Thing& oThing : aThings)
+        setKeys.insert(oThing.sKey);
+    for (int i = oAbove.childCount(); i-- > 0;)
+        if (!setKeys.contains(oAbove.child(i)->data(0, nKeyRole).toString())) {
+            Forget(*oAbove.child(i));
+            delete oAbove.takeChild(i);
+        }
+    int iRow = 0;
+    for (Thing& oThing : aThings) {
+        QTreeWidgetItem* pItem = oAbove.child(iRow);
+        if (!pItem || pItem->data(0, nKeyRole).toString() != oThing.sKey)
+            pItem = MoveOrMake(oAbove, iRow, oThing.sKey);
+        pItem->setText(0, oThing.sText);
+        pItem->setText(1, oThing.sState);
+        m_mapItems.insert(oThing.sKey, pItem);
+        if (oThing.fnFacts)
+            m_mapFacts.insert(pItem, std::move(oThing.fnFacts));
+        Sync(*pItem, oThing.aBelow);
+        ++iRow;
+    }
+    while (oAbove.childCount() > iRow) { // those that stood elsewhere before
+        Forget(*oAbove.child(iRow));
+        delete oAbove.takeChild(iRow);
+    }
+}
+
+InspectorDialog::Thing InspectorDialog::Services() const {
+    Thing oGroup{tr("Services"), {}, "group services", {}, {}};
     const Ref<Framework> oFramework = Singleton::Framework();
     const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
     if (!oManager)
-        return;
+        return oGroup;
     for (const auto& oDef : oManager->ServiceDefs()) {
         const std::string sName = oDef->Name();
-        QTreeWidgetItem* pService = Add(pGroup, Text(sName), {}, "service " + Text(sName),
-                                        [this, sName] { return m_pExplainer->OfService(sName); });
+        Thing oService{
+            Text(sName), {}, "service " + Text(sName), [this, sName] { return Explained().OfService(sName); }, {}};
         for (const auto& oActionItemDef : oDef->ActionItemDefs())
             if (const Ref<Tool> oTool = oActionItemDef->Tool())
-                Add(pService, Text(oActionItemDef->Name()), StateOf(*oTool),
-                    "action " + Text(sName) + " " + Text(oActionItemDef->Name()),
-                    [this, oTool] { return m_pExplainer->OfTool(*oTool); });
+                oService.aBelow.push_back({Text(oActionItemDef->Name()),
+                                           StateOf(*oTool),
+                                           "action " + Text(sName) + " " + Text(oActionItemDef->Name()),
+                                           [this, oTool] { return Explained().OfTool(*oTool); },
+                                           {}});
+        oGroup.aBelow.push_back(std::move(oService));
     }
+    return oGroup;
 }
 
-void InspectorDialog::AddBand(QTreeWidgetItem* pGroup, const Ref<Band>& oBand) {
+InspectorDialog::Thing InspectorDialog::ThingOf(const Ref<Band>& oBand) const {
     const QString sName = Text(oBand->Name());
-    QTreeWidgetItem* pBand = Add(pGroup, sName, oBand->Visible() ? QString() : tr("hidden"), "band " + sName.toLower(),
-                                 [this, oBand] { return m_pExplainer->OfBand(*oBand); });
+    Thing oThing{sName,
+                 oBand->Visible() ? QString() : tr("hidden"),
+                 "band " + sName.toLower(),
+                 [this, oBand] { return Explained().OfBand(*oBand); },
+                 {}};
     for (const auto& oInstance : m_oBars.AllOf(*oBand))
         if (!EqualText(oInstance->Name(), "Separator"))
-            Add(pBand, PlainCaption(*oInstance), StateOf(*oInstance), KeyOf(*oInstance),
-                [this, oInstance] { return m_pExplainer->OfTool(*oInstance); });
+            oThing.aBelow.push_back({PlainCaption(*oInstance),
+                                     StateOf(*oInstance),
+                                     KeyOf(*oInstance),
+                                     [this, oInstance] { return Explained().OfTool(*oInstance); },
+                                     {}});
+    return oThing;
 }
 
-void InspectorDialog::FillBands() {
-    QTreeWidgetItem* pMenus = Group(tr("Menus"));
-    QTreeWidgetItem* pToolbars = Group(tr("Toolbars"));
-    QTreeWidgetItem* pContexts = Group(tr("Context menus"));
+void InspectorDialog::AddBands(std::vector<Thing>& aGroups) const {
+    Thing oMenus{tr("Menus"), {}, "group menus", {}, {}};
+    Thing oToolbars{tr("Toolbars"), {}, "group toolbars", {}, {}};
+    Thing oContexts{tr("Context menus"), {}, "group contexts", {}, {}};
     for (const auto& oBand : m_oActiveBar->Bands()->All())
         if (oBand->Kind() == BandKind::Toolbar)
-            AddBand(pToolbars, oBand);
+            oToolbars.aBelow.push_back(ThingOf(oBand));
         else if (oBand->Name().starts_with("Context."))
-            AddBand(pContexts, oBand);
+            oContexts.aBelow.push_back(ThingOf(oBand));
         else if (oBand->Kind())
-            AddBand(pMenus, oBand);
+            oMenus.aBelow.push_back(ThingOf(oBand));
+    for (Thing* pGroup : {&oMenus, &oToolbars, &oContexts})
+        aGroups.push_back(std::move(*pGroup));
 }
 
-void InspectorDialog::AddNodes(QTreeWidgetItem* pAbove, const std::vector<Node*>& aNodes) {
-    for (Node* pNode : aNodes) {
-        const Ref<Node> oNode(pNode);
-        AddNodes(Add(pAbove, Text(pNode->Text()), pNode->Selected() ? tr("chosen") : QString(), KeyOf(*pNode),
-                     [this, oNode] { return m_pExplainer->OfNode(*oNode); }),
-                 pNode->Children());
-    }
+std::vector<InspectorDialog::Thing> InspectorDialog::ThingsOf(const std::vector<Node*>& aNodes) const {
+    std::vector<Thing> aThings;
+    for (Node* pNode : aNodes)
+        aThings.push_back({Text(pNode->Text()), pNode->Selected() ? tr("chosen") : QString(), KeyOf(*pNode),
+                           [this, oNode = Ref<Node>(pNode)] { return Explained().OfNode(*oNode); },
+                           ThingsOf(pNode->Children())});
+    return aThings;
 }
 
-void InspectorDialog::FillExplorer() {
-    QTreeWidgetItem* pGroup = Group(tr("Explorer"));
-    for (const auto& oControl : m_frmPanel->Controls())
-        if (const auto oTree = oControl.TryAs<TreeView>())
-            AddNodes(pGroup, oTree->GetNodes()->Roots());
-}
-
-void InspectorDialog::FillWindows() {
-    QTreeWidgetItem* pGroup = Group(tr("Windows"));
+InspectorDialog::Thing InspectorDialog::Windows() const {
+    Thing oGroup{tr("Windows"), {}, "group windows", {}, {}};
     const Ref<Framework> oFramework = Singleton::Framework();
     const auto oManager = oFramework ? oFramework->WindowManager() : nullptr;
     if (!oManager || !oManager->Windows())
-        return;
+        return oGroup;
     for (const auto& oWindow : oManager->Windows())
-        Add(pGroup, Text(oWindow->Caption()), oWindow == oManager->ActiveWindow() ? tr("active") : QString(),
-            "window " + Text(oWindow->Key()), [this, oWindow] { return m_pExplainer->OfWindow(*oWindow); });
+        oGroup.aBelow.push_back({Text(oWindow->Caption()),
+                                 oWindow == oManager->ActiveWindow() ? tr("active") : QString(),
+                                 "window " + Text(oWindow->Key()),
+                                 [this, oWindow] { return Explained().OfWindow(*oWindow); },
+                                 {}});
+    return oGroup;
 }
 
 bool InspectorDialog::SelectKey(const QString& sKey) {
@@ -244,7 +307,9 @@ void InspectorDialog::ShowFacts() {
     if (m_bFills)
         return;
     const auto fnFacts = m_mapFacts.value(m_pThings->currentItem());
-    m_pFacts->setPlainText(fnFacts ? TextOf(fnFacts()) : QString());
+    const QString sFacts = fnFacts ? TextOf(fnFacts()) : QString();
+    if (sFacts != m_pFacts->toPlainText()) // else what is read or marked there would jump
+        m_pFacts->setPlainText(sFacts);
 }
 
 QString InspectorDialog::FactsText() const {

@@ -30,36 +30,48 @@ public:
 
 protected:
     void showEvent(QShowEvent* pEvent) override;
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
     using FactsFunction = std::function<Facts()>;
 
+    // A line of the list as it is to be.
+    struct Thing {
+        QString sText;
+        QString sState;
+        QString sKey;
+        FactsFunction fnFacts;
+        std::vector<Thing> aBelow;
+    };
+
     void Schedule();
     void Fill();
-    void FillServices();
-    void FillBands();
-    void FillExplorer();
-    void FillWindows();
-    QTreeWidgetItem* Group(const QString& sText);
-    QTreeWidgetItem* Add(QTreeWidgetItem* pAbove, const QString& sText, const QString& sState, const QString& sKey,
-                         FactsFunction fnFacts);
-    void AddBand(QTreeWidgetItem* pGroup, const Ref<Band>& oBand);
-    void AddNodes(QTreeWidgetItem* pAbove, const std::vector<Node*>& aNodes);
+    [[nodiscard]] Thing Services() const;
+    void AddBands(std::vector<Thing>& aGroups) const;
+    [[nodiscard]] Thing ThingOf(const Ref<Band>& oBand) const;
+    [[nodiscard]] std::vector<Thing> ThingsOf(const std::vector<Node*>& aNodes) const;
+    [[nodiscard]] Thing Windows() const;
+    // Brings the items below into line, and touches no more than differs.
+    void Sync(QTreeWidgetItem& oAbove, std::vector<Thing>& aThings);
+    QTreeWidgetItem* MoveOrMake(QTreeWidgetItem& oAbove, int iRow, const QString& sKey);
+    void Forget(QTreeWidgetItem& oItem);
     bool SelectKey(const QString& sKey);
     void ShowFacts();
+    [[nodiscard]] const Explainer& Explained() const;
 
     Ref<ActiveBar> m_oActiveBar;
     Ref<PanelForm> m_frmPanel;
     const PersonalBars& m_oBars;
     const ExplorerItemNotes& m_oNotes;
     DefinitionPlaces m_oPlaces = Explainer::ReadPlaces(); // as the files were when the inspector was opened
-    std::unique_ptr<Explainer> m_pExplainer;
+    mutable std::unique_ptr<Explainer> m_pExplainer;      // made when something is asked, and again after a change
     QTreeWidget* m_pThings;
     QPlainTextEdit* m_pFacts;
     QHash<QString, QTreeWidgetItem*> m_mapItems;
     QHash<const QTreeWidgetItem*, FactsFunction> m_mapFacts;
     QTimer m_oRefresh; // a while after a change
     bool m_bFills = false;
+    bool m_bStale = false; // something has changed while nobody could see it
     std::vector<Subscription> m_aSubscriptions;
 };
 

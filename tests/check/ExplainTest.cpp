@@ -34,6 +34,7 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "entry \"file.A\"\n"
         "  defined     Example.xml:2:8, by the service \"Example\"\n"
         "  action      \"A\", Example.xml:1:87, calls OnA\n"
+        "  position    9.5, position key \"file.9.5\"\n"
         "  rank        100000950 = 100 x 1000000 + 9.5 x 100; 100 is the order of the title \"File\", Base.xml:10:65\n"
         "  stands      1st of 2 in the menu \"File\", before \"File.Exit\"\n"
         "  shown       from the start, once a procedure calls SetVisible(true): the definition says Visible=\"False\"\n"
@@ -42,6 +43,7 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "  defined     Example.xml:4:1, by the service \"Example\"\n"
         "  action      \"A\", Example.xml:1:87, calls OnA\n"
         "  tool        \"file.A\", under which it is found and chosen\n"
+        "  position    1, position key \"Standard.1\"\n"
         "  order       by the text \"Standard.1\"\n"
         "  stands      1st of 1 in the toolbar \"Standard\"\n"
         "  shown       from the start, once a procedure calls SetVisible(true): the definition says "
@@ -51,6 +53,7 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "entry \"File.B\"\n"
         "  defined     Example.xml:3:1, by the service \"Example\"\n"
         "  action      \"B\", Example.xml:1:134, calls nothing\n"
+        "  position    900, position key \"File.900\"\n"
         "  rank        100090000 = 100 x 1000000 + 900 x 100; 100 is the order of the title \"File\", Base.xml:10:65\n"
         "  stands      nowhere, as the entry \"File.Exit\" has its rank, Base.xml:13:76; corvane check says more\n"
         "  shown       from the start\n");
