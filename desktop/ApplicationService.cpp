@@ -53,8 +53,12 @@ PersonalDesktop::Parts Application::PartsOfPerson(bool bPersonal) {
             m_oPlatform.sFolder,
             m_oPlatform.oSettings->Folder(),
             [this] {
-                return QString::fromStdString(
-                    m_oCommonDialog->ShowSave("Save Report", "Text (*.txt)|*.txt", m_oPlatform.sName + " report.txt"));
+                const std::string sText = QCoreApplication::translate("Application", "Text").toStdString();
+                return QString::fromStdString(m_oCommonDialog->ShowSave(
+                    QCoreApplication::translate("Application", "Save Report").toStdString(), sText + " (*.txt)|*.txt",
+                    QCoreApplication::translate("Application", "%1 report.txt")
+                        .arg(QString::fromStdString(m_oPlatform.sName))
+                        .toStdString()));
             },
             [this] {
                 QStringList aNames;
@@ -91,7 +95,8 @@ Ref<IScreenPrinter> Application::MakeScreenPrinter() {
         return {};
     };
     oHost.fnFile = [this] {
-        return QString::fromStdString(m_oCommonDialog->ShowSave("Print", "PDF (*.pdf)|*.pdf", ""));
+        return QString::fromStdString(m_oCommonDialog->ShowSave(
+            QCoreApplication::translate("Application", "Print").toStdString(), "PDF (*.pdf)|*.pdf", ""));
     };
     oHost.bWithDialogs = m_bWithDialogs;
     return New<ScreenPrinter>(std::move(oHost));

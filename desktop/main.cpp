@@ -1,6 +1,7 @@
 #include "desktop/Application.h"
 #include "desktop/EndSignals.h"
 #include "desktop/UnwatchedRun.h"
+#include "desktop/translation/HostTranslation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -53,6 +54,7 @@ int main(int argc, char** argv) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);
         return Exit::Usage;
     }
+    const HostTranslation oTranslation(WantedLanguages());
     try {
         const bool bUnwatched = oParser.isSet("quit");
         ApplicationOptions oOptions;

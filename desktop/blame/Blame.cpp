@@ -120,17 +120,16 @@ void Blame::TellOfDead(const AskFunction& fnAsk) {
 
 Blame::Answer Blame::AskInBox(const CrashRecord& oRecord) {
     const QString sWho = QString::fromStdString(WhoIn(oRecord));
-    QMessageBox oBox(QMessageBox::Warning, QObject::tr("The last time"),
-                     oRecord.bHung
-                         ? QObject::tr("The application didn't answer any more while \"%1\" was at work.").arg(sWho)
-                         : QObject::tr("The application ended while \"%1\" was at work.").arg(sWho));
+    QMessageBox oBox(QMessageBox::Warning, tr("The last time"),
+                     oRecord.bHung ? tr("The application didn't answer any more while \"%1\" was at work.").arg(sWho)
+                                   : tr("The application ended while \"%1\" was at work.").arg(sWho));
     oBox.setTextFormat(Qt::PlainText);
-    oBox.setInformativeText(QObject::tr("It can start without \"%1\" this time: what that offers is missing then. Safe "
-                                        "mode leaves out all plug-ins and what you have changed of the desktop.")
+    oBox.setInformativeText(tr("It can start without \"%1\" this time: what that offers is missing then. Safe "
+                               "mode leaves out all plug-ins and what you have changed of the desktop.")
                                 .arg(sWho));
-    auto* pLeaveOut = oBox.addButton(QObject::tr("Start &Without It"), QMessageBox::AcceptRole);
-    auto* pAll = oBox.addButton(QObject::tr("&Start as Always"), QMessageBox::RejectRole);
-    auto* pSafe = oBox.addButton(QObject::tr("Safe &Mode"), QMessageBox::DestructiveRole);
+    auto* pLeaveOut = oBox.addButton(tr("Start &Without It"), QMessageBox::AcceptRole);
+    auto* pAll = oBox.addButton(tr("&Start as Always"), QMessageBox::RejectRole);
+    auto* pSafe = oBox.addButton(tr("Safe &Mode"), QMessageBox::DestructiveRole);
     oBox.setDefaultButton(pLeaveOut);
     oBox.setEscapeButton(pAll);
     oBox.exec();

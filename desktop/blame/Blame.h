@@ -8,6 +8,7 @@
 #include "desktop/blame/LeftOutServices.h"
 #include "desktop/blame/UiWatch.h"
 
+#include <QCoreApplication>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -15,6 +16,7 @@
 namespace corvane::desktop {
 
 class Blame {
+    Q_DECLARE_TR_FUNCTIONS(Blame)
 public:
     enum class Answer { LeaveOut, StartAll, Safe };
     using AskFunction = std::function<Answer(const CrashRecord&)>;

@@ -20,9 +20,9 @@ QString Text(std::string_view sText) {
     return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
 }
 
-QString Say(const char* sText) {
-    return QCoreApplication::translate("Commands", sText);
-}
+struct Commands {
+    Q_DECLARE_TR_FUNCTIONS(Commands)
+};
 
 bool IsHostTool(const Tool& oTool) {
     static constexpr std::array aNames{"Separator", "WindowList", "Status", "ctlProgressBar", "ExplorerPanel"};
@@ -55,9 +55,9 @@ QString Owner::Text() const {
     case Kind::Service:
         return desktop::Text(sService);
     case Kind::ExplorerItem:
-        return Say("%1 (%2 in the explorer)").arg(desktop::Text(sService), desktop::Text(sItem));
+        return Commands::tr("%1 (%2 in the explorer)").arg(desktop::Text(sService), desktop::Text(sItem));
     case Kind::Page:
-        return Say("page %1 of the window %2").arg(desktop::Text(sItem), desktop::Text(sWindow));
+        return Commands::tr("page %1 of the window %2").arg(desktop::Text(sItem), desktop::Text(sWindow));
     case Kind::Host:
         break;
     }
@@ -70,21 +70,24 @@ QString CommandEntry::WhyNot() const {
         QStringList aWanted;
         for (const Placement& oPlacement : aPlacements)
             if (oPlacement.oOwner.eKind == Owner::Kind::ExplorerItem)
-                aWanted.append(Say("choose an item \"%1\" in the explorer").arg(Text(oPlacement.oOwner.sItem)));
+                aWanted.append(
+                    Commands::tr("choose an item \"%1\" in the explorer").arg(Text(oPlacement.oOwner.sItem)));
             else if (oPlacement.oOwner.eKind == Owner::Kind::Page)
-                aWanted.append(Say("bring the window \"%1\" to the front").arg(Text(oPlacement.oOwner.sWindow)));
+                aWanted.append(
+                    Commands::tr("bring the window \"%1\" to the front").arg(Text(oPlacement.oOwner.sWindow)));
         aWanted.removeDuplicates();
-        return aWanted.isEmpty() ? Say("nobody offers it at present")
-                                 : Say("nobody offers it at present: %1").arg(aWanted.join(Say(" or ")));
+        return aWanted.isEmpty()
+                   ? Commands::tr("nobody offers it at present")
+                   : Commands::tr("nobody offers it at present: %1").arg(aWanted.join(Commands::tr(" or ")));
     }
     // A provider's own state may differ from the tool's: it takes effect when the provider becomes active.
-    const char* sNotActive = "%1 isn't active at present";
+    const QString sNotActive = Commands::tr("%1 isn't active at present");
     if (!oTool->Visible())
-        return Say(oAction->Visible() ? sNotActive : "hidden by %1").arg(oOwner.Text());
+        return (oAction->Visible() ? sNotActive : Commands::tr("hidden by %1")).arg(oOwner.Text());
     if (!oTool->Enabled())
-        return Say(oAction->Enabled() ? sNotActive : "disabled by %1").arg(oOwner.Text());
+        return (oAction->Enabled() ? sNotActive : Commands::tr("disabled by %1")).arg(oOwner.Text());
     if (oAction->Action().empty())
-        return Say("%1 names no procedure for it").arg(oOwner.Text());
+        return Commands::tr("%1 names no procedure for it").arg(oOwner.Text());
     return {};
 }
 
@@ -143,7 +146,7 @@ void CommandList::ReadPaths(const ActiveBar& oActiveBar) {
                                          Opener{oBand->Kind() == BandKind::MenuBar ? std::string() : oBand->Name(),
                                                 PlainCaption(*oInstance)});
         if (oBand->Kind() == BandKind::Toolbar)
-            m_mapOpeners.try_emplace(oBand->Name(), Opener{{}, Say("Toolbar %1").arg(Text(oBand->Caption()))});
+            m_mapOpeners.try_emplace(oBand->Name(), Opener{{}, Commands::tr("Toolbar %1").arg(Text(oBand->Caption()))});
     }
 }
 
@@ -151,7 +154,7 @@ QString CommandList::BandPath(const std::string& sBand, int nDepth) const {
     const auto it = m_mapOpeners.find(sBand);
     if (it == m_mapOpeners.end()) {
         if (EqualText(std::string_view(sBand).substr(0, sContext.size()), sContext))
-            return Say("Explorer") + sArrow + Text(std::string_view(sBand).substr(sContext.size()));
+            return Commands::tr("Explorer") + sArrow + Text(std::string_view(sBand).substr(sContext.size()));
         return {};
     }
     if (it->second.sBand.empty() || nDepth == nDeepest)

@@ -5,6 +5,7 @@
 #include "corvane/base/Variant.h"
 #include "desktop/service/DefinitionScan.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <algorithm>
 #include <array>
@@ -71,7 +72,9 @@ Around Open(std::string_view sText, const DefinitionTag& oTag, std::string_view 
 QString DefinitionPlace::Text() const {
     if (nLine == 0)
         return {};
-    return QString("%1, line %2").arg(QFileInfo(QString::fromStdString(sPath)).fileName()).arg(nLine);
+    return QCoreApplication::translate("DefinitionPlaces", "%1, line %2")
+        .arg(QFileInfo(QString::fromStdString(sPath)).fileName())
+        .arg(nLine);
 }
 
 DefinitionPlaces::DefinitionPlaces(const IFileSystem& oFiles, const std::string& sFolder) {

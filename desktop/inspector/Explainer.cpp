@@ -18,12 +18,12 @@ QString Text(std::string_view sText) {
     return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
 }
 
-QString Say(const char* sText) {
-    return QCoreApplication::translate("Inspector", sText);
-}
+struct Inspector {
+    Q_DECLARE_TR_FUNCTIONS(Inspector)
+};
 
 QString YesNo(bool bYes) {
-    return bYes ? Say("yes") : Say("no");
+    return bYes ? Inspector::tr("yes") : Inspector::tr("no");
 }
 
 // The band in which an entry of a definition stands.
@@ -107,48 +107,52 @@ void Explainer::AddPlaces(Facts& aFacts, const Tool& oInstance) const {
     const Band* pBand = oInstance.OwningBand();
     if (pHere) {
         const QString sPlace = m_oPlaces.Find(*pHere).Text();
-        aFacts.emplace_back(Say("Put here by"), sPlace.isEmpty() ? Say("code of %1").arg(pHere->oOwner.Text())
-                                                                 : Say("%1, for %2").arg(sPlace, pHere->oOwner.Text()));
-        aFacts.emplace_back(Say("Position (position key)"), PositionOf(*pHere));
+        aFacts.emplace_back(Inspector::tr("Put here by"),
+                            sPlace.isEmpty() ? Inspector::tr("code of %1").arg(pHere->oOwner.Text())
+                                             : Inspector::tr("%1, for %2").arg(sPlace, pHere->oOwner.Text()));
+        aFacts.emplace_back(Inspector::tr("Position (position key)"), PositionOf(*pHere));
     } else if (pBand && m_oBars.IsAdded(*pBand, oInstance)) {
-        aFacts.emplace_back(Say("Put here by"), Say("you"));
+        aFacts.emplace_back(Inspector::tr("Put here by"), Inspector::tr("you"));
     } else {
         const CommandEntry* pCommand = m_oCommands.Find(oInstance);
         const bool bByCode = pCommand && pCommand->oOwner.eKind != Owner::Kind::Host;
-        aFacts.emplace_back(Say("Put here by"), bByCode ? Say("code of %1, at run time").arg(pCommand->oOwner.Text())
-                                                        : Say("the library; no file names it"));
+        aFacts.emplace_back(Inspector::tr("Put here by"),
+                            bByCode ? Inspector::tr("code of %1, at run time").arg(pCommand->oOwner.Text())
+                                    : Inspector::tr("the library; no file names it"));
     }
     for (const Placement& oPlacement : m_oCommands.PlacementsOf(oInstance))
         if (&oPlacement != pHere)
-            aFacts.emplace_back(Say("Also named by"),
-                                Say("%1, for %2").arg(m_oPlaces.Find(oPlacement).Text(), oPlacement.oOwner.Text()));
+            aFacts.emplace_back(
+                Inspector::tr("Also named by"),
+                Inspector::tr("%1, for %2").arg(m_oPlaces.Find(oPlacement).Text(), oPlacement.oOwner.Text()));
 }
 
 void Explainer::AddState(Facts& aFacts, const Tool& oInstance) const {
     const CommandEntry* pCommand = m_oCommands.Find(oInstance);
     if (!pCommand) {
-        aFacts.emplace_back(Say("Shown"), YesNo(oInstance.Visible()));
+        aFacts.emplace_back(Inspector::tr("Shown"), YesNo(oInstance.Visible()));
         return;
     }
     const auto oAction = pCommand->Action();
     const QString sWhyNot = pCommand->WhyNot();
     if (oAction) {
-        aFacts.emplace_back(Say("Action"), Text(oAction->Name()));
-        aFacts.emplace_back(Say("Procedure"), oAction->Action().empty() ? Say("none") : Text(oAction->Action()));
+        aFacts.emplace_back(Inspector::tr("Action"), Text(oAction->Name()));
+        aFacts.emplace_back(Inspector::tr("Procedure"),
+                            oAction->Action().empty() ? Inspector::tr("none") : Text(oAction->Action()));
         const auto oProvider = oAction->ActionsProviderObj();
-        aFacts.emplace_back(
-            Say("Provider"),
-            oProvider ? Say("%1, an object of the class %2").arg(pCommand->oOwner.Text(), Text(oProvider->TypeName()))
-                      : Say("none"));
+        aFacts.emplace_back(Inspector::tr("Provider"),
+                            oProvider ? Inspector::tr("%1, an object of the class %2")
+                                            .arg(pCommand->oOwner.Text(), Text(oProvider->TypeName()))
+                                      : Inspector::tr("none"));
     } else {
-        aFacts.emplace_back(Say("Provider"), Say("none at present"));
+        aFacts.emplace_back(Inspector::tr("Provider"), Inspector::tr("none at present"));
     }
-    const QString sOffers = Say("%1 offers it so").arg(pCommand->oOwner.Text());
-    const QString sShown = oInstance.Visible() ? (oAction ? sOffers : Say("nobody has hidden it")) : sWhyNot;
-    aFacts.emplace_back(Say("Shown"), YesNo(oInstance.Visible()) + ": " + sShown);
-    aFacts.emplace_back(Say("Can be chosen"),
+    const QString sOffers = Inspector::tr("%1 offers it so").arg(pCommand->oOwner.Text());
+    const QString sShown = oInstance.Visible() ? (oAction ? sOffers : Inspector::tr("nobody has hidden it")) : sWhyNot;
+    aFacts.emplace_back(Inspector::tr("Shown"), YesNo(oInstance.Visible()) + ": " + sShown);
+    aFacts.emplace_back(Inspector::tr("Can be chosen"),
                         YesNo(sWhyNot.isEmpty()) + ": " + (sWhyNot.isEmpty() ? sOffers : sWhyNot));
-    aFacts.emplace_back(Say("Checked"), YesNo(oInstance.Checked()));
+    aFacts.emplace_back(Inspector::tr("Checked"), YesNo(oInstance.Checked()));
 }
 
 Facts Explainer::OfTool(const Tool& oInstance) const {
@@ -157,22 +161,23 @@ Facts Explainer::OfTool(const Tool& oInstance) const {
     QString sEntry = PlainCaption(oInstance);
     if (pCommand && !pCommand->sPath.isEmpty())
         sEntry = pCommand->sPath + " › " + sEntry;
-    aFacts.emplace_back(Say("Entry"), sEntry);
-    aFacts.emplace_back(Say("Key"), Text(oInstance.Name()));
+    aFacts.emplace_back(Inspector::tr("Entry"), sEntry);
+    aFacts.emplace_back(Inspector::tr("Key"), Text(oInstance.Name()));
     if (const Band* pBand = oInstance.OwningBand())
-        aFacts.emplace_back(Say("Stands in"), Text(pBand->Name()));
+        aFacts.emplace_back(Inspector::tr("Stands in"), Text(pBand->Name()));
     AddPlaces(aFacts, oInstance);
     AddState(aFacts, oInstance);
     const QString sKeys = m_oBars.KeysText(oInstance);
     const QString sWas = BarChanges::None().KeysText(oInstance);
-    aFacts.emplace_back(Say("Shortcut"), m_oBars.HasOwnKeys(oInstance) ? Say("%1, given by you in place of %2")
-                                                                             .arg(sKeys.isEmpty() ? Say("none") : sKeys,
-                                                                                  sWas.isEmpty() ? Say("none") : sWas)
-                                                                       : (sKeys.isEmpty() ? Say("none") : sKeys));
+    aFacts.emplace_back(Inspector::tr("Shortcut"), m_oBars.HasOwnKeys(oInstance)
+                                                       ? Inspector::tr("%1, given by you in place of %2")
+                                                             .arg(sKeys.isEmpty() ? Inspector::tr("none") : sKeys,
+                                                                  sWas.isEmpty() ? Inspector::tr("none") : sWas)
+                                                       : (sKeys.isEmpty() ? Inspector::tr("none") : sKeys));
     if (const Band* pBand = oInstance.OwningBand(); pBand && m_oBars.IsHidden(*pBand, oInstance))
-        aFacts.emplace_back(Say("Hidden"), Say("by you, in this menu or toolbar"));
+        aFacts.emplace_back(Inspector::tr("Hidden"), Inspector::tr("by you, in this menu or toolbar"));
     if (!oInstance.DropDownBand().empty())
-        aFacts.emplace_back(Say("Opens"), Text(oInstance.DropDownBand()));
+        aFacts.emplace_back(Inspector::tr("Opens"), Text(oInstance.DropDownBand()));
     return aFacts;
 }
 
@@ -190,55 +195,61 @@ QString Explainer::PlaceOf(const Band& oBand) const {
 }
 
 Facts Explainer::OfBand(const Band& oBand) const {
-    Facts aFacts{{Say("Key"), Text(oBand.Name())}, {Say("Caption"), Text(oBand.Caption())}};
+    Facts aFacts{{Inspector::tr("Key"), Text(oBand.Name())}, {Inspector::tr("Caption"), Text(oBand.Caption())}};
     const QString sPlace = PlaceOf(oBand);
-    aFacts.emplace_back(Say("Put here by"), sPlace.isEmpty() ? Say("the library; no file names it") : sPlace);
-    aFacts.emplace_back(Say("Entries"), QString::number(oBand.Tools()->Count()));
-    aFacts.emplace_back(Say("Shown"), YesNo(oBand.Visible()));
+    aFacts.emplace_back(Inspector::tr("Put here by"),
+                        sPlace.isEmpty() ? Inspector::tr("the library; no file names it") : sPlace);
+    aFacts.emplace_back(Inspector::tr("Entries"), QString::number(oBand.Tools()->Count()));
+    aFacts.emplace_back(Inspector::tr("Shown"), YesNo(oBand.Visible()));
     if (m_oBars.HasChanges(oBand))
-        aFacts.emplace_back(Say("Changed"), Say("by you"));
+        aFacts.emplace_back(Inspector::tr("Changed"), Inspector::tr("by you"));
     return aFacts;
 }
 
 Facts Explainer::OfNode(const Node& oNode) const {
-    Facts aFacts{{Say("Explorer item"), Text(oNode.Text())}, {Say("Key"), Text(oNode.Key())}};
+    Facts aFacts{{Inspector::tr("Explorer item"), Text(oNode.Text())}, {Inspector::tr("Key"), Text(oNode.Key())}};
     const auto* pNote = m_oNotes.Find(oNode);
     if (!pNote)
         return aFacts;
-    aFacts.emplace_back(Say("Kind"), Text(pNote->sItem));
-    aFacts.emplace_back(Say("Put here by"), m_oPlaces.FindExplorerItem(pNote->sItem).Text());
+    aFacts.emplace_back(Inspector::tr("Kind"), Text(pNote->sItem));
+    aFacts.emplace_back(Inspector::tr("Put here by"), m_oPlaces.FindExplorerItem(pNote->sItem).Text());
     const auto oManager = Services();
     if (oManager)
         for (const auto& oServiceDef : oManager->ServiceDefs())
             if (oServiceDef->ExplorerItemDefs()->HasKey(pNote->sItem))
-                aFacts.emplace_back(Say("Owner"), Text(oServiceDef->Name()));
-    aFacts.emplace_back(Say("Provider"), Say("an object of the class %1").arg(Text(pNote->sClass)));
+                aFacts.emplace_back(Inspector::tr("Owner"), Text(oServiceDef->Name()));
+    aFacts.emplace_back(Inspector::tr("Provider"), Inspector::tr("an object of the class %1").arg(Text(pNote->sClass)));
     return aFacts;
 }
 
 Facts Explainer::OfService(const std::string& sName) const {
-    Facts aFacts{{Say("Service"), Text(sName)}, {Say("Defined in"), m_oPlaces.FindService(sName).Text()}};
+    Facts aFacts{{Inspector::tr("Service"), Text(sName)},
+                 {Inspector::tr("Defined in"), m_oPlaces.FindService(sName).Text()}};
     const auto oManager = Services();
     if (!oManager || !oManager->ServiceDefs()->HasKey(sName))
         return aFacts;
     const auto oDef = oManager->ServiceDefs()->Item(sName);
     const auto oService = oManager->Services()->HasKey(sName) ? oManager->Services()->Item(sName) : nullptr;
-    aFacts.emplace_back(Say("ProgID"), Text(oDef->ProgID()));
-    aFacts.emplace_back(Say("Object"), oService ? Say("of the class %1").arg(Text(oService->TypeName())) : Say("none"));
-    aFacts.emplace_back(Say("Alive"), YesNo(oService && oManager->IsServiceAlive(oService)));
-    aFacts.emplace_back(Say("Starts the application"), YesNo(oDef->IsStartService()));
-    aFacts.emplace_back(Say("Actions"), QString::number(oDef->ActionItemDefs()->Count()));
-    aFacts.emplace_back(Say("Entries"), QString::number(oDef->MenuItemDefs()->Count()));
-    aFacts.emplace_back(Say("Explorer items"), QString::number(oDef->ExplorerItemDefs()->Count()));
+    aFacts.emplace_back(Inspector::tr("ProgID"), Text(oDef->ProgID()));
+    aFacts.emplace_back(Inspector::tr("Object"), oService
+                                                     ? Inspector::tr("of the class %1").arg(Text(oService->TypeName()))
+                                                     : Inspector::tr("none"));
+    aFacts.emplace_back(Inspector::tr("Alive"), YesNo(oService && oManager->IsServiceAlive(oService)));
+    aFacts.emplace_back(Inspector::tr("Starts the application"), YesNo(oDef->IsStartService()));
+    aFacts.emplace_back(Inspector::tr("Actions"), QString::number(oDef->ActionItemDefs()->Count()));
+    aFacts.emplace_back(Inspector::tr("Entries"), QString::number(oDef->MenuItemDefs()->Count()));
+    aFacts.emplace_back(Inspector::tr("Explorer items"), QString::number(oDef->ExplorerItemDefs()->Count()));
     return aFacts;
 }
 
 Facts Explainer::OfWindow(const Window& oWindow) const {
     const auto oDef = oWindow.WindowDef();
-    Facts aFacts{
-        {Say("Window"), Text(oWindow.Caption())}, {Say("Name"), Text(oDef->Name())},
-        {Say("Key"), Text(oWindow.Key())},        {Say("Put here by"), m_oPlaces.FindWindow(oDef->Name()).Text()},
-        {Say("Modal"), YesNo(oWindow.IsModal())}, {Say("Pages"), QString::number(oDef->PageDefs()->Count())}};
+    Facts aFacts{{Inspector::tr("Window"), Text(oWindow.Caption())},
+                 {Inspector::tr("Name"), Text(oDef->Name())},
+                 {Inspector::tr("Key"), Text(oWindow.Key())},
+                 {Inspector::tr("Put here by"), m_oPlaces.FindWindow(oDef->Name()).Text()},
+                 {Inspector::tr("Modal"), YesNo(oWindow.IsModal())},
+                 {Inspector::tr("Pages"), QString::number(oDef->PageDefs()->Count())}};
     return aFacts;
 }
 

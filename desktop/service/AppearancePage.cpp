@@ -15,10 +15,6 @@ namespace corvane::desktop {
 
 namespace {
 
-QString Translate(const char* sText) {
-    return QCoreApplication::translate("AppearancePage", sText);
-}
-
 Ref<Preferences> Store() {
     auto oStore = New<Preferences>();
     oStore->Initialize("Corvane.Desktop", "Appearance");
@@ -98,19 +94,19 @@ QWidget* AppearancePage::NewWidget(QWidget* pParent) {
     auto* pWidget = new QWidget(pParent);
     auto* pForm = new QFormLayout(pWidget);
     m_pTheme = new QComboBox;
-    m_pTheme->addItem(Translate("As the desktop"), "System");
-    m_pTheme->addItem(Translate("Light"), "Light");
-    m_pTheme->addItem(Translate("Dark"), "Dark");
+    m_pTheme->addItem(tr("As the desktop"), "System");
+    m_pTheme->addItem(tr("Light"), "Light");
+    m_pTheme->addItem(tr("Dark"), "Dark");
     m_pIconSize = new QComboBox;
-    m_pIconSize->addItem(Translate("As the desktop"), 0);
+    m_pIconSize->addItem(tr("As the desktop"), 0);
     for (const int nSize : {16, 22, 24, 32, 48})
-        m_pIconSize->addItem(Translate("%1 pixels").arg(nSize), nSize);
+        m_pIconSize->addItem(tr("%1 pixels").arg(nSize), nSize);
     m_pWindows = new QComboBox;
-    m_pWindows->addItem(Translate("Free, to be moved and arranged"), false);
-    m_pWindows->addItem(Translate("In tabs"), true);
-    pForm->addRow(Translate("&Theme:"), m_pTheme.data());
-    pForm->addRow(Translate("&Icons on toolbars:"), m_pIconSize.data());
-    pForm->addRow(Translate("&Windows:"), m_pWindows.data());
+    m_pWindows->addItem(tr("Free, to be moved and arranged"), false);
+    m_pWindows->addItem(tr("In tabs"), true);
+    pForm->addRow(tr("&Theme:"), m_pTheme.data());
+    pForm->addRow(tr("&Icons on toolbars:"), m_pIconSize.data());
+    pForm->addRow(tr("&Windows:"), m_pWindows.data());
     Select(*m_pTheme, QString::fromStdString(m_oSaved.sTheme));
     Select(*m_pIconSize, m_oSaved.nIconSize);
     Select(*m_pWindows, m_oSaved.bTabbedWindows);

@@ -6,6 +6,7 @@
 #include "corvane/windows/PageBase.h"
 #include "desktop/IQtPage.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <functional>
 #include <string>
@@ -29,6 +30,7 @@ struct Appearance {
 void ApplyTheme(const std::string& sTheme);
 
 class AppearancePage final : public IPageAccess, public IQtPage {
+    Q_DECLARE_TR_FUNCTIONS(AppearancePage)
 public:
     using ApplyFunction = std::function<void(const Appearance&)>;
     explicit AppearancePage(ApplyFunction fnApply);

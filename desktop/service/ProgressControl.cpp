@@ -74,7 +74,7 @@ private:
 
 ProgressControl::ProgressControl()
     : m_pWidget(new QWidget), m_pText(new QLabel), m_pBar(new QProgressBar), m_pTimeLeft(new QLabel),
-      m_pCancel(new QPushButton(QObject::tr("Cancel"))) {
+      m_pCancel(new QPushButton(tr("Cancel"))) {
     auto* pLayout = new QHBoxLayout(m_pWidget);
     pLayout->setContentsMargins(2, 0, 2, 0);
     pLayout->addWidget(m_pText, 2);
@@ -84,7 +84,7 @@ ProgressControl::ProgressControl()
     m_pText->setTextFormat(Qt::PlainText);
     m_pText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_pBar->setRange(0, nProgressSteps);
-    m_pBar->setAccessibleName(QObject::tr("Progress"));
+    m_pBar->setAccessibleName(tr("Progress"));
     m_pTimeLeft->hide();
     m_pCancel->hide();
     QObject::connect(m_pCancel, &QPushButton::clicked, m_pWidget, [this] {
@@ -145,14 +145,14 @@ void ProgressControl::Draw() {
         return;
     const Double dblShare = m_dblMax > 0 ? qBound(0.0, m_dblValue / m_dblMax, 1.0) : 0.0;
     m_pBar->setValue(static_cast<int>(dblShare * nProgressSteps));
-    m_pBar->setFormat(QObject::tr("%1 %").arg(static_cast<int>(dblShare * 100)));
+    m_pBar->setFormat(tr("%1 %").arg(static_cast<int>(dblShare * 100)));
     QString sText = m_oSources.fnStatus ? m_oSources.fnStatus() : QString();
     if (m_oCancelled.isValid() && m_oCancelled.hasExpired(nIgnoredAfter)) {
         const QString sService = m_oSources.fnService ? m_oSources.fnService() : QString();
-        sText = sService.isEmpty() ? QObject::tr("The work doesn't answer to Cancel")
-                                   : QObject::tr("%1 doesn't answer to Cancel").arg(sService);
+        sText = sService.isEmpty() ? tr("The work doesn't answer to Cancel")
+                                   : tr("%1 doesn't answer to Cancel").arg(sService);
     } else if (m_bWasCanceled) {
-        sText = QObject::tr("Cancelling…");
+        sText = tr("Cancelling…");
     }
     m_pText->setText(sText);
     m_pText->setToolTip(sText);
@@ -168,8 +168,8 @@ QString ProgressControl::TimeLeft() const {
     const auto nSeconds = static_cast<qint64>(
         static_cast<Double>(m_oRunning.elapsed()) / 1000 * (m_dblMax - m_dblValue) / m_dblValue + 0.5);
     if (nSeconds < 60)
-        return QObject::tr("about %1 s left").arg(qMax<qint64>(nSeconds, 1));
-    return QObject::tr("about %1 min left").arg((nSeconds + 30) / 60);
+        return tr("about %1 s left").arg(qMax<qint64>(nSeconds, 1));
+    return tr("about %1 min left").arg((nSeconds + 30) / 60);
 }
 
 // At most once a frame, so that work may call as often as it likes.

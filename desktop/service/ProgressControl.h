@@ -5,6 +5,7 @@
 
 #include "corvane/base/Automation.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QWidget>
@@ -17,6 +18,7 @@ class QPushButton;
 namespace corvane::desktop {
 
 class ProgressControl final : public Automation<ProgressControl> {
+    Q_DECLARE_TR_FUNCTIONS(ProgressControl)
 public:
     // What the panel can't know: the status text, and whose work is running (empty when nobody knows).
     struct Sources {

@@ -21,10 +21,6 @@ namespace {
 constexpr Long lDesktop = 0;
 constexpr Long lChildForm = 2;
 
-QString Translate(const char* sText) {
-    return QCoreApplication::translate("ScreenPrinter", sText);
-}
-
 // Prints the heading and returns what is left of the page, in the printer's dots.
 QRectF PaintHeading(QPrinter& oPrinter, QPainter& oPainter, const QString& sTitle) {
     const QRectF oPage = oPainter.viewport();
@@ -66,8 +62,8 @@ void ScreenPrinter::PrintWindow(Long lMode, Long lHwnd) {
     if (lMode == lDesktop) {
         const QPixmap oScreen = QGuiApplication::primaryScreen()->grabWindow(0);
         if (oScreen.isNull())
-            Fail(FailureNumber::ObjectNotSet, Translate("The screen can't be read here").toStdString());
-        const QString sTitle = Translate("Desktop");
+            Fail(FailureNumber::ObjectNotSet, tr("The screen can't be read here").toStdString());
+        const QString sTitle = tr("Desktop");
         Print(oPrinter, sTitle, [&](QPrinter* pPrinter) {
             PaintFitted(*pPrinter, sTitle, oScreen.size(),
                         [&](QPainter& oPainter) { oPainter.drawPixmap(0, 0, oScreen); });
@@ -78,7 +74,7 @@ void ScreenPrinter::PrintWindow(Long lMode, Long lHwnd) {
     const Window oWindow =
         lMode == lChildForm ? m_oHost.fnWindowOf(lHwnd) : Window{pMain, pMain ? pMain->windowTitle() : QString()};
     if (!oWindow.pWidget)
-        Fail(FailureNumber::ObjectNotSet, Translate("There is no window to print").toStdString());
+        Fail(FailureNumber::ObjectNotSet, tr("There is no window to print").toStdString());
     Print(oPrinter, oWindow.sTitle,
           [&](QPrinter* pPrinter) { PaintWidget(*pPrinter, *oWindow.pWidget, oWindow.sTitle); });
 }
@@ -89,7 +85,7 @@ void ScreenPrinter::Print(QPrinter& oPrinter, const QString& sTitle, const std::
         if (QPrinterInfo::availablePrinterNames().isEmpty())
             oPrinter.setOutputFormat(QPrinter::PdfFormat); // the preview then asks for a file
         QPrintPreviewDialog oPreview(&oPrinter, m_oHost.fnMainWindow());
-        oPreview.setWindowTitle(Translate("Print Preview: %1").arg(sTitle));
+        oPreview.setWindowTitle(tr("Print Preview: %1").arg(sTitle));
         QObject::connect(&oPreview, &QPrintPreviewDialog::paintRequested, &oPreview, fnPaint);
         oPreview.exec();
         return;
@@ -101,7 +97,7 @@ void ScreenPrinter::Print(QPrinter& oPrinter, const QString& sTitle, const std::
     oPrinter.setOutputFileName(sFile);
     fnPaint(&oPrinter);
     if (oPrinter.printerState() == QPrinter::Error || !QFile::exists(sFile))
-        Fail(FailureNumber::FileAccess, Translate("\"%1\" can't be written").arg(sFile).toStdString());
+        Fail(FailureNumber::FileAccess, tr("\"%1\" can't be written").arg(sFile).toStdString());
 }
 
 } // namespace corvane::desktop

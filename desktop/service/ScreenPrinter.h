@@ -3,6 +3,7 @@
 
 #include "corvane/platform/IScreenPrinter.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <functional>
 
@@ -12,6 +13,7 @@ class QWidget;
 namespace corvane::desktop {
 
 class ScreenPrinter final : public IScreenPrinter {
+    Q_DECLARE_TR_FUNCTIONS(ScreenPrinter)
 public:
     struct Window {
         QWidget* pWidget = nullptr; // a null pointer when there is none

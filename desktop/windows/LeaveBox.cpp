@@ -8,9 +8,9 @@ namespace corvane::desktop {
 
 namespace {
 
-QString Tr(const char* sText) {
-    return QCoreApplication::translate("LeaveBox", sText);
-}
+struct LeaveBox {
+    Q_DECLARE_TR_FUNCTIONS(LeaveBox)
+};
 
 } // namespace
 
@@ -19,16 +19,16 @@ LeaveAnswer AskInBox(const LeaveQuestion& oQuestion) {
     oBox.setTextFormat(Qt::PlainText);
     QPushButton* pSave = nullptr;
     if (oQuestion.bCanSave) {
-        oBox.setText(Tr("“%1” has changes that aren't saved.").arg(oQuestion.sWindow));
-        oBox.setInformativeText(Tr("Do you want to save them before it closes?"));
-        pSave = oBox.addButton(Tr("&Save"), QMessageBox::AcceptRole);
+        oBox.setText(LeaveBox::tr("“%1” has changes that aren't saved.").arg(oQuestion.sWindow));
+        oBox.setInformativeText(LeaveBox::tr("Do you want to save them before it closes?"));
+        pSave = oBox.addButton(LeaveBox::tr("&Save"), QMessageBox::AcceptRole);
     } else {
-        oBox.setText(Tr("What you have entered in “%1” will be lost.").arg(oQuestion.sWindow));
+        oBox.setText(LeaveBox::tr("What you have entered in “%1” will be lost.").arg(oQuestion.sWindow));
         if (!oQuestion.sHindrance.isEmpty())
-            oBox.setInformativeText(Tr("It can't be saved as it is. %1").arg(oQuestion.sHindrance));
+            oBox.setInformativeText(LeaveBox::tr("It can't be saved as it is. %1").arg(oQuestion.sHindrance));
     }
-    QPushButton* pDiscard = oBox.addButton(Tr("&Discard"), QMessageBox::DestructiveRole);
-    QPushButton* pStay = oBox.addButton(Tr("&Keep Editing"), QMessageBox::RejectRole);
+    QPushButton* pDiscard = oBox.addButton(LeaveBox::tr("&Discard"), QMessageBox::DestructiveRole);
+    QPushButton* pStay = oBox.addButton(LeaveBox::tr("&Keep Editing"), QMessageBox::RejectRole);
     oBox.setDefaultButton(pSave ? pSave : pStay);
     oBox.setEscapeButton(pStay);
     oBox.exec();

@@ -1,4 +1,4 @@
-"""The checks of includes and of listings find what they are there for."""
+"""The checks of includes, listings and translations find what they are there for."""
 
 import pathlib
 import subprocess
@@ -10,6 +10,7 @@ sys.dont_write_bytecode = True
 import check_listings  # noqa: E402
 
 CHECK_INCLUDES = pathlib.Path(__file__).parents[2] / "scripts/check_includes"
+CHECK_TRANSLATIONS = pathlib.Path(__file__).parents[2] / "scripts/check_translations"
 TABLE = """# Rooms
 
 | folder | what lives there | its headers may include |
@@ -87,6 +88,40 @@ class Listings(unittest.TestCase):
              ["README.md:3: there is no file docs/examples/first-service/b.cpp", missing]),
         ):
             self.assertEqual(self.faults_for(readme), faults)
+
+
+class Translations(unittest.TestCase):
+    def faults_for(self, *entries):
+        """Of a catalogue with those messages, each a source, a translation and attributes of the latter."""
+        messages = "".join(
+            f"<message{' numerus=' + chr(34) + 'yes' + chr(34) if '<numerusform>' in translation else ''}>"
+            f"<source>{source}</source><translation {attributes}>{translation}</translation></message>"
+            for source, translation, attributes in entries)
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "corvane_xx.ts"
+            path.write_text(f"<TS><context><name>C</name>{messages}</context></TS>")
+            run = subprocess.run([sys.executable, CHECK_TRANSLATIONS, path], capture_output=True, text=True)
+            faults = run.stdout.splitlines()[:-1]
+            self.assertEqual(run.returncode, 1 if faults else 0, run.stderr)
+            return [fault.removeprefix(f"{path}: ") for fault in faults]
+
+    def test_faults(self):
+        for entries, faults in (
+            ([("&amp;Open %1", "Ö&amp;ffnen: %1", "")], []),
+            ([("Open", "", 'type="unfinished"')], ["C: 'Open' has no finished translation"]),
+            ([("Open", "", "")], ["C: 'Open' has no finished translation"]),
+            ([("Open", "", 'type="vanished"')], []),
+            ([("%1 of %2", "%1 von %1", "")], ["C: '%1 of %2' has other placeholders than '%1 von %1'"]),
+            ([("%n rows of %1", "<numerusform>eine Zeile von %1</numerusform><numerusform>%n Zeilen</numerusform>", "")],
+             []),
+            ([("%n rows", "<numerusform>%1 Zeilen</numerusform>", "")],
+             ["C: '%n rows' has other placeholders than '%1 Zeilen'"]),
+            ([("&amp;Open", "Öffnen", "")], ["C: '&Open' and 'Öffnen': one has a mnemonic, the other hasn't"]),
+            ([("Open…", "Öffnen", "")], ["C: 'Open…' and 'Öffnen' end differently"]),
+            ([("&amp;Save", "&amp;Sichern", ""), ("&amp;Close", "&amp;Schließen", "")],
+             ["C: '&Save' and '&Close' have the same mnemonic 's'"]),
+        ):
+            self.assertEqual(self.faults_for(*entries), faults)
 
 
 if __name__ == "__main__":

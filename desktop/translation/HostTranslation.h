@@ -1,0 +1,34 @@
+// The languages that the person wants, and the host's own texts in the first of them that there is a catalogue for.
+#pragma once
+
+#include <QStringList>
+#include <QTranslator>
+#include <memory>
+
+namespace corvane::desktop {
+
+// What the desktop says, the most wanted first: "de-AT", "de". Nothing from English on, in which everything is written.
+[[nodiscard]] QStringList WantedLanguages();
+
+// The names under which a catalogue for that language may be found, the nearest first: "de_AT" and "de" for "de-AT".
+[[nodiscard]] QStringList CatalogueNames(const QString& sLanguage);
+
+// For as long as it lives, the texts of the host and those of Qt's own dialogs are shown in the first of the languages
+// that the host is translated to. For English nothing is loaded.
+class HostTranslation {
+public:
+    explicit HostTranslation(const QStringList& aLanguages);
+    ~HostTranslation();
+    HostTranslation(const HostTranslation&) = delete;
+    HostTranslation& operator=(const HostTranslation&) = delete;
+
+    // Empty for English.
+    [[nodiscard]] const QString& Language() const { return m_sLanguage; }
+
+private:
+    QString m_sLanguage;
+    std::unique_ptr<QTranslator> m_pHost;
+    std::unique_ptr<QTranslator> m_pQt;
+};
+
+} // namespace corvane::desktop
