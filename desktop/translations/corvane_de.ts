@@ -1119,6 +1119,30 @@
         <source>%1 is also the key of %2. Of those that can be chosen the one that you changed is meant, else the first.</source>
         <translation>%1 ist auch die Taste von %2. Von denen, die wählbar sind, gilt die von Ihnen geänderte, sonst die erste.</translation>
     </message>
+    <message>
+        <source>can&apos;t be changed</source>
+        <translation>nicht änderbar</translation>
+    </message>
+    <message>
+        <source>can&apos;t be changed; commands come first</source>
+        <translation>nicht änderbar; Befehle haben Vorrang</translation>
+    </message>
+    <message>
+        <source>conflict: %1 (%2)</source>
+        <translation>Konflikt: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>instead of %1 (%2)</source>
+        <translation>statt %1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to the window itself: %2. No command gets it.</source>
+        <translation>%1 gehört dem Fenster selbst: %2. Kein Befehl bekommt diese Tasten.</translation>
+    </message>
+    <message>
+        <source>%1 is also a key of %2: %3. The command gets it instead.</source>
+        <translation>%1 hat schon eine Bedeutung (%2: %3). Der Befehl bekommt diese Tasten stattdessen.</translation>
+    </message>
 </context>
 <context>
     <name>UnsavedDialog</name>
@@ -1171,6 +1195,73 @@
     <message>
         <source>Something on the page “%1” is missing or wrong.</source>
         <translation>Auf der Seite „%1“ fehlt etwas, oder etwas ist falsch.</translation>
+    </message>
+</context>
+<context>
+    <name>WindowKeys</name>
+    <message>
+        <source>the window itself</source>
+        <translation>das Fenster selbst</translation>
+    </message>
+    <message>
+        <source>the explorer</source>
+        <translation>der Explorer</translation>
+    </message>
+    <message>
+        <source>windows with pages</source>
+        <translation>Fenster mit Seiten</translation>
+    </message>
+    <message>
+        <source>Next window</source>
+        <translation>Nächstes Fenster</translation>
+    </message>
+    <message>
+        <source>Previous window</source>
+        <translation>Vorheriges Fenster</translation>
+    </message>
+    <message>
+        <source>To the explorer, or back to the window</source>
+        <translation>Zum Explorer oder zurück zum Fenster</translation>
+    </message>
+    <message>
+        <source>Context menu</source>
+        <translation>Kontextmenü</translation>
+    </message>
+    <message>
+        <source>Close window</source>
+        <translation>Fenster schließen</translation>
+    </message>
+    <message>
+        <source>First menu</source>
+        <translation>Erstes Menü</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filtern</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Nächste Seite</translation>
+    </message>
+    <message>
+        <source>Previous page</source>
+        <translation>Vorherige Seite</translation>
+    </message>
+    <message>
+        <source>Menu %1</source>
+        <translation>Menü %1</translation>
     </message>
 </context>
 <context>

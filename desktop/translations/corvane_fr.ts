@@ -1119,6 +1119,30 @@
         <source>%1 is also the key of %2. Of those that can be chosen the one that you changed is meant, else the first.</source>
         <translation>%1 est aussi la touche de %2. Parmi celles qui peuvent être choisies, celle que vous avez modifiée l’emporte, sinon la première.</translation>
     </message>
+    <message>
+        <source>can&apos;t be changed</source>
+        <translation>non modifiable</translation>
+    </message>
+    <message>
+        <source>can&apos;t be changed; commands come first</source>
+        <translation>non modifiable&#xa0;; les commandes sont prioritaires</translation>
+    </message>
+    <message>
+        <source>conflict: %1 (%2)</source>
+        <translation>conflit&#xa0;: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>instead of %1 (%2)</source>
+        <translation>au lieu de %1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to the window itself: %2. No command gets it.</source>
+        <translation>%1 appartient à la fenêtre elle-même&#xa0;: %2. Aucune commande ne reçoit ces touches.</translation>
+    </message>
+    <message>
+        <source>%1 is also a key of %2: %3. The command gets it instead.</source>
+        <translation>%1 a déjà un sens (%2&#xa0;: %3). La commande reçoit ces touches à la place.</translation>
+    </message>
 </context>
 <context>
     <name>UnsavedDialog</name>
@@ -1171,6 +1195,73 @@
     <message>
         <source>Something on the page “%1” is missing or wrong.</source>
         <translation>Quelque chose manque ou est incorrect sur la page «&#xa0;%1&#xa0;».</translation>
+    </message>
+</context>
+<context>
+    <name>WindowKeys</name>
+    <message>
+        <source>the window itself</source>
+        <translation>la fenêtre elle-même</translation>
+    </message>
+    <message>
+        <source>the explorer</source>
+        <translation>l’explorateur</translation>
+    </message>
+    <message>
+        <source>windows with pages</source>
+        <translation>les fenêtres à pages</translation>
+    </message>
+    <message>
+        <source>Next window</source>
+        <translation>Fenêtre suivante</translation>
+    </message>
+    <message>
+        <source>Previous window</source>
+        <translation>Fenêtre précédente</translation>
+    </message>
+    <message>
+        <source>To the explorer, or back to the window</source>
+        <translation>Vers l’explorateur, ou retour à la fenêtre</translation>
+    </message>
+    <message>
+        <source>Context menu</source>
+        <translation>Menu contextuel</translation>
+    </message>
+    <message>
+        <source>Close window</source>
+        <translation>Fermer la fenêtre</translation>
+    </message>
+    <message>
+        <source>First menu</source>
+        <translation>Premier menu</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Renommer</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Choisir</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filtrer</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Page suivante</translation>
+    </message>
+    <message>
+        <source>Previous page</source>
+        <translation>Page précédente</translation>
+    </message>
+    <message>
+        <source>Menu %1</source>
+        <translation>Menu %1</translation>
     </message>
 </context>
 <context>
