@@ -2,6 +2,7 @@
 
 #include "adapters/common/Encoding.h"
 #include "adapters/xml/PlainTree.h"
+#include "adapters/xml/XmlParser.h"
 #include "adapters/xml/XmlSchema.h"
 
 #include <cstring>
@@ -91,10 +92,16 @@ Ref<IXmlNode> XmlNode::SelectSingleNode(std::string_view sXPath) const {
 }
 
 bool XmlDocument::LoadXml(std::string_view sBytes) {
-    // The three bytes of a UTF-8 byte order mark are no text of the file.
-    if (sBytes.starts_with("\xEF\xBB\xBF"))
-        sBytes.remove_prefix(3);
     m_oError = {};
+    m_oContent = nullptr;
+    // Three characters like any others, in front of everything, where only blanks may stand.
+    if (sBytes.starts_with("\xEF\xBB\xBF")) {
+        m_oError = {XML_ERR_DOCUMENT_EMPTY,
+                    Reason(1, "the file begins with the byte order mark of UTF-8, but each of its bytes is read as a "
+                              "character of Windows-1252; save it without the mark"),
+                    1};
+        return false;
+    }
     XmlTree oTree =
         IsAscii(sBytes) ? m_pParser->Parse(sBytes, m_oError) : m_pParser->Parse(DecodeWindows1252(sBytes), m_oError);
     m_oContent = oTree ? New<XmlContent>(std::move(oTree), m_pXPath) : Ref<XmlContent>();

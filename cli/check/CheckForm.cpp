@@ -29,8 +29,6 @@ std::string Listed(std::span<const std::string_view> aWords) {
 
 // The library's parser tells the line; where in it, libxml2 is asked again.
 Long ErrorColumn(std::string_view sBytes, Long lLine) {
-    if (sBytes.starts_with("\xEF\xBB\xBF"))
-        sBytes.remove_prefix(3);
     constexpr std::size_t nLargest = 1 << 26; // beyond it, the line must do
     if (sBytes.size() > nLargest)
         return 0;

@@ -54,15 +54,19 @@ void CheckHelp(const Model& oModel, Report& oReport) {
     for (const Provider& oService : oModel.aServices) {
         if (!EqualText(oService.sProgID, sHelpProgID))
             continue;
-        bool bFound = false;
+        const Element* pAbout = nullptr; // the first one is taken
         for (const Element& oGroup : oService.pElement->aChildren)
             if (oGroup.sName == "Menus")
                 for (const Element& oEntry : oGroup.aChildren)
-                    bFound |= oEntry.sName == "MenuItem" && oEntry.Value("ActionItem") == "About";
-        if (!bFound)
+                    if (!pAbout && oEntry.sName == "MenuItem" && oEntry.Value("ActionItem") == "About")
+                        pAbout = &oEntry;
+        if (!pAbout)
             oReport.Add(Rule::HelpWithoutAbout, oService.At("ProgID"),
                         "the help service has no MenuItem of the action \"About\"",
                         "add one, in exactly these letters");
+        else if (!pAbout->Find("Caption"))
+            oReport.Add(Rule::HelpWithoutAbout, oService.pFile->At(pAbout->oAt),
+                        "the MenuItem of the action \"About\" has no Caption", "add one");
     }
 }
 

@@ -267,16 +267,17 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <Service Name="Other" ProgID="ExampleSvc.OtherService" Active="True" IsStartService="True"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True" IsStartService="True"/>
 <Service Name="Other" ProgID="ExampleSvc.OtherService" Active="True"/>)"},
-    {Rule::HelpWithoutAbout, "help-without-about", Severity::Error, "The help service has no entry \"About\".",
+    {Rule::HelpWithoutAbout, "help-without-about", Severity::Error,
+     "The help service has no entry \"About\", or none with a caption.",
      "In the file of TavelinSvc.TavelinService the library writes the product's name into the entry whose ActionItem "
      "is "
-     "About, in exactly these letters. Without one it leaves the file out.",
+     "About, in exactly these letters. Without that entry or its Caption it leaves the file out.",
      R"(<Service Name="Example" ProgID="TavelinSvc.TavelinService" Active="True">
 <ActionItems><ActionItem Name="about" Action="OnAbout"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="about" Path="File" PositionOrder="10"/></Menus></Service>)",
      R"(<Service Name="Example" ProgID="TavelinSvc.TavelinService" Active="True">
 <ActionItems><ActionItem Name="About" Action="OnAbout"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="About" Path="File" PositionOrder="10"/></Menus></Service>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="About" Path="File" PositionOrder="10" Caption="#About"/></Menus></Service>)"},
     {Rule::MissingWindowList, "missing-window-list", Severity::Warning,
      "There are windows, and no menu Window that lists them.",
      "The list of open windows is put into the menu of a title with the key Window. Without one a person can't reach a "

@@ -215,8 +215,6 @@ Position Element::At(std::string_view sAttribute) const {
 
 std::optional<Element> ScanElements(std::string_view sBytes, const Ref<IXmlDocument>& oDocument,
                                     std::deque<std::string>& aTexts) {
-    if (sBytes.starts_with("\xEF\xBB\xBF"))
-        sBytes.remove_prefix(3);
     Scanner oScanner(sBytes);
     std::optional<Element> oRoot = oScanner.Run();
     if (!oRoot || oScanner.IsPlainText())

@@ -43,7 +43,7 @@ Platform ModelHost::MakePlatform(const HostOptions& oOptions) {
     if (oOptions.bStandIns) {
         const auto pStandIns = StandInsOf(oOptions.sApplicationFolder);
         bReportsDeactivate = pStandIns->bFormReportsDeactivate;
-        oPlatform.oIniReader = New<StandInIni>(pStandIns);
+        oPlatform.oIniReader = New<StandInIni>(pStandIns, New<IniReader>());
         oPlatform.oObjectFactory = New<StandInFactory>(m_oRecord, pStandIns);
     } else {
         oPlatform.oIniReader = New<IniReader>();
@@ -58,6 +58,7 @@ ModelHost::ModelHost(const HostOptions& oOptions) {
     m_oPopupRequested = m_oActiveBar->PopupRequested.Subscribe(
         [this](const Ref<Band>& oBand) { m_oRecord->aPopups.push_back(oBand->Name()); });
     m_oChildLoaded = m_frmMain->ChildLoaded.Subscribe([this](const Ref<Form>& oForm) { RegisterWindow(oForm); });
+    m_oMainUnload = m_frmMain->OnUnload.Subscribe([this](bool&) { m_bExitBegun = true; });
     m_frmMain->AddMember("ActiveBar", m_oActiveBar);
     m_frmMain->AddMember("ctlCVProgress", New<ProgressModel>());
     m_pLibrary = std::make_unique<Library>(MakePlatform(oOptions));

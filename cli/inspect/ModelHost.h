@@ -38,7 +38,8 @@ public:
     void Do(const std::function<void()>& fnAct);
     // The open forms unload, the one activated last first, then the main form.
     void Exit();
-    [[nodiscard]] bool HasExited() const { return !m_frmMain->IsLoaded(); }
+    // Also when the exit began and a service failed to end.
+    [[nodiscard]] bool HasExited() const { return m_bExitBegun; }
 
     [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
     [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
@@ -67,6 +68,8 @@ private:
     std::optional<Failure> m_oFirstFailure;
     Subscription m_oPopupRequested;
     Subscription m_oChildLoaded;
+    Subscription m_oMainUnload;
+    bool m_bExitBegun = false;
 };
 
 } // namespace corvane::inspect

@@ -1,5 +1,6 @@
 #include "cli/inspect/StandIns.h"
 
+#include "adapters/common/Encoding.h"
 #include "corvane/explorer/ExplorerItemBase.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/services/ExplorerItemDef.h"
@@ -180,6 +181,7 @@ StandInFile ReadStandIns(const std::string& sFile) {
             for (const auto& [sProgID, oSpec] : oJson.at("objects").items())
                 oFile.mapObjects[FoldText(sProgID)] = SpecIn(oSpec);
         if (oJson.contains("ini")) {
+            oFile.bHasIni = true;
             const Json& oIni = oJson.at("ini");
             if (oIni.contains("QRZVGEnabled"))
                 oFile.lVGEnabled = oIni.at("QRZVGEnabled").get<Long>();
@@ -195,6 +197,9 @@ StandInFile ReadStandIns(const std::string& sFile) {
 }
 
 Ref<Object> StandInFactory::Create(std::string_view sProgID) {
+    if (EqualText(sProgID, "Corvane.Framework"))
+        Fail(FailureNumber::CannotCreateObject, "Can't create an object of \"" + std::string(sProgID) +
+                                                    "\": the library has one, which only a service's file can name");
     const auto it = m_pFile->mapObjects.find(FoldText(sProgID));
     const StandInSpec oSpec = it == m_pFile->mapObjects.end() ? StandInSpec() : it->second;
     if (oSpec.oCreate)
@@ -211,17 +216,21 @@ Ref<Object> NamingFactory::Create(std::string_view sProgID) {
     return oObject;
 }
 
-Long StandInIni::ReadInteger(std::string_view /*sFile*/, std::string_view /*sSection*/, std::string_view sKey,
+Long StandInIni::ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,
                              Long lDefault) const {
+    if (!m_pFile->bHasIni)
+        return m_oFile->ReadInteger(sFile, sSection, sKey, lDefault);
     return EqualText(sKey, "QRZVGEnabled") ? m_pFile->lVGEnabled.value_or(lDefault) : lDefault;
 }
 
-std::string StandInIni::ReadString(std::string_view /*sFile*/, std::string_view /*sSection*/, std::string_view sKey,
+std::string StandInIni::ReadString(std::string_view sFile, std::string_view sSection, std::string_view sKey,
                                    std::string_view sDefault, std::size_t nMaximum) const {
-    std::string sValue(sDefault);
-    if (EqualText(sKey, "QRZProductName"))
-        sValue = m_pFile->sProductName.value_or(sValue);
-    return sValue.substr(0, nMaximum);
+    if (!m_pFile->bHasIni)
+        return m_oFile->ReadString(sFile, sSection, sKey, sDefault, nMaximum);
+    std::string_view sValue = sDefault;
+    if (EqualText(sKey, "QRZProductName") && m_pFile->sProductName)
+        sValue = *m_pFile->sProductName;
+    return std::string(FirstCharacters(sValue, nMaximum));
 }
 
 } // namespace corvane::inspect

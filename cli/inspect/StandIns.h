@@ -36,6 +36,7 @@ struct StandInSpec {
 
 struct StandInFile {
     std::map<std::string, StandInSpec> mapObjects; // by folded ProgID
+    bool bHasIni = false;                          // else the application's own INI file counts
     std::optional<Long> lVGEnabled;
     std::optional<std::string> sProductName;
     bool bFormReportsDeactivate = true;
@@ -67,10 +68,11 @@ private:
     Ref<IObjectFactory> m_oFactory;
 };
 
-// Stands for the INI file.
+// Stands for the INI file when "standins.json" says what is in it.
 class StandInIni final : public IIniReader {
 public:
-    explicit StandInIni(std::shared_ptr<const StandInFile> pFile) : m_pFile(std::move(pFile)) {}
+    StandInIni(std::shared_ptr<const StandInFile> pFile, Ref<IIniReader> oFile)
+        : m_pFile(std::move(pFile)), m_oFile(std::move(oFile)) {}
     [[nodiscard]] Long ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,
                                    Long lDefault) const override;
     [[nodiscard]] std::string ReadString(std::string_view sFile, std::string_view sSection, std::string_view sKey,
@@ -78,6 +80,7 @@ public:
 
 private:
     std::shared_ptr<const StandInFile> m_pFile;
+    Ref<IIniReader> m_oFile;
 };
 
 // Whether a form of that factory shows the window.

@@ -84,12 +84,14 @@ public:
     static constexpr const char* Unspecified = "[Unspecified]";
     static constexpr auto Members = MemberTable(
         Property("ServiceManager", &Framework::ServiceManager), Property("WindowManager", &Framework::WindowManager),
-        Property("NavigationManager", &Framework::NavigationManager), Method("Start", &Framework::Start),
-        Method("EnableStatusBar", &Framework::EnableStatusBar), Method("GetImage", &Framework::GetImage),
-        Method("ViewToolbars", &Framework::ViewToolbars), Method("WindowAction", &Framework::WindowAction),
-        Method("AppExit", &Framework::AppExit), Method("ViewNavigation", &Framework::ViewNavigation),
-        Property("CVProgressBar", &Framework::CVProgressBar), Method("PrintDesktop", &Framework::PrintDesktop),
-        Method("PrintMainWindow", &Framework::PrintMainWindow), Method("PrintAppWindow", &Framework::PrintAppWindow));
+        Property("NavigationManager", &Framework::NavigationManager), Method("Initialize", &Framework::Initialize),
+        Method("Start", &Framework::Start), Method("EnableStatusBar", &Framework::EnableStatusBar),
+        Method("GetImage", &Framework::GetImage), Method("ViewToolbars", &Framework::ViewToolbars),
+        Method("WindowAction", &Framework::WindowAction), Method("AppExit", &Framework::AppExit),
+        Method("ViewNavigation", &Framework::ViewNavigation), Property("CVProgressBar", &Framework::CVProgressBar),
+        Method("PrintDesktop", &Framework::PrintDesktop), Method("PrintMainWindow", &Framework::PrintMainWindow),
+        Method("PrintAppWindow", &Framework::PrintAppWindow), Method("CVIIf", &Framework::CVIIf),
+        Method("CVSelectCase", &Framework::CVSelectCase), Method("CVSelectYesNo", &Framework::CVSelectYesNo));
 
 private:
     void m_frmMain_Unload();

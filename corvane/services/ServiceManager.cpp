@@ -117,9 +117,11 @@ Ref<IXmlNode> ServiceManager::ReadDocument(const std::string& sFile, const Ref<I
 // The help service's entry names the product, which only the installation knows.
 void ServiceManager::NameProductInAbout(const Ref<IXmlNode>& oxmlService, const std::string& sIniFile) const {
     const Ref<IXmlNode> oxmlAbout = oxmlService->SelectSingleNode("//Service/Menus/MenuItem[@ActionItem='About']");
-    const std::string sCaption = oxmlAbout->Attribute("Caption").value_or("");
+    const std::optional<std::string> oCaption = oxmlAbout->Attribute("Caption");
+    if (!oCaption)
+        Fail(FailureNumber::ObjectNotSet);
     oxmlAbout->SetAttribute("Caption", "About " + CurrentPlatform().oIniReader->ReadString(sIniFile, "Preferences",
-                                                                                           "QRZProductName", sCaption,
+                                                                                           "QRZProductName", *oCaption,
                                                                                            nProductNameCharacters));
 }
 

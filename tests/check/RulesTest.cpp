@@ -106,7 +106,7 @@ TEST(Rules, FindNothingInStudies) {
 TEST(Rules, TellThePlaceAndTheCureOfManyProblemsAtOnce) {
     CheckedFolder oFolder;
     oFolder.Write("Services/Example.xml",
-                  "\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!-- <Service> \xE4 -->\n"
+                  "<?xml version='1.0'?>\r\n<!-- <Service> \xE4 -->\n"
                   "<Service Name='Ex\xE4mple&#33;'  ProgID='ExampleSvc.E' Active='ja'>\n"
                   "\t<Menus>\n\t\t<MenuItem\n Type='MenuIten' ActionItem='A' PositionOrder='1,5'\n"
                   "  Caption='&amp;'/><Menuitem/></Menus>\n<![CDATA[<a>]]></Service>");

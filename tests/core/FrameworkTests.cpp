@@ -237,6 +237,9 @@ TEST_F(Commands, ExpressionsChoose) {
     EXPECT_EQ(m_oFramework->CVSelectYesNo(0, "zero", "else") + m_oFramework->CVSelectYesNo(-1, "zero", "else"),
               "zeroelse");
     EXPECT_EQ(m_oFramework->CVSelectYesNo(7, "zero"), "");
+    // A definition can name every method, though it has no arguments for these.
+    for (const char* sMember : {"cviif", "CVSelectCase", "CVSelectYesNo", "Initialize"})
+        EXPECT_EQ(NumberOf([&] { (void)m_oFramework->Invoke(sMember, {}); }), 450) << sMember;
 }
 
 } // namespace

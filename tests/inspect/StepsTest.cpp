@@ -80,4 +80,43 @@ TEST_F(StepsTest, TellWhatIsOtherwiseThanExpected) {
                                                  "steps:4: error: expected status \"\xEF\xBF\xBDt\", but it is \"\""}));
 }
 
+// Whatever comes of it: the person has closed the application.
+TEST(Exit, HasBegunAlsoWhenAServiceFailsToEnd) {
+    for (const char* sStep : {"exit", "click File.Leave"}) {
+        Application oApplication;
+        oApplication.AddService("A");
+        oApplication.AddDefinition("!Shell.xml", ServiceXml("Shell", R"(<ActionItems>
+<ActionItem Name="Navigation" Action="ViewNavigation"/><ActionItem Name="Leave" Action="AppExit"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="1"/></Menus>)",
+                                                            {{"ProgID", "Corvane.Framework"}}));
+        oApplication.SetStandIns(R"({"objects": {"A.Service": {"fail": {"Terminate": {"number": 77}}}}})");
+        ASSERT_EQ(oApplication.Start(), 0);
+        EXPECT_FALSE(oApplication.Host().HasExited());
+        oApplication.Take(sStep);
+        EXPECT_EQ(oApplication.Host().FirstFailure()->Number, 77) << sStep;
+        EXPECT_TRUE(oApplication.Host().HasExited()) << sStep;
+    }
+}
+
+TEST(StandIns, TakeThePlaceOfTheIniFileOnlyWhenTheySaySo) {
+    const std::pair<const char*, bool> aCases[] = {
+        {"{}", false}, {R"({"ini": {}})", true}, {R"({"ini": {"QRZVGEnabled": 1}})", true}};
+    for (const auto& [sStandIns, bLoads] : aCases) {
+        Application oApplication;
+        oApplication.AddFile("QRZ.INI", "[Preferences]\nQRZVGEnabled=0\n");
+        oApplication.SetStandIns(sStandIns).AddDefinition("MirelonSvc.xml", ServiceXml("Gated"));
+        ASSERT_EQ(oApplication.Start(), 0);
+        EXPECT_EQ(oApplication.TakeCalls(), bLoads ? Lines{"Gated.Service#1 Initialize"} : Lines()) << sStandIns;
+    }
+}
+
+TEST(StandIns, MakeNoSecondFramework) {
+    Application oApplication;
+    oApplication.AddService("A", R"(<ExplorerItems><ExplorerItem Name="Root" Type="Folder" ProgID="corvane.framework"/>
+</ExplorerItems>)");
+    ASSERT_EQ(oApplication.Start(), 0);
+    oApplication.Take("populate");
+    EXPECT_EQ(oApplication.Host().FirstFailure()->Number, FailureNumber::CannotCreateObject);
+}
+
 } // namespace corvane::testing

@@ -162,6 +162,7 @@ TEST(Loading, TheAboutEntryNamesTheProduct) {
         {"{}", "About #Corvane"},
         {R"({"ini": {"QRZProductName": "Studies"}})", "About Studies"},
         {R"({"ini": {"QRZProductName": ")" + std::string(300, 'x') + R"("}})", "About " + std::string(255, 'x')},
+        {R"({"ini": {"QRZProductName": "ä)" + std::string(300, 'x') + R"("}})", "About ä" + std::string(254, 'x')},
     };
     for (const auto& [sSettings, sCaption] : aProducts) {
         Application oApplication;
@@ -173,6 +174,17 @@ TEST(Loading, TheAboutEntryNamesTheProduct) {
         std::string sExpected = sCaption;
         std::replace(sExpected.begin(), sExpected.end(), '#', '&');
         EXPECT_EQ(oApplication.Services()->ServiceDefs()->Item("Help")->MenuItemDefs()->Item(1)->Caption(), sExpected);
+    }
+    // There must be a caption to write into, also when it is empty.
+    for (const auto& [sAttribute, bLoads] : {std::pair(R"(Caption="")", true), {"", false}}) {
+        Application oApplication;
+        oApplication.AddService("Help",
+                                std::string(R"(<ActionItems><ActionItem Name="About"/></ActionItems><Menus><MenuItem
+            Type="MenuTitle" ActionItem="About" PositionOrder="1" )") +
+                                    sAttribute + "/></Menus>",
+                                {{"ProgID", "TavelinSvc.TavelinService"}});
+        ASSERT_EQ(oApplication.Start(), 0);
+        EXPECT_EQ(oApplication.TakeLog(), bLoads ? Lines() : Lines{"ServiceManager.LoadServices 91"});
     }
 }
 
