@@ -21,6 +21,33 @@ constexpr bool IsAscii(char c) {
     return static_cast<unsigned char>(c) < 0x80;
 }
 
+// Capital letters whose small ones stand at one distance, or behind each of them.
+struct Capitals {
+    std::uint32_t uFirst, uLast;
+    std::int32_t nToSmall; // 0 for pairs, the capital letter at the same parity as the first
+};
+constexpr Capitals aCapitals[] = {
+    {0x100, 0x12F, 0},   {0x132, 0x137, 0},    {0x139, 0x148, 0},  {0x14A, 0x177, 0},  {0x178, 0x178, -121},
+    {0x179, 0x17E, 0},   {0x1CD, 0x1DC, 0},    {0x1DE, 0x1EF, 0},  {0x1F8, 0x21F, 0},  {0x222, 0x233, 0},
+    {0x386, 0x386, 38},  {0x388, 0x38A, 37},   {0x38C, 0x38C, 64}, {0x38E, 0x38F, 63}, {0x391, 0x3A1, 32},
+    {0x3A3, 0x3AB, 32},  {0x400, 0x40F, 80},   {0x410, 0x42F, 32}, {0x460, 0x481, 0},  {0x48A, 0x4BF, 0},
+    {0x4C0, 0x4C0, 15},  {0x4C1, 0x4CE, 0},    {0x4D0, 0x52F, 0},  {0x531, 0x556, 48}, {0x1E00, 0x1E95, 0},
+    {0x1EA0, 0x1EFF, 0}, {0xFF21, 0xFF3A, 32},
+};
+
+std::uint32_t SmallBeyondLatin1(std::uint32_t u) noexcept {
+    for (const Capitals& oRange : aCapitals) {
+        if (u < oRange.uFirst)
+            break;
+        if (u > oRange.uLast)
+            continue;
+        if (oRange.nToSmall == 0)
+            return u + ((u - oRange.uFirst) % 2 == 0 ? 1 : 0);
+        return static_cast<std::uint32_t>(static_cast<std::int32_t>(u) + oRange.nToSmall);
+    }
+    return u;
+}
+
 // Reads one code point at i, folded, and moves i behind it. A byte that begins no UTF-8 sequence stands for itself.
 std::uint32_t NextFolded(std::string_view sText, std::size_t& i) noexcept {
     const auto c = static_cast<unsigned char>(sText[i++]);
@@ -32,18 +59,9 @@ std::uint32_t NextFolded(std::string_view sText, std::size_t& i) noexcept {
     std::uint32_t u = c & (0x3Fu >> nMore);
     for (int n = 0; n < nMore; ++n)
         u = (u << 6) | (static_cast<unsigned char>(sText[i++]) & 0x3Fu);
-    if (u >= 0xC0 && u <= 0xDE && u != 0xD7)
-        return u + 32;
-    switch (u) {
-    case 0x152: // OE ligature
-    case 0x160: // S with caron
-    case 0x17D: // Z with caron
-        return u + 1;
-    case 0x178: // Y with diaeresis
-        return 0xFF;
-    default:
-        return u;
-    }
+    if (u < 0x100)
+        return u >= 0xC0 && u <= 0xDE && u != 0xD7 ? u + 32 : u;
+    return u < 0x1F00 || u > 0xFF00 ? SmallBeyondLatin1(u) : u;
 }
 
 std::uint64_t HashByCharacters(std::string_view sText) noexcept {

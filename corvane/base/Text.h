@@ -1,4 +1,4 @@
-// Comparison of names, keys and words: UTF-8 text without regard to case. The fold covers the letters of Windows-1252.
+// Comparison of names, keys and words: UTF-8 text, ignoring the case of Latin, Greek, Cyrillic and Armenian letters.
 #pragma once
 
 #include <cstddef>

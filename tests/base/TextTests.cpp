@@ -7,7 +7,7 @@
 namespace corvane {
 namespace {
 
-TEST(TextTest, FoldsTheLettersOfWindows1252) {
+TEST(TextTest, FoldsCapitalLettersOntoSmallOnes) {
     const std::pair<const char*, const char*> aEqual[] = {
         {"", ""},
         {"ABCXYZ", "abcxyz"},
@@ -20,6 +20,10 @@ TEST(TextTest, FoldsTheLettersOfWindows1252) {
         {"\u017D", "\u017E"},
         {"\u0178", "\u00FF"},
         {"Stra\u00DFe \u00C4", "sTRA\u00DFE \u00E4"},
+        {"\u0100\u0132\u0139\u0147\u0176\u0179", "\u0101\u0133\u013A\u0148\u0177\u017A"},
+        {"\u0386\u0388\u038C\u038F\u0391\u03A9\u03AB", "\u03AC\u03AD\u03CC\u03CE\u03B1\u03C9\u03CB"},
+        {"\u0401\u0410\u042F\u0490\u04C0\u04C1", "\u0451\u0430\u044F\u0491\u04CF\u04C2"},
+        {"\u0531\u0556\u1E00\u1EF8\uFF21", "\u0561\u0586\u1E01\u1EF9\uFF41"},
     };
     for (const auto& [sUpper, sLower] : aEqual) {
         EXPECT_TRUE(EqualText(sUpper, sLower)) << sUpper;
@@ -28,9 +32,8 @@ TEST(TextTest, FoldsTheLettersOfWindows1252) {
     }
     const std::pair<const char*, const char*> aDifferent[] = {
         {"\u00D7", "\u00F7"}, // the signs for times and divided by
-        {"a", "\u00E4"},      {"\u00DF", "ss"},     {"a", "a "},
-        {"[", "{"},           {"\u0410", "\u0430"}, // Cyrillic isn't folded
-        {"\u0192", "f"},      {"\u20AC", "\u20AD"},
+        {"a", "\u00E4"},      {"\u00DF", "ss"}, {"a", "a "},          {"[", "{"},      {"\u0131", "i"},
+        {"\u0138", "\u0139"}, {"\u0192", "f"},  {"\u20AC", "\u20AD"}, {"\u0410", "A"},
     };
     for (const auto& [sLeft, sRight] : aDifferent)
         EXPECT_FALSE(EqualText(sLeft, sRight)) << sLeft << " and " << sRight;
