@@ -54,7 +54,7 @@ void SelectNode(const ModelHost& oHost, const std::string& sRest) {
     const Ref<TreeView> tvw = TreeOf(oHost, sTab);
     if (!tvw)
         return;
-    if (sRest.find(' ') == std::string::npos)
+    if (sKey.empty())
         tvw->SetSelectedItem(nullptr);
     else if (const Ref<Node> nod = tvw->GetNodes()->Find(sKey))
         tvw->SetSelectedItem(nod);
@@ -213,7 +213,8 @@ std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile) {
         const std::string sWhere = sFile + ":" + std::to_string(nLine) + ": ";
         if (it == Verbs().end())
             Fail(FailureNumber::InvalidProcedureCall, sWhere + "there is no step \"" + sVerb + "\"");
-        const bool bComplete = it->second.nFields == 0 || (it->second.nFields == 1 && !sRest.empty()) ||
+        // The last field may be empty behind its blank.
+        const bool bComplete = it->second.nFields == 0 || (it->second.nFields == 1 && sLine.size() > sVerb.size()) ||
                                (it->second.nFields == 2 && sRest.find(' ') != std::string::npos);
         if (!bComplete)
             Fail(FailureNumber::InvalidProcedureCall, sWhere + "the step \"" + sVerb + "\" lacks a field");

@@ -59,6 +59,13 @@ TEST_F(StepsTest, AskForTheMenuOfANode) {
     EXPECT_EQ(m_oApplication.TakeCalls().back(), "P.Root#1 OnOpen");
 }
 
+TEST_F(StepsTest, MayEndInAnEmptyField) {
+    m_oApplication.Take("click \ncloseband \ntab \npopulate\nnode 0 Root\nselect 0 ");
+    EXPECT_FALSE(m_oApplication.Host().FirstFailure());
+    EXPECT_FALSE(m_oApplication.Host().Trees().front()->SelectedItem());
+    EXPECT_THROW(m_oApplication.Take("click"), Failure);
+}
+
 TEST_F(StepsTest, TellWhatIsOtherwiseThanExpected) {
     m_oApplication.Take("open W\n"
                         "expect windows.count 1\n"
