@@ -142,8 +142,10 @@ void StandIn::BecomePage() {
 using Json = nlohmann::json;
 
 Failure FailureIn(const Json& oJson) {
-    return Failure(oJson.value("number", FailureNumber::InvalidProcedureCall), oJson.value("description", ""),
-                   oJson.value("source", ""));
+    Failure oFailure(oJson.value("number", FailureNumber::InvalidProcedureCall));
+    oFailure.Source = oJson.value("source", ""); // also when it is empty
+    oFailure.Description = oJson.value("description", "");
+    return oFailure;
 }
 
 StandInSpec SpecIn(const Json& oJson) {

@@ -117,6 +117,15 @@ TEST(StandIns, TakeThePlaceOfTheIniFileOnlyWhenTheySaySo) {
     }
 }
 
+TEST(StandIns, FailAsTheyAreToldToTheLetter) {
+    Application oApplication;
+    oApplication.AddService("A");
+    oApplication.SetStandIns(R"({"objects": {"a.service": {"fail": {"initialize": {"number": -7}}}}})");
+    ASSERT_EQ(oApplication.Start(), -7);
+    EXPECT_EQ(oApplication.Host().FirstFailure()->Source, "");
+    EXPECT_EQ(oApplication.Host().FirstFailure()->Description, "");
+}
+
 TEST(StandIns, MakeNoSecondFramework) {
     Application oApplication;
     oApplication.AddService("A", R"(<ExplorerItems><ExplorerItem Name="Root" Type="Folder" ProgID="corvane.framework"/>
