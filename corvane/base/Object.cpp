@@ -15,7 +15,8 @@ namespace corvane {
 Object::~Object() = default;
 
 Long Object::ObjectKey() const noexcept {
-    static Long lLast = 0;
+    // Far from the small numbers that people give their windows as keys, beside which these stand.
+    static Long lLast = 1'000'000'000;
     if (m_lObjectKey == 0)
         m_lObjectKey = ++lLast;
     return m_lObjectKey;

@@ -52,6 +52,13 @@ TEST_F(StepsTest, LeadThroughAWindow) {
     EXPECT_EQ(m_oApplication.OpenWindows(), Lines());
 }
 
+// A window without a key goes by a number of its own, which mustn't be one that somebody would choose.
+TEST_F(StepsTest, OpenWindowsUnderNumbers) {
+    m_oApplication.Take("open W\nopen W 1\nopen W\nopen W 2\nopen W 3\nopen W 1\nexpect windows.count 5\n"
+                        "expect windows.0.key null\nexpect windows.1.key 1\nexpect windows.4.key 3");
+    EXPECT_EQ(m_oApplication.TakeUnmet(), Lines());
+}
+
 TEST_F(StepsTest, AskForTheMenuOfANode) {
     m_oApplication.Take("populate\ncontextmenu 0 Root\ncontextmenu 0 Nowhere");
     EXPECT_EQ(m_oApplication.Host().Recorded().aPopups, Lines{"Context.Root"});
