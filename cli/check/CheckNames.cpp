@@ -50,22 +50,23 @@ void CheckStartServices(const Model& oModel, Report& oReport) {
     }
 }
 
+// The library writes into the entry before it asks whether the file counts.
 void CheckHelp(const Model& oModel, Report& oReport) {
-    for (const Provider& oService : oModel.aServices) {
-        if (!EqualText(oService.sProgID, sHelpProgID))
+    for (const auto& pFile : oModel.aFiles) {
+        if (!pFile->oRoot || !EqualText(pFile->oRoot->Value("ProgID"), sHelpProgID))
             continue;
         const Element* pAbout = nullptr; // the first one is taken
-        for (const Element& oGroup : oService.pElement->aChildren)
+        for (const Element& oGroup : pFile->oRoot->aChildren)
             if (oGroup.sName == "Menus")
                 for (const Element& oEntry : oGroup.aChildren)
                     if (!pAbout && oEntry.sName == "MenuItem" && oEntry.Value("ActionItem") == "About")
                         pAbout = &oEntry;
         if (!pAbout)
-            oReport.Add(Rule::HelpWithoutAbout, oService.At("ProgID"),
+            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pFile->oRoot->At("ProgID")),
                         "the help service has no MenuItem of the action \"About\"",
                         "add one, in exactly these letters");
         else if (!pAbout->Find("Caption"))
-            oReport.Add(Rule::HelpWithoutAbout, oService.pFile->At(pAbout->oAt),
+            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pAbout->oAt),
                         "the MenuItem of the action \"About\" has no Caption", "add one");
     }
 }

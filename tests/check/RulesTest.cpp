@@ -90,6 +90,13 @@ TEST(Rules, OfTheFolder) {
               "Services/Base.xml:2:1: error: Element 'Service', attribute 'Active': The attribute 'Active' is not "
               "allowed: correct it, or use the Service.xdr that comes with Corvane [schema]\n");
     EXPECT_THROW((void)CheckedFolder().Remove("Services").Check(), Failure);
+    // The library looks for the entry and its caption also in a file that doesn't count.
+    CheckedFolder oHelp;
+    oHelp.Write("Services/Help.xml", R"(<Service Name="Help" ProgID="tavelinsvc.TavelinService" Active="False">
+<Menus><MenuItem Type="MenuTitle" ActionItem="About" PositionOrder="1"/></Menus></Service>)");
+    EXPECT_EQ(oHelp.Text(),
+              "Services/Help.xml:2:8: error: the MenuItem of the action \"About\" has no Caption: add one "
+              "[help-without-about]\n");
 }
 
 TEST(Rules, FindNothingInStudies) {
