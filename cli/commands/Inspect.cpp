@@ -33,11 +33,9 @@ int Inspect(const Arguments& oArguments) {
     DocumentOptions oOptions;
     oOptions.bStandIns = oArguments.bStandIns;
     if (oHost.Start()) {
-        for (const auto& oStep : aSteps) {
-            if (oHost.HasExited())
-                break;
-            Take(oHost, oStep);
-        }
+        for (const auto& oStep : aSteps)
+            if (!oHost.HasExited() || oStep.sVerb == "expect")
+                Take(oHost, oStep);
     }
     for (const auto& oStep : aSteps) {
         oOptions.bPopups |= oStep.sVerb == "rightclick" || oStep.sVerb == "contextmenu";

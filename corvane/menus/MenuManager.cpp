@@ -166,12 +166,13 @@ void MenuManager::PrepareForDisplay() try {
     Reraise("MenuManager", "PrepareForDisplay");
 }
 
+// Both look before something is made, and nothing is found before there is a bar.
 Ref<Tool> MenuManager::FindTool(const std::string& sKey) const {
-    return m_oActiveBar->Tools()->Find(sKey);
+    return m_oActiveBar ? m_oActiveBar->Tools()->Find(sKey) : Ref<Tool>();
 }
 
 Ref<Band> MenuManager::FindBand(const std::string& sKey) const {
-    return m_oActiveBar->Bands()->Find(sKey);
+    return m_oActiveBar ? m_oActiveBar->Bands()->Find(sKey) : Ref<Band>();
 }
 
 void MenuManager::Refresh() try {

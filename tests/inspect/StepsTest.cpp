@@ -13,12 +13,17 @@ class StepsTest : public ::testing::Test {
 protected:
     StepsTest() {
         m_oApplication.AddService("S", std::string(R"(<Windows><Window Name="W" Type="Wizard" State="Normal">)") +
-                                           sPage + R"("P.One"/>)" + sPage + R"("P.Two"/></Window></Windows>
+                                           sPage + R"("P.One"/>)" + sPage + R"("P.Two"/></Window>
+<Window Name="Refused" Type="Window" State="Normal">)" +
+                                           sPage + R"("P.Refused"/></Window>
+<Window Name="Shell" Type="Window" State="Normal">)" +
+                                           sPage + R"("corvane.framework"/></Window></Windows>
 <ExplorerItems><ExplorerItem Name="Root" Type="Folder" ProgID="P.Root">
 <ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
 <Menus><MenuItem Type="ContextMenuItem" ActionItem="Open" PositionOrder="1" Caption="#Open"/></Menus>
 </ExplorerItem></ExplorerItems>)");
-        m_oApplication.SetStandIns(R"({"objects": {"P.Root": {"name": "Root"}}})");
+        m_oApplication.SetStandIns(R"({"objects": {"P.Root": {"name": "Root"},
+            "P.Refused": {"create": {"number": 7, "source": "", "description": ""}}}})");
         EXPECT_EQ(m_oApplication.Start(), 0);
     }
 
@@ -71,6 +76,18 @@ TEST_F(StepsTest, MayEndInAnEmptyField) {
     EXPECT_FALSE(m_oApplication.Host().FirstFailure());
     EXPECT_FALSE(m_oApplication.Host().Trees().front()->SelectedItem());
     EXPECT_THROW(m_oApplication.Take("click"), Failure);
+}
+
+TEST_F(StepsTest, MeetTheFailureOfTheFileAsItIsWritten) {
+    m_oApplication.Take("open Refused");
+    const Failure oFailure = *m_oApplication.Host().FirstFailure();
+    EXPECT_EQ(oFailure.Number, 7);
+    EXPECT_EQ(oFailure.Source + "/" + oFailure.Description, "/");
+}
+
+TEST_F(StepsTest, MakeNoSecondFramework) {
+    m_oApplication.Take("open Shell");
+    EXPECT_EQ(m_oApplication.Host().FirstFailure()->Number, FailureNumber::CannotCreateObject);
 }
 
 TEST_F(StepsTest, TellWhatIsOtherwiseThanExpected) {

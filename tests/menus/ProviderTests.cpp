@@ -143,6 +143,7 @@ TEST_F(Providers, TextsOfAnEntryAreSetByPath) {
     oOnly->SetDescription("File", "Longer");
     oOnly->SetCaption("Nowhere", "x");
     oOnly->SetCaption("", "x");
+    New<MenuManager>()->SetMenuCaption("File", "Only", "x"); // before there is a bar
     EXPECT_EQ(File(), "Keep\nRenamed  (hidden)\nFail\n");
     EXPECT_EQ(m_oApplication.Host().Bar()->Bands()->Item("File")->Tools()->Item("File.Only")->Description(), "Longer");
     EXPECT_EQ(m_oApplication.MasterTool("File.Only")->Description(), "");
