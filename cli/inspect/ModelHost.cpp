@@ -74,9 +74,9 @@ void ModelHost::RegisterWindow(const Ref<Form>& oForm) {
     });
 }
 
+// Also after AppExit, which leaves the windows as they are: a window and its form hold each other.
 ModelHost::~ModelHost() {
-    if (m_frmMain->IsLoaded())
-        Exit();
+    Exit();
 }
 
 bool ModelHost::Start() {

@@ -1,3 +1,5 @@
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
 #include "testing/Application.h"
 
 #include <gtest/gtest.h>
@@ -76,6 +78,15 @@ TEST_F(StepsTest, MayEndInAnEmptyField) {
     EXPECT_FALSE(m_oApplication.Host().FirstFailure());
     EXPECT_FALSE(m_oApplication.Host().Trees().front()->SelectedItem());
     EXPECT_THROW(m_oApplication.Take("click"), Failure);
+}
+
+TEST_F(StepsTest, LeaveNoWindowBehindAppExit) {
+    m_oApplication.Take("open W");
+    const Ref<MdiForm> frmMain = m_oApplication.Host().MainForm();
+    CorvaneMain::Framework()->AppExit();
+    EXPECT_EQ(frmMain->Forms().size(), 1U);
+    m_oApplication.Stop();
+    EXPECT_EQ(frmMain->Forms().size(), 0U);
 }
 
 TEST_F(StepsTest, MeetTheFailureOfTheFileAsItIsWritten) {
