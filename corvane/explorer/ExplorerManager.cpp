@@ -4,6 +4,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/GenericFolder.h"
 #include "corvane/menus/ActionItem.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"
 #include "corvane/services/ServiceManager.h"
@@ -212,6 +213,7 @@ std::string ExplorerManager::ObjectKeyText(const Ref<Object>& oObject) const {
 Ref<Node> ExplorerManager::AddTreeNode(const Ref<corvane::TreeView>& tvw, const Ref<Object>& oExplorerItemObj,
                                        const std::string& sParentKey,
                                        const Ref<ExplorerItemDef>& oExplorerItemDef) try {
+    const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     oExplorerItem->Initialize(oExplorerItemDef);
     m_colExplorerItems->Add(oExplorerItemObj, ObjectKeyText(oExplorerItemObj));

@@ -2,6 +2,7 @@
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/IExplorerItem.h"
 #include "corvane/menus/ActionItem.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"
 #include "corvane/services/ExplorerItemDef.h"
@@ -112,6 +113,7 @@ void ExplorerManager::m_tvwActiveTreeView_MouseUp(Long lButton, Long lShift) try
 }
 
 void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel) try {
+    const Entering oEntering(ActiveExplorerItemObject());
     if (!ActiveExplorerItem()->ExplorerItemDef()->CanRename()) {
         bCancel = true;
         return;
@@ -123,6 +125,7 @@ void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel) try {
 }
 
 void ExplorerManager::m_tvwActiveTreeView_AfterLabelEdit(bool& bCancel, std::string& sNewString) try {
+    const Entering oEntering(ActiveExplorerItemObject());
     const Ref<IExplorerItem> oItem = ActiveExplorerItem();
     if (EqualText(oItem->Name(), sNewString))
         return;

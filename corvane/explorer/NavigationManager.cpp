@@ -6,6 +6,7 @@
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/menus/MenuManager.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/PanelForm.h"
@@ -77,6 +78,7 @@ void NavigationManager::SetCaption(const std::string& sCaption) try { m_frmMain-
 }
 
 void NavigationManager::m_oExplorerManager_onAdd(const Ref<Object>& oExplorerItemObj) try {
+    const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderAdd(oExplorerItemObj, oItem.As<IActionsProvider>(),
@@ -86,6 +88,7 @@ void NavigationManager::m_oExplorerManager_onAdd(const Ref<Object>& oExplorerIte
 }
 
 void NavigationManager::m_oExplorerManager_onRemove(const Ref<Object>& oExplorerItemObj) try {
+    const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderRemove(oExplorerItemObj, oItem.As<IActionsProvider>());
@@ -94,6 +97,7 @@ void NavigationManager::m_oExplorerManager_onRemove(const Ref<Object>& oExplorer
 }
 
 void NavigationManager::m_oExplorerManager_OnActive(const Ref<Object>& oExplorerItemObj) try {
+    const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderActive(oExplorerItemObj, oItem.As<IActionsProvider>(),
@@ -103,6 +107,7 @@ void NavigationManager::m_oExplorerManager_OnActive(const Ref<Object>& oExplorer
 }
 
 void NavigationManager::m_oExplorerManager_OnInactive(const Ref<Object>& oExplorerItemObj) try {
+    const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnActionsProviderInActive(oExplorerItemObj, oItem.As<IActionsProvider>(),
@@ -112,6 +117,7 @@ void NavigationManager::m_oExplorerManager_OnInactive(const Ref<Object>& oExplor
 }
 
 void NavigationManager::m_oExplorerManager_OnContextMenu(const Ref<Object>& oExplorerItemObj) try {
+    const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     if (CorvaneMain::IsActionsProvider(oItem))
         m_oMenuManager->OnContextMenu(oItem);
@@ -121,6 +127,7 @@ void NavigationManager::m_oExplorerManager_OnContextMenu(const Ref<Object>& oExp
 
 // The item's default action is fired whether or not it is enabled.
 void NavigationManager::m_oExplorerManager_OnOpen(const Ref<Object>& oExplorerItemObj) try {
+    const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     const std::string sDefaultAction = oItem->ExplorerItemDef()->DefaultAction();
     if (!sDefaultAction.empty() && CorvaneMain::IsActionsProvider(oItem))
@@ -130,6 +137,7 @@ void NavigationManager::m_oExplorerManager_OnOpen(const Ref<Object>& oExplorerIt
 }
 
 void NavigationManager::m_oWindowManager_PageInitialize(const Ref<Object>& oPageObj) try {
+    const Entering oEntering(oPageObj);
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     if (CorvaneMain::IsActionsProvider(oPage))
         m_oMenuManager->OnActionsProviderAdd(oPageObj, oPage.As<IActionsProvider>(), oPage->PageDef()->ActionItemDefs(),
@@ -139,6 +147,7 @@ void NavigationManager::m_oWindowManager_PageInitialize(const Ref<Object>& oPage
 }
 
 void NavigationManager::m_oWindowManager_PageActivate(const Ref<Object>& oPageObj) try {
+    const Entering oEntering(oPageObj);
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     if (!CorvaneMain::IsActionsProvider(oPage))
         return;
@@ -150,6 +159,7 @@ void NavigationManager::m_oWindowManager_PageActivate(const Ref<Object>& oPageOb
 }
 
 void NavigationManager::m_oWindowManager_PageDeactivate(const Ref<Object>& oPageObj) try {
+    const Entering oEntering(oPageObj);
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     if (CorvaneMain::IsActionsProvider(oPage))
         m_oMenuManager->OnActionsProviderInActive(oPageObj, oPage.As<IActionsProvider>(),

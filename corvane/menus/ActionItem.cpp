@@ -4,6 +4,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/MenuManager.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 
 namespace corvane {
@@ -108,6 +109,7 @@ void ActionItem::OnAction() try {
     // The procedure may change the name or let go of the item.
     const Ref<ActionItem> oSelf(this);
     const Ref<Object> oProvider = m_oActionsProviderObj;
+    const Entering oEntering(oProvider);
     const std::string sAction = m_sAction;
     if (m_oActionItemDef->PassActionItemParam()) {
         const Variant vSelf = oSelf;

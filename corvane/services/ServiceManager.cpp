@@ -2,6 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"
 #include "corvane/services/IServiceAccess.h"
@@ -172,9 +173,12 @@ void ServiceManager::ResolveExplorerItemDefReferences() try {
 }
 
 void ServiceManager::Start() try {
-    for (const auto& oService : m_colServices)
+    for (const auto& oService : m_colServices) {
+        const Entering oEntering(oService);
         if (const Ref<IService> oInner = CorvaneMain::QueryService(oService))
             oInner->Initialize();
+    }
+    const Entering oEntering(m_oStartService);
     if (m_oStartService)
         (void)m_oStartService->Invoke("Start", {});
 } catch (...) {
@@ -182,8 +186,10 @@ void ServiceManager::Start() try {
 }
 
 void ServiceManager::Terminate() try {
-    for (const auto& oService : m_colServices)
+    for (const auto& oService : m_colServices) {
+        const Entering oEntering(oService);
         CorvaneMain::QueryService(oService)->Terminate();
+    }
 } catch (...) {
     Reraise("ServiceManager", "Terminate");
 }

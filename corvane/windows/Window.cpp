@@ -1,6 +1,7 @@
 #include "corvane/windows/Window.h"
 
 #include "corvane/core/CorvaneMain.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/ObjectKeyProvider.h"
 #include "corvane/windows/IPage.h"
@@ -172,6 +173,7 @@ void Window::ExitWindow(bool bWasWindowCancelled) try {
 }
 
 void Window::PageInitialize(const Ref<Object>& oPageObj, const Ref<PageDef>& oPageDef) try {
+    const Entering oEntering(oPageObj);
     CorvaneMain::QueryPage(oPageObj)->Initialize(Ref<Window>(this), oPageDef, m_oBusinessContext, nullptr);
     m_oWindowController->PageInitialize(oPageObj);
 } catch (...) {
@@ -179,6 +181,7 @@ void Window::PageInitialize(const Ref<Object>& oPageObj, const Ref<PageDef>& oPa
 }
 
 void Window::PageTerminate(const Ref<Object>& oPageObj) try {
+    const Entering oEntering(oPageObj);
     const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
     m_oWindowController->PageTerminate(oPageObj);
     oPage->Terminate(nullptr);
@@ -187,6 +190,7 @@ void Window::PageTerminate(const Ref<Object>& oPageObj) try {
 }
 
 void Window::PageActivate(const Ref<Object>& oPageObj) try {
+    const Entering oEntering(oPageObj);
     m_oWindowController->PageActivate(oPageObj);
     CorvaneMain::QueryPage(oPageObj)->Activate();
 } catch (...) {
@@ -194,6 +198,7 @@ void Window::PageActivate(const Ref<Object>& oPageObj) try {
 }
 
 void Window::PageDeactivate(const Ref<Object>& oPageObj) try {
+    const Entering oEntering(oPageObj);
     m_oWindowController->PageDeactivate(oPageObj);
     CorvaneMain::QueryPage(oPageObj)->Deactivate();
 } catch (...) {

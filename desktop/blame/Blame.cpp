@@ -22,12 +22,12 @@ std::string PluginOf(std::string_view sProgID) {
 // Marks which object is being made, and knows each plug-in's code before any of it runs but the loading.
 class MarkingFactory final : public IObjectFactory {
 public:
-    MarkingFactory(Ref<PluginFactory> oPlugins, CrashMarker& oMarker)
-        : m_oPlugins(std::move(oPlugins)), m_oMarker(oMarker),
+    MarkingFactory(Ref<PluginFactory> oPlugins, CrashMarker& oMarker, EnteredCode& oEntered)
+        : m_oPlugins(std::move(oPlugins)), m_oMarker(oMarker), m_oEntered(oEntered),
           m_sFolder(std::filesystem::path(m_oPlugins->PathOf("Any")).parent_path().string()) {}
 
     Ref<Object> Create(std::string_view sProgID) override {
-        const Marked oMarked(m_oMarker, m_sCreating, std::string(sProgID));
+        const Marked oMarked(*this, std::string(sProgID));
         if (m_setKnown.insert(PluginOf(sProgID)).second) {
             try {
                 (void)m_oPlugins->Classes(PluginOf(sProgID));
@@ -36,32 +36,37 @@ public:
             }
             PluginCode::NoteLibraries(m_sFolder);
         }
-        return m_oPlugins->Create(sProgID);
+        Ref<Object> oMade = m_oPlugins->Create(sProgID);
+        if (oMade)
+            m_oEntered.Note(*oMade, sProgID);
+        return oMade;
     }
 
 private:
     // One may be made while another is.
     class Marked {
     public:
-        Marked(CrashMarker& oMarker, std::string& sCreating, std::string sProgID)
-            : m_oMarker(oMarker), m_sCreating(sCreating), m_sBefore(std::exchange(sCreating, std::move(sProgID))) {
-            m_oMarker.SetCreating(m_sCreating);
+        Marked(MarkingFactory& oFactory, std::string sProgID)
+            : m_oFactory(oFactory), m_sBefore(std::exchange(oFactory.m_sCreating, std::move(sProgID))) {
+            m_oFactory.m_oMarker.SetCreating(m_oFactory.m_sCreating);
+            m_oFactory.m_oEntered.Enter(m_oFactory.m_sCreating);
         }
         ~Marked() {
-            m_sCreating = m_sBefore;
-            m_oMarker.SetCreating(m_sCreating);
+            m_oFactory.m_sCreating = m_sBefore;
+            m_oFactory.m_oMarker.SetCreating(m_sBefore);
+            m_oFactory.m_oEntered.Leave();
         }
         Marked(const Marked&) = delete;
         Marked& operator=(const Marked&) = delete;
 
     private:
-        CrashMarker& m_oMarker;
-        std::string& m_sCreating;
+        MarkingFactory& m_oFactory;
         std::string m_sBefore;
     };
 
     Ref<PluginFactory> m_oPlugins;
     CrashMarker& m_oMarker;
+    EnteredCode& m_oEntered;
     std::string m_sFolder;
     std::string m_sCreating;
     std::unordered_set<std::string, TextHash, TextEqual> m_setKnown;
@@ -94,11 +99,23 @@ std::string DeathOf(const CrashRecord& oRecord) {
 } // namespace
 
 Blame::Blame(Ref<Utilities> oUtilities, std::string sStateFolder, LeftOut oLeftOut, const AskFunction& fnAsk)
-    : m_oUtilities(std::move(oUtilities)), m_oLeftOut(std::move(oLeftOut)), m_oMarker(sStateFolder) {
+    : m_oUtilities(std::move(oUtilities)), m_sServicesFolder(m_oUtilities->GetAppFolder("Services")),
+      m_oLeftOut(std::move(oLeftOut)), m_oMarker(sStateFolder) {
     TellOfDead(fnAsk);
+    Entering::SetWatcher(this);
 }
 
-Blame::~Blame() = default;
+Blame::~Blame() {
+    Entering::SetWatcher(nullptr);
+}
+
+void Blame::Entered(const Object& oObject) noexcept {
+    m_oEntered.Enter(oObject);
+}
+
+void Blame::Left() noexcept {
+    m_oEntered.Leave();
+}
 
 void Blame::Log(const std::string& sText) const {
     m_oUtilities->LogError(m_oUtilities->AppName(), "Desktop", "Blame", Failure(FailureNumber::ObjectErrorBase, sText),
@@ -107,19 +124,20 @@ void Blame::Log(const std::string& sText) const {
 
 void Blame::TellOfDead(const AskFunction& fnAsk) {
     for (const CrashRecord& oRecord : m_oMarker.Found()) {
-        Log("The program " + DeathOf(oRecord) + " in the code of " + WhoIn(oRecord));
+        const std::string sWho = Who(oRecord);
+        Log("The program " + DeathOf(oRecord) + " in the code of " + sWho);
         const auto& aNames = m_oLeftOut.aNames;
-        if (!fnAsk || m_oLeftOut.bAllPlugins || std::find(aNames.begin(), aNames.end(), WhoIn(oRecord)) != aNames.end())
+        if (!fnAsk || m_oLeftOut.bAllPlugins || std::find(aNames.begin(), aNames.end(), sWho) != aNames.end())
             continue;
-        const Answer eAnswer = fnAsk(oRecord);
+        const Answer eAnswer = fnAsk(oRecord, sWho);
         if (eAnswer == Answer::LeaveOut)
-            m_oLeftOut.aNames.push_back(WhoIn(oRecord));
+            m_oLeftOut.aNames.push_back(sWho);
         m_oLeftOut.bAllPlugins = eAnswer == Answer::Safe;
     }
 }
 
-Blame::Answer Blame::AskInBox(const CrashRecord& oRecord) {
-    const QString sWho = QString::fromStdString(WhoIn(oRecord));
+Blame::Answer Blame::AskInBox(const CrashRecord& oRecord, const std::string& sWhoDied) {
+    const QString sWho = QString::fromStdString(sWhoDied);
     QMessageBox oBox(QMessageBox::Warning, tr("The last time"),
                      oRecord.bHung ? tr("The application didn't answer any more while \"%1\" was at work.").arg(sWho)
                                    : tr("The application ended while \"%1\" was at work.").arg(sWho));
@@ -144,7 +162,7 @@ Ref<IFileSystem> Blame::Files(Ref<IFileSystem> oFiles, const std::string& sServi
 }
 
 Ref<IObjectFactory> Blame::Factory(Ref<PluginFactory> oPlugins) {
-    return New<MarkingFactory>(std::move(oPlugins), m_oMarker);
+    return New<MarkingFactory>(std::move(oPlugins), m_oMarker, m_oEntered);
 }
 
 void Blame::CommandBegins(const ActionItem& oActionItem) {
@@ -165,7 +183,9 @@ void Blame::StartWatch(UiWatch::Milliseconds oLimit) {
 
 // In the watching thread.
 void Blame::TellOfBusy(const char* sPlugin, UiWatch::Milliseconds oFor, bool bOver) {
-    const std::string sWho = WhoIn(m_oMarker.Current(sPlugin));
+    if (!bOver) // when it is over, whose code it was has been left
+        m_sBusy = Who(m_oMarker.Current(sPlugin));
+    const std::string sWho = m_sBusy;
     m_oMarker.SetHung(bOver ? nullptr : sPlugin);
     char aSeconds[32];
     std::snprintf(aSeconds, sizeof aSeconds, "%.1f s", static_cast<double>(oFor.count()) / 1000);

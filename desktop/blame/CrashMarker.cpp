@@ -2,6 +2,7 @@
 
 #include "corvane/base/Text.h"
 #include "desktop/blame/PluginCode.h"
+#include "desktop/service/DefinitionScan.h"
 
 #include <array>
 #include <atomic>
@@ -10,6 +11,8 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -24,13 +27,14 @@ struct CrashMarker::Mark {
     char aService[128];
     char aServicePlugin[128];
     char aCreating[128];
+    char aEntered[128];
     int nSignal;
     int nHung;
 };
 
 namespace {
 
-constexpr char aMagic[8] = {'C', 'V', 'M', 'A', 'R', 'K', '1', '\n'};
+constexpr char aMagic[8] = {'C', 'V', 'M', 'A', 'R', 'K', '2', '\n'};
 constexpr std::array aSignals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 constexpr std::size_t nHandlerStack = 64 * 1024;
 
@@ -85,17 +89,66 @@ void CrashMarker::InstallHandlers() {
     }
 }
 
-std::string WhoIn(const CrashRecord& oRecord) {
-    if (!oRecord.sPlugin.empty())
-        return EqualText(oRecord.sPlugin, oRecord.sServicePlugin) ? oRecord.sService : oRecord.sPlugin;
-    if (!oRecord.sCreating.empty())
-        return oRecord.sCreating.substr(0, oRecord.sCreating.find('.'));
-    return oRecord.sService;
+namespace {
+
+std::string PluginOf(const std::string& sProgID) {
+    return sProgID.substr(0, sProgID.find('.'));
+}
+
+std::string TextOfFile(const std::filesystem::path& oPath) {
+    std::ifstream oFile(oPath, std::ios::binary);
+    return {std::istreambuf_iterator<char>(oFile), {}};
+}
+
+// The service that defines what has been entered, if it is one alone and of that plug-in; else nothing.
+std::string ServiceBehind(const std::string& sEntered, const std::string& sPlugin, const std::string& sServicesFolder) {
+    const bool bItem = sEntered.starts_with('#');
+    std::string sFound;
+    std::error_code oError;
+    for (const auto& oEntry : std::filesystem::directory_iterator(sServicesFolder, oError)) {
+        if (!EqualText(oEntry.path().extension().string(), ".xml"))
+            continue;
+        std::string sService;
+        bool bDefines = false;
+        const std::string sText = TextOfFile(oEntry.path());
+        for (const DefinitionTag& oTag : TagsIn(sText, {"Service", "ExplorerItem", "Page"})) {
+            if (oTag.sElement == "Service") {
+                if (EqualText(oTag.Attribute("Active"), "false") ||
+                    !EqualText(PluginOf(std::string(oTag.Attribute("ProgID"))), sPlugin))
+                    break;
+                sService = oTag.Attribute("Name");
+            }
+            bDefines = bDefines || (bItem ? oTag.sElement == "ExplorerItem" &&
+                                                EqualText(oTag.Attribute("Name"), std::string_view(sEntered).substr(1))
+                                          : EqualText(oTag.Attribute("ProgID"), sEntered) ||
+                                                EqualText(oTag.Attribute("PageProgID"), sEntered));
+        }
+        if (!bDefines || sService.empty())
+            continue;
+        if (!sFound.empty())
+            return {};
+        sFound = sService;
+    }
+    return sFound;
+}
+
+} // namespace
+
+std::string WhoIn(const CrashRecord& oRecord, const std::string& sServicesFolder) {
+    const std::string sPlugin = oRecord.sPlugin.empty() ? PluginOf(oRecord.sCreating) : oRecord.sPlugin;
+    if (sPlugin.empty())
+        return oRecord.sService;
+    if (!oRecord.sEntered.empty() && oRecord.sEntered != "?")
+        if (std::string sService = ServiceBehind(oRecord.sEntered, sPlugin, sServicesFolder); !sService.empty())
+            return sService;
+    const bool bOfCommand = oRecord.sEntered.empty() && EqualText(sPlugin, oRecord.sServicePlugin);
+    return bOfCommand ? oRecord.sService : sPlugin;
 }
 
 CrashRecord CrashMarker::RecordOf(const Mark& oMark) {
     return {Read(oMark.aPlugin),   Read(oMark.aService), Read(oMark.aServicePlugin),
-            Read(oMark.aCreating), oMark.nSignal,        oMark.nHung != 0};
+            Read(oMark.aCreating), Read(oMark.aEntered), oMark.nSignal,
+            oMark.nHung != 0};
 }
 
 CrashRecord CrashMarker::Current(const char* sPlugin) const {
@@ -178,6 +231,11 @@ void CrashMarker::SetService(const std::string& sService, const std::string& sPl
 void CrashMarker::SetCreating(const std::string& sProgID) {
     if (m_pMark)
         Write(m_pMark->aCreating, sProgID.c_str());
+}
+
+void CrashMarker::SetEntered(const std::string& sWhat) {
+    if (m_pMark)
+        Write(m_pMark->aEntered, sWhat.c_str());
 }
 
 void CrashMarker::SetHung(const char* sPlugin) {

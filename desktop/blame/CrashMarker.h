@@ -13,12 +13,15 @@ struct CrashRecord {
     std::string sService; // whose command was under way, and that service's plug-in
     std::string sServicePlugin;
     std::string sCreating; // the ProgID of the object that was being made
+    std::string sEntered;  // by CrashMarker::SetEntered: whose code had been entered last and not been left
     int nSignal = 0;       // 0 when it was killed
     bool bHung = false;    // the plug-in had kept the user interface busy
 };
 
-// The service, or else the plug-in, that the record speaks of.
-[[nodiscard]] std::string WhoIn(const CrashRecord& oRecord);
+// The service, or else the plug-in, that the record speaks of, by the definition files of that folder as they are now.
+// Of several services of one plug-in it is the one whose object was being made or had been entered; code that neither
+// the library nor the host calls, such as a timer's, is known by its plug-in alone. From any thread.
+[[nodiscard]] std::string WhoIn(const CrashRecord& oRecord, const std::string& sServicesFolder);
 
 class CrashMarker {
 public:
@@ -35,6 +38,9 @@ public:
     // Both empty when it has ended.
     void SetService(const std::string& sService, const std::string& sPlugin);
     void SetCreating(const std::string& sProgID);
+    // The ProgID of the object's class, or the name of an explorer item's definition behind a "#"; "?" for another
+    // object's, and empty for none.
+    void SetEntered(const std::string& sWhat);
     // From any thread: the plug-in that keeps the user interface busy; a null pointer when it doesn't any more.
     void SetHung(const char* sPlugin);
     // What would be found if the program died now, in that plug-in's code.

@@ -2,6 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/services/IService.h"
 #include "corvane/services/ServiceManager.h"
 
@@ -23,13 +24,16 @@ Ref<Object> ObjectOf(const Variant& vItem) {
     return pObject ? *pObject : nullptr;
 }
 
-Ranked UnsavedOf(const Ref<IService>& oService, const std::string& sName) {
+Ranked UnsavedOf(const Ref<Object>& oObject, const Ref<IService>& oService, const std::string& sName) {
     Ranked oRanked{2, {sName, {}}};
+    const Entering oEntering(oObject);
     const Ref<Dictionary> dctItems = oService->UnsavedItems(oRanked.dblOrder);
     for (const std::string& sItem : dctItems->Keys())
         oRanked.oGroup.aItems.push_back(
-            {sItem, ObjectOf(dctItems->Item(sItem)),
-             [oService, vItem = dctItems->Item(sItem)] { oService->Save(ToObject(vItem)); }});
+            {sItem, ObjectOf(dctItems->Item(sItem)), [oObject, oService, vItem = dctItems->Item(sItem)] {
+                 const Entering oEnteringToSave(oObject);
+                 oService->Save(ToObject(vItem));
+             }});
     return oRanked;
 }
 
@@ -60,7 +64,7 @@ std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& oFramework, std:
             if (!setAsked.insert(oObject.Get()).second)
                 return;
             if (const auto oService = CorvaneMain::QueryService(oObject))
-                aRanked.push_back(UnsavedOf(oService, oDef->Name()));
+                aRanked.push_back(UnsavedOf(oObject, oService, oDef->Name()));
         });
     std::stable_sort(aRanked.begin(), aRanked.end(),
                      [](const Ranked& a, const Ranked& b) { return a.dblOrder < b.dblOrder; });
@@ -98,6 +102,7 @@ bool SettleUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem
     const Ref<KeyedCollection<Ref<Object>>> colServices = oFramework->ServiceManager()->Services();
     for (const auto& oObject : *colServices)
         fnGuard([&] {
+            const Entering oEntering(oObject);
             if (const auto oService = CorvaneMain::QueryService(oObject))
                 oService->SaveComplete(!bExit);
         });

@@ -5,6 +5,7 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
 #include "corvane/menus/MenuManager.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
@@ -474,9 +475,11 @@ Ref<Window> Session::OpenAgain(const QJsonObject& oEntry) {
         return nullptr; // gone with an upgrade
     const auto aBefore = KeptWindows();
     const std::array<Variant, 2> aArguments{sName, sKey};
-    for (const auto& oService : oServices->Services())
+    for (const auto& oService : oServices->Services()) {
+        const Entering oEntering(oService);
         if (CanRestore(*oService) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
             break;
+    }
     for (const auto& oWindow : KeptWindows()) {
         const bool bIsNew = std::find(aBefore.begin(), aBefore.end(), oWindow) == aBefore.end();
         // One with a key may have been open: then it is only brought to the front.

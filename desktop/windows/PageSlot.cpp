@@ -1,6 +1,7 @@
 #include "desktop/windows/PageSlot.h"
 
 #include "corvane/core/CorvaneMain.h"
+#include "corvane/platform/Entering.h"
 #include "corvane/platform/Platform.h"
 #include "desktop/windows/FailureView.h"
 #include "desktop/windows/PagePlace.h"
@@ -52,6 +53,7 @@ void PageSlot::MakeWidget(PagePlace& oPlace) {
     m_bHasWidget = true;
     if (IsUsable()) {
         try {
+            const Entering oEntering(m_oPageObj);
             QWidget* pWidget = m_oQtPage->NewWidget(oPlace.ParentForPage());
             if (!pWidget)
                 Fail(FailureNumber::ObjectNotSet, m_oPageDef->PageProgID() + " made no widget", "NewWidget");
@@ -73,7 +75,10 @@ void PageSlot::Focus() {
     if (!m_pWidget)
         return;
     QWidget* pFirst = nullptr;
-    m_fnGuard([&] { pFirst = m_oQtPage->FirstFocus(); });
+    m_fnGuard([&] {
+        const Entering oEntering(m_oPageObj);
+        pFirst = m_oQtPage->FirstFocus();
+    });
     for (QWidget* p = m_pWidget->nextInFocusChain(); !pFirst && p != m_pWidget; p = p->nextInFocusChain())
         if ((p->focusPolicy() & Qt::TabFocus) && p->isEnabled() && m_pWidget->isAncestorOf(p) && !p->isHidden())
             pFirst = p;
@@ -93,6 +98,7 @@ void PageSlot::End(const Ref<IWindowFormController>& oController) {
 Long PageSlot::HelpTopic() const {
     Long lTopic = -1;
     try {
+        const Entering oEntering(m_oPageObj);
         lTopic = m_oQtPage ? m_oQtPage->HelpTopic() : -1;
     } catch (...) {
         LogOf(*m_oPageDef, "HelpTopic", CurrentFailure()); // it is asked too often to be shown
@@ -100,10 +106,21 @@ Long PageSlot::HelpTopic() const {
     return lTopic == -1 ? m_oPageDef->HelpContextID() : lTopic;
 }
 
+void PageSlot::Click(StandardCommandConstants eCommand) {
+    const Entering oEntering(m_oPageObj);
+    m_oPage->CommandClick(eCommand);
+}
+
+void PageSlot::Save() {
+    const Entering oEntering(m_oPageObj);
+    m_oPage->Save();
+}
+
 void PageSlot::Ask() {
     if (!IsUsable())
         return;
     try {
+        const Entering oEntering(m_oPageObj);
         m_bIsValid = m_oPage->IsValid();
         m_bIsChanged = m_oQtPage->IsChanged();
         m_bIsAskedInVain = false;

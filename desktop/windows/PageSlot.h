@@ -40,6 +40,10 @@ public:
     [[nodiscard]] bool IsUsable() const { return IsAlive() && !IsBroken(); }
     [[nodiscard]] Long HelpTopic() const; // the definition's when the page fails to say; 0 for none
 
+    // Of a page that lives.
+    void Click(StandardCommandConstants eCommand);
+    void Save();
+
     // Asks the page anew. A page that fails to answer counts as not valid, and as changed; the failure is shown once
     // until it answers again.
     void Ask();

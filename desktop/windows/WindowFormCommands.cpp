@@ -140,7 +140,7 @@ void WindowForm::Do(Command eCommand) {
 
 void WindowForm::DoHelp() {
     const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
-    if (!oSlot->IsUsable() || !FailsIn(m_iFront, [&] { oSlot->Page()->CommandClick(Command::cvHelp); }))
+    if (!oSlot->IsUsable() || !FailsIn(m_iFront, [&] { oSlot->Click(Command::cvHelp); }))
         m_pHost->fnHelp(oSlot->HelpTopic());
 }
 
@@ -158,7 +158,7 @@ void WindowForm::DoCancel() {
 void WindowForm::Step(int nBy, Command eCommand) {
     const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
     const int iFrom = m_iFront;
-    if (oSlot->IsUsable() && FailsIn(m_iFront, [&] { oSlot->Page()->CommandClick(eCommand); }))
+    if (oSlot->IsUsable() && FailsIn(m_iFront, [&] { oSlot->Click(eCommand); }))
         return;
     if (!m_oController || m_iFront != iFrom)
         return; // the page has done it itself
@@ -190,8 +190,8 @@ bool WindowForm::TellPages(Command eCommand) {
         if (!aSlots[i]->IsUsable())
             continue;
         if (bIsCancel)
-            m_pHost->fnGuard([&] { aSlots[i]->Page()->CommandClick(eCommand); });
-        else if (FailsIn(static_cast<int>(i), [&] { aSlots[i]->Page()->CommandClick(eCommand); }))
+            m_pHost->fnGuard([&] { aSlots[i]->Click(eCommand); });
+        else if (FailsIn(static_cast<int>(i), [&] { aSlots[i]->Click(eCommand); }))
             return false;
         if (!m_oController)
             return false;
@@ -215,7 +215,7 @@ bool WindowForm::IsToBeSaved(const PageSlot& oSlot) const {
 bool WindowForm::SavePages() {
     const Slots aSlots = m_aSlots;
     for (std::size_t i = 0; i < aSlots.size(); ++i)
-        if (IsToBeSaved(*aSlots[i]) && FailsIn(static_cast<int>(i), [&] { aSlots[i]->Page()->Save(); }))
+        if (IsToBeSaved(*aSlots[i]) && FailsIn(static_cast<int>(i), [&] { aSlots[i]->Save(); }))
             return false;
     if (CodeSays(Command::cvApply, true))
         m_mapByCode.erase(Command::cvApply);

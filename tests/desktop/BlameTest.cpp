@@ -14,7 +14,7 @@ namespace {
 class BlameTest : public ::testing::Test {
 protected:
     BlameTest() { m_oFolder.Service("Shell", "Corvane.Framework", sShellContent); }
-    void Trouble(const QString& sNumber) const {
+    void Trouble(const QString& sNumber, const char* sAttributes = "") const {
         m_oFolder.Plugin("T" + sNumber);
         m_oFolder.Service("Trouble" + sNumber, "T" + sNumber + ".Service",
                           R"(<ActionItems><ActionItem Name="Die" Action="OnDie"/>
@@ -27,7 +27,8 @@ protected:
             <Window Name="Sheet)" +
                               (sNumber == "0" ? QString() : sNumber) +
                               R"(" Caption="Sheet" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
-            <Page PageProgID="T0.Page" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)");
+            <Page PageProgID="T0.Page" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)",
+                          sAttributes);
     }
     // The real program, in a process of its own.
     void Run(const char* sTrouble) const {
@@ -53,21 +54,53 @@ TEST_F(BlameTest, NextStartKnowsInWhoseCodeTheProgramDied) {
         const char* sPlace;
         const char* sWho;
     };
-    for (const Case& oCase : {Case{"constructor", "T0"}, Case{"event", "T0"}, Case{"command", "Trouble0"},
+    for (const Case& oCase : {Case{"constructor", "Trouble0"}, Case{"event", "Trouble0"}, Case{"command", "Trouble0"},
                               Case{"depth", "Trouble0"}, Case{"page", "Trouble0"}, Case{"", ""}}) {
         Run(oCase.sPlace);
         std::string sAsked;
         ApplicationOptions oOptions;
         oOptions.sFolder = m_oFolder.App();
         oOptions.bWithDialogs = false;
-        oOptions.fnAskAfterDeath = [&](const CrashRecord& oRecord) {
-            sAsked += WhoIn(oRecord);
+        oOptions.fnAskAfterDeath = [&](const CrashRecord&, const std::string& sWho) {
+            sAsked += sWho;
             return Blame::Answer::LeaveOut;
         };
         Application oApplication(oOptions);
         EXPECT_TRUE(oApplication.Start());
         EXPECT_EQ(sAsked, oCase.sWho) << oCase.sPlace;
         EXPECT_EQ(static_cast<bool>(oApplication.Bar()->Tools()->Find("File.Die")), sAsked.empty()) << oCase.sPlace;
+    }
+}
+
+// Wherever the library or the host enters it. What it leaves running by itself is known by its plug-in alone.
+TEST_F(BlameTest, OfTwoServicesInOnePluginTheRightOneIsNamed) {
+    Trouble("0", "IsStartService=\"true\"");
+    m_oFolder.Service("Second", "T0.Second", R"(
+        <ExplorerItems><ExplorerItem Name="SecondRoot" ProgID="T0.SecondItem" Type="Folder" PositionOrder="1"/>
+        </ExplorerItems><Windows>
+        <Window Name="Other" Caption="Other" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
+        <Page PageProgID="T0.SecondPage" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)");
+    struct Case {
+        const char* sPlace;
+        const char* sWho;
+    };
+    for (const Case& oCase :
+         {Case{"second constructor", "Second"}, Case{"second event", "Second"}, Case{"second end", "Second"},
+          Case{"second item's event", "Second"}, Case{"second item's name", "Second"}, Case{"second page", "Second"},
+          Case{"second page's event", "Second"}, Case{"second page's widget", "Second"},
+          Case{"constructor", "Trouble0"}, Case{"event", "Trouble0"}, Case{"start", "Trouble0"},
+          Case{"after the other's page", "Trouble0"}, Case{"timer", "T0"}}) {
+        Run(oCase.sPlace);
+        std::string sAsked;
+        ApplicationOptions oOptions;
+        oOptions.sFolder = m_oFolder.App();
+        oOptions.bWithDialogs = false;
+        oOptions.fnAskAfterDeath = [&](const CrashRecord&, const std::string& sWho) {
+            sAsked += sWho;
+            return Blame::Answer::Safe;
+        };
+        const Application oApplication(oOptions);
+        EXPECT_EQ(sAsked, oCase.sWho) << oCase.sPlace;
     }
 }
 
@@ -85,11 +118,11 @@ TEST_F(BlameTest, WatchNamesTheServiceThatHangsAmongTwenty) {
         oAction->OnAction();
         QElapsedTimer oTime;
         oTime.start();
-        const QByteArray sName = "T" + QByteArray::number(i) + " kept the user interface busy for ";
+        const QByteArray sName = "Trouble" + QByteArray::number(i) + " kept the user interface busy for ";
         while (!m_oFolder.Read("corvane/App/errors.log").contains(sName) && !oTime.hasExpired(5000))
             QTest::qWait(20);
         const QByteArray sLog = m_oFolder.Read("corvane/App/errors.log");
-        EXPECT_TRUE(sLog.contains("T" + QByteArray::number(i) + " has kept the user interface busy")) << sLog.data();
+        EXPECT_TRUE(sLog.contains("Trouble" + QByteArray::number(i) + " has kept the user interface busy")) << sLog.data();
         EXPECT_TRUE(sLog.contains(sName)) << sLog.data();
         EXPECT_EQ(sLog.count(" has kept "), i == 13 ? 1 : 2) << sLog.data();
     }

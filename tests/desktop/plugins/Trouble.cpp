@@ -3,15 +3,19 @@
 #include "corvane/base/PluginExport.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
+#include "corvane/explorer/ExplorerItemBase.h"
 #include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
+#include "corvane/services/ServiceManager.h"
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/PageBase.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/IQtPage.h"
 
+#include <QTimer>
 #include <QWidget>
 #include <chrono>
 #include <cstdlib>
@@ -47,7 +51,11 @@ public:
         m_oInitialize = m_oServiceBase->InitializeEvent.Subscribe([] { DieIf("event"); });
     }
     Ref<IService> Service() override { return m_oServiceBase; }
-    void Start() { Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate(); }
+    void Start() {
+        DieIf("start");
+        QTimer::singleShot(0, [] { DieIf("timer"); });
+        Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate();
+    }
     void OnDie() {
         DieIf("command");
         DieDeep(1);
@@ -57,7 +65,12 @@ public:
         while (std::chrono::steady_clock::now() < oEnd) {
         }
     }
-    void OnOpen() { Open("Sheet", "7"); }
+    void OnOpen() {
+        Open("Sheet", "7");
+        if (Singleton::Framework()->ServiceManager()->WindowDefs()->HasKey("Other"))
+            Open("Other", "8");
+        DieIf("after the other's page");
+    }
     void OnPing() { Singleton::Framework()->SetStatus("Ping"); }
     bool RestoreWindow(const std::string& sName, const std::string& sKey) {
         m_sRestored += sName + "/" + sKey + " ";
@@ -97,15 +110,66 @@ private:
     Ref<PageBase> m_oBase = New<PageBase>();
 };
 
+// A second service of the same plug-in, with a page and an item of its own.
+class SecondService final : public Automation<SecondService, IServiceAccess> {
+public:
+    SecondService() {
+        DieIf("second constructor");
+        m_oInitialize = m_oServiceBase->InitializeEvent.Subscribe([] { DieIf("second event"); });
+        m_oTerminate = m_oServiceBase->TerminateEvent.Subscribe([] { DieIf("second end"); });
+    }
+    Ref<IService> Service() override { return m_oServiceBase; }
+
+    static constexpr auto Members = MemberTable();
+
+private:
+    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+    Subscription m_oInitialize;
+    Subscription m_oTerminate;
+};
+
+class SecondPage final : public IPageAccess, public desktop::IQtPage {
+public:
+    SecondPage() {
+        DieIf("second page");
+        m_oActivate = m_oBase->ActivateEvent.Subscribe([] { DieIf("second page's event"); });
+    }
+    Ref<IPage> Page() override { return m_oBase; }
+    QWidget* NewWidget(QWidget* pParent) override {
+        DieIf("second page's widget");
+        return new QWidget(pParent);
+    }
+
+private:
+    Ref<PageBase> m_oBase = New<PageBase>();
+    Subscription m_oActivate;
+};
+
+class SecondItem final : public IExplorerItemAccess {
+public:
+    SecondItem() {
+        m_oInitialize = m_oBase->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>&) {
+            DieIf("second item's event");
+            m_oBase->NameSilently("SecondRoot");
+        });
+        m_oName = m_oBase->OnDisplayName.Subscribe([](std::string&) { DieIf("second item's name"); });
+    }
+    Ref<IExplorerItem> ExplorerItem() override { return m_oBase; }
+
+private:
+    Ref<ExplorerItemBase> m_oBase = New<ExplorerItemBase>();
+    Subscription m_oInitialize;
+    Subscription m_oName;
+};
+
 } // namespace
 
-CORVANE_PLUGIN(Class<TroublePage>("T0.Page"), Class<TroubleService>("T0.Service"), Class<TroubleService>("T1.Service"),
-               Class<TroubleService>("T2.Service"), Class<TroubleService>("T3.Service"),
-               Class<TroubleService>("T4.Service"), Class<TroubleService>("T5.Service"),
-               Class<TroubleService>("T6.Service"), Class<TroubleService>("T7.Service"),
-               Class<TroubleService>("T8.Service"), Class<TroubleService>("T9.Service"),
-               Class<TroubleService>("T10.Service"), Class<TroubleService>("T11.Service"),
-               Class<TroubleService>("T12.Service"), Class<TroubleService>("T13.Service"),
-               Class<TroubleService>("T14.Service"), Class<TroubleService>("T15.Service"),
-               Class<TroubleService>("T16.Service"), Class<TroubleService>("T17.Service"),
-               Class<TroubleService>("T18.Service"), Class<TroubleService>("T19.Service"))
+CORVANE_PLUGIN(
+    Class<TroublePage>("T0.Page"), Class<SecondService>("T0.Second"), Class<SecondPage>("T0.SecondPage"),
+    Class<SecondItem>("T0.SecondItem"), Class<TroubleService>("T0.Service"), Class<TroubleService>("T1.Service"),
+    Class<TroubleService>("T2.Service"), Class<TroubleService>("T3.Service"), Class<TroubleService>("T4.Service"),
+    Class<TroubleService>("T5.Service"), Class<TroubleService>("T6.Service"), Class<TroubleService>("T7.Service"),
+    Class<TroubleService>("T8.Service"), Class<TroubleService>("T9.Service"), Class<TroubleService>("T10.Service"),
+    Class<TroubleService>("T11.Service"), Class<TroubleService>("T12.Service"), Class<TroubleService>("T13.Service"),
+    Class<TroubleService>("T14.Service"), Class<TroubleService>("T15.Service"), Class<TroubleService>("T16.Service"),
+    Class<TroubleService>("T17.Service"), Class<TroubleService>("T18.Service"), Class<TroubleService>("T19.Service"))

@@ -1,0 +1,31 @@
+// Tells whoever watches that the library enters the code of a client's object, and that it comes back. Scopes stand
+// within one another as the calls do.
+#pragma once
+
+#include "corvane/base/Ref.h"
+
+namespace corvane {
+
+class __attribute__((visibility("default"))) Entering final {
+public:
+    class Watcher {
+    public:
+        virtual ~Watcher() = default;
+        virtual void Entered(const Object& oObject) noexcept = 0;
+        virtual void Left() noexcept = 0;
+    };
+
+    // Nothing for nothing.
+    explicit Entering(const Ref<Object>& oObject) noexcept;
+    ~Entering();
+    Entering(const Entering&) = delete;
+    Entering& operator=(const Entering&) = delete;
+
+    // There is one, or a null pointer for none. It isn't changed inside of a scope.
+    static void SetWatcher(Watcher* pWatcher) noexcept;
+
+private:
+    bool m_bTold;
+};
+
+} // namespace corvane
