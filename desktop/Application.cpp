@@ -3,6 +3,7 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/platform/controls/BarText.h"
+#include "desktop/ContrastStyle.h"
 #include "desktop/WidgetText.h"
 #include "desktop/windows/LeaveBox.h"
 #include "desktop/windows/PagePlace.h"
@@ -130,6 +131,7 @@ void Application::ShowHelp(Long lTopic) {
 
 bool Application::Start() {
     bool bStarted = false;
+    ContrastStyle::Follow(); // a failure may be shown before the person's own theme is known
     m_oFailures.Guard([&] {
         const Ref<Framework> oFramework = CorvaneMain::Framework();
         oFramework->Initialize(m_frmMain, m_frmPanel, New<WindowFormFactory>(m_pWindowHost));

@@ -5,6 +5,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/Application.h"
+#include "desktop/ContrastStyle.h"
 #include "desktop/service/HostService.h"
 #include "desktop/service/ScreenPrinter.h"
 #include "desktop/service/UnsavedDialog.h"
@@ -168,6 +169,7 @@ ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& aGr
 
 void Application::ApplyAppearance(const Appearance& oAppearance) {
     ApplyTheme(oAppearance.sTheme);
+    ContrastStyle::Follow();
     const int nSize = oAppearance.nIconSize;
     const int nStyleSize = m_pWindow->style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, m_pWindow.get());
     m_pWindow->setIconSize(QSize(1, 1) * (nSize > 0 ? nSize : nStyleSize));

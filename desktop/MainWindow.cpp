@@ -1,5 +1,7 @@
 #include "desktop/MainWindow.h"
 
+#include "desktop/Contrast.h"
+#include "desktop/ContrastStyle.h"
 #include "desktop/FailurePresenter.h"
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
@@ -48,9 +50,7 @@ protected:
         QFont oFont = font();
         oFont.setPointSizeF(oFont.pointSizeF() * 2);
         oPainter.setFont(oFont);
-        QColor oColor = palette().color(QPalette::WindowText);
-        oColor.setAlphaF(0.55F);
-        oPainter.setPen(oColor);
+        oPainter.setPen(Paler(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.55F));
         const QString sTitle = window()->windowTitle();
         QRect oUsed;
         oPainter.drawText(oRect.adjusted(0, 0, 0, -oRect.height() / 5), Qt::AlignCenter | Qt::TextWordWrap, sTitle,
@@ -311,6 +311,8 @@ bool MainWindow::eventFilter(QObject* pWatched, QEvent* pEvent) {
 // Whoever comes back to the main window comes back to the child in front.
 bool MainWindow::event(QEvent* pEvent) {
     const bool bDone = QMainWindow::event(pEvent);
+    if (pEvent->type() == QEvent::ApplicationPaletteChange)
+        QMetaObject::invokeMethod(this, &ContrastStyle::Follow, Qt::QueuedConnection);
     if (pEvent->type() == QEvent::WindowActivate && !QApplication::activeModalWidget())
         m_oFailures.Guard([this] {
             const Ref<Form> frmActive = m_frmMain->ActiveForm();

@@ -34,7 +34,7 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
     : QDialog(pParent), m_oBars(oBars), m_oCommands(oActiveBar), m_aWindowKeys(WindowKeys(oActiveBar)),
       m_pFilter(new QLineEdit), m_pList(new QTreeWidget), m_pConflict(new QLabel) {
     setWindowTitle(tr("Keyboard Shortcuts"));
-    resize(780, 560);
+    resize(940, 580);
     m_pFilter->setPlaceholderText(tr("Search for a command, keys or an owner"));
     m_pFilter->setAccessibleName(tr("Search"));
     AddClearButton(*m_pFilter);
@@ -69,9 +69,9 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
         NewRow(oCommand);
     AddWindowKeys();
     ShowAll();
-    m_pList->setColumnWidth(CommandColumn, 300);
-    m_pList->setColumnWidth(KeysColumn, 130);
-    m_pList->setColumnWidth(OwnerColumn, 150);
+    m_pList->setColumnWidth(CommandColumn, 250);
+    m_pList->setColumnWidth(KeysColumn, 110);
+    m_pList->setColumnWidth(OwnerColumn, 260);
     m_pList->setCurrentItem(m_pList->topLevelItem(0));
 }
 

@@ -1,6 +1,7 @@
 #include "desktop/palette/PaletteDialog.h"
 
 #include "desktop/ClearButton.h"
+#include "desktop/Contrast.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -36,10 +37,12 @@ public:
         pPainter->save();
         if (bSelected)
             pPainter->fillRect(oOption.rect, oOption.palette.brush(QPalette::Active, QPalette::Highlight));
+        const QColor oGround =
+            oOption.palette.color(QPalette::Active, bSelected ? QPalette::Highlight : QPalette::Base);
         // What can't be chosen is paler, but must be read: it says why.
         QColor oColor = oOption.palette.color(QPalette::Active, bSelected ? QPalette::HighlightedText : QPalette::Text);
         if (!oEntry.sWhyNot.isEmpty() && !bSelected)
-            oColor.setAlphaF(0.65F);
+            oColor = Paler(oColor, oGround, 0.65F);
         pPainter->setPen(oColor);
         const QRect oRect = oOption.rect.adjusted(2 * nMargin, nMargin, -2 * nMargin, -nMargin);
         const QFontMetrics oMetrics(oOption.font);
@@ -49,8 +52,7 @@ public:
         pPainter->drawText(oTop, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, oEntry.sKeys);
         DrawCaption(pPainter, oTop.adjusted(0, 0, -nKeys, 0), oOption.font, oEntry.sCaption,
                     pModel->MarkedAt(oIndex.row()));
-        oColor.setAlphaF(std::min(oColor.alphaF(), 0.8F));
-        pPainter->setPen(oColor);
+        pPainter->setPen(Paler(oColor, oGround, 0.8F));
         pPainter->setFont(Small(oOption.font));
         QStringList aParts{oEntry.sPath, oEntry.sOwner, oEntry.sWhyNot};
         aParts.removeAll(QString());

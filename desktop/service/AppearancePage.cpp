@@ -46,11 +46,23 @@ QPalette DarkPalette() {
     return oPalette;
 }
 
+QPalette LightPalette() {
+    QPalette oPalette(QColor(0xef, 0xef, 0xef));
+    oPalette.setColor(QPalette::Highlight, QColor(0x24, 0x6a, 0xb0)); // darker than the style's, so that white is read
+    oPalette.setColor(QPalette::HighlightedText, Qt::white);
+    oPalette.setColor(QPalette::PlaceholderText, QColor(0x66, 0x66, 0x66));
+    return oPalette;
+}
+
 void Select(QComboBox& oBox, const QVariant& oValue) {
     oBox.setCurrentIndex(qMax(0, oBox.findData(oValue)));
 }
 
 } // namespace
+
+QPalette ThemePalette(bool bDark) {
+    return bDark ? DarkPalette() : LightPalette();
+}
 
 Appearance Appearance::Load() {
     const auto oStore = Store();
@@ -70,7 +82,7 @@ void Appearance::Save() const {
 }
 
 void ApplyTheme(const std::string& sTheme) {
-    static const QString sFirstStyle = QApplication::style()->name();
+    static const QString sFirstStyle = QApplication::style()->objectName();
     static const QPalette oFirstPalette = QApplication::palette();
     static bool bIsFirst = true; // what the desktop says is followed as long as nothing has been set
     const bool bDark = EqualText(sTheme, "Dark");
@@ -83,7 +95,7 @@ void ApplyTheme(const std::string& sTheme) {
     }
     bIsFirst = false;
     QApplication::setStyle(QStyleFactory::create("Fusion"));
-    QApplication::setPalette(bDark ? DarkPalette() : QPalette(QColor(0xef, 0xef, 0xef)));
+    QApplication::setPalette(ThemePalette(bDark));
 }
 
 AppearancePage::AppearancePage(ApplyFunction fnApply) : m_fnApply(std::move(fnApply)), m_oSaved(Appearance::Load()) {

@@ -7,6 +7,7 @@
 #include "desktop/IQtPage.h"
 
 #include <QCoreApplication>
+#include <QPalette>
 #include <QPointer>
 #include <functional>
 #include <string>
@@ -28,6 +29,7 @@ struct Appearance {
 
 // Of the whole program. "System" is what was there when the program started.
 void ApplyTheme(const std::string& sTheme);
+[[nodiscard]] QPalette ThemePalette(bool bDark);
 
 class AppearancePage final : public IPageAccess, public IQtPage {
     Q_DECLARE_TR_FUNCTIONS(AppearancePage)

@@ -2,6 +2,7 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -31,8 +32,34 @@ void ArrangeIcons(const QMdiArea& oArea, const Windows& aIcons) {
     }
 }
 
+QSize Needed(const QMdiSubWindow& oWindow) {
+    return oWindow.minimumSizeHint().expandedTo(oWindow.minimumSize());
+}
+
+// Two or three that need more room than there is stand behind one another all the same, and the area scrolls.
+bool TileTooMany(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) {
+    int nNeeded = 0;
+    for (const QMdiSubWindow* pWindow : aWindows)
+        nNeeded += bSideBySide ? Needed(*pWindow).width() : Needed(*pWindow).height();
+    if (aWindows.size() > 3 || nNeeded <= (bSideBySide ? oRoom.width() : oRoom.height()))
+        return false;
+    const QWidget* pArea = aWindows.front()->parentWidget();
+    const int nBar = pArea->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, pArea);
+    QPoint oNext = oRoom.topLeft();
+    for (QMdiSubWindow* pWindow : aWindows) {
+        const QSize oNeeded = Needed(*pWindow);
+        const QSize oSize = bSideBySide ? QSize(oNeeded.width(), std::max(oNeeded.height(), oRoom.height() - nBar))
+                                        : QSize(std::max(oNeeded.width(), oRoom.width() - nBar), oNeeded.height());
+        pWindow->setGeometry(QRect(oNext, oSize));
+        (bSideBySide ? oNext.rx() : oNext.ry()) += bSideBySide ? oSize.width() : oSize.height();
+    }
+    return true;
+}
+
 // Lines of windows, one below the other or side by side; from four windows on several lines, the last ones fuller.
 void Tile(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) {
+    if (TileTooMany(aWindows, oRoom, bSideBySide))
+        return;
     const int nWindows = static_cast<int>(aWindows.size());
     const int nLines = static_cast<int>(std::sqrt(static_cast<double>(nWindows)));
     const int nAlong = bSideBySide ? oRoom.width() : oRoom.height();
@@ -57,7 +84,7 @@ void Cascade(const Windows& aWindows, const QRect& oRoom) {
     QPoint oNext = oRoom.topLeft();
     for (QMdiSubWindow* pWindow : aWindows) {
         const int nTitle = pWindow->height() - pWindow->contentsRect().height();
-        const QSize oThis = oSize.expandedTo(pWindow->minimumSizeHint()).expandedTo(pWindow->minimumSize());
+        const QSize oThis = oSize.expandedTo(Needed(*pWindow));
         if (!oRoom.contains(QRect(oNext, oThis)))
             oNext = oRoom.topLeft();
         pWindow->setGeometry(QRect(oNext, oThis));

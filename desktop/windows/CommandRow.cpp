@@ -3,11 +3,32 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QStyle>
 #include <algorithm>
 
 namespace corvane::desktop {
 
 using Command = StandardCommandConstants;
+
+namespace {
+
+// As wide as the style wants it, or in a narrow window as its text needs.
+class CommandButton final : public QPushButton {
+public:
+    explicit CommandButton(const QString& sText) : QPushButton(sText) {
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        const int nMargin = style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, this) + 2 * nFocusLine;
+        const int nText = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+        return {std::min(nText + nMargin, sizeHint().width()), sizeHint().height()};
+    }
+
+private:
+    static constexpr int nFocusLine = 2;
+};
+
+} // namespace
 
 CommandRow::CommandRow(WindowTypeConstants eType, bool bWithApply, bool bWithHelp, QWidget* pParent)
     : QWidget(pParent) {
@@ -20,7 +41,7 @@ CommandRow::CommandRow(WindowTypeConstants eType, bool bWithApply, bool bWithHel
 }
 
 QPushButton* CommandRow::Add(Command eCommand, const QString& sText) {
-    auto* pButton = new QPushButton(sText);
+    auto* pButton = new CommandButton(sText);
     connect(pButton, &QPushButton::clicked, this, [this, eCommand] { Q_EMIT Chosen(eCommand); });
     m_aButtons.emplace_back(eCommand, pButton);
     return pButton;

@@ -1,4 +1,5 @@
 // What the commands of each kind of window do, by button, by key and by code.
+#include "desktop/windows/CommandRow.h"
 #include "desktop/windows/LeaveBox.h"
 #include "tests/windows_host/HostRoom.h"
 
@@ -230,6 +231,18 @@ TEST_F(HostRoom, FailingSaveIsShownAndKeepsTheWindowWithThePageInFront) {
     Page("B").sFailsIn.clear();
     oWindow->ClickCommand(Command::cvOK);
     EXPECT_FALSE(LastForm()->IsLoaded());
+}
+
+TEST(CommandRow, FitsANarrowWindowWithoutCuttingATextOff) {
+    for (const auto eType : {WindowTypeConstants::cvWizard, WindowTypeConstants::cvSaveDialog}) {
+        CommandRow oRow(eType, false, false, nullptr);
+        oRow.resize(oRow.minimumSizeHint());
+        EXPECT_LT(oRow.width(), oRow.sizeHint().width());
+        oRow.show();
+        for (const auto* pButton : oRow.findChildren<QPushButton*>())
+            EXPECT_GT(pButton->width(), pButton->fontMetrics().size(Qt::TextShowMnemonic, pButton->text()).width() + 4)
+                << pButton->text().toStdString();
+    }
 }
 
 } // namespace
