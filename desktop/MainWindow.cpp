@@ -242,6 +242,7 @@ void MainWindow::GoToOtherPart() {
         (pInside ? pInside : pActive)->setFocus(Qt::ShortcutFocusReason);
     } else if (ExplorerPage* pPage = m_pExplorer->CurrentPage(); pPage && m_pDock->isVisible()) {
         pPage->Tree()->setFocus(Qt::ShortcutFocusReason);
+        pPage->Tree()->ChooseSelected();
     }
 }
 

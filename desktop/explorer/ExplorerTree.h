@@ -21,6 +21,8 @@ public:
     ExplorerTree(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, GuardFunction fnGuard,
                  QWidget* pParent = nullptr);
 
+    // The person has come back to the selected node, as if by a click.
+    void ChooseSelected();
     [[nodiscard]] const Ref<TreeView>& Tree() const { return m_oTreeView; }
     [[nodiscard]] TreeModel* Nodes() const { return m_pModel; }
 

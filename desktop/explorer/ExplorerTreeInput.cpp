@@ -72,6 +72,10 @@ void ExplorerTree::ReportNode(const Ref<Node>& oNode) {
     });
 }
 
+void ExplorerTree::ChooseSelected() {
+    ReportNode(m_oTreeView->SelectedItem());
+}
+
 void ExplorerTree::mousePressEvent(QMouseEvent* pEvent) {
     m_oEditTimer.stop();
     const Long lButton = ButtonOf(pEvent->button());

@@ -19,6 +19,7 @@ namespace corvane::desktop {
 namespace {
 
 constexpr Long lDesktop = 0;
+constexpr int nDotsPerInch = 300; // a window is printed as one picture, which with more becomes a file of megabytes
 constexpr Long lChildForm = 2;
 
 // Prints the heading and returns what is left of the page, in the printer's dots.
@@ -58,6 +59,7 @@ void PaintWidget(QPrinter& oPrinter, QWidget& oWidget, const QString& sTitle) {
 
 void ScreenPrinter::PrintWindow(Long lMode, Long lHwnd) {
     QPrinter oPrinter(QPrinter::HighResolution);
+    oPrinter.setResolution(nDotsPerInch);
     oPrinter.setPageOrientation(QPageLayout::Landscape);
     if (lMode == lDesktop) {
         const QPixmap oScreen = QGuiApplication::primaryScreen()->grabWindow(0);
@@ -86,6 +88,7 @@ void ScreenPrinter::Print(QPrinter& oPrinter, const QString& sTitle, const std::
             oPrinter.setOutputFormat(QPrinter::PdfFormat); // the preview then asks for a file
         QPrintPreviewDialog oPreview(&oPrinter, m_oHost.fnMainWindow());
         oPreview.setWindowTitle(tr("Print Preview: %1").arg(sTitle));
+        oPreview.resize(QSize(900, 760).boundedTo(oPreview.screen()->availableSize() * 9 / 10)); // its own is a strip
         QObject::connect(&oPreview, &QPrintPreviewDialog::paintRequested, &oPreview, fnPaint);
         oPreview.exec();
         return;

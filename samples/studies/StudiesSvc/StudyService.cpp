@@ -101,6 +101,9 @@ void StudyService::OnInactive(const Ref<Object>& oItem) {
 }
 
 void StudyService::Start() {
+    // The explorer tells of an item that becomes active, not of one that is it already.
+    if (const auto oTree = Explorer()->TreeView())
+        m_aSubscriptions.push_back(oTree->NodeClick.Subscribe([this](const Ref<Node>&) { ItemTakesCommands(); }));
     CorvaneMain::Framework()->NavigationManager()->SetCaption("Studies");
     Explorer()->Populate();
     if (!m_oWorkspace) {

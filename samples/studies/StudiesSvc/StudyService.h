@@ -40,6 +40,7 @@ public:
     [[nodiscard]] corvane::Ref<corvane::Object> ActiveItem() const { return m_oActive; }
     // The keyboard has come into the page in front: the shared commands are the page's, not the explorer's.
     void PageTakesCommands();
+    void ItemTakesCommands(); // the other way round
 
     // For the desktop: opens a window that was open when the program ended.
     bool RestoreWindow(const std::string& sName, const std::string& sKey);

@@ -55,6 +55,10 @@ void StudyService::AddStudy(const Study& oStudy) {
 // A new item takes the tools of its kind over at once. They go back to those who had them.
 void StudyService::AddItem(const Ref<StoreItem>& oItem, const std::string& sDefinition, const Ref<StoreItem>& oFolder) {
     Explorer()->AddToExplorer(oItem, sDefinition, oFolder);
+    // What is new is seen at once, as after a rebuild.
+    const Ref<corvane::TreeView> oTree = Explorer()->TreeView();
+    if (const Ref<Node> oNode = oTree ? oTree->GetNodes()->Find(oItem->Base()->Name()) : nullptr)
+        oNode->SetExpanded(true);
     GiveCommandsBack();
 }
 
@@ -80,6 +84,14 @@ void StudyService::PageTakesCommands() {
     GiveCommandsBack();
 }
 
+// The active item has been chosen once more.
+void StudyService::ItemTakesCommands() {
+    if (!m_oActive || !m_bPageIsLast)
+        return;
+    m_bPageIsLast = false;
+    GiveCommandsBack();
+}
+
 // The explorer says nothing of an active item that goes, so its commands are taken from it here.
 void StudyService::RemoveItem(const Ref<StoreItem>& oItem) {
     if (m_oActive == oItem) {
@@ -102,18 +114,24 @@ bool StudyService::Select(Id nStudyId) {
     return true;
 }
 
-// From the store, with the study chosen that was. Removing the items hides the entries that they share with this
-// service and with pages, which therefore take them back.
+// From the store, with the item chosen that was, or its study when it is gone. Removing the items hides the entries
+// that they share with this service and with pages, which therefore take them back.
 void StudyService::Rebuild() {
     const Id nStudyId = ActiveStudy();
     const bool bPageIsLast = m_bPageIsLast;
+    const Ref<corvane::TreeView> oTree = Explorer()->TreeView();
+    const Ref<Node> oChosen = oTree ? oTree->SelectedItem() : nullptr;
+    const std::string sChosen = m_oActive && oChosen ? oChosen->Key() : std::string();
     m_mapBranches.clear();
     Explorer()->Refresh();
     for (const Ref<ServiceDef>& oDef : *CorvaneMain::Framework()->ServiceManager()->ServiceDefs())
         if (const Ref<Object> oService = ServiceByName(oDef->Name()))
             Menus()->OnActionsProviderActive(oService, CorvaneMain::QueryService(oService).As<IActionsProvider>(),
                                              oDef->ActionItemDefs());
-    Select(nStudyId);
+    if (const Ref<Node> oSame = nStudyId != 0 ? oTree->GetNodes()->Find(sChosen) : nullptr)
+        oTree->ClickNode(oSame);
+    else
+        Select(nStudyId);
     m_bPageIsLast = bPageIsLast;
     GiveCommandsBack();
 }

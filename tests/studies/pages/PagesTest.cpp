@@ -256,6 +256,16 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     EXPECT_TRUE(pRun->isEnabled());
 }
 
+TEST_F(Pages, TheChosenItemHasItsCommandsAgainOnceItIsChosenAgain) {
+    Start();
+    OpenItem("penguins.csv");
+    Choose("Analysis.Report"); // the table's page takes the commands that it shares with the item along
+    Turn();
+    EXPECT_FALSE(m_pApplication->Choose("Analysis.Histogram")) << "the report is in front";
+    ClickItem("penguins.csv");
+    Choose("Analysis.Histogram");
+}
+
 TEST_F(Pages, DataAndReportsAreExported) {
     Start();
     OpenItem("penguins.csv");
