@@ -36,20 +36,28 @@ QSize Needed(const QMdiSubWindow& oWindow) {
     return oWindow.minimumSizeHint().expandedTo(oWindow.minimumSize());
 }
 
-// Two or three that need more room than there is stand behind one another all the same, and the area scrolls.
-bool TileTooMany(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) {
+// Two or three of which one needs more than its share: the others have less, and when even that isn't enough the area
+// scrolls, rather than that one lies over the next.
+bool TileByNeed(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) {
+    const int nWindows = static_cast<int>(aWindows.size());
+    const int nAlong = bSideBySide ? oRoom.width() : oRoom.height();
     int nNeeded = 0;
-    for (const QMdiSubWindow* pWindow : aWindows)
-        nNeeded += bSideBySide ? Needed(*pWindow).width() : Needed(*pWindow).height();
-    if (aWindows.size() > 3 || nNeeded <= (bSideBySide ? oRoom.width() : oRoom.height()))
+    int nMost = 0;
+    for (const QMdiSubWindow* pWindow : aWindows) {
+        const int nEach = bSideBySide ? Needed(*pWindow).width() : Needed(*pWindow).height();
+        nNeeded += nEach;
+        nMost = std::max(nMost, nEach);
+    }
+    if (nWindows > 3 || nWindows == 0 || nMost <= nAlong / nWindows)
         return false;
     const QWidget* pArea = aWindows.front()->parentWidget();
-    const int nBar = pArea->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, pArea);
+    const int nBar = nNeeded > nAlong ? pArea->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, pArea) : 0;
+    const int nMore = std::max(0, nAlong - nNeeded) / nWindows;
     QPoint oNext = oRoom.topLeft();
     for (QMdiSubWindow* pWindow : aWindows) {
-        const QSize oNeeded = Needed(*pWindow);
-        const QSize oSize = bSideBySide ? QSize(oNeeded.width(), std::max(oNeeded.height(), oRoom.height() - nBar))
-                                        : QSize(std::max(oNeeded.width(), oRoom.width() - nBar), oNeeded.height());
+        const QSize oWanted = bSideBySide ? QSize(Needed(*pWindow).width() + nMore, oRoom.height() - nBar)
+                                          : QSize(oRoom.width() - nBar, Needed(*pWindow).height() + nMore);
+        const QSize oSize = oWanted.expandedTo(Needed(*pWindow));
         pWindow->setGeometry(QRect(oNext, oSize));
         (bSideBySide ? oNext.rx() : oNext.ry()) += bSideBySide ? oSize.width() : oSize.height();
     }
@@ -58,7 +66,7 @@ bool TileTooMany(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) 
 
 // Lines of windows, one below the other or side by side; from four windows on several lines, the last ones fuller.
 void Tile(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) {
-    if (TileTooMany(aWindows, oRoom, bSideBySide))
+    if (TileByNeed(aWindows, oRoom, bSideBySide))
         return;
     const int nWindows = static_cast<int>(aWindows.size());
     const int nLines = static_cast<int>(std::sqrt(static_cast<double>(nWindows)));

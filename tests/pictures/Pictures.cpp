@@ -22,7 +22,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -36,7 +38,7 @@
 namespace corvane::desktop {
 namespace {
 
-constexpr QSize oWindowSize(1000, 640);
+constexpr QSize oWindowSize(1000, 780);
 
 void Settle() {
     for (int i = 0; i < 20; ++i)
@@ -58,6 +60,13 @@ QPixmap Grab(QWidget& oWidget) {
     return Framed(oWidget.grab());
 }
 
+void Discard() {
+    const QWidget* pModal = QApplication::activeModalWidget();
+    for (auto* pButton : pModal ? pModal->findChildren<QAbstractButton*>() : QList<QAbstractButton*>())
+        if (pButton->text().remove('&').startsWith("Discard"))
+            pButton->click();
+}
+
 // What opens a modal window; it is prepared, taken and closed.
 QPixmap GrabModal(const std::function<void()>& fnOpen, const std::function<void(QWidget&)>& fnPrepare = {}) {
     QPixmap oPicture;
@@ -67,15 +76,19 @@ QPixmap GrabModal(const std::function<void()>& fnOpen, const std::function<void(
         QWidget* pModal = QApplication::activeModalWidget();
         if (!pModal)
             return;
+        if (!oPicture.isNull()) { // it asks whether it may close
+            Discard();
+            return;
+        }
         oTimer.stop();
         if (fnPrepare)
             fnPrepare(*pModal);
         oPicture = Grab(*pModal);
+        oTimer.start();
         if (auto* pDialog = qobject_cast<QDialog*>(pModal))
             pDialog->reject();
         else
             pModal->close();
-        oTimer.start(); // it may ask whether it may close
     });
     oTimer.start();
     fnOpen();
@@ -98,12 +111,7 @@ public:
     ~Studio() {
         QTimer oTimer;
         oTimer.setInterval(50);
-        QObject::connect(&oTimer, &QTimer::timeout, [] {
-            const QWidget* pModal = QApplication::activeModalWidget();
-            for (auto* pButton : pModal ? pModal->findChildren<QAbstractButton*>() : QList<QAbstractButton*>())
-                if (pButton->text().remove('&').startsWith("Discard"))
-                    pButton->click();
-        });
+        QObject::connect(&oTimer, &QTimer::timeout, &Discard);
         oTimer.start();
         m_oApplication.Window().close();
     }
@@ -113,7 +121,7 @@ public:
     std::map<std::string, QPixmap> All() {
         std::map<std::string, QPixmap> mapPictures;
         const auto fnTake = [&](const char* sName, const QPixmap& oPicture) { mapPictures[sName] = oPicture; };
-        fnTake("import", GrabModal([this] { m_oApplication.Choose("File.Import"); }));
+        fnTake("import", GrabModal([this] { m_oApplication.Choose("File.Import"); }, &Studio::GoToFormat));
         OpenWindows();
         fnTake("window", Grab(m_oApplication.Window()));
         fnTake("palette", Palette());
@@ -125,7 +133,7 @@ public:
         fnTake("inspector", Inspector());
         fnTake("failure", m_oFailure);
         fnTake("log", Log());
-        fnTake("report", GrabModal([this] { m_oApplication.Personal().ShowLog()->ShowReport(); }));
+        fnTake("report", GrabModal([this] { m_oApplication.Personal().ShowLog()->ShowReport(); }, &Studio::StrikeOut));
         fnTake("leave-out", GrabModal([] {
                    CrashRecord oRecord;
                    oRecord.nSignal = 11;
@@ -142,6 +150,24 @@ private:
             CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", aPath);
         });
         Settle();
+    }
+    // The wizard's second step, with a row that can't be read.
+    static void GoToFormat(QWidget& oWizard) {
+        const QString sPath = QDir::homePath() + "/penguins-2009.csv";
+        QFile oFile(sPath);
+        (void)oFile.open(QIODevice::WriteOnly);
+        oFile.write("species,island,mass_g,note\nAdelie,Dream,3750,ok\nAdelie,Dream,3800,ok\nGentoo,Biscoe,5000,heavy\n"
+                    "Gentoo,Biscoe,4900\nAdelie,Torgersen,3600,ok\n");
+        oFile.close();
+        for (auto* pField : oWizard.findChildren<QLineEdit*>())
+            if (pField->isVisible()) {
+                pField->setText(sPath);
+                Q_EMIT pField->editingFinished();
+            }
+        Settle();
+        for (auto* pButton : oWizard.findChildren<QAbstractButton*>())
+            if (pButton->isVisible() && pButton->text() == "&Next")
+                pButton->click();
     }
     void ChooseNode(const std::string& sText) {
         const auto oTree = CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->TreeView();
@@ -204,6 +230,11 @@ private:
         Settle();
         return oPicture;
     }
+    // What tells of the machine that made the picture.
+    static void StrikeOut(QWidget& oDialog) {
+        QPlainTextEdit& oPreview = static_cast<ReportDialog&>(oDialog).Preview();
+        oPreview.setPlainText(oPreview.toPlainText().replace(QRegularExpression("kernel [^,]*"), "kernel 6.1"));
+    }
     QPixmap Unsaved() {
         ChooseNode("penguins.csv");
         m_oApplication.Choose("Analysis.Histogram");
@@ -227,7 +258,8 @@ double Difference(const QImage& oFirst, const QImage& oSecond) {
         std::abs(oFirst.height() - oSecond.height()) * 5 > oSecond.height())
         return 1;
     const auto fnSmall = [&](const QImage& oImage) {
-        return oImage.scaled(oSmall, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        return oImage.convertToFormat(QImage::Format_RGB32)
+            .scaled(oSmall, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
             .convertToFormat(QImage::Format_Grayscale8);
     };
     const QImage oOne = fnSmall(oFirst);
