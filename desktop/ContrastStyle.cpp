@@ -16,10 +16,11 @@ void DrawLine(QPainter* pPainter, const QStyleOption& oOption, const QRect& oRec
     const bool bFocus = oOption.state.testFlag(QStyle::State_HasFocus) && oOption.state.testFlag(QStyle::State_Enabled);
     const auto eGroup = oOption.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
     const int nWidth = bFocus ? 2 : 1;
+    const QPalette::ColorRole eLine = IsOfContrast(oOption.palette) ? QPalette::WindowText : QPalette::PlaceholderText;
     pPainter->save();
     pPainter->setRenderHint(QPainter::Antialiasing, bRound);
     pPainter->setBrush(Qt::NoBrush);
-    QPen oPen(oOption.palette.color(eGroup, bFocus ? QPalette::Highlight : QPalette::WindowText), nWidth);
+    QPen oPen(oOption.palette.color(eGroup, bFocus ? QPalette::Highlight : eLine), nWidth);
     oPen.setJoinStyle(Qt::MiterJoin);
     pPainter->setPen(oPen);
     const QRectF oLine = QRectF(oRect).adjusted(nWidth / 2.0, nWidth / 2.0, -nWidth / 2.0, -nWidth / 2.0);
@@ -30,11 +31,16 @@ void DrawLine(QPainter* pPainter, const QStyleOption& oOption, const QRect& oRec
     pPainter->restore();
 }
 
+// On a dark ground the style below draws the boxes of check marks darker than that.
+bool IsDark(const QPalette& oPalette) {
+    return LuminanceOf(oPalette.color(QPalette::Window)) < 0.1;
+}
+
 } // namespace
 
 void ContrastStyle::Follow() {
     auto* pOurs = dynamic_cast<ContrastStyle*>(QApplication::style());
-    const bool bWanted = IsOfContrast(QApplication::palette());
+    const bool bWanted = IsOfContrast(QApplication::palette()) || IsDark(QApplication::palette());
     if (bWanted == (pOurs != nullptr))
         return;
     const QString sBase = pOurs ? pOurs->m_sBase : QApplication::style()->objectName();
@@ -47,6 +53,10 @@ void ContrastStyle::Follow() {
 void ContrastStyle::drawPrimitive(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter,
                                   const QWidget* pWidget) const {
     QProxyStyle::drawPrimitive(eElement, pOption, pPainter, pWidget);
+    const bool bIsMark = eElement == PE_IndicatorCheckBox || eElement == PE_IndicatorItemViewItemCheck ||
+                         eElement == PE_IndicatorRadioButton;
+    if (!bIsMark && !IsOfContrast(pOption->palette))
+        return;
     switch (eElement) {
     case PE_FrameLineEdit:
     case PE_Frame:
@@ -76,6 +86,8 @@ void ContrastStyle::drawPrimitive(PrimitiveElement eElement, const QStyleOption*
 void ContrastStyle::drawControl(ControlElement eElement, const QStyleOption* pOption, QPainter* pPainter,
                                 const QWidget* pWidget) const {
     QProxyStyle::drawControl(eElement, pOption, pPainter, pWidget);
+    if (!IsOfContrast(pOption->palette))
+        return;
     switch (eElement) {
     case CE_TabBarTabShape:
     case CE_HeaderSection:
@@ -94,6 +106,10 @@ void ContrastStyle::drawControl(ControlElement eElement, const QStyleOption* pOp
 
 void ContrastStyle::drawComplexControl(ComplexControl eControl, const QStyleOptionComplex* pOption, QPainter* pPainter,
                                        const QWidget* pWidget) const {
+    if (!IsOfContrast(pOption->palette)) {
+        QProxyStyle::drawComplexControl(eControl, pOption, pPainter, pWidget);
+        return;
+    }
     if (eControl == CC_TitleBar) {
         // The style below writes white on the colour of selections, whatever that is.
         QStyleOptionTitleBar oOption(*qstyleoption_cast<const QStyleOptionTitleBar*>(pOption));

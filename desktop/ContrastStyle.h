@@ -1,5 +1,5 @@
 // Draws what another style draws, with lines around all that a person can use: in the colours of a contrast theme
-// there are no shades from which they could be told.
+// there are no shades from which they could be told. On other dark grounds only the boxes of check marks get lines.
 #pragma once
 
 #include <QProxyStyle>
@@ -10,7 +10,7 @@ class ContrastStyle final : public QProxyStyle {
 public:
     explicit ContrastStyle(const QString& sBase) : QProxyStyle(sBase), m_sBase(sBase) { setObjectName(sBase); }
 
-    // Sets it for the whole program while the palette is one of contrast, and the style below it again otherwise.
+    // Sets it for the whole program while the palette is one of contrast or dark, and the style below it otherwise.
     static void Follow();
 
     void drawPrimitive(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter,

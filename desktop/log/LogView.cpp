@@ -42,8 +42,9 @@ LogView::LogView(const QString& sLogFile, QWidget* pParent)
     m_pTable->verticalHeader()->setDefaultSectionSize(m_pTable->fontMetrics().height() + 6);
     m_pTable->horizontalHeader()->setStretchLastSection(true);
     m_pTable->setColumnWidth(LogModel::Time, m_pTable->fontMetrics().horizontalAdvance("0000-00-00 00:00:00") + 16);
-    m_pTable->setColumnWidth(LogModel::Text, 320);
+    m_pTable->setColumnWidth(LogModel::Text, 300);
     m_pTable->setColumnWidth(LogModel::Where, 180);
+    m_pTable->setColumnWidth(LogModel::Number, m_pTable->fontMetrics().horizontalAdvance("-2147221504") + 16);
     m_pLine->setReadOnly(true);
     m_pLine->setAccessibleName(tr("The whole line"));
     auto* pSplitter = new QSplitter(Qt::Vertical);

@@ -149,7 +149,8 @@ TEST(Contrast, FocusAndEdgesOfControlsCanBeSeen) {
                     if (oWith.pixel(x, y) != oWithout.pixel(x, y))
                         dMost = std::max(dMost, ContrastOf(oWith.pixelColor(x, y), oWithout.pixelColor(x, y)));
             EXPECT_GT(dMost, 1.2) << pControl->metaObject()->className();
-            if (!IsOfContrast(oPalette))
+            const bool bDarkBox = oPalette == ThemePalette(true) && qobject_cast<QCheckBox*>(pControl);
+            if (!IsOfContrast(oPalette) && !bDarkBox)
                 continue;
             double dEdge = 1; // along a line through the middle, from the left
             for (int x = 0; x < 8; ++x)
