@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     AddRun(oApp, fnRun);
     AddPackage(oApp, fnRun);
     AddExplain(oApp, fnRun);
+    AddTranslate(oApp, fnRun);
     try {
         oApp.parse(argc, argv);
     } catch (const CLI::ParseError& oError) {

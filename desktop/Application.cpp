@@ -41,6 +41,8 @@ std::string TextOfFrontPage(WindowForm& oForm) {
 
 Application::Application(const ApplicationOptions& oOptions)
     : m_bWithDialogs(oOptions.bWithDialogs), m_oFailures(oOptions.bWithDialogs), m_oPlatform(oOptions.sFolder),
+      m_oTranslation(oOptions.aLanguages, m_oPlatform.oUtilities->GetAppFolder("Services"),
+                     [this](const std::string& sText) { Note("Translation", sText); }),
       m_oMessageBox(New<QtMessageBox>(oOptions.bWithDialogs)),
       m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)),
       m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); })),
@@ -129,6 +131,11 @@ void Application::ShowHelp(Long lTopic) {
         QCoreApplication::translate("Application", "Help").toStdString());
 }
 
+void Application::Note(const char* sProcedure, const std::string& sText) const {
+    m_oPlatform.oUtilities->LogError(m_oPlatform.oUtilities->AppName(), "Desktop", sProcedure,
+                                     Failure(FailureNumber::FileAccess, sText), {}, false);
+}
+
 bool Application::Start() {
     bool bStarted = false;
     ContrastStyle::Follow(); // a failure may be shown before the person's own theme is known
@@ -136,6 +143,8 @@ bool Application::Start() {
         const Ref<Framework> oFramework = CorvaneMain::Framework();
         oFramework->Initialize(m_frmMain, m_frmPanel, New<WindowFormFactory>(m_pWindowHost));
         m_pPersonal->Initialized();
+        if (m_oTranslation.Begin(*oFramework->ServiceManager()))
+            m_pWindow->Bars().Redraw();
         oFramework->Start();
         bStarted = true;
     });

@@ -14,6 +14,7 @@
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
 #include "desktop/service/UnsavedWork.h"
+#include "desktop/translation/DefinitionTranslation.h"
 #include "desktop/windows/WindowForm.h"
 
 #include <QPixmap>
@@ -33,6 +34,7 @@ struct ApplicationOptions {
     LeftOut oLeftOut = {}; // services that aren't started; the mode without plug-ins is without the above as well
     bool bWatch = false;   // name services that keep the user interface busy, in the log
     Blame::AskFunction fnAskAfterDeath = {}; // asked when a service ended the program the last time
+    QStringList aLanguages = {};             // for the texts of definitions, the most wanted first; none for their own
 };
 
 class Application {
@@ -90,6 +92,7 @@ private:
     void ApplyAppearance(const Appearance& oAppearance);
 
     void SetUpWindowHost();
+    void Note(const char* sProcedure, const std::string& sText) const; // in the log
     [[nodiscard]] LeaveAnswer AskToLeave(const LeaveQuestion& oQuestion);
     void ShowHelp(Long lTopic);
     [[nodiscard]] Ref<WindowForm> ActiveWindowForm() const;
@@ -97,6 +100,7 @@ private:
     bool m_bWithDialogs;
     FailurePresenter m_oFailures;
     ApplicationPlatform m_oPlatform;
+    DefinitionTranslation m_oTranslation;
     Ref<ActiveBar> m_oActiveBar = NewHostActiveBar();
     Ref<MdiForm> m_frmMain = New<MdiForm>();
     Ref<PanelForm> m_frmPanel = New<PanelForm>();

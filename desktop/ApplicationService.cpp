@@ -92,7 +92,7 @@ Ref<IScreenPrinter> Application::MakeScreenPrinter() {
     oHost.fnWindowOf = [this](Long lHwnd) -> ScreenPrinter::Window {
         for (const auto& frm : m_frmMain->Forms())
             if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->HWnd() == lHwnd)
-                return {oForm->Body(), QString::fromStdString(frm->Caption())};
+                return {oForm->Body(), TitleOf(*frm)};
         return {};
     };
     oHost.fnFile = [this] {
@@ -133,7 +133,7 @@ bool Application::SettleUnsavedWork() {
         if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->HasUnsavedChanges()) {
             aForms.push_back(oForm);
             aWindows.push_back(
-                {oForm->Caption(), oForm->BusinessContext(), [oForm] {
+                {TitleOf(*oForm).toStdString(), oForm->BusinessContext(), [oForm] {
                      oForm->Save();
                      if (oForm->HasUnsavedChanges())
                          Fail(FailureNumber::InvalidProcedureCall,

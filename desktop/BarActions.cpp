@@ -2,6 +2,7 @@
 
 #include "corvane/platform/controls/BarText.h"
 #include "desktop/explorer/PictureIcon.h"
+#include "desktop/translation/ShownText.h"
 
 #include <QApplication>
 #include <QFont>
@@ -41,7 +42,7 @@ void ShowButton(const QAction& oAction) {
 }
 
 QString ToolTipOf(const Tool& oInstance, const QString& sKeys) {
-    QString sTip = QString::fromStdString(oInstance.ToolTip());
+    QString sTip = ShownToolTip(oInstance);
     if (sTip.isEmpty())
         sTip = QString::fromStdString(WithoutMnemonic(CaptionOf(oInstance).toStdString()));
     return sKeys.isEmpty() ? sTip : QString("%1 (%2)").arg(sTip, sKeys);
@@ -51,7 +52,7 @@ QString ToolTipOf(const Tool& oInstance, const QString& sKeys) {
 
 QString CaptionOf(const Tool& oInstance) {
     if (!oInstance.Caption().empty())
-        return QString::fromStdString(oInstance.Caption());
+        return ShownCaption(oInstance);
     const QString sName = QString::fromStdString(oInstance.Name());
     return sName.mid(sName.lastIndexOf('.') + 1).replace('&', "&&");
 }
@@ -141,7 +142,7 @@ void BarActions::Texts(const Shown& oShown) {
         pAction->setToolTip(ToolTipOf(oTool, m_pChanges->KeysText(oTool)));
     }
     pAction->setText(sText);
-    pAction->setStatusTip(QString::fromStdString(oTool.Description()));
+    pAction->setStatusTip(ShownDescription(oTool));
     if (pAction->font().bold() != oTool.IsDefaultItem()) {
         QFont oFont = pAction->font();
         oFont.setBold(oTool.IsDefaultItem());

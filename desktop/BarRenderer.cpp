@@ -2,6 +2,7 @@
 
 #include "desktop/MenuBar.h"
 #include "desktop/explorer/PictureIcon.h"
+#include "desktop/translation/ShownText.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -241,7 +242,7 @@ QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
     auto* pToolbar = new QToolBar(m_pWindow);
     pToolbar->setObjectName(QString::fromStdString(oBand->Name()));
     for (QToolButton* pMore : pToolbar->findChildren<QToolButton*>()) // shows what doesn't fit
-        pMore->setAccessibleName(tr("More of %1").arg(QString::fromStdString(oBand->Caption())));
+        pMore->setAccessibleName(tr("More of %1").arg(ShownCaption(*oBand)));
     pToolbar->setMovable(true);
     pToolbar->setFloatable(true);
     pToolbar->toggleViewAction()->setEnabled(false); // the bar's own menu does that
@@ -260,7 +261,7 @@ void BarRenderer::FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand) {
     if (!oToolbar.bChanged)
         return;
     oToolbar.bChanged = false;
-    oToolbar.pToolbar->setWindowTitle(QString::fromStdString(oBand->Caption()));
+    oToolbar.pToolbar->setWindowTitle(ShownCaption(*oBand));
     std::vector<std::pair<Ref<Tool>, std::string>> aNow;
     for (const auto& oInstance : m_pChanges->InstancesOf(*oBand))
         aNow.emplace_back(oInstance, oInstance->DropDownBand());

@@ -6,6 +6,7 @@
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/explorer/ExplorerTree.h"
+#include "desktop/translation/ShownText.h"
 #include "desktop/windows/ArrangeWindows.h"
 #include "desktop/windows/Twips.h"
 #include "desktop/windows/WindowForm.h"
@@ -137,7 +138,7 @@ void MainWindow::ShowDock() {
     const auto oBand = m_oActiveBar->Bands()->Find(sExplorerBand);
     if (!oBand)
         return;
-    m_pDock->setWindowTitle(QString::fromStdString(oBand->Caption()));
+    m_pDock->setWindowTitle(ShownCaption(*oBand));
     m_pDock->setVisible(oBand->Visible() && oBand->WasVisibleSet());
 }
 
@@ -178,7 +179,7 @@ std::vector<OpenWindowEntry> MainWindow::OpenWindows() const {
     std::vector<OpenWindowEntry> aEntries;
     const Ref<Form> frmActive = m_frmMain->ActiveForm();
     for (const auto& frm : Children())
-        aEntries.push_back({QString::fromStdString(frm->Caption()), frm == frmActive, [frm] {
+        aEntries.push_back({TitleOf(*frm), frm == frmActive, [frm] {
                                 if (!frm->IsLoaded())
                                     return; // it has gone while the menu was open
                                 if (frm->WindowState() == FormState::Minimized)

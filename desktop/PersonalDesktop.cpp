@@ -5,6 +5,7 @@
 #include "desktop/custom/ShortcutsDialog.h"
 #include "desktop/log/LogDialog.h"
 #include "desktop/palette/PaletteDialog.h"
+#include "desktop/translation/ShownText.h"
 
 #include <filesystem>
 
@@ -13,11 +14,11 @@ namespace corvane::desktop {
 namespace {
 
 QString DescriptionOf(const Tool& oTool) {
-    std::string sDescription = oTool.Description();
+    QString sDescription = ShownDescription(oTool);
     for (const Tool* pInstance : oTool.Instances())
-        if (sDescription.empty())
-            sDescription = pInstance->Description();
-    return QString::fromStdString(sDescription);
+        if (sDescription.isEmpty())
+            sDescription = ShownDescription(*pInstance);
+    return sDescription;
 }
 
 std::string FolderOf(const std::string& sPath) {
@@ -86,7 +87,7 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* pParent, bool bAll,
     for (const CommandEntry& oCommand : oCommands.All())
         aEntries.push_back({oCommand.oTool, oCommand.sCaption, oCommand.sPath, m_oBars.KeysText(*oCommand.oTool),
                             oCommand.oOwner.Text(), bAll ? QString() : oCommand.WhyNot(),
-                            DescriptionOf(*oCommand.oTool)});
+                            DescriptionOf(*oCommand.oTool), oCommand.sOriginal});
     auto* pPalette = new PaletteDialog(
         std::move(aEntries), fnChoose, [this](const Ref<Tool>& oTool) { ShowInspector(oTool); }, pParent);
     pPalette->open();

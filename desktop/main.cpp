@@ -54,7 +54,8 @@ int main(int argc, char** argv) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);
         return Exit::Usage;
     }
-    const HostTranslation oTranslation(WantedLanguages());
+    const QStringList aLanguages = WantedLanguages();
+    const HostTranslation oTranslation(aLanguages);
     try {
         const bool bUnwatched = oParser.isSet("quit");
         ApplicationOptions oOptions;
@@ -65,6 +66,7 @@ int main(int argc, char** argv) {
             oOptions.oLeftOut.aNames.push_back(sName.toStdString());
         oOptions.oLeftOut.bAllPlugins = oParser.isSet("safe");
         oOptions.bWatch = !bUnwatched;
+        oOptions.aLanguages = aLanguages;
         if (!bUnwatched)
             oOptions.fnAskAfterDeath = &Blame::AskInBox;
         Application oApplication(oOptions);

@@ -18,6 +18,7 @@ void AddNew(CLI::App& oApp, Run& fnRun);
 void AddRun(CLI::App& oApp, Run& fnRun);
 void AddPackage(CLI::App& oApp, Run& fnRun);
 void AddExplain(CLI::App& oApp, Run& fnRun);
+void AddTranslate(CLI::App& oApp, Run& fnRun);
 
 // Prints "WHAT: error: WHY" and gives the exit code of a failure.
 int Fails(const std::string& sWhat, const std::string& sWhy);

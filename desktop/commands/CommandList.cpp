@@ -4,6 +4,7 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/platform/controls/BarText.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/translation/ShownText.h"
 
 #include <QCoreApplication>
 #include <array>
@@ -38,16 +39,26 @@ bool OpensBand(const Tool& oTool) {
     return false;
 }
 
+// Of the tool itself, or of the first instance that has one.
+template <class CaptionFunction>
+QString CaptionWith(const Tool& oTool, const CaptionFunction& fnCaption) {
+    QString sCaption = fnCaption(oTool);
+    for (const Tool* pInstance : oTool.Instances())
+        if (sCaption.isEmpty())
+            sCaption = fnCaption(*pInstance);
+    if (sCaption.isEmpty())
+        return Text(oTool.Name()).section('.', -1);
+    return Text(WithoutMnemonic(sCaption.toStdString()));
+}
+
 } // namespace
 
 QString PlainCaption(const Tool& oTool) {
-    std::string sCaption = oTool.Caption();
-    for (const Tool* pInstance : oTool.Instances())
-        if (sCaption.empty())
-            sCaption = pInstance->Caption();
-    if (sCaption.empty())
-        return Text(oTool.Name()).section('.', -1);
-    return Text(WithoutMnemonic(sCaption));
+    return CaptionWith(oTool, [](const Tool& oInstance) { return ShownCaption(oInstance); });
+}
+
+QString OriginalCaption(const Tool& oTool) {
+    return CaptionWith(oTool, [](const Tool& oInstance) { return Text(oInstance.Caption()); });
 }
 
 QString Owner::Text() const {
@@ -98,7 +109,8 @@ CommandList::CommandList(const ActiveBar& oActiveBar) {
         if (IsHostTool(*oTool) || OpensBand(*oTool))
             continue;
         m_mapCommands.emplace(oTool.Get(), m_aCommands.size());
-        m_aCommands.push_back({oTool, PlainCaption(*oTool), PathOf(*oTool), PlacementsOf(*oTool), OwnerOf(*oTool)});
+        m_aCommands.push_back({oTool, PlainCaption(*oTool), OriginalCaption(*oTool), PathOf(*oTool),
+                               PlacementsOf(*oTool), OwnerOf(*oTool)});
     }
 }
 
@@ -146,7 +158,7 @@ void CommandList::ReadPaths(const ActiveBar& oActiveBar) {
                                          Opener{oBand->Kind() == BandKind::MenuBar ? std::string() : oBand->Name(),
                                                 PlainCaption(*oInstance)});
         if (oBand->Kind() == BandKind::Toolbar)
-            m_mapOpeners.try_emplace(oBand->Name(), Opener{{}, Commands::tr("Toolbar %1").arg(Text(oBand->Caption()))});
+            m_mapOpeners.try_emplace(oBand->Name(), Opener{{}, Commands::tr("Toolbar %1").arg(ShownCaption(*oBand))});
     }
 }
 

@@ -35,7 +35,8 @@ struct Placement {
 struct CommandEntry {
     Ref<Tool> oTool; // the master
     QString sCaption;
-    QString sPath; // the captions of the menus above, or the toolbar, or the explorer item of a context menu
+    QString sOriginal; // the caption as the definition has it
+    QString sPath;     // the captions of the menus above, or the toolbar, or the explorer item of a context menu
     std::vector<Placement> aPlacements;
     Owner oOwner; // of what the tool does at present, else of the entry that made it
 
@@ -45,8 +46,10 @@ struct CommandEntry {
     [[nodiscard]] QString WhyNot() const;
 };
 
-// A caption as people read it.
+// A caption as people read it, in their language.
 [[nodiscard]] QString PlainCaption(const Tool& oTool);
+// The same as the definition has it.
+[[nodiscard]] QString OriginalCaption(const Tool& oTool);
 
 class CommandList {
 public:

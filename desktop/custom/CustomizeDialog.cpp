@@ -1,5 +1,7 @@
 #include "desktop/custom/CustomizeDialog.h"
 
+#include "desktop/translation/ShownText.h"
+
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -124,7 +126,7 @@ void CustomizeDialog::FillBands() {
     };
     for (const auto& oBand : m_oActiveBar->Bands()->All())
         if (oBand->Kind() == BandKind::Toolbar)
-            AddBand(pToolbars, oBand, QString::fromStdString(oBand->Caption()));
+            AddBand(pToolbars, oBand, ShownCaption(*oBand));
         else if (oBand->Kind() == BandKind::MenuBar)
             fnMenus(pMenus, oBand);
         else if (oBand->Name().starts_with("Context.") && setSeen.insert(oBand->Name()).second) {

@@ -125,7 +125,7 @@ void PersonalBars::Changed() {
 }
 
 EntryName PersonalBars::NameOf(const Tool& oTool) const {
-    EntryName oEntry{oTool.Name(), {}, {}, PlainCaption(oTool.Master())};
+    EntryName oEntry{oTool.Name(), {}, {}, OriginalCaption(oTool.Master())};
     VisitEntries([&](const std::string& sService, const std::string& sAction, const Tool& oOther) {
         if (&oOther == &oTool.Master() && oEntry.sService.empty()) {
             oEntry.sService = sService;
@@ -273,7 +273,7 @@ Ref<Tool> PersonalBars::AddedInstance(const Band& oBand, const Tool& oTool) cons
     if (oInstance)
         return oInstance;
     oInstance = New<Tool>(const_cast<Band*>(&oBand), Ref<Tool>(const_cast<Tool*>(&oTool)));
-    oInstance->SetCaption(PlainCaption(oTool).replace('&', "&&").toStdString());
+    oInstance->SetCaption(OriginalCaption(oTool).replace('&', "&&").toStdString());
     for (const Tool* pOther : oTool.Instances()) {
         if (pOther == oInstance.Get())
             continue;

@@ -1,5 +1,7 @@
 #include "desktop/explorer/ExplorerPanel.h"
 
+#include "desktop/translation/ShownText.h"
+
 #include <QLabel>
 #include <QResizeEvent>
 #include <QScopedValueRollback>
@@ -24,8 +26,8 @@ void LogFailure(const std::function<void()>& fnCall) {
 }
 
 // A caption is no place for mnemonics.
-QString TabText(const std::string& sCaption) {
-    return QString::fromStdString(sCaption).replace(QLatin1Char('&'), QLatin1String("&&"));
+QString TabText(QString sCaption) {
+    return sCaption.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -96,10 +98,11 @@ void ExplorerPanel::ShowStrip() {
     while (m_pTabBar->count() < nTabs)
         m_pTabBar->addTab({});
     for (int i = 0; i < nTabs; ++i) {
-        const QString sText = TabText(m_oStrip->CaptionOf(i));
+        const QString sCaption = ShownTab(m_oStrip->CaptionOf(i));
+        const QString sText = TabText(sCaption);
         if (m_pTabBar->tabText(i) != sText) {
             m_pTabBar->setTabText(i, sText);
-            m_pTabBar->setTabToolTip(i, QString::fromStdString(m_oStrip->CaptionOf(i)).toHtmlEscaped());
+            m_pTabBar->setTabToolTip(i, sCaption.toHtmlEscaped());
         }
     }
     const int iCurrent = m_oStrip ? m_oStrip->Tab() : 0;

@@ -1,5 +1,7 @@
 #include "desktop/explorer/FilterModel.h"
 
+#include "desktop/translation/ShownText.h"
+
 #include <QStringMatcher>
 #include <limits>
 
@@ -17,7 +19,10 @@ struct Candidate {
 constexpr std::size_t None = std::numeric_limits<std::size_t>::max();
 
 // All nodes of a tree, each behind its parent and in the order in which the tree shows them.
-std::vector<Candidate> AllNodes(const Nodes& oNodes, const QStringMatcher& oMatcher) {
+// A translated text is found by itself and by what was translated.
+std::vector<Candidate> AllNodes(const TreeView& oTree, const QStringMatcher& oMatcher) {
+    const Nodes& oNodes = *oTree.GetNodes();
+    const bool bTranslated = AreTextsTranslated();
     std::vector<Candidate> aAll;
     aAll.reserve(static_cast<std::size_t>(oNodes.Count()));
     std::vector<std::pair<Node*, std::size_t>> aWaiting;
@@ -30,7 +35,8 @@ std::vector<Candidate> AllNodes(const Nodes& oNodes, const QStringMatcher& oMatc
         const auto [pNode, iParent] = aWaiting.back();
         aWaiting.pop_back();
         const std::string& sText = pNode->Text();
-        const bool bMatches = oMatcher.indexIn(QString::fromUtf8(sText.data(), static_cast<int>(sText.size()))) >= 0;
+        const bool bMatches = oMatcher.indexIn(QString::fromUtf8(sText.data(), static_cast<int>(sText.size()))) >= 0 ||
+                              (bTranslated && oMatcher.indexIn(ShownNode(oTree, *pNode)) >= 0);
         aAll.push_back({pNode, iParent, bMatches, bMatches});
         Wait(pNode->Children(), aAll.size() - 1);
     }
@@ -45,7 +51,7 @@ std::vector<Candidate> AllNodes(const Nodes& oNodes, const QStringMatcher& oMatc
 std::vector<FilterModel::Item> FilterModel::Matches(const QString& sText) const {
     std::vector<Item> aItems;
     aItems.push_back({nullptr, 0, 0, false, {}});
-    const std::vector<Candidate> aAll = AllNodes(*Tree()->GetNodes(), QStringMatcher(sText, Qt::CaseInsensitive));
+    const std::vector<Candidate> aAll = AllNodes(*Tree(), QStringMatcher(sText, Qt::CaseInsensitive));
     std::vector<std::size_t> aItemOf(aAll.size());
     for (std::size_t i = 0; i < aAll.size(); ++i) {
         if (!aAll[i].bShown)

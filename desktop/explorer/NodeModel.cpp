@@ -1,5 +1,7 @@
 #include "desktop/explorer/NodeModel.h"
 
+#include "desktop/translation/ShownText.h"
+
 namespace corvane::desktop {
 
 NodeModel::NodeModel(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, QObject* pParent)
@@ -15,6 +17,7 @@ QVariant NodeModel::data(const QModelIndex& oIndex, int iRole) const {
         return {};
     switch (iRole) {
     case Qt::DisplayRole:
+        return ShownNode(*m_oTreeView, *pNode);
     case Qt::EditRole:
         return QString::fromStdString(pNode->Text());
     case Qt::DecorationRole: {

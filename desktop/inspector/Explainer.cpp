@@ -162,6 +162,8 @@ Facts Explainer::OfTool(const Tool& oInstance) const {
     if (pCommand && !pCommand->sPath.isEmpty())
         sEntry = pCommand->sPath + " › " + sEntry;
     aFacts.emplace_back(Inspector::tr("Entry"), sEntry);
+    if (const QString sOriginal = OriginalCaption(oInstance); sOriginal != PlainCaption(oInstance))
+        aFacts.emplace_back(Inspector::tr("Translated from"), sOriginal);
     aFacts.emplace_back(Inspector::tr("Key"), Text(oInstance.Name()));
     if (const Band* pBand = oInstance.OwningBand())
         aFacts.emplace_back(Inspector::tr("Stands in"), Text(pBand->Name()));

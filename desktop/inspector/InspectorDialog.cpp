@@ -4,6 +4,7 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/log/LogView.h"
+#include "desktop/translation/ShownText.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -135,7 +136,7 @@ void InspectorDialog::Fill() {
     Thing oExplorer{tr("Explorer"), {}, "group explorer", {}, {}};
     for (const auto& oControl : m_frmPanel->Controls())
         if (const auto oTree = oControl.TryAs<TreeView>())
-            for (Thing& oThing : ThingsOf(oTree->GetNodes()->Roots()))
+            for (Thing& oThing : ThingsOf(*oTree, oTree->GetNodes()->Roots()))
                 oExplorer.aBelow.push_back(std::move(oThing));
     aGroups.push_back(std::move(oExplorer));
     aGroups.push_back(Windows());
@@ -260,12 +261,13 @@ void InspectorDialog::AddBands(std::vector<Thing>& aGroups) const {
         aGroups.push_back(std::move(*pGroup));
 }
 
-std::vector<InspectorDialog::Thing> InspectorDialog::ThingsOf(const std::vector<Node*>& aNodes) const {
+std::vector<InspectorDialog::Thing> InspectorDialog::ThingsOf(const TreeView& oTree,
+                                                              const std::vector<Node*>& aNodes) const {
     std::vector<Thing> aThings;
     for (Node* pNode : aNodes)
-        aThings.push_back({Text(pNode->Text()), pNode->Selected() ? tr("chosen") : QString(), KeyOf(*pNode),
+        aThings.push_back({ShownNode(oTree, *pNode), pNode->Selected() ? tr("chosen") : QString(), KeyOf(*pNode),
                            [this, oNode = Ref<Node>(pNode)] { return Explained().OfNode(*oNode); },
-                           ThingsOf(pNode->Children())});
+                           ThingsOf(oTree, pNode->Children())});
     return aThings;
 }
 
@@ -276,7 +278,7 @@ InspectorDialog::Thing InspectorDialog::Windows() const {
     if (!oManager || !oManager->Windows())
         return oGroup;
     for (const auto& oWindow : oManager->Windows())
-        oGroup.aBelow.push_back({Text(oWindow->Caption()),
+        oGroup.aBelow.push_back({ShownWindow(oWindow->WindowDef()->Name(), oWindow->Caption()),
                                  oWindow == oManager->ActiveWindow() ? tr("active") : QString(),
                                  "window " + Text(oWindow->Key()),
                                  [this, oWindow] { return Explained().OfWindow(*oWindow); },

@@ -49,7 +49,7 @@ private:
     [[nodiscard]] Thing Services() const;
     void AddBands(std::vector<Thing>& aGroups) const;
     [[nodiscard]] Thing ThingOf(const Ref<Band>& oBand) const;
-    [[nodiscard]] std::vector<Thing> ThingsOf(const std::vector<Node*>& aNodes) const;
+    [[nodiscard]] std::vector<Thing> ThingsOf(const TreeView& oTree, const std::vector<Node*>& aNodes) const;
     [[nodiscard]] Thing Windows() const;
     // Brings the items below into line, and touches no more than differs.
     void Sync(QTreeWidgetItem& oAbove, std::vector<Thing>& aThings);

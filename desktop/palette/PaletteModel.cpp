@@ -10,7 +10,16 @@ PaletteModel::PaletteModel(std::vector<PaletteEntry> aEntries, QObject* pParent)
     m_aTexts.reserve(m_aEntries.size());
     for (const PaletteEntry& oEntry : m_aEntries)
         m_aTexts.emplace_back(oEntry.sPath + ' ' + oEntry.sCaption, oEntry.sPath.size() + 1);
+    for (std::size_t i = 0; i < m_aEntries.size(); ++i)
+        if (!m_aEntries[i].sOriginal.isEmpty() && m_aEntries[i].sOriginal != m_aEntries[i].sCaption)
+            m_mapOriginals.emplace(i, FuzzyText(m_aEntries[i].sOriginal, 0));
     std::iota(m_aRows.begin(), m_aRows.end(), std::size_t{0});
+}
+
+std::optional<int> PaletteModel::ScoreOf(std::size_t iEntry) const {
+    const auto oScore = m_aTexts[iEntry].Score(m_aWords);
+    const auto it = m_mapOriginals.find(iEntry);
+    return oScore || it == m_mapOriginals.end() ? oScore : it->second.Score(m_aWords);
 }
 
 void PaletteModel::SetTyped(const QString& sTyped) {
@@ -25,7 +34,7 @@ void PaletteModel::SetTyped(const QString& sTyped) {
     for (std::size_t i = 0; i < m_aEntries.size(); ++i)
         if (m_aWords.isEmpty())
             aFound.push_back({0, i});
-        else if (const auto oScore = m_aTexts[i].Score(m_aWords))
+        else if (const auto oScore = ScoreOf(i))
             aFound.push_back({*oScore - (m_aEntries[i].sWhyNot.isEmpty() ? 0 : nCantBeChosen), i});
     std::stable_sort(aFound.begin(), aFound.end(),
                      [](const Found& oLeft, const Found& oRight) { return oLeft.nScore > oRight.nScore; });

@@ -6,6 +6,8 @@
 
 #include <QAbstractListModel>
 #include <QStringList>
+#include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace corvane::desktop {
@@ -18,6 +20,7 @@ struct PaletteEntry {
     QString sOwner;
     QString sWhyNot; // empty for a command that can be chosen
     QString sDescription;
+    QString sOriginal = {}; // what the caption was translated from; it is found as well
 };
 
 class PaletteModel final : public QAbstractListModel {
@@ -40,7 +43,10 @@ private:
     [[nodiscard]] static std::size_t AsIndex(int nRow) { return static_cast<std::size_t>(nRow); }
 
     std::vector<PaletteEntry> m_aEntries;
+    [[nodiscard]] std::optional<int> ScoreOf(std::size_t iEntry) const;
+
     std::vector<FuzzyText> m_aTexts;
+    std::unordered_map<std::size_t, FuzzyText> m_mapOriginals; // of the entries that are translated
     std::vector<std::size_t> m_aRows;
     QStringList m_aWords;
 };

@@ -619,6 +619,10 @@
         <source>Pages</source>
         <translation>Seiten</translation>
     </message>
+    <message>
+        <source>Translated from</source>
+        <translation>Übersetzt aus</translation>
+    </message>
 </context>
 <context>
     <name>InspectorDialog</name>
@@ -728,6 +732,25 @@
     <message>
         <source>&amp;Keep Editing</source>
         <translation>&amp;Weiter bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>Library</name>
+    <message>
+        <source>Shows or hides the toolbar %1</source>
+        <translation>Zeigt oder verbirgt die Symbolleiste %1</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>Über %1</translation>
+    </message>
+    <message>
+        <source>Toolbars</source>
+        <translation>Symbolleisten</translation>
+    </message>
+    <message>
+        <source>Explorer</source>
+        <translation>Explorer</translation>
     </message>
 </context>
 <context>

@@ -619,6 +619,10 @@
         <source>Pages</source>
         <translation>Pages</translation>
     </message>
+    <message>
+        <source>Translated from</source>
+        <translation>Traduit de</translation>
+    </message>
 </context>
 <context>
     <name>InspectorDialog</name>
@@ -728,6 +732,25 @@
     <message>
         <source>&amp;Keep Editing</source>
         <translation>&amp;Continuer la saisie</translation>
+    </message>
+</context>
+<context>
+    <name>Library</name>
+    <message>
+        <source>Shows or hides the toolbar %1</source>
+        <translation>Affiche ou masque la barre d’outils %1</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>À propos de %1</translation>
+    </message>
+    <message>
+        <source>Toolbars</source>
+        <translation>Barres d’outils</translation>
+    </message>
+    <message>
+        <source>Explorer</source>
+        <translation>Explorateur</translation>
     </message>
 </context>
 <context>

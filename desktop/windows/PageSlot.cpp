@@ -3,6 +3,7 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/platform/Entering.h"
 #include "corvane/platform/Platform.h"
+#include "desktop/translation/ShownText.h"
 #include "desktop/windows/FailureView.h"
 #include "desktop/windows/PagePlace.h"
 
@@ -68,7 +69,7 @@ void PageSlot::MakeWidget(PagePlace& oPlace) {
             m_bIsChanged = false;
         }
     }
-    oPlace.Fill(new FailureView(QString::fromStdString(m_oPageDef->Caption()), *m_oFailure));
+    oPlace.Fill(new FailureView(ShownPage(m_oPageDef->PageProgID(), m_oPageDef->Caption()), *m_oFailure));
 }
 
 void PageSlot::Focus() {
@@ -134,7 +135,7 @@ void PageSlot::Ask() {
 
 PageMark PageSlot::Mark() const {
     PageMark oMark;
-    oMark.sCaption = QString::fromStdString(m_oPageDef->Caption());
+    oMark.sCaption = ShownPage(m_oPageDef->PageProgID(), m_oPageDef->Caption());
     oMark.bIsOptional = m_oPageDef->IsOptional();
     oMark.bIsBroken = IsBroken();
     oMark.bIsInvalid = IsUsable() && !IsPassable();

@@ -3,6 +3,7 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
+#include "desktop/translation/ShownText.h"
 #include "desktop/windows/PagePlace.h"
 #include "desktop/windows/Twips.h"
 
@@ -119,6 +120,16 @@ void WindowForm::MakeFrame(bool bIsApplyCommandShown) {
     QObject::connect(m_pBody, &WindowBody::CommandChosen, [this](Command eCommand) { ClickCommand(eCommand); });
 }
 
+QString TitleOf(const Form& oForm) {
+    const auto* pForm = dynamic_cast<const WindowForm*>(&oForm);
+    const std::string sWindow = pForm ? pForm->WindowName() : std::string();
+    return sWindow.empty() ? QString::fromStdString(oForm.Caption()) : ShownWindow(sWindow, oForm.Caption());
+}
+
+std::string WindowForm::WindowName() const {
+    return m_oController ? m_oController->WindowDef()->Name() : std::string();
+}
+
 void WindowForm::HearChange(Change eChange) {
     switch (eChange) {
     case Change::Loaded:
@@ -151,7 +162,7 @@ void WindowForm::HearChange(Change eChange) {
             m_pFrame->SetState(WindowState());
         break;
     case Change::Caption:
-        m_pFrame->SetTitle(QString::fromStdString(Caption()));
+        m_pFrame->SetTitle(TitleOf(*this));
         break;
     default:
         if (m_pFrame->Widget())

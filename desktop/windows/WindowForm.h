@@ -28,6 +28,7 @@ public:
     // As IWindowForm. ClickCommand does nothing for a command that isn't enabled, and what fails in it is shown, as
     // after a click. Save raises what fails.
     void Initialize(const Ref<IWindowFormController>& oWindowFormController, bool bIsApplyCommandShown) override;
+    [[nodiscard]] std::string WindowName() const; // of the definition; empty before Initialize and at the end
     [[nodiscard]] Long MinWindowWidth(Long lPageWidth) override;
     [[nodiscard]] Long MinWindowHeight(Long lPageHeight) override;
     [[nodiscard]] Long NonPageWidth() override;
@@ -147,5 +148,8 @@ private:
     QPointer<WindowBody> m_pBody;
     std::vector<Subscription> m_aSubscriptions;
 };
+
+// The caption as people read it, in their language.
+[[nodiscard]] QString TitleOf(const Form& oForm);
 
 } // namespace corvane::desktop

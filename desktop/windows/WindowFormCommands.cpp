@@ -250,8 +250,7 @@ void WindowForm::Close(bool bCancelled) {
 QString WindowForm::Hindrance() const {
     for (const auto& oSlot : m_aSlots)
         if (!oSlot->IsPassable())
-            return WindowBody::tr("Something on the page “%1” is missing or wrong.")
-                .arg(QString::fromStdString(oSlot->PageDef()->Caption()));
+            return WindowBody::tr("Something on the page “%1” is missing or wrong.").arg(oSlot->Mark().sCaption);
     return {};
 }
 
@@ -259,7 +258,7 @@ LeaveAnswer WindowForm::AskToLeave() {
     if (!m_pHost->fnAskToLeave)
         return LeaveAnswer::Discard;
     LeaveQuestion oQuestion;
-    oQuestion.sWindow = QString::fromStdString(Caption());
+    oQuestion.sWindow = TitleOf(*this);
     oQuestion.sHindrance = SavesChangesAlone() ? Hindrance() : QString();
     oQuestion.bCanSave = SavesChangesAlone() && oQuestion.sHindrance.isEmpty() && !CodeSays(Command::cvOK, false);
     oQuestion.pOver = Frame();

@@ -68,6 +68,6 @@ with tempfile.TemporaryDirectory() as temporary:
     completion = prefix / "share/bash-completion/completions/corvane"
     offered = run("bash", "-c", f'. {completion}; COMP_WORDS=({corvane} ch); COMP_CWORD=1; _corvane; echo "${{COMPREPLY[*]}}"')
     assert offered == "check\n", offered
-    for command in ("check", "explain", "inspect", "new", "run", "package"):
+    for command in ("check", "explain", "inspect", "new", "run", "package", "translate"):
         assert command in run(corvane, "--help"), command
         assert f".B corvane {command}" in (prefix / "share/man/man1/corvane.1").read_text(), command
