@@ -168,7 +168,8 @@ TEST(Catalogue, FollowsTheDefinitions) {
         Catalogue oNow = oBase;
         const auto oUpdate = oNow.Update(oCase.aTexts, "de");
         std::string sMessages;
-        for (const CatalogueMessage& oMessage : Read(oNow.AsText()).Messages())
+        const Catalogue oRead = Read(oNow.AsText());
+        for (const CatalogueMessage& oMessage : oRead.Messages())
             sMessages += oMessage.sText + " " + oMessage.sTranslation + (oMessage.bUnsure ? " ?" : "") +
                          (oMessage.bVanished ? " -" : "") + "\n";
         EXPECT_EQ(sMessages, oCase.sMessages) << oCase.sWhat;
