@@ -20,6 +20,8 @@
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace corvane::desktop {
 
@@ -178,8 +180,7 @@ Ref<WindowForm> Session::FormOf(const Window& oWindow) const {
     return nullptr;
 }
 
-// The children in the order of their tabs, which a person may have moved, and then the others.
-std::vector<Ref<Window>> Session::KeptWindows() const {
+std::vector<Ref<Window>> Session::OpenWindows() {
     std::vector<Ref<Window>> aWindows;
     const Ref<Framework> oFramework = Singleton::Framework();
     const auto oManager = oFramework ? oFramework->WindowManager() : nullptr;
@@ -188,32 +189,41 @@ std::vector<Ref<Window>> Session::KeptWindows() const {
     for (const auto& oWindow : oManager->Windows())
         if (!oWindow->IsModal())
             aWindows.push_back(oWindow);
+    return aWindows;
+}
+
+// The children in the order of their tabs, which a person may have moved, and then the others.
+std::vector<Session::KeptWindow> Session::KeptWindows() const {
+    std::unordered_map<const Object*, Ref<WindowForm>> mapForms;
+    for (const auto& frm : m_oParts.frmMain->Forms())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->Controller())
+            mapForms.emplace(static_cast<const Object*>(oForm->Controller().Get()), oForm);
     const auto* pArea = qobject_cast<const QMdiArea*>(m_oParts.pWindow->centralWidget());
-    if (!pArea)
-        return aWindows;
-    const auto aFrames = pArea->subWindowList();
-    std::map<const Window*, qsizetype> mapPlaces;
-    for (const auto& oWindow : aWindows) {
-        const auto oForm = FormOf(*oWindow);
-        const auto iFrame = oForm ? aFrames.indexOf(qobject_cast<QMdiSubWindow*>(oForm->Frame())) : -1;
-        mapPlaces[oWindow.Get()] = iFrame < 0 ? aFrames.size() : iFrame;
+    std::unordered_map<const QWidget*, std::size_t> mapPlaces;
+    for (const QMdiSubWindow* pFrame : pArea ? pArea->subWindowList() : QList<QMdiSubWindow*>())
+        mapPlaces.emplace(pFrame, mapPlaces.size());
+    std::vector<KeptWindow> aWindows;
+    for (const auto& oWindow : OpenWindows()) {
+        const auto itForm = mapForms.find(static_cast<const Object*>(oWindow.Get()));
+        const Ref<WindowForm> oForm = itForm == mapForms.end() ? nullptr : itForm->second;
+        const auto itPlace = oForm ? mapPlaces.find(oForm->Frame()) : mapPlaces.end();
+        aWindows.push_back({oWindow, oForm, itPlace == mapPlaces.end() ? mapPlaces.size() : itPlace->second});
     }
-    std::stable_sort(aWindows.begin(), aWindows.end(), [&](const auto& oFirst, const auto& oSecond) {
-        return mapPlaces[oFirst.Get()] < mapPlaces[oSecond.Get()];
-    });
+    std::stable_sort(aWindows.begin(), aWindows.end(),
+                     [](const auto& oFirst, const auto& oSecond) { return oFirst.nPlace < oSecond.nPlace; });
     return aWindows;
 }
 
 // A key that the library made up says nothing at the next start.
 QJsonArray Session::Windows() const {
     QJsonArray aWindows;
-    for (const auto& oWindow : KeptWindows()) {
+    for (const auto& [oWindow, oForm, nPlace] : KeptWindows()) {
         const bool bHasKey = oWindow->Key() != ToText(oWindow->ObjectKey());
         QJsonObject oEntry{{"name", Text(oWindow->WindowDef()->Name())},
                            {"key", bHasKey ? Text(oWindow->Key()) : QString()}};
         if (oWindow == Singleton::Framework()->WindowManager()->ActiveWindow())
             oEntry["active"] = true;
-        if (const auto oForm = FormOf(*oWindow); oForm && oForm->Visible()) {
+        if (oForm && oForm->Visible()) {
             const QRect oPlace = oForm->NormalPlace();
             oEntry["place"] = QJsonArray{oPlace.x(), oPlace.y(), oPlace.width(), oPlace.height()};
             if (const QString sState = StateWord(oForm->StateOfPerson()); !sState.isEmpty())
@@ -473,15 +483,17 @@ Ref<Window> Session::OpenAgain(const QJsonObject& oEntry) {
     const auto oServices = oFramework ? oFramework->ServiceManager() : nullptr;
     if (!oServices || !oServices->WindowDefs()->HasKey(sName))
         return nullptr; // gone with an upgrade
-    const auto aBefore = KeptWindows();
+    std::unordered_set<const Window*> setBefore;
+    for (const auto& oWindow : OpenWindows())
+        setBefore.insert(oWindow.Get());
     const std::array<Variant, 2> aArguments{sName, sKey};
     for (const auto& oService : oServices->Services()) {
         const Entering oEntering(oService);
         if (CanRestore(*oService) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
             break;
     }
-    for (const auto& oWindow : KeptWindows()) {
-        const bool bIsNew = std::find(aBefore.begin(), aBefore.end(), oWindow) == aBefore.end();
+    for (const auto& oWindow : OpenWindows()) {
+        const bool bIsNew = !setBefore.contains(oWindow.Get());
         // One with a key may have been open: then it is only brought to the front.
         if (EqualText(oWindow->WindowDef()->Name(), sName) && (bIsNew || (!sKey.empty() && oWindow->Key() == sKey)))
             return oWindow;

@@ -55,7 +55,13 @@ private:
     void m_frmMain_Unload();
     [[nodiscard]] QJsonObject State() const;
     [[nodiscard]] QJsonArray Windows() const;
-    [[nodiscard]] std::vector<Ref<Window>> KeptWindows() const;
+    struct KeptWindow {
+        Ref<Window> oWindow;
+        Ref<WindowForm> oForm; // nothing when it isn't the host's
+        std::size_t nPlace;    // among the tabs
+    };
+    [[nodiscard]] static std::vector<Ref<Window>> OpenWindows(); // those that aren't modal
+    [[nodiscard]] std::vector<KeptWindow> KeptWindows() const;
     [[nodiscard]] Ref<WindowForm> FormOf(const Window& oWindow) const;
     [[nodiscard]] Ref<Window> OpenAgain(const QJsonObject& oEntry);
     void PlaceAgain(Window& oWindow, const QJsonObject& oEntry);
