@@ -280,6 +280,15 @@ TEST_F(StudiesWindows, OpenAgainByTheirKeysUnlessWhatTheyAreAboutHasGone) {
     EXPECT_EQ(Failures(), "");
 }
 
+TEST_F(StudiesApplication, AChosenItemStaysChosenWhenTheExplorerIsMadeAnew) {
+    Prepare();
+    Start();
+    Choose("Summary of penguins.csv by species");
+    Click("View.Refresh");
+    EXPECT_EQ(m_pHost->ActiveTree()->SelectedItem()->Text(), "Summary of penguins.csv by species");
+    EXPECT_EQ(Failures(), "");
+}
+
 TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     Start();
     Click("File.Open");

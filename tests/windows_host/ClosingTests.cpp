@@ -253,6 +253,30 @@ TEST_F(HostRoom, WindowsAreArrangedAndTheirStateIsTheModels) {
     EXPECT_EQ(m_pApplication->Window().Area().activeSubWindow(), m_aForms[1]->Frame());
 }
 
+TEST_F(HostRoom, TiledWindowsThatNeedMoreThanTheirShareDoNotLieOverOneAnother) {
+    Define("W", "Type='Window'", "A");
+    Start();
+    for (int i = 0; i < 2; ++i)
+        (void)Open("W");
+    const auto oArea = m_pApplication->Window().Area().viewport()->size();
+    // More than half for one of them, and then more than there is for both.
+    for (const int nPercent : {60, 80}) {
+        m_aForms[0]->Frame()->setMinimumSize(oArea.width() * nPercent / 100, oArea.height() * nPercent / 100);
+        m_aForms[1]->Frame()->setMinimumSize(oArea.width() * (nPercent - 30) / 100,
+                                             oArea.height() * (nPercent - 30) / 100);
+        for (const Arrangement eHow : {Arrangement::TileHorizontal, Arrangement::TileVertical}) {
+            m_pApplication->MainForm()->Arrange(eHow);
+            const QRect oFirst = m_aForms[0]->Frame()->geometry();
+            const QRect oSecond = m_aForms[1]->Frame()->geometry();
+            EXPECT_FALSE(oFirst.intersects(oSecond)) << nPercent;
+            const QRect oBoth = oFirst.united(oSecond);
+            EXPECT_LE(eHow == Arrangement::TileHorizontal ? oBoth.width() : oBoth.height(),
+                      eHow == Arrangement::TileHorizontal ? oArea.width() : oArea.height())
+                << "across there is room for all";
+        }
+    }
+}
+
 TEST_F(HostRoom, MinimumSizeAndFixedPagesHold) {
     Define("W", "Type='Window'", "A");
     Define("F", sDialog, "B#");
