@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
     AddCheck(oApp, fnRun);
     AddNew(oApp, fnRun);
     AddRun(oApp, fnRun);
+    AddPreview(oApp, fnRun);
     AddPackage(oApp, fnRun);
     AddExplain(oApp, fnRun);
     AddTranslate(oApp, fnRun);

@@ -44,9 +44,17 @@ Application::Application(const ApplicationOptions& oOptions)
       m_oTranslation(oOptions.aLanguages, m_oPlatform.oUtilities->GetAppFolder("Services"),
                      [this](const std::string& sText) { Note("Translation", sText); }),
       m_oMessageBox(New<QtMessageBox>(oOptions.bWithDialogs)),
-      m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)),
-      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); })),
-      m_aClasses(oOptions.aClasses) {
+      m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)), m_pRecorder(oOptions.pRecorder),
+      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) {
+          m_oFailures.Guard([&] {
+              if (m_pRecorder)
+                  m_pRecorder->NotByPerson();
+              fnAct();
+          });
+      })),
+      m_aClasses(oOptions.aClasses), m_fnObjects(oOptions.fnObjects) {
+    if (m_pRecorder)
+        m_pRecorder->Follow({m_frmMain, m_oActiveBar, m_frmPanel, [this] { return m_oFailures.Entry(); }});
     m_oFailures.SetServicesFolder(QString::fromStdString(m_oPlatform.oUtilities->GetAppFolder("Services")));
     m_oFailures.SetLogFile(m_oPlatform.oUtilities->LogPath());
     m_oPlatform.oUtilities->SetShow([this](const ShownFailure& oShown) { m_oFailures.Show(oShown); });
@@ -66,7 +74,7 @@ Application::Application(const ApplicationOptions& oOptions)
     m_oMessageBox->SetParentWindow(m_pWindow.get());
     m_oCommonDialog->SetParentWindow(m_pWindow.get());
     SetUpWindowHost();
-    m_pPersonal = std::make_unique<PersonalDesktop>(PartsOfPerson(oOptions.bPersonal));
+    m_pPersonal = std::make_unique<PersonalDesktop>(PartsOfPerson(oOptions));
     if (oOptions.bWatch)
         m_pBlame->StartWatch();
 }
@@ -82,6 +90,10 @@ void Application::SetUpWindowHost() {
     m_pWindowHost->fnGuard = [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); };
     m_pWindowHost->fnAskToLeave = [this](const LeaveQuestion& oQuestion) { return AskToLeave(oQuestion); };
     m_pWindowHost->fnHelp = [this](Long lTopic) { ShowHelp(lTopic); };
+    if (m_pRecorder)
+        m_pWindowHost->fnByPerson = [this](const WindowStep& oStep, const std::function<void()>& fnDo) {
+            m_pRecorder->OnWindow(oStep, fnDo);
+        };
 }
 
 Application::~Application() {
@@ -93,6 +105,8 @@ Application::~Application() {
     m_pWindow.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // widgets of plug-ins go before the library
     m_pLibrary.reset();
+    if (m_pRecorder)
+        m_pRecorder->Leave();
 }
 
 Platform Application::MakePlatform() {
@@ -185,12 +199,13 @@ bool Application::ClickCommand(const std::string& sCommand) {
     if (!oForm)
         return false;
     if (EqualText(sCommand, "close")) {
-        oForm->RequestClose();
+        oForm->ByPerson(WindowStep::What::Close, 0, [&] { oForm->RequestClose(); });
         return true;
     }
     for (const auto& [sName, eCommand] : aCommands)
         if (EqualText(sCommand, sName) && oForm->IsCommandEnabled(eCommand)) {
-            oForm->ClickCommand(eCommand);
+            oForm->ByPerson(WindowStep::What::Command, static_cast<int>(eCommand),
+                            [&, eCommand = eCommand] { oForm->ClickCommand(eCommand); });
             return true;
         }
     return false;
@@ -200,7 +215,7 @@ bool Application::ShowPage(int nPage) {
     const Ref<WindowForm> oForm = ActiveWindowForm();
     if (!oForm)
         return false;
-    m_oFailures.Guard([&] { oForm->SetActivePageIndex(nPage - 1); });
+    oForm->ByPerson(WindowStep::What::Page, nPage - 1, [&] { oForm->SetActivePageIndex(nPage - 1); });
     return oForm->ActivePageIndex() == nPage - 1;
 }
 

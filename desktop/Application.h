@@ -10,6 +10,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/PersonalDesktop.h"
 #include "desktop/blame/Blame.h"
+#include "desktop/record/StepRecorder.h"
 #include "desktop/service/AppearancePage.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
@@ -35,6 +36,11 @@ struct ApplicationOptions {
     bool bWatch = false;   // name services that keep the user interface busy, in the log
     Blame::AskFunction fnAskAfterDeath = {}; // asked when a service ended the program the last time
     QStringList aLanguages = {};             // for the texts of definitions, the most wanted first; none for their own
+    // Where the session is kept, for hosts that keep one of their own; the window's place isn't part of it then.
+    std::string sSessionFile = {};
+    std::shared_ptr<StepRecorder> pRecorder = {}; // follows what the person does
+    // What makes the objects in place of the plug-ins' factory, which it gets, with the plug-ins.
+    std::function<Ref<IObjectFactory>(Ref<IObjectFactory>, Ref<PluginFactory>)> fnObjects = {};
 };
 
 class Application {
@@ -82,7 +88,7 @@ private:
 
     // ApplicationService.cpp: what the host's own service does.
     void SetUpService();
-    [[nodiscard]] PersonalDesktop::Parts PartsOfPerson(bool bPersonal);
+    [[nodiscard]] PersonalDesktop::Parts PartsOfPerson(const ApplicationOptions& oOptions);
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
     [[nodiscard]] QString RunningService() const;
@@ -106,6 +112,7 @@ private:
     Ref<PanelForm> m_frmPanel = New<PanelForm>();
     Ref<QtMessageBox> m_oMessageBox;
     Ref<CommonDialog> m_oCommonDialog;
+    std::shared_ptr<StepRecorder> m_pRecorder;
     Ref<ProgressControl> m_oProgress = New<ProgressControl>();
     Ref<QtTimers> m_oTimers;
     std::shared_ptr<WindowHost> m_pWindowHost = std::make_shared<WindowHost>();
@@ -114,6 +121,7 @@ private:
     std::unique_ptr<MainWindow> m_pWindow;
     std::unique_ptr<PersonalDesktop> m_pPersonal;
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_aClasses;
+    decltype(ApplicationOptions::fnObjects) m_fnObjects;
     Subscription m_oToolClick;
     Subscription m_oQueryUnload;
     Ref<Object> m_oRunningProvider; // whose command was chosen last

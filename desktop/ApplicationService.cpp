@@ -44,7 +44,7 @@ void Application::SetUpService() {
     m_oProgress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
 }
 
-PersonalDesktop::Parts Application::PartsOfPerson(bool bPersonal) {
+PersonalDesktop::Parts Application::PartsOfPerson(const ApplicationOptions& oOptions) {
     return {*m_pWindow,
             m_frmMain,
             m_oActiveBar,
@@ -67,11 +67,15 @@ PersonalDesktop::Parts Application::PartsOfPerson(bool bPersonal) {
                     aNames.append(QString::fromStdString(sName));
                 return aNames;
             },
-            bPersonal && !m_pBlame->WithoutServices().bAllPlugins};
+            oOptions.bPersonal && !m_pBlame->WithoutServices().bAllPlugins,
+            oOptions.sSessionFile};
 }
 
 Ref<HostObjectFactory> Application::MakeObjectFactory() {
-    auto oFactory = New<HostObjectFactory>(m_pBlame->Factory(m_oPlatform.oPlugins));
+    Ref<IObjectFactory> oObjects = m_pBlame->Factory(m_oPlatform.oPlugins);
+    if (m_fnObjects)
+        oObjects = m_fnObjects(oObjects, m_oPlatform.oPlugins);
+    auto oFactory = New<HostObjectFactory>(oObjects);
     oFactory->Add("CorvaneDesktop.HostService", [this] {
         return New<HostService>(
             HostCommands{&OpenPreferences, [this] { m_pPersonal->ShowPalette(); },

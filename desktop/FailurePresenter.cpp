@@ -6,6 +6,8 @@
 #include "desktop/HostParts.h"
 
 #include <QRegularExpression>
+#include <QScopeGuard>
+#include <QThread>
 #include <cstdio>
 
 namespace corvane::desktop {
@@ -78,6 +80,8 @@ FailurePresenter::FailurePresenter(bool bWithDialogs, QObject* pParent)
     : QObject(pParent), m_bWithDialogs(bWithDialogs) {}
 
 void FailurePresenter::Show(const ShownFailure& oShown) {
+    if (m_fnTake && m_fnTake(oShown))
+        return;
     m_aWaiting.push_back(oShown);
     if (m_bShowing)
         return;
@@ -102,6 +106,10 @@ void FailurePresenter::ShowNow(const ShownFailure& oShown) {
 }
 
 void FailurePresenter::Guard(const std::function<void()>& fnAct) {
+    const int nLoop = QThread::currentThread()->loopLevel();
+    const bool bIsInside = !m_aEntries.empty() && m_aEntries.back().nLoop == nLoop;
+    m_aEntries.push_back({nLoop, bIsInside ? m_aEntries.back().lNumber : ++m_lEntries});
+    const auto oLeave = qScopeGuard([this] { m_aEntries.pop_back(); });
     try {
         fnAct();
     } catch (...) {

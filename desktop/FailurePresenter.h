@@ -8,6 +8,7 @@
 #include <QString>
 #include <deque>
 #include <functional>
+#include <vector>
 
 class QWidget;
 
@@ -32,16 +33,31 @@ public:
     void SetServicesFolder(QString sFolder) { m_sServicesFolder = std::move(sFolder); }
     void SetLogFile(std::string sLogFile) { m_sLogFile = std::move(sLogFile); }
 
+    // Asked first; true when it has taken the failure, which isn't shown then.
+    void SetTaker(std::function<bool(const ShownFailure&)> fnTake) { m_fnTake = std::move(fnTake); }
+
     // Shows a failure and returns when it has been seen. A failure that comes while another is shown waits its turn.
     void Show(const ShownFailure& oShown);
     // Runs what enters the library; a failure that leaves it is shown.
     void Guard(const std::function<void()>& fnAct);
+
+    // Tells one entry into the library from another: 0 outside of all, else a number that belongs to the outermost
+    // Guard of this turn of an event loop. A modal loop inside is entered anew.
+    [[nodiscard]] long Entry() const { return m_aEntries.empty() ? 0 : m_aEntries.back().lNumber; }
 
     [[nodiscard]] int ShownCount() const { return m_nShown; }
 
 private:
     void ShowNow(const ShownFailure& oShown);
 
+    struct EntryLevel {
+        int nLoop; // the depth of event loops
+        long lNumber;
+    };
+
+    std::function<bool(const ShownFailure&)> m_fnTake;
+    std::vector<EntryLevel> m_aEntries;
+    long m_lEntries = 0;
     bool m_bWithDialogs;
     bool m_bShowing = false;
     int m_nShown = 0;

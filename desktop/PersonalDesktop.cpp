@@ -31,7 +31,7 @@ PersonalDesktop::PersonalDesktop(Parts oParts)
     : m_oParts(std::move(oParts)), m_sStateFolder(FolderOf(m_oParts.oUtilities->LogPath())),
       m_oBars(File(m_oParts.sConfigFolder, "desktop.json"), m_oParts.oActiveBar,
               [this] { m_oParts.oWindow.Bars().Redraw(); }),
-      m_oSession(File(m_sStateFolder, "session.json"), SessionParts()),
+      m_oSession(SessionFile(), SessionParts()),
       m_oPicker(
           m_oParts.oWindow.Bars().Actions(), [this](const Ref<Tool>& oTool) { ShowInspector(oTool); },
           [this](const Ref<Node>& oNode) { ShowInspector(nullptr, oNode); }, nullptr) {
@@ -48,8 +48,16 @@ void PersonalDesktop::Initialized() {
 }
 
 StateFile PersonalDesktop::File(const std::string& sFolder, const char* sName) const {
-    const QString sPath =
-        sFolder.empty() || !m_oParts.bKeeps ? QString() : QString::fromStdString(sFolder) + "/" + QLatin1String(sName);
+    const bool bKeeps = m_oParts.bKeeps && !sFolder.empty();
+    return FileAt(bKeeps ? QString::fromStdString(sFolder) + "/" + QLatin1String(sName) : QString());
+}
+
+StateFile PersonalDesktop::SessionFile() const {
+    return m_oParts.sSessionFile.empty() ? File(m_sStateFolder, "session.json")
+                                         : FileAt(QString::fromStdString(m_oParts.sSessionFile));
+}
+
+StateFile PersonalDesktop::FileAt(const QString& sPath) const {
     return {sPath, [oUtilities = m_oParts.oUtilities](const QString& sText) {
                 oUtilities->LogError(oUtilities->AppName(), "Desktop", "StateFile",
                                      Failure(FailureNumber::FileAccess, sText.toStdString()), {}, false);
@@ -65,16 +73,17 @@ Session::Parts PersonalDesktop::SessionParts() const {
             [pWindow = &m_oParts.oWindow] {
                 pWindow->Bars().RedrawToolbars();
                 pWindow->Flush();
-            }};
+            },
+            m_oParts.sSessionFile.empty()};
 }
 
 void PersonalDesktop::Restore(bool bWhole) {
-    if (m_oParts.bKeeps)
+    if (KeepsSession())
         m_oSession.Restore(bWhole && m_oParts.fnLeftOut().isEmpty());
 }
 
 void PersonalDesktop::RestoreWindows() {
-    if (m_oParts.bKeeps)
+    if (KeepsSession())
         m_oSession.RestoreWindows();
 }
 

@@ -38,6 +38,7 @@ public:
         std::function<QString()> fnAskReportPath; // empty when the person thought better of it
         std::function<QStringList()> fnLeftOut;   // the services that weren't started
         bool bKeeps = true;                       // false: nothing that was kept is used, and nothing is kept
+        std::string sSessionFile = {};            // where the session is kept all the same, without the window's place
     };
 
     // Before the library is initialised.
@@ -61,7 +62,10 @@ public:
 
 private:
     [[nodiscard]] StateFile File(const std::string& sFolder, const char* sName) const;
+    [[nodiscard]] StateFile FileAt(const QString& sPath) const; // keeps nothing under an empty path
+    [[nodiscard]] StateFile SessionFile() const;
     [[nodiscard]] Session::Parts SessionParts() const;
+    [[nodiscard]] bool KeepsSession() const { return m_oParts.bKeeps || !m_oParts.sSessionFile.empty(); }
     PaletteDialog* Pick(QWidget* pParent, bool bAll, const std::function<void(const Ref<Tool>&)>& fnChoose);
 
     Parts m_oParts;

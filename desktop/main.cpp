@@ -48,6 +48,7 @@ int main(int argc, char** argv) {
          {"print", "Prints what the window shows as text."},
          {"without", "Leaves out that service, or all services of that plug-in; may stand several times.", "NAME"},
          {"safe", "Leaves out all plug-ins, and what you have changed of the desktop."},
+         {"record", "Writes what you do to that file, as steps for corvane inspect --steps.", "FILE"},
          {"quit", "Ends after that, without asking anybody anything."}});
     oParser.process(oQt);
     if (oParser.positionalArguments().size() != 1) {
@@ -62,6 +63,11 @@ int main(int argc, char** argv) {
         oOptions.sFolder = oParser.positionalArguments().front().toStdString();
         oOptions.bWithDialogs = !bUnwatched;
         oOptions.bPersonal = !bUnwatched;
+        if (oParser.isSet("record")) { // steps are taken again from a fresh start, so they begin with one
+            oOptions.pRecorder =
+                std::make_shared<corvane::desktop::StepRecorder>(oParser.value("record").toStdString());
+            oOptions.bPersonal = false;
+        }
         for (const QString& sName : oParser.values("without"))
             oOptions.oLeftOut.aNames.push_back(sName.toStdString());
         oOptions.oLeftOut.bAllPlugins = oParser.isSet("safe");

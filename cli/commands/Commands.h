@@ -16,6 +16,7 @@ void AddInspect(CLI::App& oApp, Run& fnRun);
 void AddCheck(CLI::App& oApp, Run& fnRun);
 void AddNew(CLI::App& oApp, Run& fnRun);
 void AddRun(CLI::App& oApp, Run& fnRun);
+void AddPreview(CLI::App& oApp, Run& fnRun);
 void AddPackage(CLI::App& oApp, Run& fnRun);
 void AddExplain(CLI::App& oApp, Run& fnRun);
 void AddTranslate(CLI::App& oApp, Run& fnRun);

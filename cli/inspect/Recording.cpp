@@ -2,6 +2,11 @@
 
 namespace corvane::inspect {
 
+void Record::Add(RecordedCall oCall) {
+    aCalls.push_back(oCall);
+    CallAdded.Raise(oCall);
+}
+
 std::string Record::NewId(std::string_view sProgID) {
     return std::string(sProgID) + "#" + std::to_string(++m_mapCounts[FoldText(sProgID)]);
 }

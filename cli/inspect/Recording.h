@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvane/base/Automation.h"
+#include "corvane/base/Event.h"
 #include "corvane/platform/Platform.h"
 
 #include <map>
@@ -37,6 +38,9 @@ public:
     std::vector<RecordedMessage> aMessages;
     std::vector<std::string> aPopups; // names of the bands that were shown
     std::vector<std::string> aUnmet;  // expectations that weren't met, with file and line
+    Event<const RecordedCall&> CallAdded;
+
+    void Add(RecordedCall oCall);
 
     // "ProgID#n", n counting the objects of that ProgID.
     std::string NewId(std::string_view sProgID);

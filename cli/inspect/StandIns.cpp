@@ -1,13 +1,7 @@
 #include "cli/inspect/StandIns.h"
 
 #include "adapters/common/Encoding.h"
-#include "corvane/explorer/ExplorerItemBase.h"
-#include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/services/ExplorerItemDef.h"
-#include "corvane/services/IServiceAccess.h"
-#include "corvane/services/ServiceBase.h"
-#include "corvane/windows/IPageAccess.h"
-#include "corvane/windows/PageBase.h"
 
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -15,72 +9,46 @@
 
 namespace corvane::inspect {
 
-namespace {
+StandInObject::StandInObject(Ref<Record> oRecord, StandInSpec oSpec, const std::string& sId)
+    : m_oRecord(std::move(oRecord)), m_oSpec(std::move(oSpec)), m_sId(sId) {
+    m_oRecord->Name(*this, sId);
+}
 
-// What all stand-ins have in common: the record and the misbehaviour.
-class StandInObject : public virtual Object {
-public:
-    StandInObject(Ref<Record> oRecord, StandInSpec oSpec, const std::string& sId)
-        : m_oRecord(std::move(oRecord)), m_oSpec(std::move(oSpec)), m_sId(sId) {
-        m_oRecord->Name(*this, sId);
-    }
-    ~StandInObject() override { m_oRecord->Forget(*this); }
+StandInObject::~StandInObject() {
+    m_oRecord->Forget(*this);
+}
 
-    Variant Invoke(std::string_view sName, std::span<const Variant> aArguments) override {
-        if (m_oSpec.setMissing.contains(FoldText(sName)))
-            FailNoSuchMember(*this, sName);
-        Hear(sName, {aArguments.begin(), aArguments.end()});
-        return {};
-    }
+Variant StandInObject::Invoke(std::string_view sName, std::span<const Variant> aArguments) {
+    if (m_oSpec.setMissing.contains(FoldText(sName)))
+        FailNoSuchMember(*this, sName);
+    Hear(sName, {aArguments.begin(), aArguments.end()});
+    return {};
+}
 
-    std::string_view TypeName() const override { return "StandIn"; }
+void StandInObject::Hear(std::string_view sMember, std::vector<Variant> aArguments, bool bHasArguments) {
+    m_oRecord->Add({m_sId, std::string(sMember), std::move(aArguments), bHasArguments});
+    const auto it = m_oSpec.mapFail.find(FoldText(sMember));
+    if (it != m_oSpec.mapFail.end())
+        throw it->second;
+}
 
-protected:
-    void Hear(std::string_view sMember, std::vector<Variant> aArguments, bool bHasArguments = true) {
-        m_oRecord->aCalls.push_back({m_sId, std::string(sMember), std::move(aArguments), bHasArguments});
-        const auto it = m_oSpec.mapFail.find(FoldText(sMember));
-        if (it != m_oSpec.mapFail.end())
-            throw it->second;
-    }
+Ref<IService> StandIn::Service() {
+    if (!m_oServiceBase)
+        BecomeService();
+    return m_oServiceBase;
+}
 
-    Ref<Record> m_oRecord;
-    StandInSpec m_oSpec;
-    std::string m_sId;
-};
+Ref<IExplorerItem> StandIn::ExplorerItem() {
+    if (!m_oExplorerItemBase)
+        BecomeExplorerItem();
+    return m_oExplorerItemBase;
+}
 
-// Serves as a service, an explorer item or a page, whichever it is asked for.
-class StandIn final : public StandInObject, public IServiceAccess, public IExplorerItemAccess, public IPageAccess {
-public:
-    using StandInObject::StandInObject;
-
-    Ref<IService> Service() override {
-        if (!m_oServiceBase)
-            BecomeService();
-        return m_oServiceBase;
-    }
-    Ref<IExplorerItem> ExplorerItem() override {
-        if (!m_oExplorerItemBase)
-            BecomeExplorerItem();
-        return m_oExplorerItemBase;
-    }
-    Ref<IPage> Page() override {
-        if (!m_oPageBase)
-            BecomePage();
-        return m_oPageBase;
-    }
-
-private:
-    void BecomeService();
-    void BecomeExplorerItem();
-    void BecomePage();
-    void FillChildren(const Ref<KeyedCollection<Ref<Object>>>& colChildren);
-    void Hold(Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); }
-
-    Ref<ServiceBase> m_oServiceBase;
-    Ref<ExplorerItemBase> m_oExplorerItemBase;
-    Ref<PageBase> m_oPageBase;
-    std::vector<Subscription> m_aSubscriptions;
-};
+Ref<IPage> StandIn::Page() {
+    if (!m_oPageBase)
+        BecomePage();
+    return m_oPageBase;
+}
 
 void StandIn::BecomeService() {
     m_oServiceBase = New<ServiceBase>();
@@ -138,6 +106,8 @@ void StandIn::BecomePage() {
         [this](StandardCommandConstants eCommand) { Hear("CommandClick", {static_cast<Long>(eCommand)}); }));
     Hold(oBase.OnExitEvent.Subscribe([this](const auto&, bool bCancelled) { Hear("OnExit", {bCancelled}); }));
 }
+
+namespace {
 
 using Json = nlohmann::json;
 
@@ -209,6 +179,10 @@ Ref<Object> StandInFactory::Create(std::string_view sProgID) {
     const std::string sId = m_oRecord->NewId(sProgID);
     if (!oSpec.bAccess)
         return New<StandInObject>(m_oRecord, oSpec, sId);
+    return Make(oSpec, sId);
+}
+
+Ref<Object> StandInFactory::Make(const StandInSpec& oSpec, const std::string& sId) {
     return New<StandIn>(m_oRecord, oSpec, sId);
 }
 

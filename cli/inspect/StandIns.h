@@ -3,9 +3,15 @@
 #pragma once
 
 #include "cli/inspect/Recording.h"
+#include "corvane/explorer/ExplorerItemBase.h"
+#include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/platform/IIniReader.h"
 #include "corvane/platform/IObjectFactory.h"
+#include "corvane/services/IServiceAccess.h"
+#include "corvane/services/ServiceBase.h"
+#include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/IWindowFormFactory.h"
+#include "corvane/windows/PageBase.h"
 
 #include <map>
 #include <memory>
@@ -45,11 +51,56 @@ struct StandInFile {
 // Reads "standins.json". Fails with 53 when there is none and with 5, saying where, when it can't be understood.
 [[nodiscard]] StandInFile ReadStandIns(const std::string& sFile);
 
-class StandInFactory final : public IObjectFactory {
+// What all stand-ins have in common: the record and the misbehaviour.
+class StandInObject : public virtual Object {
+public:
+    StandInObject(Ref<Record> oRecord, StandInSpec oSpec, const std::string& sId);
+    ~StandInObject() override;
+
+    Variant Invoke(std::string_view sName, std::span<const Variant> aArguments) override;
+
+    std::string_view TypeName() const override { return "StandIn"; }
+
+protected:
+    void Hear(std::string_view sMember, std::vector<Variant> aArguments, bool bHasArguments = true);
+
+    Ref<Record> m_oRecord;
+    StandInSpec m_oSpec;
+    std::string m_sId;
+};
+
+// Serves as a service, an explorer item or a page, whichever it is asked for.
+class StandIn : public StandInObject, public IServiceAccess, public IExplorerItemAccess, public IPageAccess {
+public:
+    using StandInObject::StandInObject;
+
+    Ref<IService> Service() override;
+    Ref<IExplorerItem> ExplorerItem() override;
+    Ref<IPage> Page() override;
+
+private:
+    void BecomeService();
+    void BecomeExplorerItem();
+    void BecomePage();
+    void FillChildren(const Ref<KeyedCollection<Ref<Object>>>& colChildren);
+    void Hold(Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); }
+
+    Ref<ServiceBase> m_oServiceBase;
+    Ref<ExplorerItemBase> m_oExplorerItemBase;
+    Ref<PageBase> m_oPageBase;
+    std::vector<Subscription> m_aSubscriptions;
+};
+
+class StandInFactory : public IObjectFactory {
 public:
     StandInFactory(Ref<Record> oRecord, std::shared_ptr<const StandInFile> pFile)
         : m_oRecord(std::move(oRecord)), m_pFile(std::move(pFile)) {}
     [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
+
+protected:
+    // An object that behaves so, under that id.
+    [[nodiscard]] virtual Ref<Object> Make(const StandInSpec& oSpec, const std::string& sId);
+    [[nodiscard]] const Ref<Record>& Recorded() const { return m_oRecord; }
 
 private:
     Ref<Record> m_oRecord;

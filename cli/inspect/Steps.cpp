@@ -98,13 +98,23 @@ Ref<Window> WindowOf(const std::string& sKey) {
     Fail(FailureNumber::InvalidProcedureCall, "There is no open window \"" + sKey + "\"", "Steps");
 }
 
-void CloseWindow(const ModelHost& oHost, const std::string& sKey) {
+// The form of the window of that key; nothing when it shows itself otherwise.
+Ref<Form> FormOf(const ModelHost& oHost, const std::string& sKey) {
     const Ref<Window> oWindow = WindowOf(sKey);
     for (const auto& oForm : oHost.MainForm()->Forms())
-        if (IsFormOf(oForm, oWindow)) {
-            oForm->Unload();
-            return;
-        }
+        if (IsFormOf(oForm, oWindow))
+            return oForm;
+    return nullptr;
+}
+
+void CloseWindow(const ModelHost& oHost, const std::string& sKey) {
+    if (const Ref<Form> oForm = FormOf(oHost, sKey))
+        oForm->Unload();
+}
+
+void ActivateWindow(const ModelHost& oHost, const std::string& sKey) {
+    if (const Ref<Form> oForm = FormOf(oHost, sKey))
+        oForm->Activate();
 }
 
 // Keys may hold blanks; the last field doesn't.
@@ -188,6 +198,7 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"closeband", {1, CloseBand}},
         {"open", {1, [](ModelHost&, const std::string& sRest) { OpenWindow(sRest); }}},
         {"resize", {2, Resize}},
+        {"activate", {1, ActivateWindow}},
         {"close", {1, CloseWindow}},
         {"page", {2, ShowPage}},
         {"command", {2, ClickCommand}},

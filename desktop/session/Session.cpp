@@ -238,11 +238,12 @@ QJsonArray Session::Windows() const {
 
 QJsonObject Session::State() const {
     QJsonObject oState{{"version", nVersion},
-                       {"geometry", Packed(m_oParts.pWindow->saveGeometry())},
                        {"docks", Packed(m_oParts.pWindow->saveState(nVersion))},
                        {"toolbars", Toolbars()},
                        {"explorer", Explorer()},
                        {"windows", m_aWindows}};
+    if (m_oParts.bPlace)
+        oState["geometry"] = Packed(m_oParts.pWindow->saveGeometry());
     if (const auto oStatus = m_oParts.oActiveBar->Bands()->Find(sStatusBand))
         oState["statusBar"] = oStatus->Visible();
     return oState;
@@ -363,8 +364,10 @@ void Session::Restore(bool bFollow) {
     if (!m_oRead.isEmpty()) {
         RestoreToolbars(m_oRead["toolbars"].toObject());
         RestoreExplorer(m_oRead["explorer"].toObject());
-        m_oParts.pWindow->restoreGeometry(Unpacked(m_oRead["geometry"]));
-        StandOnScreen(*m_oParts.pWindow);
+        if (m_oParts.bPlace) {
+            m_oParts.pWindow->restoreGeometry(Unpacked(m_oRead["geometry"]));
+            StandOnScreen(*m_oParts.pWindow);
+        }
         m_oParts.fnFlush();
         m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
         m_oParts.fnFlush(); // what was kept also tells what was hidden then; what holds is the models

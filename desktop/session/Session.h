@@ -32,6 +32,7 @@ public:
         Ref<PanelForm> frmPanel;
         std::function<void(const std::function<void()>&)> fnGuard;
         std::function<void()> fnFlush; // brings the whole screen in line with the models
+        bool bPlace = true;            // false: the window's place isn't kept
     };
 
     // Before the library is initialised: the session is told of the form's unload first, while all still stands.

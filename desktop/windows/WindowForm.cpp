@@ -59,6 +59,7 @@ void WindowForm::Initialize(const Ref<IWindowFormController>& oWindowFormControl
         if (!m_pFrame)
             return;
         m_bIsActive = true;
+        ByPerson(WindowStep::What::Activate, 0, [] {});
         m_pFrame->BringToFront();
         ActivateFront();
     }));
@@ -66,6 +67,21 @@ void WindowForm::Initialize(const Ref<IWindowFormController>& oWindowFormControl
         m_bIsActive = false;
         DeactivateFront();
     }));
+}
+
+Ref<Window> WindowForm::ShownWindow() const {
+    return m_oController.TryAs<Window>();
+}
+
+void WindowForm::ByPerson(WindowStep::What eWhat, int nWhich, const std::function<void()>& fnDo) {
+    const Ref<Form> oSelf(this);
+    m_pHost->fnGuard([&] {
+        const auto oWindow = ShownWindow();
+        if (m_pHost->fnByPerson && oWindow)
+            m_pHost->fnByPerson({*oWindow, eWhat, nWhich, [this] { return !IsLoaded(); }}, fnDo);
+        else
+            fnDo();
+    });
 }
 
 void WindowForm::MakeSlots() {
@@ -97,27 +113,28 @@ void WindowForm::MakeFrame(bool bIsApplyCommandShown) {
         m_pHost->fnGuard([&] { oOptions.bWithHelp |= m_pHost->fnHelp && oSlot->HelpTopic() != 0; });
     }
     m_pBody = new WindowBody(oOptions, aRooms);
-    m_pFrame = std::make_unique<WindowFrame>(MDIChild() ? m_pHost->pArea.data() : nullptr, m_pHost->pMainWindow,
-                                             m_pBody, m_eType == WindowTypeConstants::cvWindow,
-                                             WindowFrame::Listeners{[this] { RequestClose(); },
-                                                                    [this] {
-                                                                        m_pHost->fnGuard([this] {
-                                                                            if (Visible() && m_oController)
-                                                                                Activate();
-                                                                        });
-                                                                    },
-                                                                    [this] { FrameMoved(); }});
+    m_pFrame = std::make_unique<WindowFrame>(
+        MDIChild() ? m_pHost->pArea.data() : nullptr, m_pHost->pMainWindow, m_pBody,
+        m_eType == WindowTypeConstants::cvWindow,
+        WindowFrame::Listeners{[this] { ByPerson(WindowStep::What::Close, 0, [this] { RequestClose(); }); },
+                               [this] {
+                                   m_pHost->fnGuard([this] {
+                                       if (Visible() && m_oController)
+                                           Activate();
+                                   });
+                               },
+                               [this] { FrameMoved(); }});
     if (MDIChild())
         m_pFrame->SetIcon(m_pHost->oChildIcon);
-    QObject::connect(m_pBody, &WindowBody::PageChosen, [this](int iPage) {
-        const Ref<Form> oSelf(this);
-        m_pHost->fnGuard([&] { BringToFront(iPage); });
-    });
+    QObject::connect(m_pBody, &WindowBody::PageChosen,
+                     [this](int iPage) { ByPerson(WindowStep::What::Page, iPage, [&] { BringToFront(iPage); }); });
     QObject::connect(m_pBody, &WindowBody::AllPagesWanted, [this] {
         for (std::size_t i = 0; i < m_aSlots.size(); ++i)
             m_aSlots[i]->MakeWidget(m_pBody->Place(static_cast<int>(i)));
     });
-    QObject::connect(m_pBody, &WindowBody::CommandChosen, [this](Command eCommand) { ClickCommand(eCommand); });
+    QObject::connect(m_pBody, &WindowBody::CommandChosen, [this](Command eCommand) {
+        ByPerson(WindowStep::What::Command, static_cast<int>(eCommand), [&] { ClickCommand(eCommand); });
+    });
 }
 
 QString TitleOf(const Form& oForm) {

@@ -47,6 +47,8 @@ public:
     // For the host.
     // What the close box does: it asks and unloads.
     void RequestClose();
+    // Runs what a person does to the window, with all that it brings about, so that whoever follows the person hears it.
+    void ByPerson(WindowStep::What eWhat, int nWhich, const std::function<void()>& fnDo);
     // Ends the window as if it had been cancelled, without asking.
     void Abandon();
     // Whether something is changed that Save can save; a wizard is saved by nothing but Finish.
@@ -55,6 +57,8 @@ public:
     // The person has been asked about the changes already: until the event loop turns, closing asks no more. A window
     // whose changes have been saved ends as if by OK.
     void SettleChanges(bool bSaved);
+    // Nothing before Initialize and after the end.
+    [[nodiscard]] Ref<Window> ShownWindow() const;
     // Null before Initialize and after the end.
     [[nodiscard]] QWidget* Frame() const { return m_pFrame ? m_pFrame->Widget() : nullptr; }
     [[nodiscard]] WindowBody* Body() const { return m_pBody; }

@@ -12,6 +12,10 @@
 
 class QMdiArea;
 
+namespace corvane {
+class Window;
+}
+
 namespace corvane::desktop {
 
 // A window with unsaved changes is to close.
@@ -22,6 +26,15 @@ struct LeaveQuestion {
     QWidget* pOver = nullptr;
 };
 enum class LeaveAnswer { Stay, Discard, Save };
+
+// What a person does to a window, for those who follow it.
+struct WindowStep {
+    enum class What { Command, Page, Close, Activate };
+    const Window& oWindow;
+    What eWhat;
+    int nWhich = 0;                        // the command, the page's index
+    std::function<bool()> fnHasEnded = {}; // the window
+};
 
 struct WindowHost {
     using GuardFunction = std::function<void(const std::function<void()>&)>;
@@ -40,6 +53,8 @@ struct WindowHost {
     std::function<LeaveAnswer(const LeaveQuestion&)> fnAskToLeave;
     // Opens a help topic. Without it no window offers help.
     std::function<void(Long)> fnHelp;
+    // Runs what a person does to a window. Without it that is just done.
+    std::function<void(const WindowStep&, const std::function<void()>& fnDo)> fnByPerson;
     // Runs instead of the event loop while a modal form is open and returns when fnGoesOn says no; fnEnd ends the form.
     std::function<void(const std::function<bool()>& fnGoesOn, const std::function<void()>& fnEnd)> fnModalLoop;
 };

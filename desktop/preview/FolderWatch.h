@@ -1,0 +1,43 @@
+// Follows the files of an application folder that say what it looks like: definitions, pictures, QRZ.INI, stand-ins and
+// which plug-ins there are. However many files change at once, and however an editor saves, it tells so once, when the
+// folder has come to rest.
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QMap>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+namespace corvane::desktop {
+
+class FolderWatch final : public QObject {
+    Q_OBJECT
+public:
+    // The folder may be missing; it is followed as soon as it is there.
+    explicit FolderWatch(const QString& sFolder, QObject* pParent = nullptr);
+
+    [[nodiscard]] bool FolderExists() const;
+    // Looks now instead of when the folder has come to rest; says Changed if something has changed.
+    void Look();
+
+Q_SIGNALS:
+    void Changed();
+
+private:
+    // What tells one state of the folder from another: of each file its time, size and number.
+    using Print = QMap<QString, QString>;
+
+    [[nodiscard]] Print Take() const;
+    void WatchAll();
+    void Stirred();
+
+    QString m_sFolder;
+    QFileSystemWatcher m_oWatcher;
+    QTimer m_oRest;   // runs since the last stir
+    QTimer m_oAtMost; // runs since the first one
+    QTimer m_oPoll;   // where the system can't watch
+    Print m_oTold;
+};
+
+} // namespace corvane::desktop
