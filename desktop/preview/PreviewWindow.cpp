@@ -103,6 +103,7 @@ void PreviewWindow::SetUpDocks() {
 void PreviewWindow::SetUpStatusBar() {
     for (QLabel* pLabel : {m_pState, m_pLastCall})
         pLabel->setTextFormat(Qt::PlainText);
+    m_pLastCall->setIndent(2 * fontMetrics().averageCharWidth());
     m_pState->setAccessibleName(tr("State of the preview"));
     m_pLastCall->setAccessibleName(tr("Latest call"));
     m_pLastCall->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
