@@ -122,6 +122,53 @@
     </message>
 </context>
 <context>
+    <name>CallList</name>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Provider</source>
+        <translation>Anbieter</translation>
+    </message>
+    <message>
+        <source>Procedure</source>
+        <translation>Prozedur</translation>
+    </message>
+    <message>
+        <source>Tag</source>
+        <translation>Kennzeichen</translation>
+    </message>
+    <message>
+        <source>Answered by</source>
+        <translation>Beantwortet von</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Aufrufe</translation>
+    </message>
+    <message>
+        <source>nobody</source>
+        <translation>niemandem</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>stand-in</source>
+        <translation>Platzhalter</translation>
+    </message>
+    <message>
+        <source>its own code</source>
+        <translation>eigenem Code</translation>
+    </message>
+</context>
+<context>
     <name>ClearButton</name>
     <message>
         <source>Clear</source>
@@ -914,6 +961,119 @@
     <message>
         <source>Not now: %1.</source>
         <translation>Jetzt nicht: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>Preview</name>
+    <message>
+        <source>The page of %1 comes here. This one stands in for it.</source>
+        <translation>Hierher kommt die Seite von %1. Diese steht für sie.</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewWindow</name>
+    <message>
+        <source>Problems</source>
+        <translation>Probleme</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Aufrufe</translation>
+    </message>
+    <message>
+        <source>There is nothing to show yet.
+
+As soon as the problems below are mended, the application appears here by itself.</source>
+        <translation>Noch gibt es nichts zu zeigen.
+
+Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.</translation>
+    </message>
+    <message>
+        <source>%1 — Preview</source>
+        <translation>%1 – Vorschau</translation>
+    </message>
+    <message>
+        <source>State of the preview</source>
+        <translation>Zustand der Vorschau</translation>
+    </message>
+    <message>
+        <source>Latest call</source>
+        <translation>Letzter Aufruf</translation>
+    </message>
+    <message>
+        <source>Show &amp;Anyway</source>
+        <translation>Trotzdem &amp;zeigen</translation>
+    </message>
+    <message>
+        <source>Shows the new definitions; the unsaved work is lost</source>
+        <translation>Zeigt die neuen Definitionen; was nicht gespeichert ist, geht verloren</translation>
+    </message>
+    <message>
+        <source>&amp;Open Window</source>
+        <translation>Fenster &amp;öffnen</translation>
+    </message>
+    <message>
+        <source>Opens a window of the definitions, for which there may be no code yet</source>
+        <translation>Öffnet ein Fenster der Definitionen, für das es vielleicht noch keinen Code gibt</translation>
+    </message>
+    <message>
+        <source>(no windows)</source>
+        <translation>(keine Fenster)</translation>
+    </message>
+    <message>
+        <source>The folder %1 isn&apos;t there, or has no folder “Services”.</source>
+        <translation>Der Ordner %1 fehlt oder hat keinen Ordner „Services“.</translation>
+    </message>
+    <message>
+        <source>As of %1</source>
+        <translation>Stand von %1</translation>
+    </message>
+    <message>
+        <source>The files can&apos;t be read</source>
+        <translation>Die Dateien können nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>%1; shown is the last good state, of %2</source>
+        <translation>%1; gezeigt wird der letzte gute Stand, von %2</translation>
+    </message>
+    <message>
+        <source>The definitions have changed, but there is unsaved work</source>
+        <translation>Die Definitionen haben sich geändert, aber es gibt nicht Gespeichertes</translation>
+    </message>
+    <message>
+        <source>The definitions have changed and are shown when what is open is closed</source>
+        <translation>Die Definitionen haben sich geändert und werden gezeigt, wenn geschlossen ist, was offen ist</translation>
+    </message>
+</context>
+<context>
+    <name>ProblemList</name>
+    <message>
+        <source>Place</source>
+        <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>What to do</source>
+        <translation>Was zu tun ist</translation>
+    </message>
+    <message>
+        <source>Rule</source>
+        <translation>Regel</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>Probleme</translation>
+    </message>
+    <message>
+        <source>Error in %1</source>
+        <translation>Fehler in %1</translation>
+    </message>
+    <message>
+        <source>Warning in %1</source>
+        <translation>Warnung in %1</translation>
     </message>
 </context>
 <context>

@@ -122,6 +122,53 @@
     </message>
 </context>
 <context>
+    <name>CallList</name>
+    <message>
+        <source>Time</source>
+        <translation>Heure</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Commande</translation>
+    </message>
+    <message>
+        <source>Provider</source>
+        <translation>Fournisseur</translation>
+    </message>
+    <message>
+        <source>Procedure</source>
+        <translation>Procédure</translation>
+    </message>
+    <message>
+        <source>Tag</source>
+        <translation>Étiquette</translation>
+    </message>
+    <message>
+        <source>Answered by</source>
+        <translation>Réponse de</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Appels</translation>
+    </message>
+    <message>
+        <source>nobody</source>
+        <translation>personne</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>aucune</translation>
+    </message>
+    <message>
+        <source>stand-in</source>
+        <translation>substitut</translation>
+    </message>
+    <message>
+        <source>its own code</source>
+        <translation>son propre code</translation>
+    </message>
+</context>
+<context>
     <name>ClearButton</name>
     <message>
         <source>Clear</source>
@@ -914,6 +961,119 @@
     <message>
         <source>Not now: %1.</source>
         <translation>Pas maintenant&#xa0;: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>Preview</name>
+    <message>
+        <source>The page of %1 comes here. This one stands in for it.</source>
+        <translation>La page de %1 viendra ici. Celle-ci la remplace.</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewWindow</name>
+    <message>
+        <source>Problems</source>
+        <translation>Problèmes</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Appels</translation>
+    </message>
+    <message>
+        <source>There is nothing to show yet.
+
+As soon as the problems below are mended, the application appears here by itself.</source>
+        <translation>Il n’y a encore rien à montrer.
+
+Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra ici d’elle-même.</translation>
+    </message>
+    <message>
+        <source>%1 — Preview</source>
+        <translation>%1 – Aperçu</translation>
+    </message>
+    <message>
+        <source>State of the preview</source>
+        <translation>État de l’aperçu</translation>
+    </message>
+    <message>
+        <source>Latest call</source>
+        <translation>Dernier appel</translation>
+    </message>
+    <message>
+        <source>Show &amp;Anyway</source>
+        <translation>Afficher &amp;quand même</translation>
+    </message>
+    <message>
+        <source>Shows the new definitions; the unsaved work is lost</source>
+        <translation>Affiche les nouvelles définitions&#xa0;; le travail non enregistré est perdu</translation>
+    </message>
+    <message>
+        <source>&amp;Open Window</source>
+        <translation>&amp;Ouvrir une fenêtre</translation>
+    </message>
+    <message>
+        <source>Opens a window of the definitions, for which there may be no code yet</source>
+        <translation>Ouvre une fenêtre des définitions, pour laquelle il n’y a peut-être pas encore de code</translation>
+    </message>
+    <message>
+        <source>(no windows)</source>
+        <translation>(aucune fenêtre)</translation>
+    </message>
+    <message>
+        <source>The folder %1 isn&apos;t there, or has no folder “Services”.</source>
+        <translation>Le dossier %1 n’existe pas ou ne contient pas de dossier «&#xa0;Services&#xa0;».</translation>
+    </message>
+    <message>
+        <source>As of %1</source>
+        <translation>État à %1</translation>
+    </message>
+    <message>
+        <source>The files can&apos;t be read</source>
+        <translation>Les fichiers ne peuvent pas être lus</translation>
+    </message>
+    <message>
+        <source>%1; shown is the last good state, of %2</source>
+        <translation>%1&#xa0;; le dernier état correct est affiché, celui de %2</translation>
+    </message>
+    <message>
+        <source>The definitions have changed, but there is unsaved work</source>
+        <translation>Les définitions ont changé, mais il reste du travail non enregistré</translation>
+    </message>
+    <message>
+        <source>The definitions have changed and are shown when what is open is closed</source>
+        <translation>Les définitions ont changé et seront affichées une fois fermé ce qui est ouvert</translation>
+    </message>
+</context>
+<context>
+    <name>ProblemList</name>
+    <message>
+        <source>Place</source>
+        <translation>Emplacement</translation>
+    </message>
+    <message>
+        <source>Problem</source>
+        <translation>Problème</translation>
+    </message>
+    <message>
+        <source>What to do</source>
+        <translation>Que faire</translation>
+    </message>
+    <message>
+        <source>Rule</source>
+        <translation>Règle</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>Problèmes</translation>
+    </message>
+    <message>
+        <source>Error in %1</source>
+        <translation>Erreur dans %1</translation>
+    </message>
+    <message>
+        <source>Warning in %1</source>
+        <translation>Avertissement dans %1</translation>
     </message>
 </context>
 <context>
