@@ -20,6 +20,19 @@ bool IsNamed(const xmlChar* sName, const std::string& sOther) {
     return *sHere == *sOther.c_str() && std::strcmp(sHere, sOther.c_str()) == 0; // mostly the first letter tells
 }
 
+// The place of the first that is it, from iFrom on and round; the size when there is none. What comes next in a file is
+// mostly what comes next in the list.
+template <class LIST, class IS>
+std::size_t FindFrom(const LIST& aList, std::size_t iFrom, IS fnIs) {
+    for (std::size_t n = 0; n < aList.size(); ++n, ++iFrom) {
+        if (iFrom >= aList.size())
+            iFrom = 0;
+        if (fnIs(aList[iFrom]))
+            return iFrom;
+    }
+    return aList.size();
+}
+
 // Ends the reading of a schema that isn't plain.
 struct NotPlain {};
 
@@ -157,20 +170,23 @@ bool PlainSchema::Accepts(const xmlDoc* pDocument) const {
 }
 
 bool PlainSchema::AcceptsElement(const xmlNode* pElement, const Type& oType) const {
-    for (const xmlAttr* p = pElement->properties; p; p = p->next) {
-        const auto IsThis = [&](const std::string& sName) { return IsNamed(p->name, sName); };
-        if (p->ns || std::none_of(oType.aAttributes.begin(), oType.aAttributes.end(), IsThis))
+    std::size_t iAttribute = 0;
+    for (const xmlAttr* p = pElement->properties; p; p = p->next, ++iAttribute) {
+        iAttribute =
+            FindFrom(oType.aAttributes, iAttribute, [&](const auto& sName) { return IsNamed(p->name, sName); });
+        if (p->ns || iAttribute == oType.aAttributes.size())
             return false;
     }
+    std::size_t iElement = 0;
     for (const xmlNode* p = pElement->children; p; p = p->next) {
         if (p->type != XML_ELEMENT_NODE) {
             if (p->type != XML_TEXT_NODE)
                 return false;
             continue;
         }
-        const auto it = std::find_if(oType.aElements.begin(), oType.aElements.end(),
-                                     [&](const auto& oElement) { return IsNamed(p->name, oElement.first); });
-        if (p->ns || it == oType.aElements.end() || !AcceptsElement(p, m_aTypes[it->second]))
+        iElement = FindFrom(oType.aElements, iElement, [&](const auto& o) { return IsNamed(p->name, o.first); });
+        if (p->ns || iElement == oType.aElements.size() ||
+            !AcceptsElement(p, m_aTypes[oType.aElements[iElement].second]))
             return false;
     }
     return true;

@@ -30,23 +30,15 @@ xmlNodePtr PlainTree::AddElement(xmlDocPtr pDocument, xmlNodePtr pParent, const 
     return pElement;
 }
 
-xmlAttrPtr PlainTree::AddAttribute(xmlNodePtr pElement, xmlAttrPtr pLast, const xmlChar* sName,
-                                   std::string_view sValue) {
-    xmlAttrPtr pAttribute = New<xmlAttr>();
-    pAttribute->type = XML_ATTRIBUTE_NODE;
-    pAttribute->name = sName;
-    pAttribute->doc = pElement->doc;
-    pAttribute->parent = pElement;
-    pAttribute->prev = pLast;
-    (pLast ? pLast->next : pElement->properties) = pAttribute;
-    SetValue(pAttribute, sValue);
-    return pAttribute;
-}
+namespace {
 
-void PlainTree::SetValue(xmlAttrPtr pAttribute, std::string_view sValue) {
-    // The value stands right behind its node.
-    void* pMemory = m_oMemory.allocate(sizeof(xmlNode) + sValue.size() + 1, alignof(xmlNode));
-    xmlNodePtr pText = new (pMemory) xmlNode{};
+// An attribute and its value, one behind the other; behind these two stand the value's letters.
+struct AttributeAndText {
+    xmlAttr oAttribute;
+    xmlNode oText;
+};
+
+void FillText(xmlNodePtr pText, xmlAttrPtr pAttribute, std::string_view sValue) {
     auto* sContent = reinterpret_cast<xmlChar*>(pText + 1);
     std::memcpy(sContent, sValue.data(), sValue.size());
     sContent[sValue.size()] = 0;
@@ -56,6 +48,26 @@ void PlainTree::SetValue(xmlAttrPtr pAttribute, std::string_view sValue) {
     pText->parent = reinterpret_cast<xmlNodePtr>(pAttribute);
     pText->content = sContent;
     pAttribute->children = pAttribute->last = pText;
+}
+
+} // namespace
+
+xmlAttrPtr PlainTree::AddAttribute(xmlNodePtr pElement, xmlAttrPtr pLast, const xmlChar* sName,
+                                   std::string_view sValue) {
+    auto* pBoth = New<AttributeAndText>(sValue.size() + 1);
+    xmlAttrPtr pAttribute = &pBoth->oAttribute;
+    pAttribute->type = XML_ATTRIBUTE_NODE;
+    pAttribute->name = sName;
+    pAttribute->doc = pElement->doc;
+    pAttribute->parent = pElement;
+    pAttribute->prev = pLast;
+    (pLast ? pLast->next : pElement->properties) = pAttribute;
+    FillText(&pBoth->oText, pAttribute, sValue);
+    return pAttribute;
+}
+
+void PlainTree::SetValue(xmlAttrPtr pAttribute, std::string_view sValue) {
+    FillText(New<xmlNode>(sValue.size() + 1), pAttribute, sValue);
 }
 
 void PlainTree::Tie(std::unique_ptr<PlainTree> pTree, xmlDocPtr pDocument, xmlNodePtr pRoot) {

@@ -42,9 +42,10 @@ public:
     static void Tie(std::unique_ptr<PlainTree> pTree, xmlDocPtr pDocument, xmlNodePtr pRoot);
 
 private:
+    // With room for so many bytes behind it.
     template <class T>
-    T* New() {
-        return new (m_oMemory.allocate(sizeof(T), alignof(T))) T{};
+    T* New(std::size_t nBehind = 0) {
+        return new (m_oMemory.allocate(sizeof(T) + nBehind, alignof(T))) T{};
     }
 
     std::shared_ptr<Memory> m_pMemory;

@@ -11,6 +11,7 @@
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
 #include "corvane/windows/IWindowFormFactory.h"
+#include "desktop/Application.h"
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
@@ -54,9 +55,27 @@ public:
     std::string_view TypeName() const override { return "BenchFactory"; }
 };
 
-class Application {
+void ExpectModels(const ActiveBar& oBar, const Size& oSize) {
+    const auto nMenus = static_cast<Long>(oSize.nServices) + 1;
+    Expect(oBar.Bands()->Item("Main")->Tools()->Count() >= nMenus, "a menu a file");
+    for (const int i : {0, oSize.nServices - 1}) {
+        const auto& oTools = oBar.Bands()->Item(MenuName(i))->Tools();
+        Expect(oTools->Count() == oSize.nActions, "an entry an action");
+        Expect(oBar.Tools()->Item(oTools->Item(Long{0})->Name())->Visible(), "visible entries");
+    }
+}
+
+void ExpectWindow(const desktop::MainWindow& oWindow, const Size& oSize) {
+    // The bar shows sixty titles and keeps the others in one more.
+    constexpr int nMostTitles = 61;
+    Expect(oWindow.menuBar()->actions().size() >= std::min(oSize.nServices + 1, nMostTitles),
+           "a menu a file in the window");
+}
+
+// The models and what a host of them must have.
+class Models {
 public:
-    explicit Application(const std::string& sFolder) : m_oPlatform(sFolder) {
+    explicit Models(const std::string& sFolder) : m_oPlatform(sFolder) {
         m_frmMain->AddMember("ActiveBar", m_oActiveBar);
         m_frmMain->SetCaption(m_oPlatform.sName);
     }
@@ -74,16 +93,6 @@ public:
         oFramework->Start();
     }
 
-    void ExpectModels(const Size& oSize) const {
-        const auto nMenus = static_cast<Long>(oSize.nServices) + 1;
-        Expect(m_oActiveBar->Bands()->Item("Main")->Tools()->Count() >= nMenus, "a menu a file");
-        for (const int i : {0, oSize.nServices - 1}) {
-            const auto& oTools = m_oActiveBar->Bands()->Item(MenuName(i))->Tools();
-            Expect(oTools->Count() == oSize.nActions, "an entry an action");
-            Expect(m_oActiveBar->Tools()->Item(oTools->Item(Long{0})->Name())->Visible(), "visible entries");
-        }
-    }
-
     [[nodiscard]] const ApplicationPlatform& Parts() const { return m_oPlatform; }
     [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
     [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
@@ -96,45 +105,75 @@ private:
     Ref<PanelForm> m_frmPanel = New<PanelForm>();
 };
 
+// As corvane-desktop makes it for a person, whose session and settings lie in the folders that the environment names.
+// Failures go to the error stream: a dialog would wait for ever.
+desktop::ApplicationOptions WholeApplication(const Job& oJob) {
+    desktop::ApplicationOptions oOptions;
+    oOptions.sFolder = oJob.sFolder;
+    oOptions.bWithDialogs = false;
+    for (int i = 0; i < oJob.oSize.nServices; ++i)
+        oOptions.aClasses.emplace_back(ServiceClass(i), [] { return New<BenchService>(); });
+    oOptions.bWatch = true;
+    oOptions.fnAskAfterDeath = &desktop::Blame::AskInBox;
+    return oOptions;
+}
+
 } // namespace
 
 void StartModels(const Job& oJob) {
-    Application oApplication(oJob.sFolder);
-    oApplication.MainForm()->AddMember("ctlCVProgress", New<NoProgress>());
-    oApplication.MainForm()->Load();
-    const Library oLibrary(oApplication.MakePlatform());
-    oApplication.Start();
-    oApplication.ExpectModels(oJob.oSize);
+    Models oModels(oJob.sFolder);
+    oModels.MainForm()->AddMember("ctlCVProgress", New<NoProgress>());
+    oModels.MainForm()->Load();
+    const Library oLibrary(oModels.MakePlatform());
+    oModels.Start();
+    ExpectModels(*oModels.Bar(), oJob.oSize);
     std::_Exit(0);
 }
 
 void ShowCorvaneWindow(const Job& oJob) {
     desktop::FailurePresenter oFailures(false);
-    Application oApplication(oJob.sFolder);
-    oApplication.Parts().oUtilities->SetShow([&](const ShownFailure& oShown) { oFailures.Show(oShown); });
+    Models oModels(oJob.sFolder);
+    oModels.Parts().oUtilities->SetShow([&](const ShownFailure& oShown) { oFailures.Show(oShown); });
     const auto oProgress = New<desktop::ProgressControl>();
-    oApplication.MainForm()->AddMember("CommonDialog", New<desktop::CommonDialog>(false));
-    oApplication.MainForm()->AddMember("ctlCVProgress", oProgress);
-    oApplication.MainForm()->Load();
-    Platform oPlatform = oApplication.MakePlatform();
+    oModels.MainForm()->AddMember("CommonDialog", New<desktop::CommonDialog>(false));
+    oModels.MainForm()->AddMember("ctlCVProgress", oProgress);
+    oModels.MainForm()->Load();
+    Platform oPlatform = oModels.MakePlatform();
     oPlatform.oScreen = New<desktop::QtScreen>();
     oPlatform.oTimers = New<desktop::QtTimers>([&](const std::function<void()>& fnAct) { oFailures.Guard(fnAct); });
     oPlatform.oMessageBox = New<desktop::QtMessageBox>(false);
     oPlatform.oFileSystem =
-        New<desktop::HostFileSystem>(oPlatform.oFileSystem, oApplication.Parts().oUtilities->GetAppFolder("Services"));
+        New<desktop::HostFileSystem>(oPlatform.oFileSystem, oModels.Parts().oUtilities->GetAppFolder("Services"));
     const Library oLibrary(oPlatform);
-    desktop::MainWindow oWindow(oApplication.MainForm(), oApplication.Bar(), oApplication.Panel(), oFailures);
+    desktop::MainWindow oWindow(oModels.MainForm(), oModels.Bar(), oModels.Panel(), oFailures);
     oWindow.Bars().SetProgressWidget(oProgress->Widget());
-    oApplication.Start();
+    PaintWatch oWatch(oWindow);
+    oModels.Start();
     oWindow.Flush();
-    ShowAndPaint(oWindow);
-    oApplication.ExpectModels(oJob.oSize);
-    // The bar shows sixty titles and keeps the others in one more.
-    constexpr int nMostTitles = 61;
-    Expect(oWindow.menuBar()->actions().size() >= std::min(oJob.oSize.nServices + 1, nMostTitles),
-           "a menu a file in the window");
+    oWindow.show();
+    oWatch.Await();
+    ExpectModels(*oModels.Bar(), oJob.oSize);
+    ExpectWindow(oWindow, oJob.oSize);
     Expect(oFailures.ShownCount() == 0, "no failures");
     std::_Exit(0);
+}
+
+void ShowWholeApplication(const Job& oJob) {
+    desktop::Application oApplication(WholeApplication(oJob));
+    PaintWatch oWatch(oApplication.Window());
+    Expect(oApplication.Start(), "a start");
+    oWatch.Await();
+    ExpectModels(*oApplication.Bar(), oJob.oSize);
+    ExpectWindow(oApplication.Window(), oJob.oSize);
+    Expect(oApplication.Failures().ShownCount() == 0, "no failures");
+    std::_Exit(0);
+}
+
+void KeepSession(const Job& oJob) {
+    desktop::Application oApplication(WholeApplication(oJob));
+    Expect(oApplication.Start(), "a start");
+    PaintWatch(oApplication.Window()).Await();
+    Expect(oApplication.Window().close(), "an end");
 }
 
 } // namespace corvane::bench

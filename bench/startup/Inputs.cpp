@@ -33,8 +33,9 @@ void Write(const fs::path& oFile, const std::string& sText) {
 std::string ServiceText(int iService, int nActions) {
     const std::string sService = std::to_string(iService);
     const std::string sMenu = MenuName(iService);
-    std::string sText = "<?xml version=\"1.0\"?>\n<Service Name=\"Service" + sService + "\" ProgID=\"BenchSvc.Service" +
-                        sService + "\" Active=\"true\">\n  <ActionItems>\n    <ActionItem Name=\"" + sMenu + "\"/>\n";
+    std::string sText = "<?xml version=\"1.0\"?>\n<Service Name=\"Service" + sService + "\" ProgID=\"" +
+                        ServiceClass(iService) + "\" Active=\"true\">\n  <ActionItems>\n    <ActionItem Name=\"" +
+                        sMenu + "\"/>\n";
     for (int i = 0; i < nActions; ++i)
         sText += "    <ActionItem Name=\"" + ActionName(iService, i) +
                  "\" Action=\"OnAction\" Description=\"Does what service " + sService + " does under number " +
@@ -50,6 +51,10 @@ std::string ServiceText(int iService, int nActions) {
 }
 
 } // namespace
+
+std::string ServiceClass(int iService) {
+    return "BenchSvc.Service" + std::to_string(iService);
+}
 
 std::string MenuName(int iService) {
     return "Menu" + std::to_string(iService);

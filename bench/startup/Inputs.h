@@ -17,6 +17,7 @@ struct Size {
     [[nodiscard]] std::string Text() const { return std::to_string(nServices) + "x" + std::to_string(nActions); }
 };
 
+[[nodiscard]] std::string ServiceClass(int iService);
 [[nodiscard]] std::string MenuName(int iService);
 [[nodiscard]] std::string ActionName(int iService, int iAction);
 

@@ -104,18 +104,6 @@ private:
     QString m_sChosen;
 };
 
-class PaintWatch final : public QObject {
-public:
-    bool eventFilter(QObject*, QEvent* pEvent) override {
-        m_bPainted = m_bPainted || pEvent->type() == QEvent::Paint;
-        return false;
-    }
-    [[nodiscard]] bool Painted() const { return m_bPainted; }
-
-private:
-    bool m_bPainted = false;
-};
-
 } // namespace
 
 void Expect(bool bTrue, const char* sWhat) {
@@ -123,15 +111,20 @@ void Expect(bool bTrue, const char* sWhat) {
         throw std::runtime_error(std::string("expected ") + sWhat);
 }
 
-void ShowAndPaint(QWidget& oWindow) {
-    PaintWatch oWatch;
-    oWindow.installEventFilter(&oWatch);
-    oWindow.show();
+PaintWatch::PaintWatch(QWidget& oWindow) {
+    oWindow.installEventFilter(this);
+}
+
+bool PaintWatch::eventFilter(QObject*, QEvent* pEvent) {
+    m_bPainted = m_bPainted || pEvent->type() == QEvent::Paint;
+    return false;
+}
+
+void PaintWatch::Await() const {
     constexpr int nMostTurns = 1000;
-    for (int i = 0; i < nMostTurns && !oWatch.Painted(); ++i)
+    for (int i = 0; i < nMostTurns && !m_bPainted; ++i)
         QApplication::processEvents();
-    Expect(oWatch.Painted(), "a painted window");
-    oWindow.removeEventFilter(&oWatch);
+    Expect(m_bPainted, "a painted window");
 }
 
 void StartNothing(const Job&) {}
@@ -144,7 +137,9 @@ void ParseAndValidate(const Job& oJob) {
 void ShowEmptyWindow(const Job&) {
     QMainWindow oWindow;
     oWindow.resize(1100, 720);
-    ShowAndPaint(oWindow);
+    const PaintWatch oWatch(oWindow);
+    oWindow.show();
+    oWatch.Await();
     std::_Exit(0);
 }
 
@@ -155,7 +150,9 @@ void ShowPlainWindow(const Job& oJob) {
     Expect(oMenus.Menus() == static_cast<std::size_t>(oJob.oSize.nServices) + 1, "a menu a file");
     Expect(oMenus.Entries() == oJob.oSize.Entries() + 1, "an entry an action");
     oWindow.resize(1100, 720);
-    ShowAndPaint(oWindow);
+    const PaintWatch oWatch(oWindow);
+    oWindow.show();
+    oWatch.Await();
     std::_Exit(0);
 }
 

@@ -4,6 +4,7 @@
 
 #include "bench/startup/Inputs.h"
 
+#include <QObject>
 #include <string>
 
 class QWidget;
@@ -24,10 +25,24 @@ void StartModels(const Job& oJob);
 void ShowEmptyWindow(const Job& oJob);
 void ShowPlainWindow(const Job& oJob);
 void ShowCorvaneWindow(const Job& oJob);
+void ShowWholeApplication(const Job& oJob);
+
+// Starts the whole application, ends it as a person does and leaves the session that the next start finds.
+void KeepSession(const Job& oJob);
 
 // Throws when the start didn't bring what the files say; a start that lacks something mustn't look fast.
 void Expect(bool bTrue, const char* sWhat);
-// Shows it and returns when it has painted itself.
-void ShowAndPaint(QWidget& oWindow);
+
+// Sees when a window paints itself for the first time.
+class PaintWatch final : public QObject {
+public:
+    explicit PaintWatch(QWidget& oWindow);
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    // Returns when it has.
+    void Await() const;
+
+private:
+    bool m_bPainted = false;
+};
 
 } // namespace corvane::bench
