@@ -15,7 +15,6 @@
 #include <QFile>
 #include <QMdiArea>
 #include <QPainter>
-#include <QStyle>
 #include <QUrl>
 #include <algorithm>
 #include <array>
@@ -83,9 +82,6 @@ void Application::SetUpWindowHost() {
     m_pWindowHost->frmMain = m_frmMain.Get();
     m_pWindowHost->pArea = &m_pWindow->Area();
     m_pWindowHost->pMainWindow = m_pWindow.get();
-    m_pWindowHost->oChildIcon = m_pWindow->windowIcon().isNull()
-                                    ? m_pWindow->style()->standardIcon(QStyle::SP_FileIcon, nullptr, m_pWindow.get())
-                                    : m_pWindow->windowIcon();
     m_pWindowHost->oMessages = m_oPlatform.oWindowMessages;
     m_pWindowHost->fnGuard = [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); };
     m_pWindowHost->fnAskToLeave = [this](const LeaveQuestion& oQuestion) { return AskToLeave(oQuestion); };

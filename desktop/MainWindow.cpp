@@ -99,7 +99,8 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
     setWindowTitle(QString::fromStdString(m_frmMain->Caption()));
     m_oMainChanged = m_frmMain->Changed.Subscribe([this](Form::Change eChange) { m_frmMain_Changed(eChange); });
     m_oBarChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
-        if (oChange.pBand && EqualText(oChange.pBand->Name(), sExplorerBand))
+        const bool bLook = oChange.eWhat == BarChange::What::BandLook || oChange.eWhat == BarChange::What::BandAdded;
+        if (bLook && EqualText(oChange.pBand->Name(), sExplorerBand))
             QMetaObject::invokeMethod(this, &MainWindow::ShowDock, Qt::QueuedConnection);
     });
     m_oMainQueryUnload =

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <set>
 #include <string_view>
 
 namespace corvane {
@@ -49,16 +50,25 @@ public:
 
     std::unique_ptr<PlainSchema> Read() {
         xmlNodePtr pRoot = xmlDocGetRootElement(m_pSchema);
-        Demand(Is(pRoot, "schema"));
-        ExpectOnly(pRoot, {"elementFormDefault", "attributeFormDefault", "version", "id"});
+        Demand(Is(pRoot, "schema") && !m_pSchema->intSubset);
+        ExpectOnly(pRoot, {"elementFormDefault", "attributeFormDefault", "version"});
+        for (const char* sName : {"elementFormDefault", "attributeFormDefault"}) {
+            const std::string sForm = Value(pRoot, sName);
+            Demand(sForm.empty() || sForm == "qualified" || sForm == "unqualified");
+        }
         // With a default namespace a type's name without a prefix would mean another type.
         Demand(!xmlSearchNs(m_pSchema, pRoot, nullptr));
         ForEachPart(pRoot, [&](xmlNodePtr pPart) {
-            if (Is(pPart, "complexType"))
-                ReadType(pPart, NamedType(Value(pPart, "name")));
-            else
+            if (Is(pPart, "complexType")) {
+                const std::size_t iType = NamedType(Value(pPart, "name"));
+                Demand(m_setRead.insert(iType).second);
+                ReadType(pPart, iType, {"name", "mixed"});
+            } else {
                 ReadElement(pPart, m_pPlain->m_oDocument);
+            }
         });
+        for (const auto& [sName, iType] : m_mapTypes)
+            Demand(m_setRead.contains(iType));
         return std::move(m_pPlain);
     }
 
@@ -79,9 +89,17 @@ private:
     }
     template <class F>
     static void ForEachPart(const xmlNode* pParent, F fnAct) {
-        for (xmlNodePtr p = pParent->children; p; p = p->next)
-            if (p->type == XML_ELEMENT_NODE && !Is(p, "annotation"))
+        for (xmlNodePtr p = pParent->children; p; p = p->next) {
+            if (p->type == XML_ELEMENT_NODE)
                 fnAct(p);
+            else
+                Demand(p->type == XML_COMMENT_NODE || xmlIsBlankNode(p));
+        }
+    }
+    static std::string NameOf(const xmlNode* pNode) {
+        const std::string sName = Value(pNode, "name");
+        Demand(xmlValidateNCName(reinterpret_cast<const xmlChar*>(sName.c_str()), 0) == 0);
+        return sName;
     }
 
     std::size_t NewType() {
@@ -89,7 +107,7 @@ private:
         return m_pPlain->m_aTypes.size() - 1;
     }
     std::size_t NamedType(const std::string& sName) {
-        Demand(!sName.empty() && sName.find(':') == std::string::npos);
+        Demand(xmlValidateNCName(reinterpret_cast<const xmlChar*>(sName.c_str()), 0) == 0);
         const auto [it, bNew] = m_mapTypes.try_emplace(sName, 0);
         if (bNew)
             it->second = NewType();
@@ -99,7 +117,7 @@ private:
     void ReadElement(xmlNodePtr pElement, Type& oParent) {
         Demand(Is(pElement, "element"));
         ExpectOnly(pElement, {"name", "type"});
-        const std::string sName = Value(pElement, "name");
+        const std::string sName = NameOf(pElement);
         const std::string sType = Value(pElement, "type");
         for (const auto& [sOther, iType] : oParent.aElements)
             Demand(sOther != sName);
@@ -109,18 +127,19 @@ private:
         ForEachPart(pElement, [&](xmlNodePtr pPart) {
             Demand(!bHasType && Is(pPart, "complexType"));
             bHasType = true;
-            ReadType(pPart, iType);
+            ReadType(pPart, iType, {"mixed"});
         });
         Demand(bHasType);
     }
 
-    void ReadType(xmlNodePtr pType, std::size_t iType) {
-        ExpectOnly(pType, {"name", "mixed"});
+    void ReadType(xmlNodePtr pType, std::size_t iType, std::initializer_list<std::string_view> aNames) {
+        ExpectOnly(pType, aNames);
         const std::string sMixed = Value(pType, "mixed");
         Demand(sMixed == "true" || sMixed == "1");
         Type oType; // the types may move meanwhile
+        bool bFirst = true;
         ForEachPart(pType, [&](xmlNodePtr pPart) {
-            if (Is(pPart, "choice"))
+            if (std::exchange(bFirst, false) && Is(pPart, "choice"))
                 ReadChoice(pPart, oType);
             else
                 ReadAttribute(pPart, oType);
@@ -144,12 +163,16 @@ private:
         const xmlNs* pNamespace =
             xmlSearchNs(m_pSchema, pAttribute, reinterpret_cast<const xmlChar*>(sType.substr(0, iColon).c_str()));
         Demand(pNamespace && View(pNamespace->href) == sXmlSchemaNamespace);
-        oType.aAttributes.push_back(Value(pAttribute, "name"));
+        const std::string sName = NameOf(pAttribute);
+        Demand(sName != "xmlns" &&
+               std::find(oType.aAttributes.begin(), oType.aAttributes.end(), sName) == oType.aAttributes.end());
+        oType.aAttributes.push_back(sName);
     }
 
     xmlDocPtr m_pSchema;
     std::unique_ptr<PlainSchema> m_pPlain = std::make_unique<PlainSchema>();
     std::map<std::string, std::size_t> m_mapTypes;
+    std::set<std::size_t> m_setRead; // of those with a name
 };
 
 std::unique_ptr<PlainSchema> PlainSchema::Of(xmlDocPtr pSchema) {

@@ -12,11 +12,12 @@
 namespace corvane {
 
 // Most files are valid, and of such a schema that is seen in a fraction of the time that libxml2's validation takes.
-// It finds no faults: of a document that it doesn't accept, libxml2 must say whether it is valid and why not.
+// It finds no faults: of a document that it doesn't accept, libxml2 must say whether it is valid and why not. Until
+// then libxml2 needn't make anything of the schema either, which takes it longer than the reading of small files.
 class PlainSchema {
 public:
-    // Nothing for a schema that says anything else. All elements must be mixed and hold one repeated optional choice of
-    // elements at most; all attributes must be optional texts. The schema is one that libxml2 has read without errors.
+    // Nothing for a schema that says anything else or that isn't valid for certain. All elements must be mixed and hold
+    // one repeated optional choice of elements at most; all attributes must be optional texts.
     [[nodiscard]] static std::unique_ptr<PlainSchema> Of(xmlDocPtr pSchema);
 
     // Whether the document is valid for certain.

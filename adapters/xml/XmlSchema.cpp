@@ -101,24 +101,30 @@ void XmlSchemaCache::Add(std::string_view sNamespace, std::string_view sFile) {
     const std::string_view sLanguage = RootNamespace(oDocument.get());
     XmlError oError;
     Schema oSchema;
+    oSchema.oDocument.reset(oDocument.release());
     if (sLanguage == sXmlSchemaNamespace) {
-        const Owned<xmlSchemaParserCtxt> oParser(xmlSchemaNewDocParserCtxt(oDocument.get()));
-        xmlSchemaSetParserStructuredErrors(oParser.get(), &KeepFirst, &oError);
-        oSchema.oXmlSchema.reset(xmlSchemaParse(oParser.get()));
+        oSchema.oPlain = PlainSchema::Of(oSchema.oDocument.get());
+        if (!oSchema.oPlain)
+            oError = Make(oSchema);
     } else if (sLanguage == sRelaxNGNamespace) {
-        const Owned<xmlRelaxNGParserCtxt> oParser(xmlRelaxNGNewDocParserCtxt(oDocument.get()));
+        const Owned<xmlRelaxNGParserCtxt> oParser(xmlRelaxNGNewDocParserCtxt(oSchema.oDocument.get()));
         xmlRelaxNGSetParserStructuredErrors(oParser.get(), &KeepFirst, &oError);
         oSchema.oRelaxNG.reset(xmlRelaxNGParse(oParser.get()));
     } else {
         FailSchema(sFile, "line 1: its root element is neither of W3C XML Schema nor of RELAX NG; its namespace is \"" +
                               std::string(sLanguage) + "\"");
     }
-    if (!oSchema.oXmlSchema && !oSchema.oRelaxNG)
+    if (!oSchema.oXmlSchema && !oSchema.oRelaxNG && !oSchema.oPlain)
         FailSchema(sFile, oError.sReason.empty() ? "it is no valid schema" : oError.sReason);
-    if (oSchema.oXmlSchema)
-        oSchema.oPlain = PlainSchema::Of(oDocument.get());
-    oSchema.oDocument.reset(oDocument.release());
     m_mapSchemas.insert_or_assign(std::string(sNamespace), std::move(oSchema));
+}
+
+XmlError XmlSchemaCache::Make(Schema& oSchema) {
+    XmlError oError;
+    const Owned<xmlSchemaParserCtxt> oParser(xmlSchemaNewDocParserCtxt(oSchema.oDocument.get()));
+    xmlSchemaSetParserStructuredErrors(oParser.get(), &KeepFirst, &oError);
+    oSchema.oXmlSchema.reset(xmlSchemaParse(oParser.get()));
+    return oError;
 }
 
 XmlError XmlSchemaCache::Validate(xmlDocPtr pDocument) const {
@@ -161,6 +167,11 @@ void XmlSchemaCache::Run(xmlDocPtr pDocument, xmlStructuredErrorFunc fnNote, voi
         return Tell(XML_SCHEMAV_CVC_ELT_1,
                     "there is no schema for the root element's namespace \"" + std::string(sNamespace) + "\"");
     int nResult = 0;
+    if (!it->second.oRelaxNG && !it->second.oXmlSchema) {
+        const XmlError oError = Make(it->second);
+        if (!it->second.oXmlSchema)
+            return Tell(XML_SCHEMAV_INTERNAL, "the schema can't be used: " + oError.sReason);
+    }
     if (it->second.oXmlSchema) {
         const Owned<xmlSchemaValidCtxt> oContext(xmlSchemaNewValidCtxt(it->second.oXmlSchema.get()));
         xmlSchemaSetValidStructuredErrors(oContext.get(), +Note, &oCall);

@@ -31,14 +31,16 @@ private:
     // One of the two languages. The schema points into its own document.
     struct Schema {
         std::unique_ptr<xmlDoc, FreeSchema> oDocument;
-        std::unique_ptr<xmlSchema, FreeSchema> oXmlSchema;
+        std::unique_ptr<xmlSchema, FreeSchema> oXmlSchema; // made when it is needed beside oPlain
         std::unique_ptr<xmlRelaxNG, FreeSchema> oRelaxNG;
         std::unique_ptr<PlainSchema> oPlain; // of an XML Schema that is simple enough
     };
 
     void Run(xmlDocPtr pDocument, xmlStructuredErrorFunc fnNote, void* pData) const;
+    // What is wrong with it otherwise.
+    static XmlError Make(Schema& oSchema);
 
-    std::map<std::string, Schema, std::less<>> m_mapSchemas;
+    mutable std::map<std::string, Schema, std::less<>> m_mapSchemas;
 };
 
 } // namespace corvane

@@ -47,18 +47,18 @@ void Ignore(void* /*pData*/, xmlErrorPtr /*pError*/) {}
 
 } // namespace
 
-XmlXPath::XmlXPath() : m_pContext(xmlXPathNewContext(nullptr)) {
-    if (!m_pContext)
-        throw std::bad_alloc();
-    m_pContext->error = &Ignore;
-    xmlXPathContextSetCache(m_pContext, 1, -1, 0);
-}
-
 XmlXPath::~XmlXPath() {
     xmlXPathFreeContext(m_pContext);
 }
 
 xmlXPathCompExprPtr XmlXPath::Compiled(std::string_view sXPath) {
+    if (!m_pContext) {
+        m_pContext = xmlXPathNewContext(nullptr);
+        if (!m_pContext)
+            throw std::bad_alloc();
+        m_pContext->error = &Ignore;
+        xmlXPathContextSetCache(m_pContext, 1, -1, 0);
+    }
     auto it = m_mapExpressions.find(sXPath);
     if (it == m_mapExpressions.end()) {
         constexpr std::size_t nMost = 1000; // expressions with a name in them would pile up without end

@@ -15,7 +15,7 @@ namespace corvane {
 
 class XmlXPath {
 public:
-    XmlXPath();
+    XmlXPath() = default;
     ~XmlXPath();
     XmlXPath(const XmlXPath&) = delete;
     XmlXPath& operator=(const XmlXPath&) = delete;
@@ -36,7 +36,7 @@ private:
 
     xmlXPathCompExprPtr Compiled(std::string_view sXPath);
 
-    xmlXPathContextPtr m_pContext;
+    xmlXPathContextPtr m_pContext = nullptr; // made for the first expression that is more than a path of names
     std::unordered_map<std::string, Expression, Hash, std::equal_to<>> m_mapExpressions;
 };
 

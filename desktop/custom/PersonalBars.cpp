@@ -69,10 +69,6 @@ void DropIdleSeparators(std::vector<Ref<Tool>>& aInstances) {
 PersonalBars::PersonalBars(StateFile oFile, Ref<ActiveBar> oActiveBar, std::function<void()> fnChanged)
     : m_oFile(std::move(oFile)), m_oActiveBar(std::move(oActiveBar)), m_fnChanged(std::move(fnChanged)) {
     Read();
-    m_oBarChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
-        if (oChange.eWhat == BarChange::What::BandTools || oChange.eWhat == BarChange::What::BandAdded)
-            m_bSettled = false;
-    });
 }
 
 PersonalBars::~PersonalBars() = default;
@@ -150,6 +146,11 @@ const Tool* PersonalBars::Find(const EntryName& oEntry) const {
 void PersonalBars::Settle() const {
     if (m_bSettled)
         return;
+    if (!m_oBarChanged)
+        m_oBarChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
+            if (oChange.eWhat == BarChange::What::BandTools || oChange.eWhat == BarChange::What::BandAdded)
+                m_bSettled = false;
+        });
     m_bSettled = true;
     m_mapKeys.clear();
     m_aSettled.clear();

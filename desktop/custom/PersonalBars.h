@@ -88,7 +88,6 @@ private:
     std::function<void()> m_fnChanged;
     std::vector<KeyChange> m_aKeys;
     std::vector<PlaceChange> m_aPlaces;
-    Subscription m_oBarChanged;
 
     // What the changes come to among the tools that are there; found again when tools have been added.
     struct SettledPlace {
@@ -97,6 +96,7 @@ private:
         bool bMovedByFiles; // it stands under another key now
     };
     mutable bool m_bSettled = false;
+    mutable std::optional<Subscription> m_oBarChanged; // from the first time on: a start adds very many tools
     mutable std::unordered_map<const Tool*, const KeyChange*> m_mapKeys;
     mutable std::vector<SettledPlace> m_aSettled;
     mutable std::unordered_map<std::string, std::unordered_map<const Tool*, Ref<Tool>>> m_mapAdded;

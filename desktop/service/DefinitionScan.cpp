@@ -13,7 +13,6 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::string_view sSpace = " \t\r\n";
 constexpr int nLastOrder = 2146; // beyond it, entries at 9,000 and more have no rank
 
 // The standard titles in their order on a menu bar. A title that isn't among them belongs between the two halves.
@@ -28,25 +27,33 @@ bool IsTrue(std::string_view sValue) {
     }
 }
 
-// Reads the attributes up to the tag's end and returns the place behind it; npos when there is none.
+bool IsSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+// Reads the attributes up to the tag's end and returns the place behind it; npos when there is none. All definition
+// files of an application go through here before its window can show itself.
 std::size_t ReadAttributes(std::string_view sText, std::size_t i, DefinitionTag& oTag) {
     while (true) {
-        i = sText.find_first_not_of(sSpace, i);
-        if (i == std::string_view::npos)
-            return i;
+        while (i < sText.size() && (IsSpace(sText[i]) || sText[i] == '/' || sText[i] == '?'))
+            ++i;
+        if (i >= sText.size())
+            return std::string_view::npos;
         if (sText[i] == '>')
             return i + 1;
-        if (sText[i] == '/' || sText[i] == '?') {
+        const std::size_t iName = i;
+        while (i < sText.size() && !IsSpace(sText[i]) && sText[i] != '=')
             ++i;
-            continue;
-        }
-        const std::size_t iEqual = sText.find('=', i);
-        const std::size_t iQuote = iEqual == std::string_view::npos ? iEqual : sText.find_first_of("\"'", iEqual);
-        const std::size_t iClose = iQuote == std::string_view::npos ? iQuote : sText.find(sText[iQuote], iQuote + 1);
+        const std::string_view sName = sText.substr(iName, i - iName);
+        i = sText.find('=', i);
+        while (i < sText.size() && sText[i] != '"' && sText[i] != '\'')
+            ++i;
+        if (i >= sText.size())
+            return std::string_view::npos;
+        const std::size_t iClose = sText.find(sText[i], i + 1);
         if (iClose == std::string_view::npos)
             return iClose;
-        const std::size_t iNameEnd = sText.find_first_of(" \t\r\n=", i);
-        oTag.aAttributes.emplace_back(sText.substr(i, iNameEnd - i), sText.substr(iQuote + 1, iClose - iQuote - 1));
+        oTag.aAttributes.emplace_back(sName, sText.substr(i + 1, iClose - i - 1));
         i = iClose + 1;
     }
 }
@@ -108,16 +115,20 @@ void ForEachTag(std::string_view sText, std::initializer_list<std::string_view> 
     DefinitionTag oTag;
     std::size_t i = 0;
     while (i != std::string_view::npos && (i = sText.find('<', i)) != std::string_view::npos) {
-        if (sText.substr(i).starts_with("<!--")) {
-            i = Behind(sText, "-->", i + 4);
-            continue;
-        }
-        if (sText.substr(i).starts_with("<![CDATA[")) {
-            i = Behind(sText, "]]>", i);
-            continue;
+        if (sText.compare(i, 2, "<!") == 0) {
+            if (sText.substr(i).starts_with("<!--")) {
+                i = Behind(sText, "-->", i + 4);
+                continue;
+            }
+            if (sText.substr(i).starts_with("<![CDATA[")) {
+                i = Behind(sText, "]]>", i);
+                continue;
+            }
         }
         oTag.iBegin = i++;
-        const std::size_t iNameEnd = std::min(sText.find_first_of(" \t\r\n/>", i), sText.size());
+        std::size_t iNameEnd = i;
+        while (iNameEnd < sText.size() && !IsSpace(sText[iNameEnd]) && sText[iNameEnd] != '/' && sText[iNameEnd] != '>')
+            ++iNameEnd;
         oTag.sElement = sText.substr(i, iNameEnd - i);
         // No value holds a "<", so the next one begins the next tag.
         if (std::find(aElements.begin(), aElements.end(), oTag.sElement) == aElements.end())

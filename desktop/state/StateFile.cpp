@@ -18,11 +18,15 @@ void StateFile::Note(const QString& sWhat) {
 // writes now.
 void StateFile::RemoveLeftOvers() const {
     const QFileInfo oInfo(m_sPath);
-    const QDateTime oOld = QDateTime::currentDateTime().addSecs(-3600);
-    for (const QFileInfo& oLeft :
-         oInfo.dir().entryInfoList({oInfo.fileName() + ".??????"}, QDir::Files | QDir::NoSymLinks))
-        if (oLeft.suffix() != "broken" && oLeft.lastModified() < oOld)
+    const QString sBegin = oInfo.fileName() + '.';
+    // Without a filter of names, which would be made a regular expression at each start.
+    for (const QString& sName : oInfo.dir().entryList(QDir::Files | QDir::NoSymLinks, QDir::Unsorted)) {
+        if (!sName.startsWith(sBegin) || sName.size() != sBegin.size() + 6 || sName.endsWith(".broken"))
+            continue;
+        const QFileInfo oLeft(oInfo.dir(), sName);
+        if (oLeft.lastModified() < QDateTime::currentDateTime().addSecs(-3600))
             QFile::remove(oLeft.filePath());
+    }
 }
 
 QJsonObject StateFile::Read() {

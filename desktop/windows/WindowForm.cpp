@@ -125,7 +125,7 @@ void WindowForm::MakeFrame(bool bIsApplyCommandShown) {
                                },
                                [this] { FrameMoved(); }});
     if (MDIChild())
-        m_pFrame->SetIcon(m_pHost->oChildIcon);
+        m_pFrame->SetIcon(m_pHost->ChildIcon());
     QObject::connect(m_pBody, &WindowBody::PageChosen,
                      [this](int iPage) { ByPerson(WindowStep::What::Page, iPage, [&] { BringToFront(iPage); }); });
     QObject::connect(m_pBody, &WindowBody::AllPagesWanted, [this] {

@@ -45,7 +45,8 @@ struct WindowHost {
     MdiForm* frmMain = nullptr; // outlives every form
     QPointer<QMdiArea> pArea;
     QPointer<QWidget> pMainWindow;
-    QIcon oChildIcon; // of the main window's children; one for all, as loading it takes longer than the rest
+    // Of the main window's children; one for all, as loading it takes longer than the rest.
+    [[nodiscard]] const QIcon& ChildIcon() const;
     Ref<WindowMessages> oMessages;
     // Runs what enters the library; a failure that leaves it is shown.
     GuardFunction fnGuard;
@@ -57,6 +58,9 @@ struct WindowHost {
     std::function<void(const WindowStep&, const std::function<void()>& fnDo)> fnByPerson;
     // Runs instead of the event loop while a modal form is open and returns when fnGoesOn says no; fnEnd ends the form.
     std::function<void(const std::function<bool()>& fnGoesOn, const std::function<void()>& fnEnd)> fnModalLoop;
+
+private:
+    mutable QIcon m_oChildIcon; // null until it is needed
 };
 
 } // namespace corvane::desktop

@@ -157,6 +157,37 @@ TEST(Schemas, OneThatCannotBeUsedSaysWhere) {
               "53: The schema file \"" + oFolder.Path() + "/none.xdr\" can't be used: there is no such file");
 }
 
+// libxml2 needn't see a simple schema before a document calls for it, so everything that it would mind must be seen.
+TEST(Schemas, ASimpleOneWithAMistakeCannotBeUsedEither) {
+    test::TemporaryFolder oFolder;
+    const std::string aParts[] = {
+        "<s:complexType name='t' mixed='1'/><s:complexType name='t' mixed='1'/>",
+        "<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:attribute name='a' "
+        "type='s:string'/></s:complexType>",
+        "<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:choice minOccurs='0' "
+        "maxOccurs='unbounded'/></s:complexType>",
+        "<s:complexType name='t' mixed='1'>text</s:complexType>",
+        "<s:complexType name='t' mixed='1'><s:attribute name='a b' type='s:string'/></s:complexType>",
+        "<s:complexType name='t' mixed='1'><s:attribute name='xmlns' type='s:string'/></s:complexType>",
+        "<s:complexType name='1' mixed='1'/>",
+        "<s:complexType mixed='1'/>",
+        "<s:element name='e'><s:complexType name='t' mixed='1'/></s:element>",
+        "<s:element name='e' type='t'/>",
+        "<s:element name='e f' type='t'/><s:complexType name='t' mixed='1'/>",
+        "<s:element name='e' type='t'/><s:element name='e' type='t'/><s:complexType name='t' mixed='1'/>",
+        "<s:annotation><s:element name='e'/></s:annotation>",
+    };
+    const auto fnExpectRefused = [&](const std::string& sRoot, const std::string& sParts) {
+        const std::string sFile = oFolder.Write("bad.xdr", "<s:schema xmlns:s='http://www.w3.org/2001/XMLSchema' " +
+                                                               sRoot + ">" + sParts + "</s:schema>");
+        const std::string sFailure = FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", sFile); });
+        EXPECT_NE(sFailure.find("can't be used: line 1: "), std::string::npos) << sRoot << sParts;
+    };
+    for (const std::string& sParts : aParts)
+        fnExpectRefused("", sParts);
+    fnExpectRefused("elementFormDefault='?'", "");
+}
+
 TEST(Schemas, AreUsedForManyDocumentsAndSeeChangesOfTheTree) {
     const auto oService = New<XmlService>();
     const auto oCache = oService->NewSchemaCache();
