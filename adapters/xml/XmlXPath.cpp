@@ -27,7 +27,8 @@ bool IsPathOfNames(std::string_view sXPath) {
     return bName;
 }
 
-void AddChildren(const xmlNode* pParent, std::string_view sPath, std::vector<xmlNodePtr>& aNodes) {
+template <class SEE>
+void ForEachBelow(const xmlNode* pParent, std::string_view sPath, const SEE& fnSee) {
     const std::size_t nName = std::min(sPath.find('/'), sPath.size());
     const std::string_view sBelow = sPath.substr(std::min(nName + 1, sPath.size()));
     for (xmlNodePtr pChild = pParent->children; pChild; pChild = pChild->next) {
@@ -36,10 +37,19 @@ void AddChildren(const xmlNode* pParent, std::string_view sPath, std::vector<xml
             sName[nName])
             continue;
         if (sBelow.empty())
-            aNodes.push_back(pChild);
+            fnSee(pChild);
         else
-            AddChildren(pChild, sBelow, aNodes);
+            ForEachBelow(pChild, sBelow, fnSee);
     }
+}
+
+std::vector<xmlNodePtr> AllBelow(const xmlNode* pParent, std::string_view sPath) {
+    std::size_t nNodes = 0;
+    ForEachBelow(pParent, sPath, [&](xmlNodePtr) { ++nNodes; });
+    std::vector<xmlNodePtr> aNodes;
+    aNodes.reserve(nNodes);
+    ForEachBelow(pParent, sPath, [&](xmlNodePtr pNode) { aNodes.push_back(pNode); });
+    return aNodes;
 }
 
 // libxml2 would write to the error stream otherwise; what it returns says enough.
@@ -75,11 +85,8 @@ xmlXPathCompExprPtr XmlXPath::Compiled(std::string_view sXPath) {
 
 std::vector<xmlNodePtr> XmlXPath::Select(xmlDocPtr pDocument, xmlNodePtr pFrom, std::string_view sXPath) {
     const std::string_view sPath = sXPath.starts_with("./") ? sXPath.substr(2) : sXPath;
-    if (IsPathOfNames(sPath) && (pFrom->type == XML_ELEMENT_NODE || pFrom->type == XML_DOCUMENT_NODE)) {
-        std::vector<xmlNodePtr> aNodes;
-        AddChildren(pFrom, sPath, aNodes);
-        return aNodes;
-    }
+    if (IsPathOfNames(sPath) && (pFrom->type == XML_ELEMENT_NODE || pFrom->type == XML_DOCUMENT_NODE))
+        return AllBelow(pFrom, sPath);
     xmlXPathCompExprPtr pExpression = Compiled(sXPath);
     m_pContext->doc = pDocument;
     m_pContext->node = pFrom;

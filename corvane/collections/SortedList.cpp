@@ -3,6 +3,7 @@
 #include "corvane/base/Text.h"
 #include "corvane/platform/Handlers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -226,6 +227,8 @@ void SortedList::QuickSort(Long& lLo, Long& lHi) try {
     if (lLo == 0) {
         lHi = m_lHighest;
         lLo = 1;
+        if (lHi - lLo >= SmallRange && SortDifferentNumbers())
+            return;
     }
     if (lHi - lLo < SmallRange) {
         SelectionSort(lLo, lHi);
@@ -238,6 +241,41 @@ void SortedList::QuickSort(Long& lLo, Long& lHi) try {
     QuickSort(lAbove, lHi);
 } catch (...) {
     Reraise("SortedList", "QuickSort");
+}
+
+// Of whole numbers that all differ there is only one order, and no comparison fails: then numbers and places are
+// sorted, and each slot moves once. Otherwise nothing happens.
+bool SortedList::SortDifferentNumbers() {
+    if (m_eSortMode != SortNumeric)
+        return false;
+    std::vector<std::pair<Double, Long>> aOrder;
+    aOrder.reserve(static_cast<std::size_t>(m_lHighest));
+    for (Long lSlot = 1; lSlot <= m_lHighest; ++lSlot) {
+        if (!Slot(lSlot).IsKeyWhole())
+            return false;
+        aOrder.emplace_back(Slot(lSlot).KeyNumber(), lSlot);
+    }
+    std::sort(aOrder.begin(), aOrder.end());
+    const auto IsSame = [](const auto& oLeft, const auto& oRight) { return oLeft.first == oRight.first; };
+    if (std::adjacent_find(aOrder.begin(), aOrder.end(), IsSame) != aOrder.end())
+        return false;
+    // Around each cycle of places.
+    for (Long lFirst = 1; lFirst <= m_lHighest; ++lFirst) {
+        const auto From = [&](Long lSlot) -> Long& { return aOrder[static_cast<std::size_t>(lSlot) - 1].second; };
+        if (From(lFirst) == lFirst)
+            continue;
+        SortedListItem oHeld = std::move(Slot(lFirst));
+        Long lHole = lFirst;
+        for (Long lFrom = From(lHole); lFrom != lFirst; lFrom = From(lHole)) {
+            Slot(lHole) = std::move(Slot(lFrom));
+            From(lHole) = lHole;
+            lHole = lFrom;
+        }
+        Slot(lHole) = std::move(oHeld);
+        From(lHole) = lHole;
+    }
+    m_bNeedsSort = false;
+    return true;
 }
 
 // Parts the range around a random pivot and returns where it has come to stand.

@@ -35,6 +35,7 @@ public:
     // What the key reads as, kept from the first time on. Fails with 13 for no number, with 6 for one too large.
     [[nodiscard]] Double KeyNumber() const;
     [[nodiscard]] bool IsKeyNumeric() const;
+    [[nodiscard]] bool IsKeyWhole() const { return m_eKeyState == KeyState::Whole; }
     [[nodiscard]] static int CompareTexts(const SortedListItem& oLeft, const SortedListItem& oRight);
 
     [[nodiscard]] Variant Value() const;
@@ -86,6 +87,7 @@ private:
     // 0 as the lower bound stands for the whole working range, and is then written.
     void QuickSort(Long& lLo, Long& lHi);
     void SelectionSort(Long lLo, Long lHi);
+    [[nodiscard]] bool SortDifferentNumbers();
     void Allocate();
     void Defrag();
     // The slot of a live item with the key, or 0.

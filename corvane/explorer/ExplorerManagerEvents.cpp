@@ -113,11 +113,11 @@ void ExplorerManager::m_tvwActiveTreeView_MouseUp(Long lButton, Long lShift) try
 }
 
 void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel) try {
-    const Entering oEntering(ActiveExplorerItemObject());
     if (!ActiveExplorerItem()->ExplorerItemDef()->CanRename()) {
         bCancel = true;
         return;
     }
+    const Entering oEntering(ActiveExplorerItemObject());
     m_tvwActiveTreeView->SelectedItem()->SetText(ActiveExplorerItem()->EditName());
     m_tvwActiveTreeView->Refresh();
 } catch (...) {
@@ -125,8 +125,8 @@ void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel) try {
 }
 
 void ExplorerManager::m_tvwActiveTreeView_AfterLabelEdit(bool& bCancel, std::string& sNewString) try {
-    const Entering oEntering(ActiveExplorerItemObject());
     const Ref<IExplorerItem> oItem = ActiveExplorerItem();
+    const Entering oEntering(ActiveExplorerItemObject());
     if (EqualText(oItem->Name(), sNewString))
         return;
     const std::string sOldName = oItem->Name();

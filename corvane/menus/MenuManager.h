@@ -104,8 +104,8 @@ private:
     void FileDefinitions();
     void AddServiceProviders();
     Ref<Tool> AddTool(const std::string& sName);
-    [[nodiscard]] Ref<Tool> ToolOf(const MenuItemDef& oMenuItemDef) const;
-    Ref<Tool> NewMenuTool(const MenuItemDef& oMenuItemDef);
+    [[nodiscard]] Ref<Tool> ToolOf(const MenuItemDef& oMenuItemDef, const std::string& sKey) const;
+    Ref<Tool> NewMenuTool(const MenuItemDef& oMenuItemDef, const std::string& sKey);
     [[nodiscard]] static Ref<ActionItem> NewActionItem(const Ref<Object>& oActionsProviderObj,
                                                        const Ref<ActionItemDef>& oActionItemDef);
     void SetShortCut(Tool& oTool, const std::string& sShortCutKey) const;

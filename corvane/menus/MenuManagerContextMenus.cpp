@@ -79,7 +79,7 @@ void MenuManager::PlaceContextEntry(const Ref<Band>& oBand, const MenuItemDef& o
 
 void MenuManager::AddContextMenuItem(const Ref<Band>& oBand, const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
-    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef, oMenuItemDef->Key());
     if (!oTool)
         oTool = ContextTool(oBand, *oMenuItemDef, true);
     oActionItemDef->SetTool(oTool);
@@ -119,7 +119,7 @@ void MenuManager::AddContextMenu(const Ref<Object>& oExplorerItemObj, const std:
 
     const std::string sRoot = ContextBandName(*oExplorerItemDef);
     const Ref<Band> oBand = FindBand(sPath.empty() ? sRoot : sRoot + "." + sPath);
-    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef, oMenuItemDef->Key());
     if (!oTool)
         oTool = ContextTool(oBand, *oMenuItemDef, false);
     oActionItemDef->SetTool(oTool);

@@ -23,16 +23,16 @@ void MenuManager::InsertSeparator(Band& oBand, Long lPosition) const {
 }
 
 // The tool that an entry has already: its action's, whoever made it, or the one of its key.
-Ref<Tool> MenuManager::ToolOf(const MenuItemDef& oMenuItemDef) const {
+Ref<Tool> MenuManager::ToolOf(const MenuItemDef& oMenuItemDef, const std::string& sKey) const {
     Ref<Tool> oTool = oMenuItemDef.ActionItemDef()->Tool();
-    return oTool ? oTool : FindTool(oMenuItemDef.Key());
+    return oTool ? oTool : FindTool(sKey);
 }
 
-Ref<Tool> MenuManager::NewMenuTool(const MenuItemDef& oMenuItemDef) {
-    Ref<Tool> oTool = AddTool(oMenuItemDef.Key());
+Ref<Tool> MenuManager::NewMenuTool(const MenuItemDef& oMenuItemDef, const std::string& sKey) {
+    Ref<Tool> oTool = AddTool(sKey);
     SetShortCut(*oTool, oMenuItemDef.ShortCutKey());
     if (oMenuItemDef.MenuType() == MenuType::fwMenuTitle) {
-        oTool->SetDropDownBand(oMenuItemDef.Key());
+        oTool->SetDropDownBand(sKey);
         oTool->SetCategory("Menus");
     }
     return oTool;
@@ -51,9 +51,10 @@ Ref<Band> MenuManager::ParentBand(const std::string& sPath) {
 
 void MenuManager::AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
-    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
+    const std::string sKey = oMenuItemDef->Key();
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef, sKey);
     if (!oTool) {
-        oTool = NewMenuTool(*oMenuItemDef);
+        oTool = NewMenuTool(*oMenuItemDef, sKey);
         oTool->SetChecked(oActionItemDef->Checked());
         oTool->SetEnabled(oActionItemDef->Enabled());
         oTool->SetVisible(false);
@@ -61,7 +62,7 @@ void MenuManager::AddMenuItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     oActionItemDef->SetTool(oTool);
     if (oMenuItemDef->MenuType() != MenuType::fwMenuTitle)
         PlaceMenuItem(*oMenuItemDef, oTool, oActionItemDef->IsShared());
-    else if (FindBand(oMenuItemDef->Key()))
+    else if (FindBand(sKey))
         AdoptMenuTitle(*oMenuItemDef, oTool);
     else
         PlaceMenuTitle(*oMenuItemDef, oTool);
@@ -166,9 +167,10 @@ void MenuManager::AddMenu(const Ref<Object>& oActionProviderObj, const Ref<IActi
     }
     const Ref<ActionItemDef> oActionItemDef = oActionItem->ActionItemDef();
     oMenuItemDef->SetActionItemDef(oActionItemDef);
-    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
+    const std::string sKey = oMenuItemDef->Key();
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef, sKey);
     if (!oTool) {
-        oTool = NewMenuTool(*oMenuItemDef);
+        oTool = NewMenuTool(*oMenuItemDef, sKey);
         oTool->SetChecked(oActionItem->Checked());
         oTool->SetEnabled(oActionItem->Enabled());
         oTool->SetVisible(oActionItem->Visible());

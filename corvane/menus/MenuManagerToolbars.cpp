@@ -79,9 +79,10 @@ Ref<Band> MenuManager::FindToolbarBand(const std::string& sName) {
 
 void MenuManager::AddToolbarItem(const Ref<MenuItemDef>& oMenuItemDef) try {
     const Ref<ActionItemDef> oActionItemDef = oMenuItemDef->ActionItemDef();
-    Ref<Tool> oTool = ToolOf(*oMenuItemDef);
+    const std::string sKey = oMenuItemDef->Key();
+    Ref<Tool> oTool = ToolOf(*oMenuItemDef, sKey);
     if (!oTool) {
-        oTool = AddTool(oMenuItemDef->Key());
+        oTool = AddTool(sKey);
         oTool->SetChecked(oActionItemDef->Checked());
         oTool->SetEnabled(oActionItemDef->Enabled());
         oTool->SetVisible(false);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
+#include <numeric>
 #include <random>
 
 namespace corvane {
@@ -159,6 +160,25 @@ TEST_F(SortedListTest, ASmallRangeIsSelectedAndALargeOnePartitioned) {
         AddNumbers(1, oCase.lNumbers);
         EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::TypeMismatch);
         EXPECT_EQ(m_oPlatform.TakeLines(), oCase.aLines);
+    }
+}
+
+// They have an order without a partition; the slots move round in it, removed ones too.
+TEST_F(SortedListTest, ManyWholeNumbersThatDifferAreSorted) {
+    std::vector<Long> aNumbers(300);
+    std::iota(aNumbers.begin(), aNumbers.end(), -150);
+    std::mt19937 oRandom(1);
+    for (int nRun = 0; nRun < 20; ++nRun) {
+        m_oList->Clear();
+        std::shuffle(aNumbers.begin(), aNumbers.end(), oRandom);
+        std::string sExpected;
+        for (const Long l : aNumbers)
+            m_oList->Add(l, l);
+        m_oList->Remove("-7");
+        m_oList->Add(1000, 1000);
+        for (Long l = -150; l < 150; ++l)
+            sExpected += l == -7 ? "" : std::to_string(l) + " ";
+        EXPECT_EQ(Texts(m_oList->Items()), sExpected + "1000");
     }
 }
 

@@ -304,9 +304,15 @@ TEST_F(Interaction, DeletingItemsAndItsBlindSpots) {
     // An item that has renamed itself isn't found, but its record is gone.
     const Ref<Object> oRenamed = NewItem();
     oExplorer->AddToExplorer(oRenamed, "Leaf");
+    m_oApplication.Take("node 0 Leaf.n");
     CorvaneMain::QueryExplorerItem(oRenamed)->SetName("other");
     EXPECT_EQ(NumberOf([&] { oExplorer->DeleteFromExplorer(oRenamed); }), 5);
     EXPECT_EQ(m_oApplication.Nodes().size(), 4U);
+    (void)m_oApplication.TakeLog();
+    m_oApplication.Take("rename z"); // the item is looked for first
+    const Lines aLog = m_oApplication.TakeLog();
+    ASSERT_GE(aLog.size(), 3U);
+    EXPECT_EQ(aLog[1], "ExplorerManager.ActiveExplorerItem (Get) 5");
     (void)m_oApplication.TakeCalls();
     EXPECT_EQ(After("clear").size(), 5U); // neither of the two is among them
 }
