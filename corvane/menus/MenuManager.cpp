@@ -156,8 +156,6 @@ void MenuManager::PrepareForDisplay() try {
     }
     for (const auto& vMenuItemDef : m_oToolbarItemDefs->Items())
         AddToolbarItem(ToObject(vMenuItemDef).As<MenuItemDef>());
-    m_oMenuItemDefs->Clear(); // what was filed stands in its place now
-    m_oToolbarItemDefs->Clear();
     for (const auto& oExplorerItemDef : CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs())
         if (oExplorerItemDef->MenuItemDefs()->Count() > 0)
             SetupContextMenu(oExplorerItemDef);
