@@ -1,5 +1,8 @@
 #include "desktop/FailureDialog.h"
 
+#include "cli/check/Print.h"
+#include "desktop/problems/ProblemList.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
@@ -28,8 +31,9 @@ QLabel* SelectableLabel(const QString& sText) {
 
 } // namespace
 
-FailureDialog::FailureDialog(const FailureTexts& oTexts, const QString& sLogFile, QWidget* pParent)
-    : QDialog(pParent), m_oTexts(oTexts), m_pDetails(new QPlainTextEdit) {
+FailureDialog::FailureDialog(const FailureTexts& oTexts, std::vector<check::Finding> aFindings,
+                             const QString& sServicesFolder, const QString& sLogFile, QWidget* pParent)
+    : QDialog(pParent), m_oTexts(oTexts), m_aFindings(std::move(aFindings)), m_pDetails(new QPlainTextEdit) {
     setWindowTitle(tr("Something went wrong"));
     auto* pIcon = new QLabel;
     const int nIcon = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
@@ -75,13 +79,28 @@ FailureDialog::FailureDialog(const FailureTexts& oTexts, const QString& sLogFile
     pTop->addLayout(pTexts, 1);
     auto* pAll = new QVBoxLayout(this);
     pAll->addLayout(pTop);
+    if (!m_aFindings.empty())
+        AddFindings(*pAll, sServicesFolder);
     pAll->addWidget(m_pDetails, 1);
     pAll->addWidget(pButtons);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 72);
+    setMinimumWidth(fontMetrics().averageCharWidth() * (m_aFindings.empty() ? 72 : 110));
+}
+
+// The file may have more mistakes than the one at which it failed, and each has its cure.
+void FailureDialog::AddFindings(QVBoxLayout& oLayout, const QString& sServicesFolder) {
+    auto* pList = new ProblemList;
+    pList->setFrameShape(QFrame::StyledPanel);
+    pList->Show(m_aFindings, sServicesFolder);
+    auto* pLabel = new QLabel(tr("All &problems of this file:"));
+    pLabel->setBuddy(pList);
+    oLayout.addWidget(pLabel);
+    oLayout.addWidget(pList, 2);
 }
 
 void FailureDialog::Copy() const {
     QStringList aTexts{m_oTexts.sHeadline, m_oTexts.sWhere, m_oTexts.sAdvice, m_oTexts.sDetails};
+    if (!m_aFindings.empty())
+        aTexts.append(QString::fromStdString(check::AsText(m_aFindings, false)));
     aTexts.removeAll(QString());
     QApplication::clipboard()->setText(aTexts.join("\n"));
 }

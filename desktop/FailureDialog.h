@@ -6,18 +6,23 @@
 #include <QDialog>
 
 class QPlainTextEdit;
+class QVBoxLayout;
 
 namespace corvane::desktop {
 
 class FailureDialog final : public QDialog {
     Q_OBJECT
 public:
-    FailureDialog(const FailureTexts& oTexts, const QString& sLogFile, QWidget* pParent);
+    // The findings are listed, with places below sServicesFolder.
+    FailureDialog(const FailureTexts& oTexts, std::vector<check::Finding> aFindings, const QString& sServicesFolder,
+                  const QString& sLogFile, QWidget* pParent);
 
 private:
+    void AddFindings(QVBoxLayout& oLayout, const QString& sServicesFolder);
     void Copy() const;
 
     FailureTexts m_oTexts;
+    std::vector<check::Finding> m_aFindings;
     QPlainTextEdit* m_pDetails;
 };
 

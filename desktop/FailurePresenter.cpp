@@ -2,9 +2,11 @@
 
 #include "adapters/files/FileSystem.h"
 #include "adapters/xml/XmlService.h"
+#include "cli/check/Check.h"
 #include "desktop/FailureDialog.h"
 #include "desktop/HostParts.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QScopeGuard>
 #include <QThread>
@@ -57,7 +59,7 @@ FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder)
                                                      QRegularExpression::InvertedGreedinessOption);
     const auto oMatch = oFileContext.match(Text(oShown.sContext));
     if (oMatch.hasMatch()) {
-        const QString sFile = oMatch.captured(2);
+        const QString& sFile = oTexts.sFile = oMatch.captured(2);
         if (oMatch.captured(1) == "Loading XML") {
             const XmlError oError = ParseErrorOf(sServicesFolder + "/" + sFile);
             if (!oError.sReason.empty())
@@ -74,6 +76,17 @@ FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder)
     if (!oShown.sContext.empty())
         oTexts.sDetails += "\n" + Text(oShown.sContext);
     return oTexts;
+}
+
+std::vector<check::Finding> FindingsIn(const QString& sFile, const QString& sServicesFolder) {
+    const QFileInfo oFile(sServicesFolder + "/" + sFile);
+    if (sFile.isEmpty() || !oFile.isFile())
+        return {};
+    try {
+        return check::CheckFile(QFileInfo(sServicesFolder).path().toStdString(), oFile.fileName().toStdString());
+    } catch (...) {
+        return {}; // the failure itself is shown all the same
+    }
 }
 
 FailurePresenter::FailurePresenter(bool bWithDialogs, QObject* pParent)
@@ -98,7 +111,8 @@ void FailurePresenter::Show(const ShownFailure& oShown) {
 void FailurePresenter::ShowNow(const ShownFailure& oShown) {
     const FailureTexts oTexts = TextsOf(oShown, m_sServicesFolder);
     if (m_bWithDialogs) {
-        FailureDialog oDialog(oTexts, QString::fromStdString(oShown.sLogFile), ActiveWindowOr(m_pWindow));
+        FailureDialog oDialog(oTexts, FindingsIn(oTexts.sFile, m_sServicesFolder), m_sServicesFolder,
+                              QString::fromStdString(oShown.sLogFile), ActiveWindowOr(m_pWindow));
         oDialog.exec();
         return;
     }

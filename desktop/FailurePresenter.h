@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adapters/log/Utilities.h"
+#include "cli/check/Findings.h"
 
 #include <QObject>
 #include <QPointer>
@@ -20,8 +21,13 @@ struct FailureTexts {
     QString sWhere;    // file and line, or module and procedure
     QString sAdvice;   // what to do; empty when nobody knows
     QString sDetails;  // all that is known, to copy
+    QString sFile;     // the definition file that failed, without its folder; empty for none
 };
 [[nodiscard]] FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder);
+
+// All that is wrong with a definition file, by `corvane check`; nothing when it isn't in that folder or can't be
+// checked.
+[[nodiscard]] std::vector<check::Finding> FindingsIn(const QString& sFile, const QString& sServicesFolder);
 
 class FailurePresenter final : public QObject {
     Q_OBJECT

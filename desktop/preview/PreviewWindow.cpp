@@ -11,7 +11,7 @@
 #include "corvane/services/WindowDef.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/preview/CallList.h"
-#include "desktop/preview/ProblemList.h"
+#include "desktop/problems/ProblemList.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -413,6 +413,10 @@
         <source>Open &amp;Log</source>
         <translation>&amp;Protokoll öffnen</translation>
     </message>
+    <message>
+        <source>All &amp;problems of this file:</source>
+        <translation>Alle Alle Fehler dieser &amp;Datei:amp;Fehler dieser Datei:</translation>
+    </message>
 </context>
 <context>
     <name>FailurePresenter</name>

@@ -413,6 +413,10 @@
         <source>Open &amp;Log</source>
         <translation>Ouvrir le &amp;journal</translation>
     </message>
+    <message>
+        <source>All &amp;problems of this file:</source>
+        <translation>Tous les &amp;problèmes de ce fichier&#xa0;:</translation>
+    </message>
 </context>
 <context>
     <name>FailurePresenter</name>

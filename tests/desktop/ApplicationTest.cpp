@@ -6,6 +6,7 @@
 #include "desktop/EndSignals.h"
 #include "desktop/FailureDialog.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/problems/ProblemList.h"
 #include "tests/desktop/ApplicationFolder.h"
 
 #include <QApplication>
@@ -113,6 +114,36 @@ TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
     EXPECT_TRUE(oTexts.sWhere.startsWith("broken.xml, line ")) << oTexts.sWhere.toStdString();
     EXPECT_NE(oTexts.sHeadline, "76");
     EXPECT_FALSE(oTexts.sAdvice.isEmpty());
+}
+
+// The library stops at the first mistake; whoever mends the file wants to know of all.
+TEST_F(ApplicationTest, FailureOfAFileIsShownWithAllThatIsWrongInIt) {
+    Write("broken.xml",
+          R"(<Service Name="B" ProgID="B.B" Active="True"><ActionItems><ActionItem Name="A"/></ActionItems>
+<Menus><MenuItem Type="MenuItme" ActionItem="A" Path="View" PositionOrder="1"/>
+<MenuItem Type="MenuItem" ActionItem="Aa" Path="View" PositionOrder="2"/></Menus></Service>)");
+    Application oApplication({App(), true});
+    QStringList aLines;
+    QString sCopied;
+    QTimer::singleShot(0, [&] {
+        auto* pDialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(pDialog);
+        auto* pList = pDialog->findChild<ProblemList*>();
+        for (int i = 0; pList && i < pList->Count(); ++i)
+            aLines.append(pList->topLevelItem(i)->text(0) + " " + pList->topLevelItem(i)->text(3));
+        for (auto* pButton : pDialog->findChildren<QPushButton*>())
+            if (pButton->text() == "&Copy")
+                pButton->click();
+        sCopied = QApplication::clipboard()->text();
+        pDialog->reject();
+    });
+    EXPECT_TRUE(oApplication.Start());
+    EXPECT_TRUE(aLines.contains("broken.xml:2:24 bad-word")) << aLines.join("\n").toStdString();
+    EXPECT_TRUE(aLines.contains("broken.xml:3:39 unknown-action")) << aLines.join("\n").toStdString();
+    EXPECT_TRUE(sCopied.contains("[unknown-action]")) << sCopied.toStdString();
+
+    EXPECT_TRUE(FindingsIn("gone.xml", Services()).empty());
+    EXPECT_TRUE(FindingsIn("", Services()).empty());
 }
 
 TEST_F(ApplicationTest, WindowComesUpAlsoWhenTheStartFails) {

@@ -51,7 +51,7 @@ TEST(Translation, HostSpeaksTheFirstLanguageThatItKnows) {
 TEST(Translation, StandardButtonsAreTranslatedWithTheDialogAroundThem) {
     const auto fnShown = [](const QStringList& aLanguages) {
         const HostTranslation oTranslation(aLanguages);
-        FailureDialog oDialog({"A", "b.xml, line 3", {}, {}}, QString(), nullptr);
+        FailureDialog oDialog({"A", "b.xml, line 3", {}, {}, {}}, {}, QString(), QString(), nullptr);
         QStringList aTexts{oDialog.windowTitle()};
         for (const QAbstractButton* pButton : oDialog.findChildren<QAbstractButton*>())
             aTexts.append(QString(pButton->text()).remove('&'));

@@ -4,7 +4,7 @@
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/preview/CallList.h"
 #include "desktop/preview/PreviewWindow.h"
-#include "desktop/preview/ProblemList.h"
+#include "desktop/problems/ProblemList.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>

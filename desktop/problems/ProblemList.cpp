@@ -1,4 +1,4 @@
-#include "desktop/preview/ProblemList.h"
+#include "desktop/problems/ProblemList.h"
 
 #include "cli/check/Print.h"
 
