@@ -14,12 +14,14 @@ namespace corvane::desktop {
 
 namespace {
 
+constexpr std::size_t nMostIcons = 512;
+
 // A picture of its own for the disabled state, or the normal one greyed out.
-QIcon IconOfTool(const Tool& oInstance) {
-    const QIcon oNormal = IconOf(oInstance.PictureOf(Tool::Normal));
+QIcon IconOfPictures(const Ref<Picture>& oNormalPicture, const Ref<Picture>& oDisabledPicture) {
+    const QIcon oNormal = IconOf(oNormalPicture);
     if (oNormal.isNull())
         return oNormal;
-    const QIcon oDisabled = IconOf(oInstance.PictureOf(Tool::Disabled));
+    const QIcon oDisabled = IconOf(oDisabledPicture);
     QIcon oIcon;
     QStyleOption oOption;
     oOption.palette = QApplication::palette();
@@ -79,6 +81,15 @@ void BarActions::Follow(const Ref<Tool>& oInstance, ActionPlace ePlace, QAction*
         });
 }
 
+void BarActions::Leave(const Tool* pInstance, const QAction* pAction) {
+    const auto it = m_mapShown.find(pInstance);
+    if (it == m_mapShown.end())
+        return;
+    std::erase_if(it->second, [&](const Shown& oShown) { return oShown.pAction == pAction; });
+    if (it->second.empty())
+        m_mapShown.erase(it);
+}
+
 void BarActions::ShowState(const Tool& oMaster) {
     for (const Tool* pInstance : oMaster.Instances())
         if (const auto it = m_mapShown.find(pInstance); it != m_mapShown.end())
@@ -93,6 +104,7 @@ void BarActions::ShowTexts(const Tool* pInstance) {
 }
 
 void BarActions::ShowAllTexts() {
+    m_mapIcons.clear(); // they have the palette's colours
     for (const auto& [pInstance, aShown] : m_mapShown)
         for (const Shown& oShown : aShown)
             Texts(oShown);
@@ -104,6 +116,17 @@ Ref<Tool> BarActions::InstanceOf(const QAction* pAction) const {
             if (oShown.pAction == pAction)
                 return oShown.oInstance;
     return nullptr;
+}
+
+const QIcon& BarActions::IconFor(const Tool& oInstance) {
+    const Ref<Picture> oNormal = oInstance.PictureOf(Tool::Normal);
+    const Ref<Picture> oDisabled = oInstance.PictureOf(Tool::Disabled);
+    if (m_mapIcons.size() >= nMostIcons)
+        m_mapIcons.clear();
+    const auto [it, bNew] = m_mapIcons.try_emplace({oNormal.Get(), oDisabled.Get()});
+    if (bNew)
+        it->second = {oNormal, oDisabled, IconOfPictures(oNormal, oDisabled)};
+    return it->second.oIcon;
 }
 
 void BarActions::State(const Shown& oShown) {
@@ -137,7 +160,8 @@ void BarActions::Texts(const Shown& oShown) {
         if (const QString sKeys = m_pChanges->KeysText(oTool); !sKeys.isEmpty() && oTool.DropDownBand().empty())
             sText += "\t" + sKeys;
     } else {
-        pAction->setIcon(IconOfTool(oTool));
+        if (const QIcon& oIcon = IconFor(oTool); oIcon.cacheKey() != pAction->icon().cacheKey())
+            pAction->setIcon(oIcon);
         pAction->setIconText(QString::fromStdString(WithoutMnemonic(sText.toStdString())));
         pAction->setToolTip(ToolTipOf(oTool, m_pChanges->KeysText(oTool)));
     }

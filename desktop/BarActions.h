@@ -8,7 +8,9 @@
 #include <QIcon>
 #include <QPointer>
 #include <functional>
+#include <map>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace corvane::desktop {
@@ -27,6 +29,8 @@ public:
     QAction* Add(const Ref<Tool>& oInstance, ActionPlace ePlace, QObject* pParent);
     // Follows an instance with an action that somebody else made, such as that of a menu.
     void Follow(const Ref<Tool>& oInstance, ActionPlace ePlace, QAction* pAction, bool bClicks);
+    void Leave(const Tool* pInstance, const QAction* pAction);
+    void Click(const Ref<Tool>& oInstance) { m_fnClick(oInstance); }
 
     void ShowState(const Tool& oMaster);
     void ShowTexts(const Tool* pInstance);
@@ -44,12 +48,21 @@ private:
         QPointer<QAction> pAction;
     };
 
+    // The icons of toolbars by normal and disabled picture, as buttons change hands all the time.
+    struct ShownIcon {
+        Ref<Picture> oNormal;
+        Ref<Picture> oDisabled;
+        QIcon oIcon;
+    };
+
+    const QIcon& IconFor(const Tool& oInstance);
     void State(const Shown& oShown);
     void Texts(const Shown& oShown);
 
     ClickFunction m_fnClick;
     const BarChanges* m_pChanges = &BarChanges::None();
     std::unordered_map<const Tool*, std::vector<Shown>> m_mapShown; // by instance
+    std::map<std::pair<const Picture*, const Picture*>, ShownIcon> m_mapIcons;
     long m_nTouched = 0;
 };
 

@@ -1,7 +1,7 @@
 #include "desktop/BarRenderer.h"
 
 #include "desktop/MenuBar.h"
-#include "desktop/explorer/PictureIcon.h"
+#include "desktop/Toolbar.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QApplication>
@@ -12,8 +12,6 @@
 #include <QMainWindow>
 #include <QStatusBar>
 #include <QStatusTipEvent>
-#include <QStyle>
-#include <QToolBar>
 #include <QToolButton>
 #include <algorithm>
 #include <functional>
@@ -202,12 +200,12 @@ void BarRenderer::ShowStates(const std::vector<Ref<Tool>>& aMasters) {
                 aToolbars.emplace_back(pBand);
         }
     std::vector<QLayout*> aLayouts{m_pWindow->layout()};
-    for (const auto& oBand : aToolbars) {
-        ShowToolbarIfUsed(oBand, HasVisibleButton(*oBand)); // a button that comes or goes may be the only one
+    for (const auto& oBand : aToolbars)
         if (const QToolBar* pToolbar = ToolbarOf(*oBand))
             aLayouts.push_back(pToolbar->layout());
-    }
     const LayoutPause oPause(std::move(aLayouts));
+    for (const auto& oBand : aToolbars)
+        ShowToolbarIfUsed(oBand); // a button that comes or goes may be the only one
     for (const auto& oMaster : aMasters)
         m_oActions.ShowState(*oMaster);
 }
@@ -221,98 +219,41 @@ void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
     const auto it = m_mapToolbars.find(oBand.Get());
     if (it != m_mapToolbars.end())
         it->second.bChanged = true;
-    ShowToolbarIfUsed(oBand, HasVisibleButton(*oBand));
+    ShowToolbarIfUsed(oBand);
 }
 
 // A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it. Without a
 // visible button it would be an empty strip.
-void BarRenderer::ShowToolbarIfUsed(const Ref<Band>& oBand, bool bHasButton) {
+void BarRenderer::ShowToolbarIfUsed(const Ref<Band>& oBand) {
     const auto it = m_mapToolbars.find(oBand.Get());
-    if (!oBand->Visible() || !bHasButton) {
+    if (!oBand->Visible() || (it == m_mapToolbars.end() && !HasVisibleButton(*oBand))) {
         if (it != m_mapToolbars.end())
             it->second.pToolbar->hide();
         return;
     }
-    QToolBar* pToolbar = it != m_mapToolbars.end() ? it->second.pToolbar : NewToolbar(oBand);
-    FillToolbar(m_mapToolbars[oBand.Get()], oBand);
-    pToolbar->show();
+    ShownToolbar& oShown = it != m_mapToolbars.end() ? it->second : m_mapToolbars[oBand.Get()];
+    if (!oShown.pToolbar)
+        oShown.pToolbar = NewToolbar(oBand);
+    if (std::exchange(oShown.bChanged, false)) {
+        oShown.pToolbar->setWindowTitle(ShownCaption(*oBand));
+        oShown.pToolbar->SetInstances(m_pChanges->InstancesOf(*oBand));
+    }
+    oShown.pToolbar->setVisible(oShown.pToolbar->ShowButtons());
 }
 
-QToolBar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
-    auto* pToolbar = new QToolBar(m_pWindow);
+Toolbar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
+    auto* pToolbar = new Toolbar(m_oMenus, m_oActions, m_pWindow);
     pToolbar->setObjectName(QString::fromStdString(oBand->Name()));
-    for (QToolButton* pMore : pToolbar->findChildren<QToolButton*>()) // shows what doesn't fit
+    for (QToolButton* pMore : pToolbar->findChildren<QToolButton*>("qt_toolbar_ext_button")) // shows what doesn't fit
         pMore->setAccessibleName(tr("More of %1").arg(ShownCaption(*oBand)));
     pToolbar->setMovable(true);
     pToolbar->setFloatable(true);
     pToolbar->toggleViewAction()->setEnabled(false); // the bar's own menu does that
+    connect(pToolbar->CloseAction(), &QAction::triggered, this,
+            [this, oBand] { m_fnGuard([&] { m_oActiveBar->Close(oBand); }); });
+    connect(pToolbar, &QToolBar::topLevelChanged, this, [this] { Schedule(); });
     m_pWindow->addToolBar(pToolbar);
-    m_mapToolbars[oBand.Get()].pToolbar = pToolbar;
-    connect(pToolbar, &QToolBar::topLevelChanged, this, [this, pToolbar](bool bFloats) {
-        for (QAction* pAction : pToolbar->actions())
-            if (pAction->property("corvane_close").toBool())
-                pAction->setVisible(bFloats);
-        Schedule();
-    });
     return pToolbar;
-}
-
-void BarRenderer::FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand) {
-    if (!oToolbar.bChanged)
-        return;
-    oToolbar.bChanged = false;
-    oToolbar.pToolbar->setWindowTitle(ShownCaption(*oBand));
-    std::vector<std::pair<Ref<Tool>, std::string>> aNow;
-    for (const auto& oInstance : m_pChanges->InstancesOf(*oBand))
-        aNow.emplace_back(oInstance, oInstance->DropDownBand());
-    if (oToolbar.bFilled && oToolbar.aShown == aNow)
-        return;
-    oToolbar.bFilled = true;
-    oToolbar.aShown = std::move(aNow);
-    for (QAction* pAction : oToolbar.pToolbar->actions()) {
-        // Its button may be what is running now.
-        oToolbar.pToolbar->removeAction(pAction);
-        if (QMenu* pMenu = pAction->menu())
-            pMenu->deleteLater();
-        pAction->deleteLater();
-    }
-    for (const auto& [oInstance, sDropDownBand] : oToolbar.aShown)
-        AddButton(oToolbar.pToolbar, oInstance);
-    AddCloseButton(oToolbar.pToolbar, oBand);
-}
-
-void BarRenderer::AddButton(QToolBar* pToolbar, const Ref<Tool>& oInstance) {
-    if (EqualText(oInstance->Name(), "Separator")) {
-        pToolbar->addSeparator();
-        return;
-    }
-    QAction* pAction = m_oActions.Add(oInstance, ActionPlace::Toolbar, pToolbar);
-    if (!oInstance->DropDownBand().empty())
-        pAction->setMenu(m_oMenus.NewMenu(oInstance->DropDownBand(), pToolbar));
-    pToolbar->addAction(pAction);
-    auto* pButton = qobject_cast<QToolButton*>(pToolbar->widgetForAction(pAction));
-    if (!pButton)
-        return;
-    pButton->setFocusPolicy(Qt::TabFocus);
-    if (pAction->menu())
-        pButton->setPopupMode(QToolButton::InstantPopup);
-    const QIcon oPressed = IconOf(oInstance->PictureOf(Tool::Pressed));
-    if (!oPressed.isNull()) {
-        connect(pButton, &QToolButton::pressed, pButton, [pButton, oPressed] { pButton->setIcon(oPressed); });
-        connect(pButton, &QToolButton::released, pButton, [pButton, pAction] { pButton->setIcon(pAction->icon()); });
-    }
-}
-
-// A toolbar that floats has a frame without buttons of its own.
-void BarRenderer::AddCloseButton(QToolBar* pToolbar, const Ref<Band>& oBand) {
-    const QIcon oIcon =
-        QIcon::fromTheme("window-close", m_pWindow->style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-    auto* pClose = new QAction(oIcon, tr("Close"), pToolbar);
-    pClose->setToolTip(tr("Close this toolbar"));
-    pClose->setProperty("corvane_close", true);
-    pClose->setVisible(pToolbar->isFloating());
-    connect(pClose, &QAction::triggered, this, [this, oBand] { m_fnGuard([&] { m_oActiveBar->Close(oBand); }); });
-    pToolbar->addAction(pClose);
 }
 
 void BarRenderer::ShowStatusBar() {

@@ -22,6 +22,7 @@ class QToolBar;
 namespace corvane::desktop {
 
 class MenuBar;
+class Toolbar;
 
 class BarRenderer final : public QObject {
     Q_OBJECT
@@ -61,12 +62,8 @@ private:
     void ShowStates(const std::vector<Ref<Tool>>& aMasters);
     void ShowToolbar(const Ref<Band>& oBand);
     [[nodiscard]] bool HasVisibleButton(const Band& oBand) const;
-    void ShowToolbarIfUsed(const Ref<Band>& oBand, bool bHasButton);
-    struct Toolbar;
-    QToolBar* NewToolbar(const Ref<Band>& oBand);
-    void FillToolbar(Toolbar& oToolbar, const Ref<Band>& oBand);
-    void AddButton(QToolBar* pToolbar, const Ref<Tool>& oInstance);
-    void AddCloseButton(QToolBar* pToolbar, const Ref<Band>& oBand);
+    void ShowToolbarIfUsed(const Ref<Band>& oBand);
+    Toolbar* NewToolbar(const Ref<Band>& oBand);
     void ShowStatusBar();
     void ShowPopup(const Ref<Band>& oBand);
     [[nodiscard]] bool IsForWindow(QObject* pWatched) const;
@@ -82,13 +79,11 @@ private:
     const BarChanges* m_pChanges = &BarChanges::None();
     QLabel* m_pStatus;
     QWidget* m_pProgress = nullptr;
-    struct Toolbar {
-        QToolBar* pToolbar = nullptr;
-        std::vector<std::pair<Ref<Tool>, std::string>> aShown; // instances and their drop-down bands; valid if filled
-        bool bFilled = false;
-        bool bChanged = true; // the band, since the toolbar was last filled or compared with it
+    struct ShownToolbar {
+        Toolbar* pToolbar = nullptr;
+        bool bChanged = true; // the band, since the toolbar was last given its instances
     };
-    std::map<const Band*, Toolbar> m_mapToolbars;
+    std::map<const Band*, ShownToolbar> m_mapToolbars;
     std::optional<QPoint> m_oPopupPlace;
 
     // What the next pass has to bring up to date.

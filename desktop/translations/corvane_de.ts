@@ -415,7 +415,7 @@
     </message>
     <message>
         <source>All &amp;problems of this file:</source>
-        <translation>Alle Alle Fehler dieser &amp;Datei:amp;Fehler dieser Datei:</translation>
+        <translation>Alle &amp;Fehler dieser Datei:</translation>
     </message>
 </context>
 <context>

@@ -316,7 +316,7 @@ int main(int argc, char** argv) {
     }
     QFile oBad(oHome.path() + "/studies/Services/Weather.xml");
     (void)oBad.open(QIODevice::WriteOnly);
-    oBad.write("<?xml version=\"1.0\"?>\n<Service Name=\"Weather\" ProgID=\"WeatherSvc.Service\" Active=\"True\">\n"
+    oBad.write("<?xml version=\"1.0\"?>\n<Service Name=\"Weather\" ProgID=\"StudiesSvc.Weather\" Active=\"True\">\n"
                "  <Menus>\n    <MenuItem Type=\"MenuItem\" ActionItem=\"Show\" Captoin=\"Weather\"/>\n  </Menus>\n"
                "</Service>\n");
     oBad.close();
