@@ -33,6 +33,11 @@ std::string Action(int iProvider, int iAction) {
     return "P" + std::to_string(iProvider) + "A" + std::to_string(iAction);
 }
 
+// No two alike, so that every button that comes has to be painted.
+std::string Caption(int iProvider, int iAction) {
+    return "Entry " + std::to_string(iAction) + " of " + std::to_string(iProvider);
+}
+
 bool IsOnToolbar(int iAction) {
     return iAction % 3 == 0;
 }
@@ -58,11 +63,11 @@ void WriteDefinitions(const std::filesystem::path& oApp) {
         for (int i = 0; i < nActions; ++i) {
             const int nOrder = iProvider * nActions / nMenus + i / nMenus + 1;
             oFile << "<MenuItem Type=\"MenuItem\" Path=\"M" << i % nMenus << "\" ActionItem=\"" << Action(iProvider, i)
-                  << "\" PositionOrder=\"" << nOrder << "\" Caption=\"Entry " << i << "\"/>";
+                  << "\" PositionOrder=\"" << nOrder << "\" Caption=\"" << Caption(iProvider, i) << "\"/>";
             if (IsOnToolbar(i))
                 oFile << "<MenuItem Type=\"ToolbarItem\" Path=\"B" << i % nToolbars << "\" ActionItem=\""
                       << Action(iProvider, i) << "\" PositionOrder=\"" << 1000 + nOrder * nMenus + i % nMenus
-                      << "\" Caption=\"Entry " << i << "\"/>";
+                      << "\" Caption=\"" << Caption(iProvider, i) << "\"/>";
         }
         oFile << "</Menus></ExplorerItem>";
     }
@@ -136,7 +141,7 @@ public:
             aToolbars.push_back(addToolBar(QString("B%1").arg(i)));
         for (int iProvider = 0; iProvider < nProviders; ++iProvider)
             for (int i = 0; i < nActions; ++i) {
-                auto* pAction = new QAction(QString("Entry %1").arg(i), this);
+                auto* pAction = new QAction(QString::fromStdString(Caption(iProvider, i)), this);
                 pAction->setVisible(false);
                 pAction->setEnabled(false);
                 aMenus[static_cast<std::size_t>(i % nMenus)]->addAction(pAction);

@@ -83,11 +83,11 @@
     </message>
     <message>
         <source>Close</source>
-        <translation>Schließen</translation>
+        <translation type="vanished">Schließen</translation>
     </message>
     <message>
         <source>Close this toolbar</source>
-        <translation>Diese Symbolleiste schließen</translation>
+        <translation type="vanished">Diese Symbolleiste schließen</translation>
     </message>
 </context>
 <context>
@@ -1329,6 +1329,17 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
     <message>
         <source>%1 is also a key of %2: %3. The command gets it instead.</source>
         <translation>%1 hat schon eine Bedeutung (%2: %3). Der Befehl bekommt diese Tasten stattdessen.</translation>
+    </message>
+</context>
+<context>
+    <name>Toolbar</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Close this toolbar</source>
+        <translation>Diese Symbolleiste schließen</translation>
     </message>
 </context>
 <context>

@@ -83,11 +83,11 @@
     </message>
     <message>
         <source>Close</source>
-        <translation>Fermer</translation>
+        <translation type="vanished">Fermer</translation>
     </message>
     <message>
         <source>Close this toolbar</source>
-        <translation>Fermer cette barre d’outils</translation>
+        <translation type="vanished">Fermer cette barre d’outils</translation>
     </message>
 </context>
 <context>
@@ -1329,6 +1329,17 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
     <message>
         <source>%1 is also a key of %2: %3. The command gets it instead.</source>
         <translation>%1 a déjà un sens (%2&#xa0;: %3). La commande reçoit ces touches à la place.</translation>
+    </message>
+</context>
+<context>
+    <name>Toolbar</name>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Close this toolbar</source>
+        <translation>Fermer cette barre d’outils</translation>
     </message>
 </context>
 <context>
