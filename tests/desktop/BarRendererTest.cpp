@@ -246,6 +246,46 @@ TEST_F(BarRendererTest, ToolbarShowsStateAndOnlyWhatDiffersIsTouched) {
     EXPECT_EQ(m_pRenderer->Actions().TouchCount(), nBefore + 1);
 }
 
+// Two providers of three buttons each take turns, as when the focus goes back and forth.
+TEST_F(BarRendererTest, ButtonsThatComeTakeThePlacesOfThoseThatGo) {
+    m_oWindow.resize(600, 200); // room for all
+    std::vector<Ref<Tool>> aTools;
+    for (const char* sName : {"A1", "A2", "A3", "B1", "B2", "B3"}) {
+        aTools.push_back(AddTool(sName));
+        m_oToolbar->Tools()->Insert(-1, aTools.back())->SetCaption(sName);
+    }
+    const auto Show = [&](char cProvider) {
+        for (const auto& oTool : aTools)
+            oTool->SetVisible(oTool->Name().front() == cProvider);
+        m_pRenderer->Flush();
+        QApplication::processEvents();
+        QStringList aTexts;
+        for (auto* pButton : m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>())
+            if (pButton->isVisible() && pButton->defaultAction())
+                aTexts.append(pButton->defaultAction()->iconText());
+        aTexts.sort();
+        return aTexts.join(' ');
+    };
+    EXPECT_EQ(Show('A'), "A1 A2 A3 Open");
+    const auto nButtons = m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>().size();
+    EXPECT_EQ(Show('B'), "B1 B2 B3 Open");
+    EXPECT_EQ(m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>().size(), nButtons);
+
+    // What the mouse holds down when its command goes doesn't choose the one that comes.
+    QToolButton* pHeld = nullptr;
+    for (auto* pButton : m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>())
+        if (pButton->isVisible() && pButton->defaultAction() && pButton->defaultAction()->iconText() == "B2")
+            pHeld = pButton;
+    ASSERT_TRUE(pHeld);
+    QTest::mousePress(pHeld, Qt::LeftButton);
+    EXPECT_EQ(Show('A'), "A1 A2 A3 Open");
+    QTest::mouseRelease(pHeld, Qt::LeftButton);
+    EXPECT_EQ(m_aClicked, QStringList());
+    QTest::mouseClick(pHeld, Qt::LeftButton);
+    EXPECT_EQ(m_aClicked, QStringList("A2"));
+    EXPECT_EQ(Show('-'), "Open");
+}
+
 TEST_F(BarRendererTest, CheckMarkIsTheModelsAlsoAfterAClick) {
     m_oOpen->SetChecked(true);
     m_pRenderer->Flush();
