@@ -839,7 +839,7 @@
     </message>
     <message>
         <source>Context</source>
-        <translation>Zusammenhang</translation>
+        <translation>Kontext</translation>
     </message>
 </context>
 <context>
