@@ -98,8 +98,9 @@ void BarRenderer::Redraw() {
 }
 
 void BarRenderer::RedrawToolbars() {
-    for (const auto& [pBand, oToolbar] : m_mapToolbars)
-        m_setBands.insert(pBand);
+    for (const auto& oBand : m_oActiveBar->Bands()->All())
+        if (oBand->Kind() == BandKind::Toolbar) // one without a widget may have a button now
+            m_setBands.insert(oBand.Get());
     Schedule();
 }
 

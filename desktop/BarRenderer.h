@@ -34,7 +34,7 @@ public:
     // What is laid over the model from now on. Whoever gives it calls Redraw when it changes.
     void SetChanges(const BarChanges& oChanges);
     void Redraw();
-    // The next pass shows every toolbar that was shown as the model says, whatever has become of its widget.
+    // The next pass shows every toolbar as the model says, whatever has become of its widget.
     void RedrawToolbars();
     // Brings the screen up to date now.
     void Flush();

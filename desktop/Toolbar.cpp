@@ -51,23 +51,25 @@ bool Toolbar::Shows(const Slot& oSlot, const Entry& oEntry) {
 bool Toolbar::ShowButtons() {
     std::vector<const Entry*> aEntries = VisibleEntries();
     const bool bAny = !aEntries.empty();
-    std::size_t iSlot = 0;
+    std::size_t iSlot = 0; // behind the last one that stays at the beginning
     std::size_t iEntry = 0;
-    for (; iSlot < m_aSlots.size(); ++iSlot) {
-        if (!m_aSlots[iSlot]->bUsed)
+    for (std::size_t i = 0; i < m_aSlots.size(); ++i) {
+        if (!m_aSlots[i]->bUsed)
             continue;
-        if (iEntry == aEntries.size() || !Shows(*m_aSlots[iSlot], *aEntries[iEntry]))
+        if (iEntry == aEntries.size() || !Shows(*m_aSlots[i], *aEntries[iEntry]))
             break;
         ++iEntry;
+        iSlot = i + 1;
     }
     aEntries.erase(aEntries.begin(), aEntries.begin() + static_cast<std::ptrdiff_t>(iEntry));
-    std::size_t iEndSlot = m_aSlots.size();
-    for (; iEndSlot > iSlot; --iEndSlot) {
-        if (!m_aSlots[iEndSlot - 1]->bUsed)
+    std::size_t iEndSlot = m_aSlots.size(); // the first one that stays at the end
+    for (std::size_t i = iEndSlot; i > iSlot; --i) {
+        if (!m_aSlots[i - 1]->bUsed)
             continue;
-        if (aEntries.empty() || !Shows(*m_aSlots[iEndSlot - 1], *aEntries.back()))
+        if (aEntries.empty() || !Shows(*m_aSlots[i - 1], *aEntries.back()))
             break;
         aEntries.pop_back();
+        iEndSlot = i - 1;
     }
     if (iSlot < iEndSlot || !aEntries.empty())
         Place(iSlot, iEndSlot, aEntries);

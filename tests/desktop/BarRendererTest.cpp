@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <gtest/gtest.h>
@@ -222,6 +223,159 @@ TEST_F(BarRendererTest, ToolbarWithoutAVisibleButtonIsNoEmptyStrip) {
     EXPECT_TRUE(pToolbar->isVisible());
 }
 
+// Two providers take turns on a toolbar, as they do when the focus moves.
+class ToolbarTurnsTest : public BarRendererTest {
+protected:
+    ToolbarTurnsTest() {
+        const auto oPopup = m_oBar->Bands()->Add("Drop");
+        oPopup->SetBandKind(BandKind::Popup);
+        oPopup->Tools()->Insert(-1, m_oOpen)->SetCaption("Dropped");
+        for (const char* sName : {"A1", "|", "A2", "|", "B1", "A3", "|", "B2", "B3", "B4"})
+            Insert(sName);
+        m_oWindow.resize(900, 300);
+        Show("A");
+    }
+    void Insert(const QString& sName) {
+        const bool bSeparator = sName == "|";
+        const auto oTool = bSeparator ? m_oBar->Tools()->Item("Separator") : AddTool(qPrintable(sName));
+        const auto oInstance = m_oToolbar->Tools()->Insert(-1, oTool);
+        oInstance->SetCaption(sName.toStdString());
+        oInstance->SetToolTip("Tip of " + sName.toStdString());
+        if (sName == "B2")
+            oInstance->SetDropDownBand("Drop");
+        if (!bSeparator)
+            m_aTools.push_back(oTool);
+    }
+    void Show(const char* sProvider) {
+        for (const auto& oTool : m_aTools)
+            oTool->SetVisible(oTool->Name().starts_with(sProvider));
+        m_pRenderer->Flush();
+        QApplication::processEvents();
+    }
+    [[nodiscard]] QToolBar& Toolbar() const { return *m_pRenderer->ToolbarOf(*m_oToolbar); }
+    [[nodiscard]] QToolButton* Button(const QString& sText) const {
+        for (auto* pButton : Toolbar().findChildren<QToolButton*>())
+            if (pButton->isVisible() && pButton->text() == sText)
+                return pButton;
+        return nullptr;
+    }
+    // What stands on screen, from the left.
+    [[nodiscard]] QString OnScreen() const {
+        QStringList aTexts;
+        int nLeft = -1;
+        for (QAction* pAction : Toolbar().actions()) {
+            const QWidget* pWidget = Toolbar().widgetForAction(pAction);
+            EXPECT_EQ(pWidget->isVisible(), pAction->isVisible());
+            if (!pWidget->isVisible())
+                continue;
+            EXPECT_GT(pWidget->x(), nLeft);
+            nLeft = pWidget->x();
+            aTexts.append(pAction->isSeparator() ? "|" : pAction->text());
+        }
+        return aTexts.join(' ');
+    }
+
+    std::vector<Ref<Tool>> m_aTools;
+};
+
+TEST_F(ToolbarTurnsTest, ButtonsChangeHandsAndThereAreAsManyAsShow) {
+    EXPECT_EQ(OnScreen(), "Open A1 | A2 | A3");
+    Show("B");
+    EXPECT_EQ(OnScreen(), "Open | B1 | B2 B3 B4");
+    const auto nButtons = Toolbar().findChildren<QToolButton*>().size();
+    for (int i = 0; i < 20; ++i)
+        Show(i % 2 == 0 ? "A" : "B");
+    EXPECT_EQ(OnScreen(), "Open | B1 | B2 B3 B4");
+    EXPECT_EQ(Toolbar().findChildren<QToolButton*>().size(), nButtons);
+    EXPECT_LE(nButtons, 6 + 2) << "no more than both need, the close box and the one for what doesn't fit";
+
+    QTest::mouseClick(Button("B1"), Qt::LeftButton);
+    EXPECT_EQ(m_aClicked, QStringList("B1"));
+    EXPECT_EQ(Button("B1")->toolTip(), "Tip of B1");
+    QStringList aDropped;
+    QTimer oCloser; // the menu has a loop of its own
+    QObject::connect(&oCloser, &QTimer::timeout, &oCloser, [&] {
+        if (auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            aDropped = Texts(*pMenu);
+            pMenu->close();
+        }
+    });
+    oCloser.start(1);
+    QTest::mouseClick(Button("B2"), Qt::LeftButton);
+    EXPECT_EQ(aDropped, QStringList("Dropped\tCtrl+O"));
+    Show("A");
+    for (const char* sText : {"Open", "A1", "A2", "A3"})
+        EXPECT_EQ(Button(sText)->defaultAction()->menu(), nullptr) << sText;
+    m_aTools.front()->SetChecked(true);
+    m_aTools.front()->SetEnabled(false);
+    m_pRenderer->Flush();
+    EXPECT_TRUE(Button("A1")->isChecked() && !Button("A1")->isEnabled());
+    Show("B");
+    EXPECT_FALSE(Button("B1")->isChecked() || !Button("B1")->isEnabled()) << "nothing sticks to the button";
+}
+
+TEST_F(ToolbarTurnsTest, ClickThatBringsTheOthersChoosesAndChecksNoneOfThem) {
+    const auto oClick = m_oBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) {
+        if (oTool->Name() == "A1") {
+            oTool->SetChecked(true);
+            Show("B");
+        }
+    });
+    m_aTools.front()->SetChecked(true);
+    m_pRenderer->Flush();
+    QTest::mouseClick(Button("A1"), Qt::LeftButton);
+    EXPECT_EQ(m_aClicked, QStringList("A1"));
+    for (const char* sText : {"Open", "B1", "B2", "B3", "B4"})
+        EXPECT_FALSE(Button(sText)->isChecked()) << sText;
+    Show("A");
+    EXPECT_TRUE(Button("A1")->isChecked());
+}
+
+TEST_F(ToolbarTurnsTest, ButtonThatIsPressedOrHasTheKeyboardFiresNothingElse) {
+    auto* pEdit = new QLineEdit;
+    m_oWindow.setCentralWidget(pEdit);
+    m_oWindow.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_oWindow));
+    QToolButton* pButton = Button("A1");
+    QTest::mousePress(pButton, Qt::LeftButton);
+    Show("B");
+    QTest::mouseRelease(pButton, Qt::LeftButton);
+    EXPECT_EQ(m_aClicked, QStringList());
+    Show("A");
+    for (const char* sText : {"A1", "A2", "A3"}) {
+        Button(sText)->setFocus();
+        ASSERT_TRUE(Button(sText)->hasFocus());
+        Show("B");
+        const auto* pFocus = qobject_cast<QToolButton*>(QApplication::focusWidget());
+        EXPECT_TRUE(!pFocus || pFocus->text() == "Open") << sText << " " << pFocus->text().toStdString();
+        Show("A");
+    }
+    Button("Open")->setFocus();
+    Show("B");
+    EXPECT_TRUE(Button("Open")->hasFocus()) << "what stays keeps it";
+    QTest::keyClick(Button("Open"), Qt::Key_Space);
+    EXPECT_EQ(m_aClicked, QStringList("File.Open"));
+}
+
+TEST_F(ToolbarTurnsTest, WhatDoesNotFitIsReachedThroughTheButtonAtTheEnd) {
+    Toolbar().setToolButtonStyle(Qt::ToolButtonTextOnly);
+    Toolbar().setFixedWidth(90);
+    QApplication::processEvents();
+    auto* pMore = Toolbar().findChild<QToolButton*>("qt_toolbar_ext_button");
+    EXPECT_TRUE(pMore->isVisible());
+    EXPECT_EQ(pMore->accessibleName(), "More of Edit");
+    EXPECT_EQ(Button("A3"), nullptr);
+    Show("B");
+    EXPECT_TRUE(pMore->isVisible());
+    EXPECT_EQ(Button("B4"), nullptr);
+    Toolbar().setFixedWidth(800);
+    QApplication::processEvents();
+    EXPECT_FALSE(pMore->isVisible());
+    EXPECT_EQ(OnScreen(), "Open | B1 | B2 B3 B4");
+    m_oWindow.addToolBar(Qt::LeftToolBarArea, &Toolbar());
+    EXPECT_EQ(Toolbar().orientation(), Qt::Vertical);
+}
+
 TEST_F(BarRendererTest, PopupTellsDescriptionsToTheStatusBar) {
     const std::unique_ptr<QMenu> pMenu(m_pRenderer->NewPopup(m_oBar->Bands()->Item("File")));
     pMenu->popup({0, 0});
@@ -244,46 +398,6 @@ TEST_F(BarRendererTest, ToolbarShowsStateAndOnlyWhatDiffersIsTouched) {
     EXPECT_TRUE(pAction->isChecked());
     EXPECT_TRUE(pAction->isEnabled());
     EXPECT_EQ(m_pRenderer->Actions().TouchCount(), nBefore + 1);
-}
-
-// Two providers of three buttons each take turns, as when the focus goes back and forth.
-TEST_F(BarRendererTest, ButtonsThatComeTakeThePlacesOfThoseThatGo) {
-    m_oWindow.resize(600, 200); // room for all
-    std::vector<Ref<Tool>> aTools;
-    for (const char* sName : {"A1", "A2", "A3", "B1", "B2", "B3"}) {
-        aTools.push_back(AddTool(sName));
-        m_oToolbar->Tools()->Insert(-1, aTools.back())->SetCaption(sName);
-    }
-    const auto Show = [&](char cProvider) {
-        for (const auto& oTool : aTools)
-            oTool->SetVisible(oTool->Name().front() == cProvider);
-        m_pRenderer->Flush();
-        QApplication::processEvents();
-        QStringList aTexts;
-        for (auto* pButton : m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>())
-            if (pButton->isVisible() && pButton->defaultAction())
-                aTexts.append(pButton->defaultAction()->iconText());
-        aTexts.sort();
-        return aTexts.join(' ');
-    };
-    EXPECT_EQ(Show('A'), "A1 A2 A3 Open");
-    const auto nButtons = m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>().size();
-    EXPECT_EQ(Show('B'), "B1 B2 B3 Open");
-    EXPECT_EQ(m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>().size(), nButtons);
-
-    // What the mouse holds down when its command goes doesn't choose the one that comes.
-    QToolButton* pHeld = nullptr;
-    for (auto* pButton : m_pRenderer->ToolbarOf(*m_oToolbar)->findChildren<QToolButton*>())
-        if (pButton->isVisible() && pButton->defaultAction() && pButton->defaultAction()->iconText() == "B2")
-            pHeld = pButton;
-    ASSERT_TRUE(pHeld);
-    QTest::mousePress(pHeld, Qt::LeftButton);
-    EXPECT_EQ(Show('A'), "A1 A2 A3 Open");
-    QTest::mouseRelease(pHeld, Qt::LeftButton);
-    EXPECT_EQ(m_aClicked, QStringList());
-    QTest::mouseClick(pHeld, Qt::LeftButton);
-    EXPECT_EQ(m_aClicked, QStringList("A2"));
-    EXPECT_EQ(Show('-'), "Open");
 }
 
 TEST_F(BarRendererTest, CheckMarkIsTheModelsAlsoAfterAClick) {

@@ -69,13 +69,18 @@ protected:
         Q_EMIT pMenu->aboutToShow();
         return Shown(pMenu->actions()).join(' ').replace('\t', ':');
     }
-    static QString Toolbar(Application& oApplication) {
+    static QList<QAction*> Buttons(Application& oApplication) {
         oApplication.Window().Flush();
-        return Shown(oApplication.Window()
-                         .Bars()
-                         .ToolbarOf(*oApplication.Bar()->Bands()->Item("Toolbars.Edit"))
-                         ->actions())
-            .join(' ');
+        const QToolBar* pToolbar =
+            oApplication.Window().Bars().ToolbarOf(*oApplication.Bar()->Bands()->Item("Toolbars.Edit"));
+        return pToolbar && pToolbar->isVisible() ? pToolbar->actions() : QList<QAction*>();
+    }
+    static QString Toolbar(Application& oApplication) { return Shown(Buttons(oApplication)).join(' '); }
+    static void Click(Application& oApplication, const char* sText) {
+        for (QAction* pAction : Buttons(oApplication))
+            if (pAction->isVisible() && Shown({pAction}).join("") == sText)
+                return pAction->trigger();
+        ADD_FAILURE() << "no button " << sText;
     }
     // Which of the commands a key reaches, by real key presses.
     static std::string Pressed(Application& oApplication, Qt::Key eKey) {
@@ -222,10 +227,7 @@ TEST_F(PersonalBarsTest, ToolbarsAndMenusOutliveChangedDefinitions) {
         oDialog.Entries().item(0)->setCheckState(Qt::Unchecked);
         EXPECT_EQ(Toolbar(*pApplication), "Status Bar C B");
         // What was added does the same as where it comes from.
-        for (QAction* pAction :
-             pApplication->Window().Bars().ToolbarOf(*pApplication->Bar()->Bands()->Item("Toolbars.Edit"))->actions())
-            if (pAction->isVisible() && pAction->iconText() == "Status Bar")
-                pAction->trigger();
+        Click(*pApplication, "Status Bar");
         EXPECT_FALSE(pApplication->Bar()->Bands()->Item("StatusBar")->Visible());
     }
     struct Case {
@@ -258,6 +260,34 @@ TEST_F(PersonalBarsTest, ToolbarsAndMenusOutliveChangedDefinitions) {
     pApplication->Personal().Bars().ResetAllBands();
     EXPECT_EQ(Toolbar(*pApplication), "C");
     EXPECT_EQ(Menu(*pApplication), "C");
+}
+
+// The files' own buttons are hidden from the start, so that the toolbar has never been on screen.
+TEST_F(PersonalBarsTest, ButtonOfThePersonBringsAToolbarThatHadNoneToShow) {
+    Install(Entry("A") + Entry("B") + Button("C", 1));
+    const auto pApplication = Start();
+    const auto fnSetVisible = [&](const char* sName, bool bVisible) {
+        pApplication->Bar()->Tools()->Item(sName)->SetVisible(bVisible);
+        pApplication->Window().Flush();
+    };
+    const auto& oBand = *pApplication->Bar()->Bands()->Item("Toolbars.Edit");
+    const std::string sOwn = oBand.Tools()->All().front()->Name();
+    fnSetVisible(sOwn.c_str(), false);
+    ASSERT_EQ(Toolbar(*pApplication), "");
+    fnSetVisible("File.A", false);
+    PersonalBars& oBars = pApplication->Personal().Bars();
+    oBars.Add(oBand, ToolOf(*pApplication, "File.A"));
+    pApplication->Window().Flush();
+    EXPECT_EQ(Toolbar(*pApplication), "");
+    fnSetVisible("File.A", true);
+    EXPECT_EQ(Toolbar(*pApplication), "A");
+    fnSetVisible("File.A", false);
+    EXPECT_EQ(Toolbar(*pApplication), "");
+    fnSetVisible("File.A", true);
+    fnSetVisible(sOwn.c_str(), true);
+    EXPECT_EQ(Toolbar(*pApplication), "C A");
+    oBars.ResetAllBands();
+    EXPECT_EQ(Toolbar(*pApplication), "C");
 }
 
 } // namespace
