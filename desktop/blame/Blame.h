@@ -57,7 +57,7 @@ private:
     CrashMarker m_oMarker;
     EnteredCode m_oEntered{m_oMarker};
     Ref<LeftOutServices> m_oFilter;
-    QObject m_oTurn; // ends what waits for the next turn
+    QObject m_oTurn;     // ends what waits for the next turn
     std::string m_sBusy; // the watching thread's
     std::unique_ptr<UiWatch> m_pWatch;
 };

@@ -47,7 +47,8 @@ public:
     // For the host.
     // What the close box does: it asks and unloads.
     void RequestClose();
-    // Runs what a person does to the window, with all that it brings about, so that whoever follows the person hears it.
+    // Runs what a person does to the window, with all that it brings about, so that whoever follows the person hears
+    // it.
     void ByPerson(WindowStep::What eWhat, int nWhich, const std::function<void()>& fnDo);
     // Ends the window as if it had been cancelled, without asking.
     void Abandon();

@@ -209,8 +209,8 @@ TEST(Catalogue, TellsWhatIsWrongByLine) {
              Case{"msgid \"a\"\nmsgid_plural \"as\"\n",
                   "2: plural forms have no meaning for texts of definition files; take them out\n"},
              Case{"<Service/>\n", "1: \"<Service/>\" is no line of a catalogue; expected are "
-                                               "msgctxt, msgid, msgstr, a string "
-                                               "or a comment\n"},
+                                  "msgctxt, msgid, msgstr, a string "
+                                  "or a comment\n"},
              Case{"msgid \"%1 of %2\"\nmsgstr \"%1\"\n\nmsgid \"b\"\nmsgstr \"%2\"\n",
                   "1: the translation \"%1\" of \"%1 of %2\" isn't used: the placeholders differ from those of the "
                   "text\n"

@@ -122,7 +122,8 @@ TEST_F(BlameTest, WatchNamesTheServiceThatHangsAmongTwenty) {
         while (!m_oFolder.Read("corvane/App/errors.log").contains(sName) && !oTime.hasExpired(5000))
             QTest::qWait(20);
         const QByteArray sLog = m_oFolder.Read("corvane/App/errors.log");
-        EXPECT_TRUE(sLog.contains("Trouble" + QByteArray::number(i) + " has kept the user interface busy")) << sLog.data();
+        EXPECT_TRUE(sLog.contains("Trouble" + QByteArray::number(i) + " has kept the user interface busy"))
+            << sLog.data();
         EXPECT_TRUE(sLog.contains(sName)) << sLog.data();
         EXPECT_EQ(sLog.count(" has kept "), i == 13 ? 1 : 2) << sLog.data();
     }
