@@ -52,7 +52,8 @@ QString AdviceFor(const QString& sStage) {
 FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder) {
     FailureTexts oTexts;
     oTexts.sHeadline = Text(oShown.oFailure.Description);
-    oTexts.sWhere = Text(oShown.sModule + "." + oShown.sProcedure);
+    const QString sPlace = Text(oShown.sModule.empty() ? oShown.sProcedure : oShown.sModule + "." + oShown.sProcedure);
+    oTexts.sWhere = sPlace;
     Long lLine = oShown.oFailure.Line;
     static const QRegularExpression oFileContext("^Context: (.*), File: (.*), Desc: ",
                                                  QRegularExpression::DotMatchesEverythingOption |
@@ -69,10 +70,9 @@ FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder)
         oTexts.sWhere = lLine > 0 ? FailurePresenter::tr("%1, line %2").arg(sFile).arg(lLine) : sFile;
         oTexts.sAdvice = AdviceFor(oMatch.captured(1));
     }
-    oTexts.sDetails = QString("%1.%2\n%3 %4\n%5")
-                          .arg(Text(oShown.sModule), Text(oShown.sProcedure))
-                          .arg(oShown.oFailure.Number)
-                          .arg(Text(oShown.oFailure.Source), Text(oShown.oFailure.Description));
+    oTexts.sDetails = QString("%1\n%2 %3\n%4")
+                          .arg(sPlace, QString::number(oShown.oFailure.Number), Text(oShown.oFailure.Source),
+                               Text(oShown.oFailure.Description));
     if (!oShown.sContext.empty())
         oTexts.sDetails += "\n" + Text(oShown.sContext);
     return oTexts;
@@ -127,7 +127,7 @@ void FailurePresenter::Guard(const std::function<void()>& fnAct) {
     try {
         fnAct();
     } catch (...) {
-        Show({"Corvane", tr("The command couldn't be finished").toStdString(), CurrentFailure(), "", m_sLogFile});
+        Show({"", tr("The command couldn't be finished").toStdString(), CurrentFailure(), "", m_sLogFile});
     }
 }
 

@@ -10,7 +10,7 @@ namespace corvane {
 
 // A failure that the user is to see.
 struct ShownFailure {
-    std::string sModule;
+    std::string sModule; // "" for what the host itself says
     std::string sProcedure;
     Failure oFailure;
     std::string sContext;
