@@ -126,8 +126,8 @@ private:
             m_oReport.Add(Rule::UnknownAttribute, m_oFile.At(oAttribute.oName),
                           std::string(oElement.sName) + " has no attribute " + Quoted(oAttribute.sName),
                           WriteInstead(aNames, oAttribute.sName, "remove it"));
-        } else if (bValues) {
-            CheckValue(*pFormat, oAttribute);
+        } else if (bValues || (oElement.sName == "Service" && oAttribute.sName == "Active")) {
+            CheckValue(*pFormat, oAttribute); // whether a file takes part is read of every one
         }
     }
 

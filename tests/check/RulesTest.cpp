@@ -97,6 +97,12 @@ TEST(Rules, OfTheFolder) {
     EXPECT_EQ(oHelp.Text(),
               "Services/Help.xml:2:8: error: the MenuItem of the action \"About\" has no Caption: add one "
               "[help-without-about]\n");
+    // And whether it counts at all.
+    CheckedFolder oNoClass;
+    oNoClass.Write("Services/None.xml", R"(<Service Name="None" Active="maybe"/>)");
+    EXPECT_NE(oNoClass.Text().find("Services/None.xml:1:30: error: Active is neither true nor false: \"maybe\""),
+              std::string::npos)
+        << oNoClass.Text();
 }
 
 TEST(Rules, FindNothingInStudies) {
