@@ -50,8 +50,8 @@ void ReadApplication(Model& oModel, const std::string& sApplication, Report& oRe
         pFile->sPath = sPath;
         pFile->sName = sName;
         pFile->sBytes = oFileSystem->ReadAll(sPath);
-        ReadFile(*pFile, oXml, oSchema, oReport);
-        oModel.bComplete &= pFile->oRoot.has_value();
+        ReadFile(*pFile, oXml, oSchema, oModel.oMemory, oReport);
+        oModel.bComplete &= pFile->pRoot != nullptr;
         oModel.aFiles.push_back(std::move(pFile));
     }
 }

@@ -19,7 +19,7 @@ std::vector<Finding> Check(const Options& oOptions) {
     CheckKeys(oModel, oPlan, oReport);
     CheckFolder(oModel, oOptions.sApplication, oOptions.bPlugins, oReport);
     CheckPlugins(oModel, oOptions.sApplication, oOptions.bPlugins, oReport);
-    return oReport.Sorted();
+    return oReport.TakeSorted();
 }
 
 std::vector<Finding> CheckFile(const std::string& sApplication, const std::string& sFile) {

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
+#include <unordered_map>
 
 namespace corvane::check {
 
@@ -21,9 +21,9 @@ public:
         if (oElement.sName == "MenuItem")
             return;
         for (const Attribute& oAttribute : oElement.aAttributes)
-            if (oAttribute.sName.starts_with("Image") && !oAttribute.sValue.empty())
-                CheckImage(std::string(oAttribute.sValue), oFile.At(oAttribute.oValue));
-        for (const Element& oChild : oElement.aChildren)
+            if (oAttribute.Name().starts_with("Image") && !oAttribute.Value().empty())
+                CheckImage(std::string(oAttribute.Value()), oFile, oAttribute.AtValue());
+        for (const Element& oChild : oElement.Children())
             Check(oFile, oChild);
     }
 
@@ -31,21 +31,23 @@ public:
     void CheckGeneric(const std::deque<Provider>& aItems) {
         for (const Provider& oItem : aItems)
             if (oItem.pElement->Value("Image").empty())
-                return CheckImage("GenericExplorerItem.ico", oItem.pFile->At(oItem.pElement->oAt));
+                return CheckImage("GenericExplorerItem.ico", *oItem.pFile, oItem.pElement->At());
     }
 
 private:
     enum class State { Good, Missing, Unreadable };
 
-    void CheckImage(const std::string& sName, const Place& oPlace) {
-        const auto [it, bNew] = m_mapStates.try_emplace(FoldText(sName), State::Good);
+    void CheckImage(const std::string& sName, const File& oFile, Spot pSpot) {
+        const auto [it, bNew] = m_mapStates.try_emplace(sName, State::Good);
         if (bNew)
             it->second = StateOf(sName);
         if (it->second == State::Missing)
-            m_oReport.Add(Rule::MissingImage, oPlace, "there is no picture " + Quoted(sName) + " in the folder Images",
+            m_oReport.Add(Rule::MissingImage, oFile.At(pSpot),
+                          "there is no picture " + Quoted(sName) + " in the folder Images",
                           WriteInstead(Names(), sName, "put it there"));
         else if (it->second == State::Unreadable)
-            m_oReport.Add(Rule::UnreadableImage, oPlace, "the file " + Quoted(sName) + " is no picture that is known",
+            m_oReport.Add(Rule::UnreadableImage, oFile.At(pSpot),
+                          "the file " + Quoted(sName) + " is no picture that is known",
                           "save it as PNG, BMP, ICO, GIF, JPEG or SVG");
     }
 
@@ -66,7 +68,7 @@ private:
 
     std::string m_sFolder;
     Report& m_oReport;
-    std::map<std::string, State> m_mapStates; // by folded name
+    std::unordered_map<std::string, State, TextHash, TextEqual> m_mapStates; // by name
     std::optional<std::vector<std::string>> m_oNames;
 };
 
@@ -83,17 +85,19 @@ public:
         const bool bPage = oProvider.eKind == ProviderKind::Page || oProvider.eKind == ProviderKind::PreferencePage;
         if (sProgID.empty() || (oProvider.eKind == ProviderKind::Service && EqualText(sProgID, "Corvane.Framework")))
             return;
-        const Place oPlace = oProvider.At(bPage ? "PageProgID" : "ProgID");
+        const std::string_view sAttribute = bPage ? "PageProgID" : "ProgID";
         const std::size_t iPoint = sProgID.find('.');
         if (iPoint == 0 || iPoint == std::string::npos || iPoint + 1 == sProgID.size() ||
             sProgID.find_first_of("/\\") < iPoint) {
-            m_oReport.Add(Rule::BadProgId, oPlace, Quoted(sProgID) + " isn't of the form \"Library.Class\"",
+            m_oReport.Add(Rule::BadProgId, oProvider.At(sAttribute),
+                          Quoted(sProgID) + " isn't of the form \"Library.Class\"",
                           "write the name of the plug-in, a point, and the class");
             return;
         }
         const std::string sLibrary = sProgID.substr(0, iPoint);
         if (m_bBuilt && !IsThere(sLibrary))
-            m_oReport.Add(Rule::MissingPlugin, oPlace, "there is no plug-in " + Quoted(m_oFactory.PathOf(sLibrary)),
+            m_oReport.Add(Rule::MissingPlugin, oProvider.At(sAttribute),
+                          "there is no plug-in " + Quoted(m_oFactory.PathOf(sLibrary)),
                           WriteInstead(m_aLibraries, sLibrary, "build it into that folder"));
     }
 
@@ -119,7 +123,7 @@ void CheckFolder(Model& oModel, const std::string& sApplication, bool bPlugins, 
     ImageCheck oImages(sApplication, oReport);
     for (const auto& pFile : oModel.aFiles)
         if (pFile->bActive)
-            oImages.Check(*pFile, *pFile->oRoot);
+            oImages.Check(*pFile, *pFile->pRoot);
     oImages.CheckGeneric(oModel.aItems);
     ProgIdCheck oProgIds(sApplication, bPlugins, oReport);
     for (const auto* pProviders : {&oModel.aServices, &oModel.aItems, &oModel.aPages, &oModel.aPreferencePages})

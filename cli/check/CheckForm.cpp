@@ -80,15 +80,16 @@ std::string WithReferences(std::string_view sRaw) {
 
 class FormCheck {
 public:
-    FormCheck(const File& oFile, Report& oReport) : m_oFile(oFile), m_oReport(oReport) {}
+    FormCheck(const File& oFile, Report& oReport)
+        : m_oFile(oFile), m_oReport(oReport), m_bAscii(IsAscii(oFile.sBytes)) {}
 
-    void Check(Element& oElement, const ElementFormat& oFormat, bool bValues) {
+    void Check(const Element& oElement, const ElementFormat& oFormat, bool bValues) {
         for (Attribute& oAttribute : oElement.aAttributes)
             CheckAttribute(oElement, oFormat, oAttribute, bValues);
         if (bValues)
             for (const AttributeFormat& oAttribute : oFormat.aAttributes)
                 CheckNeed(oElement, oAttribute);
-        for (Element& oChild : oElement.aChildren) {
+        for (const Element& oChild : oElement.Children()) {
             if (const ElementFormat* pFormat = oFormat.Child(oChild.sName))
                 Check(oChild, *pFormat, bValues);
             else
@@ -107,26 +108,27 @@ private:
     void ReportElement(const Element& oParent, const ElementFormat& oFormat, const Element& oElement) {
         m_aUnknown.emplace_back(oElement.sName);
         const std::vector<std::string> aNames = NamesOf(oFormat.aChildren);
-        m_oReport.Add(Rule::UnknownElement, m_oFile.At(oElement.oAt),
+        m_oReport.Add(Rule::UnknownElement, m_oFile.At(oElement.At()),
                       std::string(oParent.sName) + " has no element " + Quoted(oElement.sName),
                       WriteInstead(aNames, oElement.sName, "remove it"));
     }
 
     void CheckAttribute(const Element& oElement, const ElementFormat& oFormat, Attribute& oAttribute, bool bValues) {
-        if (oAttribute.sName.find(':') != std::string_view::npos || oAttribute.sName == "xmlns")
+        if (oAttribute.Name().find(':') != std::string_view::npos || oAttribute.Name() == "xmlns")
             return; // the schema's affair
-        if (!IsAscii(oAttribute.sRaw) && IsUtf8(oAttribute.sRaw))
-            m_oReport.Add(Rule::Utf8Bytes, m_oFile.At(oAttribute.oValue),
+        const std::string_view sWritten = m_bAscii ? std::string_view() : oAttribute.Written();
+        if (!IsAscii(sWritten) && IsUtf8(sWritten))
+            m_oReport.Add(Rule::Utf8Bytes, m_oFile.At(oAttribute.AtValue()),
                           "the bytes of this text look like UTF-8, but are read as Windows-1252",
-                          "write " + Quoted(WithReferences(oAttribute.sRaw)) + ", or save the file as Windows-1252");
-        const AttributeFormat* pFormat = oFormat.Attribute(oAttribute.sName);
+                          "write " + Quoted(WithReferences(sWritten)) + ", or save the file as Windows-1252");
+        const AttributeFormat* pFormat = oFormat.Attribute(oAttribute.Name());
         if (!pFormat) {
-            m_aUnknown.emplace_back(oAttribute.sName);
+            m_aUnknown.emplace_back(oAttribute.Name());
             const std::vector<std::string> aNames = NamesOf(oFormat.aAttributes);
-            m_oReport.Add(Rule::UnknownAttribute, m_oFile.At(oAttribute.oName),
-                          std::string(oElement.sName) + " has no attribute " + Quoted(oAttribute.sName),
-                          WriteInstead(aNames, oAttribute.sName, "remove it"));
-        } else if (bValues || (oElement.sName == "Service" && oAttribute.sName == "Active")) {
+            m_oReport.Add(Rule::UnknownAttribute, m_oFile.At(oAttribute.AtName()),
+                          std::string(oElement.sName) + " has no attribute " + Quoted(oAttribute.Name()),
+                          WriteInstead(aNames, oAttribute.Name(), "remove it"));
+        } else if (bValues || (oElement.sName == "Service" && oAttribute.Name() == "Active")) {
             CheckValue(*pFormat, oAttribute); // whether a file takes part is read of every one
         }
     }
@@ -137,38 +139,38 @@ private:
             case ValueKind::Text:
                 break;
             case ValueKind::Boolean:
-                (void)ToBoolean(Variant(oAttribute.sValue));
+                (void)ToBoolean(Variant(oAttribute.Value()));
                 break;
             case ValueKind::Number:
-                (void)ToSingle(Variant(oAttribute.sValue));
+                (void)ToSingle(Variant(oAttribute.Value()));
                 break;
             case ValueKind::WholeNumber:
-                (void)ToLong(Variant(oAttribute.sValue));
+                (void)ToLong(Variant(oAttribute.Value()));
                 break;
             case ValueKind::Word:
                 CheckWord(oFormat, oAttribute);
                 break;
             }
         } catch (const Failure& oFailure) {
-            oAttribute.bBad = true;
+            oAttribute.SetBad();
             ReportValue(oFormat, oAttribute, oFailure.Number == FailureNumber::Overflow);
         }
     }
 
     void CheckWord(const AttributeFormat& oFormat, Attribute& oAttribute) {
         const bool bKnown = std::any_of(oFormat.aWords.begin(), oFormat.aWords.end(),
-                                        [&](std::string_view s) { return EqualText(s, oAttribute.sValue); });
-        if (bKnown || (oAttribute.sValue.empty() && oFormat.eNeed == Need::Optional))
+                                        [&](std::string_view s) { return EqualText(s, oAttribute.Value()); });
+        if (bKnown || (oAttribute.Value().empty() && oFormat.eNeed == Need::Optional))
             return;
-        oAttribute.bBad = true;
+        oAttribute.SetBad();
         const std::vector<std::string> aWords(oFormat.aWords.begin(), oFormat.aWords.end());
-        m_oReport.Add(Rule::BadWord, m_oFile.At(oAttribute.oValue),
-                      Quoted(oAttribute.sValue) + " is no " + std::string(oFormat.sName),
-                      WriteInstead(aWords, oAttribute.sValue, "write " + Listed(oFormat.aWords)));
+        m_oReport.Add(Rule::BadWord, m_oFile.At(oAttribute.AtValue()),
+                      Quoted(oAttribute.Value()) + " is no " + std::string(oFormat.sName),
+                      WriteInstead(aWords, oAttribute.Value(), "write " + Listed(oFormat.aWords)));
     }
 
     void ReportValue(const AttributeFormat& oFormat, const Attribute& oAttribute, bool bOverflow) {
-        const std::string sValue(oAttribute.sValue);
+        const std::string sValue(oAttribute.Value());
         const bool bBoolean = oFormat.eKind == ValueKind::Boolean;
         std::string sCure = bBoolean ? "write True or False" : "write a number such as 10 or 12.5";
         if (bOverflow)
@@ -179,7 +181,7 @@ private:
             sCure = "write " + Quoted(sPoint);
         else if (bBoolean)
             sCure = BooleanCure(sValue);
-        m_oReport.Add(Rule::BadValue, m_oFile.At(oAttribute.oValue),
+        m_oReport.Add(Rule::BadValue, m_oFile.At(oAttribute.AtValue()),
                       std::string(oFormat.sName) +
                           (bOverflow  ? " is too large: "
                            : bBoolean ? " is neither true nor false: "
@@ -203,27 +205,31 @@ private:
             return;
         const Attribute* pAttribute = oElement.Find(oFormat.sName);
         if (oFormat.eNeed == Need::Required && !pAttribute)
-            m_oReport.Add(Rule::MissingAttribute, m_oFile.At(oElement.oAt),
+            m_oReport.Add(Rule::MissingAttribute, m_oFile.At(oElement.At()),
                           std::string(oElement.sName) + " needs the attribute " + std::string(oFormat.sName),
                           oFormat.eKind == ValueKind::Word      ? "write " + Listed(oFormat.aWords)
                           : oFormat.eKind == ValueKind::Boolean ? "write True or False"
                                                                 : "add it");
-        if (oFormat.eNeed == Need::Name && (!pAttribute || pAttribute->sValue.empty()))
+        if (oFormat.eNeed == Need::Name && (!pAttribute || pAttribute->Value().empty()))
             m_oReport.Add(Rule::MissingName, m_oFile.At(oElement.At(oFormat.sName)),
                           std::string(oElement.sName) + " has no " + std::string(oFormat.sName), "give it one");
     }
 
     const File& m_oFile;
     Report& m_oReport;
+    bool m_bAscii; // the whole file
     std::vector<std::string> m_aUnknown;
 };
 
-// The last element of that name up to the line on which the validator stood, which is a tag's last one.
-const Element* ElementBefore(const Element& oElement, std::string_view sName, Long lLine) {
-    const Element* pFound = oElement.sName == sName && oElement.oAt.lLine <= lLine ? &oElement : nullptr;
-    for (const Element& oChild : oElement.aChildren)
-        if (const Element* pBelow = oChild.oAt.lLine <= lLine ? ElementBefore(oChild, sName, lLine) : nullptr)
-            pFound = pBelow;
+// The last element of that name before the spot.
+const Element* ElementBefore(const Element& oRoot, std::string_view sName, Spot pSpot) {
+    const Element* pFound = nullptr;
+    for (const Element& oElement : std::span(&oRoot, 1 + oRoot.nBelow)) {
+        if (oElement.At() >= pSpot)
+            break;
+        if (oElement.sName == sName)
+            pFound = &oElement;
+    }
     return pFound;
 }
 
@@ -233,44 +239,48 @@ void ReportViolations(const File& oFile, const Ref<IXmlDocument>& oDocument, con
         if (oCheck.Names(oError.sReason))
             continue;
         const std::string sReason = WithoutLine(oError.sReason);
-        Position oAt{oError.lLine, 1};
+        Place oPlace{oFile.sPath, {oError.lLine, 1}};
         if (const std::size_t iName = sReason.find("lement '"); iName != std::string::npos) {
             const std::size_t iBegin = iName + 8;
             const std::string sName = sReason.substr(iBegin, sReason.find('\'', iBegin) - iBegin);
-            if (const Element* pElement = ElementBefore(*oFile.oRoot, sName, oError.lLine))
-                oAt = pElement->oAt;
+            // The validator stood on the last line of a tag.
+            const Spot pEnd = oFile.oLines.EndOf(oFile.sBytes, oError.lLine);
+            if (const Element* pElement = ElementBefore(*oFile.pRoot, sName, pEnd))
+                oPlace = oFile.At(pElement->At());
         }
-        oReport.Add(Rule::Schema, oFile.At(oAt), sReason, "correct it, or use the Service.xdr that comes with Corvane");
+        oReport.Add(Rule::Schema, std::move(oPlace), sReason,
+                    "correct it, or use the Service.xdr that comes with Corvane");
     }
 }
 
 } // namespace
 
-void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCache>& oSchema, Report& oReport) {
+void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCache>& oSchema,
+              std::pmr::memory_resource& oMemory, Report& oReport) {
     const Ref<IXmlDocument> oDocument = oXml->NewDocument();
     if (!oDocument->LoadXml(oFile.sBytes)) {
         const XmlError oError = oDocument->ParseError();
-        oReport.Add(Rule::NotWellFormed, oFile.At({oError.lLine, ErrorColumn(oFile.sBytes, oError.lLine)}),
+        oReport.Add(Rule::NotWellFormed, {oFile.sPath, {oError.lLine, ErrorColumn(oFile.sBytes, oError.lLine)}},
                     WithoutLine(oError.sReason), "correct the XML there, or just before");
         return;
     }
-    std::optional<Element> oRoot = ScanElements(oFile.sBytes, oDocument, oFile.aTexts);
-    if (!oDocument->SelectSingleNode("Service") || !oRoot) {
-        const bool bNamespace = oRoot && oRoot->Find("xmlns");
-        oReport.Add(Rule::NoServiceElement, oFile.At(oRoot ? oRoot->oAt : Position{1, 1}),
+    const Element* pRoot = ScanElements(oFile.sBytes, oDocument, oMemory);
+    if (!pRoot || !oDocument->SelectSingleNode("Service")) {
+        const bool bNamespace = pRoot && pRoot->Find("xmlns");
+        oReport.Add(Rule::NoServiceElement, oFile.At(pRoot ? pRoot->At() : oFile.sBytes.data()),
                     bNamespace ? "the root element has a namespace"
-                               : "the root element is " + Quoted(oRoot ? oRoot->sName : "") + ", not \"Service\"",
+                               : "the root element is " + Quoted(pRoot ? pRoot->sName : "") + ", not \"Service\"",
                     bNamespace ? "remove xmlns" : "name it Service");
         return;
     }
-    oFile.oRoot = std::move(oRoot);
-    Element& oElement = *oFile.oRoot;
+    oFile.pRoot = pRoot;
+    const Element& oElement = *pRoot;
     FormCheck oCheck(oFile, oReport);
     const Attribute* pActive = oElement.Find("Active");
     const bool bProgID = !oElement.Value("ProgID").empty();
     bool bTrue = pActive != nullptr;
     try {
-        bTrue = pActive && ToBoolean(Variant(pActive->sValue));
+        bTrue = pActive && ToBoolean(Variant(pActive->Value()));
     } catch (const Failure&) {
         bTrue = true; // the check of values below says so
     }
@@ -278,7 +288,7 @@ void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCac
     // The library reads no record of a file that takes no part.
     oCheck.Check(oElement, ServiceFormat(), oFile.bActive);
     if (!pActive || (bTrue && !bProgID))
-        oReport.Add(Rule::InactiveFile, oFile.At(oElement.oAt),
+        oReport.Add(Rule::InactiveFile, oFile.At(oElement.At()),
                     std::string("the file has no effect, as it has no ") + (bProgID ? "Active" : "ProgID"),
                     bProgID ? "write Active=\"True\"" : "name the service's class");
     if (oSchema && !oDocument->Validate(oSchema).sReason.empty())

@@ -5,8 +5,9 @@
 
 namespace corvane::check {
 
-// Reads the file's elements and tells whether it takes part; reports what is wrong with its form. The schema may be
-// nothing.
-void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCache>& oSchema, Report& oReport);
+// Reads the file's elements into the memory and tells whether it takes part; reports what is wrong with its form. The
+// schema may be nothing.
+void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCache>& oSchema,
+              std::pmr::memory_resource& oMemory, Report& oReport);
 
 } // namespace corvane::check

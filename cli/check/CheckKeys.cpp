@@ -9,10 +9,6 @@ namespace corvane::check {
 
 namespace {
 
-bool IsTitle(const Entry& oEntry) {
-    return oEntry.oDef->MenuType() == MenuType::fwMenuTitle || oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle;
-}
-
 // The length of the UTF-8 character at the text's start.
 std::size_t CharacterLength(std::string_view sText) {
     std::size_t n = 1;
@@ -21,23 +17,29 @@ std::size_t CharacterLength(std::string_view sText) {
     return n;
 }
 
-// The letter that opens an entry, folded; empty for none. "&&" stands for the character itself.
+bool IsMark(char c) {
+    return c == '#' || c == '&';
+}
+
+// The letter that opens an entry, folded; empty for none. Two marks stand for the character itself.
 std::string MnemonicOf(std::string_view sCaption) {
     for (std::size_t i = 0; i + 1 < sCaption.size(); ++i) {
-        if (sCaption[i] != '&')
+        if (!IsMark(sCaption[i]))
             continue;
         const std::string_view sRest = sCaption.substr(i + 1);
-        if (sRest.front() != '&')
+        if (!IsMark(sRest.front()))
             return sRest.front() == ' ' ? std::string() : FoldText(sRest.substr(0, CharacterLength(sRest)));
         ++i;
     }
     return {};
 }
 
-// What stands in one menu: the entry that gives the caption, and all that share the place.
-using Menu = std::vector<std::vector<const Entry*>>;
+// All that share a place: the first one gives the caption.
+using Sharers = std::span<const Entry* const>;
+// What stands in one menu.
+using Menu = std::vector<Sharers>;
 
-bool MayMeet(const std::vector<const Entry*>& aFirst, const std::vector<const Entry*>& aSecond) {
+bool MayMeet(Sharers aFirst, Sharers aSecond) {
     for (const Entry* pFirst : aFirst)
         for (const Entry* pSecond : aSecond)
             if (pFirst->pProvider->MayMeet(*pSecond->pProvider))
@@ -48,10 +50,10 @@ bool MayMeet(const std::vector<const Entry*>& aFirst, const std::vector<const En
 // The caption with its "#" before a letter that no entry of the menu opens by; empty when all are in use.
 std::string WithFreeLetter(const Menu& oMenu, const Entry& oEntry) {
     std::set<std::string> setUsed;
-    for (const auto& aEntries : oMenu)
-        setUsed.insert(MnemonicOf(aEntries.front()->oDef->Caption()));
-    std::string sCaption = oEntry.oDef->Caption();
-    std::erase(sCaption, '&');
+    for (const Sharers aEntries : oMenu)
+        setUsed.insert(MnemonicOf(aEntries.front()->Caption()));
+    std::string sCaption(oEntry.Caption());
+    std::erase_if(sCaption, IsMark);
     for (std::size_t i = 0; i < sCaption.size(); ++i) {
         const auto c = static_cast<unsigned char>(sCaption[i]);
         if (c < 0x80 && std::isalpha(c) && !setUsed.contains(FoldText(sCaption.substr(i, 1))))
@@ -67,22 +69,23 @@ public:
 
     void CheckMnemonics() {
         for (const auto& [sName, oBar] : m_oPlan.Bars()) {
+            if (oBar.sName.starts_with("Toolbars."))
+                continue;
             Menu oMenu;
             for (const Slot& oSlot : oBar.aSlots)
                 if (!oSlot.aEntries.empty())
-                    oMenu.push_back(oSlot.aEntries);
-            if (!oBar.sName.starts_with("Toolbars."))
-                CheckMenu(oMenu);
+                    oMenu.push_back(oSlot.aEntries.All());
+            CheckMenu(oMenu);
         }
         for (const Provider& oItem : m_oModel.aItems) {
             std::map<Long, const Entry*> mapEntries;
             for (const Entry& oEntry : oItem.aEntries)
                 if (!m_oPlan.PlacingOf(oEntry))
-                    if (const auto oRank = ContextRank(*oEntry.oDef))
+                    if (const auto oRank = ContextRank(oEntry))
                         mapEntries.emplace(*oRank, &oEntry);
             Menu oMenu;
             for (const auto& [lRank, pEntry] : mapEntries)
-                oMenu.push_back({pEntry});
+                oMenu.emplace_back(&pEntry, 1);
             CheckMenu(oMenu);
         }
     }
@@ -97,23 +100,24 @@ public:
 
 private:
     void CheckMenu(const Menu& oMenu) {
-        std::map<std::string, std::vector<const std::vector<const Entry*>*>> mapLetters;
-        for (const auto& aEntries : oMenu) {
+        std::map<std::string, std::vector<Sharers>> mapLetters;
+        for (const Sharers aEntries : oMenu) {
             const Entry& oEntry = *aEntries.front();
-            const std::string sLetter = MnemonicOf(oEntry.oDef->Caption());
+            const std::string sLetter = MnemonicOf(oEntry.Caption());
             if (sLetter.empty())
                 continue;
             auto& aBefore = mapLetters[sLetter];
             const auto it = std::find_if(aBefore.begin(), aBefore.end(),
-                                         [&](const auto* pBefore) { return MayMeet(*pBefore, aEntries); });
+                                         [&](Sharers aOthers) { return MayMeet(aOthers, aEntries); });
             if (it != aBefore.end()) {
+                const Entry& oOther = *it->front();
                 const std::string sFree = WithFreeLetter(oMenu, oEntry);
                 m_oReport.Add(Rule::MnemonicClash, oEntry.At("Caption"),
-                              oEntry.Named() + " opens by " + Quoted(sLetter) + ", as does " + (*it)->front()->Named(),
+                              oEntry.Named() + " opens by " + Quoted(sLetter) + ", as does " + oOther.Named(),
                               sFree.empty() ? "write it without #" : "write " + Quoted(sFree),
-                              {{(*it)->front()->At("Caption"), "the other one"}});
+                              {{oOther.At("Caption"), "the other one"}});
             }
-            aBefore.push_back(&aEntries);
+            aBefore.push_back(aEntries);
         }
     }
 
@@ -121,12 +125,12 @@ private:
     using Tools = std::vector<std::pair<std::string, std::vector<const Entry*>>>;
 
     void AddShortcut(const Entry& oEntry) {
-        const std::string& sText = oEntry.oDef->ShortCutKey();
-        if (sText.empty() || oEntry.oDef->MenuType() == MenuType::fwToolbarItem)
+        const std::string_view sText = oEntry.ShortCutKey();
+        if (sText.empty() || oEntry.IsButton())
             return;
-        const std::optional<std::string> oShortcut = ShortcutIn(sText);
-        if (!oShortcut || IsTitle(oEntry)) {
-            const auto oNearest = NearestShortcut(sText);
+        const std::optional<std::string>& oShortcut = Read(sText);
+        if (!oShortcut || oEntry.IsTitle() || oEntry.eType == MenuType::fwContextMenuTitle) {
+            const auto& oNearest = Nearest(sText);
             m_oReport.Add(oShortcut ? Rule::NoEffect : Rule::ShortcutUnreadable, oEntry.At("ShortCutKey"),
                           oShortcut ? "a title has no shortcut" : "the shortcut " + Quoted(sText) + " can't be read",
                           oShortcut  ? "remove it"
@@ -135,14 +139,34 @@ private:
             return;
         }
         const Placing* pPlacing = m_oPlan.PlacingOf(oEntry);
-        const std::string sTool =
-            pPlacing ? FoldText(pPlacing->sTool) : "context." + FoldText(oEntry.pProvider->sName + "." + oEntry.sKey);
+        std::string sTool; // stays empty where the rank is too large for a place
+        if (!pPlacing)
+            sTool = "context." + FoldText(oEntry.pProvider->sName + "." + std::string(oEntry.sKey));
+        else if (pPlacing->pTool)
+            sTool = FoldText(pPlacing->pTool->sName);
         Tools& aTools = m_mapShortcuts[*oShortcut];
         const auto it = std::find_if(aTools.begin(), aTools.end(), [&](const auto& o) { return o.first == sTool; });
         if (it == aTools.end())
             aTools.push_back({sTool, {&oEntry}});
         else
             it->second.push_back(&oEntry);
+    }
+
+    // A text that has been made of another, which many entries may have, and which takes long.
+    using Made = std::unordered_map<std::string_view, std::optional<std::string>>;
+
+    [[nodiscard]] const std::optional<std::string>& Read(std::string_view sText) {
+        const auto [it, bNew] = m_mapRead.try_emplace(sText);
+        if (bNew)
+            it->second = ShortcutIn(sText);
+        return it->second;
+    }
+
+    [[nodiscard]] const std::optional<std::string>& Nearest(std::string_view sText) {
+        const auto [it, bNew] = m_mapNearest.try_emplace(sText);
+        if (bNew)
+            it->second = NearestShortcut(sText);
+        return it->second;
     }
 
     void CheckShortcut(const std::string& sShortcut, const Tools& aTools) {
@@ -164,6 +188,8 @@ private:
     const MenuPlan& m_oPlan;
     Report& m_oReport;
     std::map<std::string, Tools> m_mapShortcuts;
+    Made m_mapRead; // by what is written, as the next
+    Made m_mapNearest;
 };
 
 } // namespace

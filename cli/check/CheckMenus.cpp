@@ -10,36 +10,23 @@ namespace {
 
 constexpr const char* sToolbarPrefix = "Toolbars.";
 
-bool IsTitle(const Entry& oEntry) {
-    return oEntry.oDef->MenuType() == MenuType::fwMenuTitle;
-}
-bool IsButton(const Entry& oEntry) {
-    return oEntry.oDef->MenuType() == MenuType::fwToolbarItem;
-}
-bool IsOfContextMenu(const Entry& oEntry) {
-    return oEntry.oDef->MenuType() == MenuType::fwContextMenuItem ||
-           oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle;
-}
-
 std::string OrderText(const Entry& oEntry) {
-    return ToText(oEntry.oDef->PositionOrder());
+    return ToText(oEntry.fPositionOrder);
 }
 
 class MenuCheck {
 public:
     MenuCheck(Model& oModel, const MenuPlan& oPlan, Report& oReport)
-        : m_oModel(oModel), m_oPlan(oPlan), m_oReport(oReport) {}
+        : m_oModel(oModel), m_oPlan(oPlan), m_oReport(oReport), m_aSeen(oPlan.ToolCount()) {}
 
     void Check() {
         for (const auto& [pFirst, pSecond] : m_oPlan.DoubleTitles())
             m_oReport.Add(Rule::DuplicateTitle, pSecond->At("ActionItem"), "there is " + pFirst->Named() + " already",
                           "define it in one place; the others only use its Path",
                           {{pFirst->At("ActionItem"), "the first one"}});
-        for (const Placing& oPlacing : m_oPlan.Placings()) {
+        for (const Placing& oPlacing : m_oPlan.Placings())
             CheckPlacing(oPlacing);
-            if (!IsButton(*oPlacing.pEntry))
-                ++m_mapPaths[oPlacing.pEntry->oDef->Path()];
-        }
+        CountPaths();
         for (const auto& [sName, oBar] : m_oPlan.Bars())
             CheckBar(oBar);
         for (Provider& oItem : m_oModel.aItems)
@@ -50,6 +37,18 @@ public:
     }
 
 private:
+    void CountPaths() {
+        std::pair<const std::string_view, int>* pPath = nullptr; // mostly that of the entry before
+        for (const Placing& oPlacing : m_oPlan.Placings()) {
+            const Entry& oEntry = *oPlacing.pEntry;
+            if (oEntry.IsButton())
+                continue;
+            if (!pPath || pPath->first != oEntry.sPath)
+                pPath = &*m_mapPaths.try_emplace(oEntry.sPath).first;
+            ++pPath->second;
+        }
+    }
+
     void CheckPlacing(const Placing& oPlacing) {
         const Entry& oEntry = *oPlacing.pEntry;
         if (oPlacing.bReserved)
@@ -60,16 +59,16 @@ private:
             ReportWithoutRoot(oEntry);
         else if (oPlacing.bOtherTool)
             m_oReport.Add(Rule::DuplicateTitle, oEntry.At("ActionItem"),
-                          "the action of " + oEntry.Named() + " stands for another entry, " + Quoted(oPlacing.sTool) +
-                              ", and the menu of the title is there already",
+                          "the action of " + oEntry.Named() + " stands for another entry, " +
+                              Quoted(oPlacing.pTool->sName) + ", and the menu of the title is there already",
                           "give the title an action of its own");
-        else if (!IsButton(oEntry) && !oPlacing.oRank)
+        else if (!oEntry.IsButton() && !oPlacing.oRank)
             ReportOverflow(oPlacing);
         else if (!oPlacing.pBar)
             ReportLost(oPlacing);
-        else if (oPlacing.pOwner && IsTitle(oEntry) && oPlacing.pOwner->sKey != oEntry.sKey)
+        else if (oPlacing.pOwner && oEntry.IsTitle() && oPlacing.pOwner->sKey != oEntry.sKey)
             ReportTitleBehind(oPlacing);
-        else if (oPlacing.pOwner && IsButton(oEntry) && !EqualText(oPlacing.pOwner->sKey, oEntry.sKey))
+        else if (oPlacing.pOwner && oEntry.IsButton() && !EqualText(oPlacing.pOwner->sKey, oEntry.sKey))
             m_oReport.Add(Rule::SharedPosition, oEntry.At("PositionOrder"),
                           oEntry.Named() + " stands before all others, as " + oPlacing.pOwner->Named() +
                               " has its order, " + OrderText(oEntry),
@@ -77,7 +76,7 @@ private:
     }
 
     void ReportWithoutRoot(const Entry& oEntry) {
-        const std::string& sPath = oEntry.oDef->Path();
+        const std::string_view sPath = oEntry.sPath;
         if (!m_oModel.bComplete || !m_setPaths.insert(FoldText(sPath)).second)
             return;
         m_oReport.Add(Rule::PathWithoutRoot, oEntry.At("Path"),
@@ -89,7 +88,7 @@ private:
     void ReportOverflow(const Placing& oPlacing) {
         const Entry* pTitle = oPlacing.pTitle;
         constexpr Double dblLargest = 2147;
-        if (pTitle && static_cast<Double>(pTitle->oDef->PositionOrder()) > dblLargest)
+        if (pTitle && static_cast<Double>(pTitle->fPositionOrder) > dblLargest)
             m_oReport.Add(Rule::PositionOverflow, pTitle->At("PositionOrder"),
                           pTitle->Named() + " has entries, and their ranks are too large with the order " +
                               OrderText(*pTitle),
@@ -103,9 +102,8 @@ private:
 
     // Titles of one rank, whose entries may then have one rank, too.
     [[nodiscard]] static bool AreTitlesAtFault(const Placing& oPlacing, const Placing& oOwner) {
-        return oPlacing.pTitle && oOwner.pTitle && oPlacing.pTitle != oOwner.pTitle &&
-               oPlacing.pTitle->oDef->Path().empty() && oOwner.pTitle->oDef->Path().empty() &&
-               oPlacing.pTitle->oDef->PositionOrder() == oOwner.pTitle->oDef->PositionOrder();
+        return oPlacing.pTitle && oOwner.pTitle && oPlacing.pTitle != oOwner.pTitle && oPlacing.pTitle->sPath.empty() &&
+               oOwner.pTitle->sPath.empty() && oPlacing.pTitle->fPositionOrder == oOwner.pTitle->fPositionOrder;
     }
 
     void ReportLost(const Placing& oPlacing) {
@@ -154,16 +152,18 @@ private:
             m_oReport.Add(Rule::TitleWithoutEntries, oBar.pTitle->At("ActionItem"),
                           "nothing stands below " + oBar.pTitle->Named(),
                           "give an entry this Path, or remove the title");
-        std::unordered_map<std::string_view, const Entry*, TextHash, TextEqual> mapTools;
         for (const Slot& oSlot : oBar.aSlots) {
             if (oSlot.aEntries.empty())
                 continue;
             const Entry& oEntry = *oSlot.aEntries.front();
-            const auto [it, bNew] = mapTools.emplace(oSlot.sTool, &oEntry);
-            if (!bNew && !AreRivals(*it->second, oEntry))
+            Seen& oSeen = m_aSeen[oSlot.pTool->iNumber];
+            const bool bNew = oSeen.pBar != &oBar;
+            if (bNew)
+                oSeen = {&oBar, &oEntry};
+            if (!bNew && !AreRivals(*oSeen.pEntry, oEntry))
                 m_oReport.Add(Rule::DuplicateEntry, oEntry.At("PositionOrder"), oEntry.Named() + " stands there twice",
-                              IsButton(oEntry) ? "remove one of both" : "give both one PositionOrder, or remove one",
-                              {{it->second->At("PositionOrder"), "the first one"}});
+                              oEntry.IsButton() ? "remove one of both" : "give both one PositionOrder, or remove one",
+                              {{oSeen.pEntry->At("PositionOrder"), "the first one"}});
         }
     }
 
@@ -172,7 +172,7 @@ private:
         if (!m_oModel.bComplete || !oBar.pFirstAsked)
             return;
         const Entry& oEntry = *oBar.pFirstAsked;
-        if (IsButton(oEntry)) {
+        if (oEntry.IsButton()) {
             m_oReport.Add(Rule::PathWithoutTitle, oEntry.At("Path"),
                           "the menu that shows and hides toolbars needs a title \"View\"", "define one");
             return;
@@ -192,7 +192,7 @@ private:
             const Entry* pEntry = oSlot.aEntries.front();
             if (m_oPlan.PlacingOf(*pEntry)->pOwner)
                 continue; // has a finding of its own
-            if (pBefore && pBefore->oDef->PositionOrder() > pEntry->oDef->PositionOrder()) {
+            if (pBefore && pBefore->fPositionOrder > pEntry->fPositionOrder) {
                 m_oReport.Add(Rule::ToolbarOrder, pEntry->At("PositionOrder"),
                               pEntry->Named() + " stands behind " + pBefore->Named() + ", as the text " +
                                   Quoted(OrderText(*pBefore)) + " comes before " + Quoted(OrderText(*pEntry)),
@@ -207,16 +207,16 @@ private:
     // Two services that both want to answer.
     [[nodiscard]] static bool AreRivals(const Entry& oFirst, const Entry& oSecond) {
         return oFirst.pProvider != oSecond.pProvider && oFirst.pProvider->eKind == ProviderKind::Service &&
-               oSecond.pProvider->eKind == ProviderKind::Service && !oFirst.pAction->oDef->Action().empty() &&
-               !oSecond.pAction->oDef->Action().empty();
+               oSecond.pProvider->eKind == ProviderKind::Service && !oFirst.pAction->sProcedure.empty() &&
+               !oSecond.pAction->sProcedure.empty();
     }
 
     void CheckContextMenu(const Provider& oItem) {
         std::map<Long, const Entry*> mapRanks;
         for (const Entry& oEntry : oItem.aEntries) {
-            if (!IsOfContextMenu(oEntry))
+            if (!oEntry.IsOfContextMenu())
                 continue;
-            const std::optional<Long> oRank = ContextRank(*oEntry.oDef);
+            const std::optional<Long> oRank = ContextRank(oEntry);
             if (!oRank) {
                 m_oReport.Add(Rule::PositionOverflow, oEntry.At("PositionOrder"),
                               "the rank of " + oEntry.Named() + " is too large", "write a smaller one");
@@ -232,27 +232,27 @@ private:
         }
     }
 
-    // By tool: who answers, and whether anybody does.
+    // What a tool stands for: who answers, and whether anybody does.
+    struct Command {
+        const Entry* pFirst = nullptr;
+        const Entry* pService = nullptr; // that answers
+        bool bAnswered = false;
+    };
+
     void CheckCommands() {
-        struct Command {
-            const Entry* pFirst = nullptr;
-            const Entry* pService = nullptr; // that answers
-            bool bAnswered = false;
-        };
-        std::unordered_map<std::string_view, Command, TextHash, TextEqual> mapCommands;
-        mapCommands.reserve(m_oModel.nEntries);
-        std::vector<std::string_view> aOrder;
+        m_aCommands.resize(m_oPlan.ToolCount());
+        std::vector<const Command*> aOrder;
+        aOrder.reserve(m_oModel.nEntries);
         for (Provider* pProvider : m_oModel.MenuProviders())
             for (const Entry& oEntry : pProvider->aEntries) {
-                if (IsTitle(oEntry) || oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle)
+                if (oEntry.IsTitle() || oEntry.eType == MenuType::fwContextMenuTitle)
                     continue;
-                const std::string_view sTool = ToolOf(oEntry);
-                Command& oCommand = mapCommands[sTool];
+                Command& oCommand = CommandOf(oEntry);
                 if (!oCommand.pFirst) {
                     oCommand.pFirst = &oEntry;
-                    aOrder.push_back(sTool);
+                    aOrder.push_back(&oCommand);
                 }
-                const bool bAnswers = !oEntry.pAction->oDef->Action().empty();
+                const bool bAnswers = !oEntry.pAction->sProcedure.empty();
                 oCommand.bAnswered |= bAnswers;
                 if (!bAnswers || pProvider->eKind != ProviderKind::Service)
                     continue;
@@ -264,27 +264,31 @@ private:
                                   {{oCommand.pService->At("ActionItem"), "the other one"}});
                 oCommand.pService = &oEntry;
             }
-        for (const std::string_view sTool : aOrder)
-            if (const Command& oCommand = mapCommands[sTool]; !oCommand.bAnswered && m_oModel.bComplete)
+        for (const Command* pCommand : aOrder)
+            if (!pCommand->bAnswered && m_oModel.bComplete)
                 m_oReport.Add(Rule::EntryWithoutProcedure,
-                              oCommand.pFirst->pProvider->pFile->At(oCommand.pFirst->pAction->pElement->oAt),
-                              "the action of " + oCommand.pFirst->Named() + " has no procedure", "name one as Action");
+                              pCommand->pFirst->pProvider->pFile->At(pCommand->pFirst->pAction->pElement->At()),
+                              "the action of " + pCommand->pFirst->Named() + " has no procedure", "name one as Action");
     }
 
-    [[nodiscard]] std::string_view ToolOf(const Entry& oEntry) {
-        if (const std::string_view sTool = m_oPlan.ToolOf(*oEntry.pAction); !sTool.empty())
-            return sTool;
-        return m_aNames.emplace_back("Context." + oEntry.pProvider->sName + "." + oEntry.sKey);
+    // Actions that stand in context menus alone have tools that the plan doesn't know, unless one is called the same.
+    [[nodiscard]] Command& CommandOf(const Entry& oEntry) {
+        const Tool* pTool = m_oPlan.ToolOf(*oEntry.pAction);
+        if (pTool)
+            return m_aCommands[pTool->iNumber];
+        const std::string sName = "Context." + oEntry.pProvider->sName + "." + std::string(oEntry.sKey);
+        pTool = m_oPlan.FindTool(sName);
+        return pTool ? m_aCommands[pTool->iNumber] : m_mapContextCommands[sName];
     }
 
     void CheckEffects() {
         for (Provider* pProvider : m_oModel.MenuProviders())
             for (const Entry& oEntry : pProvider->aEntries) {
-                if (IsOfContextMenu(oEntry) && pProvider->eKind != ProviderKind::ExplorerItem)
+                if (oEntry.IsOfContextMenu() && pProvider->eKind != ProviderKind::ExplorerItem)
                     m_oReport.Add(Rule::NoEffect, oEntry.At("Type"), pProvider->Named() + " has no context menu",
                                   "move it to an explorer item, or use MenuItem");
                 for (const char* sAttribute : {"ShortCutKey", "Separator"})
-                    if (IsButton(oEntry) && !oEntry.pElement->Value(sAttribute).empty())
+                    if (oEntry.IsButton() && !oEntry.pElement->Value(sAttribute).empty())
                         m_oReport.Add(Rule::NoEffect, oEntry.At(sAttribute),
                                       std::string("a button of a toolbar has no ") + sAttribute, "remove it");
             }
@@ -295,7 +299,7 @@ private:
             if (!BooleanOf(*oWindow.pElement, "IsMDIChild", true) || BooleanOf(*oWindow.pElement, "IsModal", false))
                 continue;
             if (!m_oPlan.TitleOf("Window") && m_oModel.bComplete)
-                m_oReport.Add(Rule::MissingWindowList, oWindow.pFile->At(oWindow.pElement->oAt),
+                m_oReport.Add(Rule::MissingWindowList, oWindow.pFile->At(oWindow.pElement->At()),
                               "the window " + Quoted(oWindow.sName) + " is listed nowhere while it is open",
                               "define a title of the action \"Window\" on the menu bar");
             return;
@@ -313,7 +317,14 @@ private:
     Model& m_oModel;
     const MenuPlan& m_oPlan;
     Report& m_oReport;
-    std::deque<std::string> m_aNames;                                          // of tools in context menus
+    // The bar that has had a tool last, and as what.
+    struct Seen {
+        const Bar* pBar = nullptr;
+        const Entry* pEntry = nullptr;
+    };
+    std::vector<Seen> m_aSeen;        // by the numbers of tools, as the next
+    std::vector<Command> m_aCommands; // of tools that the plan knows
+    std::unordered_map<std::string, Command, TextHash, TextEqual> m_mapContextCommands;
     std::set<std::string> m_setPaths;                                          // folded, that have been reported
     std::unordered_map<std::string_view, int, TextHash, TextEqual> m_mapPaths; // how many entries have a path
 };

@@ -3,8 +3,8 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
+#include <unordered_map>
 
 namespace corvane::check {
 
@@ -53,20 +53,20 @@ void CheckStartServices(const Model& oModel, Report& oReport) {
 // The library writes into the entry before it asks whether the file counts.
 void CheckHelp(const Model& oModel, Report& oReport) {
     for (const auto& pFile : oModel.aFiles) {
-        if (!pFile->oRoot || !EqualText(pFile->oRoot->Value("ProgID"), sHelpProgID))
+        if (!pFile->pRoot || !EqualText(pFile->pRoot->Value("ProgID"), sHelpProgID))
             continue;
         const Element* pAbout = nullptr; // the first one is taken
-        for (const Element& oGroup : pFile->oRoot->aChildren)
+        for (const Element& oGroup : pFile->pRoot->Children())
             if (oGroup.sName == "Menus")
-                for (const Element& oEntry : oGroup.aChildren)
+                for (const Element& oEntry : oGroup.Children())
                     if (!pAbout && oEntry.sName == "MenuItem" && oEntry.Value("ActionItem") == "About")
                         pAbout = &oEntry;
         if (!pAbout)
-            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pFile->oRoot->At("ProgID")),
+            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pFile->pRoot->At("ProgID")),
                         "the help service has no MenuItem of the action \"About\"",
                         "add one, in exactly these letters");
         else if (!pAbout->Find("Caption"))
-            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pAbout->oAt),
+            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pAbout->At()),
                         "the MenuItem of the action \"About\" has no Caption", "add one");
     }
 }
@@ -75,7 +75,7 @@ class ItemCheck {
 public:
     ItemCheck(Model& oModel, Report& oReport) : m_oModel(oModel), m_oReport(oReport) {
         for (Provider& oItem : oModel.aItems) {
-            m_mapItems.emplace(FoldText(oItem.sName), &oItem);
+            m_mapItems.emplace(oItem.sName, &oItem);
             m_aNames.push_back(oItem.sName);
         }
     }
@@ -97,7 +97,7 @@ private:
                               "name the item above it as Parent, or make it a Folder");
             return;
         }
-        if (!m_mapItems.contains(FoldText(sParent))) {
+        if (!m_mapItems.contains(sParent)) {
             if (m_oModel.bComplete)
                 m_oReport.Add(Rule::UnknownParent, oItem.At("Parent"), "there is no explorer item " + Quoted(sParent),
                               WriteInstead(m_aNames, sParent, "define it in an active file, or remove Parent"));
@@ -111,7 +111,7 @@ private:
         std::set<const Provider*> setRing;
         const Provider* pItem = &oItem;
         while (pItem && setRing.insert(pItem).second) {
-            const auto it = m_mapItems.find(FoldText(pItem->pElement->Value("Parent")));
+            const auto it = m_mapItems.find(pItem->pElement->Value("Parent"));
             pItem = it == m_mapItems.end() ? nullptr : it->second;
         }
         if (pItem != &oItem || m_setInRings.contains(&oItem))
@@ -128,7 +128,7 @@ private:
             return;
         std::vector<std::string> aNames;
         for (const Action& oAction : oItem.aActions)
-            aNames.push_back(oAction.oDef->Name());
+            aNames.emplace_back(oAction.sName);
         m_oReport.Add(Rule::UnknownDefaultAction, oItem.At("DefaultAction"),
                       oItem.Named() + " has no action " + Quoted(sAction),
                       WriteInstead(aNames, sAction, "define it there as an ActionItem"));
@@ -136,7 +136,7 @@ private:
 
     Model& m_oModel;
     Report& m_oReport;
-    std::map<std::string, Provider*> m_mapItems; // by folded name
+    std::unordered_map<std::string_view, Provider*, TextHash, TextEqual> m_mapItems; // by name
     std::vector<std::string> m_aNames;
     std::set<const Provider*> m_setInRings;
 };

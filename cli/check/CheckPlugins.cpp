@@ -93,28 +93,29 @@ private:
     }
 
     void CheckMembers(const Provider& oProvider, const PluginFactory::ClassInfo& oClass) {
+        const File& oFile = *oProvider.pFile;
         for (const Action& oAction : oProvider.aActions)
-            if (!oAction.oDef->Action().empty())
-                CheckMember(oClass, oAction.oDef->Action(), oAction.oDef->PassActionItemParam() ? 1 : 0,
-                            oProvider.pFile->At(oAction.pElement->At("Action")));
+            if (!oAction.sProcedure.empty())
+                CheckMember(oClass, oAction.sProcedure, oAction.PassesItself() ? 1 : 0, oFile,
+                            oAction.pElement->At("Action"));
         if (oProvider.eKind == ProviderKind::Service && BooleanOf(*oProvider.pElement, "IsStartService", false))
-            CheckMember(oClass, "Start", 0, oProvider.At("IsStartService"));
+            CheckMember(oClass, "Start", 0, oFile, oProvider.pElement->At("IsStartService"));
     }
 
-    void CheckMember(const PluginFactory::ClassInfo& oClass, const std::string& sMember, std::size_t nArguments,
-                     const Place& oPlace) {
+    void CheckMember(const PluginFactory::ClassInfo& oClass, std::string_view sMember, std::size_t nArguments,
+                     const File& oFile, Spot pSpot) {
         const auto it = std::find_if(oClass.aMembers.begin(), oClass.aMembers.end(),
                                      [&](const MemberInfo& o) { return EqualText(o.Name, sMember); });
         if (it == oClass.aMembers.end()) {
             std::vector<std::string> aNames;
             for (const MemberInfo& oMember : oClass.aMembers)
                 aNames.emplace_back(oMember.Name);
-            m_oReport.Add(Rule::UnknownMember, oPlace,
+            m_oReport.Add(Rule::UnknownMember, oFile.At(pSpot),
                           "the class " + oClass.sProgID + " has no member " + Quoted(sMember),
                           WriteInstead(aNames, sMember, "add it to its Members"));
         } else if (it->What == MemberInfo::Kind::Method && it->ParameterCount != nArguments) {
             m_oReport.Add(
-                Rule::WrongArguments, oPlace,
+                Rule::WrongArguments, oFile.At(pSpot),
                 oClass.sProgID + "." + std::string(it->Name) + " takes " + std::to_string(it->ParameterCount) +
                     " arguments and is given " + std::to_string(nArguments),
                 nArguments == 0 ? "write PassActionItemParam=\"True\"" : "write PassActionItemParam=\"False\"");

@@ -20,11 +20,6 @@ std::string Ordinal(std::size_t n) {
     return std::to_string(n) + sEnding;
 }
 
-bool IsOfContextMenu(const Entry& oEntry) {
-    return oEntry.oDef->MenuType() == MenuType::fwContextMenuItem ||
-           oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle;
-}
-
 std::string ContextBar(const Provider& oItem) {
     return "Context." + oItem.sName;
 }
@@ -81,27 +76,26 @@ private:
     }
 
     [[nodiscard]] std::string ToolOf(const Entry& oEntry) const {
-        const std::string_view sTool = m_oPlan.ToolOf(*oEntry.pAction);
-        return sTool.empty() ? ContextBar(*oEntry.pProvider) + "." + oEntry.sKey : std::string(sTool);
+        const Tool* pTool = m_oPlan.ToolOf(*oEntry.pAction);
+        return pTool ? std::string(pTool->sName) : ContextBar(*oEntry.pProvider) + "." + std::string(oEntry.sKey);
     }
 
     void ExplainEntry(const Entry& oEntry) {
         std::string sHeading = oEntry.Named().substr(4); // without "the "
         Heading(sHeading);
         Field("defined",
-              PlaceText(oEntry.pProvider->pFile->At(oEntry.pElement->oAt)) + ", by " + oEntry.pProvider->Named());
+              PlaceText(oEntry.pProvider->pFile->At(oEntry.pElement->At())) + ", by " + oEntry.pProvider->Named());
         ExplainProcedure(oEntry);
         if (const std::string sTool = ToolOf(oEntry); !EqualText(sTool, oEntry.sKey))
             Field("tool", Quoted(sTool) + ", under which it is found and chosen");
-        Field("position",
-              ToText(oEntry.oDef->PositionOrder()) + ", position key " + Quoted(oEntry.oDef->PositionKey()));
+        Field("position", ToText(oEntry.fPositionOrder) + ", position key " + Quoted(oEntry.PositionKey()));
         if (const Placing* pPlacing = m_oPlan.PlacingOf(oEntry)) {
             ExplainRank(*pPlacing);
             ExplainStand(*pPlacing);
         } else {
-            const auto oRank = ContextRank(*oEntry.oDef);
-            const bool bTitle = oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle;
-            Field("rank", oRank ? std::to_string(*oRank) + " = " + ToText(oEntry.oDef->PositionOrder()) +
+            const auto oRank = ContextRank(oEntry);
+            const bool bTitle = oEntry.eType == MenuType::fwContextMenuTitle;
+            Field("rank", oRank ? std::to_string(*oRank) + " = " + ToText(oEntry.fPositionOrder) +
                                       (bTitle ? ", rounded, as it is a title" : " x 100")
                                 : "too large");
             Field("stands", "in the context menu of " + oEntry.pProvider->Named());
@@ -110,13 +104,12 @@ private:
     }
 
     void ExplainProcedure(const Entry& oEntry) {
-        const ActionItemDef& oDef = *oEntry.pAction->oDef;
+        const Action& oAction = *oEntry.pAction;
         std::string sText =
-            Quoted(oDef.Name()) + ", " + PlaceText(oEntry.pProvider->pFile->At(oEntry.pAction->pElement->oAt));
-        const bool bTitle =
-            oEntry.oDef->MenuType() == MenuType::fwMenuTitle || oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle;
-        if (!oDef.Action().empty())
-            sText += ", calls " + oDef.Action() + (oDef.PassActionItemParam() ? " with itself" : "");
+            Quoted(oAction.sName) + ", " + PlaceText(oEntry.pProvider->pFile->At(oEntry.pAction->pElement->At()));
+        const bool bTitle = oEntry.eType == MenuType::fwMenuTitle || oEntry.eType == MenuType::fwContextMenuTitle;
+        if (!oAction.sProcedure.empty())
+            sText += ", calls " + std::string(oAction.sProcedure) + (oAction.PassesItself() ? " with itself" : "");
         else if (!bTitle)
             sText += ", calls nothing";
         Field("action", sText);
@@ -124,19 +117,19 @@ private:
 
     void ExplainRank(const Placing& oPlacing) {
         const Entry& oEntry = *oPlacing.pEntry;
-        const std::string sOrder = ToText(oEntry.oDef->PositionOrder());
-        if (oEntry.oDef->MenuType() == MenuType::fwToolbarItem) {
-            Field("order", "by the text " + Quoted(oEntry.oDef->PositionKey()));
+        const std::string sOrder = ToText(oEntry.fPositionOrder);
+        if (oEntry.eType == MenuType::fwToolbarItem) {
+            Field("order", "by the text " + Quoted(oEntry.PositionKey()));
             return;
         }
         std::string sText = oPlacing.oRank ? std::to_string(*oPlacing.oRank) : std::string("too large");
-        const std::string& sPath = oEntry.oDef->Path();
-        if (sPath.empty() && oEntry.oDef->MenuType() == MenuType::fwMenuTitle)
+        const std::string_view sPath = oEntry.sPath;
+        if (sPath.empty() && oEntry.eType == MenuType::fwMenuTitle)
             sText += ", its order";
         else if (oPlacing.pTitle)
-            sText += " = " + ToText(oPlacing.pTitle->oDef->PositionOrder()) + " x 1000000 + " + sOrder + " x 100; " +
-                     ToText(oPlacing.pTitle->oDef->PositionOrder()) + " is the order of " + oPlacing.pTitle->Named() +
-                     ", " + PlaceText(oPlacing.pTitle->At("PositionOrder"));
+            sText += " = " + ToText(oPlacing.pTitle->fPositionOrder) + " x 1000000 + " + sOrder + " x 100; " +
+                     ToText(oPlacing.pTitle->fPositionOrder) + " is the order of " + oPlacing.pTitle->Named() + ", " +
+                     PlaceText(oPlacing.pTitle->At("PositionOrder"));
         else
             sText += " = 500 x 1000000 + " + sOrder + " x 100; nobody defines a title " + Quoted(sPath);
         Field("rank", sText);
@@ -153,62 +146,64 @@ private:
         }
         const auto& aSlots = oPlacing.pBar->aSlots;
         const auto it = std::find_if(aSlots.begin(), aSlots.end(), [&](const Slot& oSlot) {
-            return std::find(oSlot.aEntries.begin(), oSlot.aEntries.end(), oPlacing.pEntry) != oSlot.aEntries.end();
+            const auto aEntries = oSlot.aEntries.All();
+            return std::find(aEntries.begin(), aEntries.end(), oPlacing.pEntry) != aEntries.end();
         });
         const auto nPlace = static_cast<std::size_t>(it - aSlots.begin());
         std::string sText =
             Ordinal(nPlace + 1) + " of " + std::to_string(aSlots.size()) + " in " + BarText(oPlacing.pBar->sName);
         if (nPlace > 0)
-            sText += ", behind " + Quoted(aSlots[nPlace - 1].sTool);
+            sText += ", behind " + Quoted(aSlots[nPlace - 1].pTool->sName);
         if (nPlace + 1 < aSlots.size())
-            sText += (nPlace > 0 ? " and before " : ", before ") + Quoted(aSlots[nPlace + 1].sTool);
+            sText += (nPlace > 0 ? " and before " : ", before ") + Quoted(aSlots[nPlace + 1].pTool->sName);
         if (!oPlacing.pBar->pTitle && !oPlacing.pBar->bOfHost && !oPlacing.pBar->sName.starts_with("Toolbars."))
             sText += "; the menu is a hidden placeholder, as nobody defines its title";
         Field("stands", sText);
-        for (const Entry* pOther : it->aEntries)
+        for (const Entry* pOther : it->aEntries.All())
             if (pOther != oPlacing.pEntry)
                 Field("shared", "with " + pOther->pProvider->Named() + ", " + PlaceText(pOther->At("ActionItem")));
     }
 
     // When a person sees it.
     void ExplainShown(const Entry& oEntry) {
-        const ActionItemDef& oDef = *oEntry.pAction->oDef;
+        const Action& oAction = *oEntry.pAction;
         std::string sText;
         switch (oEntry.pProvider->eKind) {
         case ProviderKind::Service:
             sText = "from the start";
             break;
         case ProviderKind::ExplorerItem:
-            sText = IsOfContextMenu(oEntry) ? "when a person asks for the menu of such an item"
-                                            : "while such an item is the active one of the explorer";
+            sText = oEntry.IsOfContextMenu() ? "when a person asks for the menu of such an item"
+                                             : "while such an item is the active one of the explorer";
             break;
         case ProviderKind::Page:
         case ProviderKind::PreferencePage:
             sText = "while " + oEntry.pProvider->Named() + " is in front in the active window";
             break;
         }
-        if (!oDef.Visible())
+        if (!BooleanOf(*oAction.pElement, "Visible", true))
             sText += ", once a procedure calls SetVisible(true): the definition says Visible=\"False\"";
-        if (!oDef.Enabled())
+        if (!BooleanOf(*oAction.pElement, "Enabled", true))
             sText += ", greyed out until a procedure calls SetEnabled(true)";
         Field("shown", sText);
     }
 
     void ExplainContextMenu(Provider& oItem) {
-        const bool bHasMenu = std::any_of(oItem.aEntries.begin(), oItem.aEntries.end(), IsOfContextMenu);
+        const bool bHasMenu = std::any_of(oItem.aEntries.begin(), oItem.aEntries.end(),
+                                          [](const Entry& o) { return o.IsOfContextMenu(); });
         if (oItem.eKind != ProviderKind::ExplorerItem || !bHasMenu || !Is(ContextBar(oItem)))
             return;
         Heading("context menu of " + oItem.Named());
-        Field("defined", PlaceText(oItem.pFile->At(oItem.pElement->oAt)));
+        Field("defined", PlaceText(oItem.pFile->At(oItem.pElement->At())));
         std::vector<const Entry*> aEntries;
         for (const Entry& oEntry : oItem.aEntries)
-            if (IsOfContextMenu(oEntry))
+            if (oEntry.IsOfContextMenu())
                 aEntries.push_back(&oEntry);
         std::stable_sort(aEntries.begin(), aEntries.end(), [](const Entry* a, const Entry* b) {
-            return ContextRank(*a->oDef).value_or(0) < ContextRank(*b->oDef).value_or(0);
+            return ContextRank(*a).value_or(0) < ContextRank(*b).value_or(0);
         });
         for (const Entry* pEntry : aEntries)
-            Field(std::to_string(ContextRank(*pEntry->oDef).value_or(0)),
+            Field(std::to_string(ContextRank(*pEntry).value_or(0)),
                   Quoted(pEntry->sKey) + ", " + PlaceText(pEntry->At("ActionItem")));
     }
 
@@ -225,30 +220,29 @@ private:
         for (const Slot& oSlot : oBar.aSlots) {
             ++nPlace;
             if (oSlot.aEntries.empty()) {
-                Field(std::to_string(nPlace), Quoted(oSlot.sTool) + ", made by the library");
+                Field(std::to_string(nPlace), Quoted(oSlot.pTool->sName) + ", made by the library");
                 continue;
             }
             const Placing& oPlacing = *m_oPlan.PlacingOf(*oSlot.aEntries.front());
-            Field(std::to_string(nPlace),
-                  Quoted(oSlot.sTool) + ", " +
-                      (oPlacing.oRank ? "rank " + std::to_string(*oPlacing.oRank)
-                                      : "text " + Quoted(oPlacing.pEntry->oDef->PositionKey())) +
-                      ", " + PlaceText(oPlacing.pEntry->At("PositionOrder")));
+            Field(std::to_string(nPlace), Quoted(oSlot.pTool->sName) + ", " +
+                                              (oPlacing.oRank ? "rank " + std::to_string(*oPlacing.oRank)
+                                                              : "text " + Quoted(oPlacing.pEntry->PositionKey())) +
+                                              ", " + PlaceText(oPlacing.pEntry->At("PositionOrder")));
         }
     }
 
     void ExplainWindow(const Window& oWindow) {
         Heading("window " + Quoted(oWindow.sName));
-        Field("defined", PlaceText(oWindow.pFile->At(oWindow.pElement->oAt)));
+        Field("defined", PlaceText(oWindow.pFile->At(oWindow.pElement->At())));
         Field("shown", "when a procedure calls WindowManager::OpenWindow(" + Quoted(oWindow.sName) + ", ...)");
         for (const Provider* pPage : oWindow.aPages)
             Field("page", Quoted(pPage->sName) + ", " + pPage->sProgID + ", " +
-                              PlaceText(pPage->pFile->At(pPage->pElement->oAt)));
+                              PlaceText(pPage->pFile->At(pPage->pElement->At())));
     }
 
     void ExplainItem(Provider& oItem) {
         Heading("explorer item " + Quoted(oItem.sName));
-        Field("defined", PlaceText(oItem.pFile->At(oItem.pElement->oAt)));
+        Field("defined", PlaceText(oItem.pFile->At(oItem.pElement->At())));
         const std::string_view sType = oItem.pElement->Value("Type");
         const std::string_view sParent = oItem.pElement->Value("Parent");
         if (sParent.empty() && !EqualText(sType, "Default"))
@@ -270,7 +264,7 @@ private:
 
     void ExplainService(const Provider& oService) {
         Heading("service " + Quoted(oService.sName));
-        Field("defined", PlaceText(oService.pFile->At(oService.pElement->oAt)));
+        Field("defined", PlaceText(oService.pFile->At(oService.pElement->At())));
         Field("made", "from " + oService.sProgID);
         Field("holds", std::to_string(oService.aActions.size()) + " actions, " +
                            std::to_string(oService.aEntries.size()) + " places");
@@ -282,7 +276,7 @@ private:
     void ExplainAction() {
         for (Provider* pProvider : m_oModel.MenuProviders())
             for (const Action& oAction : pProvider->aActions) {
-                if (!Is(oAction.oDef->Name()))
+                if (!Is(oAction.sName))
                     continue;
                 bool bPlaced = false;
                 for (const Entry& oEntry : pProvider->aEntries)
@@ -291,9 +285,9 @@ private:
                         bPlaced = true;
                     }
                 if (!bPlaced) {
-                    Heading("action " + Quoted(oAction.oDef->Name()));
+                    Heading("action " + Quoted(oAction.sName));
                     Field("defined",
-                          PlaceText(pProvider->pFile->At(oAction.pElement->oAt)) + ", by " + pProvider->Named());
+                          PlaceText(pProvider->pFile->At(oAction.pElement->At())) + ", by " + pProvider->Named());
                     Field("stands", "nowhere: no MenuItem of its provider refers to it");
                 }
             }

@@ -11,10 +11,6 @@ constexpr const char* sToolbarsMenu = "View.Toolbars";
 constexpr Double dblTitleWeight = 1000000;
 constexpr Double dblTitleOfNobody = 500;
 
-bool IsTitle(const Entry& oEntry) {
-    return oEntry.oDef->MenuType() == MenuType::fwMenuTitle;
-}
-
 std::optional<Long> InRange(Double dblRank) {
     try {
         return RoundToLong(dblRank);
@@ -23,8 +19,16 @@ std::optional<Long> InRange(Double dblRank) {
     }
 }
 
-Double Hundredfold(const MenuItemDef& oDef) {
-    return static_cast<Double>(oDef.PositionOrder() * 100.0F);
+Double Order(const Entry& oEntry) {
+    return static_cast<Double>(oEntry.fPositionOrder);
+}
+
+Double Hundredfold(const Entry& oEntry) {
+    return static_cast<Double>(oEntry.fPositionOrder * 100.0F);
+}
+
+std::string_view NameOf(const Tool* pTool) {
+    return pTool->sName;
 }
 
 } // namespace
@@ -32,34 +36,37 @@ Double Hundredfold(const MenuItemDef& oDef) {
 MenuPlan::MenuPlan(Model& oModel) {
     for (const char* sName : {"StatusBar", "Explorer", sMainBar})
         AddBar(sName, nullptr).bOfHost = true;
-    m_setTools.insert({"Separator", "WindowList"});
+    for (const char* sName : {"Separator", "WindowList"})
+        AddTool(sName);
+    m_aPlacings.reserve(oModel.nEntries);
     m_aByEntry.resize(oModel.nEntries);
     m_aLost.resize(oModel.nActions);
-    m_aTools.resize(oModel.nActions);
-    m_mapMenu.reserve(oModel.nEntries);
-    m_setTools.reserve(oModel.nEntries);
+    m_aByAction.resize(oModel.nActions);
+    m_aMenu.reserve(oModel.nEntries);
     ReadTitles(oModel);
     for (Provider* pProvider : oModel.MenuProviders())
         for (const Entry& oEntry : pProvider->aEntries) {
-            if (oEntry.oDef->MenuType() == MenuType::fwContextMenuItem ||
-                oEntry.oDef->MenuType() == MenuType::fwContextMenuTitle)
+            if (oEntry.IsOfContextMenu())
                 continue;
             Placing& oPlacing = m_aPlacings.emplace_back();
             oPlacing.pEntry = &oEntry;
             m_aByEntry[oEntry.iNumber] = &oPlacing;
-            Rank(oPlacing);
-            File(oPlacing);
+            if (oEntry.IsButton())
+                ShareButton(oPlacing);
+            else
+                Rank(oPlacing);
         }
+    ShareRanks();
     Build();
 }
 
 void MenuPlan::ReadTitles(Model& oModel) {
     for (Provider* pProvider : oModel.MenuProviders())
         for (const Entry& oEntry : pProvider->aEntries) {
-            if (!IsTitle(oEntry))
+            if (!oEntry.IsTitle())
                 continue;
             // A page's title on the menu bar joins one that is there; below another title it doesn't.
-            if (pProvider->eKind == ProviderKind::Page && m_mapTitles.contains(oEntry.pAction->oDef->Name()))
+            if (pProvider->eKind == ProviderKind::Page && m_mapTitles.contains(oEntry.pAction->sName))
                 continue;
             const auto [it, bNew] = m_mapTitles.emplace(oEntry.sKey, &oEntry);
             if (!bNew)
@@ -67,49 +74,59 @@ void MenuPlan::ReadTitles(Model& oModel) {
         }
 }
 
-void MenuPlan::Rank(Placing& oPlacing) const {
-    const MenuItemDef& oDef = *oPlacing.pEntry->oDef;
-    if (oDef.MenuType() == MenuType::fwToolbarItem)
-        return;
-    if (IsTitle(*oPlacing.pEntry) && oDef.Path().empty()) {
-        oPlacing.oRank = InRange(static_cast<Double>(oDef.PositionOrder()));
-        return;
+void MenuPlan::Rank(Placing& oPlacing) {
+    const Entry& oEntry = *oPlacing.pEntry;
+    if (oEntry.IsTitle() && oEntry.sPath.empty()) {
+        oPlacing.oRank = InRange(Order(oEntry));
+    } else {
+        const bool bSamePath = m_pLastRanked && m_pLastRanked->pEntry->sPath == oEntry.sPath;
+        oPlacing.pTitle = bSamePath ? m_pLastRanked->pTitle : TitleOf(oEntry.sPath);
+        const Double dblTitle = oPlacing.pTitle ? Order(*oPlacing.pTitle) : dblTitleOfNobody;
+        oPlacing.oRank = InRange(dblTitle * dblTitleWeight + Hundredfold(oEntry));
+        m_pLastRanked = &oPlacing;
     }
-    oPlacing.pTitle = TitleOf(oDef.Path());
-    const Double dblTitle =
-        oPlacing.pTitle ? static_cast<Double>(oPlacing.pTitle->oDef->PositionOrder()) : dblTitleOfNobody;
-    oPlacing.oRank = InRange(dblTitle * dblTitleWeight + Hundredfold(oDef));
+    if (oPlacing.oRank)
+        m_aMenu.push_back(&oPlacing);
 }
 
-void MenuPlan::File(Placing& oPlacing) {
-    const auto Share = [&](const Placing& oOwner) {
-        oPlacing.pOwner = oOwner.pEntry;
-        m_aShared.push_back(&oPlacing);
-    };
-    if (oPlacing.pEntry->oDef->MenuType() == MenuType::fwToolbarItem) {
-        const auto [it, bNew] = m_mapButtons.emplace(oPlacing.pEntry->oDef->PositionKey(), &oPlacing);
-        if (!bNew)
-            Share(*it->second);
-    } else if (oPlacing.oRank) {
-        const auto [it, bNew] = m_mapMenu.emplace(*oPlacing.oRank, &oPlacing);
-        if (!bNew) {
-            Share(*it->second);
-            if (const Placing*& pLost = m_aLost[oPlacing.pEntry->pAction->iNumber]; !pLost)
-                pLost = &oPlacing;
-        }
-    }
+void MenuPlan::Share(Placing& oPlacing, const Placing& oOwner) {
+    oPlacing.pOwner = oOwner.pEntry;
+    m_aShared.push_back(&oPlacing);
+}
+
+void MenuPlan::ShareButton(Placing& oPlacing) {
+    const auto [it, bNew] = m_mapButtons.emplace(oPlacing.pEntry->PositionKey(), &oPlacing);
+    if (!bNew)
+        Share(oPlacing, *it->second);
+}
+
+// The first of a rank that was read has it.
+void MenuPlan::ShareRanks() {
+    // Placings stand in the order of reading.
+    std::sort(m_aMenu.begin(), m_aMenu.end(), [](const Placing* a, const Placing* b) {
+        return *a->oRank != *b->oRank ? *a->oRank < *b->oRank : a < b;
+    });
+    const Placing* pOwner = nullptr;
+    std::erase_if(m_aMenu, [&](Placing* pPlacing) {
+        const bool bShares = pOwner && *pOwner->oRank == *pPlacing->oRank;
+        if (bShares)
+            Share(*pPlacing, *pOwner);
+        else
+            pOwner = pPlacing;
+        return bShares;
+    });
+    std::sort(m_aShared.begin(), m_aShared.end());
+    for (const Placing* pPlacing : m_aShared)
+        if (const Placing*& pLost = m_aLost[pPlacing->pEntry->pAction->iNumber];
+            !pLost && !pPlacing->pEntry->IsButton())
+            pLost = pPlacing;
 }
 
 void MenuPlan::Build() {
-    std::vector<Placing*> aMenu;
-    aMenu.reserve(m_mapMenu.size());
-    for (const auto& [lRank, pPlacing] : m_mapMenu)
-        aMenu.push_back(pPlacing);
-    std::sort(aMenu.begin(), aMenu.end(), [](const Placing* a, const Placing* b) { return *a->oRank < *b->oRank; });
-    for (Placing* pPlacing : aMenu)
+    for (Placing* pPlacing : m_aMenu)
         PlaceMenu(*pPlacing);
     for (Placing* pPlacing : m_aShared) {
-        if (pPlacing->pEntry->oDef->MenuType() == MenuType::fwToolbarItem)
+        if (pPlacing->pEntry->IsButton())
             PlaceButton(*pPlacing);
         else
             PlaceMenu(*pPlacing);
@@ -117,19 +134,24 @@ void MenuPlan::Build() {
     for (const auto& [sText, pPlacing] : m_mapButtons)
         PlaceButton(*pPlacing);
     if (Bar* pWindows = Find("Window"))
-        pWindows->aSlots.push_back({"WindowList", {}});
+        pWindows->aSlots.emplace_back(FindTool("WindowList"));
 }
 
-Bar& MenuPlan::AddBar(const std::string& sName, const Entry* pAsking) {
-    Bar& oBar = m_mapBars[sName];
+Bar& MenuPlan::AddBar(std::string_view sName, const Entry* pAsking) {
+    Bar& oBar = m_mapBars[std::string(sName)];
     oBar.sName = sName;
     oBar.pFirstAsked = pAsking;
     return oBar;
 }
 
 Bar* MenuPlan::Find(std::string_view sName) {
+    if (m_pLastBar && m_pLastBar->sName == sName)
+        return m_pLastBar;
     const auto it = m_mapBars.find(sName);
-    return it == m_mapBars.end() ? nullptr : &it->second;
+    if (it == m_mapBars.end())
+        return nullptr;
+    m_pLastBar = &it->second;
+    return m_pLastBar;
 }
 
 const Bar* MenuPlan::FindBar(std::string_view sName) const {
@@ -150,51 +172,60 @@ const Placing* MenuPlan::LostPlaceOf(const Action& oAction) const {
     return m_aLost[oAction.iNumber];
 }
 
-Slot* MenuPlan::SlotOf(Bar& oBar, std::string_view sTool) {
-    const auto it = std::find_if(oBar.aSlots.begin(), oBar.aSlots.end(),
-                                 [&](const Slot& oSlot) { return EqualText(oSlot.sTool, sTool); });
+const Tool* MenuPlan::FindTool(std::string_view sName) const {
+    const Tool* const* ppTool = m_oTools.Find(sName, NameOf);
+    return ppTool ? *ppTool : nullptr;
+}
+
+Slot* MenuPlan::SlotOf(Bar& oBar, const Tool* pTool) {
+    const auto it =
+        std::find_if(oBar.aSlots.begin(), oBar.aSlots.end(), [&](const Slot& oSlot) { return oSlot.pTool == pTool; });
     return it == oBar.aSlots.end() ? nullptr : &*it;
 }
 
-// A tool that no entry of the definitions makes, if it isn't there.
-std::string_view MenuPlan::AddTool(std::string_view sName) {
-    const auto it = m_setTools.find(sName);
-    return it != m_setTools.end() ? *it : *m_setTools.insert(m_aNames.emplace_back(sName)).first;
+// The tool of that name, which is a new one if there is none. The name stays as long as the model does.
+const Tool* MenuPlan::AddTool(std::string_view sName) {
+    const Tool* pNew = &m_aTools.emplace_back(Tool{sName, m_aTools.size()});
+    const Tool* const* ppTool = m_oTools.AddOrFind(sName, pNew, NameOf);
+    if (!ppTool)
+        return pNew;
+    m_aTools.pop_back();
+    return *ppTool;
 }
 
 // Where entries of a path stand: a placeholder when no title is there. Nothing when the start would stop.
-Bar* MenuPlan::EntryBar(const std::string& sPath, const Placing& oPlacing) {
+Bar* MenuPlan::EntryBar(std::string_view sPath, const Placing& oPlacing) {
     if (Bar* pBar = Find(sPath))
         return pBar;
     const std::size_t iPoint = sPath.find('.');
-    Bar* pRoot = Find(iPoint == std::string::npos ? sMainBar : sPath.substr(0, iPoint));
-    const bool bHasTool = m_setTools.contains(sPath);
+    Bar* pRoot = Find(iPoint == std::string_view::npos ? sMainBar : sPath.substr(0, iPoint));
+    const bool bHasTool = FindTool(sPath) != nullptr;
     if (!pRoot && !bHasTool)
         return nullptr;
     if (!bHasTool)
-        pRoot->aSlots.push_back({AddTool(sPath), {}});
+        pRoot->aSlots.emplace_back(AddTool(sPath));
     return &AddBar(sPath, oPlacing.pEntry);
 }
 
-Bar* MenuPlan::ParentBar(const std::string& sPath, const Placing& oPlacing) {
+Bar* MenuPlan::ParentBar(std::string_view sPath, const Placing& oPlacing) {
     return sPath.empty() ? Find(sMainBar) : EntryBar(sPath, oPlacing);
 }
 
 // The tool that the action has already, or that of its key, or a new one.
 void MenuPlan::NameTool(Placing& oPlacing) {
     const Entry& oEntry = *oPlacing.pEntry;
-    std::string_view& sTool = m_aTools[oEntry.pAction->iNumber];
-    if (sTool.empty())
-        sTool = *m_setTools.insert(oEntry.sKey).first;
-    oPlacing.sTool = sTool;
-    oPlacing.bReserved = EqualText(sTool, "Separator") || EqualText(sTool, "WindowList");
+    const Tool*& pTool = m_aByAction[oEntry.pAction->iNumber];
+    if (!ToolOf(*oEntry.pAction))
+        pTool = AddTool(oEntry.sKey);
+    oPlacing.pTool = pTool;
+    oPlacing.bReserved = EqualText(pTool->sName, "Separator") || EqualText(pTool->sName, "WindowList");
 }
 
 void MenuPlan::PlaceMenu(Placing& oPlacing) {
     NameTool(oPlacing);
-    if (IsTitle(*oPlacing.pEntry)) {
+    if (oPlacing.pEntry->IsTitle()) {
         PlaceTitle(oPlacing);
-    } else if (Bar* pBar = EntryBar(oPlacing.pEntry->oDef->Path(), oPlacing)) {
+    } else if (Bar* pBar = EntryBar(oPlacing.pEntry->sPath, oPlacing)) {
         PlaceEntry(oPlacing, *pBar);
     } else {
         oPlacing.bWithoutRoot = true;
@@ -203,9 +234,9 @@ void MenuPlan::PlaceMenu(Placing& oPlacing) {
 
 void MenuPlan::PlaceEntry(Placing& oPlacing, Bar& oBar) {
     if (!LostPlaceOf(*oPlacing.pEntry->pAction)) {
-        oBar.aSlots.push_back({oPlacing.sTool, {oPlacing.pEntry}});
+        oBar.aSlots.emplace_back(oPlacing.pTool, oPlacing.pEntry);
         oPlacing.pBar = &oBar;
-    } else if (Slot* pSlot = SlotOf(oBar, oPlacing.sTool)) {
+    } else if (Slot* pSlot = SlotOf(oBar, oPlacing.pTool)) {
         pSlot->aEntries.push_back(oPlacing.pEntry);
         oPlacing.pBar = &oBar;
     }
@@ -221,14 +252,14 @@ void MenuPlan::PlaceTitle(Placing& oPlacing) {
     }
     if (!bAdopts)
         pOwn = &AddBar(oEntry.sKey, nullptr);
-    Bar* pParent = ParentBar(oEntry.oDef->Path(), oPlacing);
+    Bar* pParent = ParentBar(oEntry.sPath, oPlacing);
     if (!pParent) {
         oPlacing.bWithoutRoot = true;
         return;
     }
     if (!pOwn->pTitle)
         pOwn->pTitle = &oEntry;
-    Slot* pSlot = bAdopts ? SlotOf(*pParent, oPlacing.sTool) : nullptr;
+    Slot* pSlot = bAdopts ? SlotOf(*pParent, oPlacing.pTool) : nullptr;
     if (bAdopts && !pSlot) {
         oPlacing.bOtherTool = true;
         return;
@@ -236,32 +267,32 @@ void MenuPlan::PlaceTitle(Placing& oPlacing) {
     if (pSlot)
         pSlot->aEntries.push_back(&oEntry);
     else
-        pParent->aSlots.push_back({oPlacing.sTool, {&oEntry}});
+        pParent->aSlots.emplace_back(oPlacing.pTool, &oEntry);
     oPlacing.pBar = pParent;
 }
 
 void MenuPlan::PlaceButton(Placing& oPlacing) {
     NameTool(oPlacing);
-    const std::string sBar = "Toolbars." + oPlacing.pEntry->oDef->Path();
+    std::string sBar = "Toolbars.";
+    sBar += oPlacing.pEntry->sPath;
     if (!Find(sBar)) {
         if (!Find(sToolbarsMenu)) {
             // The list of toolbars, for which a menu View is made when there is none.
-            const std::string_view sTool = AddTool(sToolbarsMenu);
+            const Tool* pTool = AddTool(sToolbarsMenu);
             AddBar(sToolbarsMenu, oPlacing.pEntry);
             if (Bar* pView = EntryBar("View", oPlacing))
-                pView->aSlots.push_back({sTool, {}});
+                pView->aSlots.emplace_back(pTool);
         }
-        Find(sToolbarsMenu)->aSlots.push_back({AddTool(sBar), {}});
+        Find(sToolbarsMenu)->aSlots.emplace_back(AddTool(m_aNames.emplace_back(sBar)));
         AddBar(sBar, oPlacing.pEntry);
     }
     Bar& oBar = *Find(sBar);
-    oBar.aSlots.push_back({oPlacing.sTool, {oPlacing.pEntry}});
+    oBar.aSlots.emplace_back(oPlacing.pTool, oPlacing.pEntry);
     oPlacing.pBar = &oBar;
 }
 
-std::optional<Long> ContextRank(const MenuItemDef& oDef) {
-    return InRange(oDef.MenuType() == MenuType::fwContextMenuTitle ? static_cast<Double>(oDef.PositionOrder())
-                                                                   : Hundredfold(oDef));
+std::optional<Long> ContextRank(const Entry& oEntry) {
+    return InRange(oEntry.eType == MenuType::fwContextMenuTitle ? Order(oEntry) : Hundredfold(oEntry));
 }
 
 } // namespace corvane::check

@@ -1,7 +1,7 @@
 #include "cli/check/Model.h"
 
 #include "adapters/common/Nearest.h"
-#include "corvane/base/Text.h"
+#include "corvane/base/TextIndex.h"
 
 #include <algorithm>
 #include <deque>
@@ -12,53 +12,37 @@ namespace corvane::check {
 
 namespace {
 
-// An element as the library's records read it. What was found to be bad counts as absent.
-class ElementNode final : public IXmlNode {
-public:
-    // From then on it is that element; texts of the one before are no longer valid.
-    void Show(const Element& oElement) {
-        m_pElement = &oElement;
-        m_nTexts = 0;
-    }
-
-    std::optional<std::string> Attribute(std::string_view sName) const override {
-        const auto* pAttribute = m_pElement->Find(sName);
-        return pAttribute && !pAttribute->bBad ? std::optional<std::string>(pAttribute->sValue) : std::nullopt;
-    }
-    const char* AttributeText(std::string_view sName) const override {
-        const auto* pAttribute = m_pElement->Find(sName);
-        if (!pAttribute || pAttribute->bBad)
-            return nullptr;
-        if (m_nTexts == m_aTexts.size())
-            m_aTexts.emplace_back();
-        return m_aTexts[m_nTexts++].assign(pAttribute->sValue).c_str();
-    }
-    void SetAttribute(std::string_view /*sName*/, std::string_view /*sValue*/) override {}
-    std::vector<Ref<IXmlNode>> SelectNodes(std::string_view /*sXPath*/) const override { return {}; }
-    Ref<IXmlNode> SelectSingleNode(std::string_view /*sXPath*/) const override { return nullptr; }
-    Long Line() const override { return m_pElement->oAt.lLine; }
-
-private:
-    const Element* m_pElement = nullptr;
-    mutable std::deque<std::string> m_aTexts; // the first m_nTexts have been handed out
-    mutable std::size_t m_nTexts = 0;
-};
-
 template <class Act>
 void ForEach(const Element& oParent, std::string_view sGroup, std::string_view sName, Act fnAct) {
-    for (const Element& oGroup : oParent.aChildren)
+    for (const Element& oGroup : oParent.Children())
         if (oGroup.sName == sGroup)
-            for (const Element& oElement : oGroup.aChildren)
+            for (const Element& oElement : oGroup.Children())
                 if (oElement.sName == sName)
                     fnAct(oElement);
 }
 
-// Whether the records can be made of it: no word is missing that has no default.
-bool IsUsable(const Element& oElement, std::initializer_list<std::string_view> aNeeded) {
-    return std::all_of(aNeeded.begin(), aNeeded.end(), [&](std::string_view sName) {
-        const Attribute* pAttribute = oElement.Find(sName);
-        return pAttribute && !pAttribute->bBad;
-    });
+std::size_t CountOf(const Element& oParent, std::string_view sGroup, std::string_view sName) {
+    std::size_t n = 0;
+    ForEach(oParent, sGroup, sName, [&](const Element&) { ++n; });
+    return n;
+}
+
+// Nothing for a value that is missing or bad.
+std::optional<std::string_view> GoodValue(const Element& oElement, std::string_view sAttribute) {
+    const Attribute* pAttribute = oElement.Find(sAttribute);
+    return pAttribute && !pAttribute->IsBad() ? std::optional(pAttribute->Value()) : std::nullopt;
+}
+
+// Of a word that is no bad one.
+MenuType MenuTypeOf(std::string_view sWord) {
+    using enum MenuType;
+    for (const auto& [sType, eType] : {std::pair{"MenuItem", fwMenuItem},
+                                       {"MenuTitle", fwMenuTitle},
+                                       {"ToolbarItem", fwToolbarItem},
+                                       {"ContextMenuItem", fwContextMenuItem}})
+        if (EqualText(sWord, sType))
+            return eType;
+    return fwContextMenuTitle;
 }
 
 class Builder {
@@ -66,7 +50,7 @@ public:
     Builder(Model& oModel, Report& oReport) : m_oModel(oModel), m_oReport(oReport) {}
 
     void AddFile(const File& oFile) {
-        const Element& oRoot = *oFile.oRoot;
+        const Element& oRoot = *oFile.pRoot;
         Provider& oService = m_oModel.aServices.emplace_back();
         Fill(oService, ProviderKind::Service, oFile, oRoot, oRoot.Value("Name"), oRoot.Value("ProgID"));
         Register(m_mapServices, "service", oService.sName, oFile, oRoot);
@@ -83,12 +67,12 @@ public:
     }
 
 private:
-    struct Where {
+    // What has a name, and the file in which it stands.
+    struct Named {
         const File* pFile;
-        Position oAt;
+        const Element* pElement;
     };
-    using Actions = std::unordered_map<std::string_view, Action*, TextHash, TextEqual>;
-    using Places = std::unordered_map<std::string, Where, TextHash, TextEqual>;
+    using Names = std::unordered_map<std::string_view, Named, TextHash, TextEqual>;
 
     void AddWindow(const File& oFile, const Element& oElement) {
         Window& oWindow = m_oModel.aWindows.emplace_back();
@@ -96,16 +80,16 @@ private:
         oWindow.pElement = &oElement;
         oWindow.sName = oElement.Value("Name");
         Register(m_mapWindows, "window", oWindow.sName, oFile, oElement);
-        Places mapPages;
-        for (const Element& oPageElement : oElement.aChildren) {
+        Names mapPages;
+        for (const Element& oPageElement : oElement.Children()) {
             if (oPageElement.sName != "Page")
                 continue;
             Provider& oPage = m_oModel.aPages.emplace_back();
             Fill(oPage, ProviderKind::Page, oFile, oPageElement, oPageElement.Value("Caption"),
                  oPageElement.Value("PageProgID"));
             oWindow.aPages.push_back(&oPage);
-            Register(mapPages, "page", oPage.sProgID + "." + oPage.sName, oFile, oPageElement, "PageProgID",
-                     "give it another Caption");
+            Register(mapPages, "page", Kept(m_oModel.oMemory, {oPage.sProgID, ".", oPage.sName}), oFile, oPageElement,
+                     "PageProgID", "give it another Caption");
         }
     }
 
@@ -116,88 +100,109 @@ private:
         oProvider.pElement = &oElement;
         oProvider.sName = sName;
         oProvider.sProgID = sProgID;
-        Actions mapByName;
-        ForEach(oElement, "ActionItems", "ActionItem", [&](const Element& oActionElement) {
-            const std::string_view sAction = oActionElement.Value("Name");
-            const auto [it, bNew] = mapByName.try_emplace(sAction, nullptr);
-            if (!bNew)
-                return ReportDuplicate("action", sAction, oFile.At(oActionElement.At("Name")),
-                                       oFile.At(it->second->pElement->At("Name")), "give one of them another name");
-            auto oDef = New<ActionItemDef>();
-            oDef->Initialize(Shown(oActionElement));
-            oProvider.aActions.push_back({&oActionElement, &oProvider, oDef, m_oModel.nActions++});
-            it->second = &oProvider.aActions.back();
-        });
-        Places mapEntries;
+        m_oActions = {};
+        oProvider.aActions.reserve(CountOf(oElement, "ActionItems", "ActionItem"));
+        ForEach(oElement, "ActionItems", "ActionItem",
+                [&](const Element& oActionElement) { AddAction(oProvider, oActionElement); });
+        m_mapEntries.clear();
+        oProvider.aEntries.reserve(CountOf(oElement, "Menus", "MenuItem"));
         ForEach(oElement, "Menus", "MenuItem",
-                [&](const Element& oEntryElement) { AddEntry(oProvider, oEntryElement, mapByName, mapEntries); });
+                [&](const Element& oEntryElement) { AddEntry(oProvider, oEntryElement); });
     }
 
-    void AddEntry(Provider& oProvider, const Element& oElement, const Actions& mapActions, Places& mapEntries) {
+    void AddAction(Provider& oProvider, const Element& oElement) {
+        const std::string_view sName = oElement.Value("Name");
+        Action* pAction = &oProvider.aActions.emplace_back(
+            Action{&oElement, &oProvider, sName, oElement.Value("Action"), m_oModel.nActions});
+        if (Action** ppFirst = m_oActions.AddOrFind(sName, pAction, NameOf)) {
+            ReportDuplicate("action", sName, {oProvider.pFile, &oElement}, {oProvider.pFile, (*ppFirst)->pElement},
+                            "Name", "give one of them another name");
+            oProvider.aActions.pop_back();
+        } else {
+            ++m_oModel.nActions;
+        }
+    }
+
+    void AddEntry(Provider& oProvider, const Element& oElement) {
         const Attribute* pName = oElement.Find("ActionItem");
-        const auto itAction = pName ? mapActions.find(pName->sValue) : mapActions.end();
-        Action* pAction = itAction != mapActions.end() ? itAction->second : nullptr;
-        if (pName && !pAction)
+        Action** ppAction = pName ? m_oActions.Find(pName->Value(), NameOf) : nullptr;
+        if (pName && !ppAction)
             ReportUnknownAction(oProvider, *pName);
-        if (!pAction || !IsUsable(oElement, {"Type", "PositionOrder"}))
+        const std::optional<std::string_view> oType = GoodValue(oElement, "Type");
+        const std::optional<std::string_view> oOrder = GoodValue(oElement, "PositionOrder");
+        if (!ppAction || !oType || !oOrder)
             return;
-        auto oDef = New<MenuItemDef>();
-        oDef->Initialize(Shown(oElement));
-        oDef->SetActionItemDef(pAction->oDef);
-        const std::string sKey = oDef->Key();
+        Entry oEntry{&oElement,
+                     &oProvider,
+                     *ppAction,
+                     MenuTypeOf(*oType),
+                     ToSingle(Variant(*oOrder)),
+                     oElement.Value("Path"),
+                     {},
+                     m_oModel.nEntries};
+        oEntry.sKey = KeyOf(oEntry);
         // Services have no keys of their own for their entries.
-        if (oProvider.eKind != ProviderKind::Service && !Register(mapEntries, "entry", sKey, *oProvider.pFile, oElement,
-                                                                  "ActionItem", "remove it, or give it another Path"))
+        if (oProvider.eKind != ProviderKind::Service &&
+            !Register(m_mapEntries, "entry", oEntry.sKey, *oProvider.pFile, oElement, "ActionItem",
+                      "remove it, or give it another Path"))
             return;
-        oProvider.aEntries.push_back({&oElement, &oProvider, pAction, oDef, sKey, m_oModel.nEntries++});
+        oProvider.aEntries.push_back(oEntry);
+        ++m_oModel.nEntries;
+    }
+
+    [[nodiscard]] std::string_view KeyOf(const Entry& oEntry) {
+        const std::string_view sName = oEntry.pAction->sName;
+        const std::string_view sMark = oEntry.IsButton() ? "Tool." : "";
+        if (oEntry.sPath.empty() && sMark.empty())
+            return sName;
+        return Kept(m_oModel.oMemory, {sMark, oEntry.sPath, oEntry.sPath.empty() ? "" : ".", sName});
     }
 
     void ReportUnknownAction(const Provider& oProvider, const Attribute& oName) {
         std::vector<std::string> aNames;
         for (const Action& oAction : oProvider.aActions)
-            aNames.push_back(oAction.oDef->Name());
-        m_oReport.Add(Rule::UnknownAction, oProvider.pFile->At(oName.oValue),
-                      oProvider.Named() + " has no action " + Quoted(oName.sValue),
-                      WriteInstead(aNames, oName.sValue, "define it there as an ActionItem"));
+            aNames.emplace_back(oAction.sName);
+        m_oReport.Add(Rule::UnknownAction, oProvider.pFile->At(oName.AtValue()),
+                      oProvider.Named() + " has no action " + Quoted(oName.Value()),
+                      WriteInstead(aNames, oName.Value(), "define it there as an ActionItem"));
     }
 
-    // False for a name that is there already.
-    bool Register(Places& mapPlaces, std::string_view sKind, const std::string& sName, const File& oFile,
+    // False for a name that is there already. The name stays as long as the model does.
+    bool Register(Names& mapNames, std::string_view sKind, std::string_view sName, const File& oFile,
                   const Element& oElement, std::string_view sAttribute = "Name",
                   std::string_view sCure = "give one of them another name") {
-        const auto [it, bNew] = mapPlaces.try_emplace(sName, Where{&oFile, oElement.At(sAttribute)});
+        const Named oThis{&oFile, &oElement};
+        const auto [it, bNew] = mapNames.try_emplace(sName, oThis);
         if (!bNew)
-            ReportDuplicate(sKind, sName, oFile.At(oElement.At(sAttribute)), it->second.pFile->At(it->second.oAt),
-                            sCure);
+            ReportDuplicate(sKind, sName, oThis, it->second, sAttribute, sCure);
         return bNew;
     }
 
     // What has no name at all has a finding of its own.
-    void ReportDuplicate(std::string_view sKind, std::string_view sName, Place oPlace, Place oFirst,
-                         std::string_view sCure) {
+    void ReportDuplicate(std::string_view sKind, std::string_view sName, const Named& oSecond, const Named& oFirst,
+                         std::string_view sAttribute, std::string_view sCure) {
+        const auto PlaceOf = [&](const Named& o) { return o.pFile->At(o.pElement->At(sAttribute)); };
         if (!sName.empty())
-            m_oReport.Add(Rule::DuplicateName, std::move(oPlace),
+            m_oReport.Add(Rule::DuplicateName, PlaceOf(oSecond),
                           "there is a " + std::string(sKind) + " " + Quoted(sName) + " already", std::string(sCure),
-                          {{std::move(oFirst), "the first one"}});
+                          {{PlaceOf(oFirst), "the first one"}});
     }
 
-    [[nodiscard]] const Ref<ElementNode>& Shown(const Element& oElement) {
-        m_oNode->Show(oElement);
-        return m_oNode;
-    }
+    static std::string_view NameOf(const Action* pAction) { return pAction->sName; }
 
     Model& m_oModel;
     Report& m_oReport;
-    Ref<ElementNode> m_oNode = New<ElementNode>();
-    Places m_mapServices;
-    Places m_mapItems;
-    Places m_mapWindows;
+    Names m_mapServices;
+    Names m_mapItems;
+    Names m_mapWindows;
+    TextIndex<Action*> m_oActions; // of the provider at hand, as the next
+    Names m_mapEntries;
 };
 
 } // namespace
 
-std::vector<Finding> Report::Sorted() const {
-    std::vector<Finding> aFindings = m_aFindings;
+std::vector<Finding> Report::TakeSorted() {
+    std::vector<Finding> aFindings = std::move(m_aFindings);
     const auto Key = [](const Finding& o) { return std::tie(o.oPlace.sFile, o.oPlace.oAt, o.eRule, o.sText); };
     std::stable_sort(aFindings.begin(), aFindings.end(),
                      [&](const Finding& a, const Finding& b) { return Key(a) < Key(b); });
@@ -207,19 +212,27 @@ std::vector<Finding> Report::Sorted() const {
     return aFindings;
 }
 
+bool Action::PassesItself() const {
+    return BooleanOf(*pElement, "PassActionItemParam", false);
+}
+
+std::string Entry::PositionKey() const {
+    const std::string sOrder = ToText(fPositionOrder);
+    return IsTitle() || IsOfContextMenu() ? sOrder : std::string(sPath) + "." + sOrder;
+}
+
 Place Entry::At(std::string_view sAttribute) const {
     return pProvider->pFile->At(pElement->At(sAttribute));
 }
 
 std::string Entry::Named() const {
-    const bool bTitle = oDef->MenuType() == MenuType::fwMenuTitle || oDef->MenuType() == MenuType::fwContextMenuTitle;
-    const bool bButton = oDef->MenuType() == MenuType::fwToolbarItem;
-    return (bTitle ? "the title " : bButton ? "the button " : "the entry ") + Quoted(sKey);
+    const bool bTitle = IsTitle() || eType == MenuType::fwContextMenuTitle;
+    return (bTitle ? "the title " : IsButton() ? "the button " : "the entry ") + Quoted(sKey);
 }
 
 Action* Provider::FindAction(std::string_view sAction) {
     for (Action& oAction : aActions)
-        if (EqualText(oAction.oDef->Name(), sAction))
+        if (EqualText(oAction.sName, sAction))
             return &oAction;
     return nullptr;
 }
@@ -258,8 +271,8 @@ void BuildModel(Model& oModel, Report& oReport) {
 }
 
 bool BooleanOf(const Element& oElement, std::string_view sAttribute, bool bDefault) {
-    const Attribute* pAttribute = oElement.Find(sAttribute);
-    return pAttribute && !pAttribute->bBad ? ToBoolean(Variant(pAttribute->sValue)) : bDefault;
+    const std::optional<std::string_view> oValue = GoodValue(oElement, sAttribute);
+    return oValue ? ToBoolean(Variant(*oValue)) : bDefault;
 }
 
 std::string Quoted(std::string_view sText) {

@@ -1,10 +1,11 @@
-// All definition files of an application as one model: the library's records, tied to the places where they stand. It
-// holds what is usable; what isn't has been reported and is left out or has its default.
+// All definition files of an application as one model: what the library's records would hold, tied to the places where
+// it stands. It holds what is usable; what isn't has been reported and is left out or has its default.
 #pragma once
 
 #include "cli/check/Format.h"
 #include "cli/check/Source.h"
-#include "corvane/services/ExplorerItemDef.h"
+#include "corvane/base/Variant.h"
+#include "corvane/services/DefinitionEnums.h"
 
 #include <deque>
 #include <memory>
@@ -20,8 +21,8 @@ public:
         m_aFindings.push_back({eRule, std::move(oPlace), std::move(sText), std::move(sCure), std::move(aNotes)});
     }
     [[nodiscard]] const std::vector<Finding>& Findings() const { return m_aFindings; }
-    // In order of files and places, each only once.
-    [[nodiscard]] std::vector<Finding> Sorted() const;
+    // In order of files and places, each only once; the report is empty then.
+    [[nodiscard]] std::vector<Finding> TakeSorted();
 
 private:
     std::vector<Finding> m_aFindings;
@@ -31,30 +32,48 @@ struct File {
     std::string sPath; // for messages
     std::string sName;
     std::string sBytes;
-    std::deque<std::string> aTexts; // what ScanElements keeps
-    std::optional<Element> oRoot;   // nothing while the file can't be read as a definition
+    const Element* pRoot = nullptr; // nothing while the file can't be read as a definition
     bool bActive = false;           // the library would read its records
 
-    [[nodiscard]] Place At(Position oAt) const { return {sPath, oAt}; }
+    [[nodiscard]] Place At(Spot pSpot) const { return {sPath, oLines.PositionOf(sBytes, pSpot)}; }
+
+    mutable Lines oLines;
 };
 
 struct Provider;
 
+// An ActionItem, as ActionItemDef reads it.
 struct Action {
     const Element* pElement;
     Provider* pProvider;
-    Ref<ActionItemDef> oDef;
+    std::string_view sName;
+    std::string_view sProcedure;
     std::size_t iNumber; // among all actions of the model, from 0
+
+    [[nodiscard]] bool PassesItself() const;
 };
 
+// A MenuItem, as MenuItemDef reads it.
 struct Entry {
     const Element* pElement;
     Provider* pProvider;
     Action* pAction;
-    Ref<MenuItemDef> oDef; // with its action
-    std::string sKey;      // MenuItemDef.Key
+    MenuType eType;
+    Single fPositionOrder;
+    std::string_view sPath;
+    std::string_view sKey; // the identity of the entry in its bar: [Tool.][Path.]action name
     std::size_t iNumber;   // among all entries of the model, from 0
 
+    [[nodiscard]] bool IsTitle() const { return eType == MenuType::fwMenuTitle; }
+    [[nodiscard]] bool IsButton() const { return eType == MenuType::fwToolbarItem; }
+    [[nodiscard]] bool IsOfContextMenu() const {
+        return eType == MenuType::fwContextMenuItem || eType == MenuType::fwContextMenuTitle;
+    }
+    // As it is written, with "#" or "&" before the mnemonic.
+    [[nodiscard]] std::string_view Caption() const { return pElement->Value("Caption"); }
+    [[nodiscard]] std::string_view ShortCutKey() const { return pElement->Value("ShortCutKey"); }
+    // By which toolbars are sorted.
+    [[nodiscard]] std::string PositionKey() const;
     [[nodiscard]] Place At(std::string_view sAttribute) const;
     // "the entry "File.Open"", for messages.
     [[nodiscard]] std::string Named() const;
@@ -69,8 +88,8 @@ struct Provider {
     const Element* pElement;
     std::string sName; // of a page its caption
     std::string sProgID;
-    std::deque<Action> aActions;
-    std::deque<Entry> aEntries;
+    std::vector<Action> aActions;
+    std::vector<Entry> aEntries;
 
     [[nodiscard]] Place At(std::string_view sAttribute) const { return pFile->At(pElement->At(sAttribute)); }
     [[nodiscard]] Action* FindAction(std::string_view sAction);
@@ -87,6 +106,8 @@ struct Window {
 };
 
 struct Model {
+    // Of elements, attributes and texts: it goes as a whole, and is had in few pieces.
+    std::pmr::monotonic_buffer_resource oMemory;
     std::vector<std::unique_ptr<File>> aFiles; // in order of loading
     bool bComplete = true;                     // every file could be read
     std::deque<Provider> aServices;            // in order of loading, as all that follows

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace corvane::check {
 
@@ -13,21 +14,36 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-bool NeedsTheParser(std::string_view sRaw) {
-    return sRaw.find_first_of("&\t\n\r") != std::string_view::npos;
+bool EndsName(char c) {
+    return IsBlank(c) || c == '=' || c == '>' || c == '/';
+}
+
+bool NeedsTheParser(std::string_view sWritten) {
+    return sWritten.find_first_of("&\t\n\r") != std::string_view::npos;
 }
 
 // Whether a value reads as it is written.
-bool IsPlain(std::string_view sRaw) {
-    return std::all_of(sRaw.begin(), sRaw.end(), [](char c) { return c >= ' ' && c != '&'; });
+bool IsPlain(std::string_view sWritten) {
+    bool bPlain = true;
+    for (const char c : sWritten) // to the end, as that is faster than to look where to stop
+        bPlain &= c >= ' ' && c != '&';
+    return bPlain;
+}
+
+template <class T>
+std::span<T> Copied(std::pmr::memory_resource& oMemory, const std::vector<T>& aThings) {
+    if (aThings.empty())
+        return {};
+    auto* pCopy = static_cast<T*>(oMemory.allocate(aThings.size() * sizeof(T), alignof(T)));
+    std::uninitialized_copy(aThings.begin(), aThings.end(), pCopy);
+    return {pCopy, aThings.size()};
 }
 
 class Scanner {
 public:
-    explicit Scanner(std::string_view sText) : m_sText(sText) {}
+    Scanner(std::string_view sText, std::pmr::memory_resource& oMemory) : m_sText(sText), m_oMemory(oMemory) {}
 
-    // Elements in order of their start tags; each has its place in the tree already.
-    std::optional<Element> Run() {
+    std::span<Element> Run() {
         while (const char* pNext = Find('<')) {
             m_i = static_cast<std::size_t>(pNext - m_sText.data());
             if (At("<!--"))
@@ -43,7 +59,9 @@ public:
             else
                 StartTag();
         }
-        return std::move(m_oRoot);
+        while (!m_aOpen.empty())
+            Close();
+        return Copied(m_oMemory, m_aElements);
     }
 
     [[nodiscard]] bool IsPlainText() const { return m_bPlain; }
@@ -87,145 +105,151 @@ private:
 
     void EndTag() {
         if (!m_aOpen.empty())
-            m_aOpen.pop_back();
+            Close();
         SkipThrough(">");
     }
 
-    // Lines are counted up to the place that is asked for, which only moves forward.
-    [[nodiscard]] Position PositionOf(std::size_t i) {
-        while (const auto* p =
-                   static_cast<const char*>(std::memchr(m_sText.data() + m_iCounted, '\n', i - m_iCounted))) {
-            m_iCounted = static_cast<std::size_t>(p - m_sText.data()) + 1;
-            m_iLine = m_iCounted;
-            ++m_lLine;
-        }
-        m_iCounted = i;
-        return {m_lLine, static_cast<Long>(i - m_iLine) + 1};
+    void Close() {
+        m_aElements[m_aOpen.back()].nBelow = m_aElements.size() - m_aOpen.back() - 1;
+        m_aOpen.pop_back();
     }
 
     [[nodiscard]] std::string_view Name() {
-        const std::size_t iBegin = m_i;
-        while (m_i < m_sText.size() && !IsBlank(Here()) && Here() != '=' && Here() != '>' && Here() != '/')
-            ++m_i;
-        return m_sText.substr(iBegin, m_i - iBegin);
+        const auto itBegin = m_sText.begin() + static_cast<std::ptrdiff_t>(m_i);
+        const auto itEnd = std::find_if(itBegin, m_sText.end(), EndsName);
+        m_i = static_cast<std::size_t>(itEnd - m_sText.begin());
+        return {itBegin, itEnd};
     }
 
     void StartTag() {
-        Element* pElement = nullptr;
-        if (m_aOpen.empty()) {
-            m_oRoot.emplace();
-            pElement = &*m_oRoot;
-        } else {
-            pElement = &m_aOpen.back()->aChildren.emplace_back();
-        }
-        pElement->oAt = PositionOf(m_i);
         ++m_i;
-        pElement->sName = Name();
+        const std::string_view sName = Name();
         m_aAttributes.clear();
         for (SkipBlanks(); m_i < m_sText.size() && Here() != '>' && Here() != '/'; SkipBlanks())
             AddAttribute();
-        pElement->aAttributes.assign(m_aAttributes.begin(), m_aAttributes.end());
+        if (m_aOpen.empty())
+            m_aElements.clear(); // the root
+        m_aElements.push_back({sName, Copied(m_oMemory, m_aAttributes)});
         const bool bEmpty = Here() == '/';
         SkipThrough(">");
         if (!bEmpty)
-            m_aOpen.push_back(pElement);
+            m_aOpen.push_back(m_aElements.size() - 1);
     }
 
     void AddAttribute() {
-        Attribute& oAttribute = m_aAttributes.emplace_back();
-        oAttribute.oName = PositionOf(m_i);
-        oAttribute.sName = Name();
+        const std::string_view sName = Name();
         while (m_i < m_sText.size() && Here() != '"' && Here() != '\'')
             ++m_i;
         const char cQuote = Here();
         const std::size_t iBegin = std::min(++m_i, m_sText.size());
-        oAttribute.oValue = PositionOf(iBegin);
         m_i = std::min(m_sText.find(cQuote, iBegin), m_sText.size());
-        oAttribute.sRaw = m_sText.substr(iBegin, m_i - iBegin);
-        oAttribute.sValue = oAttribute.sRaw;
-        m_bPlain = m_bPlain && IsPlain(oAttribute.sRaw);
+        const std::string_view sWritten = m_sText.substr(iBegin, m_i - iBegin);
+        m_aAttributes.emplace_back(sName, sWritten);
+        m_bPlain = m_bPlain && IsPlain(sWritten);
         ++m_i;
     }
 
     std::string_view m_sText;
+    std::pmr::memory_resource& m_oMemory;
     std::size_t m_i = 0;
-    std::size_t m_iCounted = 0;
-    std::size_t m_iLine = 0; // where the line begins
-    Long m_lLine = 1;
     bool m_bPlain = true;
-    std::optional<Element> m_oRoot;
-    std::vector<Element*> m_aOpen;
+    std::vector<Element> m_aElements;
+    std::vector<std::size_t> m_aOpen;
     std::vector<Attribute> m_aAttributes; // of the tag at hand
 };
 
-std::size_t CountOf(const Element& oElement) {
-    std::size_t n = 1;
-    for (const Element& oChild : oElement.aChildren)
-        n += CountOf(oChild);
-    return n;
-}
-
-// Values that differ from what is written, from the document's elements, in document order as they are met here. aNodes
-// is empty where entities hold elements; values then stay as they are written.
-class Values {
-public:
-    Values(std::vector<Ref<IXmlNode>> aNodes, std::deque<std::string>& aTexts)
-        : m_aNodes(std::move(aNodes)), m_aTexts(aTexts) {}
-
-    void Fill(Element& oElement) {
-        const std::size_t iThis = m_iNode++;
-        for (Attribute& oAttribute : oElement.aAttributes) {
-            if (!m_aNodes.empty() && NeedsTheParser(oAttribute.sRaw))
-                oAttribute.sValue = m_aTexts.emplace_back(m_aNodes[iThis]->Attribute(oAttribute.sName).value_or(""));
-            else if (!IsAscii(oAttribute.sRaw))
-                oAttribute.sValue = m_aTexts.emplace_back(DecodeWindows1252(oAttribute.sRaw));
+// Values that differ from what is written, from the document's elements, which are in the same order. aNodes is empty
+// where entities hold elements; values then stay as they are written.
+void FillValues(std::span<Element> aElements, const std::vector<Ref<IXmlNode>>& aNodes,
+                std::pmr::memory_resource& oMemory) {
+    for (std::size_t i = 0; i < aElements.size(); ++i)
+        for (Attribute& oAttribute : aElements[i].aAttributes) {
+            const std::string_view sWritten = oAttribute.Written();
+            if (!aNodes.empty() && NeedsTheParser(sWritten))
+                oAttribute.SetValue(Kept(oMemory, {aNodes[i]->Attribute(oAttribute.Name()).value_or("")}));
+            else if (!IsAscii(sWritten))
+                oAttribute.SetValue(Kept(oMemory, {DecodeWindows1252(sWritten)}));
         }
-        for (Element& oChild : oElement.aChildren)
-            Fill(oChild);
-    }
-
-private:
-    std::vector<Ref<IXmlNode>> m_aNodes;
-    std::deque<std::string>& m_aTexts;
-    std::size_t m_iNode = 0;
-};
+}
 
 } // namespace
 
-const Attribute* Element::Find(std::string_view sAttribute) const {
-    for (const Attribute& oAttribute : aAttributes)
-        if (oAttribute.sName == sAttribute)
+std::string_view Attribute::Written() const {
+    // The text has an end sign, should it end within a tag.
+    const char* pBegin = m_pName + m_nName;
+    while (*pBegin && *pBegin != '"' && *pBegin != '\'')
+        ++pBegin;
+    if (!*pBegin)
+        return {pBegin, 0};
+    const char* pEnd = pBegin + 1;
+    while (*pEnd && *pEnd != *pBegin)
+        ++pEnd;
+    return {pBegin + 1, pEnd};
+}
+
+Attribute* Element::Find(std::string_view sAttribute) const {
+    for (Attribute& oAttribute : aAttributes)
+        if (oAttribute.Name() == sAttribute)
             return &oAttribute;
     return nullptr;
 }
 
-Attribute* Element::Find(std::string_view sAttribute) {
-    return const_cast<Attribute*>(std::as_const(*this).Find(sAttribute));
-}
-
 std::string_view Element::Value(std::string_view sAttribute) const {
     const Attribute* pAttribute = Find(sAttribute);
-    return pAttribute ? pAttribute->sValue : std::string_view();
+    return pAttribute ? pAttribute->Value() : std::string_view();
 }
 
-Position Element::At(std::string_view sAttribute) const {
+Spot Element::At(std::string_view sAttribute) const {
     const Attribute* pAttribute = Find(sAttribute);
-    return pAttribute ? pAttribute->oValue : oAt;
+    return pAttribute ? pAttribute->AtValue() : At();
 }
 
-std::optional<Element> ScanElements(std::string_view sBytes, const Ref<IXmlDocument>& oDocument,
-                                    std::deque<std::string>& aTexts) {
-    Scanner oScanner(sBytes);
-    std::optional<Element> oRoot = oScanner.Run();
-    if (!oRoot || oScanner.IsPlainText())
-        return oRoot;
-    std::vector<Ref<IXmlNode>> aNodes;
-    if (const Ref<IXmlNode> oNode = oDocument->SelectSingleNode("/*"))
-        aNodes = oNode->SelectNodes("//*");
-    if (aNodes.size() != CountOf(*oRoot))
-        aNodes.clear();
-    Values(std::move(aNodes), aTexts).Fill(*oRoot);
-    return oRoot;
+const Element* ScanElements(const std::string& sBytes, const Ref<IXmlDocument>& oDocument,
+                            std::pmr::memory_resource& oMemory) {
+    Scanner oScanner(sBytes, oMemory);
+    const std::span<Element> aElements = oScanner.Run();
+    if (aElements.empty())
+        return nullptr;
+    if (!oScanner.IsPlainText()) {
+        std::vector<Ref<IXmlNode>> aNodes;
+        if (const Ref<IXmlNode> oNode = oDocument->SelectSingleNode("/*"))
+            aNodes = oNode->SelectNodes("//*");
+        if (aNodes.size() != aElements.size())
+            aNodes.clear();
+        FillValues(aElements, aNodes, oMemory);
+    }
+    return aElements.data();
+}
+
+std::string_view Kept(std::pmr::memory_resource& oMemory, std::initializer_list<std::string_view> aParts) {
+    std::size_t nLength = 0;
+    for (const std::string_view sPart : aParts)
+        nLength += sPart.size();
+    auto* pText = static_cast<char*>(oMemory.allocate(std::max<std::size_t>(nLength, 1), 1));
+    char* pEnd = pText;
+    for (const std::string_view sPart : aParts)
+        pEnd = std::copy(sPart.begin(), sPart.end(), pEnd);
+    return {pText, nLength};
+}
+
+void Lines::Read(std::string_view sText) {
+    if (!m_aBegins.empty())
+        return;
+    m_aBegins.push_back(sText.data());
+    for (std::size_t i = sText.find('\n'); i != std::string_view::npos; i = sText.find('\n', i + 1))
+        m_aBegins.push_back(sText.data() + i + 1);
+}
+
+Position Lines::PositionOf(std::string_view sText, Spot pSpot) {
+    Read(sText);
+    const auto itNext = std::upper_bound(m_aBegins.begin(), m_aBegins.end(), pSpot);
+    return {static_cast<Long>(itNext - m_aBegins.begin()), static_cast<Long>(pSpot - *(itNext - 1)) + 1};
+}
+
+Spot Lines::EndOf(std::string_view sText, Long lLine) {
+    Read(sText);
+    const auto i = static_cast<std::size_t>(std::max<Long>(lLine, 0));
+    return i < m_aBegins.size() ? m_aBegins[i] : sText.data() + sText.size();
 }
 
 } // namespace corvane::check

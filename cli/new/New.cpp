@@ -108,12 +108,13 @@ public:
         check::BuildModel(oModel, oReport);
         const check::MenuPlan oPlan(oModel);
         for (const auto& oPlacing : oPlan.Placings()) {
-            const MenuItemDef& oDef = *oPlacing.pEntry->oDef;
-            if (oDef.MenuType() == MenuType::fwMenuTitle)
-                m_setOrders.insert(static_cast<int>(oDef.PositionOrder()));
-            if (oDef.MenuType() == MenuType::fwMenuTitle && oDef.Path().empty())
-                if (const std::size_t i = oDef.Caption().find('&'); i != std::string::npos)
-                    m_setLetters.insert(FoldText(oDef.Caption().substr(i + 1, 1)));
+            const check::Entry& oEntry = *oPlacing.pEntry;
+            if (!oEntry.IsTitle())
+                continue;
+            m_setOrders.insert(static_cast<int>(oEntry.fPositionOrder));
+            if (const std::size_t i = oEntry.Caption().find_first_of("#&");
+                i != std::string_view::npos && oEntry.sPath.empty())
+                m_setLetters.insert(FoldText(oEntry.Caption().substr(i + 1, 1)));
         }
         for (const auto& oService : oModel.aServices)
             m_setNames.insert(FoldText(oService.sName));

@@ -1,6 +1,8 @@
 // What the check takes for granted of the library is what the library does.
+#include "adapters/xml/XmlService.h"
 #include "cli/check/Application.h"
 #include "cli/check/MenuPlan.h"
+#include "corvane/services/MenuItemDef.h"
 #include "tests/check/CheckedFolder.h"
 #include "tests/support/Application.h"
 
@@ -137,7 +139,7 @@ void FillRandomly(Application& oApplication, unsigned uSeed) {
 std::string PlannedNames(const Bar& oBar) {
     std::string sNames;
     for (const Slot& oSlot : oBar.aSlots)
-        sNames += (sNames.empty() ? "" : " ") + std::string(oSlot.sTool);
+        sNames += (sNames.empty() ? "" : " ") + std::string(oSlot.pTool->sName);
     return sNames;
 }
 
@@ -167,6 +169,53 @@ TEST(MenuPlan, PlacesEveryEntryWhereTheLibraryDoes) {
         }
     }
     EXPECT_GT(nStarted, 50);
+}
+
+// The model reads values where they stand, without making the library's records.
+TEST(Model, HoldsWhatTheRecordsHold) {
+    std::string sMenus;
+    for (const char* sType : {"MenuItem", "menutitle", "ToolbarItem", "ContextMenuItem", "CONTEXTMENUTITLE"})
+        for (const char* sRest :
+             {R"(PositionOrder="1.5" Path="File.New" Caption="A##b &amp;&#xE9; ##C" ShortCutKey="Ctrl+&#x41;")",
+              R"(PositionOrder=" 2e2 " Path="" Caption="&#xA;")", R"(PositionOrder="-1")"})
+            sMenus += "<MenuItem Type=\"" + std::string(sType) + "\" ActionItem=\"" +
+                      (sMenus.size() % 2 == 0 ? "act" : "B&#x2E;c") + "\" " + sRest + "/>";
+    CheckedFolder oFolder;
+    oFolder.Write("Services/Example.xml",
+                  R"(<Service Name="Example" ProgID="E.E" Active="1"><ActionItems><ActionItem Name="Act" Action="On")"
+                  R"( PassActionItemParam="-1"/><ActionItem Name="B.c"/></ActionItems><Menus>)" +
+                      sMenus + "</Menus></Service>");
+    check::Model oModel;
+    Report oReport;
+    ReadApplication(oModel, oFolder.Path(), oReport);
+    BuildModel(oModel, oReport);
+    const Provider& oProvider = oModel.aServices.back();
+    const Ref<IXmlDocument> oDocument = New<XmlService>()->NewDocument();
+    ASSERT_TRUE(oDocument->LoadXml(oProvider.pFile->sBytes));
+    std::vector<Ref<ActionItemDef>> aActions;
+    for (const auto& oNode : oDocument->SelectSingleNode("Service")->SelectNodes("ActionItems/ActionItem"))
+        aActions.emplace_back(New<ActionItemDef>())->Initialize(oNode);
+    ASSERT_EQ(oProvider.aActions.size(), aActions.size());
+    for (std::size_t i = 0; i < aActions.size(); ++i) {
+        EXPECT_EQ(oProvider.aActions[i].sName, aActions[i]->Name());
+        EXPECT_EQ(oProvider.aActions[i].sProcedure, aActions[i]->Action());
+        EXPECT_EQ(oProvider.aActions[i].PassesItself(), aActions[i]->PassActionItemParam());
+    }
+    const auto aNodes = oDocument->SelectSingleNode("Service")->SelectNodes("Menus/MenuItem");
+    ASSERT_EQ(oProvider.aEntries.size(), aNodes.size());
+    for (std::size_t i = 0; i < aNodes.size(); ++i) {
+        const Entry& oEntry = oProvider.aEntries[i];
+        MenuItemDef oDef;
+        oDef.Initialize(aNodes[i]);
+        oDef.SetActionItemDef(aActions[static_cast<std::size_t>(oEntry.pAction - oProvider.aActions.data())]);
+        EXPECT_EQ(oEntry.eType, oDef.MenuType()) << i;
+        EXPECT_EQ(oEntry.fPositionOrder, oDef.PositionOrder()) << i;
+        EXPECT_EQ(oEntry.sPath, oDef.Path()) << i;
+        EXPECT_EQ(oEntry.sKey, oDef.Key()) << i;
+        EXPECT_EQ(oEntry.PositionKey(), oDef.PositionKey()) << i;
+        EXPECT_EQ(ReplaceText(oEntry.Caption(), '#', '&'), oDef.Caption()) << i;
+        EXPECT_EQ(oEntry.ShortCutKey(), oDef.ShortCutKey()) << i;
+    }
 }
 
 } // namespace corvane::testing

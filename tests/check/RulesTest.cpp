@@ -147,6 +147,18 @@ TEST(Rules, NameACauseAndNotItsConsequences) {
     oFolder.Write("Services/Base.xml", "<Service><Menus></Service>");
     EXPECT_EQ(oFolder.Text().substr(0, 59), "Services/Base.xml:1:27: error: Opening and ending tag misma");
     EXPECT_EQ(oFolder.Check().size(), 1U) << oFolder.Text();
+    // What has no place has no tool either, and its shortcuts clash with nobody's.
+    CheckedFolder oNowhere;
+    oNowhere.WriteExample(
+        R"(<ActionItems><ActionItem Name="A" Action="OnA"/><ActionItem Name="" Action="OnB"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="1e9" ShortCutKey="F2"/>
+<MenuItem Type="MenuItem" ActionItem="" Path="File" PositionOrder="1e9" ShortCutKey="F2"/></Menus>)");
+    EXPECT_EQ(oNowhere.Text(),
+              "Services/Example.xml:1:140: warning: ActionItem has no Name: give it one [missing-name]\n"
+              "Services/Example.xml:2:76: error: the rank of the entry \"File.A\" is too large with the order "
+              "1E+09: write a smaller one [position-overflow]\n"
+              "Services/Example.xml:3:68: error: the rank of the entry \"File.\" is too large with the order "
+              "1E+09: write a smaller one [position-overflow]\n");
 }
 
 } // namespace corvane::testing
