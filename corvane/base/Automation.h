@@ -5,6 +5,7 @@
 #include "corvane/base/Text.h"
 #include "corvane/base/Variant.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <span>
@@ -134,11 +135,49 @@ constexpr auto Property(std::string_view sName, Get fnGet, Set fnSet) {
     return MemberEntry<Get, Set>{sName, fnGet, fnSet, MemberInfo::Kind::Property};
 }
 
-template <class... Entries>
-struct MemberTableOf {
+namespace detail {
+
+// The entries as bases of a table, told apart by their positions: a compiler builds a tuple entry by entry, and a long
+// one is too deep for it.
+template <std::size_t I, class Entry>
+struct MemberAt {
+    Entry oEntry;
+};
+
+} // namespace detail
+
+template <class Positions, class... Entries>
+class MemberTableOf;
+
+template <std::size_t... I, class... Entries>
+class MemberTableOf<std::index_sequence<I...>, Entries...> : detail::MemberAt<I, Entries>... {
+    template <std::size_t J, class E>
+    [[nodiscard]] constexpr const E& Entry() const {
+        return static_cast<const detail::MemberAt<J, E>&>(*this).oEntry;
+    }
+    template <class Derived, std::size_t J, class E>
+    static Variant Call(Derived& oObject, std::span<const Variant> aArguments) {
+        return Derived::Members.template Entry<J, E>().Invoke(oObject, aArguments);
+    }
+    template <class Derived, std::size_t J, class E>
+    static void Write(Derived& oObject, const Variant& vValue) {
+        Derived::Members.template Entry<J, E>().Put(oObject, vValue);
+    }
+
+public:
     static constexpr std::size_t Size = sizeof...(Entries);
-    std::tuple<Entries...> aEntries;
-    std::array<std::pair<std::string_view, std::size_t>, Size> aByName;
+    using ByName = std::pair<std::string_view, std::size_t>;
+    std::array<ByName, Size> aByName{}; // by name, with the position among the entries
+
+    constexpr explicit MemberTableOf(Entries... aEntries)
+        : detail::MemberAt<I, Entries>{aEntries}..., aByName{ByName(aEntries.Name, I)...} {
+        std::sort(aByName.begin(), aByName.end(), [](const ByName& oLeft, const ByName& oRight) {
+            return detail::CompareNames(oLeft.first, oRight.first) < 0;
+        });
+        for (std::size_t i = 1; i < Size; ++i)
+            if (detail::CompareNames(aByName[i - 1].first, aByName[i].first) == 0)
+                throw "a member is listed twice";
+    }
 
     // The position among the entries, or Size.
     [[nodiscard]] constexpr std::size_t Find(std::string_view sName) const {
@@ -156,28 +195,30 @@ struct MemberTableOf {
         }
         return Size;
     }
+
+    // In the order of the entries.
+    [[nodiscard]] std::array<MemberInfo, Size> Listed() const {
+        return {MemberInfo{Entry<I, Entries>().Name, Entry<I, Entries>().What,
+                           Entry<I, Entries>().What == MemberInfo::Kind::Method ? Entries::ParameterCount : 0,
+                           Entries::CanWrite}...};
+    }
+
+    template <class Derived>
+    using CallFunction = Variant (*)(Derived&, std::span<const Variant>);
+    template <class Derived>
+    using WriteFunction = void (*)(Derived&, const Variant&);
+
+    // By position, what calls and writes the members of a class that has this table.
+    template <class Derived>
+    static constexpr std::array<CallFunction<Derived>, Size> Calls{&Call<Derived, I, Entries>...};
+    template <class Derived>
+    static constexpr std::array<WriteFunction<Derived>, Size> Writes{&Write<Derived, I, Entries>...};
 };
 
 // A name that is listed twice doesn't compile.
 template <class... Entries>
 constexpr auto MemberTable(Entries... aEntries) {
-    MemberTableOf<Entries...> oTable{std::tuple<Entries...>(aEntries...), {}};
-    std::size_t nEntries = 0;
-    [[maybe_unused]] const auto Insert = [&](std::string_view sName) {
-        std::size_t i = nEntries;
-        for (; i > 0; --i) {
-            const int nOrder = detail::CompareNames(sName, oTable.aByName[i - 1].first);
-            if (nOrder == 0)
-                throw "a member is listed twice";
-            if (nOrder > 0)
-                break;
-            oTable.aByName[i] = oTable.aByName[i - 1];
-        }
-        oTable.aByName[i] = {sName, nEntries};
-        ++nEntries;
-    };
-    (Insert(aEntries.Name), ...);
-    return oTable;
+    return MemberTableOf<std::index_sequence_for<Entries...>, Entries...>(aEntries...);
 }
 
 // Base of a class whose members can be called by name. Derived has a public `static constexpr auto Members`.
@@ -188,53 +229,24 @@ public:
         const std::size_t i = Derived::Members.Find(sName);
         if (i == Derived::Members.Size)
             FailNoSuchMember(*this, sName);
-        return Calls()[i](static_cast<Derived&>(*this), aArguments);
+        return Derived::Members.template Calls<Derived>[i](static_cast<Derived&>(*this), aArguments);
     }
     void Put(std::string_view sName, const Variant& vValue) override {
         const std::size_t i = Derived::Members.Find(sName);
         if (i == Derived::Members.Size)
             FailNoSuchMember(*this, sName);
-        Writes()[i](static_cast<Derived&>(*this), vValue);
+        Derived::Members.template Writes<Derived>[i](static_cast<Derived&>(*this), vValue);
+    }
+    bool HasMember(std::string_view sName) const override {
+        return Derived::Members.Find(sName) != Derived::Members.Size;
     }
     std::vector<MemberInfo> MembersByName() const override {
-        std::vector<MemberInfo> aMembers(Derived::Members.Size);
-        std::apply(
-            [&](const auto&... oEntry) {
-                std::size_t i = 0;
-                ((aMembers[i++] = {oEntry.Name, oEntry.What,
-                                   oEntry.What == MemberInfo::Kind::Method ? oEntry.ParameterCount : 0,
-                                   oEntry.CanWrite}),
-                 ...);
-            },
-            Derived::Members.aEntries);
+        const auto aMembers = Derived::Members.Listed();
         std::vector<MemberInfo> aSorted;
         aSorted.reserve(aMembers.size());
         for (const auto& [sName, i] : Derived::Members.aByName)
             aSorted.push_back(aMembers[i]);
         return aSorted;
-    }
-
-private:
-    using CallFunction = Variant (*)(Derived&, std::span<const Variant>);
-    using WriteFunction = void (*)(Derived&, const Variant&);
-
-    static const auto& Calls() {
-        static constexpr auto aCalls = []<std::size_t... I>(std::index_sequence<I...>) {
-            return std::array<CallFunction, sizeof...(I)>{[](Derived& oObject, std::span<const Variant> aArguments) {
-                return std::get<I>(Derived::Members.aEntries).Invoke(oObject, aArguments);
-            }...};
-        }
-        (std::make_index_sequence<Derived::Members.Size>{});
-        return aCalls;
-    }
-    static const auto& Writes() {
-        static constexpr auto aWrites = []<std::size_t... I>(std::index_sequence<I...>) {
-            return std::array<WriteFunction, sizeof...(I)>{[](Derived& oObject, const Variant& vValue) {
-                std::get<I>(Derived::Members.aEntries).Put(oObject, vValue);
-            }...};
-        }
-        (std::make_index_sequence<Derived::Members.Size>{});
-        return aWrites;
     }
 };
 

@@ -54,4 +54,8 @@ std::vector<MemberInfo> Object::MembersByName() const {
     return {};
 }
 
+bool Object::HasMember(std::string_view /*sName*/) const {
+    return false;
+}
+
 } // namespace corvane

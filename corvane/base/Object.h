@@ -51,6 +51,9 @@ public:
     // The members that Invoke and Put know, in order of their names.
     [[nodiscard]] virtual std::vector<MemberInfo> MembersByName() const;
 
+    // Whether MembersByName lists the name. Who expects a no asks first: a call that fails takes fifty times as long.
+    [[nodiscard]] virtual bool HasMember(std::string_view sName) const;
+
 protected:
     Object() = default;
     virtual ~Object();

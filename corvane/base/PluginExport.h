@@ -3,7 +3,6 @@
 
 #include "corvane/base/Ref.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -43,18 +42,13 @@ inline constexpr const char* PluginEntryName = "corvane_plugin";
 template <class T>
 constexpr PluginClass Class(const char* sProgID) {
     return {sProgID, []() -> Object* { return new T(); },
-            []() {
-                std::vector<MemberInfo> aMembers;
-                if constexpr (requires { T::Members; })
-                    std::apply(
-                        [&](const auto&... oEntry) {
-                            (aMembers.push_back({oEntry.Name, oEntry.What,
-                                                 oEntry.What == MemberInfo::Kind::Method ? oEntry.ParameterCount : 0,
-                                                 oEntry.CanWrite}),
-                             ...);
-                        },
-                        T::Members.aEntries);
-                return aMembers;
+            []() -> std::vector<MemberInfo> {
+                if constexpr (requires { T::Members; }) {
+                    const auto aMembers = T::Members.Listed();
+                    return {aMembers.begin(), aMembers.end()};
+                } else {
+                    return {};
+                }
             }};
 }
 

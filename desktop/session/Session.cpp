@@ -106,12 +106,6 @@ FormState StateOf(const QString& sWord) {
     return sWord == sMinimized ? FormState::Minimized : FormState::Normal;
 }
 
-bool CanRestore(const Object& oService) {
-    const auto aMembers = oService.MembersByName();
-    return std::any_of(aMembers.begin(), aMembers.end(),
-                       [](const MemberInfo& oMember) { return EqualText(oMember.Name, sRestoreWindow); });
-}
-
 } // namespace
 
 Session::Session(StateFile oFile, Parts oParts) : m_oFile(std::move(oFile)), m_oParts(std::move(oParts)) {
@@ -492,7 +486,7 @@ Ref<Window> Session::OpenAgain(const QJsonObject& oEntry) {
     const std::array<Variant, 2> aArguments{sName, sKey};
     for (const auto& oService : oServices->Services()) {
         const Entering oEntering(oService);
-        if (CanRestore(*oService) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
+        if (oService->HasMember(sRestoreWindow) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
             break;
     }
     for (const auto& oWindow : OpenWindows()) {

@@ -84,8 +84,12 @@ TEST(AutomationTest, CallsByName) {
         {"Throws", {}, "fails -3"},
         {"Height", {1.0}, "fails 450"},
     };
-    for (const auto& oCase : aCases)
-        EXPECT_EQ(Called(oCallee, oCase.sName, oCase.aArguments), oCase.sResult) << oCase.sName;
+    for (const auto& oCase : aCases) {
+        const std::string sResult = Called(oCallee, oCase.sName, oCase.aArguments);
+        EXPECT_EQ(sResult, oCase.sResult) << oCase.sName;
+        EXPECT_EQ(oCallee->HasMember(oCase.sName), sResult != "fails 438") << oCase.sName;
+    }
+    EXPECT_FALSE(oStranger->HasMember("Nothing"));
     EXPECT_EQ(Called(oCallee, "Called", {}), "12"); // the last text that Raised was given
 }
 
