@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDockWidget>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMdiArea>
@@ -97,6 +98,7 @@ Application::~Application() {
     if (m_frmMain->IsLoaded() && !m_pWindow->HasEnded())
         m_oFailures.Guard([this] { m_frmMain->Unload(); });
     m_pWindow->Bars().SetChanges(BarChanges::None());
+    m_pCommandOwner.reset();
     m_pPersonal.reset();
     m_pWindow.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // widgets of plug-ins go before the library
@@ -153,6 +155,9 @@ bool Application::Start() {
         const Ref<Framework> oFramework = CorvaneMain::Framework();
         oFramework->Initialize(m_frmMain, m_frmPanel, New<WindowFormFactory>(m_pWindowHost));
         m_pPersonal->Initialized();
+        m_pCommandOwner = std::make_unique<CommandOwner>(
+            m_frmMain, [this](const QWidget* pWidget) { return PartOf(pWidget); },
+            [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
         if (m_oTranslation.Begin(*oFramework->ServiceManager()))
             m_pWindow->Bars().Redraw();
         oFramework->Start();
@@ -178,6 +183,14 @@ bool Application::Choose(const std::string& sTool) {
 Ref<WindowForm> Application::ActiveWindowForm() const {
     const Ref<Form> frmActive = m_frmMain->ForegroundForm();
     return frmActive && frmActive->Visible() ? frmActive.TryAs<WindowForm>() : nullptr;
+}
+
+CommandOwner::Part Application::PartOf(const QWidget* pWidget) const {
+    if (m_pWindow->ExplorerDock().isAncestorOf(pWidget))
+        return CommandOwner::Part::Explorer;
+    const Ref<WindowForm> oForm = ActiveWindowForm();
+    return oForm && oForm->Frame() && oForm->Frame()->isAncestorOf(pWidget) ? CommandOwner::Part::Window
+                                                                            : CommandOwner::Part::Nowhere;
 }
 
 bool Application::ClickCommand(const std::string& sCommand) {

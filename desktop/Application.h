@@ -5,6 +5,7 @@
 #include "corvane/core/Library.h"
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/PanelForm.h"
+#include "desktop/CommandOwner.h"
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
@@ -102,6 +103,7 @@ private:
     [[nodiscard]] LeaveAnswer AskToLeave(const LeaveQuestion& oQuestion);
     void ShowHelp(Long lTopic);
     [[nodiscard]] Ref<WindowForm> ActiveWindowForm() const;
+    [[nodiscard]] CommandOwner::Part PartOf(const QWidget* pWidget) const;
 
     bool m_bWithDialogs;
     FailurePresenter m_oFailures;
@@ -120,6 +122,7 @@ private:
     std::unique_ptr<Library> m_pLibrary;
     std::unique_ptr<MainWindow> m_pWindow;
     std::unique_ptr<PersonalDesktop> m_pPersonal;
+    std::unique_ptr<CommandOwner> m_pCommandOwner;
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_aClasses;
     decltype(ApplicationOptions::fnObjects) m_fnObjects;
     Subscription m_oToolClick;

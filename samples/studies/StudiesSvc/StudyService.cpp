@@ -60,17 +60,7 @@ StudyService::StudyService() {
 
 void StudyService::OnInitialize() {
     const auto oExplorer = Explorer();
-    m_aSubscriptions.push_back(oExplorer->OnActive.Subscribe([this](const Ref<Object>& oItem) {
-        m_oActive = oItem;
-        m_bPageIsLast = false;
-    }));
-    const Ref<corvane::WindowManager> oWindows = CorvaneMain::Framework()->WindowManager();
-    m_aSubscriptions.push_back(oWindows->PageActivateEvent.Subscribe([this](const Ref<Object>& oPage) {
-        m_oPage = oPage;
-        m_bPageIsLast = true;
-    }));
-    m_aSubscriptions.push_back(
-        oWindows->PageDeactivateEvent.Subscribe([this](const Ref<Object>& /*oPage*/) { m_oPage = nullptr; }));
+    m_aSubscriptions.push_back(oExplorer->OnActive.Subscribe([this](const Ref<Object>& oItem) { m_oActive = oItem; }));
     m_aSubscriptions.push_back(
         oExplorer->OnInactive.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
     m_aSubscriptions.push_back(oExplorer->onRemove.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
@@ -89,7 +79,6 @@ void StudyService::OnInitialize() {
 
 void StudyService::OnTerminate() {
     m_oActive = nullptr;
-    m_oPage = nullptr;
     m_mapBranches.clear();
     if (m_oWorkspace)
         m_oWorkspace->Close();
@@ -101,9 +90,6 @@ void StudyService::OnInactive(const Ref<Object>& oItem) {
 }
 
 void StudyService::Start() {
-    // The explorer tells of an item that becomes active, not of one that is it already.
-    if (const auto oTree = Explorer()->TreeView())
-        m_aSubscriptions.push_back(oTree->NodeClick.Subscribe([this](const Ref<Node>&) { ItemTakesCommands(); }));
     CorvaneMain::Framework()->NavigationManager()->SetCaption("Studies");
     Explorer()->Populate();
     if (!m_oWorkspace) {

@@ -38,9 +38,6 @@ public:
     void ImportFile(const std::string& sPath);
     // The explorer's active item, of any service, or nothing.
     [[nodiscard]] corvane::Ref<corvane::Object> ActiveItem() const { return m_oActive; }
-    // The keyboard has come into the page in front: the shared commands are the page's, not the explorer's.
-    void PageTakesCommands();
-    void ItemTakesCommands(); // the other way round
 
     // For the desktop: opens a window that was open when the program ended.
     bool RestoreWindow(const std::string& sName, const std::string& sKey);
@@ -65,7 +62,6 @@ public:
         corvane::Method("OnImport", &StudyService::OnImport), corvane::Method("OnUndo", &StudyService::OnUndo),
         corvane::Method("OnRedo", &StudyService::OnRedo), corvane::Method("OnRefresh", &StudyService::OnRefresh),
         corvane::Property("ActiveItem", &StudyService::ActiveItem),
-        corvane::Method("PageTakesCommands", &StudyService::PageTakesCommands),
         corvane::Method("OnReport", &StudyService::OnReport), corvane::Method("ImportFile", &StudyService::ImportFile),
         corvane::Method("RestoreWindow", &StudyService::RestoreWindow));
 
@@ -84,7 +80,6 @@ private:
     void AddItem(const corvane::Ref<StoreItem>& oItem, const std::string& sDefinition,
                  const corvane::Ref<StoreItem>& oFolder);
     void RemoveItem(const corvane::Ref<StoreItem>& oItem);
-    void GiveCommandsBack();
     bool Select(Id nStudyId);
     void Rebuild();
     [[nodiscard]] Store& TheStore() const { return m_oWorkspace->GetStore(); }
@@ -100,8 +95,6 @@ private:
     corvane::Ref<Workspace> m_oWorkspace; // nothing when its file can't be used
     std::string m_sStoreProblem;
     corvane::Ref<corvane::Object> m_oActive;
-    corvane::Ref<corvane::Object> m_oPage; // in front in the active window, of any service, or nothing
-    bool m_bPageIsLast = false;            // whether it has come to the front after the active item
     Id m_nJoiningStudy = 0;
     Contents m_oShown;
     std::map<Id, Branch> m_mapBranches; // what stands in the explorer for each study

@@ -52,44 +52,12 @@ void StudyService::AddStudy(const Study& oStudy) {
     AddFolder(New<AnalysesFolder>(oStudy.nId), "Analyses", "Analysis");
 }
 
-// A new item takes the tools of its kind over at once. They go back to those who had them.
 void StudyService::AddItem(const Ref<StoreItem>& oItem, const std::string& sDefinition, const Ref<StoreItem>& oFolder) {
     Explorer()->AddToExplorer(oItem, sDefinition, oFolder);
     // What is new is seen at once, as after a rebuild.
     const Ref<corvane::TreeView> oTree = Explorer()->TreeView();
     if (const Ref<Node> oNode = oTree ? oTree->GetNodes()->Find(oItem->Base()->Name()) : nullptr)
         oNode->SetExpanded(true);
-    GiveCommandsBack();
-}
-
-// The item that is active in the explorer and the page in front share commands; who came last has them.
-void StudyService::GiveCommandsBack() {
-    const auto GiveToItem = [this] {
-        if (const Ref<IExplorerItem> oItem = CorvaneMain::QueryExplorerItem(m_oActive))
-            Menus()->OnActionsProviderActive(m_oActive, oItem.As<IActionsProvider>(),
-                                             oItem->ExplorerItemDef()->ActionItemDefs());
-    };
-    if (m_bPageIsLast)
-        GiveToItem();
-    if (const Ref<IPage> oPage = CorvaneMain::QueryPage(m_oPage))
-        Menus()->OnActionsProviderActive(m_oPage, oPage.As<IActionsProvider>(), oPage->PageDef()->ActionItemDefs());
-    if (!m_bPageIsLast)
-        GiveToItem();
-}
-
-void StudyService::PageTakesCommands() {
-    if (!m_oPage || m_bPageIsLast)
-        return;
-    m_bPageIsLast = true;
-    GiveCommandsBack();
-}
-
-// The active item has been chosen once more.
-void StudyService::ItemTakesCommands() {
-    if (!m_oActive || !m_bPageIsLast)
-        return;
-    m_bPageIsLast = false;
-    GiveCommandsBack();
 }
 
 // The explorer says nothing of an active item that goes, so its commands are taken from it here.
@@ -118,7 +86,6 @@ bool StudyService::Select(Id nStudyId) {
 // that they share with this service and with pages, which therefore take them back.
 void StudyService::Rebuild() {
     const Id nStudyId = ActiveStudy();
-    const bool bPageIsLast = m_bPageIsLast;
     const Ref<corvane::TreeView> oTree = Explorer()->TreeView();
     const Ref<Node> oChosen = oTree ? oTree->SelectedItem() : nullptr;
     const std::string sChosen = m_oActive && oChosen ? oChosen->Key() : std::string();
@@ -132,8 +99,6 @@ void StudyService::Rebuild() {
         oTree->ClickNode(oSame);
     else
         Select(nStudyId);
-    m_bPageIsLast = bPageIsLast;
-    GiveCommandsBack();
 }
 
 } // namespace studies

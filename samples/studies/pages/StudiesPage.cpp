@@ -1,9 +1,6 @@
 #include "StudiesPage.h"
 
-#include "Shell.h"
 #include "corvane/platform/Handlers.h"
-
-#include <QApplication>
 
 namespace studies {
 
@@ -22,19 +19,7 @@ StudiesPage::StudiesPage() {
 
 QWidget* StudiesPage::NewWidget(QWidget* pParent) {
     m_pWidget = MakeWidget(pParent);
-    QObject::connect(qApp, &QApplication::focusChanged, m_pWidget, [this](QWidget* pFrom, QWidget* pTo) {
-        if (pTo && m_pWidget->isAncestorOf(pTo) && !(pFrom && m_pWidget->isAncestorOf(pFrom)))
-            Guarded([this] { TakeCommands(); });
-    });
     return m_pWidget;
-}
-
-// The library gives commands to what comes to the front. A page that is in front already, while the person was in the
-// explorer, asks for them when the keyboard comes back to it.
-void StudiesPage::TakeCommands() const {
-    const Ref<Object> oStudies = ServiceByName("Studies");
-    if (IsAlive() && oStudies)
-        oStudies->Invoke("PageTakesCommands", {});
 }
 
 void StudiesPage::EnableAction(const char* sName, bool bEnabled) {

@@ -48,8 +48,6 @@ protected:
     void Keep(corvane::Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); }
 
 private:
-    void TakeCommands() const;
-
     corvane::Ref<corvane::PageBase> m_oBase = corvane::New<corvane::PageBase>();
     std::vector<corvane::Subscription> m_aLife;
     std::vector<corvane::Subscription> m_aSubscriptions; // from OnInitialize to OnTerminate

@@ -9,6 +9,7 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/IPageAccess.h"
 #include "desktop/IQtPage.h"
+#include "desktop/explorer/ExplorerPanel.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -21,6 +22,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTableWidget>
 
 using namespace corvane;
@@ -256,14 +258,21 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     EXPECT_TRUE(pRun->isEnabled());
 }
 
-TEST_F(Pages, TheChosenItemHasItsCommandsAgainOnceItIsChosenAgain) {
+TEST_F(Pages, TheChosenItemKeepsItsCommands) {
     Start();
     OpenItem("penguins.csv");
-    Choose("Analysis.Report"); // the table's page takes the commands that it shares with the item along
+    Choose("Analysis.Report");
     Turn();
-    EXPECT_FALSE(m_pApplication->Choose("Analysis.Histogram")) << "the report is in front";
-    ClickItem("penguins.csv");
-    Choose("Analysis.Histogram");
+    Choose("Analysis.Histogram"); // the table's page, which is behind the report now, had it as well
+    ClickItem("Penguins");
+    m_pApplication->Window().Explorer().TabBar()->setCurrentIndex(1); // from here a new study isn't chosen
+    Choose("File.NewStudy");
+    Turn();
+    Choose("Edit.Delete");
+    Turn();
+    const std::string sText = m_pApplication->AsText();
+    EXPECT_EQ(sText.find("Penguins\n"), std::string::npos) << sText;
+    EXPECT_NE(sText.find("Study 1\n"), std::string::npos) << "the new one stays";
 }
 
 TEST_F(Pages, DataAndReportsAreExported) {
