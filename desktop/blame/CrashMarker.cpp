@@ -2,7 +2,7 @@
 
 #include "corvane/base/Text.h"
 #include "desktop/blame/PluginCode.h"
-#include "desktop/service/DefinitionScan.h"
+#include "desktop/service/DefinitionTags.h"
 
 #include <array>
 #include <atomic>

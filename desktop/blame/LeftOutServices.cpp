@@ -1,7 +1,7 @@
 #include "desktop/blame/LeftOutServices.h"
 
 #include "corvane/base/Failure.h"
-#include "desktop/service/DefinitionScan.h"
+#include "desktop/service/DefinitionTags.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "adapters/common/Encoding.h"
 #include "corvane/base/Failure.h"
 #include "corvane/base/Variant.h"
-#include "desktop/service/DefinitionScan.h"
+#include "desktop/service/DefinitionTags.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

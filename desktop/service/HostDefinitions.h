@@ -2,17 +2,20 @@
 // library gets know them.
 #pragma once
 
+#include "corvane/base/Text.h"
 #include "corvane/platform/IFileSystem.h"
 #include "corvane/platform/IObjectFactory.h"
 
 #include <functional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace corvane::desktop {
 
-// A definition of the host is left out where an active definition of the application has its ProgID, or any definition
-// of the application has its name; one that isn't active thus switches the host's off.
+// A definition of the host is empty where an active definition of the application has its ProgID, or any definition of
+// the application has its name; one that isn't active thus switches the host's off. Otherwise it is fitted into what
+// the library has read before, as it reads the files in their order.
 class HostFileSystem final : public IFileSystem {
 public:
     HostFileSystem(Ref<IFileSystem> oFiles, std::string sServicesFolder);
@@ -26,10 +29,19 @@ public:
     [[nodiscard]] std::string ReadAll(std::string_view sPath) const override;
 
 private:
+    [[nodiscard]] std::string OwnDefinition(const std::string& sName) const;
+
     Ref<IFileSystem> m_oFiles;
     std::string m_sServicesFolder;
-    // What Files has read already, until it is asked for: each file is read once.
-    mutable std::unordered_map<std::string, std::string> m_mapRead;
+    // The host's definitions, by their paths. What the library was given is given to others, too.
+    struct Own {
+        std::string sName;
+        std::string sText; // empty until it is asked for
+    };
+    mutable std::unordered_map<std::string, Own> m_mapOwn;
+    // Of the definitions that have been read, as far as it matters.
+    mutable std::unordered_set<std::string, TextHash, TextEqual> m_setNames;
+    mutable std::unordered_set<std::string, TextHash, TextEqual> m_setProgIDs;
 };
 
 // Creates the host's own objects by their ProgIDs and leaves the others to the application's plug-ins.

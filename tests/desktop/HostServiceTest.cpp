@@ -1,4 +1,7 @@
-#include "desktop/service/DefinitionScan.h"
+#include "adapters/xml/XmlService.h"
+#include "corvane/services/ServiceDef.h"
+#include "desktop/service/DefinitionTags.h"
+#include "desktop/service/FitDefinition.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
 
@@ -23,16 +26,25 @@ constexpr const char* sHostDefinition = R"(<Service Name="H" ProgID="H.H" Active
 <MenuItem Type="MenuItem" Path="File" ActionItem="Exit" PositionOrder="9911" ShortCutKey="Ctrl+Q"/>
 </Menus></Service>)";
 
-// The menu entries that are left, as key, order and shortcut.
-std::string Fitted(std::string_view sMenus, std::string_view sRoot = "ProgID='A.A' Active='True'") {
-    DefinitionScan oScan;
-    oScan.LookFor(sHostDefinition);
-    oScan.Add("<Service Name='A' " + std::string(sRoot) + "><Menus>" + std::string(sMenus) + "</Menus></Service>");
-    const std::string sText = FitDefinition(sHostDefinition, oScan);
+// What is left of it beside those menus, with path, action, order and shortcut of each entry.
+std::string Fitted(const std::string& sMenus) {
+    std::string sActions;
+    for (const DefinitionTag& oTag : TagsIn(sMenus, {"MenuItem"}))
+        sActions += "<ActionItem Name='" + std::string(oTag.Attribute("ActionItem")) + "'/>";
+    const Ref<IXmlDocument> oDocument = New<XmlService>()->NewDocument();
+    EXPECT_TRUE(oDocument->LoadXml("<Service><ActionItems>" + sActions + "</ActionItems><Menus>" + sMenus +
+                                   "</Menus></Service>"));
+    const auto oService = New<ServiceDef>();
+    oService->Initialize(oDocument->SelectSingleNode("Service"));
+    MenusInUse oInUse(sHostDefinition);
+    oInUse.Add(*oService->MenuItemDefs());
     std::string sLeft;
-    for (const DefinitionTag& oTag : TagsIn(sText, {"MenuItem"}))
-        sLeft += MenuKey(oTag) + " " + std::string(oTag.Attribute("PositionOrder")) + " " +
-                 std::string(oTag.Attribute("ShortCutKey")) + "\n";
+    const std::string sText = FitDefinition(sHostDefinition, std::move(oInUse));
+    for (const DefinitionTag& oTag : TagsIn(sText, {"MenuItem"})) {
+        for (const char* sName : {"Path", "ActionItem", "PositionOrder", "ShortCutKey"})
+            sLeft.append(oTag.Attribute(sName)).append(" ");
+        sLeft.back() = '\n';
+    }
     return sLeft;
 }
 
@@ -42,29 +54,32 @@ TEST(HostDefinitions, AreFittedIntoWhatTheApplicationHas) {
         const char* sLeft;
     };
     const Case aCases[] = {
-        {"", "File 1 \nTools 2146 \nFile.Exit 9911 Ctrl+Q\n"},
+        {"", " File 1 \n Tools 2146 \nFile Exit 9911 Ctrl+Q\n"},
         // A title that is there stays the application's; a missing one finds its place before Window and Help.
         {"<MenuItem Type='MenuTitle' ActionItem='file' PositionOrder='10'/>"
          "<MenuItem Type='MenuTitle' ActionItem='Help' PositionOrder='90'/>"
          "<MenuItem Type='MenuTitle' ActionItem='Window' PositionOrder='80'/>",
-         "Tools 79 \nFile.Exit 9911 Ctrl+Q\n"},
+         " Tools 79 \nFile Exit 9911 Ctrl+Q\n"},
         // No room between two neighbours: a free order at the end.
         {"<MenuItem Type='MenuTitle' ActionItem='Plot' PositionOrder='5'/>"
          "<MenuItem Type='MenuTitle' ActionItem='Help' PositionOrder='6'/>",
-         "File 1 \nTools 2146 \nFile.Exit 9911 Ctrl+Q\n"},
-        {"<MenuItem Type='MenuItem' Path='Edit' ActionItem='Quote' ShortCutKey='ctrl+q'/>",
-         "File 1 \nTools 2146 \nFile.Exit 9911 \n"},
-        {"<MenuItem Type='MenuItem' Path='File' ActionItem='Exit'/>", "File 1 \nTools 2146 \n"},
-        // What is commented out isn't there, and text that looks like a tag is no tag.
-        {"<!-- <MenuItem Type='MenuItem' Path='File' ActionItem='Exit'/> -->"
-         "<ActionItem Description='&lt;MenuItem>'/><![CDATA[<MenuItem Path='File' ActionItem='Exit'/>]]>",
-         "File 1 \nTools 2146 \nFile.Exit 9911 Ctrl+Q\n"},
-        {"<MenuItem Type='MenuTitle' ActionItem='File' PositionOrder='3' <MenuItem",
-         "File 1 \nTools 2146 \nFile.Exit 9911 Ctrl+Q\n"},
+         " File 1 \n Tools 2146 \nFile Exit 9911 Ctrl+Q\n"},
+        {"<MenuItem Type='MenuItem' Path='Edit' ActionItem='Quote' PositionOrder='1' ShortCutKey='ctrl+q'/>",
+         " File 1 \n Tools 2146 \nFile Exit 9911 \n"},
+        {"<MenuItem Type='MenuItem' Path='File' ActionItem='Exit' PositionOrder='1'/>", " File 1 \n Tools 2146 \n"},
     };
     for (const Case& oCase : aCases)
         EXPECT_EQ(Fitted(oCase.sApplication), oCase.sLeft) << oCase.sApplication;
-    EXPECT_EQ(Fitted(aCases[1].sApplication, "ProgID='A.A' Active='false'"), aCases[0].sLeft);
+}
+
+// What is commented out isn't there, text that looks like a tag is none, and neither is a tag without an end.
+TEST(DefinitionTags, AreFoundWithoutAParser) {
+    std::string sFound;
+    for (const DefinitionTag& oTag : TagsIn("<?xml version='1.0'?><A x='1'/><!-- <A x='2'/> --><B/><![CDATA[<A "
+                                            "x='3'/>]]><A y='&lt;' x = \"4>\"><A x='5'",
+                                            {"A"}))
+        sFound.append(oTag.Attribute("x")).append(" ");
+    EXPECT_EQ(sFound, "1 4> ");
 }
 
 class TextFiles final : public IFileSystem {
@@ -98,24 +113,31 @@ public:
 
 TEST(HostDefinitions, StandBehindTheApplicationsUnlessItHasItsOwn) {
     struct Case {
+        const char* sFile;
         const char* sService;
-        std::vector<std::string> aHosts;
+        const char* sActive; // of the host's
     };
     const Case aCases[] = {
-        {"Name='A' ProgID='A.A' Active='true'", {"S/Corvane.Framework.xml", "S/Corvane.Desktop.xml"}},
-        {"Name='Shell' ProgID='Corvane.Framework' Active='true'", {"S/Corvane.Desktop.xml"}},
-        {"Name='corvane.desktop' Active='false'", {"S/Corvane.Framework.xml"}},
+        {"S/a.xml", "Name='A' ProgID='A.A' Active='true'", "Framework Desktop "},
+        {"S/a.xml", "Name='Shell' ProgID='Corvane.Framework' Active='true'", "Desktop "},
+        {"S/a.xml", "Name='Shell' ProgID='Corvane.Framework' Active='false'", "Framework Desktop "},
+        {"S/a.xml", "Name='corvane.desktop' Active='false'", "Framework "},
+        {"S/corvane.desktop.xml", "Name='A' ProgID='A.A' Active='true'", "Framework "},
     };
     for (const Case& oCase : aCases) {
         const auto oFiles = New<TextFiles>();
-        oFiles->aFiles = {{"S/a.xml", std::string("<Service ") + oCase.sService + "/>"}, {"S/b.txt", ""}};
+        oFiles->aFiles = {{oCase.sFile, std::string("<Service ") + oCase.sService + "/>"}, {"S/b.txt", ""}};
         const auto oHost = New<HostFileSystem>(oFiles, "S");
-        std::vector<std::string> aExpected{"S/a.xml", "S/b.txt"};
-        aExpected.insert(aExpected.end(), oCase.aHosts.begin(), oCase.aHosts.end());
-        EXPECT_EQ(oHost->Files("S"), aExpected) << oCase.sService;
-        EXPECT_EQ(oHost->ReadAll("S/a.xml"), oFiles->aFiles[0].second);
-        EXPECT_EQ(oFiles->nReads, 1) << "each file is read once";
-        EXPECT_NE(oHost->ReadAll(oCase.aHosts[0]).find("ActionItem"), std::string::npos);
+        std::string sActive;
+        for (const std::string& sPath : oHost->Files("S")) { // as the library reads them
+            const std::string sText = oHost->ReadAll(sPath);
+            if (sPath == oCase.sFile)
+                EXPECT_EQ(sText, oFiles->aFiles[0].second);
+            else if (sText.find("Active=\"true\"") != std::string::npos)
+                sActive += sPath.find("Framework") != std::string::npos ? "Framework " : "Desktop ";
+        }
+        EXPECT_EQ(sActive, oCase.sActive) << oCase.sService;
+        EXPECT_EQ(oFiles->nReads, 2) << "each file is read once";
     }
 }
 

@@ -1,0 +1,44 @@
+// A definition of the host, fitted into the menus of an application.
+#pragma once
+
+#include "corvane/base/Text.h"
+#include "corvane/services/MenuItemDef.h"
+#include "corvane/services/ReadActions.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace corvane::desktop {
+
+// What the menus of an application have taken of what a definition of the host asks for.
+class MenusInUse {
+public:
+    // Of entries and shortcuts only those are remembered that could meet one of that definition.
+    explicit MenusInUse(std::string_view sDefinition);
+
+    void Add(const MenuItemDefCollection& colMenuItemDefs);
+    // A title of the menu bar.
+    void AddTitle(std::string_view sName, int nOrder) { m_mapTitles.emplace(sName, nOrder); }
+
+    // By the path, a point and the action's name; the action's name alone without a path.
+    [[nodiscard]] bool HasKey(std::string_view sKey) const { return m_setKeys.contains(sKey); }
+    [[nodiscard]] bool HasShortCut(std::string_view sShortCut) const { return m_setShortCuts.contains(sShortCut); }
+    // The orders of the titles of the menu bar, by their names.
+    [[nodiscard]] const auto& Titles() const { return m_mapTitles; }
+
+private:
+    using NameSet = std::unordered_set<std::string, TextHash, TextEqual>;
+    NameSet m_setWantedActions;
+    NameSet m_setWantedShortCuts;
+    NameSet m_setKeys;
+    NameSet m_setShortCuts;
+    std::unordered_map<std::string, int, TextHash, TextEqual> m_mapTitles;
+};
+
+// The text of the definition without the entries whose key is taken and without the shortcuts that are taken, and with
+// a free place for each of its titles among the application's.
+[[nodiscard]] std::string FitDefinition(std::string_view sText, MenusInUse oInUse);
+
+} // namespace corvane::desktop
