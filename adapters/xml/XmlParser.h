@@ -31,6 +31,9 @@ public:
     // beyond the limits.
     [[nodiscard]] XmlTree Parse(std::string_view sText, XmlError& oError);
 
+    // What the trees take turns in.
+    [[nodiscard]] const std::shared_ptr<PlainTree::Memory>& TreeMemory() const { return m_pMemory; }
+
 private:
     struct State;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adapters/xml/PlainSchema.h"
+#include "adapters/xml/PlainTree.h"
 #include "corvane/platform/IXmlService.h"
 
 #include <libxml/relaxng.h>
@@ -14,6 +15,10 @@ namespace corvane {
 
 class XmlSchemaCache final : public IXmlSchemaCache {
 public:
+    // The memory is what the documents to be validated take turns in; its spare part goes with the schemas.
+    explicit XmlSchemaCache(std::shared_ptr<PlainTree::Memory> pMemory) : m_pMemory(std::move(pMemory)) {}
+    ~XmlSchemaCache() override { m_pMemory->pSpare = nullptr; }
+
     void Add(std::string_view sNamespace, std::string_view sFile) override;
 
     // The first violation, under the schema of the root element's namespace.
@@ -40,6 +45,7 @@ private:
     // What is wrong with it otherwise.
     static XmlError Make(Schema& oSchema);
 
+    std::shared_ptr<PlainTree::Memory> m_pMemory;
     mutable std::map<std::string, Schema, std::less<>> m_mapSchemas;
 };
 

@@ -20,7 +20,7 @@ Ref<IXmlDocument> XmlService::NewDocument() {
 }
 
 Ref<IXmlSchemaCache> XmlService::NewSchemaCache() {
-    return New<XmlSchemaCache>();
+    return New<XmlSchemaCache>(m_pParser->TreeMemory());
 }
 
 } // namespace corvane

@@ -18,8 +18,10 @@ namespace corvane {
 [[noreturn, gnu::visibility("default")]] void FailNoSuchKey(std::string_view sKey);
 [[noreturn, gnu::visibility("default")]] void FailNoSuchIndex(long long nIndex, long long nCount);
 
-// T is Ref of something or a value type. Look-up by key is one hash look-up. Iteration goes in order of insertion, and
-// elements may be added and removed meanwhile: what is added is still reached, what is removed is passed over.
+// T is Ref of something or a value type. Look-up by key is one hash look-up, or a look at each key while there are a
+// few elements only, which then need no index: there are several collections for every definition. Iteration goes in
+// order of insertion, and elements may be added and removed meanwhile: what is added is still reached, what is removed
+// is passed over.
 template <class T>
 class __attribute__((visibility("default"))) KeyedCollection final : public virtual Object {
     struct Slot {
@@ -29,6 +31,8 @@ class __attribute__((visibility("default"))) KeyedCollection final : public virt
         bool bLive = true;
     };
     using Place = std::uint32_t;
+    static constexpr std::size_t None = static_cast<std::size_t>(-1);
+    static constexpr std::size_t nFew = 16;
 
 public:
     KeyedCollection() = default;
@@ -40,7 +44,8 @@ public:
     void Add(T oValue, std::string_view sKey) { AddShared(std::move(oValue), SharedText(sKey)); }
     // The same for a key that somebody else holds, too.
     void AddShared(T oValue, SharedText sKey) {
-        if (m_oPlaces.AddOrFind(sKey.Get(), static_cast<Place>(m_aSlots.size()), KeyOfPlace()))
+        if (IsIndexed() ? m_oPlaces.AddOrFind(sKey.Get(), static_cast<Place>(m_aSlots.size()), KeyOfPlace()) != nullptr
+                        : HasKey(sKey.Get()))
             FailKeyInUse(sKey.Get());
         m_aSlots.push_back({std::move(oValue), std::move(sKey), true, true});
     }
@@ -56,14 +61,14 @@ public:
     }
     // A null pointer when there is no such element; holds until the next change of the collection.
     [[nodiscard]] const T* Find(std::string_view sKey) const {
-        const Place* pPlace = PlaceOf(sKey);
-        return pPlace ? &m_aSlots[*pPlace].oValue : nullptr;
+        const std::size_t iSlot = FindSlot(sKey);
+        return iSlot == None ? nullptr : &m_aSlots[iSlot].oValue;
     }
     void Remove(std::string_view sKey) { RemoveSlot(SlotOf(sKey)); }
     void Remove(Long lIndex) { RemoveSlot(SlotAt(lIndex)); }
 
     [[nodiscard]] Long Count() const { return static_cast<Long>(m_aSlots.size() - m_nDead); }
-    [[nodiscard]] bool HasKey(std::string_view sKey) const { return PlaceOf(sKey) != nullptr; }
+    [[nodiscard]] bool HasKey(std::string_view sKey) const { return FindSlot(sKey) != None; }
     // The key of an element by its index; empty for one without.
     [[nodiscard]] std::string KeyAt(Long lIndex) const { return m_aSlots[SlotAt(lIndex)].sKey; }
 
@@ -100,12 +105,31 @@ private:
     [[nodiscard]] auto KeyOfPlace() const {
         return [this](Place iPlace) -> std::string_view { return m_aSlots[iPlace].sKey.Get(); };
     }
-    [[nodiscard]] const Place* PlaceOf(std::string_view sKey) const { return m_oPlaces.Find(sKey, KeyOfPlace()); }
+    // Asked before an element is added. Once there is an index it stays.
+    [[nodiscard]] bool IsIndexed() {
+        if (m_bIndexed || m_aSlots.size() < nFew)
+            return m_bIndexed;
+        for (std::size_t i = 0; i < m_aSlots.size(); ++i)
+            if (m_aSlots[i].bHasKey)
+                m_oPlaces.AddOrFind(m_aSlots[i].sKey.Get(), static_cast<Place>(i), KeyOfPlace());
+        return m_bIndexed = true;
+    }
+    // None when there is no such element.
+    [[nodiscard]] std::size_t FindSlot(std::string_view sKey) const {
+        if (m_bIndexed) {
+            const Place* pPlace = m_oPlaces.Find(sKey, KeyOfPlace());
+            return pPlace ? *pPlace : None;
+        }
+        for (std::size_t i = 0; i < m_aSlots.size(); ++i)
+            if (m_aSlots[i].bHasKey && EqualText(m_aSlots[i].sKey.Get(), sKey))
+                return i;
+        return None;
+    }
     [[nodiscard]] std::size_t SlotOf(std::string_view sKey) const {
-        const Place* pPlace = PlaceOf(sKey);
-        if (!pPlace)
+        const std::size_t iSlot = FindSlot(sKey);
+        if (iSlot == None)
             FailNoSuchKey(sKey);
-        return *pPlace;
+        return iSlot;
     }
     [[nodiscard]] std::size_t SlotAt(Long lIndex) const {
         if (lIndex < 1 || lIndex > Count())
@@ -121,7 +145,7 @@ private:
     void RemoveSlot(std::size_t iSlot) {
         [[maybe_unused]] const T oRemoved =
             std::move(m_aSlots[iSlot].oValue); // its end may call back, so it comes last
-        if (m_aSlots[iSlot].bHasKey)
+        if (m_bIndexed && m_aSlots[iSlot].bHasKey)
             m_oPlaces.Remove(m_aSlots[iSlot].sKey.Get(), KeyOfPlace());
         m_aSlots[iSlot] = {T{}, {}, false, false};
         ++m_nDead;
@@ -136,7 +160,7 @@ private:
             if (!m_aSlots[iFrom].bLive)
                 continue;
             if (iFrom != iTo) {
-                if (m_aSlots[iFrom].bHasKey)
+                if (m_bIndexed && m_aSlots[iFrom].bHasKey)
                     *m_oPlaces.Find(m_aSlots[iFrom].sKey.Get(), KeyOfPlace()) = static_cast<Place>(iTo);
                 m_aSlots[iTo] = std::move(m_aSlots[iFrom]);
             }
@@ -147,7 +171,8 @@ private:
     }
 
     mutable std::vector<Slot> m_aSlots;
-    mutable TextIndex<Place> m_oPlaces;
+    mutable TextIndex<Place> m_oPlaces; // of the elements with a key, if it is in use
+    bool m_bIndexed = false;
     mutable std::size_t m_nDead = 0;
     mutable std::size_t m_nIterators = 0;
 };

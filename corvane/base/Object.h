@@ -3,6 +3,7 @@
 #pragma once
 
 #include "corvane/base/Failure.h"
+#include "corvane/base/SmallMemory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,6 +29,9 @@ class __attribute__((visibility("default"))) Object {
 public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
+
+    static void* operator new(std::size_t nBytes) { return SmallMemory::Take(nBytes); }
+    static void operator delete(void* pMemory, std::size_t nBytes) noexcept { SmallMemory::GiveBack(pMemory, nBytes); }
 
     void AddRef() const noexcept { ++m_nReferences; }
     void Release() const noexcept {

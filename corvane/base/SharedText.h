@@ -1,6 +1,8 @@
 // A text that doesn't change and is held by many, so that a copy of it is a count. One thread, as for objects.
 #pragma once
 
+#include "corvane/base/SmallMemory.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -43,6 +45,11 @@ private:
     struct Held {
         template <class Text>
         explicit Held(Text&& oText) : sText(std::forward<Text>(oText)) {}
+        static void* operator new(std::size_t nBytes) { return SmallMemory::Take(nBytes); }
+        static void operator delete(void* pMemory, std::size_t nBytes) noexcept {
+            SmallMemory::GiveBack(pMemory, nBytes);
+        }
+
         const std::string sText;
         std::uint32_t nHolders = 1;
     };

@@ -94,9 +94,27 @@ void AppendUtf8(std::string& sText, std::uint32_t u) {
 } // namespace
 
 bool EqualText(std::string_view sLeft, std::string_view sRight) noexcept {
-    if (sLeft == sRight)
-        return true;
-    return CompareText(sLeft, sRight) == 0;
+    constexpr std::uint64_t uBeyondAscii = 0x8080808080808080u;
+    constexpr std::uint64_t uCaseBit = 0x2020202020202020u;
+    // Eight bytes at a time, as long as they are ASCII: whoever differs in more than the bit of case is another.
+    std::size_t i = 0;
+    const std::size_t nShorter = std::min(sLeft.size(), sRight.size());
+    while (i < nShorter) {
+        std::uint64_t uLeft = 0;
+        std::uint64_t uRight = 0;
+        const std::size_t n = std::min(nShorter - i, sizeof uLeft);
+        std::memcpy(&uLeft, sLeft.data() + i, n);
+        std::memcpy(&uRight, sRight.data() + i, n);
+        if (((uLeft | uRight) & uBeyondAscii) != 0)
+            break;
+        if (uLeft != uRight) {
+            if (((uLeft ^ uRight) & ~uCaseBit) != 0)
+                return false;
+            break;
+        }
+        i += n;
+    }
+    return CompareText(sLeft.substr(i), sRight.substr(i)) == 0;
 }
 
 int CompareText(std::string_view sLeft, std::string_view sRight) noexcept {

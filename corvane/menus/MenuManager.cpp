@@ -38,6 +38,7 @@ void MenuManager::Initialize(const Ref<corvane::ActiveBar>& oActiveBar) try {
 }
 
 void MenuManager::FileDefinitions() {
+    m_pFiledKeys = std::make_unique<FiledKeys>();
     const Ref<ServiceManager> oServiceManager = CorvaneMain::Framework()->ServiceManager();
     for (const auto& oServiceDef : oServiceManager->ServiceDefs())
         AddMenuItems(oServiceDef->MenuItemDefs());
@@ -48,8 +49,7 @@ void MenuManager::FileDefinitions() {
         for (const auto& oPageDef : oWindowDef->PageDefs())
             if (oPageDef->MenuItemDefs()->Count() > 0)
                 AddMenuItems(oPageDef->MenuItemDefs());
-    m_setMenuKeys = {}; // nothing is filed any more
-    m_setToolbarKeys = {};
+    m_pFiledKeys = nullptr;
 }
 
 void MenuManager::AddServiceProviders() {
@@ -119,7 +119,7 @@ void MenuManager::AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs
         case MenuType::fwMenuItem: {
             // One text a number: the set of numbers tells what a set of texts would.
             const Long lKey = MenuPositionKey(*oMenuItemDef);
-            if (m_setMenuKeys.insert(lKey).second) {
+            if (m_pFiledKeys->setMenu.insert(lKey).second) {
                 m_oMenuItemDefs->Add(lKey, oMenuItemDef);
             } else {
                 m_colSharedItemDefs->Add(oMenuItemDef);
@@ -129,7 +129,7 @@ void MenuManager::AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs
         }
         case MenuType::fwToolbarItem: {
             const std::string sKey = oMenuItemDef->PositionKey();
-            if (m_setToolbarKeys.insert(sKey).second)
+            if (m_pFiledKeys->setToolbars.insert(sKey).second)
                 m_oToolbarItemDefs->Add(sKey, oMenuItemDef);
             else
                 m_colSharedItemDefs->Add(oMenuItemDef);

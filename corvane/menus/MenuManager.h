@@ -9,6 +9,8 @@
 #include "corvane/platform/controls/ActiveBar.h"
 #include "corvane/services/ReadActions.h"
 
+#include <memory>
+#include <memory_resource>
 #include <string>
 #include <unordered_set>
 
@@ -126,9 +128,14 @@ private:
     Ref<Band> m_oMainBand;
     Ref<SortedList> m_oMenuItemDefs;    // by MenuPositionKey as text
     Ref<SortedList> m_oToolbarItemDefs; // by PositionKey
-    // The keys of the two lists: asking them would sort once an entry.
-    std::unordered_set<Long> m_setMenuKeys;
-    std::unordered_set<std::string, TextHash, TextEqual> m_setToolbarKeys;
+    // The keys of the two lists while entries are filed: asking the lists would sort once an entry. Their memory goes
+    // as a whole afterwards.
+    struct FiledKeys {
+        std::pmr::monotonic_buffer_resource oMemory;
+        std::pmr::unordered_set<Long> setMenu{&oMemory};
+        std::pmr::unordered_set<std::string, TextHash, TextEqual> setToolbars{&oMemory};
+    };
+    std::unique_ptr<FiledKeys> m_pFiledKeys;
     Ref<MenuItemDefCollection> m_colSharedItemDefs;
     Ref<KeyedCollection<Single>> m_colMenuTitlePositions; // PositionOrder of a title, by its Key
     const Long m_lDefaultTitlePosition = 500;

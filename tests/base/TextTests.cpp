@@ -1,6 +1,8 @@
 #include "corvane/base/Text.h"
 
 #include <gtest/gtest.h>
+#include <iterator>
+#include <random>
 #include <set>
 #include <string>
 
@@ -67,6 +69,27 @@ TEST(TextTest, BrokenUtf8EndsAndDiffers) {
         for (std::size_t j = 0; j < std::size(aBroken); ++j)
             EXPECT_EQ(EqualText(aBroken[i], aBroken[j]), i == j) << i << " and " << j;
     EXPECT_EQ(FoldText("A\xE2\x82"), "a\xE2\x82");
+}
+
+// The one goes by words where it can, the other by characters.
+TEST(TextTest, EqualAndCompareAgree) {
+    const char* aPieces[] = {"a", "A", "b", "[", "{", "1", "Q", " ", "\u00E4", "\u00C4", "\u212A", "k", "\xFF"};
+    std::mt19937 oRandom(8);
+    const auto Text = [&] {
+        std::string sText(oRandom() % 3 * 7, 'x');
+        for (std::size_t n = oRandom() % 4; n > 0; --n)
+            sText += aPieces[oRandom() % std::size(aPieces)];
+        return sText;
+    };
+    int nEqual = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const std::string sLeft = Text();
+        const std::string sRight = Text();
+        const bool bEqual = CompareText(sLeft, sRight) == 0;
+        nEqual += bEqual ? 1 : 0;
+        ASSERT_EQ(EqualText(sLeft, sRight), bEqual) << sLeft << " and " << sRight;
+    }
+    EXPECT_GT(nEqual, 300);
 }
 
 } // namespace

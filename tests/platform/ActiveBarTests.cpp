@@ -92,22 +92,30 @@ TEST_F(ActiveBarTest, TheFirstOfEqualNamesIsFound) {
     const auto Insert = [&](Long lPosition, const char* sCaption) {
         oTools->Insert(lPosition, m_oBar->Tools()->Add(10, "Same"))->SetCaption(sCaption);
     };
-    Insert(-1, "2");
-    Insert(-1, "4");
-    EXPECT_EQ(Found(), "2");
-    Insert(1, "3"); // between both
-    EXPECT_EQ(Found(), "2");
-    Insert(0, "1"); // in front
-    EXPECT_EQ(Found(), "1");
-    for (const char* sNext : {"2", "3", "4"}) {
-        oTools->Remove(0);
-        EXPECT_EQ(Found(), sNext);
+    for (const Long lOthers : {0, 15, 40}) { // in front of them
+        while (oTools->Count() < lOthers)
+            oTools->Insert(0, AddTool(oTools->Count() + 100, "Other" + std::to_string(oTools->Count())));
+        Insert(-1, "2");
+        Insert(-1, "4");
+        EXPECT_EQ(Found(), "2");
+        Insert(lOthers + 1, "3"); // between both
+        EXPECT_EQ(Found(), "2");
+        Insert(lOthers / 2, "1"); // in front
+        EXPECT_EQ(Found(), "1");
+        oTools->Remove(lOthers / 2);
+        for (const char* sNext : {"3", "4"}) {
+            EXPECT_NE(Found(), sNext);
+            oTools->Remove(lOthers);
+            EXPECT_EQ(Found(), sNext);
+        }
+        Insert(-1, "5");
+        oTools->Remove(lOthers + 1); // one that wasn't found
+        EXPECT_EQ(Found(), "4");
+        oTools->Remove(lOthers);
+        EXPECT_EQ(NumberOf([&] { (void)oTools->Item("Same"); }), FailureNumber::InvalidProcedureCall);
+        EXPECT_EQ(oTools->Count(), lOthers);
+        EXPECT_TRUE(lOthers == 0 || oTools->Find("other7"));
     }
-    Insert(-1, "5");
-    oTools->Remove(1); // one that wasn't found
-    EXPECT_EQ(Found(), "4");
-    oTools->Remove(0);
-    EXPECT_EQ(NumberOf([&] { (void)oTools->Item("Same"); }), FailureNumber::InvalidProcedureCall);
     const auto oBands = m_oBar->Bands();
     (void)oBands->Add("EDIT");
     EXPECT_TRUE(oBands->Item("edit") == m_oBand);

@@ -148,28 +148,46 @@ std::string_view ToolName(const Tool* pTool) {
 } // namespace
 
 Ref<Tool> ToolCollection::Find(std::string_view sName) const {
+    if (!m_bIndexed) {
+        const auto itTool = std::find_if(m_aTools.begin(), m_aTools.end(),
+                                         [&](const auto& oTool) { return EqualText(oTool->Name(), sName); });
+        return itTool == m_aTools.end() ? Ref<Tool>() : *itTool;
+    }
     Tool* const* ppTool = m_oNames.Find(sName, ToolName);
     return ppTool ? Ref<Tool>(*ppTool) : Ref<Tool>();
 }
 
 void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
-    if (Tool** ppFirst = m_oNames.AddOrFind(oTool->Name(), oTool.Get(), ToolName)) {
-        (*ppFirst)->m_bHasNamesakes = true;
-        if (iPosition < m_aTools.size()) {
-            const auto itFirst = std::find(m_aTools.begin(), m_aTools.end(), Ref<Tool>(*ppFirst));
-            if (static_cast<std::size_t>(itFirst - m_aTools.begin()) >= iPosition) {
-                oTool->m_bHasNamesakes = true;
-                *ppFirst = oTool.Get();
-            }
-        }
+    constexpr std::size_t nFew = 16;
+    if (!m_bIndexed && m_aTools.size() == nFew) {
+        m_bIndexed = true;
+        for (std::size_t i = 0; i < m_aTools.size(); ++i)
+            IndexTool(i, m_aTools[i].Get());
     }
+    if (m_bIndexed)
+        IndexTool(iPosition, oTool.Get());
     m_aTools.insert(m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition), std::move(oTool));
+}
+
+// Of a tool that will stand there.
+void ToolCollection::IndexTool(std::size_t iPosition, Tool* pTool) {
+    Tool** ppFirst = m_oNames.AddOrFind(pTool->Name(), pTool, ToolName);
+    if (!ppFirst)
+        return;
+    (*ppFirst)->m_bHasNamesakes = true;
+    const auto itEnd = m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition);
+    if (iPosition == m_aTools.size() || std::find(m_aTools.begin(), itEnd, Ref<Tool>(*ppFirst)) != itEnd)
+        return;
+    pTool->m_bHasNamesakes = true;
+    *ppFirst = pTool;
 }
 
 Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
     const auto itTool = m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition);
     Ref<Tool> oTool = *itTool;
     const auto itNext = m_aTools.erase(itTool);
+    if (!m_bIndexed)
+        return oTool;
     Tool** ppFirst = m_oNames.Find(oTool->Name(), ToolName);
     if (*ppFirst != oTool.Get())
         return oTool;

@@ -203,7 +203,11 @@ protected:
     std::vector<Ref<Tool>> m_aTools;
 
 private:
-    TextIndex<Tool*> m_oNames; // the first of each name
+    void IndexTool(std::size_t iPosition, Tool* pTool);
+
+    // The first of each name, once there have been more than a few tools: before that they are looked at one by one.
+    TextIndex<Tool*> m_oNames;
+    bool m_bIndexed = false;
 };
 
 // The master list.
