@@ -4,6 +4,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/platform/controls/BarText.h"
 #include "desktop/ContrastStyle.h"
+#include "desktop/WideRegisters.h"
 #include "desktop/WidgetText.h"
 #include "desktop/windows/LeaveBox.h"
 #include "desktop/windows/PagePlace.h"
@@ -69,7 +70,7 @@ Application::Application(const ApplicationOptions& oOptions)
     m_frmMain->Load();
     m_pLibrary = std::make_unique<Library>(MakePlatform());
     m_pWindow = std::make_unique<MainWindow>(m_frmMain, m_oActiveBar, m_frmPanel, m_oFailures);
-    m_pWindow->Bars().SetProgressWidget(m_oProgress->Widget());
+    m_pWindow->Bars().SetProgressWidget([oProgress = m_oProgress] { return oProgress->Widget(); });
     m_oFailures.SetParentWindow(m_pWindow.get());
     m_oMessageBox->SetParentWindow(m_pWindow.get());
     m_oCommonDialog->SetParentWindow(m_pWindow.get());
@@ -153,6 +154,7 @@ bool Application::Start() {
     ContrastStyle::Follow(); // a failure may be shown before the person's own theme is known
     m_oFailures.Guard([&] {
         const Ref<Framework> oFramework = CorvaneMain::Framework();
+        ClearWideRegisters();
         oFramework->Initialize(m_frmMain, m_frmPanel, New<WindowFormFactory>(m_pWindowHost));
         m_pPersonal->Initialized();
         m_pCommandOwner = std::make_unique<CommandOwner>(

@@ -104,13 +104,6 @@ void BarRenderer::RedrawToolbars() {
     Schedule();
 }
 
-void BarRenderer::SetProgressWidget(QWidget* pWidget) {
-    m_pProgress = pWidget;
-    m_pProgress->hide();
-    m_pWindow->statusBar()->addWidget(m_pProgress, 2);
-    ShowStatusBar();
-}
-
 void BarRenderer::Note(const BarChange& oChange) {
     switch (oChange.eWhat) {
     case BarChange::What::ToolState:
@@ -269,8 +262,14 @@ void BarRenderer::ShowStatusBar() {
             m_pStatus->setToolTip(sText);
         m_pStatus->setVisible(oStatus->Visible() && m_oActiveBar->StatusTextShown());
     }
-    if (const Ref<Tool> oProgress = oBand->Tools()->Find("ctlProgressBar"); oProgress && m_pProgress)
-        m_pProgress->setVisible(oProgress->Visible() && oProgress->HWnd() != 0);
+    const Ref<Tool> oProgress = oBand->Tools()->Find("ctlProgressBar");
+    const bool bProgress = oProgress && oProgress->Visible() && oProgress->HWnd() != 0;
+    if (bProgress && !m_pProgress && m_fnMakeProgress) {
+        m_pProgress = m_fnMakeProgress();
+        m_pWindow->statusBar()->addWidget(m_pProgress, 2);
+    }
+    if (m_pProgress)
+        m_pProgress->setVisible(bProgress);
 }
 
 QMenu* BarRenderer::NewPopup(const Ref<Band>& oBand) {

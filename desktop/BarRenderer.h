@@ -44,7 +44,8 @@ public:
     // Where the next pop-up menu belongs, in pixels of the screen; the pointer's place without one.
     void SetPopupPlace(const QPoint& oPlace) { m_oPopupPlace = oPlace; }
     // The widget that takes the place of the tool "ctlProgressBar" in the status bar.
-    void SetProgressWidget(QWidget* pWidget);
+    // What makes the widget when the bar is first to be seen.
+    void SetProgressWidget(std::function<QWidget*()> fnMake) { m_fnMakeProgress = std::move(fnMake); }
     // The menu "SysCustomize" with an entry for each toolbar; a null pointer when there is none. The caller owns it.
     QMenu* NewCustomizeMenu();
 
@@ -78,6 +79,7 @@ private:
     MenuBar* m_pMenuBar;
     const BarChanges* m_pChanges = &BarChanges::None();
     QLabel* m_pStatus;
+    std::function<QWidget*()> m_fnMakeProgress;
     QWidget* m_pProgress = nullptr;
     struct ShownToolbar {
         Toolbar* pToolbar = nullptr;

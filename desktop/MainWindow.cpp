@@ -48,16 +48,15 @@ protected:
             return;
         QPainter oPainter(viewport());
         const QRect oRect = viewport()->rect().adjusted(24, 24, -24, -24);
-        QFont oFont = font();
-        oFont.setPointSizeF(oFont.pointSizeF() * 2);
-        oPainter.setFont(oFont);
         oPainter.setPen(Paler(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.55F));
-        const QString sTitle = window()->windowTitle();
+        // The font is drawn larger: one of another size would have to be looked up and loaded first.
+        const QTransform oDouble = QTransform::fromScale(2, 2);
         QRect oUsed;
-        oPainter.drawText(oRect.adjusted(0, 0, 0, -oRect.height() / 5), Qt::AlignCenter | Qt::TextWordWrap, sTitle,
-                          &oUsed);
-        oPainter.setFont(font());
-        oPainter.drawText(QRect(oRect.left(), oUsed.bottom() + 12, oRect.width(), 80),
+        oPainter.setTransform(oDouble);
+        oPainter.drawText(oDouble.inverted().mapRect(oRect.adjusted(0, 0, 0, -oRect.height() / 5)),
+                          Qt::AlignCenter | Qt::TextWordWrap, window()->windowTitle(), &oUsed);
+        oPainter.resetTransform();
+        oPainter.drawText(QRect(oRect.left(), oDouble.mapRect(oUsed).bottom() + 12, oRect.width(), 80),
                           Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
                           MainWindow::tr("Choose an item in the explorer or a command from the menus to begin."));
     }
@@ -68,6 +67,14 @@ public:
     ExplorerDockWidget(std::function<void()> fnClose, QWidget* pParent)
         : QDockWidget(pParent), m_fnClose(std::move(fnClose)) {}
 
+    // The content takes its place when it is to be seen: until then no title with its buttons has to be laid out.
+    void SetContent(QWidget* pContent) { m_pContent = pContent; }
+    void setVisible(bool bVisible) override {
+        if (bVisible && !widget())
+            setWidget(m_pContent);
+        QDockWidget::setVisible(bVisible);
+    }
+
 protected:
     void closeEvent(QCloseEvent* pEvent) override {
         pEvent->ignore(); // the model hides the band, and the dock follows
@@ -76,6 +83,7 @@ protected:
 
 private:
     std::function<void()> m_fnClose;
+    QWidget* m_pContent = nullptr;
 };
 
 } // namespace
@@ -117,7 +125,7 @@ MainWindow::~MainWindow() {
 
 void MainWindow::SetUpDock(const Ref<PanelForm>& frmPanel) {
     const auto fnGuard = [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); };
-    m_pDock = new ExplorerDockWidget(
+    auto* pDock = new ExplorerDockWidget(
         [this] {
             m_oFailures.Guard([this] {
                 if (const auto oBand = m_oActiveBar->Bands()->Find(sExplorerBand))
@@ -125,12 +133,13 @@ void MainWindow::SetUpDock(const Ref<PanelForm>& frmPanel) {
             });
         },
         this);
+    m_pDock = pDock;
     m_pDock->setObjectName(sExplorerBand);
     m_pDock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     m_pExplorer = new ExplorerPanel(frmPanel, fnGuard, m_pDock);
     connect(m_pExplorer, &ExplorerPanel::PopupPlace, this,
             [this](const QPoint& oPlace) { m_pBars->SetPopupPlace(oPlace); });
-    m_pDock->setWidget(m_pExplorer);
+    pDock->SetContent(m_pExplorer);
     addDockWidget(Qt::LeftDockWidgetArea, m_pDock);
     m_pDock->hide();
 }

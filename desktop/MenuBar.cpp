@@ -10,12 +10,12 @@ namespace corvane::desktop {
 namespace {
 
 constexpr std::size_t nMostTitles = 60;
+constexpr std::size_t nFewTitles = 24; // are measured as they are
 
 } // namespace
 
 MenuBar::MenuBar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent)
     : QMenuBar(pParent), m_oMenus(oMenus), m_oActions(oActions), m_pRest(new QMenu(tr("More"), this)) {
-    m_oSample.addAction(QStringLiteral("X"));
     m_pRest->addAction(QString()); // an empty menu is never asked to open
     connect(m_pRest, &QMenu::aboutToShow, this, [this] { m_oMenus.FillWith(m_pRest, m_aRest); });
 }
@@ -78,27 +78,33 @@ MenuBar::Title MenuBar::TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title
     return {oInstance, sBand, pTitle};
 }
 
-bool MenuBar::HasVisibleTitle() const {
-    return std::any_of(m_aTitles.begin(), m_aTitles.end(),
-                       [](const Title& oTitle) { return oTitle.pAction->isVisible(); });
+// To measure them one by one is what takes the time.
+bool MenuBar::IsMeasuredByOneTitle() const {
+    return m_aTitles.size() > nFewTitles && std::any_of(m_aTitles.begin(), m_aTitles.end(), [](const Title& oTitle) {
+               return oTitle.pAction->isVisible();
+           });
 }
 
 const QMenuBar& MenuBar::Sample() const {
-    if (m_oSample.font() != font())
-        m_oSample.setFont(font());
-    return m_oSample;
+    if (!m_pSample) {
+        m_pSample = std::make_unique<QMenuBar>();
+        m_pSample->addAction(QStringLiteral("X"));
+    }
+    if (m_pSample->font() != font())
+        m_pSample->setFont(font());
+    return *m_pSample;
 }
 
 int MenuBar::heightForWidth(int nWidth) const {
-    return HasVisibleTitle() ? Sample().heightForWidth(nWidth) : QMenuBar::heightForWidth(nWidth);
+    return IsMeasuredByOneTitle() ? Sample().heightForWidth(nWidth) : QMenuBar::heightForWidth(nWidth);
 }
 
 QSize MenuBar::sizeHint() const {
-    return HasVisibleTitle() ? Sample().sizeHint() : QMenuBar::sizeHint();
+    return IsMeasuredByOneTitle() ? Sample().sizeHint() : QMenuBar::sizeHint();
 }
 
 QSize MenuBar::minimumSizeHint() const {
-    return HasVisibleTitle() ? Sample().minimumSizeHint() : QMenuBar::minimumSizeHint();
+    return IsMeasuredByOneTitle() ? Sample().minimumSizeHint() : QMenuBar::minimumSizeHint();
 }
 
 } // namespace corvane::desktop

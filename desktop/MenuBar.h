@@ -5,6 +5,7 @@
 #include "corvane/platform/controls/ActiveBar.h"
 
 #include <QMenuBar>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -33,15 +34,15 @@ private:
     };
     [[nodiscard]] Title TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld);
     void ShowRest(std::vector<Ref<Tool>> aRest);
-    [[nodiscard]] bool HasVisibleTitle() const;
+    [[nodiscard]] bool IsMeasuredByOneTitle() const;
     [[nodiscard]] const QMenuBar& Sample() const;
 
     MenuBuilder& m_oMenus;
     BarActions& m_oActions;
     std::vector<Title> m_aTitles;
     QMenu* m_pRest;
-    std::vector<Ref<Tool>> m_aRest;      // the titles in it
-    mutable QMenuBar m_oSample{nullptr}; // of one title, never shown
+    std::vector<Ref<Tool>> m_aRest;              // the titles in it
+    mutable std::unique_ptr<QMenuBar> m_pSample; // of one title, never shown
 };
 
 } // namespace corvane::desktop

@@ -15,6 +15,7 @@
 #include "desktop/FailurePresenter.h"
 #include "desktop/HostParts.h"
 #include "desktop/MainWindow.h"
+#include "desktop/WideRegisters.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
 
@@ -146,8 +147,9 @@ void ShowCorvaneWindow(const Job& oJob) {
         New<desktop::HostFileSystem>(oPlatform.oFileSystem, oModels.Parts().oUtilities->GetAppFolder("Services"));
     const Library oLibrary(oPlatform);
     desktop::MainWindow oWindow(oModels.MainForm(), oModels.Bar(), oModels.Panel(), oFailures);
-    oWindow.Bars().SetProgressWidget(oProgress->Widget());
+    oWindow.Bars().SetProgressWidget([&] { return oProgress->Widget(); });
     PaintWatch oWatch(oWindow);
+    desktop::ClearWideRegisters(); // as the application does there
     oModels.Start();
     oWindow.Flush();
     oWindow.show();

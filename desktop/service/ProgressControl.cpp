@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <utility>
 
 namespace corvane::desktop {
 
@@ -72,9 +73,18 @@ private:
 
 } // namespace
 
-ProgressControl::ProgressControl()
-    : m_pWidget(new QWidget), m_pText(new QLabel), m_pBar(new QProgressBar), m_pTimeLeft(new QLabel),
-      m_pCancel(new QPushButton(tr("Cancel"))) {
+QWidget* ProgressControl::Widget() {
+    if (!std::exchange(m_bMade, true))
+        Make();
+    return m_pWidget;
+}
+
+void ProgressControl::Make() {
+    m_pWidget = new QWidget;
+    m_pText = new QLabel;
+    m_pBar = new QProgressBar;
+    m_pTimeLeft = new QLabel;
+    m_pCancel = new QPushButton(tr("Cancel"));
     auto* pLayout = new QHBoxLayout(m_pWidget);
     pLayout->setContentsMargins(2, 0, 2, 0);
     pLayout->addWidget(m_pText, 2);
@@ -86,13 +96,14 @@ ProgressControl::ProgressControl()
     m_pBar->setRange(0, nProgressSteps);
     m_pBar->setAccessibleName(tr("Progress"));
     m_pTimeLeft->hide();
-    m_pCancel->hide();
+    m_pCancel->setVisible(m_bCancel);
     QObject::connect(m_pCancel, &QPushButton::clicked, m_pWidget, [this] {
         m_bWasCanceled = true;
         m_oCancelled.start();
         m_pCancel->setEnabled(false);
         Draw();
     });
+    Draw();
 }
 
 ProgressControl::~ProgressControl() {

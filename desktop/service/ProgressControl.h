@@ -26,10 +26,10 @@ public:
         std::function<QString()> fnService;
     };
 
-    ProgressControl();
     ~ProgressControl() override;
     void SetSources(Sources oSources) { m_oSources = std::move(oSources); }
-    [[nodiscard]] QWidget* Widget() const { return m_pWidget; }
+    // Made at the first call: few starts show progress. Nothing once the one that was made has gone.
+    [[nodiscard]] QWidget* Widget();
 
     // By the library, by name.
     [[nodiscard]] Long HWnd() const { return 1; }
@@ -55,16 +55,18 @@ public:
                     Property("Pixels", &ProgressControl::Pixels));
 
 private:
+    void Make();
     void Draw();
     [[nodiscard]] QString TimeLeft() const;
     void LetThrough();
 
     Sources m_oSources;
+    bool m_bMade = false;
     QPointer<QWidget> m_pWidget; // the status bar's, once it stands there
-    QLabel* m_pText;
-    QProgressBar* m_pBar;
-    QLabel* m_pTimeLeft;
-    QPushButton* m_pCancel;
+    QLabel* m_pText = nullptr;
+    QProgressBar* m_pBar = nullptr;
+    QLabel* m_pTimeLeft = nullptr;
+    QPushButton* m_pCancel = nullptr;
     QElapsedTimer m_oRunning;   // since the value was 0
     QElapsedTimer m_oPassed;    // since events were let through
     QElapsedTimer m_oCancelled; // since the person cancelled and the work hasn't asked; invalid otherwise
