@@ -46,13 +46,7 @@ Application::Application(const ApplicationOptions& oOptions)
                      [this](const std::string& sText) { Note("Translation", sText); }),
       m_oMessageBox(New<QtMessageBox>(oOptions.bWithDialogs)),
       m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)), m_pRecorder(oOptions.pRecorder),
-      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) {
-          m_oFailures.Guard([&] {
-              if (m_pRecorder)
-                  m_pRecorder->NotByPerson();
-              fnAct();
-          });
-      })),
+      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) { ByHost(fnAct); })),
       m_aClasses(oOptions.aClasses), m_fnObjects(oOptions.fnObjects) {
     if (m_pRecorder)
         m_pRecorder->Follow({m_frmMain, m_oActiveBar, m_frmPanel, [this] { return m_oFailures.Entry(); }});
@@ -233,6 +227,14 @@ bool Application::ShowPage(int nPage) {
 bool Application::IsModalFormOpen() const {
     const auto aForms = m_frmMain->Forms();
     return std::any_of(aForms.begin(), aForms.end(), [](const auto& frm) { return frm->Visible() && frm->IsModal(); });
+}
+
+void Application::ByHost(const std::function<void()>& fnAct) {
+    m_oFailures.Guard([&] {
+        if (m_pRecorder)
+            m_pRecorder->NotByPerson();
+        fnAct();
+    });
 }
 
 void Application::Settle() {

@@ -64,6 +64,10 @@ public:
     // The user brings a page of the active window to the front, from 1. False when that can't be.
     bool ShowPage(int nPage);
     [[nodiscard]] bool IsModalFormOpen() const;
+    // Whether something would be lost if the application ended now. Services and pages are asked, and no person.
+    [[nodiscard]] bool HasUnsavedWork();
+    // Runs what the host does of itself; a failure that leaves the library is shown, and nothing is recorded as a step.
+    void ByHost(const std::function<void()>& fnAct);
     // Lets everything happen that is due, such as windows that open a moment later.
     void Settle();
     // Runs instead of the event loop while a modal window is open.

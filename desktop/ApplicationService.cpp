@@ -126,6 +126,15 @@ QString Application::StatusText() const {
     return oStatus ? QString::fromStdString(oStatus->Caption()) : QString();
 }
 
+bool Application::HasUnsavedWork() {
+    for (const auto& frm : m_frmMain->Forms())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->HasChanges())
+            return true;
+    const Ref<Framework> oFramework = Singleton::Framework();
+    return oFramework && oFramework->ServiceManager() &&
+           !FindUnsavedWork(oFramework, {}, [this](const auto& fnAct) { ByHost(fnAct); }).empty();
+}
+
 // False when the application must stay open.
 bool Application::SettleUnsavedWork() {
     const Ref<Framework> oFramework = Singleton::Framework();

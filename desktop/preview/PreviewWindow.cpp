@@ -33,6 +33,7 @@ namespace corvane::desktop {
 namespace {
 
 constexpr int nRetryMilliseconds = 40;
+constexpr int nRetryUnsavedMilliseconds = 500; // services and pages are asked each time
 
 QString Text(const std::string& sText) {
     return QString::fromStdString(sText);
@@ -69,7 +70,6 @@ PreviewWindow::PreviewWindow(PreviewOptions oOptions)
     SetUpDocks();
     SetUpStatusBar();
     m_oRetry.setSingleShot(true);
-    m_oRetry.setInterval(nRetryMilliseconds);
     connect(&m_oRetry, &QTimer::timeout, this, &PreviewWindow::TryShow);
     connect(&m_oWatch, &FolderWatch::Changed, this, &PreviewWindow::Folder_Changed);
     resize(1180, 900);
@@ -155,13 +155,9 @@ void PreviewWindow::OpenWindow(const std::string& sName) {
     m_setOpened.insert(FoldText(sName));
     if (m_oOptions.pRecorder)
         m_oOptions.pRecorder->ByHost("open " + sName);
-    m_pApplication->Failures().Guard([&] {
-        if (m_oOptions.pRecorder)
-            m_oOptions.pRecorder->NotByPerson();
-        ViewState::OpenWindow oOpen;
-        oOpen.sName = sName;
-        ViewState::OpenAgain(*m_pApplication, oOpen);
-    });
+    ViewState::OpenWindow oOpen;
+    oOpen.sName = sName;
+    ViewState::OpenAgain(*m_pApplication, oOpen);
 }
 
 void PreviewWindow::Start() {
@@ -191,7 +187,7 @@ void PreviewWindow::Folder_Changed() {
     }
     m_bHasErrors = !m_sTrouble.isEmpty() || std::any_of(m_aFindings.begin(), m_aFindings.end(), IsError);
     m_bWanted = !m_bHasErrors;
-    m_bUnsaved = m_bDiscards = false;
+    m_bUnsaved = m_bDiscards = m_bWaits = false;
     if (m_bWanted)
         TryShow();
     else
@@ -203,47 +199,68 @@ bool PreviewWindow::IsBusy() const {
            QThread::currentThread()->loopLevel() > m_nLoop || QApplication::mouseButtons() != Qt::NoButton;
 }
 
-// A menu, or a modal window of stand-ins, is closed, to be opened again. False while something is open in which the
-// person, or code, is at work.
-bool PreviewWindow::Unwind() {
-    if (!m_pApplication || m_bLoading)
-        return !m_bLoading;
+// The modal window on top, if it is one of stand-ins.
+Ref<WindowForm> PreviewWindow::ModalOfStandIns() {
+    const QWidget* pModal = QApplication::activeModalWidget();
+    for (const auto& frm : m_pApplication->MainForm()->Forms())
+        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && pModal && oForm->Frame() == pModal)
+            return IsOfStandIns(oForm->WindowName()) ? oForm : nullptr;
+    return nullptr;
+}
+
+// False while something is open in which the person, or code, is at work; nothing of it may be closed, no menu either.
+bool PreviewWindow::CanUnwind() {
+    if (m_bLoading || QApplication::mouseButtons() != Qt::NoButton)
+        return false;
     for (const auto& oControl : m_pApplication->Panel()->Controls())
         if (const auto oTree = oControl.TryAs<TreeView>(); oTree && oTree->IsEditingLabel())
             return false;
+    return !QApplication::activeModalWidget() || ModalOfStandIns();
+}
+
+// A menu, or a modal window of stand-ins, is closed, to be opened again. False while the library hasn't come back yet.
+bool PreviewWindow::Unwind() {
     if (!m_oView)
         m_oView = ViewState::Of(*m_pApplication);
     while (QWidget* pPopup = QApplication::activePopupWidget())
         if (!pPopup->close())
             break;
-    if (!IsBusy())
-        return true;
-    const auto aForms = m_pApplication->MainForm()->Forms();
-    for (auto it = aForms.rbegin(); it != aForms.rend(); ++it) {
-        const auto oForm = it->TryAs<WindowForm>();
-        if (!oForm || !oForm->Visible() || !oForm->IsModal())
-            continue;
-        const auto itOpen = std::find_if(m_oView->aWindows.begin(), m_oView->aWindows.end(),
-                                         [](const auto& oWindow) { return oWindow.bModal; });
-        if (itOpen != m_oView->aWindows.end() && IsOfStandIns(*itOpen))
-            oForm->Abandon();
-        break;
-    }
+    if (const auto oForm = ModalOfStandIns())
+        oForm->Abandon();
     return !IsBusy();
+}
+
+// Asking isn't among the calls that the author wants to see, and who fails to answer does so every time.
+bool PreviewWindow::HasUnsavedWork() {
+    m_pCalls->SetHeld(true);
+    m_pApplication->Failures().SetTaker([](const ShownFailure&) { return true; });
+    const bool bHas = m_pApplication->HasUnsavedWork();
+    m_pApplication->Failures().SetTaker({});
+    m_pCalls->SetHeld(false);
+    return bHas;
 }
 
 void PreviewWindow::TryShow() {
     if (!m_bWanted)
         return;
-    if (m_pApplication && !Unwind()) {
-        ReportState();
-        m_oRetry.start(); // the event loop that is in the way has to end first
-        return;
+    const auto fnWait = [this](bool bUnsaved) {
+        const bool bIsNew = !std::exchange(m_bWaits, true);
+        if (std::exchange(m_bUnsaved, bUnsaved) != bUnsaved || bIsNew)
+            ReportState();
+        m_oRetry.start(bUnsaved ? nRetryUnsavedMilliseconds : nRetryMilliseconds);
+    };
+    if (m_pApplication) {
+        if (!CanUnwind())
+            return fnWait(m_bUnsaved);
+        if (!m_bDiscards && HasUnsavedWork())
+            return fnWait(true);
+        if (!Unwind())
+            return fnWait(false); // the event loop that is in the way has to end first
     }
     ShowNow();
 }
 
-// False when unsaved work stands in the way.
+// False when the application refuses to end, as with unsaved work that nobody has told of before.
 bool PreviewWindow::Unload() {
     CommonDialog& oDialogs = m_pApplication->Dialogs();
     const std::size_t nAnswers = m_bDiscards ? m_pApplication->MainForm()->Forms().size() + 2 : 1;
@@ -343,7 +360,8 @@ void PreviewWindow::AfterLoad(bool bStarted) {
     if (bStarted)
         FillExplorer(!oView || oView->bExplorerIsShown);
     if (oView && bStarted)
-        oView->Restore(*m_pApplication, [this](const ViewState::OpenWindow& oWindow) { return IsOfStandIns(oWindow); });
+        oView->Restore(*m_pApplication,
+                       [this](const ViewState::OpenWindow& oWindow) { return IsOfStandIns(oWindow.sName); });
     m_pApplication->Window().Flush();
     m_pLayout->activate();
     // What the models have told is drawn with the first picture.
@@ -352,14 +370,11 @@ void PreviewWindow::AfterLoad(bool bStarted) {
     m_pApplication->Failures().SetTaker({});
     if (!oView)
         return;
-    QTimer::singleShot(0, this, [this, oView = *oView] {
-        if (!m_pApplication)
-            return;
-        oView.RestoreMenu(*m_pApplication);
-        for (const ViewState::OpenWindow& oOpen : oView.aWindows)
-            if (oOpen.bModal && m_pApplication && IsOfStandIns(oOpen))
-                ViewState::OpenAgain(*m_pApplication, oOpen);
-    });
+    QTimer::singleShot(0, &m_pApplication->Window(), [this, oView = *oView] { oView.RestoreMenu(*m_pApplication); });
+    for (const ViewState::OpenWindow& oOpen : oView->aWindows)
+        if (oOpen.bModal && IsOfStandIns(oOpen.sName)) // each in the event loop of the one below it
+            QTimer::singleShot(0, &m_pApplication->Window(),
+                               [this, oOpen] { ViewState::OpenAgain(*m_pApplication, oOpen); });
 }
 
 // Filling the explorer is the start service's part, which a stand-in doesn't play.
@@ -381,14 +396,14 @@ void PreviewWindow::FillExplorer(bool bShows) {
 }
 
 // Whether it can be opened without the code that opened it.
-bool PreviewWindow::IsOfStandIns(const ViewState::OpenWindow& oOpen) {
-    if (m_setOpened.contains(FoldText(oOpen.sName)))
+bool PreviewWindow::IsOfStandIns(const std::string& sWindow) {
+    if (m_setOpened.contains(FoldText(sWindow)))
         return true;
     const Ref<Framework> oFramework = Singleton::Framework();
     const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!oManager || !m_oFactory || !oManager->WindowDefs()->HasKey(oOpen.sName))
+    if (!oManager || !m_oFactory || !oManager->WindowDefs()->HasKey(sWindow))
         return false;
-    for (const auto& oPageDef : oManager->WindowDefs()->Item(oOpen.sName)->PageDefs())
+    for (const auto& oPageDef : oManager->WindowDefs()->Item(sWindow)->PageDefs())
         if (!m_oFactory->IsStandIn(oPageDef->PageProgID()))
             return false;
     return true;

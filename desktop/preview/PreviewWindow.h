@@ -71,6 +71,9 @@ private:
     // Asks for a state to be shown as soon as nothing is open that would be torn down with the old one.
     void TryShow();
     [[nodiscard]] bool IsBusy() const;
+    [[nodiscard]] Ref<WindowForm> ModalOfStandIns();
+    [[nodiscard]] bool CanUnwind();
+    [[nodiscard]] bool HasUnsavedWork();
     [[nodiscard]] bool Unwind();
     [[nodiscard]] bool Unload();
     void ShowNow();
@@ -79,7 +82,7 @@ private:
     void FillExplorer(bool bShows);
     void ReportState();
     void ShowProblems();
-    [[nodiscard]] bool IsOfStandIns(const ViewState::OpenWindow& oWindow);
+    [[nodiscard]] bool IsOfStandIns(const std::string& sWindow); // by the name of its definition
 
     PreviewOptions m_oOptions;
     QTemporaryDir m_oKept; // the session
@@ -100,6 +103,7 @@ private:
     bool m_bWanted = false;   // a state is to be shown
     bool m_bDiscards = false; // also when unsaved work goes with the old one
     bool m_bUnsaved = false;  // stands in the way
+    bool m_bWaits = false;    // and says so
     bool m_bLoading = false;
     bool m_bInKey = false;
     int m_nShown = 0;

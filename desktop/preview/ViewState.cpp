@@ -11,9 +11,9 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <algorithm>
@@ -84,7 +84,10 @@ void ViewState::TakeTrees(Application& oApplication) {
         const Ref<Node> oSelected = pTree->Tree()->SelectedItem();
         aTrees.push_back({pTree->Tree()->Name(), oSelected ? oSelected->Key() : std::string(),
                           oPanel.Page(i)->Filter()->text(), pTree->verticalScrollBar()->value()});
-        bTreeHasFocus |= pTree->hasFocus();
+        if (pTree->hasFocus())
+            eFocus = Focus::Tree;
+        else if (oPanel.Page(i)->Filter()->hasFocus())
+            eFocus = Focus::Filter;
     }
     const auto oBand = oApplication.Bar()->Bands()->Find("Explorer");
     bExplorerIsShown = oBand && oBand->Visible() && oBand->WasVisibleSet();
@@ -101,6 +104,8 @@ void ViewState::TakeWindows(Application& oApplication) {
         oOpen.bModal = oWindow->IsModal();
         oOpen.bActive = oWindow == oManager->ActiveWindow();
         oOpen.lPage = oWindow->ActivePageIndex();
+        oOpen.lPageWidth = oWindow->WindowDef()->DefPageWidth();
+        oOpen.lPageHeight = oWindow->WindowDef()->DefPageHeight();
         if (const Ref<Form> frm = FormOf(oApplication, *oWindow)) {
             oOpen.bChild = frm->MDIChild();
             oOpen.eState = frm->WindowState();
@@ -154,25 +159,27 @@ void ViewState::RestoreTrees(Application& oApplication) const {
         if (!it->sFilter.isEmpty())
             pPage->Filter()->setText(it->sFilter);
         if (const Ref<Node> oNode = it->sSelected.empty() ? nullptr : oTree->GetNodes()->Find(it->sSelected)) {
-            oApplication.Failures().Guard(
-                [&] { bIsCurrent ? oTree->ClickNode(oNode) : oTree->SetSelectedItem(oNode); });
+            oApplication.ByHost([&] { bIsCurrent ? oTree->ClickNode(oNode) : oTree->SetSelectedItem(oNode); });
         }
         pPage->Tree()->Sync();
         pPage->Tree()->verticalScrollBar()->setValue(it->nScrolled);
-        if (bTreeHasFocus && bIsCurrent)
-            pPage->Tree()->setFocus();
+        if (eFocus != Focus::Elsewhere && bIsCurrent)
+            eFocus == Focus::Tree ? pPage->Tree()->setFocus() : pPage->Filter()->setFocus();
     }
 }
 
+// A size that the definition gives anew is what the author wants to see.
 void ViewState::Place(Application& oApplication, const OpenWindow& oOpen) {
     const Ref<Window> oWindow = Find(oOpen);
     if (!oWindow)
         return;
-    oApplication.Failures().Guard([&] {
-        if (oOpen.lPage > 0 && oOpen.lPage < oWindow->WindowDef()->PageDefs()->Count())
+    oApplication.ByHost([&] {
+        const Ref<WindowDef> oDef = oWindow->WindowDef();
+        if (oOpen.lPage > 0 && oOpen.lPage < oDef->PageDefs()->Count())
             oWindow->SetActivePageIndex(oOpen.lPage);
         const Ref<Form> frm = FormOf(oApplication, *oWindow);
-        if (!frm || !oOpen.bChild || !frm->MDIChild())
+        if (!frm || oOpen.bChild != frm->MDIChild() || oOpen.lPageWidth != oDef->DefPageWidth() ||
+            oOpen.lPageHeight != oDef->DefPageHeight())
             return;
         if (oOpen.eState == FormState::Normal && frm->WindowState() == FormState::Normal)
             frm->Move(oOpen.fLeft, oOpen.fTop, oOpen.fWidth, oOpen.fHeight);
@@ -185,7 +192,9 @@ void ViewState::OpenAgain(Application& oApplication, const OpenWindow& oOpen) {
     using enum WindowStateConstants;
     if (Find(oOpen) || !IsDefined(oOpen.sName))
         return;
-    oApplication.Failures().Guard([&] {
+    if (oOpen.bModal) // in its own event loop
+        QTimer::singleShot(0, &oApplication.Window(), [&oApplication, oOpen] { Place(oApplication, oOpen); });
+    oApplication.ByHost([&] {
         (void)Windows()->OpenWindow(oOpen.sName, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
                                     cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
                                     WindowTypeConstants::cvDefinitionDefault,
@@ -205,41 +214,52 @@ void ViewState::Restore(Application& oApplication, const std::function<bool(cons
     }
     for (const OpenWindow& oOpen : aWindows)
         if (const Ref<Window> oWindow = oOpen.bActive && !oOpen.bModal ? Find(oOpen) : nullptr)
-            oApplication.Failures().Guard([&] {
+            oApplication.ByHost([&] {
                 if (const Ref<Form> frm = FormOf(oApplication, *oWindow))
                     frm->Activate();
             });
 }
 
+// The button shows it as it would for the person, which returns when it is closed.
+void ViewState::RestoreDropDown(Application& oApplication) const {
+    for (QToolBar* pToolbar : oApplication.Window().findChildren<QToolBar*>()) {
+        QAction* pAction = ActionOf(oApplication, *pToolbar, aMenus[0]);
+        auto* pButton = pAction ? qobject_cast<QToolButton*>(pToolbar->widgetForAction(pAction)) : nullptr;
+        if (!pButton || !pAction->menu() || !pButton->isVisible())
+            continue;
+        QTimer::singleShot(0, pAction->menu(), [oState = *this, &oApplication, pMenu = pAction->menu()] {
+            oState.RestoreBelow(oApplication, pMenu);
+        });
+        pButton->showMenu();
+        return;
+    }
+}
+
+void ViewState::RestoreBelow(Application& oApplication, QMenu* pMenu) const {
+    for (std::size_t iNext = 1; pMenu && iNext < aMenus.size(); ++iNext) {
+        QAction* pAction = ActionOf(oApplication, *pMenu, aMenus[iNext]);
+        if (pAction)
+            pMenu->setActiveAction(pAction);
+        pMenu = pAction && iNext + 1 < aMenus.size() ? pAction->menu() : nullptr;
+    }
+}
+
 void ViewState::RestoreMenu(Application& oApplication) const {
     MainWindow& oWindow = oApplication.Window();
-    std::size_t iNext = 0;
-    QMenu* pMenu = nullptr;
     if (eMenuRoot == MenuRoot::MenuBar && !aMenus.empty()) {
-        QAction* pTitle = ActionOf(oApplication, *oWindow.menuBar(), aMenus[iNext++]);
-        pMenu = pTitle ? pTitle->menu() : nullptr;
-        if (pMenu)
-            oWindow.menuBar()->setActiveAction(pTitle);
+        QAction* pTitle = ActionOf(oApplication, *oWindow.menuBar(), aMenus[0]);
+        if (!pTitle || !pTitle->menu())
+            return;
+        oWindow.menuBar()->setActiveAction(pTitle);
+        RestoreBelow(oApplication, pTitle->menu());
     } else if (eMenuRoot == MenuRoot::Toolbar && !aMenus.empty()) {
-        for (QToolBar* pToolbar : oWindow.findChildren<QToolBar*>())
-            if (QAction* pAction = pMenu ? nullptr : ActionOf(oApplication, *pToolbar, aMenus[0]))
-                if (auto* pButton = qobject_cast<QToolButton*>(pToolbar->widgetForAction(pAction)))
-                    if ((pMenu = pAction->menu()))
-                        pMenu->popup(pButton->mapToGlobal(pButton->rect().bottomLeft()));
-        iNext = 1;
+        RestoreDropDown(oApplication);
     } else if (eMenuRoot == MenuRoot::Explorer) {
         const ExplorerPage* pPage = oWindow.Explorer().CurrentPage();
         if (!pPage || !pPage->Tree()->Tree()->SelectedItem())
             return;
         oWindow.Bars().SetPopupPlace(oMenuPlace);
-        oApplication.Failures().Guard([&] { pPage->Tree()->Tree()->MouseUp.Raise(RightButton, NoShift, 0, 0); });
-        return;
-    }
-    for (; pMenu && iNext < aMenus.size(); ++iNext) {
-        QAction* pAction = ActionOf(oApplication, *pMenu, aMenus[iNext]);
-        if (pAction)
-            pMenu->setActiveAction(pAction);
-        pMenu = pAction && iNext + 1 < aMenus.size() ? pAction->menu() : nullptr;
+        oApplication.ByHost([&] { pPage->Tree()->Tree()->MouseUp.Raise(RightButton, NoShift, 0, 0); });
     }
 }
 

@@ -5,6 +5,7 @@
 #include "corvane/platform/controls/Form.h"
 #include "desktop/Application.h"
 
+#include <QMenu>
 #include <QPoint>
 #include <QString>
 #include <functional>
@@ -28,12 +29,13 @@ struct ViewState {
         bool bActive = false;
         bool bChild = false;
         FormState eState = FormState::Normal;
-        Single fLeft = 0, fTop = 0, fWidth = 0, fHeight = 0; // of a child
+        Single fLeft = 0, fTop = 0, fWidth = 0, fHeight = 0;
+        Long lPageWidth = 0, lPageHeight = 0; // by the definition
     };
     enum class MenuRoot { None, MenuBar, Toolbar, Explorer };
 
     std::vector<Tree> aTrees;
-    bool bTreeHasFocus = false;
+    enum class Focus { Elsewhere, Tree, Filter } eFocus = Focus::Elsewhere;
     bool bExplorerIsShown = true;
     std::vector<OpenWindow> aWindows;
     MenuRoot eMenuRoot = MenuRoot::None;
@@ -45,16 +47,18 @@ struct ViewState {
     // Selects and opens again what is still there. Of the windows that no service has opened again those are opened
     // for which fnOpens says so; modal ones aren't, see OpenAgain.
     void Restore(Application& oApplication, const std::function<bool(const OpenWindow&)>& fnOpens) const;
-    // Returns when the window is closed.
+    // A modal one comes back as far as it was; returns when it is closed.
     static void OpenAgain(Application& oApplication, const OpenWindow& oWindow);
-    // Opens the menus again, as far as their entries are still there. That of the explorer's node returns when it is
-    // closed.
+    // Opens the menus again, as far as their entries are still there. Those of the explorer's node and of a toolbar's
+    // button return when they are closed.
     void RestoreMenu(Application& oApplication) const;
 
 private:
     void TakeTrees(Application& oApplication);
     void TakeWindows(Application& oApplication);
     void TakeMenu(Application& oApplication);
+    void RestoreDropDown(Application& oApplication) const;
+    void RestoreBelow(Application& oApplication, QMenu* pMenu) const;
     void RestoreTrees(Application& oApplication) const;
     static void Place(Application& oApplication, const OpenWindow& oOpen);
 };

@@ -52,7 +52,9 @@ public:
     void ByPerson(WindowStep::What eWhat, int nWhich, const std::function<void()>& fnDo);
     // Ends the window as if it had been cancelled, without asking.
     void Abandon();
-    // Whether something is changed that Save can save; a wizard is saved by nothing but Finish.
+    // Whether something is changed in a window that is shown, whatever its type.
+    [[nodiscard]] bool HasChanges();
+    // The same for what Save can save; a wizard is saved by nothing but Finish.
     [[nodiscard]] bool HasUnsavedChanges();
     [[nodiscard]] Ref<Object> BusinessContext() const; // nothing for a window without one
     // The person has been asked about the changes already: until the event loop turns, closing asks no more. A window

@@ -45,11 +45,15 @@ bool WindowForm::AnyChanged() const {
            std::any_of(m_aSlots.begin(), m_aSlots.end(), [](const auto& oSlot) { return oSlot->IsChanged(); });
 }
 
-bool WindowForm::HasUnsavedChanges() {
-    if (!m_oController || !Visible() || !SavesChangesAlone())
+bool WindowForm::HasChanges() {
+    if (!m_oController || !Visible())
         return false;
     AskAll();
     return AnyChanged();
+}
+
+bool WindowForm::HasUnsavedChanges() {
+    return SavesChangesAlone() && HasChanges();
 }
 
 Ref<Object> WindowForm::BusinessContext() const {
