@@ -211,8 +211,7 @@ Ref<Tool> Application::MasterTool(const std::string& sName) const {
 
 void Application::Take(const std::string& sSteps) {
     std::istringstream oSteps(sSteps);
-    for (const auto& oStep : inspect::ReadSteps(oSteps, "steps"))
-        inspect::Take(*m_pHost, oStep);
+    inspect::TakeAll(*m_pHost, inspect::ReadSteps(oSteps, "steps"));
 }
 
 Long Application::Click(const std::string& sTool) const {

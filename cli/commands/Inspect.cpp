@@ -32,11 +32,8 @@ int Inspect(const Arguments& oArguments) {
     ModelHost oHost({oArguments.sApplication, oArguments.bStandIns, nullptr});
     DocumentOptions oOptions;
     oOptions.bStandIns = oArguments.bStandIns;
-    if (oHost.Start()) {
-        for (const auto& oStep : aSteps)
-            if (!oHost.HasExited() || oStep.sVerb == "expect")
-                Take(oHost, oStep);
-    }
+    if (oHost.Start())
+        TakeAll(oHost, aSteps);
     for (const auto& oStep : aSteps) {
         oOptions.bPopups |= oStep.sVerb == "rightclick" || oStep.sVerb == "contextmenu";
         oOptions.bMessages |= oStep.sVerb == "rename";

@@ -50,7 +50,10 @@ Platform ModelHost::MakePlatform(const HostOptions& oOptions) {
         oPlatform.oObjectFactory =
             New<NamingFactory>(m_oRecord, New<PluginFactory>(oOptions.sApplicationFolder + "/plugins"));
     }
-    m_oFormFactory = NewStandInFormFactory(m_frmMain.Get(), bReportsDeactivate);
+    m_oFormFactory = NewStandInFormFactory(m_frmMain.Get(), bReportsDeactivate, [this](const Form& frm) {
+        if (m_fnModalLoop)
+            m_fnModalLoop(frm);
+    });
     return oPlatform;
 }
 

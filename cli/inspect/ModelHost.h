@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvane::inspect {
@@ -36,6 +37,8 @@ public:
     bool Start();
     // Runs what a person or a service does; a failure that leaves the library is noted and goes no further.
     void Do(const std::function<void()>& fnAct);
+    // Runs while a modal form is shown, which is closed afterwards if it still is open. Without it that is at once.
+    void SetModalLoop(ModalLoopFunction fnModalLoop) { m_fnModalLoop = std::move(fnModalLoop); }
     // The open forms unload, the one activated last first, then the main form.
     void Exit();
     // Also when the exit began and a service failed to end.
@@ -65,6 +68,7 @@ private:
     Ref<MdiForm> m_frmMain = New<MdiForm>();
     Ref<PanelForm> m_frmPanel = New<PanelForm>();
     Ref<IWindowFormFactory> m_oFormFactory;
+    ModalLoopFunction m_fnModalLoop;
     std::optional<Failure> m_oFirstFailure;
     Subscription m_oPopupRequested;
     Subscription m_oChildLoaded;

@@ -18,7 +18,7 @@ namespace {
 
 class StandInForm final : public Form, public IWindowForm {
 public:
-    StandInForm(MdiForm* frmMain, bool bMDIChild, bool bReportsDeactivate)
+    StandInForm(MdiForm* frmMain, bool bMDIChild, bool bReportsDeactivate, const ModalLoopFunction& fnModalLoop)
         : Form(frmMain, bMDIChild), m_bReportsDeactivate(bReportsDeactivate) {
         // Before the window's own subscription, so that the pages go first.
         m_oBeforeUnload = OnUnload.Subscribe([this](bool&) { EndPages(); });
@@ -26,7 +26,10 @@ public:
             if (eChange == Change::Unloaded)
                 ExitWindow();
         });
-        m_oModalLoop = ModalLoop.Subscribe([this] { Unload(); });
+        m_oModalLoop = ModalLoop.Subscribe([this, fnModalLoop] {
+            fnModalLoop(*this);
+            Unload();
+        });
     }
 
     void Initialize(const Ref<IWindowFormController>& oWindowFormController, bool bIsApplyCommandShown) override;
@@ -195,15 +198,16 @@ void StandInForm::ExitWindow() {
 
 class StandInFormFactory final : public IWindowFormFactory {
 public:
-    StandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate)
-        : m_frmMain(frmMain), m_bReportsDeactivate(bReportsDeactivate) {}
+    StandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate, ModalLoopFunction fnModalLoop)
+        : m_frmMain(frmMain), m_bReportsDeactivate(bReportsDeactivate), m_fnModalLoop(std::move(fnModalLoop)) {}
     Ref<IWindowForm> NewWindowForm(WindowTypeConstants /*eWindowType*/, bool bIsMDIChild) override {
-        return New<StandInForm>(m_frmMain, bIsMDIChild, m_bReportsDeactivate);
+        return New<StandInForm>(m_frmMain, bIsMDIChild, m_bReportsDeactivate, m_fnModalLoop);
     }
 
 private:
     MdiForm* m_frmMain;
     bool m_bReportsDeactivate;
+    ModalLoopFunction m_fnModalLoop;
 };
 
 } // namespace
@@ -213,8 +217,9 @@ bool IsFormOf(const Ref<Form>& oForm, const Ref<Window>& oWindow) {
     return oStandIn && oStandIn->Controller() == oWindow;
 }
 
-Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate) {
-    return New<StandInFormFactory>(frmMain, bReportsDeactivate);
+Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate,
+                                              ModalLoopFunction fnModalLoop) {
+    return New<StandInFormFactory>(frmMain, bReportsDeactivate, std::move(fnModalLoop));
 }
 
 } // namespace corvane::inspect

@@ -138,7 +138,10 @@ private:
 [[nodiscard]] bool IsFormOf(const Ref<Form>& oForm, const Ref<Window>& oWindow);
 
 // Windows without anything to see: they create and report their pages, the first page being the one in front. Commands
-// do what they do on screen: pages are told, asked whether they are valid, and saved.
-[[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate);
+// do what they do on screen: pages are told, asked whether they are valid, and saved. A modal one is unloaded when the
+// function has returned.
+using ModalLoopFunction = std::function<void(const Form&)>;
+[[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate,
+                                                            ModalLoopFunction fnModalLoop);
 
 } // namespace corvane::inspect

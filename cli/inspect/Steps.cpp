@@ -8,6 +8,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 
+#include <algorithm>
 #include <map>
 
 namespace corvane::inspect {
@@ -217,6 +218,8 @@ std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile) {
     for (int nLine = 1; std::getline(oStream, sLine); ++nLine) {
         if (!sLine.empty() && sLine.back() == '\r')
             sLine.pop_back();
+        const std::size_t nIndent = std::min(sLine.find_first_not_of(' '), sLine.size());
+        sLine.erase(0, nIndent);
         if (sLine.empty() || sLine.front() == '#')
             continue;
         auto [sVerb, sRest] = Split(sLine);
@@ -229,7 +232,7 @@ std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile) {
                                (it->second.nFields == 2 && sRest.find(' ') != std::string::npos);
         if (!bComplete)
             Fail(FailureNumber::InvalidProcedureCall, sWhere + "the step \"" + sVerb + "\" lacks a field");
-        aSteps.push_back({std::move(sVerb), std::move(sRest), nLine, sFile});
+        aSteps.push_back({std::move(sVerb), std::move(sRest), nLine, sFile, nIndent > 0});
     }
     return aSteps;
 }
@@ -242,6 +245,25 @@ void Take(ModelHost& oHost, const Step& oStep) {
     }
     const auto& oVerb = Verbs().at(oStep.sVerb);
     oHost.Do([&] { oVerb.fnAct(oHost, oStep.sRest); });
+}
+
+void TakeAll(ModelHost& oHost, const std::vector<Step>& aSteps) {
+    const struct End {
+        ModelHost& oHost;
+        ~End() { oHost.SetModalLoop({}); }
+    } oEnd{oHost};
+    auto itNext = aSteps.begin();
+    const auto fnNext = [&] {
+        const Step& oStep = *itNext++;
+        if (!oHost.HasExited() || oStep.sVerb == "expect")
+            Take(oHost, oStep);
+    };
+    oHost.SetModalLoop([&](const Form& frm) {
+        while (frm.IsLoaded() && frm.Visible() && itNext != aSteps.end() && itNext->bInModal)
+            fnNext();
+    });
+    while (itNext != aSteps.end())
+        fnNext();
 }
 
 } // namespace corvane::inspect

@@ -15,6 +15,7 @@ struct Step {
     std::string sRest; // all behind the verb's blank
     int nLine;
     std::string sFile = {};
+    bool bInModal = false; // is indented: for while a modal window is open
 };
 
 // Reads the steps of a file; empty lines and lines that begin with "#" are none. Fails with 5, naming file and line,
@@ -23,5 +24,8 @@ struct Step {
 
 // Takes a step. A failure that leaves the library is noted by the host; an expectation that isn't met, in its record.
 void Take(ModelHost& oHost, const Step& oStep);
+// Takes them one after another; behind the end of the application only expectations. A modal window stays open for the
+// indented steps behind the one that opened it, and is closed before the next that isn't.
+void TakeAll(ModelHost& oHost, const std::vector<Step>& aSteps);
 
 } // namespace corvane::inspect

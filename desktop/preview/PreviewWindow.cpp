@@ -153,11 +153,13 @@ void PreviewWindow::OpenWindow(const std::string& sName) {
     if (!m_pApplication)
         return;
     m_setOpened.insert(FoldText(sName));
-    if (m_oOptions.pRecorder)
-        m_oOptions.pRecorder->ByHost("open " + sName);
     ViewState::OpenWindow oOpen;
     oOpen.sName = sName;
-    ViewState::OpenAgain(*m_pApplication, oOpen);
+    const bool bIsOpen = ViewState::Activate(*m_pApplication, oOpen);
+    if (m_oOptions.pRecorder)
+        m_oOptions.pRecorder->ByHost((bIsOpen ? "activate " : "open ") + sName);
+    if (!bIsOpen)
+        ViewState::OpenAgain(*m_pApplication, oOpen);
 }
 
 void PreviewWindow::Start() {

@@ -213,11 +213,19 @@ void ViewState::Restore(Application& oApplication, const std::function<bool(cons
         Place(oApplication, oOpen);
     }
     for (const OpenWindow& oOpen : aWindows)
-        if (const Ref<Window> oWindow = oOpen.bActive && !oOpen.bModal ? Find(oOpen) : nullptr)
-            oApplication.ByHost([&] {
-                if (const Ref<Form> frm = FormOf(oApplication, *oWindow))
-                    frm->Activate();
-            });
+        if (oOpen.bActive && !oOpen.bModal)
+            (void)Activate(oApplication, oOpen);
+}
+
+bool ViewState::Activate(Application& oApplication, const OpenWindow& oOpen) {
+    const Ref<Window> oWindow = Find(oOpen);
+    if (!oWindow)
+        return false;
+    oApplication.ByHost([&] {
+        if (const Ref<Form> frm = FormOf(oApplication, *oWindow))
+            frm->Activate();
+    });
+    return true;
 }
 
 // The button shows it as it would for the person, which returns when it is closed.

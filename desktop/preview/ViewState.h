@@ -47,6 +47,8 @@ struct ViewState {
     // Selects and opens again what is still there. Of the windows that no service has opened again those are opened
     // for which fnOpens says so; modal ones aren't, see OpenAgain.
     void Restore(Application& oApplication, const std::function<bool(const OpenWindow&)>& fnOpens) const;
+    // Brings the window to the front. False when there is none of that name and key.
+    static bool Activate(Application& oApplication, const OpenWindow& oWindow);
     // A modal one comes back as far as it was; returns when it is closed.
     static void OpenAgain(Application& oApplication, const OpenWindow& oWindow);
     // Opens the menus again, as far as their entries are still there. Those of the explorer's node and of a toolbar's

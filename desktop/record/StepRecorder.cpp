@@ -152,10 +152,14 @@ void StepRecorder::Tree_MouseUp(Long lButton, Long lShift) {
         Step("rightclick");
 }
 
-// Whether a window is closed may depend on an answer; what can't be taken again is left out, with a word about it.
+// Whether a window is closed may depend on an answer. A window of the host isn't there when the steps are taken.
 void StepRecorder::OnWindow(const WindowStep& oStep, const std::function<void()>& fnDo) {
     const bool bIsFirst = TakeEntry() && !m_bHeld;
-    const std::string sLine = (oStep.oWindow.IsModal() ? "# in a modal window: " : "") + LineOf(oStep);
+    const bool bIsHosts = oStep.oWindow.WindowDef()->Name() == WindowHost::ListedWindow;
+    const std::string sLine = (bIsHosts                  ? "# of the desktop itself: "
+                               : oStep.oWindow.IsModal() ? "  "
+                                                         : "") +
+                              LineOf(oStep);
     const bool bMayBeRefused = oStep.eWhat == WindowStep::What::Close ||
                                (oStep.eWhat == WindowStep::What::Command &&
                                 oStep.nWhich == static_cast<int>(StandardCommandConstants::cvCancel));

@@ -46,11 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSi
     inspect::ModelHost oHost({oFolder.Path(), true, nullptr});
     if (!oHost.Start())
         std::abort();
-    for (const auto& oStep : aSteps) {
-        if (oHost.HasExited())
-            break;
-        inspect::Take(oHost, oStep);
-    }
+    inspect::TakeAll(oHost, aSteps);
     (void)inspect::JsonDocument(oHost, {true, true, true, true});
     (void)inspect::TextDocument(oHost, {});
     return 0;

@@ -16,6 +16,8 @@ protected:
     StepsTest() {
         m_oApplication.AddService("S", std::string(R"(<Windows><Window Name="W" Type="Wizard" State="Normal">)") +
                                            sPage + R"("P.One"/>)" + sPage + R"("P.Two"/></Window>
+<Window Name="Asks" Type="Dialog" State="Normal" IsMDIChild="false" IsModal="true">)" +
+                                           sPage + R"("P.One"/>)" + sPage + R"("P.Two"/></Window>
 <Window Name="Refused" Type="Window" State="Normal">)" +
                                            sPage + R"("P.Refused"/></Window>
 <Window Name="Shell" Type="Window" State="Normal">)" +
@@ -64,6 +66,26 @@ TEST_F(StepsTest, OpenWindowsUnderNumbers) {
     m_oApplication.Take("open W\nopen W 1\nopen W\nopen W 2\nopen W 3\nopen W 1\nexpect windows.count 5\n"
                         "expect windows.0.key null\nexpect windows.1.key 1\nexpect windows.4.key 3");
     EXPECT_EQ(m_oApplication.TakeUnmet(), Lines());
+}
+
+// As long as the steps are indented a modal window stays, also over another; then it is closed as if by its close box.
+TEST_F(StepsTest, AreTakenInModalWindows) {
+    EXPECT_EQ(
+        CallsOf("open Asks\n  page Asks 1\n  # still open\n\n  expect windows[Asks].name Asks\n  command Asks OK\n"
+                "expect windows.count 0"),
+        (Lines{"P.One#1 Initialize(-)", "P.Two#1 Initialize(-)", "P.One#1 Activate", "P.One#1 Deactivate",
+               "P.Two#1 Activate", "P.One#1 CommandClick(1)", "P.Two#1 CommandClick(1)", "P.One#1 Validate(True)",
+               "P.Two#1 Validate(True)", "P.One#1 Validate(True)", "P.One#1 Save", "P.Two#1 Validate(True)",
+               "P.Two#1 Save", "P.Two#1 Deactivate", "P.One#1 Terminate(-)", "P.Two#1 Terminate(-)"}));
+    m_oApplication.Take("open Asks first\n  open Asks second\n  expect windows.count 2\n  close second\n"
+                        "  expect windows.count 1\n  page first 1\nexpect windows.count 0\nopen Asks\nopen W");
+    EXPECT_EQ(m_oApplication.OpenWindows(), Lines{"W"});
+    EXPECT_EQ(m_oApplication.TakeUnmet(), Lines());
+    EXPECT_FALSE(m_oApplication.Host().FirstFailure());
+    // Where no window has opened, the step fails as any for a window that isn't there; the application may end in one.
+    m_oApplication.Take("  close Asks\nopen Asks\n  exit\n  close W");
+    EXPECT_EQ(m_oApplication.Host().FirstFailure()->Description, "There is no open window \"Asks\"");
+    EXPECT_TRUE(m_oApplication.Host().HasExited());
 }
 
 TEST_F(StepsTest, AskForTheMenuOfANode) {
