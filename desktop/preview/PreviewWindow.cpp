@@ -53,11 +53,11 @@ bool IsError(const check::Finding& oFinding) {
 } // namespace
 
 PreviewWindow::PreviewWindow(PreviewOptions oOptions)
-    : m_oOptions(std::move(oOptions)), m_oWatch(Text(Absolute(m_oOptions.sFolder))), m_pPlace(new QWidget),
-      m_pLayout(new QVBoxLayout(m_pPlace)), m_pNothing(new QLabel), m_pProblems(new ProblemList),
-      m_pCalls(new CallList), m_pProblemsDock(new QDockWidget(tr("Problems"), this)),
-      m_pCallsDock(new QDockWidget(tr("Calls"), this)), m_pIcon(new QLabel), m_pState(new QLabel),
-      m_pLastCall(new QLabel), m_pAnyway(new QToolButton) {
+    : m_oOptions(std::move(oOptions)), m_oWatch(Text(Absolute(m_oOptions.sFolder))),
+      m_oPlace(this, Absolute(m_oOptions.sFolder)), m_pPlace(new QWidget), m_pLayout(new QVBoxLayout(m_pPlace)),
+      m_pNothing(new QLabel), m_pProblems(new ProblemList), m_pCalls(new CallList),
+      m_pProblemsDock(new QDockWidget(tr("Problems"), this)), m_pCallsDock(new QDockWidget(tr("Calls"), this)),
+      m_pIcon(new QLabel), m_pState(new QLabel), m_pLastCall(new QLabel), m_pAnyway(new QToolButton) {
     m_oOptions.sFolder = Absolute(m_oOptions.sFolder);
     m_pLayout->setContentsMargins(0, 0, 0, 0);
     m_pLayout->addWidget(m_pNothing);
@@ -73,6 +73,7 @@ PreviewWindow::PreviewWindow(PreviewOptions oOptions)
     connect(&m_oRetry, &QTimer::timeout, this, &PreviewWindow::TryShow);
     connect(&m_oWatch, &FolderWatch::Changed, this, &PreviewWindow::Folder_Changed);
     resize(1180, 900);
+    m_oPlace.Restore();
 }
 
 PreviewWindow::~PreviewWindow() {
@@ -468,6 +469,7 @@ void PreviewWindow::closeEvent(QCloseEvent* pEvent) {
         }
     }
     m_bWanted = false;
+    m_oPlace.Keep();
     pEvent->accept();
 }
 

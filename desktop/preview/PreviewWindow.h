@@ -7,6 +7,7 @@
 #include "cli/inspect/Recording.h"
 #include "desktop/Application.h"
 #include "desktop/preview/FolderWatch.h"
+#include "desktop/preview/KeptPlace.h"
 #include "desktop/preview/PreviewObjects.h"
 #include "desktop/preview/ViewState.h"
 
@@ -87,6 +88,7 @@ private:
     PreviewOptions m_oOptions;
     QTemporaryDir m_oKept; // the session
     FolderWatch m_oWatch;
+    KeptPlace m_oPlace;
     QTimer m_oRetry;
     int m_nLoop = 0;
 

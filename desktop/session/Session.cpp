@@ -10,6 +10,7 @@
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "desktop/session/WindowPlace.h"
 
 #include <QApplication>
 #include <QDockWidget>
@@ -17,8 +18,6 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QScreen>
-#include <QStyle>
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
@@ -37,14 +36,6 @@ constexpr const char* sMinimized = "minimized";
 
 QString Text(const std::string& sText) {
     return QString::fromStdString(sText);
-}
-
-QString Packed(const QByteArray& aBytes) {
-    return QString::fromLatin1(aBytes.toBase64());
-}
-
-QByteArray Unpacked(const QJsonValue& oValue) {
-    return QByteArray::fromBase64(oValue.toString().toLatin1());
 }
 
 void NoteNodes(const std::vector<Node*>& aNodes, QJsonArray& aOpen, QJsonArray& aClosed) {
@@ -70,28 +61,6 @@ Ref<Tool> StatusBarTool(const ActiveBar& oActiveBar) {
             if (EqualText(oItem->Action(), "EnableStatusBar"))
                 return oTool;
     return nullptr;
-}
-
-// The window as it was, unless it would reach beyond the screens that are there now.
-void StandOnScreen(QWidget& oWindow) {
-    if (oWindow.isMaximized() || oWindow.isFullScreen())
-        return;
-    QRect oPlace = oWindow.geometry();
-    QRegion oScreens;
-    for (const QScreen* pScreen : QGuiApplication::screens())
-        oScreens += pScreen->availableGeometry();
-    if (QRegion(oPlace).subtracted(oScreens).isEmpty())
-        return;
-    const QScreen* pScreen = QGuiApplication::screenAt(oPlace.center());
-    constexpr int nFrame = 4;
-    const int nTitle = oWindow.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const QRect oRoom = (pScreen ? pScreen : QGuiApplication::primaryScreen())
-                            ->availableGeometry()
-                            .adjusted(nFrame, nTitle, -nFrame, -nFrame);
-    oPlace.setSize(oPlace.size().boundedTo(oRoom.size()));
-    oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), oRoom.right() + 1 - oPlace.width()),
-                  std::clamp(oPlace.top(), oRoom.top(), oRoom.bottom() + 1 - oPlace.height()));
-    oWindow.setGeometry(oPlace);
 }
 
 QString StateWord(FormState eState) {
@@ -358,10 +327,8 @@ void Session::Restore(bool bFollow) {
     if (!m_oRead.isEmpty()) {
         RestoreToolbars(m_oRead["toolbars"].toObject());
         RestoreExplorer(m_oRead["explorer"].toObject());
-        if (m_oParts.bPlace) {
-            m_oParts.pWindow->restoreGeometry(Unpacked(m_oRead["geometry"]));
-            StandOnScreen(*m_oParts.pWindow);
-        }
+        if (m_oParts.bPlace)
+            desktop::PlaceAgain(*m_oParts.pWindow, m_oRead["geometry"]);
         m_oParts.fnFlush();
         m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
         m_oParts.fnFlush(); // what was kept also tells what was hidden then; what holds is the models

@@ -4,6 +4,7 @@
 #include "corvane/services/ServiceManager.h"
 #include "tests/preview/PreviewRoom.h"
 
+#include <QScreen>
 #include <QTabBar>
 #include <QToolBar>
 #include <filesystem>
@@ -268,6 +269,50 @@ TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
     Preview();
     EXPECT_TRUE(Problem(0).contains("libBirdsSvc.so")) << Problem(0).toStdString();
     EXPECT_TRUE(App().Choose("File.Count"));
+}
+
+// Size and place of the window, and how much of it the list has, also when it isn't shown at the end.
+TEST_F(PreviewRoom, StandsWhereItStoodTheLastTime) {
+    const auto fnFail = [&] {
+        Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Count\" Wrong=\"1\"");
+        ASSERT_TRUE(Until([&] { return m_pPreview->ProblemsDock().isVisible(); }));
+        QApplication::processEvents();
+    };
+    const auto fnMend = [&] {
+        Edit("Birds", " Wrong=\"1\"", "");
+        ASSERT_TRUE(Until([&] { return !m_pPreview->ProblemsDock().isVisible(); }));
+    };
+    const auto fnEnd = [&] {
+        EXPECT_TRUE(m_pPreview->close());
+        m_pPreview.reset();
+    };
+    Preview();
+    m_pPreview->setGeometry(40, 30, 700, 700);
+    fnFail();
+    m_pPreview->resizeDocks({&m_pPreview->ProblemsDock()}, {211}, Qt::Vertical);
+    QApplication::processEvents();
+    const int nList = m_pPreview->ProblemsDock().height(); // below tabs
+    ASSERT_GT(nList, 170);
+    fnMend();
+    fnEnd();
+    Preview();
+    EXPECT_EQ(m_pPreview->geometry(), QRect(40, 30, 700, 700));
+    EXPECT_TRUE(m_pPreview->ProblemsDock().isHidden());
+    fnFail();
+    EXPECT_EQ(m_pPreview->ProblemsDock().height(), nList);
+    m_pPreview->setGeometry(5000, 30, 3000, 700); // on a screen that is taken away
+    fnEnd();
+    Preview();
+    EXPECT_TRUE(m_pPreview->screen()->availableGeometry().contains(m_pPreview->geometry()));
+    EXPECT_EQ(m_pPreview->ProblemsDock().height(), nList);
+    fnMend();
+
+    // What is no file of a preview's costs nothing, and nothing of the application's own session is touched.
+    fnEnd();
+    EXPECT_TRUE(m_oFolder.Read("corvane/App/session.json").isEmpty());
+    m_oFolder.Write("corvane/App/preview.json", "[1]");
+    Preview();
+    EXPECT_EQ(m_pPreview->size(), QSize(1180, 900));
 }
 
 TEST_F(PreviewRoom, ClosesWithTheApplicationAndTheApplicationWithIt) {

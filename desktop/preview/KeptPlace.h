@@ -1,0 +1,36 @@
+// The place of the preview's own window and of the lists in it, which a person finds again at the next preview of that
+// application. What is in the application is no part of it.
+#pragma once
+
+#include "desktop/state/StateFile.h"
+
+#include <QObject>
+#include <QTimer>
+#include <string>
+
+class QMainWindow;
+
+namespace corvane::desktop {
+
+class KeptPlace final : public QObject {
+    Q_OBJECT
+public:
+    // Beside the log of the application in that folder.
+    KeptPlace(QMainWindow* pWindow, const std::string& sApplicationFolder);
+
+    // Before the window is shown, with all its docks. From here on changes are kept, a moment after they were made.
+    void Restore();
+    // Writes what has changed, now.
+    void Keep();
+
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+private:
+    QMainWindow* m_pWindow;
+    StateFile m_oFile;
+    QJsonObject m_oWritten;
+    QTimer m_oTimer;
+};
+
+} // namespace corvane::desktop
