@@ -22,17 +22,6 @@ const QStringList& Watched() {
     return aNames;
 }
 
-QString PrintOf(const QString& sPath) {
-    struct ::stat oStat {};
-    if (::stat(QFile::encodeName(sPath).constData(), &oStat) != 0)
-        return {};
-    return QString("%1.%2 %3 %4")
-        .arg(oStat.st_mtim.tv_sec)
-        .arg(oStat.st_mtim.tv_nsec)
-        .arg(oStat.st_size)
-        .arg(oStat.st_ino);
-}
-
 // What editors leave beside a file while they save it.
 bool IsPassing(const QString& sName) {
     return sName.endsWith('~') || sName.startsWith('.') || sName.endsWith(".swp") || sName.endsWith(".tmp");
@@ -54,6 +43,17 @@ FolderWatch::FolderWatch(const QString& sFolder, QObject* pParent)
     connect(&m_oWatcher, &QFileSystemWatcher::fileChanged, this, &FolderWatch::Stirred);
     WatchAll();
     m_oTold = Take();
+}
+
+QString FolderWatch::PrintOf(const QString& sPath) {
+    struct ::stat oStat {};
+    if (::stat(QFile::encodeName(sPath).constData(), &oStat) != 0)
+        return {};
+    return QString("%1.%2 %3 %4")
+        .arg(oStat.st_mtim.tv_sec)
+        .arg(oStat.st_mtim.tv_nsec)
+        .arg(oStat.st_size)
+        .arg(oStat.st_ino);
 }
 
 bool FolderWatch::FolderExists() const {

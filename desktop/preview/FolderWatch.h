@@ -18,6 +18,8 @@ public:
     explicit FolderWatch(const QString& sFolder, QObject* pParent = nullptr);
 
     [[nodiscard]] bool FolderExists() const;
+    // What tells one state of a file from another: its time, size and number; empty when it isn't there.
+    [[nodiscard]] static QString PrintOf(const QString& sPath);
     // Looks now instead of when the folder has come to rest; says Changed if something has changed.
     void Look();
 
@@ -25,7 +27,7 @@ Q_SIGNALS:
     void Changed();
 
 private:
-    // What tells one state of the folder from another: of each file its time, size and number.
+    // What tells one state of the folder from another, by file.
     using Print = QMap<QString, QString>;
 
     [[nodiscard]] Print Take() const;

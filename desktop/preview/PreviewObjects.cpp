@@ -34,6 +34,8 @@ std::set<std::string> PreviewFactory::ClassesOf(const std::string& sLibrary) {
     std::error_code oError;
     if (!std::filesystem::exists(sPath, oError))
         return setClasses;
+    if (m_pLoaded)
+        m_pLoaded->Note(QString::fromStdString(sPath));
     try {
         for (const auto& oClass : m_oPlugins->Classes(sLibrary))
             setClasses.insert(FoldText(oClass.sProgID));

@@ -4,6 +4,7 @@
 #include "adapters/plugins/PluginFactory.h"
 #include "cli/inspect/StandIns.h"
 #include "desktop/IQtPage.h"
+#include "desktop/preview/LoadedPlugins.h"
 
 #include <map>
 #include <set>
@@ -20,11 +21,12 @@ public:
 
 class PreviewFactory final : public inspect::StandInFactory {
 public:
-    // bAll: stand-ins also for what is there.
+    // bAll: stand-ins also for what is there. pLoaded, if given, is told of each plug-in that is loaded.
     PreviewFactory(Ref<inspect::Record> oRecord, std::shared_ptr<const inspect::StandInFile> pFile,
-                   Ref<IObjectFactory> oReal, Ref<PluginFactory> oPlugins, bool bAll)
+                   Ref<IObjectFactory> oReal, Ref<PluginFactory> oPlugins, bool bAll,
+                   std::shared_ptr<LoadedPlugins> pLoaded = {})
         : StandInFactory(std::move(oRecord), std::move(pFile)), m_oReal(std::move(oReal)),
-          m_oPlugins(std::move(oPlugins)), m_bAll(bAll) {}
+          m_oPlugins(std::move(oPlugins)), m_bAll(bAll), m_pLoaded(std::move(pLoaded)) {}
 
     [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
     // Whether objects of that ProgID are stand-ins: there is no such plug-in, or it hasn't got that class (yet).
@@ -43,6 +45,7 @@ private:
     bool m_bAll;
     std::map<std::string, std::set<std::string>> m_mapClasses; // by folded library
     std::map<std::string, std::string> m_mapUnusable;          // by path
+    std::shared_ptr<LoadedPlugins> m_pLoaded;
 };
 
 } // namespace corvane::desktop

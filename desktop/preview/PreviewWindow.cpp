@@ -57,7 +57,8 @@ PreviewWindow::PreviewWindow(PreviewOptions oOptions)
       m_oPlace(this, Absolute(m_oOptions.sFolder)), m_pPlace(new QWidget), m_pLayout(new QVBoxLayout(m_pPlace)),
       m_pNothing(new QLabel), m_pProblems(new ProblemList), m_pCalls(new CallList),
       m_pProblemsDock(new QDockWidget(tr("Problems"), this)), m_pCallsDock(new QDockWidget(tr("Calls"), this)),
-      m_pIcon(new QLabel), m_pState(new QLabel), m_pLastCall(new QLabel), m_pAnyway(new QToolButton) {
+      m_pIcon(new QLabel), m_pState(new QLabel), m_pLastCall(new QLabel), m_pAnyway(new QToolButton),
+      m_pRestart(new QToolButton) {
     m_oOptions.sFolder = Absolute(m_oOptions.sFolder);
     m_pLayout->setContentsMargins(0, 0, 0, 0);
     m_pLayout->addWidget(m_pNothing);
@@ -115,6 +116,10 @@ void PreviewWindow::SetUpStatusBar() {
         m_bDiscards = true;
         TryShow();
     });
+    m_pRestart->setText(tr("&Restart"));
+    m_pRestart->setToolTip(tr("Starts the preview again, which then uses the plug-in as it is built now"));
+    m_pRestart->hide();
+    connect(m_pRestart, &QToolButton::clicked, this, &PreviewWindow::Restart);
     auto* pOpen = new QToolButton;
     pOpen->setText(tr("&Open Window"));
     pOpen->setToolTip(tr("Opens a window of the definitions, for which there may be no code yet"));
@@ -129,6 +134,7 @@ void PreviewWindow::SetUpStatusBar() {
     statusBar()->addWidget(m_pIcon);
     statusBar()->addWidget(m_pState);
     statusBar()->addWidget(m_pAnyway);
+    statusBar()->addWidget(m_pRestart);
     statusBar()->addWidget(m_pLastCall, 1);
     statusBar()->addPermanentWidget(pOpen);
     statusBar()->addPermanentWidget(pCalls);
@@ -327,7 +333,7 @@ bool PreviewWindow::Load() {
         oOptions.pRecorder = m_oOptions.pRecorder;
         oOptions.fnObjects = [this](Ref<IObjectFactory> oReal, Ref<PluginFactory> oPlugins) {
             m_oFactory = New<PreviewFactory>(m_oRecord, m_pStandIns, std::move(oReal), std::move(oPlugins),
-                                             m_oOptions.bStandIns);
+                                             m_oOptions.bStandIns, m_pLoaded);
             return Ref<IObjectFactory>(m_oFactory);
         };
         m_pApplication = std::make_unique<Application>(oOptions);
@@ -394,7 +400,7 @@ void PreviewWindow::FillExplorer(bool bShows) {
         if (!bShows)
             oExplorer->Hide();
     });
-    if (m_oOptions.pRecorder && m_nShown == 1)
+    if (m_oOptions.pRecorder && m_nShown == 1 && !m_oOptions.pRecorder->GoesOn())
         m_oOptions.pRecorder->ByHost("populate");
 }
 
@@ -436,8 +442,10 @@ void PreviewWindow::ReportState() {
     }
     const int nSize = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_pIcon->setPixmap(style()->standardIcon(eIcon, nullptr, this).pixmap(nSize));
-    m_pState->setText(sText);
+    const QStringList aBuilt = m_pLoaded->BuiltAnew();
+    m_pState->setText(aBuilt.isEmpty() ? sText : tr("%1; built anew: %2").arg(sText, aBuilt.join(", ")));
     m_pAnyway->setVisible(m_bUnsaved);
+    m_pRestart->setVisible(!aBuilt.isEmpty());
 }
 
 void PreviewWindow::ShowProblems() {
@@ -454,6 +462,23 @@ void PreviewWindow::ShowProblems() {
     } else if (!bAny) {
         m_pProblemsDock->hide();
     }
+}
+
+// What is open is closed for those who take the recorded steps, too; the file goes on with the next run.
+void PreviewWindow::Restart() {
+    const ViewState oView = m_pApplication ? ViewState::Of(*m_pApplication) : ViewState();
+    if (m_oOptions.pRecorder)
+        m_oOptions.pRecorder->SetHeld(true);
+    m_bRestarts = true;
+    m_bRestarts = close(); // unsaved work may keep it open
+    if (!m_oOptions.pRecorder)
+        return;
+    m_oOptions.pRecorder->SetHeld(false);
+    if (!m_bRestarts)
+        return;
+    for (const ViewState::OpenWindow& oOpen : oView.aWindows)
+        m_oOptions.pRecorder->ByHost("close " + (oOpen.sKey.empty() ? oOpen.sName : oOpen.sKey));
+    m_oOptions.pRecorder->Comment("Here the preview was started again.");
 }
 
 void PreviewWindow::closeEvent(QCloseEvent* pEvent) {

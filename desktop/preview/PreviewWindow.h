@@ -52,6 +52,8 @@ public:
     // How often a state has been shown.
     [[nodiscard]] int ShownCount() const { return m_nShown; }
     [[nodiscard]] bool HasErrors() const { return m_bHasErrors; }
+    // It was closed to be started again, with the same arguments, as a plug-in has been built anew.
+    [[nodiscard]] bool WantsRestart() const { return m_bRestarts; }
     [[nodiscard]] ProblemList& Problems() { return *m_pProblems; }
     [[nodiscard]] QDockWidget& ProblemsDock() { return *m_pProblemsDock; }
     [[nodiscard]] CallList& Calls() { return *m_pCalls; }
@@ -67,6 +69,7 @@ private:
     void SetUpDocks();
     void SetUpStatusBar();
     void FillWindowMenu(QMenu* pMenu);
+    void Restart();
 
     void Folder_Changed();
     // Asks for a state to be shown as soon as nothing is open that would be torn down with the old one.
@@ -95,6 +98,7 @@ private:
     std::unique_ptr<Application> m_pApplication;
     Ref<inspect::Record> m_oRecord;
     Ref<PreviewFactory> m_oFactory;
+    std::shared_ptr<LoadedPlugins> m_pLoaded = std::make_shared<LoadedPlugins>();
     std::shared_ptr<const inspect::StandInFile> m_pStandIns;
     Subscription m_oUnloaded;
 
@@ -108,6 +112,7 @@ private:
     bool m_bWaits = false;    // and says so
     bool m_bLoading = false;
     bool m_bInKey = false;
+    bool m_bRestarts = false;
     int m_nShown = 0;
     QString m_sTime; // of the state that is shown
     std::optional<ViewState> m_oView;
@@ -124,6 +129,7 @@ private:
     QLabel* m_pState;
     QLabel* m_pLastCall;
     QToolButton* m_pAnyway;
+    QToolButton* m_pRestart;
 };
 
 } // namespace corvane::desktop

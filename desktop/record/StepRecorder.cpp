@@ -57,10 +57,12 @@ std::string LineOf(const WindowStep& oStep) {
 
 } // namespace
 
-StepRecorder::StepRecorder(std::string sFile) : m_sFile(std::move(sFile)), m_oFile(m_sFile, std::ios::trunc) {
+StepRecorder::StepRecorder(std::string sFile, bool bGoesOn)
+    : m_sFile(std::move(sFile)), m_bGoesOn(bGoesOn), m_oFile(m_sFile, bGoesOn ? std::ios::app : std::ios::trunc) {
     if (!m_oFile)
         Fail(FailureNumber::FileAccess, "The file \"" + m_sFile + "\" can't be written");
-    Write("# A session at the desktop. To take it again: corvane inspect APP --steps FILE");
+    if (!m_bGoesOn)
+        Write("# A session at the desktop. To take it again: corvane inspect APP --steps FILE");
 }
 
 void StepRecorder::Write(const std::string& sLine) {

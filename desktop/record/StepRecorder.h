@@ -23,8 +23,9 @@ public:
         std::function<long()> fnEntry; // FailurePresenter::Entry
     };
 
-    // Begins the file anew. Fails with 75 when it can't be written.
-    explicit StepRecorder(std::string sFile);
+    // Begins the file anew, or goes on with it. Fails with 75 when it can't be written.
+    explicit StepRecorder(std::string sFile, bool bGoesOn = false);
+    [[nodiscard]] bool GoesOn() const { return m_bGoesOn; }
 
     // From here on those models are followed. To be called before the library is loaded, so that a step is written
     // before what it brings about.
@@ -53,6 +54,7 @@ private:
     void Write(const std::string& sLine);
 
     std::string m_sFile;
+    bool m_bGoesOn;
     std::ofstream m_oFile;
     Models m_oModels;
     long m_lTaken = 0; // the entry in which the latest step was taken

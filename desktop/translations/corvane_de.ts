@@ -1048,6 +1048,18 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <source>The definitions have changed and are shown when what is open is closed</source>
         <translation>Die Definitionen haben sich geändert und werden gezeigt, wenn geschlossen ist, was offen ist</translation>
     </message>
+    <message>
+        <source>&amp;Restart</source>
+        <translation>Neu &amp;starten</translation>
+    </message>
+    <message>
+        <source>Starts the preview again, which then uses the plug-in as it is built now</source>
+        <translation>Startet die Vorschau neu, die dann das Plug-in verwendet, wie es jetzt gebaut ist</translation>
+    </message>
+    <message>
+        <source>%1; built anew: %2</source>
+        <translation>%1; neu gebaut: %2</translation>
+    </message>
 </context>
 <context>
     <name>ProblemList</name>

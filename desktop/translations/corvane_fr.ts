@@ -1048,6 +1048,18 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <source>The definitions have changed and are shown when what is open is closed</source>
         <translation>Les définitions ont changé et seront affichées une fois fermé ce qui est ouvert</translation>
     </message>
+    <message>
+        <source>&amp;Restart</source>
+        <translation>&amp;Redémarrer</translation>
+    </message>
+    <message>
+        <source>Starts the preview again, which then uses the plug-in as it is built now</source>
+        <translation>Redémarre l’aperçu, qui utilise alors le greffon tel qu’il est compilé maintenant</translation>
+    </message>
+    <message>
+        <source>%1; built anew: %2</source>
+        <translation>%1&#xa0;; recompilé&#xa0;: %2</translation>
+    </message>
 </context>
 <context>
     <name>ProblemList</name>

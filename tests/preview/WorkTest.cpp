@@ -4,9 +4,11 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMessageBox>
+#include <QProcess>
 #include <QPushButton>
 #include <QToolBar>
 #include <QToolButton>
+#include <filesystem>
 
 namespace corvane::desktop {
 namespace {
@@ -29,11 +31,18 @@ protected:
         EXPECT_TRUE(QFile::copy(CORVANE_DRAFT_PLUGIN, m_oFolder.Path("App/plugins/libDraft.so")));
     }
 
-    [[nodiscard]] QToolButton* Anyway() const {
+    [[nodiscard]] QToolButton* Button(const char* sText) const {
         for (auto* pButton : m_pPreview->findChildren<QToolButton*>())
-            if (pButton->text() == "Show &Anyway" && pButton->isVisible())
+            if (pButton->text() == sText && pButton->isVisible())
                 return pButton;
         return nullptr;
+    }
+    [[nodiscard]] QToolButton* Anyway() const { return Button("Show &Anyway"); }
+    // As a linker does: the file is another.
+    void BuildAnew() const {
+        const QString sFile = m_oFolder.Path("App/plugins/libDraft.so");
+        EXPECT_TRUE(QFile::copy(CORVANE_DRAFT_PLUGIN, sFile + ".new"));
+        std::filesystem::rename((sFile + ".new").toStdString(), sFile.toStdString());
     }
     // The definitions change, and the preview hears of it.
     void Rename(const char* sFrom, const char* sTo) const {
@@ -217,6 +226,75 @@ TEST_F(WorkTest, DropDownOfAToolbarIsOpenedAgainWhereItStillIs) {
     ASSERT_TRUE(UntilShown(3));
     Rest();
     EXPECT_FALSE(QApplication::activePopupWidget()); // the button has gone
+}
+
+TEST_F(WorkTest, PluginThatIsBuiltAnewIsToldAndUsedAfterARestart) {
+    PreviewOptions oOptions;
+    const std::string sSteps = m_oFolder.Path("steps.txt").toStdString();
+    oOptions.pRecorder = std::make_shared<StepRecorder>(sSteps);
+    Preview(oOptions);
+    m_pPreview->OpenWindow("Sheet");
+    Rename("#Count", "#Tally");
+    ASSERT_TRUE(UntilShown(2));
+    EXPECT_FALSE(Button("&Restart"));
+    BuildAnew();
+    ASSERT_TRUE(Until([&] { return Button("&Restart"); }));
+    EXPECT_TRUE(Says("built anew: Draft")) << m_pPreview->StateText().toStdString();
+    // Who has unsaved work may stay.
+    ASSERT_TRUE(App().Choose("View.Write"));
+    App().Dialogs().AddAnswer("Stay");
+    QTest::mouseClick(Button("&Restart"), Qt::LeftButton);
+    EXPECT_TRUE(m_pPreview->isVisible());
+    EXPECT_FALSE(m_pPreview->WantsRestart());
+    ASSERT_TRUE(App().Choose("View.Keep"));
+    QTest::mouseClick(Button("&Restart"), Qt::LeftButton);
+    EXPECT_FALSE(m_pPreview->isVisible());
+    EXPECT_TRUE(m_pPreview->WantsRestart());
+    EXPECT_EQ(m_oFolder.Read("steps.txt").mid(m_oFolder.Read("steps.txt").indexOf('\n') + 1).toStdString(),
+              "populate\nopen Sheet\n# Here the definitions were changed.\n# Here the definitions were changed.\n"
+              "click View.Write\nclick View.Keep\nclose Sheet\n# Here the preview was started again.\n");
+
+    // Where stand-ins are in its place it makes no difference.
+    m_pPreview.reset();
+    oOptions.pRecorder = std::make_shared<StepRecorder>(sSteps, true);
+    oOptions.bStandIns = true;
+    Preview(oOptions);
+    const int nShown = m_pPreview->ShownCount();
+    BuildAnew();
+    ASSERT_TRUE(UntilShown(nShown + 1));
+    EXPECT_FALSE(Button("&Restart"));
+    EXPECT_EQ(m_oFolder.Read("steps.txt").count("populate\n"), 1);
+}
+
+// The program itself: in one process, with its arguments, the steps going on where they were.
+TEST_F(WorkTest, ProgramStartsAgain) {
+    QProcess oProgram;
+    QProcessEnvironment oEnvironment = QProcessEnvironment::systemEnvironment();
+    oEnvironment.insert("PRESS", "&Restart");
+    oEnvironment.insert("LANGUAGE", "en");
+    oProgram.setProcessEnvironment(oEnvironment);
+    const auto fnCount = [&](const char* sLine) { return m_oFolder.Read("steps.txt").count(sLine); };
+    oProgram.start(CORVANE_PREVIEW_PROGRAM, {m_oFolder.Path("App"), "--record", m_oFolder.Path("steps.txt")});
+    ASSERT_TRUE(oProgram.waitForStarted());
+    const qint64 nProcess = oProgram.processId();
+    const auto fnLoaded = [&] { // which file of the plug-in the program has
+        QFile oMaps(QString("/proc/%1/maps").arg(nProcess));
+        const QByteArray aMaps = oMaps.open(QIODevice::ReadOnly) ? oMaps.readAll() : QByteArray();
+        return !aMaps.contains("libDraft.so") ? "none" : aMaps.contains("libDraft.so (deleted)") ? "old" : "new";
+    };
+    ASSERT_TRUE(Until([&] { return fnCount("populate\n") == 1; })) << oProgram.readAllStandardError().toStdString();
+    BuildAnew();
+    ASSERT_TRUE(Until([&] { return fnCount("# Here the preview was started again.\n") == 1; }));
+    ASSERT_TRUE(Until([&] { return fnLoaded() == std::string("new"); }));
+    Rest();
+    EXPECT_EQ(oProgram.processId(), nProcess);
+    oProgram.terminate();
+    ASSERT_TRUE(oProgram.waitForFinished(30000));
+    EXPECT_EQ(oProgram.exitCode(), 0) << oProgram.readAllStandardError().toStdString();
+    EXPECT_EQ(fnCount("# A session"), 1);
+    EXPECT_EQ(fnCount("populate\n"), 1);
+    EXPECT_EQ(fnCount("exit\n"), 1);
+    EXPECT_TRUE(m_oFolder.Read("steps.txt").endsWith("exit\n"));
 }
 
 } // namespace
