@@ -345,6 +345,7 @@ bool PreviewWindow::Load() {
         m_pCalls->Follow(m_pApplication->Bar(), m_oRecord);
         MainWindow& oWindow = m_pApplication->Window();
         oWindow.setParent(m_pPlace, Qt::Widget);
+        oWindow.statusBar()->setSizeGripEnabled(false); // this window has one
         m_pLayout->addWidget(&oWindow);
         m_pNothing->hide();
         return m_pApplication->Start();
@@ -444,6 +445,7 @@ void PreviewWindow::ReportState() {
     m_pIcon->setPixmap(style()->standardIcon(eIcon, nullptr, this).pixmap(nSize));
     const QStringList aBuilt = m_pLoaded->BuiltAnew();
     m_pState->setText(aBuilt.isEmpty() ? sText : tr("%1; built anew: %2").arg(sText, aBuilt.join(", ")));
+    m_pState->setToolTip(m_pState->text()); // there may be too little room for it
     m_pAnyway->setVisible(m_bUnsaved);
     m_pRestart->setVisible(!aBuilt.isEmpty());
 }
