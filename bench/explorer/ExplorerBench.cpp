@@ -318,10 +318,10 @@ int main(int nArguments, char** pArguments) {
     mallopt(M_MMAP_THRESHOLD, 1 << 30);
     const QApplication oApplication(nArguments, pArguments);
     QApplication::setStyle("fusion");
+    CountMemory(100000); // first, as nodes later take the memory of earlier ones
     for (const int nItems : {10000, 100000}) {
         for (const View eView : {View::None, View::Closed, View::Open})
             Compare(nItems, eView, nItems == 10000 ? 9 : 5);
-        CountMemory(nItems);
         Filter(nItems);
     }
     return 0;
