@@ -21,6 +21,7 @@
 #include <QPainter>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -30,7 +31,8 @@ namespace {
 
 constexpr const char* sExplorerBand = "Explorer";
 
-// Says where one is while no window is open.
+// Says where one is while no window is open, once the application has shown itself: what it opens at its start needs no
+// such text before.
 class WindowArea final : public QMdiArea {
 public:
     WindowArea() { setBackground(palette().brush(QPalette::Window)); }
@@ -43,6 +45,10 @@ protected:
     }
     void paintEvent(QPaintEvent* pEvent) override {
         QMdiArea::paintEvent(pEvent);
+        if (!std::exchange(m_bHasShown, true)) {
+            QTimer::singleShot(0, viewport(), qOverload<>(&QWidget::update));
+            return;
+        }
         const auto aWindows = subWindowList();
         if (std::any_of(aWindows.begin(), aWindows.end(), [](const auto* pWindow) { return !pWindow->isHidden(); }))
             return;
@@ -60,6 +66,9 @@ protected:
                           Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
                           MainWindow::tr("Choose an item in the explorer or a command from the menus to begin."));
     }
+
+private:
+    bool m_bHasShown = false;
 };
 
 class ExplorerDockWidget final : public QDockWidget {

@@ -20,8 +20,8 @@ void* Take(std::size_t nBytes) {
     return ::operator new(nBytes);
 }
 
-void GiveBack(void* pMemory, std::size_t nBytes) noexcept {
-    ::operator delete(pMemory, nBytes);
+void GiveBack(void* pMemory, std::size_t /*nBytes*/) noexcept {
+    ::operator delete(pMemory);
 }
 
 #else
@@ -82,7 +82,7 @@ void* Take(std::size_t nBytes) {
 void GiveBack(void* pMemory, std::size_t nBytes) noexcept {
     const std::size_t i = Units(nBytes);
     if (i >= oStore.aFree.size())
-        return ::operator delete(pMemory, nBytes);
+        return ::operator delete(pMemory);
     auto* pFree = static_cast<Free*>(pMemory);
     pFree->pNext = oStore.aFree[i];
     oStore.aFree[i] = pFree;

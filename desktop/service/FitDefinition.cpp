@@ -64,20 +64,27 @@ std::string KeyOf(const DefinitionTag& oMenuItem) {
 
 MenusInUse::MenusInUse(std::string_view sDefinition) {
     for (const DefinitionTag& oTag : TagsIn(sDefinition, {"MenuItem"})) {
-        m_setWantedActions.emplace(oTag.Attribute("ActionItem"));
+        m_setWantedPaths.emplace(oTag.Attribute("Path"));
+        m_setWantedKeys.insert(KeyOf(oTag));
         if (const std::string_view sShortCut = oTag.Attribute("ShortCutKey"); !sShortCut.empty())
             m_setWantedShortCuts.emplace(sShortCut);
     }
 }
 
 void MenusInUse::Add(const MenuItemDefCollection& colMenuItemDefs) {
+    const std::string* pPath = nullptr;
+    bool bIsWanted = false;
     for (const Ref<MenuItemDef>& oDef : colMenuItemDefs) {
-        const std::string& sAction = oDef->ActionItemDef()->Name();
+        if (pPath != &oDef->Path()) { // entries that stand in a row share it
+            pPath = &oDef->Path();
+            bIsWanted = m_setWantedPaths.contains(*pPath);
+        }
         const bool bIsTitle = oDef->MenuType() == MenuType::fwMenuTitle;
-        if ((bIsTitle || oDef->MenuType() == MenuType::fwMenuItem) && m_setWantedActions.contains(sAction))
-            m_setKeys.insert(oDef->Key());
-        if (bIsTitle && oDef->Path().empty())
-            AddTitle(sAction, static_cast<int>(std::lround(oDef->PositionOrder())));
+        if (bIsWanted && (bIsTitle || oDef->MenuType() == MenuType::fwMenuItem))
+            if (std::string sKey = oDef->Key(); m_setWantedKeys.contains(sKey))
+                m_setKeys.insert(std::move(sKey));
+        if (bIsTitle && pPath->empty())
+            AddTitle(oDef->ActionItemDef()->Name(), static_cast<int>(std::lround(oDef->PositionOrder())));
         if (!oDef->ShortCutKey().empty() && m_setWantedShortCuts.contains(oDef->ShortCutKey()))
             m_setShortCuts.insert(oDef->ShortCutKey());
     }

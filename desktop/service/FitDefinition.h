@@ -30,7 +30,8 @@ public:
 
 private:
     using NameSet = std::unordered_set<std::string, TextHash, TextEqual>;
-    NameSet m_setWantedActions;
+    NameSet m_setWantedPaths;
+    NameSet m_setWantedKeys;
     NameSet m_setWantedShortCuts;
     NameSet m_setKeys;
     NameSet m_setShortCuts;
