@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,8 +45,8 @@ public:
     void Add(T oValue, std::string_view sKey) { AddShared(std::move(oValue), SharedText(sKey)); }
     // The same for a key that somebody else holds, too.
     void AddShared(T oValue, SharedText sKey) {
-        if (IsIndexed() ? m_oPlaces.AddOrFind(sKey.Get(), static_cast<Place>(m_aSlots.size()), KeyOfPlace()) != nullptr
-                        : HasKey(sKey.Get()))
+        if (HasIndex() ? m_pPlaces->AddOrFind(sKey.Get(), static_cast<Place>(m_aSlots.size()), KeyOfPlace()) != nullptr
+                       : HasKey(sKey.Get()))
             FailKeyInUse(sKey.Get());
         m_aSlots.push_back({std::move(oValue), std::move(sKey), true, true});
     }
@@ -106,18 +107,19 @@ private:
         return [this](Place iPlace) -> std::string_view { return m_aSlots[iPlace].sKey.Get(); };
     }
     // Asked before an element is added. Once there is an index it stays.
-    [[nodiscard]] bool IsIndexed() {
-        if (m_bIndexed || m_aSlots.size() < nFew)
-            return m_bIndexed;
+    [[nodiscard]] bool HasIndex() {
+        if (m_pPlaces || m_aSlots.size() < nFew)
+            return m_pPlaces != nullptr;
+        m_pPlaces = std::make_unique<TextIndex<Place>>();
         for (std::size_t i = 0; i < m_aSlots.size(); ++i)
             if (m_aSlots[i].bHasKey)
-                m_oPlaces.AddOrFind(m_aSlots[i].sKey.Get(), static_cast<Place>(i), KeyOfPlace());
-        return m_bIndexed = true;
+                m_pPlaces->AddOrFind(m_aSlots[i].sKey.Get(), static_cast<Place>(i), KeyOfPlace());
+        return true;
     }
     // None when there is no such element.
     [[nodiscard]] std::size_t FindSlot(std::string_view sKey) const {
-        if (m_bIndexed) {
-            const Place* pPlace = m_oPlaces.Find(sKey, KeyOfPlace());
+        if (m_pPlaces) {
+            const Place* pPlace = m_pPlaces->Find(sKey, KeyOfPlace());
             return pPlace ? *pPlace : None;
         }
         for (std::size_t i = 0; i < m_aSlots.size(); ++i)
@@ -145,8 +147,8 @@ private:
     void RemoveSlot(std::size_t iSlot) {
         [[maybe_unused]] const T oRemoved =
             std::move(m_aSlots[iSlot].oValue); // its end may call back, so it comes last
-        if (m_bIndexed && m_aSlots[iSlot].bHasKey)
-            m_oPlaces.Remove(m_aSlots[iSlot].sKey.Get(), KeyOfPlace());
+        if (m_pPlaces && m_aSlots[iSlot].bHasKey)
+            m_pPlaces->Remove(m_aSlots[iSlot].sKey.Get(), KeyOfPlace());
         m_aSlots[iSlot] = {T{}, {}, false, false};
         ++m_nDead;
         if (m_nDead > 32 && m_nDead > m_aSlots.size() / 2)
@@ -160,8 +162,8 @@ private:
             if (!m_aSlots[iFrom].bLive)
                 continue;
             if (iFrom != iTo) {
-                if (m_bIndexed && m_aSlots[iFrom].bHasKey)
-                    *m_oPlaces.Find(m_aSlots[iFrom].sKey.Get(), KeyOfPlace()) = static_cast<Place>(iTo);
+                if (m_pPlaces && m_aSlots[iFrom].bHasKey)
+                    *m_pPlaces->Find(m_aSlots[iFrom].sKey.Get(), KeyOfPlace()) = static_cast<Place>(iTo);
                 m_aSlots[iTo] = std::move(m_aSlots[iFrom]);
             }
             ++iTo;
@@ -171,10 +173,9 @@ private:
     }
 
     mutable std::vector<Slot> m_aSlots;
-    mutable TextIndex<Place> m_oPlaces; // of the elements with a key, if it is in use
-    bool m_bIndexed = false;
-    mutable std::size_t m_nDead = 0;
-    mutable std::size_t m_nIterators = 0;
+    std::unique_ptr<TextIndex<Place>> m_pPlaces; // of the elements with a key; nothing while there are few
+    mutable std::uint32_t m_nDead = 0;
+    mutable std::uint32_t m_nIterators = 0;
 };
 
 // for (const auto& oItem : colItems), with the collection held meanwhile; 91 for nothing.

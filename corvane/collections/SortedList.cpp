@@ -26,6 +26,14 @@ bool IsNumeric(std::string_view sKey) {
     return oNumber && std::isfinite(*oNumber);
 }
 
+// Holds a value that is no object.
+class PlainValue final : public virtual Object {
+public:
+    explicit PlainValue(Variant vOfItem) : vValue(std::move(vOfItem)) {}
+
+    const Variant vValue;
+};
+
 Long HalfToEven(Long lSum) {
     const Long lLower = lSum / 2;
     return lSum % 2 == 0 ? lLower : lLower + lLower % 2;
@@ -72,20 +80,9 @@ SortedListItem::SortedListItem(const Variant& vKey, Variant vValue) : m_bObject(
         m_sKey = ToText(vKey);
     }
     if (m_bObject)
-        m_oObject = ToObject(vValue);
+        m_oValue = ToObject(vValue);
     else if (!vValue.IsEmpty())
-        m_pPlain = std::make_unique<Variant>(std::move(vValue));
-}
-
-SortedListItem& SortedListItem::operator=(const SortedListItem& oOther) {
-    Deleted = oOther.Deleted;
-    m_bObject = oOther.m_bObject;
-    m_eKeyState = oOther.m_eKeyState;
-    m_sKey = oOther.m_sKey;
-    m_dblNumber = oOther.m_dblNumber;
-    m_oObject = oOther.m_oObject;
-    m_pPlain = oOther.m_pPlain ? std::make_unique<Variant>(*oOther.m_pPlain) : nullptr;
-    return *this;
+        m_oValue = New<PlainValue>(std::move(vValue));
 }
 
 std::string SortedListItem::Key() const {
@@ -118,15 +115,13 @@ int SortedListItem::CompareTexts(const SortedListItem& oLeft, const SortedListIt
 
 Variant SortedListItem::Value() const {
     if (m_bObject)
-        return m_oObject;
-    return m_pPlain ? *m_pPlain : Variant();
+        return m_oValue;
+    return m_oValue ? m_oValue.As<PlainValue>()->vValue : Variant();
 }
 
 Variant SortedListItem::TakeValue() {
     Variant vTaken = Value();
-    m_oObject = nullptr;
-    if (!m_bObject)
-        m_pPlain = std::make_unique<Variant>(Long{0});
+    m_oValue = m_bObject ? Ref<Object>() : New<PlainValue>(Long{0});
     return vTaken;
 }
 

@@ -7,7 +7,6 @@
 #include "corvane/base/Variant.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,18 +16,13 @@ namespace corvane {
 // Numeric keys order as numbers, so that 9 comes before 10 and 1 equals 1.0; text keys without regard to case.
 enum SortModeConstants : Long { SortNumeric = 0, SortText = 1 };
 
-// One slot of the table. Nearly all values are objects and nearly all keys numbers, so both have a place of their own
-// besides the general one; it is what keeps a slot small.
+// One slot of the table. Nearly all values are objects and nearly all keys numbers, which stand in it as they are; that
+// keeps a slot small.
 class SortedListItem {
 public:
     SortedListItem() = default; // the empty key, the empty value
     explicit SortedListItem(std::string_view sKey) : m_sKey(sKey) {}
     SortedListItem(const Variant& vKey, Variant vValue);
-    SortedListItem(const SortedListItem& oOther) { *this = oOther; }
-    SortedListItem(SortedListItem&&) noexcept = default;
-    SortedListItem& operator=(const SortedListItem& oOther);
-    SortedListItem& operator=(SortedListItem&&) noexcept = default;
-    ~SortedListItem() = default;
 
     // The key stays when the slot is removed, which can still be sorted and found.
     [[nodiscard]] std::string Key() const;
@@ -51,8 +45,7 @@ private:
     mutable KeyState m_eKeyState = KeyState::Text;
     SharedText m_sKey;              // unless the key is a Long
     mutable Double m_dblNumber = 0; // unless the key is a text that hasn't been read as a number
-    Ref<Object> m_oObject;
-    std::unique_ptr<Variant> m_pPlain; // a value that is no object; none for the empty one
+    Ref<Object> m_oValue;           // also what holds a value that is no object; nothing for the empty one
 };
 
 // While the mode is numeric, every read that sorts or searches fails with 13 when it meets a key that is no number.

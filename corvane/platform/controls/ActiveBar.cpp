@@ -148,30 +148,30 @@ std::string_view ToolName(const Tool* pTool) {
 } // namespace
 
 Ref<Tool> ToolCollection::Find(std::string_view sName) const {
-    if (!m_bIndexed) {
+    if (!m_pNames) {
         const auto itTool = std::find_if(m_aTools.begin(), m_aTools.end(),
                                          [&](const auto& oTool) { return EqualText(oTool->Name(), sName); });
         return itTool == m_aTools.end() ? Ref<Tool>() : *itTool;
     }
-    Tool* const* ppTool = m_oNames.Find(sName, ToolName);
+    Tool* const* ppTool = m_pNames->Find(sName, ToolName);
     return ppTool ? Ref<Tool>(*ppTool) : Ref<Tool>();
 }
 
 void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
     constexpr std::size_t nFew = 16;
-    if (!m_bIndexed && m_aTools.size() == nFew) {
-        m_bIndexed = true;
+    if (!m_pNames && m_aTools.size() == nFew) {
+        m_pNames = std::make_unique<TextIndex<Tool*>>();
         for (std::size_t i = 0; i < m_aTools.size(); ++i)
             IndexTool(i, m_aTools[i].Get());
     }
-    if (m_bIndexed)
+    if (m_pNames)
         IndexTool(iPosition, oTool.Get());
     m_aTools.insert(m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition), std::move(oTool));
 }
 
 // Of a tool that will stand there.
 void ToolCollection::IndexTool(std::size_t iPosition, Tool* pTool) {
-    Tool** ppFirst = m_oNames.AddOrFind(pTool->Name(), pTool, ToolName);
+    Tool** ppFirst = m_pNames->AddOrFind(pTool->Name(), pTool, ToolName);
     if (!ppFirst)
         return;
     (*ppFirst)->m_bHasNamesakes = true;
@@ -186,9 +186,9 @@ Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
     const auto itTool = m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition);
     Ref<Tool> oTool = *itTool;
     const auto itNext = m_aTools.erase(itTool);
-    if (!m_bIndexed)
+    if (!m_pNames)
         return oTool;
-    Tool** ppFirst = m_oNames.Find(oTool->Name(), ToolName);
+    Tool** ppFirst = m_pNames->Find(oTool->Name(), ToolName);
     if (*ppFirst != oTool.Get())
         return oTool;
     // All others of that name stand behind the first.
@@ -197,7 +197,7 @@ Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
             return EqualText(oOther->Name(), oTool->Name());
         });
     if (itOther == m_aTools.end()) {
-        m_oNames.Remove(oTool->Name(), ToolName);
+        m_pNames->Remove(oTool->Name(), ToolName);
     } else {
         (*itOther)->m_bHasNamesakes = true;
         *ppFirst = itOther->Get();

@@ -206,8 +206,7 @@ private:
     void IndexTool(std::size_t iPosition, Tool* pTool);
 
     // The first of each name, once there have been more than a few tools: before that they are looked at one by one.
-    TextIndex<Tool*> m_oNames;
-    bool m_bIndexed = false;
+    std::unique_ptr<TextIndex<Tool*>> m_pNames;
 };
 
 // The master list.
