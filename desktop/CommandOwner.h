@@ -32,7 +32,10 @@ private:
     void GoTo(Part ePart);
     [[nodiscard]] bool IsIn(Part ePart) const;
     // At the end of the turn: many items may come at once, and a page that goes may have a successor.
-    void GiveSoon() { m_oSoon.start(); }
+    void GiveSoon() {
+        if (!m_oSoon.isActive())
+            m_oSoon.start();
+    }
     void Give();
     void GiveToItem();
     void GiveToPage();

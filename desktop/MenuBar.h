@@ -21,7 +21,8 @@ public:
     // Shows the band as it is now. A title that stays keeps its action and its menu, even an open one.
     void Show(const Band& oBand);
 
-    // The height is that of any one title; Qt would measure them all, and again for the width that they get.
+    // The height of a bar of many titles is that of any one; Qt would measure them all, and again for the width that
+    // they get.
     [[nodiscard]] int heightForWidth(int nWidth) const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

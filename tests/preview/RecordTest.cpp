@@ -29,6 +29,13 @@ std::string CallsOf(const std::vector<inspect::RecordedCall>& aCalls) {
 
 class RecordTest : public PreviewRoom {
 protected:
+    // A preview with stand-ins for all, whose steps are kept.
+    PreviewWindow& PreviewThatRecords() {
+        PreviewOptions oOptions;
+        oOptions.bStandIns = true;
+        oOptions.pRecorder = std::make_shared<StepRecorder>(m_sSteps);
+        return Preview(oOptions);
+    }
     // The session at the desktop, with stand-ins for all, whose calls are kept.
     std::unique_ptr<Application> Start() {
         ApplicationOptions oOptions;
@@ -185,10 +192,7 @@ TEST_F(RecordTest, WindowThatIsBroughtToTheFrontIsAgain) {
     Edit("Birds", "<Window Name=\"Ask\"", R"(<Window Name="Other" Caption="Other" Type="Window" State="Normal"
 IsMDIChild="true" IsModal="false"><Page PageProgID="BirdsSvc.Other" Caption="One" IsOptional="false" IsResizable="true"/>
 </Window><Window Name="Ask")");
-    PreviewOptions oOptions;
-    oOptions.bStandIns = true;
-    oOptions.pRecorder = std::make_shared<StepRecorder>(m_sSteps);
-    PreviewWindow& oPreview = Preview(oOptions);
+    PreviewWindow& oPreview = PreviewThatRecords();
     oPreview.OpenWindow("Sheet");
     oPreview.OpenWindow("Other");
     QApplication::processEvents();
@@ -214,10 +218,7 @@ IsMDIChild="true" IsModal="false"><Page PageProgID="BirdsSvc.Other" Caption="One
 
 // The reload of the preview closes what is open and opens it again, which no person has done.
 TEST_F(RecordTest, WhatAReloadClosesAndOpensIsNoStep) {
-    PreviewOptions oOptions;
-    oOptions.bStandIns = true;
-    oOptions.pRecorder = std::make_shared<StepRecorder>(m_sSteps);
-    PreviewWindow& oPreview = Preview(oOptions);
+    PreviewWindow& oPreview = PreviewThatRecords();
     int nStage = 0;
     QTimer oPerson;
     QObject::connect(&oPerson, &QTimer::timeout, [&] {
@@ -250,10 +251,7 @@ TEST_F(RecordTest, WhatAReloadClosesAndOpensIsNoStep) {
 }
 
 TEST_F(RecordTest, WindowsAreRecordedByTheirKeysAndPreviewWritesWhatItDoesItself) {
-    PreviewOptions oOptions;
-    oOptions.bStandIns = true;
-    oOptions.pRecorder = std::make_shared<StepRecorder>(m_sSteps);
-    PreviewWindow& oPreview = Preview(oOptions);
+    PreviewWindow& oPreview = PreviewThatRecords();
     oPreview.OpenWindow("Sheet");
     EXPECT_TRUE(App().ShowPage(2));
     EXPECT_TRUE(App().Choose("File.Count"));
