@@ -3,7 +3,7 @@
 #include "adapters/ini/IniReader.h"
 #include "adapters/platform/ApplicationPlatform.h"
 #include "tests/adapters/Failing.h"
-#include "tests/adapters/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

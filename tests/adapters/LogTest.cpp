@@ -1,7 +1,7 @@
 #include "adapters/common/Paths.h"
 #include "adapters/log/Utilities.h"
 #include "corvane/base/Ref.h"
-#include "tests/adapters/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <cctype>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "adapters/xml/XmlService.h"
 #include "tests/adapters/Failing.h"
-#include "tests/adapters/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "adapters/files/SettingsStore.h"
 #include "corvane/base/Ref.h"
 #include "tests/adapters/Failing.h"
-#include "tests/adapters/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <csignal>
 #include <gtest/gtest.h>

@@ -1,8 +1,10 @@
 #include "corvane/base/Dictionary.h"
 #include "corvane/base/Variant.h"
 #include "tests/support/RecordingUtilities.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <clocale>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -81,16 +83,16 @@ TEST(VariantTest, Converts) {
 
 // A user's locale may write a comma, which no definition file would read back.
 TEST(VariantTest, NumbersDontFollowTheLocale) {
-    const char* sBefore = std::setlocale(LC_NUMERIC, nullptr);
-    const std::string sRestore = sBefore ? sBefore : "C";
-    bool bFound = false;
-    for (const char* sLocale : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "nl_NL.UTF-8"})
-        bFound = bFound || std::setlocale(LC_NUMERIC, sLocale);
-    if (!bFound)
-        GTEST_SKIP() << "no locale with a decimal comma is installed";
+    const test::TemporaryFolder oFolder; // few machines have such a locale, so it is made here
+    const std::string sMake = "localedef -c -i de_DE -f UTF-8 \"" + oFolder.Path() + "/de_DE.UTF-8\"";
+    ASSERT_EQ(std::system(sMake.c_str()), 0) << "is the package locales installed?";
+    ::setenv("LOCPATH", oFolder.Path().c_str(), 1);
+    ASSERT_TRUE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"));
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     const std::string sText = ToText(1.5);
     const Single fValue = ToSingle("2.5");
-    std::setlocale(LC_NUMERIC, sRestore.c_str());
+    std::setlocale(LC_NUMERIC, "C");
+    ::unsetenv("LOCPATH");
     EXPECT_EQ(sText, "1.5");
     EXPECT_EQ(fValue, 2.5F);
 }

@@ -2,10 +2,7 @@
 
 #include "cli/check/Print.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 
 namespace corvane::testing {
 
@@ -33,26 +30,15 @@ constexpr const char* sBase = R"(<?xml version="1.0"?>
 } // namespace
 
 CheckedFolder::CheckedFolder() {
-    std::string sTemplate = (fs::temp_directory_path() / "corvane-check-XXXXXX").string();
-    if (!::mkdtemp(sTemplate.data()))
-        throw std::runtime_error("no temporary folder");
-    m_sFolder = sTemplate;
-    fs::create_directories(fs::path(m_sFolder) / "Services");
-    fs::copy_file(CORVANE_SOURCE "/packaging/schema/Service.xdr", fs::path(m_sFolder) / "Services/Service.xdr");
+    fs::create_directory(m_oFolder.Path("Services"));
+    fs::copy_file(CORVANE_SOURCE "/packaging/schema/Service.xdr", m_oFolder.Path("Services/Service.xdr"));
     Write("Services/Base.xml", sBase);
     Write("Images/folder.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\"/>");
     Write("Images/broken.png", "no picture");
 }
 
-CheckedFolder::~CheckedFolder() {
-    std::error_code oError;
-    fs::remove_all(m_sFolder, oError);
-}
-
 CheckedFolder& CheckedFolder::Write(const std::string& sPath, std::string_view sBytes) {
-    const fs::path oPath = fs::path(m_sFolder) / sPath;
-    fs::create_directories(oPath.parent_path());
-    std::ofstream(oPath, std::ios::binary) << sBytes;
+    (void)m_oFolder.Write(sPath, sBytes);
     return *this;
 }
 
@@ -70,20 +56,20 @@ CheckedFolder& CheckedFolder::WriteExample(std::string_view sExample) {
 }
 
 CheckedFolder& CheckedFolder::Remove(const std::string& sPath) {
-    fs::remove_all(fs::path(m_sFolder) / sPath);
+    fs::remove_all(m_oFolder.Path(sPath));
     return *this;
 }
 
 CheckedFolder& CheckedFolder::AddPlugins() {
     Write("plugins/libBrokenSvc.so", "no library");
-    fs::create_symlink(CORVANE_EXAMPLE_PLUGIN, fs::path(m_sFolder) / "plugins/libExampleSvc.so");
+    fs::create_symlink(CORVANE_EXAMPLE_PLUGIN, m_oFolder.Path("plugins/libExampleSvc.so"));
     return *this;
 }
 
 std::string CheckedFolder::Text(bool bPlugins) const {
     std::string sText = check::AsText(Check(bPlugins), false);
-    for (std::size_t i = 0; (i = sText.find(m_sFolder + "/", i)) != std::string::npos;)
-        sText.erase(i, m_sFolder.size() + 1);
+    for (std::size_t i = 0; (i = sText.find(Path() + "/", i)) != std::string::npos;)
+        sText.erase(i, Path().size() + 1);
     return sText;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/check/Check.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <string>
 #include <string_view>
@@ -14,9 +15,6 @@ public:
     // Holds the schema, a file "Base.xml" of the root object with the menus File and View, and two images,
     // "folder.svg" and "broken.png", the latter of which is none.
     CheckedFolder();
-    ~CheckedFolder();
-    CheckedFolder(const CheckedFolder&) = delete;
-    CheckedFolder& operator=(const CheckedFolder&) = delete;
 
     CheckedFolder& Write(const std::string& sPath, std::string_view sBytes);
     // An example of a rule: the content of a service "Example", or files that begin with "<Service".
@@ -25,15 +23,15 @@ public:
     // The plug-in "ExampleSvc", and a file "BrokenSvc" that is none.
     CheckedFolder& AddPlugins();
 
-    [[nodiscard]] const std::string& Path() const { return m_sFolder; }
+    [[nodiscard]] const std::string& Path() const { return m_oFolder.Path(); }
     [[nodiscard]] std::vector<check::Finding> Check(bool bPlugins = false) const {
-        return check::Check({m_sFolder, bPlugins});
+        return check::Check({Path(), bPlugins});
     }
     // The findings as text, one a line, paths below the folder.
     [[nodiscard]] std::string Text(bool bPlugins = false) const;
 
 private:
-    std::string m_sFolder;
+    test::TemporaryFolder m_oFolder;
 };
 
 } // namespace corvane::testing

@@ -1,9 +1,9 @@
 // An application folder whose one service is what the fuzzer makes of it.
 #pragma once
 
-#include <cstdlib>
+#include "tests/support/TemporaryFolder.h"
+
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -12,12 +12,8 @@ namespace corvane::fuzz {
 class FuzzedFolder {
 public:
     FuzzedFolder() {
-        std::string sTemplate = (std::filesystem::temp_directory_path() / "corvane-fuzz-XXXXXX").string();
-        if (!::mkdtemp(sTemplate.data()))
-            std::abort();
-        m_sPath = sTemplate;
-        std::filesystem::create_directory(m_sPath + "/Services");
-        std::filesystem::copy_file(CORVANE_SCHEMA, m_sPath + "/Services/Service.xdr");
+        std::filesystem::create_directory(m_oFolder.Path("Services"));
+        std::filesystem::copy_file(CORVANE_SCHEMA, m_oFolder.Path("Services/Service.xdr"));
         Write("Base.xml", R"(<Service Name="Base" ProgID="Corvane.Framework" Active="True"><ActionItems>
 <ActionItem Name="File"/><ActionItem Name="View"/><ActionItem Name="Exit" Action="AppExit"/>
 <ActionItem Name="Navigation" Action="ViewNavigation" PassActionItemParam="True"/></ActionItems><Menus>
@@ -26,20 +22,14 @@ public:
 <MenuItem Type="MenuItem" ActionItem="Navigation" Path="View" PositionOrder="10"/>
 <MenuItem Type="MenuItem" ActionItem="Exit" Path="File" PositionOrder="900"/></Menus></Service>)");
     }
-    ~FuzzedFolder() {
-        std::error_code oError;
-        std::filesystem::remove_all(m_sPath, oError);
-    }
-    FuzzedFolder(const FuzzedFolder&) = delete;
-    FuzzedFolder& operator=(const FuzzedFolder&) = delete;
 
     void Write(const std::string& sFile, std::string_view sBytes) const {
-        std::ofstream(m_sPath + "/Services/" + sFile, std::ios::binary) << sBytes;
+        (void)m_oFolder.Write("Services/" + sFile, sBytes);
     }
-    [[nodiscard]] const std::string& Path() const { return m_sPath; }
+    [[nodiscard]] const std::string& Path() const { return m_oFolder.Path(); }
 
 private:
-    std::string m_sPath;
+    test::TemporaryFolder m_oFolder;
 };
 
 } // namespace corvane::fuzz

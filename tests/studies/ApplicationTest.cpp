@@ -1,7 +1,6 @@
 // The assembled application on the control models, driven as a person would.
 #include "Csv.h"
 #include "Store.h"
-#include "TemporaryFolder.h"
 #include "Workspace.h"
 #include "cli/inspect/ModelHost.h"
 #include "corvane/base/Automation.h"
@@ -10,6 +9,7 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -143,7 +143,7 @@ protected:
         return m_pHost->FirstFailure() ? m_pHost->FirstFailure()->Description : "";
     }
 
-    TemporaryFolder m_oFolder;
+    corvane::test::TemporaryFolder m_oFolder;
     std::unique_ptr<ModelHost> m_pHost;
 };
 

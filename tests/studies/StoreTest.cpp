@@ -1,8 +1,8 @@
 #include "Store.h"
 
 #include "Csv.h"
-#include "TemporaryFolder.h"
 #include "corvane/base/Failure.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <fstream>
@@ -43,7 +43,7 @@ std::string FailureOf(const std::function<void()>& fnCall) {
 
 class StoreOfStudies : public testing::Test {
 protected:
-    TemporaryFolder m_oFolder;
+    corvane::test::TemporaryFolder m_oFolder;
     std::string m_sPath = m_oFolder.Path("data/studies.sqlite");
     // Nothing as it would be by default.
     AnalysisSettings m_oSettings{

@@ -4,7 +4,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/platform/controls/TreeView.h"
 #include "corvane/windows/CVProgressBar.h"
-#include "tests/adapters/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/windows/WindowsTest.h"
 
 #include <filesystem>

@@ -1,9 +1,9 @@
 // Studies in the Qt host, and what a person does to its windows.
 #pragma once
 
-#include "TemporaryFolder.h"
 #include "Workspace.h"
 #include "desktop/Application.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -58,7 +58,7 @@ protected:
     // The store as it is on disk.
     [[nodiscard]] static Table DataOnDisk(const std::string& sName);
 
-    TemporaryFolder m_oFolder;
+    corvane::test::TemporaryFolder m_oFolder;
     std::unique_ptr<corvane::desktop::Application> m_pApplication;
 
 private:

@@ -26,9 +26,10 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     [[nodiscard]] const std::string& Path() const { return m_sPath; }
+    [[nodiscard]] std::string Path(std::string_view sName) const { return m_sPath + "/" + std::string(sName); }
     // Writes a file, with the folders above it, and gives its path.
     std::string Write(std::string_view sName, std::string_view sBytes) const {
-        const std::filesystem::path oPath = std::filesystem::path(m_sPath) / sName;
+        const std::filesystem::path oPath = Path(sName);
         std::filesystem::create_directories(oPath.parent_path());
         std::ofstream(oPath, std::ios::binary) << sBytes;
         return oPath.string();
