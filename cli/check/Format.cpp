@@ -1,5 +1,7 @@
 #include "cli/check/Format.h"
 
+#include "corvane/services/DefinitionEnums.h"
+
 #include <algorithm>
 #include <array>
 
@@ -10,8 +12,6 @@ namespace {
 using enum ValueKind;
 using enum Need;
 
-constexpr std::array<std::string_view, 5> aMenuTypes{"MenuTitle", "MenuItem", "ToolbarItem", "ContextMenuItem",
-                                                     "ContextMenuTitle"};
 constexpr std::array<std::string_view, 2> aSeparators{"Before", "After"};
 constexpr std::array<std::string_view, 3> aItemTypes{"Folder", "FolderChild", "Default"};
 constexpr std::array<std::string_view, 4> aWindowTypes{"Window", "Wizard", "Dialog", "SaveDialog"};
@@ -27,7 +27,7 @@ constexpr auto aActionItem = std::to_array<AttributeFormat>({{"Name", Text, Name
                                                              {"Image"},
                                                              {"ImageDisabled"},
                                                              {"ImagePressed"}});
-constexpr auto aMenuItem = std::to_array<AttributeFormat>({{"Type", Word, Required, aMenuTypes},
+constexpr auto aMenuItem = std::to_array<AttributeFormat>({{"Type", Word, Required, MenuTypeWords},
                                                            {"ActionItem", Text, Required},
                                                            {"PositionOrder", Number, Required},
                                                            {"Caption"},

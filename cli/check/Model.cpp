@@ -33,18 +33,6 @@ std::optional<std::string_view> GoodValue(const Element& oElement, std::string_v
     return pAttribute && !pAttribute->IsBad() ? std::optional(pAttribute->Value()) : std::nullopt;
 }
 
-// Of a word that is no bad one.
-MenuType MenuTypeOf(std::string_view sWord) {
-    using enum MenuType;
-    for (const auto& [sType, eType] : {std::pair{"MenuItem", fwMenuItem},
-                                       {"MenuTitle", fwMenuTitle},
-                                       {"ToolbarItem", fwToolbarItem},
-                                       {"ContextMenuItem", fwContextMenuItem}})
-        if (EqualText(sWord, sType))
-            return eType;
-    return fwContextMenuTitle;
-}
-
 class Builder {
 public:
     Builder(Model& oModel, Report& oReport) : m_oModel(oModel), m_oReport(oReport) {}
@@ -135,7 +123,7 @@ private:
         Entry oEntry{&oElement,
                      &oProvider,
                      *ppAction,
-                     MenuTypeOf(*oType),
+                     MenuTypeOf(*oType).value(), // a bad word has gone
                      ToSingle(Variant(*oOrder)),
                      oElement.Value("Path"),
                      {},

@@ -2,6 +2,11 @@
 #pragma once
 
 #include "corvane/base/Failure.h"
+#include "corvane/base/Text.h"
+
+#include <array>
+#include <optional>
+#include <string_view>
 
 namespace corvane {
 
@@ -12,6 +17,22 @@ enum class MenuType : Long {
     fwContextMenuItem = 4,
     fwContextMenuTitle = 5,
 };
+
+// The words of the attribute Type, in the order of the numbers.
+inline constexpr std::array<std::string_view, 5> MenuTypeWords{"MenuTitle", "MenuItem", "ToolbarItem",
+                                                               "ContextMenuItem", "ContextMenuTitle"};
+
+[[nodiscard]] constexpr std::string_view WordOf(MenuType eType) {
+    return MenuTypeWords[static_cast<std::size_t>(eType) - 1];
+}
+
+// Nothing for any other word; upper and lower case are the same.
+[[nodiscard]] inline std::optional<MenuType> MenuTypeOf(std::string_view sWord) {
+    for (std::size_t i = 0; i < MenuTypeWords.size(); ++i)
+        if (EqualText(sWord, MenuTypeWords[i]))
+            return static_cast<MenuType>(i + 1);
+    return {};
+}
 
 enum class SeparatorStyle : Long { fwSeparatorNone = 0, fwSeparatorBefore = 1, fwSeparatorAfter = 2 };
 

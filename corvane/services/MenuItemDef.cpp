@@ -11,17 +11,9 @@ using CorvaneMain::XMLAttributeText;
 
 namespace {
 
-MenuType MenuTypeOf(std::string_view sWord) {
-    if (EqualText(sWord, "MenuTitle"))
-        return MenuType::fwMenuTitle;
-    if (EqualText(sWord, "MenuItem"))
-        return MenuType::fwMenuItem;
-    if (EqualText(sWord, "ContextMenuItem"))
-        return MenuType::fwContextMenuItem;
-    if (EqualText(sWord, "ContextMenuTitle"))
-        return MenuType::fwContextMenuTitle;
-    if (EqualText(sWord, "ToolbarItem"))
-        return MenuType::fwToolbarItem;
+MenuType KnownMenuType(std::string_view sWord) {
+    if (const auto oType = MenuTypeOf(sWord))
+        return *oType;
     Fail(FailureNumber::ObjectErrorBase, "Invalid menu item type: " + std::string(sWord), "Determining menu item type");
 }
 
@@ -66,7 +58,7 @@ std::string MenuItemDef::PositionKey() const try {
 }
 
 void MenuItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
-    m_eMenuType = MenuTypeOf(XMLAttributeText(oxmlDefinition, "Type"));
+    m_eMenuType = KnownMenuType(XMLAttributeText(oxmlDefinition, "Type"));
     m_fPositionOrder = ToSingle(XMLAttributeText(oxmlDefinition, "PositionOrder"));
     std::string sCaption = XMLAttributeText(oxmlDefinition, "Caption");
     m_sToolTip = XMLAttributeText(oxmlDefinition, "Tip");

@@ -36,22 +36,6 @@ std::string Plain(std::string_view sValue) {
     return sText.toStdString();
 }
 
-const char* TypeWord(MenuType eType) {
-    switch (eType) {
-    case MenuType::fwMenuTitle:
-        return "MenuTitle";
-    case MenuType::fwMenuItem:
-        return "MenuItem";
-    case MenuType::fwToolbarItem:
-        return "ToolbarItem";
-    case MenuType::fwContextMenuItem:
-        return "ContextMenuItem";
-    case MenuType::fwContextMenuTitle:
-        return "ContextMenuTitle";
-    }
-    return "";
-}
-
 // The element around: its name, and where it ends.
 struct Around {
     std::string sName;
@@ -132,7 +116,7 @@ DefinitionPlace DefinitionPlaces::Find(const Placement& oPlacement) const {
     const Owner& oOwner = oPlacement.oOwner;
     for (const Entry& oEntry : m_aEntries)
         if (oEntry.sElement == "MenuItem" && EqualText(oEntry.sName, oDef.ActionItemDef()->Name()) &&
-            EqualText(oEntry.sType, TypeWord(oDef.MenuType())) && EqualText(oEntry.sPath, oDef.Path()) &&
+            EqualText(oEntry.sType, WordOf(oDef.MenuType())) && EqualText(oEntry.sPath, oDef.Path()) &&
             EqualText(oEntry.sItem, oOwner.sItem) && EqualText(oEntry.sWindow, oOwner.sWindow) &&
             (oOwner.sService.empty() || EqualText(oEntry.sService, oOwner.sService)))
             return oEntry.oPlace;

@@ -24,22 +24,6 @@ struct Library {
     Q_DECLARE_TR_FUNCTIONS(Library)
 };
 
-const char* TypeWord(MenuType eType) {
-    switch (eType) {
-    case MenuType::fwMenuTitle:
-        return "MenuTitle";
-    case MenuType::fwMenuItem:
-        return "MenuItem";
-    case MenuType::fwToolbarItem:
-        return "ToolbarItem";
-    case MenuType::fwContextMenuItem:
-        return "ContextMenuItem";
-    case MenuType::fwContextMenuTitle:
-        return "ContextMenuTitle";
-    }
-    return "";
-}
-
 std::string WithAmpersand(std::string sText) {
     std::replace(sText.begin(), sText.end(), '#', '&'); // as the library does when it reads a caption
     return sText;
@@ -141,7 +125,7 @@ private:
             if (!oTool)
                 continue;
             const auto fnKey = [&](const char* sAttribute) {
-                return EntryKey(sOwner, TypeWord(oEntry->MenuType()), oEntry->Path(), oAction->Name(), sAttribute);
+                return EntryKey(sOwner, WordOf(oEntry->MenuType()), oEntry->Path(), oAction->Name(), sAttribute);
             };
             AddCaption(oTool->Name(), oEntry->Caption(), fnKey("Caption"));
             Add(TextKind::sToolTip, oTool->Name(), oEntry->ToolTip(), fnKey("Tip"));
