@@ -16,6 +16,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QMenu>
 #include <QScopeGuard>
@@ -75,6 +78,7 @@ PreviewWindow::PreviewWindow(PreviewOptions oOptions)
     connect(&m_oWatch, &FolderWatch::Changed, this, &PreviewWindow::Folder_Changed);
     resize(1180, 900);
     m_oPlace.Restore();
+    TakeOver();
 }
 
 PreviewWindow::~PreviewWindow() {
@@ -329,7 +333,7 @@ bool PreviewWindow::Load() {
         oOptions.sFolder = m_oOptions.sFolder;
         oOptions.bWithDialogs = m_oOptions.bWithDialogs;
         oOptions.bPersonal = false;
-        oOptions.sSessionFile = m_oKept.filePath("session.json").toStdString();
+        oOptions.sSessionFile = SessionFile().toStdString();
         oOptions.pRecorder = m_oOptions.pRecorder;
         oOptions.fnObjects = [this](Ref<IObjectFactory> oReal, Ref<PluginFactory> oPlugins) {
             m_oFactory = New<PreviewFactory>(m_oRecord, m_pStandIns, std::move(oReal), std::move(oPlugins),
@@ -380,6 +384,8 @@ void PreviewWindow::AfterLoad(bool bStarted) {
     m_pApplication->Failures().SetTaker({});
     if (!oView)
         return;
+    if (std::exchange(m_bTakesOver, false))
+        TellClosed(*oView);
     QTimer::singleShot(0, &m_pApplication->Window(), [this, oView = *oView] { oView.RestoreMenu(*m_pApplication); });
     for (const ViewState::OpenWindow& oOpen : oView->aWindows)
         if (oOpen.bModal && IsOfStandIns(oOpen.sName)) // each in the event loop of the one below it
@@ -466,21 +472,55 @@ void PreviewWindow::ShowProblems() {
     }
 }
 
-// What is open is closed for those who take the recorded steps, too; the file goes on with the next run.
+// The file of the recorder goes on with the next run.
 void PreviewWindow::Restart() {
-    const ViewState oView = m_pApplication ? ViewState::Of(*m_pApplication) : ViewState();
+    ViewState oView = m_pApplication ? ViewState::Of(*m_pApplication) : ViewState();
     if (m_oOptions.pRecorder)
         m_oOptions.pRecorder->SetHeld(true);
     m_bRestarts = true;
     m_bRestarts = close(); // unsaved work may keep it open
+    if (m_bRestarts)
+        m_oView = std::move(oView);
     if (!m_oOptions.pRecorder)
         return;
     m_oOptions.pRecorder->SetHeld(false);
-    if (!m_bRestarts)
+    if (m_bRestarts)
+        m_oOptions.pRecorder->Comment("Here the preview was started again.");
+}
+
+QString PreviewWindow::SessionFile() const {
+    return m_oKept.filePath("session.json");
+}
+
+QByteArray PreviewWindow::HandOver() const {
+    QJsonArray aOpened;
+    for (const std::string& sName : m_setOpened)
+        aOpened.append(Text(sName));
+    QJsonObject oJson{{"opened", aOpened}};
+    if (m_oView)
+        oJson["view"] = m_oView->ToJson();
+    if (QFile oSession(SessionFile()); oSession.open(QIODevice::ReadOnly))
+        oJson["session"] = QString::fromUtf8(oSession.readAll());
+    return QJsonDocument(oJson).toJson(QJsonDocument::Compact);
+}
+
+void PreviewWindow::TakeOver() {
+    const QJsonObject oJson = QJsonDocument::fromJson(m_oOptions.aTakenOver).object();
+    if (!oJson.contains("view"))
         return;
+    m_bTakesOver = true;
+    m_oView = ViewState::OfJson(oJson["view"].toObject());
+    for (const QJsonValue& oName : oJson["opened"].toArray())
+        m_setOpened.insert(oName.toString().toStdString());
+    if (QFile oSession(SessionFile()); oSession.open(QIODevice::WriteOnly))
+        oSession.write(oJson["session"].toString().toUtf8());
+}
+
+// What hasn't come back is closed for those who take the recorded steps, too.
+void PreviewWindow::TellClosed(const ViewState& oView) const {
     for (const ViewState::OpenWindow& oOpen : oView.aWindows)
-        m_oOptions.pRecorder->ByHost("close " + (oOpen.sKey.empty() ? oOpen.sName : oOpen.sKey));
-    m_oOptions.pRecorder->Comment("Here the preview was started again.");
+        if (m_oOptions.pRecorder && !ViewState::IsOpen(oOpen))
+            m_oOptions.pRecorder->ByHost("close " + (oOpen.sKey.empty() ? oOpen.sName : oOpen.sKey));
 }
 
 void PreviewWindow::closeEvent(QCloseEvent* pEvent) {

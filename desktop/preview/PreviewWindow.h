@@ -35,6 +35,7 @@ struct PreviewOptions {
     bool bStandIns = false; // also for plug-ins that are there
     bool bWithDialogs = true;
     std::shared_ptr<StepRecorder> pRecorder = {};
+    QByteArray aTakenOver = {}; // what PreviewWindow::HandOver gave in another run; empty for a fresh start
 };
 
 class PreviewWindow final : public QMainWindow {
@@ -54,6 +55,8 @@ public:
     [[nodiscard]] bool HasErrors() const { return m_bHasErrors; }
     // It was closed to be started again, with the same arguments, as a plug-in has been built anew.
     [[nodiscard]] bool WantsRestart() const { return m_bRestarts; }
+    // What was on screen when a restart was wanted, for the run to come.
+    [[nodiscard]] QByteArray HandOver() const;
     [[nodiscard]] ProblemList& Problems() { return *m_pProblems; }
     [[nodiscard]] QDockWidget& ProblemsDock() { return *m_pProblemsDock; }
     [[nodiscard]] CallList& Calls() { return *m_pCalls; }
@@ -70,6 +73,9 @@ private:
     void SetUpStatusBar();
     void FillWindowMenu(QMenu* pMenu);
     void Restart();
+    [[nodiscard]] QString SessionFile() const;
+    void TakeOver();
+    void TellClosed(const ViewState& oView) const;
 
     void Folder_Changed();
     // Asks for a state to be shown as soon as nothing is open that would be torn down with the old one.
@@ -116,6 +122,7 @@ private:
     int m_nShown = 0;
     QString m_sTime; // of the state that is shown
     std::optional<ViewState> m_oView;
+    bool m_bTakesOver = false;         // m_oView is another run's
     std::set<std::string> m_setOpened; // windows that the person opened here
 
     QWidget* m_pPlace;

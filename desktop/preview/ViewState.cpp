@@ -217,6 +217,10 @@ void ViewState::Restore(Application& oApplication, const std::function<bool(cons
             (void)Activate(oApplication, oOpen);
 }
 
+bool ViewState::IsOpen(const OpenWindow& oWindow) {
+    return Find(oWindow) != nullptr;
+}
+
 bool ViewState::Activate(Application& oApplication, const OpenWindow& oOpen) {
     const Ref<Window> oWindow = Find(oOpen);
     if (!oWindow)

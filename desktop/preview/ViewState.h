@@ -5,6 +5,7 @@
 #include "corvane/platform/controls/Form.h"
 #include "desktop/Application.h"
 
+#include <QJsonObject>
 #include <QMenu>
 #include <QPoint>
 #include <QString>
@@ -44,9 +45,14 @@ struct ViewState {
 
     // What is on screen now.
     [[nodiscard]] static ViewState Of(Application& oApplication);
+    // All but the menus, for another run; what isn't there or can't be read is as in an empty state.
+    [[nodiscard]] QJsonObject ToJson() const;
+    [[nodiscard]] static ViewState OfJson(const QJsonObject& oJson);
     // Selects and opens again what is still there. Of the windows that no service has opened again those are opened
     // for which fnOpens says so; modal ones aren't, see OpenAgain.
     void Restore(Application& oApplication, const std::function<bool(const OpenWindow&)>& fnOpens) const;
+    // Whether there is a window of that name and key.
+    [[nodiscard]] static bool IsOpen(const OpenWindow& oWindow);
     // Brings the window to the front. False when there is none of that name and key.
     static bool Activate(Application& oApplication, const OpenWindow& oWindow);
     // A modal one comes back as far as it was; returns when it is closed.

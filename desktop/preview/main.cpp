@@ -5,7 +5,10 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
 #include <QTimer>
 #include <algorithm>
 #include <cerrno>
@@ -21,10 +24,25 @@ constexpr const char* sGoOn = "--go-on";
 
 enum Exit { Clean = 0, Findings = 1, Usage = 2, Failed = 3, Again = -1 };
 
+// The name of a file that is there for the next run alone; empty when it can't be written.
+std::string WriteHandOver(const QByteArray& aHandOver) {
+    QTemporaryFile oFile(QDir::tempPath() + "/corvane-preview-XXXXXX.json");
+    oFile.setAutoRemove(false);
+    return oFile.open() && oFile.write(aHandOver) == aHandOver.size() ? oFile.fileName().toStdString() : std::string();
+}
+
+QByteArray ReadHandOver(const QString& sFile) {
+    QFile oFile(sFile);
+    const QByteArray aHandOver = oFile.open(QIODevice::ReadOnly) ? oFile.readAll() : QByteArray();
+    oFile.remove();
+    return aHandOver;
+}
+
 // As if it had been started anew, in the same process, for whoever waits for it.
-int StartAgain(std::vector<std::string> aArguments) {
-    if (std::find(aArguments.begin(), aArguments.end(), sGoOn) == aArguments.end())
-        aArguments.insert(aArguments.begin() + 1, sGoOn);
+int StartAgain(std::vector<std::string> aArguments, const std::string& sHandOver) {
+    if (const auto it = std::find(aArguments.begin(), aArguments.end(), sGoOn); it != aArguments.end())
+        aArguments.erase(it, std::min(it + 2, aArguments.end())); // of the run before
+    aArguments.insert(aArguments.begin() + 1, {sGoOn, sHandOver});
     std::vector<char*> aPointers;
     for (std::string& sArgument : aArguments)
         aPointers.push_back(sArgument.data());
@@ -34,7 +52,7 @@ int StartAgain(std::vector<std::string> aArguments) {
     return Exit::Failed;
 }
 
-int Preview(int argc, char** argv) {
+int Preview(int argc, char** argv, std::string& sHandOver) {
     using namespace corvane::desktop;
     QApplication oQt(argc, argv);
     QApplication::setApplicationName("Corvane");
@@ -43,9 +61,10 @@ int Preview(int argc, char** argv) {
                                       "and follows its definition files.");
     oParser.addHelpOption();
     oParser.addPositionalArgument("APP", "The application folder.");
-    oParser.addOptions({{"stand-ins", "Lets stand-ins take the place of all plug-ins."},
-                        {sGoOn + 2, "Goes on with the file of --record instead of beginning it anew."},
-                        {"record", "Writes what you do to that file, as steps for corvane inspect --steps.", "FILE"}});
+    oParser.addOptions(
+        {{"stand-ins", "Lets stand-ins take the place of all plug-ins."},
+         {sGoOn + 2, "Goes on where the run that wrote that file was, with the file of --record too.", "FILE"},
+         {"record", "Writes what you do to that file, as steps for corvane inspect --steps.", "FILE"}});
     if (!oParser.parse(QApplication::arguments())) {
         std::fprintf(stderr, "corvane-preview: error: %s\n", qUtf8Printable(oParser.errorText()));
         return Exit::Usage;
@@ -68,6 +87,8 @@ int Preview(int argc, char** argv) {
         PreviewOptions oOptions;
         oOptions.sFolder = sFolder.toStdString();
         oOptions.bStandIns = oParser.isSet("stand-ins");
+        if (oParser.isSet(sGoOn + 2))
+            oOptions.aTakenOver = ReadHandOver(oParser.value(sGoOn + 2));
         if (oParser.isSet("record"))
             oOptions.pRecorder =
                 std::make_shared<StepRecorder>(oParser.value("record").toStdString(), oParser.isSet(sGoOn + 2));
@@ -75,8 +96,10 @@ int Preview(int argc, char** argv) {
         const EndSignals oEndSignals(&oWindow);
         QTimer::singleShot(0, &oWindow, &PreviewWindow::Start);
         QApplication::exec();
-        if (oWindow.WantsRestart())
+        if (oWindow.WantsRestart()) {
+            sHandOver = WriteHandOver(oWindow.HandOver());
             return Exit::Again;
+        }
         return oWindow.HasErrors() ? Exit::Findings : Exit::Clean;
     } catch (...) {
         std::fprintf(stderr, "corvane-preview: error: %s\n", corvane::CurrentFailure().Description.c_str());
@@ -88,6 +111,7 @@ int Preview(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     const std::vector<std::string> aArguments(argv, argv + argc); // Qt takes its own away
-    const int nExit = Preview(argc, argv);
-    return nExit == Exit::Again ? StartAgain(aArguments) : nExit;
+    std::string sHandOver;
+    const int nExit = Preview(argc, argv, sHandOver);
+    return nExit == Exit::Again ? StartAgain(aArguments, sHandOver) : nExit;
 }

@@ -233,6 +233,7 @@ TEST_F(WorkTest, PluginThatIsBuiltAnewIsToldAndUsedAfterARestart) {
     const std::string sSteps = m_oFolder.Path("steps.txt").toStdString();
     oOptions.pRecorder = std::make_shared<StepRecorder>(sSteps);
     Preview(oOptions);
+    m_pPreview->OpenWindow("Paper");
     m_pPreview->OpenWindow("Sheet");
     Rename("#Count", "#Tally");
     ASSERT_TRUE(UntilShown(2));
@@ -247,16 +248,26 @@ TEST_F(WorkTest, PluginThatIsBuiltAnewIsToldAndUsedAfterARestart) {
     EXPECT_TRUE(m_pPreview->isVisible());
     EXPECT_FALSE(m_pPreview->WantsRestart());
     ASSERT_TRUE(App().Choose("View.Keep"));
+    ClickNode(0, "Inner");
     QTest::mouseClick(Button("&Restart"), Qt::LeftButton);
     EXPECT_FALSE(m_pPreview->isVisible());
     EXPECT_TRUE(m_pPreview->WantsRestart());
+
+    // The next run goes on with what is selected and open, and closes for the recorder what it can't open any more.
+    oOptions.aTakenOver = m_pPreview->HandOver();
+    m_pPreview.reset();
+    Edit("Draft", "Window Name=\"Paper\"", "Window Name=\"Letter\"");
+    oOptions.pRecorder = std::make_shared<StepRecorder>(sSteps, true);
+    Preview(oOptions);
+    EXPECT_EQ(Selected(0), "Inner");
+    EXPECT_NE(App().AsText().find("Window Sheet (window, active)"), std::string::npos) << App().AsText();
     EXPECT_EQ(m_oFolder.Read("steps.txt").mid(m_oFolder.Read("steps.txt").indexOf('\n') + 1).toStdString(),
-              "populate\nopen Sheet\n# Here the definitions were changed.\n# Here the definitions were changed.\n"
-              "click View.Write\nclick View.Keep\nclose Sheet\n# Here the preview was started again.\n");
+              "populate\nopen Paper\nopen Sheet\n# Here the definitions were changed.\n"
+              "# Here the definitions were changed.\nclick View.Write\nclick View.Keep\nnode 0 Inner\n"
+              "# Here the preview was started again.\nclose Paper\n");
 
     // Where stand-ins are in its place it makes no difference.
     m_pPreview.reset();
-    oOptions.pRecorder = std::make_shared<StepRecorder>(sSteps, true);
     oOptions.bStandIns = true;
     Preview(oOptions);
     const int nShown = m_pPreview->ShownCount();
