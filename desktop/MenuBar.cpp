@@ -4,19 +4,24 @@
 #include "desktop/MenuBuilder.h"
 
 #include <algorithm>
+#include <set>
 
 namespace corvane::desktop {
 
 namespace {
 
 constexpr std::size_t nMostTitles = 60;
-constexpr std::size_t nFewTitles = 24; // are measured as they are
+constexpr std::size_t nFewTitles = 24;   // are measured as they are
+constexpr int nSettleMilliseconds = 100; // nobody presses a key before the first picture
 
 } // namespace
 
 MenuBar::MenuBar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent)
     : QMenuBar(pParent), m_oMenus(oMenus), m_oActions(oActions), m_pRest(new QMenu(tr("More"), this)) {
     m_pRest->addAction(QString()); // an empty menu is never asked to open
+    m_oRestKeys.setSingleShot(true);
+    m_oRestKeys.setInterval(nSettleMilliseconds);
+    connect(&m_oRestKeys, &QTimer::timeout, this, &MenuBar::TakeRestKeys);
     connect(m_pRest, &QMenu::aboutToShow, this, [this] { m_oMenus.FillWith(m_pRest, m_aRest); });
 }
 
@@ -59,7 +64,32 @@ void MenuBar::ShowRest(std::vector<Ref<Tool>> aRest) {
         removeAction(m_pRest->menuAction());
     else if (!aRest.empty() && m_aRest.empty())
         addAction(m_pRest->menuAction());
+    if (!aRest.empty() || !m_aRestKeys.empty())
+        m_oRestKeys.start();
     m_aRest = std::move(aRest);
+}
+
+// The first title of a letter has it. Those in the bar have theirs from Qt.
+void MenuBar::TakeRestKeys() {
+    m_aRestKeys.clear();
+    std::set<QKeySequence> setTaken{QKeySequence()};
+    for (const QAction* pAction : actions())
+        if (pAction->isVisible())
+            setTaken.insert(QKeySequence::mnemonic(pAction->text()));
+    for (const Ref<Tool>& oInstance : m_aRest) {
+        const QKeySequence oKey = QKeySequence::mnemonic(CaptionOf(*oInstance));
+        if (!oInstance->Visible() || !setTaken.insert(oKey).second)
+            continue;
+        m_aRestKeys.push_back(std::make_unique<QShortcut>(oKey, this));
+        connect(m_aRestKeys.back().get(), &QShortcut::activated, this, [this, oInstance] { OpenInRest(oInstance); });
+    }
+}
+
+void MenuBar::OpenInRest(const Ref<Tool>& oInstance) {
+    setActiveAction(m_pRest->menuAction());
+    for (QAction* pAction : m_pRest->actions())
+        if (m_oActions.InstanceOf(pAction) == oInstance)
+            m_pRest->setActiveAction(pAction);
 }
 
 // What is taken leaves nothing behind in the old titles.

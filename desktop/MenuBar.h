@@ -1,10 +1,12 @@
 // The menu bar on screen, which shows the titles of one band. What stands behind the first sixty titles, for which no
-// screen has room, stands in a menu at the end that is filled when it opens.
+// screen has room, stands in a menu at the end that is filled when it opens; their mnemonics open it there.
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"
 
 #include <QMenuBar>
+#include <QShortcut>
+#include <QTimer>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,6 +37,8 @@ private:
     };
     [[nodiscard]] Title TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld);
     void ShowRest(std::vector<Ref<Tool>> aRest);
+    void TakeRestKeys();
+    void OpenInRest(const Ref<Tool>& oInstance);
     [[nodiscard]] bool IsMeasuredByOneTitle() const;
     [[nodiscard]] const QMenuBar& Sample() const;
 
@@ -42,7 +46,9 @@ private:
     BarActions& m_oActions;
     std::vector<Title> m_aTitles;
     QMenu* m_pRest;
-    std::vector<Ref<Tool>> m_aRest;              // the titles in it
+    std::vector<Ref<Tool>> m_aRest;                      // the titles in it
+    std::vector<std::unique_ptr<QShortcut>> m_aRestKeys; // Alt and the letters of those titles
+    QTimer m_oRestKeys;
     mutable std::unique_ptr<QMenuBar> m_pSample; // of one title, never shown
 };
 

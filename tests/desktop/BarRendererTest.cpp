@@ -113,6 +113,13 @@ TEST_F(BarRendererTest, TitlesThatStayKeepTheirMenusAndNewOnesTakeTheirPlaces) {
     EXPECT_EQ(pRest->actions().back()->text(), "&File");
     Q_EMIT pRest->actions().back()->menu()->aboutToShow();
     EXPECT_EQ(Texts(*pRest->actions().back()->menu()).front(), "&Open\tCtrl+O");
+    const auto fnOpens = [&] {
+        QTest::keyClick(&m_oWindow, Qt::Key_F, Qt::AltModifier);
+        return QApplication::activePopupWidget() == pRest->actions().back()->menu();
+    };
+    EXPECT_TRUE(QTest::qWaitFor(fnOpens)) << "Alt+F opens it there";
+    while (QWidget* pPopup = QApplication::activePopupWidget())
+        pPopup->close();
 
     while (oTools->Count() > 1)
         oTools->Remove(0);
