@@ -19,6 +19,8 @@ const char* RunTimeText(Long lNumber) {
         return "Subscript out of range";
     case FailureNumber::TypeMismatch:
         return "Type mismatch";
+    case FailureNumber::OutOfStackSpace:
+        return "Out of stack space";
     case FailureNumber::FileNotFound:
         return "File not found";
     case FailureNumber::FileAccess:

@@ -18,6 +18,7 @@ inline constexpr Long Overflow = 6;
 inline constexpr Long OutOfMemory = 7;
 inline constexpr Long Subscript = 9;
 inline constexpr Long TypeMismatch = 13;
+inline constexpr Long OutOfStackSpace = 28;
 inline constexpr Long FileNotFound = 53;
 inline constexpr Long FileAccess = 75;
 inline constexpr Long PathNotFound = 76;

@@ -1,19 +1,28 @@
 #include "corvane/platform/Entering.h"
 
+#include "corvane/base/Failure.h"
+
 namespace corvane {
 
 namespace {
 
+constexpr int nDeepest = 400;
+
 Entering::Watcher* pTheWatcher = nullptr;
+int nDepth = 0; // of the scopes that stand within one another now
 
 } // namespace
 
-Entering::Entering(const Ref<Object>& oObject) noexcept : m_bTold(pTheWatcher && oObject) {
+Entering::Entering(const Ref<Object>& oObject) : m_bTold(pTheWatcher && oObject) {
+    if (nDepth == nDeepest)
+        Fail(FailureNumber::OutOfStackSpace);
+    ++nDepth;
     if (m_bTold)
         pTheWatcher->Entered(*oObject);
 }
 
 Entering::~Entering() {
+    --nDepth;
     if (m_bTold && pTheWatcher)
         pTheWatcher->Left();
 }

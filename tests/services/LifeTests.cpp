@@ -65,6 +65,17 @@ TEST(Life, TheFirstFailureEndsTheStart) {
     }
 }
 
+TEST(Life, AStartWithoutEndIsToldOfWhileThereIsStack) {
+    Application oApplication;
+    oApplication.AddService("Again", R"(<ActionItems><ActionItem Name="Navigation"/></ActionItems>)",
+                            {{"ProgID", "Corvane.Framework"}, {"IsStartService", "true"}});
+    EXPECT_EQ(oApplication.Start(), 28);
+    const Lines aLog = oApplication.TakeLog();
+    ASSERT_GE(aLog.size(), 2U);
+    EXPECT_EQ(aLog.front(), "ServiceManager.Start 28");
+    EXPECT_EQ(aLog.back(), "Framework.Start 28");
+}
+
 TEST(Life, TheFirstFailureEndsTheTermination) {
     Application oApplication;
     oApplication.SetStandIns(R"({"objects": {"A.Service": {"fail": {"Terminate": {"number": 78}}}}})");
