@@ -50,6 +50,7 @@ TEST_F(FormTest, LoadsShowsAndUnloads) {
     a->Load();
     EXPECT_EQ(Heard(), "a.load ");
     EXPECT_FALSE(a->Visible());
+    EXPECT_EQ(Active(), "none") << "it has never been in front";
     a->Show(ShowMode::Modeless, nullptr);
     EXPECT_EQ(Heard(), "a.activate ");
     m_bRefuses = true;

@@ -12,7 +12,7 @@ MdiForm::~MdiForm() {
 Ref<Form> MdiForm::ActiveForm() const {
     if (!m_bHidesActive)
         for (auto it = m_aForms.rbegin(); it != m_aForms.rend(); ++it)
-            if ((*it)->MDIChild())
+            if ((*it)->MDIChild() && m_mapPlaces.at(*it).bWasActive)
                 return Ref<Form>(*it);
     return nullptr;
 }
@@ -50,7 +50,7 @@ void MdiForm::FormMade(Form& oForm) {
 
 void MdiForm::FormLoaded(const Ref<Form>& oForm) {
     // A form that has been loaded but never shown is behind all others.
-    m_mapPlaces[oForm.Get()] = m_aForms.insert(m_aForms.begin(), oForm.Get());
+    m_mapPlaces[oForm.Get()] = {m_aForms.insert(m_aForms.begin(), oForm.Get()), false};
     ChildLoaded.Raise(oForm);
 }
 
@@ -59,7 +59,7 @@ void MdiForm::FormActivated(const Ref<Form>& oForm) {
         return;
     const Ref<Form> oPrevious(m_pForeground);
     TakeOut(*oForm);
-    m_mapPlaces[oForm.Get()] = m_aForms.insert(m_aForms.end(), oForm.Get());
+    m_mapPlaces[oForm.Get()] = {m_aForms.insert(m_aForms.end(), oForm.Get()), true};
     m_pForeground = oForm.Get();
     if (oPrevious)
         oPrevious->OnDeactivate.Raise();
@@ -71,7 +71,7 @@ void MdiForm::TakeOut(Form& oForm) {
     const auto it = m_mapPlaces.find(&oForm);
     if (it == m_mapPlaces.end())
         return;
-    m_aForms.erase(it->second);
+    m_aForms.erase(it->second.it);
     m_mapPlaces.erase(it);
 }
 

@@ -19,7 +19,7 @@ public:
     MdiForm() = default;
     ~MdiForm() override;
 
-    // The MDI child activated last among those loaded, or nothing.
+    // The MDI child activated last among those loaded, or nothing: also when a child has been loaded but never shown.
     [[nodiscard]] Ref<Form> ActiveForm() const;
     // The form of any kind that is active, or nothing.
     [[nodiscard]] Ref<Form> ForegroundForm() const;
@@ -46,11 +46,16 @@ public:
     void Forget(Form& oForm);
 
 private:
+    struct Place {
+        std::list<Form*>::iterator it;
+        bool bWasActive; // since it was loaded
+    };
+
     void TakeOut(Form& oForm);
 
-    std::unordered_set<Form*> m_setMade;                               // each takes itself out when it ends
-    std::list<Form*> m_aForms;                                         // the loaded ones, the one activated last behind
-    std::unordered_map<Form*, std::list<Form*>::iterator> m_mapPlaces; // in that list
+    std::unordered_set<Form*> m_setMade;          // each takes itself out when it ends
+    std::list<Form*> m_aForms;                    // the loaded ones, the one activated last behind
+    std::unordered_map<Form*, Place> m_mapPlaces; // in that list
     Form* m_pForeground = nullptr;
     bool m_bHidesActive = false;
     Ref<KeyedCollection<Ref<Object>>> m_colMembers = New<KeyedCollection<Ref<Object>>>();
