@@ -1,7 +1,21 @@
 #include "corvane/menus/MenuManager.h"
 #include "corvane/platform/Handlers.h"
 
+#include <cstdint>
+#include <limits>
+
 namespace corvane {
+
+namespace {
+
+// The band's count is taken as sixteen bits.
+void RemoveLast(BandTools& oTools) {
+    if (oTools.Count() > std::numeric_limits<std::int16_t>::max())
+        Fail(FailureNumber::Overflow);
+    oTools.Remove(oTools.Count() - 1);
+}
+
+} // namespace
 
 void MenuManager::m_oActiveBar_ToolClick(const Ref<Tool>& oTool) {
     if (m_bInToolClick)
@@ -22,8 +36,8 @@ void MenuManager::m_oActiveBar_ToolClick(const Ref<Tool>& oTool) {
 void MenuManager::m_oActiveBar_BandOpen(const Ref<Band>& oBand) try {
     if (!EqualText(oBand->Name(), "SysCustomize"))
         return;
-    oBand->Tools()->Remove(oBand->Tools()->Count() - 1);
-    oBand->Tools()->Remove(oBand->Tools()->Count() - 1);
+    RemoveLast(*oBand->Tools());
+    RemoveLast(*oBand->Tools());
 } catch (...) {
     Reraise("MenuManager", "m_oActiveBar_BandOpen");
 }

@@ -233,6 +233,12 @@ TEST_F(Providers, TheCustomizeMenuLosesItsLastTwoEntriesAtEachOpening) {
     EXPECT_EQ(NumberOf([&] { (void)oBar->Open(oBand); }), 9);
     EXPECT_EQ(m_oApplication.BandNames("SysCustomize"), "");
     EXPECT_EQ(m_oApplication.TakeLog(), Lines{"MenuManager.m_oActiveBar_BandOpen 9"});
+    for (int i = 0; i < 32768; ++i)
+        oBand->Tools()->Insert(-1, m_oApplication.MasterTool("File.Keep"));
+    EXPECT_EQ(NumberOf([&] { (void)oBar->Open(oBand); }), 6);
+    oBand->Tools()->Remove(0);
+    EXPECT_TRUE(oBar->Open(oBand));
+    EXPECT_EQ(oBand->Tools()->Count(), 32765);
 }
 
 } // namespace
