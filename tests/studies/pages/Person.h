@@ -19,7 +19,7 @@ namespace studies {
 class Person : public testing::Test {
 protected:
     Person() {
-        for (const char* sName : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME"})
+        for (const char* sName : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
             ::setenv(sName, m_oFolder.Path().c_str(), 1);
     }
 
