@@ -233,6 +233,10 @@ private:
     // What tells of the machine that made the picture.
     static void StrikeOut(QWidget& oDialog) {
         QPlainTextEdit& oPreview = static_cast<ReportDialog&>(oDialog).Preview();
+        // The height of a line is that of the font, and there are many lines.
+        QFont oFont = oPreview.font();
+        oFont.setFamily("DejaVu Sans Mono");
+        oPreview.setFont(oFont);
         oPreview.setPlainText(oPreview.toPlainText().replace(QRegularExpression("kernel [^,]*"), "kernel 6.1"));
     }
     QPixmap Unsaved() {
