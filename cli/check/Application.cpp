@@ -11,6 +11,8 @@
 
 namespace corvane::check {
 
+namespace fs = std::filesystem;
+
 namespace {
 
 // This one file is read only while the INI file of the installation lets it.
@@ -32,11 +34,25 @@ Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& oXml, const std::string&
     }
 }
 
+// Where a person edits the file: the application folder of a build has links to those of the sources. It is told from
+// the current folder on when the application is.
+std::string EditedPath(const std::string& sPath) {
+    std::error_code oError;
+    if (!fs::is_symlink(sPath, oError))
+        return sPath;
+    const fs::path oReal = fs::canonical(sPath, oError);
+    if (oError)
+        return sPath;
+    const fs::path oHere = fs::current_path(oError);
+    const fs::path oBelow = oError || fs::path(sPath).is_absolute() ? fs::path() : oReal.lexically_relative(oHere);
+    return oBelow.empty() || *oBelow.begin() == ".." ? oReal.string() : oBelow.string();
+}
+
 } // namespace
 
 void ReadApplication(Model& oModel, const std::string& sApplication, Report& oReport) {
     const std::optional<std::string> oFolder = FindPath(JoinPath(sApplication, "Services"));
-    if (!oFolder || !std::filesystem::is_directory(*oFolder))
+    if (!oFolder || !fs::is_directory(*oFolder))
         Fail(FailureNumber::PathNotFound,
              "\"" + sApplication + "\" is no application folder: it has no folder \"Services\" with definition files");
     const Ref<IXmlService> oXml = New<XmlService>();
@@ -47,7 +63,7 @@ void ReadApplication(Model& oModel, const std::string& sApplication, Report& oRe
         if (!EqualText(oFileSystem->Extension(sPath), "xml") || IsShutOut(sName, sApplication))
             continue;
         auto pFile = std::make_unique<File>();
-        pFile->sPath = sPath;
+        pFile->sPath = EditedPath(sPath);
         pFile->sName = sName;
         pFile->sBytes = oFileSystem->ReadAll(sPath);
         ReadFile(*pFile, oXml, oSchema, oModel.oMemory, oReport);

@@ -2,6 +2,7 @@
 
 #include "adapters/common/Nearest.h"
 #include "cli/check/Print.h"
+#include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 
 #include <iostream>
@@ -46,7 +47,7 @@ int Check(const Arguments& oArguments) {
         std::cerr << "corvane check: error: name the application folder\n";
         return Exit::Usage;
     }
-    const auto aFindings = check::Check({PlainFolder(oArguments.sApplication), oArguments.bPlugins});
+    const auto aFindings = check::Check({ApplicationFolder(oArguments.sApplication), oArguments.bPlugins});
     if (oArguments.bJson)
         std::cout << check::AsJson(aFindings);
     else if (oArguments.bSarif)

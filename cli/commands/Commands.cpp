@@ -16,10 +16,4 @@ bool IsColoured(int nFile) {
     return !(sNoColour && *sNoColour) && ::isatty(nFile) == 1;
 }
 
-std::string PlainFolder(std::string sFolder) {
-    while (sFolder.size() > 1 && sFolder.back() == '/')
-        sFolder.pop_back();
-    return sFolder;
-}
-
 } // namespace corvane::tool

@@ -27,7 +27,4 @@ int Fails(const std::string& sWhat, const std::string& sWhy);
 // Whether what is written there is coloured.
 [[nodiscard]] bool IsColoured(int nFile);
 
-// The folder without the separators at its end.
-[[nodiscard]] std::string PlainFolder(std::string sFolder);
-
 } // namespace corvane::tool

@@ -1,5 +1,6 @@
 #include "cli/check/Explain.h"
 
+#include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 
 #include <iostream>
@@ -15,7 +16,7 @@ struct Arguments {
 };
 
 int Explain(const Arguments& oArguments) {
-    const auto oExplanation = check::Explain(PlainFolder(oArguments.sApplication), oArguments.sItem);
+    const auto oExplanation = check::Explain(ApplicationFolder(oArguments.sApplication), oArguments.sItem);
     std::cout << oExplanation.sText;
     if (!oExplanation.sText.empty())
         return Exit::Clean;

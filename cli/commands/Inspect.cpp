@@ -1,8 +1,8 @@
+#include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 #include "cli/inspect/Document.h"
 #include "cli/inspect/Steps.h"
 
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -20,8 +20,7 @@ struct Arguments {
 
 int Inspect(const Arguments& oArguments) {
     using namespace corvane::inspect;
-    if (!std::filesystem::is_directory(oArguments.sApplication))
-        return Fails(oArguments.sApplication, "there is no such application folder");
+    const std::string sApplication = ApplicationFolder(oArguments.sApplication, Also::Incomplete);
     std::vector<Step> aSteps;
     if (!oArguments.sSteps.empty()) {
         std::ifstream oStream(oArguments.sSteps);
@@ -29,7 +28,7 @@ int Inspect(const Arguments& oArguments) {
             return Fails(oArguments.sSteps, "the file can't be read");
         aSteps = ReadSteps(oStream, oArguments.sSteps);
     }
-    ModelHost oHost({oArguments.sApplication, oArguments.bStandIns, nullptr});
+    ModelHost oHost({sApplication, oArguments.bStandIns, nullptr});
     DocumentOptions oOptions;
     oOptions.bStandIns = oArguments.bStandIns;
     if (oHost.Start())

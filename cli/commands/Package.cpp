@@ -2,6 +2,7 @@
 
 #include "cli/check/Check.h"
 #include "cli/check/Print.h"
+#include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 #include "corvane/base/Failure.h"
 
@@ -20,7 +21,7 @@ struct Arguments {
 };
 
 int Package(const Arguments& oArguments) {
-    const std::string sApplication = PlainFolder(oArguments.sApplication);
+    const std::string sApplication = ApplicationFolder(oArguments.sApplication);
     auto aFindings = check::Check({sApplication, true});
     std::erase_if(aFindings,
                   [](const check::Finding& o) { return check::TextOf(o.eRule).eSeverity != check::Severity::Error; });

@@ -1,3 +1,4 @@
+#include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 
 #include <cerrno>
@@ -19,9 +20,8 @@ struct Arguments {
 
 // A program that was built or installed with this one, else any of that name, takes this program's place.
 int Become(const char* sName, std::vector<std::string> aTexts, const std::string& sApplication) {
+    (void)ApplicationFolder(sApplication);
     std::error_code oError;
-    if (!std::filesystem::is_directory(sApplication, oError))
-        return Fails(sApplication, "there is no such application folder");
     const auto oBeside = std::filesystem::read_symlink("/proc/self/exe", oError).parent_path() / sName;
     std::string sProgram = !oError && std::filesystem::exists(oBeside, oError) ? oBeside.string() : sName;
     std::vector<char*> aPointers{sProgram.data()};

@@ -1,6 +1,7 @@
 #include "adapters/catalogue/Catalogue.h"
 #include "adapters/files/FileSystem.h"
 #include "adapters/xml/XmlService.h"
+#include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 #include "corvane/base/Text.h"
 
@@ -25,7 +26,12 @@ struct Arguments {
 // The folder of an application's definition files, or one that holds definition files itself.
 std::string DefinitionFolder(const std::string& sApplication) {
     const std::string sServices = sApplication + "/Services";
-    return fs::is_directory(sServices) ? sServices : sApplication;
+    const std::string sFolder = fs::is_directory(sServices) ? sServices : sApplication;
+    // A build links to the definitions of the sources, and there the work of translators has to stay.
+    for (const std::string& sPath : FileSystem().Files(sFolder))
+        if (EqualText(fs::path(sPath).extension().string(), ".xml") && fs::is_symlink(sPath))
+            return fs::proximate(fs::canonical(sPath).parent_path()).string();
+    return sFolder;
 }
 
 DefinitionTexts TextsIn(const std::string& sFolder) {
@@ -100,7 +106,7 @@ bool IsLanguage(const std::string& sLanguage) {
 }
 
 int Translate(Arguments oArguments) {
-    const std::string sFolder = DefinitionFolder(PlainFolder(oArguments.sApplication));
+    const std::string sFolder = DefinitionFolder(ApplicationFolder(oArguments.sApplication, Also::Sources));
     const fs::path oCatalogues = fs::path(sFolder) / "translations";
     for (const std::string& sLanguage : oArguments.aLanguages)
         if (!IsLanguage(sLanguage)) {

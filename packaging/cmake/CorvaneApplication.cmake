@@ -1,8 +1,9 @@
 # corvane_add_application(NAME FOLDER source)
 #
-# Makes the target NAME: the application folder NAME of the build, with a copy of all files of the source folder
-# (Services, Images and what else there is) and the schema of definition files. The folder's path is the target's
-# property CORVANE_FOLDER.
+# Makes the target NAME: the application folder NAME of the build, with links to all files of the source folder
+# (Services, Images and what else there is) and a copy of the schema of definition files. As the files are linked, what
+# is saved in the source folder is in the application at once; a new file joins with the next build. The folder's path is
+# the target's property CORVANE_FOLDER.
 function(corvane_add_application name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "")
   if(NOT arg_FOLDER)
@@ -11,19 +12,36 @@ function(corvane_add_application name)
   get_filename_component(source ${arg_FOLDER} ABSOLUTE)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/${name})
   file(GLOB_RECURSE files RELATIVE ${source} CONFIGURE_DEPENDS ${source}/*)
-  set(copies)
+  _corvane_remove_dead_links(${folder} ${source})
+  set(parts)
   foreach(file IN LISTS files)
+    get_filename_component(below ${folder}/${file} DIRECTORY)
     add_custom_command(OUTPUT ${folder}/${file} DEPENDS ${source}/${file}
-      COMMAND ${CMAKE_COMMAND} -E copy ${source}/${file} ${folder}/${file})
-    list(APPEND copies ${folder}/${file})
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${below}
+      COMMAND ${CMAKE_COMMAND} -E create_symlink ${source}/${file} ${folder}/${file} VERBATIM)
+    list(APPEND parts ${folder}/${file})
   endforeach()
   if(NOT "Services/Service.xdr" IN_LIST files)
     add_custom_command(OUTPUT ${folder}/Services/Service.xdr DEPENDS ${Corvane_SCHEMA}
-      COMMAND ${CMAKE_COMMAND} -E copy ${Corvane_SCHEMA} ${folder}/Services/Service.xdr)
-    list(APPEND copies ${folder}/Services/Service.xdr)
+      COMMAND ${CMAKE_COMMAND} -E copy ${Corvane_SCHEMA} ${folder}/Services/Service.xdr VERBATIM)
+    list(APPEND parts ${folder}/Services/Service.xdr)
   endif()
-  add_custom_target(${name} ALL DEPENDS ${copies})
+  add_custom_target(${name} ALL DEPENDS ${parts})
   set_target_properties(${name} PROPERTIES CORVANE_FOLDER ${folder})
+endfunction()
+
+# What an earlier build linked to and the source folder no longer has.
+function(_corvane_remove_dead_links folder source)
+  file(GLOB_RECURSE links ${folder}/*)
+  foreach(link IN LISTS links)
+    if(IS_SYMLINK ${link} AND NOT EXISTS ${link})
+      file(READ_SYMLINK ${link} target)
+      cmake_path(IS_PREFIX source ${target} NORMALIZE below)
+      if(below)
+        file(REMOVE ${link})
+      endif()
+    endif()
+  endforeach()
 endfunction()
 
 # corvane_add_service(LIBRARY APPLICATION name SOURCES source... [WIDGETS])

@@ -14,10 +14,11 @@ build, compiler = sys.argv[1:]
 
 
 def run(*command, cwd=None, code=0):
+    """What it prints, or of one that fails, what it complains about."""
     done = subprocess.run(command, cwd=cwd, capture_output=True, text=True, env=environment)
     if done.returncode != code:
         sys.exit(f"{' '.join(map(str, command))}\nended with {done.returncode}\n{done.stdout}{done.stderr}")
-    return done.stdout
+    return done.stderr if code == 3 else done.stdout
 
 
 with tempfile.TemporaryDirectory() as temporary:
@@ -30,14 +31,40 @@ with tempfile.TemporaryDirectory() as temporary:
     # As it was written, and with one more service.
     run(corvane, "new", "birds", "--service", "Birds", "--service", "nests", cwd=home)
     birds = home / "birds"
-    assert run(corvane, "new", "birds", cwd=home, code=3) == ""
+    assert '"birds" is there already' in run(corvane, "new", "birds", cwd=home, code=3)
     run(corvane, "new", "--service", "Fledglings", cwd=birds)
-    run(corvane, "new", "--service", "Birds", cwd=birds, code=3)
+    for taken in ("Birds", "Framework", "window"):  # a service, the shell's own, and its menu
+        assert "already" in run(corvane, "new", "--service", taken, cwd=birds, code=3), taken
+    for taken in ("file", "test"):
+        run(corvane, "new", taken, cwd=home, code=3)
+        assert not (home / taken).exists()
+    run(corvane, "new", "mine", "--service", "framework", cwd=home, code=3)
     run("cmake", "--preset", "dev", cwd=birds)
     run("cmake", "--build", "--preset", "dev", cwd=birds)
     tests = run("ctest", "--preset", "dev", cwd=birds)
     assert "100% tests passed, 0 tests failed out of 4" in tests, tests
     assert run(corvane, "check", birds / "build/birds", "--plugins") == ""
+
+    # The build links to the definitions: a slip is seen at once, at its place in the sources, and what goes there goes
+    # from the build. Catalogues of translations don't get lost in it.
+    definition = birds / "app/Services/Fledglings.xml"
+    good = definition.read_text()
+    definition.write_text(good.replace('Parent="Fledglings"', 'Parent="Fledgling"'))
+    found = run(corvane, "check", "build/birds", cwd=birds, code=1)
+    assert found.startswith("app/Services/Fledglings.xml:15:"), found
+    definition.rename(birds / "app/Services/Young.xml")
+    run("cmake", "--build", "--preset", "dev", cwd=birds)
+    assert sorted(path.name for path in (birds / "build/birds/Services").glob("*.xml")) == [
+        "Birds.xml", "Framework.xml", "Nests.xml", "Young.xml"]
+    (birds / "app/Services/Young.xml").write_text(good)
+    run(corvane, "translate", "build/birds", "--language", "de", cwd=birds)
+    assert (birds / "app/Services/translations/de.po").is_file()
+
+    # Who names the sources is told what to name instead.
+    for folder in (".", "app", "build/birds/Services"):
+        for command in (("check", folder), ("inspect", folder), ("run", folder), ("explain", folder, "File")):
+            if (folder, command[0]) != ("build/birds/Services", "inspect"):
+                assert '"build/birds"' in run(corvane, *command, cwd=birds, code=3), command
 
     # Packed, it is what the desktop's own validators accept, and its launcher finds it.
     packed = home / "packed"

@@ -1,0 +1,19 @@
+// The application folder that a command is given, and what to say to somebody who names another folder instead.
+#pragma once
+
+#include <string>
+
+namespace corvane::tool {
+
+// The folder without the separators at its end.
+[[nodiscard]] std::string PlainFolder(std::string sFolder);
+
+// What else will do: a folder that a build turns into an application folder, or one without definition files, when the
+// failure of its start is what is asked for.
+enum class Also { Nothing, Sources, Incomplete };
+
+// The folder as the first function gives it. Fails with 76 for what is no application folder, and says which one may be
+// meant.
+[[nodiscard]] std::string ApplicationFolder(const std::string& sFolder, Also eAlso = Also::Nothing);
+
+} // namespace corvane::tool
