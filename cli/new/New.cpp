@@ -55,9 +55,21 @@ bool IsIdentifier(const std::string& sName) {
 // "birds" as the name of a class.
 std::string ServiceName(std::string sName) {
     if (!IsIdentifier(sName))
-        Refuse("\"" + sName + "\" can't be the name of a service: write letters and digits, a letter first");
+        Refuse("\"" + sName +
+               "\" can't be the name of a service: write letters from A to Z and digits, a letter first");
     sName[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(sName[0])));
     return sName;
+}
+
+// A build has a target of the application's name, and a folder beside those of services and tests.
+void CheckName(const std::string& sName) {
+    if (!std::regex_match(sName, std::regex("[A-Za-z][A-Za-z0-9_-]*")))
+        Refuse("\"" + sName +
+               "\" can't be the name of an application: write letters from A to Z, digits, - and _, a letter first");
+    for (const char* sTaken : {"all", "clean", "CMakeFiles", "edit_cache", "help", "install", "package", "preinstall",
+                               "rebuild_cache", "services", "test", "Testing", "tests"})
+        if (EqualText(sName, sTaken))
+            Refuse("\"" + sName + "\" can't be the name of an application, as every build has something of that name");
 }
 
 // All or nothing: what stands in the way is found before anything is written.
@@ -98,7 +110,10 @@ private:
 class MenuBar {
 public:
     // Of an application that holds the shell's own titles and nothing else.
-    MenuBar() : m_setOrders{100, 200, 900}, m_setLetters{"f", "v", "w"} {}
+    MenuBar() : m_setOrders{100, 200, 900}, m_setLetters{"f", "v", "w"} {
+        m_setNames = {"framework"};
+        m_setTitles = {"file", "view", "window"};
+    }
 
     // Of one that exists.
     explicit MenuBar(const std::string& sApplication) {
@@ -111,6 +126,7 @@ public:
             const check::Entry& oEntry = *oPlacing.pEntry;
             if (!oEntry.IsTitle())
                 continue;
+            m_setTitles.insert(FoldText(oEntry.sKey));
             m_setOrders.insert(static_cast<int>(oEntry.fPositionOrder));
             if (const std::size_t i = oEntry.Caption().find_first_of("#&");
                 i != std::string_view::npos && oEntry.sPath.empty())
@@ -126,6 +142,9 @@ public:
     Tokens Take(const std::string& sName) {
         if (!m_setNames.insert(FoldText(sName)).second)
             Refuse("there is a service or explorer item \"" + sName + "\" already");
+        if (!m_setTitles.insert(FoldText(sName)).second)
+            Refuse("there is a menu \"" + sName + "\" already: give the service another name, as in --service My" +
+                   sName);
         int nOrder = 300;
         while (!m_setOrders.insert(nOrder).second)
             nOrder += 10;
@@ -141,7 +160,8 @@ public:
 private:
     std::set<int> m_setOrders;
     std::set<std::string> m_setLetters;
-    std::set<std::string> m_setNames; // folded
+    std::set<std::string> m_setNames; // folded, as the next
+    std::set<std::string> m_setTitles;
 };
 
 // The name of the application of a project, as its build names it.
@@ -164,8 +184,7 @@ std::vector<std::string> NewApplication(const std::string& sFolder, std::vector<
                                         const std::string& sVersion) {
     const fs::path oFolder = fs::absolute(sFolder).lexically_normal();
     const std::string sName = oFolder.has_filename() ? oFolder.filename() : oFolder.parent_path().filename();
-    if (!std::regex_match(sName, std::regex("[A-Za-z][A-Za-z0-9_-]*")))
-        Refuse("\"" + sName + "\" can't be the name of an application: write letters, digits, - and _, a letter first");
+    CheckName(sName);
     if (fs::exists(oFolder) && !fs::is_empty(oFolder))
         Refuse("\"" + sFolder + "\" is there already");
     if (aServices.empty()) {

@@ -11,7 +11,9 @@
 using namespace corvane;
 
 void @Name@Service::Start() {
-    Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate();
+    const auto oNavigation = Singleton::Framework()->NavigationManager();
+    oNavigation->SetCaption("Explorer");
+    oNavigation->ExplorerManager()->Populate();
     Singleton::Framework()->SetStatus("Ready");
 }
 
