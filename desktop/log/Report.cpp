@@ -63,7 +63,8 @@ QString ReportText(const ReportParts& oParts) {
     sText += "Left out: " + (oParts.aLeftOut.isEmpty() ? QString("nothing") : oParts.aLeftOut.join(", ")) + "\n";
     sText += "\nDefinitions\n" + FilesIn(oParts.sFolder + "/Services");
     sText += "\nPlug-ins\n" + FilesIn(oParts.sFolder + "/plugins");
-    sText += QString("\nLog, the latest %1 lines\n").arg(oParts.aLogLines.size());
+    const auto nLines = oParts.aLogLines.size();
+    sText += "\nLog, " + (nLines == 1 ? QString("the latest line") : QString("the latest %1 lines").arg(nLines)) + "\n";
     for (const QString& sLine : oParts.aLogLines)
         sText += "  " + sLine + "\n";
     return WithoutPerson(sText);

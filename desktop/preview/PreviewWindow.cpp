@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
 #include <QThread>
@@ -73,7 +74,7 @@ PreviewWindow::PreviewWindow(PreviewOptions oOptions)
     m_oRetry.setSingleShot(true);
     connect(&m_oRetry, &QTimer::timeout, this, &PreviewWindow::TryShow);
     connect(&m_oWatch, &FolderWatch::Changed, this, &PreviewWindow::Folder_Changed);
-    resize(1180, 900);
+    resize(QSize(1180, 900).boundedTo(screen()->availableSize()));
     m_oPlace.Restore();
     TakeOver();
 }

@@ -23,8 +23,9 @@ QString Text(std::string_view sText) {
     return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
 }
 
+// A file that is linked into the folder is told by its own folder and its name; the tool tip has the whole path.
 QString Beside(const QString& sPath, const QString& sFolder) {
-    return sPath.startsWith(sFolder + "/") ? sPath.mid(sFolder.size() + 1) : sPath;
+    return sPath.startsWith(sFolder + "/") ? sPath.mid(sFolder.size() + 1) : sPath.section('/', -2);
 }
 
 QString PlaceText(const check::Place& oPlace, const QString& sFolder) {

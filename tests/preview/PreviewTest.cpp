@@ -312,7 +312,7 @@ TEST_F(PreviewRoom, StandsWhereItStoodTheLastTime) {
     EXPECT_TRUE(m_oFolder.Read("corvane/App/session.json").isEmpty());
     m_oFolder.Write("corvane/App/preview.json", "[1]");
     Preview();
-    EXPECT_EQ(m_pPreview->size(), QSize(1180, 900));
+    EXPECT_EQ(m_pPreview->size(), QSize(1180, 900).boundedTo(m_pPreview->screen()->availableSize()));
 }
 
 TEST_F(PreviewRoom, ClosesWithTheApplicationAndTheApplicationWithIt) {
