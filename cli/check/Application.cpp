@@ -8,6 +8,8 @@
 #include "corvane/base/Text.h"
 
 #include <filesystem>
+#include <string_view>
+#include <unordered_map>
 
 namespace corvane::check {
 
@@ -48,6 +50,14 @@ std::string EditedPath(const std::string& sPath) {
     return oBelow.empty() || *oBelow.begin() == ".." ? oReal.string() : oBelow.string();
 }
 
+// A copy is one mistake, however many names stand there twice.
+void LeaveOutCopy(File& oFile, const File& oFirst, Report& oReport) {
+    oReport.Add(Rule::DuplicateName, oFile.At(oFile.pRoot->At("Name")), "the file is a copy of " + Quoted(oFirst.sName),
+                "remove one of both, or give all that it defines names of its own",
+                {{oFirst.At(oFirst.pRoot->At("Name")), "the first one"}});
+    oFile.bActive = false;
+}
+
 } // namespace
 
 void ReadApplication(Model& oModel, const std::string& sApplication, Report& oReport) {
@@ -58,6 +68,7 @@ void ReadApplication(Model& oModel, const std::string& sApplication, Report& oRe
     const Ref<IXmlService> oXml = New<XmlService>();
     const Ref<IXmlSchemaCache> oSchema = ReadSchema(oXml, *oFolder, oReport);
     const auto oFileSystem = New<FileSystem>();
+    std::unordered_map<std::string_view, const File*> mapTexts;
     for (const std::string& sPath : oFileSystem->Files(*oFolder)) {
         const std::string sName = oFileSystem->FileName(sPath);
         if (!EqualText(oFileSystem->Extension(sPath), "xml") || IsShutOut(sName, sApplication))
@@ -68,6 +79,9 @@ void ReadApplication(Model& oModel, const std::string& sApplication, Report& oRe
         pFile->sBytes = oFileSystem->ReadAll(sPath);
         ReadFile(*pFile, oXml, oSchema, oModel.oMemory, oReport);
         oModel.bComplete &= pFile->pRoot != nullptr;
+        if (pFile->bActive && !pFile->pRoot->Value("Name").empty())
+            if (const auto [it, bNew] = mapTexts.try_emplace(pFile->sBytes, pFile.get()); !bNew)
+                LeaveOutCopy(*pFile, *it->second, oReport);
         oModel.aFiles.push_back(std::move(pFile));
     }
 }

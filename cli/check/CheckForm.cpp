@@ -2,12 +2,11 @@
 
 #include "adapters/common/Encoding.h"
 #include "adapters/xml/XmlService.h"
+#include "cli/check/Malformed.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <libxml/parser.h>
-#include <memory>
 
 namespace corvane::check {
 
@@ -25,36 +24,6 @@ std::string Listed(std::span<const std::string_view> aWords) {
     for (std::size_t i = 0; i < aWords.size(); ++i)
         sList += (i == 0 ? "" : i + 1 == aWords.size() ? " or " : ", ") + Quoted(aWords[i]);
     return sList;
-}
-
-// The library's parser tells the line; where in it, libxml2 is asked again.
-Long ErrorColumn(std::string_view sBytes, Long lLine) {
-    constexpr std::size_t nLargest = 1 << 26; // beyond it, the line must do
-    if (sBytes.size() > nLargest)
-        return 0;
-    const std::string sText = DecodeWindows1252(sBytes);
-    const std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> oContext(xmlNewParserCtxt(), &xmlFreeParserCtxt);
-    if (!oContext)
-        return 0;
-    struct First {
-        Long lLine = 0;
-        Long lColumn = 0;
-    } oFirst;
-    oContext->_private = &oFirst;
-    oContext->sax->serror = [](void* pContext, xmlErrorPtr pError) {
-        auto& oTo = *static_cast<First*>(static_cast<xmlParserCtxtPtr>(pContext)->_private);
-        if (oTo.lLine == 0 && pError->level >= XML_ERR_ERROR)
-            oTo = {pError->line, pError->int2};
-    };
-    xmlFreeDoc(xmlCtxtReadMemory(oContext.get(), sText.data(), static_cast<int>(sText.size()), nullptr, "UTF-8",
-                                 XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_IGNORE_ENC));
-    return oFirst.lLine == lLine ? oFirst.lColumn : 0;
-}
-
-// Without the "line 7: " that a finding tells by its place.
-std::string WithoutLine(const std::string& sReason) {
-    const std::size_t iColon = sReason.find(": ");
-    return sReason.starts_with("line ") && iColon != std::string::npos ? sReason.substr(iColon + 2) : sReason;
 }
 
 // "&#xDC;ber" for the bytes of a UTF-8 text.
@@ -110,7 +79,15 @@ private:
         const std::vector<std::string> aNames = NamesOf(oFormat.aChildren);
         m_oReport.Add(Rule::UnknownElement, m_oFile.At(oElement.At()),
                       std::string(oParent.sName) + " has no element " + Quoted(oElement.sName),
-                      WriteInstead(aNames, oElement.sName, "remove it"));
+                      WriteInstead(aNames, oElement.sName, ElementCure(oFormat, oElement.sName)));
+    }
+
+    // An entry that stands beside its group is meant to stand in it.
+    static std::string ElementCure(const ElementFormat& oParent, std::string_view sName) {
+        for (const ElementFormat& oGroup : oParent.aChildren)
+            if (oGroup.Child(sName))
+                return "move it into " + Quoted(oGroup.sName);
+        return "remove it";
     }
 
     void CheckAttribute(const Element& oElement, const ElementFormat& oFormat, Attribute& oAttribute, bool bValues) {
@@ -259,9 +236,7 @@ void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCac
               std::pmr::memory_resource& oMemory, Report& oReport) {
     const Ref<IXmlDocument> oDocument = oXml->NewDocument();
     if (!oDocument->LoadXml(oFile.sBytes)) {
-        const XmlError oError = oDocument->ParseError();
-        oReport.Add(Rule::NotWellFormed, {oFile.sPath, {oError.lLine, ErrorColumn(oFile.sBytes, oError.lLine)}},
-                    WithoutLine(oError.sReason), "correct the XML there, or just before");
+        ReportMalformed(oFile, oDocument->ParseError(), oReport);
         return;
     }
     const Element* pRoot = ScanElements(oFile.sBytes, oDocument, oMemory);

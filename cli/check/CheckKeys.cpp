@@ -94,8 +94,8 @@ public:
         for (Provider* pProvider : m_oModel.MenuProviders())
             for (const Entry& oEntry : pProvider->aEntries)
                 AddShortcut(oEntry);
-        for (const auto& [sShortcut, aTools] : m_mapShortcuts)
-            CheckShortcut(sShortcut, aTools);
+        for (const auto& [sKeys, aTools] : m_mapShortcuts)
+            CheckShortcut(aTools);
     }
 
 private:
@@ -169,7 +169,7 @@ private:
         return it->second;
     }
 
-    void CheckShortcut(const std::string& sShortcut, const Tools& aTools) {
+    void CheckShortcut(const Tools& aTools) {
         for (std::size_t i = 1; i < aTools.size(); ++i)
             for (std::size_t j = 0; j < i; ++j) {
                 const auto& [sFirst, aFirst] = aTools[j];
@@ -177,8 +177,8 @@ private:
                 if (!MayMeet(aFirst, aSecond) || aFirst.front()->pAction == aSecond.front()->pAction)
                     continue;
                 m_oReport.Add(Rule::ShortcutClash, aSecond.front()->At("ShortCutKey"),
-                              aSecond.front()->Named() + " has the shortcut " + sShortcut + ", as has " +
-                                  aFirst.front()->Named(),
+                              aSecond.front()->Named() + " has the shortcut " +
+                                  std::string(aSecond.front()->ShortCutKey()) + ", as has " + aFirst.front()->Named(),
                               "choose another one", {{aFirst.front()->At("ShortCutKey"), "the other one"}});
                 break;
             }

@@ -1,8 +1,10 @@
+#include "adapters/common/Nearest.h"
 #include "cli/check/Checks.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace corvane::check {
 
@@ -148,7 +150,7 @@ private:
             CheckToolbarOrder(oBar);
         else if (!oBar.pTitle && !oBar.bOfHost && !EqualText(oBar.sName, "View.Toolbars"))
             ReportPlaceholder(oBar);
-        else if (oBar.pTitle && oBar.aSlots.empty() && !m_mapPaths.contains(oBar.sName) && m_oModel.bComplete)
+        else if (oBar.pTitle && oBar.aSlots.empty() && m_oModel.bComplete && !IsAskedFor(oBar.sName))
             m_oReport.Add(Rule::TitleWithoutEntries, oBar.pTitle->At("ActionItem"),
                           "nothing stands below " + oBar.pTitle->Named(),
                           "give an entry this Path, or remove the title");
@@ -165,6 +167,29 @@ private:
                               oEntry.IsButton() ? "remove one of both" : "give both one PositionOrder, or remove one",
                               {{oSeen.pEntry->At("PositionOrder"), "the first one"}});
         }
+    }
+
+    // Whether a Path is that of the title, or is meant to be: the mistake is the entry's then, and has a finding.
+    [[nodiscard]] bool IsAskedFor(std::string_view sTitle) {
+        if (m_mapPaths.contains(sTitle))
+            return true;
+        if (!m_bAskedRead)
+            ReadAsked();
+        return m_setAsked.contains(FoldText(sTitle));
+    }
+
+    void ReadAsked() {
+        m_bAskedRead = true;
+        const std::vector<std::string> aTitles = TitleKeys();
+        std::set<std::string> setTitles;
+        for (const std::string& sTitle : aTitles)
+            setTitles.insert(FoldText(sTitle));
+        for (const auto& pFile : m_oModel.aFiles)
+            if (pFile->bActive)
+                for (const Element& oElement : std::span(pFile->pRoot, 1 + pFile->pRoot->nBelow))
+                    if (std::string sPath = FoldText(oElement.Value("Path")); m_setAsked.insert(sPath).second)
+                        if (const auto oNearest = setTitles.contains(sPath) ? std::nullopt : Nearest(aTitles, sPath))
+                            m_setAsked.insert(FoldText(*oNearest));
     }
 
     // The entries of a path that no title has. Toolbars ask for "View" without naming it.
@@ -327,6 +352,8 @@ private:
     std::unordered_map<std::string, Command, TextHash, TextEqual> m_mapContextCommands;
     std::set<std::string> m_setPaths;                                          // folded, that have been reported
     std::unordered_map<std::string_view, int, TextHash, TextEqual> m_mapPaths; // how many entries have a path
+    std::set<std::string> m_setAsked; // all that is written as a Path, folded, and the titles next to it
+    bool m_bAskedRead = false;
 };
 
 } // namespace

@@ -42,7 +42,7 @@ void CheckStartServices(const Model& oModel, Report& oReport) {
         if (IsFramework(oService))
             oReport.Add(Rule::StartServiceFramework, oService.At("IsStartService"),
                         "the root object can't be the start service", "remove IsStartService here");
-        if (pStart)
+        if (pStart && !EqualText(pStart->sName, oService.sName)) // else the name is the mistake
             oReport.Add(Rule::SeveralStartServices, oService.At("IsStartService"),
                         "Start is called on " + oService.Named() + ", and not on " + pStart->Named(),
                         "let one file say IsStartService", {{pStart->At("IsStartService"), "the other one"}});

@@ -27,6 +27,10 @@ std::size_t CountOf(const Element& oParent, std::string_view sGroup, std::string
     return n;
 }
 
+bool IsVowel(char c) {
+    return std::string_view("aeiou").find(c) != std::string_view::npos;
+}
+
 // Nothing for a value that is missing or bad.
 std::optional<std::string_view> GoodValue(const Element& oElement, std::string_view sAttribute) {
     const Attribute* pAttribute = oElement.Find(sAttribute);
@@ -172,8 +176,9 @@ private:
         const auto PlaceOf = [&](const Named& o) { return o.pFile->At(o.pElement->At(sAttribute)); };
         if (!sName.empty())
             m_oReport.Add(Rule::DuplicateName, PlaceOf(oSecond),
-                          "there is a " + std::string(sKind) + " " + Quoted(sName) + " already", std::string(sCure),
-                          {{PlaceOf(oFirst), "the first one"}});
+                          (IsVowel(sKind.front()) ? "there is an " : "there is a ") + std::string(sKind) + " " +
+                              Quoted(sName) + " already",
+                          std::string(sCure), {{PlaceOf(oFirst), "the first one"}});
     }
 
     static std::string_view NameOf(const Action* pAction) { return pAction->sName; }

@@ -145,8 +145,27 @@ TEST(Rules, NameACauseAndNotItsConsequences) {
 <ExplorerItems><ExplorerItem Name="I" Type="Folder" Parent="Elsewhere" Image="folder.svg"/></ExplorerItems>)");
     EXPECT_EQ(oFolder.Check().size(), 3U) << oFolder.Text();
     oFolder.Write("Services/Base.xml", "<Service><Menus></Service>");
-    EXPECT_EQ(oFolder.Text().substr(0, 59), "Services/Base.xml:1:27: error: Opening and ending tag misma");
+    EXPECT_EQ(oFolder.Text().substr(0, 59), "Services/Base.xml:1:27: error: \"Menus\" of line 1 isn't clos");
     EXPECT_EQ(oFolder.Check().size(), 1U) << oFolder.Text();
+    // Nor is a title without an entry, whose entry has a mistake, or a slip in its Path.
+    for (const char* sEntry : {R"(Type="MenuIten" ActionItem="A" Path="Plot" PositionOrder="1")",
+                               R"(Type="MenuItem" ActionItem="A" Path="Plto" PositionOrder="1")"}) {
+        CheckedFolder oTitle;
+        oTitle.WriteExample(
+            R"(<ActionItems><ActionItem Name="Plot"/><ActionItem Name="A" Action="OnA"/></ActionItems>
+<Menus><MenuItem Type="MenuTitle" ActionItem="Plot" PositionOrder="300" Caption="#Plot"/><MenuItem )" +
+            std::string(sEntry) + "/></Menus>");
+        EXPECT_EQ(oTitle.Check().size(), 1U) << oTitle.Text();
+    }
+    // A file that is there twice is one mistake.
+    CheckedFolder oTwice;
+    for (const char* sName : {"Services/A.xml", "Services/B.xml"})
+        oTwice.Write(sName, R"(<Service Name="Two" ProgID="TwoSvc.Two" Active="True" IsStartService="True">
+<ActionItems><ActionItem Name="Two"/></ActionItems><Menus><MenuItem Type="MenuTitle" ActionItem="Two" PositionOrder="300"/>
+</Menus><Windows><Window Name="W" Type="Window" State="Normal"/></Windows></Service>)");
+    EXPECT_NE(oTwice.Text().find("Services/B.xml:1:16: error: the file is a copy of \"A.xml\""), std::string::npos)
+        << oTwice.Text();
+    EXPECT_EQ(oTwice.Text().find("already"), std::string::npos) << oTwice.Text();
     // What has no place has no tool either, and its shortcuts clash with nobody's.
     CheckedFolder oNowhere;
     oNowhere.WriteExample(
@@ -159,6 +178,40 @@ TEST(Rules, NameACauseAndNotItsConsequences) {
               "1E+09: write a smaller one [position-overflow]\n"
               "Services/Example.xml:3:68: error: the rank of the entry \"File.\" is too large with the order "
               "1E+09: write a smaller one [position-overflow]\n");
+}
+
+// The slips of whoever writes XML by hand, each where it is and with what to do about it.
+TEST(Rules, TellWhatIsntWellFormedInWordsOfTheirOwn) {
+    const std::vector<std::pair<std::string, std::string>> aSlips{
+        {"", ": error: the file is empty: write a Service element"},
+        {"\n<!-- later -->\n", ":3:1: error: the file has no element: write a Service element"},
+        {"Service", ":1:1: error: there is text in front of the first element: remove what"},
+        {"\xEF\xBB\xBF<Service/>", ":1:1: error: the file begins with the byte order mark of UTF-8"},
+        {std::string("\xFF\xFE<\0S\0", 6), ":1:1: error: the file is UTF-16, and is read as Windows-1252: save it"},
+        {"<Service>\n<Menus>\n</Service>", ":3:11: error: \"Menus\" of line 2 isn't closed before \"</Service>\""},
+        {"<Service>\n</Servize>", ":2:11: error: \"</Servize>\" is to close \"Service\" of line 1: write one name"},
+        {"<Service>\n",
+         ":2:1: error: the file ends before \"Service\" of line 1 is closed: end it with \"</Service>\""},
+        {"<Service/>\n<Service/>", ":2:1: error: there is something behind the end of the root element"},
+        {"<Service\n Name='a\n b/>\n<Menus/>", ":2:8: error: the value that begins here goes on up to a \"<\": end it"},
+        {"<Service Name='a & b'/>", ": error: \"&\" begins a reference: write &amp;"},
+        {"<Service Name='a &b c'/>", ": error: \"&\" begins a reference: write &amp;"},
+        {"<Service Name='&uuml;'/>", ": error: Entity 'uuml' not defined: write the character's number"},
+        {"<Service> < </Service>", ": error: \"<\" begins an element, and no name follows: write &lt;"},
+        {"<Service Name='a' Name='b'/>", ": error: the attribute \"Name\" stands there twice: remove one"},
+        {"<Service Name/>", ": error: the attribute \"Name\" has no value: write Name=\"...\""},
+        {"<Service Name=a/>", ": error: a value isn't in quotation marks: write it"},
+        {"<Service Name='a'Active='1'/>", ": error: there is no blank between two attributes: write one"},
+        {"<Service Name='a' <Menus/>", ":1:19: error: what stands here begins no attribute: remove it, or end"},
+        {"<Service><!-- a -- b --></Service>", ": error: there is \"--\" in a comment: write one hyphen"},
+        {"<Service><!-- a </Service>", ": error: a comment isn't closed: end it with"},
+        {" <?xml version='1.0'?><Service/>", ": error: the XML declaration doesn't stand at the very beginning"},
+    };
+    for (const auto& [sBytes, sExpected] : aSlips) {
+        const std::string sText = CheckedFolder().Write("Services/Slip.xml", sBytes).Text();
+        EXPECT_NE(sText.find(sExpected), std::string::npos) << sBytes << "\n" << sText;
+        EXPECT_EQ(std::count(sText.begin(), sText.end(), '\n'), 1) << sText;
+    }
 }
 
 } // namespace corvane::testing
