@@ -24,12 +24,19 @@ std::string ContextBar(const Provider& oItem) {
     return "Context." + oItem.sName;
 }
 
+constexpr std::string_view sToolbarPrefix = "Toolbars.";
+
+// "Standard" of "Toolbars.Standard".
+std::string_view ToolbarOf(std::string_view sBar) {
+    return sBar.substr(sToolbarPrefix.size());
+}
+
 // "File", "Toolbars.Standard": how a bar is spoken of.
 std::string BarText(const std::string& sName) {
     if (sName == "Main")
         return "the menu bar";
-    if (sName.starts_with("Toolbars."))
-        return "the toolbar " + Quoted(std::string_view(sName).substr(9));
+    if (sName.starts_with(sToolbarPrefix))
+        return "the toolbar " + Quoted(ToolbarOf(sName));
     return "the menu " + Quoted(sName);
 }
 
@@ -45,16 +52,17 @@ public:
             ExplainContextMenu(*pProvider);
         }
         for (const auto& [sName, oBar] : m_oPlan.Bars())
-            if (Is(oBar.sName))
+            if (Is(oBar.sName) || (oBar.sName.starts_with(sToolbarPrefix) && Is(ToolbarOf(oBar.sName))))
                 ExplainBar(oBar);
         for (const Window& oWindow : m_oModel.aWindows)
-            if (Is(oWindow.sName))
+            if (Is(oWindow.sName) || std::any_of(oWindow.aPages.begin(), oWindow.aPages.end(),
+                                                 [&](const Provider* pPage) { return Is(pPage->sProgID); }))
                 ExplainWindow(oWindow);
         for (Provider& oItem : m_oModel.aItems)
-            if (Is(oItem.sName))
+            if (Is(oItem.sName) || Is(oItem.sProgID))
                 ExplainItem(oItem);
         for (Provider& oService : m_oModel.aServices)
-            if (Is(oService.sName))
+            if (Is(oService.sName) || Is(oService.sProgID))
                 ExplainService(oService);
         if (m_sText.empty())
             ExplainAction();
@@ -156,7 +164,7 @@ private:
             sText += ", behind " + Quoted(aSlots[nPlace - 1].pTool->sName);
         if (nPlace + 1 < aSlots.size())
             sText += (nPlace > 0 ? " and before " : ", before ") + Quoted(aSlots[nPlace + 1].pTool->sName);
-        if (!oPlacing.pBar->pTitle && !oPlacing.pBar->bOfHost && !oPlacing.pBar->sName.starts_with("Toolbars."))
+        if (!oPlacing.pBar->pTitle && !oPlacing.pBar->bOfHost && !oPlacing.pBar->sName.starts_with(sToolbarPrefix))
             sText += "; the menu is a hidden placeholder, as nobody defines its title";
         Field("stands", sText);
         for (const Entry* pOther : it->aEntries.All())
@@ -215,7 +223,7 @@ private:
             Field("defined", "by the host");
         else if (oBar.pFirstAsked)
             Field("made", "for " + oBar.pFirstAsked->Named() + ", " + PlaceText(oBar.pFirstAsked->At("Path")) +
-                              (oBar.sName.starts_with("Toolbars.") ? "" : "; nobody defines its title"));
+                              (oBar.sName.starts_with(sToolbarPrefix) ? "" : "; nobody defines its title"));
         std::size_t nPlace = 0;
         for (const Slot& oSlot : oBar.aSlots) {
             ++nPlace;

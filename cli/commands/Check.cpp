@@ -54,11 +54,12 @@ int Check(const Arguments& oArguments) {
         std::cout << check::AsSarif(aFindings, CORVANE_VERSION);
     else
         std::cout << check::AsText(aFindings, IsColoured(STDOUT_FILENO));
-    if (aFindings.empty())
-        return Exit::Clean;
     std::cout.flush();
-    std::cerr << check::CountText(aFindings) << "\n";
-    return Exit::Findings;
+    if (!aFindings.empty())
+        std::cerr << check::CountText(aFindings) << "\n";
+    else if (!oArguments.bJson && !oArguments.bSarif)
+        std::cerr << "no problems found\n";
+    return aFindings.empty() ? Exit::Clean : Exit::Findings;
 }
 
 } // namespace

@@ -34,8 +34,9 @@ void AddExplain(CLI::App& oApp, Run& fnRun) {
     auto* pExplain = oApp.add_subcommand("explain", "Says where an entry, bar, window or explorer item comes from");
     pExplain->add_option("APP", pArguments->sApplication, "The application folder")->required();
     pExplain
-        ->add_option("ITEM", pArguments->sItem,
-                     "A key such as File.Open, or the name of a tool, action, bar, window, explorer item or service")
+        ->add_option(
+            "ITEM", pArguments->sItem,
+            "A key such as File.Open, or the name of a tool, action, bar, window, explorer item, service or class")
         ->required();
     pExplain->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Explain(*pArguments); }; });
 }

@@ -40,6 +40,8 @@ int Inspect(const Arguments& oArguments) {
     }
     std::cout << (oArguments.bJson ? JsonDocument(oHost, oOptions) : TextDocument(oHost, oOptions));
     std::cout.flush();
+    for (const std::string& sMissed : oHost.Recorded().aMissed)
+        std::cerr << sMissed << "\n";
     for (const std::string& sUnmet : oHost.Recorded().aUnmet)
         std::cerr << sUnmet << "\n";
     return oHost.Recorded().aUnmet.empty() ? Exit::Clean : Exit::Findings;

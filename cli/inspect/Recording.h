@@ -37,6 +37,7 @@ public:
     std::vector<RecordedCall> aCalls;
     std::vector<RecordedMessage> aMessages;
     std::vector<std::string> aPopups; // names of the bands that were shown
+    std::vector<std::string> aMissed; // steps that were about nothing that is there, likewise
     std::vector<std::string> aUnmet;  // expectations that weren't met, with file and line
     Event<const RecordedCall&> CallAdded;
 

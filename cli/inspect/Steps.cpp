@@ -1,5 +1,6 @@
 #include "cli/inspect/Steps.h"
 
+#include "adapters/common/Nearest.h"
 #include "cli/inspect/Expectation.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -164,6 +165,7 @@ void Resize(const ModelHost& oHost, const std::string& sRest) {
 struct Verb {
     int nFields; // that it needs
     std::function<void(ModelHost&, const std::string&)> fnAct;
+    const char* sFields = ""; // as somebody is told who has left one out
 };
 
 const std::map<std::string, Verb, std::less<>>& Verbs() {
@@ -173,9 +175,9 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"refresh", {0, [](ModelHost&, const std::string&) { Explorer()->Refresh(); }}},
         {"show", {0, [](ModelHost&, const std::string&) { Explorer()->Show(); }}},
         {"hide", {0, [](ModelHost&, const std::string&) { Explorer()->Hide(); }}},
-        {"click", {1, Click}},
-        {"node", {2, ClickNode}},
-        {"select", {1, SelectNode}},
+        {"click", {1, Click, "TOOL"}},
+        {"node", {2, ClickNode, "TAB KEY"}},
+        {"select", {1, SelectNode, "TAB KEY"}},
         {"treeclick",
          {0,
           [](ModelHost& oHost, const std::string&) {
@@ -194,20 +196,53 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
               if (const auto tvw = oHost.ActiveTree())
                   tvw->MouseUp.Raise(MouseButton::RightButton, ShiftState::NoShift, 0, 0);
           }}},
-        {"tab", {1, ChangeTab}},
+        {"tab", {1, ChangeTab, "N"}},
         {"rename", {0, Rename}},
-        {"closeband", {1, CloseBand}},
-        {"open", {1, [](ModelHost&, const std::string& sRest) { OpenWindow(sRest); }}},
-        {"resize", {2, Resize}},
-        {"activate", {1, ActivateWindow}},
-        {"close", {1, CloseWindow}},
-        {"page", {2, ShowPage}},
-        {"command", {2, ClickCommand}},
-        {"contextmenu", {2, AskForMenu}},
-        {"expect", {2, [](ModelHost&, const std::string&) {}}}, // Take looks at it
+        {"closeband", {1, CloseBand, "NAME"}},
+        {"open", {1, [](ModelHost&, const std::string& sRest) { OpenWindow(sRest); }, "WINDOW"}},
+        {"resize", {2, Resize, "WIDTH HEIGHT"}},
+        {"activate", {1, ActivateWindow, "KEY"}},
+        {"close", {1, CloseWindow, "KEY"}},
+        {"page", {2, ShowPage, "KEY INDEX"}},
+        {"command", {2, ClickCommand, "KEY COMMAND"}},
+        {"contextmenu", {2, AskForMenu, "TAB KEY"}},
+        {"expect", {2, [](ModelHost&, const std::string&) {}, "PATH VALUE"}}, // Take looks at it
         {"exit", {0, [](ModelHost& oHost, const std::string&) { oHost.Exit(); }}},
     };
     return mapVerbs;
+}
+
+std::vector<std::string> VerbNames() {
+    std::vector<std::string> aNames;
+    for (const auto& [sName, oVerb] : Verbs())
+        aNames.push_back(sName);
+    return aNames;
+}
+
+std::string DidYouMean(const std::vector<std::string>& aNames, const std::string& sWritten) {
+    const auto oNearest = Nearest(aNames, sWritten);
+    return oNearest ? "; did you mean \"" + *oNearest + "\"?" : std::string();
+}
+
+// What a step is about that isn't there, so that nothing happens; empty when it is.
+std::string Missing(const ModelHost& oHost, const Step& oStep) {
+    if (oStep.sVerb == "click") {
+        if (oHost.Bar()->Tools()->Find(oStep.sRest))
+            return {};
+        std::vector<std::string> aNames;
+        for (const auto& oTool : oHost.Bar()->Tools()->All())
+            aNames.push_back(oTool->Name());
+        return "there is no tool \"" + oStep.sRest + "\"" + DidYouMean(aNames, oStep.sRest);
+    }
+    if (oStep.sVerb != "node" && oStep.sVerb != "contextmenu")
+        return {};
+    const auto [sTab, sKey] = Split(oStep.sRest);
+    const Ref<TreeView> tvw = TreeOf(oHost, sTab);
+    if (!tvw)
+        return "there is no tab " + sTab;
+    if (!tvw->GetNodes()->Find(sKey))
+        return "there is no node \"" + sKey + "\" in the tree of tab " + sTab;
+    return tvw->Container() == oHost.Tabs()->Tab() ? std::string() : "the tab " + sTab + " isn't the current one";
 }
 
 } // namespace
@@ -226,12 +261,15 @@ std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile) {
         const auto it = Verbs().find(sVerb);
         const std::string sWhere = sFile + ":" + std::to_string(nLine) + ": ";
         if (it == Verbs().end())
-            Fail(FailureNumber::InvalidProcedureCall, sWhere + "there is no step \"" + sVerb + "\"");
+            Fail(FailureNumber::InvalidProcedureCall,
+                 sWhere + "there is no step \"" + sVerb + "\"" + DidYouMean(VerbNames(), sVerb));
         // The last field may be empty behind its blank.
         const bool bComplete = it->second.nFields == 0 || (it->second.nFields == 1 && sLine.size() > sVerb.size()) ||
                                (it->second.nFields == 2 && sRest.find(' ') != std::string::npos);
         if (!bComplete)
-            Fail(FailureNumber::InvalidProcedureCall, sWhere + "the step \"" + sVerb + "\" lacks a field");
+            Fail(FailureNumber::InvalidProcedureCall, sWhere + "the step \"" + sVerb +
+                                                          "\" lacks a field: write it as in \"" + sVerb + " " +
+                                                          it->second.sFields + "\"");
         aSteps.push_back({std::move(sVerb), std::move(sRest), nLine, sFile, nIndent > 0});
     }
     return aSteps;
@@ -244,6 +282,9 @@ void Take(ModelHost& oHost, const Step& oStep) {
         return;
     }
     const auto& oVerb = Verbs().at(oStep.sVerb);
+    if (!oStep.sFile.empty())
+        if (const std::string sMissing = Missing(oHost, oStep); !sMissing.empty())
+            oHost.Recorded().aMissed.push_back(oStep.sFile + ":" + std::to_string(oStep.nLine) + ": note: " + sMissing);
     oHost.Do([&] { oVerb.fnAct(oHost, oStep.sRest); });
 }
 

@@ -57,6 +57,9 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "  rank        100090000 = 100 x 1000000 + 900 x 100; 100 is the order of the title \"File\", Base.xml:10:65\n"
         "  stands      nowhere, as the entry \"File.Exit\" has its rank, Base.xml:13:76; corvane check says more\n"
         "  shown       from the start\n");
+    // A toolbar is called what people see.
+    EXPECT_EQ(TextOf(oFolder, "standard"), TextOf(oFolder, "Toolbars.Standard"));
+    EXPECT_EQ(TextOf(oFolder, "standard").substr(0, 19), "toolbar \"Standard\"\n");
     EXPECT_EQ(TextOf(oFolder, "Tools"),
               "menu \"Tools\"\n"
               "  made        for the entry \"Tools.C\", Example.xml:7:55; nobody defines its title\n"

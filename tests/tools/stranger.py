@@ -91,6 +91,19 @@ with tempfile.TemporaryDirectory() as temporary:
     assert (catalog.parent / names["urn:corvane:service-definition"]).is_file()
     assert 'href="urn:corvane:service-definition"' in (birds / "app/Services/Birds.xml").read_text()
 
+    # A step about nothing that is there is pointed out, and what is mistyped named.
+    steps = home / "steps.txt"
+    steps.write_text("click Nests.NewNest\nnode 0 Nowhere\n")
+    done = subprocess.run([corvane, "inspect", birds / "build/birds", "--steps", steps], capture_output=True, text=True)
+    assert done.returncode == 0, done.stderr
+    assert done.stderr.splitlines() == [
+        f'{steps}:1: note: there is no tool "Nests.NewNest"; did you mean "Nests.NewNests"?',
+        f'{steps}:2: note: there is no node "Nowhere" in the tree of tab 0'], done.stderr
+    steps.write_text("clik File.Exit\n")
+    assert 'did you mean "click"?' in run(corvane, "inspect", birds / "build/birds", "--steps", steps, code=3)
+    done = subprocess.run([corvane, "chek"], capture_output=True, text=True)
+    assert done.returncode == 2 and 'did you mean "check"?' in done.stderr, done.stderr
+
     # The completion offers what the tool knows.
     completion = prefix / "share/bash-completion/completions/corvane"
     offered = run("bash", "-c", f'. {completion}; COMP_WORDS=({corvane} ch); COMP_CWORD=1; _corvane; echo "${{COMPREPLY[*]}}"')
