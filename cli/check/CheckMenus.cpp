@@ -146,6 +146,8 @@ private:
 
     void CheckBar(const Bar& oBar) {
         const bool bToolbar = oBar.sName.starts_with(sToolbarPrefix);
+        if (!bToolbar && oBar.pTitle)
+            CheckSubmenuOrder(oBar);
         if (bToolbar)
             CheckToolbarOrder(oBar);
         else if (!oBar.pTitle && !oBar.bOfHost && !EqualText(oBar.sName, "View.Toolbars"))
@@ -226,6 +228,26 @@ private:
                 return;
             }
             pBefore = pEntry;
+        }
+    }
+
+    // A title is placed no later than the first thing below it, whose rank comes from the title's order alone.
+    void CheckSubmenuOrder(const Bar& oBar) {
+        const Placing* pLowest = nullptr; // of what stands further down
+        for (auto it = oBar.aSlots.rbegin(); it != oBar.aSlots.rend(); ++it) {
+            const Placing* pPlacing = it->aEntries.empty() ? nullptr : m_oPlan.PlacingOf(*it->aEntries.front());
+            if (!pPlacing || !pPlacing->oRank || pPlacing->pOwner)
+                continue;
+            const Entry& oEntry = *pPlacing->pEntry;
+            if (pLowest && oEntry.IsTitle() && *pLowest->oRank < *pPlacing->oRank)
+                m_oReport.Add(Rule::SubmenuOrder, oEntry.At("PositionOrder"),
+                              oEntry.Named() + " stands in front of " + pLowest->pEntry->Named() + ", as its order, " +
+                                  OrderText(oEntry) + ", isn't above " + OrderText(*oBar.pTitle) + ", the order of " +
+                                  oBar.pTitle->Named(),
+                              "write a higher one, and for what is to stand behind it, too",
+                              {{pLowest->pEntry->At("PositionOrder"), "what stands behind it"}});
+            if (!pLowest || *pPlacing->oRank < *pLowest->oRank)
+                pLowest = pPlacing;
         }
     }
 

@@ -1,3 +1,4 @@
+#include "adapters/common/Nearest.h"
 #include "adapters/common/Paths.h"
 #include "adapters/plugins/PluginFactory.h"
 #include "cli/check/Checks.h"
@@ -30,11 +31,14 @@ public:
         const auto it = std::find_if(oLibrary.aClasses.begin(), oLibrary.aClasses.end(),
                                      [&](const auto& o) { return EqualText(o.sProgID, oProvider.sProgID); });
         if (it == oLibrary.aClasses.end()) {
+            // What stands before the point would make all names alike.
             std::vector<std::string> aNames;
             for (const auto& oClass : oLibrary.aClasses)
-                aNames.push_back(oClass.sProgID);
+                aNames.push_back(oClass.sProgID.substr(iPoint + 1));
+            const auto oNearest = Nearest(aNames, std::string_view(oProvider.sProgID).substr(iPoint + 1));
             m_oReport.Add(Rule::UnknownClass, oPlace, "the plug-in has no class " + Quoted(oProvider.sProgID),
-                          WriteInstead(aNames, oProvider.sProgID, "add it to CORVANE_PLUGIN"));
+                          oNearest ? "write " + Quoted(oProvider.sProgID.substr(0, iPoint + 1) + *oNearest)
+                                   : "add it to CORVANE_PLUGIN");
             return;
         }
         CheckMembers(oProvider, *it);

@@ -213,6 +213,20 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="90"/>
 <MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="91"/></Menus>)"},
+    {Rule::SubmenuOrder, "submenu-order", Severity::Warning, "A submenu stands in front of what has a lower order.",
+     "What stands in a submenu is placed by the order of its title alone. When that is below the order of the title "
+     "above, "
+     "the submenu is made first of all, whatever else stands in the menu. Give it a higher order than the title above "
+     "has, "
+     "and likewise what is to stand behind it.",
+     R"(<ActionItems><ActionItem Name="More"/><ActionItem Name="A" Action="OnA"/><ActionItem Name="B" Action="OnB"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10"/>
+<MenuItem Type="MenuTitle" ActionItem="More" Path="File" PositionOrder="20"/>
+<MenuItem Type="MenuItem" ActionItem="B" Path="File.More" PositionOrder="10"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="More"/><ActionItem Name="A" Action="OnA"/><ActionItem Name="B" Action="OnB"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10"/>
+<MenuItem Type="MenuTitle" ActionItem="More" Path="File" PositionOrder="120"/>
+<MenuItem Type="MenuItem" ActionItem="B" Path="File.More" PositionOrder="10"/></Menus>)"},
     {Rule::ShortcutUnreadable, "shortcut-unreadable", Severity::Warning, "A ShortCutKey that can't be read.",
      "It has no effect. Write names joined by +: Control, Shift, Alt, Meta, then one key.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>

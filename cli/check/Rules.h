@@ -37,6 +37,7 @@ enum class Rule {
     EntryWithoutProcedure,
     PositionOverflow,
     ToolbarOrder,
+    SubmenuOrder,
     ShortcutUnreadable,
     ShortcutClash,
     MnemonicClash,

@@ -97,6 +97,13 @@ TEST(Rules, OfTheFolder) {
     EXPECT_EQ(oHelp.Text(),
               "Services/Help.xml:2:8: error: the MenuItem of the action \"About\" has no Caption: add one "
               "[help-without-about]\n");
+    // Classes of one plug-in are no likelier for what stands before the point.
+    CheckedFolder oClass;
+    oClass.AddPlugins().Write("Services/New.xml",
+                              R"(<Service Name="New" ProgID="ExampleSvc.FirstService" Active="1"/>)");
+    EXPECT_EQ(oClass.Text(true),
+              "Services/New.xml:1:29: error: the plug-in has no class \"ExampleSvc.FirstService\": add "
+              "it to CORVANE_PLUGIN [unknown-class]\n");
     // And whether it counts at all.
     CheckedFolder oNoClass;
     oNoClass.Write("Services/None.xml", R"(<Service Name="None" Active="maybe"/>)");
