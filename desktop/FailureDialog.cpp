@@ -16,6 +16,7 @@
 #include <QStyle>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace corvane::desktop {
 
@@ -91,6 +92,13 @@ void FailureDialog::AddFindings(QVBoxLayout& oLayout, const QString& sServicesFo
     auto* pList = new ProblemList;
     pList->setFrameShape(QFrame::StyledPanel);
     pList->Show(m_aFindings, sServicesFolder);
+    // Warnings in front of it aren't why the file is left out.
+    const auto itError = std::find_if(m_aFindings.begin(), m_aFindings.end(), [](const check::Finding& oFinding) {
+        return check::TextOf(oFinding.eRule).eSeverity == check::Severity::Error;
+    });
+    if (itError != m_aFindings.end())
+        pList->setCurrentItem(pList->topLevelItem(static_cast<int>(itError - m_aFindings.begin())), 0,
+                              QItemSelectionModel::NoUpdate); // chosen lines alone would be copied
     auto* pLabel = new QLabel(tr("All &problems of this file:"));
     pLabel->setBuddy(pList);
     oLayout.addWidget(pLabel);

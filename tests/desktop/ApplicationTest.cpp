@@ -119,11 +119,12 @@ TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
 // The library stops at the first mistake; whoever mends the file wants to know of all.
 TEST_F(ApplicationTest, FailureOfAFileIsShownWithAllThatIsWrongInIt) {
     Write("broken.xml",
-          R"(<Service Name="B" ProgID="B.B" Active="True"><ActionItems><ActionItem Name="A"/></ActionItems>
+          R"(<Service Name="Bü" ProgID="B.B" Active="True"><ActionItems><ActionItem Name="A"/></ActionItems>
 <Menus><MenuItem Type="MenuItme" ActionItem="A" Path="View" PositionOrder="1"/>
 <MenuItem Type="MenuItem" ActionItem="Aa" Path="View" PositionOrder="2"/></Menus></Service>)");
     Application oApplication({App(), true});
     QStringList aLines;
+    QString sCurrent;
     QString sCopied;
     QTimer::singleShot(0, [&] {
         auto* pDialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget());
@@ -131,6 +132,7 @@ TEST_F(ApplicationTest, FailureOfAFileIsShownWithAllThatIsWrongInIt) {
         auto* pList = pDialog->findChild<ProblemList*>();
         for (int i = 0; pList && i < pList->Count(); ++i)
             aLines.append(pList->topLevelItem(i)->text(0) + " " + pList->topLevelItem(i)->text(3));
+        sCurrent = pList && pList->currentItem() ? pList->currentItem()->text(3) : QString();
         for (auto* pButton : pDialog->findChildren<QPushButton*>())
             if (pButton->text() == "&Copy")
                 pButton->click();
@@ -140,6 +142,8 @@ TEST_F(ApplicationTest, FailureOfAFileIsShownWithAllThatIsWrongInIt) {
     EXPECT_TRUE(oApplication.Start());
     EXPECT_TRUE(aLines.contains("broken.xml:2:24 bad-word")) << aLines.join("\n").toStdString();
     EXPECT_TRUE(aLines.contains("broken.xml:3:39 unknown-action")) << aLines.join("\n").toStdString();
+    EXPECT_TRUE(aLines.first().endsWith("utf8-bytes")) << aLines.first().toStdString();
+    EXPECT_EQ(sCurrent.toStdString(), "missing-plugin") << "an error, though a warning stands in front of it";
     EXPECT_TRUE(sCopied.contains("[unknown-action]")) << sCopied.toStdString();
 
     EXPECT_TRUE(FindingsIn("gone.xml", Services()).empty());

@@ -11,9 +11,7 @@
 using namespace corvane;
 
 void @Name@Service::Start() {
-    const auto oNavigation = Singleton::Framework()->NavigationManager();
-    oNavigation->SetCaption("Explorer");
-    oNavigation->ExplorerManager()->Populate();
+    Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate();
     Singleton::Framework()->SetStatus("Ready");
 }
 
