@@ -210,7 +210,15 @@ private:
         m_oReport.Add(Rule::PathWithoutTitle, oEntry.At("Path"),
                       "nobody defines the title " + Quoted(oBar.sName) + ", so " + oEntry.Named() + sOthers +
                           (nOthers == 0 ? " stays" : " stay") + " out of sight",
-                      WriteInstead(TitleKeys(), oBar.sName, "define the title in one of the services"));
+                      WriteInstead(TitleKeys(), oBar.sName, PathCure(oBar.sName)));
+    }
+
+    static std::string PathCure(std::string sPath) {
+        if (sPath.find_first_of("/\\>") == std::string::npos)
+            return "define the title in one of the services";
+        std::replace_if(
+            sPath.begin(), sPath.end(), [](char c) { return c == '/' || c == '\\' || c == '>'; }, '.');
+        return "write its parts with points between them, as in " + Quoted(sPath);
     }
 
     void CheckToolbarOrder(const Bar& oBar) {

@@ -164,6 +164,10 @@ TEST(Rules, NameACauseAndNotItsConsequences) {
             std::string(sEntry) + "/></Menus>");
         EXPECT_EQ(oTitle.Check().size(), 1U) << oTitle.Text();
     }
+    CheckedFolder oSlash;
+    oSlash.WriteExample(R"(<ActionItems><ActionItem Name="A" Action="OnA"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File/Export" PositionOrder="1"/></Menus>)");
+    EXPECT_NE(oSlash.Text().find("as in \"File.Export\" [path-without-title]"), std::string::npos) << oSlash.Text();
     // A file that is there twice is one mistake.
     CheckedFolder oTwice;
     for (const char* sName : {"Services/A.xml", "Services/B.xml"})

@@ -101,6 +101,10 @@ with tempfile.TemporaryDirectory() as temporary:
         f'{steps}:2: note: there is no node "Nowhere" in the tree of tab 0'], done.stderr
     steps.write_text("clik File.Exit\n")
     assert 'did you mean "click"?' in run(corvane, "inspect", birds / "build/birds", "--steps", steps, code=3)
+    # What is expected counts, too, where the application doesn't come up at all.
+    (home / "nothing").mkdir()
+    steps.write_text("click File.Exit\nexpect failure null\n")
+    assert "76" in run(corvane, "inspect", "nothing", "--steps", steps, cwd=home, code=1)
     done = subprocess.run([corvane, "chek"], capture_output=True, text=True)
     assert done.returncode == 2 and 'did you mean "check"?' in done.stderr, done.stderr
 
