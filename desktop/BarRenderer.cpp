@@ -256,11 +256,14 @@ void BarRenderer::ShowStatusBar() {
         return;
     if (const Ref<Tool> oStatus = oBand->Tools()->Find("Status")) {
         const QString sText = QString::fromStdString(oStatus->Caption());
-        if (m_pStatus->text() != sText)
+        const bool bShown = oStatus->Visible() && m_oActiveBar->StatusTextShown();
+        // What is shown while the bar describes the command under the pointer would lie over that; news come first.
+        if (m_pStatus->text() != sText || std::exchange(m_bStatusShown, bShown) != bShown) {
+            m_pWindow->statusBar()->clearMessage();
             m_pStatus->setText(sText);
-        if (m_pStatus->toolTip() != sText)
             m_pStatus->setToolTip(sText);
-        m_pStatus->setVisible(oStatus->Visible() && m_oActiveBar->StatusTextShown());
+            m_pStatus->setVisible(bShown);
+        }
     }
     const Ref<Tool> oProgress = oBand->Tools()->Find("ctlProgressBar");
     const bool bProgress = oProgress && oProgress->Visible() && oProgress->HWnd() != 0;
@@ -268,8 +271,10 @@ void BarRenderer::ShowStatusBar() {
         m_pProgress = m_fnMakeProgress();
         m_pWindow->statusBar()->addWidget(m_pProgress, 2);
     }
-    if (m_pProgress)
+    if (m_pProgress && m_pProgress->isHidden() == bProgress) {
+        m_pWindow->statusBar()->clearMessage();
         m_pProgress->setVisible(bProgress);
+    }
 }
 
 QMenu* BarRenderer::NewPopup(const Ref<Band>& oBand) {

@@ -79,6 +79,7 @@ private:
     MenuBar* m_pMenuBar;
     const BarChanges* m_pChanges = &BarChanges::None();
     QLabel* m_pStatus;
+    bool m_bStatusShown = true;
     std::function<QWidget*()> m_fnMakeProgress;
     QWidget* m_pProgress = nullptr;
     struct ShownToolbar {

@@ -479,9 +479,17 @@ TEST_F(BarRendererTest, DescriptionIsShownWhileAnEntryIsUnderThePointer) {
     QStatusTipEvent oTip("Opens a file");
     QApplication::sendEvent(&m_oWindow, &oTip);
     EXPECT_EQ(m_oWindow.statusBar()->currentMessage(), "Opens a file");
+    // News take its place; the two would lie over one another.
+    m_oBar->Bands()->Item("StatusBar")->Tools()->Item("Status")->SetCaption("Opened");
+    m_pRenderer->Flush();
+    EXPECT_EQ(m_oWindow.statusBar()->currentMessage(), "");
+    QApplication::sendEvent(&m_oWindow, &oTip);
+    m_pRenderer->Flush();
+    EXPECT_FALSE(m_oWindow.statusBar()->findChild<QLabel*>()->isVisible());
     QStatusTipEvent oNoTip("");
     QApplication::sendEvent(&m_oWindow, &oNoTip);
     EXPECT_EQ(m_oWindow.statusBar()->currentMessage(), "");
+    EXPECT_TRUE(m_oWindow.statusBar()->findChild<QLabel*>()->isVisible());
 }
 
 struct KeyCase {
