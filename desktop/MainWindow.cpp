@@ -109,6 +109,7 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
     m_pArea->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     m_pArea->installEventFilter(this);
     connect(m_pArea, &QMdiArea::subWindowActivated, m_pArea->viewport(), qOverload<>(&QWidget::update));
+    connect(m_pArea, &QMdiArea::subWindowActivated, this, &MainWindow::FillTab);
     m_pBars =
         new BarRenderer(m_oActiveBar, this, [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
     m_pBars->Menus().SetWindows([this] { return OpenWindows(); });
@@ -296,6 +297,12 @@ void MainWindow::SetTabbedWindows(bool bTabbed) {
         oForm->PlaceAgain(oPlace, FormState::Normal);
     if (!bTabbed && pActive)
         m_pArea->setActiveSubWindow(pActive);
+}
+
+// The area leaves the window free that comes up when the one in front closes.
+void MainWindow::FillTab(QMdiSubWindow* pWindow) {
+    if (pWindow && HasTabbedWindows() && !pWindow->isMaximized())
+        pWindow->showMaximized();
 }
 
 QMenu* MainWindow::createPopupMenu() {

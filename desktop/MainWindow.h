@@ -10,6 +10,7 @@
 
 class QDockWidget;
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace corvane::desktop {
 
@@ -49,6 +50,7 @@ private:
     void SetUpWindowKeys();
     void Use(WindowKey::Use eUse);
     void GoToOtherPart();
+    void FillTab(QMdiSubWindow* pWindow);
     void TellSizes();
     void m_frmMain_Changed(Form::Change eChange);
     void m_frmMain_QueryUnload(bool& bRefused);

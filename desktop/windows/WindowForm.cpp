@@ -243,13 +243,22 @@ void WindowForm::PlaceFirst() {
     m_oMinimum = oMinimum.boundedTo(oRoom.size());
     ApplyMinimum();
     oPlace = Fitted(oPlace, oRoom, oMinimum, m_pFrame->Minimum());
-    while (MDIChild() && IsCornerTaken(oPlace.topLeft()) && oRoom.contains(oPlace.translated(nBeside, nBeside)))
-        oPlace.translate(nBeside, nBeside);
+    if (MDIChild())
+        oPlace.moveTopLeft(FreeCorner(oPlace, oRoom, nBeside));
     m_pFrame->Place(oPlace);
     const bool bAnyResizable = std::any_of(m_aSlots.begin(), m_aSlots.end(),
                                            [](const auto& oSlot) { return oSlot->PageDef()->IsResizable(); });
     if (!MDIChild() && !bAnyResizable && !m_aSlots.empty())
         m_pFrame->Fix(oPlace.size());
+}
+
+// Down the diagonal, and once more from the top; where all corners are taken, a window does hide another.
+QPoint WindowForm::FreeCorner(const QRect& oPlace, const QRect& oRoom, int nStep) const {
+    for (QRect oTried : {oPlace, QRect(oRoom.topLeft(), oPlace.size())})
+        for (; oRoom.contains(oTried); oTried.translate(nStep, nStep))
+            if (!IsCornerTaken(oTried.topLeft()))
+                return oTried.topLeft();
+    return oPlace.topLeft();
 }
 
 bool WindowForm::IsBehindTab() const {

@@ -92,6 +92,7 @@ private:
     [[nodiscard]] QRect RectOfModel() const;
     [[nodiscard]] bool IsBehindTab() const;
     [[nodiscard]] bool IsCornerTaken(const QPoint& oCorner) const;
+    [[nodiscard]] QPoint FreeCorner(const QRect& oPlace, const QRect& oRoom, int nStep) const;
     void ApplyMinimum();
     void FrameActivated();
     void FrameMoved();

@@ -248,6 +248,8 @@ TEST_F(HostRoom, WindowsAreArrangedAndTheirStateIsTheModels) {
     EXPECT_TRUE(m_aForms[2]->Frame()->isMaximized());
     EXPECT_TRUE(m_pApplication->Window().windowTitle().contains("W")) << "they share the title";
     m_pApplication->Window().SetTabbedWindows(true);
+    m_aForms[2]->Unload();
+    EXPECT_TRUE(m_pApplication->Window().Area().activeSubWindow()->isMaximized()) << "the tab that comes up is whole";
     m_aForms[1]->Activate();
     m_pApplication->Window().SetTabbedWindows(false);
     EXPECT_EQ(m_pApplication->Window().Area().activeSubWindow(), m_aForms[1]->Frame());
