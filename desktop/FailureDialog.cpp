@@ -3,6 +3,7 @@
 #include "cli/check/Print.h"
 #include "desktop/problems/ProblemList.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
@@ -35,7 +36,8 @@ QLabel* SelectableLabel(const QString& sText) {
 FailureDialog::FailureDialog(const FailureTexts& oTexts, std::vector<check::Finding> aFindings,
                              const QString& sServicesFolder, const QString& sLogFile, QWidget* pParent)
     : QDialog(pParent), m_oTexts(oTexts), m_aFindings(std::move(aFindings)), m_pDetails(new QPlainTextEdit) {
-    setWindowTitle(tr("Something went wrong"));
+    setWindowTitle(oTexts.bIsForPerson && pParent ? pParent->window()->windowTitle().remove("[*]")
+                                                  : tr("Something went wrong"));
     auto* pIcon = new QLabel;
     const int nIcon = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     pIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(nIcon));
@@ -46,7 +48,8 @@ FailureDialog::FailureDialog(const FailureTexts& oTexts, std::vector<check::Find
     pHeadline->setFont(oBold);
     auto* pTexts = new QVBoxLayout;
     pTexts->addWidget(pHeadline);
-    pTexts->addWidget(SelectableLabel(oTexts.sWhere));
+    if (!oTexts.bIsForPerson)
+        pTexts->addWidget(SelectableLabel(oTexts.sWhere));
     if (!oTexts.sAdvice.isEmpty())
         pTexts->addWidget(SelectableLabel(oTexts.sAdvice));
 
@@ -73,7 +76,11 @@ FailureDialog::FailureDialog(const FailureTexts& oTexts, std::vector<check::Find
                 [sLogFile] { QDesktopServices::openUrl(QUrl::fromLocalFile(sLogFile)); });
     }
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    pButtons->button(QDialogButtonBox::Close)->setDefault(true);
+    for (QAbstractButton* pButton : pButtons->buttons())
+        if (auto* pPush = qobject_cast<QPushButton*>(pButton))
+            pPush->setAutoDefault(false);
+    QPushButton* pClose = pButtons->button(QDialogButtonBox::Close);
+    pClose->setDefault(true);
 
     auto* pTop = new QHBoxLayout;
     pTop->addWidget(pIcon, 0, Qt::AlignTop);
@@ -84,6 +91,7 @@ FailureDialog::FailureDialog(const FailureTexts& oTexts, std::vector<check::Find
         AddFindings(*pAll, sServicesFolder);
     pAll->addWidget(m_pDetails, 1);
     pAll->addWidget(pButtons);
+    pClose->setFocus(); // Enter closes
     setMinimumWidth(fontMetrics().averageCharWidth() * (m_aFindings.empty() ? 72 : 110));
 }
 

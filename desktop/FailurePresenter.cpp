@@ -47,11 +47,19 @@ QString AdviceFor(const QString& sStage) {
     return {};
 }
 
+// Numbers behind ObjectErrorBase are an application's own; what it says with one needs no name of a procedure.
+bool IsForPerson(const ShownFailure& oShown) {
+    constexpr Long lMost = FailureNumber::ObjectErrorBase + 0xFFFF;
+    const Long lNumber = oShown.oFailure.Number;
+    return oShown.sContext.empty() && lNumber > FailureNumber::ObjectErrorBase && lNumber <= lMost;
+}
+
 } // namespace
 
 FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder) {
     FailureTexts oTexts;
     oTexts.sHeadline = Text(oShown.oFailure.Description);
+    oTexts.bIsForPerson = IsForPerson(oShown);
     const QString sPlace = Text(oShown.sModule.empty() ? oShown.sProcedure : oShown.sModule + "." + oShown.sProcedure);
     oTexts.sWhere = sPlace;
     Long lLine = oShown.oFailure.Line;

@@ -17,11 +17,12 @@ namespace corvane::desktop {
 
 // What the dialog says of a failure.
 struct FailureTexts {
-    QString sHeadline; // what is wrong, in one sentence
-    QString sWhere;    // file and line, or module and procedure
-    QString sAdvice;   // what to do; empty when nobody knows
-    QString sDetails;  // all that is known, to copy
-    QString sFile;     // the definition file that failed, without its folder; empty for none
+    QString sHeadline;         // what is wrong, in one sentence
+    QString sWhere;            // file and line, or module and procedure
+    QString sAdvice;           // what to do; empty when nobody knows
+    QString sDetails;          // all that is known, to copy
+    QString sFile;             // the definition file that failed, without its folder; empty for none
+    bool bIsForPerson = false; // the headline says all that a person needs: it comes from the application itself
 };
 [[nodiscard]] FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder);
 

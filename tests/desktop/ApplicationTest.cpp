@@ -91,7 +91,7 @@ TEST_F(ApplicationTest, FailingActionIsShownAndTheNextClickWorks) {
             for (auto* pButton : pDialog->findChildren<QPushButton*>())
                 if (pButton->text() == "&Copy")
                     pButton->click();
-            pDialog->reject();
+            QTest::keyClick(pDialog->focusWidget(), Qt::Key_Return); // closes it
         }
     });
     EXPECT_TRUE(oApplication.Choose("View.Bad"));
@@ -114,6 +114,11 @@ TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
     EXPECT_TRUE(oTexts.sWhere.startsWith("broken.xml, line ")) << oTexts.sWhere.toStdString();
     EXPECT_NE(oTexts.sHeadline, "76");
     EXPECT_FALSE(oTexts.sAdvice.isEmpty());
+    EXPECT_FALSE(oTexts.bIsForPerson);
+    oShown.oFailure.Number = FailureNumber::ObjectErrorBase + 1;
+    EXPECT_FALSE(TextsOf(oShown, Services()).bIsForPerson) << "it says in which file";
+    oShown.sContext.clear();
+    EXPECT_TRUE(TextsOf(oShown, Services()).bIsForPerson) << "the application's own number";
 }
 
 // The library stops at the first mistake; whoever mends the file wants to know of all.
