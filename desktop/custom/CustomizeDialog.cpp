@@ -1,5 +1,6 @@
 #include "desktop/custom/CustomizeDialog.h"
 
+#include "desktop/DialogSize.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QDialogButtonBox>
@@ -34,7 +35,7 @@ CustomizeDialog::CustomizeDialog(PersonalBars& oBars, Ref<ActiveBar> oActiveBar,
     : QDialog(pParent), m_oBars(oBars), m_oActiveBar(std::move(oActiveBar)), m_fnPick(std::move(fnPick)),
       m_pBands(new QTreeWidget), m_pEntries(new QListWidget), m_pAside(new QLabel) {
     setWindowTitle(tr("Customize Menus and Toolbars"));
-    resize(760, 520);
+    ResizeWithin(*this, {760, 520});
     m_pBands->setHeaderHidden(true);
     m_pBands->setAccessibleName(tr("Menus and toolbars"));
     m_pEntries->setAccessibleName(tr("Entries"));

@@ -1,11 +1,13 @@
 #include "desktop/custom/ShortcutsDialog.h"
 
 #include "desktop/ClearButton.h"
+#include "desktop/DialogSize.h"
 
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QKeySequenceEdit>
 #include <QLabel>
 #include <QLineEdit>
@@ -34,7 +36,7 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
     : QDialog(pParent), m_oBars(oBars), m_oCommands(oActiveBar), m_aWindowKeys(WindowKeys(oActiveBar)),
       m_pFilter(new QLineEdit), m_pList(new QTreeWidget), m_pConflict(new QLabel) {
     setWindowTitle(tr("Keyboard Shortcuts"));
-    resize(940, 580);
+    ResizeWithin(*this, {940, 580});
     m_pFilter->setPlaceholderText(tr("Search for a command, keys or an owner"));
     m_pFilter->setAccessibleName(tr("Search"));
     AddClearButton(*m_pFilter);
@@ -229,9 +231,24 @@ void ShortcutsDialog::ShowCurrent() {
 }
 
 bool ShortcutsDialog::eventFilter(QObject* pWatched, QEvent* pEvent) {
+    // Esc alone leads out of the field, as out of every other; to be assigned it needs a modifier.
+    const bool bKey = pEvent->type() == QEvent::KeyPress || pEvent->type() == QEvent::ShortcutOverride;
+    if (pWatched == m_pKeys && bKey &&
+        static_cast<QKeyEvent*>(pEvent)->keyCombination() == QKeyCombination(Qt::Key_Escape)) {
+        if (pEvent->type() == QEvent::KeyPress)
+            LeaveKeys();
+        return true;
+    }
     if (pWatched == m_pKeys && pEvent->type() == QEvent::KeyPress)
         QMetaObject::invokeMethod(this, &ShortcutsDialog::ShowConflict, Qt::QueuedConnection);
     return QDialog::eventFilter(pWatched, pEvent);
+}
+
+void ShortcutsDialog::LeaveKeys() {
+    if (m_pKeys->keySequence().isEmpty())
+        reject();
+    else
+        ShowCurrent();
 }
 
 // A command has keys of one stroke; of several the latest counts.

@@ -40,6 +40,7 @@ private:
     void ShowAside();
     void ShowCurrent();
     void ShowConflict();
+    void LeaveKeys();
     void Filter(const QString& sText);
     void Assign();
     [[nodiscard]] const CommandEntry* Current() const;

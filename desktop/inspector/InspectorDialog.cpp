@@ -3,6 +3,7 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/WindowManager.h"
+#include "desktop/DialogSize.h"
 #include "desktop/log/LogView.h"
 #include "desktop/translation/ShownText.h"
 
@@ -62,7 +63,7 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPa
     : QDialog(pParent), m_oActiveBar(std::move(oActiveBar)), m_frmPanel(std::move(frmPanel)), m_oBars(oBars),
       m_oNotes(oNotes), m_pThings(new QTreeWidget), m_pFacts(new QPlainTextEdit) {
     setWindowTitle(tr("Inspector"));
-    resize(900, 600);
+    ResizeWithin(*this, {900, 600});
     m_pThings->setHeaderLabels({tr("What"), tr("State")});
     m_pThings->setUniformRowHeights(true);
     m_pThings->setAccessibleName(tr("What the application is made of"));

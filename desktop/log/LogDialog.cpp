@@ -1,5 +1,7 @@
 #include "desktop/log/LogDialog.h"
 
+#include "desktop/DialogSize.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDialogButtonBox>
@@ -22,7 +24,7 @@ constexpr int nReportLines = 200;
 LogDialog::LogDialog(const QString& sLogFile, ReportParts oParts, PathFunction fnPath, QWidget* pParent)
     : QDialog(pParent), m_pView(new LogView(sLogFile)), m_oParts(std::move(oParts)), m_fnPath(std::move(fnPath)) {
     setWindowTitle(tr("Log"));
-    resize(860, 520);
+    ResizeWithin(*this, {860, 520});
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Close);
     auto* pCopy = pButtons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
     auto* pReport = pButtons->addButton(tr("Save &Report…"), QDialogButtonBox::ActionRole);
@@ -44,7 +46,7 @@ void LogDialog::ShowReport() {
 ReportDialog::ReportDialog(const QString& sText, LogDialog::PathFunction fnPath, QWidget* pParent)
     : QDialog(pParent), m_pPreview(new QPlainTextEdit), m_fnPath(std::move(fnPath)) {
     setWindowTitle(tr("Save Report"));
-    resize(760, 560);
+    ResizeWithin(*this, {760, 560});
     auto* pHint = new QLabel(tr("This is all that is saved, and nothing is sent. Your home folder, your name and the "
                                 "machine's name have been taken out; the log may name files and data of yours. Strike "
                                 "out what others shouldn't read."));

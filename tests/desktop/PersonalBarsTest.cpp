@@ -178,6 +178,15 @@ TEST_F(PersonalBarsTest, KeysOfTheWindowItselfAreConflictsAsTheListSays) {
     EXPECT_EQ(aRows[1]->text(2), "the window itself");
     oDialog.List().setCurrentItem(aRows[1]);
     EXPECT_FALSE(oDialog.Keys().isEnabled());
+    // Esc isn't taken for keys: it empties the field, then it closes the dialog.
+    oDialog.show();
+    oDialog.List().setCurrentItem(aRows[0]);
+    QTest::keyClick(&oDialog.Keys(), Qt::Key_B, Qt::ControlModifier);
+    for (const bool bOpen : {true, false}) {
+        QTest::keyClick(&oDialog.Keys(), Qt::Key_Escape);
+        EXPECT_TRUE(oDialog.Keys().keySequence().isEmpty());
+        EXPECT_EQ(oDialog.isVisible(), bOpen);
+    }
 }
 
 TEST_F(PersonalBarsTest, KeysGoAroundThePartsOfTheWindow) {
