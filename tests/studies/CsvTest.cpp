@@ -1,5 +1,6 @@
 #include "Csv.h"
 
+#include "TextFile.h"
 #include "corvane/base/Failure.h"
 
 #include <gtest/gtest.h>
@@ -46,7 +47,7 @@ TEST(Csv, ReadsWhatProgramsWrite) {
          "a:whole number[-|1] b:whole number[2|-] c:whole number[-|3]"},
         {"quotes", "a,b\n\"x, y\",\"say \"\"hi\"\"\"\n\"two\nlines\",z\n",
          "a:text[x, y|two\nlines] b:text[say \"hi\"|z]"},
-        {"missing values", "a,b\nNA,null\nna,x\n3,\n", "a:whole number[-|-|3] b:text[-|x|-]"},
+        {"missing values", "a,b\nNA,null\nn/a,x\n3,\n#N/A,NaN\n", "a:whole number[-|-|3|-] b:text[-|x|-|-]"},
         {"a column without values", "a,b\n1,\n2,\n", "a:whole number[1|2] b:text[-|-]"},
         {"numbers", "a,b,c\n+1,1e3,0x10\n-2,-.5,inf\n", "a:whole number[1|-2] b:number[1000|-0.5] c:text[0x10|inf]"},
         {"one odd value makes a column text", "a\n1\n2 mm\n", "a:text[1|2 mm]"},
@@ -92,6 +93,35 @@ TEST(Csv, TheDelimiterIsTheOneThatDividesEvenly) {
 TEST(Csv, WhatIsWrittenReadsTheSame) {
     const Table oTable = ReadCsv("a;b;c\n1,25;\"x;\"\"y\"\"\";\"two\nlines\"\n;;z\n").oTable;
     EXPECT_EQ(Shape(ReadCsv(WriteCsv(oTable)).oTable), Shape(oTable));
+}
+
+TEST(TextFile, TextIsReadInTheEncodingThatItHas) {
+    using namespace std::string_literals;
+    const struct {
+        const char* sWhat;
+        std::string sBytes;
+        std::string sText;
+    } aCases[] = {
+        {"UTF-8", "K\u00f6ln \u20ac", "K\u00f6ln \u20ac"},
+        {"UTF-8 with a mark", "\xEF\xBB\xBFK\u00f6ln", "K\u00f6ln"},
+        {"Latin-1", "L\xE4nge;\xC6r\xF8", "L\u00e4nge;\u00c6r\u00f8"},
+        {"Windows-1252", "\x80 5, \x84so\x93", "\u20ac 5, \u201eso\u201c"},
+        {"cut off within a character", "K\xC3", "K\u00c3"},
+        {"UTF-16",
+         "\xFF\xFE"
+         "K\0\xF6\0\x3D\xD8\x27\xDC"s,
+         "K\u00f6\U0001F427"},
+        {"UTF-16, high bytes first", "\xFE\xFF\0K\0\xF6"s, "K\u00f6"},
+        {"UTF-16, half a character", "\xFF\xFE\x3D\xD8K\0"s, "\uFFFDK"},
+    };
+    for (const auto& oCase : aCases)
+        EXPECT_EQ(DecodeText(oCase.sBytes, "x.csv"), oCase.sText) << oCase.sWhat;
+    try {
+        (void)DecodeText("PK\3\4\0\0"s, "x.xlsx");
+        FAIL() << "a workbook is no text";
+    } catch (const corvane::Failure& oFailure) {
+        EXPECT_EQ(oFailure.Description.find("x.xlsx isn't a text file. Save the table"), 0U) << oFailure.Description;
+    }
 }
 
 TEST(Csv, FilesAreNamedInFailures) {

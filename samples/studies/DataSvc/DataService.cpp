@@ -1,6 +1,7 @@
 #include "DataService.h"
 
 #include "Csv.h"
+#include "Errors.h"
 #include "LibraryItems.h"
 #include "Report.h"
 #include "Shell.h"
@@ -49,7 +50,13 @@ Ref<DataSetContext> DataService::Data(const std::string& sPath) {
         oStore.DeleteDataSet(oDataSet.nId); // the file may be another by now
         oStore.ForgetSteps();
     }
-    const Table oTable = ReadCsvFile(sPath).oTable;
+    const CsvResult oRead = ReadCsvFile(sPath, {0, true});
+    if (!oRead.aSkipped.empty())
+        FailWith(FileNameOf(sPath) + ": " + oRead.aSkipped.front() +
+                 (oRead.aSkipped.size() == 1 ? "" : " There are " + CountText(oRead.aSkipped.size()) + " such rows.") +
+                 "\nCorrect the file, or bring it into a study by File > Import, which can leave out what can't be "
+                 "read.");
+    const Table& oTable = oRead.oTable;
     return m_oWorkspace->DataSet(
         oStore.ImportDataSet(m_nStudyId, oStore.FreeDataSetName(FileNameOf(sPath), m_nStudyId), sPath, oTable));
 }

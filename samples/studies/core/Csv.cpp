@@ -1,17 +1,17 @@
 #include "Csv.h"
 
 #include "Errors.h"
+#include "TextFile.h"
 #include "corvane/base/Failure.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <optional>
-#include <sstream>
 
 namespace studies {
 namespace {
@@ -122,7 +122,9 @@ private:
 };
 
 bool IsMissing(std::string_view sField) {
-    return sField.empty() || corvane::EqualText(sField, "NA") || corvane::EqualText(sField, "null");
+    static constexpr std::array<std::string_view, 5> aWords{"NA", "N/A", "#N/A", "NaN", "null"};
+    return sField.empty() || std::any_of(aWords.begin(), aWords.end(),
+                                         [&](std::string_view sWord) { return corvane::EqualText(sField, sWord); });
 }
 
 // Every column has a name, and no two have the same.
@@ -268,12 +270,9 @@ void TurnToText(Column& oColumn) {
 
 CsvResult ReadCsvFile(const std::string& sPath, const CsvOptions& oOptions) {
     const std::string sName = std::filesystem::path(sPath).filename().string();
-    std::ifstream oStream(sPath, std::ios::binary);
-    std::stringstream oText;
-    if (!oStream || !std::filesystem::is_regular_file(sPath) || !(oText << oStream.rdbuf()))
-        FailWith("The file \"" + sPath + "\" can't be read, or it is empty.");
+    const std::string sText = ReadTextFile(sPath);
     try {
-        return ReadCsv(oText.view(), oOptions);
+        return ReadCsv(sText, oOptions);
     } catch (const corvane::Failure& oFailure) {
         FailWith(sName + ": " + oFailure.Description);
     }

@@ -1,4 +1,5 @@
-// Reads delimited text into a table: delimiter and types are found out, missing values are empty, "NA" or "null".
+// Reads delimited text into a table: delimiter and types are found out, missing values are empty, "NA",
+// "N/A", "#N/A", "NaN" or "null".
 #pragma once
 
 #include "Table.h"
