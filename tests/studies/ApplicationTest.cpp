@@ -172,7 +172,8 @@ TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
     oDialog->sPath = m_oFolder.Path("bad.csv");
     std::ofstream(oDialog->sPath) << "a,b\n1,2\n3\n";
     Click("File.Open");
-    EXPECT_EQ(Failures(), "bad.csv: Line 3: 1 field where the first row has 2.");
+    EXPECT_EQ(Failures(), "bad.csv: Line 3: 1 field where the first row has 2.\nCorrect the file, or bring it into a "
+                          "study by File > Import, which can leave out what can't be read.");
 }
 
 TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
@@ -185,6 +186,7 @@ TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     EXPECT_EQ(Status(), "\"Study 1\" is now \"Others\"");
     Import("gentoo.csv");
     EXPECT_EQ(Status(), "gentoo.csv imported into \"Others\": 124 rows, 6 columns");
+    EXPECT_EQ(m_pHost->ActiveTree()->SelectedItem()->Text(), "gentoo.csv") << "what comes next is about it";
     const std::string sOthers = "Others(Data sets(gentoo.csv), Analyses)";
     EXPECT_EQ(Tree(), "Studies(" + sFull + ", " + sOthers + ")");
     Choose("Penguins"); // what was imported has the commands; the Qt host would have given them back
@@ -246,9 +248,12 @@ TEST_F(StudiesWindows, OneOpensForEachDataSetAndAnalysis) {
     Choose("penguins.csv");
     Click("Analysis.Histogram");
     Click("Analysis.Comparison");
-    EXPECT_EQ(Captions(), "penguins.csv|Summary of penguins.csv by species|Histogram of penguins.csv: bill_length_mm|"
-                          "Comparison of penguins.csv: bill_length_mm, Adelie and Chinstrap");
+    EXPECT_EQ(Captions(), "penguins.csv|Summary of penguins.csv by species|Histogram of penguins.csv: bill length|"
+                          "Comparison of penguins.csv: bill length, Adelie and Chinstrap");
+    Click("Analysis.Summary");
+    EXPECT_EQ(Status().find("Summary of penguins.csv: bill length 43.92"), 0U) << Status();
     Click("Analysis.Report");
+    EXPECT_EQ(Status(), "") << "what was said of one window doesn't stay below another";
     EXPECT_NE(Captions().find("|Report on Penguins"), std::string::npos);
     Choose("Penguins");
     Click("Edit.Delete");
@@ -300,7 +305,7 @@ TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     Open("penguins.csv");
     EXPECT_EQ(Captions(), "penguins.csv|gentoo.csv");
     Click("Analysis.Histogram"); // of the file that was chosen last
-    EXPECT_EQ(Captions(), "penguins.csv|gentoo.csv|Histogram of penguins.csv: bill_length_mm");
+    EXPECT_EQ(Captions(), "penguins.csv|gentoo.csv|Histogram of penguins.csv: bill length");
     EXPECT_FALSE(IsOffered("File.Save")) << "there is no study to keep it in";
     m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(0); });
     EXPECT_EQ(Tree(), "Studies");
@@ -321,10 +326,10 @@ TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
     oSettings.sColumnX = "body_mass_g";
     m_pHost->Do([&] { oDocument->SetSettings(oSettings); });
     const Ref<Dictionary> dctUnsaved = oService->UnsavedItems(dblOrder);
-    ASSERT_EQ(dctUnsaved->Keys(), (std::vector<std::string>{"Histogram of penguins.csv: body_mass_g"}));
+    ASSERT_EQ(dctUnsaved->Keys(), (std::vector<std::string>{"Histogram of penguins.csv: body mass"}));
     m_pHost->Do([&] { oService->Save(ToObject(dctUnsaved->Item(dctUnsaved->Keys()[0]))); });
     EXPECT_EQ(oService->UnsavedItems(dblOrder)->Count(), 0);
-    EXPECT_NE(Find("Histogram of penguins.csv: body_mass_g"), nullptr);
+    EXPECT_NE(Find("Histogram of penguins.csv: body mass"), nullptr);
 
     oSettings.nBins = 7;
     m_pHost->Do([&] { oDocument->SetSettings(oSettings); });
@@ -333,8 +338,8 @@ TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
     EXPECT_EQ(oDocument->Settings().nBins, 0) << "the open window follows";
     EXPECT_FALSE(oDocument->IsChanged());
     Restart();
-    Open("Histogram of penguins.csv: body_mass_g");
-    EXPECT_EQ(Captions(), "Histogram of penguins.csv: body_mass_g");
+    Open("Histogram of penguins.csv: body mass");
+    EXPECT_EQ(Captions(), "Histogram of penguins.csv: body mass");
     EXPECT_EQ(Failures(), "");
 }
 

@@ -203,4 +203,18 @@ TEST(Chart, ComparisonIsSaidInSentences) {
     EXPECT_EQ(ComparisonText(Penguins(), oSettings, 1), "Choose two different groups.");
 }
 
+TEST(Chart, AComparisonBeginsWithGroupsThatCanBeCompared) {
+    const Table oTable = ReadCsv("group,x\na,1\nb,\nb,2\nc,1\nc,2\nd,3\nd,4\nd,5\nd,6\n").oTable;
+    AnalysisSettings oSettings = FirstSettings(oTable, AnalysisKind::Comparison, {});
+    EXPECT_EQ(oSettings.sFirstGroup + oSettings.sSecondGroup, "cd") << "of the others there is one value";
+    // Another kind that is looked at as a comparison gets what it needs, and keeps what was chosen.
+    oSettings = FirstSettings(oTable, AnalysisKind::Bootstrap, {});
+    oSettings.eKind = AnalysisKind::Comparison;
+    Complete(oTable, oSettings, {});
+    EXPECT_EQ(oSettings.Title("t"), "Comparison of t: x, c and d");
+    oSettings.sFirstGroup = "a";
+    Complete(oTable, oSettings, {});
+    EXPECT_EQ(oSettings.sFirstGroup, "a");
+}
+
 } // namespace

@@ -94,10 +94,9 @@ TEST(Statistics, LargeValuesKeepTheirDeviation) {
 }
 
 TEST(Report, OneLineNamesTheFirstColumns) {
-    EXPECT_EQ(
-        LineText(Summarize(Penguins())),
-        "bill_length_mm 43.92 \u00b1 5.46, bill_depth_mm 17.15 \u00b1 1.975, flipper_length_mm 200.9 \u00b1 14.06, "
-        "body_mass_g 4202 \u00b1 802");
+    EXPECT_EQ(LineText(Summarize(Penguins())),
+              "bill length 43.92 \u00b1 5.46, bill depth 17.15 \u00b1 1.975, flipper length 200.9 \u00b1 14.06, "
+              "body mass 4202 \u00b1 802");
     EXPECT_EQ(LineText(Summarize(ReadCsv("a,b\nx,y\n").oTable)), "1 row, 2 columns");
 }
 

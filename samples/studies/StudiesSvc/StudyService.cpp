@@ -11,6 +11,7 @@
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
+#include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
@@ -64,6 +65,13 @@ void StudyService::OnInitialize() {
     m_aSubscriptions.push_back(
         oExplorer->OnInactive.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
     m_aSubscriptions.push_back(oExplorer->onRemove.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
+    const auto oWindows = CorvaneMain::Framework()->WindowManager();
+    m_aSubscriptions.push_back(
+        oWindows->WindowActivateEvent.Subscribe([this](const Ref<Window>& oWindow) { OnWindowActive(oWindow); }));
+    m_aSubscriptions.push_back(oWindows->WindowTerminateEvent.Subscribe([this](const Ref<Window>& oWindow) {
+        if (!oWindow->IsModal())
+            OnWindowActive(nullptr);
+    }));
     try {
         m_oWorkspace = New<Workspace>(Store::DefaultPath(), true);
         m_aSubscriptions.push_back(
@@ -82,6 +90,14 @@ void StudyService::OnTerminate() {
     m_mapBranches.clear();
     if (m_oWorkspace)
         m_oWorkspace->Close();
+}
+
+// What was said of one window doesn't stay below another. A window that a dialog covered for a while is the same.
+void StudyService::OnWindowActive(const Ref<Window>& oWindow) {
+    if ((oWindow && oWindow->IsModal()) || oWindow.Get() == m_pLastActive)
+        return;
+    m_pLastActive = oWindow.Get();
+    ShowStatus("");
 }
 
 void StudyService::OnInactive(const Ref<Object>& oItem) {
@@ -113,7 +129,9 @@ void StudyService::OnImport() {
 }
 
 void StudyService::AskForImport(Id nStudyId) {
-    AskInWindow("Import", New<ImportJob>(m_oWorkspace, nStudyId), "Import Data");
+    const auto oJob = New<ImportJob>(m_oWorkspace, nStudyId);
+    AskInWindow("Import", oJob, "Import Data");
+    SelectDataSet(oJob->nDataSetId);
 }
 
 // Without asking: what the wizard proposes.
@@ -121,6 +139,7 @@ void StudyService::ImportFile(const std::string& sPath) {
     const auto oJob = New<ImportJob>(m_oWorkspace, ActiveStudy());
     oJob->SetPath(sPath);
     oJob->Run();
+    SelectDataSet(oJob->nDataSetId);
 }
 
 void StudyService::Duplicate(Id nStudyId) {

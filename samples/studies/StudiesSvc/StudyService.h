@@ -81,6 +81,8 @@ private:
                  const corvane::Ref<StoreItem>& oFolder);
     void RemoveItem(const corvane::Ref<StoreItem>& oItem);
     bool Select(Id nStudyId);
+    bool SelectNode(const std::string& sKey);
+    void SelectDataSet(Id nDataSetId);
     void Rebuild();
     [[nodiscard]] Store& TheStore() const { return m_oWorkspace->GetStore(); }
     [[nodiscard]] Contents StoreContents() const;
@@ -89,11 +91,13 @@ private:
     void ListUnsaved(const corvane::Ref<corvane::Dictionary>& dctItems) const;
     void SaveItem(const corvane::Ref<corvane::Object>& oItem);
     void TellUndo();
+    void OnWindowActive(const corvane::Ref<corvane::Window>& oWindow);
 
     corvane::Ref<corvane::ServiceBase> m_oServiceBase = corvane::New<corvane::ServiceBase>();
     std::vector<corvane::Subscription> m_aSubscriptions;
     corvane::Ref<Workspace> m_oWorkspace; // nothing when its file can't be used
     std::string m_sStoreProblem;
+    corvane::Window* m_pLastActive = nullptr; // only to tell it from another; it may be gone
     corvane::Ref<corvane::Object> m_oActive;
     Id m_nJoiningStudy = 0;
     Contents m_oShown;

@@ -71,11 +71,21 @@ void StudyService::RemoveItem(const Ref<StoreItem>& oItem) {
 
 // As if the person had clicked on it. False when it isn't in the tree that is shown.
 bool StudyService::Select(Id nStudyId) {
-    const Ref<corvane::TreeView> oTree = Explorer()->TreeView();
     const auto it = m_mapBranches.find(nStudyId);
-    if (!oTree || it == m_mapBranches.end())
+    return it != m_mapBranches.end() && SelectNode(it->second.oStudy->Base()->Name());
+}
+
+// What has just been imported is what comes next.
+void StudyService::SelectDataSet(Id nDataSetId) {
+    if (nDataSetId != 0)
+        SelectNode("DataSet." + New<DataSetItem>(TheStore().DataSetOf(nDataSetId))->Base()->Name());
+}
+
+bool StudyService::SelectNode(const std::string& sKey) {
+    const Ref<corvane::TreeView> oTree = Explorer()->TreeView();
+    if (!oTree)
         return false;
-    const Ref<Node> oNode = oTree->GetNodes()->Find(it->second.oStudy->Base()->Name());
+    const Ref<Node> oNode = oTree->GetNodes()->Find(sKey);
     if (!oNode || !EqualText(oTree->Tag(), "Studies"))
         return false;
     oTree->ClickNode(oNode);

@@ -1,6 +1,7 @@
 #include "AnalysisSettings.h"
 
 #include "Errors.h"
+#include "Table.h"
 
 #include <array>
 #include <tuple>
@@ -41,12 +42,13 @@ AnalysisKind AnalysisKindOf(std::string_view sName) {
 std::string AnalysisSettings::Title(std::string_view sDataSet) const {
     std::string sTitle = std::string(WordsOf(eKind).sTitle) + " of " + std::string(sDataSet);
     if (eKind == AnalysisKind::Scatter && !sColumnX.empty() && !sColumnY.empty())
-        return sTitle + ": " + sColumnY + " over " + sColumnX;
+        return sTitle + ": " + SpokenName(sColumnY) + " over " + SpokenName(sColumnX);
     if (eKind != AnalysisKind::Summary && !sColumnX.empty())
-        sTitle += ": " + sColumnX;
+        sTitle += ": " + SpokenName(sColumnX);
     if (eKind == AnalysisKind::Comparison && !sFirstGroup.empty() && !sSecondGroup.empty())
         return sTitle + ", " + sFirstGroup + " and " + sSecondGroup;
-    return sGroupColumn.empty() || eKind == AnalysisKind::Bootstrap ? sTitle : sTitle + " by " + sGroupColumn;
+    return sGroupColumn.empty() || eKind == AnalysisKind::Bootstrap ? sTitle
+                                                                    : sTitle + " by " + SpokenName(sGroupColumn);
 }
 
 bool AnalysisSettings::operator==(const AnalysisSettings& oOther) const {

@@ -45,7 +45,7 @@ std::string ComparisonText(const Table& oTable, const AnalysisSettings& oSetting
 std::string BootstrapText(const BootstrapResult& oResult, const AnalysisSettings& oSettings, const Column& oColumn,
                           int nDecimals) {
     const BootstrapOptions& oOptions = oSettings.oBootstrap;
-    return std::string(NameOf(oOptions.eFigure)) + " of " + oColumn.sName + ": " +
+    return std::string(NameOf(oOptions.eFigure)) + " of " + SpokenName(oColumn.sName) + ": " +
            WithUnit(oResult.dblFigure, oColumn, nDecimals) + "\n" + ShareText(oOptions.dblConfidence) +
            " confidence from " + DecimalText(oResult.oInterval.dblLow, nDecimals) + " to " +
            DecimalText(oResult.oInterval.dblHigh, nDecimals) + "\nstandard error " +

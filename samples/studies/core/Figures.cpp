@@ -5,6 +5,7 @@
 #include "corvane/core/Preferences.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace studies {
 
@@ -16,6 +17,11 @@ Ref<Preferences> Settings() {
     auto oSettings = New<Preferences>();
     oSettings->Initialize("Studies", "Figures");
     return oSettings;
+}
+
+std::size_t CountOf(const std::vector<double>& aNumbers) {
+    return static_cast<std::size_t>(
+        std::count_if(aNumbers.begin(), aNumbers.end(), [](double dbl) { return !std::isnan(dbl); }));
 }
 
 } // namespace
@@ -59,12 +65,40 @@ AnalysisSettings FirstSettings(const Table& oTable, AnalysisKind eKind, const Fi
         sGroup = oPreferences.sDefaultGroup;
     if (oPreferences.bGroupByDefault || eKind == AnalysisKind::Comparison)
         oSettings.sGroupColumn = sGroup;
-    if (eKind == AnalysisKind::Comparison && !sGroup.empty()) {
-        const std::vector<std::string> aValues = ValuesOf(*oTable.Find(sGroup));
-        oSettings.sFirstGroup = !aValues.empty() ? aValues[0] : "";
-        oSettings.sSecondGroup = aValues.size() > 1 ? aValues[1] : "";
-    }
+    if (eKind == AnalysisKind::Comparison && !sGroup.empty())
+        ChooseGroups(oTable, oSettings);
     return oSettings;
+}
+
+void ChooseGroups(const Table& oTable, AnalysisSettings& oSettings) {
+    oSettings.sFirstGroup.clear();
+    oSettings.sSecondGroup.clear();
+    const Column* pNumbers = oTable.Find(oSettings.sColumnX);
+    const Column* pGroups = oTable.Find(oSettings.sGroupColumn);
+    if (!pGroups)
+        return;
+    std::vector<std::string> aGroups = ValuesOf(*pGroups);
+    std::stable_partition(aGroups.begin(), aGroups.end(), [&](const std::string& sGroup) {
+        return pNumbers && pNumbers->IsNumeric() && CountOf(NumbersOfGroup(*pNumbers, *pGroups, sGroup)) > 1;
+    });
+    if (aGroups.size() < 2)
+        return;
+    oSettings.sFirstGroup = aGroups[0];
+    oSettings.sSecondGroup = aGroups[1];
+}
+
+void Complete(const Table& oTable, AnalysisSettings& oSettings, const FigurePreferences& oPreferences) {
+    const AnalysisSettings oFirst = FirstSettings(oTable, oSettings.eKind, oPreferences);
+    if (oSettings.sColumnX.empty())
+        oSettings.sColumnX = oFirst.sColumnX;
+    if (oSettings.eKind == AnalysisKind::Scatter && oSettings.sColumnY.empty())
+        oSettings.sColumnY = oFirst.sColumnY;
+    if (oSettings.eKind != AnalysisKind::Comparison)
+        return;
+    if (oSettings.sGroupColumn.empty())
+        oSettings.sGroupColumn = oFirst.sGroupColumn;
+    if (oSettings.sFirstGroup.empty() || oSettings.sSecondGroup.empty())
+        ChooseGroups(oTable, oSettings);
 }
 
 } // namespace studies

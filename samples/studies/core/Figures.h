@@ -24,5 +24,9 @@ void WritePreferences(const FigurePreferences& oPreferences);
 // How an analysis of that table begins: with the first columns that suit.
 [[nodiscard]] AnalysisSettings FirstSettings(const Table& oTable, AnalysisKind eKind,
                                              const FigurePreferences& oPreferences);
+// The two groups that are compared at first: of those with two values at least, where there are such.
+void ChooseGroups(const Table& oTable, AnalysisSettings& oSettings);
+// Fills what the kind needs and nobody has chosen yet, as for a new one.
+void Complete(const Table& oTable, AnalysisSettings& oSettings, const FigurePreferences& oPreferences);
 
 } // namespace studies

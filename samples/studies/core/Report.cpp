@@ -74,8 +74,8 @@ std::string LineText(const TableSummary& oSummary) {
     for (const ColumnSummary& oColumn : oSummary.aColumns) {
         if (oColumn.eType == ColumnType::Text || ++nNumbers > nShown)
             continue;
-        sText += (sText.empty() ? "" : ", ") + oColumn.sName + " " + FigureText(oColumn.dblMean, nDigits) + " \u00B1 " +
-                 FigureText(oColumn.dblDeviation, nDigits);
+        sText += (sText.empty() ? "" : ", ") + SpokenName(oColumn.sName) + " " + FigureText(oColumn.dblMean, nDigits) +
+                 " \u00B1 " + FigureText(oColumn.dblDeviation, nDigits);
     }
     if (nNumbers > nShown)
         sText += ", " + std::to_string(nNumbers - nShown) + " more";

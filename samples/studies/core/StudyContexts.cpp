@@ -98,7 +98,7 @@ void ImportJob::Run() {
     Store& oStore = m_oWorkspace->GetStore();
     if (nStudyId == 0)
         nStudyId = oStore.CreateStudy(sNewStudyName);
-    (void)oStore.ImportDataSet(nStudyId, sName, m_sPath, oTable);
+    nDataSetId = oStore.ImportDataSet(nStudyId, sName, m_sPath, oTable);
     m_oWorkspace->Tell(
         sName + " imported into \"" + oStore.StudyOf(nStudyId).sName +
         "\": " + SizeText(oTable.nRows, oTable.aColumns.size()) +

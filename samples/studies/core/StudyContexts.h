@@ -55,6 +55,7 @@ public:
     Id nStudyId;               // 0: a new one
     std::string sNewStudyName; // of that new one
     std::string sName;         // of the data set
+    Id nDataSetId = 0;         // once it has been imported
 
     // Why it can't be run as it stands; "" when it can.
     [[nodiscard]] std::string TargetProblem() const;

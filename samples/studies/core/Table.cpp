@@ -9,6 +9,14 @@
 #include <cmath>
 
 namespace studies {
+namespace {
+
+std::string WithBlanks(std::string sName) {
+    std::replace(sName.begin(), sName.end(), '_', ' ');
+    return sName;
+}
+
+} // namespace
 
 std::string_view NameOf(ColumnType eType) {
     switch (eType) {
@@ -40,10 +48,8 @@ std::string Column::Text(std::size_t iRow) const {
 }
 
 std::string Column::Label() const {
-    std::string sLabel = sName;
-    if (!sUnit.empty() && UnitInName(sName) == sUnit)
-        sLabel.erase(sLabel.size() - sUnit.size() - 1);
-    std::replace(sLabel.begin(), sLabel.end(), '_', ' ');
+    const bool bUnitInName = !sUnit.empty() && UnitInName(sName) == sUnit;
+    const std::string sLabel = bUnitInName ? SpokenName(sName) : WithBlanks(sName);
     return sUnit.empty() ? sLabel : sLabel + " (" + sUnit + ")";
 }
 
@@ -79,6 +85,11 @@ std::string UnitInName(std::string_view sName) {
         return {};
     const std::string_view sUnit = sName.substr(iUnit + 1);
     return std::find(aUnits.begin(), aUnits.end(), sUnit) == aUnits.end() ? std::string() : std::string(sUnit);
+}
+
+std::string SpokenName(std::string_view sName) {
+    const std::size_t nUnit = UnitInName(sName).size();
+    return WithBlanks(std::string(nUnit > 0 ? sName.substr(0, sName.size() - nUnit - 1) : sName));
 }
 
 std::string TextOf(double dblValue) {

@@ -42,6 +42,8 @@ struct Table {
 
 // The shortest text that reads as the same number.
 [[nodiscard]] std::string TextOf(double dblValue);
+// A column's name as it is read aloud: "bill length" of "bill_length_mm".
+[[nodiscard]] std::string SpokenName(std::string_view sName);
 // The unit that a column's name ends in, such as "mm" of "bill_length_mm"; "" when it ends in none that is known.
 [[nodiscard]] std::string UnitInName(std::string_view sName);
 // The number that the whole text is, with the sign given as its decimal point.

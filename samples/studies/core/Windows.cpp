@@ -112,9 +112,10 @@ Ref<Window> OpenDataWindow(const Ref<DataSetContext>& oData, const Ref<IWindowEx
 Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& oData, AnalysisKind eKind) {
     const Table& oTable = oData->Data();
     CheckColumns(oTable, eKind);
+    Ref<Window> oWindow = OpenDocument(New<AnalysisDocument>(oData, FirstSettings(oTable, eKind, ReadPreferences())));
     if (eKind == AnalysisKind::Summary)
         ShowStatus("Summary of " + oData->Info().sName + ": " + LineText(Summarize(oTable)));
-    return OpenDocument(New<AnalysisDocument>(oData, FirstSettings(oTable, eKind, ReadPreferences())));
+    return oWindow;
 }
 
 Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& oData, const std::string& sCommand) {

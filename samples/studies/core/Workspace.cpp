@@ -62,6 +62,19 @@ void AnalysisDocument::SetSettings(const AnalysisSettings& oSettings) {
     Changed.Raise();
 }
 
+void AnalysisDocument::Look(AnalysisKind eKind) {
+    const bool bTouched = IsChanged();
+    AnalysisSettings oSettings = m_oSettings;
+    oSettings.eKind = eKind;
+    Complete(m_oData->Data(), oSettings, ReadPreferences());
+    if (oSettings == m_oSettings)
+        return;
+    m_oSettings = oSettings;
+    if (!bTouched && !oSettings.IsLike(m_oSaved))
+        m_oSaved = oSettings;
+    Changed.Raise();
+}
+
 std::string AnalysisDocument::Name() const {
     return m_oSettings.Title(m_oData->Info().sName);
 }

@@ -78,6 +78,8 @@ public:
     [[nodiscard]] const corvane::Ref<DataSetContext>& Data() const { return m_oData; }
     [[nodiscard]] const AnalysisSettings& Settings() const { return m_oSettings; }
     void SetSettings(const AnalysisSettings& oSettings);
+    // Looks at it as that kind. What the kind needs and nobody has chosen is filled in, which is no change of theirs.
+    void Look(AnalysisKind eKind);
     // 0 for one that isn't in the store.
     [[nodiscard]] Id Number() const { return m_nAnalysisId; }
     [[nodiscard]] std::string Name() const;

@@ -14,7 +14,7 @@ void AnalysisPage::OnInitialize() {
 
 // Pages that share a window are kinds of one analysis: the one in front is what would be kept.
 void AnalysisPage::OnActivate() {
-    ChangeSettings([this](AnalysisSettings& oSettings) { oSettings.eKind = Kind(); });
+    Document()->Look(Kind());
     EnableAction("Save", Document()->IsUnsaved());
     Base()->Window()->SetCaption(Document()->Name());
 }

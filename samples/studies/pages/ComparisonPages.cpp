@@ -5,6 +5,7 @@
 #include "Errors.h"
 #include "Progress.h"
 #include "QtText.h"
+#include "Report.h"
 #include "Shell.h"
 #include "Statistics.h"
 
@@ -49,11 +50,9 @@ void ComparisonPage::AddControls(QBoxLayout& oRow) {
     Bind(m_pSecond, &AnalysisSettings::sSecondGroup);
     QObject::connect(m_pGroup, &QComboBox::currentIndexChanged, m_pGroup, [this] {
         Guarded([this] {
-            const std::vector<std::string> aGroups = GroupsOf(Data(), Chosen(*m_pGroup));
-            ChangeSettings([&](AnalysisSettings& oSettings) {
+            ChangeSettings([this](AnalysisSettings& oSettings) {
                 oSettings.sGroupColumn = Chosen(*m_pGroup);
-                oSettings.sFirstGroup = !aGroups.empty() ? aGroups[0] : "";
-                oSettings.sSecondGroup = aGroups.size() > 1 ? aGroups[1] : "";
+                ChooseGroups(Data(), oSettings);
             });
         });
     });
@@ -74,7 +73,10 @@ void ComparisonPage::ShowSettings() {
 
 void ComparisonPage::ShowAnalysis() {
     ChartPage::ShowAnalysis();
-    m_pResult->setText(Text(ComparisonText(Data(), Document()->Settings(), ReadPreferences().nDecimals)));
+    // Where there is no chart, it says why; once is enough.
+    m_pResult->setText(Scene().sEmpty.empty()
+                           ? Text(ComparisonText(Data(), Document()->Settings(), ReadPreferences().nDecimals))
+                           : QString());
 }
 
 ChartScene ComparisonPage::Scene() const {
@@ -171,6 +173,7 @@ void BootstrapPage::Run() {
     m_pRun->setEnabled(false);
     std::optional<BootstrapResult> oResult;
     try {
+        ShowStatus("Drawing " + CountText(static_cast<std::size_t>(oSettings.oBootstrap.nResamples)) + " times");
         Progress oProgress(oSettings.oBootstrap.nResamples, Base());
         oResult = RunBootstrap(aValues, oSettings.oBootstrap, [&](int) { return oProgress.Step(); });
     } catch (...) {

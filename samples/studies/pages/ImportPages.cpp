@@ -82,7 +82,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
     auto* pPage = new QWidget(pParent);
     m_pDelimiter = new QComboBox;
     for (const auto& [sName, cDelimiter] :
-         {std::pair("found out", '\0'), {"commas", ','}, {"semicolons", ';'}, {"tabs", '\t'}})
+         {std::pair("what the file shows", '\0'), {"commas", ','}, {"semicolons", ';'}, {"tabs", '\t'}})
         m_pDelimiter->addItem(sName, QChar(cDelimiter));
     m_pPreview = new QTableWidget;
     m_pPreview->setAccessibleName("Preview");
@@ -93,7 +93,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
     m_pProblem = new ProblemLabel;
     m_pSkip = new QCheckBox("&Leave these rows out");
     auto* pRow = new QHBoxLayout;
-    AddLabelled(*pRow, "Between the &values", m_pDelimiter);
+    AddLabelled(*pRow, "&Values are separated by", m_pDelimiter);
     pRow->setStretch(1, 0);
     pRow->addStretch(1);
     pRow->addWidget(m_pSize);

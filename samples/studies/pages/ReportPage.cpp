@@ -13,7 +13,9 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
@@ -33,6 +35,28 @@ void Fill(QTextDocument& oDocument, const StudyReport& oReport) {
     oDocument.setHtml(Text(oReport.sHtml));
 }
 
+int PageOf(const QTextDocument& oDocument, qreal y) {
+    return static_cast<int>(y / oDocument.pageSize().height());
+}
+
+// A heading goes to the next page with what it is about.
+void KeepHeadings(QTextDocument& oDocument) {
+    for (QTextBlock oBlock = oDocument.begin(); oBlock.isValid(); oBlock = oBlock.next()) {
+        const QTextBlock oNext = oBlock.next();
+        if (oBlock.blockFormat().headingLevel() == 0 || !oNext.isValid())
+            continue;
+        const auto* pLayout = oDocument.documentLayout();
+        const QRectF oHeading = pLayout->blockBoundingRect(oBlock);
+        // A line that doesn't fit stands on the next page, though its block begins on this one.
+        const qreal yNext = pLayout->blockBoundingRect(oNext).bottom() - 1;
+        if (PageOf(oDocument, oHeading.top()) == PageOf(oDocument, yNext))
+            continue;
+        QTextBlockFormat oFormat = oBlock.blockFormat();
+        oFormat.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        QTextCursor(oBlock).setBlockFormat(oFormat);
+    }
+}
+
 void SavePdf(const StudyReport& oReport, const QString& sPath) {
     constexpr int nResolution = 144; // dots an inch of text and pictures alike
     QPdfWriter oWriter(sPath);
@@ -44,6 +68,7 @@ void SavePdf(const StudyReport& oReport, const QString& sPath) {
     oDocument.documentLayout()->setPaintDevice(&oWriter);
     Fill(oDocument, oReport);
     oDocument.setPageSize(oWriter.pageLayout().paintRectPixels(nResolution).size());
+    KeepHeadings(oDocument);
     oDocument.print(&oWriter);
 }
 

@@ -180,7 +180,7 @@ TEST_F(Pages, ChartsFollowTheirSettingsAndAreKept) {
     Start();
     OpenItem("penguins.csv");
     Choose("Analysis.Histogram");
-    const QString sCaption = "Histogram of penguins.csv: bill_length_mm";
+    const QString sCaption = "Histogram of penguins.csv: bill length";
     auto* pChart = In<ChartWidget>(sCaption, "Chart");
     EXPECT_EQ(pChart->Scene().aBars.size(), 13U);
     In<QSpinBox>(sCaption, "Bins")->setValue(5);
@@ -191,8 +191,8 @@ TEST_F(Pages, ChartsFollowTheirSettingsAndAreKept) {
         sTip = pChart->TipAt({250, y});
     EXPECT_TRUE(sTip.endsWith("rows")) << sTip.toStdString();
     Choose("File.Save");
-    EXPECT_EQ(Status(), "Histogram of penguins.csv: bill_length_mm has been added to the study");
-    EXPECT_NE(Shown().find("      Histogram of penguins.csv: bill_length_mm"), std::string::npos);
+    EXPECT_EQ(Status(), "Histogram of penguins.csv: bill length has been added to the study");
+    EXPECT_NE(Shown().find("      Histogram of penguins.csv: bill length"), std::string::npos);
 
     for (const char* sName : {"chart.png", "chart.svg"}) {
         m_pApplication->Dialogs().AddAnswer(m_oFolder.Path(sName));
@@ -230,7 +230,7 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     Start();
     OpenItem("penguins.csv");
     Choose("Analysis.Bootstrap");
-    const QString sCaption = "Bootstrap of penguins.csv: bill_length_mm";
+    const QString sCaption = "Bootstrap of penguins.csv: bill length";
     auto* pRun = qobject_cast<QPushButton*>(Button(*In<QSpinBox>(sCaption, "Seed")->parentWidget(), "Run"));
     const auto Result = [&] {
         QString sResult;
@@ -240,7 +240,7 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
         return sResult;
     };
     pRun->click();
-    EXPECT_EQ(Status(), "mean of bill_length_mm: 43.92 mm");
+    EXPECT_EQ(Status(), "mean of bill length: 43.92 mm");
     EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << Result().toStdString();
     EXPECT_FALSE(m_pApplication->Bar()->Tools()->Item("Edit.Undo")->Enabled()) << "as before the work";
 
@@ -327,7 +327,7 @@ TEST_F(Pages, PreferencesOfAnalysesAreCheckedAndUsed) {
     oPageObj.As<IPageAccess>()->Page()->Save();
     ClickItem("penguins.csv");
     Choose("Analysis.Histogram");
-    EXPECT_EQ(In<ChartWidget>("Histogram of penguins.csv: bill_length_mm by sex", "Chart")->Scene().aLegend.size(), 2U);
+    EXPECT_EQ(In<ChartWidget>("Histogram of penguins.csv: bill length by sex", "Chart")->Scene().aLegend.size(), 2U);
     EXPECT_EQ(ReadPreferences().dblConfidence, 0.99);
 }
 
