@@ -202,6 +202,7 @@ private:
     }
     void MakeConflict(QWidget& oDialog) {
         auto& oShortcuts = static_cast<ShortcutsDialog&>(oDialog);
+        oShortcuts.resize(940, 580); // the screen is narrower here than people's
         oShortcuts.Select(*m_oApplication.Bar()->Tools()->Item("Analysis.Summary"));
         oShortcuts.List().scrollToItem(oShortcuts.List().currentItem(), QAbstractItemView::PositionAtCenter);
         oShortcuts.Keys().setKeySequence(QKeySequence("Ctrl+P"));
@@ -215,6 +216,7 @@ private:
     QPixmap Inspector() {
         InspectorDialog* pInspector = m_oApplication.Personal().ShowInspector();
         Settle();
+        pInspector->resize(900, 600);
         pInspector->Select(*m_oApplication.Bar()->Tools()->Item("File.Import"));
         const QPixmap oPicture = Grab(*pInspector);
         pInspector->close();
@@ -224,6 +226,7 @@ private:
     QPixmap Log() {
         LogDialog* pLog = m_oApplication.Personal().ShowLog();
         Settle();
+        pLog->resize(860, 520);
         pLog->View().Table().selectRow(0);
         const QPixmap oPicture = Grab(*pLog);
         pLog->close();

@@ -35,25 +35,35 @@ void Fill(QTextDocument& oDocument, const StudyReport& oReport) {
     oDocument.setHtml(Text(oReport.sHtml));
 }
 
-int PageOf(const QTextDocument& oDocument, qreal y) {
-    return static_cast<int>(y / oDocument.pageSize().height());
+bool IsOnOnePage(const QTextDocument& oDocument, const QTextBlock& oFirst, const QTextBlock& oLast) {
+    const auto fnPage = [&](qreal y) { return static_cast<int>(y / oDocument.pageSize().height()); };
+    const auto* pLayout = oDocument.documentLayout();
+    // A line that doesn't fit stands on the next page, though its block begins on this one.
+    return fnPage(pLayout->blockBoundingRect(oFirst).top()) == fnPage(pLayout->blockBoundingRect(oLast).bottom() - 1);
 }
 
-// A heading goes to the next page with what it is about.
-void KeepHeadings(QTextDocument& oDocument) {
+void BeginPage(QTextDocument& oDocument, const QTextBlock& oBlock, bool bBegins) {
+    QTextBlockFormat oFormat = oBlock.blockFormat();
+    oFormat.setPageBreakPolicy(bBegins ? QTextFormat::PageBreak_AlwaysBefore : QTextFormat::PageBreak_Auto);
+    QTextCursor(oBlock).setBlockFormat(oFormat);
+    oDocument.markContentsDirty(0, oDocument.characterCount()); // pages behind it would stay as they were
+}
+
+// What stands below a heading goes to the next page as a whole. What is longer than a page is divided, but not just
+// behind its heading.
+void KeepTogether(QTextDocument& oDocument) {
     for (QTextBlock oBlock = oDocument.begin(); oBlock.isValid(); oBlock = oBlock.next()) {
-        const QTextBlock oNext = oBlock.next();
-        if (oBlock.blockFormat().headingLevel() == 0 || !oNext.isValid())
+        if (oBlock.blockFormat().headingLevel() == 0)
             continue;
-        const auto* pLayout = oDocument.documentLayout();
-        const QRectF oHeading = pLayout->blockBoundingRect(oBlock);
-        // A line that doesn't fit stands on the next page, though its block begins on this one.
-        const qreal yNext = pLayout->blockBoundingRect(oNext).bottom() - 1;
-        if (PageOf(oDocument, oHeading.top()) == PageOf(oDocument, yNext))
+        QTextBlock oLast = oBlock;
+        while (oLast.next().isValid() && oLast.next().blockFormat().headingLevel() == 0)
+            oLast = oLast.next();
+        if (oLast == oBlock || IsOnOnePage(oDocument, oBlock, oLast))
             continue;
-        QTextBlockFormat oFormat = oBlock.blockFormat();
-        oFormat.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-        QTextCursor(oBlock).setBlockFormat(oFormat);
+        const bool bIsCut = !IsOnOnePage(oDocument, oBlock, oBlock.next());
+        BeginPage(oDocument, oBlock, true);
+        if (!bIsCut && !IsOnOnePage(oDocument, oBlock, oLast))
+            BeginPage(oDocument, oBlock, false);
     }
 }
 
@@ -68,7 +78,7 @@ void SavePdf(const StudyReport& oReport, const QString& sPath) {
     oDocument.documentLayout()->setPaintDevice(&oWriter);
     Fill(oDocument, oReport);
     oDocument.setPageSize(oWriter.pageLayout().paintRectPixels(nResolution).size());
-    KeepHeadings(oDocument);
+    KeepTogether(oDocument);
     oDocument.print(&oWriter);
 }
 
