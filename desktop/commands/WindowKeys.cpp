@@ -19,6 +19,7 @@ std::vector<WindowKey> FixedWindowKeys() {
     const QString sPages = QCoreApplication::translate("WindowKeys", "windows with pages");
     const QString sNext = QCoreApplication::translate("WindowKeys", "Next window");
     const QString sPrevious = QCoreApplication::translate("WindowKeys", "Previous window");
+    const QString sClose = QCoreApplication::translate("WindowKeys", "Close window");
     const QString sOtherPart = QCoreApplication::translate("WindowKeys", "To the explorer, or back to the window");
     const QString sMenu = QCoreApplication::translate("WindowKeys", "Context menu");
     return {
@@ -26,7 +27,8 @@ std::vector<WindowKey> FixedWindowKeys() {
         {Keys("Ctrl+F6"), Use::NextWindow, sNext, sWindow, true},
         {Keys("Ctrl+Shift+Tab"), Use::PreviousWindow, sPrevious, sWindow, true},
         {Keys("Ctrl+Shift+F6"), Use::PreviousWindow, sPrevious, sWindow, true},
-        {Keys("Ctrl+F4"), Use::CloseWindow, QCoreApplication::translate("WindowKeys", "Close window"), sWindow, true},
+        {Keys("Ctrl+F4"), Use::CloseWindow, sClose, sWindow, true},
+        {Keys("Ctrl+W"), Use::CloseWindow, sClose, sWindow, false},
         {Keys("F6"), Use::OtherPart, sOtherPart, sWindow, false},
         {Keys("Shift+F6"), Use::OtherPart, sOtherPart, sWindow, false},
         {Keys("F10"), Use::FirstMenu, QCoreApplication::translate("WindowKeys", "First menu"), sWindow, false},

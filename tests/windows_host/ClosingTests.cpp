@@ -224,6 +224,8 @@ TEST_F(HostRoom, KeysAndTheMenuGoFromWindowToWindow) {
     EXPECT_EQ(fnActive(), "2") << "a click into a window";
     m_aForms[1]->Unload();
     EXPECT_EQ(fnActive(), "1") << "the one before it";
+    EXPECT_EQ(fnKey(Qt::Key_W, Qt::ControlModifier), "3");
+    EXPECT_EQ(Manager().Windows()->Count(), 1);
 }
 
 TEST_F(HostRoom, WindowsAreArrangedAndTheirStateIsTheModels) {
