@@ -31,10 +31,11 @@ void DataTableView::SetData(DataTableModel* pModel) {
     connect(pModel, &DataTableModel::Refused, this, &DataTableView::Refused);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
-    resizeColumnsToContents();
     const int nWidest = fontMetrics().averageCharWidth() * 40;
+    const int nBeside = fontMetrics().averageCharWidth() * 2; // a name has the room of the sort indicator beside it
     for (int i = 0; i < pModel->columnCount(); ++i)
-        setColumnWidth(i, std::min(columnWidth(i) + fontMetrics().averageCharWidth() * 2, nWidest));
+        setColumnWidth(
+            i, std::min(std::max(sizeHintForColumn(i) + nBeside, horizontalHeader()->sectionSizeHint(i)), nWidest));
 }
 
 void DataTableView::Copy() {
