@@ -130,7 +130,8 @@ MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<Pane
 }
 
 MainWindow::~MainWindow() {
-    delete m_pBars; // before the widgets whose actions it follows
+    disconnect(m_pArea, nullptr, this, nullptr); // its windows go one by one, each time another one comes up
+    delete m_pBars;                              // before the widgets whose actions it follows
 }
 
 void MainWindow::SetUpDock(const Ref<PanelForm>& frmPanel) {
