@@ -234,15 +234,21 @@ void CustomizeDialog::MoveCurrent(int nStep) {
     const auto oBehind = ToolAt(nBehind);
     m_oBars.Move(*oBand, *oTool, oBehind.Get());
     ShowBand();
-    for (int i = 0; i < m_pEntries->count(); ++i)
-        if (ToolAt(i) == oTool)
-            m_pEntries->setCurrentRow(i);
+    SelectEntry(*oTool);
 }
 
+// It is chosen, to be moved where it should be; so is one that the toolbar has already.
 void CustomizeDialog::AddCommand(const Ref<Tool>& oTool) {
     if (const Ref<Band> oBand = CurrentBand(); oBand && oBand->Kind() == BandKind::Toolbar)
         m_oBars.Add(*oBand, *oTool);
     ShowBand();
+    SelectEntry(*oTool);
+}
+
+void CustomizeDialog::SelectEntry(const Tool& oTool) {
+    for (int i = 0; i < m_pEntries->count(); ++i)
+        if (const auto oEntry = ToolAt(i); oEntry && &oEntry->Master() == &oTool.Master())
+            m_pEntries->setCurrentRow(i);
 }
 
 void CustomizeDialog::ForgetAside() {

@@ -27,6 +27,7 @@ public:
     [[nodiscard]] QListWidget& Entries() { return *m_pEntries; }
     void MoveCurrent(int nStep);
     void AddCommand(const Ref<Tool>& oTool);
+    void SelectEntry(const Tool& oTool);
 
 private:
     void FillBands();

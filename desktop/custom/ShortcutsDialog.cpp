@@ -3,6 +3,7 @@
 #include "desktop/ClearButton.h"
 #include "desktop/DialogSize.h"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -39,6 +40,7 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
     ResizeWithin(*this, {940, 580});
     m_pFilter->setPlaceholderText(tr("Search for a command, keys or an owner"));
     m_pFilter->setAccessibleName(tr("Search"));
+    m_pFilter->installEventFilter(this);
     AddClearButton(*m_pFilter);
     m_pList->setHeaderLabels({tr("Command"), tr("Keys"), tr("Owner"), tr("Note")});
     m_pList->setRootIsDecorated(false);
@@ -231,6 +233,12 @@ void ShortcutsDialog::ShowCurrent() {
 }
 
 bool ShortcutsDialog::eventFilter(QObject* pWatched, QEvent* pEvent) {
+    // The arrows go from the search into the list.
+    if (pWatched == m_pFilter && pEvent->type() == QEvent::KeyPress)
+        if (const int nKey = static_cast<QKeyEvent*>(pEvent)->key(); nKey == Qt::Key_Down || nKey == Qt::Key_Up) {
+            QCoreApplication::sendEvent(m_pList, pEvent);
+            return true;
+        }
     // Esc alone leads out of the field, as out of every other; to be assigned it needs a modifier.
     const bool bKey = pEvent->type() == QEvent::KeyPress || pEvent->type() == QEvent::ShortcutOverride;
     if (pWatched == m_pKeys && bKey &&
@@ -301,6 +309,14 @@ void ShortcutsDialog::Filter(const QString& sText) {
             bShown = bShown || pItem->text(iColumn).contains(sText, Qt::CaseInsensitive);
         pItem->setHidden(!bShown);
     }
+    // Keys go to the current row: to one that is seen, or to none.
+    if (const QTreeWidgetItem* pCurrent = m_pList->currentItem(); pCurrent && !pCurrent->isHidden())
+        return;
+    QTreeWidgetItem* pFirst = nullptr;
+    for (int i = m_pList->topLevelItemCount(); i-- > 0;)
+        if (!m_pList->topLevelItem(i)->isHidden())
+            pFirst = m_pList->topLevelItem(i);
+    m_pList->setCurrentItem(pFirst);
 }
 
 } // namespace corvane::desktop

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QKeySequenceEdit>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMenuBar>
@@ -189,6 +190,31 @@ TEST_F(PersonalBarsTest, KeysOfTheWindowItselfAreConflictsAsTheListSays) {
     }
 }
 
+TEST_F(PersonalBarsTest, NewKeysGoToARowThatTheSearchShows) {
+    const auto pApplication = Start();
+    PersonalBars& oBars = pApplication->Personal().Bars();
+    ShortcutsDialog oDialog(oBars, *pApplication->Bar(), &pApplication->Window());
+    ASSERT_TRUE(oDialog.Select(ToolOf(*pApplication, "File.A")));
+    auto* pSearch = oDialog.findChild<QLineEdit*>();
+    ASSERT_TRUE(pSearch);
+    const auto fnAssign = [&](const char* sKeys) {
+        oDialog.Keys().setKeySequence(QKeySequence(sKeys));
+        for (auto* pButton : oDialog.findChildren<QPushButton*>())
+            if (pButton->text() == "A&ssign")
+                pButton->click();
+    };
+    pSearch->setText("File \u203a B");
+    fnAssign("Ctrl+K");
+    EXPECT_FALSE(oBars.HasOwnKeys(ToolOf(*pApplication, "File.A")));
+    EXPECT_EQ(oBars.KeysText(ToolOf(*pApplication, "File.B")), "Ctrl+K");
+    pSearch->setText("no such command");
+    EXPECT_FALSE(oDialog.Keys().isEnabled());
+    pSearch->setText("File \u203a");
+    QTest::keyClick(pSearch, Qt::Key_Down); // from A to B
+    fnAssign("Ctrl+L");
+    EXPECT_EQ(oBars.KeysText(ToolOf(*pApplication, "File.B")), "Ctrl+L");
+}
+
 TEST_F(PersonalBarsTest, KeysGoAroundThePartsOfTheWindow) {
     m_oFolder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
         <Menus><MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1" Caption="Open"/></Menus>
@@ -228,8 +254,7 @@ TEST_F(PersonalBarsTest, ToolbarsAndMenusOutliveChangedDefinitions) {
         oDialog.Entries().setCurrentRow(2);
         oDialog.MoveCurrent(-1);
         EXPECT_EQ(Toolbar(*pApplication), "A C B");
-        oDialog.AddCommand(pApplication->Bar()->Tools()->Item("View.Bar"));
-        oDialog.Entries().setCurrentRow(3);
+        oDialog.AddCommand(pApplication->Bar()->Tools()->Item("View.Bar")); // it is chosen at once
         oDialog.MoveCurrent(-1);
         oDialog.MoveCurrent(-1);
         EXPECT_EQ(Toolbar(*pApplication), "A Status Bar C B");
