@@ -6,6 +6,7 @@
 #include "corvane/base/Failure.h"
 
 #include <algorithm>
+#include <system_error>
 
 namespace studies {
 
@@ -60,10 +61,40 @@ const std::string& ImportJob::Problem() {
     return m_sProblem;
 }
 
+ImportJob::Stamp ImportJob::StampNow() const {
+    std::error_code oError;
+    const auto tWritten = std::filesystem::last_write_time(m_sPath, oError);
+    if (oError)
+        return {};
+    const std::uintmax_t nBytes = std::filesystem::file_size(m_sPath, oError);
+    return Stamp({tWritten, oError ? 0 : nBytes});
+}
+
+std::vector<std::string> ImportJob::ColumnNames() const {
+    std::vector<std::string> aNames;
+    if (m_oResult)
+        for (const Column& oColumn : m_oResult->oTable.aColumns)
+            aNames.push_back(oColumn.sName);
+    return aNames;
+}
+
+void ImportJob::LookAgain() {
+    const Stamp oNow = StampNow();
+    if (!m_bRead || oNow == m_oStamp || (!oNow && m_oResult))
+        return;
+    const std::vector<std::string> aBefore = ColumnNames();
+    m_bRead = false;
+    Read();
+    if (ColumnNames() != aBefore)
+        m_aText.clear(); // was chosen for other columns
+    Changed.Raise();
+}
+
 void ImportJob::Read() {
     if (m_bRead)
         return;
     m_bRead = true;
+    m_oStamp = StampNow();
     m_oResult.reset();
     m_sProblem.clear();
     try {

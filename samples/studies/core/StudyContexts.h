@@ -4,9 +4,12 @@
 #include "Csv.h"
 #include "Workspace.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace studies {
@@ -48,6 +51,8 @@ public:
     // Nothing when it can't be read; Problem says why.
     [[nodiscard]] const CsvResult* Result();
     [[nodiscard]] const std::string& Problem();
+    // Reads the file anew if it has been changed since. One that has gone stays as it was read.
+    void LookAgain();
 
     [[nodiscard]] bool SkipsBadRows() const { return m_bSkipBadRows; }
     void SetSkipsBadRows(bool bSkip);
@@ -67,6 +72,11 @@ public:
     std::string_view TypeName() const override { return "ImportJob"; }
 
 private:
+    // What tells that a file is another now; nothing when there is none.
+    using Stamp = std::optional<std::pair<std::filesystem::file_time_type, std::uintmax_t>>;
+
+    [[nodiscard]] Stamp StampNow() const;
+    [[nodiscard]] std::vector<std::string> ColumnNames() const;
     void Read();
 
     corvane::Ref<Workspace> m_oWorkspace;
@@ -75,6 +85,7 @@ private:
     bool m_bSkipBadRows = false;
     std::vector<bool> m_aText;
     bool m_bRead = false;
+    Stamp m_oStamp; // of the file as it was read
     std::optional<CsvResult> m_oResult;
     std::string m_sProblem;
 };

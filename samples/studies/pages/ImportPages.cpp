@@ -5,7 +5,9 @@
 #include "Shell.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QFormLayout>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
@@ -42,6 +44,7 @@ QWidget* ImportFilePage::MakeWidget(QWidget* pParent) {
     pLayout->addWidget(m_pFound);
     pLayout->addWidget(m_pProblem);
     pLayout->addStretch(1);
+    QObject::connect(m_pPath, &QLineEdit::textEdited, pPage, [this] { Guarded([this] { FollowTyping(); }); });
     QObject::connect(m_pPath, &QLineEdit::editingFinished, pPage, [this] { Guarded([this] { TakePath(); }); });
     QObject::connect(pBrowse, &QPushButton::clicked, pPage, [this] {
         Guarded([this] {
@@ -67,15 +70,34 @@ bool ImportFilePage::IsValid() {
     return !oJob->Path().empty() && oJob->Problem().empty();
 }
 
+void ImportFilePage::OnActivate() {
+    if (Widget())
+        TakePath();
+}
+
+// A file is taken as soon as its name is whole, so that the wizard can go on; what is wrong is told at the end.
+void ImportFilePage::FollowTyping() {
+    if (QFileInfo(m_pPath->text().trimmed()).isFile())
+        return TakePath();
+    Job()->SetPath({});
+    ShowFound();
+}
+
 void ImportFilePage::TakePath() {
     const Ref<ImportJob> oJob = Job();
     const std::string sPath = Utf8(m_pPath->text().trimmed());
     if (sPath == oJob->Path())
-        return;
-    oJob->SetPath(sPath);
-    const CsvResult* pResult = sPath.empty() ? nullptr : oJob->Result();
+        oJob->LookAgain();
+    else
+        oJob->SetPath(sPath);
+    ShowFound();
+}
+
+void ImportFilePage::ShowFound() {
+    const Ref<ImportJob> oJob = Job();
+    const CsvResult* pResult = oJob->Path().empty() ? nullptr : oJob->Result();
     m_pFound->setText(pResult ? Text(SizeText(pResult->oTable.nRows, pResult->oTable.aColumns.size())) : QString());
-    m_pProblem->Show(sPath.empty() ? QString() : Text(oJob->Problem()));
+    m_pProblem->Show(oJob->Path().empty() ? QString() : Text(oJob->Problem()));
 }
 
 QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
@@ -110,13 +132,24 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
     });
     QObject::connect(m_pSkip, &QCheckBox::toggled, pPage,
                      [this](bool bSkip) { Guarded([&] { Job()->SetSkipsBadRows(bSkip); }); });
+    // Who has put the file in order in another program finds it so here.
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, pPage, [this](Qt::ApplicationState eState) {
+        if (eState == Qt::ApplicationActive)
+            Guarded([this] { LookAgain(); });
+    });
     ShowFile();
     return pPage;
 }
 
 void ImportFormatPage::OnActivate() {
     if (Widget())
-        ShowFile();
+        LookAgain();
+}
+
+void ImportFormatPage::LookAgain() {
+    if (!Job()->Path().empty())
+        Job()->LookAgain();
+    ShowFile();
 }
 
 bool ImportFormatPage::IsValid() {

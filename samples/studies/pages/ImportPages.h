@@ -28,8 +28,12 @@ protected:
     QWidget* MakeWidget(QWidget* pParent) override;
     [[nodiscard]] bool IsValid() override;
 
+    void OnActivate() override;
+
 private:
+    void FollowTyping();
     void TakePath();
+    void ShowFound();
 
     QPointer<QLineEdit> m_pPath;
     QPointer<QLabel> m_pFound;
@@ -47,6 +51,7 @@ protected:
     [[nodiscard]] bool IsValid() override;
 
 private:
+    void LookAgain();
     void ShowFile();
     void ShowTypes(const Table& oTable);
     void ShowRows(const Table& oTable);

@@ -24,6 +24,8 @@
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTableWidget>
+#include <QTest>
+#include <filesystem>
 
 using namespace corvane;
 using namespace studies;
@@ -93,6 +95,42 @@ TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
     EXPECT_EQ(oTable.aColumns[0].eType, ColumnType::Text);
     EXPECT_EQ(oTable.aColumns[1].Label(), "size (mm)");
     EXPECT_NE(Shown().find("cells"), std::string::npos);
+}
+
+TEST_F(Pages, TheImportWizardFollowsWhatIsTypedAndTheFileItself) {
+    Start(false);
+    const std::string sPath = Write("cells.csv", "id,size\n1,2\n2\n");
+    ChooseAndAct("File.Import", [&](QWidget& oWizard) {
+        auto* pPath = Only<QLineEdit>(oWizard);
+        QTest::keyClicks(pPath, QString::fromStdString(sPath).chopped(1));
+        EXPECT_FALSE(Button(oWizard, "Next")->isEnabled());
+        EXPECT_EQ(Problem(oWizard), "") << "the name isn't whole yet";
+        QTest::keyClicks(pPath, "v");
+        EXPECT_TRUE(Button(oWizard, "Next")->isEnabled());
+        QTest::keyClicks(pPath, "x");
+        EXPECT_FALSE(Button(oWizard, "Next")->isEnabled());
+        QTest::keyClick(pPath, Qt::Key_Backspace);
+        Button(oWizard, "Next")->click();
+        Turn();
+        EXPECT_EQ(Problem(oWizard), "A row can't be read:\nLine 3: 1 field where the first row has 2.");
+        // The row is put in order in the file; back and forth shows it.
+        Write("cells.csv", "id,size\n1,2\n2,3\n3,4\n");
+        Button(oWizard, "Previous")->click();
+        Turn();
+        Button(oWizard, "Next")->click();
+        Turn();
+        EXPECT_EQ(Problem(oWizard), "");
+        EXPECT_EQ(Only<QTableWidget>(oWizard)->rowCount(), 4);
+        // What was seen is imported, even when the file has gone.
+        std::filesystem::remove(sPath);
+        Button(oWizard, "Next")->click();
+        Turn();
+        Button(oWizard, "Previous")->click();
+        Turn();
+        EXPECT_EQ(Problem(oWizard), "");
+        Button(oWizard, "Finish")->click();
+    });
+    EXPECT_EQ(Status(), "cells.csv imported into \"Study 1\": 3 rows, 2 columns");
 }
 
 TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
