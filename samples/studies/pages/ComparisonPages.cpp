@@ -136,6 +136,7 @@ QWidget* BootstrapPage::MakeWidget(QWidget* pParent) {
 void BootstrapPage::ShowAnalysis() {
     const AnalysisSettings& oSettings = Document()->Settings();
     FillColumns(*m_pColumn, Data().aColumns, true);
+    m_pColumn->setMinimumContentsLength(24); // there is room, and names have units
     Choose(*m_pColumn, oSettings.sColumnX);
     Choose(*m_pFigure, std::string(NameOf(oSettings.oBootstrap.eFigure)));
     const QSignalBlocker oResamplesBlocker(m_pResamples);
