@@ -15,6 +15,7 @@
 #include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
+#include <algorithm>
 #include <utility>
 
 namespace corvane::desktop {
@@ -182,6 +183,30 @@ void WindowBody::SetUpCommands(QBoxLayout* pAll) {
     pAll->addWidget(m_pFoot);
     m_pFoot->setVisible(m_oOptions.bWithCommands);
     connect(m_pCommands, &CommandRow::Chosen, this, &WindowBody::CommandChosen);
+}
+
+// Pages make their controls when they are first shown, and some later; all the same Tab goes from the pages' names into
+// the page, and from there to the commands.
+std::vector<QWidget*> WindowBody::TabStops() const {
+    std::vector<QWidget*> aStops;
+    std::vector<QWidget*> aCommands;
+    for (QWidget* p = nextInFocusChain(); p != this; p = p->nextInFocusChain())
+        if (isAncestorOf(p) && (p->focusPolicy() & Qt::TabFocus) && !p->focusProxy() && p->isVisibleTo(this) &&
+            p->isEnabled())
+            (m_pFoot->isAncestorOf(p) ? aCommands : aStops).push_back(p);
+    aStops.insert(aStops.end(), aCommands.begin(), aCommands.end());
+    return aStops;
+}
+
+bool WindowBody::focusNextPrevChild(bool bNext) {
+    const std::vector<QWidget*> aStops = TabStops();
+    const auto itNow = std::find(aStops.begin(), aStops.end(), window()->focusWidget());
+    if (itNow == aStops.end())
+        return QWidget::focusNextPrevChild(bNext);
+    const auto nStep = bNext ? 1 : aStops.size() - 1;
+    aStops[(static_cast<std::size_t>(itNow - aStops.begin()) + nStep) % aStops.size()]->setFocus(
+        bNext ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 bool WindowBody::AreCommandsShown() const {

@@ -60,10 +60,12 @@ Q_SIGNALS:
     void AllPagesWanted();
 
 protected:
+    bool focusNextPrevChild(bool bNext) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
+    [[nodiscard]] std::vector<QWidget*> TabStops() const;
     void SetUpTabs(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
     void SetUpSteps(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);
     void SetUpList(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll);

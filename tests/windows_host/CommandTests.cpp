@@ -6,8 +6,10 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 
 namespace corvane::desktop {
 namespace {
@@ -155,6 +157,26 @@ TEST_F(HostRoom, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
         const std::string sHeard = m_pHeard->Take();
         EXPECT_NE(sHeard.find(oCase.sEnd), std::string::npos) << sHeard;
         EXPECT_EQ(LastForm()->IsLoaded(), oCase.sEnd == std::string());
+    }
+}
+
+TEST_F(HostRoom, TabGoesFromThePagesNamesIntoThePageAndThenToTheCommands) {
+    Define("Dialog", sDialog, "A B");
+    Start();
+    const auto oWindow = Open("Dialog");
+    QWidget* pBody = LastForm()->Body();
+    for (const Long iPage : {0, 1}) {
+        oWindow->SetActivePageIndex(iPage);
+        Turn();
+        pBody->findChild<QTabBar*>()->setFocus();
+        const auto aEdits = pBody->findChildren<QLineEdit*>();
+        const auto itShown = std::find_if(aEdits.begin(), aEdits.end(), [](auto* pEdit) { return pEdit->isVisible(); });
+        ASSERT_NE(itShown, aEdits.end());
+        for (QWidget* pNext : {static_cast<QWidget*>(*itShown), static_cast<QWidget*>(Button(Command::cvOK)),
+                               static_cast<QWidget*>(Button(Command::cvCancel))}) {
+            QTest::keyClick(pBody->window()->focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(pBody->window()->focusWidget(), pNext) << iPage;
+        }
     }
 }
 
