@@ -110,6 +110,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
     m_pPreview->setAccessibleName("Preview");
     m_pPreview->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pPreview->setWordWrap(false);
+    m_pPreview->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
     m_pPreview->verticalHeader()->setDefaultSectionSize(m_pPreview->fontMetrics().height() + 8);
     m_pSize = new QLabel;
     m_pProblem = new ProblemLabel;
