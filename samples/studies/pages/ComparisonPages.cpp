@@ -44,7 +44,7 @@ void ComparisonPage::AddControls(QBoxLayout& oRow) {
     AddLabelled(oRow, "&Column", m_pColumn);
     AddLabelled(oRow, "&by", m_pGroup);
     AddLabelled(oRow, "&of", m_pFirst);
-    AddLabelled(oRow, "an&d", m_pSecond);
+    AddLabelled(oRow, "a&nd", m_pSecond);
     Bind(m_pColumn, &AnalysisSettings::sColumnX);
     Bind(m_pFirst, &AnalysisSettings::sFirstGroup);
     Bind(m_pSecond, &AnalysisSettings::sSecondGroup);
@@ -106,9 +106,9 @@ QWidget* BootstrapPage::MakeWidget(QWidget* pParent) {
     auto* pForm = new QFormLayout;
     pForm->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     pForm->addRow("&Column", m_pColumn);
-    pForm->addRow("&Figure", m_pFigure);
-    pForm->addRow("Re&samples", m_pResamples);
-    pForm->addRow("S&eed", m_pSeed);
+    pForm->addRow("Fi&gure", m_pFigure);
+    pForm->addRow("Resam&ples", m_pResamples);
+    pForm->addRow("&Seed", m_pSeed);
     pForm->addRow(QString(), m_pRun);
     auto* pLayout = new QVBoxLayout(pPage);
     pLayout->addLayout(pForm);

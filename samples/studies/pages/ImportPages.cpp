@@ -33,7 +33,7 @@ QWidget* ImportFilePage::MakeWidget(QWidget* pParent) {
     m_pProblem = new ProblemLabel;
     auto* pBrowse = new QPushButton("&Browse\u2026");
     auto* pRow = new QHBoxLayout;
-    AddLabelled(*pRow, "&File", m_pPath);
+    AddLabelled(*pRow, "F&ile", m_pPath);
     pRow->addWidget(pBrowse);
     auto* pHint = new QLabel("A text file with a row of names and one row for each case; commas, semicolons or tabs "
                              "stand between the values.");
@@ -250,7 +250,7 @@ QWidget* ImportTargetPage::MakeWidget(QWidget* pParent) {
         m_pStudy->addItem(Text(oStudy.sName), static_cast<qlonglong>(oStudy.nId));
     m_pStudy->addItem("a new study", qlonglong{0});
     m_pNewStudy = new QLineEdit;
-    m_pNewStudyLabel = new QLabel("Its &name");
+    m_pNewStudyLabel = new QLabel("Its n&ame");
     m_pNewStudyLabel->setBuddy(m_pNewStudy);
     m_pName = new QLineEdit;
     m_pProblem = new ProblemLabel;

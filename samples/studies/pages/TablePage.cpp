@@ -52,7 +52,7 @@ QLayout* TablePage::MakeFilterRow() {
     m_pCount = new QLabel;
     AddLabelled(*pRow, "&Rows where", m_pFilterColumn);
     pRow->setStretch(1, 0);
-    AddLabelled(*pRow, "&has", m_pFilter);
+    AddLabelled(*pRow, "ha&s", m_pFilter);
     pRow->addWidget(m_pCount);
     // Not with every letter: in a large table a filter takes a moment.
     auto* pPause = new QTimer(m_pFilter);
