@@ -128,6 +128,7 @@ QWidget* UnitsPage::MakeWidget(QWidget* pParent) {
         About<DataSetContext>()->Space()->GetStore().Columns(About<DataSetContext>()->Number());
     m_pTable = new QTableWidget(static_cast<int>(aColumns.size()), 3);
     m_pTable->setAccessibleName("Columns");
+    m_pTable->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
     m_pTable->setHorizontalHeaderLabels({"Column", "Type", "Unit"});
     m_pTable->verticalHeader()->hide();
     m_pTable->setAlternatingRowColors(true);
