@@ -85,7 +85,8 @@ TEST(VariantTest, Converts) {
 TEST(VariantTest, NumbersDontFollowTheLocale) {
     const test::TemporaryFolder oFolder; // few machines have such a locale, so it is made here
     const std::string sMake = "localedef -c -i de_DE -f UTF-8 \"" + oFolder.Path() + "/de_DE.UTF-8\"";
-    ASSERT_EQ(std::system(sMake.c_str()), 0) << "is the package locales installed?";
+    if (std::system(sMake.c_str()) != 0)
+        GTEST_SKIP() << "no locale can be made here; the package locales has what it takes";
     ::setenv("LOCPATH", oFolder.Path().c_str(), 1);
     ASSERT_TRUE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"));
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
