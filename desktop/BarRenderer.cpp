@@ -257,8 +257,9 @@ void BarRenderer::ShowStatusBar() {
     if (const Ref<Tool> oStatus = oBand->Tools()->Find("Status")) {
         const QString sText = QString::fromStdString(oStatus->Caption());
         const bool bShown = oStatus->Visible() && m_oActiveBar->StatusTextShown();
+        const bool bTurned = std::exchange(m_bStatusShown, bShown) != bShown; // a description hides the label, too
         // What is shown while the bar describes the command under the pointer would lie over that; news come first.
-        if (m_pStatus->text() != sText || std::exchange(m_bStatusShown, bShown) != bShown) {
+        if (bTurned || m_pStatus->text() != sText) {
             m_pWindow->statusBar()->clearMessage();
             m_pStatus->setText(sText);
             m_pStatus->setToolTip(sText);

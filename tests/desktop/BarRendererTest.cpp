@@ -470,7 +470,17 @@ TEST_F(BarRendererTest, StatusTextIsShownAtOnceWhenItIsAskedFor) {
     const auto oStatus = m_oBar->Bands()->Item("StatusBar");
     oStatus->Tools()->Item("Status")->SetCaption("Ready & waiting");
     oStatus->Refresh();
-    EXPECT_EQ(m_oWindow.statusBar()->findChild<QLabel*>()->text(), "Ready & waiting");
+    const auto* pLabel = m_oWindow.statusBar()->findChild<QLabel*>();
+    EXPECT_EQ(pLabel->text(), "Ready & waiting");
+    // What comes while it is hidden is there when it isn't any more.
+    oStatus->Tools()->Item("Status")->SetVisible(false);
+    oStatus->Tools()->Item("Status")->SetCaption("Done");
+    m_pRenderer->Flush();
+    EXPECT_TRUE(pLabel->isHidden());
+    oStatus->Tools()->Item("Status")->SetVisible(true);
+    m_pRenderer->Flush();
+    EXPECT_FALSE(pLabel->isHidden());
+    EXPECT_EQ(pLabel->text(), "Done");
 }
 
 TEST_F(BarRendererTest, DescriptionIsShownWhileAnEntryIsUnderThePointer) {
