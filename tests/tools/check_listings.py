@@ -1,4 +1,4 @@
-"""usage: check_listings.py ROOT -- the listings of README.md are the files that they are linked to.
+"""usage: check_listings.py ROOT -- the listings of docs/first-service.md are the files that they are linked to.
 
 A listing of code (cpp, xml, cmake, text) stands below a line that links the file shown. Every file of the example is
 shown."""
@@ -7,12 +7,14 @@ import pathlib
 import re
 import sys
 
-EXAMPLE = "docs/examples/first-service"
+PAGE = "docs/first-service.md"
+EXAMPLE = "examples/first-service"
 
 
 def faults_in(root):
     faults, shown, link = [], set(), None
-    lines = (root / "README.md").read_text().splitlines()
+    docs = (root / PAGE).parent
+    lines = (root / PAGE).read_text().splitlines()
     number = 0
     while number < len(lines):
         line = lines[number]
@@ -31,16 +33,16 @@ def faults_in(root):
         if fence.group(1) not in ("cpp", "xml", "cmake", "text"):
             continue
         if not link:
-            faults.append(f"README.md:{begin}: no file is linked above this listing")
-        elif not (root / link).is_file():
-            faults.append(f"README.md:{begin}: there is no file {link}")
-        elif (root / link).read_text() != listing:
-            faults.append(f"README.md:{begin}: the listing differs from {link}")
+            faults.append(f"{PAGE}:{begin}: no file is linked above this listing")
+        elif not (docs / link).is_file():
+            faults.append(f"{PAGE}:{begin}: there is no file {link}")
+        elif (docs / link).read_text() != listing:
+            faults.append(f"{PAGE}:{begin}: the listing differs from {link}")
         shown.add(link)
-    for file in sorted((root / EXAMPLE).rglob("*")):
-        name = file.relative_to(root).as_posix()
+    for file in sorted((docs / EXAMPLE).rglob("*")):
+        name = file.relative_to(docs).as_posix()
         if file.is_file() and name not in shown:
-            faults.append(f"README.md: {name} isn't shown")
+            faults.append(f"{PAGE}: {name} isn't shown")
     return faults
 
 

@@ -69,25 +69,25 @@ class Includes(unittest.TestCase):
 
 
 class Listings(unittest.TestCase):
-    def faults_for(self, readme):
+    def faults_for(self, page):
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
             write(root, "docs/examples/first-service/a.cpp", "int a;\n")
-            write(root, "README.md", readme)
+            write(root, "docs/first-service.md", page)
             return check_listings.faults_in(root)
 
     def test_faults(self):
-        link = "The [service](docs/examples/first-service/a.cpp):\n\n"
-        missing = "README.md: docs/examples/first-service/a.cpp isn't shown"
-        for readme, faults in (
+        link = "The [service](examples/first-service/a.cpp):\n\n"
+        missing = "docs/first-service.md: examples/first-service/a.cpp isn't shown"
+        for page, faults in (
             (link + "```cpp\nint a;\n```\n", []),
             (link + "```cpp\nint b;\n```\n",
-             ["README.md:3: the listing differs from docs/examples/first-service/a.cpp"]),
-            ("```cpp\nint a;\n```\n", ["README.md:1: no file is linked above this listing", missing]),
+             ["docs/first-service.md:3: the listing differs from examples/first-service/a.cpp"]),
+            ("```cpp\nint a;\n```\n", ["docs/first-service.md:1: no file is linked above this listing", missing]),
             (link.replace("a.cpp", "b.cpp") + "```cpp\nint a;\n```\n",
-             ["README.md:3: there is no file docs/examples/first-service/b.cpp", missing]),
+             ["docs/first-service.md:3: there is no file examples/first-service/b.cpp", missing]),
         ):
-            self.assertEqual(self.faults_for(readme), faults)
+            self.assertEqual(self.faults_for(page), faults)
 
 
 class Translations(unittest.TestCase):
