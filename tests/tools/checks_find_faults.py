@@ -1,4 +1,4 @@
-"""The checks of includes, listings and translations find what they are there for."""
+"""The checks of includes, links, listings and translations find what they are there for."""
 
 import pathlib
 import subprocess
@@ -7,11 +7,12 @@ import tempfile
 import unittest
 
 sys.dont_write_bytecode = True
+import check_links  # noqa: E402
 import check_listings  # noqa: E402
 
 CHECK_INCLUDES = pathlib.Path(__file__).parents[2] / "scripts/check_includes"
 CHECK_TRANSLATIONS = pathlib.Path(__file__).parents[2] / "scripts/check_translations"
-TABLE = """# Rooms
+TABLE = """# Modules
 
 | folder | what lives there | its headers may include |
 |---|---|---|
@@ -88,6 +89,21 @@ class Listings(unittest.TestCase):
              ["docs/first-service.md:3: there is no file examples/first-service/b.cpp", missing]),
         ):
             self.assertEqual(self.faults_for(page), faults)
+
+
+class Links(unittest.TestCase):
+    def test_faults(self):
+        for link, faults in (
+            ("[a](docs/a.md#the-one-heading) [b](https://example.org/none)", []),
+            ("[a](docs/b.md)", ["README.md: there is no docs/b.md"]),
+            ("[a](docs/a.md#another)", ["README.md: a.md has no heading #another"]),
+            ("```\n[a](docs/b.md)\n```\n", []),
+        ):
+            with tempfile.TemporaryDirectory() as folder:
+                root = pathlib.Path(folder)
+                write(root, "docs/a.md", "# The `one` heading\n")
+                write(root, "README.md", link)
+                self.assertEqual(check_links.faults_in(root), faults)
 
 
 class Translations(unittest.TestCase):
