@@ -131,7 +131,7 @@ void Application::ShowHelp(Long lTopic) {
             QDesktopServices::openUrl(QUrl::fromLocalFile(sBase + sEnding)))
             return;
     m_oMessageBox->ShowInformation(
-        QCoreApplication::translate("Application", "The help topic %1 can't be opened. It belongs into the file %2.")
+        QCoreApplication::translate("Application", "The help topic %1 can't be opened. Its file is expected at %2.")
             .arg(lTopic)
             .arg(sBase + ".html")
             .toStdString(),

@@ -150,7 +150,7 @@ bool Application::SettleUnsavedWork() {
                      oForm->Save();
                      if (oForm->HasUnsavedChanges())
                          Fail(FailureNumber::InvalidProcedureCall,
-                              QCoreApplication::translate("Application", "Something in the window is missing or wrong")
+                              QCoreApplication::translate("Application", "The window has missing or invalid entries")
                                   .toStdString());
                  }});
         }

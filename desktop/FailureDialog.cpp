@@ -37,7 +37,7 @@ FailureDialog::FailureDialog(const FailureTexts& oTexts, std::vector<check::Find
                              const QString& sServicesFolder, const QString& sLogFile, QWidget* pParent)
     : QDialog(pParent), m_oTexts(oTexts), m_aFindings(std::move(aFindings)), m_pDetails(new QPlainTextEdit) {
     setWindowTitle(oTexts.bIsForPerson && pParent ? pParent->window()->windowTitle().remove("[*]")
-                                                  : tr("Something went wrong"));
+                                                  : tr("An Error Occurred"));
     auto* pIcon = new QLabel;
     const int nIcon = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     pIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(nIcon));
@@ -107,7 +107,7 @@ void FailureDialog::AddFindings(QVBoxLayout& oLayout, const QString& sServicesFo
     if (itError != m_aFindings.end())
         pList->setCurrentItem(pList->topLevelItem(static_cast<int>(itError - m_aFindings.begin())), 0,
                               QItemSelectionModel::NoUpdate); // chosen lines alone would be copied
-    auto* pLabel = new QLabel(tr("All &problems of this file:"));
+    auto* pLabel = new QLabel(tr("All &problems in this file:"));
     pLabel->setBuddy(pList);
     oLayout.addWidget(pLabel);
     oLayout.addWidget(pList, 2);

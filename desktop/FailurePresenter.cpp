@@ -34,16 +34,17 @@ XmlError ParseErrorOf(const QString& sPath) {
 
 QString AdviceFor(const QString& sStage) {
     if (sStage == "Loading XML")
-        return FailurePresenter::tr("Correct the file at that place and start again. Until then the service is left "
-                                    "out.");
+        return FailurePresenter::tr(
+            "Correct the file at that place and restart the application. Until then, this part of it is unavailable.");
     if (sStage == "Validating XML")
-        return FailurePresenter::tr("Correct the name at that place and start again. Until then the service is left "
-                                    "out.");
+        return FailurePresenter::tr(
+            "Correct the name at that place and restart the application. Until then, this part of it is unavailable.");
     if (sStage == "Creating Service Instance")
-        return FailurePresenter::tr("Check that the plug-in is in the folder \"plugins\" and that its name is that of "
-                                    "the ProgID. Until then the service is left out.");
+        return FailurePresenter::tr("Check that the plug-in is in the folder “plugins” and that its file name matches "
+                                    "the ProgID. Until then, this part of the application is unavailable.");
     if (sStage == "Initializing Service Definition")
-        return FailurePresenter::tr("Correct the definition and start again. Until then the service is left out.");
+        return FailurePresenter::tr(
+            "Correct the definition and restart the application. Until then, this part of it is unavailable.");
     return {};
 }
 
@@ -135,7 +136,7 @@ void FailurePresenter::Guard(const std::function<void()>& fnAct) {
     try {
         fnAct();
     } catch (...) {
-        Show({"", tr("The command couldn't be finished").toStdString(), CurrentFailure(), "", m_sLogFile});
+        Show({"", tr("The command couldn't be completed").toStdString(), CurrentFailure(), "", m_sLogFile});
     }
 }
 

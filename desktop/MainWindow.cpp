@@ -62,9 +62,10 @@ protected:
         oPainter.drawText(oDouble.inverted().mapRect(oRect.adjusted(0, 0, 0, -oRect.height() / 5)),
                           Qt::AlignCenter | Qt::TextWordWrap, window()->windowTitle(), &oUsed);
         oPainter.resetTransform();
-        oPainter.drawText(QRect(oRect.left(), oDouble.mapRect(oUsed).bottom() + 12, oRect.width(), 80),
-                          Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
-                          MainWindow::tr("Choose an item in the explorer or a command from the menus to begin."));
+        oPainter.drawText(
+            QRect(oRect.left(), oDouble.mapRect(oUsed).bottom() + 12, oRect.width(), 80),
+            Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+            MainWindow::tr("To begin, select an item in the explorer or choose a command from the menus."));
     }
 
 private:

@@ -138,16 +138,16 @@ void Blame::TellOfDead(const AskFunction& fnAsk) {
 
 Blame::Answer Blame::AskInBox(const CrashRecord& oRecord, const std::string& sWhoDied) {
     const QString sWho = QString::fromStdString(sWhoDied);
-    QMessageBox oBox(QMessageBox::Warning, tr("The last time"),
-                     oRecord.bHung ? tr("The application didn't answer any more while \"%1\" was at work.").arg(sWho)
-                                   : tr("The application ended while \"%1\" was at work.").arg(sWho));
+    QMessageBox oBox(QMessageBox::Warning, tr("Crash Recovery"),
+                     oRecord.bHung ? tr("The application stopped responding while “%1” was running.").arg(sWho)
+                                   : tr("The application quit unexpectedly while “%1” was running.").arg(sWho));
     oBox.setTextFormat(Qt::PlainText);
-    oBox.setInformativeText(tr("It can start without \"%1\" this time: what that offers is missing then. Safe "
-                               "mode leaves out all plug-ins and what you have changed of the desktop.")
+    oBox.setInformativeText(tr("You can start without “%1” this time; its commands and windows are unavailable then. "
+                               "Safe mode starts without all plug-ins and without your customizations.")
                                 .arg(sWho));
     auto* pLeaveOut = oBox.addButton(tr("Start &Without It"), QMessageBox::AcceptRole);
-    auto* pAll = oBox.addButton(tr("&Start as Always"), QMessageBox::RejectRole);
-    auto* pSafe = oBox.addButton(tr("Safe &Mode"), QMessageBox::DestructiveRole);
+    auto* pAll = oBox.addButton(tr("&Start Normally"), QMessageBox::RejectRole);
+    auto* pSafe = oBox.addButton(tr("Start in Safe &Mode"), QMessageBox::DestructiveRole);
     oBox.setDefaultButton(pLeaveOut);
     oBox.setEscapeButton(pAll);
     oBox.exec();

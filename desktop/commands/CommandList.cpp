@@ -81,24 +81,21 @@ QString CommandEntry::WhyNot() const {
         QStringList aWanted;
         for (const Placement& oPlacement : aPlacements)
             if (oPlacement.oOwner.eKind == Owner::Kind::ExplorerItem)
-                aWanted.append(
-                    Commands::tr("choose an item \"%1\" in the explorer").arg(Text(oPlacement.oOwner.sItem)));
+                aWanted.append(Commands::tr("select an item “%1” in the explorer").arg(Text(oPlacement.oOwner.sItem)));
             else if (oPlacement.oOwner.eKind == Owner::Kind::Page)
-                aWanted.append(
-                    Commands::tr("bring the window \"%1\" to the front").arg(Text(oPlacement.oOwner.sWindow)));
+                aWanted.append(Commands::tr("bring the window “%1” to the front").arg(Text(oPlacement.oOwner.sWindow)));
         aWanted.removeDuplicates();
-        return aWanted.isEmpty()
-                   ? Commands::tr("nobody offers it at present")
-                   : Commands::tr("nobody offers it at present: %1").arg(aWanted.join(Commands::tr(" or ")));
+        return aWanted.isEmpty() ? Commands::tr("no active item or window provides it")
+                                 : Commands::tr("first %1").arg(aWanted.join(Commands::tr(" or ")));
     }
     // A provider's own state may differ from the tool's: it takes effect when the provider becomes active.
-    const QString sNotActive = Commands::tr("%1 isn't active at present");
+    const QString sNotActive = Commands::tr("%1 isn't active");
     if (!oTool->Visible())
         return (oAction->Visible() ? sNotActive : Commands::tr("hidden by %1")).arg(oOwner.Text());
     if (!oTool->Enabled())
         return (oAction->Enabled() ? sNotActive : Commands::tr("disabled by %1")).arg(oOwner.Text());
     if (oAction->Action().empty())
-        return Commands::tr("%1 names no procedure for it").arg(oOwner.Text());
+        return Commands::tr("%1 has no procedure for it").arg(oOwner.Text());
     return {};
 }
 

@@ -20,7 +20,7 @@ std::vector<WindowKey> FixedWindowKeys() {
     const QString sNext = QCoreApplication::translate("WindowKeys", "Next window");
     const QString sPrevious = QCoreApplication::translate("WindowKeys", "Previous window");
     const QString sClose = QCoreApplication::translate("WindowKeys", "Close window");
-    const QString sOtherPart = QCoreApplication::translate("WindowKeys", "To the explorer, or back to the window");
+    const QString sOtherPart = QCoreApplication::translate("WindowKeys", "Switch between explorer and window");
     const QString sMenu = QCoreApplication::translate("WindowKeys", "Context menu");
     return {
         {Keys("Ctrl+Tab"), Use::NextWindow, sNext, sWindow, true},

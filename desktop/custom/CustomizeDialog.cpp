@@ -46,7 +46,7 @@ CustomizeDialog::CustomizeDialog(PersonalBars& oBars, Ref<ActiveBar> oActiveBar,
     pSplitter->addWidget(m_pEntries);
     pSplitter->setStretchFactor(0, 2);
     pSplitter->setStretchFactor(1, 3);
-    auto* pHint = new QLabel(tr("What has no check mark isn't shown. Buttons of toolbars can be moved and added."));
+    auto* pHint = new QLabel(tr("Unchecked entries are hidden. Toolbar buttons can be moved and added."));
     pHint->setWordWrap(true);
     auto* pGrid = new QGridLayout(this);
     pGrid->addWidget(pHint, 0, 0, 1, 2);
@@ -91,7 +91,8 @@ QWidget* CustomizeDialog::NewButtons() {
     });
     auto* pResetAll = NewButton(tr("Reset A&ll…"), [this] {
         if (QMessageBox::question(this, windowTitle(),
-                                  tr("Show all menus and toolbars as the application has them?")) != QMessageBox::Yes)
+                                  tr("Reset all menus and toolbars to the application's defaults?")) !=
+            QMessageBox::Yes)
             return;
         m_oBars.ResetAllBands();
         ShowBand();
@@ -191,7 +192,7 @@ void CustomizeDialog::ShowBand() {
     for (const auto& oAside : m_oBars.PlacesAside())
         aAside.append(oAside.sText);
     m_pAside->setText(aAside.isEmpty() ? QString()
-                                       : tr("Kept for entries that are no longer there:\n%1").arg(aAside.join('\n')));
+                                       : tr("Kept for entries that no longer exist:\n%1").arg(aAside.join('\n')));
     m_pAside->setVisible(!aAside.isEmpty());
     m_pForget->setVisible(!aAside.isEmpty());
     ShowButtons();

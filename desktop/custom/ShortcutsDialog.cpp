@@ -38,15 +38,15 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
       m_pFilter(new QLineEdit), m_pList(new QTreeWidget), m_pConflict(new QLabel) {
     setWindowTitle(tr("Keyboard Shortcuts"));
     ResizeWithin(*this, {940, 580});
-    m_pFilter->setPlaceholderText(tr("Search for a command, keys or an owner"));
+    m_pFilter->setPlaceholderText(tr("Search for a command, shortcut or owner"));
     m_pFilter->setAccessibleName(tr("Search"));
     m_pFilter->installEventFilter(this);
     AddClearButton(*m_pFilter);
-    m_pList->setHeaderLabels({tr("Command"), tr("Keys"), tr("Owner"), tr("Note")});
+    m_pList->setHeaderLabels({tr("Command"), tr("Shortcut"), tr("Owner"), tr("Note")});
     m_pList->setRootIsDecorated(false);
     m_pList->setUniformRowHeights(true);
     m_pList->setAllColumnsShowFocus(true);
-    m_pList->setAccessibleName(tr("Commands and their keys"));
+    m_pList->setAccessibleName(tr("Commands and their shortcuts"));
     m_pList->header()->setSectionResizeMode(QHeaderView::Interactive);
     m_pConflict->setWordWrap(true);
     m_pConflict->setTextFormat(Qt::PlainText);
@@ -60,7 +60,7 @@ ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBa
     auto* pResetAll = pButtons->addButton(tr("Reset &All…"), QDialogButtonBox::ResetRole);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(pResetAll, &QPushButton::clicked, this, [this] {
-        if (QMessageBox::question(this, windowTitle(), tr("Give all commands the keys of the application again?")) !=
+        if (QMessageBox::question(this, windowTitle(), tr("Reset all shortcuts to the application's defaults?")) !=
             QMessageBox::Yes)
             return;
         m_oBars.ResetAllKeys();
@@ -85,14 +85,14 @@ QWidget* ShortcutsDialog::NewEditRow() {
     auto* pRow = new QWidget;
     auto* pLayout = new QHBoxLayout(pRow);
     pLayout->setContentsMargins(0, 0, 0, 0);
-    auto* pLabel = new QLabel(tr("&New keys:"));
+    auto* pLabel = new QLabel(tr("&New shortcut:"));
     m_pKeys = new QKeySequenceEdit;
-    m_pKeys->setAccessibleName(tr("New keys"));
+    m_pKeys->setAccessibleName(tr("New shortcut"));
     if (auto* pField = m_pKeys->findChild<QLineEdit*>()) // it is what has the focus
-        pField->setAccessibleName(tr("New keys"));
+        pField->setAccessibleName(tr("New shortcut"));
     pLabel->setBuddy(m_pKeys);
     m_pAssign = new QPushButton(tr("A&ssign"));
-    m_pNone = new QPushButton(tr("No &Keys"));
+    m_pNone = new QPushButton(tr("No Shor&tcut"));
     m_pReset = new QPushButton(tr("&Reset"));
     m_pForget = new QPushButton(tr("&Forget"));
     for (QPushButton* pButton : {m_pAssign, m_pNone, m_pReset, m_pForget})
@@ -192,7 +192,7 @@ void ShortcutsDialog::ShowAside() {
             delete m_pList->takeTopLevelItem(i);
     int iAside = 0;
     for (const auto& oAside : m_oBars.KeysAside()) {
-        auto* pItem = new QTreeWidgetItem(m_pList, {oAside.sText, QString(), QString(), tr("no longer there; kept")});
+        auto* pItem = new QTreeWidgetItem(m_pList, {oAside.sText, QString(), QString(), tr("no longer exists; kept")});
         pItem->setData(0, nAsideRole, iAside++);
     }
 }
@@ -282,12 +282,13 @@ QString ShortcutsDialog::Conflict() const {
         const QString sKeys = oKeys.toString(QKeySequence::NativeText);
         if (const WindowKey* pKey = WindowKeyOf(oKeys))
             aTexts.append(pKey->bComesFirst
-                              ? tr("%1 belongs to the window itself: %2. No command gets it.").arg(sKeys, pKey->sWhat)
-                              : tr("%1 is also a key of %2: %3. The command gets it instead.")
+                              ? tr("%1 is reserved for the window: %2. It can't be assigned to a command.")
+                                    .arg(sKeys, pKey->sWhat)
+                              : tr("%1 is also used by %2: %3. The command takes precedence.")
                                     .arg(sKeys, pKey->sOwner, pKey->sWhat));
         if (const QStringList aOthers = OthersOf(oKeys, *pCommand); !aOthers.isEmpty())
-            aTexts.append(tr("%1 is also the key of %2. Of those that can be chosen the one that you changed is meant, "
-                             "else the first.")
+            aTexts.append(tr("%1 is also the shortcut of %2. Of the available commands, the one that you changed takes "
+                             "precedence, otherwise the first.")
                               .arg(sKeys, aOthers.join(", ")));
     }
     return aTexts.join("\n");

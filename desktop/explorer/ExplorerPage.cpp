@@ -27,7 +27,7 @@ ExplorerPage::ExplorerPage(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> 
       m_pFilter(new QLineEdit(this)), m_pMessage(NewMessageLabel({}, this)) {
     m_pFilter->setPlaceholderText(tr("Filter"));
     AddClearButton(*m_pFilter);
-    m_pFilter->setAccessibleName(tr("Filter of %1").arg(QString::fromStdString(oTreeView->Name())));
+    m_pFilter->setAccessibleName(tr("Filter for %1").arg(QString::fromStdString(oTreeView->Name())));
     m_pFilter->setToolTip(tr("Shows the items that contain this text (Ctrl+F)"));
     m_pFilter->installEventFilter(this);
 
@@ -58,9 +58,8 @@ void ExplorerPage::Update() {
     m_pTree->setVisible(bVisible && !bEmpty);
     m_pMessage->setVisible(bVisible && bEmpty);
     if (bEmpty)
-        m_pMessage->setText(bHasNodes ? tr("No item matches")
-                                      : tr("Nothing here yet. Create or open something from the menus, and it "
-                                           "appears in this list."));
+        m_pMessage->setText(bHasNodes ? tr("No matching items")
+                                      : tr("Nothing here yet. Items that you create or open appear in this list."));
     layout()->activate(); // what is scrolled to next needs the room that there will be
 }
 

@@ -35,7 +35,7 @@ QString TabText(QString sCaption) {
 ExplorerPanel::ExplorerPanel(Ref<PanelForm> oForm, GuardFunction fnGuard, QWidget* pParent)
     : QWidget(pParent), m_oForm(std::move(oForm)), m_fnGuard(fnGuard ? std::move(fnGuard) : LogFailure),
       m_pTabBar(new QTabBar(this)), m_pStack(new QStackedWidget(this)),
-      m_pEmpty(NewMessageLabel(tr("There is nothing to explore. Items appear here once a service brings some along."),
+      m_pEmpty(NewMessageLabel(tr("The explorer is empty. Items appear here when the application provides them."),
                                m_pStack)) {
     m_pTabBar->setDocumentMode(true);
     m_pTabBar->setExpanding(false);

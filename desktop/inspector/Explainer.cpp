@@ -107,30 +107,30 @@ void Explainer::AddPlaces(Facts& aFacts, const Tool& oInstance) const {
     const Band* pBand = oInstance.OwningBand();
     if (pHere) {
         const QString sPlace = m_oPlaces.Find(*pHere).Text();
-        aFacts.emplace_back(Inspector::tr("Put here by"),
+        aFacts.emplace_back(Inspector::tr("Added by"),
                             sPlace.isEmpty() ? Inspector::tr("code of %1").arg(pHere->oOwner.Text())
                                              : Inspector::tr("%1, for %2").arg(sPlace, pHere->oOwner.Text()));
         aFacts.emplace_back(Inspector::tr("Position (position key)"), PositionOf(*pHere));
     } else if (pBand && m_oBars.IsAdded(*pBand, oInstance)) {
-        aFacts.emplace_back(Inspector::tr("Put here by"), Inspector::tr("you"));
+        aFacts.emplace_back(Inspector::tr("Added by"), Inspector::tr("you"));
     } else {
         const CommandEntry* pCommand = m_oCommands.Find(oInstance);
         const bool bByCode = pCommand && pCommand->oOwner.eKind != Owner::Kind::Host;
-        aFacts.emplace_back(Inspector::tr("Put here by"),
+        aFacts.emplace_back(Inspector::tr("Added by"),
                             bByCode ? Inspector::tr("code of %1, at run time").arg(pCommand->oOwner.Text())
-                                    : Inspector::tr("the library; no file names it"));
+                                    : Inspector::tr("the library; not defined in a file"));
     }
     for (const Placement& oPlacement : m_oCommands.PlacementsOf(oInstance))
         if (&oPlacement != pHere)
             aFacts.emplace_back(
-                Inspector::tr("Also named by"),
+                Inspector::tr("Also defined by"),
                 Inspector::tr("%1, for %2").arg(m_oPlaces.Find(oPlacement).Text(), oPlacement.oOwner.Text()));
 }
 
 void Explainer::AddState(Facts& aFacts, const Tool& oInstance) const {
     const CommandEntry* pCommand = m_oCommands.Find(oInstance);
     if (!pCommand) {
-        aFacts.emplace_back(Inspector::tr("Shown"), YesNo(oInstance.Visible()));
+        aFacts.emplace_back(Inspector::tr("Visible"), YesNo(oInstance.Visible()));
         return;
     }
     const auto oAction = pCommand->Action();
@@ -147,10 +147,10 @@ void Explainer::AddState(Facts& aFacts, const Tool& oInstance) const {
     } else {
         aFacts.emplace_back(Inspector::tr("Provider"), Inspector::tr("none at present"));
     }
-    const QString sOffers = Inspector::tr("%1 offers it so").arg(pCommand->oOwner.Text());
-    const QString sShown = oInstance.Visible() ? (oAction ? sOffers : Inspector::tr("nobody has hidden it")) : sWhyNot;
-    aFacts.emplace_back(Inspector::tr("Shown"), YesNo(oInstance.Visible()) + ": " + sShown);
-    aFacts.emplace_back(Inspector::tr("Can be chosen"),
+    const QString sOffers = Inspector::tr("as set by %1").arg(pCommand->oOwner.Text());
+    const QString sShown = oInstance.Visible() ? (oAction ? sOffers : Inspector::tr("not hidden")) : sWhyNot;
+    aFacts.emplace_back(Inspector::tr("Visible"), YesNo(oInstance.Visible()) + ": " + sShown);
+    aFacts.emplace_back(Inspector::tr("Enabled"),
                         YesNo(sWhyNot.isEmpty()) + ": " + (sWhyNot.isEmpty() ? sOffers : sWhyNot));
     aFacts.emplace_back(Inspector::tr("Checked"), YesNo(oInstance.Checked()));
 }
@@ -166,13 +166,13 @@ Facts Explainer::OfTool(const Tool& oInstance) const {
         aFacts.emplace_back(Inspector::tr("Translated from"), sOriginal);
     aFacts.emplace_back(Inspector::tr("Key"), Text(oInstance.Name()));
     if (const Band* pBand = oInstance.OwningBand())
-        aFacts.emplace_back(Inspector::tr("Stands in"), Text(pBand->Name()));
+        aFacts.emplace_back(Inspector::tr("Location"), Text(pBand->Name()));
     AddPlaces(aFacts, oInstance);
     AddState(aFacts, oInstance);
     const QString sKeys = m_oBars.KeysText(oInstance);
     const QString sWas = BarChanges::None().KeysText(oInstance);
     aFacts.emplace_back(Inspector::tr("Shortcut"), m_oBars.HasOwnKeys(oInstance)
-                                                       ? Inspector::tr("%1, given by you in place of %2")
+                                                       ? Inspector::tr("%1, set by you instead of %2")
                                                              .arg(sKeys.isEmpty() ? Inspector::tr("none") : sKeys,
                                                                   sWas.isEmpty() ? Inspector::tr("none") : sWas)
                                                        : (sKeys.isEmpty() ? Inspector::tr("none") : sKeys));
@@ -199,10 +199,10 @@ QString Explainer::PlaceOf(const Band& oBand) const {
 Facts Explainer::OfBand(const Band& oBand) const {
     Facts aFacts{{Inspector::tr("Key"), Text(oBand.Name())}, {Inspector::tr("Caption"), Text(oBand.Caption())}};
     const QString sPlace = PlaceOf(oBand);
-    aFacts.emplace_back(Inspector::tr("Put here by"),
-                        sPlace.isEmpty() ? Inspector::tr("the library; no file names it") : sPlace);
+    aFacts.emplace_back(Inspector::tr("Added by"),
+                        sPlace.isEmpty() ? Inspector::tr("the library; not defined in a file") : sPlace);
     aFacts.emplace_back(Inspector::tr("Entries"), QString::number(oBand.Tools()->Count()));
-    aFacts.emplace_back(Inspector::tr("Shown"), YesNo(oBand.Visible()));
+    aFacts.emplace_back(Inspector::tr("Visible"), YesNo(oBand.Visible()));
     if (m_oBars.HasChanges(oBand))
         aFacts.emplace_back(Inspector::tr("Changed"), Inspector::tr("by you"));
     return aFacts;
@@ -214,7 +214,7 @@ Facts Explainer::OfNode(const Node& oNode) const {
     if (!pNote)
         return aFacts;
     aFacts.emplace_back(Inspector::tr("Kind"), Text(pNote->sItem));
-    aFacts.emplace_back(Inspector::tr("Put here by"), m_oPlaces.FindExplorerItem(pNote->sItem).Text());
+    aFacts.emplace_back(Inspector::tr("Added by"), m_oPlaces.FindExplorerItem(pNote->sItem).Text());
     const auto oManager = Services();
     if (oManager)
         for (const auto& oServiceDef : oManager->ServiceDefs())
@@ -236,7 +236,7 @@ Facts Explainer::OfService(const std::string& sName) const {
     aFacts.emplace_back(Inspector::tr("Object"), oService
                                                      ? Inspector::tr("of the class %1").arg(Text(oService->TypeName()))
                                                      : Inspector::tr("none"));
-    aFacts.emplace_back(Inspector::tr("Alive"), YesNo(oService && oManager->IsServiceAlive(oService)));
+    aFacts.emplace_back(Inspector::tr("Active"), YesNo(oService && oManager->IsServiceAlive(oService)));
     aFacts.emplace_back(Inspector::tr("Starts the application"), YesNo(oDef->IsStartService()));
     aFacts.emplace_back(Inspector::tr("Actions"), QString::number(oDef->ActionItemDefs()->Count()));
     aFacts.emplace_back(Inspector::tr("Entries"), QString::number(oDef->MenuItemDefs()->Count()));
@@ -249,7 +249,7 @@ Facts Explainer::OfWindow(const Window& oWindow) const {
     Facts aFacts{{Inspector::tr("Window"), Text(oWindow.Caption())},
                  {Inspector::tr("Name"), Text(oDef->Name())},
                  {Inspector::tr("Key"), Text(oWindow.Key())},
-                 {Inspector::tr("Put here by"), m_oPlaces.FindWindow(oDef->Name()).Text()},
+                 {Inspector::tr("Added by"), m_oPlaces.FindWindow(oDef->Name()).Text()},
                  {Inspector::tr("Modal"), YesNo(oWindow.IsModal())},
                  {Inspector::tr("Pages"), QString::number(oDef->PageDefs()->Count())}};
     return aFacts;

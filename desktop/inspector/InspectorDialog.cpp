@@ -64,12 +64,12 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPa
       m_oNotes(oNotes), m_pThings(new QTreeWidget), m_pFacts(new QPlainTextEdit) {
     setWindowTitle(tr("Inspector"));
     ResizeWithin(*this, {900, 600});
-    m_pThings->setHeaderLabels({tr("What"), tr("State")});
+    m_pThings->setHeaderLabels({tr("Object"), tr("State")});
     m_pThings->setUniformRowHeights(true);
-    m_pThings->setAccessibleName(tr("What the application is made of"));
+    m_pThings->setAccessibleName(tr("Objects of the application"));
     m_pThings->setColumnWidth(0, 280);
     m_pFacts->setReadOnly(true);
-    m_pFacts->setAccessibleName(tr("About it"));
+    m_pFacts->setAccessibleName(tr("Details"));
     m_pFacts->setTabChangesFocus(true);
     auto* pSplitter = new QSplitter;
     pSplitter->addWidget(m_pThings);
@@ -79,7 +79,7 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPa
     pTabs->setAccessibleName(windowTitle());
     pTabs->addTab(pSplitter, tr("&Objects"));
     pTabs->addTab(new LogView(sLogFile), tr("&Log"));
-    auto* pHint = new QLabel(tr("Ctrl+Alt+click on an entry of a menu, a toolbar or the explorer shows it here."));
+    auto* pHint = new QLabel(tr("Ctrl+Alt+click an entry of a menu, a toolbar or the explorer to show it here."));
     pHint->setWordWrap(true);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(pTabs, 1);
@@ -266,7 +266,7 @@ std::vector<InspectorDialog::Thing> InspectorDialog::ThingsOf(const TreeView& oT
                                                               const std::vector<Node*>& aNodes) const {
     std::vector<Thing> aThings;
     for (Node* pNode : aNodes)
-        aThings.push_back({ShownNode(oTree, *pNode), pNode->Selected() ? tr("chosen") : QString(), KeyOf(*pNode),
+        aThings.push_back({ShownNode(oTree, *pNode), pNode->Selected() ? tr("selected") : QString(), KeyOf(*pNode),
                            [this, oNode = Ref<Node>(pNode)] { return Explained().OfNode(*oNode); },
                            ThingsOf(oTree, pNode->Children())});
     return aThings;

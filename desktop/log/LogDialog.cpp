@@ -47,9 +47,9 @@ ReportDialog::ReportDialog(const QString& sText, LogDialog::PathFunction fnPath,
     : QDialog(pParent), m_pPreview(new QPlainTextEdit), m_fnPath(std::move(fnPath)) {
     setWindowTitle(tr("Save Report"));
     ResizeWithin(*this, {760, 560});
-    auto* pHint = new QLabel(tr("This is all that is saved, and nothing is sent. Your home folder, your name and the "
-                                "machine's name have been taken out; the log may name files and data of yours. Strike "
-                                "out what others shouldn't read."));
+    auto* pHint = new QLabel(
+        tr("This is the complete report; nothing is sent. Your home folder, your name and the computer's name have "
+           "been removed, but the log may contain names of your files and data. Delete what others shouldn't read."));
     pHint->setWordWrap(true);
     m_pPreview->setPlainText(sText);
     m_pPreview->setLineWrapMode(QPlainTextEdit::NoWrap);

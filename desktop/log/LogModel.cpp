@@ -109,9 +109,9 @@ QVariant LogModel::headerData(int nSection, Qt::Orientation eOrientation, int nR
     case Time:
         return tr("Time");
     case Text:
-        return tr("What");
+        return tr("Message");
     case Where:
-        return tr("Where");
+        return tr("Source");
     case Number:
         return tr("Number");
     default:

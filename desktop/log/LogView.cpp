@@ -46,7 +46,7 @@ LogView::LogView(const QString& sLogFile, QWidget* pParent)
     m_pTable->setColumnWidth(LogModel::Where, 180);
     m_pTable->setColumnWidth(LogModel::Number, m_pTable->fontMetrics().horizontalAdvance("-2147221504") + 16);
     m_pLine->setReadOnly(true);
-    m_pLine->setAccessibleName(tr("The whole line"));
+    m_pLine->setAccessibleName(tr("Full Entry"));
     auto* pSplitter = new QSplitter(Qt::Vertical);
     pSplitter->addWidget(m_pTable);
     pSplitter->addWidget(m_pLine);
@@ -91,7 +91,7 @@ void LogView::timerEvent(QTimerEvent*) {
 
 void LogView::Update() {
     const int nAll = m_pModel->rowCount();
-    m_pState->setText(nAll == 0 ? tr("Nothing has gone wrong yet: the log is empty.")
+    m_pState->setText(nAll == 0 ? tr("The log is empty: there have been no errors.")
                                 : tr("%1 of %2 lines").arg(m_pShown->rowCount()).arg(nAll));
 }
 

@@ -151,11 +151,11 @@ void PaletteDialog::ShowStatus() {
     const QModelIndex oCurrent = m_pList->currentIndex();
     if (!oCurrent.isValid()) {
         m_pStatus->setText(m_pModel->EntryCount() == 0 ? tr("This application has no commands yet.")
-                                                       : tr("No command has these letters in this order."));
+                                                       : tr("No command contains these letters in this order."));
         return;
     }
     const PaletteEntry& oEntry = m_pModel->EntryAt(oCurrent.row());
-    m_pStatus->setText(oEntry.sWhyNot.isEmpty() ? oEntry.sDescription : tr("Not now: %1.").arg(oEntry.sWhyNot));
+    m_pStatus->setText(oEntry.sWhyNot.isEmpty() ? oEntry.sDescription : tr("Unavailable: %1.").arg(oEntry.sWhyNot));
 }
 
 void PaletteDialog::Choose(bool bExplain) {

@@ -36,7 +36,7 @@ QString TextOf(const Variant& oArgument, const inspect::Record& oRecord) {
 } // namespace
 
 CallList::CallList(QWidget* pParent) : QTreeWidget(pParent) {
-    setHeaderLabels({tr("Time"), tr("Command"), tr("Provider"), tr("Procedure"), tr("Tag"), tr("Answered by")});
+    setHeaderLabels({tr("Time"), tr("Command"), tr("Provider"), tr("Procedure"), tr("Tag"), tr("Handled by")});
     setAccessibleName(tr("Calls"));
     setRootIsDecorated(false);
     setAlternatingRowColors(true);
@@ -85,7 +85,7 @@ void CallList::Bar_ToolClick(const Tool& oTool) {
     if (m_bHeld)
         return;
     if (!oItem) {
-        AddRow({Text(oTool.Name()), tr("nobody"), QString(), QString(), QString()});
+        AddRow({Text(oTool.Name()), tr("no object"), QString(), QString(), QString()});
         return;
     }
     const Ref<Object> oProvider = oItem->ActionsProviderObj();
@@ -95,11 +95,11 @@ void CallList::Bar_ToolClick(const Tool& oTool) {
     const bool bIsStandIn = static_cast<bool>(oProvider.TryAs<inspect::StandInObject>());
     m_sExpectedObject = bIsStandIn ? sProvider : std::string();
     m_sExpectedMember = oItem->Action();
-    AddRow({Text(oTool.Name()), sProvider.empty() ? tr("nobody") : Text(sProvider),
+    AddRow({Text(oTool.Name()), sProvider.empty() ? tr("no object") : Text(sProvider),
             oItem->Action().empty() ? tr("none") : Text(oItem->Action()), Text(oItem->Name()),
             sProvider.empty() ? QString()
             : bIsStandIn      ? tr("stand-in")
-                              : tr("its own code")});
+                              : tr("plug-in")});
 }
 
 void CallList::Record_CallAdded(const inspect::RecordedCall& oCall) {

@@ -60,7 +60,7 @@ private:
 } // namespace
 
 ProblemList::ProblemList(QWidget* pParent) : QTreeWidget(pParent) {
-    setHeaderLabels({tr("Place"), tr("Problem"), tr("What to do"), tr("Rule")});
+    setHeaderLabels({tr("Location"), tr("Problem"), tr("Remedy"), tr("Rule")});
     setAccessibleName(tr("Problems"));
     setRootIsDecorated(true);
     setAlternatingRowColors(true);

@@ -106,18 +106,18 @@ QWidget* AppearancePage::NewWidget(QWidget* pParent) {
     auto* pWidget = new QWidget(pParent);
     auto* pForm = new QFormLayout(pWidget);
     m_pTheme = new QComboBox;
-    m_pTheme->addItem(tr("As the desktop"), "System");
+    m_pTheme->addItem(tr("Follow the system"), "System");
     m_pTheme->addItem(tr("Light"), "Light");
     m_pTheme->addItem(tr("Dark"), "Dark");
     m_pIconSize = new QComboBox;
-    m_pIconSize->addItem(tr("As the desktop"), 0);
+    m_pIconSize->addItem(tr("Follow the system"), 0);
     for (const int nSize : {16, 22, 24, 32, 48})
         m_pIconSize->addItem(tr("%1 pixels").arg(nSize), nSize);
     m_pWindows = new QComboBox;
-    m_pWindows->addItem(tr("Free, to be moved and arranged"), false);
-    m_pWindows->addItem(tr("In tabs"), true);
+    m_pWindows->addItem(tr("Overlapping windows"), false);
+    m_pWindows->addItem(tr("Tabs"), true);
     pForm->addRow(tr("&Theme:"), m_pTheme.data());
-    pForm->addRow(tr("&Icons on toolbars:"), m_pIconSize.data());
+    pForm->addRow(tr("Toolbar &icon size:"), m_pIconSize.data());
     pForm->addRow(tr("&Windows:"), m_pWindows.data());
     Select(*m_pTheme, QString::fromStdString(m_oSaved.sTheme));
     Select(*m_pIconSize, m_oSaved.nIconSize);

@@ -160,8 +160,8 @@ void ProgressControl::Draw() {
     QString sText = m_oSources.fnStatus ? m_oSources.fnStatus() : QString();
     if (m_oCancelled.isValid() && m_oCancelled.hasExpired(nIgnoredAfter)) {
         const QString sService = m_oSources.fnService ? m_oSources.fnService() : QString();
-        sText = sService.isEmpty() ? tr("The work doesn't answer to Cancel")
-                                   : tr("%1 doesn't answer to Cancel").arg(sService);
+        sText = sService.isEmpty() ? tr("The operation isn't responding to Cancel")
+                                   : tr("%1 isn't responding to Cancel").arg(sService);
     } else if (m_bWasCanceled) {
         sText = tr("Cancelling…");
     }

@@ -64,7 +64,7 @@ void ScreenPrinter::PrintWindow(Long lMode, Long lHwnd) {
     if (lMode == lDesktop) {
         const QPixmap oScreen = QGuiApplication::primaryScreen()->grabWindow(0);
         if (oScreen.isNull())
-            Fail(FailureNumber::ObjectNotSet, tr("The screen can't be read here").toStdString());
+            Fail(FailureNumber::ObjectNotSet, tr("The screen can't be captured here").toStdString());
         const QString sTitle = tr("Desktop");
         Print(oPrinter, sTitle, [&](QPrinter* pPrinter) {
             PaintFitted(*pPrinter, sTitle, oScreen.size(),
@@ -100,7 +100,7 @@ void ScreenPrinter::Print(QPrinter& oPrinter, const QString& sTitle, const std::
     oPrinter.setOutputFileName(sFile);
     fnPaint(&oPrinter);
     if (oPrinter.printerState() == QPrinter::Error || !QFile::exists(sFile))
-        Fail(FailureNumber::FileAccess, tr("\"%1\" can't be written").arg(sFile).toStdString());
+        Fail(FailureNumber::FileAccess, tr("“%1” can't be written").arg(sFile).toStdString());
 }
 
 } // namespace corvane::desktop

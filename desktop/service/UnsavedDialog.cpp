@@ -12,7 +12,7 @@ UnsavedDialog::UnsavedDialog(std::vector<UnsavedGroup> aGroups, QWidget* pParent
     : QDialog(pParent), m_aGroups(std::move(aGroups)), m_pTree(new QTreeWidget) {
     setWindowTitle(tr("Unsaved Work"));
     auto* pLayout = new QVBoxLayout(this);
-    auto* pText = new QLabel(tr("This hasn't been saved yet. What isn't saved now will be lost."));
+    auto* pText = new QLabel(tr("These changes haven't been saved. What you don't save now will be lost."));
     pText->setWordWrap(true);
     pLayout->addWidget(pText);
     m_pTree->setHeaderHidden(true);

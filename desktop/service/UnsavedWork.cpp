@@ -44,7 +44,7 @@ void SaveItem(const UnsavedItem& oItem) {
     } catch (...) {
         Failure oFailure = CurrentFailure();
         oFailure.Description =
-            QCoreApplication::translate("UnsavedWork", "\"%1\" couldn't be saved: %2")
+            QCoreApplication::translate("UnsavedWork", "“%1” couldn't be saved: %2")
                 .arg(QString::fromStdString(oItem.sName), QString::fromStdString(oFailure.Description))
                 .toStdString();
         throw oFailure;

@@ -4,8 +4,8 @@
 <context>
     <name>AppearancePage</name>
     <message>
-        <source>As the desktop</source>
-        <translation>Wie der Desktop</translation>
+        <source>Follow the system</source>
+        <translation>Wie das System</translation>
     </message>
     <message>
         <source>Light</source>
@@ -20,20 +20,20 @@
         <translation>%1 Pixel</translation>
     </message>
     <message>
-        <source>Free, to be moved and arranged</source>
-        <translation>Frei verschiebbar und anzuordnen</translation>
+        <source>Overlapping windows</source>
+        <translation>Überlappende Fenster</translation>
     </message>
     <message>
-        <source>In tabs</source>
-        <translation>In Registerkarten</translation>
+        <source>Tabs</source>
+        <translation>Registerkarten</translation>
     </message>
     <message>
         <source>&amp;Theme:</source>
         <translation>&amp;Design:</translation>
     </message>
     <message>
-        <source>&amp;Icons on toolbars:</source>
-        <translation>&amp;Symbole in Symbolleisten:</translation>
+        <source>Toolbar &amp;icon size:</source>
+        <translation>&amp;Symbolgröße der Symbolleisten:</translation>
     </message>
     <message>
         <source>&amp;Windows:</source>
@@ -43,8 +43,8 @@
 <context>
     <name>Application</name>
     <message>
-        <source>The help topic %1 can&apos;t be opened. It belongs into the file %2.</source>
-        <translation>Das Hilfethema %1 kann nicht geöffnet werden. Es gehört in die Datei %2.</translation>
+        <source>The help topic %1 can&apos;t be opened. Its file is expected at %2.</source>
+        <translation>Das Hilfethema %1 kann nicht geöffnet werden. Seine Datei wird unter %2 erwartet.</translation>
     </message>
     <message>
         <source>Help</source>
@@ -67,8 +67,8 @@
         <translation>Drucken</translation>
     </message>
     <message>
-        <source>Something in the window is missing or wrong</source>
-        <translation>Im Fenster fehlt etwas, oder etwas ist falsch</translation>
+        <source>The window has missing or invalid entries</source>
+        <translation>Im Fenster fehlen Eingaben, oder sie sind ungültig</translation>
     </message>
 </context>
 <context>
@@ -93,32 +93,32 @@
 <context>
     <name>Blame</name>
     <message>
-        <source>The last time</source>
-        <translation>Beim letzten Mal</translation>
+        <source>Crash Recovery</source>
+        <translation>Wiederherstellung nach einem Absturz</translation>
     </message>
     <message>
-        <source>The application didn&apos;t answer any more while &quot;%1&quot; was at work.</source>
-        <translation>Die Anwendung hat nicht mehr reagiert, während „%1“ gearbeitet hat.</translation>
+        <source>The application stopped responding while “%1” was running.</source>
+        <translation>Die Anwendung hat nicht mehr reagiert, während „%1“ ausgeführt wurde.</translation>
     </message>
     <message>
-        <source>The application ended while &quot;%1&quot; was at work.</source>
-        <translation>Die Anwendung wurde beendet, während „%1“ gearbeitet hat.</translation>
+        <source>The application quit unexpectedly while “%1” was running.</source>
+        <translation>Die Anwendung wurde unerwartet beendet, während „%1“ ausgeführt wurde.</translation>
     </message>
     <message>
-        <source>It can start without &quot;%1&quot; this time: what that offers is missing then. Safe mode leaves out all plug-ins and what you have changed of the desktop.</source>
-        <translation>Sie kann diesmal ohne „%1“ starten: Was dieser Dienst anbietet, fehlt dann. Der abgesicherte Modus lässt alle Plug-ins weg und alles, was Sie an der Oberfläche geändert haben.</translation>
+        <source>You can start without “%1” this time; its commands and windows are unavailable then. Safe mode starts without all plug-ins and without your customizations.</source>
+        <translation>Sie können diesmal ohne „%1“ starten; dessen Befehle und Fenster fehlen dann. Der abgesicherte Modus startet ohne alle Plug-ins und ohne Ihre Anpassungen.</translation>
     </message>
     <message>
         <source>Start &amp;Without It</source>
         <translation>&amp;Ohne ihn starten</translation>
     </message>
     <message>
-        <source>&amp;Start as Always</source>
-        <translation>&amp;Wie immer starten</translation>
+        <source>&amp;Start Normally</source>
+        <translation>&amp;Normal starten</translation>
     </message>
     <message>
-        <source>Safe &amp;Mode</source>
-        <translation>&amp;Abgesicherter Modus</translation>
+        <source>Start in Safe &amp;Mode</source>
+        <translation>Im &amp;abgesicherten Modus starten</translation>
     </message>
 </context>
 <context>
@@ -144,16 +144,16 @@
         <translation>Kennzeichen</translation>
     </message>
     <message>
-        <source>Answered by</source>
-        <translation>Beantwortet von</translation>
+        <source>Handled by</source>
+        <translation>Bearbeitet von</translation>
     </message>
     <message>
         <source>Calls</source>
         <translation>Aufrufe</translation>
     </message>
     <message>
-        <source>nobody</source>
-        <translation>niemandem</translation>
+        <source>no object</source>
+        <translation>keinem Objekt</translation>
     </message>
     <message>
         <source>none</source>
@@ -164,8 +164,8 @@
         <translation>Platzhalter</translation>
     </message>
     <message>
-        <source>its own code</source>
-        <translation>eigenem Code</translation>
+        <source>plug-in</source>
+        <translation>Plug-in</translation>
     </message>
 </context>
 <context>
@@ -229,28 +229,28 @@
         <translation>Seite %1 des Fensters %2</translation>
     </message>
     <message>
-        <source>choose an item &quot;%1&quot; in the explorer</source>
+        <source>select an item “%1” in the explorer</source>
         <translation>wählen Sie im Explorer ein Element „%1“</translation>
     </message>
     <message>
-        <source>bring the window &quot;%1&quot; to the front</source>
+        <source>bring the window “%1” to the front</source>
         <translation>holen Sie das Fenster „%1“ nach vorn</translation>
     </message>
     <message>
-        <source>nobody offers it at present</source>
-        <translation>wird zurzeit von niemandem angeboten</translation>
+        <source>no active item or window provides it</source>
+        <translation>kein aktives Element oder Fenster bietet ihn an</translation>
     </message>
     <message>
-        <source>nobody offers it at present: %1</source>
-        <translation>wird zurzeit von niemandem angeboten: %1</translation>
+        <source>first %1</source>
+        <translation>zuerst: %1</translation>
     </message>
     <message>
         <source> or </source>
         <translation> oder </translation>
     </message>
     <message>
-        <source>%1 isn&apos;t active at present</source>
-        <translation>%1 ist zurzeit nicht aktiv</translation>
+        <source>%1 isn&apos;t active</source>
+        <translation>%1 ist nicht aktiv</translation>
     </message>
     <message>
         <source>hidden by %1</source>
@@ -261,8 +261,8 @@
         <translation>deaktiviert von %1</translation>
     </message>
     <message>
-        <source>%1 names no procedure for it</source>
-        <translation>%1 nennt keine Prozedur dafür</translation>
+        <source>%1 has no procedure for it</source>
+        <translation>%1 hat keine Prozedur dafür</translation>
     </message>
     <message>
         <source>Toolbar %1</source>
@@ -288,8 +288,8 @@
         <translation>Einträge</translation>
     </message>
     <message>
-        <source>What has no check mark isn&apos;t shown. Buttons of toolbars can be moved and added.</source>
-        <translation>Was kein Häkchen hat, wird nicht angezeigt. Schaltflächen von Symbolleisten lassen sich verschieben und hinzufügen.</translation>
+        <source>Unchecked entries are hidden. Toolbar buttons can be moved and added.</source>
+        <translation>Einträge ohne Häkchen sind ausgeblendet. Schaltflächen von Symbolleisten lassen sich verschieben und hinzufügen.</translation>
     </message>
     <message>
         <source>&amp;Forget These</source>
@@ -320,8 +320,8 @@
         <translation>&amp;Alles zurücksetzen…</translation>
     </message>
     <message>
-        <source>Show all menus and toolbars as the application has them?</source>
-        <translation>Alle Menüs und Symbolleisten so anzeigen, wie die Anwendung sie vorgibt?</translation>
+        <source>Reset all menus and toolbars to the application&apos;s defaults?</source>
+        <translation>Alle Menüs und Symbolleisten auf die Vorgaben der Anwendung zurücksetzen?</translation>
     </message>
     <message>
         <source>Toolbars</source>
@@ -344,7 +344,7 @@
         <translation>%1 (hinzugefügt)</translation>
     </message>
     <message>
-        <source>Kept for entries that are no longer there:
+        <source>Kept for entries that no longer exist:
 %1</source>
         <translation>Aufbewahrt für Einträge, die es nicht mehr gibt:
 %1</translation>
@@ -364,27 +364,27 @@
         <translation>Filtern</translation>
     </message>
     <message>
-        <source>Filter of %1</source>
-        <translation>Filter von %1</translation>
+        <source>Filter for %1</source>
+        <translation>Filter für %1</translation>
     </message>
     <message>
         <source>Shows the items that contain this text (Ctrl+F)</source>
         <translation>Zeigt die Elemente, die diesen Text enthalten (Strg+F)</translation>
     </message>
     <message>
-        <source>No item matches</source>
-        <translation>Kein Element passt</translation>
+        <source>No matching items</source>
+        <translation>Keine passenden Elemente</translation>
     </message>
     <message>
-        <source>Nothing here yet. Create or open something from the menus, and it appears in this list.</source>
-        <translation>Hier ist noch nichts. Was Sie über die Menüs anlegen oder öffnen, erscheint in dieser Liste.</translation>
+        <source>Nothing here yet. Items that you create or open appear in this list.</source>
+        <translation>Hier ist noch nichts. Elemente, die Sie anlegen oder öffnen, erscheinen in dieser Liste.</translation>
     </message>
 </context>
 <context>
     <name>ExplorerPanel</name>
     <message>
-        <source>There is nothing to explore. Items appear here once a service brings some along.</source>
-        <translation>Es gibt nichts zu erkunden. Hier erscheinen Elemente, sobald ein Dienst welche mitbringt.</translation>
+        <source>The explorer is empty. Items appear here when the application provides them.</source>
+        <translation>Der Explorer ist leer. Elemente erscheinen hier, sobald die Anwendung welche bereitstellt.</translation>
     </message>
     <message>
         <source>Explorer tabs</source>
@@ -394,8 +394,8 @@
 <context>
     <name>FailureDialog</name>
     <message>
-        <source>Something went wrong</source>
-        <translation>Etwas ist schiefgegangen</translation>
+        <source>An Error Occurred</source>
+        <translation>Ein Fehler ist aufgetreten</translation>
     </message>
     <message>
         <source>Details</source>
@@ -414,35 +414,35 @@
         <translation>&amp;Protokoll öffnen</translation>
     </message>
     <message>
-        <source>All &amp;problems of this file:</source>
-        <translation>Alle &amp;Fehler dieser Datei:</translation>
+        <source>All &amp;problems in this file:</source>
+        <translation>Alle &amp;Fehler in dieser Datei:</translation>
     </message>
 </context>
 <context>
     <name>FailurePresenter</name>
     <message>
-        <source>Correct the file at that place and start again. Until then the service is left out.</source>
-        <translation>Korrigieren Sie die Datei an dieser Stelle und starten Sie neu. Bis dahin bleibt der Dienst weg.</translation>
+        <source>Correct the file at that place and restart the application. Until then, this part of it is unavailable.</source>
+        <translation>Korrigieren Sie die Datei an dieser Stelle und starten Sie die Anwendung neu. Bis dahin ist dieser Teil nicht verfügbar.</translation>
     </message>
     <message>
-        <source>Correct the name at that place and start again. Until then the service is left out.</source>
-        <translation>Korrigieren Sie den Namen an dieser Stelle und starten Sie neu. Bis dahin bleibt der Dienst weg.</translation>
+        <source>Correct the name at that place and restart the application. Until then, this part of it is unavailable.</source>
+        <translation>Korrigieren Sie den Namen an dieser Stelle und starten Sie die Anwendung neu. Bis dahin ist dieser Teil nicht verfügbar.</translation>
     </message>
     <message>
-        <source>Check that the plug-in is in the folder &quot;plugins&quot; and that its name is that of the ProgID. Until then the service is left out.</source>
-        <translation>Prüfen Sie, ob das Plug-in im Ordner „plugins“ liegt und so heißt, wie es die ProgID angibt. Bis dahin bleibt der Dienst weg.</translation>
+        <source>Check that the plug-in is in the folder “plugins” and that its file name matches the ProgID. Until then, this part of the application is unavailable.</source>
+        <translation>Prüfen Sie, ob das Plug-in im Ordner „plugins“ liegt und ob sein Dateiname zur ProgID passt. Bis dahin ist dieser Teil der Anwendung nicht verfügbar.</translation>
     </message>
     <message>
-        <source>Correct the definition and start again. Until then the service is left out.</source>
-        <translation>Korrigieren Sie die Definition und starten Sie neu. Bis dahin bleibt der Dienst weg.</translation>
+        <source>Correct the definition and restart the application. Until then, this part of it is unavailable.</source>
+        <translation>Korrigieren Sie die Definition und starten Sie die Anwendung neu. Bis dahin ist dieser Teil nicht verfügbar.</translation>
     </message>
     <message>
         <source>%1, line %2</source>
         <translation>%1, Zeile %2</translation>
     </message>
     <message>
-        <source>The command couldn&apos;t be finished</source>
-        <translation>Der Befehl konnte nicht beendet werden</translation>
+        <source>The command couldn&apos;t be completed</source>
+        <translation>Der Befehl konnte nicht abgeschlossen werden</translation>
     </message>
 </context>
 <context>
@@ -452,7 +452,7 @@
         <translation>Diese Seite kann nicht angezeigt werden</translation>
     </message>
     <message>
-        <source>Failure %1 from %2</source>
+        <source>Error %1 from %2</source>
         <translation>Fehler %1 aus %2</translation>
     </message>
     <message>
@@ -464,7 +464,7 @@
         <translation>&amp;Kopieren</translation>
     </message>
     <message>
-        <source>Copies what is wrong to the clipboard</source>
+        <source>Copies the error description to the clipboard</source>
         <translation>Kopiert die Fehlerbeschreibung in die Zwischenablage</translation>
     </message>
 </context>
@@ -479,8 +479,8 @@
         <translation>nein</translation>
     </message>
     <message>
-        <source>Put here by</source>
-        <translation>Hierher gesetzt von</translation>
+        <source>Added by</source>
+        <translation>Hinzugefügt von</translation>
     </message>
     <message>
         <source>code of %1</source>
@@ -503,16 +503,16 @@
         <translation>Code von %1, zur Laufzeit</translation>
     </message>
     <message>
-        <source>the library; no file names it</source>
-        <translation>der Bibliothek; keine Datei nennt es</translation>
+        <source>the library; not defined in a file</source>
+        <translation>der Bibliothek; in keiner Datei definiert</translation>
     </message>
     <message>
-        <source>Also named by</source>
-        <translation>Auch genannt von</translation>
+        <source>Also defined by</source>
+        <translation>Auch definiert von</translation>
     </message>
     <message>
-        <source>Shown</source>
-        <translation>Angezeigt</translation>
+        <source>Visible</source>
+        <translation>Sichtbar</translation>
     </message>
     <message>
         <source>Action</source>
@@ -539,16 +539,16 @@
         <translation>zurzeit keiner</translation>
     </message>
     <message>
-        <source>%1 offers it so</source>
-        <translation>%1 bietet es so an</translation>
+        <source>as set by %1</source>
+        <translation>so gesetzt von %1</translation>
     </message>
     <message>
-        <source>nobody has hidden it</source>
-        <translation>niemand hat es ausgeblendet</translation>
+        <source>not hidden</source>
+        <translation>nicht ausgeblendet</translation>
     </message>
     <message>
-        <source>Can be chosen</source>
-        <translation>Wählbar</translation>
+        <source>Enabled</source>
+        <translation>Aktiviert</translation>
     </message>
     <message>
         <source>Checked</source>
@@ -563,16 +563,16 @@
         <translation>Schlüssel</translation>
     </message>
     <message>
-        <source>Stands in</source>
-        <translation>Steht in</translation>
+        <source>Location</source>
+        <translation>Ort</translation>
     </message>
     <message>
         <source>Shortcut</source>
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <source>%1, given by you in place of %2</source>
-        <translation>%1, von Ihnen vergeben anstelle von %2</translation>
+        <source>%1, set by you instead of %2</source>
+        <translation>%1, von Ihnen festgelegt anstelle von %2</translation>
     </message>
     <message>
         <source>Hidden</source>
@@ -639,7 +639,7 @@
         <translation>der Klasse %1</translation>
     </message>
     <message>
-        <source>Alive</source>
+        <source>Active</source>
         <translation>Aktiv</translation>
     </message>
     <message>
@@ -694,20 +694,20 @@
         <translation>Inspektor</translation>
     </message>
     <message>
-        <source>What</source>
-        <translation>Was</translation>
+        <source>Object</source>
+        <translation>Objekt</translation>
     </message>
     <message>
         <source>State</source>
         <translation>Zustand</translation>
     </message>
     <message>
-        <source>What the application is made of</source>
-        <translation>Woraus die Anwendung besteht</translation>
+        <source>Objects of the application</source>
+        <translation>Objekte der Anwendung</translation>
     </message>
     <message>
-        <source>About it</source>
-        <translation>Angaben dazu</translation>
+        <source>Details</source>
+        <translation>Details</translation>
     </message>
     <message>
         <source>&amp;Objects</source>
@@ -718,7 +718,7 @@
         <translation>&amp;Protokoll</translation>
     </message>
     <message>
-        <source>Ctrl+Alt+click on an entry of a menu, a toolbar or the explorer shows it here.</source>
+        <source>Ctrl+Alt+click an entry of a menu, a toolbar or the explorer to show it here.</source>
         <translation>Strg+Alt+Klick auf einen Eintrag eines Menüs, einer Symbolleiste oder des Explorers zeigt ihn hier.</translation>
     </message>
     <message>
@@ -738,8 +738,8 @@
         <translation>Kontextmenüs</translation>
     </message>
     <message>
-        <source>chosen</source>
-        <translation>gewählt</translation>
+        <source>selected</source>
+        <translation>ausgewählt</translation>
     </message>
     <message>
         <source>Explorer</source>
@@ -757,11 +757,11 @@
 <context>
     <name>LeaveBox</name>
     <message>
-        <source>“%1” has changes that aren&apos;t saved.</source>
-        <translation>„%1“ enthält Änderungen, die nicht gespeichert sind.</translation>
+        <source>“%1” has unsaved changes.</source>
+        <translation>„%1“ enthält nicht gespeicherte Änderungen.</translation>
     </message>
     <message>
-        <source>Do you want to save them before it closes?</source>
+        <source>Do you want to save them before closing?</source>
         <translation>Möchten Sie sie vor dem Schließen speichern?</translation>
     </message>
     <message>
@@ -769,12 +769,12 @@
         <translation>&amp;Speichern</translation>
     </message>
     <message>
-        <source>What you have entered in “%1” will be lost.</source>
-        <translation>Was Sie in „%1“ eingegeben haben, geht verloren.</translation>
+        <source>Your entries in “%1” will be lost.</source>
+        <translation>Ihre Eingaben in „%1“ gehen verloren.</translation>
     </message>
     <message>
-        <source>It can&apos;t be saved as it is. %1</source>
-        <translation>So kann es nicht gespeichert werden. %1</translation>
+        <source>It can&apos;t be saved yet. %1</source>
+        <translation>Es kann noch nicht gespeichert werden. %1</translation>
     </message>
     <message>
         <source>&amp;Discard</source>
@@ -826,12 +826,12 @@
         <translation>Zeit</translation>
     </message>
     <message>
-        <source>What</source>
-        <translation>Was</translation>
+        <source>Message</source>
+        <translation>Meldung</translation>
     </message>
     <message>
-        <source>Where</source>
-        <translation>Wo</translation>
+        <source>Source</source>
+        <translation>Quelle</translation>
     </message>
     <message>
         <source>Number</source>
@@ -857,16 +857,16 @@
         <translation>Protokoll</translation>
     </message>
     <message>
-        <source>The whole line</source>
-        <translation>Die ganze Zeile</translation>
+        <source>Full Entry</source>
+        <translation>Vollständiger Eintrag</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
         <translation>&amp;Kopieren</translation>
     </message>
     <message>
-        <source>Nothing has gone wrong yet: the log is empty.</source>
-        <translation>Bisher ist nichts schiefgegangen: Das Protokoll ist leer.</translation>
+        <source>The log is empty: there have been no errors.</source>
+        <translation>Das Protokoll ist leer: Es gab keine Fehler.</translation>
     </message>
     <message>
         <source>%1 of %2 lines</source>
@@ -876,7 +876,7 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <source>Choose an item in the explorer or a command from the menus to begin.</source>
+        <source>To begin, select an item in the explorer or choose a command from the menus.</source>
         <translation>Wählen Sie zum Beginnen ein Element im Explorer oder einen Befehl aus den Menüs.</translation>
     </message>
     <message>
@@ -917,7 +917,7 @@
         <translation>Seiten</translation>
     </message>
     <message>
-        <source>No page has these words.</source>
+        <source>No page contains these words.</source>
         <translation>Keine Seite enthält diese Wörter.</translation>
     </message>
 </context>
@@ -928,8 +928,8 @@
         <translation>Diese Seite kann nicht angezeigt werden.</translation>
     </message>
     <message>
-        <source>Something on this page is missing or wrong.</source>
-        <translation>Auf dieser Seite fehlt etwas, oder etwas ist falsch.</translation>
+        <source>This page has missing or invalid entries.</source>
+        <translation>Auf dieser Seite fehlen Eingaben, oder sie sind ungültig.</translation>
     </message>
 </context>
 <context>
@@ -959,19 +959,19 @@
         <translation>Diese Anwendung hat noch keine Befehle.</translation>
     </message>
     <message>
-        <source>No command has these letters in this order.</source>
+        <source>No command contains these letters in this order.</source>
         <translation>Kein Befehl enthält diese Buchstaben in dieser Reihenfolge.</translation>
     </message>
     <message>
-        <source>Not now: %1.</source>
-        <translation>Jetzt nicht: %1.</translation>
+        <source>Unavailable: %1.</source>
+        <translation>Nicht verfügbar: %1.</translation>
     </message>
 </context>
 <context>
     <name>Preview</name>
     <message>
-        <source>The page of %1 comes here. This one stands in for it.</source>
-        <translation>Hierher kommt die Seite von %1. Diese steht für sie.</translation>
+        <source>This is a stand-in for the page of %1.</source>
+        <translation>Dies ist ein Platzhalter für die Seite von %1.</translation>
     </message>
 </context>
 <context>
@@ -1064,16 +1064,16 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
 <context>
     <name>ProblemList</name>
     <message>
-        <source>Place</source>
-        <translation>Stelle</translation>
+        <source>Location</source>
+        <translation>Ort</translation>
     </message>
     <message>
         <source>Problem</source>
         <translation>Problem</translation>
     </message>
     <message>
-        <source>What to do</source>
-        <translation>Was zu tun ist</translation>
+        <source>Remedy</source>
+        <translation>Abhilfe</translation>
     </message>
     <message>
         <source>Rule</source>
@@ -1107,11 +1107,11 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>%1&#xa0;%</translation>
     </message>
     <message>
-        <source>The work doesn&apos;t answer to Cancel</source>
-        <translation>Die Arbeit reagiert nicht auf „Abbrechen“</translation>
+        <source>The operation isn&apos;t responding to Cancel</source>
+        <translation>Der Vorgang reagiert nicht auf „Abbrechen“</translation>
     </message>
     <message>
-        <source>%1 doesn&apos;t answer to Cancel</source>
+        <source>%1 isn&apos;t responding to Cancel</source>
         <translation>%1 reagiert nicht auf „Abbrechen“</translation>
     </message>
     <message>
@@ -1189,8 +1189,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Bericht speichern</translation>
     </message>
     <message>
-        <source>This is all that is saved, and nothing is sent. Your home folder, your name and the machine&apos;s name have been taken out; the log may name files and data of yours. Strike out what others shouldn&apos;t read.</source>
-        <translation>Das ist alles, was gespeichert wird; gesendet wird nichts. Ihr persönlicher Ordner, Ihr Name und der Rechnername sind entfernt; das Protokoll kann Dateien und Daten von Ihnen nennen. Streichen Sie, was andere nicht lesen sollen.</translation>
+        <source>This is the complete report; nothing is sent. Your home folder, your name and the computer&apos;s name have been removed, but the log may contain names of your files and data. Delete what others shouldn&apos;t read.</source>
+        <translation>Dies ist der vollständige Bericht; gesendet wird nichts. Ihr persönlicher Ordner, Ihr Name und der Rechnername sind entfernt, aber das Protokoll kann Namen Ihrer Dateien und Daten enthalten. Löschen Sie, was andere nicht lesen sollen.</translation>
     </message>
     <message>
         <source>Report</source>
@@ -1208,8 +1208,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
 <context>
     <name>ScreenPrinter</name>
     <message>
-        <source>The screen can&apos;t be read here</source>
-        <translation>Der Bildschirm kann hier nicht gelesen werden</translation>
+        <source>The screen can&apos;t be captured here</source>
+        <translation>Der Bildschirm kann hier nicht aufgenommen werden</translation>
     </message>
     <message>
         <source>Desktop</source>
@@ -1224,7 +1224,7 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Druckvorschau: %1</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; can&apos;t be written</source>
+        <source>“%1” can&apos;t be written</source>
         <translation>„%1“ kann nicht geschrieben werden</translation>
     </message>
 </context>
@@ -1235,8 +1235,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Tastenkürzel</translation>
     </message>
     <message>
-        <source>Search for a command, keys or an owner</source>
-        <translation>Befehl, Tasten oder Eigentümer suchen</translation>
+        <source>Search for a command, shortcut or owner</source>
+        <translation>Befehl, Tastenkürzel oder Eigentümer suchen</translation>
     </message>
     <message>
         <source>Search</source>
@@ -1247,8 +1247,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Befehl</translation>
     </message>
     <message>
-        <source>Keys</source>
-        <translation>Tasten</translation>
+        <source>Shortcut</source>
+        <translation>Tastenkürzel</translation>
     </message>
     <message>
         <source>Owner</source>
@@ -1259,8 +1259,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Hinweis</translation>
     </message>
     <message>
-        <source>Commands and their keys</source>
-        <translation>Befehle und ihre Tasten</translation>
+        <source>Commands and their shortcuts</source>
+        <translation>Befehle und ihre Tastenkürzel</translation>
     </message>
     <message>
         <source>Conflict</source>
@@ -1271,24 +1271,24 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>&amp;Alle zurücksetzen…</translation>
     </message>
     <message>
-        <source>Give all commands the keys of the application again?</source>
-        <translation>Allen Befehlen wieder die Tasten der Anwendung geben?</translation>
+        <source>Reset all shortcuts to the application&apos;s defaults?</source>
+        <translation>Alle Tastenkürzel auf die Vorgaben der Anwendung zurücksetzen?</translation>
     </message>
     <message>
-        <source>&amp;New keys:</source>
-        <translation>&amp;Neue Tasten:</translation>
+        <source>&amp;New shortcut:</source>
+        <translation>&amp;Neues Tastenkürzel:</translation>
     </message>
     <message>
-        <source>New keys</source>
-        <translation>Neue Tasten</translation>
+        <source>New shortcut</source>
+        <translation>Neues Tastenkürzel</translation>
     </message>
     <message>
         <source>A&amp;ssign</source>
         <translation>&amp;Zuweisen</translation>
     </message>
     <message>
-        <source>No &amp;Keys</source>
-        <translation>&amp;Keine Tasten</translation>
+        <source>No Shor&amp;tcut</source>
+        <translation>&amp;Kein Tastenkürzel</translation>
     </message>
     <message>
         <source>&amp;Reset</source>
@@ -1311,12 +1311,12 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>geändert; war %1</translation>
     </message>
     <message>
-        <source>no longer there; kept</source>
+        <source>no longer exists; kept</source>
         <translation>nicht mehr vorhanden; aufbewahrt</translation>
     </message>
     <message>
-        <source>%1 is also the key of %2. Of those that can be chosen the one that you changed is meant, else the first.</source>
-        <translation>%1 ist auch die Taste von %2. Von denen, die wählbar sind, gilt die von Ihnen geänderte, sonst die erste.</translation>
+        <source>%1 is also the shortcut of %2. Of the available commands, the one that you changed takes precedence, otherwise the first.</source>
+        <translation>%1 ist auch das Tastenkürzel von %2. Unter den verfügbaren Befehlen hat der von Ihnen geänderte Vorrang, sonst der erste.</translation>
     </message>
     <message>
         <source>can&apos;t be changed</source>
@@ -1335,12 +1335,12 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>statt %1 (%2)</translation>
     </message>
     <message>
-        <source>%1 belongs to the window itself: %2. No command gets it.</source>
-        <translation>%1 gehört dem Fenster selbst: %2. Kein Befehl bekommt diese Tasten.</translation>
+        <source>%1 is reserved for the window: %2. It can&apos;t be assigned to a command.</source>
+        <translation>%1 ist für das Fenster reserviert: %2. Es kann keinem Befehl zugewiesen werden.</translation>
     </message>
     <message>
-        <source>%1 is also a key of %2: %3. The command gets it instead.</source>
-        <translation>%1 hat schon eine Bedeutung (%2: %3). Der Befehl bekommt diese Tasten stattdessen.</translation>
+        <source>%1 is also used by %2: %3. The command takes precedence.</source>
+        <translation>%1 wird auch verwendet für %2: %3. Der Befehl hat Vorrang.</translation>
     </message>
 </context>
 <context>
@@ -1361,8 +1361,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Nicht gespeicherte Arbeit</translation>
     </message>
     <message>
-        <source>This hasn&apos;t been saved yet. What isn&apos;t saved now will be lost.</source>
-        <translation>Dies ist noch nicht gespeichert. Was jetzt nicht gespeichert wird, geht verloren.</translation>
+        <source>These changes haven&apos;t been saved. What you don&apos;t save now will be lost.</source>
+        <translation>Diese Änderungen sind noch nicht gespeichert. Was Sie jetzt nicht speichern, geht verloren.</translation>
     </message>
     <message>
         <source>Unsaved work</source>
@@ -1380,7 +1380,7 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
 <context>
     <name>UnsavedWork</name>
     <message>
-        <source>&quot;%1&quot; couldn&apos;t be saved: %2</source>
+        <source>“%1” couldn&apos;t be saved: %2</source>
         <translation>„%1“ konnte nicht gespeichert werden: %2</translation>
     </message>
     <message>
@@ -1403,8 +1403,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>%1. %2</translation>
     </message>
     <message>
-        <source>Something on the page “%1” is missing or wrong.</source>
-        <translation>Auf der Seite „%1“ fehlt etwas, oder etwas ist falsch.</translation>
+        <source>The page “%1” has missing or invalid entries.</source>
+        <translation>Auf der Seite „%1“ fehlen Eingaben, oder sie sind ungültig.</translation>
     </message>
 </context>
 <context>
@@ -1430,8 +1430,8 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Vorheriges Fenster</translation>
     </message>
     <message>
-        <source>To the explorer, or back to the window</source>
-        <translation>Zum Explorer oder zurück zum Fenster</translation>
+        <source>Switch between explorer and window</source>
+        <translation>Zwischen Explorer und Fenster wechseln</translation>
     </message>
     <message>
         <source>Context menu</source>

@@ -4,8 +4,8 @@
 <context>
     <name>AppearancePage</name>
     <message>
-        <source>As the desktop</source>
-        <translation>Comme le bureau</translation>
+        <source>Follow the system</source>
+        <translation>Suivre le système</translation>
     </message>
     <message>
         <source>Light</source>
@@ -20,20 +20,20 @@
         <translation>%1 pixels</translation>
     </message>
     <message>
-        <source>Free, to be moved and arranged</source>
-        <translation>Libres, à déplacer et à disposer</translation>
+        <source>Overlapping windows</source>
+        <translation>Fenêtres superposées</translation>
     </message>
     <message>
-        <source>In tabs</source>
-        <translation>Dans des onglets</translation>
+        <source>Tabs</source>
+        <translation>Onglets</translation>
     </message>
     <message>
         <source>&amp;Theme:</source>
         <translation>&amp;Thème&#xa0;:</translation>
     </message>
     <message>
-        <source>&amp;Icons on toolbars:</source>
-        <translation>&amp;Icônes des barres d’outils&#xa0;:</translation>
+        <source>Toolbar &amp;icon size:</source>
+        <translation>Taille des &amp;icônes des barres d’outils :</translation>
     </message>
     <message>
         <source>&amp;Windows:</source>
@@ -43,8 +43,8 @@
 <context>
     <name>Application</name>
     <message>
-        <source>The help topic %1 can&apos;t be opened. It belongs into the file %2.</source>
-        <translation>La rubrique d’aide %1 ne peut pas être ouverte. Elle doit se trouver dans le fichier %2.</translation>
+        <source>The help topic %1 can&apos;t be opened. Its file is expected at %2.</source>
+        <translation>La rubrique d’aide %1 ne peut pas être ouverte. Son fichier est attendu dans %2.</translation>
     </message>
     <message>
         <source>Help</source>
@@ -67,8 +67,8 @@
         <translation>Imprimer</translation>
     </message>
     <message>
-        <source>Something in the window is missing or wrong</source>
-        <translation>Quelque chose manque ou est incorrect dans la fenêtre</translation>
+        <source>The window has missing or invalid entries</source>
+        <translation>La fenêtre contient des saisies manquantes ou non valides</translation>
     </message>
 </context>
 <context>
@@ -93,32 +93,32 @@
 <context>
     <name>Blame</name>
     <message>
-        <source>The last time</source>
-        <translation>La dernière fois</translation>
+        <source>Crash Recovery</source>
+        <translation>Récupération après une panne</translation>
     </message>
     <message>
-        <source>The application didn&apos;t answer any more while &quot;%1&quot; was at work.</source>
-        <translation>L’application ne répondait plus pendant que «&#xa0;%1&#xa0;» travaillait.</translation>
+        <source>The application stopped responding while “%1” was running.</source>
+        <translation>L’application ne répondait plus pendant l’exécution de « %1 ».</translation>
     </message>
     <message>
-        <source>The application ended while &quot;%1&quot; was at work.</source>
-        <translation>L’application s’est arrêtée pendant que «&#xa0;%1&#xa0;» travaillait.</translation>
+        <source>The application quit unexpectedly while “%1” was running.</source>
+        <translation>L’application s’est arrêtée de façon inattendue pendant l’exécution de « %1 ».</translation>
     </message>
     <message>
-        <source>It can start without &quot;%1&quot; this time: what that offers is missing then. Safe mode leaves out all plug-ins and what you have changed of the desktop.</source>
-        <translation>Elle peut démarrer sans «&#xa0;%1&#xa0;» cette fois-ci&#xa0;: ce que ce service propose manquera alors. Le mode sans échec laisse de côté tous les greffons et vos modifications de l’interface.</translation>
+        <source>You can start without “%1” this time; its commands and windows are unavailable then. Safe mode starts without all plug-ins and without your customizations.</source>
+        <translation>Vous pouvez démarrer sans « %1 » cette fois-ci ; ses commandes et ses fenêtres seront alors indisponibles. Le mode sans échec démarre sans aucun greffon et sans vos personnalisations.</translation>
     </message>
     <message>
         <source>Start &amp;Without It</source>
         <translation>Démarrer sans &amp;lui</translation>
     </message>
     <message>
-        <source>&amp;Start as Always</source>
-        <translation>Démarrer comme &amp;toujours</translation>
+        <source>&amp;Start Normally</source>
+        <translation>Démarrer &amp;normalement</translation>
     </message>
     <message>
-        <source>Safe &amp;Mode</source>
-        <translation>&amp;Mode sans échec</translation>
+        <source>Start in Safe &amp;Mode</source>
+        <translation>Démarrer en &amp;mode sans échec</translation>
     </message>
 </context>
 <context>
@@ -144,16 +144,16 @@
         <translation>Étiquette</translation>
     </message>
     <message>
-        <source>Answered by</source>
-        <translation>Réponse de</translation>
+        <source>Handled by</source>
+        <translation>Traité par</translation>
     </message>
     <message>
         <source>Calls</source>
         <translation>Appels</translation>
     </message>
     <message>
-        <source>nobody</source>
-        <translation>personne</translation>
+        <source>no object</source>
+        <translation>aucun objet</translation>
     </message>
     <message>
         <source>none</source>
@@ -164,8 +164,8 @@
         <translation>substitut</translation>
     </message>
     <message>
-        <source>its own code</source>
-        <translation>son propre code</translation>
+        <source>plug-in</source>
+        <translation>greffon</translation>
     </message>
 </context>
 <context>
@@ -229,28 +229,28 @@
         <translation>page %1 de la fenêtre %2</translation>
     </message>
     <message>
-        <source>choose an item &quot;%1&quot; in the explorer</source>
-        <translation>choisissez un élément «&#xa0;%1&#xa0;» dans l’explorateur</translation>
+        <source>select an item “%1” in the explorer</source>
+        <translation>sélectionnez un élément « %1 » dans l’explorateur</translation>
     </message>
     <message>
-        <source>bring the window &quot;%1&quot; to the front</source>
-        <translation>amenez la fenêtre «&#xa0;%1&#xa0;» au premier plan</translation>
+        <source>bring the window “%1” to the front</source>
+        <translation>amenez la fenêtre « %1 » au premier plan</translation>
     </message>
     <message>
-        <source>nobody offers it at present</source>
-        <translation>personne ne la propose actuellement</translation>
+        <source>no active item or window provides it</source>
+        <translation>aucun élément ni fenêtre actif ne la propose</translation>
     </message>
     <message>
-        <source>nobody offers it at present: %1</source>
-        <translation>personne ne la propose actuellement&#xa0;: %1</translation>
+        <source>first %1</source>
+        <translation>d’abord : %1</translation>
     </message>
     <message>
         <source> or </source>
         <translation> ou </translation>
     </message>
     <message>
-        <source>%1 isn&apos;t active at present</source>
-        <translation>%1 n’est pas actif actuellement</translation>
+        <source>%1 isn&apos;t active</source>
+        <translation>%1 n’est pas actif</translation>
     </message>
     <message>
         <source>hidden by %1</source>
@@ -261,8 +261,8 @@
         <translation>désactivée par %1</translation>
     </message>
     <message>
-        <source>%1 names no procedure for it</source>
-        <translation>%1 n’indique pas de procédure</translation>
+        <source>%1 has no procedure for it</source>
+        <translation>%1 n’a pas de procédure pour cette commande</translation>
     </message>
     <message>
         <source>Toolbar %1</source>
@@ -288,8 +288,8 @@
         <translation>Entrées</translation>
     </message>
     <message>
-        <source>What has no check mark isn&apos;t shown. Buttons of toolbars can be moved and added.</source>
-        <translation>Ce qui n’est pas coché n’est pas affiché. Les boutons des barres d’outils peuvent être déplacés et ajoutés.</translation>
+        <source>Unchecked entries are hidden. Toolbar buttons can be moved and added.</source>
+        <translation>Les entrées non cochées sont masquées. Les boutons des barres d’outils peuvent être déplacés et ajoutés.</translation>
     </message>
     <message>
         <source>&amp;Forget These</source>
@@ -320,8 +320,8 @@
         <translation>&amp;Tout réinitialiser…</translation>
     </message>
     <message>
-        <source>Show all menus and toolbars as the application has them?</source>
-        <translation>Afficher tous les menus et barres d’outils tels que l’application les prévoit&#xa0;?</translation>
+        <source>Reset all menus and toolbars to the application&apos;s defaults?</source>
+        <translation>Rétablir tous les menus et barres d’outils par défaut de l’application ?</translation>
     </message>
     <message>
         <source>Toolbars</source>
@@ -344,9 +344,9 @@
         <translation>%1 (ajouté)</translation>
     </message>
     <message>
-        <source>Kept for entries that are no longer there:
+        <source>Kept for entries that no longer exist:
 %1</source>
-        <translation>Conservé pour des entrées qui n’existent plus&#xa0;:
+        <translation>Conservé pour des entrées qui n’existent plus :
 %1</translation>
     </message>
 </context>
@@ -364,27 +364,27 @@
         <translation>Filtrer</translation>
     </message>
     <message>
-        <source>Filter of %1</source>
-        <translation>Filtre de %1</translation>
+        <source>Filter for %1</source>
+        <translation>Filtre pour %1</translation>
     </message>
     <message>
         <source>Shows the items that contain this text (Ctrl+F)</source>
         <translation>Affiche les éléments qui contiennent ce texte (Ctrl+F)</translation>
     </message>
     <message>
-        <source>No item matches</source>
-        <translation>Aucun élément ne correspond</translation>
+        <source>No matching items</source>
+        <translation>Aucun élément correspondant</translation>
     </message>
     <message>
-        <source>Nothing here yet. Create or open something from the menus, and it appears in this list.</source>
-        <translation>Rien ici pour l’instant. Ce que vous créez ou ouvrez depuis les menus apparaît dans cette liste.</translation>
+        <source>Nothing here yet. Items that you create or open appear in this list.</source>
+        <translation>Rien ici pour l’instant. Les éléments que vous créez ou ouvrez apparaissent dans cette liste.</translation>
     </message>
 </context>
 <context>
     <name>ExplorerPanel</name>
     <message>
-        <source>There is nothing to explore. Items appear here once a service brings some along.</source>
-        <translation>Il n’y a rien à explorer. Des éléments apparaissent ici dès qu’un service en apporte.</translation>
+        <source>The explorer is empty. Items appear here when the application provides them.</source>
+        <translation>L’explorateur est vide. Des éléments apparaissent ici dès que l’application en fournit.</translation>
     </message>
     <message>
         <source>Explorer tabs</source>
@@ -394,8 +394,8 @@
 <context>
     <name>FailureDialog</name>
     <message>
-        <source>Something went wrong</source>
-        <translation>Un problème est survenu</translation>
+        <source>An Error Occurred</source>
+        <translation>Une erreur est survenue</translation>
     </message>
     <message>
         <source>Details</source>
@@ -414,34 +414,34 @@
         <translation>Ouvrir le &amp;journal</translation>
     </message>
     <message>
-        <source>All &amp;problems of this file:</source>
-        <translation>Tous les &amp;problèmes de ce fichier&#xa0;:</translation>
+        <source>All &amp;problems in this file:</source>
+        <translation>Tous les &amp;problèmes de ce fichier :</translation>
     </message>
 </context>
 <context>
     <name>FailurePresenter</name>
     <message>
-        <source>Correct the file at that place and start again. Until then the service is left out.</source>
-        <translation>Corrigez le fichier à cet endroit et redémarrez. Jusque-là, le service est laissé de côté.</translation>
+        <source>Correct the file at that place and restart the application. Until then, this part of it is unavailable.</source>
+        <translation>Corrigez le fichier à cet endroit et redémarrez l’application. D’ici là, cette partie est indisponible.</translation>
     </message>
     <message>
-        <source>Correct the name at that place and start again. Until then the service is left out.</source>
-        <translation>Corrigez le nom à cet endroit et redémarrez. Jusque-là, le service est laissé de côté.</translation>
+        <source>Correct the name at that place and restart the application. Until then, this part of it is unavailable.</source>
+        <translation>Corrigez le nom à cet endroit et redémarrez l’application. D’ici là, cette partie est indisponible.</translation>
     </message>
     <message>
-        <source>Check that the plug-in is in the folder &quot;plugins&quot; and that its name is that of the ProgID. Until then the service is left out.</source>
-        <translation>Vérifiez que le greffon se trouve dans le dossier «&#xa0;plugins&#xa0;» et que son nom est celui du ProgID. Jusque-là, le service est laissé de côté.</translation>
+        <source>Check that the plug-in is in the folder “plugins” and that its file name matches the ProgID. Until then, this part of the application is unavailable.</source>
+        <translation>Vérifiez que le greffon se trouve dans le dossier « plugins » et que son nom de fichier correspond au ProgID. D’ici là, cette partie de l’application est indisponible.</translation>
     </message>
     <message>
-        <source>Correct the definition and start again. Until then the service is left out.</source>
-        <translation>Corrigez la définition et redémarrez. Jusque-là, le service est laissé de côté.</translation>
+        <source>Correct the definition and restart the application. Until then, this part of it is unavailable.</source>
+        <translation>Corrigez la définition et redémarrez l’application. D’ici là, cette partie est indisponible.</translation>
     </message>
     <message>
         <source>%1, line %2</source>
         <translation>%1, ligne %2</translation>
     </message>
     <message>
-        <source>The command couldn&apos;t be finished</source>
+        <source>The command couldn&apos;t be completed</source>
         <translation>La commande n’a pas pu être menée à terme</translation>
     </message>
 </context>
@@ -452,7 +452,7 @@
         <translation>Cette page ne peut pas être affichée</translation>
     </message>
     <message>
-        <source>Failure %1 from %2</source>
+        <source>Error %1 from %2</source>
         <translation>Erreur %1 de %2</translation>
     </message>
     <message>
@@ -464,7 +464,7 @@
         <translation>&amp;Copier</translation>
     </message>
     <message>
-        <source>Copies what is wrong to the clipboard</source>
+        <source>Copies the error description to the clipboard</source>
         <translation>Copie la description de l’erreur dans le presse-papiers</translation>
     </message>
 </context>
@@ -479,8 +479,8 @@
         <translation>non</translation>
     </message>
     <message>
-        <source>Put here by</source>
-        <translation>Placé ici par</translation>
+        <source>Added by</source>
+        <translation>Ajouté par</translation>
     </message>
     <message>
         <source>code of %1</source>
@@ -503,16 +503,16 @@
         <translation>le code de %1, à l’exécution</translation>
     </message>
     <message>
-        <source>the library; no file names it</source>
-        <translation>la bibliothèque&#xa0;; aucun fichier ne le nomme</translation>
+        <source>the library; not defined in a file</source>
+        <translation>la bibliothèque ; défini dans aucun fichier</translation>
     </message>
     <message>
-        <source>Also named by</source>
-        <translation>Nommé aussi par</translation>
+        <source>Also defined by</source>
+        <translation>Défini aussi par</translation>
     </message>
     <message>
-        <source>Shown</source>
-        <translation>Affiché</translation>
+        <source>Visible</source>
+        <translation>Visible</translation>
     </message>
     <message>
         <source>Action</source>
@@ -539,16 +539,16 @@
         <translation>aucun actuellement</translation>
     </message>
     <message>
-        <source>%1 offers it so</source>
-        <translation>%1 le propose ainsi</translation>
+        <source>as set by %1</source>
+        <translation>ainsi défini par %1</translation>
     </message>
     <message>
-        <source>nobody has hidden it</source>
-        <translation>personne ne l’a masqué</translation>
+        <source>not hidden</source>
+        <translation>non masqué</translation>
     </message>
     <message>
-        <source>Can be chosen</source>
-        <translation>Peut être choisi</translation>
+        <source>Enabled</source>
+        <translation>Activé</translation>
     </message>
     <message>
         <source>Checked</source>
@@ -563,16 +563,16 @@
         <translation>Clé</translation>
     </message>
     <message>
-        <source>Stands in</source>
-        <translation>Se trouve dans</translation>
+        <source>Location</source>
+        <translation>Emplacement</translation>
     </message>
     <message>
         <source>Shortcut</source>
         <translation>Raccourci</translation>
     </message>
     <message>
-        <source>%1, given by you in place of %2</source>
-        <translation>%1, donné par vous à la place de %2</translation>
+        <source>%1, set by you instead of %2</source>
+        <translation>%1, défini par vous à la place de %2</translation>
     </message>
     <message>
         <source>Hidden</source>
@@ -639,7 +639,7 @@
         <translation>de la classe %1</translation>
     </message>
     <message>
-        <source>Alive</source>
+        <source>Active</source>
         <translation>Actif</translation>
     </message>
     <message>
@@ -694,20 +694,20 @@
         <translation>Inspecteur</translation>
     </message>
     <message>
-        <source>What</source>
-        <translation>Quoi</translation>
+        <source>Object</source>
+        <translation>Objet</translation>
     </message>
     <message>
         <source>State</source>
         <translation>État</translation>
     </message>
     <message>
-        <source>What the application is made of</source>
-        <translation>De quoi l’application est faite</translation>
+        <source>Objects of the application</source>
+        <translation>Objets de l’application</translation>
     </message>
     <message>
-        <source>About it</source>
-        <translation>À son sujet</translation>
+        <source>Details</source>
+        <translation>Détails</translation>
     </message>
     <message>
         <source>&amp;Objects</source>
@@ -718,7 +718,7 @@
         <translation>&amp;Journal</translation>
     </message>
     <message>
-        <source>Ctrl+Alt+click on an entry of a menu, a toolbar or the explorer shows it here.</source>
+        <source>Ctrl+Alt+click an entry of a menu, a toolbar or the explorer to show it here.</source>
         <translation>Ctrl+Alt+clic sur une entrée d’un menu, d’une barre d’outils ou de l’explorateur l’affiche ici.</translation>
     </message>
     <message>
@@ -738,8 +738,8 @@
         <translation>Menus contextuels</translation>
     </message>
     <message>
-        <source>chosen</source>
-        <translation>choisi</translation>
+        <source>selected</source>
+        <translation>sélectionné</translation>
     </message>
     <message>
         <source>Explorer</source>
@@ -757,24 +757,24 @@
 <context>
     <name>LeaveBox</name>
     <message>
-        <source>“%1” has changes that aren&apos;t saved.</source>
-        <translation>«&#xa0;%1&#xa0;» contient des modifications non enregistrées.</translation>
+        <source>“%1” has unsaved changes.</source>
+        <translation>« %1 » contient des modifications non enregistrées.</translation>
     </message>
     <message>
-        <source>Do you want to save them before it closes?</source>
-        <translation>Voulez-vous les enregistrer avant la fermeture&#xa0;?</translation>
+        <source>Do you want to save them before closing?</source>
+        <translation>Voulez-vous les enregistrer avant la fermeture ?</translation>
     </message>
     <message>
         <source>&amp;Save</source>
         <translation>&amp;Enregistrer</translation>
     </message>
     <message>
-        <source>What you have entered in “%1” will be lost.</source>
-        <translation>Ce que vous avez saisi dans «&#xa0;%1&#xa0;» sera perdu.</translation>
+        <source>Your entries in “%1” will be lost.</source>
+        <translation>Vos saisies dans « %1 » seront perdues.</translation>
     </message>
     <message>
-        <source>It can&apos;t be saved as it is. %1</source>
-        <translation>Impossible d’enregistrer en l’état. %1</translation>
+        <source>It can&apos;t be saved yet. %1</source>
+        <translation>Impossible d’enregistrer pour l’instant. %1</translation>
     </message>
     <message>
         <source>&amp;Discard</source>
@@ -826,12 +826,12 @@
         <translation>Heure</translation>
     </message>
     <message>
-        <source>What</source>
-        <translation>Quoi</translation>
+        <source>Message</source>
+        <translation>Message</translation>
     </message>
     <message>
-        <source>Where</source>
-        <translation>Où</translation>
+        <source>Source</source>
+        <translation>Source</translation>
     </message>
     <message>
         <source>Number</source>
@@ -857,16 +857,16 @@
         <translation>Journal</translation>
     </message>
     <message>
-        <source>The whole line</source>
-        <translation>La ligne entière</translation>
+        <source>Full Entry</source>
+        <translation>Entrée complète</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
         <translation>&amp;Copier</translation>
     </message>
     <message>
-        <source>Nothing has gone wrong yet: the log is empty.</source>
-        <translation>Aucun problème jusqu’ici&#xa0;: le journal est vide.</translation>
+        <source>The log is empty: there have been no errors.</source>
+        <translation>Le journal est vide : aucune erreur.</translation>
     </message>
     <message>
         <source>%1 of %2 lines</source>
@@ -876,8 +876,8 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <source>Choose an item in the explorer or a command from the menus to begin.</source>
-        <translation>Pour commencer, choisissez un élément dans l’explorateur ou une commande des menus.</translation>
+        <source>To begin, select an item in the explorer or choose a command from the menus.</source>
+        <translation>Pour commencer, sélectionnez un élément dans l’explorateur ou choisissez une commande dans les menus.</translation>
     </message>
     <message>
         <source>Windows</source>
@@ -917,7 +917,7 @@
         <translation>Pages</translation>
     </message>
     <message>
-        <source>No page has these words.</source>
+        <source>No page contains these words.</source>
         <translation>Aucune page ne contient ces mots.</translation>
     </message>
 </context>
@@ -928,8 +928,8 @@
         <translation>Cette page ne peut pas être affichée.</translation>
     </message>
     <message>
-        <source>Something on this page is missing or wrong.</source>
-        <translation>Quelque chose manque ou est incorrect sur cette page.</translation>
+        <source>This page has missing or invalid entries.</source>
+        <translation>Cette page contient des saisies manquantes ou non valides.</translation>
     </message>
 </context>
 <context>
@@ -959,19 +959,19 @@
         <translation>Cette application n’a pas encore de commandes.</translation>
     </message>
     <message>
-        <source>No command has these letters in this order.</source>
+        <source>No command contains these letters in this order.</source>
         <translation>Aucune commande ne contient ces lettres dans cet ordre.</translation>
     </message>
     <message>
-        <source>Not now: %1.</source>
-        <translation>Pas maintenant&#xa0;: %1.</translation>
+        <source>Unavailable: %1.</source>
+        <translation>Indisponible : %1.</translation>
     </message>
 </context>
 <context>
     <name>Preview</name>
     <message>
-        <source>The page of %1 comes here. This one stands in for it.</source>
-        <translation>La page de %1 viendra ici. Celle-ci la remplace.</translation>
+        <source>This is a stand-in for the page of %1.</source>
+        <translation>Ceci remplace la page de %1.</translation>
     </message>
 </context>
 <context>
@@ -1064,7 +1064,7 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
 <context>
     <name>ProblemList</name>
     <message>
-        <source>Place</source>
+        <source>Location</source>
         <translation>Emplacement</translation>
     </message>
     <message>
@@ -1072,8 +1072,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Problème</translation>
     </message>
     <message>
-        <source>What to do</source>
-        <translation>Que faire</translation>
+        <source>Remedy</source>
+        <translation>Solution</translation>
     </message>
     <message>
         <source>Rule</source>
@@ -1107,12 +1107,12 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>%1&#xa0;%</translation>
     </message>
     <message>
-        <source>The work doesn&apos;t answer to Cancel</source>
-        <translation>Le travail ne réagit pas à «&#xa0;Annuler&#xa0;»</translation>
+        <source>The operation isn&apos;t responding to Cancel</source>
+        <translation>L’opération ne réagit pas à « Annuler »</translation>
     </message>
     <message>
-        <source>%1 doesn&apos;t answer to Cancel</source>
-        <translation>%1 ne réagit pas à «&#xa0;Annuler&#xa0;»</translation>
+        <source>%1 isn&apos;t responding to Cancel</source>
+        <translation>%1 ne réagit pas à « Annuler »</translation>
     </message>
     <message>
         <source>Cancelling…</source>
@@ -1189,8 +1189,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Enregistrer le rapport</translation>
     </message>
     <message>
-        <source>This is all that is saved, and nothing is sent. Your home folder, your name and the machine&apos;s name have been taken out; the log may name files and data of yours. Strike out what others shouldn&apos;t read.</source>
-        <translation>Voici tout ce qui est enregistré&#xa0;; rien n’est envoyé. Votre dossier personnel, votre nom et celui de la machine ont été retirés&#xa0;; le journal peut nommer des fichiers et des données à vous. Supprimez ce que d’autres ne doivent pas lire.</translation>
+        <source>This is the complete report; nothing is sent. Your home folder, your name and the computer&apos;s name have been removed, but the log may contain names of your files and data. Delete what others shouldn&apos;t read.</source>
+        <translation>Voici le rapport complet ; rien n’est envoyé. Votre dossier personnel, votre nom et celui de l’ordinateur ont été retirés, mais le journal peut contenir des noms de vos fichiers et de vos données. Supprimez ce que d’autres ne doivent pas lire.</translation>
     </message>
     <message>
         <source>Report</source>
@@ -1208,8 +1208,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
 <context>
     <name>ScreenPrinter</name>
     <message>
-        <source>The screen can&apos;t be read here</source>
-        <translation>L’écran ne peut pas être lu ici</translation>
+        <source>The screen can&apos;t be captured here</source>
+        <translation>L’écran ne peut pas être capturé ici</translation>
     </message>
     <message>
         <source>Desktop</source>
@@ -1224,8 +1224,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Aperçu avant impression&#xa0;: %1</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; can&apos;t be written</source>
-        <translation>«&#xa0;%1&#xa0;» ne peut pas être écrit</translation>
+        <source>“%1” can&apos;t be written</source>
+        <translation>« %1 » ne peut pas être écrit</translation>
     </message>
 </context>
 <context>
@@ -1235,8 +1235,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Raccourcis clavier</translation>
     </message>
     <message>
-        <source>Search for a command, keys or an owner</source>
-        <translation>Rechercher une commande, des touches ou un propriétaire</translation>
+        <source>Search for a command, shortcut or owner</source>
+        <translation>Rechercher une commande, un raccourci ou un propriétaire</translation>
     </message>
     <message>
         <source>Search</source>
@@ -1247,8 +1247,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Commande</translation>
     </message>
     <message>
-        <source>Keys</source>
-        <translation>Touches</translation>
+        <source>Shortcut</source>
+        <translation>Raccourci</translation>
     </message>
     <message>
         <source>Owner</source>
@@ -1259,8 +1259,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Remarque</translation>
     </message>
     <message>
-        <source>Commands and their keys</source>
-        <translation>Commandes et leurs touches</translation>
+        <source>Commands and their shortcuts</source>
+        <translation>Commandes et leurs raccourcis</translation>
     </message>
     <message>
         <source>Conflict</source>
@@ -1271,24 +1271,24 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>&amp;Tout réinitialiser…</translation>
     </message>
     <message>
-        <source>Give all commands the keys of the application again?</source>
-        <translation>Rendre à toutes les commandes les touches de l’application&#xa0;?</translation>
+        <source>Reset all shortcuts to the application&apos;s defaults?</source>
+        <translation>Rétablir tous les raccourcis par défaut de l’application ?</translation>
     </message>
     <message>
-        <source>&amp;New keys:</source>
-        <translation>&amp;Nouvelles touches&#xa0;:</translation>
+        <source>&amp;New shortcut:</source>
+        <translation>&amp;Nouveau raccourci :</translation>
     </message>
     <message>
-        <source>New keys</source>
-        <translation>Nouvelles touches</translation>
+        <source>New shortcut</source>
+        <translation>Nouveau raccourci</translation>
     </message>
     <message>
         <source>A&amp;ssign</source>
         <translation>&amp;Attribuer</translation>
     </message>
     <message>
-        <source>No &amp;Keys</source>
-        <translation>Aucune touc&amp;he</translation>
+        <source>No Shor&amp;tcut</source>
+        <translation>Auc&amp;un raccourci</translation>
     </message>
     <message>
         <source>&amp;Reset</source>
@@ -1311,12 +1311,12 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>modifié&#xa0;; était %1</translation>
     </message>
     <message>
-        <source>no longer there; kept</source>
-        <translation>n’existe plus&#xa0;; conservé</translation>
+        <source>no longer exists; kept</source>
+        <translation>n’existe plus ; conservé</translation>
     </message>
     <message>
-        <source>%1 is also the key of %2. Of those that can be chosen the one that you changed is meant, else the first.</source>
-        <translation>%1 est aussi la touche de %2. Parmi celles qui peuvent être choisies, celle que vous avez modifiée l’emporte, sinon la première.</translation>
+        <source>%1 is also the shortcut of %2. Of the available commands, the one that you changed takes precedence, otherwise the first.</source>
+        <translation>%1 est aussi le raccourci de %2. Parmi les commandes disponibles, celle que vous avez modifiée est prioritaire, sinon la première.</translation>
     </message>
     <message>
         <source>can&apos;t be changed</source>
@@ -1335,12 +1335,12 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>au lieu de %1 (%2)</translation>
     </message>
     <message>
-        <source>%1 belongs to the window itself: %2. No command gets it.</source>
-        <translation>%1 appartient à la fenêtre elle-même&#xa0;: %2. Aucune commande ne reçoit ces touches.</translation>
+        <source>%1 is reserved for the window: %2. It can&apos;t be assigned to a command.</source>
+        <translation>%1 est réservé à la fenêtre : %2. Il ne peut pas être attribué à une commande.</translation>
     </message>
     <message>
-        <source>%1 is also a key of %2: %3. The command gets it instead.</source>
-        <translation>%1 a déjà un sens (%2&#xa0;: %3). La commande reçoit ces touches à la place.</translation>
+        <source>%1 is also used by %2: %3. The command takes precedence.</source>
+        <translation>%1 est aussi utilisé par %2 : %3. La commande est prioritaire.</translation>
     </message>
 </context>
 <context>
@@ -1361,8 +1361,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Travail non enregistré</translation>
     </message>
     <message>
-        <source>This hasn&apos;t been saved yet. What isn&apos;t saved now will be lost.</source>
-        <translation>Ceci n’a pas encore été enregistré. Ce qui n’est pas enregistré maintenant sera perdu.</translation>
+        <source>These changes haven&apos;t been saved. What you don&apos;t save now will be lost.</source>
+        <translation>Ces modifications n’ont pas été enregistrées. Ce que vous n’enregistrez pas maintenant sera perdu.</translation>
     </message>
     <message>
         <source>Unsaved work</source>
@@ -1380,8 +1380,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
 <context>
     <name>UnsavedWork</name>
     <message>
-        <source>&quot;%1&quot; couldn&apos;t be saved: %2</source>
-        <translation>«&#xa0;%1&#xa0;» n’a pas pu être enregistré&#xa0;: %2</translation>
+        <source>“%1” couldn&apos;t be saved: %2</source>
+        <translation>« %1 » n’a pas pu être enregistré : %2</translation>
     </message>
     <message>
         <source>Open windows</source>
@@ -1403,8 +1403,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>%1. %2</translation>
     </message>
     <message>
-        <source>Something on the page “%1” is missing or wrong.</source>
-        <translation>Quelque chose manque ou est incorrect sur la page «&#xa0;%1&#xa0;».</translation>
+        <source>The page “%1” has missing or invalid entries.</source>
+        <translation>La page « %1 » contient des saisies manquantes ou non valides.</translation>
     </message>
 </context>
 <context>
@@ -1430,8 +1430,8 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Fenêtre précédente</translation>
     </message>
     <message>
-        <source>To the explorer, or back to the window</source>
-        <translation>Vers l’explorateur, ou retour à la fenêtre</translation>
+        <source>Switch between explorer and window</source>
+        <translation>Basculer entre l’explorateur et la fenêtre</translation>
     </message>
     <message>
         <source>Context menu</source>

@@ -25,7 +25,7 @@ QLabel* SelectableLabel(const QString& sText) {
 FailureView::FailureView(const QString& sPage, const Failure& oFailure, QWidget* pParent) : QWidget(pParent) {
     const QString sHeadline = tr("This page can't be shown");
     const QString sReason = QString::fromStdString(oFailure.Description);
-    const QString sWhere = tr("Failure %1 from %2").arg(oFailure.Number).arg(QString::fromStdString(oFailure.Source));
+    const QString sWhere = tr("Error %1 from %2").arg(oFailure.Number).arg(QString::fromStdString(oFailure.Source));
     m_sText = QStringList{tr("%1: %2").arg(sHeadline, sPage), sReason, sWhere}.join('\n');
 
     auto* pIcon = new QLabel;
@@ -37,7 +37,7 @@ FailureView::FailureView(const QString& sPage, const Failure& oFailure, QWidget*
     pHeadline->setFont(oBold);
     auto* pCopy = new QPushButton(tr("&Copy"));
     pCopy->setAutoDefault(false);
-    pCopy->setAccessibleDescription(tr("Copies what is wrong to the clipboard"));
+    pCopy->setAccessibleDescription(tr("Copies the error description to the clipboard"));
     connect(pCopy, &QPushButton::clicked, this, [this] { QApplication::clipboard()->setText(m_sText); });
 
     auto* pTexts = new QVBoxLayout;

@@ -19,13 +19,13 @@ LeaveAnswer AskInBox(const LeaveQuestion& oQuestion) {
     oBox.setTextFormat(Qt::PlainText);
     QPushButton* pSave = nullptr;
     if (oQuestion.bCanSave) {
-        oBox.setText(LeaveBox::tr("“%1” has changes that aren't saved.").arg(oQuestion.sWindow));
-        oBox.setInformativeText(LeaveBox::tr("Do you want to save them before it closes?"));
+        oBox.setText(LeaveBox::tr("“%1” has unsaved changes.").arg(oQuestion.sWindow));
+        oBox.setInformativeText(LeaveBox::tr("Do you want to save them before closing?"));
         pSave = oBox.addButton(LeaveBox::tr("&Save"), QMessageBox::AcceptRole);
     } else {
-        oBox.setText(LeaveBox::tr("What you have entered in “%1” will be lost.").arg(oQuestion.sWindow));
+        oBox.setText(LeaveBox::tr("Your entries in “%1” will be lost.").arg(oQuestion.sWindow));
         if (!oQuestion.sHindrance.isEmpty())
-            oBox.setInformativeText(LeaveBox::tr("It can't be saved as it is. %1").arg(oQuestion.sHindrance));
+            oBox.setInformativeText(LeaveBox::tr("It can't be saved yet. %1").arg(oQuestion.sHindrance));
     }
     QPushButton* pDiscard = oBox.addButton(LeaveBox::tr("&Discard"), QMessageBox::DestructiveRole);
     QPushButton* pStay = oBox.addButton(LeaveBox::tr("&Keep Editing"), QMessageBox::RejectRole);

@@ -31,7 +31,7 @@ PageList::PageList(QWidget* pParent)
     m_pPages->setAccessibleName(tr("Pages"));
     m_pPages->setTextElideMode(Qt::ElideRight);
     m_pPages->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_pNothing->setText(tr("No page has these words."));
+    m_pNothing->setText(tr("No page contains these words."));
     m_pNothing->setWordWrap(true);
     m_pNothing->hide();
     setFixedWidth(fontMetrics().averageCharWidth() * nCharactersWide);

@@ -254,7 +254,7 @@ void WindowForm::Close(bool bCancelled) {
 QString WindowForm::Hindrance() const {
     for (const auto& oSlot : m_aSlots)
         if (!oSlot->IsPassable())
-            return WindowBody::tr("Something on the page “%1” is missing or wrong.").arg(oSlot->Mark().sCaption);
+            return WindowBody::tr("The page “%1” has missing or invalid entries.").arg(oSlot->Mark().sCaption);
     return {};
 }
 

@@ -24,7 +24,7 @@ QString PageMark::Remark() const {
     if (bIsBroken)
         return QCoreApplication::translate("PageMark", "This page can't be shown.");
     if (bIsInvalid)
-        return QCoreApplication::translate("PageMark", "Something on this page is missing or wrong.");
+        return QCoreApplication::translate("PageMark", "This page has missing or invalid entries.");
     return {};
 }
 

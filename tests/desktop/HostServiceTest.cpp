@@ -223,7 +223,7 @@ TEST(Progress, NamesTheServiceThatDoesNotAnswerToCancel) {
         oProgress->Increment(); // and never asks
         QThread::msleep(20);
     }
-    EXPECT_EQ(pText->text(), "Counter doesn't answer to Cancel");
+    EXPECT_EQ(pText->text(), "Counter isn't responding to Cancel");
     EXPECT_TRUE(oProgress->WasCanceled());
     QThread::msleep(50);
     oProgress->Increment();

@@ -63,8 +63,8 @@ TEST_F(InspectorTest, ClickOnAnyEntrySaysWhatPutItThereAndDoesNotChooseIt) {
     QToolBar* pToolbar = oWindow.Bars().ToolbarOf(*m_pApplication->Bar()->Bands()->Item("Toolbars.Edit"));
     auto* pButton = static_cast<QToolButton*>(pToolbar->widgetForAction(pToolbar->actions().front()));
     const QString sButton = Picked(pButton, {3, 3});
-    EXPECT_TRUE(sButton.contains("Put here by: Trouble.xml, line 7, for Trouble\n")) << sButton.toStdString();
-    EXPECT_TRUE(sButton.contains("Also named by: Trouble.xml, line 6, for Trouble\n"));
+    EXPECT_TRUE(sButton.contains("Added by: Trouble.xml, line 7, for Trouble\n")) << sButton.toStdString();
+    EXPECT_TRUE(sButton.contains("Also defined by: Trouble.xml, line 6, for Trouble\n"));
     EXPECT_TRUE(sButton.contains("Procedure: OnPing\nProvider: Trouble, an object of the class "))
         << sButton.toStdString();
 
@@ -74,17 +74,15 @@ TEST_F(InspectorTest, ClickOnAnyEntrySaysWhatPutItThereAndDoesNotChooseIt) {
     const QString sShared = Picked(pFile, pFile->actionGeometry(pFile->actions().at(1)).center());
     EXPECT_FALSE(pFile->isVisible());
     EXPECT_TRUE(sShared.contains("Key: File.Item\n")) << sShared.toStdString();
-    EXPECT_TRUE(
-        sShared.contains("Put here by: Trouble.xml, line 8, for Trouble\nPosition (position key): 8 (File.8)\n"));
-    EXPECT_TRUE(sShared.contains("Also named by: Trouble.xml, line 11, for Trouble (Root in the explorer)\n"));
-    EXPECT_TRUE(sShared.contains("Can be chosen: no: Trouble (Root in the explorer) isn't active at present\n"))
+    EXPECT_TRUE(sShared.contains("Added by: Trouble.xml, line 8, for Trouble\nPosition (position key): 8 (File.8)\n"));
+    EXPECT_TRUE(sShared.contains("Also defined by: Trouble.xml, line 11, for Trouble (Root in the explorer)\n"));
+    EXPECT_TRUE(sShared.contains("Enabled: no: Trouble (Root in the explorer) isn't active\n"))
         << sShared.toStdString();
 
     auto* pTree = oWindow.Explorer().CurrentPage()->Tree();
     pTree->Sync();
     const QString sNode = Picked(pTree->viewport(), pTree->visualRect(pTree->model()->index(0, 0)).center());
-    EXPECT_TRUE(sNode.contains("Kind: Root\nPut here by: Trouble.xml, line 10\nOwner: Trouble\n"))
-        << sNode.toStdString();
+    EXPECT_TRUE(sNode.contains("Kind: Root\nAdded by: Trouble.xml, line 10\nOwner: Trouble\n")) << sNode.toStdString();
     EXPECT_EQ(m_pApplication->Failures().ShownCount(), 0);
     EXPECT_EQ(m_pApplication->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption(), "")
         << "nothing was chosen";
@@ -159,7 +157,7 @@ TEST_F(InspectorAndTool, SayTheSameOfEveryEntry) {
                 sName.starts_with("Toolbars."))
                 continue;
             const Facts aFacts = oInspector.OfTool(*oInstance);
-            const QString sPut = FactOf(aFacts, "Put here by");
+            const QString sPut = FactOf(aFacts, "Added by");
             const QStringList aTool = Explained(sName);
             const std::string sBoth = TextOf(aFacts).toStdString() + "\n" + aTool.join("\n\n").toStdString();
             if (sName == "Context.LibraryFile.Import") { // by the item's code, so that no file tells
@@ -203,7 +201,7 @@ TEST_F(InspectorAndTool, SayTheSameOfBarsItemsWindowsAndServices) {
     int nBands = 0;
     for (const auto& oBand : m_oApplication.Bar()->Bands()->All()) {
         const Facts aFacts = oInspector.OfBand(*oBand);
-        const QString sPlace = AsTool(FactOf(aFacts, "Put here by"));
+        const QString sPlace = AsTool(FactOf(aFacts, "Added by"));
         if (!oBand->Kind() || sPlace.isEmpty() || sPlace.startsWith("Corvane."))
             continue;
         ++nBands;
@@ -231,7 +229,7 @@ TEST_F(InspectorAndTool, SayTheSameOfBarsItemsWindowsAndServices) {
         aNodes.insert(aNodes.end(), aNodes[i]->Children().begin(), aNodes[i]->Children().end());
         const Facts aFacts = oInspector.OfNode(*aNodes[i]);
         const QStringList aTool = Explained(FactOf(aFacts, "Kind").toStdString());
-        EXPECT_TRUE(Says(aTool, "explorer item ", {"/Services/" + AsTool(FactOf(aFacts, "Put here by"))}))
+        EXPECT_TRUE(Says(aTool, "explorer item ", {"/Services/" + AsTool(FactOf(aFacts, "Added by"))}))
             << TextOf(aFacts).toStdString() << aTool.join("\n\n").toStdString();
     }
     m_oApplication.Panel()->Control("tabExplorer").As<TabStrip>()->ChooseTab(1);
@@ -242,7 +240,7 @@ TEST_F(InspectorAndTool, SayTheSameOfBarsItemsWindowsAndServices) {
     ASSERT_EQ(colWindows->Count(), 1);
     const Facts aFacts = oInspector.OfWindow(*colWindows->Item(1));
     const QStringList aTool = Explained(FactOf(aFacts, "Name").toStdString());
-    EXPECT_TRUE(Says(aTool, "window ", {"/Services/" + AsTool(FactOf(aFacts, "Put here by"))}))
+    EXPECT_TRUE(Says(aTool, "window ", {"/Services/" + AsTool(FactOf(aFacts, "Added by"))}))
         << TextOf(aFacts).toStdString() << aTool.join("\n\n").toStdString();
 }
 
@@ -294,11 +292,11 @@ TEST_F(InspectorTest, FollowsWhatChanges) {
     InspectorDialog* pInspector = m_pApplication->Personal().ShowInspector();
     const auto oTool = m_pApplication->Bar()->Tools()->Item("File.Ping");
     ASSERT_TRUE(pInspector->Select(*oTool));
-    EXPECT_TRUE(pInspector->FactsText().contains("Can be chosen: yes: Trouble offers it so\n"));
+    EXPECT_TRUE(pInspector->FactsText().contains("Enabled: yes: as set by Trouble\n"));
     oTool->TagVariant().As<ActionItem>()->SetEnabled(false);
     for (int i = 0; i < 100 && !pInspector->FactsText().contains("disabled by"); ++i)
         QTest::qWait(20);
-    EXPECT_TRUE(pInspector->FactsText().contains("Can be chosen: no: disabled by Trouble\n"))
+    EXPECT_TRUE(pInspector->FactsText().contains("Enabled: no: disabled by Trouble\n"))
         << pInspector->FactsText().toStdString();
 }
 

@@ -88,10 +88,10 @@ TEST_F(PaletteTest, WhatCannotBeChosenSaysWhyAndStays) {
         const char* sTyped;
         const char* sStatus;
     };
-    for (const Case& oCase : {Case{"answer noth", "Not now: disabled by Trouble."},
-                              Case{"inqu", "Not now: nobody offers it at present: choose an item \"Root\" in the "
+    for (const Case& oCase : {Case{"answer noth", "Unavailable: disabled by Trouble."},
+                              Case{"inqu", "Unavailable: first select an item “Root” in the "
                                            "explorer."},
-                              Case{"zzz", "No command has these letters in this order."}}) {
+                              Case{"zzz", "No command contains these letters in this order."}}) {
         PaletteDialog* pPalette = Type(oCase.sTyped);
         ASSERT_TRUE(pPalette);
         QTest::keyClick(&pPalette->Field(), Qt::Key_Return);

@@ -58,8 +58,8 @@ TEST(Translation, StandardButtonsAreTranslatedWithTheDialogAroundThem) {
         aTexts.sort();
         return aTexts.join("|");
     };
-    EXPECT_EQ(fnShown({"de"}), "Details|Etwas ist schiefgegangen|Kopieren|Schließen");
-    EXPECT_EQ(fnShown({}), "Close|Copy|Details|Something went wrong"); // the translation has gone with its object
+    EXPECT_EQ(fnShown({"de"}), "Details|Ein Fehler ist aufgetreten|Kopieren|Schließen");
+    EXPECT_EQ(fnShown({}), "An Error Occurred|Close|Copy|Details"); // the translation has gone with its object
 }
 
 constexpr const char* sGerman = R"(msgid ""

@@ -153,7 +153,7 @@ TEST_F(UnsavedWorkTest, FailingSaveIsShownKeepsTheApplicationOpenAndTheOthersAre
                       sShown += pLabel->text() + "\n";
                   oDialog.reject();
               }});
-    EXPECT_TRUE(sShown.contains("\"Notes\" couldn't be saved: the disk is full")) << sShown.toStdString();
+    EXPECT_TRUE(sShown.contains("“Notes” couldn't be saved: the disk is full")) << sShown.toStdString();
     EXPECT_TRUE(m_pApplication->Window().isVisible());
     EXPECT_EQ(m_oEarly.sHeard, "save Figures cancelled ");
     EXPECT_EQ(m_oLate.sHeard, "save Draft cancelled ");

@@ -294,7 +294,7 @@ TEST(ExplorerFilter, ShowsMatchesWithWhatIsAboveThemAndLeavesTheTreeAlone) {
     EXPECT_EQ(oRoom.Rows(), "Other .cow ");
 
     QTest::keyClicks(pFilter, "xyz");
-    EXPECT_EQ(oRoom.Page().Message()->text(), "No item matches");
+    EXPECT_EQ(oRoom.Page().Message()->text(), "No matching items");
     EXPECT_TRUE(oRoom.Page().Message()->isVisible());
     QTest::keyClick(pFilter, Qt::Key_Escape);
     EXPECT_EQ(oRoom.Rows(), "Root .A .B .see Other ");

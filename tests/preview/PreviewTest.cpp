@@ -253,7 +253,7 @@ TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
     EXPECT_TRUE(App().Choose("File.Count"));
     EXPECT_TRUE(App().Choose("View.Ping"));
     EXPECT_EQ(Calls().filter(" | On").join("\n"), "File.Count | BirdsSvc.Birds#1 | OnCount | Count | stand-in\n"
-                                                  "View.Ping | T0.Service#1 | OnPing | Ping | its own code");
+                                                  "View.Ping | T0.Service#1 | OnPing | Ping | plug-in");
     EXPECT_NE(App().AsText().find("Status\n  Ping\n"), std::string::npos);
 
     // With stand-ins for all nothing of a plug-in runs; a file that is no plug-in is told and stood in for.

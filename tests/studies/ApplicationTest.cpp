@@ -179,7 +179,7 @@ TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
 TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     Prepare();
     Start();
-    const std::string sFull = "Penguins(Data sets(penguins.csv), Analyses(Summary of penguins.csv by species))";
+    const std::string sFull = "Penguins(Data Sets(penguins.csv), Analyses(Summary of penguins.csv by species))";
     EXPECT_EQ(Tree(), "Studies(" + sFull + ")");
     Click("File.NewStudy");
     Type("Others"); // the label is open for the name
@@ -187,7 +187,7 @@ TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     Import("gentoo.csv");
     EXPECT_EQ(Status(), "gentoo.csv imported into \"Others\": 124 rows, 6 columns");
     EXPECT_EQ(m_pHost->ActiveTree()->SelectedItem()->Text(), "gentoo.csv") << "what comes next is about it";
-    const std::string sOthers = "Others(Data sets(gentoo.csv), Analyses)";
+    const std::string sOthers = "Others(Data Sets(gentoo.csv), Analyses)";
     EXPECT_EQ(Tree(), "Studies(" + sFull + ", " + sOthers + ")");
     Choose("Penguins"); // what was imported has the commands; the Qt host would have given them back
     Choose("Others");
@@ -212,12 +212,12 @@ TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     Choose("penguins.csv");
     EXPECT_TRUE(IsOffered("Analysis.Histogram"));
     Click("Edit.Delete");
-    EXPECT_EQ(Tree(), "Studies(Penguins(Data sets, Analyses), Copy of " + sFull + ")");
+    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + sFull + ")");
     EXPECT_FALSE(IsOffered("Analysis.Histogram"));
     EXPECT_EQ(Failures(), "");
 
     Restart();
-    EXPECT_EQ(Tree(), "Studies(Penguins(Data sets, Analyses), Copy of " + sFull + ")");
+    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + sFull + ")");
     EXPECT_EQ(Status(), "2 studies");
 }
 
@@ -363,11 +363,11 @@ TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
         Click("Edit.Rename");
         Type(oCase.sName);
         EXPECT_EQ(LastMessage(), oCase.sMessage);
-        EXPECT_EQ(Tree(), "Studies(One(Data sets, Analyses), Two(Data sets, Analyses))");
+        EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Two(Data Sets, Analyses))");
     }
     EXPECT_EQ(m_pHost->Recorded().aLog.back().oFailure.Description, "A study needs a name.");
     Click("Edit.Undo");
-    EXPECT_EQ(Tree(), "Studies(One(Data sets, Analyses), Study 1(Data sets, Analyses))")
+    EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Study 1(Data Sets, Analyses))")
         << "what was refused is no step";
 }
 
@@ -379,7 +379,7 @@ TEST_F(StudiesApplication, LibraryFilesAreImported) {
     EXPECT_EQ(Status(), "gentoo.csv imported into \"Study 1\": 124 rows, 6 columns");
     Click("Context.LibraryFile.Import");
     m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(0); });
-    EXPECT_EQ(Tree(), "Studies(Study 1(Data sets(gentoo.csv), Analyses), Study 2(Data sets(gentoo.csv), Analyses))");
+    EXPECT_EQ(Tree(), "Studies(Study 1(Data Sets(gentoo.csv), Analyses), Study 2(Data Sets(gentoo.csv), Analyses))");
     EXPECT_EQ(Failures(), "");
 }
 
