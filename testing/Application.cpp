@@ -1,7 +1,5 @@
 #include "testing/Application.h"
 
-#include "cli/inspect/Document.h"
-#include "cli/inspect/Steps.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/ExplorerManager.h"
@@ -11,6 +9,8 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "headless/Document.h"
+#include "headless/Steps.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -2,8 +2,8 @@
 // of short definition files, with objects that stand in for plug-ins. One at a time may be running.
 #pragma once
 
-#include "cli/inspect/ModelHost.h"
 #include "corvane/base/Ref.h"
+#include "headless/ModelHost.h"
 
 #include <functional>
 #include <initializer_list>

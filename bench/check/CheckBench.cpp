@@ -2,9 +2,9 @@
 // medians of the processor time of several runs in turn, in one process.
 #include "adapters/files/FileSystem.h"
 #include "adapters/xml/XmlService.h"
+#include "analysis/Check.h"
+#include "analysis/Print.h"
 #include "bench/startup/Inputs.h"
-#include "cli/check/Check.h"
-#include "cli/check/Print.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -11,7 +11,7 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/MenuManager.h"
 #include "corvane/services/ServiceManager.h"
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 
 #include <QApplication>
 #include <QMenuBar>

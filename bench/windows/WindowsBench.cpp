@@ -2,15 +2,15 @@
 // put together by hand in the same run. Then the registry: what one more window costs when there are 10,000.
 // Prints medians in microseconds.
 
-#include "cli/inspect/ModelHost.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/PageBase.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
-#include "desktop/Application.h"
 #include "desktop/IQtPage.h"
+#include "desktop/application/Application.h"
+#include "headless/ModelHost.h"
 
 #include <QApplication>
 #include <QDir>

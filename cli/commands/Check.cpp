@@ -1,7 +1,7 @@
-#include "cli/check/Check.h"
+#include "analysis/Check.h"
 
 #include "adapters/common/Nearest.h"
-#include "cli/check/Print.h"
+#include "analysis/Print.h"
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 

@@ -1,4 +1,4 @@
-#include "cli/check/Explain.h"
+#include "analysis/Explain.h"
 
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"

@@ -1,7 +1,7 @@
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
-#include "cli/inspect/Document.h"
-#include "cli/inspect/Steps.h"
+#include "headless/Document.h"
+#include "headless/Steps.h"
 
 #include <fstream>
 #include <iostream>

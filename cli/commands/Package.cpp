@@ -1,7 +1,7 @@
 #include "cli/package/Package.h"
 
-#include "cli/check/Check.h"
-#include "cli/check/Print.h"
+#include "analysis/Check.h"
+#include "analysis/Print.h"
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 #include "corvane/base/Failure.h"

@@ -1,7 +1,7 @@
 #include "cli/new/New.h"
 
-#include "cli/check/Application.h"
-#include "cli/check/MenuPlan.h"
+#include "analysis/Application.h"
+#include "analysis/MenuPlan.h"
 #include "corvane/base/Failure.h"
 
 #include <algorithm>

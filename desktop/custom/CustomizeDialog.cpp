@@ -1,6 +1,6 @@
 #include "desktop/custom/CustomizeDialog.h"
 
-#include "desktop/DialogSize.h"
+#include "desktop/style/DialogSize.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QDialogButtonBox>

@@ -2,7 +2,7 @@
 // entry that it is about, and one whose entry has gone waits until it comes back.
 #pragma once
 
-#include "desktop/BarChanges.h"
+#include "desktop/bars/BarChanges.h"
 #include "desktop/commands/CommandList.h"
 #include "desktop/state/StateFile.h"
 

@@ -1,7 +1,7 @@
 #include "desktop/custom/ShortcutsDialog.h"
 
-#include "desktop/ClearButton.h"
-#include "desktop/DialogSize.h"
+#include "desktop/style/ClearButton.h"
+#include "desktop/style/DialogSize.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>

@@ -1,6 +1,6 @@
 #include "desktop/explorer/ExplorerPage.h"
 
-#include "desktop/ClearButton.h"
+#include "desktop/style/ClearButton.h"
 
 #include <QKeyEvent>
 #include <QLabel>

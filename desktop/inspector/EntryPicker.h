@@ -2,7 +2,7 @@
 #pragma once
 
 #include "corvane/platform/controls/TreeView.h"
-#include "desktop/BarActions.h"
+#include "desktop/bars/BarActions.h"
 
 #include <QObject>
 #include <functional>

@@ -3,8 +3,8 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/WindowManager.h"
-#include "desktop/DialogSize.h"
 #include "desktop/log/LogView.h"
+#include "desktop/style/DialogSize.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "desktop/log/LogDialog.h"
 
-#include "desktop/DialogSize.h"
+#include "desktop/style/DialogSize.h"
 
 #include <QApplication>
 #include <QClipboard>

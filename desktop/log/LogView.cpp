@@ -1,6 +1,6 @@
 #include "desktop/log/LogView.h"
 
-#include "desktop/ClearButton.h"
+#include "desktop/style/ClearButton.h"
 
 #include <QAction>
 #include <QApplication>

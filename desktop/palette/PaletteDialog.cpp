@@ -1,7 +1,7 @@
 #include "desktop/palette/PaletteDialog.h"
 
-#include "desktop/ClearButton.h"
-#include "desktop/Contrast.h"
+#include "desktop/style/ClearButton.h"
+#include "desktop/style/Contrast.h"
 
 #include <QApplication>
 #include <QKeyEvent>

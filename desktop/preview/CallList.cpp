@@ -1,7 +1,7 @@
 #include "desktop/preview/CallList.h"
 
-#include "cli/inspect/StandIns.h"
 #include "corvane/menus/ActionItem.h"
+#include "headless/StandIns.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -2,8 +2,8 @@
 // plug-ins that are there are listed as well as those that end at a stand-in.
 #pragma once
 
-#include "cli/inspect/Recording.h"
 #include "corvane/platform/controls/ActiveBar.h"
+#include "headless/Recording.h"
 
 #include <QTreeWidget>
 #include <string>

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "adapters/plugins/PluginFactory.h"
-#include "cli/inspect/StandIns.h"
 #include "desktop/IQtPage.h"
 #include "desktop/preview/LoadedPlugins.h"
+#include "headless/StandIns.h"
 
 #include <map>
 #include <set>

@@ -1,7 +1,7 @@
 #include "desktop/preview/PreviewWindow.h"
 
-#include "cli/check/Check.h"
-#include "cli/check/Print.h"
+#include "analysis/Check.h"
+#include "analysis/Print.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"

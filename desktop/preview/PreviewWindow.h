@@ -3,13 +3,13 @@
 // it is made anew.
 #pragma once
 
-#include "cli/check/Findings.h"
-#include "cli/inspect/Recording.h"
-#include "desktop/Application.h"
+#include "analysis/Findings.h"
+#include "desktop/application/Application.h"
 #include "desktop/preview/FolderWatch.h"
 #include "desktop/preview/KeptPlace.h"
 #include "desktop/preview/PreviewObjects.h"
 #include "desktop/preview/ViewState.h"
+#include "headless/Recording.h"
 
 #include <QMainWindow>
 #include <QStringList>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "corvane/platform/controls/Form.h"
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 
 #include <QJsonObject>
 #include <QMenu>

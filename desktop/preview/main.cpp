@@ -1,5 +1,5 @@
 #include "corvane/base/Failure.h"
-#include "desktop/EndSignals.h"
+#include "desktop/application/EndSignals.h"
 #include "desktop/preview/PreviewWindow.h"
 #include "desktop/translation/HostTranslation.h"
 

@@ -1,6 +1,6 @@
 #include "desktop/problems/ProblemList.h"
 
-#include "cli/check/Print.h"
+#include "analysis/Print.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,7 +1,7 @@
 // What is wrong with the definition files: a line a problem, with place, text, what to do and rule.
 #pragma once
 
-#include "cli/check/Findings.h"
+#include "analysis/Findings.h"
 
 #include <QTreeWidget>
 #include <vector>

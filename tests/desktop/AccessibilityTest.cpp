@@ -1,10 +1,10 @@
-#include "desktop/Application.h"
-#include "desktop/Contrast.h"
-#include "desktop/ContrastStyle.h"
+#include "desktop/application/Application.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
 #include "desktop/log/LogDialog.h"
 #include "desktop/palette/PaletteDialog.h"
+#include "desktop/style/Contrast.h"
+#include "desktop/style/ContrastStyle.h"
 #include "tests/desktop/AppFolder.h"
 #include "tests/desktop/ContrastPalette.h"
 

@@ -1,11 +1,11 @@
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/services/ServiceManager.h"
-#include "desktop/EndSignals.h"
-#include "desktop/FailureDialog.h"
+#include "desktop/application/EndSignals.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/failures/FailureDialog.h"
 #include "desktop/problems/ProblemList.h"
 #include "tests/desktop/ApplicationFolder.h"
 

@@ -1,4 +1,4 @@
-#include "desktop/BarRenderer.h"
+#include "desktop/bars/BarRenderer.h"
 
 #include <QApplication>
 #include <QDialog>

@@ -1,6 +1,6 @@
 #include "desktop/blame/Blame.h"
 
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>

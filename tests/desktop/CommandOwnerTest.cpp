@@ -10,8 +10,8 @@
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/PageBase.h"
 #include "corvane/windows/WindowManager.h"
-#include "desktop/Application.h"
 #include "desktop/IQtPage.h"
+#include "desktop/application/Application.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>

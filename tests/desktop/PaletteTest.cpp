@@ -1,4 +1,4 @@
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 #include "desktop/palette/PaletteDialog.h"
 #include "tests/desktop/AppFolder.h"
 

@@ -1,4 +1,4 @@
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
 #include "tests/desktop/AppFolder.h"

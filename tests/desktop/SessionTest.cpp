@@ -4,7 +4,7 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/AppFolder.h"
 

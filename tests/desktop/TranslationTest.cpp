@@ -1,6 +1,6 @@
-#include "desktop/Application.h"
-#include "desktop/FailureDialog.h"
+#include "desktop/application/Application.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/failures/FailureDialog.h"
 #include "desktop/palette/PaletteDialog.h"
 #include "desktop/translation/HostTranslation.h"
 #include "desktop/translation/ShownText.h"

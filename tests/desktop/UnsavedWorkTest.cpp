@@ -4,7 +4,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "tests/desktop/ApplicationFolder.h"
 

@@ -1,9 +1,9 @@
 // A definition file of any bytes. Check and library read it, and neither crashes; where the check finds no error, the
 // library has none to show, and the application starts.
-#include "cli/check/Check.h"
-#include "cli/check/Print.h"
-#include "cli/inspect/Document.h"
-#include "cli/inspect/ModelHost.h"
+#include "analysis/Check.h"
+#include "analysis/Print.h"
+#include "headless/Document.h"
+#include "headless/ModelHost.h"
 #include "tests/fuzz/FuzzedFolder.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // A file of steps of any bytes, taken in an application with an explorer and windows.
-#include "cli/inspect/Document.h"
-#include "cli/inspect/ModelHost.h"
-#include "cli/inspect/Steps.h"
+#include "headless/Document.h"
+#include "headless/ModelHost.h"
+#include "headless/Steps.h"
 #include "tests/fuzz/FuzzedFolder.h"
 
 #include <cstdint>

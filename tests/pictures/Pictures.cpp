@@ -5,7 +5,7 @@
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/services/ServiceManager.h"
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
 #include "desktop/inspector/InspectorDialog.h"

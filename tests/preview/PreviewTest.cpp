@@ -1,4 +1,4 @@
-#include "cli/check/Check.h"
+#include "analysis/Check.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"

@@ -1,9 +1,9 @@
-#include "cli/inspect/Document.h"
-#include "cli/inspect/Steps.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
+#include "headless/Document.h"
+#include "headless/Steps.h"
 #include "tests/preview/PreviewRoom.h"
 
 #include <QFile>

@@ -2,13 +2,13 @@
 #include "Csv.h"
 #include "Store.h"
 #include "Workspace.h"
-#include "cli/inspect/ModelHost.h"
 #include "corvane/base/Automation.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "headless/ModelHost.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>

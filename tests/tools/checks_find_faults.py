@@ -19,10 +19,14 @@ TABLE = """# Modules
 | `corvane/base/` | `Object` | the standard library |
 | `corvane/menus/` | `Menu` | `corvane/base/`, `corvane/services/Record.h` |
 | `corvane/services/` | `Record` | `corvane/base/` |
+| `desktop/bars/` | bars | `corvane/`, `desktop/style/` |
+| `desktop/style/` | style | `desktop/custom/` |
+| `desktop/custom/` | custom | `desktop/bars/` |
 | `samples/notes/` | a sample | `corvane/` |
 """
 FILES = ("corvane/base/Object.h", "corvane/menus/Menu.h", "corvane/menus/IMenu.h", "corvane/services/Record.h",
-         "corvane/services/Manager.h", "samples/notes/parts/Note.h")
+         "corvane/services/Manager.h", "samples/notes/parts/Note.h", "desktop/bars/Bar.h", "desktop/style/Style.h",
+         "desktop/custom/Custom.h")
 
 
 def write(root, name, text):
@@ -31,13 +35,14 @@ def write(root, name, text):
 
 
 class Includes(unittest.TestCase):
-    def output_for(self, name, include):
+    def output_for(self, name, include, *more):
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
             write(root, "docs/architecture.md", TABLE)
             for file in FILES:
                 write(root, file, "")
-            write(root, name, f'#include <string>\n#include "{include}"\n')
+            for file, included in ((name, include), *more):
+                write(root, file, f'#include <string>\n#include "{included}"\n')
             run = subprocess.run([sys.executable, CHECK_INCLUDES, root], capture_output=True, text=True)
             self.assertEqual(run.returncode, 1 if run.stdout.strip() else 0, run.stderr)
             return run.stdout.strip()
@@ -67,6 +72,15 @@ class Includes(unittest.TestCase):
              "corvane/new/A.h:1: the table in docs/architecture.md has no room for this file"),
         ):
             self.assertEqual(self.output_for(name, include), fault)
+
+
+    def test_rings(self):
+        arrows = (("desktop/bars/A.h", "desktop/style/Style.h"), ("desktop/style/A.cpp", "desktop/custom/Custom.h"),
+                  ("desktop/custom/A.h", "desktop/bars/Bar.h"))
+        self.assertEqual(self.output_for(*arrows[0], arrows[1]), "")
+        ring = "a ring: desktop/bars/ -> desktop/style/ -> desktop/custom/ -> desktop/bars/"
+        self.assertEqual(self.output_for(*arrows[0], *arrows[1:]).splitlines(),
+                         [f'{name}:2: includes "{include}", {ring}' for name, include in arrows])
 
 
 class Listings(unittest.TestCase):

@@ -1,9 +1,9 @@
 // The progress bar on a main form of a whole application.
-#include "cli/inspect/ModelHost.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/platform/controls/TreeView.h"
 #include "corvane/windows/CVProgressBar.h"
+#include "headless/ModelHost.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/WindowsTest.h"
 

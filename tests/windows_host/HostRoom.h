@@ -7,8 +7,8 @@
 #include "corvane/windows/PageBase.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
-#include "desktop/Application.h"
 #include "desktop/IQtPage.h"
+#include "desktop/application/Application.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

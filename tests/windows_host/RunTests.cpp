@@ -1,5 +1,5 @@
 // Runs that nobody watches go on while a modal window is open, and end.
-#include "desktop/UnwatchedRun.h"
+#include "desktop/application/UnwatchedRun.h"
 #include "tests/windows_host/HostRoom.h"
 
 namespace corvane::desktop {

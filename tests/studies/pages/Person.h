@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Workspace.h"
-#include "desktop/Application.h"
+#include "desktop/application/Application.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QAbstractButton>

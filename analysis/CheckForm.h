@@ -1,0 +1,13 @@
+// What is wrong with one file by itself: its form, its words and its values.
+#pragma once
+
+#include "analysis/Model.h"
+
+namespace corvane::check {
+
+// Reads the file's elements into the memory and tells whether it takes part; reports what is wrong with its form. The
+// schema may be nothing.
+void ReadFile(File& oFile, const Ref<IXmlService>& oXml, const Ref<IXmlSchemaCache>& oSchema,
+              std::pmr::memory_resource& oMemory, Report& oReport);
+
+} // namespace corvane::check

@@ -1,0 +1,16 @@
+// What is wrong with a file that isn't well-formed XML, in words for those who write definition files.
+#pragma once
+
+#include "analysis/Model.h"
+#include "corvane/platform/IXmlService.h"
+
+#include <string>
+
+namespace corvane::check {
+
+void ReportMalformed(const File& oFile, const XmlError& oError, Report& oReport);
+
+// Without the "line 7: " that a finding tells by its place.
+[[nodiscard]] std::string WithoutLine(const std::string& sReason);
+
+} // namespace corvane::check
