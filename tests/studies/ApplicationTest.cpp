@@ -183,9 +183,9 @@ TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     EXPECT_EQ(Tree(), "Studies(" + sFull + ")");
     Click("File.NewStudy");
     Type("Others"); // the label is open for the name
-    EXPECT_EQ(Status(), "\"Study 1\" is now \"Others\"");
+    EXPECT_EQ(Status(), "“Study 1” is now “Others”");
     Import("gentoo.csv");
-    EXPECT_EQ(Status(), "gentoo.csv imported into \"Others\": 124 rows, 6 columns");
+    EXPECT_EQ(Status(), "gentoo.csv imported into “Others”: 124 rows, 6 columns");
     EXPECT_EQ(m_pHost->ActiveTree()->SelectedItem()->Text(), "gentoo.csv") << "what comes next is about it";
     const std::string sOthers = "Others(Data Sets(gentoo.csv), Analyses)";
     EXPECT_EQ(Tree(), "Studies(" + sFull + ", " + sOthers + ")");
@@ -376,7 +376,7 @@ TEST_F(StudiesApplication, LibraryFilesAreImported) {
     m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(1); });
     Choose("gentoo.csv");
     Click("Context.LibraryFile.Import");
-    EXPECT_EQ(Status(), "gentoo.csv imported into \"Study 1\": 124 rows, 6 columns");
+    EXPECT_EQ(Status(), "gentoo.csv imported into “Study 1”: 124 rows, 6 columns");
     Click("Context.LibraryFile.Import");
     m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(0); });
     EXPECT_EQ(Tree(), "Studies(Study 1(Data Sets(gentoo.csv), Analyses), Study 2(Data Sets(gentoo.csv), Analyses))");

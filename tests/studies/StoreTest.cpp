@@ -149,10 +149,10 @@ TEST_F(StoreOfStudies, NamesOfStudies) {
     } aCases[] = {
         {"", "A study needs a name."},
         {"  ", "A study needs a name."},
-        {" x", "A study's name can't begin or end with a blank."},
-        {"#1", "A study's name can't begin with \"#\"."},
-        {"a\nb", "A study's name stands on one line."},
-        {"\u00E4RGER", "There is a study \"\u00E4RGER\" already."},
+        {" x", "A study's name can't begin or end with a space."},
+        {"#1", "A study's name can't begin with “#”."},
+        {"a\nb", "A study's name must be on one line."},
+        {"\u00E4RGER", "There is a study “\u00E4RGER” already."},
     };
     for (const auto& oCase : aCases)
         EXPECT_EQ(FailureOf([&] { oStore.CreateStudy(oCase.sName); }), oCase.sFailure);
@@ -188,7 +188,7 @@ TEST_F(StoreOfStudies, DataOfDeletedSetsGoWhenTheFileIsNextOpened) {
     oStore.DeleteStudy(oStore.Studies()[0].nId);
     { Store oOther(m_sPath); }
     EXPECT_EQ(FailureOf([&] { oStore.Undo(); }),
-              "This can't be brought back: the data are gone since the file was opened elsewhere.");
+              "This can't be undone: the data have been deleted since the file was opened elsewhere.");
     EXPECT_EQ(Contents(oStore), "B[]");
 }
 
@@ -202,7 +202,7 @@ TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
     oStore.SetCells(nSet, {{1, 2, "7"}});
     oStore.Undo();
     EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,1\nB,2.25,2\n,,\n");
-    EXPECT_EQ(oStore.UndoLabel(), "Change of Values");
+    EXPECT_EQ(oStore.UndoLabel(), "Change Values");
     oStore.Undo();
     EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), sBefore);
     oStore.Redo();
@@ -211,11 +211,11 @@ TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
     EXPECT_EQ(FailureOf([&] {
                   oStore.SetCells(nSet, {{1, 0, "x"}, {1, 1, "heavy"}});
               }),
-              "\"heavy\" is no number, and \"mass\" is a column of numbers.");
+              "“heavy” isn't a number, and “mass” is a numeric column.");
     EXPECT_EQ(FailureOf([&] {
                   oStore.SetCells(nSet, {{1, 2, "1.5"}});
               }),
-              "\"1.5\" is no whole number, and \"count\" is a column of whole numbers.");
+              "“1.5” isn't a whole number, and “count” is a column of whole numbers.");
     EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
 }
 
@@ -251,8 +251,8 @@ TEST_F(StoreOfStudies, RowsAreSortedAndFiltered) {
     EXPECT_EQ(FailureOf([&] {
                   (void)oStore.RowIds(nSet, {-1, false, 1, "> x"});
               }),
-              "\"x\" is no number, and \"mass\" is a column of numbers.");
-    EXPECT_EQ(FailureOf([&] { (void)oStore.RowIds(nSet, {-1, false, 1, "<"}); }), "A value is missing after \"<\".");
+              "“x” isn't a number, and “mass” is a numeric column.");
+    EXPECT_EQ(FailureOf([&] { (void)oStore.RowIds(nSet, {-1, false, 1, "<"}); }), "A value is missing after “<”.");
 }
 
 // The first version had summaries alone, without notes and units.
@@ -284,18 +284,19 @@ TEST_F(StoreOfStudies, FilesThatItCannotUse) {
     const std::string sText = m_oFolder.Path("text.sqlite");
     std::ofstream(sText) << std::string(4000, 'x');
     EXPECT_EQ(FailureOf([&] { Store oStore(sText); }),
-              "The file \"" + sText + "\" is damaged or is no file of studies. Move it away to start anew.");
+              "The file “" + sText +
+                  "” is damaged or isn't a file of studies. Move it away to start with an empty one.");
 
     const std::string sFolder = m_oFolder.Path("text.sqlite/studies.sqlite");
     EXPECT_NE(FailureOf([&] { Store oStore(sFolder); }), "none") << "a file stands where the folder should be";
 
     const std::string sForeign = m_oFolder.Path("foreign.sqlite");
     Database(sForeign).Run("CREATE TABLE t(x)");
-    EXPECT_EQ(FailureOf([&] { Store oStore(sForeign); }), "The file \"" + sForeign + "\" belongs to another program.");
+    EXPECT_EQ(FailureOf([&] { Store oStore(sForeign); }), "The file “" + sForeign + "” belongs to another program.");
 
     Database(m_sPath).Run("PRAGMA user_version=3");
     EXPECT_EQ(FailureOf([&] { Store oStore(m_sPath); }),
-              "The file \"" + m_sPath + "\" was written by a later version of Studies (3; this one knows 2).");
+              "The file “" + m_sPath + "” was written by a later version of Studies (3; this one knows 2).");
 }
 
 TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {

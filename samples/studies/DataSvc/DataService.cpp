@@ -54,8 +54,8 @@ Ref<DataSetContext> DataService::Data(const std::string& sPath) {
     if (!oRead.aSkipped.empty())
         FailWith(FileNameOf(sPath) + ": " + oRead.aSkipped.front() +
                  (oRead.aSkipped.size() == 1 ? "" : " There are " + CountText(oRead.aSkipped.size()) + " such rows.") +
-                 "\nCorrect the file, or bring it into a study by File > Import, which can leave out what can't be "
-                 "read.");
+                 "\nCorrect the file, or import it into a study with File > Import, which can leave out rows that "
+                 "can't be read.");
     const Table& oTable = oRead.oTable;
     return m_oWorkspace->DataSet(
         oStore.ImportDataSet(m_nStudyId, oStore.FreeDataSetName(FileNameOf(sPath), m_nStudyId), sPath, oTable));

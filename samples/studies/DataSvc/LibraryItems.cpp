@@ -51,7 +51,7 @@ void LibraryFile::OfferImport() {
     oFile->m_oBase->Initialize(CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs()->Item("LibraryFile"));
     CorvaneMain::Framework()->NavigationManager()->MenuManager()->AddContextMenu(
         oFile, "Import", "", 90, MenuType::fwContextMenuItem, "&Import into Study", "OnImport", false,
-        "Brings the file into the chosen study");
+        "Imports the file into the selected study");
 }
 
 } // namespace studies

@@ -61,7 +61,7 @@ void StudyItem::OnAfterRename(const std::string& sNewName) {
     }
     TheStore().RenameStudy(m_oStudy.nId, sNewName);
     const std::string sOldName = std::exchange(m_oStudy.sName, sNewName);
-    TheStudyService()->Tell("\"" + sOldName + "\" is now \"" + sNewName + "\"");
+    TheStudyService()->Tell("“" + sOldName + "” is now “" + sNewName + "”");
 }
 
 void StudyItem::OnProperties() {

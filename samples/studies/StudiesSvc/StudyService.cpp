@@ -28,7 +28,7 @@ Ref<corvane::ExplorerManager> Explorer() {
 }
 
 std::string Quoted(const std::string& sName) {
-    return "\"" + sName + "\"";
+    return "“" + sName + "”";
 }
 
 // Whether all that was there is there, and what is new is younger.
@@ -109,7 +109,7 @@ void StudyService::Start() {
     CorvaneMain::Framework()->NavigationManager()->SetCaption("Studies");
     Explorer()->Populate();
     if (!m_oWorkspace) {
-        ShowStatus("There are no studies: " + m_sStoreProblem);
+        ShowStatus("The studies aren't available: " + m_sStoreProblem);
         ShowMessage(m_sStoreProblem, "Studies");
         return;
     }
@@ -119,7 +119,7 @@ void StudyService::Start() {
 
 void StudyService::OnNewStudy() {
     const Study oStudy = TheStore().StudyOf(TheStore().CreateStudy(TheStore().FreeName("Study")));
-    m_oWorkspace->Tell(Quoted(oStudy.sName) + " has been made");
+    m_oWorkspace->Tell(Quoted(oStudy.sName) + " has been created");
     if (Select(oStudy.nId))
         Explorer()->StartRename(m_mapBranches.at(oStudy.nId).oStudy);
 }
@@ -144,7 +144,7 @@ void StudyService::ImportFile(const std::string& sPath) {
 
 void StudyService::Duplicate(Id nStudyId) {
     const Study oCopy = TheStore().StudyOf(TheStore().DuplicateStudy(nStudyId));
-    m_oWorkspace->Tell(Quoted(oCopy.sName) + " has been made");
+    m_oWorkspace->Tell(Quoted(oCopy.sName) + " has been created");
     Select(oCopy.nId);
 }
 
@@ -152,19 +152,19 @@ void StudyService::DeleteStudy(const Ref<StudyItem>& oStudy) {
     TheStore().DeleteStudy(oStudy->StudyId());
     RemoveItem(oStudy);
     m_mapBranches.erase(oStudy->StudyId());
-    Tell(Quoted(oStudy->Base()->Name()) + " has been deleted; Undo brings it back");
+    Tell(Quoted(oStudy->Base()->Name()) + " has been deleted; Undo restores it");
 }
 
 // Its analyses go with it.
 void StudyService::DeleteDataSet(DataSet oDataSet) {
     TheStore().DeleteDataSet(oDataSet.nId);
-    m_oWorkspace->Tell(Quoted(oDataSet.sName) + " has been deleted; Undo brings it back");
+    m_oWorkspace->Tell(Quoted(oDataSet.sName) + " has been deleted; Undo restores it");
 }
 
 void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& oAnalysis) {
     TheStore().DeleteAnalysis(oAnalysis->What().nId);
     RemoveItem(oAnalysis);
-    Tell(Quoted(oAnalysis->What().sName) + " has been deleted; Undo brings it back");
+    Tell(Quoted(oAnalysis->What().sName) + " has been deleted; Undo restores it");
 }
 
 // On the study that is chosen, or the one that there is.
@@ -175,7 +175,7 @@ bool StudyService::RestoreWindow(const std::string&, const std::string& sKey) {
 void StudyService::OnReport() {
     const std::vector<Study> aStudies = TheStore().Studies();
     if (aStudies.empty())
-        FailWith("There is no study to report on. Make one, or import a file.");
+        FailWith("There is no study to report on. Create one, or import a file.");
     if (const Id nActive = ActiveStudy(); nActive != 0)
         return ShowReport(nActive);
     std::vector<std::string> aNames;
@@ -201,7 +201,7 @@ void StudyService::OnUndo() {
 void StudyService::OnRedo() {
     const std::string sLabel = TheStore().RedoLabel();
     TheStore().Redo();
-    m_oWorkspace->Tell("Done again: " + sLabel);
+    m_oWorkspace->Tell("Redone: " + sLabel);
 }
 
 void StudyService::OnRefresh() {

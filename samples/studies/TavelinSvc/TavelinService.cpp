@@ -14,10 +14,9 @@ public:
     std::string_view TypeName() const override { return "TavelinService"; }
 
     void OnAbout() {
-        ShowMessage(
-            "Studies\n\nStudies with data sets and analyses, in one file.\nMade of plug-ins and definition files "
-            "on Corvane.\n\nPalmer penguins: data by Gorman, Williams and Fraser (2014), CC0.",
-            "About Studies");
+        ShowMessage("Studies\n\nStudies with data sets and analyses, in one file.\nBuilt with Corvane from plug-ins "
+                    "and definition files.\n\nPalmer penguins: data by Gorman, Williams and Fraser (2014), CC0.",
+                    "About Studies");
     }
 
     static constexpr auto Members = MemberTable(Method("OnAbout", &TavelinService::OnAbout));

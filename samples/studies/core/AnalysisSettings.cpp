@@ -36,7 +36,7 @@ AnalysisKind AnalysisKindOf(std::string_view sName) {
     for (const KindWords& oWords : Kinds)
         if (oWords.sName == sName)
             return oWords.eKind;
-    FailWith("\"" + std::string(sName) + "\" is no kind of analysis that this version knows.");
+    FailWith("“" + std::string(sName) + "” isn't a kind of analysis that this version supports.");
 }
 
 std::string AnalysisSettings::Title(std::string_view sDataSet) const {

@@ -65,7 +65,7 @@ BootstrapFigure BootstrapFigureOf(std::string_view sName) {
     for (const BootstrapFigure eFigure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation})
         if (sName == NameOf(eFigure))
             return eFigure;
-    FailWith("\"" + std::string(sName) + "\" is no figure that can be bootstrapped.");
+    FailWith("“" + std::string(sName) + "” isn't a statistic that can be bootstrapped.");
 }
 
 std::optional<BootstrapResult> RunBootstrap(std::span<const double> aValues, const BootstrapOptions& oOptions,
@@ -74,9 +74,9 @@ std::optional<BootstrapResult> RunBootstrap(std::span<const double> aValues, con
     std::copy_if(aValues.begin(), aValues.end(), std::back_inserter(aSample),
                  [](double dblValue) { return !std::isnan(dblValue); });
     if (aSample.size() < 2)
-        FailWith("Two values at least are needed; there are " + std::to_string(aSample.size()) + ".");
+        FailWith("At least two values are needed; there are " + std::to_string(aSample.size()) + ".");
     if (oOptions.nResamples < 2)
-        FailWith("Two resamples at least are needed.");
+        FailWith("At least two resamples are needed.");
     RowDrawer oDrawer(oOptions.nSeed);
     std::vector<double> aDrawn(aSample.size());
     std::vector<double> aFigures;

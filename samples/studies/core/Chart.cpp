@@ -29,7 +29,7 @@ Division Divide(const Table& oTable, const std::string& sGroupColumn, std::strin
     const std::vector<std::string> aValues = ValuesOf(*pGroup);
     if (aValues.size() > MostChartGroups) {
         sNote = pGroup->sName + " has " + CountText(aValues.size()) + " values; up to " + CountText(MostChartGroups) +
-                " are told apart. ";
+                " can be distinguished. ";
         return oDivision;
     }
     oDivision.aNames = aValues;
@@ -103,7 +103,7 @@ ChartScene HistogramScene(const Table& oTable, const AnalysisSettings& oSettings
     }
     const Bins oBins = BinsFor(pX->aNumbers, oSettings.nBins);
     if (oBins.nCount == 0) {
-        oScene.sEmpty = "All values of \"" + pX->sName + "\" are missing.";
+        oScene.sEmpty = "All values of “" + pX->sName + "” are missing.";
         return oScene;
     }
     const Division oDivision = Divide(oTable, oSettings.sGroupColumn, oScene.sNote);
@@ -191,7 +191,7 @@ ChartScene ComparisonScene(const Table& oTable, const AnalysisSettings& oSetting
     for (const std::string* pName : {&oSettings.sFirstGroup, &oSettings.sSecondGroup}) {
         const SampleFigures oFigures = FiguresOf(NumbersOfGroup(*pX, *pGroup, *pName));
         if (oFigures.nCount < 2) {
-            oScene.sEmpty = "A group needs two values at least to be compared; \"" + *pName + "\" has " +
+            oScene.sEmpty = "A group needs at least two values to be compared; “" + *pName + "” has " +
                             CountText(oFigures.nCount) + ".";
             return oScene;
         }

@@ -82,7 +82,7 @@ Database::Database(std::string sPath) : m_sPath(std::move(sPath)) {
     if (!oFolder.empty())
         std::filesystem::create_directories(oFolder, oError);
     if (oError)
-        FailWith("The folder \"" + oFolder.string() + "\" can't be made: " + oError.message() + ".");
+        FailWith("The folder “" + oFolder.string() + "” can't be created: " + oError.message() + ".");
     sqlite3* pHandle = nullptr;
     const int nResult = sqlite3_open_v2(m_sPath.c_str(), &pHandle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     m_pHandle.reset(pHandle);
@@ -101,18 +101,19 @@ void Database::Check(int nResult) const {
         return;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
-        FailWith("The file \"" + m_sPath + "\" is damaged or is no file of studies. Move it away to start anew.");
+        FailWith("The file “" + m_sPath +
+                 "” is damaged or isn't a file of studies. Move it away to start with an empty one.");
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        FailWith("The file \"" + m_sPath + "\" is in use by another program. Try again.");
+        FailWith("The file “" + m_sPath + "” is in use by another program. Try again.");
     case SQLITE_CANTOPEN:
-        FailWith("The file \"" + m_sPath + "\" can't be opened.");
+        FailWith("The file “" + m_sPath + "” can't be opened.");
     case SQLITE_READONLY:
-        FailWith("The file \"" + m_sPath + "\" can't be written.");
+        FailWith("The file “" + m_sPath + "” can't be written.");
     case SQLITE_FULL:
-        FailWith("There is no room left for the file \"" + m_sPath + "\".");
+        FailWith("There is no space left for the file “" + m_sPath + "”.");
     default:
-        FailWith("The file \"" + m_sPath + "\": " + sqlite3_errmsg(m_pHandle.get()) + ".");
+        FailWith("The file “" + m_sPath + "”: " + sqlite3_errmsg(m_pHandle.get()) + ".");
     }
 }
 

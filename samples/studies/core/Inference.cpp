@@ -38,7 +38,7 @@ WelchTest TestMeans(std::span<const double> aFirst, std::span<const double> aSec
     oTest.oSecond = FiguresOf(aSecond);
     for (const SampleFigures* pFigures : {&oTest.oFirst, &oTest.oSecond})
         if (pFigures->nCount < 2)
-            FailWith("A group needs two values at least to be compared; one has " + std::to_string(pFigures->nCount) +
+            FailWith("A group needs at least two values to be compared; one has " + std::to_string(pFigures->nCount) +
                      ".");
     const auto Share = [](const SampleFigures& oFigures) {
         return oFigures.dblDeviation * oFigures.dblDeviation / static_cast<double>(oFigures.nCount);
@@ -47,7 +47,7 @@ WelchTest TestMeans(std::span<const double> aFirst, std::span<const double> aSec
     const double dblSecond = Share(oTest.oSecond);
     const double dblError = std::sqrt(dblFirst + dblSecond);
     if (!(dblError > 0))
-        FailWith("All values of each group are equal, so there is nothing that the difference could be measured by.");
+        FailWith("All values within each group are equal, so the groups can't be compared.");
     oTest.dblDifference = oTest.oFirst.dblMean - oTest.oSecond.dblMean;
     oTest.dblT = oTest.dblDifference / dblError;
     oTest.dblFreedom = (dblFirst + dblSecond) * (dblFirst + dblSecond) /
@@ -79,8 +79,8 @@ Regression FitLine(std::span<const double> aX, std::span<const double> aY) {
             ++oLine.nCount;
         }
     if (oLine.nCount < 3)
-        FailWith("A line needs three rows at least that have both values; there are " + std::to_string(oLine.nCount) +
-                 ".");
+        FailWith("A regression line needs at least three rows with both values; there are " +
+                 std::to_string(oLine.nCount) + ".");
     const auto dblCount = static_cast<long double>(oLine.nCount);
     const long double dblMeanX = dblSumX / dblCount;
     const long double dblMeanY = dblSumY / dblCount;
@@ -96,7 +96,7 @@ Regression FitLine(std::span<const double> aX, std::span<const double> aY) {
             dblYY += dblY * dblY;
         }
     if (!(dblXX > 0))
-        FailWith("All rows have the same x, so no line goes through them.");
+        FailWith("All rows have the same x, so there is no regression line.");
     const long double dblSlope = dblXY / dblXX;
     const long double dblRest = std::max(0.0L, dblYY - dblSlope * dblXY);
     const long double dblResidual = std::sqrt(dblRest / (dblCount - 2));

@@ -93,7 +93,7 @@ TableSummary Summarize(const Table& oTable) {
 std::vector<GroupSummary> SummarizeByGroup(const Table& oTable, std::string_view sColumn) {
     const Column* pGroup = oTable.Find(sColumn);
     if (!pGroup)
-        FailWith("The data have no column \"" + std::string(sColumn) + "\".");
+        FailWith("The data have no column “" + std::string(sColumn) + "”.");
     // By value for numbers, by text else; what is missing comes last.
     std::map<std::pair<double, std::string>, std::vector<std::size_t>> mapGroups;
     std::vector<std::size_t> aMissing;

@@ -98,9 +98,9 @@ void Store::Prepare() {
         m_oDatabase.Run(Schema);
         nVersion = 1;
     } else if (nApplication != ApplicationId) {
-        FailWith("The file \"" + m_oDatabase.Path() + "\" belongs to another program.");
+        FailWith("The file “" + m_oDatabase.Path() + "” belongs to another program.");
     } else if (nVersion > SchemaVersion) {
-        FailWith("The file \"" + m_oDatabase.Path() + "\" was written by a later version of Studies (" +
+        FailWith("The file “" + m_oDatabase.Path() + "” was written by a later version of Studies (" +
                  std::to_string(nVersion) + "; this one knows " + std::to_string(SchemaVersion) + ").");
     }
     if (nVersion == 1)
@@ -108,8 +108,8 @@ void Store::Prepare() {
     oTransaction.Commit();
     Statement oCheck(m_oDatabase, "PRAGMA quick_check(1)");
     if (oCheck.Step() && oCheck.Text(0) != "ok")
-        FailWith("The file \"" + m_oDatabase.Path() + "\" is damaged (" + oCheck.Text(0) +
-                 "). Move it away to start anew.");
+        FailWith("The file “" + m_oDatabase.Path() + "” is damaged (" + oCheck.Text(0) +
+                 "). Move it away to start with an empty one.");
 }
 
 // Temporary triggers, of this connection alone, write what undoes each change of a row.
@@ -193,29 +193,29 @@ void Store::ForgetSteps() {
 void Store::CheckData() {
     if (m_oDatabase.WholeOf("SELECT count(*) FROM data_sets WHERE 'data_'||id NOT IN"
                             " (SELECT name FROM sqlite_master)") != 0)
-        FailWith("This can't be brought back: the data are gone since the file was opened elsewhere.");
+        FailWith("This can't be undone: the data have been deleted since the file was opened elsewhere.");
 }
 
 void Store::CheckExists(std::string_view sTable, Id nId) {
     Statement oFound(m_oDatabase, "SELECT 1 FROM " + std::string(sTable) + " WHERE id=?");
     if (!oFound.Bind(nId).Step())
-        FailWith("What you have chosen isn't there any more.");
+        FailWith("The selection no longer exists.");
 }
 
 std::string Store::NameProblem(std::string_view sName, Id nStudyId) {
     if (sName.find_first_not_of(' ') == std::string_view::npos)
         return "A study needs a name.";
     if (sName.front() == ' ' || sName.back() == ' ')
-        return "A study's name can't begin or end with a blank.";
+        return "A study's name can't begin or end with a space.";
     if (sName.front() == '#')
-        return "A study's name can't begin with \"#\".";
+        return "A study's name can't begin with “#”.";
     if (sName.size() > LongestName)
         return "A study's name has at most " + std::to_string(LongestName) + " letters.";
     if (std::any_of(sName.begin(), sName.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
-        return "A study's name stands on one line.";
+        return "A study's name must be on one line.";
     Statement oTaken(m_oDatabase, "SELECT 1 FROM studies WHERE name_key=? AND id<>?");
     if (oTaken.Bind(corvane::FoldText(sName)).Bind(nStudyId).Step())
-        return "There is a study \"" + std::string(sName) + "\" already.";
+        return "There is a study “" + std::string(sName) + "” already.";
     return {};
 }
 

@@ -69,7 +69,7 @@ Condition ConditionOf(const std::string& sColumn, const Column& oColumn, std::st
         if (sValue.empty() && sOperator == "<>")
             return {sColumn + " IS NOT NULL", {}, std::nullopt};
         if (sValue.empty())
-            FailWith("A value is missing after \"" + std::string(sOperator) + "\".");
+            FailWith("A value is missing after “" + std::string(sOperator) + "”.");
         Condition oCondition{sColumn + " " + std::string(sOperator) + " ?", std::string(sValue), std::nullopt};
         if (!oColumn.IsNumeric()) {
             oCondition.sSql += " COLLATE NOCASE";
@@ -77,8 +77,7 @@ Condition ConditionOf(const std::string& sColumn, const Column& oColumn, std::st
         }
         oCondition.dblNumber = NumberOf(sValue);
         if (!oCondition.dblNumber)
-            FailWith("\"" + std::string(sValue) + "\" is no number, and \"" + oColumn.sName +
-                     "\" is a column of numbers.");
+            FailWith("“" + std::string(sValue) + "” isn't a number, and “" + oColumn.sName + "” is a numeric column.");
         return oCondition;
     }
     return ContainsCondition(sColumn, oColumn, sFilter);
@@ -225,7 +224,7 @@ Table Store::ReadRows(Id nDataSetId, std::span<const Id> aRowIds) {
     Statement oRow(m_oDatabase, "SELECT * FROM " + DataTable(nDataSetId) + " WHERE id=?");
     for (const Id nRowId : aRowIds) {
         if (!oRow.Bind(nRowId).Step())
-            FailWith("A row isn't there any more.");
+            FailWith("A row no longer exists.");
         AddRow(oTable, oRow);
         oRow.Run();
     }
@@ -237,10 +236,10 @@ std::string Store::CellProblem(const Column& oColumn, std::string_view sText) {
         return {};
     const std::optional<double> dblValue = NumberOf(sText);
     if (!dblValue)
-        return "\"" + std::string(sText) + "\" is no number, and \"" + oColumn.sName + "\" is a column of numbers.";
+        return "“" + std::string(sText) + "” isn't a number, and “" + oColumn.sName + "” is a numeric column.";
     if (oColumn.eType == ColumnType::Whole && std::trunc(*dblValue) != *dblValue)
-        return "\"" + std::string(sText) + "\" is no whole number, and \"" + oColumn.sName +
-               "\" is a column of whole numbers.";
+        return "“" + std::string(sText) + "” isn't a whole number, and “" + oColumn.sName +
+               "” is a column of whole numbers.";
     return {};
 }
 
@@ -254,7 +253,7 @@ void Store::SetCells(Id nDataSetId, const std::vector<CellChange>& aChanges) {
             FailWith(sProblem);
         RecordCells(nDataSetId, oChange.iColumn);
     }
-    Perform(aChanges.size() == 1 ? "Change of a Value" : "Change of Values", [&] {
+    Perform(aChanges.size() == 1 ? "Change Value" : "Change Values", [&] {
         for (const CellChange& oChange : aChanges) {
             Statement oUpdate(m_oDatabase, "UPDATE " + DataTable(nDataSetId) + " SET c" +
                                                std::to_string(oChange.iColumn) + "=? WHERE id=?");
@@ -291,10 +290,10 @@ std::string Store::DataSetNameProblem(std::string_view sName, Id nStudyId, Id nD
     if (sName.find_first_not_of(' ') == std::string_view::npos)
         return "A data set needs a name.";
     if (std::any_of(sName.begin(), sName.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
-        return "A data set's name stands on one line.";
+        return "A data set's name must be on one line.";
     for (const DataSet& oDataSet : DataSets(nStudyId))
         if (oDataSet.nId != nDataSetId && corvane::EqualText(oDataSet.sName, sName))
-            return "The study has a data set \"" + oDataSet.sName + "\" already.";
+            return "The study has a data set “" + oDataSet.sName + "” already.";
     return {};
 }
 

@@ -100,7 +100,7 @@ void ImportJob::Read() {
     try {
         m_oResult = ReadCsvFile(m_sPath, {m_cDelimiter, true});
         if (m_oResult->oTable.nRows == 0)
-            m_sProblem = FileNameOf(m_sPath) + " has names of columns, but no rows.";
+            m_sProblem = FileNameOf(m_sPath) + " has column names, but no rows.";
     } catch (const Failure& oFailure) {
         m_sProblem = oFailure.Description;
     }
@@ -131,8 +131,8 @@ void ImportJob::Run() {
         nStudyId = oStore.CreateStudy(sNewStudyName);
     nDataSetId = oStore.ImportDataSet(nStudyId, sName, m_sPath, oTable);
     m_oWorkspace->Tell(
-        sName + " imported into \"" + oStore.StudyOf(nStudyId).sName +
-        "\": " + SizeText(oTable.nRows, oTable.aColumns.size()) +
+        sName + " imported into “" + oStore.StudyOf(nStudyId).sName +
+        "”: " + SizeText(oTable.nRows, oTable.aColumns.size()) +
         (pResult->aSkipped.empty() ? std::string() : ", " + CountText(pResult->aSkipped.size()) + " left out"));
 }
 

@@ -138,7 +138,7 @@ private:
         constexpr double dblMostDraws = 2e7; // about a second's
         const Column* pColumn = oTable.Find(oSettings.sColumnX);
         if (!pColumn || !pColumn->IsNumeric()) {
-            m_sBody += Paragraph("The data have no column \"" + oSettings.sColumnX + "\" of numbers any more.");
+            m_sBody += Paragraph("The data have no column “" + oSettings.sColumnX + "” of numbers any longer.");
             return;
         }
         const double dblDraws = static_cast<double>(oTable.nRows) * oSettings.oBootstrap.nResamples;

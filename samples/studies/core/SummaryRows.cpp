@@ -29,11 +29,11 @@ SummaryRows RowsOfSummary(const Table& oTable, const std::string& sGroupColumn, 
         aGroups = SummarizeByGroup(oTable, sGroupColumn);
     else
         aGroups.push_back({{}, Summarize(oTable)});
-    oRows.oNumbers.aNames = {{"Column", false},   {"Count", true}, {"Missing", true}, {"Mean", true},
-                             {"Std. dev.", true}, {"Min", true},   {"1st qu.", true}, {"Median", true},
-                             {"3rd qu.", true},   {"Max", true}};
+    oRows.oNumbers.aNames = {{"Column", false},      {"Count", true}, {"Missing", true},      {"Mean", true},
+                             {"Std. dev.", true},    {"Min", true},   {"1st quartile", true}, {"Median", true},
+                             {"3rd quartile", true}, {"Max", true}};
     oRows.oTexts.aNames = {{"Column", false},  {"Count", true},          {"Missing", true},
-                           {"Distinct", true}, {"Most frequent", false}, {"Times", true}};
+                           {"Distinct", true}, {"Most frequent", false}, {"Frequency", true}};
     for (SummaryBlock* pBlock : {&oRows.oNumbers, &oRows.oTexts})
         if (bByGroup)
             pBlock->aNames.insert(pBlock->aNames.begin() + 1, {sGroupColumn, false});

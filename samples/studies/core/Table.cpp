@@ -34,7 +34,7 @@ ColumnType ColumnTypeOf(std::string_view sName) {
     for (const ColumnType eType : {ColumnType::Whole, ColumnType::Number, ColumnType::Text})
         if (sName == NameOf(eType))
             return eType;
-    FailWith("\"" + std::string(sName) + "\" is no type of a column.");
+    FailWith("“" + std::string(sName) + "” isn't a column type.");
 }
 
 bool Column::IsMissing(std::size_t iRow) const {

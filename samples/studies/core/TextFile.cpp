@@ -106,18 +106,18 @@ std::string DecodeText(std::string sBytes, const std::string& sName) {
 std::string ReadTextFile(const std::string& sPath) {
     std::error_code oIgnored; // what can't be looked at can't be opened either
     if (std::filesystem::is_directory(sPath, oIgnored))
-        FailWith("\"" + sPath + "\" is a folder. Choose a file in it.");
+        FailWith("“" + sPath + "” is a folder. Choose a file in it.");
     std::ifstream oStream(sPath, std::ios::binary);
     if (!oStream) {
         if (errno == ENOENT || errno == ENOTDIR)
-            FailWith("There is no file \"" + sPath + "\". It may have been moved or renamed; choose it again.");
-        FailWith("The file \"" + sPath + "\" can't be read: " + std::strerror(errno) + ".");
+            FailWith("There is no file “" + sPath + "”. It may have been moved or renamed; choose it again.");
+        FailWith("The file “" + sPath + "” can't be read: " + std::strerror(errno) + ".");
     }
     std::stringstream oText;
     oText << oStream.rdbuf();
     const std::string sName = std::filesystem::path(sPath).filename().string();
     if (oStream.bad())
-        FailWith("The file \"" + sPath + "\" can't be read to its end.");
+        FailWith("The file “" + sPath + "” can't be read to its end.");
     if (oText.view().empty())
         FailWith(sName + " is empty. Choose a file with a row of names and rows of values.");
     return DecodeText(std::move(oText).str(), sName);

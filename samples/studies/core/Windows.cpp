@@ -96,7 +96,7 @@ void CheckColumns(const Table& oTable, AnalysisKind eKind) {
     if (eKind == AnalysisKind::Scatter && nNumeric < 2)
         FailWith("A scatter plot needs two columns of numbers; the data have one.");
     if (eKind == AnalysisKind::Comparison && GroupColumns(oTable).empty())
-        FailWith("The data have no column that divides them into groups.");
+        FailWith("The data have no column to group by.");
 }
 
 } // namespace

@@ -81,7 +81,7 @@ std::string AnalysisDocument::Name() const {
 
 void AnalysisDocument::Save() {
     if (!CanBeSaved())
-        FailWith("These data are in no study. Import the file into a study to keep what you find in it.");
+        FailWith("These data aren't part of a study. Import the file into a study to save analyses of it.");
     const Ref<Workspace>& oWorkspace = m_oData->Space();
     const std::string sName = Name();
     if (m_nAnalysisId == 0) {

@@ -44,7 +44,7 @@ void ChartPage::OnExport() {
     if (sPath.empty())
         return;
     SaveChart(Scene(), QSize(800, 560), Text(sPath));
-    ShowStatus("Written: " + sPath);
+    ShowStatus("Exported to " + sPath);
 }
 
 void HistogramPage::AddControls(QBoxLayout& oRow) {
@@ -52,9 +52,9 @@ void HistogramPage::AddControls(QBoxLayout& oRow) {
     m_pGroup = new QComboBox;
     m_pBins = new QSpinBox;
     m_pBins->setRange(0, 200);
-    m_pBins->setSpecialValueText("by the data");
+    m_pBins->setSpecialValueText("Automatic");
     m_pBins->setKeyboardTracking(false);
-    m_pBins->setToolTip("About that many; their edges are round numbers");
+    m_pBins->setToolTip("The approximate number of bins; their edges are round numbers");
     AddLabelled(oRow, "&Column", m_pColumn);
     AddLabelled(oRow, "&By", m_pGroup);
     AddLabelled(oRow, "B&ins", m_pBins);
@@ -69,7 +69,7 @@ void HistogramPage::ShowSettings() {
     const AnalysisSettings& oSettings = Document()->Settings();
     FillColumns(*m_pColumn, Data().aColumns, true);
     Choose(*m_pColumn, oSettings.sColumnX);
-    FillColumns(*m_pGroup, DividingColumns(Data()), false, "all rows");
+    FillColumns(*m_pGroup, DividingColumns(Data()), false, "None");
     Choose(*m_pGroup, oSettings.sGroupColumn);
     const QSignalBlocker oBlocker(m_pBins);
     m_pBins->setValue(oSettings.nBins);
@@ -84,7 +84,7 @@ void ScatterPage::AddControls(QBoxLayout& oRow) {
     m_pColumnY = new QComboBox;
     m_pGroup = new QComboBox;
     AddLabelled(oRow, "&Y", m_pColumnY);
-    AddLabelled(oRow, "over &X", m_pColumnX);
+    AddLabelled(oRow, "&X", m_pColumnX);
     AddLabelled(oRow, "&By", m_pGroup);
     Bind(m_pColumnX, &AnalysisSettings::sColumnX);
     Bind(m_pColumnY, &AnalysisSettings::sColumnY);
@@ -97,7 +97,7 @@ void ScatterPage::ShowSettings() {
     Choose(*m_pColumnX, oSettings.sColumnX);
     FillColumns(*m_pColumnY, Data().aColumns, true);
     Choose(*m_pColumnY, oSettings.sColumnY);
-    FillColumns(*m_pGroup, DividingColumns(Data()), false, "all rows");
+    FillColumns(*m_pGroup, DividingColumns(Data()), false, "None");
     Choose(*m_pGroup, oSettings.sGroupColumn);
 }
 

@@ -42,8 +42,8 @@ void ComparisonPage::AddControls(QBoxLayout& oRow) {
     m_pFirst = new QComboBox;
     m_pSecond = new QComboBox;
     AddLabelled(oRow, "&Column", m_pColumn);
-    AddLabelled(oRow, "&by", m_pGroup);
-    AddLabelled(oRow, "&of", m_pFirst);
+    AddLabelled(oRow, "Group &by", m_pGroup);
+    AddLabelled(oRow, "Gr&oups", m_pFirst);
     AddLabelled(oRow, "a&nd", m_pSecond);
     Bind(m_pColumn, &AnalysisSettings::sColumnX);
     Bind(m_pFirst, &AnalysisSettings::sFirstGroup);
@@ -99,14 +99,14 @@ QWidget* BootstrapPage::MakeWidget(QWidget* pParent) {
     m_pResamples->setGroupSeparatorShown(true);
     m_pSeed = new QSpinBox;
     m_pSeed->setRange(0, 999999);
-    m_pSeed->setToolTip("The same seed draws the same rows, so a result can be had again");
+    m_pSeed->setToolTip("The same seed gives the same result again");
     m_pRun = new QPushButton("&Run");
     m_pRun->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     m_pResult = new ResultLabel;
     auto* pForm = new QFormLayout;
     pForm->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     pForm->addRow("&Column", m_pColumn);
-    pForm->addRow("Fi&gure", m_pFigure);
+    pForm->addRow("Stat&istic", m_pFigure);
     pForm->addRow("Resam&ples", m_pResamples);
     pForm->addRow("&Seed", m_pSeed);
     pForm->addRow(QString(), m_pRun);
@@ -156,8 +156,8 @@ void BootstrapPage::ShowResult() {
         m_pResult->setText(
             Text(BootstrapText(*m_oResult, Document()->Settings(), *pColumn, ReadPreferences().nDecimals)));
     else
-        m_pResult->setText("Run draws as many rows as there are from the data, each anew from all of them, again and "
-                           "again. How the figure varies among these draws shows how far it can be trusted.");
+        m_pResult->setText("Run resamples the data: it draws as many rows as there are, with replacement, many times. "
+                           "The variation of the statistic among these samples shows how precise it is.");
 }
 
 // The bar lets events in while it waits, so the page holds itself and what it works on until the end.
@@ -174,7 +174,7 @@ void BootstrapPage::Run() {
     m_pRun->setEnabled(false);
     std::optional<BootstrapResult> oResult;
     try {
-        ShowStatus("Drawing " + CountText(static_cast<std::size_t>(oSettings.oBootstrap.nResamples)) + " times");
+        ShowStatus("Resampling " + CountText(static_cast<std::size_t>(oSettings.oBootstrap.nResamples)) + " times");
         Progress oProgress(oSettings.oBootstrap.nResamples, Base());
         oResult = RunBootstrap(aValues, oSettings.oBootstrap, [&](int) { return oProgress.Step(); });
     } catch (...) {
@@ -203,8 +203,8 @@ void BootstrapPage::OnExport() {
     QFile oFile(Text(sPath));
     const QByteArray sText = (Text(Document()->Name()) + "\n\n" + m_pResult->text() + "\n").toUtf8();
     if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sText) != sText.size() || !oFile.flush())
-        FailWith("The file \"" + sPath + "\" can't be written.");
-    ShowStatus("Written: " + sPath);
+        FailWith("The file “" + sPath + "” can't be written.");
+    ShowStatus("Exported to " + sPath);
 }
 
 } // namespace studies

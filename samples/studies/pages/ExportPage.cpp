@@ -57,7 +57,7 @@ QWidget* ExportPage::MakeWidget(QWidget* pParent) {
     const DataSet oDataSet = About<DataSetContext>()->Info();
     const std::size_t nColumns = About<DataSetContext>()->Space()->GetStore().Columns(oDataSet.nId).size();
     auto* pForm = new QFormLayout(pPage);
-    pForm->addRow("What", new QLabel(Text(SizeText(static_cast<std::size_t>(oDataSet.nRows), nColumns))));
+    pForm->addRow("Contents", new QLabel(Text(SizeText(static_cast<std::size_t>(oDataSet.nRows), nColumns))));
     pForm->addRow("&Format", m_pFormat);
     pForm->addRow("File", pRow);
     pForm->addRow(QString(), m_pProblem);
@@ -90,16 +90,16 @@ std::string ExportPage::Problem() const {
     if (oFile.isDir())
         return "This is a folder.";
     if (!oFile.isAbsolute() || !oFile.dir().exists())
-        return "There is no folder \"" + Utf8(oFile.dir().path()) + "\".";
+        return "There is no folder “" + Utf8(oFile.dir().path()) + "”.";
     if (oFile.exists())
         return {};
-    return QFileInfo(oFile.dir().path()).isWritable() ? std::string() : "Nothing can be written to that folder.";
+    return QFileInfo(oFile.dir().path()).isWritable() ? std::string() : "That folder isn't writable.";
 }
 
 void ExportPage::ShowRemark() {
     const std::string sProblem = Problem();
     const bool bReplaces = sProblem.empty() && QFileInfo::exists(m_pPath->text().trimmed());
-    m_pProblem->Show(bReplaces ? QString("The file is there already; it will be replaced.") : Text(sProblem));
+    m_pProblem->Show(bReplaces ? QString("The file exists and will be replaced.") : Text(sProblem));
 }
 
 // False when the person thinks better of it.
@@ -129,8 +129,8 @@ void ExportPage::OnSave() {
     QSaveFile oFile(m_pPath->text().trimmed());
     const QByteArray sText = QByteArray::fromStdString(WriteCsv(oData->Data(), aFormats[iFormat].oStyle));
     if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sText) != sText.size() || !oFile.commit())
-        FailWith("The file \"" + Utf8(oFile.fileName()) + "\" can't be written: " + Utf8(oFile.errorString()) + ".");
-    ShowStatus(oData->Info().sName + " has been written to " + Utf8(oFile.fileName()));
+        FailWith("The file “" + Utf8(oFile.fileName()) + "” can't be written: " + Utf8(oFile.errorString()) + ".");
+    ShowStatus(oData->Info().sName + " has been exported to " + Utf8(oFile.fileName()));
 }
 
 } // namespace studies

@@ -35,8 +35,8 @@ QWidget* ImportFilePage::MakeWidget(QWidget* pParent) {
     auto* pRow = new QHBoxLayout;
     AddLabelled(*pRow, "F&ile", m_pPath);
     pRow->addWidget(pBrowse);
-    auto* pHint = new QLabel("A text file with a row of names and one row for each case; commas, semicolons or tabs "
-                             "stand between the values.");
+    auto* pHint = new QLabel(
+        "A text file with a header row and one row for each case; values are separated by commas, semicolons or tabs.");
     pHint->setWordWrap(true);
     auto* pLayout = new QVBoxLayout(pPage);
     pLayout->addWidget(pHint);
@@ -104,7 +104,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
     auto* pPage = new QWidget(pParent);
     m_pDelimiter = new QComboBox;
     for (const auto& [sName, cDelimiter] :
-         {std::pair("what the file shows", '\0'), {"commas", ','}, {"semicolons", ';'}, {"tabs", '\t'}})
+         {std::pair("Detect automatically", '\0'), {"Commas", ','}, {"Semicolons", ';'}, {"Tabs", '\t'}})
         m_pDelimiter->addItem(sName, QChar(cDelimiter));
     m_pPreview = new QTableWidget;
     m_pPreview->setAccessibleName("Preview");
@@ -114,7 +114,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
     m_pPreview->verticalHeader()->setDefaultSectionSize(m_pPreview->fontMetrics().height() + 8);
     m_pSize = new QLabel;
     m_pProblem = new ProblemLabel;
-    m_pSkip = new QCheckBox("&Leave these rows out");
+    m_pSkip = new QCheckBox("&Leave out these rows");
     auto* pRow = new QHBoxLayout;
     AddLabelled(*pRow, "&Values are separated by", m_pDelimiter);
     pRow->setStretch(1, 0);
@@ -177,7 +177,7 @@ void ImportFormatPage::ShowFile() {
 void ImportFormatPage::ShowTypes(const Table& oTable) {
     m_pPreview->setColumnCount(static_cast<int>(oTable.aColumns.size()));
     m_pPreview->setRowCount(1);
-    m_pPreview->setVerticalHeaderItem(0, new QTableWidgetItem("type"));
+    m_pPreview->setVerticalHeaderItem(0, new QTableWidgetItem("Type"));
     for (int i = 0; i < m_pPreview->columnCount(); ++i) {
         const Column& oColumn = oTable.aColumns[static_cast<std::size_t>(i)];
         auto* pName = new QTableWidgetItem(Text(oColumn.sName));
@@ -237,7 +237,7 @@ void ImportFormatPage::ShowSkipped(const std::vector<std::string>& aSkipped) {
         sProblem += "\nand " + CountText(aSkipped.size() - nMostShown) + " more.";
     m_pProblem->Show(Text(sProblem));
     const QSignalBlocker oBlocker(m_pSkip);
-    m_pSkip->setText(aSkipped.size() == 1 ? "&Leave this row out" : "&Leave these rows out");
+    m_pSkip->setText(aSkipped.size() == 1 ? "&Leave out this row" : "&Leave out these rows");
     m_pSkip->setChecked(Job()->SkipsBadRows());
     m_pSkip->show();
 }
@@ -248,9 +248,9 @@ QWidget* ImportTargetPage::MakeWidget(QWidget* pParent) {
     m_pStudy = new QComboBox;
     for (const Study& oStudy : oJob->Space()->GetStore().Studies())
         m_pStudy->addItem(Text(oStudy.sName), static_cast<qlonglong>(oStudy.nId));
-    m_pStudy->addItem("a new study", qlonglong{0});
+    m_pStudy->addItem("New study", qlonglong{0});
     m_pNewStudy = new QLineEdit;
-    m_pNewStudyLabel = new QLabel("Its n&ame");
+    m_pNewStudyLabel = new QLabel("N&ame");
     m_pNewStudyLabel->setBuddy(m_pNewStudy);
     m_pName = new QLineEdit;
     m_pProblem = new ProblemLabel;

@@ -29,8 +29,8 @@ QWidget* FiguresPreferencesPage::MakeWidget(QWidget* pParent) {
     m_pExample = new QLabel;
     auto* pForm = new QFormLayout(pPage);
     pForm->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    pForm->addRow("&Decimals of figures", m_pDecimals);
-    pForm->addRow("A mean looks like", m_pExample);
+    pForm->addRow("&Decimal places", m_pDecimals);
+    pForm->addRow("Example mean", m_pExample);
     QObject::connect(m_pDecimals, &QSpinBox::valueChanged, pPage, [this](int nDecimals) {
         m_pExample->setText(Text(DecimalText(4201.754386, nDecimals)));
         Guarded([this] { Reconsider(); });
@@ -55,10 +55,10 @@ void FiguresPreferencesPage::OnSave() {
 QWidget* AnalysesPreferencesPage::MakeWidget(QWidget* pParent) {
     auto* pPage = new QWidget(pParent);
     m_oSaved = ReadPreferences();
-    m_pGroups = new QCheckBox("New analyses are &by group");
+    m_pGroups = new QCheckBox("&Group new analyses");
     m_pGroups->setChecked(m_oSaved.bGroupByDefault);
     m_pGroup = new QLineEdit(Text(m_oSaved.sDefaultGroup));
-    m_pGroup->setPlaceholderText("the first that divides the data");
+    m_pGroup->setPlaceholderText("First suitable column");
     m_pConfidence = new QDoubleSpinBox;
     m_pConfidence->setRange(0, 99.9);
     m_pConfidence->setDecimals(1);
@@ -67,12 +67,12 @@ QWidget* AnalysesPreferencesPage::MakeWidget(QWidget* pParent) {
     m_pProblem = new ProblemLabel;
     auto* pForm = new QFormLayout(pPage);
     pForm->addRow(m_pGroups);
-    pForm->addRow("&Column of groups", m_pGroup);
-    pForm->addRow("Con&fidence", m_pConfidence);
+    pForm->addRow("Group &by", m_pGroup);
+    pForm->addRow("Con&fidence level", m_pConfidence);
     pForm->addRow(QString(), m_pProblem);
     const auto OnChange = [this] {
         Guarded([this] {
-            m_pProblem->Show(IsValid() ? QString() : QString("A confidence below 50 % says nothing."));
+            m_pProblem->Show(IsValid() ? QString() : QString("The confidence level must be at least 50 %."));
             Reconsider();
         });
     };

@@ -91,7 +91,7 @@ void StudyPropertiesPage::OnSave() {
     oStudy->Space()->GetStore().SetStudyProperties(oStudy->Number(), Name(), Notes());
     m_sName = Name();
     m_sNotes = Notes();
-    oStudy->Space()->Tell("\"" + m_sName + "\" has been changed");
+    oStudy->Space()->Tell("“" + m_sName + "” has been changed");
 }
 
 void DataSetPropertiesPage::OnInitialize() {
@@ -108,7 +108,7 @@ std::string DataSetPropertiesPage::NameProblem(const std::string& sName) {
 std::vector<std::pair<QString, QString>> DataSetPropertiesPage::Facts() {
     const DataSet oDataSet = About<DataSetContext>()->Info();
     const std::size_t nColumns = About<DataSetContext>()->Space()->GetStore().Columns(oDataSet.nId).size();
-    return {{"From", Text(oDataSet.sSource)},
+    return {{"Source", Text(oDataSet.sSource)},
             {"Size", Text(SizeText(static_cast<std::size_t>(oDataSet.nRows), nColumns))}};
 }
 
@@ -119,7 +119,7 @@ void DataSetPropertiesPage::OnSave() {
     oData->Space()->GetStore().SetDataSetProperties(oData->Number(), {Name(), Notes(), {}});
     m_sName = Name();
     m_sNotes = Notes();
-    oData->Space()->Tell("\"" + m_sName + "\" has been changed");
+    oData->Space()->Tell("“" + m_sName + "” has been changed");
 }
 
 QWidget* UnitsPage::MakeWidget(QWidget* pParent) {
@@ -148,7 +148,7 @@ QWidget* UnitsPage::MakeWidget(QWidget* pParent) {
     }
     m_pTable->resizeColumnsToContents();
     m_pTable->horizontalHeader()->setStretchLastSection(true);
-    auto* pHint = new QLabel("Units stand on the axes of charts. Double-click one to change it.");
+    auto* pHint = new QLabel("Units are shown on the axes of charts. Double-click a unit to change it.");
     pHint->setWordWrap(true);
     auto* pLayout = new QVBoxLayout(pPage);
     pLayout->addWidget(m_pTable, 1);
@@ -177,7 +177,7 @@ void UnitsPage::OnSave() {
     const DataSet oDataSet = oData->Info();
     m_aUnits = Units();
     oData->Space()->GetStore().SetDataSetProperties(oDataSet.nId, {oDataSet.sName, oDataSet.sNotes, m_aUnits});
-    oData->Space()->Tell("The units of \"" + oDataSet.sName + "\" have been changed");
+    oData->Space()->Tell("The units of “" + oDataSet.sName + "” have been changed");
 }
 
 } // namespace studies

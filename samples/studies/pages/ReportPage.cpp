@@ -102,7 +102,7 @@ void SaveReport(const StudyReport& oReport, const QString& sPath) {
     if (sPath.endsWith(".pdf", Qt::CaseInsensitive)) {
         QSaveFile oProbe(sPath); // the writer itself doesn't say why it couldn't
         if (!oProbe.open(QIODevice::WriteOnly))
-            FailWith("The file \"" + Utf8(sPath) + "\" can't be written: " + Utf8(oProbe.errorString()) + ".");
+            FailWith("The file “" + Utf8(sPath) + "” can't be written: " + Utf8(oProbe.errorString()) + ".");
         oProbe.cancelWriting();
         SavePdf(oReport, sPath);
         return;
@@ -110,7 +110,7 @@ void SaveReport(const StudyReport& oReport, const QString& sPath) {
     QSaveFile oFile(sPath);
     const QByteArray sHtml = Html(oReport);
     if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sHtml) != sHtml.size() || !oFile.commit())
-        FailWith("The file \"" + Utf8(sPath) + "\" can't be written: " + Utf8(oFile.errorString()) + ".");
+        FailWith("The file “" + Utf8(sPath) + "” can't be written: " + Utf8(oFile.errorString()) + ".");
 }
 
 void ReportPage::OnInitialize() {
@@ -158,7 +158,7 @@ void ReportPage::OnExport() {
     if (sPath.empty())
         return;
     SaveReport(m_oReport, Text(sPath));
-    ShowStatus("Written: " + sPath);
+    ShowStatus("Exported to " + sPath);
 }
 
 void ReportPage::OnCopy() {

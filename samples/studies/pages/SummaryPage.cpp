@@ -46,12 +46,12 @@ QWidget* SummaryPage::MakeWidget(QWidget* pParent) {
     auto* pLayout = new QVBoxLayout(pPage);
     auto* pRow = new QHBoxLayout;
     m_pGroup = new QComboBox;
-    FillColumns(*m_pGroup, {}, false, "all rows");
+    FillColumns(*m_pGroup, {}, false, "None");
     m_pSize = new QLabel;
     m_pNumbers = new FigureTable;
-    m_pNumbers->setAccessibleName("Figures of the columns of numbers");
+    m_pNumbers->setAccessibleName("Statistics of numeric columns");
     m_pTexts = new FigureTable;
-    m_pTexts->setAccessibleName("Figures of the columns of text");
+    m_pTexts->setAccessibleName("Statistics of text columns");
     AddLabelled(*pRow, "&By", m_pGroup);
     pRow->setStretch(1, 0);
     pRow->addStretch(1);
@@ -95,7 +95,7 @@ void SummaryPage::ShowFigures() {
     std::vector<Column> aGroupColumns;
     for (const std::string& sName : GroupColumns(oTable))
         aGroupColumns.push_back({oTable.Find(sName)->sName, ColumnType::Text, {}, {}, {}});
-    FillColumns(*m_pGroup, aGroupColumns, false, "all rows");
+    FillColumns(*m_pGroup, aGroupColumns, false, "None");
     Choose(*m_pGroup, m_sGroup);
     const SummaryRows oRows = RowsOfSummary(oTable, m_sGroup, ReadPreferences().nDecimals);
     const auto Show = [](FigureTable& oView, const SummaryBlock& oBlock) {
@@ -149,8 +149,8 @@ void SummaryPage::OnExport() {
     const QByteArray sText =
         (m_pNumbers->AsText() + (m_pTexts->rowCount() > 0 ? "\n" + m_pTexts->AsText() : QString())).toUtf8();
     if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sText) != sText.size() || !oFile.flush())
-        FailWith("The file \"" + sPath + "\" can't be written.");
-    ShowStatus("Written: " + sPath);
+        FailWith("The file “" + sPath + "” can't be written.");
+    ShowStatus("Exported to " + sPath);
 }
 
 } // namespace studies

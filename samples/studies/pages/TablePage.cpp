@@ -43,16 +43,16 @@ QWidget* TablePage::MakeWidget(QWidget* pParent) {
 QLayout* TablePage::MakeFilterRow() {
     auto* pRow = new QHBoxLayout;
     m_pFilterColumn = new QComboBox;
-    FillColumns(*m_pFilterColumn, m_pModel->Columns(), false, "any column");
+    FillColumns(*m_pFilterColumn, m_pModel->Columns(), false, "Any column");
     m_pFilter = new QLineEdit;
-    m_pFilter->setPlaceholderText("a text, or in one column > 4000, <> Adelie, = for missing");
-    m_pFilter->setToolTip("Rows whose value contains this text.\nIn a chosen column also =, <>, <, <=, >, >= and a "
-                          "value; = alone finds missing values.");
+    m_pFilter->setPlaceholderText("Text; for one column also > 4000, <> Adelie, = (missing)");
+    m_pFilter->setToolTip("Shows rows with a value that contains this text.\nFor a selected column also =, <>, <, <=, "
+                          ">, >= and a value; = alone finds missing values.");
     m_pFilter->setClearButtonEnabled(true);
     m_pCount = new QLabel;
     AddLabelled(*pRow, "&Rows where", m_pFilterColumn);
     pRow->setStretch(1, 0);
-    AddLabelled(*pRow, "ha&s", m_pFilter);
+    AddLabelled(*pRow, "contain&s", m_pFilter);
     pRow->addWidget(m_pCount);
     // Not with every letter: in a large table a filter takes a moment.
     auto* pPause = new QTimer(m_pFilter);

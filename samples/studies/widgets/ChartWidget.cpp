@@ -26,7 +26,7 @@ void SaveSvg(const ChartScene& oScene, const QSize& oSize, const QString& sPath)
     oGenerator.setTitle(QFileInfo(sPath).completeBaseName());
     QPainter oPainter;
     if (!oPainter.begin(&oGenerator))
-        FailWith("The file \"" + Utf8(sPath) + "\" can't be written.");
+        FailWith("The file “" + Utf8(sPath) + "” can't be written.");
     PaintChart(oPainter, QRectF(QPointF(), oSize), oScene, ChartStyle::ForPaper(PaperFont()));
 }
 
@@ -107,7 +107,7 @@ void SaveChart(const ChartScene& oScene, const QSize& oSize, const QString& sPat
         return;
     }
     if (!ChartPicture(oScene, oSize).save(sPath, "PNG"))
-        FailWith("The file \"" + Utf8(sPath) + "\" can't be written.");
+        FailWith("The file “" + Utf8(sPath) + "” can't be written.");
 }
 
 } // namespace studies

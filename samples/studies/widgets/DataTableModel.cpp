@@ -177,7 +177,7 @@ void DataTableModel::Change(const std::vector<CellChange>& aChanges) {
     if (aChanges.empty())
         return;
     if (!m_oData->Space()->Keeps())
-        FailWith("These data are in no study. Import the file into a study to change them.");
+        FailWith("These data aren't part of a study. Import the file into a study to change them.");
     TheStore().SetCells(m_oData->Number(), aChanges);
     Reload();
     m_oData->Space()->Tell(aChanges.size() == 1 ? "A value has been changed"

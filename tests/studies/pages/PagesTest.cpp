@@ -89,7 +89,7 @@ TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
         pName->setText("cells");
         Button(oWizard, "Finish")->click();
     });
-    EXPECT_EQ(Status(), "cells imported into \"Study 1\": 2 rows, 2 columns, 1 left out");
+    EXPECT_EQ(Status(), "cells imported into “Study 1”: 2 rows, 2 columns, 1 left out");
     const Table oTable = DataOnDisk("cells");
     ASSERT_EQ(oTable.aColumns.size(), 2U);
     EXPECT_EQ(oTable.aColumns[0].eType, ColumnType::Text);
@@ -130,7 +130,7 @@ TEST_F(Pages, TheImportWizardFollowsWhatIsTypedAndTheFileItself) {
         EXPECT_EQ(Problem(oWizard), "");
         Button(oWizard, "Finish")->click();
     });
-    EXPECT_EQ(Status(), "cells.csv imported into \"Study 1\": 3 rows, 2 columns");
+    EXPECT_EQ(Status(), "cells.csv imported into “Study 1”: 3 rows, 2 columns");
 }
 
 TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
@@ -147,7 +147,7 @@ TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
     EXPECT_EQ(DataOnDisk("penguins.csv").aColumns[2].aNumbers[0], 40.5);
     EXPECT_FALSE(oModel.setData(oModel.index(0, 2), "long"));
     EXPECT_EQ(Problem(*m_pApplication->Window().centralWidget()),
-              "\"long\" is no number, and \"bill_length_mm\" is a column of numbers.");
+              "“long” isn't a number, and “bill_length_mm” is a numeric column.");
     Choose("Edit.Undo");
     EXPECT_EQ(oModel.index(0, 2).data().toString(), "39.1");
     Choose("Edit.Redo");
@@ -157,7 +157,7 @@ TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
     EXPECT_EQ(oModel.index(0, 5).data().toString(), "6300");
     EXPECT_EQ(oModel.index(343, 5).data().toString(), "NA");
     In<QComboBox>("penguins.csv", "Rows where")->setCurrentIndex(6);
-    In<QLineEdit>("penguins.csv", "has")->setText(">= 6000");
+    In<QLineEdit>("penguins.csv", "contains")->setText(">= 6000");
     Turn(400);
     EXPECT_EQ(oModel.rowCount(), 4);
     pView->setCurrentIndex(oModel.index(0, 4));
@@ -258,7 +258,7 @@ TEST_F(Pages, TheSummaryIsByGroupWithTheDecimalsOfThePreferences) {
 
     Choose("Analysis.Summary");
     In<QComboBox>("Summary of penguins.csv", "By")->setCurrentIndex(1);
-    auto* pFigures = In<FigureTable>("Summary of penguins.csv by species", "Figures of the columns of numbers");
+    auto* pFigures = In<FigureTable>("Summary of penguins.csv by species", "Statistics of numeric columns");
     const QStringList aLines = pFigures->AsText().split('\n');
     EXPECT_EQ(aLines[1], "bill length (mm)\tAdelie\t151\t1\t38.8\t2.7\t32.1\t36.8\t38.8\t40.8\t46.0");
     EXPECT_EQ(pFigures->item(0, 4)->textAlignment(), Qt::AlignRight | Qt::AlignVCenter);
