@@ -2,6 +2,7 @@
 
 #include "adapters/common/Nearest.h"
 #include "adapters/common/Paths.h"
+#include "corvane/base/PluginExport.h"
 
 #include <algorithm>
 #include <dlfcn.h>
@@ -36,6 +37,11 @@ std::span<const PluginClass> ClassesOf(const PluginTable& oTable) {
     return {oTable.Classes, oTable.ClassCount};
 }
 
+// The build tag up to its last blank: compiler and standard library.
+std::string_view WithoutHash(std::string_view sTag) {
+    return sTag.substr(0, sTag.rfind(' '));
+}
+
 // Fails when the library's table isn't one that this program can use.
 const PluginTable* CheckedTable(void* pLibrary, const std::string& sPath, const std::string& sWanted) {
     const auto fnEntry = reinterpret_cast<EntryFunction>(::dlsym(pLibrary, PluginEntryName));
@@ -54,9 +60,11 @@ const PluginTable* CheckedTable(void* pLibrary, const std::string& sPath, const 
                                   ". Build the plug-in again with this program's headers");
     const std::string_view sTag = pTable->BuildTag ? pTable->BuildTag : "";
     if (sTag != PluginBuildTag)
-        FailCreation(sWanted, "the plug-in " + Quoted(sPath) + " was built as " + Quoted(sTag) +
-                                  ", this program wants " + Quoted(PluginBuildTag) +
-                                  ". Build the plug-in again with the same compiler and standard library");
+        FailCreation(sWanted,
+                     "the plug-in " + Quoted(sPath) + " was built as " + Quoted(sTag) + ", this program wants " +
+                         Quoted(PluginBuildTag) + ". Build the plug-in again with " +
+                         (WithoutHash(sTag) == WithoutHash(PluginBuildTag) ? "this program's headers"
+                                                                           : "the same compiler and standard library"));
     return pTable;
 }
 

@@ -2,7 +2,7 @@
 // plug-ins. A library that has been loaded stays loaded.
 #pragma once
 
-#include "corvane/base/PluginExport.h"
+#include "corvane/base/Ref.h"
 #include "corvane/base/Text.h"
 #include "corvane/platform/IObjectFactory.h"
 
@@ -11,6 +11,8 @@
 #include <vector>
 
 namespace corvane {
+
+struct PluginTable;
 
 class PluginFactory final : public IObjectFactory {
 public:

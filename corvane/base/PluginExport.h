@@ -1,6 +1,7 @@
 // How a shared library offers its classes: CORVANE_PLUGIN(Class<A>("Library.A"), Class<B>("Library.B")).
 #pragma once
 
+#include "corvane/base/InterfaceHash.h"
 #include "corvane/base/Ref.h"
 
 #include <cstddef>
@@ -9,10 +10,11 @@
 
 namespace corvane {
 
-// Grows with every change that an older plug-in wouldn't survive.
+// The form of PluginTable itself. All other declarations are covered by the build tag.
 inline constexpr std::uint32_t PluginAbiVersion = 1;
 
-// The compiler, its standard library and their modes, as far as objects of both sides must agree.
+// The compiler, its standard library and their modes, as far as objects of both sides must agree, and behind the last
+// blank a hash over all public declarations: a plug-in that was built with other headers is refused.
 #if defined(_LIBCPP_VERSION)
 #define CORVANE_DETAIL_STANDARD_LIBRARY "libc++"
 #elif defined(_GLIBCXX_DEBUG)
@@ -20,7 +22,7 @@ inline constexpr std::uint32_t PluginAbiVersion = 1;
 #else
 #define CORVANE_DETAIL_STANDARD_LIBRARY "libstdc++"
 #endif
-inline constexpr const char* PluginBuildTag = "itanium " CORVANE_DETAIL_STANDARD_LIBRARY;
+inline constexpr const char* PluginBuildTag = "itanium " CORVANE_DETAIL_STANDARD_LIBRARY " " CORVANE_INTERFACE_HASH;
 #undef CORVANE_DETAIL_STANDARD_LIBRARY
 
 struct PluginClass {

@@ -1,4 +1,5 @@
 #include "adapters/plugins/PluginFactory.h"
+#include "corvane/base/PluginExport.h"
 #include "corvane/base/Variant.h"
 #include "tests/adapters/Failing.h"
 
@@ -13,6 +14,12 @@ const std::string sFolder = CORVANE_TEST_PLUGINS;
 
 std::string File(const std::string& sLibrary) {
     return "\"" + sFolder + "/lib" + sLibrary + ".so\"";
+}
+
+// This program's build tag with another hash over the headers.
+std::string WithHash(const std::string& sHash) {
+    const std::string sTag = PluginBuildTag;
+    return sTag.substr(0, sTag.rfind(' ') + 1) + sHash;
 }
 
 } // namespace
@@ -44,6 +51,9 @@ TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
         {"OtherBuild.Class", "the plug-in " + File("OtherBuild") +
                                  " was built as \"another compiler\", this program wants \"" + PluginBuildTag +
                                  "\". Build the plug-in again with the same compiler and standard library"},
+        {"OtherHeaders.Class", "the plug-in " + File("OtherHeaders") + " was built as \"" + WithHash("0123456789ab") +
+                                   "\", this program wants \"" + PluginBuildTag +
+                                   "\". Build the plug-in again with this program's headers"},
         {"Good.Countre",
          "the plug-in " + File("Good") + " has no such class. It has \"Good.Counter\", \"Good.Account\""},
         {"Throwing.WithFailure",
@@ -77,7 +87,7 @@ TEST(Plugins, ToolsSeeClassesAndMembers) {
     ASSERT_EQ(aClasses[1].aMembers.size(), 2u);
     EXPECT_EQ(aClasses[1].aMembers[0].Name, "Add");
     EXPECT_EQ(aClasses[1].aMembers[0].ParameterCount, 1u);
-    EXPECT_EQ(oFactory->Libraries(),
-              (std::vector<std::string>{"Good", "NoEntry", "NoTable", "OtherAbi", "OtherBuild", "Text", "Throwing"}));
+    EXPECT_EQ(oFactory->Libraries(), (std::vector<std::string>{"Good", "NoEntry", "NoTable", "OtherAbi", "OtherBuild",
+                                                               "OtherHeaders", "Text", "Throwing"}));
     EXPECT_TRUE(New<PluginFactory>(sFolder + "/none")->Libraries().empty());
 }

@@ -1,0 +1,9 @@
+#include "corvane/base/PluginExport.h"
+
+namespace {
+
+class Unsafe final : public corvane::Object {};
+
+} // namespace
+
+CORVANE_PLUGIN(Class<Unsafe>("OtherHeaders.Class"))
