@@ -53,7 +53,7 @@ std::string EditedPath(const std::string& sPath) {
 // A copy is one mistake, however many names stand there twice.
 void LeaveOutCopy(File& oFile, const File& oFirst, Report& oReport) {
     oReport.Add(Rule::DuplicateName, oFile.At(oFile.pRoot->At("Name")), "the file is a copy of " + Quoted(oFirst.sName),
-                "remove one of both, or give all that it defines names of its own",
+                "remove one of them, or give all that it defines names of its own",
                 {{oFirst.At(oFirst.pRoot->At("Name")), "the first one"}});
     oFile.bActive = false;
 }
@@ -64,7 +64,8 @@ void ReadApplication(Model& oModel, const std::string& sApplication, Report& oRe
     const std::optional<std::string> oFolder = FindPath(JoinPath(sApplication, "Services"));
     if (!oFolder || !fs::is_directory(*oFolder))
         Fail(FailureNumber::PathNotFound,
-             "\"" + sApplication + "\" is no application folder: it has no folder \"Services\" with definition files");
+             "\"" + sApplication +
+                 "\" isn't an application folder: it has no folder \"Services\" with definition files");
     const Ref<IXmlService> oXml = New<XmlService>();
     const Ref<IXmlSchemaCache> oSchema = ReadSchema(oXml, *oFolder, oReport);
     const auto oFileSystem = New<FileSystem>();

@@ -47,7 +47,7 @@ private:
                           WriteInstead(Names(), sName, "put it there"));
         else if (it->second == State::Unreadable)
             m_oReport.Add(Rule::UnreadableImage, oFile.At(pSpot),
-                          "the file " + Quoted(sName) + " is no picture that is known",
+                          "the file " + Quoted(sName) + " isn't a supported picture",
                           "save it as PNG, BMP, ICO, GIF, JPEG or SVG");
     }
 

@@ -162,7 +162,7 @@ private:
                       std::string(oFormat.sName) +
                           (bOverflow  ? " is too large: "
                            : bBoolean ? " is neither true nor false: "
-                                      : " is no number: ") +
+                                      : " isn't a number: ") +
                           Quoted(sValue),
                       sCure);
     }

@@ -61,7 +61,7 @@ private:
             ReportWithoutRoot(oEntry);
         else if (oPlacing.bOtherTool)
             m_oReport.Add(Rule::DuplicateTitle, oEntry.At("ActionItem"),
-                          "the action of " + oEntry.Named() + " stands for another entry, " +
+                          "the action of " + oEntry.Named() + " belongs to another entry, " +
                               Quoted(oPlacing.pTool->sName) + ", and the menu of the title is there already",
                           "give the title an action of its own");
         else if (!oEntry.IsButton() && !oPlacing.oRank)
@@ -72,8 +72,8 @@ private:
             ReportTitleBehind(oPlacing);
         else if (oPlacing.pOwner && oEntry.IsButton() && !EqualText(oPlacing.pOwner->sKey, oEntry.sKey))
             m_oReport.Add(Rule::SharedPosition, oEntry.At("PositionOrder"),
-                          oEntry.Named() + " stands before all others, as " + oPlacing.pOwner->Named() +
-                              " has its order, " + OrderText(oEntry),
+                          oEntry.Named() + " comes before all others, because " + oPlacing.pOwner->Named() +
+                              " has the same order, " + OrderText(oEntry),
                           "give it another PositionOrder", {{oPlacing.pOwner->At("PositionOrder"), "the other one"}});
     }
 
@@ -82,8 +82,8 @@ private:
         if (!m_oModel.bComplete || !m_setPaths.insert(FoldText(sPath)).second)
             return;
         m_oReport.Add(Rule::PathWithoutRoot, oEntry.At("Path"),
-                      "nothing stands below " + Quoted(sPath.substr(0, sPath.find('.'))) + " when the menu " +
-                          Quoted(sPath) + " is made",
+                      "there is nothing below " + Quoted(sPath.substr(0, sPath.find('.'))) + " when the menu " +
+                          Quoted(sPath) + " is created",
                       WriteInstead(TitleKeys(), sPath, "define titles for all parts of the Path"));
     }
 
@@ -126,7 +126,7 @@ private:
         if (EqualText(oOwner.sKey, oEntry.sKey))
             sCure += ", or remove it";
         m_oReport.Add(Rule::VanishingEntry, oEntry.At("PositionOrder"),
-                      oEntry.Named() + " doesn't appear, as " + oOwner.Named() + " has its rank, " +
+                      oEntry.Named() + " doesn't appear, because " + oOwner.Named() + " has the same rank, " +
                           ToText(*oPlacing.oRank),
                       sCure, {{oOwner.At("PositionOrder"), "the other one"}});
     }
@@ -140,7 +140,8 @@ private:
                 aNotes.push_back(
                     {oOther.pEntry->At("PositionOrder"), oOther.pEntry->Named() + " doesn't appear because of it"});
         m_oReport.Add(Rule::SharedPosition, oTitle.At("PositionOrder"),
-                      oTitle.Named() + " stands behind all others, as " + oPlacing.pOwner->Named() + " has its rank",
+                      oTitle.Named() + " comes after all others, because " + oPlacing.pOwner->Named() +
+                          " has the same rank",
                       "give it another PositionOrder", std::move(aNotes));
     }
 
@@ -154,7 +155,7 @@ private:
             ReportPlaceholder(oBar);
         else if (oBar.pTitle && oBar.aSlots.empty() && m_oModel.bComplete && !IsAskedFor(oBar.sName))
             m_oReport.Add(Rule::TitleWithoutEntries, oBar.pTitle->At("ActionItem"),
-                          "nothing stands below " + oBar.pTitle->Named(),
+                          "there is nothing below " + oBar.pTitle->Named(),
                           "give an entry this Path, or remove the title");
         for (const Slot& oSlot : oBar.aSlots) {
             if (oSlot.aEntries.empty())
@@ -165,8 +166,8 @@ private:
             if (bNew)
                 oSeen = {&oBar, &oEntry};
             if (!bNew && !AreRivals(*oSeen.pEntry, oEntry))
-                m_oReport.Add(Rule::DuplicateEntry, oEntry.At("PositionOrder"), oEntry.Named() + " stands there twice",
-                              oEntry.IsButton() ? "remove one of both" : "give both one PositionOrder, or remove one",
+                m_oReport.Add(Rule::DuplicateEntry, oEntry.At("PositionOrder"), oEntry.Named() + " is there twice",
+                              oEntry.IsButton() ? "remove one of them" : "give both one PositionOrder, or remove one",
                               {{oSeen.pEntry->At("PositionOrder"), "the first one"}});
         }
     }
@@ -208,8 +209,8 @@ private:
         const std::string sOthers =
             nOthers == 0 ? "" : " and " + std::to_string(nOthers) + (nOthers == 1 ? " other" : " others");
         m_oReport.Add(Rule::PathWithoutTitle, oEntry.At("Path"),
-                      "nobody defines the title " + Quoted(oBar.sName) + ", so " + oEntry.Named() + sOthers +
-                          (nOthers == 0 ? " stays" : " stay") + " out of sight",
+                      "there is no title " + Quoted(oBar.sName) + ", so " + oEntry.Named() + sOthers +
+                          (nOthers == 0 ? " stays" : " stay") + " hidden",
                       WriteInstead(TitleKeys(), oBar.sName, PathCure(oBar.sName)));
     }
 
@@ -229,9 +230,9 @@ private:
                 continue; // has a finding of its own
             if (pBefore && pBefore->fPositionOrder > pEntry->fPositionOrder) {
                 m_oReport.Add(Rule::ToolbarOrder, pEntry->At("PositionOrder"),
-                              pEntry->Named() + " stands behind " + pBefore->Named() + ", as the text " +
+                              pEntry->Named() + " comes after " + pBefore->Named() + ", because the text " +
                                   Quoted(OrderText(*pBefore)) + " comes before " + Quoted(OrderText(*pEntry)),
-                              "write orders with equally many digits",
+                              "write orders with the same number of digits",
                               {{pBefore->At("PositionOrder"), "the other one"}});
                 return;
             }
@@ -249,11 +250,11 @@ private:
             const Entry& oEntry = *pPlacing->pEntry;
             if (pLowest && oEntry.IsTitle() && *pLowest->oRank < *pPlacing->oRank)
                 m_oReport.Add(Rule::SubmenuOrder, oEntry.At("PositionOrder"),
-                              oEntry.Named() + " stands in front of " + pLowest->pEntry->Named() + ", as its order, " +
+                              oEntry.Named() + " comes before " + pLowest->pEntry->Named() + ", because its order, " +
                                   OrderText(oEntry) + ", isn't above " + OrderText(*oBar.pTitle) + ", the order of " +
                                   oBar.pTitle->Named(),
-                              "write a higher one, and for what is to stand behind it, too",
-                              {{pLowest->pEntry->At("PositionOrder"), "what stands behind it"}});
+                              "write a higher one, and for the entries after it, too",
+                              {{pLowest->pEntry->At("PositionOrder"), "what comes after it"}});
             if (!pLowest || *pPlacing->oRank < *pLowest->oRank)
                 pLowest = pPlacing;
         }

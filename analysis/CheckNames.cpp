@@ -118,8 +118,8 @@ private:
             return;
         m_setInRings.insert(setRing.begin(), setRing.end());
         m_oReport.Add(Rule::ParentCycle, oItem.At("Parent"),
-                      oItem.Named() + (setRing.size() == 1 ? " is its own Parent" : " stands below itself"),
-                      "remove the Parent of the one that is to be on top");
+                      oItem.Named() + (setRing.size() == 1 ? " is its own Parent" : " is below itself"),
+                      "remove the Parent of the one that is meant to be on top");
     }
 
     void CheckDefaultAction(Provider& oItem) {

@@ -104,9 +104,9 @@ private:
             const auto oRank = ContextRank(oEntry);
             const bool bTitle = oEntry.eType == MenuType::fwContextMenuTitle;
             Field("rank", oRank ? std::to_string(*oRank) + " = " + ToText(oEntry.fPositionOrder) +
-                                      (bTitle ? ", rounded, as it is a title" : " x 100")
+                                      (bTitle ? ", rounded, because it is a title" : " x 100")
                                 : "too large");
-            Field("stands", "in the context menu of " + oEntry.pProvider->Named());
+            Field("place", "in the context menu of " + oEntry.pProvider->Named());
         }
         ExplainShown(oEntry);
     }
@@ -139,7 +139,7 @@ private:
                      ToText(oPlacing.pTitle->fPositionOrder) + " is the order of " + oPlacing.pTitle->Named() + ", " +
                      PlaceText(oPlacing.pTitle->At("PositionOrder"));
         else
-            sText += " = 500 x 1000000 + " + sOrder + " x 100; nobody defines a title " + Quoted(sPath);
+            sText += " = 500 x 1000000 + " + sOrder + " x 100; there is no title " + Quoted(sPath);
         Field("rank", sText);
     }
 
@@ -147,9 +147,9 @@ private:
         if (!oPlacing.pBar) {
             std::string sWhy = "nowhere";
             if (oPlacing.pOwner)
-                sWhy += ", as " + oPlacing.pOwner->Named() + " has its rank, " +
+                sWhy += ", because " + oPlacing.pOwner->Named() + " has the same rank, " +
                         PlaceText(oPlacing.pOwner->At("PositionOrder"));
-            Field("stands", sWhy + "; corvane check says more");
+            Field("place", sWhy + "; corvane check says more");
             return;
         }
         const auto& aSlots = oPlacing.pBar->aSlots;
@@ -161,12 +161,12 @@ private:
         std::string sText =
             Ordinal(nPlace + 1) + " of " + std::to_string(aSlots.size()) + " in " + BarText(oPlacing.pBar->sName);
         if (nPlace > 0)
-            sText += ", behind " + Quoted(aSlots[nPlace - 1].pTool->sName);
+            sText += ", after " + Quoted(aSlots[nPlace - 1].pTool->sName);
         if (nPlace + 1 < aSlots.size())
             sText += (nPlace > 0 ? " and before " : ", before ") + Quoted(aSlots[nPlace + 1].pTool->sName);
         if (!oPlacing.pBar->pTitle && !oPlacing.pBar->bOfHost && !oPlacing.pBar->sName.starts_with(sToolbarPrefix))
-            sText += "; the menu is a hidden placeholder, as nobody defines its title";
-        Field("stands", sText);
+            sText += "; the menu is a hidden placeholder, because its title isn't defined";
+        Field("place", sText);
         for (const Entry* pOther : it->aEntries.All())
             if (pOther != oPlacing.pEntry)
                 Field("shared", "with " + pOther->pProvider->Named() + ", " + PlaceText(pOther->At("ActionItem")));
@@ -181,7 +181,7 @@ private:
             sText = "from the start";
             break;
         case ProviderKind::ExplorerItem:
-            sText = oEntry.IsOfContextMenu() ? "when a person asks for the menu of such an item"
+            sText = oEntry.IsOfContextMenu() ? "when a user opens the context menu of such an item"
                                              : "while such an item is the active one of the explorer";
             break;
         case ProviderKind::Page:
@@ -192,7 +192,7 @@ private:
         if (!BooleanOf(*oAction.pElement, "Visible", true))
             sText += ", once a procedure calls SetVisible(true): the definition says Visible=\"False\"";
         if (!BooleanOf(*oAction.pElement, "Enabled", true))
-            sText += ", greyed out until a procedure calls SetEnabled(true)";
+            sText += ", disabled until a procedure calls SetEnabled(true)";
         Field("shown", sText);
     }
 
@@ -222,13 +222,13 @@ private:
         else if (oBar.bOfHost)
             Field("defined", "by the host");
         else if (oBar.pFirstAsked)
-            Field("made", "for " + oBar.pFirstAsked->Named() + ", " + PlaceText(oBar.pFirstAsked->At("Path")) +
-                              (oBar.sName.starts_with(sToolbarPrefix) ? "" : "; nobody defines its title"));
+            Field("created", "for " + oBar.pFirstAsked->Named() + ", " + PlaceText(oBar.pFirstAsked->At("Path")) +
+                                 (oBar.sName.starts_with(sToolbarPrefix) ? "" : "; its title isn't defined"));
         std::size_t nPlace = 0;
         for (const Slot& oSlot : oBar.aSlots) {
             ++nPlace;
             if (oSlot.aEntries.empty()) {
-                Field(std::to_string(nPlace), Quoted(oSlot.pTool->sName) + ", made by the library");
+                Field(std::to_string(nPlace), Quoted(oSlot.pTool->sName) + ", created by the library");
                 continue;
             }
             const Placing& oPlacing = *m_oPlan.PlacingOf(*oSlot.aEntries.front());
@@ -254,17 +254,17 @@ private:
         const std::string_view sType = oItem.pElement->Value("Type");
         const std::string_view sParent = oItem.pElement->Value("Parent");
         if (sParent.empty() && !EqualText(sType, "Default"))
-            Field("stands",
+            Field("place",
                   "as a tab of its own, in order of PositionOrder, here " +
                       ToText(Variant(oItem.pElement->Find("PositionOrder") ? oItem.pElement->Value("PositionOrder")
                                                                            : "0")));
         else
-            Field("stands", sParent.empty() ? "nowhere, as it has no Parent" : "below " + Quoted(sParent));
+            Field("place", sParent.empty() ? "nowhere, because it has no Parent" : "below " + Quoted(sParent));
         if (EqualText(sType, "Folder"))
-            Field("made",
+            Field("created",
                   oItem.sProgID.empty() ? "by the library, as a plain name" : "by the library, from " + oItem.sProgID);
         else
-            Field("made", "by the object above it, which hands its children out");
+            Field("created", "by the object above it, which provides its children");
         if (const auto sAction = oItem.pElement->Value("DefaultAction"); !sAction.empty())
             Field("dblclick", "fires " + Quoted(sAction));
         Field("shown", "when a procedure calls ExplorerManager::Populate, and its parent is open");
@@ -273,11 +273,11 @@ private:
     void ExplainService(const Provider& oService) {
         Heading("service " + Quoted(oService.sName));
         Field("defined", PlaceText(oService.pFile->At(oService.pElement->At())));
-        Field("made", "from " + oService.sProgID);
-        Field("holds", std::to_string(oService.aActions.size()) + " actions, " +
-                           std::to_string(oService.aEntries.size()) + " places");
+        Field("created", "from " + oService.sProgID);
+        Field("contains", std::to_string(oService.aActions.size()) + " actions, " +
+                              std::to_string(oService.aEntries.size()) + " places");
         if (BooleanOf(*oService.pElement, "IsStartService", false))
-            Field("start", "its method Start is called when all services are initialised");
+            Field("start", "its method Start is called when all services are initialized");
     }
 
     // By the action's name alone, in all services, items and pages.
@@ -296,7 +296,7 @@ private:
                     Heading("action " + Quoted(oAction.sName));
                     Field("defined",
                           PlaceText(pProvider->pFile->At(oAction.pElement->At())) + ", by " + pProvider->Named());
-                    Field("stands", "nowhere: no MenuItem of its provider refers to it");
+                    Field("place", "nowhere: no MenuItem of its provider refers to it");
                 }
             }
     }

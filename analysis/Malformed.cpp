@@ -55,7 +55,7 @@ Words OfNoElement(std::string_view sBytes) {
         return {"the file is empty", "write a Service element, or remove the file"};
     if (sBytes[iText] == '<')
         return {"the file has no element", "write a Service element, or remove the file"};
-    return {"there is text in front of the first element", "remove what stands before \"<\""};
+    return {"there is text before the first element", "remove everything before \"<\""};
 }
 
 // Of what isn't one byte a character.
@@ -85,16 +85,17 @@ Words OfTags(const std::string& sMessage) {
 Words OfSigns(int nCode, const std::string& sMessage) {
     switch (nCode) {
     case XML_ERR_ENTITYREF_SEMICOL_MISSING:
-        return {"\"&\" begins a reference", "write &amp; for the sign itself"};
+        return {"\"&\" begins a reference", "write &amp; for the character itself"};
     case XML_ERR_NAME_REQUIRED:
         if (sMessage.find("EntityRef") != std::string::npos)
             return OfSigns(XML_ERR_ENTITYREF_SEMICOL_MISSING, sMessage);
         if (sMessage.find("attribute") != std::string::npos)
-            return {"what stands here begins no attribute", "remove it, or end the tag before with \"/>\" or \">\""};
-        return {"\"<\" begins an element, and no name follows", "write &lt; for the sign itself"};
+            return {"this isn't the beginning of an attribute",
+                    "remove it, or end the tag before with \"/>\" or \">\""};
+        return {"\"<\" begins an element, and no name follows", "write &lt; for the character itself"};
     case XML_ERR_LT_IN_ATTRIBUTE:
         return {"the value that begins here goes on up to a \"<\"",
-                "end it with its quotation mark, or write &lt; for the sign itself"};
+                "end it with its quotation mark, or write &lt; for the character itself"};
     case XML_ERR_UNDECLARED_ENTITY:
         return {sMessage, "write the character's number, as in &#252;"};
     case XML_ERR_HYPHEN_IN_COMMENT:
@@ -111,7 +112,7 @@ Words OfAttributes(int nCode, const std::string& sMessage) {
     const std::string sName = oName.size() > 1 ? oName[1].str() : std::string();
     switch (nCode) {
     case XML_ERR_ATTRIBUTE_REDEFINED:
-        return {"the attribute " + Quoted(sName) + " stands there twice", "remove one of both"};
+        return {"the attribute " + Quoted(sName) + " is there twice", "remove one of them"};
     case XML_ERR_ATTRIBUTE_WITHOUT_VALUE:
         return {"the attribute " + Quoted(sName) + " has no value", "write " + sName + "=\"...\""};
     case XML_ERR_ATTRIBUTE_NOT_STARTED:
@@ -119,7 +120,7 @@ Words OfAttributes(int nCode, const std::string& sMessage) {
     case XML_ERR_ATTRIBUTE_NOT_FINISHED:
         return {"a value isn't closed", "end it with its quotation mark"};
     case XML_ERR_SPACE_REQUIRED:
-        return {"there is no blank between two attributes", "write one"};
+        return {"there is no space between two attributes", "write one"};
     default:
         return {};
     }
@@ -130,7 +131,7 @@ Words OfStructure(int nCode, const std::string& sMessage, std::string_view sByte
     case XML_ERR_DOCUMENT_EMPTY:
         return OfNoElement(sBytes);
     case XML_ERR_DOCUMENT_END:
-        return {"there is something behind the end of the root element", "remove it, or move it inside"};
+        return {"there is something after the end of the root element", "remove it, or move it inside"};
     case XML_ERR_TAG_NAME_MISMATCH:
         return OfTags(sMessage);
     case XML_ERR_TAG_NOT_FINISHED:
@@ -141,7 +142,7 @@ Words OfStructure(int nCode, const std::string& sMessage, std::string_view sByte
     case XML_ERR_GT_REQUIRED:
         return {"a tag has no end", "end it with \"/>\" or \">\""};
     case XML_ERR_RESERVED_XML_NAME:
-        return {"the XML declaration doesn't stand at the very beginning", "remove what stands before it"};
+        return {"the XML declaration isn't at the very beginning", "remove everything before it"};
     default:
         return {};
     }

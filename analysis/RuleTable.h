@@ -25,7 +25,7 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      "library goes by the latter and leaves the file out. Correct the file, or take the schema that comes with "
      "Corvane.",
      "", ""},
-    {Rule::SchemaFile, "schema-file", Severity::Error, "Services/Service.xdr is missing or is no schema.",
+    {Rule::SchemaFile, "schema-file", Severity::Error, "Services/Service.xdr is missing or isn't a schema.",
      "Without it the application doesn't start. Copy the Service.xdr that comes with Corvane there.", "", ""},
     {Rule::UnknownElement, "unknown-element", Severity::Error, "An element that the format doesn't know at that place.",
      "Names of elements are case-sensitive. The library leaves the whole file out.",
@@ -48,8 +48,7 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      "letters doesn't matter.",
      R"(<Windows><Window Name="Plot" Type="Windw" State="Normal" IsMDIChild="False"/></Windows>)",
      R"(<Windows><Window Name="Plot" Type="window" State="Normal" IsMDIChild="False"/></Windows>)"},
-    {Rule::BadValue, "bad-value", Severity::Error,
-     "A value that isn't true or false, or no number, or too large a number.",
+    {Rule::BadValue, "bad-value", Severity::Error, "A value that isn't true or false, isn't a number, or is too large.",
      "Booleans are True, False or a number; numbers have a decimal point. An empty attribute isn't a missing one. The "
      "library leaves the file out.",
      R"(<ActionItems><ActionItem Name="Greet" Visible="yes"/></ActionItems>)",
@@ -61,7 +60,7 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
   <Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False"/></Window></Windows>)",
      R"(<Windows><Window Name="Plot" Type="Window" State="Normal" IsMDIChild="False">
   <Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)"},
-    {Rule::MissingName, "missing-name", Severity::Warning, "Something has no name by which anything could find it.",
+    {Rule::MissingName, "missing-name", Severity::Warning, "Something has no name by which it could be found.",
      "The library takes the empty text for the name. Nothing can then refer to it, and a second one of its kind fails.",
      R"(<ActionItems><ActionItem Action="OnGreet"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>)"},
@@ -73,14 +72,13 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="ContextMenuItem" ActionItem="Greet" PositionOrder="10"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/></Menus>)"},
-    {Rule::DuplicateName, "duplicate-name", Severity::Error, "Two of one kind have one name.",
+    {Rule::DuplicateName, "duplicate-name", Severity::Error, "Two of a kind have the same name.",
      "Services, explorer items and windows have names of their own in the whole application, actions in their service, "
-     "item or page, pages in their window. Case doesn't count. In an explorer item or a page two entries of one path "
-     "and "
-     "action fail, too.",
+     "item or page, pages in their window. Names are case-insensitive. In an explorer item or a page, two entries of "
+     "one path and action fail, too.",
      R"(<ActionItems><ActionItem Name="Greet"/><ActionItem Name="greet"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet"/><ActionItem Name="GreetAll"/></ActionItems>)"},
-    {Rule::DuplicateTitle, "duplicate-title", Severity::Error, "Two titles have one key, or one action.",
+    {Rule::DuplicateTitle, "duplicate-title", Severity::Error, "Two titles have the same key or the same action.",
      "The application doesn't start. Let one service define a title; the others only use its path. Give each title an "
      "action of its own.",
      R"(<ActionItems><ActionItem Name="File"/></ActionItems>
@@ -102,14 +100,14 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <ExplorerItem Name="Plot" Type="Default" Parent="Plot s" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" Image="folder.svg"/>
 <ExplorerItem Name="Plot" Type="Default" Parent="plots" Image="folder.svg"/></ExplorerItems>)"},
-    {Rule::ParentCycle, "parent-cycle", Severity::Error, "Explorer items are one another's Parent.",
-     "No tab shows them. Take the Parent of that one away which is to be on top.",
+    {Rule::ParentCycle, "parent-cycle", Severity::Error, "Explorer items are each other's Parent.",
+     "No tab shows them. Remove the Parent of the item that is meant to be on top.",
      R"(<ExplorerItems><ExplorerItem Name="A" Type="Folder" Parent="B" Image="folder.svg"/>
 <ExplorerItem Name="B" Type="Folder" Parent="A" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="A" Type="Folder" Image="folder.svg"/>
 <ExplorerItem Name="B" Type="Folder" Parent="A" Image="folder.svg"/></ExplorerItems>)"},
     {Rule::UnknownDefaultAction, "unknown-default-action", Severity::Warning,
-     "The DefaultAction is none of the item's actions.",
+     "The DefaultAction isn't one of the item's actions.",
      "A double click does nothing, unless a plug-in adds the action at run time.",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" DefaultAction="Opn" Image="folder.svg">
   <ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems></ExplorerItem></ExplorerItems>)",
@@ -126,19 +124,16 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Explorers"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuTitle" ActionItem="Explorers" PositionOrder="60"/>
 <MenuItem Type="MenuItem" ActionItem="Greet" Path="Explorers" PositionOrder="10"/></Menus>)"},
-    {Rule::PathWithoutTitle, "path-without-title", Severity::Warning, "A Path names a title that nobody defines.",
-     "The entry waits below a hidden placeholder that nobody sees. Toolbars need a title View, for the menu which "
-     "shows "
-     "and hides them.",
+    {Rule::PathWithoutTitle, "path-without-title", Severity::Warning, "A Path names a title that isn't defined.",
+     "The entry is put below a hidden placeholder and never shown. Toolbars need a title View, for the menu which "
+     "shows and hides them.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="Fil" PositionOrder="10"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="file" PositionOrder="10"/></Menus>)"},
-    {Rule::PathWithoutRoot, "path-without-root", Severity::Error,
-     "Nothing stands yet where the first part of a Path points.",
-     "A path of several parts whose title nobody defines needs at least a menu of its first part, and one that is "
-     "built "
-     "before. Without it the application doesn't start.",
+    {Rule::PathWithoutRoot, "path-without-root", Severity::Error, "There is nothing yet at the first part of a Path.",
+     "A path of several parts whose title isn't defined needs at least a menu for its first part, which is built "
+     "before it. Without it the application doesn't start.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools.Export" PositionOrder="10"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Export"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
@@ -151,26 +146,26 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="60"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Window"/></ActionItems>
 <Menus><MenuItem Type="MenuTitle" ActionItem="Window" PositionOrder="60"/></Menus>)"},
-    {Rule::VanishingEntry, "vanishing-entry", Severity::Error, "An entry doesn't appear, because another has its rank.",
+    {Rule::VanishingEntry, "vanishing-entry", Severity::Error,
+     "An entry doesn't appear, because another one has the same rank.",
      "Of two places with one rank the first one read owns the place. The second joins it when path and action are the "
-     "same, and is lost when they aren't. The order of a title is part of the rank of its entries, so titles of one "
-     "order "
-     "bring this about, too.",
+     "same, and is lost otherwise. The order of a title is part of the rank of its entries, so titles of the same "
+     "order cause this, too.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
 <MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="10.001"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
 <MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="10.01"/></Menus>)"},
-    {Rule::SharedPosition, "shared-position", Severity::Warning, "Two titles or two buttons have one position.",
-     "The second title stands behind all others, the second button before all others.",
+    {Rule::SharedPosition, "shared-position", Severity::Warning, "Two titles or two buttons have the same position.",
+     "The second title comes after all others, the second button before all others.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10"/>
 <MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="10"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10"/>
 <MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="20"/></Menus>)"},
-    {Rule::DuplicateEntry, "duplicate-entry", Severity::Warning, "One command stands twice in one menu or toolbar.",
+    {Rule::DuplicateEntry, "duplicate-entry", Severity::Warning, "One command is in one menu or toolbar twice.",
      "Give all that are to share one entry the same path, action name and order.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
@@ -179,10 +174,9 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
 <MenuItem Type="MenuItem" ActionItem="Greet" Path="View" PositionOrder="20"/></Menus>)"},
     {Rule::SharedCommand, "shared-command", Severity::Warning,
-     "Two services share one entry, and one of them never answers.",
-     "Services are current all the time, so of two the one read last answers. Sharing is for explorer items and pages. "
-     "A "
-     "service whose action has no procedure may hold the place for them.",
+     "Two services share one entry, and one of them is never called.",
+     "Services are current all the time, so of two the one read last gets the clicks. Sharing is for explorer items "
+     "and pages. A service whose action has no procedure may reserve the place for them.",
      R"(<ActionItems><ActionItem Name="Exit" Action="OnExit"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Exit" Path="File" PositionOrder="900"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Exit"/></ActionItems>
@@ -195,7 +189,7 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/></Menus>)"},
-    {Rule::PositionOverflow, "position-overflow", Severity::Error, "A PositionOrder makes a rank beyond 2147483647.",
+    {Rule::PositionOverflow, "position-overflow", Severity::Error, "A PositionOrder leads to a rank above 2147483647.",
      "The rank of an entry is the order of its title times 1000000 and its own times 100. Keep titles that have "
      "entries at "
      "2147 or below. With a larger one the application doesn't start.",
@@ -205,20 +199,19 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Tools"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="2147"/>
 <MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools" PositionOrder="10"/></Menus>)"},
-    {Rule::ToolbarOrder, "toolbar-order", Severity::Warning, "Buttons stand in another order than their numbers say.",
-     "Toolbars are sorted by the text of the order, in which 10 comes before 9. Write orders with equally many digits.",
+    {Rule::ToolbarOrder, "toolbar-order", Severity::Warning, "Buttons are in another order than their numbers.",
+     "Toolbars are sorted by the text of the order, in which 10 comes before 9. Write orders with the same number of "
+     "digits.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="9"/>
 <MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="10"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="90"/>
 <MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="91"/></Menus>)"},
-    {Rule::SubmenuOrder, "submenu-order", Severity::Warning, "A submenu stands in front of what has a lower order.",
-     "What stands in a submenu is placed by the order of its title alone. When that is below the order of the title "
-     "above, "
-     "the submenu is made first of all, whatever else stands in the menu. Give it a higher order than the title above "
-     "has, "
-     "and likewise what is to stand behind it.",
+    {Rule::SubmenuOrder, "submenu-order", Severity::Warning, "A submenu comes before entries of a lower order.",
+     "The entries of a submenu are placed by the order of its title alone. If that is below the order of the title "
+     "above, the submenu is created first, whatever else is in the menu. Give it a higher order than the title above "
+     "has, and so for the entries that are meant to come after it.",
      R"(<ActionItems><ActionItem Name="More"/><ActionItem Name="A" Action="OnA"/><ActionItem Name="B" Action="OnB"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10"/>
 <MenuItem Type="MenuTitle" ActionItem="More" Path="File" PositionOrder="20"/>
@@ -234,7 +227,7 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="control + g"/></Menus>)"},
     {Rule::ShortcutClash, "shortcut-clash", Severity::Warning,
-     "Two commands that may be current together have one shortcut.",
+     "Two commands that may be current together have the same shortcut.",
      "The first that is visible and enabled is chosen. Two explorer items may use the same shortcut, as only one is "
      "current, and so may two pages.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
@@ -242,20 +235,19 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="Ctrl+Shift+Q"/></Menus>)"},
     {Rule::MnemonicClash, "mnemonic-clash", Severity::Warning, "Two entries of a menu open by the same letter.",
-     "The # of a Caption stands before the letter that opens the entry by keyboard. With two of one letter the key "
-     "only "
-     "moves between them.",
+     "The # of a Caption marks the letter that opens the entry from the keyboard. With the same letter twice, the key "
+     "only moves between the entries.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="E#xpress Greeting"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Express #Greeting"/></Menus>)"},
     {Rule::InactiveFile, "inactive-file", Severity::Warning,
-     "A file has no effect, because it doesn't say Active or ProgID.",
+     "A file has no effect, because Active or ProgID is missing.",
      "Active is false unless it is written. A file that says Active=\"False\" is left alone.",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="False"/>)"},
     {Rule::MissingFramework, "missing-framework", Severity::Warning, "No active file has the ProgID Corvane.Framework.",
-     "The Qt host then brings a definition of its own. Without a host of that kind, as in tests and in corvane "
+     "The Qt host then provides one. Without such a host, as in tests and in corvane "
      "inspect, "
      "the explorer finds no action \"Navigation\", and the application doesn't start.",
      "", ""},
@@ -269,14 +261,14 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <ActionItems><ActionItem Name="Navigation"/></ActionItems></Service>)"},
     {Rule::StartServiceFramework, "start-service-framework", Severity::Error,
      "The root object is made the start service.",
-     "Its own Start starts all services, so it would call itself without an end. Make another service the start "
+     "Its own Start starts all services, so it would call itself endlessly. Make another service the start "
      "service.",
      R"(<Service Name="Example" ProgID="Corvane.Framework" Active="True" IsStartService="True">
 <ActionItems><ActionItem Name="Navigation"/></ActionItems></Service>)",
      R"(<Service Name="Example" ProgID="Corvane.Framework" Active="True" IsStartService="False">
 <ActionItems><ActionItem Name="Navigation"/></ActionItems></Service>)"},
     {Rule::SeveralStartServices, "several-start-services", Severity::Warning, "Several files say IsStartService.",
-     "Start is called on the service of the last file alone.",
+     "Start is called on the service of the last file only.",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True" IsStartService="True"/>
 <Service Name="Other" ProgID="ExampleSvc.OtherService" Active="True" IsStartService="True"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True" IsStartService="True"/>
@@ -294,8 +286,8 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuItem" ActionItem="About" Path="File" PositionOrder="10" Caption="#About"/></Menus></Service>)"},
     {Rule::MissingWindowList, "missing-window-list", Severity::Warning,
      "There are windows, and no menu Window that lists them.",
-     "The list of open windows is put into the menu of a title with the key Window. Without one a person can't reach a "
-     "window that lies behind another by the menu.",
+     "The list of open windows is added to the menu of a title with the key Window. Without one, users can't reach a "
+     "hidden window by the menu.",
      R"(<Windows><Window Name="Plot" Type="Window" State="Normal"/></Windows>)",
      R"(<ActionItems><ActionItem Name="Window"/></ActionItems>
 <Menus><MenuItem Type="MenuTitle" ActionItem="Window" PositionOrder="60"/></Menus>
@@ -305,51 +297,49 @@ inline constexpr auto aRuleTable = std::to_array<RuleText>({
      R"(<ExplorerItems><ExplorerItem Name="Plot" Type="Default" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="Plot" Type="Folder" Image="folder.svg"/></ExplorerItems>)"},
     {Rule::ModalMdiChild, "modal-mdi-child", Severity::Warning, "A window is modal and an MDI child.",
-     "Opening it fails, unless the caller overrules one of both. IsMDIChild is true unless it is written.",
+     "Opening it fails, unless the caller overrides one of them. IsMDIChild is true by default.",
      R"(<Windows><Window Name="Plot" Type="Dialog" State="Normal" IsModal="True"/></Windows>)",
      R"(<Windows><Window Name="Plot" Type="Dialog" State="Normal" IsModal="True" IsMDIChild="False"/></Windows>)"},
     {Rule::UnreachableWindow, "unreachable-window", Severity::Warning, "No plug-in of the application names a window.",
      "Windows are opened by their names. With --plugins the files of the application's plug-ins are searched for them. "
-     "A "
-     "name that is put together at run time isn't found; leave such a finding be.",
+     "A name that is composed at run time isn't found; ignore such a finding.",
      R"(<Windows><Window Name="NobodyOpensThis" Type="Dialog" State="Normal" IsMDIChild="False"/></Windows>)",
      R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False"/></Windows>)"},
-    {Rule::MissingImage, "missing-image", Severity::Warning, "A picture isn't in the folder Images.",
+    {Rule::MissingImage, "missing-image", Severity::Warning, "A picture is missing from the folder Images.",
      "The button or item then has no picture. GenericExplorerItem.ico is the picture of explorer items that name none.",
      R"(<ActionItems><ActionItem Name="Greet" Image="greet.svg"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Image="FOLDER.svg"/></ActionItems>)"},
     {Rule::UnreadableImage, "unreadable-image", Severity::Warning,
-     "A file in the folder Images is no picture that is known.",
-     "Pictures are PNG, BMP, ICO, GIF, JPEG or SVG by what the file holds, whatever its name ends with.",
+     "A file in the folder Images isn't a supported picture.",
+     "Pictures are PNG, BMP, ICO, GIF, JPEG or SVG by their contents, whatever the file's extension.",
      R"(<ActionItems><ActionItem Name="Greet" Image="broken.png"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Image="folder.svg"/></ActionItems>)"},
-    {Rule::BadProgId, "bad-progid", Severity::Error, "A ProgID hasn't the form Library.Class.",
+    {Rule::BadProgId, "bad-progid", Severity::Error, "A ProgID doesn't have the form Library.Class.",
      "The part before the first point names the plug-in, plugins/lib<Library>.so, and the whole its class.",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="PlotsFolder" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.PlotsFolder" Image="folder.svg"/></ExplorerItems>)"},
-    {Rule::MissingPlugin, "missing-plugin", Severity::Error, "The plug-in of a ProgID isn't there.",
-     "Nothing is said while the application has no folder plugins at all, as long as --plugins isn't given: then "
-     "nothing "
-     "has been built yet.",
+    {Rule::MissingPlugin, "missing-plugin", Severity::Error, "The plug-in of a ProgID is missing.",
+     "Nothing is reported if the application has no folder plugins at all, unless --plugins is given: then nothing has "
+     "been built yet.",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExmpleSvc.Plots" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="examplesvc.Plots" Image="folder.svg"/></ExplorerItems>)"},
     {Rule::UnusablePlugin, "unusable-plugin", Severity::Error, "A plug-in can't be loaded.",
-     "Found with --plugins. The text says why: a file that is no shared library, a library that it needs, another "
-     "compiler, an older interface.",
+     "Found with --plugins. The text gives the reason: the file isn't a shared library, a dependency is missing, "
+     "another compiler, an older interface.",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="BrokenSvc.Plots" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" Image="folder.svg"/></ExplorerItems>)"},
     {Rule::UnknownClass, "unknown-class", Severity::Error, "The plug-in has no such class.", "Found with --plugins.",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plot" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.plots" Image="folder.svg"/></ExplorerItems>)"},
-    {Rule::UnknownMember, "unknown-member", Severity::Error, "The class hasn't the procedure that an action calls.",
+    {Rule::UnknownMember, "unknown-member", Severity::Error,
+     "The class doesn't have the procedure that an action calls.",
      "Found with --plugins, for Corvane.Framework always. A start service needs a procedure Start. The objects of "
-     "items "
-     "of Type Default and FolderChild are made by plug-ins, so their class isn't known.",
+     "items of Type Default and FolderChild are created by plug-ins, so their class isn't known.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGret"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="ongreet"/></ActionItems>)"},
     {Rule::WrongArguments, "wrong-arguments", Severity::Error, "PassActionItemParam and the procedure don't agree.",
-     "Found with --plugins, for Corvane.Framework always. With PassActionItemParam a procedure has one parameter, else "
-     "none.",
+     "Found with --plugins, for Corvane.Framework always. With PassActionItemParam a procedure has one parameter, "
+     "otherwise none.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet" PassActionItemParam="True"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>)"},
 });

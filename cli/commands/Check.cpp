@@ -71,8 +71,8 @@ void AddCheck(CLI::App& oApp, Run& fnRun) {
     pCheck->add_flag("--plugins", pArguments->bPlugins, "Also load the plug-ins and look for classes and procedures");
     auto* pJson = pCheck->add_flag("--json", pArguments->bJson, "Print one JSON document");
     pCheck->add_flag("--sarif", pArguments->bSarif, "Print one SARIF document")->excludes(pJson);
-    pCheck->add_option("--explain", pArguments->sExplain, "Tell a rule with an example")->type_name("RULE");
-    pCheck->add_flag("--rules", pArguments->bRules, "Tell all rules");
+    pCheck->add_option("--explain", pArguments->sExplain, "Describe a rule with an example")->type_name("RULE");
+    pCheck->add_flag("--rules", pArguments->bRules, "Describe all rules");
     pCheck->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Check(*pArguments); }; });
 }
 

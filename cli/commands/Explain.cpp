@@ -31,7 +31,7 @@ int Explain(const Arguments& oArguments) {
 
 void AddExplain(CLI::App& oApp, Run& fnRun) {
     const auto pArguments = std::make_shared<Arguments>();
-    auto* pExplain = oApp.add_subcommand("explain", "Says where an entry, bar, window or explorer item comes from");
+    auto* pExplain = oApp.add_subcommand("explain", "Shows where an entry, bar, window or explorer item is defined");
     pExplain->add_option("APP", pArguments->sApplication, "The application folder")->required();
     pExplain
         ->add_option(

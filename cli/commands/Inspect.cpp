@@ -53,10 +53,10 @@ int Inspect(const Arguments& oArguments) {
 void AddInspect(CLI::App& oApp, Run& fnRun) {
     const auto pArguments = std::make_shared<Arguments>();
     auto* pInspect = oApp.add_subcommand(
-        "inspect", "Starts an application without a display, takes steps and prints what stands on screen");
+        "inspect", "Starts an application without a display, takes steps and prints what is on screen");
     pInspect->add_option("APP", pArguments->sApplication, "The application folder")->required();
-    pInspect->add_option("--steps", pArguments->sSteps, "A file of steps to take, one a line");
-    pInspect->add_flag("--stand-ins", pArguments->bStandIns, "Let stand-ins take the place of all plug-ins");
+    pInspect->add_option("--steps", pArguments->sSteps, "A file of steps to take, one per line");
+    pInspect->add_flag("--stand-ins", pArguments->bStandIns, "Use stubs instead of all plug-ins");
     pInspect->add_flag("--json", pArguments->bJson, "Print one JSON document");
     pInspect->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Inspect(*pArguments); }; });
 }

@@ -47,7 +47,7 @@ void AddNew(CLI::App& oApp, Run& fnRun) {
     auto* pNew = oApp.add_subcommand("new", "Writes a new application, or adds a service to the one in this folder");
     pNew->add_option("APP", pArguments->sApplication,
                      "The folder of the new application; its name is the application's");
-    pNew->add_option("--service", pArguments->aServices, "A service to write; may stand several times")
+    pNew->add_option("--service", pArguments->aServices, "A service to write; may be given several times")
         ->type_name("NAME")
         ->allow_extra_args(false);
     pNew->callback([pArguments, &fnRun] { fnRun = [pArguments] { return New(*pArguments); }; });

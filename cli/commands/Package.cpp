@@ -47,7 +47,7 @@ void AddPackage(CLI::App& oApp, Run& fnRun) {
     auto* pPackage = oApp.add_subcommand(
         "package", "Installs an application with launcher, desktop entry, metadata, icon and man page");
     pPackage->add_option("APP", pArguments->sApplication, "The application folder, with a file about.json")->required();
-    pPackage->add_option("--prefix", pArguments->sPrefix, "Where to, such as debian/birds/usr")
+    pPackage->add_option("--prefix", pArguments->sPrefix, "The folder to install into, such as debian/birds/usr")
         ->type_name("FOLDER")
         ->required();
     pPackage->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Package(*pArguments); }; });

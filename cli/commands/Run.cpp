@@ -45,8 +45,7 @@ std::vector<std::string> TextsOf(const Arguments& oArguments) {
 
 void AddCommon(CLI::App& oCommand, Arguments& oArguments) {
     oCommand.add_option("APP", oArguments.sApplication, "The application folder")->required();
-    oCommand
-        .add_option("--record", oArguments.sRecord, "Write what is done at the desktop, as steps for inspect --steps")
+    oCommand.add_option("--record", oArguments.sRecord, "Record what the user does, as steps for inspect --steps")
         ->type_name("FILE");
 }
 
@@ -56,7 +55,7 @@ void AddRun(CLI::App& oApp, Run& fnRun) {
     const auto pArguments = std::make_shared<Arguments>();
     auto* pRun = oApp.add_subcommand("run", "Starts an application on the desktop");
     AddCommon(*pRun, *pArguments);
-    pRun->add_option("OPTION", pArguments->aOthers, "Options of corvane-desktop, behind --");
+    pRun->add_option("OPTION", pArguments->aOthers, "Options of corvane-desktop, after --");
     pRun->callback([pArguments, &fnRun] {
         fnRun = [pArguments] { return Become("corvane-desktop", TextsOf(*pArguments), pArguments->sApplication); };
     });
@@ -65,9 +64,9 @@ void AddRun(CLI::App& oApp, Run& fnRun) {
 void AddPreview(CLI::App& oApp, Run& fnRun) {
     const auto pArguments = std::make_shared<Arguments>();
     auto* pPreview = oApp.add_subcommand(
-        "preview", "Shows an application, with stand-ins for missing plug-ins, and follows its definition files");
+        "preview", "Shows an application, with stubs for missing plug-ins, and follows its definition files");
     AddCommon(*pPreview, *pArguments);
-    pPreview->add_flag("--stand-ins", pArguments->bStandIns, "Let stand-ins take the place of all plug-ins");
+    pPreview->add_flag("--stand-ins", pArguments->bStandIns, "Use stubs instead of all plug-ins");
     pPreview->callback([pArguments, &fnRun] {
         fnRun = [pArguments] { return Become("corvane-preview", TextsOf(*pArguments), pArguments->sApplication); };
     });

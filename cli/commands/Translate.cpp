@@ -136,15 +136,15 @@ int Translate(Arguments oArguments) {
 void AddTranslate(CLI::App& oApp, Run& fnRun) {
     const auto pArguments = std::make_shared<Arguments>();
     auto* pTranslate = oApp.add_subcommand(
-        "translate", "Brings the catalogues of translations up to date with the definition files of an application");
+        "translate", "Updates the catalogues of translations from the definition files of an application");
     pTranslate->add_option("APP", pArguments->sApplication, "The application folder, or a folder of definition files")
         ->required();
     pTranslate
         ->add_option("--language", pArguments->aLanguages,
-                     "Makes the catalogue of that language if there is none; otherwise all that there are")
+                     "The language of a catalogue to create or update; by default all existing ones")
         ->type_name("LANGUAGE");
     pTranslate->add_flag("--check", pArguments->bCheck,
-                         "Writes nothing; ends with 1 when something is missing, changed or wrong");
+                         "Write nothing; exit with 1 if something is missing, changed or wrong");
     pTranslate->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Translate(*pArguments); }; });
 }
 

@@ -37,19 +37,19 @@ int main(int argc, char** argv) {
     oParser.addHelpOption();
     oParser.addPositionalArgument("APP", "The application folder.");
     oParser.addOptions(
-        {{"choose", "Chooses the tool of that name after the start; may stand several times.", "TOOL"},
+        {{"choose", "Chooses the tool of that name after the start; may be given several times.", "TOOL"},
          {"click",
           "Clicks a command of the active window: help, ok, cancel, apply, previous, next, finish, save, "
-          "saveas, close. May stand several times, among the tools.",
+          "saveas, close. May be given several times, mixed with --choose.",
           "COMMAND"},
          {"page", "Brings that page of the active window to the front, from 1, likewise.", "NUMBER"},
-         {"answer", "Answers the next dialog with that text; may stand several times.", "TEXT"},
+         {"answer", "Answers the next dialog with that text; may be given several times.", "TEXT"},
          {"screenshot", "Saves a picture of the window to that file.", "FILE"},
          {"print", "Prints what the window shows as text."},
-         {"without", "Leaves out that service, or all services of that plug-in; may stand several times.", "NAME"},
-         {"safe", "Leaves out all plug-ins, and what you have changed of the desktop."},
-         {"record", "Writes what you do to that file, as steps for corvane inspect --steps.", "FILE"},
-         {"quit", "Ends after that, without asking anybody anything."}});
+         {"without", "Leaves out that service, or all services of that plug-in; may be given several times.", "NAME"},
+         {"safe", "Leaves out all plug-ins and your customizations of the desktop."},
+         {"record", "Records what you do in that file, as steps for corvane inspect --steps.", "FILE"},
+         {"quit", "Ends after that, without asking any question."}});
     oParser.process(oQt);
     if (oParser.positionalArguments().size() != 1) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);

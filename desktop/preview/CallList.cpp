@@ -98,7 +98,7 @@ void CallList::Bar_ToolClick(const Tool& oTool) {
     AddRow({Text(oTool.Name()), sProvider.empty() ? tr("no object") : Text(sProvider),
             oItem->Action().empty() ? tr("none") : Text(oItem->Action()), Text(oItem->Name()),
             sProvider.empty() ? QString()
-            : bIsStandIn      ? tr("stand-in")
+            : bIsStandIn      ? tr("stub")
                               : tr("plug-in")});
 }
 
@@ -113,7 +113,7 @@ void CallList::Record_CallAdded(const inspect::RecordedCall& oCall) {
     QStringList aArguments;
     for (const Variant& oArgument : oCall.aArguments)
         aArguments << TextOf(oArgument, *m_oRecord);
-    AddRow({QString(), Text(oCall.sObject), Text(oCall.sMember), aArguments.join(", "), tr("stand-in")});
+    AddRow({QString(), Text(oCall.sObject), Text(oCall.sMember), aArguments.join(", "), tr("stub")});
 }
 
 void CallList::keyPressEvent(QKeyEvent* pEvent) {

@@ -17,7 +17,7 @@ QWidget* QtStandIn::NewWidget(QWidget* pParent) {
     const Ref<PageDef> oPageDef = Page()->PageDef();
     const QString sCaption = oPageDef ? QString::fromStdString(std::string(oPageDef->Caption())) : QString();
     const QString sProgID = QString::fromStdString(m_sId.substr(0, m_sId.find('#')));
-    const QString sText = QCoreApplication::translate("Preview", "This is a stand-in for the page of %1.").arg(sProgID);
+    const QString sText = QCoreApplication::translate("Preview", "This is a stub for the page of %1.").arg(sProgID);
     auto* pText = new QLabel(sCaption.isEmpty() ? sText : sCaption + "\n\n" + sText);
     pText->setTextFormat(Qt::PlainText);
     pText->setAlignment(Qt::AlignCenter);

@@ -63,8 +63,8 @@ PreviewWindow::PreviewWindow(PreviewOptions oOptions)
     m_oOptions.sFolder = Absolute(m_oOptions.sFolder);
     m_pLayout->setContentsMargins(0, 0, 0, 0);
     m_pLayout->addWidget(m_pNothing);
-    m_pNothing->setText(tr("There is nothing to show yet.\n\nAs soon as the problems below are mended, the application "
-                           "appears here by itself."));
+    m_pNothing->setText(
+        tr("There is nothing to show yet.\n\nThe application appears here as soon as the problems below are fixed."));
     m_pNothing->setAlignment(Qt::AlignCenter);
     m_pNothing->setWordWrap(true);
     setCentralWidget(m_pPlace);
@@ -108,23 +108,23 @@ void PreviewWindow::SetUpStatusBar() {
     for (QLabel* pLabel : {m_pState, m_pLastCall})
         pLabel->setTextFormat(Qt::PlainText);
     m_pLastCall->setIndent(2 * fontMetrics().averageCharWidth());
-    m_pState->setAccessibleName(tr("State of the preview"));
+    m_pState->setAccessibleName(tr("Status of the preview"));
     m_pLastCall->setAccessibleName(tr("Latest call"));
     m_pLastCall->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_pAnyway->setText(tr("Show &Anyway"));
-    m_pAnyway->setToolTip(tr("Shows the new definitions; the unsaved work is lost"));
+    m_pAnyway->setToolTip(tr("Shows the new definitions and discards unsaved work"));
     m_pAnyway->hide();
     connect(m_pAnyway, &QToolButton::clicked, this, [this] {
         m_bDiscards = true;
         TryShow();
     });
     m_pRestart->setText(tr("&Restart"));
-    m_pRestart->setToolTip(tr("Starts the preview again, which then uses the plug-in as it is built now"));
+    m_pRestart->setToolTip(tr("Restarts the preview to use the rebuilt plug-in"));
     m_pRestart->hide();
     connect(m_pRestart, &QToolButton::clicked, this, &PreviewWindow::Restart);
     auto* pOpen = new QToolButton;
     pOpen->setText(tr("&Open Window"));
-    pOpen->setToolTip(tr("Opens a window of the definitions, for which there may be no code yet"));
+    pOpen->setToolTip(tr("Opens a window of the definitions, even without code for it"));
     pOpen->setPopupMode(QToolButton::InstantPopup);
     pOpen->setAutoRaise(true);
     auto* pMenu = new QMenu(pOpen);
@@ -182,7 +182,7 @@ void PreviewWindow::Folder_Changed() {
     m_sTrouble.clear();
     m_aFindings.clear();
     if (!m_oWatch.FolderExists()) {
-        m_sTrouble = tr("The folder %1 isn't there, or has no folder “Services”.").arg(Text(m_oOptions.sFolder));
+        m_sTrouble = tr("The folder %1 doesn't exist or has no folder “Services”.").arg(Text(m_oOptions.sFolder));
     } else {
         try {
             m_aFindings = check::Check({m_oOptions.sFolder, false});
@@ -435,20 +435,20 @@ void PreviewWindow::ReportState() {
         eIcon = QStyle::SP_MessageBoxCritical;
         const QString sWhat =
             m_sTrouble.isEmpty() ? Text(check::CountText(m_aFindings)) : tr("The files can't be read");
-        sText = m_nShown > 0 ? tr("%1; shown is the last good state, of %2").arg(sWhat, m_sTime) : sWhat;
+        sText = m_nShown > 0 ? tr("%1; showing the last valid state, from %2").arg(sWhat, m_sTime) : sWhat;
     } else if (m_bUnsaved) {
         eIcon = QStyle::SP_MessageBoxWarning;
         sText = tr("The definitions have changed, but there is unsaved work");
     } else if (m_bWanted) {
         eIcon = QStyle::SP_BrowserReload;
-        sText = tr("The definitions have changed and are shown when what is open is closed");
+        sText = tr("The definitions have changed and will be shown when the open dialog or editor is closed");
     } else if (m_pProblems->Count() > 0) {
         eIcon = QStyle::SP_MessageBoxWarning;
     }
     const int nSize = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_pIcon->setPixmap(style()->standardIcon(eIcon, nullptr, this).pixmap(nSize));
     const QStringList aBuilt = m_pLoaded->BuiltAnew();
-    m_pState->setText(aBuilt.isEmpty() ? sText : tr("%1; built anew: %2").arg(sText, aBuilt.join(", ")));
+    m_pState->setText(aBuilt.isEmpty() ? sText : tr("%1; rebuilt: %2").arg(sText, aBuilt.join(", ")));
     m_pState->setToolTip(m_pState->text()); // there may be too little room for it
     m_pAnyway->setVisible(m_bUnsaved);
     m_pRestart->setVisible(!aBuilt.isEmpty());

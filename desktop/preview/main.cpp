@@ -57,14 +57,14 @@ int Preview(int argc, char** argv, std::string& sHandOver) {
     QApplication oQt(argc, argv);
     QApplication::setApplicationName("Corvane");
     QCommandLineParser oParser;
-    oParser.setApplicationDescription("Shows a Corvane application, with stand-ins for plug-ins that don't exist yet, "
+    oParser.setApplicationDescription("Shows a Corvane application, with stubs for plug-ins that don't exist yet, "
                                       "and follows its definition files.");
     oParser.addHelpOption();
     oParser.addPositionalArgument("APP", "The application folder.");
     oParser.addOptions(
-        {{"stand-ins", "Lets stand-ins take the place of all plug-ins."},
+        {{"stand-ins", "Uses stubs instead of all plug-ins."},
          {sGoOn + 2, "Goes on where the run that wrote that file was, with the file of --record too.", "FILE"},
-         {"record", "Writes what you do to that file, as steps for corvane inspect --steps.", "FILE"}});
+         {"record", "Records what you do in that file, as steps for corvane inspect --steps.", "FILE"}});
     if (!oParser.parse(QApplication::arguments())) {
         std::fprintf(stderr, "corvane-preview: error: %s\n", qUtf8Printable(oParser.errorText()));
         return Exit::Usage;

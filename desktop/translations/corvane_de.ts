@@ -160,7 +160,7 @@
         <translation>keine</translation>
     </message>
     <message>
-        <source>stand-in</source>
+        <source>stub</source>
         <translation>Platzhalter</translation>
     </message>
     <message>
@@ -970,7 +970,7 @@
 <context>
     <name>Preview</name>
     <message>
-        <source>This is a stand-in for the page of %1.</source>
+        <source>This is a stub for the page of %1.</source>
         <translation>Dies ist ein Platzhalter für die Seite von %1.</translation>
     </message>
 </context>
@@ -987,18 +987,18 @@
     <message>
         <source>There is nothing to show yet.
 
-As soon as the problems below are mended, the application appears here by itself.</source>
+The application appears here as soon as the problems below are fixed.</source>
         <translation>Noch gibt es nichts zu zeigen.
 
-Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.</translation>
+Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translation>
     </message>
     <message>
         <source>%1 — Preview</source>
         <translation>%1 – Vorschau</translation>
     </message>
     <message>
-        <source>State of the preview</source>
-        <translation>Zustand der Vorschau</translation>
+        <source>Status of the preview</source>
+        <translation>Status der Vorschau</translation>
     </message>
     <message>
         <source>Latest call</source>
@@ -1009,24 +1009,24 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Trotzdem &amp;zeigen</translation>
     </message>
     <message>
-        <source>Shows the new definitions; the unsaved work is lost</source>
-        <translation>Zeigt die neuen Definitionen; was nicht gespeichert ist, geht verloren</translation>
+        <source>Shows the new definitions and discards unsaved work</source>
+        <translation>Zeigt die neuen Definitionen und verwirft nicht gespeicherte Arbeit</translation>
     </message>
     <message>
         <source>&amp;Open Window</source>
         <translation>Fenster &amp;öffnen</translation>
     </message>
     <message>
-        <source>Opens a window of the definitions, for which there may be no code yet</source>
-        <translation>Öffnet ein Fenster der Definitionen, für das es vielleicht noch keinen Code gibt</translation>
+        <source>Opens a window of the definitions, even without code for it</source>
+        <translation>Öffnet ein Fenster der Definitionen, auch ohne Code dafür</translation>
     </message>
     <message>
         <source>(no windows)</source>
         <translation>(keine Fenster)</translation>
     </message>
     <message>
-        <source>The folder %1 isn&apos;t there, or has no folder “Services”.</source>
-        <translation>Der Ordner %1 fehlt oder hat keinen Ordner „Services“.</translation>
+        <source>The folder %1 doesn&apos;t exist or has no folder “Services”.</source>
+        <translation>Der Ordner %1 existiert nicht oder enthält keinen Ordner „Services“.</translation>
     </message>
     <message>
         <source>As of %1</source>
@@ -1037,27 +1037,27 @@ Sobald die Probleme unten behoben sind, erscheint die Anwendung hier von selbst.
         <translation>Die Dateien können nicht gelesen werden</translation>
     </message>
     <message>
-        <source>%1; shown is the last good state, of %2</source>
-        <translation>%1; gezeigt wird der letzte gute Stand, von %2</translation>
+        <source>%1; showing the last valid state, from %2</source>
+        <translation>%1; gezeigt wird der letzte gültige Stand, von %2</translation>
     </message>
     <message>
         <source>The definitions have changed, but there is unsaved work</source>
-        <translation>Die Definitionen haben sich geändert, aber es gibt nicht Gespeichertes</translation>
+        <translation>Die Definitionen haben sich geändert, aber es gibt nicht gespeicherte Arbeit</translation>
     </message>
     <message>
-        <source>The definitions have changed and are shown when what is open is closed</source>
-        <translation>Die Definitionen haben sich geändert und werden gezeigt, wenn geschlossen ist, was offen ist</translation>
+        <source>The definitions have changed and will be shown when the open dialog or editor is closed</source>
+        <translation>Die Definitionen haben sich geändert und werden gezeigt, sobald der offene Dialog oder das offene Eingabefeld geschlossen ist</translation>
     </message>
     <message>
         <source>&amp;Restart</source>
         <translation>Neu &amp;starten</translation>
     </message>
     <message>
-        <source>Starts the preview again, which then uses the plug-in as it is built now</source>
-        <translation>Startet die Vorschau neu, die dann das Plug-in verwendet, wie es jetzt gebaut ist</translation>
+        <source>Restarts the preview to use the rebuilt plug-in</source>
+        <translation>Startet die Vorschau neu, um das neu gebaute Plug-in zu verwenden</translation>
     </message>
     <message>
-        <source>%1; built anew: %2</source>
+        <source>%1; rebuilt: %2</source>
         <translation>%1; neu gebaut: %2</translation>
     </message>
 </context>

@@ -160,7 +160,7 @@
         <translation>aucune</translation>
     </message>
     <message>
-        <source>stand-in</source>
+        <source>stub</source>
         <translation>substitut</translation>
     </message>
     <message>
@@ -970,8 +970,8 @@
 <context>
     <name>Preview</name>
     <message>
-        <source>This is a stand-in for the page of %1.</source>
-        <translation>Ceci remplace la page de %1.</translation>
+        <source>This is a stub for the page of %1.</source>
+        <translation>Ceci est un substitut de la page de %1.</translation>
     </message>
 </context>
 <context>
@@ -987,17 +987,17 @@
     <message>
         <source>There is nothing to show yet.
 
-As soon as the problems below are mended, the application appears here by itself.</source>
+The application appears here as soon as the problems below are fixed.</source>
         <translation>Il n’y a encore rien à montrer.
 
-Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra ici d’elle-même.</translation>
+L’application apparaîtra ici dès que les problèmes ci-dessous seront corrigés.</translation>
     </message>
     <message>
         <source>%1 — Preview</source>
         <translation>%1 – Aperçu</translation>
     </message>
     <message>
-        <source>State of the preview</source>
+        <source>Status of the preview</source>
         <translation>État de l’aperçu</translation>
     </message>
     <message>
@@ -1009,24 +1009,24 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Afficher &amp;quand même</translation>
     </message>
     <message>
-        <source>Shows the new definitions; the unsaved work is lost</source>
-        <translation>Affiche les nouvelles définitions&#xa0;; le travail non enregistré est perdu</translation>
+        <source>Shows the new definitions and discards unsaved work</source>
+        <translation>Affiche les nouvelles définitions et abandonne le travail non enregistré</translation>
     </message>
     <message>
         <source>&amp;Open Window</source>
         <translation>&amp;Ouvrir une fenêtre</translation>
     </message>
     <message>
-        <source>Opens a window of the definitions, for which there may be no code yet</source>
-        <translation>Ouvre une fenêtre des définitions, pour laquelle il n’y a peut-être pas encore de code</translation>
+        <source>Opens a window of the definitions, even without code for it</source>
+        <translation>Ouvre une fenêtre des définitions, même sans code</translation>
     </message>
     <message>
         <source>(no windows)</source>
         <translation>(aucune fenêtre)</translation>
     </message>
     <message>
-        <source>The folder %1 isn&apos;t there, or has no folder “Services”.</source>
-        <translation>Le dossier %1 n’existe pas ou ne contient pas de dossier «&#xa0;Services&#xa0;».</translation>
+        <source>The folder %1 doesn&apos;t exist or has no folder “Services”.</source>
+        <translation>Le dossier %1 n’existe pas ou ne contient pas de dossier « Services ».</translation>
     </message>
     <message>
         <source>As of %1</source>
@@ -1037,28 +1037,28 @@ Dès que les problèmes ci-dessous seront corrigés, l’application apparaîtra
         <translation>Les fichiers ne peuvent pas être lus</translation>
     </message>
     <message>
-        <source>%1; shown is the last good state, of %2</source>
-        <translation>%1&#xa0;; le dernier état correct est affiché, celui de %2</translation>
+        <source>%1; showing the last valid state, from %2</source>
+        <translation>%1 ; affichage du dernier état valide, celui de %2</translation>
     </message>
     <message>
         <source>The definitions have changed, but there is unsaved work</source>
         <translation>Les définitions ont changé, mais il reste du travail non enregistré</translation>
     </message>
     <message>
-        <source>The definitions have changed and are shown when what is open is closed</source>
-        <translation>Les définitions ont changé et seront affichées une fois fermé ce qui est ouvert</translation>
+        <source>The definitions have changed and will be shown when the open dialog or editor is closed</source>
+        <translation>Les définitions ont changé et seront affichées une fois fermé le dialogue ou le champ ouvert</translation>
     </message>
     <message>
         <source>&amp;Restart</source>
         <translation>&amp;Redémarrer</translation>
     </message>
     <message>
-        <source>Starts the preview again, which then uses the plug-in as it is built now</source>
-        <translation>Redémarre l’aperçu, qui utilise alors le greffon tel qu’il est compilé maintenant</translation>
+        <source>Restarts the preview to use the rebuilt plug-in</source>
+        <translation>Redémarre l’aperçu pour utiliser le greffon recompilé</translation>
     </message>
     <message>
-        <source>%1; built anew: %2</source>
-        <translation>%1&#xa0;; recompilé&#xa0;: %2</translation>
+        <source>%1; rebuilt: %2</source>
+        <translation>%1 ; recompilé : %2</translation>
     </message>
 </context>
 <context>

@@ -36,7 +36,7 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "  action      \"A\", Example.xml:1:87, calls OnA\n"
         "  position    9.5, position key \"file.9.5\"\n"
         "  rank        100000950 = 100 x 1000000 + 9.5 x 100; 100 is the order of the title \"File\", Base.xml:10:65\n"
-        "  stands      1st of 2 in the menu \"File\", before \"File.Exit\"\n"
+        "  place       1st of 2 in the menu \"File\", before \"File.Exit\"\n"
         "  shown       from the start, once a procedure calls SetVisible(true): the definition says Visible=\"False\"\n"
         "\n"
         "button \"Tool.Standard.A\"\n"
@@ -45,7 +45,7 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "  tool        \"file.A\", under which it is found and chosen\n"
         "  position    1, position key \"Standard.1\"\n"
         "  order       by the text \"Standard.1\"\n"
-        "  stands      1st of 1 in the toolbar \"Standard\"\n"
+        "  place       1st of 1 in the toolbar \"Standard\"\n"
         "  shown       from the start, once a procedure calls SetVisible(true): the definition says "
         "Visible=\"False\"\n");
     EXPECT_EQ(
@@ -55,14 +55,15 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "  action      \"B\", Example.xml:1:134, calls nothing\n"
         "  position    900, position key \"File.900\"\n"
         "  rank        100090000 = 100 x 1000000 + 900 x 100; 100 is the order of the title \"File\", Base.xml:10:65\n"
-        "  stands      nowhere, as the entry \"File.Exit\" has its rank, Base.xml:13:76; corvane check says more\n"
+        "  place       nowhere, because the entry \"File.Exit\" has the same rank, Base.xml:13:76; corvane check says "
+        "more\n"
         "  shown       from the start\n");
     // A toolbar is called what people see.
     EXPECT_EQ(TextOf(oFolder, "standard"), TextOf(oFolder, "Toolbars.Standard"));
     EXPECT_EQ(TextOf(oFolder, "standard").substr(0, 19), "toolbar \"Standard\"\n");
     EXPECT_EQ(TextOf(oFolder, "Tools"),
               "menu \"Tools\"\n"
-              "  made        for the entry \"Tools.C\", Example.xml:7:55; nobody defines its title\n"
+              "  created     for the entry \"Tools.C\", Example.xml:7:55; its title isn't defined\n"
               "  1           \"Tools.C\", rank 500000100, Example.xml:7:77\n");
     EXPECT_EQ(TextOf(oFolder, "Context.I"), "context menu of the explorer item \"I\"\n"
                                             "  defined     Example.xml:5:16\n"

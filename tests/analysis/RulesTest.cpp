@@ -136,7 +136,7 @@ TEST(Rules, TellThePlaceAndTheCureOfManyProblemsAtOnce) {
         "Services/Example.xml:6:8: error: \"MenuIten\" is no Type: write \"MenuItem\" [bad-word]\n"
         "Services/Example.xml:6:30: error: the service \"Ex\xC3\xA4mple!\" has no action \"A\": define it there as an "
         "ActionItem [unknown-action]\n"
-        "Services/Example.xml:6:48: error: PositionOrder is no number: \"1,5\": write \"1.5\" [bad-value]\n"
+        "Services/Example.xml:6:48: error: PositionOrder isn't a number: \"1,5\": write \"1.5\" [bad-value]\n"
         "Services/Example.xml:7:20: error: Menus has no element \"Menuitem\": write \"MenuItem\" "
         "[unknown-element]\n");
     EXPECT_EQ(check::CheckFile(oFolder.Path(), "example.xml").size(), 5U);
@@ -196,27 +196,27 @@ TEST(Rules, TellWhatIsntWellFormedInWordsOfTheirOwn) {
     const std::vector<std::pair<std::string, std::string>> aSlips{
         {"", ": error: the file is empty: write a Service element"},
         {"\n<!-- later -->\n", ":3:1: error: the file has no element: write a Service element"},
-        {"Service", ":1:1: error: there is text in front of the first element: remove what"},
+        {"Service", ":1:1: error: there is text before the first element: remove what"},
         {"\xEF\xBB\xBF<Service/>", ":1:1: error: the file begins with the byte order mark of UTF-8"},
         {std::string("\xFF\xFE<\0S\0", 6), ":1:1: error: the file is UTF-16, and is read as Windows-1252: save it"},
         {"<Service>\n<Menus>\n</Service>", ":3:11: error: \"Menus\" of line 2 isn't closed before \"</Service>\""},
         {"<Service>\n</Servize>", ":2:11: error: \"</Servize>\" is to close \"Service\" of line 1: write one name"},
         {"<Service>\n",
          ":2:1: error: the file ends before \"Service\" of line 1 is closed: end it with \"</Service>\""},
-        {"<Service/>\n<Service/>", ":2:1: error: there is something behind the end of the root element"},
+        {"<Service/>\n<Service/>", ":2:1: error: there is something after the end of the root element"},
         {"<Service\n Name='a\n b/>\n<Menus/>", ":2:8: error: the value that begins here goes on up to a \"<\": end it"},
         {"<Service Name='a & b'/>", ": error: \"&\" begins a reference: write &amp;"},
         {"<Service Name='a &b c'/>", ": error: \"&\" begins a reference: write &amp;"},
         {"<Service Name='&uuml;'/>", ": error: Entity 'uuml' not defined: write the character's number"},
         {"<Service> < </Service>", ": error: \"<\" begins an element, and no name follows: write &lt;"},
-        {"<Service Name='a' Name='b'/>", ": error: the attribute \"Name\" stands there twice: remove one"},
+        {"<Service Name='a' Name='b'/>", ": error: the attribute \"Name\" is there twice: remove one"},
         {"<Service Name/>", ": error: the attribute \"Name\" has no value: write Name=\"...\""},
         {"<Service Name=a/>", ": error: a value isn't in quotation marks: write it"},
-        {"<Service Name='a'Active='1'/>", ": error: there is no blank between two attributes: write one"},
-        {"<Service Name='a' <Menus/>", ":1:19: error: what stands here begins no attribute: remove it, or end"},
+        {"<Service Name='a'Active='1'/>", ": error: there is no space between two attributes: write one"},
+        {"<Service Name='a' <Menus/>", ":1:19: error: this isn't the beginning of an attribute: remove it, or end"},
         {"<Service><!-- a -- b --></Service>", ": error: there is \"--\" in a comment: write one hyphen"},
         {"<Service><!-- a </Service>", ": error: a comment isn't closed: end it with"},
-        {" <?xml version='1.0'?><Service/>", ": error: the XML declaration doesn't stand at the very beginning"},
+        {" <?xml version='1.0'?><Service/>", ": error: the XML declaration isn't at the very beginning"},
     };
     for (const auto& [sBytes, sExpected] : aSlips) {
         const std::string sText = CheckedFolder().Write("Services/Slip.xml", sBytes).Text();

@@ -148,7 +148,7 @@ TEST_F(ApplicationTest, FailureOfAFileIsShownWithAllThatIsWrongInIt) {
     EXPECT_TRUE(aLines.contains("broken.xml:2:24 bad-word")) << aLines.join("\n").toStdString();
     EXPECT_TRUE(aLines.contains("broken.xml:3:39 unknown-action")) << aLines.join("\n").toStdString();
     EXPECT_TRUE(aLines.first().endsWith("utf8-bytes")) << aLines.first().toStdString();
-    EXPECT_EQ(sCurrent.toStdString(), "missing-plugin") << "an error, though a warning stands in front of it";
+    EXPECT_EQ(sCurrent.toStdString(), "missing-plugin") << "an error, though a warning comes before it";
     EXPECT_TRUE(sCopied.contains("[unknown-action]")) << sCopied.toStdString();
 
     EXPECT_TRUE(FindingsIn("gone.xml", Services()).empty());

@@ -215,7 +215,7 @@ TEST_F(InspectorAndTool, SayTheSameOfBarsItemsWindowsAndServices) {
         if (sPlace.startsWith("Corvane."))
             continue;
         EXPECT_TRUE(Says(Explained(oDef->Name()), "service ",
-                         {"/Services/" + sPlace, "made        from " + FactOf(aFacts, "ProgID"),
+                         {"/Services/" + sPlace, "created     from " + FactOf(aFacts, "ProgID"),
                           FactOf(aFacts, "Actions") + " actions, " + FactOf(aFacts, "Entries") + " places"}))
             << TextOf(aFacts).toStdString() << Explained(oDef->Name()).join("\n\n").toStdString();
     }

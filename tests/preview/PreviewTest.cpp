@@ -79,7 +79,7 @@ TEST_F(PreviewRoom, BadEditIsListedOverTheLastGoodStateUntilItIsMended) {
     EXPECT_EQ(Problem(0).toStdString(), "Services/Birds.xml:" + std::to_string(oFirst.oPlace.oAt.lLine) + ":" +
                                             std::to_string(oFirst.oPlace.oAt.lColumn) + " | " + oFirst.sText + " | " +
                                             oFirst.sCure + " | " + std::string(check::TextOf(oFirst.eRule).sName));
-    EXPECT_TRUE(oPreview.StateText().contains("last good state")) << oPreview.StateText().toStdString();
+    EXPECT_TRUE(oPreview.StateText().contains("last valid state")) << oPreview.StateText().toStdString();
     EXPECT_TRUE(App().Choose("View.Bar")); // it goes on working
 
     Edit("Birds", "PositionOrdr=\"1\"", "");
@@ -252,7 +252,7 @@ TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
     ClickNode(0, "Owls");
     EXPECT_TRUE(App().Choose("File.Count"));
     EXPECT_TRUE(App().Choose("View.Ping"));
-    EXPECT_EQ(Calls().filter(" | On").join("\n"), "File.Count | BirdsSvc.Birds#1 | OnCount | Count | stand-in\n"
+    EXPECT_EQ(Calls().filter(" | On").join("\n"), "File.Count | BirdsSvc.Birds#1 | OnCount | Count | stub\n"
                                                   "View.Ping | T0.Service#1 | OnPing | Ping | plug-in");
     EXPECT_NE(App().AsText().find("Status\n  Ping\n"), std::string::npos);
 
@@ -263,7 +263,7 @@ TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
     oOptions.bStandIns = true;
     Preview(oOptions);
     EXPECT_TRUE(App().Choose("View.Ping"));
-    EXPECT_EQ(Calls().join("\n"), "View.Ping | T0.Service#1 | OnPing | Ping | stand-in");
+    EXPECT_EQ(Calls().join("\n"), "View.Ping | T0.Service#1 | OnPing | Ping | stub");
     EXPECT_EQ(m_pPreview->Problems().Count(), 0);
     m_pPreview.reset();
     Preview();

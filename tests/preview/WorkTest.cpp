@@ -240,7 +240,7 @@ TEST_F(WorkTest, PluginThatIsBuiltAnewIsToldAndUsedAfterARestart) {
     EXPECT_FALSE(Button("&Restart"));
     BuildAnew();
     ASSERT_TRUE(Until([&] { return Button("&Restart"); }));
-    EXPECT_TRUE(Says("built anew: Draft")) << m_pPreview->StateText().toStdString();
+    EXPECT_TRUE(Says("rebuilt: Draft")) << m_pPreview->StateText().toStdString();
     // Who has unsaved work may stay.
     ASSERT_TRUE(App().Choose("View.Write"));
     App().Dialogs().AddAnswer("Stay");

@@ -14,7 +14,7 @@ CHECK_INCLUDES = pathlib.Path(__file__).parents[2] / "scripts/check_includes"
 CHECK_TRANSLATIONS = pathlib.Path(__file__).parents[2] / "scripts/check_translations"
 TABLE = """# Modules
 
-| folder | what lives there | its headers may include |
+| folder | contents | its headers may include |
 |---|---|---|
 | `corvane/base/` | `Object` | the standard library |
 | `corvane/menus/` | `Menu` | `corvane/base/`, `corvane/services/Record.h` |
@@ -69,7 +69,7 @@ class Includes(unittest.TestCase):
              'corvane/base/A.cpp:2: includes "samples/notes/parts/Note.h"; allowed here: corvane/base/, corvane/'),
             ("corvane/base/A.h", "Object.h", 'corvane/base/A.h:2: there is no file "Object.h" below the root'),
             ("corvane/new/A.h", "corvane/base/Object.h",
-             "corvane/new/A.h:1: the table in docs/architecture.md has no room for this file"),
+             "corvane/new/A.h:1: the table in docs/architecture.md has no row for this file"),
         ):
             self.assertEqual(self.output_for(name, include), fault)
 

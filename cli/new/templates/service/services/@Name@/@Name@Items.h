@@ -1,4 +1,4 @@
-// What stands in the explorer: a folder, and the items in it.
+// The contents of the explorer: a folder, and the items in it.
 #pragma once
 
 #include "corvane/base/Automation.h"
@@ -27,7 +27,7 @@ public:
     ~@Name@Folder() override;
 
     corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_oBase; }
-    // Adds an item to the folder that stands in the explorer, and returns its name.
+    // Adds an item to the folder in the explorer, and returns its name.
     static std::string AddItem();
 
     static constexpr auto Members = corvane::MemberTable();
