@@ -2,6 +2,7 @@
 #include "adapters/common/Paths.h"
 #include "adapters/plugins/PluginFactory.h"
 #include "analysis/Checks.h"
+#include "corvane/base/PluginExport.h"
 #include "corvane/base/Text.h"
 #include "corvane/core/Framework.h"
 
