@@ -53,7 +53,7 @@ bool CatalogueReader::Read(std::string_view sText) {
         if (!IsUtf8(sLine))
             return Broken("isn't UTF-8; save the catalogue in that encoding");
         if (sLine.find('\0') != std::string_view::npos)
-            return Broken("holds a zero byte; it is no text");
+            return Broken("contains a zero byte, so it isn't text");
         if (!ReadLine(sLine))
             return false;
         sText.remove_prefix(std::min(iEnd + 1, sText.size()));
@@ -108,7 +108,7 @@ void CatalogueReader::ReadComment(std::string_view sLine) {
 bool CatalogueReader::ReadStatement(std::string_view sLine) {
     if (sLine.starts_with("\"")) {
         if (!m_pString)
-            return Broken("a string stands here without msgctxt, msgid or msgstr before it");
+            return Broken("there is a string without msgctxt, msgid or msgstr before it");
         return ReadString(sLine, *m_pString);
     }
     if (Take(sLine, "msgid_plural") || Take(sLine, "msgstr["))
@@ -135,7 +135,7 @@ bool CatalogueReader::ReadStatement(std::string_view sLine) {
         m_pString = &oMessage.sTranslation;
     } else {
         return Broken("\"" + std::string(FirstCharacters(sLine, 20)) +
-                      "\" is no line of a catalogue; expected are msgctxt, msgid, msgstr, a string or a comment");
+                      "\" isn't a line of a catalogue; expected: msgctxt, msgid, msgstr, a string or a comment");
     }
     return ReadString(sLine, *m_pString);
 }

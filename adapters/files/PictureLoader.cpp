@@ -119,7 +119,7 @@ Ref<Picture> PictureLoader::Load(std::string_view sPath, std::string_view sName)
     const std::optional<Picture::Format> oFormat = FormatOf(sBytes);
     if (!oFormat)
         Fail(FailureNumber::TypeMismatch,
-             "The file \"" + std::string(sPath) + "\" is no picture that is known (PNG, BMP, ICO, GIF, JPEG or SVG)");
+             "The file \"" + std::string(sPath) + "\" isn't a supported picture (PNG, BMP, ICO, GIF, JPEG or SVG)");
     return New<Picture>(std::string(sName), *oFormat, std::move(sBytes));
 }
 

@@ -47,12 +47,12 @@ const PluginTable* CheckedTable(void* pLibrary, const std::string& sPath, const 
     const auto fnEntry = reinterpret_cast<EntryFunction>(::dlsym(pLibrary, PluginEntryName));
     if (!fnEntry)
         FailCreation(sWanted, "the file " + Quoted(sPath) + " is a shared library without the entry \"" +
-                                  PluginEntryName + "\", so it is no plug-in. Declare its classes with " +
+                                  PluginEntryName + "\", so it isn't a plug-in. Declare its classes with " +
                                   "CORVANE_PLUGIN and build it again");
     const PluginTable* pTable = fnEntry();
     if (!pTable)
         FailCreation(sWanted, "the entry \"" + std::string(PluginEntryName) + "\" of the plug-in " + Quoted(sPath) +
-                                  " gave no table of classes. Declare them with CORVANE_PLUGIN");
+                                  " returned no table of classes. Declare them with CORVANE_PLUGIN");
     if (pTable->AbiVersion != PluginAbiVersion)
         FailCreation(sWanted, "the plug-in " + Quoted(sPath) + " has the interface version " +
                                   std::to_string(pTable->AbiVersion) + ", this program wants version " +
@@ -76,8 +76,9 @@ std::string_view LibraryOf(std::string_view sProgID, const std::string& sWanted)
     const std::string_view sLibrary = sProgID.substr(0, iPoint);
     using namespace std::string_view_literals;
     if (sLibrary.find_first_of("/\\\0"sv) != std::string_view::npos)
-        FailCreation(sWanted, "the library's name " + Quoted(sLibrary) +
-                                  " is no plain file name; a ProgID has the form \"Library.Class\", without a folder");
+        FailCreation(sWanted,
+                     "the library's name " + Quoted(sLibrary) +
+                         " isn't a plain file name; a ProgID has the form \"Library.Class\", without a folder");
     return sLibrary;
 }
 
@@ -139,7 +140,7 @@ Ref<Object> PluginFactory::Create(std::string_view sProgID) {
                                   "): " + oFailure.Description);
     }
     if (!pObject)
-        FailCreation(sWanted, "the plug-in " + Quoted(oLibrary.sPath) + " made nothing");
+        FailCreation(sWanted, "the plug-in " + Quoted(oLibrary.sPath) + " returned nothing");
     return Ref<Object>::Adopt(pObject);
 }
 

@@ -61,7 +61,7 @@ void XmlNode::SetAttribute(std::string_view sName, std::string_view sValue) {
     const std::string sText(sValue);
     if (!IsUtf8(sText) || xmlValidateNCName(reinterpret_cast<const xmlChar*>(sXmlName.c_str()), 0) != 0)
         Fail(FailureNumber::InvalidProcedureCall,
-             "\"" + sXmlName + "\" is no name of an attribute, or its text is not UTF-8");
+             "\"" + sXmlName + "\" isn't an attribute name, or its text isn't UTF-8");
     PlainTree* pPlain = PlainTree::Of(m_pNode->doc);
     if (!pPlain) {
         xmlSetNsProp(m_pNode, nullptr, reinterpret_cast<const xmlChar*>(sXmlName.c_str()),

@@ -115,7 +115,7 @@ void XmlSchemaCache::Add(std::string_view sNamespace, std::string_view sFile) {
                               std::string(sLanguage) + "\"");
     }
     if (!oSchema.oXmlSchema && !oSchema.oRelaxNG && !oSchema.oPlain)
-        FailSchema(sFile, oError.sReason.empty() ? "it is no valid schema" : oError.sReason);
+        FailSchema(sFile, oError.sReason.empty() ? "it isn't a valid schema" : oError.sReason);
     m_mapSchemas.insert_or_assign(std::string(sNamespace), std::move(oSchema));
 }
 

@@ -77,7 +77,7 @@ xmlXPathCompExprPtr XmlXPath::Compiled(std::string_view sXPath) {
         std::string sText(sXPath);
         Expression oExpression(xmlXPathCtxtCompile(m_pContext, reinterpret_cast<const xmlChar*>(sText.c_str())));
         if (!oExpression)
-            Fail(FailureNumber::InvalidProcedureCall, "\"" + sText + "\" is no XPath expression");
+            Fail(FailureNumber::InvalidProcedureCall, "\"" + sText + "\" isn't an XPath expression");
         it = m_mapExpressions.emplace(std::move(sText), std::move(oExpression)).first;
     }
     return it->second.get();

@@ -103,7 +103,7 @@ std::string ApplicationFolder(const std::string& sFolder, Also eAlso) {
                AsTyped(oWhole.parent_path()) + "\"");
     if (eAlso == Also::Incomplete)
         return sPlain;
-    Refuse(sQuoted + " is no application folder: it has no folder \"Services\" with definition files");
+    Refuse(sQuoted + " isn't an application folder: it has no folder \"Services\" with definition files");
 }
 
 } // namespace corvane::tool

@@ -111,7 +111,7 @@ int Translate(Arguments oArguments) {
     for (const std::string& sLanguage : oArguments.aLanguages)
         if (!IsLanguage(sLanguage)) {
             std::cerr << "corvane translate: error: \"" << sLanguage
-                      << "\" is no language; write it as in \"de\" or \"pt_BR\"\n";
+                      << "\" isn't a language; write it as in \"de\" or \"pt_BR\"\n";
             return Exit::Usage;
         }
     if (oArguments.aLanguages.empty() && fs::is_directory(oCatalogues))

@@ -173,7 +173,7 @@ std::string ApplicationOf(const fs::path& oFolder) {
     if (!std::regex_search(sText, oMatch, std::regex(R"(corvane_add_application\(\s*([\w-]+))")))
         Fail(FailureNumber::PathNotFound,
              "\"" + oFolder.string() +
-                 "\" is no application's source folder: its CMakeLists.txt has no corvane_add_application()",
+                 "\" isn't the source folder of an application: its CMakeLists.txt has no corvane_add_application()",
              "corvane new");
     return oMatch[1];
 }

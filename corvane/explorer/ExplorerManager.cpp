@@ -244,7 +244,7 @@ Ref<corvane::TreeView> ExplorerManager::TreeOf(const Ref<ExplorerItemDef>& oExpl
          oDef = oDef->ParentExplorerItemDef()) {
         if (lLevels-- == 0)
             Fail(FailureNumber::InvalidProcedureCall,
-                 "The explorer item \"" + oExplorerItemDef->Name() + "\" stands below itself");
+                 "The explorer item \"" + oExplorerItemDef->Name() + "\" is below itself");
         sTopLevel = oDef->ParentExplorerItemName();
     }
     return m_colTreeViews->Item(sTopLevel);

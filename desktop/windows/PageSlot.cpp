@@ -57,7 +57,7 @@ void PageSlot::MakeWidget(PagePlace& oPlace) {
             const Entering oEntering(m_oPageObj);
             QWidget* pWidget = m_oQtPage->NewWidget(oPlace.ParentForPage());
             if (!pWidget)
-                Fail(FailureNumber::ObjectNotSet, m_oPageDef->PageProgID() + " made no widget", "NewWidget");
+                Fail(FailureNumber::ObjectNotSet, m_oPageDef->PageProgID() + " returned no widget", "NewWidget");
             // The widget may speak to its page as long as it is there.
             QObject::connect(pWidget, &QObject::destroyed, [oPageObj = m_oPageObj] {});
             m_pWidget = pWidget;

@@ -40,11 +40,12 @@ TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
     } const aCases[] = {
         {"Missing.Class",
          "there is no file " + File("Missing") + ". Put the plug-in there, or correct the name in front of the point"},
-        {"NoEntry.Class", "the file " + File("NoEntry") +
-                              " is a shared library without the entry \"corvane_plugin\", so it is no plug-in. Declare "
-                              "its classes with CORVANE_PLUGIN and build it again"},
+        {"NoEntry.Class",
+         "the file " + File("NoEntry") +
+             " is a shared library without the entry \"corvane_plugin\", so it isn't a plug-in. Declare "
+             "its classes with CORVANE_PLUGIN and build it again"},
         {"NoTable.Class", "the entry \"corvane_plugin\" of the plug-in " + File("NoTable") +
-                              " gave no table of classes. Declare them with CORVANE_PLUGIN"},
+                              " returned no table of classes. Declare them with CORVANE_PLUGIN"},
         {"OtherAbi.Class", "the plug-in " + File("OtherAbi") +
                                " has the interface version 7, this program wants version 1. Build the plug-in again "
                                "with this program's headers"},
@@ -65,7 +66,7 @@ TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
         {"NoPoint", "a ProgID has the form \"Library.Class\""},
         {"NoClass.", "a ProgID has the form \"Library.Class\""},
         {"", "a ProgID has the form \"Library.Class\""},
-        {"a/b.Class", "the library's name \"a/b\" is no plain file name; a ProgID has the form \"Library.Class\", "
+        {"a/b.Class", "the library's name \"a/b\" isn't a plain file name; a ProgID has the form \"Library.Class\", "
                       "without a folder"},
     };
     const auto oFactory = New<PluginFactory>(sFolder);

@@ -128,7 +128,7 @@ TEST(XmlNodes, XPathSelectsInDocumentOrder) {
     EXPECT_EQ(oRoot->SelectSingleNode("//S//I[@n='4']")->Attribute("n"), "4");
     EXPECT_EQ(oRoot->SelectSingleNode("A/I[9]"), nullptr);
     EXPECT_EQ(oDocument->SelectSingleNode("A"), nullptr);
-    EXPECT_EQ(FailureOf([&] { (void)oRoot->SelectNodes("A["); }), "5: \"A[\" is no XPath expression");
+    EXPECT_EQ(FailureOf([&] { (void)oRoot->SelectNodes("A["); }), "5: \"A[\" isn't an XPath expression");
     EXPECT_EQ(FailureOf([&] { (void)oRoot->SelectNodes("count(A)"); }), "13: \"count(A)\" selects a value, not nodes");
 }
 

@@ -195,7 +195,7 @@ TEST(Catalogue, TellsWhatIsWrongByLine) {
              Case{sStart + "ISO-8859-1\\n\"\n",
                   "1: says that it is written in ISO-8859-1; save it as UTF-8, and say so in its header\n"},
              Case{"msgid \"a\"\nmsgstr \"\xE4\"\n", "2: isn't UTF-8; save the catalogue in that encoding\n"},
-             Case{std::string("msgid \"a\0\"\n", 11), "1: holds a zero byte; it is no text\n"},
+             Case{std::string("msgid \"a\0\"\n", 11), "1: contains a zero byte, so it isn't text\n"},
              Case{"msgid \"a\"\n\nmsgid \"b\"\nmsgstr \"\"\n", "3: msgstr is missing before this msgid\n"},
              Case{"msgid \"a\"\n", "1: msgstr is missing behind the last msgid\n"},
              Case{"msgctxt \"k\"\nmsgstr \"a\"\n", "2: msgid is missing before this msgstr\n"},
@@ -205,7 +205,7 @@ TEST(Catalogue, TellsWhatIsWrongByLine) {
                   "2: a backslash must stand before n, r, t, a quotation mark or a backslash\n"},
              Case{"msgid \"a\"\nmsgstr \"b\\\"\n",
                   "2: a backslash must stand before n, r, t, a quotation mark or a backslash\n"},
-             Case{"\"a\"\n", "1: a string stands here without msgctxt, msgid or msgstr before it\n"},
+             Case{"\"a\"\n", "1: there is a string without msgctxt, msgid or msgstr before it\n"},
              Case{"msgid \"a\"\nmsgid_plural \"as\"\n",
                   "2: plural forms have no meaning for texts of definition files; take them out\n"},
              Case{"<Service/>\n", "1: \"<Service/>\" is no line of a catalogue; expected are "
