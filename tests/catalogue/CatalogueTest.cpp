@@ -208,7 +208,7 @@ TEST(Catalogue, TellsWhatIsWrongByLine) {
              Case{"\"a\"\n", "1: there is a string without msgctxt, msgid or msgstr before it\n"},
              Case{"msgid \"a\"\nmsgid_plural \"as\"\n",
                   "2: plural forms have no meaning for texts of definition files; take them out\n"},
-             Case{"<Service/>\n", "1: \"<Service/>\" is no line of a catalogue; expected are "
+             Case{"<Service/>\n", "1: \"<Service/>\" isn't a line of a catalogue; expected: "
                                   "msgctxt, msgid, msgstr, a string "
                                   "or a comment\n"},
              Case{"msgid \"%1 of %2\"\nmsgstr \"%1\"\n\nmsgid \"b\"\nmsgstr \"%2\"\n",
