@@ -47,7 +47,8 @@ endfunction()
 # corvane_add_service(LIBRARY APPLICATION name SOURCES source... [WIDGETS])
 #
 # Builds the plug-in LIBRARY, the part of a ProgID in front of the point, into the folder plugins of the application.
-# With WIDGETS it may have pages that are Qt widgets; find Corvane with the component Desktop then.
+# With WIDGETS it may have pages that are Qt widgets; find Corvane with the component Desktop then. Libraries that it needs
+# itself are found beside it, also when the application's folder is copied elsewhere.
 function(corvane_add_service library)
   cmake_parse_arguments(PARSE_ARGV 1 arg "WIDGETS" "APPLICATION" "SOURCES")
   if(NOT TARGET "${arg_APPLICATION}")
@@ -57,6 +58,6 @@ function(corvane_add_service library)
   add_library(${library} MODULE ${arg_SOURCES})
   target_link_libraries(${library} PRIVATE Corvane::Core $<$<BOOL:${arg_WIDGETS}>:Corvane::Desktop>)
   set_target_properties(${library} PROPERTIES PREFIX lib CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
-    LIBRARY_OUTPUT_DIRECTORY ${folder}/plugins)
+    LIBRARY_OUTPUT_DIRECTORY ${folder}/plugins BUILD_RPATH "$ORIGIN" INSTALL_RPATH "$ORIGIN")
   add_dependencies(${arg_APPLICATION} ${library})
 endfunction()
