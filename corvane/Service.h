@@ -1,0 +1,15 @@
+// All that the class of a service needs: #include "corvane/Service.h"
+#pragma once
+
+#include "corvane/author/Service.h"
+#include "corvane/base/PluginExport.h"
+#include "corvane/core/Framework.h"
+#include "corvane/core/Preferences.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/explorer/ExplorerManager.h"
+#include "corvane/explorer/NavigationManager.h"
+#include "corvane/menus/ActionItem.h"
+#include "corvane/platform/Handlers.h"
+#include "corvane/windows/CVProgressBar.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"

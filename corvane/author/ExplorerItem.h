@@ -1,0 +1,86 @@
+// An explorer item in short: `class Study final : public ExplorerItem<Study>`, with those of the functions below that
+// it needs and the procedures of its commands, listed by Methods<…>().
+#pragma once
+
+#include "corvane/author/Client.h"
+#include "corvane/explorer/ExplorerItemBase.h"
+#include "corvane/explorer/IExplorerItemAccess.h"
+
+#include <concepts>
+#include <string>
+#include <utility>
+
+namespace corvane {
+
+// What all items have, whatever their class: also the base of what several kinds share.
+class __attribute__((visibility("default"))) AnyExplorerItem : public IExplorerItemAccess, protected Client {
+public:
+    Ref<IExplorerItem> ExplorerItem() override { return m_oBase; }
+    [[nodiscard]] std::string Name() const { return m_oBase->Name(); }
+
+protected:
+    AnyExplorerItem();
+    ~AnyExplorerItem() override;
+
+    // The item joins the explorer, or does so again: it settles its name, if it has none yet, and adds its children.
+    // An item that is left without a name gets that of its definition, as folders need it.
+    virtual void OnInitialize() {}
+    virtual void OnDisplayName(std::string& /*sText*/) {}  // replace the text that is shown
+    virtual void OnBeforeRename(std::string& /*sText*/) {} // replace the text that is edited
+    virtual void OnAfterRename(const std::string& /*sName*/) {
+    } // the user has renamed it, or a refusal has renamed it back
+    virtual void OnExit(const Ref<Window>& /*oWindow*/, bool /*bWasCancelled*/) {} // a window that it opened
+
+    // Nothing hears of it, and the explorer doesn't show it by itself.
+    void SetName(std::string sName) { m_oBase->NameSilently(std::move(sName)); }
+    // In OnInitialize.
+    void AddChild(const Ref<Object>& oItem) { m_oBase->Children()->Add(oItem); }
+    [[nodiscard]] const Ref<ExplorerItemBase>& Base() const { return m_oBase; }
+
+    // Which of the functions a class has of its own; there may be many items, and most have none.
+    struct Own {
+        bool bInitialize;
+        bool bDisplayName;
+        bool bBeforeRename;
+        bool bAfterRename;
+        bool bExit;
+    };
+    void Subscribe(const Own& oOwn);
+
+private:
+    [[nodiscard]] Ref<Object> BaseObject() const override { return m_oBase; }
+
+    Ref<ExplorerItemBase> m_oBase = New<ExplorerItemBase>();
+    std::vector<Subscription> m_aEvents;
+};
+
+// Part is AnyExplorerItem or derives from it.
+template <class T, class Part = AnyExplorerItem>
+class ExplorerItem : public Automation<T, Part> {
+public:
+    static constexpr auto Members = MemberTable(); // of an item without procedures
+
+protected:
+    explicit ExplorerItem(std::string sName = {}) {
+        this->SetName(std::move(sName));
+        // A function that can't be seen from here is one of the class's own.
+        this->Subscribe({
+            !requires { requires Inherits<void()>(&T::OnInitialize);
+    }
+    || this->Name().empty(), !requires { requires Inherits<void(std::string&)>(&T::OnDisplayName); }
+    , !requires { requires Inherits<void(std::string&)>(&T::OnBeforeRename); }
+    , !requires { requires Inherits<void(const std::string&)>(&T::OnAfterRename); }
+    , !requires { requires Inherits<void(const Ref<Window>&, bool)>(&T::OnExit); }
+    ,
+        });
+        } // namespace corvane
+
+    private:
+        template <class F, class Owner>
+        static constexpr bool Inherits(F Owner::*) {
+            return std::same_as<Owner, AnyExplorerItem>;
+        }
+        }
+        ;
+
+        } // namespace corvane
