@@ -18,72 +18,72 @@ namespace fs = std::filesystem;
 namespace {
 
 // This one file is read only while the INI file of the installation lets it.
-bool IsShutOut(const std::string& sName, const std::string& sApplication) {
-    return EqualText(sName, "MirelonSvc.xml") &&
-           New<IniReader>()->ReadInteger(JoinPath(sApplication, "QRZ.INI"), "Preferences", "QRZVGEnabled", 1) != 1;
+bool IsShutOut(const std::string& name, const std::string& application) {
+    return EqualText(name, "MirelonSvc.xml") &&
+           New<IniReader>()->ReadInteger(JoinPath(application, "QRZ.INI"), "Preferences", "QRZVGEnabled", 1) != 1;
 }
 
-Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& oXml, const std::string& sFolder, Report& oReport) {
-    const std::string sPath = JoinPath(sFolder, "Service.xdr");
+Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& xml, const std::string& folder, Report& report) {
+    const std::string path = JoinPath(folder, "Service.xdr");
     try {
-        Ref<IXmlSchemaCache> oSchema = oXml->NewSchemaCache();
-        oSchema->Add("", sPath);
-        return oSchema;
-    } catch (const Failure& oFailure) {
-        oReport.Add(Rule::SchemaFile, {sPath, {}}, oFailure.Description,
-                    "copy the Service.xdr that comes with Corvane there");
+        Ref<IXmlSchemaCache> schema = xml->NewSchemaCache();
+        schema->Add("", path);
+        return schema;
+    } catch (const Failure& failure) {
+        report.Add(Rule::SchemaFile, {path, {}}, failure.Description,
+                   "copy the Service.xdr that comes with Corvane there");
         return nullptr;
     }
 }
 
 // Where a person edits the file: the application folder of a build has links to those of the sources. It is told from
 // the current folder on when the application is.
-std::string EditedPath(const std::string& sPath) {
-    std::error_code oError;
-    if (!fs::is_symlink(sPath, oError))
-        return sPath;
-    const fs::path oReal = fs::canonical(sPath, oError);
-    if (oError)
-        return sPath;
-    const fs::path oHere = fs::current_path(oError);
-    const fs::path oBelow = oError || fs::path(sPath).is_absolute() ? fs::path() : oReal.lexically_relative(oHere);
-    return oBelow.empty() || *oBelow.begin() == ".." ? oReal.string() : oBelow.string();
+std::string EditedPath(const std::string& path) {
+    std::error_code error;
+    if (!fs::is_symlink(path, error))
+        return path;
+    const fs::path real = fs::canonical(path, error);
+    if (error)
+        return path;
+    const fs::path here = fs::current_path(error);
+    const fs::path below = error || fs::path(path).is_absolute() ? fs::path() : real.lexically_relative(here);
+    return below.empty() || *below.begin() == ".." ? real.string() : below.string();
 }
 
 // A copy is one mistake, however many names stand there twice.
-void LeaveOutCopy(File& oFile, const File& oFirst, Report& oReport) {
-    oReport.Add(Rule::DuplicateName, oFile.At(oFile.pRoot->At("Name")), "the file is a copy of " + Quoted(oFirst.sName),
-                "remove one of them, or give all that it defines names of its own",
-                {{oFirst.At(oFirst.pRoot->At("Name")), "the first one"}});
-    oFile.bActive = false;
+void LeaveOutCopy(File& file, const File& first, Report& report) {
+    report.Add(Rule::DuplicateName, file.At(file.root->At("Name")), "the file is a copy of " + Quoted(first.name),
+               "remove one of them, or give all that it defines names of its own",
+               {{first.At(first.root->At("Name")), "the first one"}});
+    file.active = false;
 }
 
 } // namespace
 
-void ReadApplication(Model& oModel, const std::string& sApplication, Report& oReport) {
-    const std::optional<std::string> oFolder = FindPath(JoinPath(sApplication, "Services"));
-    if (!oFolder || !fs::is_directory(*oFolder))
+void ReadApplication(Model& model, const std::string& application, Report& report) {
+    const std::optional<std::string> folder = FindPath(JoinPath(application, "Services"));
+    if (!folder || !fs::is_directory(*folder))
         Fail(FailureNumber::PathNotFound,
-             "\"" + sApplication +
+             "\"" + application +
                  "\" isn't an application folder: it has no folder \"Services\" with definition files");
-    const Ref<IXmlService> oXml = New<XmlService>();
-    const Ref<IXmlSchemaCache> oSchema = ReadSchema(oXml, *oFolder, oReport);
-    const auto oFileSystem = New<FileSystem>();
-    std::unordered_map<std::string_view, const File*> mapTexts;
-    for (const std::string& sPath : oFileSystem->Files(*oFolder)) {
-        const std::string sName = oFileSystem->FileName(sPath);
-        if (!EqualText(oFileSystem->Extension(sPath), "xml") || IsShutOut(sName, sApplication))
+    const Ref<IXmlService> xml = New<XmlService>();
+    const Ref<IXmlSchemaCache> schema = ReadSchema(xml, *folder, report);
+    const auto fileSystem = New<FileSystem>();
+    std::unordered_map<std::string_view, const File*> texts;
+    for (const std::string& path : fileSystem->Files(*folder)) {
+        const std::string name = fileSystem->FileName(path);
+        if (!EqualText(fileSystem->Extension(path), "xml") || IsShutOut(name, application))
             continue;
-        auto pFile = std::make_unique<File>();
-        pFile->sPath = EditedPath(sPath);
-        pFile->sName = sName;
-        pFile->sBytes = oFileSystem->ReadAll(sPath);
-        ReadFile(*pFile, oXml, oSchema, oModel.oMemory, oReport);
-        oModel.bComplete &= pFile->pRoot != nullptr;
-        if (pFile->bActive && !pFile->pRoot->Value("Name").empty())
-            if (const auto [it, bNew] = mapTexts.try_emplace(pFile->sBytes, pFile.get()); !bNew)
-                LeaveOutCopy(*pFile, *it->second, oReport);
-        oModel.aFiles.push_back(std::move(pFile));
+        auto file = std::make_unique<File>();
+        file->path = EditedPath(path);
+        file->name = name;
+        file->bytes = fileSystem->ReadAll(path);
+        ReadFile(*file, xml, schema, model.memory, report);
+        model.complete &= file->root != nullptr;
+        if (file->active && !file->root->Value("Name").empty())
+            if (const auto [it, isNew] = texts.try_emplace(file->bytes, file.get()); !isNew)
+                LeaveOutCopy(*file, *it->second, report);
+        model.files.push_back(std::move(file));
     }
 }
 

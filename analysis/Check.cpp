@@ -8,27 +8,27 @@
 
 namespace corvane::check {
 
-std::vector<Finding> Check(const Options& oOptions) {
-    Report oReport;
-    Model oModel;
-    ReadApplication(oModel, oOptions.sApplication, oReport);
-    BuildModel(oModel, oReport);
-    const MenuPlan oPlan(oModel);
-    CheckNames(oModel, oOptions.sApplication, oReport);
-    CheckMenus(oModel, oPlan, oReport);
-    CheckKeys(oModel, oPlan, oReport);
-    CheckFolder(oModel, oOptions.sApplication, oOptions.bPlugins, oReport);
-    CheckPlugins(oModel, oOptions.sApplication, oOptions.bPlugins, oReport);
-    return oReport.TakeSorted();
+std::vector<Finding> Check(const Options& options) {
+    Report report;
+    Model model;
+    ReadApplication(model, options.application, report);
+    BuildModel(model, report);
+    const MenuPlan plan(model);
+    CheckNames(model, options.application, report);
+    CheckMenus(model, plan, report);
+    CheckKeys(model, plan, report);
+    CheckFolder(model, options.application, options.plugins, report);
+    CheckPlugins(model, options.application, options.plugins, report);
+    return report.TakeSorted();
 }
 
-std::vector<Finding> CheckFile(const std::string& sApplication, const std::string& sFile) {
-    std::vector<Finding> aFindings = Check({sApplication, false});
-    std::erase_if(aFindings, [&](const Finding& oFinding) {
-        const std::string& sPath = oFinding.oPlace.sFile;
-        return !EqualText(sPath.substr(sPath.find_last_of('/') + 1), sFile);
+std::vector<Finding> CheckFile(const std::string& application, const std::string& file) {
+    std::vector<Finding> findings = Check({application, false});
+    std::erase_if(findings, [&](const Finding& finding) {
+        const std::string& path = finding.place.file;
+        return !EqualText(path.substr(path.find_last_of('/') + 1), file);
     });
-    return aFindings;
+    return findings;
 }
 
 } // namespace corvane::check

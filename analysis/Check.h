@@ -9,15 +9,15 @@
 namespace corvane::check {
 
 struct Options {
-    std::string sApplication; // the folder
-    bool bPlugins = false;    // also load the plug-ins, and compare them with what the definitions ask of them
+    std::string application; // the folder
+    bool plugins = false;    // also load the plug-ins, and compare them with what the definitions ask of them
 };
 
 // In order of files and places, each problem once. Fails with 76 when the folder isn't one of an application, with 75
 // when a file can't be read.
-[[nodiscard]] std::vector<Finding> Check(const Options& oOptions);
+[[nodiscard]] std::vector<Finding> Check(const Options& options);
 
 // Those in one definition file, by its name without the folder, for a host that has failed to read it.
-[[nodiscard]] std::vector<Finding> CheckFile(const std::string& sApplication, const std::string& sFile);
+[[nodiscard]] std::vector<Finding> CheckFile(const std::string& application, const std::string& file);
 
 } // namespace corvane::check

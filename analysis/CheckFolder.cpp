@@ -14,121 +14,121 @@ namespace {
 
 class ImageCheck {
 public:
-    ImageCheck(const std::string& sApplication, Report& oReport)
-        : m_sFolder(JoinPath(sApplication, "Images")), m_oReport(oReport) {}
+    ImageCheck(const std::string& application, Report& report)
+        : m_folder(JoinPath(application, "Images")), m_report(report) {}
 
-    void Check(const File& oFile, const Element& oElement) {
-        if (oElement.sName == "MenuItem")
+    void Check(const File& file, const Element& element) {
+        if (element.name == "MenuItem")
             return;
-        for (const Attribute& oAttribute : oElement.aAttributes)
-            if (oAttribute.Name().starts_with("Image") && !oAttribute.Value().empty())
-                CheckImage(std::string(oAttribute.Value()), oFile, oAttribute.AtValue());
-        for (const Element& oChild : oElement.Children())
-            Check(oFile, oChild);
+        for (const Attribute& attribute : element.attributes)
+            if (attribute.Name().starts_with("Image") && !attribute.Value().empty())
+                CheckImage(std::string(attribute.Value()), file, attribute.AtValue());
+        for (const Element& child : element.Children())
+            Check(file, child);
     }
 
     // Of explorer items that name none.
-    void CheckGeneric(const std::deque<Provider>& aItems) {
-        for (const Provider& oItem : aItems)
-            if (oItem.pElement->Value("Image").empty())
-                return CheckImage("GenericExplorerItem.ico", *oItem.pFile, oItem.pElement->At());
+    void CheckGeneric(const std::deque<Provider>& items) {
+        for (const Provider& item : items)
+            if (item.element->Value("Image").empty())
+                return CheckImage("GenericExplorerItem.ico", *item.file, item.element->At());
     }
 
 private:
     enum class State { Good, Missing, Unreadable };
 
-    void CheckImage(const std::string& sName, const File& oFile, Spot pSpot) {
-        const auto [it, bNew] = m_mapStates.try_emplace(sName, State::Good);
-        if (bNew)
-            it->second = StateOf(sName);
+    void CheckImage(const std::string& name, const File& file, Spot spot) {
+        const auto [it, isNew] = m_states.try_emplace(name, State::Good);
+        if (isNew)
+            it->second = StateOf(name);
         if (it->second == State::Missing)
-            m_oReport.Add(Rule::MissingImage, oFile.At(pSpot),
-                          "there is no picture " + Quoted(sName) + " in the folder Images",
-                          WriteInstead(Names(), sName, "put it there"));
+            m_report.Add(Rule::MissingImage, file.At(spot),
+                         "there is no picture " + Quoted(name) + " in the folder Images",
+                         WriteInstead(Names(), name, "put it there"));
         else if (it->second == State::Unreadable)
-            m_oReport.Add(Rule::UnreadableImage, oFile.At(pSpot),
-                          "the file " + Quoted(sName) + " isn't a supported picture",
-                          "save it as PNG, BMP, ICO, GIF, JPEG or SVG");
+            m_report.Add(Rule::UnreadableImage, file.At(spot),
+                         "the file " + Quoted(name) + " isn't a supported picture",
+                         "save it as PNG, BMP, ICO, GIF, JPEG or SVG");
     }
 
-    [[nodiscard]] State StateOf(const std::string& sName) const {
-        const std::optional<std::string> oPath = FindPath(JoinPath(m_sFolder, sName));
-        std::error_code oError;
-        if (!oPath || std::filesystem::is_directory(*oPath, oError))
+    [[nodiscard]] State StateOf(const std::string& name) const {
+        const std::optional<std::string> path = FindPath(JoinPath(m_folder, name));
+        std::error_code error;
+        if (!path || std::filesystem::is_directory(*path, error))
             return State::Missing;
-        const std::optional<std::string> oBytes = ReadBytes(*oPath);
-        return oBytes && PictureLoader::FormatOf(*oBytes) ? State::Good : State::Unreadable;
+        const std::optional<std::string> bytes = ReadBytes(*path);
+        return bytes && PictureLoader::FormatOf(*bytes) ? State::Good : State::Unreadable;
     }
 
     [[nodiscard]] const std::vector<std::string>& Names() {
-        if (!m_oNames)
-            m_oNames = NamesIn(FindPath(m_sFolder).value_or(m_sFolder)).value_or(std::vector<std::string>());
-        return *m_oNames;
+        if (!m_names)
+            m_names = NamesIn(FindPath(m_folder).value_or(m_folder)).value_or(std::vector<std::string>());
+        return *m_names;
     }
 
-    std::string m_sFolder;
-    Report& m_oReport;
-    std::unordered_map<std::string, State, TextHash, TextEqual> m_mapStates; // by name
-    std::optional<std::vector<std::string>> m_oNames;
+    std::string m_folder;
+    Report& m_report;
+    std::unordered_map<std::string, State, TextHash, TextEqual> m_states; // by name
+    std::optional<std::vector<std::string>> m_names;
 };
 
 class ProgIdCheck {
 public:
-    ProgIdCheck(const std::string& sApplication, bool bPlugins, Report& oReport)
-        : m_oFactory(JoinPath(sApplication, "plugins")), m_oReport(oReport) {
-        std::error_code oError;
-        m_bBuilt = bPlugins || std::filesystem::is_directory(JoinPath(sApplication, "plugins"), oError);
+    ProgIdCheck(const std::string& application, bool plugins, Report& report)
+        : m_factory(JoinPath(application, "plugins")), m_report(report) {
+        std::error_code error;
+        m_built = plugins || std::filesystem::is_directory(JoinPath(application, "plugins"), error);
     }
 
-    void Check(const Provider& oProvider) {
-        const std::string& sProgID = oProvider.sProgID;
-        const bool bPage = oProvider.eKind == ProviderKind::Page || oProvider.eKind == ProviderKind::PreferencePage;
-        if (sProgID.empty() || (oProvider.eKind == ProviderKind::Service && EqualText(sProgID, "Corvane.Framework")))
+    void Check(const Provider& provider) {
+        const std::string& progID = provider.progID;
+        const bool page = provider.kind == ProviderKind::Page || provider.kind == ProviderKind::PreferencePage;
+        if (progID.empty() || (provider.kind == ProviderKind::Service && EqualText(progID, "Corvane.Framework")))
             return;
-        const std::string_view sAttribute = bPage ? "PageProgID" : "ProgID";
-        const std::size_t iPoint = sProgID.find('.');
-        if (iPoint == 0 || iPoint == std::string::npos || iPoint + 1 == sProgID.size() ||
-            sProgID.find_first_of("/\\") < iPoint) {
-            m_oReport.Add(Rule::BadProgId, oProvider.At(sAttribute),
-                          Quoted(sProgID) + " isn't of the form \"Library.Class\"",
-                          "write the name of the plug-in, a point, and the class");
+        const std::string_view attribute = page ? "PageProgID" : "ProgID";
+        const std::size_t point = progID.find('.');
+        if (point == 0 || point == std::string::npos || point + 1 == progID.size() ||
+            progID.find_first_of("/\\") < point) {
+            m_report.Add(Rule::BadProgId, provider.At(attribute),
+                         Quoted(progID) + " isn't of the form \"Library.Class\"",
+                         "write the name of the plug-in, a point, and the class");
             return;
         }
-        const std::string sLibrary = sProgID.substr(0, iPoint);
-        if (m_bBuilt && !IsThere(sLibrary))
-            m_oReport.Add(Rule::MissingPlugin, oProvider.At(sAttribute),
-                          "there is no plug-in " + Quoted(m_oFactory.PathOf(sLibrary)),
-                          WriteInstead(m_aLibraries, sLibrary, "build it into that folder"));
+        const std::string library = progID.substr(0, point);
+        if (m_built && !IsThere(library))
+            m_report.Add(Rule::MissingPlugin, provider.At(attribute),
+                         "there is no plug-in " + Quoted(m_factory.PathOf(library)),
+                         WriteInstead(m_libraries, library, "build it into that folder"));
     }
 
 private:
-    [[nodiscard]] bool IsThere(const std::string& sLibrary) {
-        if (!m_bRead)
-            m_aLibraries = m_oFactory.Libraries();
-        m_bRead = true;
-        return std::any_of(m_aLibraries.begin(), m_aLibraries.end(),
-                           [&](const std::string& sName) { return EqualText(sName, sLibrary); });
+    [[nodiscard]] bool IsThere(const std::string& library) {
+        if (!m_read)
+            m_libraries = m_factory.Libraries();
+        m_read = true;
+        return std::any_of(m_libraries.begin(), m_libraries.end(),
+                           [&](const std::string& name) { return EqualText(name, library); });
     }
 
-    PluginFactory m_oFactory;
-    Report& m_oReport;
-    std::vector<std::string> m_aLibraries;
-    bool m_bRead = false;
-    bool m_bBuilt = false;
+    PluginFactory m_factory;
+    Report& m_report;
+    std::vector<std::string> m_libraries;
+    bool m_read = false;
+    bool m_built = false;
 };
 
 } // namespace
 
-void CheckFolder(Model& oModel, const std::string& sApplication, bool bPlugins, Report& oReport) {
-    ImageCheck oImages(sApplication, oReport);
-    for (const auto& pFile : oModel.aFiles)
-        if (pFile->bActive)
-            oImages.Check(*pFile, *pFile->pRoot);
-    oImages.CheckGeneric(oModel.aItems);
-    ProgIdCheck oProgIds(sApplication, bPlugins, oReport);
-    for (const auto* pProviders : {&oModel.aServices, &oModel.aItems, &oModel.aPages, &oModel.aPreferencePages})
-        for (const Provider& oProvider : *pProviders)
-            oProgIds.Check(oProvider);
+void CheckFolder(Model& model, const std::string& application, bool plugins, Report& report) {
+    ImageCheck images(application, report);
+    for (const auto& file : model.files)
+        if (file->active)
+            images.Check(*file, *file->root);
+    images.CheckGeneric(model.items);
+    ProgIdCheck progIds(application, plugins, report);
+    for (const auto* providers : {&model.services, &model.items, &model.pages, &model.preferencePages})
+        for (const Provider& provider : *providers)
+            progIds.Check(provider);
 }
 
 } // namespace corvane::check

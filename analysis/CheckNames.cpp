@@ -10,153 +10,152 @@ namespace corvane::check {
 
 namespace {
 
-constexpr const char* sFrameworkProgID = "Corvane.Framework";
-constexpr const char* sHelpProgID = "TavelinSvc.TavelinService";
+constexpr const char* frameworkProgID = "Corvane.Framework";
+constexpr const char* helpProgID = "TavelinSvc.TavelinService";
 
-bool IsFramework(const Provider& oService) {
-    return EqualText(oService.sProgID, sFrameworkProgID);
+bool IsFramework(const Provider& service) {
+    return EqualText(service.progID, frameworkProgID);
 }
 
-void CheckFramework(Model& oModel, const std::string& sApplication, Report& oReport) {
+void CheckFramework(Model& model, const std::string& application, Report& report) {
     // Of several files of the root object the actions of the last are its own.
-    Provider* pFramework = nullptr;
-    for (Provider& oService : oModel.aServices)
-        if (IsFramework(oService))
-            pFramework = &oService;
-    if (!pFramework) {
-        if (oModel.bComplete)
-            oReport.Add(Rule::MissingFramework, {JoinPath(sApplication, "Services"), {}},
-                        "no active file has the ProgID \"Corvane.Framework\"",
-                        "add one, with the action \"Navigation\" and its procedure \"ViewNavigation\"");
-    } else if (!pFramework->FindAction("Navigation")) {
-        oReport.Add(Rule::MissingNavigation, pFramework->At("ProgID"), "the root object has no action \"Navigation\"",
-                    "add <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" PassActionItemParam=\"True\"/>");
+    Provider* framework = nullptr;
+    for (Provider& service : model.services)
+        if (IsFramework(service))
+            framework = &service;
+    if (!framework) {
+        if (model.complete)
+            report.Add(Rule::MissingFramework, {JoinPath(application, "Services"), {}},
+                       "no active file has the ProgID \"Corvane.Framework\"",
+                       "add one, with the action \"Navigation\" and its procedure \"ViewNavigation\"");
+    } else if (!framework->FindAction("Navigation")) {
+        report.Add(Rule::MissingNavigation, framework->At("ProgID"), "the root object has no action \"Navigation\"",
+                   "add <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" PassActionItemParam=\"True\"/>");
     }
 }
 
-void CheckStartServices(const Model& oModel, Report& oReport) {
-    const Provider* pStart = nullptr;
-    for (const Provider& oService : oModel.aServices) {
-        if (!BooleanOf(*oService.pElement, "IsStartService", false))
+void CheckStartServices(const Model& model, Report& report) {
+    const Provider* start = nullptr;
+    for (const Provider& service : model.services) {
+        if (!BooleanOf(*service.element, "IsStartService", false))
             continue;
-        if (IsFramework(oService))
-            oReport.Add(Rule::StartServiceFramework, oService.At("IsStartService"),
-                        "the root object can't be the start service", "remove IsStartService here");
-        if (pStart && !EqualText(pStart->sName, oService.sName)) // else the name is the mistake
-            oReport.Add(Rule::SeveralStartServices, oService.At("IsStartService"),
-                        "Start is called on " + oService.Named() + ", and not on " + pStart->Named(),
-                        "let one file say IsStartService", {{pStart->At("IsStartService"), "the other one"}});
-        pStart = &oService;
+        if (IsFramework(service))
+            report.Add(Rule::StartServiceFramework, service.At("IsStartService"),
+                       "the root object can't be the start service", "remove IsStartService here");
+        if (start && !EqualText(start->name, service.name)) // else the name is the mistake
+            report.Add(Rule::SeveralStartServices, service.At("IsStartService"),
+                       "Start is called on " + service.Named() + ", and not on " + start->Named(),
+                       "let one file say IsStartService", {{start->At("IsStartService"), "the other one"}});
+        start = &service;
     }
 }
 
 // The library writes into the entry before it asks whether the file counts.
-void CheckHelp(const Model& oModel, Report& oReport) {
-    for (const auto& pFile : oModel.aFiles) {
-        if (!pFile->pRoot || !EqualText(pFile->pRoot->Value("ProgID"), sHelpProgID))
+void CheckHelp(const Model& model, Report& report) {
+    for (const auto& file : model.files) {
+        if (!file->root || !EqualText(file->root->Value("ProgID"), helpProgID))
             continue;
-        const Element* pAbout = nullptr; // the first one is taken
-        for (const Element& oGroup : pFile->pRoot->Children())
-            if (oGroup.sName == "Menus")
-                for (const Element& oEntry : oGroup.Children())
-                    if (!pAbout && oEntry.sName == "MenuItem" && oEntry.Value("ActionItem") == "About")
-                        pAbout = &oEntry;
-        if (!pAbout)
-            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pFile->pRoot->At("ProgID")),
-                        "the help service has no MenuItem of the action \"About\"",
-                        "add one, in exactly these letters");
-        else if (!pAbout->Find("Caption"))
-            oReport.Add(Rule::HelpWithoutAbout, pFile->At(pAbout->At()),
-                        "the MenuItem of the action \"About\" has no Caption", "add one");
+        const Element* about = nullptr; // the first one is taken
+        for (const Element& group : file->root->Children())
+            if (group.name == "Menus")
+                for (const Element& entry : group.Children())
+                    if (!about && entry.name == "MenuItem" && entry.Value("ActionItem") == "About")
+                        about = &entry;
+        if (!about)
+            report.Add(Rule::HelpWithoutAbout, file->At(file->root->At("ProgID")),
+                       "the help service has no MenuItem of the action \"About\"", "add one, in exactly these letters");
+        else if (!about->Find("Caption"))
+            report.Add(Rule::HelpWithoutAbout, file->At(about->At()),
+                       "the MenuItem of the action \"About\" has no Caption", "add one");
     }
 }
 
 class ItemCheck {
 public:
-    ItemCheck(Model& oModel, Report& oReport) : m_oModel(oModel), m_oReport(oReport) {
-        for (Provider& oItem : oModel.aItems) {
-            m_mapItems.emplace(oItem.sName, &oItem);
-            m_aNames.push_back(oItem.sName);
+    ItemCheck(Model& model, Report& report) : m_model(model), m_report(report) {
+        for (Provider& item : model.items) {
+            m_items.emplace(item.name, &item);
+            m_names.push_back(item.name);
         }
     }
 
     void Check() {
-        for (Provider& oItem : m_oModel.aItems) {
-            CheckParent(oItem);
-            CheckDefaultAction(oItem);
+        for (Provider& item : m_model.items) {
+            CheckParent(item);
+            CheckDefaultAction(item);
         }
     }
 
 private:
-    void CheckParent(const Provider& oItem) {
-        const std::string sParent(oItem.pElement->Value("Parent"));
-        if (sParent.empty()) {
-            if (EqualText(oItem.pElement->Value("Type"), "Default"))
-                m_oReport.Add(Rule::UnreachableItem, oItem.At("Type"),
-                              "nothing shows " + oItem.Named() + ", which is of Type Default and has no Parent",
-                              "name the item above it as Parent, or make it a Folder");
+    void CheckParent(const Provider& item) {
+        const std::string parent(item.element->Value("Parent"));
+        if (parent.empty()) {
+            if (EqualText(item.element->Value("Type"), "Default"))
+                m_report.Add(Rule::UnreachableItem, item.At("Type"),
+                             "nothing shows " + item.Named() + ", which is of Type Default and has no Parent",
+                             "name the item above it as Parent, or make it a Folder");
             return;
         }
-        if (!m_mapItems.contains(sParent)) {
-            if (m_oModel.bComplete)
-                m_oReport.Add(Rule::UnknownParent, oItem.At("Parent"), "there is no explorer item " + Quoted(sParent),
-                              WriteInstead(m_aNames, sParent, "define it in an active file, or remove Parent"));
+        if (!m_items.contains(parent)) {
+            if (m_model.complete)
+                m_report.Add(Rule::UnknownParent, item.At("Parent"), "there is no explorer item " + Quoted(parent),
+                             WriteInstead(m_names, parent, "define it in an active file, or remove Parent"));
             return;
         }
-        CheckCycle(oItem);
+        CheckCycle(item);
     }
 
     // Reported at the first item of the ring alone.
-    void CheckCycle(const Provider& oItem) {
-        std::set<const Provider*> setRing;
-        const Provider* pItem = &oItem;
-        while (pItem && setRing.insert(pItem).second) {
-            const auto it = m_mapItems.find(pItem->pElement->Value("Parent"));
-            pItem = it == m_mapItems.end() ? nullptr : it->second;
+    void CheckCycle(const Provider& item) {
+        std::set<const Provider*> ring;
+        const Provider* itemProvider = &item;
+        while (itemProvider && ring.insert(itemProvider).second) {
+            const auto it = m_items.find(itemProvider->element->Value("Parent"));
+            itemProvider = it == m_items.end() ? nullptr : it->second;
         }
-        if (pItem != &oItem || m_setInRings.contains(&oItem))
+        if (itemProvider != &item || m_inRings.contains(&item))
             return;
-        m_setInRings.insert(setRing.begin(), setRing.end());
-        m_oReport.Add(Rule::ParentCycle, oItem.At("Parent"),
-                      oItem.Named() + (setRing.size() == 1 ? " is its own Parent" : " is below itself"),
-                      "remove the Parent of the one that is meant to be on top");
+        m_inRings.insert(ring.begin(), ring.end());
+        m_report.Add(Rule::ParentCycle, item.At("Parent"),
+                     item.Named() + (ring.size() == 1 ? " is its own Parent" : " is below itself"),
+                     "remove the Parent of the one that is meant to be on top");
     }
 
-    void CheckDefaultAction(Provider& oItem) {
-        const std::string sAction(oItem.pElement->Value("DefaultAction"));
-        if (sAction.empty() || oItem.FindAction(sAction))
+    void CheckDefaultAction(Provider& item) {
+        const std::string actionName(item.element->Value("DefaultAction"));
+        if (actionName.empty() || item.FindAction(actionName))
             return;
-        std::vector<std::string> aNames;
-        for (const Action& oAction : oItem.aActions)
-            aNames.emplace_back(oAction.sName);
-        m_oReport.Add(Rule::UnknownDefaultAction, oItem.At("DefaultAction"),
-                      oItem.Named() + " has no action " + Quoted(sAction),
-                      WriteInstead(aNames, sAction, "define it there as an ActionItem"));
+        std::vector<std::string> names;
+        for (const Action& action : item.actions)
+            names.emplace_back(action.name);
+        m_report.Add(Rule::UnknownDefaultAction, item.At("DefaultAction"),
+                     item.Named() + " has no action " + Quoted(actionName),
+                     WriteInstead(names, actionName, "define it there as an ActionItem"));
     }
 
-    Model& m_oModel;
-    Report& m_oReport;
-    std::unordered_map<std::string_view, Provider*, TextHash, TextEqual> m_mapItems; // by name
-    std::vector<std::string> m_aNames;
-    std::set<const Provider*> m_setInRings;
+    Model& m_model;
+    Report& m_report;
+    std::unordered_map<std::string_view, Provider*, TextHash, TextEqual> m_items; // by name
+    std::vector<std::string> m_names;
+    std::set<const Provider*> m_inRings;
 };
 
-void CheckWindows(const Model& oModel, Report& oReport) {
-    for (const Window& oWindow : oModel.aWindows)
-        if (BooleanOf(*oWindow.pElement, "IsModal", false) && BooleanOf(*oWindow.pElement, "IsMDIChild", true))
-            oReport.Add(Rule::ModalMdiChild, oWindow.pFile->At(oWindow.pElement->At("IsModal")),
-                        "the window " + Quoted(oWindow.sName) + " is modal and an MDI child, so opening it fails",
-                        "write IsMDIChild=\"False\"");
+void CheckWindows(const Model& model, Report& report) {
+    for (const Window& window : model.windows)
+        if (BooleanOf(*window.element, "IsModal", false) && BooleanOf(*window.element, "IsMDIChild", true))
+            report.Add(Rule::ModalMdiChild, window.file->At(window.element->At("IsModal")),
+                       "the window " + Quoted(window.name) + " is modal and an MDI child, so opening it fails",
+                       "write IsMDIChild=\"False\"");
 }
 
 } // namespace
 
-void CheckNames(Model& oModel, const std::string& sApplication, Report& oReport) {
-    CheckFramework(oModel, sApplication, oReport);
-    CheckStartServices(oModel, oReport);
-    CheckHelp(oModel, oReport);
-    ItemCheck(oModel, oReport).Check();
-    CheckWindows(oModel, oReport);
+void CheckNames(Model& model, const std::string& application, Report& report) {
+    CheckFramework(model, application, report);
+    CheckStartServices(model, report);
+    CheckHelp(model, report);
+    ItemCheck(model, report).Check();
+    CheckWindows(model, report);
 }
 
 } // namespace corvane::check

@@ -13,145 +13,145 @@ namespace corvane::check {
 
 namespace {
 
-constexpr const char* sFrameworkProgID = "Corvane.Framework";
+constexpr const char* frameworkProgID = "Corvane.Framework";
 
 class PluginCheck {
 public:
-    PluginCheck(const std::string& sApplication, Report& oReport)
-        : m_oFactory(JoinPath(sApplication, "plugins")), m_oReport(oReport) {}
+    PluginCheck(const std::string& application, Report& report)
+        : m_factory(JoinPath(application, "plugins")), m_report(report) {}
 
-    void Check(const Provider& oProvider) {
-        const bool bPage = oProvider.eKind == ProviderKind::Page || oProvider.eKind == ProviderKind::PreferencePage;
-        const std::size_t iPoint = oProvider.sProgID.find('.');
-        if (iPoint == std::string::npos || iPoint == 0)
+    void Check(const Provider& provider) {
+        const bool page = provider.kind == ProviderKind::Page || provider.kind == ProviderKind::PreferencePage;
+        const std::size_t point = provider.progID.find('.');
+        if (point == std::string::npos || point == 0)
             return;
-        const Place oPlace = oProvider.At(bPage ? "PageProgID" : "ProgID");
-        const Library& oLibrary = LibraryOf(oProvider.sProgID.substr(0, iPoint), oPlace);
-        if (!oLibrary.bUsable)
+        const Place place = provider.At(page ? "PageProgID" : "ProgID");
+        const Library& library = LibraryOf(provider.progID.substr(0, point), place);
+        if (!library.usable)
             return;
-        const auto it = std::find_if(oLibrary.aClasses.begin(), oLibrary.aClasses.end(),
-                                     [&](const auto& o) { return EqualText(o.sProgID, oProvider.sProgID); });
-        if (it == oLibrary.aClasses.end()) {
+        const auto it = std::find_if(library.classes.begin(), library.classes.end(),
+                                     [&](const auto& o) { return EqualText(o.progID, provider.progID); });
+        if (it == library.classes.end()) {
             // What stands before the point would make all names alike.
-            std::vector<std::string> aNames;
-            for (const auto& oClass : oLibrary.aClasses)
-                aNames.push_back(oClass.sProgID.substr(iPoint + 1));
-            const auto oNearest = Nearest(aNames, std::string_view(oProvider.sProgID).substr(iPoint + 1));
-            m_oReport.Add(Rule::UnknownClass, oPlace, "the plug-in has no class " + Quoted(oProvider.sProgID),
-                          oNearest ? "write " + Quoted(oProvider.sProgID.substr(0, iPoint + 1) + *oNearest)
-                                   : "add it to CORVANE_PLUGIN");
+            std::vector<std::string> names;
+            for (const auto& classInfo : library.classes)
+                names.push_back(classInfo.progID.substr(point + 1));
+            const auto nearest = Nearest(names, std::string_view(provider.progID).substr(point + 1));
+            m_report.Add(Rule::UnknownClass, place, "the plug-in has no class " + Quoted(provider.progID),
+                         nearest ? "write " + Quoted(provider.progID.substr(0, point + 1) + *nearest)
+                                 : "add it to CORVANE_PLUGIN");
             return;
         }
-        CheckMembers(oProvider, *it);
+        CheckMembers(provider, *it);
     }
 
-    void CheckFramework(const Provider& oService) {
-        CheckMembers(oService, {sFrameworkProgID, Class<Framework>(sFrameworkProgID).Members()});
+    void CheckFramework(const Provider& service) {
+        CheckMembers(service, {frameworkProgID, Class<Framework>(frameworkProgID).Members()});
     }
 
-    void CheckWindows(const Model& oModel) {
-        std::vector<std::string> aTexts;
-        for (const std::string& sLibrary : m_oFactory.Libraries())
-            if (auto oBytes = ReadBytes(m_oFactory.PathOf(sLibrary)))
-                aTexts.push_back(FoldAscii(std::move(*oBytes)));
-        for (const Window& oWindow : oModel.aWindows) {
+    void CheckWindows(const Model& model) {
+        std::vector<std::string> texts;
+        for (const std::string& library : m_factory.Libraries())
+            if (auto bytes = ReadBytes(m_factory.PathOf(library)))
+                texts.push_back(FoldAscii(std::move(*bytes)));
+        for (const Window& window : model.windows) {
             // Compilers cut short texts into pieces of eight and of four bytes.
-            const std::size_t nPiece = oWindow.sName.size() >= 8 ? 8 : 4;
-            if (oWindow.sName.size() < nPiece)
+            const std::size_t pieceCount = window.name.size() >= 8 ? 8 : 4;
+            if (window.name.size() < pieceCount)
                 continue;
-            const std::string sPiece = FoldAscii(oWindow.sName.substr(0, nPiece));
-            if (std::none_of(aTexts.begin(), aTexts.end(),
-                             [&](const std::string& sText) { return sText.find(sPiece) != std::string::npos; }))
-                m_oReport.Add(Rule::UnreachableWindow, oWindow.pFile->At(oWindow.pElement->At("Name")),
-                              "no plug-in names the window " + Quoted(oWindow.sName),
-                              "open it by OpenWindow, or remove it");
+            const std::string piece = FoldAscii(window.name.substr(0, pieceCount));
+            if (std::none_of(texts.begin(), texts.end(),
+                             [&](const std::string& text) { return text.find(piece) != std::string::npos; }))
+                m_report.Add(Rule::UnreachableWindow, window.file->At(window.element->At("Name")),
+                             "no plug-in names the window " + Quoted(window.name),
+                             "open it by OpenWindow, or remove it");
         }
     }
 
 private:
     struct Library {
-        bool bUsable = false;
-        std::vector<PluginFactory::ClassInfo> aClasses;
+        bool usable = false;
+        std::vector<PluginFactory::ClassInfo> classes;
     };
 
-    static std::string FoldAscii(std::string sText) {
-        for (char& c : sText)
+    static std::string FoldAscii(std::string text) {
+        for (char& c : text)
             if (c >= 'A' && c <= 'Z')
                 c = static_cast<char>(c + 32);
-        return sText;
+        return text;
     }
 
-    const Library& LibraryOf(const std::string& sName, const Place& oPlace) {
-        const auto [it, bNew] = m_mapLibraries.try_emplace(FoldText(sName));
-        if (!bNew || !FindPath(m_oFactory.PathOf(sName)))
+    const Library& LibraryOf(const std::string& name, const Place& place) {
+        const auto [it, isNew] = m_libraries.try_emplace(FoldText(name));
+        if (!isNew || !FindPath(m_factory.PathOf(name)))
             return it->second; // that it is missing is told already
         try {
-            it->second.aClasses = m_oFactory.Classes(sName);
-            it->second.bUsable = true;
-        } catch (const Failure& oFailure) {
-            const std::string& sText = oFailure.Description;
-            const std::size_t iWhy = sText.find(": ");
-            m_oReport.Add(Rule::UnusablePlugin, oPlace, iWhy == std::string::npos ? sText : sText.substr(iWhy + 2),
-                          "build the plug-in again");
+            it->second.classes = m_factory.Classes(name);
+            it->second.usable = true;
+        } catch (const Failure& failure) {
+            const std::string& text = failure.Description;
+            const std::size_t why = text.find(": ");
+            m_report.Add(Rule::UnusablePlugin, place, why == std::string::npos ? text : text.substr(why + 2),
+                         "build the plug-in again");
         }
         return it->second;
     }
 
-    void CheckMembers(const Provider& oProvider, const PluginFactory::ClassInfo& oClass) {
-        const File& oFile = *oProvider.pFile;
-        for (const Action& oAction : oProvider.aActions)
-            if (!oAction.sProcedure.empty())
-                CheckMember(oClass, oAction.sProcedure, oAction.PassesItself() ? 1 : 0, oFile,
-                            oAction.pElement->At("Action"));
-        if (oProvider.eKind == ProviderKind::Service && BooleanOf(*oProvider.pElement, "IsStartService", false))
-            CheckMember(oClass, "Start", 0, oFile, oProvider.pElement->At("IsStartService"));
+    void CheckMembers(const Provider& provider, const PluginFactory::ClassInfo& classInfo) {
+        const File& file = *provider.file;
+        for (const Action& action : provider.actions)
+            if (!action.procedure.empty())
+                CheckMember(classInfo, action.procedure, action.PassesItself() ? 1 : 0, file,
+                            action.element->At("Action"));
+        if (provider.kind == ProviderKind::Service && BooleanOf(*provider.element, "IsStartService", false))
+            CheckMember(classInfo, "Start", 0, file, provider.element->At("IsStartService"));
     }
 
-    void CheckMember(const PluginFactory::ClassInfo& oClass, std::string_view sMember, std::size_t nArguments,
-                     const File& oFile, Spot pSpot) {
-        const auto it = std::find_if(oClass.aMembers.begin(), oClass.aMembers.end(),
-                                     [&](const MemberInfo& o) { return EqualText(o.Name, sMember); });
-        if (it == oClass.aMembers.end()) {
-            std::vector<std::string> aNames;
-            for (const MemberInfo& oMember : oClass.aMembers)
-                aNames.emplace_back(oMember.Name);
-            m_oReport.Add(Rule::UnknownMember, oFile.At(pSpot),
-                          "the class " + oClass.sProgID + " has no member " + Quoted(sMember),
-                          WriteInstead(aNames, sMember, "add it to its Members"));
-        } else if (it->What == MemberInfo::Kind::Method && it->ParameterCount != nArguments) {
-            m_oReport.Add(
-                Rule::WrongArguments, oFile.At(pSpot),
-                oClass.sProgID + "." + std::string(it->Name) + " takes " + std::to_string(it->ParameterCount) +
-                    " arguments and is given " + std::to_string(nArguments),
-                nArguments == 0 ? "write PassActionItemParam=\"True\"" : "write PassActionItemParam=\"False\"");
+    void CheckMember(const PluginFactory::ClassInfo& classInfo, std::string_view memberName, std::size_t arguments,
+                     const File& file, Spot spot) {
+        const auto it = std::find_if(classInfo.members.begin(), classInfo.members.end(),
+                                     [&](const MemberInfo& o) { return EqualText(o.Name, memberName); });
+        if (it == classInfo.members.end()) {
+            std::vector<std::string> names;
+            for (const MemberInfo& member : classInfo.members)
+                names.emplace_back(member.Name);
+            m_report.Add(Rule::UnknownMember, file.At(spot),
+                         "the class " + classInfo.progID + " has no member " + Quoted(memberName),
+                         WriteInstead(names, memberName, "add it to its Members"));
+        } else if (it->What == MemberInfo::Kind::Method && it->ParameterCount != arguments) {
+            m_report.Add(Rule::WrongArguments, file.At(spot),
+                         classInfo.progID + "." + std::string(it->Name) + " takes " +
+                             std::to_string(it->ParameterCount) + " arguments and is given " +
+                             std::to_string(arguments),
+                         arguments == 0 ? "write PassActionItemParam=\"True\"" : "write PassActionItemParam=\"False\"");
         }
     }
 
-    PluginFactory m_oFactory;
-    Report& m_oReport;
-    std::map<std::string, Library> m_mapLibraries; // by folded name
+    PluginFactory m_factory;
+    Report& m_report;
+    std::map<std::string, Library> m_libraries; // by folded name
 };
 
 } // namespace
 
-void CheckPlugins(Model& oModel, const std::string& sApplication, bool bLoad, Report& oReport) {
-    PluginCheck oCheck(sApplication, oReport);
-    for (const Provider& oService : oModel.aServices) {
-        if (EqualText(oService.sProgID, sFrameworkProgID))
-            oCheck.CheckFramework(oService);
-        else if (bLoad)
-            oCheck.Check(oService);
+void CheckPlugins(Model& model, const std::string& application, bool load, Report& report) {
+    PluginCheck check(application, report);
+    for (const Provider& service : model.services) {
+        if (EqualText(service.progID, frameworkProgID))
+            check.CheckFramework(service);
+        else if (load)
+            check.Check(service);
     }
-    if (!bLoad)
+    if (!load)
         return;
     // The objects of other items are made by plug-ins, as they like.
-    for (const Provider& oItem : oModel.aItems)
-        if (EqualText(oItem.pElement->Value("Type"), "Folder"))
-            oCheck.Check(oItem);
-    for (const auto* pPages : {&oModel.aPages, &oModel.aPreferencePages})
-        for (const Provider& oPage : *pPages)
-            oCheck.Check(oPage);
-    oCheck.CheckWindows(oModel);
+    for (const Provider& item : model.items)
+        if (EqualText(item.element->Value("Type"), "Folder"))
+            check.Check(item);
+    for (const auto* pages : {&model.pages, &model.preferencePages})
+        for (const Provider& page : *pages)
+            check.Check(page);
+    check.CheckWindows(model);
 }
 
 } // namespace corvane::check

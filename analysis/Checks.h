@@ -8,14 +8,14 @@
 namespace corvane::check {
 
 // Services, explorer items and windows, and how they refer to one another.
-void CheckNames(Model& oModel, const std::string& sApplication, Report& oReport);
+void CheckNames(Model& model, const std::string& application, Report& report);
 // What becomes of the entries of menus, toolbars and context menus.
-void CheckMenus(Model& oModel, const MenuPlan& oPlan, Report& oReport);
+void CheckMenus(Model& model, const MenuPlan& plan, Report& report);
 // Shortcuts and mnemonics.
-void CheckKeys(Model& oModel, const MenuPlan& oPlan, Report& oReport);
+void CheckKeys(Model& model, const MenuPlan& plan, Report& report);
 // Pictures, and whether the plug-ins are there.
-void CheckFolder(Model& oModel, const std::string& sApplication, bool bPlugins, Report& oReport);
+void CheckFolder(Model& model, const std::string& application, bool plugins, Report& report);
 // Whether classes have the members that actions call: the root object always, plug-ins if they are to be loaded.
-void CheckPlugins(Model& oModel, const std::string& sApplication, bool bLoad, Report& oReport);
+void CheckPlugins(Model& model, const std::string& application, bool load, Report& report);
 
 } // namespace corvane::check

@@ -10,325 +10,321 @@ namespace corvane::check {
 
 namespace {
 
-std::string PlaceText(const Place& oPlace) {
-    return oPlace.sFile + ":" + std::to_string(oPlace.oAt.lLine) + ":" + std::to_string(oPlace.oAt.lColumn);
+std::string PlaceText(const Place& place) {
+    return place.file + ":" + std::to_string(place.at.line) + ":" + std::to_string(place.at.column);
 }
 
 std::string Ordinal(std::size_t n) {
-    const bool bTeen = n % 100 >= 11 && n % 100 <= 13;
-    const char* sEnding = bTeen || n % 10 > 3 || n % 10 == 0 ? "th" : n % 10 == 1 ? "st" : n % 10 == 2 ? "nd" : "rd";
-    return std::to_string(n) + sEnding;
+    const bool teen = n % 100 >= 11 && n % 100 <= 13;
+    const char* ending = teen || n % 10 > 3 || n % 10 == 0 ? "th" : n % 10 == 1 ? "st" : n % 10 == 2 ? "nd" : "rd";
+    return std::to_string(n) + ending;
 }
 
-std::string ContextBar(const Provider& oItem) {
-    return "Context." + oItem.sName;
+std::string ContextBar(const Provider& item) {
+    return "Context." + item.name;
 }
 
-constexpr std::string_view sToolbarPrefix = "Toolbars.";
+constexpr std::string_view toolbarPrefix = "Toolbars.";
 
 // "Standard" of "Toolbars.Standard".
-std::string_view ToolbarOf(std::string_view sBar) {
-    return sBar.substr(sToolbarPrefix.size());
+std::string_view ToolbarOf(std::string_view bar) {
+    return bar.substr(toolbarPrefix.size());
 }
 
 // "File", "Toolbars.Standard": how a bar is spoken of.
-std::string BarText(const std::string& sName) {
-    if (sName == "Main")
+std::string BarText(const std::string& name) {
+    if (name == "Main")
         return "the menu bar";
-    if (sName.starts_with(sToolbarPrefix))
-        return "the toolbar " + Quoted(ToolbarOf(sName));
-    return "the menu " + Quoted(sName);
+    if (name.starts_with(toolbarPrefix))
+        return "the toolbar " + Quoted(ToolbarOf(name));
+    return "the menu " + Quoted(name);
 }
 
 class Explainer {
 public:
-    Explainer(Model& oModel, std::string sItem) : m_oModel(oModel), m_oPlan(oModel), m_sItem(std::move(sItem)) {}
+    Explainer(Model& model, std::string item) : m_model(model), m_plan(model), m_item(std::move(item)) {}
 
     Explanation Run() {
-        for (Provider* pProvider : m_oModel.MenuProviders()) {
-            for (const Entry& oEntry : pProvider->aEntries)
-                if (Is(oEntry.sKey) || Is(ToolOf(oEntry)))
-                    ExplainEntry(oEntry);
-            ExplainContextMenu(*pProvider);
+        for (Provider* provider : m_model.MenuProviders()) {
+            for (const Entry& entry : provider->entries)
+                if (Is(entry.key) || Is(ToolOf(entry)))
+                    ExplainEntry(entry);
+            ExplainContextMenu(*provider);
         }
-        for (const auto& [sName, oBar] : m_oPlan.Bars())
-            if (Is(oBar.sName) || (oBar.sName.starts_with(sToolbarPrefix) && Is(ToolbarOf(oBar.sName))))
-                ExplainBar(oBar);
-        for (const Window& oWindow : m_oModel.aWindows)
-            if (Is(oWindow.sName) || std::any_of(oWindow.aPages.begin(), oWindow.aPages.end(),
-                                                 [&](const Provider* pPage) { return Is(pPage->sProgID); }))
-                ExplainWindow(oWindow);
-        for (Provider& oItem : m_oModel.aItems)
-            if (Is(oItem.sName) || Is(oItem.sProgID))
-                ExplainItem(oItem);
-        for (Provider& oService : m_oModel.aServices)
-            if (Is(oService.sName) || Is(oService.sProgID))
-                ExplainService(oService);
-        if (m_sText.empty())
+        for (const auto& [name, bar] : m_plan.Bars())
+            if (Is(bar.name) || (bar.name.starts_with(toolbarPrefix) && Is(ToolbarOf(bar.name))))
+                ExplainBar(bar);
+        for (const Window& window : m_model.windows)
+            if (Is(window.name) || std::any_of(window.pages.begin(), window.pages.end(),
+                                               [&](const Provider* page) { return Is(page->progID); }))
+                ExplainWindow(window);
+        for (Provider& item : m_model.items)
+            if (Is(item.name) || Is(item.progID))
+                ExplainItem(item);
+        for (Provider& service : m_model.services)
+            if (Is(service.name) || Is(service.progID))
+                ExplainService(service);
+        if (m_text.empty())
             ExplainAction();
-        if (!m_sText.empty())
-            return {m_sText, {}};
+        if (!m_text.empty())
+            return {m_text, {}};
         return {{}, NearestNames()};
     }
 
 private:
-    bool Is(std::string_view sName) {
-        m_aNames.emplace_back(sName);
-        return EqualText(sName, m_sItem);
+    bool Is(std::string_view name) {
+        m_names.emplace_back(name);
+        return EqualText(name, m_item);
     }
 
-    void Heading(const std::string& sText) { m_sText += (m_sText.empty() ? "" : "\n") + sText + "\n"; }
-    void Field(const std::string& sName, const std::string& sText) {
-        constexpr std::size_t nWidth = 12;
-        m_sText += "  " + sName + std::string(sName.size() < nWidth ? nWidth - sName.size() : 1, ' ') + sText + "\n";
+    void Heading(const std::string& text) { m_text += (m_text.empty() ? "" : "\n") + text + "\n"; }
+    void Field(const std::string& name, const std::string& text) {
+        constexpr std::size_t width = 12;
+        m_text += "  " + name + std::string(name.size() < width ? width - name.size() : 1, ' ') + text + "\n";
     }
 
-    [[nodiscard]] std::string ToolOf(const Entry& oEntry) const {
-        const Tool* pTool = m_oPlan.ToolOf(*oEntry.pAction);
-        return pTool ? std::string(pTool->sName) : ContextBar(*oEntry.pProvider) + "." + std::string(oEntry.sKey);
+    [[nodiscard]] std::string ToolOf(const Entry& entry) const {
+        const Tool* tool = m_plan.ToolOf(*entry.action);
+        return tool ? std::string(tool->name) : ContextBar(*entry.provider) + "." + std::string(entry.key);
     }
 
-    void ExplainEntry(const Entry& oEntry) {
-        std::string sHeading = oEntry.Named().substr(4); // without "the "
-        Heading(sHeading);
-        Field("defined",
-              PlaceText(oEntry.pProvider->pFile->At(oEntry.pElement->At())) + ", by " + oEntry.pProvider->Named());
-        ExplainProcedure(oEntry);
-        if (const std::string sTool = ToolOf(oEntry); !EqualText(sTool, oEntry.sKey))
-            Field("tool", Quoted(sTool) + ", under which it is found and chosen");
-        Field("position", ToText(oEntry.fPositionOrder) + ", position key " + Quoted(oEntry.PositionKey()));
-        if (const Placing* pPlacing = m_oPlan.PlacingOf(oEntry)) {
-            ExplainRank(*pPlacing);
-            ExplainStand(*pPlacing);
+    void ExplainEntry(const Entry& entry) {
+        std::string heading = entry.Named().substr(4); // without "the "
+        Heading(heading);
+        Field("defined", PlaceText(entry.provider->file->At(entry.element->At())) + ", by " + entry.provider->Named());
+        ExplainProcedure(entry);
+        if (const std::string tool = ToolOf(entry); !EqualText(tool, entry.key))
+            Field("tool", Quoted(tool) + ", under which it is found and chosen");
+        Field("position", ToText(entry.positionOrder) + ", position key " + Quoted(entry.PositionKey()));
+        if (const Placing* placing = m_plan.PlacingOf(entry)) {
+            ExplainRank(*placing);
+            ExplainStand(*placing);
         } else {
-            const auto oRank = ContextRank(oEntry);
-            const bool bTitle = oEntry.eType == MenuType::fwContextMenuTitle;
-            Field("rank", oRank ? std::to_string(*oRank) + " = " + ToText(oEntry.fPositionOrder) +
-                                      (bTitle ? ", rounded, because it is a title" : " x 100")
-                                : "too large");
-            Field("place", "in the context menu of " + oEntry.pProvider->Named());
+            const auto rank = ContextRank(entry);
+            const bool title = entry.type == MenuType::fwContextMenuTitle;
+            Field("rank", rank ? std::to_string(*rank) + " = " + ToText(entry.positionOrder) +
+                                     (title ? ", rounded, because it is a title" : " x 100")
+                               : "too large");
+            Field("place", "in the context menu of " + entry.provider->Named());
         }
-        ExplainShown(oEntry);
+        ExplainShown(entry);
     }
 
-    void ExplainProcedure(const Entry& oEntry) {
-        const Action& oAction = *oEntry.pAction;
-        std::string sText =
-            Quoted(oAction.sName) + ", " + PlaceText(oEntry.pProvider->pFile->At(oEntry.pAction->pElement->At()));
-        const bool bTitle = oEntry.eType == MenuType::fwMenuTitle || oEntry.eType == MenuType::fwContextMenuTitle;
-        if (!oAction.sProcedure.empty())
-            sText += ", calls " + std::string(oAction.sProcedure) + (oAction.PassesItself() ? " with itself" : "");
-        else if (!bTitle)
-            sText += ", calls nothing";
-        Field("action", sText);
+    void ExplainProcedure(const Entry& entry) {
+        const Action& action = *entry.action;
+        std::string text =
+            Quoted(action.name) + ", " + PlaceText(entry.provider->file->At(entry.action->element->At()));
+        const bool title = entry.type == MenuType::fwMenuTitle || entry.type == MenuType::fwContextMenuTitle;
+        if (!action.procedure.empty())
+            text += ", calls " + std::string(action.procedure) + (action.PassesItself() ? " with itself" : "");
+        else if (!title)
+            text += ", calls nothing";
+        Field("action", text);
     }
 
-    void ExplainRank(const Placing& oPlacing) {
-        const Entry& oEntry = *oPlacing.pEntry;
-        const std::string sOrder = ToText(oEntry.fPositionOrder);
-        if (oEntry.eType == MenuType::fwToolbarItem) {
-            Field("order", "by the text " + Quoted(oEntry.PositionKey()));
+    void ExplainRank(const Placing& placing) {
+        const Entry& entry = *placing.entry;
+        const std::string order = ToText(entry.positionOrder);
+        if (entry.type == MenuType::fwToolbarItem) {
+            Field("order", "by the text " + Quoted(entry.PositionKey()));
             return;
         }
-        std::string sText = oPlacing.oRank ? std::to_string(*oPlacing.oRank) : std::string("too large");
-        const std::string_view sPath = oEntry.sPath;
-        if (sPath.empty() && oEntry.eType == MenuType::fwMenuTitle)
-            sText += ", its order";
-        else if (oPlacing.pTitle)
-            sText += " = " + ToText(oPlacing.pTitle->fPositionOrder) + " x 1000000 + " + sOrder + " x 100; " +
-                     ToText(oPlacing.pTitle->fPositionOrder) + " is the order of " + oPlacing.pTitle->Named() + ", " +
-                     PlaceText(oPlacing.pTitle->At("PositionOrder"));
+        std::string text = placing.rank ? std::to_string(*placing.rank) : std::string("too large");
+        const std::string_view path = entry.path;
+        if (path.empty() && entry.type == MenuType::fwMenuTitle)
+            text += ", its order";
+        else if (placing.title)
+            text += " = " + ToText(placing.title->positionOrder) + " x 1000000 + " + order + " x 100; " +
+                    ToText(placing.title->positionOrder) + " is the order of " + placing.title->Named() + ", " +
+                    PlaceText(placing.title->At("PositionOrder"));
         else
-            sText += " = 500 x 1000000 + " + sOrder + " x 100; there is no title " + Quoted(sPath);
-        Field("rank", sText);
+            text += " = 500 x 1000000 + " + order + " x 100; there is no title " + Quoted(path);
+        Field("rank", text);
     }
 
-    void ExplainStand(const Placing& oPlacing) {
-        if (!oPlacing.pBar) {
-            std::string sWhy = "nowhere";
-            if (oPlacing.pOwner)
-                sWhy += ", because " + oPlacing.pOwner->Named() + " has the same rank, " +
-                        PlaceText(oPlacing.pOwner->At("PositionOrder"));
-            Field("place", sWhy + "; corvane check says more");
+    void ExplainStand(const Placing& placing) {
+        if (!placing.bar) {
+            std::string why = "nowhere";
+            if (placing.owner)
+                why += ", because " + placing.owner->Named() + " has the same rank, " +
+                       PlaceText(placing.owner->At("PositionOrder"));
+            Field("place", why + "; corvane check says more");
             return;
         }
-        const auto& aSlots = oPlacing.pBar->aSlots;
-        const auto it = std::find_if(aSlots.begin(), aSlots.end(), [&](const Slot& oSlot) {
-            const auto aEntries = oSlot.aEntries.All();
-            return std::find(aEntries.begin(), aEntries.end(), oPlacing.pEntry) != aEntries.end();
+        const auto& slots = placing.bar->slots;
+        const auto it = std::find_if(slots.begin(), slots.end(), [&](const Slot& slot) {
+            const auto entries = slot.entries.All();
+            return std::find(entries.begin(), entries.end(), placing.entry) != entries.end();
         });
-        const auto nPlace = static_cast<std::size_t>(it - aSlots.begin());
-        std::string sText =
-            Ordinal(nPlace + 1) + " of " + std::to_string(aSlots.size()) + " in " + BarText(oPlacing.pBar->sName);
-        if (nPlace > 0)
-            sText += ", after " + Quoted(aSlots[nPlace - 1].pTool->sName);
-        if (nPlace + 1 < aSlots.size())
-            sText += (nPlace > 0 ? " and before " : ", before ") + Quoted(aSlots[nPlace + 1].pTool->sName);
-        if (!oPlacing.pBar->pTitle && !oPlacing.pBar->bOfHost && !oPlacing.pBar->sName.starts_with(sToolbarPrefix))
-            sText += "; the menu is a hidden placeholder, because its title isn't defined";
-        Field("place", sText);
-        for (const Entry* pOther : it->aEntries.All())
-            if (pOther != oPlacing.pEntry)
-                Field("shared", "with " + pOther->pProvider->Named() + ", " + PlaceText(pOther->At("ActionItem")));
+        const auto place = static_cast<std::size_t>(it - slots.begin());
+        std::string text =
+            Ordinal(place + 1) + " of " + std::to_string(slots.size()) + " in " + BarText(placing.bar->name);
+        if (place > 0)
+            text += ", after " + Quoted(slots[place - 1].tool->name);
+        if (place + 1 < slots.size())
+            text += (place > 0 ? " and before " : ", before ") + Quoted(slots[place + 1].tool->name);
+        if (!placing.bar->title && !placing.bar->ofHost && !placing.bar->name.starts_with(toolbarPrefix))
+            text += "; the menu is a hidden placeholder, because its title isn't defined";
+        Field("place", text);
+        for (const Entry* other : it->entries.All())
+            if (other != placing.entry)
+                Field("shared", "with " + other->provider->Named() + ", " + PlaceText(other->At("ActionItem")));
     }
 
     // When a person sees it.
-    void ExplainShown(const Entry& oEntry) {
-        const Action& oAction = *oEntry.pAction;
-        std::string sText;
-        switch (oEntry.pProvider->eKind) {
+    void ExplainShown(const Entry& entry) {
+        const Action& action = *entry.action;
+        std::string text;
+        switch (entry.provider->kind) {
         case ProviderKind::Service:
-            sText = "from the start";
+            text = "from the start";
             break;
         case ProviderKind::ExplorerItem:
-            sText = oEntry.IsOfContextMenu() ? "when a user opens the context menu of such an item"
-                                             : "while such an item is the active one of the explorer";
+            text = entry.IsOfContextMenu() ? "when a user opens the context menu of such an item"
+                                           : "while such an item is the active one of the explorer";
             break;
         case ProviderKind::Page:
         case ProviderKind::PreferencePage:
-            sText = "while " + oEntry.pProvider->Named() + " is in front in the active window";
+            text = "while " + entry.provider->Named() + " is in front in the active window";
             break;
         }
-        if (!BooleanOf(*oAction.pElement, "Visible", true))
-            sText += ", once a procedure calls SetVisible(true): the definition says Visible=\"False\"";
-        if (!BooleanOf(*oAction.pElement, "Enabled", true))
-            sText += ", disabled until a procedure calls SetEnabled(true)";
-        Field("shown", sText);
+        if (!BooleanOf(*action.element, "Visible", true))
+            text += ", once a procedure calls SetVisible(true): the definition says Visible=\"False\"";
+        if (!BooleanOf(*action.element, "Enabled", true))
+            text += ", disabled until a procedure calls SetEnabled(true)";
+        Field("shown", text);
     }
 
-    void ExplainContextMenu(Provider& oItem) {
-        const bool bHasMenu = std::any_of(oItem.aEntries.begin(), oItem.aEntries.end(),
-                                          [](const Entry& o) { return o.IsOfContextMenu(); });
-        if (oItem.eKind != ProviderKind::ExplorerItem || !bHasMenu || !Is(ContextBar(oItem)))
+    void ExplainContextMenu(Provider& item) {
+        const bool hasMenu =
+            std::any_of(item.entries.begin(), item.entries.end(), [](const Entry& o) { return o.IsOfContextMenu(); });
+        if (item.kind != ProviderKind::ExplorerItem || !hasMenu || !Is(ContextBar(item)))
             return;
-        Heading("context menu of " + oItem.Named());
-        Field("defined", PlaceText(oItem.pFile->At(oItem.pElement->At())));
-        std::vector<const Entry*> aEntries;
-        for (const Entry& oEntry : oItem.aEntries)
-            if (oEntry.IsOfContextMenu())
-                aEntries.push_back(&oEntry);
-        std::stable_sort(aEntries.begin(), aEntries.end(), [](const Entry* a, const Entry* b) {
+        Heading("context menu of " + item.Named());
+        Field("defined", PlaceText(item.file->At(item.element->At())));
+        std::vector<const Entry*> entries;
+        for (const Entry& entry : item.entries)
+            if (entry.IsOfContextMenu())
+                entries.push_back(&entry);
+        std::stable_sort(entries.begin(), entries.end(), [](const Entry* a, const Entry* b) {
             return ContextRank(*a).value_or(0) < ContextRank(*b).value_or(0);
         });
-        for (const Entry* pEntry : aEntries)
-            Field(std::to_string(ContextRank(*pEntry).value_or(0)),
-                  Quoted(pEntry->sKey) + ", " + PlaceText(pEntry->At("ActionItem")));
+        for (const Entry* entry : entries)
+            Field(std::to_string(ContextRank(*entry).value_or(0)),
+                  Quoted(entry->key) + ", " + PlaceText(entry->At("ActionItem")));
     }
 
-    void ExplainBar(const Bar& oBar) {
-        Heading(BarText(oBar.sName).substr(4));
-        if (oBar.pTitle)
-            Field("defined", "by " + oBar.pTitle->Named() + ", " + PlaceText(oBar.pTitle->At("ActionItem")));
-        else if (oBar.bOfHost)
+    void ExplainBar(const Bar& bar) {
+        Heading(BarText(bar.name).substr(4));
+        if (bar.title)
+            Field("defined", "by " + bar.title->Named() + ", " + PlaceText(bar.title->At("ActionItem")));
+        else if (bar.ofHost)
             Field("defined", "by the host");
-        else if (oBar.pFirstAsked)
-            Field("created", "for " + oBar.pFirstAsked->Named() + ", " + PlaceText(oBar.pFirstAsked->At("Path")) +
-                                 (oBar.sName.starts_with(sToolbarPrefix) ? "" : "; its title isn't defined"));
-        std::size_t nPlace = 0;
-        for (const Slot& oSlot : oBar.aSlots) {
-            ++nPlace;
-            if (oSlot.aEntries.empty()) {
-                Field(std::to_string(nPlace), Quoted(oSlot.pTool->sName) + ", created by the library");
+        else if (bar.firstAsked)
+            Field("created", "for " + bar.firstAsked->Named() + ", " + PlaceText(bar.firstAsked->At("Path")) +
+                                 (bar.name.starts_with(toolbarPrefix) ? "" : "; its title isn't defined"));
+        std::size_t place = 0;
+        for (const Slot& slot : bar.slots) {
+            ++place;
+            if (slot.entries.empty()) {
+                Field(std::to_string(place), Quoted(slot.tool->name) + ", created by the library");
                 continue;
             }
-            const Placing& oPlacing = *m_oPlan.PlacingOf(*oSlot.aEntries.front());
-            Field(std::to_string(nPlace), Quoted(oSlot.pTool->sName) + ", " +
-                                              (oPlacing.oRank ? "rank " + std::to_string(*oPlacing.oRank)
-                                                              : "text " + Quoted(oPlacing.pEntry->PositionKey())) +
-                                              ", " + PlaceText(oPlacing.pEntry->At("PositionOrder")));
+            const Placing& placing = *m_plan.PlacingOf(*slot.entries.front());
+            Field(std::to_string(place), Quoted(slot.tool->name) + ", " +
+                                             (placing.rank ? "rank " + std::to_string(*placing.rank)
+                                                           : "text " + Quoted(placing.entry->PositionKey())) +
+                                             ", " + PlaceText(placing.entry->At("PositionOrder")));
         }
     }
 
-    void ExplainWindow(const Window& oWindow) {
-        Heading("window " + Quoted(oWindow.sName));
-        Field("defined", PlaceText(oWindow.pFile->At(oWindow.pElement->At())));
-        Field("shown", "when a procedure calls WindowManager::OpenWindow(" + Quoted(oWindow.sName) + ", ...)");
-        for (const Provider* pPage : oWindow.aPages)
-            Field("page", Quoted(pPage->sName) + ", " + pPage->sProgID + ", " +
-                              PlaceText(pPage->pFile->At(pPage->pElement->At())));
+    void ExplainWindow(const Window& window) {
+        Heading("window " + Quoted(window.name));
+        Field("defined", PlaceText(window.file->At(window.element->At())));
+        Field("shown", "when a procedure calls WindowManager::OpenWindow(" + Quoted(window.name) + ", ...)");
+        for (const Provider* page : window.pages)
+            Field("page",
+                  Quoted(page->name) + ", " + page->progID + ", " + PlaceText(page->file->At(page->element->At())));
     }
 
-    void ExplainItem(Provider& oItem) {
-        Heading("explorer item " + Quoted(oItem.sName));
-        Field("defined", PlaceText(oItem.pFile->At(oItem.pElement->At())));
-        const std::string_view sType = oItem.pElement->Value("Type");
-        const std::string_view sParent = oItem.pElement->Value("Parent");
-        if (sParent.empty() && !EqualText(sType, "Default"))
-            Field("place",
-                  "as a tab of its own, in order of PositionOrder, here " +
-                      ToText(Variant(oItem.pElement->Find("PositionOrder") ? oItem.pElement->Value("PositionOrder")
-                                                                           : "0")));
+    void ExplainItem(Provider& item) {
+        Heading("explorer item " + Quoted(item.name));
+        Field("defined", PlaceText(item.file->At(item.element->At())));
+        const std::string_view type = item.element->Value("Type");
+        const std::string_view parent = item.element->Value("Parent");
+        if (parent.empty() && !EqualText(type, "Default"))
+            Field("place", "as a tab of its own, in order of PositionOrder, here " +
+                               ToText(Variant(item.element->Find("PositionOrder") ? item.element->Value("PositionOrder")
+                                                                                  : "0")));
         else
-            Field("place", sParent.empty() ? "nowhere, because it has no Parent" : "below " + Quoted(sParent));
-        if (EqualText(sType, "Folder"))
+            Field("place", parent.empty() ? "nowhere, because it has no Parent" : "below " + Quoted(parent));
+        if (EqualText(type, "Folder"))
             Field("created",
-                  oItem.sProgID.empty() ? "by the library, as a plain name" : "by the library, from " + oItem.sProgID);
+                  item.progID.empty() ? "by the library, as a plain name" : "by the library, from " + item.progID);
         else
             Field("created", "by the object above it, which provides its children");
-        if (const auto sAction = oItem.pElement->Value("DefaultAction"); !sAction.empty())
-            Field("dblclick", "fires " + Quoted(sAction));
+        if (const auto action = item.element->Value("DefaultAction"); !action.empty())
+            Field("dblclick", "fires " + Quoted(action));
         Field("shown", "when a procedure calls ExplorerManager::Populate, and its parent is open");
     }
 
-    void ExplainService(const Provider& oService) {
-        Heading("service " + Quoted(oService.sName));
-        Field("defined", PlaceText(oService.pFile->At(oService.pElement->At())));
-        Field("created", "from " + oService.sProgID);
-        Field("contains", std::to_string(oService.aActions.size()) + " actions, " +
-                              std::to_string(oService.aEntries.size()) + " places");
-        if (BooleanOf(*oService.pElement, "IsStartService", false))
+    void ExplainService(const Provider& service) {
+        Heading("service " + Quoted(service.name));
+        Field("defined", PlaceText(service.file->At(service.element->At())));
+        Field("created", "from " + service.progID);
+        Field("contains", std::to_string(service.actions.size()) + " actions, " +
+                              std::to_string(service.entries.size()) + " places");
+        if (BooleanOf(*service.element, "IsStartService", false))
             Field("start", "its method Start is called when all services are initialized");
     }
 
     // By the action's name alone, in all services, items and pages.
     void ExplainAction() {
-        for (Provider* pProvider : m_oModel.MenuProviders())
-            for (const Action& oAction : pProvider->aActions) {
-                if (!Is(oAction.sName))
+        for (Provider* provider : m_model.MenuProviders())
+            for (const Action& action : provider->actions) {
+                if (!Is(action.name))
                     continue;
-                bool bPlaced = false;
-                for (const Entry& oEntry : pProvider->aEntries)
-                    if (oEntry.pAction == &oAction) {
-                        ExplainEntry(oEntry);
-                        bPlaced = true;
+                bool placed = false;
+                for (const Entry& entry : provider->entries)
+                    if (entry.action == &action) {
+                        ExplainEntry(entry);
+                        placed = true;
                     }
-                if (!bPlaced) {
-                    Heading("action " + Quoted(oAction.sName));
-                    Field("defined",
-                          PlaceText(pProvider->pFile->At(oAction.pElement->At())) + ", by " + pProvider->Named());
+                if (!placed) {
+                    Heading("action " + Quoted(action.name));
+                    Field("defined", PlaceText(provider->file->At(action.element->At())) + ", by " + provider->Named());
                     Field("place", "nowhere: no MenuItem of its provider refers to it");
                 }
             }
     }
 
     [[nodiscard]] std::vector<std::string> NearestNames() const {
-        std::vector<std::string> aNames = m_aNames;
-        std::sort(aNames.begin(), aNames.end());
-        aNames.erase(std::unique(aNames.begin(), aNames.end()), aNames.end());
-        if (const auto oNearest = Nearest(aNames, m_sItem))
-            return {*oNearest};
+        std::vector<std::string> names = m_names;
+        std::sort(names.begin(), names.end());
+        names.erase(std::unique(names.begin(), names.end()), names.end());
+        if (const auto nearest = Nearest(names, m_item))
+            return {*nearest};
         // Else what contains it.
-        std::erase_if(aNames, [&](const std::string& sName) {
-            return FoldText(sName).find(FoldText(m_sItem)) == std::string::npos;
-        });
-        return aNames;
+        std::erase_if(
+            names, [&](const std::string& name) { return FoldText(name).find(FoldText(m_item)) == std::string::npos; });
+        return names;
     }
 
-    Model& m_oModel;
-    MenuPlan m_oPlan;
-    std::string m_sItem;
-    std::string m_sText;
-    std::vector<std::string> m_aNames;
+    Model& m_model;
+    MenuPlan m_plan;
+    std::string m_item;
+    std::string m_text;
+    std::vector<std::string> m_names;
 };
 
 } // namespace
 
-Explanation Explain(const std::string& sApplication, const std::string& sItem) {
-    Report oReport;
-    Model oModel;
-    ReadApplication(oModel, sApplication, oReport);
-    BuildModel(oModel, oReport);
-    return Explainer(oModel, sItem).Run();
+Explanation Explain(const std::string& application, const std::string& item) {
+    Report report;
+    Model model;
+    ReadApplication(model, application, report);
+    BuildModel(model, report);
+    return Explainer(model, item).Run();
 }
 
 } // namespace corvane::check

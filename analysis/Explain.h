@@ -7,12 +7,12 @@
 namespace corvane::check {
 
 struct Explanation {
-    std::string sText;                 // empty when there is nothing of that name
-    std::vector<std::string> aNearest; // then, what may have been meant
+    std::string text;                 // empty when there is nothing of that name
+    std::vector<std::string> nearest; // then, what may have been meant
 };
 
-// sItem is a key ("File.Open"), the name of a tool ("Tool.Standard.Open"), of an action, of a bar ("File",
+// item is a key ("File.Open"), the name of a tool ("Tool.Standard.Open"), of an action, of a bar ("File",
 // "Toolbars.Standard", "Context.Study"), a window, an explorer item or a service. Fails as Check does.
-[[nodiscard]] Explanation Explain(const std::string& sApplication, const std::string& sItem);
+[[nodiscard]] Explanation Explain(const std::string& application, const std::string& item);
 
 } // namespace corvane::check

@@ -11,29 +11,29 @@ namespace corvane::check {
 
 // Counted from 1, in characters of the file; 0 where it isn't known.
 struct Position {
-    Long lLine = 0;
-    Long lColumn = 0;
+    Long line = 0;
+    Long column = 0;
 
     friend auto operator<=>(const Position&, const Position&) = default;
 };
 
 struct Place {
-    std::string sFile; // as the application folder was given, and the path below it
-    Position oAt;
+    std::string file; // as the application folder was given, and the path below it
+    Position at;
 };
 
 // A second place that has to do with a finding.
 struct Note {
-    Place oPlace;
-    std::string sText;
+    Place place;
+    std::string text;
 };
 
 struct Finding {
-    Rule eRule;
-    Place oPlace;
-    std::string sText; // what is wrong
-    std::string sCure; // what to do
-    std::vector<Note> aNotes;
+    Rule rule;
+    Place place;
+    std::string text; // what is wrong
+    std::string cure; // what to do
+    std::vector<Note> notes;
 };
 
 } // namespace corvane::check

@@ -15,19 +15,19 @@ enum class Need {
 };
 
 struct AttributeFormat {
-    std::string_view sName;
-    ValueKind eKind = ValueKind::Text;
-    Need eNeed = Need::Optional;
-    std::span<const std::string_view> aWords = {};
+    std::string_view name;
+    ValueKind kind = ValueKind::Text;
+    Need need = Need::Optional;
+    std::span<const std::string_view> words = {};
 };
 
 struct ElementFormat {
-    std::string_view sName;
-    std::span<const AttributeFormat> aAttributes;
-    std::span<const ElementFormat> aChildren;
+    std::string_view name;
+    std::span<const AttributeFormat> attributes;
+    std::span<const ElementFormat> children;
 
-    [[nodiscard]] const AttributeFormat* Attribute(std::string_view sAttribute) const;
-    [[nodiscard]] const ElementFormat* Child(std::string_view sElement) const;
+    [[nodiscard]] const AttributeFormat* Attribute(std::string_view attribute) const;
+    [[nodiscard]] const ElementFormat* Child(std::string_view element) const;
 };
 
 // The root element.

@@ -8,9 +8,9 @@
 
 namespace corvane::check {
 
-void ReportMalformed(const File& oFile, const XmlError& oError, Report& oReport);
+void ReportMalformed(const File& file, const XmlError& error, Report& report);
 
 // Without the "line 7: " that a finding tells by its place.
-[[nodiscard]] std::string WithoutLine(const std::string& sReason);
+[[nodiscard]] std::string WithoutLine(const std::string& reason);
 
 } // namespace corvane::check

@@ -6,293 +6,291 @@ namespace corvane::check {
 
 namespace {
 
-constexpr const char* sMainBar = "Main";
-constexpr const char* sToolbarsMenu = "View.Toolbars";
-constexpr Double dblTitleWeight = 1000000;
-constexpr Double dblTitleOfNobody = 500;
+constexpr const char* mainBar = "Main";
+constexpr const char* toolbarsMenu = "View.Toolbars";
+constexpr Double titleWeight = 1000000;
+constexpr Double titleOfNobody = 500;
 
-std::optional<Long> InRange(Double dblRank) {
+std::optional<Long> InRange(Double rank) {
     try {
-        return RoundToLong(dblRank);
+        return RoundToLong(rank);
     } catch (const Failure&) {
         return std::nullopt;
     }
 }
 
-Double Order(const Entry& oEntry) {
-    return static_cast<Double>(oEntry.fPositionOrder);
+Double Order(const Entry& entry) {
+    return static_cast<Double>(entry.positionOrder);
 }
 
-Double Hundredfold(const Entry& oEntry) {
-    return static_cast<Double>(oEntry.fPositionOrder * 100.0F);
+Double Hundredfold(const Entry& entry) {
+    return static_cast<Double>(entry.positionOrder * 100.0F);
 }
 
-std::string_view NameOf(const Tool* pTool) {
-    return pTool->sName;
+std::string_view NameOf(const Tool* tool) {
+    return tool->name;
 }
 
 } // namespace
 
-MenuPlan::MenuPlan(Model& oModel) {
-    for (const char* sName : {"StatusBar", "Explorer", sMainBar})
-        AddBar(sName, nullptr).bOfHost = true;
-    for (const char* sName : {"Separator", "WindowList"})
-        AddTool(sName);
-    m_aPlacings.reserve(oModel.nEntries);
-    m_aByEntry.resize(oModel.nEntries);
-    m_aLost.resize(oModel.nActions);
-    m_aByAction.resize(oModel.nActions);
-    m_aMenu.reserve(oModel.nEntries);
-    ReadTitles(oModel);
-    for (Provider* pProvider : oModel.MenuProviders())
-        for (const Entry& oEntry : pProvider->aEntries) {
-            if (oEntry.IsOfContextMenu())
+MenuPlan::MenuPlan(Model& model) {
+    for (const char* name : {"StatusBar", "Explorer", mainBar})
+        AddBar(name, nullptr).ofHost = true;
+    for (const char* name : {"Separator", "WindowList"})
+        AddTool(name);
+    m_placings.reserve(model.entries);
+    m_byEntry.resize(model.entries);
+    m_lost.resize(model.actions);
+    m_byAction.resize(model.actions);
+    m_menu.reserve(model.entries);
+    ReadTitles(model);
+    for (Provider* provider : model.MenuProviders())
+        for (const Entry& entry : provider->entries) {
+            if (entry.IsOfContextMenu())
                 continue;
-            Placing& oPlacing = m_aPlacings.emplace_back();
-            oPlacing.pEntry = &oEntry;
-            m_aByEntry[oEntry.iNumber] = &oPlacing;
-            if (oEntry.IsButton())
-                ShareButton(oPlacing);
+            Placing& placing = m_placings.emplace_back();
+            placing.entry = &entry;
+            m_byEntry[entry.number] = &placing;
+            if (entry.IsButton())
+                ShareButton(placing);
             else
-                Rank(oPlacing);
+                Rank(placing);
         }
     ShareRanks();
     Build();
 }
 
-void MenuPlan::ReadTitles(Model& oModel) {
-    for (Provider* pProvider : oModel.MenuProviders())
-        for (const Entry& oEntry : pProvider->aEntries) {
-            if (!oEntry.IsTitle())
+void MenuPlan::ReadTitles(Model& model) {
+    for (Provider* provider : model.MenuProviders())
+        for (const Entry& entry : provider->entries) {
+            if (!entry.IsTitle())
                 continue;
             // A page's title on the menu bar joins one that is there; below another title it doesn't.
-            if (pProvider->eKind == ProviderKind::Page && m_mapTitles.contains(oEntry.pAction->sName))
+            if (provider->kind == ProviderKind::Page && m_titles.contains(entry.action->name))
                 continue;
-            const auto [it, bNew] = m_mapTitles.emplace(oEntry.sKey, &oEntry);
-            if (!bNew)
-                m_aDoubleTitles.push_back({it->second, &oEntry});
+            const auto [it, isNew] = m_titles.emplace(entry.key, &entry);
+            if (!isNew)
+                m_doubleTitles.push_back({it->second, &entry});
         }
 }
 
-void MenuPlan::Rank(Placing& oPlacing) {
-    const Entry& oEntry = *oPlacing.pEntry;
-    if (oEntry.IsTitle() && oEntry.sPath.empty()) {
-        oPlacing.oRank = InRange(Order(oEntry));
+void MenuPlan::Rank(Placing& placing) {
+    const Entry& entry = *placing.entry;
+    if (entry.IsTitle() && entry.path.empty()) {
+        placing.rank = InRange(Order(entry));
     } else {
-        const bool bSamePath = m_pLastRanked && m_pLastRanked->pEntry->sPath == oEntry.sPath;
-        oPlacing.pTitle = bSamePath ? m_pLastRanked->pTitle : TitleOf(oEntry.sPath);
-        const Double dblTitle = oPlacing.pTitle ? Order(*oPlacing.pTitle) : dblTitleOfNobody;
-        oPlacing.oRank = InRange(dblTitle * dblTitleWeight + Hundredfold(oEntry));
-        m_pLastRanked = &oPlacing;
+        const bool samePath = m_lastRanked && m_lastRanked->entry->path == entry.path;
+        placing.title = samePath ? m_lastRanked->title : TitleOf(entry.path);
+        const Double title = placing.title ? Order(*placing.title) : titleOfNobody;
+        placing.rank = InRange(title * titleWeight + Hundredfold(entry));
+        m_lastRanked = &placing;
     }
-    if (oPlacing.oRank)
-        m_aMenu.push_back(&oPlacing);
+    if (placing.rank)
+        m_menu.push_back(&placing);
 }
 
-void MenuPlan::Share(Placing& oPlacing, const Placing& oOwner) {
-    oPlacing.pOwner = oOwner.pEntry;
-    m_aShared.push_back(&oPlacing);
+void MenuPlan::Share(Placing& placing, const Placing& owner) {
+    placing.owner = owner.entry;
+    m_shared.push_back(&placing);
 }
 
-void MenuPlan::ShareButton(Placing& oPlacing) {
-    const auto [it, bNew] = m_mapButtons.emplace(oPlacing.pEntry->PositionKey(), &oPlacing);
-    if (!bNew)
-        Share(oPlacing, *it->second);
+void MenuPlan::ShareButton(Placing& placing) {
+    const auto [it, isNew] = m_buttons.emplace(placing.entry->PositionKey(), &placing);
+    if (!isNew)
+        Share(placing, *it->second);
 }
 
 // The first of a rank that was read has it.
 void MenuPlan::ShareRanks() {
     // Placings stand in the order of reading.
-    std::sort(m_aMenu.begin(), m_aMenu.end(), [](const Placing* a, const Placing* b) {
-        return *a->oRank != *b->oRank ? *a->oRank < *b->oRank : a < b;
-    });
-    const Placing* pOwner = nullptr;
-    std::erase_if(m_aMenu, [&](Placing* pPlacing) {
-        const bool bShares = pOwner && *pOwner->oRank == *pPlacing->oRank;
-        if (bShares)
-            Share(*pPlacing, *pOwner);
+    std::sort(m_menu.begin(), m_menu.end(),
+              [](const Placing* a, const Placing* b) { return *a->rank != *b->rank ? *a->rank < *b->rank : a < b; });
+    const Placing* owner = nullptr;
+    std::erase_if(m_menu, [&](Placing* placing) {
+        const bool shares = owner && *owner->rank == *placing->rank;
+        if (shares)
+            Share(*placing, *owner);
         else
-            pOwner = pPlacing;
-        return bShares;
+            owner = placing;
+        return shares;
     });
-    std::sort(m_aShared.begin(), m_aShared.end());
-    for (const Placing* pPlacing : m_aShared)
-        if (const Placing*& pLost = m_aLost[pPlacing->pEntry->pAction->iNumber];
-            !pLost && !pPlacing->pEntry->IsButton())
-            pLost = pPlacing;
+    std::sort(m_shared.begin(), m_shared.end());
+    for (const Placing* placing : m_shared)
+        if (const Placing*& lost = m_lost[placing->entry->action->number]; !lost && !placing->entry->IsButton())
+            lost = placing;
 }
 
 void MenuPlan::Build() {
-    for (Placing* pPlacing : m_aMenu)
-        PlaceMenu(*pPlacing);
-    for (Placing* pPlacing : m_aShared) {
-        if (pPlacing->pEntry->IsButton())
-            PlaceButton(*pPlacing);
+    for (Placing* placing : m_menu)
+        PlaceMenu(*placing);
+    for (Placing* placing : m_shared) {
+        if (placing->entry->IsButton())
+            PlaceButton(*placing);
         else
-            PlaceMenu(*pPlacing);
+            PlaceMenu(*placing);
     }
-    for (const auto& [sText, pPlacing] : m_mapButtons)
-        PlaceButton(*pPlacing);
-    if (Bar* pWindows = Find("Window"))
-        pWindows->aSlots.emplace_back(FindTool("WindowList"));
+    for (const auto& [text, placing] : m_buttons)
+        PlaceButton(*placing);
+    if (Bar* windows = Find("Window"))
+        windows->slots.emplace_back(FindTool("WindowList"));
 }
 
-Bar& MenuPlan::AddBar(std::string_view sName, const Entry* pAsking) {
-    Bar& oBar = m_mapBars[std::string(sName)];
-    oBar.sName = sName;
-    oBar.pFirstAsked = pAsking;
-    return oBar;
+Bar& MenuPlan::AddBar(std::string_view name, const Entry* asking) {
+    Bar& bar = m_bars[std::string(name)];
+    bar.name = name;
+    bar.firstAsked = asking;
+    return bar;
 }
 
-Bar* MenuPlan::Find(std::string_view sName) {
-    if (m_pLastBar && m_pLastBar->sName == sName)
-        return m_pLastBar;
-    const auto it = m_mapBars.find(sName);
-    if (it == m_mapBars.end())
+Bar* MenuPlan::Find(std::string_view name) {
+    if (m_lastBar && m_lastBar->name == name)
+        return m_lastBar;
+    const auto it = m_bars.find(name);
+    if (it == m_bars.end())
         return nullptr;
-    m_pLastBar = &it->second;
-    return m_pLastBar;
+    m_lastBar = &it->second;
+    return m_lastBar;
 }
 
-const Bar* MenuPlan::FindBar(std::string_view sName) const {
-    const auto it = m_mapBars.find(sName);
-    return it == m_mapBars.end() ? nullptr : &it->second;
+const Bar* MenuPlan::FindBar(std::string_view name) const {
+    const auto it = m_bars.find(name);
+    return it == m_bars.end() ? nullptr : &it->second;
 }
 
-const Entry* MenuPlan::TitleOf(std::string_view sPath) const {
-    const auto it = m_mapTitles.find(sPath);
-    return it == m_mapTitles.end() ? nullptr : it->second;
+const Entry* MenuPlan::TitleOf(std::string_view path) const {
+    const auto it = m_titles.find(path);
+    return it == m_titles.end() ? nullptr : it->second;
 }
 
-const Placing* MenuPlan::PlacingOf(const Entry& oEntry) const {
-    return m_aByEntry[oEntry.iNumber];
+const Placing* MenuPlan::PlacingOf(const Entry& entry) const {
+    return m_byEntry[entry.number];
 }
 
-const Placing* MenuPlan::LostPlaceOf(const Action& oAction) const {
-    return m_aLost[oAction.iNumber];
+const Placing* MenuPlan::LostPlaceOf(const Action& action) const {
+    return m_lost[action.number];
 }
 
-const Tool* MenuPlan::FindTool(std::string_view sName) const {
-    const Tool* const* ppTool = m_oTools.Find(sName, NameOf);
-    return ppTool ? *ppTool : nullptr;
+const Tool* MenuPlan::FindTool(std::string_view name) const {
+    const Tool* const* tool = m_tools.Find(name, NameOf);
+    return tool ? *tool : nullptr;
 }
 
-Slot* MenuPlan::SlotOf(Bar& oBar, const Tool* pTool) {
+Slot* MenuPlan::SlotOf(Bar& bar, const Tool* tool) {
     const auto it =
-        std::find_if(oBar.aSlots.begin(), oBar.aSlots.end(), [&](const Slot& oSlot) { return oSlot.pTool == pTool; });
-    return it == oBar.aSlots.end() ? nullptr : &*it;
+        std::find_if(bar.slots.begin(), bar.slots.end(), [&](const Slot& slot) { return slot.tool == tool; });
+    return it == bar.slots.end() ? nullptr : &*it;
 }
 
 // The tool of that name, which is a new one if there is none. The name stays as long as the model does.
-const Tool* MenuPlan::AddTool(std::string_view sName) {
-    const Tool* pNew = &m_aTools.emplace_back(Tool{sName, m_aTools.size()});
-    const Tool* const* ppTool = m_oTools.AddOrFind(sName, pNew, NameOf);
-    if (!ppTool)
-        return pNew;
-    m_aTools.pop_back();
-    return *ppTool;
+const Tool* MenuPlan::AddTool(std::string_view name) {
+    const Tool* newTool = &m_toolsList.emplace_back(Tool{name, m_toolsList.size()});
+    const Tool* const* tool = m_tools.AddOrFind(name, newTool, NameOf);
+    if (!tool)
+        return newTool;
+    m_toolsList.pop_back();
+    return *tool;
 }
 
 // Where entries of a path stand: a placeholder when no title is there. Nothing when the start would stop.
-Bar* MenuPlan::EntryBar(std::string_view sPath, const Placing& oPlacing) {
-    if (Bar* pBar = Find(sPath))
-        return pBar;
-    const std::size_t iPoint = sPath.find('.');
-    Bar* pRoot = Find(iPoint == std::string_view::npos ? sMainBar : sPath.substr(0, iPoint));
-    const bool bHasTool = FindTool(sPath) != nullptr;
-    if (!pRoot && !bHasTool)
+Bar* MenuPlan::EntryBar(std::string_view path, const Placing& placing) {
+    if (Bar* bar = Find(path))
+        return bar;
+    const std::size_t point = path.find('.');
+    Bar* root = Find(point == std::string_view::npos ? mainBar : path.substr(0, point));
+    const bool hasTool = FindTool(path) != nullptr;
+    if (!root && !hasTool)
         return nullptr;
-    if (!bHasTool)
-        pRoot->aSlots.emplace_back(AddTool(sPath));
-    return &AddBar(sPath, oPlacing.pEntry);
+    if (!hasTool)
+        root->slots.emplace_back(AddTool(path));
+    return &AddBar(path, placing.entry);
 }
 
-Bar* MenuPlan::ParentBar(std::string_view sPath, const Placing& oPlacing) {
-    return sPath.empty() ? Find(sMainBar) : EntryBar(sPath, oPlacing);
+Bar* MenuPlan::ParentBar(std::string_view path, const Placing& placing) {
+    return path.empty() ? Find(mainBar) : EntryBar(path, placing);
 }
 
 // The tool that the action has already, or that of its key, or a new one.
-void MenuPlan::NameTool(Placing& oPlacing) {
-    const Entry& oEntry = *oPlacing.pEntry;
-    const Tool*& pTool = m_aByAction[oEntry.pAction->iNumber];
-    if (!ToolOf(*oEntry.pAction))
-        pTool = AddTool(oEntry.sKey);
-    oPlacing.pTool = pTool;
-    oPlacing.bReserved = EqualText(pTool->sName, "Separator") || EqualText(pTool->sName, "WindowList");
+void MenuPlan::NameTool(Placing& placing) {
+    const Entry& entry = *placing.entry;
+    const Tool*& tool = m_byAction[entry.action->number];
+    if (!ToolOf(*entry.action))
+        tool = AddTool(entry.key);
+    placing.tool = tool;
+    placing.reserved = EqualText(tool->name, "Separator") || EqualText(tool->name, "WindowList");
 }
 
-void MenuPlan::PlaceMenu(Placing& oPlacing) {
-    NameTool(oPlacing);
-    if (oPlacing.pEntry->IsTitle()) {
-        PlaceTitle(oPlacing);
-    } else if (Bar* pBar = EntryBar(oPlacing.pEntry->sPath, oPlacing)) {
-        PlaceEntry(oPlacing, *pBar);
+void MenuPlan::PlaceMenu(Placing& placing) {
+    NameTool(placing);
+    if (placing.entry->IsTitle()) {
+        PlaceTitle(placing);
+    } else if (Bar* bar = EntryBar(placing.entry->path, placing)) {
+        PlaceEntry(placing, *bar);
     } else {
-        oPlacing.bWithoutRoot = true;
+        placing.withoutRoot = true;
     }
 }
 
-void MenuPlan::PlaceEntry(Placing& oPlacing, Bar& oBar) {
-    if (!LostPlaceOf(*oPlacing.pEntry->pAction)) {
-        oBar.aSlots.emplace_back(oPlacing.pTool, oPlacing.pEntry);
-        oPlacing.pBar = &oBar;
-    } else if (Slot* pSlot = SlotOf(oBar, oPlacing.pTool)) {
-        pSlot->aEntries.push_back(oPlacing.pEntry);
-        oPlacing.pBar = &oBar;
+void MenuPlan::PlaceEntry(Placing& placing, Bar& bar) {
+    if (!LostPlaceOf(*placing.entry->action)) {
+        bar.slots.emplace_back(placing.tool, placing.entry);
+        placing.bar = &bar;
+    } else if (Slot* slot = SlotOf(bar, placing.tool)) {
+        slot->entries.push_back(placing.entry);
+        placing.bar = &bar;
     }
 }
 
-void MenuPlan::PlaceTitle(Placing& oPlacing) {
-    const Entry& oEntry = *oPlacing.pEntry;
-    Bar* pOwn = Find(oEntry.sKey);
-    const bool bAdopts = pOwn != nullptr;
-    if (bAdopts && pOwn->bOfHost) {
-        oPlacing.bReserved = true;
+void MenuPlan::PlaceTitle(Placing& placing) {
+    const Entry& entry = *placing.entry;
+    Bar* own = Find(entry.key);
+    const bool adopts = own != nullptr;
+    if (adopts && own->ofHost) {
+        placing.reserved = true;
         return;
     }
-    if (!bAdopts)
-        pOwn = &AddBar(oEntry.sKey, nullptr);
-    Bar* pParent = ParentBar(oEntry.sPath, oPlacing);
-    if (!pParent) {
-        oPlacing.bWithoutRoot = true;
+    if (!adopts)
+        own = &AddBar(entry.key, nullptr);
+    Bar* parent = ParentBar(entry.path, placing);
+    if (!parent) {
+        placing.withoutRoot = true;
         return;
     }
-    if (!pOwn->pTitle)
-        pOwn->pTitle = &oEntry;
-    Slot* pSlot = bAdopts ? SlotOf(*pParent, oPlacing.pTool) : nullptr;
-    if (bAdopts && !pSlot) {
-        oPlacing.bOtherTool = true;
+    if (!own->title)
+        own->title = &entry;
+    Slot* slot = adopts ? SlotOf(*parent, placing.tool) : nullptr;
+    if (adopts && !slot) {
+        placing.otherTool = true;
         return;
     }
-    if (pSlot)
-        pSlot->aEntries.push_back(&oEntry);
+    if (slot)
+        slot->entries.push_back(&entry);
     else
-        pParent->aSlots.emplace_back(oPlacing.pTool, &oEntry);
-    oPlacing.pBar = pParent;
+        parent->slots.emplace_back(placing.tool, &entry);
+    placing.bar = parent;
 }
 
-void MenuPlan::PlaceButton(Placing& oPlacing) {
-    NameTool(oPlacing);
-    std::string sBar = "Toolbars.";
-    sBar += oPlacing.pEntry->sPath;
-    if (!Find(sBar)) {
-        if (!Find(sToolbarsMenu)) {
+void MenuPlan::PlaceButton(Placing& placing) {
+    NameTool(placing);
+    std::string barName = "Toolbars.";
+    barName += placing.entry->path;
+    if (!Find(barName)) {
+        if (!Find(toolbarsMenu)) {
             // The list of toolbars, for which a menu View is made when there is none.
-            const Tool* pTool = AddTool(sToolbarsMenu);
-            AddBar(sToolbarsMenu, oPlacing.pEntry);
-            if (Bar* pView = EntryBar("View", oPlacing))
-                pView->aSlots.emplace_back(pTool);
+            const Tool* tool = AddTool(toolbarsMenu);
+            AddBar(toolbarsMenu, placing.entry);
+            if (Bar* view = EntryBar("View", placing))
+                view->slots.emplace_back(tool);
         }
-        Find(sToolbarsMenu)->aSlots.emplace_back(AddTool(m_aNames.emplace_back(sBar)));
-        AddBar(sBar, oPlacing.pEntry);
+        Find(toolbarsMenu)->slots.emplace_back(AddTool(m_names.emplace_back(barName)));
+        AddBar(barName, placing.entry);
     }
-    Bar& oBar = *Find(sBar);
-    oBar.aSlots.emplace_back(oPlacing.pTool, oPlacing.pEntry);
-    oPlacing.pBar = &oBar;
+    Bar& bar = *Find(barName);
+    bar.slots.emplace_back(placing.tool, placing.entry);
+    placing.bar = &bar;
 }
 
-std::optional<Long> ContextRank(const Entry& oEntry) {
-    return InRange(oEntry.eType == MenuType::fwContextMenuTitle ? Order(oEntry) : Hundredfold(oEntry));
+std::optional<Long> ContextRank(const Entry& entry) {
+    return InRange(entry.type == MenuType::fwContextMenuTitle ? Order(entry) : Hundredfold(entry));
 }
 
 } // namespace corvane::check

@@ -13,17 +13,17 @@ namespace corvane::check {
 namespace {
 
 template <class Act>
-void ForEach(const Element& oParent, std::string_view sGroup, std::string_view sName, Act fnAct) {
-    for (const Element& oGroup : oParent.Children())
-        if (oGroup.sName == sGroup)
-            for (const Element& oElement : oGroup.Children())
-                if (oElement.sName == sName)
-                    fnAct(oElement);
+void ForEach(const Element& parent, std::string_view groupName, std::string_view name, Act act) {
+    for (const Element& group : parent.Children())
+        if (group.name == groupName)
+            for (const Element& element : group.Children())
+                if (element.name == name)
+                    act(element);
 }
 
-std::size_t CountOf(const Element& oParent, std::string_view sGroup, std::string_view sName) {
+std::size_t CountOf(const Element& parent, std::string_view group, std::string_view name) {
     std::size_t n = 0;
-    ForEach(oParent, sGroup, sName, [&](const Element&) { ++n; });
+    ForEach(parent, group, name, [&](const Element&) { ++n; });
     return n;
 }
 
@@ -32,250 +32,246 @@ bool IsVowel(char c) {
 }
 
 // Nothing for a value that is missing or bad.
-std::optional<std::string_view> GoodValue(const Element& oElement, std::string_view sAttribute) {
-    const Attribute* pAttribute = oElement.Find(sAttribute);
-    return pAttribute && !pAttribute->IsBad() ? std::optional(pAttribute->Value()) : std::nullopt;
+std::optional<std::string_view> GoodValue(const Element& element, std::string_view attributeName) {
+    const Attribute* attribute = element.Find(attributeName);
+    return attribute && !attribute->IsBad() ? std::optional(attribute->Value()) : std::nullopt;
 }
 
 class Builder {
 public:
-    Builder(Model& oModel, Report& oReport) : m_oModel(oModel), m_oReport(oReport) {}
+    Builder(Model& model, Report& report) : m_model(model), m_report(report) {}
 
-    void AddFile(const File& oFile) {
-        const Element& oRoot = *oFile.pRoot;
-        Provider& oService = m_oModel.aServices.emplace_back();
-        Fill(oService, ProviderKind::Service, oFile, oRoot, oRoot.Value("Name"), oRoot.Value("ProgID"));
-        Register(m_mapServices, "service", oService.sName, oFile, oRoot);
-        ForEach(oRoot, "ExplorerItems", "ExplorerItem", [&](const Element& oElement) {
-            Provider& oItem = m_oModel.aItems.emplace_back();
-            Fill(oItem, ProviderKind::ExplorerItem, oFile, oElement, oElement.Value("Name"), oElement.Value("ProgID"));
-            Register(m_mapItems, "explorer item", oItem.sName, oFile, oElement);
+    void AddFile(const File& file) {
+        const Element& root = *file.root;
+        Provider& service = m_model.services.emplace_back();
+        Fill(service, ProviderKind::Service, file, root, root.Value("Name"), root.Value("ProgID"));
+        Register(m_services, "service", service.name, file, root);
+        ForEach(root, "ExplorerItems", "ExplorerItem", [&](const Element& element) {
+            Provider& item = m_model.items.emplace_back();
+            Fill(item, ProviderKind::ExplorerItem, file, element, element.Value("Name"), element.Value("ProgID"));
+            Register(m_items, "explorer item", item.name, file, element);
         });
-        ForEach(oRoot, "Windows", "Window", [&](const Element& oElement) { AddWindow(oFile, oElement); });
-        ForEach(oRoot, "Preferences", "Page", [&](const Element& oElement) {
-            Fill(m_oModel.aPreferencePages.emplace_back(), ProviderKind::PreferencePage, oFile, oElement,
-                 oElement.Value("Caption"), oElement.Value("PageProgID"));
+        ForEach(root, "Windows", "Window", [&](const Element& element) { AddWindow(file, element); });
+        ForEach(root, "Preferences", "Page", [&](const Element& element) {
+            Fill(m_model.preferencePages.emplace_back(), ProviderKind::PreferencePage, file, element,
+                 element.Value("Caption"), element.Value("PageProgID"));
         });
     }
 
 private:
     // What has a name, and the file in which it stands.
     struct Named {
-        const File* pFile;
-        const Element* pElement;
+        const File* file;
+        const Element* element;
     };
     using Names = std::unordered_map<std::string_view, Named, TextHash, TextEqual>;
 
-    void AddWindow(const File& oFile, const Element& oElement) {
-        Window& oWindow = m_oModel.aWindows.emplace_back();
-        oWindow.pFile = &oFile;
-        oWindow.pElement = &oElement;
-        oWindow.sName = oElement.Value("Name");
-        Register(m_mapWindows, "window", oWindow.sName, oFile, oElement);
-        Names mapPages;
-        for (const Element& oPageElement : oElement.Children()) {
-            if (oPageElement.sName != "Page")
+    void AddWindow(const File& file, const Element& element) {
+        Window& window = m_model.windows.emplace_back();
+        window.file = &file;
+        window.element = &element;
+        window.name = element.Value("Name");
+        Register(m_windows, "window", window.name, file, element);
+        Names pages;
+        for (const Element& pageElement : element.Children()) {
+            if (pageElement.name != "Page")
                 continue;
-            Provider& oPage = m_oModel.aPages.emplace_back();
-            Fill(oPage, ProviderKind::Page, oFile, oPageElement, oPageElement.Value("Caption"),
-                 oPageElement.Value("PageProgID"));
-            oWindow.aPages.push_back(&oPage);
-            Register(mapPages, "page", Kept(m_oModel.oMemory, {oPage.sProgID, ".", oPage.sName}), oFile, oPageElement,
+            Provider& page = m_model.pages.emplace_back();
+            Fill(page, ProviderKind::Page, file, pageElement, pageElement.Value("Caption"),
+                 pageElement.Value("PageProgID"));
+            window.pages.push_back(&page);
+            Register(pages, "page", Kept(m_model.memory, {page.progID, ".", page.name}), file, pageElement,
                      "PageProgID", "give it another Caption");
         }
     }
 
-    void Fill(Provider& oProvider, ProviderKind eKind, const File& oFile, const Element& oElement,
-              std::string_view sName, std::string_view sProgID) {
-        oProvider.eKind = eKind;
-        oProvider.pFile = &oFile;
-        oProvider.pElement = &oElement;
-        oProvider.sName = sName;
-        oProvider.sProgID = sProgID;
-        m_oActions = {};
-        oProvider.aActions.reserve(CountOf(oElement, "ActionItems", "ActionItem"));
-        ForEach(oElement, "ActionItems", "ActionItem",
-                [&](const Element& oActionElement) { AddAction(oProvider, oActionElement); });
-        m_mapEntries.clear();
-        oProvider.aEntries.reserve(CountOf(oElement, "Menus", "MenuItem"));
-        ForEach(oElement, "Menus", "MenuItem",
-                [&](const Element& oEntryElement) { AddEntry(oProvider, oEntryElement); });
+    void Fill(Provider& provider, ProviderKind kind, const File& file, const Element& element, std::string_view name,
+              std::string_view progID) {
+        provider.kind = kind;
+        provider.file = &file;
+        provider.element = &element;
+        provider.name = name;
+        provider.progID = progID;
+        m_actions = {};
+        provider.actions.reserve(CountOf(element, "ActionItems", "ActionItem"));
+        ForEach(element, "ActionItems", "ActionItem",
+                [&](const Element& actionElement) { AddAction(provider, actionElement); });
+        m_entries.clear();
+        provider.entries.reserve(CountOf(element, "Menus", "MenuItem"));
+        ForEach(element, "Menus", "MenuItem", [&](const Element& entryElement) { AddEntry(provider, entryElement); });
     }
 
-    void AddAction(Provider& oProvider, const Element& oElement) {
-        const std::string_view sName = oElement.Value("Name");
-        Action* pAction = &oProvider.aActions.emplace_back(
-            Action{&oElement, &oProvider, sName, oElement.Value("Action"), m_oModel.nActions});
-        if (Action** ppFirst = m_oActions.AddOrFind(sName, pAction, NameOf)) {
-            ReportDuplicate("action", sName, {oProvider.pFile, &oElement}, {oProvider.pFile, (*ppFirst)->pElement},
-                            "Name", "give one of them another name");
-            oProvider.aActions.pop_back();
+    void AddAction(Provider& provider, const Element& element) {
+        const std::string_view name = element.Value("Name");
+        Action* action =
+            &provider.actions.emplace_back(Action{&element, &provider, name, element.Value("Action"), m_model.actions});
+        if (Action** first = m_actions.AddOrFind(name, action, NameOf)) {
+            ReportDuplicate("action", name, {provider.file, &element}, {provider.file, (*first)->element}, "Name",
+                            "give one of them another name");
+            provider.actions.pop_back();
         } else {
-            ++m_oModel.nActions;
+            ++m_model.actions;
         }
     }
 
-    void AddEntry(Provider& oProvider, const Element& oElement) {
-        const Attribute* pName = oElement.Find("ActionItem");
-        Action** ppAction = pName ? m_oActions.Find(pName->Value(), NameOf) : nullptr;
-        if (pName && !ppAction)
-            ReportUnknownAction(oProvider, *pName);
-        const std::optional<std::string_view> oType = GoodValue(oElement, "Type");
-        const std::optional<std::string_view> oOrder = GoodValue(oElement, "PositionOrder");
-        if (!ppAction || !oType || !oOrder)
+    void AddEntry(Provider& provider, const Element& element) {
+        const Attribute* name = element.Find("ActionItem");
+        Action** action = name ? m_actions.Find(name->Value(), NameOf) : nullptr;
+        if (name && !action)
+            ReportUnknownAction(provider, *name);
+        const std::optional<std::string_view> type = GoodValue(element, "Type");
+        const std::optional<std::string_view> order = GoodValue(element, "PositionOrder");
+        if (!action || !type || !order)
             return;
-        Entry oEntry{&oElement,
-                     &oProvider,
-                     *ppAction,
-                     MenuTypeOf(*oType).value(), // a bad word has gone
-                     ToSingle(Variant(*oOrder)),
-                     oElement.Value("Path"),
-                     {},
-                     m_oModel.nEntries};
-        oEntry.sKey = KeyOf(oEntry);
+        Entry entry{&element,
+                    &provider,
+                    *action,
+                    MenuTypeOf(*type).value(), // a bad word has gone
+                    ToSingle(Variant(*order)),
+                    element.Value("Path"),
+                    {},
+                    m_model.entries};
+        entry.key = KeyOf(entry);
         // Services have no keys of their own for their entries.
-        if (oProvider.eKind != ProviderKind::Service &&
-            !Register(m_mapEntries, "entry", oEntry.sKey, *oProvider.pFile, oElement, "ActionItem",
-                      "remove it, or give it another Path"))
+        if (provider.kind != ProviderKind::Service && !Register(m_entries, "entry", entry.key, *provider.file, element,
+                                                                "ActionItem", "remove it, or give it another Path"))
             return;
-        oProvider.aEntries.push_back(oEntry);
-        ++m_oModel.nEntries;
+        provider.entries.push_back(entry);
+        ++m_model.entries;
     }
 
-    [[nodiscard]] std::string_view KeyOf(const Entry& oEntry) {
-        const std::string_view sName = oEntry.pAction->sName;
-        const std::string_view sMark = oEntry.IsButton() ? "Tool." : "";
-        if (oEntry.sPath.empty() && sMark.empty())
-            return sName;
-        return Kept(m_oModel.oMemory, {sMark, oEntry.sPath, oEntry.sPath.empty() ? "" : ".", sName});
+    [[nodiscard]] std::string_view KeyOf(const Entry& entry) {
+        const std::string_view name = entry.action->name;
+        const std::string_view mark = entry.IsButton() ? "Tool." : "";
+        if (entry.path.empty() && mark.empty())
+            return name;
+        return Kept(m_model.memory, {mark, entry.path, entry.path.empty() ? "" : ".", name});
     }
 
-    void ReportUnknownAction(const Provider& oProvider, const Attribute& oName) {
-        std::vector<std::string> aNames;
-        for (const Action& oAction : oProvider.aActions)
-            aNames.emplace_back(oAction.sName);
-        m_oReport.Add(Rule::UnknownAction, oProvider.pFile->At(oName.AtValue()),
-                      oProvider.Named() + " has no action " + Quoted(oName.Value()),
-                      WriteInstead(aNames, oName.Value(), "define it there as an ActionItem"));
+    void ReportUnknownAction(const Provider& provider, const Attribute& name) {
+        std::vector<std::string> names;
+        for (const Action& action : provider.actions)
+            names.emplace_back(action.name);
+        m_report.Add(Rule::UnknownAction, provider.file->At(name.AtValue()),
+                     provider.Named() + " has no action " + Quoted(name.Value()),
+                     WriteInstead(names, name.Value(), "define it there as an ActionItem"));
     }
 
     // False for a name that is there already. The name stays as long as the model does.
-    bool Register(Names& mapNames, std::string_view sKind, std::string_view sName, const File& oFile,
-                  const Element& oElement, std::string_view sAttribute = "Name",
-                  std::string_view sCure = "give one of them another name") {
-        const Named oThis{&oFile, &oElement};
-        const auto [it, bNew] = mapNames.try_emplace(sName, oThis);
-        if (!bNew)
-            ReportDuplicate(sKind, sName, oThis, it->second, sAttribute, sCure);
-        return bNew;
+    bool Register(Names& names, std::string_view kind, std::string_view name, const File& file, const Element& element,
+                  std::string_view attribute = "Name", std::string_view cure = "give one of them another name") {
+        const Named thisNamed{&file, &element};
+        const auto [it, isNew] = names.try_emplace(name, thisNamed);
+        if (!isNew)
+            ReportDuplicate(kind, name, thisNamed, it->second, attribute, cure);
+        return isNew;
     }
 
     // What has no name at all has a finding of its own.
-    void ReportDuplicate(std::string_view sKind, std::string_view sName, const Named& oSecond, const Named& oFirst,
-                         std::string_view sAttribute, std::string_view sCure) {
-        const auto PlaceOf = [&](const Named& o) { return o.pFile->At(o.pElement->At(sAttribute)); };
-        if (!sName.empty())
-            m_oReport.Add(Rule::DuplicateName, PlaceOf(oSecond),
-                          (IsVowel(sKind.front()) ? "there is an " : "there is a ") + std::string(sKind) + " " +
-                              Quoted(sName) + " already",
-                          std::string(sCure), {{PlaceOf(oFirst), "the first one"}});
+    void ReportDuplicate(std::string_view kind, std::string_view name, const Named& second, const Named& first,
+                         std::string_view attribute, std::string_view cure) {
+        const auto PlaceOf = [&](const Named& o) { return o.file->At(o.element->At(attribute)); };
+        if (!name.empty())
+            m_report.Add(Rule::DuplicateName, PlaceOf(second),
+                         (IsVowel(kind.front()) ? "there is an " : "there is a ") + std::string(kind) + " " +
+                             Quoted(name) + " already",
+                         std::string(cure), {{PlaceOf(first), "the first one"}});
     }
 
-    static std::string_view NameOf(const Action* pAction) { return pAction->sName; }
+    static std::string_view NameOf(const Action* action) { return action->name; }
 
-    Model& m_oModel;
-    Report& m_oReport;
-    Names m_mapServices;
-    Names m_mapItems;
-    Names m_mapWindows;
-    TextIndex<Action*> m_oActions; // of the provider at hand, as the next
-    Names m_mapEntries;
+    Model& m_model;
+    Report& m_report;
+    Names m_services;
+    Names m_items;
+    Names m_windows;
+    TextIndex<Action*> m_actions; // of the provider at hand, as the next
+    Names m_entries;
 };
 
 } // namespace
 
 std::vector<Finding> Report::TakeSorted() {
-    std::vector<Finding> aFindings = std::move(m_aFindings);
-    const auto Key = [](const Finding& o) { return std::tie(o.oPlace.sFile, o.oPlace.oAt, o.eRule, o.sText); };
-    std::stable_sort(aFindings.begin(), aFindings.end(),
+    std::vector<Finding> findings = std::move(m_findings);
+    const auto Key = [](const Finding& o) { return std::tie(o.place.file, o.place.at, o.rule, o.text); };
+    std::stable_sort(findings.begin(), findings.end(),
                      [&](const Finding& a, const Finding& b) { return Key(a) < Key(b); });
-    aFindings.erase(std::unique(aFindings.begin(), aFindings.end(),
-                                [&](const Finding& a, const Finding& b) { return Key(a) == Key(b); }),
-                    aFindings.end());
-    return aFindings;
+    findings.erase(std::unique(findings.begin(), findings.end(),
+                               [&](const Finding& a, const Finding& b) { return Key(a) == Key(b); }),
+                   findings.end());
+    return findings;
 }
 
 bool Action::PassesItself() const {
-    return BooleanOf(*pElement, "PassActionItemParam", false);
+    return BooleanOf(*element, "PassActionItemParam", false);
 }
 
 std::string Entry::PositionKey() const {
-    const std::string sOrder = ToText(fPositionOrder);
-    return IsTitle() || IsOfContextMenu() ? sOrder : std::string(sPath) + "." + sOrder;
+    const std::string order = ToText(positionOrder);
+    return IsTitle() || IsOfContextMenu() ? order : std::string(path) + "." + order;
 }
 
-Place Entry::At(std::string_view sAttribute) const {
-    return pProvider->pFile->At(pElement->At(sAttribute));
+Place Entry::At(std::string_view attribute) const {
+    return provider->file->At(element->At(attribute));
 }
 
 std::string Entry::Named() const {
-    const bool bTitle = IsTitle() || eType == MenuType::fwContextMenuTitle;
-    return (bTitle ? "the title " : IsButton() ? "the button " : "the entry ") + Quoted(sKey);
+    const bool title = IsTitle() || type == MenuType::fwContextMenuTitle;
+    return (title ? "the title " : IsButton() ? "the button " : "the entry ") + Quoted(key);
 }
 
-Action* Provider::FindAction(std::string_view sAction) {
-    for (Action& oAction : aActions)
-        if (EqualText(oAction.sName, sAction))
-            return &oAction;
+Action* Provider::FindAction(std::string_view actionName) {
+    for (Action& action : actions)
+        if (EqualText(action.name, actionName))
+            return &action;
     return nullptr;
 }
 
 std::string Provider::Named() const {
-    switch (eKind) {
+    switch (kind) {
     case ProviderKind::Service:
-        return "the service " + Quoted(sName);
+        return "the service " + Quoted(name);
     case ProviderKind::ExplorerItem:
-        return "the explorer item " + Quoted(sName);
+        return "the explorer item " + Quoted(name);
     case ProviderKind::Page:
     case ProviderKind::PreferencePage:
         break;
     }
-    return "the page " + Quoted(sName.empty() ? sProgID : sName);
+    return "the page " + Quoted(name.empty() ? progID : name);
 }
 
 // Of all explorer items one is current, and of all pages one is in front.
-bool Provider::MayMeet(const Provider& oOther) const {
-    return this == &oOther || eKind == ProviderKind::Service || eKind != oOther.eKind;
+bool Provider::MayMeet(const Provider& other) const {
+    return this == &other || kind == ProviderKind::Service || kind != other.kind;
 }
 
 std::vector<Provider*> Model::MenuProviders() {
-    std::vector<Provider*> aProviders;
-    for (auto* pProviders : {&aServices, &aItems, &aPages})
-        for (Provider& oProvider : *pProviders)
-            aProviders.push_back(&oProvider);
-    return aProviders;
+    std::vector<Provider*> providersList;
+    for (auto* providers : {&services, &items, &pages})
+        for (Provider& provider : *providers)
+            providersList.push_back(&provider);
+    return providersList;
 }
 
-void BuildModel(Model& oModel, Report& oReport) {
-    Builder oBuilder(oModel, oReport);
-    for (const auto& pFile : oModel.aFiles)
-        if (pFile->bActive)
-            oBuilder.AddFile(*pFile);
+void BuildModel(Model& model, Report& report) {
+    Builder builder(model, report);
+    for (const auto& file : model.files)
+        if (file->active)
+            builder.AddFile(*file);
 }
 
-bool BooleanOf(const Element& oElement, std::string_view sAttribute, bool bDefault) {
-    const std::optional<std::string_view> oValue = GoodValue(oElement, sAttribute);
-    return oValue ? ToBoolean(Variant(*oValue)) : bDefault;
+bool BooleanOf(const Element& element, std::string_view attribute, bool isDefault) {
+    const std::optional<std::string_view> value = GoodValue(element, attribute);
+    return value ? ToBoolean(Variant(*value)) : isDefault;
 }
 
-std::string Quoted(std::string_view sText) {
-    return "\"" + std::string(sText) + "\"";
+std::string Quoted(std::string_view text) {
+    return "\"" + std::string(text) + "\"";
 }
 
-std::string WriteInstead(std::span<const std::string> aNames, std::string_view sWritten,
-                         const std::string& sOtherwise) {
-    const auto oNearest = Nearest(aNames, sWritten);
-    return oNearest ? "write " + Quoted(*oNearest) : sOtherwise;
+std::string WriteInstead(std::span<const std::string> names, std::string_view written, const std::string& otherwise) {
+    const auto nearest = Nearest(names, written);
+    return nearest ? "write " + Quoted(*nearest) : otherwise;
 }
 
 } // namespace corvane::check

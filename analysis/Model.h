@@ -17,64 +17,64 @@ namespace corvane::check {
 // The findings of a check, in order of their discovery.
 class Report {
 public:
-    void Add(Rule eRule, Place oPlace, std::string sText, std::string sCure, std::vector<Note> aNotes = {}) {
-        m_aFindings.push_back({eRule, std::move(oPlace), std::move(sText), std::move(sCure), std::move(aNotes)});
+    void Add(Rule rule, Place place, std::string text, std::string cure, std::vector<Note> notes = {}) {
+        m_findings.push_back({rule, std::move(place), std::move(text), std::move(cure), std::move(notes)});
     }
-    [[nodiscard]] const std::vector<Finding>& Findings() const { return m_aFindings; }
+    [[nodiscard]] const std::vector<Finding>& Findings() const { return m_findings; }
     // In order of files and places, each only once; the report is empty then.
     [[nodiscard]] std::vector<Finding> TakeSorted();
 
 private:
-    std::vector<Finding> m_aFindings;
+    std::vector<Finding> m_findings;
 };
 
 struct File {
-    std::string sPath; // for messages
-    std::string sName;
-    std::string sBytes;
-    const Element* pRoot = nullptr; // nothing while the file can't be read as a definition
-    bool bActive = false;           // the library would read its records
+    std::string path; // for messages
+    std::string name;
+    std::string bytes;
+    const Element* root = nullptr; // nothing while the file can't be read as a definition
+    bool active = false;           // the library would read its records
 
-    [[nodiscard]] Place At(Spot pSpot) const { return {sPath, oLines.PositionOf(sBytes, pSpot)}; }
+    [[nodiscard]] Place At(Spot spot) const { return {path, lines.PositionOf(bytes, spot)}; }
 
-    mutable Lines oLines;
+    mutable Lines lines;
 };
 
 struct Provider;
 
 // An ActionItem, as ActionItemDef reads it.
 struct Action {
-    const Element* pElement;
-    Provider* pProvider;
-    std::string_view sName;
-    std::string_view sProcedure;
-    std::size_t iNumber; // among all actions of the model, from 0
+    const Element* element;
+    Provider* provider;
+    std::string_view name;
+    std::string_view procedure;
+    std::size_t number; // among all actions of the model, from 0
 
     [[nodiscard]] bool PassesItself() const;
 };
 
 // A MenuItem, as MenuItemDef reads it.
 struct Entry {
-    const Element* pElement;
-    Provider* pProvider;
-    Action* pAction;
-    MenuType eType;
-    Single fPositionOrder;
-    std::string_view sPath;
-    std::string_view sKey; // the identity of the entry in its bar: [Tool.][Path.]action name
-    std::size_t iNumber;   // among all entries of the model, from 0
+    const Element* element;
+    Provider* provider;
+    Action* action;
+    MenuType type;
+    Single positionOrder;
+    std::string_view path;
+    std::string_view key; // the identity of the entry in its bar: [Tool.][Path.]action name
+    std::size_t number;   // among all entries of the model, from 0
 
-    [[nodiscard]] bool IsTitle() const { return eType == MenuType::fwMenuTitle; }
-    [[nodiscard]] bool IsButton() const { return eType == MenuType::fwToolbarItem; }
+    [[nodiscard]] bool IsTitle() const { return type == MenuType::fwMenuTitle; }
+    [[nodiscard]] bool IsButton() const { return type == MenuType::fwToolbarItem; }
     [[nodiscard]] bool IsOfContextMenu() const {
-        return eType == MenuType::fwContextMenuItem || eType == MenuType::fwContextMenuTitle;
+        return type == MenuType::fwContextMenuItem || type == MenuType::fwContextMenuTitle;
     }
     // As it is written, with "#" or "&" before the mnemonic.
-    [[nodiscard]] std::string_view Caption() const { return pElement->Value("Caption"); }
-    [[nodiscard]] std::string_view ShortCutKey() const { return pElement->Value("ShortCutKey"); }
+    [[nodiscard]] std::string_view Caption() const { return element->Value("Caption"); }
+    [[nodiscard]] std::string_view ShortCutKey() const { return element->Value("ShortCutKey"); }
     // By which toolbars are sorted.
     [[nodiscard]] std::string PositionKey() const;
-    [[nodiscard]] Place At(std::string_view sAttribute) const;
+    [[nodiscard]] Place At(std::string_view attribute) const;
     // "the entry "File.Open"", for messages.
     [[nodiscard]] std::string Named() const;
 };
@@ -83,54 +83,54 @@ enum class ProviderKind { Service, ExplorerItem, Page, PreferencePage };
 
 // A service, explorer item or page: what has actions.
 struct Provider {
-    ProviderKind eKind;
-    const File* pFile;
-    const Element* pElement;
-    std::string sName; // of a page its caption
-    std::string sProgID;
-    std::vector<Action> aActions;
-    std::vector<Entry> aEntries;
+    ProviderKind kind;
+    const File* file;
+    const Element* element;
+    std::string name; // of a page its caption
+    std::string progID;
+    std::vector<Action> actions;
+    std::vector<Entry> entries;
 
-    [[nodiscard]] Place At(std::string_view sAttribute) const { return pFile->At(pElement->At(sAttribute)); }
-    [[nodiscard]] Action* FindAction(std::string_view sAction);
+    [[nodiscard]] Place At(std::string_view attribute) const { return file->At(element->At(attribute)); }
+    [[nodiscard]] Action* FindAction(std::string_view actionName);
     [[nodiscard]] std::string Named() const; // "the service "Data""
     // Whether commands of both can be in reach of a person at one time.
-    [[nodiscard]] bool MayMeet(const Provider& oOther) const;
+    [[nodiscard]] bool MayMeet(const Provider& other) const;
 };
 
 struct Window {
-    const File* pFile;
-    const Element* pElement;
-    std::string sName;
-    std::vector<Provider*> aPages;
+    const File* file;
+    const Element* element;
+    std::string name;
+    std::vector<Provider*> pages;
 };
 
 struct Model {
     // Of elements, attributes and texts: it goes as a whole, and is had in few pieces.
-    std::pmr::monotonic_buffer_resource oMemory;
-    std::vector<std::unique_ptr<File>> aFiles; // in order of loading
-    bool bComplete = true;                     // every file could be read
-    std::deque<Provider> aServices;            // in order of loading, as all that follows
-    std::deque<Provider> aItems;
-    std::deque<Provider> aPages;
-    std::deque<Provider> aPreferencePages;
-    std::deque<Window> aWindows;
-    std::size_t nActions = 0;
-    std::size_t nEntries = 0;
+    std::pmr::monotonic_buffer_resource memory;
+    std::vector<std::unique_ptr<File>> files; // in order of loading
+    bool complete = true;                     // every file could be read
+    std::deque<Provider> services;            // in order of loading, as all that follows
+    std::deque<Provider> items;
+    std::deque<Provider> pages;
+    std::deque<Provider> preferencePages;
+    std::deque<Window> windows;
+    std::size_t actions = 0;
+    std::size_t entries = 0;
 
     // Services, items and pages, as the menus are filled with them.
     [[nodiscard]] std::vector<Provider*> MenuProviders();
 };
 
 // Makes the model of the files, and reports what the records find in them: names, duplicates, references.
-void BuildModel(Model& oModel, Report& oReport);
+void BuildModel(Model& model, Report& report);
 
 // The attribute as the library's records read it.
-[[nodiscard]] bool BooleanOf(const Element& oElement, std::string_view sAttribute, bool bDefault);
+[[nodiscard]] bool BooleanOf(const Element& element, std::string_view attribute, bool isDefault);
 
-// What to do about a name that isn't there: the nearest of the names, or sOtherwise.
-[[nodiscard]] std::string WriteInstead(std::span<const std::string> aNames, std::string_view sWritten,
-                                       const std::string& sOtherwise);
-[[nodiscard]] std::string Quoted(std::string_view sText);
+// What to do about a name that isn't there: the nearest of the names, or otherwise.
+[[nodiscard]] std::string WriteInstead(std::span<const std::string> names, std::string_view written,
+                                       const std::string& otherwise);
+[[nodiscard]] std::string Quoted(std::string_view text);
 
 } // namespace corvane::check

@@ -8,7 +8,7 @@
 namespace corvane::check {
 
 // In order of the enumeration.
-inline constexpr auto aRuleTable = std::to_array<RuleText>({
+inline constexpr auto ruleTable = std::to_array<RuleText>({
     {Rule::NotWellFormed, "not-well-formed", Severity::Error, "The file isn't well-formed XML.",
      "The library leaves the whole file out. While a file can't be read, nothing is said about what other files expect "
      "of it.",

@@ -6,18 +6,17 @@
 
 namespace corvane::check {
 
-const RuleText& TextOf(Rule eRule) {
-    return aRuleTable[static_cast<std::size_t>(eRule)];
+const RuleText& TextOf(Rule rule) {
+    return ruleTable[static_cast<std::size_t>(rule)];
 }
 
 std::span<const RuleText> AllRules() {
-    return aRuleTable;
+    return ruleTable;
 }
 
-std::optional<Rule> RuleNamed(std::string_view sName) {
-    const auto it =
-        std::find_if(aRuleTable.begin(), aRuleTable.end(), [&](const RuleText& o) { return o.sName == sName; });
-    return it == aRuleTable.end() ? std::nullopt : std::optional(it->eRule);
+std::optional<Rule> RuleNamed(std::string_view name) {
+    const auto it = std::find_if(ruleTable.begin(), ruleTable.end(), [&](const RuleText& o) { return o.name == name; });
+    return it == ruleTable.end() ? std::nullopt : std::optional(it->rule);
 }
 
 } // namespace corvane::check

@@ -66,20 +66,20 @@ enum class Rule {
 enum class Severity { Error, Warning };
 
 struct RuleText {
-    Rule eRule;
-    std::string_view sName;
-    Severity eSeverity;
-    std::string_view sSummary;     // one line
-    std::string_view sExplanation; // some sentences
+    Rule rule;
+    std::string_view name;
+    Severity severity;
+    std::string_view summary;     // one line
+    std::string_view explanation; // some sentences
     // What is found and what isn't: the content of a file of a service "Example", or whole files that begin with
     // "<Service". Empty where no text shows it.
-    std::string_view sBad;
-    std::string_view sGood;
+    std::string_view bad;
+    std::string_view good;
 };
 
-[[nodiscard]] const RuleText& TextOf(Rule eRule);
+[[nodiscard]] const RuleText& TextOf(Rule rule);
 // In order of the enumeration.
 [[nodiscard]] std::span<const RuleText> AllRules();
-[[nodiscard]] std::optional<Rule> RuleNamed(std::string_view sName);
+[[nodiscard]] std::optional<Rule> RuleNamed(std::string_view name);
 
 } // namespace corvane::check

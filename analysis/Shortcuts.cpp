@@ -13,151 +13,151 @@ namespace corvane::check {
 namespace {
 
 struct KeyName {
-    std::string_view sWritten;
-    std::string_view sMeant;
+    std::string_view written;
+    std::string_view meant;
 };
 
-constexpr auto aModifiers = std::to_array<KeyName>(
+constexpr auto modifiers = std::to_array<KeyName>(
     {{"Ctrl", "Ctrl"}, {"Control", "Ctrl"}, {"Strg", "Ctrl"}, {"Shift", "Shift"}, {"Alt", "Alt"}, {"Meta", "Meta"}});
 // What hosts call keys that aren't a character. Function keys come on top.
-constexpr auto aKeys = std::to_array<KeyName>({{"Delete", "Del"},
-                                               {"Del", "Del"},
-                                               {"Insert", "Ins"},
-                                               {"Ins", "Ins"},
-                                               {"Escape", "Esc"},
-                                               {"Esc", "Esc"},
-                                               {"PageUp", "PgUp"},
-                                               {"PgUp", "PgUp"},
-                                               {"PageDown", "PgDown"},
-                                               {"PgDown", "PgDown"},
-                                               {"Enter", "Return"},
-                                               {"Return", "Return"},
-                                               {"Bksp", "Backspace"},
-                                               {"Backspace", "Backspace"},
-                                               {"Tab", "Tab"},
-                                               {"Space", "Space"},
-                                               {"Home", "Home"},
-                                               {"End", "End"},
-                                               {"Left", "Left"},
-                                               {"Right", "Right"},
-                                               {"Up", "Up"},
-                                               {"Down", "Down"},
-                                               {"Pause", "Pause"},
-                                               {"Print", "Print"},
-                                               {"Menu", "Menu"},
-                                               {"Help", "Help"},
-                                               {"CapsLock", "CapsLock"},
-                                               {"NumLock", "NumLock"},
-                                               {"ScrollLock", "ScrollLock"},
-                                               {"SysReq", "SysReq"},
-                                               {"Clear", "Clear"},
-                                               {"Back", "Back"},
-                                               {"Forward", "Forward"},
-                                               {"Refresh", "Refresh"},
-                                               {"Search", "Search"},
-                                               {"Stop", "Stop"},
-                                               {"Undo", "Undo"},
-                                               {"Redo", "Redo"},
-                                               {"Find", "Find"},
-                                               {"Cut", "Cut"},
-                                               {"Copy", "Copy"},
-                                               {"Paste", "Paste"},
-                                               {"Open", "Open"},
-                                               {"Close", "Close"},
-                                               {"Save", "Save"}});
-constexpr int nLastFunctionKey = 35;
+constexpr auto keys = std::to_array<KeyName>({{"Delete", "Del"},
+                                              {"Del", "Del"},
+                                              {"Insert", "Ins"},
+                                              {"Ins", "Ins"},
+                                              {"Escape", "Esc"},
+                                              {"Esc", "Esc"},
+                                              {"PageUp", "PgUp"},
+                                              {"PgUp", "PgUp"},
+                                              {"PageDown", "PgDown"},
+                                              {"PgDown", "PgDown"},
+                                              {"Enter", "Return"},
+                                              {"Return", "Return"},
+                                              {"Bksp", "Backspace"},
+                                              {"Backspace", "Backspace"},
+                                              {"Tab", "Tab"},
+                                              {"Space", "Space"},
+                                              {"Home", "Home"},
+                                              {"End", "End"},
+                                              {"Left", "Left"},
+                                              {"Right", "Right"},
+                                              {"Up", "Up"},
+                                              {"Down", "Down"},
+                                              {"Pause", "Pause"},
+                                              {"Print", "Print"},
+                                              {"Menu", "Menu"},
+                                              {"Help", "Help"},
+                                              {"CapsLock", "CapsLock"},
+                                              {"NumLock", "NumLock"},
+                                              {"ScrollLock", "ScrollLock"},
+                                              {"SysReq", "SysReq"},
+                                              {"Clear", "Clear"},
+                                              {"Back", "Back"},
+                                              {"Forward", "Forward"},
+                                              {"Refresh", "Refresh"},
+                                              {"Search", "Search"},
+                                              {"Stop", "Stop"},
+                                              {"Undo", "Undo"},
+                                              {"Redo", "Redo"},
+                                              {"Find", "Find"},
+                                              {"Cut", "Cut"},
+                                              {"Copy", "Copy"},
+                                              {"Paste", "Paste"},
+                                              {"Open", "Open"},
+                                              {"Close", "Close"},
+                                              {"Save", "Save"}});
+constexpr int lastFunctionKey = 35;
 
-const KeyName* Find(const auto& aNames, std::string_view sText) {
-    const auto it = std::find_if(aNames.begin(), aNames.end(),
-                                 [&](const KeyName& oName) { return EqualText(oName.sWritten, sText); });
-    return it == aNames.end() ? nullptr : &*it;
+const KeyName* Find(const auto& names, std::string_view text) {
+    const auto it =
+        std::find_if(names.begin(), names.end(), [&](const KeyName& name) { return EqualText(name.written, text); });
+    return it == names.end() ? nullptr : &*it;
 }
 
-std::vector<std::string> PartsOf(std::string_view sText) {
-    std::vector<std::string> aParts(1);
-    for (const char c : sText) {
+std::vector<std::string> PartsOf(std::string_view text) {
+    std::vector<std::string> parts(1);
+    for (const char c : text) {
         if (c == ' ')
             continue;
         if (c == '+')
-            aParts.emplace_back();
+            parts.emplace_back();
         else
-            aParts.back() += c;
+            parts.back() += c;
     }
-    const bool bPlusKey = aParts.size() >= 2 && aParts.back().empty() && aParts[aParts.size() - 2].empty();
-    std::erase(aParts, "");
-    if (bPlusKey)
-        aParts.emplace_back("+");
-    return aParts;
+    const bool plusKey = parts.size() >= 2 && parts.back().empty() && parts[parts.size() - 2].empty();
+    std::erase(parts, "");
+    if (plusKey)
+        parts.emplace_back("+");
+    return parts;
 }
 
 // One character, whatever its length in UTF-8.
-bool IsCharacter(std::string_view sText) {
-    const auto nBegins = std::count_if(sText.begin(), sText.end(),
-                                       [](char c) { return (static_cast<unsigned char>(c) & 0xC0u) != 0x80; });
-    return nBegins == 1;
+bool IsCharacter(std::string_view text) {
+    const auto begins =
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0u) != 0x80; });
+    return begins == 1;
 }
 
-std::optional<std::string> KeyIn(const std::string& sPart) {
-    if (IsCharacter(sPart))
-        return FoldText(sPart);
-    if (const KeyName* pName = Find(aKeys, sPart))
-        return std::string(pName->sMeant);
-    const bool bDigits = sPart.size() <= 3 && std::all_of(sPart.begin() + 1, sPart.end(), [](char c) {
-                             return std::isdigit(static_cast<unsigned char>(c)) != 0;
-                         });
-    if (bDigits && (sPart[0] == 'F' || sPart[0] == 'f'))
-        if (const int nKey = std::stoi(sPart.substr(1)); nKey >= 1 && nKey <= nLastFunctionKey)
-            return "F" + std::to_string(nKey);
+std::optional<std::string> KeyIn(const std::string& part) {
+    if (IsCharacter(part))
+        return FoldText(part);
+    if (const KeyName* name = Find(keys, part))
+        return std::string(name->meant);
+    const bool digits = part.size() <= 3 && std::all_of(part.begin() + 1, part.end(), [](char c) {
+                            return std::isdigit(static_cast<unsigned char>(c)) != 0;
+                        });
+    if (digits && (part[0] == 'F' || part[0] == 'f'))
+        if (const int key = std::stoi(part.substr(1)); key >= 1 && key <= lastFunctionKey)
+            return "F" + std::to_string(key);
     return std::nullopt;
 }
 
-std::string Joined(const std::vector<std::string>& aParts) {
-    std::string sText;
-    for (const std::string& sPart : aParts)
-        sText += (sText.empty() ? "" : "+") + sPart;
-    return sText;
+std::string Joined(const std::vector<std::string>& parts) {
+    std::string text;
+    for (const std::string& part : parts)
+        text += (text.empty() ? "" : "+") + part;
+    return text;
 }
 
 } // namespace
 
-std::optional<std::string> ShortcutIn(std::string_view sText) {
-    std::vector<std::string> aParts = PartsOf(sText);
-    if (aParts.empty())
+std::optional<std::string> ShortcutIn(std::string_view text) {
+    std::vector<std::string> parts = PartsOf(text);
+    if (parts.empty())
         return std::nullopt;
-    const std::optional<std::string> oKey = KeyIn(aParts.back());
-    if (!oKey)
+    const std::optional<std::string> key = KeyIn(parts.back());
+    if (!key)
         return std::nullopt;
-    aParts.pop_back();
-    for (std::string& sPart : aParts) {
-        const KeyName* pModifier = Find(aModifiers, sPart);
-        if (!pModifier)
+    parts.pop_back();
+    for (std::string& part : parts) {
+        const KeyName* modifier = Find(modifiers, part);
+        if (!modifier)
             return std::nullopt;
-        sPart = pModifier->sMeant;
+        part = modifier->meant;
     }
-    std::sort(aParts.begin(), aParts.end());
-    aParts.erase(std::unique(aParts.begin(), aParts.end()), aParts.end());
-    aParts.push_back(*oKey);
-    return Joined(aParts);
+    std::sort(parts.begin(), parts.end());
+    parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
+    parts.push_back(*key);
+    return Joined(parts);
 }
 
-std::optional<std::string> NearestShortcut(std::string_view sText) {
-    const auto NamesOf = [](const auto& aNames) {
-        std::vector<std::string> aTexts;
-        for (const KeyName& oName : aNames)
-            aTexts.emplace_back(oName.sWritten);
-        return aTexts;
+std::optional<std::string> NearestShortcut(std::string_view text) {
+    const auto NamesOf = [](const auto& names) {
+        std::vector<std::string> texts;
+        for (const KeyName& name : names)
+            texts.emplace_back(name.written);
+        return texts;
     };
-    std::vector<std::string> aParts = PartsOf(sText);
-    for (std::size_t i = 0; i < aParts.size(); ++i) {
-        const bool bLast = i + 1 == aParts.size();
-        if (bLast ? KeyIn(aParts[i]).has_value() : Find(aModifiers, aParts[i]) != nullptr)
+    std::vector<std::string> parts = PartsOf(text);
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const bool last = i + 1 == parts.size();
+        if (last ? KeyIn(parts[i]).has_value() : Find(modifiers, parts[i]) != nullptr)
             continue;
-        const auto oNearest = Nearest(bLast ? NamesOf(aKeys) : NamesOf(aModifiers), aParts[i]);
-        if (!oNearest)
+        const auto nearest = Nearest(last ? NamesOf(keys) : NamesOf(modifiers), parts[i]);
+        if (!nearest)
             return std::nullopt;
-        aParts[i] = *oNearest;
+        parts[i] = *nearest;
     }
-    return aParts.empty() ? std::nullopt : std::optional(Joined(aParts));
+    return parts.empty() ? std::nullopt : std::optional(Joined(parts));
 }
 
 } // namespace corvane::check

@@ -9,9 +9,9 @@ namespace corvane::check {
 
 // "Ctrl+Shift+O" in one form for all ways of writing one shortcut; nothing for a text that hosts can't read. Case and
 // blanks don't count.
-[[nodiscard]] std::optional<std::string> ShortcutIn(std::string_view sText);
+[[nodiscard]] std::optional<std::string> ShortcutIn(std::string_view text);
 
 // What the text may have been meant to be; nothing when nothing is near.
-[[nodiscard]] std::optional<std::string> NearestShortcut(std::string_view sText);
+[[nodiscard]] std::optional<std::string> NearestShortcut(std::string_view text);
 
 } // namespace corvane::check

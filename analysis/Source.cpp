@@ -18,34 +18,34 @@ bool EndsName(char c) {
     return IsBlank(c) || c == '=' || c == '>' || c == '/';
 }
 
-bool NeedsTheParser(std::string_view sWritten) {
-    return sWritten.find_first_of("&\t\n\r") != std::string_view::npos;
+bool NeedsTheParser(std::string_view written) {
+    return written.find_first_of("&\t\n\r") != std::string_view::npos;
 }
 
 // Whether a value reads as it is written.
-bool IsPlain(std::string_view sWritten) {
-    bool bPlain = true;
-    for (const char c : sWritten) // to the end, as that is faster than to look where to stop
-        bPlain &= c >= ' ' && c != '&';
-    return bPlain;
+bool IsPlain(std::string_view written) {
+    bool plain = true;
+    for (const char c : written) // to the end, as that is faster than to look where to stop
+        plain &= c >= ' ' && c != '&';
+    return plain;
 }
 
 template <class T>
-std::span<T> Copied(std::pmr::memory_resource& oMemory, const std::vector<T>& aThings) {
-    if (aThings.empty())
+std::span<T> Copied(std::pmr::memory_resource& memory, const std::vector<T>& things) {
+    if (things.empty())
         return {};
-    auto* pCopy = static_cast<T*>(oMemory.allocate(aThings.size() * sizeof(T), alignof(T)));
-    std::uninitialized_copy(aThings.begin(), aThings.end(), pCopy);
-    return {pCopy, aThings.size()};
+    auto* copy = static_cast<T*>(memory.allocate(things.size() * sizeof(T), alignof(T)));
+    std::uninitialized_copy(things.begin(), things.end(), copy);
+    return {copy, things.size()};
 }
 
 class Scanner {
 public:
-    Scanner(std::string_view sText, std::pmr::memory_resource& oMemory) : m_sText(sText), m_oMemory(oMemory) {}
+    Scanner(std::string_view text, std::pmr::memory_resource& memory) : m_text(text), m_memory(memory) {}
 
     std::span<Element> Run() {
-        while (const char* pNext = Find('<')) {
-            m_i = static_cast<std::size_t>(pNext - m_sText.data());
+        while (const char* next = Find('<')) {
+            m_i = static_cast<std::size_t>(next - m_text.data());
             if (At("<!--"))
                 SkipThrough("-->");
             else if (At("<![CDATA["))
@@ -59,24 +59,23 @@ public:
             else
                 StartTag();
         }
-        while (!m_aOpen.empty())
+        while (!m_open.empty())
             Close();
-        return Copied(m_oMemory, m_aElements);
+        return Copied(m_memory, m_elements);
     }
 
-    [[nodiscard]] bool IsPlainText() const { return m_bPlain; }
+    [[nodiscard]] bool IsPlainText() const { return m_plain; }
 
 private:
     [[nodiscard]] const char* Find(char c) const {
-        return m_i < m_sText.size()
-                   ? static_cast<const char*>(std::memchr(m_sText.data() + m_i, c, m_sText.size() - m_i))
-                   : nullptr;
+        return m_i < m_text.size() ? static_cast<const char*>(std::memchr(m_text.data() + m_i, c, m_text.size() - m_i))
+                                   : nullptr;
     }
-    [[nodiscard]] bool At(std::string_view sWhat) const { return m_sText.substr(m_i, sWhat.size()) == sWhat; }
-    [[nodiscard]] char Here() const { return m_i < m_sText.size() ? m_sText[m_i] : '\0'; }
-    void SkipThrough(std::string_view sEnd) {
-        const std::size_t i = m_sText.find(sEnd, m_i);
-        m_i = i == std::string_view::npos ? m_sText.size() : i + sEnd.size();
+    [[nodiscard]] bool At(std::string_view what) const { return m_text.substr(m_i, what.size()) == what; }
+    [[nodiscard]] char Here() const { return m_i < m_text.size() ? m_text[m_i] : '\0'; }
+    void SkipThrough(std::string_view end) {
+        const std::size_t i = m_text.find(end, m_i);
+        m_i = i == std::string_view::npos ? m_text.size() : i + end.size();
     }
     void SkipBlanks() {
         while (IsBlank(Here()))
@@ -85,18 +84,18 @@ private:
 
     // A document type, with the declarations in its brackets.
     void SkipDeclaration() {
-        int nBrackets = 0;
-        for (; m_i < m_sText.size(); ++m_i) {
+        int brackets = 0;
+        for (; m_i < m_text.size(); ++m_i) {
             if (At("<!--")) {
                 SkipThrough("-->");
                 --m_i;
             } else if (Here() == '"' || Here() == '\'') {
-                m_i = std::min(m_sText.find(Here(), m_i + 1), m_sText.size() - 1);
+                m_i = std::min(m_text.find(Here(), m_i + 1), m_text.size() - 1);
             } else if (Here() == '[') {
-                ++nBrackets;
+                ++brackets;
             } else if (Here() == ']') {
-                --nBrackets;
-            } else if (Here() == '>' && nBrackets == 0) {
+                --brackets;
+            } else if (Here() == '>' && brackets == 0) {
                 ++m_i;
                 return;
             }
@@ -104,71 +103,71 @@ private:
     }
 
     void EndTag() {
-        if (!m_aOpen.empty())
+        if (!m_open.empty())
             Close();
         SkipThrough(">");
     }
 
     void Close() {
-        m_aElements[m_aOpen.back()].nBelow = m_aElements.size() - m_aOpen.back() - 1;
-        m_aOpen.pop_back();
+        m_elements[m_open.back()].below = m_elements.size() - m_open.back() - 1;
+        m_open.pop_back();
     }
 
     [[nodiscard]] std::string_view Name() {
-        const auto itBegin = m_sText.begin() + static_cast<std::ptrdiff_t>(m_i);
-        const auto itEnd = std::find_if(itBegin, m_sText.end(), EndsName);
-        m_i = static_cast<std::size_t>(itEnd - m_sText.begin());
-        return {itBegin, itEnd};
+        const auto begin = m_text.begin() + static_cast<std::ptrdiff_t>(m_i);
+        const auto end = std::find_if(begin, m_text.end(), EndsName);
+        m_i = static_cast<std::size_t>(end - m_text.begin());
+        return {begin, end};
     }
 
     void StartTag() {
         ++m_i;
-        const std::string_view sName = Name();
-        m_aAttributes.clear();
-        for (SkipBlanks(); m_i < m_sText.size() && Here() != '>' && Here() != '/'; SkipBlanks())
+        const std::string_view name = Name();
+        m_attributes.clear();
+        for (SkipBlanks(); m_i < m_text.size() && Here() != '>' && Here() != '/'; SkipBlanks())
             AddAttribute();
-        if (m_aOpen.empty())
-            m_aElements.clear(); // the root
-        m_aElements.push_back({sName, Copied(m_oMemory, m_aAttributes)});
-        const bool bEmpty = Here() == '/';
+        if (m_open.empty())
+            m_elements.clear(); // the root
+        m_elements.push_back({name, Copied(m_memory, m_attributes)});
+        const bool empty = Here() == '/';
         SkipThrough(">");
-        if (!bEmpty)
-            m_aOpen.push_back(m_aElements.size() - 1);
+        if (!empty)
+            m_open.push_back(m_elements.size() - 1);
     }
 
     void AddAttribute() {
-        const std::string_view sName = Name();
-        while (m_i < m_sText.size() && Here() != '"' && Here() != '\'')
+        const std::string_view name = Name();
+        while (m_i < m_text.size() && Here() != '"' && Here() != '\'')
             ++m_i;
-        const char cQuote = Here();
-        const std::size_t iBegin = std::min(++m_i, m_sText.size());
-        m_i = std::min(m_sText.find(cQuote, iBegin), m_sText.size());
-        const std::string_view sWritten = m_sText.substr(iBegin, m_i - iBegin);
-        m_aAttributes.emplace_back(sName, sWritten);
-        m_bPlain = m_bPlain && IsPlain(sWritten);
+        const char quote = Here();
+        const std::size_t begin = std::min(++m_i, m_text.size());
+        m_i = std::min(m_text.find(quote, begin), m_text.size());
+        const std::string_view written = m_text.substr(begin, m_i - begin);
+        m_attributes.emplace_back(name, written);
+        m_plain = m_plain && IsPlain(written);
         ++m_i;
     }
 
-    std::string_view m_sText;
-    std::pmr::memory_resource& m_oMemory;
+    std::string_view m_text;
+    std::pmr::memory_resource& m_memory;
     std::size_t m_i = 0;
-    bool m_bPlain = true;
-    std::vector<Element> m_aElements;
-    std::vector<std::size_t> m_aOpen;
-    std::vector<Attribute> m_aAttributes; // of the tag at hand
+    bool m_plain = true;
+    std::vector<Element> m_elements;
+    std::vector<std::size_t> m_open;
+    std::vector<Attribute> m_attributes; // of the tag at hand
 };
 
-// Values that differ from what is written, from the document's elements, which are in the same order. aNodes is empty
+// Values that differ from what is written, from the document's elements, which are in the same order. nodes is empty
 // where entities hold elements; values then stay as they are written.
-void FillValues(std::span<Element> aElements, const std::vector<Ref<IXmlNode>>& aNodes,
-                std::pmr::memory_resource& oMemory) {
-    for (std::size_t i = 0; i < aElements.size(); ++i)
-        for (Attribute& oAttribute : aElements[i].aAttributes) {
-            const std::string_view sWritten = oAttribute.Written();
-            if (!aNodes.empty() && NeedsTheParser(sWritten))
-                oAttribute.SetValue(Kept(oMemory, {aNodes[i]->Attribute(oAttribute.Name()).value_or("")}));
-            else if (!IsAscii(sWritten))
-                oAttribute.SetValue(Kept(oMemory, {DecodeWindows1252(sWritten)}));
+void FillValues(std::span<Element> elements, const std::vector<Ref<IXmlNode>>& nodes,
+                std::pmr::memory_resource& memory) {
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        for (Attribute& attribute : elements[i].attributes) {
+            const std::string_view written = attribute.Written();
+            if (!nodes.empty() && NeedsTheParser(written))
+                attribute.SetValue(Kept(memory, {nodes[i]->Attribute(attribute.Name()).value_or("")}));
+            else if (!IsAscii(written))
+                attribute.SetValue(Kept(memory, {DecodeWindows1252(written)}));
         }
 }
 
@@ -176,80 +175,80 @@ void FillValues(std::span<Element> aElements, const std::vector<Ref<IXmlNode>>& 
 
 std::string_view Attribute::Written() const {
     // The text has an end sign, should it end within a tag.
-    const char* pBegin = m_pName + m_nName;
-    while (*pBegin && *pBegin != '"' && *pBegin != '\'')
-        ++pBegin;
-    if (!*pBegin)
-        return {pBegin, 0};
-    const char* pEnd = pBegin + 1;
-    while (*pEnd && *pEnd != *pBegin)
-        ++pEnd;
-    return {pBegin + 1, pEnd};
+    const char* begin = m_name + m_nameNumber;
+    while (*begin && *begin != '"' && *begin != '\'')
+        ++begin;
+    if (!*begin)
+        return {begin, 0};
+    const char* end = begin + 1;
+    while (*end && *end != *begin)
+        ++end;
+    return {begin + 1, end};
 }
 
-Attribute* Element::Find(std::string_view sAttribute) const {
-    for (Attribute& oAttribute : aAttributes)
-        if (oAttribute.Name() == sAttribute)
-            return &oAttribute;
+Attribute* Element::Find(std::string_view attributeName) const {
+    for (Attribute& attribute : attributes)
+        if (attribute.Name() == attributeName)
+            return &attribute;
     return nullptr;
 }
 
-std::string_view Element::Value(std::string_view sAttribute) const {
-    const Attribute* pAttribute = Find(sAttribute);
-    return pAttribute ? pAttribute->Value() : std::string_view();
+std::string_view Element::Value(std::string_view attributeName) const {
+    const Attribute* attribute = Find(attributeName);
+    return attribute ? attribute->Value() : std::string_view();
 }
 
-Spot Element::At(std::string_view sAttribute) const {
-    const Attribute* pAttribute = Find(sAttribute);
-    return pAttribute ? pAttribute->AtValue() : At();
+Spot Element::At(std::string_view attributeName) const {
+    const Attribute* attribute = Find(attributeName);
+    return attribute ? attribute->AtValue() : At();
 }
 
-const Element* ScanElements(const std::string& sBytes, const Ref<IXmlDocument>& oDocument,
-                            std::pmr::memory_resource& oMemory) {
-    Scanner oScanner(sBytes, oMemory);
-    const std::span<Element> aElements = oScanner.Run();
-    if (aElements.empty())
+const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document,
+                            std::pmr::memory_resource& memory) {
+    Scanner scanner(bytes, memory);
+    const std::span<Element> elements = scanner.Run();
+    if (elements.empty())
         return nullptr;
-    if (!oScanner.IsPlainText()) {
-        std::vector<Ref<IXmlNode>> aNodes;
-        if (const Ref<IXmlNode> oNode = oDocument->SelectSingleNode("/*"))
-            aNodes = oNode->SelectNodes("//*");
-        if (aNodes.size() != aElements.size())
-            aNodes.clear();
-        FillValues(aElements, aNodes, oMemory);
+    if (!scanner.IsPlainText()) {
+        std::vector<Ref<IXmlNode>> nodes;
+        if (const Ref<IXmlNode> node = document->SelectSingleNode("/*"))
+            nodes = node->SelectNodes("//*");
+        if (nodes.size() != elements.size())
+            nodes.clear();
+        FillValues(elements, nodes, memory);
     }
-    return aElements.data();
+    return elements.data();
 }
 
-std::string_view Kept(std::pmr::memory_resource& oMemory, std::initializer_list<std::string_view> aParts) {
-    std::size_t nLength = 0;
-    for (const std::string_view sPart : aParts)
-        nLength += sPart.size();
-    auto* pText = static_cast<char*>(oMemory.allocate(std::max<std::size_t>(nLength, 1), 1));
-    char* pEnd = pText;
-    for (const std::string_view sPart : aParts)
-        pEnd = std::copy(sPart.begin(), sPart.end(), pEnd);
-    return {pText, nLength};
+std::string_view Kept(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts) {
+    std::size_t length = 0;
+    for (const std::string_view part : parts)
+        length += part.size();
+    auto* text = static_cast<char*>(memory.allocate(std::max<std::size_t>(length, 1), 1));
+    char* end = text;
+    for (const std::string_view part : parts)
+        end = std::copy(part.begin(), part.end(), end);
+    return {text, length};
 }
 
-void Lines::Read(std::string_view sText) {
-    if (!m_aBegins.empty())
+void Lines::Read(std::string_view text) {
+    if (!m_begins.empty())
         return;
-    m_aBegins.push_back(sText.data());
-    for (std::size_t i = sText.find('\n'); i != std::string_view::npos; i = sText.find('\n', i + 1))
-        m_aBegins.push_back(sText.data() + i + 1);
+    m_begins.push_back(text.data());
+    for (std::size_t i = text.find('\n'); i != std::string_view::npos; i = text.find('\n', i + 1))
+        m_begins.push_back(text.data() + i + 1);
 }
 
-Position Lines::PositionOf(std::string_view sText, Spot pSpot) {
-    Read(sText);
-    const auto itNext = std::upper_bound(m_aBegins.begin(), m_aBegins.end(), pSpot);
-    return {static_cast<Long>(itNext - m_aBegins.begin()), static_cast<Long>(pSpot - *(itNext - 1)) + 1};
+Position Lines::PositionOf(std::string_view text, Spot spot) {
+    Read(text);
+    const auto next = std::upper_bound(m_begins.begin(), m_begins.end(), spot);
+    return {static_cast<Long>(next - m_begins.begin()), static_cast<Long>(spot - *(next - 1)) + 1};
 }
 
-Spot Lines::EndOf(std::string_view sText, Long lLine) {
-    Read(sText);
-    const auto i = static_cast<std::size_t>(std::max<Long>(lLine, 0));
-    return i < m_aBegins.size() ? m_aBegins[i] : sText.data() + sText.size();
+Spot Lines::EndOf(std::string_view text, Long line) {
+    Read(text);
+    const auto i = static_cast<std::size_t>(std::max<Long>(line, 0));
+    return i < m_begins.size() ? m_begins[i] : text.data() + text.size();
 }
 
 } // namespace corvane::check

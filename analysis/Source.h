@@ -22,95 +22,94 @@ using Spot = const char*;
 class Attribute {
 public:
     // In the text, the value behind the name.
-    Attribute(std::string_view sName, std::string_view sWritten)
-        : m_pName(sName.data()), m_pValue(sWritten.data()),
-          m_nName(static_cast<std::uint32_t>(sName.size()) & nLongest), m_bBad(0),
-          m_nValue(static_cast<std::uint32_t>(sWritten.size())) {}
+    Attribute(std::string_view name, std::string_view written)
+        : m_name(name.data()), m_value(written.data()), m_nameNumber(static_cast<std::uint32_t>(name.size()) & longest),
+          m_bad(0), m_valueNumber(static_cast<std::uint32_t>(written.size())) {}
 
-    [[nodiscard]] std::string_view Name() const { return {m_pName, m_nName}; }
+    [[nodiscard]] std::string_view Name() const { return {m_name, m_nameNumber}; }
     // UTF-8.
-    [[nodiscard]] std::string_view Value() const { return {m_pValue, m_nValue}; }
+    [[nodiscard]] std::string_view Value() const { return {m_value, m_valueNumber}; }
     // The value as it stands in the text.
     [[nodiscard]] std::string_view Written() const;
     // For one that reads otherwise than it is written.
-    void SetValue(std::string_view sValue) {
-        m_pValue = sValue.data();
-        m_nValue = static_cast<std::uint32_t>(sValue.size());
+    void SetValue(std::string_view value) {
+        m_value = value.data();
+        m_valueNumber = static_cast<std::uint32_t>(value.size());
     }
 
     // Whether it has been found to be no value of its kind.
-    [[nodiscard]] bool IsBad() const { return m_bBad != 0; }
-    void SetBad() { m_bBad = 1; }
+    [[nodiscard]] bool IsBad() const { return m_bad != 0; }
+    void SetBad() { m_bad = 1; }
 
-    [[nodiscard]] Spot AtName() const { return m_pName; }
+    [[nodiscard]] Spot AtName() const { return m_name; }
     [[nodiscard]] Spot AtValue() const { return Written().data(); }
 
 private:
-    static constexpr std::uint32_t nLongest = 0x7FFFFFFF; // as libxml2 reads no file beyond it
+    static constexpr std::uint32_t longest = 0x7FFFFFFF; // as libxml2 reads no file beyond it
 
-    const char* m_pName;
-    const char* m_pValue;
-    std::uint32_t m_nName : 31;
-    std::uint32_t m_bBad : 1;
-    std::uint32_t m_nValue;
+    const char* m_name;
+    const char* m_value;
+    std::uint32_t m_nameNumber : 31;
+    std::uint32_t m_bad : 1;
+    std::uint32_t m_valueNumber;
 };
 
 // Elements lie one behind the other in the order of their start tags: behind each what stands below it.
 struct Element {
-    std::string_view sName;
-    std::span<Attribute> aAttributes;
-    std::size_t nBelow = 0; // how many elements, at all depths
+    std::string_view name;
+    std::span<Attribute> attributes;
+    std::size_t below = 0; // how many elements, at all depths
 
     class Iterator {
     public:
-        explicit Iterator(const Element* pElement) : m_pElement(pElement) {}
-        const Element& operator*() const { return *m_pElement; }
+        explicit Iterator(const Element* element) : m_element(element) {}
+        const Element& operator*() const { return *m_element; }
         Iterator& operator++() {
-            m_pElement += 1 + m_pElement->nBelow;
+            m_element += 1 + m_element->below;
             return *this;
         }
-        bool operator!=(const Iterator& oOther) const { return m_pElement != oOther.m_pElement; }
+        bool operator!=(const Iterator& other) const { return m_element != other.m_element; }
 
     private:
-        const Element* m_pElement;
+        const Element* m_element;
     };
     struct Range {
-        const Element* pFirst;
-        const Element* pEnd;
-        [[nodiscard]] Iterator begin() const { return Iterator(pFirst); }
-        [[nodiscard]] Iterator end() const { return Iterator(pEnd); }
+        const Element* first;
+        const Element* endElement;
+        [[nodiscard]] Iterator begin() const { return Iterator(first); }
+        [[nodiscard]] Iterator end() const { return Iterator(endElement); }
     };
-    [[nodiscard]] Range Children() const { return {this + 1, this + 1 + nBelow}; }
+    [[nodiscard]] Range Children() const { return {this + 1, this + 1 + below}; }
 
-    [[nodiscard]] Attribute* Find(std::string_view sAttribute) const;
+    [[nodiscard]] Attribute* Find(std::string_view attributeName) const;
     // Empty when it isn't there.
-    [[nodiscard]] std::string_view Value(std::string_view sAttribute) const;
+    [[nodiscard]] std::string_view Value(std::string_view attributeName) const;
     // Its "<".
-    [[nodiscard]] Spot At() const { return sName.data() - 1; }
+    [[nodiscard]] Spot At() const { return name.data() - 1; }
     // Of the attribute's value, or of the element when it has none such.
-    [[nodiscard]] Spot At(std::string_view sAttribute) const;
+    [[nodiscard]] Spot At(std::string_view attributeName) const;
 };
 
 // The root, with all elements behind it, of a text that is known to be well formed; a null pointer when there is none.
-// Names and values point into the text, or into oMemory where they are written otherwise than they read; elements and
-// attributes stand in oMemory. An element that comes out of an entity isn't seen.
-[[nodiscard]] const Element* ScanElements(const std::string& sBytes, const Ref<IXmlDocument>& oDocument,
-                                          std::pmr::memory_resource& oMemory);
+// Names and values point into the text, or into memory where they are written otherwise than they read; elements and
+// attributes stand in memory. An element that comes out of an entity isn't seen.
+[[nodiscard]] const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document,
+                                          std::pmr::memory_resource& memory);
 
 // A text that stays as long as the memory does, made of parts.
-[[nodiscard]] std::string_view Kept(std::pmr::memory_resource& oMemory, std::initializer_list<std::string_view> aParts);
+[[nodiscard]] std::string_view Kept(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts);
 
 // The lines of a text, which it goes through when it is asked for the first time.
 class Lines {
 public:
-    [[nodiscard]] Position PositionOf(std::string_view sText, Spot pSpot);
+    [[nodiscard]] Position PositionOf(std::string_view text, Spot spot);
     // Behind the line of that number, from 1; the end of the text when it has fewer.
-    [[nodiscard]] Spot EndOf(std::string_view sText, Long lLine);
+    [[nodiscard]] Spot EndOf(std::string_view text, Long line);
 
 private:
-    void Read(std::string_view sText);
+    void Read(std::string_view text);
 
-    std::vector<Spot> m_aBegins; // of each line
+    std::vector<Spot> m_begins; // of each line
 };
 
 } // namespace corvane::check

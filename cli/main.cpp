@@ -10,16 +10,16 @@
 namespace {
 
 // What would be told as a command that is missing.
-bool IsUnknown(const CLI::App& oApp, const std::string& sCommand) {
-    std::vector<std::string> aNames;
-    for (const CLI::App* pCommand : oApp.get_subcommands({}))
-        aNames.push_back(pCommand->get_name());
-    if (sCommand.empty() || sCommand.front() == '-' ||
-        std::find(aNames.begin(), aNames.end(), sCommand) != aNames.end())
+bool IsUnknown(const CLI::App& app, const std::string& commandName) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands({}))
+        names.push_back(command->get_name());
+    if (commandName.empty() || commandName.front() == '-' ||
+        std::find(names.begin(), names.end(), commandName) != names.end())
         return false;
-    const auto oNearest = corvane::Nearest(aNames, sCommand);
-    std::cerr << "corvane: error: there is no command \"" << sCommand << "\"; "
-              << (oNearest ? "did you mean \"" + *oNearest + "\"?" : std::string("--help lists them")) << "\n";
+    const auto nearest = corvane::Nearest(names, commandName);
+    std::cerr << "corvane: error: there is no command \"" << commandName << "\"; "
+              << (nearest ? "did you mean \"" + *nearest + "\"?" : std::string("--help lists them")) << "\n";
     return true;
 }
 
@@ -27,28 +27,28 @@ bool IsUnknown(const CLI::App& oApp, const std::string& sCommand) {
 
 int main(int argc, char** argv) {
     using namespace corvane::tool;
-    CLI::App oApp{"Checks, inspects and builds Corvane applications", "corvane"};
-    oApp.set_version_flag("--version", std::string("corvane ") + CORVANE_VERSION);
-    oApp.require_subcommand(1);
-    Run fnRun;
+    CLI::App app{"Checks, inspects and builds Corvane applications", "corvane"};
+    app.set_version_flag("--version", std::string("corvane ") + CORVANE_VERSION);
+    app.require_subcommand(1);
+    Run run;
     // In the order in which an author meets them.
-    AddNew(oApp, fnRun);
-    AddCheck(oApp, fnRun);
-    AddExplain(oApp, fnRun);
-    AddInspect(oApp, fnRun);
-    AddRun(oApp, fnRun);
-    AddPreview(oApp, fnRun);
-    AddTranslate(oApp, fnRun);
-    AddPackage(oApp, fnRun);
-    if (const std::string sFirst = argc > 1 ? argv[1] : ""; IsUnknown(oApp, sFirst))
+    AddNew(app, run);
+    AddCheck(app, run);
+    AddExplain(app, run);
+    AddInspect(app, run);
+    AddRun(app, run);
+    AddPreview(app, run);
+    AddTranslate(app, run);
+    AddPackage(app, run);
+    if (const std::string first = argc > 1 ? argv[1] : ""; IsUnknown(app, first))
         return Exit::Usage;
     try {
-        oApp.parse(argc, argv);
-    } catch (const CLI::ParseError& oError) {
-        return oApp.exit(oError) == 0 ? Exit::Clean : Exit::Usage;
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? Exit::Clean : Exit::Usage;
     }
     try {
-        return fnRun();
+        return run();
     } catch (...) {
         return Fails("corvane", corvane::CurrentFailure().Description);
     }

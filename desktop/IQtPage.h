@@ -13,7 +13,7 @@ public:
     // Makes the page's widget as a child of that parent, once, when the page first comes to the front; PageBase has
     // been initialised by then. The form deletes it after the page's Terminate. Its minimum size counts, and its size
     // hint where the definition gives no size.
-    virtual QWidget* NewWidget(QWidget* pParent) = 0;
+    virtual QWidget* NewWidget(QWidget* parent) = 0;
     // Where the keyboard goes when the page first comes to the front; nothing: to the first control that takes it.
     // Only asked after NewWidget.
     [[nodiscard]] virtual QWidget* FirstFocus() { return nullptr; }

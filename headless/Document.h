@@ -8,15 +8,15 @@
 namespace corvane::inspect {
 
 struct DocumentOptions {
-    bool bStandIns = false; // with the calls that stand-ins heard
-    bool bPopups = false;   // which bands were shown as pop-up menus
-    bool bMessages = false;
-    bool bSizes = false; // of the trees
+    bool standIns = false; // with the calls that stand-ins heard
+    bool popups = false;   // which bands were shown as pop-up menus
+    bool messages = false;
+    bool sizes = false; // of the trees
 };
 
-[[nodiscard]] std::string JsonDocument(const ModelHost& oHost, const DocumentOptions& oOptions);
+[[nodiscard]] std::string JsonDocument(const ModelHost& host, const DocumentOptions& options);
 
 // Menus as trees with states and shortcuts, toolbars, context menus, explorer, windows, log.
-[[nodiscard]] std::string TextDocument(const ModelHost& oHost, const DocumentOptions& oOptions);
+[[nodiscard]] std::string TextDocument(const ModelHost& host, const DocumentOptions& options);
 
 } // namespace corvane::inspect

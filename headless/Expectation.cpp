@@ -13,81 +13,81 @@ namespace {
 using Json = nlohmann::json;
 
 // "tools", "File.Greet", "checked" of "tools[File.Greet].checked", and what stands behind the path's blank.
-std::vector<std::string> Segments(const std::string& sRest, std::string& sValue) {
-    std::vector<std::string> aSegments(1);
+std::vector<std::string> Segments(const std::string& rest, std::string& value) {
+    std::vector<std::string> segments(1);
     std::size_t i = 0;
-    int nBrackets = 0;
-    for (; i < sRest.size() && (sRest[i] != ' ' || nBrackets > 0); ++i) {
-        const char c = sRest[i];
-        if ((c == '[' && nBrackets++ == 0) || (c == '.' && nBrackets == 0))
-            aSegments.emplace_back();
-        else if (!(c == ']' && --nBrackets == 0))
-            aSegments.back() += c;
+    int brackets = 0;
+    for (; i < rest.size() && (rest[i] != ' ' || brackets > 0); ++i) {
+        const char c = rest[i];
+        if ((c == '[' && brackets++ == 0) || (c == '.' && brackets == 0))
+            segments.emplace_back();
+        else if (!(c == ']' && --brackets == 0))
+            segments.back() += c;
     }
-    std::erase(aSegments, "");
-    sValue = i < sRest.size() ? sRest.substr(i + 1) : std::string();
-    return aSegments;
+    std::erase(segments, "");
+    value = i < rest.size() ? rest.substr(i + 1) : std::string();
+    return segments;
 }
 
-bool IsCalled(const Json& oElement, const std::string& sName) {
-    for (const char* sKey : {"name", "key", "caption", "id"})
-        if (const auto it = oElement.find(sKey); it != oElement.end())
-            if (it->is_string() ? EqualText(it->get_ref<const std::string&>(), sName) : it->dump() == sName)
+bool IsCalled(const Json& element, const std::string& name) {
+    for (const char* key : {"name", "key", "caption", "id"})
+        if (const auto it = element.find(key); it != element.end())
+            if (it->is_string() ? EqualText(it->get_ref<const std::string&>(), name) : it->dump() == name)
                 return true;
     return false;
 }
 
 // Nothing where the path leads nowhere, which counts as null.
-Json Follow(const Json& oDocument, const std::vector<std::string>& aSegments) {
-    const Json* pAt = &oDocument;
-    for (const std::string& sSegment : aSegments) {
-        if (pAt->is_array() && sSegment == "count")
-            return pAt->size();
-        const Json* pNext = nullptr;
-        if (pAt->is_object()) {
-            if (const auto it = pAt->find(sSegment); it != pAt->end())
-                pNext = &*it;
-        } else if (pAt->is_array()) {
-            const auto oIndex = NumberIn(sSegment);
-            const auto it = std::find_if(pAt->begin(), pAt->end(),
-                                         [&](const Json& o) { return o.is_object() && IsCalled(o, sSegment); });
-            if (it != pAt->end())
-                pNext = &*it;
-            else if (oIndex && *oIndex >= 0 && *oIndex < static_cast<Double>(pAt->size()))
-                pNext = &(*pAt)[static_cast<std::size_t>(*oIndex)];
+Json Follow(const Json& document, const std::vector<std::string>& segments) {
+    const Json* at = &document;
+    for (const std::string& segment : segments) {
+        if (at->is_array() && segment == "count")
+            return at->size();
+        const Json* next = nullptr;
+        if (at->is_object()) {
+            if (const auto it = at->find(segment); it != at->end())
+                next = &*it;
+        } else if (at->is_array()) {
+            const auto index = NumberIn(segment);
+            const auto it = std::find_if(at->begin(), at->end(),
+                                         [&](const Json& o) { return o.is_object() && IsCalled(o, segment); });
+            if (it != at->end())
+                next = &*it;
+            else if (index && *index >= 0 && *index < static_cast<Double>(at->size()))
+                next = &(*at)[static_cast<std::size_t>(*index)];
         }
-        if (!pNext)
-            return aSegments.back() == "count" ? Json(0) : Json();
-        pAt = pNext;
+        if (!next)
+            return segments.back() == "count" ? Json(0) : Json();
+        at = next;
     }
-    return *pAt;
+    return *at;
 }
 
 // Keys are left out where they have nothing to say.
-bool IsNothing(const Json& oValue) {
-    return oValue.is_null() || oValue == false || oValue == "" || oValue == Json::array();
+bool IsNothing(const Json& value) {
+    return value.is_null() || value == false || value == "" || value == Json::array();
 }
 
 // A file of steps may hold any bytes.
-std::string Shown(const Json& oValue) {
-    return oValue.dump(-1, ' ', false, Json::error_handler_t::replace);
+std::string Shown(const Json& value) {
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 } // namespace
 
-std::string Unmet(const ModelHost& oHost, const std::string& sRest) {
-    std::string sValue;
-    const std::vector<std::string> aSegments = Segments(sRest, sValue);
-    Json oDocument = Json::parse(JsonDocument(oHost, {true, true, true, true}));
-    oDocument["status"] = oHost.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
-    const Json oThere = Follow(oDocument, aSegments);
-    const Json oWanted = Json::parse(sValue, nullptr, false);
-    const bool bText = oThere.is_string() && oThere.get_ref<const std::string&>() == sValue;
-    if (bText || (!oWanted.is_discarded() && (oThere == oWanted || (IsNothing(oThere) && IsNothing(oWanted)))) ||
-        (sValue.empty() && IsNothing(oThere)))
+std::string Unmet(const ModelHost& host, const std::string& rest) {
+    std::string value;
+    const std::vector<std::string> segments = Segments(rest, value);
+    Json document = Json::parse(JsonDocument(host, {true, true, true, true}));
+    document["status"] = host.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+    const Json there = Follow(document, segments);
+    const Json wanted = Json::parse(value, nullptr, false);
+    const bool text = there.is_string() && there.get_ref<const std::string&>() == value;
+    if (text || (!wanted.is_discarded() && (there == wanted || (IsNothing(there) && IsNothing(wanted)))) ||
+        (value.empty() && IsNothing(there)))
         return {};
-    return "expected " + sRest.substr(0, sRest.size() - sValue.size()) +
-           (oWanted.is_discarded() ? Shown(sValue) : sValue) + ", but it is " + Shown(oThere);
+    return "expected " + rest.substr(0, rest.size() - value.size()) + (wanted.is_discarded() ? Shown(value) : value) +
+           ", but it is " + Shown(there);
 }
 
 } // namespace corvane::inspect

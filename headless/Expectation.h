@@ -7,7 +7,7 @@
 
 namespace corvane::inspect {
 
-// sRest is "PATH VALUE". Empty when the document has the value there; else what is expected and what is there.
-[[nodiscard]] std::string Unmet(const ModelHost& oHost, const std::string& sRest);
+// rest is "PATH VALUE". Empty when the document has the value there; else what is expected and what is there.
+[[nodiscard]] std::string Unmet(const ModelHost& host, const std::string& rest);
 
 } // namespace corvane::inspect

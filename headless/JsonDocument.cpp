@@ -14,198 +14,198 @@ namespace {
 
 using Json = nlohmann::json;
 
-Json ServicesJson(const ServiceManager& oServiceManager) {
-    Json aServices = Json::array();
-    for (const auto& oServiceDef : oServiceManager.ServiceDefs())
-        aServices.push_back({{"name", oServiceDef->Name()}, {"progId", oServiceDef->ProgID()}});
-    return aServices;
+Json ServicesJson(const ServiceManager& serviceManager) {
+    Json services = Json::array();
+    for (const auto& serviceDef : serviceManager.ServiceDefs())
+        services.push_back({{"name", serviceDef->Name()}, {"progId", serviceDef->ProgID()}});
+    return services;
 }
 
-bool IsHostTool(const Tool& oTool) {
-    return oTool.ToolId() < 4; // the library's identifiers begin at 4
+bool IsHostTool(const Tool& tool) {
+    return tool.ToolId() < 4; // the library's identifiers begin at 4
 }
 
-Json ActionJson(const ModelHost& oHost, const Tool& oTool) {
-    const auto oItem = oTool.TagVariant().TryAs<ActionItem>();
-    if (!oItem)
+Json ActionJson(const ModelHost& host, const Tool& tool) {
+    const auto item = tool.TagVariant().TryAs<ActionItem>();
+    if (!item)
         return nullptr;
-    Json oAction{{"name", oItem->Name()}, {"procedure", oItem->Action()}};
-    if (const std::string sId = oHost.Recorded().IdOf(oItem->ActionsProviderObj()); !sId.empty())
-        oAction["provider"] = sId;
-    return oAction;
+    Json action{{"name", item->Name()}, {"procedure", item->Action()}};
+    if (const std::string id = host.Recorded().IdOf(item->ActionsProviderObj()); !id.empty())
+        action["provider"] = id;
+    return action;
 }
 
-Json ToolJson(const ModelHost& oHost, const Tool& oTool) {
-    Json aShortCuts = Json::array();
-    for (const auto& oShortCut : oTool.ShortCuts())
-        aShortCuts.push_back(oShortCut->Value());
-    return {{"id", oTool.ToolId()},
-            {"name", oTool.Name()},
-            {"caption", oTool.Caption()},
-            {"toolTip", oTool.ToolTip()},
-            {"description", oTool.Description()},
-            {"category", oTool.Category()},
-            {"dropDownBand", oTool.DropDownBand()},
-            {"shortCuts", aShortCuts},
-            {"checked", oTool.Checked()},
-            {"enabled", oTool.Enabled()},
-            {"visible", oTool.Visible()},
-            {"action", ActionJson(oHost, oTool)}};
+Json ToolJson(const ModelHost& host, const Tool& tool) {
+    Json shortCuts = Json::array();
+    for (const auto& shortCut : tool.ShortCuts())
+        shortCuts.push_back(shortCut->Value());
+    return {{"id", tool.ToolId()},
+            {"name", tool.Name()},
+            {"caption", tool.Caption()},
+            {"toolTip", tool.ToolTip()},
+            {"description", tool.Description()},
+            {"category", tool.Category()},
+            {"dropDownBand", tool.DropDownBand()},
+            {"shortCuts", shortCuts},
+            {"checked", tool.Checked()},
+            {"enabled", tool.Enabled()},
+            {"visible", tool.Visible()},
+            {"action", ActionJson(host, tool)}};
 }
 
-Json PictureName(const Ref<Picture>& oPicture) {
-    return oPicture ? Json(oPicture->Name()) : Json(nullptr);
+Json PictureName(const Ref<Picture>& picture) {
+    return picture ? Json(picture->Name()) : Json(nullptr);
 }
 
-Json InstanceJson(const Tool& oInstance) {
-    if (IsHostTool(oInstance))
-        return {{"name", oInstance.Name()}};
-    Json aPictures = Json::array();
-    for (const auto& [lState, oPicture] : oInstance.Pictures())
-        aPictures.push_back({{"state", lState}, {"picture", PictureName(oPicture)}});
-    return {{"name", oInstance.Name()},
-            {"id", oInstance.ToolId()},
-            {"caption", oInstance.Caption()},
-            {"toolTip", oInstance.ToolTip()},
-            {"description", oInstance.Description()},
-            {"dropDownBand", oInstance.DropDownBand()},
-            {"isDefaultItem", oInstance.IsDefaultItem()},
-            {"pictures", aPictures}};
+Json InstanceJson(const Tool& instance) {
+    if (IsHostTool(instance))
+        return {{"name", instance.Name()}};
+    Json pictures = Json::array();
+    for (const auto& [state, picture] : instance.Pictures())
+        pictures.push_back({{"state", state}, {"picture", PictureName(picture)}});
+    return {{"name", instance.Name()},
+            {"id", instance.ToolId()},
+            {"caption", instance.Caption()},
+            {"toolTip", instance.ToolTip()},
+            {"description", instance.Description()},
+            {"dropDownBand", instance.DropDownBand()},
+            {"isDefaultItem", instance.IsDefaultItem()},
+            {"pictures", pictures}};
 }
 
-Json BandJson(const Band& oBand) {
-    Json oJson{{"name", oBand.Name()}};
-    if (oBand.Kind())
-        oJson["kind"] = static_cast<Long>(*oBand.Kind());
-    if (oBand.WasCaptionSet())
-        oJson["caption"] = oBand.Caption();
-    if (oBand.WasVisibleSet())
-        oJson["visible"] = oBand.Visible();
-    Json& aTools = oJson["tools"] = Json::array();
-    for (const auto& oInstance : oBand.Tools()->All())
-        aTools.push_back(InstanceJson(*oInstance));
-    return oJson;
+Json BandJson(const Band& band) {
+    Json json{{"name", band.Name()}};
+    if (band.Kind())
+        json["kind"] = static_cast<Long>(*band.Kind());
+    if (band.WasCaptionSet())
+        json["caption"] = band.Caption();
+    if (band.WasVisibleSet())
+        json["visible"] = band.Visible();
+    Json& tools = json["tools"] = Json::array();
+    for (const auto& instance : band.Tools()->All())
+        tools.push_back(InstanceJson(*instance));
+    return json;
 }
 
-void AddNodes(Json& aNodes, const std::vector<Node*>& aSiblings) {
-    for (const Node* pNode : aSiblings) {
-        const std::string sImage = pNode->Image();
-        aNodes.push_back({{"key", pNode->Key()},
-                          {"parent", pNode->Parent() ? Json(pNode->Parent()->Key()) : Json(nullptr)},
-                          {"text", pNode->Text()},
-                          {"image", sImage.empty() ? Json(nullptr) : Json(sImage)}});
-        AddNodes(aNodes, pNode->Children());
+void AddNodes(Json& nodes, const std::vector<Node*>& siblings) {
+    for (const Node* node : siblings) {
+        const std::string image = node->Image();
+        nodes.push_back({{"key", node->Key()},
+                         {"parent", node->Parent() ? Json(node->Parent()->Key()) : Json(nullptr)},
+                         {"text", node->Text()},
+                         {"image", image.empty() ? Json(nullptr) : Json(image)}});
+        AddNodes(nodes, node->Children());
     }
 }
 
-Json ExplorerJson(const ModelHost& oHost, const DocumentOptions& oOptions) {
-    Json oJson{{"visible", oHost.Bar()->Bands()->Item("Explorer")->Visible()}};
-    Json& aTabs = oJson["tabs"] = Json::array();
-    for (const auto& tvw : oHost.Trees()) {
-        Json oTab{{"caption", oHost.Tabs()->CaptionOf(tvw->Container())}, {"nodes", Json::array()}};
-        AddNodes(oTab["nodes"], tvw->GetNodes()->Roots());
-        if (oOptions.bSizes && tvw->Width() >= 0)
-            oTab["width"] = tvw->Width();
-        if (oOptions.bSizes && tvw->Height() >= 0)
-            oTab["height"] = tvw->Height();
-        aTabs.push_back(std::move(oTab));
+Json ExplorerJson(const ModelHost& host, const DocumentOptions& options) {
+    Json json{{"visible", host.Bar()->Bands()->Item("Explorer")->Visible()}};
+    Json& tabs = json["tabs"] = Json::array();
+    for (const auto& tvw : host.Trees()) {
+        Json tab{{"caption", host.Tabs()->CaptionOf(tvw->Container())}, {"nodes", Json::array()}};
+        AddNodes(tab["nodes"], tvw->GetNodes()->Roots());
+        if (options.sizes && tvw->Width() >= 0)
+            tab["width"] = tvw->Width();
+        if (options.sizes && tvw->Height() >= 0)
+            tab["height"] = tvw->Height();
+        tabs.push_back(std::move(tab));
     }
-    Json& aImages = oJson["images"] = Json::array();
-    if (const auto oImages = oHost.Images())
-        for (const auto& oImage : oImages->ListImages())
-            aImages.push_back({{"key", oImage.sKey}, {"picture", PictureName(oImage.oPicture)}});
-    return oJson;
+    Json& imagesList = json["images"] = Json::array();
+    if (const auto images = host.Images())
+        for (const auto& image : images->ListImages())
+            imagesList.push_back({{"key", image.sKey}, {"picture", PictureName(image.oPicture)}});
+    return json;
 }
 
-Json WindowsJson(const WindowManager& oWindowManager) {
-    Json aWindows = Json::array();
-    if (!oWindowManager.Windows())
-        return aWindows;
-    for (const auto& oWindow : oWindowManager.Windows()) {
-        Json oJson{{"name", oWindow->WindowDef()->Name()}};
+Json WindowsJson(const WindowManager& windowManager) {
+    Json windows = Json::array();
+    if (!windowManager.Windows())
+        return windows;
+    for (const auto& window : windowManager.Windows()) {
+        Json json{{"name", window->WindowDef()->Name()}};
         // Without a key of its own a window goes by its identity number.
-        if (oWindow->Key() != std::to_string(oWindow->ObjectKey()))
-            oJson["key"] = oWindow->Key();
-        aWindows.push_back(std::move(oJson));
+        if (window->Key() != std::to_string(window->ObjectKey()))
+            json["key"] = window->Key();
+        windows.push_back(std::move(json));
     }
-    return aWindows;
+    return windows;
 }
 
-Json LogJson(const Record& oRecord) {
-    Json aLog = Json::array();
-    for (const auto& oEntry : oRecord.aLog)
-        aLog.push_back({{"module", oEntry.sModule},
-                        {"procedure", oEntry.sProcedure},
-                        {"number", oEntry.oFailure.Number},
-                        {"source", oEntry.oFailure.Source},
-                        {"description", oEntry.oFailure.Description},
-                        {"context", oEntry.sContext},
-                        {"shown", oEntry.bShown}});
-    return aLog;
+Json LogJson(const Record& record) {
+    Json log = Json::array();
+    for (const auto& entry : record.log)
+        log.push_back({{"module", entry.module},
+                       {"procedure", entry.procedure},
+                       {"number", entry.failure.Number},
+                       {"source", entry.failure.Source},
+                       {"description", entry.failure.Description},
+                       {"context", entry.context},
+                       {"shown", entry.shown}});
+    return log;
 }
 
-Json ArgumentJson(const Variant& vArgument) {
-    if (vArgument.IsObject()) {
-        if (const auto oItem = ToObject(vArgument).TryAs<ActionItem>())
-            return {{"actionItem", oItem->Name()}};
+Json ArgumentJson(const Variant& argument) {
+    if (argument.IsObject()) {
+        if (const auto item = ToObject(argument).TryAs<ActionItem>())
+            return {{"actionItem", item->Name()}};
         return nullptr;
     }
-    if (const auto* pBoolean = vArgument.Get<bool>())
-        return *pBoolean;
-    if (const auto* pLong = vArgument.Get<Long>())
-        return *pLong;
-    return vArgument.IsEmpty() ? Json(nullptr) : Json(ToText(vArgument));
+    if (const auto* boolean = argument.Get<bool>())
+        return *boolean;
+    if (const auto* longPointer = argument.Get<Long>())
+        return *longPointer;
+    return argument.IsEmpty() ? Json(nullptr) : Json(ToText(argument));
 }
 
-Json CallsJson(const Record& oRecord) {
-    Json aCalls = Json::array();
-    for (const auto& oCall : oRecord.aCalls) {
-        Json oJson{{"object", oCall.sObject}, {"member", oCall.sMember}};
-        if (oCall.bHasArguments) {
-            Json& aArguments = oJson["args"] = Json::array();
-            for (const auto& vArgument : oCall.aArguments)
-                aArguments.push_back(ArgumentJson(vArgument));
+Json CallsJson(const Record& record) {
+    Json calls = Json::array();
+    for (const auto& call : record.calls) {
+        Json json{{"object", call.object}, {"member", call.member}};
+        if (call.hasArguments) {
+            Json& arguments = json["args"] = Json::array();
+            for (const auto& argument : call.arguments)
+                arguments.push_back(ArgumentJson(argument));
         }
-        aCalls.push_back(std::move(oJson));
+        calls.push_back(std::move(json));
     }
-    return aCalls;
+    return calls;
 }
 
 } // namespace
 
-std::string JsonDocument(const ModelHost& oHost, const DocumentOptions& oOptions) {
-    Json oJson;
-    const Ref<Framework> oFramework = CorvaneMain::Framework();
-    if (const auto oServiceManager = oFramework ? oFramework->ServiceManager() : nullptr) {
-        oJson["services"] = ServicesJson(*oServiceManager);
-        const std::string sStart = oHost.Recorded().IdOf(oServiceManager->StartService());
-        oJson["startService"] = sStart.empty() ? Json(nullptr) : Json(sStart);
+std::string JsonDocument(const ModelHost& host, const DocumentOptions& options) {
+    Json json;
+    const Ref<Framework> framework = CorvaneMain::Framework();
+    if (const auto serviceManager = framework ? framework->ServiceManager() : nullptr) {
+        json["services"] = ServicesJson(*serviceManager);
+        const std::string start = host.Recorded().IdOf(serviceManager->StartService());
+        json["startService"] = start.empty() ? Json(nullptr) : Json(start);
     }
-    if (const auto oWindowManager = oFramework ? oFramework->WindowManager() : nullptr)
-        oJson["windows"] = WindowsJson(*oWindowManager);
-    Json& aTools = oJson["tools"] = Json::array();
-    for (const auto& oTool : oHost.Bar()->Tools()->All())
-        if (!IsHostTool(*oTool))
-            aTools.push_back(ToolJson(oHost, *oTool));
-    Json& aBands = oJson["bands"] = Json::array();
-    for (const auto& oBand : oHost.Bar()->Bands()->All())
-        aBands.push_back(BandJson(*oBand));
-    oJson["explorer"] = ExplorerJson(oHost, oOptions);
-    oJson["log"] = LogJson(oHost.Recorded());
-    if (oOptions.bStandIns)
-        oJson["calls"] = CallsJson(oHost.Recorded());
-    oJson["failure"] = nullptr;
-    if (const auto& oFailure = oHost.FirstFailure())
-        oJson["failure"] = {
-            {"number", oFailure->Number}, {"source", oFailure->Source}, {"description", oFailure->Description}};
-    if (oOptions.bPopups)
-        oJson["popups"] = oHost.Recorded().aPopups;
-    if (oOptions.bMessages) {
-        Json& aMessages = oJson["messages"] = Json::array();
-        for (const auto& oMessage : oHost.Recorded().aMessages)
-            aMessages.push_back({{"text", oMessage.sText}, {"title", oMessage.sTitle}});
+    if (const auto windowManager = framework ? framework->WindowManager() : nullptr)
+        json["windows"] = WindowsJson(*windowManager);
+    Json& tools = json["tools"] = Json::array();
+    for (const auto& tool : host.Bar()->Tools()->All())
+        if (!IsHostTool(*tool))
+            tools.push_back(ToolJson(host, *tool));
+    Json& bands = json["bands"] = Json::array();
+    for (const auto& band : host.Bar()->Bands()->All())
+        bands.push_back(BandJson(*band));
+    json["explorer"] = ExplorerJson(host, options);
+    json["log"] = LogJson(host.Recorded());
+    if (options.standIns)
+        json["calls"] = CallsJson(host.Recorded());
+    json["failure"] = nullptr;
+    if (const auto& failure = host.FirstFailure())
+        json["failure"] = {
+            {"number", failure->Number}, {"source", failure->Source}, {"description", failure->Description}};
+    if (options.popups)
+        json["popups"] = host.Recorded().popups;
+    if (options.messages) {
+        Json& messages = json["messages"] = Json::array();
+        for (const auto& message : host.Recorded().messages)
+            messages.push_back({{"text", message.text}, {"title", message.title}});
     }
-    return oJson.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace corvane::inspect

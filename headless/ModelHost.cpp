@@ -17,62 +17,62 @@ namespace {
 
 class NoPrinter final : public IScreenPrinter {
 public:
-    void PrintWindow(Long /*lMode*/, Long /*lHwnd*/) override {}
+    void PrintWindow(Long /*mode*/, Long /*hwnd*/) override {}
 };
 
-std::shared_ptr<const StandInFile> StandInsOf(const std::string& sApplicationFolder) {
-    const std::string sFile = sApplicationFolder + "/standins.json";
-    return std::make_shared<StandInFile>(std::filesystem::exists(sFile) ? ReadStandIns(sFile) : StandInFile());
+std::shared_ptr<const StandInFile> StandInsOf(const std::string& applicationFolder) {
+    const std::string file = applicationFolder + "/standins.json";
+    return std::make_shared<StandInFile>(std::filesystem::exists(file) ? ReadStandIns(file) : StandInFile());
 }
 
 } // namespace
 
-Platform ModelHost::MakePlatform(const HostOptions& oOptions) {
-    Platform oPlatform;
-    oPlatform.oUtilities = New<RecordingUtilities>(m_oRecord, oOptions.sApplicationFolder);
-    oPlatform.oXmlService = oOptions.oXml ? oOptions.oXml : Ref<IXmlService>(New<XmlService>());
-    oPlatform.oFileSystem = New<FileSystem>();
-    oPlatform.oPictureLoader = New<PictureLoader>();
-    oPlatform.oSettingsStore = New<MemorySettings>();
-    oPlatform.oScreen = New<FixedScreen>();
-    oPlatform.oTimers = m_oTimers;
-    oPlatform.oMessageBox = New<RecordingMessageBox>(m_oRecord);
-    oPlatform.oWindowMessages = m_oMessages;
-    oPlatform.oScreenPrinter = New<NoPrinter>();
-    bool bReportsDeactivate = true;
-    if (oOptions.bStandIns) {
-        const auto pStandIns = StandInsOf(oOptions.sApplicationFolder);
-        bReportsDeactivate = pStandIns->bFormReportsDeactivate;
-        oPlatform.oIniReader = New<StandInIni>(pStandIns, New<IniReader>());
-        oPlatform.oObjectFactory = New<StandInFactory>(m_oRecord, pStandIns);
+Platform ModelHost::MakePlatform(const HostOptions& options) {
+    Platform platform;
+    platform.oUtilities = New<RecordingUtilities>(m_record, options.applicationFolder);
+    platform.oXmlService = options.xml ? options.xml : Ref<IXmlService>(New<XmlService>());
+    platform.oFileSystem = New<FileSystem>();
+    platform.oPictureLoader = New<PictureLoader>();
+    platform.oSettingsStore = New<MemorySettings>();
+    platform.oScreen = New<FixedScreen>();
+    platform.oTimers = m_timers;
+    platform.oMessageBox = New<RecordingMessageBox>(m_record);
+    platform.oWindowMessages = m_messages;
+    platform.oScreenPrinter = New<NoPrinter>();
+    bool reportsDeactivate = true;
+    if (options.standIns) {
+        const auto standIns = StandInsOf(options.applicationFolder);
+        reportsDeactivate = standIns->formReportsDeactivate;
+        platform.oIniReader = New<StandInIni>(standIns, New<IniReader>());
+        platform.oObjectFactory = New<StandInFactory>(m_record, standIns);
     } else {
-        oPlatform.oIniReader = New<IniReader>();
-        oPlatform.oObjectFactory =
-            New<NamingFactory>(m_oRecord, New<PluginFactory>(oOptions.sApplicationFolder + "/plugins"));
+        platform.oIniReader = New<IniReader>();
+        platform.oObjectFactory =
+            New<NamingFactory>(m_record, New<PluginFactory>(options.applicationFolder + "/plugins"));
     }
-    m_oFormFactory = NewStandInFormFactory(m_frmMain.Get(), bReportsDeactivate, [this](const Form& frm) {
-        if (m_fnModalLoop)
-            m_fnModalLoop(frm);
+    m_formFactory = NewStandInFormFactory(m_mainForm.Get(), reportsDeactivate, [this](const Form& frm) {
+        if (m_modalLoop)
+            m_modalLoop(frm);
     });
-    return oPlatform;
+    return platform;
 }
 
-ModelHost::ModelHost(const HostOptions& oOptions) {
-    m_oPopupRequested = m_oActiveBar->PopupRequested.Subscribe(
-        [this](const Ref<Band>& oBand) { m_oRecord->aPopups.push_back(oBand->Name()); });
-    m_oChildLoaded = m_frmMain->ChildLoaded.Subscribe([this](const Ref<Form>& oForm) { RegisterWindow(oForm); });
-    m_oMainUnload = m_frmMain->OnUnload.Subscribe([this](bool&) { m_bExitBegun = true; });
-    m_frmMain->AddMember("ActiveBar", m_oActiveBar);
-    m_frmMain->AddMember("ctlCVProgress", New<ProgressModel>());
-    m_pLibrary = std::make_unique<Library>(MakePlatform(oOptions));
-    m_frmMain->Load();
+ModelHost::ModelHost(const HostOptions& options) {
+    m_popupRequested = m_activeBar->PopupRequested.Subscribe(
+        [this](const Ref<Band>& band) { m_record->popups.push_back(band->Name()); });
+    m_childLoaded = m_mainForm->ChildLoaded.Subscribe([this](const Ref<Form>& form) { RegisterWindow(form); });
+    m_mainUnload = m_mainForm->OnUnload.Subscribe([this](bool&) { m_exitBegun = true; });
+    m_mainForm->AddMember("ActiveBar", m_activeBar);
+    m_mainForm->AddMember("ctlCVProgress", New<ProgressModel>());
+    m_library = std::make_unique<Library>(MakePlatform(options));
+    m_mainForm->Load();
 }
 
-void ModelHost::RegisterWindow(const Ref<Form>& oForm) {
-    Form* pForm = oForm.Get(); // the handle answers to it only while the form is loaded
-    m_oMessages->RegisterWindow(oForm->HWnd(), [pForm](Long, Long uMsg, Long, std::intptr_t) -> Long {
-        if (uMsg == WindowMessage::Close)
-            pForm->Unload();
+void ModelHost::RegisterWindow(const Ref<Form>& form) {
+    Form* formPointer = form.Get(); // the handle answers to it only while the form is loaded
+    m_messages->RegisterWindow(form->HWnd(), [formPointer](Long, Long message, Long, std::intptr_t) -> Long {
+        if (message == WindowMessage::Close)
+            formPointer->Unload();
         return 0;
     });
 }
@@ -84,35 +84,35 @@ ModelHost::~ModelHost() {
 
 bool ModelHost::Start() {
     Do([this] {
-        const Ref<Framework> oFramework = CorvaneMain::Framework();
-        oFramework->Initialize(m_frmMain, m_frmPanel, m_oFormFactory);
-        oFramework->Start();
+        const Ref<Framework> framework = CorvaneMain::Framework();
+        framework->Initialize(m_mainForm, m_panelForm, m_formFactory);
+        framework->Start();
     });
-    return !m_oFirstFailure;
+    return !m_firstFailure;
 }
 
-void ModelHost::Do(const std::function<void()>& fnAct) {
+void ModelHost::Do(const std::function<void()>& act) {
     try {
-        fnAct();
+        act();
     } catch (...) {
-        if (!m_oFirstFailure)
-            m_oFirstFailure = CurrentFailure();
+        if (!m_firstFailure)
+            m_firstFailure = CurrentFailure();
     }
 }
 
 void ModelHost::Exit() {
-    const std::vector<Ref<Form>> aForms = m_frmMain->Forms();
-    for (auto it = aForms.rbegin(); it != aForms.rend(); ++it)
+    const std::vector<Ref<Form>> forms = m_mainForm->Forms();
+    for (auto it = forms.rbegin(); it != forms.rend(); ++it)
         Do([&] { (*it)->Unload(); });
-    Do([this] { m_frmMain->Unload(); });
+    Do([this] { m_mainForm->Unload(); });
 }
 
 std::vector<Ref<TreeView>> ModelHost::Trees() const {
-    std::vector<Ref<TreeView>> aTrees;
-    for (const auto& oControl : m_frmPanel->Controls())
-        if (const auto tvw = oControl.TryAs<TreeView>())
-            aTrees.push_back(tvw);
-    return aTrees;
+    std::vector<Ref<TreeView>> trees;
+    for (const auto& control : m_panelForm->Controls())
+        if (const auto tvw = control.TryAs<TreeView>())
+            trees.push_back(tvw);
+    return trees;
 }
 
 Ref<TreeView> ModelHost::ActiveTree() const {
@@ -123,9 +123,9 @@ Ref<TreeView> ModelHost::ActiveTree() const {
 }
 
 Ref<ImageList> ModelHost::Images() const {
-    for (const auto& oControl : m_frmPanel->Controls())
-        if (const auto oImages = oControl.TryAs<ImageList>())
-            return oImages;
+    for (const auto& control : m_panelForm->Controls())
+        if (const auto images = control.TryAs<ImageList>())
+            return images;
     return nullptr;
 }
 

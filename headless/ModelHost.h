@@ -21,14 +21,14 @@
 namespace corvane::inspect {
 
 struct HostOptions {
-    std::string sApplicationFolder;
-    bool bStandIns = false; // instead of plug-ins, as "standins.json" of the folder says, if there is one
-    Ref<IXmlService> oXml;  // instead of the real one, if given
+    std::string applicationFolder;
+    bool standIns = false; // instead of plug-ins, as "standins.json" of the folder says, if there is one
+    Ref<IXmlService> xml;  // instead of the real one, if given
 };
 
 class ModelHost {
 public:
-    explicit ModelHost(const HostOptions& oOptions);
+    explicit ModelHost(const HostOptions& options);
     ~ModelHost();
     ModelHost(const ModelHost&) = delete;
     ModelHost& operator=(const ModelHost&) = delete;
@@ -36,44 +36,44 @@ public:
     // Framework.Initialize and Framework.Start. False when one failed; FirstFailure tells it.
     bool Start();
     // Runs what a person or a service does; a failure that leaves the library is noted and goes no further.
-    void Do(const std::function<void()>& fnAct);
+    void Do(const std::function<void()>& act);
     // Runs while a modal form is shown, which is closed afterwards if it still is open. Without it that is at once.
-    void SetModalLoop(ModalLoopFunction fnModalLoop) { m_fnModalLoop = std::move(fnModalLoop); }
+    void SetModalLoop(ModalLoopFunction modalLoop) { m_modalLoop = std::move(modalLoop); }
     // The open forms unload, the one activated last first, then the main form.
     void Exit();
     // Also when the exit began and a service failed to end.
-    [[nodiscard]] bool HasExited() const { return m_bExitBegun; }
+    [[nodiscard]] bool HasExited() const { return m_exitBegun; }
 
-    [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
-    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
-    [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_frmPanel; }
-    [[nodiscard]] Ref<TabStrip> Tabs() const { return m_frmPanel->Control("tabExplorer").As<TabStrip>(); }
+    [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_activeBar; }
+    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_mainForm; }
+    [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_panelForm; }
+    [[nodiscard]] Ref<TabStrip> Tabs() const { return m_panelForm->Control("tabExplorer").As<TabStrip>(); }
     [[nodiscard]] std::vector<Ref<TreeView>> Trees() const; // in order of tabs
     [[nodiscard]] Ref<TreeView> ActiveTree() const;         // of the current tab; nothing without tabs
     [[nodiscard]] Ref<ImageList> Images() const;            // nothing before the explorer is set up
-    [[nodiscard]] ManualTimers& Timers() const { return *m_oTimers; }
+    [[nodiscard]] ManualTimers& Timers() const { return *m_timers; }
 
-    [[nodiscard]] Record& Recorded() const { return *m_oRecord; }
-    [[nodiscard]] const std::optional<Failure>& FirstFailure() const { return m_oFirstFailure; }
+    [[nodiscard]] Record& Recorded() const { return *m_record; }
+    [[nodiscard]] const std::optional<Failure>& FirstFailure() const { return m_firstFailure; }
 
 private:
-    [[nodiscard]] Platform MakePlatform(const HostOptions& oOptions);
-    void RegisterWindow(const Ref<Form>& oForm);
+    [[nodiscard]] Platform MakePlatform(const HostOptions& options);
+    void RegisterWindow(const Ref<Form>& form);
 
-    Ref<Record> m_oRecord = New<Record>();
-    Ref<ManualTimers> m_oTimers = New<ManualTimers>();
-    Ref<WindowMessages> m_oMessages = New<WindowMessages>();
-    std::unique_ptr<Library> m_pLibrary;
-    Ref<ActiveBar> m_oActiveBar = NewHostActiveBar();
-    Ref<MdiForm> m_frmMain = New<MdiForm>();
-    Ref<PanelForm> m_frmPanel = New<PanelForm>();
-    Ref<IWindowFormFactory> m_oFormFactory;
-    ModalLoopFunction m_fnModalLoop;
-    std::optional<Failure> m_oFirstFailure;
-    Subscription m_oPopupRequested;
-    Subscription m_oChildLoaded;
-    Subscription m_oMainUnload;
-    bool m_bExitBegun = false;
+    Ref<Record> m_record = New<Record>();
+    Ref<ManualTimers> m_timers = New<ManualTimers>();
+    Ref<WindowMessages> m_messages = New<WindowMessages>();
+    std::unique_ptr<Library> m_library;
+    Ref<ActiveBar> m_activeBar = NewHostActiveBar();
+    Ref<MdiForm> m_mainForm = New<MdiForm>();
+    Ref<PanelForm> m_panelForm = New<PanelForm>();
+    Ref<IWindowFormFactory> m_formFactory;
+    ModalLoopFunction m_modalLoop;
+    std::optional<Failure> m_firstFailure;
+    Subscription m_popupRequested;
+    Subscription m_childLoaded;
+    Subscription m_mainUnload;
+    bool m_exitBegun = false;
 };
 
 } // namespace corvane::inspect

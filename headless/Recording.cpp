@@ -2,63 +2,63 @@
 
 namespace corvane::inspect {
 
-void Record::Add(RecordedCall oCall) {
-    aCalls.push_back(oCall);
-    CallAdded.Raise(oCall);
+void Record::Add(RecordedCall call) {
+    calls.push_back(call);
+    CallAdded.Raise(call);
 }
 
-std::string Record::NewId(std::string_view sProgID) {
-    return std::string(sProgID) + "#" + std::to_string(++m_mapCounts[FoldText(sProgID)]);
+std::string Record::NewId(std::string_view progID) {
+    return std::string(progID) + "#" + std::to_string(++m_counts[FoldText(progID)]);
 }
 
-std::string Record::IdOf(const Ref<Object>& oObject) const {
-    if (!oObject)
+std::string Record::IdOf(const Ref<Object>& object) const {
+    if (!object)
         return {};
-    const auto it = m_mapIds.find(oObject.Get());
-    if (it != m_mapIds.end())
+    const auto it = m_ids.find(object.Get());
+    if (it != m_ids.end())
         return it->second;
-    return oObject->TypeName() == "Framework" ? "Corvane.Framework" : "";
+    return object->TypeName() == "Framework" ? "Corvane.Framework" : "";
 }
 
-void RecordingUtilities::LogError(std::string_view /*sAppName*/, std::string_view sModule, std::string_view sProcedure,
-                                  const Failure& oFailure, std::string_view sContext, bool bShow) {
-    m_oRecord->aLog.push_back({std::string(sModule), std::string(sProcedure), oFailure, std::string(sContext), bShow});
+void RecordingUtilities::LogError(std::string_view /*appName*/, std::string_view module, std::string_view procedure,
+                                  const Failure& failure, std::string_view context, bool show) {
+    m_record->log.push_back({std::string(module), std::string(procedure), failure, std::string(context), show});
 }
 
-std::string RecordingUtilities::GetAppFolder(std::string_view sName) const {
-    if (!EqualText(sName, "Services") && !EqualText(sName, "Images"))
-        Fail(FailureNumber::PathNotFound, "There is no application folder \"" + std::string(sName) + "\"");
-    return m_sApplicationFolder + "/" + std::string(sName);
+std::string RecordingUtilities::GetAppFolder(std::string_view name) const {
+    if (!EqualText(name, "Services") && !EqualText(name, "Images"))
+        Fail(FailureNumber::PathNotFound, "There is no application folder \"" + std::string(name) + "\"");
+    return m_applicationFolder + "/" + std::string(name);
 }
 
 Ref<ITimer> ManualTimers::NewTimer() {
-    return m_aTimers.emplace_back(New<ManualTimer>());
+    return m_timers.emplace_back(New<ManualTimer>());
 }
 
 void ManualTimers::TickAll() {
-    const auto aTimers = m_aTimers;
-    for (const auto& oTimer : aTimers)
-        if (oTimer->Enabled())
-            oTimer->Tick.Raise();
+    const auto timers = m_timers;
+    for (const auto& timer : timers)
+        if (timer->Enabled())
+            timer->Tick.Raise();
 }
 
 namespace {
 
-std::string SettingsKey(std::string_view sService, std::string_view sCategory, std::string_view sName) {
-    return FoldText(std::string(sService) + '\0' + std::string(sCategory) + '\0' + std::string(sName));
+std::string SettingsKey(std::string_view service, std::string_view category, std::string_view name) {
+    return FoldText(std::string(service) + '\0' + std::string(category) + '\0' + std::string(name));
 }
 
 } // namespace
 
-std::string MemorySettings::Read(std::string_view sService, std::string_view sCategory, std::string_view sName,
-                                 std::string_view sDefault) const {
-    const auto it = m_mapValues.find(SettingsKey(sService, sCategory, sName));
-    return it == m_mapValues.end() ? std::string(sDefault) : it->second;
+std::string MemorySettings::Read(std::string_view service, std::string_view category, std::string_view name,
+                                 std::string_view defaultText) const {
+    const auto it = m_values.find(SettingsKey(service, category, name));
+    return it == m_values.end() ? std::string(defaultText) : it->second;
 }
 
-void MemorySettings::Write(std::string_view sService, std::string_view sCategory, std::string_view sName,
-                           std::string_view sValue) {
-    m_mapValues[SettingsKey(sService, sCategory, sName)] = std::string(sValue);
+void MemorySettings::Write(std::string_view service, std::string_view category, std::string_view name,
+                           std::string_view value) {
+    m_values[SettingsKey(service, category, name)] = std::string(value);
 }
 
 } // namespace corvane::inspect

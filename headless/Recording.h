@@ -12,76 +12,76 @@
 namespace corvane::inspect {
 
 struct LoggedFailure {
-    std::string sModule;
-    std::string sProcedure;
-    Failure oFailure;
-    std::string sContext;
-    bool bShown;
+    std::string module;
+    std::string procedure;
+    Failure failure;
+    std::string context;
+    bool shown;
 };
 
 struct RecordedCall {
-    std::string sObject; // the object's id
-    std::string sMember;
-    std::vector<Variant> aArguments;
-    bool bHasArguments; // false where the arguments are of no interest
+    std::string object; // the object's id
+    std::string member;
+    std::vector<Variant> arguments;
+    bool hasArguments; // false where the arguments are of no interest
 };
 
 struct RecordedMessage {
-    std::string sText;
-    std::string sTitle;
+    std::string text;
+    std::string title;
 };
 
 class Record final : public virtual Object {
 public:
-    std::vector<LoggedFailure> aLog;
-    std::vector<RecordedCall> aCalls;
-    std::vector<RecordedMessage> aMessages;
-    std::vector<std::string> aPopups; // names of the bands that were shown
-    std::vector<std::string> aMissed; // steps that were about nothing that is there, likewise
-    std::vector<std::string> aUnmet;  // expectations that weren't met, with file and line
+    std::vector<LoggedFailure> log;
+    std::vector<RecordedCall> calls;
+    std::vector<RecordedMessage> messages;
+    std::vector<std::string> popups; // names of the bands that were shown
+    std::vector<std::string> missed; // steps that were about nothing that is there, likewise
+    std::vector<std::string> unmet;  // expectations that weren't met, with file and line
     Event<const RecordedCall&> CallAdded;
 
-    void Add(RecordedCall oCall);
+    void Add(RecordedCall call);
 
     // "ProgID#n", n counting the objects of that ProgID.
-    std::string NewId(std::string_view sProgID);
-    void Name(const Object& oObject, std::string sId) { m_mapIds[&oObject] = std::move(sId); }
-    void Forget(const Object& oObject) { m_mapIds.erase(&oObject); }
+    std::string NewId(std::string_view progID);
+    void Name(const Object& object, std::string id) { m_ids[&object] = std::move(id); }
+    void Forget(const Object& object) { m_ids.erase(&object); }
     // Empty for an object that has no id.
-    [[nodiscard]] std::string IdOf(const Ref<Object>& oObject) const;
+    [[nodiscard]] std::string IdOf(const Ref<Object>& object) const;
 
 private:
-    std::map<std::string, int, std::less<>> m_mapCounts;
-    std::map<const Object*, std::string> m_mapIds;
+    std::map<std::string, int, std::less<>> m_counts;
+    std::map<const Object*, std::string> m_ids;
 };
 
 class RecordingUtilities final : public IUtilities {
 public:
-    RecordingUtilities(Ref<Record> oRecord, std::string sApplicationFolder)
-        : m_oRecord(std::move(oRecord)), m_sApplicationFolder(std::move(sApplicationFolder)) {}
+    RecordingUtilities(Ref<Record> record, std::string applicationFolder)
+        : m_record(std::move(record)), m_applicationFolder(std::move(applicationFolder)) {}
 
-    void LogError(std::string_view sAppName, std::string_view sModule, std::string_view sProcedure,
-                  const Failure& oFailure, std::string_view sContext, bool bShow) override;
+    void LogError(std::string_view appName, std::string_view module, std::string_view procedure, const Failure& failure,
+                  std::string_view context, bool show) override;
     [[nodiscard]] std::string AppName() const override { return "Corvane"; }
     [[nodiscard]] bool BreakOnError() const override { return false; }
     [[nodiscard]] bool IsRunningInIDE() const override { return false; }
-    [[nodiscard]] std::string GetAppFolder(std::string_view sName) const override;
-    [[nodiscard]] std::string LibraryFolder() const override { return m_sApplicationFolder; }
+    [[nodiscard]] std::string GetAppFolder(std::string_view name) const override;
+    [[nodiscard]] std::string LibraryFolder() const override { return m_applicationFolder; }
 
 private:
-    Ref<Record> m_oRecord;
-    std::string m_sApplicationFolder;
+    Ref<Record> m_record;
+    std::string m_applicationFolder;
 };
 
 class RecordingMessageBox final : public IMessageBox {
 public:
-    explicit RecordingMessageBox(Ref<Record> oRecord) : m_oRecord(std::move(oRecord)) {}
-    void ShowInformation(std::string_view sText, std::string_view sTitle) override {
-        m_oRecord->aMessages.push_back({std::string(sText), std::string(sTitle)});
+    explicit RecordingMessageBox(Ref<Record> record) : m_record(std::move(record)) {}
+    void ShowInformation(std::string_view text, std::string_view title) override {
+        m_record->messages.push_back({std::string(text), std::string(title)});
     }
 
 private:
-    Ref<Record> m_oRecord;
+    Ref<Record> m_record;
 };
 
 // Timers that tick when they are told to.
@@ -95,53 +95,53 @@ public:
 private:
     class ManualTimer final : public ITimer {
     public:
-        void SetInterval(Long /*lMilliseconds*/) override {}
-        void SetEnabled(bool bEnabled) override { m_bEnabled = bEnabled; }
-        [[nodiscard]] bool Enabled() const { return m_bEnabled; }
+        void SetInterval(Long /*milliseconds*/) override {}
+        void SetEnabled(bool enabled) override { m_enabled = enabled; }
+        [[nodiscard]] bool Enabled() const { return m_enabled; }
 
     private:
-        bool m_bEnabled = false;
+        bool m_enabled = false;
     };
-    std::vector<Ref<ManualTimer>> m_aTimers;
+    std::vector<Ref<ManualTimer>> m_timers;
 };
 
 class FixedScreen final : public IScreen {
 public:
-    [[nodiscard]] MousePointer Pointer() const override { return m_ePointer; }
-    void SetPointer(MousePointer ePointer) override { m_ePointer = ePointer; }
+    [[nodiscard]] MousePointer Pointer() const override { return m_pointer; }
+    void SetPointer(MousePointer pointer) override { m_pointer = pointer; }
     [[nodiscard]] Single TwipsPerPixelX() const override { return 15; }
     [[nodiscard]] Single TwipsPerPixelY() const override { return 15; }
 
 private:
-    MousePointer m_ePointer = MousePointer::Default;
+    MousePointer m_pointer = MousePointer::Default;
 };
 
 // Settings that are forgotten with the program.
 class MemorySettings final : public ISettingsStore {
 public:
-    [[nodiscard]] std::string Read(std::string_view sService, std::string_view sCategory, std::string_view sName,
-                                   std::string_view sDefault) const override;
-    void Write(std::string_view sService, std::string_view sCategory, std::string_view sName,
-               std::string_view sValue) override;
+    [[nodiscard]] std::string Read(std::string_view service, std::string_view category, std::string_view name,
+                                   std::string_view defaultText) const override;
+    void Write(std::string_view service, std::string_view category, std::string_view name,
+               std::string_view value) override;
 
 private:
-    std::map<std::string, std::string> m_mapValues;
+    std::map<std::string, std::string> m_values;
 };
 
 // The progress control of the main form, without a picture.
 class ProgressModel final : public Automation<ProgressModel> {
 public:
     [[nodiscard]] Long HWnd() const { return 1; }
-    [[nodiscard]] bool Cancel() const { return m_bCancel; }
-    void SetCancel(bool bCancel) { m_bCancel = bCancel; }
-    [[nodiscard]] bool WasCanceled() const { return m_bWasCanceled; }
-    void SetWasCanceled(bool bWasCanceled) { m_bWasCanceled = bWasCanceled; }
-    [[nodiscard]] Double Max() const { return m_dblMax; }
-    void SetMax(Double dblMax) { m_dblMax = dblMax; }
-    [[nodiscard]] Double Value() const { return m_dblValue; }
-    void SetValue(Double dblValue) { m_dblValue = dblValue; }
-    void Increment() { m_dblValue += 1; }
-    void Percent(Double dblPercent) { m_dblValue = m_dblMax * dblPercent / 100; }
+    [[nodiscard]] bool Cancel() const { return m_cancel; }
+    void SetCancel(bool cancel) { m_cancel = cancel; }
+    [[nodiscard]] bool WasCanceled() const { return m_wasCanceled; }
+    void SetWasCanceled(bool wasCanceled) { m_wasCanceled = wasCanceled; }
+    [[nodiscard]] Double Max() const { return m_max; }
+    void SetMax(Double max) { m_max = max; }
+    [[nodiscard]] Double Value() const { return m_value; }
+    void SetValue(Double value) { m_value = value; }
+    void Increment() { m_value += 1; }
+    void Percent(Double percent) { m_value = m_max * percent / 100; }
     [[nodiscard]] Long Pixels() const { return 0; }
 
     static constexpr auto Members = MemberTable(
@@ -153,10 +153,10 @@ public:
         Property("Pixels", &ProgressModel::Pixels));
 
 private:
-    bool m_bCancel = false;
-    bool m_bWasCanceled = false;
-    Double m_dblMax = 100;
-    Double m_dblValue = 0;
+    bool m_cancel = false;
+    bool m_wasCanceled = false;
+    Double m_max = 100;
+    Double m_value = 0;
 };
 
 } // namespace corvane::inspect

@@ -18,208 +18,206 @@ namespace {
 
 class StandInForm final : public Form, public IWindowForm {
 public:
-    StandInForm(MdiForm* frmMain, bool bMDIChild, bool bReportsDeactivate, const ModalLoopFunction& fnModalLoop)
-        : Form(frmMain, bMDIChild), m_bReportsDeactivate(bReportsDeactivate) {
+    StandInForm(MdiForm* mainForm, bool mdiChild, bool reportsDeactivate, const ModalLoopFunction& modalLoop)
+        : Form(mainForm, mdiChild), m_reportsDeactivate(reportsDeactivate) {
         // Before the window's own subscription, so that the pages go first.
-        m_oBeforeUnload = OnUnload.Subscribe([this](bool&) { EndPages(); });
-        m_oChanged = Changed.Subscribe([this](Change eChange) {
-            if (eChange == Change::Unloaded)
+        m_beforeUnload = OnUnload.Subscribe([this](bool&) { EndPages(); });
+        m_changed = Changed.Subscribe([this](Change change) {
+            if (change == Change::Unloaded)
                 ExitWindow();
         });
-        m_oModalLoop = ModalLoop.Subscribe([this, fnModalLoop] {
-            fnModalLoop(*this);
+        m_modalLoop = ModalLoop.Subscribe([this, modalLoop] {
+            modalLoop(*this);
             Unload();
         });
     }
 
-    void Initialize(const Ref<IWindowFormController>& oWindowFormController, bool bIsApplyCommandShown) override;
+    void Initialize(const Ref<IWindowFormController>& windowFormController, bool isApplyCommandShown) override;
 
-    [[nodiscard]] Long MinWindowWidth(Long lPageWidth) override { return lPageWidth; }
-    [[nodiscard]] Long MinWindowHeight(Long lPageHeight) override { return lPageHeight; }
+    [[nodiscard]] Long MinWindowWidth(Long pageWidth) override { return pageWidth; }
+    [[nodiscard]] Long MinWindowHeight(Long pageHeight) override { return pageHeight; }
     [[nodiscard]] Long NonPageWidth() override { return 0; }
     [[nodiscard]] Long NonPageHeight() override { return 0; }
-    [[nodiscard]] Long ActivePageIndex() override { return m_lActivePageIndex; }
-    void SetActivePageIndex(Long lIndex) override;
-    [[nodiscard]] bool IsCommandEnabled(StandardCommandConstants /*eCommand*/) override { return true; }
-    void SetIsCommandEnabled(StandardCommandConstants /*eCommand*/, bool /*bEnabled*/) override {}
-    void ClickCommand(StandardCommandConstants eCommand) override;
-    void PageValidityChanged(const Ref<IPage>& /*oPage*/) override {}
+    [[nodiscard]] Long ActivePageIndex() override { return m_activePageIndex; }
+    void SetActivePageIndex(Long index) override;
+    [[nodiscard]] bool IsCommandEnabled(StandardCommandConstants /*command*/) override { return true; }
+    void SetIsCommandEnabled(StandardCommandConstants /*command*/, bool /*enabled*/) override {}
+    void ClickCommand(StandardCommandConstants command) override;
+    void PageValidityChanged(const Ref<IPage>& /*page*/) override {}
     [[nodiscard]] bool CanBeSaved() override { return false; }
     void Save() override {}
 
     std::string_view TypeName() const override { return "StandInForm"; }
-    [[nodiscard]] const Ref<IWindowFormController>& Controller() const { return m_oController; }
+    [[nodiscard]] const Ref<IWindowFormController>& Controller() const { return m_controller; }
 
 private:
     [[nodiscard]] Long FrontPage() const;
-    [[nodiscard]] Ref<IPage> Page(Long lIndex) const;
-    [[nodiscard]] bool IsPassable(Long lIndex) const;
-    [[nodiscard]] bool TellAndAskPages(StandardCommandConstants eCommand) const;
-    void Step(Long lBy, StandardCommandConstants eCommand);
-    void Finish(bool bSaves, bool bCloses);
+    [[nodiscard]] Ref<IPage> Page(Long index) const;
+    [[nodiscard]] bool IsPassable(Long index) const;
+    [[nodiscard]] bool TellAndAskPages(StandardCommandConstants command) const;
+    void Step(Long by, StandardCommandConstants command);
+    void Finish(bool saves, bool closes);
     void ComeToFront();
     void EndPages();
     void ExitWindow();
 
-    Ref<IWindowFormController> m_oController;
-    std::vector<Ref<Object>> m_aPages; // reported without failure
-    bool m_bAllReported = false;
-    std::optional<std::size_t> m_oActivePage; // that was reported last
-    bool m_bReportsDeactivate;
-    bool m_bCancelled = true;
-    Long m_lActivePageIndex = 0;
-    Subscription m_oBeforeUnload;
-    Subscription m_oChanged;
-    Subscription m_oModalLoop;
-    Subscription m_oActivate;
+    Ref<IWindowFormController> m_controller;
+    std::vector<Ref<Object>> m_pages; // reported without failure
+    bool m_allReported = false;
+    std::optional<std::size_t> m_activePage; // that was reported last
+    bool m_reportsDeactivate;
+    bool m_cancelled = true;
+    Long m_activePageIndex = 0;
+    Subscription m_beforeUnload;
+    Subscription m_changed;
+    Subscription m_modalLoop;
+    Subscription m_activate;
 };
 
-void StandInForm::Initialize(const Ref<IWindowFormController>& oWindowFormController, bool /*bIsApplyCommandShown*/) {
-    m_oController = oWindowFormController;
+void StandInForm::Initialize(const Ref<IWindowFormController>& windowFormController, bool /*isApplyCommandShown*/) {
+    m_controller = windowFormController;
     // Behind the window's own subscription, which was made before the form was loaded.
-    m_oActivate = OnActivate.Subscribe([this] { ComeToFront(); });
-    std::vector<Ref<PageDef>> aPageDefs;
-    for (const auto& oPageDef : m_oController->WindowDef()->PageDefs())
-        aPageDefs.push_back(oPageDef);
-    std::stable_sort(aPageDefs.begin(), aPageDefs.end(),
+    m_activate = OnActivate.Subscribe([this] { ComeToFront(); });
+    std::vector<Ref<PageDef>> pageDefs;
+    for (const auto& pageDef : m_controller->WindowDef()->PageDefs())
+        pageDefs.push_back(pageDef);
+    std::stable_sort(pageDefs.begin(), pageDefs.end(),
                      [](const auto& a, const auto& b) { return a->PositionOrder() < b->PositionOrder(); });
-    for (const auto& oPageDef : aPageDefs) {
-        const Ref<Object> oPageObj = CurrentPlatform().oObjectFactory->Create(oPageDef->PageProgID());
-        m_oController->PageInitialize(oPageObj, oPageDef);
-        m_aPages.push_back(oPageObj);
+    for (const auto& pageDef : pageDefs) {
+        const Ref<Object> pageObj = CurrentPlatform().oObjectFactory->Create(pageDef->PageProgID());
+        m_controller->PageInitialize(pageObj, pageDef);
+        m_pages.push_back(pageObj);
     }
-    m_bAllReported = true;
+    m_allReported = true;
 }
 
 void StandInForm::ComeToFront() {
-    if (!m_bAllReported || m_aPages.empty())
+    if (!m_allReported || m_pages.empty())
         return;
-    m_oActivePage = static_cast<std::size_t>(FrontPage());
-    m_oController->PageActivate(m_aPages[*m_oActivePage]);
+    m_activePage = static_cast<std::size_t>(FrontPage());
+    m_controller->PageActivate(m_pages[*m_activePage]);
 }
 
 // The page of the index, if it is one.
 Long StandInForm::FrontPage() const {
-    return m_lActivePageIndex >= 0 && static_cast<std::size_t>(m_lActivePageIndex) < m_aPages.size()
-               ? m_lActivePageIndex
-               : 0;
+    return m_activePageIndex >= 0 && static_cast<std::size_t>(m_activePageIndex) < m_pages.size() ? m_activePageIndex
+                                                                                                  : 0;
 }
 
-void StandInForm::SetActivePageIndex(Long lIndex) {
-    m_lActivePageIndex = lIndex;
-    const auto iPage = static_cast<std::size_t>(FrontPage());
-    if (!m_oActivePage || *m_oActivePage == iPage || !m_oController)
+void StandInForm::SetActivePageIndex(Long index) {
+    m_activePageIndex = index;
+    const auto page = static_cast<std::size_t>(FrontPage());
+    if (!m_activePage || *m_activePage == page || !m_controller)
         return; // not shown yet
-    m_oController->PageDeactivate(m_aPages[*m_oActivePage]);
-    m_oActivePage = iPage;
-    m_oController->PageActivate(m_aPages[iPage]);
+    m_controller->PageDeactivate(m_pages[*m_activePage]);
+    m_activePage = page;
+    m_controller->PageActivate(m_pages[page]);
 }
 
-Ref<IPage> StandInForm::Page(Long lIndex) const {
-    return CorvaneMain::QueryPage(m_aPages[static_cast<std::size_t>(lIndex)]);
+Ref<IPage> StandInForm::Page(Long index) const {
+    return CorvaneMain::QueryPage(m_pages[static_cast<std::size_t>(index)]);
 }
 
 // Valid, or to be left out.
-bool StandInForm::IsPassable(Long lIndex) const {
-    const Ref<IPage> oPage = Page(lIndex);
-    return oPage->IsValid() || oPage->PageDef()->IsOptional();
+bool StandInForm::IsPassable(Long index) const {
+    const Ref<IPage> page = Page(index);
+    return page->IsValid() || page->PageDef()->IsOptional();
 }
 
-void StandInForm::ClickCommand(StandardCommandConstants eCommand) {
-    const Ref<Form> oSelf(this);
-    if (!m_oController || m_aPages.empty())
+void StandInForm::ClickCommand(StandardCommandConstants command) {
+    const Ref<Form> self(this);
+    if (!m_controller || m_pages.empty())
         return;
-    switch (eCommand) {
+    switch (command) {
     case StandardCommandConstants::cvHelp:
         return;
     case StandardCommandConstants::cvCancel:
-        (void)TellAndAskPages(eCommand);
+        (void)TellAndAskPages(command);
         return Finish(false, true);
     case StandardCommandConstants::cvPrevious:
-        return Step(-1, eCommand);
+        return Step(-1, command);
     case StandardCommandConstants::cvNext:
-        return Step(1, eCommand);
+        return Step(1, command);
     case StandardCommandConstants::cvApply: // or Save As
-        if (TellAndAskPages(eCommand))
-            Finish(true, m_oController->WindowDef()->WindowType() == WindowTypeConstants::cvSaveDialog);
+        if (TellAndAskPages(command))
+            Finish(true, m_controller->WindowDef()->WindowType() == WindowTypeConstants::cvSaveDialog);
         return;
     case StandardCommandConstants::cvOK: // or Finish or Save
-        if (TellAndAskPages(eCommand))
+        if (TellAndAskPages(command))
             Finish(true, true);
         return;
     }
 }
 
 // Whether the window is still there and all pages let it go on.
-bool StandInForm::TellAndAskPages(StandardCommandConstants eCommand) const {
-    const auto nPages = static_cast<Long>(m_aPages.size());
-    for (Long lIndex = 0; lIndex < nPages && m_oController; ++lIndex)
-        Page(lIndex)->CommandClick(eCommand);
-    for (Long lIndex = 0; lIndex < nPages && m_oController; ++lIndex)
-        if (!IsPassable(lIndex))
+bool StandInForm::TellAndAskPages(StandardCommandConstants command) const {
+    const auto pages = static_cast<Long>(m_pages.size());
+    for (Long index = 0; index < pages && m_controller; ++index)
+        Page(index)->CommandClick(command);
+    for (Long index = 0; index < pages && m_controller; ++index)
+        if (!IsPassable(index))
             return false;
-    return !!m_oController;
+    return !!m_controller;
 }
 
-void StandInForm::Step(Long lBy, StandardCommandConstants eCommand) {
-    const Long lFrom = FrontPage();
-    Page(lFrom)->CommandClick(eCommand);
-    const bool bStays = m_oController && FrontPage() == lFrom; // else the page has done it itself
-    const Long lTo = lFrom + lBy;
-    if (bStays && lTo >= 0 && static_cast<std::size_t>(lTo) < m_aPages.size() && (lBy < 0 || IsPassable(lFrom)))
-        SetActivePageIndex(lTo);
+void StandInForm::Step(Long by, StandardCommandConstants command) {
+    const Long from = FrontPage();
+    Page(from)->CommandClick(command);
+    const bool stays = m_controller && FrontPage() == from; // else the page has done it itself
+    const Long to = from + by;
+    if (stays && to >= 0 && static_cast<std::size_t>(to) < m_pages.size() && (by < 0 || IsPassable(from)))
+        SetActivePageIndex(to);
 }
 
-void StandInForm::Finish(bool bSaves, bool bCloses) {
-    for (std::size_t iPage = 0; bSaves && iPage < m_aPages.size(); ++iPage)
-        if (const Ref<IPage> oPage = Page(static_cast<Long>(iPage)); oPage->IsValid())
-            oPage->Save();
-    if (!bCloses || !m_oController)
+void StandInForm::Finish(bool saves, bool closes) {
+    for (std::size_t pageIndex = 0; saves && pageIndex < m_pages.size(); ++pageIndex)
+        if (const Ref<IPage> page = Page(static_cast<Long>(pageIndex)); page->IsValid())
+            page->Save();
+    if (!closes || !m_controller)
         return;
-    m_bCancelled = !bSaves;
+    m_cancelled = !saves;
     Unload();
 }
 
 void StandInForm::EndPages() {
-    if (!m_oController)
+    if (!m_controller)
         return;
-    if (m_oActivePage && m_bReportsDeactivate)
-        m_oController->PageDeactivate(m_aPages[*m_oActivePage]);
-    for (const auto& oPageObj : m_aPages)
-        m_oController->PageTerminate(oPageObj);
-    m_aPages.clear();
-    m_oActivePage = std::nullopt;
+    if (m_activePage && m_reportsDeactivate)
+        m_controller->PageDeactivate(m_pages[*m_activePage]);
+    for (const auto& pageObj : m_pages)
+        m_controller->PageTerminate(pageObj);
+    m_pages.clear();
+    m_activePage = std::nullopt;
 }
 
 void StandInForm::ExitWindow() {
-    if (const Ref<IWindowFormController> oController = std::move(m_oController))
-        oController->ExitWindow(m_bCancelled);
+    if (const Ref<IWindowFormController> controller = std::move(m_controller))
+        controller->ExitWindow(m_cancelled);
 }
 
 class StandInFormFactory final : public IWindowFormFactory {
 public:
-    StandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate, ModalLoopFunction fnModalLoop)
-        : m_frmMain(frmMain), m_bReportsDeactivate(bReportsDeactivate), m_fnModalLoop(std::move(fnModalLoop)) {}
-    Ref<IWindowForm> NewWindowForm(WindowTypeConstants /*eWindowType*/, bool bIsMDIChild) override {
-        return New<StandInForm>(m_frmMain, bIsMDIChild, m_bReportsDeactivate, m_fnModalLoop);
+    StandInFormFactory(MdiForm* mainForm, bool reportsDeactivate, ModalLoopFunction modalLoop)
+        : m_mainForm(mainForm), m_reportsDeactivate(reportsDeactivate), m_modalLoop(std::move(modalLoop)) {}
+    Ref<IWindowForm> NewWindowForm(WindowTypeConstants /*windowType*/, bool isMDIChild) override {
+        return New<StandInForm>(m_mainForm, isMDIChild, m_reportsDeactivate, m_modalLoop);
     }
 
 private:
-    MdiForm* m_frmMain;
-    bool m_bReportsDeactivate;
-    ModalLoopFunction m_fnModalLoop;
+    MdiForm* m_mainForm;
+    bool m_reportsDeactivate;
+    ModalLoopFunction m_modalLoop;
 };
 
 } // namespace
 
-bool IsFormOf(const Ref<Form>& oForm, const Ref<Window>& oWindow) {
-    const auto oStandIn = oForm.TryAs<StandInForm>();
-    return oStandIn && oStandIn->Controller() == oWindow;
+bool IsFormOf(const Ref<Form>& form, const Ref<Window>& window) {
+    const auto standIn = form.TryAs<StandInForm>();
+    return standIn && standIn->Controller() == window;
 }
 
-Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate,
-                                              ModalLoopFunction fnModalLoop) {
-    return New<StandInFormFactory>(frmMain, bReportsDeactivate, std::move(fnModalLoop));
+Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* mainForm, bool reportsDeactivate, ModalLoopFunction modalLoop) {
+    return New<StandInFormFactory>(mainForm, reportsDeactivate, std::move(modalLoop));
 }
 
 } // namespace corvane::inspect

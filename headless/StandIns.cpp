@@ -9,204 +9,204 @@
 
 namespace corvane::inspect {
 
-StandInObject::StandInObject(Ref<Record> oRecord, StandInSpec oSpec, const std::string& sId)
-    : m_oRecord(std::move(oRecord)), m_oSpec(std::move(oSpec)), m_sId(sId) {
-    m_oRecord->Name(*this, sId);
+StandInObject::StandInObject(Ref<Record> record, StandInSpec spec, const std::string& id)
+    : m_record(std::move(record)), m_spec(std::move(spec)), m_id(id) {
+    m_record->Name(*this, id);
 }
 
 StandInObject::~StandInObject() {
-    m_oRecord->Forget(*this);
+    m_record->Forget(*this);
 }
 
-Variant StandInObject::Invoke(std::string_view sName, std::span<const Variant> aArguments) {
-    if (m_oSpec.setMissing.contains(FoldText(sName)))
-        FailNoSuchMember(*this, sName);
-    Hear(sName, {aArguments.begin(), aArguments.end()});
+Variant StandInObject::Invoke(std::string_view name, std::span<const Variant> arguments) {
+    if (m_spec.missing.contains(FoldText(name)))
+        FailNoSuchMember(*this, name);
+    Hear(name, {arguments.begin(), arguments.end()});
     return {};
 }
 
-void StandInObject::Hear(std::string_view sMember, std::vector<Variant> aArguments, bool bHasArguments) {
-    m_oRecord->Add({m_sId, std::string(sMember), std::move(aArguments), bHasArguments});
-    const auto it = m_oSpec.mapFail.find(FoldText(sMember));
-    if (it != m_oSpec.mapFail.end())
+void StandInObject::Hear(std::string_view member, std::vector<Variant> arguments, bool hasArguments) {
+    m_record->Add({m_id, std::string(member), std::move(arguments), hasArguments});
+    const auto it = m_spec.fail.find(FoldText(member));
+    if (it != m_spec.fail.end())
         throw it->second;
 }
 
 Ref<IService> StandIn::Service() {
-    if (!m_oServiceBase)
+    if (!m_serviceBase)
         BecomeService();
-    return m_oServiceBase;
+    return m_serviceBase;
 }
 
 Ref<IExplorerItem> StandIn::ExplorerItem() {
-    if (!m_oExplorerItemBase)
+    if (!m_explorerItemBase)
         BecomeExplorerItem();
-    return m_oExplorerItemBase;
+    return m_explorerItemBase;
 }
 
 Ref<IPage> StandIn::Page() {
-    if (!m_oPageBase)
+    if (!m_pageBase)
         BecomePage();
-    return m_oPageBase;
+    return m_pageBase;
 }
 
 void StandIn::BecomeService() {
-    m_oServiceBase = New<ServiceBase>();
-    ServiceBase& oBase = *m_oServiceBase;
-    Hold(oBase.InitializeEvent.Subscribe([this] { Hear("Initialize", {}); }));
-    Hold(oBase.TerminateEvent.Subscribe([this] { Hear("Terminate", {}); }));
-    Hold(oBase.GetUnsavedItems.Subscribe([this](const Ref<Dictionary>&, Double&) { Hear("GetUnsavedItems", {}); }));
-    Hold(oBase.SaveEvent.Subscribe([this](const Ref<Object>& oItem) { Hear("Save", {Variant(oItem)}); }));
-    Hold(oBase.SaveCompleteEvent.Subscribe([this](bool bCancelled) { Hear("SaveComplete", {bCancelled}); }));
-    Hold(oBase.OnExitEvent.Subscribe([this](const auto&, bool bCancelled) { Hear("OnExit", {bCancelled}); }));
+    m_serviceBase = New<ServiceBase>();
+    ServiceBase& base = *m_serviceBase;
+    Hold(base.InitializeEvent.Subscribe([this] { Hear("Initialize", {}); }));
+    Hold(base.TerminateEvent.Subscribe([this] { Hear("Terminate", {}); }));
+    Hold(base.GetUnsavedItems.Subscribe([this](const Ref<Dictionary>&, Double&) { Hear("GetUnsavedItems", {}); }));
+    Hold(base.SaveEvent.Subscribe([this](const Ref<Object>& item) { Hear("Save", {Variant(item)}); }));
+    Hold(base.SaveCompleteEvent.Subscribe([this](bool cancelled) { Hear("SaveComplete", {cancelled}); }));
+    Hold(base.OnExitEvent.Subscribe([this](const auto&, bool cancelled) { Hear("OnExit", {cancelled}); }));
 }
 
 void StandIn::BecomeExplorerItem() {
-    m_oExplorerItemBase = New<ExplorerItemBase>();
-    ExplorerItemBase& oBase = *m_oExplorerItemBase;
-    oBase.NameSilently(m_oSpec.sName);
-    Hold(oBase.InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& colChildren) {
+    m_explorerItemBase = New<ExplorerItemBase>();
+    ExplorerItemBase& base = *m_explorerItemBase;
+    base.NameSilently(m_spec.name);
+    Hold(base.InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& children) {
         Hear("Initialize", {}, false);
-        if (m_oExplorerItemBase->Name().empty())
-            m_oExplorerItemBase->NameSilently(m_oExplorerItemBase->ExplorerItemDef()->Name());
-        FillChildren(colChildren);
+        if (m_explorerItemBase->Name().empty())
+            m_explorerItemBase->NameSilently(m_explorerItemBase->ExplorerItemDef()->Name());
+        FillChildren(children);
     }));
-    Hold(oBase.OnDisplayName.Subscribe([this](std::string& sText) {
-        Hear("OnDisplayName", {sText});
-        sText = m_oSpec.sDisplayName.value_or(sText);
+    Hold(base.OnDisplayName.Subscribe([this](std::string& text) {
+        Hear("OnDisplayName", {text});
+        text = m_spec.displayName.value_or(text);
     }));
-    Hold(oBase.OnBeforeRename.Subscribe([this](std::string& sText) {
-        Hear("OnBeforeRename", {sText});
-        sText = m_oSpec.sEditName.value_or(sText);
+    Hold(base.OnBeforeRename.Subscribe([this](std::string& text) {
+        Hear("OnBeforeRename", {text});
+        text = m_spec.editName.value_or(text);
     }));
-    Hold(oBase.OnAfterRename.Subscribe([this](const std::string& sName) { Hear("OnAfterRename", {sName}); }));
-    Hold(oBase.OnExitEvent.Subscribe([this](const auto&, bool bCancelled) { Hear("OnExit", {bCancelled}); }));
+    Hold(base.OnAfterRename.Subscribe([this](const std::string& name) { Hear("OnAfterRename", {name}); }));
+    Hold(base.OnExitEvent.Subscribe([this](const auto&, bool cancelled) { Hear("OnExit", {cancelled}); }));
 }
 
-void StandIn::FillChildren(const Ref<KeyedCollection<Ref<Object>>>& colChildren) {
-    for (const auto& oChild : m_oSpec.aChildren) {
-        const std::string sId = m_sId + "/" + oChild.sName;
-        if (oChild.bAccess)
-            colChildren->Add(New<StandIn>(m_oRecord, oChild, sId));
+void StandIn::FillChildren(const Ref<KeyedCollection<Ref<Object>>>& children) {
+    for (const auto& child : m_spec.children) {
+        const std::string id = m_id + "/" + child.name;
+        if (child.access)
+            children->Add(New<StandIn>(m_record, child, id));
         else
-            colChildren->Add(New<StandInObject>(m_oRecord, oChild, sId));
+            children->Add(New<StandInObject>(m_record, child, id));
     }
 }
 
 void StandIn::BecomePage() {
-    m_oPageBase = New<PageBase>();
-    PageBase& oBase = *m_oPageBase;
-    Hold(oBase.InitializeEvent.Subscribe([this](const Ref<Object>& oBag) { Hear("Initialize", {Variant(oBag)}); }));
-    Hold(oBase.TerminateEvent.Subscribe([this](const Ref<Object>& oBag) { Hear("Terminate", {Variant(oBag)}); }));
-    Hold(oBase.ValidateEvent.Subscribe([this](bool& bIsValid) { Hear("Validate", {bIsValid}); }));
-    Hold(oBase.ActivateEvent.Subscribe([this] { Hear("Activate", {}); }));
-    Hold(oBase.DeactivateEvent.Subscribe([this] { Hear("Deactivate", {}); }));
-    Hold(oBase.SaveEvent.Subscribe([this] { Hear("Save", {}); }));
-    Hold(oBase.CommandClickEvent.Subscribe(
-        [this](StandardCommandConstants eCommand) { Hear("CommandClick", {static_cast<Long>(eCommand)}); }));
-    Hold(oBase.OnExitEvent.Subscribe([this](const auto&, bool bCancelled) { Hear("OnExit", {bCancelled}); }));
+    m_pageBase = New<PageBase>();
+    PageBase& base = *m_pageBase;
+    Hold(base.InitializeEvent.Subscribe([this](const Ref<Object>& bag) { Hear("Initialize", {Variant(bag)}); }));
+    Hold(base.TerminateEvent.Subscribe([this](const Ref<Object>& bag) { Hear("Terminate", {Variant(bag)}); }));
+    Hold(base.ValidateEvent.Subscribe([this](bool& isValid) { Hear("Validate", {isValid}); }));
+    Hold(base.ActivateEvent.Subscribe([this] { Hear("Activate", {}); }));
+    Hold(base.DeactivateEvent.Subscribe([this] { Hear("Deactivate", {}); }));
+    Hold(base.SaveEvent.Subscribe([this] { Hear("Save", {}); }));
+    Hold(base.CommandClickEvent.Subscribe(
+        [this](StandardCommandConstants command) { Hear("CommandClick", {static_cast<Long>(command)}); }));
+    Hold(base.OnExitEvent.Subscribe([this](const auto&, bool cancelled) { Hear("OnExit", {cancelled}); }));
 }
 
 namespace {
 
 using Json = nlohmann::json;
 
-Failure FailureIn(const Json& oJson) {
-    Failure oFailure(oJson.value("number", FailureNumber::InvalidProcedureCall));
-    oFailure.Source = oJson.value("source", ""); // also when it is empty
-    oFailure.Description = oJson.value("description", "");
-    return oFailure;
+Failure FailureIn(const Json& json) {
+    Failure failure(json.value("number", FailureNumber::InvalidProcedureCall));
+    failure.Source = json.value("source", ""); // also when it is empty
+    failure.Description = json.value("description", "");
+    return failure;
 }
 
-StandInSpec SpecIn(const Json& oJson) {
-    StandInSpec oSpec;
-    if (oJson.contains("create"))
-        oSpec.oCreate = FailureIn(oJson.at("create"));
-    oSpec.bAccess = oJson.value("access", true);
-    if (oJson.contains("fail"))
-        for (const auto& [sMember, oFailure] : oJson.at("fail").items())
-            oSpec.mapFail.insert_or_assign(FoldText(sMember), FailureIn(oFailure));
-    if (oJson.contains("missing"))
-        for (const auto& oMember : oJson.at("missing"))
-            oSpec.setMissing.insert(FoldText(oMember.get<std::string>()));
-    oSpec.sName = oJson.value("name", "");
-    if (oJson.contains("children"))
-        for (const auto& oChild : oJson.at("children"))
-            oSpec.aChildren.push_back(SpecIn(oChild));
-    if (oJson.contains("displayName"))
-        oSpec.sDisplayName = oJson.at("displayName").get<std::string>();
-    if (oJson.contains("editName"))
-        oSpec.sEditName = oJson.at("editName").get<std::string>();
-    return oSpec;
+StandInSpec SpecIn(const Json& json) {
+    StandInSpec spec;
+    if (json.contains("create"))
+        spec.create = FailureIn(json.at("create"));
+    spec.access = json.value("access", true);
+    if (json.contains("fail"))
+        for (const auto& [member, failure] : json.at("fail").items())
+            spec.fail.insert_or_assign(FoldText(member), FailureIn(failure));
+    if (json.contains("missing"))
+        for (const auto& member : json.at("missing"))
+            spec.missing.insert(FoldText(member.get<std::string>()));
+    spec.name = json.value("name", "");
+    if (json.contains("children"))
+        for (const auto& child : json.at("children"))
+            spec.children.push_back(SpecIn(child));
+    if (json.contains("displayName"))
+        spec.displayName = json.at("displayName").get<std::string>();
+    if (json.contains("editName"))
+        spec.editName = json.at("editName").get<std::string>();
+    return spec;
 }
 
 } // namespace
 
-StandInFile ReadStandIns(const std::string& sFile) {
-    std::ifstream oStream(sFile, std::ios::binary);
-    if (!oStream)
-        Fail(FailureNumber::FileNotFound, "There is no file \"" + sFile + "\"");
-    StandInFile oFile;
+StandInFile ReadStandIns(const std::string& filePath) {
+    std::ifstream stream(filePath, std::ios::binary);
+    if (!stream)
+        Fail(FailureNumber::FileNotFound, "There is no file \"" + filePath + "\"");
+    StandInFile file;
     try {
-        const Json oJson = Json::parse(oStream);
-        if (oJson.contains("objects"))
-            for (const auto& [sProgID, oSpec] : oJson.at("objects").items())
-                oFile.mapObjects[FoldText(sProgID)] = SpecIn(oSpec);
-        if (oJson.contains("ini")) {
-            oFile.bHasIni = true;
-            const Json& oIni = oJson.at("ini");
-            if (oIni.contains("QRZVGEnabled"))
-                oFile.lVGEnabled = oIni.at("QRZVGEnabled").get<Long>();
-            if (oIni.contains("QRZProductName"))
-                oFile.sProductName = oIni.at("QRZProductName").get<std::string>();
+        const Json json = Json::parse(stream);
+        if (json.contains("objects"))
+            for (const auto& [progID, spec] : json.at("objects").items())
+                file.objects[FoldText(progID)] = SpecIn(spec);
+        if (json.contains("ini")) {
+            file.hasIni = true;
+            const Json& ini = json.at("ini");
+            if (ini.contains("QRZVGEnabled"))
+                file.vgEnabled = ini.at("QRZVGEnabled").get<Long>();
+            if (ini.contains("QRZProductName"))
+                file.productName = ini.at("QRZProductName").get<std::string>();
         }
-        if (oJson.contains("form"))
-            oFile.bFormReportsDeactivate = oJson.at("form").value("reportsDeactivate", true);
-    } catch (const Json::exception& oException) {
-        Fail(FailureNumber::InvalidProcedureCall, "\"" + sFile + "\" can't be understood: " + oException.what());
+        if (json.contains("form"))
+            file.formReportsDeactivate = json.at("form").value("reportsDeactivate", true);
+    } catch (const Json::exception& exception) {
+        Fail(FailureNumber::InvalidProcedureCall, "\"" + filePath + "\" can't be understood: " + exception.what());
     }
-    return oFile;
+    return file;
 }
 
-Ref<Object> StandInFactory::Create(std::string_view sProgID) {
-    if (EqualText(sProgID, "Corvane.Framework"))
-        Fail(FailureNumber::CannotCreateObject, "Can't create an object of \"" + std::string(sProgID) +
+Ref<Object> StandInFactory::Create(std::string_view progID) {
+    if (EqualText(progID, "Corvane.Framework"))
+        Fail(FailureNumber::CannotCreateObject, "Can't create an object of \"" + std::string(progID) +
                                                     "\": the library has one, which only a service's file can name");
-    const auto it = m_pFile->mapObjects.find(FoldText(sProgID));
-    const StandInSpec oSpec = it == m_pFile->mapObjects.end() ? StandInSpec() : it->second;
-    if (oSpec.oCreate)
-        throw *oSpec.oCreate;
-    const std::string sId = m_oRecord->NewId(sProgID);
-    if (!oSpec.bAccess)
-        return New<StandInObject>(m_oRecord, oSpec, sId);
-    return Make(oSpec, sId);
+    const auto it = m_file->objects.find(FoldText(progID));
+    const StandInSpec spec = it == m_file->objects.end() ? StandInSpec() : it->second;
+    if (spec.create)
+        throw *spec.create;
+    const std::string id = m_record->NewId(progID);
+    if (!spec.access)
+        return New<StandInObject>(m_record, spec, id);
+    return Make(spec, id);
 }
 
-Ref<Object> StandInFactory::Make(const StandInSpec& oSpec, const std::string& sId) {
-    return New<StandIn>(m_oRecord, oSpec, sId);
+Ref<Object> StandInFactory::Make(const StandInSpec& spec, const std::string& id) {
+    return New<StandIn>(m_record, spec, id);
 }
 
-Ref<Object> NamingFactory::Create(std::string_view sProgID) {
-    Ref<Object> oObject = m_oFactory->Create(sProgID);
-    m_oRecord->Name(*oObject, m_oRecord->NewId(sProgID));
-    return oObject;
+Ref<Object> NamingFactory::Create(std::string_view progID) {
+    Ref<Object> object = m_factory->Create(progID);
+    m_record->Name(*object, m_record->NewId(progID));
+    return object;
 }
 
-Long StandInIni::ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                             Long lDefault) const {
-    if (!m_pFile->bHasIni)
-        return m_oFile->ReadInteger(sFile, sSection, sKey, lDefault);
-    return EqualText(sKey, "QRZVGEnabled") ? m_pFile->lVGEnabled.value_or(lDefault) : lDefault;
+Long StandInIni::ReadInteger(std::string_view file, std::string_view section, std::string_view key,
+                             Long defaultNumber) const {
+    if (!m_standInFile->hasIni)
+        return m_file->ReadInteger(file, section, key, defaultNumber);
+    return EqualText(key, "QRZVGEnabled") ? m_standInFile->vgEnabled.value_or(defaultNumber) : defaultNumber;
 }
 
-std::string StandInIni::ReadString(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                                   std::string_view sDefault, std::size_t nMaximum) const {
-    if (!m_pFile->bHasIni)
-        return m_oFile->ReadString(sFile, sSection, sKey, sDefault, nMaximum);
-    std::string_view sValue = sDefault;
-    if (EqualText(sKey, "QRZProductName") && m_pFile->sProductName)
-        sValue = *m_pFile->sProductName;
-    return std::string(FirstCharacters(sValue, nMaximum));
+std::string StandInIni::ReadString(std::string_view file, std::string_view section, std::string_view key,
+                                   std::string_view defaultText, std::size_t maximum) const {
+    if (!m_standInFile->hasIni)
+        return m_file->ReadString(file, section, key, defaultText, maximum);
+    std::string_view value = defaultText;
+    if (EqualText(key, "QRZProductName") && m_standInFile->productName)
+        value = *m_standInFile->productName;
+    return std::string(FirstCharacters(value, maximum));
 }
 
 } // namespace corvane::inspect

@@ -30,43 +30,43 @@ namespace corvane::inspect {
 
 // How the objects of one ProgID behave. Member names are folded.
 struct StandInSpec {
-    std::optional<Failure> oCreate;         // creation fails so
-    bool bAccess = true;                    // false: no access interface
-    std::map<std::string, Failure> mapFail; // the call is written down, then fails so
-    std::set<std::string> setMissing;       // can't be called by name
-    std::string sName;                      // that an explorer item gives itself
-    std::vector<StandInSpec> aChildren;     // made anew at each Initialize
-    std::optional<std::string> sDisplayName;
-    std::optional<std::string> sEditName;
+    std::optional<Failure> create;       // creation fails so
+    bool access = true;                  // false: no access interface
+    std::map<std::string, Failure> fail; // the call is written down, then fails so
+    std::set<std::string> missing;       // can't be called by name
+    std::string name;                    // that an explorer item gives itself
+    std::vector<StandInSpec> children;   // made anew at each Initialize
+    std::optional<std::string> displayName;
+    std::optional<std::string> editName;
 };
 
 struct StandInFile {
-    std::map<std::string, StandInSpec> mapObjects; // by folded ProgID
-    bool bHasIni = false;                          // else the application's own INI file counts
-    std::optional<Long> lVGEnabled;
-    std::optional<std::string> sProductName;
-    bool bFormReportsDeactivate = true;
+    std::map<std::string, StandInSpec> objects; // by folded ProgID
+    bool hasIni = false;                        // else the application's own INI file counts
+    std::optional<Long> vgEnabled;
+    std::optional<std::string> productName;
+    bool formReportsDeactivate = true;
 };
 
 // Reads "standins.json". Fails with 53 when there is none and with 5, saying where, when it can't be understood.
-[[nodiscard]] StandInFile ReadStandIns(const std::string& sFile);
+[[nodiscard]] StandInFile ReadStandIns(const std::string& filePath);
 
 // What all stand-ins have in common: the record and the misbehaviour.
 class StandInObject : public virtual Object {
 public:
-    StandInObject(Ref<Record> oRecord, StandInSpec oSpec, const std::string& sId);
+    StandInObject(Ref<Record> record, StandInSpec spec, const std::string& id);
     ~StandInObject() override;
 
-    Variant Invoke(std::string_view sName, std::span<const Variant> aArguments) override;
+    Variant Invoke(std::string_view name, std::span<const Variant> arguments) override;
 
     std::string_view TypeName() const override { return "StandIn"; }
 
 protected:
-    void Hear(std::string_view sMember, std::vector<Variant> aArguments, bool bHasArguments = true);
+    void Hear(std::string_view member, std::vector<Variant> arguments, bool hasArguments = true);
 
-    Ref<Record> m_oRecord;
-    StandInSpec m_oSpec;
-    std::string m_sId;
+    Ref<Record> m_record;
+    StandInSpec m_spec;
+    std::string m_id;
 };
 
 // Serves as a service, an explorer item or a page, whichever it is asked for.
@@ -82,66 +82,66 @@ private:
     void BecomeService();
     void BecomeExplorerItem();
     void BecomePage();
-    void FillChildren(const Ref<KeyedCollection<Ref<Object>>>& colChildren);
-    void Hold(Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); }
+    void FillChildren(const Ref<KeyedCollection<Ref<Object>>>& children);
+    void Hold(Subscription subscription) { m_subscriptions.push_back(std::move(subscription)); }
 
-    Ref<ServiceBase> m_oServiceBase;
-    Ref<ExplorerItemBase> m_oExplorerItemBase;
-    Ref<PageBase> m_oPageBase;
-    std::vector<Subscription> m_aSubscriptions;
+    Ref<ServiceBase> m_serviceBase;
+    Ref<ExplorerItemBase> m_explorerItemBase;
+    Ref<PageBase> m_pageBase;
+    std::vector<Subscription> m_subscriptions;
 };
 
 class StandInFactory : public IObjectFactory {
 public:
-    StandInFactory(Ref<Record> oRecord, std::shared_ptr<const StandInFile> pFile)
-        : m_oRecord(std::move(oRecord)), m_pFile(std::move(pFile)) {}
-    [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
+    StandInFactory(Ref<Record> record, std::shared_ptr<const StandInFile> file)
+        : m_record(std::move(record)), m_file(std::move(file)) {}
+    [[nodiscard]] Ref<Object> Create(std::string_view progID) override;
 
 protected:
     // An object that behaves so, under that id.
-    [[nodiscard]] virtual Ref<Object> Make(const StandInSpec& oSpec, const std::string& sId);
-    [[nodiscard]] const Ref<Record>& Recorded() const { return m_oRecord; }
+    [[nodiscard]] virtual Ref<Object> Make(const StandInSpec& spec, const std::string& id);
+    [[nodiscard]] const Ref<Record>& Recorded() const { return m_record; }
 
 private:
-    Ref<Record> m_oRecord;
-    std::shared_ptr<const StandInFile> m_pFile;
+    Ref<Record> m_record;
+    std::shared_ptr<const StandInFile> m_file;
 };
 
 // Names the objects that another factory makes, so that the record can speak of them.
 class NamingFactory final : public IObjectFactory {
 public:
-    NamingFactory(Ref<Record> oRecord, Ref<IObjectFactory> oFactory)
-        : m_oRecord(std::move(oRecord)), m_oFactory(std::move(oFactory)) {}
-    [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
+    NamingFactory(Ref<Record> record, Ref<IObjectFactory> factory)
+        : m_record(std::move(record)), m_factory(std::move(factory)) {}
+    [[nodiscard]] Ref<Object> Create(std::string_view progID) override;
 
 private:
-    Ref<Record> m_oRecord;
-    Ref<IObjectFactory> m_oFactory;
+    Ref<Record> m_record;
+    Ref<IObjectFactory> m_factory;
 };
 
 // Stands for the INI file when "standins.json" says what is in it.
 class StandInIni final : public IIniReader {
 public:
-    StandInIni(std::shared_ptr<const StandInFile> pFile, Ref<IIniReader> oFile)
-        : m_pFile(std::move(pFile)), m_oFile(std::move(oFile)) {}
-    [[nodiscard]] Long ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                                   Long lDefault) const override;
-    [[nodiscard]] std::string ReadString(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                                         std::string_view sDefault, std::size_t nMaximum) const override;
+    StandInIni(std::shared_ptr<const StandInFile> standInFile, Ref<IIniReader> file)
+        : m_standInFile(std::move(standInFile)), m_file(std::move(file)) {}
+    [[nodiscard]] Long ReadInteger(std::string_view file, std::string_view section, std::string_view key,
+                                   Long defaultNumber) const override;
+    [[nodiscard]] std::string ReadString(std::string_view file, std::string_view section, std::string_view key,
+                                         std::string_view defaultText, std::size_t maximum) const override;
 
 private:
-    std::shared_ptr<const StandInFile> m_pFile;
-    Ref<IIniReader> m_oFile;
+    std::shared_ptr<const StandInFile> m_standInFile;
+    Ref<IIniReader> m_file;
 };
 
 // Whether a form of that factory shows the window.
-[[nodiscard]] bool IsFormOf(const Ref<Form>& oForm, const Ref<Window>& oWindow);
+[[nodiscard]] bool IsFormOf(const Ref<Form>& form, const Ref<Window>& window);
 
 // Windows without anything to see: they create and report their pages, the first page being the one in front. Commands
 // do what they do on screen: pages are told, asked whether they are valid, and saved. A modal one is unloaded when the
 // function has returned.
 using ModalLoopFunction = std::function<void(const Form&)>;
-[[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* frmMain, bool bReportsDeactivate,
-                                                            ModalLoopFunction fnModalLoop);
+[[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* mainForm, bool reportsDeactivate,
+                                                            ModalLoopFunction modalLoop);
 
 } // namespace corvane::inspect

@@ -17,11 +17,11 @@ namespace corvane::inspect {
 namespace {
 
 // The first field, and what stands behind its blank.
-std::pair<std::string, std::string> Split(const std::string& sText) {
-    const std::size_t iBlank = sText.find(' ');
-    if (iBlank == std::string::npos)
-        return {sText, {}};
-    return {sText.substr(0, iBlank), sText.substr(iBlank + 1)};
+std::pair<std::string, std::string> Split(const std::string& text) {
+    const std::size_t blank = text.find(' ');
+    if (blank == std::string::npos)
+        return {text, {}};
+    return {text.substr(0, blank), text.substr(blank + 1)};
 }
 
 Ref<ExplorerManager> Explorer() {
@@ -29,147 +29,147 @@ Ref<ExplorerManager> Explorer() {
 }
 
 // The tree of a tab given as text; nothing when there is none.
-Ref<TreeView> TreeOf(const ModelHost& oHost, const std::string& sTab) {
-    const std::optional<Double> oTab = NumberIn(sTab);
-    for (const auto& tvw : oHost.Trees())
-        if (oTab && tvw->Container() == *oTab)
+Ref<TreeView> TreeOf(const ModelHost& host, const std::string& tabText) {
+    const std::optional<Double> tab = NumberIn(tabText);
+    for (const auto& tvw : host.Trees())
+        if (tab && tvw->Container() == *tab)
             return tvw;
     return nullptr;
 }
 
-void Click(const ModelHost& oHost, const std::string& sTool) {
-    if (const Ref<Tool> oTool = oHost.Bar()->Tools()->Find(sTool))
-        oHost.Bar()->Click(oTool);
+void Click(const ModelHost& host, const std::string& toolName) {
+    if (const Ref<Tool> tool = host.Bar()->Tools()->Find(toolName))
+        host.Bar()->Click(tool);
 }
 
-void ClickNode(const ModelHost& oHost, const std::string& sRest) {
-    const auto [sTab, sKey] = Split(sRest);
-    const Ref<TreeView> tvw = TreeOf(oHost, sTab);
-    if (!tvw || tvw->Container() != oHost.Tabs()->Tab())
+void ClickNode(const ModelHost& host, const std::string& rest) {
+    const auto [tab, key] = Split(rest);
+    const Ref<TreeView> tvw = TreeOf(host, tab);
+    if (!tvw || tvw->Container() != host.Tabs()->Tab())
         return;
-    if (const Ref<Node> nod = tvw->GetNodes()->Find(sKey))
+    if (const Ref<Node> nod = tvw->GetNodes()->Find(key))
         tvw->ClickNode(nod);
 }
 
-void SelectNode(const ModelHost& oHost, const std::string& sRest) {
-    const auto [sTab, sKey] = Split(sRest);
-    const Ref<TreeView> tvw = TreeOf(oHost, sTab);
+void SelectNode(const ModelHost& host, const std::string& rest) {
+    const auto [tab, key] = Split(rest);
+    const Ref<TreeView> tvw = TreeOf(host, tab);
     if (!tvw)
         return;
-    if (sKey.empty())
+    if (key.empty())
         tvw->SetSelectedItem(nullptr);
-    else if (const Ref<Node> nod = tvw->GetNodes()->Find(sKey))
+    else if (const Ref<Node> nod = tvw->GetNodes()->Find(key))
         tvw->SetSelectedItem(nod);
 }
 
-void Rename(const ModelHost& oHost, const std::string& sText) {
-    const Ref<TreeView> tvw = oHost.ActiveTree();
+void Rename(const ModelHost& host, const std::string& text) {
+    const Ref<TreeView> tvw = host.ActiveTree();
     if (!tvw)
         return;
     tvw->StartLabelEdit();
-    tvw->CommitLabelEdit(sText); // nothing when the edit was cancelled
+    tvw->CommitLabelEdit(text); // nothing when the edit was cancelled
 }
 
-void ChangeTab(const ModelHost& oHost, const std::string& sTab) {
-    const std::optional<Double> oTab = NumberIn(sTab);
-    if (oTab && *oTab >= 0 && *oTab < oHost.Tabs()->Tabs())
-        oHost.Tabs()->ChooseTab(static_cast<Long>(*oTab));
+void ChangeTab(const ModelHost& host, const std::string& tabText) {
+    const std::optional<Double> tab = NumberIn(tabText);
+    if (tab && *tab >= 0 && *tab < host.Tabs()->Tabs())
+        host.Tabs()->ChooseTab(static_cast<Long>(*tab));
 }
 
-void CloseBand(const ModelHost& oHost, const std::string& sBand) {
-    if (const Ref<Band> oBand = oHost.Bar()->Bands()->Find(sBand))
-        oHost.Bar()->Close(oBand);
+void CloseBand(const ModelHost& host, const std::string& bandName) {
+    if (const Ref<Band> band = host.Bar()->Bands()->Find(bandName))
+        host.Bar()->Close(band);
 }
 
-void OpenWindow(const std::string& sRest) {
-    const auto [sWindow, sKey] = Split(sRest);
+void OpenWindow(const std::string& rest) {
+    const auto [window, key] = Split(rest);
     using enum WindowStateConstants;
     (void)CorvaneMain::Framework()->WindowManager()->OpenWindow(
-        sWindow, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault, cvDefinitionDefault,
+        window, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault, cvDefinitionDefault,
         MDIWindowTypeConstants::cvDefinitionDefault, WindowTypeConstants::cvDefinitionDefault,
-        BusinessContextTypeConstants::cvDefinitionDefault, ShowApplyCommandConstants::cvDefinitionDefault, sKey);
+        BusinessContextTypeConstants::cvDefinitionDefault, ShowApplyCommandConstants::cvDefinitionDefault, key);
 }
 
 // By its key, or without one by the name of its definition.
-Ref<Window> WindowOf(const std::string& sKey) {
-    for (const auto& oWindow : CorvaneMain::Framework()->WindowManager()->Windows()) {
-        const bool bHasKey = oWindow->Key() != std::to_string(oWindow->ObjectKey());
-        if (EqualText(bHasKey ? oWindow->Key() : oWindow->WindowDef()->Name(), sKey))
-            return oWindow;
+Ref<Window> WindowOf(const std::string& key) {
+    for (const auto& window : CorvaneMain::Framework()->WindowManager()->Windows()) {
+        const bool hasKey = window->Key() != std::to_string(window->ObjectKey());
+        if (EqualText(hasKey ? window->Key() : window->WindowDef()->Name(), key))
+            return window;
     }
-    Fail(FailureNumber::InvalidProcedureCall, "There is no open window \"" + sKey + "\"", "Steps");
+    Fail(FailureNumber::InvalidProcedureCall, "There is no open window \"" + key + "\"", "Steps");
 }
 
 // The form of the window of that key; nothing when it shows itself otherwise.
-Ref<Form> FormOf(const ModelHost& oHost, const std::string& sKey) {
-    const Ref<Window> oWindow = WindowOf(sKey);
-    for (const auto& oForm : oHost.MainForm()->Forms())
-        if (IsFormOf(oForm, oWindow))
-            return oForm;
+Ref<Form> FormOf(const ModelHost& host, const std::string& key) {
+    const Ref<Window> window = WindowOf(key);
+    for (const auto& form : host.MainForm()->Forms())
+        if (IsFormOf(form, window))
+            return form;
     return nullptr;
 }
 
-void CloseWindow(const ModelHost& oHost, const std::string& sKey) {
-    if (const Ref<Form> oForm = FormOf(oHost, sKey))
-        oForm->Unload();
+void CloseWindow(const ModelHost& host, const std::string& key) {
+    if (const Ref<Form> form = FormOf(host, key))
+        form->Unload();
 }
 
-void ActivateWindow(const ModelHost& oHost, const std::string& sKey) {
-    if (const Ref<Form> oForm = FormOf(oHost, sKey))
-        oForm->Activate();
+void ActivateWindow(const ModelHost& host, const std::string& key) {
+    if (const Ref<Form> form = FormOf(host, key))
+        form->Activate();
 }
 
 // Keys may hold blanks; the last field doesn't.
-std::pair<std::string, std::string> SplitLast(const std::string& sText) {
-    const std::size_t iBlank = sText.rfind(' ');
-    return {sText.substr(0, iBlank), sText.substr(iBlank + 1)};
+std::pair<std::string, std::string> SplitLast(const std::string& text) {
+    const std::size_t blank = text.rfind(' ');
+    return {text.substr(0, blank), text.substr(blank + 1)};
 }
 
-void ShowPage(const ModelHost& /*oHost*/, const std::string& sRest) {
-    const auto [sKey, sIndex] = SplitLast(sRest);
-    const Ref<Window> oWindow = WindowOf(sKey);
-    const Long lIndex = ToLong(sIndex);
-    if (lIndex < 0 || lIndex >= oWindow->WindowDef()->PageDefs()->Count())
-        Fail(FailureNumber::Subscript, "The window \"" + sKey + "\" has no page " + sIndex, "Steps");
-    oWindow->SetActivePageIndex(lIndex);
+void ShowPage(const ModelHost& /*host*/, const std::string& rest) {
+    const auto [key, index] = SplitLast(rest);
+    const Ref<Window> window = WindowOf(key);
+    const Long indexCount = ToLong(index);
+    if (indexCount < 0 || indexCount >= window->WindowDef()->PageDefs()->Count())
+        Fail(FailureNumber::Subscript, "The window \"" + key + "\" has no page " + index, "Steps");
+    window->SetActivePageIndex(indexCount);
 }
 
-void ClickCommand(const ModelHost& /*oHost*/, const std::string& sRest) {
-    static const std::map<std::string, StandardCommandConstants, std::less<>> mapCommands{
+void ClickCommand(const ModelHost& /*host*/, const std::string& rest) {
+    static const std::map<std::string, StandardCommandConstants, std::less<>> commands{
         {"help", StandardCommandConstants::cvHelp},         {"ok", StandardCommandConstants::cvOK},
         {"cancel", StandardCommandConstants::cvCancel},     {"apply", StandardCommandConstants::cvApply},
         {"previous", StandardCommandConstants::cvPrevious}, {"next", StandardCommandConstants::cvNext},
         {"finish", StandardCommandConstants::cvFinish},     {"save", StandardCommandConstants::cvSave},
         {"saveas", StandardCommandConstants::cvSaveAs}};
-    const auto [sKey, sCommand] = SplitLast(sRest);
-    const auto it = mapCommands.find(FoldText(sCommand));
-    if (it == mapCommands.end())
-        Fail(FailureNumber::InvalidProcedureCall, "There is no command \"" + sCommand + "\" of windows", "Steps");
-    WindowOf(sKey)->ClickCommand(it->second);
+    const auto [key, command] = SplitLast(rest);
+    const auto it = commands.find(FoldText(command));
+    if (it == commands.end())
+        Fail(FailureNumber::InvalidProcedureCall, "There is no command \"" + command + "\" of windows", "Steps");
+    WindowOf(key)->ClickCommand(it->second);
 }
 
 // What a person does for the menu of a node: the click on it makes its item the active one.
-void AskForMenu(const ModelHost& oHost, const std::string& sRest) {
-    ClickNode(oHost, sRest);
-    const Ref<TreeView> tvw = TreeOf(oHost, Split(sRest).first);
-    if (tvw && tvw->Container() == oHost.Tabs()->Tab() && tvw->GetNodes()->Find(Split(sRest).second))
+void AskForMenu(const ModelHost& host, const std::string& rest) {
+    ClickNode(host, rest);
+    const Ref<TreeView> tvw = TreeOf(host, Split(rest).first);
+    if (tvw && tvw->Container() == host.Tabs()->Tab() && tvw->GetNodes()->Find(Split(rest).second))
         tvw->MouseUp.Raise(MouseButton::RightButton, ShiftState::NoShift, 0, 0);
 }
 
-void Resize(const ModelHost& oHost, const std::string& sRest) {
-    const auto [sWidth, sHeight] = Split(sRest);
-    oHost.Tabs()->SetBounds(0, ToSingle(sWidth), ToSingle(sHeight));
-    oHost.Panel()->Resize.Raise();
+void Resize(const ModelHost& host, const std::string& rest) {
+    const auto [width, height] = Split(rest);
+    host.Tabs()->SetBounds(0, ToSingle(width), ToSingle(height));
+    host.Panel()->Resize.Raise();
 }
 
 struct Verb {
-    int nFields; // that it needs
-    std::function<void(ModelHost&, const std::string&)> fnAct;
-    const char* sFields = ""; // as somebody is told who has left one out
+    int fieldCount; // that it needs
+    std::function<void(ModelHost&, const std::string&)> act;
+    const char* fields = ""; // as somebody is told who has left one out
 };
 
 const std::map<std::string, Verb, std::less<>>& Verbs() {
-    static const std::map<std::string, Verb, std::less<>> mapVerbs{
+    static const std::map<std::string, Verb, std::less<>> verbs{
         {"populate", {0, [](ModelHost&, const std::string&) { Explorer()->Populate(); }}},
         {"clear", {0, [](ModelHost&, const std::string&) { Explorer()->Clear(); }}},
         {"refresh", {0, [](ModelHost&, const std::string&) { Explorer()->Refresh(); }}},
@@ -180,26 +180,26 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"select", {1, SelectNode, "TAB KEY"}},
         {"treeclick",
          {0,
-          [](ModelHost& oHost, const std::string&) {
-              if (const auto tvw = oHost.ActiveTree())
+          [](ModelHost& host, const std::string&) {
+              if (const auto tvw = host.ActiveTree())
                   tvw->Click.Raise();
           }}},
         {"dblclick",
          {0,
-          [](ModelHost& oHost, const std::string&) {
-              if (const auto tvw = oHost.ActiveTree())
+          [](ModelHost& host, const std::string&) {
+              if (const auto tvw = host.ActiveTree())
                   tvw->DblClick.Raise();
           }}},
         {"rightclick",
          {0,
-          [](ModelHost& oHost, const std::string&) {
-              if (const auto tvw = oHost.ActiveTree())
+          [](ModelHost& host, const std::string&) {
+              if (const auto tvw = host.ActiveTree())
                   tvw->MouseUp.Raise(MouseButton::RightButton, ShiftState::NoShift, 0, 0);
           }}},
         {"tab", {1, ChangeTab, "N"}},
         {"rename", {0, Rename}},
         {"closeband", {1, CloseBand, "NAME"}},
-        {"open", {1, [](ModelHost&, const std::string& sRest) { OpenWindow(sRest); }, "WINDOW"}},
+        {"open", {1, [](ModelHost&, const std::string& rest) { OpenWindow(rest); }, "WINDOW"}},
         {"resize", {2, Resize, "WIDTH HEIGHT"}},
         {"activate", {1, ActivateWindow, "KEY"}},
         {"close", {1, CloseWindow, "KEY"}},
@@ -207,104 +207,104 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"command", {2, ClickCommand, "KEY COMMAND"}},
         {"contextmenu", {2, AskForMenu, "TAB KEY"}},
         {"expect", {2, [](ModelHost&, const std::string&) {}, "PATH VALUE"}}, // Take looks at it
-        {"exit", {0, [](ModelHost& oHost, const std::string&) { oHost.Exit(); }}},
+        {"exit", {0, [](ModelHost& host, const std::string&) { host.Exit(); }}},
     };
-    return mapVerbs;
+    return verbs;
 }
 
 std::vector<std::string> VerbNames() {
-    std::vector<std::string> aNames;
-    for (const auto& [sName, oVerb] : Verbs())
-        aNames.push_back(sName);
-    return aNames;
+    std::vector<std::string> names;
+    for (const auto& [name, verb] : Verbs())
+        names.push_back(name);
+    return names;
 }
 
-std::string DidYouMean(const std::vector<std::string>& aNames, const std::string& sWritten) {
-    const auto oNearest = Nearest(aNames, sWritten);
-    return oNearest ? "; did you mean \"" + *oNearest + "\"?" : std::string();
+std::string DidYouMean(const std::vector<std::string>& names, const std::string& written) {
+    const auto nearest = Nearest(names, written);
+    return nearest ? "; did you mean \"" + *nearest + "\"?" : std::string();
 }
 
 // What a step is about that isn't there, so that nothing happens; empty when it is.
-std::string Missing(const ModelHost& oHost, const Step& oStep) {
-    if (oStep.sVerb == "click") {
-        if (oHost.Bar()->Tools()->Find(oStep.sRest))
+std::string Missing(const ModelHost& host, const Step& step) {
+    if (step.verb == "click") {
+        if (host.Bar()->Tools()->Find(step.rest))
             return {};
-        std::vector<std::string> aNames;
-        for (const auto& oTool : oHost.Bar()->Tools()->All())
-            aNames.push_back(oTool->Name());
-        return "there is no tool \"" + oStep.sRest + "\"" + DidYouMean(aNames, oStep.sRest);
+        std::vector<std::string> names;
+        for (const auto& tool : host.Bar()->Tools()->All())
+            names.push_back(tool->Name());
+        return "there is no tool \"" + step.rest + "\"" + DidYouMean(names, step.rest);
     }
-    if (oStep.sVerb != "node" && oStep.sVerb != "contextmenu")
+    if (step.verb != "node" && step.verb != "contextmenu")
         return {};
-    const auto [sTab, sKey] = Split(oStep.sRest);
-    const Ref<TreeView> tvw = TreeOf(oHost, sTab);
+    const auto [tab, key] = Split(step.rest);
+    const Ref<TreeView> tvw = TreeOf(host, tab);
     if (!tvw)
-        return "there is no tab " + sTab;
-    if (!tvw->GetNodes()->Find(sKey))
-        return "there is no node \"" + sKey + "\" in the tree of tab " + sTab;
-    return tvw->Container() == oHost.Tabs()->Tab() ? std::string() : "the tab " + sTab + " isn't the current one";
+        return "there is no tab " + tab;
+    if (!tvw->GetNodes()->Find(key))
+        return "there is no node \"" + key + "\" in the tree of tab " + tab;
+    return tvw->Container() == host.Tabs()->Tab() ? std::string() : "the tab " + tab + " isn't the current one";
 }
 
 } // namespace
 
-std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile) {
-    std::vector<Step> aSteps;
-    std::string sLine;
-    for (int nLine = 1; std::getline(oStream, sLine); ++nLine) {
-        if (!sLine.empty() && sLine.back() == '\r')
-            sLine.pop_back();
-        const std::size_t nIndent = std::min(sLine.find_first_not_of(' '), sLine.size());
-        sLine.erase(0, nIndent);
-        if (sLine.empty() || sLine.front() == '#')
+std::vector<Step> ReadSteps(std::istream& stream, const std::string& file) {
+    std::vector<Step> steps;
+    std::string line;
+    for (int lineCount = 1; std::getline(stream, line); ++lineCount) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        const std::size_t indent = std::min(line.find_first_not_of(' '), line.size());
+        line.erase(0, indent);
+        if (line.empty() || line.front() == '#')
             continue;
-        auto [sVerb, sRest] = Split(sLine);
-        const auto it = Verbs().find(sVerb);
-        const std::string sWhere = sFile + ":" + std::to_string(nLine) + ": ";
+        auto [verb, rest] = Split(line);
+        const auto it = Verbs().find(verb);
+        const std::string where = file + ":" + std::to_string(lineCount) + ": ";
         if (it == Verbs().end())
             Fail(FailureNumber::InvalidProcedureCall,
-                 sWhere + "there is no step \"" + sVerb + "\"" + DidYouMean(VerbNames(), sVerb));
+                 where + "there is no step \"" + verb + "\"" + DidYouMean(VerbNames(), verb));
         // The last field may be empty behind its blank.
-        const bool bComplete = it->second.nFields == 0 || (it->second.nFields == 1 && sLine.size() > sVerb.size()) ||
-                               (it->second.nFields == 2 && sRest.find(' ') != std::string::npos);
-        if (!bComplete)
-            Fail(FailureNumber::InvalidProcedureCall, sWhere + "the step \"" + sVerb +
-                                                          "\" lacks a field: write it as in \"" + sVerb + " " +
-                                                          it->second.sFields + "\"");
-        aSteps.push_back({std::move(sVerb), std::move(sRest), nLine, sFile, nIndent > 0});
+        const bool complete = it->second.fieldCount == 0 || (it->second.fieldCount == 1 && line.size() > verb.size()) ||
+                              (it->second.fieldCount == 2 && rest.find(' ') != std::string::npos);
+        if (!complete)
+            Fail(FailureNumber::InvalidProcedureCall, where + "the step \"" + verb +
+                                                          "\" lacks a field: write it as in \"" + verb + " " +
+                                                          it->second.fields + "\"");
+        steps.push_back({std::move(verb), std::move(rest), lineCount, file, indent > 0});
     }
-    return aSteps;
+    return steps;
 }
 
-void Take(ModelHost& oHost, const Step& oStep) {
-    if (oStep.sVerb == "expect") {
-        if (const std::string sUnmet = Unmet(oHost, oStep.sRest); !sUnmet.empty())
-            oHost.Recorded().aUnmet.push_back(oStep.sFile + ":" + std::to_string(oStep.nLine) + ": error: " + sUnmet);
+void Take(ModelHost& host, const Step& step) {
+    if (step.verb == "expect") {
+        if (const std::string unmet = Unmet(host, step.rest); !unmet.empty())
+            host.Recorded().unmet.push_back(step.file + ":" + std::to_string(step.line) + ": error: " + unmet);
         return;
     }
-    const auto& oVerb = Verbs().at(oStep.sVerb);
-    if (!oStep.sFile.empty())
-        if (const std::string sMissing = Missing(oHost, oStep); !sMissing.empty())
-            oHost.Recorded().aMissed.push_back(oStep.sFile + ":" + std::to_string(oStep.nLine) + ": note: " + sMissing);
-    oHost.Do([&] { oVerb.fnAct(oHost, oStep.sRest); });
+    const auto& verb = Verbs().at(step.verb);
+    if (!step.file.empty())
+        if (const std::string missing = Missing(host, step); !missing.empty())
+            host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: " + missing);
+    host.Do([&] { verb.act(host, step.rest); });
 }
 
-void TakeAll(ModelHost& oHost, const std::vector<Step>& aSteps) {
+void TakeAll(ModelHost& host, const std::vector<Step>& steps) {
     const struct End {
-        ModelHost& oHost;
-        ~End() { oHost.SetModalLoop({}); }
-    } oEnd{oHost};
-    auto itNext = aSteps.begin();
-    const auto fnNext = [&] {
-        const Step& oStep = *itNext++;
-        if (!oHost.HasExited() || oStep.sVerb == "expect")
-            Take(oHost, oStep);
+        ModelHost& host;
+        ~End() { host.SetModalLoop({}); }
+    } end{host};
+    auto nextPosition = steps.begin();
+    const auto next = [&] {
+        const Step& step = *nextPosition++;
+        if (!host.HasExited() || step.verb == "expect")
+            Take(host, step);
     };
-    oHost.SetModalLoop([&](const Form& frm) {
-        while (frm.IsLoaded() && frm.Visible() && itNext != aSteps.end() && itNext->bInModal)
-            fnNext();
+    host.SetModalLoop([&](const Form& frm) {
+        while (frm.IsLoaded() && frm.Visible() && nextPosition != steps.end() && nextPosition->inModal)
+            next();
     });
-    while (itNext != aSteps.end())
-        fnNext();
+    while (nextPosition != steps.end())
+        next();
 }
 
 } // namespace corvane::inspect

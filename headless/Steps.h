@@ -11,21 +11,21 @@
 namespace corvane::inspect {
 
 struct Step {
-    std::string sVerb;
-    std::string sRest; // all behind the verb's blank
-    int nLine;
-    std::string sFile = {};
-    bool bInModal = false; // is indented: for while a modal window is open
+    std::string verb;
+    std::string rest; // all behind the verb's blank
+    int line;
+    std::string file = {};
+    bool inModal = false; // is indented: for while a modal window is open
 };
 
 // Reads the steps of a file; empty lines and lines that begin with "#" are none. Fails with 5, naming file and line,
 // for a step that doesn't exist or lacks a field.
-[[nodiscard]] std::vector<Step> ReadSteps(std::istream& oStream, const std::string& sFile);
+[[nodiscard]] std::vector<Step> ReadSteps(std::istream& stream, const std::string& file);
 
 // Takes a step. A failure that leaves the library is noted by the host; an expectation that isn't met, in its record.
-void Take(ModelHost& oHost, const Step& oStep);
+void Take(ModelHost& host, const Step& step);
 // Takes them one after another; behind the end of the application only expectations. A modal window stays open for the
 // indented steps behind the one that opened it, and is closed before the next that isn't.
-void TakeAll(ModelHost& oHost, const std::vector<Step>& aSteps);
+void TakeAll(ModelHost& host, const std::vector<Step>& steps);
 
 } // namespace corvane::inspect

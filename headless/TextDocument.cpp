@@ -14,106 +14,106 @@ namespace {
 
 class Writer {
 public:
-    void Heading(const std::string& sText) {
-        if (m_oText.tellp() > 0)
-            m_oText << "\n";
-        m_oText << sText << "\n";
+    void Heading(const std::string& text) {
+        if (m_text.tellp() > 0)
+            m_text << "\n";
+        m_text << text << "\n";
     }
-    void Line(int nDepth, const std::string& sText) {
-        m_oText << std::string(static_cast<std::size_t>(nDepth) * 2, ' ') << sText << "\n";
+    void Line(int depth, const std::string& text) {
+        m_text << std::string(static_cast<std::size_t>(depth) * 2, ' ') << text << "\n";
     }
-    void BandEntries(const Band& oBand, int nDepth) { m_oText << BandAsText(oBand, nDepth); }
-    void Nodes(const std::vector<Node*>& aSiblings, int nDepth) {
-        for (const Node* pNode : aSiblings) {
-            Line(nDepth, pNode->Text() + (pNode->Selected() ? "  (selected)" : ""));
-            Nodes(pNode->Children(), nDepth + 1);
+    void BandEntries(const Band& band, int depth) { m_text << BandAsText(band, depth); }
+    void Nodes(const std::vector<Node*>& siblings, int depth) {
+        for (const Node* node : siblings) {
+            Line(depth, node->Text() + (node->Selected() ? "  (selected)" : ""));
+            Nodes(node->Children(), depth + 1);
         }
     }
-    [[nodiscard]] std::string Text() const { return m_oText.str(); }
+    [[nodiscard]] std::string Text() const { return m_text.str(); }
 
 private:
-    std::ostringstream m_oText;
+    std::ostringstream m_text;
 };
 
-void WriteBands(Writer& oWriter, const ModelHost& oHost) {
-    const auto& aBands = oHost.Bar()->Bands()->All();
-    for (const auto& oBand : aBands)
-        if (oBand->Kind() == BandKind::MenuBar) {
-            oWriter.Heading("Menus");
-            oWriter.BandEntries(*oBand, 1);
+void WriteBands(Writer& writer, const ModelHost& host) {
+    const auto& bands = host.Bar()->Bands()->All();
+    for (const auto& band : bands)
+        if (band->Kind() == BandKind::MenuBar) {
+            writer.Heading("Menus");
+            writer.BandEntries(*band, 1);
         }
-    for (const auto& oBand : aBands)
-        if (oBand->Kind() == BandKind::Toolbar) {
-            oWriter.Heading("Toolbar " + oBand->Caption() + (oBand->Visible() ? "" : "  (hidden)"));
-            oWriter.BandEntries(*oBand, 1);
+    for (const auto& band : bands)
+        if (band->Kind() == BandKind::Toolbar) {
+            writer.Heading("Toolbar " + band->Caption() + (band->Visible() ? "" : "  (hidden)"));
+            writer.BandEntries(*band, 1);
         }
-    constexpr std::string_view sContext = "Context.";
-    for (const auto& oBand : aBands)
-        if (oBand->Kind() == BandKind::Popup && EqualText(oBand->Name().substr(0, sContext.size()), sContext)) {
-            oWriter.Heading("Context menu of " + oBand->Name().substr(sContext.size()));
-            oWriter.BandEntries(*oBand, 1);
+    constexpr std::string_view context = "Context.";
+    for (const auto& band : bands)
+        if (band->Kind() == BandKind::Popup && EqualText(band->Name().substr(0, context.size()), context)) {
+            writer.Heading("Context menu of " + band->Name().substr(context.size()));
+            writer.BandEntries(*band, 1);
         }
 }
 
-void WriteExplorer(Writer& oWriter, const ModelHost& oHost) {
-    const bool bVisible = oHost.Bar()->Bands()->Item("Explorer")->Visible();
-    oWriter.Heading(std::string("Explorer") + (bVisible ? "" : "  (hidden)"));
-    for (const auto& tvw : oHost.Trees()) {
-        oWriter.Line(1, "[" + oHost.Tabs()->CaptionOf(tvw->Container()) + "]" +
-                            (tvw->Container() == oHost.Tabs()->Tab() ? "" : "  (behind)"));
-        oWriter.Nodes(tvw->GetNodes()->Roots(), 2);
+void WriteExplorer(Writer& writer, const ModelHost& host) {
+    const bool visible = host.Bar()->Bands()->Item("Explorer")->Visible();
+    writer.Heading(std::string("Explorer") + (visible ? "" : "  (hidden)"));
+    for (const auto& tvw : host.Trees()) {
+        writer.Line(1, "[" + host.Tabs()->CaptionOf(tvw->Container()) + "]" +
+                           (tvw->Container() == host.Tabs()->Tab() ? "" : "  (behind)"));
+        writer.Nodes(tvw->GetNodes()->Roots(), 2);
     }
 }
 
-void WriteRecord(Writer& oWriter, const ModelHost& oHost) {
-    const Record& oRecord = oHost.Recorded();
-    if (!oRecord.aMessages.empty())
-        oWriter.Heading("Messages");
-    for (const auto& oMessage : oRecord.aMessages)
-        oWriter.Line(1, oMessage.sTitle + ": " + oMessage.sText);
-    if (!oRecord.aLog.empty())
-        oWriter.Heading("Log");
-    for (const auto& oEntry : oRecord.aLog) {
-        std::string sLine = oEntry.sModule + "." + oEntry.sProcedure + ": " + std::to_string(oEntry.oFailure.Number) +
-                            " " + oEntry.oFailure.Source + ": " + oEntry.oFailure.Description;
-        if (!oEntry.sContext.empty())
-            sLine += "  {" + oEntry.sContext + "}";
-        if (oEntry.oFailure.Line > 0)
-            sLine += "  line " + std::to_string(oEntry.oFailure.Line);
-        oWriter.Line(1, sLine + (oEntry.bShown ? "  (shown)" : ""));
+void WriteRecord(Writer& writer, const ModelHost& host) {
+    const Record& record = host.Recorded();
+    if (!record.messages.empty())
+        writer.Heading("Messages");
+    for (const auto& message : record.messages)
+        writer.Line(1, message.title + ": " + message.text);
+    if (!record.log.empty())
+        writer.Heading("Log");
+    for (const auto& entry : record.log) {
+        std::string line = entry.module + "." + entry.procedure + ": " + std::to_string(entry.failure.Number) + " " +
+                           entry.failure.Source + ": " + entry.failure.Description;
+        if (!entry.context.empty())
+            line += "  {" + entry.context + "}";
+        if (entry.failure.Line > 0)
+            line += "  line " + std::to_string(entry.failure.Line);
+        writer.Line(1, line + (entry.shown ? "  (shown)" : ""));
     }
-    if (const auto& oFailure = oHost.FirstFailure()) {
-        oWriter.Heading("Failure");
-        oWriter.Line(1, std::to_string(oFailure->Number) + " " + oFailure->Source + ": " + oFailure->Description);
+    if (const auto& failure = host.FirstFailure()) {
+        writer.Heading("Failure");
+        writer.Line(1, std::to_string(failure->Number) + " " + failure->Source + ": " + failure->Description);
     }
 }
 
 } // namespace
 
-std::string TextDocument(const ModelHost& oHost, const DocumentOptions& /*oOptions*/) {
-    Writer oWriter;
-    const Ref<Framework> oFramework = CorvaneMain::Framework();
-    if (const auto oServiceManager = oFramework ? oFramework->ServiceManager() : nullptr) {
-        oWriter.Heading("Services");
-        for (const auto& oServiceDef : oServiceManager->ServiceDefs())
-            oWriter.Line(1, oServiceDef->Name() + "  " + oServiceDef->ProgID() +
-                                (oServiceDef->IsStartService() ? "  (start service)" : ""));
+std::string TextDocument(const ModelHost& host, const DocumentOptions& /*options*/) {
+    Writer writer;
+    const Ref<Framework> framework = CorvaneMain::Framework();
+    if (const auto serviceManager = framework ? framework->ServiceManager() : nullptr) {
+        writer.Heading("Services");
+        for (const auto& serviceDef : serviceManager->ServiceDefs())
+            writer.Line(1, serviceDef->Name() + "  " + serviceDef->ProgID() +
+                               (serviceDef->IsStartService() ? "  (start service)" : ""));
     }
-    WriteBands(oWriter, oHost);
-    WriteExplorer(oWriter, oHost);
-    if (const auto oWindowManager = oFramework ? oFramework->WindowManager() : nullptr;
-        oWindowManager && oWindowManager->Windows() && oWindowManager->Windows()->Count() > 0) {
-        oWriter.Heading("Windows");
-        for (const auto& oWindow : oWindowManager->Windows())
-            oWriter.Line(1, oWindow->WindowDef()->Name() + "  " + oWindow->Caption() + "  key " + oWindow->Key());
+    WriteBands(writer, host);
+    WriteExplorer(writer, host);
+    if (const auto windowManager = framework ? framework->WindowManager() : nullptr;
+        windowManager && windowManager->Windows() && windowManager->Windows()->Count() > 0) {
+        writer.Heading("Windows");
+        for (const auto& window : windowManager->Windows())
+            writer.Line(1, window->WindowDef()->Name() + "  " + window->Caption() + "  key " + window->Key());
     }
-    if (const std::string sStatus = oHost.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
-        !sStatus.empty()) {
-        oWriter.Heading("Status");
-        oWriter.Line(1, sStatus);
+    if (const std::string status = host.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+        !status.empty()) {
+        writer.Heading("Status");
+        writer.Line(1, status);
     }
-    WriteRecord(oWriter, oHost);
-    return oWriter.Text();
+    WriteRecord(writer, host);
+    return writer.Text();
 }
 
 } // namespace corvane::inspect

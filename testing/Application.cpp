@@ -24,7 +24,7 @@ namespace corvane::testing {
 namespace {
 
 // Below the root only the known groups may stand, but anything in them.
-constexpr const char* sSchema = R"(<?xml version="1.0"?>
+constexpr const char* schema = R"(<?xml version="1.0"?>
 <xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
  <xs:complexType name="Group">
   <xs:sequence><xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/></xs:sequence>
@@ -42,12 +42,12 @@ constexpr const char* sSchema = R"(<?xml version="1.0"?>
  </xs:element>
 </xs:schema>)";
 
-std::string LittleEndian(std::initializer_list<std::pair<unsigned, int>> aNumbers) {
-    std::string sBytes;
-    for (const auto& [nNumber, nBytes] : aNumbers)
-        for (int i = 0; i < nBytes; ++i)
-            sBytes += static_cast<char>((nNumber >> (8 * i)) & 0xFFu);
-    return sBytes;
+std::string LittleEndian(std::initializer_list<std::pair<unsigned, int>> numbers) {
+    std::string bytes;
+    for (const auto& [number, byteCount] : numbers)
+        for (int i = 0; i < byteCount; ++i)
+            bytes += static_cast<char>((number >> (8 * i)) & 0xFFu);
+    return bytes;
 }
 
 // One red pixel.
@@ -76,51 +76,50 @@ std::string Ico() {
                          {8, 4},  {0, 4},  {0, 4}, {0, 4}, {0, 4}, {0x00FF0000u, 4}, {0, 4}});
 }
 
-std::string ArgumentText(const Variant& vArgument) {
-    if (vArgument.IsObject()) {
-        const auto oItem = ToObject(vArgument).TryAs<ActionItem>();
-        return oItem ? oItem->Name() : "-";
+std::string ArgumentText(const Variant& argument) {
+    if (argument.IsObject()) {
+        const auto item = ToObject(argument).TryAs<ActionItem>();
+        return item ? item->Name() : "-";
     }
-    return vArgument.IsEmpty() ? "-" : ToText(vArgument);
+    return argument.IsEmpty() ? "-" : ToText(argument);
 }
 
-std::string CallText(const inspect::RecordedCall& oCall) {
-    std::string sText = oCall.sObject + " " + oCall.sMember;
-    if (oCall.aArguments.empty())
-        return sText;
-    std::string sArguments;
-    for (const auto& vArgument : oCall.aArguments)
-        sArguments += (&vArgument == &oCall.aArguments.front() ? "" : ", ") + ArgumentText(vArgument);
-    return sText + "(" + sArguments + ")";
+std::string CallText(const inspect::RecordedCall& call) {
+    std::string text = call.object + " " + call.member;
+    if (call.arguments.empty())
+        return text;
+    std::string arguments;
+    for (const auto& argument : call.arguments)
+        arguments += (&argument == &call.arguments.front() ? "" : ", ") + ArgumentText(argument);
+    return text + "(" + arguments + ")";
 }
 
-void AddNodes(Lines& aLines, const std::vector<Node*>& aSiblings, std::size_t nDepth) {
-    for (const Node* pNode : aSiblings) {
-        aLines.push_back(std::string(nDepth, ' ') + pNode->Key());
-        AddNodes(aLines, pNode->Children(), nDepth + 1);
+void AddNodes(Lines& lines, const std::vector<Node*>& siblings, std::size_t depth) {
+    for (const Node* node : siblings) {
+        lines.push_back(std::string(depth, ' ') + node->Key());
+        AddNodes(lines, node->Children(), depth + 1);
     }
 }
 
 } // namespace
 
-std::string ServiceXml(const std::string& sName, const std::string& sContent,
-                       std::initializer_list<Attribute> aAttributes) {
-    std::map<std::string, std::string> mapAttributes{
-        {"Name", sName}, {"ProgID", sName + ".Service"}, {"Active", "true"}};
-    for (const auto& [sAttribute, sValue] : aAttributes)
-        mapAttributes[sAttribute] = sValue;
-    std::string sXml = "<Service";
-    for (const auto& [sAttribute, sValue] : mapAttributes)
-        sXml += " " + sAttribute + "=\"" + sValue + "\"";
-    return sXml + ">" + sContent + "</Service>";
+std::string ServiceXml(const std::string& name, const std::string& content,
+                       std::initializer_list<Attribute> attributes) {
+    std::map<std::string, std::string> attributesMap{{"Name", name}, {"ProgID", name + ".Service"}, {"Active", "true"}};
+    for (const auto& [attribute, value] : attributes)
+        attributesMap[attribute] = value;
+    std::string xml = "<Service";
+    for (const auto& [attribute, value] : attributesMap)
+        xml += " " + attribute + "=\"" + value + "\"";
+    return xml + ">" + content + "</Service>";
 }
 
 Application::Application() {
-    std::string sTemplate = (std::filesystem::temp_directory_path() / "corvane-XXXXXX").string();
-    if (!::mkdtemp(sTemplate.data()))
+    std::string templateText = (std::filesystem::temp_directory_path() / "corvane-XXXXXX").string();
+    if (!::mkdtemp(templateText.data()))
         throw std::runtime_error("no temporary folder");
-    m_sFolder = sTemplate;
-    AddFile("Services/Service.xdr", sSchema);
+    m_folder = templateText;
+    AddFile("Services/Service.xdr", schema);
     AddFile("Images/GenericExplorerItem.ico", Ico());
     AddFile("Images/open.bmp", Bmp());
     AddDefinition("!Shell.xml",
@@ -130,63 +129,63 @@ Application::Application() {
                              {{"ProgID", "Corvane.Framework"}}));
 }
 
-Application::Application(std::string sFolder) : m_sFolder(std::move(sFolder)), m_bIsOwn(false) {
-    if (!std::filesystem::is_directory(m_sFolder))
-        Fail(FailureNumber::PathNotFound, "There is no application folder \"" + m_sFolder + "\"");
+Application::Application(std::string folder) : m_folder(std::move(folder)), m_isOwn(false) {
+    if (!std::filesystem::is_directory(m_folder))
+        Fail(FailureNumber::PathNotFound, "There is no application folder \"" + m_folder + "\"");
 }
 
 Application::~Application() {
-    m_pHost.reset();
-    std::error_code oError;
-    if (m_bIsOwn)
-        std::filesystem::remove_all(m_sFolder, oError);
+    m_host.reset();
+    std::error_code error;
+    if (m_isOwn)
+        std::filesystem::remove_all(m_folder, error);
 }
 
-Application& Application::AddFile(const std::string& sPath, std::string_view sBytes) {
+Application& Application::AddFile(const std::string& pathText, std::string_view bytes) {
     CheckIsOwn();
-    const std::filesystem::path oPath = std::filesystem::path(m_sFolder) / sPath;
-    std::filesystem::create_directories(oPath.parent_path());
-    std::ofstream(oPath, std::ios::binary) << sBytes;
+    const std::filesystem::path path = std::filesystem::path(m_folder) / pathText;
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
     return *this;
 }
 
 void Application::CheckIsOwn() const {
-    if (!m_bIsOwn)
-        Fail(FailureNumber::InvalidProcedureCall, "The application folder \"" + m_sFolder + "\" isn't the test's own");
+    if (!m_isOwn)
+        Fail(FailureNumber::InvalidProcedureCall, "The application folder \"" + m_folder + "\" isn't the test's own");
 }
 
-Application& Application::RemoveFile(const std::string& sPath) {
+Application& Application::RemoveFile(const std::string& path) {
     CheckIsOwn();
-    std::filesystem::remove_all(std::filesystem::path(m_sFolder) / sPath);
+    std::filesystem::remove_all(std::filesystem::path(m_folder) / path);
     return *this;
 }
 
-Application& Application::AddDefinition(const std::string& sFile, const std::string& sXml) {
-    return AddFile("Services/" + sFile, sXml);
+Application& Application::AddDefinition(const std::string& file, const std::string& xml) {
+    return AddFile("Services/" + file, xml);
 }
 
-Application& Application::AddService(const std::string& sName, const std::string& sContent,
-                                     std::initializer_list<Attribute> aAttributes) {
-    return AddDefinition(sName + ".xml", ServiceXml(sName, sContent, aAttributes));
+Application& Application::AddService(const std::string& name, const std::string& content,
+                                     std::initializer_list<Attribute> attributes) {
+    return AddDefinition(name + ".xml", ServiceXml(name, content, attributes));
 }
 
-Application& Application::SetStandIns(const std::string& sJson) {
-    return AddFile("standins.json", sJson);
+Application& Application::SetStandIns(const std::string& json) {
+    return AddFile("standins.json", json);
 }
 
 void Application::Load() {
-    m_nCallsTaken = m_nLogTaken = m_nUnmetTaken = 0;
-    m_pHost = std::make_unique<inspect::ModelHost>(
-        inspect::HostOptions{.sApplicationFolder = m_sFolder, .bStandIns = m_bIsOwn, .oXml = nullptr});
+    m_callsTaken = m_logTaken = m_unmetTaken = 0;
+    m_host = std::make_unique<inspect::ModelHost>(
+        inspect::HostOptions{.applicationFolder = m_folder, .standIns = m_isOwn, .xml = nullptr});
 }
 
 Long Application::Start() {
     Load();
-    return m_pHost->Start() ? 0 : m_pHost->FirstFailure()->Number;
+    return m_host->Start() ? 0 : m_host->FirstFailure()->Number;
 }
 
 void Application::Stop() {
-    m_pHost.reset();
+    m_host.reset();
 }
 
 Ref<ServiceManager> Application::Services() const {
@@ -205,86 +204,86 @@ Ref<WindowManager> Application::Windows() const {
     return CorvaneMain::Framework()->WindowManager();
 }
 
-Ref<Tool> Application::MasterTool(const std::string& sName) const {
-    return m_pHost->Bar()->Tools()->Item(sName);
+Ref<Tool> Application::MasterTool(const std::string& name) const {
+    return m_host->Bar()->Tools()->Item(name);
 }
 
-void Application::Take(const std::string& sSteps) {
-    std::istringstream oSteps(sSteps);
-    inspect::TakeAll(*m_pHost, inspect::ReadSteps(oSteps, "steps"));
+void Application::Take(const std::string& stepsText) {
+    std::istringstream steps(stepsText);
+    inspect::TakeAll(*m_host, inspect::ReadSteps(steps, "steps"));
 }
 
-Long Application::Click(const std::string& sTool) const {
+Long Application::Click(const std::string& tool) const {
     try {
-        m_pHost->Bar()->Click(MasterTool(sTool));
+        m_host->Bar()->Click(MasterTool(tool));
         return 0;
-    } catch (const Failure& oFailure) {
-        return oFailure.Number;
+    } catch (const Failure& failure) {
+        return failure.Number;
     }
 }
 
 Lines Application::TakeCalls() {
-    Lines aLines;
-    const auto& aCalls = m_pHost->Recorded().aCalls;
-    for (; m_nCallsTaken < aCalls.size(); ++m_nCallsTaken)
-        aLines.push_back(CallText(aCalls[m_nCallsTaken]));
-    return aLines;
+    Lines lines;
+    const auto& calls = m_host->Recorded().calls;
+    for (; m_callsTaken < calls.size(); ++m_callsTaken)
+        lines.push_back(CallText(calls[m_callsTaken]));
+    return lines;
 }
 
 Lines Application::TakeLog() {
-    Lines aLines;
-    const auto& aLog = m_pHost->Recorded().aLog;
-    for (; m_nLogTaken < aLog.size(); ++m_nLogTaken)
-        aLines.push_back(aLog[m_nLogTaken].sModule + "." + aLog[m_nLogTaken].sProcedure + " " +
-                         std::to_string(aLog[m_nLogTaken].oFailure.Number));
-    return aLines;
+    Lines lines;
+    const auto& log = m_host->Recorded().log;
+    for (; m_logTaken < log.size(); ++m_logTaken)
+        lines.push_back(log[m_logTaken].module + "." + log[m_logTaken].procedure + " " +
+                        std::to_string(log[m_logTaken].failure.Number));
+    return lines;
 }
 
 Lines Application::TakeUnmet() {
-    const auto& aUnmet = m_pHost->Recorded().aUnmet;
-    Lines aLines(aUnmet.begin() + static_cast<std::ptrdiff_t>(m_nUnmetTaken), aUnmet.end());
-    m_nUnmetTaken = aUnmet.size();
-    return aLines;
+    const auto& unmet = m_host->Recorded().unmet;
+    Lines lines(unmet.begin() + static_cast<std::ptrdiff_t>(m_unmetTaken), unmet.end());
+    m_unmetTaken = unmet.size();
+    return lines;
 }
 
 std::string Application::Text() const {
-    return inspect::TextDocument(*m_pHost, {});
+    return inspect::TextDocument(*m_host, {});
 }
 
 std::string Application::Status() const {
-    return m_pHost->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+    return m_host->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
 }
 
-std::string Application::BandText(const std::string& sBand) const {
-    return BandAsText(*m_pHost->Bar()->Bands()->Item(sBand));
+std::string Application::BandText(const std::string& band) const {
+    return BandAsText(*m_host->Bar()->Bands()->Item(band));
 }
 
-std::string Application::BandNames(const std::string& sBand) const {
-    std::string sNames;
-    for (const auto& oInstance : m_pHost->Bar()->Bands()->Item(sBand)->Tools()->All())
-        sNames += (sNames.empty() ? "" : " ") + (oInstance->Name() == "Separator" ? "|" : oInstance->Name());
-    return sNames;
+std::string Application::BandNames(const std::string& band) const {
+    std::string names;
+    for (const auto& instance : m_host->Bar()->Bands()->Item(band)->Tools()->All())
+        names += (names.empty() ? "" : " ") + (instance->Name() == "Separator" ? "|" : instance->Name());
+    return names;
 }
 
 Lines Application::OpenWindows() const {
-    Lines aNames;
-    for (const auto& oWindow : Windows()->Windows())
-        aNames.push_back(oWindow->WindowDef()->Name());
-    return aNames;
+    Lines names;
+    for (const auto& window : Windows()->Windows())
+        names.push_back(window->WindowDef()->Name());
+    return names;
 }
 
-std::size_t Application::TabOf(const std::string& sCaption) const {
-    const auto aTrees = m_pHost->Trees();
-    for (std::size_t iTab = 0; iTab < aTrees.size(); ++iTab)
-        if (EqualText(aTrees[iTab]->Tag(), sCaption))
-            return iTab;
-    Fail(FailureNumber::InvalidProcedureCall, "There is no tab \"" + sCaption + "\"");
+std::size_t Application::TabOf(const std::string& caption) const {
+    const auto trees = m_host->Trees();
+    for (std::size_t tab = 0; tab < trees.size(); ++tab)
+        if (EqualText(trees[tab]->Tag(), caption))
+            return tab;
+    Fail(FailureNumber::InvalidProcedureCall, "There is no tab \"" + caption + "\"");
 }
 
-Lines Application::Nodes(std::size_t iTab) const {
-    Lines aLines;
-    AddNodes(aLines, m_pHost->Trees().at(iTab)->GetNodes()->Roots(), 0);
-    return aLines;
+Lines Application::Nodes(std::size_t tab) const {
+    Lines lines;
+    AddNodes(lines, m_host->Trees().at(tab)->GetNodes()->Roots(), 0);
+    return lines;
 }
 
 } // namespace corvane::testing

@@ -27,9 +27,9 @@ using Lines = std::vector<std::string>;
 // An attribute of ServiceXml, as in {"Active", "false"}; it takes the place of the usual one.
 using Attribute = std::pair<std::string, std::string>;
 
-// A definition file: an active service named sName of the ProgID "sName.Service" around sContent.
-[[nodiscard]] std::string ServiceXml(const std::string& sName, const std::string& sContent = {},
-                                     std::initializer_list<Attribute> aAttributes = {});
+// A definition file: an active service named name of the ProgID "name.Service" around content.
+[[nodiscard]] std::string ServiceXml(const std::string& name, const std::string& content = {},
+                                     std::initializer_list<Attribute> attributes = {});
 
 class Application {
 public:
@@ -37,19 +37,19 @@ public:
     // "!Shell.xml", which is read first and gives the explorer the action "Navigation" that it needs.
     Application();
     // An application folder that exists. Nothing is written there. Fails with 76 when it doesn't exist.
-    explicit Application(std::string sFolder);
+    explicit Application(std::string folder);
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
     // Before Start, in a folder of the test's own (5 otherwise). The file goes into the folder "Services"; AddService
-    // makes it of ServiceXml, as sName.xml.
-    Application& AddDefinition(const std::string& sFile, const std::string& sXml);
-    Application& AddService(const std::string& sName, const std::string& sContent = {},
-                            std::initializer_list<Attribute> aAttributes = {});
-    Application& SetStandIns(const std::string& sJson);
-    Application& AddFile(const std::string& sPath, std::string_view sBytes); // below the application's folder
-    Application& RemoveFile(const std::string& sPath);
+    // makes it of ServiceXml, as name.xml.
+    Application& AddDefinition(const std::string& file, const std::string& xml);
+    Application& AddService(const std::string& name, const std::string& content = {},
+                            std::initializer_list<Attribute> attributes = {});
+    Application& SetStandIns(const std::string& json);
+    Application& AddFile(const std::string& pathText, std::string_view bytes); // below the application's folder
+    Application& RemoveFile(const std::string& path);
 
     // Brings the application up. The number of the failure that stopped it, else 0.
     Long Start();
@@ -58,21 +58,21 @@ public:
     // The same up to where the library is loaded and nothing has been read.
     void Load();
 
-    [[nodiscard]] const std::string& Folder() const { return m_sFolder; }
-    [[nodiscard]] inspect::ModelHost& Host() const { return *m_pHost; }
+    [[nodiscard]] const std::string& Folder() const { return m_folder; }
+    [[nodiscard]] inspect::ModelHost& Host() const { return *m_host; }
     [[nodiscard]] Ref<corvane::ServiceManager> Services() const;
     [[nodiscard]] Ref<corvane::MenuManager> Menus() const;
     [[nodiscard]] Ref<corvane::ExplorerManager> Explorer() const;
     [[nodiscard]] Ref<corvane::WindowManager> Windows() const;
-    [[nodiscard]] Ref<Tool> MasterTool(const std::string& sName) const; // fails with 5 when there is none
+    [[nodiscard]] Ref<Tool> MasterTool(const std::string& name) const; // fails with 5 when there is none
 
     // Steps of an inspection, one a line, such as "node 0 Root". What a failure leaves the library with stays with the
     // host.
-    void Take(const std::string& sSteps);
+    void Take(const std::string& stepsText);
     // What steps "expect" have found otherwise since the last call, with the numbers of their lines.
     [[nodiscard]] Lines TakeUnmet();
     // A person chooses a tool. The number of the failure that comes out of the bar, else 0.
-    [[nodiscard]] Long Click(const std::string& sTool) const;
+    [[nodiscard]] Long Click(const std::string& tool) const;
 
     // What stand-ins have heard since the last call, as "P.A#1 DoX", arguments in parentheses: texts as they are,
     // action items by name, nothing as "-".
@@ -84,25 +84,25 @@ public:
     // The text of the status line.
     [[nodiscard]] std::string Status() const;
     // A band as the text of an inspection: an entry a line, two blanks a level.
-    [[nodiscard]] std::string BandText(const std::string& sBand) const;
+    [[nodiscard]] std::string BandText(const std::string& band) const;
     // The names of a band's instances, "|" for a separator, with one blank between.
-    [[nodiscard]] std::string BandNames(const std::string& sBand) const;
+    [[nodiscard]] std::string BandNames(const std::string& band) const;
     // The names of the open windows' definitions, in order of opening.
     [[nodiscard]] Lines OpenWindows() const;
     // The tab of the explorer with that caption, from 0. Fails with 5 when there is none.
-    [[nodiscard]] std::size_t TabOf(const std::string& sCaption) const;
+    [[nodiscard]] std::size_t TabOf(const std::string& caption) const;
     // The keys of the tab's nodes, depth first, each with a blank for each level before it.
-    [[nodiscard]] Lines Nodes(std::size_t iTab = 0) const;
+    [[nodiscard]] Lines Nodes(std::size_t tab = 0) const;
 
 private:
     void CheckIsOwn() const;
 
-    std::string m_sFolder;
-    bool m_bIsOwn = true;
-    std::unique_ptr<inspect::ModelHost> m_pHost;
-    std::size_t m_nCallsTaken = 0;
-    std::size_t m_nLogTaken = 0;
-    std::size_t m_nUnmetTaken = 0;
+    std::string m_folder;
+    bool m_isOwn = true;
+    std::unique_ptr<inspect::ModelHost> m_host;
+    std::size_t m_callsTaken = 0;
+    std::size_t m_logTaken = 0;
+    std::size_t m_unmetTaken = 0;
 };
 
 } // namespace corvane::testing

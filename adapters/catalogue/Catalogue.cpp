@@ -10,200 +10,200 @@ namespace corvane {
 
 namespace {
 
-std::string IndexKey(const std::string& sKey, const std::string& sText) {
-    return sKey + '\x04' + sText; // as gettext itself joins the two
+std::string IndexKey(const std::string& key, const std::string& text) {
+    return key + '\x04' + text; // as gettext itself joins the two
 }
 
 // "%1", "%n" and the like, sorted.
-std::vector<std::string> PlaceholdersIn(const std::string& sText) {
-    std::vector<std::string> aPlaceholders;
-    for (std::size_t i = sText.find('%'); i != std::string::npos; i = sText.find('%', i + 1))
-        if (const char c = i + 1 < sText.size() ? sText[i + 1] : ' '; c == 'n' || (c >= '0' && c <= '9'))
-            aPlaceholders.push_back(sText.substr(i, 2));
-    std::sort(aPlaceholders.begin(), aPlaceholders.end());
-    return aPlaceholders;
+std::vector<std::string> PlaceholdersIn(const std::string& text) {
+    std::vector<std::string> placeholders;
+    for (std::size_t i = text.find('%'); i != std::string::npos; i = text.find('%', i + 1))
+        if (const char c = i + 1 < text.size() ? text[i + 1] : ' '; c == 'n' || (c >= '0' && c <= '9'))
+            placeholders.push_back(text.substr(i, 2));
+    std::sort(placeholders.begin(), placeholders.end());
+    return placeholders;
 }
 
 // "Caption" of "Service Data/MenuItem File.Open/Caption".
-std::string_view AttributeIn(std::string_view sKey) {
-    return sKey.substr(sKey.rfind('/') + 1);
+std::string_view AttributeIn(std::string_view key) {
+    return key.substr(key.rfind('/') + 1);
 }
 
-std::string Quoted(const std::string& sText) {
-    std::string sQuoted = "\"";
-    for (const char c : sText) {
-        static constexpr std::string_view sMeanings = "\n\r\t\"\\";
-        static constexpr std::string_view sLetters = "nrt\"\\";
-        if (const std::size_t i = sMeanings.find(c); i != std::string_view::npos)
-            sQuoted.append("\\").append(1, sLetters[i]);
+std::string Quoted(const std::string& text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        static constexpr std::string_view meanings = "\n\r\t\"\\";
+        static constexpr std::string_view letters = "nrt\"\\";
+        if (const std::size_t i = meanings.find(c); i != std::string_view::npos)
+            quoted.append("\\").append(1, letters[i]);
         else
-            sQuoted += c;
+            quoted += c;
     }
-    return sQuoted + '"';
+    return quoted + '"';
 }
 
 // A text of several lines stands on several, below an empty string, as gettext's own tools write it.
-std::string Statement(const std::string& sPrefix, const char* sWord, const std::string& sText) {
-    std::string sStatement = sPrefix + sWord + " ";
-    if (const std::size_t i = sText.find('\n'); i == std::string::npos || i + 1 == sText.size())
-        return sStatement + Quoted(sText) + "\n";
-    sStatement += "\"\"\n";
-    for (std::size_t i = 0; i < sText.size();) {
-        const std::size_t iEnd = std::min(sText.find('\n', i), sText.size() - 1) + 1;
-        sStatement += sPrefix + Quoted(sText.substr(i, iEnd - i)) + "\n";
-        i = iEnd;
+std::string Statement(const std::string& prefix, const char* word, const std::string& text) {
+    std::string statement = prefix + word + " ";
+    if (const std::size_t i = text.find('\n'); i == std::string::npos || i + 1 == text.size())
+        return statement + Quoted(text) + "\n";
+    statement += "\"\"\n";
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t end = std::min(text.find('\n', i), text.size() - 1) + 1;
+        statement += prefix + Quoted(text.substr(i, end - i)) + "\n";
+        i = end;
     }
-    return sStatement;
+    return statement;
 }
 
-std::string MessageText(const CatalogueMessage& oMessage) {
-    std::string sText;
-    for (const std::string& sRemark : oMessage.aRemarks)
-        sText += sRemark.empty() ? "#\n" : "# " + sRemark + "\n";
-    if (!oMessage.sPlace.empty() && !oMessage.bVanished)
-        sText += "#: " + oMessage.sPlace + "\n";
-    if (oMessage.bUnsure)
-        sText += "#, fuzzy\n";
-    const std::string sPrefix = oMessage.bVanished ? "#~ " : "";
-    if (!oMessage.sPrevious.empty() && !oMessage.bVanished)
-        sText += Statement("#| ", "msgid", oMessage.sPrevious);
-    if (!oMessage.sKey.empty())
-        sText += Statement(sPrefix, "msgctxt", oMessage.sKey);
-    return sText + Statement(sPrefix, "msgid", oMessage.sText) + Statement(sPrefix, "msgstr", oMessage.sTranslation);
+std::string MessageText(const CatalogueMessage& message) {
+    std::string text;
+    for (const std::string& remark : message.remarks)
+        text += remark.empty() ? "#\n" : "# " + remark + "\n";
+    if (!message.place.empty() && !message.vanished)
+        text += "#: " + message.place + "\n";
+    if (message.unsure)
+        text += "#, fuzzy\n";
+    const std::string prefix = message.vanished ? "#~ " : "";
+    if (!message.previous.empty() && !message.vanished)
+        text += Statement("#| ", "msgid", message.previous);
+    if (!message.key.empty())
+        text += Statement(prefix, "msgctxt", message.key);
+    return text + Statement(prefix, "msgid", message.text) + Statement(prefix, "msgstr", message.translation);
 }
 
 } // namespace
 
-bool HasMnemonic(std::string_view sKey) {
-    return AttributeIn(sKey) == "Caption" &&
-           (sKey.find("MenuItem ") != std::string_view::npos || sKey.find("MenuTitle ") != std::string_view::npos ||
-            sKey.find("ToolbarItem ") != std::string_view::npos);
+bool HasMnemonic(std::string_view key) {
+    return AttributeIn(key) == "Caption" &&
+           (key.find("MenuItem ") != std::string_view::npos || key.find("MenuTitle ") != std::string_view::npos ||
+            key.find("ToolbarItem ") != std::string_view::npos);
 }
 
-std::string ClashOf(const CatalogueMessage& oMessage) {
-    const std::string& sText = oMessage.sText;
-    const std::string& sTranslation = oMessage.sTranslation;
-    if (PlaceholdersIn(sText) != PlaceholdersIn(sTranslation))
+std::string ClashOf(const CatalogueMessage& message) {
+    const std::string& text = message.text;
+    const std::string& translation = message.translation;
+    if (PlaceholdersIn(text) != PlaceholdersIn(translation))
         return "the placeholders differ from those of the text";
-    if (sText.find('\n') == std::string::npos && sTranslation.find('\n') != std::string::npos)
+    if (text.find('\n') == std::string::npos && translation.find('\n') != std::string::npos)
         return "there is a line break, and none in the text";
-    if (HasMnemonic(oMessage.sKey) && std::count(sText.begin(), sText.end(), '#') < 2 &&
-        std::count(sTranslation.begin(), sTranslation.end(), '#') > 1)
+    if (HasMnemonic(message.key) && std::count(text.begin(), text.end(), '#') < 2 &&
+        std::count(translation.begin(), translation.end(), '#') > 1)
         return "there is more than one \"#\", which marks the letter of the mnemonic";
     return {};
 }
 
-Catalogue Catalogue::Read(std::string_view sBytes, std::vector<CatalogueFault>& aFaults) {
-    Catalogue oCatalogue;
-    CatalogueReader oReader(aFaults);
-    if (!oReader.Read(sBytes))
+Catalogue Catalogue::Read(std::string_view bytes, std::vector<CatalogueFault>& faults) {
+    Catalogue catalogue;
+    CatalogueReader reader(faults);
+    if (!reader.Read(bytes))
         return {};
-    oCatalogue.m_oHeader = oReader.TakeHeader();
-    oCatalogue.m_aMessages = oReader.TakeMessages();
-    for (const CatalogueMessage& oMessage : oCatalogue.m_aMessages)
-        if (const std::string sClash = oMessage.IsFinished() ? ClashOf(oMessage) : ""; !sClash.empty())
-            aFaults.push_back({oMessage.lLine, "the translation \"" + oMessage.sTranslation + "\" of \"" +
-                                                   oMessage.sText + "\" isn't used: " + sClash});
-    oCatalogue.Index();
-    for (std::size_t i = 0; i < oCatalogue.m_aMessages.size(); ++i) {
-        const CatalogueMessage& oMessage = oCatalogue.m_aMessages[i];
-        if (!oMessage.bVanished && oCatalogue.m_mapMessages.at(IndexKey(oMessage.sKey, oMessage.sText)) != i)
-            aFaults.push_back({oMessage.lLine, "\"" + oMessage.sText + "\" of \"" + oMessage.sKey +
-                                                   "\" is translated a second time; the first one counts"});
+    catalogue.m_header = reader.TakeHeader();
+    catalogue.m_messages = reader.TakeMessages();
+    for (const CatalogueMessage& message : catalogue.m_messages)
+        if (const std::string clash = message.IsFinished() ? ClashOf(message) : ""; !clash.empty())
+            faults.push_back({message.line, "the translation \"" + message.translation + "\" of \"" + message.text +
+                                                "\" isn't used: " + clash});
+    catalogue.Index();
+    for (std::size_t i = 0; i < catalogue.m_messages.size(); ++i) {
+        const CatalogueMessage& message = catalogue.m_messages[i];
+        if (!message.vanished && catalogue.m_messagesMap.at(IndexKey(message.key, message.text)) != i)
+            faults.push_back({message.line, "\"" + message.text + "\" of \"" + message.key +
+                                                "\" is translated a second time; the first one counts"});
     }
-    return oCatalogue;
+    return catalogue;
 }
 
 void Catalogue::Index() {
-    m_mapMessages.clear();
-    for (std::size_t i = 0; i < m_aMessages.size(); ++i)
-        if (!m_aMessages[i].bVanished)
-            m_mapMessages.try_emplace(IndexKey(m_aMessages[i].sKey, m_aMessages[i].sText), i);
+    m_messagesMap.clear();
+    for (std::size_t i = 0; i < m_messages.size(); ++i)
+        if (!m_messages[i].vanished)
+            m_messagesMap.try_emplace(IndexKey(m_messages[i].key, m_messages[i].text), i);
 }
 
-const std::string* Catalogue::Find(const std::string& sKey, const std::string& sText) const {
-    const auto it = m_mapMessages.find(IndexKey(sKey, sText));
-    if (it == m_mapMessages.end())
+const std::string* Catalogue::Find(const std::string& key, const std::string& text) const {
+    const auto it = m_messagesMap.find(IndexKey(key, text));
+    if (it == m_messagesMap.end())
         return nullptr;
-    const CatalogueMessage& oMessage = m_aMessages[it->second];
-    return oMessage.IsFinished() && ClashOf(oMessage).empty() ? &oMessage.sTranslation : nullptr;
+    const CatalogueMessage& message = m_messages[it->second];
+    return message.IsFinished() && ClashOf(message).empty() ? &message.translation : nullptr;
 }
 
-CatalogueUpdate Catalogue::Update(const std::vector<DefinitionText>& aTexts, std::string_view sLanguage) {
-    if (m_oHeader.sTranslation.empty())
-        m_oHeader.sTranslation = "Language: " + std::string(sLanguage) +
-                                 "\nMIME-Version: 1.0\nContent-Type: text/plain; charset=UTF-8\n"
-                                 "Content-Transfer-Encoding: 8bit\n";
-    CatalogueUpdate oUpdate;
-    std::vector<CatalogueMessage> aOld = std::move(m_aMessages);
-    std::vector<bool> aTaken(aOld.size());
-    std::map<std::string, std::size_t> mapExact;                             // of key and text
-    std::map<std::string, std::vector<std::size_t>> mapByKey;                // what may have changed
-    std::map<std::pair<std::string, std::string>, std::string> mapElsewhere; // by attribute and text
-    for (const bool bVanished : {false, true})
-        for (std::size_t i = 0; i < aOld.size(); ++i)
-            if (aOld[i].bVanished == bVanished)
-                mapExact.try_emplace(IndexKey(aOld[i].sKey, aOld[i].sText), i);
-    for (std::size_t i = 0; i < aOld.size(); ++i) {
-        if (aOld[i].IsFinished() && ClashOf(aOld[i]).empty())
-            mapElsewhere.try_emplace({std::string(AttributeIn(aOld[i].sKey)), aOld[i].sText}, aOld[i].sTranslation);
-        mapByKey[aOld[i].sKey].push_back(i);
+CatalogueUpdate Catalogue::Update(const std::vector<DefinitionText>& texts, std::string_view language) {
+    if (m_header.translation.empty())
+        m_header.translation = "Language: " + std::string(language) +
+                               "\nMIME-Version: 1.0\nContent-Type: text/plain; charset=UTF-8\n"
+                               "Content-Transfer-Encoding: 8bit\n";
+    CatalogueUpdate update;
+    std::vector<CatalogueMessage> old = std::move(m_messages);
+    std::vector<bool> taken(old.size());
+    std::map<std::string, std::size_t> exact;                             // of key and text
+    std::map<std::string, std::vector<std::size_t>> byKey;                // what may have changed
+    std::map<std::pair<std::string, std::string>, std::string> elsewhere; // by attribute and text
+    for (const bool vanished : {false, true})
+        for (std::size_t i = 0; i < old.size(); ++i)
+            if (old[i].vanished == vanished)
+                exact.try_emplace(IndexKey(old[i].key, old[i].text), i);
+    for (std::size_t i = 0; i < old.size(); ++i) {
+        if (old[i].IsFinished() && ClashOf(old[i]).empty())
+            elsewhere.try_emplace({std::string(AttributeIn(old[i].key)), old[i].text}, old[i].translation);
+        byKey[old[i].key].push_back(i);
     }
-    m_aMessages.clear();
-    for (const DefinitionText& oText : aTexts)
-        if (const auto it = mapExact.find(IndexKey(oText.sKey, oText.sText)); it != mapExact.end())
-            aTaken[it->second] = true;
-    for (const DefinitionText& oText : aTexts) {
-        CatalogueMessage oMessage;
-        if (const auto it = mapExact.find(IndexKey(oText.sKey, oText.sText)); it != mapExact.end()) {
-            oMessage = aOld[it->second];
-            oMessage.bVanished = false;
+    m_messages.clear();
+    for (const DefinitionText& text : texts)
+        if (const auto it = exact.find(IndexKey(text.key, text.text)); it != exact.end())
+            taken[it->second] = true;
+    for (const DefinitionText& text : texts) {
+        CatalogueMessage message;
+        if (const auto it = exact.find(IndexKey(text.key, text.text)); it != exact.end()) {
+            message = old[it->second];
+            message.vanished = false;
         } else {
-            oMessage.sKey = oText.sKey;
-            oMessage.sText = oText.sText;
-            const auto& aSameKey = mapByKey[oText.sKey];
-            const auto itChanged = std::find_if(aSameKey.begin(), aSameKey.end(), [&](std::size_t i) {
-                return !aTaken[i] && !aOld[i].bVanished && !aOld[i].sTranslation.empty();
+            message.key = text.key;
+            message.text = text.text;
+            const auto& sameKey = byKey[text.key];
+            const auto changed = std::find_if(sameKey.begin(), sameKey.end(), [&](std::size_t i) {
+                return !taken[i] && !old[i].vanished && !old[i].translation.empty();
             });
-            const auto itElsewhere = mapElsewhere.find({std::string(AttributeIn(oText.sKey)), oText.sText});
-            if (itElsewhere != mapElsewhere.end()) {
-                oMessage.sTranslation = itElsewhere->second;
-                ++oUpdate.nFilled;
-                ++oUpdate.nNew;
-            } else if (itChanged != aSameKey.end()) {
-                const CatalogueMessage& oBefore = aOld[*itChanged];
-                aTaken[*itChanged] = true;
-                oMessage.sTranslation = oBefore.sTranslation;
-                oMessage.aRemarks = oBefore.aRemarks;
-                oMessage.sPrevious = oBefore.bUnsure && !oBefore.sPrevious.empty() ? oBefore.sPrevious : oBefore.sText;
-                oMessage.bUnsure = oMessage.sPrevious != oText.sText;
-                if (oMessage.bUnsure)
-                    ++oUpdate.nChanged;
+            const auto elsewherePosition = elsewhere.find({std::string(AttributeIn(text.key)), text.text});
+            if (elsewherePosition != elsewhere.end()) {
+                message.translation = elsewherePosition->second;
+                ++update.filled;
+                ++update.newCount;
+            } else if (changed != sameKey.end()) {
+                const CatalogueMessage& before = old[*changed];
+                taken[*changed] = true;
+                message.translation = before.translation;
+                message.remarks = before.remarks;
+                message.previous = before.unsure && !before.previous.empty() ? before.previous : before.text;
+                message.unsure = message.previous != text.text;
+                if (message.unsure)
+                    ++update.changed;
                 else
-                    oMessage.sPrevious.clear(); // it has changed back
+                    message.previous.clear(); // it has changed back
             } else {
-                ++oUpdate.nNew;
+                ++update.newCount;
             }
         }
-        oMessage.sPlace = oText.sFile + ":" + std::to_string(oText.lLine);
-        oUpdate.nUnfinished += oMessage.IsFinished() ? 0 : 1;
-        m_aMessages.push_back(std::move(oMessage));
+        message.place = text.file + ":" + std::to_string(text.line);
+        update.unfinished += message.IsFinished() ? 0 : 1;
+        m_messages.push_back(std::move(message));
     }
-    for (std::size_t i = 0; i < aOld.size(); ++i)
-        if (!aTaken[i] && !aOld[i].sTranslation.empty()) {
-            aOld[i].bVanished = true;
-            m_aMessages.push_back(std::move(aOld[i]));
-            ++oUpdate.nVanished;
+    for (std::size_t i = 0; i < old.size(); ++i)
+        if (!taken[i] && !old[i].translation.empty()) {
+            old[i].vanished = true;
+            m_messages.push_back(std::move(old[i]));
+            ++update.vanished;
         }
     Index();
-    return oUpdate;
+    return update;
 }
 
 std::string Catalogue::AsText() const {
-    std::string sText = MessageText(m_oHeader);
-    for (const CatalogueMessage& oMessage : m_aMessages)
-        sText += "\n" + MessageText(oMessage);
-    return sText;
+    std::string text = MessageText(m_header);
+    for (const CatalogueMessage& message : m_messages)
+        text += "\n" + MessageText(message);
+    return text;
 }
 
 } // namespace corvane

@@ -14,61 +14,61 @@
 namespace corvane {
 
 struct CatalogueMessage {
-    std::string sKey;  // where the text stands, see DefinitionText; msgctxt in the file
-    std::string sText; // the text itself; msgid
-    std::string sTranslation;
-    std::vector<std::string> aRemarks; // the translator's own
-    std::string sPlace;                // "Data.xml:12"
-    std::string sPrevious;             // what was translated, when the text has changed since
-    bool bUnsure = false;              // to be looked at by a translator, and not shown before; "fuzzy" in the file
-    bool bVanished = false;            // no definition has the text any more
-    Long lLine = 0;                    // in the catalogue
+    std::string key;  // where the text stands, see DefinitionText; msgctxt in the file
+    std::string text; // the text itself; msgid
+    std::string translation;
+    std::vector<std::string> remarks; // the translator's own
+    std::string place;                // "Data.xml:12"
+    std::string previous;             // what was translated, when the text has changed since
+    bool unsure = false;              // to be looked at by a translator, and not shown before; "fuzzy" in the file
+    bool vanished = false;            // no definition has the text any more
+    Long line = 0;                    // in the catalogue
 
     // Whether the translation may be shown.
-    [[nodiscard]] bool IsFinished() const { return !sTranslation.empty() && !bUnsure && !bVanished; }
+    [[nodiscard]] bool IsFinished() const { return !translation.empty() && !unsure && !vanished; }
 };
 
 struct CatalogueFault {
-    Long lLine = 0;
-    std::string sText;
+    Long line = 0;
+    std::string text;
 };
 
 // What an update has done, in messages.
 struct CatalogueUpdate {
-    int nNew = 0; // of them those that took over the translation of an equal text: nFilled
-    int nFilled = 0;
-    int nChanged = 0;  // the old translation is kept, and marked
-    int nVanished = 0; // in all
-    int nUnfinished = 0;
+    int newCount = 0; // of them those that took over the translation of an equal text: filled
+    int filled = 0;
+    int changed = 0;  // the old translation is kept, and marked
+    int vanished = 0; // in all
+    int unfinished = 0;
 };
 
 class Catalogue {
 public:
     // A file that can't be read as a catalogue of UTF-8 gives an empty one and a fault; so does a single translation
     // that clashes with its text, but the others hold.
-    [[nodiscard]] static Catalogue Read(std::string_view sBytes, std::vector<CatalogueFault>& aFaults);
+    [[nodiscard]] static Catalogue Read(std::string_view bytes, std::vector<CatalogueFault>& faults);
 
     // The finished translation of that text in that place; a null pointer for none.
-    [[nodiscard]] const std::string* Find(const std::string& sKey, const std::string& sText) const;
+    [[nodiscard]] const std::string* Find(const std::string& key, const std::string& text) const;
 
     // Takes over the texts as they are now, and keeps every translation.
-    CatalogueUpdate Update(const std::vector<DefinitionText>& aTexts, std::string_view sLanguage);
+    CatalogueUpdate Update(const std::vector<DefinitionText>& texts, std::string_view language);
     [[nodiscard]] std::string AsText() const;
 
-    [[nodiscard]] const std::vector<CatalogueMessage>& Messages() const { return m_aMessages; }
+    [[nodiscard]] const std::vector<CatalogueMessage>& Messages() const { return m_messages; }
 
 private:
     void Index();
 
-    CatalogueMessage m_oHeader; // its translation holds lines like "Language: de"
-    std::vector<CatalogueMessage> m_aMessages;
-    std::unordered_map<std::string, std::size_t> m_mapMessages; // by key and text
+    CatalogueMessage m_header; // its translation holds lines like "Language: de"
+    std::vector<CatalogueMessage> m_messages;
+    std::unordered_map<std::string, std::size_t> m_messagesMap; // by key and text
 };
 
 // Whether the text under that key is one of a menu, in which "#" stands before the letter of the mnemonic.
-[[nodiscard]] bool HasMnemonic(std::string_view sKey);
+[[nodiscard]] bool HasMnemonic(std::string_view key);
 
 // Why a translation can't stand for the text: other placeholders, a line break or two mnemonics; empty when it can.
-[[nodiscard]] std::string ClashOf(const CatalogueMessage& oMessage);
+[[nodiscard]] std::string ClashOf(const CatalogueMessage& message);
 
 } // namespace corvane

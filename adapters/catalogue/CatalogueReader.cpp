@@ -10,170 +10,170 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view sSpace = " \t\r";
+constexpr std::string_view space = " \t\r";
 
-std::string_view Trimmed(std::string_view sText) {
-    const std::size_t iBegin = sText.find_first_not_of(sSpace);
-    if (iBegin == std::string_view::npos)
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(space);
+    if (begin == std::string_view::npos)
         return {};
-    return sText.substr(iBegin, sText.find_last_not_of(sSpace) + 1 - iBegin);
+    return text.substr(begin, text.find_last_not_of(space) + 1 - begin);
 }
 
 // Cuts the word off the text, with the blanks behind it.
-bool Take(std::string_view& sText, std::string_view sWord) {
-    if (!sText.starts_with(sWord))
+bool Take(std::string_view& text, std::string_view word) {
+    if (!text.starts_with(word))
         return false;
-    sText = Trimmed(sText.substr(sWord.size()));
+    text = Trimmed(text.substr(word.size()));
     return true;
 }
 
 // What the header says of the encoding; empty when it says nothing.
-std::string CharsetIn(const std::string& sHeader) {
-    const std::size_t i = FoldText(sHeader).find("charset=");
+std::string CharsetIn(const std::string& header) {
+    const std::size_t i = FoldText(header).find("charset=");
     if (i == std::string::npos)
         return {};
-    const std::size_t iBegin = i + 8;
-    return sHeader.substr(iBegin, sHeader.find_first_of(" \t\n;", iBegin) - iBegin);
+    const std::size_t begin = i + 8;
+    return header.substr(begin, header.find_first_of(" \t\n;", begin) - begin);
 }
 
 } // namespace
 
-bool CatalogueReader::Broken(const std::string& sWhy) {
-    m_aFaults.push_back({m_lLine, sWhy});
+bool CatalogueReader::Broken(const std::string& why) {
+    m_faults.push_back({m_line, why});
     return false;
 }
 
-bool CatalogueReader::Read(std::string_view sText) {
-    if (sText.starts_with("\xEF\xBB\xBF"))
-        sText.remove_prefix(3);
-    while (!sText.empty()) {
-        const std::size_t iEnd = std::min(sText.find('\n'), sText.size());
-        ++m_lLine;
-        const std::string_view sLine = Trimmed(sText.substr(0, iEnd));
-        if (!IsUtf8(sLine))
+bool CatalogueReader::Read(std::string_view text) {
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.remove_prefix(3);
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        ++m_line;
+        const std::string_view line = Trimmed(text.substr(0, end));
+        if (!IsUtf8(line))
             return Broken("isn't UTF-8; save the catalogue in that encoding");
-        if (sLine.find('\0') != std::string_view::npos)
+        if (line.find('\0') != std::string_view::npos)
             return Broken("contains a zero byte, so it isn't text");
-        if (!ReadLine(sLine))
+        if (!ReadLine(line))
             return false;
-        sText.remove_prefix(std::min(iEnd + 1, sText.size()));
+        text.remove_prefix(std::min(end + 1, text.size()));
     }
     if (!Finish())
         return false;
-    const std::string sCharset = CharsetIn(m_oHeader.sTranslation);
-    m_lLine = 1;
-    if (!sCharset.empty() && !EqualText(sCharset, "UTF-8") && !EqualText(sCharset, "ASCII") &&
-        !EqualText(sCharset, "CHARSET"))
-        return Broken("says that it is written in " + sCharset + "; save it as UTF-8, and say so in its header");
+    const std::string charset = CharsetIn(m_header.translation);
+    m_line = 1;
+    if (!charset.empty() && !EqualText(charset, "UTF-8") && !EqualText(charset, "ASCII") &&
+        !EqualText(charset, "CHARSET"))
+        return Broken("says that it is written in " + charset + "; save it as UTF-8, and say so in its header");
     return true;
 }
 
-bool CatalogueReader::ReadLine(std::string_view sLine) {
-    if (sLine.empty())
+bool CatalogueReader::ReadLine(std::string_view line) {
+    if (line.empty())
         return true;
-    if (Take(sLine, "#~")) {
-        if (sLine.starts_with("|"))
+    if (Take(line, "#~")) {
+        if (line.starts_with("|"))
             return true; // what a vanished text was before
-        if (m_oPending.bHasTranslation && !sLine.starts_with("\"") && !Finish())
+        if (m_pending.hasTranslation && !line.starts_with("\"") && !Finish())
             return false;
-        m_oPending.oMessage.bVanished = true;
-        return ReadStatement(sLine);
+        m_pending.message.vanished = true;
+        return ReadStatement(line);
     }
-    if (!sLine.starts_with("#"))
-        return ReadStatement(sLine);
-    if (m_oPending.bHasTranslation && !Finish())
+    if (!line.starts_with("#"))
+        return ReadStatement(line);
+    if (m_pending.hasTranslation && !Finish())
         return false;
-    m_pString = nullptr;
-    if (Take(sLine, "#|")) {
-        if (Take(sLine, "msgctxt"))
-            m_pPrevious = &m_sIgnored;
-        else if (Take(sLine, "msgid"))
-            m_pPrevious = &m_oPending.oMessage.sPrevious;
-        return !m_pPrevious || ReadString(sLine, *m_pPrevious);
+    m_string = nullptr;
+    if (Take(line, "#|")) {
+        if (Take(line, "msgctxt"))
+            m_previous = &m_ignored;
+        else if (Take(line, "msgid"))
+            m_previous = &m_pending.message.previous;
+        return !m_previous || ReadString(line, *m_previous);
     }
-    ReadComment(sLine);
+    ReadComment(line);
     return true;
 }
 
-void CatalogueReader::ReadComment(std::string_view sLine) {
-    CatalogueMessage& oMessage = m_oPending.oMessage;
-    if (Take(sLine, "#,"))
-        oMessage.bUnsure = oMessage.bUnsure || sLine.find("fuzzy") != std::string_view::npos;
-    else if (Take(sLine, "#:"))
-        oMessage.sPlace = oMessage.sPlace.empty() ? std::string(sLine) : oMessage.sPlace + " " + std::string(sLine);
-    else if (!sLine.starts_with("#."))
-        oMessage.aRemarks.emplace_back(Trimmed(sLine.substr(1)));
+void CatalogueReader::ReadComment(std::string_view line) {
+    CatalogueMessage& message = m_pending.message;
+    if (Take(line, "#,"))
+        message.unsure = message.unsure || line.find("fuzzy") != std::string_view::npos;
+    else if (Take(line, "#:"))
+        message.place = message.place.empty() ? std::string(line) : message.place + " " + std::string(line);
+    else if (!line.starts_with("#."))
+        message.remarks.emplace_back(Trimmed(line.substr(1)));
 }
 
-bool CatalogueReader::ReadStatement(std::string_view sLine) {
-    if (sLine.starts_with("\"")) {
-        if (!m_pString)
+bool CatalogueReader::ReadStatement(std::string_view line) {
+    if (line.starts_with("\"")) {
+        if (!m_string)
             return Broken("there is a string without msgctxt, msgid or msgstr before it");
-        return ReadString(sLine, *m_pString);
+        return ReadString(line, *m_string);
     }
-    if (Take(sLine, "msgid_plural") || Take(sLine, "msgstr["))
+    if (Take(line, "msgid_plural") || Take(line, "msgstr["))
         return Broken("plural forms have no meaning for texts of definition files; take them out");
-    CatalogueMessage& oMessage = m_oPending.oMessage;
-    if (Take(sLine, "msgctxt")) {
-        if (m_oPending.bHasTranslation && !Finish())
+    CatalogueMessage& message = m_pending.message;
+    if (Take(line, "msgctxt")) {
+        if (m_pending.hasTranslation && !Finish())
             return false;
-        if (m_oPending.bHasText)
+        if (m_pending.hasText)
             return Broken("msgstr is missing before this msgctxt");
-        m_pString = &oMessage.sKey;
-    } else if (Take(sLine, "msgid")) {
-        if (m_oPending.bHasTranslation && !Finish())
+        m_string = &message.key;
+    } else if (Take(line, "msgid")) {
+        if (m_pending.hasTranslation && !Finish())
             return false;
-        if (m_oPending.bHasText)
+        if (m_pending.hasText)
             return Broken("msgstr is missing before this msgid");
-        m_oPending.bHasText = true;
-        oMessage.lLine = m_lLine;
-        m_pString = &oMessage.sText;
-    } else if (Take(sLine, "msgstr")) {
-        if (!m_oPending.bHasText || m_oPending.bHasTranslation)
+        m_pending.hasText = true;
+        message.line = m_line;
+        m_string = &message.text;
+    } else if (Take(line, "msgstr")) {
+        if (!m_pending.hasText || m_pending.hasTranslation)
             return Broken("msgid is missing before this msgstr");
-        m_oPending.bHasTranslation = true;
-        m_pString = &oMessage.sTranslation;
+        m_pending.hasTranslation = true;
+        m_string = &message.translation;
     } else {
-        return Broken("\"" + std::string(FirstCharacters(sLine, 20)) +
+        return Broken("\"" + std::string(FirstCharacters(line, 20)) +
                       "\" isn't a line of a catalogue; expected: msgctxt, msgid, msgstr, a string or a comment");
     }
-    return ReadString(sLine, *m_pString);
+    return ReadString(line, *m_string);
 }
 
-bool CatalogueReader::ReadString(std::string_view sQuoted, std::string& sText) {
-    if (sQuoted.size() < 2 || sQuoted.front() != '"' || sQuoted.back() != '"')
+bool CatalogueReader::ReadString(std::string_view quoted, std::string& text) {
+    if (quoted.size() < 2 || quoted.front() != '"' || quoted.back() != '"')
         return Broken("a string must stand between two quotation marks on one line");
-    for (std::size_t i = 1; i + 1 < sQuoted.size(); ++i) {
-        if (sQuoted[i] == '"')
+    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
+        if (quoted[i] == '"')
             return Broken("a quotation mark in a string needs a backslash before it");
-        if (sQuoted[i] != '\\') {
-            sText += sQuoted[i];
+        if (quoted[i] != '\\') {
+            text += quoted[i];
             continue;
         }
-        static constexpr std::string_view sLetters = "nrt\"\\";
-        static constexpr std::string_view sMeanings = "\n\r\t\"\\";
-        const std::size_t iLetter = i + 2 < sQuoted.size() ? sLetters.find(sQuoted[++i]) : std::string_view::npos;
-        if (iLetter == std::string_view::npos)
+        static constexpr std::string_view letters = "nrt\"\\";
+        static constexpr std::string_view meanings = "\n\r\t\"\\";
+        const std::size_t letter = i + 2 < quoted.size() ? letters.find(quoted[++i]) : std::string_view::npos;
+        if (letter == std::string_view::npos)
             return Broken("a backslash must stand before n, r, t, a quotation mark or a backslash");
-        sText += sMeanings[iLetter];
+        text += meanings[letter];
     }
     return true;
 }
 
 bool CatalogueReader::Finish() {
-    m_pString = nullptr;
-    m_pPrevious = nullptr;
-    Pending oPending = std::exchange(m_oPending, {});
-    CatalogueMessage& oMessage = oPending.oMessage;
-    if (!oPending.bHasText)
+    m_string = nullptr;
+    m_previous = nullptr;
+    Pending pending = std::exchange(m_pending, {});
+    CatalogueMessage& message = pending.message;
+    if (!pending.hasText)
         return true; // comments at the end
-    if (!oPending.bHasTranslation)
+    if (!pending.hasTranslation)
         return Broken("msgstr is missing behind the last msgid");
-    if (oMessage.sText.empty() && oMessage.sKey.empty()) {
-        m_oHeader = std::move(oMessage);
+    if (message.text.empty() && message.key.empty()) {
+        m_header = std::move(message);
         return true;
     }
-    m_aMessages.push_back(std::move(oMessage));
+    m_messages.push_back(std::move(message));
     return true;
 }
 

@@ -9,36 +9,36 @@ namespace corvane {
 
 class CatalogueReader {
 public:
-    explicit CatalogueReader(std::vector<CatalogueFault>& aFaults) : m_aFaults(aFaults) {}
+    explicit CatalogueReader(std::vector<CatalogueFault>& faults) : m_faults(faults) {}
 
     // False when it is no catalogue; the last fault says why.
-    bool Read(std::string_view sText);
+    bool Read(std::string_view text);
     // Afterwards.
-    [[nodiscard]] CatalogueMessage TakeHeader() { return std::move(m_oHeader); }
-    [[nodiscard]] std::vector<CatalogueMessage> TakeMessages() { return std::move(m_aMessages); }
+    [[nodiscard]] CatalogueMessage TakeHeader() { return std::move(m_header); }
+    [[nodiscard]] std::vector<CatalogueMessage> TakeMessages() { return std::move(m_messages); }
 
 private:
     struct Pending {
-        CatalogueMessage oMessage;
-        bool bHasText = false;
-        bool bHasTranslation = false;
+        CatalogueMessage message;
+        bool hasText = false;
+        bool hasTranslation = false;
     };
 
-    bool ReadLine(std::string_view sLine);
-    void ReadComment(std::string_view sLine);
-    bool ReadStatement(std::string_view sLine);
-    bool ReadString(std::string_view sQuoted, std::string& sText);
+    bool ReadLine(std::string_view line);
+    void ReadComment(std::string_view line);
+    bool ReadStatement(std::string_view line);
+    bool ReadString(std::string_view quoted, std::string& text);
     bool Finish();
-    bool Broken(const std::string& sWhy);
+    bool Broken(const std::string& why);
 
-    CatalogueMessage m_oHeader;
-    std::vector<CatalogueMessage> m_aMessages;
-    std::vector<CatalogueFault>& m_aFaults;
-    Long m_lLine = 0;
-    Pending m_oPending;
-    std::string* m_pString = nullptr;   // that a line of nothing but a string continues
-    std::string* m_pPrevious = nullptr; // the same of lines that begin with "#|"
-    std::string m_sIgnored;
+    CatalogueMessage m_header;
+    std::vector<CatalogueMessage> m_messages;
+    std::vector<CatalogueFault>& m_faults;
+    Long m_line = 0;
+    Pending m_pending;
+    std::string* m_string = nullptr;   // that a line of nothing but a string continues
+    std::string* m_previous = nullptr; // the same of lines that begin with "#|"
+    std::string m_ignored;
 };
 
 } // namespace corvane

@@ -10,107 +10,107 @@ namespace corvane {
 namespace {
 
 // As it is written in this reference, however the file writes it.
-std::string TypeWord(std::string_view sType) {
-    static constexpr std::array aWords{"MenuTitle", "MenuItem", "ToolbarItem", "ContextMenuItem", "ContextMenuTitle"};
-    const auto it = std::find_if(aWords.begin(), aWords.end(), [&](const char* s) { return EqualText(s, sType); });
-    return it == aWords.end() ? std::string(sType) : *it;
+std::string TypeWord(std::string_view type) {
+    static constexpr std::array words{"MenuTitle", "MenuItem", "ToolbarItem", "ContextMenuItem", "ContextMenuTitle"};
+    const auto it = std::find_if(words.begin(), words.end(), [&](const char* s) { return EqualText(s, type); });
+    return it == words.end() ? std::string(type) : *it;
 }
 
-std::string ValueOf(const IXmlNode& oNode, const char* sAttribute) {
-    return oNode.Attribute(sAttribute).value_or("");
+std::string ValueOf(const IXmlNode& node, const char* attribute) {
+    return node.Attribute(attribute).value_or("");
 }
 
-std::string Joined(std::initializer_list<std::string_view> aParts) {
-    std::string sText;
-    for (const std::string_view sPart : aParts)
-        sText += sPart;
-    return sText;
+std::string Joined(std::initializer_list<std::string_view> parts) {
+    std::string text;
+    for (const std::string_view part : parts)
+        text += part;
+    return text;
 }
 
 } // namespace
 
-void DefinitionTexts::Add(const Ref<IXmlNode>& oService, const std::string& sFile) {
-    m_sFile = sFile;
-    AddActions(*oService, ServiceKey(ValueOf(*oService, "Name")));
-    for (const auto& oItem : oService->SelectNodes("./ExplorerItems/ExplorerItem"))
-        AddExplorerItem(*oItem);
-    for (const auto& oWindow : oService->SelectNodes("./Windows/Window")) {
-        const std::string sWindow = ValueOf(*oWindow, "Name");
-        Add(*oWindow, "Caption", AttributeKey(WindowKey(sWindow), "Caption"));
-        AddPages(oWindow->SelectNodes("./Page"), sWindow);
+void DefinitionTexts::Add(const Ref<IXmlNode>& service, const std::string& file) {
+    m_file = file;
+    AddActions(*service, ServiceKey(ValueOf(*service, "Name")));
+    for (const auto& item : service->SelectNodes("./ExplorerItems/ExplorerItem"))
+        AddExplorerItem(*item);
+    for (const auto& window : service->SelectNodes("./Windows/Window")) {
+        const std::string windowName = ValueOf(*window, "Name");
+        Add(*window, "Caption", AttributeKey(WindowKey(windowName), "Caption"));
+        AddPages(window->SelectNodes("./Page"), windowName);
     }
-    AddPages(oService->SelectNodes("./Preferences/Page"), {});
+    AddPages(service->SelectNodes("./Preferences/Page"), {});
 }
 
-void DefinitionTexts::Add(const IXmlNode& oNode, const char* sAttribute, std::string sKey) {
-    std::string sText = ValueOf(oNode, sAttribute);
-    if (sText.find_first_not_of(" \t\r\n") != std::string::npos && m_setKnown.insert(sKey + '\n' + sText).second)
-        m_aTexts.push_back({std::move(sKey), std::move(sText), m_sFile, oNode.Line()});
+void DefinitionTexts::Add(const IXmlNode& node, const char* attribute, std::string key) {
+    std::string text = ValueOf(node, attribute);
+    if (text.find_first_not_of(" \t\r\n") != std::string::npos && m_known.insert(key + '\n' + text).second)
+        m_texts.push_back({std::move(key), std::move(text), m_file, node.Line()});
 }
 
-void DefinitionTexts::AddActions(const IXmlNode& oOwner, const std::string& sOwner) {
-    for (const auto& oAction : oOwner.SelectNodes("./ActionItems/ActionItem"))
-        Add(*oAction, "Description", DescriptionKey(sOwner, ValueOf(*oAction, "Name")));
-    for (const auto& oEntry : oOwner.SelectNodes("./Menus/MenuItem")) {
-        const std::string sType = TypeWord(ValueOf(*oEntry, "Type"));
-        const std::string sPath = ValueOf(*oEntry, "Path");
-        for (const char* sAttribute : {"Caption", "Tip"})
-            Add(*oEntry, sAttribute, EntryKey(sOwner, sType, sPath, ValueOf(*oEntry, "ActionItem"), sAttribute));
-        if (sType == "ToolbarItem")
-            Add(*oEntry, "Path", ToolbarKey(sPath));
+void DefinitionTexts::AddActions(const IXmlNode& owner, const std::string& ownerText) {
+    for (const auto& action : owner.SelectNodes("./ActionItems/ActionItem"))
+        Add(*action, "Description", DescriptionKey(ownerText, ValueOf(*action, "Name")));
+    for (const auto& entry : owner.SelectNodes("./Menus/MenuItem")) {
+        const std::string type = TypeWord(ValueOf(*entry, "Type"));
+        const std::string path = ValueOf(*entry, "Path");
+        for (const char* attribute : {"Caption", "Tip"})
+            Add(*entry, attribute, EntryKey(ownerText, type, path, ValueOf(*entry, "ActionItem"), attribute));
+        if (type == "ToolbarItem")
+            Add(*entry, "Path", ToolbarKey(path));
     }
 }
 
 // The name itself is shown of what the library makes: a tab, and a folder without another text.
-void DefinitionTexts::AddExplorerItem(const IXmlNode& oItem) {
-    const std::string sKey = ExplorerItemKey(ValueOf(oItem, "Name"));
-    const std::string sType = ValueOf(oItem, "Type");
-    const bool bIsFolder = EqualText(sType, "Folder") && ValueOf(oItem, "DisplayName").empty();
-    if (bIsFolder || (ValueOf(oItem, "Parent").empty() && !EqualText(sType, "Default")))
-        Add(oItem, "Name", AttributeKey(sKey, "Name"));
-    Add(oItem, "DisplayName", AttributeKey(sKey, "DisplayName"));
-    AddActions(oItem, sKey);
+void DefinitionTexts::AddExplorerItem(const IXmlNode& item) {
+    const std::string key = ExplorerItemKey(ValueOf(item, "Name"));
+    const std::string type = ValueOf(item, "Type");
+    const bool isFolder = EqualText(type, "Folder") && ValueOf(item, "DisplayName").empty();
+    if (isFolder || (ValueOf(item, "Parent").empty() && !EqualText(type, "Default")))
+        Add(item, "Name", AttributeKey(key, "Name"));
+    Add(item, "DisplayName", AttributeKey(key, "DisplayName"));
+    AddActions(item, key);
 }
 
-void DefinitionTexts::AddPages(const std::vector<Ref<IXmlNode>>& aPages, const std::string& sWindow) {
-    for (const auto& oPage : aPages) {
-        const std::string sKey = PageKey(sWindow, ValueOf(*oPage, "PageProgID"));
-        Add(*oPage, "Caption", AttributeKey(sKey, "Caption"));
-        AddActions(*oPage, sKey);
+void DefinitionTexts::AddPages(const std::vector<Ref<IXmlNode>>& pages, const std::string& window) {
+    for (const auto& page : pages) {
+        const std::string key = PageKey(window, ValueOf(*page, "PageProgID"));
+        Add(*page, "Caption", AttributeKey(key, "Caption"));
+        AddActions(*page, key);
     }
 }
 
-std::string ServiceKey(std::string_view sService) {
-    return Joined({"Service ", sService});
+std::string ServiceKey(std::string_view service) {
+    return Joined({"Service ", service});
 }
 
-std::string ExplorerItemKey(std::string_view sItem) {
-    return Joined({"ExplorerItem ", sItem});
+std::string ExplorerItemKey(std::string_view item) {
+    return Joined({"ExplorerItem ", item});
 }
 
-std::string WindowKey(std::string_view sWindow) {
-    return Joined({"Window ", sWindow});
+std::string WindowKey(std::string_view window) {
+    return Joined({"Window ", window});
 }
 
-std::string PageKey(std::string_view sWindow, std::string_view sProgID) {
-    return Joined({sWindow.empty() ? "Preferences" : WindowKey(sWindow), "/Page ", sProgID});
+std::string PageKey(std::string_view window, std::string_view progID) {
+    return Joined({window.empty() ? "Preferences" : WindowKey(window), "/Page ", progID});
 }
 
-std::string DescriptionKey(std::string_view sOwner, std::string_view sAction) {
-    return Joined({sOwner, "/ActionItem ", sAction, "/Description"});
+std::string DescriptionKey(std::string_view owner, std::string_view action) {
+    return Joined({owner, "/ActionItem ", action, "/Description"});
 }
 
-std::string EntryKey(std::string_view sOwner, std::string_view sType, std::string_view sPath, std::string_view sAction,
-                     std::string_view sAttribute) {
-    return Joined({sOwner, "/", sType, " ", sPath, sPath.empty() ? "" : ".", sAction, "/", sAttribute});
+std::string EntryKey(std::string_view owner, std::string_view type, std::string_view path, std::string_view action,
+                     std::string_view attribute) {
+    return Joined({owner, "/", type, " ", path, path.empty() ? "" : ".", action, "/", attribute});
 }
 
-std::string ToolbarKey(std::string_view sPath) {
-    return Joined({"Toolbar ", sPath});
+std::string ToolbarKey(std::string_view path) {
+    return Joined({"Toolbar ", path});
 }
 
-std::string AttributeKey(std::string_view sOwner, std::string_view sAttribute) {
-    return Joined({sOwner, "/", sAttribute});
+std::string AttributeKey(std::string_view owner, std::string_view attribute) {
+    return Joined({owner, "/", attribute});
 }
 
 } // namespace corvane

@@ -12,42 +12,42 @@
 namespace corvane {
 
 struct DefinitionText {
-    std::string sKey;
-    std::string sText;
-    std::string sFile; // without a folder
-    Long lLine = 0;
+    std::string key;
+    std::string text;
+    std::string file; // without a folder
+    Long line = 0;
 };
 
 class DefinitionTexts {
 public:
-    // Adds those of one file, in its order. oService is its root element. A text that stands several times under one
+    // Adds those of one file, in its order. service is its root element. A text that stands several times under one
     // key, such as the name of a toolbar, is there once.
-    void Add(const Ref<IXmlNode>& oService, const std::string& sFile);
-    [[nodiscard]] const std::vector<DefinitionText>& All() const { return m_aTexts; }
+    void Add(const Ref<IXmlNode>& service, const std::string& file);
+    [[nodiscard]] const std::vector<DefinitionText>& All() const { return m_texts; }
 
 private:
-    void Add(const IXmlNode& oNode, const char* sAttribute, std::string sKey);
-    void AddActions(const IXmlNode& oOwner, const std::string& sOwner);
-    void AddExplorerItem(const IXmlNode& oItem);
-    void AddPages(const std::vector<Ref<IXmlNode>>& aPages, const std::string& sWindow);
+    void Add(const IXmlNode& node, const char* attribute, std::string key);
+    void AddActions(const IXmlNode& owner, const std::string& ownerText);
+    void AddExplorerItem(const IXmlNode& item);
+    void AddPages(const std::vector<Ref<IXmlNode>>& pages, const std::string& window);
 
-    std::string m_sFile;
-    std::vector<DefinitionText> m_aTexts;
-    std::unordered_set<std::string> m_setKnown;
+    std::string m_file;
+    std::vector<DefinitionText> m_texts;
+    std::unordered_set<std::string> m_known;
 };
 
 // What an action or an entry belongs to: "Service Data", "ExplorerItem Study", "Window Chart/Page Pages.Scatter",
 // "Preferences/Page Pages.Figures".
-[[nodiscard]] std::string ServiceKey(std::string_view sService);
-[[nodiscard]] std::string ExplorerItemKey(std::string_view sItem);
-[[nodiscard]] std::string WindowKey(std::string_view sWindow);
-[[nodiscard]] std::string PageKey(std::string_view sWindow, std::string_view sProgID); // no window for preferences
+[[nodiscard]] std::string ServiceKey(std::string_view service);
+[[nodiscard]] std::string ExplorerItemKey(std::string_view item);
+[[nodiscard]] std::string WindowKey(std::string_view window);
+[[nodiscard]] std::string PageKey(std::string_view window, std::string_view progID); // no window for preferences
 
-// The keys of the texts themselves. sOwner is one of the above, sType a word of the attribute Type.
-[[nodiscard]] std::string DescriptionKey(std::string_view sOwner, std::string_view sAction);
-[[nodiscard]] std::string EntryKey(std::string_view sOwner, std::string_view sType, std::string_view sPath,
-                                   std::string_view sAction, std::string_view sAttribute);
-[[nodiscard]] std::string ToolbarKey(std::string_view sPath); // its name is its caption
-[[nodiscard]] std::string AttributeKey(std::string_view sOwner, std::string_view sAttribute);
+// The keys of the texts themselves. owner is one of the above, type a word of the attribute Type.
+[[nodiscard]] std::string DescriptionKey(std::string_view owner, std::string_view action);
+[[nodiscard]] std::string EntryKey(std::string_view owner, std::string_view type, std::string_view path,
+                                   std::string_view action, std::string_view attribute);
+[[nodiscard]] std::string ToolbarKey(std::string_view path); // its name is its caption
+[[nodiscard]] std::string AttributeKey(std::string_view owner, std::string_view attribute);
 
 } // namespace corvane

@@ -9,45 +9,45 @@
 
 namespace corvane {
 
-std::size_t EditDistance(std::string_view sLeft, std::string_view sRight) {
-    const std::string a = FoldText(sLeft);
-    const std::string b = FoldText(sRight);
+std::size_t EditDistance(std::string_view left, std::string_view right) {
+    const std::string a = FoldText(left);
+    const std::string b = FoldText(right);
     const std::size_t n = b.size() + 1;
-    std::array<std::vector<std::size_t>, 3> aRows{std::vector<std::size_t>(n), std::vector<std::size_t>(n),
-                                                  std::vector<std::size_t>(n)};
-    auto& [aBefore, aLast, aRow] = aRows;
-    std::iota(aLast.begin(), aLast.end(), std::size_t{0});
+    std::array<std::vector<std::size_t>, 3> rows{std::vector<std::size_t>(n), std::vector<std::size_t>(n),
+                                                 std::vector<std::size_t>(n)};
+    auto& [before, last, row] = rows;
+    std::iota(last.begin(), last.end(), std::size_t{0});
     for (std::size_t i = 1; i <= a.size(); ++i) {
-        aRow[0] = i;
+        row[0] = i;
         for (std::size_t j = 1; j < n; ++j) {
-            const std::size_t nChanged = aLast[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
-            aRow[j] = std::min({nChanged, aRow[j - 1] + 1, aLast[j] + 1});
+            const std::size_t changed = last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1);
+            row[j] = std::min({changed, row[j - 1] + 1, last[j] + 1});
             if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-                aRow[j] = std::min(aRow[j], aBefore[j - 2] + 1);
+                row[j] = std::min(row[j], before[j - 2] + 1);
         }
-        aBefore.swap(aLast);
-        aLast.swap(aRow);
+        before.swap(last);
+        last.swap(row);
     }
-    return aLast.back();
+    return last.back();
 }
 
-std::optional<std::string> Nearest(std::span<const std::string> aNames, std::string_view sWritten) {
-    const std::string* pNearest = nullptr;
-    std::size_t nNearest = 0;
-    for (const std::string& sName : aNames) {
+std::optional<std::string> Nearest(std::span<const std::string> names, std::string_view written) {
+    const std::string* nearest = nullptr;
+    std::size_t nearestDistance = 0;
+    for (const std::string& name : names) {
         // A third of the letters may be wrong, one in any case.
-        const std::size_t nAllowed = std::max<std::size_t>(1, std::max(sName.size(), sWritten.size()) / 3);
-        const std::size_t nLengths =
-            sName.size() > sWritten.size() ? sName.size() - sWritten.size() : sWritten.size() - sName.size();
-        if (nLengths > nAllowed)
+        const std::size_t allowed = std::max<std::size_t>(1, std::max(name.size(), written.size()) / 3);
+        const std::size_t lengths =
+            name.size() > written.size() ? name.size() - written.size() : written.size() - name.size();
+        if (lengths > allowed)
             continue;
-        const std::size_t nDistance = EditDistance(sName, sWritten);
-        if (nDistance <= nAllowed && (!pNearest || nDistance < nNearest)) {
-            pNearest = &sName;
-            nNearest = nDistance;
+        const std::size_t distance = EditDistance(name, written);
+        if (distance <= allowed && (!nearest || distance < nearestDistance)) {
+            nearest = &name;
+            nearestDistance = distance;
         }
     }
-    return pNearest ? std::optional(*pNearest) : std::nullopt;
+    return nearest ? std::optional(*nearest) : std::nullopt;
 }
 
 } // namespace corvane

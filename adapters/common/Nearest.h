@@ -9,9 +9,9 @@
 namespace corvane {
 
 // Edits of single letters, and swaps of two neighbours, from one text to the other, without regard to case.
-[[nodiscard]] std::size_t EditDistance(std::string_view sLeft, std::string_view sRight);
+[[nodiscard]] std::size_t EditDistance(std::string_view left, std::string_view right);
 
 // The name with the fewest edits, the first of several; nothing when none is near enough to be meant.
-[[nodiscard]] std::optional<std::string> Nearest(std::span<const std::string> aNames, std::string_view sWritten);
+[[nodiscard]] std::optional<std::string> Nearest(std::span<const std::string> names, std::string_view written);
 
 } // namespace corvane

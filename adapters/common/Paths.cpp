@@ -23,156 +23,156 @@ bool IsSeparator(char c) {
     return c == '/' || c == '\\';
 }
 
-bool Exists(const std::string& sPath) {
-    std::error_code oError;
-    return fs::exists(sPath, oError);
+bool Exists(const std::string& path) {
+    std::error_code error;
+    return fs::exists(path, error);
 }
 
-bool LessName(const std::string& sLeft, const std::string& sRight) {
-    const int nOrder = CompareText(sLeft, sRight);
-    return nOrder != 0 ? nOrder < 0 : sLeft < sRight;
+bool LessName(const std::string& left, const std::string& right) {
+    const int order = CompareText(left, right);
+    return order != 0 ? order < 0 : left < right;
 }
 
 } // namespace
 
-std::string JoinPath(std::string_view sFolder, std::string_view sName) {
-    while (!sName.empty() && IsSeparator(sName.front()))
-        sName.remove_prefix(1);
-    std::string sPath(sFolder);
-    if (!sName.empty() && !sPath.empty() && !IsSeparator(sPath.back()))
-        sPath += '/';
-    return sPath.append(sName);
+std::string JoinPath(std::string_view folder, std::string_view name) {
+    while (!name.empty() && IsSeparator(name.front()))
+        name.remove_prefix(1);
+    std::string path(folder);
+    if (!name.empty() && !path.empty() && !IsSeparator(path.back()))
+        path += '/';
+    return path.append(name);
 }
 
-std::optional<std::string> FindPath(std::string_view sPath) {
-    std::string sFound(sPath);
-    if (Exists(sFound))
-        return sFound;
-    const std::string sAsked = ReplaceText(sPath, '\\', '/');
-    sFound = sAsked.starts_with('/') ? "/" : "";
-    for (std::size_t iFrom = 0; iFrom < sAsked.size();) {
-        const std::size_t iTo = std::min(sAsked.find('/', iFrom), sAsked.size());
-        const std::string_view sPart = std::string_view(sAsked).substr(iFrom, iTo - iFrom);
-        iFrom = iTo + 1;
-        if (sPart.empty())
+std::optional<std::string> FindPath(std::string_view path) {
+    std::string found(path);
+    if (Exists(found))
+        return found;
+    const std::string asked = ReplaceText(path, '\\', '/');
+    found = asked.starts_with('/') ? "/" : "";
+    for (std::size_t from = 0; from < asked.size();) {
+        const std::size_t to = std::min(asked.find('/', from), asked.size());
+        const std::string_view part = std::string_view(asked).substr(from, to - from);
+        from = to + 1;
+        if (part.empty())
             continue;
-        std::string sNext = JoinPath(sFound, sPart);
-        if (!Exists(sNext)) {
-            const auto aNames = NamesIn(sFound.empty() ? "." : sFound);
-            if (!aNames)
+        std::string next = JoinPath(found, part);
+        if (!Exists(next)) {
+            const auto names = NamesIn(found.empty() ? "." : found);
+            if (!names)
                 return std::nullopt;
-            const auto it = std::find_if(aNames->begin(), aNames->end(),
-                                         [&](const std::string& sName) { return EqualText(sName, sPart); });
-            if (it == aNames->end())
+            const auto it = std::find_if(names->begin(), names->end(),
+                                         [&](const std::string& name) { return EqualText(name, part); });
+            if (it == names->end())
                 return std::nullopt;
-            sNext = JoinPath(sFound, *it);
+            next = JoinPath(found, *it);
         }
-        sFound = std::move(sNext);
+        found = std::move(next);
     }
-    if (sFound.empty())
+    if (found.empty())
         return std::nullopt;
-    return sFound;
+    return found;
 }
 
-std::optional<std::vector<std::string>> NamesIn(const std::string& sFolder, bool bFilesOnly) {
-    std::error_code oError;
-    std::vector<std::string> aNames;
-    for (fs::directory_iterator it(sFolder, oError), itEnd; !oError && it != itEnd; it.increment(oError))
-        if (std::error_code oIgnored; !bFilesOnly || it->is_regular_file(oIgnored))
-            aNames.push_back(it->path().filename().string());
-    if (oError)
+std::optional<std::vector<std::string>> NamesIn(const std::string& folder, bool filesOnly) {
+    std::error_code error;
+    std::vector<std::string> names;
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
+        if (std::error_code ignored; !filesOnly || it->is_regular_file(ignored))
+            names.push_back(it->path().filename().string());
+    if (error)
         return std::nullopt;
-    std::sort(aNames.begin(), aNames.end(), LessName);
-    return aNames;
+    std::sort(names.begin(), names.end(), LessName);
+    return names;
 }
 
 namespace {
 
 class OpenFile {
 public:
-    explicit OpenFile(const std::string& sPath) : m_nFile(::open(sPath.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    explicit OpenFile(const std::string& path) : m_file(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
     ~OpenFile() {
-        const int nError = errno;
-        if (m_nFile >= 0)
-            ::close(m_nFile);
-        errno = nError;
+        const int error = errno;
+        if (m_file >= 0)
+            ::close(m_file);
+        errno = error;
     }
-    [[nodiscard]] int Get() const { return m_nFile; }
+    [[nodiscard]] int Get() const { return m_file; }
 
 private:
-    int m_nFile;
+    int m_file;
 };
 
 } // namespace
 
-std::optional<std::string> ReadBytes(const std::string& sPath) {
-    const OpenFile oFile(sPath);
-    struct stat oStat {};
-    if (oFile.Get() < 0 || ::fstat(oFile.Get(), &oStat) != 0)
+std::optional<std::string> ReadBytes(const std::string& path) {
+    const OpenFile file(path);
+    struct stat stat {};
+    if (file.Get() < 0 || ::fstat(file.Get(), &stat) != 0)
         return std::nullopt;
-    const auto nSize = static_cast<std::size_t>(std::max<off_t>(oStat.st_size, 0));
-    std::string sBytes(nSize + 1, '\0'); // a read that doesn't fill it has come to the end
-    for (std::size_t nRead = 0;;) {
-        if (nRead == sBytes.size())
-            sBytes.resize(sBytes.size() + 4096); // grown meanwhile, or a file whose size isn't told
-        const ssize_t n = ::read(oFile.Get(), sBytes.data() + nRead, sBytes.size() - nRead);
+    const auto size = static_cast<std::size_t>(std::max<off_t>(stat.st_size, 0));
+    std::string bytes(size + 1, '\0'); // a read that doesn't fill it has come to the end
+    for (std::size_t read = 0;;) {
+        if (read == bytes.size())
+            bytes.resize(bytes.size() + 4096); // grown meanwhile, or a file whose size isn't told
+        const ssize_t n = ::read(file.Get(), bytes.data() + read, bytes.size() - read);
         if (n < 0 && errno == EINTR)
             continue;
         if (n < 0)
             return std::nullopt;
-        nRead += static_cast<std::size_t>(n);
-        if (n == 0 || (S_ISREG(oStat.st_mode) && nRead == nSize)) {
-            sBytes.resize(nRead);
-            return sBytes;
+        read += static_cast<std::size_t>(n);
+        if (n == 0 || (S_ISREG(stat.st_mode) && read == size)) {
+            bytes.resize(read);
+            return bytes;
         }
     }
 }
 
-std::string ReadFileOrFail(std::string_view sPath) {
-    if (std::optional<std::string> oBytes = ReadBytes(std::string(sPath)))
-        return *std::move(oBytes);
-    const std::optional<std::string> oPath = FindPath(sPath);
-    std::error_code oError;
-    if (!oPath || fs::is_directory(*oPath, oError))
+std::string ReadFileOrFail(std::string_view pathText) {
+    if (std::optional<std::string> bytes = ReadBytes(std::string(pathText)))
+        return *std::move(bytes);
+    const std::optional<std::string> path = FindPath(pathText);
+    std::error_code error;
+    if (!path || fs::is_directory(*path, error))
         Fail(FailureNumber::FileNotFound,
-             "The file \"" + std::string(sPath) + "\" " + (oPath ? "is a folder" : "doesn't exist"));
-    std::optional<std::string> oBytes = ReadBytes(*oPath);
-    if (!oBytes)
-        Fail(FailureNumber::FileAccess, "The file \"" + *oPath + "\" can't be read: " + std::strerror(errno));
-    return *std::move(oBytes);
+             "The file \"" + std::string(pathText) + "\" " + (path ? "is a folder" : "doesn't exist"));
+    std::optional<std::string> bytes = ReadBytes(*path);
+    if (!bytes)
+        Fail(FailureNumber::FileAccess, "The file \"" + *path + "\" can't be read: " + std::strerror(errno));
+    return *std::move(bytes);
 }
 
-std::string UserFolder(const char* sVariable, std::string_view sBelowHome) {
+std::string UserFolder(const char* variable, std::string_view belowHome) {
     // A relative path in the variable is invalid and to be ignored.
-    if (const char* sValue = std::getenv(sVariable); sValue && *sValue == '/')
-        return sValue;
-    const char* sHome = std::getenv("HOME");
-    return sHome && *sHome ? JoinPath(sHome, sBelowHome) : std::string();
+    if (const char* value = std::getenv(variable); value && *value == '/')
+        return value;
+    const char* home = std::getenv("HOME");
+    return home && *home ? JoinPath(home, belowHome) : std::string();
 }
 
-std::string AsFileName(std::string_view sName) {
-    std::string sFileName;
-    for (const char c : sName) {
+std::string AsFileName(std::string_view name) {
+    std::string fileName;
+    for (const char c : name) {
         const auto u = static_cast<unsigned char>(c);
-        const bool bPlain =
-            u >= 0x80 || std::isalnum(u) || c == '-' || c == '_' || c == ' ' || (c == '.' && !sFileName.empty());
-        if (bPlain) {
-            sFileName += c;
+        const bool plain =
+            u >= 0x80 || std::isalnum(u) || c == '-' || c == '_' || c == ' ' || (c == '.' && !fileName.empty());
+        if (plain) {
+            fileName += c;
         } else {
-            static constexpr char aDigits[] = "0123456789ABCDEF";
-            sFileName += '%';
-            sFileName += aDigits[u >> 4];
-            sFileName += aDigits[u & 15];
+            static constexpr char digits[] = "0123456789ABCDEF";
+            fileName += '%';
+            fileName += digits[u >> 4];
+            fileName += digits[u & 15];
         }
     }
-    if (sFileName.empty())
+    if (fileName.empty())
         return "%";
-    constexpr std::size_t nLongest = 180; // a name may have 255 bytes, endings included
-    if (sFileName.size() > nLongest)
-        sFileName = sFileName.substr(0, nLongest) + "%" + std::to_string(HashText(sName));
-    return sFileName;
+    constexpr std::size_t longest = 180; // a name may have 255 bytes, endings included
+    if (fileName.size() > longest)
+        fileName = fileName.substr(0, longest) + "%" + std::to_string(HashText(name));
+    return fileName;
 }
 
 } // namespace corvane

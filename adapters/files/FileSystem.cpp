@@ -5,36 +5,36 @@
 
 namespace corvane {
 
-std::vector<std::string> FileSystem::Files(std::string_view sFolder) const {
-    const std::optional<std::string> oFolder = FindPath(sFolder);
-    const auto aNames = oFolder ? NamesIn(*oFolder, true) : std::nullopt;
-    if (!aNames)
+std::vector<std::string> FileSystem::Files(std::string_view folderPath) const {
+    const std::optional<std::string> folder = FindPath(folderPath);
+    const auto names = folder ? NamesIn(*folder, true) : std::nullopt;
+    if (!names)
         Fail(FailureNumber::PathNotFound,
-             "The folder \"" + std::string(sFolder) + "\" " + (oFolder ? "can't be listed" : "doesn't exist"));
-    std::vector<std::string> aPaths;
-    aPaths.reserve(aNames->size());
-    for (const std::string& sName : *aNames)
-        aPaths.push_back(JoinPath(*oFolder, sName));
-    return aPaths;
+             "The folder \"" + std::string(folderPath) + "\" " + (folder ? "can't be listed" : "doesn't exist"));
+    std::vector<std::string> paths;
+    paths.reserve(names->size());
+    for (const std::string& name : *names)
+        paths.push_back(JoinPath(*folder, name));
+    return paths;
 }
 
-std::string FileSystem::FileName(std::string_view sPath) const {
-    const std::size_t iSeparator = sPath.find_last_of("/\\");
-    return std::string(iSeparator == std::string_view::npos ? sPath : sPath.substr(iSeparator + 1));
+std::string FileSystem::FileName(std::string_view path) const {
+    const std::size_t separator = path.find_last_of("/\\");
+    return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
 }
 
-std::string FileSystem::Extension(std::string_view sPath) const {
-    const std::string sName = FileName(sPath);
-    const std::size_t iPoint = sName.rfind('.');
-    return iPoint == std::string::npos ? std::string() : sName.substr(iPoint + 1);
+std::string FileSystem::Extension(std::string_view path) const {
+    const std::string name = FileName(path);
+    const std::size_t point = name.rfind('.');
+    return point == std::string::npos ? std::string() : name.substr(point + 1);
 }
 
-std::string FileSystem::Join(std::string_view sFolder, std::string_view sName) const {
-    return JoinPath(sFolder, sName);
+std::string FileSystem::Join(std::string_view folder, std::string_view name) const {
+    return JoinPath(folder, name);
 }
 
-std::string FileSystem::ReadAll(std::string_view sPath) const {
-    return ReadFileOrFail(sPath);
+std::string FileSystem::ReadAll(std::string_view path) const {
+    return ReadFileOrFail(path);
 }
 
 } // namespace corvane

@@ -7,13 +7,13 @@ namespace corvane {
 
 class FileSystem final : public IFileSystem {
 public:
-    std::vector<std::string> Files(std::string_view sFolder) const override;
-    std::string FileName(std::string_view sPath) const override;
-    std::string Extension(std::string_view sPath) const override;
+    std::vector<std::string> Files(std::string_view folderPath) const override;
+    std::string FileName(std::string_view path) const override;
+    std::string Extension(std::string_view path) const override;
     // An empty name gives the folder itself.
-    std::string Join(std::string_view sFolder, std::string_view sName) const override;
+    std::string Join(std::string_view folder, std::string_view name) const override;
     // Fails with 75 when the file is there and can't be read.
-    std::string ReadAll(std::string_view sPath) const override;
+    std::string ReadAll(std::string_view path) const override;
 };
 
 } // namespace corvane

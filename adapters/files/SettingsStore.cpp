@@ -19,191 +19,191 @@ namespace corvane {
 namespace {
 
 struct Setting {
-    std::string sCategory;
-    std::string sName;
-    std::string sValue;
+    std::string category;
+    std::string name;
+    std::string value;
 };
 
-[[noreturn]] void FailAccess(const std::string& sPath, const char* sWhat, int nError) {
-    Fail(FailureNumber::FileAccess, "The settings file \"" + sPath + "\" " + sWhat + ": " + std::strerror(nError));
+[[noreturn]] void FailAccess(const std::string& path, const char* what, int error) {
+    Fail(FailureNumber::FileAccess, "The settings file \"" + path + "\" " + what + ": " + std::strerror(error));
 }
 
 // A descriptor that closes itself.
 class Descriptor {
 public:
-    Descriptor(const std::string& sPath, int nFlags) : m_nFile(::open(sPath.c_str(), nFlags | O_CLOEXEC, 0600)) {}
+    Descriptor(const std::string& path, int flags) : m_file(::open(path.c_str(), flags | O_CLOEXEC, 0600)) {}
     ~Descriptor() {
-        if (m_nFile >= 0)
-            ::close(m_nFile);
+        if (m_file >= 0)
+            ::close(m_file);
     }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
-    [[nodiscard]] int Get() const { return m_nFile; }
+    [[nodiscard]] int Get() const { return m_file; }
 
 private:
-    int m_nFile;
+    int m_file;
 };
 
 // One line of any text: what would end the line or divide it stands behind a backslash.
-std::string Escaped(std::string_view sText) {
-    std::string sEscaped;
-    for (const char c : sText) {
+std::string Escaped(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
         switch (c) {
         case '\n':
-            sEscaped += "\\n";
+            escaped += "\\n";
             break;
         case '\r':
-            sEscaped += "\\r";
+            escaped += "\\r";
             break;
         case '\0':
-            sEscaped += "\\0";
+            escaped += "\\0";
             break;
         case '\\':
         case '=':
         case '[':
         case ']':
         case '#':
-            sEscaped += '\\';
+            escaped += '\\';
             [[fallthrough]];
         default:
-            sEscaped += c;
+            escaped += c;
         }
     }
-    return sEscaped;
+    return escaped;
 }
 
-std::string Plain(std::string_view sEscaped) {
-    std::string sText;
-    for (std::size_t i = 0; i < sEscaped.size(); ++i) {
-        if (sEscaped[i] != '\\' || i + 1 == sEscaped.size()) {
-            sText += sEscaped[i];
+std::string Plain(std::string_view escaped) {
+    std::string text;
+    for (std::size_t i = 0; i < escaped.size(); ++i) {
+        if (escaped[i] != '\\' || i + 1 == escaped.size()) {
+            text += escaped[i];
             continue;
         }
-        const char c = sEscaped[++i];
-        sText += c == 'n' ? '\n' : c == 'r' ? '\r' : c == '0' ? '\0' : c;
+        const char c = escaped[++i];
+        text += c == 'n' ? '\n' : c == 'r' ? '\r' : c == '0' ? '\0' : c;
     }
-    return sText;
+    return text;
 }
 
 // The first '=' that isn't escaped.
-std::size_t Divide(std::string_view sLine) {
-    for (std::size_t i = 0; i < sLine.size(); ++i) {
-        if (sLine[i] == '\\')
+std::size_t Divide(std::string_view line) {
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '\\')
             ++i;
-        else if (sLine[i] == '=')
+        else if (line[i] == '=')
             return i;
     }
     return std::string_view::npos;
 }
 
 // "[category]" and the "name=value" lines under it. Other lines are passed over.
-std::vector<Setting> Parse(std::string_view sText) {
-    std::vector<Setting> aSettings;
-    std::string sCategory;
-    while (!sText.empty()) {
-        const std::size_t iEnd = std::min(sText.find('\n'), sText.size());
-        const std::string_view sLine = sText.substr(0, iEnd);
-        sText.remove_prefix(std::min(iEnd + 1, sText.size()));
-        if (sLine.size() >= 2 && sLine.front() == '[' && sLine.back() == ']') {
-            sCategory = Plain(sLine.substr(1, sLine.size() - 2));
-        } else if (const std::size_t i = Divide(sLine); i != std::string_view::npos && sLine.front() != '#') {
-            aSettings.push_back({sCategory, Plain(sLine.substr(0, i)), Plain(sLine.substr(i + 1))});
+std::vector<Setting> Parse(std::string_view text) {
+    std::vector<Setting> settings;
+    std::string category;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (line.size() >= 2 && line.front() == '[' && line.back() == ']') {
+            category = Plain(line.substr(1, line.size() - 2));
+        } else if (const std::size_t i = Divide(line); i != std::string_view::npos && line.front() != '#') {
+            settings.push_back({category, Plain(line.substr(0, i)), Plain(line.substr(i + 1))});
         }
     }
-    return aSettings;
+    return settings;
 }
 
-std::string Format(std::vector<Setting> aSettings) {
-    std::stable_sort(aSettings.begin(), aSettings.end(), [](const Setting& oLeft, const Setting& oRight) {
-        return CompareText(oLeft.sCategory, oRight.sCategory) < 0;
+std::string Format(std::vector<Setting> settings) {
+    std::stable_sort(settings.begin(), settings.end(), [](const Setting& left, const Setting& right) {
+        return CompareText(left.category, right.category) < 0;
     });
-    std::string sText;
-    const Setting* pBefore = nullptr;
-    for (const Setting& oSetting : aSettings) {
-        if (!pBefore || !EqualText(pBefore->sCategory, oSetting.sCategory))
-            sText += "[" + Escaped(oSetting.sCategory) + "]\n";
-        sText += Escaped(oSetting.sName) + "=" + Escaped(oSetting.sValue) + "\n";
-        pBefore = &oSetting;
+    std::string text;
+    const Setting* before = nullptr;
+    for (const Setting& setting : settings) {
+        if (!before || !EqualText(before->category, setting.category))
+            text += "[" + Escaped(setting.category) + "]\n";
+        text += Escaped(setting.name) + "=" + Escaped(setting.value) + "\n";
+        before = &setting;
     }
-    return sText;
+    return text;
 }
 
-Setting* Find(std::vector<Setting>& aSettings, std::string_view sCategory, std::string_view sName) {
-    for (Setting& oSetting : aSettings)
-        if (EqualText(oSetting.sName, sName) && EqualText(oSetting.sCategory, sCategory))
-            return &oSetting;
+Setting* Find(std::vector<Setting>& settings, std::string_view category, std::string_view name) {
+    for (Setting& setting : settings)
+        if (EqualText(setting.name, name) && EqualText(setting.category, category))
+            return &setting;
     return nullptr;
 }
 
-std::vector<Setting> Load(const std::string& sPath) {
-    const std::optional<std::string> oText = ReadBytes(sPath);
-    if (!oText && errno != ENOENT && errno != ENOTDIR)
-        FailAccess(sPath, "can't be read", errno);
-    return oText ? Parse(*oText) : std::vector<Setting>();
+std::vector<Setting> Load(const std::string& path) {
+    const std::optional<std::string> text = ReadBytes(path);
+    if (!text && errno != ENOENT && errno != ENOTDIR)
+        FailAccess(path, "can't be read", errno);
+    return text ? Parse(*text) : std::vector<Setting>();
 }
 
 // Under the lock. Whoever reads meanwhile sees the old file or the new one, whole.
-void Replace(const std::string& sPath, std::string_view sText) {
-    const std::string sNew = sPath + ".new";
+void Replace(const std::string& path, std::string_view text) {
+    const std::string newText = path + ".new";
     {
-        const Descriptor oFile(sNew, O_WRONLY | O_CREAT | O_TRUNC);
-        if (oFile.Get() < 0)
-            FailAccess(sNew, "can't be made", errno);
-        while (!sText.empty()) {
-            const ssize_t n = ::write(oFile.Get(), sText.data(), sText.size());
+        const Descriptor file(newText, O_WRONLY | O_CREAT | O_TRUNC);
+        if (file.Get() < 0)
+            FailAccess(newText, "can't be made", errno);
+        while (!text.empty()) {
+            const ssize_t n = ::write(file.Get(), text.data(), text.size());
             if (n < 0 && errno != EINTR)
-                FailAccess(sNew, "can't be written", errno);
-            sText.remove_prefix(n > 0 ? static_cast<std::size_t>(n) : 0);
+                FailAccess(newText, "can't be written", errno);
+            text.remove_prefix(n > 0 ? static_cast<std::size_t>(n) : 0);
         }
-        if (::fsync(oFile.Get()) != 0)
-            FailAccess(sNew, "can't be written", errno);
+        if (::fsync(file.Get()) != 0)
+            FailAccess(newText, "can't be written", errno);
     }
-    if (std::rename(sNew.c_str(), sPath.c_str()) != 0)
-        FailAccess(sPath, "can't be replaced", errno);
-    const Descriptor oFolder(std::filesystem::path(sPath).parent_path().string(), O_RDONLY | O_DIRECTORY);
-    if (oFolder.Get() >= 0)
-        ::fsync(oFolder.Get()); // the values are whole either way; this only makes the name last
+    if (std::rename(newText.c_str(), path.c_str()) != 0)
+        FailAccess(path, "can't be replaced", errno);
+    const Descriptor folder(std::filesystem::path(path).parent_path().string(), O_RDONLY | O_DIRECTORY);
+    if (folder.Get() >= 0)
+        ::fsync(folder.Get()); // the values are whole either way; this only makes the name last
 }
 
 } // namespace
 
-SettingsStore::SettingsStore(std::string_view sApplication, std::string sFolder) : m_sFolder(std::move(sFolder)) {
-    if (m_sFolder.empty())
-        m_sFolder = JoinPath(JoinPath(UserFolder("XDG_CONFIG_HOME", ".config"), "corvane"), AsFileName(sApplication));
+SettingsStore::SettingsStore(std::string_view application, std::string folder) : m_folder(std::move(folder)) {
+    if (m_folder.empty())
+        m_folder = JoinPath(JoinPath(UserFolder("XDG_CONFIG_HOME", ".config"), "corvane"), AsFileName(application));
 }
 
-std::string SettingsStore::PathOf(std::string_view sService) const {
-    return JoinPath(m_sFolder, AsFileName(FoldText(sService)) + ".settings");
+std::string SettingsStore::PathOf(std::string_view service) const {
+    return JoinPath(m_folder, AsFileName(FoldText(service)) + ".settings");
 }
 
-std::string SettingsStore::Read(std::string_view sService, std::string_view sCategory, std::string_view sName,
-                                std::string_view sDefault) const {
-    std::vector<Setting> aSettings = Load(PathOf(sService));
-    const Setting* pSetting = Find(aSettings, sCategory, sName);
-    return pSetting ? pSetting->sValue : std::string(sDefault);
+std::string SettingsStore::Read(std::string_view service, std::string_view category, std::string_view name,
+                                std::string_view defaultText) const {
+    std::vector<Setting> settings = Load(PathOf(service));
+    const Setting* setting = Find(settings, category, name);
+    return setting ? setting->value : std::string(defaultText);
 }
 
-void SettingsStore::Write(std::string_view sService, std::string_view sCategory, std::string_view sName,
-                          std::string_view sValue) {
-    const std::string sPath = PathOf(sService);
-    std::error_code oError;
-    std::filesystem::create_directories(m_sFolder, oError);
-    if (oError)
-        FailAccess(sPath, "has no folder", oError.value());
+void SettingsStore::Write(std::string_view service, std::string_view category, std::string_view name,
+                          std::string_view value) {
+    const std::string path = PathOf(service);
+    std::error_code error;
+    std::filesystem::create_directories(m_folder, error);
+    if (error)
+        FailAccess(path, "has no folder", error.value());
     // The settings file itself is replaced, so the lock needs a file that stays.
-    const Descriptor oLock(sPath + ".lock", O_RDWR | O_CREAT);
-    if (oLock.Get() < 0)
-        FailAccess(sPath, "can't be locked", errno);
-    while (::flock(oLock.Get(), LOCK_EX) != 0)
+    const Descriptor lock(path + ".lock", O_RDWR | O_CREAT);
+    if (lock.Get() < 0)
+        FailAccess(path, "can't be locked", errno);
+    while (::flock(lock.Get(), LOCK_EX) != 0)
         if (errno != EINTR)
-            FailAccess(sPath, "can't be locked", errno);
+            FailAccess(path, "can't be locked", errno);
 
-    std::vector<Setting> aSettings = Load(sPath);
-    if (Setting* pSetting = Find(aSettings, sCategory, sName))
-        pSetting->sValue = sValue;
+    std::vector<Setting> settings = Load(path);
+    if (Setting* setting = Find(settings, category, name))
+        setting->value = value;
     else
-        aSettings.push_back({std::string(sCategory), std::string(sName), std::string(sValue)});
-    Replace(sPath, Format(std::move(aSettings)));
+        settings.push_back({std::string(category), std::string(name), std::string(value)});
+    Replace(path, Format(std::move(settings)));
 }
 
 } // namespace corvane

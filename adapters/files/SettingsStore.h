@@ -12,22 +12,22 @@ class SettingsStore final : public ISettingsStore {
 public:
     // An empty folder stands for corvane/<application> in $XDG_CONFIG_HOME, or in ~/.config. It is made by the first
     // write.
-    explicit SettingsStore(std::string_view sApplication, std::string sFolder = {});
+    explicit SettingsStore(std::string_view application, std::string folder = {});
 
     // Nothing is cached: what another program has written is seen at once. Services, categories and names are
     // compared without regard to case. 75 when the file is there and can't be read.
-    std::string Read(std::string_view sService, std::string_view sCategory, std::string_view sName,
-                     std::string_view sDefault) const override;
+    std::string Read(std::string_view service, std::string_view category, std::string_view name,
+                     std::string_view defaultText) const override;
     // 75 when it can't be written; the earlier values are kept.
-    void Write(std::string_view sService, std::string_view sCategory, std::string_view sName,
-               std::string_view sValue) override;
+    void Write(std::string_view service, std::string_view category, std::string_view name,
+               std::string_view value) override;
 
-    [[nodiscard]] const std::string& Folder() const { return m_sFolder; }
+    [[nodiscard]] const std::string& Folder() const { return m_folder; }
 
 private:
-    [[nodiscard]] std::string PathOf(std::string_view sService) const;
+    [[nodiscard]] std::string PathOf(std::string_view service) const;
 
-    std::string m_sFolder;
+    std::string m_folder;
 };
 
 } // namespace corvane

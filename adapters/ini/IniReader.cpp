@@ -14,56 +14,56 @@ namespace corvane {
 
 namespace {
 
-std::string_view Trimmed(std::string_view sText) {
-    constexpr const char* sBlanks = " \t\r\v\f";
-    const std::size_t iFirst = sText.find_first_not_of(sBlanks);
-    if (iFirst == std::string_view::npos)
+std::string_view Trimmed(std::string_view text) {
+    constexpr const char* blanks = " \t\r\v\f";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
         return {};
-    return sText.substr(iFirst, sText.find_last_not_of(sBlanks) - iFirst + 1);
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 // Hands inih its lines. inih takes no more than about 200 bytes of a line, sees a comment in " ;" and a continuation in
 // an indented line, none of which holds for these files: so a value waits here, and inih sees its number.
 struct Lines {
-    std::string_view sRest;
-    std::vector<std::string_view> aValues;
+    std::string_view rest;
+    std::vector<std::string_view> values;
 
-    static char* Next(char* pBuffer, int nBuffer, void* pLines) {
-        auto& oLines = *static_cast<Lines*>(pLines);
-        if (oLines.sRest.empty())
+    static char* Next(char* buffer, int bufferSize, void* linesPointer) {
+        auto& lines = *static_cast<Lines*>(linesPointer);
+        if (lines.rest.empty())
             return nullptr;
-        const std::size_t iEnd = std::min(oLines.sRest.find('\n'), oLines.sRest.size());
-        const std::string_view sLine = Trimmed(oLines.sRest.substr(0, iEnd));
-        oLines.sRest.remove_prefix(std::min(iEnd + 1, oLines.sRest.size()));
-        std::string sGiven(sLine);
-        const std::size_t iSign = sLine.find('=');
-        if (iSign != std::string_view::npos && !sLine.starts_with(';') && !sLine.starts_with('[')) {
-            sGiven = std::string(sLine.substr(0, iSign)) + "=" + std::to_string(oLines.aValues.size());
-            oLines.aValues.push_back(Trimmed(sLine.substr(iSign + 1)));
+        const std::size_t end = std::min(lines.rest.find('\n'), lines.rest.size());
+        const std::string_view line = Trimmed(lines.rest.substr(0, end));
+        lines.rest.remove_prefix(std::min(end + 1, lines.rest.size()));
+        std::string given(line);
+        const std::size_t sign = line.find('=');
+        if (sign != std::string_view::npos && !line.starts_with(';') && !line.starts_with('[')) {
+            given = std::string(line.substr(0, sign)) + "=" + std::to_string(lines.values.size());
+            lines.values.push_back(Trimmed(line.substr(sign + 1)));
         }
-        if (sGiven.size() + 2 > static_cast<std::size_t>(nBuffer))
-            sGiven.clear(); // no name is that long
-        sGiven += '\n';
-        sGiven.copy(pBuffer, sGiven.size());
-        pBuffer[sGiven.size()] = '\0';
-        return pBuffer;
+        if (given.size() + 2 > static_cast<std::size_t>(bufferSize))
+            given.clear(); // no name is that long
+        given += '\n';
+        given.copy(buffer, given.size());
+        buffer[given.size()] = '\0';
+        return buffer;
     }
 };
 
 struct Search {
-    Lines oLines;
-    std::string_view sSection;
-    std::string_view sKey;
-    std::optional<std::string> oValue;
+    Lines lines;
+    std::string_view section;
+    std::string_view key;
+    std::optional<std::string> value;
 
-    static int OnEntry(void* pSearch, const char* sSection, const char* sKey, const char* sNumber) {
-        auto& oSearch = *static_cast<Search*>(pSearch);
-        if (!oSearch.oValue && EqualText(Trimmed(sSection), oSearch.sSection) && EqualText(sKey, oSearch.sKey)) {
+    static int OnEntry(void* searchPointer, const char* sectionName, const char* keyName, const char* number) {
+        auto& search = *static_cast<Search*>(searchPointer);
+        if (!search.value && EqualText(Trimmed(sectionName), search.section) && EqualText(keyName, search.key)) {
             std::size_t i = 0;
-            const std::string_view sDigits = sNumber;
-            std::from_chars(sDigits.data(), sDigits.data() + sDigits.size(), i);
-            if (i < oSearch.oLines.aValues.size())
-                oSearch.oValue = std::string(oSearch.oLines.aValues[i]);
+            const std::string_view digits = number;
+            std::from_chars(digits.data(), digits.data() + digits.size(), i);
+            if (i < search.lines.values.size())
+                search.value = std::string(search.lines.values[i]);
         }
         return 1;
     }
@@ -71,38 +71,38 @@ struct Search {
 
 } // namespace
 
-std::optional<std::string> IniReader::Value(std::string_view sFile, std::string_view sSection, std::string_view sKey) {
-    const std::optional<std::string> oPath = FindPath(sFile);
-    std::optional<std::string> oBytes = oPath ? ReadBytes(*oPath) : std::nullopt;
-    if (!oBytes)
+std::optional<std::string> IniReader::Value(std::string_view file, std::string_view section, std::string_view key) {
+    const std::optional<std::string> path = FindPath(file);
+    std::optional<std::string> bytes = path ? ReadBytes(*path) : std::nullopt;
+    if (!bytes)
         return std::nullopt;
-    std::string sText = IsUtf8(*oBytes) ? *std::move(oBytes) : DecodeWindows1252(*oBytes);
-    if (sText.starts_with("\xEF\xBB\xBF"))
-        sText.erase(0, 3);
-    std::replace(sText.begin(), sText.end(), '\0', ' ');
-    Search oSearch{{sText, {}}, sSection, sKey, std::nullopt};
-    ini_parse_stream(&Lines::Next, &oSearch.oLines, &Search::OnEntry, &oSearch);
-    return oSearch.oValue;
+    std::string text = IsUtf8(*bytes) ? *std::move(bytes) : DecodeWindows1252(*bytes);
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.erase(0, 3);
+    std::replace(text.begin(), text.end(), '\0', ' ');
+    Search search{{text, {}}, section, key, std::nullopt};
+    ini_parse_stream(&Lines::Next, &search.lines, &Search::OnEntry, &search);
+    return search.value;
 }
 
-Long IniReader::ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                            Long lDefault) const {
-    const std::optional<std::string> oValue = Value(sFile, sSection, sKey);
-    if (!oValue)
-        return lDefault;
-    std::string_view sDigits = *oValue;
-    if (sDigits.starts_with('+') && !sDigits.starts_with("+-"))
-        sDigits.remove_prefix(1);
-    Long lValue = 0;
-    if (std::from_chars(sDigits.data(), sDigits.data() + sDigits.size(), lValue).ec == std::errc::result_out_of_range)
-        return sDigits.starts_with('-') ? std::numeric_limits<Long>::min() : std::numeric_limits<Long>::max();
-    return lValue;
+Long IniReader::ReadInteger(std::string_view file, std::string_view section, std::string_view key,
+                            Long defaultNumber) const {
+    const std::optional<std::string> value = Value(file, section, key);
+    if (!value)
+        return defaultNumber;
+    std::string_view digits = *value;
+    if (digits.starts_with('+') && !digits.starts_with("+-"))
+        digits.remove_prefix(1);
+    Long number = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec == std::errc::result_out_of_range)
+        return digits.starts_with('-') ? std::numeric_limits<Long>::min() : std::numeric_limits<Long>::max();
+    return number;
 }
 
-std::string IniReader::ReadString(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                                  std::string_view sDefault, std::size_t nMaximum) const {
-    const std::optional<std::string> oValue = Value(sFile, sSection, sKey);
-    return std::string(FirstCharacters(oValue ? std::string_view(*oValue) : sDefault, nMaximum));
+std::string IniReader::ReadString(std::string_view file, std::string_view section, std::string_view key,
+                                  std::string_view defaultText, std::size_t maximum) const {
+    const std::optional<std::string> value = Value(file, section, key);
+    return std::string(FirstCharacters(value ? std::string_view(*value) : defaultText, maximum));
 }
 
 } // namespace corvane

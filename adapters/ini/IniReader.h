@@ -13,14 +13,14 @@ namespace corvane {
 class IniReader final : public IIniReader {
 public:
     // A number that doesn't fit becomes the nearest that does.
-    Long ReadInteger(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                     Long lDefault) const override;
-    std::string ReadString(std::string_view sFile, std::string_view sSection, std::string_view sKey,
-                           std::string_view sDefault, std::size_t nMaximum) const override;
+    Long ReadInteger(std::string_view file, std::string_view section, std::string_view key,
+                     Long defaultNumber) const override;
+    std::string ReadString(std::string_view file, std::string_view section, std::string_view key,
+                           std::string_view defaultText, std::size_t maximum) const override;
 
 private:
-    [[nodiscard]] static std::optional<std::string> Value(std::string_view sFile, std::string_view sSection,
-                                                          std::string_view sKey);
+    [[nodiscard]] static std::optional<std::string> Value(std::string_view file, std::string_view section,
+                                                          std::string_view key);
 };
 
 } // namespace corvane

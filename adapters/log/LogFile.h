@@ -16,24 +16,24 @@ public:
     static constexpr std::size_t FileCount = 5; // the present one and four before it
 
     // Nothing is made before the first line. An empty path means that there is no place for a log.
-    explicit LogFile(std::string sPath);
+    explicit LogFile(std::string path);
     ~LogFile();
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
     // On disk when the call returns. From any thread.
-    void Write(std::string_view sLine) noexcept;
-    [[nodiscard]] const std::string& Path() const { return m_sPath; }
+    void Write(std::string_view line) noexcept;
+    [[nodiscard]] const std::string& Path() const { return m_path; }
 
 private:
     struct Sink;
 
-    void GiveUp(const char* sWhy) noexcept;
+    void GiveUp(const char* why) noexcept;
 
-    std::string m_sPath;
-    std::unique_ptr<Sink> m_pSink;
-    std::mutex m_oMutex;
-    bool m_bGivenUp = false;
+    std::string m_path;
+    std::unique_ptr<Sink> m_sink;
+    std::mutex m_mutex;
+    bool m_givenUp = false;
 };
 
 } // namespace corvane

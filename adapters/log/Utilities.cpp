@@ -12,95 +12,95 @@ namespace corvane {
 
 namespace {
 
-constexpr const char* sLogName = "errors.log";
+constexpr const char* logName = "errors.log";
 
-std::string LogPathIn(std::string sLogFolder, const std::string& sAppName) {
-    if (sLogFolder.empty()) {
-        const std::string sState = UserFolder("XDG_STATE_HOME", ".local/state");
-        if (sState.empty())
+std::string LogPathIn(std::string logFolder, const std::string& appName) {
+    if (logFolder.empty()) {
+        const std::string state = UserFolder("XDG_STATE_HOME", ".local/state");
+        if (state.empty())
             return {};
-        sLogFolder = JoinPath(JoinPath(sState, "corvane"), AsFileName(sAppName));
+        logFolder = JoinPath(JoinPath(state, "corvane"), AsFileName(appName));
     }
-    return JoinPath(sLogFolder, sLogName);
+    return JoinPath(logFolder, logName);
 }
 
 // Local time with its distance from UTC, to a thousandth of a second.
 std::string Now() {
-    const auto oNow = std::chrono::system_clock::now();
-    const std::time_t nSeconds = std::chrono::system_clock::to_time_t(oNow);
-    const auto nThousandths =
-        std::chrono::duration_cast<std::chrono::milliseconds>(oNow.time_since_epoch()).count() % 1000;
-    std::tm oTime{};
-    ::localtime_r(&nSeconds, &oTime);
-    char aTime[32];
-    char aZone[8];
-    std::strftime(aTime, sizeof aTime, "%Y-%m-%dT%H:%M:%S", &oTime);
-    std::strftime(aZone, sizeof aZone, "%z", &oTime);
-    char aAll[64];
-    std::snprintf(aAll, sizeof aAll, "%s.%03d%s", aTime, static_cast<int>(nThousandths), aZone);
-    return aAll;
+    const auto now = std::chrono::system_clock::now();
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    const auto thousandths =
+        std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
+    std::tm time{};
+    ::localtime_r(&seconds, &time);
+    char buffer[32];
+    char zone[8];
+    std::strftime(buffer, sizeof buffer, "%Y-%m-%dT%H:%M:%S", &time);
+    std::strftime(zone, sizeof zone, "%z", &time);
+    char all[64];
+    std::snprintf(all, sizeof all, "%s.%03d%s", buffer, static_cast<int>(thousandths), zone);
+    return all;
 }
 
-void AppendField(std::string& sLine, std::string_view sText) {
-    sLine += '\t';
-    for (const char c : sText) {
+void AppendField(std::string& line, std::string_view text) {
+    line += '\t';
+    for (const char c : text) {
         switch (c) {
         case '\n':
-            sLine += "\\n";
+            line += "\\n";
             break;
         case '\r':
-            sLine += "\\r";
+            line += "\\r";
             break;
         case '\t':
-            sLine += "\\t";
+            line += "\\t";
             break;
         case '\\':
-            sLine += "\\\\";
+            line += "\\\\";
             break;
         default:
-            sLine += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c;
+            line += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c;
         }
     }
 }
 
 } // namespace
 
-Utilities::Utilities(std::string sAppName, std::string sAppFolder, std::string sLogFolder)
-    : m_sAppName(std::move(sAppName)), m_sAppFolder(std::move(sAppFolder)),
-      m_oLog(LogPathIn(std::move(sLogFolder), m_sAppName)) {}
+Utilities::Utilities(std::string appName, std::string appFolder, std::string logFolder)
+    : m_appName(std::move(appName)), m_appFolder(std::move(appFolder)),
+      m_log(LogPathIn(std::move(logFolder), m_appName)) {}
 
-void Utilities::LogError(std::string_view sAppName, std::string_view sModule, std::string_view sProcedure,
-                         const Failure& oFailure, std::string_view sContext, bool bShow) {
-    std::string sLine = Now();
-    const std::string sNumber = std::to_string(oFailure.Number);
-    const std::string_view aFields[] = {sAppName, sModule, sProcedure, sNumber, oFailure.Source, oFailure.Description,
-                                        sContext};
-    for (const std::string_view sText : aFields)
-        AppendField(sLine, sText);
-    m_oLog.Write(sLine);
-    if (!bShow)
+void Utilities::LogError(std::string_view appName, std::string_view module, std::string_view procedure,
+                         const Failure& failure, std::string_view context, bool show) {
+    std::string line = Now();
+    const std::string number = std::to_string(failure.Number);
+    const std::string_view fields[] = {appName, module, procedure, number, failure.Source, failure.Description,
+                                       context};
+    for (const std::string_view text : fields)
+        AppendField(line, text);
+    m_log.Write(line);
+    if (!show)
         return;
-    if (m_fnShow)
-        m_fnShow({std::string(sModule), std::string(sProcedure), oFailure, std::string(sContext), m_oLog.Path()});
+    if (m_show)
+        m_show({std::string(module), std::string(procedure), failure, std::string(context), m_log.Path()});
     else
-        std::fprintf(stderr, "%s: %s\n", m_sAppName.c_str(),
-                     sContext.empty() ? oFailure.Description.c_str() : std::string(sContext).c_str());
+        std::fprintf(stderr, "%s: %s\n", m_appName.c_str(),
+                     context.empty() ? failure.Description.c_str() : std::string(context).c_str());
 }
 
 bool Utilities::IsRunningInIDE() const {
-    constexpr std::string_view sField = "\nTracerPid:";
-    const std::string sStatus = ReadBytes("/proc/self/status").value_or("");
-    const std::size_t i = sStatus.find(sField);
-    return i != std::string::npos && std::atol(sStatus.c_str() + i + sField.size()) != 0;
+    constexpr std::string_view field = "\nTracerPid:";
+    const std::string status = ReadBytes("/proc/self/status").value_or("");
+    const std::size_t i = status.find(field);
+    return i != std::string::npos && std::atol(status.c_str() + i + field.size()) != 0;
 }
 
-std::string Utilities::GetAppFolder(std::string_view sName) const {
-    for (const char* sKnown : {"Services", "Images"})
-        if (EqualText(sName, sKnown)) {
-            const std::string sPath = JoinPath(m_sAppFolder, sKnown);
-            return FindPath(sPath).value_or(sPath);
+std::string Utilities::GetAppFolder(std::string_view name) const {
+    for (const char* known : {"Services", "Images"})
+        if (EqualText(name, known)) {
+            const std::string path = JoinPath(m_appFolder, known);
+            return FindPath(path).value_or(path);
         }
-    Fail(FailureNumber::PathNotFound, "An application has no folder \"" + std::string(sName) + "\"");
+    Fail(FailureNumber::PathNotFound, "An application has no folder \"" + std::string(name) + "\"");
 }
 
 } // namespace corvane

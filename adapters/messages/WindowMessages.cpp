@@ -7,67 +7,67 @@ namespace corvane {
 
 namespace {
 
-[[noreturn]] void FailUnknown(const char* sWhat, Long lNumber) {
-    Fail(FailureNumber::InvalidProcedureCall, std::string("There is no ") + sWhat + " " + std::to_string(lNumber));
+[[noreturn]] void FailUnknown(const char* what, Long number) {
+    Fail(FailureNumber::InvalidProcedureCall, std::string("There is no ") + what + " " + std::to_string(number));
 }
 
 } // namespace
 
-Long WindowMessages::RegisterProc(WindowProc fnProc) {
-    m_mapProcs.emplace(++m_lLastProc, std::make_shared<const WindowProc>(std::move(fnProc)));
-    return m_lLastProc;
+Long WindowMessages::RegisterProc(WindowProc proc) {
+    m_procs.emplace(++m_lastProc, std::make_shared<const WindowProc>(std::move(proc)));
+    return m_lastProc;
 }
 
-Long WindowMessages::GetWindowProc(Long hWnd) const {
-    const auto it = m_mapWindows.find(hWnd);
-    if (it == m_mapWindows.end())
-        FailUnknown("window", hWnd);
-    return it->second.lPresent;
+Long WindowMessages::GetWindowProc(Long handle) const {
+    const auto it = m_windows.find(handle);
+    if (it == m_windows.end())
+        FailUnknown("window", handle);
+    return it->second.present;
 }
 
-void WindowMessages::SetWindowProc(Long hWnd, Long lProc) {
-    const auto it = m_mapWindows.find(hWnd);
-    if (it == m_mapWindows.end())
-        FailUnknown("window", hWnd);
-    if (!m_mapProcs.contains(lProc))
-        FailUnknown("window procedure", lProc);
-    it->second.lPresent = lProc;
+void WindowMessages::SetWindowProc(Long handle, Long proc) {
+    const auto it = m_windows.find(handle);
+    if (it == m_windows.end())
+        FailUnknown("window", handle);
+    if (!m_procs.contains(proc))
+        FailUnknown("window procedure", proc);
+    it->second.present = proc;
 }
 
-Long WindowMessages::CallWindowProc(Long lProc, Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam) {
-    const auto it = m_mapProcs.find(lProc);
-    if (it == m_mapProcs.end())
-        FailUnknown("window procedure", lProc);
-    const auto pProc = it->second; // held while it runs
-    return *pProc ? (*pProc)(hWnd, uMsg, wParam, lParam) : 0;
+Long WindowMessages::CallWindowProc(Long procedureId, Long handle, Long message, Long wParam, std::intptr_t lParam) {
+    const auto it = m_procs.find(procedureId);
+    if (it == m_procs.end())
+        FailUnknown("window procedure", procedureId);
+    const auto proc = it->second; // held while it runs
+    return *proc ? (*proc)(handle, message, wParam, lParam) : 0;
 }
 
-Long WindowMessages::DefWindowProc(Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam) {
-    const auto pDefault = m_pDefault;
-    return pDefault && *pDefault ? (*pDefault)(hWnd, uMsg, wParam, lParam) : 0;
+Long WindowMessages::DefWindowProc(Long handle, Long message, Long wParam, std::intptr_t lParam) {
+    const auto defaultProc = m_default;
+    return defaultProc && *defaultProc ? (*defaultProc)(handle, message, wParam, lParam) : 0;
 }
 
-void WindowMessages::RegisterWindow(Long hWnd, WindowProc fnBase) {
-    if (m_mapWindows.contains(hWnd))
-        Fail(FailureNumber::KeyInUse, "There is a window " + std::to_string(hWnd) + " already");
-    const Long lBase = RegisterProc(std::move(fnBase));
-    m_mapWindows.emplace(hWnd, Window{lBase, lBase});
+void WindowMessages::RegisterWindow(Long handle, WindowProc base) {
+    if (m_windows.contains(handle))
+        Fail(FailureNumber::KeyInUse, "There is a window " + std::to_string(handle) + " already");
+    const Long baseNumber = RegisterProc(std::move(base));
+    m_windows.emplace(handle, Window{baseNumber, baseNumber});
 }
 
-void WindowMessages::UnregisterWindow(Long hWnd) {
-    const auto it = m_mapWindows.find(hWnd);
-    if (it == m_mapWindows.end())
+void WindowMessages::UnregisterWindow(Long handle) {
+    const auto it = m_windows.find(handle);
+    if (it == m_windows.end())
         return;
-    m_mapProcs.erase(it->second.lBase);
-    m_mapWindows.erase(it);
+    m_procs.erase(it->second.base);
+    m_windows.erase(it);
 }
 
-void WindowMessages::SetDefault(WindowProc fnDefault) {
-    m_pDefault = std::make_shared<const WindowProc>(std::move(fnDefault));
+void WindowMessages::SetDefault(WindowProc defaultProcedure) {
+    m_default = std::make_shared<const WindowProc>(std::move(defaultProcedure));
 }
 
-Long WindowMessages::SendMessage(Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam) {
-    return CallWindowProc(GetWindowProc(hWnd), hWnd, uMsg, wParam, lParam);
+Long WindowMessages::SendMessage(Long handle, Long message, Long wParam, std::intptr_t lParam) {
+    return CallWindowProc(GetWindowProc(handle), handle, message, wParam, lParam);
 }
 
 } // namespace corvane

@@ -10,33 +10,33 @@ namespace corvane {
 
 class WindowMessages final : public IWindowMessages {
 public:
-    Long RegisterProc(WindowProc fnProc) override;
-    Long GetWindowProc(Long hWnd) const override;
+    Long RegisterProc(WindowProc proc) override;
+    Long GetWindowProc(Long handle) const override;
     // Fails with 5 for a handle or a procedure that isn't registered.
-    void SetWindowProc(Long hWnd, Long lProc) override;
+    void SetWindowProc(Long handle, Long proc) override;
     // Fails with 5 for a procedure that isn't registered.
-    Long CallWindowProc(Long lProc, Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam) override;
+    Long CallWindowProc(Long procedureId, Long handle, Long message, Long wParam, std::intptr_t lParam) override;
     // What the host has set; 0 until then.
-    Long DefWindowProc(Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam) override;
+    Long DefWindowProc(Long handle, Long message, Long wParam, std::intptr_t lParam) override;
 
     // For the host. The base procedure is what the window does by itself. 457 for a handle that is registered.
-    void RegisterWindow(Long hWnd, WindowProc fnBase);
+    void RegisterWindow(Long handle, WindowProc base);
     // The handle may be registered anew afterwards. Does nothing for an unknown one.
-    void UnregisterWindow(Long hWnd);
-    void SetDefault(WindowProc fnDefault);
+    void UnregisterWindow(Long handle);
+    void SetDefault(WindowProc defaultProcedure);
     // The answer of the window's present procedure. A procedure may replace itself, or end its window, while it runs.
-    Long SendMessage(Long hWnd, Long uMsg, Long wParam, std::intptr_t lParam);
+    Long SendMessage(Long handle, Long message, Long wParam, std::intptr_t lParam);
 
 private:
     struct Window {
-        Long lBase;
-        Long lPresent;
+        Long base;
+        Long present;
     };
 
-    std::unordered_map<Long, std::shared_ptr<const WindowProc>> m_mapProcs;
-    std::unordered_map<Long, Window> m_mapWindows;
-    std::shared_ptr<const WindowProc> m_pDefault;
-    Long m_lLastProc = 0;
+    std::unordered_map<Long, std::shared_ptr<const WindowProc>> m_procs;
+    std::unordered_map<Long, Window> m_windows;
+    std::shared_ptr<const WindowProc> m_default;
+    Long m_lastProc = 0;
 };
 
 } // namespace corvane

@@ -12,32 +12,32 @@ namespace corvane {
 
 namespace fs = std::filesystem;
 
-ApplicationPlatform::ApplicationPlatform(std::string sAppFolder, std::string sAppName) : sName(std::move(sAppName)) {
-    std::error_code oError;
-    const fs::path oFolder = fs::canonical(sAppFolder.empty() ? "." : sAppFolder, oError);
-    if (oError || !fs::is_directory(oFolder, oError))
-        Fail(FailureNumber::PathNotFound, "There is no application folder \"" + sAppFolder + "\"");
-    sFolder = oFolder.string();
-    if (sName.empty())
-        sName = oFolder.filename().string();
-    const std::string sPlugins = JoinPath(sFolder, "plugins");
-    oUtilities = New<Utilities>(sName, sFolder);
-    oPlugins = New<PluginFactory>(FindPath(sPlugins).value_or(sPlugins));
-    oSettings = New<SettingsStore>(sName);
-    oWindowMessages = New<WindowMessages>();
+ApplicationPlatform::ApplicationPlatform(std::string appFolder, std::string appName) : name(std::move(appName)) {
+    std::error_code error;
+    const fs::path folderObject = fs::canonical(appFolder.empty() ? "." : appFolder, error);
+    if (error || !fs::is_directory(folderObject, error))
+        Fail(FailureNumber::PathNotFound, "There is no application folder \"" + appFolder + "\"");
+    folder = folderObject.string();
+    if (name.empty())
+        name = folderObject.filename().string();
+    const std::string pluginsText = JoinPath(folder, "plugins");
+    utilities = New<Utilities>(name, folder);
+    plugins = New<PluginFactory>(FindPath(pluginsText).value_or(pluginsText));
+    settings = New<SettingsStore>(name);
+    windowMessages = New<WindowMessages>();
 }
 
 Platform ApplicationPlatform::MakePlatform() const {
-    Platform oPlatform;
-    oPlatform.oUtilities = oUtilities;
-    oPlatform.oXmlService = New<XmlService>();
-    oPlatform.oFileSystem = New<FileSystem>();
-    oPlatform.oIniReader = New<IniReader>();
-    oPlatform.oObjectFactory = oPlugins;
-    oPlatform.oPictureLoader = New<PictureLoader>();
-    oPlatform.oSettingsStore = oSettings;
-    oPlatform.oWindowMessages = oWindowMessages;
-    return oPlatform;
+    Platform platform;
+    platform.oUtilities = utilities;
+    platform.oXmlService = New<XmlService>();
+    platform.oFileSystem = New<FileSystem>();
+    platform.oIniReader = New<IniReader>();
+    platform.oObjectFactory = plugins;
+    platform.oPictureLoader = New<PictureLoader>();
+    platform.oSettingsStore = settings;
+    platform.oWindowMessages = windowMessages;
+    return platform;
 }
 
 } // namespace corvane

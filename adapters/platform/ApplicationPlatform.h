@@ -13,19 +13,19 @@ namespace corvane {
 
 // The parts of which a host needs more than the library does, and all of them as the library takes them.
 struct ApplicationPlatform {
-    // sAppFolder holds Services, Images, plugins and QRZ.INI; it becomes absolute. An empty name stands for the
+    // appFolder holds Services, Images, plugins and QRZ.INI; it becomes absolute. An empty name stands for the
     // folder's own. Fails with 76 when there is no such folder.
-    explicit ApplicationPlatform(std::string sAppFolder, std::string sAppName = {});
+    explicit ApplicationPlatform(std::string appFolder, std::string appName = {});
 
-    // All but what the host has of its own: oScreen, oTimers, oMessageBox and oScreenPrinter are nothing.
+    // All but what the host has of its own: screen, oTimers, oMessageBox and oScreenPrinter are nothing.
     [[nodiscard]] Platform MakePlatform() const;
 
-    std::string sFolder;
-    std::string sName;
-    Ref<Utilities> oUtilities;
-    Ref<PluginFactory> oPlugins;
-    Ref<SettingsStore> oSettings;
-    Ref<WindowMessages> oWindowMessages;
+    std::string folder;
+    std::string name;
+    Ref<Utilities> utilities;
+    Ref<PluginFactory> plugins;
+    Ref<SettingsStore> settings;
+    Ref<WindowMessages> windowMessages;
 };
 
 } // namespace corvane

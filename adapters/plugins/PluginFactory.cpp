@@ -14,143 +14,142 @@ namespace {
 
 using EntryFunction = const PluginTable* (*)();
 
-[[noreturn]] void FailCreation(const std::string& sWanted, const std::string& sWhy) {
-    Fail(FailureNumber::CannotCreateObject, "Can't create " + sWanted + ": " + sWhy, "Plug-ins");
+[[noreturn]] void FailCreation(const std::string& wanted, const std::string& why) {
+    Fail(FailureNumber::CannotCreateObject, "Can't create " + wanted + ": " + why, "Plug-ins");
 }
 
-std::string Quoted(std::string_view sText) {
-    return "\"" + std::string(sText) + "\"";
+std::string Quoted(std::string_view text) {
+    return "\"" + std::string(text) + "\"";
 }
 
-std::string NearestFirst(std::span<const PluginClass> aClasses, std::string_view sProgID) {
-    std::vector<std::pair<std::size_t, std::string>> aNames;
-    for (const PluginClass& oClass : aClasses)
-        aNames.emplace_back(EditDistance(oClass.ProgID, sProgID), oClass.ProgID);
-    std::sort(aNames.begin(), aNames.end());
-    std::string sList;
-    for (const auto& [nDistance, sName] : aNames)
-        sList += (sList.empty() ? "" : ", ") + Quoted(sName);
-    return sList.empty() ? "none" : sList;
+std::string NearestFirst(std::span<const PluginClass> classes, std::string_view progID) {
+    std::vector<std::pair<std::size_t, std::string>> names;
+    for (const PluginClass& pluginClass : classes)
+        names.emplace_back(EditDistance(pluginClass.ProgID, progID), pluginClass.ProgID);
+    std::sort(names.begin(), names.end());
+    std::string list;
+    for (const auto& [distance, name] : names)
+        list += (list.empty() ? "" : ", ") + Quoted(name);
+    return list.empty() ? "none" : list;
 }
 
-std::span<const PluginClass> ClassesOf(const PluginTable& oTable) {
-    return {oTable.Classes, oTable.ClassCount};
+std::span<const PluginClass> ClassesOf(const PluginTable& table) {
+    return {table.Classes, table.ClassCount};
 }
 
 // The build tag up to its last blank: compiler and standard library.
-std::string_view WithoutHash(std::string_view sTag) {
-    return sTag.substr(0, sTag.rfind(' '));
+std::string_view WithoutHash(std::string_view tag) {
+    return tag.substr(0, tag.rfind(' '));
 }
 
 // Fails when the library's table isn't one that this program can use.
-const PluginTable* CheckedTable(void* pLibrary, const std::string& sPath, const std::string& sWanted) {
-    const auto fnEntry = reinterpret_cast<EntryFunction>(::dlsym(pLibrary, PluginEntryName));
-    if (!fnEntry)
-        FailCreation(sWanted, "the file " + Quoted(sPath) + " is a shared library without the entry \"" +
-                                  PluginEntryName + "\", so it isn't a plug-in. Declare its classes with " +
-                                  "CORVANE_PLUGIN and build it again");
-    const PluginTable* pTable = fnEntry();
-    if (!pTable)
-        FailCreation(sWanted, "the entry \"" + std::string(PluginEntryName) + "\" of the plug-in " + Quoted(sPath) +
-                                  " returned no table of classes. Declare them with CORVANE_PLUGIN");
-    if (pTable->AbiVersion != PluginAbiVersion)
-        FailCreation(sWanted, "the plug-in " + Quoted(sPath) + " has the interface version " +
-                                  std::to_string(pTable->AbiVersion) + ", this program wants version " +
-                                  std::to_string(PluginAbiVersion) +
-                                  ". Build the plug-in again with this program's headers");
-    const std::string_view sTag = pTable->BuildTag ? pTable->BuildTag : "";
-    if (sTag != PluginBuildTag)
-        FailCreation(sWanted,
-                     "the plug-in " + Quoted(sPath) + " was built as " + Quoted(sTag) + ", this program wants " +
+const PluginTable* CheckedTable(void* library, const std::string& path, const std::string& wanted) {
+    const auto entry = reinterpret_cast<EntryFunction>(::dlsym(library, PluginEntryName));
+    if (!entry)
+        FailCreation(wanted, "the file " + Quoted(path) + " is a shared library without the entry \"" +
+                                 PluginEntryName + "\", so it isn't a plug-in. Declare its classes with " +
+                                 "CORVANE_PLUGIN and build it again");
+    const PluginTable* table = entry();
+    if (!table)
+        FailCreation(wanted, "the entry \"" + std::string(PluginEntryName) + "\" of the plug-in " + Quoted(path) +
+                                 " returned no table of classes. Declare them with CORVANE_PLUGIN");
+    if (table->AbiVersion != PluginAbiVersion)
+        FailCreation(wanted, "the plug-in " + Quoted(path) + " has the interface version " +
+                                 std::to_string(table->AbiVersion) + ", this program wants version " +
+                                 std::to_string(PluginAbiVersion) +
+                                 ". Build the plug-in again with this program's headers");
+    const std::string_view tag = table->BuildTag ? table->BuildTag : "";
+    if (tag != PluginBuildTag)
+        FailCreation(wanted,
+                     "the plug-in " + Quoted(path) + " was built as " + Quoted(tag) + ", this program wants " +
                          Quoted(PluginBuildTag) + ". Build the plug-in again with " +
-                         (WithoutHash(sTag) == WithoutHash(PluginBuildTag) ? "this program's headers"
-                                                                           : "the same compiler and standard library"));
-    return pTable;
+                         (WithoutHash(tag) == WithoutHash(PluginBuildTag) ? "this program's headers"
+                                                                          : "the same compiler and standard library"));
+    return table;
 }
 
 // The part in front of the point.
-std::string_view LibraryOf(std::string_view sProgID, const std::string& sWanted) {
-    const std::size_t iPoint = sProgID.find('.');
-    if (iPoint == 0 || iPoint == std::string_view::npos || iPoint + 1 == sProgID.size())
-        FailCreation(sWanted, "a ProgID has the form \"Library.Class\"");
-    const std::string_view sLibrary = sProgID.substr(0, iPoint);
+std::string_view LibraryOf(std::string_view progID, const std::string& wanted) {
+    const std::size_t point = progID.find('.');
+    if (point == 0 || point == std::string_view::npos || point + 1 == progID.size())
+        FailCreation(wanted, "a ProgID has the form \"Library.Class\"");
+    const std::string_view library = progID.substr(0, point);
     using namespace std::string_view_literals;
-    if (sLibrary.find_first_of("/\\\0"sv) != std::string_view::npos)
-        FailCreation(sWanted,
-                     "the library's name " + Quoted(sLibrary) +
-                         " isn't a plain file name; a ProgID has the form \"Library.Class\", without a folder");
-    return sLibrary;
+    if (library.find_first_of("/\\\0"sv) != std::string_view::npos)
+        FailCreation(wanted, "the library's name " + Quoted(library) +
+                                 " isn't a plain file name; a ProgID has the form \"Library.Class\", without a folder");
+    return library;
 }
 
 } // namespace
 
-PluginFactory::PluginFactory(std::string sFolder)
+PluginFactory::PluginFactory(std::string folder)
     // Absolute, for the system's loader searches other folders for a plain name.
-    : m_sFolder(std::filesystem::absolute(std::move(sFolder)).lexically_normal().string()) {}
+    : m_folder(std::filesystem::absolute(std::move(folder)).lexically_normal().string()) {}
 
-std::string PluginFactory::PathOf(std::string_view sLibrary) const {
-    const std::string sPath = JoinPath(m_sFolder, "lib" + std::string(sLibrary) + ".so");
-    return FindPath(sPath).value_or(sPath);
+std::string PluginFactory::PathOf(std::string_view library) const {
+    const std::string path = JoinPath(m_folder, "lib" + std::string(library) + ".so");
+    return FindPath(path).value_or(path);
 }
 
 std::vector<std::string> PluginFactory::Libraries() const {
-    std::vector<std::string> aLibraries;
-    for (const std::string& sName : NamesIn(m_sFolder).value_or(std::vector<std::string>()))
-        if (const std::string_view sView = sName; sView.size() > 6 && EqualText(sView.substr(0, 3), "lib") &&
-                                                  EqualText(sView.substr(sView.size() - 3), ".so"))
-            aLibraries.emplace_back(sView.substr(3, sView.size() - 6));
-    return aLibraries;
+    std::vector<std::string> libraries;
+    for (const std::string& name : NamesIn(m_folder).value_or(std::vector<std::string>()))
+        if (const std::string_view view = name;
+            view.size() > 6 && EqualText(view.substr(0, 3), "lib") && EqualText(view.substr(view.size() - 3), ".so"))
+            libraries.emplace_back(view.substr(3, view.size() - 6));
+    return libraries;
 }
 
-const PluginFactory::Library& PluginFactory::Load(std::string_view sLibrary, const std::string& sWanted) {
-    if (const auto it = m_mapLibraries.find(sLibrary); it != m_mapLibraries.end())
+const PluginFactory::Library& PluginFactory::Load(std::string_view libraryName, const std::string& wanted) {
+    if (const auto it = m_libraries.find(libraryName); it != m_libraries.end())
         return it->second;
-    const std::string sPath = PathOf(sLibrary);
-    std::error_code oError;
-    if (!std::filesystem::exists(sPath, oError))
-        FailCreation(sWanted, "there is no file " + Quoted(sPath) +
-                                  ". Put the plug-in there, or correct the name in front of the point");
-    void* pLibrary = ::dlopen(sPath.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!pLibrary) {
-        const char* sWhy = ::dlerror();
-        FailCreation(sWanted, "the file " + Quoted(sPath) + " can't be loaded as a shared library: " +
-                                  (sWhy ? sWhy : "the system gives no reason") +
-                                  ". Build the plug-in for this machine, with all that it links to");
+    const std::string path = PathOf(libraryName);
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        FailCreation(wanted, "there is no file " + Quoted(path) +
+                                 ". Put the plug-in there, or correct the name in front of the point");
+    void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        const char* why = ::dlerror();
+        FailCreation(wanted, "the file " + Quoted(path) +
+                                 " can't be loaded as a shared library: " + (why ? why : "the system gives no reason") +
+                                 ". Build the plug-in for this machine, with all that it links to");
     }
-    const PluginTable* pTable = CheckedTable(pLibrary, sPath, sWanted);
-    return m_mapLibraries.emplace(std::string(sLibrary), Library{sPath, pTable}).first->second;
+    const PluginTable* table = CheckedTable(library, path, wanted);
+    return m_libraries.emplace(std::string(libraryName), Library{path, table}).first->second;
 }
 
-Ref<Object> PluginFactory::Create(std::string_view sProgID) {
-    const std::string sWanted = "an object of \"" + std::string(sProgID) + "\"";
-    const Library& oLibrary = Load(LibraryOf(sProgID, sWanted), sWanted);
-    const auto aClasses = ClassesOf(*oLibrary.pTable);
-    const auto it = std::find_if(aClasses.begin(), aClasses.end(),
-                                 [&](const PluginClass& oClass) { return EqualText(oClass.ProgID, sProgID); });
-    if (it == aClasses.end())
-        FailCreation(sWanted, "the plug-in " + Quoted(oLibrary.sPath) + " has no such class. It has " +
-                                  NearestFirst(aClasses, sProgID));
-    Object* pObject = nullptr;
+Ref<Object> PluginFactory::Create(std::string_view progID) {
+    const std::string wanted = "an object of \"" + std::string(progID) + "\"";
+    const Library& library = Load(LibraryOf(progID, wanted), wanted);
+    const auto classes = ClassesOf(*library.table);
+    const auto it = std::find_if(classes.begin(), classes.end(),
+                                 [&](const PluginClass& pluginClass) { return EqualText(pluginClass.ProgID, progID); });
+    if (it == classes.end())
+        FailCreation(wanted, "the plug-in " + Quoted(library.path) + " has no such class. It has " +
+                                 NearestFirst(classes, progID));
+    Object* object = nullptr;
     try {
-        pObject = it->Create();
+        object = it->Create();
     } catch (...) {
-        const Failure oFailure = CurrentFailure();
-        FailCreation(sWanted, "its constructor in the plug-in " + Quoted(oLibrary.sPath) + " failed with " +
-                                  std::to_string(oFailure.Number) + " (" + oFailure.Source +
-                                  "): " + oFailure.Description);
+        const Failure failure = CurrentFailure();
+        FailCreation(wanted, "its constructor in the plug-in " + Quoted(library.path) + " failed with " +
+                                 std::to_string(failure.Number) + " (" + failure.Source + "): " + failure.Description);
     }
-    if (!pObject)
-        FailCreation(sWanted, "the plug-in " + Quoted(oLibrary.sPath) + " returned nothing");
-    return Ref<Object>::Adopt(pObject);
+    if (!object)
+        FailCreation(wanted, "the plug-in " + Quoted(library.path) + " returned nothing");
+    return Ref<Object>::Adopt(object);
 }
 
-std::vector<PluginFactory::ClassInfo> PluginFactory::Classes(std::string_view sLibrary) {
-    const std::string sWanted = "objects of the library \"" + std::string(sLibrary) + "\"";
-    LibraryOf(std::string(sLibrary) + ".*", sWanted);
-    std::vector<ClassInfo> aClasses;
-    for (const PluginClass& oClass : ClassesOf(*Load(sLibrary, sWanted).pTable))
-        aClasses.push_back({oClass.ProgID, oClass.Members ? oClass.Members() : std::vector<MemberInfo>()});
-    return aClasses;
+std::vector<PluginFactory::ClassInfo> PluginFactory::Classes(std::string_view library) {
+    const std::string wanted = "objects of the library \"" + std::string(library) + "\"";
+    LibraryOf(std::string(library) + ".*", wanted);
+    std::vector<ClassInfo> classes;
+    for (const PluginClass& pluginClass : ClassesOf(*Load(library, wanted).table))
+        classes.push_back(
+            {pluginClass.ProgID, pluginClass.Members ? pluginClass.Members() : std::vector<MemberInfo>()});
+    return classes;
 }
 
 } // namespace corvane

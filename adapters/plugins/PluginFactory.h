@@ -17,33 +17,33 @@ struct PluginTable;
 class PluginFactory final : public IObjectFactory {
 public:
     struct ClassInfo {
-        std::string sProgID;
-        std::vector<MemberInfo> aMembers; // in the order of the class's table
+        std::string progID;
+        std::vector<MemberInfo> members; // in the order of the class's table
     };
 
     // A folder that doesn't exist is an empty one.
-    explicit PluginFactory(std::string sFolder);
+    explicit PluginFactory(std::string folder);
 
     // Library and class are found without regard to case. A failure of the constructor keeps its text, inside a 429.
-    Ref<Object> Create(std::string_view sProgID) override;
+    Ref<Object> Create(std::string_view progID) override;
 
     // For tools. Fails with 429 as Create does.
-    [[nodiscard]] std::vector<ClassInfo> Classes(std::string_view sLibrary);
+    [[nodiscard]] std::vector<ClassInfo> Classes(std::string_view library);
     // The names that can stand in front of a ProgID's point, in order.
     [[nodiscard]] std::vector<std::string> Libraries() const;
     // Where the library is, or would have to be.
-    [[nodiscard]] std::string PathOf(std::string_view sLibrary) const;
+    [[nodiscard]] std::string PathOf(std::string_view library) const;
 
 private:
     struct Library {
-        std::string sPath;
-        const PluginTable* pTable;
+        std::string path;
+        const PluginTable* table;
     };
 
-    const Library& Load(std::string_view sLibrary, const std::string& sWanted);
+    const Library& Load(std::string_view libraryName, const std::string& wanted);
 
-    std::string m_sFolder;
-    std::unordered_map<std::string, Library, TextHash, TextEqual> m_mapLibraries;
+    std::string m_folder;
+    std::unordered_map<std::string, Library, TextHash, TextEqual> m_libraries;
 };
 
 } // namespace corvane

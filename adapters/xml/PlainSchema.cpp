@@ -10,35 +10,35 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view sXmlSchemaNamespace = "http://www.w3.org/2001/XMLSchema";
+constexpr std::string_view xmlSchemaNamespace = "http://www.w3.org/2001/XMLSchema";
 
-std::string_view View(const xmlChar* sText) {
-    return sText ? reinterpret_cast<const char*>(sText) : "";
+std::string_view View(const xmlChar* text) {
+    return text ? reinterpret_cast<const char*>(text) : "";
 }
 
-bool IsNamed(const xmlChar* sName, const std::string& sOther) {
-    const char* sHere = reinterpret_cast<const char*>(sName);
-    return *sHere == *sOther.c_str() && std::strcmp(sHere, sOther.c_str()) == 0; // mostly the first letter tells
+bool IsNamed(const xmlChar* name, const std::string& other) {
+    const char* here = reinterpret_cast<const char*>(name);
+    return *here == *other.c_str() && std::strcmp(here, other.c_str()) == 0; // mostly the first letter tells
 }
 
-// The place of the first that is it, from iFrom on and round; the size when there is none. What comes next in a file is
+// The place of the first that is it, from from on and round; the size when there is none. What comes next in a file is
 // mostly what comes next in the list.
 template <class LIST, class IS>
-std::size_t FindFrom(const LIST& aList, std::size_t iFrom, IS fnIs) {
-    for (std::size_t n = 0; n < aList.size(); ++n, ++iFrom) {
-        if (iFrom >= aList.size())
-            iFrom = 0;
-        if (fnIs(aList[iFrom]))
-            return iFrom;
+std::size_t FindFrom(const LIST& list, std::size_t from, IS is) {
+    for (std::size_t n = 0; n < list.size(); ++n, ++from) {
+        if (from >= list.size())
+            from = 0;
+        if (is(list[from]))
+            return from;
     }
-    return aList.size();
+    return list.size();
 }
 
 // Ends the reading of a schema that isn't plain.
 struct NotPlain {};
 
-void Demand(bool bTrue) {
-    if (!bTrue)
+void Demand(bool isTrue) {
+    if (!isTrue)
         throw NotPlain();
 }
 
@@ -46,170 +46,169 @@ void Demand(bool bTrue) {
 
 class PlainSchema::Reader {
 public:
-    explicit Reader(xmlDocPtr pSchema) : m_pSchema(pSchema) {}
+    explicit Reader(xmlDocPtr schema) : m_schema(schema) {}
 
     std::unique_ptr<PlainSchema> Read() {
-        xmlNodePtr pRoot = xmlDocGetRootElement(m_pSchema);
-        Demand(Is(pRoot, "schema") && !m_pSchema->intSubset);
-        ExpectOnly(pRoot, {"elementFormDefault", "attributeFormDefault", "version"});
-        for (const char* sName : {"elementFormDefault", "attributeFormDefault"}) {
-            const std::string sForm = Value(pRoot, sName);
-            Demand(sForm.empty() || sForm == "qualified" || sForm == "unqualified");
+        xmlNodePtr root = xmlDocGetRootElement(m_schema);
+        Demand(Is(root, "schema") && !m_schema->intSubset);
+        ExpectOnly(root, {"elementFormDefault", "attributeFormDefault", "version"});
+        for (const char* name : {"elementFormDefault", "attributeFormDefault"}) {
+            const std::string form = Value(root, name);
+            Demand(form.empty() || form == "qualified" || form == "unqualified");
         }
         // With a default namespace a type's name without a prefix would mean another type.
-        Demand(!xmlSearchNs(m_pSchema, pRoot, nullptr));
-        ForEachPart(pRoot, [&](xmlNodePtr pPart) {
-            if (Is(pPart, "complexType")) {
-                const std::size_t iType = NamedType(Value(pPart, "name"));
-                Demand(m_setRead.insert(iType).second);
-                ReadType(pPart, iType, {"name", "mixed"});
+        Demand(!xmlSearchNs(m_schema, root, nullptr));
+        ForEachPart(root, [&](xmlNodePtr part) {
+            if (Is(part, "complexType")) {
+                const std::size_t type = NamedType(Value(part, "name"));
+                Demand(m_read.insert(type).second);
+                ReadType(part, type, {"name", "mixed"});
             } else {
-                ReadElement(pPart, m_pPlain->m_oDocument);
+                ReadElement(part, m_plain->m_document);
             }
         });
-        for (const auto& [sName, iType] : m_mapTypes)
-            Demand(m_setRead.contains(iType));
-        return std::move(m_pPlain);
+        for (const auto& [name, type] : m_types)
+            Demand(m_read.contains(type));
+        return std::move(m_plain);
     }
 
 private:
-    static bool Is(const xmlNode* pNode, std::string_view sName) {
-        return pNode->ns && View(pNode->ns->href) == sXmlSchemaNamespace && View(pNode->name) == sName;
+    static bool Is(const xmlNode* node, std::string_view name) {
+        return node->ns && View(node->ns->href) == xmlSchemaNamespace && View(node->name) == name;
     }
-    static void ExpectOnly(const xmlNode* pNode, std::initializer_list<std::string_view> aNames) {
-        Demand(!pNode->nsDef || Is(pNode, "schema"));
-        for (const xmlAttr* p = pNode->properties; p; p = p->next)
-            Demand(!p->ns && std::find(aNames.begin(), aNames.end(), View(p->name)) != aNames.end());
+    static void ExpectOnly(const xmlNode* node, std::initializer_list<std::string_view> names) {
+        Demand(!node->nsDef || Is(node, "schema"));
+        for (const xmlAttr* p = node->properties; p; p = p->next)
+            Demand(!p->ns && std::find(names.begin(), names.end(), View(p->name)) != names.end());
     }
-    static std::string Value(const xmlNode* pNode, const char* sName) {
-        xmlChar* sValue = xmlGetNoNsProp(pNode, reinterpret_cast<const xmlChar*>(sName));
-        std::string sText(View(sValue));
-        xmlFree(sValue);
-        return sText;
+    static std::string Value(const xmlNode* node, const char* name) {
+        xmlChar* value = xmlGetNoNsProp(node, reinterpret_cast<const xmlChar*>(name));
+        std::string text(View(value));
+        xmlFree(value);
+        return text;
     }
     template <class F>
-    static void ForEachPart(const xmlNode* pParent, F fnAct) {
-        for (xmlNodePtr p = pParent->children; p; p = p->next) {
+    static void ForEachPart(const xmlNode* parent, F act) {
+        for (xmlNodePtr p = parent->children; p; p = p->next) {
             if (p->type == XML_ELEMENT_NODE)
-                fnAct(p);
+                act(p);
             else
                 Demand(p->type == XML_COMMENT_NODE || xmlIsBlankNode(p));
         }
     }
-    static std::string NameOf(const xmlNode* pNode) {
-        const std::string sName = Value(pNode, "name");
-        Demand(xmlValidateNCName(reinterpret_cast<const xmlChar*>(sName.c_str()), 0) == 0);
-        return sName;
+    static std::string NameOf(const xmlNode* node) {
+        const std::string name = Value(node, "name");
+        Demand(xmlValidateNCName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0);
+        return name;
     }
 
     std::size_t NewType() {
-        m_pPlain->m_aTypes.emplace_back();
-        return m_pPlain->m_aTypes.size() - 1;
+        m_plain->m_types.emplace_back();
+        return m_plain->m_types.size() - 1;
     }
-    std::size_t NamedType(const std::string& sName) {
-        Demand(xmlValidateNCName(reinterpret_cast<const xmlChar*>(sName.c_str()), 0) == 0);
-        const auto [it, bNew] = m_mapTypes.try_emplace(sName, 0);
-        if (bNew)
+    std::size_t NamedType(const std::string& name) {
+        Demand(xmlValidateNCName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0);
+        const auto [it, isNew] = m_types.try_emplace(name, 0);
+        if (isNew)
             it->second = NewType();
         return it->second;
     }
 
-    void ReadElement(xmlNodePtr pElement, Type& oParent) {
-        Demand(Is(pElement, "element"));
-        ExpectOnly(pElement, {"name", "type"});
-        const std::string sName = NameOf(pElement);
-        const std::string sType = Value(pElement, "type");
-        for (const auto& [sOther, iType] : oParent.aElements)
-            Demand(sOther != sName);
-        const std::size_t iType = sType.empty() ? NewType() : NamedType(sType);
-        oParent.aElements.emplace_back(sName, iType);
-        bool bHasType = !sType.empty();
-        ForEachPart(pElement, [&](xmlNodePtr pPart) {
-            Demand(!bHasType && Is(pPart, "complexType"));
-            bHasType = true;
-            ReadType(pPart, iType, {"mixed"});
+    void ReadElement(xmlNodePtr element, Type& parent) {
+        Demand(Is(element, "element"));
+        ExpectOnly(element, {"name", "type"});
+        const std::string name = NameOf(element);
+        const std::string type = Value(element, "type");
+        for (const auto& [other, typeIndex] : parent.elements)
+            Demand(other != name);
+        const std::size_t typeIndex = type.empty() ? NewType() : NamedType(type);
+        parent.elements.emplace_back(name, typeIndex);
+        bool hasType = !type.empty();
+        ForEachPart(element, [&](xmlNodePtr part) {
+            Demand(!hasType && Is(part, "complexType"));
+            hasType = true;
+            ReadType(part, typeIndex, {"mixed"});
         });
-        Demand(bHasType);
+        Demand(hasType);
     }
 
-    void ReadType(xmlNodePtr pType, std::size_t iType, std::initializer_list<std::string_view> aNames) {
-        ExpectOnly(pType, aNames);
-        const std::string sMixed = Value(pType, "mixed");
-        Demand(sMixed == "true" || sMixed == "1");
-        Type oType; // the types may move meanwhile
-        bool bFirst = true;
-        ForEachPart(pType, [&](xmlNodePtr pPart) {
-            if (std::exchange(bFirst, false) && Is(pPart, "choice"))
-                ReadChoice(pPart, oType);
+    void ReadType(xmlNodePtr typePointer, std::size_t typeIndex, std::initializer_list<std::string_view> names) {
+        ExpectOnly(typePointer, names);
+        const std::string mixed = Value(typePointer, "mixed");
+        Demand(mixed == "true" || mixed == "1");
+        Type type; // the types may move meanwhile
+        bool first = true;
+        ForEachPart(typePointer, [&](xmlNodePtr part) {
+            if (std::exchange(first, false) && Is(part, "choice"))
+                ReadChoice(part, type);
             else
-                ReadAttribute(pPart, oType);
+                ReadAttribute(part, type);
         });
-        m_pPlain->m_aTypes[iType] = std::move(oType);
+        m_plain->m_types[typeIndex] = std::move(type);
     }
 
-    void ReadChoice(xmlNodePtr pChoice, Type& oType) {
-        ExpectOnly(pChoice, {"minOccurs", "maxOccurs"});
-        Demand(Value(pChoice, "minOccurs") == "0" && Value(pChoice, "maxOccurs") == "unbounded");
-        ForEachPart(pChoice, [&](xmlNodePtr pPart) { ReadElement(pPart, oType); });
+    void ReadChoice(xmlNodePtr choice, Type& type) {
+        ExpectOnly(choice, {"minOccurs", "maxOccurs"});
+        Demand(Value(choice, "minOccurs") == "0" && Value(choice, "maxOccurs") == "unbounded");
+        ForEachPart(choice, [&](xmlNodePtr part) { ReadElement(part, type); });
     }
 
-    void ReadAttribute(xmlNodePtr pAttribute, Type& oType) {
-        Demand(Is(pAttribute, "attribute"));
-        ExpectOnly(pAttribute, {"name", "type"});
-        ForEachPart(pAttribute, [](xmlNodePtr) { throw NotPlain(); });
-        const std::string sType = Value(pAttribute, "type");
-        const std::size_t iColon = sType.find(':');
-        Demand(iColon != std::string::npos && sType.substr(iColon + 1) == "string");
-        const xmlNs* pNamespace =
-            xmlSearchNs(m_pSchema, pAttribute, reinterpret_cast<const xmlChar*>(sType.substr(0, iColon).c_str()));
-        Demand(pNamespace && View(pNamespace->href) == sXmlSchemaNamespace);
-        const std::string sName = NameOf(pAttribute);
-        Demand(sName != "xmlns" &&
-               std::find(oType.aAttributes.begin(), oType.aAttributes.end(), sName) == oType.aAttributes.end());
-        oType.aAttributes.push_back(sName);
+    void ReadAttribute(xmlNodePtr attribute, Type& type) {
+        Demand(Is(attribute, "attribute"));
+        ExpectOnly(attribute, {"name", "type"});
+        ForEachPart(attribute, [](xmlNodePtr) { throw NotPlain(); });
+        const std::string typeName = Value(attribute, "type");
+        const std::size_t colon = typeName.find(':');
+        Demand(colon != std::string::npos && typeName.substr(colon + 1) == "string");
+        const xmlNs* namespacePointer =
+            xmlSearchNs(m_schema, attribute, reinterpret_cast<const xmlChar*>(typeName.substr(0, colon).c_str()));
+        Demand(namespacePointer && View(namespacePointer->href) == xmlSchemaNamespace);
+        const std::string name = NameOf(attribute);
+        Demand(name != "xmlns" &&
+               std::find(type.attributes.begin(), type.attributes.end(), name) == type.attributes.end());
+        type.attributes.push_back(name);
     }
 
-    xmlDocPtr m_pSchema;
-    std::unique_ptr<PlainSchema> m_pPlain = std::make_unique<PlainSchema>();
-    std::map<std::string, std::size_t> m_mapTypes;
-    std::set<std::size_t> m_setRead; // of those with a name
+    xmlDocPtr m_schema;
+    std::unique_ptr<PlainSchema> m_plain = std::make_unique<PlainSchema>();
+    std::map<std::string, std::size_t> m_types;
+    std::set<std::size_t> m_read; // of those with a name
 };
 
-std::unique_ptr<PlainSchema> PlainSchema::Of(xmlDocPtr pSchema) {
+std::unique_ptr<PlainSchema> PlainSchema::Of(xmlDocPtr schema) {
     try {
-        return Reader(pSchema).Read();
+        return Reader(schema).Read();
     } catch (const NotPlain&) {
         return nullptr; // which is no fault of the schema
     }
 }
 
-bool PlainSchema::Accepts(const xmlDoc* pDocument) const {
+bool PlainSchema::Accepts(const xmlDoc* document) const {
     // What stands in a document type may bring attributes and texts into the tree.
-    if (pDocument->intSubset)
+    if (document->intSubset)
         return false;
-    xmlNode oAsParent{};
-    oAsParent.children = pDocument->children;
-    return AcceptsElement(&oAsParent, m_oDocument);
+    xmlNode asParent{};
+    asParent.children = document->children;
+    return AcceptsElement(&asParent, m_document);
 }
 
-bool PlainSchema::AcceptsElement(const xmlNode* pElement, const Type& oType) const {
-    std::size_t iAttribute = 0;
-    for (const xmlAttr* p = pElement->properties; p; p = p->next, ++iAttribute) {
-        iAttribute =
-            FindFrom(oType.aAttributes, iAttribute, [&](const auto& sName) { return IsNamed(p->name, sName); });
-        if (p->ns || iAttribute == oType.aAttributes.size())
+bool PlainSchema::AcceptsElement(const xmlNode* element, const Type& type) const {
+    std::size_t attribute = 0;
+    for (const xmlAttr* p = element->properties; p; p = p->next, ++attribute) {
+        attribute = FindFrom(type.attributes, attribute, [&](const auto& name) { return IsNamed(p->name, name); });
+        if (p->ns || attribute == type.attributes.size())
             return false;
     }
-    std::size_t iElement = 0;
-    for (const xmlNode* p = pElement->children; p; p = p->next) {
+    std::size_t elementIndex = 0;
+    for (const xmlNode* p = element->children; p; p = p->next) {
         if (p->type != XML_ELEMENT_NODE) {
             if (p->type != XML_TEXT_NODE)
                 return false;
             continue;
         }
-        iElement = FindFrom(oType.aElements, iElement, [&](const auto& o) { return IsNamed(p->name, o.first); });
-        if (p->ns || iElement == oType.aElements.size() ||
-            !AcceptsElement(p, m_aTypes[oType.aElements[iElement].second]))
+        elementIndex = FindFrom(type.elements, elementIndex, [&](const auto& o) { return IsNamed(p->name, o.first); });
+        if (p->ns || elementIndex == type.elements.size() ||
+            !AcceptsElement(p, m_types[type.elements[elementIndex].second]))
             return false;
     }
     return true;

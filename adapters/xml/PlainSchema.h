@@ -18,22 +18,22 @@ class PlainSchema {
 public:
     // Nothing for a schema that says anything else or that isn't valid for certain. All elements must be mixed and hold
     // one repeated optional choice of elements at most; all attributes must be optional texts.
-    [[nodiscard]] static std::unique_ptr<PlainSchema> Of(xmlDocPtr pSchema);
+    [[nodiscard]] static std::unique_ptr<PlainSchema> Of(xmlDocPtr schema);
 
     // Whether the document is valid for certain.
-    [[nodiscard]] bool Accepts(const xmlDoc* pDocument) const;
+    [[nodiscard]] bool Accepts(const xmlDoc* document) const;
 
 private:
     struct Type {
-        std::vector<std::string> aAttributes;
-        std::vector<std::pair<std::string, std::size_t>> aElements; // with the place of their type in m_aTypes
+        std::vector<std::string> attributes;
+        std::vector<std::pair<std::string, std::size_t>> elements; // with the place of their type in m_types
     };
     class Reader;
 
-    [[nodiscard]] bool AcceptsElement(const xmlNode* pElement, const Type& oType) const;
+    [[nodiscard]] bool AcceptsElement(const xmlNode* element, const Type& type) const;
 
-    Type m_oDocument; // the elements that may be the root
-    std::vector<Type> m_aTypes;
+    Type m_document; // the elements that may be the root
+    std::vector<Type> m_types;
 };
 
 } // namespace corvane

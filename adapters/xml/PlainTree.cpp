@@ -5,75 +5,74 @@
 
 namespace corvane {
 
-PlainTree::PlainTree(std::shared_ptr<Memory> pMemory)
-    : m_pMemory(std::move(pMemory)),
+PlainTree::PlainTree(std::shared_ptr<Memory> memory)
+    : m_memoryPointer(std::move(memory)),
       // Not filled with zeros: of a block only what is used should be touched.
-      m_pBlock(m_pMemory->pSpare ? std::move(m_pMemory->pSpare)
-                                 : std::unique_ptr<std::byte[]>(new std::byte[Memory::nBlock])),
-      m_oMemory(m_pBlock.get(), Memory::nBlock) {}
+      m_block(m_memoryPointer->spare ? std::move(m_memoryPointer->spare)
+                                     : std::unique_ptr<std::byte[]>(new std::byte[Memory::block])),
+      m_memory(m_block.get(), Memory::block) {}
 
 PlainTree::~PlainTree() {
-    m_pMemory->pSpare = std::move(m_pBlock);
+    m_memoryPointer->spare = std::move(m_block);
 }
 
-xmlNodePtr PlainTree::AddElement(xmlDocPtr pDocument, xmlNodePtr pParent, const xmlChar* sName) {
-    xmlNodePtr pElement = New<xmlNode>();
-    pElement->type = XML_ELEMENT_NODE;
-    pElement->name = sName;
-    pElement->doc = pDocument;
-    if (pParent) {
-        pElement->parent = pParent;
-        pElement->prev = pParent->last;
-        (pParent->last ? pParent->last->next : pParent->children) = pElement;
-        pParent->last = pElement;
+xmlNodePtr PlainTree::AddElement(xmlDocPtr document, xmlNodePtr parent, const xmlChar* name) {
+    xmlNodePtr element = New<xmlNode>();
+    element->type = XML_ELEMENT_NODE;
+    element->name = name;
+    element->doc = document;
+    if (parent) {
+        element->parent = parent;
+        element->prev = parent->last;
+        (parent->last ? parent->last->next : parent->children) = element;
+        parent->last = element;
     }
-    return pElement;
+    return element;
 }
 
 namespace {
 
 // An attribute and its value, one behind the other; behind these two stand the value's letters.
 struct AttributeAndText {
-    xmlAttr oAttribute;
-    xmlNode oText;
+    xmlAttr attribute;
+    xmlNode text;
 };
 
-void FillText(xmlNodePtr pText, xmlAttrPtr pAttribute, std::string_view sValue) {
-    auto* sContent = reinterpret_cast<xmlChar*>(pText + 1);
-    std::memcpy(sContent, sValue.data(), sValue.size());
-    sContent[sValue.size()] = 0;
-    pText->type = XML_TEXT_NODE;
-    pText->name = xmlStringText;
-    pText->doc = pAttribute->doc;
-    pText->parent = reinterpret_cast<xmlNodePtr>(pAttribute);
-    pText->content = sContent;
-    pAttribute->children = pAttribute->last = pText;
+void FillText(xmlNodePtr text, xmlAttrPtr attribute, std::string_view value) {
+    auto* content = reinterpret_cast<xmlChar*>(text + 1);
+    std::memcpy(content, value.data(), value.size());
+    content[value.size()] = 0;
+    text->type = XML_TEXT_NODE;
+    text->name = xmlStringText;
+    text->doc = attribute->doc;
+    text->parent = reinterpret_cast<xmlNodePtr>(attribute);
+    text->content = content;
+    attribute->children = attribute->last = text;
 }
 
 } // namespace
 
-xmlAttrPtr PlainTree::AddAttribute(xmlNodePtr pElement, xmlAttrPtr pLast, const xmlChar* sName,
-                                   std::string_view sValue) {
-    auto* pBoth = New<AttributeAndText>(sValue.size() + 1);
-    xmlAttrPtr pAttribute = &pBoth->oAttribute;
-    pAttribute->type = XML_ATTRIBUTE_NODE;
-    pAttribute->name = sName;
-    pAttribute->doc = pElement->doc;
-    pAttribute->parent = pElement;
-    pAttribute->prev = pLast;
-    (pLast ? pLast->next : pElement->properties) = pAttribute;
-    FillText(&pBoth->oText, pAttribute, sValue);
-    return pAttribute;
+xmlAttrPtr PlainTree::AddAttribute(xmlNodePtr element, xmlAttrPtr last, const xmlChar* name, std::string_view value) {
+    auto* both = New<AttributeAndText>(value.size() + 1);
+    xmlAttrPtr attribute = &both->attribute;
+    attribute->type = XML_ATTRIBUTE_NODE;
+    attribute->name = name;
+    attribute->doc = element->doc;
+    attribute->parent = element;
+    attribute->prev = last;
+    (last ? last->next : element->properties) = attribute;
+    FillText(&both->text, attribute, value);
+    return attribute;
 }
 
-void PlainTree::SetValue(xmlAttrPtr pAttribute, std::string_view sValue) {
-    FillText(New<xmlNode>(sValue.size() + 1), pAttribute, sValue);
+void PlainTree::SetValue(xmlAttrPtr attribute, std::string_view value) {
+    FillText(New<xmlNode>(value.size() + 1), attribute, value);
 }
 
-void PlainTree::Tie(std::unique_ptr<PlainTree> pTree, xmlDocPtr pDocument, xmlNodePtr pRoot) {
-    pRoot->parent = reinterpret_cast<xmlNodePtr>(pDocument);
-    pDocument->children = pDocument->last = pRoot;
-    pDocument->_private = pTree.release();
+void PlainTree::Tie(std::unique_ptr<PlainTree> tree, xmlDocPtr document, xmlNodePtr root) {
+    root->parent = reinterpret_cast<xmlNodePtr>(document);
+    document->children = document->last = root;
+    document->_private = tree.release();
 }
 
 } // namespace corvane

@@ -17,40 +17,40 @@ class PlainTree {
 public:
     // The first block, which the next tree takes over when this one goes: memory that was just in use is the fastest.
     struct Memory {
-        static constexpr std::size_t nBlock = 256 * 1024;
-        std::unique_ptr<std::byte[]> pSpare;
+        static constexpr std::size_t block = 256 * 1024;
+        std::unique_ptr<std::byte[]> spare;
     };
 
-    explicit PlainTree(std::shared_ptr<Memory> pMemory);
+    explicit PlainTree(std::shared_ptr<Memory> memory);
     ~PlainTree();
     PlainTree(const PlainTree&) = delete;
     PlainTree& operator=(const PlainTree&) = delete;
 
     // The tree of a document; a null pointer for one of libxml2's own making.
-    [[nodiscard]] static PlainTree* Of(const xmlDoc* pDocument) noexcept {
-        return static_cast<PlainTree*>(pDocument->_private);
+    [[nodiscard]] static PlainTree* Of(const xmlDoc* document) noexcept {
+        return static_cast<PlainTree*>(document->_private);
     }
 
     // The last child of the parent; the root, which isn't tied to the document yet, without one. The name is taken as
     // it is and stands in the document's dictionary.
-    xmlNodePtr AddElement(xmlDocPtr pDocument, xmlNodePtr pParent, const xmlChar* sName);
-    // The last attribute of the element, whose last one so far is pLast.
-    xmlAttrPtr AddAttribute(xmlNodePtr pElement, xmlAttrPtr pLast, const xmlChar* sName, std::string_view sValue);
-    void SetValue(xmlAttrPtr pAttribute, std::string_view sValue);
+    xmlNodePtr AddElement(xmlDocPtr document, xmlNodePtr parent, const xmlChar* name);
+    // The last attribute of the element, whose last one so far is last.
+    xmlAttrPtr AddAttribute(xmlNodePtr element, xmlAttrPtr last, const xmlChar* name, std::string_view value);
+    void SetValue(xmlAttrPtr attribute, std::string_view value);
 
     // The root becomes the document's, and the document the owner.
-    static void Tie(std::unique_ptr<PlainTree> pTree, xmlDocPtr pDocument, xmlNodePtr pRoot);
+    static void Tie(std::unique_ptr<PlainTree> tree, xmlDocPtr document, xmlNodePtr root);
 
 private:
     // With room for so many bytes behind it.
     template <class T>
-    T* New(std::size_t nBehind = 0) {
-        return new (m_oMemory.allocate(sizeof(T) + nBehind, alignof(T))) T{};
+    T* New(std::size_t behind = 0) {
+        return new (m_memory.allocate(sizeof(T) + behind, alignof(T))) T{};
     }
 
-    std::shared_ptr<Memory> m_pMemory;
-    std::unique_ptr<std::byte[]> m_pBlock;
-    std::pmr::monotonic_buffer_resource m_oMemory;
+    std::shared_ptr<Memory> m_memoryPointer;
+    std::unique_ptr<std::byte[]> m_block;
+    std::pmr::monotonic_buffer_resource m_memory;
 };
 
 } // namespace corvane

@@ -11,123 +11,123 @@ namespace corvane {
 
 namespace {
 
-xmlAttr* AttributeOf(const xmlNode* pNode, std::string_view sName) {
-    if (pNode->type == XML_ELEMENT_NODE && !sName.empty())
-        for (xmlAttr* pAttribute = pNode->properties; pAttribute; pAttribute = pAttribute->next) {
-            const char* sHere = reinterpret_cast<const char*>(pAttribute->name);
-            if (*sHere == sName.front() && !pAttribute->ns && std::strncmp(sHere, sName.data(), sName.size()) == 0 &&
-                !sHere[sName.size()])
-                return pAttribute;
+xmlAttr* AttributeOf(const xmlNode* node, std::string_view name) {
+    if (node->type == XML_ELEMENT_NODE && !name.empty())
+        for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next) {
+            const char* here = reinterpret_cast<const char*>(attribute->name);
+            if (*here == name.front() && !attribute->ns && std::strncmp(here, name.data(), name.size()) == 0 &&
+                !here[name.size()])
+                return attribute;
         }
     return nullptr;
 }
 
 // A value in several pieces becomes one.
-const char* TextOf(xmlAttr* pAttribute) {
-    if (!pAttribute->children)
+const char* TextOf(xmlAttr* attribute) {
+    if (!attribute->children)
         return "";
-    if (pAttribute->children->next || pAttribute->children->type != XML_TEXT_NODE) {
-        xmlChar* sValue = xmlNodeListGetString(pAttribute->doc, pAttribute->children, 1);
-        xmlSetNsProp(pAttribute->parent, nullptr, pAttribute->name, sValue);
-        xmlFree(sValue);
+    if (attribute->children->next || attribute->children->type != XML_TEXT_NODE) {
+        xmlChar* value = xmlNodeListGetString(attribute->doc, attribute->children, 1);
+        xmlSetNsProp(attribute->parent, nullptr, attribute->name, value);
+        xmlFree(value);
     }
-    const char* sText = reinterpret_cast<const char*>(pAttribute->children->content);
-    return sText ? sText : "";
+    const char* text = reinterpret_cast<const char*>(attribute->children->content);
+    return text ? text : "";
 }
 
-Ref<IXmlNode> FirstOf(const Ref<XmlContent>& oContent, xmlNodePtr pFrom, std::string_view sXPath) {
-    const std::vector<xmlNodePtr> aFound = oContent->pXPath->Select(oContent->oTree.get(), pFrom, sXPath);
-    if (aFound.empty())
+Ref<IXmlNode> FirstOf(const Ref<XmlContent>& content, xmlNodePtr from, std::string_view xPath) {
+    const std::vector<xmlNodePtr> found = content->xPath->Select(content->tree.get(), from, xPath);
+    if (found.empty())
         return nullptr;
-    return New<XmlNode>(oContent, aFound.front());
+    return New<XmlNode>(content, found.front());
 }
 
 } // namespace
 
-std::optional<std::string> XmlNode::Attribute(std::string_view sName) const {
-    const char* sText = AttributeText(sName);
-    return sText ? std::optional<std::string>(sText) : std::nullopt;
+std::optional<std::string> XmlNode::Attribute(std::string_view name) const {
+    const char* text = AttributeText(name);
+    return text ? std::optional<std::string>(text) : std::nullopt;
 }
 
-const char* XmlNode::AttributeText(std::string_view sName) const {
-    xmlAttr* pAttribute = AttributeOf(m_pNode, sName);
-    return pAttribute ? TextOf(pAttribute) : nullptr;
+const char* XmlNode::AttributeText(std::string_view name) const {
+    xmlAttr* attribute = AttributeOf(m_node, name);
+    return attribute ? TextOf(attribute) : nullptr;
 }
 
-void XmlNode::SetAttribute(std::string_view sName, std::string_view sValue) {
-    if (m_pNode->type != XML_ELEMENT_NODE)
+void XmlNode::SetAttribute(std::string_view name, std::string_view value) {
+    if (m_node->type != XML_ELEMENT_NODE)
         Fail(FailureNumber::InvalidProcedureCall, "Only an element has attributes");
-    const std::string sXmlName(sName);
-    const std::string sText(sValue);
-    if (!IsUtf8(sText) || xmlValidateNCName(reinterpret_cast<const xmlChar*>(sXmlName.c_str()), 0) != 0)
+    const std::string xmlName(name);
+    const std::string text(value);
+    if (!IsUtf8(text) || xmlValidateNCName(reinterpret_cast<const xmlChar*>(xmlName.c_str()), 0) != 0)
         Fail(FailureNumber::InvalidProcedureCall,
-             "\"" + sXmlName + "\" isn't an attribute name, or its text isn't UTF-8");
-    PlainTree* pPlain = PlainTree::Of(m_pNode->doc);
-    if (!pPlain) {
-        xmlSetNsProp(m_pNode, nullptr, reinterpret_cast<const xmlChar*>(sXmlName.c_str()),
-                     reinterpret_cast<const xmlChar*>(sText.c_str()));
+             "\"" + xmlName + "\" isn't an attribute name, or its text isn't UTF-8");
+    PlainTree* plain = PlainTree::Of(m_node->doc);
+    if (!plain) {
+        xmlSetNsProp(m_node, nullptr, reinterpret_cast<const xmlChar*>(xmlName.c_str()),
+                     reinterpret_cast<const xmlChar*>(text.c_str()));
         return;
     }
-    if (xmlAttr* pAttribute = AttributeOf(m_pNode, sName))
-        return pPlain->SetValue(pAttribute, sText.c_str());
-    xmlAttr* pLast = m_pNode->properties;
-    while (pLast && pLast->next)
-        pLast = pLast->next;
-    pPlain->AddAttribute(m_pNode, pLast,
-                         xmlDictLookup(m_pNode->doc->dict, reinterpret_cast<const xmlChar*>(sXmlName.c_str()), -1),
-                         sText.c_str());
+    if (xmlAttr* attribute = AttributeOf(m_node, name))
+        return plain->SetValue(attribute, text.c_str());
+    xmlAttr* last = m_node->properties;
+    while (last && last->next)
+        last = last->next;
+    plain->AddAttribute(m_node, last,
+                        xmlDictLookup(m_node->doc->dict, reinterpret_cast<const xmlChar*>(xmlName.c_str()), -1),
+                        text.c_str());
 }
 
-std::vector<Ref<IXmlNode>> XmlNode::SelectNodes(std::string_view sXPath) const {
-    const std::vector<xmlNodePtr> aFound = m_oContent->pXPath->Select(m_oContent->oTree.get(), m_pNode, sXPath);
-    std::vector<Ref<IXmlNode>> aNodes;
-    aNodes.reserve(aFound.size());
-    for (xmlNodePtr pNode : aFound)
-        aNodes.push_back(New<XmlNode>(m_oContent, pNode));
-    return aNodes;
+std::vector<Ref<IXmlNode>> XmlNode::SelectNodes(std::string_view xPath) const {
+    const std::vector<xmlNodePtr> found = m_content->xPath->Select(m_content->tree.get(), m_node, xPath);
+    std::vector<Ref<IXmlNode>> nodes;
+    nodes.reserve(found.size());
+    for (xmlNodePtr node : found)
+        nodes.push_back(New<XmlNode>(m_content, node));
+    return nodes;
 }
 
-Ref<IXmlNode> XmlNode::SelectSingleNode(std::string_view sXPath) const {
-    return FirstOf(m_oContent, m_pNode, sXPath);
+Ref<IXmlNode> XmlNode::SelectSingleNode(std::string_view xPath) const {
+    return FirstOf(m_content, m_node, xPath);
 }
 
-bool XmlDocument::LoadXml(std::string_view sBytes) {
-    m_oError = {};
-    m_oContent = nullptr;
+bool XmlDocument::LoadXml(std::string_view bytes) {
+    m_error = {};
+    m_content = nullptr;
     // Three characters like any others, in front of everything, where only blanks may stand.
-    if (sBytes.starts_with("\xEF\xBB\xBF")) {
-        m_oError = {XML_ERR_DOCUMENT_EMPTY,
-                    Reason(1, "the file begins with the byte order mark of UTF-8, but each of its bytes is read as a "
-                              "character of Windows-1252; save it without the mark"),
-                    1};
+    if (bytes.starts_with("\xEF\xBB\xBF")) {
+        m_error = {XML_ERR_DOCUMENT_EMPTY,
+                   Reason(1, "the file begins with the byte order mark of UTF-8, but each of its bytes is read as a "
+                             "character of Windows-1252; save it without the mark"),
+                   1};
         return false;
     }
-    XmlTree oTree =
-        IsAscii(sBytes) ? m_pParser->Parse(sBytes, m_oError) : m_pParser->Parse(DecodeWindows1252(sBytes), m_oError);
-    m_oContent = oTree ? New<XmlContent>(std::move(oTree), m_pXPath) : Ref<XmlContent>();
-    return static_cast<bool>(m_oContent);
+    XmlTree tree =
+        IsAscii(bytes) ? m_parser->Parse(bytes, m_error) : m_parser->Parse(DecodeWindows1252(bytes), m_error);
+    m_content = tree ? New<XmlContent>(std::move(tree), m_xPath) : Ref<XmlContent>();
+    return static_cast<bool>(m_content);
 }
 
-Ref<IXmlNode> XmlDocument::SelectSingleNode(std::string_view sXPath) const {
-    if (!m_oContent)
+Ref<IXmlNode> XmlDocument::SelectSingleNode(std::string_view xPath) const {
+    if (!m_content)
         return nullptr;
-    return FirstOf(m_oContent, reinterpret_cast<xmlNodePtr>(m_oContent->oTree.get()), sXPath);
+    return FirstOf(m_content, reinterpret_cast<xmlNodePtr>(m_content->tree.get()), xPath);
 }
 
-XmlError XmlDocument::Validate(const Ref<IXmlSchemaCache>& oSchemaCache) const {
-    if (!m_oContent)
+XmlError XmlDocument::Validate(const Ref<IXmlSchemaCache>& schemaCache) const {
+    if (!m_content)
         return {XML_ERR_DOCUMENT_EMPTY, "there is no document to validate", 0};
-    return oSchemaCache.As<XmlSchemaCache>()->Validate(m_oContent->oTree.get());
+    return schemaCache.As<XmlSchemaCache>()->Validate(m_content->tree.get());
 }
 
-std::vector<XmlError> XmlDocument::Violations(const Ref<IXmlSchemaCache>& oSchemaCache) const {
-    if (!m_oContent)
-        return {Validate(oSchemaCache)};
-    return oSchemaCache.As<XmlSchemaCache>()->Violations(m_oContent->oTree.get());
+std::vector<XmlError> XmlDocument::Violations(const Ref<IXmlSchemaCache>& schemaCache) const {
+    if (!m_content)
+        return {Validate(schemaCache)};
+    return schemaCache.As<XmlSchemaCache>()->Violations(m_content->tree.get());
 }
 
-std::vector<XmlError> Violations(const Ref<IXmlDocument>& oDocument, const Ref<IXmlSchemaCache>& oSchemaCache) {
-    return oDocument.As<XmlDocument>()->Violations(oSchemaCache);
+std::vector<XmlError> Violations(const Ref<IXmlDocument>& document, const Ref<IXmlSchemaCache>& schemaCache) {
+    return document.As<XmlDocument>()->Violations(schemaCache);
 }
 
 } // namespace corvane

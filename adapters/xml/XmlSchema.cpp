@@ -12,51 +12,51 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view sXmlSchemaNamespace = "http://www.w3.org/2001/XMLSchema";
-constexpr std::string_view sRelaxNGNamespace = "http://relaxng.org/ns/structure/1.0";
+constexpr std::string_view xmlSchemaNamespace = "http://www.w3.org/2001/XMLSchema";
+constexpr std::string_view relaxNGNamespace = "http://relaxng.org/ns/structure/1.0";
 
-std::string_view View(const xmlChar* sText) {
-    return sText ? reinterpret_cast<const char*>(sText) : "";
+std::string_view View(const xmlChar* text) {
+    return text ? reinterpret_cast<const char*>(text) : "";
 }
 
-std::string_view RootNamespace(xmlDocPtr pDocument) {
-    const xmlNode* pRoot = xmlDocGetRootElement(pDocument);
-    return pRoot && pRoot->ns ? View(pRoot->ns->href) : std::string_view();
+std::string_view RootNamespace(xmlDocPtr document) {
+    const xmlNode* root = xmlDocGetRootElement(document);
+    return root && root->ns ? View(root->ns->href) : std::string_view();
 }
 
-XmlError ErrorOf(const xmlError& oError) {
-    const Long lNodeLine = oError.node ? LineOf(static_cast<const xmlNode*>(oError.node)) : 0;
-    const Long lLine = lNodeLine > 0 ? lNodeLine : oError.line;
-    return {oError.code > 0 ? oError.code : XML_ERR_INTERNAL_ERROR,
-            Reason(lLine, oError.message ? oError.message : "the document isn't valid"), lLine};
+XmlError ErrorOf(const xmlError& error) {
+    const Long nodeLine = error.node ? LineOf(static_cast<const xmlNode*>(error.node)) : 0;
+    const Long line = nodeLine > 0 ? nodeLine : error.line;
+    return {error.code > 0 ? error.code : XML_ERR_INTERNAL_ERROR,
+            Reason(line, error.message ? error.message : "the document isn't valid"), line};
 }
 
 // The first error of a run; later ones are often its consequences.
-void KeepFirst(void* pData, xmlErrorPtr pError) {
-    auto& oFirst = *static_cast<XmlError*>(pData);
-    if (pError && pError->level >= XML_ERR_ERROR && oFirst.lErrorCode == 0)
-        oFirst = ErrorOf(*pError);
+void KeepFirst(void* data, xmlErrorPtr error) {
+    auto& first = *static_cast<XmlError*>(data);
+    if (error && error->level >= XML_ERR_ERROR && first.lErrorCode == 0)
+        first = ErrorOf(*error);
 }
 
-void KeepAll(void* pData, xmlErrorPtr pError) {
-    if (pError && pError->level >= XML_ERR_ERROR)
-        static_cast<std::vector<XmlError>*>(pData)->push_back(ErrorOf(*pError));
+void KeepAll(void* data, xmlErrorPtr error) {
+    if (error && error->level >= XML_ERR_ERROR)
+        static_cast<std::vector<XmlError>*>(data)->push_back(ErrorOf(*error));
 }
 
-[[noreturn]] void FailSchema(std::string_view sFile, const std::string& sWhy, Long lNumber = FailureNumber::Unique) {
-    Fail(lNumber, "The schema file \"" + std::string(sFile) + "\" can't be used: " + sWhy, "XML Schema");
+[[noreturn]] void FailSchema(std::string_view file, const std::string& why, Long number = FailureNumber::Unique) {
+    Fail(number, "The schema file \"" + std::string(file) + "\" can't be used: " + why, "XML Schema");
 }
 
 // While a schema is read, what it includes comes from files only.
 class NoNetwork {
 public:
     NoNetwork() { xmlSetExternalEntityLoader(&xmlNoNetExternalEntityLoader); }
-    ~NoNetwork() { xmlSetExternalEntityLoader(m_fnBefore); }
+    ~NoNetwork() { xmlSetExternalEntityLoader(m_before); }
     NoNetwork(const NoNetwork&) = delete;
     NoNetwork& operator=(const NoNetwork&) = delete;
 
 private:
-    xmlExternalEntityLoader m_fnBefore = xmlGetExternalEntityLoader();
+    xmlExternalEntityLoader m_before = xmlGetExternalEntityLoader();
 };
 
 struct FreeAll {
@@ -70,119 +70,118 @@ struct FreeAll {
 template <class T>
 using Owned = std::unique_ptr<T, FreeAll>;
 
-Owned<xmlDoc> ReadSchemaFile(const std::string& sFile, const std::string& sBytes) {
-    if (sBytes.size() > INT_MAX)
-        FailSchema(sFile, "it is too large");
-    const Owned<xmlParserCtxt> oContext(xmlNewParserCtxt());
-    if (!oContext)
+Owned<xmlDoc> ReadSchemaFile(const std::string& file, const std::string& bytes) {
+    if (bytes.size() > INT_MAX)
+        FailSchema(file, "it is too large");
+    const Owned<xmlParserCtxt> context(xmlNewParserCtxt());
+    if (!context)
         throw std::bad_alloc();
-    Owned<xmlDoc> oDocument(xmlCtxtReadMemory(oContext.get(), sBytes.data(), static_cast<int>(sBytes.size()),
-                                              sFile.c_str(), nullptr,
-                                              XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
-    if (!oDocument) {
-        const xmlError& oError = oContext->lastError;
-        FailSchema(sFile, Reason(oError.line, oError.message ? oError.message : "it isn't well formed"));
+    Owned<xmlDoc> document(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), file.c_str(),
+                                             nullptr, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+    if (!document) {
+        const xmlError& error = context->lastError;
+        FailSchema(file, Reason(error.line, error.message ? error.message : "it isn't well formed"));
     }
-    return oDocument;
+    return document;
 }
 
 } // namespace
 
-void XmlSchemaCache::Add(std::string_view sNamespace, std::string_view sFile) {
-    const std::optional<std::string> oPath = FindPath(sFile);
-    if (!oPath)
-        FailSchema(sFile, "there is no such file", FailureNumber::FileNotFound);
-    const std::optional<std::string> oBytes = ReadBytes(*oPath);
-    if (!oBytes)
-        FailSchema(sFile, std::strerror(errno), FailureNumber::FileNotFound);
+void XmlSchemaCache::Add(std::string_view namespaceText, std::string_view file) {
+    const std::optional<std::string> path = FindPath(file);
+    if (!path)
+        FailSchema(file, "there is no such file", FailureNumber::FileNotFound);
+    const std::optional<std::string> bytes = ReadBytes(*path);
+    if (!bytes)
+        FailSchema(file, std::strerror(errno), FailureNumber::FileNotFound);
 
-    const NoNetwork oNoNetwork;
-    Owned<xmlDoc> oDocument = ReadSchemaFile(*oPath, *oBytes);
-    const std::string_view sLanguage = RootNamespace(oDocument.get());
-    XmlError oError;
-    Schema oSchema;
-    oSchema.oDocument.reset(oDocument.release());
-    if (sLanguage == sXmlSchemaNamespace) {
-        oSchema.oPlain = PlainSchema::Of(oSchema.oDocument.get());
-        if (!oSchema.oPlain)
-            oError = Make(oSchema);
-    } else if (sLanguage == sRelaxNGNamespace) {
-        const Owned<xmlRelaxNGParserCtxt> oParser(xmlRelaxNGNewDocParserCtxt(oSchema.oDocument.get()));
-        xmlRelaxNGSetParserStructuredErrors(oParser.get(), &KeepFirst, &oError);
-        oSchema.oRelaxNG.reset(xmlRelaxNGParse(oParser.get()));
+    const NoNetwork noNetwork;
+    Owned<xmlDoc> document = ReadSchemaFile(*path, *bytes);
+    const std::string_view language = RootNamespace(document.get());
+    XmlError error;
+    Schema schema;
+    schema.document.reset(document.release());
+    if (language == xmlSchemaNamespace) {
+        schema.plain = PlainSchema::Of(schema.document.get());
+        if (!schema.plain)
+            error = Make(schema);
+    } else if (language == relaxNGNamespace) {
+        const Owned<xmlRelaxNGParserCtxt> parser(xmlRelaxNGNewDocParserCtxt(schema.document.get()));
+        xmlRelaxNGSetParserStructuredErrors(parser.get(), &KeepFirst, &error);
+        schema.relaxNG.reset(xmlRelaxNGParse(parser.get()));
     } else {
-        FailSchema(sFile, "line 1: its root element is neither of W3C XML Schema nor of RELAX NG; its namespace is \"" +
-                              std::string(sLanguage) + "\"");
+        FailSchema(file, "line 1: its root element is neither of W3C XML Schema nor of RELAX NG; its namespace is \"" +
+                             std::string(language) + "\"");
     }
-    if (!oSchema.oXmlSchema && !oSchema.oRelaxNG && !oSchema.oPlain)
-        FailSchema(sFile, oError.sReason.empty() ? "it isn't a valid schema" : oError.sReason);
-    m_mapSchemas.insert_or_assign(std::string(sNamespace), std::move(oSchema));
+    if (!schema.xsd && !schema.relaxNG && !schema.plain)
+        FailSchema(file, error.sReason.empty() ? "it isn't a valid schema" : error.sReason);
+    m_schemas.insert_or_assign(std::string(namespaceText), std::move(schema));
 }
 
-XmlError XmlSchemaCache::Make(Schema& oSchema) {
-    XmlError oError;
-    const Owned<xmlSchemaParserCtxt> oParser(xmlSchemaNewDocParserCtxt(oSchema.oDocument.get()));
-    xmlSchemaSetParserStructuredErrors(oParser.get(), &KeepFirst, &oError);
-    oSchema.oXmlSchema.reset(xmlSchemaParse(oParser.get()));
-    return oError;
+XmlError XmlSchemaCache::Make(Schema& schema) {
+    XmlError error;
+    const Owned<xmlSchemaParserCtxt> parser(xmlSchemaNewDocParserCtxt(schema.document.get()));
+    xmlSchemaSetParserStructuredErrors(parser.get(), &KeepFirst, &error);
+    schema.xsd.reset(xmlSchemaParse(parser.get()));
+    return error;
 }
 
-XmlError XmlSchemaCache::Validate(xmlDocPtr pDocument) const {
-    XmlError oError;
-    const auto it = m_mapSchemas.find(RootNamespace(pDocument));
-    if (it == m_mapSchemas.end() || !it->second.oPlain || !it->second.oPlain->Accepts(pDocument))
-        Run(pDocument, &KeepFirst, &oError);
-    return oError;
+XmlError XmlSchemaCache::Validate(xmlDocPtr document) const {
+    XmlError error;
+    const auto it = m_schemas.find(RootNamespace(document));
+    if (it == m_schemas.end() || !it->second.plain || !it->second.plain->Accepts(document))
+        Run(document, &KeepFirst, &error);
+    return error;
 }
 
-std::vector<XmlError> XmlSchemaCache::Violations(xmlDocPtr pDocument) const {
-    std::vector<XmlError> aErrors;
-    Run(pDocument, &KeepAll, &aErrors);
-    return aErrors;
+std::vector<XmlError> XmlSchemaCache::Violations(xmlDocPtr document) const {
+    std::vector<XmlError> errors;
+    Run(document, &KeepAll, &errors);
+    return errors;
 }
 
-void XmlSchemaCache::Run(xmlDocPtr pDocument, xmlStructuredErrorFunc fnNote, void* pData) const {
-    bool bNoted = false;
+void XmlSchemaCache::Run(xmlDocPtr document, xmlStructuredErrorFunc note, void* data) const {
+    bool noted = false;
     struct Call {
-        xmlStructuredErrorFunc fnNote;
-        void* pData;
-        bool* pNoted;
-    } oCall{fnNote, pData, &bNoted};
-    const auto Note = [](void* pCall, xmlErrorPtr pError) {
-        const auto& oTo = *static_cast<Call*>(pCall);
-        *oTo.pNoted |= pError && pError->level >= XML_ERR_ERROR;
-        oTo.fnNote(oTo.pData, pError);
+        xmlStructuredErrorFunc note;
+        void* data;
+        bool* noted;
+    } call{note, data, &noted};
+    const auto Note = [](void* callPointer, xmlErrorPtr error) {
+        const auto& to = *static_cast<Call*>(callPointer);
+        *to.noted |= error && error->level >= XML_ERR_ERROR;
+        to.note(to.data, error);
     };
-    const auto Tell = [&](int nCode, std::string sMessage) {
-        xmlError oError{};
-        oError.code = nCode;
-        oError.level = XML_ERR_ERROR;
-        oError.message = sMessage.data();
-        oError.node = xmlDocGetRootElement(pDocument);
-        fnNote(pData, &oError);
+    const auto Tell = [&](int code, std::string message) {
+        xmlError error{};
+        error.code = code;
+        error.level = XML_ERR_ERROR;
+        error.message = message.data();
+        error.node = xmlDocGetRootElement(document);
+        note(data, &error);
     };
-    const std::string_view sNamespace = RootNamespace(pDocument);
-    const auto it = m_mapSchemas.find(sNamespace);
-    if (it == m_mapSchemas.end())
+    const std::string_view namespaceText = RootNamespace(document);
+    const auto it = m_schemas.find(namespaceText);
+    if (it == m_schemas.end())
         return Tell(XML_SCHEMAV_CVC_ELT_1,
-                    "there is no schema for the root element's namespace \"" + std::string(sNamespace) + "\"");
-    int nResult = 0;
-    if (!it->second.oRelaxNG && !it->second.oXmlSchema) {
-        const XmlError oError = Make(it->second);
-        if (!it->second.oXmlSchema)
-            return Tell(XML_SCHEMAV_INTERNAL, "the schema can't be used: " + oError.sReason);
+                    "there is no schema for the root element's namespace \"" + std::string(namespaceText) + "\"");
+    int result = 0;
+    if (!it->second.relaxNG && !it->second.xsd) {
+        const XmlError error = Make(it->second);
+        if (!it->second.xsd)
+            return Tell(XML_SCHEMAV_INTERNAL, "the schema can't be used: " + error.sReason);
     }
-    if (it->second.oXmlSchema) {
-        const Owned<xmlSchemaValidCtxt> oContext(xmlSchemaNewValidCtxt(it->second.oXmlSchema.get()));
-        xmlSchemaSetValidStructuredErrors(oContext.get(), +Note, &oCall);
-        nResult = xmlSchemaValidateDoc(oContext.get(), pDocument);
+    if (it->second.xsd) {
+        const Owned<xmlSchemaValidCtxt> context(xmlSchemaNewValidCtxt(it->second.xsd.get()));
+        xmlSchemaSetValidStructuredErrors(context.get(), +Note, &call);
+        result = xmlSchemaValidateDoc(context.get(), document);
     } else {
-        const Owned<xmlRelaxNGValidCtxt> oContext(xmlRelaxNGNewValidCtxt(it->second.oRelaxNG.get()));
-        xmlRelaxNGSetValidStructuredErrors(oContext.get(), +Note, &oCall);
-        nResult = xmlRelaxNGValidateDoc(oContext.get(), pDocument);
+        const Owned<xmlRelaxNGValidCtxt> context(xmlRelaxNGNewValidCtxt(it->second.relaxNG.get()));
+        xmlRelaxNGSetValidStructuredErrors(context.get(), +Note, &call);
+        result = xmlRelaxNGValidateDoc(context.get(), document);
     }
-    if (nResult != 0 && !bNoted)
-        Tell(nResult > 0 ? nResult : XML_ERR_INTERNAL_ERROR, "the document isn't valid");
+    if (result != 0 && !noted)
+        Tell(result > 0 ? result : XML_ERR_INTERNAL_ERROR, "the document isn't valid");
 }
 
 } // namespace corvane

@@ -9,18 +9,18 @@ namespace corvane {
 
 XmlService::XmlService() {
     xmlInitParser();
-    m_pParser = std::make_shared<XmlParser>();
-    m_pXPath = std::make_shared<XmlXPath>();
+    m_parser = std::make_shared<XmlParser>();
+    m_xPath = std::make_shared<XmlXPath>();
 }
 
 XmlService::~XmlService() = default;
 
 Ref<IXmlDocument> XmlService::NewDocument() {
-    return New<XmlDocument>(m_pParser, m_pXPath);
+    return New<XmlDocument>(m_parser, m_xPath);
 }
 
 Ref<IXmlSchemaCache> XmlService::NewSchemaCache() {
-    return New<XmlSchemaCache>(m_pParser->TreeMemory());
+    return New<XmlSchemaCache>(m_parser->TreeMemory());
 }
 
 } // namespace corvane

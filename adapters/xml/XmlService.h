@@ -27,13 +27,13 @@ public:
     Ref<IXmlSchemaCache> NewSchemaCache() override;
 
 private:
-    std::shared_ptr<class XmlParser> m_pParser;
-    std::shared_ptr<class XmlXPath> m_pXPath;
+    std::shared_ptr<class XmlParser> m_parser;
+    std::shared_ptr<class XmlXPath> m_xPath;
 };
 
 // All that IXmlDocument::Validate would find one after the other, for tools. The document and the schemas are ones that
 // XmlService made.
-[[nodiscard]] std::vector<XmlError> Violations(const Ref<IXmlDocument>& oDocument,
-                                               const Ref<IXmlSchemaCache>& oSchemaCache);
+[[nodiscard]] std::vector<XmlError> Violations(const Ref<IXmlDocument>& document,
+                                               const Ref<IXmlSchemaCache>& schemaCache);
 
 } // namespace corvane

@@ -22,22 +22,22 @@ public:
 
     // Elements and attributes in document order. 5 for an expression that isn't XPath, 13 for one that selects no
     // nodes by its nature.
-    [[nodiscard]] std::vector<xmlNodePtr> Select(xmlDocPtr pDocument, xmlNodePtr pFrom, std::string_view sXPath);
+    [[nodiscard]] std::vector<xmlNodePtr> Select(xmlDocPtr document, xmlNodePtr from, std::string_view xPath);
 
 private:
     struct Hash {
         using is_transparent = void;
-        std::size_t operator()(std::string_view sText) const noexcept { return std::hash<std::string_view>()(sText); }
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
     };
     struct FreeExpression {
-        void operator()(xmlXPathCompExprPtr pExpression) const { xmlXPathFreeCompExpr(pExpression); }
+        void operator()(xmlXPathCompExprPtr expression) const { xmlXPathFreeCompExpr(expression); }
     };
     using Expression = std::unique_ptr<xmlXPathCompExpr, FreeExpression>;
 
-    xmlXPathCompExprPtr Compiled(std::string_view sXPath);
+    xmlXPathCompExprPtr Compiled(std::string_view xPath);
 
-    xmlXPathContextPtr m_pContext = nullptr; // made for the first expression that is more than a path of names
-    std::unordered_map<std::string, Expression, Hash, std::equal_to<>> m_mapExpressions;
+    xmlXPathContextPtr m_context = nullptr; // made for the first expression that is more than a path of names
+    std::unordered_map<std::string, Expression, Hash, std::equal_to<>> m_expressions;
 };
 
 } // namespace corvane

@@ -17,54 +17,54 @@ namespace corvane::bench {
 namespace {
 
 // Of this process on a processor: what else the machine does counts little.
-double Milliseconds(const std::function<void()>& fnWork) {
-    const std::clock_t nBegin = std::clock();
-    fnWork();
-    return static_cast<double>(std::clock() - nBegin) * 1000 / CLOCKS_PER_SEC;
+double Milliseconds(const std::function<void()>& work) {
+    const std::clock_t begin = std::clock();
+    work();
+    return static_cast<double>(std::clock() - begin) * 1000 / CLOCKS_PER_SEC;
 }
 
-double Median(std::vector<double> aTimes) {
-    std::sort(aTimes.begin(), aTimes.end());
-    return aTimes[aTimes.size() / 2];
+double Median(std::vector<double> times) {
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
 }
 
-void ParseAndValidate(const std::string& sApplication) {
-    const auto oFileSystem = New<FileSystem>();
-    const auto oXml = New<XmlService>();
-    const Ref<IXmlSchemaCache> oSchema = oXml->NewSchemaCache();
-    oSchema->Add("", sApplication + "/Services/Service.xdr");
-    for (const std::string& sFile : oFileSystem->Files(sApplication + "/Services")) {
-        if (!sFile.ends_with(".xml"))
+void ParseAndValidate(const std::string& application) {
+    const auto fileSystem = New<FileSystem>();
+    const auto xml = New<XmlService>();
+    const Ref<IXmlSchemaCache> schema = xml->NewSchemaCache();
+    schema->Add("", application + "/Services/Service.xdr");
+    for (const std::string& file : fileSystem->Files(application + "/Services")) {
+        if (!file.ends_with(".xml"))
             continue;
-        const Ref<IXmlDocument> oDocument = oXml->NewDocument();
-        if (!oDocument->LoadXml(oFileSystem->ReadAll(sFile)) || !oDocument->Validate(oSchema).sReason.empty())
-            std::fprintf(stderr, "%s isn't valid\n", sFile.c_str());
+        const Ref<IXmlDocument> document = xml->NewDocument();
+        if (!document->LoadXml(fileSystem->ReadAll(file)) || !document->Validate(schema).sReason.empty())
+            std::fprintf(stderr, "%s isn't valid\n", file.c_str());
     }
 }
 
-void Measure(const std::string& sApplication, const char* sWhat, int nRuns) {
-    std::vector<double> aFloor;
-    std::vector<double> aCheck;
-    std::size_t nFindings = 0;
-    for (int n = 0; n < nRuns; ++n) {
-        aFloor.push_back(Milliseconds([&] { ParseAndValidate(sApplication); }));
-        aCheck.push_back(Milliseconds([&] { nFindings = check::Check({sApplication, false}).size(); }));
+void Measure(const std::string& application, const char* what, int runs) {
+    std::vector<double> floor;
+    std::vector<double> checks;
+    std::size_t findings = 0;
+    for (int n = 0; n < runs; ++n) {
+        floor.push_back(Milliseconds([&] { ParseAndValidate(application); }));
+        checks.push_back(Milliseconds([&] { findings = check::Check({application, false}).size(); }));
     }
-    std::printf("%-28s %6zu findings  parse and validate %8.1f ms  check %8.1f ms  ratio %.2f\n", sWhat, nFindings,
-                Median(aFloor), Median(aCheck), Median(aCheck) / Median(aFloor));
+    std::printf("%-28s %6zu findings  parse and validate %8.1f ms  check %8.1f ms  ratio %.2f\n", what, findings,
+                Median(floor), Median(checks), Median(checks) / Median(floor));
 }
 
 // Something to say about every file: a shortcut that can't be read, in place of one that can.
-void Spoil(const std::string& sApplication) {
-    const auto oFileSystem = New<FileSystem>();
-    for (const std::string& sFile : oFileSystem->Files(sApplication + "/Services")) {
-        if (!sFile.ends_with(".xml"))
+void Spoil(const std::string& application) {
+    const auto fileSystem = New<FileSystem>();
+    for (const std::string& file : fileSystem->Files(application + "/Services")) {
+        if (!file.ends_with(".xml"))
             continue;
-        std::string sText = oFileSystem->ReadAll(sFile);
-        constexpr std::string_view sCaption = " Caption=\"Action";
-        for (std::size_t i = sText.find(sCaption); i != std::string::npos; i = sText.find(sCaption, i + 40))
-            sText.insert(i, " ShortCutKey=\"Contrl+S\"");
-        std::ofstream(sFile, std::ios::binary) << sText;
+        std::string text = fileSystem->ReadAll(file);
+        constexpr std::string_view caption = " Caption=\"Action";
+        for (std::size_t i = text.find(caption); i != std::string::npos; i = text.find(caption, i + 40))
+            text.insert(i, " ShortCutKey=\"Contrl+S\"");
+        std::ofstream(file, std::ios::binary) << text;
     }
 }
 
@@ -74,14 +74,14 @@ void Spoil(const std::string& sApplication) {
 
 int main() {
     using namespace corvane::bench;
-    constexpr int nRuns = 9;
-    for (const Size& oSize : {Size{1000, 10}, Size{1000, 100}}) {
-        const TemporaryFolder oFolder;
-        const std::string sApplication = WriteApplication(oFolder.Path(), oSize).string();
-        std::filesystem::remove(sApplication + "/plugins");
-        Measure(sApplication, (oSize.Text() + ", as it is").c_str(), nRuns);
-        Spoil(sApplication);
-        Measure(sApplication, (oSize.Text() + ", spoilt").c_str(), nRuns);
+    constexpr int runs = 9;
+    for (const Size& size : {Size{1000, 10}, Size{1000, 100}}) {
+        const TemporaryFolder folder;
+        const std::string application = WriteApplication(folder.Path(), size).string();
+        std::filesystem::remove(application + "/plugins");
+        Measure(application, (size.Text() + ", as it is").c_str(), runs);
+        Spoil(application);
+        Measure(application, (size.Text() + ", spoilt").c_str(), runs);
     }
     return 0;
 }

@@ -12,74 +12,74 @@ namespace corvane::bench {
 class PlainModel final : public QAbstractItemModel {
 public:
     struct Item {
-        QString sKey;
-        QString sText;
-        Item* pParent;
-        int iRow;
-        std::vector<std::unique_ptr<Item>> aChildren;
+        QString key;
+        QString text;
+        Item* parent;
+        int row;
+        std::vector<std::unique_ptr<Item>> children;
     };
 
-    Item* Add(Item* pParent, QString sKey, QString sText) {
-        Item* pAbove = pParent ? pParent : &m_oTop;
-        const auto iRow = static_cast<int>(pAbove->aChildren.size());
-        beginInsertRows(IndexOf(pParent), iRow, iRow);
-        pAbove->aChildren.push_back(std::make_unique<Item>(Item{sKey, std::move(sText), pParent, iRow, {}}));
-        Item* pItem = pAbove->aChildren.back().get();
-        m_mapItems.emplace(std::move(sKey), pItem);
+    Item* Add(Item* parent, QString key, QString text) {
+        Item* above = parent ? parent : &m_top;
+        const auto row = static_cast<int>(above->children.size());
+        beginInsertRows(IndexOf(parent), row, row);
+        above->children.push_back(std::make_unique<Item>(Item{key, std::move(text), parent, row, {}}));
+        Item* item = above->children.back().get();
+        m_items.emplace(std::move(key), item);
         endInsertRows();
-        return pItem;
+        return item;
     }
-    Item* Find(const QString& sKey) const {
-        const auto it = m_mapItems.find(sKey);
-        return it == m_mapItems.end() ? nullptr : it->second;
+    Item* Find(const QString& key) const {
+        const auto it = m_items.find(key);
+        return it == m_items.end() ? nullptr : it->second;
     }
-    void SetText(Item* pItem, QString sText) {
-        pItem->sText = std::move(sText);
-        Q_EMIT dataChanged(IndexOf(pItem), IndexOf(pItem), {Qt::DisplayRole});
+    void SetText(Item* item, QString text) {
+        item->text = std::move(text);
+        Q_EMIT dataChanged(IndexOf(item), IndexOf(item), {Qt::DisplayRole});
     }
     // An item without children.
-    void Remove(Item* pItem) {
-        auto& aSiblings = (pItem->pParent ? pItem->pParent : &m_oTop)->aChildren;
-        const int iRow = pItem->iRow;
-        beginRemoveRows(IndexOf(pItem->pParent), iRow, iRow);
-        m_mapItems.erase(pItem->sKey);
-        aSiblings.erase(aSiblings.begin() + iRow);
-        for (auto i = static_cast<std::size_t>(iRow); i < aSiblings.size(); ++i)
-            aSiblings[i]->iRow = static_cast<int>(i);
+    void Remove(Item* item) {
+        auto& siblings = (item->parent ? item->parent : &m_top)->children;
+        const int row = item->row;
+        beginRemoveRows(IndexOf(item->parent), row, row);
+        m_items.erase(item->key);
+        siblings.erase(siblings.begin() + row);
+        for (auto i = static_cast<std::size_t>(row); i < siblings.size(); ++i)
+            siblings[i]->row = static_cast<int>(i);
         endRemoveRows();
     }
     void Clear() {
         beginResetModel();
-        m_mapItems.clear();
-        m_oTop.aChildren.clear();
+        m_items.clear();
+        m_top.children.clear();
         endResetModel();
     }
 
-    QModelIndex IndexOf(const Item* pItem) const { return pItem ? createIndex(pItem->iRow, 0, pItem) : QModelIndex(); }
+    QModelIndex IndexOf(const Item* item) const { return item ? createIndex(item->row, 0, item) : QModelIndex(); }
     using QAbstractItemModel::parent;
-    QModelIndex index(int iRow, int iColumn, const QModelIndex& oParent = {}) const override {
-        if (iColumn != 0 || iRow < 0 || iRow >= rowCount(oParent))
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override {
+        if (column != 0 || row < 0 || row >= rowCount(parent))
             return {};
-        return createIndex(iRow, 0, ItemAt(oParent)->aChildren[static_cast<std::size_t>(iRow)].get());
+        return createIndex(row, 0, ItemAt(parent)->children[static_cast<std::size_t>(row)].get());
     }
-    QModelIndex parent(const QModelIndex& oIndex) const override { return IndexOf(ItemAt(oIndex)->pParent); }
-    int rowCount(const QModelIndex& oParent = {}) const override {
-        return static_cast<int>(ItemAt(oParent)->aChildren.size());
+    QModelIndex parent(const QModelIndex& index) const override { return IndexOf(ItemAt(index)->parent); }
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return static_cast<int>(ItemAt(parent)->children.size());
     }
     int columnCount(const QModelIndex& = {}) const override { return 1; }
-    QVariant data(const QModelIndex& oIndex, int iRole) const override {
-        return iRole == Qt::DisplayRole && oIndex.isValid() ? QVariant(ItemAt(oIndex)->sText) : QVariant();
+    QVariant data(const QModelIndex& index, int role) const override {
+        return role == Qt::DisplayRole && index.isValid() ? QVariant(ItemAt(index)->text) : QVariant();
     }
 
 private:
     struct KeyHash {
-        std::size_t operator()(const QString& sKey) const { return qHash(sKey); }
+        std::size_t operator()(const QString& key) const { return qHash(key); }
     };
-    const Item* ItemAt(const QModelIndex& oIndex) const {
-        return oIndex.isValid() ? static_cast<const Item*>(oIndex.constInternalPointer()) : &m_oTop;
+    const Item* ItemAt(const QModelIndex& index) const {
+        return index.isValid() ? static_cast<const Item*>(index.constInternalPointer()) : &m_top;
     }
-    Item m_oTop{{}, {}, nullptr, 0, {}};
-    std::unordered_map<QString, Item*, KeyHash> m_mapItems;
+    Item m_top{{}, {}, nullptr, 0, {}};
+    std::unordered_map<QString, Item*, KeyHash> m_items;
 };
 
 } // namespace corvane::bench

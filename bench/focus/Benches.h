@@ -10,18 +10,18 @@ namespace corvane::bench {
 void MeasureFocus();
 void MeasureCommands();
 
-// Microseconds that fnAct takes.
+// Microseconds that act takes.
 template <class Act>
-double Microseconds(Act&& fnAct) {
-    const auto oBegin = std::chrono::steady_clock::now();
-    fnAct();
-    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - oBegin).count();
+double Microseconds(Act&& act) {
+    const auto begin = std::chrono::steady_clock::now();
+    act();
+    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count();
 }
 
-inline double Median(std::vector<double> aValues) {
-    const auto itMiddle = aValues.begin() + static_cast<std::ptrdiff_t>(aValues.size() / 2);
-    std::nth_element(aValues.begin(), itMiddle, aValues.end());
-    return *itMiddle;
+inline double Median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
 }
 
 } // namespace corvane::bench

@@ -13,18 +13,18 @@
 namespace corvane::bench {
 namespace {
 
-constexpr std::size_t nNames = 1000;
-constexpr int nCalls = 20000; // in one round
-constexpr int nRounds = 15;
+constexpr std::size_t names = 1000;
+constexpr int calls = 20000; // in one round
+constexpr int rounds = 15;
 
 template <std::size_t I>
 struct NameOf {
-    static constexpr char aText[] = {'D', 'o', static_cast<char>('0' + I / 100), static_cast<char>('0' + I / 10 % 10),
-                                     static_cast<char>('0' + I % 10)};
-    static constexpr std::string_view Text{aText, sizeof aText};
+    static constexpr char text[] = {'D', 'o', static_cast<char>('0' + I / 100), static_cast<char>('0' + I / 10 % 10),
+                                    static_cast<char>('0' + I % 10)};
+    static constexpr std::string_view Text{text, sizeof text};
 };
 
-int nDone = 0;
+int done = 0;
 
 template <class C, std::size_t... I>
 constexpr auto TableOf(std::index_sequence<I...>) {
@@ -33,56 +33,56 @@ constexpr auto TableOf(std::index_sequence<I...>) {
 
 class Named final : public Automation<Named> {
 public:
-    void Do() { ++nDone; }
+    void Do() { ++done; }
 
-    static constexpr auto Members = TableOf<Named>(std::make_index_sequence<nNames>{});
+    static constexpr auto Members = TableOf<Named>(std::make_index_sequence<names>{});
 };
 
 // Nanoseconds a call.
 template <class Act>
-double Cost(Act&& fnAct) {
-    std::vector<double> aRounds;
-    for (int iRound = 0; iRound < nRounds; ++iRound)
-        aRounds.push_back(Microseconds([&] {
-                              for (int i = 0; i < nCalls; ++i)
-                                  fnAct();
-                          }) *
-                          1000 / nCalls);
-    return Median(aRounds);
+double Cost(Act&& act) {
+    std::vector<double> roundsList;
+    for (int round = 0; round < rounds; ++round)
+        roundsList.push_back(Microseconds([&] {
+                                 for (int i = 0; i < calls; ++i)
+                                     act();
+                             }) *
+                             1000 / calls);
+    return Median(roundsList);
 }
 
 } // namespace
 
 void MeasureCommands() {
-    const auto oNamed = New<Named>();
-    QAction oPlain;
-    QObject::connect(&oPlain, &QAction::triggered, [] { ++nDone; });
-    QAction oByName;
-    Ref<Object> oProvider = oNamed;
-    QObject::connect(&oByName, &QAction::triggered, [&] { oProvider->Invoke("Do117", {}); });
-    QAction oUnknown;
-    QObject::connect(&oUnknown, &QAction::triggered, [&] {
-        if (!oProvider->HasMember("DoNothing"))
-            ++nDone;
+    const auto named = New<Named>();
+    QAction plain;
+    QObject::connect(&plain, &QAction::triggered, [] { ++done; });
+    QAction byName;
+    Ref<Object> provider = named;
+    QObject::connect(&byName, &QAction::triggered, [&] { provider->Invoke("Do117", {}); });
+    QAction unknown;
+    QObject::connect(&unknown, &QAction::triggered, [&] {
+        if (!provider->HasMember("DoNothing"))
+            ++done;
     });
-    QAction oRefused;
-    QObject::connect(&oRefused, &QAction::triggered, [&] {
+    QAction refused;
+    QObject::connect(&refused, &QAction::triggered, [&] {
         try {
-            oProvider->Invoke("DoNothing", {});
+            provider->Invoke("DoNothing", {});
         } catch (const Failure&) {
-            ++nDone;
+            ++done;
         }
     });
-    const double dblPlain = Cost([&] { oPlain.trigger(); });
-    std::printf("a command, of %zu names\n", nNames);
-    std::printf("  %-28s %9.1f ns\n", "Qt's trigger alone", dblPlain);
-    const auto Print = [&](const char* sWhat, QAction& oAction) {
-        const double dblCost = Cost([&] { oAction.trigger(); });
-        std::printf("  %-28s %9.1f ns   %.1f beyond the trigger\n", sWhat, dblCost, dblCost - dblPlain);
+    const double plainValue = Cost([&] { plain.trigger(); });
+    std::printf("a command, of %zu names\n", names);
+    std::printf("  %-28s %9.1f ns\n", "Qt's trigger alone", plainValue);
+    const auto Print = [&](const char* what, QAction& action) {
+        const double cost = Cost([&] { action.trigger(); });
+        std::printf("  %-28s %9.1f ns   %.1f beyond the trigger\n", what, cost, cost - plainValue);
     };
-    Print("to the procedure by name", oByName);
-    Print("an unknown name, asked for", oUnknown);
-    Print("an unknown name, refused", oRefused);
+    Print("to the procedure by name", byName);
+    Print("an unknown name, asked for", unknown);
+    Print("an unknown name, refused", refused);
 }
 
 } // namespace corvane::bench

@@ -23,55 +23,55 @@
 namespace corvane::bench {
 namespace {
 
-constexpr int nProviders = 100;
-constexpr int nActions = 50;
-constexpr int nMenus = 10;
-constexpr int nToolbars = 5;
-constexpr int nSwitches = 400;
+constexpr int providers = 100;
+constexpr int actionCount = 50;
+constexpr int menus = 10;
+constexpr int toolbars = 5;
+constexpr int switches = 400;
 
-std::string Action(int iProvider, int iAction) {
-    return "P" + std::to_string(iProvider) + "A" + std::to_string(iAction);
+std::string Action(int provider, int action) {
+    return "P" + std::to_string(provider) + "A" + std::to_string(action);
 }
 
 // No two alike, so that every button that comes has to be painted.
-std::string Caption(int iProvider, int iAction) {
-    return "Entry " + std::to_string(iAction) + " of " + std::to_string(iProvider);
+std::string Caption(int provider, int action) {
+    return "Entry " + std::to_string(action) + " of " + std::to_string(provider);
 }
 
-bool IsOnToolbar(int iAction) {
-    return iAction % 3 == 0;
+bool IsOnToolbar(int action) {
+    return action % 3 == 0;
 }
 
-void WriteDefinitions(const std::filesystem::path& oApp) {
-    std::filesystem::create_directories(oApp / "Services");
-    std::filesystem::copy_file(CORVANE_SCHEMA, oApp / "Services/Service.xdr");
-    std::ofstream oFile(oApp / "Services/Focus.xml");
-    oFile << "<Service Name=\"Focus\" ProgID=\"Corvane.Framework\" Active=\"true\"><ActionItems>"
-             "<ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" PassActionItemParam=\"true\"/>";
-    for (int iMenu = 0; iMenu < nMenus; ++iMenu)
-        oFile << "<ActionItem Name=\"M" << iMenu << "\"/>";
-    oFile << "</ActionItems><Menus>";
-    for (int iMenu = 0; iMenu < nMenus; ++iMenu)
-        oFile << "<MenuItem Type=\"MenuTitle\" ActionItem=\"M" << iMenu << "\" PositionOrder=\"" << iMenu + 1
-              << "\" Caption=\"Menu " << iMenu << "\"/>";
-    oFile << "</Menus><ExplorerItems>";
-    for (int iProvider = 0; iProvider < nProviders; ++iProvider) {
-        oFile << "<ExplorerItem Name=\"P" << iProvider << "\" Type=\"Folder\"><ActionItems>";
-        for (int i = 0; i < nActions; ++i)
-            oFile << "<ActionItem Name=\"" << Action(iProvider, i) << "\" Action=\"Do\"/>";
-        oFile << "</ActionItems><Menus>";
-        for (int i = 0; i < nActions; ++i) {
-            const int nOrder = iProvider * nActions / nMenus + i / nMenus + 1;
-            oFile << "<MenuItem Type=\"MenuItem\" Path=\"M" << i % nMenus << "\" ActionItem=\"" << Action(iProvider, i)
-                  << "\" PositionOrder=\"" << nOrder << "\" Caption=\"" << Caption(iProvider, i) << "\"/>";
+void WriteDefinitions(const std::filesystem::path& app) {
+    std::filesystem::create_directories(app / "Services");
+    std::filesystem::copy_file(CORVANE_SCHEMA, app / "Services/Service.xdr");
+    std::ofstream file(app / "Services/Focus.xml");
+    file << "<Service Name=\"Focus\" ProgID=\"Corvane.Framework\" Active=\"true\"><ActionItems>"
+            "<ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" PassActionItemParam=\"true\"/>";
+    for (int menu = 0; menu < menus; ++menu)
+        file << "<ActionItem Name=\"M" << menu << "\"/>";
+    file << "</ActionItems><Menus>";
+    for (int menu = 0; menu < menus; ++menu)
+        file << "<MenuItem Type=\"MenuTitle\" ActionItem=\"M" << menu << "\" PositionOrder=\"" << menu + 1
+             << "\" Caption=\"Menu " << menu << "\"/>";
+    file << "</Menus><ExplorerItems>";
+    for (int provider = 0; provider < providers; ++provider) {
+        file << "<ExplorerItem Name=\"P" << provider << "\" Type=\"Folder\"><ActionItems>";
+        for (int i = 0; i < actionCount; ++i)
+            file << "<ActionItem Name=\"" << Action(provider, i) << "\" Action=\"Do\"/>";
+        file << "</ActionItems><Menus>";
+        for (int i = 0; i < actionCount; ++i) {
+            const int order = provider * actionCount / menus + i / menus + 1;
+            file << "<MenuItem Type=\"MenuItem\" Path=\"M" << i % menus << "\" ActionItem=\"" << Action(provider, i)
+                 << "\" PositionOrder=\"" << order << "\" Caption=\"" << Caption(provider, i) << "\"/>";
             if (IsOnToolbar(i))
-                oFile << "<MenuItem Type=\"ToolbarItem\" Path=\"B" << i % nToolbars << "\" ActionItem=\""
-                      << Action(iProvider, i) << "\" PositionOrder=\"" << 1000 + nOrder * nMenus + i % nMenus
-                      << "\" Caption=\"" << Caption(iProvider, i) << "\"/>";
+                file << "<MenuItem Type=\"ToolbarItem\" Path=\"B" << i % toolbars << "\" ActionItem=\""
+                     << Action(provider, i) << "\" PositionOrder=\"" << 1000 + order * menus + i % menus
+                     << "\" Caption=\"" << Caption(provider, i) << "\"/>";
         }
-        oFile << "</Menus></ExplorerItem>";
+        file << "</Menus></ExplorerItem>";
     }
-    oFile << "</ExplorerItems></Service>";
+    file << "</ExplorerItems></Service>";
 }
 
 void Paint() {
@@ -80,130 +80,129 @@ void Paint() {
 }
 
 struct Times {
-    double dblModel;
-    double dblPass;    // model and pass
-    double dblPainted; // all of it
+    double model;
+    double pass;    // model and pass
+    double painted; // all of it
 };
 
-Times MeasureCorvane(const std::filesystem::path& oApp) {
-    desktop::Application oApplication({oApp.string(), false});
-    if (!oApplication.Start())
+Times MeasureCorvane(const std::filesystem::path& app) {
+    desktop::Application application({app.string(), false});
+    if (!application.Start())
         throw std::runtime_error("the application doesn't start");
-    const auto oMenus = CorvaneMain::Framework()->NavigationManager()->MenuManager();
-    const auto colDefs = CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs();
-    std::vector<Ref<ExplorerItemBase>> aProviders;
-    std::vector<Ref<ActionItemDefCollection>> aDefs;
-    for (int i = 0; i < nProviders; ++i) {
-        aProviders.push_back(New<ExplorerItemBase>());
-        aDefs.push_back(colDefs->Item("P" + std::to_string(i))->ActionItemDefs());
-        oMenus->OnActionsProviderAdd(aProviders.back(), aProviders.back(), aDefs.back(), false);
+    const auto menusManager = CorvaneMain::Framework()->NavigationManager()->MenuManager();
+    const auto defsSet = CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs();
+    std::vector<Ref<ExplorerItemBase>> providersList;
+    std::vector<Ref<ActionItemDefCollection>> defs;
+    for (int i = 0; i < providers; ++i) {
+        providersList.push_back(New<ExplorerItemBase>());
+        defs.push_back(defsSet->Item("P" + std::to_string(i))->ActionItemDefs());
+        menusManager->OnActionsProviderAdd(providersList.back(), providersList.back(), defs.back(), false);
     }
-    std::vector<double> aModel, aPass, aPainted;
-    std::size_t iActive = 0;
-    oMenus->OnActionsProviderActive(aProviders[0], aProviders[0], aDefs[0]);
-    for (int iSwitch = 0; iSwitch < nSwitches; ++iSwitch) {
-        const std::size_t iNext = static_cast<std::size_t>(iSwitch * 37 + 1) % nProviders;
-        if (iNext == iActive)
+    std::vector<double> model, pass, painted;
+    std::size_t active = 0;
+    menusManager->OnActionsProviderActive(providersList[0], providersList[0], defs[0]);
+    for (int switchIndex = 0; switchIndex < switches; ++switchIndex) {
+        const std::size_t next = static_cast<std::size_t>(switchIndex * 37 + 1) % providers;
+        if (next == active)
             continue;
-        double dblModel = 0;
-        double dblPass = 0;
-        aPainted.push_back(Microseconds([&] {
-            dblPass = Microseconds([&] {
-                dblModel = Microseconds([&] {
-                    oMenus->OnActionsProviderInActive(aProviders[iActive], aProviders[iActive], aDefs[iActive]);
-                    oMenus->OnActionsProviderActive(aProviders[iNext], aProviders[iNext], aDefs[iNext]);
+        double modelValue = 0;
+        double passValue = 0;
+        painted.push_back(Microseconds([&] {
+            passValue = Microseconds([&] {
+                modelValue = Microseconds([&] {
+                    menusManager->OnActionsProviderInActive(providersList[active], providersList[active], defs[active]);
+                    menusManager->OnActionsProviderActive(providersList[next], providersList[next], defs[next]);
                 });
-                oApplication.Window().Flush();
+                application.Window().Flush();
             });
             Paint();
         }));
-        aModel.push_back(dblModel);
-        aPass.push_back(dblPass);
-        iActive = iNext;
+        model.push_back(modelValue);
+        pass.push_back(passValue);
+        active = next;
     }
-    const auto oTool = oApplication.Bar()->Tools()->Item("M0." + Action(static_cast<int>(iActive), 0));
-    const auto aBars = oApplication.Window().findChildren<QToolBar*>();
-    const bool bShown = std::any_of(aBars.begin(), aBars.end(), [](const QToolBar* p) { return p->isVisible(); });
-    if (!oTool->Visible() || !bShown)
+    const auto tool = application.Bar()->Tools()->Item("M0." + Action(static_cast<int>(active), 0));
+    const auto bars = application.Window().findChildren<QToolBar*>();
+    const bool shown = std::any_of(bars.begin(), bars.end(), [](const QToolBar* p) { return p->isVisible(); });
+    if (!tool->Visible() || !shown)
         throw std::runtime_error("the active provider's actions aren't shown");
-    return {Median(aModel), Median(aPass), Median(aPainted)};
+    return {Median(model), Median(pass), Median(painted)};
 }
 
 // The same by hand: all actions made beforehand, hidden and disabled while their provider isn't active.
 class PlainWindow final : public QMainWindow {
 public:
     PlainWindow() {
-        std::vector<QMenu*> aMenus;
-        std::vector<QToolBar*> aToolbars;
-        for (int i = 0; i < nMenus; ++i)
-            aMenus.push_back(menuBar()->addMenu(QString("Menu %1").arg(i)));
-        for (int i = 0; i < nToolbars; ++i)
-            aToolbars.push_back(addToolBar(QString("B%1").arg(i)));
-        for (int iProvider = 0; iProvider < nProviders; ++iProvider)
-            for (int i = 0; i < nActions; ++i) {
-                auto* pAction = new QAction(QString::fromStdString(Caption(iProvider, i)), this);
-                pAction->setVisible(false);
-                pAction->setEnabled(false);
-                aMenus[static_cast<std::size_t>(i % nMenus)]->addAction(pAction);
+        std::vector<QMenu*> menusList;
+        std::vector<QToolBar*> toolbarsList;
+        for (int i = 0; i < menus; ++i)
+            menusList.push_back(menuBar()->addMenu(QString("Menu %1").arg(i)));
+        for (int i = 0; i < toolbars; ++i)
+            toolbarsList.push_back(addToolBar(QString("B%1").arg(i)));
+        for (int provider = 0; provider < providers; ++provider)
+            for (int i = 0; i < actionCount; ++i) {
+                auto* action = new QAction(QString::fromStdString(Caption(provider, i)), this);
+                action->setVisible(false);
+                action->setEnabled(false);
+                menusList[static_cast<std::size_t>(i % menus)]->addAction(action);
                 if (IsOnToolbar(i))
-                    aToolbars[static_cast<std::size_t>(i % nToolbars)]->addAction(pAction);
-                m_aActions.push_back(pAction);
+                    toolbarsList[static_cast<std::size_t>(i % toolbars)]->addAction(action);
+                m_actions.push_back(action);
             }
     }
-    void Show(std::size_t iProvider, bool bShow) {
-        for (std::size_t i = iProvider * nActions; i < (iProvider + 1) * nActions; ++i) {
-            m_aActions[i]->setVisible(bShow);
-            m_aActions[i]->setEnabled(bShow);
+    void Show(std::size_t provider, bool show) {
+        for (std::size_t i = provider * actionCount; i < (provider + 1) * actionCount; ++i) {
+            m_actions[i]->setVisible(show);
+            m_actions[i]->setEnabled(show);
         }
     }
 
 private:
-    std::vector<QAction*> m_aActions;
+    std::vector<QAction*> m_actions;
 };
 
 double MeasurePlain() {
-    PlainWindow oWindow;
-    oWindow.resize(1100, 720);
-    oWindow.show();
-    oWindow.Show(0, true);
+    PlainWindow window;
+    window.resize(1100, 720);
+    window.show();
+    window.Show(0, true);
     Paint();
-    std::vector<double> aPainted;
-    std::size_t iActive = 0;
-    for (int iSwitch = 0; iSwitch < nSwitches; ++iSwitch) {
-        const std::size_t iNext = static_cast<std::size_t>(iSwitch * 37 + 1) % nProviders;
-        if (iNext == iActive)
+    std::vector<double> painted;
+    std::size_t active = 0;
+    for (int switchIndex = 0; switchIndex < switches; ++switchIndex) {
+        const std::size_t next = static_cast<std::size_t>(switchIndex * 37 + 1) % providers;
+        if (next == active)
             continue;
-        aPainted.push_back(Microseconds([&] {
-            oWindow.Show(iActive, false);
-            oWindow.Show(iNext, true);
+        painted.push_back(Microseconds([&] {
+            window.Show(active, false);
+            window.Show(next, true);
             Paint();
         }));
-        iActive = iNext;
+        active = next;
     }
-    return Median(aPainted);
+    return Median(painted);
 }
 
 } // namespace
 
 void MeasureFocus() {
-    const TemporaryFolder oFolder;
-    WriteDefinitions(oFolder.Path() / "Focus");
-    qputenv("XDG_STATE_HOME", (oFolder.Path() / "State").string().c_str());
-    const Times oTimes = MeasureCorvane(oFolder.Path() / "Focus");
-    const double dblPlain = MeasurePlain();
-    std::printf("focus switch, %d providers of %d actions\n", nProviders, nActions);
-    std::printf("  %-28s %9.1f us\n", "Corvane, models", oTimes.dblModel);
-    std::printf("  %-28s %9.1f us\n", "Corvane, with Qt's pass", oTimes.dblPass);
-    std::printf("  %-28s %9.1f us   %.2f of Qt by hand\n", "Corvane, painted", oTimes.dblPainted,
-                oTimes.dblPainted / dblPlain);
-    std::printf("  %-28s %9.1f us\n", "Qt by hand, painted", dblPlain);
+    const TemporaryFolder folder;
+    WriteDefinitions(folder.Path() / "Focus");
+    qputenv("XDG_STATE_HOME", (folder.Path() / "State").string().c_str());
+    const Times times = MeasureCorvane(folder.Path() / "Focus");
+    const double plain = MeasurePlain();
+    std::printf("focus switch, %d providers of %d actions\n", providers, actionCount);
+    std::printf("  %-28s %9.1f us\n", "Corvane, models", times.model);
+    std::printf("  %-28s %9.1f us\n", "Corvane, with Qt's pass", times.pass);
+    std::printf("  %-28s %9.1f us   %.2f of Qt by hand\n", "Corvane, painted", times.painted, times.painted / plain);
+    std::printf("  %-28s %9.1f us\n", "Qt by hand, painted", plain);
 }
 
 } // namespace corvane::bench
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication oQt(argc, argv);
+    QApplication qt(argc, argv);
     corvane::bench::MeasureFocus();
     corvane::bench::MeasureCommands();
 }

@@ -17,75 +17,75 @@ constexpr int Commands = 5000;
 constexpr int Rounds = 30;
 
 std::vector<desktop::PaletteEntry> Entries() {
-    const QStringList aVerbs{"Open",   "Save",      "Import",  "Export", "Delete",
-                             "Rename", "Summarize", "Compare", "Print",  "Show"};
-    const QStringList aThings{"Study", "Data Set", "Analysis", "Report", "Table",
-                              "Chart", "Sample",   "Group",    "Filter", "Note"};
-    std::vector<desktop::PaletteEntry> aEntries;
+    const QStringList verbs{"Open",   "Save",      "Import",  "Export", "Delete",
+                            "Rename", "Summarize", "Compare", "Print",  "Show"};
+    const QStringList things{"Study", "Data Set", "Analysis", "Report", "Table",
+                             "Chart", "Sample",   "Group",    "Filter", "Note"};
+    std::vector<desktop::PaletteEntry> entries;
     for (int i = 0; i < Commands; ++i)
-        aEntries.push_back({nullptr, QString("%1 %2 %3").arg(aVerbs[i % 10], aThings[i / 10 % 10]).arg(i / 100),
-                            QString("Menu %1 › Part %2").arg(i % 25).arg(i / 25 % 20), i % 7 == 0 ? "Ctrl+K" : "",
-                            QString("Service %1").arg(i % 40), i % 3 == 0 ? "disabled by its service" : "", ""});
-    return aEntries;
+        entries.push_back({nullptr, QString("%1 %2 %3").arg(verbs[i % 10], things[i / 10 % 10]).arg(i / 100),
+                           QString("Menu %1 › Part %2").arg(i % 25).arg(i / 25 % 20), i % 7 == 0 ? "Ctrl+K" : "",
+                           QString("Service %1").arg(i % 40), i % 3 == 0 ? "disabled by its service" : "", ""});
+    return entries;
 }
 
 struct Times {
-    std::vector<double> aMilliseconds;
-    void Add(const QElapsedTimer& oTime) { aMilliseconds.push_back(static_cast<double>(oTime.nsecsElapsed()) / 1e6); }
+    std::vector<double> milliseconds;
+    void Add(const QElapsedTimer& time) { milliseconds.push_back(static_cast<double>(time.nsecsElapsed()) / 1e6); }
     double Median() {
-        std::sort(aMilliseconds.begin(), aMilliseconds.end());
-        return aMilliseconds[aMilliseconds.size() / 2];
+        std::sort(milliseconds.begin(), milliseconds.end());
+        return milliseconds[milliseconds.size() / 2];
     }
-    double Worst() { return *std::max_element(aMilliseconds.begin(), aMilliseconds.end()); }
+    double Worst() { return *std::max_element(milliseconds.begin(), milliseconds.end()); }
 };
 
-void Print(const char* sWhat, Times& oTimes, double fFloor) {
-    std::printf("%-46s median %7.3f ms  worst %7.3f ms  ratio %6.2f\n", sWhat, oTimes.Median(), oTimes.Worst(),
-                oTimes.Median() / fFloor);
+void Print(const char* what, Times& times, double floor) {
+    std::printf("%-46s median %7.3f ms  worst %7.3f ms  ratio %6.2f\n", what, times.Median(), times.Worst(),
+                times.Median() / floor);
 }
 
 void Run() {
-    const std::vector<desktop::PaletteEntry> aEntries = Entries();
-    desktop::PaletteModel oModel(aEntries);
-    desktop::PaletteDialog oDialog(aEntries, {}, {}, nullptr);
-    oDialog.setAttribute(Qt::WA_DeleteOnClose, false);
-    oDialog.resize(640, 440);
-    oDialog.show();
+    const std::vector<desktop::PaletteEntry> entries = Entries();
+    desktop::PaletteModel model(entries);
+    desktop::PaletteDialog dialog(entries, {}, {}, nullptr);
+    dialog.setAttribute(Qt::WA_DeleteOnClose, false);
+    dialog.resize(640, 440);
+    dialog.show();
     QApplication::processEvents();
-    Times oScan;
-    Times oSearch;
-    Times oKey;
-    QElapsedTimer oTime;
-    std::size_t nFound = 0;
+    Times scan;
+    Times search;
+    Times key;
+    QElapsedTimer time;
+    std::size_t found = 0;
     for (int i = 0; i < Rounds; ++i)
-        for (const QString& sText : {QString("sum an 3"), QString("opstudy"), QString("print"), QString("zq")})
-            for (qsizetype n = 1; n <= sText.size(); ++n) {
-                const QString sTyped = sText.left(n);
-                oTime.start();
-                for (const auto& oEntry : aEntries)
-                    nFound += oEntry.sCaption.contains(sTyped, Qt::CaseInsensitive) ||
-                              oEntry.sPath.contains(sTyped, Qt::CaseInsensitive);
-                oScan.Add(oTime);
-                oTime.start();
-                oModel.SetTyped(sTyped);
-                oSearch.Add(oTime);
-                oTime.start();
-                oDialog.Field().setText(sTyped);
+        for (const QString& text : {QString("sum an 3"), QString("opstudy"), QString("print"), QString("zq")})
+            for (qsizetype n = 1; n <= text.size(); ++n) {
+                const QString typed = text.left(n);
+                time.start();
+                for (const auto& entry : entries)
+                    found += entry.caption.contains(typed, Qt::CaseInsensitive) ||
+                             entry.path.contains(typed, Qt::CaseInsensitive);
+                scan.Add(time);
+                time.start();
+                model.SetTyped(typed);
+                search.Add(time);
+                time.start();
+                dialog.Field().setText(typed);
                 QApplication::processEvents();
-                oKey.Add(oTime);
+                key.Add(time);
             }
-    const double fFloor = oScan.Median();
-    std::printf("%d commands, %zu key presses, %zu found by the scan\n", Commands, oScan.aMilliseconds.size(), nFound);
-    Print("plain scan for the text", oScan, fFloor);
-    Print("search", oSearch, fFloor);
-    Print("key press, with the list painted", oKey, fFloor);
+    const double floor = scan.Median();
+    std::printf("%d commands, %zu key presses, %zu found by the scan\n", Commands, scan.milliseconds.size(), found);
+    Print("plain scan for the text", scan, floor);
+    Print("search", search, floor);
+    Print("key press, with the list painted", key, floor);
 }
 
 } // namespace
 } // namespace corvane::bench
 
 int main(int argc, char** argv) {
-    QApplication oQt(argc, argv);
+    QApplication qt(argc, argv);
     corvane::bench::Run();
     return 0;
 }

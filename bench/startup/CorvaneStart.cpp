@@ -29,15 +29,15 @@ namespace {
 
 class BenchService final : public Automation<BenchService, IServiceAccess> {
 public:
-    Ref<IService> Service() override { return m_oServiceBase; }
+    Ref<IService> Service() override { return m_serviceBase; }
     std::string_view TypeName() const override { return "BenchService"; }
-    void OnAction() { ++m_nChosen; }
+    void OnAction() { ++m_chosen; }
 
     static constexpr auto Members = MemberTable(Method("OnAction", &BenchService::OnAction));
 
 private:
-    int m_nChosen = 0;
-    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+    int m_chosen = 0;
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
 // In a start without a window nobody draws progress, but the main form has its control.
@@ -56,126 +56,126 @@ public:
     std::string_view TypeName() const override { return "BenchFactory"; }
 };
 
-void ExpectModels(const ActiveBar& oBar, const Size& oSize) {
-    const auto nMenus = static_cast<Long>(oSize.nServices) + 1;
-    Expect(oBar.Bands()->Item("Main")->Tools()->Count() >= nMenus, "a menu a file");
-    for (const int i : {0, oSize.nServices - 1}) {
-        const auto& oTools = oBar.Bands()->Item(MenuName(i))->Tools();
-        Expect(oTools->Count() == oSize.nActions, "an entry an action");
-        Expect(oBar.Tools()->Item(oTools->Item(Long{0})->Name())->Visible(), "visible entries");
+void ExpectModels(const ActiveBar& bar, const Size& size) {
+    const auto menus = static_cast<Long>(size.services) + 1;
+    Expect(bar.Bands()->Item("Main")->Tools()->Count() >= menus, "a menu a file");
+    for (const int i : {0, size.services - 1}) {
+        const auto& tools = bar.Bands()->Item(MenuName(i))->Tools();
+        Expect(tools->Count() == size.actions, "an entry an action");
+        Expect(bar.Tools()->Item(tools->Item(Long{0})->Name())->Visible(), "visible entries");
     }
 }
 
-void ExpectWindow(const desktop::MainWindow& oWindow, const Size& oSize) {
+void ExpectWindow(const desktop::MainWindow& window, const Size& size) {
     // The bar shows sixty titles and keeps the others in one more.
-    constexpr int nMostTitles = 61;
-    Expect(oWindow.menuBar()->actions().size() >= std::min(oSize.nServices + 1, nMostTitles),
+    constexpr int mostTitles = 61;
+    Expect(window.menuBar()->actions().size() >= std::min(size.services + 1, mostTitles),
            "a menu a file in the window");
 }
 
 // The models and what a host of them must have.
 class Models {
 public:
-    explicit Models(const std::string& sFolder) : m_oPlatform(sFolder) {
-        m_frmMain->AddMember("ActiveBar", m_oActiveBar);
-        m_frmMain->SetCaption(m_oPlatform.sName);
+    explicit Models(const std::string& folder) : m_platform(folder) {
+        m_mainForm->AddMember("ActiveBar", m_activeBar);
+        m_mainForm->SetCaption(m_platform.name);
     }
 
     // The platform of a host without a window, to which one may add.
     [[nodiscard]] Platform MakePlatform() const {
-        Platform oPlatform = m_oPlatform.MakePlatform();
-        oPlatform.oObjectFactory = New<BenchFactory>();
-        return oPlatform;
+        Platform platform = m_platform.MakePlatform();
+        platform.oObjectFactory = New<BenchFactory>();
+        return platform;
     }
 
     void Start() {
-        const Ref<Framework> oFramework = CorvaneMain::Framework();
-        oFramework->Initialize(m_frmMain, m_frmPanel, nullptr);
-        oFramework->Start();
+        const Ref<Framework> framework = CorvaneMain::Framework();
+        framework->Initialize(m_mainForm, m_panelForm, nullptr);
+        framework->Start();
     }
 
-    [[nodiscard]] const ApplicationPlatform& Parts() const { return m_oPlatform; }
-    [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
-    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
-    [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_frmPanel; }
+    [[nodiscard]] const ApplicationPlatform& Parts() const { return m_platform; }
+    [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_activeBar; }
+    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_mainForm; }
+    [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_panelForm; }
 
 private:
-    ApplicationPlatform m_oPlatform;
-    Ref<ActiveBar> m_oActiveBar = NewHostActiveBar();
-    Ref<MdiForm> m_frmMain = New<MdiForm>();
-    Ref<PanelForm> m_frmPanel = New<PanelForm>();
+    ApplicationPlatform m_platform;
+    Ref<ActiveBar> m_activeBar = NewHostActiveBar();
+    Ref<MdiForm> m_mainForm = New<MdiForm>();
+    Ref<PanelForm> m_panelForm = New<PanelForm>();
 };
 
 // As corvane-desktop makes it for a person, whose session and settings lie in the folders that the environment names.
 // Failures go to the error stream: a dialog would wait for ever.
-desktop::ApplicationOptions WholeApplication(const Job& oJob) {
-    desktop::ApplicationOptions oOptions;
-    oOptions.sFolder = oJob.sFolder;
-    oOptions.bWithDialogs = false;
-    for (int i = 0; i < oJob.oSize.nServices; ++i)
-        oOptions.aClasses.emplace_back(ServiceClass(i), [] { return New<BenchService>(); });
-    oOptions.bWatch = true;
-    oOptions.fnAskAfterDeath = &desktop::Blame::AskInBox;
-    return oOptions;
+desktop::ApplicationOptions WholeApplication(const Job& job) {
+    desktop::ApplicationOptions options;
+    options.folder = job.folder;
+    options.withDialogs = false;
+    for (int i = 0; i < job.size.services; ++i)
+        options.classes.emplace_back(ServiceClass(i), [] { return New<BenchService>(); });
+    options.watch = true;
+    options.askAfterDeath = &desktop::Blame::AskInBox;
+    return options;
 }
 
 } // namespace
 
-void StartModels(const Job& oJob) {
-    Models oModels(oJob.sFolder);
-    oModels.MainForm()->AddMember("ctlCVProgress", New<NoProgress>());
-    oModels.MainForm()->Load();
-    const Library oLibrary(oModels.MakePlatform());
-    oModels.Start();
-    ExpectModels(*oModels.Bar(), oJob.oSize);
+void StartModels(const Job& job) {
+    Models models(job.folder);
+    models.MainForm()->AddMember("ctlCVProgress", New<NoProgress>());
+    models.MainForm()->Load();
+    const Library library(models.MakePlatform());
+    models.Start();
+    ExpectModels(*models.Bar(), job.size);
     std::_Exit(0);
 }
 
-void ShowCorvaneWindow(const Job& oJob) {
-    desktop::FailurePresenter oFailures(false);
-    Models oModels(oJob.sFolder);
-    oModels.Parts().oUtilities->SetShow([&](const ShownFailure& oShown) { oFailures.Show(oShown); });
-    const auto oProgress = New<desktop::ProgressControl>();
-    oModels.MainForm()->AddMember("CommonDialog", New<desktop::CommonDialog>(false));
-    oModels.MainForm()->AddMember("ctlCVProgress", oProgress);
-    oModels.MainForm()->Load();
-    Platform oPlatform = oModels.MakePlatform();
-    oPlatform.oScreen = New<desktop::QtScreen>();
-    oPlatform.oTimers = New<desktop::QtTimers>([&](const std::function<void()>& fnAct) { oFailures.Guard(fnAct); });
-    oPlatform.oMessageBox = New<desktop::QtMessageBox>(false);
-    oPlatform.oFileSystem =
-        New<desktop::HostFileSystem>(oPlatform.oFileSystem, oModels.Parts().oUtilities->GetAppFolder("Services"));
-    const Library oLibrary(oPlatform);
-    desktop::MainWindow oWindow(oModels.MainForm(), oModels.Bar(), oModels.Panel(), oFailures);
-    oWindow.Bars().SetProgressWidget([&] { return oProgress->Widget(); });
-    PaintWatch oWatch(oWindow);
+void ShowCorvaneWindow(const Job& job) {
+    desktop::FailurePresenter failures(false);
+    Models models(job.folder);
+    models.Parts().utilities->SetShow([&](const ShownFailure& shown) { failures.Show(shown); });
+    const auto progress = New<desktop::ProgressControl>();
+    models.MainForm()->AddMember("CommonDialog", New<desktop::CommonDialog>(false));
+    models.MainForm()->AddMember("ctlCVProgress", progress);
+    models.MainForm()->Load();
+    Platform platform = models.MakePlatform();
+    platform.oScreen = New<desktop::QtScreen>();
+    platform.oTimers = New<desktop::QtTimers>([&](const std::function<void()>& act) { failures.Guard(act); });
+    platform.oMessageBox = New<desktop::QtMessageBox>(false);
+    platform.oFileSystem =
+        New<desktop::HostFileSystem>(platform.oFileSystem, models.Parts().utilities->GetAppFolder("Services"));
+    const Library library(platform);
+    desktop::MainWindow window(models.MainForm(), models.Bar(), models.Panel(), failures);
+    window.Bars().SetProgressWidget([&] { return progress->Widget(); });
+    PaintWatch watch(window);
     desktop::ClearWideRegisters(); // as the application does there
-    oModels.Start();
-    oWindow.Flush();
-    oWindow.show();
-    oWatch.Await();
-    ExpectModels(*oModels.Bar(), oJob.oSize);
-    ExpectWindow(oWindow, oJob.oSize);
-    Expect(oFailures.ShownCount() == 0, "no failures");
+    models.Start();
+    window.Flush();
+    window.show();
+    watch.Await();
+    ExpectModels(*models.Bar(), job.size);
+    ExpectWindow(window, job.size);
+    Expect(failures.ShownCount() == 0, "no failures");
     std::_Exit(0);
 }
 
-void ShowWholeApplication(const Job& oJob) {
-    desktop::Application oApplication(WholeApplication(oJob));
-    PaintWatch oWatch(oApplication.Window());
-    Expect(oApplication.Start(), "a start");
-    oWatch.Await();
-    ExpectModels(*oApplication.Bar(), oJob.oSize);
-    ExpectWindow(oApplication.Window(), oJob.oSize);
-    Expect(oApplication.Failures().ShownCount() == 0, "no failures");
+void ShowWholeApplication(const Job& job) {
+    desktop::Application application(WholeApplication(job));
+    PaintWatch watch(application.Window());
+    Expect(application.Start(), "a start");
+    watch.Await();
+    ExpectModels(*application.Bar(), job.size);
+    ExpectWindow(application.Window(), job.size);
+    Expect(application.Failures().ShownCount() == 0, "no failures");
     std::_Exit(0);
 }
 
-void KeepSession(const Job& oJob) {
-    desktop::Application oApplication(WholeApplication(oJob));
-    Expect(oApplication.Start(), "a start");
-    PaintWatch(oApplication.Window()).Await();
-    Expect(oApplication.Window().close(), "an end");
+void KeepSession(const Job& job) {
+    desktop::Application application(WholeApplication(job));
+    Expect(application.Start(), "a start");
+    PaintWatch(application.Window()).Await();
+    Expect(application.Window().close(), "an end");
 }
 
 } // namespace corvane::bench

@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* sFramework = R"(<?xml version="1.0"?>
+constexpr const char* framework = R"(<?xml version="1.0"?>
 <Service Name="Framework" ProgID="Corvane.Framework" Active="true">
   <ActionItems>
     <ActionItem Name="View"/>
@@ -23,69 +23,69 @@ constexpr const char* sFramework = R"(<?xml version="1.0"?>
 </Service>
 )";
 
-void Write(const fs::path& oFile, const std::string& sText) {
-    std::ofstream oStream(oFile, std::ios::binary);
-    oStream << sText;
-    if (!oStream.flush())
-        throw std::runtime_error("can't write " + oFile.string());
+void Write(const fs::path& file, const std::string& text) {
+    std::ofstream stream(file, std::ios::binary);
+    stream << text;
+    if (!stream.flush())
+        throw std::runtime_error("can't write " + file.string());
 }
 
-std::string ServiceText(int iService, int nActions) {
-    const std::string sService = std::to_string(iService);
-    const std::string sMenu = MenuName(iService);
-    std::string sText = "<?xml version=\"1.0\"?>\n<Service Name=\"Service" + sService + "\" ProgID=\"" +
-                        ServiceClass(iService) + "\" Active=\"true\">\n  <ActionItems>\n    <ActionItem Name=\"" +
-                        sMenu + "\"/>\n";
-    for (int i = 0; i < nActions; ++i)
-        sText += "    <ActionItem Name=\"" + ActionName(iService, i) +
-                 "\" Action=\"OnAction\" Description=\"Does what service " + sService + " does under number " +
-                 std::to_string(i) + "\"/>\n";
+std::string ServiceText(int serviceIndex, int actions) {
+    const std::string service = std::to_string(serviceIndex);
+    const std::string menu = MenuName(serviceIndex);
+    std::string text = "<?xml version=\"1.0\"?>\n<Service Name=\"Service" + service + "\" ProgID=\"" +
+                       ServiceClass(serviceIndex) + "\" Active=\"true\">\n  <ActionItems>\n    <ActionItem Name=\"" +
+                       menu + "\"/>\n";
+    for (int i = 0; i < actions; ++i)
+        text += "    <ActionItem Name=\"" + ActionName(serviceIndex, i) +
+                "\" Action=\"OnAction\" Description=\"Does what service " + service + " does under number " +
+                std::to_string(i) + "\"/>\n";
     // The framework's menu stands in the first place.
-    sText += "  </ActionItems>\n  <Menus>\n    <MenuItem Type=\"MenuTitle\" ActionItem=\"" + sMenu +
-             "\" PositionOrder=\"" + std::to_string(iService + 2) + "\" Caption=\"Menu " + sService + "\"/>\n";
-    for (int i = 0; i < nActions; ++i)
-        sText += "    <MenuItem Type=\"MenuItem\" ActionItem=\"" + ActionName(iService, i) + "\" Path=\"" + sMenu +
-                 "\" PositionOrder=\"" + std::to_string(i + 1) + "\" Caption=\"Action " + std::to_string(i) +
-                 " of service " + sService + "\"/>\n";
-    return sText + "  </Menus>\n</Service>\n";
+    text += "  </ActionItems>\n  <Menus>\n    <MenuItem Type=\"MenuTitle\" ActionItem=\"" + menu +
+            "\" PositionOrder=\"" + std::to_string(serviceIndex + 2) + "\" Caption=\"Menu " + service + "\"/>\n";
+    for (int i = 0; i < actions; ++i)
+        text += "    <MenuItem Type=\"MenuItem\" ActionItem=\"" + ActionName(serviceIndex, i) + "\" Path=\"" + menu +
+                "\" PositionOrder=\"" + std::to_string(i + 1) + "\" Caption=\"Action " + std::to_string(i) +
+                " of service " + service + "\"/>\n";
+    return text + "  </Menus>\n</Service>\n";
 }
 
 } // namespace
 
-std::string ServiceClass(int iService) {
-    return "BenchSvc.Service" + std::to_string(iService);
+std::string ServiceClass(int service) {
+    return "BenchSvc.Service" + std::to_string(service);
 }
 
-std::string MenuName(int iService) {
-    return "Menu" + std::to_string(iService);
+std::string MenuName(int service) {
+    return "Menu" + std::to_string(service);
 }
 
-std::string ActionName(int iService, int iAction) {
-    return "Action" + std::to_string(iService) + "_" + std::to_string(iAction);
+std::string ActionName(int service, int action) {
+    return "Action" + std::to_string(service) + "_" + std::to_string(action);
 }
 
 TemporaryFolder::TemporaryFolder() {
-    std::string sPattern = (fs::temp_directory_path() / "corvane-startup-XXXXXX").string();
-    if (!::mkdtemp(sPattern.data()))
+    std::string pattern = (fs::temp_directory_path() / "corvane-startup-XXXXXX").string();
+    if (!::mkdtemp(pattern.data()))
         throw std::runtime_error("can't make a temporary folder");
-    m_oPath = sPattern;
+    m_path = pattern;
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    std::error_code oError;
-    fs::remove_all(m_oPath, oError);
+    std::error_code error;
+    fs::remove_all(m_path, error);
 }
 
-fs::path WriteApplication(const fs::path& oBelow, const Size& oSize) {
-    const fs::path oFolder = oBelow / oSize.Text();
-    const fs::path oServices = oFolder / "Services";
-    fs::create_directories(oServices);
-    fs::create_directory(oFolder / "plugins");
-    fs::copy_file(CORVANE_SCHEMA, oServices / "Service.xdr");
-    Write(oServices / "Framework.xml", sFramework);
-    for (int i = 0; i < oSize.nServices; ++i)
-        Write(oServices / ("Service" + std::to_string(i) + ".xml"), ServiceText(i, oSize.nActions));
-    return oFolder;
+fs::path WriteApplication(const fs::path& below, const Size& size) {
+    const fs::path folder = below / size.Text();
+    const fs::path services = folder / "Services";
+    fs::create_directories(services);
+    fs::create_directory(folder / "plugins");
+    fs::copy_file(CORVANE_SCHEMA, services / "Service.xdr");
+    Write(services / "Framework.xml", framework);
+    for (int i = 0; i < size.services; ++i)
+        Write(services / ("Service" + std::to_string(i) + ".xml"), ServiceText(i, size.actions));
+    return folder;
 }
 
 } // namespace corvane::bench

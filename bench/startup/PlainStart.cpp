@@ -31,128 +31,128 @@ template <class T>
 using Owned = std::unique_ptr<T, Free>;
 
 // Reads and validates every definition file, in the order of their names, and hands its root element over.
-std::size_t ForEachFile(const std::string& sFolder, const std::function<void(const xmlNode*)>& fnAct) {
-    const fs::path oServices = fs::path(sFolder) / "Services";
-    const Owned<xmlSchemaParserCtxt> oParser(xmlSchemaNewParserCtxt((oServices / "Service.xdr").c_str()));
-    const Owned<xmlSchema> oSchema(xmlSchemaParse(oParser.get()));
-    Expect(oSchema != nullptr, "a schema");
-    const Owned<xmlSchemaValidCtxt> oValid(xmlSchemaNewValidCtxt(oSchema.get()));
-    std::vector<fs::path> aFiles;
-    for (const auto& oEntry : fs::directory_iterator(oServices))
-        if (oEntry.path().extension() == ".xml")
-            aFiles.push_back(oEntry.path());
-    std::sort(aFiles.begin(), aFiles.end());
-    for (const auto& oFile : aFiles) {
-        const Owned<xmlDoc> oDocument(xmlReadFile(oFile.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOBLANKS));
-        Expect(oDocument != nullptr, "well-formed files");
-        Expect(xmlSchemaValidateDoc(oValid.get(), oDocument.get()) == 0, "valid files");
-        fnAct(xmlDocGetRootElement(oDocument.get()));
+std::size_t ForEachFile(const std::string& folder, const std::function<void(const xmlNode*)>& act) {
+    const fs::path services = fs::path(folder) / "Services";
+    const Owned<xmlSchemaParserCtxt> parser(xmlSchemaNewParserCtxt((services / "Service.xdr").c_str()));
+    const Owned<xmlSchema> schema(xmlSchemaParse(parser.get()));
+    Expect(schema != nullptr, "a schema");
+    const Owned<xmlSchemaValidCtxt> valid(xmlSchemaNewValidCtxt(schema.get()));
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(services))
+        if (entry.path().extension() == ".xml")
+            files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    for (const auto& file : files) {
+        const Owned<xmlDoc> document(xmlReadFile(file.c_str(), nullptr, XML_PARSE_NONET | XML_PARSE_NOBLANKS));
+        Expect(document != nullptr, "well-formed files");
+        Expect(xmlSchemaValidateDoc(valid.get(), document.get()) == 0, "valid files");
+        act(xmlDocGetRootElement(document.get()));
     }
-    return aFiles.size();
+    return files.size();
 }
 
-QString Attribute(const xmlNode* pNode, const char* sName) {
-    const Owned<xmlChar> oText(xmlGetNoNsProp(pNode, reinterpret_cast<const xmlChar*>(sName)));
-    return QString::fromUtf8(reinterpret_cast<const char*>(oText.get()));
+QString Attribute(const xmlNode* node, const char* name) {
+    const Owned<xmlChar> text(xmlGetNoNsProp(node, reinterpret_cast<const xmlChar*>(name)));
+    return QString::fromUtf8(reinterpret_cast<const char*>(text.get()));
 }
 
 template <class F>
-void ForEachChild(const xmlNode* pParent, const char* sName, F fnAct) {
-    for (const xmlNode* p = pParent->children; p; p = p->next)
-        if (p->type == XML_ELEMENT_NODE && xmlStrEqual(p->name, reinterpret_cast<const xmlChar*>(sName)))
-            fnAct(p);
+void ForEachChild(const xmlNode* parent, const char* name, F act) {
+    for (const xmlNode* p = parent->children; p; p = p->next)
+        if (p->type == XML_ELEMENT_NODE && xmlStrEqual(p->name, reinterpret_cast<const xmlChar*>(name)))
+            act(p);
 }
 
 // The menus as a program without a shell builds them: each entry an action with its text and its description.
 class PlainMenus {
 public:
-    explicit PlainMenus(QMenuBar* pBar) : m_pBar(pBar) {}
+    explicit PlainMenus(QMenuBar* bar) : m_bar(bar) {}
 
-    void AddFile(const xmlNode* pService) {
-        std::unordered_map<QString, QString> mapDescriptions;
-        ForEachChild(pService, "ActionItems", [&](const xmlNode* pItems) {
-            ForEachChild(pItems, "ActionItem", [&](const xmlNode* pItem) {
-                mapDescriptions.emplace(Attribute(pItem, "Name"), Attribute(pItem, "Description"));
+    void AddFile(const xmlNode* service) {
+        std::unordered_map<QString, QString> descriptions;
+        ForEachChild(service, "ActionItems", [&](const xmlNode* items) {
+            ForEachChild(items, "ActionItem", [&](const xmlNode* item) {
+                descriptions.emplace(Attribute(item, "Name"), Attribute(item, "Description"));
             });
         });
-        ForEachChild(pService, "Menus", [&](const xmlNode* pMenus) {
-            ForEachChild(pMenus, "MenuItem", [&](const xmlNode* pItem) { AddItem(pItem, mapDescriptions); });
+        ForEachChild(service, "Menus", [&](const xmlNode* menus) {
+            ForEachChild(menus, "MenuItem", [&](const xmlNode* item) { AddItem(item, descriptions); });
         });
     }
-    [[nodiscard]] std::size_t Menus() const { return m_mapMenus.size(); }
-    [[nodiscard]] std::size_t Entries() const { return m_nEntries; }
+    [[nodiscard]] std::size_t Menus() const { return m_menus.size(); }
+    [[nodiscard]] std::size_t Entries() const { return m_entries; }
 
 private:
-    void AddItem(const xmlNode* pItem, const std::unordered_map<QString, QString>& mapDescriptions) {
-        const QString sName = Attribute(pItem, "ActionItem");
-        const QString sCaption = Attribute(pItem, "Caption").replace('#', '&');
-        if (Attribute(pItem, "Type") == QLatin1String("MenuTitle")) {
-            m_mapMenus.emplace(sName, m_pBar->addMenu(sCaption));
+    void AddItem(const xmlNode* item, const std::unordered_map<QString, QString>& descriptions) {
+        const QString name = Attribute(item, "ActionItem");
+        const QString caption = Attribute(item, "Caption").replace('#', '&');
+        if (Attribute(item, "Type") == QLatin1String("MenuTitle")) {
+            m_menus.emplace(name, m_bar->addMenu(caption));
             return;
         }
-        QMenu* pMenu = m_mapMenus.at(Attribute(pItem, "Path"));
-        QAction* pAction = pMenu->addAction(sCaption);
-        pAction->setObjectName(sName);
-        pAction->setStatusTip(mapDescriptions.at(sName));
-        QObject::connect(pAction, &QAction::triggered, m_pBar, [this, pAction] { m_sChosen = pAction->objectName(); });
-        ++m_nEntries;
+        QMenu* menu = m_menus.at(Attribute(item, "Path"));
+        QAction* action = menu->addAction(caption);
+        action->setObjectName(name);
+        action->setStatusTip(descriptions.at(name));
+        QObject::connect(action, &QAction::triggered, m_bar, [this, action] { m_chosen = action->objectName(); });
+        ++m_entries;
     }
 
-    QMenuBar* m_pBar;
-    std::unordered_map<QString, QMenu*> m_mapMenus;
-    std::size_t m_nEntries = 0;
-    QString m_sChosen;
+    QMenuBar* m_bar;
+    std::unordered_map<QString, QMenu*> m_menus;
+    std::size_t m_entries = 0;
+    QString m_chosen;
 };
 
 } // namespace
 
-void Expect(bool bTrue, const char* sWhat) {
-    if (!bTrue)
-        throw std::runtime_error(std::string("expected ") + sWhat);
+void Expect(bool isTrue, const char* what) {
+    if (!isTrue)
+        throw std::runtime_error(std::string("expected ") + what);
 }
 
-PaintWatch::PaintWatch(QWidget& oWindow) {
-    oWindow.installEventFilter(this);
+PaintWatch::PaintWatch(QWidget& window) {
+    window.installEventFilter(this);
 }
 
-bool PaintWatch::eventFilter(QObject*, QEvent* pEvent) {
-    m_bPainted = m_bPainted || pEvent->type() == QEvent::Paint;
+bool PaintWatch::eventFilter(QObject*, QEvent* event) {
+    m_painted = m_painted || event->type() == QEvent::Paint;
     return false;
 }
 
 void PaintWatch::Await() const {
-    constexpr int nMostTurns = 1000;
-    for (int i = 0; i < nMostTurns && !m_bPainted; ++i)
+    constexpr int mostTurns = 1000;
+    for (int i = 0; i < mostTurns && !m_painted; ++i)
         QApplication::processEvents();
-    Expect(m_bPainted, "a painted window");
+    Expect(m_painted, "a painted window");
 }
 
 void StartNothing(const Job&) {}
 
-void ParseAndValidate(const Job& oJob) {
-    const std::size_t nFiles = ForEachFile(oJob.sFolder, [](const xmlNode*) {});
-    Expect(nFiles == static_cast<std::size_t>(oJob.oSize.nServices) + 1, "all files");
+void ParseAndValidate(const Job& job) {
+    const std::size_t files = ForEachFile(job.folder, [](const xmlNode*) {});
+    Expect(files == static_cast<std::size_t>(job.size.services) + 1, "all files");
 }
 
 void ShowEmptyWindow(const Job&) {
-    QMainWindow oWindow;
-    oWindow.resize(1100, 720);
-    const PaintWatch oWatch(oWindow);
-    oWindow.show();
-    oWatch.Await();
+    QMainWindow window;
+    window.resize(1100, 720);
+    const PaintWatch watch(window);
+    window.show();
+    watch.Await();
     std::_Exit(0);
 }
 
-void ShowPlainWindow(const Job& oJob) {
-    QMainWindow oWindow;
-    PlainMenus oMenus(oWindow.menuBar());
-    ForEachFile(oJob.sFolder, [&](const xmlNode* pService) { oMenus.AddFile(pService); });
-    Expect(oMenus.Menus() == static_cast<std::size_t>(oJob.oSize.nServices) + 1, "a menu a file");
-    Expect(oMenus.Entries() == oJob.oSize.Entries() + 1, "an entry an action");
-    oWindow.resize(1100, 720);
-    const PaintWatch oWatch(oWindow);
-    oWindow.show();
-    oWatch.Await();
+void ShowPlainWindow(const Job& job) {
+    QMainWindow window;
+    PlainMenus menus(window.menuBar());
+    ForEachFile(job.folder, [&](const xmlNode* service) { menus.AddFile(service); });
+    Expect(menus.Menus() == static_cast<std::size_t>(job.size.services) + 1, "a menu a file");
+    Expect(menus.Entries() == job.size.Entries() + 1, "an entry an action");
+    window.resize(1100, 720);
+    const PaintWatch watch(window);
+    window.show();
+    watch.Await();
     std::_Exit(0);
 }
 

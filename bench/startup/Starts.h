@@ -12,37 +12,37 @@ class QWidget;
 namespace corvane::bench {
 
 struct Job {
-    std::string sFolder; // of the application
-    Size oSize;
+    std::string folder; // of the application
+    Size size;
 };
 
 // Without the toolkit.
-void StartNothing(const Job& oJob);
-void ParseAndValidate(const Job& oJob);
-void StartModels(const Job& oJob);
+void StartNothing(const Job& job);
+void ParseAndValidate(const Job& job);
+void StartModels(const Job& job);
 
 // With the toolkit, up to a window's first painting.
-void ShowEmptyWindow(const Job& oJob);
-void ShowPlainWindow(const Job& oJob);
-void ShowCorvaneWindow(const Job& oJob);
-void ShowWholeApplication(const Job& oJob);
+void ShowEmptyWindow(const Job& job);
+void ShowPlainWindow(const Job& job);
+void ShowCorvaneWindow(const Job& job);
+void ShowWholeApplication(const Job& job);
 
 // Starts the whole application, ends it as a person does and leaves the session that the next start finds.
-void KeepSession(const Job& oJob);
+void KeepSession(const Job& job);
 
 // Throws when the start didn't bring what the files say; a start that lacks something mustn't look fast.
-void Expect(bool bTrue, const char* sWhat);
+void Expect(bool isTrue, const char* what);
 
 // Sees when a window paints itself for the first time.
 class PaintWatch final : public QObject {
 public:
-    explicit PaintWatch(QWidget& oWindow);
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    explicit PaintWatch(QWidget& window);
+    bool eventFilter(QObject* watched, QEvent* event) override;
     // Returns when it has.
     void Await() const;
 
 private:
-    bool m_bPainted = false;
+    bool m_painted = false;
 };
 
 } // namespace corvane::bench

@@ -33,53 +33,53 @@
 namespace corvane::bench {
 namespace {
 
-constexpr int nRounds = 101;
+constexpr int rounds = 101;
 
 class FieldPage final : public IPageAccess, public desktop::IQtPage {
 public:
-    Ref<IPage> Page() override { return m_oBase; }
-    QWidget* NewWidget(QWidget* pParent) override { return new QLineEdit(pParent); }
+    Ref<IPage> Page() override { return m_base; }
+    QWidget* NewWidget(QWidget* parent) override { return new QLineEdit(parent); }
 
 private:
-    Ref<PageBase> m_oBase = New<PageBase>();
+    Ref<PageBase> m_base = New<PageBase>();
 };
 
 // Leaves what is no page, such as the host's own service, to the factory that was there.
 class PageFactory final : public IObjectFactory {
 public:
-    explicit PageFactory(Ref<IObjectFactory> oOthers) : m_oOthers(std::move(oOthers)) {}
-    Ref<Object> Create(std::string_view sProgID) override {
-        return sProgID == "B.Page" ? Ref<Object>(New<FieldPage>()) : m_oOthers->Create(sProgID);
+    explicit PageFactory(Ref<IObjectFactory> others) : m_others(std::move(others)) {}
+    Ref<Object> Create(std::string_view progID) override {
+        return progID == "B.Page" ? Ref<Object>(New<FieldPage>()) : m_others->Create(progID);
     }
 
 private:
-    Ref<IObjectFactory> m_oOthers;
+    Ref<IObjectFactory> m_others;
 };
 
-double Microseconds(const std::function<void()>& fnAct) {
-    const auto oStart = std::chrono::steady_clock::now();
-    fnAct();
-    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - oStart).count();
+double Microseconds(const std::function<void()>& act) {
+    const auto start = std::chrono::steady_clock::now();
+    act();
+    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
 }
 
-double Median(std::vector<double>& aTimes) {
-    std::nth_element(aTimes.begin(), aTimes.begin() + static_cast<std::ptrdiff_t>(aTimes.size() / 2), aTimes.end());
-    return aTimes[aTimes.size() / 2];
+double Median(std::vector<double>& times) {
+    std::nth_element(times.begin(), times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2), times.end());
+    return times[times.size() / 2];
 }
 
 struct Figures {
-    double dblOpen;
-    double dblClose;
+    double open;
+    double close;
 };
 
-Figures Measure(const std::function<void()>& fnOpen, const std::function<void()>& fnClose) {
-    std::vector<double> aOpen;
-    std::vector<double> aClose;
-    for (int i = 0; i < nRounds; ++i) {
-        aOpen.push_back(Microseconds(fnOpen));
-        aClose.push_back(Microseconds(fnClose));
+Figures Measure(const std::function<void()>& openFunction, const std::function<void()>& closeFunction) {
+    std::vector<double> open;
+    std::vector<double> close;
+    for (int i = 0; i < rounds; ++i) {
+        open.push_back(Microseconds(openFunction));
+        close.push_back(Microseconds(closeFunction));
     }
-    return {Median(aOpen), Median(aClose)};
+    return {Median(open), Median(close)};
 }
 
 // Everything is on screen, and what is to be deleted has gone.
@@ -88,173 +88,172 @@ void Turn() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void Print(const char* sWhat, int nPages, const Figures& o, const Figures* pFloor) {
-    std::printf("%-14s %2d page%s  open %8.1f  close %8.1f", sWhat, nPages, nPages == 1 ? " " : "s", o.dblOpen,
-                o.dblClose);
-    if (pFloor)
-        std::printf("   ratio %.2f and %.2f", o.dblOpen / pFloor->dblOpen, o.dblClose / pFloor->dblClose);
+void Print(const char* what, int pages, const Figures& o, const Figures* floor) {
+    std::printf("%-14s %2d page%s  open %8.1f  close %8.1f", what, pages, pages == 1 ? " " : "s", o.open, o.close);
+    if (floor)
+        std::printf("   ratio %.2f and %.2f", o.open / floor->open, o.close / floor->close);
     std::printf("\n");
 }
 
-QByteArray WindowXml(int nPages) {
-    QByteArray sXml = QStringLiteral("<Window Name='W%1' Caption='W' Type='Window' State='Normal' PageWidth='3000' "
-                                     "PageHeight='2000' DefPageWidth='4500' DefPageHeight='3000'>")
-                          .arg(nPages)
-                          .toUtf8();
-    for (int i = 1; i <= nPages; ++i)
-        sXml += QStringLiteral("<Page PageProgID='B.Page' Caption='P%1' IsOptional='true' IsResizable='true'/>")
-                    .arg(i)
-                    .toUtf8();
-    return sXml + "</Window>";
+QByteArray WindowXml(int pages) {
+    QByteArray xml = QStringLiteral("<Window Name='W%1' Caption='W' Type='Window' State='Normal' PageWidth='3000' "
+                                    "PageHeight='2000' DefPageWidth='4500' DefPageHeight='3000'>")
+                         .arg(pages)
+                         .toUtf8();
+    for (int i = 1; i <= pages; ++i)
+        xml += QStringLiteral("<Page PageProgID='B.Page' Caption='P%1' IsOptional='true' IsResizable='true'/>")
+                   .arg(i)
+                   .toUtf8();
+    return xml + "</Window>";
 }
 
-void WriteApplication(const QString& sFolder) {
-    QDir(sFolder).mkpath("Services");
-    QDir(sFolder).mkpath("Images");
-    QFile::copy(CORVANE_SCHEMA, sFolder + "/Services/Service.xdr");
-    QFile oFile(sFolder + "/Services/shell.xml");
-    if (!oFile.open(QIODevice::WriteOnly))
+void WriteApplication(const QString& folder) {
+    QDir(folder).mkpath("Services");
+    QDir(folder).mkpath("Images");
+    QFile::copy(CORVANE_SCHEMA, folder + "/Services/Service.xdr");
+    QFile file(folder + "/Services/shell.xml");
+    if (!file.open(QIODevice::WriteOnly))
         Fail(FailureNumber::FileAccess, "The application can't be written");
-    oFile.write("<Service Name='Shell' ProgID='Corvane.Framework' Active='true'><ActionItems><ActionItem "
-                "Name='Navigation' Action='ViewNavigation' PassActionItemParam='true'/></ActionItems><Windows>" +
-                WindowXml(1) + WindowXml(10) + "</Windows></Service>");
+    file.write("<Service Name='Shell' ProgID='Corvane.Framework' Active='true'><ActionItems><ActionItem "
+               "Name='Navigation' Action='ViewNavigation' PassActionItemParam='true'/></ActionItems><Windows>" +
+               WindowXml(1) + WindowXml(10) + "</Windows></Service>");
 }
 
 void UsePages() {
-    Platform oPlatform = CurrentPlatform();
-    oPlatform.oObjectFactory = New<PageFactory>(oPlatform.oObjectFactory);
-    SetCurrentPlatform(std::move(oPlatform));
+    Platform platform = CurrentPlatform();
+    platform.oObjectFactory = New<PageFactory>(platform.oObjectFactory);
+    SetCurrentPlatform(std::move(platform));
 }
 
-Ref<Window> Open(int nPages, bool bHide = false) {
-    const auto oManager = CorvaneMain::Framework()->WindowManager();
-    return oManager->OpenWindow("W" + std::to_string(nPages), New<FieldPage>(), nullptr,
-                                WindowShowModeConstants::cvDefinitionDefault, WindowStateConstants::cvDefinitionDefault,
-                                MDIWindowTypeConstants::cvDefinitionDefault, WindowTypeConstants::cvDefinitionDefault,
-                                BusinessContextTypeConstants::cvDefinitionDefault,
-                                ShowApplyCommandConstants::cvDefinitionDefault, {}, bHide);
+Ref<Window> Open(int pages, bool hide = false) {
+    const auto manager = CorvaneMain::Framework()->WindowManager();
+    return manager->OpenWindow("W" + std::to_string(pages), New<FieldPage>(), nullptr,
+                               WindowShowModeConstants::cvDefinitionDefault, WindowStateConstants::cvDefinitionDefault,
+                               MDIWindowTypeConstants::cvDefinitionDefault, WindowTypeConstants::cvDefinitionDefault,
+                               BusinessContextTypeConstants::cvDefinitionDefault,
+                               ShowApplyCommandConstants::cvDefinitionDefault, {}, hide);
 }
 
-Figures Plain(int nPages) {
-    QMainWindow oMain;
-    auto* pArea = new QMdiArea;
-    oMain.setCentralWidget(pArea);
-    oMain.resize(1100, 720);
-    oMain.show();
+Figures Plain(int pages) {
+    QMainWindow main;
+    auto* area = new QMdiArea;
+    main.setCentralWidget(area);
+    main.resize(1100, 720);
+    main.show();
     Turn();
-    QMdiSubWindow* pWindow = nullptr;
+    QMdiSubWindow* window = nullptr;
     return Measure(
         [&] {
-            pWindow = new QMdiSubWindow;
-            auto* pBody = new QWidget;
-            auto* pLayout = new QVBoxLayout(pBody);
-            auto* pTabs = nPages > 1 ? new QTabWidget : nullptr;
-            for (int i = 0; i < nPages; ++i) {
-                auto* pPlace = new QScrollArea;
+            window = new QMdiSubWindow;
+            auto* body = new QWidget;
+            auto* layout = new QVBoxLayout(body);
+            auto* tabs = pages > 1 ? new QTabWidget : nullptr;
+            for (int i = 0; i < pages; ++i) {
+                auto* place = new QScrollArea;
                 if (i == 0)
-                    pPlace->setWidget(new QLineEdit);
-                if (pTabs)
-                    pTabs->addTab(pPlace, QStringLiteral("P%1").arg(i + 1));
+                    place->setWidget(new QLineEdit);
+                if (tabs)
+                    tabs->addTab(place, QStringLiteral("P%1").arg(i + 1));
                 else
-                    pLayout->addWidget(pPlace);
+                    layout->addWidget(place);
             }
-            if (pTabs)
-                pLayout->addWidget(pTabs);
-            pWindow->setWidget(pBody);
-            pArea->addSubWindow(pWindow);
-            pWindow->show();
+            if (tabs)
+                layout->addWidget(tabs);
+            window->setWidget(body);
+            area->addSubWindow(window);
+            window->show();
             Turn();
         },
         [&] {
-            pWindow->hide();
-            pWindow->deleteLater();
+            window->hide();
+            window->deleteLater();
             Turn();
         });
 }
 
-void CompareKinds(const std::string& sFolder) {
-    std::vector<Figures> aFloors;
-    for (const int nPages : {1, 10}) {
-        aFloors.push_back(Plain(nPages));
-        Print("Qt by hand", nPages, aFloors.back(), nullptr);
+void CompareKinds(const std::string& folder) {
+    std::vector<Figures> floors;
+    for (const int pages : {1, 10}) {
+        floors.push_back(Plain(pages));
+        Print("Qt by hand", pages, floors.back(), nullptr);
     }
-    Ref<Window> oWindow;
-    const auto fnClose = [&oWindow] { oWindow->Terminate(); };
+    Ref<Window> window;
+    const auto close = [&window] { window->Terminate(); };
     {
-        inspect::ModelHost oHost({sFolder, true, nullptr});
-        (void)oHost.Start();
+        inspect::ModelHost host({folder, true, nullptr});
+        (void)host.Start();
         UsePages();
-        for (const int nPages : {1, 10})
-            Print("models alone", nPages, Measure([&] { oWindow = Open(nPages); }, fnClose), nullptr);
-        oHost.Exit();
+        for (const int pages : {1, 10})
+            Print("models alone", pages, Measure([&] { window = Open(pages); }, close), nullptr);
+        host.Exit();
     }
-    desktop::Application oApplication({sFolder, false});
+    desktop::Application application({folder, false});
     UsePages();
-    (void)oApplication.Start();
+    (void)application.Start();
     Turn();
-    for (const int nPages : {1, 10}) {
-        const Figures oFigures = Measure(
+    for (const int pages : {1, 10}) {
+        const Figures figures = Measure(
             [&] {
-                oWindow = Open(nPages);
+                window = Open(pages);
                 Turn();
             },
             [&] {
-                fnClose();
+                close();
                 Turn();
             });
-        Print("Qt host", nPages, oFigures, &aFloors[nPages == 1 ? 0 : 1]);
+        Print("Qt host", pages, figures, &floors[pages == 1 ? 0 : 1]);
     }
 }
 
 // Each line: the windows that there are, and what the last 1,000 cost apiece.
-void FillRegistry(const std::string& sFolder) {
-    constexpr int nStep = 1000;
-    inspect::ModelHost oHost({sFolder, true, nullptr});
-    (void)oHost.Start();
+void FillRegistry(const std::string& folder) {
+    constexpr int step = 1000;
+    inspect::ModelHost host({folder, true, nullptr});
+    (void)host.Start();
     UsePages();
-    std::vector<Ref<Window>> aWindows;
+    std::vector<Ref<Window>> windows;
     for (int i = 0; i < 10; ++i) {
-        const double dblTime = Microseconds([&] {
-            for (int n = 0; n < nStep; ++n)
-                aWindows.push_back(Open(1, true));
+        const double time = Microseconds([&] {
+            for (int n = 0; n < step; ++n)
+                windows.push_back(Open(1, true));
         });
         if (i == 0 || i == 9)
-            std::printf("registry       %5zu windows  open  %6.1f\n", aWindows.size(), dblTime / nStep);
+            std::printf("registry       %5zu windows  open  %6.1f\n", windows.size(), time / step);
     }
-    std::shuffle(aWindows.begin(), aWindows.end(), std::mt19937(1));
+    std::shuffle(windows.begin(), windows.end(), std::mt19937(1));
     for (int i = 0; i < 10; ++i) {
-        const double dblTime = Microseconds([&] {
-            for (int n = 0; n < nStep; ++n) {
-                aWindows.back()->Terminate();
-                aWindows.pop_back();
+        const double time = Microseconds([&] {
+            for (int n = 0; n < step; ++n) {
+                windows.back()->Terminate();
+                windows.pop_back();
             }
         });
         if (i == 0 || i == 9)
-            std::printf("registry       %5zu windows  close %6.1f\n", aWindows.size(), dblTime / nStep);
+            std::printf("registry       %5zu windows  close %6.1f\n", windows.size(), time / step);
     }
-    oHost.Exit();
+    host.Exit();
 }
 
 } // namespace
 } // namespace corvane::bench
 
-int main(int nArguments, char** pArguments) {
+int main(int argumentCount, char** arguments) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // the platform's remarks
-    const QApplication oApplication(nArguments, pArguments);
+    const QApplication application(argumentCount, arguments);
     QApplication::setStyle("fusion");
-    const QTemporaryDir oFolder;
-    qputenv("XDG_STATE_HOME", oFolder.path().toUtf8());
-    qputenv("XDG_CONFIG_HOME", oFolder.path().toUtf8());
-    const QString sFolder = oFolder.path() + "/App";
+    const QTemporaryDir folder;
+    qputenv("XDG_STATE_HOME", folder.path().toUtf8());
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    const QString folderPath = folder.path() + "/App";
     try {
-        corvane::bench::WriteApplication(sFolder);
-        corvane::bench::CompareKinds(sFolder.toStdString());
-        corvane::bench::FillRegistry(sFolder.toStdString());
+        corvane::bench::WriteApplication(folderPath);
+        corvane::bench::CompareKinds(folderPath.toStdString());
+        corvane::bench::FillRegistry(folderPath.toStdString());
         return 0;
-    } catch (const corvane::Failure& oFailure) {
-        std::fprintf(stderr, "bench_windows: %s\n", oFailure.Description.c_str());
+    } catch (const corvane::Failure& failure) {
+        std::fprintf(stderr, "bench_windows: %s\n", failure.Description.c_str());
         return 1;
     }
 }

@@ -6,7 +6,7 @@
 namespace corvane::tool {
 
 // The folder without the separators at its end.
-[[nodiscard]] std::string PlainFolder(std::string sFolder);
+[[nodiscard]] std::string PlainFolder(std::string folder);
 
 // What else will do: a folder that a build turns into an application folder, or one without definition files, when the
 // failure of its start is what is asked for.
@@ -14,6 +14,6 @@ enum class Also { Nothing, Sources, Incomplete };
 
 // The folder as the first function gives it. Fails with 76 for what is no application folder, and says which one may be
 // meant.
-[[nodiscard]] std::string ApplicationFolder(const std::string& sFolder, Also eAlso = Also::Nothing);
+[[nodiscard]] std::string ApplicationFolder(const std::string& folder, Also also = Also::Nothing);
 
 } // namespace corvane::tool

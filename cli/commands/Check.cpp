@@ -14,66 +14,66 @@ namespace corvane::tool {
 namespace {
 
 struct Arguments {
-    std::string sApplication;
-    std::string sExplain;
-    bool bPlugins = false;
-    bool bJson = false;
-    bool bSarif = false;
-    bool bRules = false;
+    std::string application;
+    std::string explain;
+    bool plugins = false;
+    bool json = false;
+    bool sarif = false;
+    bool rules = false;
 };
 
-int Explain(const std::string& sRule) {
-    if (const auto oRule = check::RuleNamed(sRule)) {
-        std::cout << check::Explained(check::TextOf(*oRule));
+int Explain(const std::string& ruleName) {
+    if (const auto rule = check::RuleNamed(ruleName)) {
+        std::cout << check::Explained(check::TextOf(*rule));
         return Exit::Clean;
     }
-    std::vector<std::string> aNames;
-    for (const auto& oRule : check::AllRules())
-        aNames.emplace_back(oRule.sName);
-    const auto oNearest = Nearest(aNames, sRule);
-    std::cerr << "corvane check: error: there is no rule \"" << sRule << "\"; "
-              << (oNearest ? "did you mean \"" + *oNearest + "\"?" : std::string("--rules lists them")) << "\n";
+    std::vector<std::string> names;
+    for (const auto& rule : check::AllRules())
+        names.emplace_back(rule.name);
+    const auto nearest = Nearest(names, ruleName);
+    std::cerr << "corvane check: error: there is no rule \"" << ruleName << "\"; "
+              << (nearest ? "did you mean \"" + *nearest + "\"?" : std::string("--rules lists them")) << "\n";
     return Exit::Usage;
 }
 
-int Check(const Arguments& oArguments) {
-    if (oArguments.bRules) {
+int Check(const Arguments& arguments) {
+    if (arguments.rules) {
         std::cout << check::RulesAsMarkdown();
         return Exit::Clean;
     }
-    if (!oArguments.sExplain.empty())
-        return Explain(oArguments.sExplain);
-    if (oArguments.sApplication.empty()) {
+    if (!arguments.explain.empty())
+        return Explain(arguments.explain);
+    if (arguments.application.empty()) {
         std::cerr << "corvane check: error: name the application folder\n";
         return Exit::Usage;
     }
-    const auto aFindings = check::Check({ApplicationFolder(oArguments.sApplication), oArguments.bPlugins});
-    if (oArguments.bJson)
-        std::cout << check::AsJson(aFindings);
-    else if (oArguments.bSarif)
-        std::cout << check::AsSarif(aFindings, CORVANE_VERSION);
+    const auto findings = check::Check({ApplicationFolder(arguments.application), arguments.plugins});
+    if (arguments.json)
+        std::cout << check::AsJson(findings);
+    else if (arguments.sarif)
+        std::cout << check::AsSarif(findings, CORVANE_VERSION);
     else
-        std::cout << check::AsText(aFindings, IsColoured(STDOUT_FILENO));
+        std::cout << check::AsText(findings, IsColoured(STDOUT_FILENO));
     std::cout.flush();
-    if (!aFindings.empty())
-        std::cerr << check::CountText(aFindings) << "\n";
-    else if (!oArguments.bJson && !oArguments.bSarif)
+    if (!findings.empty())
+        std::cerr << check::CountText(findings) << "\n";
+    else if (!arguments.json && !arguments.sarif)
         std::cerr << "no problems found\n";
-    return aFindings.empty() ? Exit::Clean : Exit::Findings;
+    return findings.empty() ? Exit::Clean : Exit::Findings;
 }
 
 } // namespace
 
-void AddCheck(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pCheck = oApp.add_subcommand("check", "Finds what is wrong with the definition files of an application");
-    pCheck->add_option("APP", pArguments->sApplication, "The application folder");
-    pCheck->add_flag("--plugins", pArguments->bPlugins, "Also load the plug-ins and look for classes and procedures");
-    auto* pJson = pCheck->add_flag("--json", pArguments->bJson, "Print one JSON document");
-    pCheck->add_flag("--sarif", pArguments->bSarif, "Print one SARIF document")->excludes(pJson);
-    pCheck->add_option("--explain", pArguments->sExplain, "Describe a rule with an example")->type_name("RULE");
-    pCheck->add_flag("--rules", pArguments->bRules, "Describe all rules");
-    pCheck->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Check(*pArguments); }; });
+void AddCheck(CLI::App& app, Run& run) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* check = app.add_subcommand("check", "Finds what is wrong with the definition files of an application");
+    check->add_option("APP", arguments->application, "The application folder");
+    check->add_flag("--plugins", arguments->plugins, "Also load the plug-ins and look for classes and procedures");
+    auto* json = check->add_flag("--json", arguments->json, "Print one JSON document");
+    check->add_flag("--sarif", arguments->sarif, "Print one SARIF document")->excludes(json);
+    check->add_option("--explain", arguments->explain, "Describe a rule with an example")->type_name("RULE");
+    check->add_flag("--rules", arguments->rules, "Describe all rules");
+    check->callback([arguments, &run] { run = [arguments] { return Check(*arguments); }; });
 }
 
 } // namespace corvane::tool

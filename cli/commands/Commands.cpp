@@ -6,14 +6,14 @@
 
 namespace corvane::tool {
 
-int Fails(const std::string& sWhat, const std::string& sWhy) {
-    std::cerr << sWhat << ": error: " << sWhy << "\n";
+int Fails(const std::string& what, const std::string& why) {
+    std::cerr << what << ": error: " << why << "\n";
     return Exit::Failed;
 }
 
-bool IsColoured(int nFile) {
-    const char* sNoColour = std::getenv("NO_COLOR");
-    return !(sNoColour && *sNoColour) && ::isatty(nFile) == 1;
+bool IsColoured(int file) {
+    const char* noColour = std::getenv("NO_COLOR");
+    return !(noColour && *noColour) && ::isatty(file) == 1;
 }
 
 } // namespace corvane::tool

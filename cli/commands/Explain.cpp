@@ -11,34 +11,34 @@ namespace corvane::tool {
 namespace {
 
 struct Arguments {
-    std::string sApplication;
-    std::string sItem;
+    std::string application;
+    std::string item;
 };
 
-int Explain(const Arguments& oArguments) {
-    const auto oExplanation = check::Explain(ApplicationFolder(oArguments.sApplication), oArguments.sItem);
-    std::cout << oExplanation.sText;
-    if (!oExplanation.sText.empty())
+int Explain(const Arguments& arguments) {
+    const auto explanation = check::Explain(ApplicationFolder(arguments.application), arguments.item);
+    std::cout << explanation.text;
+    if (!explanation.text.empty())
         return Exit::Clean;
-    std::string sHint;
-    for (const std::string& sName : oExplanation.aNearest)
-        sHint += (sHint.empty() ? "; did you mean " : " or ") + ("\"" + sName + "\"");
-    return Fails(oArguments.sApplication,
-                 "there is nothing of the name \"" + oArguments.sItem + "\"" + sHint + (sHint.empty() ? "" : "?"));
+    std::string hint;
+    for (const std::string& name : explanation.nearest)
+        hint += (hint.empty() ? "; did you mean " : " or ") + ("\"" + name + "\"");
+    return Fails(arguments.application,
+                 "there is nothing of the name \"" + arguments.item + "\"" + hint + (hint.empty() ? "" : "?"));
 }
 
 } // namespace
 
-void AddExplain(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pExplain = oApp.add_subcommand("explain", "Shows where an entry, bar, window or explorer item is defined");
-    pExplain->add_option("APP", pArguments->sApplication, "The application folder")->required();
-    pExplain
+void AddExplain(CLI::App& app, Run& run) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* explain = app.add_subcommand("explain", "Shows where an entry, bar, window or explorer item is defined");
+    explain->add_option("APP", arguments->application, "The application folder")->required();
+    explain
         ->add_option(
-            "ITEM", pArguments->sItem,
+            "ITEM", arguments->item,
             "A key such as File.Open, or the name of a tool, action, bar, window, explorer item, service or class")
         ->required();
-    pExplain->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Explain(*pArguments); }; });
+    explain->callback([arguments, &run] { run = [arguments] { return Explain(*arguments); }; });
 }
 
 } // namespace corvane::tool

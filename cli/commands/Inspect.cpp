@@ -12,53 +12,53 @@ namespace corvane::tool {
 namespace {
 
 struct Arguments {
-    std::string sApplication;
-    std::string sSteps;
-    bool bStandIns = false;
-    bool bJson = false;
+    std::string application;
+    std::string steps;
+    bool standIns = false;
+    bool json = false;
 };
 
-int Inspect(const Arguments& oArguments) {
+int Inspect(const Arguments& arguments) {
     using namespace corvane::inspect;
-    const std::string sApplication = ApplicationFolder(oArguments.sApplication, Also::Incomplete);
-    std::vector<Step> aSteps;
-    if (!oArguments.sSteps.empty()) {
-        std::ifstream oStream(oArguments.sSteps);
-        if (!oStream)
-            return Fails(oArguments.sSteps, "the file can't be read");
-        aSteps = ReadSteps(oStream, oArguments.sSteps);
+    const std::string application = ApplicationFolder(arguments.application, Also::Incomplete);
+    std::vector<Step> steps;
+    if (!arguments.steps.empty()) {
+        std::ifstream stream(arguments.steps);
+        if (!stream)
+            return Fails(arguments.steps, "the file can't be read");
+        steps = ReadSteps(stream, arguments.steps);
     }
-    ModelHost oHost({sApplication, oArguments.bStandIns, nullptr});
-    DocumentOptions oOptions;
-    oOptions.bStandIns = oArguments.bStandIns;
-    if (!oHost.Start()) // nothing can be done, but what is expected counts
-        std::erase_if(aSteps, [](const Step& oStep) { return oStep.sVerb != "expect"; });
-    TakeAll(oHost, aSteps);
-    for (const auto& oStep : aSteps) {
-        oOptions.bPopups |= oStep.sVerb == "rightclick" || oStep.sVerb == "contextmenu";
-        oOptions.bMessages |= oStep.sVerb == "rename";
-        oOptions.bSizes |= oStep.sVerb == "resize";
+    ModelHost host({application, arguments.standIns, nullptr});
+    DocumentOptions options;
+    options.standIns = arguments.standIns;
+    if (!host.Start()) // nothing can be done, but what is expected counts
+        std::erase_if(steps, [](const Step& step) { return step.verb != "expect"; });
+    TakeAll(host, steps);
+    for (const auto& step : steps) {
+        options.popups |= step.verb == "rightclick" || step.verb == "contextmenu";
+        options.messages |= step.verb == "rename";
+        options.sizes |= step.verb == "resize";
     }
-    std::cout << (oArguments.bJson ? JsonDocument(oHost, oOptions) : TextDocument(oHost, oOptions));
+    std::cout << (arguments.json ? JsonDocument(host, options) : TextDocument(host, options));
     std::cout.flush();
-    for (const std::string& sMissed : oHost.Recorded().aMissed)
-        std::cerr << sMissed << "\n";
-    for (const std::string& sUnmet : oHost.Recorded().aUnmet)
-        std::cerr << sUnmet << "\n";
-    return oHost.Recorded().aUnmet.empty() ? Exit::Clean : Exit::Findings;
+    for (const std::string& missed : host.Recorded().missed)
+        std::cerr << missed << "\n";
+    for (const std::string& unmet : host.Recorded().unmet)
+        std::cerr << unmet << "\n";
+    return host.Recorded().unmet.empty() ? Exit::Clean : Exit::Findings;
 }
 
 } // namespace
 
-void AddInspect(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pInspect = oApp.add_subcommand(
+void AddInspect(CLI::App& app, Run& run) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* inspect = app.add_subcommand(
         "inspect", "Starts an application without a display, takes steps and prints what is on screen");
-    pInspect->add_option("APP", pArguments->sApplication, "The application folder")->required();
-    pInspect->add_option("--steps", pArguments->sSteps, "A file of steps to take, one per line");
-    pInspect->add_flag("--stand-ins", pArguments->bStandIns, "Use stubs instead of all plug-ins");
-    pInspect->add_flag("--json", pArguments->bJson, "Print one JSON document");
-    pInspect->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Inspect(*pArguments); }; });
+    inspect->add_option("APP", arguments->application, "The application folder")->required();
+    inspect->add_option("--steps", arguments->steps, "A file of steps to take, one per line");
+    inspect->add_flag("--stand-ins", arguments->standIns, "Use stubs instead of all plug-ins");
+    inspect->add_flag("--json", arguments->json, "Print one JSON document");
+    inspect->callback([arguments, &run] { run = [arguments] { return Inspect(*arguments); }; });
 }
 
 } // namespace corvane::tool

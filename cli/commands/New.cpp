@@ -11,46 +11,46 @@ namespace corvane::tool {
 namespace {
 
 struct Arguments {
-    std::string sApplication;
-    std::vector<std::string> aServices;
+    std::string application;
+    std::vector<std::string> services;
 };
 
-int New(const Arguments& oArguments) {
-    const bool bInside = oArguments.sApplication.empty();
-    if (bInside && oArguments.aServices.empty()) {
+int New(const Arguments& arguments) {
+    const bool inside = arguments.application.empty();
+    if (inside && arguments.services.empty()) {
         std::cerr << "corvane new: error: name an application, or inside one a --service\n";
         return Exit::Usage;
     }
-    std::vector<std::string> aWritten;
+    std::vector<std::string> written;
     try {
-        if (!bInside)
-            aWritten = scaffold::NewApplication(oArguments.sApplication, oArguments.aServices, CORVANE_VERSION);
+        if (!inside)
+            written = scaffold::NewApplication(arguments.application, arguments.services, CORVANE_VERSION);
         else
-            for (const std::string& sService : oArguments.aServices)
-                for (std::string& sPath : scaffold::NewService(".", sService))
-                    aWritten.push_back(std::move(sPath));
-    } catch (const Failure& oFailure) {
-        return Fails("corvane new", oFailure.Description);
+            for (const std::string& service : arguments.services)
+                for (std::string& path : scaffold::NewService(".", service))
+                    written.push_back(std::move(path));
+    } catch (const Failure& failure) {
+        return Fails("corvane new", failure.Description);
     }
-    for (const std::string& sPath : aWritten)
-        std::cout << sPath << "\n";
-    if (!bInside)
-        std::cout << "\nBuild and test it:\n  cd " << oArguments.sApplication
+    for (const std::string& path : written)
+        std::cout << path << "\n";
+    if (!inside)
+        std::cout << "\nBuild and test it:\n  cd " << arguments.application
                   << " && cmake --preset dev && cmake --build --preset dev && ctest --preset dev\n";
     return Exit::Clean;
 }
 
 } // namespace
 
-void AddNew(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pNew = oApp.add_subcommand("new", "Writes a new application, or adds a service to the one in this folder");
-    pNew->add_option("APP", pArguments->sApplication,
-                     "The folder of the new application; its name is the application's");
-    pNew->add_option("--service", pArguments->aServices, "A service to write; may be given several times")
+void AddNew(CLI::App& app, Run& run) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* newApp = app.add_subcommand("new", "Writes a new application, or adds a service to the one in this folder");
+    newApp->add_option("APP", arguments->application,
+                       "The folder of the new application; its name is the application's");
+    newApp->add_option("--service", arguments->services, "A service to write; may be given several times")
         ->type_name("NAME")
         ->allow_extra_args(false);
-    pNew->callback([pArguments, &fnRun] { fnRun = [pArguments] { return New(*pArguments); }; });
+    newApp->callback([arguments, &run] { run = [arguments] { return New(*arguments); }; });
 }
 
 } // namespace corvane::tool

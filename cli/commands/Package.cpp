@@ -16,41 +16,41 @@ namespace corvane::tool {
 namespace {
 
 struct Arguments {
-    std::string sApplication;
-    std::string sPrefix;
+    std::string application;
+    std::string prefix;
 };
 
-int Package(const Arguments& oArguments) {
-    const std::string sApplication = ApplicationFolder(oArguments.sApplication);
-    auto aFindings = check::Check({sApplication, true});
-    std::erase_if(aFindings,
-                  [](const check::Finding& o) { return check::TextOf(o.eRule).eSeverity != check::Severity::Error; });
-    if (!aFindings.empty()) {
-        std::cout << check::AsText(aFindings, IsColoured(STDOUT_FILENO));
+int Package(const Arguments& arguments) {
+    const std::string application = ApplicationFolder(arguments.application);
+    auto findings = check::Check({application, true});
+    std::erase_if(findings,
+                  [](const check::Finding& o) { return check::TextOf(o.rule).severity != check::Severity::Error; });
+    if (!findings.empty()) {
+        std::cout << check::AsText(findings, IsColoured(STDOUT_FILENO));
         std::cerr << "corvane package: error: correct these first\n";
         return Exit::Findings;
     }
-    const auto oPacked = package::Install(sApplication, oArguments.sPrefix);
-    for (const std::string& sFile : oPacked.aFiles)
-        std::cout << oArguments.sPrefix << "/" << sFile << "\n";
-    for (const std::string& sProgram : oPacked.aMissing)
-        std::cerr << "corvane package: note: " << sProgram << " isn't installed, so what it checks is unchecked\n";
-    for (const std::string& sProblem : oPacked.aProblems)
-        std::cerr << sProblem;
-    return oPacked.aProblems.empty() ? Exit::Clean : Exit::Findings;
+    const auto packed = package::Install(application, arguments.prefix);
+    for (const std::string& file : packed.files)
+        std::cout << arguments.prefix << "/" << file << "\n";
+    for (const std::string& program : packed.missing)
+        std::cerr << "corvane package: note: " << program << " isn't installed, so what it checks is unchecked\n";
+    for (const std::string& problem : packed.problems)
+        std::cerr << problem;
+    return packed.problems.empty() ? Exit::Clean : Exit::Findings;
 }
 
 } // namespace
 
-void AddPackage(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pPackage = oApp.add_subcommand(
+void AddPackage(CLI::App& app, Run& run) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* package = app.add_subcommand(
         "package", "Installs an application with launcher, desktop entry, metadata, icon and man page");
-    pPackage->add_option("APP", pArguments->sApplication, "The application folder, with a file about.json")->required();
-    pPackage->add_option("--prefix", pArguments->sPrefix, "The folder to install into, such as debian/birds/usr")
+    package->add_option("APP", arguments->application, "The application folder, with a file about.json")->required();
+    package->add_option("--prefix", arguments->prefix, "The folder to install into, such as debian/birds/usr")
         ->type_name("FOLDER")
         ->required();
-    pPackage->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Package(*pArguments); }; });
+    package->callback([arguments, &run] { run = [arguments] { return Package(*arguments); }; });
 }
 
 } // namespace corvane::tool

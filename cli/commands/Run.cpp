@@ -12,63 +12,63 @@ namespace corvane::tool {
 namespace {
 
 struct Arguments {
-    std::string sApplication;
-    std::string sRecord;
-    bool bStandIns = false;
-    std::vector<std::string> aOthers;
+    std::string application;
+    std::string record;
+    bool standIns = false;
+    std::vector<std::string> others;
 };
 
 // A program that was built or installed with this one, else any of that name, takes this program's place.
-int Become(const char* sName, std::vector<std::string> aTexts, const std::string& sApplication) {
-    (void)ApplicationFolder(sApplication);
-    std::error_code oError;
-    const auto oBeside = std::filesystem::read_symlink("/proc/self/exe", oError).parent_path() / sName;
-    std::string sProgram = !oError && std::filesystem::exists(oBeside, oError) ? oBeside.string() : sName;
-    std::vector<char*> aPointers{sProgram.data()};
-    for (std::string& sText : aTexts)
-        aPointers.push_back(sText.data());
-    aPointers.push_back(nullptr);
-    ::execvp(sProgram.c_str(), aPointers.data());
-    return Fails(sProgram, std::string("it can't be started: ") + std::strerror(errno) +
-                               (errno == ENOENT ? ". Install the Qt host" : ""));
+int Become(const char* name, std::vector<std::string> texts, const std::string& application) {
+    (void)ApplicationFolder(application);
+    std::error_code error;
+    const auto beside = std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / name;
+    std::string program = !error && std::filesystem::exists(beside, error) ? beside.string() : name;
+    std::vector<char*> pointers{program.data()};
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    ::execvp(program.c_str(), pointers.data());
+    return Fails(program, std::string("it can't be started: ") + std::strerror(errno) +
+                              (errno == ENOENT ? ". Install the Qt host" : ""));
 }
 
-std::vector<std::string> TextsOf(const Arguments& oArguments) {
-    std::vector<std::string> aTexts{oArguments.sApplication};
-    if (!oArguments.sRecord.empty())
-        aTexts.insert(aTexts.end(), {"--record", oArguments.sRecord});
-    if (oArguments.bStandIns)
-        aTexts.emplace_back("--stand-ins");
-    aTexts.insert(aTexts.end(), oArguments.aOthers.begin(), oArguments.aOthers.end());
-    return aTexts;
+std::vector<std::string> TextsOf(const Arguments& arguments) {
+    std::vector<std::string> texts{arguments.application};
+    if (!arguments.record.empty())
+        texts.insert(texts.end(), {"--record", arguments.record});
+    if (arguments.standIns)
+        texts.emplace_back("--stand-ins");
+    texts.insert(texts.end(), arguments.others.begin(), arguments.others.end());
+    return texts;
 }
 
-void AddCommon(CLI::App& oCommand, Arguments& oArguments) {
-    oCommand.add_option("APP", oArguments.sApplication, "The application folder")->required();
-    oCommand.add_option("--record", oArguments.sRecord, "Record what the user does, as steps for inspect --steps")
+void AddCommon(CLI::App& command, Arguments& arguments) {
+    command.add_option("APP", arguments.application, "The application folder")->required();
+    command.add_option("--record", arguments.record, "Record what the user does, as steps for inspect --steps")
         ->type_name("FILE");
 }
 
 } // namespace
 
-void AddRun(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pRun = oApp.add_subcommand("run", "Starts an application on the desktop");
-    AddCommon(*pRun, *pArguments);
-    pRun->add_option("OPTION", pArguments->aOthers, "Options of corvane-desktop, after --");
-    pRun->callback([pArguments, &fnRun] {
-        fnRun = [pArguments] { return Become("corvane-desktop", TextsOf(*pArguments), pArguments->sApplication); };
+void AddRun(CLI::App& app, Run& runFunction) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* run = app.add_subcommand("run", "Starts an application on the desktop");
+    AddCommon(*run, *arguments);
+    run->add_option("OPTION", arguments->others, "Options of corvane-desktop, after --");
+    run->callback([arguments, &runFunction] {
+        runFunction = [arguments] { return Become("corvane-desktop", TextsOf(*arguments), arguments->application); };
     });
 }
 
-void AddPreview(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pPreview = oApp.add_subcommand(
+void AddPreview(CLI::App& app, Run& run) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* preview = app.add_subcommand(
         "preview", "Shows an application, with stubs for missing plug-ins, and follows its definition files");
-    AddCommon(*pPreview, *pArguments);
-    pPreview->add_flag("--stand-ins", pArguments->bStandIns, "Use stubs instead of all plug-ins");
-    pPreview->callback([pArguments, &fnRun] {
-        fnRun = [pArguments] { return Become("corvane-preview", TextsOf(*pArguments), pArguments->sApplication); };
+    AddCommon(*preview, *arguments);
+    preview->add_flag("--stand-ins", arguments->standIns, "Use stubs instead of all plug-ins");
+    preview->callback([arguments, &run] {
+        run = [arguments] { return Become("corvane-preview", TextsOf(*arguments), arguments->application); };
     });
 }
 

@@ -18,134 +18,134 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Arguments {
-    std::string sApplication;
-    std::vector<std::string> aLanguages;
-    bool bCheck = false;
+    std::string application;
+    std::vector<std::string> languages;
+    bool check = false;
 };
 
 // The folder of an application's definition files, or one that holds definition files itself.
-std::string DefinitionFolder(const std::string& sApplication) {
-    const std::string sServices = sApplication + "/Services";
-    const std::string sFolder = fs::is_directory(sServices) ? sServices : sApplication;
+std::string DefinitionFolder(const std::string& application) {
+    const std::string services = application + "/Services";
+    const std::string folder = fs::is_directory(services) ? services : application;
     // A build links to the definitions of the sources, and there the work of translators has to stay.
-    for (const std::string& sPath : FileSystem().Files(sFolder))
-        if (EqualText(fs::path(sPath).extension().string(), ".xml") && fs::is_symlink(sPath))
-            return fs::proximate(fs::canonical(sPath).parent_path()).string();
-    return sFolder;
+    for (const std::string& path : FileSystem().Files(folder))
+        if (EqualText(fs::path(path).extension().string(), ".xml") && fs::is_symlink(path))
+            return fs::proximate(fs::canonical(path).parent_path()).string();
+    return folder;
 }
 
-DefinitionTexts TextsIn(const std::string& sFolder) {
-    const FileSystem oFiles;
-    XmlService oXml;
-    DefinitionTexts oTexts;
-    for (const std::string& sPath : oFiles.Files(sFolder)) {
-        if (!EqualText(oFiles.Extension(sPath), "xml"))
+DefinitionTexts TextsIn(const std::string& folder) {
+    const FileSystem files;
+    XmlService xml;
+    DefinitionTexts texts;
+    for (const std::string& path : files.Files(folder)) {
+        if (!EqualText(files.Extension(path), "xml"))
             continue;
-        const auto oDocument = oXml.NewDocument();
-        if (!oDocument->LoadXml(oFiles.ReadAll(sPath)))
-            Fail(FailureNumber::FileAccess, sPath + ": " + oDocument->ParseError().sReason);
-        if (const auto oService = oDocument->SelectSingleNode("/Service"))
-            oTexts.Add(oService, oFiles.FileName(sPath));
+        const auto document = xml.NewDocument();
+        if (!document->LoadXml(files.ReadAll(path)))
+            Fail(FailureNumber::FileAccess, path + ": " + document->ParseError().sReason);
+        if (const auto service = document->SelectSingleNode("/Service"))
+            texts.Add(service, files.FileName(path));
     }
-    if (oTexts.All().empty())
-        Fail(FailureNumber::PathNotFound, "there is no definition file with a text in \"" + sFolder + "\"");
-    return oTexts;
+    if (texts.All().empty())
+        Fail(FailureNumber::PathNotFound, "there is no definition file with a text in \"" + folder + "\"");
+    return texts;
 }
 
 // Whole or not at all: a catalogue holds the work of people.
-void Write(const fs::path& oPath, const std::string& sText) {
-    fs::create_directories(oPath.parent_path());
-    const fs::path oNew = oPath.string() + ".new";
-    std::ofstream oFile(oNew, std::ios::binary);
-    oFile << sText;
-    oFile.close();
-    if (!oFile)
-        Fail(FailureNumber::FileAccess, "\"" + oNew.string() + "\" can't be written");
-    fs::rename(oNew, oPath);
+void Write(const fs::path& path, const std::string& text) {
+    fs::create_directories(path.parent_path());
+    const fs::path newObject = path.string() + ".new";
+    std::ofstream file(newObject, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file)
+        Fail(FailureNumber::FileAccess, "\"" + newObject.string() + "\" can't be written");
+    fs::rename(newObject, path);
 }
 
 // True when nothing is left to do.
-bool Update(const fs::path& oPath, const DefinitionTexts& oTexts, bool bWrites) {
-    const bool bIsNew = !fs::exists(oPath);
-    const std::string sBefore = bIsNew ? std::string() : FileSystem().ReadAll(oPath.string());
-    std::vector<CatalogueFault> aFaults;
-    Catalogue oCatalogue = Catalogue::Read(sBefore, aFaults);
-    for (const CatalogueFault& oFault : aFaults)
-        std::cerr << oPath.string() << ":" << oFault.lLine << ": " << oFault.sText << "\n";
-    if (oCatalogue.Messages().empty() && !aFaults.empty())
-        Fail(FailureNumber::FileAccess, "correct " + oPath.string() + " first; nothing has been written");
-    const CatalogueUpdate oUpdate = oCatalogue.Update(oTexts.All(), oPath.stem().string());
-    const std::string sAfter = oCatalogue.AsText();
-    if (bWrites && sAfter != sBefore)
-        Write(oPath, sAfter);
-    std::cout << oPath.string() << ": " << oTexts.All().size() << " texts, " << oUpdate.nUnfinished
-              << " to be translated; " << oUpdate.nNew << " new";
-    if (oUpdate.nFilled > 0)
-        std::cout << " (" << oUpdate.nFilled << " as the same text elsewhere)";
-    std::cout << ", " << oUpdate.nChanged << " changed, " << oUpdate.nVanished << " vanished\n";
-    return aFaults.empty() && oUpdate.nUnfinished == 0 && oUpdate.nNew == 0;
+bool Update(const fs::path& path, const DefinitionTexts& texts, bool writes) {
+    const bool isNew = !fs::exists(path);
+    const std::string before = isNew ? std::string() : FileSystem().ReadAll(path.string());
+    std::vector<CatalogueFault> faults;
+    Catalogue catalogue = Catalogue::Read(before, faults);
+    for (const CatalogueFault& fault : faults)
+        std::cerr << path.string() << ":" << fault.line << ": " << fault.text << "\n";
+    if (catalogue.Messages().empty() && !faults.empty())
+        Fail(FailureNumber::FileAccess, "correct " + path.string() + " first; nothing has been written");
+    const CatalogueUpdate update = catalogue.Update(texts.All(), path.stem().string());
+    const std::string after = catalogue.AsText();
+    if (writes && after != before)
+        Write(path, after);
+    std::cout << path.string() << ": " << texts.All().size() << " texts, " << update.unfinished << " to be translated; "
+              << update.newCount << " new";
+    if (update.filled > 0)
+        std::cout << " (" << update.filled << " as the same text elsewhere)";
+    std::cout << ", " << update.changed << " changed, " << update.vanished << " vanished\n";
+    return faults.empty() && update.unfinished == 0 && update.newCount == 0;
 }
 
 // "de", "pt_BR", "sr_Latn": anything else would be a file that no host looks for.
-bool IsLanguage(const std::string& sLanguage) {
-    const auto fnLetters = [](std::string_view sPart) {
-        return !sPart.empty() && std::all_of(sPart.begin(), sPart.end(), [](unsigned char c) {
+bool IsLanguage(const std::string& language) {
+    const auto letters = [](std::string_view part) {
+        return !part.empty() && std::all_of(part.begin(), part.end(), [](unsigned char c) {
             return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
         });
     };
-    const std::string_view sText = sLanguage;
-    const std::size_t iEnd = std::min(sText.find('_'), sText.size());
-    bool bIs = (iEnd == 2 || iEnd == 3) && fnLetters(sText.substr(0, iEnd)) &&
-               sText.substr(0, iEnd).find_first_not_of("abcdefghijklmnopqrstuvwxyz") == std::string_view::npos;
-    for (std::size_t i = iEnd; bIs && i < sText.size();) {
-        const std::size_t iNext = std::min(sText.find('_', i + 1), sText.size());
-        bIs = fnLetters(sText.substr(i + 1, iNext - i - 1));
-        i = iNext;
+    const std::string_view text = language;
+    const std::size_t end = std::min(text.find('_'), text.size());
+    bool is = (end == 2 || end == 3) && letters(text.substr(0, end)) &&
+              text.substr(0, end).find_first_not_of("abcdefghijklmnopqrstuvwxyz") == std::string_view::npos;
+    for (std::size_t i = end; is && i < text.size();) {
+        const std::size_t next = std::min(text.find('_', i + 1), text.size());
+        is = letters(text.substr(i + 1, next - i - 1));
+        i = next;
     }
-    return bIs;
+    return is;
 }
 
-int Translate(Arguments oArguments) {
-    const std::string sFolder = DefinitionFolder(ApplicationFolder(oArguments.sApplication, Also::Sources));
-    const fs::path oCatalogues = fs::path(sFolder) / "translations";
-    for (const std::string& sLanguage : oArguments.aLanguages)
-        if (!IsLanguage(sLanguage)) {
-            std::cerr << "corvane translate: error: \"" << sLanguage
+int Translate(Arguments arguments) {
+    const std::string folder = DefinitionFolder(ApplicationFolder(arguments.application, Also::Sources));
+    const fs::path catalogues = fs::path(folder) / "translations";
+    for (const std::string& language : arguments.languages)
+        if (!IsLanguage(language)) {
+            std::cerr << "corvane translate: error: \"" << language
                       << "\" isn't a language; write it as in \"de\" or \"pt_BR\"\n";
             return Exit::Usage;
         }
-    if (oArguments.aLanguages.empty() && fs::is_directory(oCatalogues))
-        for (const auto& oEntry : fs::directory_iterator(oCatalogues))
-            if (oEntry.path().extension() == ".po")
-                oArguments.aLanguages.push_back(oEntry.path().stem().string());
-    std::sort(oArguments.aLanguages.begin(), oArguments.aLanguages.end());
-    if (oArguments.aLanguages.empty()) {
-        std::cerr << "corvane translate: error: " << oCatalogues.string()
+    if (arguments.languages.empty() && fs::is_directory(catalogues))
+        for (const auto& entry : fs::directory_iterator(catalogues))
+            if (entry.path().extension() == ".po")
+                arguments.languages.push_back(entry.path().stem().string());
+    std::sort(arguments.languages.begin(), arguments.languages.end());
+    if (arguments.languages.empty()) {
+        std::cerr << "corvane translate: error: " << catalogues.string()
                   << " holds no catalogue yet; name a language, as in --language de\n";
         return Exit::Usage;
     }
-    const DefinitionTexts oTexts = TextsIn(sFolder);
-    bool bDone = true;
-    for (const std::string& sLanguage : oArguments.aLanguages)
-        bDone = Update(oCatalogues / (sLanguage + ".po"), oTexts, !oArguments.bCheck) && bDone;
-    return bDone || !oArguments.bCheck ? Exit::Clean : Exit::Findings;
+    const DefinitionTexts texts = TextsIn(folder);
+    bool done = true;
+    for (const std::string& language : arguments.languages)
+        done = Update(catalogues / (language + ".po"), texts, !arguments.check) && done;
+    return done || !arguments.check ? Exit::Clean : Exit::Findings;
 }
 
 } // namespace
 
-void AddTranslate(CLI::App& oApp, Run& fnRun) {
-    const auto pArguments = std::make_shared<Arguments>();
-    auto* pTranslate = oApp.add_subcommand(
+void AddTranslate(CLI::App& app, Run& run) {
+    const auto arguments = std::make_shared<Arguments>();
+    auto* translate = app.add_subcommand(
         "translate", "Updates the catalogues of translations from the definition files of an application");
-    pTranslate->add_option("APP", pArguments->sApplication, "The application folder, or a folder of definition files")
+    translate->add_option("APP", arguments->application, "The application folder, or a folder of definition files")
         ->required();
-    pTranslate
-        ->add_option("--language", pArguments->aLanguages,
+    translate
+        ->add_option("--language", arguments->languages,
                      "The language of a catalogue to create or update; by default all existing ones")
         ->type_name("LANGUAGE");
-    pTranslate->add_flag("--check", pArguments->bCheck,
-                         "Write nothing; exit with 1 if something is missing, changed or wrong");
-    pTranslate->callback([pArguments, &fnRun] { fnRun = [pArguments] { return Translate(*pArguments); }; });
+    translate->add_flag("--check", arguments->check,
+                        "Write nothing; exit with 1 if something is missing, changed or wrong");
+    translate->callback([arguments, &run] { run = [arguments] { return Translate(*arguments); }; });
 }
 
 } // namespace corvane::tool

@@ -10,17 +10,17 @@ namespace corvane::scaffold {
 // Writes a complete application into the folder, which must not exist or be empty; its last part is the application's
 // name. Without names there is one service, named after the application. Returns the paths that were written. Fails
 // with 5 for a name that can't be one, or when something is there already, with 75 when a file can't be written.
-std::vector<std::string> NewApplication(const std::string& sFolder, std::vector<std::string> aServices,
-                                        const std::string& sVersion);
+std::vector<std::string> NewApplication(const std::string& folderPath, std::vector<std::string> services,
+                                        const std::string& version);
 
 // Adds a service to the application in whose source folder this is called. Fails likewise, and with 76 when the folder
 // is none.
-std::vector<std::string> NewService(const std::string& sFolder, const std::string& sName);
+std::vector<std::string> NewService(const std::string& folder, const std::string& name);
 
 // A file of a template, its tokens between at signs.
 struct Template {
-    std::string_view sPath; // "service/app/Services/@Name@.xml"
-    std::string_view sText;
+    std::string_view path; // "service/app/Services/@Name@.xml"
+    std::string_view text;
 };
 [[nodiscard]] const std::vector<Template>& Templates();
 

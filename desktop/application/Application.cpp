@@ -26,270 +26,269 @@ namespace corvane::desktop {
 
 namespace {
 
-void NodesAsText(std::string& sText, const std::vector<Node*>& aSiblings, std::size_t nDepth) {
-    for (const Node* pNode : aSiblings) {
-        sText += std::string(nDepth * 2, ' ') + pNode->Text() + "\n";
-        NodesAsText(sText, pNode->Children(), nDepth + 1);
+void NodesAsText(std::string& text, const std::vector<Node*>& siblings, std::size_t depth) {
+    for (const Node* node : siblings) {
+        text += std::string(depth * 2, ' ') + node->Text() + "\n";
+        NodesAsText(text, node->Children(), depth + 1);
     }
 }
 
-std::string TextOfFrontPage(WindowForm& oForm) {
-    const WindowBody* pBody = oForm.Body();
-    return pBody && pBody->PageCount() > 0 ? WidgetAsText(pBody->Place(pBody->CurrentPage()), "    ") : "";
+std::string TextOfFrontPage(WindowForm& form) {
+    const WindowBody* body = form.Body();
+    return body && body->PageCount() > 0 ? WidgetAsText(body->Place(body->CurrentPage()), "    ") : "";
 }
 
 } // namespace
 
-Application::Application(const ApplicationOptions& oOptions)
-    : m_bWithDialogs(oOptions.bWithDialogs), m_oFailures(oOptions.bWithDialogs), m_oPlatform(oOptions.sFolder),
-      m_oTranslation(oOptions.aLanguages, m_oPlatform.oUtilities->GetAppFolder("Services"),
-                     [this](const std::string& sText) { Note("Translation", sText); }),
-      m_oMessageBox(New<QtMessageBox>(oOptions.bWithDialogs)),
-      m_oCommonDialog(New<CommonDialog>(oOptions.bWithDialogs)), m_pRecorder(oOptions.pRecorder),
-      m_oTimers(New<QtTimers>([this](const std::function<void()>& fnAct) { ByHost(fnAct); })),
-      m_aClasses(oOptions.aClasses), m_fnObjects(oOptions.fnObjects) {
-    if (m_pRecorder)
-        m_pRecorder->Follow({m_frmMain, m_oActiveBar, m_frmPanel, [this] { return m_oFailures.Entry(); }});
-    m_oFailures.SetServicesFolder(QString::fromStdString(m_oPlatform.oUtilities->GetAppFolder("Services")));
-    m_oFailures.SetLogFile(m_oPlatform.oUtilities->LogPath());
-    m_oPlatform.oUtilities->SetShow([this](const ShownFailure& oShown) { m_oFailures.Show(oShown); });
-    m_frmMain->AddMember("ActiveBar", m_oActiveBar);
-    m_frmMain->AddMember("CommonDialog", m_oCommonDialog);
-    m_frmMain->AddMember("ctlCVProgress", m_oProgress);
-    m_frmMain->SetCaption(m_oPlatform.sName);
+Application::Application(const ApplicationOptions& options)
+    : m_withDialogs(options.withDialogs), m_failures(options.withDialogs), m_platform(options.folder),
+      m_translation(options.languages, m_platform.utilities->GetAppFolder("Services"),
+                    [this](const std::string& text) { Note("Translation", text); }),
+      m_messageBox(New<QtMessageBox>(options.withDialogs)), m_commonDialog(New<CommonDialog>(options.withDialogs)),
+      m_recorder(options.recorder), m_timers(New<QtTimers>([this](const std::function<void()>& act) { ByHost(act); })),
+      m_classes(options.classes), m_objects(options.objects) {
+    if (m_recorder)
+        m_recorder->Follow({m_mainForm, m_activeBar, m_panelForm, [this] { return m_failures.Entry(); }});
+    m_failures.SetServicesFolder(QString::fromStdString(m_platform.utilities->GetAppFolder("Services")));
+    m_failures.SetLogFile(m_platform.utilities->LogPath());
+    m_platform.utilities->SetShow([this](const ShownFailure& shown) { m_failures.Show(shown); });
+    m_mainForm->AddMember("ActiveBar", m_activeBar);
+    m_mainForm->AddMember("CommonDialog", m_commonDialog);
+    m_mainForm->AddMember("ctlCVProgress", m_progress);
+    m_mainForm->SetCaption(m_platform.name);
     SetUpService();
-    m_pBlame = std::make_unique<Blame>(m_oPlatform.oUtilities,
-                                       std::filesystem::path(m_oPlatform.oUtilities->LogPath()).parent_path().string(),
-                                       oOptions.oLeftOut, oOptions.fnAskAfterDeath);
-    m_frmMain->Load();
-    m_pLibrary = std::make_unique<Library>(MakePlatform());
-    m_pWindow = std::make_unique<MainWindow>(m_frmMain, m_oActiveBar, m_frmPanel, m_oFailures);
-    m_pWindow->Bars().SetProgressWidget([oProgress = m_oProgress] { return oProgress->Widget(); });
-    m_oFailures.SetParentWindow(m_pWindow.get());
-    m_oMessageBox->SetParentWindow(m_pWindow.get());
-    m_oCommonDialog->SetParentWindow(m_pWindow.get());
+    m_blame = std::make_unique<Blame>(m_platform.utilities,
+                                      std::filesystem::path(m_platform.utilities->LogPath()).parent_path().string(),
+                                      options.leftOut, options.askAfterDeath);
+    m_mainForm->Load();
+    m_library = std::make_unique<Library>(MakePlatform());
+    m_window = std::make_unique<MainWindow>(m_mainForm, m_activeBar, m_panelForm, m_failures);
+    m_window->Bars().SetProgressWidget([progress = m_progress] { return progress->Widget(); });
+    m_failures.SetParentWindow(m_window.get());
+    m_messageBox->SetParentWindow(m_window.get());
+    m_commonDialog->SetParentWindow(m_window.get());
     SetUpWindowHost();
-    m_pPersonal = std::make_unique<PersonalDesktop>(PartsOfPerson(oOptions));
-    if (oOptions.bWatch)
-        m_pBlame->StartWatch();
+    m_personal = std::make_unique<PersonalDesktop>(PartsOfPerson(options));
+    if (options.watch)
+        m_blame->StartWatch();
 }
 
 void Application::SetUpWindowHost() {
-    m_pWindowHost->frmMain = m_frmMain.Get();
-    m_pWindowHost->pArea = &m_pWindow->Area();
-    m_pWindowHost->pMainWindow = m_pWindow.get();
-    m_pWindowHost->oMessages = m_oPlatform.oWindowMessages;
-    m_pWindowHost->fnGuard = [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); };
-    m_pWindowHost->fnAskToLeave = [this](const LeaveQuestion& oQuestion) { return AskToLeave(oQuestion); };
-    m_pWindowHost->fnHelp = [this](Long lTopic) { ShowHelp(lTopic); };
-    if (m_pRecorder)
-        m_pWindowHost->fnByPerson = [this](const WindowStep& oStep, const std::function<void()>& fnDo) {
-            m_pRecorder->OnWindow(oStep, fnDo);
+    m_windowHost->mainForm = m_mainForm.Get();
+    m_windowHost->area = &m_window->Area();
+    m_windowHost->mainWindow = m_window.get();
+    m_windowHost->messages = m_platform.windowMessages;
+    m_windowHost->guard = [this](const std::function<void()>& act) { m_failures.Guard(act); };
+    m_windowHost->askToLeave = [this](const LeaveQuestion& question) { return AskToLeave(question); };
+    m_windowHost->help = [this](Long topic) { ShowHelp(topic); };
+    if (m_recorder)
+        m_windowHost->byPerson = [this](const WindowStep& step, const std::function<void()>& work) {
+            m_recorder->OnWindow(step, work);
         };
 }
 
 Application::~Application() {
-    m_oRunningProvider = nullptr;
-    if (m_frmMain->IsLoaded() && !m_pWindow->HasEnded())
-        m_oFailures.Guard([this] { m_frmMain->Unload(); });
-    m_pWindow->Bars().SetChanges(BarChanges::None());
-    m_pCommandOwner.reset();
-    m_pPersonal.reset();
-    m_pWindow.reset();
+    m_runningProvider = nullptr;
+    if (m_mainForm->IsLoaded() && !m_window->HasEnded())
+        m_failures.Guard([this] { m_mainForm->Unload(); });
+    m_window->Bars().SetChanges(BarChanges::None());
+    m_commandOwner.reset();
+    m_personal.reset();
+    m_window.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // widgets of plug-ins go before the library
-    m_pLibrary.reset();
-    if (m_pRecorder)
-        m_pRecorder->Leave();
+    m_library.reset();
+    if (m_recorder)
+        m_recorder->Leave();
 }
 
 Platform Application::MakePlatform() {
-    Platform oPlatform = m_oPlatform.MakePlatform();
-    oPlatform.oScreen = New<QtScreen>();
-    oPlatform.oTimers = m_oTimers;
-    oPlatform.oMessageBox = m_oMessageBox;
-    const std::string sServices = m_oPlatform.oUtilities->GetAppFolder("Services");
-    oPlatform.oFileSystem = New<HostFileSystem>(m_pBlame->Files(oPlatform.oFileSystem, sServices), sServices);
-    oPlatform.oObjectFactory = MakeObjectFactory();
-    oPlatform.oScreenPrinter = MakeScreenPrinter();
-    return oPlatform;
+    Platform platform = m_platform.MakePlatform();
+    platform.oScreen = New<QtScreen>();
+    platform.oTimers = m_timers;
+    platform.oMessageBox = m_messageBox;
+    const std::string services = m_platform.utilities->GetAppFolder("Services");
+    platform.oFileSystem = New<HostFileSystem>(m_blame->Files(platform.oFileSystem, services), services);
+    platform.oObjectFactory = MakeObjectFactory();
+    platform.oScreenPrinter = MakeScreenPrinter();
+    return platform;
 }
 
 // A run that nobody watches is told "Save" or "Stay" beforehand; otherwise the changes go.
-LeaveAnswer Application::AskToLeave(const LeaveQuestion& oQuestion) {
-    const auto oAnswer = m_oCommonDialog->TakeAnswer();
-    if (!oAnswer)
-        return AskInBox(oQuestion);
-    if (EqualText(*oAnswer, "Save"))
-        return oQuestion.bCanSave ? LeaveAnswer::Save : LeaveAnswer::Stay;
-    return EqualText(*oAnswer, "Stay") ? LeaveAnswer::Stay : LeaveAnswer::Discard;
+LeaveAnswer Application::AskToLeave(const LeaveQuestion& question) {
+    const auto answer = m_commonDialog->TakeAnswer();
+    if (!answer)
+        return AskInBox(question);
+    if (EqualText(*answer, "Save"))
+        return question.canSave ? LeaveAnswer::Save : LeaveAnswer::Stay;
+    return EqualText(*answer, "Stay") ? LeaveAnswer::Stay : LeaveAnswer::Discard;
 }
 
-void Application::ShowHelp(Long lTopic) {
-    const QString sBase = QString::fromStdString(m_oPlatform.sFolder) + QString("/Help/%1").arg(lTopic);
-    for (const char* sEnding : {".html", ".htm", ".pdf", ".txt"})
-        if (m_bWithDialogs && QFile::exists(sBase + sEnding) &&
-            QDesktopServices::openUrl(QUrl::fromLocalFile(sBase + sEnding)))
+void Application::ShowHelp(Long topic) {
+    const QString base = QString::fromStdString(m_platform.folder) + QString("/Help/%1").arg(topic);
+    for (const char* ending : {".html", ".htm", ".pdf", ".txt"})
+        if (m_withDialogs && QFile::exists(base + ending) &&
+            QDesktopServices::openUrl(QUrl::fromLocalFile(base + ending)))
             return;
-    m_oMessageBox->ShowInformation(
+    m_messageBox->ShowInformation(
         QCoreApplication::translate("Application", "The help topic %1 can't be opened. Its file is expected at %2.")
-            .arg(lTopic)
-            .arg(sBase + ".html")
+            .arg(topic)
+            .arg(base + ".html")
             .toStdString(),
         QCoreApplication::translate("Application", "Help").toStdString());
 }
 
-void Application::Note(const char* sProcedure, const std::string& sText) const {
-    m_oPlatform.oUtilities->LogError(m_oPlatform.oUtilities->AppName(), "Desktop", sProcedure,
-                                     Failure(FailureNumber::FileAccess, sText), {}, false);
+void Application::Note(const char* procedure, const std::string& text) const {
+    m_platform.utilities->LogError(m_platform.utilities->AppName(), "Desktop", procedure,
+                                   Failure(FailureNumber::FileAccess, text), {}, false);
 }
 
 bool Application::Start() {
-    bool bStarted = false;
+    bool started = false;
     ContrastStyle::Follow(); // a failure may be shown before the person's own theme is known
-    m_oFailures.Guard([&] {
-        const Ref<Framework> oFramework = CorvaneMain::Framework();
+    m_failures.Guard([&] {
+        const Ref<Framework> framework = CorvaneMain::Framework();
         ClearWideRegisters();
-        oFramework->Initialize(m_frmMain, m_frmPanel, New<WindowFormFactory>(m_pWindowHost));
-        m_pPersonal->Initialized();
-        m_pCommandOwner = std::make_unique<CommandOwner>(
-            m_frmMain, [this](const QWidget* pWidget) { return PartOf(pWidget); },
-            [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
-        if (m_oTranslation.Begin(*oFramework->ServiceManager()))
-            m_pWindow->Bars().Redraw();
-        oFramework->Start();
-        bStarted = true;
+        framework->Initialize(m_mainForm, m_panelForm, New<WindowFormFactory>(m_windowHost));
+        m_personal->Initialized();
+        m_commandOwner = std::make_unique<CommandOwner>(
+            m_mainForm, [this](const QWidget* widget) { return PartOf(widget); },
+            [this](const std::function<void()>& act) { m_failures.Guard(act); });
+        if (m_translation.Begin(*framework->ServiceManager()))
+            m_window->Bars().Redraw();
+        framework->Start();
+        started = true;
     });
     ApplyAppearance(Appearance::Load());
-    m_pWindow->Flush();
-    m_pPersonal->Restore(bStarted);
-    m_pWindow->show();
-    m_pPersonal->RestoreWindows();
-    return bStarted;
+    m_window->Flush();
+    m_personal->Restore(started);
+    m_window->show();
+    m_personal->RestoreWindows();
+    return started;
 }
 
-bool Application::Choose(const std::string& sTool) {
-    const Ref<Tool> oTool = m_oActiveBar->Tools()->Find(sTool);
-    if (!oTool || !oTool->Visible() || !oTool->Enabled() || IsModalFormOpen())
+bool Application::Choose(const std::string& toolName) {
+    const Ref<Tool> tool = m_activeBar->Tools()->Find(toolName);
+    if (!tool || !tool->Visible() || !tool->Enabled() || IsModalFormOpen())
         return false;
-    m_oFailures.Guard([&] { m_oActiveBar->Click(oTool); });
-    m_pWindow->Flush();
+    m_failures.Guard([&] { m_activeBar->Click(tool); });
+    m_window->Flush();
     return true;
 }
 
 Ref<WindowForm> Application::ActiveWindowForm() const {
-    const Ref<Form> frmActive = m_frmMain->ForegroundForm();
-    return frmActive && frmActive->Visible() ? frmActive.TryAs<WindowForm>() : nullptr;
+    const Ref<Form> activeForm = m_mainForm->ForegroundForm();
+    return activeForm && activeForm->Visible() ? activeForm.TryAs<WindowForm>() : nullptr;
 }
 
-CommandOwner::Part Application::PartOf(const QWidget* pWidget) const {
-    if (m_pWindow->ExplorerDock().isAncestorOf(pWidget))
+CommandOwner::Part Application::PartOf(const QWidget* widget) const {
+    if (m_window->ExplorerDock().isAncestorOf(widget))
         return CommandOwner::Part::Explorer;
-    const Ref<WindowForm> oForm = ActiveWindowForm();
-    return oForm && oForm->Frame() && oForm->Frame()->isAncestorOf(pWidget) ? CommandOwner::Part::Window
-                                                                            : CommandOwner::Part::Nowhere;
+    const Ref<WindowForm> form = ActiveWindowForm();
+    return form && form->Frame() && form->Frame()->isAncestorOf(widget) ? CommandOwner::Part::Window
+                                                                        : CommandOwner::Part::Nowhere;
 }
 
-bool Application::ClickCommand(const std::string& sCommand) {
+bool Application::ClickCommand(const std::string& command) {
     using Command = StandardCommandConstants;
-    static constexpr std::array<std::pair<const char*, Command>, 9> aCommands{{{"help", Command::cvHelp},
-                                                                               {"ok", Command::cvOK},
-                                                                               {"cancel", Command::cvCancel},
-                                                                               {"apply", Command::cvApply},
-                                                                               {"previous", Command::cvPrevious},
-                                                                               {"next", Command::cvNext},
-                                                                               {"finish", Command::cvFinish},
-                                                                               {"save", Command::cvSave},
-                                                                               {"saveas", Command::cvSaveAs}}};
-    const Ref<WindowForm> oForm = ActiveWindowForm();
-    if (!oForm)
+    static constexpr std::array<std::pair<const char*, Command>, 9> commands{{{"help", Command::cvHelp},
+                                                                              {"ok", Command::cvOK},
+                                                                              {"cancel", Command::cvCancel},
+                                                                              {"apply", Command::cvApply},
+                                                                              {"previous", Command::cvPrevious},
+                                                                              {"next", Command::cvNext},
+                                                                              {"finish", Command::cvFinish},
+                                                                              {"save", Command::cvSave},
+                                                                              {"saveas", Command::cvSaveAs}}};
+    const Ref<WindowForm> form = ActiveWindowForm();
+    if (!form)
         return false;
-    if (EqualText(sCommand, "close")) {
-        oForm->ByPerson(WindowStep::What::Close, 0, [&] { oForm->RequestClose(); });
+    if (EqualText(command, "close")) {
+        form->ByPerson(WindowStep::What::Close, 0, [&] { form->RequestClose(); });
         return true;
     }
-    for (const auto& [sName, eCommand] : aCommands)
-        if (EqualText(sCommand, sName) && oForm->IsCommandEnabled(eCommand)) {
-            oForm->ByPerson(WindowStep::What::Command, static_cast<int>(eCommand),
-                            [&, eCommand = eCommand] { oForm->ClickCommand(eCommand); });
+    for (const auto& [name, standardCommand] : commands)
+        if (EqualText(command, name) && form->IsCommandEnabled(standardCommand)) {
+            form->ByPerson(WindowStep::What::Command, static_cast<int>(standardCommand),
+                           [&, commandKind = standardCommand] { form->ClickCommand(commandKind); });
             return true;
         }
     return false;
 }
 
-bool Application::ShowPage(int nPage) {
-    const Ref<WindowForm> oForm = ActiveWindowForm();
-    if (!oForm)
+bool Application::ShowPage(int page) {
+    const Ref<WindowForm> form = ActiveWindowForm();
+    if (!form)
         return false;
-    oForm->ByPerson(WindowStep::What::Page, nPage - 1, [&] { oForm->SetActivePageIndex(nPage - 1); });
-    return oForm->ActivePageIndex() == nPage - 1;
+    form->ByPerson(WindowStep::What::Page, page - 1, [&] { form->SetActivePageIndex(page - 1); });
+    return form->ActivePageIndex() == page - 1;
 }
 
 bool Application::IsModalFormOpen() const {
-    const auto aForms = m_frmMain->Forms();
-    return std::any_of(aForms.begin(), aForms.end(), [](const auto& frm) { return frm->Visible() && frm->IsModal(); });
+    const auto forms = m_mainForm->Forms();
+    return std::any_of(forms.begin(), forms.end(), [](const auto& frm) { return frm->Visible() && frm->IsModal(); });
 }
 
-void Application::ByHost(const std::function<void()>& fnAct) {
-    m_oFailures.Guard([&] {
-        if (m_pRecorder)
-            m_pRecorder->NotByPerson();
-        fnAct();
+void Application::ByHost(const std::function<void()>& act) {
+    m_failures.Guard([&] {
+        if (m_recorder)
+            m_recorder->NotByPerson();
+        act();
     });
 }
 
 void Application::Settle() {
-    constexpr int nLongest = 1000; // a timer may run for ever
-    QElapsedTimer oElapsed;
-    oElapsed.start();
+    constexpr int longest = 1000; // a timer may run for ever
+    QElapsedTimer elapsed;
+    elapsed.start();
     do
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    while (m_oTimers->RunningCount() > 0 && oElapsed.elapsed() < nLongest);
-    m_pWindow->Flush();
+    while (m_timers->RunningCount() > 0 && elapsed.elapsed() < longest);
+    m_window->Flush();
 }
 
 QPixmap Application::Picture() {
-    const QPixmap oMain = m_pWindow->grab();
-    const QPoint oCorner = m_pWindow->geometry().topLeft();
-    QRect oAll(QPoint(), m_pWindow->size());
-    std::vector<QWidget*> aOver;
-    for (const auto& frm : m_frmMain->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->Visible() && !frm->MDIChild() && oForm->Frame())
-            aOver.push_back(oForm->Frame());
-    for (const QWidget* pOver : aOver)
-        oAll |= pOver->geometry().translated(-oCorner);
-    QPixmap oPicture(oAll.size() * oMain.devicePixelRatio());
-    oPicture.setDevicePixelRatio(oMain.devicePixelRatio());
-    oPicture.fill(Qt::transparent);
-    QPainter oPainter(&oPicture);
-    oPainter.drawPixmap(-oAll.topLeft(), oMain);
-    for (QWidget* pOver : aOver) {
-        const QRect oPlace = pOver->geometry().translated(-oCorner - oAll.topLeft());
-        oPainter.drawPixmap(oPlace.topLeft(), pOver->grab());
-        oPainter.drawRect(oPlace.adjusted(-1, -1, 0, 0)); // stands for the frame that the desktop draws
+    const QPixmap main = m_window->grab();
+    const QPoint corner = m_window->geometry().topLeft();
+    QRect all(QPoint(), m_window->size());
+    std::vector<QWidget*> overItems;
+    for (const auto& frm : m_mainForm->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && frm->Visible() && !frm->MDIChild() && form->Frame())
+            overItems.push_back(form->Frame());
+    for (const QWidget* over : overItems)
+        all |= over->geometry().translated(-corner);
+    QPixmap picture(all.size() * main.devicePixelRatio());
+    picture.setDevicePixelRatio(main.devicePixelRatio());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.drawPixmap(-all.topLeft(), main);
+    for (QWidget* over : overItems) {
+        const QRect place = over->geometry().translated(-corner - all.topLeft());
+        painter.drawPixmap(place.topLeft(), over->grab());
+        painter.drawRect(place.adjusted(-1, -1, 0, 0)); // stands for the frame that the desktop draws
     }
-    return oPicture;
+    return picture;
 }
 
 std::string Application::AsText() const {
-    std::string sText;
-    for (const auto& oBand : m_oActiveBar->Bands()->All()) {
-        if (oBand->Kind() == BandKind::MenuBar)
-            sText += "Menus\n" + BandAsText(*oBand, 1);
-        else if (oBand->Kind() == BandKind::Toolbar && oBand->Visible())
-            sText += "Toolbar " + oBand->Caption() + "\n" + BandAsText(*oBand, 1);
+    std::string text;
+    for (const auto& band : m_activeBar->Bands()->All()) {
+        if (band->Kind() == BandKind::MenuBar)
+            text += "Menus\n" + BandAsText(*band, 1);
+        else if (band->Kind() == BandKind::Toolbar && band->Visible())
+            text += "Toolbar " + band->Caption() + "\n" + BandAsText(*band, 1);
     }
-    for (const auto& oControl : m_frmPanel->Controls())
-        if (const auto tvw = oControl.TryAs<TreeView>()) {
-            sText += "Explorer " + tvw->Name() + "\n";
-            NodesAsText(sText, tvw->GetNodes()->Roots(), 1);
+    for (const auto& control : m_panelForm->Controls())
+        if (const auto tvw = control.TryAs<TreeView>()) {
+            text += "Explorer " + tvw->Name() + "\n";
+            NodesAsText(text, tvw->GetNodes()->Roots(), 1);
         }
-    sText += "Status\n  " + StatusText().toStdString() + "\n";
-    for (const auto& frm : m_frmMain->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->Visible())
-            sText += oForm->AsText() + TextOfFrontPage(*oForm);
-    for (const auto& oMessage : m_oMessageBox->Shown())
-        sText += "Message " + oMessage.sTitle.toStdString() + "\n" + oMessage.sText.toStdString() + "\n";
-    return sText;
+    text += "Status\n  " + StatusText().toStdString() + "\n";
+    for (const auto& frm : m_mainForm->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && frm->Visible())
+            text += form->AsText() + TextOfFrontPage(*form);
+    for (const auto& message : m_messageBox->Shown())
+        text += "Message " + message.title.toStdString() + "\n" + message.text.toStdString() + "\n";
+    return text;
 }
 
 } // namespace corvane::desktop

@@ -28,26 +28,26 @@
 namespace corvane::desktop {
 
 struct ApplicationOptions {
-    std::string sFolder;
-    bool bWithDialogs = true; // false where nobody watches: failures go to the error stream, messages are kept
+    std::string folder;
+    bool withDialogs = true; // false where nobody watches: failures go to the error stream, messages are kept
     // Classes that are part of the program itself, by their ProgIDs, beside those of the application's plug-ins.
-    std::vector<std::pair<std::string, HostObjectFactory::Maker>> aClasses = {};
-    bool bPersonal = true; // false: neither the session nor the person's own keys, toolbars and menus are used
-    LeftOut oLeftOut = {}; // services that aren't started; the mode without plug-ins is without the above as well
-    bool bWatch = false;   // name services that keep the user interface busy, in the log
-    Blame::AskFunction fnAskAfterDeath = {}; // asked when a service ended the program the last time
-    QStringList aLanguages = {};             // for the texts of definitions, the most wanted first; none for their own
+    std::vector<std::pair<std::string, HostObjectFactory::Maker>> classes = {};
+    bool personal = true; // false: neither the session nor the person's own keys, toolbars and menus are used
+    LeftOut leftOut = {}; // services that aren't started; the mode without plug-ins is without the above as well
+    bool watch = false;   // name services that keep the user interface busy, in the log
+    Blame::AskFunction askAfterDeath = {}; // asked when a service ended the program the last time
+    QStringList languages = {};            // for the texts of definitions, the most wanted first; none for their own
     // Where the session is kept, for hosts that keep one of their own; the window's place isn't part of it then.
-    std::string sSessionFile = {};
-    std::shared_ptr<StepRecorder> pRecorder = {}; // follows what the person does
+    std::string sessionFile = {};
+    std::shared_ptr<StepRecorder> recorder = {}; // follows what the person does
     // What makes the objects in place of the plug-ins' factory, which it gets, with the plug-ins.
-    std::function<Ref<IObjectFactory>(Ref<IObjectFactory>, Ref<PluginFactory>)> fnObjects = {};
+    std::function<Ref<IObjectFactory>(Ref<IObjectFactory>, Ref<PluginFactory>)> objects = {};
 };
 
 class Application {
 public:
     // Fails with 76 when there is no such application folder.
-    explicit Application(const ApplicationOptions& oOptions);
+    explicit Application(const ApplicationOptions& options);
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
@@ -57,32 +57,32 @@ public:
     bool Start();
     // The user chooses the tool of that name. False when there is none, it is hidden or disabled, or a modal window is
     // open.
-    bool Choose(const std::string& sTool);
+    bool Choose(const std::string& toolName);
     // The user clicks a command of the active window: help, ok, cancel, apply, previous, next, finish, save, saveas, or
     // the close box: close. False when there is none or it is disabled.
-    bool ClickCommand(const std::string& sCommand);
+    bool ClickCommand(const std::string& command);
     // The user brings a page of the active window to the front, from 1. False when that can't be.
-    bool ShowPage(int nPage);
+    bool ShowPage(int page);
     [[nodiscard]] bool IsModalFormOpen() const;
     // Whether something would be lost if the application ended now. Services and pages are asked, and no person.
     [[nodiscard]] bool HasUnsavedWork();
     // Runs what the host does of itself; a failure that leaves the library is shown, and nothing is recorded as a step.
-    void ByHost(const std::function<void()>& fnAct);
+    void ByHost(const std::function<void()>& act);
     // Lets everything happen that is due, such as windows that open a moment later.
     void Settle();
     // Runs instead of the event loop while a modal window is open.
-    using ModalLoopFunction = decltype(WindowHost::fnModalLoop);
-    void SetModalLoop(ModalLoopFunction fnModalLoop) { m_pWindowHost->fnModalLoop = std::move(fnModalLoop); }
+    using ModalLoopFunction = decltype(WindowHost::modalLoop);
+    void SetModalLoop(ModalLoopFunction modalLoop) { m_windowHost->modalLoop = std::move(modalLoop); }
 
-    [[nodiscard]] MainWindow& Window() { return *m_pWindow; }
-    [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_oActiveBar; }
-    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_frmMain; }
-    [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_frmPanel; }
-    [[nodiscard]] CommonDialog& Dialogs() { return *m_oCommonDialog; }
-    [[nodiscard]] const QtMessageBox& Messages() const { return *m_oMessageBox; }
-    [[nodiscard]] Blame& Blamed() { return *m_pBlame; }
-    [[nodiscard]] PersonalDesktop& Personal() { return *m_pPersonal; }
-    [[nodiscard]] FailurePresenter& Failures() { return m_oFailures; }
+    [[nodiscard]] MainWindow& Window() { return *m_window; }
+    [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_activeBar; }
+    [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_mainForm; }
+    [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_panelForm; }
+    [[nodiscard]] CommonDialog& Dialogs() { return *m_commonDialog; }
+    [[nodiscard]] const QtMessageBox& Messages() const { return *m_messageBox; }
+    [[nodiscard]] Blame& Blamed() { return *m_blame; }
+    [[nodiscard]] PersonalDesktop& Personal() { return *m_personal; }
+    [[nodiscard]] FailurePresenter& Failures() { return m_failures; }
     // Menus, toolbars, explorer, windows, status and messages as an indented text.
     [[nodiscard]] std::string AsText() const;
     // The main window with the windows over it.
@@ -93,45 +93,45 @@ private:
 
     // ApplicationService.cpp: what the host's own service does.
     void SetUpService();
-    [[nodiscard]] PersonalDesktop::Parts PartsOfPerson(const ApplicationOptions& oOptions);
+    [[nodiscard]] PersonalDesktop::Parts PartsOfPerson(const ApplicationOptions& options);
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
     [[nodiscard]] QString RunningService() const;
     [[nodiscard]] QString StatusText() const;
     [[nodiscard]] bool SettleUnsavedWork();
-    [[nodiscard]] ExitAnswer AskAboutUnsavedWork(const std::vector<UnsavedGroup>& aGroups);
-    void ApplyAppearance(const Appearance& oAppearance);
+    [[nodiscard]] ExitAnswer AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups);
+    void ApplyAppearance(const Appearance& appearance);
 
     void SetUpWindowHost();
-    void Note(const char* sProcedure, const std::string& sText) const; // in the log
-    [[nodiscard]] LeaveAnswer AskToLeave(const LeaveQuestion& oQuestion);
-    void ShowHelp(Long lTopic);
+    void Note(const char* procedure, const std::string& text) const; // in the log
+    [[nodiscard]] LeaveAnswer AskToLeave(const LeaveQuestion& question);
+    void ShowHelp(Long topic);
     [[nodiscard]] Ref<WindowForm> ActiveWindowForm() const;
-    [[nodiscard]] CommandOwner::Part PartOf(const QWidget* pWidget) const;
+    [[nodiscard]] CommandOwner::Part PartOf(const QWidget* widget) const;
 
-    bool m_bWithDialogs;
-    FailurePresenter m_oFailures;
-    ApplicationPlatform m_oPlatform;
-    DefinitionTranslation m_oTranslation;
-    Ref<ActiveBar> m_oActiveBar = NewHostActiveBar();
-    Ref<MdiForm> m_frmMain = New<MdiForm>();
-    Ref<PanelForm> m_frmPanel = New<PanelForm>();
-    Ref<QtMessageBox> m_oMessageBox;
-    Ref<CommonDialog> m_oCommonDialog;
-    std::shared_ptr<StepRecorder> m_pRecorder;
-    Ref<ProgressControl> m_oProgress = New<ProgressControl>();
-    Ref<QtTimers> m_oTimers;
-    std::shared_ptr<WindowHost> m_pWindowHost = std::make_shared<WindowHost>();
-    std::unique_ptr<Blame> m_pBlame; // ends last: services may die at their end
-    std::unique_ptr<Library> m_pLibrary;
-    std::unique_ptr<MainWindow> m_pWindow;
-    std::unique_ptr<PersonalDesktop> m_pPersonal;
-    std::unique_ptr<CommandOwner> m_pCommandOwner;
-    std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_aClasses;
-    decltype(ApplicationOptions::fnObjects) m_fnObjects;
-    Subscription m_oToolClick;
-    Subscription m_oQueryUnload;
-    Ref<Object> m_oRunningProvider; // whose command was chosen last
+    bool m_withDialogs;
+    FailurePresenter m_failures;
+    ApplicationPlatform m_platform;
+    DefinitionTranslation m_translation;
+    Ref<ActiveBar> m_activeBar = NewHostActiveBar();
+    Ref<MdiForm> m_mainForm = New<MdiForm>();
+    Ref<PanelForm> m_panelForm = New<PanelForm>();
+    Ref<QtMessageBox> m_messageBox;
+    Ref<CommonDialog> m_commonDialog;
+    std::shared_ptr<StepRecorder> m_recorder;
+    Ref<ProgressControl> m_progress = New<ProgressControl>();
+    Ref<QtTimers> m_timers;
+    std::shared_ptr<WindowHost> m_windowHost = std::make_shared<WindowHost>();
+    std::unique_ptr<Blame> m_blame; // ends last: services may die at their end
+    std::unique_ptr<Library> m_library;
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<PersonalDesktop> m_personal;
+    std::unique_ptr<CommandOwner> m_commandOwner;
+    std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_classes;
+    decltype(ApplicationOptions::objects) m_objects;
+    Subscription m_toolClick;
+    Subscription m_queryUnload;
+    Ref<Object> m_runningProvider; // whose command was chosen last
 };
 
 } // namespace corvane::desktop

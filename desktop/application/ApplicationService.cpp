@@ -19,174 +19,174 @@ namespace {
 
 // The window's own definition holds the host's page; the services' pages join it when it first opens.
 void OpenPreferences() {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto colPageDefs = oFramework->ServiceManager()->WindowDefs()->Item(WindowHost::ListedWindow)->PageDefs();
-    for (const auto& oPageDef : oFramework->ServiceManager()->PreferencePageDefs())
-        if (!colPageDefs->HasKey(oPageDef->Key()))
-            colPageDefs->Add(oPageDef, oPageDef->Key());
-    oFramework->WindowManager()->OpenWindow(WindowHost::ListedWindow, nullptr);
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto pageDefs = framework->ServiceManager()->WindowDefs()->Item(WindowHost::ListedWindow)->PageDefs();
+    for (const auto& pageDef : framework->ServiceManager()->PreferencePageDefs())
+        if (!pageDefs->HasKey(pageDef->Key()))
+            pageDefs->Add(pageDef, pageDef->Key());
+    framework->WindowManager()->OpenWindow(WindowHost::ListedWindow, nullptr);
 }
 
 } // namespace
 
 void Application::SetUpService() {
-    m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) {
-        const auto oActionItem = oTool->TagVariant().TryAs<ActionItem>();
-        m_oRunningProvider = oActionItem ? oActionItem->ActionsProviderObj() : nullptr;
-        if (oActionItem)
-            m_pBlame->CommandBegins(*oActionItem);
+    m_toolClick = m_activeBar->ToolClick.Subscribe([this](const Ref<Tool>& tool) {
+        const auto actionItem = tool->TagVariant().TryAs<ActionItem>();
+        m_runningProvider = actionItem ? actionItem->ActionsProviderObj() : nullptr;
+        if (actionItem)
+            m_blame->CommandBegins(*actionItem);
     });
     // Before the main window's subscription, which closes what is open.
-    m_oQueryUnload = m_frmMain->OnQueryUnload.Subscribe([this](bool& bRefused) {
-        if (!bRefused)
-            bRefused = !SettleUnsavedWork();
+    m_queryUnload = m_mainForm->OnQueryUnload.Subscribe([this](bool& refused) {
+        if (!refused)
+            refused = !SettleUnsavedWork();
     });
-    m_oProgress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
+    m_progress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
 }
 
-PersonalDesktop::Parts Application::PartsOfPerson(const ApplicationOptions& oOptions) {
-    return {*m_pWindow,
-            m_frmMain,
-            m_oActiveBar,
-            m_frmPanel,
-            m_oFailures,
-            m_oPlatform.oUtilities,
-            m_oPlatform.sFolder,
-            m_oPlatform.oSettings->Folder(),
+PersonalDesktop::Parts Application::PartsOfPerson(const ApplicationOptions& options) {
+    return {*m_window,
+            m_mainForm,
+            m_activeBar,
+            m_panelForm,
+            m_failures,
+            m_platform.utilities,
+            m_platform.folder,
+            m_platform.settings->Folder(),
             [this] {
-                const std::string sText = QCoreApplication::translate("Application", "Text").toStdString();
-                return QString::fromStdString(m_oCommonDialog->ShowSave(
-                    QCoreApplication::translate("Application", "Save Report").toStdString(), sText + " (*.txt)|*.txt",
+                const std::string text = QCoreApplication::translate("Application", "Text").toStdString();
+                return QString::fromStdString(m_commonDialog->ShowSave(
+                    QCoreApplication::translate("Application", "Save Report").toStdString(), text + " (*.txt)|*.txt",
                     QCoreApplication::translate("Application", "%1 report.txt")
-                        .arg(QString::fromStdString(m_oPlatform.sName))
+                        .arg(QString::fromStdString(m_platform.name))
                         .toStdString()));
             },
             [this] {
-                QStringList aNames;
-                for (const std::string& sName : m_pBlame->Filter()->Services())
-                    aNames.append(QString::fromStdString(sName));
-                return aNames;
+                QStringList names;
+                for (const std::string& name : m_blame->Filter()->Services())
+                    names.append(QString::fromStdString(name));
+                return names;
             },
-            oOptions.bPersonal && !m_pBlame->WithoutServices().bAllPlugins,
-            oOptions.sSessionFile};
+            options.personal && !m_blame->WithoutServices().allPlugins,
+            options.sessionFile};
 }
 
 Ref<HostObjectFactory> Application::MakeObjectFactory() {
-    Ref<IObjectFactory> oObjects = m_pBlame->Factory(m_oPlatform.oPlugins);
-    if (m_fnObjects)
-        oObjects = m_fnObjects(oObjects, m_oPlatform.oPlugins);
-    auto oFactory = New<HostObjectFactory>(oObjects);
-    oFactory->Add("CorvaneDesktop.HostService", [this] {
+    Ref<IObjectFactory> objects = m_blame->Factory(m_platform.plugins);
+    if (m_objects)
+        objects = m_objects(objects, m_platform.plugins);
+    auto factory = New<HostObjectFactory>(objects);
+    factory->Add("CorvaneDesktop.HostService", [this] {
         return New<HostService>(
-            HostCommands{&OpenPreferences, [this] { m_pPersonal->ShowPalette(); },
-                         [this] { m_pPersonal->ShowShortcuts(); }, [this] { m_pPersonal->ShowCustomize(); },
-                         [this] { m_pPersonal->ShowInspector(); }, [this] { m_pPersonal->ShowLog(); }});
+            HostCommands{&OpenPreferences, [this] { m_personal->ShowPalette(); },
+                         [this] { m_personal->ShowShortcuts(); }, [this] { m_personal->ShowCustomize(); },
+                         [this] { m_personal->ShowInspector(); }, [this] { m_personal->ShowLog(); }});
     });
-    oFactory->Add("CorvaneDesktop.AppearancePage", [this] {
-        return New<AppearancePage>([this](const Appearance& oAppearance) { ApplyAppearance(oAppearance); });
+    factory->Add("CorvaneDesktop.AppearancePage", [this] {
+        return New<AppearancePage>([this](const Appearance& appearance) { ApplyAppearance(appearance); });
     });
-    for (const auto& [sProgID, fnMake] : m_aClasses)
-        oFactory->Add(sProgID, fnMake);
-    return oFactory;
+    for (const auto& [progID, make] : m_classes)
+        factory->Add(progID, make);
+    return factory;
 }
 
 Ref<IScreenPrinter> Application::MakeScreenPrinter() {
-    ScreenPrinter::Host oHost;
-    oHost.fnMainWindow = [this] { return m_pWindow.get(); };
-    oHost.fnWindowOf = [this](Long lHwnd) -> ScreenPrinter::Window {
-        for (const auto& frm : m_frmMain->Forms())
-            if (const auto oForm = frm.TryAs<WindowForm>(); oForm && frm->HWnd() == lHwnd)
-                return {oForm->Body(), TitleOf(*frm)};
+    ScreenPrinter::Host host;
+    host.mainWindow = [this] { return m_window.get(); };
+    host.windowOf = [this](Long hwnd) -> ScreenPrinter::Window {
+        for (const auto& frm : m_mainForm->Forms())
+            if (const auto form = frm.TryAs<WindowForm>(); form && frm->HWnd() == hwnd)
+                return {form->Body(), TitleOf(*frm)};
         return {};
     };
-    oHost.fnFile = [this] {
-        return QString::fromStdString(m_oCommonDialog->ShowSave(
+    host.file = [this] {
+        return QString::fromStdString(m_commonDialog->ShowSave(
             QCoreApplication::translate("Application", "Print").toStdString(), "PDF (*.pdf)|*.pdf", ""));
     };
-    oHost.bWithDialogs = m_bWithDialogs;
-    return New<ScreenPrinter>(std::move(oHost));
+    host.withDialogs = m_withDialogs;
+    return New<ScreenPrinter>(std::move(host));
 }
 
 // The service in whose code the latest command is; an explorer item or a page is told by its kind.
 QString Application::RunningService() const {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!m_oRunningProvider || !oManager)
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    if (!m_runningProvider || !manager)
         return {};
-    for (const auto& oDef : *oManager->ServiceDefs())
-        if (oManager->Services()->Item(oDef->Name()) == m_oRunningProvider)
-            return QString::fromStdString(oDef->Name());
-    return QString::fromUtf8(m_oRunningProvider->TypeName().data(),
-                             static_cast<qsizetype>(m_oRunningProvider->TypeName().size()));
+    for (const auto& def : *manager->ServiceDefs())
+        if (manager->Services()->Item(def->Name()) == m_runningProvider)
+            return QString::fromStdString(def->Name());
+    return QString::fromUtf8(m_runningProvider->TypeName().data(),
+                             static_cast<qsizetype>(m_runningProvider->TypeName().size()));
 }
 
 QString Application::StatusText() const {
-    const auto oBand = m_oActiveBar->Bands()->Find("StatusBar");
-    const auto oStatus = oBand ? oBand->Tools()->Find("Status") : nullptr;
-    return oStatus ? QString::fromStdString(oStatus->Caption()) : QString();
+    const auto band = m_activeBar->Bands()->Find("StatusBar");
+    const auto status = band ? band->Tools()->Find("Status") : nullptr;
+    return status ? QString::fromStdString(status->Caption()) : QString();
 }
 
 bool Application::HasUnsavedWork() {
-    for (const auto& frm : m_frmMain->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->HasChanges())
+    for (const auto& frm : m_mainForm->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && form->HasChanges())
             return true;
-    const Ref<Framework> oFramework = Singleton::Framework();
-    return oFramework && oFramework->ServiceManager() &&
-           !FindUnsavedWork(oFramework, {}, [this](const auto& fnAct) { ByHost(fnAct); }).empty();
+    const Ref<Framework> framework = Singleton::Framework();
+    return framework && framework->ServiceManager() &&
+           !FindUnsavedWork(framework, {}, [this](const auto& act) { ByHost(act); }).empty();
 }
 
 // False when the application must stay open.
 bool Application::SettleUnsavedWork() {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    if (!oFramework || !oFramework->ServiceManager())
+    const Ref<Framework> framework = Singleton::Framework();
+    if (!framework || !framework->ServiceManager())
         return true;
-    std::vector<UnsavedItem> aWindows;
-    std::vector<Ref<WindowForm>> aForms;
-    for (const auto& frm : m_frmMain->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->HasUnsavedChanges()) {
-            aForms.push_back(oForm);
-            aWindows.push_back(
-                {TitleOf(*oForm).toStdString(), oForm->BusinessContext(), [oForm] {
-                     oForm->Save();
-                     if (oForm->HasUnsavedChanges())
+    std::vector<UnsavedItem> windows;
+    std::vector<Ref<WindowForm>> forms;
+    for (const auto& frm : m_mainForm->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && form->HasUnsavedChanges()) {
+            forms.push_back(form);
+            windows.push_back(
+                {TitleOf(*form).toStdString(), form->BusinessContext(), [form] {
+                     form->Save();
+                     if (form->HasUnsavedChanges())
                          Fail(FailureNumber::InvalidProcedureCall,
                               QCoreApplication::translate("Application", "The window has missing or invalid entries")
                                   .toStdString());
                  }});
         }
-    const bool bExit = corvane::desktop::SettleUnsavedWork(
-        oFramework, std::move(aWindows), [this](const auto& aGroups) { return AskAboutUnsavedWork(aGroups); },
-        [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
-    if (bExit)
-        for (const auto& oForm : aForms)
-            oForm->SettleChanges(!oForm->HasUnsavedChanges());
-    return bExit;
+    const bool exit = corvane::desktop::SettleUnsavedWork(
+        framework, std::move(windows), [this](const auto& groups) { return AskAboutUnsavedWork(groups); },
+        [this](const std::function<void()>& act) { m_failures.Guard(act); });
+    if (exit)
+        for (const auto& form : forms)
+            form->SettleChanges(!form->HasUnsavedChanges());
+    return exit;
 }
 
 // A run that nobody watches is told "Save" or "Stay" beforehand; otherwise the work goes.
-ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& aGroups) {
-    if (const auto oAnswer = m_oCommonDialog->TakeAnswer()) {
-        ExitAnswer oExit;
-        oExit.eWhat = EqualText(*oAnswer, "Save")   ? ExitAnswer::What::Save
-                      : EqualText(*oAnswer, "Stay") ? ExitAnswer::What::Cancel
-                                                    : ExitAnswer::What::Discard;
-        if (oExit.eWhat == ExitAnswer::What::Save)
-            for (const auto& oGroup : aGroups)
-                oExit.aItems.insert(oExit.aItems.end(), oGroup.aItems.begin(), oGroup.aItems.end());
-        return oExit;
+ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups) {
+    if (const auto answer = m_commonDialog->TakeAnswer()) {
+        ExitAnswer exit;
+        exit.what = EqualText(*answer, "Save")   ? ExitAnswer::What::Save
+                    : EqualText(*answer, "Stay") ? ExitAnswer::What::Cancel
+                                                 : ExitAnswer::What::Discard;
+        if (exit.what == ExitAnswer::What::Save)
+            for (const auto& group : groups)
+                exit.items.insert(exit.items.end(), group.items.begin(), group.items.end());
+        return exit;
     }
-    UnsavedDialog oDialog(aGroups, m_pWindow.get());
-    oDialog.exec();
-    return oDialog.Answer();
+    UnsavedDialog dialog(groups, m_window.get());
+    dialog.exec();
+    return dialog.Answer();
 }
 
-void Application::ApplyAppearance(const Appearance& oAppearance) {
-    ApplyTheme(oAppearance.sTheme);
+void Application::ApplyAppearance(const Appearance& appearance) {
+    ApplyTheme(appearance.theme);
     ContrastStyle::Follow();
-    const int nSize = oAppearance.nIconSize;
-    const int nStyleSize = m_pWindow->style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, m_pWindow.get());
-    m_pWindow->setIconSize(QSize(1, 1) * (nSize > 0 ? nSize : nStyleSize));
-    m_pWindow->SetTabbedWindows(oAppearance.bTabbedWindows);
+    const int size = appearance.iconSize;
+    const int styleSize = m_window->style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, m_window.get());
+    m_window->setIconSize(QSize(1, 1) * (size > 0 ? size : styleSize));
+    m_window->SetTabbedWindows(appearance.tabbedWindows);
 }
 
 } // namespace corvane::desktop

@@ -18,83 +18,83 @@ namespace corvane::desktop {
 namespace {
 
 template <class Definition>
-void Activate(const Ref<Object>& oProviderObj, const Ref<Object>& oBase, const Ref<Definition>& oDefinition) {
-    if (const auto oProvider = oBase.TryAs<IActionsProvider>())
+void Activate(const Ref<Object>& providerObj, const Ref<Object>& base, const Ref<Definition>& definition) {
+    if (const auto provider = base.TryAs<IActionsProvider>())
         CorvaneMain::Framework()->NavigationManager()->MenuManager()->OnActionsProviderActive(
-            oProviderObj, oProvider, oDefinition->ActionItemDefs());
+            providerObj, provider, definition->ActionItemDefs());
 }
 
 } // namespace
 
-CommandOwner::CommandOwner(const Ref<MdiForm>& frmMain, PartFunction fnPartOf, GuardFunction fnGuard)
-    : m_fnPartOf(std::move(fnPartOf)), m_fnGuard(std::move(fnGuard)) {
-    m_oSoon.setSingleShot(true);
-    m_oSoon.setInterval(0);
-    connect(&m_oSoon, &QTimer::timeout, this, [this] { m_fnGuard([this] { Give(); }); });
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* pTo) {
-        if (pTo && !m_aSubscriptions.empty())
-            GoTo(m_fnPartOf(pTo));
+CommandOwner::CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, GuardFunction guard)
+    : m_partOf(std::move(partOf)), m_guard(std::move(guard)) {
+    m_soon.setSingleShot(true);
+    m_soon.setInterval(0);
+    connect(&m_soon, &QTimer::timeout, this, [this] { m_guard([this] { Give(); }); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* to) {
+        if (to && !m_subscriptions.empty())
+            GoTo(m_partOf(to));
     });
-    m_aSubscriptions.push_back(frmMain->OnUnload.Subscribe([this](bool&) { End(); }));
+    m_subscriptions.push_back(mainForm->OnUnload.Subscribe([this](bool&) { End(); }));
     HearExplorer();
     HearWindows();
 }
 
 void CommandOwner::HearExplorer() {
-    const Ref<ExplorerManager> oExplorer = CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
-    m_aSubscriptions.push_back(oExplorer->OnActive.Subscribe([this, oExplorer](const Ref<Object>& oItem) {
-        m_oItem = oItem;
-        m_oTree = oExplorer->TreeView();
-        m_oNode = m_oTree ? m_oTree->SelectedItem() : nullptr;
-        if (m_oPage && IsIn(Part::Window))
+    const Ref<ExplorerManager> explorer = CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
+    m_subscriptions.push_back(explorer->OnActive.Subscribe([this, explorer](const Ref<Object>& item) {
+        m_item = item;
+        m_tree = explorer->TreeView();
+        m_node = m_tree ? m_tree->SelectedItem() : nullptr;
+        if (m_page && IsIn(Part::Window))
             GiveSoon(); // a command of the page has chosen it
         else
-            m_eOwner = Part::Explorer;
+            m_owner = Part::Explorer;
     }));
-    const auto ItemGoes = [this](const Ref<Object>& oItem) {
-        if (m_oItem == oItem)
-            m_oItem = nullptr;
+    const auto ItemGoes = [this](const Ref<Object>& item) {
+        if (m_item == item)
+            m_item = nullptr;
         GiveSoon();
     };
-    m_aSubscriptions.push_back(oExplorer->OnInactive.Subscribe(ItemGoes));
-    m_aSubscriptions.push_back(oExplorer->onRemove.Subscribe(ItemGoes));
+    m_subscriptions.push_back(explorer->OnInactive.Subscribe(ItemGoes));
+    m_subscriptions.push_back(explorer->onRemove.Subscribe(ItemGoes));
     // A new item takes the tools of its kind.
-    m_aSubscriptions.push_back(oExplorer->onAdd.Subscribe([this](const Ref<Object>&) { GiveSoon(); }));
+    m_subscriptions.push_back(explorer->onAdd.Subscribe([this](const Ref<Object>&) { GiveSoon(); }));
 }
 
 void CommandOwner::HearWindows() {
-    const auto oWindows = CorvaneMain::Framework()->WindowManager();
-    m_aSubscriptions.push_back(oWindows->PageActivateEvent.Subscribe([this](const Ref<Object>& oPage) {
-        m_oPage = oPage;
-        m_eOwner = Part::Window;
+    const auto windows = CorvaneMain::Framework()->WindowManager();
+    m_subscriptions.push_back(windows->PageActivateEvent.Subscribe([this](const Ref<Object>& page) {
+        m_page = page;
+        m_owner = Part::Window;
     }));
-    m_aSubscriptions.push_back(oWindows->PageDeactivateEvent.Subscribe([this](const Ref<Object>&) {
-        m_oPage = nullptr;
+    m_subscriptions.push_back(windows->PageDeactivateEvent.Subscribe([this](const Ref<Object>&) {
+        m_page = nullptr;
         GiveSoon();
     }));
 }
 
 void CommandOwner::End() {
-    m_oSoon.stop();
-    m_oItem = nullptr;
-    m_oPage = nullptr;
-    m_aSubscriptions.clear();
+    m_soon.stop();
+    m_item = nullptr;
+    m_page = nullptr;
+    m_subscriptions.clear();
 }
 
-void CommandOwner::GoTo(Part ePart) {
-    if (ePart == Part::Nowhere || ePart == m_eOwner)
+void CommandOwner::GoTo(Part part) {
+    if (part == Part::Nowhere || part == m_owner)
         return;
-    m_eOwner = ePart;
+    m_owner = part;
     GiveSoon();
 }
 
-bool CommandOwner::IsIn(Part ePart) const {
-    const QWidget* pFocus = QApplication::focusWidget();
-    return pFocus && m_fnPartOf(pFocus) == ePart;
+bool CommandOwner::IsIn(Part part) const {
+    const QWidget* focus = QApplication::focusWidget();
+    return focus && m_partOf(focus) == part;
 }
 
 void CommandOwner::Give() {
-    if (m_eOwner == Part::Window) {
+    if (m_owner == Part::Window) {
         GiveToItem();
         GiveToPage();
     } else {
@@ -104,15 +104,15 @@ void CommandOwner::Give() {
 }
 
 void CommandOwner::GiveToItem() {
-    if (m_oItem && !(m_oNode && m_oTree->GetNodes()->Find(m_oNode->Key()) == m_oNode))
-        m_oItem = nullptr;
-    if (const Ref<IExplorerItem> oItem = m_oItem ? CorvaneMain::QueryExplorerItem(m_oItem) : nullptr)
-        Activate(m_oItem, oItem, oItem->ExplorerItemDef());
+    if (m_item && !(m_node && m_tree->GetNodes()->Find(m_node->Key()) == m_node))
+        m_item = nullptr;
+    if (const Ref<IExplorerItem> item = m_item ? CorvaneMain::QueryExplorerItem(m_item) : nullptr)
+        Activate(m_item, item, item->ExplorerItemDef());
 }
 
 void CommandOwner::GiveToPage() {
-    if (const Ref<IPage> oPage = m_oPage ? CorvaneMain::QueryPage(m_oPage) : nullptr)
-        Activate(m_oPage, oPage, oPage->PageDef());
+    if (const Ref<IPage> page = m_page ? CorvaneMain::QueryPage(m_page) : nullptr)
+        Activate(m_page, page, page->PageDef());
 }
 
 } // namespace corvane::desktop

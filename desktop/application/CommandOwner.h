@@ -23,32 +23,32 @@ public:
     using GuardFunction = std::function<void(const std::function<void()>&)>;
 
     // Once the library is initialised. It ends with the main form.
-    CommandOwner(const Ref<MdiForm>& frmMain, PartFunction fnPartOf, GuardFunction fnGuard);
+    CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, GuardFunction guard);
 
 private:
     void HearExplorer();
     void HearWindows();
     void End();
-    void GoTo(Part ePart);
-    [[nodiscard]] bool IsIn(Part ePart) const;
+    void GoTo(Part part);
+    [[nodiscard]] bool IsIn(Part part) const;
     // At the end of the turn: many items may come at once, and a page that goes may have a successor.
     void GiveSoon() {
-        if (!m_oSoon.isActive())
-            m_oSoon.start();
+        if (!m_soon.isActive())
+            m_soon.start();
     }
     void Give();
     void GiveToItem();
     void GiveToPage();
 
-    PartFunction m_fnPartOf;
-    GuardFunction m_fnGuard;
-    Ref<Object> m_oItem; // the active one, or nothing
-    Ref<Node> m_oNode;   // its node, which may go without a word
-    Ref<TreeView> m_oTree;
-    Ref<Object> m_oPage; // the one in front in the active window, or nothing
-    Part m_eOwner = Part::Nowhere;
-    QTimer m_oSoon;
-    std::vector<Subscription> m_aSubscriptions;
+    PartFunction m_partOf;
+    GuardFunction m_guard;
+    Ref<Object> m_item; // the active one, or nothing
+    Ref<Node> m_node;   // its node, which may go without a word
+    Ref<TreeView> m_tree;
+    Ref<Object> m_page; // the one in front in the active window, or nothing
+    Part m_owner = Part::Nowhere;
+    QTimer m_soon;
+    std::vector<Subscription> m_subscriptions;
 };
 
 } // namespace corvane::desktop

@@ -14,49 +14,49 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::array aSignals{SIGTERM, SIGHUP, SIGINT};
-std::array<int, 2> aEnds{-1, -1}; // a signal handler writes into the first, the event loop reads from the second
+constexpr std::array signals{SIGTERM, SIGHUP, SIGINT};
+std::array<int, 2> ends{-1, -1}; // a signal handler writes into the first, the event loop reads from the second
 
-void Heard(int nSignal) {
-    std::signal(nSignal, SIG_DFL); // the next one isn't answered by the program
-    const char cAny = 1;
-    [[maybe_unused]] const auto nWritten = ::write(aEnds[0], &cAny, 1);
+void Heard(int signal) {
+    std::signal(signal, SIG_DFL); // the next one isn't answered by the program
+    const char any = 1;
+    [[maybe_unused]] const auto written = ::write(ends[0], &any, 1);
 }
 
 } // namespace
 
-EndSignals::EndSignals(QWidget* pMainWindow) : m_pMainWindow(pMainWindow) {
+EndSignals::EndSignals(QWidget* mainWindow) : m_mainWindow(mainWindow) {
     connect(
         qApp, &QGuiApplication::commitDataRequest, this,
-        [this](QSessionManager& oSession) {
-            if (oSession.allowsInteraction() && !m_pMainWindow->close())
-                oSession.cancel();
+        [this](QSessionManager& session) {
+            if (session.allowsInteraction() && !m_mainWindow->close())
+                session.cancel();
         },
         Qt::DirectConnection);
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, aEnds.data()) != 0)
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0)
         return; // the signals then end the program as they would any
-    m_pNotifier = new QSocketNotifier(aEnds[1], QSocketNotifier::Read, this);
-    connect(m_pNotifier, &QSocketNotifier::activated, this, &EndSignals::Arrived);
-    for (const int nSignal : aSignals)
-        std::signal(nSignal, &Heard);
+    m_notifier = new QSocketNotifier(ends[1], QSocketNotifier::Read, this);
+    connect(m_notifier, &QSocketNotifier::activated, this, &EndSignals::Arrived);
+    for (const int signal : signals)
+        std::signal(signal, &Heard);
 }
 
 EndSignals::~EndSignals() {
-    if (!m_pNotifier)
+    if (!m_notifier)
         return;
-    for (const int nSignal : aSignals)
-        std::signal(nSignal, SIG_DFL);
-    for (int& nEnd : aEnds)
-        ::close(std::exchange(nEnd, -1));
+    for (const int signal : signals)
+        std::signal(signal, SIG_DFL);
+    for (int& end : ends)
+        ::close(std::exchange(end, -1));
 }
 
 void EndSignals::Arrived() {
-    char cAny = 0;
-    [[maybe_unused]] const auto nRead = ::read(aEnds[1], &cAny, 1);
-    if (m_pMainWindow->close())
+    char any = 0;
+    [[maybe_unused]] const auto read = ::read(ends[1], &any, 1);
+    if (m_mainWindow->close())
         return;
-    for (const int nSignal : aSignals) // somebody wants to stay: the next signal asks again
-        std::signal(nSignal, &Heard);
+    for (const int signal : signals) // somebody wants to stay: the next signal asks again
+        std::signal(signal, &Heard);
 }
 
 } // namespace corvane::desktop

@@ -14,14 +14,14 @@ namespace corvane::desktop {
 class EndSignals final : public QObject {
     Q_OBJECT
 public:
-    explicit EndSignals(QWidget* pMainWindow);
+    explicit EndSignals(QWidget* mainWindow);
     ~EndSignals() override;
 
 private:
     void Arrived();
 
-    QWidget* m_pMainWindow;
-    QSocketNotifier* m_pNotifier = nullptr;
+    QWidget* m_mainWindow;
+    QSocketNotifier* m_notifier = nullptr;
 };
 
 } // namespace corvane::desktop

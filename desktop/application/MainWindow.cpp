@@ -29,7 +29,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr const char* sExplorerBand = "Explorer";
+constexpr const char* explorerBand = "Explorer";
 
 // Says where one is while no window is open, once the application has shown itself: what it opens at its start needs no
 // such text before.
@@ -38,142 +38,139 @@ public:
     WindowArea() { setBackground(palette().brush(QPalette::Window)); }
 
 protected:
-    void changeEvent(QEvent* pEvent) override {
-        QMdiArea::changeEvent(pEvent);
-        if (pEvent->type() == QEvent::PaletteChange)
+    void changeEvent(QEvent* event) override {
+        QMdiArea::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange)
             setBackground(palette().brush(QPalette::Window));
     }
-    void paintEvent(QPaintEvent* pEvent) override {
-        QMdiArea::paintEvent(pEvent);
-        if (!std::exchange(m_bHasShown, true)) {
+    void paintEvent(QPaintEvent* event) override {
+        QMdiArea::paintEvent(event);
+        if (!std::exchange(m_hasShown, true)) {
             QTimer::singleShot(0, viewport(), qOverload<>(&QWidget::update));
             return;
         }
-        const auto aWindows = subWindowList();
-        if (std::any_of(aWindows.begin(), aWindows.end(), [](const auto* pWindow) { return !pWindow->isHidden(); }))
+        const auto windows = subWindowList();
+        if (std::any_of(windows.begin(), windows.end(), [](const auto* window) { return !window->isHidden(); }))
             return;
-        QPainter oPainter(viewport());
-        const QRect oRect = viewport()->rect().adjusted(24, 24, -24, -24);
-        oPainter.setPen(Paler(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.55F));
+        QPainter painter(viewport());
+        const QRect rect = viewport()->rect().adjusted(24, 24, -24, -24);
+        painter.setPen(Paler(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.55F));
         // The font is drawn larger: one of another size would have to be looked up and loaded first.
-        const QTransform oDouble = QTransform::fromScale(2, 2);
-        QRect oUsed;
-        oPainter.setTransform(oDouble);
-        oPainter.drawText(oDouble.inverted().mapRect(oRect.adjusted(0, 0, 0, -oRect.height() / 5)),
-                          Qt::AlignCenter | Qt::TextWordWrap, window()->windowTitle(), &oUsed);
-        oPainter.resetTransform();
-        oPainter.drawText(
-            QRect(oRect.left(), oDouble.mapRect(oUsed).bottom() + 12, oRect.width(), 80),
+        const QTransform doubled = QTransform::fromScale(2, 2);
+        QRect used;
+        painter.setTransform(doubled);
+        painter.drawText(doubled.inverted().mapRect(rect.adjusted(0, 0, 0, -rect.height() / 5)),
+                         Qt::AlignCenter | Qt::TextWordWrap, window()->windowTitle(), &used);
+        painter.resetTransform();
+        painter.drawText(
+            QRect(rect.left(), doubled.mapRect(used).bottom() + 12, rect.width(), 80),
             Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
             MainWindow::tr("To begin, select an item in the explorer or choose a command from the menus."));
     }
 
 private:
-    bool m_bHasShown = false;
+    bool m_hasShown = false;
 };
 
 class ExplorerDockWidget final : public QDockWidget {
 public:
-    ExplorerDockWidget(std::function<void()> fnClose, QWidget* pParent)
-        : QDockWidget(pParent), m_fnClose(std::move(fnClose)) {}
+    ExplorerDockWidget(std::function<void()> close, QWidget* parent) : QDockWidget(parent), m_close(std::move(close)) {}
 
     // The content takes its place when it is to be seen: until then no title with its buttons has to be laid out.
-    void SetContent(QWidget* pContent) { m_pContent = pContent; }
-    void setVisible(bool bVisible) override {
-        if (bVisible && !widget())
-            setWidget(m_pContent);
-        QDockWidget::setVisible(bVisible);
+    void SetContent(QWidget* content) { m_content = content; }
+    void setVisible(bool visible) override {
+        if (visible && !widget())
+            setWidget(m_content);
+        QDockWidget::setVisible(visible);
     }
 
 protected:
-    void closeEvent(QCloseEvent* pEvent) override {
-        pEvent->ignore(); // the model hides the band, and the dock follows
-        m_fnClose();
+    void closeEvent(QCloseEvent* event) override {
+        event->ignore(); // the model hides the band, and the dock follows
+        m_close();
     }
 
 private:
-    std::function<void()> m_fnClose;
-    QWidget* m_pContent = nullptr;
+    std::function<void()> m_close;
+    QWidget* m_content = nullptr;
 };
 
 } // namespace
 
-MainWindow::MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPanel,
-                       FailurePresenter& oFailures)
-    : m_frmMain(std::move(frmMain)), m_oActiveBar(std::move(oActiveBar)), m_oFailures(oFailures),
-      m_pArea(new WindowArea), m_pBars(nullptr) {
-    setCentralWidget(m_pArea);
-    m_pArea->setFrameShape(QFrame::NoFrame);
-    m_pArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_pArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_pArea->setAccessibleName(tr("Windows"));
-    m_pArea->setActivationOrder(QMdiArea::ActivationHistoryOrder);
-    m_pArea->installEventFilter(this);
-    connect(m_pArea, &QMdiArea::subWindowActivated, m_pArea->viewport(), qOverload<>(&QWidget::update));
-    connect(m_pArea, &QMdiArea::subWindowActivated, this, &MainWindow::FillTab);
-    m_pBars =
-        new BarRenderer(m_oActiveBar, this, [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); });
-    m_pBars->Menus().SetWindows([this] { return OpenWindows(); });
-    SetUpDock(frmPanel);
-    setWindowTitle(QString::fromStdString(m_frmMain->Caption()));
-    m_oMainChanged = m_frmMain->Changed.Subscribe([this](Form::Change eChange) { m_frmMain_Changed(eChange); });
-    m_oBarChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
-        const bool bLook = oChange.eWhat == BarChange::What::BandLook || oChange.eWhat == BarChange::What::BandAdded;
-        if (bLook && EqualText(oChange.pBand->Name(), sExplorerBand))
+MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm,
+                       FailurePresenter& failures)
+    : m_mainForm(std::move(mainForm)), m_activeBar(std::move(activeBar)), m_failures(failures), m_area(new WindowArea),
+      m_bars(nullptr) {
+    setCentralWidget(m_area);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setAccessibleName(tr("Windows"));
+    m_area->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    m_area->installEventFilter(this);
+    connect(m_area, &QMdiArea::subWindowActivated, m_area->viewport(), qOverload<>(&QWidget::update));
+    connect(m_area, &QMdiArea::subWindowActivated, this, &MainWindow::FillTab);
+    m_bars = new BarRenderer(m_activeBar, this, [this](const std::function<void()>& act) { m_failures.Guard(act); });
+    m_bars->Menus().SetWindows([this] { return OpenWindows(); });
+    SetUpDock(panelForm);
+    setWindowTitle(QString::fromStdString(m_mainForm->Caption()));
+    m_mainChanged = m_mainForm->Changed.Subscribe([this](Form::Change change) { m_frmMain_Changed(change); });
+    m_barChanged = m_activeBar->Changed.Subscribe([this](const BarChange& change) {
+        const bool look = change.eWhat == BarChange::What::BandLook || change.eWhat == BarChange::What::BandAdded;
+        if (look && EqualText(change.pBand->Name(), explorerBand))
             QMetaObject::invokeMethod(this, &MainWindow::ShowDock, Qt::QueuedConnection);
     });
-    m_oMainQueryUnload =
-        m_frmMain->OnQueryUnload.Subscribe([this](bool& bRefused) { m_frmMain_QueryUnload(bRefused); });
-    m_oMainArranged = m_frmMain->Arranged.Subscribe([this](Arrangement eHow) { ArrangeWindows(*m_pArea, eHow); });
+    m_mainQueryUnload = m_mainForm->OnQueryUnload.Subscribe([this](bool& refused) { m_frmMain_QueryUnload(refused); });
+    m_mainArranged = m_mainForm->Arranged.Subscribe([this](Arrangement how) { ArrangeWindows(*m_area, how); });
     SetUpWindowKeys();
     resize(1100, 720);
     TellSizes();
 }
 
 MainWindow::~MainWindow() {
-    disconnect(m_pArea, nullptr, this, nullptr); // its windows go one by one, each time another one comes up
-    delete m_pBars;                              // before the widgets whose actions it follows
+    disconnect(m_area, nullptr, this, nullptr); // its windows go one by one, each time another one comes up
+    delete m_bars;                              // before the widgets whose actions it follows
 }
 
-void MainWindow::SetUpDock(const Ref<PanelForm>& frmPanel) {
-    const auto fnGuard = [this](const std::function<void()>& fnAct) { m_oFailures.Guard(fnAct); };
-    auto* pDock = new ExplorerDockWidget(
+void MainWindow::SetUpDock(const Ref<PanelForm>& panelForm) {
+    const auto guard = [this](const std::function<void()>& act) { m_failures.Guard(act); };
+    auto* dock = new ExplorerDockWidget(
         [this] {
-            m_oFailures.Guard([this] {
-                if (const auto oBand = m_oActiveBar->Bands()->Find(sExplorerBand))
-                    m_oActiveBar->Close(oBand);
+            m_failures.Guard([this] {
+                if (const auto band = m_activeBar->Bands()->Find(explorerBand))
+                    m_activeBar->Close(band);
             });
         },
         this);
-    m_pDock = pDock;
-    m_pDock->setObjectName(sExplorerBand);
-    m_pDock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
-    m_pExplorer = new ExplorerPanel(frmPanel, fnGuard, m_pDock);
-    connect(m_pExplorer, &ExplorerPanel::PopupPlace, this,
-            [this](const QPoint& oPlace) { m_pBars->SetPopupPlace(oPlace); });
-    pDock->SetContent(m_pExplorer);
-    addDockWidget(Qt::LeftDockWidgetArea, m_pDock);
-    m_pDock->hide();
+    m_dock = dock;
+    m_dock->setObjectName(explorerBand);
+    m_dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    m_explorer = new ExplorerPanel(panelForm, guard, m_dock);
+    connect(m_explorer, &ExplorerPanel::PopupPlace, this,
+            [this](const QPoint& place) { m_bars->SetPopupPlace(place); });
+    dock->SetContent(m_explorer);
+    addDockWidget(Qt::LeftDockWidgetArea, m_dock);
+    m_dock->hide();
 }
 
 void MainWindow::ShowDock() {
-    const auto oBand = m_oActiveBar->Bands()->Find(sExplorerBand);
-    if (!oBand)
+    const auto band = m_activeBar->Bands()->Find(explorerBand);
+    if (!band)
         return;
-    m_pDock->setWindowTitle(ShownCaption(*oBand));
-    m_pDock->setVisible(oBand->Visible() && oBand->WasVisibleSet());
+    m_dock->setWindowTitle(ShownCaption(*band));
+    m_dock->setVisible(band->Visible() && band->WasVisibleSet());
 }
 
 void MainWindow::Flush() {
-    m_pBars->Flush();
+    m_bars->Flush();
     ShowDock();
 }
 
-void MainWindow::m_frmMain_Changed(Form::Change eChange) {
-    switch (eChange) {
+void MainWindow::m_frmMain_Changed(Form::Change change) {
+    switch (change) {
     case Form::Change::Caption:
-        setWindowTitle(QString::fromStdString(m_frmMain->Caption()));
-        m_pArea->viewport()->update();
+        setWindowTitle(QString::fromStdString(m_mainForm->Caption()));
+        m_area->viewport()->update();
         break;
     case Form::Change::Unloaded:
         // Whoever unloaded the form may still be inside one of this window's own events.
@@ -185,52 +182,51 @@ void MainWindow::m_frmMain_Changed(Form::Change eChange) {
 }
 
 std::vector<Ref<Form>> MainWindow::Children() const {
-    std::vector<Ref<Form>> aForms = m_frmMain->Forms();
-    std::erase_if(aForms, [](const auto& frm) { return !frm->MDIChild() || !frm->Visible(); });
-    const auto aFrames = m_pArea->subWindowList();
-    const auto fnPlace = [&](const Ref<Form>& frm) {
-        const auto oForm = frm.TryAs<WindowForm>();
-        return std::pair(oForm ? aFrames.indexOf(qobject_cast<QMdiSubWindow*>(oForm->Frame())) : aFrames.size(),
+    std::vector<Ref<Form>> forms = m_mainForm->Forms();
+    std::erase_if(forms, [](const auto& frm) { return !frm->MDIChild() || !frm->Visible(); });
+    const auto frames = m_area->subWindowList();
+    const auto place = [&](const Ref<Form>& frm) {
+        const auto form = frm.TryAs<WindowForm>();
+        return std::pair(form ? frames.indexOf(qobject_cast<QMdiSubWindow*>(form->Frame())) : frames.size(),
                          frm->HWnd());
     };
-    std::sort(aForms.begin(), aForms.end(), [&](const auto& a, const auto& b) { return fnPlace(a) < fnPlace(b); });
-    return aForms;
+    std::sort(forms.begin(), forms.end(), [&](const auto& a, const auto& b) { return place(a) < place(b); });
+    return forms;
 }
 
 std::vector<OpenWindowEntry> MainWindow::OpenWindows() const {
-    std::vector<OpenWindowEntry> aEntries;
-    const Ref<Form> frmActive = m_frmMain->ActiveForm();
+    std::vector<OpenWindowEntry> entries;
+    const Ref<Form> activeForm = m_mainForm->ActiveForm();
     for (const auto& frm : Children())
-        aEntries.push_back({TitleOf(*frm), frm == frmActive, [frm] {
-                                if (!frm->IsLoaded())
-                                    return; // it has gone while the menu was open
-                                if (frm->WindowState() == FormState::Minimized)
-                                    frm->SetWindowState(FormState::Normal);
-                                frm->Activate();
-                            }});
-    return aEntries;
+        entries.push_back({TitleOf(*frm), frm == activeForm, [frm] {
+                               if (!frm->IsLoaded())
+                                   return; // it has gone while the menu was open
+                               if (frm->WindowState() == FormState::Minimized)
+                                   frm->SetWindowState(FormState::Normal);
+                               frm->Activate();
+                           }});
+    return entries;
 }
 
-void MainWindow::ActivateNeighbour(int nStep) {
-    const auto aForms = Children();
-    const auto it = std::find(aForms.begin(), aForms.end(), m_frmMain->ActiveForm());
-    if (it == aForms.end())
+void MainWindow::ActivateNeighbour(int step) {
+    const auto forms = Children();
+    const auto it = std::find(forms.begin(), forms.end(), m_mainForm->ActiveForm());
+    if (it == forms.end())
         return;
-    const auto nForms = static_cast<int>(aForms.size());
-    const auto iNext = (static_cast<int>(it - aForms.begin()) + nStep + nForms) % nForms;
-    m_oFailures.Guard([&] { aForms[static_cast<std::size_t>(iNext)]->Activate(); });
+    const auto formCount = static_cast<int>(forms.size());
+    const auto next = (static_cast<int>(it - forms.begin()) + step + formCount) % formCount;
+    m_failures.Guard([&] { forms[static_cast<std::size_t>(next)]->Activate(); });
 }
 
 // The keys that a page would otherwise take for its own tabs.
 void MainWindow::SetUpWindowKeys() {
-    for (const WindowKey& oKey : FixedWindowKeys())
-        if (oKey.bComesFirst)
-            connect(new QShortcut(oKey.oKeys, this), &QShortcut::activated, this,
-                    [this, eUse = oKey.eUse] { Use(eUse); });
+    for (const WindowKey& key : FixedWindowKeys())
+        if (key.comesFirst)
+            connect(new QShortcut(key.keys, this), &QShortcut::activated, this, [this, use = key.use] { Use(use); });
 }
 
-void MainWindow::Use(WindowKey::Use eUse) {
-    switch (eUse) {
+void MainWindow::Use(WindowKey::Use use) {
+    switch (use) {
     case WindowKey::Use::NextWindow:
         ActivateNeighbour(1);
         break;
@@ -238,13 +234,13 @@ void MainWindow::Use(WindowKey::Use eUse) {
         ActivateNeighbour(-1);
         break;
     case WindowKey::Use::CloseWindow:
-        if (QMdiSubWindow* pActive = m_pArea->activeSubWindow())
-            pActive->close();
+        if (QMdiSubWindow* active = m_area->activeSubWindow())
+            active->close();
         break;
     case WindowKey::Use::FirstMenu:
-        for (QAction* pTitle : menuBar()->actions())
-            if (pTitle->isVisible() && pTitle->isEnabled()) {
-                menuBar()->setActiveAction(pTitle);
+        for (QAction* title : menuBar()->actions())
+            if (title->isVisible() && title->isEnabled()) {
+                menuBar()->setActiveAction(title);
                 break;
             }
         break;
@@ -258,105 +254,105 @@ void MainWindow::Use(WindowKey::Use eUse) {
 }
 
 void MainWindow::GoToOtherPart() {
-    const QWidget* pFocus = QApplication::focusWidget();
-    QMdiSubWindow* pActive = m_pArea->activeSubWindow();
-    if (pFocus && m_pDock->isAncestorOf(pFocus) && pActive) {
-        QWidget* pInside = pActive->widget() ? pActive->widget()->focusWidget() : nullptr;
-        (pInside ? pInside : pActive)->setFocus(Qt::ShortcutFocusReason);
-    } else if (ExplorerPage* pPage = m_pExplorer->CurrentPage(); pPage && m_pDock->isVisible()) {
-        pPage->Tree()->setFocus(Qt::ShortcutFocusReason);
-        pPage->Tree()->ChooseSelected();
+    const QWidget* focus = QApplication::focusWidget();
+    QMdiSubWindow* active = m_area->activeSubWindow();
+    if (focus && m_dock->isAncestorOf(focus) && active) {
+        QWidget* inside = active->widget() ? active->widget()->focusWidget() : nullptr;
+        (inside ? inside : active)->setFocus(Qt::ShortcutFocusReason);
+    } else if (ExplorerPage* page = m_explorer->CurrentPage(); page && m_dock->isVisible()) {
+        page->Tree()->setFocus(Qt::ShortcutFocusReason);
+        page->Tree()->ChooseSelected();
     }
 }
 
 // What neither a command nor a widget has taken.
-void MainWindow::keyPressEvent(QKeyEvent* pEvent) {
-    for (const WindowKey& oKey : FixedWindowKeys())
-        if (!oKey.bComesFirst && oKey.eUse != WindowKey::Use::Other && oKey.oKeys[0] == pEvent->keyCombination()) {
-            Use(oKey.eUse);
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    for (const WindowKey& key : FixedWindowKeys())
+        if (!key.comesFirst && key.use != WindowKey::Use::Other && key.keys[0] == event->keyCombination()) {
+            Use(key.use);
             return;
         }
-    QMainWindow::keyPressEvent(pEvent);
+    QMainWindow::keyPressEvent(event);
 }
 
 bool MainWindow::HasTabbedWindows() const {
-    return m_pArea->viewMode() == QMdiArea::TabbedView;
+    return m_area->viewMode() == QMdiArea::TabbedView;
 }
 
-void MainWindow::SetTabbedWindows(bool bTabbed) {
-    if (bTabbed == HasTabbedWindows())
+void MainWindow::SetTabbedWindows(bool tabbed) {
+    if (tabbed == HasTabbedWindows())
         return;
-    std::vector<std::pair<Ref<WindowForm>, QRect>> aPlaces; // as they were when they were free last
+    std::vector<std::pair<Ref<WindowForm>, QRect>> places; // as they were when they were free last
     for (const auto& frm : Children())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && !bTabbed)
-            aPlaces.emplace_back(oForm, oForm->NormalPlace());
-    QMdiSubWindow* const pActive = m_pArea->activeSubWindow();
-    m_pArea->setViewMode(bTabbed ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
-    m_pArea->setTabsClosable(true);
-    m_pArea->setTabsMovable(true);
-    m_pArea->setDocumentMode(true);
-    for (const auto& [oForm, oPlace] : aPlaces)
-        oForm->PlaceAgain(oPlace, FormState::Normal);
-    if (!bTabbed && pActive)
-        m_pArea->setActiveSubWindow(pActive);
+        if (const auto form = frm.TryAs<WindowForm>(); form && !tabbed)
+            places.emplace_back(form, form->NormalPlace());
+    QMdiSubWindow* const active = m_area->activeSubWindow();
+    m_area->setViewMode(tabbed ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
+    m_area->setTabsClosable(true);
+    m_area->setTabsMovable(true);
+    m_area->setDocumentMode(true);
+    for (const auto& [form, place] : places)
+        form->PlaceAgain(place, FormState::Normal);
+    if (!tabbed && active)
+        m_area->setActiveSubWindow(active);
 }
 
 // The area leaves the window free that comes up when the one in front closes.
-void MainWindow::FillTab(QMdiSubWindow* pWindow) {
-    if (pWindow && HasTabbedWindows() && !pWindow->isMaximized())
-        pWindow->showMaximized();
+void MainWindow::FillTab(QMdiSubWindow* window) {
+    if (window && HasTabbedWindows() && !window->isMaximized())
+        window->showMaximized();
 }
 
 QMenu* MainWindow::createPopupMenu() {
-    return m_pBars->NewCustomizeMenu();
+    return m_bars->NewCustomizeMenu();
 }
 
-void MainWindow::closeEvent(QCloseEvent* pEvent) {
-    bool bRefused = false;
-    if (m_frmMain->IsLoaded() && !m_bHasEnded)
-        m_oFailures.Guard([&] { bRefused = !m_frmMain->Unload(); });
+void MainWindow::closeEvent(QCloseEvent* event) {
+    bool refused = false;
+    if (m_mainForm->IsLoaded() && !m_hasEnded)
+        m_failures.Guard([&] { refused = !m_mainForm->Unload(); });
     // A service that fails at its end doesn't keep the application open, and the others aren't told twice.
-    m_bHasEnded = !bRefused;
-    pEvent->setAccepted(!bRefused);
+    m_hasEnded = !refused;
+    event->setAccepted(!refused);
 }
 
 // What is open goes first, the window that was active last at first, and each may refuse.
-void MainWindow::m_frmMain_QueryUnload(bool& bRefused) {
-    const auto aForms = m_frmMain->Forms();
-    for (auto it = aForms.rbegin(); it != aForms.rend() && !bRefused; ++it)
-        m_oFailures.Guard([&] { bRefused = !(*it)->Unload(); });
+void MainWindow::m_frmMain_QueryUnload(bool& refused) {
+    const auto forms = m_mainForm->Forms();
+    for (auto it = forms.rbegin(); it != forms.rend() && !refused; ++it)
+        m_failures.Guard([&] { refused = !(*it)->Unload(); });
 }
 
-void MainWindow::resizeEvent(QResizeEvent* pEvent) {
-    QMainWindow::resizeEvent(pEvent);
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
     TellSizes();
 }
 
-bool MainWindow::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    if (pWatched == m_pArea && pEvent->type() == QEvent::Resize && isVisible())
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_area && event->type() == QEvent::Resize && isVisible())
         TellSizes();
-    return QMainWindow::eventFilter(pWatched, pEvent);
+    return QMainWindow::eventFilter(watched, event);
 }
 
 // Whoever comes back to the main window comes back to the child in front.
-bool MainWindow::event(QEvent* pEvent) {
-    const bool bDone = QMainWindow::event(pEvent);
-    if (pEvent->type() == QEvent::ApplicationPaletteChange)
+bool MainWindow::event(QEvent* event) {
+    const bool done = QMainWindow::event(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
         QMetaObject::invokeMethod(this, &ContrastStyle::Follow, Qt::QueuedConnection);
-    if (pEvent->type() == QEvent::WindowActivate && !QApplication::activeModalWidget())
-        m_oFailures.Guard([this] {
-            const Ref<Form> frmActive = m_frmMain->ActiveForm();
-            if (frmActive && frmActive->Visible())
-                frmActive->Activate();
+    if (event->type() == QEvent::WindowActivate && !QApplication::activeModalWidget())
+        m_failures.Guard([this] {
+            const Ref<Form> activeForm = m_mainForm->ActiveForm();
+            if (activeForm && activeForm->Visible())
+                activeForm->Activate();
         });
-    return bDone;
+    return done;
 }
 
 // In twips, as the windows are placed in them; until the area is laid out it is taken to be the whole window.
 void MainWindow::TellSizes() {
-    m_frmMain->Move(0, 0, TwipsX(width()), TwipsY(height()));
+    m_mainForm->Move(0, 0, TwipsX(width()), TwipsY(height()));
     if (isVisible())
-        m_frmMain->SetFrame(TwipsX(width() - m_pArea->width()), TwipsY(height() - m_pArea->height()));
+        m_mainForm->SetFrame(TwipsX(width() - m_area->width()), TwipsY(height() - m_area->height()));
 }
 
 } // namespace corvane::desktop

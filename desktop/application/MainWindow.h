@@ -20,57 +20,57 @@ class FailurePresenter;
 class MainWindow final : public QMainWindow {
     Q_OBJECT
 public:
-    MainWindow(Ref<MdiForm> frmMain, Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPanel, FailurePresenter& oFailures);
+    MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm, FailurePresenter& failures);
     ~MainWindow() override;
 
-    [[nodiscard]] BarRenderer& Bars() { return *m_pBars; }
-    [[nodiscard]] ExplorerPanel& Explorer() { return *m_pExplorer; }
-    [[nodiscard]] QDockWidget& ExplorerDock() { return *m_pDock; }
-    [[nodiscard]] QMdiArea& Area() { return *m_pArea; }
+    [[nodiscard]] BarRenderer& Bars() { return *m_bars; }
+    [[nodiscard]] ExplorerPanel& Explorer() { return *m_explorer; }
+    [[nodiscard]] QDockWidget& ExplorerDock() { return *m_dock; }
+    [[nodiscard]] QMdiArea& Area() { return *m_area; }
     // Whether the windows lie behind tabs instead of in frames of their own.
     [[nodiscard]] bool HasTabbedWindows() const;
-    void SetTabbedWindows(bool bTabbed);
+    void SetTabbedWindows(bool tabbed);
     // Whether the form has been asked to unload and didn't refuse, also when a service failed at its end.
-    [[nodiscard]] bool HasEnded() const { return m_bHasEnded; }
+    [[nodiscard]] bool HasEnded() const { return m_hasEnded; }
     // Brings everything up to date now, as the end of a turn does.
     void Flush();
 
     QMenu* createPopupMenu() override;
 
 protected:
-    void closeEvent(QCloseEvent* pEvent) override;
-    void resizeEvent(QResizeEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
-    bool event(QEvent* pEvent) override;
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void SetUpDock(const Ref<PanelForm>& frmPanel);
+    void SetUpDock(const Ref<PanelForm>& panelForm);
     void ShowDock();
     void SetUpWindowKeys();
-    void Use(WindowKey::Use eUse);
+    void Use(WindowKey::Use use);
     void GoToOtherPart();
-    void FillTab(QMdiSubWindow* pWindow);
+    void FillTab(QMdiSubWindow* window);
     void TellSizes();
-    void m_frmMain_Changed(Form::Change eChange);
-    void m_frmMain_QueryUnload(bool& bRefused);
+    void m_frmMain_Changed(Form::Change change);
+    void m_frmMain_QueryUnload(bool& refused);
     // The children that can be seen, in the order of their tabs, which is at first that in which they were opened.
     [[nodiscard]] std::vector<Ref<Form>> Children() const;
-    void ActivateNeighbour(int nStep);
+    void ActivateNeighbour(int step);
     [[nodiscard]] std::vector<OpenWindowEntry> OpenWindows() const;
 
-    Ref<MdiForm> m_frmMain;
-    Ref<ActiveBar> m_oActiveBar;
-    FailurePresenter& m_oFailures;
-    QMdiArea* m_pArea;
-    BarRenderer* m_pBars;
-    ExplorerPanel* m_pExplorer = nullptr;
-    QDockWidget* m_pDock = nullptr;
-    bool m_bHasEnded = false;
-    Subscription m_oMainChanged;
-    Subscription m_oMainQueryUnload;
-    Subscription m_oMainArranged;
-    Subscription m_oBarChanged;
+    Ref<MdiForm> m_mainForm;
+    Ref<ActiveBar> m_activeBar;
+    FailurePresenter& m_failures;
+    QMdiArea* m_area;
+    BarRenderer* m_bars;
+    ExplorerPanel* m_explorer = nullptr;
+    QDockWidget* m_dock = nullptr;
+    bool m_hasEnded = false;
+    Subscription m_mainChanged;
+    Subscription m_mainQueryUnload;
+    Subscription m_mainArranged;
+    Subscription m_barChanged;
 };
 
 } // namespace corvane::desktop

@@ -13,146 +13,140 @@ namespace corvane::desktop {
 
 namespace {
 
-QString DescriptionOf(const Tool& oTool) {
-    QString sDescription = ShownDescription(oTool);
-    for (const Tool* pInstance : oTool.Instances())
-        if (sDescription.isEmpty())
-            sDescription = ShownDescription(*pInstance);
-    return sDescription;
+QString DescriptionOf(const Tool& tool) {
+    QString description = ShownDescription(tool);
+    for (const Tool* instance : tool.Instances())
+        if (description.isEmpty())
+            description = ShownDescription(*instance);
+    return description;
 }
 
-std::string FolderOf(const std::string& sPath) {
-    return std::filesystem::path(sPath).parent_path().string();
+std::string FolderOf(const std::string& path) {
+    return std::filesystem::path(path).parent_path().string();
 }
 
 } // namespace
 
-PersonalDesktop::PersonalDesktop(Parts oParts)
-    : m_oParts(std::move(oParts)), m_sStateFolder(FolderOf(m_oParts.oUtilities->LogPath())),
-      m_oBars(File(m_oParts.sConfigFolder, "desktop.json"), m_oParts.oActiveBar,
-              [this] { m_oParts.oWindow.Bars().Redraw(); }),
-      m_oSession(SessionFile(), SessionParts()),
-      m_oPicker(
-          m_oParts.oWindow.Bars().Actions(), [this](const Ref<Tool>& oTool) { ShowInspector(oTool); },
-          [this](const Ref<Node>& oNode) { ShowInspector(nullptr, oNode); }, nullptr) {
-    m_oParts.frmMain->AddMember("RecentFiles", New<RecentFiles>(File(m_sStateFolder, "recent.json")));
-    m_oParts.oWindow.Bars().SetChanges(m_oBars);
+PersonalDesktop::PersonalDesktop(Parts parts)
+    : m_parts(std::move(parts)), m_stateFolder(FolderOf(m_parts.utilities->LogPath())),
+      m_bars(File(m_parts.configFolder, "desktop.json"), m_parts.activeBar, [this] { m_parts.window.Bars().Redraw(); }),
+      m_session(SessionFile(), SessionParts()),
+      m_picker(
+          m_parts.window.Bars().Actions(), [this](const Ref<Tool>& tool) { ShowInspector(tool); },
+          [this](const Ref<Node>& node) { ShowInspector(nullptr, node); }, nullptr) {
+    m_parts.mainForm->AddMember("RecentFiles", New<RecentFiles>(File(m_stateFolder, "recent.json")));
+    m_parts.window.Bars().SetChanges(m_bars);
 }
 
 PersonalDesktop::~PersonalDesktop() {
-    delete m_pInspector; // it looks at what is kept here
+    delete m_inspector; // it looks at what is kept here
 }
 
 void PersonalDesktop::Initialized() {
-    m_oNotes.Follow();
+    m_notes.Follow();
 }
 
-StateFile PersonalDesktop::File(const std::string& sFolder, const char* sName) const {
-    const bool bKeeps = m_oParts.bKeeps && !sFolder.empty();
-    return FileAt(bKeeps ? QString::fromStdString(sFolder) + "/" + QLatin1String(sName) : QString());
+StateFile PersonalDesktop::File(const std::string& folder, const char* name) const {
+    const bool keeps = m_parts.keeps && !folder.empty();
+    return FileAt(keeps ? QString::fromStdString(folder) + "/" + QLatin1String(name) : QString());
 }
 
 StateFile PersonalDesktop::SessionFile() const {
-    return m_oParts.sSessionFile.empty() ? File(m_sStateFolder, "session.json")
-                                         : FileAt(QString::fromStdString(m_oParts.sSessionFile));
+    return m_parts.sessionFile.empty() ? File(m_stateFolder, "session.json")
+                                       : FileAt(QString::fromStdString(m_parts.sessionFile));
 }
 
-StateFile PersonalDesktop::FileAt(const QString& sPath) const {
-    return {sPath, [oUtilities = m_oParts.oUtilities](const QString& sText) {
-                oUtilities->LogError(oUtilities->AppName(), "Desktop", "StateFile",
-                                     Failure(FailureNumber::FileAccess, sText.toStdString()), {}, false);
+StateFile PersonalDesktop::FileAt(const QString& path) const {
+    return {path, [utilities = m_parts.utilities](const QString& text) {
+                utilities->LogError(utilities->AppName(), "Desktop", "StateFile",
+                                    Failure(FailureNumber::FileAccess, text.toStdString()), {}, false);
             }};
 }
 
 Session::Parts PersonalDesktop::SessionParts() const {
-    return {&m_oParts.oWindow,
-            m_oParts.frmMain,
-            m_oParts.oActiveBar,
-            m_oParts.frmPanel,
-            [pFailures = &m_oParts.oFailures](const std::function<void()>& fnAct) { pFailures->Guard(fnAct); },
-            [pWindow = &m_oParts.oWindow] {
-                pWindow->Bars().RedrawToolbars();
-                pWindow->Flush();
+    return {&m_parts.window,
+            m_parts.mainForm,
+            m_parts.activeBar,
+            m_parts.panelForm,
+            [failures = &m_parts.failures](const std::function<void()>& act) { failures->Guard(act); },
+            [window = &m_parts.window] {
+                window->Bars().RedrawToolbars();
+                window->Flush();
             },
-            m_oParts.sSessionFile.empty()};
+            m_parts.sessionFile.empty()};
 }
 
-void PersonalDesktop::Restore(bool bWhole) {
+void PersonalDesktop::Restore(bool whole) {
     if (KeepsSession())
-        m_oSession.Restore(bWhole && m_oParts.fnLeftOut().isEmpty());
+        m_session.Restore(whole && m_parts.leftOut().isEmpty());
 }
 
 void PersonalDesktop::RestoreWindows() {
     if (KeepsSession())
-        m_oSession.RestoreWindows();
+        m_session.RestoreWindows();
 }
 
-// Without bAll only what can be chosen where the person is: a context menu's command is for the item that is chosen.
-PaletteDialog* PersonalDesktop::Pick(QWidget* pParent, bool bAll,
-                                     const std::function<void(const Ref<Tool>&)>& fnChoose) {
-    const CommandList oCommands(*m_oParts.oActiveBar);
-    std::vector<PaletteEntry> aEntries;
-    aEntries.reserve(oCommands.All().size());
-    for (const CommandEntry& oCommand : oCommands.All())
-        aEntries.push_back({oCommand.oTool, oCommand.sCaption, oCommand.sPath, m_oBars.KeysText(*oCommand.oTool),
-                            oCommand.oOwner.Text(), bAll ? QString() : oCommand.WhyNot(),
-                            DescriptionOf(*oCommand.oTool), oCommand.sOriginal});
-    auto* pPalette = new PaletteDialog(
-        std::move(aEntries), fnChoose, [this](const Ref<Tool>& oTool) { ShowInspector(oTool); }, pParent);
-    pPalette->open();
-    return pPalette;
+// Without all only what can be chosen where the person is: a context menu's command is for the item that is chosen.
+PaletteDialog* PersonalDesktop::Pick(QWidget* parent, bool all, const std::function<void(const Ref<Tool>&)>& choose) {
+    const CommandList commands(*m_parts.activeBar);
+    std::vector<PaletteEntry> entries;
+    entries.reserve(commands.All().size());
+    for (const CommandEntry& command : commands.All())
+        entries.push_back({command.tool, command.caption, command.path, m_bars.KeysText(*command.tool),
+                           command.owner.Text(), all ? QString() : command.WhyNot(), DescriptionOf(*command.tool),
+                           command.original});
+    auto* palette = new PaletteDialog(
+        std::move(entries), choose, [this](const Ref<Tool>& tool) { ShowInspector(tool); }, parent);
+    palette->open();
+    return palette;
 }
 
 PaletteDialog* PersonalDesktop::ShowPalette() {
-    return Pick(&m_oParts.oWindow, false, [this](const Ref<Tool>& oTool) {
-        m_oParts.oFailures.Guard([&] { m_oParts.oActiveBar->Click(oTool); });
-    });
+    return Pick(&m_parts.window, false,
+                [this](const Ref<Tool>& tool) { m_parts.failures.Guard([&] { m_parts.activeBar->Click(tool); }); });
 }
 
 LogDialog* PersonalDesktop::ShowLog() {
-    auto* pDialog = new LogDialog(QString::fromStdString(m_oParts.oUtilities->LogPath()),
-                                  {QString::fromStdString(m_oParts.oUtilities->AppName()),
-                                   QString::fromStdString(m_oParts.sAppFolder),
-                                   m_oParts.fnLeftOut(),
-                                   {}},
-                                  m_oParts.fnAskReportPath, &m_oParts.oWindow);
-    pDialog->setAttribute(Qt::WA_DeleteOnClose);
-    pDialog->show();
-    return pDialog;
+    auto* dialog = new LogDialog(QString::fromStdString(m_parts.utilities->LogPath()),
+                                 {QString::fromStdString(m_parts.utilities->AppName()),
+                                  QString::fromStdString(m_parts.appFolder),
+                                  m_parts.leftOut(),
+                                  {}},
+                                 m_parts.askReportPath, &m_parts.window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+    return dialog;
 }
 
-InspectorDialog* PersonalDesktop::ShowInspector(const Ref<Tool>& oTool, const Ref<Node>& oNode) {
-    m_oParts.oFailures.Guard([&] {
-        if (!m_pInspector) {
-            m_pInspector =
-                new InspectorDialog(m_oParts.oActiveBar, m_oParts.frmPanel, m_oBars, m_oNotes,
-                                    QString::fromStdString(m_oParts.oUtilities->LogPath()), &m_oParts.oWindow);
-            m_pInspector->setAttribute(Qt::WA_DeleteOnClose);
+InspectorDialog* PersonalDesktop::ShowInspector(const Ref<Tool>& tool, const Ref<Node>& node) {
+    m_parts.failures.Guard([&] {
+        if (!m_inspector) {
+            m_inspector = new InspectorDialog(m_parts.activeBar, m_parts.panelForm, m_bars, m_notes,
+                                              QString::fromStdString(m_parts.utilities->LogPath()), &m_parts.window);
+            m_inspector->setAttribute(Qt::WA_DeleteOnClose);
         }
-        if (oTool)
-            m_pInspector->Select(*oTool);
-        if (oNode)
-            m_pInspector->Select(*oNode);
-        m_pInspector->show();
-        m_pInspector->raise();
-        m_pInspector->activateWindow();
+        if (tool)
+            m_inspector->Select(*tool);
+        if (node)
+            m_inspector->Select(*node);
+        m_inspector->show();
+        m_inspector->raise();
+        m_inspector->activateWindow();
     });
-    return m_pInspector;
+    return m_inspector;
 }
 
 void PersonalDesktop::ShowShortcuts() {
-    ShortcutsDialog oDialog(m_oBars, *m_oParts.oActiveBar, &m_oParts.oWindow);
-    oDialog.exec();
+    ShortcutsDialog dialog(m_bars, *m_parts.activeBar, &m_parts.window);
+    dialog.exec();
 }
 
 void PersonalDesktop::ShowCustomize() {
-    CustomizeDialog oDialog(
-        m_oBars, m_oParts.oActiveBar,
-        [this](QWidget* pParent, const std::function<void(const Ref<Tool>&)>& fnChoose) {
-            Pick(pParent, true, fnChoose);
-        },
-        &m_oParts.oWindow);
-    oDialog.exec();
+    CustomizeDialog dialog(
+        m_bars, m_parts.activeBar,
+        [this](QWidget* parent, const std::function<void(const Ref<Tool>&)>& choose) { Pick(parent, true, choose); },
+        &m_parts.window);
+    dialog.exec();
 }
 
 } // namespace corvane::desktop

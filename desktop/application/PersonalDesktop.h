@@ -27,27 +27,27 @@ class PersonalDesktop final : public QObject {
     Q_OBJECT
 public:
     struct Parts {
-        MainWindow& oWindow;
-        Ref<MdiForm> frmMain;
-        Ref<ActiveBar> oActiveBar;
-        Ref<PanelForm> frmPanel;
-        FailurePresenter& oFailures;
-        Ref<Utilities> oUtilities;
-        std::string sAppFolder;
-        std::string sConfigFolder;
-        std::function<QString()> fnAskReportPath; // empty when the person thought better of it
-        std::function<QStringList()> fnLeftOut;   // the services that weren't started
-        bool bKeeps = true;                       // false: nothing that was kept is used, and nothing is kept
-        std::string sSessionFile = {};            // where the session is kept all the same, without the window's place
+        MainWindow& window;
+        Ref<MdiForm> mainForm;
+        Ref<ActiveBar> activeBar;
+        Ref<PanelForm> panelForm;
+        FailurePresenter& failures;
+        Ref<Utilities> utilities;
+        std::string appFolder;
+        std::string configFolder;
+        std::function<QString()> askReportPath; // empty when the person thought better of it
+        std::function<QStringList()> leftOut;   // the services that weren't started
+        bool keeps = true;                      // false: nothing that was kept is used, and nothing is kept
+        std::string sessionFile = {};           // where the session is kept all the same, without the window's place
     };
 
     // Before the library is initialised.
-    explicit PersonalDesktop(Parts oParts);
+    explicit PersonalDesktop(Parts parts);
     ~PersonalDesktop() override;
 
     void Initialized(); // after the library was initialised, before it starts
     // After the start, before the window is shown. Where something didn't come up, the session stays as it was kept.
-    void Restore(bool bWhole);
+    void Restore(bool whole);
     void RestoreWindows(); // once it is shown
 
     PaletteDialog* ShowPalette();
@@ -55,26 +55,26 @@ public:
     void ShowCustomize();
     LogDialog* ShowLog();
     // Shows what is known of that, or the whole.
-    InspectorDialog* ShowInspector(const Ref<Tool>& oTool = nullptr, const Ref<Node>& oNode = nullptr);
+    InspectorDialog* ShowInspector(const Ref<Tool>& tool = nullptr, const Ref<Node>& node = nullptr);
 
-    [[nodiscard]] PersonalBars& Bars() { return m_oBars; }
-    [[nodiscard]] Session& Kept() { return m_oSession; }
+    [[nodiscard]] PersonalBars& Bars() { return m_bars; }
+    [[nodiscard]] Session& Kept() { return m_session; }
 
 private:
-    [[nodiscard]] StateFile File(const std::string& sFolder, const char* sName) const;
-    [[nodiscard]] StateFile FileAt(const QString& sPath) const; // keeps nothing under an empty path
+    [[nodiscard]] StateFile File(const std::string& folder, const char* name) const;
+    [[nodiscard]] StateFile FileAt(const QString& path) const; // keeps nothing under an empty path
     [[nodiscard]] StateFile SessionFile() const;
     [[nodiscard]] Session::Parts SessionParts() const;
-    [[nodiscard]] bool KeepsSession() const { return m_oParts.bKeeps || !m_oParts.sSessionFile.empty(); }
-    PaletteDialog* Pick(QWidget* pParent, bool bAll, const std::function<void(const Ref<Tool>&)>& fnChoose);
+    [[nodiscard]] bool KeepsSession() const { return m_parts.keeps || !m_parts.sessionFile.empty(); }
+    PaletteDialog* Pick(QWidget* parent, bool all, const std::function<void(const Ref<Tool>&)>& choose);
 
-    Parts m_oParts;
-    std::string m_sStateFolder;
-    PersonalBars m_oBars;
-    Session m_oSession;
-    ExplorerItemNotes m_oNotes;
-    EntryPicker m_oPicker;
-    QPointer<InspectorDialog> m_pInspector;
+    Parts m_parts;
+    std::string m_stateFolder;
+    PersonalBars m_bars;
+    Session m_session;
+    ExplorerItemNotes m_notes;
+    EntryPicker m_picker;
+    QPointer<InspectorDialog> m_inspector;
 };
 
 } // namespace corvane::desktop

@@ -7,63 +7,63 @@
 
 namespace corvane::desktop {
 
-UnwatchedRun::UnwatchedRun(Application& oApplication, std::deque<RunStep> aSteps, std::function<bool()> fnLook)
-    : m_oApplication(oApplication), m_aSteps(std::move(aSteps)), m_fnLook(std::move(fnLook)) {
-    m_oApplication.SetModalLoop([this](const auto& fnGoesOn, const auto& fnEnd) { DuringModalForm(fnGoesOn, fnEnd); });
+UnwatchedRun::UnwatchedRun(Application& application, std::deque<RunStep> steps, std::function<bool()> look)
+    : m_application(application), m_steps(std::move(steps)), m_look(std::move(look)) {
+    m_application.SetModalLoop([this](const auto& goesOn, const auto& end) { DuringModalForm(goesOn, end); });
 }
 
 UnwatchedRun::~UnwatchedRun() {
-    m_oApplication.SetModalLoop({});
+    m_application.SetModalLoop({});
 }
 
 bool UnwatchedRun::Run() {
     do
-        m_oApplication.Settle();
+        m_application.Settle();
     while (TakeNextStep());
     Look();
-    return m_bAllDone;
+    return m_allDone;
 }
 
 bool UnwatchedRun::TakeNextStep() {
-    if (m_aSteps.empty())
+    if (m_steps.empty())
         return false;
-    const RunStep oStep = std::move(m_aSteps.front());
-    m_aSteps.pop_front();
-    bool bDone = false;
-    switch (oStep.eKind) {
+    const RunStep step = std::move(m_steps.front());
+    m_steps.pop_front();
+    bool done = false;
+    switch (step.kind) {
     case RunStep::Kind::Choose:
-        bDone = m_oApplication.Choose(oStep.sWhat.toStdString());
+        done = m_application.Choose(step.what.toStdString());
         break;
     case RunStep::Kind::Click:
-        bDone = m_oApplication.ClickCommand(oStep.sWhat.toStdString());
+        done = m_application.ClickCommand(step.what.toStdString());
         break;
     case RunStep::Kind::Page:
-        bDone = m_oApplication.ShowPage(oStep.sWhat.toInt());
+        done = m_application.ShowPage(step.what.toInt());
         break;
     }
-    if (!bDone) {
-        static constexpr const char* aVerbs[] = {"chosen", "clicked", "shown as a page"};
-        std::fprintf(stderr, "corvane-desktop: error: %s can't be %s%s\n", qUtf8Printable(oStep.sWhat),
-                     aVerbs[static_cast<int>(oStep.eKind)],
-                     m_oApplication.IsModalFormOpen() ? " while a modal window is open" : "");
-        m_bAllDone = false;
+    if (!done) {
+        static constexpr const char* verbs[] = {"chosen", "clicked", "shown as a page"};
+        std::fprintf(stderr, "corvane-desktop: error: %s can't be %s%s\n", qUtf8Printable(step.what),
+                     verbs[static_cast<int>(step.kind)],
+                     m_application.IsModalFormOpen() ? " while a modal window is open" : "");
+        m_allDone = false;
     }
     return true;
 }
 
 void UnwatchedRun::Look() {
-    if (const auto fnLook = std::exchange(m_fnLook, nullptr))
-        m_bAllDone = fnLook() && m_bAllDone;
+    if (const auto look = std::exchange(m_look, nullptr))
+        m_allDone = look() && m_allDone;
 }
 
-void UnwatchedRun::DuringModalForm(const std::function<bool()>& fnGoesOn, const std::function<void()>& fnEnd) {
-    m_oApplication.Settle();
-    while (fnGoesOn() && TakeNextStep())
-        m_oApplication.Settle();
-    if (!fnGoesOn())
+void UnwatchedRun::DuringModalForm(const std::function<bool()>& goesOn, const std::function<void()>& end) {
+    m_application.Settle();
+    while (goesOn() && TakeNextStep())
+        m_application.Settle();
+    if (!goesOn())
         return;
     Look();
-    fnEnd();
+    end();
 }
 
 } // namespace corvane::desktop

@@ -12,14 +12,14 @@ class Application;
 
 struct RunStep {
     enum class Kind { Choose, Click, Page };
-    Kind eKind;
-    QString sWhat; // a tool, a command, a page's number from 1
+    Kind kind;
+    QString what; // a tool, a command, a page's number from 1
 };
 
 class UnwatchedRun final {
 public:
-    // fnLook takes the picture and prints the text, once, when all steps are done.
-    UnwatchedRun(Application& oApplication, std::deque<RunStep> aSteps, std::function<bool()> fnLook);
+    // look takes the picture and prints the text, once, when all steps are done.
+    UnwatchedRun(Application& application, std::deque<RunStep> steps, std::function<bool()> look);
     ~UnwatchedRun();
     UnwatchedRun(const UnwatchedRun&) = delete;
     UnwatchedRun& operator=(const UnwatchedRun&) = delete;
@@ -30,12 +30,12 @@ public:
 private:
     bool TakeNextStep();
     void Look();
-    void DuringModalForm(const std::function<bool()>& fnGoesOn, const std::function<void()>& fnEnd);
+    void DuringModalForm(const std::function<bool()>& goesOn, const std::function<void()>& end);
 
-    Application& m_oApplication;
-    std::deque<RunStep> m_aSteps;
-    std::function<bool()> m_fnLook; // empty once it has looked
-    bool m_bAllDone = true;
+    Application& m_application;
+    std::deque<RunStep> m_steps;
+    std::function<bool()> m_look; // empty once it has looked
+    bool m_allDone = true;
 };
 
 } // namespace corvane::desktop

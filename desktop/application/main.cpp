@@ -15,28 +15,28 @@ namespace {
 enum Exit { Clean = 0, Usage = 2, Failed = 3 };
 
 // In the order of the command line.
-std::deque<corvane::desktop::RunStep> StepsOf(const QCommandLineParser& oParser) {
+std::deque<corvane::desktop::RunStep> StepsOf(const QCommandLineParser& parser) {
     using Kind = corvane::desktop::RunStep::Kind;
-    std::deque<corvane::desktop::RunStep> aSteps;
-    const std::map<QString, Kind> mapKinds{{"choose", Kind::Choose}, {"click", Kind::Click}, {"page", Kind::Page}};
-    std::map<QString, qsizetype> mapTaken;
-    for (const QString& sOption : oParser.optionNames())
-        if (const auto it = mapKinds.find(sOption); it != mapKinds.end())
-            aSteps.push_back({it->second, oParser.values(sOption).at(mapTaken[sOption]++)});
-    return aSteps;
+    std::deque<corvane::desktop::RunStep> steps;
+    const std::map<QString, Kind> kinds{{"choose", Kind::Choose}, {"click", Kind::Click}, {"page", Kind::Page}};
+    std::map<QString, qsizetype> taken;
+    for (const QString& option : parser.optionNames())
+        if (const auto it = kinds.find(option); it != kinds.end())
+            steps.push_back({it->second, parser.values(option).at(taken[option]++)});
+    return steps;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     using namespace corvane::desktop;
-    QApplication oQt(argc, argv);
+    QApplication qt(argc, argv);
     QApplication::setApplicationName("Corvane");
-    QCommandLineParser oParser;
-    oParser.setApplicationDescription("Runs a Corvane application.");
-    oParser.addHelpOption();
-    oParser.addPositionalArgument("APP", "The application folder.");
-    oParser.addOptions(
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Runs a Corvane application.");
+    parser.addHelpOption();
+    parser.addPositionalArgument("APP", "The application folder.");
+    parser.addOptions(
         {{"choose", "Chooses the tool of that name after the start; may be given several times.", "TOOL"},
          {"click",
           "Clicks a command of the active window: help, ok, cancel, apply, previous, next, finish, save, "
@@ -50,51 +50,50 @@ int main(int argc, char** argv) {
          {"safe", "Leaves out all plug-ins and your customizations of the desktop."},
          {"record", "Records what you do in that file, as steps for corvane inspect --steps.", "FILE"},
          {"quit", "Ends after that, without asking any question."}});
-    oParser.process(oQt);
-    if (oParser.positionalArguments().size() != 1) {
+    parser.process(qt);
+    if (parser.positionalArguments().size() != 1) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);
         return Exit::Usage;
     }
-    const QStringList aLanguages = WantedLanguages();
-    const HostTranslation oTranslation(aLanguages);
+    const QStringList languages = WantedLanguages();
+    const HostTranslation translation(languages);
     try {
-        const bool bUnwatched = oParser.isSet("quit");
-        ApplicationOptions oOptions;
-        oOptions.sFolder = oParser.positionalArguments().front().toStdString();
-        oOptions.bWithDialogs = !bUnwatched;
-        oOptions.bPersonal = !bUnwatched;
-        if (oParser.isSet("record")) { // steps are taken again from a fresh start, so they begin with one
-            oOptions.pRecorder =
-                std::make_shared<corvane::desktop::StepRecorder>(oParser.value("record").toStdString());
-            oOptions.bPersonal = false;
+        const bool unwatched = parser.isSet("quit");
+        ApplicationOptions options;
+        options.folder = parser.positionalArguments().front().toStdString();
+        options.withDialogs = !unwatched;
+        options.personal = !unwatched;
+        if (parser.isSet("record")) { // steps are taken again from a fresh start, so they begin with one
+            options.recorder = std::make_shared<corvane::desktop::StepRecorder>(parser.value("record").toStdString());
+            options.personal = false;
         }
-        for (const QString& sName : oParser.values("without"))
-            oOptions.oLeftOut.aNames.push_back(sName.toStdString());
-        oOptions.oLeftOut.bAllPlugins = oParser.isSet("safe");
-        oOptions.bWatch = !bUnwatched;
-        oOptions.aLanguages = aLanguages;
-        if (!bUnwatched)
-            oOptions.fnAskAfterDeath = &Blame::AskInBox;
-        Application oApplication(oOptions);
-        for (const QString& sAnswer : oParser.values("answer"))
-            oApplication.Dialogs().AddAnswer(sAnswer.toStdString());
-        const auto fnLook = [&] {
-            if (oParser.isSet("print"))
-                std::fputs(oApplication.AsText().c_str(), stdout);
-            return !oParser.isSet("screenshot") || oApplication.Picture().save(oParser.value("screenshot"));
+        for (const QString& name : parser.values("without"))
+            options.leftOut.names.push_back(name.toStdString());
+        options.leftOut.allPlugins = parser.isSet("safe");
+        options.watch = !unwatched;
+        options.languages = languages;
+        if (!unwatched)
+            options.askAfterDeath = &Blame::AskInBox;
+        Application application(options);
+        for (const QString& answer : parser.values("answer"))
+            application.Dialogs().AddAnswer(answer.toStdString());
+        const auto look = [&] {
+            if (parser.isSet("print"))
+                std::fputs(application.AsText().c_str(), stdout);
+            return !parser.isSet("screenshot") || application.Picture().save(parser.value("screenshot"));
         };
-        UnwatchedRun oRun(oApplication, StepsOf(oParser), fnLook);
-        if (!bUnwatched)
-            oApplication.SetModalLoop({}); // somebody is there to close it
-        const bool bStarted = oApplication.Start();
-        for (const std::string& sName : oApplication.Blamed().Filter()->Unknown())
-            std::fprintf(stderr, "corvane-desktop: warning: there is no service \"%s\" to leave out\n", sName.c_str());
-        const int nExit = oRun.Run() && bStarted ? Exit::Clean : Exit::Failed;
-        if (bUnwatched)
-            return nExit;
-        const EndSignals oEndSignals(&oApplication.Window());
+        UnwatchedRun run(application, StepsOf(parser), look);
+        if (!unwatched)
+            application.SetModalLoop({}); // somebody is there to close it
+        const bool started = application.Start();
+        for (const std::string& name : application.Blamed().Filter()->Unknown())
+            std::fprintf(stderr, "corvane-desktop: warning: there is no service \"%s\" to leave out\n", name.c_str());
+        const int exit = run.Run() && started ? Exit::Clean : Exit::Failed;
+        if (unwatched)
+            return exit;
+        const EndSignals endSignals(&application.Window());
         QApplication::exec();
-        return nExit;
+        return exit;
     } catch (...) {
         std::fprintf(stderr, "corvane-desktop: error: %s\n", corvane::CurrentFailure().Description.c_str());
         return Exit::Failed;

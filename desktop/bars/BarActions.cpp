@@ -14,163 +14,162 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::size_t nMostIcons = 512;
+constexpr std::size_t mostIcons = 512;
 
 // A picture of its own for the disabled state, or the normal one greyed out.
-QIcon IconOfPictures(const Ref<Picture>& oNormalPicture, const Ref<Picture>& oDisabledPicture) {
-    const QIcon oNormal = IconOf(oNormalPicture);
-    if (oNormal.isNull())
-        return oNormal;
-    const QIcon oDisabled = IconOf(oDisabledPicture);
-    QIcon oIcon;
-    QStyleOption oOption;
-    oOption.palette = QApplication::palette();
-    for (const int nSize : {16, 24, 32, 48, 64}) {
-        const QPixmap oPixmap = oNormal.pixmap(QSize(nSize, nSize), 1.0);
-        oIcon.addPixmap(oPixmap);
-        oIcon.addPixmap(oDisabled.isNull()
-                            ? QApplication::style()->generatedIconPixmap(QIcon::Disabled, oPixmap, &oOption)
-                            : oDisabled.pixmap(QSize(nSize, nSize), 1.0),
-                        QIcon::Disabled);
+QIcon IconOfPictures(const Ref<Picture>& normalPicture, const Ref<Picture>& disabledPicture) {
+    const QIcon normal = IconOf(normalPicture);
+    if (normal.isNull())
+        return normal;
+    const QIcon disabled = IconOf(disabledPicture);
+    QIcon icon;
+    QStyleOption option;
+    option.palette = QApplication::palette();
+    for (const int size : {16, 24, 32, 48, 64}) {
+        const QPixmap pixmap = normal.pixmap(QSize(size, size), 1.0);
+        icon.addPixmap(pixmap);
+        icon.addPixmap(disabled.isNull() ? QApplication::style()->generatedIconPixmap(QIcon::Disabled, pixmap, &option)
+                                         : disabled.pixmap(QSize(size, size), 1.0),
+                       QIcon::Disabled);
     }
-    return oIcon;
+    return icon;
 }
 
 // A toolbar would show and hide its buttons while it lays itself out, and begin its layout anew after each of them.
-void ShowButton(const QAction& oAction) {
-    for (QObject* pObject : oAction.associatedObjects())
-        if (auto* pButton = qobject_cast<QToolButton*>(pObject))
-            pButton->setVisible(oAction.isVisible());
+void ShowButton(const QAction& action) {
+    for (QObject* object : action.associatedObjects())
+        if (auto* button = qobject_cast<QToolButton*>(object))
+            button->setVisible(action.isVisible());
 }
 
-QString ToolTipOf(const Tool& oInstance, const QString& sKeys) {
-    QString sTip = ShownToolTip(oInstance);
-    if (sTip.isEmpty())
-        sTip = QString::fromStdString(WithoutMnemonic(CaptionOf(oInstance).toStdString()));
-    return sKeys.isEmpty() ? sTip : QString("%1 (%2)").arg(sTip, sKeys);
+QString ToolTipOf(const Tool& instance, const QString& keys) {
+    QString tip = ShownToolTip(instance);
+    if (tip.isEmpty())
+        tip = QString::fromStdString(WithoutMnemonic(CaptionOf(instance).toStdString()));
+    return keys.isEmpty() ? tip : QString("%1 (%2)").arg(tip, keys);
 }
 
 } // namespace
 
-QString CaptionOf(const Tool& oInstance) {
-    if (!oInstance.Caption().empty())
-        return ShownCaption(oInstance);
-    const QString sName = QString::fromStdString(oInstance.Name());
-    return sName.mid(sName.lastIndexOf('.') + 1).replace('&', "&&");
+QString CaptionOf(const Tool& instance) {
+    if (!instance.Caption().empty())
+        return ShownCaption(instance);
+    const QString name = QString::fromStdString(instance.Name());
+    return name.mid(name.lastIndexOf('.') + 1).replace('&', "&&");
 }
 
-QAction* BarActions::Add(const Ref<Tool>& oInstance, ActionPlace ePlace, QObject* pParent) {
-    auto* pAction = new QAction(pParent);
-    Follow(oInstance, ePlace, pAction, true);
-    return pAction;
+QAction* BarActions::Add(const Ref<Tool>& instance, ActionPlace place, QObject* parent) {
+    auto* action = new QAction(parent);
+    Follow(instance, place, action, true);
+    return action;
 }
 
-void BarActions::Follow(const Ref<Tool>& oInstance, ActionPlace ePlace, QAction* pAction, bool bClicks) {
-    const Shown oShown{oInstance, ePlace, pAction};
-    auto& aShown = m_mapShown[oInstance.Get()];
-    std::erase_if(aShown, [](const Shown& oOld) { return oOld.pAction.isNull(); });
-    aShown.push_back(oShown);
-    Texts(oShown);
-    State(oShown);
-    if (bClicks)
-        QObject::connect(pAction, &QAction::triggered, pAction, [this, oShown] {
-            const QPointer<QAction> pStill = oShown.pAction;
-            m_fnClick(oShown.oInstance);
-            if (pStill) // a click toggles the action by itself; what holds is the model
-                State(oShown);
+void BarActions::Follow(const Ref<Tool>& instance, ActionPlace place, QAction* action, bool clicks) {
+    const Shown shown{instance, place, action};
+    auto& shownItems = m_shown[instance.Get()];
+    std::erase_if(shownItems, [](const Shown& old) { return old.action.isNull(); });
+    shownItems.push_back(shown);
+    Texts(shown);
+    State(shown);
+    if (clicks)
+        QObject::connect(action, &QAction::triggered, action, [this, shown] {
+            const QPointer<QAction> still = shown.action;
+            m_click(shown.instance);
+            if (still) // a click toggles the action by itself; what holds is the model
+                State(shown);
         });
 }
 
-void BarActions::Leave(const Tool* pInstance, const QAction* pAction) {
-    const auto it = m_mapShown.find(pInstance);
-    if (it == m_mapShown.end())
+void BarActions::Leave(const Tool* instance, const QAction* action) {
+    const auto it = m_shown.find(instance);
+    if (it == m_shown.end())
         return;
-    std::erase_if(it->second, [&](const Shown& oShown) { return oShown.pAction == pAction; });
+    std::erase_if(it->second, [&](const Shown& shown) { return shown.action == action; });
     if (it->second.empty())
-        m_mapShown.erase(it);
+        m_shown.erase(it);
 }
 
-void BarActions::ShowState(const Tool& oMaster) {
-    for (const Tool* pInstance : oMaster.Instances())
-        if (const auto it = m_mapShown.find(pInstance); it != m_mapShown.end())
-            for (const Shown& oShown : it->second)
-                State(oShown);
+void BarActions::ShowState(const Tool& master) {
+    for (const Tool* instance : master.Instances())
+        if (const auto it = m_shown.find(instance); it != m_shown.end())
+            for (const Shown& shown : it->second)
+                State(shown);
 }
 
-void BarActions::ShowTexts(const Tool* pInstance) {
-    if (const auto it = m_mapShown.find(pInstance); it != m_mapShown.end())
-        for (const Shown& oShown : it->second)
-            Texts(oShown);
+void BarActions::ShowTexts(const Tool* instance) {
+    if (const auto it = m_shown.find(instance); it != m_shown.end())
+        for (const Shown& shown : it->second)
+            Texts(shown);
 }
 
 void BarActions::ShowAllTexts() {
-    m_mapIcons.clear(); // they have the palette's colours
-    for (const auto& [pInstance, aShown] : m_mapShown)
-        for (const Shown& oShown : aShown)
-            Texts(oShown);
+    m_icons.clear(); // they have the palette's colours
+    for (const auto& [instance, shownItems] : m_shown)
+        for (const Shown& shown : shownItems)
+            Texts(shown);
 }
 
-Ref<Tool> BarActions::InstanceOf(const QAction* pAction) const {
-    for (const auto& [pInstance, aShown] : m_mapShown)
-        for (const Shown& oShown : aShown)
-            if (oShown.pAction == pAction)
-                return oShown.oInstance;
+Ref<Tool> BarActions::InstanceOf(const QAction* action) const {
+    for (const auto& [instance, shownItems] : m_shown)
+        for (const Shown& shown : shownItems)
+            if (shown.action == action)
+                return shown.instance;
     return nullptr;
 }
 
-const QIcon& BarActions::IconFor(const Tool& oInstance) {
-    const Ref<Picture> oNormal = oInstance.PictureOf(Tool::Normal);
-    const Ref<Picture> oDisabled = oInstance.PictureOf(Tool::Disabled);
-    if (m_mapIcons.size() >= nMostIcons)
-        m_mapIcons.clear();
-    const auto [it, bNew] = m_mapIcons.try_emplace({oNormal.Get(), oDisabled.Get()});
-    if (bNew)
-        it->second = {oNormal, oDisabled, IconOfPictures(oNormal, oDisabled)};
-    return it->second.oIcon;
+const QIcon& BarActions::IconFor(const Tool& instance) {
+    const Ref<Picture> normal = instance.PictureOf(Tool::Normal);
+    const Ref<Picture> disabled = instance.PictureOf(Tool::Disabled);
+    if (m_icons.size() >= mostIcons)
+        m_icons.clear();
+    const auto [it, isNew] = m_icons.try_emplace({normal.Get(), disabled.Get()});
+    if (isNew)
+        it->second = {normal, disabled, IconOfPictures(normal, disabled)};
+    return it->second.icon;
 }
 
-void BarActions::State(const Shown& oShown) {
-    QAction* pAction = oShown.pAction;
-    if (!pAction)
+void BarActions::State(const Shown& shown) {
+    QAction* action = shown.action;
+    if (!action)
         return;
-    const Tool& oTool = *oShown.oInstance;
-    ++m_nTouched;
-    if (pAction->isCheckable() != oTool.Checked())
-        pAction->setCheckable(oTool.Checked());
-    if (pAction->isChecked() != oTool.Checked())
-        pAction->setChecked(oTool.Checked());
-    if (pAction->isEnabled() != oTool.Enabled())
-        pAction->setEnabled(oTool.Enabled());
-    if (pAction->isVisible() != oTool.Visible()) {
-        pAction->setVisible(oTool.Visible());
-        if (oShown.ePlace == ActionPlace::Toolbar)
-            ShowButton(*pAction);
+    const Tool& tool = *shown.instance;
+    ++m_touched;
+    if (action->isCheckable() != tool.Checked())
+        action->setCheckable(tool.Checked());
+    if (action->isChecked() != tool.Checked())
+        action->setChecked(tool.Checked());
+    if (action->isEnabled() != tool.Enabled())
+        action->setEnabled(tool.Enabled());
+    if (action->isVisible() != tool.Visible()) {
+        action->setVisible(tool.Visible());
+        if (shown.place == ActionPlace::Toolbar)
+            ShowButton(*action);
     }
 }
 
-void BarActions::Texts(const Shown& oShown) {
-    QAction* pAction = oShown.pAction;
-    if (!pAction)
+void BarActions::Texts(const Shown& shown) {
+    QAction* action = shown.action;
+    if (!action)
         return;
-    const Tool& oTool = *oShown.oInstance;
-    ++m_nTouched;
-    QString sText = CaptionOf(oTool);
-    if (oShown.ePlace == ActionPlace::Menu) {
+    const Tool& tool = *shown.instance;
+    ++m_touched;
+    QString text = CaptionOf(tool);
+    if (shown.place == ActionPlace::Menu) {
         // Behind the tab a menu shows it in the column of shortcuts.
-        if (const QString sKeys = m_pChanges->KeysText(oTool); !sKeys.isEmpty() && oTool.DropDownBand().empty())
-            sText += "\t" + sKeys;
+        if (const QString keys = m_changes->KeysText(tool); !keys.isEmpty() && tool.DropDownBand().empty())
+            text += "\t" + keys;
     } else {
-        if (const QIcon& oIcon = IconFor(oTool); oIcon.cacheKey() != pAction->icon().cacheKey())
-            pAction->setIcon(oIcon);
-        pAction->setIconText(QString::fromStdString(WithoutMnemonic(sText.toStdString())));
-        pAction->setToolTip(ToolTipOf(oTool, m_pChanges->KeysText(oTool)));
+        if (const QIcon& icon = IconFor(tool); icon.cacheKey() != action->icon().cacheKey())
+            action->setIcon(icon);
+        action->setIconText(QString::fromStdString(WithoutMnemonic(text.toStdString())));
+        action->setToolTip(ToolTipOf(tool, m_changes->KeysText(tool)));
     }
-    pAction->setText(sText);
-    pAction->setStatusTip(ShownDescription(oTool));
-    if (pAction->font().bold() != oTool.IsDefaultItem()) {
-        QFont oFont = pAction->font();
-        oFont.setBold(oTool.IsDefaultItem());
-        pAction->setFont(oFont);
+    action->setText(text);
+    action->setStatusTip(ShownDescription(tool));
+    if (action->font().bold() != tool.IsDefaultItem()) {
+        QFont font = action->font();
+        font.setBold(tool.IsDefaultItem());
+        action->setFont(font);
     }
 }
 

@@ -16,54 +16,54 @@
 namespace corvane::desktop {
 
 // The caption of an instance; for an empty one the last part of the tool's name.
-[[nodiscard]] QString CaptionOf(const Tool& oInstance);
+[[nodiscard]] QString CaptionOf(const Tool& instance);
 
 enum class ActionPlace { Menu, Toolbar };
 
 class BarActions {
 public:
     using ClickFunction = std::function<void(const Ref<Tool>&)>;
-    explicit BarActions(ClickFunction fnClick) : m_fnClick(std::move(fnClick)) {}
+    explicit BarActions(ClickFunction click) : m_click(std::move(click)) {}
 
     // A new action that shows the instance and clicks it. The parent owns it.
-    QAction* Add(const Ref<Tool>& oInstance, ActionPlace ePlace, QObject* pParent);
+    QAction* Add(const Ref<Tool>& instance, ActionPlace place, QObject* parent);
     // Follows an instance with an action that somebody else made, such as that of a menu.
-    void Follow(const Ref<Tool>& oInstance, ActionPlace ePlace, QAction* pAction, bool bClicks);
-    void Leave(const Tool* pInstance, const QAction* pAction);
-    void Click(const Ref<Tool>& oInstance) { m_fnClick(oInstance); }
+    void Follow(const Ref<Tool>& instance, ActionPlace place, QAction* action, bool clicks);
+    void Leave(const Tool* instance, const QAction* action);
+    void Click(const Ref<Tool>& instance) { m_click(instance); }
 
-    void ShowState(const Tool& oMaster);
-    void ShowTexts(const Tool* pInstance);
+    void ShowState(const Tool& master);
+    void ShowTexts(const Tool* instance);
     void ShowAllTexts();
-    void SetChanges(const BarChanges& oChanges) { m_pChanges = &oChanges; }
+    void SetChanges(const BarChanges& changes) { m_changes = &changes; }
     // The instance that an action shows; nothing for an action of others.
-    [[nodiscard]] Ref<Tool> InstanceOf(const QAction* pAction) const;
+    [[nodiscard]] Ref<Tool> InstanceOf(const QAction* action) const;
     // How often an action was touched since the start, for measuring what a change costs.
-    [[nodiscard]] long TouchCount() const { return m_nTouched; }
+    [[nodiscard]] long TouchCount() const { return m_touched; }
 
 private:
     struct Shown {
-        Ref<Tool> oInstance;
-        ActionPlace ePlace;
-        QPointer<QAction> pAction;
+        Ref<Tool> instance;
+        ActionPlace place;
+        QPointer<QAction> action;
     };
 
     // The icons of toolbars by normal and disabled picture, as buttons change hands all the time.
     struct ShownIcon {
-        Ref<Picture> oNormal;
-        Ref<Picture> oDisabled;
-        QIcon oIcon;
+        Ref<Picture> normal;
+        Ref<Picture> disabled;
+        QIcon icon;
     };
 
-    const QIcon& IconFor(const Tool& oInstance);
-    void State(const Shown& oShown);
-    void Texts(const Shown& oShown);
+    const QIcon& IconFor(const Tool& instance);
+    void State(const Shown& shown);
+    void Texts(const Shown& shown);
 
-    ClickFunction m_fnClick;
-    const BarChanges* m_pChanges = &BarChanges::None();
-    std::unordered_map<const Tool*, std::vector<Shown>> m_mapShown; // by instance
-    std::map<std::pair<const Picture*, const Picture*>, ShownIcon> m_mapIcons;
-    long m_nTouched = 0;
+    ClickFunction m_click;
+    const BarChanges* m_changes = &BarChanges::None();
+    std::unordered_map<const Tool*, std::vector<Shown>> m_shown; // by instance
+    std::map<std::pair<const Picture*, const Picture*>, ShownIcon> m_icons;
+    long m_touched = 0;
 };
 
 } // namespace corvane::desktop

@@ -4,24 +4,24 @@
 
 namespace corvane::desktop {
 
-QList<QKeySequence> BarChanges::KeysOf(const Tool& oTool) const {
-    QList<QKeySequence> aKeys;
-    for (const auto& oShortCut : oTool.ShortCuts())
-        if (const QKeySequence oKeys = KeyIn(QString::fromStdString(oShortCut->Value())); !oKeys.isEmpty())
-            aKeys.append(oKeys);
-    return aKeys;
+QList<QKeySequence> BarChanges::KeysOf(const Tool& tool) const {
+    QList<QKeySequence> keysList;
+    for (const auto& shortCut : tool.ShortCuts())
+        if (const QKeySequence keys = KeyIn(QString::fromStdString(shortCut->Value())); !keys.isEmpty())
+            keysList.append(keys);
+    return keysList;
 }
 
-QString BarChanges::KeysText(const Tool& oTool) const {
-    QStringList aTexts;
-    for (const QKeySequence& oKeys : KeysOf(oTool))
-        aTexts.append(oKeys.toString(QKeySequence::NativeText));
-    return aTexts.join(", ");
+QString BarChanges::KeysText(const Tool& tool) const {
+    QStringList texts;
+    for (const QKeySequence& keys : KeysOf(tool))
+        texts.append(keys.toString(QKeySequence::NativeText));
+    return texts.join(", ");
 }
 
 const BarChanges& BarChanges::None() {
-    static const BarChanges oNone;
-    return oNone;
+    static const BarChanges none;
+    return none;
 }
 
 } // namespace corvane::desktop

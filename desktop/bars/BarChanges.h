@@ -16,14 +16,14 @@ public:
     virtual ~BarChanges() = default;
 
     // The keys of a tool, each of one stroke.
-    [[nodiscard]] virtual QList<QKeySequence> KeysOf(const Tool& oTool) const;
+    [[nodiscard]] virtual QList<QKeySequence> KeysOf(const Tool& tool) const;
     // Keys that the person gave come before those of definitions, where both are the same.
-    [[nodiscard]] virtual bool HasOwnKeys(const Tool& /*oTool*/) const { return false; }
+    [[nodiscard]] virtual bool HasOwnKeys(const Tool& /*tool*/) const { return false; }
     // The instances that are drawn of a menu or a toolbar, in order.
-    [[nodiscard]] virtual std::vector<Ref<Tool>> InstancesOf(const Band& oBand) const { return oBand.Tools()->All(); }
+    [[nodiscard]] virtual std::vector<Ref<Tool>> InstancesOf(const Band& band) const { return band.Tools()->All(); }
 
     // How the keys are shown, empty for none.
-    [[nodiscard]] QString KeysText(const Tool& oTool) const;
+    [[nodiscard]] QString KeysText(const Tool& tool) const;
 
     [[nodiscard]] static const BarChanges& None();
 };

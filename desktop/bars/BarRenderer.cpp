@@ -20,56 +20,56 @@ namespace corvane::desktop {
 
 namespace {
 
-bool IsBand(const Band& oBand, std::string_view sName) {
-    return EqualText(oBand.Name(), sName);
+bool IsBand(const Band& band, std::string_view name) {
+    return EqualText(band.Name(), name);
 }
 
-constexpr const char* sStatusBand = "StatusBar";
-constexpr std::size_t nFirstStates = 256;
+constexpr const char* statusBand = "StatusBar";
+constexpr std::size_t firstStates = 256;
 
-void DropTwins(std::vector<Ref<Tool>>& aTools) {
-    std::sort(aTools.begin(), aTools.end(),
-              [](const auto& oLeft, const auto& oRight) { return std::less<>()(oLeft.Get(), oRight.Get()); });
-    aTools.erase(std::unique(aTools.begin(), aTools.end()), aTools.end());
+void DropTwins(std::vector<Ref<Tool>>& tools) {
+    std::sort(tools.begin(), tools.end(),
+              [](const auto& left, const auto& right) { return std::less<>()(left.Get(), right.Get()); });
+    tools.erase(std::unique(tools.begin(), tools.end()), tools.end());
 }
 
-bool IsVisibleButton(const Tool& oInstance) {
-    return oInstance.Visible() && !EqualText(oInstance.Name(), "Separator");
+bool IsVisibleButton(const Tool& instance) {
+    return instance.Visible() && !EqualText(instance.Name(), "Separator");
 }
 
 // While buttons come and go, Qt would lay out toolbar and window after each of them. The request for one layout stays.
 class LayoutPause {
 public:
-    explicit LayoutPause(std::vector<QLayout*> aLayouts) : m_aLayouts(std::move(aLayouts)) { Enable(false); }
+    explicit LayoutPause(std::vector<QLayout*> layouts) : m_layouts(std::move(layouts)) { Enable(false); }
     LayoutPause(const LayoutPause&) = delete;
     LayoutPause& operator=(const LayoutPause&) = delete;
     ~LayoutPause() { Enable(true); }
 
 private:
-    void Enable(bool bEnable) {
-        for (QLayout* pLayout : m_aLayouts)
-            pLayout->setEnabled(bEnable);
+    void Enable(bool enable) {
+        for (QLayout* layout : m_layouts)
+            layout->setEnabled(enable);
     }
-    std::vector<QLayout*> m_aLayouts;
+    std::vector<QLayout*> m_layouts;
 };
 
 } // namespace
 
-BarRenderer::BarRenderer(Ref<ActiveBar> oActiveBar, QMainWindow* pWindow, GuardFunction fnGuard)
-    : QObject(pWindow), m_oActiveBar(std::move(oActiveBar)), m_pWindow(pWindow), m_fnGuard(std::move(fnGuard)),
-      m_oActions([this](const Ref<Tool>& oTool) { m_fnGuard([&] { m_oActiveBar->Click(oTool); }); }),
-      m_oMenus(m_oActiveBar, m_oActions, m_fnGuard), m_oShortCuts(m_oActiveBar),
-      m_pMenuBar(new MenuBar(m_oMenus, m_oActions, pWindow)), m_pStatus(new QLabel) {
-    m_pWindow->setMenuBar(m_pMenuBar);
-    m_pStatus->setTextFormat(Qt::PlainText);
-    m_pStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_pStatus->setAccessibleName(tr("Status"));
-    m_pWindow->statusBar()->addWidget(m_pStatus, 1);
-    m_oPopupRequested = m_oActiveBar->PopupRequested.Subscribe([this](const Ref<Band>& oBand) { ShowPopup(oBand); });
-    m_oPaintRequested = m_oActiveBar->PaintRequested.Subscribe([this](const Ref<Band>& oBand) {
-        if (IsBand(*oBand, sStatusBand)) {
+BarRenderer::BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, GuardFunction guard)
+    : QObject(window), m_activeBar(std::move(activeBar)), m_window(window), m_guard(std::move(guard)),
+      m_actions([this](const Ref<Tool>& tool) { m_guard([&] { m_activeBar->Click(tool); }); }),
+      m_menus(m_activeBar, m_actions, m_guard), m_shortCuts(m_activeBar),
+      m_menuBar(new MenuBar(m_menus, m_actions, window)), m_status(new QLabel) {
+    m_window->setMenuBar(m_menuBar);
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_status->setAccessibleName(tr("Status"));
+    m_window->statusBar()->addWidget(m_status, 1);
+    m_popupRequested = m_activeBar->PopupRequested.Subscribe([this](const Ref<Band>& band) { ShowPopup(band); });
+    m_paintRequested = m_activeBar->PaintRequested.Subscribe([this](const Ref<Band>& band) {
+        if (IsBand(*band, statusBand)) {
             ShowStatusBar();
-            m_pStatus->repaint();
+            m_status->repaint();
         }
     });
     qApp->installEventFilter(this);
@@ -78,50 +78,50 @@ BarRenderer::BarRenderer(Ref<ActiveBar> oActiveBar, QMainWindow* pWindow, GuardF
 
 BarRenderer::~BarRenderer() = default;
 
-QToolBar* BarRenderer::ToolbarOf(const Band& oBand) const {
-    const auto it = m_mapToolbars.find(&oBand);
-    return it == m_mapToolbars.end() ? nullptr : it->second.pToolbar;
+QToolBar* BarRenderer::ToolbarOf(const Band& band) const {
+    const auto it = m_toolbars.find(&band);
+    return it == m_toolbars.end() ? nullptr : it->second.toolbar;
 }
 
-void BarRenderer::SetChanges(const BarChanges& oChanges) {
-    m_pChanges = &oChanges;
-    m_oShortCuts.SetChanges(oChanges);
-    m_oActions.SetChanges(oChanges);
-    m_oMenus.SetChanges(oChanges);
+void BarRenderer::SetChanges(const BarChanges& changes) {
+    m_changes = &changes;
+    m_shortCuts.SetChanges(changes);
+    m_actions.SetChanges(changes);
+    m_menus.SetChanges(changes);
     Redraw();
 }
 
 void BarRenderer::Redraw() {
-    m_oShortCuts.Invalidate();
-    m_oActions.ShowAllTexts();
+    m_shortCuts.Invalidate();
+    m_actions.ShowAllTexts();
     RedrawToolbars();
 }
 
 void BarRenderer::RedrawToolbars() {
-    for (const auto& oBand : m_oActiveBar->Bands()->All())
-        if (oBand->Kind() == BandKind::Toolbar) // one without a widget may have a button now
-            m_setBands.insert(oBand.Get());
+    for (const auto& band : m_activeBar->Bands()->All())
+        if (band->Kind() == BandKind::Toolbar) // one without a widget may have a button now
+            m_bands.insert(band.Get());
     Schedule();
 }
 
-void BarRenderer::Note(const BarChange& oChange) {
-    switch (oChange.eWhat) {
+void BarRenderer::Note(const BarChange& change) {
+    switch (change.eWhat) {
     case BarChange::What::ToolState:
-        NoteState(oChange.pTool);
+        NoteState(change.pTool);
         break;
     case BarChange::What::BandAdded:
     case BarChange::What::BandLook:
     case BarChange::What::BandTools:
-        m_setBands.insert(oChange.pBand);
+        m_bands.insert(change.pBand);
         break;
     case BarChange::What::ShortCuts:
-        m_oShortCuts.Invalidate();
-        m_setTexts.insert(oChange.pTool);
+        m_shortCuts.Invalidate();
+        m_texts.insert(change.pTool);
         break;
     case BarChange::What::ToolTexts:
-        m_setTexts.insert(oChange.pTool);
-        if (oChange.pBand && oChange.pBand->Kind() == BandKind::Toolbar)
-            m_setBands.insert(oChange.pBand); // the drop-down band is one of the texts
+        m_texts.insert(change.pTool);
+        if (change.pBand && change.pBand->Kind() == BandKind::Toolbar)
+            m_bands.insert(change.pBand); // the drop-down band is one of the texts
         break;
     case BarChange::What::Layout:
     case BarChange::What::Redraw:
@@ -132,239 +132,239 @@ void BarRenderer::Note(const BarChange& oChange) {
 
 // A focus switch notes a hundred tools, so that this is no more than an entry in a list. What changes over and over
 // again before the next pass doesn't make the list grow.
-void BarRenderer::NoteState(Tool* pMaster) {
-    if (m_aStates.size() == m_aStates.capacity()) {
-        DropTwins(m_aStates);
-        m_aStates.reserve(std::max<std::size_t>(nFirstStates, m_aStates.size() * 2));
+void BarRenderer::NoteState(Tool* master) {
+    if (m_states.size() == m_states.capacity()) {
+        DropTwins(m_states);
+        m_states.reserve(std::max<std::size_t>(firstStates, m_states.size() * 2));
     }
-    m_aStates.emplace_back(pMaster);
+    m_states.emplace_back(master);
 }
 
 void BarRenderer::Schedule() {
-    if (m_bScheduled)
+    if (m_scheduled)
         return;
-    m_bScheduled = true;
+    m_scheduled = true;
     QMetaObject::invokeMethod(this, &BarRenderer::Flush, Qt::QueuedConnection);
 }
 
 void BarRenderer::Flush() {
-    m_bScheduled = false;
+    m_scheduled = false;
     // Before the first pass there is nothing on screen that changes could touch, and a start makes very many of them.
-    if (m_bAllBands) {
-        m_oChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) { Note(oChange); });
-        m_oShortCuts.Invalidate();
+    if (m_allBands) {
+        m_changed = m_activeBar->Changed.Subscribe([this](const BarChange& change) { Note(change); });
+        m_shortCuts.Invalidate();
     }
-    const bool bAllBands = std::exchange(m_bAllBands, false);
-    const auto setBands = std::exchange(m_setBands, {});
-    const auto setTexts = std::exchange(m_setTexts, {});
-    std::vector<Ref<Tool>> aStates;
-    aStates.reserve(m_aStates.capacity());
-    aStates.swap(m_aStates);
-    DropTwins(aStates);
-    if (bAllBands || !setBands.empty())
-        ShowBands(setBands, bAllBands);
-    if (!aStates.empty())
-        ShowStates(aStates);
-    for (const Tool* pTool : setTexts)
-        m_oActions.ShowTexts(pTool);
+    const bool allBands = std::exchange(m_allBands, false);
+    const auto bands = std::exchange(m_bands, {});
+    const auto texts = std::exchange(m_texts, {});
+    std::vector<Ref<Tool>> states;
+    states.reserve(m_states.capacity());
+    states.swap(m_states);
+    DropTwins(states);
+    if (allBands || !bands.empty())
+        ShowBands(bands, allBands);
+    if (!states.empty())
+        ShowStates(states);
+    for (const Tool* tool : texts)
+        m_actions.ShowTexts(tool);
     ShowStatusBar();
 }
 
-void BarRenderer::ShowBands(const std::unordered_set<const Band*>& setBands, bool bAll) {
-    for (const auto& oBand : m_oActiveBar->Bands()->All()) {
-        if (!bAll && !setBands.contains(oBand.Get()))
+void BarRenderer::ShowBands(const std::unordered_set<const Band*>& bands, bool all) {
+    for (const auto& band : m_activeBar->Bands()->All()) {
+        if (!all && !bands.contains(band.Get()))
             continue;
-        if (oBand->Kind() == BandKind::Toolbar)
-            ShowToolbar(oBand);
-        else if (oBand->Kind() == BandKind::MenuBar)
-            m_pMenuBar->Show(*oBand);
-        else if (IsBand(*oBand, sStatusBand))
-            m_pWindow->statusBar()->setVisible(oBand->Visible());
+        if (band->Kind() == BandKind::Toolbar)
+            ShowToolbar(band);
+        else if (band->Kind() == BandKind::MenuBar)
+            m_menuBar->Show(*band);
+        else if (IsBand(*band, statusBand))
+            m_window->statusBar()->setVisible(band->Visible());
     }
 }
 
-void BarRenderer::ShowStates(const std::vector<Ref<Tool>>& aMasters) {
-    std::vector<Ref<Band>> aToolbars; // with a button that changes
-    for (const auto& oMaster : aMasters)
-        for (const Tool* pInstance : oMaster->Instances()) {
-            Band* pBand = pInstance->OwningBand();
-            const bool bIsKnown = std::any_of(aToolbars.begin(), aToolbars.end(),
-                                              [&](const auto& oBand) { return oBand.Get() == pBand; });
-            if (pBand && pBand->Kind() == BandKind::Toolbar && !bIsKnown)
-                aToolbars.emplace_back(pBand);
+void BarRenderer::ShowStates(const std::vector<Ref<Tool>>& masters) {
+    std::vector<Ref<Band>> toolbars; // with a button that changes
+    for (const auto& master : masters)
+        for (const Tool* instance : master->Instances()) {
+            Band* bandPointer = instance->OwningBand();
+            const bool isKnown = std::any_of(toolbars.begin(), toolbars.end(),
+                                             [&](const auto& band) { return band.Get() == bandPointer; });
+            if (bandPointer && bandPointer->Kind() == BandKind::Toolbar && !isKnown)
+                toolbars.emplace_back(bandPointer);
         }
-    std::vector<QLayout*> aLayouts{m_pWindow->layout()};
-    for (const auto& oBand : aToolbars)
-        if (const QToolBar* pToolbar = ToolbarOf(*oBand))
-            aLayouts.push_back(pToolbar->layout());
-    const LayoutPause oPause(std::move(aLayouts));
-    for (const auto& oBand : aToolbars)
-        ShowToolbarIfUsed(oBand); // a button that comes or goes may be the only one
-    for (const auto& oMaster : aMasters)
-        m_oActions.ShowState(*oMaster);
+    std::vector<QLayout*> layouts{m_window->layout()};
+    for (const auto& band : toolbars)
+        if (const QToolBar* toolbar = ToolbarOf(*band))
+            layouts.push_back(toolbar->layout());
+    const LayoutPause pause(std::move(layouts));
+    for (const auto& band : toolbars)
+        ShowToolbarIfUsed(band); // a button that comes or goes may be the only one
+    for (const auto& master : masters)
+        m_actions.ShowState(*master);
 }
 
-bool BarRenderer::HasVisibleButton(const Band& oBand) const {
-    const auto aTools = m_pChanges->InstancesOf(oBand);
-    return std::any_of(aTools.begin(), aTools.end(), [](const auto& oTool) { return IsVisibleButton(*oTool); });
+bool BarRenderer::HasVisibleButton(const Band& band) const {
+    const auto tools = m_changes->InstancesOf(band);
+    return std::any_of(tools.begin(), tools.end(), [](const auto& tool) { return IsVisibleButton(*tool); });
 }
 
-void BarRenderer::ShowToolbar(const Ref<Band>& oBand) {
-    const auto it = m_mapToolbars.find(oBand.Get());
-    if (it != m_mapToolbars.end())
-        it->second.bChanged = true;
-    ShowToolbarIfUsed(oBand);
+void BarRenderer::ShowToolbar(const Ref<Band>& band) {
+    const auto it = m_toolbars.find(band.Get());
+    if (it != m_toolbars.end())
+        it->second.changed = true;
+    ShowToolbarIfUsed(band);
 }
 
 // A toolbar is made when it is first visible and filled then; while it is hidden nothing is drawn into it. Without a
 // visible button it would be an empty strip.
-void BarRenderer::ShowToolbarIfUsed(const Ref<Band>& oBand) {
-    const auto it = m_mapToolbars.find(oBand.Get());
-    if (!oBand->Visible() || (it == m_mapToolbars.end() && !HasVisibleButton(*oBand))) {
-        if (it != m_mapToolbars.end())
-            it->second.pToolbar->hide();
+void BarRenderer::ShowToolbarIfUsed(const Ref<Band>& band) {
+    const auto it = m_toolbars.find(band.Get());
+    if (!band->Visible() || (it == m_toolbars.end() && !HasVisibleButton(*band))) {
+        if (it != m_toolbars.end())
+            it->second.toolbar->hide();
         return;
     }
-    ShownToolbar& oShown = it != m_mapToolbars.end() ? it->second : m_mapToolbars[oBand.Get()];
-    if (!oShown.pToolbar)
-        oShown.pToolbar = NewToolbar(oBand);
-    if (std::exchange(oShown.bChanged, false)) {
-        oShown.pToolbar->setWindowTitle(ShownCaption(*oBand));
-        oShown.pToolbar->SetInstances(m_pChanges->InstancesOf(*oBand));
+    ShownToolbar& shown = it != m_toolbars.end() ? it->second : m_toolbars[band.Get()];
+    if (!shown.toolbar)
+        shown.toolbar = NewToolbar(band);
+    if (std::exchange(shown.changed, false)) {
+        shown.toolbar->setWindowTitle(ShownCaption(*band));
+        shown.toolbar->SetInstances(m_changes->InstancesOf(*band));
     }
-    oShown.pToolbar->setVisible(oShown.pToolbar->ShowButtons());
+    shown.toolbar->setVisible(shown.toolbar->ShowButtons());
 }
 
-Toolbar* BarRenderer::NewToolbar(const Ref<Band>& oBand) {
-    auto* pToolbar = new Toolbar(m_oMenus, m_oActions, m_pWindow);
-    pToolbar->setObjectName(QString::fromStdString(oBand->Name()));
-    for (QToolButton* pMore : pToolbar->findChildren<QToolButton*>("qt_toolbar_ext_button")) // shows what doesn't fit
-        pMore->setAccessibleName(tr("More of %1").arg(ShownCaption(*oBand)));
-    pToolbar->setMovable(true);
-    pToolbar->setFloatable(true);
-    pToolbar->toggleViewAction()->setEnabled(false); // the bar's own menu does that
-    connect(pToolbar->CloseAction(), &QAction::triggered, this,
-            [this, oBand] { m_fnGuard([&] { m_oActiveBar->Close(oBand); }); });
-    connect(pToolbar, &QToolBar::topLevelChanged, this, [this] { Schedule(); });
-    m_pWindow->addToolBar(pToolbar);
-    return pToolbar;
+Toolbar* BarRenderer::NewToolbar(const Ref<Band>& band) {
+    auto* toolbar = new Toolbar(m_menus, m_actions, m_window);
+    toolbar->setObjectName(QString::fromStdString(band->Name()));
+    for (QToolButton* more : toolbar->findChildren<QToolButton*>("qt_toolbar_ext_button")) // shows what doesn't fit
+        more->setAccessibleName(tr("More of %1").arg(ShownCaption(*band)));
+    toolbar->setMovable(true);
+    toolbar->setFloatable(true);
+    toolbar->toggleViewAction()->setEnabled(false); // the bar's own menu does that
+    connect(toolbar->CloseAction(), &QAction::triggered, this,
+            [this, band] { m_guard([&] { m_activeBar->Close(band); }); });
+    connect(toolbar, &QToolBar::topLevelChanged, this, [this] { Schedule(); });
+    m_window->addToolBar(toolbar);
+    return toolbar;
 }
 
 void BarRenderer::ShowStatusBar() {
-    const Ref<Band> oBand = m_oActiveBar->Bands()->Find(sStatusBand);
-    if (!oBand)
+    const Ref<Band> band = m_activeBar->Bands()->Find(statusBand);
+    if (!band)
         return;
-    if (const Ref<Tool> oStatus = oBand->Tools()->Find("Status")) {
-        const QString sText = QString::fromStdString(oStatus->Caption());
-        const bool bShown = oStatus->Visible() && m_oActiveBar->StatusTextShown();
-        const bool bTurned = std::exchange(m_bStatusShown, bShown) != bShown; // a description hides the label, too
+    if (const Ref<Tool> status = band->Tools()->Find("Status")) {
+        const QString text = QString::fromStdString(status->Caption());
+        const bool shown = status->Visible() && m_activeBar->StatusTextShown();
+        const bool turned = std::exchange(m_statusShown, shown) != shown; // a description hides the label, too
         // What is shown while the bar describes the command under the pointer would lie over that; news come first.
-        if (bTurned || m_pStatus->text() != sText) {
-            m_pWindow->statusBar()->clearMessage();
-            m_pStatus->setText(sText);
-            m_pStatus->setToolTip(sText);
-            m_pStatus->setVisible(bShown);
+        if (turned || m_status->text() != text) {
+            m_window->statusBar()->clearMessage();
+            m_status->setText(text);
+            m_status->setToolTip(text);
+            m_status->setVisible(shown);
         }
     }
-    const Ref<Tool> oProgress = oBand->Tools()->Find("ctlProgressBar");
-    const bool bProgress = oProgress && oProgress->Visible() && oProgress->HWnd() != 0;
-    if (bProgress && !m_pProgress && m_fnMakeProgress) {
-        m_pProgress = m_fnMakeProgress();
-        m_pWindow->statusBar()->addWidget(m_pProgress, 2);
+    const Ref<Tool> progress = band->Tools()->Find("ctlProgressBar");
+    const bool hasProgress = progress && progress->Visible() && progress->HWnd() != 0;
+    if (hasProgress && !m_progress && m_makeProgress) {
+        m_progress = m_makeProgress();
+        m_window->statusBar()->addWidget(m_progress, 2);
     }
-    if (m_pProgress && m_pProgress->isHidden() == bProgress) {
-        m_pWindow->statusBar()->clearMessage();
-        m_pProgress->setVisible(bProgress);
+    if (m_progress && m_progress->isHidden() == hasProgress) {
+        m_window->statusBar()->clearMessage();
+        m_progress->setVisible(hasProgress);
     }
 }
 
-QMenu* BarRenderer::NewPopup(const Ref<Band>& oBand) {
-    auto* pMenu = new QMenu(m_pWindow);
-    if (!m_oMenus.Fill(pMenu, oBand)) {
-        delete pMenu;
+QMenu* BarRenderer::NewPopup(const Ref<Band>& band) {
+    auto* menu = new QMenu(m_window);
+    if (!m_menus.Fill(menu, band)) {
+        delete menu;
         return nullptr;
     }
-    for (QAction* pAction : pMenu->actions())
-        if (pAction->font().bold())
-            pMenu->setDefaultAction(pAction);
+    for (QAction* action : menu->actions())
+        if (action->font().bold())
+            menu->setDefaultAction(action);
     // Qt tells descriptions to the window only for menus that hang on one of its bars.
-    const auto fnDescribe = [pWindow = m_pWindow](const QString& sText) {
-        QStatusTipEvent oEvent(sText);
-        QCoreApplication::sendEvent(pWindow, &oEvent);
+    const auto describe = [window = m_window](const QString& text) {
+        QStatusTipEvent event(text);
+        QCoreApplication::sendEvent(window, &event);
     };
-    connect(pMenu, &QMenu::hovered, m_pWindow, [fnDescribe](QAction* pAction) { fnDescribe(pAction->statusTip()); });
-    connect(pMenu, &QMenu::aboutToHide, m_pWindow, [fnDescribe] { fnDescribe({}); });
-    return pMenu;
+    connect(menu, &QMenu::hovered, m_window, [describe](QAction* action) { describe(action->statusTip()); });
+    connect(menu, &QMenu::aboutToHide, m_window, [describe] { describe({}); });
+    return menu;
 }
 
-void BarRenderer::ShowPopup(const Ref<Band>& oBand) {
-    const QPoint oPlace = std::exchange(m_oPopupPlace, std::nullopt).value_or(QCursor::pos());
-    if (QMenu* pMenu = NewPopup(oBand)) {
-        pMenu->exec(oPlace);
-        pMenu->deleteLater(); // a chosen entry may still be on its way
+void BarRenderer::ShowPopup(const Ref<Band>& band) {
+    const QPoint place = std::exchange(m_popupPlace, std::nullopt).value_or(QCursor::pos());
+    if (QMenu* menu = NewPopup(band)) {
+        menu->exec(place);
+        menu->deleteLater(); // a chosen entry may still be on its way
     }
 }
 
 QMenu* BarRenderer::NewCustomizeMenu() {
-    const Ref<BandCollection> oBands = m_oActiveBar->Bands();
-    std::vector<Ref<Band>> aToolbars;
-    for (const auto& oBand : oBands->All())
-        if (oBand->Kind() == BandKind::Toolbar && m_oActiveBar->Tools()->Find(oBand->Name()))
-            aToolbars.push_back(oBand);
-    if (aToolbars.empty())
+    const Ref<BandCollection> bands = m_activeBar->Bands();
+    std::vector<Ref<Band>> toolbars;
+    for (const auto& band : bands->All())
+        if (band->Kind() == BandKind::Toolbar && m_activeBar->Tools()->Find(band->Name()))
+            toolbars.push_back(band);
+    if (toolbars.empty())
         return nullptr;
-    Ref<Band> oCustomize = oBands->Find("SysCustomize");
-    if (!oCustomize) {
-        oCustomize = oBands->Add("SysCustomize");
-        oCustomize->SetBandKind(BandKind::Popup);
+    Ref<Band> customize = bands->Find("SysCustomize");
+    if (!customize) {
+        customize = bands->Add("SysCustomize");
+        customize->SetBandKind(BandKind::Popup);
     }
-    const Ref<BandTools> oTools = oCustomize->Tools();
-    while (oTools->Count() > 0)
-        oTools->Remove(oTools->Count() - 1);
-    for (const auto& oToolbar : aToolbars)
-        oTools->Insert(-1, m_oActiveBar->Tools()->Item(oToolbar->Name()))->SetCaption(oToolbar->Caption());
+    const Ref<BandTools> tools = customize->Tools();
+    while (tools->Count() > 0)
+        tools->Remove(tools->Count() - 1);
+    for (const auto& toolbar : toolbars)
+        tools->Insert(-1, m_activeBar->Tools()->Item(toolbar->Name()))->SetCaption(toolbar->Caption());
     // Of every control's own menu the application leaves out the last two entries when it opens.
-    oTools->AddHostTool("SysReset")->SetCaption("Reset Toolbars");
-    oTools->AddHostTool("SysCustomizeDialog")->SetCaption("Customize...");
-    return NewPopup(oCustomize);
+    tools->AddHostTool("SysReset")->SetCaption("Reset Toolbars");
+    tools->AddHostTool("SysCustomizeDialog")->SetCaption("Customize...");
+    return NewPopup(customize);
 }
 
-bool BarRenderer::IsForWindow(QObject* pWatched) const {
-    const auto* pWidget = qobject_cast<QWidget*>(pWatched);
-    if (!pWidget || QGuiApplication::modalWindow() || QApplication::activeModalWidget() ||
+bool BarRenderer::IsForWindow(QObject* watched) const {
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (!widget || QGuiApplication::modalWindow() || QApplication::activeModalWidget() ||
         QApplication::activePopupWidget())
         return false;
     // Docks and toolbars that float belong to the window as well.
-    for (const QWidget* p = pWidget; p; p = p->parentWidget())
-        if (p == m_pWindow)
+    for (const QWidget* p = widget; p; p = p->parentWidget())
+        if (p == m_window)
             return true;
     return false;
 }
 
-bool BarRenderer::FireShortCut(QObject* pWatched, QKeyEvent& oEvent) {
-    const Ref<Tool> oTool = m_oShortCuts.Find(oEvent.keyCombination());
-    if (!oTool)
+bool BarRenderer::FireShortCut(QObject* watched, QKeyEvent& event) {
+    const Ref<Tool> tool = m_shortCuts.Find(event.keyCombination());
+    if (!tool)
         return false;
     // A widget that edits text keeps the keys that it needs itself, also one that it didn't use just now, so that the
     // key goes on to the widgets around it.
-    QWidget* pFocus = QApplication::focusWidget();
-    const bool bInside = pFocus && qobject_cast<QWidget*>(pWatched)->isAncestorOf(pFocus);
-    QKeyEvent oOverride(QEvent::ShortcutOverride, oEvent.key(), oEvent.modifiers(), oEvent.text());
-    oOverride.ignore();
-    QCoreApplication::sendEvent(bInside ? pFocus : pWatched, &oOverride);
-    if (oOverride.isAccepted())
+    QWidget* focus = QApplication::focusWidget();
+    const bool inside = focus && qobject_cast<QWidget*>(watched)->isAncestorOf(focus);
+    QKeyEvent overrideEvent(QEvent::ShortcutOverride, event.key(), event.modifiers(), event.text());
+    overrideEvent.ignore();
+    QCoreApplication::sendEvent(inside ? focus : watched, &overrideEvent);
+    if (overrideEvent.isAccepted())
         return false;
-    m_fnGuard([&] { m_oActiveBar->Click(oTool); });
+    m_guard([&] { m_activeBar->Click(tool); });
     return true;
 }
 
-bool BarRenderer::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    if (pEvent->type() == QEvent::KeyPress && IsForWindow(pWatched)) {
-        auto& oKeyEvent = *static_cast<QKeyEvent*>(pEvent);
-        if (FireShortCut(pWatched, oKeyEvent))
+bool BarRenderer::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && IsForWindow(watched)) {
+        auto& keyEvent = *static_cast<QKeyEvent*>(event);
+        if (FireShortCut(watched, keyEvent))
             return true;
     }
-    return QObject::eventFilter(pWatched, pEvent);
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace corvane::desktop

@@ -28,77 +28,77 @@ class BarRenderer final : public QObject {
     Q_OBJECT
 public:
     using GuardFunction = MenuBuilder::GuardFunction;
-    BarRenderer(Ref<ActiveBar> oActiveBar, QMainWindow* pWindow, GuardFunction fnGuard);
+    BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, GuardFunction guard);
     ~BarRenderer() override;
 
     // What is laid over the model from now on. Whoever gives it calls Redraw when it changes.
-    void SetChanges(const BarChanges& oChanges);
+    void SetChanges(const BarChanges& changes);
     void Redraw();
     // The next pass shows every toolbar as the model says, whatever has become of its widget.
     void RedrawToolbars();
     // Brings the screen up to date now.
     void Flush();
-    [[nodiscard]] MenuBuilder& Menus() { return m_oMenus; }
-    [[nodiscard]] const BarActions& Actions() const { return m_oActions; }
-    [[nodiscard]] QToolBar* ToolbarOf(const Band& oBand) const; // a null pointer for one that hasn't been shown yet
+    [[nodiscard]] MenuBuilder& Menus() { return m_menus; }
+    [[nodiscard]] const BarActions& Actions() const { return m_actions; }
+    [[nodiscard]] QToolBar* ToolbarOf(const Band& band) const; // a null pointer for one that hasn't been shown yet
     // Where the next pop-up menu belongs, in pixels of the screen; the pointer's place without one.
-    void SetPopupPlace(const QPoint& oPlace) { m_oPopupPlace = oPlace; }
+    void SetPopupPlace(const QPoint& place) { m_popupPlace = place; }
     // The widget that takes the place of the tool "ctlProgressBar" in the status bar.
     // What makes the widget when the bar is first to be seen.
-    void SetProgressWidget(std::function<QWidget*()> fnMake) { m_fnMakeProgress = std::move(fnMake); }
+    void SetProgressWidget(std::function<QWidget*()> make) { m_makeProgress = std::move(make); }
     // The menu "SysCustomize" with an entry for each toolbar; a null pointer when there is none. The caller owns it.
     QMenu* NewCustomizeMenu();
 
     // Lays out what a pop-up menu of that band holds, without showing it; the caller owns it.
-    QMenu* NewPopup(const Ref<Band>& oBand);
+    QMenu* NewPopup(const Ref<Band>& band);
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void Note(const BarChange& oChange);
-    void NoteState(Tool* pMaster);
+    void Note(const BarChange& change);
+    void NoteState(Tool* master);
     void Schedule();
-    void ShowBands(const std::unordered_set<const Band*>& setBands, bool bAll);
-    void ShowStates(const std::vector<Ref<Tool>>& aMasters);
-    void ShowToolbar(const Ref<Band>& oBand);
-    [[nodiscard]] bool HasVisibleButton(const Band& oBand) const;
-    void ShowToolbarIfUsed(const Ref<Band>& oBand);
-    Toolbar* NewToolbar(const Ref<Band>& oBand);
+    void ShowBands(const std::unordered_set<const Band*>& bands, bool all);
+    void ShowStates(const std::vector<Ref<Tool>>& masters);
+    void ShowToolbar(const Ref<Band>& band);
+    [[nodiscard]] bool HasVisibleButton(const Band& band) const;
+    void ShowToolbarIfUsed(const Ref<Band>& band);
+    Toolbar* NewToolbar(const Ref<Band>& band);
     void ShowStatusBar();
-    void ShowPopup(const Ref<Band>& oBand);
-    [[nodiscard]] bool IsForWindow(QObject* pWatched) const;
-    bool FireShortCut(QObject* pWatched, class QKeyEvent& oEvent);
+    void ShowPopup(const Ref<Band>& band);
+    [[nodiscard]] bool IsForWindow(QObject* watched) const;
+    bool FireShortCut(QObject* watched, class QKeyEvent& event);
 
-    Ref<ActiveBar> m_oActiveBar;
-    QMainWindow* m_pWindow;
-    GuardFunction m_fnGuard;
-    BarActions m_oActions;
-    MenuBuilder m_oMenus;
-    ShortCutTable m_oShortCuts;
-    MenuBar* m_pMenuBar;
-    const BarChanges* m_pChanges = &BarChanges::None();
-    QLabel* m_pStatus;
-    bool m_bStatusShown = true;
-    std::function<QWidget*()> m_fnMakeProgress;
-    QWidget* m_pProgress = nullptr;
+    Ref<ActiveBar> m_activeBar;
+    QMainWindow* m_window;
+    GuardFunction m_guard;
+    BarActions m_actions;
+    MenuBuilder m_menus;
+    ShortCutTable m_shortCuts;
+    MenuBar* m_menuBar;
+    const BarChanges* m_changes = &BarChanges::None();
+    QLabel* m_status;
+    bool m_statusShown = true;
+    std::function<QWidget*()> m_makeProgress;
+    QWidget* m_progress = nullptr;
     struct ShownToolbar {
-        Toolbar* pToolbar = nullptr;
-        bool bChanged = true; // the band, since the toolbar was last given its instances
+        Toolbar* toolbar = nullptr;
+        bool changed = true; // the band, since the toolbar was last given its instances
     };
-    std::map<const Band*, ShownToolbar> m_mapToolbars;
-    std::optional<QPoint> m_oPopupPlace;
+    std::map<const Band*, ShownToolbar> m_toolbars;
+    std::optional<QPoint> m_popupPlace;
 
     // What the next pass has to bring up to date.
-    bool m_bScheduled = false;
-    bool m_bAllBands = true;
-    std::unordered_set<const Band*> m_setBands;
-    std::vector<Ref<Tool>> m_aStates;           // masters, some of them twice; held, as one may go before the pass
-    std::unordered_set<const Tool*> m_setTexts; // compared only, never looked into
+    bool m_scheduled = false;
+    bool m_allBands = true;
+    std::unordered_set<const Band*> m_bands;
+    std::vector<Ref<Tool>> m_states;         // masters, some of them twice; held, as one may go before the pass
+    std::unordered_set<const Tool*> m_texts; // compared only, never looked into
 
-    Subscription m_oChanged;
-    Subscription m_oPopupRequested;
-    Subscription m_oPaintRequested;
+    Subscription m_changed;
+    Subscription m_popupRequested;
+    Subscription m_paintRequested;
 };
 
 } // namespace corvane::desktop

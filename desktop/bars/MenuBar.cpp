@@ -10,123 +10,121 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::size_t nMostTitles = 60;
-constexpr std::size_t nFewTitles = 24;   // are measured as they are
-constexpr int nSettleMilliseconds = 100; // nobody presses a key before the first picture
+constexpr std::size_t mostTitles = 60;
+constexpr std::size_t fewTitles = 24;   // are measured as they are
+constexpr int settleMilliseconds = 100; // nobody presses a key before the first picture
 
 } // namespace
 
-MenuBar::MenuBar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent)
-    : QMenuBar(pParent), m_oMenus(oMenus), m_oActions(oActions), m_pRest(new QMenu(tr("More"), this)) {
-    m_pRest->addAction(QString()); // an empty menu is never asked to open
-    m_oRestKeys.setSingleShot(true);
-    m_oRestKeys.setInterval(nSettleMilliseconds);
-    connect(&m_oRestKeys, &QTimer::timeout, this, &MenuBar::TakeRestKeys);
-    connect(m_pRest, &QMenu::aboutToShow, this, [this] { m_oMenus.FillWith(m_pRest, m_aRest); });
+MenuBar::MenuBar(MenuBuilder& menus, BarActions& actions, QWidget* parent)
+    : QMenuBar(parent), m_menus(menus), m_actions(actions), m_rest(new QMenu(tr("More"), this)) {
+    m_rest->addAction(QString()); // an empty menu is never asked to open
+    m_restKeys.setSingleShot(true);
+    m_restKeys.setInterval(settleMilliseconds);
+    connect(&m_restKeys, &QTimer::timeout, this, &MenuBar::TakeRestKeys);
+    connect(m_rest, &QMenu::aboutToShow, this, [this] { m_menus.FillWith(m_rest, m_restItems); });
 }
 
-void MenuBar::Show(const Band& oBand) {
-    setVisible(oBand.Visible());
-    std::vector<Title> aOld = std::exchange(m_aTitles, {});
-    std::vector<QAction*> aBefore;
-    for (const Title& oTitle : aOld)
-        aBefore.push_back(oTitle.pAction);
-    std::vector<Ref<Tool>> aRest;
-    for (const auto& oInstance : oBand.Tools()->All()) {
-        if (EqualText(oInstance->Name(), "Separator"))
+void MenuBar::Show(const Band& band) {
+    setVisible(band.Visible());
+    std::vector<Title> old = std::exchange(m_titles, {});
+    std::vector<QAction*> beforeItems;
+    for (const Title& title : old)
+        beforeItems.push_back(title.action);
+    std::vector<Ref<Tool>> rest;
+    for (const auto& instance : band.Tools()->All()) {
+        if (EqualText(instance->Name(), "Separator"))
             continue;
-        if (m_aTitles.size() < nMostTitles)
-            m_aTitles.push_back(TakeOrMake(oInstance, aOld));
+        if (m_titles.size() < mostTitles)
+            m_titles.push_back(TakeOrMake(instance, old));
         else
-            aRest.push_back(oInstance);
+            rest.push_back(instance);
     }
-    const bool bSame =
-        std::equal(m_aTitles.begin(), m_aTitles.end(), aBefore.begin(), aBefore.end(),
-                   [](const Title& oTitle, const QAction* pBefore) { return oTitle.pAction == pBefore; });
-    if (!bSame) {
-        for (QAction* pAction : aBefore)
-            removeAction(pAction);
-        for (const Title& oTitle : m_aTitles)
-            insertAction(m_aRest.empty() ? nullptr : m_pRest->menuAction(), oTitle.pAction);
-        for (const Title& oTitle : aOld)
-            if (oTitle.pAction) {
+    const bool same = std::equal(m_titles.begin(), m_titles.end(), beforeItems.begin(), beforeItems.end(),
+                                 [](const Title& title, const QAction* before) { return title.action == before; });
+    if (!same) {
+        for (QAction* action : beforeItems)
+            removeAction(action);
+        for (const Title& title : m_titles)
+            insertAction(m_restItems.empty() ? nullptr : m_rest->menuAction(), title.action);
+        for (const Title& title : old)
+            if (title.action) {
                 // One of its entries may be what is running now.
-                if (QMenu* pMenu = oTitle.pAction->menu())
-                    pMenu->deleteLater();
-                oTitle.pAction->deleteLater();
+                if (QMenu* menu = title.action->menu())
+                    menu->deleteLater();
+                title.action->deleteLater();
             }
     }
-    ShowRest(std::move(aRest));
+    ShowRest(std::move(rest));
 }
 
-void MenuBar::ShowRest(std::vector<Ref<Tool>> aRest) {
-    if (aRest.empty() && !m_aRest.empty())
-        removeAction(m_pRest->menuAction());
-    else if (!aRest.empty() && m_aRest.empty())
-        addAction(m_pRest->menuAction());
-    if (!aRest.empty() || !m_aRestKeys.empty())
-        m_oRestKeys.start();
-    m_aRest = std::move(aRest);
+void MenuBar::ShowRest(std::vector<Ref<Tool>> rest) {
+    if (rest.empty() && !m_restItems.empty())
+        removeAction(m_rest->menuAction());
+    else if (!rest.empty() && m_restItems.empty())
+        addAction(m_rest->menuAction());
+    if (!rest.empty() || !m_restShortcuts.empty())
+        m_restKeys.start();
+    m_restItems = std::move(rest);
 }
 
 // The first title of a letter has it. Those in the bar have theirs from Qt.
 void MenuBar::TakeRestKeys() {
-    m_aRestKeys.clear();
-    std::set<QKeySequence> setTaken{QKeySequence()};
-    for (const QAction* pAction : actions())
-        if (pAction->isVisible())
-            setTaken.insert(QKeySequence::mnemonic(pAction->text()));
-    for (const Ref<Tool>& oInstance : m_aRest) {
-        const QKeySequence oKey = QKeySequence::mnemonic(CaptionOf(*oInstance));
-        if (!oInstance->Visible() || !setTaken.insert(oKey).second)
+    m_restShortcuts.clear();
+    std::set<QKeySequence> taken{QKeySequence()};
+    for (const QAction* action : actions())
+        if (action->isVisible())
+            taken.insert(QKeySequence::mnemonic(action->text()));
+    for (const Ref<Tool>& instance : m_restItems) {
+        const QKeySequence key = QKeySequence::mnemonic(CaptionOf(*instance));
+        if (!instance->Visible() || !taken.insert(key).second)
             continue;
-        m_aRestKeys.push_back(std::make_unique<QShortcut>(oKey, this));
-        connect(m_aRestKeys.back().get(), &QShortcut::activated, this, [this, oInstance] { OpenInRest(oInstance); });
+        m_restShortcuts.push_back(std::make_unique<QShortcut>(key, this));
+        connect(m_restShortcuts.back().get(), &QShortcut::activated, this, [this, instance] { OpenInRest(instance); });
     }
 }
 
-void MenuBar::OpenInRest(const Ref<Tool>& oInstance) {
-    setActiveAction(m_pRest->menuAction());
-    for (QAction* pAction : m_pRest->actions())
-        if (m_oActions.InstanceOf(pAction) == oInstance)
-            m_pRest->setActiveAction(pAction);
+void MenuBar::OpenInRest(const Ref<Tool>& instance) {
+    setActiveAction(m_rest->menuAction());
+    for (QAction* action : m_rest->actions())
+        if (m_actions.InstanceOf(action) == instance)
+            m_rest->setActiveAction(action);
 }
 
 // What is taken leaves nothing behind in the old titles.
-MenuBar::Title MenuBar::TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld) {
-    const std::string& sBand = oInstance->DropDownBand();
-    const auto itOld = std::find_if(aOld.begin(), aOld.end(), [&](const Title& oTitle) {
-        return oTitle.pAction && oTitle.oInstance == oInstance && oTitle.sDropDownBand == sBand;
+MenuBar::Title MenuBar::TakeOrMake(const Ref<Tool>& instance, std::vector<Title>& old) {
+    const std::string& band = instance->DropDownBand();
+    const auto oldPosition = std::find_if(old.begin(), old.end(), [&](const Title& title) {
+        return title.action && title.instance == instance && title.dropDownBand == band;
     });
-    if (itOld != aOld.end())
-        return {oInstance, sBand, std::exchange(itOld->pAction, nullptr)};
-    if (sBand.empty())
-        return {oInstance, sBand, m_oActions.Add(oInstance, ActionPlace::Menu, this)};
-    auto* pTitle = new QAction(this);
-    m_oActions.Follow(oInstance, ActionPlace::Menu, pTitle, false);
-    pTitle->setMenu(m_oMenus.NewMenu(sBand, this));
-    return {oInstance, sBand, pTitle};
+    if (oldPosition != old.end())
+        return {instance, band, std::exchange(oldPosition->action, nullptr)};
+    if (band.empty())
+        return {instance, band, m_actions.Add(instance, ActionPlace::Menu, this)};
+    auto* title = new QAction(this);
+    m_actions.Follow(instance, ActionPlace::Menu, title, false);
+    title->setMenu(m_menus.NewMenu(band, this));
+    return {instance, band, title};
 }
 
 // To measure them one by one is what takes the time.
 bool MenuBar::IsMeasuredByOneTitle() const {
-    return m_aTitles.size() > nFewTitles && std::any_of(m_aTitles.begin(), m_aTitles.end(), [](const Title& oTitle) {
-               return oTitle.pAction->isVisible();
-           });
+    return m_titles.size() > fewTitles &&
+           std::any_of(m_titles.begin(), m_titles.end(), [](const Title& title) { return title.action->isVisible(); });
 }
 
 const QMenuBar& MenuBar::Sample() const {
-    if (!m_pSample) {
-        m_pSample = std::make_unique<QMenuBar>();
-        m_pSample->addAction(QStringLiteral("X"));
+    if (!m_sample) {
+        m_sample = std::make_unique<QMenuBar>();
+        m_sample->addAction(QStringLiteral("X"));
     }
-    if (m_pSample->font() != font())
-        m_pSample->setFont(font());
-    return *m_pSample;
+    if (m_sample->font() != font())
+        m_sample->setFont(font());
+    return *m_sample;
 }
 
-int MenuBar::heightForWidth(int nWidth) const {
-    return IsMeasuredByOneTitle() ? Sample().heightForWidth(nWidth) : QMenuBar::heightForWidth(nWidth);
+int MenuBar::heightForWidth(int width) const {
+    return IsMeasuredByOneTitle() ? Sample().heightForWidth(width) : QMenuBar::heightForWidth(width);
 }
 
 QSize MenuBar::sizeHint() const {

@@ -18,38 +18,38 @@ class MenuBuilder;
 
 class MenuBar final : public QMenuBar {
 public:
-    MenuBar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent);
+    MenuBar(MenuBuilder& menus, BarActions& actions, QWidget* parent);
 
     // Shows the band as it is now. A title that stays keeps its action and its menu, even an open one.
-    void Show(const Band& oBand);
+    void Show(const Band& band);
 
     // The height of a bar of many titles is that of any one; Qt would measure them all, and again for the width that
     // they get.
-    [[nodiscard]] int heightForWidth(int nWidth) const override;
+    [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 private:
     struct Title {
-        Ref<Tool> oInstance;
-        std::string sDropDownBand;
-        QAction* pAction;
+        Ref<Tool> instance;
+        std::string dropDownBand;
+        QAction* action;
     };
-    [[nodiscard]] Title TakeOrMake(const Ref<Tool>& oInstance, std::vector<Title>& aOld);
-    void ShowRest(std::vector<Ref<Tool>> aRest);
+    [[nodiscard]] Title TakeOrMake(const Ref<Tool>& instance, std::vector<Title>& old);
+    void ShowRest(std::vector<Ref<Tool>> rest);
     void TakeRestKeys();
-    void OpenInRest(const Ref<Tool>& oInstance);
+    void OpenInRest(const Ref<Tool>& instance);
     [[nodiscard]] bool IsMeasuredByOneTitle() const;
     [[nodiscard]] const QMenuBar& Sample() const;
 
-    MenuBuilder& m_oMenus;
-    BarActions& m_oActions;
-    std::vector<Title> m_aTitles;
-    QMenu* m_pRest;
-    std::vector<Ref<Tool>> m_aRest;                      // the titles in it
-    std::vector<std::unique_ptr<QShortcut>> m_aRestKeys; // Alt and the letters of those titles
-    QTimer m_oRestKeys;
-    mutable std::unique_ptr<QMenuBar> m_pSample; // of one title, never shown
+    MenuBuilder& m_menus;
+    BarActions& m_actions;
+    std::vector<Title> m_titles;
+    QMenu* m_rest;
+    std::vector<Ref<Tool>> m_restItems;                      // the titles in it
+    std::vector<std::unique_ptr<QShortcut>> m_restShortcuts; // Alt and the letters of those titles
+    QTimer m_restKeys;
+    mutable std::unique_ptr<QMenuBar> m_sample; // of one title, never shown
 };
 
 } // namespace corvane::desktop

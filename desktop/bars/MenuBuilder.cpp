@@ -12,89 +12,89 @@ namespace {
 class BandMenu final : public QMenu {
 public:
     using QMenu::QMenu;
-    void SetRefused(bool bRefused) { m_bRefused = bRefused; }
+    void SetRefused(bool refused) { m_refused = refused; }
 
-    void setVisible(bool bVisible) override {
-        if (!bVisible || !m_bRefused)
-            return QMenu::setVisible(bVisible);
+    void setVisible(bool visible) override {
+        if (!visible || !m_refused)
+            return QMenu::setVisible(visible);
         // Whoever opened it believes that it is open until it hides.
         QTimer::singleShot(0, this, [this] {
-            QHideEvent oEvent;
-            hideEvent(&oEvent);
+            QHideEvent event;
+            hideEvent(&event);
         });
     }
 
 private:
-    bool m_bRefused = false;
+    bool m_refused = false;
 };
 
 } // namespace
 
-QMenu* MenuBuilder::NewMenu(const std::string& sBand, QWidget* pParent) {
-    auto* pMenu = new BandMenu(pParent);
-    pMenu->setSeparatorsCollapsible(true);
-    pMenu->setToolTipsVisible(false);
-    QObject::connect(pMenu, &QMenu::aboutToShow, pMenu, [this, pMenu, sBand] {
-        const Ref<Band> oBand = m_oActiveBar->Bands()->Find(sBand);
-        pMenu->SetRefused(!oBand || !Fill(pMenu, oBand));
+QMenu* MenuBuilder::NewMenu(const std::string& bandName, QWidget* parent) {
+    auto* menu = new BandMenu(parent);
+    menu->setSeparatorsCollapsible(true);
+    menu->setToolTipsVisible(false);
+    QObject::connect(menu, &QMenu::aboutToShow, menu, [this, menu, bandName] {
+        const Ref<Band> band = m_activeBar->Bands()->Find(bandName);
+        menu->SetRefused(!band || !Fill(menu, band));
     });
     // An empty menu is never asked to open; this entry goes when the menu is filled.
-    pMenu->addAction(QStringLiteral("…"));
-    return pMenu;
+    menu->addAction(QStringLiteral("…"));
+    return menu;
 }
 
-bool MenuBuilder::Fill(QMenu* pMenu, const Ref<Band>& oBand) {
-    bool bOpens = false;
-    m_fnGuard([&] { bOpens = m_oActiveBar->Open(oBand); });
-    if (!bOpens)
+bool MenuBuilder::Fill(QMenu* menu, const Ref<Band>& band) {
+    bool opens = false;
+    m_guard([&] { opens = m_activeBar->Open(band); });
+    if (!opens)
         return false;
-    FillWith(pMenu, m_pChanges->InstancesOf(*oBand));
-    if (pMenu->isEmpty())
-        pMenu->addAction(QCoreApplication::translate("MenuBuilder", "(empty)"))->setEnabled(false);
+    FillWith(menu, m_changes->InstancesOf(*band));
+    if (menu->isEmpty())
+        menu->addAction(QCoreApplication::translate("MenuBuilder", "(empty)"))->setEnabled(false);
     return true;
 }
 
-void MenuBuilder::Clear(QMenu* pMenu) {
-    qDeleteAll(pMenu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
-    pMenu->clear();
+void MenuBuilder::Clear(QMenu* menu) {
+    qDeleteAll(menu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
+    menu->clear();
 }
 
-void MenuBuilder::FillWith(QMenu* pMenu, const std::vector<Ref<Tool>>& aInstances) {
-    Clear(pMenu);
-    for (const auto& oInstance : aInstances)
-        AddInstance(pMenu, oInstance);
+void MenuBuilder::FillWith(QMenu* menu, const std::vector<Ref<Tool>>& instances) {
+    Clear(menu);
+    for (const auto& instance : instances)
+        AddInstance(menu, instance);
 }
 
-void MenuBuilder::AddInstance(QMenu* pMenu, const Ref<Tool>& oInstance) {
-    if (EqualText(oInstance->Name(), "Separator")) {
-        pMenu->addSeparator();
-    } else if (EqualText(oInstance->Name(), "WindowList")) {
-        AddWindows(pMenu);
-    } else if (!oInstance->DropDownBand().empty() && m_oActiveBar->Bands()->Find(oInstance->DropDownBand())) {
-        QMenu* pSubMenu = NewMenu(oInstance->DropDownBand(), pMenu);
-        m_oActions.Follow(oInstance, ActionPlace::Menu, pSubMenu->menuAction(), false);
-        pMenu->addMenu(pSubMenu);
+void MenuBuilder::AddInstance(QMenu* menu, const Ref<Tool>& instance) {
+    if (EqualText(instance->Name(), "Separator")) {
+        menu->addSeparator();
+    } else if (EqualText(instance->Name(), "WindowList")) {
+        AddWindows(menu);
+    } else if (!instance->DropDownBand().empty() && m_activeBar->Bands()->Find(instance->DropDownBand())) {
+        QMenu* subMenu = NewMenu(instance->DropDownBand(), menu);
+        m_actions.Follow(instance, ActionPlace::Menu, subMenu->menuAction(), false);
+        menu->addMenu(subMenu);
     } else {
-        pMenu->addAction(m_oActions.Add(oInstance, ActionPlace::Menu, pMenu));
+        menu->addAction(m_actions.Add(instance, ActionPlace::Menu, menu));
     }
 }
 
-void MenuBuilder::AddWindows(QMenu* pMenu) {
-    const auto aWindows = m_fnWindows ? m_fnWindows() : std::vector<OpenWindowEntry>();
-    if (aWindows.empty()) {
-        pMenu->addAction(QCoreApplication::translate("MenuBuilder", "(no open windows)"))->setEnabled(false);
+void MenuBuilder::AddWindows(QMenu* menu) {
+    const auto windows = m_windows ? m_windows() : std::vector<OpenWindowEntry>();
+    if (windows.empty()) {
+        menu->addAction(QCoreApplication::translate("MenuBuilder", "(no open windows)"))->setEnabled(false);
         return;
     }
-    int nNumber = 0;
-    for (const auto& oWindow : aWindows) {
-        QString sCaption = QString(oWindow.sCaption).replace('&', "&&");
-        if (++nNumber <= 9)
-            sCaption = QString("&%1 %2").arg(nNumber).arg(sCaption);
-        QAction* pAction = pMenu->addAction(sCaption);
-        pAction->setCheckable(true);
-        pAction->setChecked(oWindow.bActive);
-        QObject::connect(pAction, &QAction::triggered, pAction,
-                         [this, fnActivate = oWindow.fnActivate] { m_fnGuard(fnActivate); });
+    int number = 0;
+    for (const auto& window : windows) {
+        QString caption = QString(window.caption).replace('&', "&&");
+        if (++number <= 9)
+            caption = QString("&%1 %2").arg(number).arg(caption);
+        QAction* action = menu->addAction(caption);
+        action->setCheckable(true);
+        action->setChecked(window.active);
+        QObject::connect(action, &QAction::triggered, action,
+                         [this, activate = window.activate] { m_guard(activate); });
     }
 }
 

@@ -12,9 +12,9 @@ namespace corvane::desktop {
 
 // One open window, as the list of windows shows it.
 struct OpenWindowEntry {
-    QString sCaption;
-    bool bActive;
-    std::function<void()> fnActivate;
+    QString caption;
+    bool active;
+    std::function<void()> activate;
 };
 
 class MenuBuilder {
@@ -22,30 +22,30 @@ public:
     using GuardFunction = std::function<void(const std::function<void()>&)>;
     using WindowsFunction = std::function<std::vector<OpenWindowEntry>()>;
 
-    MenuBuilder(Ref<ActiveBar> oActiveBar, BarActions& oActions, GuardFunction fnGuard)
-        : m_oActiveBar(std::move(oActiveBar)), m_oActions(oActions), m_fnGuard(std::move(fnGuard)) {}
+    MenuBuilder(Ref<ActiveBar> activeBar, BarActions& actions, GuardFunction guard)
+        : m_activeBar(std::move(activeBar)), m_actions(actions), m_guard(std::move(guard)) {}
 
-    void SetWindows(WindowsFunction fnWindows) { m_fnWindows = std::move(fnWindows); }
+    void SetWindows(WindowsFunction windows) { m_windows = std::move(windows); }
 
-    void SetChanges(const BarChanges& oChanges) { m_pChanges = &oChanges; }
+    void SetChanges(const BarChanges& changes) { m_changes = &changes; }
 
     // A menu of the band of that name, which is filled each time that it opens.
-    QMenu* NewMenu(const std::string& sBand, QWidget* pParent);
+    QMenu* NewMenu(const std::string& bandName, QWidget* parent);
     // Fills a menu at once. False when a handler refused the opening.
-    bool Fill(QMenu* pMenu, const Ref<Band>& oBand);
+    bool Fill(QMenu* menu, const Ref<Band>& band);
     // Fills a menu that belongs to no band.
-    void FillWith(QMenu* pMenu, const std::vector<Ref<Tool>>& aInstances);
+    void FillWith(QMenu* menu, const std::vector<Ref<Tool>>& instances);
 
 private:
-    static void Clear(QMenu* pMenu);
-    void AddInstance(QMenu* pMenu, const Ref<Tool>& oInstance);
-    void AddWindows(QMenu* pMenu);
+    static void Clear(QMenu* menu);
+    void AddInstance(QMenu* menu, const Ref<Tool>& instance);
+    void AddWindows(QMenu* menu);
 
-    Ref<ActiveBar> m_oActiveBar;
-    BarActions& m_oActions;
-    GuardFunction m_fnGuard;
-    WindowsFunction m_fnWindows;
-    const BarChanges* m_pChanges = &BarChanges::None();
+    Ref<ActiveBar> m_activeBar;
+    BarActions& m_actions;
+    GuardFunction m_guard;
+    WindowsFunction m_windows;
+    const BarChanges* m_changes = &BarChanges::None();
 };
 
 } // namespace corvane::desktop

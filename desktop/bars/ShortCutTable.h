@@ -14,27 +14,27 @@ namespace corvane::desktop {
 
 // The key of a definition's text such as "Ctrl+Shift+O", "F5" or "Delete", without regard to case and blanks. Empty
 // for a text that is none.
-[[nodiscard]] QKeySequence KeyIn(const QString& sText);
+[[nodiscard]] QKeySequence KeyIn(const QString& text);
 
 class ShortCutTable {
 public:
-    explicit ShortCutTable(Ref<ActiveBar> oActiveBar) : m_oActiveBar(std::move(oActiveBar)) {}
+    explicit ShortCutTable(Ref<ActiveBar> activeBar) : m_activeBar(std::move(activeBar)) {}
 
-    void Invalidate() { m_bValid = false; }
-    void SetChanges(const BarChanges& oChanges) { m_pChanges = &oChanges; }
+    void Invalidate() { m_valid = false; }
+    void SetChanges(const BarChanges& changes) { m_changes = &changes; }
     // The first tool of the keys that were pressed, in order of the master list, that is visible and enabled; nothing
     // without one. A key of the keypad counts as its twin, and a sign that is typed with Shift also without it:
     // "Ctrl++" is Ctrl, Shift and the key of the equals sign on many keyboards.
-    [[nodiscard]] Ref<Tool> Find(QKeyCombination oPressed);
+    [[nodiscard]] Ref<Tool> Find(QKeyCombination pressed);
 
 private:
-    [[nodiscard]] Ref<Tool> Exactly(QKeyCombination oKeys) const;
+    [[nodiscard]] Ref<Tool> Exactly(QKeyCombination keys) const;
     void Read();
 
-    Ref<ActiveBar> m_oActiveBar;
-    QHash<int, std::vector<Tool*>> m_mapTools; // masters live as long as the bar
-    const BarChanges* m_pChanges = &BarChanges::None();
-    bool m_bValid = false;
+    Ref<ActiveBar> m_activeBar;
+    QHash<int, std::vector<Tool*>> m_tools; // masters live as long as the bar
+    const BarChanges* m_changes = &BarChanges::None();
+    bool m_valid = false;
 };
 
 } // namespace corvane::desktop

@@ -11,180 +11,180 @@
 
 namespace corvane::desktop {
 
-Toolbar::Toolbar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent)
-    : QToolBar(pParent), m_oMenus(oMenus), m_oActions(oActions) {
-    const QIcon oIcon = QIcon::fromTheme("window-close", style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-    m_pClose = new QAction(oIcon, QCoreApplication::translate("Toolbar", "Close"), this);
-    m_pClose->setToolTip(QCoreApplication::translate("Toolbar", "Close this toolbar"));
-    m_pClose->setVisible(false);
-    addAction(m_pClose);
-    connect(this, &QToolBar::topLevelChanged, m_pClose, &QAction::setVisible);
+Toolbar::Toolbar(MenuBuilder& menus, BarActions& actions, QWidget* parent)
+    : QToolBar(parent), m_menus(menus), m_actions(actions) {
+    const QIcon icon = QIcon::fromTheme("window-close", style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    m_close = new QAction(icon, QCoreApplication::translate("Toolbar", "Close"), this);
+    m_close->setToolTip(QCoreApplication::translate("Toolbar", "Close this toolbar"));
+    m_close->setVisible(false);
+    addAction(m_close);
+    connect(this, &QToolBar::topLevelChanged, m_close, &QAction::setVisible);
 }
 
-void Toolbar::SetInstances(std::vector<Ref<Tool>> aInstances) {
-    m_aEntries.clear();
-    m_aEntries.reserve(aInstances.size());
-    for (auto& oInstance : aInstances) {
-        const bool bSeparator = EqualText(oInstance->Name(), "Separator");
-        m_aEntries.push_back({std::move(oInstance), bSeparator});
+void Toolbar::SetInstances(std::vector<Ref<Tool>> instances) {
+    m_entries.clear();
+    m_entries.reserve(instances.size());
+    for (auto& instance : instances) {
+        const bool separator = EqualText(instance->Name(), "Separator");
+        m_entries.push_back({std::move(instance), separator});
     }
 }
 
 // Separators at the ends and behind one another part nothing.
 std::vector<const Toolbar::Entry*> Toolbar::VisibleEntries() const {
-    std::vector<const Entry*> aVisible;
-    for (const Entry& oEntry : m_aEntries)
-        if (oEntry.bSeparator ? !aVisible.empty() && !aVisible.back()->bSeparator : oEntry.oInstance->Visible())
-            aVisible.push_back(&oEntry);
-    if (!aVisible.empty() && aVisible.back()->bSeparator)
-        aVisible.pop_back();
-    return aVisible;
+    std::vector<const Entry*> visible;
+    for (const Entry& entry : m_entries)
+        if (entry.separator ? !visible.empty() && !visible.back()->separator : entry.instance->Visible())
+            visible.push_back(&entry);
+    if (!visible.empty() && visible.back()->separator)
+        visible.pop_back();
+    return visible;
 }
 
-bool Toolbar::Shows(const Slot& oSlot, const Entry& oEntry) {
-    if (!oSlot.bUsed || oSlot.bSeparator || oEntry.bSeparator)
-        return oSlot.bUsed && oSlot.bSeparator && oEntry.bSeparator;
-    return oSlot.oInstance == oEntry.oInstance && oSlot.sDropDownBand == oEntry.oInstance->DropDownBand();
+bool Toolbar::Shows(const Slot& slot, const Entry& entry) {
+    if (!slot.used || slot.separator || entry.separator)
+        return slot.used && slot.separator && entry.separator;
+    return slot.instance == entry.instance && slot.dropDownBand == entry.instance->DropDownBand();
 }
 
 // What stays at the beginning and at the end isn't touched.
 bool Toolbar::ShowButtons() {
-    std::vector<const Entry*> aEntries = VisibleEntries();
-    const bool bAny = !aEntries.empty();
-    std::size_t iSlot = 0; // behind the last one that stays at the beginning
-    std::size_t iEntry = 0;
-    for (std::size_t i = 0; i < m_aSlots.size(); ++i) {
-        if (!m_aSlots[i]->bUsed)
+    std::vector<const Entry*> entries = VisibleEntries();
+    const bool any = !entries.empty();
+    std::size_t slot = 0; // behind the last one that stays at the beginning
+    std::size_t entry = 0;
+    for (std::size_t i = 0; i < m_slots.size(); ++i) {
+        if (!m_slots[i]->used)
             continue;
-        if (iEntry == aEntries.size() || !Shows(*m_aSlots[i], *aEntries[iEntry]))
+        if (entry == entries.size() || !Shows(*m_slots[i], *entries[entry]))
             break;
-        ++iEntry;
-        iSlot = i + 1;
+        ++entry;
+        slot = i + 1;
     }
-    aEntries.erase(aEntries.begin(), aEntries.begin() + static_cast<std::ptrdiff_t>(iEntry));
-    std::size_t iEndSlot = m_aSlots.size(); // the first one that stays at the end
-    for (std::size_t i = iEndSlot; i > iSlot; --i) {
-        if (!m_aSlots[i - 1]->bUsed)
+    entries.erase(entries.begin(), entries.begin() + static_cast<std::ptrdiff_t>(entry));
+    std::size_t endSlot = m_slots.size(); // the first one that stays at the end
+    for (std::size_t i = endSlot; i > slot; --i) {
+        if (!m_slots[i - 1]->used)
             continue;
-        if (aEntries.empty() || !Shows(*m_aSlots[i - 1], *aEntries.back()))
+        if (entries.empty() || !Shows(*m_slots[i - 1], *entries.back()))
             break;
-        aEntries.pop_back();
-        iEndSlot = i - 1;
+        entries.pop_back();
+        endSlot = i - 1;
     }
-    if (iSlot < iEndSlot || !aEntries.empty())
-        Place(iSlot, iEndSlot, aEntries);
-    return bAny;
+    if (slot < endSlot || !entries.empty())
+        Place(slot, endSlot, entries);
+    return any;
 }
 
 // Lets the slots of a range show the entries. Where there are too few of a kind, new ones come in.
-void Toolbar::Place(std::size_t iSlot, std::size_t iEndSlot, const std::vector<const Entry*>& aEntries) {
-    std::vector<std::pair<Slot*, const Entry*>> aTaken;
-    const auto fnLeave = [&](std::size_t iTo) {
-        for (; iSlot < iTo; ++iSlot)
-            LetGo(*m_aSlots[iSlot]);
+void Toolbar::Place(std::size_t slotIndex, std::size_t endSlot, const std::vector<const Entry*>& entries) {
+    std::vector<std::pair<Slot*, const Entry*>> taken;
+    const auto leave = [&](std::size_t to) {
+        for (; slotIndex < to; ++slotIndex)
+            LetGo(*m_slots[slotIndex]);
     };
-    for (const Entry* pEntry : aEntries) {
-        std::size_t i = iSlot;
-        while (i < iEndSlot && m_aSlots[i]->bSeparator != pEntry->bSeparator)
+    for (const Entry* entry : entries) {
+        std::size_t i = slotIndex;
+        while (i < endSlot && m_slots[i]->separator != entry->separator)
             ++i;
-        if (i == iEndSlot) {
-            QAction* pBefore = iSlot < m_aSlots.size() ? m_aSlots[iSlot]->pAction : m_pClose;
-            m_aSlots.insert(m_aSlots.begin() + static_cast<std::ptrdiff_t>(iSlot), NewSlot(*pEntry, pBefore));
-            ++iEndSlot;
+        if (i == endSlot) {
+            QAction* before = slotIndex < m_slots.size() ? m_slots[slotIndex]->action : m_close;
+            m_slots.insert(m_slots.begin() + static_cast<std::ptrdiff_t>(slotIndex), NewSlot(*entry, before));
+            ++endSlot;
         } else {
-            fnLeave(i);
-            if (!Shows(*m_aSlots[i], *pEntry))
-                aTaken.emplace_back(m_aSlots[i].get(), pEntry);
+            leave(i);
+            if (!Shows(*m_slots[i], *entry))
+                taken.emplace_back(m_slots[i].get(), entry);
         }
-        ++iSlot;
+        ++slotIndex;
     }
-    fnLeave(iEndSlot);
-    for (const auto& [pSlot, pEntry] : aTaken)
-        Use(*pSlot, *pEntry);
+    leave(endSlot);
+    for (const auto& [slot, entry] : taken)
+        Use(*slot, *entry);
 }
 
-std::unique_ptr<Toolbar::Slot> Toolbar::NewSlot(const Entry& oEntry, QAction* pBefore) {
-    auto pSlot = std::make_unique<Slot>(Slot{new QAction(this), oEntry.bSeparator, true, {}, {}, nullptr});
-    if (oEntry.bSeparator) {
-        pSlot->pAction->setSeparator(true);
-        insertAction(pBefore, pSlot->pAction);
-        return pSlot;
+std::unique_ptr<Toolbar::Slot> Toolbar::NewSlot(const Entry& entry, QAction* before) {
+    auto slot = std::make_unique<Slot>(Slot{new QAction(this), entry.separator, true, {}, {}, nullptr});
+    if (entry.separator) {
+        slot->action->setSeparator(true);
+        insertAction(before, slot->action);
+        return slot;
     }
-    pSlot->bUsed = false;
-    Use(*pSlot, oEntry);
-    insertAction(pBefore, pSlot->pAction);
-    auto* pButton = qobject_cast<QToolButton*>(widgetForAction(pSlot->pAction));
-    pSlot->pButton = pButton;
-    pButton->setFocusPolicy(Qt::TabFocus);
-    pButton->setPopupMode(pSlot->pAction->menu() ? QToolButton::InstantPopup : QToolButton::DelayedPopup);
-    Slot* const pKept = pSlot.get(); // lives as long as the action
-    connect(pSlot->pAction, &QAction::triggered, this, [this, pKept] { Clicked(*pKept); });
-    connect(pButton, &QToolButton::pressed, this, [pKept] {
-        const QIcon oPressed = pKept->oInstance ? IconOf(pKept->oInstance->PictureOf(Tool::Pressed)) : QIcon();
-        if (!oPressed.isNull())
-            pKept->pButton->setIcon(oPressed);
+    slot->used = false;
+    Use(*slot, entry);
+    insertAction(before, slot->action);
+    auto* button = qobject_cast<QToolButton*>(widgetForAction(slot->action));
+    slot->button = button;
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setPopupMode(slot->action->menu() ? QToolButton::InstantPopup : QToolButton::DelayedPopup);
+    Slot* const kept = slot.get(); // lives as long as the action
+    connect(slot->action, &QAction::triggered, this, [this, kept] { Clicked(*kept); });
+    connect(button, &QToolButton::pressed, this, [kept] {
+        const QIcon pressed = kept->instance ? IconOf(kept->instance->PictureOf(Tool::Pressed)) : QIcon();
+        if (!pressed.isNull())
+            kept->button->setIcon(pressed);
     });
-    connect(pButton, &QToolButton::released, this, [pKept] { pKept->pButton->setIcon(pKept->pAction->icon()); });
-    return pSlot;
+    connect(button, &QToolButton::released, this, [kept] { kept->button->setIcon(kept->action->icon()); });
+    return slot;
 }
 
-void Toolbar::Use(Slot& oSlot, const Entry& oEntry) {
-    if (oSlot.bSeparator) {
-        oSlot.bUsed = true;
-        oSlot.pAction->setVisible(true);
+void Toolbar::Use(Slot& slot, const Entry& entry) {
+    if (slot.separator) {
+        slot.used = true;
+        slot.action->setVisible(true);
         return;
     }
-    if (oSlot.bUsed)
-        m_oActions.Leave(oSlot.oInstance.Get(), oSlot.pAction);
-    if (oSlot.bUsed && oSlot.pButton)
-        LeaveButton(*oSlot.pButton);
-    oSlot.bUsed = true;
-    oSlot.oInstance = oEntry.oInstance;
-    if (const std::string& sBand = oEntry.oInstance->DropDownBand(); sBand != oSlot.sDropDownBand) {
-        oSlot.sDropDownBand = sBand;
-        QMenu* pMenu = nullptr;
-        if (!sBand.empty()) {
-            QMenu*& pKept = m_mapMenus[sBand];
-            if (!pKept)
-                pKept = m_oMenus.NewMenu(sBand, this);
-            pMenu = pKept;
+    if (slot.used)
+        m_actions.Leave(slot.instance.Get(), slot.action);
+    if (slot.used && slot.button)
+        LeaveButton(*slot.button);
+    slot.used = true;
+    slot.instance = entry.instance;
+    if (const std::string& band = entry.instance->DropDownBand(); band != slot.dropDownBand) {
+        slot.dropDownBand = band;
+        QMenu* menu = nullptr;
+        if (!band.empty()) {
+            QMenu*& kept = m_menusMap[band];
+            if (!kept)
+                kept = m_menus.NewMenu(band, this);
+            menu = kept;
         }
-        oSlot.pAction->setMenu(pMenu);
-        if (oSlot.pButton)
-            oSlot.pButton->setPopupMode(pMenu ? QToolButton::InstantPopup : QToolButton::DelayedPopup);
+        slot.action->setMenu(menu);
+        if (slot.button)
+            slot.button->setPopupMode(menu ? QToolButton::InstantPopup : QToolButton::DelayedPopup);
     }
-    m_oActions.Follow(oSlot.oInstance, ActionPlace::Toolbar, oSlot.pAction, false);
+    m_actions.Follow(slot.instance, ActionPlace::Toolbar, slot.action, false);
 }
 
-void Toolbar::LetGo(Slot& oSlot) {
-    if (!oSlot.bUsed)
+void Toolbar::LetGo(Slot& slot) {
+    if (!slot.used)
         return;
-    oSlot.bUsed = false;
-    if (oSlot.bSeparator) {
-        oSlot.pAction->setVisible(false);
+    slot.used = false;
+    if (slot.separator) {
+        slot.action->setVisible(false);
         return;
     }
-    m_oActions.Leave(oSlot.oInstance.Get(), oSlot.pAction);
-    oSlot.oInstance = nullptr;
-    oSlot.pAction->setVisible(false);
-    oSlot.pButton->setDown(false);
-    oSlot.pButton->hide();
+    m_actions.Leave(slot.instance.Get(), slot.action);
+    slot.instance = nullptr;
+    slot.action->setVisible(false);
+    slot.button->setDown(false);
+    slot.button->hide();
 }
 
 // A button that is to show something else neither fires what the person pressed before nor keeps the keyboard.
-void Toolbar::LeaveButton(QToolButton& oButton) {
-    if (oButton.isDown())
-        oButton.setDown(false);
-    if (oButton.hasFocus())
+void Toolbar::LeaveButton(QToolButton& button) {
+    if (button.isDown())
+        button.setDown(false);
+    if (button.hasFocus())
         focusNextPrevChild(true);
 }
 
-void Toolbar::Clicked(const Slot& oSlot) {
-    const QPointer<Toolbar> pStill = this;
-    if (const Ref<Tool> oInstance = oSlot.oInstance)
-        m_oActions.Click(oInstance);
-    if (pStill && oSlot.oInstance) // a click toggles the action by itself; what holds is the model
-        m_oActions.ShowState(oSlot.oInstance->Master());
+void Toolbar::Clicked(const Slot& slot) {
+    const QPointer<Toolbar> still = this;
+    if (const Ref<Tool> instance = slot.instance)
+        m_actions.Click(instance);
+    if (still && slot.instance) // a click toggles the action by itself; what holds is the model
+        m_actions.ShowState(slot.instance->Master());
 }
 
 } // namespace corvane::desktop

@@ -20,46 +20,46 @@ class MenuBuilder;
 
 class Toolbar final : public QToolBar {
 public:
-    Toolbar(MenuBuilder& oMenus, BarActions& oActions, QWidget* pParent);
+    Toolbar(MenuBuilder& menus, BarActions& actions, QWidget* parent);
 
     // What stands in it, in order, the hidden ones too.
-    void SetInstances(std::vector<Ref<Tool>> aInstances);
+    void SetInstances(std::vector<Ref<Tool>> instances);
     // Brings the buttons up to those that are visible now. False when there is none.
     bool ShowButtons();
     // The button that closes it while it floats, where its frame has none.
-    [[nodiscard]] QAction* CloseAction() const { return m_pClose; }
+    [[nodiscard]] QAction* CloseAction() const { return m_close; }
 
 private:
     struct Entry {
-        Ref<Tool> oInstance;
-        bool bSeparator;
+        Ref<Tool> instance;
+        bool separator;
     };
     // A button or a separator. It shows nothing while there are fewer instances to show than there have been.
     struct Slot {
-        QAction* pAction;
-        bool bSeparator;
-        bool bUsed;
-        Ref<Tool> oInstance; // of a button that is used
-        std::string sDropDownBand;
-        QToolButton* pButton;
+        QAction* action;
+        bool separator;
+        bool used;
+        Ref<Tool> instance; // of a button that is used
+        std::string dropDownBand;
+        QToolButton* button;
     };
     using Slots = std::vector<std::unique_ptr<Slot>>;
 
     [[nodiscard]] std::vector<const Entry*> VisibleEntries() const;
-    [[nodiscard]] static bool Shows(const Slot& oSlot, const Entry& oEntry);
-    void Place(std::size_t iSlot, std::size_t iEndSlot, const std::vector<const Entry*>& aEntries);
-    std::unique_ptr<Slot> NewSlot(const Entry& oEntry, QAction* pBefore);
-    void Use(Slot& oSlot, const Entry& oEntry);
-    void LetGo(Slot& oSlot);
-    void LeaveButton(QToolButton& oButton);
-    void Clicked(const Slot& oSlot);
+    [[nodiscard]] static bool Shows(const Slot& slot, const Entry& entry);
+    void Place(std::size_t slotIndex, std::size_t endSlot, const std::vector<const Entry*>& entries);
+    std::unique_ptr<Slot> NewSlot(const Entry& entry, QAction* before);
+    void Use(Slot& slot, const Entry& entry);
+    void LetGo(Slot& slot);
+    void LeaveButton(QToolButton& button);
+    void Clicked(const Slot& slot);
 
-    MenuBuilder& m_oMenus;
-    BarActions& m_oActions;
-    std::vector<Entry> m_aEntries;
-    Slots m_aSlots;
-    std::map<std::string, QMenu*> m_mapMenus; // by the band that they show
-    QAction* m_pClose;
+    MenuBuilder& m_menus;
+    BarActions& m_actions;
+    std::vector<Entry> m_entries;
+    Slots m_slots;
+    std::map<std::string, QMenu*> m_menusMap; // by the band that they show
+    QAction* m_close;
 };
 
 } // namespace corvane::desktop

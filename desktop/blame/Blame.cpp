@@ -15,93 +15,93 @@ namespace corvane::desktop {
 
 namespace {
 
-std::string PluginOf(std::string_view sProgID) {
-    return std::string(sProgID.substr(0, sProgID.find('.')));
+std::string PluginOf(std::string_view progID) {
+    return std::string(progID.substr(0, progID.find('.')));
 }
 
 // Marks which object is being made, and knows each plug-in's code before any of it runs but the loading.
 class MarkingFactory final : public IObjectFactory {
 public:
-    MarkingFactory(Ref<PluginFactory> oPlugins, CrashMarker& oMarker, EnteredCode& oEntered)
-        : m_oPlugins(std::move(oPlugins)), m_oMarker(oMarker), m_oEntered(oEntered),
-          m_sFolder(std::filesystem::path(m_oPlugins->PathOf("Any")).parent_path().string()) {}
+    MarkingFactory(Ref<PluginFactory> plugins, CrashMarker& marker, EnteredCode& entered)
+        : m_plugins(std::move(plugins)), m_marker(marker), m_entered(entered),
+          m_folder(std::filesystem::path(m_plugins->PathOf("Any")).parent_path().string()) {}
 
-    Ref<Object> Create(std::string_view sProgID) override {
-        const Marked oMarked(*this, std::string(sProgID));
-        if (m_setKnown.insert(PluginOf(sProgID)).second) {
+    Ref<Object> Create(std::string_view progID) override {
+        const Marked marked(*this, std::string(progID));
+        if (m_known.insert(PluginOf(progID)).second) {
             try {
-                (void)m_oPlugins->Classes(PluginOf(sProgID));
+                (void)m_plugins->Classes(PluginOf(progID));
             } catch (const Failure&) {
                 // The creation meets the same failure.
             }
-            PluginCode::NoteLibraries(m_sFolder);
+            PluginCode::NoteLibraries(m_folder);
         }
-        Ref<Object> oMade = m_oPlugins->Create(sProgID);
-        if (oMade)
-            m_oEntered.Note(*oMade, sProgID);
-        return oMade;
+        Ref<Object> made = m_plugins->Create(progID);
+        if (made)
+            m_entered.Note(*made, progID);
+        return made;
     }
 
 private:
     // One may be made while another is.
     class Marked {
     public:
-        Marked(MarkingFactory& oFactory, std::string sProgID)
-            : m_oFactory(oFactory), m_sBefore(std::exchange(oFactory.m_sCreating, std::move(sProgID))) {
-            m_oFactory.m_oMarker.SetCreating(m_oFactory.m_sCreating);
-            m_oFactory.m_oEntered.Enter(m_oFactory.m_sCreating);
+        Marked(MarkingFactory& factory, std::string progID)
+            : m_factory(factory), m_before(std::exchange(factory.m_creating, std::move(progID))) {
+            m_factory.m_marker.SetCreating(m_factory.m_creating);
+            m_factory.m_entered.Enter(m_factory.m_creating);
         }
         ~Marked() {
-            m_oFactory.m_sCreating = m_sBefore;
-            m_oFactory.m_oMarker.SetCreating(m_sBefore);
-            m_oFactory.m_oEntered.Leave();
+            m_factory.m_creating = m_before;
+            m_factory.m_marker.SetCreating(m_before);
+            m_factory.m_entered.Leave();
         }
         Marked(const Marked&) = delete;
         Marked& operator=(const Marked&) = delete;
 
     private:
-        MarkingFactory& m_oFactory;
-        std::string m_sBefore;
+        MarkingFactory& m_factory;
+        std::string m_before;
     };
 
-    Ref<PluginFactory> m_oPlugins;
-    CrashMarker& m_oMarker;
-    EnteredCode& m_oEntered;
-    std::string m_sFolder;
-    std::string m_sCreating;
-    std::unordered_set<std::string, TextHash, TextEqual> m_setKnown;
+    Ref<PluginFactory> m_plugins;
+    CrashMarker& m_marker;
+    EnteredCode& m_entered;
+    std::string m_folder;
+    std::string m_creating;
+    std::unordered_set<std::string, TextHash, TextEqual> m_known;
 };
 
 // The service to which an action belongs: its own, or that of an explorer item of its.
-Ref<ServiceDef> ServiceOf(const ActionItemDef& oActionItemDef) {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    const auto fnHas = [&](const Ref<ActionItemDefCollection>& colDefs) {
-        return colDefs->HasKey(oActionItemDef.Name()) && colDefs->Item(oActionItemDef.Name()).Get() == &oActionItemDef;
+Ref<ServiceDef> ServiceOf(const ActionItemDef& actionItemDef) {
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    const auto has = [&](const Ref<ActionItemDefCollection>& defs) {
+        return defs->HasKey(actionItemDef.Name()) && defs->Item(actionItemDef.Name()).Get() == &actionItemDef;
     };
-    if (oManager)
-        for (const auto& oServiceDef : oManager->ServiceDefs()) {
-            if (fnHas(oServiceDef->ActionItemDefs()))
-                return oServiceDef;
-            for (const auto& oItemDef : oServiceDef->ExplorerItemDefs())
-                if (fnHas(oItemDef->ActionItemDefs()))
-                    return oServiceDef;
+    if (manager)
+        for (const auto& serviceDef : manager->ServiceDefs()) {
+            if (has(serviceDef->ActionItemDefs()))
+                return serviceDef;
+            for (const auto& itemDef : serviceDef->ExplorerItemDefs())
+                if (has(itemDef->ActionItemDefs()))
+                    return serviceDef;
         }
     return nullptr;
 }
 
-std::string DeathOf(const CrashRecord& oRecord) {
-    if (oRecord.bHung)
+std::string DeathOf(const CrashRecord& record) {
+    if (record.hung)
         return "didn't answer any more and was ended";
-    return oRecord.nSignal == 0 ? std::string("was ended") : "died of signal " + std::to_string(oRecord.nSignal);
+    return record.signal == 0 ? std::string("was ended") : "died of signal " + std::to_string(record.signal);
 }
 
 } // namespace
 
-Blame::Blame(Ref<Utilities> oUtilities, std::string sStateFolder, LeftOut oLeftOut, const AskFunction& fnAsk)
-    : m_oUtilities(std::move(oUtilities)), m_sServicesFolder(m_oUtilities->GetAppFolder("Services")),
-      m_oLeftOut(std::move(oLeftOut)), m_oMarker(sStateFolder) {
-    TellOfDead(fnAsk);
+Blame::Blame(Ref<Utilities> utilities, std::string stateFolder, LeftOut leftOut, const AskFunction& ask)
+    : m_utilities(std::move(utilities)), m_servicesFolder(m_utilities->GetAppFolder("Services")),
+      m_leftOut(std::move(leftOut)), m_marker(stateFolder) {
+    TellOfDead(ask);
     Entering::SetWatcher(this);
 }
 
@@ -109,88 +109,88 @@ Blame::~Blame() {
     Entering::SetWatcher(nullptr);
 }
 
-void Blame::Entered(const Object& oObject) noexcept {
-    m_oEntered.Enter(oObject);
+void Blame::Entered(const Object& object) noexcept {
+    m_entered.Enter(object);
 }
 
 void Blame::Left() noexcept {
-    m_oEntered.Leave();
+    m_entered.Leave();
 }
 
-void Blame::Log(const std::string& sText) const {
-    m_oUtilities->LogError(m_oUtilities->AppName(), "Desktop", "Blame", Failure(FailureNumber::ObjectErrorBase, sText),
-                           {}, false);
+void Blame::Log(const std::string& text) const {
+    m_utilities->LogError(m_utilities->AppName(), "Desktop", "Blame", Failure(FailureNumber::ObjectErrorBase, text), {},
+                          false);
 }
 
-void Blame::TellOfDead(const AskFunction& fnAsk) {
-    for (const CrashRecord& oRecord : m_oMarker.Found()) {
-        const std::string sWho = Who(oRecord);
-        Log("The program " + DeathOf(oRecord) + " in the code of " + sWho);
-        const auto& aNames = m_oLeftOut.aNames;
-        if (!fnAsk || m_oLeftOut.bAllPlugins || std::find(aNames.begin(), aNames.end(), sWho) != aNames.end())
+void Blame::TellOfDead(const AskFunction& ask) {
+    for (const CrashRecord& record : m_marker.Found()) {
+        const std::string who = Who(record);
+        Log("The program " + DeathOf(record) + " in the code of " + who);
+        const auto& names = m_leftOut.names;
+        if (!ask || m_leftOut.allPlugins || std::find(names.begin(), names.end(), who) != names.end())
             continue;
-        const Answer eAnswer = fnAsk(oRecord, sWho);
-        if (eAnswer == Answer::LeaveOut)
-            m_oLeftOut.aNames.push_back(sWho);
-        m_oLeftOut.bAllPlugins = eAnswer == Answer::Safe;
+        const Answer answer = ask(record, who);
+        if (answer == Answer::LeaveOut)
+            m_leftOut.names.push_back(who);
+        m_leftOut.allPlugins = answer == Answer::Safe;
     }
 }
 
-Blame::Answer Blame::AskInBox(const CrashRecord& oRecord, const std::string& sWhoDied) {
-    const QString sWho = QString::fromStdString(sWhoDied);
-    QMessageBox oBox(QMessageBox::Warning, tr("Crash Recovery"),
-                     oRecord.bHung ? tr("The application stopped responding while “%1” was running.").arg(sWho)
-                                   : tr("The application quit unexpectedly while “%1” was running.").arg(sWho));
-    oBox.setTextFormat(Qt::PlainText);
-    oBox.setInformativeText(tr("You can start without “%1” this time; its commands and windows are unavailable then. "
-                               "Safe mode starts without all plug-ins and without your customizations.")
-                                .arg(sWho));
-    auto* pLeaveOut = oBox.addButton(tr("Start &Without It"), QMessageBox::AcceptRole);
-    auto* pAll = oBox.addButton(tr("&Start Normally"), QMessageBox::RejectRole);
-    auto* pSafe = oBox.addButton(tr("Start in Safe &Mode"), QMessageBox::DestructiveRole);
-    oBox.setDefaultButton(pLeaveOut);
-    oBox.setEscapeButton(pAll);
-    oBox.exec();
-    return oBox.clickedButton() == pLeaveOut ? Answer::LeaveOut
-           : oBox.clickedButton() == pSafe   ? Answer::Safe
-                                             : Answer::StartAll;
+Blame::Answer Blame::AskInBox(const CrashRecord& record, const std::string& whoDied) {
+    const QString who = QString::fromStdString(whoDied);
+    QMessageBox box(QMessageBox::Warning, tr("Crash Recovery"),
+                    record.hung ? tr("The application stopped responding while “%1” was running.").arg(who)
+                                : tr("The application quit unexpectedly while “%1” was running.").arg(who));
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(tr("You can start without “%1” this time; its commands and windows are unavailable then. "
+                              "Safe mode starts without all plug-ins and without your customizations.")
+                               .arg(who));
+    auto* leaveOut = box.addButton(tr("Start &Without It"), QMessageBox::AcceptRole);
+    auto* all = box.addButton(tr("&Start Normally"), QMessageBox::RejectRole);
+    auto* safe = box.addButton(tr("Start in Safe &Mode"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(leaveOut);
+    box.setEscapeButton(all);
+    box.exec();
+    return box.clickedButton() == leaveOut ? Answer::LeaveOut
+           : box.clickedButton() == safe   ? Answer::Safe
+                                           : Answer::StartAll;
 }
 
-Ref<IFileSystem> Blame::Files(Ref<IFileSystem> oFiles, const std::string& sServicesFolder) {
-    m_oFilter = New<LeftOutServices>(std::move(oFiles), sServicesFolder, m_oLeftOut);
-    return m_oFilter;
+Ref<IFileSystem> Blame::Files(Ref<IFileSystem> files, const std::string& servicesFolder) {
+    m_filter = New<LeftOutServices>(std::move(files), servicesFolder, m_leftOut);
+    return m_filter;
 }
 
-Ref<IObjectFactory> Blame::Factory(Ref<PluginFactory> oPlugins) {
-    return New<MarkingFactory>(std::move(oPlugins), m_oMarker, m_oEntered);
+Ref<IObjectFactory> Blame::Factory(Ref<PluginFactory> plugins) {
+    return New<MarkingFactory>(std::move(plugins), m_marker, m_entered);
 }
 
-void Blame::CommandBegins(const ActionItem& oActionItem) {
-    const auto oDef = oActionItem.ActionItemDef();
-    const auto oService = oDef ? ServiceOf(*oDef) : nullptr;
-    if (!oService)
+void Blame::CommandBegins(const ActionItem& actionItem) {
+    const auto def = actionItem.ActionItemDef();
+    const auto service = def ? ServiceOf(*def) : nullptr;
+    if (!service)
         return;
-    m_oMarker.SetService(oService->Name(), PluginOf(oService->ProgID()));
+    m_marker.SetService(service->Name(), PluginOf(service->ProgID()));
     QMetaObject::invokeMethod(
-        &m_oTurn, [this] { m_oMarker.SetService({}, {}); }, Qt::QueuedConnection);
+        &m_turn, [this] { m_marker.SetService({}, {}); }, Qt::QueuedConnection);
 }
 
-void Blame::StartWatch(UiWatch::Milliseconds oLimit) {
-    m_pWatch = std::make_unique<UiWatch>(oLimit, [this](const char* sPlugin, UiWatch::Milliseconds oFor, bool bOver) {
-        TellOfBusy(sPlugin, oFor, bOver);
+void Blame::StartWatch(UiWatch::Milliseconds limit) {
+    m_watch = std::make_unique<UiWatch>(limit, [this](const char* plugin, UiWatch::Milliseconds duration, bool over) {
+        TellOfBusy(plugin, duration, over);
     });
 }
 
 // In the watching thread.
-void Blame::TellOfBusy(const char* sPlugin, UiWatch::Milliseconds oFor, bool bOver) {
-    if (!bOver) // when it is over, whose code it was has been left
-        m_sBusy = Who(m_oMarker.Current(sPlugin));
-    const std::string sWho = m_sBusy;
-    m_oMarker.SetHung(bOver ? nullptr : sPlugin);
-    char aSeconds[32];
-    std::snprintf(aSeconds, sizeof aSeconds, "%.1f s", static_cast<double>(oFor.count()) / 1000);
-    Log((sWho.empty() ? std::string("The program itself") : sWho) +
-        (bOver ? " kept the user interface busy for " : " has kept the user interface busy for ") + aSeconds);
+void Blame::TellOfBusy(const char* plugin, UiWatch::Milliseconds duration, bool over) {
+    if (!over) // when it is over, whose code it was has been left
+        m_busy = Who(m_marker.Current(plugin));
+    const std::string who = m_busy;
+    m_marker.SetHung(over ? nullptr : plugin);
+    char seconds[32];
+    std::snprintf(seconds, sizeof seconds, "%.1f s", static_cast<double>(duration.count()) / 1000);
+    Log((who.empty() ? std::string("The program itself") : who) +
+        (over ? " kept the user interface busy for " : " has kept the user interface busy for ") + seconds);
 }
 
 } // namespace corvane::desktop

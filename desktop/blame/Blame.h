@@ -21,45 +21,45 @@ class Blame final : private Entering::Watcher {
     Q_DECLARE_TR_FUNCTIONS(Blame)
 public:
     enum class Answer { LeaveOut, StartAll, Safe };
-    using AskFunction = std::function<Answer(const CrashRecord&, const std::string& sWho)>;
+    using AskFunction = std::function<Answer(const CrashRecord&, const std::string& who)>;
 
-    // fnAsk is asked what to do about each service in whose code the program died; without it that is only logged.
-    Blame(Ref<Utilities> oUtilities, std::string sStateFolder, LeftOut oLeftOut, const AskFunction& fnAsk);
+    // ask is asked what to do about each service in whose code the program died; without it that is only logged.
+    Blame(Ref<Utilities> utilities, std::string stateFolder, LeftOut leftOut, const AskFunction& ask);
     ~Blame() override;
 
     // What the library is to get in place of these.
-    [[nodiscard]] Ref<IFileSystem> Files(Ref<IFileSystem> oFiles, const std::string& sServicesFolder);
-    [[nodiscard]] Ref<IObjectFactory> Factory(Ref<PluginFactory> oPlugins);
+    [[nodiscard]] Ref<IFileSystem> Files(Ref<IFileSystem> files, const std::string& servicesFolder);
+    [[nodiscard]] Ref<IObjectFactory> Factory(Ref<PluginFactory> plugins);
 
     // A command begins; it has ended when the event loop has its next turn.
-    void CommandBegins(const ActionItem& oActionItem);
+    void CommandBegins(const ActionItem& actionItem);
     // From here on a service that keeps the user interface busy for longer than the limit is named in the log.
-    void StartWatch(UiWatch::Milliseconds oLimit = UiWatch::Milliseconds(2000));
+    void StartWatch(UiWatch::Milliseconds limit = UiWatch::Milliseconds(2000));
 
-    [[nodiscard]] const LeftOut& WithoutServices() const { return m_oLeftOut; }
+    [[nodiscard]] const LeftOut& WithoutServices() const { return m_leftOut; }
     // After the start.
-    [[nodiscard]] const Ref<LeftOutServices>& Filter() const { return m_oFilter; }
+    [[nodiscard]] const Ref<LeftOutServices>& Filter() const { return m_filter; }
 
-    [[nodiscard]] static Answer AskInBox(const CrashRecord& oRecord, const std::string& sWhoDied);
+    [[nodiscard]] static Answer AskInBox(const CrashRecord& record, const std::string& whoDied);
     // The service, or else the plug-in.
-    [[nodiscard]] std::string Who(const CrashRecord& oRecord) const { return WhoIn(oRecord, m_sServicesFolder); }
+    [[nodiscard]] std::string Who(const CrashRecord& record) const { return WhoIn(record, m_servicesFolder); }
 
 private:
-    void Entered(const Object& oObject) noexcept override;
+    void Entered(const Object& object) noexcept override;
     void Left() noexcept override;
-    void TellOfDead(const AskFunction& fnAsk);
-    void Log(const std::string& sText) const;
-    void TellOfBusy(const char* sPlugin, UiWatch::Milliseconds oFor, bool bOver);
+    void TellOfDead(const AskFunction& ask);
+    void Log(const std::string& text) const;
+    void TellOfBusy(const char* plugin, UiWatch::Milliseconds duration, bool over);
 
-    Ref<Utilities> m_oUtilities;
-    std::string m_sServicesFolder;
-    LeftOut m_oLeftOut;
-    CrashMarker m_oMarker;
-    EnteredCode m_oEntered{m_oMarker};
-    Ref<LeftOutServices> m_oFilter;
-    QObject m_oTurn;     // ends what waits for the next turn
-    std::string m_sBusy; // the watching thread's
-    std::unique_ptr<UiWatch> m_pWatch;
+    Ref<Utilities> m_utilities;
+    std::string m_servicesFolder;
+    LeftOut m_leftOut;
+    CrashMarker m_marker;
+    EnteredCode m_entered{m_marker};
+    Ref<LeftOutServices> m_filter;
+    QObject m_turn;     // ends what waits for the next turn
+    std::string m_busy; // the watching thread's
+    std::unique_ptr<UiWatch> m_watch;
 };
 
 } // namespace corvane::desktop

@@ -22,227 +22,226 @@ namespace corvane::desktop {
 
 // As it lies in the file. Texts end with a zero; the last byte of each stays one.
 struct CrashMarker::Mark {
-    char aMagic[8];
-    char aPlugin[128];
-    char aService[128];
-    char aServicePlugin[128];
-    char aCreating[128];
-    char aEntered[128];
-    int nSignal;
-    int nHung;
+    char magic[8];
+    char plugin[128];
+    char service[128];
+    char servicePlugin[128];
+    char creating[128];
+    char entered[128];
+    int signal;
+    int hung;
 };
 
 namespace {
 
-constexpr char aMagic[8] = {'C', 'V', 'M', 'A', 'R', 'K', '2', '\n'};
-constexpr std::array aSignals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
-constexpr std::size_t nHandlerStack = 64 * 1024;
+constexpr char magic[8] = {'C', 'V', 'M', 'A', 'R', 'K', '2', '\n'};
+constexpr std::array signals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+constexpr std::size_t handlerStack = 64 * 1024;
 
-std::array<struct sigaction, aSignals.size()> aEarlier;
+std::array<struct sigaction, signals.size()> earlier;
 
 template <std::size_t N>
-void Write(char (&aText)[N], const char* sText) noexcept {
-    std::strncpy(aText, sText, N - 1);
+void Write(char (&buffer)[N], const char* text) noexcept {
+    std::strncpy(buffer, text, N - 1);
 }
 
 template <std::size_t N>
-std::string Read(const char (&aText)[N]) {
-    return {aText, ::strnlen(aText, N)};
+std::string Read(const char (&text)[N]) {
+    return {text, ::strnlen(text, N)};
 }
 
 } // namespace
 
 // The mark of this program, for the handler.
-static std::atomic<void*> pLivingMark{nullptr};
+static std::atomic<void*> livingMark{nullptr};
 
-void CrashMarker::OnSignal(int nSignal) {
-    if (auto* pMark = static_cast<Mark*>(pLivingMark.load())) {
-        pMark->nSignal = nSignal;
-        pMark->nHung = 0;
-        if (const char* sPlugin = PluginCode::Innermost())
-            Write(pMark->aPlugin, sPlugin);
+void CrashMarker::OnSignal(int signal) {
+    if (auto* mark = static_cast<Mark*>(livingMark.load())) {
+        mark->signal = signal;
+        mark->hung = 0;
+        if (const char* plugin = PluginCode::Innermost())
+            Write(mark->plugin, plugin);
     }
     // What stood here before has its turn as soon as this returns.
-    for (std::size_t i = 0; i < aSignals.size(); ++i)
-        if (aSignals[i] == nSignal)
-            ::sigaction(nSignal, &aEarlier[i], nullptr);
-    ::raise(nSignal);
+    for (std::size_t i = 0; i < signals.size(); ++i)
+        if (signals[i] == signal)
+            ::sigaction(signal, &earlier[i], nullptr);
+    ::raise(signal);
 }
 
 void CrashMarker::InstallHandlers() {
-    static bool bInstalled = false;
-    if (std::exchange(bInstalled, true))
+    static bool installed = false;
+    if (std::exchange(installed, true))
         return;
     (void)PluginCode::Innermost(); // loads what it needs, which a handler mustn't
     // A stack that has run over leaves no room for a handler.
-    static char* pStack = static_cast<char*>(std::malloc(nHandlerStack));
-    stack_t oStack{};
-    oStack.ss_sp = pStack;
-    oStack.ss_size = nHandlerStack;
-    ::sigaltstack(&oStack, nullptr);
-    for (std::size_t i = 0; i < aSignals.size(); ++i) {
-        struct sigaction oAction {};
-        oAction.sa_handler = &CrashMarker::OnSignal;
-        oAction.sa_flags = SA_ONSTACK;
-        ::sigemptyset(&oAction.sa_mask);
-        ::sigaction(aSignals[i], &oAction, &aEarlier[i]);
+    static char* stackPointer = static_cast<char*>(std::malloc(handlerStack));
+    stack_t stack{};
+    stack.ss_sp = stackPointer;
+    stack.ss_size = handlerStack;
+    ::sigaltstack(&stack, nullptr);
+    for (std::size_t i = 0; i < signals.size(); ++i) {
+        struct sigaction action {};
+        action.sa_handler = &CrashMarker::OnSignal;
+        action.sa_flags = SA_ONSTACK;
+        ::sigemptyset(&action.sa_mask);
+        ::sigaction(signals[i], &action, &earlier[i]);
     }
 }
 
 namespace {
 
-std::string PluginOf(const std::string& sProgID) {
-    return sProgID.substr(0, sProgID.find('.'));
+std::string PluginOf(const std::string& progID) {
+    return progID.substr(0, progID.find('.'));
 }
 
-std::string TextOfFile(const std::filesystem::path& oPath) {
-    std::ifstream oFile(oPath, std::ios::binary);
-    return {std::istreambuf_iterator<char>(oFile), {}};
+std::string TextOfFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // The service that defines what has been entered, if it is one alone and of that plug-in; else nothing.
-std::string ServiceBehind(const std::string& sEntered, const std::string& sPlugin, const std::string& sServicesFolder) {
-    const bool bItem = sEntered.starts_with('#');
-    std::string sFound;
-    std::error_code oError;
-    for (const auto& oEntry : std::filesystem::directory_iterator(sServicesFolder, oError)) {
-        if (!EqualText(oEntry.path().extension().string(), ".xml"))
+std::string ServiceBehind(const std::string& entered, const std::string& plugin, const std::string& servicesFolder) {
+    const bool item = entered.starts_with('#');
+    std::string found;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(servicesFolder, error)) {
+        if (!EqualText(entry.path().extension().string(), ".xml"))
             continue;
-        std::string sService;
-        bool bDefines = false;
-        const std::string sText = TextOfFile(oEntry.path());
-        for (const DefinitionTag& oTag : TagsIn(sText, {"Service", "ExplorerItem", "Page"})) {
-            if (oTag.sElement == "Service") {
-                if (EqualText(oTag.Attribute("Active"), "false") ||
-                    !EqualText(PluginOf(std::string(oTag.Attribute("ProgID"))), sPlugin))
+        std::string service;
+        bool defines = false;
+        const std::string text = TextOfFile(entry.path());
+        for (const DefinitionTag& tag : TagsIn(text, {"Service", "ExplorerItem", "Page"})) {
+            if (tag.element == "Service") {
+                if (EqualText(tag.Attribute("Active"), "false") ||
+                    !EqualText(PluginOf(std::string(tag.Attribute("ProgID"))), plugin))
                     break;
-                sService = oTag.Attribute("Name");
+                service = tag.Attribute("Name");
             }
-            bDefines = bDefines || (bItem ? oTag.sElement == "ExplorerItem" &&
-                                                EqualText(oTag.Attribute("Name"), std::string_view(sEntered).substr(1))
-                                          : EqualText(oTag.Attribute("ProgID"), sEntered) ||
-                                                EqualText(oTag.Attribute("PageProgID"), sEntered));
+            defines = defines || (item ? tag.element == "ExplorerItem" &&
+                                             EqualText(tag.Attribute("Name"), std::string_view(entered).substr(1))
+                                       : EqualText(tag.Attribute("ProgID"), entered) ||
+                                             EqualText(tag.Attribute("PageProgID"), entered));
         }
-        if (!bDefines || sService.empty())
+        if (!defines || service.empty())
             continue;
-        if (!sFound.empty())
+        if (!found.empty())
             return {};
-        sFound = sService;
+        found = service;
     }
-    return sFound;
+    return found;
 }
 
 } // namespace
 
-std::string WhoIn(const CrashRecord& oRecord, const std::string& sServicesFolder) {
-    const std::string sPlugin = oRecord.sPlugin.empty() ? PluginOf(oRecord.sCreating) : oRecord.sPlugin;
-    if (sPlugin.empty())
-        return oRecord.sService;
-    if (!oRecord.sEntered.empty() && oRecord.sEntered != "?")
-        if (std::string sService = ServiceBehind(oRecord.sEntered, sPlugin, sServicesFolder); !sService.empty())
-            return sService;
-    const bool bOfCommand = oRecord.sEntered.empty() && EqualText(sPlugin, oRecord.sServicePlugin);
-    return bOfCommand ? oRecord.sService : sPlugin;
+std::string WhoIn(const CrashRecord& record, const std::string& servicesFolder) {
+    const std::string plugin = record.plugin.empty() ? PluginOf(record.creating) : record.plugin;
+    if (plugin.empty())
+        return record.service;
+    if (!record.entered.empty() && record.entered != "?")
+        if (std::string service = ServiceBehind(record.entered, plugin, servicesFolder); !service.empty())
+            return service;
+    const bool ofCommand = record.entered.empty() && EqualText(plugin, record.servicePlugin);
+    return ofCommand ? record.service : plugin;
 }
 
-CrashRecord CrashMarker::RecordOf(const Mark& oMark) {
-    return {Read(oMark.aPlugin),   Read(oMark.aService), Read(oMark.aServicePlugin),
-            Read(oMark.aCreating), Read(oMark.aEntered), oMark.nSignal,
-            oMark.nHung != 0};
+CrashRecord CrashMarker::RecordOf(const Mark& mark) {
+    return {Read(mark.plugin), Read(mark.service), Read(mark.servicePlugin), Read(mark.creating), Read(mark.entered),
+            mark.signal,       mark.hung != 0};
 }
 
-CrashRecord CrashMarker::Current(const char* sPlugin) const {
-    CrashRecord oRecord = m_pMark ? RecordOf(*m_pMark) : CrashRecord();
-    oRecord.sPlugin = sPlugin ? sPlugin : "";
-    return oRecord;
+CrashRecord CrashMarker::Current(const char* plugin) const {
+    CrashRecord record = m_mark ? RecordOf(*m_mark) : CrashRecord();
+    record.plugin = plugin ? plugin : "";
+    return record;
 }
 
-CrashMarker::CrashMarker(const std::string& sFolder) {
-    if (sFolder.empty())
+CrashMarker::CrashMarker(const std::string& folder) {
+    if (folder.empty())
         return;
-    TakeOld(sFolder);
-    Make(sFolder);
-    if (!m_pMark)
+    TakeOld(folder);
+    Make(folder);
+    if (!m_mark)
         return;
-    pLivingMark = m_pMark;
+    livingMark = m_mark;
     InstallHandlers();
 }
 
 CrashMarker::~CrashMarker() {
-    if (!m_pMark)
+    if (!m_mark)
         return;
-    void* pMine = m_pMark;
-    pLivingMark.compare_exchange_strong(pMine, nullptr);
-    ::unlink(m_sPath.c_str());
-    ::munmap(m_pMark, sizeof(Mark));
-    ::close(m_nFile);
+    void* mine = m_mark;
+    livingMark.compare_exchange_strong(mine, nullptr);
+    ::unlink(m_path.c_str());
+    ::munmap(m_mark, sizeof(Mark));
+    ::close(m_file);
 }
 
 // The lock of a program that lives can't be had.
-void CrashMarker::TakeOld(const std::string& sFolder) {
-    std::error_code oError;
-    std::vector<std::string> aPaths;
-    for (const auto& oEntry : std::filesystem::directory_iterator(sFolder, oError))
-        if (oEntry.path().extension() == ".running")
-            aPaths.push_back(oEntry.path().string());
-    for (const std::string& sPath : aPaths) {
-        const int nFile = ::open(sPath.c_str(), O_RDONLY | O_CLOEXEC);
-        if (nFile < 0)
+void CrashMarker::TakeOld(const std::string& folder) {
+    std::error_code error;
+    std::vector<std::string> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error))
+        if (entry.path().extension() == ".running")
+            paths.push_back(entry.path().string());
+    for (const std::string& path : paths) {
+        const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (file < 0)
             continue;
-        Mark oMark{};
-        if (::flock(nFile, LOCK_EX | LOCK_NB) == 0) {
-            const bool bWhole = ::read(nFile, &oMark, sizeof oMark) == static_cast<ssize_t>(sizeof oMark) &&
-                                std::memcmp(oMark.aMagic, aMagic, sizeof aMagic) == 0;
-            CrashRecord oRecord = RecordOf(oMark);
-            if (bWhole && !(oRecord.sPlugin.empty() && oRecord.sService.empty() && oRecord.sCreating.empty()))
-                m_aFound.push_back(std::move(oRecord));
-            ::unlink(sPath.c_str());
+        Mark mark{};
+        if (::flock(file, LOCK_EX | LOCK_NB) == 0) {
+            const bool whole = ::read(file, &mark, sizeof mark) == static_cast<ssize_t>(sizeof mark) &&
+                               std::memcmp(mark.magic, magic, sizeof magic) == 0;
+            CrashRecord record = RecordOf(mark);
+            if (whole && !(record.plugin.empty() && record.service.empty() && record.creating.empty()))
+                m_found.push_back(std::move(record));
+            ::unlink(path.c_str());
         }
-        ::close(nFile);
+        ::close(file);
     }
 }
 
-void CrashMarker::Make(const std::string& sFolder) {
-    std::error_code oError;
-    std::filesystem::create_directories(sFolder, oError);
-    m_sPath = sFolder + "/" + std::to_string(::getpid()) + ".running";
-    m_nFile = ::open(m_sPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (m_nFile < 0)
+void CrashMarker::Make(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    m_path = folder + "/" + std::to_string(::getpid()) + ".running";
+    m_file = ::open(m_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (m_file < 0)
         return;
-    void* pMapped = MAP_FAILED;
-    if (::flock(m_nFile, LOCK_EX | LOCK_NB) == 0 && ::ftruncate(m_nFile, sizeof(Mark)) == 0)
-        pMapped = ::mmap(nullptr, sizeof(Mark), PROT_READ | PROT_WRITE, MAP_SHARED, m_nFile, 0);
-    if (pMapped == MAP_FAILED) {
-        ::close(m_nFile);
+    void* mapped = MAP_FAILED;
+    if (::flock(m_file, LOCK_EX | LOCK_NB) == 0 && ::ftruncate(m_file, sizeof(Mark)) == 0)
+        mapped = ::mmap(nullptr, sizeof(Mark), PROT_READ | PROT_WRITE, MAP_SHARED, m_file, 0);
+    if (mapped == MAP_FAILED) {
+        ::close(m_file);
         return;
     }
-    m_pMark = static_cast<Mark*>(pMapped);
-    *m_pMark = {};
-    std::memcpy(m_pMark->aMagic, aMagic, sizeof aMagic);
+    m_mark = static_cast<Mark*>(mapped);
+    *m_mark = {};
+    std::memcpy(m_mark->magic, magic, sizeof magic);
 }
 
-void CrashMarker::SetService(const std::string& sService, const std::string& sPlugin) {
-    if (!m_pMark)
+void CrashMarker::SetService(const std::string& service, const std::string& plugin) {
+    if (!m_mark)
         return;
-    Write(m_pMark->aService, sService.c_str());
-    Write(m_pMark->aServicePlugin, sPlugin.c_str());
+    Write(m_mark->service, service.c_str());
+    Write(m_mark->servicePlugin, plugin.c_str());
 }
 
-void CrashMarker::SetCreating(const std::string& sProgID) {
-    if (m_pMark)
-        Write(m_pMark->aCreating, sProgID.c_str());
+void CrashMarker::SetCreating(const std::string& progID) {
+    if (m_mark)
+        Write(m_mark->creating, progID.c_str());
 }
 
-void CrashMarker::SetEntered(const std::string& sWhat) {
-    if (m_pMark)
-        Write(m_pMark->aEntered, sWhat.c_str());
+void CrashMarker::SetEntered(const std::string& what) {
+    if (m_mark)
+        Write(m_mark->entered, what.c_str());
 }
 
-void CrashMarker::SetHung(const char* sPlugin) {
-    if (!m_pMark)
+void CrashMarker::SetHung(const char* plugin) {
+    if (!m_mark)
         return;
-    Write(m_pMark->aPlugin, sPlugin ? sPlugin : "");
-    m_pMark->nHung = sPlugin ? 1 : 0;
+    Write(m_mark->plugin, plugin ? plugin : "");
+    m_mark->hung = plugin ? 1 : 0;
 }
 
 } // namespace corvane::desktop

@@ -8,43 +8,43 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::size_t nMostKnown = 10000; // pages come and go, and so do their keys
+constexpr std::size_t mostKnown = 10000; // pages come and go, and so do their keys
 
 // An item that the plug-in has made by itself is known by its definition once it stands in the explorer.
-std::string ItemName(const Object& oObject) {
-    const auto* pAccess = dynamic_cast<const IExplorerItemAccess*>(&oObject);
-    const auto oItem = pAccess ? const_cast<IExplorerItemAccess*>(pAccess)->ExplorerItem() : Ref<IExplorerItem>();
-    const auto oDef = oItem ? oItem->ExplorerItemDef() : nullptr;
-    return oDef ? "#" + oDef->Name() : "?";
+std::string ItemName(const Object& object) {
+    const auto* access = dynamic_cast<const IExplorerItemAccess*>(&object);
+    const auto item = access ? const_cast<IExplorerItemAccess*>(access)->ExplorerItem() : Ref<IExplorerItem>();
+    const auto def = item ? item->ExplorerItemDef() : nullptr;
+    return def ? "#" + def->Name() : "?";
 }
 
 } // namespace
 
-void EnteredCode::Enter(std::string sWhat) {
-    m_aScopes.push_back(std::move(sWhat));
-    m_oMarker.SetEntered(m_aScopes.back());
+void EnteredCode::Enter(std::string what) {
+    m_scopes.push_back(std::move(what));
+    m_marker.SetEntered(m_scopes.back());
 }
 
-void EnteredCode::Enter(const Object& oObject) {
-    const auto it = m_mapKnown.find(oObject.ObjectKey());
-    if (it != m_mapKnown.end()) {
+void EnteredCode::Enter(const Object& object) {
+    const auto it = m_known.find(object.ObjectKey());
+    if (it != m_known.end()) {
         Enter(it->second);
         return;
     }
-    std::string sItem = ItemName(oObject);
-    if (sItem != "?")
-        m_mapKnown.emplace(oObject.ObjectKey(), sItem);
-    Enter(std::move(sItem));
+    std::string item = ItemName(object);
+    if (item != "?")
+        m_known.emplace(object.ObjectKey(), item);
+    Enter(std::move(item));
 }
 
 void EnteredCode::Leave() {
-    m_aScopes.pop_back();
-    m_oMarker.SetEntered(m_aScopes.empty() ? std::string() : m_aScopes.back());
+    m_scopes.pop_back();
+    m_marker.SetEntered(m_scopes.empty() ? std::string() : m_scopes.back());
 }
 
-void EnteredCode::Note(const Object& oObject, std::string_view sProgID) {
-    if (m_mapKnown.size() < nMostKnown)
-        m_mapKnown.insert_or_assign(oObject.ObjectKey(), std::string(sProgID));
+void EnteredCode::Note(const Object& object, std::string_view progID) {
+    if (m_known.size() < mostKnown)
+        m_known.insert_or_assign(object.ObjectKey(), std::string(progID));
 }
 
 } // namespace corvane::desktop

@@ -13,18 +13,18 @@ namespace corvane::desktop {
 
 class EnteredCode {
 public:
-    explicit EnteredCode(CrashMarker& oMarker) : m_oMarker(oMarker) {}
+    explicit EnteredCode(CrashMarker& marker) : m_marker(marker) {}
 
-    void Enter(std::string sWhat);
-    void Enter(const Object& oObject); // what is known of it
+    void Enter(std::string what);
+    void Enter(const Object& object); // what is known of it
     void Leave();
     // An object of that class has been made.
-    void Note(const Object& oObject, std::string_view sProgID);
+    void Note(const Object& object, std::string_view progID);
 
 private:
-    CrashMarker& m_oMarker;
-    std::vector<std::string> m_aScopes;
-    std::unordered_map<Long, std::string> m_mapKnown; // by the object's key
+    CrashMarker& m_marker;
+    std::vector<std::string> m_scopes;
+    std::unordered_map<Long, std::string> m_known; // by the object's key
 };
 
 } // namespace corvane::desktop

@@ -7,88 +7,87 @@
 
 namespace corvane::desktop {
 
-LeftOutServices::LeftOutServices(Ref<IFileSystem> oFiles, std::string sServicesFolder, LeftOut oLeftOut)
-    : m_oFiles(std::move(oFiles)), m_sServicesFolder(std::move(sServicesFolder)), m_oLeftOut(std::move(oLeftOut)) {}
+LeftOutServices::LeftOutServices(Ref<IFileSystem> files, std::string servicesFolder, LeftOut leftOut)
+    : m_files(std::move(files)), m_servicesFolder(std::move(servicesFolder)), m_leftOut(std::move(leftOut)) {}
 
-LeftOutServices::File LeftOutServices::Read(const std::string& sPath) const {
-    File oFile;
-    oFile.sPath = sPath;
-    if (!EqualText(m_oFiles->Extension(sPath), "xml"))
-        return oFile;
-    std::string sText;
+LeftOutServices::File LeftOutServices::Read(const std::string& path) const {
+    File file;
+    file.path = path;
+    if (!EqualText(m_files->Extension(path), "xml"))
+        return file;
+    std::string text;
     try {
-        sText = m_oFiles->ReadAll(sPath);
+        text = m_files->ReadAll(path);
     } catch (const Failure&) {
-        return oFile; // the library meets the same failure and reports it
+        return file; // the library meets the same failure and reports it
     }
-    for (const DefinitionTag& oTag : TagsIn(sText, {"Service", "ExplorerItem"})) {
-        if (oTag.sElement == "Service") {
-            oFile.sService = oTag.Attribute("Name");
-            const std::string_view sProgID = oTag.Attribute("ProgID");
-            oFile.sPlugin = sProgID.substr(0, sProgID.find('.'));
-            oFile.bActive = !EqualText(oTag.Attribute("Active"), "false");
+    for (const DefinitionTag& tag : TagsIn(text, {"Service", "ExplorerItem"})) {
+        if (tag.element == "Service") {
+            file.service = tag.Attribute("Name");
+            const std::string_view progID = tag.Attribute("ProgID");
+            file.plugin = progID.substr(0, progID.find('.'));
+            file.active = !EqualText(tag.Attribute("Active"), "false");
         } else {
-            oFile.aItems.emplace_back(oTag.Attribute("Name"));
-            oFile.aParents.emplace_back(oTag.Attribute("Parent"));
+            file.items.emplace_back(tag.Attribute("Name"));
+            file.parents.emplace_back(tag.Attribute("Parent"));
         }
     }
-    return oFile;
+    return file;
 }
 
-void LeftOutServices::LeaveOut(std::vector<File>& aFiles) const {
-    std::unordered_set<std::string, TextHash, TextEqual> setGone;
-    const auto fnGo = [&](File& oFile) {
-        oFile.bOut = true;
-        m_aServices.push_back(oFile.sService);
-        setGone.insert(oFile.aItems.begin(), oFile.aItems.end());
+void LeftOutServices::LeaveOut(std::vector<File>& files) const {
+    std::unordered_set<std::string, TextHash, TextEqual> gone;
+    const auto go = [&](File& file) {
+        file.out = true;
+        m_services.push_back(file.service);
+        gone.insert(file.items.begin(), file.items.end());
     };
-    for (File& oFile : aFiles) {
-        if (!oFile.bActive)
+    for (File& file : files) {
+        if (!file.active)
             continue;
-        const bool bShell = oFile.sPlugin.empty() || EqualText(oFile.sPlugin, "Corvane");
-        bool bNamed = false;
-        for (const std::string& sName : m_oLeftOut.aNames)
-            if (EqualText(sName, oFile.sService) || EqualText(sName, oFile.sPlugin)) {
-                m_setUsed.insert(sName);
-                bNamed = true;
+        const bool shell = file.plugin.empty() || EqualText(file.plugin, "Corvane");
+        bool named = false;
+        for (const std::string& name : m_leftOut.names)
+            if (EqualText(name, file.service) || EqualText(name, file.plugin)) {
+                m_used.insert(name);
+                named = true;
             }
-        if (bNamed || (m_oLeftOut.bAllPlugins && !bShell))
-            fnGo(oFile);
+        if (named || (m_leftOut.allPlugins && !shell))
+            go(file);
     }
-    for (bool bAgain = true; bAgain;) {
-        bAgain = false;
-        for (File& oFile : aFiles)
-            if (oFile.bActive && !oFile.bOut &&
-                std::any_of(oFile.aParents.begin(), oFile.aParents.end(),
-                            [&](const std::string& sParent) { return setGone.contains(sParent); })) {
-                fnGo(oFile);
-                bAgain = true;
+    for (bool again = true; again;) {
+        again = false;
+        for (File& file : files)
+            if (file.active && !file.out &&
+                std::any_of(file.parents.begin(), file.parents.end(),
+                            [&](const std::string& parent) { return gone.contains(parent); })) {
+                go(file);
+                again = true;
             }
     }
 }
 
-std::vector<std::string> LeftOutServices::Files(std::string_view sFolder) const {
-    std::vector<std::string> aPaths = m_oFiles->Files(sFolder);
-    if (sFolder != m_sServicesFolder || (m_oLeftOut.aNames.empty() && !m_oLeftOut.bAllPlugins))
-        return aPaths;
-    m_aServices.clear();
-    std::vector<File> aFiles;
-    for (const std::string& sPath : aPaths)
-        aFiles.push_back(Read(sPath));
-    LeaveOut(aFiles);
-    std::erase_if(aPaths, [&](const std::string& sPath) {
-        return std::any_of(aFiles.begin(), aFiles.end(),
-                           [&](const File& oFile) { return oFile.bOut && oFile.sPath == sPath; });
+std::vector<std::string> LeftOutServices::Files(std::string_view folder) const {
+    std::vector<std::string> paths = m_files->Files(folder);
+    if (folder != m_servicesFolder || (m_leftOut.names.empty() && !m_leftOut.allPlugins))
+        return paths;
+    m_services.clear();
+    std::vector<File> files;
+    for (const std::string& path : paths)
+        files.push_back(Read(path));
+    LeaveOut(files);
+    std::erase_if(paths, [&](const std::string& path) {
+        return std::any_of(files.begin(), files.end(), [&](const File& file) { return file.out && file.path == path; });
     });
-    return aPaths;
+    return paths;
 }
 
 std::vector<std::string> LeftOutServices::Unknown() const {
-    std::vector<std::string> aUnknown;
-    for (const std::string& sName : m_oLeftOut.aNames)
-        if (!m_setUsed.contains(sName))
-            aUnknown.push_back(sName);
-    return aUnknown;
+    std::vector<std::string> unknown;
+    for (const std::string& name : m_leftOut.names)
+        if (!m_used.contains(name))
+            unknown.push_back(name);
+    return unknown;
 }
 
 } // namespace corvane::desktop

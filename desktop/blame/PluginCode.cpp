@@ -13,63 +13,63 @@ namespace corvane::desktop::PluginCode {
 namespace {
 
 struct Range {
-    std::uintptr_t nBegin;
-    std::uintptr_t nEnd;
-    char aName[128];
+    std::uintptr_t begin;
+    std::uintptr_t end;
+    char name[128];
 };
 
 // A signal handler reads what stands below the count, which doesn't change any more.
-constexpr std::size_t nMostRanges = 1024;
-std::array<Range, nMostRanges> aRanges;
-std::atomic<std::size_t> nRanges{0};
+constexpr std::size_t mostRanges = 1024;
+std::array<Range, mostRanges> ranges;
+std::atomic<std::size_t> rangeCount{0};
 
-bool IsNoted(std::uintptr_t nBegin) {
-    for (std::size_t i = 0; i < nRanges.load(std::memory_order_relaxed); ++i)
-        if (aRanges[i].nBegin == nBegin)
+bool IsNoted(std::uintptr_t begin) {
+    for (std::size_t i = 0; i < rangeCount.load(std::memory_order_relaxed); ++i)
+        if (ranges[i].begin == begin)
             return true;
     return false;
 }
 
-std::string PluginName(const std::filesystem::path& oPath) {
-    const std::string sName = oPath.stem().string();
-    return sName.starts_with("lib") ? sName.substr(3) : sName;
+std::string PluginName(const std::filesystem::path& path) {
+    const std::string name = path.stem().string();
+    return name.starts_with("lib") ? name.substr(3) : name;
 }
 
-int NoteLibrary(dl_phdr_info* pInfo, std::size_t, void* pFolder) {
-    const auto& oFolder = *static_cast<const std::filesystem::path*>(pFolder);
-    std::error_code oError;
-    if (!pInfo->dlpi_name || !*pInfo->dlpi_name ||
-        !std::filesystem::equivalent(std::filesystem::path(pInfo->dlpi_name).parent_path(), oFolder, oError))
+int NoteLibrary(dl_phdr_info* info, std::size_t, void* folderPointer) {
+    const auto& folder = *static_cast<const std::filesystem::path*>(folderPointer);
+    std::error_code error;
+    if (!info->dlpi_name || !*info->dlpi_name ||
+        !std::filesystem::equivalent(std::filesystem::path(info->dlpi_name).parent_path(), folder, error))
         return 0;
-    for (int i = 0; i < pInfo->dlpi_phnum; ++i) {
-        const auto& oHeader = pInfo->dlpi_phdr[i];
-        const std::uintptr_t nBegin = pInfo->dlpi_addr + oHeader.p_vaddr;
-        const std::size_t n = nRanges.load(std::memory_order_relaxed);
-        if (oHeader.p_type != PT_LOAD || !(oHeader.p_flags & PF_X) || IsNoted(nBegin) || n == nMostRanges)
+    for (int i = 0; i < info->dlpi_phnum; ++i) {
+        const auto& header = info->dlpi_phdr[i];
+        const std::uintptr_t begin = info->dlpi_addr + header.p_vaddr;
+        const std::size_t n = rangeCount.load(std::memory_order_relaxed);
+        if (header.p_type != PT_LOAD || !(header.p_flags & PF_X) || IsNoted(begin) || n == mostRanges)
             continue;
-        aRanges[n] = {nBegin, nBegin + oHeader.p_memsz, {}};
-        std::strncpy(aRanges[n].aName, PluginName(pInfo->dlpi_name).c_str(), sizeof aRanges[n].aName - 1);
-        nRanges.store(n + 1, std::memory_order_release);
+        ranges[n] = {begin, begin + header.p_memsz, {}};
+        std::strncpy(ranges[n].name, PluginName(info->dlpi_name).c_str(), sizeof ranges[n].name - 1);
+        rangeCount.store(n + 1, std::memory_order_release);
     }
     return 0;
 }
 
 } // namespace
 
-void NoteLibraries(const std::string& sFolder) {
-    std::filesystem::path oFolder(sFolder);
-    ::dl_iterate_phdr(NoteLibrary, &oFolder);
+void NoteLibraries(const std::string& folderPath) {
+    std::filesystem::path folder(folderPath);
+    ::dl_iterate_phdr(NoteLibrary, &folder);
 }
 
 const char* Innermost() noexcept {
-    std::array<void*, 256> aCalls;
-    const int nCalls = ::backtrace(aCalls.data(), static_cast<int>(aCalls.size()));
-    const std::size_t n = nRanges.load(std::memory_order_acquire);
-    for (int iCall = 0; iCall < nCalls; ++iCall) {
-        const auto nAddress = reinterpret_cast<std::uintptr_t>(aCalls[static_cast<std::size_t>(iCall)]);
+    std::array<void*, 256> calls;
+    const int callCount = ::backtrace(calls.data(), static_cast<int>(calls.size()));
+    const std::size_t n = rangeCount.load(std::memory_order_acquire);
+    for (int call = 0; call < callCount; ++call) {
+        const auto address = reinterpret_cast<std::uintptr_t>(calls[static_cast<std::size_t>(call)]);
         for (std::size_t i = 0; i < n; ++i)
-            if (nAddress >= aRanges[i].nBegin && nAddress < aRanges[i].nEnd)
-                return aRanges[i].aName;
+            if (address >= ranges[i].begin && address < ranges[i].end)
+                return ranges[i].name;
     }
     return nullptr;
 }

@@ -7,7 +7,7 @@
 namespace corvane::desktop::PluginCode {
 
 // Notes where the libraries of that folder have been loaded. After each loading.
-void NoteLibraries(const std::string& sFolder);
+void NoteLibraries(const std::string& folderPath);
 
 // The name of the plug-in, such as "StudiesSvc", in whose code the innermost of the calls under way is; a null pointer
 // when there is none. May be called in a signal handler.

@@ -16,50 +16,50 @@ int AskSignal() {
     return SIGRTMIN + 5;
 }
 
-std::atomic<const char*> sAnswer{nullptr};
-sem_t oAnswered;
+std::atomic<const char*> answer{nullptr};
+sem_t answered;
 
 void OnAsked(int) {
-    const int nError = errno;
-    sAnswer = PluginCode::Innermost();
-    ::sem_post(&oAnswered);
-    errno = nError;
+    const int error = errno;
+    answer = PluginCode::Innermost();
+    ::sem_post(&answered);
+    errno = error;
 }
 
 void InstallHandler() {
-    static bool bInstalled = false;
-    if (std::exchange(bInstalled, true))
+    static bool installed = false;
+    if (std::exchange(installed, true))
         return;
-    ::sem_init(&oAnswered, 0, 0);
+    ::sem_init(&answered, 0, 0);
     (void)PluginCode::Innermost(); // loads what it needs, which a handler mustn't
-    struct sigaction oAction {};
-    oAction.sa_handler = &OnAsked;
-    oAction.sa_flags = SA_RESTART;
-    ::sigemptyset(&oAction.sa_mask);
-    ::sigaction(AskSignal(), &oAction, nullptr);
+    struct sigaction action {};
+    action.sa_handler = &OnAsked;
+    action.sa_flags = SA_RESTART;
+    ::sigemptyset(&action.sa_mask);
+    ::sigaction(AskSignal(), &action, nullptr);
 }
 
 } // namespace
 
-UiWatch::UiWatch(Milliseconds oLimit, TellFunction fnTell)
-    : m_oLimit(oLimit), m_fnTell(std::move(fnTell)), m_oUiThread(::pthread_self()), m_nBusySince(Now()) {
+UiWatch::UiWatch(Milliseconds limit, TellFunction tell)
+    : m_limit(limit), m_tell(std::move(tell)), m_uiThread(::pthread_self()), m_busySince(Now()) {
     InstallHandler();
     // Each turn of a loop, of a dialog's too, says that it is alive.
-    const auto* pDispatcher = QAbstractEventDispatcher::instance();
+    const auto* dispatcher = QAbstractEventDispatcher::instance();
     connect(
-        pDispatcher, &QAbstractEventDispatcher::awake, this, [this] { m_nBusySince = Now(); }, Qt::DirectConnection);
+        dispatcher, &QAbstractEventDispatcher::awake, this, [this] { m_busySince = Now(); }, Qt::DirectConnection);
     connect(
-        pDispatcher, &QAbstractEventDispatcher::aboutToBlock, this, [this] { m_nBusySince = 0; }, Qt::DirectConnection);
-    m_oThread = std::thread([this] { Watch(); });
+        dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, [this] { m_busySince = 0; }, Qt::DirectConnection);
+    m_thread = std::thread([this] { Watch(); });
 }
 
 UiWatch::~UiWatch() {
     {
-        const std::lock_guard oLock(m_oMutex);
-        m_bEnds = true;
+        const std::lock_guard lock(m_mutex);
+        m_ends = true;
     }
-    m_oEnd.notify_all();
-    m_oThread.join();
+    m_end.notify_all();
+    m_thread.join();
 }
 
 long long UiWatch::Now() {
@@ -67,43 +67,43 @@ long long UiWatch::Now() {
 }
 
 const char* UiWatch::WhoseCode() const {
-    sAnswer = nullptr;
-    while (::sem_trywait(&oAnswered) == 0) {
+    answer = nullptr;
+    while (::sem_trywait(&answered) == 0) {
     }
-    if (::pthread_kill(m_oUiThread, AskSignal()) != 0)
+    if (::pthread_kill(m_uiThread, AskSignal()) != 0)
         return nullptr;
-    timespec oUntil{};
-    ::clock_gettime(CLOCK_REALTIME, &oUntil);
-    oUntil.tv_sec += 1; // a thread inside the kernel answers when it comes out
-    while (::sem_timedwait(&oAnswered, &oUntil) != 0)
+    timespec until{};
+    ::clock_gettime(CLOCK_REALTIME, &until);
+    until.tv_sec += 1; // a thread inside the kernel answers when it comes out
+    while (::sem_timedwait(&answered, &until) != 0)
         if (errno != EINTR)
             return nullptr;
-    return sAnswer;
+    return answer;
 }
 
 void UiWatch::Watch() {
-    long long nToldOf = 0; // the busy time that has been told of
-    const char* sToldOf = nullptr;
-    long long nLast = 0;
-    std::unique_lock oLock(m_oMutex);
-    while (!m_oEnd.wait_for(oLock, m_oLimit / 8, [this] { return m_bEnds; })) {
-        const long long nSince = m_nBusySince;
-        const long long nNow = Now();
-        if (nToldOf != 0 && nSince != nToldOf) {
-            m_fnTell(sToldOf, Milliseconds(nLast - nToldOf), true);
-            nToldOf = 0;
+    long long reportedNumber = 0; // the busy time that has been told of
+    const char* toldOf = nullptr;
+    long long last = 0;
+    std::unique_lock lock(m_mutex);
+    while (!m_end.wait_for(lock, m_limit / 8, [this] { return m_ends; })) {
+        const long long since = m_busySince;
+        const long long now = Now();
+        if (reportedNumber != 0 && since != reportedNumber) {
+            m_tell(toldOf, Milliseconds(last - reportedNumber), true);
+            reportedNumber = 0;
         }
-        if (nSince == 0)
+        if (since == 0)
             continue;
-        if (nSince == nToldOf)
-            nLast = nNow;
-        else if (nNow - nSince >= m_oLimit.count()) {
-            sToldOf = WhoseCode();
-            if (m_nBusySince != nSince)
+        if (since == reportedNumber)
+            last = now;
+        else if (now - since >= m_limit.count()) {
+            toldOf = WhoseCode();
+            if (m_busySince != since)
                 continue; // it came back meanwhile, and the answer is of something else
-            nToldOf = nSince;
-            nLast = nNow;
-            m_fnTell(sToldOf, Milliseconds(nNow - nSince), false);
+            reportedNumber = since;
+            last = now;
+            m_tell(toldOf, Milliseconds(now - since), false);
         }
     }
 }

@@ -19,10 +19,10 @@ public:
     using Milliseconds = std::chrono::milliseconds;
     // Called in the watching thread: the plug-in, or a null pointer for the program itself, and for how long so far.
     // Once when it has lasted for the limit and once when it is over.
-    using TellFunction = std::function<void(const char* sPlugin, Milliseconds oFor, bool bOver)>;
+    using TellFunction = std::function<void(const char* plugin, Milliseconds duration, bool over)>;
 
     // In the user-interface thread, whose event dispatcher must be there.
-    UiWatch(Milliseconds oLimit, TellFunction fnTell);
+    UiWatch(Milliseconds limit, TellFunction tell);
     ~UiWatch() override;
 
 private:
@@ -30,14 +30,14 @@ private:
     [[nodiscard]] const char* WhoseCode() const;
     [[nodiscard]] static long long Now();
 
-    Milliseconds m_oLimit;
-    TellFunction m_fnTell;
-    pthread_t m_oUiThread;
-    std::atomic<long long> m_nBusySince; // milliseconds; 0 while the event loop waits
-    std::mutex m_oMutex;
-    std::condition_variable m_oEnd;
-    bool m_bEnds = false;
-    std::thread m_oThread;
+    Milliseconds m_limit;
+    TellFunction m_tell;
+    pthread_t m_uiThread;
+    std::atomic<long long> m_busySince; // milliseconds; 0 while the event loop waits
+    std::mutex m_mutex;
+    std::condition_variable m_end;
+    bool m_ends = false;
+    std::thread m_thread;
 };
 
 } // namespace corvane::desktop

@@ -13,62 +13,62 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr const char* sArrow = " › ";
-constexpr std::string_view sContext = "Context.";
-constexpr int nDeepest = 20; // menus that open one another in a ring end somewhere
+constexpr const char* arrow = " › ";
+constexpr std::string_view context = "Context.";
+constexpr int deepest = 20; // menus that open one another in a ring end somewhere
 
-QString Text(std::string_view sText) {
-    return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
+QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 struct Commands {
     Q_DECLARE_TR_FUNCTIONS(Commands)
 };
 
-bool IsHostTool(const Tool& oTool) {
-    static constexpr std::array aNames{"Separator", "WindowList", "Status", "ctlProgressBar", "ExplorerPanel"};
-    return std::any_of(aNames.begin(), aNames.end(), [&](const char* s) { return EqualText(oTool.Name(), s); });
+bool IsHostTool(const Tool& tool) {
+    static constexpr std::array names{"Separator", "WindowList", "Status", "ctlProgressBar", "ExplorerPanel"};
+    return std::any_of(names.begin(), names.end(), [&](const char* s) { return EqualText(tool.Name(), s); });
 }
 
-bool OpensBand(const Tool& oTool) {
-    if (!oTool.DropDownBand().empty())
+bool OpensBand(const Tool& tool) {
+    if (!tool.DropDownBand().empty())
         return true;
-    for (const Tool* pInstance : oTool.Instances())
-        if (!pInstance->DropDownBand().empty())
+    for (const Tool* instance : tool.Instances())
+        if (!instance->DropDownBand().empty())
             return true;
     return false;
 }
 
 // Of the tool itself, or of the first instance that has one.
 template <class CaptionFunction>
-QString CaptionWith(const Tool& oTool, const CaptionFunction& fnCaption) {
-    QString sCaption = fnCaption(oTool);
-    for (const Tool* pInstance : oTool.Instances())
-        if (sCaption.isEmpty())
-            sCaption = fnCaption(*pInstance);
-    if (sCaption.isEmpty())
-        return Text(oTool.Name()).section('.', -1);
-    return Text(WithoutMnemonic(sCaption.toStdString()));
+QString CaptionWith(const Tool& tool, const CaptionFunction& captionFunction) {
+    QString caption = captionFunction(tool);
+    for (const Tool* instance : tool.Instances())
+        if (caption.isEmpty())
+            caption = captionFunction(*instance);
+    if (caption.isEmpty())
+        return Text(tool.Name()).section('.', -1);
+    return Text(WithoutMnemonic(caption.toStdString()));
 }
 
 } // namespace
 
-QString PlainCaption(const Tool& oTool) {
-    return CaptionWith(oTool, [](const Tool& oInstance) { return ShownCaption(oInstance); });
+QString PlainCaption(const Tool& tool) {
+    return CaptionWith(tool, [](const Tool& instance) { return ShownCaption(instance); });
 }
 
-QString OriginalCaption(const Tool& oTool) {
-    return CaptionWith(oTool, [](const Tool& oInstance) { return Text(oInstance.Caption()); });
+QString OriginalCaption(const Tool& tool) {
+    return CaptionWith(tool, [](const Tool& instance) { return Text(instance.Caption()); });
 }
 
 QString Owner::Text() const {
-    switch (eKind) {
+    switch (kind) {
     case Kind::Service:
-        return desktop::Text(sService);
+        return desktop::Text(service);
     case Kind::ExplorerItem:
-        return Commands::tr("%1 (%2 in the explorer)").arg(desktop::Text(sService), desktop::Text(sItem));
+        return Commands::tr("%1 (%2 in the explorer)").arg(desktop::Text(service), desktop::Text(item));
     case Kind::Page:
-        return Commands::tr("page %1 of the window %2").arg(desktop::Text(sItem), desktop::Text(sWindow));
+        return Commands::tr("page %1 of the window %2").arg(desktop::Text(item), desktop::Text(window));
     case Kind::Host:
         break;
     }
@@ -76,125 +76,125 @@ QString Owner::Text() const {
 }
 
 QString CommandEntry::WhyNot() const {
-    const auto oAction = Action();
-    if (!oAction) {
-        QStringList aWanted;
-        for (const Placement& oPlacement : aPlacements)
-            if (oPlacement.oOwner.eKind == Owner::Kind::ExplorerItem)
-                aWanted.append(Commands::tr("select an item “%1” in the explorer").arg(Text(oPlacement.oOwner.sItem)));
-            else if (oPlacement.oOwner.eKind == Owner::Kind::Page)
-                aWanted.append(Commands::tr("bring the window “%1” to the front").arg(Text(oPlacement.oOwner.sWindow)));
-        aWanted.removeDuplicates();
-        return aWanted.isEmpty() ? Commands::tr("no active item or window provides it")
-                                 : Commands::tr("first %1").arg(aWanted.join(Commands::tr(" or ")));
+    const auto action = Action();
+    if (!action) {
+        QStringList wanted;
+        for (const Placement& placement : placements)
+            if (placement.owner.kind == Owner::Kind::ExplorerItem)
+                wanted.append(Commands::tr("select an item “%1” in the explorer").arg(Text(placement.owner.item)));
+            else if (placement.owner.kind == Owner::Kind::Page)
+                wanted.append(Commands::tr("bring the window “%1” to the front").arg(Text(placement.owner.window)));
+        wanted.removeDuplicates();
+        return wanted.isEmpty() ? Commands::tr("no active item or window provides it")
+                                : Commands::tr("first %1").arg(wanted.join(Commands::tr(" or ")));
     }
     // A provider's own state may differ from the tool's: it takes effect when the provider becomes active.
-    const QString sNotActive = Commands::tr("%1 isn't active");
-    if (!oTool->Visible())
-        return (oAction->Visible() ? sNotActive : Commands::tr("hidden by %1")).arg(oOwner.Text());
-    if (!oTool->Enabled())
-        return (oAction->Enabled() ? sNotActive : Commands::tr("disabled by %1")).arg(oOwner.Text());
-    if (oAction->Action().empty())
-        return Commands::tr("%1 has no procedure for it").arg(oOwner.Text());
+    const QString notActive = Commands::tr("%1 isn't active");
+    if (!tool->Visible())
+        return (action->Visible() ? notActive : Commands::tr("hidden by %1")).arg(owner.Text());
+    if (!tool->Enabled())
+        return (action->Enabled() ? notActive : Commands::tr("disabled by %1")).arg(owner.Text());
+    if (action->Action().empty())
+        return Commands::tr("%1 has no procedure for it").arg(owner.Text());
     return {};
 }
 
-CommandList::CommandList(const ActiveBar& oActiveBar) {
+CommandList::CommandList(const ActiveBar& activeBar) {
     ReadPlacements();
-    ReadPaths(oActiveBar);
-    for (const auto& oTool : oActiveBar.Tools()->All()) {
-        if (IsHostTool(*oTool) || OpensBand(*oTool))
+    ReadPaths(activeBar);
+    for (const auto& tool : activeBar.Tools()->All()) {
+        if (IsHostTool(*tool) || OpensBand(*tool))
             continue;
-        m_mapCommands.emplace(oTool.Get(), m_aCommands.size());
-        m_aCommands.push_back({oTool, PlainCaption(*oTool), OriginalCaption(*oTool), PathOf(*oTool),
-                               PlacementsOf(*oTool), OwnerOf(*oTool)});
+        m_commandsMap.emplace(tool.Get(), m_commands.size());
+        m_commands.push_back(
+            {tool, PlainCaption(*tool), OriginalCaption(*tool), PathOf(*tool), PlacementsOf(*tool), OwnerOf(*tool)});
     }
 }
 
 void CommandList::ReadPlacements() {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!oManager)
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    if (!manager)
         return;
-    for (const auto& oServiceDef : oManager->ServiceDefs()) {
-        Add(oServiceDef->ActionItemDefs(), oServiceDef->MenuItemDefs(),
-            {Owner::Kind::Service, oServiceDef->Name(), {}, {}});
-        for (const auto& oItemDef : oServiceDef->ExplorerItemDefs())
-            Add(oItemDef->ActionItemDefs(), oItemDef->MenuItemDefs(),
-                {Owner::Kind::ExplorerItem, oServiceDef->Name(), oItemDef->Name(), {}});
+    for (const auto& serviceDef : manager->ServiceDefs()) {
+        Add(serviceDef->ActionItemDefs(), serviceDef->MenuItemDefs(),
+            {Owner::Kind::Service, serviceDef->Name(), {}, {}});
+        for (const auto& itemDef : serviceDef->ExplorerItemDefs())
+            Add(itemDef->ActionItemDefs(), itemDef->MenuItemDefs(),
+                {Owner::Kind::ExplorerItem, serviceDef->Name(), itemDef->Name(), {}});
     }
-    for (const auto& oWindowDef : oManager->WindowDefs())
-        for (const auto& oPageDef : oWindowDef->PageDefs())
-            Add(oPageDef->ActionItemDefs(), oPageDef->MenuItemDefs(),
-                {Owner::Kind::Page, {}, oPageDef->Caption(), oWindowDef->Name()});
+    for (const auto& windowDef : manager->WindowDefs())
+        for (const auto& pageDef : windowDef->PageDefs())
+            Add(pageDef->ActionItemDefs(), pageDef->MenuItemDefs(),
+                {Owner::Kind::Page, {}, pageDef->Caption(), windowDef->Name()});
 }
 
-void CommandList::Add(const Ref<ActionItemDefCollection>& colActionItemDefs,
-                      const Ref<MenuItemDefCollection>& colMenuItemDefs, const Owner& oOwner) {
-    for (const auto& oActionItemDef : colActionItemDefs)
-        m_mapOwners.emplace(oActionItemDef.Get(), oOwner);
-    for (const auto& oMenuItemDef : colMenuItemDefs)
-        if (const auto& oActionItemDef = oMenuItemDef->ActionItemDef(); oActionItemDef && oActionItemDef->Tool())
-            m_mapPlacements[oActionItemDef->Tool().Get()].push_back({oMenuItemDef, oOwner});
+void CommandList::Add(const Ref<ActionItemDefCollection>& actionItemDefs,
+                      const Ref<MenuItemDefCollection>& menuItemDefs, const Owner& owner) {
+    for (const auto& actionItemDef : actionItemDefs)
+        m_owners.emplace(actionItemDef.Get(), owner);
+    for (const auto& menuItemDef : menuItemDefs)
+        if (const auto& actionItemDef = menuItemDef->ActionItemDef(); actionItemDef && actionItemDef->Tool())
+            m_placements[actionItemDef->Tool().Get()].push_back({menuItemDef, owner});
 }
 
-Owner CommandList::OwnerOf(const Tool& oTool) const {
-    const auto oAction = oTool.TagVariant().TryAs<ActionItem>();
-    const auto it = oAction ? m_mapOwners.find(oAction->ActionItemDef().Get()) : m_mapOwners.end();
-    if (it != m_mapOwners.end())
+Owner CommandList::OwnerOf(const Tool& tool) const {
+    const auto action = tool.TagVariant().TryAs<ActionItem>();
+    const auto it = action ? m_owners.find(action->ActionItemDef().Get()) : m_owners.end();
+    if (it != m_owners.end())
         return it->second;
-    const auto& aPlacements = PlacementsOf(oTool);
-    return aPlacements.empty() ? Owner() : aPlacements.front().oOwner;
+    const auto& placements = PlacementsOf(tool);
+    return placements.empty() ? Owner() : placements.front().owner;
 }
 
-void CommandList::ReadPaths(const ActiveBar& oActiveBar) {
-    for (const auto& oBand : oActiveBar.Bands()->All()) {
-        for (const auto& oInstance : oBand->Tools()->All())
-            if (!oInstance->DropDownBand().empty())
-                m_mapOpeners.try_emplace(std::string(oInstance->DropDownBand()),
-                                         Opener{oBand->Kind() == BandKind::MenuBar ? std::string() : oBand->Name(),
-                                                PlainCaption(*oInstance)});
-        if (oBand->Kind() == BandKind::Toolbar)
-            m_mapOpeners.try_emplace(oBand->Name(), Opener{{}, Commands::tr("Toolbar %1").arg(ShownCaption(*oBand))});
+void CommandList::ReadPaths(const ActiveBar& activeBar) {
+    for (const auto& band : activeBar.Bands()->All()) {
+        for (const auto& instance : band->Tools()->All())
+            if (!instance->DropDownBand().empty())
+                m_openers.try_emplace(
+                    std::string(instance->DropDownBand()),
+                    Opener{band->Kind() == BandKind::MenuBar ? std::string() : band->Name(), PlainCaption(*instance)});
+        if (band->Kind() == BandKind::Toolbar)
+            m_openers.try_emplace(band->Name(), Opener{{}, Commands::tr("Toolbar %1").arg(ShownCaption(*band))});
     }
 }
 
-QString CommandList::BandPath(const std::string& sBand, int nDepth) const {
-    const auto it = m_mapOpeners.find(sBand);
-    if (it == m_mapOpeners.end()) {
-        if (EqualText(std::string_view(sBand).substr(0, sContext.size()), sContext))
-            return Commands::tr("Explorer") + sArrow + Text(std::string_view(sBand).substr(sContext.size()));
+QString CommandList::BandPath(const std::string& band, int depth) const {
+    const auto it = m_openers.find(band);
+    if (it == m_openers.end()) {
+        if (EqualText(std::string_view(band).substr(0, context.size()), context))
+            return Commands::tr("Explorer") + arrow + Text(std::string_view(band).substr(context.size()));
         return {};
     }
-    if (it->second.sBand.empty() || nDepth == nDeepest)
-        return it->second.sCaption;
-    const QString sAbove = BandPath(it->second.sBand, nDepth + 1);
-    return sAbove.isEmpty() ? it->second.sCaption : sAbove + sArrow + it->second.sCaption;
+    if (it->second.band.empty() || depth == deepest)
+        return it->second.caption;
+    const QString above = BandPath(it->second.band, depth + 1);
+    return above.isEmpty() ? it->second.caption : above + arrow + it->second.caption;
 }
 
 // Of several places the first in a menu.
-QString CommandList::PathOf(const Tool& oTool) const {
-    QString sPath;
-    for (const Tool* pInstance : oTool.Instances()) {
-        const Band* pBand = pInstance->OwningBand();
-        if (!pBand || (!sPath.isEmpty() && pBand->Kind() == BandKind::Toolbar))
+QString CommandList::PathOf(const Tool& tool) const {
+    QString path;
+    for (const Tool* instance : tool.Instances()) {
+        const Band* band = instance->OwningBand();
+        if (!band || (!path.isEmpty() && band->Kind() == BandKind::Toolbar))
             continue;
-        sPath = BandPath(pBand->Name(), 0);
-        if (pBand->Kind() != BandKind::Toolbar && !sPath.isEmpty())
+        path = BandPath(band->Name(), 0);
+        if (band->Kind() != BandKind::Toolbar && !path.isEmpty())
             break;
     }
-    return sPath;
+    return path;
 }
 
-const CommandEntry* CommandList::Find(const Tool& oTool) const {
-    const auto it = m_mapCommands.find(&oTool.Master());
-    return it == m_mapCommands.end() ? nullptr : &m_aCommands[it->second];
+const CommandEntry* CommandList::Find(const Tool& tool) const {
+    const auto it = m_commandsMap.find(&tool.Master());
+    return it == m_commandsMap.end() ? nullptr : &m_commands[it->second];
 }
 
-const std::vector<Placement>& CommandList::PlacementsOf(const Tool& oTool) const {
-    static const std::vector<Placement> aNone;
-    const auto it = m_mapPlacements.find(&oTool.Master());
-    return it == m_mapPlacements.end() ? aNone : it->second;
+const std::vector<Placement>& CommandList::PlacementsOf(const Tool& tool) const {
+    static const std::vector<Placement> none;
+    const auto it = m_placements.find(&tool.Master());
+    return it == m_placements.end() ? none : it->second;
 }
 
 } // namespace corvane::desktop

@@ -17,10 +17,10 @@ namespace corvane::desktop {
 // Who brings an action.
 struct Owner {
     enum class Kind { Service, ExplorerItem, Page, Host };
-    Kind eKind = Kind::Host;
-    std::string sService; // of the definition; empty for a page, whose record doesn't tell
-    std::string sItem;    // the explorer item, or the page's key
-    std::string sWindow;  // of a page
+    Kind kind = Kind::Host;
+    std::string service; // of the definition; empty for a page, whose record doesn't tell
+    std::string item;    // the explorer item, or the page's key
+    std::string window;  // of a page
 
     // "Studies", "Studies (Study in the explorer)", "page Rows of the window DataTable", "Corvane".
     [[nodiscard]] QString Text() const;
@@ -28,58 +28,58 @@ struct Owner {
 
 // One entry of a definition, and what it belongs to.
 struct Placement {
-    Ref<MenuItemDef> oMenuItemDef;
-    Owner oOwner;
+    Ref<MenuItemDef> menuItemDef;
+    Owner owner;
 };
 
 struct CommandEntry {
-    Ref<Tool> oTool; // the master
-    QString sCaption;
-    QString sOriginal; // the caption as the definition has it
-    QString sPath;     // the captions of the menus above, or the toolbar, or the explorer item of a context menu
-    std::vector<Placement> aPlacements;
-    Owner oOwner; // of what the tool does at present, else of the entry that made it
+    Ref<Tool> tool; // the master
+    QString caption;
+    QString original; // the caption as the definition has it
+    QString path;     // the captions of the menus above, or the toolbar, or the explorer item of a context menu
+    std::vector<Placement> placements;
+    Owner owner; // of what the tool does at present, else of the entry that made it
 
     // The action at present; nothing when nobody offers it.
-    [[nodiscard]] Ref<ActionItem> Action() const { return oTool->TagVariant().TryAs<ActionItem>(); }
+    [[nodiscard]] Ref<ActionItem> Action() const { return tool->TagVariant().TryAs<ActionItem>(); }
     // Why it can't be chosen now; empty when it can.
     [[nodiscard]] QString WhyNot() const;
 };
 
 // A caption as people read it, in their language.
-[[nodiscard]] QString PlainCaption(const Tool& oTool);
+[[nodiscard]] QString PlainCaption(const Tool& tool);
 // The same as the definition has it.
-[[nodiscard]] QString OriginalCaption(const Tool& oTool);
+[[nodiscard]] QString OriginalCaption(const Tool& tool);
 
 class CommandList {
 public:
     // As things stand now. Titles, separators and what the host shows in its bands are no commands.
-    explicit CommandList(const ActiveBar& oActiveBar);
+    explicit CommandList(const ActiveBar& activeBar);
 
-    [[nodiscard]] const std::vector<CommandEntry>& All() const { return m_aCommands; }
+    [[nodiscard]] const std::vector<CommandEntry>& All() const { return m_commands; }
     // A null pointer for a tool that is no command.
-    [[nodiscard]] const CommandEntry* Find(const Tool& oTool) const;
+    [[nodiscard]] const CommandEntry* Find(const Tool& tool) const;
     // All definitions that share the tool, titles too.
-    [[nodiscard]] const std::vector<Placement>& PlacementsOf(const Tool& oTool) const;
+    [[nodiscard]] const std::vector<Placement>& PlacementsOf(const Tool& tool) const;
 
 private:
     void ReadPlacements();
-    void ReadPaths(const ActiveBar& oActiveBar);
-    void Add(const Ref<ActionItemDefCollection>& colActionItemDefs, const Ref<MenuItemDefCollection>& colMenuItemDefs,
-             const Owner& oOwner);
-    [[nodiscard]] Owner OwnerOf(const Tool& oTool) const;
-    [[nodiscard]] QString PathOf(const Tool& oTool) const;
-    [[nodiscard]] QString BandPath(const std::string& sBand, int nDepth) const;
+    void ReadPaths(const ActiveBar& activeBar);
+    void Add(const Ref<ActionItemDefCollection>& actionItemDefs, const Ref<MenuItemDefCollection>& menuItemDefs,
+             const Owner& owner);
+    [[nodiscard]] Owner OwnerOf(const Tool& tool) const;
+    [[nodiscard]] QString PathOf(const Tool& tool) const;
+    [[nodiscard]] QString BandPath(const std::string& band, int depth) const;
 
-    std::vector<CommandEntry> m_aCommands;
-    std::unordered_map<const Tool*, std::size_t> m_mapCommands;
-    std::unordered_map<const Tool*, std::vector<Placement>> m_mapPlacements;
-    std::unordered_map<const ActionItemDef*, Owner> m_mapOwners; // also of actions that code has added
-    struct Opener {                                              // of a band
-        std::string sBand;
-        QString sCaption;
+    std::vector<CommandEntry> m_commands;
+    std::unordered_map<const Tool*, std::size_t> m_commandsMap;
+    std::unordered_map<const Tool*, std::vector<Placement>> m_placements;
+    std::unordered_map<const ActionItemDef*, Owner> m_owners; // also of actions that code has added
+    struct Opener {                                           // of a band
+        std::string band;
+        QString caption;
     };
-    std::unordered_map<std::string, Opener, TextHash, TextEqual> m_mapOpeners;
+    std::unordered_map<std::string, Opener, TextHash, TextEqual> m_openers;
 };
 
 } // namespace corvane::desktop

@@ -15,59 +15,59 @@ namespace corvane::desktop {
 namespace {
 
 // An attribute's value without its references; the numeric ones as well.
-std::string Plain(std::string_view sValue) {
-    if (sValue.find('&') == std::string_view::npos)
-        return std::string(sValue);
-    static constexpr std::array<std::pair<const char*, const char*>, 5> aNames{
+std::string Plain(std::string_view value) {
+    if (value.find('&') == std::string_view::npos)
+        return std::string(value);
+    static constexpr std::array<std::pair<const char*, const char*>, 5> names{
         {{"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}}};
-    QString sText = QString::fromUtf8(sValue.data(), static_cast<qsizetype>(sValue.size()));
-    for (qsizetype i = sText.indexOf("&#"); i >= 0; i = sText.indexOf("&#", i + 1)) {
-        const qsizetype iEnd = sText.indexOf(';', i);
-        if (iEnd < 0)
+    QString text = QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
+    for (qsizetype i = text.indexOf("&#"); i >= 0; i = text.indexOf("&#", i + 1)) {
+        const qsizetype end = text.indexOf(';', i);
+        if (end < 0)
             break;
-        const bool bHex = sText.mid(i + 2, 1) == "x";
-        const uint nCode = bHex ? sText.mid(i + 3, iEnd - i - 3).toUInt(nullptr, 16)
-                                : sText.mid(i + 2, iEnd - i - 2).toUInt(nullptr, 10);
-        const char32_t c = nCode;
-        sText.replace(i, iEnd - i + 1, QString::fromUcs4(&c, 1));
+        const bool hex = text.mid(i + 2, 1) == "x";
+        const uint code =
+            hex ? text.mid(i + 3, end - i - 3).toUInt(nullptr, 16) : text.mid(i + 2, end - i - 2).toUInt(nullptr, 10);
+        const char32_t c = code;
+        text.replace(i, end - i + 1, QString::fromUcs4(&c, 1));
     }
-    for (const auto& [sReference, sCharacter] : aNames)
-        sText.replace(QLatin1String(sReference), QLatin1String(sCharacter));
-    return sText.toStdString();
+    for (const auto& [reference, character] : names)
+        text.replace(QLatin1String(reference), QLatin1String(character));
+    return text.toStdString();
 }
 
 // The element around: its name, and where it ends.
 struct Around {
-    std::string sName;
-    std::size_t iEnd = 0;
+    std::string name;
+    std::size_t end = 0;
 
-    [[nodiscard]] std::string At(std::size_t i) const { return i < iEnd ? sName : std::string(); }
+    [[nodiscard]] std::string At(std::size_t i) const { return i < end ? name : std::string(); }
 };
 
-Around Open(std::string_view sText, const DefinitionTag& oTag, std::string_view sNameAttribute) {
-    if (oTag.iEnd >= 2 && sText[oTag.iEnd - 2] == '/')
+Around Open(std::string_view text, const DefinitionTag& tag, std::string_view nameAttribute) {
+    if (tag.end >= 2 && text[tag.end - 2] == '/')
         return {};
-    const std::size_t iEnd = sText.find("</" + std::string(oTag.sElement), oTag.iEnd);
-    return {Plain(oTag.Attribute(sNameAttribute)), iEnd};
+    const std::size_t end = text.find("</" + std::string(tag.element), tag.end);
+    return {Plain(tag.Attribute(nameAttribute)), end};
 }
 
 } // namespace
 
 QString DefinitionPlace::Text() const {
-    if (nLine == 0)
+    if (line == 0)
         return {};
     return QCoreApplication::translate("DefinitionPlaces", "%1, line %2")
-        .arg(QFileInfo(QString::fromStdString(sPath)).fileName())
-        .arg(nLine);
+        .arg(QFileInfo(QString::fromStdString(path)).fileName())
+        .arg(line);
 }
 
-DefinitionPlaces::DefinitionPlaces(const IFileSystem& oFiles, const std::string& sFolder) {
+DefinitionPlaces::DefinitionPlaces(const IFileSystem& files, const std::string& folder) {
     try {
-        for (const std::string& sPath : oFiles.Files(sFolder)) {
-            if (!EqualText(oFiles.Extension(sPath), "xml"))
+        for (const std::string& path : files.Files(folder)) {
+            if (!EqualText(files.Extension(path), "xml"))
                 continue;
             try {
-                Read(sPath, DecodeWindows1252(oFiles.ReadAll(sPath)));
+                Read(path, DecodeWindows1252(files.ReadAll(path)));
             } catch (const Failure&) {
                 // Its entries aren't found, and that is said of them.
             }
@@ -77,56 +77,56 @@ DefinitionPlaces::DefinitionPlaces(const IFileSystem& oFiles, const std::string&
     }
 }
 
-void DefinitionPlaces::Read(const std::string& sPath, std::string sText) {
-    std::string sService;
-    Around oItem;
-    Around oWindow;
-    Around oPage;
-    std::size_t iCounted = 0;
-    int nLine = 1;
-    for (const DefinitionTag& oTag : TagsIn(sText, {"Service", "ExplorerItem", "Window", "Page", "MenuItem"})) {
-        nLine += static_cast<int>(std::count(sText.begin() + static_cast<std::ptrdiff_t>(iCounted),
-                                             sText.begin() + static_cast<std::ptrdiff_t>(oTag.iBegin), '\n'));
-        iCounted = oTag.iBegin;
-        const bool bIsMenuItem = oTag.sElement == "MenuItem";
-        const bool bIsPage = oTag.sElement == "Page";
-        const char* sNameAttribute = bIsMenuItem ? "ActionItem" : bIsPage ? "Caption" : "Name";
-        if (oTag.sElement == "Service")
-            sService = Plain(oTag.Attribute("Name"));
-        else if (oTag.sElement == "ExplorerItem")
-            oItem = Open(sText, oTag, "Name");
-        else if (oTag.sElement == "Window")
-            oWindow = Open(sText, oTag, "Name");
-        else if (bIsPage)
-            oPage = Open(sText, oTag, "Caption");
-        const std::string sPage = oPage.At(oTag.iBegin);
-        m_aEntries.push_back({std::string(oTag.sElement),
-                              Plain(oTag.Attribute(sNameAttribute)),
-                              std::string(oTag.Attribute("Type")),
-                              Plain(oTag.Attribute("Path")),
-                              sService,
-                              sPage.empty() ? oItem.At(oTag.iBegin) : sPage,
-                              oWindow.At(oTag.iBegin),
-                              {sPath, nLine}});
+void DefinitionPlaces::Read(const std::string& path, std::string text) {
+    std::string service;
+    Around item;
+    Around window;
+    Around page;
+    std::size_t counted = 0;
+    int line = 1;
+    for (const DefinitionTag& tag : TagsIn(text, {"Service", "ExplorerItem", "Window", "Page", "MenuItem"})) {
+        line += static_cast<int>(std::count(text.begin() + static_cast<std::ptrdiff_t>(counted),
+                                            text.begin() + static_cast<std::ptrdiff_t>(tag.begin), '\n'));
+        counted = tag.begin;
+        const bool isMenuItem = tag.element == "MenuItem";
+        const bool isPage = tag.element == "Page";
+        const char* nameAttribute = isMenuItem ? "ActionItem" : isPage ? "Caption" : "Name";
+        if (tag.element == "Service")
+            service = Plain(tag.Attribute("Name"));
+        else if (tag.element == "ExplorerItem")
+            item = Open(text, tag, "Name");
+        else if (tag.element == "Window")
+            window = Open(text, tag, "Name");
+        else if (isPage)
+            page = Open(text, tag, "Caption");
+        const std::string pageName = page.At(tag.begin);
+        m_entries.push_back({std::string(tag.element),
+                             Plain(tag.Attribute(nameAttribute)),
+                             std::string(tag.Attribute("Type")),
+                             Plain(tag.Attribute("Path")),
+                             service,
+                             pageName.empty() ? item.At(tag.begin) : pageName,
+                             window.At(tag.begin),
+                             {path, line}});
     }
 }
 
-DefinitionPlace DefinitionPlaces::Find(const Placement& oPlacement) const {
-    const MenuItemDef& oDef = *oPlacement.oMenuItemDef;
-    const Owner& oOwner = oPlacement.oOwner;
-    for (const Entry& oEntry : m_aEntries)
-        if (oEntry.sElement == "MenuItem" && EqualText(oEntry.sName, oDef.ActionItemDef()->Name()) &&
-            EqualText(oEntry.sType, WordOf(oDef.MenuType())) && EqualText(oEntry.sPath, oDef.Path()) &&
-            EqualText(oEntry.sItem, oOwner.sItem) && EqualText(oEntry.sWindow, oOwner.sWindow) &&
-            (oOwner.sService.empty() || EqualText(oEntry.sService, oOwner.sService)))
-            return oEntry.oPlace;
+DefinitionPlace DefinitionPlaces::Find(const Placement& placement) const {
+    const MenuItemDef& def = *placement.menuItemDef;
+    const Owner& owner = placement.owner;
+    for (const Entry& entry : m_entries)
+        if (entry.element == "MenuItem" && EqualText(entry.name, def.ActionItemDef()->Name()) &&
+            EqualText(entry.type, WordOf(def.MenuType())) && EqualText(entry.path, def.Path()) &&
+            EqualText(entry.item, owner.item) && EqualText(entry.window, owner.window) &&
+            (owner.service.empty() || EqualText(entry.service, owner.service)))
+            return entry.place;
     return {};
 }
 
-DefinitionPlace DefinitionPlaces::FindNamed(std::string_view sElement, std::string_view sName) const {
-    for (const Entry& oEntry : m_aEntries)
-        if (oEntry.sElement == sElement && EqualText(oEntry.sName, sName))
-            return oEntry.oPlace;
+DefinitionPlace DefinitionPlaces::FindNamed(std::string_view element, std::string_view name) const {
+    for (const Entry& entry : m_entries)
+        if (entry.element == element && EqualText(entry.name, name))
+            return entry.place;
     return {};
 }
 

@@ -12,8 +12,8 @@
 namespace corvane::desktop {
 
 struct DefinitionPlace {
-    std::string sPath;
-    int nLine = 0; // 0 when it wasn't found
+    std::string path;
+    int line = 0; // 0 when it wasn't found
 
     [[nodiscard]] QString Text() const; // "Studies.xml, line 12"; empty when it wasn't found
 };
@@ -21,32 +21,32 @@ struct DefinitionPlace {
 class DefinitionPlaces {
 public:
     // Reads the folder of definition files as it is now; what can't be read isn't found.
-    DefinitionPlaces(const IFileSystem& oFiles, const std::string& sFolder);
+    DefinitionPlaces(const IFileSystem& files, const std::string& folder);
 
     // An entry of a menu, a toolbar or a context menu.
-    [[nodiscard]] DefinitionPlace Find(const Placement& oPlacement) const;
-    [[nodiscard]] DefinitionPlace FindService(std::string_view sName) const { return FindNamed("Service", sName); }
-    [[nodiscard]] DefinitionPlace FindExplorerItem(std::string_view sName) const {
-        return FindNamed("ExplorerItem", sName);
+    [[nodiscard]] DefinitionPlace Find(const Placement& placement) const;
+    [[nodiscard]] DefinitionPlace FindService(std::string_view name) const { return FindNamed("Service", name); }
+    [[nodiscard]] DefinitionPlace FindExplorerItem(std::string_view name) const {
+        return FindNamed("ExplorerItem", name);
     }
-    [[nodiscard]] DefinitionPlace FindWindow(std::string_view sName) const { return FindNamed("Window", sName); }
+    [[nodiscard]] DefinitionPlace FindWindow(std::string_view name) const { return FindNamed("Window", name); }
 
 private:
     struct Entry {
-        std::string sElement;
-        std::string sName; // of a menu entry its action
-        std::string sType;
-        std::string sPath; // of a menu entry
-        std::string sService;
-        std::string sItem; // the explorer item or the page's caption around it
-        std::string sWindow;
-        DefinitionPlace oPlace;
+        std::string element;
+        std::string name; // of a menu entry its action
+        std::string type;
+        std::string path; // of a menu entry
+        std::string service;
+        std::string item; // the explorer item or the page's caption around it
+        std::string window;
+        DefinitionPlace place;
     };
 
-    void Read(const std::string& sPath, std::string sText);
-    [[nodiscard]] DefinitionPlace FindNamed(std::string_view sElement, std::string_view sName) const;
+    void Read(const std::string& path, std::string text);
+    [[nodiscard]] DefinitionPlace FindNamed(std::string_view element, std::string_view name) const;
 
-    std::vector<Entry> m_aEntries;
+    std::vector<Entry> m_entries;
 };
 
 } // namespace corvane::desktop

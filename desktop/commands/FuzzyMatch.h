@@ -12,28 +12,28 @@ namespace corvane::desktop {
 // A text prepared for many searches.
 class FuzzyText {
 public:
-    // Matches at iMain and behind count more: "File › Export" with iMain at "Export".
-    FuzzyText(const QString& sText, qsizetype iMain);
+    // Matches at main and behind count more: "File › Export" with main at "Export".
+    FuzzyText(const QString& text, qsizetype main);
 
     // Higher is better; nothing where a word isn't in the text. The words are in small letters.
-    [[nodiscard]] std::optional<int> Score(const QStringList& aWords) const;
+    [[nodiscard]] std::optional<int> Score(const QStringList& words) const;
     // The places of the letters that matched, for Score's words, in order.
-    [[nodiscard]] std::vector<qsizetype> Places(const QStringList& aWords) const;
+    [[nodiscard]] std::vector<qsizetype> Places(const QStringList& words) const;
 
 private:
     struct Hit {
-        int nScore = 0;
-        std::vector<qsizetype>* pPlaces = nullptr;
+        int score = 0;
+        std::vector<qsizetype>* places = nullptr;
     };
-    [[nodiscard]] bool Match(const QString& sWord, Hit& oHit) const;
+    [[nodiscard]] bool Match(const QString& word, Hit& hit) const;
     [[nodiscard]] bool IsWordStart(qsizetype i) const;
-    [[nodiscard]] qsizetype BestWhole(const QString& sWord) const;
+    [[nodiscard]] qsizetype BestWhole(const QString& word) const;
 
-    QString m_sFolded;
-    qsizetype m_iMain;
+    QString m_folded;
+    qsizetype m_main;
 };
 
 // What was typed as words in small letters.
-[[nodiscard]] QStringList FuzzyWords(const QString& sTyped);
+[[nodiscard]] QStringList FuzzyWords(const QString& typed);
 
 } // namespace corvane::desktop

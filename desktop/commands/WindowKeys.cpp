@@ -6,57 +6,57 @@ namespace corvane::desktop {
 
 namespace {
 
-QKeySequence Keys(const char* sKeys) {
-    return QKeySequence::fromString(QLatin1String(sKeys), QKeySequence::PortableText);
+QKeySequence Keys(const char* keys) {
+    return QKeySequence::fromString(QLatin1String(keys), QKeySequence::PortableText);
 }
 
 } // namespace
 
 std::vector<WindowKey> FixedWindowKeys() {
     using Use = WindowKey::Use;
-    const QString sWindow = QCoreApplication::translate("WindowKeys", "the window itself");
-    const QString sExplorer = QCoreApplication::translate("WindowKeys", "the explorer");
-    const QString sPages = QCoreApplication::translate("WindowKeys", "windows with pages");
-    const QString sNext = QCoreApplication::translate("WindowKeys", "Next window");
-    const QString sPrevious = QCoreApplication::translate("WindowKeys", "Previous window");
-    const QString sClose = QCoreApplication::translate("WindowKeys", "Close window");
-    const QString sOtherPart = QCoreApplication::translate("WindowKeys", "Switch between explorer and window");
-    const QString sMenu = QCoreApplication::translate("WindowKeys", "Context menu");
+    const QString window = QCoreApplication::translate("WindowKeys", "the window itself");
+    const QString explorer = QCoreApplication::translate("WindowKeys", "the explorer");
+    const QString pages = QCoreApplication::translate("WindowKeys", "windows with pages");
+    const QString next = QCoreApplication::translate("WindowKeys", "Next window");
+    const QString previous = QCoreApplication::translate("WindowKeys", "Previous window");
+    const QString close = QCoreApplication::translate("WindowKeys", "Close window");
+    const QString otherPart = QCoreApplication::translate("WindowKeys", "Switch between explorer and window");
+    const QString menu = QCoreApplication::translate("WindowKeys", "Context menu");
     return {
-        {Keys("Ctrl+Tab"), Use::NextWindow, sNext, sWindow, true},
-        {Keys("Ctrl+F6"), Use::NextWindow, sNext, sWindow, true},
-        {Keys("Ctrl+Shift+Tab"), Use::PreviousWindow, sPrevious, sWindow, true},
-        {Keys("Ctrl+Shift+F6"), Use::PreviousWindow, sPrevious, sWindow, true},
-        {Keys("Ctrl+F4"), Use::CloseWindow, sClose, sWindow, true},
-        {Keys("Ctrl+W"), Use::CloseWindow, sClose, sWindow, false},
-        {Keys("F6"), Use::OtherPart, sOtherPart, sWindow, false},
-        {Keys("Shift+F6"), Use::OtherPart, sOtherPart, sWindow, false},
-        {Keys("F10"), Use::FirstMenu, QCoreApplication::translate("WindowKeys", "First menu"), sWindow, false},
-        {Keys("F2"), Use::Other, QCoreApplication::translate("WindowKeys", "Rename"), sExplorer, false},
-        {Keys("Return"), Use::Other, QCoreApplication::translate("WindowKeys", "Open"), sExplorer, false},
-        {Keys("Space"), Use::Other, QCoreApplication::translate("WindowKeys", "Choose"), sExplorer, false},
-        {Keys("Ctrl+F"), Use::Other, QCoreApplication::translate("WindowKeys", "Filter"), sExplorer, false},
-        {Keys("Menu"), Use::Other, sMenu, sExplorer, false},
-        {Keys("Shift+F10"), Use::Other, sMenu, sExplorer, false},
-        {Keys("Ctrl+PgDown"), Use::Other, QCoreApplication::translate("WindowKeys", "Next page"), sPages, false},
-        {Keys("Ctrl+PgUp"), Use::Other, QCoreApplication::translate("WindowKeys", "Previous page"), sPages, false},
+        {Keys("Ctrl+Tab"), Use::NextWindow, next, window, true},
+        {Keys("Ctrl+F6"), Use::NextWindow, next, window, true},
+        {Keys("Ctrl+Shift+Tab"), Use::PreviousWindow, previous, window, true},
+        {Keys("Ctrl+Shift+F6"), Use::PreviousWindow, previous, window, true},
+        {Keys("Ctrl+F4"), Use::CloseWindow, close, window, true},
+        {Keys("Ctrl+W"), Use::CloseWindow, close, window, false},
+        {Keys("F6"), Use::OtherPart, otherPart, window, false},
+        {Keys("Shift+F6"), Use::OtherPart, otherPart, window, false},
+        {Keys("F10"), Use::FirstMenu, QCoreApplication::translate("WindowKeys", "First menu"), window, false},
+        {Keys("F2"), Use::Other, QCoreApplication::translate("WindowKeys", "Rename"), explorer, false},
+        {Keys("Return"), Use::Other, QCoreApplication::translate("WindowKeys", "Open"), explorer, false},
+        {Keys("Space"), Use::Other, QCoreApplication::translate("WindowKeys", "Choose"), explorer, false},
+        {Keys("Ctrl+F"), Use::Other, QCoreApplication::translate("WindowKeys", "Filter"), explorer, false},
+        {Keys("Menu"), Use::Other, menu, explorer, false},
+        {Keys("Shift+F10"), Use::Other, menu, explorer, false},
+        {Keys("Ctrl+PgDown"), Use::Other, QCoreApplication::translate("WindowKeys", "Next page"), pages, false},
+        {Keys("Ctrl+PgUp"), Use::Other, QCoreApplication::translate("WindowKeys", "Previous page"), pages, false},
     };
 }
 
-std::vector<WindowKey> WindowKeys(const ActiveBar& oActiveBar) {
-    std::vector<WindowKey> aKeys = FixedWindowKeys();
-    for (const auto& oBand : oActiveBar.Bands()->All()) {
-        if (oBand->Kind() != BandKind::MenuBar || !oBand->Visible())
+std::vector<WindowKey> WindowKeys(const ActiveBar& activeBar) {
+    std::vector<WindowKey> keysList = FixedWindowKeys();
+    for (const auto& band : activeBar.Bands()->All()) {
+        if (band->Kind() != BandKind::MenuBar || !band->Visible())
             continue;
-        for (const auto& oTitle : oBand->Tools()->All()) {
-            const QKeySequence oKeys = QKeySequence::mnemonic(QString::fromStdString(oTitle->Caption()));
-            if (oTitle->Visible() && !oKeys.isEmpty())
-                aKeys.push_back({oKeys, WindowKey::Use::Title,
-                                 QCoreApplication::translate("WindowKeys", "Menu %1").arg(PlainCaption(*oTitle)),
-                                 aKeys.front().sOwner, true});
+        for (const auto& title : band->Tools()->All()) {
+            const QKeySequence keys = QKeySequence::mnemonic(QString::fromStdString(title->Caption()));
+            if (title->Visible() && !keys.isEmpty())
+                keysList.push_back({keys, WindowKey::Use::Title,
+                                    QCoreApplication::translate("WindowKeys", "Menu %1").arg(PlainCaption(*title)),
+                                    keysList.front().owner, true});
         }
     }
-    return aKeys;
+    return keysList;
 }
 
 } // namespace corvane::desktop

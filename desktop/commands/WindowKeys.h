@@ -21,16 +21,16 @@ struct WindowKey {
         OtherPart, // from the explorer to the windows and back
         Other      // seen to by the widget that has the focus
     };
-    QKeySequence oKeys; // of one stroke
-    Use eUse;
-    QString sWhat;
-    QString sOwner;
+    QKeySequence keys; // of one stroke
+    Use use;
+    QString what;
+    QString owner;
     // Whether a command of the same keys is never reached by them. Otherwise it is, and the window's use is lost.
-    bool bComesFirst;
+    bool comesFirst;
 };
 
 // With the letters of the titles that are shown now.
-[[nodiscard]] std::vector<WindowKey> WindowKeys(const ActiveBar& oActiveBar);
+[[nodiscard]] std::vector<WindowKey> WindowKeys(const ActiveBar& activeBar);
 // Without them.
 [[nodiscard]] std::vector<WindowKey> FixedWindowKeys();
 

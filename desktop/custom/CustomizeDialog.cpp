@@ -18,243 +18,243 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nNameRole = Qt::UserRole;
+constexpr int nameRole = Qt::UserRole;
 
-bool IsSeparator(const Tool& oTool) {
-    return EqualText(oTool.Name(), "Separator");
+bool IsSeparator(const Tool& tool) {
+    return EqualText(tool.Name(), "Separator");
 }
 
-QString InstanceCaption(const Tool& oInstance) {
-    const QString sCaption = PlainCaption(oInstance);
-    return sCaption.isEmpty() ? PlainCaption(oInstance.Master()) : sCaption;
+QString InstanceCaption(const Tool& instance) {
+    const QString caption = PlainCaption(instance);
+    return caption.isEmpty() ? PlainCaption(instance.Master()) : caption;
 }
 
 } // namespace
 
-CustomizeDialog::CustomizeDialog(PersonalBars& oBars, Ref<ActiveBar> oActiveBar, PickFunction fnPick, QWidget* pParent)
-    : QDialog(pParent), m_oBars(oBars), m_oActiveBar(std::move(oActiveBar)), m_fnPick(std::move(fnPick)),
-      m_pBands(new QTreeWidget), m_pEntries(new QListWidget), m_pAside(new QLabel) {
+CustomizeDialog::CustomizeDialog(PersonalBars& bars, Ref<ActiveBar> activeBar, PickFunction pick, QWidget* parent)
+    : QDialog(parent), m_bars(bars), m_activeBar(std::move(activeBar)), m_pick(std::move(pick)),
+      m_bands(new QTreeWidget), m_entries(new QListWidget), m_aside(new QLabel) {
     setWindowTitle(tr("Customize Menus and Toolbars"));
     ResizeWithin(*this, {760, 520});
-    m_pBands->setHeaderHidden(true);
-    m_pBands->setAccessibleName(tr("Menus and toolbars"));
-    m_pEntries->setAccessibleName(tr("Entries"));
-    m_pAside->setWordWrap(true);
-    m_pAside->setTextFormat(Qt::PlainText);
-    auto* pSplitter = new QSplitter;
-    pSplitter->addWidget(m_pBands);
-    pSplitter->addWidget(m_pEntries);
-    pSplitter->setStretchFactor(0, 2);
-    pSplitter->setStretchFactor(1, 3);
-    auto* pHint = new QLabel(tr("Unchecked entries are hidden. Toolbar buttons can be moved and added."));
-    pHint->setWordWrap(true);
-    auto* pGrid = new QGridLayout(this);
-    pGrid->addWidget(pHint, 0, 0, 1, 2);
-    pGrid->addWidget(pSplitter, 1, 0);
-    pGrid->addWidget(NewButtons(), 1, 1);
-    pGrid->addWidget(m_pAside, 2, 0);
-    m_pForget = NewButton(tr("&Forget These"), [this] { ForgetAside(); });
-    pGrid->addWidget(m_pForget, 2, 1, Qt::AlignTop);
-    auto* pClose = new QDialogButtonBox(QDialogButtonBox::Close);
-    connect(pClose, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    pGrid->addWidget(pClose, 3, 0, 1, 2);
-    pGrid->setColumnStretch(0, 1);
-    pGrid->setRowStretch(1, 1);
-    connect(m_pBands, &QTreeWidget::currentItemChanged, this, &CustomizeDialog::ShowBand);
-    connect(m_pEntries, &QListWidget::currentRowChanged, this, &CustomizeDialog::ShowButtons);
-    connect(m_pEntries, &QListWidget::itemChanged, this, &CustomizeDialog::Entry_Changed);
+    m_bands->setHeaderHidden(true);
+    m_bands->setAccessibleName(tr("Menus and toolbars"));
+    m_entries->setAccessibleName(tr("Entries"));
+    m_aside->setWordWrap(true);
+    m_aside->setTextFormat(Qt::PlainText);
+    auto* splitter = new QSplitter;
+    splitter->addWidget(m_bands);
+    splitter->addWidget(m_entries);
+    splitter->setStretchFactor(0, 2);
+    splitter->setStretchFactor(1, 3);
+    auto* hint = new QLabel(tr("Unchecked entries are hidden. Toolbar buttons can be moved and added."));
+    hint->setWordWrap(true);
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(hint, 0, 0, 1, 2);
+    grid->addWidget(splitter, 1, 0);
+    grid->addWidget(NewButtons(), 1, 1);
+    grid->addWidget(m_aside, 2, 0);
+    m_forget = NewButton(tr("&Forget These"), [this] { ForgetAside(); });
+    grid->addWidget(m_forget, 2, 1, Qt::AlignTop);
+    auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    grid->addWidget(close, 3, 0, 1, 2);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(1, 1);
+    connect(m_bands, &QTreeWidget::currentItemChanged, this, &CustomizeDialog::ShowBand);
+    connect(m_entries, &QListWidget::currentRowChanged, this, &CustomizeDialog::ShowButtons);
+    connect(m_entries, &QListWidget::itemChanged, this, &CustomizeDialog::Entry_Changed);
     FillBands();
 }
 
-QPushButton* CustomizeDialog::NewButton(const QString& sText, const std::function<void()>& fnClick) {
-    auto* pButton = new QPushButton(sText);
-    pButton->setAutoDefault(false);
-    connect(pButton, &QPushButton::clicked, this, fnClick);
-    return pButton;
+QPushButton* CustomizeDialog::NewButton(const QString& text, const std::function<void()>& click) {
+    auto* button = new QPushButton(text);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, click);
+    return button;
 }
 
 QWidget* CustomizeDialog::NewButtons() {
-    auto* pColumn = new QWidget;
-    auto* pLayout = new QVBoxLayout(pColumn);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    m_pUp = NewButton(tr("Move &Up"), [this] { MoveCurrent(-1); });
-    m_pDown = NewButton(tr("Move &Down"), [this] { MoveCurrent(1); });
-    m_pAdd = NewButton(tr("&Add…"), [this] { m_fnPick(this, [this](const Ref<Tool>& oTool) { AddCommand(oTool); }); });
-    m_pRemove = NewButton(tr("&Remove"), [this] {
-        if (const auto oTool = ToolAt(m_pEntries->currentRow()))
-            m_oBars.RemoveAdded(*CurrentBand(), *oTool);
+    auto* column = new QWidget;
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_up = NewButton(tr("Move &Up"), [this] { MoveCurrent(-1); });
+    m_down = NewButton(tr("Move &Down"), [this] { MoveCurrent(1); });
+    m_add = NewButton(tr("&Add…"), [this] { m_pick(this, [this](const Ref<Tool>& tool) { AddCommand(tool); }); });
+    m_remove = NewButton(tr("&Remove"), [this] {
+        if (const auto tool = ToolAt(m_entries->currentRow()))
+            m_bars.RemoveAdded(*CurrentBand(), *tool);
         ShowBand();
     });
-    m_pReset = NewButton(tr("R&eset This"), [this] {
-        m_oBars.ResetBand(*CurrentBand());
+    m_reset = NewButton(tr("R&eset This"), [this] {
+        m_bars.ResetBand(*CurrentBand());
         ShowBand();
     });
-    auto* pResetAll = NewButton(tr("Reset A&ll…"), [this] {
+    auto* resetAll = NewButton(tr("Reset A&ll…"), [this] {
         if (QMessageBox::question(this, windowTitle(),
                                   tr("Reset all menus and toolbars to the application's defaults?")) !=
             QMessageBox::Yes)
             return;
-        m_oBars.ResetAllBands();
+        m_bars.ResetAllBands();
         ShowBand();
     });
-    for (QPushButton* pButton : {m_pUp, m_pDown, m_pAdd, m_pRemove})
-        pLayout->addWidget(pButton);
-    pLayout->addStretch();
-    pLayout->addWidget(m_pReset);
-    pLayout->addWidget(pResetAll);
-    return pColumn;
+    for (QPushButton* button : {m_up, m_down, m_add, m_remove})
+        layout->addWidget(button);
+    layout->addStretch();
+    layout->addWidget(m_reset);
+    layout->addWidget(resetAll);
+    return column;
 }
 
-void CustomizeDialog::AddBand(QTreeWidgetItem* pGroup, const Ref<Band>& oBand, const QString& sCaption) {
-    auto* pItem = new QTreeWidgetItem(pGroup, {sCaption});
-    pItem->setData(0, nNameRole, QString::fromStdString(oBand->Name()));
+void CustomizeDialog::AddBand(QTreeWidgetItem* group, const Ref<Band>& band, const QString& caption) {
+    auto* item = new QTreeWidgetItem(group, {caption});
+    item->setData(0, nameRole, QString::fromStdString(band->Name()));
 }
 
 void CustomizeDialog::FillBands() {
-    auto* pToolbars = new QTreeWidgetItem(m_pBands, {tr("Toolbars")});
-    auto* pMenus = new QTreeWidgetItem(m_pBands, {tr("Menus")});
-    auto* pContexts = new QTreeWidgetItem(m_pBands, {tr("Context menus")});
-    std::set<std::string> setSeen;
-    const std::function<void(QTreeWidgetItem*, const Ref<Band>&)> fnMenus = [&](QTreeWidgetItem* pGroup,
-                                                                                const Ref<Band>& oAbove) {
-        for (const auto& oInstance : oAbove->Tools()->All()) {
-            const auto oBand =
-                oInstance->DropDownBand().empty() ? nullptr : m_oActiveBar->Bands()->Find(oInstance->DropDownBand());
-            if (!oBand || !setSeen.insert(oBand->Name()).second)
+    auto* toolbars = new QTreeWidgetItem(m_bands, {tr("Toolbars")});
+    auto* menus = new QTreeWidgetItem(m_bands, {tr("Menus")});
+    auto* contexts = new QTreeWidgetItem(m_bands, {tr("Context menus")});
+    std::set<std::string> seen;
+    const std::function<void(QTreeWidgetItem*, const Ref<Band>&)> addMenus = [&](QTreeWidgetItem* group,
+                                                                                 const Ref<Band>& above) {
+        for (const auto& instance : above->Tools()->All()) {
+            const auto band =
+                instance->DropDownBand().empty() ? nullptr : m_activeBar->Bands()->Find(instance->DropDownBand());
+            if (!band || !seen.insert(band->Name()).second)
                 continue;
-            AddBand(pGroup, oBand, InstanceCaption(*oInstance));
-            fnMenus(pGroup->child(pGroup->childCount() - 1), oBand);
+            AddBand(group, band, InstanceCaption(*instance));
+            addMenus(group->child(group->childCount() - 1), band);
         }
     };
-    for (const auto& oBand : m_oActiveBar->Bands()->All())
-        if (oBand->Kind() == BandKind::Toolbar)
-            AddBand(pToolbars, oBand, ShownCaption(*oBand));
-        else if (oBand->Kind() == BandKind::MenuBar)
-            fnMenus(pMenus, oBand);
-        else if (oBand->Name().starts_with("Context.") && setSeen.insert(oBand->Name()).second) {
-            AddBand(pContexts, oBand, QString::fromStdString(oBand->Name().substr(8)));
-            fnMenus(pContexts->child(pContexts->childCount() - 1), oBand);
+    for (const auto& band : m_activeBar->Bands()->All())
+        if (band->Kind() == BandKind::Toolbar)
+            AddBand(toolbars, band, ShownCaption(*band));
+        else if (band->Kind() == BandKind::MenuBar)
+            addMenus(menus, band);
+        else if (band->Name().starts_with("Context.") && seen.insert(band->Name()).second) {
+            AddBand(contexts, band, QString::fromStdString(band->Name().substr(8)));
+            addMenus(contexts->child(contexts->childCount() - 1), band);
         }
-    for (QTreeWidgetItem* pGroup : {pToolbars, pMenus, pContexts}) {
-        pGroup->setFlags(Qt::ItemIsEnabled);
-        pGroup->setHidden(pGroup->childCount() == 0);
-        pGroup->setExpanded(true);
+    for (QTreeWidgetItem* group : {toolbars, menus, contexts}) {
+        group->setFlags(Qt::ItemIsEnabled);
+        group->setHidden(group->childCount() == 0);
+        group->setExpanded(true);
     }
-    QTreeWidgetItem* pFirst = pToolbars->childCount() > 0 ? pToolbars->child(0) : pMenus->child(0);
-    m_pBands->setCurrentItem(pFirst);
+    QTreeWidgetItem* first = toolbars->childCount() > 0 ? toolbars->child(0) : menus->child(0);
+    m_bands->setCurrentItem(first);
     ShowBand();
 }
 
-bool CustomizeDialog::SelectBand(const std::string& sBand) {
-    for (QTreeWidgetItemIterator it(m_pBands); *it; ++it)
-        if (EqualText((*it)->data(0, nNameRole).toString().toStdString(), sBand)) {
-            m_pBands->setCurrentItem(*it);
+bool CustomizeDialog::SelectBand(const std::string& band) {
+    for (QTreeWidgetItemIterator it(m_bands); *it; ++it)
+        if (EqualText((*it)->data(0, nameRole).toString().toStdString(), band)) {
+            m_bands->setCurrentItem(*it);
             return true;
         }
     return false;
 }
 
 Ref<Band> CustomizeDialog::CurrentBand() const {
-    const QTreeWidgetItem* pItem = m_pBands->currentItem();
-    const QString sName = pItem ? pItem->data(0, nNameRole).toString() : QString();
-    return sName.isEmpty() ? nullptr : m_oActiveBar->Bands()->Find(sName.toStdString());
+    const QTreeWidgetItem* item = m_bands->currentItem();
+    const QString name = item ? item->data(0, nameRole).toString() : QString();
+    return name.isEmpty() ? nullptr : m_activeBar->Bands()->Find(name.toStdString());
 }
 
-Ref<Tool> CustomizeDialog::ToolAt(int nRow) const {
-    const QListWidgetItem* pItem = m_pEntries->item(nRow);
-    return pItem ? m_oActiveBar->Tools()->Find(pItem->data(nNameRole).toString().toStdString()) : nullptr;
+Ref<Tool> CustomizeDialog::ToolAt(int row) const {
+    const QListWidgetItem* item = m_entries->item(row);
+    return item ? m_activeBar->Tools()->Find(item->data(nameRole).toString().toStdString()) : nullptr;
 }
 
 void CustomizeDialog::ShowBand() {
-    const int nRow = m_pEntries->currentRow();
-    m_bFills = true;
-    m_pEntries->clear();
-    const Ref<Band> oBand = CurrentBand();
-    if (oBand)
-        for (const auto& oInstance : m_oBars.AllOf(*oBand)) {
-            auto* pItem = new QListWidgetItem(m_pEntries);
-            if (IsSeparator(*oInstance)) {
-                pItem->setText("————");
-                pItem->setData(Qt::AccessibleTextRole, tr("Separator"));
-                pItem->setFlags(Qt::NoItemFlags);
+    const int row = m_entries->currentRow();
+    m_fills = true;
+    m_entries->clear();
+    const Ref<Band> band = CurrentBand();
+    if (band)
+        for (const auto& instance : m_bars.AllOf(*band)) {
+            auto* item = new QListWidgetItem(m_entries);
+            if (IsSeparator(*instance)) {
+                item->setText("————");
+                item->setData(Qt::AccessibleTextRole, tr("Separator"));
+                item->setFlags(Qt::NoItemFlags);
                 continue;
             }
-            const bool bAdded = m_oBars.IsAdded(*oBand, *oInstance);
-            pItem->setText(bAdded ? tr("%1 (added)").arg(InstanceCaption(*oInstance)) : InstanceCaption(*oInstance));
-            pItem->setToolTip(QString::fromStdString(oInstance->Name()));
-            pItem->setData(nNameRole, QString::fromStdString(oInstance->Name()));
-            pItem->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-            pItem->setCheckState(m_oBars.IsHidden(*oBand, *oInstance) ? Qt::Unchecked : Qt::Checked);
+            const bool added = m_bars.IsAdded(*band, *instance);
+            item->setText(added ? tr("%1 (added)").arg(InstanceCaption(*instance)) : InstanceCaption(*instance));
+            item->setToolTip(QString::fromStdString(instance->Name()));
+            item->setData(nameRole, QString::fromStdString(instance->Name()));
+            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+            item->setCheckState(m_bars.IsHidden(*band, *instance) ? Qt::Unchecked : Qt::Checked);
         }
-    m_bFills = false;
-    m_pEntries->setCurrentRow(std::min(nRow, m_pEntries->count() - 1));
-    QStringList aAside;
-    for (const auto& oAside : m_oBars.PlacesAside())
-        aAside.append(oAside.sText);
-    m_pAside->setText(aAside.isEmpty() ? QString()
-                                       : tr("Kept for entries that no longer exist:\n%1").arg(aAside.join('\n')));
-    m_pAside->setVisible(!aAside.isEmpty());
-    m_pForget->setVisible(!aAside.isEmpty());
+    m_fills = false;
+    m_entries->setCurrentRow(std::min(row, m_entries->count() - 1));
+    QStringList asideItems;
+    for (const auto& aside : m_bars.PlacesAside())
+        asideItems.append(aside.text);
+    m_aside->setText(
+        asideItems.isEmpty() ? QString() : tr("Kept for entries that no longer exist:\n%1").arg(asideItems.join('\n')));
+    m_aside->setVisible(!asideItems.isEmpty());
+    m_forget->setVisible(!asideItems.isEmpty());
     ShowButtons();
 }
 
 void CustomizeDialog::ShowButtons() {
-    const Ref<Band> oBand = CurrentBand();
-    const bool bToolbar = oBand && oBand->Kind() == BandKind::Toolbar;
-    const auto oTool = ToolAt(m_pEntries->currentRow());
-    m_pUp->setEnabled(bToolbar && oTool && m_pEntries->currentRow() > 0);
-    m_pDown->setEnabled(bToolbar && oTool && m_pEntries->currentRow() < m_pEntries->count() - 1);
-    m_pAdd->setEnabled(bToolbar);
-    m_pRemove->setEnabled(bToolbar && oTool && m_oBars.IsAdded(*oBand, *oTool));
-    m_pReset->setEnabled(oBand && m_oBars.HasChanges(*oBand));
+    const Ref<Band> band = CurrentBand();
+    const bool toolbar = band && band->Kind() == BandKind::Toolbar;
+    const auto tool = ToolAt(m_entries->currentRow());
+    m_up->setEnabled(toolbar && tool && m_entries->currentRow() > 0);
+    m_down->setEnabled(toolbar && tool && m_entries->currentRow() < m_entries->count() - 1);
+    m_add->setEnabled(toolbar);
+    m_remove->setEnabled(toolbar && tool && m_bars.IsAdded(*band, *tool));
+    m_reset->setEnabled(band && m_bars.HasChanges(*band));
 }
 
-void CustomizeDialog::Entry_Changed(QListWidgetItem* pItem) {
-    if (m_bFills)
+void CustomizeDialog::Entry_Changed(QListWidgetItem* item) {
+    if (m_fills)
         return;
-    const auto oTool = ToolAt(m_pEntries->row(pItem));
-    if (oTool)
-        m_oBars.SetHidden(*CurrentBand(), *oTool, pItem->checkState() == Qt::Unchecked);
+    const auto tool = ToolAt(m_entries->row(item));
+    if (tool)
+        m_bars.SetHidden(*CurrentBand(), *tool, item->checkState() == Qt::Unchecked);
     ShowButtons();
 }
 
 // Over the next entry, not over a separator alone.
-void CustomizeDialog::MoveCurrent(int nStep) {
-    const int nRow = m_pEntries->currentRow();
-    const auto oTool = ToolAt(nRow);
-    const Ref<Band> oBand = CurrentBand();
-    if (!oTool || !oBand)
+void CustomizeDialog::MoveCurrent(int step) {
+    const int row = m_entries->currentRow();
+    const auto tool = ToolAt(row);
+    const Ref<Band> band = CurrentBand();
+    if (!tool || !band)
         return;
-    int nBehind = nRow + nStep; // downwards the entry below, upwards the one above the one above
-    int nPassed = nStep > 0 ? 0 : 1;
-    for (; nBehind >= 0 && nBehind < m_pEntries->count(); nBehind += nStep)
-        if (ToolAt(nBehind) && nPassed-- == 0)
+    int behindRow = row + step; // downwards the entry below, upwards the one above the one above
+    int passed = step > 0 ? 0 : 1;
+    for (; behindRow >= 0 && behindRow < m_entries->count(); behindRow += step)
+        if (ToolAt(behindRow) && passed-- == 0)
             break;
-    if (nBehind >= m_pEntries->count())
+    if (behindRow >= m_entries->count())
         return;
-    const auto oBehind = ToolAt(nBehind);
-    m_oBars.Move(*oBand, *oTool, oBehind.Get());
+    const auto behind = ToolAt(behindRow);
+    m_bars.Move(*band, *tool, behind.Get());
     ShowBand();
-    SelectEntry(*oTool);
+    SelectEntry(*tool);
 }
 
 // It is chosen, to be moved where it should be; so is one that the toolbar has already.
-void CustomizeDialog::AddCommand(const Ref<Tool>& oTool) {
-    if (const Ref<Band> oBand = CurrentBand(); oBand && oBand->Kind() == BandKind::Toolbar)
-        m_oBars.Add(*oBand, *oTool);
+void CustomizeDialog::AddCommand(const Ref<Tool>& tool) {
+    if (const Ref<Band> band = CurrentBand(); band && band->Kind() == BandKind::Toolbar)
+        m_bars.Add(*band, *tool);
     ShowBand();
-    SelectEntry(*oTool);
+    SelectEntry(*tool);
 }
 
-void CustomizeDialog::SelectEntry(const Tool& oTool) {
-    for (int i = 0; i < m_pEntries->count(); ++i)
-        if (const auto oEntry = ToolAt(i); oEntry && &oEntry->Master() == &oTool.Master())
-            m_pEntries->setCurrentRow(i);
+void CustomizeDialog::SelectEntry(const Tool& tool) {
+    for (int i = 0; i < m_entries->count(); ++i)
+        if (const auto entry = ToolAt(i); entry && &entry->Master() == &tool.Master())
+            m_entries->setCurrentRow(i);
 }
 
 void CustomizeDialog::ForgetAside() {
-    for (auto aAside = m_oBars.PlacesAside(); !aAside.empty(); aAside = m_oBars.PlacesAside())
-        aAside.front().fnForget();
+    for (auto aside = m_bars.PlacesAside(); !aside.empty(); aside = m_bars.PlacesAside())
+        aside.front().forget();
     ShowBand();
 }
 

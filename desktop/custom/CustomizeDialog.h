@@ -18,42 +18,42 @@ class CustomizeDialog final : public QDialog {
     Q_OBJECT
 public:
     // Asks the person for a command and calls back with it.
-    using PickFunction = std::function<void(QWidget* pParent, std::function<void(const Ref<Tool>&)>)>;
+    using PickFunction = std::function<void(QWidget* parent, std::function<void(const Ref<Tool>&)>)>;
 
-    CustomizeDialog(PersonalBars& oBars, Ref<ActiveBar> oActiveBar, PickFunction fnPick, QWidget* pParent);
+    CustomizeDialog(PersonalBars& bars, Ref<ActiveBar> activeBar, PickFunction pick, QWidget* parent);
 
     // False when there is no such menu or toolbar.
-    bool SelectBand(const std::string& sBand);
-    [[nodiscard]] QListWidget& Entries() { return *m_pEntries; }
-    void MoveCurrent(int nStep);
-    void AddCommand(const Ref<Tool>& oTool);
-    void SelectEntry(const Tool& oTool);
+    bool SelectBand(const std::string& band);
+    [[nodiscard]] QListWidget& Entries() { return *m_entries; }
+    void MoveCurrent(int step);
+    void AddCommand(const Ref<Tool>& tool);
+    void SelectEntry(const Tool& tool);
 
 private:
     void FillBands();
     QWidget* NewButtons();
-    QPushButton* NewButton(const QString& sText, const std::function<void()>& fnClick);
-    void AddBand(QTreeWidgetItem* pGroup, const Ref<Band>& oBand, const QString& sCaption);
+    QPushButton* NewButton(const QString& text, const std::function<void()>& click);
+    void AddBand(QTreeWidgetItem* group, const Ref<Band>& band, const QString& caption);
     void ShowBand();
     void ShowButtons();
-    void Entry_Changed(QListWidgetItem* pItem);
+    void Entry_Changed(QListWidgetItem* item);
     void ForgetAside();
     [[nodiscard]] Ref<Band> CurrentBand() const;
-    [[nodiscard]] Ref<Tool> ToolAt(int nRow) const;
+    [[nodiscard]] Ref<Tool> ToolAt(int row) const;
 
-    PersonalBars& m_oBars;
-    Ref<ActiveBar> m_oActiveBar;
-    PickFunction m_fnPick;
-    QTreeWidget* m_pBands;
-    QListWidget* m_pEntries;
-    QLabel* m_pAside;
-    QPushButton* m_pUp = nullptr;
-    QPushButton* m_pDown = nullptr;
-    QPushButton* m_pAdd = nullptr;
-    QPushButton* m_pRemove = nullptr;
-    QPushButton* m_pReset = nullptr;
-    QPushButton* m_pForget = nullptr;
-    bool m_bFills = false;
+    PersonalBars& m_bars;
+    Ref<ActiveBar> m_activeBar;
+    PickFunction m_pick;
+    QTreeWidget* m_bands;
+    QListWidget* m_entries;
+    QLabel* m_aside;
+    QPushButton* m_up = nullptr;
+    QPushButton* m_down = nullptr;
+    QPushButton* m_add = nullptr;
+    QPushButton* m_remove = nullptr;
+    QPushButton* m_reset = nullptr;
+    QPushButton* m_forget = nullptr;
+    bool m_fills = false;
 };
 
 } // namespace corvane::desktop

@@ -12,366 +12,366 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::array<const char*, 3> aWhatWords{"hidden", "moved", "added"};
+constexpr std::array<const char*, 3> whatWords{"hidden", "moved", "added"};
 
-QString Text(const std::string& sText) {
-    return QString::fromStdString(sText);
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
 }
 
-QJsonObject AsJson(const EntryName& oEntry) {
-    return {{"entry", Text(oEntry.sTool)},
-            {"service", Text(oEntry.sService)},
-            {"action", Text(oEntry.sAction)},
-            {"caption", oEntry.sCaption}};
+QJsonObject AsJson(const EntryName& entry) {
+    return {{"entry", Text(entry.tool)},
+            {"service", Text(entry.service)},
+            {"action", Text(entry.action)},
+            {"caption", entry.caption}};
 }
 
-EntryName EntryIn(const QJsonObject& oJson) {
-    return {oJson["entry"].toString().toStdString(), oJson["service"].toString().toStdString(),
-            oJson["action"].toString().toStdString(), oJson["caption"].toString()};
+EntryName EntryIn(const QJsonObject& json) {
+    return {json["entry"].toString().toStdString(), json["service"].toString().toStdString(),
+            json["action"].toString().toStdString(), json["caption"].toString()};
 }
 
-bool IsSeparator(const Tool& oTool) {
-    return EqualText(oTool.Name(), "Separator");
+bool IsSeparator(const Tool& tool) {
+    return EqualText(tool.Name(), "Separator");
 }
 
 // Calls back for each entry of a service or of its explorer items that has a tool.
 template <class VISIT>
-void VisitEntries(VISIT fnVisit) {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!oManager)
+void VisitEntries(VISIT visit) {
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    if (!manager)
         return;
-    for (const auto& oServiceDef : oManager->ServiceDefs()) {
-        const auto fnEach = [&](const Ref<MenuItemDefCollection>& colMenuItemDefs) {
-            for (const auto& oDef : colMenuItemDefs)
-                if (oDef->ActionItemDef() && oDef->ActionItemDef()->Tool())
-                    fnVisit(oServiceDef->Name(), oDef->ActionItemDef()->Name(), *oDef->ActionItemDef()->Tool());
+    for (const auto& serviceDef : manager->ServiceDefs()) {
+        const auto each = [&](const Ref<MenuItemDefCollection>& menuItemDefs) {
+            for (const auto& def : menuItemDefs)
+                if (def->ActionItemDef() && def->ActionItemDef()->Tool())
+                    visit(serviceDef->Name(), def->ActionItemDef()->Name(), *def->ActionItemDef()->Tool());
         };
-        fnEach(oServiceDef->MenuItemDefs());
-        for (const auto& oItemDef : oServiceDef->ExplorerItemDefs())
-            fnEach(oItemDef->MenuItemDefs());
+        each(serviceDef->MenuItemDefs());
+        for (const auto& itemDef : serviceDef->ExplorerItemDefs())
+            each(itemDef->MenuItemDefs());
     }
 }
 
 // Separators at the ends and behind one another part nothing.
-void DropIdleSeparators(std::vector<Ref<Tool>>& aInstances) {
-    std::vector<Ref<Tool>> aKept;
-    for (auto& oInstance : aInstances)
-        if (!IsSeparator(*oInstance) || (!aKept.empty() && !IsSeparator(*aKept.back())))
-            aKept.push_back(std::move(oInstance));
-    if (!aKept.empty() && IsSeparator(*aKept.back()))
-        aKept.pop_back();
-    aInstances = std::move(aKept);
+void DropIdleSeparators(std::vector<Ref<Tool>>& instances) {
+    std::vector<Ref<Tool>> kept;
+    for (auto& instance : instances)
+        if (!IsSeparator(*instance) || (!kept.empty() && !IsSeparator(*kept.back())))
+            kept.push_back(std::move(instance));
+    if (!kept.empty() && IsSeparator(*kept.back()))
+        kept.pop_back();
+    instances = std::move(kept);
 }
 
 } // namespace
 
-PersonalBars::PersonalBars(StateFile oFile, Ref<ActiveBar> oActiveBar, std::function<void()> fnChanged)
-    : m_oFile(std::move(oFile)), m_oActiveBar(std::move(oActiveBar)), m_fnChanged(std::move(fnChanged)) {
+PersonalBars::PersonalBars(StateFile file, Ref<ActiveBar> activeBar, std::function<void()> changed)
+    : m_file(std::move(file)), m_activeBar(std::move(activeBar)), m_changed(std::move(changed)) {
     Read();
 }
 
 PersonalBars::~PersonalBars() = default;
 
 void PersonalBars::Read() {
-    const QJsonObject oRead = m_oFile.Read();
-    for (const auto& oValue : oRead["keys"].toArray()) {
-        const QJsonObject oJson = oValue.toObject();
-        KeyChange oChange{EntryIn(oJson), {}};
-        for (const auto& oKeys : oJson["keys"].toArray())
-            if (const auto oSequence = QKeySequence::fromString(oKeys.toString(), QKeySequence::PortableText);
-                oSequence.count() == 1)
-                oChange.aKeys.append(oSequence);
-        if (!oChange.oEntry.sTool.empty())
-            m_aKeys.push_back(std::move(oChange));
+    const QJsonObject read = m_file.Read();
+    for (const auto& value : read["keys"].toArray()) {
+        const QJsonObject json = value.toObject();
+        KeyChange change{EntryIn(json), {}};
+        for (const auto& keys : json["keys"].toArray())
+            if (const auto sequence = QKeySequence::fromString(keys.toString(), QKeySequence::PortableText);
+                sequence.count() == 1)
+                change.keys.append(sequence);
+        if (!change.entry.tool.empty())
+            m_keys.push_back(std::move(change));
     }
-    for (const auto& oValue : oRead["places"].toArray()) {
-        const QJsonObject oJson = oValue.toObject();
-        const auto it = std::find(aWhatWords.begin(), aWhatWords.end(), oJson["change"].toString());
-        if (it == aWhatWords.end() || oJson["entry"].toString().isEmpty())
+    for (const auto& value : read["places"].toArray()) {
+        const QJsonObject json = value.toObject();
+        const auto it = std::find(whatWords.begin(), whatWords.end(), json["change"].toString());
+        if (it == whatWords.end() || json["entry"].toString().isEmpty())
             continue;
-        m_aPlaces.push_back({static_cast<PlaceChange::What>(it - aWhatWords.begin()),
-                             oJson["band"].toString().toStdString(), EntryIn(oJson),
-                             oJson["behind"].toString().toStdString()});
+        m_places.push_back({static_cast<PlaceChange::What>(it - whatWords.begin()),
+                            json["band"].toString().toStdString(), EntryIn(json),
+                            json["behind"].toString().toStdString()});
     }
 }
 
 void PersonalBars::Changed() {
-    m_bSettled = false;
-    QJsonArray aKeys;
-    for (const KeyChange& oChange : m_aKeys) {
-        QJsonArray aSequences;
-        for (const QKeySequence& oSequence : oChange.aKeys)
-            aSequences.append(oSequence.toString(QKeySequence::PortableText));
-        QJsonObject oJson = AsJson(oChange.oEntry);
-        oJson["keys"] = aSequences;
-        aKeys.append(oJson);
+    m_isSettled = false;
+    QJsonArray keys;
+    for (const KeyChange& change : m_keys) {
+        QJsonArray sequences;
+        for (const QKeySequence& sequence : change.keys)
+            sequences.append(sequence.toString(QKeySequence::PortableText));
+        QJsonObject json = AsJson(change.entry);
+        json["keys"] = sequences;
+        keys.append(json);
     }
-    QJsonArray aPlaces;
-    for (const PlaceChange& oChange : m_aPlaces) {
-        QJsonObject oJson = AsJson(oChange.oEntry);
-        oJson["band"] = Text(oChange.sBand);
-        oJson["change"] = aWhatWords[static_cast<std::size_t>(oChange.eWhat)];
-        if (oChange.eWhat != PlaceChange::What::Hidden)
-            oJson["behind"] = Text(oChange.sBehind);
-        aPlaces.append(oJson);
+    QJsonArray places;
+    for (const PlaceChange& change : m_places) {
+        QJsonObject json = AsJson(change.entry);
+        json["band"] = Text(change.band);
+        json["change"] = whatWords[static_cast<std::size_t>(change.what)];
+        if (change.what != PlaceChange::What::Hidden)
+            json["behind"] = Text(change.behind);
+        places.append(json);
     }
-    m_oFile.Write({{"version", 1}, {"keys", aKeys}, {"places", aPlaces}});
-    m_fnChanged();
+    m_file.Write({{"version", 1}, {"keys", keys}, {"places", places}});
+    m_changed();
 }
 
-EntryName PersonalBars::NameOf(const Tool& oTool) const {
-    EntryName oEntry{oTool.Name(), {}, {}, OriginalCaption(oTool.Master())};
-    VisitEntries([&](const std::string& sService, const std::string& sAction, const Tool& oOther) {
-        if (&oOther == &oTool.Master() && oEntry.sService.empty()) {
-            oEntry.sService = sService;
-            oEntry.sAction = sAction;
+EntryName PersonalBars::NameOf(const Tool& tool) const {
+    EntryName entry{tool.Name(), {}, {}, OriginalCaption(tool.Master())};
+    VisitEntries([&](const std::string& service, const std::string& action, const Tool& other) {
+        if (&other == &tool.Master() && entry.service.empty()) {
+            entry.service = service;
+            entry.action = action;
         }
     });
-    return oEntry;
+    return entry;
 }
 
-const Tool* PersonalBars::Find(const EntryName& oEntry) const {
-    if (const Ref<Tool> oTool = m_oActiveBar->Tools()->Find(oEntry.sTool))
-        return oTool.Get();
-    std::unordered_set<const Tool*> setFound;
-    if (!oEntry.sService.empty())
-        VisitEntries([&](const std::string& sService, const std::string& sAction, const Tool& oTool) {
-            if (EqualText(sService, oEntry.sService) && EqualText(sAction, oEntry.sAction))
-                setFound.insert(&oTool);
+const Tool* PersonalBars::Find(const EntryName& entry) const {
+    if (const Ref<Tool> tool = m_activeBar->Tools()->Find(entry.tool))
+        return tool.Get();
+    std::unordered_set<const Tool*> found;
+    if (!entry.service.empty())
+        VisitEntries([&](const std::string& service, const std::string& action, const Tool& tool) {
+            if (EqualText(service, entry.service) && EqualText(action, entry.action))
+                found.insert(&tool);
         });
-    return setFound.size() == 1 ? *setFound.begin() : nullptr;
+    return found.size() == 1 ? *found.begin() : nullptr;
 }
 
 void PersonalBars::Settle() const {
-    if (m_bSettled)
+    if (m_isSettled)
         return;
-    if (!m_oBarChanged)
-        m_oBarChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
-            if (oChange.eWhat == BarChange::What::BandTools || oChange.eWhat == BarChange::What::BandAdded)
-                m_bSettled = false;
+    if (!m_barChanged)
+        m_barChanged = m_activeBar->Changed.Subscribe([this](const BarChange& change) {
+            if (change.eWhat == BarChange::What::BandTools || change.eWhat == BarChange::What::BandAdded)
+                m_isSettled = false;
         });
-    m_bSettled = true;
-    m_mapKeys.clear();
-    m_aSettled.clear();
-    for (const KeyChange& oChange : m_aKeys)
-        if (const Tool* pTool = Find(oChange.oEntry))
-            m_mapKeys.emplace(pTool, &oChange);
-    for (const PlaceChange& oChange : m_aPlaces)
-        if (const Tool* pTool = Find(oChange.oEntry))
-            m_aSettled.push_back({&oChange, pTool, !EqualText(pTool->Name(), oChange.oEntry.sTool)});
+    m_isSettled = true;
+    m_keysMap.clear();
+    m_settled.clear();
+    for (const KeyChange& change : m_keys)
+        if (const Tool* tool = Find(change.entry))
+            m_keysMap.emplace(tool, &change);
+    for (const PlaceChange& change : m_places)
+        if (const Tool* tool = Find(change.entry))
+            m_settled.push_back({&change, tool, !EqualText(tool->Name(), change.entry.tool)});
 }
 
-QList<QKeySequence> PersonalBars::KeysOf(const Tool& oTool) const {
+QList<QKeySequence> PersonalBars::KeysOf(const Tool& tool) const {
     Settle();
-    const auto it = m_mapKeys.find(&oTool.Master());
-    return it == m_mapKeys.end() ? BarChanges::KeysOf(oTool) : it->second->aKeys;
+    const auto it = m_keysMap.find(&tool.Master());
+    return it == m_keysMap.end() ? BarChanges::KeysOf(tool) : it->second->keys;
 }
 
-bool PersonalBars::HasOwnKeys(const Tool& oTool) const {
+bool PersonalBars::HasOwnKeys(const Tool& tool) const {
     Settle();
-    return m_mapKeys.contains(&oTool.Master());
+    return m_keysMap.contains(&tool.Master());
 }
 
-void PersonalBars::SetKeys(const Tool& oTool, const QList<QKeySequence>& aKeys) {
-    const Tool* pMaster = &oTool.Master();
-    std::erase_if(m_aKeys, [&](const KeyChange& oChange) { return Find(oChange.oEntry) == pMaster; });
-    if (aKeys != BarChanges::KeysOf(oTool))
-        m_aKeys.push_back({NameOf(oTool), aKeys});
+void PersonalBars::SetKeys(const Tool& tool, const QList<QKeySequence>& keys) {
+    const Tool* master = &tool.Master();
+    std::erase_if(m_keys, [&](const KeyChange& change) { return Find(change.entry) == master; });
+    if (keys != BarChanges::KeysOf(tool))
+        m_keys.push_back({NameOf(tool), keys});
     Changed();
 }
 
-void PersonalBars::ResetKeys(const Tool& oTool) {
-    SetKeys(oTool, BarChanges::KeysOf(oTool));
+void PersonalBars::ResetKeys(const Tool& tool) {
+    SetKeys(tool, BarChanges::KeysOf(tool));
 }
 
 void PersonalBars::ResetAllKeys() {
-    m_aKeys.clear();
+    m_keys.clear();
     Changed();
 }
 
-bool PersonalBars::IsHidden(const Band& oBand, const Tool& oTool) const {
+bool PersonalBars::IsHidden(const Band& band, const Tool& tool) const {
     Settle();
-    return std::any_of(m_aSettled.begin(), m_aSettled.end(), [&](const SettledPlace& oPlace) {
-        return oPlace.pChange->eWhat == PlaceChange::What::Hidden && oPlace.pTool == &oTool.Master() &&
-               (oPlace.bMovedByFiles || EqualText(oPlace.pChange->sBand, oBand.Name()));
+    return std::any_of(m_settled.begin(), m_settled.end(), [&](const SettledPlace& place) {
+        return place.change->what == PlaceChange::What::Hidden && place.tool == &tool.Master() &&
+               (place.movedByFiles || EqualText(place.change->band, band.Name()));
     });
 }
 
-void PersonalBars::SetHidden(const Band& oBand, const Tool& oTool, bool bHidden) {
-    const Tool* pMaster = &oTool.Master();
-    std::erase_if(m_aPlaces, [&](const PlaceChange& oChange) {
-        return oChange.eWhat == PlaceChange::What::Hidden && Find(oChange.oEntry) == pMaster &&
-               (EqualText(oChange.sBand, oBand.Name()) || !EqualText(oChange.oEntry.sTool, pMaster->Name()));
+void PersonalBars::SetHidden(const Band& band, const Tool& tool, bool hidden) {
+    const Tool* master = &tool.Master();
+    std::erase_if(m_places, [&](const PlaceChange& change) {
+        return change.what == PlaceChange::What::Hidden && Find(change.entry) == master &&
+               (EqualText(change.band, band.Name()) || !EqualText(change.entry.tool, master->Name()));
     });
-    if (bHidden)
-        m_aPlaces.push_back({PlaceChange::What::Hidden, oBand.Name(), NameOf(oTool), {}});
+    if (hidden)
+        m_places.push_back({PlaceChange::What::Hidden, band.Name(), NameOf(tool), {}});
     Changed();
 }
 
-void PersonalBars::Move(const Band& oBand, const Tool& oTool, const Tool* pBehind) {
-    const std::string sBehind = pBehind ? pBehind->Name() : std::string();
-    const Tool* pMaster = &oTool.Master();
-    PlaceChange oChange{PlaceChange::What::Moved, oBand.Name(), NameOf(oTool), sBehind};
+void PersonalBars::Move(const Band& band, const Tool& tool, const Tool* behind) {
+    const std::string behindText = behind ? behind->Name() : std::string();
+    const Tool* master = &tool.Master();
+    PlaceChange change{PlaceChange::What::Moved, band.Name(), NameOf(tool), behindText};
     // The latest move comes last, as each is told against what the earlier ones left.
-    std::erase_if(m_aPlaces, [&](const PlaceChange& oOld) {
-        const bool bIsIts = oOld.eWhat != PlaceChange::What::Hidden && EqualText(oOld.sBand, oBand.Name()) &&
-                            Find(oOld.oEntry) == pMaster;
-        if (bIsIts && oOld.eWhat == PlaceChange::What::Added)
-            oChange.eWhat = PlaceChange::What::Added;
-        return bIsIts;
+    std::erase_if(m_places, [&](const PlaceChange& old) {
+        const bool isIts =
+            old.what != PlaceChange::What::Hidden && EqualText(old.band, band.Name()) && Find(old.entry) == master;
+        if (isIts && old.what == PlaceChange::What::Added)
+            change.what = PlaceChange::What::Added;
+        return isIts;
     });
-    m_aPlaces.push_back(std::move(oChange));
+    m_places.push_back(std::move(change));
     Changed();
 }
 
-void PersonalBars::Add(const Band& oBand, const Tool& oTool) {
-    const auto aNow = AllOf(oBand);
-    if (std::any_of(aNow.begin(), aNow.end(), [&](const auto& oOld) { return &oOld->Master() == &oTool.Master(); })) {
-        SetHidden(oBand, oTool, false); // it is there already
+void PersonalBars::Add(const Band& band, const Tool& tool) {
+    const auto now = AllOf(band);
+    if (std::any_of(now.begin(), now.end(), [&](const auto& old) { return &old->Master() == &tool.Master(); })) {
+        SetHidden(band, tool, false); // it is there already
         return;
     }
-    const auto itLast = std::find_if(aNow.rbegin(), aNow.rend(), [](const auto& o) { return !IsSeparator(*o); });
-    m_aPlaces.push_back({PlaceChange::What::Added, oBand.Name(), NameOf(oTool),
-                         itLast == aNow.rend() ? std::string() : (*itLast)->Name()});
+    const auto last = std::find_if(now.rbegin(), now.rend(), [](const auto& o) { return !IsSeparator(*o); });
+    m_places.push_back(
+        {PlaceChange::What::Added, band.Name(), NameOf(tool), last == now.rend() ? std::string() : (*last)->Name()});
     Changed();
 }
 
-void PersonalBars::RemoveAdded(const Band& oBand, const Tool& oTool) {
-    std::erase_if(m_aPlaces, [&](const PlaceChange& oChange) {
-        return oChange.eWhat == PlaceChange::What::Added && EqualText(oChange.sBand, oBand.Name()) &&
-               Find(oChange.oEntry) == &oTool.Master();
+void PersonalBars::RemoveAdded(const Band& band, const Tool& tool) {
+    std::erase_if(m_places, [&](const PlaceChange& change) {
+        return change.what == PlaceChange::What::Added && EqualText(change.band, band.Name()) &&
+               Find(change.entry) == &tool.Master();
     });
     Changed();
 }
 
-bool PersonalBars::IsAdded(const Band& oBand, const Tool& oTool) const {
+bool PersonalBars::IsAdded(const Band& band, const Tool& tool) const {
     Settle();
-    return std::any_of(m_aSettled.begin(), m_aSettled.end(), [&](const SettledPlace& oPlace) {
-        return oPlace.pChange->eWhat == PlaceChange::What::Added && oPlace.pTool == &oTool.Master() &&
-               EqualText(oPlace.pChange->sBand, oBand.Name());
+    return std::any_of(m_settled.begin(), m_settled.end(), [&](const SettledPlace& place) {
+        return place.change->what == PlaceChange::What::Added && place.tool == &tool.Master() &&
+               EqualText(place.change->band, band.Name());
     });
 }
 
-bool PersonalBars::HasChanges(const Band& oBand) const {
-    return std::any_of(m_aPlaces.begin(), m_aPlaces.end(),
-                       [&](const PlaceChange& oChange) { return EqualText(oChange.sBand, oBand.Name()); });
+bool PersonalBars::HasChanges(const Band& band) const {
+    return std::any_of(m_places.begin(), m_places.end(),
+                       [&](const PlaceChange& change) { return EqualText(change.band, band.Name()); });
 }
 
-void PersonalBars::ResetBand(const Band& oBand) {
-    std::erase_if(m_aPlaces, [&](const PlaceChange& oChange) { return EqualText(oChange.sBand, oBand.Name()); });
+void PersonalBars::ResetBand(const Band& band) {
+    std::erase_if(m_places, [&](const PlaceChange& change) { return EqualText(change.band, band.Name()); });
     Changed();
 }
 
 void PersonalBars::ResetAllBands() {
-    m_aPlaces.clear();
+    m_places.clear();
     Changed();
 }
 
 // An instance of the person's own, with the look of one that the definitions made.
-Ref<Tool> PersonalBars::AddedInstance(const Band& oBand, const Tool& oTool) const {
-    Ref<Tool>& oInstance = m_mapAdded[oBand.Name()][&oTool];
-    if (oInstance)
-        return oInstance;
-    oInstance = New<Tool>(const_cast<Band*>(&oBand), Ref<Tool>(const_cast<Tool*>(&oTool)));
-    oInstance->SetCaption(OriginalCaption(oTool).replace('&', "&&").toStdString());
-    for (const Tool* pOther : oTool.Instances()) {
-        if (pOther == oInstance.Get())
+Ref<Tool> PersonalBars::AddedInstance(const Band& band, const Tool& tool) const {
+    Ref<Tool>& instance = m_added[band.Name()][&tool];
+    if (instance)
+        return instance;
+    instance = New<Tool>(const_cast<Band*>(&band), Ref<Tool>(const_cast<Tool*>(&tool)));
+    instance->SetCaption(OriginalCaption(tool).replace('&', "&&").toStdString());
+    for (const Tool* other : tool.Instances()) {
+        if (other == instance.Get())
             continue;
-        if (oInstance->Description().empty())
-            oInstance->SetDescription(pOther->Description());
-        for (const Long lState : {Tool::Normal, Tool::Pressed, Tool::Disabled})
-            if (const Ref<Picture> oPicture = pOther->PictureOf(lState))
-                oInstance->SetPicture(lState, oPicture);
+        if (instance->Description().empty())
+            instance->SetDescription(other->Description());
+        for (const Long state : {Tool::Normal, Tool::Pressed, Tool::Disabled})
+            if (const Ref<Picture> picture = other->PictureOf(state))
+                instance->SetPicture(state, picture);
     }
-    const auto oAction = oTool.TagVariant().TryAs<ActionItem>();
-    const auto oDef = oAction ? oAction->ActionItemDef() : nullptr;
-    const Ref<Framework> oFramework = Singleton::Framework();
-    if (!oInstance->PictureOf(Tool::Normal) && oDef && !oDef->Image().empty() && oFramework)
-        oInstance->SetPicture(Tool::Normal, oFramework->GetImage(oDef->Image()));
-    return oInstance;
+    const auto action = tool.TagVariant().TryAs<ActionItem>();
+    const auto def = action ? action->ActionItemDef() : nullptr;
+    const Ref<Framework> framework = Singleton::Framework();
+    if (!instance->PictureOf(Tool::Normal) && def && !def->Image().empty() && framework)
+        instance->SetPicture(Tool::Normal, framework->GetImage(def->Image()));
+    return instance;
 }
 
 // The entries in the person's order, those that they hid too.
-std::vector<Ref<Tool>> PersonalBars::AllOf(const Band& oBand) const {
+std::vector<Ref<Tool>> PersonalBars::AllOf(const Band& band) const {
     Settle();
-    std::vector<Ref<Tool>> aInstances = oBand.Tools()->All();
-    if (oBand.Kind() != BandKind::Toolbar)
-        return aInstances;
-    for (const SettledPlace& oPlace : m_aSettled) {
-        const PlaceChange& oChange = *oPlace.pChange;
-        if (oChange.eWhat == PlaceChange::What::Hidden || !EqualText(oChange.sBand, oBand.Name()))
+    std::vector<Ref<Tool>> instances = band.Tools()->All();
+    if (band.Kind() != BandKind::Toolbar)
+        return instances;
+    for (const SettledPlace& place : m_settled) {
+        const PlaceChange& change = *place.change;
+        if (change.what == PlaceChange::What::Hidden || !EqualText(change.band, band.Name()))
             continue;
-        const auto itOld = std::find_if(aInstances.begin(), aInstances.end(),
-                                        [&](const auto& o) { return &o->Master() == oPlace.pTool; });
-        const bool bIsThere = itOld != aInstances.end();
-        if (!bIsThere && oChange.eWhat == PlaceChange::What::Moved)
+        const auto old =
+            std::find_if(instances.begin(), instances.end(), [&](const auto& o) { return &o->Master() == place.tool; });
+        const bool isThere = old != instances.end();
+        if (!isThere && change.what == PlaceChange::What::Moved)
             continue; // the files took it from this toolbar
-        auto itBehind = aInstances.begin();
-        if (!oChange.sBehind.empty()) {
-            itBehind = std::find_if(aInstances.begin(), aInstances.end(),
-                                    [&](const auto& o) { return EqualText(o->Name(), oChange.sBehind); });
-            if (itBehind == aInstances.end() && bIsThere)
+        auto behind = instances.begin();
+        if (!change.behind.empty()) {
+            behind = std::find_if(instances.begin(), instances.end(),
+                                  [&](const auto& o) { return EqualText(o->Name(), change.behind); });
+            if (behind == instances.end() && isThere)
                 continue; // what it stood behind has gone, and it stays where the files put it
-            if (itBehind != aInstances.end())
-                ++itBehind;
+            if (behind != instances.end())
+                ++behind;
         }
-        if (!bIsThere) {
-            aInstances.insert(itBehind, AddedInstance(oBand, *oPlace.pTool));
-        } else if (itOld < itBehind) {
-            std::rotate(itOld, itOld + 1, itBehind);
+        if (!isThere) {
+            instances.insert(behind, AddedInstance(band, *place.tool));
+        } else if (old < behind) {
+            std::rotate(old, old + 1, behind);
         } else {
-            std::rotate(itBehind, itOld, itOld + 1);
+            std::rotate(behind, old, old + 1);
         }
     }
-    return aInstances;
+    return instances;
 }
 
-std::vector<Ref<Tool>> PersonalBars::InstancesOf(const Band& oBand) const {
+std::vector<Ref<Tool>> PersonalBars::InstancesOf(const Band& band) const {
     Settle();
-    if (m_aSettled.empty())
-        return oBand.Tools()->All();
-    std::vector<Ref<Tool>> aInstances = AllOf(oBand);
-    const std::size_t nAll = aInstances.size();
-    std::erase_if(aInstances, [&](const auto& oInstance) { return IsHidden(oBand, *oInstance); });
-    if (aInstances.size() != nAll)
-        DropIdleSeparators(aInstances);
-    return aInstances;
+    if (m_settled.empty())
+        return band.Tools()->All();
+    std::vector<Ref<Tool>> instances = AllOf(band);
+    const std::size_t all = instances.size();
+    std::erase_if(instances, [&](const auto& instance) { return IsHidden(band, *instance); });
+    if (instances.size() != all)
+        DropIdleSeparators(instances);
+    return instances;
 }
 
 std::vector<PersonalBars::Aside> PersonalBars::KeysAside() {
-    std::vector<Aside> aAside;
-    for (const KeyChange& oChange : m_aKeys) {
-        if (Find(oChange.oEntry))
+    std::vector<Aside> aside;
+    for (const KeyChange& change : m_keys) {
+        if (Find(change.entry))
             continue;
-        QStringList aKeys;
-        for (const QKeySequence& oKeys : oChange.aKeys)
-            aKeys.append(oKeys.toString(QKeySequence::NativeText));
-        aAside.push_back({QString("%1 (%2): %3")
-                              .arg(oChange.oEntry.sCaption, Text(oChange.oEntry.sTool),
-                                   aKeys.isEmpty() ? QString("–") : aKeys.join(", ")),
-                          [this, sTool = oChange.oEntry.sTool] {
-                              std::erase_if(m_aKeys, [&](const KeyChange& o) { return o.oEntry.sTool == sTool; });
-                              Changed();
-                          }});
+        QStringList keysList;
+        for (const QKeySequence& keys : change.keys)
+            keysList.append(keys.toString(QKeySequence::NativeText));
+        aside.push_back({QString("%1 (%2): %3")
+                             .arg(change.entry.caption, Text(change.entry.tool),
+                                  keysList.isEmpty() ? QString("–") : keysList.join(", ")),
+                         [this, tool = change.entry.tool] {
+                             std::erase_if(m_keys, [&](const KeyChange& o) { return o.entry.tool == tool; });
+                             Changed();
+                         }});
     }
-    return aAside;
+    return aside;
 }
 
 std::vector<PersonalBars::Aside> PersonalBars::PlacesAside() {
-    std::vector<Aside> aAside;
-    for (const PlaceChange& oChange : m_aPlaces)
-        if (!Find(oChange.oEntry) || !m_oActiveBar->Bands()->Find(oChange.sBand))
-            aAside.push_back(
+    std::vector<Aside> aside;
+    for (const PlaceChange& change : m_places)
+        if (!Find(change.entry) || !m_activeBar->Bands()->Find(change.band))
+            aside.push_back(
                 {QString("%1 (%2): %3, %4")
-                     .arg(oChange.oEntry.sCaption, Text(oChange.oEntry.sTool),
-                          QLatin1String(aWhatWords[static_cast<std::size_t>(oChange.eWhat)]), Text(oChange.sBand)),
-                 [this, sTool = oChange.oEntry.sTool, sBand = oChange.sBand] {
-                     std::erase_if(m_aPlaces,
-                                   [&](const PlaceChange& o) { return o.oEntry.sTool == sTool && o.sBand == sBand; });
+                     .arg(change.entry.caption, Text(change.entry.tool),
+                          QLatin1String(whatWords[static_cast<std::size_t>(change.what)]), Text(change.band)),
+                 [this, tool = change.entry.tool, band = change.band] {
+                     std::erase_if(m_places,
+                                   [&](const PlaceChange& o) { return o.entry.tool == tool && o.band == band; });
                      Changed();
                  }});
-    return aAside;
+    return aside;
 }
 
 } // namespace corvane::desktop

@@ -19,58 +19,58 @@ namespace corvane::desktop {
 // An entry as a change remembers it. When no tool has the key any more, the only entry of that action of that service
 // is taken for the same one, moved.
 struct EntryName {
-    std::string sTool;
-    std::string sService;
-    std::string sAction;
-    QString sCaption; // for people, as it was then
+    std::string tool;
+    std::string service;
+    std::string action;
+    QString caption; // for people, as it was then
 };
 
 struct KeyChange {
-    EntryName oEntry;
-    QList<QKeySequence> aKeys;
+    EntryName entry;
+    QList<QKeySequence> keys;
 };
 
 // A change of one menu or toolbar.
 struct PlaceChange {
     enum class What { Hidden, Moved, Added };
-    What eWhat = What::Hidden;
-    std::string sBand;
-    EntryName oEntry;
-    std::string sBehind; // the key of the entry in front of it; empty for the beginning. Not for what is hidden.
+    What what = What::Hidden;
+    std::string band;
+    EntryName entry;
+    std::string behind; // the key of the entry in front of it; empty for the beginning. Not for what is hidden.
 };
 
 class PersonalBars final : public BarChanges {
 public:
-    // fnChanged is called when something is to be drawn anew.
-    PersonalBars(StateFile oFile, Ref<ActiveBar> oActiveBar, std::function<void()> fnChanged);
+    // changed is called when something is to be drawn anew.
+    PersonalBars(StateFile file, Ref<ActiveBar> activeBar, std::function<void()> changed);
     ~PersonalBars() override;
 
-    [[nodiscard]] QList<QKeySequence> KeysOf(const Tool& oTool) const override;
-    [[nodiscard]] bool HasOwnKeys(const Tool& oTool) const override;
-    [[nodiscard]] std::vector<Ref<Tool>> InstancesOf(const Band& oBand) const override;
+    [[nodiscard]] QList<QKeySequence> KeysOf(const Tool& tool) const override;
+    [[nodiscard]] bool HasOwnKeys(const Tool& tool) const override;
+    [[nodiscard]] std::vector<Ref<Tool>> InstancesOf(const Band& band) const override;
 
     // The same with those that are hidden.
-    [[nodiscard]] std::vector<Ref<Tool>> AllOf(const Band& oBand) const;
+    [[nodiscard]] std::vector<Ref<Tool>> AllOf(const Band& band) const;
 
     // The person's changes. Each is kept at once.
-    void SetKeys(const Tool& oTool, const QList<QKeySequence>& aKeys);
-    void ResetKeys(const Tool& oTool);
+    void SetKeys(const Tool& tool, const QList<QKeySequence>& keys);
+    void ResetKeys(const Tool& tool);
     void ResetAllKeys();
-    void SetHidden(const Band& oBand, const Tool& oTool, bool bHidden);
-    [[nodiscard]] bool IsHidden(const Band& oBand, const Tool& oTool) const;
+    void SetHidden(const Band& band, const Tool& tool, bool hidden);
+    [[nodiscard]] bool IsHidden(const Band& band, const Tool& tool) const;
     // Of toolbars alone. The entry comes behind the other one of the same toolbar, or to the beginning for nothing.
-    void Move(const Band& oBand, const Tool& oTool, const Tool* pBehind);
-    void Add(const Band& oBand, const Tool& oTool);
-    void RemoveAdded(const Band& oBand, const Tool& oTool);
-    [[nodiscard]] bool IsAdded(const Band& oBand, const Tool& oTool) const;
-    [[nodiscard]] bool HasChanges(const Band& oBand) const;
-    void ResetBand(const Band& oBand);
+    void Move(const Band& band, const Tool& tool, const Tool* behind);
+    void Add(const Band& band, const Tool& tool);
+    void RemoveAdded(const Band& band, const Tool& tool);
+    [[nodiscard]] bool IsAdded(const Band& band, const Tool& tool) const;
+    [[nodiscard]] bool HasChanges(const Band& band) const;
+    void ResetBand(const Band& band);
     void ResetAllBands();
 
     // Changes whose entries aren't there now.
     struct Aside {
-        QString sText;
-        std::function<void()> fnForget;
+        QString text;
+        std::function<void()> forget;
     };
     [[nodiscard]] std::vector<Aside> KeysAside();
     [[nodiscard]] std::vector<Aside> PlacesAside();
@@ -78,28 +78,28 @@ public:
 private:
     void Read();
     void Changed();
-    [[nodiscard]] EntryName NameOf(const Tool& oTool) const;
-    [[nodiscard]] const Tool* Find(const EntryName& oEntry) const;
+    [[nodiscard]] EntryName NameOf(const Tool& tool) const;
+    [[nodiscard]] const Tool* Find(const EntryName& entry) const;
     void Settle() const;
-    [[nodiscard]] Ref<Tool> AddedInstance(const Band& oBand, const Tool& oTool) const;
+    [[nodiscard]] Ref<Tool> AddedInstance(const Band& band, const Tool& tool) const;
 
-    StateFile m_oFile;
-    Ref<ActiveBar> m_oActiveBar;
-    std::function<void()> m_fnChanged;
-    std::vector<KeyChange> m_aKeys;
-    std::vector<PlaceChange> m_aPlaces;
+    StateFile m_file;
+    Ref<ActiveBar> m_activeBar;
+    std::function<void()> m_changed;
+    std::vector<KeyChange> m_keys;
+    std::vector<PlaceChange> m_places;
 
     // What the changes come to among the tools that are there; found again when tools have been added.
     struct SettledPlace {
-        const PlaceChange* pChange;
-        const Tool* pTool;
-        bool bMovedByFiles; // it stands under another key now
+        const PlaceChange* change;
+        const Tool* tool;
+        bool movedByFiles; // it stands under another key now
     };
-    mutable bool m_bSettled = false;
-    mutable std::optional<Subscription> m_oBarChanged; // from the first time on: a start adds very many tools
-    mutable std::unordered_map<const Tool*, const KeyChange*> m_mapKeys;
-    mutable std::vector<SettledPlace> m_aSettled;
-    mutable std::unordered_map<std::string, std::unordered_map<const Tool*, Ref<Tool>>> m_mapAdded;
+    mutable bool m_isSettled = false;
+    mutable std::optional<Subscription> m_barChanged; // from the first time on: a start adds very many tools
+    mutable std::unordered_map<const Tool*, const KeyChange*> m_keysMap;
+    mutable std::vector<SettledPlace> m_settled;
+    mutable std::unordered_map<std::string, std::unordered_map<const Tool*, Ref<Tool>>> m_added;
 };
 
 } // namespace corvane::desktop

@@ -23,237 +23,237 @@ namespace corvane::desktop {
 namespace {
 
 enum Column { CommandColumn, KeysColumn, OwnerColumn, NoteColumn };
-constexpr int nIndexRole = Qt::UserRole; // of a command among all
-constexpr int nWindowKeyRole = Qt::UserRole + 2;
-constexpr int nAsideRole = Qt::UserRole + 1; // of a change whose entry has gone
+constexpr int indexRole = Qt::UserRole; // of a command among all
+constexpr int windowKeyRole = Qt::UserRole + 2;
+constexpr int asideRole = Qt::UserRole + 1; // of a change whose entry has gone
 
-QString FullName(const CommandEntry& oCommand) {
-    return oCommand.sPath.isEmpty() ? oCommand.sCaption : oCommand.sPath + " › " + oCommand.sCaption;
+QString FullName(const CommandEntry& command) {
+    return command.path.isEmpty() ? command.caption : command.path + " › " + command.caption;
 }
 
 } // namespace
 
-ShortcutsDialog::ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBar, QWidget* pParent)
-    : QDialog(pParent), m_oBars(oBars), m_oCommands(oActiveBar), m_aWindowKeys(WindowKeys(oActiveBar)),
-      m_pFilter(new QLineEdit), m_pList(new QTreeWidget), m_pConflict(new QLabel) {
+ShortcutsDialog::ShortcutsDialog(PersonalBars& bars, const ActiveBar& activeBar, QWidget* parent)
+    : QDialog(parent), m_bars(bars), m_commands(activeBar), m_windowKeys(WindowKeys(activeBar)),
+      m_filter(new QLineEdit), m_list(new QTreeWidget), m_conflict(new QLabel) {
     setWindowTitle(tr("Keyboard Shortcuts"));
     ResizeWithin(*this, {940, 580});
-    m_pFilter->setPlaceholderText(tr("Search for a command, shortcut or owner"));
-    m_pFilter->setAccessibleName(tr("Search"));
-    m_pFilter->installEventFilter(this);
-    AddClearButton(*m_pFilter);
-    m_pList->setHeaderLabels({tr("Command"), tr("Shortcut"), tr("Owner"), tr("Note")});
-    m_pList->setRootIsDecorated(false);
-    m_pList->setUniformRowHeights(true);
-    m_pList->setAllColumnsShowFocus(true);
-    m_pList->setAccessibleName(tr("Commands and their shortcuts"));
-    m_pList->header()->setSectionResizeMode(QHeaderView::Interactive);
-    m_pConflict->setWordWrap(true);
-    m_pConflict->setTextFormat(Qt::PlainText);
-    m_pConflict->setAccessibleName(tr("Conflict"));
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(m_pFilter);
-    pLayout->addWidget(m_pList, 1);
-    pLayout->addWidget(NewEditRow());
-    pLayout->addWidget(m_pConflict);
-    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Close);
-    auto* pResetAll = pButtons->addButton(tr("Reset &All…"), QDialogButtonBox::ResetRole);
-    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(pResetAll, &QPushButton::clicked, this, [this] {
+    m_filter->setPlaceholderText(tr("Search for a command, shortcut or owner"));
+    m_filter->setAccessibleName(tr("Search"));
+    m_filter->installEventFilter(this);
+    AddClearButton(*m_filter);
+    m_list->setHeaderLabels({tr("Command"), tr("Shortcut"), tr("Owner"), tr("Note")});
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setAllColumnsShowFocus(true);
+    m_list->setAccessibleName(tr("Commands and their shortcuts"));
+    m_list->header()->setSectionResizeMode(QHeaderView::Interactive);
+    m_conflict->setWordWrap(true);
+    m_conflict->setTextFormat(Qt::PlainText);
+    m_conflict->setAccessibleName(tr("Conflict"));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_filter);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(NewEditRow());
+    layout->addWidget(m_conflict);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    auto* resetAll = buttons->addButton(tr("Reset &All…"), QDialogButtonBox::ResetRole);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(resetAll, &QPushButton::clicked, this, [this] {
         if (QMessageBox::question(this, windowTitle(), tr("Reset all shortcuts to the application's defaults?")) !=
             QMessageBox::Yes)
             return;
-        m_oBars.ResetAllKeys();
+        m_bars.ResetAllKeys();
         ShowAll();
     });
-    pLayout->addWidget(pButtons);
-    connect(m_pFilter, &QLineEdit::textChanged, this, &ShortcutsDialog::Filter);
-    connect(m_pList, &QTreeWidget::currentItemChanged, this, &ShortcutsDialog::ShowCurrent);
-    for (const CommandEntry& oCommand : m_oCommands.All())
-        NewRow(oCommand);
+    layout->addWidget(buttons);
+    connect(m_filter, &QLineEdit::textChanged, this, &ShortcutsDialog::Filter);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &ShortcutsDialog::ShowCurrent);
+    for (const CommandEntry& command : m_commands.All())
+        NewRow(command);
     AddWindowKeys();
     ShowAll();
-    m_pList->setColumnWidth(CommandColumn, 250);
-    m_pList->setColumnWidth(KeysColumn, 110);
-    m_pList->setColumnWidth(OwnerColumn, 260);
-    m_pList->setCurrentItem(m_pList->topLevelItem(0));
+    m_list->setColumnWidth(CommandColumn, 250);
+    m_list->setColumnWidth(KeysColumn, 110);
+    m_list->setColumnWidth(OwnerColumn, 260);
+    m_list->setCurrentItem(m_list->topLevelItem(0));
 }
 
 ShortcutsDialog::~ShortcutsDialog() = default;
 
 QWidget* ShortcutsDialog::NewEditRow() {
-    auto* pRow = new QWidget;
-    auto* pLayout = new QHBoxLayout(pRow);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    auto* pLabel = new QLabel(tr("&New shortcut:"));
-    m_pKeys = new QKeySequenceEdit;
-    m_pKeys->setAccessibleName(tr("New shortcut"));
-    if (auto* pField = m_pKeys->findChild<QLineEdit*>()) // it is what has the focus
-        pField->setAccessibleName(tr("New shortcut"));
-    pLabel->setBuddy(m_pKeys);
-    m_pAssign = new QPushButton(tr("A&ssign"));
-    m_pNone = new QPushButton(tr("No Shor&tcut"));
-    m_pReset = new QPushButton(tr("&Reset"));
-    m_pForget = new QPushButton(tr("&Forget"));
-    for (QPushButton* pButton : {m_pAssign, m_pNone, m_pReset, m_pForget})
-        pButton->setAutoDefault(false);
-    pLayout->addWidget(pLabel);
-    pLayout->addWidget(m_pKeys, 1);
-    for (QPushButton* pButton : {m_pAssign, m_pNone, m_pReset, m_pForget})
-        pLayout->addWidget(pButton);
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* label = new QLabel(tr("&New shortcut:"));
+    m_keys = new QKeySequenceEdit;
+    m_keys->setAccessibleName(tr("New shortcut"));
+    if (auto* field = m_keys->findChild<QLineEdit*>()) // it is what has the focus
+        field->setAccessibleName(tr("New shortcut"));
+    label->setBuddy(m_keys);
+    m_assign = new QPushButton(tr("A&ssign"));
+    m_none = new QPushButton(tr("No Shor&tcut"));
+    m_reset = new QPushButton(tr("&Reset"));
+    m_forget = new QPushButton(tr("&Forget"));
+    for (QPushButton* button : {m_assign, m_none, m_reset, m_forget})
+        button->setAutoDefault(false);
+    layout->addWidget(label);
+    layout->addWidget(m_keys, 1);
+    for (QPushButton* button : {m_assign, m_none, m_reset, m_forget})
+        layout->addWidget(button);
     // The field tells of keys only when no others have followed for a second.
-    m_pKeys->installEventFilter(this);
-    connect(m_pKeys, &QKeySequenceEdit::keySequenceChanged, this, &ShortcutsDialog::ShowConflict);
-    connect(m_pAssign, &QPushButton::clicked, this, &ShortcutsDialog::Assign);
-    connect(m_pNone, &QPushButton::clicked, this, [this] {
-        if (const CommandEntry* pCommand = Current())
-            m_oBars.SetKeys(*pCommand->oTool, {});
+    m_keys->installEventFilter(this);
+    connect(m_keys, &QKeySequenceEdit::keySequenceChanged, this, &ShortcutsDialog::ShowConflict);
+    connect(m_assign, &QPushButton::clicked, this, &ShortcutsDialog::Assign);
+    connect(m_none, &QPushButton::clicked, this, [this] {
+        if (const CommandEntry* command = Current())
+            m_bars.SetKeys(*command->tool, {});
         ShowAll();
     });
-    connect(m_pReset, &QPushButton::clicked, this, [this] {
-        if (const CommandEntry* pCommand = Current())
-            m_oBars.ResetKeys(*pCommand->oTool);
+    connect(m_reset, &QPushButton::clicked, this, [this] {
+        if (const CommandEntry* command = Current())
+            m_bars.ResetKeys(*command->tool);
         ShowAll();
     });
-    connect(m_pForget, &QPushButton::clicked, this, [this] {
-        const int iAside = m_pList->currentItem()->data(0, nAsideRole).toInt();
-        m_oBars.KeysAside().at(static_cast<std::size_t>(iAside)).fnForget();
+    connect(m_forget, &QPushButton::clicked, this, [this] {
+        const int aside = m_list->currentItem()->data(0, asideRole).toInt();
+        m_bars.KeysAside().at(static_cast<std::size_t>(aside)).forget();
         ShowAll();
     });
-    return pRow;
+    return row;
 }
 
-QTreeWidgetItem* ShortcutsDialog::NewRow(const CommandEntry& oCommand) {
-    auto* pItem = new QTreeWidgetItem(m_pList, {FullName(oCommand), QString(), oCommand.oOwner.Text()});
-    pItem->setData(0, nIndexRole, static_cast<int>(&oCommand - m_oCommands.All().data()));
-    pItem->setToolTip(CommandColumn, QString::fromStdString(oCommand.oTool->Name()));
-    return pItem;
+QTreeWidgetItem* ShortcutsDialog::NewRow(const CommandEntry& command) {
+    auto* item = new QTreeWidgetItem(m_list, {FullName(command), QString(), command.owner.Text()});
+    item->setData(0, indexRole, static_cast<int>(&command - m_commands.All().data()));
+    item->setToolTip(CommandColumn, QString::fromStdString(command.tool->Name()));
+    return item;
 }
 
 void ShortcutsDialog::AddWindowKeys() {
-    for (const WindowKey& oKey : m_aWindowKeys) {
-        auto* pItem = new QTreeWidgetItem(
-            m_pList, {oKey.sWhat, oKey.oKeys.toString(QKeySequence::NativeText), oKey.sOwner,
-                      oKey.bComesFirst ? tr("can't be changed") : tr("can't be changed; commands come first")});
-        pItem->setData(0, nWindowKeyRole, true);
+    for (const WindowKey& key : m_windowKeys) {
+        auto* item = new QTreeWidgetItem(
+            m_list, {key.what, key.keys.toString(QKeySequence::NativeText), key.owner,
+                     key.comesFirst ? tr("can't be changed") : tr("can't be changed; commands come first")});
+        item->setData(0, windowKeyRole, true);
     }
 }
 
-const WindowKey* ShortcutsDialog::WindowKeyOf(const QKeySequence& oKeys) const {
-    const WindowKey* pFound = nullptr;
-    for (const WindowKey& oKey : m_aWindowKeys)
-        if (oKey.oKeys == oKeys && (!pFound || (oKey.bComesFirst && !pFound->bComesFirst)))
-            pFound = &oKey;
-    return pFound;
+const WindowKey* ShortcutsDialog::WindowKeyOf(const QKeySequence& keys) const {
+    const WindowKey* found = nullptr;
+    for (const WindowKey& key : m_windowKeys)
+        if (key.keys == keys && (!found || (key.comesFirst && !found->comesFirst)))
+            found = &key;
+    return found;
 }
 
-void ShortcutsDialog::ShowRow(QTreeWidgetItem* pItem, const CommandEntry& oCommand) {
-    const bool bOwn = m_oBars.HasOwnKeys(*oCommand.oTool);
-    QStringList aNotes;
-    for (const QKeySequence& oKeys : m_oBars.KeysOf(*oCommand.oTool))
-        if (const QStringList aOthers = OthersOf(oKeys, oCommand); !aOthers.isEmpty())
-            aNotes.append(tr("conflict: %1").arg(aOthers.join(", ")));
-    bool bConflict = !aNotes.isEmpty();
-    for (const QKeySequence& oKeys : m_oBars.KeysOf(*oCommand.oTool))
-        if (const WindowKey* pKey = WindowKeyOf(oKeys)) {
-            bConflict |= pKey->bComesFirst;
-            aNotes.append(pKey->bComesFirst ? tr("conflict: %1 (%2)").arg(pKey->sWhat, pKey->sOwner)
-                                            : tr("instead of %1 (%2)").arg(pKey->sWhat, pKey->sOwner));
+void ShortcutsDialog::ShowRow(QTreeWidgetItem* item, const CommandEntry& command) {
+    const bool own = m_bars.HasOwnKeys(*command.tool);
+    QStringList notes;
+    for (const QKeySequence& keys : m_bars.KeysOf(*command.tool))
+        if (const QStringList others = OthersOf(keys, command); !others.isEmpty())
+            notes.append(tr("conflict: %1").arg(others.join(", ")));
+    bool conflict = !notes.isEmpty();
+    for (const QKeySequence& keys : m_bars.KeysOf(*command.tool))
+        if (const WindowKey* key = WindowKeyOf(keys)) {
+            conflict |= key->comesFirst;
+            notes.append(key->comesFirst ? tr("conflict: %1 (%2)").arg(key->what, key->owner)
+                                         : tr("instead of %1 (%2)").arg(key->what, key->owner));
         }
-    if (bOwn) {
-        const QString sBefore = BarChanges::None().KeysText(*oCommand.oTool);
-        aNotes.prepend(sBefore.isEmpty() ? tr("changed") : tr("changed; was %1").arg(sBefore));
+    if (own) {
+        const QString before = BarChanges::None().KeysText(*command.tool);
+        notes.prepend(before.isEmpty() ? tr("changed") : tr("changed; was %1").arg(before));
     }
-    pItem->setText(KeysColumn, m_oBars.KeysText(*oCommand.oTool));
-    pItem->setText(NoteColumn, aNotes.join("; "));
-    pItem->setToolTip(NoteColumn, aNotes.join("\n"));
-    pItem->setIcon(NoteColumn, bConflict ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
-    QFont oFont = m_pList->font();
-    oFont.setBold(bOwn);
-    pItem->setFont(KeysColumn, oFont);
+    item->setText(KeysColumn, m_bars.KeysText(*command.tool));
+    item->setText(NoteColumn, notes.join("; "));
+    item->setToolTip(NoteColumn, notes.join("\n"));
+    item->setIcon(NoteColumn, conflict ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
+    QFont font = m_list->font();
+    font.setBold(own);
+    item->setFont(KeysColumn, font);
 }
 
 // One change may make conflicts anywhere or end them.
 void ShortcutsDialog::ShowAll() {
-    m_mapByKeys.clear();
-    for (const CommandEntry& oCommand : m_oCommands.All())
-        for (const QKeySequence& oKeys : m_oBars.KeysOf(*oCommand.oTool))
-            m_mapByKeys[oKeys[0].toCombined()].append(&oCommand);
+    m_byKeys.clear();
+    for (const CommandEntry& command : m_commands.All())
+        for (const QKeySequence& keys : m_bars.KeysOf(*command.tool))
+            m_byKeys[keys[0].toCombined()].append(&command);
     ShowAside();
-    for (int i = 0; i < m_pList->topLevelItemCount(); ++i)
-        if (QTreeWidgetItem* pItem = m_pList->topLevelItem(i); pItem->data(0, nIndexRole).isValid())
-            ShowRow(pItem, m_oCommands.All()[static_cast<std::size_t>(pItem->data(0, nIndexRole).toInt())]);
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i)
+        if (QTreeWidgetItem* item = m_list->topLevelItem(i); item->data(0, indexRole).isValid())
+            ShowRow(item, m_commands.All()[static_cast<std::size_t>(item->data(0, indexRole).toInt())]);
     ShowCurrent();
 }
 
 void ShortcutsDialog::ShowAside() {
-    for (int i = m_pList->topLevelItemCount(); i-- > 0;)
-        if (m_pList->topLevelItem(i)->data(0, nAsideRole).isValid())
-            delete m_pList->takeTopLevelItem(i);
-    int iAside = 0;
-    for (const auto& oAside : m_oBars.KeysAside()) {
-        auto* pItem = new QTreeWidgetItem(m_pList, {oAside.sText, QString(), QString(), tr("no longer exists; kept")});
-        pItem->setData(0, nAsideRole, iAside++);
+    for (int i = m_list->topLevelItemCount(); i-- > 0;)
+        if (m_list->topLevelItem(i)->data(0, asideRole).isValid())
+            delete m_list->takeTopLevelItem(i);
+    int asideIndex = 0;
+    for (const auto& aside : m_bars.KeysAside()) {
+        auto* item = new QTreeWidgetItem(m_list, {aside.text, QString(), QString(), tr("no longer exists; kept")});
+        item->setData(0, asideRole, asideIndex++);
     }
 }
 
 const CommandEntry* ShortcutsDialog::Current() const {
-    const QTreeWidgetItem* pItem = m_pList->currentItem();
-    if (!pItem || !pItem->data(0, nIndexRole).isValid())
+    const QTreeWidgetItem* item = m_list->currentItem();
+    if (!item || !item->data(0, indexRole).isValid())
         return nullptr;
-    return &m_oCommands.All()[static_cast<std::size_t>(pItem->data(0, nIndexRole).toInt())];
+    return &m_commands.All()[static_cast<std::size_t>(item->data(0, indexRole).toInt())];
 }
 
-bool ShortcutsDialog::Select(const Tool& oTool) {
-    const CommandEntry* pCommand = m_oCommands.Find(oTool);
-    for (int i = 0; pCommand && i < m_pList->topLevelItemCount(); ++i) {
-        m_pList->setCurrentItem(m_pList->topLevelItem(i));
-        if (Current() == pCommand)
+bool ShortcutsDialog::Select(const Tool& tool) {
+    const CommandEntry* command = m_commands.Find(tool);
+    for (int i = 0; command && i < m_list->topLevelItemCount(); ++i) {
+        m_list->setCurrentItem(m_list->topLevelItem(i));
+        if (Current() == command)
             return true;
     }
     return false;
 }
 
-QStringList ShortcutsDialog::OthersOf(const QKeySequence& oKeys, const CommandEntry& oCommand) const {
-    QStringList aOthers;
-    for (const CommandEntry* pOther : m_mapByKeys.value(oKeys[0].toCombined()))
-        if (pOther != &oCommand)
-            aOthers.append(QString("%1 (%2)").arg(FullName(*pOther), pOther->oOwner.Text()));
-    return aOthers;
+QStringList ShortcutsDialog::OthersOf(const QKeySequence& keys, const CommandEntry& command) const {
+    QStringList others;
+    for (const CommandEntry* other : m_byKeys.value(keys[0].toCombined()))
+        if (other != &command)
+            others.append(QString("%1 (%2)").arg(FullName(*other), other->owner.Text()));
+    return others;
 }
 
 void ShortcutsDialog::ShowCurrent() {
-    const CommandEntry* pCommand = Current();
-    m_pKeys->clear();
-    m_pKeys->setEnabled(pCommand);
-    m_pNone->setEnabled(pCommand && !m_oBars.KeysOf(*pCommand->oTool).isEmpty());
-    m_pReset->setEnabled(pCommand && m_oBars.HasOwnKeys(*pCommand->oTool));
-    m_pForget->setVisible(m_pList->currentItem() && m_pList->currentItem()->data(0, nAsideRole).isValid());
+    const CommandEntry* command = Current();
+    m_keys->clear();
+    m_keys->setEnabled(command);
+    m_none->setEnabled(command && !m_bars.KeysOf(*command->tool).isEmpty());
+    m_reset->setEnabled(command && m_bars.HasOwnKeys(*command->tool));
+    m_forget->setVisible(m_list->currentItem() && m_list->currentItem()->data(0, asideRole).isValid());
     ShowConflict();
 }
 
-bool ShortcutsDialog::eventFilter(QObject* pWatched, QEvent* pEvent) {
+bool ShortcutsDialog::eventFilter(QObject* watched, QEvent* event) {
     // The arrows go from the search into the list.
-    if (pWatched == m_pFilter && pEvent->type() == QEvent::KeyPress)
-        if (const int nKey = static_cast<QKeyEvent*>(pEvent)->key(); nKey == Qt::Key_Down || nKey == Qt::Key_Up) {
-            QCoreApplication::sendEvent(m_pList, pEvent);
+    if (watched == m_filter && event->type() == QEvent::KeyPress)
+        if (const int key = static_cast<QKeyEvent*>(event)->key(); key == Qt::Key_Down || key == Qt::Key_Up) {
+            QCoreApplication::sendEvent(m_list, event);
             return true;
         }
     // Esc alone leads out of the field, as out of every other; to be assigned it needs a modifier.
-    const bool bKey = pEvent->type() == QEvent::KeyPress || pEvent->type() == QEvent::ShortcutOverride;
-    if (pWatched == m_pKeys && bKey &&
-        static_cast<QKeyEvent*>(pEvent)->keyCombination() == QKeyCombination(Qt::Key_Escape)) {
-        if (pEvent->type() == QEvent::KeyPress)
+    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (watched == m_keys && key &&
+        static_cast<QKeyEvent*>(event)->keyCombination() == QKeyCombination(Qt::Key_Escape)) {
+        if (event->type() == QEvent::KeyPress)
             LeaveKeys();
         return true;
     }
-    if (pWatched == m_pKeys && pEvent->type() == QEvent::KeyPress)
+    if (watched == m_keys && event->type() == QEvent::KeyPress)
         QMetaObject::invokeMethod(this, &ShortcutsDialog::ShowConflict, Qt::QueuedConnection);
-    return QDialog::eventFilter(pWatched, pEvent);
+    return QDialog::eventFilter(watched, event);
 }
 
 void ShortcutsDialog::LeaveKeys() {
-    if (m_pKeys->keySequence().isEmpty())
+    if (m_keys->keySequence().isEmpty())
         reject();
     else
         ShowCurrent();
@@ -261,63 +261,62 @@ void ShortcutsDialog::LeaveKeys() {
 
 // A command has keys of one stroke; of several the latest counts.
 QKeySequence ShortcutsDialog::Typed() const {
-    const QKeySequence oKeys = m_pKeys->keySequence();
-    return oKeys.isEmpty() ? oKeys : QKeySequence(oKeys[static_cast<uint>(oKeys.count() - 1)]);
+    const QKeySequence keys = m_keys->keySequence();
+    return keys.isEmpty() ? keys : QKeySequence(keys[static_cast<uint>(keys.count() - 1)]);
 }
 
 void ShortcutsDialog::ShowConflict() {
-    const WindowKey* pKey = WindowKeyOf(Typed());
-    m_pAssign->setEnabled(Current() && !Typed().isEmpty() && !(pKey && pKey->bComesFirst));
-    m_pConflict->setText(Conflict());
+    const WindowKey* key = WindowKeyOf(Typed());
+    m_assign->setEnabled(Current() && !Typed().isEmpty() && !(key && key->comesFirst));
+    m_conflict->setText(Conflict());
 }
 
 QString ShortcutsDialog::Conflict() const {
-    const CommandEntry* pCommand = Current();
-    if (!pCommand)
+    const CommandEntry* command = Current();
+    if (!command)
         return {};
-    QStringList aTexts;
-    const QKeySequence oTyped = Typed();
-    const QList<QKeySequence> aKeys = oTyped.isEmpty() ? m_oBars.KeysOf(*pCommand->oTool) : QList<QKeySequence>{oTyped};
-    for (const QKeySequence& oKeys : aKeys) {
-        const QString sKeys = oKeys.toString(QKeySequence::NativeText);
-        if (const WindowKey* pKey = WindowKeyOf(oKeys))
-            aTexts.append(pKey->bComesFirst
-                              ? tr("%1 is reserved for the window: %2. It can't be assigned to a command.")
-                                    .arg(sKeys, pKey->sWhat)
-                              : tr("%1 is also used by %2: %3. The command takes precedence.")
-                                    .arg(sKeys, pKey->sOwner, pKey->sWhat));
-        if (const QStringList aOthers = OthersOf(oKeys, *pCommand); !aOthers.isEmpty())
-            aTexts.append(tr("%1 is also the shortcut of %2. Of the available commands, the one that you changed takes "
-                             "precedence, otherwise the first.")
-                              .arg(sKeys, aOthers.join(", ")));
+    QStringList texts;
+    const QKeySequence typed = Typed();
+    const QList<QKeySequence> keysList = typed.isEmpty() ? m_bars.KeysOf(*command->tool) : QList<QKeySequence>{typed};
+    for (const QKeySequence& keys : keysList) {
+        const QString keysText = keys.toString(QKeySequence::NativeText);
+        if (const WindowKey* key = WindowKeyOf(keys))
+            texts.append(key->comesFirst ? tr("%1 is reserved for the window: %2. It can't be assigned to a command.")
+                                               .arg(keysText, key->what)
+                                         : tr("%1 is also used by %2: %3. The command takes precedence.")
+                                               .arg(keysText, key->owner, key->what));
+        if (const QStringList others = OthersOf(keys, *command); !others.isEmpty())
+            texts.append(tr("%1 is also the shortcut of %2. Of the available commands, the one that you changed takes "
+                            "precedence, otherwise the first.")
+                             .arg(keysText, others.join(", ")));
     }
-    return aTexts.join("\n");
+    return texts.join("\n");
 }
 
 void ShortcutsDialog::Assign() {
-    const CommandEntry* pCommand = Current();
-    if (!pCommand || !m_pAssign->isEnabled())
+    const CommandEntry* command = Current();
+    if (!command || !m_assign->isEnabled())
         return;
-    m_oBars.SetKeys(*pCommand->oTool, {Typed()});
+    m_bars.SetKeys(*command->tool, {Typed()});
     ShowAll();
 }
 
-void ShortcutsDialog::Filter(const QString& sText) {
-    for (int i = 0; i < m_pList->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* pItem = m_pList->topLevelItem(i);
-        bool bShown = sText.isEmpty();
-        for (int iColumn = 0; iColumn < m_pList->columnCount(); ++iColumn)
-            bShown = bShown || pItem->text(iColumn).contains(sText, Qt::CaseInsensitive);
-        pItem->setHidden(!bShown);
+void ShortcutsDialog::Filter(const QString& text) {
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = m_list->topLevelItem(i);
+        bool shown = text.isEmpty();
+        for (int column = 0; column < m_list->columnCount(); ++column)
+            shown = shown || item->text(column).contains(text, Qt::CaseInsensitive);
+        item->setHidden(!shown);
     }
     // Keys go to the current row: to one that is seen, or to none.
-    if (const QTreeWidgetItem* pCurrent = m_pList->currentItem(); pCurrent && !pCurrent->isHidden())
+    if (const QTreeWidgetItem* current = m_list->currentItem(); current && !current->isHidden())
         return;
-    QTreeWidgetItem* pFirst = nullptr;
-    for (int i = m_pList->topLevelItemCount(); i-- > 0;)
-        if (!m_pList->topLevelItem(i)->isHidden())
-            pFirst = m_pList->topLevelItem(i);
-    m_pList->setCurrentItem(pFirst);
+    QTreeWidgetItem* first = nullptr;
+    for (int i = m_list->topLevelItemCount(); i-- > 0;)
+        if (!m_list->topLevelItem(i)->isHidden())
+            first = m_list->topLevelItem(i);
+    m_list->setCurrentItem(first);
 }
 
 } // namespace corvane::desktop

@@ -18,50 +18,50 @@ namespace corvane::desktop {
 class ShortcutsDialog final : public QDialog {
     Q_OBJECT
 public:
-    ShortcutsDialog(PersonalBars& oBars, const ActiveBar& oActiveBar, QWidget* pParent);
+    ShortcutsDialog(PersonalBars& bars, const ActiveBar& activeBar, QWidget* parent);
     ~ShortcutsDialog() override;
 
     // Brings the command of that tool under the cursor. False when there is none.
-    bool Select(const Tool& oTool);
-    [[nodiscard]] QTreeWidget& List() { return *m_pList; }
-    [[nodiscard]] QKeySequenceEdit& Keys() { return *m_pKeys; }
+    bool Select(const Tool& tool);
+    [[nodiscard]] QTreeWidget& List() { return *m_list; }
+    [[nodiscard]] QKeySequenceEdit& Keys() { return *m_keys; }
     // What the keys that are typed, or those of the command, are taken by as well.
     [[nodiscard]] QString Conflict() const;
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     [[nodiscard]] QKeySequence Typed() const;
-    QTreeWidgetItem* NewRow(const CommandEntry& oCommand);
+    QTreeWidgetItem* NewRow(const CommandEntry& command);
     QWidget* NewEditRow();
-    void ShowRow(QTreeWidgetItem* pItem, const CommandEntry& oCommand);
+    void ShowRow(QTreeWidgetItem* item, const CommandEntry& command);
     void ShowAll();
     void ShowAside();
     void ShowCurrent();
     void ShowConflict();
     void LeaveKeys();
-    void Filter(const QString& sText);
+    void Filter(const QString& text);
     void Assign();
     [[nodiscard]] const CommandEntry* Current() const;
     // The other commands of those keys, as "File › Open (Data)".
-    [[nodiscard]] QStringList OthersOf(const QKeySequence& oKeys, const CommandEntry& oCommand) const;
+    [[nodiscard]] QStringList OthersOf(const QKeySequence& keys, const CommandEntry& command) const;
     // What the window itself does at those keys; the one that comes before a command first. Null for nothing.
-    [[nodiscard]] const WindowKey* WindowKeyOf(const QKeySequence& oKeys) const;
+    [[nodiscard]] const WindowKey* WindowKeyOf(const QKeySequence& keys) const;
     void AddWindowKeys();
 
-    PersonalBars& m_oBars;
-    CommandList m_oCommands;
-    std::vector<WindowKey> m_aWindowKeys;
-    QHash<int, QList<const CommandEntry*>> m_mapByKeys;
-    QLineEdit* m_pFilter;
-    QTreeWidget* m_pList;
-    QKeySequenceEdit* m_pKeys;
-    QLabel* m_pConflict;
-    QPushButton* m_pAssign;
-    QPushButton* m_pNone;
-    QPushButton* m_pReset;
-    QPushButton* m_pForget;
+    PersonalBars& m_bars;
+    CommandList m_commands;
+    std::vector<WindowKey> m_windowKeys;
+    QHash<int, QList<const CommandEntry*>> m_byKeys;
+    QLineEdit* m_filter;
+    QTreeWidget* m_list;
+    QKeySequenceEdit* m_keys;
+    QLabel* m_conflict;
+    QPushButton* m_assign;
+    QPushButton* m_none;
+    QPushButton* m_reset;
+    QPushButton* m_forget;
 };
 
 } // namespace corvane::desktop

@@ -9,85 +9,85 @@
 
 namespace corvane::desktop {
 
-QLabel* NewMessageLabel(const QString& sText, QWidget* pParent) {
-    auto* pLabel = new QLabel(sText, pParent);
-    pLabel->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    pLabel->setMargin(24);
-    pLabel->setWordWrap(true);
-    pLabel->setAutoFillBackground(true);
-    pLabel->setBackgroundRole(QPalette::Base);
-    pLabel->setForegroundRole(QPalette::PlaceholderText);
-    pLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
-    return pLabel;
+QLabel* NewMessageLabel(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    label->setMargin(24);
+    label->setWordWrap(true);
+    label->setAutoFillBackground(true);
+    label->setBackgroundRole(QPalette::Base);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
+    return label;
 }
 
-ExplorerPage::ExplorerPage(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, GuardFunction fnGuard,
-                           QWidget* pParent)
-    : QWidget(pParent), m_pTree(new ExplorerTree(oTreeView, std::move(pIcons), std::move(fnGuard), this)),
-      m_pFilter(new QLineEdit(this)), m_pMessage(NewMessageLabel({}, this)) {
-    m_pFilter->setPlaceholderText(tr("Filter"));
-    AddClearButton(*m_pFilter);
-    m_pFilter->setAccessibleName(tr("Filter for %1").arg(QString::fromStdString(oTreeView->Name())));
-    m_pFilter->setToolTip(tr("Shows the items that contain this text (Ctrl+F)"));
-    m_pFilter->installEventFilter(this);
+ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
+                           QWidget* parent)
+    : QWidget(parent), m_tree(new ExplorerTree(treeView, std::move(icons), std::move(guard), this)),
+      m_filter(new QLineEdit(this)), m_message(NewMessageLabel({}, this)) {
+    m_filter->setPlaceholderText(tr("Filter"));
+    AddClearButton(*m_filter);
+    m_filter->setAccessibleName(tr("Filter for %1").arg(QString::fromStdString(treeView->Name())));
+    m_filter->setToolTip(tr("Shows the items that contain this text (Ctrl+F)"));
+    m_filter->installEventFilter(this);
 
-    auto* pFilterRow = new QHBoxLayout;
-    pFilterRow->setContentsMargins(4, 4, 4, 4);
-    pFilterRow->addWidget(m_pFilter);
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->setSpacing(0);
-    pLayout->addLayout(pFilterRow);
-    pLayout->addWidget(m_pTree, 1);
-    pLayout->addWidget(m_pMessage, 1);
-    setFocusProxy(m_pTree);
-    setTabOrder(m_pFilter, m_pTree);
+    auto* filterRow = new QHBoxLayout;
+    filterRow->setContentsMargins(4, 4, 4, 4);
+    filterRow->addWidget(m_filter);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(filterRow);
+    layout->addWidget(m_tree, 1);
+    layout->addWidget(m_message, 1);
+    setFocusProxy(m_tree);
+    setTabOrder(m_filter, m_tree);
 
-    connect(m_pFilter, &QLineEdit::textChanged, m_pTree, &ExplorerTree::SetFilter);
-    connect(m_pTree, &ExplorerTree::FilterHidesEdit, m_pFilter, &QLineEdit::clear);
-    connect(m_pTree, &ExplorerTree::ContentChanged, this, &ExplorerPage::Update);
+    connect(m_filter, &QLineEdit::textChanged, m_tree, &ExplorerTree::SetFilter);
+    connect(m_tree, &ExplorerTree::FilterHidesEdit, m_filter, &QLineEdit::clear);
+    connect(m_tree, &ExplorerTree::ContentChanged, this, &ExplorerPage::Update);
     Update();
 }
 
 void ExplorerPage::Update() {
-    const bool bVisible = m_pTree->Tree()->Visible();
-    const bool bHasNodes = m_pTree->Tree()->GetNodes()->Count() > 0;
-    const bool bEmpty = m_pTree->ShowsNothing();
-    m_pFilter->setVisible(bVisible && bHasNodes);
-    m_pFilter->setEnabled(m_pTree->Tree()->Enabled());
-    m_pTree->setVisible(bVisible && !bEmpty);
-    m_pMessage->setVisible(bVisible && bEmpty);
-    if (bEmpty)
-        m_pMessage->setText(bHasNodes ? tr("No matching items")
-                                      : tr("Nothing here yet. Items that you create or open appear in this list."));
+    const bool visible = m_tree->Tree()->Visible();
+    const bool hasNodes = m_tree->Tree()->GetNodes()->Count() > 0;
+    const bool empty = m_tree->ShowsNothing();
+    m_filter->setVisible(visible && hasNodes);
+    m_filter->setEnabled(m_tree->Tree()->Enabled());
+    m_tree->setVisible(visible && !empty);
+    m_message->setVisible(visible && empty);
+    if (empty)
+        m_message->setText(hasNodes ? tr("No matching items")
+                                    : tr("Nothing here yet. Items that you create or open appear in this list."));
     layout()->activate(); // what is scrolled to next needs the room that there will be
 }
 
 void ExplorerPage::StartFilter() {
-    if (!m_pFilter->isVisibleTo(this) || !m_pFilter->isEnabled())
+    if (!m_filter->isVisibleTo(this) || !m_filter->isEnabled())
         return;
-    m_pFilter->setFocus(Qt::ShortcutFocusReason);
-    m_pFilter->selectAll();
+    m_filter->setFocus(Qt::ShortcutFocusReason);
+    m_filter->selectAll();
 }
 
 void ExplorerPage::ClearFilter() {
-    m_pFilter->clear();
-    m_pTree->setFocus(Qt::OtherFocusReason);
+    m_filter->clear();
+    m_tree->setFocus(Qt::OtherFocusReason);
 }
 
-bool ExplorerPage::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    if (pWatched != m_pFilter || pEvent->type() != QEvent::KeyPress)
-        return QWidget::eventFilter(pWatched, pEvent);
-    switch (static_cast<QKeyEvent*>(pEvent)->key()) {
+bool ExplorerPage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_filter || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Escape:
         ClearFilter();
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Down:
-        if (!m_pTree->ShowsNothing()) {
-            m_pTree->setFocus(Qt::OtherFocusReason);
-            m_pTree->ChooseFirstMatch();
+        if (!m_tree->ShowsNothing()) {
+            m_tree->setFocus(Qt::OtherFocusReason);
+            m_tree->ChooseFirstMatch();
         }
         return true;
     default:
@@ -95,13 +95,13 @@ bool ExplorerPage::eventFilter(QObject* pWatched, QEvent* pEvent) {
     }
 }
 
-void ExplorerPage::keyPressEvent(QKeyEvent* pEvent) {
-    if (pEvent->matches(QKeySequence::Find))
+void ExplorerPage::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Find))
         StartFilter();
-    else if (pEvent->key() == Qt::Key_Escape && m_pTree->IsFiltered())
+    else if (event->key() == Qt::Key_Escape && m_tree->IsFiltered())
         ClearFilter();
     else
-        QWidget::keyPressEvent(pEvent);
+        QWidget::keyPressEvent(event);
 }
 
 } // namespace corvane::desktop

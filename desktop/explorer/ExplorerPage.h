@@ -13,30 +13,30 @@ namespace corvane::desktop {
 class ExplorerPage final : public QWidget {
     Q_OBJECT
 public:
-    ExplorerPage(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, GuardFunction fnGuard,
-                 QWidget* pParent = nullptr);
+    ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
+                 QWidget* parent = nullptr);
 
-    [[nodiscard]] ExplorerTree* Tree() const { return m_pTree; }
-    [[nodiscard]] QLineEdit* Filter() const { return m_pFilter; }
+    [[nodiscard]] ExplorerTree* Tree() const { return m_tree; }
+    [[nodiscard]] QLineEdit* Filter() const { return m_filter; }
     // The line that stands in place of an empty tree.
-    [[nodiscard]] QLabel* Message() const { return m_pMessage; }
+    [[nodiscard]] QLabel* Message() const { return m_message; }
     // Puts the cursor in the field.
     void StartFilter();
     void ClearFilter();
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void Update();
 
-    ExplorerTree* m_pTree;
-    QLineEdit* m_pFilter;
-    QLabel* m_pMessage;
+    ExplorerTree* m_tree;
+    QLineEdit* m_filter;
+    QLabel* m_message;
 };
 
 // The friendly line of an empty place.
-[[nodiscard]] QLabel* NewMessageLabel(const QString& sText, QWidget* pParent);
+[[nodiscard]] QLabel* NewMessageLabel(const QString& text, QWidget* parent);
 
 } // namespace corvane::desktop

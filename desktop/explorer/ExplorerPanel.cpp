@@ -16,116 +16,116 @@ namespace {
 // At 96 pixels an inch, which is what a logical pixel means.
 constexpr int TwipsPerPixel = 15;
 
-void LogFailure(const std::function<void()>& fnCall) {
+void LogFailure(const std::function<void()>& call) {
     try {
-        fnCall();
+        call();
     } catch (...) {
-        const Failure oFailure = CurrentFailure();
-        qWarning("Failure %d: %s", oFailure.Number, oFailure.Description.c_str());
+        const Failure failure = CurrentFailure();
+        qWarning("Failure %d: %s", failure.Number, failure.Description.c_str());
     }
 }
 
 // A caption is no place for mnemonics.
-QString TabText(QString sCaption) {
-    return sCaption.replace(QLatin1Char('&'), QLatin1String("&&"));
+QString TabText(QString caption) {
+    return caption.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
 
-ExplorerPanel::ExplorerPanel(Ref<PanelForm> oForm, GuardFunction fnGuard, QWidget* pParent)
-    : QWidget(pParent), m_oForm(std::move(oForm)), m_fnGuard(fnGuard ? std::move(fnGuard) : LogFailure),
-      m_pTabBar(new QTabBar(this)), m_pStack(new QStackedWidget(this)),
-      m_pEmpty(NewMessageLabel(tr("The explorer is empty. Items appear here when the application provides them."),
-                               m_pStack)) {
-    m_pTabBar->setDocumentMode(true);
-    m_pTabBar->setExpanding(false);
-    m_pTabBar->setDrawBase(true);
-    m_pTabBar->setElideMode(Qt::ElideRight);
-    m_pTabBar->setUsesScrollButtons(true);
-    m_pTabBar->setAccessibleName(tr("Explorer tabs"));
-    m_pStack->addWidget(m_pEmpty);
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->setSpacing(0);
-    pLayout->addWidget(m_pTabBar);
-    pLayout->addWidget(m_pStack, 1);
+ExplorerPanel::ExplorerPanel(Ref<PanelForm> form, GuardFunction guard, QWidget* parent)
+    : QWidget(parent), m_form(std::move(form)), m_guard(guard ? std::move(guard) : LogFailure),
+      m_tabBar(new QTabBar(this)), m_stack(new QStackedWidget(this)),
+      m_empty(NewMessageLabel(tr("The explorer is empty. Items appear here when the application provides them."),
+                              m_stack)) {
+    m_tabBar->setDocumentMode(true);
+    m_tabBar->setExpanding(false);
+    m_tabBar->setDrawBase(true);
+    m_tabBar->setElideMode(Qt::ElideRight);
+    m_tabBar->setUsesScrollButtons(true);
+    m_tabBar->setAccessibleName(tr("Explorer tabs"));
+    m_stack->addWidget(m_empty);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_tabBar);
+    layout->addWidget(m_stack, 1);
 
-    for (const Ref<Object>& oControl : *m_oForm->Controls()) {
-        if (const auto oStrip = oControl.TryAs<TabStrip>())
-            m_oStrip = oStrip;
-        AddPage(oControl);
+    for (const Ref<Object>& control : *m_form->Controls()) {
+        if (const auto strip = control.TryAs<TabStrip>())
+            m_strip = strip;
+        AddPage(control);
     }
-    m_oForm_ControlAdded = m_oForm->ControlAdded.Subscribe([this](const Ref<Object>& oControl) { AddPage(oControl); });
-    if (m_oStrip)
-        m_oStrip_Changed = m_oStrip->Changed.Subscribe([this] { Strip_Changed(); });
-    connect(m_pTabBar, &QTabBar::currentChanged, this, &ExplorerPanel::TabBar_CurrentChanged);
+    m_form_ControlAdded = m_form->ControlAdded.Subscribe([this](const Ref<Object>& control) { AddPage(control); });
+    if (m_strip)
+        m_strip_Changed = m_strip->Changed.Subscribe([this] { Strip_Changed(); });
+    connect(m_tabBar, &QTabBar::currentChanged, this, &ExplorerPanel::TabBar_CurrentChanged);
     ShowStrip();
 }
 
-ExplorerPage* ExplorerPanel::Page(int iTab) const {
-    return iTab >= 0 && iTab < static_cast<int>(m_aPages.size()) ? m_aPages[static_cast<std::size_t>(iTab)] : nullptr;
+ExplorerPage* ExplorerPanel::Page(int tab) const {
+    return tab >= 0 && tab < static_cast<int>(m_pages.size()) ? m_pages[static_cast<std::size_t>(tab)] : nullptr;
 }
 
 ExplorerPage* ExplorerPanel::CurrentPage() const {
-    return qobject_cast<ExplorerPage*>(m_pStack->currentWidget());
+    return qobject_cast<ExplorerPage*>(m_stack->currentWidget());
 }
 
-void ExplorerPanel::AddPage(const Ref<Object>& oControl) {
-    const auto oTreeView = oControl.TryAs<TreeView>();
-    if (!oTreeView)
+void ExplorerPanel::AddPage(const Ref<Object>& control) {
+    const auto treeView = control.TryAs<TreeView>();
+    if (!treeView)
         return;
-    auto* pPage = new ExplorerPage(oTreeView, m_pIcons, m_fnGuard, m_pStack);
-    connect(pPage->Tree(), &ExplorerTree::PopupPlace, this, &ExplorerPanel::PopupPlace);
-    m_pStack->addWidget(pPage);
-    m_aPages.push_back(pPage);
+    auto* page = new ExplorerPage(treeView, m_icons, m_guard, m_stack);
+    connect(page->Tree(), &ExplorerTree::PopupPlace, this, &ExplorerPanel::PopupPlace);
+    m_stack->addWidget(page);
+    m_pages.push_back(page);
     Strip_Changed();
 }
 
 // Setting up writes each caption on its own; the tabs are drawn once.
 void ExplorerPanel::Strip_Changed() {
-    if (m_bScheduled)
+    if (m_scheduled)
         return;
-    m_bScheduled = true;
+    m_scheduled = true;
     QMetaObject::invokeMethod(this, &ExplorerPanel::ShowStrip, Qt::QueuedConnection);
 }
 
 void ExplorerPanel::ShowStrip() {
-    m_bScheduled = false;
-    const QScopedValueRollback oFollows(m_bFollowsModel, true);
-    const int nTabs = m_oStrip ? m_oStrip->Tabs() : 0;
-    while (m_pTabBar->count() > nTabs)
-        m_pTabBar->removeTab(m_pTabBar->count() - 1);
-    while (m_pTabBar->count() < nTabs)
-        m_pTabBar->addTab({});
-    for (int i = 0; i < nTabs; ++i) {
-        const QString sCaption = ShownTab(m_oStrip->CaptionOf(i));
-        const QString sText = TabText(sCaption);
-        if (m_pTabBar->tabText(i) != sText) {
-            m_pTabBar->setTabText(i, sText);
-            m_pTabBar->setTabToolTip(i, sCaption.toHtmlEscaped());
+    m_scheduled = false;
+    const QScopedValueRollback follows(m_followsModel, true);
+    const int tabs = m_strip ? m_strip->Tabs() : 0;
+    while (m_tabBar->count() > tabs)
+        m_tabBar->removeTab(m_tabBar->count() - 1);
+    while (m_tabBar->count() < tabs)
+        m_tabBar->addTab({});
+    for (int i = 0; i < tabs; ++i) {
+        const QString caption = ShownTab(m_strip->CaptionOf(i));
+        const QString text = TabText(caption);
+        if (m_tabBar->tabText(i) != text) {
+            m_tabBar->setTabText(i, text);
+            m_tabBar->setTabToolTip(i, caption.toHtmlEscaped());
         }
     }
-    const int iCurrent = m_oStrip ? m_oStrip->Tab() : 0;
-    if (nTabs > 0)
-        m_pTabBar->setCurrentIndex(iCurrent);
-    m_pTabBar->setVisible(nTabs > 0);
-    ExplorerPage* pPage = nTabs > 0 || !m_oStrip ? Page(iCurrent) : nullptr;
-    m_pStack->setCurrentWidget(pPage ? static_cast<QWidget*>(pPage) : m_pEmpty);
+    const int current = m_strip ? m_strip->Tab() : 0;
+    if (tabs > 0)
+        m_tabBar->setCurrentIndex(current);
+    m_tabBar->setVisible(tabs > 0);
+    ExplorerPage* page = tabs > 0 || !m_strip ? Page(current) : nullptr;
+    m_stack->setCurrentWidget(page ? static_cast<QWidget*>(page) : m_empty);
 }
 
-void ExplorerPanel::TabBar_CurrentChanged(int iTab) {
-    if (m_bFollowsModel || !m_oStrip || iTab < 0)
+void ExplorerPanel::TabBar_CurrentChanged(int tab) {
+    if (m_followsModel || !m_strip || tab < 0)
         return;
-    m_fnGuard([oStrip = m_oStrip, iTab] { oStrip->ChooseTab(iTab); });
+    m_guard([strip = m_strip, tab] { strip->ChooseTab(tab); });
     ShowStrip();
 }
 
-void ExplorerPanel::resizeEvent(QResizeEvent* pEvent) {
-    QWidget::resizeEvent(pEvent);
-    if (m_oStrip)
-        m_oStrip->SetBounds(0, static_cast<Single>(width() * TwipsPerPixel),
-                            static_cast<Single>(height() * TwipsPerPixel));
-    m_fnGuard([oForm = m_oForm] { oForm->Resize.Raise(); });
+void ExplorerPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (m_strip)
+        m_strip->SetBounds(0, static_cast<Single>(width() * TwipsPerPixel),
+                           static_cast<Single>(height() * TwipsPerPixel));
+    m_guard([form = m_form] { form->Resize.Raise(); });
 }
 
 } // namespace corvane::desktop

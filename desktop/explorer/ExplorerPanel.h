@@ -19,39 +19,39 @@ class ExplorerPanel final : public QWidget {
 public:
     // Shows the trees that the form holds already and those that it gets later; the trees stand in order of the tabs.
     // Without a guard a failure is told to Qt's message log alone.
-    explicit ExplorerPanel(Ref<PanelForm> oForm, GuardFunction fnGuard = {}, QWidget* pParent = nullptr);
+    explicit ExplorerPanel(Ref<PanelForm> form, GuardFunction guard = {}, QWidget* parent = nullptr);
 
-    [[nodiscard]] QTabBar* TabBar() const { return m_pTabBar; }
+    [[nodiscard]] QTabBar* TabBar() const { return m_tabBar; }
     // The page of a tree, by the number of its tab; a null pointer when there is none.
-    [[nodiscard]] ExplorerPage* Page(int iTab) const;
+    [[nodiscard]] ExplorerPage* Page(int tab) const;
     [[nodiscard]] ExplorerPage* CurrentPage() const;
     QSize sizeHint() const override { return {260, 420}; }
 
 Q_SIGNALS:
     // Before a menu may open from one of the trees: it belongs there, in pixels of the screen.
-    void PopupPlace(const QPoint& oGlobal);
+    void PopupPlace(const QPoint& global);
 
 protected:
-    void resizeEvent(QResizeEvent* pEvent) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void AddPage(const Ref<Object>& oControl);
+    void AddPage(const Ref<Object>& control);
     void Strip_Changed();
     void ShowStrip();
-    void TabBar_CurrentChanged(int iTab);
+    void TabBar_CurrentChanged(int tab);
 
-    Ref<PanelForm> m_oForm;
-    Ref<TabStrip> m_oStrip; // nothing when the form has none
-    GuardFunction m_fnGuard;
-    std::shared_ptr<ImageIcons> m_pIcons = std::make_shared<ImageIcons>();
-    QTabBar* m_pTabBar;
-    QStackedWidget* m_pStack;
-    QLabel* m_pEmpty;
-    std::vector<ExplorerPage*> m_aPages;
-    bool m_bScheduled = false;
-    bool m_bFollowsModel = false;
-    Subscription m_oForm_ControlAdded;
-    Subscription m_oStrip_Changed;
+    Ref<PanelForm> m_form;
+    Ref<TabStrip> m_strip; // nothing when the form has none
+    GuardFunction m_guard;
+    std::shared_ptr<ImageIcons> m_icons = std::make_shared<ImageIcons>();
+    QTabBar* m_tabBar;
+    QStackedWidget* m_stack;
+    QLabel* m_empty;
+    std::vector<ExplorerPage*> m_pages;
+    bool m_scheduled = false;
+    bool m_followsModel = false;
+    Subscription m_form_ControlAdded;
+    Subscription m_strip_Changed;
 };
 
 } // namespace corvane::desktop

@@ -22,44 +22,44 @@ constexpr std::size_t ManyToggles = 8;
 
 class ExplorerTree::Delegate final : public QStyledItemDelegate {
 public:
-    explicit Delegate(ExplorerTree* pTree) : QStyledItemDelegate(pTree), m_pTree(pTree) {}
+    explicit Delegate(ExplorerTree* tree) : QStyledItemDelegate(tree), m_tree(tree) {}
 
-    QSize sizeHint(const QStyleOptionViewItem& oOption, const QModelIndex& oIndex) const override {
-        const QSize oSize = QStyledItemDelegate::sizeHint(oOption, oIndex);
-        return {oSize.width(), qMax(oSize.height(), oOption.fontMetrics.height() + 6)};
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const QSize size = QStyledItemDelegate::sizeHint(option, index);
+        return {size.width(), qMax(size.height(), option.fontMetrics.height() + 6)};
     }
 
-    QWidget* createEditor(QWidget* pParent, const QStyleOptionViewItem& oOption,
-                          const QModelIndex& oIndex) const override {
-        QWidget* pEditor = QStyledItemDelegate::createEditor(pParent, oOption, oIndex);
-        if (auto* pLine = qobject_cast<QLineEdit*>(pEditor))
-            pLine->setFrame(true);
-        return pEditor;
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override {
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (auto* line = qobject_cast<QLineEdit*>(editor))
+            line->setFrame(true);
+        return editor;
     }
 
     // The frame, which tells the editor from the selected row, needs more height than the row has.
-    void updateEditorGeometry(QWidget* pEditor, const QStyleOptionViewItem& oOption,
-                              const QModelIndex& oIndex) const override {
-        QStyledItemDelegate::updateEditorGeometry(pEditor, oOption, oIndex);
-        QRect oPlace = pEditor->geometry();
-        const int iMore = qMax(0, pEditor->sizeHint().height() - oPlace.height());
-        pEditor->setGeometry(oPlace.adjusted(0, -(iMore / 2), 0, iMore - iMore / 2));
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override {
+        QStyledItemDelegate::updateEditorGeometry(editor, option, index);
+        QRect place = editor->geometry();
+        const int more = qMax(0, editor->sizeHint().height() - place.height());
+        editor->setGeometry(place.adjusted(0, -(more / 2), 0, more - more / 2));
     }
 
-    void setModelData(QWidget* pEditor, QAbstractItemModel*, const QModelIndex&) const override {
-        if (const auto* pLine = qobject_cast<QLineEdit*>(pEditor))
-            m_pTree->m_oEdited = pLine->text();
+    void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex&) const override {
+        if (const auto* line = qobject_cast<QLineEdit*>(editor))
+            m_tree->m_edited = line->text();
     }
 
 private:
-    ExplorerTree* m_pTree;
+    ExplorerTree* m_tree;
 };
 
-ExplorerTree::ExplorerTree(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, GuardFunction fnGuard,
-                           QWidget* pParent)
-    : QTreeView(pParent), m_oTreeView(std::move(oTreeView)), m_fnGuard(std::move(fnGuard)),
-      m_pModel(new TreeModel(m_oTreeView, pIcons, this)),
-      m_pFilterModel(new FilterModel(m_oTreeView, std::move(pIcons), this)) {
+ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
+                           QWidget* parent)
+    : QTreeView(parent), m_treeView(std::move(treeView)), m_guard(std::move(guard)),
+      m_model(new TreeModel(m_treeView, icons, this)),
+      m_filterModel(new FilterModel(m_treeView, std::move(icons), this)) {
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setIconSize({IconSize, IconSize});
@@ -71,16 +71,16 @@ ExplorerTree::ExplorerTree(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> 
     setFrameShape(NoFrame);
     header()->setMinimumSectionSize(0);
     setItemDelegate(new Delegate(this));
-    setAccessibleName(QString::fromStdString(m_oTreeView->Name()));
-    setModel(m_pModel);
+    setAccessibleName(QString::fromStdString(m_treeView->Name()));
+    setModel(m_model);
 
-    connect(m_pModel, &TreeModel::TurnEnded, this, &ExplorerTree::Model_TurnEnded);
-    connect(this, &QTreeView::expanded, this, [this](const QModelIndex& oIndex) { View_Toggled(oIndex, true); });
-    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& oIndex) { View_Toggled(oIndex, false); });
-    m_oTree_Changed = m_oTreeView->Changed.Subscribe([this](const TreeChange& oChange) { Tree_Changed(oChange); });
-    m_oTree_EditorRequested = m_oTreeView->EditorRequested.Subscribe([this] { OpenEditor(); });
-    m_oTree_HitTestRequested = m_oTreeView->HitTestRequested.Subscribe(
-        [this](Single x, Single y, Ref<Node>& oNode) { oNode = Ref<Node>(NodeAtPoint(QPointF(x, y).toPoint())); });
+    connect(m_model, &TreeModel::TurnEnded, this, &ExplorerTree::Model_TurnEnded);
+    connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) { View_Toggled(index, true); });
+    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) { View_Toggled(index, false); });
+    m_tree_Changed = m_treeView->Changed.Subscribe([this](const TreeChange& change) { Tree_Changed(change); });
+    m_tree_EditorRequested = m_treeView->EditorRequested.Subscribe([this] { OpenEditor(); });
+    m_tree_HitTestRequested = m_treeView->HitTestRequested.Subscribe(
+        [this](Single x, Single y, Ref<Node>& node) { node = Ref<Node>(NodeAtPoint(QPointF(x, y).toPoint())); });
     ApplyExpandedEverywhere();
     ApplyLook();
     ApplySelection();
@@ -88,14 +88,14 @@ ExplorerTree::ExplorerTree(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> 
 
 // What the model says.
 
-void ExplorerTree::Tree_Changed(const TreeChange& oChange) {
-    switch (oChange.eWhat) {
+void ExplorerTree::Tree_Changed(const TreeChange& change) {
+    switch (change.eWhat) {
     case TreeChange::What::Expanded:
-        m_aToggled.emplace_back(oChange.pNode);
+        m_toggled.emplace_back(change.pNode);
         return;
     case TreeChange::What::Selection:
-        m_bSelectionMoved = true;
-        m_bRevealSelection = oChange.pNode != nullptr;
+        m_selectionMoved = true;
+        m_revealSelection = change.pNode != nullptr;
         return;
     case TreeChange::What::BeforeInsert:
     case TreeChange::What::BeforeRemove:
@@ -103,7 +103,7 @@ void ExplorerTree::Tree_Changed(const TreeChange& oChange) {
         return;
     case TreeChange::What::AfterRemove:
     case TreeChange::What::AfterClear:
-        m_bSelectionMoved = true; // the view has moved its own
+        m_selectionMoved = true; // the view has moved its own
         break;
     case TreeChange::What::AfterInsert:
     case TreeChange::What::NodeLook:
@@ -115,7 +115,7 @@ void ExplorerTree::Tree_Changed(const TreeChange& oChange) {
         viewport()->update();
         return;
     }
-    m_bFindAgain = IsFiltered();
+    m_findAgain = IsFiltered();
 }
 
 // The tree may stand hidden behind the line for an empty one, and is scrolled when it has its place.
@@ -131,185 +131,185 @@ void ExplorerTree::Sync() {
 }
 
 void ExplorerTree::ApplyNodes() {
-    m_pModel->Flush();
+    m_model->Flush();
     // An open editor would go with the old matches.
-    if (m_bFindAgain && !m_oTreeView->IsEditingLabel()) {
-        const int iScrolled = verticalScrollBar()->value();
+    if (m_findAgain && !m_treeView->IsEditingLabel()) {
+        const int scrolled = verticalScrollBar()->value();
         FindAgain();
-        verticalScrollBar()->setValue(iScrolled);
+        verticalScrollBar()->setValue(scrolled);
     }
     ApplyExpanded();
 }
 
 void ExplorerTree::ApplyExpanded() {
-    const std::vector<Ref<Node>> aToggled = std::move(m_aToggled);
-    m_aToggled.clear();
+    const std::vector<Ref<Node>> toggled = std::move(m_toggled);
+    m_toggled.clear();
     if (IsFiltered())
         return;
-    const QScopedValueRollback oFollows(m_bFollowsModel, true);
-    if (aToggled.size() > ManyToggles)
+    const QScopedValueRollback follows(m_followsModel, true);
+    if (toggled.size() > ManyToggles)
         scheduleDelayedItemsLayout();
-    for (const Ref<Node>& oNode : aToggled)
-        if (oNode->IsInTree())
-            setExpanded(m_pModel->IndexOf(oNode.Get()), oNode->Expanded());
+    for (const Ref<Node>& node : toggled)
+        if (node->IsInTree())
+            setExpanded(m_model->IndexOf(node.Get()), node->Expanded());
 }
 
 void ExplorerTree::ApplyExpandedEverywhere() {
-    std::vector<Node*> aWaiting = m_oTreeView->GetNodes()->Roots();
-    while (!aWaiting.empty()) {
-        Node* pNode = aWaiting.back();
-        aWaiting.pop_back();
-        aWaiting.insert(aWaiting.end(), pNode->Children().begin(), pNode->Children().end());
-        if (pNode->Expanded())
-            m_aToggled.emplace_back(pNode);
+    std::vector<Node*> waiting = m_treeView->GetNodes()->Roots();
+    while (!waiting.empty()) {
+        Node* node = waiting.back();
+        waiting.pop_back();
+        waiting.insert(waiting.end(), node->Children().begin(), node->Children().end());
+        if (node->Expanded())
+            m_toggled.emplace_back(node);
     }
     ApplyExpanded();
 }
 
 void ExplorerTree::ApplySelection() {
-    if (!m_bSelectionMoved)
+    if (!m_selectionMoved)
         return;
-    m_bSelectionMoved = false;
-    const QModelIndex oIndex = IndexOf(m_oTreeView->SelectedItem().Get());
+    m_selectionMoved = false;
+    const QModelIndex index = IndexOf(m_treeView->SelectedItem().Get());
     {
-        const QScopedValueRollback oFollows(m_bFollowsModel, true);
+        const QScopedValueRollback follows(m_followsModel, true);
         setAutoScroll(false); // it would open folders unheard
-        if (!oIndex.isValid())
+        if (!index.isValid())
             selectionModel()->clearSelection();
-        else if (!selectionModel()->isSelected(oIndex) || currentIndex() != oIndex)
-            selectionModel()->setCurrentIndex(oIndex, QItemSelectionModel::ClearAndSelect);
+        else if (!selectionModel()->isSelected(index) || currentIndex() != index)
+            selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
         setAutoScroll(true);
     }
-    if (oIndex.isValid() && m_bRevealSelection)
-        Reveal(oIndex);
-    m_bRevealSelection = false;
+    if (index.isValid() && m_revealSelection)
+        Reveal(index);
+    m_revealSelection = false;
 }
 
 // The folders above open as a person would open them, so the model hears of it.
-void ExplorerTree::Reveal(const QModelIndex& oIndex) {
-    for (QModelIndex oParent = oIndex.parent(); oParent.isValid(); oParent = oParent.parent())
-        expand(oParent);
-    m_bScrollWhenShown = !isVisible();
+void ExplorerTree::Reveal(const QModelIndex& index) {
+    for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent())
+        expand(parent);
+    m_scrollWhenShown = !isVisible();
     if (isVisible())
-        scrollTo(oIndex);
+        scrollTo(index);
 }
 
-void ExplorerTree::showEvent(QShowEvent* pEvent) {
-    QTreeView::showEvent(pEvent);
-    if (std::exchange(m_bScrollWhenShown, false)) {
-        m_bSelectionMoved = m_bRevealSelection = true;
-        m_pModel->Schedule();
+void ExplorerTree::showEvent(QShowEvent* event) {
+    QTreeView::showEvent(event);
+    if (std::exchange(m_scrollWhenShown, false)) {
+        m_selectionMoved = m_revealSelection = true;
+        m_model->Schedule();
     }
 }
 
 void ExplorerTree::ApplyLook() {
-    setEnabled(m_oTreeView->Enabled());
-    const auto iIndentation = static_cast<int>(m_oTreeView->Indentation() / TwipsPerPixel);
-    if (iIndentation > 0)
-        setIndentation(qMax(iIndentation, IconSize));
+    setEnabled(m_treeView->Enabled());
+    const auto indentation = static_cast<int>(m_treeView->Indentation() / TwipsPerPixel);
+    if (indentation > 0)
+        setIndentation(qMax(indentation, IconSize));
 }
 
 // With rows of one height a change of looks moves nothing, so there is nothing to search for in the rows laid out.
-void ExplorerTree::dataChanged(const QModelIndex& oTopLeft, const QModelIndex&, const QList<int>&) {
-    const QModelIndex oParent = oTopLeft.parent();
-    if (!oParent.isValid() || isExpanded(oParent))
+void ExplorerTree::dataChanged(const QModelIndex& topLeft, const QModelIndex&, const QList<int>&) {
+    const QModelIndex parent = topLeft.parent();
+    if (!parent.isValid() || isExpanded(parent))
         viewport()->update();
 }
 
 // The filter.
 
-void ExplorerTree::SetFilter(const QString& sText) {
-    const QString sFilter = sText.trimmed();
-    if (sFilter == m_sFilter)
+void ExplorerTree::SetFilter(const QString& text) {
+    const QString filter = text.trimmed();
+    if (filter == m_filter)
         return;
-    m_pModel->Flush();
-    m_sFilter = sFilter;
+    m_model->Flush();
+    m_filter = filter;
     if (IsFiltered()) {
         FindAgain();
         scrollToTop();
     } else {
-        m_bFindAgain = false;
-        ShowModel(m_pModel);
-        m_pFilterModel->Empty();
+        m_findAgain = false;
+        ShowModel(m_model);
+        m_filterModel->Empty();
         ApplyExpandedEverywhere();
-        m_bRevealSelection = true;
+        m_revealSelection = true;
     }
-    m_bSelectionMoved = true;
+    m_selectionMoved = true;
     ApplySelection();
     Q_EMIT ContentChanged();
 }
 
 void ExplorerTree::FindAgain() {
-    const QScopedValueRollback oFollows(m_bFollowsModel, true);
-    m_bFindAgain = false;
-    m_bSelectionMoved = true;
-    m_pFilterModel->Find(m_sFilter);
-    ShowModel(m_pFilterModel);
+    const QScopedValueRollback follows(m_followsModel, true);
+    m_findAgain = false;
+    m_selectionMoved = true;
+    m_filterModel->Find(m_filter);
+    ShowModel(m_filterModel);
     expandAll();
 }
 
-void ExplorerTree::ShowModel(NodeModel* pModel) {
-    if (model() == pModel)
+void ExplorerTree::ShowModel(NodeModel* nodeModel) {
+    if (model() == nodeModel)
         return;
-    const QItemSelectionModel* pOld = selectionModel(); // which the view would keep
-    setModel(pModel);
-    delete pOld;
+    const QItemSelectionModel* old = selectionModel(); // which the view would keep
+    setModel(nodeModel);
+    delete old;
 }
 
 void ExplorerTree::ChooseFirstMatch() {
     Sync();
-    if (const Ref<Node> oNode{IsFiltered() ? m_pFilterModel->FirstMatch() : nullptr})
-        ReportNode(oNode);
+    if (const Ref<Node> node{IsFiltered() ? m_filterModel->FirstMatch() : nullptr})
+        ReportNode(node);
 }
 
 // Label editing.
 
 void ExplorerTree::OpenEditor() {
     Model_TurnEnded();
-    QModelIndex oIndex = IndexOf(m_oTreeView->SelectedItem().Get());
-    if (!oIndex.isValid() && IsFiltered()) {
+    QModelIndex index = IndexOf(m_treeView->SelectedItem().Get());
+    if (!index.isValid() && IsFiltered()) {
         Q_EMIT FilterHidesEdit();
-        oIndex = IndexOf(m_oTreeView->SelectedItem().Get());
+        index = IndexOf(m_treeView->SelectedItem().Get());
     }
-    if (oIndex.isValid() && isVisible()) {
-        Reveal(oIndex);
-        edit(oIndex);
+    if (index.isValid() && isVisible()) {
+        Reveal(index);
+        edit(index);
     }
     // Where nobody can type, the model mustn't wait for an end.
     if (state() != EditingState)
-        m_oTreeView->CancelLabelEdit();
+        m_treeView->CancelLabelEdit();
 }
 
 // The editor goes before the model hears of the text, since the answer may be a message that waits for the user.
-void ExplorerTree::closeEditor(QWidget* pEditor, QAbstractItemDelegate::EndEditHint) {
-    QTreeView::closeEditor(pEditor, QAbstractItemDelegate::NoHint);
-    const std::optional<QString> oEdited = std::exchange(m_oEdited, std::nullopt);
-    m_pModel->Schedule();
-    m_fnGuard([oTree = m_oTreeView, &oEdited] {
-        if (oEdited)
-            oTree->CommitLabelEdit(oEdited->toStdString());
+void ExplorerTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) {
+    QTreeView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    const std::optional<QString> edited = std::exchange(m_edited, std::nullopt);
+    m_model->Schedule();
+    m_guard([tree = m_treeView, &edited] {
+        if (edited)
+            tree->CommitLabelEdit(edited->toStdString());
         else
-            oTree->CancelLabelEdit();
+            tree->CancelLabelEdit();
     });
 }
 
 // Tips for what is too long to be read.
-bool ExplorerTree::viewportEvent(QEvent* pEvent) {
-    if (pEvent->type() != QEvent::ToolTip)
-        return QTreeView::viewportEvent(pEvent);
-    auto* pHelp = static_cast<QHelpEvent*>(pEvent);
-    const QModelIndex oIndex = indexAt(pHelp->pos());
-    const QRect oRect = visualRect(oIndex);
-    if (oIndex.isValid() && sizeHintForIndex(oIndex).width() > oRect.width())
-        QToolTip::showText(pHelp->globalPos(), oIndex.data().toString().toHtmlEscaped(), viewport(), oRect);
+bool ExplorerTree::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QTreeView::viewportEvent(event);
+    auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    const QRect rect = visualRect(index);
+    if (index.isValid() && sizeHintForIndex(index).width() > rect.width())
+        QToolTip::showText(help->globalPos(), index.data().toString().toHtmlEscaped(), viewport(), rect);
     else
         QToolTip::hideText();
     return true;
 }
 
-void ExplorerTree::changeEvent(QEvent* pEvent) {
-    QTreeView::changeEvent(pEvent);
-    if (pEvent->type() == QEvent::FontChange || pEvent->type() == QEvent::StyleChange)
+void ExplorerTree::changeEvent(QEvent* event) {
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         scheduleDelayedItemsLayout();
 }
 

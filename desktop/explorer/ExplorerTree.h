@@ -18,18 +18,18 @@ using GuardFunction = std::function<void(const std::function<void()>&)>;
 class ExplorerTree final : public QTreeView {
     Q_OBJECT
 public:
-    ExplorerTree(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, GuardFunction fnGuard,
-                 QWidget* pParent = nullptr);
+    ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
+                 QWidget* parent = nullptr);
 
     // The person has come back to the selected node, as if by a click.
     void ChooseSelected();
-    [[nodiscard]] const Ref<TreeView>& Tree() const { return m_oTreeView; }
-    [[nodiscard]] TreeModel* Nodes() const { return m_pModel; }
+    [[nodiscard]] const Ref<TreeView>& Tree() const { return m_treeView; }
+    [[nodiscard]] TreeModel* Nodes() const { return m_model; }
 
     // Shows only what matches the text, with all of it open; an empty text shows the tree again as it is. The tree's
     // own state is untouched.
-    void SetFilter(const QString& sText);
-    [[nodiscard]] bool IsFiltered() const { return !m_sFilter.isEmpty(); }
+    void SetFilter(const QString& text);
+    [[nodiscard]] bool IsFiltered() const { return !m_filter.isEmpty(); }
     [[nodiscard]] bool ShowsNothing() const { return model()->rowCount() == 0; }
     // Selects the first match as a person would.
     void ChooseFirstMatch();
@@ -37,10 +37,10 @@ public:
     // Shows now what waits for the end of the turn.
     void Sync();
     // The index of a node in the model that is shown now.
-    [[nodiscard]] QModelIndex IndexOf(const Node* pNode) { return Shown()->IndexOf(pNode); }
-    [[nodiscard]] Node* NodeAtPoint(const QPoint& oPoint) const;
+    [[nodiscard]] QModelIndex IndexOf(const Node* node) { return Shown()->IndexOf(node); }
+    [[nodiscard]] Node* NodeAtPoint(const QPoint& point) const;
 
-    void keyboardSearch(const QString& sText) override;
+    void keyboardSearch(const QString& text) override;
 
 Q_SIGNALS:
     // After each turn in which the tree changed, and after each change of the filter.
@@ -48,73 +48,73 @@ Q_SIGNALS:
     // A label is to be edited that the filter doesn't show: whoever set the filter should take it back now.
     void FilterHidesEdit();
     // Before the model hears of a press that may open a menu: the menu belongs there, in pixels of the screen.
-    void PopupPlace(const QPoint& oGlobal);
+    void PopupPlace(const QPoint& global);
 
 protected:
-    void mousePressEvent(QMouseEvent* pEvent) override;
-    void mouseReleaseEvent(QMouseEvent* pEvent) override;
-    void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
-    void mouseMoveEvent(QMouseEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
-    void timerEvent(QTimerEvent* pEvent) override;
-    void focusInEvent(QFocusEvent* pEvent) override;
-    bool viewportEvent(QEvent* pEvent) override;
-    void changeEvent(QEvent* pEvent) override;
-    void showEvent(QShowEvent* pEvent) override;
-    void currentChanged(const QModelIndex& oCurrent, const QModelIndex& oPrevious) override;
-    void dataChanged(const QModelIndex& oTopLeft, const QModelIndex& oBottomRight, const QList<int>& aRoles) override;
-    void closeEditor(QWidget* pEditor, QAbstractItemDelegate::EndEditHint eHint) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     class Delegate;
 
     [[nodiscard]] NodeModel* Shown() const { return static_cast<NodeModel*>(model()); }
-    [[nodiscard]] bool IsOnBranch(const QPoint& oPoint) const;
+    [[nodiscard]] bool IsOnBranch(const QPoint& point) const;
 
-    void Tree_Changed(const TreeChange& oChange);
+    void Tree_Changed(const TreeChange& change);
     void Model_TurnEnded();
     void FindAgain();
-    void ShowModel(NodeModel* pModel);
+    void ShowModel(NodeModel* nodeModel);
     void ApplyNodes();
     void ApplyExpanded();
     void ApplyExpandedEverywhere();
     void ApplySelection();
     void ApplyLook();
-    void Reveal(const QModelIndex& oIndex);
-    void View_Toggled(const QModelIndex& oIndex, bool bExpanded);
+    void Reveal(const QModelIndex& index);
+    void View_Toggled(const QModelIndex& index, bool expanded);
 
     void OpenEditor();
     // Each tells the model in one guarded step.
-    void ReportNode(const Ref<Node>& oNode);
-    void ReportMouse(const Event<Long, Long, Single, Single>& oEvent, Long lButton, Long lShift, const QPoint& oPoint);
-    void ReleaseOnNode(Long lButton, const Ref<Node>& oNode);
+    void ReportNode(const Ref<Node>& node);
+    void ReportMouse(const Event<Long, Long, Single, Single>& event, Long button, Long shift, const QPoint& point);
+    void ReleaseOnNode(Long button, const Ref<Node>& node);
     void OpenSelected();
     void EditSelected();
     void OpenMenuByKey();
 
-    Ref<TreeView> m_oTreeView;
-    GuardFunction m_fnGuard;
-    TreeModel* m_pModel;
-    FilterModel* m_pFilterModel;
-    QString m_sFilter;
-    std::vector<Ref<Node>> m_aToggled;
-    bool m_bSelectionMoved = true;
-    bool m_bRevealSelection = false;
-    bool m_bScrollWhenShown = false;
-    bool m_bFindAgain = false;
-    bool m_bFollowsModel = false; // the view is being brought in line, nobody has touched it
-    bool m_bByKey = false;
+    Ref<TreeView> m_treeView;
+    GuardFunction m_guard;
+    TreeModel* m_model;
+    FilterModel* m_filterModel;
+    QString m_filter;
+    std::vector<Ref<Node>> m_toggled;
+    bool m_selectionMoved = true;
+    bool m_revealSelection = false;
+    bool m_scrollWhenShown = false;
+    bool m_findAgain = false;
+    bool m_followsModel = false; // the view is being brought in line, nobody has touched it
+    bool m_byKey = false;
 
-    Ref<Node> m_oPressed;
-    bool m_bPressPending = false; // pressed in this view and not released yet
-    bool m_bPressIsDouble = false;
-    bool m_bPressedSelected = false; // the node was selected already
-    QBasicTimer m_oEditTimer;
-    std::optional<QString> m_oEdited;
+    Ref<Node> m_pressed;
+    bool m_pressPending = false; // pressed in this view and not released yet
+    bool m_pressIsDouble = false;
+    bool m_pressedSelected = false; // the node was selected already
+    QBasicTimer m_editTimer;
+    std::optional<QString> m_edited;
 
-    Subscription m_oTree_Changed;
-    Subscription m_oTree_EditorRequested;
-    Subscription m_oTree_HitTestRequested;
+    Subscription m_tree_Changed;
+    Subscription m_tree_EditorRequested;
+    Subscription m_tree_HitTestRequested;
 };
 
 } // namespace corvane::desktop

@@ -11,8 +11,8 @@ namespace corvane::desktop {
 
 namespace {
 
-Long ButtonOf(Qt::MouseButton eButton) {
-    switch (eButton) {
+Long ButtonOf(Qt::MouseButton button) {
+    switch (button) {
     case Qt::LeftButton:
         return LeftButton;
     case Qt::RightButton:
@@ -24,255 +24,255 @@ Long ButtonOf(Qt::MouseButton eButton) {
     }
 }
 
-Long ShiftOf(Qt::KeyboardModifiers eModifiers) {
-    Long lShift = NoShift;
-    if (eModifiers & Qt::ShiftModifier)
-        lShift |= ShiftKey;
-    if (eModifiers & Qt::ControlModifier)
-        lShift |= CtrlKey;
-    if (eModifiers & Qt::AltModifier)
-        lShift |= AltKey;
-    return lShift;
+Long ShiftOf(Qt::KeyboardModifiers modifiers) {
+    Long shift = NoShift;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= ShiftKey;
+    if (modifiers & Qt::ControlModifier)
+        shift |= CtrlKey;
+    if (modifiers & Qt::AltModifier)
+        shift |= AltKey;
+    return shift;
 }
 
 } // namespace
 
 // The mark that opens and closes an item is no node, nor is its row left of the cell unless the style marks the
 // whole row as selected.
-Node* ExplorerTree::NodeAtPoint(const QPoint& oPoint) const {
-    const QModelIndex oIndex = indexAt(oPoint);
-    if (!oIndex.isValid() || IsOnBranch(oPoint))
+Node* ExplorerTree::NodeAtPoint(const QPoint& point) const {
+    const QModelIndex index = indexAt(point);
+    if (!index.isValid() || IsOnBranch(point))
         return nullptr;
-    const bool bWholeRow = style()->styleHint(QStyle::SH_ItemView_ShowDecorationSelected, nullptr, this) != 0;
-    return bWholeRow || visualRect(oIndex).contains(oPoint) ? Shown()->NodeAt(oIndex) : nullptr;
+    const bool wholeRow = style()->styleHint(QStyle::SH_ItemView_ShowDecorationSelected, nullptr, this) != 0;
+    return wholeRow || visualRect(index).contains(point) ? Shown()->NodeAt(index) : nullptr;
 }
 
-bool ExplorerTree::IsOnBranch(const QPoint& oPoint) const {
-    const QModelIndex oIndex = indexAt(oPoint);
-    if (!oIndex.isValid() || !model()->hasChildren(oIndex))
+bool ExplorerTree::IsOnBranch(const QPoint& point) const {
+    const QModelIndex index = indexAt(point);
+    if (!index.isValid() || !model()->hasChildren(index))
         return false;
-    const QRect oCell = visualRect(oIndex);
-    return isRightToLeft() ? oPoint.x() > oCell.right() && oPoint.x() <= oCell.right() + indentation()
-                           : oPoint.x() < oCell.left() && oPoint.x() >= oCell.left() - indentation();
+    const QRect cell = visualRect(index);
+    return isRightToLeft() ? point.x() > cell.right() && point.x() <= cell.right() + indentation()
+                           : point.x() < cell.left() && point.x() >= cell.left() - indentation();
 }
 
-void ExplorerTree::ReportMouse(const Event<Long, Long, Single, Single>& oEvent, Long lButton, Long lShift,
-                               const QPoint& oPoint) {
-    m_fnGuard([oTree = m_oTreeView, &oEvent, lButton, lShift, oPoint] {
-        oEvent.Raise(lButton, lShift, static_cast<Single>(oPoint.x()), static_cast<Single>(oPoint.y()));
+void ExplorerTree::ReportMouse(const Event<Long, Long, Single, Single>& event, Long button, Long shift,
+                               const QPoint& point) {
+    m_guard([tree = m_treeView, &event, button, shift, point] {
+        event.Raise(button, shift, static_cast<Single>(point.x()), static_cast<Single>(point.y()));
     });
 }
 
-void ExplorerTree::ReportNode(const Ref<Node>& oNode) {
-    if (!oNode)
+void ExplorerTree::ReportNode(const Ref<Node>& node) {
+    if (!node)
         return;
-    m_fnGuard([oTree = m_oTreeView, oNode] {
-        oTree->SetSelectedItem(oNode);
-        oTree->NodeClick.Raise(oNode);
+    m_guard([tree = m_treeView, node] {
+        tree->SetSelectedItem(node);
+        tree->NodeClick.Raise(node);
     });
 }
 
 void ExplorerTree::ChooseSelected() {
-    ReportNode(m_oTreeView->SelectedItem());
+    ReportNode(m_treeView->SelectedItem());
 }
 
-void ExplorerTree::mousePressEvent(QMouseEvent* pEvent) {
-    m_oEditTimer.stop();
-    const Long lButton = ButtonOf(pEvent->button());
-    if (lButton == 0) {
-        pEvent->ignore(); // the buttons for back and forward are the window's
+void ExplorerTree::mousePressEvent(QMouseEvent* event) {
+    m_editTimer.stop();
+    const Long button = ButtonOf(event->button());
+    if (button == 0) {
+        event->ignore(); // the buttons for back and forward are the window's
         return;
     }
     Sync();
-    const QPoint oPoint = pEvent->position().toPoint();
-    m_oPressed = Ref<Node>(NodeAtPoint(oPoint));
-    m_bPressPending = true;
-    m_bPressIsDouble = false;
-    m_bPressedSelected = m_oPressed && m_oPressed == m_oTreeView->SelectedItem() && hasFocus();
-    if (pEvent->button() == Qt::LeftButton && IsOnBranch(oPoint)) {
-        const QModelIndex oIndex = indexAt(oPoint);
-        setExpanded(oIndex, !isExpanded(oIndex));
+    const QPoint point = event->position().toPoint();
+    m_pressed = Ref<Node>(NodeAtPoint(point));
+    m_pressPending = true;
+    m_pressIsDouble = false;
+    m_pressedSelected = m_pressed && m_pressed == m_treeView->SelectedItem() && hasFocus();
+    if (event->button() == Qt::LeftButton && IsOnBranch(point)) {
+        const QModelIndex index = indexAt(point);
+        setExpanded(index, !isExpanded(index));
     }
-    ReportMouse(m_oTreeView->MouseDown, lButton, ShiftOf(pEvent->modifiers()), oPoint);
-    pEvent->accept();
+    ReportMouse(m_treeView->MouseDown, button, ShiftOf(event->modifiers()), point);
+    event->accept();
 }
 
-void ExplorerTree::mouseDoubleClickEvent(QMouseEvent* pEvent) {
+void ExplorerTree::mouseDoubleClickEvent(QMouseEvent* event) {
     Sync();
-    const Ref<Node> oNode(NodeAtPoint(pEvent->position().toPoint()));
-    if (pEvent->button() != Qt::LeftButton || !oNode || oNode != m_oTreeView->SelectedItem()) {
-        mousePressEvent(pEvent);
+    const Ref<Node> node(NodeAtPoint(event->position().toPoint()));
+    if (event->button() != Qt::LeftButton || !node || node != m_treeView->SelectedItem()) {
+        mousePressEvent(event);
         return;
     }
-    m_oEditTimer.stop();
-    m_bPressPending = true;
-    m_bPressIsDouble = true;
-    const QPointer<ExplorerTree> pAlive(this);
-    m_fnGuard([oTree = m_oTreeView] { oTree->DblClick.Raise(); });
-    if (!pAlive)
+    m_editTimer.stop();
+    m_pressPending = true;
+    m_pressIsDouble = true;
+    const QPointer<ExplorerTree> alive(this);
+    m_guard([tree = m_treeView] { tree->DblClick.Raise(); });
+    if (!alive)
         return;
     Sync();
-    const QModelIndex oIndex = IndexOf(oNode.Get());
-    if (oIndex.isValid() && model()->hasChildren(oIndex))
-        setExpanded(oIndex, !isExpanded(oIndex));
+    const QModelIndex index = IndexOf(node.Get());
+    if (index.isValid() && model()->hasChildren(index))
+        setExpanded(index, !isExpanded(index));
 }
 
-void ExplorerTree::mouseReleaseEvent(QMouseEvent* pEvent) {
-    const Long lButton = ButtonOf(pEvent->button());
-    if (lButton == 0 || !m_bPressPending) {
-        pEvent->ignore();
+void ExplorerTree::mouseReleaseEvent(QMouseEvent* event) {
+    const Long button = ButtonOf(event->button());
+    if (button == 0 || !m_pressPending) {
+        event->ignore();
         return;
     }
-    const QPointer<ExplorerTree> pAlive(this);
-    const QPoint oPoint = pEvent->position().toPoint();
-    const QPoint oGlobal = pEvent->globalPosition().toPoint();
-    const Long lShift = ShiftOf(pEvent->modifiers());
-    m_bPressPending = false;
-    const Ref<Node> oPressed = std::exchange(m_oPressed, nullptr);
-    if (!m_bPressIsDouble)
-        ReleaseOnNode(lButton, oPressed);
-    if (!pAlive)
+    const QPointer<ExplorerTree> alive(this);
+    const QPoint point = event->position().toPoint();
+    const QPoint global = event->globalPosition().toPoint();
+    const Long shift = ShiftOf(event->modifiers());
+    m_pressPending = false;
+    const Ref<Node> pressed = std::exchange(m_pressed, nullptr);
+    if (!m_pressIsDouble)
+        ReleaseOnNode(button, pressed);
+    if (!alive)
         return;
-    if (lButton == LeftButton && m_bPressedSelected && !m_bPressIsDouble && lShift == NoShift &&
-        NodeAtPoint(oPoint) == oPressed.Get())
-        m_oEditTimer.start(QApplication::doubleClickInterval(), this);
-    if (lButton == RightButton)
-        Q_EMIT PopupPlace(oGlobal);
-    ReportMouse(m_oTreeView->MouseUp, lButton, lShift, oPoint);
-    pEvent->accept();
+    if (button == LeftButton && m_pressedSelected && !m_pressIsDouble && shift == NoShift &&
+        NodeAtPoint(point) == pressed.Get())
+        m_editTimer.start(QApplication::doubleClickInterval(), this);
+    if (button == RightButton)
+        Q_EMIT PopupPlace(global);
+    ReportMouse(m_treeView->MouseUp, button, shift, point);
+    event->accept();
 }
 
 // The selection has moved at the press, so the click belongs to the node that was pressed, wherever the button is let
 // go. The right button reports its node too, so that the menu is that of the node under the pointer.
-void ExplorerTree::ReleaseOnNode(Long lButton, const Ref<Node>& oNode) {
-    if (oNode && oNode->IsInTree()) {
-        if (lButton == LeftButton)
-            m_fnGuard([oTree = m_oTreeView, oNode] { oTree->ClickNode(oNode); });
-        else if (lButton == RightButton)
-            ReportNode(oNode);
-    } else if (lButton == LeftButton && !oNode) {
-        m_fnGuard([oTree = m_oTreeView] { oTree->Click.Raise(); });
+void ExplorerTree::ReleaseOnNode(Long button, const Ref<Node>& node) {
+    if (node && node->IsInTree()) {
+        if (button == LeftButton)
+            m_guard([tree = m_treeView, node] { tree->ClickNode(node); });
+        else if (button == RightButton)
+            ReportNode(node);
+    } else if (button == LeftButton && !node) {
+        m_guard([tree = m_treeView] { tree->Click.Raise(); });
     }
 }
 
-void ExplorerTree::mouseMoveEvent(QMouseEvent* pEvent) {
-    if (pEvent->buttons() == Qt::NoButton)
-        QTreeView::mouseMoveEvent(pEvent);
+void ExplorerTree::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() == Qt::NoButton)
+        QTreeView::mouseMoveEvent(event);
 }
 
 // A second, slow click on the selected item edits its label.
-void ExplorerTree::timerEvent(QTimerEvent* pEvent) {
-    if (pEvent->timerId() != m_oEditTimer.timerId()) {
-        QTreeView::timerEvent(pEvent);
+void ExplorerTree::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_editTimer.timerId()) {
+        QTreeView::timerEvent(event);
         return;
     }
-    m_oEditTimer.stop();
+    m_editTimer.stop();
     if (hasFocus())
-        m_fnGuard([oTree = m_oTreeView] { oTree->StartLabelEdit(); });
+        m_guard([tree = m_treeView] { tree->StartLabelEdit(); });
 }
 
 void ExplorerTree::OpenSelected() {
-    const Ref<Node> oNode = m_oTreeView->SelectedItem();
-    if (!oNode)
+    const Ref<Node> node = m_treeView->SelectedItem();
+    if (!node)
         return;
-    const QPointer<ExplorerTree> pAlive(this);
-    ReportNode(oNode);
-    if (pAlive)
-        m_fnGuard([oTree = m_oTreeView] { oTree->DblClick.Raise(); });
+    const QPointer<ExplorerTree> alive(this);
+    ReportNode(node);
+    if (alive)
+        m_guard([tree = m_treeView] { tree->DblClick.Raise(); });
 }
 
 void ExplorerTree::EditSelected() {
-    const Ref<Node> oNode = m_oTreeView->SelectedItem();
-    if (!oNode)
+    const Ref<Node> node = m_treeView->SelectedItem();
+    if (!node)
         return;
-    const QPointer<ExplorerTree> pAlive(this);
-    ReportNode(oNode);
-    if (pAlive)
-        m_fnGuard([oTree = m_oTreeView] { oTree->StartLabelEdit(); });
+    const QPointer<ExplorerTree> alive(this);
+    ReportNode(node);
+    if (alive)
+        m_guard([tree = m_treeView] { tree->StartLabelEdit(); });
 }
 
 void ExplorerTree::OpenMenuByKey() {
-    const QPointer<ExplorerTree> pAlive(this);
-    QPoint oPoint = viewport()->rect().topLeft();
-    if (const Ref<Node> oNode = m_oTreeView->SelectedItem()) {
-        ReportNode(oNode);
-        if (!pAlive)
+    const QPointer<ExplorerTree> alive(this);
+    QPoint point = viewport()->rect().topLeft();
+    if (const Ref<Node> node = m_treeView->SelectedItem()) {
+        ReportNode(node);
+        if (!alive)
             return;
         Sync();
-        const QModelIndex oIndex = IndexOf(oNode.Get());
-        if (oIndex.isValid()) {
-            scrollTo(oIndex);
-            oPoint = visualRect(oIndex).bottomLeft();
+        const QModelIndex index = IndexOf(node.Get());
+        if (index.isValid()) {
+            scrollTo(index);
+            point = visualRect(index).bottomLeft();
         }
     }
-    Q_EMIT PopupPlace(viewport()->mapToGlobal(oPoint));
-    ReportMouse(m_oTreeView->MouseUp, RightButton, NoShift, oPoint);
+    Q_EMIT PopupPlace(viewport()->mapToGlobal(point));
+    ReportMouse(m_treeView->MouseUp, RightButton, NoShift, point);
 }
 
-void ExplorerTree::keyPressEvent(QKeyEvent* pEvent) {
+void ExplorerTree::keyPressEvent(QKeyEvent* event) {
     if (state() == EditingState) {
-        pEvent->accept(); // the label's editor leaves Return to whoever is behind it, once it has taken it
+        event->accept(); // the label's editor leaves Return to whoever is behind it, once it has taken it
         return;
     }
-    m_oEditTimer.stop();
+    m_editTimer.stop();
     Sync();
-    const bool bPlain = (pEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    const int iKey = pEvent->key();
-    if (bPlain && (iKey == Qt::Key_Return || iKey == Qt::Key_Enter))
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const int key = event->key();
+    if (plain && (key == Qt::Key_Return || key == Qt::Key_Enter))
         OpenSelected();
-    else if (bPlain && iKey == Qt::Key_F2)
+    else if (plain && key == Qt::Key_F2)
         EditSelected();
-    else if (iKey == Qt::Key_Menu || (iKey == Qt::Key_F10 && pEvent->modifiers() == Qt::ShiftModifier))
+    else if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier))
         OpenMenuByKey();
-    else if (bPlain && iKey == Qt::Key_Space)
+    else if (plain && key == Qt::Key_Space)
         ReportNode(Ref<Node>(Shown()->NodeAt(currentIndex())));
-    else if (iKey == Qt::Key_Escape) {
-        pEvent->ignore(); // the filter's
+    else if (key == Qt::Key_Escape) {
+        event->ignore(); // the filter's
         return;
     } else {
-        const QScopedValueRollback oByKey(m_bByKey, true);
-        QTreeView::keyPressEvent(pEvent);
+        const QScopedValueRollback byKey(m_byKey, true);
+        QTreeView::keyPressEvent(event);
         return;
     }
-    pEvent->accept();
+    event->accept();
 }
 
-void ExplorerTree::keyboardSearch(const QString& sText) {
-    const QScopedValueRollback oByKey(m_bByKey, true);
-    QTreeView::keyboardSearch(sText);
+void ExplorerTree::keyboardSearch(const QString& text) {
+    const QScopedValueRollback byKey(m_byKey, true);
+    QTreeView::keyboardSearch(text);
 }
 
 // Qt would make the first item current, as if somebody had gone there.
-void ExplorerTree::focusInEvent(QFocusEvent* pEvent) {
-    const QScopedValueRollback oFollows(m_bFollowsModel, true);
-    QTreeView::focusInEvent(pEvent);
+void ExplorerTree::focusInEvent(QFocusEvent* event) {
+    const QScopedValueRollback follows(m_followsModel, true);
+    QTreeView::focusInEvent(event);
 }
 
-void ExplorerTree::currentChanged(const QModelIndex& oCurrent, const QModelIndex& oPrevious) {
-    QTreeView::currentChanged(oCurrent, oPrevious);
-    if (m_bFollowsModel || !m_bByKey)
+void ExplorerTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (m_followsModel || !m_byKey)
         return;
     // What the node's subscribers do to the tree is not done by key any more.
-    const QScopedValueRollback oByKey(m_bByKey, false);
-    ReportNode(Ref<Node>(Shown()->NodeAt(oCurrent)));
+    const QScopedValueRollback byKey(m_byKey, false);
+    ReportNode(Ref<Node>(Shown()->NodeAt(current)));
 }
 
 // When a folder closes over the selected item, the selection goes to the folder.
-void ExplorerTree::View_Toggled(const QModelIndex& oIndex, bool bExpanded) {
-    if (m_bFollowsModel)
+void ExplorerTree::View_Toggled(const QModelIndex& index, bool expanded) {
+    if (m_followsModel)
         return;
-    const Ref<Node> oNode(Shown()->NodeAt(oIndex));
-    if (!oNode)
+    const Ref<Node> node(Shown()->NodeAt(index));
+    if (!node)
         return;
-    const Ref<Node> oSelected = m_oTreeView->SelectedItem();
-    bool bHidesSelected = false;
-    if (!bExpanded && oSelected)
-        for (const Node* pAbove = oSelected->Parent(); pAbove && !bHidesSelected; pAbove = pAbove->Parent())
-            bHidesSelected = pAbove == oNode.Get();
+    const Ref<Node> selected = m_treeView->SelectedItem();
+    bool hidesSelected = false;
+    if (!expanded && selected)
+        for (const Node* above = selected->Parent(); above && !hidesSelected; above = above->Parent())
+            hidesSelected = above == node.Get();
     if (!IsFiltered())
-        m_fnGuard([oNode, bExpanded] { oNode->SetExpanded(bExpanded); });
-    if (bHidesSelected)
-        ReportNode(oNode);
+        m_guard([node, expanded] { node->SetExpanded(expanded); });
+    if (hidesSelected)
+        ReportNode(node);
 }
 
 } // namespace corvane::desktop

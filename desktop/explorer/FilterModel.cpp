@@ -10,114 +10,114 @@ namespace corvane::desktop {
 namespace {
 
 struct Candidate {
-    Node* pNode;
-    std::size_t iParent; // itself for a root
-    bool bMatches;
-    bool bShown;
+    Node* node;
+    std::size_t parent; // itself for a root
+    bool matches;
+    bool shown;
 };
 
 constexpr std::size_t None = std::numeric_limits<std::size_t>::max();
 
 // All nodes of a tree, each behind its parent and in the order in which the tree shows them.
 // A translated text is found by itself and by what was translated.
-std::vector<Candidate> AllNodes(const TreeView& oTree, const QStringMatcher& oMatcher) {
-    const Nodes& oNodes = *oTree.GetNodes();
-    const bool bTranslated = AreTextsTranslated();
-    std::vector<Candidate> aAll;
-    aAll.reserve(static_cast<std::size_t>(oNodes.Count()));
-    std::vector<std::pair<Node*, std::size_t>> aWaiting;
-    const auto Wait = [&aWaiting](const std::vector<Node*>& aNodes, std::size_t iParent) {
-        for (auto it = aNodes.rbegin(); it != aNodes.rend(); ++it)
-            aWaiting.emplace_back(*it, iParent);
+std::vector<Candidate> AllNodes(const TreeView& tree, const QStringMatcher& matcher) {
+    const Nodes& nodes = *tree.GetNodes();
+    const bool translated = AreTextsTranslated();
+    std::vector<Candidate> all;
+    all.reserve(static_cast<std::size_t>(nodes.Count()));
+    std::vector<std::pair<Node*, std::size_t>> waiting;
+    const auto Wait = [&waiting](const std::vector<Node*>& nodesList, std::size_t parent) {
+        for (auto it = nodesList.rbegin(); it != nodesList.rend(); ++it)
+            waiting.emplace_back(*it, parent);
     };
-    Wait(oNodes.Roots(), None);
-    while (!aWaiting.empty()) {
-        const auto [pNode, iParent] = aWaiting.back();
-        aWaiting.pop_back();
-        const std::string& sText = pNode->Text();
-        const bool bMatches = oMatcher.indexIn(QString::fromUtf8(sText.data(), static_cast<int>(sText.size()))) >= 0 ||
-                              (bTranslated && oMatcher.indexIn(ShownNode(oTree, *pNode)) >= 0);
-        aAll.push_back({pNode, iParent, bMatches, bMatches});
-        Wait(pNode->Children(), aAll.size() - 1);
+    Wait(nodes.Roots(), None);
+    while (!waiting.empty()) {
+        const auto [node, parent] = waiting.back();
+        waiting.pop_back();
+        const std::string& text = node->Text();
+        const bool matches = matcher.indexIn(QString::fromUtf8(text.data(), static_cast<int>(text.size()))) >= 0 ||
+                             (translated && matcher.indexIn(ShownNode(tree, *node)) >= 0);
+        all.push_back({node, parent, matches, matches});
+        Wait(node->Children(), all.size() - 1);
     }
-    for (auto it = aAll.rbegin(); it != aAll.rend(); ++it)
-        if (it->bShown && it->iParent != None)
-            aAll[it->iParent].bShown = true;
-    return aAll;
+    for (auto it = all.rbegin(); it != all.rend(); ++it)
+        if (it->shown && it->parent != None)
+            all[it->parent].shown = true;
+    return all;
 }
 
 } // namespace
 
-std::vector<FilterModel::Item> FilterModel::Matches(const QString& sText) const {
-    std::vector<Item> aItems;
-    aItems.push_back({nullptr, 0, 0, false, {}});
-    const std::vector<Candidate> aAll = AllNodes(*Tree(), QStringMatcher(sText, Qt::CaseInsensitive));
-    std::vector<std::size_t> aItemOf(aAll.size());
-    for (std::size_t i = 0; i < aAll.size(); ++i) {
-        if (!aAll[i].bShown)
+std::vector<FilterModel::Item> FilterModel::Matches(const QString& text) const {
+    std::vector<Item> items;
+    items.push_back({nullptr, 0, 0, false, {}});
+    const std::vector<Candidate> all = AllNodes(*Tree(), QStringMatcher(text, Qt::CaseInsensitive));
+    std::vector<std::size_t> itemOf(all.size());
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (!all[i].shown)
             continue;
-        const std::size_t iParent = aAll[i].iParent == None ? 0 : aItemOf[aAll[i].iParent];
-        aItemOf[i] = aItems.size();
-        const auto iRow = static_cast<int>(aItems[iParent].aChildren.size());
-        aItems[iParent].aChildren.push_back(aItems.size());
-        aItems.push_back({Ref<Node>(aAll[i].pNode), iParent, iRow, aAll[i].bMatches, {}});
+        const std::size_t parent = all[i].parent == None ? 0 : itemOf[all[i].parent];
+        itemOf[i] = items.size();
+        const auto row = static_cast<int>(items[parent].children.size());
+        items[parent].children.push_back(items.size());
+        items.push_back({Ref<Node>(all[i].node), parent, row, all[i].matches, {}});
     }
-    return aItems;
+    return items;
 }
 
-void FilterModel::Find(const QString& sText) {
+void FilterModel::Find(const QString& text) {
     beginResetModel();
-    m_aItems = Matches(sText);
+    m_items = Matches(text);
     endResetModel();
 }
 
 void FilterModel::Empty() {
     beginResetModel();
-    m_aItems.clear();
+    m_items.clear();
     endResetModel();
 }
 
 Node* FilterModel::FirstMatch() const {
-    for (const Item& oItem : m_aItems)
-        if (oItem.bMatches && oItem.oNode->IsInTree())
-            return oItem.oNode.Get();
+    for (const Item& item : m_items)
+        if (item.matches && item.node->IsInTree())
+            return item.node.Get();
     return nullptr;
 }
 
-std::size_t FilterModel::ItemAt(const QModelIndex& oIndex) const {
-    return oIndex.isValid() ? static_cast<std::size_t>(oIndex.internalId()) : 0;
+std::size_t FilterModel::ItemAt(const QModelIndex& index) const {
+    return index.isValid() ? static_cast<std::size_t>(index.internalId()) : 0;
 }
 
-QModelIndex FilterModel::IndexOfItem(std::size_t iItem) const {
-    return iItem == 0 ? QModelIndex() : createIndex(m_aItems[iItem].iRow, 0, static_cast<quintptr>(iItem));
+QModelIndex FilterModel::IndexOfItem(std::size_t item) const {
+    return item == 0 ? QModelIndex() : createIndex(m_items[item].row, 0, static_cast<quintptr>(item));
 }
 
-Node* FilterModel::NodeAt(const QModelIndex& oIndex) const {
-    const std::size_t iItem = ItemAt(oIndex);
-    if (iItem == 0 || !m_aItems[iItem].oNode->IsInTree())
+Node* FilterModel::NodeAt(const QModelIndex& index) const {
+    const std::size_t item = ItemAt(index);
+    if (item == 0 || !m_items[item].node->IsInTree())
         return nullptr;
-    return m_aItems[iItem].oNode.Get();
+    return m_items[item].node.Get();
 }
 
-QModelIndex FilterModel::IndexOf(const Node* pNode) {
-    for (std::size_t i = 1; i < m_aItems.size(); ++i)
-        if (m_aItems[i].oNode.Get() == pNode)
+QModelIndex FilterModel::IndexOf(const Node* node) {
+    for (std::size_t i = 1; i < m_items.size(); ++i)
+        if (m_items[i].node.Get() == node)
             return IndexOfItem(i);
     return {};
 }
 
-QModelIndex FilterModel::index(int iRow, int iColumn, const QModelIndex& oParent) const {
-    if (iColumn != 0 || iRow < 0 || iRow >= rowCount(oParent))
+QModelIndex FilterModel::index(int row, int column, const QModelIndex& parent) const {
+    if (column != 0 || row < 0 || row >= rowCount(parent))
         return {};
-    return IndexOfItem(m_aItems[ItemAt(oParent)].aChildren[static_cast<std::size_t>(iRow)]);
+    return IndexOfItem(m_items[ItemAt(parent)].children[static_cast<std::size_t>(row)]);
 }
 
-QModelIndex FilterModel::parent(const QModelIndex& oIndex) const {
-    return oIndex.isValid() ? IndexOfItem(m_aItems[ItemAt(oIndex)].iParent) : QModelIndex();
+QModelIndex FilterModel::parent(const QModelIndex& index) const {
+    return index.isValid() ? IndexOfItem(m_items[ItemAt(index)].parent) : QModelIndex();
 }
 
-int FilterModel::rowCount(const QModelIndex& oParent) const {
-    return m_aItems.empty() ? 0 : static_cast<int>(m_aItems[ItemAt(oParent)].aChildren.size());
+int FilterModel::rowCount(const QModelIndex& parent) const {
+    return m_items.empty() ? 0 : static_cast<int>(m_items[ItemAt(parent)].children.size());
 }
 
 } // namespace corvane::desktop

@@ -14,33 +14,33 @@ public:
     using NodeModel::NodeModel;
 
     // Resets the model.
-    void Find(const QString& sText);
+    void Find(const QString& text);
     // Lets go of all nodes.
     void Empty();
     // The first node, from the top, that matches itself; a null pointer when none does.
     [[nodiscard]] Node* FirstMatch() const;
 
-    Node* NodeAt(const QModelIndex& oIndex) const override;
-    QModelIndex IndexOf(const Node* pNode) override;
+    Node* NodeAt(const QModelIndex& index) const override;
+    QModelIndex IndexOf(const Node* node) override;
 
     using QAbstractItemModel::parent;
-    QModelIndex index(int iRow, int iColumn, const QModelIndex& oParent = {}) const override;
-    QModelIndex parent(const QModelIndex& oIndex) const override;
-    int rowCount(const QModelIndex& oParent = {}) const override;
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& index) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
 
 private:
     struct Item {
-        Ref<Node> oNode;
-        std::size_t iParent; // the first item, which has no node, stands above the roots
-        int iRow;
-        bool bMatches;
-        std::vector<std::size_t> aChildren;
+        Ref<Node> node;
+        std::size_t parent; // the first item, which has no node, stands above the roots
+        int row;
+        bool matches;
+        std::vector<std::size_t> children;
     };
-    [[nodiscard]] std::size_t ItemAt(const QModelIndex& oIndex) const;
-    [[nodiscard]] QModelIndex IndexOfItem(std::size_t iItem) const;
-    [[nodiscard]] std::vector<Item> Matches(const QString& sText) const;
+    [[nodiscard]] std::size_t ItemAt(const QModelIndex& index) const;
+    [[nodiscard]] QModelIndex IndexOfItem(std::size_t item) const;
+    [[nodiscard]] std::vector<Item> Matches(const QString& text) const;
 
-    std::vector<Item> m_aItems;
+    std::vector<Item> m_items;
 };
 
 } // namespace corvane::desktop

@@ -4,33 +4,33 @@
 
 namespace corvane::desktop {
 
-NodeModel::NodeModel(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, QObject* pParent)
-    : QAbstractItemModel(pParent), m_oTreeView(std::move(oTreeView)), m_pIcons(std::move(pIcons)) {}
+NodeModel::NodeModel(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, QObject* parent)
+    : QAbstractItemModel(parent), m_treeView(std::move(treeView)), m_icons(std::move(icons)) {}
 
 int NodeModel::columnCount(const QModelIndex&) const {
     return 1;
 }
 
-QVariant NodeModel::data(const QModelIndex& oIndex, int iRole) const {
-    const Node* pNode = NodeAt(oIndex);
-    if (!pNode)
+QVariant NodeModel::data(const QModelIndex& index, int role) const {
+    const Node* node = NodeAt(index);
+    if (!node)
         return {};
-    switch (iRole) {
+    switch (role) {
     case Qt::DisplayRole:
-        return ShownNode(*m_oTreeView, *pNode);
+        return ShownNode(*m_treeView, *node);
     case Qt::EditRole:
-        return QString::fromStdString(pNode->Text());
+        return QString::fromStdString(node->Text());
     case Qt::DecorationRole: {
-        const QIcon& oIcon = m_pIcons->Icon(m_oTreeView->GetImageList(), pNode->ImageIndex());
-        return oIcon.isNull() ? QVariant() : QVariant(oIcon);
+        const QIcon& icon = m_icons->Icon(m_treeView->GetImageList(), node->ImageIndex());
+        return icon.isNull() ? QVariant() : QVariant(icon);
     }
     default:
         return {};
     }
 }
 
-Qt::ItemFlags NodeModel::flags(const QModelIndex& oIndex) const {
-    return oIndex.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable : Qt::NoItemFlags;
+Qt::ItemFlags NodeModel::flags(const QModelIndex& index) const {
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable : Qt::NoItemFlags;
 }
 
 } // namespace corvane::desktop

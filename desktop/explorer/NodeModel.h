@@ -12,23 +12,23 @@ namespace corvane::desktop {
 class NodeModel : public QAbstractItemModel {
     Q_OBJECT
 public:
-    NodeModel(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, QObject* pParent);
+    NodeModel(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, QObject* parent);
 
     // A null pointer for the invalid index, and for an item whose node has left the tree.
-    [[nodiscard]] virtual Node* NodeAt(const QModelIndex& oIndex) const = 0;
+    [[nodiscard]] virtual Node* NodeAt(const QModelIndex& index) const = 0;
     // Invalid when the model doesn't show the node.
-    [[nodiscard]] virtual QModelIndex IndexOf(const Node* pNode) = 0;
+    [[nodiscard]] virtual QModelIndex IndexOf(const Node* node) = 0;
 
-    int columnCount(const QModelIndex& oParent = {}) const override;
-    QVariant data(const QModelIndex& oIndex, int iRole) const override;
-    Qt::ItemFlags flags(const QModelIndex& oIndex) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 protected:
-    [[nodiscard]] const Ref<TreeView>& Tree() const { return m_oTreeView; }
+    [[nodiscard]] const Ref<TreeView>& Tree() const { return m_treeView; }
 
 private:
-    Ref<TreeView> m_oTreeView;
-    std::shared_ptr<ImageIcons> m_pIcons;
+    Ref<TreeView> m_treeView;
+    std::shared_ptr<ImageIcons> m_icons;
 };
 
 } // namespace corvane::desktop

@@ -14,40 +14,40 @@ namespace {
 
 class SvgEngine final : public QIconEngine {
 public:
-    explicit SvgEngine(std::shared_ptr<QSvgRenderer> pRenderer) : m_pRenderer(std::move(pRenderer)) {}
+    explicit SvgEngine(std::shared_ptr<QSvgRenderer> renderer) : m_renderer(std::move(renderer)) {}
 
-    void paint(QPainter* pPainter, const QRect& oRect, QIcon::Mode eMode, QIcon::State eState) override {
-        const qreal fScale = pPainter->device()->devicePixelRatioF();
-        QPixmap oPixmap = pixmap((QSizeF(oRect.size()) * fScale).toSize(), eMode, eState);
-        oPixmap.setDevicePixelRatio(fScale);
-        if (eMode == QIcon::Disabled)
-            pPainter->setOpacity(0.4);
-        pPainter->drawPixmap(oRect, oPixmap);
-        if (eMode == QIcon::Disabled)
-            pPainter->setOpacity(1);
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        const qreal scale = painter->device()->devicePixelRatioF();
+        QPixmap pixmapObject = pixmap((QSizeF(rect.size()) * scale).toSize(), mode, state);
+        pixmapObject.setDevicePixelRatio(scale);
+        if (mode == QIcon::Disabled)
+            painter->setOpacity(0.4);
+        painter->drawPixmap(rect, pixmapObject);
+        if (mode == QIcon::Disabled)
+            painter->setOpacity(1);
     }
 
-    QPixmap pixmap(const QSize& oSize, QIcon::Mode, QIcon::State) override {
-        if (m_oPixmap.size() != oSize) {
-            m_oPixmap = QPixmap(oSize);
-            m_oPixmap.fill(Qt::transparent);
-            QPainter oPainter(&m_oPixmap);
-            const QSizeF oDrawn = QSizeF(m_pRenderer->defaultSize()).scaled(oSize, Qt::KeepAspectRatio);
-            const QPointF oCorner((oSize.width() - oDrawn.width()) / 2, (oSize.height() - oDrawn.height()) / 2);
-            m_pRenderer->render(&oPainter, QRectF(oCorner, oDrawn));
+    QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override {
+        if (m_pixmap.size() != size) {
+            m_pixmap = QPixmap(size);
+            m_pixmap.fill(Qt::transparent);
+            QPainter painter(&m_pixmap);
+            const QSizeF drawn = QSizeF(m_renderer->defaultSize()).scaled(size, Qt::KeepAspectRatio);
+            const QPointF corner((size.width() - drawn.width()) / 2, (size.height() - drawn.height()) / 2);
+            m_renderer->render(&painter, QRectF(corner, drawn));
         }
-        return m_oPixmap;
+        return m_pixmap;
     }
 
     QIconEngine* clone() const override { return new SvgEngine(*this); }
 
 private:
-    std::shared_ptr<QSvgRenderer> m_pRenderer;
-    QPixmap m_oPixmap;
+    std::shared_ptr<QSvgRenderer> m_renderer;
+    QPixmap m_pixmap;
 };
 
-const char* NameOf(Picture::Format eFormat) {
-    switch (eFormat) {
+const char* NameOf(Picture::Format format) {
+    switch (format) {
     case Picture::Format::Png:
         return "png";
     case Picture::Format::Bmp:
@@ -66,43 +66,43 @@ const char* NameOf(Picture::Format eFormat) {
 
 } // namespace
 
-QIcon IconOf(const Ref<Picture>& oPicture) {
-    if (!oPicture)
+QIcon IconOf(const Ref<Picture>& picture) {
+    if (!picture)
         return {};
-    QByteArray aBytes = QByteArray::fromStdString(oPicture->Bytes());
-    if (oPicture->FileFormat() == Picture::Format::Svg) {
-        auto pRenderer = std::make_shared<QSvgRenderer>(aBytes);
-        return pRenderer->isValid() ? QIcon(new SvgEngine(std::move(pRenderer))) : QIcon();
+    QByteArray bytes = QByteArray::fromStdString(picture->Bytes());
+    if (picture->FileFormat() == Picture::Format::Svg) {
+        auto renderer = std::make_shared<QSvgRenderer>(bytes);
+        return renderer->isValid() ? QIcon(new SvgEngine(std::move(renderer))) : QIcon();
     }
-    QBuffer oBuffer(&aBytes);
-    oBuffer.open(QIODevice::ReadOnly);
-    QImageReader oReader(&oBuffer, NameOf(oPicture->FileFormat()));
-    oReader.setAutoTransform(true);
-    QIcon oIcon;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, NameOf(picture->FileFormat()));
+    reader.setAutoTransform(true);
+    QIcon icon;
     // An icon file holds sizes, a moving picture frames, of which the first stands for all.
-    const int nImages = oPicture->FileFormat() == Picture::Format::Ico ? qMax(1, oReader.imageCount()) : 1;
-    for (int i = 0; i < nImages; ++i) {
-        if (i > 0 && !oReader.jumpToImage(i))
+    const int images = picture->FileFormat() == Picture::Format::Ico ? qMax(1, reader.imageCount()) : 1;
+    for (int i = 0; i < images; ++i) {
+        if (i > 0 && !reader.jumpToImage(i))
             break;
-        const QImage oImage = oReader.read();
-        if (!oImage.isNull())
-            oIcon.addPixmap(QPixmap::fromImage(oImage));
+        const QImage image = reader.read();
+        if (!image.isNull())
+            icon.addPixmap(QPixmap::fromImage(image));
     }
-    return oIcon;
+    return icon;
 }
 
-const QIcon& ImageIcons::Icon(const Ref<ImageList>& oImageList, Long lImage) {
-    if (!oImageList || oImageList->ListImages().empty())
-        return m_oNone;
-    Icons& oIcons = m_mapIcons[oImageList.Get()];
-    oIcons.oImageList = oImageList;
-    const auto& aImages = oImageList->ListImages();
-    for (std::size_t i = oIcons.aIcons.size(); i < aImages.size(); ++i)
-        oIcons.aIcons.push_back(IconOf(aImages[i].oPicture));
-    const auto i = static_cast<std::size_t>(lImage);
-    if (lImage >= 0 && i < oIcons.aIcons.size() && !oIcons.aIcons[i].isNull())
-        return oIcons.aIcons[i];
-    return oIcons.aIcons.front();
+const QIcon& ImageIcons::Icon(const Ref<ImageList>& imageList, Long image) {
+    if (!imageList || imageList->ListImages().empty())
+        return m_none;
+    Icons& icons = m_icons[imageList.Get()];
+    icons.imageList = imageList;
+    const auto& images = imageList->ListImages();
+    for (std::size_t i = icons.icons.size(); i < images.size(); ++i)
+        icons.icons.push_back(IconOf(images[i].oPicture));
+    const auto i = static_cast<std::size_t>(image);
+    if (image >= 0 && i < icons.icons.size() && !icons.icons[i].isNull())
+        return icons.icons[i];
+    return icons.icons.front();
 }
 
 } // namespace corvane::desktop

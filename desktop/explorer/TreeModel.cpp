@@ -4,63 +4,63 @@
 
 namespace corvane::desktop {
 
-TreeModel::TreeModel(Ref<TreeView> oTreeView, std::shared_ptr<ImageIcons> pIcons, QObject* pParent)
-    : NodeModel(std::move(oTreeView), std::move(pIcons), pParent) {
-    m_oTree_Changed = Tree()->Changed.Subscribe([this](const TreeChange& oChange) { Tree_Changed(oChange); });
+TreeModel::TreeModel(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, QObject* parent)
+    : NodeModel(std::move(treeView), std::move(icons), parent) {
+    m_tree_Changed = Tree()->Changed.Subscribe([this](const TreeChange& change) { Tree_Changed(change); });
 }
 
-const std::vector<Node*>& TreeModel::ChildrenOf(const Node* pNode) const {
-    return pNode ? pNode->Children() : Tree()->GetNodes()->Roots();
+const std::vector<Node*>& TreeModel::ChildrenOf(const Node* node) const {
+    return node ? node->Children() : Tree()->GetNodes()->Roots();
 }
 
-Node* TreeModel::NodeAt(const QModelIndex& oIndex) const {
-    return static_cast<Node*>(oIndex.internalPointer());
+Node* TreeModel::NodeAt(const QModelIndex& index) const {
+    return static_cast<Node*>(index.internalPointer());
 }
 
-QModelIndex TreeModel::ShownIndex(const Node* pNode) const {
-    return pNode ? createIndex(pNode->Row(), 0, pNode) : QModelIndex();
+QModelIndex TreeModel::ShownIndex(const Node* node) const {
+    return node ? createIndex(node->Row(), 0, node) : QModelIndex();
 }
 
-QModelIndex TreeModel::IndexOf(const Node* pNode) {
+QModelIndex TreeModel::IndexOf(const Node* node) {
     Flush();
-    return pNode && pNode->IsInTree() ? ShownIndex(pNode) : QModelIndex();
+    return node && node->IsInTree() ? ShownIndex(node) : QModelIndex();
 }
 
-QModelIndex TreeModel::index(int iRow, int iColumn, const QModelIndex& oParent) const {
-    if (iColumn != 0 || iRow < 0 || iRow >= rowCount(oParent))
+QModelIndex TreeModel::index(int row, int column, const QModelIndex& parent) const {
+    if (column != 0 || row < 0 || row >= rowCount(parent))
         return {};
-    return createIndex(iRow, 0, ChildrenOf(NodeAt(oParent))[static_cast<std::size_t>(iRow)]);
+    return createIndex(row, 0, ChildrenOf(NodeAt(parent))[static_cast<std::size_t>(row)]);
 }
 
-QModelIndex TreeModel::parent(const QModelIndex& oIndex) const {
-    const Node* pNode = NodeAt(oIndex);
-    return pNode ? ShownIndex(pNode->Parent()) : QModelIndex();
+QModelIndex TreeModel::parent(const QModelIndex& index) const {
+    const Node* node = NodeAt(index);
+    return node ? ShownIndex(node->Parent()) : QModelIndex();
 }
 
-int TreeModel::rowCount(const QModelIndex& oParent) const {
-    const Node* pNode = NodeAt(oParent);
-    if (!m_mapShown.empty()) {
-        const auto it = m_mapShown.find(pNode);
-        if (it != m_mapShown.end())
+int TreeModel::rowCount(const QModelIndex& parent) const {
+    const Node* node = NodeAt(parent);
+    if (!m_shown.empty()) {
+        const auto it = m_shown.find(node);
+        if (it != m_shown.end())
             return it->second;
     }
-    return static_cast<int>(ChildrenOf(pNode).size());
+    return static_cast<int>(ChildrenOf(node).size());
 }
 
-bool TreeModel::hasChildren(const QModelIndex& oParent) const {
-    return rowCount(oParent) > 0;
+bool TreeModel::hasChildren(const QModelIndex& parent) const {
+    return rowCount(parent) > 0;
 }
 
-void TreeModel::Tree_Changed(const TreeChange& oChange) {
-    switch (oChange.eWhat) {
+void TreeModel::Tree_Changed(const TreeChange& change) {
+    switch (change.eWhat) {
     case TreeChange::What::BeforeInsert:
         return;
     case TreeChange::What::AfterInsert:
-        NoteInsertion(oChange.pParent, oChange.lRow);
+        NoteInsertion(change.pParent, change.lRow);
         break;
     case TreeChange::What::BeforeRemove:
         ShowInsertions();
-        beginRemoveRows(ShownIndex(oChange.pParent), oChange.lRow, oChange.lRow);
+        beginRemoveRows(ShownIndex(change.pParent), change.lRow, change.lRow);
         break;
     case TreeChange::What::AfterRemove:
         endRemoveRows();
@@ -69,14 +69,14 @@ void TreeModel::Tree_Changed(const TreeChange& oChange) {
         beginResetModel();
         break;
     case TreeChange::What::AfterClear:
-        m_mapShown.clear();
-        m_bHasLastParent = false;
-        m_aChanged.clear();
+        m_shown.clear();
+        m_hasLastParent = false;
+        m_changed.clear();
         endResetModel();
         break;
     case TreeChange::What::NodeLook:
-        if (m_aChanged.empty() || m_aChanged.back().Get() != oChange.pNode)
-            m_aChanged.emplace_back(oChange.pNode);
+        if (m_changed.empty() || m_changed.back().Get() != change.pNode)
+            m_changed.emplace_back(change.pNode);
         break;
     case TreeChange::What::Expanded:
     case TreeChange::What::Selection:
@@ -88,34 +88,34 @@ void TreeModel::Tree_Changed(const TreeChange& oChange) {
 }
 
 // A node that Qt doesn't know yet takes all below it along when it is shown, so nothing is noted for it.
-void TreeModel::NoteInsertion(Node* pParent, Long lRow) {
-    if (m_bHasLastParent && m_pLastParent == pParent)
+void TreeModel::NoteInsertion(Node* parent, Long row) {
+    if (m_hasLastParent && m_lastParent == parent)
         return;
-    m_bHasLastParent = true;
-    m_pLastParent = pParent;
-    if (m_mapShown.find(pParent) == m_mapShown.end() && !IsHidden(pParent))
-        m_mapShown.emplace(pParent, lRow);
+    m_hasLastParent = true;
+    m_lastParent = parent;
+    if (m_shown.find(parent) == m_shown.end() && !IsHidden(parent))
+        m_shown.emplace(parent, row);
 }
 
-bool TreeModel::IsHidden(const Node* pNode) const {
-    if (m_mapShown.empty())
+bool TreeModel::IsHidden(const Node* node) const {
+    if (m_shown.empty())
         return false;
-    for (; pNode; pNode = pNode->Parent()) {
-        const auto it = m_mapShown.find(pNode->Parent());
-        if (it != m_mapShown.end() && pNode->Row() >= it->second)
+    for (; node; node = node->Parent()) {
+        const auto it = m_shown.find(node->Parent());
+        if (it != m_shown.end() && node->Row() >= it->second)
             return true;
     }
     return false;
 }
 
 void TreeModel::Schedule() {
-    if (m_bScheduled)
+    if (m_scheduled)
         return;
-    m_bScheduled = true;
+    m_scheduled = true;
     QMetaObject::invokeMethod(
         this,
         [this] {
-            m_bScheduled = false;
+            m_scheduled = false;
             Flush();
             Q_EMIT TurnEnded();
         },
@@ -128,40 +128,40 @@ void TreeModel::Flush() {
 }
 
 void TreeModel::ShowInsertions() {
-    m_bHasLastParent = false;
-    while (!m_mapShown.empty()) {
-        const auto [pParent, lShown] = *m_mapShown.begin();
-        const auto lCount = static_cast<Long>(ChildrenOf(pParent).size());
-        beginInsertRows(ShownIndex(pParent), lShown, lCount - 1);
-        m_mapShown.erase(pParent);
+    m_hasLastParent = false;
+    while (!m_shown.empty()) {
+        const auto [parent, shown] = *m_shown.begin();
+        const auto count = static_cast<Long>(ChildrenOf(parent).size());
+        beginInsertRows(ShownIndex(parent), shown, count - 1);
+        m_shown.erase(parent);
         endInsertRows();
     }
 }
 
 // One range a parent, from its first changed child to its last.
 void TreeModel::ShowLooks() {
-    if (m_aChanged.empty())
+    if (m_changed.empty())
         return;
     struct Range {
-        Node* pFirst;
-        Node* pLast;
+        Node* first;
+        Node* last;
     };
-    std::unordered_map<const Node*, Range> mapRanges;
-    const std::vector<Ref<Node>> aChanged = std::move(m_aChanged);
-    m_aChanged.clear();
-    for (const Ref<Node>& oNode : aChanged) {
-        Node* pNode = oNode.Get();
-        if (!pNode->IsInTree())
+    std::unordered_map<const Node*, Range> ranges;
+    const std::vector<Ref<Node>> changed = std::move(m_changed);
+    m_changed.clear();
+    for (const Ref<Node>& node : changed) {
+        Node* nodePointer = node.Get();
+        if (!nodePointer->IsInTree())
             continue;
-        Range& oRange = mapRanges.try_emplace(pNode->Parent(), Range{pNode, pNode}).first->second;
-        if (pNode->Row() < oRange.pFirst->Row())
-            oRange.pFirst = pNode;
-        if (pNode->Row() > oRange.pLast->Row())
-            oRange.pLast = pNode;
+        Range& range = ranges.try_emplace(nodePointer->Parent(), Range{nodePointer, nodePointer}).first->second;
+        if (nodePointer->Row() < range.first->Row())
+            range.first = nodePointer;
+        if (nodePointer->Row() > range.last->Row())
+            range.last = nodePointer;
     }
-    static const QList<int> aRoles{Qt::DisplayRole, Qt::EditRole, Qt::DecorationRole};
-    for (const auto& [pParent, oRange] : mapRanges)
-        Q_EMIT dataChanged(ShownIndex(oRange.pFirst), ShownIndex(oRange.pLast), aRoles);
+    static const QList<int> roles{Qt::DisplayRole, Qt::EditRole, Qt::DecorationRole};
+    for (const auto& [parent, range] : ranges)
+        Q_EMIT dataChanged(ShownIndex(range.first), ShownIndex(range.last), roles);
 }
 
 } // namespace corvane::desktop

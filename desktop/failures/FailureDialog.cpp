@@ -23,102 +23,102 @@ namespace corvane::desktop {
 
 namespace {
 
-QLabel* SelectableLabel(const QString& sText) {
-    auto* pLabel = new QLabel(sText);
-    pLabel->setWordWrap(true);
-    pLabel->setTextFormat(Qt::PlainText);
-    pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    return pLabel;
+QLabel* SelectableLabel(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return label;
 }
 
 } // namespace
 
-FailureDialog::FailureDialog(const FailureTexts& oTexts, std::vector<check::Finding> aFindings,
-                             const QString& sServicesFolder, const QString& sLogFile, QWidget* pParent)
-    : QDialog(pParent), m_oTexts(oTexts), m_aFindings(std::move(aFindings)), m_pDetails(new QPlainTextEdit) {
-    setWindowTitle(oTexts.bIsForPerson && pParent ? pParent->window()->windowTitle().remove("[*]")
-                                                  : tr("An Error Occurred"));
-    auto* pIcon = new QLabel;
-    const int nIcon = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-    pIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(nIcon));
+FailureDialog::FailureDialog(const FailureTexts& texts, std::vector<check::Finding> findings,
+                             const QString& servicesFolder, const QString& logFile, QWidget* parent)
+    : QDialog(parent), m_texts(texts), m_findings(std::move(findings)), m_details(new QPlainTextEdit) {
+    setWindowTitle(texts.isForPerson && parent ? parent->window()->windowTitle().remove("[*]")
+                                               : tr("An Error Occurred"));
+    auto* icon = new QLabel;
+    const int iconSize = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
+    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(iconSize));
 
-    auto* pHeadline = SelectableLabel(oTexts.sHeadline);
-    QFont oBold = pHeadline->font();
-    oBold.setBold(true);
-    pHeadline->setFont(oBold);
-    auto* pTexts = new QVBoxLayout;
-    pTexts->addWidget(pHeadline);
-    if (!oTexts.bIsForPerson)
-        pTexts->addWidget(SelectableLabel(oTexts.sWhere));
-    if (!oTexts.sAdvice.isEmpty())
-        pTexts->addWidget(SelectableLabel(oTexts.sAdvice));
+    auto* headline = SelectableLabel(texts.headline);
+    QFont bold = headline->font();
+    bold.setBold(true);
+    headline->setFont(bold);
+    auto* textsLayout = new QVBoxLayout;
+    textsLayout->addWidget(headline);
+    if (!texts.isForPerson)
+        textsLayout->addWidget(SelectableLabel(texts.where));
+    if (!texts.advice.isEmpty())
+        textsLayout->addWidget(SelectableLabel(texts.advice));
 
-    m_pDetails->setReadOnly(true);
-    m_pDetails->setPlainText(oTexts.sDetails);
-    m_pDetails->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_pDetails->setAccessibleName(tr("Details"));
-    m_pDetails->setTabChangesFocus(true);
-    m_pDetails->hide();
+    m_details->setReadOnly(true);
+    m_details->setPlainText(texts.details);
+    m_details->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_details->setAccessibleName(tr("Details"));
+    m_details->setTabChangesFocus(true);
+    m_details->hide();
 
-    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Close);
-    auto* pDetails = pButtons->addButton(tr("&Details"), QDialogButtonBox::ActionRole);
-    pDetails->setCheckable(true);
-    connect(pDetails, &QPushButton::toggled, this, [this](bool bOn) {
-        m_pDetails->setVisible(bOn);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    auto* details = buttons->addButton(tr("&Details"), QDialogButtonBox::ActionRole);
+    details->setCheckable(true);
+    connect(details, &QPushButton::toggled, this, [this](bool on) {
+        m_details->setVisible(on);
         adjustSize();
     });
-    auto* pCopy = pButtons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
-    connect(pCopy, &QPushButton::clicked, this, &FailureDialog::Copy);
-    if (!sLogFile.isEmpty() && QFile::exists(sLogFile)) {
-        auto* pLog = pButtons->addButton(tr("Open &Log"), QDialogButtonBox::ActionRole);
-        pLog->setToolTip(sLogFile);
-        connect(pLog, &QPushButton::clicked, this,
-                [sLogFile] { QDesktopServices::openUrl(QUrl::fromLocalFile(sLogFile)); });
+    auto* copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    connect(copy, &QPushButton::clicked, this, &FailureDialog::Copy);
+    if (!logFile.isEmpty() && QFile::exists(logFile)) {
+        auto* log = buttons->addButton(tr("Open &Log"), QDialogButtonBox::ActionRole);
+        log->setToolTip(logFile);
+        connect(log, &QPushButton::clicked, this,
+                [logFile] { QDesktopServices::openUrl(QUrl::fromLocalFile(logFile)); });
     }
-    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    for (QAbstractButton* pButton : pButtons->buttons())
-        if (auto* pPush = qobject_cast<QPushButton*>(pButton))
-            pPush->setAutoDefault(false);
-    QPushButton* pClose = pButtons->button(QDialogButtonBox::Close);
-    pClose->setDefault(true);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    for (QAbstractButton* button : buttons->buttons())
+        if (auto* push = qobject_cast<QPushButton*>(button))
+            push->setAutoDefault(false);
+    QPushButton* close = buttons->button(QDialogButtonBox::Close);
+    close->setDefault(true);
 
-    auto* pTop = new QHBoxLayout;
-    pTop->addWidget(pIcon, 0, Qt::AlignTop);
-    pTop->addLayout(pTexts, 1);
-    auto* pAll = new QVBoxLayout(this);
-    pAll->addLayout(pTop);
-    if (!m_aFindings.empty())
-        AddFindings(*pAll, sServicesFolder);
-    pAll->addWidget(m_pDetails, 1);
-    pAll->addWidget(pButtons);
-    pClose->setFocus(); // Enter closes
-    setMinimumWidth(fontMetrics().averageCharWidth() * (m_aFindings.empty() ? 72 : 110));
+    auto* top = new QHBoxLayout;
+    top->addWidget(icon, 0, Qt::AlignTop);
+    top->addLayout(textsLayout, 1);
+    auto* all = new QVBoxLayout(this);
+    all->addLayout(top);
+    if (!m_findings.empty())
+        AddFindings(*all, servicesFolder);
+    all->addWidget(m_details, 1);
+    all->addWidget(buttons);
+    close->setFocus(); // Enter closes
+    setMinimumWidth(fontMetrics().averageCharWidth() * (m_findings.empty() ? 72 : 110));
 }
 
 // The file may have more mistakes than the one at which it failed, and each has its cure.
-void FailureDialog::AddFindings(QVBoxLayout& oLayout, const QString& sServicesFolder) {
-    auto* pList = new ProblemList;
-    pList->setFrameShape(QFrame::StyledPanel);
-    pList->Show(m_aFindings, sServicesFolder);
+void FailureDialog::AddFindings(QVBoxLayout& layout, const QString& servicesFolder) {
+    auto* list = new ProblemList;
+    list->setFrameShape(QFrame::StyledPanel);
+    list->Show(m_findings, servicesFolder);
     // Warnings in front of it aren't why the file is left out.
-    const auto itError = std::find_if(m_aFindings.begin(), m_aFindings.end(), [](const check::Finding& oFinding) {
-        return check::TextOf(oFinding.eRule).eSeverity == check::Severity::Error;
+    const auto error = std::find_if(m_findings.begin(), m_findings.end(), [](const check::Finding& finding) {
+        return check::TextOf(finding.rule).severity == check::Severity::Error;
     });
-    if (itError != m_aFindings.end())
-        pList->setCurrentItem(pList->topLevelItem(static_cast<int>(itError - m_aFindings.begin())), 0,
-                              QItemSelectionModel::NoUpdate); // chosen lines alone would be copied
-    auto* pLabel = new QLabel(tr("All &problems in this file:"));
-    pLabel->setBuddy(pList);
-    oLayout.addWidget(pLabel);
-    oLayout.addWidget(pList, 2);
+    if (error != m_findings.end())
+        list->setCurrentItem(list->topLevelItem(static_cast<int>(error - m_findings.begin())), 0,
+                             QItemSelectionModel::NoUpdate); // chosen lines alone would be copied
+    auto* label = new QLabel(tr("All &problems in this file:"));
+    label->setBuddy(list);
+    layout.addWidget(label);
+    layout.addWidget(list, 2);
 }
 
 void FailureDialog::Copy() const {
-    QStringList aTexts{m_oTexts.sHeadline, m_oTexts.sWhere, m_oTexts.sAdvice, m_oTexts.sDetails};
-    if (!m_aFindings.empty())
-        aTexts.append(QString::fromStdString(check::AsText(m_aFindings, false)));
-    aTexts.removeAll(QString());
-    QApplication::clipboard()->setText(aTexts.join("\n"));
+    QStringList texts{m_texts.headline, m_texts.where, m_texts.advice, m_texts.details};
+    if (!m_findings.empty())
+        texts.append(QString::fromStdString(check::AsText(m_findings, false)));
+    texts.removeAll(QString());
+    QApplication::clipboard()->setText(texts.join("\n"));
 }
 
 } // namespace corvane::desktop

@@ -13,17 +13,17 @@ namespace corvane::desktop {
 class FailureDialog final : public QDialog {
     Q_OBJECT
 public:
-    // The findings are listed, with places below sServicesFolder.
-    FailureDialog(const FailureTexts& oTexts, std::vector<check::Finding> aFindings, const QString& sServicesFolder,
-                  const QString& sLogFile, QWidget* pParent);
+    // The findings are listed, with places below servicesFolder.
+    FailureDialog(const FailureTexts& texts, std::vector<check::Finding> findings, const QString& servicesFolder,
+                  const QString& logFile, QWidget* parent);
 
 private:
-    void AddFindings(QVBoxLayout& oLayout, const QString& sServicesFolder);
+    void AddFindings(QVBoxLayout& layout, const QString& servicesFolder);
     void Copy() const;
 
-    FailureTexts m_oTexts;
-    std::vector<check::Finding> m_aFindings;
-    QPlainTextEdit* m_pDetails;
+    FailureTexts m_texts;
+    std::vector<check::Finding> m_findings;
+    QPlainTextEdit* m_details;
 };
 
 } // namespace corvane::desktop

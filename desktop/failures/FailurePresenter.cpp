@@ -16,127 +16,126 @@ namespace corvane::desktop {
 
 namespace {
 
-QString Text(const std::string& sText) {
-    return QString::fromStdString(sText);
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
 }
 
 // Why a file isn't well formed: the failure itself carries the parser's code alone.
-XmlError ParseErrorOf(const QString& sPath) {
+XmlError ParseErrorOf(const QString& path) {
     try {
-        const auto oDocument = XmlService().NewDocument();
-        if (!oDocument->LoadXml(FileSystem().ReadAll(sPath.toStdString())))
-            return oDocument->ParseError();
+        const auto document = XmlService().NewDocument();
+        if (!document->LoadXml(FileSystem().ReadAll(path.toStdString())))
+            return document->ParseError();
     } catch (...) {
         // The file may have gone meanwhile; the failure is shown without a reason then.
     }
     return {};
 }
 
-QString AdviceFor(const QString& sStage) {
-    if (sStage == "Loading XML")
+QString AdviceFor(const QString& stage) {
+    if (stage == "Loading XML")
         return FailurePresenter::tr(
             "Correct the file at that place and restart the application. Until then, this part of it is unavailable.");
-    if (sStage == "Validating XML")
+    if (stage == "Validating XML")
         return FailurePresenter::tr(
             "Correct the name at that place and restart the application. Until then, this part of it is unavailable.");
-    if (sStage == "Creating Service Instance")
+    if (stage == "Creating Service Instance")
         return FailurePresenter::tr("Check that the plug-in is in the folder “plugins” and that its file name matches "
                                     "the ProgID. Until then, this part of the application is unavailable.");
-    if (sStage == "Initializing Service Definition")
+    if (stage == "Initializing Service Definition")
         return FailurePresenter::tr(
             "Correct the definition and restart the application. Until then, this part of it is unavailable.");
     return {};
 }
 
 // Numbers behind ObjectErrorBase are an application's own; what it says with one needs no name of a procedure.
-bool IsForPerson(const ShownFailure& oShown) {
-    constexpr Long lMost = FailureNumber::ObjectErrorBase + 0xFFFF;
-    const Long lNumber = oShown.oFailure.Number;
-    return oShown.sContext.empty() && lNumber > FailureNumber::ObjectErrorBase && lNumber <= lMost;
+bool IsForPerson(const ShownFailure& shown) {
+    constexpr Long most = FailureNumber::ObjectErrorBase + 0xFFFF;
+    const Long number = shown.failure.Number;
+    return shown.context.empty() && number > FailureNumber::ObjectErrorBase && number <= most;
 }
 
 } // namespace
 
-FailureTexts TextsOf(const ShownFailure& oShown, const QString& sServicesFolder) {
-    FailureTexts oTexts;
-    oTexts.sHeadline = Text(oShown.oFailure.Description);
-    oTexts.bIsForPerson = IsForPerson(oShown);
-    const QString sPlace = Text(oShown.sModule.empty() ? oShown.sProcedure : oShown.sModule + "." + oShown.sProcedure);
-    oTexts.sWhere = sPlace;
-    Long lLine = oShown.oFailure.Line;
-    static const QRegularExpression oFileContext("^Context: (.*), File: (.*), Desc: ",
-                                                 QRegularExpression::DotMatchesEverythingOption |
-                                                     QRegularExpression::InvertedGreedinessOption);
-    const auto oMatch = oFileContext.match(Text(oShown.sContext));
-    if (oMatch.hasMatch()) {
-        const QString& sFile = oTexts.sFile = oMatch.captured(2);
-        if (oMatch.captured(1) == "Loading XML") {
-            const XmlError oError = ParseErrorOf(sServicesFolder + "/" + sFile);
-            if (!oError.sReason.empty())
-                oTexts.sHeadline = Text(oError.sReason);
-            lLine = oError.lLine;
+FailureTexts TextsOf(const ShownFailure& shown, const QString& servicesFolder) {
+    FailureTexts texts;
+    texts.headline = Text(shown.failure.Description);
+    texts.isForPerson = IsForPerson(shown);
+    const QString place = Text(shown.module.empty() ? shown.procedure : shown.module + "." + shown.procedure);
+    texts.where = place;
+    Long line = shown.failure.Line;
+    static const QRegularExpression fileContext("^Context: (.*), File: (.*), Desc: ",
+                                                QRegularExpression::DotMatchesEverythingOption |
+                                                    QRegularExpression::InvertedGreedinessOption);
+    const auto match = fileContext.match(Text(shown.context));
+    if (match.hasMatch()) {
+        const QString& file = texts.file = match.captured(2);
+        if (match.captured(1) == "Loading XML") {
+            const XmlError error = ParseErrorOf(servicesFolder + "/" + file);
+            if (!error.sReason.empty())
+                texts.headline = Text(error.sReason);
+            line = error.lLine;
         }
-        oTexts.sWhere = lLine > 0 ? FailurePresenter::tr("%1, line %2").arg(sFile).arg(lLine) : sFile;
-        oTexts.sAdvice = AdviceFor(oMatch.captured(1));
+        texts.where = line > 0 ? FailurePresenter::tr("%1, line %2").arg(file).arg(line) : file;
+        texts.advice = AdviceFor(match.captured(1));
     }
-    oTexts.sDetails = QString("%1\n%2 %3\n%4")
-                          .arg(sPlace, QString::number(oShown.oFailure.Number), Text(oShown.oFailure.Source),
-                               Text(oShown.oFailure.Description));
-    if (!oShown.sContext.empty())
-        oTexts.sDetails += "\n" + Text(oShown.sContext);
-    return oTexts;
+    texts.details = QString("%1\n%2 %3\n%4")
+                        .arg(place, QString::number(shown.failure.Number), Text(shown.failure.Source),
+                             Text(shown.failure.Description));
+    if (!shown.context.empty())
+        texts.details += "\n" + Text(shown.context);
+    return texts;
 }
 
-std::vector<check::Finding> FindingsIn(const QString& sFile, const QString& sServicesFolder) {
-    const QFileInfo oFile(sServicesFolder + "/" + sFile);
-    if (sFile.isEmpty() || !oFile.isFile())
+std::vector<check::Finding> FindingsIn(const QString& filePath, const QString& servicesFolder) {
+    const QFileInfo file(servicesFolder + "/" + filePath);
+    if (filePath.isEmpty() || !file.isFile())
         return {};
     try {
-        return check::CheckFile(QFileInfo(sServicesFolder).path().toStdString(), oFile.fileName().toStdString());
+        return check::CheckFile(QFileInfo(servicesFolder).path().toStdString(), file.fileName().toStdString());
     } catch (...) {
         return {}; // the failure itself is shown all the same
     }
 }
 
-FailurePresenter::FailurePresenter(bool bWithDialogs, QObject* pParent)
-    : QObject(pParent), m_bWithDialogs(bWithDialogs) {}
+FailurePresenter::FailurePresenter(bool withDialogs, QObject* parent) : QObject(parent), m_withDialogs(withDialogs) {}
 
-void FailurePresenter::Show(const ShownFailure& oShown) {
-    if (m_fnTake && m_fnTake(oShown))
+void FailurePresenter::Show(const ShownFailure& shown) {
+    if (m_take && m_take(shown))
         return;
-    m_aWaiting.push_back(oShown);
-    if (m_bShowing)
+    m_waiting.push_back(shown);
+    if (m_showing)
         return;
-    m_bShowing = true;
-    while (!m_aWaiting.empty()) {
-        const ShownFailure oNext = std::move(m_aWaiting.front());
-        m_aWaiting.pop_front();
-        ++m_nShown;
-        ShowNow(oNext);
+    m_showing = true;
+    while (!m_waiting.empty()) {
+        const ShownFailure next = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        ++m_shown;
+        ShowNow(next);
     }
-    m_bShowing = false;
+    m_showing = false;
 }
 
-void FailurePresenter::ShowNow(const ShownFailure& oShown) {
-    const FailureTexts oTexts = TextsOf(oShown, m_sServicesFolder);
-    if (m_bWithDialogs) {
-        FailureDialog oDialog(oTexts, FindingsIn(oTexts.sFile, m_sServicesFolder), m_sServicesFolder,
-                              QString::fromStdString(oShown.sLogFile), ActiveWindowOr(m_pWindow));
-        oDialog.exec();
+void FailurePresenter::ShowNow(const ShownFailure& shown) {
+    const FailureTexts texts = TextsOf(shown, m_servicesFolder);
+    if (m_withDialogs) {
+        FailureDialog dialog(texts, FindingsIn(texts.file, m_servicesFolder), m_servicesFolder,
+                             QString::fromStdString(shown.logFile), ActiveWindowOr(m_window));
+        dialog.exec();
         return;
     }
-    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(oTexts.sWhere), qUtf8Printable(oTexts.sHeadline));
+    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(texts.where), qUtf8Printable(texts.headline));
 }
 
-void FailurePresenter::Guard(const std::function<void()>& fnAct) {
-    const int nLoop = QThread::currentThread()->loopLevel();
-    const bool bIsInside = !m_aEntries.empty() && m_aEntries.back().nLoop == nLoop;
-    m_aEntries.push_back({nLoop, bIsInside ? m_aEntries.back().lNumber : ++m_lEntries});
-    const auto oLeave = qScopeGuard([this] { m_aEntries.pop_back(); });
+void FailurePresenter::Guard(const std::function<void()>& act) {
+    const int loop = QThread::currentThread()->loopLevel();
+    const bool isInside = !m_entries.empty() && m_entries.back().loop == loop;
+    m_entries.push_back({loop, isInside ? m_entries.back().number : ++m_entryCount});
+    const auto leave = qScopeGuard([this] { m_entries.pop_back(); });
     try {
-        fnAct();
+        act();
     } catch (...) {
-        Show({"", tr("The command couldn't be completed").toStdString(), CurrentFailure(), "", m_sLogFile});
+        Show({"", tr("The command couldn't be completed").toStdString(), CurrentFailure(), "", m_logFile});
     }
 }
 

@@ -13,62 +13,62 @@ namespace corvane::desktop {
 
 namespace {
 
-const QAction* ActionAt(QObject* pWatched, const QPoint& oPoint) {
-    if (const auto* pMenu = qobject_cast<QMenu*>(pWatched))
-        return pMenu->actionAt(oPoint);
-    if (const auto* pMenuBar = qobject_cast<QMenuBar*>(pWatched))
-        return pMenuBar->actionAt(oPoint);
-    if (const auto* pToolbar = qobject_cast<QToolBar*>(pWatched))
-        return pToolbar->actionAt(oPoint);
-    if (const auto* pButton = qobject_cast<QToolButton*>(pWatched))
-        return pButton->defaultAction();
+const QAction* ActionAt(QObject* watched, const QPoint& point) {
+    if (const auto* menu = qobject_cast<QMenu*>(watched))
+        return menu->actionAt(point);
+    if (const auto* menuBar = qobject_cast<QMenuBar*>(watched))
+        return menuBar->actionAt(point);
+    if (const auto* toolbar = qobject_cast<QToolBar*>(watched))
+        return toolbar->actionAt(point);
+    if (const auto* button = qobject_cast<QToolButton*>(watched))
+        return button->defaultAction();
     return nullptr;
 }
 
 } // namespace
 
-EntryPicker::EntryPicker(const BarActions& oActions, ToolFunction fnTool, NodeFunction fnNode, QObject* pParent)
-    : QObject(pParent), m_oActions(oActions), m_fnTool(std::move(fnTool)), m_fnNode(std::move(fnNode)) {
+EntryPicker::EntryPicker(const BarActions& actions, ToolFunction tool, NodeFunction node, QObject* parent)
+    : QObject(parent), m_actions(actions), m_tool(std::move(tool)), m_node(std::move(node)) {
     qApp->installEventFilter(this);
 }
 
 void EntryPicker::CloseMenus() {
-    while (QWidget* pPopup = QApplication::activePopupWidget()) {
-        pPopup->close();
-        if (QApplication::activePopupWidget() == pPopup)
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        popup->close();
+        if (QApplication::activePopupWidget() == popup)
             break;
     }
 }
 
-bool EntryPicker::Pick(QObject* pWatched, const QPoint& oPoint) {
-    if (const QAction* pAction = ActionAt(pWatched, oPoint)) {
-        const Ref<Tool> oTool = m_oActions.InstanceOf(pAction);
-        if (!oTool)
+bool EntryPicker::Pick(QObject* watched, const QPoint& point) {
+    if (const QAction* action = ActionAt(watched, point)) {
+        const Ref<Tool> tool = m_actions.InstanceOf(action);
+        if (!tool)
             return false;
         CloseMenus();
         QMetaObject::invokeMethod(
-            this, [this, oTool] { m_fnTool(oTool); }, Qt::QueuedConnection);
+            this, [this, tool] { m_tool(tool); }, Qt::QueuedConnection);
         return true;
     }
-    const auto* pTree = pWatched->parent() ? qobject_cast<ExplorerTree*>(pWatched->parent()) : nullptr;
-    Node* pNode = pTree && pTree->viewport() == pWatched ? pTree->NodeAtPoint(oPoint) : nullptr;
-    if (pNode)
+    const auto* tree = watched->parent() ? qobject_cast<ExplorerTree*>(watched->parent()) : nullptr;
+    Node* nodePointer = tree && tree->viewport() == watched ? tree->NodeAtPoint(point) : nullptr;
+    if (nodePointer)
         QMetaObject::invokeMethod(
-            this, [this, oNode = Ref<Node>(pNode)] { m_fnNode(oNode); }, Qt::QueuedConnection);
-    return pNode;
+            this, [this, node = Ref<Node>(nodePointer)] { m_node(node); }, Qt::QueuedConnection);
+    return nodePointer;
 }
 
-bool EntryPicker::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    if (pEvent->type() == QEvent::MouseButtonPress && pWatched->isWidgetType()) {
-        const auto* pMouse = static_cast<QMouseEvent*>(pEvent);
-        m_bPicked = pMouse->button() == Qt::LeftButton &&
-                    pMouse->modifiers().testFlags(Qt::ControlModifier | Qt::AltModifier) &&
-                    Pick(pWatched, pMouse->position().toPoint());
-        return m_bPicked;
+bool EntryPicker::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        m_picked = mouse->button() == Qt::LeftButton &&
+                   mouse->modifiers().testFlags(Qt::ControlModifier | Qt::AltModifier) &&
+                   Pick(watched, mouse->position().toPoint());
+        return m_picked;
     }
-    if (pEvent->type() == QEvent::MouseButtonRelease && pWatched->isWidgetType())
-        return std::exchange(m_bPicked, false);
-    return QObject::eventFilter(pWatched, pEvent);
+    if (event->type() == QEvent::MouseButtonRelease && watched->isWidgetType())
+        return std::exchange(m_picked, false);
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace corvane::desktop

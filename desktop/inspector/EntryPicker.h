@@ -18,19 +18,19 @@ public:
     using NodeFunction = std::function<void(const Ref<Node>&)>;
 
     // Both are called in a turn of their own, once open menus have closed.
-    EntryPicker(const BarActions& oActions, ToolFunction fnTool, NodeFunction fnNode, QObject* pParent);
+    EntryPicker(const BarActions& actions, ToolFunction tool, NodeFunction node, QObject* parent);
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool Pick(QObject* pWatched, const QPoint& oPoint);
+    bool Pick(QObject* watched, const QPoint& point);
     static void CloseMenus();
 
-    const BarActions& m_oActions;
-    ToolFunction m_fnTool;
-    NodeFunction m_fnNode;
-    bool m_bPicked = false; // the release belongs to it as well
+    const BarActions& m_actions;
+    ToolFunction m_tool;
+    NodeFunction m_node;
+    bool m_picked = false; // the release belongs to it as well
 };
 
 } // namespace corvane::desktop

@@ -17,55 +17,55 @@ namespace corvane::desktop {
 
 using Facts = std::vector<std::pair<QString, QString>>;
 // A line a fact.
-[[nodiscard]] QString TextOf(const Facts& aFacts);
+[[nodiscard]] QString TextOf(const Facts& facts);
 
 // What the explorer's nodes stand for, noted while they are made.
 class ExplorerItemNotes {
 public:
     struct Note {
-        std::string sItem; // of the definition
-        std::string sClass;
+        std::string item; // of the definition
+        std::string className;
     };
 
     // After the library is initialised, before it starts.
     void Follow();
     // A null pointer for a node whose making wasn't seen.
-    [[nodiscard]] const Note* Find(const Node& oNode) const;
+    [[nodiscard]] const Note* Find(const Node& node) const;
 
 private:
-    std::map<std::string, Note> m_mapNotes; // by the node's tag
-    Subscription m_oAdd;
+    std::map<std::string, Note> m_notes; // by the node's tag
+    Subscription m_add;
 };
 
 class Explainer {
 public:
     // As things stand now.
-    Explainer(Ref<ActiveBar> oActiveBar, const DefinitionPlaces& oPlaces, const PersonalBars& oBars,
-              const ExplorerItemNotes& oNotes);
+    Explainer(Ref<ActiveBar> activeBar, const DefinitionPlaces& places, const PersonalBars& bars,
+              const ExplorerItemNotes& notes);
     // Of the running application.
     [[nodiscard]] static DefinitionPlaces ReadPlaces();
 
-    [[nodiscard]] Facts OfTool(const Tool& oInstance) const; // a master too
-    [[nodiscard]] Facts OfBand(const Band& oBand) const;
-    [[nodiscard]] Facts OfNode(const Node& oNode) const;
-    [[nodiscard]] Facts OfService(const std::string& sName) const;
-    [[nodiscard]] Facts OfWindow(const Window& oWindow) const;
+    [[nodiscard]] Facts OfTool(const Tool& instance) const; // a master too
+    [[nodiscard]] Facts OfBand(const Band& band) const;
+    [[nodiscard]] Facts OfNode(const Node& node) const;
+    [[nodiscard]] Facts OfService(const std::string& name) const;
+    [[nodiscard]] Facts OfWindow(const Window& window) const;
     // The file and the line that put the instance where it is; empty for what no file names.
-    [[nodiscard]] QString PlaceOf(const Tool& oInstance) const;
-    [[nodiscard]] const CommandList& Commands() const { return m_oCommands; }
+    [[nodiscard]] QString PlaceOf(const Tool& instance) const;
+    [[nodiscard]] const CommandList& Commands() const { return m_commands; }
 
 private:
-    void AddPlaces(Facts& aFacts, const Tool& oInstance) const;
-    void AddState(Facts& aFacts, const Tool& oInstance) const;
-    [[nodiscard]] const Placement* PlacementIn(const Tool& oInstance) const;
+    void AddPlaces(Facts& facts, const Tool& instance) const;
+    void AddState(Facts& facts, const Tool& instance) const;
+    [[nodiscard]] const Placement* PlacementIn(const Tool& instance) const;
     // Of the title that opens the band, of the explorer item whose menu it is, or of the entry for which it was made.
-    [[nodiscard]] QString PlaceOf(const Band& oBand) const;
+    [[nodiscard]] QString PlaceOf(const Band& band) const;
 
-    Ref<ActiveBar> m_oActiveBar;
-    const DefinitionPlaces& m_oPlaces;
-    const PersonalBars& m_oBars;
-    const ExplorerItemNotes& m_oNotes;
-    CommandList m_oCommands;
+    Ref<ActiveBar> m_activeBar;
+    const DefinitionPlaces& m_places;
+    const PersonalBars& m_bars;
+    const ExplorerItemNotes& m_notes;
+    CommandList m_commands;
 };
 
 } // namespace corvane::desktop

@@ -19,83 +19,83 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nRefreshMilliseconds = 300;
-constexpr int nKeyRole = Qt::UserRole;
+constexpr int refreshMilliseconds = 300;
+constexpr int keyRole = Qt::UserRole;
 
-QString Text(const std::string& sText) {
-    return QString::fromStdString(sText);
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
 }
 
-QString StateOf(const Tool& oTool) {
-    QStringList aStates;
-    if (!oTool.Visible())
-        aStates.append(InspectorDialog::tr("hidden"));
-    if (!oTool.Enabled())
-        aStates.append(InspectorDialog::tr("disabled"));
-    if (oTool.Checked())
-        aStates.append(InspectorDialog::tr("checked"));
-    return aStates.join(", ");
+QString StateOf(const Tool& tool) {
+    QStringList states;
+    if (!tool.Visible())
+        states.append(InspectorDialog::tr("hidden"));
+    if (!tool.Enabled())
+        states.append(InspectorDialog::tr("disabled"));
+    if (tool.Checked())
+        states.append(InspectorDialog::tr("checked"));
+    return states.join(", ");
 }
 
-QString KeyOf(const Tool& oInstance) {
-    const Band* pBand = oInstance.OwningBand();
-    return QString("tool %1 in %2").arg(Text(oInstance.Name()).toLower(), pBand ? Text(pBand->Name()).toLower() : "");
+QString KeyOf(const Tool& instance) {
+    const Band* band = instance.OwningBand();
+    return QString("tool %1 in %2").arg(Text(instance.Name()).toLower(), band ? Text(band->Name()).toLower() : "");
 }
 
-QString KeyOfFirst(const Tool& oMaster) {
-    for (const Tool* pInstance : oMaster.Instances())
-        if (pInstance->OwningBand())
-            return KeyOf(*pInstance);
+QString KeyOfFirst(const Tool& master) {
+    for (const Tool* instance : master.Instances())
+        if (instance->OwningBand())
+            return KeyOf(*instance);
     return {};
 }
 
-QString KeyOf(const Node& oNode) {
-    const Node* pRoot = &oNode;
-    while (pRoot->Parent())
-        pRoot = pRoot->Parent();
-    return QString("node %1 in %2").arg(Text(oNode.Key()).toLower(), Text(pRoot->Key()).toLower());
+QString KeyOf(const Node& node) {
+    const Node* root = &node;
+    while (root->Parent())
+        root = root->Parent();
+    return QString("node %1 in %2").arg(Text(node.Key()).toLower(), Text(root->Key()).toLower());
 }
 
 } // namespace
 
-InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPanel, const PersonalBars& oBars,
-                                 const ExplorerItemNotes& oNotes, const QString& sLogFile, QWidget* pParent)
-    : QDialog(pParent), m_oActiveBar(std::move(oActiveBar)), m_frmPanel(std::move(frmPanel)), m_oBars(oBars),
-      m_oNotes(oNotes), m_pThings(new QTreeWidget), m_pFacts(new QPlainTextEdit) {
+InspectorDialog::InspectorDialog(Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm, const PersonalBars& bars,
+                                 const ExplorerItemNotes& notes, const QString& logFile, QWidget* parent)
+    : QDialog(parent), m_activeBar(std::move(activeBar)), m_panelForm(std::move(panelForm)), m_bars(bars),
+      m_notes(notes), m_things(new QTreeWidget), m_facts(new QPlainTextEdit) {
     setWindowTitle(tr("Inspector"));
     ResizeWithin(*this, {900, 600});
-    m_pThings->setHeaderLabels({tr("Object"), tr("State")});
-    m_pThings->setUniformRowHeights(true);
-    m_pThings->setAccessibleName(tr("Objects of the application"));
-    m_pThings->setColumnWidth(0, 280);
-    m_pFacts->setReadOnly(true);
-    m_pFacts->setAccessibleName(tr("Details"));
-    m_pFacts->setTabChangesFocus(true);
-    auto* pSplitter = new QSplitter;
-    pSplitter->addWidget(m_pThings);
-    pSplitter->addWidget(m_pFacts);
-    pSplitter->setSizes({400, 480});
-    auto* pTabs = new QTabWidget;
-    pTabs->setAccessibleName(windowTitle());
-    pTabs->addTab(pSplitter, tr("&Objects"));
-    pTabs->addTab(new LogView(sLogFile), tr("&Log"));
-    auto* pHint = new QLabel(tr("Ctrl+Alt+click an entry of a menu, a toolbar or the explorer to show it here."));
-    pHint->setWordWrap(true);
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(pTabs, 1);
-    pLayout->addWidget(pHint);
-    connect(m_pThings, &QTreeWidget::currentItemChanged, this, &InspectorDialog::ShowFacts);
-    m_pThings->installEventFilter(this);
-    m_oRefresh.setSingleShot(true);
-    m_oRefresh.setInterval(nRefreshMilliseconds);
-    connect(&m_oRefresh, &QTimer::timeout, this, &InspectorDialog::Fill);
-    m_aSubscriptions.push_back(m_oActiveBar->Changed.Subscribe([this](const BarChange&) { Schedule(); }));
-    for (const auto& oControl : m_frmPanel->Controls())
-        if (const auto oTree = oControl.TryAs<TreeView>())
-            m_aSubscriptions.push_back(oTree->Changed.Subscribe([this](const TreeChange& oChange) {
+    m_things->setHeaderLabels({tr("Object"), tr("State")});
+    m_things->setUniformRowHeights(true);
+    m_things->setAccessibleName(tr("Objects of the application"));
+    m_things->setColumnWidth(0, 280);
+    m_facts->setReadOnly(true);
+    m_facts->setAccessibleName(tr("Details"));
+    m_facts->setTabChangesFocus(true);
+    auto* splitter = new QSplitter;
+    splitter->addWidget(m_things);
+    splitter->addWidget(m_facts);
+    splitter->setSizes({400, 480});
+    auto* tabs = new QTabWidget;
+    tabs->setAccessibleName(windowTitle());
+    tabs->addTab(splitter, tr("&Objects"));
+    tabs->addTab(new LogView(logFile), tr("&Log"));
+    auto* hint = new QLabel(tr("Ctrl+Alt+click an entry of a menu, a toolbar or the explorer to show it here."));
+    hint->setWordWrap(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tabs, 1);
+    layout->addWidget(hint);
+    connect(m_things, &QTreeWidget::currentItemChanged, this, &InspectorDialog::ShowFacts);
+    m_things->installEventFilter(this);
+    m_refresh.setSingleShot(true);
+    m_refresh.setInterval(refreshMilliseconds);
+    connect(&m_refresh, &QTimer::timeout, this, &InspectorDialog::Fill);
+    m_subscriptions.push_back(m_activeBar->Changed.Subscribe([this](const BarChange&) { Schedule(); }));
+    for (const auto& control : m_panelForm->Controls())
+        if (const auto tree = control.TryAs<TreeView>())
+            m_subscriptions.push_back(tree->Changed.Subscribe([this](const TreeChange& change) {
                 // What goes is let go of at once.
-                if (oChange.eWhat == TreeChange::What::BeforeRemove || oChange.eWhat == TreeChange::What::BeforeClear)
-                    m_mapFacts.clear();
+                if (change.eWhat == TreeChange::What::BeforeRemove || change.eWhat == TreeChange::What::BeforeClear)
+                    m_factsMap.clear();
                 Schedule();
             }));
     Fill();
@@ -103,220 +103,221 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPa
 
 InspectorDialog::~InspectorDialog() = default;
 
-void InspectorDialog::showEvent(QShowEvent* pEvent) {
-    QDialog::showEvent(pEvent);
-    m_pThings->setFocus();
+void InspectorDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    m_things->setFocus();
 }
 
-bool InspectorDialog::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    if (pWatched == m_pThings && pEvent->type() == QEvent::Show && m_bStale)
+bool InspectorDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_things && event->type() == QEvent::Show && m_stale)
         Fill();
-    return QDialog::eventFilter(pWatched, pEvent);
+    return QDialog::eventFilter(watched, event);
 }
 
 void InspectorDialog::Schedule() {
-    m_bStale = true;
-    m_pExplainer.reset();
-    if (m_pThings->isVisible() && !m_oRefresh.isActive())
-        m_oRefresh.start();
+    m_stale = true;
+    m_explainer.reset();
+    if (m_things->isVisible() && !m_refresh.isActive())
+        m_refresh.start();
 }
 
 const Explainer& InspectorDialog::Explained() const {
-    if (!m_pExplainer)
-        m_pExplainer = std::make_unique<Explainer>(m_oActiveBar, m_oPlaces, m_oBars, m_oNotes);
-    return *m_pExplainer;
+    if (!m_explainer)
+        m_explainer = std::make_unique<Explainer>(m_activeBar, m_places, m_bars, m_notes);
+    return *m_explainer;
 }
 
 void InspectorDialog::Fill() {
-    m_oRefresh.stop();
-    m_bStale = false;
-    m_pExplainer.reset();
-    const bool bFirst = m_mapItems.isEmpty();
-    std::vector<Thing> aGroups{Services()};
-    AddBands(aGroups);
-    Thing oExplorer{tr("Explorer"), {}, "group explorer", {}, {}};
-    for (const auto& oControl : m_frmPanel->Controls())
-        if (const auto oTree = oControl.TryAs<TreeView>())
-            for (Thing& oThing : ThingsOf(*oTree, oTree->GetNodes()->Roots()))
-                oExplorer.aBelow.push_back(std::move(oThing));
-    aGroups.push_back(std::move(oExplorer));
-    aGroups.push_back(Windows());
-    const QTreeWidgetItem* pBefore = m_pThings->currentItem();
-    const QString sCurrent = pBefore ? pBefore->data(0, nKeyRole).toString() : QString();
-    m_bFills = true;
-    Sync(*m_pThings->invisibleRootItem(), aGroups);
-    for (int i = 0; bFirst && i < m_pThings->topLevelItemCount(); ++i)
-        m_pThings->topLevelItem(i)->setExpanded(true);
-    if (QTreeWidgetItem* pStill = m_mapItems.value(sCurrent); pStill && pStill != m_pThings->currentItem())
-        m_pThings->setCurrentItem(pStill);
-    if (!m_pThings->currentItem())
-        m_pThings->setCurrentItem(m_pThings->topLevelItem(0));
-    m_bFills = false;
+    m_refresh.stop();
+    m_stale = false;
+    m_explainer.reset();
+    const bool first = m_items.isEmpty();
+    std::vector<Thing> groups{Services()};
+    AddBands(groups);
+    Thing explorer{tr("Explorer"), {}, "group explorer", {}, {}};
+    for (const auto& control : m_panelForm->Controls())
+        if (const auto tree = control.TryAs<TreeView>())
+            for (Thing& thing : ThingsOf(*tree, tree->GetNodes()->Roots()))
+                explorer.below.push_back(std::move(thing));
+    groups.push_back(std::move(explorer));
+    groups.push_back(Windows());
+    const QTreeWidgetItem* before = m_things->currentItem();
+    const QString current = before ? before->data(0, keyRole).toString() : QString();
+    m_fills = true;
+    Sync(*m_things->invisibleRootItem(), groups);
+    for (int i = 0; first && i < m_things->topLevelItemCount(); ++i)
+        m_things->topLevelItem(i)->setExpanded(true);
+    if (QTreeWidgetItem* still = m_items.value(current); still && still != m_things->currentItem())
+        m_things->setCurrentItem(still);
+    if (!m_things->currentItem())
+        m_things->setCurrentItem(m_things->topLevelItem(0));
+    m_fills = false;
     ShowFacts();
 }
 
-void InspectorDialog::Forget(QTreeWidgetItem& oItem) {
-    for (int i = 0; i < oItem.childCount(); ++i)
-        Forget(*oItem.child(i));
-    m_mapFacts.remove(&oItem);
-    const auto it = m_mapItems.constFind(oItem.data(0, nKeyRole).toString());
-    if (it != m_mapItems.constEnd() && *it == &oItem)
-        m_mapItems.erase(it);
+void InspectorDialog::Forget(QTreeWidgetItem& item) {
+    for (int i = 0; i < item.childCount(); ++i)
+        Forget(*item.child(i));
+    m_factsMap.remove(&item);
+    const auto it = m_items.constFind(item.data(0, keyRole).toString());
+    if (it != m_items.constEnd() && *it == &item)
+        m_items.erase(it);
 }
 
 // An item that stands further below comes with all below it.
-QTreeWidgetItem* InspectorDialog::MoveOrMake(QTreeWidgetItem& oAbove, int iRow, const QString& sKey) {
-    for (int i = iRow + 1; i < oAbove.childCount(); ++i)
-        if (oAbove.child(i)->data(0, nKeyRole).toString() == sKey) {
-            const bool bExpanded = oAbove.child(i)->isExpanded();
-            QTreeWidgetItem* pMoved = oAbove.takeChild(i);
-            oAbove.insertChild(iRow, pMoved);
-            pMoved->setExpanded(bExpanded);
-            return pMoved;
+QTreeWidgetItem* InspectorDialog::MoveOrMake(QTreeWidgetItem& above, int row, const QString& key) {
+    for (int i = row + 1; i < above.childCount(); ++i)
+        if (above.child(i)->data(0, keyRole).toString() == key) {
+            const bool expanded = above.child(i)->isExpanded();
+            QTreeWidgetItem* moved = above.takeChild(i);
+            above.insertChild(row, moved);
+            moved->setExpanded(expanded);
+            return moved;
         }
-    auto* pMade = new QTreeWidgetItem;
-    pMade->setData(0, nKeyRole, sKey);
-    oAbove.insertChild(iRow, pMade);
-    return pMade;
+    auto* made = new QTreeWidgetItem;
+    made->setData(0, keyRole, key);
+    above.insertChild(row, made);
+    return made;
 }
 
-void InspectorDialog::Sync(QTreeWidgetItem& oAbove, std::vector<Thing>& aThings) {
-    QSet<QString> setKeys;
-    for (const Thing& oThing : aThings)
-        setKeys.insert(oThing.sKey);
-    for (int i = oAbove.childCount(); i-- > 0;)
-        if (!setKeys.contains(oAbove.child(i)->data(0, nKeyRole).toString())) {
-            Forget(*oAbove.child(i));
-            delete oAbove.takeChild(i);
+void InspectorDialog::Sync(QTreeWidgetItem& above, std::vector<Thing>& things) {
+    QSet<QString> keys;
+    for (const Thing& thing : things)
+        keys.insert(thing.key);
+    for (int i = above.childCount(); i-- > 0;)
+        if (!keys.contains(above.child(i)->data(0, keyRole).toString())) {
+            Forget(*above.child(i));
+            delete above.takeChild(i);
         }
-    int iRow = 0;
-    for (Thing& oThing : aThings) {
-        QTreeWidgetItem* pItem = oAbove.child(iRow);
-        if (!pItem || pItem->data(0, nKeyRole).toString() != oThing.sKey)
-            pItem = MoveOrMake(oAbove, iRow, oThing.sKey);
-        pItem->setText(0, oThing.sText);
-        pItem->setText(1, oThing.sState);
-        m_mapItems.insert(oThing.sKey, pItem);
-        if (oThing.fnFacts)
-            m_mapFacts.insert(pItem, std::move(oThing.fnFacts));
-        Sync(*pItem, oThing.aBelow);
-        ++iRow;
+    int row = 0;
+    for (Thing& thing : things) {
+        QTreeWidgetItem* item = above.child(row);
+        if (!item || item->data(0, keyRole).toString() != thing.key)
+            item = MoveOrMake(above, row, thing.key);
+        item->setText(0, thing.text);
+        item->setText(1, thing.state);
+        m_items.insert(thing.key, item);
+        if (thing.facts)
+            m_factsMap.insert(item, std::move(thing.facts));
+        Sync(*item, thing.below);
+        ++row;
     }
-    while (oAbove.childCount() > iRow) { // those that stood elsewhere before
-        Forget(*oAbove.child(iRow));
-        delete oAbove.takeChild(iRow);
+    while (above.childCount() > row) { // those that stood elsewhere before
+        Forget(*above.child(row));
+        delete above.takeChild(row);
     }
 }
 
 InspectorDialog::Thing InspectorDialog::Services() const {
-    Thing oGroup{tr("Services"), {}, "group services", {}, {}};
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!oManager)
-        return oGroup;
-    for (const auto& oDef : oManager->ServiceDefs()) {
-        const std::string sName = oDef->Name();
-        Thing oService{
-            Text(sName), {}, "service " + Text(sName), [this, sName] { return Explained().OfService(sName); }, {}};
-        for (const auto& oActionItemDef : oDef->ActionItemDefs())
-            if (const Ref<Tool> oTool = oActionItemDef->Tool())
-                oService.aBelow.push_back({Text(oActionItemDef->Name()),
-                                           StateOf(*oTool),
-                                           "action " + Text(sName) + " " + Text(oActionItemDef->Name()),
-                                           [this, oTool] { return Explained().OfTool(*oTool); },
-                                           {}});
-        oGroup.aBelow.push_back(std::move(oService));
+    Thing group{tr("Services"), {}, "group services", {}, {}};
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    if (!manager)
+        return group;
+    for (const auto& def : manager->ServiceDefs()) {
+        const std::string name = def->Name();
+        Thing service{
+            Text(name), {}, "service " + Text(name), [this, name] { return Explained().OfService(name); }, {}};
+        for (const auto& actionItemDef : def->ActionItemDefs())
+            if (const Ref<Tool> tool = actionItemDef->Tool())
+                service.below.push_back({Text(actionItemDef->Name()),
+                                         StateOf(*tool),
+                                         "action " + Text(name) + " " + Text(actionItemDef->Name()),
+                                         [this, tool] { return Explained().OfTool(*tool); },
+                                         {}});
+        group.below.push_back(std::move(service));
     }
-    return oGroup;
+    return group;
 }
 
-InspectorDialog::Thing InspectorDialog::ThingOf(const Ref<Band>& oBand) const {
-    const QString sName = Text(oBand->Name());
-    Thing oThing{sName,
-                 oBand->Visible() ? QString() : tr("hidden"),
-                 "band " + sName.toLower(),
-                 [this, oBand] { return Explained().OfBand(*oBand); },
-                 {}};
-    for (const auto& oInstance : m_oBars.AllOf(*oBand))
-        if (!EqualText(oInstance->Name(), "Separator"))
-            oThing.aBelow.push_back({PlainCaption(*oInstance),
-                                     StateOf(*oInstance),
-                                     KeyOf(*oInstance),
-                                     [this, oInstance] { return Explained().OfTool(*oInstance); },
-                                     {}});
-    return oThing;
+InspectorDialog::Thing InspectorDialog::ThingOf(const Ref<Band>& band) const {
+    const QString name = Text(band->Name());
+    Thing thing{name,
+                band->Visible() ? QString() : tr("hidden"),
+                "band " + name.toLower(),
+                [this, band] { return Explained().OfBand(*band); },
+                {}};
+    for (const auto& instance : m_bars.AllOf(*band))
+        if (!EqualText(instance->Name(), "Separator"))
+            thing.below.push_back({PlainCaption(*instance),
+                                   StateOf(*instance),
+                                   KeyOf(*instance),
+                                   [this, instance] { return Explained().OfTool(*instance); },
+                                   {}});
+    return thing;
 }
 
-void InspectorDialog::AddBands(std::vector<Thing>& aGroups) const {
-    Thing oMenus{tr("Menus"), {}, "group menus", {}, {}};
-    Thing oToolbars{tr("Toolbars"), {}, "group toolbars", {}, {}};
-    Thing oContexts{tr("Context menus"), {}, "group contexts", {}, {}};
-    for (const auto& oBand : m_oActiveBar->Bands()->All())
-        if (oBand->Kind() == BandKind::Toolbar)
-            oToolbars.aBelow.push_back(ThingOf(oBand));
-        else if (oBand->Name().starts_with("Context."))
-            oContexts.aBelow.push_back(ThingOf(oBand));
-        else if (oBand->Kind())
-            oMenus.aBelow.push_back(ThingOf(oBand));
-    for (Thing* pGroup : {&oMenus, &oToolbars, &oContexts})
-        aGroups.push_back(std::move(*pGroup));
+void InspectorDialog::AddBands(std::vector<Thing>& groups) const {
+    Thing menus{tr("Menus"), {}, "group menus", {}, {}};
+    Thing toolbars{tr("Toolbars"), {}, "group toolbars", {}, {}};
+    Thing contexts{tr("Context menus"), {}, "group contexts", {}, {}};
+    for (const auto& band : m_activeBar->Bands()->All())
+        if (band->Kind() == BandKind::Toolbar)
+            toolbars.below.push_back(ThingOf(band));
+        else if (band->Name().starts_with("Context."))
+            contexts.below.push_back(ThingOf(band));
+        else if (band->Kind())
+            menus.below.push_back(ThingOf(band));
+    for (Thing* group : {&menus, &toolbars, &contexts})
+        groups.push_back(std::move(*group));
 }
 
-std::vector<InspectorDialog::Thing> InspectorDialog::ThingsOf(const TreeView& oTree,
-                                                              const std::vector<Node*>& aNodes) const {
-    std::vector<Thing> aThings;
-    for (Node* pNode : aNodes)
-        aThings.push_back({ShownNode(oTree, *pNode), pNode->Selected() ? tr("selected") : QString(), KeyOf(*pNode),
-                           [this, oNode = Ref<Node>(pNode)] { return Explained().OfNode(*oNode); },
-                           ThingsOf(oTree, pNode->Children())});
-    return aThings;
+std::vector<InspectorDialog::Thing> InspectorDialog::ThingsOf(const TreeView& tree,
+                                                              const std::vector<Node*>& nodes) const {
+    std::vector<Thing> things;
+    for (Node* nodePointer : nodes)
+        things.push_back({ShownNode(tree, *nodePointer), nodePointer->Selected() ? tr("selected") : QString(),
+                          KeyOf(*nodePointer),
+                          [this, node = Ref<Node>(nodePointer)] { return Explained().OfNode(*node); },
+                          ThingsOf(tree, nodePointer->Children())});
+    return things;
 }
 
 InspectorDialog::Thing InspectorDialog::Windows() const {
-    Thing oGroup{tr("Windows"), {}, "group windows", {}, {}};
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->WindowManager() : nullptr;
-    if (!oManager || !oManager->Windows())
-        return oGroup;
-    for (const auto& oWindow : oManager->Windows())
-        oGroup.aBelow.push_back({ShownWindow(oWindow->WindowDef()->Name(), oWindow->Caption()),
-                                 oWindow == oManager->ActiveWindow() ? tr("active") : QString(),
-                                 "window " + Text(oWindow->Key()),
-                                 [this, oWindow] { return Explained().OfWindow(*oWindow); },
-                                 {}});
-    return oGroup;
+    Thing group{tr("Windows"), {}, "group windows", {}, {}};
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->WindowManager() : nullptr;
+    if (!manager || !manager->Windows())
+        return group;
+    for (const auto& window : manager->Windows())
+        group.below.push_back({ShownWindow(window->WindowDef()->Name(), window->Caption()),
+                               window == manager->ActiveWindow() ? tr("active") : QString(),
+                               "window " + Text(window->Key()),
+                               [this, window] { return Explained().OfWindow(*window); },
+                               {}});
+    return group;
 }
 
-bool InspectorDialog::SelectKey(const QString& sKey) {
-    QTreeWidgetItem* pItem = m_mapItems.value(sKey);
-    if (!pItem)
+bool InspectorDialog::SelectKey(const QString& key) {
+    QTreeWidgetItem* item = m_items.value(key);
+    if (!item)
         return false;
-    m_pThings->setCurrentItem(pItem);
-    m_pThings->scrollToItem(pItem);
+    m_things->setCurrentItem(item);
+    m_things->scrollToItem(item);
     return true;
 }
 
-bool InspectorDialog::Select(const Tool& oInstance) {
+bool InspectorDialog::Select(const Tool& instance) {
     Fill();
-    return SelectKey(KeyOf(oInstance)) || SelectKey(KeyOfFirst(oInstance));
+    return SelectKey(KeyOf(instance)) || SelectKey(KeyOfFirst(instance));
 }
 
-bool InspectorDialog::Select(const Node& oNode) {
+bool InspectorDialog::Select(const Node& node) {
     Fill();
-    return SelectKey(KeyOf(oNode));
+    return SelectKey(KeyOf(node));
 }
 
 void InspectorDialog::ShowFacts() {
-    if (m_bFills)
+    if (m_fills)
         return;
-    const auto fnFacts = m_mapFacts.value(m_pThings->currentItem());
-    const QString sFacts = fnFacts ? TextOf(fnFacts()) : QString();
-    if (sFacts != m_pFacts->toPlainText()) // else what is read or marked there would jump
-        m_pFacts->setPlainText(sFacts);
+    const auto factsFunction = m_factsMap.value(m_things->currentItem());
+    const QString facts = factsFunction ? TextOf(factsFunction()) : QString();
+    if (facts != m_facts->toPlainText()) // else what is read or marked there would jump
+        m_facts->setPlainText(facts);
 }
 
 QString InspectorDialog::FactsText() const {
-    return m_pFacts->toPlainText();
+    return m_facts->toPlainText();
 }
 
 } // namespace corvane::desktop

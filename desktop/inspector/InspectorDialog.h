@@ -17,62 +17,62 @@ namespace corvane::desktop {
 class InspectorDialog final : public QDialog {
     Q_OBJECT
 public:
-    InspectorDialog(Ref<ActiveBar> oActiveBar, Ref<PanelForm> frmPanel, const PersonalBars& oBars,
-                    const ExplorerItemNotes& oNotes, const QString& sLogFile, QWidget* pParent);
+    InspectorDialog(Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm, const PersonalBars& bars,
+                    const ExplorerItemNotes& notes, const QString& logFile, QWidget* parent);
     ~InspectorDialog() override;
 
     // Brings it under the cursor. False when it isn't there any more.
-    bool Select(const Tool& oInstance);
-    bool Select(const Node& oNode);
+    bool Select(const Tool& instance);
+    bool Select(const Node& node);
     // What is said of the thing under the cursor.
     [[nodiscard]] QString FactsText() const;
-    [[nodiscard]] QTreeWidget& Things() { return *m_pThings; }
+    [[nodiscard]] QTreeWidget& Things() { return *m_things; }
 
 protected:
-    void showEvent(QShowEvent* pEvent) override;
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     using FactsFunction = std::function<Facts()>;
 
     // A line of the list as it is to be.
     struct Thing {
-        QString sText;
-        QString sState;
-        QString sKey;
-        FactsFunction fnFacts;
-        std::vector<Thing> aBelow;
+        QString text;
+        QString state;
+        QString key;
+        FactsFunction facts;
+        std::vector<Thing> below;
     };
 
     void Schedule();
     void Fill();
     [[nodiscard]] Thing Services() const;
-    void AddBands(std::vector<Thing>& aGroups) const;
-    [[nodiscard]] Thing ThingOf(const Ref<Band>& oBand) const;
-    [[nodiscard]] std::vector<Thing> ThingsOf(const TreeView& oTree, const std::vector<Node*>& aNodes) const;
+    void AddBands(std::vector<Thing>& groups) const;
+    [[nodiscard]] Thing ThingOf(const Ref<Band>& band) const;
+    [[nodiscard]] std::vector<Thing> ThingsOf(const TreeView& tree, const std::vector<Node*>& nodes) const;
     [[nodiscard]] Thing Windows() const;
     // Brings the items below into line, and touches no more than differs.
-    void Sync(QTreeWidgetItem& oAbove, std::vector<Thing>& aThings);
-    QTreeWidgetItem* MoveOrMake(QTreeWidgetItem& oAbove, int iRow, const QString& sKey);
-    void Forget(QTreeWidgetItem& oItem);
-    bool SelectKey(const QString& sKey);
+    void Sync(QTreeWidgetItem& above, std::vector<Thing>& things);
+    QTreeWidgetItem* MoveOrMake(QTreeWidgetItem& above, int row, const QString& key);
+    void Forget(QTreeWidgetItem& item);
+    bool SelectKey(const QString& key);
     void ShowFacts();
     [[nodiscard]] const Explainer& Explained() const;
 
-    Ref<ActiveBar> m_oActiveBar;
-    Ref<PanelForm> m_frmPanel;
-    const PersonalBars& m_oBars;
-    const ExplorerItemNotes& m_oNotes;
-    DefinitionPlaces m_oPlaces = Explainer::ReadPlaces(); // as the files were when the inspector was opened
-    mutable std::unique_ptr<Explainer> m_pExplainer;      // made when something is asked, and again after a change
-    QTreeWidget* m_pThings;
-    QPlainTextEdit* m_pFacts;
-    QHash<QString, QTreeWidgetItem*> m_mapItems;
-    QHash<const QTreeWidgetItem*, FactsFunction> m_mapFacts;
-    QTimer m_oRefresh; // a while after a change
-    bool m_bFills = false;
-    bool m_bStale = false; // something has changed while nobody could see it
-    std::vector<Subscription> m_aSubscriptions;
+    Ref<ActiveBar> m_activeBar;
+    Ref<PanelForm> m_panelForm;
+    const PersonalBars& m_bars;
+    const ExplorerItemNotes& m_notes;
+    DefinitionPlaces m_places = Explainer::ReadPlaces(); // as the files were when the inspector was opened
+    mutable std::unique_ptr<Explainer> m_explainer;      // made when something is asked, and again after a change
+    QTreeWidget* m_things;
+    QPlainTextEdit* m_facts;
+    QHash<QString, QTreeWidgetItem*> m_items;
+    QHash<const QTreeWidgetItem*, FactsFunction> m_factsMap;
+    QTimer m_refresh; // a while after a change
+    bool m_fills = false;
+    bool m_stale = false; // something has changed while nobody could see it
+    std::vector<Subscription> m_subscriptions;
 };
 
 } // namespace corvane::desktop

@@ -17,68 +17,68 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nReportLines = 200;
+constexpr int reportLines = 200;
 
 } // namespace
 
-LogDialog::LogDialog(const QString& sLogFile, ReportParts oParts, PathFunction fnPath, QWidget* pParent)
-    : QDialog(pParent), m_pView(new LogView(sLogFile)), m_oParts(std::move(oParts)), m_fnPath(std::move(fnPath)) {
+LogDialog::LogDialog(const QString& logFile, ReportParts parts, PathFunction path, QWidget* parent)
+    : QDialog(parent), m_view(new LogView(logFile)), m_parts(std::move(parts)), m_path(std::move(path)) {
     setWindowTitle(tr("Log"));
     ResizeWithin(*this, {860, 520});
-    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Close);
-    auto* pCopy = pButtons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
-    auto* pReport = pButtons->addButton(tr("Save &Report…"), QDialogButtonBox::ActionRole);
-    connect(pCopy, &QPushButton::clicked, m_pView, &LogView::Copy);
-    connect(pReport, &QPushButton::clicked, this, &LogDialog::ShowReport);
-    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(m_pView, 1);
-    pLayout->addWidget(pButtons);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    auto* copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    auto* report = buttons->addButton(tr("Save &Report…"), QDialogButtonBox::ActionRole);
+    connect(copy, &QPushButton::clicked, m_view, &LogView::Copy);
+    connect(report, &QPushButton::clicked, this, &LogDialog::ShowReport);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_view, 1);
+    layout->addWidget(buttons);
 }
 
 void LogDialog::ShowReport() {
-    ReportParts oParts = m_oParts;
-    oParts.aLogLines = m_pView->LatestLines(nReportLines);
-    ReportDialog oDialog(ReportText(oParts), m_fnPath, this);
-    oDialog.exec();
+    ReportParts parts = m_parts;
+    parts.logLines = m_view->LatestLines(reportLines);
+    ReportDialog dialog(ReportText(parts), m_path, this);
+    dialog.exec();
 }
 
-ReportDialog::ReportDialog(const QString& sText, LogDialog::PathFunction fnPath, QWidget* pParent)
-    : QDialog(pParent), m_pPreview(new QPlainTextEdit), m_fnPath(std::move(fnPath)) {
+ReportDialog::ReportDialog(const QString& text, LogDialog::PathFunction path, QWidget* parent)
+    : QDialog(parent), m_preview(new QPlainTextEdit), m_path(std::move(path)) {
     setWindowTitle(tr("Save Report"));
     ResizeWithin(*this, {760, 560});
-    auto* pHint = new QLabel(
+    auto* hint = new QLabel(
         tr("This is the complete report; nothing is sent. Your home folder, your name and the computer's name have "
            "been removed, but the log may contain names of your files and data. Delete what others shouldn't read."));
-    pHint->setWordWrap(true);
-    m_pPreview->setPlainText(sText);
-    m_pPreview->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_pPreview->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_pPreview->setAccessibleName(tr("Report"));
-    pHint->setBuddy(m_pPreview);
-    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
-    auto* pCopy = pButtons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
-    connect(pCopy, &QPushButton::clicked, this,
-            [this] { QApplication::clipboard()->setText(m_pPreview->toPlainText()); });
-    connect(pButtons, &QDialogButtonBox::accepted, this, [this] {
+    hint->setWordWrap(true);
+    m_preview->setPlainText(text);
+    m_preview->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_preview->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_preview->setAccessibleName(tr("Report"));
+    hint->setBuddy(m_preview);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    auto* copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    connect(copy, &QPushButton::clicked, this,
+            [this] { QApplication::clipboard()->setText(m_preview->toPlainText()); });
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
         if (Save())
             accept();
     });
-    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(pHint);
-    pLayout->addWidget(m_pPreview, 1);
-    pLayout->addWidget(pButtons);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(hint);
+    layout->addWidget(m_preview, 1);
+    layout->addWidget(buttons);
 }
 
 bool ReportDialog::Save() {
-    const QString sPath = m_fnPath();
-    if (sPath.isEmpty())
+    const QString path = m_path();
+    if (path.isEmpty())
         return false;
-    QSaveFile oFile(sPath);
-    if (oFile.open(QIODevice::WriteOnly) && oFile.write(m_pPreview->toPlainText().toUtf8()) >= 0 && oFile.commit())
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(m_preview->toPlainText().toUtf8()) >= 0 && file.commit())
         return true;
-    QMessageBox::warning(this, windowTitle(), tr("%1 can't be written: %2").arg(sPath, oFile.errorString()));
+    QMessageBox::warning(this, windowTitle(), tr("%1 can't be written: %2").arg(path, file.errorString()));
     return false;
 }
 

@@ -16,30 +16,30 @@ public:
     // Asks the person where to save; empty when they thought better of it.
     using PathFunction = std::function<QString()>;
 
-    LogDialog(const QString& sLogFile, ReportParts oParts, PathFunction fnPath, QWidget* pParent);
+    LogDialog(const QString& logFile, ReportParts parts, PathFunction path, QWidget* parent);
 
-    [[nodiscard]] LogView& View() { return *m_pView; }
+    [[nodiscard]] LogView& View() { return *m_view; }
     void ShowReport();
 
 private:
-    LogView* m_pView;
-    ReportParts m_oParts;
-    PathFunction m_fnPath;
+    LogView* m_view;
+    ReportParts m_parts;
+    PathFunction m_path;
 };
 
 // Shows the report before it leaves the program: what the person strikes out isn't saved.
 class ReportDialog final : public QDialog {
     Q_OBJECT
 public:
-    ReportDialog(const QString& sText, LogDialog::PathFunction fnPath, QWidget* pParent);
+    ReportDialog(const QString& text, LogDialog::PathFunction path, QWidget* parent);
 
-    [[nodiscard]] QPlainTextEdit& Preview() { return *m_pPreview; }
+    [[nodiscard]] QPlainTextEdit& Preview() { return *m_preview; }
     // False when there is no path or nothing could be written, which has been shown.
     bool Save();
 
 private:
-    QPlainTextEdit* m_pPreview;
-    LogDialog::PathFunction m_fnPath;
+    QPlainTextEdit* m_preview;
+    LogDialog::PathFunction m_path;
 };
 
 } // namespace corvane::desktop

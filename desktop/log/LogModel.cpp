@@ -8,104 +8,104 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nEarlierFiles = 4;
+constexpr int earlierFiles = 4;
 
-QString Plain(const QString& sEscaped) {
-    QString sText;
-    sText.reserve(sEscaped.size());
-    for (qsizetype i = 0; i < sEscaped.size(); ++i) {
-        if (sEscaped[i] != '\\' || i + 1 == sEscaped.size()) {
-            sText += sEscaped[i];
+QString Plain(const QString& escaped) {
+    QString text;
+    text.reserve(escaped.size());
+    for (qsizetype i = 0; i < escaped.size(); ++i) {
+        if (escaped[i] != '\\' || i + 1 == escaped.size()) {
+            text += escaped[i];
             continue;
         }
-        const QChar c = sEscaped[++i];
-        sText += c == 'n' ? QChar('\n') : c == 't' ? QChar('\t') : c == 'r' ? QChar('\r') : c;
+        const QChar c = escaped[++i];
+        text += c == 'n' ? QChar('\n') : c == 't' ? QChar('\t') : c == 'r' ? QChar('\r') : c;
     }
-    return sText;
+    return text;
 }
 
 // The present file is errors.log, the one before it errors.1.log.
-QStringList FilesOf(const QString& sLogFile) {
-    QStringList aFiles;
-    const QFileInfo oInfo(sLogFile);
-    for (int i = nEarlierFiles; i > 0; --i)
-        aFiles.append(QString("%1/%2.%3.%4").arg(oInfo.path(), oInfo.completeBaseName()).arg(i).arg(oInfo.suffix()));
-    aFiles.append(sLogFile);
-    return aFiles;
+QStringList FilesOf(const QString& logFile) {
+    QStringList files;
+    const QFileInfo info(logFile);
+    for (int i = earlierFiles; i > 0; --i)
+        files.append(QString("%1/%2.%3.%4").arg(info.path(), info.completeBaseName()).arg(i).arg(info.suffix()));
+    files.append(logFile);
+    return files;
 }
 
 } // namespace
 
-LogLine ParseLogLine(const QString& sLine) {
+LogLine ParseLogLine(const QString& line) {
     enum Field { Time, App, Module, Procedure, Number, Source, Description, Context, FieldCount };
-    const QStringList aFields = sLine.split('\t');
-    if (aFields.size() < FieldCount)
-        return {{}, {}, {}, sLine, {}, sLine};
-    return {QString(aFields[Time]).replace('T', ' ').left(19),
-            Plain(aFields[Module]) + "." + Plain(aFields[Procedure]),
-            aFields[Number],
-            Plain(aFields[Description]),
-            Plain(aFields[Context]),
-            sLine};
+    const QStringList fields = line.split('\t');
+    if (fields.size() < FieldCount)
+        return {{}, {}, {}, line, {}, line};
+    return {QString(fields[Time]).replace('T', ' ').left(19),
+            Plain(fields[Module]) + "." + Plain(fields[Procedure]),
+            fields[Number],
+            Plain(fields[Description]),
+            Plain(fields[Context]),
+            line};
 }
 
-LogModel::LogModel(QString sLogFile, QObject* pParent) : QAbstractTableModel(pParent), m_sLogFile(std::move(sLogFile)) {
+LogModel::LogModel(QString logFile, QObject* parent) : QAbstractTableModel(parent), m_logFile(std::move(logFile)) {
     Read();
 }
 
 void LogModel::Read() {
-    if (m_sLogFile.isEmpty())
+    if (m_logFile.isEmpty())
         return;
-    QString sStamp;
-    for (const QString& sFile : FilesOf(m_sLogFile)) {
-        const QFileInfo oInfo(sFile);
-        sStamp += QString("%1 %2;").arg(oInfo.size()).arg(oInfo.lastModified().toMSecsSinceEpoch());
+    QString stamp;
+    for (const QString& file : FilesOf(m_logFile)) {
+        const QFileInfo info(file);
+        stamp += QString("%1 %2;").arg(info.size()).arg(info.lastModified().toMSecsSinceEpoch());
     }
-    if (sStamp == m_sStamp)
+    if (stamp == m_stamp)
         return;
-    m_sStamp = sStamp;
+    m_stamp = stamp;
     beginResetModel();
-    m_aLines.clear();
-    for (const QString& sName : FilesOf(m_sLogFile)) {
-        QFile oFile(sName);
-        if (!oFile.open(QIODevice::ReadOnly))
+    m_lines.clear();
+    for (const QString& name : FilesOf(m_logFile)) {
+        QFile file(name);
+        if (!file.open(QIODevice::ReadOnly))
             continue;
-        for (const QString& sLine : QString::fromUtf8(oFile.readAll()).split('\n', Qt::SkipEmptyParts))
-            m_aLines.push_back(ParseLogLine(sLine));
+        for (const QString& line : QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts))
+            m_lines.push_back(ParseLogLine(line));
     }
     endResetModel();
 }
 
-int LogModel::rowCount(const QModelIndex& oParent) const {
-    return oParent.isValid() ? 0 : static_cast<int>(m_aLines.size());
+int LogModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_lines.size());
 }
 
-int LogModel::columnCount(const QModelIndex& oParent) const {
-    return oParent.isValid() ? 0 : ColumnCount;
+int LogModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
 }
 
-QVariant LogModel::data(const QModelIndex& oIndex, int nRole) const {
-    if (!oIndex.isValid() || (nRole != Qt::DisplayRole && nRole != Qt::ToolTipRole))
+QVariant LogModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
-    const LogLine& oLine = m_aLines[static_cast<std::size_t>(oIndex.row())];
-    switch (oIndex.column()) {
+    const LogLine& line = m_lines[static_cast<std::size_t>(index.row())];
+    switch (index.column()) {
     case Time:
-        return oLine.sTime;
+        return line.time;
     case Text:
-        return oLine.sText;
+        return line.text;
     case Where:
-        return oLine.sWhere;
+        return line.where;
     case Number:
-        return oLine.sNumber;
+        return line.number;
     default:
-        return oLine.sContext;
+        return line.context;
     }
 }
 
-QVariant LogModel::headerData(int nSection, Qt::Orientation eOrientation, int nRole) const {
-    if (eOrientation != Qt::Horizontal || nRole != Qt::DisplayRole)
+QVariant LogModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    switch (nSection) {
+    switch (section) {
     case Time:
         return tr("Time");
     case Text:

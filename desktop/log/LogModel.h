@@ -8,16 +8,16 @@
 namespace corvane::desktop {
 
 struct LogLine {
-    QString sTime;
-    QString sWhere; // module and procedure
-    QString sNumber;
-    QString sText;
-    QString sContext;
-    QString sRaw; // as it stands in the file
+    QString time;
+    QString where; // module and procedure
+    QString number;
+    QString text;
+    QString context;
+    QString raw; // as it stands in the file
 };
 
 // A line that isn't one of the log's own comes as a text alone.
-[[nodiscard]] LogLine ParseLogLine(const QString& sLine);
+[[nodiscard]] LogLine ParseLogLine(const QString& line);
 
 class LogModel final : public QAbstractTableModel {
     Q_OBJECT
@@ -25,19 +25,19 @@ public:
     enum Column { Time, Text, Where, Number, Context, ColumnCount };
 
     // Reads the log and the files that were turned over, when they have changed since.
-    explicit LogModel(QString sLogFile, QObject* pParent = nullptr);
+    explicit LogModel(QString logFile, QObject* parent = nullptr);
     void Read();
-    [[nodiscard]] const std::vector<LogLine>& Lines() const { return m_aLines; }
+    [[nodiscard]] const std::vector<LogLine>& Lines() const { return m_lines; }
 
-    [[nodiscard]] int rowCount(const QModelIndex& oParent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex& oParent = {}) const override;
-    [[nodiscard]] QVariant data(const QModelIndex& oIndex, int nRole) const override;
-    [[nodiscard]] QVariant headerData(int nSection, Qt::Orientation eOrientation, int nRole) const override;
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    QString m_sLogFile;
-    QString m_sStamp; // size and time of the files that were read
-    std::vector<LogLine> m_aLines;
+    QString m_logFile;
+    QString m_stamp; // size and time of the files that were read
+    std::vector<LogLine> m_lines;
 };
 
 } // namespace corvane::desktop

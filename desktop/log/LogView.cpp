@@ -19,113 +19,113 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nLookMilliseconds = 1000; // while it is shown
+constexpr int lookMilliseconds = 1000; // while it is shown
 
 } // namespace
 
-LogView::LogView(const QString& sLogFile, QWidget* pParent)
-    : QWidget(pParent), m_pModel(new LogModel(sLogFile, this)), m_pShown(new QSortFilterProxyModel(this)),
-      m_pFilter(new QLineEdit), m_pTable(new QTableView), m_pLine(new QPlainTextEdit), m_pState(new QLabel) {
-    m_pShown->setSourceModel(m_pModel);
-    m_pShown->setFilterKeyColumn(-1);
-    m_pShown->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_pFilter->setPlaceholderText(tr("Show only lines with this text"));
-    m_pFilter->setAccessibleName(tr("Filter"));
-    AddClearButton(*m_pFilter);
-    m_pTable->setModel(m_pShown);
-    m_pTable->setAccessibleName(tr("Log"));
-    m_pTable->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_pTable->setWordWrap(false);
-    m_pTable->setShowGrid(false);
-    m_pTable->setTabKeyNavigation(false);
-    m_pTable->verticalHeader()->hide();
-    m_pTable->verticalHeader()->setDefaultSectionSize(m_pTable->fontMetrics().height() + 6);
-    m_pTable->horizontalHeader()->setStretchLastSection(true);
-    m_pTable->setColumnWidth(LogModel::Time, m_pTable->fontMetrics().horizontalAdvance("0000-00-00 00:00:00") + 16);
-    m_pTable->setColumnWidth(LogModel::Text, 300);
-    m_pTable->setColumnWidth(LogModel::Where, 180);
-    m_pTable->setColumnWidth(LogModel::Number, m_pTable->fontMetrics().horizontalAdvance("-2147221504") + 16);
-    m_pLine->setReadOnly(true);
-    m_pLine->setAccessibleName(tr("Full Entry"));
-    auto* pSplitter = new QSplitter(Qt::Vertical);
-    pSplitter->addWidget(m_pTable);
-    pSplitter->addWidget(m_pLine);
-    pSplitter->setStretchFactor(0, 4);
-    pSplitter->setStretchFactor(1, 1);
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->addWidget(m_pFilter);
-    pLayout->addWidget(pSplitter, 1);
-    pLayout->addWidget(m_pState);
-    auto* pCopy = new QAction(tr("&Copy"), m_pTable);
-    pCopy->setShortcut(QKeySequence::Copy);
-    pCopy->setShortcutContext(Qt::WidgetShortcut);
-    m_pTable->addAction(pCopy);
-    m_pTable->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(pCopy, &QAction::triggered, this, &LogView::Copy);
-    connect(m_pFilter, &QLineEdit::textChanged, this, [this](const QString& sText) {
-        m_pShown->setFilterFixedString(sText);
+LogView::LogView(const QString& logFile, QWidget* parent)
+    : QWidget(parent), m_model(new LogModel(logFile, this)), m_shown(new QSortFilterProxyModel(this)),
+      m_filter(new QLineEdit), m_table(new QTableView), m_line(new QPlainTextEdit), m_state(new QLabel) {
+    m_shown->setSourceModel(m_model);
+    m_shown->setFilterKeyColumn(-1);
+    m_shown->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_filter->setPlaceholderText(tr("Show only lines with this text"));
+    m_filter->setAccessibleName(tr("Filter"));
+    AddClearButton(*m_filter);
+    m_table->setModel(m_shown);
+    m_table->setAccessibleName(tr("Log"));
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setWordWrap(false);
+    m_table->setShowGrid(false);
+    m_table->setTabKeyNavigation(false);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 6);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->setColumnWidth(LogModel::Time, m_table->fontMetrics().horizontalAdvance("0000-00-00 00:00:00") + 16);
+    m_table->setColumnWidth(LogModel::Text, 300);
+    m_table->setColumnWidth(LogModel::Where, 180);
+    m_table->setColumnWidth(LogModel::Number, m_table->fontMetrics().horizontalAdvance("-2147221504") + 16);
+    m_line->setReadOnly(true);
+    m_line->setAccessibleName(tr("Full Entry"));
+    auto* splitter = new QSplitter(Qt::Vertical);
+    splitter->addWidget(m_table);
+    splitter->addWidget(m_line);
+    splitter->setStretchFactor(0, 4);
+    splitter->setStretchFactor(1, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_filter);
+    layout->addWidget(splitter, 1);
+    layout->addWidget(m_state);
+    auto* copy = new QAction(tr("&Copy"), m_table);
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    m_table->addAction(copy);
+    m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(copy, &QAction::triggered, this, &LogView::Copy);
+    connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_shown->setFilterFixedString(text);
         Update();
     });
-    connect(m_pTable->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &LogView::ShowLine);
-    startTimer(nLookMilliseconds);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &LogView::ShowLine);
+    startTimer(lookMilliseconds);
     Update();
 }
 
-void LogView::showEvent(QShowEvent* pEvent) {
-    QWidget::showEvent(pEvent);
-    m_pModel->Read();
+void LogView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    m_model->Read();
     Update();
-    m_pTable->scrollToBottom();
+    m_table->scrollToBottom();
 }
 
 void LogView::timerEvent(QTimerEvent*) {
     if (!isVisible())
         return;
-    const bool bAtEnd = m_pTable->verticalScrollBar()->value() == m_pTable->verticalScrollBar()->maximum();
-    m_pModel->Read();
+    const bool atEnd = m_table->verticalScrollBar()->value() == m_table->verticalScrollBar()->maximum();
+    m_model->Read();
     Update();
-    if (bAtEnd)
-        m_pTable->scrollToBottom();
+    if (atEnd)
+        m_table->scrollToBottom();
 }
 
 void LogView::Update() {
-    const int nAll = m_pModel->rowCount();
-    m_pState->setText(nAll == 0 ? tr("The log is empty: there have been no errors.")
-                                : tr("%1 of %2 lines").arg(m_pShown->rowCount()).arg(nAll));
+    const int all = m_model->rowCount();
+    m_state->setText(all == 0 ? tr("The log is empty: there have been no errors.")
+                              : tr("%1 of %2 lines").arg(m_shown->rowCount()).arg(all));
 }
 
 void LogView::ShowLine() {
-    const QModelIndex oCurrent = m_pShown->mapToSource(m_pTable->currentIndex());
-    if (!oCurrent.isValid()) {
-        m_pLine->clear();
+    const QModelIndex current = m_shown->mapToSource(m_table->currentIndex());
+    if (!current.isValid()) {
+        m_line->clear();
         return;
     }
-    const LogLine& oLine = m_pModel->Lines()[static_cast<std::size_t>(oCurrent.row())];
-    m_pLine->setPlainText(oLine.sContext.isEmpty() ? oLine.sText : oLine.sText + "\n" + oLine.sContext);
+    const LogLine& line = m_model->Lines()[static_cast<std::size_t>(current.row())];
+    m_line->setPlainText(line.context.isEmpty() ? line.text : line.text + "\n" + line.context);
 }
 
 QString LogView::Text() const {
-    QStringList aLines;
-    const QModelIndexList aSelected = m_pTable->selectionModel()->selectedRows();
-    for (int i = 0; i < m_pShown->rowCount(); ++i)
-        if (aSelected.isEmpty() || m_pTable->selectionModel()->isRowSelected(i, {}))
-            aLines.append(
-                m_pModel->Lines()[static_cast<std::size_t>(m_pShown->mapToSource(m_pShown->index(i, 0)).row())].sRaw);
-    return aLines.join('\n');
+    QStringList lines;
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    for (int i = 0; i < m_shown->rowCount(); ++i)
+        if (selected.isEmpty() || m_table->selectionModel()->isRowSelected(i, {}))
+            lines.append(
+                m_model->Lines()[static_cast<std::size_t>(m_shown->mapToSource(m_shown->index(i, 0)).row())].raw);
+    return lines.join('\n');
 }
 
 void LogView::Copy() const {
     QApplication::clipboard()->setText(Text());
 }
 
-QStringList LogView::LatestLines(int nMost) const {
-    QStringList aLines;
-    const auto& aAll = m_pModel->Lines();
-    const std::size_t n = std::min(aAll.size(), static_cast<std::size_t>(nMost));
-    for (std::size_t i = aAll.size() - n; i < aAll.size(); ++i)
-        aLines.append(aAll[i].sRaw);
-    return aLines;
+QStringList LogView::LatestLines(int most) const {
+    QStringList lines;
+    const auto& all = m_model->Lines();
+    const std::size_t n = std::min(all.size(), static_cast<std::size_t>(most));
+    for (std::size_t i = all.size() - n; i < all.size(); ++i)
+        lines.append(all[i].raw);
+    return lines;
 }
 
 } // namespace corvane::desktop

@@ -17,30 +17,30 @@ namespace corvane::desktop {
 class LogView final : public QWidget {
     Q_OBJECT
 public:
-    explicit LogView(const QString& sLogFile, QWidget* pParent = nullptr);
+    explicit LogView(const QString& logFile, QWidget* parent = nullptr);
 
-    [[nodiscard]] QLineEdit& Filter() { return *m_pFilter; }
-    [[nodiscard]] QTableView& Table() { return *m_pTable; }
+    [[nodiscard]] QLineEdit& Filter() { return *m_filter; }
+    [[nodiscard]] QTableView& Table() { return *m_table; }
     // The selected lines, or all that the filter shows, as they stand in the file.
     [[nodiscard]] QString Text() const;
     void Copy() const;
     // The latest lines as they stand in the file.
-    [[nodiscard]] QStringList LatestLines(int nMost) const;
+    [[nodiscard]] QStringList LatestLines(int most) const;
 
 protected:
-    void showEvent(QShowEvent* pEvent) override;
-    void timerEvent(QTimerEvent* pEvent) override;
+    void showEvent(QShowEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     void Update();
     void ShowLine();
 
-    LogModel* m_pModel;
-    QSortFilterProxyModel* m_pShown;
-    QLineEdit* m_pFilter;
-    QTableView* m_pTable;
-    QPlainTextEdit* m_pLine;
-    QLabel* m_pState;
+    LogModel* m_model;
+    QSortFilterProxyModel* m_shown;
+    QLineEdit* m_filter;
+    QTableView* m_table;
+    QPlainTextEdit* m_line;
+    QLabel* m_state;
 };
 
 } // namespace corvane::desktop

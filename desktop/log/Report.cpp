@@ -13,61 +13,60 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr qsizetype nShortestName = 3; // "a" would be replaced everywhere
+constexpr qsizetype shortestName = 3; // "a" would be replaced everywhere
 
-void ReplaceWord(QString& sText, const QString& sWord, const QString& sWith) {
-    if (sWord.size() < nShortestName)
+void ReplaceWord(QString& text, const QString& word, const QString& with) {
+    if (word.size() < shortestName)
         return;
-    sText.replace(QRegularExpression("(?<![\\w])" + QRegularExpression::escape(sWord) + "(?![\\w])",
-                                     QRegularExpression::CaseInsensitiveOption),
-                  sWith);
+    text.replace(QRegularExpression("(?<![\\w])" + QRegularExpression::escape(word) + "(?![\\w])",
+                                    QRegularExpression::CaseInsensitiveOption),
+                 with);
 }
 
 // Which files these are, whatever their dates: two installations agree where the sums do.
-QString FilesIn(const QString& sFolder) {
-    QString sText;
-    const QDir oFolder(sFolder);
-    for (const QFileInfo& oInfo : oFolder.entryInfoList(QDir::Files, QDir::Name)) {
-        QFile oFile(oInfo.filePath());
-        QCryptographicHash oHash(QCryptographicHash::Sha256);
-        const bool bRead = oFile.open(QIODevice::ReadOnly) && oHash.addData(&oFile);
-        sText += QString("  %1  %2 bytes  %3\n")
-                     .arg(oInfo.fileName())
-                     .arg(oInfo.size())
-                     .arg(bRead ? QString::fromLatin1(oHash.result().toHex().left(16)) : QString("can't be read"));
+QString FilesIn(const QString& folderPath) {
+    QString text;
+    const QDir folder(folderPath);
+    for (const QFileInfo& info : folder.entryInfoList(QDir::Files, QDir::Name)) {
+        QFile file(info.filePath());
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        const bool read = file.open(QIODevice::ReadOnly) && hash.addData(&file);
+        text += QString("  %1  %2 bytes  %3\n")
+                    .arg(info.fileName())
+                    .arg(info.size())
+                    .arg(read ? QString::fromLatin1(hash.result().toHex().left(16)) : QString("can't be read"));
     }
-    return sText.isEmpty() ? QString("  none\n") : sText;
+    return text.isEmpty() ? QString("  none\n") : text;
 }
 
 } // namespace
 
-QString WithoutPerson(QString sText) {
-    if (const QString sHome = QDir::homePath(); sHome.size() > 1)
-        sText.replace(sHome, "~");
-    ReplaceWord(sText, qEnvironmentVariable("USER"), "user");
-    ReplaceWord(sText, QSysInfo::machineHostName(), "host");
-    return sText;
+QString WithoutPerson(QString text) {
+    if (const QString home = QDir::homePath(); home.size() > 1)
+        text.replace(home, "~");
+    ReplaceWord(text, qEnvironmentVariable("USER"), "user");
+    ReplaceWord(text, QSysInfo::machineHostName(), "host");
+    return text;
 }
 
-QString ReportText(const ReportParts& oParts) {
-    QString sText =
-        QString("Report of %1, %2\n\n").arg(oParts.sName, QDateTime::currentDateTime().toString(Qt::ISODate));
-    sText += QString("Corvane %1, Qt %2, %3\n").arg(CORVANE_VERSION, qVersion(), QSysInfo::buildAbi());
-    sText += QString("%1, kernel %2, %3\n")
-                 .arg(QSysInfo::prettyProductName(), QSysInfo::kernelVersion(), QGuiApplication::platformName());
-    for (const QScreen* pScreen : QGuiApplication::screens())
-        sText += QString("Screen %1 x %2, factor %3\n")
-                     .arg(pScreen->size().width())
-                     .arg(pScreen->size().height())
-                     .arg(pScreen->devicePixelRatio());
-    sText += "Left out: " + (oParts.aLeftOut.isEmpty() ? QString("nothing") : oParts.aLeftOut.join(", ")) + "\n";
-    sText += "\nDefinitions\n" + FilesIn(oParts.sFolder + "/Services");
-    sText += "\nPlug-ins\n" + FilesIn(oParts.sFolder + "/plugins");
-    const auto nLines = oParts.aLogLines.size();
-    sText += "\nLog, " + (nLines == 1 ? QString("the latest line") : QString("the latest %1 lines").arg(nLines)) + "\n";
-    for (const QString& sLine : oParts.aLogLines)
-        sText += "  " + sLine + "\n";
-    return WithoutPerson(sText);
+QString ReportText(const ReportParts& parts) {
+    QString text = QString("Report of %1, %2\n\n").arg(parts.name, QDateTime::currentDateTime().toString(Qt::ISODate));
+    text += QString("Corvane %1, Qt %2, %3\n").arg(CORVANE_VERSION, qVersion(), QSysInfo::buildAbi());
+    text += QString("%1, kernel %2, %3\n")
+                .arg(QSysInfo::prettyProductName(), QSysInfo::kernelVersion(), QGuiApplication::platformName());
+    for (const QScreen* screen : QGuiApplication::screens())
+        text += QString("Screen %1 x %2, factor %3\n")
+                    .arg(screen->size().width())
+                    .arg(screen->size().height())
+                    .arg(screen->devicePixelRatio());
+    text += "Left out: " + (parts.leftOut.isEmpty() ? QString("nothing") : parts.leftOut.join(", ")) + "\n";
+    text += "\nDefinitions\n" + FilesIn(parts.folder + "/Services");
+    text += "\nPlug-ins\n" + FilesIn(parts.folder + "/plugins");
+    const auto lines = parts.logLines.size();
+    text += "\nLog, " + (lines == 1 ? QString("the latest line") : QString("the latest %1 lines").arg(lines)) + "\n";
+    for (const QString& line : parts.logLines)
+        text += "  " + line + "\n";
+    return WithoutPerson(text);
 }
 
 } // namespace corvane::desktop

@@ -8,15 +8,15 @@
 namespace corvane::desktop {
 
 struct ReportParts {
-    QString sName;
-    QString sFolder;       // of the application
-    QStringList aLeftOut;  // services that weren't started
-    QStringList aLogLines; // the latest last
+    QString name;
+    QString folder;       // of the application
+    QStringList leftOut;  // services that weren't started
+    QStringList logLines; // the latest last
 };
 
-[[nodiscard]] QString ReportText(const ReportParts& oParts);
+[[nodiscard]] QString ReportText(const ReportParts& parts);
 
 // The person's home folder, their name and the machine's name give way to "~", "user" and "host".
-[[nodiscard]] QString WithoutPerson(QString sText);
+[[nodiscard]] QString WithoutPerson(QString text);
 
 } // namespace corvane::desktop

@@ -18,7 +18,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nMargin = 6;
+constexpr int margin = 6;
 
 // A command in two lines: its caption with its keys, and below in small where it stands, whose it is, why it can't be
 // chosen.
@@ -26,144 +26,142 @@ class CommandDelegate final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    QSize sizeHint(const QStyleOptionViewItem& oOption, const QModelIndex&) const override {
-        return {200, oOption.fontMetrics.height() + QFontMetrics(Small(oOption.font)).height() + 2 * nMargin};
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+        return {200, option.fontMetrics.height() + QFontMetrics(Small(option.font)).height() + 2 * margin};
     }
 
-    void paint(QPainter* pPainter, const QStyleOptionViewItem& oOption, const QModelIndex& oIndex) const override {
-        const auto* pModel = static_cast<const PaletteModel*>(oIndex.model());
-        const PaletteEntry& oEntry = pModel->EntryAt(oIndex.row());
-        const bool bSelected = oOption.state.testFlag(QStyle::State_Selected);
-        pPainter->save();
-        if (bSelected)
-            pPainter->fillRect(oOption.rect, oOption.palette.brush(QPalette::Active, QPalette::Highlight));
-        const QColor oGround =
-            oOption.palette.color(QPalette::Active, bSelected ? QPalette::Highlight : QPalette::Base);
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const auto* model = static_cast<const PaletteModel*>(index.model());
+        const PaletteEntry& entry = model->EntryAt(index.row());
+        const bool selected = option.state.testFlag(QStyle::State_Selected);
+        painter->save();
+        if (selected)
+            painter->fillRect(option.rect, option.palette.brush(QPalette::Active, QPalette::Highlight));
+        const QColor ground = option.palette.color(QPalette::Active, selected ? QPalette::Highlight : QPalette::Base);
         // What can't be chosen is paler, but must be read: it says why.
-        QColor oColor = oOption.palette.color(QPalette::Active, bSelected ? QPalette::HighlightedText : QPalette::Text);
-        if (!oEntry.sWhyNot.isEmpty() && !bSelected)
-            oColor = Paler(oColor, oGround, 0.65F);
-        pPainter->setPen(oColor);
-        const QRect oRect = oOption.rect.adjusted(2 * nMargin, nMargin, -2 * nMargin, -nMargin);
-        const QFontMetrics oMetrics(oOption.font);
-        const int nKeys = oEntry.sKeys.isEmpty() ? 0 : oMetrics.horizontalAdvance(oEntry.sKeys) + nMargin;
-        const QRect oTop(oRect.left(), oRect.top(), oRect.width(), oMetrics.height());
-        pPainter->setFont(oOption.font);
-        pPainter->drawText(oTop, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, oEntry.sKeys);
-        DrawCaption(pPainter, oTop.adjusted(0, 0, -nKeys, 0), oOption.font, oEntry.sCaption,
-                    pModel->MarkedAt(oIndex.row()));
-        pPainter->setPen(Paler(oColor, oGround, 0.8F));
-        pPainter->setFont(Small(oOption.font));
-        QStringList aParts{oEntry.sPath, oEntry.sOwner, oEntry.sWhyNot};
-        aParts.removeAll(QString());
-        const QRect oBelow(oRect.left(), oTop.bottom() + 1, oRect.width(), oRect.bottom() - oTop.bottom());
-        pPainter->drawText(oBelow, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                           pPainter->fontMetrics().elidedText(aParts.join("  ·  "), Qt::ElideRight, oBelow.width()));
-        pPainter->restore();
+        QColor color = option.palette.color(QPalette::Active, selected ? QPalette::HighlightedText : QPalette::Text);
+        if (!entry.whyNot.isEmpty() && !selected)
+            color = Paler(color, ground, 0.65F);
+        painter->setPen(color);
+        const QRect rect = option.rect.adjusted(2 * margin, margin, -2 * margin, -margin);
+        const QFontMetrics metrics(option.font);
+        const int keys = entry.keys.isEmpty() ? 0 : metrics.horizontalAdvance(entry.keys) + margin;
+        const QRect top(rect.left(), rect.top(), rect.width(), metrics.height());
+        painter->setFont(option.font);
+        painter->drawText(top, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, entry.keys);
+        DrawCaption(painter, top.adjusted(0, 0, -keys, 0), option.font, entry.caption, model->MarkedAt(index.row()));
+        painter->setPen(Paler(color, ground, 0.8F));
+        painter->setFont(Small(option.font));
+        QStringList parts{entry.path, entry.owner, entry.whyNot};
+        parts.removeAll(QString());
+        const QRect below(rect.left(), top.bottom() + 1, rect.width(), rect.bottom() - top.bottom());
+        painter->drawText(below, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                          painter->fontMetrics().elidedText(parts.join("  ·  "), Qt::ElideRight, below.width()));
+        painter->restore();
     }
 
 private:
-    static QFont Small(QFont oFont) {
-        oFont.setPointSizeF(oFont.pointSizeF() * 0.85);
-        return oFont;
+    static QFont Small(QFont font) {
+        font.setPointSizeF(font.pointSizeF() * 0.85);
+        return font;
     }
 
-    static void DrawCaption(QPainter* pPainter, const QRect& oRect, const QFont& oFont, const QString& sCaption,
-                            const std::vector<qsizetype>& aMarked) {
-        const QString sShown = QFontMetrics(oFont).elidedText(sCaption, Qt::ElideRight, oRect.width());
-        QTextLayout oLayout(sShown, oFont);
-        QList<QTextLayout::FormatRange> aFormats;
-        for (const qsizetype i : aMarked) {
-            QTextLayout::FormatRange oRange;
-            oRange.start = static_cast<int>(i);
-            oRange.length = 1;
-            oRange.format.setFontWeight(QFont::Bold);
-            oRange.format.setFontUnderline(true);
-            aFormats.append(oRange);
+    static void DrawCaption(QPainter* painter, const QRect& rect, const QFont& font, const QString& caption,
+                            const std::vector<qsizetype>& marked) {
+        const QString shown = QFontMetrics(font).elidedText(caption, Qt::ElideRight, rect.width());
+        QTextLayout layout(shown, font);
+        QList<QTextLayout::FormatRange> formats;
+        for (const qsizetype i : marked) {
+            QTextLayout::FormatRange range;
+            range.start = static_cast<int>(i);
+            range.length = 1;
+            range.format.setFontWeight(QFont::Bold);
+            range.format.setFontUnderline(true);
+            formats.append(range);
         }
-        oLayout.setFormats(aFormats);
-        oLayout.beginLayout();
-        oLayout.createLine();
-        oLayout.endLayout();
-        oLayout.draw(pPainter, oRect.topLeft());
+        layout.setFormats(formats);
+        layout.beginLayout();
+        layout.createLine();
+        layout.endLayout();
+        layout.draw(painter, rect.topLeft());
     }
 };
 
 } // namespace
 
-PaletteDialog::PaletteDialog(std::vector<PaletteEntry> aEntries, ToolFunction fnChoose, ToolFunction fnExplain,
-                             QWidget* pParent)
-    : QDialog(pParent, Qt::Dialog | Qt::FramelessWindowHint), m_pModel(new PaletteModel(std::move(aEntries), this)),
-      m_fnChoose(std::move(fnChoose)), m_fnExplain(std::move(fnExplain)), m_pField(new QLineEdit(this)),
-      m_pList(new QListView(this)), m_pStatus(new QLabel(this)) {
+PaletteDialog::PaletteDialog(std::vector<PaletteEntry> entries, ToolFunction choose, ToolFunction explain,
+                             QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), m_model(new PaletteModel(std::move(entries), this)),
+      m_choose(std::move(choose)), m_explain(std::move(explain)), m_field(new QLineEdit(this)),
+      m_list(new QListView(this)), m_status(new QLabel(this)) {
     setWindowTitle(tr("Command Palette"));
     setAttribute(Qt::WA_DeleteOnClose);
-    m_pField->setPlaceholderText(tr("Type a few letters of a command"));
-    m_pField->setAccessibleName(tr("Command"));
-    AddClearButton(*m_pField);
-    m_pField->installEventFilter(this);
-    m_pList->setModel(m_pModel);
-    m_pList->setItemDelegate(new CommandDelegate(m_pList));
-    m_pList->setUniformItemSizes(true);
-    m_pList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_pList->setFocusPolicy(Qt::NoFocus); // the keys stay with the field
-    m_pList->setAccessibleName(tr("Commands"));
-    m_pList->setFrameShape(QFrame::NoFrame);
-    m_pStatus->setTextFormat(Qt::PlainText);
-    m_pStatus->setWordWrap(true);
-    m_pStatus->setAccessibleName(tr("About the command"));
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(m_pField);
-    pLayout->addWidget(m_pList, 1);
-    pLayout->addWidget(m_pStatus);
-    connect(m_pField, &QLineEdit::textChanged, this, &PaletteDialog::Search);
-    connect(m_pList, &QListView::clicked, this, [this] { Choose(false); });
-    connect(m_pList->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaletteDialog::ShowStatus);
+    m_field->setPlaceholderText(tr("Type a few letters of a command"));
+    m_field->setAccessibleName(tr("Command"));
+    AddClearButton(*m_field);
+    m_field->installEventFilter(this);
+    m_list->setModel(m_model);
+    m_list->setItemDelegate(new CommandDelegate(m_list));
+    m_list->setUniformItemSizes(true);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setFocusPolicy(Qt::NoFocus); // the keys stay with the field
+    m_list->setAccessibleName(tr("Commands"));
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setWordWrap(true);
+    m_status->setAccessibleName(tr("About the command"));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_field);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(m_status);
+    connect(m_field, &QLineEdit::textChanged, this, &PaletteDialog::Search);
+    connect(m_list, &QListView::clicked, this, [this] { Choose(false); });
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &PaletteDialog::ShowStatus);
     Search({});
 }
 
-void PaletteDialog::showEvent(QShowEvent* pEvent) {
-    QDialog::showEvent(pEvent);
-    if (const QWidget* pOver = parentWidget()) {
-        const int nWidth = std::min(640, pOver->width() - 40);
-        const int nHeight = std::min(440, pOver->height() - 40);
-        resize(nWidth, nHeight);
-        move(pOver->mapToGlobal(QPoint((pOver->width() - nWidth) / 2, (pOver->height() - nHeight) / 5)));
+void PaletteDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (const QWidget* over = parentWidget()) {
+        const int width = std::min(640, over->width() - 40);
+        const int height = std::min(440, over->height() - 40);
+        resize(width, height);
+        move(over->mapToGlobal(QPoint((over->width() - width) / 2, (over->height() - height) / 5)));
     }
-    m_pField->setFocus();
+    m_field->setFocus();
 }
 
 // Who turns to another window has thought better of it.
-void PaletteDialog::changeEvent(QEvent* pEvent) {
-    QDialog::changeEvent(pEvent);
-    if (pEvent->type() == QEvent::ActivationChange && isVisible() && !isActiveWindow())
+void PaletteDialog::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isVisible() && !isActiveWindow())
         QTimer::singleShot(0, this, &QDialog::reject);
 }
 
-void PaletteDialog::Search(const QString& sTyped) {
-    m_pModel->SetTyped(sTyped);
-    if (m_pModel->rowCount() > 0)
-        m_pList->setCurrentIndex(m_pModel->index(0));
+void PaletteDialog::Search(const QString& typed) {
+    m_model->SetTyped(typed);
+    if (m_model->rowCount() > 0)
+        m_list->setCurrentIndex(m_model->index(0));
     ShowStatus();
 }
 
 void PaletteDialog::ShowStatus() {
-    const QModelIndex oCurrent = m_pList->currentIndex();
-    if (!oCurrent.isValid()) {
-        m_pStatus->setText(m_pModel->EntryCount() == 0 ? tr("This application has no commands yet.")
-                                                       : tr("No command contains these letters in this order."));
+    const QModelIndex current = m_list->currentIndex();
+    if (!current.isValid()) {
+        m_status->setText(m_model->EntryCount() == 0 ? tr("This application has no commands yet.")
+                                                     : tr("No command contains these letters in this order."));
         return;
     }
-    const PaletteEntry& oEntry = m_pModel->EntryAt(oCurrent.row());
-    m_pStatus->setText(oEntry.sWhyNot.isEmpty() ? oEntry.sDescription : tr("Unavailable: %1.").arg(oEntry.sWhyNot));
+    const PaletteEntry& entry = m_model->EntryAt(current.row());
+    m_status->setText(entry.whyNot.isEmpty() ? entry.description : tr("Unavailable: %1.").arg(entry.whyNot));
 }
 
-void PaletteDialog::Choose(bool bExplain) {
-    const QModelIndex oCurrent = m_pList->currentIndex();
-    if (!oCurrent.isValid())
+void PaletteDialog::Choose(bool explain) {
+    const QModelIndex current = m_list->currentIndex();
+    if (!current.isValid())
         return;
-    const PaletteEntry& oEntry = m_pModel->EntryAt(oCurrent.row());
-    if (!bExplain && !oEntry.sWhyNot.isEmpty()) {
+    const PaletteEntry& entry = m_model->EntryAt(current.row());
+    if (!explain && !entry.whyNot.isEmpty()) {
         QApplication::beep();
         ShowStatus();
         return;
@@ -171,24 +169,24 @@ void PaletteDialog::Choose(bool bExplain) {
     // The command may open a dialog of its own, so this one goes first.
     QMetaObject::invokeMethod(
         parentWidget() ? static_cast<QObject*>(parentWidget()) : qApp,
-        [fnAct = bExplain ? m_fnExplain : m_fnChoose, oTool = oEntry.oTool] { fnAct(oTool); }, Qt::QueuedConnection);
+        [act = explain ? m_explain : m_choose, tool = entry.tool] { act(tool); }, Qt::QueuedConnection);
     accept();
 }
 
-bool PaletteDialog::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    if (pWatched != m_pField || pEvent->type() != QEvent::KeyPress)
-        return QDialog::eventFilter(pWatched, pEvent);
-    auto* pKey = static_cast<QKeyEvent*>(pEvent);
-    switch (pKey->key()) {
+bool PaletteDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_field || event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    auto* key = static_cast<QKeyEvent*>(event);
+    switch (key->key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
-        QApplication::sendEvent(m_pList, pEvent);
+        QApplication::sendEvent(m_list, event);
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        Choose(pKey->modifiers().testFlags(Qt::ControlModifier | Qt::AltModifier));
+        Choose(key->modifiers().testFlags(Qt::ControlModifier | Qt::AltModifier));
         return true;
     default:
         return false;

@@ -17,29 +17,29 @@ class PaletteDialog final : public QDialog {
 public:
     using ToolFunction = std::function<void(const Ref<Tool>&)>;
 
-    // fnChoose and fnExplain (Ctrl+Alt+Enter) are called once the palette has closed.
-    PaletteDialog(std::vector<PaletteEntry> aEntries, ToolFunction fnChoose, ToolFunction fnExplain, QWidget* pParent);
+    // choose and explain (Ctrl+Alt+Enter) are called once the palette has closed.
+    PaletteDialog(std::vector<PaletteEntry> entries, ToolFunction choose, ToolFunction explain, QWidget* parent);
 
-    [[nodiscard]] QLineEdit& Field() { return *m_pField; }
-    [[nodiscard]] QListView& List() { return *m_pList; }
-    [[nodiscard]] QLabel& Status() { return *m_pStatus; }
+    [[nodiscard]] QLineEdit& Field() { return *m_field; }
+    [[nodiscard]] QListView& List() { return *m_list; }
+    [[nodiscard]] QLabel& Status() { return *m_status; }
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
-    void showEvent(QShowEvent* pEvent) override;
-    void changeEvent(QEvent* pEvent) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    void Search(const QString& sTyped);
+    void Search(const QString& typed);
     void ShowStatus();
-    void Choose(bool bExplain);
+    void Choose(bool explain);
 
-    PaletteModel* m_pModel;
-    ToolFunction m_fnChoose;
-    ToolFunction m_fnExplain;
-    QLineEdit* m_pField;
-    QListView* m_pList;
-    QLabel* m_pStatus;
+    PaletteModel* m_model;
+    ToolFunction m_choose;
+    ToolFunction m_explain;
+    QLineEdit* m_field;
+    QListView* m_list;
+    QLabel* m_status;
 };
 
 } // namespace corvane::desktop

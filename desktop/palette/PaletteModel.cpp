@@ -5,73 +5,73 @@
 
 namespace corvane::desktop {
 
-PaletteModel::PaletteModel(std::vector<PaletteEntry> aEntries, QObject* pParent)
-    : QAbstractListModel(pParent), m_aEntries(std::move(aEntries)), m_aRows(m_aEntries.size()) {
-    m_aTexts.reserve(m_aEntries.size());
-    for (const PaletteEntry& oEntry : m_aEntries)
-        m_aTexts.emplace_back(oEntry.sPath + ' ' + oEntry.sCaption, oEntry.sPath.size() + 1);
-    for (std::size_t i = 0; i < m_aEntries.size(); ++i)
-        if (!m_aEntries[i].sOriginal.isEmpty() && m_aEntries[i].sOriginal != m_aEntries[i].sCaption)
-            m_mapOriginals.emplace(i, FuzzyText(m_aEntries[i].sOriginal, 0));
-    std::iota(m_aRows.begin(), m_aRows.end(), std::size_t{0});
+PaletteModel::PaletteModel(std::vector<PaletteEntry> entries, QObject* parent)
+    : QAbstractListModel(parent), m_entries(std::move(entries)), m_rows(m_entries.size()) {
+    m_texts.reserve(m_entries.size());
+    for (const PaletteEntry& entry : m_entries)
+        m_texts.emplace_back(entry.path + ' ' + entry.caption, entry.path.size() + 1);
+    for (std::size_t i = 0; i < m_entries.size(); ++i)
+        if (!m_entries[i].original.isEmpty() && m_entries[i].original != m_entries[i].caption)
+            m_originals.emplace(i, FuzzyText(m_entries[i].original, 0));
+    std::iota(m_rows.begin(), m_rows.end(), std::size_t{0});
 }
 
-std::optional<int> PaletteModel::ScoreOf(std::size_t iEntry) const {
-    const auto oScore = m_aTexts[iEntry].Score(m_aWords);
-    const auto it = m_mapOriginals.find(iEntry);
-    return oScore || it == m_mapOriginals.end() ? oScore : it->second.Score(m_aWords);
+std::optional<int> PaletteModel::ScoreOf(std::size_t entry) const {
+    const auto score = m_texts[entry].Score(m_words);
+    const auto it = m_originals.find(entry);
+    return score || it == m_originals.end() ? score : it->second.Score(m_words);
 }
 
-void PaletteModel::SetTyped(const QString& sTyped) {
+void PaletteModel::SetTyped(const QString& typed) {
     struct Found {
-        int nScore;
-        std::size_t iEntry;
+        int score;
+        std::size_t entry;
     };
-    constexpr int nCantBeChosen = 20;
-    m_aWords = FuzzyWords(sTyped);
-    std::vector<Found> aFound;
-    aFound.reserve(m_aEntries.size());
-    for (std::size_t i = 0; i < m_aEntries.size(); ++i)
-        if (m_aWords.isEmpty())
-            aFound.push_back({0, i});
-        else if (const auto oScore = ScoreOf(i))
-            aFound.push_back({*oScore - (m_aEntries[i].sWhyNot.isEmpty() ? 0 : nCantBeChosen), i});
-    std::stable_sort(aFound.begin(), aFound.end(),
-                     [](const Found& oLeft, const Found& oRight) { return oLeft.nScore > oRight.nScore; });
+    constexpr int cantBeChosen = 20;
+    m_words = FuzzyWords(typed);
+    std::vector<Found> foundItems;
+    foundItems.reserve(m_entries.size());
+    for (std::size_t i = 0; i < m_entries.size(); ++i)
+        if (m_words.isEmpty())
+            foundItems.push_back({0, i});
+        else if (const auto score = ScoreOf(i))
+            foundItems.push_back({*score - (m_entries[i].whyNot.isEmpty() ? 0 : cantBeChosen), i});
+    std::stable_sort(foundItems.begin(), foundItems.end(),
+                     [](const Found& left, const Found& right) { return left.score > right.score; });
     beginResetModel();
-    m_aRows.clear();
-    for (const Found& oFound : aFound)
-        m_aRows.push_back(oFound.iEntry);
+    m_rows.clear();
+    for (const Found& found : foundItems)
+        m_rows.push_back(found.entry);
     endResetModel();
 }
 
-std::vector<qsizetype> PaletteModel::MarkedAt(int nRow) const {
-    const std::size_t iEntry = m_aRows[AsIndex(nRow)];
-    const qsizetype iCaption = m_aEntries[iEntry].sPath.size() + 1;
-    std::vector<qsizetype> aPlaces;
-    if (!m_aWords.isEmpty())
-        aPlaces = m_aTexts[iEntry].Places(m_aWords);
-    std::erase_if(aPlaces, [iCaption](qsizetype i) { return i < iCaption; });
-    for (qsizetype& i : aPlaces)
-        i -= iCaption;
-    return aPlaces;
+std::vector<qsizetype> PaletteModel::MarkedAt(int row) const {
+    const std::size_t entry = m_rows[AsIndex(row)];
+    const qsizetype caption = m_entries[entry].path.size() + 1;
+    std::vector<qsizetype> places;
+    if (!m_words.isEmpty())
+        places = m_texts[entry].Places(m_words);
+    std::erase_if(places, [caption](qsizetype i) { return i < caption; });
+    for (qsizetype& i : places)
+        i -= caption;
+    return places;
 }
 
-int PaletteModel::rowCount(const QModelIndex& oParent) const {
-    return oParent.isValid() ? 0 : static_cast<int>(m_aRows.size());
+int PaletteModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
-QVariant PaletteModel::data(const QModelIndex& oIndex, int nRole) const {
-    if (!oIndex.isValid())
+QVariant PaletteModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
         return {};
-    const PaletteEntry& oEntry = EntryAt(oIndex.row());
-    if (nRole == Qt::DisplayRole)
-        return oEntry.sCaption;
-    if (nRole != Qt::AccessibleTextRole)
+    const PaletteEntry& entry = EntryAt(index.row());
+    if (role == Qt::DisplayRole)
+        return entry.caption;
+    if (role != Qt::AccessibleTextRole)
         return {};
-    QStringList aParts{oEntry.sCaption, oEntry.sPath, oEntry.sOwner, oEntry.sKeys, oEntry.sWhyNot};
-    aParts.removeAll(QString());
-    return aParts.join(", ");
+    QStringList parts{entry.caption, entry.path, entry.owner, entry.keys, entry.whyNot};
+    parts.removeAll(QString());
+    return parts.join(", ");
 }
 
 } // namespace corvane::desktop

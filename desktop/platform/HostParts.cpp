@@ -11,129 +11,129 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr Single fTwipsPerInch = 1440;
+constexpr Single twipsPerInch = 1440;
 
-QString Text(std::string_view sText) {
-    return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
+QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 // "Data files (*.csv)|*.csv|All files|*" as Qt's dialogs take it.
-QString FilterText(const std::string& sFilter) {
-    const QStringList aParts = Text(sFilter).split('|');
-    QStringList aFilters;
-    for (qsizetype i = 0; i + 1 < aParts.size(); i += 2) {
-        const QString sPatterns = QString(aParts[i + 1]).replace(';', ' ');
-        const QString sName = aParts[i].section('(', 0, 0).trimmed();
-        aFilters.append(QString("%1 (%2)").arg(sName, sPatterns));
+QString FilterText(const std::string& filter) {
+    const QStringList parts = Text(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString patterns = QString(parts[i + 1]).replace(';', ' ');
+        const QString name = parts[i].section('(', 0, 0).trimmed();
+        filters.append(QString("%1 (%2)").arg(name, patterns));
     }
-    return aFilters.join(";;");
+    return filters.join(";;");
 }
 
 class QtTimer final : public ITimer {
 public:
-    QtTimer(const QtTimers::GuardFunction& fnGuard, std::shared_ptr<int> pRunning) : m_pRunning(std::move(pRunning)) {
-        QObject::connect(&m_oTimer, &QTimer::timeout, &m_oTimer, [this, fnGuard] {
-            const Ref<QtTimer> oSelf(this); // a handler may let go of the timer
-            fnGuard([this] { Tick.Raise(); });
+    QtTimer(const QtTimers::GuardFunction& guard, std::shared_ptr<int> running) : m_running(std::move(running)) {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, guard] {
+            const Ref<QtTimer> self(this); // a handler may let go of the timer
+            guard([this] { Tick.Raise(); });
         });
     }
-    void SetInterval(Long lMilliseconds) override { m_oTimer.setInterval(lMilliseconds); }
+    void SetInterval(Long milliseconds) override { m_timer.setInterval(milliseconds); }
     ~QtTimer() override { QtTimer::SetEnabled(false); }
-    void SetEnabled(bool bEnabled) override {
-        *m_pRunning += static_cast<int>(bEnabled) - static_cast<int>(m_oTimer.isActive());
-        if (bEnabled)
-            m_oTimer.start();
+    void SetEnabled(bool enabled) override {
+        *m_running += static_cast<int>(enabled) - static_cast<int>(m_timer.isActive());
+        if (enabled)
+            m_timer.start();
         else
-            m_oTimer.stop();
+            m_timer.stop();
     }
 
 private:
-    QTimer m_oTimer;
-    std::shared_ptr<int> m_pRunning;
+    QTimer m_timer;
+    std::shared_ptr<int> m_running;
 };
 
 } // namespace
 
-void QtScreen::SetPointer(MousePointer ePointer) {
-    if (m_ePointer == ePointer)
+void QtScreen::SetPointer(MousePointer pointer) {
+    if (m_pointer == pointer)
         return;
-    m_ePointer = ePointer;
-    if (ePointer == MousePointer::Hourglass)
+    m_pointer = pointer;
+    if (pointer == MousePointer::Hourglass)
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QApplication::restoreOverrideCursor();
 }
 
 Single QtScreen::TwipsPerPixelX() const {
-    return fTwipsPerInch / static_cast<Single>(QGuiApplication::primaryScreen()->logicalDotsPerInchX());
+    return twipsPerInch / static_cast<Single>(QGuiApplication::primaryScreen()->logicalDotsPerInchX());
 }
 
 Single QtScreen::TwipsPerPixelY() const {
-    return fTwipsPerInch / static_cast<Single>(QGuiApplication::primaryScreen()->logicalDotsPerInchY());
+    return twipsPerInch / static_cast<Single>(QGuiApplication::primaryScreen()->logicalDotsPerInchY());
 }
 
 Ref<ITimer> QtTimers::NewTimer() {
-    return New<QtTimer>(m_fnGuard, m_pRunning);
+    return New<QtTimer>(m_guard, m_running);
 }
 
-QWidget* ActiveWindowOr(QWidget* pWindow) {
-    QWidget* const pActive =
+QWidget* ActiveWindowOr(QWidget* window) {
+    QWidget* const active =
         QApplication::activeModalWidget() ? QApplication::activeModalWidget() : QApplication::activeWindow();
-    return pActive ? pActive : pWindow;
+    return active ? active : window;
 }
 
 void QtTimers::DoEvents() {
     QCoreApplication::processEvents();
 }
 
-void QtMessageBox::ShowInformation(std::string_view sText, std::string_view sTitle) {
-    m_aShown.push_back({Text(sText), Text(sTitle)});
-    if (!m_bWithDialogs)
+void QtMessageBox::ShowInformation(std::string_view text, std::string_view title) {
+    m_shown.push_back({Text(text), Text(title)});
+    if (!m_withDialogs)
         return;
-    QMessageBox oBox(QMessageBox::Information, Text(sTitle), Text(sText), QMessageBox::Ok, ActiveWindowOr(m_pWindow));
-    oBox.setTextFormat(Qt::PlainText);
-    oBox.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    if (oBox.text().contains('\n')) // figures in columns
-        oBox.setStyleSheet("QLabel#qt_msgbox_label { font-family: monospace; }");
-    oBox.exec();
+    QMessageBox box(QMessageBox::Information, Text(title), Text(text), QMessageBox::Ok, ActiveWindowOr(m_window));
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (box.text().contains('\n')) // figures in columns
+        box.setStyleSheet("QLabel#qt_msgbox_label { font-family: monospace; }");
+    box.exec();
 }
 
 std::optional<std::string> CommonDialog::TakeAnswer() {
-    if (m_aAnswers.empty())
-        return m_bWithDialogs ? std::nullopt : std::optional<std::string>("");
-    std::string sAnswer = std::move(m_aAnswers.front());
-    m_aAnswers.pop_front();
-    return sAnswer;
+    if (m_answers.empty())
+        return m_withDialogs ? std::nullopt : std::optional<std::string>("");
+    std::string answer = std::move(m_answers.front());
+    m_answers.pop_front();
+    return answer;
 }
 
-std::string CommonDialog::ShowOpen(const std::string& sTitle, const std::string& sFilter, const std::string& sFolder) {
-    if (auto oAnswer = TakeAnswer())
-        return *oAnswer;
-    return QFileDialog::getOpenFileName(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sFolder), FilterText(sFilter))
+std::string CommonDialog::ShowOpen(const std::string& title, const std::string& filter, const std::string& folder) {
+    if (auto answer = TakeAnswer())
+        return *answer;
+    return QFileDialog::getOpenFileName(ActiveWindowOr(m_window), Text(title), Text(folder), FilterText(filter))
         .toStdString();
 }
 
-std::string CommonDialog::ShowSave(const std::string& sTitle, const std::string& sFilter, const std::string& sPath) {
-    if (auto oAnswer = TakeAnswer())
-        return *oAnswer;
-    return QFileDialog::getSaveFileName(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sPath), FilterText(sFilter))
+std::string CommonDialog::ShowSave(const std::string& title, const std::string& filter, const std::string& path) {
+    if (auto answer = TakeAnswer())
+        return *answer;
+    return QFileDialog::getSaveFileName(ActiveWindowOr(m_window), Text(title), Text(path), FilterText(filter))
         .toStdString();
 }
 
-std::string CommonDialog::AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText) {
-    if (auto oAnswer = TakeAnswer())
-        return *oAnswer;
-    return QInputDialog::getText(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sPrompt), QLineEdit::Normal, Text(sText))
+std::string CommonDialog::AskText(const std::string& title, const std::string& prompt, const std::string& text) {
+    if (auto answer = TakeAnswer())
+        return *answer;
+    return QInputDialog::getText(ActiveWindowOr(m_window), Text(title), Text(prompt), QLineEdit::Normal, Text(text))
         .toStdString();
 }
 
-std::string CommonDialog::ShowChoice(const std::string& sTitle, const std::string& sChoices) {
-    if (auto oAnswer = TakeAnswer())
-        return *oAnswer;
-    bool bChosen = false;
-    const QString sChoice = QInputDialog::getItem(ActiveWindowOr(m_pWindow), Text(sTitle), Text(sTitle),
-                                                  Text(sChoices).split('\n', Qt::SkipEmptyParts), 0, false, &bChosen);
-    return bChosen ? sChoice.toStdString() : std::string();
+std::string CommonDialog::ShowChoice(const std::string& title, const std::string& choices) {
+    if (auto answer = TakeAnswer())
+        return *answer;
+    bool chosen = false;
+    const QString choice = QInputDialog::getItem(ActiveWindowOr(m_window), Text(title), Text(title),
+                                                 Text(choices).split('\n', Qt::SkipEmptyParts), 0, false, &chosen);
+    return chosen ? choice.toStdString() : std::string();
 }
 
 } // namespace corvane::desktop

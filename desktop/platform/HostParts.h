@@ -19,81 +19,80 @@ namespace corvane::desktop {
 
 class QtScreen final : public IScreen {
 public:
-    [[nodiscard]] MousePointer Pointer() const override { return m_ePointer; }
-    void SetPointer(MousePointer ePointer) override;
+    [[nodiscard]] MousePointer Pointer() const override { return m_pointer; }
+    void SetPointer(MousePointer pointer) override;
     // By the primary screen's logical resolution.
     [[nodiscard]] Single TwipsPerPixelX() const override;
     [[nodiscard]] Single TwipsPerPixelY() const override;
 
 private:
-    MousePointer m_ePointer = MousePointer::Default;
+    MousePointer m_pointer = MousePointer::Default;
 };
 
 // Where a message or a dialog belongs: over the window that is active, or else over that one.
-[[nodiscard]] QWidget* ActiveWindowOr(QWidget* pWindow);
+[[nodiscard]] QWidget* ActiveWindowOr(QWidget* window);
 
 class QtTimers final : public ITimers {
 public:
     using GuardFunction = std::function<void(const std::function<void()>&)>;
-    explicit QtTimers(GuardFunction fnGuard) : m_fnGuard(std::move(fnGuard)) {}
+    explicit QtTimers(GuardFunction guard) : m_guard(std::move(guard)) {}
     [[nodiscard]] Ref<ITimer> NewTimer() override;
     void DoEvents() override;
     // How many timers are waiting for their tick.
-    [[nodiscard]] int RunningCount() const { return *m_pRunning; }
+    [[nodiscard]] int RunningCount() const { return *m_running; }
 
 private:
-    GuardFunction m_fnGuard;
-    std::shared_ptr<int> m_pRunning = std::make_shared<int>(0);
+    GuardFunction m_guard;
+    std::shared_ptr<int> m_running = std::make_shared<int>(0);
 };
 
 // Keeps what was shown; without dialogs that is all it does.
 class QtMessageBox final : public IMessageBox {
 public:
-    explicit QtMessageBox(bool bWithDialogs) : m_bWithDialogs(bWithDialogs) {}
-    void SetParentWindow(QWidget* pWindow) { m_pWindow = pWindow; }
-    void ShowInformation(std::string_view sText, std::string_view sTitle) override;
+    explicit QtMessageBox(bool withDialogs) : m_withDialogs(withDialogs) {}
+    void SetParentWindow(QWidget* window) { m_window = window; }
+    void ShowInformation(std::string_view text, std::string_view title) override;
 
     struct Message {
-        QString sText;
-        QString sTitle;
+        QString text;
+        QString title;
     };
-    [[nodiscard]] const std::vector<Message>& Shown() const { return m_aShown; }
+    [[nodiscard]] const std::vector<Message>& Shown() const { return m_shown; }
 
 private:
-    bool m_bWithDialogs;
-    QPointer<QWidget> m_pWindow;
-    std::vector<Message> m_aShown;
+    bool m_withDialogs;
+    QPointer<QWidget> m_window;
+    std::vector<Message> m_shown;
 };
 
 // The host's "CommonDialog": dialogs that plug-ins open by name.
 class CommonDialog final : public Automation<CommonDialog> {
 public:
-    explicit CommonDialog(bool bWithDialogs) : m_bWithDialogs(bWithDialogs) {}
-    void SetParentWindow(QWidget* pWindow) { m_pWindow = pWindow; }
+    explicit CommonDialog(bool withDialogs) : m_withDialogs(withDialogs) {}
+    void SetParentWindow(QWidget* window) { m_window = window; }
     // Answers the next dialog without showing it; several answers are used in order.
-    void AddAnswer(std::string sAnswer) { m_aAnswers.push_back(std::move(sAnswer)); }
+    void AddAnswer(std::string answer) { m_answers.push_back(std::move(answer)); }
 
     // The answer that is given without asking, if there is one or nobody to ask.
     [[nodiscard]] std::optional<std::string> TakeAnswer();
 
     // The path that the person chose, empty when they cancelled or there is nobody to ask. The filter is written in
     // pairs of a text and a pattern, like "Data files (*.csv)|*.csv|All files|*".
-    [[nodiscard]] std::string ShowOpen(const std::string& sTitle, const std::string& sFilter,
-                                       const std::string& sFolder);
-    [[nodiscard]] std::string ShowSave(const std::string& sTitle, const std::string& sFilter, const std::string& sPath);
+    [[nodiscard]] std::string ShowOpen(const std::string& title, const std::string& filter, const std::string& folder);
+    [[nodiscard]] std::string ShowSave(const std::string& title, const std::string& filter, const std::string& path);
     // The text that the person entered, empty when they cancelled or there is nobody to ask.
-    [[nodiscard]] std::string AskText(const std::string& sTitle, const std::string& sPrompt, const std::string& sText);
+    [[nodiscard]] std::string AskText(const std::string& title, const std::string& prompt, const std::string& text);
     // One of the choices, which are separated by line feeds; empty when the person cancelled.
-    [[nodiscard]] std::string ShowChoice(const std::string& sTitle, const std::string& sChoices);
+    [[nodiscard]] std::string ShowChoice(const std::string& title, const std::string& choices);
 
     static constexpr auto Members =
         MemberTable(Method("ShowOpen", &CommonDialog::ShowOpen), Method("ShowSave", &CommonDialog::ShowSave),
                     Method("AskText", &CommonDialog::AskText), Method("ShowChoice", &CommonDialog::ShowChoice));
 
 private:
-    bool m_bWithDialogs;
-    QPointer<QWidget> m_pWindow;
-    std::deque<std::string> m_aAnswers;
+    bool m_withDialogs;
+    QPointer<QWidget> m_window;
+    std::deque<std::string> m_answers;
 };
 
 } // namespace corvane::desktop

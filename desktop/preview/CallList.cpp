@@ -14,28 +14,28 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nMost = 1000;
+constexpr int most = 1000;
 
-QString Text(std::string_view sText) {
-    return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
+QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 // An action item by its name, another object by its id, as far as it has one.
-QString TextOf(const Variant& oArgument, const inspect::Record& oRecord) {
-    if (!oArgument.IsObject())
-        return oArgument.IsEmpty() ? QStringLiteral("–") : Text(ToText(oArgument));
-    const Ref<Object> oObject = ToObject(oArgument);
-    if (!oObject)
+QString TextOf(const Variant& argument, const inspect::Record& record) {
+    if (!argument.IsObject())
+        return argument.IsEmpty() ? QStringLiteral("–") : Text(ToText(argument));
+    const Ref<Object> object = ToObject(argument);
+    if (!object)
         return QStringLiteral("–");
-    if (const auto oItem = oObject.TryAs<ActionItem>())
-        return Text(oItem->Name());
-    const std::string sId = oRecord.IdOf(oObject);
-    return sId.empty() ? Text(oObject->TypeName()) : Text(sId);
+    if (const auto item = object.TryAs<ActionItem>())
+        return Text(item->Name());
+    const std::string id = record.IdOf(object);
+    return id.empty() ? Text(object->TypeName()) : Text(id);
 }
 
 } // namespace
 
-CallList::CallList(QWidget* pParent) : QTreeWidget(pParent) {
+CallList::CallList(QWidget* parent) : QTreeWidget(parent) {
     setHeaderLabels({tr("Time"), tr("Command"), tr("Provider"), tr("Procedure"), tr("Tag"), tr("Handled by")});
     setAccessibleName(tr("Calls"));
     setRootIsDecorated(false);
@@ -44,93 +44,92 @@ CallList::CallList(QWidget* pParent) : QTreeWidget(pParent) {
     setSelectionMode(ExtendedSelection);
     setFrameShape(NoFrame);
     header()->setSectionResizeMode(QHeaderView::Interactive);
-    const int nLetter = fontMetrics().averageCharWidth();
-    for (const auto& [eColumn, nLetters] :
+    const int letter = fontMetrics().averageCharWidth();
+    for (const auto& [column, letters] :
          {std::pair{Time, 10}, {Command, 26}, {Provider, 34}, {Procedure, 24}, {Tag, 20}})
-        header()->resizeSection(eColumn, nLetter * nLetters);
+        header()->resizeSection(column, letter * letters);
 }
 
-void CallList::Follow(const Ref<ActiveBar>& oActiveBar, const Ref<inspect::Record>& oRecord) {
-    m_oRecord = oRecord;
-    m_oToolClick = oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) { Bar_ToolClick(*oTool); });
-    m_oCallAdded =
-        oRecord->CallAdded.Subscribe([this](const inspect::RecordedCall& oCall) { Record_CallAdded(oCall); });
+void CallList::Follow(const Ref<ActiveBar>& activeBar, const Ref<inspect::Record>& record) {
+    m_record = record;
+    m_toolClick = activeBar->ToolClick.Subscribe([this](const Ref<Tool>& tool) { Bar_ToolClick(*tool); });
+    m_callAdded = record->CallAdded.Subscribe([this](const inspect::RecordedCall& call) { Record_CallAdded(call); });
 }
 
 void CallList::Leave() {
-    m_oToolClick = {};
-    m_oCallAdded = {};
-    m_oRecord = nullptr;
+    m_toolClick = {};
+    m_callAdded = {};
+    m_record = nullptr;
 }
 
-void CallList::AddRow(const QStringList& aTexts) {
-    const QScrollBar* pBar = verticalScrollBar();
-    const bool bAtEnd = pBar->value() == pBar->maximum();
-    auto* pItem = new QTreeWidgetItem(this, QStringList(QTime::currentTime().toString("HH:mm:ss")) + aTexts);
-    for (int i = 0; i < pItem->columnCount(); ++i)
-        pItem->setToolTip(i, pItem->text(i));
-    if (topLevelItemCount() > nMost)
+void CallList::AddRow(const QStringList& texts) {
+    const QScrollBar* bar = verticalScrollBar();
+    const bool atEnd = bar->value() == bar->maximum();
+    auto* item = new QTreeWidgetItem(this, QStringList(QTime::currentTime().toString("HH:mm:ss")) + texts);
+    for (int i = 0; i < item->columnCount(); ++i)
+        item->setToolTip(i, item->text(i));
+    if (topLevelItemCount() > most)
         delete takeTopLevelItem(0);
-    if (bAtEnd)
-        scrollToItem(pItem);
-    QString sText = aTexts[0].isEmpty() ? QString() : aTexts[0] + "  →  ";
-    sText += aTexts[1] + "  ·  " + aTexts[2];
-    if (!aTexts[3].isEmpty())
-        sText += "  (" + aTexts[3] + ")";
-    Q_EMIT Called(sText);
+    if (atEnd)
+        scrollToItem(item);
+    QString text = texts[0].isEmpty() ? QString() : texts[0] + "  →  ";
+    text += texts[1] + "  ·  " + texts[2];
+    if (!texts[3].isEmpty())
+        text += "  (" + texts[3] + ")";
+    Q_EMIT Called(text);
 }
 
-void CallList::Bar_ToolClick(const Tool& oTool) {
-    const auto oItem = oTool.TagVariant().TryAs<ActionItem>();
-    if (m_bHeld)
+void CallList::Bar_ToolClick(const Tool& tool) {
+    const auto item = tool.TagVariant().TryAs<ActionItem>();
+    if (m_held)
         return;
-    if (!oItem) {
-        AddRow({Text(oTool.Name()), tr("no object"), QString(), QString(), QString()});
+    if (!item) {
+        AddRow({Text(tool.Name()), tr("no object"), QString(), QString(), QString()});
         return;
     }
-    const Ref<Object> oProvider = oItem->ActionsProviderObj();
-    std::string sProvider = m_oRecord->IdOf(oProvider);
-    if (sProvider.empty() && oProvider)
-        sProvider = oProvider->TypeName();
-    const bool bIsStandIn = static_cast<bool>(oProvider.TryAs<inspect::StandInObject>());
-    m_sExpectedObject = bIsStandIn ? sProvider : std::string();
-    m_sExpectedMember = oItem->Action();
-    AddRow({Text(oTool.Name()), sProvider.empty() ? tr("no object") : Text(sProvider),
-            oItem->Action().empty() ? tr("none") : Text(oItem->Action()), Text(oItem->Name()),
-            sProvider.empty() ? QString()
-            : bIsStandIn      ? tr("stub")
-                              : tr("plug-in")});
+    const Ref<Object> provider = item->ActionsProviderObj();
+    std::string providerText = m_record->IdOf(provider);
+    if (providerText.empty() && provider)
+        providerText = provider->TypeName();
+    const bool isStandIn = static_cast<bool>(provider.TryAs<inspect::StandInObject>());
+    m_expectedObject = isStandIn ? providerText : std::string();
+    m_expectedMember = item->Action();
+    AddRow({Text(tool.Name()), providerText.empty() ? tr("no object") : Text(providerText),
+            item->Action().empty() ? tr("none") : Text(item->Action()), Text(item->Name()),
+            providerText.empty() ? QString()
+            : isStandIn          ? tr("stub")
+                                 : tr("plug-in")});
 }
 
-void CallList::Record_CallAdded(const inspect::RecordedCall& oCall) {
-    m_oRecord->aCalls.clear(); // it would hold what the arguments are
-    if (m_bHeld)
+void CallList::Record_CallAdded(const inspect::RecordedCall& call) {
+    m_record->calls.clear(); // it would hold what the arguments are
+    if (m_held)
         return;
-    const bool bIsListed = oCall.sObject == m_sExpectedObject && EqualText(oCall.sMember, m_sExpectedMember);
-    m_sExpectedObject.clear();
-    if (bIsListed)
+    const bool isListed = call.object == m_expectedObject && EqualText(call.member, m_expectedMember);
+    m_expectedObject.clear();
+    if (isListed)
         return;
-    QStringList aArguments;
-    for (const Variant& oArgument : oCall.aArguments)
-        aArguments << TextOf(oArgument, *m_oRecord);
-    AddRow({QString(), Text(oCall.sObject), Text(oCall.sMember), aArguments.join(", "), tr("stub")});
+    QStringList arguments;
+    for (const Variant& argument : call.arguments)
+        arguments << TextOf(argument, *m_record);
+    AddRow({QString(), Text(call.object), Text(call.member), arguments.join(", "), tr("stub")});
 }
 
-void CallList::keyPressEvent(QKeyEvent* pEvent) {
-    if (!pEvent->matches(QKeySequence::Copy)) {
-        QTreeWidget::keyPressEvent(pEvent);
+void CallList::keyPressEvent(QKeyEvent* event) {
+    if (!event->matches(QKeySequence::Copy)) {
+        QTreeWidget::keyPressEvent(event);
         return;
     }
-    QStringList aLines;
+    QStringList lines;
     for (int i = 0; i < topLevelItemCount(); ++i) {
         if (!topLevelItem(i)->isSelected())
             continue;
-        QStringList aTexts;
-        for (int iColumn = 0; iColumn < columnCount(); ++iColumn)
-            aTexts << topLevelItem(i)->text(iColumn);
-        aLines << aTexts.join('\t');
+        QStringList texts;
+        for (int column = 0; column < columnCount(); ++column)
+            texts << topLevelItem(i)->text(column);
+        lines << texts.join('\t');
     }
-    QApplication::clipboard()->setText(aLines.join('\n'));
+    QApplication::clipboard()->setText(lines.join('\n'));
 }
 
 } // namespace corvane::desktop

@@ -15,32 +15,32 @@ class CallList final : public QTreeWidget {
 public:
     enum Column { Time, Command, Provider, Procedure, Tag, By };
 
-    explicit CallList(QWidget* pParent = nullptr);
+    explicit CallList(QWidget* parent = nullptr);
 
     // Between the making of the models and the start of the library.
-    void Follow(const Ref<ActiveBar>& oActiveBar, const Ref<inspect::Record>& oRecord);
+    void Follow(const Ref<ActiveBar>& activeBar, const Ref<inspect::Record>& record);
     void Leave();
     // What the start itself calls isn't listed.
-    void SetHeld(bool bHeld) { m_bHeld = bHeld; }
+    void SetHeld(bool held) { m_held = held; }
 
 Q_SIGNALS:
     // In one line.
-    void Called(const QString& sText);
+    void Called(const QString& text);
 
 protected:
-    void keyPressEvent(QKeyEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void Bar_ToolClick(const Tool& oTool);
-    void Record_CallAdded(const inspect::RecordedCall& oCall);
-    void AddRow(const QStringList& aTexts);
+    void Bar_ToolClick(const Tool& tool);
+    void Record_CallAdded(const inspect::RecordedCall& call);
+    void AddRow(const QStringList& texts);
 
-    Ref<inspect::Record> m_oRecord;
-    std::string m_sExpectedObject; // the call that the command listed last brings about
-    std::string m_sExpectedMember;
-    bool m_bHeld = false;
-    Subscription m_oToolClick;
-    Subscription m_oCallAdded;
+    Ref<inspect::Record> m_record;
+    std::string m_expectedObject; // the call that the command listed last brings about
+    std::string m_expectedMember;
+    bool m_held = false;
+    Subscription m_toolClick;
+    Subscription m_callAdded;
 };
 
 } // namespace corvane::desktop

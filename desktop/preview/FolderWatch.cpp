@@ -12,135 +12,131 @@ namespace corvane::desktop {
 namespace {
 
 // An editor that saves in several writes is done within this; a person doesn't notice it.
-constexpr int nRestMilliseconds = 120;
-constexpr int nAtMostMilliseconds = 1000;
-constexpr int nPollMilliseconds = 1500;
+constexpr int restMilliseconds = 120;
+constexpr int atMostMilliseconds = 1000;
+constexpr int pollMilliseconds = 1500;
 
 // Folders are looked through with all that is in them.
 const QStringList& Watched() {
-    static const QStringList aNames{"Services", "Images", "plugins", "QRZ.INI", "standins.json"};
-    return aNames;
+    static const QStringList names{"Services", "Images", "plugins", "QRZ.INI", "standins.json"};
+    return names;
 }
 
 // What editors leave beside a file while they save it.
-bool IsPassing(const QString& sName) {
-    return sName.endsWith('~') || sName.startsWith('.') || sName.endsWith(".swp") || sName.endsWith(".tmp");
+bool IsPassing(const QString& name) {
+    return name.endsWith('~') || name.startsWith('.') || name.endsWith(".swp") || name.endsWith(".tmp");
 }
 
 } // namespace
 
-FolderWatch::FolderWatch(const QString& sFolder, QObject* pParent)
-    : QObject(pParent), m_sFolder(QDir::cleanPath(QFileInfo(sFolder).absoluteFilePath())) {
-    m_oRest.setSingleShot(true);
-    m_oRest.setInterval(nRestMilliseconds);
-    m_oAtMost.setSingleShot(true);
-    m_oAtMost.setInterval(nAtMostMilliseconds);
-    m_oPoll.setInterval(nPollMilliseconds);
-    connect(&m_oRest, &QTimer::timeout, this, &FolderWatch::Look);
-    connect(&m_oAtMost, &QTimer::timeout, this, &FolderWatch::Look);
-    connect(&m_oPoll, &QTimer::timeout, this, &FolderWatch::Look);
-    connect(&m_oWatcher, &QFileSystemWatcher::directoryChanged, this, &FolderWatch::Stirred);
-    connect(&m_oWatcher, &QFileSystemWatcher::fileChanged, this, &FolderWatch::Stirred);
+FolderWatch::FolderWatch(const QString& folder, QObject* parent)
+    : QObject(parent), m_folder(QDir::cleanPath(QFileInfo(folder).absoluteFilePath())) {
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(restMilliseconds);
+    m_atMost.setSingleShot(true);
+    m_atMost.setInterval(atMostMilliseconds);
+    m_poll.setInterval(pollMilliseconds);
+    connect(&m_rest, &QTimer::timeout, this, &FolderWatch::Look);
+    connect(&m_atMost, &QTimer::timeout, this, &FolderWatch::Look);
+    connect(&m_poll, &QTimer::timeout, this, &FolderWatch::Look);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FolderWatch::Stirred);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &FolderWatch::Stirred);
     WatchAll();
-    m_oTold = Take();
+    m_told = Take();
 }
 
-QString FolderWatch::PrintOf(const QString& sPath) {
-    struct ::stat oStat {};
-    if (::stat(QFile::encodeName(sPath).constData(), &oStat) != 0)
+QString FolderWatch::PrintOf(const QString& path) {
+    struct ::stat stat {};
+    if (::stat(QFile::encodeName(path).constData(), &stat) != 0)
         return {};
-    return QString("%1.%2 %3 %4")
-        .arg(oStat.st_mtim.tv_sec)
-        .arg(oStat.st_mtim.tv_nsec)
-        .arg(oStat.st_size)
-        .arg(oStat.st_ino);
+    return QString("%1.%2 %3 %4").arg(stat.st_mtim.tv_sec).arg(stat.st_mtim.tv_nsec).arg(stat.st_size).arg(stat.st_ino);
 }
 
 bool FolderWatch::FolderExists() const {
-    return QFileInfo(m_sFolder + "/Services").isDir();
+    return QFileInfo(m_folder + "/Services").isDir();
 }
 
 void FolderWatch::Stirred() {
-    m_oRest.start();
-    if (!m_oAtMost.isActive())
-        m_oAtMost.start();
+    m_rest.start();
+    if (!m_atMost.isActive())
+        m_atMost.start();
 }
 
 // Watching comes before looking, so that nothing falls between the two.
 void FolderWatch::Look() {
-    m_oRest.stop();
-    m_oAtMost.stop();
+    m_rest.stop();
+    m_atMost.stop();
     WatchAll();
-    Print oNow = Take();
-    if (oNow == m_oTold)
+    Print now = Take();
+    if (now == m_told)
         return;
-    m_oTold = std::move(oNow);
+    m_told = std::move(now);
     Q_EMIT Changed();
 }
 
 FolderWatch::Print FolderWatch::Take() const {
-    Print oPrint;
-    const auto fnAdd = [&](const QString& sPath) {
-        if (!IsPassing(QFileInfo(sPath).fileName()))
-            oPrint.insert(sPath, PrintOf(sPath));
+    Print print;
+    const auto add = [&](const QString& path) {
+        if (!IsPassing(QFileInfo(path).fileName()))
+            print.insert(path, PrintOf(path));
     };
-    for (const QFileInfo& oEntry : QDir(m_sFolder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
-        if (!Watched().contains(oEntry.fileName(), Qt::CaseInsensitive))
+    for (const QFileInfo& entry : QDir(m_folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
+        if (!Watched().contains(entry.fileName(), Qt::CaseInsensitive))
             continue;
-        if (!oEntry.isDir()) {
-            fnAdd(oEntry.filePath());
+        if (!entry.isDir()) {
+            add(entry.filePath());
             continue;
         }
-        oPrint.insert(oEntry.filePath(), "folder");
-        QDirIterator oFiles(oEntry.filePath(), QDir::Files, QDirIterator::Subdirectories);
-        while (oFiles.hasNext())
-            fnAdd(oFiles.next());
+        print.insert(entry.filePath(), "folder");
+        QDirIterator files(entry.filePath(), QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext())
+            add(files.next());
     }
-    return oPrint;
+    return print;
 }
 
 // The folders, each file in them, and what is above: a folder that has gone comes back there.
 void FolderWatch::WatchAll() {
-    QStringList aPaths;
-    QString sAbove = QFileInfo(m_sFolder).path();
-    while (!QFileInfo(sAbove).isDir() && sAbove != QFileInfo(sAbove).path())
-        sAbove = QFileInfo(sAbove).path();
-    aPaths << sAbove;
-    if (QFileInfo(m_sFolder).isDir())
-        aPaths << m_sFolder;
-    for (const QFileInfo& oEntry : QDir(m_sFolder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
-        if (!Watched().contains(oEntry.fileName(), Qt::CaseInsensitive))
+    QStringList paths;
+    QString above = QFileInfo(m_folder).path();
+    while (!QFileInfo(above).isDir() && above != QFileInfo(above).path())
+        above = QFileInfo(above).path();
+    paths << above;
+    if (QFileInfo(m_folder).isDir())
+        paths << m_folder;
+    for (const QFileInfo& entry : QDir(m_folder).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
+        if (!Watched().contains(entry.fileName(), Qt::CaseInsensitive))
             continue;
-        aPaths << oEntry.filePath();
-        if (!oEntry.isDir())
+        paths << entry.filePath();
+        if (!entry.isDir())
             continue;
-        QDirIterator oFiles(oEntry.filePath(), QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
-                            QDirIterator::Subdirectories);
-        while (oFiles.hasNext())
-            aPaths << oFiles.next();
+        QDirIterator files(entry.filePath(), QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext())
+            paths << files.next();
     }
     // A file that was replaced, or a folder that came back, is another than the one that is being watched.
-    const QStringList aBefore = m_oWatcher.files() + m_oWatcher.directories();
-    const QSet<QString> setNow(aPaths.begin(), aPaths.end());
-    QStringList aGone;
-    for (const QString& sPath : aBefore)
-        if (!setNow.contains(sPath))
-            aGone << sPath;
-    if (!aGone.isEmpty())
-        m_oWatcher.removePaths(aGone);
-    const QSet<QString> setBefore(aBefore.begin(), aBefore.end());
-    QStringList aNew;
-    for (const QString& sPath : aPaths)
-        if (!setBefore.contains(sPath))
-            aNew << sPath;
-    const QStringList aFailed = aNew.isEmpty() ? QStringList() : m_oWatcher.addPaths(aNew);
-    bool bUnwatched = false;
-    for (const QString& sPath : aFailed)
-        bUnwatched |= QFileInfo::exists(sPath);
-    if (bUnwatched)
-        m_oPoll.start();
+    const QStringList before = m_watcher.files() + m_watcher.directories();
+    const QSet<QString> now(paths.begin(), paths.end());
+    QStringList gone;
+    for (const QString& path : before)
+        if (!now.contains(path))
+            gone << path;
+    if (!gone.isEmpty())
+        m_watcher.removePaths(gone);
+    const QSet<QString> beforeSet(before.begin(), before.end());
+    QStringList newItems;
+    for (const QString& path : paths)
+        if (!beforeSet.contains(path))
+            newItems << path;
+    const QStringList failed = newItems.isEmpty() ? QStringList() : m_watcher.addPaths(newItems);
+    bool unwatched = false;
+    for (const QString& path : failed)
+        unwatched |= QFileInfo::exists(path);
+    if (unwatched)
+        m_poll.start();
     else
-        m_oPoll.stop();
+        m_poll.stop();
 }
 
 } // namespace corvane::desktop

@@ -15,11 +15,11 @@ class FolderWatch final : public QObject {
     Q_OBJECT
 public:
     // The folder may be missing; it is followed as soon as it is there.
-    explicit FolderWatch(const QString& sFolder, QObject* pParent = nullptr);
+    explicit FolderWatch(const QString& folder, QObject* parent = nullptr);
 
     [[nodiscard]] bool FolderExists() const;
     // What tells one state of a file from another: its time, size and number; empty when it isn't there.
-    [[nodiscard]] static QString PrintOf(const QString& sPath);
+    [[nodiscard]] static QString PrintOf(const QString& path);
     // Looks now instead of when the folder has come to rest; says Changed if something has changed.
     void Look();
 
@@ -34,12 +34,12 @@ private:
     void WatchAll();
     void Stirred();
 
-    QString m_sFolder;
-    QFileSystemWatcher m_oWatcher;
-    QTimer m_oRest;   // runs since the last stir
-    QTimer m_oAtMost; // runs since the first one
-    QTimer m_oPoll;   // where the system can't watch
-    Print m_oTold;
+    QString m_folder;
+    QFileSystemWatcher m_watcher;
+    QTimer m_rest;   // runs since the last stir
+    QTimer m_atMost; // runs since the first one
+    QTimer m_poll;   // where the system can't watch
+    Print m_told;
 };
 
 } // namespace corvane::desktop

@@ -13,63 +13,63 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nVersion = 1;
-constexpr int nSettleMilliseconds = 400;
+constexpr int version = 1;
+constexpr int settleMilliseconds = 400;
 
 // Empty, so that nothing is kept, where the person has no folder for it.
-QString FileOf(const std::string& sApplicationFolder) {
-    const std::string sState = UserFolder("XDG_STATE_HOME", ".local/state");
-    std::error_code oError;
-    const std::string sName = std::filesystem::weakly_canonical(sApplicationFolder, oError).filename().string();
-    if (sState.empty() || sName.empty())
+QString FileOf(const std::string& applicationFolder) {
+    const std::string state = UserFolder("XDG_STATE_HOME", ".local/state");
+    std::error_code error;
+    const std::string name = std::filesystem::weakly_canonical(applicationFolder, error).filename().string();
+    if (state.empty() || name.empty())
         return {};
-    return QString::fromStdString(JoinPath(JoinPath(JoinPath(sState, "corvane"), AsFileName(sName)), "preview.json"));
+    return QString::fromStdString(JoinPath(JoinPath(JoinPath(state, "corvane"), AsFileName(name)), "preview.json"));
 }
 
 } // namespace
 
-KeptPlace::KeptPlace(QMainWindow* pWindow, const std::string& sApplicationFolder)
-    : QObject(pWindow), m_pWindow(pWindow), m_oFile(FileOf(sApplicationFolder), [](const QString& sText) {
-          std::fprintf(stderr, "corvane-preview: warning: %s\n", qUtf8Printable(sText));
+KeptPlace::KeptPlace(QMainWindow* window, const std::string& applicationFolder)
+    : QObject(window), m_window(window), m_file(FileOf(applicationFolder), [](const QString& text) {
+          std::fprintf(stderr, "corvane-preview: warning: %s\n", qUtf8Printable(text));
       }) {
-    m_oTimer.setSingleShot(true);
-    m_oTimer.setInterval(nSettleMilliseconds);
-    connect(&m_oTimer, &QTimer::timeout, this, &KeptPlace::Keep);
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(settleMilliseconds);
+    connect(&m_timer, &QTimer::timeout, this, &KeptPlace::Keep);
 }
 
 void KeptPlace::Restore() {
-    m_oWritten = m_oFile.Read();
-    if (m_oWritten["version"].toInt() == nVersion) { // another's isn't known here
-        PlaceAgain(*m_pWindow, m_oWritten["geometry"]);
-        m_pWindow->restoreState(Unpacked(m_oWritten["docks"]), nVersion);
+    m_written = m_file.Read();
+    if (m_written["version"].toInt() == version) { // another's isn't known here
+        PlaceAgain(*m_window, m_written["geometry"]);
+        m_window->restoreState(Unpacked(m_written["docks"]), version);
     }
-    m_pWindow->installEventFilter(this);
-    for (QDockWidget* pDock : m_pWindow->findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly))
-        pDock->installEventFilter(this);
+    m_window->installEventFilter(this);
+    for (QDockWidget* dock : m_window->findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        dock->installEventFilter(this);
 }
 
 void KeptPlace::Keep() {
-    m_oTimer.stop();
-    const QJsonObject oState{{"version", nVersion},
-                             {"geometry", Packed(m_pWindow->saveGeometry())},
-                             {"docks", Packed(m_pWindow->saveState(nVersion))}};
-    if (oState != m_oWritten && m_oFile.Write(oState))
-        m_oWritten = oState;
+    m_timer.stop();
+    const QJsonObject state{{"version", version},
+                            {"geometry", Packed(m_window->saveGeometry())},
+                            {"docks", Packed(m_window->saveState(version))}};
+    if (state != m_written && m_file.Write(state))
+        m_written = state;
 }
 
-bool KeptPlace::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    switch (pEvent->type()) {
+bool KeptPlace::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
     case QEvent::Move:
     case QEvent::Resize:
     case QEvent::WindowStateChange:
     case QEvent::Show:
-        if (!m_oTimer.isActive())
-            m_oTimer.start();
+        if (!m_timer.isActive())
+            m_timer.start();
         break;
     default:
         break;
     }
-    return QObject::eventFilter(pWatched, pEvent);
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace corvane::desktop

@@ -16,7 +16,7 @@ class KeptPlace final : public QObject {
     Q_OBJECT
 public:
     // Beside the log of the application in that folder.
-    KeptPlace(QMainWindow* pWindow, const std::string& sApplicationFolder);
+    KeptPlace(QMainWindow* window, const std::string& applicationFolder);
 
     // Before the window is shown, with all its docks. From here on changes are kept, a moment after they were made.
     void Restore();
@@ -24,13 +24,13 @@ public:
     void Keep();
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QMainWindow* m_pWindow;
-    StateFile m_oFile;
-    QJsonObject m_oWritten;
-    QTimer m_oTimer;
+    QMainWindow* m_window;
+    StateFile m_file;
+    QJsonObject m_written;
+    QTimer m_timer;
 };
 
 } // namespace corvane::desktop

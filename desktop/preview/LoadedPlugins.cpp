@@ -11,28 +11,28 @@ namespace corvane::desktop {
 namespace {
 
 // By its path; the file may be another by now.
-bool IsLoaded(const QString& sPath) {
-    void* pLibrary = ::dlopen(QFile::encodeName(sPath).constData(), RTLD_LAZY | RTLD_NOLOAD);
-    if (pLibrary)
-        ::dlclose(pLibrary);
-    return pLibrary != nullptr;
+bool IsLoaded(const QString& path) {
+    void* library = ::dlopen(QFile::encodeName(path).constData(), RTLD_LAZY | RTLD_NOLOAD);
+    if (library)
+        ::dlclose(library);
+    return library != nullptr;
 }
 
 } // namespace
 
-void LoadedPlugins::Note(const QString& sPath) {
-    if (!m_mapPrints.contains(sPath) || !IsLoaded(sPath)) // else it was loaded from the file that was noted
-        m_mapPrints[sPath] = FolderWatch::PrintOf(sPath);
+void LoadedPlugins::Note(const QString& path) {
+    if (!m_prints.contains(path) || !IsLoaded(path)) // else it was loaded from the file that was noted
+        m_prints[path] = FolderWatch::PrintOf(path);
 }
 
 QStringList LoadedPlugins::BuiltAnew() const {
-    QStringList aNames;
-    for (auto it = m_mapPrints.begin(); it != m_mapPrints.end(); ++it) {
-        const QString sNow = FolderWatch::PrintOf(it.key());
-        if (!sNow.isEmpty() && sNow != it.value() && IsLoaded(it.key()))
-            aNames << QFileInfo(it.key()).baseName().mid(3); // without "lib"
+    QStringList names;
+    for (auto it = m_prints.begin(); it != m_prints.end(); ++it) {
+        const QString now = FolderWatch::PrintOf(it.key());
+        if (!now.isEmpty() && now != it.value() && IsLoaded(it.key()))
+            names << QFileInfo(it.key()).baseName().mid(3); // without "lib"
     }
-    return aNames;
+    return names;
 }
 
 } // namespace corvane::desktop

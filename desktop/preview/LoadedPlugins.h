@@ -11,12 +11,12 @@ namespace corvane::desktop {
 class LoadedPlugins {
 public:
     // Notes the file as it is now. To be called before it may be loaded.
-    void Note(const QString& sPath);
+    void Note(const QString& path);
     // The names of libraries that are loaded and have another file now.
     [[nodiscard]] QStringList BuiltAnew() const;
 
 private:
-    QMap<QString, QString> m_mapPrints; // by path: the file as it was when it was loaded
+    QMap<QString, QString> m_prints; // by path: the file as it was when it was loaded
 };
 
 } // namespace corvane::desktop

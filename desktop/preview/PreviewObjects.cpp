@@ -11,60 +11,60 @@
 
 namespace corvane::desktop {
 
-QWidget* QtStandIn::NewWidget(QWidget* pParent) {
-    auto* pWidget = new QWidget(pParent);
-    auto* pLayout = new QVBoxLayout(pWidget);
-    const Ref<PageDef> oPageDef = Page()->PageDef();
-    const QString sCaption = oPageDef ? QString::fromStdString(std::string(oPageDef->Caption())) : QString();
-    const QString sProgID = QString::fromStdString(m_sId.substr(0, m_sId.find('#')));
-    const QString sText = QCoreApplication::translate("Preview", "This is a stub for the page of %1.").arg(sProgID);
-    auto* pText = new QLabel(sCaption.isEmpty() ? sText : sCaption + "\n\n" + sText);
-    pText->setTextFormat(Qt::PlainText);
-    pText->setAlignment(Qt::AlignCenter);
-    pText->setWordWrap(true);
-    pText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    pLayout->addWidget(pText);
-    return pWidget;
+QWidget* QtStandIn::NewWidget(QWidget* parent) {
+    auto* widget = new QWidget(parent);
+    auto* layout = new QVBoxLayout(widget);
+    const Ref<PageDef> pageDef = Page()->PageDef();
+    const QString caption = pageDef ? QString::fromStdString(std::string(pageDef->Caption())) : QString();
+    const QString progID = QString::fromStdString(m_id.substr(0, m_id.find('#')));
+    const QString shownText = QCoreApplication::translate("Preview", "This is a stub for the page of %1.").arg(progID);
+    auto* text = new QLabel(caption.isEmpty() ? shownText : caption + "\n\n" + shownText);
+    text->setTextFormat(Qt::PlainText);
+    text->setAlignment(Qt::AlignCenter);
+    text->setWordWrap(true);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    layout->addWidget(text);
+    return widget;
 }
 
-std::set<std::string> PreviewFactory::ClassesOf(const std::string& sLibrary) {
-    std::set<std::string> setClasses;
-    const std::string sPath = m_oPlugins->PathOf(sLibrary);
-    std::error_code oError;
-    if (!std::filesystem::exists(sPath, oError))
-        return setClasses;
-    if (m_pLoaded)
-        m_pLoaded->Note(QString::fromStdString(sPath));
+std::set<std::string> PreviewFactory::ClassesOf(const std::string& library) {
+    std::set<std::string> classes;
+    const std::string path = m_plugins->PathOf(library);
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        return classes;
+    if (m_loaded)
+        m_loaded->Note(QString::fromStdString(path));
     try {
-        for (const auto& oClass : m_oPlugins->Classes(sLibrary))
-            setClasses.insert(FoldText(oClass.sProgID));
-    } catch (const Failure& oFailure) {
-        m_mapUnusable[sPath] = oFailure.Description;
+        for (const auto& classInfo : m_plugins->Classes(library))
+            classes.insert(FoldText(classInfo.progID));
+    } catch (const Failure& failure) {
+        m_unusable[path] = failure.Description;
     }
-    return setClasses;
+    return classes;
 }
 
-bool PreviewFactory::IsStandIn(const std::string& sProgID) {
-    const std::size_t iPoint = sProgID.find('.');
-    if (m_bAll || iPoint == std::string::npos || iPoint == 0)
+bool PreviewFactory::IsStandIn(const std::string& progID) {
+    const std::size_t point = progID.find('.');
+    if (m_all || point == std::string::npos || point == 0)
         return true;
-    const std::string sLibrary = sProgID.substr(0, iPoint);
-    auto it = m_mapClasses.find(FoldText(sLibrary));
-    if (it == m_mapClasses.end())
-        it = m_mapClasses.emplace(FoldText(sLibrary), ClassesOf(sLibrary)).first;
-    return !it->second.contains(FoldText(sProgID));
+    const std::string library = progID.substr(0, point);
+    auto it = m_classes.find(FoldText(library));
+    if (it == m_classes.end())
+        it = m_classes.emplace(FoldText(library), ClassesOf(library)).first;
+    return !it->second.contains(FoldText(progID));
 }
 
-Ref<Object> PreviewFactory::Create(std::string_view sProgID) {
-    if (IsStandIn(std::string(sProgID)))
-        return StandInFactory::Create(sProgID);
-    Ref<Object> oObject = m_oReal->Create(sProgID);
-    Recorded()->Name(*oObject, Recorded()->NewId(sProgID));
-    return oObject;
+Ref<Object> PreviewFactory::Create(std::string_view progID) {
+    if (IsStandIn(std::string(progID)))
+        return StandInFactory::Create(progID);
+    Ref<Object> object = m_real->Create(progID);
+    Recorded()->Name(*object, Recorded()->NewId(progID));
+    return object;
 }
 
-Ref<Object> PreviewFactory::Make(const inspect::StandInSpec& oSpec, const std::string& sId) {
-    return New<QtStandIn>(Recorded(), oSpec, sId);
+Ref<Object> PreviewFactory::Make(const inspect::StandInSpec& spec, const std::string& id) {
+    return New<QtStandIn>(Recorded(), spec, id);
 }
 
 } // namespace corvane::desktop

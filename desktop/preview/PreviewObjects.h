@@ -16,36 +16,36 @@ namespace corvane::desktop {
 class QtStandIn final : public inspect::StandIn, public IQtPage {
 public:
     using StandIn::StandIn;
-    QWidget* NewWidget(QWidget* pParent) override;
+    QWidget* NewWidget(QWidget* parent) override;
 };
 
 class PreviewFactory final : public inspect::StandInFactory {
 public:
-    // bAll: stand-ins also for what is there. pLoaded, if given, is told of each plug-in that is loaded.
-    PreviewFactory(Ref<inspect::Record> oRecord, std::shared_ptr<const inspect::StandInFile> pFile,
-                   Ref<IObjectFactory> oReal, Ref<PluginFactory> oPlugins, bool bAll,
-                   std::shared_ptr<LoadedPlugins> pLoaded = {})
-        : StandInFactory(std::move(oRecord), std::move(pFile)), m_oReal(std::move(oReal)),
-          m_oPlugins(std::move(oPlugins)), m_bAll(bAll), m_pLoaded(std::move(pLoaded)) {}
+    // all: stand-ins also for what is there. loaded, if given, is told of each plug-in that is loaded.
+    PreviewFactory(Ref<inspect::Record> record, std::shared_ptr<const inspect::StandInFile> file,
+                   Ref<IObjectFactory> real, Ref<PluginFactory> plugins, bool all,
+                   std::shared_ptr<LoadedPlugins> loaded = {})
+        : StandInFactory(std::move(record), std::move(file)), m_real(std::move(real)), m_plugins(std::move(plugins)),
+          m_all(all), m_loaded(std::move(loaded)) {}
 
-    [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
+    [[nodiscard]] Ref<Object> Create(std::string_view progID) override;
     // Whether objects of that ProgID are stand-ins: there is no such plug-in, or it hasn't got that class (yet).
-    [[nodiscard]] bool IsStandIn(const std::string& sProgID);
+    [[nodiscard]] bool IsStandIn(const std::string& progID);
     // What keeps plug-ins that are there from being used, a text each.
-    [[nodiscard]] const std::map<std::string, std::string>& Unusable() const { return m_mapUnusable; }
+    [[nodiscard]] const std::map<std::string, std::string>& Unusable() const { return m_unusable; }
 
 protected:
-    [[nodiscard]] Ref<Object> Make(const inspect::StandInSpec& oSpec, const std::string& sId) override;
+    [[nodiscard]] Ref<Object> Make(const inspect::StandInSpec& spec, const std::string& id) override;
 
 private:
-    [[nodiscard]] std::set<std::string> ClassesOf(const std::string& sLibrary); // folded
+    [[nodiscard]] std::set<std::string> ClassesOf(const std::string& library); // folded
 
-    Ref<IObjectFactory> m_oReal;
-    Ref<PluginFactory> m_oPlugins;
-    bool m_bAll;
-    std::map<std::string, std::set<std::string>> m_mapClasses; // by folded library
-    std::map<std::string, std::string> m_mapUnusable;          // by path
-    std::shared_ptr<LoadedPlugins> m_pLoaded;
+    Ref<IObjectFactory> m_real;
+    Ref<PluginFactory> m_plugins;
+    bool m_all;
+    std::map<std::string, std::set<std::string>> m_classes; // by folded library
+    std::map<std::string, std::string> m_unusable;          // by path
+    std::shared_ptr<LoadedPlugins> m_loaded;
 };
 
 } // namespace corvane::desktop

@@ -33,468 +33,468 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nRetryMilliseconds = 40;
-constexpr int nRetryUnsavedMilliseconds = 500; // services and pages are asked each time
+constexpr int retryMilliseconds = 40;
+constexpr int retryUnsavedMilliseconds = 500; // services and pages are asked each time
 
-QString Text(const std::string& sText) {
-    return QString::fromStdString(sText);
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
 }
 
-std::string Absolute(const std::string& sFolder) {
-    std::string sAbsolute = std::filesystem::absolute(sFolder).lexically_normal().string();
-    while (sAbsolute.size() > 1 && sAbsolute.back() == '/')
-        sAbsolute.pop_back();
-    return sAbsolute;
+std::string Absolute(const std::string& folder) {
+    std::string absolute = std::filesystem::absolute(folder).lexically_normal().string();
+    while (absolute.size() > 1 && absolute.back() == '/')
+        absolute.pop_back();
+    return absolute;
 }
 
-bool IsError(const check::Finding& oFinding) {
-    return check::TextOf(oFinding.eRule).eSeverity == check::Severity::Error;
+bool IsError(const check::Finding& finding) {
+    return check::TextOf(finding.rule).severity == check::Severity::Error;
 }
 
 } // namespace
 
-PreviewWindow::PreviewWindow(PreviewOptions oOptions)
-    : m_oOptions(std::move(oOptions)), m_oWatch(Text(Absolute(m_oOptions.sFolder))),
-      m_oPlace(this, Absolute(m_oOptions.sFolder)), m_pPlace(new QWidget), m_pLayout(new QVBoxLayout(m_pPlace)),
-      m_pNothing(new QLabel), m_pProblems(new ProblemList), m_pCalls(new CallList),
-      m_pProblemsDock(new QDockWidget(tr("Problems"), this)), m_pCallsDock(new QDockWidget(tr("Calls"), this)),
-      m_pIcon(new QLabel), m_pState(new QLabel), m_pLastCall(new QLabel), m_pAnyway(new QToolButton),
-      m_pRestart(new QToolButton) {
-    m_oOptions.sFolder = Absolute(m_oOptions.sFolder);
-    m_pLayout->setContentsMargins(0, 0, 0, 0);
-    m_pLayout->addWidget(m_pNothing);
-    m_pNothing->setText(
+PreviewWindow::PreviewWindow(PreviewOptions options)
+    : m_options(std::move(options)), m_watch(Text(Absolute(m_options.folder))),
+      m_place(this, Absolute(m_options.folder)), m_placeWidget(new QWidget), m_layout(new QVBoxLayout(m_placeWidget)),
+      m_nothing(new QLabel), m_problems(new ProblemList), m_calls(new CallList),
+      m_problemsDock(new QDockWidget(tr("Problems"), this)), m_callsDock(new QDockWidget(tr("Calls"), this)),
+      m_icon(new QLabel), m_state(new QLabel), m_lastCall(new QLabel), m_anyway(new QToolButton),
+      m_restart(new QToolButton) {
+    m_options.folder = Absolute(m_options.folder);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->addWidget(m_nothing);
+    m_nothing->setText(
         tr("There is nothing to show yet.\n\nThe application appears here as soon as the problems below are fixed."));
-    m_pNothing->setAlignment(Qt::AlignCenter);
-    m_pNothing->setWordWrap(true);
-    setCentralWidget(m_pPlace);
-    setWindowTitle(tr("%1 — Preview").arg(Text(std::filesystem::path(m_oOptions.sFolder).filename().string())));
+    m_nothing->setAlignment(Qt::AlignCenter);
+    m_nothing->setWordWrap(true);
+    setCentralWidget(m_placeWidget);
+    setWindowTitle(tr("%1 — Preview").arg(Text(std::filesystem::path(m_options.folder).filename().string())));
     SetUpDocks();
     SetUpStatusBar();
-    m_oRetry.setSingleShot(true);
-    connect(&m_oRetry, &QTimer::timeout, this, &PreviewWindow::TryShow);
-    connect(&m_oWatch, &FolderWatch::Changed, this, &PreviewWindow::Folder_Changed);
+    m_retry.setSingleShot(true);
+    connect(&m_retry, &QTimer::timeout, this, &PreviewWindow::TryShow);
+    connect(&m_watch, &FolderWatch::Changed, this, &PreviewWindow::Folder_Changed);
     resize(QSize(1180, 900).boundedTo(screen()->availableSize()));
-    m_oPlace.Restore();
+    m_place.Restore();
     TakeOver();
 }
 
 PreviewWindow::~PreviewWindow() {
-    m_bLoading = true;
-    m_pCalls->Leave();
-    m_oUnloaded = {};
-    m_pApplication.reset();
+    m_loading = true;
+    m_calls->Leave();
+    m_unloaded = {};
+    m_application.reset();
 }
 
 void PreviewWindow::SetUpDocks() {
-    m_pProblemsDock->setObjectName("Problems");
-    m_pProblemsDock->setWidget(m_pProblems);
-    m_pCallsDock->setObjectName("Calls");
-    m_pCallsDock->setWidget(m_pCalls);
-    addDockWidget(Qt::BottomDockWidgetArea, m_pProblemsDock);
-    addDockWidget(Qt::BottomDockWidgetArea, m_pCallsDock);
-    tabifyDockWidget(m_pProblemsDock, m_pCallsDock);
-    resizeDocks({m_pProblemsDock, m_pCallsDock}, {170, 170}, Qt::Vertical);
-    m_pProblemsDock->hide();
-    m_pProblemsDock->toggleViewAction()->setEnabled(false); // the list comes and goes by itself
-    connect(m_pCalls, &CallList::Called, m_pLastCall, [this](const QString& sText) {
-        m_pLastCall->setText(sText);
-        m_pLastCall->setToolTip(sText);
+    m_problemsDock->setObjectName("Problems");
+    m_problemsDock->setWidget(m_problems);
+    m_callsDock->setObjectName("Calls");
+    m_callsDock->setWidget(m_calls);
+    addDockWidget(Qt::BottomDockWidgetArea, m_problemsDock);
+    addDockWidget(Qt::BottomDockWidgetArea, m_callsDock);
+    tabifyDockWidget(m_problemsDock, m_callsDock);
+    resizeDocks({m_problemsDock, m_callsDock}, {170, 170}, Qt::Vertical);
+    m_problemsDock->hide();
+    m_problemsDock->toggleViewAction()->setEnabled(false); // the list comes and goes by itself
+    connect(m_calls, &CallList::Called, m_lastCall, [this](const QString& text) {
+        m_lastCall->setText(text);
+        m_lastCall->setToolTip(text);
     });
 }
 
 // Below the application's own status line, which is the application's.
 void PreviewWindow::SetUpStatusBar() {
-    for (QLabel* pLabel : {m_pState, m_pLastCall})
-        pLabel->setTextFormat(Qt::PlainText);
-    m_pLastCall->setIndent(2 * fontMetrics().averageCharWidth());
-    m_pState->setAccessibleName(tr("Status of the preview"));
-    m_pLastCall->setAccessibleName(tr("Latest call"));
-    m_pLastCall->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_pAnyway->setText(tr("Show &Anyway"));
-    m_pAnyway->setToolTip(tr("Shows the new definitions and discards unsaved work"));
-    m_pAnyway->hide();
-    connect(m_pAnyway, &QToolButton::clicked, this, [this] {
-        m_bDiscards = true;
+    for (QLabel* label : {m_state, m_lastCall})
+        label->setTextFormat(Qt::PlainText);
+    m_lastCall->setIndent(2 * fontMetrics().averageCharWidth());
+    m_state->setAccessibleName(tr("Status of the preview"));
+    m_lastCall->setAccessibleName(tr("Latest call"));
+    m_lastCall->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_anyway->setText(tr("Show &Anyway"));
+    m_anyway->setToolTip(tr("Shows the new definitions and discards unsaved work"));
+    m_anyway->hide();
+    connect(m_anyway, &QToolButton::clicked, this, [this] {
+        m_discards = true;
         TryShow();
     });
-    m_pRestart->setText(tr("&Restart"));
-    m_pRestart->setToolTip(tr("Restarts the preview to use the rebuilt plug-in"));
-    m_pRestart->hide();
-    connect(m_pRestart, &QToolButton::clicked, this, &PreviewWindow::Restart);
-    auto* pOpen = new QToolButton;
-    pOpen->setText(tr("&Open Window"));
-    pOpen->setToolTip(tr("Opens a window of the definitions, even without code for it"));
-    pOpen->setPopupMode(QToolButton::InstantPopup);
-    pOpen->setAutoRaise(true);
-    auto* pMenu = new QMenu(pOpen);
-    connect(pMenu, &QMenu::aboutToShow, this, [this, pMenu] { FillWindowMenu(pMenu); });
-    pOpen->setMenu(pMenu);
-    auto* pCalls = new QToolButton;
-    pCalls->setDefaultAction(m_pCallsDock->toggleViewAction());
-    pCalls->setAutoRaise(true);
-    statusBar()->addWidget(m_pIcon);
-    statusBar()->addWidget(m_pState);
-    statusBar()->addWidget(m_pAnyway);
-    statusBar()->addWidget(m_pRestart);
-    statusBar()->addWidget(m_pLastCall, 1);
-    statusBar()->addPermanentWidget(pOpen);
-    statusBar()->addPermanentWidget(pCalls);
+    m_restart->setText(tr("&Restart"));
+    m_restart->setToolTip(tr("Restarts the preview to use the rebuilt plug-in"));
+    m_restart->hide();
+    connect(m_restart, &QToolButton::clicked, this, &PreviewWindow::Restart);
+    auto* open = new QToolButton;
+    open->setText(tr("&Open Window"));
+    open->setToolTip(tr("Opens a window of the definitions, even without code for it"));
+    open->setPopupMode(QToolButton::InstantPopup);
+    open->setAutoRaise(true);
+    auto* menu = new QMenu(open);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { FillWindowMenu(menu); });
+    open->setMenu(menu);
+    auto* calls = new QToolButton;
+    calls->setDefaultAction(m_callsDock->toggleViewAction());
+    calls->setAutoRaise(true);
+    statusBar()->addWidget(m_icon);
+    statusBar()->addWidget(m_state);
+    statusBar()->addWidget(m_anyway);
+    statusBar()->addWidget(m_restart);
+    statusBar()->addWidget(m_lastCall, 1);
+    statusBar()->addPermanentWidget(open);
+    statusBar()->addPermanentWidget(calls);
 }
 
-void PreviewWindow::FillWindowMenu(QMenu* pMenu) {
-    pMenu->clear();
-    const Ref<Framework> oFramework = m_pApplication ? Singleton::Framework() : nullptr;
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (oManager)
-        for (const auto& oWindowDef : oManager->WindowDefs()) {
-            const std::string sName = oWindowDef->Name();
-            if (sName == WindowHost::ListedWindow)
+void PreviewWindow::FillWindowMenu(QMenu* menu) {
+    menu->clear();
+    const Ref<Framework> framework = m_application ? Singleton::Framework() : nullptr;
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    if (manager)
+        for (const auto& windowDef : manager->WindowDefs()) {
+            const std::string name = windowDef->Name();
+            if (name == WindowHost::ListedWindow)
                 continue;
-            const QString sText = QString("%1  (%2)").arg(Text(oWindowDef->Caption()), Text(sName)).replace('&', "&&");
-            pMenu->addAction(sText, this, [this, sName] { OpenWindow(sName); });
+            const QString text = QString("%1  (%2)").arg(Text(windowDef->Caption()), Text(name)).replace('&', "&&");
+            menu->addAction(text, this, [this, name] { OpenWindow(name); });
         }
-    if (pMenu->isEmpty())
-        pMenu->addAction(tr("(no windows)"))->setEnabled(false);
+    if (menu->isEmpty())
+        menu->addAction(tr("(no windows)"))->setEnabled(false);
 }
 
-void PreviewWindow::OpenWindow(const std::string& sName) {
-    if (!m_pApplication)
+void PreviewWindow::OpenWindow(const std::string& name) {
+    if (!m_application)
         return;
-    m_setOpened.insert(FoldText(sName));
-    ViewState::OpenWindow oOpen;
-    oOpen.sName = sName;
-    const bool bIsOpen = ViewState::Activate(*m_pApplication, oOpen);
-    if (m_oOptions.pRecorder)
-        m_oOptions.pRecorder->ByHost((bIsOpen ? "activate " : "open ") + sName);
-    if (!bIsOpen)
-        ViewState::OpenAgain(*m_pApplication, oOpen);
+    m_opened.insert(FoldText(name));
+    ViewState::OpenWindow open;
+    open.name = name;
+    const bool isOpen = ViewState::Activate(*m_application, open);
+    if (m_options.recorder)
+        m_options.recorder->ByHost((isOpen ? "activate " : "open ") + name);
+    if (!isOpen)
+        ViewState::OpenAgain(*m_application, open);
 }
 
 void PreviewWindow::Start() {
-    m_nLoop = QThread::currentThread()->loopLevel();
+    m_loop = QThread::currentThread()->loopLevel();
     show();
     Folder_Changed();
 }
 
 // What has changed is looked at as a whole: an edit may be good or bad only together with another.
 void PreviewWindow::Folder_Changed() {
-    m_sTrouble.clear();
-    m_aFindings.clear();
-    if (!m_oWatch.FolderExists()) {
-        m_sTrouble = tr("The folder %1 doesn't exist or has no folder “Services”.").arg(Text(m_oOptions.sFolder));
+    m_trouble.clear();
+    m_findings.clear();
+    if (!m_watch.FolderExists()) {
+        m_trouble = tr("The folder %1 doesn't exist or has no folder “Services”.").arg(Text(m_options.folder));
     } else {
         try {
-            m_aFindings = check::Check({m_oOptions.sFolder, false});
-            std::erase_if(m_aFindings, [](const auto& oFinding) { // a stand-in is there instead
-                return oFinding.eRule == check::Rule::MissingPlugin;
+            m_findings = check::Check({m_options.folder, false});
+            std::erase_if(m_findings, [](const auto& finding) { // a stand-in is there instead
+                return finding.rule == check::Rule::MissingPlugin;
             });
-            const std::string sStandIns = m_oOptions.sFolder + "/standins.json";
-            m_pStandIns = std::make_shared<const inspect::StandInFile>(
-                std::filesystem::exists(sStandIns) ? inspect::ReadStandIns(sStandIns) : inspect::StandInFile());
+            const std::string standIns = m_options.folder + "/standins.json";
+            m_standIns = std::make_shared<const inspect::StandInFile>(
+                std::filesystem::exists(standIns) ? inspect::ReadStandIns(standIns) : inspect::StandInFile());
         } catch (...) {
-            m_sTrouble = Text(CurrentFailure().Description);
+            m_trouble = Text(CurrentFailure().Description);
         }
     }
-    m_bHasErrors = !m_sTrouble.isEmpty() || std::any_of(m_aFindings.begin(), m_aFindings.end(), IsError);
-    m_bWanted = !m_bHasErrors;
-    m_bUnsaved = m_bDiscards = m_bWaits = false;
-    if (m_bWanted)
+    m_hasErrors = !m_trouble.isEmpty() || std::any_of(m_findings.begin(), m_findings.end(), IsError);
+    m_wanted = !m_hasErrors;
+    m_unsaved = m_discards = m_waits = false;
+    if (m_wanted)
         TryShow();
     else
         ReportState();
 }
 
 bool PreviewWindow::IsBusy() const {
-    return m_bLoading || (m_pApplication && m_pApplication->Failures().Entry() != 0) ||
-           QThread::currentThread()->loopLevel() > m_nLoop || QApplication::mouseButtons() != Qt::NoButton;
+    return m_loading || (m_application && m_application->Failures().Entry() != 0) ||
+           QThread::currentThread()->loopLevel() > m_loop || QApplication::mouseButtons() != Qt::NoButton;
 }
 
 // The modal window on top, if it is one of stand-ins.
 Ref<WindowForm> PreviewWindow::ModalOfStandIns() {
-    const QWidget* pModal = QApplication::activeModalWidget();
-    for (const auto& frm : m_pApplication->MainForm()->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && pModal && oForm->Frame() == pModal)
-            return IsOfStandIns(oForm->WindowName()) ? oForm : nullptr;
+    const QWidget* modal = QApplication::activeModalWidget();
+    for (const auto& frm : m_application->MainForm()->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && modal && form->Frame() == modal)
+            return IsOfStandIns(form->WindowName()) ? form : nullptr;
     return nullptr;
 }
 
 // False while something is open in which the person, or code, is at work; nothing of it may be closed, no menu either.
 bool PreviewWindow::CanUnwind() {
-    if (m_bLoading || QApplication::mouseButtons() != Qt::NoButton)
+    if (m_loading || QApplication::mouseButtons() != Qt::NoButton)
         return false;
-    for (const auto& oControl : m_pApplication->Panel()->Controls())
-        if (const auto oTree = oControl.TryAs<TreeView>(); oTree && oTree->IsEditingLabel())
+    for (const auto& control : m_application->Panel()->Controls())
+        if (const auto tree = control.TryAs<TreeView>(); tree && tree->IsEditingLabel())
             return false;
     return !QApplication::activeModalWidget() || ModalOfStandIns();
 }
 
 // A menu, or a modal window of stand-ins, is closed, to be opened again. False while the library hasn't come back yet.
 bool PreviewWindow::Unwind() {
-    if (!m_oView)
-        m_oView = ViewState::Of(*m_pApplication);
-    while (QWidget* pPopup = QApplication::activePopupWidget())
-        if (!pPopup->close())
+    if (!m_view)
+        m_view = ViewState::Of(*m_application);
+    while (QWidget* popup = QApplication::activePopupWidget())
+        if (!popup->close())
             break;
-    if (const auto oForm = ModalOfStandIns())
-        oForm->Abandon();
+    if (const auto form = ModalOfStandIns())
+        form->Abandon();
     return !IsBusy();
 }
 
 // Asking isn't among the calls that the author wants to see, and who fails to answer does so every time.
 bool PreviewWindow::HasUnsavedWork() {
-    m_pCalls->SetHeld(true);
-    m_pApplication->Failures().SetTaker([](const ShownFailure&) { return true; });
-    const bool bHas = m_pApplication->HasUnsavedWork();
-    m_pApplication->Failures().SetTaker({});
-    m_pCalls->SetHeld(false);
-    return bHas;
+    m_calls->SetHeld(true);
+    m_application->Failures().SetTaker([](const ShownFailure&) { return true; });
+    const bool has = m_application->HasUnsavedWork();
+    m_application->Failures().SetTaker({});
+    m_calls->SetHeld(false);
+    return has;
 }
 
 void PreviewWindow::TryShow() {
-    if (!m_bWanted)
+    if (!m_wanted)
         return;
-    const auto fnWait = [this](bool bUnsaved) {
-        const bool bIsNew = !std::exchange(m_bWaits, true);
-        if (std::exchange(m_bUnsaved, bUnsaved) != bUnsaved || bIsNew)
+    const auto wait = [this](bool unsaved) {
+        const bool isNew = !std::exchange(m_waits, true);
+        if (std::exchange(m_unsaved, unsaved) != unsaved || isNew)
             ReportState();
-        m_oRetry.start(bUnsaved ? nRetryUnsavedMilliseconds : nRetryMilliseconds);
+        m_retry.start(unsaved ? retryUnsavedMilliseconds : retryMilliseconds);
     };
-    if (m_pApplication) {
+    if (m_application) {
         if (!CanUnwind())
-            return fnWait(m_bUnsaved);
-        if (!m_bDiscards && HasUnsavedWork())
-            return fnWait(true);
+            return wait(m_unsaved);
+        if (!m_discards && HasUnsavedWork())
+            return wait(true);
         if (!Unwind())
-            return fnWait(false); // the event loop that is in the way has to end first
+            return wait(false); // the event loop that is in the way has to end first
     }
     ShowNow();
 }
 
 // False when the application refuses to end, as with unsaved work that nobody has told of before.
 bool PreviewWindow::Unload() {
-    CommonDialog& oDialogs = m_pApplication->Dialogs();
-    const std::size_t nAnswers = m_bDiscards ? m_pApplication->MainForm()->Forms().size() + 2 : 1;
-    for (std::size_t i = 0; i < nAnswers; ++i)
-        oDialogs.AddAnswer(m_bDiscards ? "Discard" : "Stay");
-    m_pApplication->Failures().Guard([this] { m_pApplication->MainForm()->Unload(); });
-    if (!m_pApplication->MainForm()->IsLoaded())
+    CommonDialog& dialogs = m_application->Dialogs();
+    const std::size_t answers = m_discards ? m_application->MainForm()->Forms().size() + 2 : 1;
+    for (std::size_t i = 0; i < answers; ++i)
+        dialogs.AddAnswer(m_discards ? "Discard" : "Stay");
+    m_application->Failures().Guard([this] { m_application->MainForm()->Unload(); });
+    if (!m_application->MainForm()->IsLoaded())
         return true;
-    while (oDialogs.TakeAnswer().value_or("").size() > 0) {
+    while (dialogs.TakeAnswer().value_or("").size() > 0) {
     }
     return false;
 }
 
 void PreviewWindow::ShowNow() {
-    m_bLoading = true;
-    m_pCalls->SetHeld(true);
-    if (m_oOptions.pRecorder)
-        m_oOptions.pRecorder->SetHeld(true);
-    m_pPlace->setUpdatesEnabled(false); // the old picture stands until the new one is there
-    const auto oDone = qScopeGuard([this] {
-        m_pPlace->setUpdatesEnabled(true);
-        m_pCalls->SetHeld(false);
-        if (m_oOptions.pRecorder)
-            m_oOptions.pRecorder->SetHeld(false);
-        m_bLoading = false;
+    m_loading = true;
+    m_calls->SetHeld(true);
+    if (m_options.recorder)
+        m_options.recorder->SetHeld(true);
+    m_placeWidget->setUpdatesEnabled(false); // the old picture stands until the new one is there
+    const auto done = qScopeGuard([this] {
+        m_placeWidget->setUpdatesEnabled(true);
+        m_calls->SetHeld(false);
+        if (m_options.recorder)
+            m_options.recorder->SetHeld(false);
+        m_loading = false;
         ReportState();
     });
-    QStringList aFailures;
-    if (m_pApplication) {
-        m_pApplication->Failures().SetTaker([](const ShownFailure&) { return true; }); // they are in the log
-        m_pApplication->Personal().Kept().Keep();
-        m_bUnsaved = !Unload();
-        if (m_bUnsaved) {
-            m_pApplication->Failures().SetTaker({});
-            m_oView.reset();
+    QStringList failures;
+    if (m_application) {
+        m_application->Failures().SetTaker([](const ShownFailure&) { return true; }); // they are in the log
+        m_application->Personal().Kept().Keep();
+        m_unsaved = !Unload();
+        if (m_unsaved) {
+            m_application->Failures().SetTaker({});
+            m_view.reset();
             return;
         }
-        m_pCalls->Leave();
-        m_pApplication.reset();
-        if (m_oOptions.pRecorder)
-            m_oOptions.pRecorder->Comment("Here the definitions were changed.");
+        m_calls->Leave();
+        m_application.reset();
+        if (m_options.recorder)
+            m_options.recorder->Comment("Here the definitions were changed.");
     }
-    m_bWanted = m_bDiscards = false;
+    m_wanted = m_discards = false;
     AfterLoad(Load());
 }
 
 bool PreviewWindow::Load() {
-    m_aFailures.clear();
-    m_oRecord = New<inspect::Record>();
-    const auto fnTake = [this](const ShownFailure& oShown) {
-        const FailureTexts oTexts = TextsOf(oShown, Text(m_oOptions.sFolder + "/Services"));
-        m_aFailures << QString("%1 (%2)").arg(oTexts.sHeadline, oTexts.sWhere);
+    m_failures.clear();
+    m_record = New<inspect::Record>();
+    const auto take = [this](const ShownFailure& shown) {
+        const FailureTexts texts = TextsOf(shown, Text(m_options.folder + "/Services"));
+        m_failures << QString("%1 (%2)").arg(texts.headline, texts.where);
         return true;
     };
     try {
-        ApplicationOptions oOptions;
-        oOptions.sFolder = m_oOptions.sFolder;
-        oOptions.bWithDialogs = m_oOptions.bWithDialogs;
-        oOptions.bPersonal = false;
-        oOptions.sSessionFile = SessionFile().toStdString();
-        oOptions.pRecorder = m_oOptions.pRecorder;
-        oOptions.fnObjects = [this](Ref<IObjectFactory> oReal, Ref<PluginFactory> oPlugins) {
-            m_oFactory = New<PreviewFactory>(m_oRecord, m_pStandIns, std::move(oReal), std::move(oPlugins),
-                                             m_oOptions.bStandIns, m_pLoaded);
-            return Ref<IObjectFactory>(m_oFactory);
+        ApplicationOptions options;
+        options.folder = m_options.folder;
+        options.withDialogs = m_options.withDialogs;
+        options.personal = false;
+        options.sessionFile = SessionFile().toStdString();
+        options.recorder = m_options.recorder;
+        options.objects = [this](Ref<IObjectFactory> real, Ref<PluginFactory> plugins) {
+            m_factory = New<PreviewFactory>(m_record, m_standIns, std::move(real), std::move(plugins),
+                                            m_options.standIns, m_loaded);
+            return Ref<IObjectFactory>(m_factory);
         };
-        m_pApplication = std::make_unique<Application>(oOptions);
-        m_pApplication->Failures().SetTaker(fnTake);
-        m_oUnloaded = m_pApplication->MainForm()->Changed.Subscribe([this](Form::Change eChange) {
-            if (eChange == Form::Change::Unloaded && !m_bLoading)
+        m_application = std::make_unique<Application>(options);
+        m_application->Failures().SetTaker(take);
+        m_unloaded = m_application->MainForm()->Changed.Subscribe([this](Form::Change change) {
+            if (change == Form::Change::Unloaded && !m_loading)
                 QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
         });
-        m_pCalls->Follow(m_pApplication->Bar(), m_oRecord);
-        MainWindow& oWindow = m_pApplication->Window();
-        oWindow.setParent(m_pPlace, Qt::Widget);
-        oWindow.statusBar()->setSizeGripEnabled(false); // this window has one
-        m_pLayout->addWidget(&oWindow);
-        m_pNothing->hide();
-        return m_pApplication->Start();
+        m_calls->Follow(m_application->Bar(), m_record);
+        MainWindow& window = m_application->Window();
+        window.setParent(m_placeWidget, Qt::Widget);
+        window.statusBar()->setSizeGripEnabled(false); // this window has one
+        m_layout->addWidget(&window);
+        m_nothing->hide();
+        return m_application->Start();
     } catch (...) {
-        m_aFailures << Text(CurrentFailure().Description);
-        m_pCalls->Leave();
-        m_pApplication.reset();
-        m_pNothing->show();
+        m_failures << Text(CurrentFailure().Description);
+        m_calls->Leave();
+        m_application.reset();
+        m_nothing->show();
         return false;
     }
 }
 
-void PreviewWindow::AfterLoad(bool bStarted) {
-    ++m_nShown;
-    m_sTime = QTime::currentTime().toString("HH:mm:ss");
-    const std::optional<ViewState> oView = std::exchange(m_oView, std::nullopt);
-    if (!m_pApplication)
+void PreviewWindow::AfterLoad(bool started) {
+    ++m_shown;
+    m_time = QTime::currentTime().toString("HH:mm:ss");
+    const std::optional<ViewState> view = std::exchange(m_view, std::nullopt);
+    if (!m_application)
         return;
-    for (const auto& [sPath, sWhy] : m_oFactory->Unusable())
-        m_aFailures << Text(sWhy);
-    setWindowTitle(tr("%1 — Preview").arg(m_pApplication->Window().windowTitle()));
-    if (bStarted)
-        FillExplorer(!oView || oView->bExplorerIsShown);
-    if (oView && bStarted)
-        oView->Restore(*m_pApplication,
-                       [this](const ViewState::OpenWindow& oWindow) { return IsOfStandIns(oWindow.sName); });
-    m_pApplication->Window().Flush();
-    m_pLayout->activate();
+    for (const auto& [path, why] : m_factory->Unusable())
+        m_failures << Text(why);
+    setWindowTitle(tr("%1 — Preview").arg(m_application->Window().windowTitle()));
+    if (started)
+        FillExplorer(!view || view->explorerIsShown);
+    if (view && started)
+        view->Restore(*m_application,
+                      [this](const ViewState::OpenWindow& window) { return IsOfStandIns(window.name); });
+    m_application->Window().Flush();
+    m_layout->activate();
     // What the models have told is drawn with the first picture.
     for (int i = 0; i < 3; ++i)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-    m_pApplication->Failures().SetTaker({});
-    if (!oView)
+    m_application->Failures().SetTaker({});
+    if (!view)
         return;
-    if (std::exchange(m_bTakesOver, false))
-        TellClosed(*oView);
-    QTimer::singleShot(0, &m_pApplication->Window(), [this, oView = *oView] { oView.RestoreMenu(*m_pApplication); });
-    for (const ViewState::OpenWindow& oOpen : oView->aWindows)
-        if (oOpen.bModal && IsOfStandIns(oOpen.sName)) // each in the event loop of the one below it
-            QTimer::singleShot(0, &m_pApplication->Window(),
-                               [this, oOpen] { ViewState::OpenAgain(*m_pApplication, oOpen); });
+    if (std::exchange(m_takesOver, false))
+        TellClosed(*view);
+    QTimer::singleShot(0, &m_application->Window(),
+                       [this, viewState = *view] { viewState.RestoreMenu(*m_application); });
+    for (const ViewState::OpenWindow& open : view->windows)
+        if (open.modal && IsOfStandIns(open.name)) // each in the event loop of the one below it
+            QTimer::singleShot(0, &m_application->Window(),
+                               [this, open] { ViewState::OpenAgain(*m_application, open); });
 }
 
 // Filling the explorer is the start service's part, which a stand-in doesn't play.
-void PreviewWindow::FillExplorer(bool bShows) {
-    const ExplorerPanel& oPanel = m_pApplication->Window().Explorer();
-    if (!oPanel.Page(0))
+void PreviewWindow::FillExplorer(bool shows) {
+    const ExplorerPanel& panel = m_application->Window().Explorer();
+    if (!panel.Page(0))
         return;
-    for (int i = 0; const ExplorerPage* pPage = oPanel.Page(i); ++i)
-        if (pPage->Tree()->Tree()->GetNodes()->Count() > 0)
+    for (int i = 0; const ExplorerPage* page = panel.Page(i); ++i)
+        if (page->Tree()->Tree()->GetNodes()->Count() > 0)
             return;
-    m_pApplication->Failures().Guard([&] {
-        const auto oExplorer = Singleton::Framework()->NavigationManager()->ExplorerManager();
-        oExplorer->Populate();
-        if (!bShows)
-            oExplorer->Hide();
+    m_application->Failures().Guard([&] {
+        const auto explorer = Singleton::Framework()->NavigationManager()->ExplorerManager();
+        explorer->Populate();
+        if (!shows)
+            explorer->Hide();
     });
-    if (m_oOptions.pRecorder && m_nShown == 1 && !m_oOptions.pRecorder->GoesOn())
-        m_oOptions.pRecorder->ByHost("populate");
+    if (m_options.recorder && m_shown == 1 && !m_options.recorder->GoesOn())
+        m_options.recorder->ByHost("populate");
 }
 
 // Whether it can be opened without the code that opened it.
-bool PreviewWindow::IsOfStandIns(const std::string& sWindow) {
-    if (m_setOpened.contains(FoldText(sWindow)))
+bool PreviewWindow::IsOfStandIns(const std::string& window) {
+    if (m_opened.contains(FoldText(window)))
         return true;
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!oManager || !m_oFactory || !oManager->WindowDefs()->HasKey(sWindow))
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    if (!manager || !m_factory || !manager->WindowDefs()->HasKey(window))
         return false;
-    for (const auto& oPageDef : oManager->WindowDefs()->Item(sWindow)->PageDefs())
-        if (!m_oFactory->IsStandIn(oPageDef->PageProgID()))
+    for (const auto& pageDef : manager->WindowDefs()->Item(window)->PageDefs())
+        if (!m_factory->IsStandIn(pageDef->PageProgID()))
             return false;
     return true;
 }
 
 QString PreviewWindow::StateText() const {
-    return m_pState->text();
+    return m_state->text();
 }
 
 void PreviewWindow::ReportState() {
     ShowProblems();
-    QStyle::StandardPixmap eIcon = QStyle::SP_DialogApplyButton;
-    QString sText = tr("As of %1").arg(m_sTime);
-    if (m_bHasErrors) {
-        eIcon = QStyle::SP_MessageBoxCritical;
-        const QString sWhat =
-            m_sTrouble.isEmpty() ? Text(check::CountText(m_aFindings)) : tr("The files can't be read");
-        sText = m_nShown > 0 ? tr("%1; showing the last valid state, from %2").arg(sWhat, m_sTime) : sWhat;
-    } else if (m_bUnsaved) {
-        eIcon = QStyle::SP_MessageBoxWarning;
-        sText = tr("The definitions have changed, but there is unsaved work");
-    } else if (m_bWanted) {
-        eIcon = QStyle::SP_BrowserReload;
-        sText = tr("The definitions have changed and will be shown when the open dialog or editor is closed");
-    } else if (m_pProblems->Count() > 0) {
-        eIcon = QStyle::SP_MessageBoxWarning;
+    QStyle::StandardPixmap icon = QStyle::SP_DialogApplyButton;
+    QString text = tr("As of %1").arg(m_time);
+    if (m_hasErrors) {
+        icon = QStyle::SP_MessageBoxCritical;
+        const QString what = m_trouble.isEmpty() ? Text(check::CountText(m_findings)) : tr("The files can't be read");
+        text = m_shown > 0 ? tr("%1; showing the last valid state, from %2").arg(what, m_time) : what;
+    } else if (m_unsaved) {
+        icon = QStyle::SP_MessageBoxWarning;
+        text = tr("The definitions have changed, but there is unsaved work");
+    } else if (m_wanted) {
+        icon = QStyle::SP_BrowserReload;
+        text = tr("The definitions have changed and will be shown when the open dialog or editor is closed");
+    } else if (m_problems->Count() > 0) {
+        icon = QStyle::SP_MessageBoxWarning;
     }
-    const int nSize = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_pIcon->setPixmap(style()->standardIcon(eIcon, nullptr, this).pixmap(nSize));
-    const QStringList aBuilt = m_pLoaded->BuiltAnew();
-    m_pState->setText(aBuilt.isEmpty() ? sText : tr("%1; rebuilt: %2").arg(sText, aBuilt.join(", ")));
-    m_pState->setToolTip(m_pState->text()); // there may be too little room for it
-    m_pAnyway->setVisible(m_bUnsaved);
-    m_pRestart->setVisible(!aBuilt.isEmpty());
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    m_icon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(size));
+    const QStringList built = m_loaded->BuiltAnew();
+    m_state->setText(built.isEmpty() ? text : tr("%1; rebuilt: %2").arg(text, built.join(", ")));
+    m_state->setToolTip(m_state->text()); // there may be too little room for it
+    m_anyway->setVisible(m_unsaved);
+    m_restart->setVisible(!built.isEmpty());
 }
 
 void PreviewWindow::ShowProblems() {
-    QStringList aOthers = m_sTrouble.isEmpty() ? QStringList() : QStringList(m_sTrouble);
-    if (!m_bHasErrors)
-        aOthers += m_aFailures;
-    m_pProblems->ShowWith(aOthers, m_aFindings, Text(m_oOptions.sFolder));
-    const bool bAny = m_pProblems->Count() > 0;
-    const QString sCount = m_aFindings.empty() ? QString() : ": " + Text(check::CountText(m_aFindings));
-    m_pProblemsDock->setWindowTitle(tr("Problems") + sCount);
-    if (bAny && m_pProblemsDock->isHidden()) {
-        m_pProblemsDock->show();
-        m_pProblemsDock->raise();
-    } else if (!bAny) {
-        m_pProblemsDock->hide();
+    QStringList others = m_trouble.isEmpty() ? QStringList() : QStringList(m_trouble);
+    if (!m_hasErrors)
+        others += m_failures;
+    m_problems->ShowWith(others, m_findings, Text(m_options.folder));
+    const bool any = m_problems->Count() > 0;
+    const QString count = m_findings.empty() ? QString() : ": " + Text(check::CountText(m_findings));
+    m_problemsDock->setWindowTitle(tr("Problems") + count);
+    if (any && m_problemsDock->isHidden()) {
+        m_problemsDock->show();
+        m_problemsDock->raise();
+    } else if (!any) {
+        m_problemsDock->hide();
     }
 }
 
-void PreviewWindow::closeEvent(QCloseEvent* pEvent) {
-    if (m_bLoading) {
-        pEvent->ignore();
+void PreviewWindow::closeEvent(QCloseEvent* event) {
+    if (m_loading) {
+        event->ignore();
         return;
     }
-    if (m_pApplication && !m_pApplication->Window().HasEnded()) {
-        m_pApplication->Window().close();
-        if (!m_pApplication->Window().HasEnded()) {
-            pEvent->ignore();
+    if (m_application && !m_application->Window().HasEnded()) {
+        m_application->Window().close();
+        if (!m_application->Window().HasEnded()) {
+            event->ignore();
             return;
         }
     }
-    m_bWanted = false;
-    m_oPlace.Keep();
-    pEvent->accept();
+    m_wanted = false;
+    m_place.Keep();
+    event->accept();
 }
 
 // Keys that nobody has are the application's, as if it had the window for itself.
-void PreviewWindow::keyPressEvent(QKeyEvent* pEvent) {
-    pEvent->ignore();
-    if (m_bInKey || !m_pApplication || QApplication::focusWidget())
+void PreviewWindow::keyPressEvent(QKeyEvent* event) {
+    event->ignore();
+    if (m_inKey || !m_application || QApplication::focusWidget())
         return;
-    m_bInKey = true;
-    QCoreApplication::sendEvent(&m_pApplication->Window(), pEvent);
-    m_bInKey = false;
+    m_inKey = true;
+    QCoreApplication::sendEvent(&m_application->Window(), event);
+    m_inKey = false;
 }
 
 } // namespace corvane::desktop

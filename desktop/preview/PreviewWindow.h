@@ -31,17 +31,17 @@ class CallList;
 class ProblemList;
 
 struct PreviewOptions {
-    std::string sFolder;
-    bool bStandIns = false; // also for plug-ins that are there
-    bool bWithDialogs = true;
-    std::shared_ptr<StepRecorder> pRecorder = {};
-    QByteArray aTakenOver = {}; // what PreviewWindow::HandOver gave in another run; empty for a fresh start
+    std::string folder;
+    bool standIns = false; // also for plug-ins that are there
+    bool withDialogs = true;
+    std::shared_ptr<StepRecorder> recorder = {};
+    QByteArray takenOver = {}; // what PreviewWindow::HandOver gave in another run; empty for a fresh start
 };
 
 class PreviewWindow final : public QMainWindow {
     Q_OBJECT
 public:
-    explicit PreviewWindow(PreviewOptions oOptions);
+    explicit PreviewWindow(PreviewOptions options);
     ~PreviewWindow() override;
 
     // Shows the application and follows its files from here on. To be called at the depth of event loops at which the
@@ -49,33 +49,33 @@ public:
     void Start();
 
     // The application that is shown; a null pointer as long as there has been no good state.
-    [[nodiscard]] Application* Shown() const { return m_pApplication.get(); }
+    [[nodiscard]] Application* Shown() const { return m_application.get(); }
     // How often a state has been shown.
-    [[nodiscard]] int ShownCount() const { return m_nShown; }
-    [[nodiscard]] bool HasErrors() const { return m_bHasErrors; }
+    [[nodiscard]] int ShownCount() const { return m_shown; }
+    [[nodiscard]] bool HasErrors() const { return m_hasErrors; }
     // It was closed to be started again, with the same arguments, as a plug-in has been built anew.
-    [[nodiscard]] bool WantsRestart() const { return m_bRestarts; }
+    [[nodiscard]] bool WantsRestart() const { return m_restarts; }
     // What was on screen when a restart was wanted, for the run to come.
     [[nodiscard]] QByteArray HandOver() const;
-    [[nodiscard]] ProblemList& Problems() { return *m_pProblems; }
-    [[nodiscard]] QDockWidget& ProblemsDock() { return *m_pProblemsDock; }
-    [[nodiscard]] CallList& Calls() { return *m_pCalls; }
+    [[nodiscard]] ProblemList& Problems() { return *m_problems; }
+    [[nodiscard]] QDockWidget& ProblemsDock() { return *m_problemsDock; }
+    [[nodiscard]] CallList& Calls() { return *m_calls; }
     [[nodiscard]] QString StateText() const;
     // Opens a window of that definition, as there may be no code yet that does so.
-    void OpenWindow(const std::string& sName);
+    void OpenWindow(const std::string& name);
 
 protected:
-    void closeEvent(QCloseEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void SetUpDocks();
     void SetUpStatusBar();
-    void FillWindowMenu(QMenu* pMenu);
+    void FillWindowMenu(QMenu* menu);
     void Restart();
     [[nodiscard]] QString SessionFile() const;
     void TakeOver();
-    void TellClosed(const ViewState& oView) const;
+    void TellClosed(const ViewState& view) const;
 
     void Folder_Changed();
     // Asks for a state to be shown as soon as nothing is open that would be torn down with the old one.
@@ -88,55 +88,55 @@ private:
     [[nodiscard]] bool Unload();
     void ShowNow();
     bool Load();
-    void AfterLoad(bool bStarted);
-    void FillExplorer(bool bShows);
+    void AfterLoad(bool started);
+    void FillExplorer(bool shows);
     void ReportState();
     void ShowProblems();
-    [[nodiscard]] bool IsOfStandIns(const std::string& sWindow); // by the name of its definition
+    [[nodiscard]] bool IsOfStandIns(const std::string& window); // by the name of its definition
 
-    PreviewOptions m_oOptions;
-    QTemporaryDir m_oKept; // the session
-    FolderWatch m_oWatch;
-    KeptPlace m_oPlace;
-    QTimer m_oRetry;
-    int m_nLoop = 0;
+    PreviewOptions m_options;
+    QTemporaryDir m_kept; // the session
+    FolderWatch m_watch;
+    KeptPlace m_place;
+    QTimer m_retry;
+    int m_loop = 0;
 
-    std::unique_ptr<Application> m_pApplication;
-    Ref<inspect::Record> m_oRecord;
-    Ref<PreviewFactory> m_oFactory;
-    std::shared_ptr<LoadedPlugins> m_pLoaded = std::make_shared<LoadedPlugins>();
-    std::shared_ptr<const inspect::StandInFile> m_pStandIns;
-    Subscription m_oUnloaded;
+    std::unique_ptr<Application> m_application;
+    Ref<inspect::Record> m_record;
+    Ref<PreviewFactory> m_factory;
+    std::shared_ptr<LoadedPlugins> m_loaded = std::make_shared<LoadedPlugins>();
+    std::shared_ptr<const inspect::StandInFile> m_standIns;
+    Subscription m_unloaded;
 
-    std::vector<check::Finding> m_aFindings;
-    QStringList m_aFailures; // of the latest start
-    QString m_sTrouble;      // why the files can't be read at all; empty when they can
-    bool m_bHasErrors = false;
-    bool m_bWanted = false;   // a state is to be shown
-    bool m_bDiscards = false; // also when unsaved work goes with the old one
-    bool m_bUnsaved = false;  // stands in the way
-    bool m_bWaits = false;    // and says so
-    bool m_bLoading = false;
-    bool m_bInKey = false;
-    bool m_bRestarts = false;
-    int m_nShown = 0;
-    QString m_sTime; // of the state that is shown
-    std::optional<ViewState> m_oView;
-    bool m_bTakesOver = false;         // m_oView is another run's
-    std::set<std::string> m_setOpened; // windows that the person opened here
+    std::vector<check::Finding> m_findings;
+    QStringList m_failures; // of the latest start
+    QString m_trouble;      // why the files can't be read at all; empty when they can
+    bool m_hasErrors = false;
+    bool m_wanted = false;   // a state is to be shown
+    bool m_discards = false; // also when unsaved work goes with the old one
+    bool m_unsaved = false;  // stands in the way
+    bool m_waits = false;    // and says so
+    bool m_loading = false;
+    bool m_inKey = false;
+    bool m_restarts = false;
+    int m_shown = 0;
+    QString m_time; // of the state that is shown
+    std::optional<ViewState> m_view;
+    bool m_takesOver = false;       // m_view is another run's
+    std::set<std::string> m_opened; // windows that the person opened here
 
-    QWidget* m_pPlace;
-    QVBoxLayout* m_pLayout;
-    QLabel* m_pNothing;
-    ProblemList* m_pProblems;
-    CallList* m_pCalls;
-    QDockWidget* m_pProblemsDock;
-    QDockWidget* m_pCallsDock;
-    QLabel* m_pIcon;
-    QLabel* m_pState;
-    QLabel* m_pLastCall;
-    QToolButton* m_pAnyway;
-    QToolButton* m_pRestart;
+    QWidget* m_placeWidget;
+    QVBoxLayout* m_layout;
+    QLabel* m_nothing;
+    ProblemList* m_problems;
+    CallList* m_calls;
+    QDockWidget* m_problemsDock;
+    QDockWidget* m_callsDock;
+    QLabel* m_icon;
+    QLabel* m_state;
+    QLabel* m_lastCall;
+    QToolButton* m_anyway;
+    QToolButton* m_restart;
 };
 
 } // namespace corvane::desktop

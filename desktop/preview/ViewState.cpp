@@ -23,255 +23,255 @@ namespace corvane::desktop {
 namespace {
 
 Ref<WindowManager> Windows() {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    return oFramework ? oFramework->WindowManager() : nullptr;
+    const Ref<Framework> framework = Singleton::Framework();
+    return framework ? framework->WindowManager() : nullptr;
 }
 
-std::string KeyOf(const Window& oWindow) {
-    return oWindow.Key() == ToText(oWindow.ObjectKey()) ? std::string() : oWindow.Key();
+std::string KeyOf(const Window& window) {
+    return window.Key() == ToText(window.ObjectKey()) ? std::string() : window.Key();
 }
 
-Ref<Window> Find(const ViewState::OpenWindow& oOpen) {
-    const auto oManager = Windows();
-    if (!oManager)
+Ref<Window> Find(const ViewState::OpenWindow& open) {
+    const auto manager = Windows();
+    if (!manager)
         return nullptr;
-    for (const auto& oWindow : oManager->Windows())
-        if (EqualText(oWindow->WindowDef()->Name(), oOpen.sName) && EqualText(KeyOf(*oWindow), oOpen.sKey))
-            return oWindow;
+    for (const auto& window : manager->Windows())
+        if (EqualText(window->WindowDef()->Name(), open.name) && EqualText(KeyOf(*window), open.key))
+            return window;
     return nullptr;
 }
 
-Ref<Form> FormOf(const Application& oApplication, const Window& oWindow) {
-    for (const auto& frm : oApplication.MainForm()->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->ShownWindow().Get() == &oWindow)
+Ref<Form> FormOf(const Application& application, const Window& window) {
+    for (const auto& frm : application.MainForm()->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && form->ShownWindow().Get() == &window)
             return frm;
     return nullptr;
 }
 
-bool IsDefined(const std::string& sWindow) {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->ServiceManager() : nullptr;
-    return oManager && oManager->WindowDefs()->HasKey(sWindow);
+bool IsDefined(const std::string& window) {
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    return manager && manager->WindowDefs()->HasKey(window);
 }
 
-std::string ToolOf(const Application& oApplication, const QAction* pAction) {
-    auto& oBars = const_cast<Application&>(oApplication).Window().Bars();
-    const Ref<Tool> oTool = pAction ? oBars.Actions().InstanceOf(pAction) : nullptr;
-    return oTool ? oTool->Name() : std::string();
+std::string ToolOf(const Application& application, const QAction* action) {
+    auto& bars = const_cast<Application&>(application).Window().Bars();
+    const Ref<Tool> tool = action ? bars.Actions().InstanceOf(action) : nullptr;
+    return tool ? tool->Name() : std::string();
 }
 
-QAction* ActionOf(const Application& oApplication, const QWidget& oWidget, const std::string& sTool) {
-    for (QAction* pAction : oWidget.actions())
-        if (!sTool.empty() && pAction->isVisible() && EqualText(ToolOf(oApplication, pAction), sTool))
-            return pAction;
+QAction* ActionOf(const Application& application, const QWidget& widget, const std::string& tool) {
+    for (QAction* action : widget.actions())
+        if (!tool.empty() && action->isVisible() && EqualText(ToolOf(application, action), tool))
+            return action;
     return nullptr;
 }
 
 } // namespace
 
-ViewState ViewState::Of(Application& oApplication) {
-    ViewState oState;
-    oState.TakeTrees(oApplication);
-    oState.TakeWindows(oApplication);
-    oState.TakeMenu(oApplication);
-    return oState;
+ViewState ViewState::Of(Application& application) {
+    ViewState state;
+    state.TakeTrees(application);
+    state.TakeWindows(application);
+    state.TakeMenu(application);
+    return state;
 }
 
-void ViewState::TakeTrees(Application& oApplication) {
-    const ExplorerPanel& oPanel = oApplication.Window().Explorer();
-    for (int i = 0; oPanel.Page(i); ++i) {
-        const ExplorerTree* pTree = oPanel.Page(i)->Tree();
-        const Ref<Node> oSelected = pTree->Tree()->SelectedItem();
-        aTrees.push_back({pTree->Tree()->Name(), oSelected ? oSelected->Key() : std::string(),
-                          oPanel.Page(i)->Filter()->text(), pTree->verticalScrollBar()->value()});
-        if (pTree->hasFocus())
-            eFocus = Focus::Tree;
-        else if (oPanel.Page(i)->Filter()->hasFocus())
-            eFocus = Focus::Filter;
+void ViewState::TakeTrees(Application& application) {
+    const ExplorerPanel& panel = application.Window().Explorer();
+    for (int i = 0; panel.Page(i); ++i) {
+        const ExplorerTree* tree = panel.Page(i)->Tree();
+        const Ref<Node> selected = tree->Tree()->SelectedItem();
+        trees.push_back({tree->Tree()->Name(), selected ? selected->Key() : std::string(),
+                         panel.Page(i)->Filter()->text(), tree->verticalScrollBar()->value()});
+        if (tree->hasFocus())
+            focus = Focus::Tree;
+        else if (panel.Page(i)->Filter()->hasFocus())
+            focus = Focus::Filter;
     }
-    const auto oBand = oApplication.Bar()->Bands()->Find("Explorer");
-    bExplorerIsShown = oBand && oBand->Visible() && oBand->WasVisibleSet();
+    const auto band = application.Bar()->Bands()->Find("Explorer");
+    explorerIsShown = band && band->Visible() && band->WasVisibleSet();
 }
 
-void ViewState::TakeWindows(Application& oApplication) {
-    const auto oManager = Windows();
-    if (!oManager || !oManager->Windows())
+void ViewState::TakeWindows(Application& application) {
+    const auto manager = Windows();
+    if (!manager || !manager->Windows())
         return;
-    for (const auto& oWindow : oManager->Windows()) {
-        OpenWindow oOpen;
-        oOpen.sName = oWindow->WindowDef()->Name();
-        oOpen.sKey = KeyOf(*oWindow);
-        oOpen.bModal = oWindow->IsModal();
-        oOpen.bActive = oWindow == oManager->ActiveWindow();
-        oOpen.lPage = oWindow->ActivePageIndex();
-        oOpen.lPageWidth = oWindow->WindowDef()->DefPageWidth();
-        oOpen.lPageHeight = oWindow->WindowDef()->DefPageHeight();
-        if (const Ref<Form> frm = FormOf(oApplication, *oWindow)) {
-            oOpen.bChild = frm->MDIChild();
-            oOpen.eState = frm->WindowState();
-            oOpen.fLeft = frm->Left();
-            oOpen.fTop = frm->Top();
-            oOpen.fWidth = frm->Width();
-            oOpen.fHeight = frm->Height();
+    for (const auto& window : manager->Windows()) {
+        OpenWindow open;
+        open.name = window->WindowDef()->Name();
+        open.key = KeyOf(*window);
+        open.modal = window->IsModal();
+        open.active = window == manager->ActiveWindow();
+        open.page = window->ActivePageIndex();
+        open.pageWidth = window->WindowDef()->DefPageWidth();
+        open.pageHeight = window->WindowDef()->DefPageHeight();
+        if (const Ref<Form> frm = FormOf(application, *window)) {
+            open.child = frm->MDIChild();
+            open.state = frm->WindowState();
+            open.left = frm->Left();
+            open.top = frm->Top();
+            open.width = frm->Width();
+            open.height = frm->Height();
         }
-        aWindows.push_back(std::move(oOpen));
+        windows.push_back(std::move(open));
     }
 }
 
 // From the menu on top down to what it hangs on.
-void ViewState::TakeMenu(Application& oApplication) {
-    auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    if (!pMenu)
+void ViewState::TakeMenu(Application& application) {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (!menu)
         return;
-    if (const std::string sLit = ToolOf(oApplication, pMenu->activeAction()); !sLit.empty())
-        aMenus.push_back(sLit);
+    if (const std::string lit = ToolOf(application, menu->activeAction()); !lit.empty())
+        menus.push_back(lit);
     while (true) {
-        oMenuPlace = pMenu->pos();
-        QWidget* pBelow = pMenu->parentWidget();
-        if (qobject_cast<QMenuBar*>(pBelow) || qobject_cast<QToolBar*>(pBelow)) {
-            eMenuRoot = qobject_cast<QMenuBar*>(pBelow) ? MenuRoot::MenuBar : MenuRoot::Toolbar;
-            aMenus.push_back(ToolOf(oApplication, pMenu->menuAction()));
+        menuPlace = menu->pos();
+        QWidget* below = menu->parentWidget();
+        if (qobject_cast<QMenuBar*>(below) || qobject_cast<QToolBar*>(below)) {
+            menuRoot = qobject_cast<QMenuBar*>(below) ? MenuRoot::MenuBar : MenuRoot::Toolbar;
+            menus.push_back(ToolOf(application, menu->menuAction()));
             break;
         }
-        auto* pBelowMenu = qobject_cast<QMenu*>(pBelow);
-        if (!pBelowMenu) {
+        auto* belowMenu = qobject_cast<QMenu*>(below);
+        if (!belowMenu) {
             // The library waits for the menu of a node; others are the toolkit's.
-            eMenuRoot = oApplication.Failures().Entry() != 0 ? MenuRoot::Explorer : MenuRoot::None;
+            menuRoot = application.Failures().Entry() != 0 ? MenuRoot::Explorer : MenuRoot::None;
             break;
         }
-        aMenus.push_back(ToolOf(oApplication, pMenu->menuAction()));
-        pMenu = pBelowMenu;
+        menus.push_back(ToolOf(application, menu->menuAction()));
+        menu = belowMenu;
     }
-    std::reverse(aMenus.begin(), aMenus.end());
+    std::reverse(menus.begin(), menus.end());
 }
 
 // The node of the current tab is clicked, as its item was the active one; a click on no other is heard by anybody.
-void ViewState::RestoreTrees(Application& oApplication) const {
-    const ExplorerPanel& oPanel = oApplication.Window().Explorer();
-    const auto oTabs = oApplication.Panel()->Control("tabExplorer").As<TabStrip>();
-    for (int i = 0; ExplorerPage* pPage = oPanel.Page(i); ++i) {
-        const Ref<TreeView>& oTree = pPage->Tree()->Tree();
-        const auto it = std::find_if(aTrees.begin(), aTrees.end(),
-                                     [&](const Tree& oKept) { return EqualText(oKept.sName, oTree->Name()); });
-        if (it == aTrees.end())
+void ViewState::RestoreTrees(Application& application) const {
+    const ExplorerPanel& panel = application.Window().Explorer();
+    const auto tabs = application.Panel()->Control("tabExplorer").As<TabStrip>();
+    for (int i = 0; ExplorerPage* page = panel.Page(i); ++i) {
+        const Ref<TreeView>& tree = page->Tree()->Tree();
+        const auto it = std::find_if(trees.begin(), trees.end(),
+                                     [&](const Tree& kept) { return EqualText(kept.name, tree->Name()); });
+        if (it == trees.end())
             continue;
-        const bool bIsCurrent = oTabs && oTree->Container() == oTabs->Tab(); // the panel draws it a moment later
-        if (!it->sFilter.isEmpty())
-            pPage->Filter()->setText(it->sFilter);
-        if (const Ref<Node> oNode = it->sSelected.empty() ? nullptr : oTree->GetNodes()->Find(it->sSelected)) {
-            oApplication.ByHost([&] { bIsCurrent ? oTree->ClickNode(oNode) : oTree->SetSelectedItem(oNode); });
+        const bool isCurrent = tabs && tree->Container() == tabs->Tab(); // the panel draws it a moment later
+        if (!it->filter.isEmpty())
+            page->Filter()->setText(it->filter);
+        if (const Ref<Node> node = it->selected.empty() ? nullptr : tree->GetNodes()->Find(it->selected)) {
+            application.ByHost([&] { isCurrent ? tree->ClickNode(node) : tree->SetSelectedItem(node); });
         }
-        pPage->Tree()->Sync();
-        pPage->Tree()->verticalScrollBar()->setValue(it->nScrolled);
-        if (eFocus != Focus::Elsewhere && bIsCurrent)
-            eFocus == Focus::Tree ? pPage->Tree()->setFocus() : pPage->Filter()->setFocus();
+        page->Tree()->Sync();
+        page->Tree()->verticalScrollBar()->setValue(it->scrolled);
+        if (focus != Focus::Elsewhere && isCurrent)
+            focus == Focus::Tree ? page->Tree()->setFocus() : page->Filter()->setFocus();
     }
 }
 
 // A size that the definition gives anew is what the author wants to see.
-void ViewState::Place(Application& oApplication, const OpenWindow& oOpen) {
-    const Ref<Window> oWindow = Find(oOpen);
-    if (!oWindow)
+void ViewState::Place(Application& application, const OpenWindow& open) {
+    const Ref<Window> window = Find(open);
+    if (!window)
         return;
-    oApplication.ByHost([&] {
-        const Ref<WindowDef> oDef = oWindow->WindowDef();
-        if (oOpen.lPage > 0 && oOpen.lPage < oDef->PageDefs()->Count())
-            oWindow->SetActivePageIndex(oOpen.lPage);
-        const Ref<Form> frm = FormOf(oApplication, *oWindow);
-        if (!frm || oOpen.bChild != frm->MDIChild() || oOpen.lPageWidth != oDef->DefPageWidth() ||
-            oOpen.lPageHeight != oDef->DefPageHeight())
+    application.ByHost([&] {
+        const Ref<WindowDef> def = window->WindowDef();
+        if (open.page > 0 && open.page < def->PageDefs()->Count())
+            window->SetActivePageIndex(open.page);
+        const Ref<Form> frm = FormOf(application, *window);
+        if (!frm || open.child != frm->MDIChild() || open.pageWidth != def->DefPageWidth() ||
+            open.pageHeight != def->DefPageHeight())
             return;
-        if (oOpen.eState == FormState::Normal && frm->WindowState() == FormState::Normal)
-            frm->Move(oOpen.fLeft, oOpen.fTop, oOpen.fWidth, oOpen.fHeight);
+        if (open.state == FormState::Normal && frm->WindowState() == FormState::Normal)
+            frm->Move(open.left, open.top, open.width, open.height);
         else
-            frm->SetWindowState(oOpen.eState);
+            frm->SetWindowState(open.state);
     });
 }
 
-void ViewState::OpenAgain(Application& oApplication, const OpenWindow& oOpen) {
+void ViewState::OpenAgain(Application& application, const OpenWindow& open) {
     using enum WindowStateConstants;
-    if (Find(oOpen) || !IsDefined(oOpen.sName))
+    if (Find(open) || !IsDefined(open.name))
         return;
-    if (oOpen.bModal) // in its own event loop
-        QTimer::singleShot(0, &oApplication.Window(), [&oApplication, oOpen] { Place(oApplication, oOpen); });
-    oApplication.ByHost([&] {
-        (void)Windows()->OpenWindow(oOpen.sName, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
+    if (open.modal) // in its own event loop
+        QTimer::singleShot(0, &application.Window(), [&application, open] { Place(application, open); });
+    application.ByHost([&] {
+        (void)Windows()->OpenWindow(open.name, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
                                     cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
                                     WindowTypeConstants::cvDefinitionDefault,
                                     BusinessContextTypeConstants::cvDefinitionDefault,
-                                    ShowApplyCommandConstants::cvDefinitionDefault, oOpen.sKey);
+                                    ShowApplyCommandConstants::cvDefinitionDefault, open.key);
     });
 }
 
-void ViewState::Restore(Application& oApplication, const std::function<bool(const OpenWindow&)>& fnOpens) const {
-    RestoreTrees(oApplication);
-    for (const OpenWindow& oOpen : aWindows) {
-        if (oOpen.bModal)
+void ViewState::Restore(Application& application, const std::function<bool(const OpenWindow&)>& opens) const {
+    RestoreTrees(application);
+    for (const OpenWindow& open : windows) {
+        if (open.modal)
             continue;
-        if (fnOpens(oOpen))
-            OpenAgain(oApplication, oOpen);
-        Place(oApplication, oOpen);
+        if (opens(open))
+            OpenAgain(application, open);
+        Place(application, open);
     }
-    for (const OpenWindow& oOpen : aWindows)
-        if (oOpen.bActive && !oOpen.bModal)
-            (void)Activate(oApplication, oOpen);
+    for (const OpenWindow& open : windows)
+        if (open.active && !open.modal)
+            (void)Activate(application, open);
 }
 
-bool ViewState::IsOpen(const OpenWindow& oWindow) {
-    return Find(oWindow) != nullptr;
+bool ViewState::IsOpen(const OpenWindow& window) {
+    return Find(window) != nullptr;
 }
 
-bool ViewState::Activate(Application& oApplication, const OpenWindow& oOpen) {
-    const Ref<Window> oWindow = Find(oOpen);
-    if (!oWindow)
+bool ViewState::Activate(Application& application, const OpenWindow& open) {
+    const Ref<Window> window = Find(open);
+    if (!window)
         return false;
-    oApplication.ByHost([&] {
-        if (const Ref<Form> frm = FormOf(oApplication, *oWindow))
+    application.ByHost([&] {
+        if (const Ref<Form> frm = FormOf(application, *window))
             frm->Activate();
     });
     return true;
 }
 
 // The button shows it as it would for the person, which returns when it is closed.
-void ViewState::RestoreDropDown(Application& oApplication) const {
-    for (QToolBar* pToolbar : oApplication.Window().findChildren<QToolBar*>()) {
-        QAction* pAction = ActionOf(oApplication, *pToolbar, aMenus[0]);
-        auto* pButton = pAction ? qobject_cast<QToolButton*>(pToolbar->widgetForAction(pAction)) : nullptr;
-        if (!pButton || !pAction->menu() || !pButton->isVisible())
+void ViewState::RestoreDropDown(Application& application) const {
+    for (QToolBar* toolbar : application.Window().findChildren<QToolBar*>()) {
+        QAction* action = ActionOf(application, *toolbar, menus[0]);
+        auto* button = action ? qobject_cast<QToolButton*>(toolbar->widgetForAction(action)) : nullptr;
+        if (!button || !action->menu() || !button->isVisible())
             continue;
-        QTimer::singleShot(0, pAction->menu(), [oState = *this, &oApplication, pMenu = pAction->menu()] {
-            oState.RestoreBelow(oApplication, pMenu);
+        QTimer::singleShot(0, action->menu(), [state = *this, &application, menu = action->menu()] {
+            state.RestoreBelow(application, menu);
         });
-        pButton->showMenu();
+        button->showMenu();
         return;
     }
 }
 
-void ViewState::RestoreBelow(Application& oApplication, QMenu* pMenu) const {
-    for (std::size_t iNext = 1; pMenu && iNext < aMenus.size(); ++iNext) {
-        QAction* pAction = ActionOf(oApplication, *pMenu, aMenus[iNext]);
-        if (pAction)
-            pMenu->setActiveAction(pAction);
-        pMenu = pAction && iNext + 1 < aMenus.size() ? pAction->menu() : nullptr;
+void ViewState::RestoreBelow(Application& application, QMenu* menu) const {
+    for (std::size_t next = 1; menu && next < menus.size(); ++next) {
+        QAction* action = ActionOf(application, *menu, menus[next]);
+        if (action)
+            menu->setActiveAction(action);
+        menu = action && next + 1 < menus.size() ? action->menu() : nullptr;
     }
 }
 
-void ViewState::RestoreMenu(Application& oApplication) const {
-    MainWindow& oWindow = oApplication.Window();
-    if (eMenuRoot == MenuRoot::MenuBar && !aMenus.empty()) {
-        QAction* pTitle = ActionOf(oApplication, *oWindow.menuBar(), aMenus[0]);
-        if (!pTitle || !pTitle->menu())
+void ViewState::RestoreMenu(Application& application) const {
+    MainWindow& window = application.Window();
+    if (menuRoot == MenuRoot::MenuBar && !menus.empty()) {
+        QAction* title = ActionOf(application, *window.menuBar(), menus[0]);
+        if (!title || !title->menu())
             return;
-        oWindow.menuBar()->setActiveAction(pTitle);
-        RestoreBelow(oApplication, pTitle->menu());
-    } else if (eMenuRoot == MenuRoot::Toolbar && !aMenus.empty()) {
-        RestoreDropDown(oApplication);
-    } else if (eMenuRoot == MenuRoot::Explorer) {
-        const ExplorerPage* pPage = oWindow.Explorer().CurrentPage();
-        if (!pPage || !pPage->Tree()->Tree()->SelectedItem())
+        window.menuBar()->setActiveAction(title);
+        RestoreBelow(application, title->menu());
+    } else if (menuRoot == MenuRoot::Toolbar && !menus.empty()) {
+        RestoreDropDown(application);
+    } else if (menuRoot == MenuRoot::Explorer) {
+        const ExplorerPage* page = window.Explorer().CurrentPage();
+        if (!page || !page->Tree()->Tree()->SelectedItem())
             return;
-        oWindow.Bars().SetPopupPlace(oMenuPlace);
-        oApplication.ByHost([&] { pPage->Tree()->Tree()->MouseUp.Raise(RightButton, NoShift, 0, 0); });
+        window.Bars().SetPopupPlace(menuPlace);
+        application.ByHost([&] { page->Tree()->Tree()->MouseUp.Raise(RightButton, NoShift, 0, 0); });
     }
 }
 

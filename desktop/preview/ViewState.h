@@ -17,58 +17,58 @@ namespace corvane::desktop {
 
 struct ViewState {
     struct Tree {
-        std::string sName;
-        std::string sSelected; // the node's key; empty for none
-        QString sFilter;
-        int nScrolled = 0;
+        std::string name;
+        std::string selected; // the node's key; empty for none
+        QString filter;
+        int scrolled = 0;
     };
     struct OpenWindow {
-        std::string sName; // of the definition
-        std::string sKey;  // empty for one that the library made up
-        Long lPage = 0;
-        bool bModal = false;
-        bool bActive = false;
-        bool bChild = false;
-        FormState eState = FormState::Normal;
-        Single fLeft = 0, fTop = 0, fWidth = 0, fHeight = 0;
-        Long lPageWidth = 0, lPageHeight = 0; // by the definition
+        std::string name; // of the definition
+        std::string key;  // empty for one that the library made up
+        Long page = 0;
+        bool modal = false;
+        bool active = false;
+        bool child = false;
+        FormState state = FormState::Normal;
+        Single left = 0, top = 0, width = 0, height = 0;
+        Long pageWidth = 0, pageHeight = 0; // by the definition
     };
     enum class MenuRoot { None, MenuBar, Toolbar, Explorer };
 
-    std::vector<Tree> aTrees;
-    enum class Focus { Elsewhere, Tree, Filter } eFocus = Focus::Elsewhere;
-    bool bExplorerIsShown = true;
-    std::vector<OpenWindow> aWindows;
-    MenuRoot eMenuRoot = MenuRoot::None;
-    QPoint oMenuPlace;
-    std::vector<std::string> aMenus; // the tools that the open menus hang on, then the tool that is lit
+    std::vector<Tree> trees;
+    enum class Focus { Elsewhere, Tree, Filter } focus = Focus::Elsewhere;
+    bool explorerIsShown = true;
+    std::vector<OpenWindow> windows;
+    MenuRoot menuRoot = MenuRoot::None;
+    QPoint menuPlace;
+    std::vector<std::string> menus; // the tools that the open menus hang on, then the tool that is lit
 
     // What is on screen now.
-    [[nodiscard]] static ViewState Of(Application& oApplication);
+    [[nodiscard]] static ViewState Of(Application& application);
     // All but the menus, for another run; what isn't there or can't be read is as in an empty state.
     [[nodiscard]] QJsonObject ToJson() const;
-    [[nodiscard]] static ViewState OfJson(const QJsonObject& oJson);
+    [[nodiscard]] static ViewState OfJson(const QJsonObject& json);
     // Selects and opens again what is still there. Of the windows that no service has opened again those are opened
-    // for which fnOpens says so; modal ones aren't, see OpenAgain.
-    void Restore(Application& oApplication, const std::function<bool(const OpenWindow&)>& fnOpens) const;
+    // for which opens says so; modal ones aren't, see OpenAgain.
+    void Restore(Application& application, const std::function<bool(const OpenWindow&)>& opens) const;
     // Whether there is a window of that name and key.
-    [[nodiscard]] static bool IsOpen(const OpenWindow& oWindow);
+    [[nodiscard]] static bool IsOpen(const OpenWindow& window);
     // Brings the window to the front. False when there is none of that name and key.
-    static bool Activate(Application& oApplication, const OpenWindow& oWindow);
+    static bool Activate(Application& application, const OpenWindow& window);
     // A modal one comes back as far as it was; returns when it is closed.
-    static void OpenAgain(Application& oApplication, const OpenWindow& oWindow);
+    static void OpenAgain(Application& application, const OpenWindow& window);
     // Opens the menus again, as far as their entries are still there. Those of the explorer's node and of a toolbar's
     // button return when they are closed.
-    void RestoreMenu(Application& oApplication) const;
+    void RestoreMenu(Application& application) const;
 
 private:
-    void TakeTrees(Application& oApplication);
-    void TakeWindows(Application& oApplication);
-    void TakeMenu(Application& oApplication);
-    void RestoreDropDown(Application& oApplication) const;
-    void RestoreBelow(Application& oApplication, QMenu* pMenu) const;
-    void RestoreTrees(Application& oApplication) const;
-    static void Place(Application& oApplication, const OpenWindow& oOpen);
+    void TakeTrees(Application& application);
+    void TakeWindows(Application& application);
+    void TakeMenu(Application& application);
+    void RestoreDropDown(Application& application) const;
+    void RestoreBelow(Application& application, QMenu* menu) const;
+    void RestoreTrees(Application& application) const;
+    static void Place(Application& application, const OpenWindow& open);
 };
 
 } // namespace corvane::desktop

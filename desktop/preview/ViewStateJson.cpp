@@ -6,91 +6,91 @@ namespace corvane::desktop {
 
 namespace {
 
-QString Text(const std::string& sText) {
-    return QString::fromStdString(sText);
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
 }
 
-std::string TextOf(const QJsonValue& oValue) {
-    return oValue.toString().toStdString();
+std::string TextOf(const QJsonValue& value) {
+    return value.toString().toStdString();
 }
 
-Single NumberOf(const QJsonValue& oValue) {
-    return static_cast<Single>(oValue.toDouble());
+Single NumberOf(const QJsonValue& value) {
+    return static_cast<Single>(value.toDouble());
 }
 
 // For another number the first of them.
 template <class Word>
-Word WordOf(const QJsonValue& oValue, Word eLast) {
-    const int nWord = oValue.toInt();
-    return nWord > 0 && nWord <= static_cast<int>(eLast) ? static_cast<Word>(nWord) : Word{};
+Word WordOf(const QJsonValue& value, Word last) {
+    const int word = value.toInt();
+    return word > 0 && word <= static_cast<int>(last) ? static_cast<Word>(word) : Word{};
 }
 
-QJsonObject JsonOf(const ViewState::Tree& oTree) {
-    return {{"name", Text(oTree.sName)},
-            {"selected", Text(oTree.sSelected)},
-            {"filter", oTree.sFilter},
-            {"scrolled", oTree.nScrolled}};
+QJsonObject JsonOf(const ViewState::Tree& tree) {
+    return {{"name", Text(tree.name)},
+            {"selected", Text(tree.selected)},
+            {"filter", tree.filter},
+            {"scrolled", tree.scrolled}};
 }
 
-ViewState::Tree TreeOf(const QJsonObject& oJson) {
-    return {TextOf(oJson["name"]), TextOf(oJson["selected"]), oJson["filter"].toString(), oJson["scrolled"].toInt()};
+ViewState::Tree TreeOf(const QJsonObject& json) {
+    return {TextOf(json["name"]), TextOf(json["selected"]), json["filter"].toString(), json["scrolled"].toInt()};
 }
 
-QJsonObject JsonOf(const ViewState::OpenWindow& oOpen) {
-    return {{"name", Text(oOpen.sName)},
-            {"key", Text(oOpen.sKey)},
-            {"page", oOpen.lPage},
-            {"modal", oOpen.bModal},
-            {"active", oOpen.bActive},
-            {"child", oOpen.bChild},
-            {"state", static_cast<int>(oOpen.eState)},
-            {"place", QJsonArray{oOpen.fLeft, oOpen.fTop, oOpen.fWidth, oOpen.fHeight}},
-            {"pageSize", QJsonArray{oOpen.lPageWidth, oOpen.lPageHeight}}};
+QJsonObject JsonOf(const ViewState::OpenWindow& open) {
+    return {{"name", Text(open.name)},
+            {"key", Text(open.key)},
+            {"page", open.page},
+            {"modal", open.modal},
+            {"active", open.active},
+            {"child", open.child},
+            {"state", static_cast<int>(open.state)},
+            {"place", QJsonArray{open.left, open.top, open.width, open.height}},
+            {"pageSize", QJsonArray{open.pageWidth, open.pageHeight}}};
 }
 
-ViewState::OpenWindow WindowOf(const QJsonObject& oJson) {
-    ViewState::OpenWindow oOpen;
-    oOpen.sName = TextOf(oJson["name"]);
-    oOpen.sKey = TextOf(oJson["key"]);
-    oOpen.lPage = oJson["page"].toInt();
-    oOpen.bModal = oJson["modal"].toBool();
-    oOpen.bActive = oJson["active"].toBool();
-    oOpen.bChild = oJson["child"].toBool();
-    oOpen.eState = WordOf(oJson["state"], FormState::Maximized);
-    const QJsonArray aPlace = oJson["place"].toArray();
-    oOpen.fLeft = NumberOf(aPlace[0]);
-    oOpen.fTop = NumberOf(aPlace[1]);
-    oOpen.fWidth = NumberOf(aPlace[2]);
-    oOpen.fHeight = NumberOf(aPlace[3]);
-    const QJsonArray aPageSize = oJson["pageSize"].toArray();
-    oOpen.lPageWidth = aPageSize[0].toInt();
-    oOpen.lPageHeight = aPageSize[1].toInt();
-    return oOpen;
+ViewState::OpenWindow WindowOf(const QJsonObject& json) {
+    ViewState::OpenWindow open;
+    open.name = TextOf(json["name"]);
+    open.key = TextOf(json["key"]);
+    open.page = json["page"].toInt();
+    open.modal = json["modal"].toBool();
+    open.active = json["active"].toBool();
+    open.child = json["child"].toBool();
+    open.state = WordOf(json["state"], FormState::Maximized);
+    const QJsonArray place = json["place"].toArray();
+    open.left = NumberOf(place[0]);
+    open.top = NumberOf(place[1]);
+    open.width = NumberOf(place[2]);
+    open.height = NumberOf(place[3]);
+    const QJsonArray pageSize = json["pageSize"].toArray();
+    open.pageWidth = pageSize[0].toInt();
+    open.pageHeight = pageSize[1].toInt();
+    return open;
 }
 
 } // namespace
 
 QJsonObject ViewState::ToJson() const {
-    QJsonArray aJsonTrees, aJsonWindows;
-    for (const Tree& oTree : aTrees)
-        aJsonTrees.append(JsonOf(oTree));
-    for (const OpenWindow& oOpen : aWindows)
-        aJsonWindows.append(JsonOf(oOpen));
-    return {{"trees", aJsonTrees},
-            {"focus", static_cast<int>(eFocus)},
-            {"explorer", bExplorerIsShown},
-            {"windows", aJsonWindows}};
+    QJsonArray jsonTrees, jsonWindows;
+    for (const Tree& tree : trees)
+        jsonTrees.append(JsonOf(tree));
+    for (const OpenWindow& open : windows)
+        jsonWindows.append(JsonOf(open));
+    return {{"trees", jsonTrees},
+            {"focus", static_cast<int>(focus)},
+            {"explorer", explorerIsShown},
+            {"windows", jsonWindows}};
 }
 
-ViewState ViewState::OfJson(const QJsonObject& oJson) {
-    ViewState oState;
-    for (const QJsonValue& oTree : oJson["trees"].toArray())
-        oState.aTrees.push_back(TreeOf(oTree.toObject()));
-    oState.eFocus = WordOf(oJson["focus"], Focus::Filter);
-    oState.bExplorerIsShown = oJson["explorer"].toBool(true);
-    for (const QJsonValue& oOpen : oJson["windows"].toArray())
-        oState.aWindows.push_back(WindowOf(oOpen.toObject()));
-    return oState;
+ViewState ViewState::OfJson(const QJsonObject& json) {
+    ViewState state;
+    for (const QJsonValue& tree : json["trees"].toArray())
+        state.trees.push_back(TreeOf(tree.toObject()));
+    state.focus = WordOf(json["focus"], Focus::Filter);
+    state.explorerIsShown = json["explorer"].toBool(true);
+    for (const QJsonValue& open : json["windows"].toArray())
+        state.windows.push_back(WindowOf(open.toObject()));
+    return state;
 }
 
 } // namespace corvane::desktop

@@ -16,50 +16,50 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nFindingRole = Qt::UserRole; // its number; -1 for what is none
-constexpr int nPathRole = Qt::UserRole + 1;
+constexpr int findingRole = Qt::UserRole; // its number; -1 for what is none
+constexpr int pathRole = Qt::UserRole + 1;
 
-QString Text(std::string_view sText) {
-    return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
+QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 // A file that is linked into the folder is told by its own folder and its name; the tool tip has the whole path.
-QString Beside(const QString& sPath, const QString& sFolder) {
-    return sPath.startsWith(sFolder + "/") ? sPath.mid(sFolder.size() + 1) : sPath.section('/', -2);
+QString Beside(const QString& path, const QString& folder) {
+    return path.startsWith(folder + "/") ? path.mid(folder.size() + 1) : path.section('/', -2);
 }
 
-QString PlaceText(const check::Place& oPlace, const QString& sFolder) {
-    QString sText = Beside(Text(oPlace.sFile), sFolder);
-    if (oPlace.oAt.lLine > 0)
-        sText += QString(":%1").arg(oPlace.oAt.lLine);
-    if (oPlace.oAt.lLine > 0 && oPlace.oAt.lColumn > 0)
-        sText += QString(":%1").arg(oPlace.oAt.lColumn);
-    return sText;
+QString PlaceText(const check::Place& place, const QString& folder) {
+    QString text = Beside(Text(place.file), folder);
+    if (place.at.line > 0)
+        text += QString(":%1").arg(place.at.line);
+    if (place.at.line > 0 && place.at.column > 0)
+        text += QString(":%1").arg(place.at.column);
+    return text;
 }
 
 // Rows as high as their texts are in the width of their columns, which the view doesn't tell.
 class WrappedRows final : public QStyledItemDelegate {
 public:
-    explicit WrappedRows(QTreeView* pView) : QStyledItemDelegate(pView), m_pView(pView) {}
+    explicit WrappedRows(QTreeView* view) : QStyledItemDelegate(view), m_view(view) {}
 
-    QSize sizeHint(const QStyleOptionViewItem& oOption, const QModelIndex& oIndex) const override {
-        QSize oSize = QStyledItemDelegate::sizeHint(oOption, oIndex);
-        if (m_pView->header()->sectionResizeMode(oIndex.column()) != QHeaderView::Stretch)
-            return oSize;
-        const int nMargin = m_pView->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_pView) + 1;
-        const QRect oRoom(0, 0, m_pView->columnWidth(oIndex.column()) - 2 * nMargin, 10000);
-        const QRect oText = oOption.fontMetrics.boundingRect(oRoom, Qt::TextWordWrap, oIndex.data().toString());
-        oSize.setHeight(qMax(oSize.height(), oText.height() + 2));
-        return oSize;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        if (m_view->header()->sectionResizeMode(index.column()) != QHeaderView::Stretch)
+            return size;
+        const int margin = m_view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_view) + 1;
+        const QRect room(0, 0, m_view->columnWidth(index.column()) - 2 * margin, 10000);
+        const QRect text = option.fontMetrics.boundingRect(room, Qt::TextWordWrap, index.data().toString());
+        size.setHeight(qMax(size.height(), text.height() + 2));
+        return size;
     }
 
 private:
-    QTreeView* m_pView;
+    QTreeView* m_view;
 };
 
 } // namespace
 
-ProblemList::ProblemList(QWidget* pParent) : QTreeWidget(pParent) {
+ProblemList::ProblemList(QWidget* parent) : QTreeWidget(parent) {
     setHeaderLabels({tr("Location"), tr("Problem"), tr("Remedy"), tr("Rule")});
     setAccessibleName(tr("Problems"));
     setRootIsDecorated(true);
@@ -76,78 +76,78 @@ ProblemList::ProblemList(QWidget* pParent) : QTreeWidget(pParent) {
     header()->setSectionResizeMode(3, QHeaderView::ResizeToContents);
     // The height of a row comes from the width of its texts.
     connect(header(), &QHeaderView::sectionResized, this, [this] { scheduleDelayedItemsLayout(); });
-    connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* pItem) { Open(*pItem); });
+    connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) { Open(*item); });
 }
 
-void ProblemList::Show(std::vector<check::Finding> aFindings, const QString& sFolder) {
-    ShowWith({}, std::move(aFindings), sFolder);
+void ProblemList::Show(std::vector<check::Finding> findings, const QString& folder) {
+    ShowWith({}, std::move(findings), folder);
 }
 
-void ProblemList::ShowWith(const QStringList& aOthers, std::vector<check::Finding> aFindings, const QString& sFolder) {
+void ProblemList::ShowWith(const QStringList& others, std::vector<check::Finding> findings, const QString& folder) {
     clear();
-    m_aFindings = std::move(aFindings);
-    m_aOthers = aOthers;
-    const QIcon oError = style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, this);
-    const QIcon oWarning = style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this);
-    const auto fnAdd = [this](auto* pParent, const QStringList& aTexts) {
-        auto* pItem = new QTreeWidgetItem(pParent, aTexts);
-        pItem->setData(0, nFindingRole, -1);
-        for (int i = 0; i < aTexts.size(); ++i)
-            pItem->setTextAlignment(i, Qt::AlignLeft | Qt::AlignTop);
-        return pItem;
+    m_findings = std::move(findings);
+    m_others = others;
+    const QIcon error = style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, this);
+    const QIcon warning = style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this);
+    const auto add = [this](auto* parent, const QStringList& texts) {
+        auto* item = new QTreeWidgetItem(parent, texts);
+        item->setData(0, findingRole, -1);
+        for (int i = 0; i < texts.size(); ++i)
+            item->setTextAlignment(i, Qt::AlignLeft | Qt::AlignTop);
+        return item;
     };
-    for (const QString& sOther : aOthers) {
-        auto* pItem = fnAdd(this, {QString(), sOther, QString(), QString()});
-        pItem->setIcon(0, oError);
+    for (const QString& other : others) {
+        auto* item = add(this, {QString(), other, QString(), QString()});
+        item->setIcon(0, error);
     }
-    for (std::size_t i = 0; i < m_aFindings.size(); ++i) {
-        const check::Finding& oFinding = m_aFindings[i];
-        const check::RuleText& oRule = check::TextOf(oFinding.eRule);
-        const bool bIsError = oRule.eSeverity == check::Severity::Error;
-        auto* pItem = fnAdd(
-            this, {PlaceText(oFinding.oPlace, sFolder), Text(oFinding.sText), Text(oFinding.sCure), Text(oRule.sName)});
-        pItem->setIcon(0, bIsError ? oError : oWarning);
-        pItem->setData(0, Qt::AccessibleTextRole,
-                       (bIsError ? tr("Error in %1") : tr("Warning in %1")).arg(pItem->text(0)));
-        pItem->setToolTip(0, Text(oFinding.oPlace.sFile));
-        pItem->setToolTip(3, Text(oRule.sSummary));
-        pItem->setData(0, nFindingRole, static_cast<int>(i));
-        pItem->setData(0, nPathRole, Text(oFinding.oPlace.sFile));
-        for (const check::Note& oNote : oFinding.aNotes) {
-            auto* pNote = fnAdd(pItem, {PlaceText(oNote.oPlace, sFolder), Text(oNote.sText)});
-            pNote->setData(0, nPathRole, Text(oNote.oPlace.sFile));
+    for (std::size_t i = 0; i < m_findings.size(); ++i) {
+        const check::Finding& finding = m_findings[i];
+        const check::RuleText& rule = check::TextOf(finding.rule);
+        const bool isError = rule.severity == check::Severity::Error;
+        auto* item =
+            add(this, {PlaceText(finding.place, folder), Text(finding.text), Text(finding.cure), Text(rule.name)});
+        item->setIcon(0, isError ? error : warning);
+        item->setData(0, Qt::AccessibleTextRole,
+                      (isError ? tr("Error in %1") : tr("Warning in %1")).arg(item->text(0)));
+        item->setToolTip(0, Text(finding.place.file));
+        item->setToolTip(3, Text(rule.summary));
+        item->setData(0, findingRole, static_cast<int>(i));
+        item->setData(0, pathRole, Text(finding.place.file));
+        for (const check::Note& note : finding.notes) {
+            auto* noteItem = add(item, {PlaceText(note.place, folder), Text(note.text)});
+            noteItem->setData(0, pathRole, Text(note.place.file));
         }
     }
     expandAll();
 }
 
 void ProblemList::Copy() const {
-    std::string sText;
-    const auto aItems = selectedItems();
+    std::string text;
+    const auto items = selectedItems();
     for (int i = 0; i < topLevelItemCount(); ++i) {
-        QTreeWidgetItem* pItem = topLevelItem(i);
-        if (!aItems.isEmpty() && !pItem->isSelected())
+        QTreeWidgetItem* item = topLevelItem(i);
+        if (!items.isEmpty() && !item->isSelected())
             continue;
-        const int iFinding = pItem->data(0, nFindingRole).toInt();
-        if (iFinding < 0)
-            sText += pItem->text(1).toStdString() + "\n";
+        const int finding = item->data(0, findingRole).toInt();
+        if (finding < 0)
+            text += item->text(1).toStdString() + "\n";
         else
-            sText += check::AsText({&m_aFindings[static_cast<std::size_t>(iFinding)], 1}, false);
+            text += check::AsText({&m_findings[static_cast<std::size_t>(finding)], 1}, false);
     }
-    QApplication::clipboard()->setText(QString::fromStdString(sText));
+    QApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
-void ProblemList::Open(const QTreeWidgetItem& oItem) const {
-    const QString sPath = oItem.data(0, nPathRole).toString();
-    if (!sPath.isEmpty() && QFileInfo::exists(sPath))
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(sPath).absoluteFilePath()));
+void ProblemList::Open(const QTreeWidgetItem& item) const {
+    const QString path = item.data(0, pathRole).toString();
+    if (!path.isEmpty() && QFileInfo::exists(path))
+        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
 }
 
-void ProblemList::keyPressEvent(QKeyEvent* pEvent) {
-    if (pEvent->matches(QKeySequence::Copy))
+void ProblemList::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
         Copy();
     else
-        QTreeWidget::keyPressEvent(pEvent);
+        QTreeWidget::keyPressEvent(event);
 }
 
 } // namespace corvane::desktop

@@ -11,23 +11,23 @@ namespace corvane::desktop {
 class ProblemList final : public QTreeWidget {
     Q_OBJECT
 public:
-    explicit ProblemList(QWidget* pParent = nullptr);
+    explicit ProblemList(QWidget* parent = nullptr);
 
-    // sFolder, with which the findings' places begin, isn't shown.
-    void Show(std::vector<check::Finding> aFindings, const QString& sFolder);
+    // folder, with which the findings' places begin, isn't shown.
+    void Show(std::vector<check::Finding> findings, const QString& folder);
     // What isn't a finding in a file, such as a failure of the start, stands in front.
-    void ShowWith(const QStringList& aOthers, std::vector<check::Finding> aFindings, const QString& sFolder);
+    void ShowWith(const QStringList& others, std::vector<check::Finding> findings, const QString& folder);
     [[nodiscard]] int Count() const { return topLevelItemCount(); }
 
 protected:
-    void keyPressEvent(QKeyEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void Copy() const;
-    void Open(const QTreeWidgetItem& oItem) const;
+    void Open(const QTreeWidgetItem& item) const;
 
-    std::vector<check::Finding> m_aFindings;
-    QStringList m_aOthers;
+    std::vector<check::Finding> m_findings;
+    QStringList m_others;
 };
 
 } // namespace corvane::desktop

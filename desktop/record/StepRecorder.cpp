@@ -14,24 +14,24 @@ namespace corvane::desktop {
 namespace {
 
 // As the steps name it: by its key, or without one by the name of its definition.
-std::string NameOf(const Window& oWindow) {
-    const bool bHasKey = oWindow.Key() != std::to_string(oWindow.ObjectKey());
-    return bHasKey ? oWindow.Key() : std::string(oWindow.WindowDef()->Name());
+std::string NameOf(const Window& window) {
+    const bool hasKey = window.Key() != std::to_string(window.ObjectKey());
+    return hasKey ? window.Key() : std::string(window.WindowDef()->Name());
 }
 
-const char* CommandOf(const Window& oWindow, StandardCommandConstants eCommand) {
-    const WindowTypeConstants eType = oWindow.WindowType();
-    switch (eCommand) {
+const char* CommandOf(const Window& window, StandardCommandConstants command) {
+    const WindowTypeConstants type = window.WindowType();
+    switch (command) {
     case StandardCommandConstants::cvHelp:
         return "Help";
     case StandardCommandConstants::cvOK:
-        return eType == WindowTypeConstants::cvWizard       ? "Finish"
-               : eType == WindowTypeConstants::cvSaveDialog ? "Save"
-                                                            : "OK";
+        return type == WindowTypeConstants::cvWizard       ? "Finish"
+               : type == WindowTypeConstants::cvSaveDialog ? "Save"
+                                                           : "OK";
     case StandardCommandConstants::cvCancel:
         return "Cancel";
     case StandardCommandConstants::cvApply:
-        return eType == WindowTypeConstants::cvSaveDialog ? "SaveAs" : "Apply";
+        return type == WindowTypeConstants::cvSaveDialog ? "SaveAs" : "Apply";
     case StandardCommandConstants::cvPrevious:
         return "Previous";
     case StandardCommandConstants::cvNext:
@@ -40,136 +40,132 @@ const char* CommandOf(const Window& oWindow, StandardCommandConstants eCommand) 
     return "";
 }
 
-std::string LineOf(const WindowStep& oStep) {
-    const std::string sName = NameOf(oStep.oWindow);
-    switch (oStep.eWhat) {
+std::string LineOf(const WindowStep& step) {
+    const std::string name = NameOf(step.window);
+    switch (step.what) {
     case WindowStep::What::Command:
-        return "command " + sName + " " + CommandOf(oStep.oWindow, static_cast<StandardCommandConstants>(oStep.nWhich));
+        return "command " + name + " " + CommandOf(step.window, static_cast<StandardCommandConstants>(step.which));
     case WindowStep::What::Page:
-        return "page " + sName + " " + std::to_string(oStep.nWhich);
+        return "page " + name + " " + std::to_string(step.which);
     case WindowStep::What::Close:
-        return "close " + sName;
+        return "close " + name;
     case WindowStep::What::Activate:
-        return "activate " + sName;
+        return "activate " + name;
     }
     return {};
 }
 
 } // namespace
 
-StepRecorder::StepRecorder(std::string sFile, bool bGoesOn)
-    : m_sFile(std::move(sFile)), m_bGoesOn(bGoesOn), m_oFile(m_sFile, bGoesOn ? std::ios::app : std::ios::trunc) {
-    if (!m_oFile)
-        Fail(FailureNumber::FileAccess, "The file \"" + m_sFile + "\" can't be written");
-    if (!m_bGoesOn)
+StepRecorder::StepRecorder(std::string file, bool goesOn)
+    : m_filePath(std::move(file)), m_goesOn(goesOn), m_file(m_filePath, goesOn ? std::ios::app : std::ios::trunc) {
+    if (!m_file)
+        Fail(FailureNumber::FileAccess, "The file \"" + m_filePath + "\" can't be written");
+    if (!m_goesOn)
         Write("# A session at the desktop. To take it again: corvane inspect APP --steps FILE");
 }
 
-void StepRecorder::Write(const std::string& sLine) {
-    if (!m_oFile)
+void StepRecorder::Write(const std::string& line) {
+    if (!m_file)
         return;
-    std::string sText = sLine; // one line, whatever names hold
-    std::replace(sText.begin(), sText.end(), '\n', ' ');
-    m_oFile << sText << std::endl;
-    if (!m_oFile)
-        std::fprintf(stderr, "corvane-desktop: warning: the file \"%s\" can't be written any more\n", m_sFile.c_str());
+    std::string text = line; // one line, whatever names hold
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    m_file << text << std::endl;
+    if (!m_file)
+        std::fprintf(stderr, "corvane-desktop: warning: the file \"%s\" can't be written any more\n",
+                     m_filePath.c_str());
 }
 
-void StepRecorder::Comment(const std::string& sText) {
-    Write("# " + sText);
+void StepRecorder::Comment(const std::string& text) {
+    Write("# " + text);
 }
 
 bool StepRecorder::TakeEntry() {
-    const long lEntry = m_oModels.fnEntry ? m_oModels.fnEntry() : 0;
-    return lEntry == 0 || std::exchange(m_lTaken, lEntry) != lEntry;
+    const long entry = m_models.entry ? m_models.entry() : 0;
+    return entry == 0 || std::exchange(m_taken, entry) != entry;
 }
 
-void StepRecorder::Step(const std::string& sLine) {
-    if (TakeEntry() && !m_bHeld)
-        Write(sLine);
+void StepRecorder::Step(const std::string& line) {
+    if (TakeEntry() && !m_held)
+        Write(line);
 }
 
-void StepRecorder::Follow(Models oModels) {
+void StepRecorder::Follow(Models models) {
     Leave();
-    m_oModels = std::move(oModels);
-    m_lTaken = 0;
-    m_bExits = m_bRightButton = false;
-    const auto fnHold = [this](Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); };
-    fnHold(m_oModels.oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) { Bar_ToolClick(*oTool); }));
-    fnHold(m_oModels.oActiveBar->BandClose.Subscribe(
-        [this](const Ref<Band>& oBand) { Step("closeband " + oBand->Name()); }));
-    fnHold(m_oModels.frmMain->OnQueryUnload.Subscribe([this](bool&) { m_bExits = TakeEntry(); }));
-    fnHold(m_oModels.frmMain->Changed.Subscribe([this](Form::Change eChange) {
-        if (eChange == Form::Change::Unloaded && m_bExits && !m_bHeld)
+    m_models = std::move(models);
+    m_taken = 0;
+    m_exits = m_rightButton = false;
+    const auto hold = [this](Subscription subscription) { m_subscriptions.push_back(std::move(subscription)); };
+    hold(m_models.activeBar->ToolClick.Subscribe([this](const Ref<Tool>& tool) { Bar_ToolClick(*tool); }));
+    hold(m_models.activeBar->BandClose.Subscribe([this](const Ref<Band>& band) { Step("closeband " + band->Name()); }));
+    hold(m_models.mainForm->OnQueryUnload.Subscribe([this](bool&) { m_exits = TakeEntry(); }));
+    hold(m_models.mainForm->Changed.Subscribe([this](Form::Change change) {
+        if (change == Form::Change::Unloaded && m_exits && !m_held)
             Write("exit");
     }));
-    for (const auto& oControl : m_oModels.frmPanel->Controls())
-        if (const auto oTabs = oControl.TryAs<TabStrip>())
-            fnHold(oTabs->Click.Subscribe(
-                [this, pTabs = oTabs.Get()](Long) { Step("tab " + std::to_string(pTabs->Tab())); }));
-    fnHold(m_oModels.frmPanel->ControlAdded.Subscribe([this](const Ref<Object>& oControl) {
-        if (const auto oTree = oControl.TryAs<TreeView>())
-            FollowTree(oTree);
+    for (const auto& control : m_models.panelForm->Controls())
+        if (const auto tabs = control.TryAs<TabStrip>())
+            hold(tabs->Click.Subscribe(
+                [this, tabsStrip = tabs.Get()](Long) { Step("tab " + std::to_string(tabsStrip->Tab())); }));
+    hold(m_models.panelForm->ControlAdded.Subscribe([this](const Ref<Object>& control) {
+        if (const auto tree = control.TryAs<TreeView>())
+            FollowTree(tree);
     }));
 }
 
 void StepRecorder::Leave() {
-    m_aSubscriptions.clear();
-    m_oModels = {};
+    m_subscriptions.clear();
+    m_models = {};
 }
 
-void StepRecorder::FollowTree(const Ref<TreeView>& oTree) {
-    const auto fnHold = [this](Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); };
-    const TreeView* pTree = oTree.Get();
-    fnHold(oTree->MouseDown.Subscribe([this](Long lButton, Long, Single, Single) {
-        m_bRightButton = lButton == RightButton;
-        m_bMenuAsked = false;
+void StepRecorder::FollowTree(const Ref<TreeView>& tree) {
+    const auto hold = [this](Subscription subscription) { m_subscriptions.push_back(std::move(subscription)); };
+    const TreeView* treeView = tree.Get();
+    hold(tree->MouseDown.Subscribe([this](Long button, Long, Single, Single) {
+        m_rightButton = button == RightButton;
+        m_menuAsked = false;
     }));
-    fnHold(oTree->NodeClick.Subscribe([this, pTree](const Ref<Node>& oNode) { Tree_NodeClick(*pTree, *oNode); }));
-    fnHold(
-        oTree->MouseUp.Subscribe([this](Long lButton, Long lShift, Single, Single) { Tree_MouseUp(lButton, lShift); }));
-    fnHold(oTree->Click.Subscribe([this] { Step("treeclick"); })); // on a node NodeClick has come first
-    fnHold(oTree->DblClick.Subscribe([this] { Step("dblclick"); }));
-    fnHold(oTree->AfterLabelEdit.Subscribe([this](bool&, std::string& sText) { Step("rename " + sText); }));
+    hold(tree->NodeClick.Subscribe([this, treeView](const Ref<Node>& node) { Tree_NodeClick(*treeView, *node); }));
+    hold(tree->MouseUp.Subscribe([this](Long button, Long shift, Single, Single) { Tree_MouseUp(button, shift); }));
+    hold(tree->Click.Subscribe([this] { Step("treeclick"); })); // on a node NodeClick has come first
+    hold(tree->DblClick.Subscribe([this] { Step("dblclick"); }));
+    hold(tree->AfterLabelEdit.Subscribe([this](bool&, std::string& text) { Step("rename " + text); }));
 }
 
 // What the host itself offers isn't there when the steps are taken.
-void StepRecorder::Bar_ToolClick(const Tool& oTool) {
-    const auto oItem = oTool.TagVariant().TryAs<ActionItem>();
-    const Ref<Object> oProvider = oItem ? oItem->ActionsProviderObj() : nullptr;
-    const bool bIsHosts = oProvider && oProvider->TypeName() == "HostService";
-    Step(bIsHosts ? "# of the desktop itself: click " + oTool.Name() : "click " + oTool.Name());
+void StepRecorder::Bar_ToolClick(const Tool& tool) {
+    const auto item = tool.TagVariant().TryAs<ActionItem>();
+    const Ref<Object> provider = item ? item->ActionsProviderObj() : nullptr;
+    const bool isHosts = provider && provider->TypeName() == "HostService";
+    Step(isHosts ? "# of the desktop itself: click " + tool.Name() : "click " + tool.Name());
 }
 
-void StepRecorder::Tree_NodeClick(const TreeView& oTree, const Node& oNode) {
-    const std::string sRest = " " + std::to_string(oTree.Container()) + " " + oNode.Key();
-    m_bMenuAsked = m_bRightButton;
-    Step((m_bRightButton ? "contextmenu" : "node") + sRest);
+void StepRecorder::Tree_NodeClick(const TreeView& tree, const Node& node) {
+    const std::string rest = " " + std::to_string(tree.Container()) + " " + node.Key();
+    m_menuAsked = m_rightButton;
+    Step((m_rightButton ? "contextmenu" : "node") + rest);
 }
 
-void StepRecorder::Tree_MouseUp(Long lButton, Long lShift) {
-    const bool bAsked = std::exchange(m_bMenuAsked, false);
-    m_bRightButton = false;
-    if (lButton == RightButton && lShift == NoShift && !bAsked)
+void StepRecorder::Tree_MouseUp(Long button, Long shift) {
+    const bool asked = std::exchange(m_menuAsked, false);
+    m_rightButton = false;
+    if (button == RightButton && shift == NoShift && !asked)
         Step("rightclick");
 }
 
 // Whether a window is closed may depend on an answer. A window of the host isn't there when the steps are taken.
-void StepRecorder::OnWindow(const WindowStep& oStep, const std::function<void()>& fnDo) {
-    const bool bIsFirst = TakeEntry() && !m_bHeld;
-    const bool bIsHosts = oStep.oWindow.WindowDef()->Name() == WindowHost::ListedWindow;
-    const std::string sLine = (bIsHosts                  ? "# of the desktop itself: "
-                               : oStep.oWindow.IsModal() ? "  "
-                                                         : "") +
-                              LineOf(oStep);
-    const bool bMayBeRefused = oStep.eWhat == WindowStep::What::Close ||
-                               (oStep.eWhat == WindowStep::What::Command &&
-                                oStep.nWhich == static_cast<int>(StandardCommandConstants::cvCancel));
-    if (bIsFirst && !bMayBeRefused)
-        Write(sLine);
-    fnDo();
-    if (bIsFirst && bMayBeRefused && oStep.fnHasEnded())
-        Write(sLine);
+void StepRecorder::OnWindow(const WindowStep& step, const std::function<void()>& work) {
+    const bool isFirst = TakeEntry() && !m_held;
+    const bool isHosts = step.window.WindowDef()->Name() == WindowHost::ListedWindow;
+    const std::string line = (isHosts ? "# of the desktop itself: " : step.window.IsModal() ? "  " : "") + LineOf(step);
+    const bool mayBeRefused =
+        step.what == WindowStep::What::Close ||
+        (step.what == WindowStep::What::Command && step.which == static_cast<int>(StandardCommandConstants::cvCancel));
+    if (isFirst && !mayBeRefused)
+        Write(line);
+    work();
+    if (isFirst && mayBeRefused && step.hasEnded())
+        Write(line);
 }
 
 } // namespace corvane::desktop

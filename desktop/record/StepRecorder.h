@@ -17,52 +17,52 @@ namespace corvane::desktop {
 class StepRecorder final {
 public:
     struct Models {
-        Ref<MdiForm> frmMain;
-        Ref<ActiveBar> oActiveBar;
-        Ref<PanelForm> frmPanel;
-        std::function<long()> fnEntry; // FailurePresenter::Entry
+        Ref<MdiForm> mainForm;
+        Ref<ActiveBar> activeBar;
+        Ref<PanelForm> panelForm;
+        std::function<long()> entry; // FailurePresenter::Entry
     };
 
     // Begins the file anew, or goes on with it. Fails with 75 when it can't be written.
-    explicit StepRecorder(std::string sFile, bool bGoesOn = false);
-    [[nodiscard]] bool GoesOn() const { return m_bGoesOn; }
+    explicit StepRecorder(std::string file, bool goesOn = false);
+    [[nodiscard]] bool GoesOn() const { return m_goesOn; }
 
     // From here on those models are followed. To be called before the library is loaded, so that a step is written
     // before what it brings about.
-    void Follow(Models oModels);
+    void Follow(Models models);
     // Nobody is followed any more.
     void Leave();
     // Nothing is written while it is held: what happens is the host's doing.
-    void SetHeld(bool bHeld) { m_bHeld = bHeld; }
+    void SetHeld(bool held) { m_held = held; }
 
     // A person does something to a window.
-    void OnWindow(const WindowStep& oStep, const std::function<void()>& fnDo);
+    void OnWindow(const WindowStep& step, const std::function<void()>& work);
     // What runs in the library now, up to the end of this entry, is nobody's doing.
     void NotByPerson() { (void)TakeEntry(); }
     // A step that the host takes in a person's name.
-    void ByHost(const std::string& sStep) { Write(sStep); }
-    void Comment(const std::string& sText);
+    void ByHost(const std::string& step) { Write(step); }
+    void Comment(const std::string& text);
 
 private:
-    void FollowTree(const Ref<TreeView>& oTree);
-    void Bar_ToolClick(const Tool& oTool);
-    void Tree_NodeClick(const TreeView& oTree, const Node& oNode);
-    void Tree_MouseUp(Long lButton, Long lShift);
+    void FollowTree(const Ref<TreeView>& tree);
+    void Bar_ToolClick(const Tool& tool);
+    void Tree_NodeClick(const TreeView& tree, const Node& node);
+    void Tree_MouseUp(Long button, Long shift);
     // True once an entry: for what comes first, which is the person's doing.
     [[nodiscard]] bool TakeEntry();
-    void Step(const std::string& sLine);
-    void Write(const std::string& sLine);
+    void Step(const std::string& line);
+    void Write(const std::string& line);
 
-    std::string m_sFile;
-    bool m_bGoesOn;
-    std::ofstream m_oFile;
-    Models m_oModels;
-    long m_lTaken = 0; // the entry in which the latest step was taken
-    bool m_bHeld = false;
-    bool m_bRightButton = false; // is pressed on a tree
-    bool m_bMenuAsked = false;   // since then
-    bool m_bExits = false;
-    std::vector<Subscription> m_aSubscriptions;
+    std::string m_filePath;
+    bool m_goesOn;
+    std::ofstream m_file;
+    Models m_models;
+    long m_taken = 0; // the entry in which the latest step was taken
+    bool m_held = false;
+    bool m_rightButton = false; // is pressed on a tree
+    bool m_menuAsked = false;   // since then
+    bool m_exits = false;
+    std::vector<Subscription> m_subscriptions;
 };
 
 } // namespace corvane::desktop

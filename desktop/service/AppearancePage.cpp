@@ -16,140 +16,140 @@ namespace corvane::desktop {
 namespace {
 
 Ref<Preferences> Store() {
-    auto oStore = New<Preferences>();
-    oStore->Initialize("Corvane.Desktop", "Appearance");
-    return oStore;
+    auto store = New<Preferences>();
+    store->Initialize("Corvane.Desktop", "Appearance");
+    return store;
 }
 
 QPalette DarkPalette() {
-    const QColor oBase(0x1e, 0x1f, 0x22);
-    const QColor oWindow(0x2b, 0x2d, 0x30);
-    const QColor oText(0xe6, 0xe6, 0xe6);
-    const QColor oFaint(0x8a, 0x8d, 0x93);
-    const QColor oHighlight(0x35, 0x74, 0xd6);
-    QPalette oPalette(oWindow);
-    for (const auto eRole : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        oPalette.setColor(eRole, oText);
-    oPalette.setColor(QPalette::Window, oWindow);
-    oPalette.setColor(QPalette::Button, oWindow);
-    oPalette.setColor(QPalette::ToolTipBase, oWindow.lighter(130));
-    oPalette.setColor(QPalette::Base, oBase);
-    oPalette.setColor(QPalette::AlternateBase, oBase.lighter(125));
-    oPalette.setColor(QPalette::PlaceholderText, oFaint);
-    oPalette.setColor(QPalette::BrightText, Qt::white);
-    oPalette.setColor(QPalette::Highlight, oHighlight);
-    oPalette.setColor(QPalette::HighlightedText, Qt::white);
-    oPalette.setColor(QPalette::Link, QColor(0x6b, 0xa3, 0xf5));
-    oPalette.setColor(QPalette::LinkVisited, QColor(0xb0, 0x8c, 0xe8));
-    for (const auto eRole : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        oPalette.setColor(QPalette::Disabled, eRole, oFaint);
-    return oPalette;
+    const QColor base(0x1e, 0x1f, 0x22);
+    const QColor window(0x2b, 0x2d, 0x30);
+    const QColor text(0xe6, 0xe6, 0xe6);
+    const QColor faint(0x8a, 0x8d, 0x93);
+    const QColor highlight(0x35, 0x74, 0xd6);
+    QPalette palette(window);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Button, window);
+    palette.setColor(QPalette::ToolTipBase, window.lighter(130));
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, base.lighter(125));
+    palette.setColor(QPalette::PlaceholderText, faint);
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::Highlight, highlight);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(0x6b, 0xa3, 0xf5));
+    palette.setColor(QPalette::LinkVisited, QColor(0xb0, 0x8c, 0xe8));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    return palette;
 }
 
 QPalette LightPalette() {
-    QPalette oPalette(QColor(0xef, 0xef, 0xef));
-    oPalette.setColor(QPalette::Highlight, QColor(0x24, 0x6a, 0xb0)); // darker than the style's, so that white is read
-    oPalette.setColor(QPalette::HighlightedText, Qt::white);
-    oPalette.setColor(QPalette::PlaceholderText, QColor(0x66, 0x66, 0x66));
-    return oPalette;
+    QPalette palette(QColor(0xef, 0xef, 0xef));
+    palette.setColor(QPalette::Highlight, QColor(0x24, 0x6a, 0xb0)); // darker than the style's, so that white is read
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(0x66, 0x66, 0x66));
+    return palette;
 }
 
-void Select(QComboBox& oBox, const QVariant& oValue) {
-    oBox.setCurrentIndex(qMax(0, oBox.findData(oValue)));
+void Select(QComboBox& box, const QVariant& value) {
+    box.setCurrentIndex(qMax(0, box.findData(value)));
 }
 
 } // namespace
 
-QPalette ThemePalette(bool bDark) {
-    return bDark ? DarkPalette() : LightPalette();
+QPalette ThemePalette(bool dark) {
+    return dark ? DarkPalette() : LightPalette();
 }
 
 Appearance Appearance::Load() {
-    const auto oStore = Store();
-    Appearance oAppearance;
-    oAppearance.sTheme = oStore->GetValue("Theme", oAppearance.sTheme);
-    const auto sSize = QString::fromStdString(oStore->GetValue("IconSize", 0));
-    oAppearance.nIconSize = qBound(0, sSize.toInt(), 128);
-    oAppearance.bTabbedWindows = EqualText(oStore->GetValue("TabbedWindows", false), "True");
-    return oAppearance;
+    const auto store = Store();
+    Appearance appearance;
+    appearance.theme = store->GetValue("Theme", appearance.theme);
+    const auto size = QString::fromStdString(store->GetValue("IconSize", 0));
+    appearance.iconSize = qBound(0, size.toInt(), 128);
+    appearance.tabbedWindows = EqualText(store->GetValue("TabbedWindows", false), "True");
+    return appearance;
 }
 
 void Appearance::Save() const {
-    const auto oStore = Store();
-    oStore->SetValue("Theme", sTheme);
-    oStore->SetValue("IconSize", nIconSize);
-    oStore->SetValue("TabbedWindows", bTabbedWindows);
+    const auto store = Store();
+    store->SetValue("Theme", theme);
+    store->SetValue("IconSize", iconSize);
+    store->SetValue("TabbedWindows", tabbedWindows);
 }
 
-void ApplyTheme(const std::string& sTheme) {
-    static const QString sFirstStyle = QApplication::style()->objectName();
-    static const QPalette oFirstPalette = QApplication::palette();
-    static bool bIsFirst = true; // what the desktop says is followed as long as nothing has been set
-    const bool bDark = EqualText(sTheme, "Dark");
-    if (!bDark && !EqualText(sTheme, "Light")) {
-        if (!std::exchange(bIsFirst, true)) {
-            QApplication::setStyle(QStyleFactory::create(sFirstStyle));
-            QApplication::setPalette(oFirstPalette);
+void ApplyTheme(const std::string& theme) {
+    static const QString firstStyle = QApplication::style()->objectName();
+    static const QPalette firstPalette = QApplication::palette();
+    static bool isFirst = true; // what the desktop says is followed as long as nothing has been set
+    const bool dark = EqualText(theme, "Dark");
+    if (!dark && !EqualText(theme, "Light")) {
+        if (!std::exchange(isFirst, true)) {
+            QApplication::setStyle(QStyleFactory::create(firstStyle));
+            QApplication::setPalette(firstPalette);
         }
         return;
     }
-    bIsFirst = false;
+    isFirst = false;
     QApplication::setStyle(QStyleFactory::create("Fusion"));
-    QApplication::setPalette(ThemePalette(bDark));
+    QApplication::setPalette(ThemePalette(dark));
 }
 
-AppearancePage::AppearancePage(ApplyFunction fnApply) : m_fnApply(std::move(fnApply)), m_oSaved(Appearance::Load()) {
-    m_oSave = m_oPageBase->SaveEvent.Subscribe([this] { Save(); });
+AppearancePage::AppearancePage(ApplyFunction apply) : m_apply(std::move(apply)), m_saved(Appearance::Load()) {
+    m_save = m_pageBase->SaveEvent.Subscribe([this] { Save(); });
 }
 
-QWidget* AppearancePage::NewWidget(QWidget* pParent) {
-    auto* pWidget = new QWidget(pParent);
-    auto* pForm = new QFormLayout(pWidget);
-    m_pTheme = new QComboBox;
-    m_pTheme->addItem(tr("Follow the system"), "System");
-    m_pTheme->addItem(tr("Light"), "Light");
-    m_pTheme->addItem(tr("Dark"), "Dark");
-    m_pIconSize = new QComboBox;
-    m_pIconSize->addItem(tr("Follow the system"), 0);
-    for (const int nSize : {16, 22, 24, 32, 48})
-        m_pIconSize->addItem(tr("%1 pixels").arg(nSize), nSize);
-    m_pWindows = new QComboBox;
-    m_pWindows->addItem(tr("Overlapping windows"), false);
-    m_pWindows->addItem(tr("Tabs"), true);
-    pForm->addRow(tr("&Theme:"), m_pTheme.data());
-    pForm->addRow(tr("Toolbar &icon size:"), m_pIconSize.data());
-    pForm->addRow(tr("&Windows:"), m_pWindows.data());
-    Select(*m_pTheme, QString::fromStdString(m_oSaved.sTheme));
-    Select(*m_pIconSize, m_oSaved.nIconSize);
-    Select(*m_pWindows, m_oSaved.bTabbedWindows);
-    for (QComboBox* pBox : {m_pTheme.data(), m_pIconSize.data(), m_pWindows.data()})
-        QObject::connect(pBox, &QComboBox::currentIndexChanged, pWidget, [this] { m_oPageBase->ValidityChanged(); });
-    return pWidget;
+QWidget* AppearancePage::NewWidget(QWidget* parent) {
+    auto* widget = new QWidget(parent);
+    auto* form = new QFormLayout(widget);
+    m_theme = new QComboBox;
+    m_theme->addItem(tr("Follow the system"), "System");
+    m_theme->addItem(tr("Light"), "Light");
+    m_theme->addItem(tr("Dark"), "Dark");
+    m_iconSize = new QComboBox;
+    m_iconSize->addItem(tr("Follow the system"), 0);
+    for (const int size : {16, 22, 24, 32, 48})
+        m_iconSize->addItem(tr("%1 pixels").arg(size), size);
+    m_windows = new QComboBox;
+    m_windows->addItem(tr("Overlapping windows"), false);
+    m_windows->addItem(tr("Tabs"), true);
+    form->addRow(tr("&Theme:"), m_theme.data());
+    form->addRow(tr("Toolbar &icon size:"), m_iconSize.data());
+    form->addRow(tr("&Windows:"), m_windows.data());
+    Select(*m_theme, QString::fromStdString(m_saved.theme));
+    Select(*m_iconSize, m_saved.iconSize);
+    Select(*m_windows, m_saved.tabbedWindows);
+    for (QComboBox* box : {m_theme.data(), m_iconSize.data(), m_windows.data()})
+        QObject::connect(box, &QComboBox::currentIndexChanged, widget, [this] { m_pageBase->ValidityChanged(); });
+    return widget;
 }
 
 QWidget* AppearancePage::FirstFocus() {
-    return m_pTheme;
+    return m_theme;
 }
 
 bool AppearancePage::IsChanged() {
-    return m_pTheme && Chosen() != m_oSaved;
+    return m_theme && Chosen() != m_saved;
 }
 
 Appearance AppearancePage::Chosen() const {
-    Appearance oChosen;
-    oChosen.sTheme = m_pTheme->currentData().toString().toStdString();
-    oChosen.nIconSize = m_pIconSize->currentData().toInt();
-    oChosen.bTabbedWindows = m_pWindows->currentData().toBool();
-    return oChosen;
+    Appearance chosen;
+    chosen.theme = m_theme->currentData().toString().toStdString();
+    chosen.iconSize = m_iconSize->currentData().toInt();
+    chosen.tabbedWindows = m_windows->currentData().toBool();
+    return chosen;
 }
 
 void AppearancePage::Save() {
-    if (!m_pTheme)
+    if (!m_theme)
         return;
-    const Appearance oChosen = Chosen();
-    oChosen.Save();
-    m_oSaved = oChosen;
-    m_fnApply(oChosen);
+    const Appearance chosen = Chosen();
+    chosen.Save();
+    m_saved = chosen;
+    m_apply(chosen);
 }
 
 } // namespace corvane::desktop

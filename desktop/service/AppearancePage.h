@@ -17,9 +17,9 @@ class QComboBox;
 namespace corvane::desktop {
 
 struct Appearance {
-    std::string sTheme = "System"; // or Light, Dark
-    int nIconSize = 0;             // in pixels, of toolbars; 0 for the style's own
-    bool bTabbedWindows = false;
+    std::string theme = "System"; // or Light, Dark
+    int iconSize = 0;             // in pixels, of toolbars; 0 for the style's own
+    bool tabbedWindows = false;
 
     // What the person chose; a value that can't be read is the default.
     [[nodiscard]] static Appearance Load();
@@ -28,17 +28,17 @@ struct Appearance {
 };
 
 // Of the whole program. "System" is what was there when the program started.
-void ApplyTheme(const std::string& sTheme);
-[[nodiscard]] QPalette ThemePalette(bool bDark);
+void ApplyTheme(const std::string& theme);
+[[nodiscard]] QPalette ThemePalette(bool dark);
 
 class AppearancePage final : public IPageAccess, public IQtPage {
     Q_DECLARE_TR_FUNCTIONS(AppearancePage)
 public:
     using ApplyFunction = std::function<void(const Appearance&)>;
-    explicit AppearancePage(ApplyFunction fnApply);
+    explicit AppearancePage(ApplyFunction apply);
 
-    Ref<IPage> Page() override { return m_oPageBase; }
-    QWidget* NewWidget(QWidget* pParent) override;
+    Ref<IPage> Page() override { return m_pageBase; }
+    QWidget* NewWidget(QWidget* parent) override;
     QWidget* FirstFocus() override;
     bool IsChanged() override;
 
@@ -48,13 +48,13 @@ private:
     [[nodiscard]] Appearance Chosen() const;
     void Save();
 
-    ApplyFunction m_fnApply;
-    Appearance m_oSaved;
-    QPointer<QComboBox> m_pTheme;
-    QPointer<QComboBox> m_pIconSize;
-    QPointer<QComboBox> m_pWindows;
-    Ref<PageBase> m_oPageBase = New<PageBase>();
-    Subscription m_oSave;
+    ApplyFunction m_apply;
+    Appearance m_saved;
+    QPointer<QComboBox> m_theme;
+    QPointer<QComboBox> m_iconSize;
+    QPointer<QComboBox> m_windows;
+    Ref<PageBase> m_pageBase = New<PageBase>();
+    Subscription m_save;
 };
 
 } // namespace corvane::desktop

@@ -12,107 +12,106 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nLastOrder = 2146; // beyond it, entries at 9,000 and more have no rank
+constexpr int lastOrder = 2146; // beyond it, entries at 9,000 and more have no rank
 
 // The standard titles in their order on a menu bar. A title that isn't among them belongs between the two halves.
-constexpr std::array aFirstTitles{"File", "Edit", "View"};
-constexpr std::array aLastTitles{"Tools", "Window", "Help"};
+constexpr std::array firstTitles{"File", "Edit", "View"};
+constexpr std::array lastTitles{"Tools", "Window", "Help"};
 
-bool IsAmong(std::span<const char* const> aTitles, std::string_view sTitle) {
-    return std::any_of(aTitles.begin(), aTitles.end(), [&](const char* s) { return EqualText(s, sTitle); });
+bool IsAmong(std::span<const char* const> titles, std::string_view title) {
+    return std::any_of(titles.begin(), titles.end(), [&](const char* s) { return EqualText(s, title); });
 }
 
 // A free order for a standard title: behind all that belongs before it and before all that belongs behind it, where
 // there is room.
-int FreeOrder(std::string_view sTitle, const MenusInUse& oInUse) {
-    const auto itFirst =
-        std::find_if(aFirstTitles.begin(), aFirstTitles.end(), [&](const char* s) { return EqualText(s, sTitle); });
-    const bool bIsFirst = itFirst != aFirstTitles.end();
-    const auto itLast =
-        std::find_if(aLastTitles.begin(), aLastTitles.end(), [&](const char* s) { return EqualText(s, sTitle); });
-    const std::span<const char* const> aBefore(aFirstTitles.begin(), itFirst);
-    const std::span<const char* const> aBehind(itLast, aLastTitles.end());
-    std::set<int> setTaken;
-    int nLow = 0;
-    int nHigh = nLastOrder + 1;
-    for (const auto& [sOther, nOrder] : oInUse.Titles()) {
-        setTaken.insert(nOrder);
-        const bool bIsBefore = bIsFirst ? IsAmong(aBefore, sOther) : !IsAmong(aBehind, sOther);
-        if (bIsBefore)
-            nLow = std::max(nLow, nOrder);
+int FreeOrder(std::string_view title, const MenusInUse& inUse) {
+    const auto first =
+        std::find_if(firstTitles.begin(), firstTitles.end(), [&](const char* s) { return EqualText(s, title); });
+    const bool isFirst = first != firstTitles.end();
+    const auto last =
+        std::find_if(lastTitles.begin(), lastTitles.end(), [&](const char* s) { return EqualText(s, title); });
+    const std::span<const char* const> before(firstTitles.begin(), first);
+    const std::span<const char* const> behind(last, lastTitles.end());
+    std::set<int> taken;
+    int low = 0;
+    int high = lastOrder + 1;
+    for (const auto& [other, order] : inUse.Titles()) {
+        taken.insert(order);
+        const bool isBefore = isFirst ? IsAmong(before, other) : !IsAmong(behind, other);
+        if (isBefore)
+            low = std::max(low, order);
         else
-            nHigh = std::min(nHigh, nOrder);
+            high = std::min(high, order);
     }
     // The titles at the beginning stand close behind what is before them, those at the end close before what is behind.
-    if (nLow + 1 < nHigh)
-        return bIsFirst ? nLow + 1 : nHigh - 1;
-    int nOrder = nLastOrder;
-    while (setTaken.contains(nOrder))
-        --nOrder;
-    return nOrder;
+    if (low + 1 < high)
+        return isFirst ? low + 1 : high - 1;
+    int order = lastOrder;
+    while (taken.contains(order))
+        --order;
+    return order;
 }
 
-std::string KeyOf(const DefinitionTag& oMenuItem) {
-    const std::string_view sPath = oMenuItem.Attribute("Path");
-    std::string sKey(sPath);
-    if (!sPath.empty())
-        sKey += '.';
-    return sKey.append(oMenuItem.Attribute("ActionItem"));
+std::string KeyOf(const DefinitionTag& menuItem) {
+    const std::string_view path = menuItem.Attribute("Path");
+    std::string key(path);
+    if (!path.empty())
+        key += '.';
+    return key.append(menuItem.Attribute("ActionItem"));
 }
 
 } // namespace
 
-MenusInUse::MenusInUse(std::string_view sDefinition) {
-    for (const DefinitionTag& oTag : TagsIn(sDefinition, {"MenuItem"})) {
-        m_setWantedPaths.emplace(oTag.Attribute("Path"));
-        m_setWantedKeys.insert(KeyOf(oTag));
-        if (const std::string_view sShortCut = oTag.Attribute("ShortCutKey"); !sShortCut.empty())
-            m_setWantedShortCuts.emplace(sShortCut);
+MenusInUse::MenusInUse(std::string_view definition) {
+    for (const DefinitionTag& tag : TagsIn(definition, {"MenuItem"})) {
+        m_wantedPaths.emplace(tag.Attribute("Path"));
+        m_wantedKeys.insert(KeyOf(tag));
+        if (const std::string_view shortCut = tag.Attribute("ShortCutKey"); !shortCut.empty())
+            m_wantedShortCuts.emplace(shortCut);
     }
 }
 
-void MenusInUse::Add(const MenuItemDefCollection& colMenuItemDefs) {
-    const std::string* pPath = nullptr;
-    bool bIsWanted = false;
-    for (const Ref<MenuItemDef>& oDef : colMenuItemDefs) {
-        if (pPath != &oDef->Path()) { // entries that stand in a row share it
-            pPath = &oDef->Path();
-            bIsWanted = m_setWantedPaths.contains(*pPath);
+void MenusInUse::Add(const MenuItemDefCollection& menuItemDefs) {
+    const std::string* path = nullptr;
+    bool isWanted = false;
+    for (const Ref<MenuItemDef>& def : menuItemDefs) {
+        if (path != &def->Path()) { // entries that stand in a row share it
+            path = &def->Path();
+            isWanted = m_wantedPaths.contains(*path);
         }
-        const bool bIsTitle = oDef->MenuType() == MenuType::fwMenuTitle;
-        if (bIsWanted && (bIsTitle || oDef->MenuType() == MenuType::fwMenuItem))
-            if (std::string sKey = oDef->Key(); m_setWantedKeys.contains(sKey))
-                m_setKeys.insert(std::move(sKey));
-        if (bIsTitle && pPath->empty())
-            AddTitle(oDef->ActionItemDef()->Name(), static_cast<int>(std::lround(oDef->PositionOrder())));
-        if (!oDef->ShortCutKey().empty() && m_setWantedShortCuts.contains(oDef->ShortCutKey()))
-            m_setShortCuts.insert(oDef->ShortCutKey());
+        const bool isTitle = def->MenuType() == MenuType::fwMenuTitle;
+        if (isWanted && (isTitle || def->MenuType() == MenuType::fwMenuItem))
+            if (std::string key = def->Key(); m_wantedKeys.contains(key))
+                m_keys.insert(std::move(key));
+        if (isTitle && path->empty())
+            AddTitle(def->ActionItemDef()->Name(), static_cast<int>(std::lround(def->PositionOrder())));
+        if (!def->ShortCutKey().empty() && m_wantedShortCuts.contains(def->ShortCutKey()))
+            m_shortCuts.insert(def->ShortCutKey());
     }
 }
 
-std::string FitDefinition(std::string_view sText, MenusInUse oInUse) {
-    std::string sFitted;
-    std::size_t iCopied = 0;
-    for (const DefinitionTag& oTag : TagsIn(sText, {"MenuItem"})) {
-        sFitted += sText.substr(iCopied, oTag.iBegin - iCopied);
-        iCopied = oTag.iEnd;
-        if (oInUse.HasKey(KeyOf(oTag)))
+std::string FitDefinition(std::string_view text, MenusInUse inUse) {
+    std::string fitted;
+    std::size_t copied = 0;
+    for (const DefinitionTag& tag : TagsIn(text, {"MenuItem"})) {
+        fitted += text.substr(copied, tag.begin - copied);
+        copied = tag.end;
+        if (inUse.HasKey(KeyOf(tag)))
             continue;
-        const bool bIsTitle = EqualText(oTag.Attribute("Type"), "MenuTitle");
-        const int nOrder = bIsTitle ? FreeOrder(oTag.Attribute("ActionItem"), oInUse) : 0;
-        sFitted += "<MenuItem";
-        for (const auto& [sName, sValue] : oTag.aAttributes) {
-            if (sName == "ShortCutKey" && oInUse.HasShortCut(sValue))
+        const bool isTitle = EqualText(tag.Attribute("Type"), "MenuTitle");
+        const int order = isTitle ? FreeOrder(tag.Attribute("ActionItem"), inUse) : 0;
+        fitted += "<MenuItem";
+        for (const auto& [name, value] : tag.attributes) {
+            if (name == "ShortCutKey" && inUse.HasShortCut(value))
                 continue;
-            const std::string sWritten =
-                bIsTitle && sName == "PositionOrder" ? std::to_string(nOrder) : std::string(sValue);
-            sFitted.append(" ").append(sName).append("=\"").append(sWritten).append("\"");
+            const std::string written = isTitle && name == "PositionOrder" ? std::to_string(order) : std::string(value);
+            fitted.append(" ").append(name).append("=\"").append(written).append("\"");
         }
-        sFitted += "/>";
-        if (bIsTitle)
-            oInUse.AddTitle(oTag.Attribute("ActionItem"), nOrder); // the next one finds its place beside it
+        fitted += "/>";
+        if (isTitle)
+            inUse.AddTitle(tag.Attribute("ActionItem"), order); // the next one finds its place beside it
     }
-    return sFitted.append(sText.substr(iCopied));
+    return fitted.append(text.substr(copied));
 }
 
 } // namespace corvane::desktop

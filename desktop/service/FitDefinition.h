@@ -16,30 +16,30 @@ namespace corvane::desktop {
 class MenusInUse {
 public:
     // Of entries and shortcuts only those are remembered that could meet one of that definition.
-    explicit MenusInUse(std::string_view sDefinition);
+    explicit MenusInUse(std::string_view definition);
 
-    void Add(const MenuItemDefCollection& colMenuItemDefs);
+    void Add(const MenuItemDefCollection& menuItemDefs);
     // A title of the menu bar.
-    void AddTitle(std::string_view sName, int nOrder) { m_mapTitles.emplace(sName, nOrder); }
+    void AddTitle(std::string_view name, int order) { m_titles.emplace(name, order); }
 
     // By the path, a point and the action's name; the action's name alone without a path.
-    [[nodiscard]] bool HasKey(std::string_view sKey) const { return m_setKeys.contains(sKey); }
-    [[nodiscard]] bool HasShortCut(std::string_view sShortCut) const { return m_setShortCuts.contains(sShortCut); }
+    [[nodiscard]] bool HasKey(std::string_view key) const { return m_keys.contains(key); }
+    [[nodiscard]] bool HasShortCut(std::string_view shortCut) const { return m_shortCuts.contains(shortCut); }
     // The orders of the titles of the menu bar, by their names.
-    [[nodiscard]] const auto& Titles() const { return m_mapTitles; }
+    [[nodiscard]] const auto& Titles() const { return m_titles; }
 
 private:
     using NameSet = std::unordered_set<std::string, TextHash, TextEqual>;
-    NameSet m_setWantedPaths;
-    NameSet m_setWantedKeys;
-    NameSet m_setWantedShortCuts;
-    NameSet m_setKeys;
-    NameSet m_setShortCuts;
-    std::unordered_map<std::string, int, TextHash, TextEqual> m_mapTitles;
+    NameSet m_wantedPaths;
+    NameSet m_wantedKeys;
+    NameSet m_wantedShortCuts;
+    NameSet m_keys;
+    NameSet m_shortCuts;
+    std::unordered_map<std::string, int, TextHash, TextEqual> m_titles;
 };
 
 // The text of the definition without the entries whose key is taken and without the shortcuts that are taken, and with
 // a free place for each of its titles among the application's.
-[[nodiscard]] std::string FitDefinition(std::string_view sText, MenusInUse oInUse);
+[[nodiscard]] std::string FitDefinition(std::string_view text, MenusInUse inUse);
 
 } // namespace corvane::desktop

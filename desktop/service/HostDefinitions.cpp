@@ -19,103 +19,103 @@ namespace corvane::desktop {
 namespace {
 
 // In the order of loading.
-constexpr const char* aHostDefinitions[] = {"Corvane.Framework.xml", "Corvane.Desktop.xml"};
+constexpr const char* hostDefinitions[] = {"Corvane.Framework.xml", "Corvane.Desktop.xml"};
 
 // What stands in the place of a definition that the application has of its own.
-constexpr const char* sNothing = "<Service Active=\"false\"/>";
+constexpr const char* nothing = "<Service Active=\"false\"/>";
 
-std::string HostDefinition(std::string_view sName) {
-    QFile oFile(QStringLiteral(":/corvane/services/") + QLatin1String(sName.data(), static_cast<int>(sName.size())));
-    if (!oFile.open(QIODevice::ReadOnly))
-        Fail(FailureNumber::FileNotFound, "The host has no definition \"" + std::string(sName) + "\"");
-    return oFile.readAll().toStdString();
+std::string HostDefinition(std::string_view name) {
+    QFile file(QStringLiteral(":/corvane/services/") + QLatin1String(name.data(), static_cast<int>(name.size())));
+    if (!file.open(QIODevice::ReadOnly))
+        Fail(FailureNumber::FileNotFound, "The host has no definition \"" + std::string(name) + "\"");
+    return file.readAll().toStdString();
 }
 
-// Calls fnSee with the attributes of the Service element, if there is one.
-void SeeService(std::string_view sText, const std::function<void(const DefinitionTag&)>& fnSee) {
-    ForEachTag(sText, {"Service"}, [&](const DefinitionTag& oTag) {
-        fnSee(oTag);
+// Calls see with the attributes of the Service element, if there is one.
+void SeeService(std::string_view text, const std::function<void(const DefinitionTag&)>& see) {
+    ForEachTag(text, {"Service"}, [&](const DefinitionTag& tag) {
+        see(tag);
         return false;
     });
 }
 
-bool IsTrue(std::string_view sValue) {
+bool IsTrue(std::string_view value) {
     try {
-        return ToBoolean(Variant(std::string(sValue)));
+        return ToBoolean(Variant(std::string(value)));
     } catch (const Failure&) {
         return false; // the library rejects the file and says so
     }
 }
 
 // The menus of all definitions that the library has read by now.
-void AddLoaded(MenusInUse& oInUse) {
-    const Ref<Framework> oFramework = CorvaneMain::Framework();
-    const Ref<ServiceManager> oServices = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!oServices)
+void AddLoaded(MenusInUse& inUse) {
+    const Ref<Framework> framework = CorvaneMain::Framework();
+    const Ref<ServiceManager> services = framework ? framework->ServiceManager() : nullptr;
+    if (!services)
         return;
-    for (const Ref<ServiceDef>& oService : *oServices->ServiceDefs()) {
-        oInUse.Add(*oService->MenuItemDefs());
-        for (const Ref<ExplorerItemDef>& oItem : *oService->ExplorerItemDefs())
-            oInUse.Add(*oItem->MenuItemDefs());
+    for (const Ref<ServiceDef>& service : *services->ServiceDefs()) {
+        inUse.Add(*service->MenuItemDefs());
+        for (const Ref<ExplorerItemDef>& item : *service->ExplorerItemDefs())
+            inUse.Add(*item->MenuItemDefs());
     }
-    for (const Ref<WindowDef>& oWindow : *oServices->WindowDefs())
-        for (const Ref<PageDef>& oPage : *oWindow->PageDefs())
-            oInUse.Add(*oPage->MenuItemDefs());
+    for (const Ref<WindowDef>& window : *services->WindowDefs())
+        for (const Ref<PageDef>& page : *window->PageDefs())
+            inUse.Add(*page->MenuItemDefs());
 }
 
 } // namespace
 
-HostFileSystem::HostFileSystem(Ref<IFileSystem> oFiles, std::string sServicesFolder)
-    : m_oFiles(std::move(oFiles)), m_sServicesFolder(std::move(sServicesFolder)) {}
+HostFileSystem::HostFileSystem(Ref<IFileSystem> files, std::string servicesFolder)
+    : m_files(std::move(files)), m_servicesFolder(std::move(servicesFolder)) {}
 
-std::vector<std::string> HostFileSystem::Files(std::string_view sFolder) const {
-    std::vector<std::string> aPaths = m_oFiles->Files(sFolder);
-    if (sFolder != m_sServicesFolder)
-        return aPaths;
-    for (const char* sName : aHostDefinitions) {
-        const bool bReplaced = std::any_of(aPaths.begin(), aPaths.end(), [&](const std::string& sPath) {
-            return EqualText(m_oFiles->FileName(sPath), sName);
+std::vector<std::string> HostFileSystem::Files(std::string_view folder) const {
+    std::vector<std::string> paths = m_files->Files(folder);
+    if (folder != m_servicesFolder)
+        return paths;
+    for (const char* name : hostDefinitions) {
+        const bool replaced = std::any_of(paths.begin(), paths.end(), [&](const std::string& path) {
+            return EqualText(m_files->FileName(path), name);
         });
-        if (bReplaced)
+        if (replaced)
             continue;
-        aPaths.push_back(m_oFiles->Join(sFolder, sName));
-        m_mapOwn.try_emplace(aPaths.back(), Own{sName, {}});
+        paths.push_back(m_files->Join(folder, name));
+        m_own.try_emplace(paths.back(), Own{name, {}});
     }
-    return aPaths;
+    return paths;
 }
 
-std::string HostFileSystem::ReadAll(std::string_view sPath) const {
-    if (const auto it = m_mapOwn.find(std::string(sPath)); it != m_mapOwn.end()) {
-        if (it->second.sText.empty())
-            it->second.sText = OwnDefinition(it->second.sName);
-        return it->second.sText;
+std::string HostFileSystem::ReadAll(std::string_view path) const {
+    if (const auto it = m_own.find(std::string(path)); it != m_own.end()) {
+        if (it->second.text.empty())
+            it->second.text = OwnDefinition(it->second.name);
+        return it->second.text;
     }
-    std::string sText = m_oFiles->ReadAll(sPath);
-    if (!m_mapOwn.empty() && sPath.starts_with(m_sServicesFolder))
-        SeeService(sText, [&](const DefinitionTag& oTag) {
-            m_setNames.emplace(oTag.Attribute("Name"));
-            if (IsTrue(oTag.Attribute("Active")) && !oTag.Attribute("ProgID").empty())
-                m_setProgIDs.emplace(oTag.Attribute("ProgID"));
+    std::string text = m_files->ReadAll(path);
+    if (!m_own.empty() && path.starts_with(m_servicesFolder))
+        SeeService(text, [&](const DefinitionTag& tag) {
+            m_names.emplace(tag.Attribute("Name"));
+            if (IsTrue(tag.Attribute("Active")) && !tag.Attribute("ProgID").empty())
+                m_progIDs.emplace(tag.Attribute("ProgID"));
         });
-    return sText;
+    return text;
 }
 
-std::string HostFileSystem::OwnDefinition(const std::string& sName) const {
-    const std::string sText = HostDefinition(sName);
-    bool bReplaced = false;
-    SeeService(sText, [&](const DefinitionTag& oTag) {
-        bReplaced = m_setNames.contains(oTag.Attribute("Name")) || m_setProgIDs.contains(oTag.Attribute("ProgID"));
+std::string HostFileSystem::OwnDefinition(const std::string& name) const {
+    const std::string text = HostDefinition(name);
+    bool replaced = false;
+    SeeService(text, [&](const DefinitionTag& tag) {
+        replaced = m_names.contains(tag.Attribute("Name")) || m_progIDs.contains(tag.Attribute("ProgID"));
     });
-    if (bReplaced)
-        return sNothing;
-    MenusInUse oInUse(sText);
-    AddLoaded(oInUse);
-    return FitDefinition(sText, std::move(oInUse));
+    if (replaced)
+        return nothing;
+    MenusInUse inUse(text);
+    AddLoaded(inUse);
+    return FitDefinition(text, std::move(inUse));
 }
 
-Ref<Object> HostObjectFactory::Create(std::string_view sProgID) {
-    const auto it = m_mapMakers.find(std::string(sProgID));
-    return it == m_mapMakers.end() ? m_oPlugins->Create(sProgID) : it->second();
+Ref<Object> HostObjectFactory::Create(std::string_view progID) {
+    const auto it = m_makers.find(std::string(progID));
+    return it == m_makers.end() ? m_plugins->Create(progID) : it->second();
 }
 
 } // namespace corvane::desktop

@@ -18,30 +18,30 @@ namespace corvane::desktop {
 // the library has read before, as it reads the files in their order.
 class HostFileSystem final : public IFileSystem {
 public:
-    HostFileSystem(Ref<IFileSystem> oFiles, std::string sServicesFolder);
+    HostFileSystem(Ref<IFileSystem> files, std::string servicesFolder);
 
-    [[nodiscard]] std::vector<std::string> Files(std::string_view sFolder) const override;
-    [[nodiscard]] std::string FileName(std::string_view sPath) const override { return m_oFiles->FileName(sPath); }
-    [[nodiscard]] std::string Extension(std::string_view sPath) const override { return m_oFiles->Extension(sPath); }
-    [[nodiscard]] std::string Join(std::string_view sFolder, std::string_view sName) const override {
-        return m_oFiles->Join(sFolder, sName);
+    [[nodiscard]] std::vector<std::string> Files(std::string_view folder) const override;
+    [[nodiscard]] std::string FileName(std::string_view path) const override { return m_files->FileName(path); }
+    [[nodiscard]] std::string Extension(std::string_view path) const override { return m_files->Extension(path); }
+    [[nodiscard]] std::string Join(std::string_view folder, std::string_view name) const override {
+        return m_files->Join(folder, name);
     }
-    [[nodiscard]] std::string ReadAll(std::string_view sPath) const override;
+    [[nodiscard]] std::string ReadAll(std::string_view path) const override;
 
 private:
-    [[nodiscard]] std::string OwnDefinition(const std::string& sName) const;
+    [[nodiscard]] std::string OwnDefinition(const std::string& name) const;
 
-    Ref<IFileSystem> m_oFiles;
-    std::string m_sServicesFolder;
+    Ref<IFileSystem> m_files;
+    std::string m_servicesFolder;
     // The host's definitions, by their paths. What the library was given is given to others, too.
     struct Own {
-        std::string sName;
-        std::string sText; // empty until it is asked for
+        std::string name;
+        std::string text; // empty until it is asked for
     };
-    mutable std::unordered_map<std::string, Own> m_mapOwn;
+    mutable std::unordered_map<std::string, Own> m_own;
     // Of the definitions that have been read, as far as it matters.
-    mutable std::unordered_set<std::string, TextHash, TextEqual> m_setNames;
-    mutable std::unordered_set<std::string, TextHash, TextEqual> m_setProgIDs;
+    mutable std::unordered_set<std::string, TextHash, TextEqual> m_names;
+    mutable std::unordered_set<std::string, TextHash, TextEqual> m_progIDs;
 };
 
 // Creates the host's own objects by their ProgIDs and leaves the others to the application's plug-ins.
@@ -49,13 +49,13 @@ class HostObjectFactory final : public IObjectFactory {
 public:
     using Maker = std::function<Ref<Object>()>;
 
-    explicit HostObjectFactory(Ref<IObjectFactory> oPlugins) : m_oPlugins(std::move(oPlugins)) {}
-    void Add(std::string sProgID, Maker fnMake) { m_mapMakers[std::move(sProgID)] = std::move(fnMake); }
-    [[nodiscard]] Ref<Object> Create(std::string_view sProgID) override;
+    explicit HostObjectFactory(Ref<IObjectFactory> plugins) : m_plugins(std::move(plugins)) {}
+    void Add(std::string progID, Maker make) { m_makers[std::move(progID)] = std::move(make); }
+    [[nodiscard]] Ref<Object> Create(std::string_view progID) override;
 
 private:
-    Ref<IObjectFactory> m_oPlugins;
-    std::unordered_map<std::string, Maker> m_mapMakers;
+    Ref<IObjectFactory> m_plugins;
+    std::unordered_map<std::string, Maker> m_makers;
 };
 
 } // namespace corvane::desktop

@@ -11,25 +11,25 @@ namespace corvane::desktop {
 
 // What the host does when a command of its service is chosen.
 struct HostCommands {
-    std::function<void()> fnPreferences;
-    std::function<void()> fnPalette;
-    std::function<void()> fnShortcuts;
-    std::function<void()> fnCustomize;
-    std::function<void()> fnInspector;
-    std::function<void()> fnLog;
+    std::function<void()> preferences;
+    std::function<void()> palette;
+    std::function<void()> shortcuts;
+    std::function<void()> customize;
+    std::function<void()> inspector;
+    std::function<void()> log;
 };
 
 class HostService final : public Automation<HostService, IServiceAccess> {
 public:
-    explicit HostService(HostCommands oCommands) : m_oCommands(std::move(oCommands)) {}
+    explicit HostService(HostCommands commands) : m_commands(std::move(commands)) {}
 
-    Ref<IService> Service() override { return m_oServiceBase; }
-    void OnPreferences() { m_oCommands.fnPreferences(); }
-    void OnCommandPalette() { m_oCommands.fnPalette(); }
-    void OnShortcuts() { m_oCommands.fnShortcuts(); }
-    void OnCustomize() { m_oCommands.fnCustomize(); }
-    void OnInspector() { m_oCommands.fnInspector(); }
-    void OnLog() { m_oCommands.fnLog(); }
+    Ref<IService> Service() override { return m_serviceBase; }
+    void OnPreferences() { m_commands.preferences(); }
+    void OnCommandPalette() { m_commands.palette(); }
+    void OnShortcuts() { m_commands.shortcuts(); }
+    void OnCustomize() { m_commands.customize(); }
+    void OnInspector() { m_commands.inspector(); }
+    void OnLog() { m_commands.log(); }
 
     std::string_view TypeName() const override { return "HostService"; }
 
@@ -40,8 +40,8 @@ public:
                     Method("OnInspector", &HostService::OnInspector), Method("OnLog", &HostService::OnLog));
 
 private:
-    HostCommands m_oCommands;
-    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+    HostCommands m_commands;
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
 } // namespace corvane::desktop

@@ -13,35 +13,35 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nProgressSteps = 1000;
-constexpr qint64 nFrame = 40;           // milliseconds between two looks at the events
-constexpr qint64 nEstimateAfter = 2000; // before that an estimate would jump about
-constexpr qint64 nIgnoredAfter = 5000;
+constexpr int progressSteps = 1000;
+constexpr qint64 frame = 40;           // milliseconds between two looks at the events
+constexpr qint64 estimateAfter = 2000; // before that an estimate would jump about
+constexpr qint64 ignoredAfter = 5000;
 
 // While it lives, only what paints, the button's own events and Esc, which presses it, reach anybody. Input to the rest
 // of the shell is dropped: it is disabled. Timers fire again by themselves, and a socket is still ready afterwards.
 class OnlyPaintAndCancel final : public QObject {
 public:
-    explicit OnlyPaintAndCancel(QPushButton* pCancel) : m_pCancel(pCancel) {
+    explicit OnlyPaintAndCancel(QPushButton* cancel) : m_cancel(cancel) {
         QCoreApplication::instance()->installEventFilter(this);
     }
     ~OnlyPaintAndCancel() override { QCoreApplication::instance()->removeEventFilter(this); }
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override {
-        switch (pEvent->type()) {
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        switch (event->type()) {
         case QEvent::KeyPress:
-            if (static_cast<QKeyEvent*>(pEvent)->key() == Qt::Key_Escape && pWatched->isWindowType() &&
-                m_pCancel->isVisible()) {
-                m_pCancel->click();
+            if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && watched->isWindowType() &&
+                m_cancel->isVisible()) {
+                m_cancel->click();
                 return true;
             }
-            return !IsForCancel(pWatched);
+            return !IsForCancel(watched);
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
         case QEvent::MouseButtonDblClick:
         case QEvent::KeyRelease:
-            return !IsForCancel(pWatched);
+            return !IsForCancel(watched);
         case QEvent::Timer:
         case QEvent::SockAct:
         case QEvent::Wheel:
@@ -55,7 +55,7 @@ protected:
         case QEvent::DragEnter:
         case QEvent::Drop:
         case QEvent::InputMethod:
-            pEvent->ignore();
+            event->ignore();
             return true;
         default:
             return false;
@@ -64,83 +64,83 @@ protected:
 
 private:
     // Input comes to the window first, which hands it to the widget.
-    [[nodiscard]] bool IsForCancel(const QObject* pWatched) const {
-        return pWatched == m_pCancel || (pWatched->isWindowType() && m_pCancel->isVisible());
+    [[nodiscard]] bool IsForCancel(const QObject* watched) const {
+        return watched == m_cancel || (watched->isWindowType() && m_cancel->isVisible());
     }
 
-    QPushButton* m_pCancel;
+    QPushButton* m_cancel;
 };
 
 } // namespace
 
 QWidget* ProgressControl::Widget() {
-    if (!std::exchange(m_bMade, true))
+    if (!std::exchange(m_made, true))
         Make();
-    return m_pWidget;
+    return m_widget;
 }
 
 void ProgressControl::Make() {
-    m_pWidget = new QWidget;
-    m_pText = new QLabel;
-    m_pBar = new QProgressBar;
-    m_pTimeLeft = new QLabel;
-    m_pCancel = new QPushButton(tr("Cancel"));
-    auto* pLayout = new QHBoxLayout(m_pWidget);
-    pLayout->setContentsMargins(2, 0, 2, 0);
-    pLayout->addWidget(m_pText, 2);
-    pLayout->addWidget(m_pBar, 3);
-    pLayout->addWidget(m_pTimeLeft);
-    pLayout->addWidget(m_pCancel);
-    m_pText->setTextFormat(Qt::PlainText);
-    m_pText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_pBar->setRange(0, nProgressSteps);
-    m_pBar->setAccessibleName(tr("Progress"));
-    m_pTimeLeft->hide();
-    m_pCancel->setVisible(m_bCancel);
-    QObject::connect(m_pCancel, &QPushButton::clicked, m_pWidget, [this] {
-        m_bWasCanceled = true;
-        m_oCancelled.start();
-        m_pCancel->setEnabled(false);
+    m_widget = new QWidget;
+    m_text = new QLabel;
+    m_bar = new QProgressBar;
+    m_timeLeft = new QLabel;
+    m_cancel = new QPushButton(tr("Cancel"));
+    auto* layout = new QHBoxLayout(m_widget);
+    layout->setContentsMargins(2, 0, 2, 0);
+    layout->addWidget(m_text, 2);
+    layout->addWidget(m_bar, 3);
+    layout->addWidget(m_timeLeft);
+    layout->addWidget(m_cancel);
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_bar->setRange(0, progressSteps);
+    m_bar->setAccessibleName(tr("Progress"));
+    m_timeLeft->hide();
+    m_cancel->setVisible(m_canCancel);
+    QObject::connect(m_cancel, &QPushButton::clicked, m_widget, [this] {
+        m_wasCanceled = true;
+        m_cancelled.start();
+        m_cancel->setEnabled(false);
         Draw();
     });
     Draw();
 }
 
 ProgressControl::~ProgressControl() {
-    if (m_pWidget && !m_pWidget->parentWidget())
-        delete m_pWidget;
+    if (m_widget && !m_widget->parentWidget())
+        delete m_widget;
 }
 
-void ProgressControl::SetCancel(bool bCancel) {
-    m_bCancel = bCancel;
-    if (!m_pWidget)
+void ProgressControl::SetCancel(bool cancel) {
+    m_canCancel = cancel;
+    if (!m_widget)
         return;
-    m_pCancel->setVisible(bCancel);
-    m_pCancel->setEnabled(true);
+    m_cancel->setVisible(cancel);
+    m_cancel->setEnabled(true);
 }
 
 bool ProgressControl::WasCanceled() {
     LetThrough();
-    if (m_bWasCanceled)
-        m_oCancelled.invalidate(); // it knows now
-    return m_bWasCanceled;
+    if (m_wasCanceled)
+        m_cancelled.invalidate(); // it knows now
+    return m_wasCanceled;
 }
 
-void ProgressControl::SetWasCanceled(bool bWasCanceled) {
-    m_bWasCanceled = bWasCanceled;
-    m_oCancelled.invalidate();
+void ProgressControl::SetWasCanceled(bool wasCanceled) {
+    m_wasCanceled = wasCanceled;
+    m_cancelled.invalidate();
 }
 
-void ProgressControl::SetMax(Double dblMax) {
-    m_dblMax = dblMax;
+void ProgressControl::SetMax(Double max) {
+    m_max = max;
     Draw();
 }
 
-void ProgressControl::SetValue(Double dblValue) {
-    m_dblValue = dblValue;
-    if (dblValue == 0) {
-        m_oRunning.start();
-        m_oPassed.start();
+void ProgressControl::SetValue(Double value) {
+    m_value = value;
+    if (value == 0) {
+        m_running.start();
+        m_passed.start();
         Draw();
         return;
     }
@@ -148,53 +148,53 @@ void ProgressControl::SetValue(Double dblValue) {
 }
 
 Long ProgressControl::Pixels() const {
-    return m_pWidget ? m_pBar->width() : 0;
+    return m_widget ? m_bar->width() : 0;
 }
 
 void ProgressControl::Draw() {
-    if (!m_pWidget)
+    if (!m_widget)
         return;
-    const Double dblShare = m_dblMax > 0 ? qBound(0.0, m_dblValue / m_dblMax, 1.0) : 0.0;
-    m_pBar->setValue(static_cast<int>(dblShare * nProgressSteps));
-    m_pBar->setFormat(tr("%1 %").arg(static_cast<int>(dblShare * 100)));
-    QString sText = m_oSources.fnStatus ? m_oSources.fnStatus() : QString();
-    if (m_oCancelled.isValid() && m_oCancelled.hasExpired(nIgnoredAfter)) {
-        const QString sService = m_oSources.fnService ? m_oSources.fnService() : QString();
-        sText = sService.isEmpty() ? tr("The operation isn't responding to Cancel")
-                                   : tr("%1 isn't responding to Cancel").arg(sService);
-    } else if (m_bWasCanceled) {
-        sText = tr("Cancelling…");
+    const Double share = m_max > 0 ? qBound(0.0, m_value / m_max, 1.0) : 0.0;
+    m_bar->setValue(static_cast<int>(share * progressSteps));
+    m_bar->setFormat(tr("%1 %").arg(static_cast<int>(share * 100)));
+    QString text = m_sources.status ? m_sources.status() : QString();
+    if (m_cancelled.isValid() && m_cancelled.hasExpired(ignoredAfter)) {
+        const QString service = m_sources.service ? m_sources.service() : QString();
+        text = service.isEmpty() ? tr("The operation isn't responding to Cancel")
+                                 : tr("%1 isn't responding to Cancel").arg(service);
+    } else if (m_wasCanceled) {
+        text = tr("Cancelling…");
     }
-    m_pText->setText(sText);
-    m_pText->setToolTip(sText);
-    const QString sTimeLeft = TimeLeft();
-    m_pTimeLeft->setText(sTimeLeft);
-    m_pTimeLeft->setVisible(!sTimeLeft.isEmpty());
+    m_text->setText(text);
+    m_text->setToolTip(text);
+    const QString timeLeft = TimeLeft();
+    m_timeLeft->setText(timeLeft);
+    m_timeLeft->setVisible(!timeLeft.isEmpty());
 }
 
 QString ProgressControl::TimeLeft() const {
-    if (!m_oRunning.isValid() || !m_oRunning.hasExpired(nEstimateAfter) || m_dblValue <= 0 || m_dblValue >= m_dblMax ||
-        m_bWasCanceled)
+    if (!m_running.isValid() || !m_running.hasExpired(estimateAfter) || m_value <= 0 || m_value >= m_max ||
+        m_wasCanceled)
         return {};
-    const auto nSeconds = static_cast<qint64>(
-        static_cast<Double>(m_oRunning.elapsed()) / 1000 * (m_dblMax - m_dblValue) / m_dblValue + 0.5);
-    if (nSeconds < 60)
-        return tr("about %1 s left").arg(qMax<qint64>(nSeconds, 1));
-    return tr("about %1 min left").arg((nSeconds + 30) / 60);
+    const auto seconds =
+        static_cast<qint64>(static_cast<Double>(m_running.elapsed()) / 1000 * (m_max - m_value) / m_value + 0.5);
+    if (seconds < 60)
+        return tr("about %1 s left").arg(qMax<qint64>(seconds, 1));
+    return tr("about %1 min left").arg((seconds + 30) / 60);
 }
 
 // At most once a frame, so that work may call as often as it likes.
 void ProgressControl::LetThrough() {
-    if (m_bLettingThrough || !m_pWidget || !m_pWidget->isVisible() || !m_oPassed.hasExpired(nFrame))
+    if (m_lettingThrough || !m_widget || !m_widget->isVisible() || !m_passed.hasExpired(frame))
         return;
-    m_bLettingThrough = true;
+    m_lettingThrough = true;
     Draw();
     {
-        const OnlyPaintAndCancel oFilter(m_pCancel);
+        const OnlyPaintAndCancel filter(m_cancel);
         QCoreApplication::processEvents(QEventLoop::AllEvents);
     }
-    m_oPassed.start();
-    m_bLettingThrough = false;
+    m_passed.start();
+    m_lettingThrough = false;
 }
 
 } // namespace corvane::desktop

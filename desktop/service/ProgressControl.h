@@ -22,27 +22,27 @@ class ProgressControl final : public Automation<ProgressControl> {
 public:
     // What the panel can't know: the status text, and whose work is running (empty when nobody knows).
     struct Sources {
-        std::function<QString()> fnStatus;
-        std::function<QString()> fnService;
+        std::function<QString()> status;
+        std::function<QString()> service;
     };
 
     ~ProgressControl() override;
-    void SetSources(Sources oSources) { m_oSources = std::move(oSources); }
+    void SetSources(Sources sources) { m_sources = std::move(sources); }
     // Made at the first call: few starts show progress. Nothing once the one that was made has gone.
     [[nodiscard]] QWidget* Widget();
 
     // By the library, by name.
     [[nodiscard]] Long HWnd() const { return 1; }
-    [[nodiscard]] bool Cancel() const { return m_bCancel; }
-    void SetCancel(bool bCancel);
+    [[nodiscard]] bool Cancel() const { return m_canCancel; }
+    void SetCancel(bool cancel);
     [[nodiscard]] bool WasCanceled();
-    void SetWasCanceled(bool bWasCanceled);
-    [[nodiscard]] Double Max() const { return m_dblMax; }
-    void SetMax(Double dblMax);
-    [[nodiscard]] Double Value() const { return m_dblValue; }
-    void SetValue(Double dblValue); // 0 begins anew
-    void Increment() { SetValue(m_dblValue + 1); }
-    void Percent(Double dblPercent) { SetValue(m_dblMax * dblPercent / 100); }
+    void SetWasCanceled(bool wasCanceled);
+    [[nodiscard]] Double Max() const { return m_max; }
+    void SetMax(Double max);
+    [[nodiscard]] Double Value() const { return m_value; }
+    void SetValue(Double value); // 0 begins anew
+    void Increment() { SetValue(m_value + 1); }
+    void Percent(Double percent) { SetValue(m_max * percent / 100); }
     [[nodiscard]] Long Pixels() const; // the bar's width
 
     static constexpr auto Members =
@@ -60,21 +60,21 @@ private:
     [[nodiscard]] QString TimeLeft() const;
     void LetThrough();
 
-    Sources m_oSources;
-    bool m_bMade = false;
-    QPointer<QWidget> m_pWidget; // the status bar's, once it stands there
-    QLabel* m_pText = nullptr;
-    QProgressBar* m_pBar = nullptr;
-    QLabel* m_pTimeLeft = nullptr;
-    QPushButton* m_pCancel = nullptr;
-    QElapsedTimer m_oRunning;   // since the value was 0
-    QElapsedTimer m_oPassed;    // since events were let through
-    QElapsedTimer m_oCancelled; // since the person cancelled and the work hasn't asked; invalid otherwise
-    bool m_bCancel = false;
-    bool m_bWasCanceled = false;
-    bool m_bLettingThrough = false;
-    Double m_dblMax = 100;
-    Double m_dblValue = 0;
+    Sources m_sources;
+    bool m_made = false;
+    QPointer<QWidget> m_widget; // the status bar's, once it stands there
+    QLabel* m_text = nullptr;
+    QProgressBar* m_bar = nullptr;
+    QLabel* m_timeLeft = nullptr;
+    QPushButton* m_cancel = nullptr;
+    QElapsedTimer m_running;   // since the value was 0
+    QElapsedTimer m_passed;    // since events were let through
+    QElapsedTimer m_cancelled; // since the person cancelled and the work hasn't asked; invalid otherwise
+    bool m_canCancel = false;
+    bool m_wasCanceled = false;
+    bool m_lettingThrough = false;
+    Double m_max = 100;
+    Double m_value = 0;
 };
 
 } // namespace corvane::desktop

@@ -18,89 +18,89 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr Long lDesktop = 0;
-constexpr int nDotsPerInch = 300; // a window is printed as one picture, which with more becomes a file of megabytes
-constexpr Long lChildForm = 2;
+constexpr Long desktop = 0;
+constexpr int dotsPerInch = 300; // a window is printed as one picture, which with more becomes a file of megabytes
+constexpr Long childForm = 2;
 
 // Prints the heading and returns what is left of the page, in the printer's dots.
-QRectF PaintHeading(QPrinter& oPrinter, QPainter& oPainter, const QString& sTitle) {
-    const QRectF oPage = oPainter.viewport();
-    const double dblLine = oPrinter.resolution() / 5.0;
-    QFont oFont = oPainter.font();
-    oFont.setPointSizeF(9);
-    oPainter.setFont(oFont);
-    const QString sTime = QLocale().toString(QDateTime::currentDateTime(), QLocale::ShortFormat);
-    const QRectF oHeading(oPage.left(), oPage.top(), oPage.width(), dblLine);
-    const double dblTime = oPainter.fontMetrics().horizontalAdvance(sTime) + dblLine / 2;
-    oPainter.drawText(oHeading, Qt::AlignRight | Qt::AlignTop, sTime);
-    oPainter.drawText(
-        oHeading, Qt::AlignLeft | Qt::AlignTop,
-        oPainter.fontMetrics().elidedText(sTitle, Qt::ElideMiddle, static_cast<int>(oPage.width() - dblTime)));
-    return oPage.adjusted(0, dblLine * 1.5, 0, 0);
+QRectF PaintHeading(QPrinter& printer, QPainter& painter, const QString& title) {
+    const QRectF page = painter.viewport();
+    const double line = printer.resolution() / 5.0;
+    QFont font = painter.font();
+    font.setPointSizeF(9);
+    painter.setFont(font);
+    const QString time = QLocale().toString(QDateTime::currentDateTime(), QLocale::ShortFormat);
+    const QRectF heading(page.left(), page.top(), page.width(), line);
+    const double timeValue = painter.fontMetrics().horizontalAdvance(time) + line / 2;
+    painter.drawText(heading, Qt::AlignRight | Qt::AlignTop, time);
+    painter.drawText(
+        heading, Qt::AlignLeft | Qt::AlignTop,
+        painter.fontMetrics().elidedText(title, Qt::ElideMiddle, static_cast<int>(page.width() - timeValue)));
+    return page.adjusted(0, line * 1.5, 0, 0);
 }
 
-void PaintFitted(QPrinter& oPrinter, const QString& sTitle, const QSizeF& oSize,
-                 const std::function<void(QPainter&)>& fnDraw) {
-    QPainter oPainter(&oPrinter);
-    const QRectF oFree = PaintHeading(oPrinter, oPainter, sTitle);
-    const double dblScale = std::min(oFree.width() / oSize.width(), oFree.height() / oSize.height());
-    oPainter.translate(oFree.left() + (oFree.width() - oSize.width() * dblScale) / 2, oFree.top());
-    oPainter.scale(dblScale, dblScale);
-    fnDraw(oPainter);
+void PaintFitted(QPrinter& printer, const QString& title, const QSizeF& size,
+                 const std::function<void(QPainter&)>& draw) {
+    QPainter painter(&printer);
+    const QRectF free = PaintHeading(printer, painter, title);
+    const double scale = std::min(free.width() / size.width(), free.height() / size.height());
+    painter.translate(free.left() + (free.width() - size.width() * scale) / 2, free.top());
+    painter.scale(scale, scale);
+    draw(painter);
 }
 
 } // namespace
 
-void PaintWidget(QPrinter& oPrinter, QWidget& oWidget, const QString& sTitle) {
-    PaintFitted(oPrinter, sTitle, oWidget.size(), [&](QPainter& oPainter) {
-        oWidget.render(&oPainter, QPoint(), QRegion(), QWidget::DrawWindowBackground | QWidget::DrawChildren);
+void PaintWidget(QPrinter& printer, QWidget& widget, const QString& title) {
+    PaintFitted(printer, title, widget.size(), [&](QPainter& painter) {
+        widget.render(&painter, QPoint(), QRegion(), QWidget::DrawWindowBackground | QWidget::DrawChildren);
     });
 }
 
-void ScreenPrinter::PrintWindow(Long lMode, Long lHwnd) {
-    QPrinter oPrinter(QPrinter::HighResolution);
-    oPrinter.setResolution(nDotsPerInch);
-    oPrinter.setPageOrientation(QPageLayout::Landscape);
-    if (lMode == lDesktop) {
-        const QPixmap oScreen = QGuiApplication::primaryScreen()->grabWindow(0);
-        if (oScreen.isNull())
+void ScreenPrinter::PrintWindow(Long mode, Long hwnd) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setResolution(dotsPerInch);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    if (mode == desktop) {
+        const QPixmap screen = QGuiApplication::primaryScreen()->grabWindow(0);
+        if (screen.isNull())
             Fail(FailureNumber::ObjectNotSet, tr("The screen can't be captured here").toStdString());
-        const QString sTitle = tr("Desktop");
-        Print(oPrinter, sTitle, [&](QPrinter* pPrinter) {
-            PaintFitted(*pPrinter, sTitle, oScreen.size(),
-                        [&](QPainter& oPainter) { oPainter.drawPixmap(0, 0, oScreen); });
+        const QString title = tr("Desktop");
+        Print(printer, title, [&](QPrinter* printerPointer) {
+            PaintFitted(*printerPointer, title, screen.size(),
+                        [&](QPainter& painter) { painter.drawPixmap(0, 0, screen); });
         });
         return;
     }
-    QWidget* pMain = m_oHost.fnMainWindow();
-    const Window oWindow =
-        lMode == lChildForm ? m_oHost.fnWindowOf(lHwnd) : Window{pMain, pMain ? pMain->windowTitle() : QString()};
-    if (!oWindow.pWidget)
+    QWidget* main = m_host.mainWindow();
+    const Window window =
+        mode == childForm ? m_host.windowOf(hwnd) : Window{main, main ? main->windowTitle() : QString()};
+    if (!window.widget)
         Fail(FailureNumber::ObjectNotSet, tr("There is no window to print").toStdString());
-    Print(oPrinter, oWindow.sTitle,
-          [&](QPrinter* pPrinter) { PaintWidget(*pPrinter, *oWindow.pWidget, oWindow.sTitle); });
+    Print(printer, window.title,
+          [&](QPrinter* printerPointer) { PaintWidget(*printerPointer, *window.widget, window.title); });
 }
 
-void ScreenPrinter::Print(QPrinter& oPrinter, const QString& sTitle, const std::function<void(QPrinter*)>& fnPaint) {
-    oPrinter.setDocName(sTitle);
-    if (m_oHost.bWithDialogs) {
+void ScreenPrinter::Print(QPrinter& printer, const QString& title, const std::function<void(QPrinter*)>& paint) {
+    printer.setDocName(title);
+    if (m_host.withDialogs) {
         if (QPrinterInfo::availablePrinterNames().isEmpty())
-            oPrinter.setOutputFormat(QPrinter::PdfFormat); // the preview then asks for a file
-        QPrintPreviewDialog oPreview(&oPrinter, m_oHost.fnMainWindow());
-        oPreview.setWindowTitle(tr("Print Preview: %1").arg(sTitle));
-        oPreview.resize(QSize(900, 760).boundedTo(oPreview.screen()->availableSize() * 9 / 10)); // its own is a strip
-        QObject::connect(&oPreview, &QPrintPreviewDialog::paintRequested, &oPreview, fnPaint);
-        oPreview.exec();
+            printer.setOutputFormat(QPrinter::PdfFormat); // the preview then asks for a file
+        QPrintPreviewDialog preview(&printer, m_host.mainWindow());
+        preview.setWindowTitle(tr("Print Preview: %1").arg(title));
+        preview.resize(QSize(900, 760).boundedTo(preview.screen()->availableSize() * 9 / 10)); // its own is a strip
+        QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, paint);
+        preview.exec();
         return;
     }
-    const QString sFile = m_oHost.fnFile ? m_oHost.fnFile() : QString();
-    if (sFile.isEmpty())
+    const QString file = m_host.file ? m_host.file() : QString();
+    if (file.isEmpty())
         return;
-    oPrinter.setOutputFormat(QPrinter::PdfFormat);
-    oPrinter.setOutputFileName(sFile);
-    fnPaint(&oPrinter);
-    if (oPrinter.printerState() == QPrinter::Error || !QFile::exists(sFile))
-        Fail(FailureNumber::FileAccess, tr("“%1” can't be written").arg(sFile).toStdString());
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    paint(&printer);
+    if (printer.printerState() == QPrinter::Error || !QFile::exists(file))
+        Fail(FailureNumber::FileAccess, tr("“%1” can't be written").arg(file).toStdString());
 }
 
 } // namespace corvane::desktop

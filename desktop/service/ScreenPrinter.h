@@ -16,29 +16,29 @@ class ScreenPrinter final : public IScreenPrinter {
     Q_DECLARE_TR_FUNCTIONS(ScreenPrinter)
 public:
     struct Window {
-        QWidget* pWidget = nullptr; // a null pointer when there is none
-        QString sTitle;
+        QWidget* widget = nullptr; // a null pointer when there is none
+        QString title;
     };
     struct Host {
-        std::function<QWidget*()> fnMainWindow;
-        std::function<Window(Long)> fnWindowOf; // by a form's handle
+        std::function<QWidget*()> mainWindow;
+        std::function<Window(Long)> windowOf; // by a form's handle
         // The file for a print that nobody watches; empty for none. Without it the preview asks.
-        std::function<QString()> fnFile;
-        bool bWithDialogs = true;
+        std::function<QString()> file;
+        bool withDialogs = true;
     };
 
-    explicit ScreenPrinter(Host oHost) : m_oHost(std::move(oHost)) {}
+    explicit ScreenPrinter(Host host) : m_host(std::move(host)) {}
 
     // Fails with 91 when the window isn't there, with 75 when the file can't be written.
-    void PrintWindow(Long lMode, Long lHwnd) override;
+    void PrintWindow(Long mode, Long hwnd) override;
 
 private:
-    void Print(QPrinter& oPrinter, const QString& sTitle, const std::function<void(QPrinter*)>& fnPaint);
+    void Print(QPrinter& printer, const QString& title, const std::function<void(QPrinter*)>& paint);
 
-    Host m_oHost;
+    Host m_host;
 };
 
 // Draws a widget onto one page, as large as fits, below a line with the title and the time.
-void PaintWidget(QPrinter& oPrinter, QWidget& oWidget, const QString& sTitle);
+void PaintWidget(QPrinter& printer, QWidget& widget, const QString& title);
 
 } // namespace corvane::desktop

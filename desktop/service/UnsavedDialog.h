@@ -14,19 +14,19 @@ namespace corvane::desktop {
 class UnsavedDialog final : public QDialog {
     Q_OBJECT
 public:
-    explicit UnsavedDialog(std::vector<UnsavedGroup> aGroups, QWidget* pParent);
+    explicit UnsavedDialog(std::vector<UnsavedGroup> groups, QWidget* parent);
 
-    [[nodiscard]] const ExitAnswer& Answer() const { return m_oAnswer; } // cancelled unless a button said otherwise
+    [[nodiscard]] const ExitAnswer& Answer() const { return m_answer; } // cancelled unless a button said otherwise
 
 private:
     void FillTree();
-    void Finish(ExitAnswer::What eWhat);
+    void Finish(ExitAnswer::What what);
     [[nodiscard]] std::vector<UnsavedItem> CheckedItems() const;
 
-    std::vector<UnsavedGroup> m_aGroups;
-    QTreeWidget* m_pTree;
-    QPushButton* m_pSave = nullptr;
-    ExitAnswer m_oAnswer;
+    std::vector<UnsavedGroup> m_groups;
+    QTreeWidget* m_tree;
+    QPushButton* m_save = nullptr;
+    ExitAnswer m_answer;
 };
 
 } // namespace corvane::desktop

@@ -15,98 +15,96 @@ namespace corvane::desktop {
 namespace {
 
 struct Ranked {
-    Double dblOrder;
-    UnsavedGroup oGroup;
+    Double order;
+    UnsavedGroup group;
 };
 
-Ref<Object> ObjectOf(const Variant& vItem) {
-    const auto* pObject = vItem.Get<Ref<Object>>();
-    return pObject ? *pObject : nullptr;
+Ref<Object> ObjectOf(const Variant& item) {
+    const auto* object = item.Get<Ref<Object>>();
+    return object ? *object : nullptr;
 }
 
-Ranked UnsavedOf(const Ref<Object>& oObject, const Ref<IService>& oService, const std::string& sName) {
-    Ranked oRanked{2, {sName, {}}};
-    const Entering oEntering(oObject);
-    const Ref<Dictionary> dctItems = oService->UnsavedItems(oRanked.dblOrder);
-    for (const std::string& sItem : dctItems->Keys())
-        oRanked.oGroup.aItems.push_back(
-            {sItem, ObjectOf(dctItems->Item(sItem)), [oObject, oService, vItem = dctItems->Item(sItem)] {
-                 const Entering oEnteringToSave(oObject);
-                 oService->Save(ToObject(vItem));
+Ranked UnsavedOf(const Ref<Object>& object, const Ref<IService>& service, const std::string& name) {
+    Ranked ranked{2, {name, {}}};
+    const Entering entering(object);
+    const Ref<Dictionary> items = service->UnsavedItems(ranked.order);
+    for (const std::string& item : items->Keys())
+        ranked.group.items.push_back(
+            {item, ObjectOf(items->Item(item)), [object, service, itemValue = items->Item(item)] {
+                 const Entering enteringToSave(object);
+                 service->Save(ToObject(itemValue));
              }});
-    return oRanked;
+    return ranked;
 }
 
 // Saves one item; a failure tells which it was.
-void SaveItem(const UnsavedItem& oItem) {
+void SaveItem(const UnsavedItem& item) {
     try {
-        oItem.fnSave();
+        item.save();
     } catch (...) {
-        Failure oFailure = CurrentFailure();
-        oFailure.Description =
-            QCoreApplication::translate("UnsavedWork", "“%1” couldn't be saved: %2")
-                .arg(QString::fromStdString(oItem.sName), QString::fromStdString(oFailure.Description))
-                .toStdString();
-        throw oFailure;
+        Failure failure = CurrentFailure();
+        failure.Description = QCoreApplication::translate("UnsavedWork", "“%1” couldn't be saved: %2")
+                                  .arg(QString::fromStdString(item.name), QString::fromStdString(failure.Description))
+                                  .toStdString();
+        throw failure;
     }
 }
 
 } // namespace
 
-std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem> aWindows,
-                                          const GuardFunction& fnGuard) {
-    std::vector<Ranked> aRanked;
-    std::set<const Object*> setAsked; // one object may serve under several names
-    const auto oManager = oFramework->ServiceManager();
-    for (const auto& oDef : *oManager->ServiceDefs())
-        fnGuard([&] {
-            const Ref<Object> oObject = oManager->Services()->Item(oDef->Name());
-            if (!setAsked.insert(oObject.Get()).second)
+std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
+                                          const GuardFunction& guard) {
+    std::vector<Ranked> rankeds;
+    std::set<const Object*> asked; // one object may serve under several names
+    const auto manager = framework->ServiceManager();
+    for (const auto& def : *manager->ServiceDefs())
+        guard([&] {
+            const Ref<Object> object = manager->Services()->Item(def->Name());
+            if (!asked.insert(object.Get()).second)
                 return;
-            if (const auto oService = CorvaneMain::QueryService(oObject))
-                aRanked.push_back(UnsavedOf(oObject, oService, oDef->Name()));
+            if (const auto service = CorvaneMain::QueryService(object))
+                rankeds.push_back(UnsavedOf(object, service, def->Name()));
         });
-    std::stable_sort(aRanked.begin(), aRanked.end(),
-                     [](const Ranked& a, const Ranked& b) { return a.dblOrder < b.dblOrder; });
-    for (const Ranked& oRanked : aRanked)
-        for (const UnsavedItem& oItem : oRanked.oGroup.aItems)
-            std::erase_if(aWindows, [&](const UnsavedItem& oWindow) {
-                return oWindow.oObject && oWindow.oObject == oItem.oObject;
-            });
-    std::vector<UnsavedGroup> aGroups;
-    if (!aWindows.empty())
-        aGroups.push_back(
-            {QCoreApplication::translate("UnsavedWork", "Open windows").toStdString(), std::move(aWindows)});
-    for (Ranked& oRanked : aRanked)
-        if (!oRanked.oGroup.aItems.empty())
-            aGroups.push_back(std::move(oRanked.oGroup));
-    return aGroups;
+    std::stable_sort(rankeds.begin(), rankeds.end(),
+                     [](const Ranked& a, const Ranked& b) { return a.order < b.order; });
+    for (const Ranked& ranked : rankeds)
+        for (const UnsavedItem& item : ranked.group.items)
+            std::erase_if(windows,
+                          [&](const UnsavedItem& window) { return window.object && window.object == item.object; });
+    std::vector<UnsavedGroup> groups;
+    if (!windows.empty())
+        groups.push_back(
+            {QCoreApplication::translate("UnsavedWork", "Open windows").toStdString(), std::move(windows)});
+    for (Ranked& ranked : rankeds)
+        if (!ranked.group.items.empty())
+            groups.push_back(std::move(ranked.group));
+    return groups;
 }
 
-bool SettleUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem> aWindows,
-                       const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& fnAsk,
-                       const GuardFunction& fnGuard) {
-    const auto aGroups = FindUnsavedWork(oFramework, std::move(aWindows), fnGuard);
-    if (aGroups.empty())
+bool SettleUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
+                       const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& ask,
+                       const GuardFunction& guard) {
+    const auto groups = FindUnsavedWork(framework, std::move(windows), guard);
+    if (groups.empty())
         return true;
-    const ExitAnswer oAnswer = fnAsk(aGroups);
-    bool bExit = oAnswer.eWhat != ExitAnswer::What::Cancel;
-    for (const UnsavedItem& oItem : oAnswer.aItems) {
-        bool bSaved = false;
-        fnGuard([&] {
-            SaveItem(oItem);
-            bSaved = true;
+    const ExitAnswer answer = ask(groups);
+    bool exit = answer.what != ExitAnswer::What::Cancel;
+    for (const UnsavedItem& item : answer.items) {
+        bool saved = false;
+        guard([&] {
+            SaveItem(item);
+            saved = true;
         });
-        bExit = bExit && bSaved;
+        exit = exit && saved;
     }
-    const Ref<KeyedCollection<Ref<Object>>> colServices = oFramework->ServiceManager()->Services();
-    for (const auto& oObject : *colServices)
-        fnGuard([&] {
-            const Entering oEntering(oObject);
-            if (const auto oService = CorvaneMain::QueryService(oObject))
-                oService->SaveComplete(!bExit);
+    const Ref<KeyedCollection<Ref<Object>>> services = framework->ServiceManager()->Services();
+    for (const auto& object : *services)
+        guard([&] {
+            const Entering entering(object);
+            if (const auto service = CorvaneMain::QueryService(object))
+                service->SaveComplete(!exit);
         });
-    return bExit;
+    return exit;
 }
 
 } // namespace corvane::desktop

@@ -15,14 +15,14 @@ class Framework;
 namespace corvane::desktop {
 
 struct UnsavedItem {
-    std::string sName;
-    Ref<Object> oObject; // what it is about: a service's item, or a window's business context; nothing for neither
-    std::function<void()> fnSave; // fails when it can't be saved
+    std::string name;
+    Ref<Object> object; // what it is about: a service's item, or a window's business context; nothing for neither
+    std::function<void()> save; // fails when it can't be saved
 };
 
 struct UnsavedGroup {
-    std::string sName; // of the service
-    std::vector<UnsavedItem> aItems;
+    std::string name; // of the service
+    std::vector<UnsavedItem> items;
 };
 
 using GuardFunction = std::function<void(const std::function<void()>&)>;
@@ -30,19 +30,19 @@ using GuardFunction = std::function<void(const std::function<void()>&)>;
 // Windows with changes come first, as saving them may leave something with a service; then services by the order that
 // they give themselves, of one order in order of loading. Groups without items are left out. A service that fails to
 // report is shown by the guard, and the others are asked all the same.
-[[nodiscard]] std::vector<UnsavedGroup>
-FindUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem> aWindows, const GuardFunction& fnGuard);
+[[nodiscard]] std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework,
+                                                        std::vector<UnsavedItem> windows, const GuardFunction& guard);
 
 struct ExitAnswer {
-    enum class What { Save, Discard, Cancel } eWhat = What::Cancel;
-    std::vector<UnsavedItem> aItems; // what is to be saved
+    enum class What { Save, Discard, Cancel } what = What::Cancel;
+    std::vector<UnsavedItem> items; // what is to be saved
 };
 
 // Asks what to do about unsaved work, if there is any, does it, and tells every service that the saving has ended.
 // False when the application must stay open: the person cancelled, or something couldn't be saved, which has been
 // shown.
-[[nodiscard]] bool SettleUnsavedWork(const Ref<Framework>& oFramework, std::vector<UnsavedItem> aWindows,
-                                     const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& fnAsk,
-                                     const GuardFunction& fnGuard);
+[[nodiscard]] bool SettleUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
+                                     const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& ask,
+                                     const GuardFunction& guard);
 
 } // namespace corvane::desktop

@@ -4,42 +4,42 @@
 
 namespace corvane::desktop {
 
-RecentFiles::RecentFiles(StateFile oFile) : m_oFile(std::move(oFile)) {
-    for (const auto& oPath : m_oFile.Read()["files"].toArray())
-        if (oPath.isString() && m_aPaths.size() < MostFiles)
-            m_aPaths.push_back(oPath.toString().toStdString());
+RecentFiles::RecentFiles(StateFile file) : m_file(std::move(file)) {
+    for (const auto& path : m_file.Read()["files"].toArray())
+        if (path.isString() && m_paths.size() < MostFiles)
+            m_paths.push_back(path.toString().toStdString());
 }
 
-void RecentFiles::Add(const std::string& sPath) {
-    std::erase(m_aPaths, sPath);
-    m_aPaths.insert(m_aPaths.begin(), sPath);
-    if (m_aPaths.size() > MostFiles)
-        m_aPaths.pop_back();
+void RecentFiles::Add(const std::string& path) {
+    std::erase(m_paths, path);
+    m_paths.insert(m_paths.begin(), path);
+    if (m_paths.size() > MostFiles)
+        m_paths.pop_back();
     Keep();
 }
 
-void RecentFiles::Remove(const std::string& sPath) {
-    if (std::erase(m_aPaths, sPath) > 0)
+void RecentFiles::Remove(const std::string& path) {
+    if (std::erase(m_paths, path) > 0)
         Keep();
 }
 
 void RecentFiles::Clear() {
-    m_aPaths.clear();
+    m_paths.clear();
     Keep();
 }
 
-std::string RecentFiles::Item(Long lPosition) const {
-    if (lPosition < 1 || lPosition > Count())
+std::string RecentFiles::Item(Long position) const {
+    if (position < 1 || position > Count())
         Fail(FailureNumber::Subscript,
-             "There is no file " + std::to_string(lPosition) + " among " + std::to_string(Count()) + " recent files");
-    return m_aPaths[static_cast<std::size_t>(lPosition - 1)];
+             "There is no file " + std::to_string(position) + " among " + std::to_string(Count()) + " recent files");
+    return m_paths[static_cast<std::size_t>(position - 1)];
 }
 
 void RecentFiles::Keep() {
-    QJsonArray aPaths;
-    for (const std::string& sPath : m_aPaths)
-        aPaths.append(QString::fromStdString(sPath));
-    m_oFile.Write({{"files", aPaths}});
+    QJsonArray paths;
+    for (const std::string& path : m_paths)
+        paths.append(QString::fromStdString(path));
+    m_file.Write({{"files", paths}});
 }
 
 } // namespace corvane::desktop

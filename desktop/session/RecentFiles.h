@@ -13,16 +13,16 @@ class RecentFiles final : public Automation<RecentFiles> {
 public:
     static constexpr std::size_t MostFiles = 12;
 
-    explicit RecentFiles(StateFile oFile);
+    explicit RecentFiles(StateFile file);
 
     // The file comes first; one that is there already moves.
-    void Add(const std::string& sPath);
+    void Add(const std::string& path);
     // Harmless for a file that isn't there.
-    void Remove(const std::string& sPath);
+    void Remove(const std::string& path);
     void Clear();
-    [[nodiscard]] Long Count() const { return static_cast<Long>(m_aPaths.size()); }
+    [[nodiscard]] Long Count() const { return static_cast<Long>(m_paths.size()); }
     // From 1, the latest. Fails with 9 outside.
-    [[nodiscard]] std::string Item(Long lPosition) const;
+    [[nodiscard]] std::string Item(Long position) const;
 
     std::string_view TypeName() const override { return "RecentFiles"; }
 
@@ -33,8 +33,8 @@ public:
 private:
     void Keep();
 
-    StateFile m_oFile;
-    std::vector<std::string> m_aPaths;
+    StateFile m_file;
+    std::vector<std::string> m_paths;
 };
 
 } // namespace corvane::desktop

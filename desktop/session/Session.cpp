@@ -26,252 +26,252 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nVersion = 1;
-constexpr int nSettleMilliseconds = 400;
-constexpr const char* sExplorerBand = "Explorer";
-constexpr const char* sStatusBand = "StatusBar";
-constexpr const char* sRestoreWindow = "RestoreWindow";
-constexpr const char* sMaximized = "maximized";
-constexpr const char* sMinimized = "minimized";
+constexpr int version = 1;
+constexpr int settleMilliseconds = 400;
+constexpr const char* explorerBand = "Explorer";
+constexpr const char* statusBand = "StatusBar";
+constexpr const char* restoreWindow = "RestoreWindow";
+constexpr const char* maximized = "maximized";
+constexpr const char* minimized = "minimized";
 
-QString Text(const std::string& sText) {
-    return QString::fromStdString(sText);
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
 }
 
-void NoteNodes(const std::vector<Node*>& aNodes, QJsonArray& aOpen, QJsonArray& aClosed) {
-    for (const Node* pNode : aNodes) {
-        if (pNode->Children().empty())
+void NoteNodes(const std::vector<Node*>& nodes, QJsonArray& open, QJsonArray& closed) {
+    for (const Node* node : nodes) {
+        if (node->Children().empty())
             continue;
-        (pNode->Expanded() ? aOpen : aClosed).append(Text(pNode->Key()));
-        NoteNodes(pNode->Children(), aOpen, aClosed);
+        (node->Expanded() ? open : closed).append(Text(node->Key()));
+        NoteNodes(node->Children(), open, closed);
     }
 }
 
 Ref<ActionItemCollection> ToolbarItems() {
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oNavigation = oFramework ? oFramework->NavigationManager() : nullptr;
-    const auto oMenus = oNavigation ? oNavigation->MenuManager() : nullptr;
-    return oMenus ? oMenus->ToolbarActionItems() : nullptr;
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto navigation = framework ? framework->NavigationManager() : nullptr;
+    const auto menus = navigation ? navigation->MenuManager() : nullptr;
+    return menus ? menus->ToolbarActionItems() : nullptr;
 }
 
 // The entry that shows and hides the status bar, if the application has one.
-Ref<Tool> StatusBarTool(const ActiveBar& oActiveBar) {
-    for (const auto& oTool : oActiveBar.Tools()->All())
-        if (const auto oItem = oTool->TagVariant().TryAs<ActionItem>())
-            if (EqualText(oItem->Action(), "EnableStatusBar"))
-                return oTool;
+Ref<Tool> StatusBarTool(const ActiveBar& activeBar) {
+    for (const auto& tool : activeBar.Tools()->All())
+        if (const auto item = tool->TagVariant().TryAs<ActionItem>())
+            if (EqualText(item->Action(), "EnableStatusBar"))
+                return tool;
     return nullptr;
 }
 
-QString StateWord(FormState eState) {
-    if (eState == FormState::Maximized)
-        return sMaximized;
-    return eState == FormState::Minimized ? QString(sMinimized) : QString();
+QString StateWord(FormState state) {
+    if (state == FormState::Maximized)
+        return maximized;
+    return state == FormState::Minimized ? QString(minimized) : QString();
 }
 
-FormState StateOf(const QString& sWord) {
-    if (sWord == sMaximized)
+FormState StateOf(const QString& word) {
+    if (word == maximized)
         return FormState::Maximized;
-    return sWord == sMinimized ? FormState::Minimized : FormState::Normal;
+    return word == minimized ? FormState::Minimized : FormState::Normal;
 }
 
 } // namespace
 
-Session::Session(StateFile oFile, Parts oParts) : m_oFile(std::move(oFile)), m_oParts(std::move(oParts)) {
-    m_oTimer.setSingleShot(true);
-    m_oTimer.setInterval(nSettleMilliseconds);
-    connect(&m_oTimer, &QTimer::timeout, this, &Session::Keep);
-    m_aSubscriptions.push_back(m_oParts.frmMain->OnUnload.Subscribe([this](bool&) { m_frmMain_Unload(); }));
+Session::Session(StateFile file, Parts parts) : m_file(std::move(file)), m_parts(std::move(parts)) {
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(settleMilliseconds);
+    connect(&m_timer, &QTimer::timeout, this, &Session::Keep);
+    m_subscriptions.push_back(m_parts.mainForm->OnUnload.Subscribe([this](bool&) { m_frmMain_Unload(); }));
 }
 
 Session::~Session() = default;
 
 Ref<TabStrip> Session::Tabs() const {
-    for (const auto& oControl : m_oParts.frmPanel->Controls())
-        if (auto oTabs = oControl.TryAs<TabStrip>())
-            return oTabs;
+    for (const auto& control : m_parts.panelForm->Controls())
+        if (auto tabs = control.TryAs<TabStrip>())
+            return tabs;
     return nullptr;
 }
 
 std::vector<Ref<TreeView>> Session::Trees() const {
-    std::vector<Ref<TreeView>> aTrees;
-    for (const auto& oControl : m_oParts.frmPanel->Controls())
-        if (auto oTree = oControl.TryAs<TreeView>())
-            aTrees.push_back(std::move(oTree));
-    return aTrees;
+    std::vector<Ref<TreeView>> trees;
+    for (const auto& control : m_parts.panelForm->Controls())
+        if (auto tree = control.TryAs<TreeView>())
+            trees.push_back(std::move(tree));
+    return trees;
 }
 
 QJsonObject Session::Toolbars() const {
-    QJsonObject oToolbars;
-    const auto colItems = ToolbarItems();
-    if (!colItems)
-        return oToolbars;
-    for (const auto& oBand : m_oParts.oActiveBar->Bands()->All())
-        if (oBand->Kind() == BandKind::Toolbar && colItems->HasKey(oBand->Name()))
-            oToolbars[Text(oBand->Name())] = colItems->Item(oBand->Name())->Checked();
-    return oToolbars;
+    QJsonObject toolbars;
+    const auto items = ToolbarItems();
+    if (!items)
+        return toolbars;
+    for (const auto& band : m_parts.activeBar->Bands()->All())
+        if (band->Kind() == BandKind::Toolbar && items->HasKey(band->Name()))
+            toolbars[Text(band->Name())] = items->Item(band->Name())->Checked();
+    return toolbars;
 }
 
 QJsonObject Session::Explorer() const {
-    QJsonObject oExplorer;
-    if (const auto oBand = m_oParts.oActiveBar->Bands()->Find(sExplorerBand))
-        oExplorer["visible"] = oBand->Visible();
-    const auto oTabs = Tabs();
-    QJsonObject oTrees;
-    for (const auto& oTree : Trees()) {
-        if (oTabs && oTabs->Tabs() > 0 && oTree->Container() == oTabs->Tab())
-            oExplorer["tab"] = Text(oTree->Name());
-        QJsonArray aOpen;
-        QJsonArray aClosed;
-        NoteNodes(oTree->GetNodes()->Roots(), aOpen, aClosed);
-        QJsonObject oKept{{"open", aOpen}, {"closed", aClosed}};
-        const auto itAwaited = m_mapToSelect.find(oTree.Get());
-        if (const Ref<Node> oNode = oTree->SelectedItem())
-            oKept["selected"] = Text(oNode->Key());
-        else if (itAwaited != m_mapToSelect.end())
-            oKept["selected"] = Text(itAwaited->second);
-        oTrees[Text(oTree->Name())] = oKept;
+    QJsonObject explorer;
+    if (const auto band = m_parts.activeBar->Bands()->Find(explorerBand))
+        explorer["visible"] = band->Visible();
+    const auto tabs = Tabs();
+    QJsonObject trees;
+    for (const auto& tree : Trees()) {
+        if (tabs && tabs->Tabs() > 0 && tree->Container() == tabs->Tab())
+            explorer["tab"] = Text(tree->Name());
+        QJsonArray open;
+        QJsonArray closed;
+        NoteNodes(tree->GetNodes()->Roots(), open, closed);
+        QJsonObject kept{{"open", open}, {"closed", closed}};
+        const auto awaited = m_toSelect.find(tree.Get());
+        if (const Ref<Node> node = tree->SelectedItem())
+            kept["selected"] = Text(node->Key());
+        else if (awaited != m_toSelect.end())
+            kept["selected"] = Text(awaited->second);
+        trees[Text(tree->Name())] = kept;
     }
-    oExplorer["trees"] = oTrees;
-    return oExplorer;
+    explorer["trees"] = trees;
+    return explorer;
 }
 
-Ref<WindowForm> Session::FormOf(const Window& oWindow) const {
-    for (const auto& frm : m_oParts.frmMain->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->Controller().Get() == &oWindow)
-            return oForm;
+Ref<WindowForm> Session::FormOf(const Window& window) const {
+    for (const auto& frm : m_parts.mainForm->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && form->Controller().Get() == &window)
+            return form;
     return nullptr;
 }
 
 std::vector<Ref<Window>> Session::OpenWindows() {
-    std::vector<Ref<Window>> aWindows;
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oManager = oFramework ? oFramework->WindowManager() : nullptr;
-    if (!oManager || !oManager->Windows())
-        return aWindows;
-    for (const auto& oWindow : oManager->Windows())
-        if (!oWindow->IsModal())
-            aWindows.push_back(oWindow);
-    return aWindows;
+    std::vector<Ref<Window>> windows;
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->WindowManager() : nullptr;
+    if (!manager || !manager->Windows())
+        return windows;
+    for (const auto& window : manager->Windows())
+        if (!window->IsModal())
+            windows.push_back(window);
+    return windows;
 }
 
 // The children in the order of their tabs, which a person may have moved, and then the others.
 std::vector<Session::KeptWindow> Session::KeptWindows() const {
-    std::unordered_map<const Object*, Ref<WindowForm>> mapForms;
-    for (const auto& frm : m_oParts.frmMain->Forms())
-        if (const auto oForm = frm.TryAs<WindowForm>(); oForm && oForm->Controller())
-            mapForms.emplace(static_cast<const Object*>(oForm->Controller().Get()), oForm);
-    const auto* pArea = qobject_cast<const QMdiArea*>(m_oParts.pWindow->centralWidget());
-    std::unordered_map<const QWidget*, std::size_t> mapPlaces;
-    for (const QMdiSubWindow* pFrame : pArea ? pArea->subWindowList() : QList<QMdiSubWindow*>())
-        mapPlaces.emplace(pFrame, mapPlaces.size());
-    std::vector<KeptWindow> aWindows;
-    for (const auto& oWindow : OpenWindows()) {
-        const auto itForm = mapForms.find(static_cast<const Object*>(oWindow.Get()));
-        const Ref<WindowForm> oForm = itForm == mapForms.end() ? nullptr : itForm->second;
-        const auto itPlace = oForm ? mapPlaces.find(oForm->Frame()) : mapPlaces.end();
-        aWindows.push_back({oWindow, oForm, itPlace == mapPlaces.end() ? mapPlaces.size() : itPlace->second});
+    std::unordered_map<const Object*, Ref<WindowForm>> forms;
+    for (const auto& frm : m_parts.mainForm->Forms())
+        if (const auto form = frm.TryAs<WindowForm>(); form && form->Controller())
+            forms.emplace(static_cast<const Object*>(form->Controller().Get()), form);
+    const auto* area = qobject_cast<const QMdiArea*>(m_parts.window->centralWidget());
+    std::unordered_map<const QWidget*, std::size_t> places;
+    for (const QMdiSubWindow* frame : area ? area->subWindowList() : QList<QMdiSubWindow*>())
+        places.emplace(frame, places.size());
+    std::vector<KeptWindow> windows;
+    for (const auto& window : OpenWindows()) {
+        const auto formPosition = forms.find(static_cast<const Object*>(window.Get()));
+        const Ref<WindowForm> form = formPosition == forms.end() ? nullptr : formPosition->second;
+        const auto place = form ? places.find(form->Frame()) : places.end();
+        windows.push_back({window, form, place == places.end() ? places.size() : place->second});
     }
-    std::stable_sort(aWindows.begin(), aWindows.end(),
-                     [](const auto& oFirst, const auto& oSecond) { return oFirst.nPlace < oSecond.nPlace; });
-    return aWindows;
+    std::stable_sort(windows.begin(), windows.end(),
+                     [](const auto& first, const auto& second) { return first.place < second.place; });
+    return windows;
 }
 
 // A key that the library made up says nothing at the next start.
 QJsonArray Session::Windows() const {
-    QJsonArray aWindows;
-    for (const auto& [oWindow, oForm, nPlace] : KeptWindows()) {
-        const bool bHasKey = oWindow->Key() != ToText(oWindow->ObjectKey());
-        QJsonObject oEntry{{"name", Text(oWindow->WindowDef()->Name())},
-                           {"key", bHasKey ? Text(oWindow->Key()) : QString()}};
-        if (oWindow == Singleton::Framework()->WindowManager()->ActiveWindow())
-            oEntry["active"] = true;
-        if (oForm && oForm->Visible()) {
-            const QRect oPlace = oForm->NormalPlace();
-            oEntry["place"] = QJsonArray{oPlace.x(), oPlace.y(), oPlace.width(), oPlace.height()};
-            if (const QString sState = StateWord(oForm->StateOfPerson()); !sState.isEmpty())
-                oEntry["state"] = sState;
-            if (oWindow->WindowType() != WindowTypeConstants::cvWizard)
-                oEntry["page"] = static_cast<int>(oForm->ActivePageIndex());
+    QJsonArray windows;
+    for (const auto& [window, form, placeCount] : KeptWindows()) {
+        const bool hasKey = window->Key() != ToText(window->ObjectKey());
+        QJsonObject entry{{"name", Text(window->WindowDef()->Name())},
+                          {"key", hasKey ? Text(window->Key()) : QString()}};
+        if (window == Singleton::Framework()->WindowManager()->ActiveWindow())
+            entry["active"] = true;
+        if (form && form->Visible()) {
+            const QRect place = form->NormalPlace();
+            entry["place"] = QJsonArray{place.x(), place.y(), place.width(), place.height()};
+            if (const QString state = StateWord(form->StateOfPerson()); !state.isEmpty())
+                entry["state"] = state;
+            if (window->WindowType() != WindowTypeConstants::cvWizard)
+                entry["page"] = static_cast<int>(form->ActivePageIndex());
         }
-        aWindows.append(oEntry);
+        windows.append(entry);
     }
-    return aWindows;
+    return windows;
 }
 
 QJsonObject Session::State() const {
-    QJsonObject oState{{"version", nVersion},
-                       {"docks", Packed(m_oParts.pWindow->saveState(nVersion))},
-                       {"toolbars", Toolbars()},
-                       {"explorer", Explorer()},
-                       {"windows", m_aWindows}};
-    if (m_oParts.bPlace)
-        oState["geometry"] = Packed(m_oParts.pWindow->saveGeometry());
-    if (const auto oStatus = m_oParts.oActiveBar->Bands()->Find(sStatusBand))
-        oState["statusBar"] = oStatus->Visible();
-    return oState;
+    QJsonObject state{{"version", version},
+                      {"docks", Packed(m_parts.window->saveState(version))},
+                      {"toolbars", Toolbars()},
+                      {"explorer", Explorer()},
+                      {"windows", m_windows}};
+    if (m_parts.place)
+        state["geometry"] = Packed(m_parts.window->saveGeometry());
+    if (const auto status = m_parts.activeBar->Bands()->Find(statusBand))
+        state["statusBar"] = status->Visible();
+    return state;
 }
 
 void Session::Keep() {
-    m_oTimer.stop();
-    if (!m_bFollows || m_bEnds)
+    m_timer.stop();
+    if (!m_follows || m_ends)
         return;
     // Behind a question windows may be closing one after another, because the application ends.
     if (!QApplication::activeModalWidget())
-        m_aWindows = Windows();
-    const QJsonObject oState = State();
-    if (oState == m_oWritten)
+        m_windows = Windows();
+    const QJsonObject state = State();
+    if (state == m_written)
         return;
-    if (m_oFile.Write(oState))
-        m_oWritten = oState;
+    if (m_file.Write(state))
+        m_written = state;
 }
 
 void Session::m_frmMain_Unload() {
-    if (!m_bFollows || m_bEnds)
+    if (!m_follows || m_ends)
         return;
-    const QJsonObject oState = State(); // the windows are those of the last quiet moment
-    if (oState != m_oWritten && m_oFile.Write(oState))
-        m_oWritten = oState;
-    m_bEnds = true;
+    const QJsonObject state = State(); // the windows are those of the last quiet moment
+    if (state != m_written && m_file.Write(state))
+        m_written = state;
+    m_ends = true;
     // A service may refuse, and the application goes on.
     QMetaObject::invokeMethod(
-        this, [this] { m_bEnds = !m_oParts.frmMain->IsLoaded(); }, Qt::QueuedConnection);
+        this, [this] { m_ends = !m_parts.mainForm->IsLoaded(); }, Qt::QueuedConnection);
 }
 
 void Session::Schedule() {
-    if (m_bFollows && !m_bEnds && !m_oTimer.isActive())
-        m_oTimer.start();
+    if (m_follows && !m_ends && !m_timer.isActive())
+        m_timer.start();
 }
 
 void Session::Follow() {
-    m_bFollows = true;
-    m_oParts.pWindow->installEventFilter(this);
-    for (QDockWidget* pDock : m_oParts.pWindow->findChildren<QDockWidget*>())
-        pDock->installEventFilter(this);
-    m_aSubscriptions.push_back(m_oParts.oActiveBar->Changed.Subscribe([this](const BarChange& oChange) {
-        if (oChange.eWhat == BarChange::What::BandLook || oChange.eWhat == BarChange::What::ToolState)
+    m_follows = true;
+    m_parts.window->installEventFilter(this);
+    for (QDockWidget* dock : m_parts.window->findChildren<QDockWidget*>())
+        dock->installEventFilter(this);
+    m_subscriptions.push_back(m_parts.activeBar->Changed.Subscribe([this](const BarChange& change) {
+        if (change.eWhat == BarChange::What::BandLook || change.eWhat == BarChange::What::ToolState)
             Schedule();
     }));
-    if (const auto oTabs = Tabs())
-        m_aSubscriptions.push_back(oTabs->Changed.Subscribe([this] { Schedule(); }));
-    const Ref<Framework> oFramework = Singleton::Framework();
-    if (const auto oManager = oFramework ? oFramework->WindowManager() : nullptr) {
-        const auto fnSchedule = [this](const Ref<Window>&) { Schedule(); };
-        m_aSubscriptions.push_back(oManager->WindowInitializeEvent.Subscribe(fnSchedule));
-        m_aSubscriptions.push_back(oManager->WindowTerminateEvent.Subscribe(fnSchedule));
-        m_aSubscriptions.push_back(oManager->WindowActivateEvent.Subscribe([this](const Ref<Window>& oWindow) {
-            if (const auto oForm = FormOf(*oWindow); oForm && oForm->Frame())
-                oForm->Frame()->installEventFilter(this);
+    if (const auto tabs = Tabs())
+        m_subscriptions.push_back(tabs->Changed.Subscribe([this] { Schedule(); }));
+    const Ref<Framework> framework = Singleton::Framework();
+    if (const auto manager = framework ? framework->WindowManager() : nullptr) {
+        const auto schedule = [this](const Ref<Window>&) { Schedule(); };
+        m_subscriptions.push_back(manager->WindowInitializeEvent.Subscribe(schedule));
+        m_subscriptions.push_back(manager->WindowTerminateEvent.Subscribe(schedule));
+        m_subscriptions.push_back(manager->WindowActivateEvent.Subscribe([this](const Ref<Window>& window) {
+            if (const auto form = FormOf(*window); form && form->Frame())
+                form->Frame()->installEventFilter(this);
             Schedule();
         }));
     }
-    for (const auto& oTree : Trees())
-        m_aSubscriptions.push_back(oTree->Changed.Subscribe(
-            [this, pTree = oTree.Get()](const TreeChange& oChange) { Tree_Changed(pTree, oChange); }));
+    for (const auto& tree : Trees())
+        m_subscriptions.push_back(tree->Changed.Subscribe(
+            [this, treeView = tree.Get()](const TreeChange& change) { Tree_Changed(treeView, change); }));
 }
 
-bool Session::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    switch (pEvent->type()) {
+bool Session::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
     case QEvent::Move:
     case QEvent::Resize:
     case QEvent::WindowStateChange:
@@ -279,24 +279,24 @@ bool Session::eventFilter(QObject* pWatched, QEvent* pEvent) {
         Schedule();
         break;
     case QEvent::Close: // a moment's change counts, and from here on windows are closed one after another
-        if (pWatched == m_oParts.pWindow)
+        if (watched == m_parts.window)
             Keep();
         break;
     default:
         break;
     }
-    return QObject::eventFilter(pWatched, pEvent);
+    return QObject::eventFilter(watched, event);
 }
 
-void Session::Tree_Changed(TreeView* pTree, const TreeChange& oChange) {
-    if (oChange.eWhat == TreeChange::What::Expanded || oChange.eWhat == TreeChange::What::Selection)
+void Session::Tree_Changed(TreeView* tree, const TreeChange& change) {
+    if (change.eWhat == TreeChange::What::Expanded || change.eWhat == TreeChange::What::Selection)
         Schedule();
-    if (oChange.eWhat == TreeChange::What::Selection && !m_bSelects && pTree->SelectedItem())
-        m_mapToSelect.clear(); // whoever has chosen something by now isn't taken away from it
-    if (oChange.eWhat != TreeChange::What::AfterInsert || m_bEnds ||
-        (!m_mapAwaited.contains(pTree) && !m_mapToSelect.contains(pTree)))
+    if (change.eWhat == TreeChange::What::Selection && !m_selects && tree->SelectedItem())
+        m_toSelect.clear(); // whoever has chosen something by now isn't taken away from it
+    if (change.eWhat != TreeChange::What::AfterInsert || m_ends ||
+        (!m_awaited.contains(tree) && !m_toSelect.contains(tree)))
         return;
-    if (m_aInserted.empty()) // whoever adds it may open it by itself in the same breath
+    if (m_inserted.empty()) // whoever adds it may open it by itself in the same breath
         QMetaObject::invokeMethod(
             this,
             [this] {
@@ -304,205 +304,205 @@ void Session::Tree_Changed(TreeView* pTree, const TreeChange& oChange) {
                 SelectAwaitedNodes();
             },
             Qt::QueuedConnection);
-    m_aInserted.emplace_back(oChange.pNode);
+    m_inserted.emplace_back(change.pNode);
 }
 
 void Session::OpenAwaitedNodes() {
-    m_aInserted.clear();
-    for (auto& [pTree, mapNodes] : m_mapAwaited)
-        for (auto it = mapNodes.begin(); it != mapNodes.end();) {
-            const Ref<Node> oNode = pTree->GetNodes()->Find(it->first);
-            if (oNode)
-                oNode->SetExpanded(it->second);
-            it = oNode ? mapNodes.erase(it) : std::next(it);
+    m_inserted.clear();
+    for (auto& [tree, nodes] : m_awaited)
+        for (auto it = nodes.begin(); it != nodes.end();) {
+            const Ref<Node> node = tree->GetNodes()->Find(it->first);
+            if (node)
+                node->SetExpanded(it->second);
+            it = node ? nodes.erase(it) : std::next(it);
         }
-    std::erase_if(m_mapAwaited, [](const auto& oEntry) { return oEntry.second.empty(); });
+    std::erase_if(m_awaited, [](const auto& entry) { return entry.second.empty(); });
 }
 
-void Session::Restore(bool bFollow) {
-    m_oRead = m_oFile.Read();
-    m_aWindows = m_oRead["windows"].toArray();
-    if (m_oRead["version"].toInt() > nVersion)
-        m_oRead = {}; // a later version's; what it means isn't known here
-    if (!m_oRead.isEmpty()) {
-        RestoreToolbars(m_oRead["toolbars"].toObject());
-        RestoreExplorer(m_oRead["explorer"].toObject());
-        if (m_oParts.bPlace)
-            desktop::PlaceAgain(*m_oParts.pWindow, m_oRead["geometry"]);
-        m_oParts.fnFlush();
-        m_oParts.pWindow->restoreState(Unpacked(m_oRead["docks"]), nVersion);
-        m_oParts.fnFlush(); // what was kept also tells what was hidden then; what holds is the models
+void Session::Restore(bool follow) {
+    m_read = m_file.Read();
+    m_windows = m_read["windows"].toArray();
+    if (m_read["version"].toInt() > version)
+        m_read = {}; // a later version's; what it means isn't known here
+    if (!m_read.isEmpty()) {
+        RestoreToolbars(m_read["toolbars"].toObject());
+        RestoreExplorer(m_read["explorer"].toObject());
+        if (m_parts.place)
+            desktop::PlaceAgain(*m_parts.window, m_read["geometry"]);
+        m_parts.flush();
+        m_parts.window->restoreState(Unpacked(m_read["docks"]), version);
+        m_parts.flush(); // what was kept also tells what was hidden then; what holds is the models
     }
-    if (bFollow)
+    if (follow)
         Follow();
 }
 
-void Session::RestoreToolbars(const QJsonObject& oToolbars) {
-    const Ref<ActiveBar> oActiveBar = m_oParts.oActiveBar;
-    m_oParts.fnGuard([&] {
-        const auto colItems = ToolbarItems();
-        for (auto it = oToolbars.begin(); colItems && it != oToolbars.end(); ++it) {
-            const std::string sBand = it.key().toStdString();
-            const auto oTool = oActiveBar->Tools()->Find(sBand);
-            if (oTool && it->isBool() && colItems->HasKey(sBand) && colItems->Item(sBand)->Checked() != it->toBool())
-                oActiveBar->Click(oTool); // as the person did
+void Session::RestoreToolbars(const QJsonObject& toolbars) {
+    const Ref<ActiveBar> activeBar = m_parts.activeBar;
+    m_parts.guard([&] {
+        const auto items = ToolbarItems();
+        for (auto it = toolbars.begin(); items && it != toolbars.end(); ++it) {
+            const std::string band = it.key().toStdString();
+            const auto tool = activeBar->Tools()->Find(band);
+            if (tool && it->isBool() && items->HasKey(band) && items->Item(band)->Checked() != it->toBool())
+                activeBar->Click(tool); // as the person did
         }
-        const auto oBand = oActiveBar->Bands()->Find(sStatusBand);
-        if (oBand && m_oRead["statusBar"].isBool() && oBand->Visible() != m_oRead["statusBar"].toBool())
-            if (const auto oTool = StatusBarTool(*oActiveBar))
-                oActiveBar->Click(oTool);
+        const auto band = activeBar->Bands()->Find(statusBand);
+        if (band && m_read["statusBar"].isBool() && band->Visible() != m_read["statusBar"].toBool())
+            if (const auto tool = StatusBarTool(*activeBar))
+                activeBar->Click(tool);
     });
 }
 
-void Session::RestoreExplorer(const QJsonObject& oExplorer) {
-    m_oParts.fnGuard([&] {
-        const auto oTabs = Tabs();
-        const std::string sTab = oExplorer["tab"].toString().toStdString();
-        for (const auto& oTree : Trees())
-            if (oTabs && EqualText(oTree->Name(), sTab) && oTree->Container() < oTabs->Tabs())
-                oTabs->ChooseTab(oTree->Container());
-        const auto oBand = m_oParts.oActiveBar->Bands()->Find(sExplorerBand);
-        if (oBand && oBand->Visible() && oExplorer["visible"].isBool() && !oExplorer["visible"].toBool())
-            m_oParts.oActiveBar->Close(oBand);
+void Session::RestoreExplorer(const QJsonObject& explorer) {
+    m_parts.guard([&] {
+        const auto tabs = Tabs();
+        const std::string tab = explorer["tab"].toString().toStdString();
+        for (const auto& tree : Trees())
+            if (tabs && EqualText(tree->Name(), tab) && tree->Container() < tabs->Tabs())
+                tabs->ChooseTab(tree->Container());
+        const auto band = m_parts.activeBar->Bands()->Find(explorerBand);
+        if (band && band->Visible() && explorer["visible"].isBool() && !explorer["visible"].toBool())
+            m_parts.activeBar->Close(band);
     });
-    const QJsonObject oTrees = oExplorer["trees"].toObject();
-    for (const auto& oTree : Trees())
-        RestoreNodes(oTree, oTrees[Text(oTree->Name())].toObject());
-    SelectNodes(oTrees);
+    const QJsonObject trees = explorer["trees"].toObject();
+    for (const auto& tree : Trees())
+        RestoreNodes(tree, trees[Text(tree->Name())].toObject());
+    SelectNodes(trees);
 }
 
-void Session::RestoreNodes(const Ref<TreeView>& oTree, const QJsonObject& oNodes) {
-    for (const bool bOpen : {true, false})
-        for (const auto& oKey : oNodes[bOpen ? "open" : "closed"].toArray()) {
-            const std::string sKey = oKey.toString().toStdString();
-            if (const Ref<Node> oNode = oTree->GetNodes()->Find(sKey))
-                oNode->SetExpanded(bOpen);
+void Session::RestoreNodes(const Ref<TreeView>& tree, const QJsonObject& nodes) {
+    for (const bool open : {true, false})
+        for (const auto& key : nodes[open ? "open" : "closed"].toArray()) {
+            const std::string keyName = key.toString().toStdString();
+            if (const Ref<Node> node = tree->GetNodes()->Find(keyName))
+                node->SetExpanded(open);
             else
-                m_mapAwaited[oTree.Get()][sKey] = bOpen;
+                m_awaited[tree.Get()][keyName] = open;
         }
 }
 
-void Session::SelectNodes(const QJsonObject& oTrees) {
-    m_bSelects = true;
-    for (const auto& oTree : Trees()) {
-        const std::string sKey = oTrees[Text(oTree->Name())].toObject()["selected"].toString().toStdString();
-        if (sKey.empty() || oTree->SelectedItem())
+void Session::SelectNodes(const QJsonObject& trees) {
+    m_selects = true;
+    for (const auto& tree : Trees()) {
+        const std::string key = trees[Text(tree->Name())].toObject()["selected"].toString().toStdString();
+        if (key.empty() || tree->SelectedItem())
             continue; // nothing was, or a service has selected something of its own
-        if (const Ref<Node> oNode = oTree->GetNodes()->Find(sKey))
-            oTree->SetSelectedItem(oNode);
+        if (const Ref<Node> node = tree->GetNodes()->Find(key))
+            tree->SetSelectedItem(node);
         else
-            m_mapToSelect[oTree.Get()] = sKey;
+            m_toSelect[tree.Get()] = key;
     }
-    m_bSelects = false;
+    m_selects = false;
 }
 
 // As the person did it, so that the item is the active one and its commands can be chosen.
-void Session::ClickNode(const Ref<TreeView>& oTree, const Ref<Node>& oNode) {
-    m_bSelects = true;
-    m_oParts.fnGuard([&] {
-        oTree->SetSelectedItem(oNode);
-        oTree->NodeClick.Raise(oNode);
-        oTree->Click.Raise();
+void Session::ClickNode(const Ref<TreeView>& tree, const Ref<Node>& node) {
+    m_selects = true;
+    m_parts.guard([&] {
+        tree->SetSelectedItem(node);
+        tree->NodeClick.Raise(node);
+        tree->Click.Raise();
     });
-    m_bSelects = false;
+    m_selects = false;
 }
 
 // Of several trees with a selection it is the one in front; one behind it can be the only one.
 void Session::ClickSelectedNode() {
-    const auto oTabs = Tabs();
-    if (!oTabs || oTabs->Tabs() == 0)
+    const auto tabs = Tabs();
+    if (!tabs || tabs->Tabs() == 0)
         return;
-    const Long lFront = oTabs->Tab();
-    Ref<TreeView> oChosen;
-    for (const auto& oTree : Trees())
-        if (oTree->SelectedItem() && (!oChosen || oTree->Container() == lFront))
-            oChosen = oTree;
-    if (!oChosen)
+    const Long front = tabs->Tab();
+    Ref<TreeView> chosen;
+    for (const auto& tree : Trees())
+        if (tree->SelectedItem() && (!chosen || tree->Container() == front))
+            chosen = tree;
+    if (!chosen)
         return;
-    m_oParts.fnGuard([&] { oTabs->ChooseTab(oChosen->Container()); });
-    ClickNode(oChosen, oChosen->SelectedItem());
-    m_oParts.fnGuard([&] { oTabs->ChooseTab(lFront); });
+    m_parts.guard([&] { tabs->ChooseTab(chosen->Container()); });
+    ClickNode(chosen, chosen->SelectedItem());
+    m_parts.guard([&] { tabs->ChooseTab(front); });
 }
 
 void Session::SelectAwaitedNodes() {
-    const auto oTabs = Tabs();
-    const auto mapToSelect = m_mapToSelect;
-    for (const auto& [pTree, sKey] : mapToSelect) {
-        const Ref<Node> oNode = pTree->GetNodes()->Find(sKey);
-        if (!oNode)
+    const auto tabs = Tabs();
+    const auto toSelect = m_toSelect;
+    for (const auto& [tree, key] : toSelect) {
+        const Ref<Node> node = tree->GetNodes()->Find(key);
+        if (!node)
             continue;
-        m_mapToSelect.erase(pTree);
-        if (oTabs && pTree->Container() == oTabs->Tab())
-            ClickNode(Ref<TreeView>(pTree), oNode);
+        m_toSelect.erase(tree);
+        if (tabs && tree->Container() == tabs->Tab())
+            ClickNode(Ref<TreeView>(tree), node);
         else
-            oNode->SetSelected(true);
+            node->SetSelected(true);
     }
 }
 
 // The window that a service has opened for it, or nothing.
-Ref<Window> Session::OpenAgain(const QJsonObject& oEntry) {
-    const std::string sName = oEntry["name"].toString().toStdString();
-    const std::string sKey = oEntry["key"].toString().toStdString();
-    const Ref<Framework> oFramework = Singleton::Framework();
-    const auto oServices = oFramework ? oFramework->ServiceManager() : nullptr;
-    if (!oServices || !oServices->WindowDefs()->HasKey(sName))
+Ref<Window> Session::OpenAgain(const QJsonObject& entry) {
+    const std::string name = entry["name"].toString().toStdString();
+    const std::string key = entry["key"].toString().toStdString();
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto services = framework ? framework->ServiceManager() : nullptr;
+    if (!services || !services->WindowDefs()->HasKey(name))
         return nullptr; // gone with an upgrade
-    std::unordered_set<const Window*> setBefore;
-    for (const auto& oWindow : OpenWindows())
-        setBefore.insert(oWindow.Get());
-    const std::array<Variant, 2> aArguments{sName, sKey};
-    for (const auto& oService : oServices->Services()) {
-        const Entering oEntering(oService);
-        if (oService->HasMember(sRestoreWindow) && ToBoolean(oService->Invoke(sRestoreWindow, aArguments)))
+    std::unordered_set<const Window*> before;
+    for (const auto& window : OpenWindows())
+        before.insert(window.Get());
+    const std::array<Variant, 2> arguments{name, key};
+    for (const auto& service : services->Services()) {
+        const Entering entering(service);
+        if (service->HasMember(restoreWindow) && ToBoolean(service->Invoke(restoreWindow, arguments)))
             break;
     }
-    for (const auto& oWindow : OpenWindows()) {
-        const bool bIsNew = !setBefore.contains(oWindow.Get());
+    for (const auto& window : OpenWindows()) {
+        const bool isNew = !before.contains(window.Get());
         // One with a key may have been open: then it is only brought to the front.
-        if (EqualText(oWindow->WindowDef()->Name(), sName) && (bIsNew || (!sKey.empty() && oWindow->Key() == sKey)))
-            return oWindow;
+        if (EqualText(window->WindowDef()->Name(), name) && (isNew || (!key.empty() && window->Key() == key)))
+            return window;
     }
     return nullptr;
 }
 
-void Session::PlaceAgain(Window& oWindow, const QJsonObject& oEntry) {
-    const auto oForm = FormOf(oWindow);
-    const QJsonArray aPlace = oEntry["place"].toArray();
-    const QRect oPlace(aPlace[0].toInt(), aPlace[1].toInt(), aPlace[2].toInt(), aPlace[3].toInt());
-    if (!oForm || !oForm->Visible())
+void Session::PlaceAgain(Window& window, const QJsonObject& entry) {
+    const auto form = FormOf(window);
+    const QJsonArray places = entry["place"].toArray();
+    const QRect place(places[0].toInt(), places[1].toInt(), places[2].toInt(), places[3].toInt());
+    if (!form || !form->Visible())
         return;
-    const FormState eState = StateOf(oEntry["state"].toString());
-    if (aPlace.size() == 4 && oPlace.isValid())
-        oForm->PlaceAgain(oPlace, eState == FormState::Maximized ? FormState::Normal : eState);
-    const int iPage = oEntry["page"].toInt();
-    if (iPage > 0 && iPage < oWindow.WindowDef()->PageDefs()->Count())
-        oWindow.SetActivePageIndex(iPage);
+    const FormState state = StateOf(entry["state"].toString());
+    if (places.size() == 4 && place.isValid())
+        form->PlaceAgain(place, state == FormState::Maximized ? FormState::Normal : state);
+    const int page = entry["page"].toInt();
+    if (page > 0 && page < window.WindowDef()->PageDefs()->Count())
+        window.SetActivePageIndex(page);
 }
 
 void Session::RestoreWindows() {
     ClickSelectedNode();
-    Ref<WindowForm> oActive;
-    std::vector<Ref<WindowForm>> aMaximized;
-    const QJsonArray aWindows = m_oRead["windows"].toArray();
-    for (const auto& oValue : aWindows)
-        m_oParts.fnGuard([&] {
-            const QJsonObject oEntry = oValue.toObject();
-            const Ref<Window> oWindow = OpenAgain(oEntry);
-            if (!oWindow)
+    Ref<WindowForm> active;
+    std::vector<Ref<WindowForm>> maximizeds;
+    const QJsonArray windows = m_read["windows"].toArray();
+    for (const auto& value : windows)
+        m_parts.guard([&] {
+            const QJsonObject entry = value.toObject();
+            const Ref<Window> window = OpenAgain(entry);
+            if (!window)
                 return;
-            PlaceAgain(*oWindow, oEntry);
-            if (oEntry["active"].toBool())
-                oActive = FormOf(*oWindow);
-            if (StateOf(oEntry["state"].toString()) == FormState::Maximized)
-                aMaximized.push_back(FormOf(*oWindow));
+            PlaceAgain(*window, entry);
+            if (entry["active"].toBool())
+                active = FormOf(*window);
+            if (StateOf(entry["state"].toString()) == FormState::Maximized)
+                maximizeds.push_back(FormOf(*window));
         });
-    if (oActive && oActive->Visible())
-        m_oParts.fnGuard([&] { oActive->Activate(); });
+    if (active && active->Visible())
+        m_parts.guard([&] { active->Activate(); });
     // Last: the next child that comes to the front takes being maximized over.
-    for (const auto& oForm : aMaximized)
-        if (oForm && oForm->Visible() && oForm->StateOfPerson() != FormState::Maximized)
-            m_oParts.fnGuard([&] { oForm->PlaceAgain(oForm->NormalPlace(), FormState::Maximized); });
-    m_oRead = {};
+    for (const auto& form : maximizeds)
+        if (form && form->Visible() && form->StateOfPerson() != FormState::Maximized)
+            m_parts.guard([&] { form->PlaceAgain(form->NormalPlace(), FormState::Maximized); });
+    m_read = {};
     Schedule();
 }
 

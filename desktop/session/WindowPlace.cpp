@@ -8,42 +8,42 @@
 
 namespace corvane::desktop {
 
-QString Packed(const QByteArray& aBytes) {
-    return QString::fromLatin1(aBytes.toBase64());
+QString Packed(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes.toBase64());
 }
 
-QByteArray Unpacked(const QJsonValue& oValue) {
-    return QByteArray::fromBase64(oValue.toString().toLatin1());
+QByteArray Unpacked(const QJsonValue& value) {
+    return QByteArray::fromBase64(value.toString().toLatin1());
 }
 
 namespace {
 
-void StandOnScreen(QWidget& oWindow) {
-    if (oWindow.isMaximized() || oWindow.isFullScreen())
+void StandOnScreen(QWidget& window) {
+    if (window.isMaximized() || window.isFullScreen())
         return;
-    QRect oPlace = oWindow.geometry();
-    QRegion oScreens;
-    for (const QScreen* pScreen : QGuiApplication::screens())
-        oScreens += pScreen->availableGeometry();
-    if (QRegion(oPlace).subtracted(oScreens).isEmpty())
+    QRect place = window.geometry();
+    QRegion screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens += screen->availableGeometry();
+    if (QRegion(place).subtracted(screens).isEmpty())
         return;
-    const QScreen* pScreen = QGuiApplication::screenAt(oPlace.center());
-    constexpr int nFrame = 4;
-    const int nTitle = oWindow.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const QRect oRoom = (pScreen ? pScreen : QGuiApplication::primaryScreen())
-                            ->availableGeometry()
-                            .adjusted(nFrame, nTitle, -nFrame, -nFrame);
-    oPlace.setSize(oPlace.size().boundedTo(oRoom.size()));
-    oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), oRoom.right() + 1 - oPlace.width()),
-                  std::clamp(oPlace.top(), oRoom.top(), oRoom.bottom() + 1 - oPlace.height()));
-    oWindow.setGeometry(oPlace);
+    const QScreen* screen = QGuiApplication::screenAt(place.center());
+    constexpr int frame = 4;
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QRect room = (screen ? screen : QGuiApplication::primaryScreen())
+                           ->availableGeometry()
+                           .adjusted(frame, title, -frame, -frame);
+    place.setSize(place.size().boundedTo(room.size()));
+    place.moveTo(std::clamp(place.left(), room.left(), room.right() + 1 - place.width()),
+                 std::clamp(place.top(), room.top(), room.bottom() + 1 - place.height()));
+    window.setGeometry(place);
 }
 
 } // namespace
 
-void PlaceAgain(QWidget& oWindow, const QJsonValue& oGeometry) {
-    oWindow.restoreGeometry(Unpacked(oGeometry));
-    StandOnScreen(oWindow);
+void PlaceAgain(QWidget& window, const QJsonValue& geometry) {
+    window.restoreGeometry(Unpacked(geometry));
+    StandOnScreen(window);
 }
 
 } // namespace corvane::desktop

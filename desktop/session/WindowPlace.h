@@ -9,11 +9,11 @@
 namespace corvane::desktop {
 
 // Bytes, such as Qt's of geometry and docks, for JSON.
-[[nodiscard]] QString Packed(const QByteArray& aBytes);
-[[nodiscard]] QByteArray Unpacked(const QJsonValue& oValue);
+[[nodiscard]] QString Packed(const QByteArray& bytes);
+[[nodiscard]] QByteArray Unpacked(const QJsonValue& value);
 
 // The window as it was by Packed(saveGeometry()), unless it would reach beyond the screens that are there now: then it
 // comes to one that is there, and becomes smaller as far as needed.
-void PlaceAgain(QWidget& oWindow, const QJsonValue& oGeometry);
+void PlaceAgain(QWidget& window, const QJsonValue& geometry);
 
 } // namespace corvane::desktop

@@ -9,60 +9,60 @@
 
 namespace corvane::desktop {
 
-void StateFile::Note(const QString& sWhat) {
-    if (m_fnNote)
-        m_fnNote(QString("The file \"%1\" %2").arg(m_sPath, sWhat));
+void StateFile::Note(const QString& what) {
+    if (m_note)
+        m_note(QString("The file \"%1\" %2").arg(m_path, what));
 }
 
 // A program that was killed while it wrote has left its half behind. One of this hour may be another program's that
 // writes now.
 void StateFile::RemoveLeftOvers() const {
-    const QFileInfo oInfo(m_sPath);
-    const QString sBegin = oInfo.fileName() + '.';
+    const QFileInfo info(m_path);
+    const QString begin = info.fileName() + '.';
     // Without a filter of names, which would be made a regular expression at each start.
-    for (const QString& sName : oInfo.dir().entryList(QDir::Files | QDir::NoSymLinks, QDir::Unsorted)) {
-        if (!sName.startsWith(sBegin) || sName.size() != sBegin.size() + 6 || sName.endsWith(".broken"))
+    for (const QString& name : info.dir().entryList(QDir::Files | QDir::NoSymLinks, QDir::Unsorted)) {
+        if (!name.startsWith(begin) || name.size() != begin.size() + 6 || name.endsWith(".broken"))
             continue;
-        const QFileInfo oLeft(oInfo.dir(), sName);
-        if (oLeft.lastModified() < QDateTime::currentDateTime().addSecs(-3600))
-            QFile::remove(oLeft.filePath());
+        const QFileInfo left(info.dir(), name);
+        if (left.lastModified() < QDateTime::currentDateTime().addSecs(-3600))
+            QFile::remove(left.filePath());
     }
 }
 
 QJsonObject StateFile::Read() {
-    if (m_sPath.isEmpty())
+    if (m_path.isEmpty())
         return {};
     RemoveLeftOvers();
-    QFile oFile(m_sPath);
-    if (!oFile.open(QIODevice::ReadOnly)) {
-        if (oFile.exists())
-            Note("can't be read, so what it kept isn't used: " + oFile.errorString());
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (file.exists())
+            Note("can't be read, so what it kept isn't used: " + file.errorString());
         return {};
     }
-    QJsonParseError oError;
-    const QJsonDocument oDocument = QJsonDocument::fromJson(oFile.readAll(), &oError);
-    if (oDocument.isObject())
-        return oDocument.object();
-    oFile.close();
-    const QString sBroken = m_sPath + ".broken";
-    QFile::remove(sBroken);
-    const bool bMoved = QFile::rename(m_sPath, sBroken);
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    if (document.isObject())
+        return document.object();
+    file.close();
+    const QString broken = m_path + ".broken";
+    QFile::remove(broken);
+    const bool moved = QFile::rename(m_path, broken);
     Note(QString("is damaged at byte %1 (%2), so what it kept isn't used%3")
-             .arg(oError.offset)
-             .arg(oError.errorString(), bMoved ? "; it lies beside as \".broken\"" : ""));
+             .arg(error.offset)
+             .arg(error.errorString(), moved ? "; it lies beside as \".broken\"" : ""));
     return {};
 }
 
-bool StateFile::Write(const QJsonObject& oState) {
-    if (m_sPath.isEmpty())
+bool StateFile::Write(const QJsonObject& state) {
+    if (m_path.isEmpty())
         return false;
-    QDir().mkpath(QFileInfo(m_sPath).path());
-    QSaveFile oFile(m_sPath); // writes beside it, syncs and renames
-    const QByteArray aBytes = QJsonDocument(oState).toJson();
-    if (oFile.open(QIODevice::WriteOnly) && oFile.write(aBytes) == aBytes.size() && oFile.commit())
+    QDir().mkpath(QFileInfo(m_path).path());
+    QSaveFile file(m_path); // writes beside it, syncs and renames
+    const QByteArray bytes = QJsonDocument(state).toJson();
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
-    if (!std::exchange(m_bWriteNoted, true)) // once is enough for a state that is written again and again
-        Note("can't be written: " + oFile.errorString());
+    if (!std::exchange(m_writeNoted, true)) // once is enough for a state that is written again and again
+        Note("can't be written: " + file.errorString());
     return false;
 }
 

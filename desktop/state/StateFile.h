@@ -14,23 +14,23 @@ public:
     using NoteFunction = std::function<void(const QString&)>;
 
     // Nothing is kept under an empty path.
-    StateFile(QString sPath, NoteFunction fnNote) : m_sPath(std::move(sPath)), m_fnNote(std::move(fnNote)) {}
+    StateFile(QString path, NoteFunction note) : m_path(std::move(path)), m_note(std::move(note)) {}
 
-    [[nodiscard]] const QString& Path() const { return m_sPath; }
+    [[nodiscard]] const QString& Path() const { return m_path; }
     // An empty object when there is no file or it can't be read. What is no JSON object is put aside under the name
     // with
     // ".broken" behind it.
     [[nodiscard]] QJsonObject Read();
     // On disk when the call returns. False when it can't be; a file that was there stays as it was.
-    bool Write(const QJsonObject& oState);
+    bool Write(const QJsonObject& state);
 
 private:
-    void Note(const QString& sWhat);
+    void Note(const QString& what);
     void RemoveLeftOvers() const;
 
-    QString m_sPath;
-    NoteFunction m_fnNote;
-    bool m_bWriteNoted = false;
+    QString m_path;
+    NoteFunction m_note;
+    bool m_writeNoted = false;
 };
 
 } // namespace corvane::desktop

@@ -7,10 +7,10 @@
 
 namespace corvane::desktop {
 
-inline void AddClearButton(QLineEdit& oField) {
-    oField.setClearButtonEnabled(true);
-    for (QToolButton* pButton : oField.findChildren<QToolButton*>())
-        pButton->setAccessibleName(QCoreApplication::translate("ClearButton", "Clear"));
+inline void AddClearButton(QLineEdit& field) {
+    field.setClearButtonEnabled(true);
+    for (QToolButton* button : field.findChildren<QToolButton*>())
+        button->setAccessibleName(QCoreApplication::translate("ClearButton", "Clear"));
 }
 
 } // namespace corvane::desktop

@@ -8,20 +8,20 @@ namespace corvane::desktop {
 
 class ContrastStyle final : public QProxyStyle {
 public:
-    explicit ContrastStyle(const QString& sBase) : QProxyStyle(sBase), m_sBase(sBase) { setObjectName(sBase); }
+    explicit ContrastStyle(const QString& base) : QProxyStyle(base), m_base(base) { setObjectName(base); }
 
     // Sets it for the whole program while the palette is one of contrast or dark, and the style below it otherwise.
     static void Follow();
 
-    void drawPrimitive(PrimitiveElement eElement, const QStyleOption* pOption, QPainter* pPainter,
-                       const QWidget* pWidget) const override;
-    void drawControl(ControlElement eElement, const QStyleOption* pOption, QPainter* pPainter,
-                     const QWidget* pWidget) const override;
-    void drawComplexControl(ComplexControl eControl, const QStyleOptionComplex* pOption, QPainter* pPainter,
-                            const QWidget* pWidget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* optionComplex, QPainter* painter,
+                            const QWidget* widget) const override;
 
 private:
-    QString m_sBase;
+    QString m_base;
 };
 
 } // namespace corvane::desktop

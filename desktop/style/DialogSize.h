@@ -6,10 +6,10 @@
 
 namespace corvane::desktop {
 
-inline void ResizeWithin(QDialog& oDialog, const QSize& oWanted) {
-    const QWidget* pBeside = oDialog.parentWidget() ? oDialog.parentWidget() : &oDialog;
-    const QSize oRoom = pBeside->screen()->availableSize() - QSize(16, 48);
-    oDialog.resize(oWanted.boundedTo(oRoom));
+inline void ResizeWithin(QDialog& dialog, const QSize& wanted) {
+    const QWidget* beside = dialog.parentWidget() ? dialog.parentWidget() : &dialog;
+    const QSize room = beside->screen()->availableSize() - QSize(16, 48);
+    dialog.resize(wanted.boundedTo(room));
 }
 
 } // namespace corvane::desktop

@@ -15,89 +15,89 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nRowsShown = 20;
+constexpr int rowsShown = 20;
 
-QStringList Headings(const QAbstractItemModel& oModel) {
-    QStringList aHeadings;
-    for (int iColumn = 0; iColumn < oModel.columnCount(); ++iColumn)
-        aHeadings.append(oModel.headerData(iColumn, Qt::Horizontal).toString().simplified());
-    return aHeadings;
+QStringList Headings(const QAbstractItemModel& model) {
+    QStringList headings;
+    for (int column = 0; column < model.columnCount(); ++column)
+        headings.append(model.headerData(column, Qt::Horizontal).toString().simplified());
+    return headings;
 }
 
-QStringList RowOf(const QAbstractItemModel& oModel, int iRow) {
-    QStringList aCells;
-    for (int iColumn = 0; iColumn < oModel.columnCount(); ++iColumn)
-        aCells.append(oModel.index(iRow, iColumn).data().toString().simplified());
-    return aCells;
+QStringList RowOf(const QAbstractItemModel& model, int row) {
+    QStringList cells;
+    for (int column = 0; column < model.columnCount(); ++column)
+        cells.append(model.index(row, column).data().toString().simplified());
+    return cells;
 }
 
 // In columns of equal width, numbers to the right.
-QStringList TableLines(const QAbstractItemModel& oModel) {
-    std::vector<QStringList> aRows{Headings(oModel)};
-    for (int iRow = 0; iRow < std::min(oModel.rowCount(), nRowsShown); ++iRow)
-        aRows.push_back(RowOf(oModel, iRow));
-    QStringList aLines;
-    for (const QStringList& aRow : aRows) {
-        QString sLine;
-        for (qsizetype i = 0; i < aRow.size(); ++i) {
-            qsizetype nWidth = 0;
-            for (const QStringList& aOther : aRows)
-                nWidth = std::max(nWidth, aOther[i].size());
-            const auto oLast = aRows.back()[i];
-            bool bIsNumber = false;
-            oLast.toDouble(&bIsNumber);
-            sLine += (i > 0 ? "  " : "") + (bIsNumber ? aRow[i].rightJustified(nWidth) : aRow[i].leftJustified(nWidth));
+QStringList TableLines(const QAbstractItemModel& model) {
+    std::vector<QStringList> rows{Headings(model)};
+    for (int row = 0; row < std::min(model.rowCount(), rowsShown); ++row)
+        rows.push_back(RowOf(model, row));
+    QStringList lines;
+    for (const QStringList& row : rows) {
+        QString line;
+        for (qsizetype i = 0; i < row.size(); ++i) {
+            qsizetype width = 0;
+            for (const QStringList& other : rows)
+                width = std::max(width, other[i].size());
+            const auto last = rows.back()[i];
+            bool isNumber = false;
+            last.toDouble(&isNumber);
+            line += (i > 0 ? "  " : "") + (isNumber ? row[i].rightJustified(width) : row[i].leftJustified(width));
         }
-        while (sLine.endsWith(' '))
-            sLine.chop(1);
-        aLines.append(sLine);
+        while (line.endsWith(' '))
+            line.chop(1);
+        lines.append(line);
     }
-    if (oModel.rowCount() > nRowsShown)
-        aLines.append(QString("(%1 more rows)").arg(oModel.rowCount() - nRowsShown));
-    aLines.removeAll(QString());
-    return aLines;
+    if (model.rowCount() > rowsShown)
+        lines.append(QString("(%1 more rows)").arg(model.rowCount() - rowsShown));
+    lines.removeAll(QString());
+    return lines;
 }
 
 // Empty for a widget that isn't read by itself.
-QStringList LinesOf(const QWidget& oWidget) {
-    if (const auto* pLabel = qobject_cast<const QLabel*>(&oWidget)) {
-        const QString sText = Qt::mightBeRichText(pLabel->text())
-                                  ? QTextDocumentFragment::fromHtml(pLabel->text()).toPlainText()
-                                  : pLabel->text();
-        return QString(sText).remove('&').split('\n', Qt::SkipEmptyParts);
+QStringList LinesOf(const QWidget& widget) {
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+        const QString text = Qt::mightBeRichText(label->text())
+                                 ? QTextDocumentFragment::fromHtml(label->text()).toPlainText()
+                                 : label->text();
+        return QString(text).remove('&').split('\n', Qt::SkipEmptyParts);
     }
-    if (const auto* pView = qobject_cast<const QAbstractItemView*>(&oWidget))
-        return pView->model() ? TableLines(*pView->model()) : QStringList();
-    if (const auto* pBox = qobject_cast<const QComboBox*>(&oWidget))
-        return {"[" + pBox->currentText() + "]"};
-    if (const auto* pSpin = qobject_cast<const QAbstractSpinBox*>(&oWidget))
-        return {"[" + pSpin->text() + "]"};
-    if (const auto* pEdit = qobject_cast<const QLineEdit*>(&oWidget))
-        return {"[" + pEdit->text() + "]"};
-    if (const auto* pButton = qobject_cast<const QAbstractButton*>(&oWidget))
-        if (const QString sText = pButton->text().remove('&'); !sText.isEmpty())
-            return {pButton->isCheckable() ? (pButton->isChecked() ? "(x) " : "( ) ") + sText : "<" + sText + ">"};
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(&widget))
+        return view->model() ? TableLines(*view->model()) : QStringList();
+    if (const auto* box = qobject_cast<const QComboBox*>(&widget))
+        return {"[" + box->currentText() + "]"};
+    if (const auto* spin = qobject_cast<const QAbstractSpinBox*>(&widget))
+        return {"[" + spin->text() + "]"};
+    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget))
+        return {"[" + edit->text() + "]"};
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+        if (const QString text = button->text().remove('&'); !text.isEmpty())
+            return {button->isCheckable() ? (button->isChecked() ? "(x) " : "( ) ") + text : "<" + text + ">"};
     return {};
 }
 
-void Collect(const QWidget& oWidget, const std::string& sIndent, std::string& sText) {
-    if (oWidget.isHidden() || qobject_cast<const QHeaderView*>(&oWidget))
+void Collect(const QWidget& widget, const std::string& indent, std::string& text) {
+    if (widget.isHidden() || qobject_cast<const QHeaderView*>(&widget))
         return;
-    const QStringList aLines = LinesOf(oWidget);
-    for (const QString& sLine : aLines)
-        sText += sIndent + sLine.toStdString() + "\n";
-    if (!aLines.isEmpty())
+    const QStringList lines = LinesOf(widget);
+    for (const QString& line : lines)
+        text += indent + line.toStdString() + "\n";
+    if (!lines.isEmpty())
         return;
-    for (const auto* pChild : oWidget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
-        Collect(*pChild, sIndent, sText);
+    for (const auto* child : widget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        Collect(*child, indent, text);
 }
 
 } // namespace
 
-std::string WidgetAsText(const QWidget& oWidget, const std::string& sIndent) {
-    std::string sText;
-    Collect(oWidget, sIndent, sText);
-    return sText;
+std::string WidgetAsText(const QWidget& widget, const std::string& indent) {
+    std::string text;
+    Collect(widget, indent, text);
+    return text;
 }
 
 } // namespace corvane::desktop

@@ -9,6 +9,6 @@ namespace corvane::desktop {
 
 // Labels, fields with what is in them, and tables and lists with their first rows, as far as they aren't hidden. Every
 // line begins with the indent.
-[[nodiscard]] std::string WidgetAsText(const QWidget& oWidget, const std::string& sIndent);
+[[nodiscard]] std::string WidgetAsText(const QWidget& widget, const std::string& indent);
 
 } // namespace corvane::desktop

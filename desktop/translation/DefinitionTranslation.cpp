@@ -16,198 +16,196 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr const char* sHelpProgID = "TavelinSvc.TavelinService"; // whose entry "About" the library completes
-constexpr std::string_view sAbout = "About ";
+constexpr const char* helpProgID = "TavelinSvc.TavelinService"; // whose entry "About" the library completes
+constexpr std::string_view about = "About ";
 
 // What the library itself writes.
 struct Library {
     Q_DECLARE_TR_FUNCTIONS(Library)
 };
 
-std::string WithAmpersand(std::string sText) {
-    std::replace(sText.begin(), sText.end(), '#', '&'); // as the library does when it reads a caption
-    return sText;
+std::string WithAmpersand(std::string text) {
+    std::replace(text.begin(), text.end(), '#', '&'); // as the library does when it reads a caption
+    return text;
 }
 
 } // namespace
 
 class DefinitionTranslation::Translator final : public QTranslator {
 public:
-    QString translate(const char* sContext, const char* sText, const char* sWhich, int) const override {
-        static constexpr std::string_view sPrefix = TextKind::sPrefix;
-        if (!std::string_view(sContext).starts_with(sPrefix))
+    QString translate(const char* context, const char* text, const char* which, int) const override {
+        static constexpr std::string_view prefix = TextKind::prefix;
+        if (!std::string_view(context).starts_with(prefix))
             return {};
-        const auto it = m_mapShown.find(Index(sContext, sWhich ? sWhich : "", sText));
-        return it == m_mapShown.end() ? QString() : it->second;
+        const auto it = m_shown.find(Index(context, which ? which : "", text));
+        return it == m_shown.end() ? QString() : it->second;
     }
 
-    void Read(const QString& sPath, const NoteFunction& fnNote) {
-        QFile oFile(sPath);
-        if (!oFile.open(QIODevice::ReadOnly)) {
-            fnNote(sPath.toStdString() + " can't be read: " + oFile.errorString().toStdString());
+    void Read(const QString& path, const NoteFunction& note) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            note(path.toStdString() + " can't be read: " + file.errorString().toStdString());
             return;
         }
-        std::vector<CatalogueFault> aFaults;
-        const auto oCatalogue = Catalogue::Read(oFile.readAll().toStdString(), aFaults);
-        for (const CatalogueFault& oFault : aFaults)
-            fnNote(sPath.toStdString() + ", line " + std::to_string(oFault.lLine) + ": " + oFault.sText);
-        for (const CatalogueMessage& oMessage : oCatalogue.Messages())
-            if (const std::string* pTranslation = oCatalogue.Find(oMessage.sKey, oMessage.sText)) {
-                const bool bMnemonic = HasMnemonic(oMessage.sKey);
-                m_mapTranslations.try_emplace(oMessage.sKey + "\n" +
-                                                  (bMnemonic ? WithAmpersand(oMessage.sText) : oMessage.sText),
-                                              bMnemonic ? WithAmpersand(*pTranslation) : *pTranslation);
+        std::vector<CatalogueFault> faults;
+        const auto catalogue = Catalogue::Read(file.readAll().toStdString(), faults);
+        for (const CatalogueFault& fault : faults)
+            note(path.toStdString() + ", line " + std::to_string(fault.line) + ": " + fault.text);
+        for (const CatalogueMessage& message : catalogue.Messages())
+            if (const std::string* translation = catalogue.Find(message.key, message.text)) {
+                const bool mnemonic = HasMnemonic(message.key);
+                m_translations.try_emplace(message.key + "\n" + (mnemonic ? WithAmpersand(message.text) : message.text),
+                                           mnemonic ? WithAmpersand(*translation) : *translation);
             }
     }
 
-    void AddAll(const ServiceManager& oManager) {
+    void AddAll(const ServiceManager& manager) {
         AddLibrary();
-        for (const auto& oDef : *oManager.ServiceDefs()) {
-            AddEntries(ServiceKey(oDef->Name()), *oDef->ActionItemDefs(), *oDef->MenuItemDefs());
-            if (EqualText(oDef->ProgID(), sHelpProgID))
-                AddAbout(*oDef->MenuItemDefs());
+        for (const auto& def : *manager.ServiceDefs()) {
+            AddEntries(ServiceKey(def->Name()), *def->ActionItemDefs(), *def->MenuItemDefs());
+            if (EqualText(def->ProgID(), helpProgID))
+                AddAbout(*def->MenuItemDefs());
         }
-        for (const auto& oDef : *oManager.ExplorerItemDefs())
-            AddExplorerItem(*oDef);
-        for (const auto& oWindow : *oManager.WindowDefs()) {
-            Add(TextKind::sWindow, oWindow->Name(), oWindow->Caption(),
-                AttributeKey(WindowKey(oWindow->Name()), "Caption"));
-            for (const auto& oPage : *oWindow->PageDefs())
-                AddPage(oWindow->Name(), *oPage);
+        for (const auto& def : *manager.ExplorerItemDefs())
+            AddExplorerItem(*def);
+        for (const auto& window : *manager.WindowDefs()) {
+            Add(TextKind::window, window->Name(), window->Caption(),
+                AttributeKey(WindowKey(window->Name()), "Caption"));
+            for (const auto& page : *window->PageDefs())
+                AddPage(window->Name(), *page);
         }
-        for (const auto& oPage : *oManager.PreferencePageDefs())
-            AddPage({}, *oPage);
-        m_mapTranslations.clear();
+        for (const auto& page : *manager.PreferencePageDefs())
+            AddPage({}, *page);
+        m_translations.clear();
     }
 
 private:
-    static std::string Index(std::string_view sKind, std::string_view sWhich, std::string_view sText) {
-        std::string sIndex;
-        for (const std::string_view sPart : {sKind, sWhich, sText})
-            sIndex.append(sPart).append("\n");
-        return sIndex;
+    static std::string Index(std::string_view kind, std::string_view which, std::string_view text) {
+        std::string index;
+        for (const std::string_view part : {kind, which, text})
+            index.append(part).append("\n");
+        return index;
     }
 
-    const std::string* Find(const std::string& sKey, const std::string& sText) const {
-        const auto it = m_mapTranslations.find(sKey + "\n" + sText);
-        return it == m_mapTranslations.end() ? nullptr : &it->second;
+    const std::string* Find(const std::string& key, const std::string& text) const {
+        const auto it = m_translations.find(key + "\n" + text);
+        return it == m_translations.end() ? nullptr : &it->second;
     }
 
-    void Show(const char* sKind, const std::string& sWhich, const std::string& sText, const QString& sTranslation) {
-        m_mapShown.try_emplace(Index(sKind, sWhich, sText), sTranslation);
+    void Show(const char* kind, const std::string& which, const std::string& text, const QString& translation) {
+        m_shown.try_emplace(Index(kind, which, text), translation);
     }
 
-    bool Add(const char* sKind, const std::string& sWhich, const std::string& sText, const std::string& sKey) {
-        const std::string* pTranslation = sText.empty() ? nullptr : Find(sKey, sText);
-        if (pTranslation)
-            Show(sKind, sWhich, sText, QString::fromStdString(*pTranslation));
-        return pTranslation;
+    bool Add(const char* kind, const std::string& which, const std::string& text, const std::string& key) {
+        const std::string* translation = text.empty() ? nullptr : Find(key, text);
+        if (translation)
+            Show(kind, which, text, QString::fromStdString(*translation));
+        return translation;
     }
 
     // A button that a person has added has the caption without its mnemonic.
-    void AddCaption(const std::string& sTool, const std::string& sText, const std::string& sKey) {
-        const std::string* pTranslation = Find(sKey, sText);
-        if (!pTranslation)
+    void AddCaption(const std::string& tool, const std::string& text, const std::string& key) {
+        const std::string* translation = Find(key, text);
+        if (!translation)
             return;
-        Show(TextKind::sCaption, sTool, sText, QString::fromStdString(*pTranslation));
-        Show(TextKind::sCaption, sTool, WithoutMnemonic(sText), QString::fromStdString(WithoutMnemonic(*pTranslation)));
+        Show(TextKind::caption, tool, text, QString::fromStdString(*translation));
+        Show(TextKind::caption, tool, WithoutMnemonic(text), QString::fromStdString(WithoutMnemonic(*translation)));
     }
 
-    void AddEntries(const std::string& sOwner, const ActionItemDefCollection& colActions,
-                    const MenuItemDefCollection& colEntries) {
-        for (const auto& oAction : colActions)
-            if (oAction->Tool())
-                Add(TextKind::sDescription, oAction->Tool()->Name(), oAction->Description(),
-                    DescriptionKey(sOwner, oAction->Name()));
-        for (const auto& oEntry : colEntries) {
-            const auto& oAction = oEntry->ActionItemDef();
-            const auto oTool = oAction ? oAction->Tool() : nullptr;
-            if (!oTool)
+    void AddEntries(const std::string& owner, const ActionItemDefCollection& actions,
+                    const MenuItemDefCollection& entries) {
+        for (const auto& action : actions)
+            if (action->Tool())
+                Add(TextKind::description, action->Tool()->Name(), action->Description(),
+                    DescriptionKey(owner, action->Name()));
+        for (const auto& entry : entries) {
+            const auto& action = entry->ActionItemDef();
+            const auto tool = action ? action->Tool() : nullptr;
+            if (!tool)
                 continue;
-            const auto fnKey = [&](const char* sAttribute) {
-                return EntryKey(sOwner, WordOf(oEntry->MenuType()), oEntry->Path(), oAction->Name(), sAttribute);
+            const auto key = [&](const char* attribute) {
+                return EntryKey(owner, WordOf(entry->MenuType()), entry->Path(), action->Name(), attribute);
             };
-            AddCaption(oTool->Name(), oEntry->Caption(), fnKey("Caption"));
-            Add(TextKind::sToolTip, oTool->Name(), oEntry->ToolTip(), fnKey("Tip"));
-            if (oEntry->MenuType() == MenuType::fwToolbarItem)
-                AddToolbar(oEntry->Path());
+            AddCaption(tool->Name(), entry->Caption(), key("Caption"));
+            Add(TextKind::toolTip, tool->Name(), entry->ToolTip(), key("Tip"));
+            if (entry->MenuType() == MenuType::fwToolbarItem)
+                AddToolbar(entry->Path());
         }
     }
 
-    void AddToolbar(const std::string& sPath) {
-        const std::string sBand = "Toolbars." + sPath; // the name of the band, and of the tool that shows and hides it
-        const std::string* pTranslation = Find(ToolbarKey(sPath), sPath);
-        const QString sShown = QString::fromStdString(pTranslation ? *pTranslation : sPath);
-        Show(TextKind::sBand, sBand, sPath, sShown);
-        Show(TextKind::sCaption, sBand, sPath, sShown);
-        Show(TextKind::sDescription, sBand, "Shows/Hides " + sPath + " Toolbar",
-             Library::tr("Shows or hides the toolbar %1").arg(sShown));
+    void AddToolbar(const std::string& path) {
+        const std::string band = "Toolbars." + path; // the name of the band, and of the tool that shows and hides it
+        const std::string* translation = Find(ToolbarKey(path), path);
+        const QString shown = QString::fromStdString(translation ? *translation : path);
+        Show(TextKind::band, band, path, shown);
+        Show(TextKind::caption, band, path, shown);
+        Show(TextKind::description, band, "Shows/Hides " + path + " Toolbar",
+             Library::tr("Shows or hides the toolbar %1").arg(shown));
     }
 
-    void AddAbout(const MenuItemDefCollection& colEntries) {
-        for (const auto& oEntry : colEntries)
-            if (const auto& oAction = oEntry->ActionItemDef(); oAction && oAction->Tool() &&
-                                                               EqualText(oAction->Name(), "About") &&
-                                                               oEntry->Caption().starts_with(sAbout))
-                Show(TextKind::sCaption, oAction->Tool()->Name(), oEntry->Caption(),
-                     Library::tr("About %1").arg(QString::fromStdString(oEntry->Caption().substr(sAbout.size()))));
+    void AddAbout(const MenuItemDefCollection& entries) {
+        for (const auto& entry : entries)
+            if (const auto& action = entry->ActionItemDef();
+                action && action->Tool() && EqualText(action->Name(), "About") && entry->Caption().starts_with(about))
+                Show(TextKind::caption, action->Tool()->Name(), entry->Caption(),
+                     Library::tr("About %1").arg(QString::fromStdString(entry->Caption().substr(about.size()))));
     }
 
-    void AddExplorerItem(const ExplorerItemDef& oDef) {
-        const std::string sKey = ExplorerItemKey(oDef.Name());
-        AddEntries(sKey, *oDef.ActionItemDefs(), *oDef.MenuItemDefs());
-        int nDepth = 0;
-        const ExplorerItemDef* pRoot = &oDef;
-        for (; pRoot->ParentExplorerItemDef() && nDepth < nDeepest; ++nDepth)
-            pRoot = pRoot->ParentExplorerItemDef().Get();
-        if (nDepth == 0)
-            Add(TextKind::sTab, {}, oDef.Name(), AttributeKey(sKey, "Name"));
-        const char* sAttribute = oDef.DisplayName().empty() ? "Name" : "DisplayName";
-        const std::string& sText = oDef.DisplayName().empty() ? oDef.Name() : oDef.DisplayName();
-        const std::string sWhich = pRoot->Name() + "/" + std::to_string(nDepth);
-        if (Add(TextKind::sNode, sWhich, sText, AttributeKey(sKey, sAttribute)))
-            Show(TextKind::sNode, {}, sText, "\n"); // there is one, somewhere
+    void AddExplorerItem(const ExplorerItemDef& def) {
+        const std::string key = ExplorerItemKey(def.Name());
+        AddEntries(key, *def.ActionItemDefs(), *def.MenuItemDefs());
+        int depth = 0;
+        const ExplorerItemDef* root = &def;
+        for (; root->ParentExplorerItemDef() && depth < deepest; ++depth)
+            root = root->ParentExplorerItemDef().Get();
+        if (depth == 0)
+            Add(TextKind::tab, {}, def.Name(), AttributeKey(key, "Name"));
+        const char* attribute = def.DisplayName().empty() ? "Name" : "DisplayName";
+        const std::string& text = def.DisplayName().empty() ? def.Name() : def.DisplayName();
+        const std::string which = root->Name() + "/" + std::to_string(depth);
+        if (Add(TextKind::node, which, text, AttributeKey(key, attribute)))
+            Show(TextKind::node, {}, text, "\n"); // there is one, somewhere
     }
 
-    void AddPage(const std::string& sWindow, const PageDef& oPage) {
-        const std::string sKey = PageKey(sWindow, oPage.PageProgID());
-        Add(TextKind::sPage, oPage.PageProgID(), oPage.Caption(), AttributeKey(sKey, "Caption"));
-        AddEntries(sKey, *oPage.ActionItemDefs(), *oPage.MenuItemDefs());
+    void AddPage(const std::string& window, const PageDef& page) {
+        const std::string key = PageKey(window, page.PageProgID());
+        Add(TextKind::page, page.PageProgID(), page.Caption(), AttributeKey(key, "Caption"));
+        AddEntries(key, *page.ActionItemDefs(), *page.MenuItemDefs());
     }
 
     void AddLibrary() {
-        Show(TextKind::sAny, {}, "no", "yes");
-        Show(TextKind::sCaption, "View.Toolbars", "Toolbars", Library::tr("Toolbars"));
-        Show(TextKind::sBand, "Explorer", "Study Explorer", Library::tr("Explorer"));
+        Show(TextKind::any, {}, "no", "yes");
+        Show(TextKind::caption, "View.Toolbars", "Toolbars", Library::tr("Toolbars"));
+        Show(TextKind::band, "Explorer", "Study Explorer", Library::tr("Explorer"));
     }
 
-    static constexpr int nDeepest = 100; // kinds of items that stand below themselves
+    static constexpr int deepest = 100; // kinds of items that stand below themselves
 
-    std::unordered_map<std::string, std::string> m_mapTranslations; // by key and text, until all are added
-    std::unordered_map<std::string, QString> m_mapShown;
+    std::unordered_map<std::string, std::string> m_translations; // by key and text, until all are added
+    std::unordered_map<std::string, QString> m_shown;
 };
 
-DefinitionTranslation::DefinitionTranslation(QStringList aLanguages, std::string sServicesFolder, NoteFunction fnNote)
-    : m_aLanguages(std::move(aLanguages)), m_sServicesFolder(std::move(sServicesFolder)), m_fnNote(std::move(fnNote)) {}
+DefinitionTranslation::DefinitionTranslation(QStringList languages, std::string servicesFolder, NoteFunction note)
+    : m_languages(std::move(languages)), m_servicesFolder(std::move(servicesFolder)), m_note(std::move(note)) {}
 
 DefinitionTranslation::~DefinitionTranslation() = default;
 
-bool DefinitionTranslation::Begin(const ServiceManager& oManager) {
-    if (m_aLanguages.isEmpty())
+bool DefinitionTranslation::Begin(const ServiceManager& manager) {
+    if (m_languages.isEmpty())
         return false;
-    m_pTranslator = std::make_unique<Translator>();
-    for (const QString& sFolder :
-         {QString::fromStdString(m_sServicesFolder) + "/translations", QString(":/corvane/definitions")}) {
-        QStringList aPaths;
-        for (const QString& sLanguage : m_aLanguages)
-            for (const QString& sName : CatalogueNames(sLanguage))
-                aPaths.append(sFolder + "/" + sName + ".po");
-        const auto it = std::find_if(aPaths.begin(), aPaths.end(), [](const QString& s) { return QFile::exists(s); });
-        if (it != aPaths.end())
-            m_pTranslator->Read(*it, m_fnNote);
+    m_translator = std::make_unique<Translator>();
+    for (const QString& folder :
+         {QString::fromStdString(m_servicesFolder) + "/translations", QString(":/corvane/definitions")}) {
+        QStringList paths;
+        for (const QString& language : m_languages)
+            for (const QString& name : CatalogueNames(language))
+                paths.append(folder + "/" + name + ".po");
+        const auto it = std::find_if(paths.begin(), paths.end(), [](const QString& s) { return QFile::exists(s); });
+        if (it != paths.end())
+            m_translator->Read(*it, m_note);
     }
-    m_pTranslator->AddAll(oManager);
-    QCoreApplication::installTranslator(m_pTranslator.get());
+    m_translator->AddAll(manager);
+    QCoreApplication::installTranslator(m_translator.get());
     return true;
 }
 

@@ -16,24 +16,24 @@ namespace corvane::desktop {
 
 class DefinitionTranslation {
 public:
-    using NoteFunction = std::function<void(const std::string& sText)>;
+    using NoteFunction = std::function<void(const std::string& text)>;
 
-    // The catalogues are Services/translations/LANGUAGE.po. fnNote is told what is wrong with one, for the log.
-    DefinitionTranslation(QStringList aLanguages, std::string sServicesFolder, NoteFunction fnNote);
+    // The catalogues are Services/translations/LANGUAGE.po. note is told what is wrong with one, for the log.
+    DefinitionTranslation(QStringList languages, std::string servicesFolder, NoteFunction note);
     ~DefinitionTranslation();
     DefinitionTranslation(const DefinitionTranslation&) = delete;
     DefinitionTranslation& operator=(const DefinitionTranslation&) = delete;
 
     // When definitions are read and menus are built. False when there is nothing to translate, as for English.
-    bool Begin(const ServiceManager& oManager);
+    bool Begin(const ServiceManager& manager);
 
 private:
     class Translator;
 
-    QStringList m_aLanguages;
-    std::string m_sServicesFolder;
-    NoteFunction m_fnNote;
-    std::unique_ptr<Translator> m_pTranslator;
+    QStringList m_languages;
+    std::string m_servicesFolder;
+    NoteFunction m_note;
+    std::unique_ptr<Translator> m_translator;
 };
 
 } // namespace corvane::desktop

@@ -11,24 +11,24 @@ namespace corvane::desktop {
 [[nodiscard]] QStringList WantedLanguages();
 
 // The names under which a catalogue for that language may be found, the nearest first: "de_AT" and "de" for "de-AT".
-[[nodiscard]] QStringList CatalogueNames(const QString& sLanguage);
+[[nodiscard]] QStringList CatalogueNames(const QString& language);
 
 // For as long as it lives, the texts of the host and those of Qt's own dialogs are shown in the first of the languages
 // that the host is translated to. For English nothing is loaded.
 class HostTranslation {
 public:
-    explicit HostTranslation(const QStringList& aLanguages);
+    explicit HostTranslation(const QStringList& languages);
     ~HostTranslation();
     HostTranslation(const HostTranslation&) = delete;
     HostTranslation& operator=(const HostTranslation&) = delete;
 
     // Empty for English.
-    [[nodiscard]] const QString& Language() const { return m_sLanguage; }
+    [[nodiscard]] const QString& Language() const { return m_language; }
 
 private:
-    QString m_sLanguage;
-    std::unique_ptr<QTranslator> m_pHost;
-    std::unique_ptr<QTranslator> m_pQt;
+    QString m_language;
+    std::unique_ptr<QTranslator> m_host;
+    std::unique_ptr<QTranslator> m_qt;
 };
 
 } // namespace corvane::desktop

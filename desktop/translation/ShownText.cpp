@@ -6,53 +6,53 @@ namespace corvane::desktop {
 
 namespace {
 
-QString Shown(const char* sKind, const std::string& sText, const std::string& sWhich) {
-    return QCoreApplication::translate(sKind, sText.c_str(), sWhich.c_str());
+QString Shown(const char* kind, const std::string& text, const std::string& which) {
+    return QCoreApplication::translate(kind, text.c_str(), which.c_str());
 }
 
 } // namespace
 
-QString ShownCaption(const Tool& oTool) {
-    return Shown(TextKind::sCaption, oTool.Caption(), oTool.Name());
+QString ShownCaption(const Tool& tool) {
+    return Shown(TextKind::caption, tool.Caption(), tool.Name());
 }
 
-QString ShownToolTip(const Tool& oTool) {
-    return Shown(TextKind::sToolTip, oTool.ToolTip(), oTool.Name());
+QString ShownToolTip(const Tool& tool) {
+    return Shown(TextKind::toolTip, tool.ToolTip(), tool.Name());
 }
 
-QString ShownDescription(const Tool& oTool) {
-    return Shown(TextKind::sDescription, oTool.Description(), oTool.Name());
+QString ShownDescription(const Tool& tool) {
+    return Shown(TextKind::description, tool.Description(), tool.Name());
 }
 
-QString ShownCaption(const Band& oBand) {
-    return Shown(TextKind::sBand, oBand.Caption(), oBand.Name());
+QString ShownCaption(const Band& band) {
+    return Shown(TextKind::band, band.Caption(), band.Name());
 }
 
-QString ShownTab(const std::string& sCaption) {
-    return Shown(TextKind::sTab, sCaption, {});
+QString ShownTab(const std::string& caption) {
+    return Shown(TextKind::tab, caption, {});
 }
 
 // Of very many nodes nearly all have texts of their own: those are asked for once, without a place.
-QString ShownNode(const TreeView& oTree, const Node& oNode) {
-    const QString sText = QString::fromStdString(oNode.Text());
-    if (QCoreApplication::translate(TextKind::sNode, oNode.Text().c_str()) == sText)
-        return sText;
-    int nDepth = 0;
-    for (const Node* pAbove = oNode.Parent(); pAbove; pAbove = pAbove->Parent())
-        ++nDepth;
-    return Shown(TextKind::sNode, oNode.Text(), oTree.Tag() + "/" + std::to_string(nDepth));
+QString ShownNode(const TreeView& tree, const Node& node) {
+    const QString text = QString::fromStdString(node.Text());
+    if (QCoreApplication::translate(TextKind::node, node.Text().c_str()) == text)
+        return text;
+    int depth = 0;
+    for (const Node* above = node.Parent(); above; above = above->Parent())
+        ++depth;
+    return Shown(TextKind::node, node.Text(), tree.Tag() + "/" + std::to_string(depth));
 }
 
-QString ShownWindow(const std::string& sWindow, const std::string& sCaption) {
-    return Shown(TextKind::sWindow, sCaption, sWindow);
+QString ShownWindow(const std::string& window, const std::string& caption) {
+    return Shown(TextKind::window, caption, window);
 }
 
-QString ShownPage(const std::string& sProgID, const std::string& sCaption) {
-    return Shown(TextKind::sPage, sCaption, sProgID);
+QString ShownPage(const std::string& progID, const std::string& caption) {
+    return Shown(TextKind::page, caption, progID);
 }
 
 bool AreTextsTranslated() {
-    return QCoreApplication::translate(TextKind::sAny, "no") != "no";
+    return QCoreApplication::translate(TextKind::any, "no") != "no";
 }
 
 } // namespace corvane::desktop

@@ -14,118 +14,118 @@ namespace {
 using Windows = std::vector<QMdiSubWindow*>;
 
 // The area's room above the minimised windows.
-QRect RoomAbove(const QMdiArea& oArea, const Windows& aIcons) {
-    QRect oRoom = oArea.viewport()->rect();
-    for (const QMdiSubWindow* pIcon : aIcons)
-        oRoom.setBottom(std::min(oRoom.bottom(), pIcon->y() - 1));
-    return oRoom;
+QRect RoomAbove(const QMdiArea& area, const Windows& icons) {
+    QRect room = area.viewport()->rect();
+    for (const QMdiSubWindow* icon : icons)
+        room.setBottom(std::min(room.bottom(), icon->y() - 1));
+    return room;
 }
 
-void ArrangeIcons(const QMdiArea& oArea, const Windows& aIcons) {
-    const QRect oRoom = oArea.viewport()->rect();
-    QPoint oNext = oRoom.bottomLeft();
-    for (QMdiSubWindow* pIcon : aIcons) {
-        if (oNext.x() > oRoom.left() && oNext.x() + pIcon->width() > oRoom.right() + 1)
-            oNext = QPoint(oRoom.left(), oNext.y() - pIcon->height());
-        pIcon->move(oNext.x(), oNext.y() - pIcon->height() + 1);
-        oNext.rx() += pIcon->width();
+void ArrangeIcons(const QMdiArea& area, const Windows& icons) {
+    const QRect room = area.viewport()->rect();
+    QPoint next = room.bottomLeft();
+    for (QMdiSubWindow* icon : icons) {
+        if (next.x() > room.left() && next.x() + icon->width() > room.right() + 1)
+            next = QPoint(room.left(), next.y() - icon->height());
+        icon->move(next.x(), next.y() - icon->height() + 1);
+        next.rx() += icon->width();
     }
 }
 
-QSize Needed(const QMdiSubWindow& oWindow) {
-    return oWindow.minimumSizeHint().expandedTo(oWindow.minimumSize());
+QSize Needed(const QMdiSubWindow& window) {
+    return window.minimumSizeHint().expandedTo(window.minimumSize());
 }
 
 // Two or three of which one needs more than its share: the others have less, and when even that isn't enough the area
 // scrolls, rather than that one lies over the next.
-bool TileByNeed(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) {
-    const int nWindows = static_cast<int>(aWindows.size());
-    const int nAlong = bSideBySide ? oRoom.width() : oRoom.height();
-    int nNeeded = 0;
-    int nMost = 0;
-    for (const QMdiSubWindow* pWindow : aWindows) {
-        const int nEach = bSideBySide ? Needed(*pWindow).width() : Needed(*pWindow).height();
-        nNeeded += nEach;
-        nMost = std::max(nMost, nEach);
+bool TileByNeed(const Windows& windows, const QRect& room, bool sideBySide) {
+    const int windowCount = static_cast<int>(windows.size());
+    const int along = sideBySide ? room.width() : room.height();
+    int needed = 0;
+    int most = 0;
+    for (const QMdiSubWindow* window : windows) {
+        const int each = sideBySide ? Needed(*window).width() : Needed(*window).height();
+        needed += each;
+        most = std::max(most, each);
     }
-    if (nWindows > 3 || nWindows == 0 || nMost <= nAlong / nWindows)
+    if (windowCount > 3 || windowCount == 0 || most <= along / windowCount)
         return false;
-    const QWidget* pArea = aWindows.front()->parentWidget();
-    const int nBar = nNeeded > nAlong ? pArea->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, pArea) : 0;
-    const int nMore = std::max(0, nAlong - nNeeded) / nWindows;
-    QPoint oNext = oRoom.topLeft();
-    for (QMdiSubWindow* pWindow : aWindows) {
-        const QSize oWanted = bSideBySide ? QSize(Needed(*pWindow).width() + nMore, oRoom.height() - nBar)
-                                          : QSize(oRoom.width() - nBar, Needed(*pWindow).height() + nMore);
-        const QSize oSize = oWanted.expandedTo(Needed(*pWindow));
-        pWindow->setGeometry(QRect(oNext, oSize));
-        (bSideBySide ? oNext.rx() : oNext.ry()) += bSideBySide ? oSize.width() : oSize.height();
+    const QWidget* area = windows.front()->parentWidget();
+    const int bar = needed > along ? area->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, area) : 0;
+    const int more = std::max(0, along - needed) / windowCount;
+    QPoint next = room.topLeft();
+    for (QMdiSubWindow* window : windows) {
+        const QSize wanted = sideBySide ? QSize(Needed(*window).width() + more, room.height() - bar)
+                                        : QSize(room.width() - bar, Needed(*window).height() + more);
+        const QSize size = wanted.expandedTo(Needed(*window));
+        window->setGeometry(QRect(next, size));
+        (sideBySide ? next.rx() : next.ry()) += sideBySide ? size.width() : size.height();
     }
     return true;
 }
 
 // Lines of windows, one below the other or side by side; from four windows on several lines, the last ones fuller.
-void Tile(const Windows& aWindows, const QRect& oRoom, bool bSideBySide) {
-    if (TileByNeed(aWindows, oRoom, bSideBySide))
+void Tile(const Windows& windows, const QRect& room, bool sideBySide) {
+    if (TileByNeed(windows, room, sideBySide))
         return;
-    const int nWindows = static_cast<int>(aWindows.size());
-    const int nLines = static_cast<int>(std::sqrt(static_cast<double>(nWindows)));
-    const int nAlong = bSideBySide ? oRoom.width() : oRoom.height();
-    const int nAcross = bSideBySide ? oRoom.height() : oRoom.width();
-    int iWindow = 0;
-    for (int iLine = 0; iLine < nLines; ++iLine) {
-        const int nInLine = nWindows / nLines + (iLine >= nLines - nWindows % nLines ? 1 : 0);
-        const int nFrom = nAcross * iLine / nLines;
-        const int nWide = nAcross * (iLine + 1) / nLines - nFrom;
-        for (int i = 0; i < nInLine; ++i) {
-            const int nBegin = nAlong * i / nInLine;
-            const int nLong = nAlong * (i + 1) / nInLine - nBegin;
-            const QRect oPlace = bSideBySide ? QRect(nBegin, nFrom, nLong, nWide) : QRect(nFrom, nBegin, nWide, nLong);
-            aWindows[static_cast<std::size_t>(iWindow++)]->setGeometry(oPlace.translated(oRoom.topLeft()));
+    const int windowCount = static_cast<int>(windows.size());
+    const int lines = static_cast<int>(std::sqrt(static_cast<double>(windowCount)));
+    const int along = sideBySide ? room.width() : room.height();
+    const int across = sideBySide ? room.height() : room.width();
+    int window = 0;
+    for (int line = 0; line < lines; ++line) {
+        const int inLine = windowCount / lines + (line >= lines - windowCount % lines ? 1 : 0);
+        const int from = across * line / lines;
+        const int wide = across * (line + 1) / lines - from;
+        for (int i = 0; i < inLine; ++i) {
+            const int begin = along * i / inLine;
+            const int longest = along * (i + 1) / inLine - begin;
+            const QRect place = sideBySide ? QRect(begin, from, longest, wide) : QRect(from, begin, wide, longest);
+            windows[static_cast<std::size_t>(window++)]->setGeometry(place.translated(room.topLeft()));
         }
     }
 }
 
 // Each a title bar below and beside the one before, from the corner again when the room is used up.
-void Cascade(const Windows& aWindows, const QRect& oRoom) {
-    const QSize oSize(oRoom.width() * 2 / 3, oRoom.height() * 2 / 3);
-    QPoint oNext = oRoom.topLeft();
-    for (QMdiSubWindow* pWindow : aWindows) {
-        const int nTitle = pWindow->height() - pWindow->contentsRect().height();
-        const QSize oThis = oSize.expandedTo(Needed(*pWindow));
-        if (!oRoom.contains(QRect(oNext, oThis)))
-            oNext = oRoom.topLeft();
-        pWindow->setGeometry(QRect(oNext, oThis));
-        pWindow->raise();
-        oNext += QPoint(nTitle, nTitle);
+void Cascade(const Windows& windows, const QRect& room) {
+    const QSize size(room.width() * 2 / 3, room.height() * 2 / 3);
+    QPoint next = room.topLeft();
+    for (QMdiSubWindow* window : windows) {
+        const int title = window->height() - window->contentsRect().height();
+        const QSize thisSize = size.expandedTo(Needed(*window));
+        if (!room.contains(QRect(next, thisSize)))
+            next = room.topLeft();
+        window->setGeometry(QRect(next, thisSize));
+        window->raise();
+        next += QPoint(title, title);
     }
 }
 
 } // namespace
 
-void ArrangeWindows(QMdiArea& oArea, Arrangement eHow) {
-    if (oArea.viewMode() == QMdiArea::TabbedView)
+void ArrangeWindows(QMdiArea& area, Arrangement how) {
+    if (area.viewMode() == QMdiArea::TabbedView)
         return;
-    Windows aWindows;
-    Windows aIcons;
+    Windows windows;
+    Windows icons;
     // The active one last, so that it lies on top of a cascade.
-    for (QMdiSubWindow* pWindow : oArea.subWindowList(QMdiArea::ActivationHistoryOrder))
-        if (!pWindow->isHidden())
-            (pWindow->isMinimized() ? aIcons : aWindows).push_back(pWindow);
-    if (eHow == Arrangement::ArrangeIcons) {
-        ArrangeIcons(oArea, aIcons);
+    for (QMdiSubWindow* window : area.subWindowList(QMdiArea::ActivationHistoryOrder))
+        if (!window->isHidden())
+            (window->isMinimized() ? icons : windows).push_back(window);
+    if (how == Arrangement::ArrangeIcons) {
+        ArrangeIcons(area, icons);
         return;
     }
-    for (QMdiSubWindow* pWindow : aWindows)
-        if (pWindow->isMaximized())
-            pWindow->showNormal();
-    const QRect oRoom = RoomAbove(oArea, aIcons);
-    if (eHow == Arrangement::Cascade)
-        Cascade(aWindows, oRoom);
+    for (QMdiSubWindow* window : windows)
+        if (window->isMaximized())
+            window->showNormal();
+    const QRect room = RoomAbove(area, icons);
+    if (how == Arrangement::Cascade)
+        Cascade(windows, room);
     else
-        Tile(aWindows, oRoom, eHow == Arrangement::TileVertical);
-    if (!aWindows.empty())
-        oArea.setActiveSubWindow(aWindows.back());
+        Tile(windows, room, how == Arrangement::TileVertical);
+    if (!windows.empty())
+        area.setActiveSubWindow(windows.back());
 }
 
 } // namespace corvane::desktop

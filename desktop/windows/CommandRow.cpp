@@ -15,101 +15,99 @@ namespace {
 // As wide as the style wants it, or in a narrow window as its text needs.
 class CommandButton final : public QPushButton {
 public:
-    explicit CommandButton(const QString& sText) : QPushButton(sText) {
+    explicit CommandButton(const QString& text) : QPushButton(text) {
         setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     }
     [[nodiscard]] QSize minimumSizeHint() const override {
-        const int nMargin = style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, this) + 2 * nFocusLine;
-        const int nText = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
-        return {std::min(nText + nMargin, sizeHint().width()), sizeHint().height()};
+        const int margin = style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, this) + 2 * focusLine;
+        const int textWidth = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+        return {std::min(textWidth + margin, sizeHint().width()), sizeHint().height()};
     }
 
 private:
-    static constexpr int nFocusLine = 2;
+    static constexpr int focusLine = 2;
 };
 
 } // namespace
 
-CommandRow::CommandRow(WindowTypeConstants eType, bool bWithApply, bool bWithHelp, QWidget* pParent)
-    : QWidget(pParent) {
-    auto* pLayout = new QHBoxLayout(this);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    if (eType == WindowTypeConstants::cvWizard)
-        FillWizard(bWithHelp);
+CommandRow::CommandRow(WindowTypeConstants type, bool withApply, bool withHelp, QWidget* parent) : QWidget(parent) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (type == WindowTypeConstants::cvWizard)
+        FillWizard(withHelp);
     else
-        FillDialog(eType, bWithApply, bWithHelp);
+        FillDialog(type, withApply, withHelp);
 }
 
-QPushButton* CommandRow::Add(Command eCommand, const QString& sText) {
-    auto* pButton = new CommandButton(sText);
-    connect(pButton, &QPushButton::clicked, this, [this, eCommand] { Q_EMIT Chosen(eCommand); });
-    m_aButtons.emplace_back(eCommand, pButton);
-    return pButton;
+QPushButton* CommandRow::Add(Command command, const QString& text) {
+    auto* button = new CommandButton(text);
+    connect(button, &QPushButton::clicked, this, [this, command] { Q_EMIT Chosen(command); });
+    m_buttons.emplace_back(command, button);
+    return button;
 }
 
-void CommandRow::FillWizard(bool bWithHelp) {
-    auto* pLayout = static_cast<QHBoxLayout*>(layout());
-    if (bWithHelp)
-        pLayout->addWidget(Add(Command::cvHelp, tr("&Help")));
-    pLayout->addStretch();
-    pLayout->addWidget(Add(Command::cvPrevious, tr("&Previous")));
-    pLayout->addWidget(Add(Command::cvNext, tr("&Next")));
-    pLayout->addSpacing(pLayout->spacing() * 2);
-    pLayout->addWidget(Add(Command::cvFinish, tr("&Finish")));
-    pLayout->addWidget(Add(Command::cvCancel, tr("Cancel")));
+void CommandRow::FillWizard(bool withHelp) {
+    auto* hBoxLayout = static_cast<QHBoxLayout*>(layout());
+    if (withHelp)
+        hBoxLayout->addWidget(Add(Command::cvHelp, tr("&Help")));
+    hBoxLayout->addStretch();
+    hBoxLayout->addWidget(Add(Command::cvPrevious, tr("&Previous")));
+    hBoxLayout->addWidget(Add(Command::cvNext, tr("&Next")));
+    hBoxLayout->addSpacing(hBoxLayout->spacing() * 2);
+    hBoxLayout->addWidget(Add(Command::cvFinish, tr("&Finish")));
+    hBoxLayout->addWidget(Add(Command::cvCancel, tr("Cancel")));
 }
 
 // The order is the desktop's own.
-void CommandRow::FillDialog(WindowTypeConstants eType, bool bWithApply, bool bWithHelp) {
-    auto* pBox = new QDialogButtonBox;
-    if (bWithHelp)
-        pBox->addButton(Add(Command::cvHelp, tr("&Help")), QDialogButtonBox::HelpRole);
-    if (eType == WindowTypeConstants::cvSaveDialog) {
-        pBox->addButton(Add(Command::cvSave, tr("&Save")), QDialogButtonBox::AcceptRole);
-        pBox->addButton(Add(Command::cvSaveAs, tr("Save &As…")), QDialogButtonBox::AcceptRole);
+void CommandRow::FillDialog(WindowTypeConstants type, bool withApply, bool withHelp) {
+    auto* box = new QDialogButtonBox;
+    if (withHelp)
+        box->addButton(Add(Command::cvHelp, tr("&Help")), QDialogButtonBox::HelpRole);
+    if (type == WindowTypeConstants::cvSaveDialog) {
+        box->addButton(Add(Command::cvSave, tr("&Save")), QDialogButtonBox::AcceptRole);
+        box->addButton(Add(Command::cvSaveAs, tr("Save &As…")), QDialogButtonBox::AcceptRole);
     } else {
-        pBox->addButton(Add(Command::cvOK, tr("OK")), QDialogButtonBox::AcceptRole);
-        if (bWithApply)
-            pBox->addButton(Add(Command::cvApply, tr("&Apply")), QDialogButtonBox::ApplyRole);
+        box->addButton(Add(Command::cvOK, tr("OK")), QDialogButtonBox::AcceptRole);
+        if (withApply)
+            box->addButton(Add(Command::cvApply, tr("&Apply")), QDialogButtonBox::ApplyRole);
     }
-    pBox->addButton(Add(Command::cvCancel, tr("Cancel")), QDialogButtonBox::RejectRole);
-    layout()->addWidget(pBox);
+    box->addButton(Add(Command::cvCancel, tr("Cancel")), QDialogButtonBox::RejectRole);
+    layout()->addWidget(box);
 }
 
-QPushButton* CommandRow::Button(Command eCommand) const {
-    const auto it =
-        std::find_if(m_aButtons.begin(), m_aButtons.end(), [&](const auto& o) { return o.first == eCommand; });
-    return it == m_aButtons.end() ? nullptr : it->second;
+QPushButton* CommandRow::Button(Command command) const {
+    const auto it = std::find_if(m_buttons.begin(), m_buttons.end(), [&](const auto& o) { return o.first == command; });
+    return it == m_buttons.end() ? nullptr : it->second;
 }
 
 std::vector<Command> CommandRow::Commands() const {
-    std::vector<Command> aCommands;
-    for (const auto& [eCommand, pButton] : m_aButtons)
-        aCommands.push_back(eCommand);
-    return aCommands;
+    std::vector<Command> commands;
+    for (const auto& [command, button] : m_buttons)
+        commands.push_back(command);
+    return commands;
 }
 
-void CommandRow::SetCommandEnabled(Command eCommand, bool bEnabled) {
-    if (QPushButton* pButton = Button(eCommand))
-        pButton->setEnabled(bEnabled);
+void CommandRow::SetCommandEnabled(Command command, bool enabled) {
+    if (QPushButton* button = Button(command))
+        button->setEnabled(enabled);
 }
 
-void CommandRow::SetDefault(Command eCommand) {
-    for (const auto& [eEach, pButton] : m_aButtons)
-        if (pButton->isDefault() != (eEach == eCommand))
-            pButton->setDefault(eEach == eCommand);
+void CommandRow::SetDefault(Command command) {
+    for (const auto& [each, button] : m_buttons)
+        if (button->isDefault() != (each == command))
+            button->setDefault(each == command);
 }
 
 std::optional<Command> CommandRow::Default() const {
-    for (const auto& [eCommand, pButton] : m_aButtons)
-        if (pButton->isDefault())
-            return eCommand;
+    for (const auto& [command, button] : m_buttons)
+        if (button->isDefault())
+            return command;
     return std::nullopt;
 }
 
-void CommandRow::SetSkips(bool bSkips) {
-    if (QPushButton* pButton = Button(Command::cvNext))
-        pButton->setText(bSkips ? tr("S&kip") : tr("&Next"));
+void CommandRow::SetSkips(bool skips) {
+    if (QPushButton* button = Button(Command::cvNext))
+        button->setText(skips ? tr("S&kip") : tr("&Next"));
 }
 
 } // namespace corvane::desktop

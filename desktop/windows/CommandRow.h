@@ -15,28 +15,28 @@ namespace corvane::desktop {
 class CommandRow final : public QWidget {
     Q_OBJECT
 public:
-    CommandRow(WindowTypeConstants eType, bool bWithApply, bool bWithHelp, QWidget* pParent = nullptr);
+    CommandRow(WindowTypeConstants type, bool withApply, bool withHelp, QWidget* parent = nullptr);
 
     // A null pointer for a command that the kind doesn't have.
-    [[nodiscard]] QPushButton* Button(StandardCommandConstants eCommand) const;
+    [[nodiscard]] QPushButton* Button(StandardCommandConstants command) const;
     // The commands that it has, from left to right.
     [[nodiscard]] std::vector<StandardCommandConstants> Commands() const;
-    void SetCommandEnabled(StandardCommandConstants eCommand, bool bEnabled);
+    void SetCommandEnabled(StandardCommandConstants command, bool enabled);
     // The one that the return key chooses.
-    void SetDefault(StandardCommandConstants eCommand);
+    void SetDefault(StandardCommandConstants command);
     [[nodiscard]] std::optional<StandardCommandConstants> Default() const;
     // Of a wizard: whether going on leaves the step out.
-    void SetSkips(bool bSkips);
+    void SetSkips(bool skips);
 
 Q_SIGNALS:
-    void Chosen(corvane::StandardCommandConstants eCommand);
+    void Chosen(corvane::StandardCommandConstants command);
 
 private:
-    QPushButton* Add(StandardCommandConstants eCommand, const QString& sText);
-    void FillWizard(bool bWithHelp);
-    void FillDialog(WindowTypeConstants eType, bool bWithApply, bool bWithHelp);
+    QPushButton* Add(StandardCommandConstants command, const QString& text);
+    void FillWizard(bool withHelp);
+    void FillDialog(WindowTypeConstants type, bool withApply, bool withHelp);
 
-    std::vector<std::pair<StandardCommandConstants, QPushButton*>> m_aButtons;
+    std::vector<std::pair<StandardCommandConstants, QPushButton*>> m_buttons;
 };
 
 } // namespace corvane::desktop

@@ -12,43 +12,43 @@ namespace corvane::desktop {
 
 namespace {
 
-QLabel* SelectableLabel(const QString& sText) {
-    auto* pLabel = new QLabel(sText);
-    pLabel->setTextFormat(Qt::PlainText);
-    pLabel->setWordWrap(true);
-    pLabel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    return pLabel;
+QLabel* SelectableLabel(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return label;
 }
 
 } // namespace
 
-FailureView::FailureView(const QString& sPage, const Failure& oFailure, QWidget* pParent) : QWidget(pParent) {
-    const QString sHeadline = tr("This page can't be shown");
-    const QString sReason = QString::fromStdString(oFailure.Description);
-    const QString sWhere = tr("Error %1 from %2").arg(oFailure.Number).arg(QString::fromStdString(oFailure.Source));
-    m_sText = QStringList{tr("%1: %2").arg(sHeadline, sPage), sReason, sWhere}.join('\n');
+FailureView::FailureView(const QString& page, const Failure& failure, QWidget* parent) : QWidget(parent) {
+    const QString headlineText = tr("This page can't be shown");
+    const QString reason = QString::fromStdString(failure.Description);
+    const QString where = tr("Error %1 from %2").arg(failure.Number).arg(QString::fromStdString(failure.Source));
+    m_text = QStringList{tr("%1: %2").arg(headlineText, page), reason, where}.join('\n');
 
-    auto* pIcon = new QLabel;
-    const int nIcon = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
-    pIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(nIcon));
-    auto* pHeadline = SelectableLabel(sHeadline);
-    QFont oBold = pHeadline->font();
-    oBold.setBold(true);
-    pHeadline->setFont(oBold);
-    auto* pCopy = new QPushButton(tr("&Copy"));
-    pCopy->setAutoDefault(false);
-    pCopy->setAccessibleDescription(tr("Copies the error description to the clipboard"));
-    connect(pCopy, &QPushButton::clicked, this, [this] { QApplication::clipboard()->setText(m_sText); });
+    auto* icon = new QLabel;
+    const int iconSize = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
+    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(iconSize));
+    auto* headline = SelectableLabel(headlineText);
+    QFont bold = headline->font();
+    bold.setBold(true);
+    headline->setFont(bold);
+    auto* copy = new QPushButton(tr("&Copy"));
+    copy->setAutoDefault(false);
+    copy->setAccessibleDescription(tr("Copies the error description to the clipboard"));
+    connect(copy, &QPushButton::clicked, this, [this] { QApplication::clipboard()->setText(m_text); });
 
-    auto* pTexts = new QVBoxLayout;
-    pTexts->addWidget(pHeadline);
-    pTexts->addWidget(SelectableLabel(sReason));
-    pTexts->addWidget(SelectableLabel(sWhere));
-    pTexts->addWidget(pCopy, 0, Qt::AlignLeft);
-    pTexts->addStretch();
-    auto* pAll = new QHBoxLayout(this);
-    pAll->addWidget(pIcon, 0, Qt::AlignTop);
-    pAll->addLayout(pTexts, 1);
+    auto* texts = new QVBoxLayout;
+    texts->addWidget(headline);
+    texts->addWidget(SelectableLabel(reason));
+    texts->addWidget(SelectableLabel(where));
+    texts->addWidget(copy, 0, Qt::AlignLeft);
+    texts->addStretch();
+    auto* all = new QHBoxLayout(this);
+    all->addWidget(icon, 0, Qt::AlignTop);
+    all->addLayout(texts, 1);
 }
 
 } // namespace corvane::desktop

@@ -10,13 +10,13 @@ namespace corvane::desktop {
 class FailureView final : public QWidget {
     Q_OBJECT
 public:
-    FailureView(const QString& sPage, const Failure& oFailure, QWidget* pParent = nullptr);
+    FailureView(const QString& page, const Failure& failure, QWidget* parent = nullptr);
 
     // All that is told, as Copy puts it on the clipboard.
-    [[nodiscard]] const QString& Text() const { return m_sText; }
+    [[nodiscard]] const QString& Text() const { return m_text; }
 
 private:
-    QString m_sText;
+    QString m_text;
 };
 
 } // namespace corvane::desktop

@@ -14,27 +14,27 @@ struct LeaveBox {
 
 } // namespace
 
-LeaveAnswer AskInBox(const LeaveQuestion& oQuestion) {
-    QMessageBox oBox(QMessageBox::Warning, oQuestion.sWindow, QString(), QMessageBox::NoButton, oQuestion.pOver);
-    oBox.setTextFormat(Qt::PlainText);
-    QPushButton* pSave = nullptr;
-    if (oQuestion.bCanSave) {
-        oBox.setText(LeaveBox::tr("“%1” has unsaved changes.").arg(oQuestion.sWindow));
-        oBox.setInformativeText(LeaveBox::tr("Do you want to save them before closing?"));
-        pSave = oBox.addButton(LeaveBox::tr("&Save"), QMessageBox::AcceptRole);
+LeaveAnswer AskInBox(const LeaveQuestion& question) {
+    QMessageBox box(QMessageBox::Warning, question.window, QString(), QMessageBox::NoButton, question.over);
+    box.setTextFormat(Qt::PlainText);
+    QPushButton* save = nullptr;
+    if (question.canSave) {
+        box.setText(LeaveBox::tr("“%1” has unsaved changes.").arg(question.window));
+        box.setInformativeText(LeaveBox::tr("Do you want to save them before closing?"));
+        save = box.addButton(LeaveBox::tr("&Save"), QMessageBox::AcceptRole);
     } else {
-        oBox.setText(LeaveBox::tr("Your entries in “%1” will be lost.").arg(oQuestion.sWindow));
-        if (!oQuestion.sHindrance.isEmpty())
-            oBox.setInformativeText(LeaveBox::tr("It can't be saved yet. %1").arg(oQuestion.sHindrance));
+        box.setText(LeaveBox::tr("Your entries in “%1” will be lost.").arg(question.window));
+        if (!question.hindrance.isEmpty())
+            box.setInformativeText(LeaveBox::tr("It can't be saved yet. %1").arg(question.hindrance));
     }
-    QPushButton* pDiscard = oBox.addButton(LeaveBox::tr("&Discard"), QMessageBox::DestructiveRole);
-    QPushButton* pStay = oBox.addButton(LeaveBox::tr("&Keep Editing"), QMessageBox::RejectRole);
-    oBox.setDefaultButton(pSave ? pSave : pStay);
-    oBox.setEscapeButton(pStay);
-    oBox.exec();
-    if (pSave && oBox.clickedButton() == pSave)
+    QPushButton* discard = box.addButton(LeaveBox::tr("&Discard"), QMessageBox::DestructiveRole);
+    QPushButton* stay = box.addButton(LeaveBox::tr("&Keep Editing"), QMessageBox::RejectRole);
+    box.setDefaultButton(save ? save : stay);
+    box.setEscapeButton(stay);
+    box.exec();
+    if (save && box.clickedButton() == save)
         return LeaveAnswer::Save;
-    return oBox.clickedButton() == pDiscard ? LeaveAnswer::Discard : LeaveAnswer::Stay;
+    return box.clickedButton() == discard ? LeaveAnswer::Discard : LeaveAnswer::Stay;
 }
 
 } // namespace corvane::desktop

@@ -5,6 +5,6 @@
 
 namespace corvane::desktop {
 
-[[nodiscard]] LeaveAnswer AskInBox(const LeaveQuestion& oQuestion);
+[[nodiscard]] LeaveAnswer AskInBox(const LeaveQuestion& question);
 
 } // namespace corvane::desktop

@@ -13,96 +13,95 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nCharactersWide = 24;
+constexpr int charactersWide = 24;
 
 } // namespace
 
-PageList::PageList(QWidget* pParent)
-    : QWidget(pParent), m_pSearch(new QLineEdit), m_pPages(new QListWidget), m_pNothing(new QLabel) {
-    auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(m_pSearch);
-    pLayout->addWidget(m_pPages, 1);
-    pLayout->addWidget(m_pNothing);
-    pLayout->setContentsMargins(pLayout->contentsMargins().left(), pLayout->contentsMargins().top(), 0, 0);
-    m_pSearch->setPlaceholderText(tr("Search"));
-    m_pSearch->setAccessibleName(tr("Search the pages"));
-    m_pSearch->setClearButtonEnabled(true);
-    m_pSearch->installEventFilter(this);
-    m_pPages->setAccessibleName(tr("Pages"));
-    m_pPages->setTextElideMode(Qt::ElideRight);
-    m_pPages->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_pNothing->setText(tr("No page contains these words."));
-    m_pNothing->setWordWrap(true);
-    m_pNothing->hide();
-    setFixedWidth(fontMetrics().averageCharWidth() * nCharactersWide);
-    connect(m_pSearch, &QLineEdit::textChanged, this, &PageList::Search);
-    connect(m_pPages, &QListWidget::currentRowChanged, this, [this](int iPage) {
-        if (iPage >= 0)
-            Q_EMIT PageChosen(iPage);
+PageList::PageList(QWidget* parent)
+    : QWidget(parent), m_search(new QLineEdit), m_pages(new QListWidget), m_nothing(new QLabel) {
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_search);
+    layout->addWidget(m_pages, 1);
+    layout->addWidget(m_nothing);
+    layout->setContentsMargins(layout->contentsMargins().left(), layout->contentsMargins().top(), 0, 0);
+    m_search->setPlaceholderText(tr("Search"));
+    m_search->setAccessibleName(tr("Search the pages"));
+    m_search->setClearButtonEnabled(true);
+    m_search->installEventFilter(this);
+    m_pages->setAccessibleName(tr("Pages"));
+    m_pages->setTextElideMode(Qt::ElideRight);
+    m_pages->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_nothing->setText(tr("No page contains these words."));
+    m_nothing->setWordWrap(true);
+    m_nothing->hide();
+    setFixedWidth(fontMetrics().averageCharWidth() * charactersWide);
+    connect(m_search, &QLineEdit::textChanged, this, &PageList::Search);
+    connect(m_pages, &QListWidget::currentRowChanged, this, [this](int page) {
+        if (page >= 0)
+            Q_EMIT PageChosen(page);
     });
 }
 
-void PageList::AddPage(const PageMark& oMark) {
-    const QSignalBlocker oBlocker(m_pPages);
-    m_pPages->addItem(new QListWidgetItem);
-    m_aTexts.emplace_back();
-    SetPage(m_pPages->count() - 1, oMark);
+void PageList::AddPage(const PageMark& mark) {
+    const QSignalBlocker blocker(m_pages);
+    m_pages->addItem(new QListWidgetItem);
+    m_texts.emplace_back();
+    SetPage(m_pages->count() - 1, mark);
 }
 
-void PageList::SetPage(int iPage, const PageMark& oMark) {
-    QListWidgetItem* pItem = m_pPages->item(iPage);
-    const QString sRemark = oMark.Remark();
-    pItem->setText(oMark.sCaption);
-    pItem->setIcon(sRemark.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this));
-    pItem->setToolTip(sRemark.isEmpty() ? oMark.sCaption : oMark.sCaption + "\n" + sRemark);
-    pItem->setData(Qt::AccessibleDescriptionRole, sRemark);
+void PageList::SetPage(int page, const PageMark& mark) {
+    QListWidgetItem* item = m_pages->item(page);
+    const QString remark = mark.Remark();
+    item->setText(mark.caption);
+    item->setIcon(remark.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this));
+    item->setToolTip(remark.isEmpty() ? mark.caption : mark.caption + "\n" + remark);
+    item->setData(Qt::AccessibleDescriptionRole, remark);
 }
 
-void PageList::SetCurrentPage(int iPage) {
-    const QSignalBlocker oBlocker(m_pPages);
-    m_pPages->setCurrentRow(iPage);
+void PageList::SetCurrentPage(int page) {
+    const QSignalBlocker blocker(m_pages);
+    m_pages->setCurrentRow(page);
 }
 
-void PageList::SetTexts(int iPage, const QString& sTexts) {
-    m_aTexts[static_cast<std::size_t>(iPage)] = sTexts;
+void PageList::SetTexts(int page, const QString& texts) {
+    m_texts[static_cast<std::size_t>(page)] = texts;
 }
 
 // All words must be on a page, in any order. The page in front stays there while it isn't the one looked for.
-void PageList::Search(const QString& sWords) {
-    if (!m_bTextsAsked && !sWords.isEmpty()) {
-        m_bTextsAsked = true;
+void PageList::Search(const QString& words) {
+    if (!m_textsAsked && !words.isEmpty()) {
+        m_textsAsked = true;
         Q_EMIT TextsWanted();
     }
-    const QStringList aWords = sWords.split(' ', Qt::SkipEmptyParts);
-    int iFirst = -1;
-    for (int i = 0; i < m_pPages->count(); ++i) {
-        const QString sText = m_pPages->item(i)->text() + "\n" + m_aTexts[static_cast<std::size_t>(i)];
-        const bool bFound = std::all_of(aWords.begin(), aWords.end(), [&](const QString& sWord) {
-            return sText.contains(sWord, Qt::CaseInsensitive);
-        });
-        m_pPages->item(i)->setHidden(!bFound);
-        if (bFound && iFirst < 0)
-            iFirst = i;
+    const QStringList wordsList = words.split(' ', Qt::SkipEmptyParts);
+    int first = -1;
+    for (int i = 0; i < m_pages->count(); ++i) {
+        const QString text = m_pages->item(i)->text() + "\n" + m_texts[static_cast<std::size_t>(i)];
+        const bool found = std::all_of(wordsList.begin(), wordsList.end(),
+                                       [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
+        m_pages->item(i)->setHidden(!found);
+        if (found && first < 0)
+            first = i;
     }
-    m_pNothing->setVisible(iFirst < 0);
-    if (iFirst >= 0 && m_pPages->currentItem() && m_pPages->currentItem()->isHidden())
-        m_pPages->setCurrentRow(iFirst);
+    m_nothing->setVisible(first < 0);
+    if (first >= 0 && m_pages->currentItem() && m_pages->currentItem()->isHidden())
+        m_pages->setCurrentRow(first);
 }
 
 // The arrows go from the field into the list.
-bool PageList::eventFilter(QObject* pWatched, QEvent* pEvent) {
-    if (pWatched == m_pSearch && pEvent->type() == QEvent::KeyPress) {
-        const int nKey = static_cast<QKeyEvent*>(pEvent)->key();
-        if (nKey == Qt::Key_Down || nKey == Qt::Key_Up) {
-            QCoreApplication::sendEvent(m_pPages, pEvent);
+bool PageList::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_search && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Down || key == Qt::Key_Up) {
+            QCoreApplication::sendEvent(m_pages, event);
             return true;
         }
-        if (nKey == Qt::Key_Escape && !m_pSearch->text().isEmpty()) {
-            m_pSearch->clear();
+        if (key == Qt::Key_Escape && !m_search->text().isEmpty()) {
+            m_search->clear();
             return true;
         }
     }
-    return QWidget::eventFilter(pWatched, pEvent);
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace corvane::desktop

@@ -15,29 +15,29 @@ namespace corvane::desktop {
 class PageList final : public QWidget {
     Q_OBJECT
 public:
-    explicit PageList(QWidget* pParent = nullptr);
+    explicit PageList(QWidget* parent = nullptr);
 
-    void AddPage(const PageMark& oMark);
-    void SetPage(int iPage, const PageMark& oMark);
-    void SetCurrentPage(int iPage);
+    void AddPage(const PageMark& mark);
+    void SetPage(int page, const PageMark& mark);
+    void SetCurrentPage(int page);
     // What stands on a page, besides its caption, for the search.
-    void SetTexts(int iPage, const QString& sTexts);
+    void SetTexts(int page, const QString& texts);
 
 Q_SIGNALS:
-    void PageChosen(int iPage);
+    void PageChosen(int page);
     void TextsWanted(); // before the first search; to be answered by SetTexts
 
 protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void Search(const QString& sWords);
+    void Search(const QString& words);
 
-    QLineEdit* m_pSearch;
-    QListWidget* m_pPages;
-    QLabel* m_pNothing;
-    std::vector<QString> m_aTexts;
-    bool m_bTextsAsked = false;
+    QLineEdit* m_search;
+    QListWidget* m_pages;
+    QLabel* m_nothing;
+    std::vector<QString> m_texts;
+    bool m_textsAsked = false;
 };
 
 } // namespace corvane::desktop

@@ -6,12 +6,12 @@
 namespace corvane::desktop {
 
 struct PageMark {
-    QString sCaption;
-    bool bIsOptional = false;
-    bool bIsBroken = false;  // it can't be shown
-    bool bIsInvalid = false; // it holds the window's commands back
-    bool bIsDone = false;    // of a wizard: behind the one in front and in order
-    bool bIsReachable = true;
+    QString caption;
+    bool isOptional = false;
+    bool isBroken = false;  // it can't be shown
+    bool isInvalid = false; // it holds the window's commands back
+    bool isDone = false;    // of a wizard: behind the one in front and in order
+    bool isReachable = true;
 
     // In one sentence, for tool tips and for those who don't see the sign; empty when all is well.
     [[nodiscard]] QString Remark() const;

@@ -8,14 +8,14 @@ namespace corvane::desktop {
 
 namespace {
 
-QSize WithoutHoles(const QSize& oSize, const QSize& oOther) {
-    return {oSize.width() > 0 ? oSize.width() : oOther.width(), oSize.height() > 0 ? oSize.height() : oOther.height()};
+QSize WithoutHoles(const QSize& size, const QSize& other) {
+    return {size.width() > 0 ? size.width() : other.width(), size.height() > 0 ? size.height() : other.height()};
 }
 
 } // namespace
 
-PagePlace::PagePlace(const QSize& oPageSize, bool bIsResizable, QWidget* pParent)
-    : QScrollArea(pParent), m_oPageSize(oPageSize), m_bIsResizable(bIsResizable) {
+PagePlace::PagePlace(const QSize& pageSize, bool isResizable, QWidget* parent)
+    : QScrollArea(parent), m_pageSize(pageSize), m_isResizable(isResizable) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
@@ -23,34 +23,34 @@ PagePlace::PagePlace(const QSize& oPageSize, bool bIsResizable, QWidget* pParent
     viewport()->setAutoFillBackground(false);
 }
 
-void PagePlace::Fill(QWidget* pPage) {
-    if (!m_bIsResizable) {
-        pPage->setFixedSize(WithoutHoles(m_oPageSize, pPage->sizeHint()).expandedTo(pPage->minimumSize()));
+void PagePlace::Fill(QWidget* page) {
+    if (!m_isResizable) {
+        page->setFixedSize(WithoutHoles(m_pageSize, page->sizeHint()).expandedTo(page->minimumSize()));
         setWidgetResizable(false);
         setAlignment(Qt::AlignLeft | Qt::AlignTop);
     }
-    const bool bFills = pPage->autoFillBackground();
-    setWidget(pPage); // turns that on
-    pPage->setAutoFillBackground(bFills);
+    const bool fills = page->autoFillBackground();
+    setWidget(page); // turns that on
+    page->setAutoFillBackground(fills);
     updateGeometry();
 }
 
 QSize PagePlace::sizeHint() const {
-    if (m_oPretended.isValid())
-        return m_oPretended;
-    return WithoutHoles(m_oPageSize, widget() ? widget()->sizeHint() : QSize(320, 200));
+    if (m_pretended.isValid())
+        return m_pretended;
+    return WithoutHoles(m_pageSize, widget() ? widget()->sizeHint() : QSize(320, 200));
 }
 
 // The page's own minimum counts, as far as the screen allows.
 QSize PagePlace::minimumSizeHint() const {
-    if (m_oPretended.isValid() || !widget())
+    if (m_pretended.isValid() || !widget())
         return {0, 0};
-    const QSize oNeeded = widget()->minimumSizeHint().expandedTo(widget()->minimumSize());
-    return oNeeded.boundedTo(screen()->availableSize() / 2).expandedTo(QSize(0, 0));
+    const QSize needed = widget()->minimumSizeHint().expandedTo(widget()->minimumSize());
+    return needed.boundedTo(screen()->availableSize() / 2).expandedTo(QSize(0, 0));
 }
 
-void PagePlace::Pretend(const QSize& oSize) {
-    m_oPretended = oSize;
+void PagePlace::Pretend(const QSize& size) {
+    m_pretended = size;
     updateGeometry();
 }
 

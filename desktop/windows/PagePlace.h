@@ -9,22 +9,22 @@ class PagePlace final : public QScrollArea {
     Q_OBJECT
 public:
     // Pixels; nothing of a dimension that is 0. A page that isn't resizable keeps that size.
-    PagePlace(const QSize& oPageSize, bool bIsResizable, QWidget* pParent);
+    PagePlace(const QSize& pageSize, bool isResizable, QWidget* parent);
 
     // Where the page's widget is to be made.
     [[nodiscard]] QWidget* ParentForPage() { return viewport(); }
-    void Fill(QWidget* pPage);
+    void Fill(QWidget* page);
 
     // What the place asks for until Fill, and afterwards where the definition gives no size.
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
     // For measuring what around it isn't page; an invalid size ends it.
-    void Pretend(const QSize& oSize);
+    void Pretend(const QSize& size);
 
 private:
-    QSize m_oPageSize;
-    QSize m_oPretended;
-    bool m_bIsResizable;
+    QSize m_pageSize;
+    QSize m_pretended;
+    bool m_isResizable;
 };
 
 } // namespace corvane::desktop

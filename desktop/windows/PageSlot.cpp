@@ -15,131 +15,131 @@ namespace corvane::desktop {
 
 namespace {
 
-void LogOf(const PageDef& oPageDef, const char* sProcedure, const Failure& oFailure) {
-    const auto& oUtilities = CurrentPlatform().oUtilities;
-    oUtilities->LogError(oUtilities->AppName(), "WindowForm", sProcedure, oFailure, oPageDef.Key(), false);
+void LogOf(const PageDef& pageDef, const char* procedure, const Failure& failure) {
+    const auto& utilities = CurrentPlatform().oUtilities;
+    utilities->LogError(utilities->AppName(), "WindowForm", procedure, failure, pageDef.Key(), false);
 }
 
 } // namespace
 
 // In a catch block.
-void PageSlot::Break(const char* sProcedure) {
-    m_oFailure = CurrentFailure();
-    LogOf(*m_oPageDef, sProcedure, *m_oFailure);
+void PageSlot::Break(const char* procedure) {
+    m_failure = CurrentFailure();
+    LogOf(*m_pageDef, procedure, *m_failure);
 }
 
-void PageSlot::Create(const Ref<IWindowFormController>& oController) {
+void PageSlot::Create(const Ref<IWindowFormController>& controller) {
     try {
-        const std::string& sProgID = m_oPageDef->PageProgID();
-        const Ref<Object> oPageObj = CurrentPlatform().oObjectFactory->Create(sProgID);
-        const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
-        const Ref<IQtPage> oQtPage = oPageObj.TryAs<IQtPage>();
-        if (!oPage || !oQtPage)
+        const std::string& progID = m_pageDef->PageProgID();
+        const Ref<Object> pageObj = CurrentPlatform().oObjectFactory->Create(progID);
+        const Ref<IPage> page = CorvaneMain::QueryPage(pageObj);
+        const Ref<IQtPage> qtPage = pageObj.TryAs<IQtPage>();
+        if (!page || !qtPage)
             Fail(FailureNumber::TypeMismatch,
-                 sProgID + " has no widget for this program: its class must implement IQtPage beside IPageAccess and "
-                           "hand out a page",
+                 progID + " has no widget for this program: its class must implement IQtPage beside IPageAccess and "
+                          "hand out a page",
                  "Creating the page");
-        oController->PageInitialize(oPageObj, m_oPageDef);
-        m_oPageObj = oPageObj;
-        m_oPage = oPage;
-        m_oQtPage = oQtPage;
+        controller->PageInitialize(pageObj, m_pageDef);
+        m_pageObj = pageObj;
+        m_page = page;
+        m_qtPage = qtPage;
     } catch (...) {
         Break("CreatePage");
     }
 }
 
-void PageSlot::MakeWidget(PagePlace& oPlace) {
-    if (m_bHasWidget)
+void PageSlot::MakeWidget(PagePlace& place) {
+    if (m_hasWidget)
         return;
-    m_bHasWidget = true;
+    m_hasWidget = true;
     if (IsUsable()) {
         try {
-            const Entering oEntering(m_oPageObj);
-            QWidget* pWidget = m_oQtPage->NewWidget(oPlace.ParentForPage());
-            if (!pWidget)
-                Fail(FailureNumber::ObjectNotSet, m_oPageDef->PageProgID() + " returned no widget", "NewWidget");
+            const Entering entering(m_pageObj);
+            QWidget* widget = m_qtPage->NewWidget(place.ParentForPage());
+            if (!widget)
+                Fail(FailureNumber::ObjectNotSet, m_pageDef->PageProgID() + " returned no widget", "NewWidget");
             // The widget may speak to its page as long as it is there.
-            QObject::connect(pWidget, &QObject::destroyed, [oPageObj = m_oPageObj] {});
-            m_pWidget = pWidget;
-            oPlace.Fill(pWidget);
+            QObject::connect(widget, &QObject::destroyed, [pageObj = m_pageObj] {});
+            m_widget = widget;
+            place.Fill(widget);
             return;
         } catch (...) {
             Break("NewWidget");
-            m_bIsValid = true; // it doesn't hold the others back
-            m_bIsChanged = false;
+            m_isValid = true; // it doesn't hold the others back
+            m_isChanged = false;
         }
     }
-    oPlace.Fill(new FailureView(ShownPage(m_oPageDef->PageProgID(), m_oPageDef->Caption()), *m_oFailure));
+    place.Fill(new FailureView(ShownPage(m_pageDef->PageProgID(), m_pageDef->Caption()), *m_failure));
 }
 
 void PageSlot::Focus() {
-    if (!m_pWidget)
+    if (!m_widget)
         return;
-    QWidget* pFirst = nullptr;
-    m_fnGuard([&] {
-        const Entering oEntering(m_oPageObj);
-        pFirst = m_oQtPage->FirstFocus();
+    QWidget* first = nullptr;
+    m_guard([&] {
+        const Entering entering(m_pageObj);
+        first = m_qtPage->FirstFocus();
     });
-    for (QWidget* p = m_pWidget->nextInFocusChain(); !pFirst && p != m_pWidget; p = p->nextInFocusChain())
-        if ((p->focusPolicy() & Qt::TabFocus) && p->isEnabled() && m_pWidget->isAncestorOf(p) && !p->isHidden())
-            pFirst = p;
-    if (pFirst)
-        pFirst->setFocus(Qt::ActiveWindowFocusReason);
+    for (QWidget* p = m_widget->nextInFocusChain(); !first && p != m_widget; p = p->nextInFocusChain())
+        if ((p->focusPolicy() & Qt::TabFocus) && p->isEnabled() && m_widget->isAncestorOf(p) && !p->isHidden())
+            first = p;
+    if (first)
+        first->setFocus(Qt::ActiveWindowFocusReason);
 }
 
-void PageSlot::End(const Ref<IWindowFormController>& oController) {
+void PageSlot::End(const Ref<IWindowFormController>& controller) {
     if (!IsAlive())
         return;
-    m_fnGuard([&] { oController->PageTerminate(m_oPageObj); });
-    m_oPage = nullptr;
-    m_oQtPage = nullptr;
-    m_oPageObj = nullptr;
+    m_guard([&] { controller->PageTerminate(m_pageObj); });
+    m_page = nullptr;
+    m_qtPage = nullptr;
+    m_pageObj = nullptr;
 }
 
 Long PageSlot::HelpTopic() const {
-    Long lTopic = -1;
+    Long topic = -1;
     try {
-        const Entering oEntering(m_oPageObj);
-        lTopic = m_oQtPage ? m_oQtPage->HelpTopic() : -1;
+        const Entering entering(m_pageObj);
+        topic = m_qtPage ? m_qtPage->HelpTopic() : -1;
     } catch (...) {
-        LogOf(*m_oPageDef, "HelpTopic", CurrentFailure()); // it is asked too often to be shown
+        LogOf(*m_pageDef, "HelpTopic", CurrentFailure()); // it is asked too often to be shown
     }
-    return lTopic == -1 ? m_oPageDef->HelpContextID() : lTopic;
+    return topic == -1 ? m_pageDef->HelpContextID() : topic;
 }
 
-void PageSlot::Click(StandardCommandConstants eCommand) {
-    const Entering oEntering(m_oPageObj);
-    m_oPage->CommandClick(eCommand);
+void PageSlot::Click(StandardCommandConstants command) {
+    const Entering entering(m_pageObj);
+    m_page->CommandClick(command);
 }
 
 void PageSlot::Save() {
-    const Entering oEntering(m_oPageObj);
-    m_oPage->Save();
+    const Entering entering(m_pageObj);
+    m_page->Save();
 }
 
 void PageSlot::Ask() {
     if (!IsUsable())
         return;
     try {
-        const Entering oEntering(m_oPageObj);
-        m_bIsValid = m_oPage->IsValid();
-        m_bIsChanged = m_oQtPage->IsChanged();
-        m_bIsAskedInVain = false;
+        const Entering entering(m_pageObj);
+        m_isValid = m_page->IsValid();
+        m_isChanged = m_qtPage->IsChanged();
+        m_isAskedInVain = false;
     } catch (...) {
-        m_bIsValid = false;
-        m_bIsChanged = true;
-        if (!std::exchange(m_bIsAskedInVain, true))
-            m_fnGuard([oFailure = std::current_exception()] { std::rethrow_exception(oFailure); });
+        m_isValid = false;
+        m_isChanged = true;
+        if (!std::exchange(m_isAskedInVain, true))
+            m_guard([failure = std::current_exception()] { std::rethrow_exception(failure); });
     }
 }
 
 PageMark PageSlot::Mark() const {
-    PageMark oMark;
-    oMark.sCaption = ShownPage(m_oPageDef->PageProgID(), m_oPageDef->Caption());
-    oMark.bIsOptional = m_oPageDef->IsOptional();
-    oMark.bIsBroken = IsBroken();
-    oMark.bIsInvalid = IsUsable() && !IsPassable();
-    return oMark;
+    PageMark mark;
+    mark.caption = ShownPage(m_pageDef->PageProgID(), m_pageDef->Caption());
+    mark.isOptional = m_pageDef->IsOptional();
+    mark.isBroken = IsBroken();
+    mark.isInvalid = IsUsable() && !IsPassable();
+    return mark;
 }
 
 } // namespace corvane::desktop

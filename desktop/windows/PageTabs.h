@@ -10,10 +10,10 @@ namespace corvane::desktop {
 class PageTabs final : public QTabWidget {
 public:
     [[nodiscard]] QSize NonPageSize() const {
-        QStyleOptionTabWidgetFrame oOption;
-        initStyleOption(&oOption);
-        oOption.rect = QRect(0, 0, 1000, 1000);
-        return oOption.rect.size() - style()->subElementRect(QStyle::SE_TabWidgetTabContents, &oOption, this).size();
+        QStyleOptionTabWidgetFrame option;
+        initStyleOption(&option);
+        option.rect = QRect(0, 0, 1000, 1000);
+        return option.rect.size() - style()->subElementRect(QStyle::SE_TabWidgetTabContents, &option, this).size();
     }
 };
 

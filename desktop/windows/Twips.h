@@ -9,17 +9,17 @@
 
 namespace corvane::desktop {
 
-[[nodiscard]] inline int PixelsX(Double dTwips) {
-    return static_cast<int>(std::lround(dTwips / CurrentPlatform().oScreen->TwipsPerPixelX()));
+[[nodiscard]] inline int PixelsX(Double twips) {
+    return static_cast<int>(std::lround(twips / CurrentPlatform().oScreen->TwipsPerPixelX()));
 }
-[[nodiscard]] inline int PixelsY(Double dTwips) {
-    return static_cast<int>(std::lround(dTwips / CurrentPlatform().oScreen->TwipsPerPixelY()));
+[[nodiscard]] inline int PixelsY(Double twips) {
+    return static_cast<int>(std::lround(twips / CurrentPlatform().oScreen->TwipsPerPixelY()));
 }
-[[nodiscard]] inline Single TwipsX(int nPixels) {
-    return static_cast<Single>(nPixels) * CurrentPlatform().oScreen->TwipsPerPixelX();
+[[nodiscard]] inline Single TwipsX(int pixels) {
+    return static_cast<Single>(pixels) * CurrentPlatform().oScreen->TwipsPerPixelX();
 }
-[[nodiscard]] inline Single TwipsY(int nPixels) {
-    return static_cast<Single>(nPixels) * CurrentPlatform().oScreen->TwipsPerPixelY();
+[[nodiscard]] inline Single TwipsY(int pixels) {
+    return static_cast<Single>(pixels) * CurrentPlatform().oScreen->TwipsPerPixelY();
 }
 
 } // namespace corvane::desktop

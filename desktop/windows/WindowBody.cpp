@@ -22,214 +22,214 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nLongestTab = 32;       // characters; the rest is in the tool tip
-constexpr QSize oMeasure(2000, 2000); // wider than any row of tabs or buttons
-constexpr int nNarrowestPageBesideSteps = 300;
+constexpr int longestTab = 32;       // characters; the rest is in the tool tip
+constexpr QSize measure(2000, 2000); // wider than any row of tabs or buttons
+constexpr int narrowestPageBesideSteps = 300;
 
-QString TabText(const QString& sCaption) {
-    const QString sShort =
-        sCaption.size() > nLongestTab ? sCaption.left(nLongestTab - 1).trimmed() + QChar(0x2026) : sCaption;
-    return QString(sShort).replace('&', "&&");
+QString TabText(const QString& caption) {
+    const QString shortText =
+        caption.size() > longestTab ? caption.left(longestTab - 1).trimmed() + QChar(0x2026) : caption;
+    return QString(shortText).replace('&', "&&");
 }
 
 // A layout that isn't on screen keeps the hints that it has once asked for.
-void ForgetHints(QLayout& oLayout) {
-    for (int i = 0; i < oLayout.count(); ++i)
-        if (QLayout* pInner = oLayout.itemAt(i)->layout())
-            ForgetHints(*pInner);
-    oLayout.invalidate();
+void ForgetHints(QLayout& layout) {
+    for (int i = 0; i < layout.count(); ++i)
+        if (QLayout* inner = layout.itemAt(i)->layout())
+            ForgetHints(*inner);
+    layout.invalidate();
 }
 
-QFrame* NewLine(QFrame::Shape eShape) {
-    auto* pLine = new QFrame;
-    pLine->setFrameShape(eShape);
-    pLine->setFrameShadow(QFrame::Sunken);
-    return pLine;
+QFrame* NewLine(QFrame::Shape shape) {
+    auto* line = new QFrame;
+    line->setFrameShape(shape);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
 }
 
 } // namespace
 
-WindowBody::WindowBody(const BodyOptions& oOptions, const std::vector<PageRoom>& aRooms, QWidget* pParent)
-    : QWidget(pParent), m_oOptions(oOptions),
-      m_pCommands(new CommandRow(oOptions.eType, oOptions.bWithApply, oOptions.bWithHelp)) {
-    auto* pAll = new QVBoxLayout(this);
-    pAll->setContentsMargins(0, 0, 0, 0);
-    pAll->setSpacing(0);
-    for (const auto& oRoom : aRooms)
-        m_aMarks.push_back(oRoom.oMark);
-    if (oOptions.eType == WindowTypeConstants::cvWizard)
-        SetUpSteps(aRooms, pAll);
-    else if (oOptions.bWithPageList)
-        SetUpList(aRooms, pAll);
-    else if (aRooms.size() > 1)
-        SetUpTabs(aRooms, pAll);
+WindowBody::WindowBody(const BodyOptions& options, const std::vector<PageRoom>& rooms, QWidget* parent)
+    : QWidget(parent), m_options(options),
+      m_commands(new CommandRow(options.type, options.withApply, options.withHelp)) {
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    for (const auto& room : rooms)
+        m_marks.push_back(room.mark);
+    if (options.type == WindowTypeConstants::cvWizard)
+        SetUpSteps(rooms, all);
+    else if (options.withPageList)
+        SetUpList(rooms, all);
+    else if (rooms.size() > 1)
+        SetUpTabs(rooms, all);
     else
-        SetUpSinglePage(aRooms, pAll);
-    SetUpCommands(pAll);
+        SetUpSinglePage(rooms, all);
+    SetUpCommands(all);
 }
 
-PagePlace* WindowBody::NewPlace(const PageRoom& oRoom) {
-    m_aPlaces.push_back(new PagePlace(oRoom.oSize, oRoom.bIsResizable, this));
-    return m_aPlaces.back();
+PagePlace* WindowBody::NewPlace(const PageRoom& room) {
+    m_places.push_back(new PagePlace(room.size, room.isResizable, this));
+    return m_places.back();
 }
 
-void WindowBody::SetUpTabs(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll) {
-    m_pTabs = new PageTabs;
-    m_pTabs->setDocumentMode(m_oOptions.bIsChild);
-    m_pTabs->setUsesScrollButtons(true);
-    for (const auto& oRoom : aRooms) {
-        const int iTab = m_pTabs->addTab(NewPlace(oRoom), TabText(oRoom.oMark.sCaption));
-        MarkTab(iTab, oRoom.oMark);
+void WindowBody::SetUpTabs(const std::vector<PageRoom>& rooms, QBoxLayout* all) {
+    m_tabs = new PageTabs;
+    m_tabs->setDocumentMode(m_options.isChild);
+    m_tabs->setUsesScrollButtons(true);
+    for (const auto& room : rooms) {
+        const int tab = m_tabs->addTab(NewPlace(room), TabText(room.mark.caption));
+        MarkTab(tab, room.mark);
     }
-    connect(m_pTabs, &QTabWidget::currentChanged, this, [this](int iPage) {
-        if (!m_bFollows)
-            Q_EMIT PageChosen(iPage);
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this](int page) {
+        if (!m_follows)
+            Q_EMIT PageChosen(page);
     });
-    if (m_oOptions.bIsChild) {
-        pAll->addWidget(m_pTabs, 1);
+    if (m_options.isChild) {
+        all->addWidget(m_tabs, 1);
         return;
     }
-    auto* pMargins = new QVBoxLayout; // with the style's margins
-    pMargins->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin),
-                                 style()->pixelMetric(QStyle::PM_LayoutTopMargin),
-                                 style()->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
-    pMargins->addWidget(m_pTabs);
-    pAll->addLayout(pMargins, 1);
+    auto* margins = new QVBoxLayout; // with the style's margins
+    margins->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin),
+                                style()->pixelMetric(QStyle::PM_LayoutTopMargin),
+                                style()->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
+    margins->addWidget(m_tabs);
+    all->addLayout(margins, 1);
 }
 
-void WindowBody::SetUpSteps(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll) {
-    m_pSteps = new WizardSteps;
-    m_pHeading = new QLabel;
-    m_pHeading->setTextFormat(Qt::PlainText);
-    m_pHeading->setWordWrap(true);
-    QFont oFont = m_pHeading->font();
-    oFont.setBold(true);
-    oFont.setPointSizeF(oFont.pointSizeF() * 1.2);
-    m_pHeading->setFont(oFont);
-    m_pHeading->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin),
-                                   style()->pixelMetric(QStyle::PM_LayoutTopMargin),
-                                   style()->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
-    m_pStack = new QStackedWidget;
-    for (const auto& oRoom : aRooms) {
-        m_pStack->addWidget(NewPlace(oRoom));
-        m_pSteps->AddStep(oRoom.oMark);
+void WindowBody::SetUpSteps(const std::vector<PageRoom>& rooms, QBoxLayout* all) {
+    m_steps = new WizardSteps;
+    m_heading = new QLabel;
+    m_heading->setTextFormat(Qt::PlainText);
+    m_heading->setWordWrap(true);
+    QFont font = m_heading->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.2);
+    m_heading->setFont(font);
+    m_heading->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin),
+                                  style()->pixelMetric(QStyle::PM_LayoutTopMargin),
+                                  style()->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
+    m_stack = new QStackedWidget;
+    for (const auto& room : rooms) {
+        m_stack->addWidget(NewPlace(room));
+        m_steps->AddStep(room.mark);
     }
-    connect(m_pSteps, &WizardSteps::StepChosen, this, &WindowBody::PageChosen);
-    auto* pRight = new QVBoxLayout;
-    pRight->setSpacing(0);
-    pRight->addWidget(m_pHeading);
-    pRight->addWidget(m_pStack, 1);
-    auto* pSides = new QHBoxLayout;
-    pSides->setSpacing(0);
-    pSides->addWidget(m_pSteps);
-    pSides->addWidget(NewLine(QFrame::VLine));
-    pSides->addLayout(pRight, 1);
-    pAll->addLayout(pSides, 1);
-    pAll->addWidget(NewLine(QFrame::HLine));
-    if (!m_aMarks.empty())
-        ShowHeading(m_aMarks.front());
+    connect(m_steps, &WizardSteps::StepChosen, this, &WindowBody::PageChosen);
+    auto* right = new QVBoxLayout;
+    right->setSpacing(0);
+    right->addWidget(m_heading);
+    right->addWidget(m_stack, 1);
+    auto* sides = new QHBoxLayout;
+    sides->setSpacing(0);
+    sides->addWidget(m_steps);
+    sides->addWidget(NewLine(QFrame::VLine));
+    sides->addLayout(right, 1);
+    all->addLayout(sides, 1);
+    all->addWidget(NewLine(QFrame::HLine));
+    if (!m_marks.empty())
+        ShowHeading(m_marks.front());
 }
 
-void WindowBody::SetUpList(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll) {
-    m_pList = new PageList;
-    m_pStack = new QStackedWidget;
-    for (const auto& oRoom : aRooms) {
-        m_pStack->addWidget(NewPlace(oRoom));
-        m_pList->AddPage(oRoom.oMark);
+void WindowBody::SetUpList(const std::vector<PageRoom>& rooms, QBoxLayout* all) {
+    m_list = new PageList;
+    m_stack = new QStackedWidget;
+    for (const auto& room : rooms) {
+        m_stack->addWidget(NewPlace(room));
+        m_list->AddPage(room.mark);
     }
-    m_pList->SetCurrentPage(0);
-    connect(m_pList, &PageList::PageChosen, this, &WindowBody::PageChosen);
-    connect(m_pList, &PageList::TextsWanted, this, [this] {
+    m_list->SetCurrentPage(0);
+    connect(m_list, &PageList::PageChosen, this, &WindowBody::PageChosen);
+    connect(m_list, &PageList::TextsWanted, this, [this] {
         Q_EMIT AllPagesWanted();
         TellTexts();
     });
-    auto* pSides = new QHBoxLayout;
-    pSides->setSpacing(0);
-    pSides->addWidget(m_pList);
-    pSides->addWidget(m_pStack, 1);
-    pAll->addLayout(pSides, 1);
+    auto* sides = new QHBoxLayout;
+    sides->setSpacing(0);
+    sides->addWidget(m_list);
+    sides->addWidget(m_stack, 1);
+    all->addLayout(sides, 1);
 }
 
 void WindowBody::TellTexts() {
-    for (std::size_t i = 0; i < m_aPlaces.size(); ++i) {
-        QStringList aTexts;
-        for (const auto* pLabel : m_aPlaces[i]->findChildren<QLabel*>())
-            aTexts.append(pLabel->text().remove('&'));
-        for (const auto* pButton : m_aPlaces[i]->findChildren<QAbstractButton*>())
-            aTexts.append(pButton->text().remove('&'));
-        for (const auto* pGroup : m_aPlaces[i]->findChildren<QGroupBox*>())
-            aTexts.append(pGroup->title().remove('&'));
-        m_pList->SetTexts(static_cast<int>(i), aTexts.join('\n'));
+    for (std::size_t i = 0; i < m_places.size(); ++i) {
+        QStringList texts;
+        for (const auto* label : m_places[i]->findChildren<QLabel*>())
+            texts.append(label->text().remove('&'));
+        for (const auto* button : m_places[i]->findChildren<QAbstractButton*>())
+            texts.append(button->text().remove('&'));
+        for (const auto* group : m_places[i]->findChildren<QGroupBox*>())
+            texts.append(group->title().remove('&'));
+        m_list->SetTexts(static_cast<int>(i), texts.join('\n'));
     }
 }
 
-void WindowBody::SetUpSinglePage(const std::vector<PageRoom>& aRooms, QBoxLayout* pAll) {
-    m_pStack = new QStackedWidget;
-    for (const auto& oRoom : aRooms)
-        m_pStack->addWidget(NewPlace(oRoom));
-    if (aRooms.empty()) {
-        auto* pEmpty = new QLabel(tr("This window has no pages."));
-        pEmpty->setAlignment(Qt::AlignCenter);
-        pEmpty->setEnabled(false);
-        m_pStack->addWidget(pEmpty);
+void WindowBody::SetUpSinglePage(const std::vector<PageRoom>& rooms, QBoxLayout* all) {
+    m_stack = new QStackedWidget;
+    for (const auto& room : rooms)
+        m_stack->addWidget(NewPlace(room));
+    if (rooms.empty()) {
+        auto* empty = new QLabel(tr("This window has no pages."));
+        empty->setAlignment(Qt::AlignCenter);
+        empty->setEnabled(false);
+        m_stack->addWidget(empty);
     }
-    pAll->addWidget(m_pStack, 1);
+    all->addWidget(m_stack, 1);
 }
 
-void WindowBody::SetUpCommands(QBoxLayout* pAll) {
-    m_pFoot = new QWidget;
-    auto* pFoot = new QVBoxLayout(m_pFoot);
-    pFoot->addWidget(m_pCommands);
-    pAll->addWidget(m_pFoot);
-    m_pFoot->setVisible(m_oOptions.bWithCommands);
-    connect(m_pCommands, &CommandRow::Chosen, this, &WindowBody::CommandChosen);
+void WindowBody::SetUpCommands(QBoxLayout* all) {
+    m_foot = new QWidget;
+    auto* foot = new QVBoxLayout(m_foot);
+    foot->addWidget(m_commands);
+    all->addWidget(m_foot);
+    m_foot->setVisible(m_options.withCommands);
+    connect(m_commands, &CommandRow::Chosen, this, &WindowBody::CommandChosen);
 }
 
 // Pages make their controls when they are first shown, and some later; all the same Tab goes from the pages' names into
 // the page, and from there to the commands.
 std::vector<QWidget*> WindowBody::TabStops() const {
-    std::vector<QWidget*> aStops;
-    std::vector<QWidget*> aCommands;
+    std::vector<QWidget*> stops;
+    std::vector<QWidget*> commands;
     for (QWidget* p = nextInFocusChain(); p != this; p = p->nextInFocusChain())
         if (isAncestorOf(p) && (p->focusPolicy() & Qt::TabFocus) && !p->focusProxy() && p->isVisibleTo(this) &&
             p->isEnabled())
-            (m_pFoot->isAncestorOf(p) ? aCommands : aStops).push_back(p);
-    aStops.insert(aStops.end(), aCommands.begin(), aCommands.end());
-    return aStops;
+            (m_foot->isAncestorOf(p) ? commands : stops).push_back(p);
+    stops.insert(stops.end(), commands.begin(), commands.end());
+    return stops;
 }
 
-bool WindowBody::focusNextPrevChild(bool bNext) {
-    const std::vector<QWidget*> aStops = TabStops();
-    const auto itNow = std::find(aStops.begin(), aStops.end(), window()->focusWidget());
-    if (itNow == aStops.end())
-        return QWidget::focusNextPrevChild(bNext);
-    const auto nStep = bNext ? 1 : aStops.size() - 1;
-    aStops[(static_cast<std::size_t>(itNow - aStops.begin()) + nStep) % aStops.size()]->setFocus(
-        bNext ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+bool WindowBody::focusNextPrevChild(bool next) {
+    const std::vector<QWidget*> stops = TabStops();
+    const auto now = std::find(stops.begin(), stops.end(), window()->focusWidget());
+    if (now == stops.end())
+        return QWidget::focusNextPrevChild(next);
+    const auto step = next ? 1 : stops.size() - 1;
+    stops[(static_cast<std::size_t>(now - stops.begin()) + step) % stops.size()]->setFocus(
+        next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
 
 bool WindowBody::AreCommandsShown() const {
-    return !m_pFoot->isHidden();
+    return !m_foot->isHidden();
 }
 
 int WindowBody::ShowCommands() {
     if (AreCommandsShown())
         return 0;
-    m_pFoot->show();
-    m_oNonPageSize = QSize();
-    return m_pFoot->sizeHint().height();
+    m_foot->show();
+    m_nonPageSize = QSize();
+    return m_foot->sizeHint().height();
 }
 
 QSize WindowBody::NonPageSize() {
-    if (m_aPlaces.empty())
+    if (m_places.empty())
         return sizeHint();
-    if (m_oNonPageSize.isValid())
-        return m_oNonPageSize;
-    const auto fnPretend = [this](const QSize& oSize) {
-        for (PagePlace* pPlace : m_aPlaces) {
-            pPlace->Pretend(oSize);
-            for (QWidget* p = pPlace->parentWidget(); p != this; p = p->parentWidget()) {
+    if (m_nonPageSize.isValid())
+        return m_nonPageSize;
+    const auto pretend = [this](const QSize& size) {
+        for (PagePlace* place : m_places) {
+            place->Pretend(size);
+            for (QWidget* p = place->parentWidget(); p != this; p = p->parentWidget()) {
                 if (p->layout())
                     p->layout()->invalidate();
                 p->updateGeometry();
@@ -238,89 +238,89 @@ QSize WindowBody::NonPageSize() {
         ForgetHints(*layout());
     };
     ensurePolished();
-    fnPretend(oMeasure);
-    m_oNonPageSize = sizeHint() - oMeasure;
-    if (m_pTabs) // whose own hint is a rough one
-        m_oNonPageSize = sizeHint() - m_pTabs->sizeHint() + m_pTabs->NonPageSize();
-    fnPretend(QSize());
-    return m_oNonPageSize;
+    pretend(measure);
+    m_nonPageSize = sizeHint() - measure;
+    if (m_tabs) // whose own hint is a rough one
+        m_nonPageSize = sizeHint() - m_tabs->sizeHint() + m_tabs->NonPageSize();
+    pretend(QSize());
+    return m_nonPageSize;
 }
 
-void WindowBody::ShowPage(int iPage) {
-    m_bFollows = true;
-    if (m_pTabs)
-        m_pTabs->setCurrentIndex(iPage);
+void WindowBody::ShowPage(int page) {
+    m_follows = true;
+    if (m_tabs)
+        m_tabs->setCurrentIndex(page);
     else
-        m_pStack->setCurrentIndex(iPage);
-    m_bFollows = false;
-    m_iCurrent = iPage;
-    if (m_pList)
-        m_pList->SetCurrentPage(iPage);
-    if (m_pSteps) {
-        m_pSteps->SetCurrentStep(iPage);
-        ShowHeading(m_aMarks[static_cast<std::size_t>(iPage)]);
+        m_stack->setCurrentIndex(page);
+    m_follows = false;
+    m_current = page;
+    if (m_list)
+        m_list->SetCurrentPage(page);
+    if (m_steps) {
+        m_steps->SetCurrentStep(page);
+        ShowHeading(m_marks[static_cast<std::size_t>(page)]);
     }
 }
 
 // With the list of steps out of sight the heading says where one is.
-void WindowBody::ShowHeading(const PageMark& oMark) {
-    m_pHeading->setText(m_pSteps->isHidden()
-                            ? tr("Step %1 of %2: %3").arg(m_iCurrent + 1).arg(m_aMarks.size()).arg(oMark.sCaption)
-                            : oMark.sCaption);
+void WindowBody::ShowHeading(const PageMark& mark) {
+    m_heading->setText(m_steps->isHidden()
+                           ? tr("Step %1 of %2: %3").arg(m_current + 1).arg(m_marks.size()).arg(mark.caption)
+                           : mark.caption);
 }
 
-void WindowBody::MarkPage(int iPage, const PageMark& oMark) {
-    if (std::exchange(m_aMarks[static_cast<std::size_t>(iPage)], oMark) == oMark)
+void WindowBody::MarkPage(int page, const PageMark& mark) {
+    if (std::exchange(m_marks[static_cast<std::size_t>(page)], mark) == mark)
         return;
-    if (m_pSteps)
-        m_pSteps->SetStep(iPage, oMark);
-    if (m_pList)
-        m_pList->SetPage(iPage, oMark);
-    if (m_pTabs)
-        MarkTab(iPage, oMark);
+    if (m_steps)
+        m_steps->SetStep(page, mark);
+    if (m_list)
+        m_list->SetPage(page, mark);
+    if (m_tabs)
+        MarkTab(page, mark);
 }
 
-void WindowBody::MarkTab(int iPage, const PageMark& oMark) {
-    const QString sRemark = oMark.Remark();
-    m_oNonPageSize = QSize(); // a sign may be higher than the text
-    m_pTabs->setTabIcon(
-        iPage, sRemark.isEmpty() ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, m_pTabs));
-    m_pTabs->setTabToolTip(iPage, sRemark.isEmpty() ? oMark.sCaption : oMark.sCaption + "\n" + sRemark);
-    m_pTabs->tabBar()->setAccessibleTabName(iPage, sRemark.isEmpty() ? oMark.sCaption
-                                                                     : tr("%1. %2").arg(oMark.sCaption, sRemark));
+void WindowBody::MarkTab(int page, const PageMark& mark) {
+    const QString remark = mark.Remark();
+    m_nonPageSize = QSize(); // a sign may be higher than the text
+    m_tabs->setTabIcon(page, remark.isEmpty() ? QIcon()
+                                              : style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, m_tabs));
+    m_tabs->setTabToolTip(page, remark.isEmpty() ? mark.caption : mark.caption + "\n" + remark);
+    m_tabs->tabBar()->setAccessibleTabName(page,
+                                           remark.isEmpty() ? mark.caption : tr("%1. %2").arg(mark.caption, remark));
 }
 
-void WindowBody::resizeEvent(QResizeEvent* pEvent) {
-    QWidget::resizeEvent(pEvent);
-    if (!m_pSteps || m_aMarks.empty())
+void WindowBody::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (!m_steps || m_marks.empty())
         return;
-    const bool bNarrow = width() < m_pSteps->sizeHint().width() + nNarrowestPageBesideSteps;
-    if (m_pSteps->isHidden() != bNarrow) {
-        m_pSteps->setHidden(bNarrow);
-        ShowHeading(m_aMarks[static_cast<std::size_t>(m_iCurrent)]);
+    const bool narrow = width() < m_steps->sizeHint().width() + narrowestPageBesideSteps;
+    if (m_steps->isHidden() != narrow) {
+        m_steps->setHidden(narrow);
+        ShowHeading(m_marks[static_cast<std::size_t>(m_current)]);
     }
 }
 
-bool WindowBody::ChoosesByKey(const QKeyEvent& oEvent) {
-    const int nPages = static_cast<int>(m_aPlaces.size());
-    const bool bControl = oEvent.modifiers() == Qt::ControlModifier;
-    if (m_pTabs && bControl && (oEvent.key() == Qt::Key_PageUp || oEvent.key() == Qt::Key_PageDown)) {
-        const int nStep = oEvent.key() == Qt::Key_PageDown ? 1 : nPages - 1;
-        m_pTabs->setCurrentIndex((m_iCurrent + nStep) % nPages);
+bool WindowBody::ChoosesByKey(const QKeyEvent& event) {
+    const int pages = static_cast<int>(m_places.size());
+    const bool control = event.modifiers() == Qt::ControlModifier;
+    if (m_tabs && control && (event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown)) {
+        const int step = event.key() == Qt::Key_PageDown ? 1 : pages - 1;
+        m_tabs->setCurrentIndex((m_current + step) % pages);
         return true;
     }
-    if (oEvent.modifiers() & ~Qt::KeypadModifier)
+    if (event.modifiers() & ~Qt::KeypadModifier)
         return false;
-    switch (oEvent.key()) {
+    switch (event.key()) {
     case Qt::Key_Escape:
         return Chooses(StandardCommandConstants::cvCancel);
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (auto* pButton = qobject_cast<QPushButton*>(focusWidget())) { // dialogs see to this themselves
-            pButton->click();
+        if (auto* button = qobject_cast<QPushButton*>(focusWidget())) { // dialogs see to this themselves
+            button->click();
             return true;
         }
-        return Chooses(m_pCommands->Default());
+        return Chooses(m_commands->Default());
     case Qt::Key_F1:
         return Chooses(StandardCommandConstants::cvHelp);
     default:
@@ -329,21 +329,21 @@ bool WindowBody::ChoosesByKey(const QKeyEvent& oEvent) {
 }
 
 // In a child window that is a document, a table say, the keys belong to the page.
-bool WindowBody::Chooses(std::optional<StandardCommandConstants> oCommand) {
-    if (!oCommand || !m_pCommands->Button(*oCommand))
+bool WindowBody::Chooses(std::optional<StandardCommandConstants> command) {
+    if (!command || !m_commands->Button(*command))
         return false;
-    const bool bIsDocument = m_oOptions.bIsChild && m_oOptions.eType == WindowTypeConstants::cvWindow;
-    if (oCommand != StandardCommandConstants::cvHelp && (bIsDocument || !AreCommandsShown()))
+    const bool isDocument = m_options.isChild && m_options.type == WindowTypeConstants::cvWindow;
+    if (command != StandardCommandConstants::cvHelp && (isDocument || !AreCommandsShown()))
         return false;
-    Q_EMIT CommandChosen(*oCommand);
+    Q_EMIT CommandChosen(*command);
     return true;
 }
 
-void WindowBody::keyPressEvent(QKeyEvent* pEvent) {
-    if (ChoosesByKey(*pEvent))
-        pEvent->accept();
+void WindowBody::keyPressEvent(QKeyEvent* event) {
+    if (ChoosesByKey(*event))
+        event->accept();
     else
-        QWidget::keyPressEvent(pEvent);
+        QWidget::keyPressEvent(event);
 }
 
 } // namespace corvane::desktop

@@ -20,135 +20,134 @@ namespace corvane::desktop {
 namespace {
 
 // The place within the room, where that is large enough for what the window needs.
-QRect Fitted(QRect oPlace, const QRect& oRoom, const QSize& oWanted, const QSize& oNeeded) {
-    oPlace.setSize(oPlace.size().expandedTo(oWanted).boundedTo(oRoom.size()).expandedTo(oNeeded));
-    oPlace.moveTo(std::clamp(oPlace.left(), oRoom.left(), std::max(oRoom.left(), oRoom.right() + 1 - oPlace.width())),
-                  std::clamp(oPlace.top(), oRoom.top(), std::max(oRoom.top(), oRoom.bottom() + 1 - oPlace.height())));
-    return oPlace;
+QRect Fitted(QRect place, const QRect& room, const QSize& wanted, const QSize& needed) {
+    place.setSize(place.size().expandedTo(wanted).boundedTo(room.size()).expandedTo(needed));
+    place.moveTo(std::clamp(place.left(), room.left(), std::max(room.left(), room.right() + 1 - place.width())),
+                 std::clamp(place.top(), room.top(), std::max(room.top(), room.bottom() + 1 - place.height())));
+    return place;
 }
 
 } // namespace
 
-WindowForm::WindowForm(std::shared_ptr<const WindowHost> pHost, WindowTypeConstants eType, bool bIsMDIChild)
-    : Form(pHost->frmMain, bIsMDIChild), m_pHost(std::move(pHost)), m_eType(eType) {
+WindowForm::WindowForm(std::shared_ptr<const WindowHost> host, WindowTypeConstants type, bool isMDIChild)
+    : Form(host->mainForm, isMDIChild), m_host(std::move(host)), m_type(type) {
     SubscribeToItself();
 }
 
 WindowForm::~WindowForm() {
     DropFrame();
-    m_pHost->oMessages->UnregisterWindow(m_lHWnd);
+    m_host->messages->UnregisterWindow(m_hWnd);
 }
 
 // Before the window's own subscription: the pages end first.
 void WindowForm::SubscribeToItself() {
-    m_aSubscriptions.push_back(OnQueryUnload.Subscribe([this](bool& bRefused) { QueryUnload(bRefused); }));
-    m_aSubscriptions.push_back(OnUnload.Subscribe([this](bool&) { EndPages(); }));
-    m_aSubscriptions.push_back(Changed.Subscribe([this](Change eChange) { HearChange(eChange); }));
-    m_aSubscriptions.push_back(ModalLoop.Subscribe([this] { RunModalLoop(); }));
+    m_subscriptions.push_back(OnQueryUnload.Subscribe([this](bool& refused) { QueryUnload(refused); }));
+    m_subscriptions.push_back(OnUnload.Subscribe([this](bool&) { EndPages(); }));
+    m_subscriptions.push_back(Changed.Subscribe([this](Change change) { HearChange(change); }));
+    m_subscriptions.push_back(ModalLoop.Subscribe([this] { RunModalLoop(); }));
 }
 
-void WindowForm::Initialize(const Ref<IWindowFormController>& oWindowFormController, bool bIsApplyCommandShown) {
-    m_oController = oWindowFormController;
+void WindowForm::Initialize(const Ref<IWindowFormController>& windowFormController, bool isApplyCommandShown) {
+    m_controller = windowFormController;
     MakeSlots();
-    MakeFrame(bIsApplyCommandShown);
-    SetCaption(m_oController->WindowDef()->Caption());
+    MakeFrame(isApplyCommandShown);
+    SetCaption(m_controller->WindowDef()->Caption());
     AskAll();
     ShowState();
     // Behind the window's own subscription: the window is active before its page is.
-    m_aSubscriptions.push_back(OnActivate.Subscribe([this] {
-        if (!m_pFrame)
+    m_subscriptions.push_back(OnActivate.Subscribe([this] {
+        if (!m_frame)
             return;
-        m_bIsActive = true;
+        m_isActive = true;
         ByPerson(WindowStep::What::Activate, 0, [] {});
-        m_pFrame->BringToFront();
+        m_frame->BringToFront();
         ActivateFront();
     }));
-    m_aSubscriptions.push_back(OnDeactivate.Subscribe([this] {
-        m_bIsActive = false;
+    m_subscriptions.push_back(OnDeactivate.Subscribe([this] {
+        m_isActive = false;
         DeactivateFront();
     }));
 }
 
 Ref<Window> WindowForm::ShownWindow() const {
-    return m_oController.TryAs<Window>();
+    return m_controller.TryAs<Window>();
 }
 
-void WindowForm::ByPerson(WindowStep::What eWhat, int nWhich, const std::function<void()>& fnDo) {
-    const Ref<Form> oSelf(this);
-    m_pHost->fnGuard([&] {
-        const auto oWindow = ShownWindow();
-        if (m_pHost->fnByPerson && oWindow)
-            m_pHost->fnByPerson({*oWindow, eWhat, nWhich, [this] { return !IsLoaded(); }}, fnDo);
+void WindowForm::ByPerson(WindowStep::What what, int which, const std::function<void()>& work) {
+    const Ref<Form> self(this);
+    m_host->guard([&] {
+        const auto window = ShownWindow();
+        if (m_host->byPerson && window)
+            m_host->byPerson({*window, what, which, [this] { return !IsLoaded(); }}, work);
         else
-            fnDo();
+            work();
     });
 }
 
 void WindowForm::MakeSlots() {
-    std::vector<Ref<PageDef>> aPageDefs;
-    for (const auto& oPageDef : m_oController->WindowDef()->PageDefs())
-        aPageDefs.push_back(oPageDef);
-    std::stable_sort(aPageDefs.begin(), aPageDefs.end(),
+    std::vector<Ref<PageDef>> pageDefs;
+    for (const auto& pageDef : m_controller->WindowDef()->PageDefs())
+        pageDefs.push_back(pageDef);
+    std::stable_sort(pageDefs.begin(), pageDefs.end(),
                      [](const auto& a, const auto& b) { return a->PositionOrder() < b->PositionOrder(); });
-    for (const auto& oPageDef : aPageDefs) {
-        m_aSlots.push_back(New<PageSlot>(oPageDef, m_pHost->fnGuard));
-        m_aSlots.back()->Create(m_oController);
+    for (const auto& pageDef : pageDefs) {
+        m_slots.push_back(New<PageSlot>(pageDef, m_host->guard));
+        m_slots.back()->Create(m_controller);
     }
 }
 
-void WindowForm::MakeFrame(bool bIsApplyCommandShown) {
-    const auto oDef = m_oController->WindowDef();
-    const auto oWindow = m_oController.TryAs<Window>();
-    BodyOptions oOptions;
-    oOptions.eType = m_eType;
-    oOptions.bIsChild = MDIChild();
-    oOptions.bWithApply = bIsApplyCommandShown;
+void WindowForm::MakeFrame(bool isApplyCommandShown) {
+    const auto def = m_controller->WindowDef();
+    const auto window = m_controller.TryAs<Window>();
+    BodyOptions options;
+    options.type = m_type;
+    options.isChild = MDIChild();
+    options.withApply = isApplyCommandShown;
     // A window in which nothing has been changed is closed by its close box alone.
-    oOptions.bWithCommands = m_eType != WindowTypeConstants::cvWindow || (oWindow && oWindow->IsModal());
-    oOptions.bWithPageList = oDef->Name() == WindowHost::ListedWindow;
-    std::vector<PageRoom> aRooms;
-    const QSize oPageSize(PixelsX(oDef->DefPageWidth()), PixelsY(oDef->DefPageHeight()));
-    for (const auto& oSlot : m_aSlots) {
-        aRooms.push_back({oSlot->Mark(), oPageSize, oSlot->PageDef()->IsResizable()});
-        m_pHost->fnGuard([&] { oOptions.bWithHelp |= m_pHost->fnHelp && oSlot->HelpTopic() != 0; });
+    options.withCommands = m_type != WindowTypeConstants::cvWindow || (window && window->IsModal());
+    options.withPageList = def->Name() == WindowHost::ListedWindow;
+    std::vector<PageRoom> rooms;
+    const QSize pageSize(PixelsX(def->DefPageWidth()), PixelsY(def->DefPageHeight()));
+    for (const auto& slot : m_slots) {
+        rooms.push_back({slot->Mark(), pageSize, slot->PageDef()->IsResizable()});
+        m_host->guard([&] { options.withHelp |= m_host->help && slot->HelpTopic() != 0; });
     }
-    m_pBody = new WindowBody(oOptions, aRooms);
-    m_pFrame = std::make_unique<WindowFrame>(
-        MDIChild() ? m_pHost->pArea.data() : nullptr, m_pHost->pMainWindow, m_pBody,
-        m_eType == WindowTypeConstants::cvWindow,
+    m_body = new WindowBody(options, rooms);
+    m_frame = std::make_unique<WindowFrame>(
+        MDIChild() ? m_host->area.data() : nullptr, m_host->mainWindow, m_body, m_type == WindowTypeConstants::cvWindow,
         WindowFrame::Listeners{[this] { ByPerson(WindowStep::What::Close, 0, [this] { RequestClose(); }); },
                                [this] {
-                                   m_pHost->fnGuard([this] {
-                                       if (Visible() && m_oController)
+                                   m_host->guard([this] {
+                                       if (Visible() && m_controller)
                                            Activate();
                                    });
                                },
                                [this] { FrameMoved(); }});
     if (MDIChild())
-        m_pFrame->SetIcon(m_pHost->ChildIcon());
-    QObject::connect(m_pBody, &WindowBody::PageChosen,
-                     [this](int iPage) { ByPerson(WindowStep::What::Page, iPage, [&] { BringToFront(iPage); }); });
-    QObject::connect(m_pBody, &WindowBody::AllPagesWanted, [this] {
-        for (std::size_t i = 0; i < m_aSlots.size(); ++i)
-            m_aSlots[i]->MakeWidget(m_pBody->Place(static_cast<int>(i)));
+        m_frame->SetIcon(m_host->ChildIcon());
+    QObject::connect(m_body, &WindowBody::PageChosen,
+                     [this](int page) { ByPerson(WindowStep::What::Page, page, [&] { BringToFront(page); }); });
+    QObject::connect(m_body, &WindowBody::AllPagesWanted, [this] {
+        for (std::size_t i = 0; i < m_slots.size(); ++i)
+            m_slots[i]->MakeWidget(m_body->Place(static_cast<int>(i)));
     });
-    QObject::connect(m_pBody, &WindowBody::CommandChosen, [this](Command eCommand) {
-        ByPerson(WindowStep::What::Command, static_cast<int>(eCommand), [&] { ClickCommand(eCommand); });
+    QObject::connect(m_body, &WindowBody::CommandChosen, [this](Command command) {
+        ByPerson(WindowStep::What::Command, static_cast<int>(command), [&] { ClickCommand(command); });
     });
 }
 
-QString TitleOf(const Form& oForm) {
-    const auto* pForm = dynamic_cast<const WindowForm*>(&oForm);
-    const std::string sWindow = pForm ? pForm->WindowName() : std::string();
-    return sWindow.empty() ? QString::fromStdString(oForm.Caption()) : ShownWindow(sWindow, oForm.Caption());
+QString TitleOf(const Form& form) {
+    const auto* windowForm = dynamic_cast<const WindowForm*>(&form);
+    const std::string window = windowForm ? windowForm->WindowName() : std::string();
+    return window.empty() ? QString::fromStdString(form.Caption()) : ShownWindow(window, form.Caption());
 }
 
 std::string WindowForm::WindowName() const {
-    return m_oController ? m_oController->WindowDef()->Name() : std::string();
+    return m_controller ? m_controller->WindowDef()->Name() : std::string();
 }
 
-void WindowForm::HearChange(Change eChange) {
-    switch (eChange) {
+void WindowForm::HearChange(Change change) {
+    switch (change) {
     case Change::Loaded:
         Loaded();
         return;
@@ -158,41 +157,41 @@ void WindowForm::HearChange(Change eChange) {
     default:
         break;
     }
-    if (!m_pFrame)
+    if (!m_frame)
         return;
-    switch (eChange) {
+    switch (change) {
     case Change::Shown:
         Shown();
         break;
     case Change::Hidden:
-        m_pFrame->Hide();
-        if (m_pLoop)
-            m_pLoop->quit();
+        m_frame->Hide();
+        if (m_loop)
+            m_loop->quit();
         ActivateNext();
         break;
     case Change::Moved:
-        if (!m_bFromFrame)
-            m_pFrame->Place(RectOfModel());
+        if (!m_fromFrame)
+            m_frame->Place(RectOfModel());
         break;
     case Change::State:
-        if (!m_bFromFrame && Visible())
-            m_pFrame->SetState(WindowState());
+        if (!m_fromFrame && Visible())
+            m_frame->SetState(WindowState());
         break;
     case Change::Caption:
-        m_pFrame->SetTitle(TitleOf(*this));
+        m_frame->SetTitle(TitleOf(*this));
         break;
     default:
-        if (m_pFrame->Widget())
-            m_pFrame->Widget()->update();
+        if (m_frame->Widget())
+            m_frame->Widget()->update();
         break;
     }
 }
 
 void WindowForm::Loaded() {
-    m_lHWnd = HWnd();
-    m_pHost->oMessages->RegisterWindow(m_lHWnd, [this](Long, Long uMsg, Long, std::intptr_t) -> Long {
-        if (uMsg == WindowMessage::Close && IsLoaded()) {
-            m_bCloseArrived = true;
+    m_hWnd = HWnd();
+    m_host->messages->RegisterWindow(m_hWnd, [this](Long, Long message, Long, std::intptr_t) -> Long {
+        if (message == WindowMessage::Close && IsLoaded()) {
+            m_closeArrived = true;
             Unload();
         }
         return 0;
@@ -200,23 +199,23 @@ void WindowForm::Loaded() {
 }
 
 void WindowForm::Shown() {
-    const bool bFirst = !std::exchange(m_bIsPlaced, true);
-    if (!m_aSlots.empty()) {
-        const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
-        oSlot->MakeWidget(m_pBody->Place(m_iFront));
-        if (!m_oController)
+    const bool first = !std::exchange(m_isPlaced, true);
+    if (!m_slots.empty()) {
+        const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(m_front)];
+        slot->MakeWidget(m_body->Place(m_front));
+        if (!m_controller)
             return; // the page has ended the window
-        m_pBody->ShowPage(m_iFront);
+        m_body->ShowPage(m_front);
     }
     if (IsModal())
-        m_pBody->ShowCommands();
+        m_body->ShowCommands();
     ShowState();
-    if (bFirst)
+    if (first)
         PlaceFirst();
-    m_pFrame->Show(IsModal(), WindowState());
+    m_frame->Show(IsModal(), WindowState());
     FrameMoved();
-    if (bFirst && !m_aSlots.empty())
-        m_aSlots[static_cast<std::size_t>(m_iFront)]->Focus();
+    if (first && !m_slots.empty())
+        m_slots[static_cast<std::size_t>(m_front)]->Focus();
 }
 
 QRect WindowForm::RectOfModel() const {
@@ -225,116 +224,116 @@ QRect WindowForm::RectOfModel() const {
 
 // Where the definition gives no size the page in front does; a window that would hide another of its kind is moved.
 void WindowForm::PlaceFirst() {
-    const auto oDef = m_oController->WindowDef();
-    QRect oPlace = RectOfModel();
-    const QSize oWanted = m_pBody->sizeHint() + m_pFrame->Surround();
-    if (oDef->DefPageWidth() == 0 || oDef->DefPageHeight() == 0) {
-        const Ref<Form> frmMain(m_pHost->frmMain);
-        oPlace.setSize({oDef->DefPageWidth() == 0 ? oWanted.width() : oPlace.width(),
-                        oDef->DefPageHeight() == 0 ? oWanted.height() : oPlace.height()});
-        oPlace.moveTo(CorvaneMain::CenteredLeft(oPlace.width(), PixelsX(frmMain->ScaleWidth()), 0),
-                      CorvaneMain::CenteredTop(oPlace.height(), PixelsY(frmMain->ScaleHeight()), 0));
+    const auto def = m_controller->WindowDef();
+    QRect place = RectOfModel();
+    const QSize wanted = m_body->sizeHint() + m_frame->Surround();
+    if (def->DefPageWidth() == 0 || def->DefPageHeight() == 0) {
+        const Ref<Form> mainForm(m_host->mainForm);
+        place.setSize({def->DefPageWidth() == 0 ? wanted.width() : place.width(),
+                       def->DefPageHeight() == 0 ? wanted.height() : place.height()});
+        place.moveTo(CorvaneMain::CenteredLeft(place.width(), PixelsX(mainForm->ScaleWidth()), 0),
+                     CorvaneMain::CenteredTop(place.height(), PixelsY(mainForm->ScaleHeight()), 0));
     }
-    const QRect oRoom = m_pFrame->Room();
-    MinMaxInfo oInfo;
-    m_pHost->oMessages->SendMessage(m_lHWnd, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&oInfo));
-    const int nBeside = std::max(m_pFrame->Surround().height(), 8); // a title bar
-    const QSize oMinimum(oInfo.oMinTrackSize.lX, oInfo.oMinTrackSize.lY);
-    m_oMinimum = oMinimum.boundedTo(oRoom.size());
+    const QRect room = m_frame->Room();
+    MinMaxInfo info;
+    m_host->messages->SendMessage(m_hWnd, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&info));
+    const int beside = std::max(m_frame->Surround().height(), 8); // a title bar
+    const QSize minimum(info.oMinTrackSize.lX, info.oMinTrackSize.lY);
+    m_minimum = minimum.boundedTo(room.size());
     ApplyMinimum();
-    oPlace = Fitted(oPlace, oRoom, oMinimum, m_pFrame->Minimum());
+    place = Fitted(place, room, minimum, m_frame->Minimum());
     if (MDIChild())
-        oPlace.moveTopLeft(FreeCorner(oPlace, oRoom, nBeside));
-    m_pFrame->Place(oPlace);
-    const bool bAnyResizable = std::any_of(m_aSlots.begin(), m_aSlots.end(),
-                                           [](const auto& oSlot) { return oSlot->PageDef()->IsResizable(); });
-    if (!MDIChild() && !bAnyResizable && !m_aSlots.empty())
-        m_pFrame->Fix(oPlace.size());
+        place.moveTopLeft(FreeCorner(place, room, beside));
+    m_frame->Place(place);
+    const bool anyResizable =
+        std::any_of(m_slots.begin(), m_slots.end(), [](const auto& slot) { return slot->PageDef()->IsResizable(); });
+    if (!MDIChild() && !anyResizable && !m_slots.empty())
+        m_frame->Fix(place.size());
 }
 
 // Down the diagonal, and once more from the top; where all corners are taken, a window does hide another.
-QPoint WindowForm::FreeCorner(const QRect& oPlace, const QRect& oRoom, int nStep) const {
-    for (QRect oTried : {oPlace, QRect(oRoom.topLeft(), oPlace.size())})
-        for (; oRoom.contains(oTried); oTried.translate(nStep, nStep))
-            if (!IsCornerTaken(oTried.topLeft()))
-                return oTried.topLeft();
-    return oPlace.topLeft();
+QPoint WindowForm::FreeCorner(const QRect& place, const QRect& room, int step) const {
+    for (QRect tried : {place, QRect(room.topLeft(), place.size())})
+        for (; room.contains(tried); tried.translate(step, step))
+            if (!IsCornerTaken(tried.topLeft()))
+                return tried.topLeft();
+    return place.topLeft();
 }
 
 bool WindowForm::IsBehindTab() const {
-    return MDIChild() && m_pHost->pArea && m_pHost->pArea->viewMode() == QMdiArea::TabbedView;
+    return MDIChild() && m_host->area && m_host->area->viewMode() == QMdiArea::TabbedView;
 }
 
 FormState WindowForm::StateOfPerson() const {
     return IsBehindTab() ? FormState::Normal : WindowState();
 }
 
-void WindowForm::PlaceAgain(const QRect& oPlace, FormState eState) {
-    if (!m_pFrame || !Visible())
+void WindowForm::PlaceAgain(const QRect& place, FormState state) {
+    if (!m_frame || !Visible())
         return;
     if (IsBehindTab()) { // for when it is free again
-        const QScopedValueRollback oFromFrame(m_bFromFrame, true);
-        Move(TwipsX(oPlace.left()), TwipsY(oPlace.top()), TwipsX(oPlace.width()), TwipsY(oPlace.height()));
+        const QScopedValueRollback fromFrame(m_fromFrame, true);
+        Move(TwipsX(place.left()), TwipsY(place.top()), TwipsX(place.width()), TwipsY(place.height()));
         return;
     }
-    QRect oRoom = m_pFrame->Room();
+    QRect room = m_frame->Room();
     // A main window that is just being maximized gets its size a moment later.
-    const QWidget* pMain = m_pHost->pMainWindow;
-    if (MDIChild() && pMain && (pMain->isMaximized() || pMain->isFullScreen()))
-        oRoom.setSize(oRoom.size() + (pMain->screen()->availableSize() - pMain->size()).expandedTo(QSize(0, 0)));
+    const QWidget* main = m_host->mainWindow;
+    if (MDIChild() && main && (main->isMaximized() || main->isFullScreen()))
+        room.setSize(room.size() + (main->screen()->availableSize() - main->size()).expandedTo(QSize(0, 0)));
     SetWindowState(FormState::Normal);
-    m_pFrame->Place(Fitted(oPlace, oRoom, m_oMinimum, m_pFrame->Minimum()));
+    m_frame->Place(Fitted(place, room, m_minimum, m_frame->Minimum()));
     FrameMoved();
-    SetWindowState(eState);
+    SetWindowState(state);
 }
 
 // The definition's, and what buttons and pages need so that nothing is cut off.
 void WindowForm::ApplyMinimum() {
-    m_pFrame->SetMinimum(m_oMinimum.expandedTo(m_pBody->minimumSizeHint() + m_pFrame->Surround()));
+    m_frame->SetMinimum(m_minimum.expandedTo(m_body->minimumSizeHint() + m_frame->Surround()));
 }
 
-bool WindowForm::IsCornerTaken(const QPoint& oCorner) const {
-    const auto aForms = Application()->Forms();
-    return std::any_of(aForms.begin(), aForms.end(), [&](const Ref<Form>& frm) {
-        return frm.Get() != this && frm->MDIChild() && frm->Visible() && PixelsX(frm->Left()) == oCorner.x() &&
-               PixelsY(frm->Top()) == oCorner.y();
+bool WindowForm::IsCornerTaken(const QPoint& corner) const {
+    const auto forms = Application()->Forms();
+    return std::any_of(forms.begin(), forms.end(), [&](const Ref<Form>& frm) {
+        return frm.Get() != this && frm->MDIChild() && frm->Visible() && PixelsX(frm->Left()) == corner.x() &&
+               PixelsY(frm->Top()) == corner.y();
     });
 }
 
 // A window manager may raise what a modal window holds back.
 void WindowForm::FrameActivated() {
-    const QWidget* pModal = QApplication::activeModalWidget();
-    if (Visible() && m_oController && (!pModal || pModal == Frame()))
-        m_pHost->fnGuard([this] { Activate(); });
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (Visible() && m_controller && (!modal || modal == Frame()))
+        m_host->guard([this] { Activate(); });
 }
 
 void WindowForm::FrameMoved() {
-    if (!m_pFrame || !Visible() || m_bFromFrame || !m_pFrame->Widget() || !m_pFrame->Widget()->isVisible())
+    if (!m_frame || !Visible() || m_fromFrame || !m_frame->Widget() || !m_frame->Widget()->isVisible())
         return;
-    m_bFromFrame = true;
-    m_pHost->fnGuard([this] {
-        const FormState eState = m_pFrame->State();
-        const QRect oPlace = m_pFrame->PlaceNow();
-        if (eState == FormState::Normal && !IsBehindTab() && oPlace != RectOfModel())
-            Move(TwipsX(oPlace.left()), TwipsY(oPlace.top()), TwipsX(oPlace.width()), TwipsY(oPlace.height()));
-        if (eState != WindowState())
-            SetWindowState(eState);
+    m_fromFrame = true;
+    m_host->guard([this] {
+        const FormState state = m_frame->State();
+        const QRect place = m_frame->PlaceNow();
+        if (state == FormState::Normal && !IsBehindTab() && place != RectOfModel())
+            Move(TwipsX(place.left()), TwipsY(place.top()), TwipsX(place.width()), TwipsY(place.height()));
+        if (state != WindowState())
+            SetWindowState(state);
     });
-    m_bFromFrame = false;
+    m_fromFrame = false;
 }
 
 QSize WindowForm::NonPageSize() {
-    return m_pBody->NonPageSize() + m_pFrame->Surround();
+    return m_body->NonPageSize() + m_frame->Surround();
 }
 
-Long WindowForm::MinWindowWidth(Long lPageWidth) {
-    const int nWidth = NonPageSize().width() + PixelsX(lPageWidth);
-    return RoundToLong(TwipsX(std::min(nWidth, m_pBody->screen()->availableSize().width())));
+Long WindowForm::MinWindowWidth(Long pageWidth) {
+    const int width = NonPageSize().width() + PixelsX(pageWidth);
+    return RoundToLong(TwipsX(std::min(width, m_body->screen()->availableSize().width())));
 }
 
-Long WindowForm::MinWindowHeight(Long lPageHeight) {
-    const int nHeight = NonPageSize().height() + PixelsY(lPageHeight);
-    return RoundToLong(TwipsY(std::min(nHeight, m_pBody->screen()->availableSize().height())));
+Long WindowForm::MinWindowHeight(Long pageHeight) {
+    const int height = NonPageSize().height() + PixelsY(pageHeight);
+    return RoundToLong(TwipsY(std::min(height, m_body->screen()->availableSize().height())));
 }
 
 Long WindowForm::NonPageWidth() {
@@ -346,15 +345,15 @@ Long WindowForm::NonPageHeight() {
 }
 
 void WindowForm::RunModalLoop() {
-    if (m_pLoop)
+    if (m_loop)
         return; // shown again from inside; the first loop goes on
-    if (m_pHost->fnModalLoop) {
-        m_pHost->fnModalLoop([this] { return IsLoaded() && Visible(); }, [this] { Abandon(); });
+    if (m_host->modalLoop) {
+        m_host->modalLoop([this] { return IsLoaded() && Visible(); }, [this] { Abandon(); });
     } else {
-        QEventLoop oLoop;
-        m_pLoop = &oLoop;
-        oLoop.exec();
-        m_pLoop = nullptr;
+        QEventLoop loop;
+        m_loop = &loop;
+        loop.exec();
+        m_loop = nullptr;
     }
     if (Visible()) // the application is ending
         Abandon();
@@ -362,57 +361,57 @@ void WindowForm::RunModalLoop() {
 
 // The first request that a window with a minimum size gets only takes the size away, so a second one follows.
 void WindowForm::RequestClose() {
-    const Ref<Form> oSelf(this);
-    m_pHost->fnGuard([this] {
-        m_bCloseArrived = false;
-        m_pHost->oMessages->SendMessage(m_lHWnd, WindowMessage::Close, 0, 0);
-        if (IsLoaded() && !m_bCloseArrived)
-            m_pHost->oMessages->SendMessage(m_lHWnd, WindowMessage::Close, 0, 0);
+    const Ref<Form> self(this);
+    m_host->guard([this] {
+        m_closeArrived = false;
+        m_host->messages->SendMessage(m_hWnd, WindowMessage::Close, 0, 0);
+        if (IsLoaded() && !m_closeArrived)
+            m_host->messages->SendMessage(m_hWnd, WindowMessage::Close, 0, 0);
     });
 }
 
 void WindowForm::Abandon() {
-    const Ref<Form> oSelf(this);
-    m_pHost->fnGuard([this] { Close(true); });
+    const Ref<Form> self(this);
+    m_host->guard([this] { Close(true); });
 }
 
 // A form that code has hidden has nobody in front of it who could answer.
-void WindowForm::QueryUnload(bool& bRefused) {
+void WindowForm::QueryUnload(bool& refused) {
     TellNoActiveChild(true);
-    if (!m_bInClose) {
-        m_oCancelled.reset();
+    if (!m_inClose) {
+        m_cancelled.reset();
         AskAll();
-        if (m_oSaved) {
-            m_oCancelled = !*m_oSaved;
+        if (m_saved) {
+            m_cancelled = !*m_saved;
         } else if (Visible() && AnyChanged()) {
-            const LeaveAnswer eAnswer = AskToLeave();
-            bRefused = eAnswer == LeaveAnswer::Stay;
-            if (eAnswer == LeaveAnswer::Save)
-                m_oCancelled = false;
+            const LeaveAnswer answer = AskToLeave();
+            refused = answer == LeaveAnswer::Stay;
+            if (answer == LeaveAnswer::Save)
+                m_cancelled = false;
         }
     }
-    QTimer::singleShot(0, m_pHost->pMainWindow,
-                       [frmMain = Ref<MdiForm>(m_pHost->frmMain)] { frmMain->SetRefusesToTellChild(false); });
+    QTimer::singleShot(0, m_host->mainWindow,
+                       [mainForm = Ref<MdiForm>(m_host->mainForm)] { mainForm->SetRefusesToTellChild(false); });
 }
 
 // While a child is asked, and after it has refused until the event loop turns, nobody finds it to ask it again.
-void WindowForm::TellNoActiveChild(bool bRefuses) {
+void WindowForm::TellNoActiveChild(bool refuses) {
     if (MDIChild() && Application())
-        Application()->SetRefusesToTellChild(bRefuses);
+        Application()->SetRefusesToTellChild(refuses);
 }
 
 void WindowForm::Unloaded() {
     TellNoActiveChild(false);
-    if (m_pLoop)
-        m_pLoop->quit();
-    m_pHost->oMessages->SendMessage(m_lHWnd, WindowMessage::Close, 0, 0); // takes the minimum size away
-    m_pHost->oMessages->UnregisterWindow(m_lHWnd);
+    if (m_loop)
+        m_loop->quit();
+    m_host->messages->SendMessage(m_hWnd, WindowMessage::Close, 0, 0); // takes the minimum size away
+    m_host->messages->UnregisterWindow(m_hWnd);
     DropFrame();
-    m_aSlots.clear();
-    const Ref<IWindowFormController> oController = std::move(m_oController);
+    m_slots.clear();
+    const Ref<IWindowFormController> controller = std::move(m_controller);
     try {
-        if (oController)
-            oController->ExitWindow(m_oCancelled.value_or(true));
+        if (controller)
+            controller->ExitWindow(m_cancelled.value_or(true));
     } catch (...) {
         ActivateNext();
         throw;
@@ -422,20 +421,20 @@ void WindowForm::Unloaded() {
 
 // Its widgets stay until the event loop turns, and what they may still say isn't heard.
 void WindowForm::DropFrame() {
-    if (m_pBody)
-        m_pBody->disconnect();
-    m_pBody = nullptr;
-    m_pFrame.reset();
+    if (m_body)
+        m_body->disconnect();
+    m_body = nullptr;
+    m_frame.reset();
 }
 
 // Of the forms that can be seen, the one that was active last.
 void WindowForm::ActivateNext() {
-    MdiForm* const frmMain = Application();
-    const Ref<Form> frmForeground = frmMain ? frmMain->ForegroundForm() : nullptr;
-    if (!frmMain || (frmForeground && frmForeground.Get() != this))
+    MdiForm* const mainForm = Application();
+    const Ref<Form> foregroundForm = mainForm ? mainForm->ForegroundForm() : nullptr;
+    if (!mainForm || (foregroundForm && foregroundForm.Get() != this))
         return;
-    const auto aForms = frmMain->Forms();
-    for (auto it = aForms.rbegin(); it != aForms.rend(); ++it)
+    const auto forms = mainForm->Forms();
+    for (auto it = forms.rbegin(); it != forms.rend(); ++it)
         if (it->Get() != this && (*it)->Visible()) {
             (*it)->Activate();
             return;

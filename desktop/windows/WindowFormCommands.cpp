@@ -14,39 +14,39 @@ namespace {
 // Set for as long as a scope runs.
 class Flag {
 public:
-    explicit Flag(bool& bFlag) : m_bFlag(bFlag), m_bBefore(std::exchange(bFlag, true)) {}
-    ~Flag() { m_bFlag = m_bBefore; }
+    explicit Flag(bool& flag) : m_flag(flag), m_before(std::exchange(flag, true)) {}
+    ~Flag() { m_flag = m_before; }
     Flag(const Flag&) = delete;
     Flag& operator=(const Flag&) = delete;
 
 private:
-    bool& m_bFlag;
-    bool m_bBefore;
+    bool& m_flag;
+    bool m_before;
 };
 
 } // namespace
 
 // A window and a dialog save what has changed; a wizard and a save dialog do their work as a whole.
 bool WindowForm::SavesChangesAlone() const {
-    return m_eType == WindowTypeConstants::cvWindow || m_eType == WindowTypeConstants::cvDialog;
+    return m_type == WindowTypeConstants::cvWindow || m_type == WindowTypeConstants::cvDialog;
 }
 
-bool WindowForm::CodeSays(Command eCommand, bool bEnabled) const {
-    const auto it = m_mapByCode.find(eCommand);
-    return it != m_mapByCode.end() && it->second == bEnabled;
+bool WindowForm::CodeSays(Command command, bool enabled) const {
+    const auto it = m_byCode.find(command);
+    return it != m_byCode.end() && it->second == enabled;
 }
 
 bool WindowForm::AllPassable() const {
-    return std::all_of(m_aSlots.begin(), m_aSlots.end(), [](const auto& oSlot) { return oSlot->IsPassable(); });
+    return std::all_of(m_slots.begin(), m_slots.end(), [](const auto& slot) { return slot->IsPassable(); });
 }
 
 bool WindowForm::AnyChanged() const {
     return (SavesChangesAlone() && CodeSays(Command::cvApply, true)) ||
-           std::any_of(m_aSlots.begin(), m_aSlots.end(), [](const auto& oSlot) { return oSlot->IsChanged(); });
+           std::any_of(m_slots.begin(), m_slots.end(), [](const auto& slot) { return slot->IsChanged(); });
 }
 
 bool WindowForm::HasChanges() {
-    if (!m_oController || !Visible())
+    if (!m_controller || !Visible())
         return false;
     AskAll();
     return AnyChanged();
@@ -57,68 +57,67 @@ bool WindowForm::HasUnsavedChanges() {
 }
 
 Ref<Object> WindowForm::BusinessContext() const {
-    const auto oWindow = m_oController.TryAs<Window>();
-    return oWindow ? oWindow->BusinessContext() : nullptr;
+    const auto window = m_controller.TryAs<Window>();
+    return window ? window->BusinessContext() : nullptr;
 }
 
-void WindowForm::SettleChanges(bool bSaved) {
-    m_oSaved = bSaved;
-    QTimer::singleShot(0, m_pHost->pMainWindow, [oSelf = Ref<WindowForm>(this)] { oSelf->m_oSaved.reset(); });
+void WindowForm::SettleChanges(bool saved) {
+    m_saved = saved;
+    QTimer::singleShot(0, m_host->mainWindow, [self = Ref<WindowForm>(this)] { self->m_saved.reset(); });
 }
 
 // What the pages say of a command, by what they last answered.
-bool WindowForm::IsInOrderFor(Command eCommand) const {
-    const bool bIsWizard = m_eType == WindowTypeConstants::cvWizard;
-    const auto nPages = static_cast<int>(m_aSlots.size());
-    switch (eCommand) {
+bool WindowForm::IsInOrderFor(Command command) const {
+    const bool isWizard = m_type == WindowTypeConstants::cvWizard;
+    const auto pages = static_cast<int>(m_slots.size());
+    switch (command) {
     case Command::cvHelp:
-        return m_iFront < nPages && m_aSlots[static_cast<std::size_t>(m_iFront)]->HelpTopic() != 0;
+        return m_front < pages && m_slots[static_cast<std::size_t>(m_front)]->HelpTopic() != 0;
     case Command::cvCancel:
         return true;
     case Command::cvPrevious:
-        return m_iFront > 0;
+        return m_front > 0;
     case Command::cvNext:
-        return m_iFront + 1 < nPages && m_aSlots[static_cast<std::size_t>(m_iFront)]->IsPassable();
+        return m_front + 1 < pages && m_slots[static_cast<std::size_t>(m_front)]->IsPassable();
     case Command::cvApply: // or Save As
         return AllPassable() && (!SavesChangesAlone() || AnyChanged());
     case Command::cvOK: // or Finish or Save
         // A wizard without one of its steps would do half of its work.
-        return AllPassable() && (!bIsWizard || std::none_of(m_aSlots.begin(), m_aSlots.end(), [](const auto& oSlot) {
-                   return oSlot->IsBroken() && !oSlot->PageDef()->IsOptional();
+        return AllPassable() && (!isWizard || std::none_of(m_slots.begin(), m_slots.end(), [](const auto& slot) {
+                   return slot->IsBroken() && !slot->PageDef()->IsOptional();
                }));
     }
     return false;
 }
 
-bool WindowForm::IsCommandEnabled(Command eStandardCommand) {
-    if (!m_pBody || !m_oController || !m_pBody->Commands().Button(eStandardCommand) ||
-        CodeSays(eStandardCommand, false))
+bool WindowForm::IsCommandEnabled(Command standardCommand) {
+    if (!m_body || !m_controller || !m_body->Commands().Button(standardCommand) || CodeSays(standardCommand, false))
         return false;
-    bool bEnabled = false;
-    m_pHost->fnGuard([&] { bEnabled = IsInOrderFor(eStandardCommand); });
-    return bEnabled;
+    bool enabled = false;
+    m_host->guard([&] { enabled = IsInOrderFor(standardCommand); });
+    return enabled;
 }
 
-void WindowForm::SetIsCommandEnabled(Command eStandardCommand, bool bEnabled) {
-    m_mapByCode[eStandardCommand] = bEnabled;
+void WindowForm::SetIsCommandEnabled(Command standardCommand, bool enabled) {
+    m_byCode[standardCommand] = enabled;
     ShowState();
 }
 
 // The state may be older than what the pages hold, so they are asked before anything is done.
-void WindowForm::ClickCommand(Command eStandardCommand) {
-    const Ref<Form> oSelf(this);
-    if (m_bInCommand || !m_oController)
+void WindowForm::ClickCommand(Command standardCommand) {
+    const Ref<Form> self(this);
+    if (m_inCommand || !m_controller)
         return;
-    const Flag oInCommand(m_bInCommand);
-    m_pHost->fnGuard([&] {
-        if (IsCommandEnabled(eStandardCommand))
-            Do(eStandardCommand);
+    const Flag inCommand(m_inCommand);
+    m_host->guard([&] {
+        if (IsCommandEnabled(standardCommand))
+            Do(standardCommand);
     });
     ShowState();
 }
 
-void WindowForm::Do(Command eCommand) {
-    switch (eCommand) {
+void WindowForm::Do(Command command) {
+    switch (command) {
     case Command::cvHelp:
         DoHelp();
         break;
@@ -126,109 +125,109 @@ void WindowForm::Do(Command eCommand) {
         DoCancel();
         break;
     case Command::cvPrevious:
-        Step(-1, eCommand);
+        Step(-1, command);
         break;
     case Command::cvNext:
-        Step(1, eCommand);
+        Step(1, command);
         break;
     case Command::cvApply: // or Save As, which ends the dialog
-        if (TellPages(eCommand) && SavePages() && m_eType == WindowTypeConstants::cvSaveDialog)
+        if (TellPages(command) && SavePages() && m_type == WindowTypeConstants::cvSaveDialog)
             Close(false);
         break;
     case Command::cvOK: // or Finish or Save
-        if (TellPages(eCommand) && SavePages())
+        if (TellPages(command) && SavePages())
             Close(false);
         break;
     }
 }
 
 void WindowForm::DoHelp() {
-    const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
-    if (!oSlot->IsUsable() || !FailsIn(m_iFront, [&] { oSlot->Click(Command::cvHelp); }))
-        m_pHost->fnHelp(oSlot->HelpTopic());
+    const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(m_front)];
+    if (!slot->IsUsable() || !FailsIn(m_front, [&] { slot->Click(Command::cvHelp); }))
+        m_host->help(slot->HelpTopic());
 }
 
 void WindowForm::DoCancel() {
     AskAll();
-    const LeaveAnswer eAnswer = AnyChanged() ? AskToLeave() : LeaveAnswer::Discard;
-    if (eAnswer == LeaveAnswer::Stay || !m_oController)
+    const LeaveAnswer answer = AnyChanged() ? AskToLeave() : LeaveAnswer::Discard;
+    if (answer == LeaveAnswer::Stay || !m_controller)
         return;
-    if (eAnswer == LeaveAnswer::Discard)
+    if (answer == LeaveAnswer::Discard)
         TellPages(Command::cvCancel);
-    if (m_oController)
-        Close(eAnswer == LeaveAnswer::Discard);
+    if (m_controller)
+        Close(answer == LeaveAnswer::Discard);
 }
 
-void WindowForm::Step(int nBy, Command eCommand) {
-    const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
-    const int iFrom = m_iFront;
-    if (oSlot->IsUsable() && FailsIn(m_iFront, [&] { oSlot->Click(eCommand); }))
+void WindowForm::Step(int by, Command command) {
+    const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(m_front)];
+    const int from = m_front;
+    if (slot->IsUsable() && FailsIn(m_front, [&] { slot->Click(command); }))
         return;
-    if (!m_oController || m_iFront != iFrom)
+    if (!m_controller || m_front != from)
         return; // the page has done it itself
-    oSlot->Ask();
-    if (nBy < 0 || oSlot->IsPassable())
-        BringToFront(m_iFront + nBy);
+    slot->Ask();
+    if (by < 0 || slot->IsPassable())
+        BringToFront(m_front + by);
 }
 
 // True when what the page does fails or ends the window. The failure is shown with the page in front.
-bool WindowForm::FailsIn(int iPage, const std::function<void()>& fnAct) {
+bool WindowForm::FailsIn(int page, const std::function<void()>& act) {
     try {
-        fnAct();
-        return !m_oController;
+        act();
+        return !m_controller;
     } catch (...) {
-        if (m_oController)
-            m_pHost->fnGuard([&] { BringToFront(iPage, true); });
-        if (m_bRaises)
+        if (m_controller)
+            m_host->guard([&] { BringToFront(page, true); });
+        if (m_raises)
             throw;
-        m_pHost->fnGuard([oFailure = std::current_exception()] { std::rethrow_exception(oFailure); });
+        m_host->guard([failure = std::current_exception()] { std::rethrow_exception(failure); });
         return true;
     }
 }
 
 // False when a page failed or isn't valid now. Cancelling goes on whatever the pages say.
-bool WindowForm::TellPages(Command eCommand) {
-    const Slots aSlots = m_aSlots;
-    const bool bIsCancel = eCommand == Command::cvCancel;
-    for (std::size_t i = 0; i < aSlots.size(); ++i) {
-        if (!aSlots[i]->IsUsable())
+bool WindowForm::TellPages(Command command) {
+    const Slots slots = m_slots;
+    const bool isCancel = command == Command::cvCancel;
+    for (std::size_t i = 0; i < slots.size(); ++i) {
+        if (!slots[i]->IsUsable())
             continue;
-        if (bIsCancel)
-            m_pHost->fnGuard([&] { aSlots[i]->Click(eCommand); });
-        else if (FailsIn(static_cast<int>(i), [&] { aSlots[i]->Click(eCommand); }))
+        if (isCancel)
+            m_host->guard([&] { slots[i]->Click(command); });
+        else if (FailsIn(static_cast<int>(i), [&] { slots[i]->Click(command); }))
             return false;
-        if (!m_oController)
+        if (!m_controller)
             return false;
     }
     AskAll();
-    if (bIsCancel || AllPassable() || !m_oController)
-        return !!m_oController;
-    const auto it = std::find_if(aSlots.begin(), aSlots.end(), [](const auto& oSlot) { return !oSlot->IsPassable(); });
-    BringToFront(static_cast<int>(it - aSlots.begin()), true);
+    if (isCancel || AllPassable() || !m_controller)
+        return !!m_controller;
+    const auto it = std::find_if(slots.begin(), slots.end(), [](const auto& slot) { return !slot->IsPassable(); });
+    BringToFront(static_cast<int>(it - slots.begin()), true);
     return false;
 }
 
-bool WindowForm::IsToBeSaved(const PageSlot& oSlot) const {
-    if (!oSlot.IsUsable() || !oSlot.IsValid())
+bool WindowForm::IsToBeSaved(const PageSlot& slot) const {
+    if (!slot.IsUsable() || !slot.IsValid())
         return false;
     if (SavesChangesAlone())
-        return oSlot.IsChanged() || CodeSays(Command::cvApply, true);
-    return !oSlot.PageDef()->IsOptional() || oSlot.HasWidget();
+        return slot.IsChanged() || CodeSays(Command::cvApply, true);
+    return !slot.PageDef()->IsOptional() || slot.HasWidget();
 }
 
 bool WindowForm::SavePages() {
-    const Slots aSlots = m_aSlots;
-    for (std::size_t i = 0; i < aSlots.size(); ++i)
-        if (IsToBeSaved(*aSlots[i]) && FailsIn(static_cast<int>(i), [&] { aSlots[i]->Save(); }))
+    const Slots slots = m_slots;
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        if (IsToBeSaved(*slots[i]) && FailsIn(static_cast<int>(i), [&] { slots[i]->Save(); }))
             return false;
     if (CodeSays(Command::cvApply, true))
-        m_mapByCode.erase(Command::cvApply);
+        m_byCode.erase(Command::cvApply);
     AskAll();
     return true;
 }
 
 bool WindowForm::CanBeSaved() {
-    if (!m_oController)
+    if (!m_controller)
         return false;
     AskAll();
     ShowState();
@@ -236,67 +235,67 @@ bool WindowForm::CanBeSaved() {
 }
 
 void WindowForm::Save() {
-    const Ref<Form> oSelf(this);
+    const Ref<Form> self(this);
     if (!CanBeSaved())
         return;
-    const Flag oRaises(m_bRaises);
+    const Flag raises(m_raises);
     SavePages();
     ShowState();
 }
 
-void WindowForm::Close(bool bCancelled) {
-    const Ref<Form> oSelf(this);
-    const Flag oInClose(m_bInClose);
-    m_oCancelled = bCancelled;
+void WindowForm::Close(bool cancelled) {
+    const Ref<Form> self(this);
+    const Flag inClose(m_inClose);
+    m_cancelled = cancelled;
     Unload();
 }
 
 QString WindowForm::Hindrance() const {
-    for (const auto& oSlot : m_aSlots)
-        if (!oSlot->IsPassable())
-            return WindowBody::tr("The page “%1” has missing or invalid entries.").arg(oSlot->Mark().sCaption);
+    for (const auto& slot : m_slots)
+        if (!slot->IsPassable())
+            return WindowBody::tr("The page “%1” has missing or invalid entries.").arg(slot->Mark().caption);
     return {};
 }
 
 LeaveAnswer WindowForm::AskToLeave() {
-    if (!m_pHost->fnAskToLeave)
+    if (!m_host->askToLeave)
         return LeaveAnswer::Discard;
-    LeaveQuestion oQuestion;
-    oQuestion.sWindow = TitleOf(*this);
-    oQuestion.sHindrance = SavesChangesAlone() ? Hindrance() : QString();
-    oQuestion.bCanSave = SavesChangesAlone() && oQuestion.sHindrance.isEmpty() && !CodeSays(Command::cvOK, false);
-    oQuestion.pOver = Frame();
-    LeaveAnswer eAnswer = m_pHost->fnAskToLeave(oQuestion);
-    if (eAnswer == LeaveAnswer::Save && (!m_oController || !SavePages()))
-        eAnswer = LeaveAnswer::Stay;
-    return eAnswer;
+    LeaveQuestion question;
+    question.window = TitleOf(*this);
+    question.hindrance = SavesChangesAlone() ? Hindrance() : QString();
+    question.canSave = SavesChangesAlone() && question.hindrance.isEmpty() && !CodeSays(Command::cvOK, false);
+    question.over = Frame();
+    LeaveAnswer answer = m_host->askToLeave(question);
+    if (answer == LeaveAnswer::Save && (!m_controller || !SavePages()))
+        answer = LeaveAnswer::Stay;
+    return answer;
 }
 
 std::string WindowForm::AsText() {
-    static constexpr const char* aKinds[] = {"window", "wizard", "dialog", "save dialog"};
-    std::string sText = "Window " + Caption() + " (" + aKinds[static_cast<std::size_t>(m_eType)];
+    static constexpr const char* kinds[] = {"window", "wizard", "dialog", "save dialog"};
+    std::string text = "Window " + Caption() + " (" + kinds[static_cast<std::size_t>(m_type)];
     if (IsModal())
-        sText += ", modal";
-    if (m_bIsActive)
-        sText += ", active";
-    sText += ")\n";
-    for (std::size_t i = 0; i < m_aSlots.size(); ++i) {
-        const auto& oSlot = m_aSlots[i];
-        sText += "  Page " + oSlot->PageDef()->Caption();
-        sText += static_cast<int>(i) == m_iFront ? " (in front)" : "";
-        sText += oSlot->IsChanged() ? " (changed)" : "";
-        sText += oSlot->IsValid() ? "" : " (not valid)";
-        sText += oSlot->IsBroken() ? " (can't be shown: " + oSlot->WhyBroken()->Description + ")" : "";
-        sText += "\n";
+        text += ", modal";
+    if (m_isActive)
+        text += ", active";
+    text += ")\n";
+    for (std::size_t i = 0; i < m_slots.size(); ++i) {
+        const auto& slot = m_slots[i];
+        text += "  Page " + slot->PageDef()->Caption();
+        text += static_cast<int>(i) == m_front ? " (in front)" : "";
+        text += slot->IsChanged() ? " (changed)" : "";
+        text += slot->IsValid() ? "" : " (not valid)";
+        text += slot->IsBroken() ? " (can't be shown: " + slot->WhyBroken()->Description + ")" : "";
+        text += "\n";
     }
-    if (!m_pBody || !m_pBody->AreCommandsShown())
-        return sText;
-    sText += "  Commands";
-    for (const Command eCommand : m_pBody->Commands().Commands()) {
-        QString sName = m_pBody->Commands().Button(eCommand)->text();
-        sText += " [" + sName.remove('&').toStdString() + (IsCommandEnabled(eCommand) ? "]" : " (off)]");
+    if (!m_body || !m_body->AreCommandsShown())
+        return text;
+    text += "  Commands";
+    for (const Command command : m_body->Commands().Commands()) {
+        QString name = m_body->Commands().Button(command)->text();
+        text += " [" + name.remove('&').toStdString() + (IsCommandEnabled(command) ? "]" : " (off)]");
     }
-    return sText + "\n";
+    return text + "\n";
 }
 
 } // namespace corvane::desktop

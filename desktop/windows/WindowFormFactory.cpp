@@ -4,8 +4,8 @@
 
 namespace corvane::desktop {
 
-Ref<IWindowForm> WindowFormFactory::NewWindowForm(WindowTypeConstants eWindowType, bool bIsMDIChild) {
-    return New<WindowForm>(m_pHost, eWindowType, bIsMDIChild);
+Ref<IWindowForm> WindowFormFactory::NewWindowForm(WindowTypeConstants windowType, bool isMDIChild) {
+    return New<WindowForm>(m_host, windowType, isMDIChild);
 }
 
 } // namespace corvane::desktop

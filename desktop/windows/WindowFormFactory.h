@@ -10,11 +10,11 @@ namespace corvane::desktop {
 
 class WindowFormFactory final : public IWindowFormFactory {
 public:
-    explicit WindowFormFactory(std::shared_ptr<const WindowHost> pHost) : m_pHost(std::move(pHost)) {}
-    Ref<IWindowForm> NewWindowForm(WindowTypeConstants eWindowType, bool bIsMDIChild) override;
+    explicit WindowFormFactory(std::shared_ptr<const WindowHost> host) : m_host(std::move(host)) {}
+    Ref<IWindowForm> NewWindowForm(WindowTypeConstants windowType, bool isMDIChild) override;
 
 private:
-    std::shared_ptr<const WindowHost> m_pHost;
+    std::shared_ptr<const WindowHost> m_host;
 };
 
 } // namespace corvane::desktop

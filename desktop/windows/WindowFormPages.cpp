@@ -6,129 +6,129 @@
 
 namespace corvane::desktop {
 
-void WindowForm::SetActivePageIndex(Long lIndex) {
-    if (lIndex < 0 || lIndex >= static_cast<Long>(m_aSlots.size()))
-        Fail(FailureNumber::Subscript, "There is no page " + std::to_string(lIndex), "ActivePageIndex");
-    BringToFront(lIndex);
+void WindowForm::SetActivePageIndex(Long index) {
+    if (index < 0 || index >= static_cast<Long>(m_slots.size()))
+        Fail(FailureNumber::Subscript, "There is no page " + std::to_string(index), "ActivePageIndex");
+    BringToFront(index);
 }
 
-void WindowForm::BringToFront(int iPage, bool bAnyway) {
-    const Ref<Form> oSelf(this);
-    if (m_eType == WindowTypeConstants::cvWizard && !bAnyway && !IsReachable(iPage))
+void WindowForm::BringToFront(int page, bool anyway) {
+    const Ref<Form> self(this);
+    if (m_type == WindowTypeConstants::cvWizard && !anyway && !IsReachable(page))
         return;
-    const bool bIsOther = iPage != m_iFront;
-    if (bIsOther)
+    const bool isOther = page != m_front;
+    if (isOther)
         DeactivateFront();
-    if (!m_oController)
+    if (!m_controller)
         return; // the page that left ended the window
-    m_iFront = iPage;
+    m_front = page;
     if (Visible()) {
-        const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(iPage)];
-        const bool bFirst = !oSlot->HasWidget();
-        oSlot->MakeWidget(m_pBody->Place(iPage));
-        if (!m_oController)
+        const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(page)];
+        const bool first = !slot->HasWidget();
+        slot->MakeWidget(m_body->Place(page));
+        if (!m_controller)
             return; // or the one that comes
-        m_pBody->ShowPage(iPage);
+        m_body->ShowPage(page);
         ApplyMinimum();
-        if (bFirst || m_eType == WindowTypeConstants::cvWizard)
-            oSlot->Focus();
+        if (first || m_type == WindowTypeConstants::cvWizard)
+            slot->Focus();
     }
-    if (m_bIsActive)
+    if (m_isActive)
         ActivateFront();
-    if (m_oController)
+    if (m_controller)
         ShowState();
 }
 
 // Activations come in pairs: a page that is active isn't activated again, and one that can't be shown never is.
 void WindowForm::ActivateFront() {
-    if (m_aSlots.empty() || m_iActive == m_iFront)
+    if (m_slots.empty() || m_active == m_front)
         return;
-    const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(m_iFront)];
-    if (!oSlot->IsUsable())
+    const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(m_front)];
+    if (!slot->IsUsable())
         return;
-    m_iActive = m_iFront;
-    m_pHost->fnGuard([&] { m_oController->PageActivate(oSlot->PageObj()); });
+    m_active = m_front;
+    m_host->guard([&] { m_controller->PageActivate(slot->PageObj()); });
 }
 
 void WindowForm::DeactivateFront() {
-    if (m_iActive < 0 || !m_oController)
+    if (m_active < 0 || !m_controller)
         return;
-    const Ref<PageSlot> oSlot = m_aSlots[static_cast<std::size_t>(std::exchange(m_iActive, -1))];
-    if (oSlot->IsAlive())
-        m_pHost->fnGuard([&] { m_oController->PageDeactivate(oSlot->PageObj()); });
+    const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(std::exchange(m_active, -1))];
+    if (slot->IsAlive())
+        m_host->guard([&] { m_controller->PageDeactivate(slot->PageObj()); });
 }
 
 // A page that fails at its end doesn't keep the window open.
 void WindowForm::EndPages() {
-    if (!m_oController)
+    if (!m_controller)
         return;
-    const Ref<IWindowFormController> oController = m_oController;
+    const Ref<IWindowFormController> controller = m_controller;
     DeactivateFront();
-    m_bIsActive = false;
-    for (const auto& oSlot : Slots(m_aSlots))
-        oSlot->End(oController);
+    m_isActive = false;
+    for (const auto& slot : Slots(m_slots))
+        slot->End(controller);
 }
 
 void WindowForm::AskAll() {
-    for (const auto& oSlot : Slots(m_aSlots))
-        oSlot->Ask();
+    for (const auto& slot : Slots(m_slots))
+        slot->Ask();
 }
 
-void WindowForm::PageValidityChanged(const Ref<IPage>& oPage) {
-    for (const auto& oSlot : Slots(m_aSlots))
-        if (oSlot->Page() == oPage)
-            oSlot->Ask();
-    if (m_pBody)
+void WindowForm::PageValidityChanged(const Ref<IPage>& page) {
+    for (const auto& slot : Slots(m_slots))
+        if (slot->Page() == page)
+            slot->Ask();
+    if (m_body)
         ShowState();
 }
 
 // Of a wizard: back always, forward over pages that don't hold it back.
-bool WindowForm::IsReachable(int iPage) const {
-    for (int i = m_iFront; i < iPage; ++i)
-        if (!m_aSlots[static_cast<std::size_t>(i)]->IsPassable())
+bool WindowForm::IsReachable(int page) const {
+    for (int i = m_front; i < page; ++i)
+        if (!m_slots[static_cast<std::size_t>(i)]->IsPassable())
             return false;
     return true;
 }
 
 // The page keeps its size where there is room.
 void WindowForm::ShowCommands() {
-    const int nHeight = m_pBody->ShowCommands();
-    if (nHeight > 0)
+    const int height = m_body->ShowCommands();
+    if (height > 0)
         ApplyMinimum();
-    const QRect oPlace = m_pFrame->PlaceNow();
-    if (nHeight > 0 && Visible() && m_pFrame->State() == FormState::Normal &&
-        oPlace.bottom() + nHeight <= m_pFrame->Room().bottom())
-        m_pFrame->Place(oPlace.adjusted(0, 0, 0, nHeight));
+    const QRect place = m_frame->PlaceNow();
+    if (height > 0 && Visible() && m_frame->State() == FormState::Normal &&
+        place.bottom() + height <= m_frame->Room().bottom())
+        m_frame->Place(place.adjusted(0, 0, 0, height));
 }
 
 void WindowForm::ShowState() {
-    if (!m_pBody || !m_oController)
+    if (!m_body || !m_controller)
         return;
-    for (int i = 0; i < static_cast<int>(m_aSlots.size()); ++i) {
-        const auto& oSlot = m_aSlots[static_cast<std::size_t>(i)];
-        PageMark oMark = oSlot->Mark();
-        if (m_eType == WindowTypeConstants::cvWizard) {
-            oMark.bIsDone = i < m_iFront && oSlot->IsUsable() && oSlot->IsValid();
-            oMark.bIsReachable = IsReachable(i);
+    for (int i = 0; i < static_cast<int>(m_slots.size()); ++i) {
+        const auto& slot = m_slots[static_cast<std::size_t>(i)];
+        PageMark mark = slot->Mark();
+        if (m_type == WindowTypeConstants::cvWizard) {
+            mark.isDone = i < m_front && slot->IsUsable() && slot->IsValid();
+            mark.isReachable = IsReachable(i);
             // A step that one hasn't come to isn't wrong yet.
-            oMark.bIsInvalid &= oSlot->HasWidget() && i != m_iFront;
+            mark.isInvalid &= slot->HasWidget() && i != m_front;
         }
-        m_pBody->MarkPage(i, oMark);
+        m_body->MarkPage(i, mark);
     }
     if (AnyChanged() && SavesChangesAlone())
         ShowCommands();
-    CommandRow& oRow = m_pBody->Commands();
-    for (const Command eCommand : oRow.Commands())
-        oRow.SetCommandEnabled(eCommand, IsCommandEnabled(eCommand));
-    Command eDefault = Command::cvOK;
-    if (m_eType == WindowTypeConstants::cvWizard) {
-        const bool bIsLast = m_iFront + 1 >= static_cast<int>(m_aSlots.size());
-        eDefault = bIsLast ? Command::cvFinish : Command::cvNext;
-        oRow.SetSkips(!bIsLast && !m_aSlots[static_cast<std::size_t>(m_iFront)]->IsValid() &&
-                      m_aSlots[static_cast<std::size_t>(m_iFront)]->IsPassable());
+    CommandRow& row = m_body->Commands();
+    for (const Command command : row.Commands())
+        row.SetCommandEnabled(command, IsCommandEnabled(command));
+    Command defaultCommand = Command::cvOK;
+    if (m_type == WindowTypeConstants::cvWizard) {
+        const bool isLast = m_front + 1 >= static_cast<int>(m_slots.size());
+        defaultCommand = isLast ? Command::cvFinish : Command::cvNext;
+        row.SetSkips(!isLast && !m_slots[static_cast<std::size_t>(m_front)]->IsValid() &&
+                     m_slots[static_cast<std::size_t>(m_front)]->IsPassable());
     }
-    oRow.SetDefault(eDefault);
-    m_pFrame->SetModified(SavesChangesAlone() && AnyChanged());
+    row.SetDefault(defaultCommand);
+    m_frame->SetModified(SavesChangesAlone() && AnyChanged());
 }
 
 } // namespace corvane::desktop

@@ -13,224 +13,224 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr QSize oProbe(1000, 1000); // larger than what a frame needs for itself
+constexpr QSize probe(1000, 1000); // larger than what a frame needs for itself
 
 // A frame's widget outlives the frame by a turn of the event loop, and then nobody listens any more.
 using Ears = std::shared_ptr<WindowFrame::Ears>;
 
 class ChildFrame final : public QMdiSubWindow {
 public:
-    explicit ChildFrame(Ears pEars) : m_pEars(std::move(pEars)) {
+    explicit ChildFrame(Ears ears) : m_ears(std::move(ears)) {
         setAttribute(Qt::WA_DeleteOnClose, false);
         // The main window has the keys of its children itself.
-        for (QAction* pAction : systemMenu()->actions())
-            pAction->setShortcuts({});
-        connect(this, &QMdiSubWindow::windowStateChanged, this, [this](Qt::WindowStates eOld, Qt::WindowStates eNew) {
-            if ((eNew & ~eOld) & Qt::WindowActive)
-                m_pEars->Tell(&WindowFrame::Listeners::fnActivated);
-            if ((eNew ^ eOld) & ~Qt::WindowStates(Qt::WindowActive))
-                m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
-        });
+        for (QAction* action : systemMenu()->actions())
+            action->setShortcuts({});
+        connect(this, &QMdiSubWindow::windowStateChanged, this,
+                [this](Qt::WindowStates old, Qt::WindowStates newStates) {
+                    if ((newStates & ~old) & Qt::WindowActive)
+                        m_ears->Tell(&WindowFrame::Listeners::activated);
+                    if ((newStates ^ old) & ~Qt::WindowStates(Qt::WindowActive))
+                        m_ears->Tell(&WindowFrame::Listeners::placed);
+                });
     }
 
 protected:
-    void closeEvent(QCloseEvent* pEvent) override {
-        pEvent->ignore();
-        m_pEars->Tell(&WindowFrame::Listeners::fnCloseRequested);
+    void closeEvent(QCloseEvent* event) override {
+        event->ignore();
+        m_ears->Tell(&WindowFrame::Listeners::closeRequested);
     }
-    void moveEvent(QMoveEvent* pEvent) override {
-        QMdiSubWindow::moveEvent(pEvent);
-        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
+    void moveEvent(QMoveEvent* event) override {
+        QMdiSubWindow::moveEvent(event);
+        m_ears->Tell(&WindowFrame::Listeners::placed);
     }
-    void resizeEvent(QResizeEvent* pEvent) override {
-        QMdiSubWindow::resizeEvent(pEvent);
-        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
+    void resizeEvent(QResizeEvent* event) override {
+        QMdiSubWindow::resizeEvent(event);
+        m_ears->Tell(&WindowFrame::Listeners::placed);
     }
 
 private:
-    Ears m_pEars;
+    Ears m_ears;
 };
 
 class DialogFrame final : public QDialog {
 public:
-    DialogFrame(Ears pEars, QWidget* pOwner, Qt::WindowFlags eFlags)
-        : QDialog(pOwner, eFlags), m_pEars(std::move(pEars)) {}
+    DialogFrame(Ears ears, QWidget* owner, Qt::WindowFlags flags) : QDialog(owner, flags), m_ears(std::move(ears)) {}
     // The escape key and the close box.
-    void reject() override { m_pEars->Tell(&WindowFrame::Listeners::fnCloseRequested); }
+    void reject() override { m_ears->Tell(&WindowFrame::Listeners::closeRequested); }
 
 protected:
-    void closeEvent(QCloseEvent* pEvent) override {
-        pEvent->ignore();
-        m_pEars->Tell(&WindowFrame::Listeners::fnCloseRequested);
+    void closeEvent(QCloseEvent* event) override {
+        event->ignore();
+        m_ears->Tell(&WindowFrame::Listeners::closeRequested);
     }
-    void moveEvent(QMoveEvent* pEvent) override {
-        QDialog::moveEvent(pEvent);
-        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
+    void moveEvent(QMoveEvent* event) override {
+        QDialog::moveEvent(event);
+        m_ears->Tell(&WindowFrame::Listeners::placed);
     }
-    void resizeEvent(QResizeEvent* pEvent) override {
-        QDialog::resizeEvent(pEvent);
-        m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
+    void resizeEvent(QResizeEvent* event) override {
+        QDialog::resizeEvent(event);
+        m_ears->Tell(&WindowFrame::Listeners::placed);
     }
-    void changeEvent(QEvent* pEvent) override {
-        QDialog::changeEvent(pEvent);
-        if (pEvent->type() == QEvent::WindowStateChange)
-            m_pEars->Tell(&WindowFrame::Listeners::fnPlaced);
+    void changeEvent(QEvent* event) override {
+        QDialog::changeEvent(event);
+        if (event->type() == QEvent::WindowStateChange)
+            m_ears->Tell(&WindowFrame::Listeners::placed);
     }
-    bool event(QEvent* pEvent) override {
-        const bool bDone = QDialog::event(pEvent);
-        if (pEvent->type() == QEvent::WindowActivate)
-            m_pEars->Tell(&WindowFrame::Listeners::fnActivated);
-        return bDone;
+    bool event(QEvent* event) override {
+        const bool done = QDialog::event(event);
+        if (event->type() == QEvent::WindowActivate)
+            m_ears->Tell(&WindowFrame::Listeners::activated);
+        return done;
     }
 
 private:
-    Ears m_pEars;
+    Ears m_ears;
 };
 
-Qt::WindowStates StatesOf(FormState eState) {
-    if (eState == FormState::Maximized)
+Qt::WindowStates StatesOf(FormState state) {
+    if (state == FormState::Maximized)
         return Qt::WindowMaximized;
-    return eState == FormState::Minimized ? Qt::WindowMinimized : Qt::WindowNoState;
+    return state == FormState::Minimized ? Qt::WindowMinimized : Qt::WindowNoState;
 }
 
 } // namespace
 
-WindowFrame::WindowFrame(QMdiArea* pArea, QWidget* pOwner, QWidget* pBody, bool bWithStateButtons, Listeners oListeners)
-    : m_pEars(std::make_shared<WindowFrame::Ears>(std::move(oListeners))), m_pArea(pArea), m_pOwner(pOwner) {
-    if (pArea) {
-        m_pChild = new ChildFrame(m_pEars);
-        m_pChild->setParent(pArea->viewport(), m_pChild->windowFlags()); // without one it has no title bar
-        auto* pProbe = new QWidget;
-        pProbe->setFixedSize(oProbe);
-        m_pChild->setWidget(pProbe);
-        m_pChild->ensurePolished();
-        m_oSurround = m_pChild->sizeHint() - oProbe;
-        m_pChild->setWidget(nullptr);
-        delete pProbe;
-        m_pChild->setWidget(pBody);
-        m_pWidget = m_pChild;
+WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Listeners listeners)
+    : m_ears(std::make_shared<WindowFrame::Ears>(std::move(listeners))), m_area(area), m_owner(owner) {
+    if (area) {
+        m_child = new ChildFrame(m_ears);
+        m_child->setParent(area->viewport(), m_child->windowFlags()); // without one it has no title bar
+        auto* probeWidget = new QWidget;
+        probeWidget->setFixedSize(probe);
+        m_child->setWidget(probeWidget);
+        m_child->ensurePolished();
+        m_surround = m_child->sizeHint() - probe;
+        m_child->setWidget(nullptr);
+        delete probeWidget;
+        m_child->setWidget(body);
+        m_widget = m_child;
         return;
     }
-    Qt::WindowFlags eFlags = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
-    if (bWithStateButtons)
-        eFlags |= Qt::WindowMinMaxButtonsHint;
-    m_pDialog = new DialogFrame(m_pEars, pOwner, eFlags);
-    auto* pLayout = new QVBoxLayout(m_pDialog);
-    pLayout->setContentsMargins(0, 0, 0, 0);
-    pLayout->addWidget(pBody);
-    m_pWidget = m_pDialog;
+    Qt::WindowFlags flags = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    if (withStateButtons)
+        flags |= Qt::WindowMinMaxButtonsHint;
+    m_dialog = new DialogFrame(m_ears, owner, flags);
+    auto* layout = new QVBoxLayout(m_dialog);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(body);
+    m_widget = m_dialog;
 }
 
 WindowFrame::~WindowFrame() {
-    m_pEars->bClosed = true;
-    if (!m_pWidget)
+    m_ears->closed = true;
+    if (!m_widget)
         return;
-    m_pWidget->hide();
-    m_pWidget->deleteLater();
+    m_widget->hide();
+    m_widget->deleteLater();
 }
 
-void WindowFrame::Show(bool bModal, FormState eState) {
-    if (!m_pWidget)
+void WindowFrame::Show(bool modal, FormState state) {
+    if (!m_widget)
         return;
-    if (m_pChild && m_pArea && !std::exchange(m_bIsAdded, true)) {
-        const QRect oPlace = m_pChild->geometry(); // the area would choose a place of its own
-        m_pArea->addSubWindow(m_pChild);
-        m_pChild->setGeometry(oPlace);
+    if (m_child && m_area && !std::exchange(m_isAdded, true)) {
+        const QRect place = m_child->geometry(); // the area would choose a place of its own
+        m_area->addSubWindow(m_child);
+        m_child->setGeometry(place);
     }
-    if (m_pDialog && bModal != m_pDialog->isModal() && !m_pDialog->isVisible())
-        m_pDialog->setWindowModality(bModal ? Qt::ApplicationModal : Qt::NonModal);
-    if (!m_pWidget->isVisible())
-        SetState(eState);
-    m_pWidget->show();
+    if (m_dialog && modal != m_dialog->isModal() && !m_dialog->isVisible())
+        m_dialog->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    if (!m_widget->isVisible())
+        SetState(state);
+    m_widget->show();
     BringToFront();
 }
 
 void WindowFrame::Hide() {
-    if (m_pWidget)
-        m_pWidget->hide();
+    if (m_widget)
+        m_widget->hide();
 }
 
 void WindowFrame::BringToFront() {
-    if (m_pChild && m_pArea) {
-        if (m_bIsAdded && m_pArea->activeSubWindow() != m_pChild)
-            m_pArea->setActiveSubWindow(m_pChild);
-        if (m_pChild->window()->isVisible() && !m_pChild->window()->isActiveWindow())
-            m_pChild->window()->activateWindow();
-    } else if (m_pDialog && m_pDialog->isVisible() && !m_pDialog->isActiveWindow()) {
-        m_pDialog->raise();
-        m_pDialog->activateWindow();
+    if (m_child && m_area) {
+        if (m_isAdded && m_area->activeSubWindow() != m_child)
+            m_area->setActiveSubWindow(m_child);
+        if (m_child->window()->isVisible() && !m_child->window()->isActiveWindow())
+            m_child->window()->activateWindow();
+    } else if (m_dialog && m_dialog->isVisible() && !m_dialog->isActiveWindow()) {
+        m_dialog->raise();
+        m_dialog->activateWindow();
     }
 }
 
-void WindowFrame::SetTitle(const QString& sTitle) {
-    if (m_pWidget)
-        m_pWidget->setWindowTitle(QString(sTitle).replace("[*]", "[*][*]") + "[*]");
+void WindowFrame::SetTitle(const QString& title) {
+    if (m_widget)
+        m_widget->setWindowTitle(QString(title).replace("[*]", "[*][*]") + "[*]");
 }
 
-void WindowFrame::SetIcon(const QIcon& oIcon) {
-    if (m_pWidget)
-        m_pWidget->setWindowIcon(oIcon);
+void WindowFrame::SetIcon(const QIcon& icon) {
+    if (m_widget)
+        m_widget->setWindowIcon(icon);
 }
 
-void WindowFrame::SetModified(bool bModified) {
-    if (m_pWidget)
-        m_pWidget->setWindowModified(bModified);
+void WindowFrame::SetModified(bool modified) {
+    if (m_widget)
+        m_widget->setWindowModified(modified);
 }
 
-void WindowFrame::SetState(FormState eState) {
-    if (!m_pWidget || State() == eState)
+void WindowFrame::SetState(FormState state) {
+    if (!m_widget || State() == state)
         return;
-    if (!m_pChild || !m_pChild->isVisible()) {
-        m_pWidget->setWindowState(StatesOf(eState));
+    if (!m_child || !m_child->isVisible()) {
+        m_widget->setWindowState(StatesOf(state));
         return;
     }
-    switch (eState) {
+    switch (state) {
     case FormState::Maximized:
-        m_pChild->showMaximized();
+        m_child->showMaximized();
         break;
     case FormState::Minimized:
-        m_pChild->showMinimized();
+        m_child->showMinimized();
         break;
     case FormState::Normal:
-        m_pChild->showNormal();
+        m_child->showNormal();
         break;
     }
 }
 
 FormState WindowFrame::State() const {
-    if (m_pWidget && m_pWidget->isMinimized())
+    if (m_widget && m_widget->isMinimized())
         return FormState::Minimized;
-    return m_pWidget && m_pWidget->isMaximized() ? FormState::Maximized : FormState::Normal;
+    return m_widget && m_widget->isMaximized() ? FormState::Maximized : FormState::Normal;
 }
 
 QPoint WindowFrame::Corner() const {
-    return m_pDialog && m_pOwner ? m_pOwner->frameGeometry().topLeft() : QPoint();
+    return m_dialog && m_owner ? m_owner->frameGeometry().topLeft() : QPoint();
 }
 
-void WindowFrame::Place(const QRect& oPlace) {
-    if (m_pWidget && State() == FormState::Normal)
-        m_pWidget->setGeometry(oPlace.translated(Corner()));
+void WindowFrame::Place(const QRect& place) {
+    if (m_widget && State() == FormState::Normal)
+        m_widget->setGeometry(place.translated(Corner()));
 }
 
 QRect WindowFrame::PlaceNow() const {
-    return m_pWidget ? m_pWidget->geometry().translated(-Corner()) : QRect();
+    return m_widget ? m_widget->geometry().translated(-Corner()) : QRect();
 }
 
-void WindowFrame::SetMinimum(const QSize& oSize) {
-    if (m_pWidget && m_pWidget->minimumSize() != m_pWidget->maximumSize())
-        m_pWidget->setMinimumSize(oSize);
+void WindowFrame::SetMinimum(const QSize& size) {
+    if (m_widget && m_widget->minimumSize() != m_widget->maximumSize())
+        m_widget->setMinimumSize(size);
 }
 
-void WindowFrame::Fix(const QSize& oSize) {
-    if (m_pWidget)
-        m_pWidget->setFixedSize(oSize);
+void WindowFrame::Fix(const QSize& size) {
+    if (m_widget)
+        m_widget->setFixedSize(size);
 }
 
 QRect WindowFrame::Room() const {
-    if (m_pChild && m_pArea)
-        return QRect(QPoint(), m_pArea->viewport()->size());
-    const QScreen* pScreen = m_pOwner ? m_pOwner->screen() : nullptr;
-    return pScreen ? pScreen->availableGeometry().translated(-Corner()) : QRect(0, 0, 1024, 768);
+    if (m_child && m_area)
+        return QRect(QPoint(), m_area->viewport()->size());
+    const QScreen* screen = m_owner ? m_owner->screen() : nullptr;
+    return screen ? screen->availableGeometry().translated(-Corner()) : QRect(0, 0, 1024, 768);
 }
 
 } // namespace corvane::desktop

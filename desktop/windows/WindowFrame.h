@@ -21,60 +21,60 @@ namespace corvane::desktop {
 class WindowFrame final {
 public:
     struct Listeners {
-        std::function<void()> fnCloseRequested;
-        std::function<void()> fnActivated;
-        std::function<void()> fnPlaced; // moved, resized, or its state has changed
+        std::function<void()> closeRequested;
+        std::function<void()> activated;
+        std::function<void()> placed; // moved, resized, or its state has changed
     };
 
     struct Ears {
-        explicit Ears(Listeners o) : oListeners(std::move(o)) {}
-        void Tell(std::function<void()> Listeners::*fnWhat) const {
-            if (!bClosed)
-                (oListeners.*fnWhat)();
+        explicit Ears(Listeners o) : listeners(std::move(o)) {}
+        void Tell(std::function<void()> Listeners::*what) const {
+            if (!closed)
+                (listeners.*what)();
         }
-        Listeners oListeners;
-        bool bClosed = false;
+        Listeners listeners;
+        bool closed = false;
     };
 
-    // A child of the area for pArea, else a window that stays above pOwner.
-    WindowFrame(QMdiArea* pArea, QWidget* pOwner, QWidget* pBody, bool bWithStateButtons, Listeners oListeners);
+    // A child of the area for area, else a window that stays above owner.
+    WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Listeners listeners);
     // The frame's widgets live on until the event loop turns, as one of them may be the caller.
     ~WindowFrame();
     WindowFrame(const WindowFrame&) = delete;
     WindowFrame& operator=(const WindowFrame&) = delete;
 
     // Null when the main window has gone first.
-    [[nodiscard]] QWidget* Widget() const { return m_pWidget; }
-    void Show(bool bModal, FormState eState);
+    [[nodiscard]] QWidget* Widget() const { return m_widget; }
+    void Show(bool modal, FormState state);
     void Hide();
     void BringToFront();
-    void SetTitle(const QString& sTitle);
-    void SetIcon(const QIcon& oIcon);
-    void SetModified(bool bModified);
-    void SetState(FormState eState);
+    void SetTitle(const QString& title);
+    void SetIcon(const QIcon& icon);
+    void SetModified(bool modified);
+    void SetState(FormState state);
     [[nodiscard]] FormState State() const;
     // In pixels, from the area's or the main window's corner; only what is seen in the normal state.
-    void Place(const QRect& oPlace);
+    void Place(const QRect& place);
     [[nodiscard]] QRect PlaceNow() const;
-    [[nodiscard]] QSize Minimum() const { return m_pWidget ? m_pWidget->minimumSize() : QSize(0, 0); }
-    void SetMinimum(const QSize& oSize); // unless its size is fixed
-    void Fix(const QSize& oSize);        // no other size from now on
+    [[nodiscard]] QSize Minimum() const { return m_widget ? m_widget->minimumSize() : QSize(0, 0); }
+    void SetMinimum(const QSize& size); // unless its size is fixed
+    void Fix(const QSize& size);        // no other size from now on
     // What the frame adds to its body.
-    [[nodiscard]] QSize Surround() const { return m_oSurround; }
+    [[nodiscard]] QSize Surround() const { return m_surround; }
     // The room there is for it.
     [[nodiscard]] QRect Room() const;
 
 private:
     [[nodiscard]] QPoint Corner() const;
 
-    std::shared_ptr<Ears> m_pEars;
-    QPointer<QMdiArea> m_pArea;
-    QPointer<QWidget> m_pOwner;
-    QPointer<QMdiSubWindow> m_pChild;
-    QPointer<QDialog> m_pDialog;
-    QPointer<QWidget> m_pWidget; // one of the two
-    QSize m_oSurround{0, 0};
-    bool m_bIsAdded = false; // to the area, with the first Show
+    std::shared_ptr<Ears> m_ears;
+    QPointer<QMdiArea> m_area;
+    QPointer<QWidget> m_owner;
+    QPointer<QMdiSubWindow> m_child;
+    QPointer<QDialog> m_dialog;
+    QPointer<QWidget> m_widget; // one of the two
+    QSize m_surround{0, 0};
+    bool m_isAdded = false; // to the area, with the first Show
 };
 
 } // namespace corvane::desktop

@@ -5,11 +5,11 @@
 namespace corvane::desktop {
 
 const QIcon& WindowHost::ChildIcon() const {
-    if (m_oChildIcon.isNull() && pMainWindow)
-        m_oChildIcon = pMainWindow->windowIcon().isNull()
-                           ? pMainWindow->style()->standardIcon(QStyle::SP_FileIcon, nullptr, pMainWindow)
-                           : pMainWindow->windowIcon();
-    return m_oChildIcon;
+    if (m_childIcon.isNull() && mainWindow)
+        m_childIcon = mainWindow->windowIcon().isNull()
+                          ? mainWindow->style()->standardIcon(QStyle::SP_FileIcon, nullptr, mainWindow)
+                          : mainWindow->windowIcon();
+    return m_childIcon;
 }
 
 } // namespace corvane::desktop

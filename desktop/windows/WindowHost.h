@@ -20,20 +20,20 @@ namespace corvane::desktop {
 
 // A window with unsaved changes is to close.
 struct LeaveQuestion {
-    QString sWindow;
-    QString sHindrance; // why it can't be saved as it is; empty when it can
-    bool bCanSave = false;
-    QWidget* pOver = nullptr;
+    QString window;
+    QString hindrance; // why it can't be saved as it is; empty when it can
+    bool canSave = false;
+    QWidget* over = nullptr;
 };
 enum class LeaveAnswer { Stay, Discard, Save };
 
 // What a person does to a window, for those who follow it.
 struct WindowStep {
     enum class What { Command, Page, Close, Activate };
-    const Window& oWindow;
-    What eWhat;
-    int nWhich = 0;                        // the command, the page's index
-    std::function<bool()> fnHasEnded = {}; // the window
+    const Window& window;
+    What what;
+    int which = 0;                       // the command, the page's index
+    std::function<bool()> hasEnded = {}; // the window
 };
 
 struct WindowHost {
@@ -42,25 +42,25 @@ struct WindowHost {
     // The window whose pages stand in a list, however many they are.
     static constexpr const char* ListedWindow = "Corvane.Preferences";
 
-    MdiForm* frmMain = nullptr; // outlives every form
-    QPointer<QMdiArea> pArea;
-    QPointer<QWidget> pMainWindow;
+    MdiForm* mainForm = nullptr; // outlives every form
+    QPointer<QMdiArea> area;
+    QPointer<QWidget> mainWindow;
     // Of the main window's children; one for all, as loading it takes longer than the rest.
     [[nodiscard]] const QIcon& ChildIcon() const;
-    Ref<WindowMessages> oMessages;
+    Ref<WindowMessages> messages;
     // Runs what enters the library; a failure that leaves it is shown.
-    GuardFunction fnGuard;
+    GuardFunction guard;
     // Without it nobody is asked and the changes go.
-    std::function<LeaveAnswer(const LeaveQuestion&)> fnAskToLeave;
+    std::function<LeaveAnswer(const LeaveQuestion&)> askToLeave;
     // Opens a help topic. Without it no window offers help.
-    std::function<void(Long)> fnHelp;
+    std::function<void(Long)> help;
     // Runs what a person does to a window. Without it that is just done.
-    std::function<void(const WindowStep&, const std::function<void()>& fnDo)> fnByPerson;
-    // Runs instead of the event loop while a modal form is open and returns when fnGoesOn says no; fnEnd ends the form.
-    std::function<void(const std::function<bool()>& fnGoesOn, const std::function<void()>& fnEnd)> fnModalLoop;
+    std::function<void(const WindowStep&, const std::function<void()>& work)> byPerson;
+    // Runs instead of the event loop while a modal form is open and returns when goesOn says no; end ends the form.
+    std::function<void(const std::function<bool()>& goesOn, const std::function<void()>& end)> modalLoop;
 
 private:
-    mutable QIcon m_oChildIcon; // null until it is needed
+    mutable QIcon m_childIcon; // null until it is needed
 };
 
 } // namespace corvane::desktop

@@ -9,26 +9,26 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int nCharactersWide = 28;
+constexpr int charactersWide = 28;
 
 // Takes the room of a sign, so that the texts stand below one another.
-QIcon NoSign(const QSize& oSize) {
-    QPixmap oNothing(oSize);
-    oNothing.fill(Qt::transparent);
-    return oNothing;
+QIcon NoSign(const QSize& size) {
+    QPixmap nothing(size);
+    nothing.fill(Qt::transparent);
+    return nothing;
 }
 
 } // namespace
 
 QString PageMark::Remark() const {
-    if (bIsBroken)
+    if (isBroken)
         return QCoreApplication::translate("PageMark", "This page can't be shown.");
-    if (bIsInvalid)
+    if (isInvalid)
         return QCoreApplication::translate("PageMark", "This page has missing or invalid entries.");
     return {};
 }
 
-WizardSteps::WizardSteps(QWidget* pParent) : QListWidget(pParent) {
+WizardSteps::WizardSteps(QWidget* parent) : QListWidget(parent) {
     setAccessibleName(tr("Steps"));
     setFrameShape(QFrame::NoFrame);
     setWordWrap(true);
@@ -38,49 +38,50 @@ WizardSteps::WizardSteps(QWidget* pParent) : QListWidget(pParent) {
     setSelectionMode(QAbstractItemView::SingleSelection);
     viewport()->setAutoFillBackground(false);
     setSpacing(fontMetrics().height() / 6);
-    const int nSign = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    setIconSize({nSign, nSign});
-    const int nMargin = fontMetrics().height() / 3;
-    setViewportMargins(nMargin, nMargin, nMargin, nMargin);
+    const int sign = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    setIconSize({sign, sign});
+    const int margin = fontMetrics().height() / 3;
+    setViewportMargins(margin, margin, margin, margin);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Expanding);
-    connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* pItem) { Q_EMIT StepChosen(row(pItem)); });
-    connect(this, &QListWidget::itemActivated, this, [this](QListWidgetItem* pItem) { Q_EMIT StepChosen(row(pItem)); });
+    connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { Q_EMIT StepChosen(row(item)); });
+    connect(this, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) { Q_EMIT StepChosen(row(item)); });
 }
 
 QSize WizardSteps::sizeHint() const {
-    return {fontMetrics().averageCharWidth() * nCharactersWide, fontMetrics().height() * 6};
+    return {fontMetrics().averageCharWidth() * charactersWide, fontMetrics().height() * 6};
 }
 
-void WizardSteps::AddStep(const PageMark& oMark) {
+void WizardSteps::AddStep(const PageMark& mark) {
     addItem(new QListWidgetItem);
-    SetStep(count() - 1, oMark);
+    SetStep(count() - 1, mark);
 }
 
 // The signs stand in the text as well, so that nothing depends on colours or pictures.
-void WizardSteps::SetStep(int iStep, const PageMark& oMark) {
-    QListWidgetItem* pItem = item(iStep);
-    QString sText = tr("%1. %2").arg(iStep + 1).arg(oMark.sCaption);
-    if (oMark.bIsOptional)
-        sText += tr(" (optional)");
-    QStyle::StandardPixmap eSign = QStyle::SP_CustomBase;
-    if (oMark.bIsBroken || oMark.bIsInvalid)
-        eSign = QStyle::SP_MessageBoxWarning;
-    else if (oMark.bIsDone)
-        eSign = QStyle::SP_DialogApplyButton;
-    pItem->setText(sText);
-    pItem->setIcon(eSign == QStyle::SP_CustomBase ? NoSign(iconSize()) : style()->standardIcon(eSign, nullptr, this));
-    pItem->setToolTip(oMark.Remark());
-    pItem->setData(Qt::AccessibleDescriptionRole, oMark.Remark());
-    pItem->setFlags(oMark.bIsReachable ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags);
+void WizardSteps::SetStep(int step, const PageMark& mark) {
+    QListWidgetItem* listWidgetItem = item(step);
+    QString text = tr("%1. %2").arg(step + 1).arg(mark.caption);
+    if (mark.isOptional)
+        text += tr(" (optional)");
+    QStyle::StandardPixmap sign = QStyle::SP_CustomBase;
+    if (mark.isBroken || mark.isInvalid)
+        sign = QStyle::SP_MessageBoxWarning;
+    else if (mark.isDone)
+        sign = QStyle::SP_DialogApplyButton;
+    listWidgetItem->setText(text);
+    listWidgetItem->setIcon(sign == QStyle::SP_CustomBase ? NoSign(iconSize())
+                                                          : style()->standardIcon(sign, nullptr, this));
+    listWidgetItem->setToolTip(mark.Remark());
+    listWidgetItem->setData(Qt::AccessibleDescriptionRole, mark.Remark());
+    listWidgetItem->setFlags(mark.isReachable ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags);
 }
 
-void WizardSteps::SetCurrentStep(int iStep) {
+void WizardSteps::SetCurrentStep(int step) {
     for (int i = 0; i < count(); ++i) {
-        QFont oFont = font();
-        oFont.setBold(i == iStep);
-        item(i)->setFont(oFont);
+        QFont fontObject = font();
+        fontObject.setBold(i == step);
+        item(i)->setFont(fontObject);
     }
-    setCurrentRow(iStep);
+    setCurrentRow(step);
     doItemsLayout(); // a bold text may need another line
 }
 

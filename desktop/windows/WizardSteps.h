@@ -10,16 +10,16 @@ namespace corvane::desktop {
 class WizardSteps final : public QListWidget {
     Q_OBJECT
 public:
-    explicit WizardSteps(QWidget* pParent = nullptr);
+    explicit WizardSteps(QWidget* parent = nullptr);
 
-    void AddStep(const PageMark& oMark);
-    void SetStep(int iStep, const PageMark& oMark);
-    void SetCurrentStep(int iStep);
+    void AddStep(const PageMark& mark);
+    void SetStep(int step, const PageMark& mark);
+    void SetCurrentStep(int step);
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, 0}; }
 
 Q_SIGNALS:
-    void StepChosen(int iStep);
+    void StepChosen(int step);
 };
 
 } // namespace corvane::desktop

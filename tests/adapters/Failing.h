@@ -9,11 +9,11 @@ namespace corvane::test {
 
 // "53: text", or "no failure".
 template <class F>
-std::string FailureOf(F fnCall) {
+std::string FailureOf(F call) {
     try {
-        fnCall();
-    } catch (const Failure& oFailure) {
-        return std::to_string(oFailure.Number) + ": " + oFailure.Description;
+        call();
+    } catch (const Failure& failure) {
+        return std::to_string(failure.Number) + ": " + failure.Description;
     }
     return "no failure";
 }

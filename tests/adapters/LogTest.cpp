@@ -14,63 +14,63 @@ using namespace corvane;
 namespace {
 
 // Every digit of a line's first field as 9, and its last sign as +.
-std::string WithoutTimes(std::string sLog) {
-    bool bInTime = true;
-    for (std::size_t i = 0; i < sLog.size(); ++i) {
-        if (sLog[i] == '\n')
-            bInTime = true;
-        else if (sLog[i] == '\t')
-            bInTime = false;
-        else if (bInTime && std::isdigit(static_cast<unsigned char>(sLog[i])))
-            sLog[i] = '9';
-        else if (bInTime && sLog[i] == '-' && i + 5 < sLog.size() && sLog[i + 5] == '\t')
-            sLog[i] = '+';
+std::string WithoutTimes(std::string log) {
+    bool inTime = true;
+    for (std::size_t i = 0; i < log.size(); ++i) {
+        if (log[i] == '\n')
+            inTime = true;
+        else if (log[i] == '\t')
+            inTime = false;
+        else if (inTime && std::isdigit(static_cast<unsigned char>(log[i])))
+            log[i] = '9';
+        else if (inTime && log[i] == '-' && i + 5 < log.size() && log[i + 5] == '\t')
+            log[i] = '+';
     }
-    return sLog;
+    return log;
 }
 
-std::string ReadOf(const std::string& sPath) {
-    return ReadBytes(sPath).value_or("no file");
+std::string ReadOf(const std::string& path) {
+    return ReadBytes(path).value_or("no file");
 }
 
 } // namespace
 
 TEST(Log, AFailureIsOneLineOfEscapedFields) {
-    test::TemporaryFolder oFolder;
-    const auto oUtilities = New<Utilities>("App", "/app", oFolder.Path() + "/made/on/the/way");
-    EXPECT_FALSE(FindPath(oUtilities->LogPath()));
-    oUtilities->LogError("App", "Module", "Name (Get)", Failure(-1, "two\nlines\tand \\", "Source"), "ü\r\x1B", false);
-    oUtilities->LogError("App", "Module", "Second", Failure(5), "", false);
-    const std::string sLog = ReadOf(oUtilities->LogPath());
-    EXPECT_EQ(WithoutTimes(sLog),
+    test::TemporaryFolder folder;
+    const auto utilities = New<Utilities>("App", "/app", folder.Path() + "/made/on/the/way");
+    EXPECT_FALSE(FindPath(utilities->LogPath()));
+    utilities->LogError("App", "Module", "Name (Get)", Failure(-1, "two\nlines\tand \\", "Source"), "ü\r\x1B", false);
+    utilities->LogError("App", "Module", "Second", Failure(5), "", false);
+    const std::string log = ReadOf(utilities->LogPath());
+    EXPECT_EQ(WithoutTimes(log),
               "9999-99-99T99:99:99.999+9999\tApp\tModule\tName (Get)\t-1\tSource\ttwo\\nlines\\tand \\\\\tü\\r?\n"
               "9999-99-99T99:99:99.999+9999\tApp\tModule\tSecond\t5\tCorvane\tInvalid procedure call or argument\t\n");
 }
 
 TEST(Log, IsTurnedOverAndKeepsFiveFiles) {
-    test::TemporaryFolder oFolder;
-    const auto oUtilities = New<Utilities>("App", "/app", oFolder.Path());
-    const std::string sText(64 * 1024, 'x');
+    test::TemporaryFolder folder;
+    const auto utilities = New<Utilities>("App", "/app", folder.Path());
+    const std::string text(64 * 1024, 'x');
     for (int i = 0; i < 7 * 16; ++i)
-        oUtilities->LogError("App", "M", "P", Failure(i, sText), "", false);
-    const auto aNames = NamesIn(oFolder.Path()).value();
-    EXPECT_EQ(aNames.size(), LogFile::FileCount);
-    for (const std::string& sName : aNames)
-        EXPECT_LE(ReadOf(oFolder.Path() + "/" + sName).size(), LogFile::FileBytes);
-    EXPECT_NE(ReadOf(oUtilities->LogPath()).find("\t111\t"), std::string::npos);
+        utilities->LogError("App", "M", "P", Failure(i, text), "", false);
+    const auto names = NamesIn(folder.Path()).value();
+    EXPECT_EQ(names.size(), LogFile::FileCount);
+    for (const std::string& name : names)
+        EXPECT_LE(ReadOf(folder.Path() + "/" + name).size(), LogFile::FileBytes);
+    EXPECT_NE(ReadOf(utilities->LogPath()).find("\t111\t"), std::string::npos);
 }
 
 TEST(Log, AFolderThatCannotBeWrittenCostsOnlyTheLog) {
-    test::TemporaryFolder oFolder;
-    const std::string sFile = oFolder.Write("file", "");
-    const auto oUtilities = New<Utilities>("App", "/app", sFile + "/folder");
+    test::TemporaryFolder folder;
+    const std::string file = folder.Write("file", "");
+    const auto utilities = New<Utilities>("App", "/app", file + "/folder");
     testing::internal::CaptureStderr();
-    oUtilities->LogError("App", "M", "First", Failure(5), "", false);
-    oUtilities->LogError("App", "M", "Second", Failure(5), "", false);
-    const std::string sError = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(sError.find("can't be written"), sError.rfind("can't be written"));
-    EXPECT_LT(sError.find("can't be written"), sError.find("\tFirst\t"));
-    EXPECT_NE(sError.find("\tSecond\t"), std::string::npos);
+    utilities->LogError("App", "M", "First", Failure(5), "", false);
+    utilities->LogError("App", "M", "Second", Failure(5), "", false);
+    const std::string error = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(error.find("can't be written"), error.rfind("can't be written"));
+    EXPECT_LT(error.find("can't be written"), error.find("\tFirst\t"));
+    EXPECT_NE(error.find("\tSecond\t"), std::string::npos);
 }
 
 TEST(Log, LiesInTheUsersStateFolder) {
@@ -82,31 +82,31 @@ TEST(Log, LiesInTheUsersStateFolder) {
 }
 
 TEST(Log, WhatIsToBeShownReachesTheHostOnceItIsLogged) {
-    test::TemporaryFolder oFolder;
-    const auto oUtilities = New<Utilities>("App", "/app", oFolder.Path());
-    std::string sShown;
-    oUtilities->SetShow([&](const ShownFailure& oShown) {
-        EXPECT_NE(ReadOf(oShown.sLogFile).find("\tP\t13\t"), std::string::npos);
-        sShown += oShown.sModule + "." + oShown.sProcedure + ": " + oShown.oFailure.Description + " " + oShown.sContext;
+    test::TemporaryFolder folder;
+    const auto utilities = New<Utilities>("App", "/app", folder.Path());
+    std::string shownText;
+    utilities->SetShow([&](const ShownFailure& shown) {
+        EXPECT_NE(ReadOf(shown.logFile).find("\tP\t13\t"), std::string::npos);
+        shownText += shown.module + "." + shown.procedure + ": " + shown.failure.Description + " " + shown.context;
     });
-    oUtilities->LogError("App", "M", "Quiet", Failure(13), "", false);
-    oUtilities->LogError("App", "M", "P", Failure(13, "why"), "where", true);
-    EXPECT_EQ(sShown, "M.P: why where");
+    utilities->LogError("App", "M", "Quiet", Failure(13), "", false);
+    utilities->LogError("App", "M", "P", Failure(13, "why"), "where", true);
+    EXPECT_EQ(shownText, "M.P: why where");
 }
 
 TEST(Log, ADebuggerIsNoticed) {
-    const auto oUtilities = New<Utilities>("App", "/app", "/nowhere");
-    const pid_t nChild = ::fork();
-    if (nChild == 0) {
-        const bool bBefore = oUtilities->IsRunningInIDE();
+    const auto utilities = New<Utilities>("App", "/app", "/nowhere");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool before = utilities->IsRunningInIDE();
         if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
             ::_exit(2);
-        ::_exit(!bBefore && oUtilities->IsRunningInIDE() ? 0 : 1);
+        ::_exit(!before && utilities->IsRunningInIDE() ? 0 : 1);
     }
-    int nStatus = 0;
-    ::waitpid(nChild, &nStatus, 0);
-    ASSERT_TRUE(WIFEXITED(nStatus));
-    if (WEXITSTATUS(nStatus) == 2)
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    if (WEXITSTATUS(status) == 2)
         GTEST_SKIP() << "this machine allows no tracing";
-    EXPECT_EQ(WEXITSTATUS(nStatus), 0);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }

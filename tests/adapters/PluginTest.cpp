@@ -10,34 +10,34 @@ using corvane::test::FailureOf;
 
 namespace {
 
-const std::string sFolder = CORVANE_TEST_PLUGINS;
+const std::string folder = CORVANE_TEST_PLUGINS;
 
-std::string File(const std::string& sLibrary) {
-    return "\"" + sFolder + "/lib" + sLibrary + ".so\"";
+std::string File(const std::string& library) {
+    return "\"" + folder + "/lib" + library + ".so\"";
 }
 
 // This program's build tag with another hash over the headers.
-std::string WithHash(const std::string& sHash) {
-    const std::string sTag = PluginBuildTag;
-    return sTag.substr(0, sTag.rfind(' ') + 1) + sHash;
+std::string WithHash(const std::string& hash) {
+    const std::string tag = PluginBuildTag;
+    return tag.substr(0, tag.rfind(' ') + 1) + hash;
 }
 
 } // namespace
 
 TEST(Plugins, AnObjectIsMadeAndCalledByName) {
-    const auto oFactory = New<PluginFactory>(sFolder);
-    const Ref<Object> oCounter = oFactory->Create("good.COUNTER");
-    const Variant vMore(Long{5});
-    EXPECT_EQ(oCounter->Invoke("add", std::span(&vMore, 1)), Variant(Long{5}));
-    EXPECT_EQ(oCounter->TypeName(), "Counter");
-    EXPECT_EQ(oFactory->Create("Good.Counter")->Invoke("Count", {}), Variant(Long{0}));
+    const auto factory = New<PluginFactory>(folder);
+    const Ref<Object> counter = factory->Create("good.COUNTER");
+    const Variant more(Long{5});
+    EXPECT_EQ(counter->Invoke("add", std::span(&more, 1)), Variant(Long{5}));
+    EXPECT_EQ(counter->TypeName(), "Counter");
+    EXPECT_EQ(factory->Create("Good.Counter")->Invoke("Count", {}), Variant(Long{0}));
 }
 
 TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
     struct {
-        const char* sProgID;
-        std::string sWhy;
-    } const aCases[] = {
+        const char* progID;
+        std::string why;
+    } const cases[] = {
         {"Missing.Class",
          "there is no file " + File("Missing") + ". Put the plug-in there, or correct the name in front of the point"},
         {"NoEntry.Class",
@@ -69,26 +69,26 @@ TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
         {"a/b.Class", "the library's name \"a/b\" isn't a plain file name; a ProgID has the form \"Library.Class\", "
                       "without a folder"},
     };
-    const auto oFactory = New<PluginFactory>(sFolder);
-    for (const auto& oCase : aCases)
-        EXPECT_EQ(FailureOf([&] { (void)oFactory->Create(oCase.sProgID); }),
-                  "429: Can't create an object of \"" + std::string(oCase.sProgID) + "\": " + oCase.sWhy);
+    const auto factory = New<PluginFactory>(folder);
+    for (const auto& testCase : cases)
+        EXPECT_EQ(FailureOf([&] { (void)factory->Create(testCase.progID); }),
+                  "429: Can't create an object of \"" + std::string(testCase.progID) + "\": " + testCase.why);
     // The loader's own words are part of this one.
-    const std::string sText = FailureOf([&] { (void)oFactory->Create("Text.Class"); });
-    EXPECT_NE(sText.find("the file " + File("Text") + " can't be loaded as a shared library: "), std::string::npos);
-    EXPECT_NE(sText.find("file too short"), std::string::npos) << sText;
+    const std::string text = FailureOf([&] { (void)factory->Create("Text.Class"); });
+    EXPECT_NE(text.find("the file " + File("Text") + " can't be loaded as a shared library: "), std::string::npos);
+    EXPECT_NE(text.find("file too short"), std::string::npos) << text;
 }
 
 TEST(Plugins, ToolsSeeClassesAndMembers) {
-    const auto oFactory = New<PluginFactory>(sFolder);
-    const auto aClasses = oFactory->Classes("GOOD");
-    ASSERT_EQ(aClasses.size(), 2u);
-    EXPECT_EQ(aClasses[0].sProgID, "Good.Account");
-    EXPECT_TRUE(aClasses[0].aMembers.empty());
-    ASSERT_EQ(aClasses[1].aMembers.size(), 2u);
-    EXPECT_EQ(aClasses[1].aMembers[0].Name, "Add");
-    EXPECT_EQ(aClasses[1].aMembers[0].ParameterCount, 1u);
-    EXPECT_EQ(oFactory->Libraries(), (std::vector<std::string>{"Good", "NoEntry", "NoTable", "OtherAbi", "OtherBuild",
-                                                               "OtherHeaders", "Text", "Throwing"}));
-    EXPECT_TRUE(New<PluginFactory>(sFolder + "/none")->Libraries().empty());
+    const auto factory = New<PluginFactory>(folder);
+    const auto classes = factory->Classes("GOOD");
+    ASSERT_EQ(classes.size(), 2u);
+    EXPECT_EQ(classes[0].progID, "Good.Account");
+    EXPECT_TRUE(classes[0].members.empty());
+    ASSERT_EQ(classes[1].members.size(), 2u);
+    EXPECT_EQ(classes[1].members[0].Name, "Add");
+    EXPECT_EQ(classes[1].members[0].ParameterCount, 1u);
+    EXPECT_EQ(factory->Libraries(), (std::vector<std::string>{"Good", "NoEntry", "NoTable", "OtherAbi", "OtherBuild",
+                                                              "OtherHeaders", "Text", "Throwing"}));
+    EXPECT_TRUE(New<PluginFactory>(folder + "/none")->Libraries().empty());
 }

@@ -9,23 +9,23 @@ using corvane::test::FailureOf;
 
 namespace {
 
-std::string Verdict(const std::string& sSchemaFile, const std::string& sDocument) {
-    const auto oService = New<XmlService>();
-    const auto oCache = oService->NewSchemaCache();
-    oCache->Add("", sSchemaFile);
-    const auto oDocument = oService->NewDocument();
-    if (!oDocument->LoadXml(sDocument))
-        return "not well formed: " + oDocument->ParseError().sReason;
-    const XmlError oError = oDocument->Validate(oCache);
-    EXPECT_EQ(oError.lErrorCode == 0, oError.sReason.empty());
-    return oError.sReason.empty() ? "valid" : oError.sReason;
+std::string Verdict(const std::string& schemaFile, const std::string& documentText) {
+    const auto service = New<XmlService>();
+    const auto cache = service->NewSchemaCache();
+    cache->Add("", schemaFile);
+    const auto document = service->NewDocument();
+    if (!document->LoadXml(documentText))
+        return "not well formed: " + document->ParseError().sReason;
+    const XmlError error = document->Validate(cache);
+    EXPECT_EQ(error.lErrorCode == 0, error.sReason.empty());
+    return error.sReason.empty() ? "valid" : error.sReason;
 }
 
-std::string Shipped(const std::string& sDocument) {
-    return Verdict(CORVANE_SHIPPED_SCHEMA, sDocument);
+std::string Shipped(const std::string& document) {
+    return Verdict(CORVANE_SHIPPED_SCHEMA, document);
 }
 
-constexpr const char* sCommands = R"(
+constexpr const char* commands = R"(
 <ActionItems>
  <ActionItem Name="Open" Action="OnOpen" Visible="true" Enabled="0" Checked="maybe" Description="d"
   PassActionItemParam="x" Image="a.bmp" ImageDisabled="b" ImagePressed="c"/>
@@ -37,32 +37,32 @@ constexpr const char* sCommands = R"(
  <MenuItem/>
 </Menus>)";
 
-constexpr const char* sPage =
+constexpr const char* page =
     R"(<Page PageProgID="S.P" Caption="c" IsOptional="perhaps" IsResizable="" PositionOrder="1"
  HelpContextID="7" HideExplorer="true">)";
 
 } // namespace
 
 TEST(ShippedSchema, TakesEveryElementAndAttributeAndLeavesWordsAlone) {
-    const std::string sCommandsAndText = std::string("text") + sCommands + "<!-- comment -->";
+    const std::string commandsAndText = std::string("text") + commands + "<!-- comment -->";
     EXPECT_EQ(Shipped("<Service/>"), "valid");
     EXPECT_EQ(Shipped("<Service Name='S' ProgID='S.S' IsStartService='?' Active='yes'><Windows/><Preferences>" +
-                      std::string(sPage) + sCommandsAndText + "</Page></Preferences>" + sCommandsAndText +
+                      std::string(page) + commandsAndText + "</Page></Preferences>" + commandsAndText +
                       R"(<ExplorerItems>text<ExplorerItem Name="n" DisplayName="d" ProgID="S.I" Type="?" Parent="p"
                       PositionOrder="1" DefaultAction="Open" CanRename="?" Image="i">)" +
-                      sCommandsAndText + "</ExplorerItem><ExplorerItem/></ExplorerItems>" +
+                      commandsAndText + "</ExplorerItem><ExplorerItem/></ExplorerItems>" +
                       R"(<Windows><Window Name="n" PageWidth="1" PageHeight="2" DefPageWidth="3" DefPageHeight="4"
                       Type="?" Caption="c" IsMDIChild="?" State="?" IsModal="?" IsNewBusinessContext="?"
                       IsApplyCommandShown="?">)" +
-                      sPage + sCommandsAndText + sCommands + "</Page><Page/></Window></Windows>" + sCommands +
+                      page + commandsAndText + commands + "</Page><Page/></Window></Windows>" + commands +
                       "<ExplorerItems/></Service>"),
               "valid");
 }
 
 TEST(ShippedSchema, CatchesWhatIsMisspeltOrMisplaced) {
     struct {
-        std::string sDocument, sReason;
-    } const aCases[] = {
+        std::string document, reason;
+    } const cases[] = {
         {"<Service Nmae='S'/>", "line 1: Element 'Service', attribute 'Nmae': The attribute 'Nmae' is not allowed"},
         {"<Service>\n<ActionItems>\n<ActionItem Enable='true'/></ActionItems></Service>",
          "line 3: Element 'ActionItem', attribute 'Enable': The attribute 'Enable' is not allowed"},
@@ -85,29 +85,29 @@ TEST(ShippedSchema, CatchesWhatIsMisspeltOrMisplaced) {
          "line 70001: Element 'Nothing': This element is not expected. Expected is one of ( "
          "ActionItems, Menus, ExplorerItems, Windows, Preferences )"},
     };
-    for (const auto& oCase : aCases)
-        EXPECT_EQ(Shipped(oCase.sDocument), oCase.sReason);
+    for (const auto& testCase : cases)
+        EXPECT_EQ(Shipped(testCase.document), testCase.reason);
 }
 
 // The shipped schema is looked at in a way of its own; one that says more must be enforced as a whole.
 TEST(Schemas, EveryRuleOfAnotherSchemaIsEnforced) {
-    test::TemporaryFolder oFolder;
-    const std::string sAttribute = "<xs:attribute name='a' type='xs:string'/>";
-    const auto Text = [](const std::string& sRoot, const std::string& sParts, const std::string& sType = {}) {
-        return "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' " + sRoot + "><xs:element name='s'>" +
-               "<xs:complexType mixed='true'>" + sParts + "</xs:complexType></xs:element>" + sType + "</xs:schema>";
+    test::TemporaryFolder folder;
+    const std::string attribute = "<xs:attribute name='a' type='xs:string'/>";
+    const auto Text = [](const std::string& root, const std::string& parts, const std::string& type = {}) {
+        return "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' " + root + "><xs:element name='s'>" +
+               "<xs:complexType mixed='true'>" + parts + "</xs:complexType></xs:element>" + type + "</xs:schema>";
     };
-    const auto Choice = [](const std::string& sElement) {
-        return "<xs:choice minOccurs='0' maxOccurs='unbounded'>" + sElement + "</xs:choice>";
+    const auto Choice = [](const std::string& element) {
+        return "<xs:choice minOccurs='0' maxOccurs='unbounded'>" + element + "</xs:choice>";
     };
     struct {
-        std::string sSchema, sInvalid;
-    } const aCases[] = {
-        {Text("", sAttribute), "<s b='1'/>"},
-        {Text("", sAttribute), "<s>text<s/></s>"},
-        {Text("", sAttribute), "<s xmlns:x='urn:x' x:a='1'/>"},
-        {Text("", sAttribute), "<s><a xmlns='urn:x'/></s>"},
-        {Text("", sAttribute), "<!DOCTYPE s [<!ENTITY e '<s/>'>]><s>&e;</s>"},
+        std::string schema, invalid;
+    } const cases[] = {
+        {Text("", attribute), "<s b='1'/>"},
+        {Text("", attribute), "<s>text<s/></s>"},
+        {Text("", attribute), "<s xmlns:x='urn:x' x:a='1'/>"},
+        {Text("", attribute), "<s><a xmlns='urn:x'/></s>"},
+        {Text("", attribute), "<!DOCTYPE s [<!ENTITY e '<s/>'>]><s>&e;</s>"},
         {Text("", "<xs:attribute name='a' type='xs:string' use='required'/>"), "<s/>"},
         {Text("", "<xs:attribute name='a' type='xs:integer'/>"), "<s a='x'/>"},
         {Text("", "<xs:attribute name='a' type='xs:string' fixed='1'/>"), "<s a='2'/>"},
@@ -116,29 +116,29 @@ TEST(Schemas, EveryRuleOfAnotherSchemaIsEnforced) {
         {Text("", Choice("<xs:element name='e' minOccurs='2' maxOccurs='2'/>")), "<s><e/></s>"},
         {Text("", "<xs:choice><xs:element name='e'/></xs:choice>"), "<s/>"},
         {Text("", "<xs:sequence><xs:element name='e'/></xs:sequence>"), "<s/>"},
-        {Text("targetNamespace='urn:t'", sAttribute), "<s/>"},
+        {Text("targetNamespace='urn:t'", attribute), "<s/>"},
         {Text("xmlns='http://www.w3.org/2001/XMLSchema'", Choice("<xs:element name='e' type='date'/>")),
          "<s><e>x</e></s>"},
     };
-    for (const auto& [sSchema, sInvalid] : aCases)
-        EXPECT_NE(Verdict(oFolder.Write("Service.xdr", sSchema), sInvalid), "valid") << sSchema << sInvalid;
+    for (const auto& [schema, invalid] : cases)
+        EXPECT_NE(Verdict(folder.Write("Service.xdr", schema), invalid), "valid") << schema << invalid;
 }
 
 TEST(Schemas, MayBeRelaxNG) {
-    test::TemporaryFolder oFolder;
-    const std::string sFile = oFolder.Write("Service.xdr", R"(<element name="Service"
+    test::TemporaryFolder folder;
+    const std::string file = folder.Write("Service.xdr", R"(<element name="Service"
         xmlns="http://relaxng.org/ns/structure/1.0"><optional><attribute name="Name"/></optional>
         <zeroOrMore><element name="Menus"><empty/></element></zeroOrMore></element>)");
-    EXPECT_EQ(Verdict(sFile, "<Service Name='x'><Menus/>\n<Menus/></Service>"), "valid");
-    EXPECT_EQ(Verdict(sFile, "<Service\n>\n<Menus Nmae='x'/></Service>"),
+    EXPECT_EQ(Verdict(file, "<Service Name='x'><Menus/>\n<Menus/></Service>"), "valid");
+    EXPECT_EQ(Verdict(file, "<Service\n>\n<Menus Nmae='x'/></Service>"),
               "line 3: Invalid attribute Nmae for element Menus");
 }
 
 TEST(Schemas, OneThatCannotBeUsedSaysWhere) {
-    test::TemporaryFolder oFolder;
+    test::TemporaryFolder folder;
     struct {
-        std::string sBytes, sWhy;
-    } const aCases[] = {
+        std::string bytes, why;
+    } const cases[] = {
         {"<a>\n</b>", "line 2: Opening and ending tag mismatch: a line 1 and b"},
         {"", "line 1: Document is empty"},
         {"<Schema xmlns='urn:schemas'/>", "line 1: its root element is neither of W3C XML Schema nor of RELAX NG; its "
@@ -148,19 +148,19 @@ TEST(Schemas, OneThatCannotBeUsedSaysWhere) {
         {"<element xmlns='http://relaxng.org/ns/structure/1.0' name='a'>\n<ref name='b'/></element>",
          "line 2: Internal found no define for ref b"},
     };
-    for (const auto& oCase : aCases) {
-        const std::string sFile = oFolder.Write("bad.xdr", oCase.sBytes);
-        EXPECT_EQ(FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", sFile); }),
-                  "-1: The schema file \"" + sFile + "\" can't be used: " + oCase.sWhy);
+    for (const auto& testCase : cases) {
+        const std::string file = folder.Write("bad.xdr", testCase.bytes);
+        EXPECT_EQ(FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", file); }),
+                  "-1: The schema file \"" + file + "\" can't be used: " + testCase.why);
     }
-    EXPECT_EQ(FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", oFolder.Path() + "/none.xdr"); }),
-              "53: The schema file \"" + oFolder.Path() + "/none.xdr\" can't be used: there is no such file");
+    EXPECT_EQ(FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", folder.Path() + "/none.xdr"); }),
+              "53: The schema file \"" + folder.Path() + "/none.xdr\" can't be used: there is no such file");
 }
 
 // libxml2 needn't see a simple schema before a document calls for it, so everything that it would mind must be seen.
 TEST(Schemas, ASimpleOneWithAMistakeCannotBeUsedEither) {
-    test::TemporaryFolder oFolder;
-    const std::string aParts[] = {
+    test::TemporaryFolder folder;
+    const std::string partsList[] = {
         "<s:complexType name='t' mixed='1'/><s:complexType name='t' mixed='1'/>",
         "<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:attribute name='a' "
         "type='s:string'/></s:complexType>",
@@ -177,26 +177,26 @@ TEST(Schemas, ASimpleOneWithAMistakeCannotBeUsedEither) {
         "<s:element name='e' type='t'/><s:element name='e' type='t'/><s:complexType name='t' mixed='1'/>",
         "<s:annotation><s:element name='e'/></s:annotation>",
     };
-    const auto fnExpectRefused = [&](const std::string& sRoot, const std::string& sParts) {
-        const std::string sFile = oFolder.Write("bad.xdr", "<s:schema xmlns:s='http://www.w3.org/2001/XMLSchema' " +
-                                                               sRoot + ">" + sParts + "</s:schema>");
-        const std::string sFailure = FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", sFile); });
-        EXPECT_NE(sFailure.find("can't be used: line 1: "), std::string::npos) << sRoot << sParts;
+    const auto expectRefused = [&](const std::string& root, const std::string& parts) {
+        const std::string file = folder.Write("bad.xdr", "<s:schema xmlns:s='http://www.w3.org/2001/XMLSchema' " +
+                                                             root + ">" + parts + "</s:schema>");
+        const std::string failure = FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", file); });
+        EXPECT_NE(failure.find("can't be used: line 1: "), std::string::npos) << root << parts;
     };
-    for (const std::string& sParts : aParts)
-        fnExpectRefused("", sParts);
-    fnExpectRefused("elementFormDefault='?'", "");
+    for (const std::string& parts : partsList)
+        expectRefused("", parts);
+    expectRefused("elementFormDefault='?'", "");
 }
 
 TEST(Schemas, AreUsedForManyDocumentsAndSeeChangesOfTheTree) {
-    const auto oService = New<XmlService>();
-    const auto oCache = oService->NewSchemaCache();
-    oCache->Add("", CORVANE_SHIPPED_SCHEMA);
-    for (const bool bChanged : {false, true, false}) {
-        const auto oDocument = oService->NewDocument();
-        ASSERT_TRUE(oDocument->LoadXml("<Service Name='1'/>"));
-        if (bChanged)
-            oDocument->SelectSingleNode("Service")->SetAttribute("Other", "x");
-        EXPECT_EQ(oDocument->Validate(oCache).sReason.empty(), !bChanged);
+    const auto service = New<XmlService>();
+    const auto cache = service->NewSchemaCache();
+    cache->Add("", CORVANE_SHIPPED_SCHEMA);
+    for (const bool changed : {false, true, false}) {
+        const auto document = service->NewDocument();
+        ASSERT_TRUE(document->LoadXml("<Service Name='1'/>"));
+        if (changed)
+            document->SelectSingleNode("Service")->SetAttribute("Other", "x");
+        EXPECT_EQ(document->Validate(cache).sReason.empty(), !changed);
     }
 }

@@ -16,53 +16,53 @@ namespace {
 
 // A second program on the same settings.
 template <class F>
-pid_t Fork(F fnWork) {
-    const pid_t nChild = ::fork();
-    if (nChild == 0) {
+pid_t Fork(F work) {
+    const pid_t child = ::fork();
+    if (child == 0) {
         try {
-            fnWork();
+            work();
         } catch (...) {
             ::_exit(1);
         }
         ::_exit(0);
     }
-    return nChild;
+    return child;
 }
 
-int ExitOf(pid_t nChild) {
-    int nStatus = 0;
-    ::waitpid(nChild, &nStatus, 0);
-    return WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
+int ExitOf(pid_t child) {
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 } // namespace
 
 TEST(Settings, AnyTextSurvivesTheProgram) {
-    const std::string aTexts[] = {
+    const std::string texts[] = {
         "",     "plain", " blanks ", "a=b",   "[a]", "# no comment",          "\\n", "\n\r\n\t", "\\",
         "ü 中", "\0x"s,  "=",        "a\\=b", "[",   std::string(100000, 'x')};
-    test::TemporaryFolder oFolder;
+    test::TemporaryFolder folder;
     int n = 0;
-    for (const std::string& sText : aTexts) {
-        New<SettingsStore>("app", oFolder.Path())->Write("S", sText, "n" + sText, sText);
-        New<SettingsStore>("app", oFolder.Path())->Write("s" + sText, "C", "n", std::to_string(++n));
+    for (const std::string& text : texts) {
+        New<SettingsStore>("app", folder.Path())->Write("S", text, "n" + text, text);
+        New<SettingsStore>("app", folder.Path())->Write("s" + text, "C", "n", std::to_string(++n));
     }
-    const auto oStore = New<SettingsStore>("app", oFolder.Path());
+    const auto store = New<SettingsStore>("app", folder.Path());
     n = 0;
-    for (const std::string& sText : aTexts) {
-        EXPECT_EQ(oStore->Read("S", sText, "n" + sText, "default"), sText);
-        EXPECT_EQ(oStore->Read("S" + sText, "c", "N", "default"), std::to_string(++n));
+    for (const std::string& text : texts) {
+        EXPECT_EQ(store->Read("S", text, "n" + text, "default"), text);
+        EXPECT_EQ(store->Read("S" + text, "c", "N", "default"), std::to_string(++n));
     }
-    EXPECT_EQ(oStore->Read("S", "", "other", "default"), "default");
-    EXPECT_EQ(oStore->Read("T", "", "n", "default"), "default");
+    EXPECT_EQ(store->Read("S", "", "other", "default"), "default");
+    EXPECT_EQ(store->Read("T", "", "n", "default"), "default");
 }
 
 TEST(Settings, NamesIgnoreCaseAndALaterTextReplaces) {
-    test::TemporaryFolder oFolder;
-    const auto oStore = New<SettingsStore>("app", oFolder.Path());
-    oStore->Write("Service", "Default", "Name", "1");
-    oStore->Write("SERVICE", "DEFAULT", "NAME", "2");
-    EXPECT_EQ(oStore->Read("service", "default", "name", ""), "2");
+    test::TemporaryFolder folder;
+    const auto store = New<SettingsStore>("app", folder.Path());
+    store->Write("Service", "Default", "Name", "1");
+    store->Write("SERVICE", "DEFAULT", "NAME", "2");
+    EXPECT_EQ(store->Read("service", "default", "name", ""), "2");
 }
 
 TEST(Settings, LieInTheUsersConfigurationFolder) {
@@ -74,61 +74,61 @@ TEST(Settings, LieInTheUsersConfigurationFolder) {
 }
 
 TEST(Settings, AFolderThatCannotBeMadeIsTold) {
-    test::TemporaryFolder oFolder;
-    const std::string sFile = oFolder.Write("file", "");
-    const auto oStore = New<SettingsStore>("app", sFile + "/folder");
-    EXPECT_EQ(oStore->Read("S", "C", "n", "default"), "default");
-    EXPECT_EQ(FailureOf([&] { oStore->Write("S", "C", "n", "x"); }).substr(0, 3), "75:");
+    test::TemporaryFolder folder;
+    const std::string file = folder.Write("file", "");
+    const auto store = New<SettingsStore>("app", file + "/folder");
+    EXPECT_EQ(store->Read("S", "C", "n", "default"), "default");
+    EXPECT_EQ(FailureOf([&] { store->Write("S", "C", "n", "x"); }).substr(0, 3), "75:");
 }
 
 TEST(Settings, ProgramsThatWriteAtOnceLoseNothing) {
-    test::TemporaryFolder oFolder;
-    constexpr int nPrograms = 4;
-    constexpr int nValues = 25;
-    std::vector<pid_t> aChildren;
-    for (int i = 0; i < nPrograms; ++i)
-        aChildren.push_back(Fork([&] {
-            const auto oStore = New<SettingsStore>("app", oFolder.Path());
-            for (int k = 0; k < nValues; ++k)
-                oStore->Write("S", "C", std::to_string(i) + "." + std::to_string(k), "v");
+    test::TemporaryFolder folder;
+    constexpr int programs = 4;
+    constexpr int values = 25;
+    std::vector<pid_t> children;
+    for (int i = 0; i < programs; ++i)
+        children.push_back(Fork([&] {
+            const auto store = New<SettingsStore>("app", folder.Path());
+            for (int k = 0; k < values; ++k)
+                store->Write("S", "C", std::to_string(i) + "." + std::to_string(k), "v");
         }));
-    for (const pid_t nChild : aChildren)
-        EXPECT_EQ(ExitOf(nChild), 0);
-    const auto oStore = New<SettingsStore>("app", oFolder.Path());
-    for (int i = 0; i < nPrograms; ++i)
-        for (int k = 0; k < nValues; ++k)
-            EXPECT_EQ(oStore->Read("S", "C", std::to_string(i) + "." + std::to_string(k), ""), "v") << i << "." << k;
+    for (const pid_t child : children)
+        EXPECT_EQ(ExitOf(child), 0);
+    const auto store = New<SettingsStore>("app", folder.Path());
+    for (int i = 0; i < programs; ++i)
+        for (int k = 0; k < values; ++k)
+            EXPECT_EQ(store->Read("S", "C", std::to_string(i) + "." + std::to_string(k), ""), "v") << i << "." << k;
 }
 
 // Each program confirms what it has written; it is killed while it writes on, at a different moment each time.
 TEST(Settings, AKilledProgramLosesNothingThatWasWritten) {
-    test::TemporaryFolder oFolder;
-    const auto oStore = New<SettingsStore>("app", oFolder.Path());
-    oStore->Write("S", "C", "first", "kept");
-    for (int nRound = 0; nRound < 20; ++nRound) {
-        int aPipe[2];
-        ASSERT_EQ(::pipe(aPipe), 0);
-        const pid_t nChild = Fork([&] {
-            const auto oChild = New<SettingsStore>("app", oFolder.Path());
+    test::TemporaryFolder folder;
+    const auto store = New<SettingsStore>("app", folder.Path());
+    store->Write("S", "C", "first", "kept");
+    for (int round = 0; round < 20; ++round) {
+        int pipe[2];
+        ASSERT_EQ(::pipe(pipe), 0);
+        const pid_t childId = Fork([&] {
+            const auto child = New<SettingsStore>("app", folder.Path());
             for (int k = 0;; ++k) {
-                oChild->Write("S", "C", std::to_string(nRound) + "." + std::to_string(k), std::string(5000, 'x'));
-                if (::write(aPipe[1], &k, sizeof k) != sizeof k)
+                child->Write("S", "C", std::to_string(round) + "." + std::to_string(k), std::string(5000, 'x'));
+                if (::write(pipe[1], &k, sizeof k) != sizeof k)
                     ::_exit(1);
             }
         });
-        ::close(aPipe[1]);
-        int nLast = -1;
-        ASSERT_EQ(::read(aPipe[0], &nLast, sizeof nLast), static_cast<ssize_t>(sizeof nLast));
-        ::usleep(static_cast<useconds_t>(nRound) * 150);
-        ::kill(nChild, SIGKILL);
-        ExitOf(nChild);
-        while (::read(aPipe[0], &nLast, sizeof nLast) == static_cast<ssize_t>(sizeof nLast)) {
+        ::close(pipe[1]);
+        int last = -1;
+        ASSERT_EQ(::read(pipe[0], &last, sizeof last), static_cast<ssize_t>(sizeof last));
+        ::usleep(static_cast<useconds_t>(round) * 150);
+        ::kill(childId, SIGKILL);
+        ExitOf(childId);
+        while (::read(pipe[0], &last, sizeof last) == static_cast<ssize_t>(sizeof last)) {
         }
-        ::close(aPipe[0]);
-        EXPECT_EQ(oStore->Read("S", "C", "first", ""), "kept");
-        for (int k = 0; k <= nLast; ++k)
-            EXPECT_EQ(oStore->Read("S", "C", std::to_string(nRound) + "." + std::to_string(k), "").size(), 5000u);
+        ::close(pipe[0]);
+        EXPECT_EQ(store->Read("S", "C", "first", ""), "kept");
+        for (int k = 0; k <= last; ++k)
+            EXPECT_EQ(store->Read("S", "C", std::to_string(round) + "." + std::to_string(k), "").size(), 5000u);
     }
-    oStore->Write("S", "C", "last", "works on");
-    EXPECT_EQ(oStore->Read("S", "C", "last", ""), "works on");
+    store->Write("S", "C", "last", "works on");
+    EXPECT_EQ(store->Read("S", "C", "last", ""), "works on");
 }

@@ -16,22 +16,22 @@ public:
     // "folder.svg" and "broken.png", the latter of which is none.
     CheckedFolder();
 
-    CheckedFolder& Write(const std::string& sPath, std::string_view sBytes);
+    CheckedFolder& Write(const std::string& path, std::string_view bytes);
     // An example of a rule: the content of a service "Example", or files that begin with "<Service".
-    CheckedFolder& WriteExample(std::string_view sExample);
-    CheckedFolder& Remove(const std::string& sPath);
+    CheckedFolder& WriteExample(std::string_view example);
+    CheckedFolder& Remove(const std::string& path);
     // The plug-in "ExampleSvc", and a file "BrokenSvc" that is none.
     CheckedFolder& AddPlugins();
 
-    [[nodiscard]] const std::string& Path() const { return m_oFolder.Path(); }
-    [[nodiscard]] std::vector<check::Finding> Check(bool bPlugins = false) const {
-        return check::Check({Path(), bPlugins});
+    [[nodiscard]] const std::string& Path() const { return m_folder.Path(); }
+    [[nodiscard]] std::vector<check::Finding> Check(bool plugins = false) const {
+        return check::Check({Path(), plugins});
     }
     // The findings as text, one a line, paths below the folder.
-    [[nodiscard]] std::string Text(bool bPlugins = false) const;
+    [[nodiscard]] std::string Text(bool plugins = false) const;
 
 private:
-    test::TemporaryFolder m_oFolder;
+    test::TemporaryFolder m_folder;
 };
 
 } // namespace corvane::testing

@@ -9,7 +9,7 @@ namespace corvane {
 
 class ExampleService final : public Automation<ExampleService, IServiceAccess> {
 public:
-    Ref<IService> Service() override { return m_oServiceBase; }
+    Ref<IService> Service() override { return m_serviceBase; }
     void OnGreet() {
         (void)Singleton::Framework()->WindowManager()->OpenWindow(
             "ExampleWindow", nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
@@ -21,7 +21,7 @@ public:
     static constexpr auto Members = MemberTable(Method("OnGreet", &ExampleService::OnGreet));
 
 private:
-    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
 class Plots final : public Automation<Plots> {

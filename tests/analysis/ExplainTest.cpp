@@ -9,18 +9,18 @@ namespace corvane::testing {
 namespace {
 
 // Paths below the folder.
-std::string TextOf(const CheckedFolder& oFolder, const std::string& sItem) {
-    std::string sText = check::Explain(oFolder.Path(), sItem).sText;
-    for (std::size_t i = 0; (i = sText.find(oFolder.Path() + "/Services/", i)) != std::string::npos;)
-        sText.erase(i, oFolder.Path().size() + 10);
-    return sText;
+std::string TextOf(const CheckedFolder& folder, const std::string& item) {
+    std::string text = check::Explain(folder.Path(), item).text;
+    for (std::size_t i = 0; (i = text.find(folder.Path() + "/Services/", i)) != std::string::npos;)
+        text.erase(i, folder.Path().size() + 10);
+    return text;
 }
 
 } // namespace
 
 TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
-    CheckedFolder oFolder;
-    oFolder.WriteExample(
+    CheckedFolder folder;
+    folder.WriteExample(
         R"(<ActionItems><ActionItem Name="A" Action="OnA" Visible="0"/><ActionItem Name="B"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="A" Path="file" PositionOrder="9.5"/>
 <MenuItem Type="MenuItem" ActionItem="B" Path="File" PositionOrder="900"/>
@@ -30,7 +30,7 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
 <Menus><MenuItem Type="MenuItem" ActionItem="C" Path="Tools" PositionOrder="1"/>
 <MenuItem Type="ContextMenuItem" ActionItem="C" PositionOrder="2"/></Menus></ExplorerItem></ExplorerItems>)");
     EXPECT_EQ(
-        TextOf(oFolder, "FILE.A"),
+        TextOf(folder, "FILE.A"),
         "entry \"file.A\"\n"
         "  defined     Example.xml:2:8, by the service \"Example\"\n"
         "  action      \"A\", Example.xml:1:87, calls OnA\n"
@@ -49,7 +49,7 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "  shown       from the start, once a procedure calls SetVisible(true): the definition says "
         "Visible=\"False\"\n");
     EXPECT_EQ(
-        TextOf(oFolder, "B"),
+        TextOf(folder, "B"),
         "entry \"File.B\"\n"
         "  defined     Example.xml:3:1, by the service \"Example\"\n"
         "  action      \"B\", Example.xml:1:134, calls nothing\n"
@@ -59,16 +59,16 @@ TEST(Explain, TellsWhyAnEntryStandsWhereItStandsOrNowhere) {
         "more\n"
         "  shown       from the start\n");
     // A toolbar is called what people see.
-    EXPECT_EQ(TextOf(oFolder, "standard"), TextOf(oFolder, "Toolbars.Standard"));
-    EXPECT_EQ(TextOf(oFolder, "standard").substr(0, 19), "toolbar \"Standard\"\n");
-    EXPECT_EQ(TextOf(oFolder, "Tools"),
+    EXPECT_EQ(TextOf(folder, "standard"), TextOf(folder, "Toolbars.Standard"));
+    EXPECT_EQ(TextOf(folder, "standard").substr(0, 19), "toolbar \"Standard\"\n");
+    EXPECT_EQ(TextOf(folder, "Tools"),
               "menu \"Tools\"\n"
               "  created     for the entry \"Tools.C\", Example.xml:7:55; its title isn't defined\n"
               "  1           \"Tools.C\", rank 500000100, Example.xml:7:77\n");
-    EXPECT_EQ(TextOf(oFolder, "Context.I"), "context menu of the explorer item \"I\"\n"
-                                            "  defined     Example.xml:5:16\n"
-                                            "  200         \"C\", Example.xml:8:46\n");
-    EXPECT_EQ(check::Explain(oFolder.Path(), "File.Exti").aNearest, std::vector<std::string>{"File.Exit"});
+    EXPECT_EQ(TextOf(folder, "Context.I"), "context menu of the explorer item \"I\"\n"
+                                           "  defined     Example.xml:5:16\n"
+                                           "  200         \"C\", Example.xml:8:46\n");
+    EXPECT_EQ(check::Explain(folder.Path(), "File.Exti").nearest, std::vector<std::string>{"File.Exit"});
 }
 
 } // namespace corvane::testing

@@ -18,30 +18,30 @@ namespace {
 // A definition file with every element and attribute of the format. One attribute may have a value of its own.
 class Everything {
 public:
-    explicit Everything(std::size_t iWord, const AttributeFormat* pOther = nullptr, std::string sOther = {})
-        : m_iWord(iWord), m_pOther(pOther), m_sOther(std::move(sOther)) {
+    explicit Everything(std::size_t word, const AttributeFormat* other = nullptr, std::string otherText = {})
+        : m_word(word), m_other(other), m_otherText(std::move(otherText)) {
         Add(ServiceFormat());
     }
-    [[nodiscard]] const std::string& Xml() const { return m_sXml; }
+    [[nodiscard]] const std::string& Xml() const { return m_xml; }
 
 private:
-    void Add(const ElementFormat& oFormat) {
-        m_sXml += "<" + std::string(oFormat.sName);
-        for (const AttributeFormat& oAttribute : oFormat.aAttributes)
-            m_sXml += " " + std::string(oAttribute.sName) + "=\"" + ValueOf(oFormat, oAttribute) + "\"";
-        m_sXml += ">";
-        for (const ElementFormat& oChild : oFormat.aChildren)
-            Add(oChild);
-        m_sXml += "</" + std::string(oFormat.sName) + ">";
+    void Add(const ElementFormat& format) {
+        m_xml += "<" + std::string(format.name);
+        for (const AttributeFormat& attribute : format.attributes)
+            m_xml += " " + std::string(attribute.name) + "=\"" + ValueOf(format, attribute) + "\"";
+        m_xml += ">";
+        for (const ElementFormat& child : format.children)
+            Add(child);
+        m_xml += "</" + std::string(format.name) + ">";
     }
-    [[nodiscard]] std::string ValueOf(const ElementFormat& oFormat, const AttributeFormat& oAttribute) {
-        if (&oAttribute == m_pOther)
-            return m_sOther;
-        if (oFormat.sName == "Service" && oAttribute.eKind == ValueKind::Boolean)
+    [[nodiscard]] std::string ValueOf(const ElementFormat& format, const AttributeFormat& attribute) {
+        if (&attribute == m_other)
+            return m_otherText;
+        if (format.name == "Service" && attribute.kind == ValueKind::Boolean)
             return "True";
-        if (oAttribute.sName == "Parent")
+        if (attribute.name == "Parent")
             return "";
-        switch (oAttribute.eKind) {
+        switch (attribute.kind) {
         case ValueKind::Boolean:
             return "False";
         case ValueKind::Number:
@@ -49,56 +49,56 @@ private:
         case ValueKind::WholeNumber:
             return "7";
         case ValueKind::Word:
-            return std::string(oAttribute.aWords[m_iWord % oAttribute.aWords.size()]);
+            return std::string(attribute.words[m_word % attribute.words.size()]);
         case ValueKind::Text:
             break;
         }
-        const bool bAction = oFormat.sName == "ActionItem" || oAttribute.sName == "ActionItem";
-        return bAction ? "Act" : "T" + std::to_string(++m_nTexts);
+        const bool action = format.name == "ActionItem" || attribute.name == "ActionItem";
+        return action ? "Act" : "T" + std::to_string(++m_texts);
     }
 
-    std::size_t m_iWord;
-    const AttributeFormat* m_pOther;
-    std::string m_sOther;
-    std::string m_sXml;
-    int m_nTexts = 0;
+    std::size_t m_word;
+    const AttributeFormat* m_other;
+    std::string m_otherText;
+    std::string m_xml;
+    int m_texts = 0;
 };
 
 // What the library says about the file.
-Lines LogOf(const std::string& sXml) {
-    CheckedFolder oFolder;
-    oFolder.Write("Services/Everything.xml", sXml);
-    inspect::ModelHost oHost({oFolder.Path(), true, nullptr});
-    oHost.Start();
-    Lines aLog;
-    for (const auto& oEntry : oHost.Recorded().aLog)
-        if (oEntry.sProcedure == "LoadServices" && !oEntry.sContext.empty())
-            aLog.push_back(oEntry.sContext);
-    return aLog;
+Lines LogOf(const std::string& xml) {
+    CheckedFolder folder;
+    folder.Write("Services/Everything.xml", xml);
+    inspect::ModelHost host({folder.Path(), true, nullptr});
+    host.Start();
+    Lines log;
+    for (const auto& entry : host.Recorded().log)
+        if (entry.procedure == "LoadServices" && !entry.context.empty())
+            log.push_back(entry.context);
+    return log;
 }
 
-void ForEachAttribute(const ElementFormat& oFormat, const std::function<void(const AttributeFormat&)>& fnAct) {
-    for (const AttributeFormat& oAttribute : oFormat.aAttributes)
-        fnAct(oAttribute);
-    for (const ElementFormat& oChild : oFormat.aChildren)
-        ForEachAttribute(oChild, fnAct);
+void ForEachAttribute(const ElementFormat& format, const std::function<void(const AttributeFormat&)>& act) {
+    for (const AttributeFormat& attribute : format.attributes)
+        act(attribute);
+    for (const ElementFormat& child : format.children)
+        ForEachAttribute(child, act);
 }
 
 } // namespace
 
 TEST(Format, IsWhatSchemaAndRecordsAccept) {
-    for (std::size_t iWord = 0; iWord < 5; ++iWord)
-        EXPECT_EQ(LogOf(Everything(iWord).Xml()), Lines()) << iWord;
+    for (std::size_t word = 0; word < 5; ++word)
+        EXPECT_EQ(LogOf(Everything(word).Xml()), Lines()) << word;
 }
 
 TEST(Format, TellsWhichValuesTheRecordsRefuse) {
-    ForEachAttribute(ServiceFormat(), [](const AttributeFormat& oAttribute) {
-        if (oAttribute.eKind == ValueKind::Text)
+    ForEachAttribute(ServiceFormat(), [](const AttributeFormat& attribute) {
+        if (attribute.kind == ValueKind::Text)
             return;
-        const bool bRefuses = oAttribute.sName != "Separator";
-        EXPECT_EQ(LogOf(Everything(0, &oAttribute, "?").Xml()).size(), bRefuses ? 1U : 0U) << oAttribute.sName;
-        if (oAttribute.eKind != ValueKind::Word) {
-            EXPECT_EQ(LogOf(Everything(0, &oAttribute, " -1 ").Xml()).size(), 0U) << oAttribute.sName;
+        const bool refuses = attribute.name != "Separator";
+        EXPECT_EQ(LogOf(Everything(0, &attribute, "?").Xml()).size(), refuses ? 1U : 0U) << attribute.name;
+        if (attribute.kind != ValueKind::Word) {
+            EXPECT_EQ(LogOf(Everything(0, &attribute, " -1 ").Xml()).size(), 0U) << attribute.name;
         }
     });
 }
@@ -106,115 +106,115 @@ TEST(Format, TellsWhichValuesTheRecordsRefuse) {
 namespace {
 
 // Few names, paths and orders, so that they meet.
-std::string RandomCommands(std::mt19937& oRandom, bool bRepeats) {
-    const auto Any = [&](const std::vector<std::string>& aTexts) { return aTexts[oRandom() % aTexts.size()]; };
-    std::string sActions;
-    std::string sMenus;
-    for (const char* sName : {"A", "B", "File", "T"})
-        sActions += "<ActionItem Name=\"" + std::string(sName) + "\" Action=\"X\"/>";
-    std::set<std::string> setKeys;
-    for (auto n = oRandom() % 5; n > 0; --n) {
-        const std::string sType = Any({"MenuItem", "MenuItem", "MenuTitle", "ToolbarItem"});
-        const std::string sAction = sType == "MenuTitle" ? Any({"File", "T"}) : Any({"A", "B"});
-        const std::string sPath = sType == "MenuTitle" ? Any({"", "File", "T"}) : Any({"File", "t", "File.T", "Tools"});
-        if (setKeys.insert(sType + sPath + sAction).second || bRepeats)
-            sMenus += "<MenuItem Type=\"" + sType + "\" ActionItem=\"" + sAction + "\" Path=\"" + sPath +
-                      "\" PositionOrder=\"" + Any({"1", "2", "9", "10", "2.5", "500"}) + "\"/>";
+std::string RandomCommands(std::mt19937& random, bool repeats) {
+    const auto Any = [&](const std::vector<std::string>& texts) { return texts[random() % texts.size()]; };
+    std::string actions;
+    std::string menus;
+    for (const char* name : {"A", "B", "File", "T"})
+        actions += "<ActionItem Name=\"" + std::string(name) + "\" Action=\"X\"/>";
+    std::set<std::string> keys;
+    for (auto n = random() % 5; n > 0; --n) {
+        const std::string type = Any({"MenuItem", "MenuItem", "MenuTitle", "ToolbarItem"});
+        const std::string action = type == "MenuTitle" ? Any({"File", "T"}) : Any({"A", "B"});
+        const std::string path = type == "MenuTitle" ? Any({"", "File", "T"}) : Any({"File", "t", "File.T", "Tools"});
+        if (keys.insert(type + path + action).second || repeats)
+            menus += "<MenuItem Type=\"" + type + "\" ActionItem=\"" + action + "\" Path=\"" + path +
+                     "\" PositionOrder=\"" + Any({"1", "2", "9", "10", "2.5", "500"}) + "\"/>";
     }
-    return "<ActionItems>" + sActions + "</ActionItems><Menus>" + sMenus + "</Menus>";
+    return "<ActionItems>" + actions + "</ActionItems><Menus>" + menus + "</Menus>";
 }
 
-void FillRandomly(Application& oApplication, unsigned uSeed) {
-    std::mt19937 oRandom(uSeed);
-    for (const char* sName : {"S1", "S2"})
-        oApplication.AddService(
-            sName, RandomCommands(oRandom, true) + "<ExplorerItems><ExplorerItem Type=\"Folder\" Name=\"I" + sName +
-                       "\">" + RandomCommands(oRandom, false) +
-                       "</ExplorerItem></ExplorerItems><Windows><Window Name=\"W" + sName +
-                       "\" Type=\"Window\" State=\"Normal\"><Page IsOptional=\"1\" IsResizable=\"1\">" +
-                       RandomCommands(oRandom, false) + "</Page></Window></Windows>");
+void FillRandomly(Application& application, unsigned seed) {
+    std::mt19937 random(seed);
+    for (const char* name : {"S1", "S2"})
+        application.AddService(name,
+                               RandomCommands(random, true) + "<ExplorerItems><ExplorerItem Type=\"Folder\" Name=\"I" +
+                                   name + "\">" + RandomCommands(random, false) +
+                                   "</ExplorerItem></ExplorerItems><Windows><Window Name=\"W" + name +
+                                   "\" Type=\"Window\" State=\"Normal\"><Page IsOptional=\"1\" IsResizable=\"1\">" +
+                                   RandomCommands(random, false) + "</Page></Window></Windows>");
 }
 
 // The tools of a bar, in order.
-std::string PlannedNames(const Bar& oBar) {
-    std::string sNames;
-    for (const Slot& oSlot : oBar.aSlots)
-        sNames += (sNames.empty() ? "" : " ") + std::string(oSlot.pTool->sName);
-    return sNames;
+std::string PlannedNames(const Bar& bar) {
+    std::string names;
+    for (const Slot& slot : bar.slots)
+        names += (names.empty() ? "" : " ") + std::string(slot.tool->name);
+    return names;
 }
 
 } // namespace
 
 TEST(MenuPlan, PlacesEveryEntryWhereTheLibraryDoes) {
-    int nStarted = 0;
-    for (unsigned uSeed = 1; uSeed <= 200; ++uSeed) {
-        Application oApplication;
-        FillRandomly(oApplication, uSeed);
-        Model oModel;
-        Report oReport;
-        ReadApplication(oModel, oApplication.Folder(), oReport);
-        BuildModel(oModel, oReport);
-        const check::MenuPlan oPlan(oModel);
-        bool bStops = !oPlan.DoubleTitles().empty();
-        for (const Placing& oPlacing : oPlan.Placings())
-            bStops |= oPlacing.bWithoutRoot || oPlacing.bReserved || oPlacing.bOtherTool;
-        ASSERT_EQ(oApplication.Start() != 0, bStops) << uSeed;
-        if (bStops)
+    int started = 0;
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        Application application;
+        FillRandomly(application, seed);
+        Model model;
+        Report report;
+        ReadApplication(model, application.Folder(), report);
+        BuildModel(model, report);
+        const check::MenuPlan plan(model);
+        bool stops = !plan.DoubleTitles().empty();
+        for (const Placing& placing : plan.Placings())
+            stops |= placing.withoutRoot || placing.reserved || placing.otherTool;
+        ASSERT_EQ(application.Start() != 0, stops) << seed;
+        if (stops)
             continue;
-        ++nStarted;
-        for (const auto& [sName, oBar] : oPlan.Bars()) {
-            if (!oBar.bOfHost || sName == "main") {
-                ASSERT_EQ(PlannedNames(oBar), oApplication.BandNames(oBar.sName)) << uSeed << ": " << oBar.sName;
+        ++started;
+        for (const auto& [name, bar] : plan.Bars()) {
+            if (!bar.ofHost || name == "main") {
+                ASSERT_EQ(PlannedNames(bar), application.BandNames(bar.name)) << seed << ": " << bar.name;
             }
         }
     }
-    EXPECT_GT(nStarted, 50);
+    EXPECT_GT(started, 50);
 }
 
 // The model reads values where they stand, without making the library's records.
 TEST(Model, HoldsWhatTheRecordsHold) {
-    std::string sMenus;
-    for (const char* sType : {"MenuItem", "menutitle", "ToolbarItem", "ContextMenuItem", "CONTEXTMENUTITLE"})
-        for (const char* sRest :
+    std::string menus;
+    for (const char* type : {"MenuItem", "menutitle", "ToolbarItem", "ContextMenuItem", "CONTEXTMENUTITLE"})
+        for (const char* rest :
              {R"(PositionOrder="1.5" Path="File.New" Caption="A##b &amp;&#xE9; ##C" ShortCutKey="Ctrl+&#x41;")",
               R"(PositionOrder=" 2e2 " Path="" Caption="&#xA;")", R"(PositionOrder="-1")"})
-            sMenus += "<MenuItem Type=\"" + std::string(sType) + "\" ActionItem=\"" +
-                      (sMenus.size() % 2 == 0 ? "act" : "B&#x2E;c") + "\" " + sRest + "/>";
-    CheckedFolder oFolder;
-    oFolder.Write("Services/Example.xml",
-                  R"(<Service Name="Example" ProgID="E.E" Active="1"><ActionItems><ActionItem Name="Act" Action="On")"
-                  R"( PassActionItemParam="-1"/><ActionItem Name="B.c"/></ActionItems><Menus>)" +
-                      sMenus + "</Menus></Service>");
-    check::Model oModel;
-    Report oReport;
-    ReadApplication(oModel, oFolder.Path(), oReport);
-    BuildModel(oModel, oReport);
-    const Provider& oProvider = oModel.aServices.back();
-    const Ref<IXmlDocument> oDocument = New<XmlService>()->NewDocument();
-    ASSERT_TRUE(oDocument->LoadXml(oProvider.pFile->sBytes));
-    std::vector<Ref<ActionItemDef>> aActions;
-    for (const auto& oNode : oDocument->SelectSingleNode("Service")->SelectNodes("ActionItems/ActionItem"))
-        aActions.emplace_back(New<ActionItemDef>())->Initialize(oNode);
-    ASSERT_EQ(oProvider.aActions.size(), aActions.size());
-    for (std::size_t i = 0; i < aActions.size(); ++i) {
-        EXPECT_EQ(oProvider.aActions[i].sName, aActions[i]->Name());
-        EXPECT_EQ(oProvider.aActions[i].sProcedure, aActions[i]->Action());
-        EXPECT_EQ(oProvider.aActions[i].PassesItself(), aActions[i]->PassActionItemParam());
+            menus += "<MenuItem Type=\"" + std::string(type) + "\" ActionItem=\"" +
+                     (menus.size() % 2 == 0 ? "act" : "B&#x2E;c") + "\" " + rest + "/>";
+    CheckedFolder folder;
+    folder.Write("Services/Example.xml",
+                 R"(<Service Name="Example" ProgID="E.E" Active="1"><ActionItems><ActionItem Name="Act" Action="On")"
+                 R"( PassActionItemParam="-1"/><ActionItem Name="B.c"/></ActionItems><Menus>)" +
+                     menus + "</Menus></Service>");
+    check::Model model;
+    Report report;
+    ReadApplication(model, folder.Path(), report);
+    BuildModel(model, report);
+    const Provider& provider = model.services.back();
+    const Ref<IXmlDocument> document = New<XmlService>()->NewDocument();
+    ASSERT_TRUE(document->LoadXml(provider.file->bytes));
+    std::vector<Ref<ActionItemDef>> actions;
+    for (const auto& node : document->SelectSingleNode("Service")->SelectNodes("ActionItems/ActionItem"))
+        actions.emplace_back(New<ActionItemDef>())->Initialize(node);
+    ASSERT_EQ(provider.actions.size(), actions.size());
+    for (std::size_t i = 0; i < actions.size(); ++i) {
+        EXPECT_EQ(provider.actions[i].name, actions[i]->Name());
+        EXPECT_EQ(provider.actions[i].procedure, actions[i]->Action());
+        EXPECT_EQ(provider.actions[i].PassesItself(), actions[i]->PassActionItemParam());
     }
-    const auto aNodes = oDocument->SelectSingleNode("Service")->SelectNodes("Menus/MenuItem");
-    ASSERT_EQ(oProvider.aEntries.size(), aNodes.size());
-    for (std::size_t i = 0; i < aNodes.size(); ++i) {
-        const Entry& oEntry = oProvider.aEntries[i];
-        MenuItemDef oDef;
-        oDef.Initialize(aNodes[i]);
-        oDef.SetActionItemDef(aActions[static_cast<std::size_t>(oEntry.pAction - oProvider.aActions.data())]);
-        EXPECT_EQ(oEntry.eType, oDef.MenuType()) << i;
-        EXPECT_EQ(oEntry.fPositionOrder, oDef.PositionOrder()) << i;
-        EXPECT_EQ(oEntry.sPath, oDef.Path()) << i;
-        EXPECT_EQ(oEntry.sKey, oDef.Key()) << i;
-        EXPECT_EQ(oEntry.PositionKey(), oDef.PositionKey()) << i;
-        EXPECT_EQ(ReplaceText(oEntry.Caption(), '#', '&'), oDef.Caption()) << i;
-        EXPECT_EQ(oEntry.ShortCutKey(), oDef.ShortCutKey()) << i;
+    const auto nodes = document->SelectSingleNode("Service")->SelectNodes("Menus/MenuItem");
+    ASSERT_EQ(provider.entries.size(), nodes.size());
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const Entry& entry = provider.entries[i];
+        MenuItemDef def;
+        def.Initialize(nodes[i]);
+        def.SetActionItemDef(actions[static_cast<std::size_t>(entry.action - provider.actions.data())]);
+        EXPECT_EQ(entry.type, def.MenuType()) << i;
+        EXPECT_EQ(entry.positionOrder, def.PositionOrder()) << i;
+        EXPECT_EQ(entry.path, def.Path()) << i;
+        EXPECT_EQ(entry.key, def.Key()) << i;
+        EXPECT_EQ(entry.PositionKey(), def.PositionKey()) << i;
+        EXPECT_EQ(ReplaceText(entry.Caption(), '#', '&'), def.Caption()) << i;
+        EXPECT_EQ(entry.ShortCutKey(), def.ShortCutKey()) << i;
     }
 }
 

@@ -141,7 +141,7 @@ TEST_F(Shop, AsksByTheDialogsOfTheHost) {
         EXPECT_EQ(oAnswer.has_value(), *sAnswer != '\0');
     }
     ShowMessage("Sold out");
-    EXPECT_EQ(m_oApplication.Host().Recorded().aMessages.back().sTitle, "Corvane");
+    EXPECT_EQ(m_oApplication.Host().Recorded().messages.back().title, "Corvane");
 
     // What can't be asked, and an answer that isn't one.
     oDialogs->sAnswer = "Maybe";

@@ -7,33 +7,33 @@
 namespace corvane {
 namespace {
 
-std::vector<DefinitionText> TextsOf(const std::string& sContent) {
-    XmlService oXml;
-    const auto oDocument = oXml.NewDocument();
-    EXPECT_TRUE(oDocument->LoadXml("<Service Name=\"S\">" + sContent + "</Service>"));
-    DefinitionTexts oTexts;
-    oTexts.Add(oDocument->SelectSingleNode("/Service"), "S.xml");
-    return oTexts.All();
+std::vector<DefinitionText> TextsOf(const std::string& content) {
+    XmlService xml;
+    const auto document = xml.NewDocument();
+    EXPECT_TRUE(document->LoadXml("<Service Name=\"S\">" + content + "</Service>"));
+    DefinitionTexts texts;
+    texts.Add(document->SelectSingleNode("/Service"), "S.xml");
+    return texts.All();
 }
 
-std::string FaultsOf(const std::string& sCatalogue) {
-    std::vector<CatalogueFault> aFaults;
-    (void)Catalogue::Read(sCatalogue, aFaults);
-    std::string sFaults;
-    for (const CatalogueFault& oFault : aFaults)
-        sFaults += std::to_string(oFault.lLine) + ": " + oFault.sText + "\n";
-    return sFaults;
+std::string FaultsOf(const std::string& catalogue) {
+    std::vector<CatalogueFault> faultsList;
+    (void)Catalogue::Read(catalogue, faultsList);
+    std::string faults;
+    for (const CatalogueFault& fault : faultsList)
+        faults += std::to_string(fault.line) + ": " + fault.text + "\n";
+    return faults;
 }
 
-Catalogue Read(const std::string& sCatalogue) {
-    EXPECT_EQ(FaultsOf(sCatalogue), "");
-    std::vector<CatalogueFault> aFaults;
-    return Catalogue::Read(sCatalogue, aFaults);
+Catalogue Read(const std::string& catalogue) {
+    EXPECT_EQ(FaultsOf(catalogue), "");
+    std::vector<CatalogueFault> faults;
+    return Catalogue::Read(catalogue, faults);
 }
 
 TEST(DefinitionTexts, AreThoseThatPeopleSeeByKeysOfNames) {
-    std::string sTexts;
-    for (const auto& oText : TextsOf(R"(<ActionItems><ActionItem Name="A" Action="OnA" Description="does a"/>
+    std::string texts;
+    for (const auto& text : TextsOf(R"(<ActionItems><ActionItem Name="A" Action="OnA" Description="does a"/>
 <ActionItem Name="B"/></ActionItems><Menus>
 <MenuItem Type="menutitle" ActionItem="B" Caption="#B"/>
 <MenuItem Type="MenuItem" ActionItem="A" Path="B" Caption="#A" Tip=" "/>
@@ -45,8 +45,8 @@ TEST(DefinitionTexts, AreThoseThatPeopleSeeByKeysOfNames) {
 <MenuItem Type="ContextMenuItem" ActionItem="X" Caption="X"/></Menus></ExplorerItem></ExplorerItems>
 <Windows><Window Name="W" Caption="Win"><Page PageProgID="P.P" Caption="One"/><Page PageProgID="P.P" Caption="Two"/>
 </Window></Windows><Preferences><Page PageProgID="P.Q" Caption="Q"/></Preferences>)"))
-        sTexts += oText.sKey + " = " + oText.sText + "\n";
-    EXPECT_EQ(sTexts, R"(Service S/ActionItem A/Description = does a
+        texts += text.key + " = " + text.text + "\n";
+    EXPECT_EQ(texts, R"(Service S/ActionItem A/Description = does a
 Service S/MenuTitle B/Caption = #B
 Service S/MenuItem B.A/Caption = #A
 Service S/ToolbarItem Bar.A/Caption = A
@@ -65,7 +65,7 @@ Preferences/Page P.Q/Caption = Q
 
 // What editors write comes back as it was, but for the places, which are those of the definitions.
 TEST(Catalogue, KeepsWhatTranslatorsAndTheirEditorsWrite) {
-    const std::string sCatalogue = R"(# Words of ours:
+    const std::string catalogueText = R"(# Words of ours:
 #
 # study = Studie
 msgid ""
@@ -91,108 +91,108 @@ msgstr "be"
 #~ msgid "gone"
 #~ msgstr "weg"
 )";
-    std::vector<CatalogueFault> aFaults;
-    Catalogue oCatalogue = Catalogue::Read("\xEF\xBB\xBF" + sCatalogue, aFaults);
-    EXPECT_EQ(oCatalogue.AsText(), sCatalogue);
-    const auto oUpdate =
-        oCatalogue.Update({{"Service S/ActionItem A/Description", "a \"quoted\"\tpath C:\\x", "S.xml", 1},
-                           {"Service S/ActionItem B/Description", "c", "S.xml", 1}},
-                          "de");
-    EXPECT_EQ(oCatalogue.AsText(), sCatalogue);
-    EXPECT_EQ(oUpdate.nNew + oUpdate.nChanged, 0);
-    EXPECT_EQ(oUpdate.nVanished, 1);
-    EXPECT_EQ(oUpdate.nUnfinished, 1);
+    std::vector<CatalogueFault> faults;
+    Catalogue catalogue = Catalogue::Read("\xEF\xBB\xBF" + catalogueText, faults);
+    EXPECT_EQ(catalogue.AsText(), catalogueText);
+    const auto update =
+        catalogue.Update({{"Service S/ActionItem A/Description", "a \"quoted\"\tpath C:\\x", "S.xml", 1},
+                          {"Service S/ActionItem B/Description", "c", "S.xml", 1}},
+                         "de");
+    EXPECT_EQ(catalogue.AsText(), catalogueText);
+    EXPECT_EQ(update.newCount + update.changed, 0);
+    EXPECT_EQ(update.vanished, 1);
+    EXPECT_EQ(update.unfinished, 1);
     // Neither what is unsure nor what has vanished is shown. Strings may stand on several lines.
-    EXPECT_FALSE(oCatalogue.Find("Service S/ActionItem B/Description", "c"));
-    EXPECT_FALSE(oCatalogue.Find("Service S/ActionItem Z/Description", "gone"));
-    const Catalogue oLong =
+    EXPECT_FALSE(catalogue.Find("Service S/ActionItem B/Description", "c"));
+    EXPECT_FALSE(catalogue.Find("Service S/ActionItem Z/Description", "gone"));
+    const Catalogue longCatalogue =
         Read("msgctxt \"K\"\r\nmsgid \"\"\r\n\"one \"\r\n\"two\"\r\nmsgstr \"\"\r\n\"eins \"\r\n\"zwei\"\r\n");
-    ASSERT_TRUE(oLong.Find("K", "one two"));
-    EXPECT_EQ(*oLong.Find("K", "one two"), "eins zwei");
+    ASSERT_TRUE(longCatalogue.Find("K", "one two"));
+    EXPECT_EQ(*longCatalogue.Find("K", "one two"), "eins zwei");
 }
 
 TEST(Catalogue, FollowsTheDefinitions) {
-    const auto fnAction = [](const std::string& sName, const std::string& sText) {
-        return DefinitionText{"Service S/ActionItem " + sName + "/Description", sText, "S.xml", 7};
+    const auto action = [](const std::string& name, const std::string& text) {
+        return DefinitionText{"Service S/ActionItem " + name + "/Description", text, "S.xml", 7};
     };
-    Catalogue oCatalogue;
-    EXPECT_EQ(oCatalogue.Update({fnAction("A", "opens"), fnAction("B", "shuts")}, "de").nUnfinished, 2);
-    std::string sText = oCatalogue.AsText();
-    sText.replace(sText.find("msgid \"opens\"\nmsgstr \"\""), 23, "msgid \"opens\"\nmsgstr \"öffnet\"");
-    sText.replace(sText.find("msgid \"shuts\"\nmsgstr \"\""), 23, "msgid \"shuts\"\nmsgstr \"schließt\"");
-    const Catalogue oBase = Read(sText);
+    Catalogue catalogue;
+    EXPECT_EQ(catalogue.Update({action("A", "opens"), action("B", "shuts")}, "de").unfinished, 2);
+    std::string text = catalogue.AsText();
+    text.replace(text.find("msgid \"opens\"\nmsgstr \"\""), 23, "msgid \"opens\"\nmsgstr \"öffnet\"");
+    text.replace(text.find("msgid \"shuts\"\nmsgstr \"\""), 23, "msgid \"shuts\"\nmsgstr \"schließt\"");
+    const Catalogue base = Read(text);
     struct Case {
-        const char* sWhat;
-        std::vector<DefinitionText> aTexts;
-        const char* sMessages; // text, translation, and whether it is unsure or has vanished
-        int nNew, nFilled, nChanged, nVanished;
+        const char* what;
+        std::vector<DefinitionText> texts;
+        const char* messages; // text, translation, and whether it is unsure or has vanished
+        int newCount, filled, changed, vanished;
     };
-    for (const Case& oCase : {
+    for (const Case& testCase : {
              Case{"another order",
-                  {fnAction("B", "shuts"), fnAction("A", "opens")},
+                  {action("B", "shuts"), action("A", "opens")},
                   "shuts schließt\nopens öffnet\n",
                   0,
                   0,
                   0,
                   0},
              Case{"another text",
-                  {fnAction("A", "opens it"), fnAction("B", "shuts")},
+                  {action("A", "opens it"), action("B", "shuts")},
                   "opens it öffnet ?\nshuts schließt\n",
                   0,
                   0,
                   1,
                   0},
              Case{"an equal text elsewhere",
-                  {fnAction("A", "opens"), fnAction("B", "shuts"), fnAction("C", "opens")},
+                  {action("A", "opens"), action("B", "shuts"), action("C", "opens")},
                   "opens öffnet\nshuts schließt\nopens öffnet\n",
                   1,
                   1,
                   0,
                   0},
              Case{"a new text",
-                  {fnAction("A", "opens"), fnAction("B", "shuts"), fnAction("C", "x")},
+                  {action("A", "opens"), action("B", "shuts"), action("C", "x")},
                   "opens öffnet\nshuts schließt\nx \n",
                   1,
                   0,
                   0,
                   0},
-             Case{"a text that has gone", {fnAction("A", "opens")}, "opens öffnet\nshuts schließt -\n", 0, 0, 0, 1},
+             Case{"a text that has gone", {action("A", "opens")}, "opens öffnet\nshuts schließt -\n", 0, 0, 0, 1},
              Case{"another name",
-                  {fnAction("A", "opens"), fnAction("D", "shuts")},
+                  {action("A", "opens"), action("D", "shuts")},
                   "opens öffnet\nshuts schließt\nshuts schließt -\n",
                   1,
                   1,
                   0,
                   1},
          }) {
-        Catalogue oNow = oBase;
-        const auto oUpdate = oNow.Update(oCase.aTexts, "de");
-        std::string sMessages;
-        const Catalogue oRead = Read(oNow.AsText());
-        for (const CatalogueMessage& oMessage : oRead.Messages())
-            sMessages += oMessage.sText + " " + oMessage.sTranslation + (oMessage.bUnsure ? " ?" : "") +
-                         (oMessage.bVanished ? " -" : "") + "\n";
-        EXPECT_EQ(sMessages, oCase.sMessages) << oCase.sWhat;
-        EXPECT_EQ(std::vector<int>({oUpdate.nNew, oUpdate.nFilled, oUpdate.nChanged, oUpdate.nVanished}),
-                  std::vector<int>({oCase.nNew, oCase.nFilled, oCase.nChanged, oCase.nVanished}))
-            << oCase.sWhat;
+        Catalogue now = base;
+        const auto update = now.Update(testCase.texts, "de");
+        std::string messages;
+        const Catalogue read = Read(now.AsText());
+        for (const CatalogueMessage& message : read.Messages())
+            messages += message.text + " " + message.translation + (message.unsure ? " ?" : "") +
+                        (message.vanished ? " -" : "") + "\n";
+        EXPECT_EQ(messages, testCase.messages) << testCase.what;
+        EXPECT_EQ(std::vector<int>({update.newCount, update.filled, update.changed, update.vanished}),
+                  std::vector<int>({testCase.newCount, testCase.filled, testCase.changed, testCase.vanished}))
+            << testCase.what;
         // Back to what it was: nothing has been lost.
-        (void)oNow.Update({fnAction("A", "opens"), fnAction("B", "shuts")}, "de");
-        EXPECT_TRUE(oNow.Find("Service S/ActionItem A/Description", "opens")) << oCase.sWhat;
-        EXPECT_TRUE(oNow.Find("Service S/ActionItem B/Description", "shuts")) << oCase.sWhat;
+        (void)now.Update({action("A", "opens"), action("B", "shuts")}, "de");
+        EXPECT_TRUE(now.Find("Service S/ActionItem A/Description", "opens")) << testCase.what;
+        EXPECT_TRUE(now.Find("Service S/ActionItem B/Description", "shuts")) << testCase.what;
     }
 }
 
 TEST(Catalogue, TellsWhatIsWrongByLine) {
-    const std::string sStart = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=";
+    const std::string start = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=";
     struct Case {
-        std::string sCatalogue;
-        std::string sFaults;
+        std::string catalogue;
+        std::string faults;
     };
-    for (const Case& oCase : {
+    for (const Case& testCase : {
              Case{"", ""},
-             Case{sStart + "utf-8\\n\"\n", ""},
-             Case{sStart + "ISO-8859-1\\n\"\n",
+             Case{start + "utf-8\\n\"\n", ""},
+             Case{start + "ISO-8859-1\\n\"\n",
                   "1: says that it is written in ISO-8859-1; save it as UTF-8, and say so in its header\n"},
              Case{"msgid \"a\"\nmsgstr \"\xE4\"\n", "2: isn't UTF-8; save the catalogue in that encoding\n"},
              Case{std::string("msgid \"a\0\"\n", 11), "1: contains a zero byte, so it isn't text\n"},
@@ -225,12 +225,12 @@ TEST(Catalogue, TellsWhatIsWrongByLine) {
              Case{"msgid \"a\"\nmsgstr \"x\"\nmsgid \"a\"\nmsgstr \"y\"\n",
                   "3: \"a\" of \"\" is translated a second time; the first one counts\n"},
          })
-        EXPECT_EQ(FaultsOf(oCase.sCatalogue), oCase.sFaults) << oCase.sCatalogue;
+        EXPECT_EQ(FaultsOf(testCase.catalogue), testCase.faults) << testCase.catalogue;
     // A bad translation spoils itself alone.
-    std::vector<CatalogueFault> aFaults;
-    const auto oCatalogue = Catalogue::Read("msgid \"%1\"\nmsgstr \"x\"\nmsgid \"b\"\nmsgstr \"be\"\n", aFaults);
-    EXPECT_FALSE(oCatalogue.Find("", "%1"));
-    EXPECT_TRUE(oCatalogue.Find("", "b"));
+    std::vector<CatalogueFault> faults;
+    const auto catalogue = Catalogue::Read("msgid \"%1\"\nmsgstr \"x\"\nmsgid \"b\"\nmsgstr \"be\"\n", faults);
+    EXPECT_FALSE(catalogue.Find("", "%1"));
+    EXPECT_TRUE(catalogue.Find("", "b"));
 }
 
 } // namespace

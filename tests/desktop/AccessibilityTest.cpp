@@ -24,60 +24,60 @@
 namespace corvane::desktop {
 namespace {
 
-QString RoleText(QAccessible::Role eRole) {
-    return QString::fromLatin1(QMetaEnum::fromType<QAccessible::Role>().valueToKey(eRole));
+QString RoleText(QAccessible::Role role) {
+    return QString::fromLatin1(QMetaEnum::fromType<QAccessible::Role>().valueToKey(role));
 }
 
 // What an assistive program would have no word for: controls that take the keyboard or can be pressed, without a name.
-void CollectNameless(QAccessibleInterface* pInterface, const QString& sPath, QStringList& aNameless, int& nControls) {
-    if (!pInterface || !pInterface->isValid() || pInterface->state().invisible)
+void CollectNameless(QAccessibleInterface* interface, const QString& path, QStringList& nameless, int& controls) {
+    if (!interface || !interface->isValid() || interface->state().invisible)
         return;
-    const QString sHere = sPath + "/" + RoleText(pInterface->role());
-    const QAccessible::Role eRole = pInterface->role();
-    const bool bIsControl =
-        pInterface->state().focusable || eRole == QAccessible::PushButton || eRole == QAccessible::MenuItem;
-    const auto* pWidget = qobject_cast<QWidget*>(pInterface->object());
+    const QString here = path + "/" + RoleText(interface->role());
+    const QAccessible::Role role = interface->role();
+    const bool isControl =
+        interface->state().focusable || role == QAccessible::PushButton || role == QAccessible::MenuItem;
+    const auto* widget = qobject_cast<QWidget*>(interface->object());
     // Scroll bars belong to the control around them, and a cell of a table may be empty.
-    const bool bIsPart = eRole == QAccessible::Separator || eRole == QAccessible::ScrollBar ||
-                         eRole == QAccessible::Cell || eRole == QAccessible::TreeItem;
-    const bool bCounts = bIsControl && !bIsPart && !(pWidget && pWidget->isWindow());
-    nControls += bCounts;
-    if (bCounts && pInterface->text(QAccessible::Name).isEmpty())
-        aNameless.append(sHere + " " + (pWidget ? pWidget->metaObject()->className() : ""));
-    const int nChildren = std::min(pInterface->childCount(), 60); // the rows of long lists are alike
-    for (int i = 0; i < nChildren; ++i)
-        CollectNameless(pInterface->child(i), sHere, aNameless, nControls);
+    const bool isPart = role == QAccessible::Separator || role == QAccessible::ScrollBar || role == QAccessible::Cell ||
+                        role == QAccessible::TreeItem;
+    const bool counts = isControl && !isPart && !(widget && widget->isWindow());
+    controls += counts;
+    if (counts && interface->text(QAccessible::Name).isEmpty())
+        nameless.append(here + " " + (widget ? widget->metaObject()->className() : ""));
+    const int children = std::min(interface->childCount(), 60); // the rows of long lists are alike
+    for (int i = 0; i < children; ++i)
+        CollectNameless(interface->child(i), here, nameless, controls);
 }
 
-void ExpectNames(QWidget& oWidget) {
-    oWidget.show();
+void ExpectNames(QWidget& widget) {
+    widget.show();
     QApplication::processEvents();
-    QStringList aNameless;
-    int nControls = 0;
-    CollectNameless(QAccessible::queryAccessibleInterface(&oWidget), oWidget.windowTitle(), aNameless, nControls);
-    aNameless.removeDuplicates();
-    EXPECT_EQ(aNameless.join('\n').toStdString(), "") << oWidget.windowTitle().toStdString();
-    EXPECT_GT(nControls, 3) << oWidget.windowTitle().toStdString();
+    QStringList nameless;
+    int controls = 0;
+    CollectNameless(QAccessible::queryAccessibleInterface(&widget), widget.windowTitle(), nameless, controls);
+    nameless.removeDuplicates();
+    EXPECT_EQ(nameless.join('\n').toStdString(), "") << widget.windowTitle().toStdString();
+    EXPECT_GT(controls, 3) << widget.windowTitle().toStdString();
 }
 
 TEST(Accessibility, EveryControlOfTheHostHasAName) {
-    const AppFolder oFolder; // where the application keeps its things
-    oFolder.Write("corvane/studies/errors.log", "a line\n");
-    Application oApplication({CORVANE_STUDIES, false});
-    ASSERT_TRUE(oApplication.Start());
-    PersonalDesktop& oPersonal = oApplication.Personal();
-    ExpectNames(oApplication.Window());
-    PaletteDialog* pPalette = oPersonal.ShowPalette();
-    ExpectNames(*pPalette);
-    pPalette->reject();
-    ExpectNames(*oPersonal.ShowInspector());
-    ExpectNames(*oPersonal.ShowLog());
-    ShortcutsDialog oShortcuts(oPersonal.Bars(), *oApplication.Bar(), nullptr);
-    ExpectNames(oShortcuts);
-    CustomizeDialog oCustomize(oPersonal.Bars(), oApplication.Bar(), {}, nullptr);
-    ExpectNames(oCustomize);
-    ReportDialog oReport("text", {}, nullptr);
-    ExpectNames(oReport);
+    const AppFolder folder; // where the application keeps its things
+    folder.Write("corvane/studies/errors.log", "a line\n");
+    Application application({CORVANE_STUDIES, false});
+    ASSERT_TRUE(application.Start());
+    PersonalDesktop& personal = application.Personal();
+    ExpectNames(application.Window());
+    PaletteDialog* palette = personal.ShowPalette();
+    ExpectNames(*palette);
+    palette->reject();
+    ExpectNames(*personal.ShowInspector());
+    ExpectNames(*personal.ShowLog());
+    ShortcutsDialog shortcuts(personal.Bars(), *application.Bar(), nullptr);
+    ExpectNames(shortcuts);
+    CustomizeDialog customize(personal.Bars(), application.Bar(), {}, nullptr);
+    ExpectNames(customize);
+    ReportDialog report("text", {}, nullptr);
+    ExpectNames(report);
 }
 
 TEST(Contrast, IsThatOfTheGuidelines) {
@@ -90,76 +90,72 @@ TEST(Contrast, IsThatOfTheGuidelines) {
 
 TEST(Contrast, EveryTextOfTheHostsOwnThemesCanBeRead) {
     using Role = QPalette::ColorRole;
-    constexpr std::pair<Role, Role> aPairs[] = {{QPalette::WindowText, QPalette::Window},
-                                                {QPalette::Text, QPalette::Base},
-                                                {QPalette::Text, QPalette::AlternateBase},
-                                                {QPalette::ButtonText, QPalette::Button},
-                                                {QPalette::ToolTipText, QPalette::ToolTipBase},
-                                                {QPalette::HighlightedText, QPalette::Highlight},
-                                                {QPalette::PlaceholderText, QPalette::Base},
-                                                {QPalette::Link, QPalette::Base},
-                                                {QPalette::Link, QPalette::Window}};
-    for (const bool bDark : {true, false})
-        for (const auto& [eText, eGround] : aPairs)
-            EXPECT_GE(ContrastOf(ThemePalette(bDark).color(eText), ThemePalette(bDark).color(eGround)), dReadable)
-                << (bDark ? "dark " : "light ") << eText << " on " << eGround;
-    for (const QPalette& oPalette :
+    constexpr std::pair<Role, Role> pairs[] = {{QPalette::WindowText, QPalette::Window},
+                                               {QPalette::Text, QPalette::Base},
+                                               {QPalette::Text, QPalette::AlternateBase},
+                                               {QPalette::ButtonText, QPalette::Button},
+                                               {QPalette::ToolTipText, QPalette::ToolTipBase},
+                                               {QPalette::HighlightedText, QPalette::Highlight},
+                                               {QPalette::PlaceholderText, QPalette::Base},
+                                               {QPalette::Link, QPalette::Base},
+                                               {QPalette::Link, QPalette::Window}};
+    for (const bool dark : {true, false})
+        for (const auto& [text, ground] : pairs)
+            EXPECT_GE(ContrastOf(ThemePalette(dark).color(text), ThemePalette(dark).color(ground)), readable)
+                << (dark ? "dark " : "light ") << text << " on " << ground;
+    for (const QPalette& palette :
          {ThemePalette(true), ThemePalette(false), ContrastPalette(true), ContrastPalette(false)})
-        for (const auto& [eText, eGround] : aPairs)
-            for (const float fAlpha : {0.1F, 0.55F, 0.65F, 0.8F}) {
-                const QColor oGround = oPalette.color(eGround);
-                EXPECT_GE(ContrastOf(Paler(oPalette.color(eText), oGround, fAlpha), oGround), dReadable)
-                    << eText << " on " << eGround << " at " << fAlpha;
+        for (const auto& [text, groundRole] : pairs)
+            for (const float alpha : {0.1F, 0.55F, 0.65F, 0.8F}) {
+                const QColor ground = palette.color(groundRole);
+                EXPECT_GE(ContrastOf(Paler(palette.color(text), ground, alpha), ground), readable)
+                    << text << " on " << groundRole << " at " << alpha;
             }
 }
 
 // What has the focus can be told from what hasn't, and under contrast palettes every control from its surroundings.
 TEST(Contrast, FocusAndEdgesOfControlsCanBeSeen) {
-    const QPalette oBefore = QApplication::palette();
-    for (const QPalette& oPalette :
+    const QPalette before = QApplication::palette();
+    for (const QPalette& palette :
          {ContrastPalette(true), ContrastPalette(false), ThemePalette(true), ThemePalette(false)}) {
-        QApplication::setPalette(oPalette);
+        QApplication::setPalette(palette);
         ContrastStyle::Follow();
-        QWidget oWindow;
-        auto* pLayout = new QVBoxLayout(&oWindow);
-        auto* pList = new QListWidget;
-        pList->addItems({"One", "Two"});
-        const std::vector<QWidget*> aControls{new QPushButton("Press"),
-                                              new QLineEdit("Text"),
-                                              new QCheckBox("Check"),
-                                              new QComboBox,
-                                              new QSpinBox,
-                                              pList};
-        for (QWidget* pControl : aControls)
-            pLayout->addWidget(pControl);
-        auto* pElsewhere = new QLineEdit;
-        pLayout->addWidget(pElsewhere);
-        oWindow.show();
-        oWindow.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&oWindow));
-        oWindow.setAttribute(Qt::WA_KeyboardFocusChange); // as once Tab has been pressed
-        for (QWidget* pControl : aControls) {
-            pElsewhere->setFocus(Qt::TabFocusReason);
-            const QImage oWithout = pControl->grab().toImage();
-            pControl->setFocus(Qt::TabFocusReason);
-            const QImage oWith = pControl->grab().toImage();
-            double dMost = 1;
-            for (int y = 0; y < oWith.height(); ++y)
-                for (int x = 0; x < oWith.width(); ++x)
-                    if (oWith.pixel(x, y) != oWithout.pixel(x, y))
-                        dMost = std::max(dMost, ContrastOf(oWith.pixelColor(x, y), oWithout.pixelColor(x, y)));
-            EXPECT_GT(dMost, 1.2) << pControl->metaObject()->className();
-            const bool bDarkBox = oPalette == ThemePalette(true) && qobject_cast<QCheckBox*>(pControl);
-            if (!IsOfContrast(oPalette) && !bDarkBox)
+        QWidget window;
+        auto* layout = new QVBoxLayout(&window);
+        auto* list = new QListWidget;
+        list->addItems({"One", "Two"});
+        const std::vector<QWidget*> controls{
+            new QPushButton("Press"), new QLineEdit("Text"), new QCheckBox("Check"), new QComboBox, new QSpinBox, list};
+        for (QWidget* control : controls)
+            layout->addWidget(control);
+        auto* elsewhere = new QLineEdit;
+        layout->addWidget(elsewhere);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        window.setAttribute(Qt::WA_KeyboardFocusChange); // as once Tab has been pressed
+        for (QWidget* control : controls) {
+            elsewhere->setFocus(Qt::TabFocusReason);
+            const QImage without = control->grab().toImage();
+            control->setFocus(Qt::TabFocusReason);
+            const QImage with = control->grab().toImage();
+            double most = 1;
+            for (int y = 0; y < with.height(); ++y)
+                for (int x = 0; x < with.width(); ++x)
+                    if (with.pixel(x, y) != without.pixel(x, y))
+                        most = std::max(most, ContrastOf(with.pixelColor(x, y), without.pixelColor(x, y)));
+            EXPECT_GT(most, 1.2) << control->metaObject()->className();
+            const bool darkBox = palette == ThemePalette(true) && qobject_cast<QCheckBox*>(control);
+            if (!IsOfContrast(palette) && !darkBox)
                 continue;
-            double dEdge = 1; // along a line through the middle, from the left
+            double edge = 1; // along a line through the middle, from the left
             for (int x = 0; x < 8; ++x)
-                dEdge = std::max(
-                    dEdge, ContrastOf(oWithout.pixelColor(x, oWithout.height() / 2), oPalette.color(QPalette::Window)));
-            EXPECT_GE(dEdge, 3) << pControl->metaObject()->className();
+                edge = std::max(
+                    edge, ContrastOf(without.pixelColor(x, without.height() / 2), palette.color(QPalette::Window)));
+            EXPECT_GE(edge, 3) << control->metaObject()->className();
         }
     }
-    QApplication::setPalette(oBefore);
+    QApplication::setPalette(before);
     ContrastStyle::Follow();
     EXPECT_EQ(dynamic_cast<ContrastStyle*>(QApplication::style()), nullptr);
 }

@@ -11,45 +11,45 @@ namespace corvane::desktop {
 class AppFolder {
 public:
     AppFolder() {
-        for (const char* sVariable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
-            qputenv(sVariable, m_oFolder.path().toUtf8());
-        for (const char* sFolder : {"App/Services", "App/Images", "App/plugins"})
-            QDir(m_oFolder.path()).mkpath(sFolder);
+        for (const char* variable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            qputenv(variable, m_folder.path().toUtf8());
+        for (const char* folder : {"App/Services", "App/Images", "App/plugins"})
+            QDir(m_folder.path()).mkpath(folder);
         QFile::copy(CORVANE_SHIPPED_SCHEMA, Path("App/Services/Service.xdr"));
     }
 
-    [[nodiscard]] QString Path(const QString& sName) const { return m_oFolder.path() + "/" + sName; }
+    [[nodiscard]] QString Path(const QString& name) const { return m_folder.path() + "/" + name; }
     [[nodiscard]] std::string App() const { return Path("App").toStdString(); }
     // Where the host keeps things for this application.
-    [[nodiscard]] QString Kept(const QString& sName) const { return Path("corvane/App/" + sName); }
+    [[nodiscard]] QString Kept(const QString& name) const { return Path("corvane/App/" + name); }
 
-    void Write(const QString& sName, const QByteArray& aText) const {
-        QDir().mkpath(QFileInfo(Path(sName)).path());
-        QFile oFile(Path(sName));
-        ASSERT_TRUE(oFile.open(QIODevice::WriteOnly));
-        oFile.write(aText);
+    void Write(const QString& name, const QByteArray& text) const {
+        QDir().mkpath(QFileInfo(Path(name)).path());
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
     }
-    [[nodiscard]] QByteArray Read(const QString& sName) const {
-        QFile oFile(Path(sName));
-        return oFile.open(QIODevice::ReadOnly) ? oFile.readAll() : QByteArray();
+    [[nodiscard]] QByteArray Read(const QString& name) const {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    void Service(const QString& sName, const QString& sProgID, const QString& sContent,
-                 const QString& sAttributes = {}) const {
-        Write("App/Services/" + sName + ".xml",
+    void Service(const QString& name, const QString& progID, const QString& content,
+                 const QString& attributes = {}) const {
+        Write("App/Services/" + name + ".xml",
               QString("<Service Name=\"%1\" ProgID=\"%2\" Active=\"true\" %3>\n%4</Service>\n")
-                  .arg(sName, sProgID, sAttributes, sContent)
+                  .arg(name, progID, attributes, content)
                   .toUtf8());
     }
     // The plug-in of the tests under that name.
-    void Plugin(const QString& sName) const {
-        ASSERT_TRUE(QFile::copy(CORVANE_TROUBLE_PLUGIN, Path("App/plugins/lib" + sName + ".so")));
+    void Plugin(const QString& name) const {
+        ASSERT_TRUE(QFile::copy(CORVANE_TROUBLE_PLUGIN, Path("App/plugins/lib" + name + ".so")));
     }
 
 private:
-    QTemporaryDir m_oFolder;
+    QTemporaryDir m_folder;
 };
 
-constexpr const char* sShellContent = R"(<ActionItems>
+constexpr const char* shellContent = R"(<ActionItems>
 <ActionItem Name="Navigation" Action="ViewNavigation" PassActionItemParam="true" Checked="false"/>
 <ActionItem Name="View"/><ActionItem Name="File"/>
 <ActionItem Name="Bar" Action="EnableStatusBar" PassActionItemParam="true" Checked="true"/>

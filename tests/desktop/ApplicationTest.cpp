@@ -27,98 +27,98 @@ namespace {
 
 class ApplicationTest : public ::testing::Test {
 protected:
-    void Write(const QString& sName, const char* sText) { m_oFolder.Write(sName, sText); }
-    [[nodiscard]] QString Services() const { return m_oFolder.Services(); }
-    [[nodiscard]] std::string App() const { return m_oFolder.App(); }
+    void Write(const QString& name, const char* text) { m_folder.Write(name, text); }
+    [[nodiscard]] QString Services() const { return m_folder.Services(); }
+    [[nodiscard]] std::string App() const { return m_folder.App(); }
 
-    ApplicationFolder m_oFolder;
+    ApplicationFolder m_folder;
 };
 
 TEST_F(ApplicationTest, MenuOnScreenTogglesTheStatusBarAndTheExplorer) {
-    Application oApplication({App(), false});
-    ASSERT_TRUE(oApplication.Start());
-    QMenu* pView = oApplication.Window().menuBar()->actions().front()->menu();
-    Q_EMIT pView->aboutToShow();
-    EXPECT_TRUE(oApplication.Window().statusBar()->isVisible());
-    ASSERT_EQ(pView->actions().at(1)->text(), "&Status Bar");
-    EXPECT_TRUE(pView->actions().at(1)->isChecked());
-    pView->actions().at(1)->trigger();
-    oApplication.Window().Flush();
-    EXPECT_FALSE(oApplication.Window().statusBar()->isVisible());
-    EXPECT_FALSE(oApplication.Window().ExplorerDock().isVisible());
-    pView->actions().at(0)->trigger();
-    oApplication.Window().Flush();
-    EXPECT_TRUE(oApplication.Window().ExplorerDock().isVisible());
+    Application application({App(), false});
+    ASSERT_TRUE(application.Start());
+    QMenu* view = application.Window().menuBar()->actions().front()->menu();
+    Q_EMIT view->aboutToShow();
+    EXPECT_TRUE(application.Window().statusBar()->isVisible());
+    ASSERT_EQ(view->actions().at(1)->text(), "&Status Bar");
+    EXPECT_TRUE(view->actions().at(1)->isChecked());
+    view->actions().at(1)->trigger();
+    application.Window().Flush();
+    EXPECT_FALSE(application.Window().statusBar()->isVisible());
+    EXPECT_FALSE(application.Window().ExplorerDock().isVisible());
+    view->actions().at(0)->trigger();
+    application.Window().Flush();
+    EXPECT_TRUE(application.Window().ExplorerDock().isVisible());
     // The dock's close box goes through the model and unticks the entry.
-    oApplication.Window().ExplorerDock().close();
-    oApplication.Window().Flush();
-    EXPECT_FALSE(oApplication.Window().ExplorerDock().isVisible());
-    EXPECT_FALSE(oApplication.Bar()->Tools()->Item("View.Navigation")->Checked());
+    application.Window().ExplorerDock().close();
+    application.Window().Flush();
+    EXPECT_FALSE(application.Window().ExplorerDock().isVisible());
+    EXPECT_FALSE(application.Bar()->Tools()->Item("View.Navigation")->Checked());
 }
 
 TEST_F(ApplicationTest, SecondClickDuringARunningActionIsDropped) {
-    Application oApplication({App(), false});
-    ASSERT_TRUE(oApplication.Start());
-    QMenu* pView = oApplication.Window().menuBar()->actions().front()->menu();
-    Q_EMIT pView->aboutToShow();
-    QAction* pExplorer = pView->actions().at(0);
-    QAction* pStatusBar = pView->actions().at(1);
-    int nSecondClicks = 0;
+    Application application({App(), false});
+    ASSERT_TRUE(application.Start());
+    QMenu* view = application.Window().menuBar()->actions().front()->menu();
+    Q_EMIT view->aboutToShow();
+    QAction* explorer = view->actions().at(0);
+    QAction* statusBar = view->actions().at(1);
+    int secondClicks = 0;
     {
         // The explorer's band changes while the action that shows it still runs.
-        const auto oDuring = oApplication.Bar()->Changed.Subscribe([&](const BarChange& oChange) {
-            if (oChange.eWhat == BarChange::What::BandLook && nSecondClicks++ == 0)
-                pStatusBar->trigger();
+        const auto during = application.Bar()->Changed.Subscribe([&](const BarChange& change) {
+            if (change.eWhat == BarChange::What::BandLook && secondClicks++ == 0)
+                statusBar->trigger();
         });
-        pExplorer->trigger();
+        explorer->trigger();
     }
-    oApplication.Window().Flush();
-    EXPECT_GE(nSecondClicks, 1);
-    EXPECT_TRUE(oApplication.Window().ExplorerDock().isVisible());
-    EXPECT_TRUE(oApplication.Window().statusBar()->isVisible()) << "the second click did nothing";
-    pStatusBar->trigger();
-    oApplication.Window().Flush();
-    EXPECT_FALSE(oApplication.Window().statusBar()->isVisible()) << "a click after it does";
+    application.Window().Flush();
+    EXPECT_GE(secondClicks, 1);
+    EXPECT_TRUE(application.Window().ExplorerDock().isVisible());
+    EXPECT_TRUE(application.Window().statusBar()->isVisible()) << "the second click did nothing";
+    statusBar->trigger();
+    application.Window().Flush();
+    EXPECT_FALSE(application.Window().statusBar()->isVisible()) << "a click after it does";
 }
 
 TEST_F(ApplicationTest, FailingActionIsShownAndTheNextClickWorks) {
-    Application oApplication({App(), true});
-    ASSERT_TRUE(oApplication.Start());
-    QString sShown;
+    Application application({App(), true});
+    ASSERT_TRUE(application.Start());
+    QString shown;
     QTimer::singleShot(0, [&] {
-        if (auto* pDialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget())) {
-            sShown = pDialog->findChild<QPlainTextEdit*>()->toPlainText();
-            for (auto* pButton : pDialog->findChildren<QPushButton*>())
-                if (pButton->text() == "&Copy")
-                    pButton->click();
-            QTest::keyClick(pDialog->focusWidget(), Qt::Key_Return); // closes it
+        if (auto* dialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget())) {
+            shown = dialog->findChild<QPlainTextEdit*>()->toPlainText();
+            for (auto* button : dialog->findChildren<QPushButton*>())
+                if (button->text() == "&Copy")
+                    button->click();
+            QTest::keyClick(dialog->focusWidget(), Qt::Key_Return); // closes it
         }
     });
-    EXPECT_TRUE(oApplication.Choose("View.Bad"));
-    EXPECT_TRUE(sShown.contains("NoSuchProcedure")) << sShown.toStdString();
+    EXPECT_TRUE(application.Choose("View.Bad"));
+    EXPECT_TRUE(shown.contains("NoSuchProcedure")) << shown.toStdString();
     EXPECT_TRUE(QApplication::clipboard()->text().contains("NoSuchProcedure"));
-    EXPECT_TRUE(oApplication.Choose("View.Bar"));
-    EXPECT_FALSE(oApplication.Bar()->Bands()->Item("StatusBar")->Visible());
+    EXPECT_TRUE(application.Choose("View.Bar"));
+    EXPECT_FALSE(application.Bar()->Bands()->Item("StatusBar")->Visible());
 }
 
 TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
     Write("broken.xml", "<Service\n Name=\"B\">\n<oops</Service>");
-    Application oApplication({App(), false});
-    EXPECT_TRUE(oApplication.Start());
-    EXPECT_EQ(oApplication.Failures().ShownCount(), 1);
-    EXPECT_EQ(oApplication.Window().menuBar()->actions().size(), 3) << "View, and Tools and Help of the host";
+    Application application({App(), false});
+    EXPECT_TRUE(application.Start());
+    EXPECT_EQ(application.Failures().ShownCount(), 1);
+    EXPECT_EQ(application.Window().menuBar()->actions().size(), 3) << "View, and Tools and Help of the host";
 
-    ShownFailure oShown{"ServiceManager", "LoadServices", Failure(-1, "76", "XML Parser"),
-                        "Context: Loading XML, File: broken.xml, Desc: 76", ""};
-    const FailureTexts oTexts = TextsOf(oShown, Services());
-    EXPECT_TRUE(oTexts.sWhere.startsWith("broken.xml, line ")) << oTexts.sWhere.toStdString();
-    EXPECT_NE(oTexts.sHeadline, "76");
-    EXPECT_FALSE(oTexts.sAdvice.isEmpty());
-    EXPECT_FALSE(oTexts.bIsForPerson);
-    oShown.oFailure.Number = FailureNumber::ObjectErrorBase + 1;
-    EXPECT_FALSE(TextsOf(oShown, Services()).bIsForPerson) << "it says in which file";
-    oShown.sContext.clear();
-    EXPECT_TRUE(TextsOf(oShown, Services()).bIsForPerson) << "the application's own number";
+    ShownFailure shown{"ServiceManager", "LoadServices", Failure(-1, "76", "XML Parser"),
+                       "Context: Loading XML, File: broken.xml, Desc: 76", ""};
+    const FailureTexts texts = TextsOf(shown, Services());
+    EXPECT_TRUE(texts.where.startsWith("broken.xml, line ")) << texts.where.toStdString();
+    EXPECT_NE(texts.headline, "76");
+    EXPECT_FALSE(texts.advice.isEmpty());
+    EXPECT_FALSE(texts.isForPerson);
+    shown.failure.Number = FailureNumber::ObjectErrorBase + 1;
+    EXPECT_FALSE(TextsOf(shown, Services()).isForPerson) << "it says in which file";
+    shown.context.clear();
+    EXPECT_TRUE(TextsOf(shown, Services()).isForPerson) << "the application's own number";
 }
 
 // The library stops at the first mistake; whoever mends the file wants to know of all.
@@ -127,29 +127,29 @@ TEST_F(ApplicationTest, FailureOfAFileIsShownWithAllThatIsWrongInIt) {
           R"(<Service Name="Bü" ProgID="B.B" Active="True"><ActionItems><ActionItem Name="A"/></ActionItems>
 <Menus><MenuItem Type="MenuItme" ActionItem="A" Path="View" PositionOrder="1"/>
 <MenuItem Type="MenuItem" ActionItem="Aa" Path="View" PositionOrder="2"/></Menus></Service>)");
-    Application oApplication({App(), true});
-    QStringList aLines;
-    QString sCurrent;
-    QString sCopied;
+    Application application({App(), true});
+    QStringList lines;
+    QString current;
+    QString copied;
     QTimer::singleShot(0, [&] {
-        auto* pDialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(pDialog);
-        auto* pList = pDialog->findChild<ProblemList*>();
-        for (int i = 0; pList && i < pList->Count(); ++i)
-            aLines.append(pList->topLevelItem(i)->text(0) + " " + pList->topLevelItem(i)->text(3));
-        sCurrent = pList && pList->currentItem() ? pList->currentItem()->text(3) : QString();
-        for (auto* pButton : pDialog->findChildren<QPushButton*>())
-            if (pButton->text() == "&Copy")
-                pButton->click();
-        sCopied = QApplication::clipboard()->text();
-        pDialog->reject();
+        auto* dialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        auto* list = dialog->findChild<ProblemList*>();
+        for (int i = 0; list && i < list->Count(); ++i)
+            lines.append(list->topLevelItem(i)->text(0) + " " + list->topLevelItem(i)->text(3));
+        current = list && list->currentItem() ? list->currentItem()->text(3) : QString();
+        for (auto* button : dialog->findChildren<QPushButton*>())
+            if (button->text() == "&Copy")
+                button->click();
+        copied = QApplication::clipboard()->text();
+        dialog->reject();
     });
-    EXPECT_TRUE(oApplication.Start());
-    EXPECT_TRUE(aLines.contains("broken.xml:2:24 bad-word")) << aLines.join("\n").toStdString();
-    EXPECT_TRUE(aLines.contains("broken.xml:3:39 unknown-action")) << aLines.join("\n").toStdString();
-    EXPECT_TRUE(aLines.first().endsWith("utf8-bytes")) << aLines.first().toStdString();
-    EXPECT_EQ(sCurrent.toStdString(), "missing-plugin") << "an error, though a warning comes before it";
-    EXPECT_TRUE(sCopied.contains("[unknown-action]")) << sCopied.toStdString();
+    EXPECT_TRUE(application.Start());
+    EXPECT_TRUE(lines.contains("broken.xml:2:24 bad-word")) << lines.join("\n").toStdString();
+    EXPECT_TRUE(lines.contains("broken.xml:3:39 unknown-action")) << lines.join("\n").toStdString();
+    EXPECT_TRUE(lines.first().endsWith("utf8-bytes")) << lines.first().toStdString();
+    EXPECT_EQ(current.toStdString(), "missing-plugin") << "an error, though a warning comes before it";
+    EXPECT_TRUE(copied.contains("[unknown-action]")) << copied.toStdString();
 
     EXPECT_TRUE(FindingsIn("gone.xml", Services()).empty());
     EXPECT_TRUE(FindingsIn("", Services()).empty());
@@ -157,88 +157,88 @@ TEST_F(ApplicationTest, FailureOfAFileIsShownWithAllThatIsWrongInIt) {
 
 TEST_F(ApplicationTest, WindowComesUpAlsoWhenTheStartFails) {
     QFile::remove(Services() + "/Service.xdr");
-    Application oApplication({App(), false});
-    EXPECT_FALSE(oApplication.Start());
-    EXPECT_TRUE(oApplication.Window().isVisible());
-    EXPECT_EQ(oApplication.Failures().ShownCount(), 1);
+    Application application({App(), false});
+    EXPECT_FALSE(application.Start());
+    EXPECT_TRUE(application.Window().isVisible());
+    EXPECT_EQ(application.Failures().ShownCount(), 1);
 }
 
 TEST_F(ApplicationTest, ClosingTheWindowUnloadsOnce) {
-    Application oApplication({App(), false});
-    ASSERT_TRUE(oApplication.Start());
-    int nUnloads = 0;
-    const auto oUnload = oApplication.MainForm()->OnUnload.Subscribe([&](bool&) { ++nUnloads; });
-    oApplication.Window().close();
-    oApplication.Window().close();
-    EXPECT_EQ(nUnloads, 1);
-    EXPECT_FALSE(oApplication.Window().isVisible());
+    Application application({App(), false});
+    ASSERT_TRUE(application.Start());
+    int unloads = 0;
+    const auto unload = application.MainForm()->OnUnload.Subscribe([&](bool&) { ++unloads; });
+    application.Window().close();
+    application.Window().close();
+    EXPECT_EQ(unloads, 1);
+    EXPECT_FALSE(application.Window().isVisible());
     EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
 }
 
 TEST_F(ApplicationTest, PrintsTheWindowIntoAFileWhereNobodyWatches) {
-    Application oApplication({App(), false});
-    ASSERT_TRUE(oApplication.Start());
-    const QString sFile = Services() + "/window.pdf";
-    oApplication.Dialogs().AddAnswer(sFile.toStdString());
+    Application application({App(), false});
+    ASSERT_TRUE(application.Start());
+    const QString filePath = Services() + "/window.pdf";
+    application.Dialogs().AddAnswer(filePath.toStdString());
     CorvaneMain::Framework()->PrintAppWindow();
-    QFile oFile(sFile);
-    ASSERT_TRUE(oFile.open(QIODevice::ReadOnly));
-    EXPECT_EQ(oFile.read(5), "%PDF-");
-    oApplication.Dialogs().AddAnswer((Services() + "/none/window.pdf").toStdString());
+    QFile file(filePath);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.read(5), "%PDF-");
+    application.Dialogs().AddAnswer((Services() + "/none/window.pdf").toStdString());
     try {
         CorvaneMain::Framework()->PrintAppWindow();
         ADD_FAILURE() << "there is no such folder";
-    } catch (const Failure& oFailure) {
-        EXPECT_EQ(oFailure.Number, FailureNumber::FileAccess);
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.Number, FailureNumber::FileAccess);
     }
 }
 
 TEST_F(ApplicationTest, SignalsCloseTheWindowAsItsCloseBoxDoes) {
-    Application oApplication({App(), false});
-    ASSERT_TRUE(oApplication.Start());
-    const EndSignals oEndSignals(&oApplication.Window());
-    bool bRefuse = true;
-    int nAsked = 0;
-    const auto oQuery = oApplication.MainForm()->OnQueryUnload.Subscribe([&](bool& bRefused) {
-        bRefused = bRefuse;
-        ++nAsked;
+    Application application({App(), false});
+    ASSERT_TRUE(application.Start());
+    const EndSignals endSignals(&application.Window());
+    bool refuse = true;
+    int asked = 0;
+    const auto query = application.MainForm()->OnQueryUnload.Subscribe([&](bool& refused) {
+        refused = refuse;
+        ++asked;
     });
-    for (const int nSignal : {SIGTERM, SIGHUP, SIGTERM}) {
-        std::raise(nSignal);
+    for (const int signal : {SIGTERM, SIGHUP, SIGTERM}) {
+        std::raise(signal);
         QTest::qWait(20);
-        EXPECT_TRUE(oApplication.Window().isVisible());
+        EXPECT_TRUE(application.Window().isVisible());
     }
-    EXPECT_EQ(nAsked, 3);
-    bRefuse = false;
+    EXPECT_EQ(asked, 3);
+    refuse = false;
     std::raise(SIGINT);
     QTest::qWait(20);
-    EXPECT_FALSE(oApplication.Window().isVisible());
+    EXPECT_FALSE(application.Window().isVisible());
     EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
 }
 
 TEST_F(ApplicationTest, FailureAtTheEndIsShownClosesTheWindowAndIsNotTriedAgain) {
-    int nUnloads = 0;
-    Subscription oUnload;
+    int unloads = 0;
+    Subscription unload;
     {
-        Application oApplication({App(), false});
-        ASSERT_TRUE(oApplication.Start());
-        oUnload = oApplication.MainForm()->OnUnload.Subscribe([&](bool&) {
-            ++nUnloads;
+        Application application({App(), false});
+        ASSERT_TRUE(application.Start());
+        unload = application.MainForm()->OnUnload.Subscribe([&](bool&) {
+            ++unloads;
             Fail(FailureNumber::FileNotFound);
         });
-        oApplication.Window().close();
-        EXPECT_FALSE(oApplication.Window().isVisible());
-        EXPECT_EQ(oApplication.Failures().ShownCount(), 1);
+        application.Window().close();
+        EXPECT_FALSE(application.Window().isVisible());
+        EXPECT_EQ(application.Failures().ShownCount(), 1);
     }
-    EXPECT_EQ(nUnloads, 1);
+    EXPECT_EQ(unloads, 1);
 }
 
 TEST_F(ApplicationTest, UnloadOfTheFormClosesTheWindow) {
-    Application oApplication({App(), false});
-    ASSERT_TRUE(oApplication.Start());
+    Application application({App(), false});
+    ASSERT_TRUE(application.Start());
     CorvaneMain::Framework()->AppExit();
     QApplication::processEvents();
-    EXPECT_FALSE(oApplication.Window().isVisible());
+    EXPECT_FALSE(application.Window().isVisible());
 }
 
 } // namespace

@@ -21,48 +21,48 @@
 namespace corvane::desktop {
 namespace {
 
-std::string sShown; // by whom
+std::string shown; // by whom
 
 class Item final : public Automation<Item, IExplorerItemAccess> {
 public:
-    explicit Item(std::string sName) : m_sName(std::move(sName)) {
-        m_oInitialize = m_oBase->InitializeEvent.Subscribe(
-            [this](const Ref<KeyedCollection<Ref<Object>>>&) { m_oBase->NameSilently(m_sName); });
+    explicit Item(std::string name) : m_name(std::move(name)) {
+        m_initialize = m_base->InitializeEvent.Subscribe(
+            [this](const Ref<KeyedCollection<Ref<Object>>>&) { m_base->NameSilently(m_name); });
     }
-    Ref<IExplorerItem> ExplorerItem() override { return m_oBase; }
-    void OnShow() { sShown = m_sName; }
+    Ref<IExplorerItem> ExplorerItem() override { return m_base; }
+    void OnShow() { shown = m_name; }
 
     static constexpr auto Members = MemberTable(Method("OnShow", &Item::OnShow));
 
 private:
-    std::string m_sName;
-    Ref<ExplorerItemBase> m_oBase = New<ExplorerItemBase>();
-    Subscription m_oInitialize;
+    std::string m_name;
+    Ref<ExplorerItemBase> m_base = New<ExplorerItemBase>();
+    Subscription m_initialize;
 };
 
 class Sheet final : public Automation<Sheet, IPageAccess, IQtPage> {
 public:
-    Ref<IPage> Page() override { return m_oBase; }
-    QWidget* NewWidget(QWidget* pParent) override { return new QLineEdit(pParent); }
-    void OnShow() { sShown = "the page"; }
+    Ref<IPage> Page() override { return m_base; }
+    QWidget* NewWidget(QWidget* parent) override { return new QLineEdit(parent); }
+    void OnShow() { shown = "the page"; }
 
     static constexpr auto Members = MemberTable(Method("OnShow", &Sheet::OnShow));
 
 private:
-    Ref<PageBase> m_oBase = New<PageBase>();
+    Ref<PageBase> m_base = New<PageBase>();
 };
 
 class Owner final : public Automation<Owner, IServiceAccess> {
 public:
-    Ref<IService> Service() override { return m_oServiceBase; }
+    Ref<IService> Service() override { return m_serviceBase; }
 
     static constexpr auto Members = MemberTable();
 
 private:
-    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
-constexpr const char* sContent = R"(<ExplorerItems>
+constexpr const char* content = R"(<ExplorerItems>
 <ExplorerItem Name="All" Type="Folder" PositionOrder="1"/>
 <ExplorerItem Name="One" Type="FolderChild" Parent="All"><ActionItems><ActionItem Name="Show" Action="OnShow"/>
 </ActionItems><Menus><MenuItem Type="MenuItem" Path="File" PositionOrder="5" ActionItem="Show" Caption="Show"/></Menus>
@@ -76,38 +76,38 @@ constexpr const char* sContent = R"(<ExplorerItems>
 class CommandOwnerTest : public ::testing::Test {
 protected:
     CommandOwnerTest() {
-        m_oFolder.Service("Shell", "Corvane.Framework", sShellContent);
-        m_oFolder.Service("In", "In.Service", sContent);
-        ApplicationOptions oOptions{m_oFolder.App(), false};
-        oOptions.aClasses = {{"In.Service", [] { return New<Owner>(); }}, {"In.Page", [] { return New<Sheet>(); }}};
-        m_pApplication = std::make_unique<Application>(oOptions);
-        EXPECT_TRUE(m_pApplication->Start());
+        m_folder.Service("Shell", "Corvane.Framework", shellContent);
+        m_folder.Service("In", "In.Service", content);
+        ApplicationOptions options{m_folder.App(), false};
+        options.classes = {{"In.Service", [] { return New<Owner>(); }}, {"In.Page", [] { return New<Sheet>(); }}};
+        m_application = std::make_unique<Application>(options);
+        EXPECT_TRUE(m_application->Start());
         Explorer()->Populate();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&m_pApplication->Window()));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&m_application->Window()));
     }
-    ~CommandOwnerTest() override { EXPECT_EQ(m_pApplication->Failures().ShownCount(), 0); }
+    ~CommandOwnerTest() override { EXPECT_EQ(m_application->Failures().ShownCount(), 0); }
 
     static Ref<ExplorerManager> Explorer() { return CorvaneMain::Framework()->NavigationManager()->ExplorerManager(); }
-    static Ref<Item> Add(const char* sName) {
-        auto oItem = New<Item>(sName);
-        Explorer()->AddToExplorer(oItem, "One");
-        return oItem;
+    static Ref<Item> Add(const char* name) {
+        auto item = New<Item>(name);
+        Explorer()->AddToExplorer(item, "One");
+        return item;
     }
-    static void ChooseNode(const char* sName) {
-        Explorer()->TreeView()->ClickNode(Explorer()->TreeView()->GetNodes()->Item(sName));
+    static void ChooseNode(const char* name) {
+        Explorer()->TreeView()->ClickNode(Explorer()->TreeView()->GetNodes()->Item(name));
     }
     static void OpenSheet() { CorvaneMain::Framework()->WindowManager()->OpenWindow("Sheet", nullptr); }
     // F6 goes from the window to the explorer and back.
     void GoToOtherPart() { QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6); }
     std::string WhoShows() {
         QApplication::processEvents();
-        sShown = "nobody";
-        m_pApplication->Choose("File.Show");
-        return sShown;
+        shown = "nobody";
+        m_application->Choose("File.Show");
+        return shown;
     }
 
-    AppFolder m_oFolder;
-    std::unique_ptr<Application> m_pApplication;
+    AppFolder m_folder;
+    std::unique_ptr<Application> m_application;
 };
 
 TEST_F(CommandOwnerTest, SharedCommandIsOfThePartThatThePersonIsIn) {
@@ -129,16 +129,16 @@ TEST_F(CommandOwnerTest, SharedCommandIsOfThePartThatThePersonIsIn) {
 }
 
 TEST_F(CommandOwnerTest, WhatRemainsTakesTheCommandsOfWhatGoes) {
-    const Ref<Item> oItem = Add("A");
+    const Ref<Item> item = Add("A");
     ChooseNode("A");
     OpenSheet();
     EXPECT_EQ(WhoShows(), "the page");
-    m_pApplication->ClickCommand("close");
+    m_application->ClickCommand("close");
     EXPECT_EQ(WhoShows(), "A");
     OpenSheet();
     GoToOtherPart();
     EXPECT_EQ(WhoShows(), "A");
-    Explorer()->DeleteFromExplorer(oItem);
+    Explorer()->DeleteFromExplorer(item);
     Add("B"); // which becomes nobody's
     GoToOtherPart();
     EXPECT_EQ(WhoShows(), "the page");

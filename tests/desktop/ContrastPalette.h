@@ -5,24 +5,24 @@
 
 namespace corvane::desktop {
 
-inline QPalette ContrastPalette(bool bDark) {
-    QPalette oPalette(bDark ? QColor(Qt::black) : QColor(Qt::white));
-    const QColor oGround = bDark ? Qt::black : Qt::white;
-    const QColor oText = bDark ? Qt::white : Qt::black;
-    for (const auto eRole : {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button,
-                             QPalette::ToolTipBase, QPalette::Light, QPalette::Midlight})
-        oPalette.setColor(eRole, oGround);
-    for (const auto eRole : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
-                             QPalette::BrightText, QPalette::Mid, QPalette::Dark, QPalette::Shadow})
-        oPalette.setColor(eRole, oText);
-    oPalette.setColor(QPalette::PlaceholderText, oText);
-    oPalette.setColor(QPalette::Highlight, bDark ? QColor(0xff, 0xff, 0x00) : QColor(0x00, 0x00, 0x80));
-    oPalette.setColor(QPalette::HighlightedText, bDark ? Qt::black : Qt::white);
-    oPalette.setColor(QPalette::Link, bDark ? QColor(0xff, 0xff, 0x00) : QColor(0x00, 0x00, 0x9f));
-    oPalette.setColor(QPalette::LinkVisited, oPalette.color(QPalette::Link));
-    for (const auto eRole : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        oPalette.setColor(QPalette::Disabled, eRole, bDark ? QColor(0x3f, 0xf2, 0x3f) : QColor(0x60, 0x00, 0x00));
-    return oPalette;
+inline QPalette ContrastPalette(bool dark) {
+    QPalette palette(dark ? QColor(Qt::black) : QColor(Qt::white));
+    const QColor ground = dark ? Qt::black : Qt::white;
+    const QColor text = dark ? Qt::white : Qt::black;
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button,
+                            QPalette::ToolTipBase, QPalette::Light, QPalette::Midlight})
+        palette.setColor(role, ground);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+                            QPalette::BrightText, QPalette::Mid, QPalette::Dark, QPalette::Shadow})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::PlaceholderText, text);
+    palette.setColor(QPalette::Highlight, dark ? QColor(0xff, 0xff, 0x00) : QColor(0x00, 0x00, 0x80));
+    palette.setColor(QPalette::HighlightedText, dark ? Qt::black : Qt::white);
+    palette.setColor(QPalette::Link, dark ? QColor(0xff, 0xff, 0x00) : QColor(0x00, 0x00, 0x9f));
+    palette.setColor(QPalette::LinkVisited, palette.color(QPalette::Link));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, dark ? QColor(0x3f, 0xf2, 0x3f) : QColor(0x60, 0x00, 0x00));
+    return palette;
 }
 
 } // namespace corvane::desktop

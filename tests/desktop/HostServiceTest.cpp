@@ -20,40 +20,40 @@
 namespace corvane::desktop {
 namespace {
 
-constexpr const char* sHostDefinition = R"(<Service Name="H" ProgID="H.H" Active="true"><Menus>
+constexpr const char* hostDefinition = R"(<Service Name="H" ProgID="H.H" Active="true"><Menus>
 <MenuItem Type="MenuTitle" ActionItem="File" PositionOrder="0"/>
 <MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="0"/>
 <MenuItem Type="MenuItem" Path="File" ActionItem="Exit" PositionOrder="9911" ShortCutKey="Ctrl+Q"/>
 </Menus></Service>)";
 
 // What is left of it beside those menus, with path, action, order and shortcut of each entry.
-std::string Fitted(const std::string& sMenus) {
-    std::string sActions;
-    for (const DefinitionTag& oTag : TagsIn(sMenus, {"MenuItem"}))
-        sActions += "<ActionItem Name='" + std::string(oTag.Attribute("ActionItem")) + "'/>";
-    const Ref<IXmlDocument> oDocument = New<XmlService>()->NewDocument();
-    EXPECT_TRUE(oDocument->LoadXml("<Service><ActionItems>" + sActions + "</ActionItems><Menus>" + sMenus +
-                                   "</Menus></Service>"));
-    const auto oService = New<ServiceDef>();
-    oService->Initialize(oDocument->SelectSingleNode("Service"));
-    MenusInUse oInUse(sHostDefinition);
-    oInUse.Add(*oService->MenuItemDefs());
-    std::string sLeft;
-    const std::string sText = FitDefinition(sHostDefinition, std::move(oInUse));
-    for (const DefinitionTag& oTag : TagsIn(sText, {"MenuItem"})) {
-        for (const char* sName : {"Path", "ActionItem", "PositionOrder", "ShortCutKey"})
-            sLeft.append(oTag.Attribute(sName)).append(" ");
-        sLeft.back() = '\n';
+std::string Fitted(const std::string& menus) {
+    std::string actions;
+    for (const DefinitionTag& tag : TagsIn(menus, {"MenuItem"}))
+        actions += "<ActionItem Name='" + std::string(tag.Attribute("ActionItem")) + "'/>";
+    const Ref<IXmlDocument> document = New<XmlService>()->NewDocument();
+    EXPECT_TRUE(
+        document->LoadXml("<Service><ActionItems>" + actions + "</ActionItems><Menus>" + menus + "</Menus></Service>"));
+    const auto service = New<ServiceDef>();
+    service->Initialize(document->SelectSingleNode("Service"));
+    MenusInUse inUse(hostDefinition);
+    inUse.Add(*service->MenuItemDefs());
+    std::string left;
+    const std::string text = FitDefinition(hostDefinition, std::move(inUse));
+    for (const DefinitionTag& tag : TagsIn(text, {"MenuItem"})) {
+        for (const char* name : {"Path", "ActionItem", "PositionOrder", "ShortCutKey"})
+            left.append(tag.Attribute(name)).append(" ");
+        left.back() = '\n';
     }
-    return sLeft;
+    return left;
 }
 
 TEST(HostDefinitions, AreFittedIntoWhatTheApplicationHas) {
     struct Case {
-        const char* sApplication;
-        const char* sLeft;
+        const char* application;
+        const char* left;
     };
-    const Case aCases[] = {
+    const Case cases[] = {
         {"", " File 1 \n Tools 2146 \nFile Exit 9911 Ctrl+Q\n"},
         // A title that is there stays the application's; a missing one finds its place before Window and Help.
         {"<MenuItem Type='MenuTitle' ActionItem='file' PositionOrder='10'/>"
@@ -68,166 +68,164 @@ TEST(HostDefinitions, AreFittedIntoWhatTheApplicationHas) {
          " File 1 \n Tools 2146 \nFile Exit 9911 \n"},
         {"<MenuItem Type='MenuItem' Path='File' ActionItem='Exit' PositionOrder='1'/>", " File 1 \n Tools 2146 \n"},
     };
-    for (const Case& oCase : aCases)
-        EXPECT_EQ(Fitted(oCase.sApplication), oCase.sLeft) << oCase.sApplication;
+    for (const Case& testCase : cases)
+        EXPECT_EQ(Fitted(testCase.application), testCase.left) << testCase.application;
 }
 
 // What is commented out isn't there, text that looks like a tag is none, and neither is a tag without an end.
 TEST(DefinitionTags, AreFoundWithoutAParser) {
-    std::string sFound;
-    for (const DefinitionTag& oTag : TagsIn("<?xml version='1.0'?><A x='1'/><!-- <A x='2'/> --><B/><![CDATA[<A "
-                                            "x='3'/>]]><A y='&lt;' x = \"4>\"><A x='5'",
-                                            {"A"}))
-        sFound.append(oTag.Attribute("x")).append(" ");
-    EXPECT_EQ(sFound, "1 4> ");
+    std::string found;
+    for (const DefinitionTag& tag : TagsIn("<?xml version='1.0'?><A x='1'/><!-- <A x='2'/> --><B/><![CDATA[<A "
+                                           "x='3'/>]]><A y='&lt;' x = \"4>\"><A x='5'",
+                                           {"A"}))
+        found.append(tag.Attribute("x")).append(" ");
+    EXPECT_EQ(found, "1 4> ");
 }
 
 class TextFiles final : public IFileSystem {
 public:
-    std::vector<std::pair<std::string, std::string>> aFiles;
-    mutable int nReads = 0;
+    std::vector<std::pair<std::string, std::string>> files;
+    mutable int reads = 0;
 
     std::vector<std::string> Files(std::string_view) const override {
-        std::vector<std::string> aPaths;
-        for (const auto& [sPath, sText] : aFiles)
-            aPaths.push_back(sPath);
-        return aPaths;
+        std::vector<std::string> paths;
+        for (const auto& [path, text] : files)
+            paths.push_back(path);
+        return paths;
     }
-    std::string FileName(std::string_view sPath) const override {
-        return std::string(sPath.substr(sPath.rfind('/') + 1));
+    std::string FileName(std::string_view path) const override { return std::string(path.substr(path.rfind('/') + 1)); }
+    std::string Extension(std::string_view path) const override {
+        return std::string(path.substr(path.rfind('.') + 1));
     }
-    std::string Extension(std::string_view sPath) const override {
-        return std::string(sPath.substr(sPath.rfind('.') + 1));
+    std::string Join(std::string_view folder, std::string_view name) const override {
+        return std::string(folder) + "/" + std::string(name);
     }
-    std::string Join(std::string_view sFolder, std::string_view sName) const override {
-        return std::string(sFolder) + "/" + std::string(sName);
-    }
-    std::string ReadAll(std::string_view sPath) const override {
-        ++nReads;
-        for (const auto& [sName, sText] : aFiles)
-            if (sName == sPath)
-                return sText;
+    std::string ReadAll(std::string_view path) const override {
+        ++reads;
+        for (const auto& [name, text] : files)
+            if (name == path)
+                return text;
         Fail(FailureNumber::FileNotFound);
     }
 };
 
 TEST(HostDefinitions, StandBehindTheApplicationsUnlessItHasItsOwn) {
     struct Case {
-        const char* sFile;
-        const char* sService;
-        const char* sActive; // of the host's
+        const char* file;
+        const char* service;
+        const char* active; // of the host's
     };
-    const Case aCases[] = {
+    const Case cases[] = {
         {"S/a.xml", "Name='A' ProgID='A.A' Active='true'", "Framework Desktop "},
         {"S/a.xml", "Name='Shell' ProgID='Corvane.Framework' Active='true'", "Desktop "},
         {"S/a.xml", "Name='Shell' ProgID='Corvane.Framework' Active='false'", "Framework Desktop "},
         {"S/a.xml", "Name='corvane.desktop' Active='false'", "Framework "},
         {"S/corvane.desktop.xml", "Name='A' ProgID='A.A' Active='true'", "Framework "},
     };
-    for (const Case& oCase : aCases) {
-        const auto oFiles = New<TextFiles>();
-        oFiles->aFiles = {{oCase.sFile, std::string("<Service ") + oCase.sService + "/>"}, {"S/b.txt", ""}};
-        const auto oHost = New<HostFileSystem>(oFiles, "S");
-        std::string sActive;
-        for (const std::string& sPath : oHost->Files("S")) { // as the library reads them
-            const std::string sText = oHost->ReadAll(sPath);
-            if (sPath == oCase.sFile)
-                EXPECT_EQ(sText, oFiles->aFiles[0].second);
-            else if (sText.find("Active=\"true\"") != std::string::npos)
-                sActive += sPath.find("Framework") != std::string::npos ? "Framework " : "Desktop ";
+    for (const Case& testCase : cases) {
+        const auto files = New<TextFiles>();
+        files->files = {{testCase.file, std::string("<Service ") + testCase.service + "/>"}, {"S/b.txt", ""}};
+        const auto host = New<HostFileSystem>(files, "S");
+        std::string active;
+        for (const std::string& path : host->Files("S")) { // as the library reads them
+            const std::string text = host->ReadAll(path);
+            if (path == testCase.file)
+                EXPECT_EQ(text, files->files[0].second);
+            else if (text.find("Active=\"true\"") != std::string::npos)
+                active += path.find("Framework") != std::string::npos ? "Framework " : "Desktop ";
         }
-        EXPECT_EQ(sActive, oCase.sActive) << oCase.sService;
-        EXPECT_EQ(oFiles->nReads, 2) << "each file is read once";
+        EXPECT_EQ(active, testCase.active) << testCase.service;
+        EXPECT_EQ(files->reads, 2) << "each file is read once";
     }
 }
 
 // Work of that many milliseconds, which advances and asks as it should.
-void Work(ProgressControl& oProgress, int nMilliseconds) {
-    QElapsedTimer oTime;
-    oTime.start();
-    while (!oTime.hasExpired(nMilliseconds) && !oProgress.WasCanceled()) {
-        oProgress.SetValue(oProgress.Value() + 0.01);
+void Work(ProgressControl& progress, int milliseconds) {
+    QElapsedTimer time;
+    time.start();
+    while (!time.hasExpired(milliseconds) && !progress.WasCanceled()) {
+        progress.SetValue(progress.Value() + 0.01);
         QThread::msleep(1);
     }
 }
 
 TEST(Progress, LetsPaintAndCancelThroughAndNothingElse) {
-    QMainWindow oWindow;
-    QPushButton oOther("Other", &oWindow);
-    auto oProgress = New<ProgressControl>();
-    oWindow.setCentralWidget(oProgress->Widget());
-    oWindow.show();
-    auto* pCancel = oProgress->Widget()->findChild<QPushButton*>();
-    oProgress->SetSources({[] { return QString("Counting"); }, [] { return QString("Counter"); }});
-    oProgress->SetCancel(true);
-    oProgress->SetWasCanceled(false);
-    oProgress->SetMax(100);
-    oProgress->SetValue(0);
-    int nTicks = 0;
-    int nOther = 0;
-    QTimer oTimer;
-    QObject::connect(&oTimer, &QTimer::timeout, [&] { ++nTicks; });
-    QObject::connect(&oOther, &QPushButton::clicked, [&] { ++nOther; });
-    oTimer.start(1);
-    std::array<int, 2> aPipe{};
-    ASSERT_EQ(::pipe(aPipe.data()), 0);
-    ASSERT_EQ(::write(aPipe[1], "x", 1), 1);
-    int nReady = 0;
-    QSocketNotifier oReady(aPipe[0], QSocketNotifier::Read);
-    QObject::connect(&oReady, &QSocketNotifier::activated, [&] { ++nReady; });
-    const auto fnClick = [&oWindow](QWidget* pButton) {
-        const QPoint oPlace = pButton->mapTo(&oWindow, pButton->rect().center());
-        for (const auto eType : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+    QMainWindow window;
+    QPushButton other("Other", &window);
+    auto progress = New<ProgressControl>();
+    window.setCentralWidget(progress->Widget());
+    window.show();
+    auto* cancel = progress->Widget()->findChild<QPushButton*>();
+    progress->SetSources({[] { return QString("Counting"); }, [] { return QString("Counter"); }});
+    progress->SetCancel(true);
+    progress->SetWasCanceled(false);
+    progress->SetMax(100);
+    progress->SetValue(0);
+    int ticks = 0;
+    int otherCount = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
+    QObject::connect(&other, &QPushButton::clicked, [&] { ++otherCount; });
+    timer.start(1);
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    ASSERT_EQ(::write(pipe[1], "x", 1), 1);
+    int readyCount = 0;
+    QSocketNotifier ready(pipe[0], QSocketNotifier::Read);
+    QObject::connect(&ready, &QSocketNotifier::activated, [&] { ++readyCount; });
+    const auto click = [&window](QWidget* button) {
+        const QPoint place = button->mapTo(&window, button->rect().center());
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
             QCoreApplication::postEvent(
-                oWindow.windowHandle(),
-                new QMouseEvent(eType, oPlace, oWindow.mapToGlobal(oPlace), Qt::LeftButton,
-                                eType == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
+                window.windowHandle(),
+                new QMouseEvent(type, place, window.mapToGlobal(place), Qt::LeftButton,
+                                type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
     };
-    oOther.raise();
-    fnClick(&oOther);
-    QCoreApplication::postEvent(oWindow.windowHandle(), new QEvent(QEvent::Close));
-    Work(*oProgress, 150);
-    EXPECT_EQ(nTicks, 0);
-    EXPECT_EQ(nReady, 0);
-    EXPECT_EQ(nOther, 0);
-    EXPECT_TRUE(oWindow.isVisible());
-    EXPECT_FALSE(oProgress->WasCanceled());
-    EXPECT_EQ(oProgress->Widget()->findChildren<QLabel*>().front()->text(), "Counting");
+    other.raise();
+    click(&other);
+    QCoreApplication::postEvent(window.windowHandle(), new QEvent(QEvent::Close));
+    Work(*progress, 150);
+    EXPECT_EQ(ticks, 0);
+    EXPECT_EQ(readyCount, 0);
+    EXPECT_EQ(otherCount, 0);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(progress->WasCanceled());
+    EXPECT_EQ(progress->Widget()->findChildren<QLabel*>().front()->text(), "Counting");
 
-    fnClick(pCancel);
-    Work(*oProgress, 20000); // ends when it sees that it was cancelled
-    EXPECT_TRUE(oProgress->WasCanceled());
+    click(cancel);
+    Work(*progress, 20000); // ends when it sees that it was cancelled
+    EXPECT_TRUE(progress->WasCanceled());
     // What was held back comes when the work is done.
     QTest::qWait(50);
-    EXPECT_GT(nTicks, 0);
-    EXPECT_GT(nReady, 0);
-    oReady.setEnabled(false);
-    ::close(aPipe[0]);
-    ::close(aPipe[1]);
+    EXPECT_GT(ticks, 0);
+    EXPECT_GT(readyCount, 0);
+    ready.setEnabled(false);
+    ::close(pipe[0]);
+    ::close(pipe[1]);
 }
 
 TEST(Progress, NamesTheServiceThatDoesNotAnswerToCancel) {
-    QMainWindow oWindow;
-    auto oProgress = New<ProgressControl>();
-    oWindow.setCentralWidget(oProgress->Widget());
-    oWindow.show();
-    oProgress->SetSources({[] { return QString("Counting"); }, [] { return QString("Counter"); }});
-    oProgress->SetCancel(true);
-    oProgress->SetMax(100);
-    oProgress->SetValue(0);
-    oProgress->Widget()->findChild<QPushButton*>()->click();
-    const QLabel* pText = oProgress->Widget()->findChildren<QLabel*>().front();
-    QElapsedTimer oTime;
-    oTime.start();
-    while (!pText->text().contains("Counter") && !oTime.hasExpired(20000)) {
-        oProgress->Increment(); // and never asks
+    QMainWindow window;
+    auto progress = New<ProgressControl>();
+    window.setCentralWidget(progress->Widget());
+    window.show();
+    progress->SetSources({[] { return QString("Counting"); }, [] { return QString("Counter"); }});
+    progress->SetCancel(true);
+    progress->SetMax(100);
+    progress->SetValue(0);
+    progress->Widget()->findChild<QPushButton*>()->click();
+    const QLabel* text = progress->Widget()->findChildren<QLabel*>().front();
+    QElapsedTimer time;
+    time.start();
+    while (!text->text().contains("Counter") && !time.hasExpired(20000)) {
+        progress->Increment(); // and never asks
         QThread::msleep(20);
     }
-    EXPECT_EQ(pText->text(), "Counter isn't responding to Cancel");
-    EXPECT_TRUE(oProgress->WasCanceled());
+    EXPECT_EQ(text->text(), "Counter isn't responding to Cancel");
+    EXPECT_TRUE(progress->WasCanceled());
     QThread::msleep(50);
-    oProgress->Increment();
-    EXPECT_EQ(pText->text(), QString::fromUtf8("Cancelling…"));
+    progress->Increment();
+    EXPECT_EQ(text->text(), QString::fromUtf8("Cancelling…"));
 }
 
 } // namespace

@@ -18,105 +18,105 @@
 namespace corvane::desktop {
 namespace {
 
-QString Entry(const char* sName, const char* sPath = "File", const char* sKeys = "") {
+QString Entry(const char* name, const char* path = "File", const char* keys = "") {
     return QString("<MenuItem Type=\"MenuItem\" ActionItem=\"%1\" Path=\"%2\" PositionOrder=\"%3\" Caption=\"%1\" "
                    "ShortCutKey=\"%4\"/>\n")
-        .arg(sName, sPath)
-        .arg(sName[0] - 'A' + 1)
-        .arg(sKeys);
+        .arg(name, path)
+        .arg(name[0] - 'A' + 1)
+        .arg(keys);
 }
 
-QString Button(const char* sName, int nOrder) {
+QString Button(const char* name, int order) {
     return QString("<MenuItem Type=\"ToolbarItem\" ActionItem=\"%1\" Path=\"Edit\" PositionOrder=\"%2\" "
                    "Caption=\"%1\"/>\n")
-        .arg(sName)
-        .arg(nOrder);
+        .arg(name)
+        .arg(order);
 }
 
-QString Content(const QString& sMenus) {
-    QString sActions;
-    for (const char* sName : {"A", "B", "C", "D"})
-        sActions += QString("<ActionItem Name=\"%1\" Action=\"OnPing\"/>").arg(sName);
-    return "<ActionItems>" + sActions + "</ActionItems><Menus>" + sMenus + "</Menus>";
+QString Content(const QString& menus) {
+    QString actions;
+    for (const char* name : {"A", "B", "C", "D"})
+        actions += QString("<ActionItem Name=\"%1\" Action=\"OnPing\"/>").arg(name);
+    return "<ActionItems>" + actions + "</ActionItems><Menus>" + menus + "</Menus>";
 }
 
 class PersonalBarsTest : public ::testing::Test {
 protected:
     PersonalBarsTest() {
-        m_oFolder.Service("Shell", "Corvane.Framework", sShellContent);
-        m_oFolder.Plugin("T0");
+        m_folder.Service("Shell", "Corvane.Framework", shellContent);
+        m_folder.Plugin("T0");
         Install(Entry("A", "File", "Ctrl+A") + Entry("B", "File", "Ctrl+B") + Entry("C") + Button("A", 1) +
                 Button("B", 2) + Button("C", 3));
     }
-    void Install(const QString& sMenus) const { m_oFolder.Service("Trouble", "T0.Service", Content(sMenus)); }
+    void Install(const QString& menus) const { m_folder.Service("Trouble", "T0.Service", Content(menus)); }
     std::unique_ptr<Application> Start() const {
-        auto pApplication = std::make_unique<Application>(ApplicationOptions{m_oFolder.App(), false});
-        EXPECT_TRUE(pApplication->Start());
-        EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
-        return pApplication;
+        auto application = std::make_unique<Application>(ApplicationOptions{m_folder.App(), false});
+        EXPECT_TRUE(application->Start());
+        EXPECT_EQ(application->Failures().ShownCount(), 0);
+        return application;
     }
-    static const Tool& ToolOf(const Application& oApplication, const char* sName) {
-        return *oApplication.Bar()->Tools()->Item(sName);
+    static const Tool& ToolOf(const Application& application, const char* name) {
+        return *application.Bar()->Tools()->Item(name);
     }
-    static QStringList Shown(const QList<QAction*>& aActions) {
-        QStringList aTexts;
-        for (const QAction* pAction : aActions)
-            if (!pAction->isSeparator() && pAction->isVisible())
-                aTexts.append(QString(pAction->text()).remove('&'));
-        return aTexts;
+    static QStringList Shown(const QList<QAction*>& actions) {
+        QStringList texts;
+        for (const QAction* action : actions)
+            if (!action->isSeparator() && action->isVisible())
+                texts.append(QString(action->text()).remove('&'));
+        return texts;
     }
-    static QString Menu(Application& oApplication, int iTitle = 0) {
-        QMenu* pMenu = oApplication.Window().menuBar()->actions().at(iTitle)->menu();
-        Q_EMIT pMenu->aboutToShow();
-        return Shown(pMenu->actions()).join(' ').replace('\t', ':');
+    static QString Menu(Application& application, int title = 0) {
+        QMenu* menu = application.Window().menuBar()->actions().at(title)->menu();
+        Q_EMIT menu->aboutToShow();
+        return Shown(menu->actions()).join(' ').replace('\t', ':');
     }
-    static QList<QAction*> Buttons(Application& oApplication) {
-        oApplication.Window().Flush();
-        const QToolBar* pToolbar =
-            oApplication.Window().Bars().ToolbarOf(*oApplication.Bar()->Bands()->Item("Toolbars.Edit"));
-        return pToolbar && pToolbar->isVisible() ? pToolbar->actions() : QList<QAction*>();
+    static QList<QAction*> Buttons(Application& application) {
+        application.Window().Flush();
+        const QToolBar* toolbar =
+            application.Window().Bars().ToolbarOf(*application.Bar()->Bands()->Item("Toolbars.Edit"));
+        return toolbar && toolbar->isVisible() ? toolbar->actions() : QList<QAction*>();
     }
-    static QString Toolbar(Application& oApplication) { return Shown(Buttons(oApplication)).join(' '); }
-    static void Click(Application& oApplication, const char* sText) {
-        for (QAction* pAction : Buttons(oApplication))
-            if (pAction->isVisible() && Shown({pAction}).join("") == sText)
-                return pAction->trigger();
-        ADD_FAILURE() << "no button " << sText;
+    static QString Toolbar(Application& application) { return Shown(Buttons(application)).join(' '); }
+    static void Click(Application& application, const char* text) {
+        for (QAction* action : Buttons(application))
+            if (action->isVisible() && Shown({action}).join("") == text)
+                return action->trigger();
+        ADD_FAILURE() << "no button " << text;
     }
     // Which of the commands a key reaches, by real key presses.
-    static std::string Pressed(Application& oApplication, Qt::Key eKey) {
-        std::string sClicked;
-        const auto oClick =
-            oApplication.Bar()->ToolClick.Subscribe([&](const Ref<Tool>& oTool) { sClicked += oTool->Name(); });
-        QTest::keyClick(&oApplication.Window(), eKey, Qt::ControlModifier);
-        return sClicked;
+    static std::string Pressed(Application& application, Qt::Key key) {
+        std::string clicked;
+        const auto click =
+            application.Bar()->ToolClick.Subscribe([&](const Ref<Tool>& tool) { clicked += tool->Name(); });
+        QTest::keyClick(&application.Window(), key, Qt::ControlModifier);
+        return clicked;
     }
 
-    AppFolder m_oFolder;
+    AppFolder m_folder;
 };
 
 TEST_F(PersonalBarsTest, KeysOutliveChangedDefinitions) {
     {
-        const auto pApplication = Start();
-        ShortcutsDialog oDialog(pApplication->Personal().Bars(), *pApplication->Bar(), &pApplication->Window());
-        ASSERT_TRUE(oDialog.Select(ToolOf(*pApplication, "File.A")));
-        QTest::keyClick(&oDialog.Keys(), Qt::Key_B, Qt::ControlModifier);
-        EXPECT_TRUE(oDialog.Conflict().contains("File › B (Trouble)")) << oDialog.Conflict().toStdString();
+        const auto application = Start();
+        ShortcutsDialog dialog(application->Personal().Bars(), *application->Bar(), &application->Window());
+        ASSERT_TRUE(dialog.Select(ToolOf(*application, "File.A")));
+        QTest::keyClick(&dialog.Keys(), Qt::Key_B, Qt::ControlModifier);
+        EXPECT_TRUE(dialog.Conflict().contains("File › B (Trouble)")) << dialog.Conflict().toStdString();
         QApplication::processEvents();
-        for (auto* pButton : oDialog.findChildren<QPushButton*>())
-            if (pButton->text() == "A&ssign")
-                pButton->click();
-        EXPECT_EQ(Menu(*pApplication), "A:Ctrl+B B:Ctrl+B C");
-        EXPECT_EQ(Pressed(*pApplication, Qt::Key_B), "File.A") << "what the person gave comes first";
-        EXPECT_EQ(Pressed(*pApplication, Qt::Key_A), "");
+        for (auto* button : dialog.findChildren<QPushButton*>())
+            if (button->text() == "A&ssign")
+                button->click();
+        EXPECT_EQ(Menu(*application), "A:Ctrl+B B:Ctrl+B C");
+        EXPECT_EQ(Pressed(*application, Qt::Key_B), "File.A") << "what the person gave comes first";
+        EXPECT_EQ(Pressed(*application, Qt::Key_A), "");
     }
     struct Case {
-        const char* sWhat;
-        QString sMenus;
-        const char* sTool; // that has the keys now; empty for none
-        QString sAside;
+        const char* what;
+        QString menus;
+        const char* tool; // that has the keys now; empty for none
+        QString aside;
     };
-    const Case aCases[] = {
+    const Case cases[] = {
         {"the file gives it other keys and others its own",
          Entry("A", "File", "Ctrl+X") + Entry("C", "File", "Ctrl+B"),
          "File.A",
@@ -125,203 +125,203 @@ TEST_F(PersonalBarsTest, KeysOutliveChangedDefinitions) {
         {"it goes", Entry("B", "File", "Ctrl+B"), "File.B", "A (File.A): Ctrl+B"},
         {"it comes back", Entry("A", "File", "Ctrl+A") + Entry("B", "File", "Ctrl+B"), "File.A", {}},
     };
-    for (const Case& oCase : aCases) {
-        Install(oCase.sMenus);
-        const auto pApplication = Start();
-        EXPECT_EQ(Pressed(*pApplication, Qt::Key_B), oCase.sTool) << oCase.sWhat;
-        QStringList aAside;
-        for (const auto& oAside : pApplication->Personal().Bars().KeysAside())
-            aAside.append(oAside.sText);
-        EXPECT_EQ(aAside.join('|'), oCase.sAside) << oCase.sWhat;
+    for (const Case& testCase : cases) {
+        Install(testCase.menus);
+        const auto application = Start();
+        EXPECT_EQ(Pressed(*application, Qt::Key_B), testCase.tool) << testCase.what;
+        QStringList asideItems;
+        for (const auto& aside : application->Personal().Bars().KeysAside())
+            asideItems.append(aside.text);
+        EXPECT_EQ(asideItems.join('|'), testCase.aside) << testCase.what;
     }
-    const auto pApplication = Start();
-    pApplication->Personal().Bars().ResetAllKeys();
-    EXPECT_EQ(Menu(*pApplication), "A:Ctrl+A B:Ctrl+B");
-    EXPECT_EQ(Pressed(*pApplication, Qt::Key_B), "File.B");
+    const auto application = Start();
+    application->Personal().Bars().ResetAllKeys();
+    EXPECT_EQ(Menu(*application), "A:Ctrl+A B:Ctrl+B");
+    EXPECT_EQ(Pressed(*application, Qt::Key_B), "File.B");
 }
 
 // Each key that is said to come before commands does, and each that is said to give way does that.
 TEST_F(PersonalBarsTest, KeysOfTheWindowItselfAreConflictsAsTheListSays) {
-    const auto pApplication = Start();
-    PersonalBars& oBars = pApplication->Personal().Bars();
-    const Tool& oTool = ToolOf(*pApplication, "File.A");
-    pApplication->Window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&pApplication->Window()));
-    const auto aKeys = WindowKeys(*pApplication->Bar());
-    EXPECT_EQ(std::count_if(aKeys.begin(), aKeys.end(),
-                            [](const auto& oKey) { return oKey.oKeys == QKeySequence(Qt::ALT | Qt::Key_V); }),
+    const auto application = Start();
+    PersonalBars& bars = application->Personal().Bars();
+    const Tool& tool = ToolOf(*application, "File.A");
+    application->Window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&application->Window()));
+    const auto keysList = WindowKeys(*application->Bar());
+    EXPECT_EQ(std::count_if(keysList.begin(), keysList.end(),
+                            [](const auto& key) { return key.keys == QKeySequence(Qt::ALT | Qt::Key_V); }),
               1)
         << "the letter of the title View";
-    for (const WindowKey& oKey : aKeys) {
-        const std::string sKeys = oKey.oKeys.toString().toStdString();
-        ShortcutsDialog oDialog(oBars, *pApplication->Bar(), &pApplication->Window());
-        ASSERT_TRUE(oDialog.Select(oTool));
-        oDialog.Keys().setKeySequence(oKey.oKeys);
-        EXPECT_TRUE(oDialog.Conflict().contains(oKey.sWhat)) << oDialog.Conflict().toStdString();
-        for (auto* pButton : oDialog.findChildren<QPushButton*>())
-            EXPECT_TRUE(pButton->text() != "A&ssign" || pButton->isEnabled() != oKey.bComesFirst) << sKeys;
-        oBars.SetKeys(oTool, {oKey.oKeys});
-        pApplication->Window().Flush();
-        std::string sClicked;
-        const auto oClick =
-            pApplication->Bar()->ToolClick.Subscribe([&](const Ref<Tool>& oClicked) { sClicked += oClicked->Name(); });
-        QTest::keyClick(&pApplication->Window(), oKey.oKeys[0].key(), oKey.oKeys[0].keyboardModifiers());
-        EXPECT_EQ(sClicked, oKey.bComesFirst ? "" : "File.A") << sKeys;
-        if (QWidget* pMenu = QApplication::activePopupWidget())
-            pMenu->close();
+    for (const WindowKey& key : keysList) {
+        const std::string keys = key.keys.toString().toStdString();
+        ShortcutsDialog dialog(bars, *application->Bar(), &application->Window());
+        ASSERT_TRUE(dialog.Select(tool));
+        dialog.Keys().setKeySequence(key.keys);
+        EXPECT_TRUE(dialog.Conflict().contains(key.what)) << dialog.Conflict().toStdString();
+        for (auto* button : dialog.findChildren<QPushButton*>())
+            EXPECT_TRUE(button->text() != "A&ssign" || button->isEnabled() != key.comesFirst) << keys;
+        bars.SetKeys(tool, {key.keys});
+        application->Window().Flush();
+        std::string clickedText;
+        const auto click =
+            application->Bar()->ToolClick.Subscribe([&](const Ref<Tool>& clicked) { clickedText += clicked->Name(); });
+        QTest::keyClick(&application->Window(), key.keys[0].key(), key.keys[0].keyboardModifiers());
+        EXPECT_EQ(clickedText, key.comesFirst ? "" : "File.A") << keys;
+        if (QWidget* menu = QApplication::activePopupWidget())
+            menu->close();
     }
     // They stand in the list, with their owner, and can't be changed there; a command with such keys says so.
-    oBars.SetKeys(oTool, {QKeySequence("Ctrl+Tab")});
-    ShortcutsDialog oDialog(oBars, *pApplication->Bar(), &pApplication->Window());
-    const auto aRows = oDialog.List().findItems("Ctrl+Tab", Qt::MatchExactly, 1);
-    ASSERT_EQ(aRows.size(), 2);
-    EXPECT_TRUE(aRows[0]->text(3).contains("Next window (the window itself)")) << aRows[0]->text(3).toStdString();
-    EXPECT_EQ(aRows[1]->text(2), "the window itself");
-    oDialog.List().setCurrentItem(aRows[1]);
-    EXPECT_FALSE(oDialog.Keys().isEnabled());
+    bars.SetKeys(tool, {QKeySequence("Ctrl+Tab")});
+    ShortcutsDialog dialog(bars, *application->Bar(), &application->Window());
+    const auto rows = dialog.List().findItems("Ctrl+Tab", Qt::MatchExactly, 1);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_TRUE(rows[0]->text(3).contains("Next window (the window itself)")) << rows[0]->text(3).toStdString();
+    EXPECT_EQ(rows[1]->text(2), "the window itself");
+    dialog.List().setCurrentItem(rows[1]);
+    EXPECT_FALSE(dialog.Keys().isEnabled());
     // Esc isn't taken for keys: it empties the field, then it closes the dialog.
-    oDialog.show();
-    oDialog.List().setCurrentItem(aRows[0]);
-    QTest::keyClick(&oDialog.Keys(), Qt::Key_B, Qt::ControlModifier);
-    for (const bool bOpen : {true, false}) {
-        QTest::keyClick(&oDialog.Keys(), Qt::Key_Escape);
-        EXPECT_TRUE(oDialog.Keys().keySequence().isEmpty());
-        EXPECT_EQ(oDialog.isVisible(), bOpen);
+    dialog.show();
+    dialog.List().setCurrentItem(rows[0]);
+    QTest::keyClick(&dialog.Keys(), Qt::Key_B, Qt::ControlModifier);
+    for (const bool open : {true, false}) {
+        QTest::keyClick(&dialog.Keys(), Qt::Key_Escape);
+        EXPECT_TRUE(dialog.Keys().keySequence().isEmpty());
+        EXPECT_EQ(dialog.isVisible(), open);
     }
 }
 
 TEST_F(PersonalBarsTest, NewKeysGoToARowThatTheSearchShows) {
-    const auto pApplication = Start();
-    PersonalBars& oBars = pApplication->Personal().Bars();
-    ShortcutsDialog oDialog(oBars, *pApplication->Bar(), &pApplication->Window());
-    ASSERT_TRUE(oDialog.Select(ToolOf(*pApplication, "File.A")));
-    auto* pSearch = oDialog.findChild<QLineEdit*>();
-    ASSERT_TRUE(pSearch);
-    const auto fnAssign = [&](const char* sKeys) {
-        oDialog.Keys().setKeySequence(QKeySequence(sKeys));
-        for (auto* pButton : oDialog.findChildren<QPushButton*>())
-            if (pButton->text() == "A&ssign")
-                pButton->click();
+    const auto application = Start();
+    PersonalBars& bars = application->Personal().Bars();
+    ShortcutsDialog dialog(bars, *application->Bar(), &application->Window());
+    ASSERT_TRUE(dialog.Select(ToolOf(*application, "File.A")));
+    auto* search = dialog.findChild<QLineEdit*>();
+    ASSERT_TRUE(search);
+    const auto assign = [&](const char* keys) {
+        dialog.Keys().setKeySequence(QKeySequence(keys));
+        for (auto* button : dialog.findChildren<QPushButton*>())
+            if (button->text() == "A&ssign")
+                button->click();
     };
-    pSearch->setText("File \u203a B");
-    fnAssign("Ctrl+K");
-    EXPECT_FALSE(oBars.HasOwnKeys(ToolOf(*pApplication, "File.A")));
-    EXPECT_EQ(oBars.KeysText(ToolOf(*pApplication, "File.B")), "Ctrl+K");
-    pSearch->setText("no such command");
-    EXPECT_FALSE(oDialog.Keys().isEnabled());
-    pSearch->setText("File \u203a");
-    QTest::keyClick(pSearch, Qt::Key_Down); // from A to B
-    fnAssign("Ctrl+L");
-    EXPECT_EQ(oBars.KeysText(ToolOf(*pApplication, "File.B")), "Ctrl+L");
+    search->setText("File \u203a B");
+    assign("Ctrl+K");
+    EXPECT_FALSE(bars.HasOwnKeys(ToolOf(*application, "File.A")));
+    EXPECT_EQ(bars.KeysText(ToolOf(*application, "File.B")), "Ctrl+K");
+    search->setText("no such command");
+    EXPECT_FALSE(dialog.Keys().isEnabled());
+    search->setText("File \u203a");
+    QTest::keyClick(search, Qt::Key_Down); // from A to B
+    assign("Ctrl+L");
+    EXPECT_EQ(bars.KeysText(ToolOf(*application, "File.B")), "Ctrl+L");
 }
 
 TEST_F(PersonalBarsTest, KeysGoAroundThePartsOfTheWindow) {
-    m_oFolder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
+    m_folder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
         <Menus><MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1" Caption="Open"/></Menus>
         <ExplorerItems><ExplorerItem Name="Left" Type="Folder" PositionOrder="1"/></ExplorerItems>
         <Windows><Window Name="Sheet" Caption="Sheet" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
         <Page PageProgID="T0.Page" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)",
-                      "IsStartService=\"true\"");
-    const auto pApplication = Start();
-    MainWindow& oWindow = pApplication->Window();
-    const auto fnFocusIn = [](const QWidget& oPart) {
-        return QApplication::focusWidget() && oPart.isAncestorOf(QApplication::focusWidget());
+                     "IsStartService=\"true\"");
+    const auto application = Start();
+    MainWindow& window = application->Window();
+    const auto focusIn = [](const QWidget& part) {
+        return QApplication::focusWidget() && part.isAncestorOf(QApplication::focusWidget());
     };
-    oWindow.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&oWindow));
-    QTest::keyClick(&oWindow, Qt::Key_F10);
-    EXPECT_EQ(oWindow.menuBar()->activeAction(), oWindow.menuBar()->actions().first());
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_F10);
+    EXPECT_EQ(window.menuBar()->activeAction(), window.menuBar()->actions().first());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-    QTest::keyClick(&oWindow, Qt::Key_F6);
-    EXPECT_TRUE(fnFocusIn(oWindow.ExplorerDock()));
+    QTest::keyClick(&window, Qt::Key_F6);
+    EXPECT_TRUE(focusIn(window.ExplorerDock()));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6); // there is no window yet
-    EXPECT_TRUE(fnFocusIn(oWindow.ExplorerDock()));
-    EXPECT_TRUE(pApplication->Choose("File.Open"));
+    EXPECT_TRUE(focusIn(window.ExplorerDock()));
+    EXPECT_TRUE(application->Choose("File.Open"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
-    EXPECT_TRUE(fnFocusIn(oWindow.ExplorerDock()));
+    EXPECT_TRUE(focusIn(window.ExplorerDock()));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
-    EXPECT_TRUE(fnFocusIn(oWindow.Area()));
+    EXPECT_TRUE(focusIn(window.Area()));
 }
 
 TEST_F(PersonalBarsTest, ToolbarsAndMenusOutliveChangedDefinitions) {
     {
-        const auto pApplication = Start();
-        CustomizeDialog oDialog(pApplication->Personal().Bars(), pApplication->Bar(), {}, &pApplication->Window());
-        ASSERT_TRUE(oDialog.SelectBand("File"));
-        oDialog.Entries().item(1)->setCheckState(Qt::Unchecked);
-        EXPECT_EQ(Menu(*pApplication), "A:Ctrl+A C");
-        ASSERT_TRUE(oDialog.SelectBand("Toolbars.Edit"));
-        oDialog.Entries().setCurrentRow(2);
-        oDialog.MoveCurrent(-1);
-        EXPECT_EQ(Toolbar(*pApplication), "A C B");
-        oDialog.AddCommand(pApplication->Bar()->Tools()->Item("View.Bar")); // it is chosen at once
-        oDialog.MoveCurrent(-1);
-        oDialog.MoveCurrent(-1);
-        EXPECT_EQ(Toolbar(*pApplication), "A Status Bar C B");
-        oDialog.Entries().item(0)->setCheckState(Qt::Unchecked);
-        EXPECT_EQ(Toolbar(*pApplication), "Status Bar C B");
+        const auto application = Start();
+        CustomizeDialog dialog(application->Personal().Bars(), application->Bar(), {}, &application->Window());
+        ASSERT_TRUE(dialog.SelectBand("File"));
+        dialog.Entries().item(1)->setCheckState(Qt::Unchecked);
+        EXPECT_EQ(Menu(*application), "A:Ctrl+A C");
+        ASSERT_TRUE(dialog.SelectBand("Toolbars.Edit"));
+        dialog.Entries().setCurrentRow(2);
+        dialog.MoveCurrent(-1);
+        EXPECT_EQ(Toolbar(*application), "A C B");
+        dialog.AddCommand(application->Bar()->Tools()->Item("View.Bar")); // it is chosen at once
+        dialog.MoveCurrent(-1);
+        dialog.MoveCurrent(-1);
+        EXPECT_EQ(Toolbar(*application), "A Status Bar C B");
+        dialog.Entries().item(0)->setCheckState(Qt::Unchecked);
+        EXPECT_EQ(Toolbar(*application), "Status Bar C B");
         // What was added does the same as where it comes from.
-        Click(*pApplication, "Status Bar");
-        EXPECT_FALSE(pApplication->Bar()->Bands()->Item("StatusBar")->Visible());
+        Click(*application, "Status Bar");
+        EXPECT_FALSE(application->Bar()->Bands()->Item("StatusBar")->Visible());
     }
     struct Case {
-        const char* sWhat;
-        QString sMenus;
-        const char* sMenu;
-        const char* sToolbar;
-        std::size_t nAside;
+        const char* what;
+        QString menus;
+        const char* menu;
+        const char* toolbar;
+        std::size_t aside;
     };
-    const QString sEntries = Entry("A") + Entry("B") + Entry("C");
-    const Case aCases[] = {
-        {"nothing changes", sEntries + Button("A", 1) + Button("B", 2) + Button("C", 3), "A C", "Status Bar C B", 0},
-        {"a button comes", sEntries + Button("A", 1) + Button("B", 2) + Button("C", 3) + Button("D", 4), "A C",
+    const QString entries = Entry("A") + Entry("B") + Entry("C");
+    const Case cases[] = {
+        {"nothing changes", entries + Button("A", 1) + Button("B", 2) + Button("C", 3), "A C", "Status Bar C B", 0},
+        {"a button comes", entries + Button("A", 1) + Button("B", 2) + Button("C", 3) + Button("D", 4), "A C",
          "Status Bar C B D", 0},
-        {"the one in front goes", sEntries + Button("B", 2) + Button("C", 3), "A C", "B C Status Bar", 0},
-        {"the moved one goes from the toolbar", sEntries + Button("A", 1) + Button("B", 2), "A C", "Status Bar B", 0},
+        {"the one in front goes", entries + Button("B", 2) + Button("C", 3), "A C", "B C Status Bar", 0},
+        {"the moved one goes from the toolbar", entries + Button("A", 1) + Button("B", 2), "A C", "Status Bar B", 0},
         {"the hidden one moves to another menu", Entry("A") + Entry("B", "View") + Entry("C") + Button("A", 1), "A C",
          "Status Bar", 0},
         {"two go altogether", Entry("C") + Button("C", 3), "C", "C Status Bar", 2},
     };
-    for (const Case& oCase : aCases) {
-        Install(oCase.sMenus);
-        const auto pApplication = Start();
-        EXPECT_EQ(Menu(*pApplication), oCase.sMenu) << oCase.sWhat;
-        EXPECT_EQ(Toolbar(*pApplication), oCase.sToolbar) << oCase.sWhat;
-        EXPECT_EQ(pApplication->Personal().Bars().PlacesAside().size(), oCase.nAside) << oCase.sWhat;
-        EXPECT_FALSE((Menu(*pApplication, 1) + " ").contains(" B ")) << oCase.sWhat;
+    for (const Case& testCase : cases) {
+        Install(testCase.menus);
+        const auto application = Start();
+        EXPECT_EQ(Menu(*application), testCase.menu) << testCase.what;
+        EXPECT_EQ(Toolbar(*application), testCase.toolbar) << testCase.what;
+        EXPECT_EQ(application->Personal().Bars().PlacesAside().size(), testCase.aside) << testCase.what;
+        EXPECT_FALSE((Menu(*application, 1) + " ").contains(" B ")) << testCase.what;
     }
-    const auto pApplication = Start();
-    pApplication->Personal().Bars().ResetAllBands();
-    EXPECT_EQ(Toolbar(*pApplication), "C");
-    EXPECT_EQ(Menu(*pApplication), "C");
+    const auto application = Start();
+    application->Personal().Bars().ResetAllBands();
+    EXPECT_EQ(Toolbar(*application), "C");
+    EXPECT_EQ(Menu(*application), "C");
 }
 
 // The files' own buttons are hidden from the start, so that the toolbar has never been on screen.
 TEST_F(PersonalBarsTest, ButtonOfThePersonBringsAToolbarThatHadNoneToShow) {
     Install(Entry("A") + Entry("B") + Button("C", 1));
-    const auto pApplication = Start();
-    const auto fnSetVisible = [&](const char* sName, bool bVisible) {
-        pApplication->Bar()->Tools()->Item(sName)->SetVisible(bVisible);
-        pApplication->Window().Flush();
+    const auto application = Start();
+    const auto setVisible = [&](const char* name, bool visible) {
+        application->Bar()->Tools()->Item(name)->SetVisible(visible);
+        application->Window().Flush();
     };
-    const auto& oBand = *pApplication->Bar()->Bands()->Item("Toolbars.Edit");
-    const std::string sOwn = oBand.Tools()->All().front()->Name();
-    fnSetVisible(sOwn.c_str(), false);
-    ASSERT_EQ(Toolbar(*pApplication), "");
-    fnSetVisible("File.A", false);
-    PersonalBars& oBars = pApplication->Personal().Bars();
-    oBars.Add(oBand, ToolOf(*pApplication, "File.A"));
-    pApplication->Window().Flush();
-    EXPECT_EQ(Toolbar(*pApplication), "");
-    fnSetVisible("File.A", true);
-    EXPECT_EQ(Toolbar(*pApplication), "A");
-    fnSetVisible("File.A", false);
-    EXPECT_EQ(Toolbar(*pApplication), "");
-    fnSetVisible("File.A", true);
-    fnSetVisible(sOwn.c_str(), true);
-    EXPECT_EQ(Toolbar(*pApplication), "C A");
-    oBars.ResetAllBands();
-    EXPECT_EQ(Toolbar(*pApplication), "C");
+    const auto& band = *application->Bar()->Bands()->Item("Toolbars.Edit");
+    const std::string own = band.Tools()->All().front()->Name();
+    setVisible(own.c_str(), false);
+    ASSERT_EQ(Toolbar(*application), "");
+    setVisible("File.A", false);
+    PersonalBars& bars = application->Personal().Bars();
+    bars.Add(band, ToolOf(*application, "File.A"));
+    application->Window().Flush();
+    EXPECT_EQ(Toolbar(*application), "");
+    setVisible("File.A", true);
+    EXPECT_EQ(Toolbar(*application), "A");
+    setVisible("File.A", false);
+    EXPECT_EQ(Toolbar(*application), "");
+    setVisible("File.A", true);
+    setVisible(own.c_str(), true);
+    EXPECT_EQ(Toolbar(*application), "C A");
+    bars.ResetAllBands();
+    EXPECT_EQ(Toolbar(*application), "C");
 }
 
 } // namespace

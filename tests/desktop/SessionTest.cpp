@@ -23,7 +23,7 @@
 namespace corvane::desktop {
 namespace {
 
-constexpr const char* sContent = R"(<ActionItems>
+constexpr const char* content = R"(<ActionItems>
 <ActionItem Name="Ping" Action="OnPing"/><ActionItem Name="Pong" Action="OnPing"/>
 <ActionItem Name="Open" Action="OnOpen"/></ActionItems><Menus>
 <MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1" Caption="Open"/>
@@ -39,316 +39,315 @@ constexpr const char* sContent = R"(<ActionItems>
 class SessionTest : public ::testing::Test {
 protected:
     SessionTest() {
-        m_oFolder.Service("Shell", "Corvane.Framework", sShellContent);
-        m_oFolder.Service("Trouble", "T0.Service", sContent, "IsStartService=\"true\"");
-        m_oFolder.Plugin("T0");
+        m_folder.Service("Shell", "Corvane.Framework", shellContent);
+        m_folder.Service("Trouble", "T0.Service", content, "IsStartService=\"true\"");
+        m_folder.Plugin("T0");
     }
-    static std::unique_ptr<Application> Start(const AppFolder& oFolder) {
-        auto pApplication = std::make_unique<Application>(ApplicationOptions{oFolder.App(), false});
-        EXPECT_TRUE(pApplication->Start());
+    static std::unique_ptr<Application> Start(const AppFolder& folder) {
+        auto application = std::make_unique<Application>(ApplicationOptions{folder.App(), false});
+        EXPECT_TRUE(application->Start());
         QApplication::processEvents();
-        return pApplication;
+        return application;
     }
-    static Node* Inner(const Application& oApplication) {
-        return oApplication.Panel()->Control("Left").As<TreeView>()->GetNodes()->Item("Inner").Get();
+    static Node* Inner(const Application& application) {
+        return application.Panel()->Control("Left").As<TreeView>()->GetNodes()->Item("Inner").Get();
     }
-    static Ref<WindowForm> Sheet(const Application& oApplication, const std::string& sKey) {
-        for (const auto& frm : oApplication.MainForm()->Forms())
-            if (const auto oForm = frm.TryAs<WindowForm>())
-                if (const auto oWindow = oForm->Controller().TryAs<corvane::Window>();
-                    oWindow && oWindow->Key() == sKey)
-                    return oForm;
+    static Ref<WindowForm> Sheet(const Application& application, const std::string& key) {
+        for (const auto& frm : application.MainForm()->Forms())
+            if (const auto form = frm.TryAs<WindowForm>())
+                if (const auto window = form->Controller().TryAs<corvane::Window>(); window && window->Key() == key)
+                    return form;
         return nullptr;
     }
-    static std::string SelectedIn(const Application& oApplication, const char* sTree) {
-        const Ref<Node> oNode = oApplication.Panel()->Control(sTree).As<TreeView>()->SelectedItem();
-        return oNode ? oNode->Key() : std::string();
+    static std::string SelectedIn(const Application& application, const char* tree) {
+        const Ref<Node> node = application.Panel()->Control(tree).As<TreeView>()->SelectedItem();
+        return node ? node->Key() : std::string();
     }
-    static QToolBar* Bar(Application& oApplication, const char* sName) {
-        return oApplication.Window().Bars().ToolbarOf(*oApplication.Bar()->Bands()->Item(sName));
+    static QToolBar* Bar(Application& application, const char* name) {
+        return application.Window().Bars().ToolbarOf(*application.Bar()->Bands()->Item(name));
     }
-    static std::string Status(const Application& oApplication) {
-        return oApplication.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+    static std::string Status(const Application& application) {
+        return application.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
     }
     // What a person does before they go home.
-    static void Rearrange(Application& oApplication) {
-        MainWindow& oWindow = oApplication.Window();
-        oWindow.setGeometry(60, 40, 640, 480);
-        EXPECT_TRUE(oApplication.Choose("Toolbars.Work"));
-        EXPECT_TRUE(oApplication.Choose("View.Bar"));
-        oWindow.addToolBar(Qt::BottomToolBarArea, Bar(oApplication, "Toolbars.Edit"));
-        oWindow.addDockWidget(Qt::RightDockWidgetArea, &oWindow.ExplorerDock());
-        Inner(oApplication)->SetExpanded(false);
-        oWindow.Explorer().TabBar()->setCurrentIndex(1);
-        oWindow.Flush();
+    static void Rearrange(Application& application) {
+        MainWindow& window = application.Window();
+        window.setGeometry(60, 40, 640, 480);
+        EXPECT_TRUE(application.Choose("Toolbars.Work"));
+        EXPECT_TRUE(application.Choose("View.Bar"));
+        window.addToolBar(Qt::BottomToolBarArea, Bar(application, "Toolbars.Edit"));
+        window.addDockWidget(Qt::RightDockWidgetArea, &window.ExplorerDock());
+        Inner(application)->SetExpanded(false);
+        window.Explorer().TabBar()->setCurrentIndex(1);
+        window.Flush();
         QApplication::processEvents();
     }
 
-    AppFolder m_oFolder;
+    AppFolder m_folder;
 };
 
 TEST_F(SessionTest, DesktopComesBackAsItWasLeft) {
     {
-        const auto pApplication = Start(m_oFolder);
-        EXPECT_TRUE(Bar(*pApplication, "Toolbars.Work")->isVisible());
-        EXPECT_TRUE(Inner(*pApplication)->Expanded());
-        Rearrange(*pApplication);
-        pApplication->Window().close();
+        const auto application = Start(m_folder);
+        EXPECT_TRUE(Bar(*application, "Toolbars.Work")->isVisible());
+        EXPECT_TRUE(Inner(*application)->Expanded());
+        Rearrange(*application);
+        application->Window().close();
     }
-    const auto pApplication = Start(m_oFolder);
-    MainWindow& oWindow = pApplication->Window();
-    EXPECT_EQ(oWindow.geometry(), QRect(60, 40, 640, 480));
-    EXPECT_FALSE(Bar(*pApplication, "Toolbars.Work")->isVisible());
-    EXPECT_FALSE(pApplication->Bar()->Tools()->Item("Toolbars.Work")->Checked());
-    EXPECT_EQ(oWindow.toolBarArea(Bar(*pApplication, "Toolbars.Edit")), Qt::BottomToolBarArea);
-    EXPECT_EQ(oWindow.dockWidgetArea(&oWindow.ExplorerDock()), Qt::RightDockWidgetArea);
-    EXPECT_TRUE(oWindow.ExplorerDock().isVisible());
-    EXPECT_FALSE(oWindow.statusBar()->isVisible());
-    EXPECT_FALSE(Inner(*pApplication)->Expanded());
-    EXPECT_EQ(oWindow.Explorer().TabBar()->currentIndex(), 1);
+    const auto application = Start(m_folder);
+    MainWindow& window = application->Window();
+    EXPECT_EQ(window.geometry(), QRect(60, 40, 640, 480));
+    EXPECT_FALSE(Bar(*application, "Toolbars.Work")->isVisible());
+    EXPECT_FALSE(application->Bar()->Tools()->Item("Toolbars.Work")->Checked());
+    EXPECT_EQ(window.toolBarArea(Bar(*application, "Toolbars.Edit")), Qt::BottomToolBarArea);
+    EXPECT_EQ(window.dockWidgetArea(&window.ExplorerDock()), Qt::RightDockWidgetArea);
+    EXPECT_TRUE(window.ExplorerDock().isVisible());
+    EXPECT_FALSE(window.statusBar()->isVisible());
+    EXPECT_FALSE(Inner(*application)->Expanded());
+    EXPECT_EQ(window.Explorer().TabBar()->currentIndex(), 1);
     // What has been hidden shows again at one click, in its place.
-    EXPECT_TRUE(pApplication->Choose("Toolbars.Work"));
-    EXPECT_TRUE(Bar(*pApplication, "Toolbars.Work")->isVisible());
-    oWindow.ExplorerDock().close();
-    oWindow.close();
-    const auto pAgain = std::make_unique<Application>(ApplicationOptions{m_oFolder.App(), false});
-    (void)pAgain->Start();
-    EXPECT_FALSE(pAgain->Window().ExplorerDock().isVisible());
-    EXPECT_TRUE(Bar(*pAgain, "Toolbars.Work")->isVisible());
+    EXPECT_TRUE(application->Choose("Toolbars.Work"));
+    EXPECT_TRUE(Bar(*application, "Toolbars.Work")->isVisible());
+    window.ExplorerDock().close();
+    window.close();
+    const auto again = std::make_unique<Application>(ApplicationOptions{m_folder.App(), false});
+    (void)again->Start();
+    EXPECT_FALSE(again->Window().ExplorerDock().isVisible());
+    EXPECT_TRUE(Bar(*again, "Toolbars.Work")->isVisible());
 }
 
 TEST_F(SessionTest, WindowOfAMonitorThatIsGoneStandsOnOneThatIsThere) {
     {
-        const auto pApplication = Start(m_oFolder);
-        pApplication->Window().setGeometry(9000, 5000, 3000, 2500);
-        pApplication->Window().close();
+        const auto application = Start(m_folder);
+        application->Window().setGeometry(9000, 5000, 3000, 2500);
+        application->Window().close();
     }
-    const auto pApplication = Start(m_oFolder);
-    const QRect oScreen = QGuiApplication::primaryScreen()->geometry();
-    const QRect oWindow = pApplication->Window().geometry();
-    EXPECT_EQ(oScreen.united(oWindow), oScreen)
-        << oWindow.x() << "," << oWindow.y() << " " << oWindow.width() << "x" << oWindow.height();
+    const auto application = Start(m_folder);
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QRect window = application->Window().geometry();
+    EXPECT_EQ(screen.united(window), screen)
+        << window.x() << "," << window.y() << " " << window.width() << "x" << window.height();
 }
 
 TEST_F(SessionTest, IsKeptWithoutAnEndAndOutlivesAnUpgrade) {
     {
-        const auto pApplication = Start(m_oFolder);
-        Rearrange(*pApplication);
-        pApplication->Personal().Kept().Keep(); // as it is a moment after a change; what the end writes is dropped
-        QFile::copy(m_oFolder.Kept("session.json"), m_oFolder.Kept("kept.json"));
+        const auto application = Start(m_folder);
+        Rearrange(*application);
+        application->Personal().Kept().Keep(); // as it is a moment after a change; what the end writes is dropped
+        QFile::copy(m_folder.Kept("session.json"), m_folder.Kept("kept.json"));
     }
-    QFile::remove(m_oFolder.Kept("session.json"));
-    QFile::rename(m_oFolder.Kept("kept.json"), m_oFolder.Kept("session.json"));
-    QString sChanged = sContent;
-    sChanged.replace("Path=\"Edit\"", "Path=\"New\"").replace("Name=\"Right\"", "Name=\"Other\"");
-    m_oFolder.Service("Trouble", "T0.Service", sChanged, "IsStartService=\"true\"");
-    const auto pApplication = Start(m_oFolder);
-    EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
-    EXPECT_TRUE(Bar(*pApplication, "Toolbars.New")->isVisible()) << "what the session doesn't know is as the files say";
-    EXPECT_FALSE(Bar(*pApplication, "Toolbars.Work")->isVisible());
-    EXPECT_FALSE(Inner(*pApplication)->Expanded());
-    EXPECT_EQ(pApplication->Window().Explorer().TabBar()->currentIndex(), 0);
+    QFile::remove(m_folder.Kept("session.json"));
+    QFile::rename(m_folder.Kept("kept.json"), m_folder.Kept("session.json"));
+    QString changed = content;
+    changed.replace("Path=\"Edit\"", "Path=\"New\"").replace("Name=\"Right\"", "Name=\"Other\"");
+    m_folder.Service("Trouble", "T0.Service", changed, "IsStartService=\"true\"");
+    const auto application = Start(m_folder);
+    EXPECT_EQ(application->Failures().ShownCount(), 0);
+    EXPECT_TRUE(Bar(*application, "Toolbars.New")->isVisible()) << "what the session doesn't know is as the files say";
+    EXPECT_FALSE(Bar(*application, "Toolbars.Work")->isVisible());
+    EXPECT_FALSE(Inner(*application)->Expanded());
+    EXPECT_EQ(application->Window().Explorer().TabBar()->currentIndex(), 0);
 }
 
 TEST_F(SessionTest, StartWithoutAServiceLeavesTheSessionAsItWas) {
     {
-        const auto pApplication = Start(m_oFolder);
-        Rearrange(*pApplication);
+        const auto application = Start(m_folder);
+        Rearrange(*application);
     }
-    const QByteArray sKept = m_oFolder.Read("corvane/App/session.json");
+    const QByteArray kept = m_folder.Read("corvane/App/session.json");
     {
-        ApplicationOptions oOptions{m_oFolder.App(), false};
-        oOptions.oLeftOut.aNames = {"Trouble"};
-        Application oApplication(oOptions);
-        EXPECT_TRUE(oApplication.Start());
-        EXPECT_EQ(oApplication.Window().geometry(), QRect(60, 40, 640, 480));
-        oApplication.Window().close();
+        ApplicationOptions options{m_folder.App(), false};
+        options.leftOut.names = {"Trouble"};
+        Application application(options);
+        EXPECT_TRUE(application.Start());
+        EXPECT_EQ(application.Window().geometry(), QRect(60, 40, 640, 480));
+        application.Window().close();
     }
-    EXPECT_FALSE(sKept.isEmpty());
-    EXPECT_EQ(m_oFolder.Read("corvane/App/session.json"), sKept);
+    EXPECT_FALSE(kept.isEmpty());
+    EXPECT_EQ(m_folder.Read("corvane/App/session.json"), kept);
 }
 
 TEST_F(SessionTest, ServiceIsAskedForTheWindowsThatWereOpen) {
-    m_oFolder.Write("corvane/App/session.json",
-                    R"({"version":1,"windows":[{"name":"Sheet","key":"7"},{"name":"Gone","key":""},
+    m_folder.Write("corvane/App/session.json",
+                   R"({"version":1,"windows":[{"name":"Sheet","key":"7"},{"name":"Gone","key":""},
                     {"name":"sheet","key":""}]})");
-    EXPECT_EQ(Status(*Start(m_oFolder)), "Sheet/7 sheet/ ");
+    EXPECT_EQ(Status(*Start(m_folder)), "Sheet/7 sheet/ ");
 }
 
 TEST_F(SessionTest, WindowThatWasOpenOpensAgainWithItsKey) {
     {
-        const auto pApplication = Start(m_oFolder);
-        EXPECT_TRUE(pApplication->Choose("File.Open"));
-        pApplication->Personal().Kept().Keep();
-        pApplication->Window().close(); // closes the window in it first
-        EXPECT_TRUE(pApplication->Window().HasEnded());
+        const auto application = Start(m_folder);
+        EXPECT_TRUE(application->Choose("File.Open"));
+        application->Personal().Kept().Keep();
+        application->Window().close(); // closes the window in it first
+        EXPECT_TRUE(application->Window().HasEnded());
     }
-    const auto pApplication = Start(m_oFolder);
-    EXPECT_EQ(Status(*pApplication), "Sheet/7 ");
+    const auto application = Start(m_folder);
+    EXPECT_EQ(Status(*application), "Sheet/7 ");
     EXPECT_TRUE(CorvaneMain::Framework()->WindowManager()->Windows()->HasKey("7"));
-    EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
+    EXPECT_EQ(application->Failures().ShownCount(), 0);
 }
 
-constexpr const char* sThreeSheets = R"({"version":1,"windows":[{"name":"Sheet","key":"1"},
+constexpr const char* threeSheets = R"({"version":1,"windows":[{"name":"Sheet","key":"1"},
     {"name":"Sheet","key":"2"},{"name":"Sheet","key":"3"}]})";
 
 TEST_F(SessionTest, WindowsComeBackToTheirPlacesAndStates) {
-    m_oFolder.Write("corvane/App/session.json", sThreeSheets);
-    QRect oPlace;
+    m_folder.Write("corvane/App/session.json", threeSheets);
+    QRect place;
     {
-        const auto pApplication = Start(m_oFolder);
-        pApplication->Window().setGeometry(40, 40, 900, 700);
+        const auto application = Start(m_folder);
+        application->Window().setGeometry(40, 40, 900, 700);
         QApplication::processEvents();
-        Sheet(*pApplication, "1")->Frame()->setGeometry(31, 17, 300, 222);
-        Sheet(*pApplication, "2")->Frame()->setGeometry(60, 50, 280, 230);
-        Sheet(*pApplication, "2")->SetWindowState(FormState::Minimized);
-        Sheet(*pApplication, "1")->Activate();
-        oPlace = Sheet(*pApplication, "1")->Frame()->geometry();
-        pApplication->Window().close(); // at once, before the moment has passed after which changes are kept
+        Sheet(*application, "1")->Frame()->setGeometry(31, 17, 300, 222);
+        Sheet(*application, "2")->Frame()->setGeometry(60, 50, 280, 230);
+        Sheet(*application, "2")->SetWindowState(FormState::Minimized);
+        Sheet(*application, "1")->Activate();
+        place = Sheet(*application, "1")->Frame()->geometry();
+        application->Window().close(); // at once, before the moment has passed after which changes are kept
     }
-    const auto pApplication = Start(m_oFolder);
-    EXPECT_EQ(Sheet(*pApplication, "1")->Frame()->geometry(), oPlace);
-    EXPECT_EQ(Sheet(*pApplication, "2")->WindowState(), FormState::Minimized);
-    EXPECT_EQ(Sheet(*pApplication, "3")->WindowState(), FormState::Normal);
-    EXPECT_EQ(pApplication->MainForm()->ActiveForm(), Sheet(*pApplication, "1"));
-    Sheet(*pApplication, "2")->SetWindowState(FormState::Normal);
-    EXPECT_EQ(Sheet(*pApplication, "2")->Frame()->geometry(), QRect(60, 50, 280, 230));
+    const auto application = Start(m_folder);
+    EXPECT_EQ(Sheet(*application, "1")->Frame()->geometry(), place);
+    EXPECT_EQ(Sheet(*application, "2")->WindowState(), FormState::Minimized);
+    EXPECT_EQ(Sheet(*application, "3")->WindowState(), FormState::Normal);
+    EXPECT_EQ(application->MainForm()->ActiveForm(), Sheet(*application, "1"));
+    Sheet(*application, "2")->SetWindowState(FormState::Normal);
+    EXPECT_EQ(Sheet(*application, "2")->Frame()->geometry(), QRect(60, 50, 280, 230));
     // Maximized, and at the next start the same again with the place it had before.
-    Sheet(*pApplication, "1")->SetWindowState(FormState::Maximized);
-    pApplication->Window().close();
-    const auto pAgain = Start(m_oFolder);
-    EXPECT_EQ(Sheet(*pAgain, "1")->WindowState(), FormState::Maximized);
-    Sheet(*pAgain, "1")->SetWindowState(FormState::Normal);
-    EXPECT_EQ(Sheet(*pAgain, "1")->Frame()->geometry(), oPlace);
-    EXPECT_EQ(pAgain->Failures().ShownCount(), 0);
+    Sheet(*application, "1")->SetWindowState(FormState::Maximized);
+    application->Window().close();
+    const auto again = Start(m_folder);
+    EXPECT_EQ(Sheet(*again, "1")->WindowState(), FormState::Maximized);
+    Sheet(*again, "1")->SetWindowState(FormState::Normal);
+    EXPECT_EQ(Sheet(*again, "1")->Frame()->geometry(), place);
+    EXPECT_EQ(again->Failures().ShownCount(), 0);
 }
 
 TEST_F(SessionTest, WindowThatStoodOnALargerScreenComesWithinReach) {
-    m_oFolder.Write("corvane/App/session.json", R"({"version":1,"windows":[
+    m_folder.Write("corvane/App/session.json", R"({"version":1,"windows":[
         {"name":"Sheet","key":"1","place":[4000,3000,5000,4000]},
         {"name":"Sheet","key":"2","place":[-700,-90,320,240]},{"name":"Sheet","key":"3","place":[1,2,-3,"x"]}]})");
-    const auto pApplication = Start(m_oFolder);
-    const QRect oRoom(QPoint(), pApplication->Window().Area().viewport()->size());
-    for (const char* sKey : {"1", "2", "3"})
-        EXPECT_TRUE(oRoom.contains(Sheet(*pApplication, sKey)->Frame()->geometry())) << sKey;
-    EXPECT_EQ(Sheet(*pApplication, "2")->Frame()->geometry(), QRect(0, 0, 320, 240));
+    const auto application = Start(m_folder);
+    const QRect room(QPoint(), application->Window().Area().viewport()->size());
+    for (const char* key : {"1", "2", "3"})
+        EXPECT_TRUE(room.contains(Sheet(*application, key)->Frame()->geometry())) << key;
+    EXPECT_EQ(Sheet(*application, "2")->Frame()->geometry(), QRect(0, 0, 320, 240));
 }
 
 TEST_F(SessionTest, TabsKeepTheirOrderTheirFrontAndThePlacesBehindThem) {
-    m_oFolder.Write("corvane/App/session.json", sThreeSheets);
-    const auto fnTabs = [](Application& oApplication) { return oApplication.Window().Area().findChild<QTabBar*>(); };
-    const auto fnOrder = [](Application& oApplication) {
-        std::string sOrder;
-        for (const QMdiSubWindow* pFrame : oApplication.Window().Area().subWindowList())
-            for (const char* sKey : {"1", "2", "3"})
-                sOrder += Sheet(oApplication, sKey)->Frame() == pFrame ? sKey : "";
-        return sOrder;
+    m_folder.Write("corvane/App/session.json", threeSheets);
+    const auto tabs = [](Application& application) { return application.Window().Area().findChild<QTabBar*>(); };
+    const auto orderFunction = [](Application& application) {
+        std::string order;
+        for (const QMdiSubWindow* frame : application.Window().Area().subWindowList())
+            for (const char* key : {"1", "2", "3"})
+                order += Sheet(application, key)->Frame() == frame ? key : "";
+        return order;
     };
-    const auto fnSetTabbed = [](Application& oApplication, bool bTabbed) {
-        Appearance oAppearance = Appearance::Load();
-        oAppearance.bTabbedWindows = bTabbed;
-        oAppearance.Save();
-        oApplication.Window().SetTabbedWindows(bTabbed);
+    const auto setTabbed = [](Application& application, bool tabbed) {
+        Appearance appearance = Appearance::Load();
+        appearance.tabbedWindows = tabbed;
+        appearance.Save();
+        application.Window().SetTabbedWindows(tabbed);
     };
-    QRect oPlace;
+    QRect place;
     {
-        const auto pApplication = Start(m_oFolder);
-        Sheet(*pApplication, "1")->Frame()->setGeometry(31, 17, 300, 222);
-        pApplication->Window().close();
+        const auto application = Start(m_folder);
+        Sheet(*application, "1")->Frame()->setGeometry(31, 17, 300, 222);
+        application->Window().close();
     }
     {
-        const auto pApplication = Start(m_oFolder);
-        oPlace = Sheet(*pApplication, "1")->Frame()->geometry();
-        fnSetTabbed(*pApplication, true);
-        fnTabs(*pApplication)->moveTab(0, 2);
-        Sheet(*pApplication, "2")->Activate();
+        const auto application = Start(m_folder);
+        place = Sheet(*application, "1")->Frame()->geometry();
+        setTabbed(*application, true);
+        tabs(*application)->moveTab(0, 2);
+        Sheet(*application, "2")->Activate();
         QApplication::processEvents();
-        EXPECT_EQ(fnOrder(*pApplication), "231");
-        pApplication->Window().close();
+        EXPECT_EQ(orderFunction(*application), "231");
+        application->Window().close();
     }
     {
-        const auto pApplication = Start(m_oFolder);
-        EXPECT_TRUE(pApplication->Window().HasTabbedWindows());
-        EXPECT_EQ(fnOrder(*pApplication), "231");
-        EXPECT_EQ(pApplication->MainForm()->ActiveForm(), Sheet(*pApplication, "2"));
-        EXPECT_EQ(fnTabs(*pApplication)->currentIndex(), 0);
-        QTest::keyClick(&pApplication->Window(), Qt::Key_Tab, Qt::ControlModifier);
-        EXPECT_EQ(pApplication->MainForm()->ActiveForm(), Sheet(*pApplication, "3")) << "the key follows the tabs";
-        fnSetTabbed(*pApplication, false);
-        pApplication->Window().close();
+        const auto application = Start(m_folder);
+        EXPECT_TRUE(application->Window().HasTabbedWindows());
+        EXPECT_EQ(orderFunction(*application), "231");
+        EXPECT_EQ(application->MainForm()->ActiveForm(), Sheet(*application, "2"));
+        EXPECT_EQ(tabs(*application)->currentIndex(), 0);
+        QTest::keyClick(&application->Window(), Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(application->MainForm()->ActiveForm(), Sheet(*application, "3")) << "the key follows the tabs";
+        setTabbed(*application, false);
+        application->Window().close();
     }
-    const auto pApplication = Start(m_oFolder);
-    for (const char* sKey : {"1", "2", "3"})
-        EXPECT_EQ(Sheet(*pApplication, sKey)->WindowState(), FormState::Normal) << sKey;
-    EXPECT_EQ(Sheet(*pApplication, "1")->Frame()->geometry(), oPlace);
+    const auto application = Start(m_folder);
+    for (const char* key : {"1", "2", "3"})
+        EXPECT_EQ(Sheet(*application, key)->WindowState(), FormState::Normal) << key;
+    EXPECT_EQ(Sheet(*application, "1")->Frame()->geometry(), place);
 }
 
 TEST_F(SessionTest, SelectedNodeIsTheActiveItemAgainAlsoWhereItsTabIsBehind) {
     {
-        const auto pApplication = Start(m_oFolder);
-        const auto oTree = pApplication->Panel()->Control("Left").As<TreeView>();
-        oTree->ClickNode(oTree->GetNodes()->Item("Inner"));
-        pApplication->Window().Explorer().TabBar()->setCurrentIndex(1);
-        pApplication->Window().close();
+        const auto application = Start(m_folder);
+        const auto tree = application->Panel()->Control("Left").As<TreeView>();
+        tree->ClickNode(tree->GetNodes()->Item("Inner"));
+        application->Window().Explorer().TabBar()->setCurrentIndex(1);
+        application->Window().close();
     }
-    const auto pApplication = Start(m_oFolder);
-    EXPECT_EQ(pApplication->Window().Explorer().TabBar()->currentIndex(), 1);
-    EXPECT_EQ(SelectedIn(*pApplication, "Left"), "Inner");
-    EXPECT_EQ(SelectedIn(*pApplication, "Right"), "");
-    const auto oProvider = CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
-    int nInactive = 0;
-    const auto oInactive = oProvider->OnInactive.Subscribe([&](const Ref<Object>&) { ++nInactive; });
-    const auto oTree = pApplication->Panel()->Control("Left").As<TreeView>();
-    pApplication->Window().Explorer().TabBar()->setCurrentIndex(0);
-    oTree->ClickNode(oTree->GetNodes()->Item("Innermost"));
-    EXPECT_EQ(nInactive, 1) << "the restored one was active";
-    EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
+    const auto application = Start(m_folder);
+    EXPECT_EQ(application->Window().Explorer().TabBar()->currentIndex(), 1);
+    EXPECT_EQ(SelectedIn(*application, "Left"), "Inner");
+    EXPECT_EQ(SelectedIn(*application, "Right"), "");
+    const auto provider = CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
+    int inactiveCount = 0;
+    const auto inactive = provider->OnInactive.Subscribe([&](const Ref<Object>&) { ++inactiveCount; });
+    const auto tree = application->Panel()->Control("Left").As<TreeView>();
+    application->Window().Explorer().TabBar()->setCurrentIndex(0);
+    tree->ClickNode(tree->GetNodes()->Item("Innermost"));
+    EXPECT_EQ(inactiveCount, 1) << "the restored one was active";
+    EXPECT_EQ(application->Failures().ShownCount(), 0);
 }
 
 TEST_F(SessionTest, SelectedNodeThatComesLaterIsChosenThenUnlessThePersonHasChosen) {
-    m_oFolder.Service("Trouble", "T0.Service", sContent); // nobody fills the explorer at the start
-    const char* sKept = R"({"version":1,"explorer":{"tab":"Left","trees":{"Left":{"selected":"Innermost"}}}})";
-    for (const bool bChosen : {false, true}) {
-        m_oFolder.Write("corvane/App/session.json", sKept);
-        const auto pApplication = Start(m_oFolder);
-        pApplication->Personal().Kept().Keep();
-        EXPECT_TRUE(m_oFolder.Read("corvane/App/session.json").contains("Innermost")) << "it is still awaited";
+    m_folder.Service("Trouble", "T0.Service", content); // nobody fills the explorer at the start
+    const char* kept = R"({"version":1,"explorer":{"tab":"Left","trees":{"Left":{"selected":"Innermost"}}}})";
+    for (const bool chosen : {false, true}) {
+        m_folder.Write("corvane/App/session.json", kept);
+        const auto application = Start(m_folder);
+        application->Personal().Kept().Keep();
+        EXPECT_TRUE(m_folder.Read("corvane/App/session.json").contains("Innermost")) << "it is still awaited";
         CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->Populate();
-        const auto oTree = pApplication->Panel()->Control("Left").As<TreeView>();
-        if (bChosen)
-            oTree->ClickNode(oTree->GetNodes()->Item("Inner"));
+        const auto tree = application->Panel()->Control("Left").As<TreeView>();
+        if (chosen)
+            tree->ClickNode(tree->GetNodes()->Item("Inner"));
         QApplication::processEvents();
-        EXPECT_EQ(SelectedIn(*pApplication, "Left"), bChosen ? "Inner" : "Innermost");
-        EXPECT_EQ(pApplication->Failures().ShownCount(), 0);
-        pApplication->Window().close();
+        EXPECT_EQ(SelectedIn(*application, "Left"), chosen ? "Inner" : "Innermost");
+        EXPECT_EQ(application->Failures().ShownCount(), 0);
+        application->Window().close();
     }
 }
 
 TEST_F(SessionTest, DamagedOrForeignStateCostsNothingButTheState) {
-    for (const char* sText : {"{", R"({"version":1,"geometry":5,"docks":"%%%","toolbars":[1],"windows":{"a":1},
+    for (const char* text : {"{", R"({"version":1,"geometry":5,"docks":"%%%","toolbars":[1],"windows":{"a":1},
         "explorer":{"tab":3,"trees":{"Left":{"open":7,"closed":[{},"Inner"]}}}})",
-                              R"({"version":99,"toolbars":{"Toolbars.Work":false}})"}) {
-        m_oFolder.Write("corvane/App/session.json", sText);
-        const auto pApplication = Start(m_oFolder);
-        EXPECT_EQ(pApplication->Failures().ShownCount(), 0) << sText;
-        EXPECT_TRUE(Bar(*pApplication, "Toolbars.Work")->isVisible()) << sText;
+                             R"({"version":99,"toolbars":{"Toolbars.Work":false}})"}) {
+        m_folder.Write("corvane/App/session.json", text);
+        const auto application = Start(m_folder);
+        EXPECT_EQ(application->Failures().ShownCount(), 0) << text;
+        EXPECT_TRUE(Bar(*application, "Toolbars.Work")->isVisible()) << text;
     }
 }
 
 TEST_F(SessionTest, RecentFilesAreKeptForTheApplication) {
     {
-        const auto pApplication = Start(m_oFolder);
-        const auto oFiles = ToObject(pApplication->MainForm()->Invoke("RecentFiles", {}));
+        const auto application = Start(m_folder);
+        const auto files = ToObject(application->MainForm()->Invoke("RecentFiles", {}));
         for (int i = 1; i <= 14; ++i)
-            oFiles->Invoke("Add", std::array<Variant, 1>{"/f" + std::to_string(i)});
-        oFiles->Invoke("Add", std::array<Variant, 1>{std::string("/f5")});
+            files->Invoke("Add", std::array<Variant, 1>{"/f" + std::to_string(i)});
+        files->Invoke("Add", std::array<Variant, 1>{std::string("/f5")});
     }
-    const auto pApplication = Start(m_oFolder);
-    const auto oFiles = ToObject(pApplication->MainForm()->Invoke("RecentFiles", {}));
-    EXPECT_EQ(ToLong(oFiles->Invoke("Count", {})), 12);
-    EXPECT_EQ(ToText(oFiles->Invoke("Item", std::array<Variant, 1>{Long{1}})), "/f5");
-    EXPECT_EQ(ToText(oFiles->Invoke("Item", std::array<Variant, 1>{Long{2}})), "/f14");
-    EXPECT_THROW(oFiles->Invoke("Item", std::array<Variant, 1>{Long{13}}), Failure);
+    const auto application = Start(m_folder);
+    const auto files = ToObject(application->MainForm()->Invoke("RecentFiles", {}));
+    EXPECT_EQ(ToLong(files->Invoke("Count", {})), 12);
+    EXPECT_EQ(ToText(files->Invoke("Item", std::array<Variant, 1>{Long{1}})), "/f5");
+    EXPECT_EQ(ToText(files->Invoke("Item", std::array<Variant, 1>{Long{2}})), "/f14");
+    EXPECT_THROW(files->Invoke("Item", std::array<Variant, 1>{Long{13}}), Failure);
 }
 
 } // namespace

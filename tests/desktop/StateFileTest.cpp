@@ -13,58 +13,58 @@ namespace corvane::desktop {
 namespace {
 
 TEST(StateFile, WriterThatIsKilledLosesNothingButItsLastChange) {
-    const QTemporaryDir oFolder;
-    const QString sPath = oFolder.filePath("state.json");
-    int nKept = 0;
-    for (int iKill = 0; iKill < 200; ++iKill) {
-        int aPipe[2];
-        ASSERT_EQ(::pipe(aPipe), 0);
-        const pid_t nChild = ::fork();
-        if (nChild == 0) {
-            StateFile oFile(sPath, {});
-            for (int i = nKept + 1;; ++i)
-                if (!oFile.Write({{"n", i}, {"filling", QString(3000, 'x')}}) ||
-                    ::write(aPipe[1], &i, sizeof i) != static_cast<ssize_t>(sizeof i))
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("state.json");
+    int kept = 0;
+    for (int kill = 0; kill < 200; ++kill) {
+        int pipe[2];
+        ASSERT_EQ(::pipe(pipe), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            StateFile file(path, {});
+            for (int i = kept + 1;; ++i)
+                if (!file.Write({{"n", i}, {"filling", QString(3000, 'x')}}) ||
+                    ::write(pipe[1], &i, sizeof i) != static_cast<ssize_t>(sizeof i))
                     ::_exit(1);
         }
-        ::close(aPipe[1]);
+        ::close(pipe[1]);
         QThread::usleep(500U + QRandomGenerator::global()->bounded(6000U));
-        ::kill(nChild, SIGKILL);
-        ::waitpid(nChild, nullptr, 0);
-        int nTold = nKept;
-        for (int i = 0; ::read(aPipe[0], &i, sizeof i) == static_cast<ssize_t>(sizeof i);)
-            nTold = i;
-        ::close(aPipe[0]);
-        QString sNote;
-        const int nRead = StateFile(sPath, [&](const QString& s) { sNote = s; }).Read()["n"].toInt();
-        ASSERT_EQ(sNote, "");
-        ASSERT_TRUE(nRead == nTold || nRead == nTold + 1) << nRead << " was read, " << nTold << " was written";
-        nKept = nRead;
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        int told = kept;
+        for (int i = 0; ::read(pipe[0], &i, sizeof i) == static_cast<ssize_t>(sizeof i);)
+            told = i;
+        ::close(pipe[0]);
+        QString note;
+        const int read = StateFile(path, [&](const QString& s) { note = s; }).Read()["n"].toInt();
+        ASSERT_EQ(note, "");
+        ASSERT_TRUE(read == told || read == told + 1) << read << " was read, " << told << " was written";
+        kept = read;
     }
-    EXPECT_GT(nKept, 20) << "the child was killed before it wrote";
+    EXPECT_GT(kept, 20) << "the child was killed before it wrote";
 }
 
 TEST(StateFile, DamagedFileCostsOnlyItselfAndIsToldOf) {
-    for (const char* sText : {"", "[1]", "{\"a\":", "\xff\xfe", "null"}) {
-        const AppFolder oFolder;
-        oFolder.Write("s.json", sText);
-        QStringList aNotes;
-        StateFile oFile(oFolder.Path("s.json"), [&](const QString& s) { aNotes.append(s); });
-        EXPECT_TRUE(oFile.Read().isEmpty()) << sText;
-        EXPECT_EQ(aNotes.size(), 1) << sText;
-        EXPECT_EQ(oFolder.Read("s.json.broken"), sText);
-        EXPECT_TRUE(oFile.Write({{"a", 1}}));
-        EXPECT_EQ(oFile.Read()["a"].toInt(), 1);
+    for (const char* text : {"", "[1]", "{\"a\":", "\xff\xfe", "null"}) {
+        const AppFolder folder;
+        folder.Write("s.json", text);
+        QStringList notes;
+        StateFile file(folder.Path("s.json"), [&](const QString& s) { notes.append(s); });
+        EXPECT_TRUE(file.Read().isEmpty()) << text;
+        EXPECT_EQ(notes.size(), 1) << text;
+        EXPECT_EQ(folder.Read("s.json.broken"), text);
+        EXPECT_TRUE(file.Write({{"a", 1}}));
+        EXPECT_EQ(file.Read()["a"].toInt(), 1);
     }
     // A place where nothing can be written is told of once.
-    const AppFolder oFolder;
-    oFolder.Write("file", "");
-    int nNotes = 0;
-    StateFile oFile(oFolder.Path("file/s.json"), [&](const QString&) { ++nNotes; });
-    EXPECT_TRUE(oFile.Read().isEmpty());
-    EXPECT_FALSE(oFile.Write({{"a", 1}}));
-    EXPECT_FALSE(oFile.Write({{"a", 2}}));
-    EXPECT_EQ(nNotes, 1);
+    const AppFolder folder;
+    folder.Write("file", "");
+    int notes = 0;
+    StateFile file(folder.Path("file/s.json"), [&](const QString&) { ++notes; });
+    EXPECT_TRUE(file.Read().isEmpty());
+    EXPECT_FALSE(file.Write({{"a", 1}}));
+    EXPECT_FALSE(file.Write({{"a", 2}}));
+    EXPECT_EQ(notes, 1);
 }
 
 } // namespace

@@ -18,51 +18,51 @@ namespace corvane::desktop {
 namespace {
 
 // The program in a process of its own, with the preferences open.
-QString PreferencesIn(const AppFolder& oFolder, const char* sLanguages) {
-    QProcess oProgram;
-    auto oEnvironment = QProcessEnvironment::systemEnvironment();
-    oEnvironment.insert("LANG", "C.UTF-8");
-    oEnvironment.remove("LC_ALL");
-    oEnvironment.insert("LANGUAGE", sLanguages);
-    oProgram.setProcessEnvironment(oEnvironment);
-    oProgram.start(CORVANE_DESKTOP_PROGRAM,
-                   {QString::fromStdString(oFolder.App()), "--choose", "Tools.Preferences", "--print", "--quit"});
-    EXPECT_TRUE(oProgram.waitForFinished(60000));
-    return QString::fromUtf8(oProgram.readAllStandardOutput());
+QString PreferencesIn(const AppFolder& folder, const char* languages) {
+    QProcess program;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LANG", "C.UTF-8");
+    environment.remove("LC_ALL");
+    environment.insert("LANGUAGE", languages);
+    program.setProcessEnvironment(environment);
+    program.start(CORVANE_DESKTOP_PROGRAM,
+                  {QString::fromStdString(folder.App()), "--choose", "Tools.Preferences", "--print", "--quit"});
+    EXPECT_TRUE(program.waitForFinished(60000));
+    return QString::fromUtf8(program.readAllStandardOutput());
 }
 
 TEST(Translation, HostSpeaksTheFirstLanguageThatItKnows) {
-    AppFolder oFolder;
-    oFolder.Service("Shell", "Corvane.Framework", sShellContent);
+    AppFolder folder;
+    folder.Service("Shell", "Corvane.Framework", shellContent);
     struct Case {
-        const char* sLanguages;
-        const char* sApply;
-        const char* sTheme;
+        const char* languages;
+        const char* apply;
+        const char* theme;
     };
-    for (const Case& oCase :
+    for (const Case& testCase :
          {Case{"de_AT", "[Anwenden (off)]", "Design:"}, Case{"xx:fr:de", "[Appliquer (off)]", "Thème\u00a0:"},
           Case{"en_GB:de", "[Apply (off)]", "Theme:"}, Case{"xx", "[Apply (off)]", "Theme:"}}) {
-        const QString sShown = PreferencesIn(oFolder, oCase.sLanguages);
-        EXPECT_TRUE(sShown.contains(oCase.sApply) && sShown.contains(oCase.sTheme)) << oCase.sLanguages << "\n"
-                                                                                    << sShown.toStdString();
+        const QString shown = PreferencesIn(folder, testCase.languages);
+        EXPECT_TRUE(shown.contains(testCase.apply) && shown.contains(testCase.theme)) << testCase.languages << "\n"
+                                                                                      << shown.toStdString();
     }
 }
 
 TEST(Translation, StandardButtonsAreTranslatedWithTheDialogAroundThem) {
-    const auto fnShown = [](const QStringList& aLanguages) {
-        const HostTranslation oTranslation(aLanguages);
-        FailureDialog oDialog({"A", "b.xml, line 3", {}, {}, {}}, {}, QString(), QString(), nullptr);
-        QStringList aTexts{oDialog.windowTitle()};
-        for (const QAbstractButton* pButton : oDialog.findChildren<QAbstractButton*>())
-            aTexts.append(QString(pButton->text()).remove('&'));
-        aTexts.sort();
-        return aTexts.join("|");
+    const auto shown = [](const QStringList& languages) {
+        const HostTranslation translation(languages);
+        FailureDialog dialog({"A", "b.xml, line 3", {}, {}, {}}, {}, QString(), QString(), nullptr);
+        QStringList texts{dialog.windowTitle()};
+        for (const QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
+            texts.append(QString(button->text()).remove('&'));
+        texts.sort();
+        return texts.join("|");
     };
-    EXPECT_EQ(fnShown({"de"}), "Details|Ein Fehler ist aufgetreten|Kopieren|Schließen");
-    EXPECT_EQ(fnShown({}), "An Error Occurred|Close|Copy|Details"); // the translation has gone with its object
+    EXPECT_EQ(shown({"de"}), "Details|Ein Fehler ist aufgetreten|Kopieren|Schließen");
+    EXPECT_EQ(shown({}), "An Error Occurred|Close|Copy|Details"); // the translation has gone with its object
 }
 
-constexpr const char* sGerman = R"(msgid ""
+constexpr const char* german = R"(msgid ""
 msgstr "Content-Type: text/plain; charset=UTF-8\n"
 
 msgctxt "Service Shell/MenuTitle View/Caption"
@@ -109,9 +109,9 @@ msgstr "Seite"
 class DefinitionTranslationTest : public ::testing::Test {
 protected:
     DefinitionTranslationTest() {
-        m_oFolder.Service("Shell", "Corvane.Framework", sShellContent);
-        m_oFolder.Plugin("T0");
-        m_oFolder.Service("Trouble", "T0.Service", R"(<ActionItems>
+        m_folder.Service("Shell", "Corvane.Framework", shellContent);
+        m_folder.Plugin("T0");
+        m_folder.Service("Trouble", "T0.Service", R"(<ActionItems>
 <ActionItem Name="Open" Action="OnOpen" Description="Opens a sheet"/></ActionItems><Menus>
 <MenuItem Type="MenuItem" ActionItem="Open" Path="View" PositionOrder="5" Caption="Open %1"/>
 <MenuItem Type="ToolbarItem" ActionItem="Open" Path="Main" PositionOrder="10" Caption="Sheet" Tip="Open a sheet"/></Menus>
@@ -119,110 +119,110 @@ protected:
 <Window Name="Sheet" Caption="Sheet" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
 <Page PageProgID="T0.Page" Caption="P" IsOptional="false" IsResizable="true"/>
 <Page PageProgID="T0.Page" Caption="Q" IsOptional="false" IsResizable="true"/></Window></Windows>)",
-                          "IsStartService=\"true\"");
+                         "IsStartService=\"true\"");
     }
-    void Start(const QStringList& aLanguages) {
-        ApplicationOptions oOptions;
-        oOptions.sFolder = m_oFolder.App();
-        oOptions.bWithDialogs = false;
-        oOptions.aLanguages = aLanguages;
-        m_pApplication = std::make_unique<Application>(oOptions);
-        ASSERT_TRUE(m_pApplication->Start());
+    void Start(const QStringList& languages) {
+        ApplicationOptions options;
+        options.folder = m_folder.App();
+        options.withDialogs = false;
+        options.languages = languages;
+        m_application = std::make_unique<Application>(options);
+        ASSERT_TRUE(m_application->Start());
         QCoreApplication::processEvents();
     }
     // The entries of a menu, or the buttons of a toolbar.
-    [[nodiscard]] QString Band(const char* sBand) const {
-        const std::unique_ptr<QMenu> pMenu(
-            m_pApplication->Window().Bars().NewPopup(m_pApplication->Bar()->Bands()->Item(sBand)));
-        QStringList aTexts;
-        for (const QAction* pAction : pMenu->actions())
-            aTexts.append(pAction->text().section('\t', 0, 0));
-        return aTexts.join("|");
+    [[nodiscard]] QString Band(const char* band) const {
+        const std::unique_ptr<QMenu> menu(
+            m_application->Window().Bars().NewPopup(m_application->Bar()->Bands()->Item(band)));
+        QStringList texts;
+        for (const QAction* action : menu->actions())
+            texts.append(action->text().section('\t', 0, 0));
+        return texts.join("|");
     }
     [[nodiscard]] QString Tabs() const {
-        const auto* pTabs = m_pApplication->Window().findChild<ExplorerPanel*>()->findChild<QTabBar*>();
-        const auto* pTree = m_pApplication->Window().findChild<ExplorerPanel*>()->Page(0)->Tree();
-        const QModelIndex oRoot = pTree->model()->index(0, 0);
-        return pTabs->tabText(0) + "|" + oRoot.data().toString() + "|" + oRoot.data(Qt::EditRole).toString();
+        const auto* tabs = m_application->Window().findChild<ExplorerPanel*>()->findChild<QTabBar*>();
+        const auto* tree = m_application->Window().findChild<ExplorerPanel*>()->Page(0)->Tree();
+        const QModelIndex root = tree->model()->index(0, 0);
+        return tabs->tabText(0) + "|" + root.data().toString() + "|" + root.data(Qt::EditRole).toString();
     }
 
-    AppFolder m_oFolder;
-    std::unique_ptr<Application> m_pApplication;
+    AppFolder m_folder;
+    std::unique_ptr<Application> m_application;
 };
 
 TEST_F(DefinitionTranslationTest, TextsAreTranslatedWhereTheyAreDrawn) {
-    m_oFolder.Write("App/Services/translations/de.po", sGerman);
+    m_folder.Write("App/Services/translations/de.po", german);
     Start({"de-AT", "de"});
     // What has no translation, or one of another text, is shown as it is. The library's own "Toolbars" is the host's.
     EXPECT_EQ(Band("View"), "Über&sicht|&Status Bar|%1 öffnen|Toolbars");
     EXPECT_EQ(Band("Toolbars.Main"), "Sheet");
-    const QToolBar* pToolbar =
-        m_pApplication->Window().Bars().ToolbarOf(*m_pApplication->Bar()->Bands()->Item("Toolbars.Main"));
-    ASSERT_TRUE(pToolbar);
-    EXPECT_EQ(pToolbar->windowTitle(), "Haupt");
-    EXPECT_EQ(pToolbar->actions().front()->toolTip(), "Ein Blatt öffnen");
-    EXPECT_EQ(pToolbar->actions().front()->statusTip(), "Öffnet ein Blatt");
+    const QToolBar* toolbar =
+        m_application->Window().Bars().ToolbarOf(*m_application->Bar()->Bands()->Item("Toolbars.Main"));
+    ASSERT_TRUE(toolbar);
+    EXPECT_EQ(toolbar->windowTitle(), "Haupt");
+    EXPECT_EQ(toolbar->actions().front()->toolTip(), "Ein Blatt öffnen");
+    EXPECT_EQ(toolbar->actions().front()->statusTip(), "Öffnet ein Blatt");
     EXPECT_EQ(Tabs(), "Wurzel|Wurzel|Root"); // who renames it changes its own name
     // What code writes isn't touched, and names find what they found.
-    m_pApplication->Bar()->Bands()->Item("View")->Tools()->Item("View.Navigation")->SetCaption("Not &Explorer");
+    m_application->Bar()->Bands()->Item("View")->Tools()->Item("View.Navigation")->SetCaption("Not &Explorer");
     EXPECT_EQ(Band("View").section('|', 0, 0), "Not &Explorer");
-    ASSERT_TRUE(m_pApplication->Choose("View.Open"));
-    EXPECT_TRUE(QString::fromStdString(m_pApplication->AsText()).contains("Window Sheet"));
-    for (const auto& frm : m_pApplication->MainForm()->Forms()) {
+    ASSERT_TRUE(m_application->Choose("View.Open"));
+    EXPECT_TRUE(QString::fromStdString(m_application->AsText()).contains("Window Sheet"));
+    for (const auto& frm : m_application->MainForm()->Forms()) {
         EXPECT_EQ(TitleOf(*frm), "Blatt");
-        const auto oForm = frm.As<WindowForm>();
-        EXPECT_EQ(oForm->Frame()->windowTitle(), "Blatt[*]");
-        const auto* pTabs = oForm->Body()->findChild<QTabBar*>();
-        EXPECT_EQ(pTabs->tabText(0) + pTabs->tabText(1), "SeiteQ");
+        const auto form = frm.As<WindowForm>();
+        EXPECT_EQ(form->Frame()->windowTitle(), "Blatt[*]");
+        const auto* tabs = form->Body()->findChild<QTabBar*>();
+        EXPECT_EQ(tabs->tabText(0) + tabs->tabText(1), "SeiteQ");
         frm->SetCaption("Sheet 7");
         EXPECT_EQ(TitleOf(*frm), "Sheet 7");
     }
 }
 
 TEST_F(DefinitionTranslationTest, CommandsAreFoundInBothLanguages) {
-    m_oFolder.Write("App/Services/translations/de.po", sGerman);
+    m_folder.Write("App/Services/translations/de.po", german);
     Start({"de"});
-    for (const char* sTyped : {"über", "explorer"}) {
-        PaletteDialog* pPalette = m_pApplication->Personal().ShowPalette();
-        pPalette->Field().setText(sTyped);
-        EXPECT_EQ(pPalette->List().model()->index(0, 0).data().toString(), "Übersicht") << sTyped;
-        pPalette->reject();
-        delete pPalette;
+    for (const char* typed : {"über", "explorer"}) {
+        PaletteDialog* palette = m_application->Personal().ShowPalette();
+        palette->Field().setText(typed);
+        EXPECT_EQ(palette->List().model()->index(0, 0).data().toString(), "Übersicht") << typed;
+        palette->reject();
+        delete palette;
     }
 }
 
 TEST_F(DefinitionTranslationTest, WithoutACatalogueTextsAreThoseOfTheFiles) {
-    for (const QStringList& aLanguages : {QStringList(), QStringList{"fr"}}) {
-        m_oFolder.Write("App/Services/translations/de.po", sGerman);
-        Start(aLanguages);
+    for (const QStringList& languages : {QStringList(), QStringList{"fr"}}) {
+        m_folder.Write("App/Services/translations/de.po", german);
+        Start(languages);
         EXPECT_EQ(Band("View"), "&Explorer|&Status Bar|Open %1|Toolbars");
         EXPECT_EQ(Tabs(), "Root|Root|Root");
         // The host's own definitions have their catalogues in it.
         EXPECT_EQ(Band("Tools").section('|', 0, 0),
-                  aLanguages.isEmpty() ? "&Command Palette…" : "&Palette de commandes…");
-        m_pApplication.reset();
+                  languages.isEmpty() ? "&Command Palette…" : "&Palette de commandes…");
+        m_application.reset();
     }
 }
 
 TEST_F(DefinitionTranslationTest, BrokenCatalogueIsReportedAndNotUsed) {
     struct Case {
-        QByteArray aCatalogue;
-        const char* sFirst; // entry of the menu
-        const char* sLogged;
+        QByteArray catalogue;
+        const char* first; // entry of the menu
+        const char* logged;
     };
-    for (const Case& oCase :
-         {Case{QByteArray(sGerman) + "msgid \"x\n", "&Explorer", "de.po, line 43: a string must stand between"},
-          Case{QByteArray(sGerman).replace("Ü", "\xDC"), "&Explorer", "de.po, line 10: isn't UTF-8"},
-          Case{QByteArray(sGerman).replace("%1 öffnen", "öffnen"), "Über&sicht",
+    for (const Case& testCase :
+         {Case{QByteArray(german) + "msgid \"x\n", "&Explorer", "de.po, line 43: a string must stand between"},
+          Case{QByteArray(german).replace("Ü", "\xDC"), "&Explorer", "de.po, line 10: isn't UTF-8"},
+          Case{QByteArray(german).replace("%1 öffnen", "öffnen"), "Über&sicht",
                "de.po, line 17: the translation \"öffnen\" of \"Open %1\" isn't used"},
           Case{QByteArray("\0\x1\x2", 3), "&Explorer", "de.po, line 1: holds a zero byte"}}) {
-        m_oFolder.Write("App/Services/translations/de.po", oCase.aCatalogue);
+        m_folder.Write("App/Services/translations/de.po", testCase.catalogue);
         Start({"de"});
-        EXPECT_EQ(Band("View"), QString(oCase.sFirst) + "|&Status Bar|Open %1|Toolbars") << oCase.sLogged;
-        EXPECT_TRUE(m_oFolder.Read("corvane/App/errors.log").contains(oCase.sLogged))
-            << oCase.sLogged << "\n"
-            << m_oFolder.Read("corvane/App/errors.log").toStdString();
-        m_pApplication.reset();
+        EXPECT_EQ(Band("View"), QString(testCase.first) + "|&Status Bar|Open %1|Toolbars") << testCase.logged;
+        EXPECT_TRUE(m_folder.Read("corvane/App/errors.log").contains(testCase.logged))
+            << testCase.logged << "\n"
+            << m_folder.Read("corvane/App/errors.log").toStdString();
+        m_application.reset();
     }
 }
 

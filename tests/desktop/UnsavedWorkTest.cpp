@@ -29,172 +29,172 @@ namespace {
 class Keeper final : public Automation<Keeper, IServiceAccess> {
 public:
     struct State {
-        std::vector<std::string> aUnsaved;
-        std::set<std::string> setFailing;
-        double dblOrder = 2;
-        std::string sHeard;
+        std::vector<std::string> unsaved;
+        std::set<std::string> failing;
+        double order = 2;
+        std::string heard;
     };
     struct Item final : public virtual Object {
-        std::string sName;
+        std::string name;
     };
 
-    explicit Keeper(State& oState) : m_oState(oState) {
-        m_oUnsaved = m_oBase->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& dctItems, Double& dblOrder) {
-            dblOrder = m_oState.dblOrder;
-            for (const auto& sName : m_oState.aUnsaved) {
-                auto oItem = New<Item>();
-                oItem->sName = sName;
-                dctItems->Add(sName, Variant(Ref<Object>(oItem)));
+    explicit Keeper(State& state) : m_state(state) {
+        m_unsaved = m_base->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& items, Double& order) {
+            order = m_state.order;
+            for (const auto& name : m_state.unsaved) {
+                auto item = New<Item>();
+                item->name = name;
+                items->Add(name, Variant(Ref<Object>(item)));
             }
         });
-        m_oSave = m_oBase->SaveEvent.Subscribe([this](const Ref<Object>& oItem) {
-            const std::string sName = oItem.As<Item>()->sName;
-            if (m_oState.setFailing.contains(sName))
+        m_save = m_base->SaveEvent.Subscribe([this](const Ref<Object>& item) {
+            const std::string name = item.As<Item>()->name;
+            if (m_state.failing.contains(name))
                 Fail(FailureNumber::FileAccess, "the disk is full");
-            m_oState.sHeard += "save " + sName + " ";
-            std::erase(m_oState.aUnsaved, sName);
+            m_state.heard += "save " + name + " ";
+            std::erase(m_state.unsaved, name);
         });
-        m_oComplete = m_oBase->SaveCompleteEvent.Subscribe(
-            [this](bool bCancelled) { m_oState.sHeard += bCancelled ? "cancelled " : "complete "; });
-        m_oTerminate = m_oBase->TerminateEvent.Subscribe([this] { m_oState.sHeard += "end"; });
+        m_complete = m_base->SaveCompleteEvent.Subscribe(
+            [this](bool cancelled) { m_state.heard += cancelled ? "cancelled " : "complete "; });
+        m_terminate = m_base->TerminateEvent.Subscribe([this] { m_state.heard += "end"; });
     }
-    Ref<IService> Service() override { return m_oBase; }
+    Ref<IService> Service() override { return m_base; }
 
     static constexpr auto Members = MemberTable(Property("Service", &Keeper::Service));
 
 private:
-    State& m_oState;
-    Ref<ServiceBase> m_oBase = New<ServiceBase>();
-    Subscription m_oUnsaved, m_oSave, m_oComplete, m_oTerminate;
+    State& m_state;
+    Ref<ServiceBase> m_base = New<ServiceBase>();
+    Subscription m_unsaved, m_save, m_complete, m_terminate;
 };
 
 class UnsavedWorkTest : public ::testing::Test {
 protected:
     UnsavedWorkTest() {
-        m_oFolder.Write("late.xml", "<Service Name='Late' ProgID='T.Late' Active='true'/>");
-        m_oFolder.Write("early.xml", "<Service Name='Early' ProgID='T.Early' Active='true'/>");
-        m_oLate.aUnsaved = {"Draft"};
-        m_oLate.dblOrder = 5;
-        m_oEarly.aUnsaved = {"Notes", "Figures"};
-        ApplicationOptions oOptions{m_oFolder.App(), true};
-        oOptions.aClasses = {{"T.Late", [this] { return Ref<Object>(New<Keeper>(m_oLate)); }},
-                             {"T.Early", [this] { return Ref<Object>(New<Keeper>(m_oEarly)); }}};
-        m_pApplication = std::make_unique<Application>(oOptions);
-        EXPECT_TRUE(m_pApplication->Start());
+        m_folder.Write("late.xml", "<Service Name='Late' ProgID='T.Late' Active='true'/>");
+        m_folder.Write("early.xml", "<Service Name='Early' ProgID='T.Early' Active='true'/>");
+        m_late.unsaved = {"Draft"};
+        m_late.order = 5;
+        m_early.unsaved = {"Notes", "Figures"};
+        ApplicationOptions options{m_folder.App(), true};
+        options.classes = {{"T.Late", [this] { return Ref<Object>(New<Keeper>(m_late)); }},
+                           {"T.Early", [this] { return Ref<Object>(New<Keeper>(m_early)); }}};
+        m_application = std::make_unique<Application>(options);
+        EXPECT_TRUE(m_application->Start());
     }
     // Closes the window and acts in the dialogs that come, in turn.
-    void CloseAnd(std::vector<std::function<void(QDialog&)>> aActs) {
-        std::size_t iNext = 0;
-        QTimer oTimer;
-        QObject::connect(&oTimer, &QTimer::timeout, [&] {
-            if (auto* pDialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()); pDialog) {
-                if (iNext < aActs.size())
-                    aActs[iNext++](*pDialog);
+    void CloseAnd(std::vector<std::function<void(QDialog&)>> acts) {
+        std::size_t next = 0;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()); dialog) {
+                if (next < acts.size())
+                    acts[next++](*dialog);
                 else
-                    pDialog->reject();
+                    dialog->reject();
             }
         });
-        oTimer.start(5);
-        m_pApplication->Window().close();
-        EXPECT_EQ(iNext, aActs.size());
+        timer.start(5);
+        m_application->Window().close();
+        EXPECT_EQ(next, acts.size());
     }
-    static QPushButton* Button(QDialog& oDialog, QDialogButtonBox::StandardButton eButton) {
-        return oDialog.findChild<QDialogButtonBox*>()->button(eButton);
+    static QPushButton* Button(QDialog& dialog, QDialogButtonBox::StandardButton button) {
+        return dialog.findChild<QDialogButtonBox*>()->button(button);
     }
-    static std::function<void(QDialog&)> Click(QDialogButtonBox::StandardButton eButton) {
-        return [eButton](QDialog& oDialog) { Button(oDialog, eButton)->click(); };
+    static std::function<void(QDialog&)> Click(QDialogButtonBox::StandardButton button) {
+        return [button](QDialog& dialog) { Button(dialog, button)->click(); };
     }
 
-    ApplicationFolder m_oFolder;
-    Keeper::State m_oLate;
-    Keeper::State m_oEarly;
-    std::unique_ptr<Application> m_pApplication;
+    ApplicationFolder m_folder;
+    Keeper::State m_late;
+    Keeper::State m_early;
+    std::unique_ptr<Application> m_application;
 };
 
 TEST_F(UnsavedWorkTest, IsListedByServiceInTheirOrderAndWhatIsCheckedIsSaved) {
-    QString sListed;
-    CloseAnd({[&](QDialog& oDialog) {
-        auto* pTree = oDialog.findChild<QTreeWidget*>();
-        for (int i = 0; i < pTree->topLevelItemCount(); ++i) {
-            sListed += pTree->topLevelItem(i)->text(0) + ":";
-            for (int k = 0; k < pTree->topLevelItem(i)->childCount(); ++k)
-                sListed += " " + pTree->topLevelItem(i)->child(k)->text(0);
-            sListed += ". ";
+    QString listed;
+    CloseAnd({[&](QDialog& dialog) {
+        auto* tree = dialog.findChild<QTreeWidget*>();
+        for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+            listed += tree->topLevelItem(i)->text(0) + ":";
+            for (int k = 0; k < tree->topLevelItem(i)->childCount(); ++k)
+                listed += " " + tree->topLevelItem(i)->child(k)->text(0);
+            listed += ". ";
         }
-        pTree->topLevelItem(1)->setCheckState(0, Qt::Unchecked); // the group, and with it its item
-        Button(oDialog, QDialogButtonBox::Save)->click();
+        tree->topLevelItem(1)->setCheckState(0, Qt::Unchecked); // the group, and with it its item
+        Button(dialog, QDialogButtonBox::Save)->click();
     }});
-    EXPECT_EQ(sListed, "Early: Notes Figures. Late: Draft. ");
-    EXPECT_FALSE(m_pApplication->Window().isVisible());
-    EXPECT_EQ(m_oEarly.sHeard, "save Notes save Figures complete end");
-    EXPECT_EQ(m_oLate.sHeard, "complete end");
+    EXPECT_EQ(listed, "Early: Notes Figures. Late: Draft. ");
+    EXPECT_FALSE(m_application->Window().isVisible());
+    EXPECT_EQ(m_early.heard, "save Notes save Figures complete end");
+    EXPECT_EQ(m_late.heard, "complete end");
 }
 
 TEST_F(UnsavedWorkTest, DiscardEndsAndCancelStays) {
     CloseAnd({Click(QDialogButtonBox::Cancel)});
-    EXPECT_TRUE(m_pApplication->Window().isVisible());
-    EXPECT_EQ(m_oEarly.sHeard, "cancelled ");
-    CloseAnd({[](QDialog& oDialog) {
-        auto* pTree = oDialog.findChild<QTreeWidget*>();
-        for (int i = 0; i < pTree->topLevelItemCount(); ++i)
-            pTree->topLevelItem(i)->setCheckState(0, Qt::Unchecked);
-        EXPECT_FALSE(Button(oDialog, QDialogButtonBox::Save)->isEnabled()) << "nothing is checked";
-        Button(oDialog, QDialogButtonBox::Discard)->click();
+    EXPECT_TRUE(m_application->Window().isVisible());
+    EXPECT_EQ(m_early.heard, "cancelled ");
+    CloseAnd({[](QDialog& dialog) {
+        auto* tree = dialog.findChild<QTreeWidget*>();
+        for (int i = 0; i < tree->topLevelItemCount(); ++i)
+            tree->topLevelItem(i)->setCheckState(0, Qt::Unchecked);
+        EXPECT_FALSE(Button(dialog, QDialogButtonBox::Save)->isEnabled()) << "nothing is checked";
+        Button(dialog, QDialogButtonBox::Discard)->click();
     }});
-    EXPECT_FALSE(m_pApplication->Window().isVisible());
-    EXPECT_EQ(m_oEarly.sHeard, "cancelled complete end");
+    EXPECT_FALSE(m_application->Window().isVisible());
+    EXPECT_EQ(m_early.heard, "cancelled complete end");
 }
 
 TEST_F(UnsavedWorkTest, FailingSaveIsShownKeepsTheApplicationOpenAndTheOthersAreSaved) {
-    m_oEarly.setFailing = {"Notes"};
-    QString sShown;
-    CloseAnd({Click(QDialogButtonBox::Save), [&](QDialog& oDialog) {
-                  for (const auto* pLabel : oDialog.findChildren<QLabel*>())
-                      sShown += pLabel->text() + "\n";
-                  oDialog.reject();
+    m_early.failing = {"Notes"};
+    QString shown;
+    CloseAnd({Click(QDialogButtonBox::Save), [&](QDialog& dialog) {
+                  for (const auto* label : dialog.findChildren<QLabel*>())
+                      shown += label->text() + "\n";
+                  dialog.reject();
               }});
-    EXPECT_TRUE(sShown.contains("“Notes” couldn't be saved: the disk is full")) << sShown.toStdString();
-    EXPECT_TRUE(m_pApplication->Window().isVisible());
-    EXPECT_EQ(m_oEarly.sHeard, "save Figures cancelled ");
-    EXPECT_EQ(m_oLate.sHeard, "save Draft cancelled ");
-    m_oEarly.setFailing.clear();
+    EXPECT_TRUE(shown.contains("“Notes” couldn't be saved: the disk is full")) << shown.toStdString();
+    EXPECT_TRUE(m_application->Window().isVisible());
+    EXPECT_EQ(m_early.heard, "save Figures cancelled ");
+    EXPECT_EQ(m_late.heard, "save Draft cancelled ");
+    m_early.failing.clear();
     CloseAnd({Click(QDialogButtonBox::Save)});
-    EXPECT_FALSE(m_pApplication->Window().isVisible());
+    EXPECT_FALSE(m_application->Window().isVisible());
 }
 
 TEST_F(UnsavedWorkTest, NothingUnsavedAsksNobody) {
-    m_oEarly.aUnsaved.clear();
-    m_oLate.aUnsaved.clear();
+    m_early.unsaved.clear();
+    m_late.unsaved.clear();
     CloseAnd({});
-    EXPECT_FALSE(m_pApplication->Window().isVisible());
-    EXPECT_EQ(m_oEarly.sHeard, "end");
+    EXPECT_FALSE(m_application->Window().isVisible());
+    EXPECT_EQ(m_early.heard, "end");
 }
 
 TEST_F(UnsavedWorkTest, PreferencesAreSearchedAppliedAndKept) {
-    m_oEarly.aUnsaved.clear();
-    m_oLate.aUnsaved.clear();
+    m_early.unsaved.clear();
+    m_late.unsaved.clear();
     QTimer::singleShot(200, [] {
-        QWidget* pDialog = QApplication::activeModalWidget();
-        ASSERT_TRUE(pDialog);
-        auto* pPages = pDialog->findChild<QListWidget*>();
-        QTest::keyClicks(pDialog->findChild<QLineEdit*>(), "toolbars icons");
-        EXPECT_FALSE(pPages->item(0)->isHidden()) << "found by what stands on the page";
-        QTest::keyClicks(pDialog->findChild<QLineEdit*>(), " zebra");
-        EXPECT_TRUE(pPages->item(0)->isHidden());
-        const auto aBoxes = pDialog->findChildren<QComboBox*>();
-        aBoxes[1]->setCurrentIndex(aBoxes[1]->findData(48));
-        aBoxes[2]->setCurrentIndex(aBoxes[2]->findData(true));
-        for (auto* pButton : pDialog->findChildren<QPushButton*>())
-            if (pButton->text() == "OK" || pButton->text() == "&OK")
-                pButton->click();
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        auto* pages = dialog->findChild<QListWidget*>();
+        QTest::keyClicks(dialog->findChild<QLineEdit*>(), "toolbars icons");
+        EXPECT_FALSE(pages->item(0)->isHidden()) << "found by what stands on the page";
+        QTest::keyClicks(dialog->findChild<QLineEdit*>(), " zebra");
+        EXPECT_TRUE(pages->item(0)->isHidden());
+        const auto boxes = dialog->findChildren<QComboBox*>();
+        boxes[1]->setCurrentIndex(boxes[1]->findData(48));
+        boxes[2]->setCurrentIndex(boxes[2]->findData(true));
+        for (auto* button : dialog->findChildren<QPushButton*>())
+            if (button->text() == "OK" || button->text() == "&OK")
+                button->click();
     });
-    EXPECT_TRUE(m_pApplication->Choose("Tools.Preferences"));
-    EXPECT_EQ(m_pApplication->Window().iconSize(), QSize(48, 48));
-    EXPECT_EQ(m_pApplication->Window().Area().viewMode(), QMdiArea::TabbedView);
-    m_pApplication.reset();
-    Application oAgain({m_oFolder.App(), false});
-    EXPECT_TRUE(oAgain.Start());
-    EXPECT_EQ(oAgain.Window().iconSize(), QSize(48, 48));
+    EXPECT_TRUE(m_application->Choose("Tools.Preferences"));
+    EXPECT_EQ(m_application->Window().iconSize(), QSize(48, 48));
+    EXPECT_EQ(m_application->Window().Area().viewMode(), QMdiArea::TabbedView);
+    m_application.reset();
+    Application again({m_folder.App(), false});
+    EXPECT_TRUE(again.Start());
+    EXPECT_EQ(again.Window().iconSize(), QSize(48, 48));
 }
 
 } // namespace

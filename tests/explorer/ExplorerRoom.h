@@ -76,7 +76,7 @@ private:
     void Hear(Event<const Ref<Object>&>& oEvent, const std::string& sName) {
         m_aSubscriptions.push_back(oEvent.Subscribe([this, sName](const Ref<Object>& oItem) {
             auto& oRecord = m_oApplication.Host().Recorded();
-            oRecord.aCalls.push_back({"Explorer", sName, {Variant(oRecord.IdOf(oItem))}, true});
+            oRecord.calls.push_back({"Explorer", sName, {Variant(oRecord.IdOf(oItem))}, true});
         }));
     }
 

@@ -132,7 +132,7 @@ TEST_F(Interaction, APlainRightButtonAsksForTheMenuOfTheActiveItem) {
     Tree()->MouseUp.Raise(RightButton, CtrlKey, 0, 0);
     EXPECT_EQ(m_oApplication.TakeCalls(), Lines());
     EXPECT_EQ(After("rightclick"), Lines{"Explorer OnContextMenu(E.Root#1/a)"});
-    EXPECT_EQ(m_oApplication.Host().Recorded().aPopups, Lines{"Context.Leaf"});
+    EXPECT_EQ(m_oApplication.Host().Recorded().popups, Lines{"Context.Leaf"});
 }
 
 TEST_F(Interaction, APressMovesTheSelectionAlone) {
@@ -164,7 +164,7 @@ TEST_F(Interaction, ADoubleClickDuringAnotherIsDropped) {
     EXPECT_EQ(After("dblclick"), Lines{"Explorer OnOpen(E.Root#1)"}); // a failure doesn't leave it shut
     const std::string sLine = "ExplorerManager.m_tvwActiveTreeView_DblClick 55";
     EXPECT_EQ(m_oApplication.TakeLog(), (Lines{sLine, sLine}));
-    EXPECT_TRUE(m_oApplication.Host().Recorded().aLog.back().bShown);
+    EXPECT_TRUE(m_oApplication.Host().Recorded().log.back().shown);
     EXPECT_FALSE(m_oApplication.Host().FirstFailure()); // it goes no further
 }
 
@@ -223,11 +223,11 @@ TEST_F(Interaction, Renaming) {
         EXPECT_EQ(After(std::string("rename ") + o.sText), o.aCalls);
         EXPECT_EQ(Tree(o.iTab)->SelectedItem()->Key(), o.sKey);
         EXPECT_EQ(Tree(o.iTab)->SelectedItem()->Text(), o.sLabel);
-        const auto& aMessages = m_oApplication.Host().Recorded().aMessages;
+        const auto& aMessages = m_oApplication.Host().Recorded().messages;
         ASSERT_EQ(aMessages.size(), *o.sMessage ? 1U : 0U);
         if (*o.sMessage) {
-            EXPECT_EQ(aMessages[0].sText, o.sMessage);
-            EXPECT_EQ(aMessages[0].sTitle, "Rename");
+            EXPECT_EQ(aMessages[0].text, o.sMessage);
+            EXPECT_EQ(aMessages[0].title, "Rename");
         }
         EXPECT_EQ(m_oApplication.TakeLog(), Lines());
     }

@@ -8,12 +8,12 @@ namespace {
 
 TEST(ExplorerMouse, ReportsInTheOrderOfTheControl) {
     struct Case {
-        const char* sName;
-        std::function<void(Room&)> fnDo;
-        const char* sReported;
-        const char* sSelected;
+        const char* name;
+        std::function<void(Room&)> work;
+        const char* reported;
+        const char* selected;
     };
-    const Case aCases[] = {
+    const Case cases[] = {
         {"LeftOnANode", [](Room& o) { o.Click(Qt::LeftButton, o.PointOf("B")); }, "down1/0 node:B click up1/0", "B"},
         {"LeftBesideAllNodes", [](Room& o) { o.Click(Qt::LeftButton, o.Outside()); }, "down1/0 click up1/0", "-"},
         {"PressAlone", [](Room& o) { o.Press(Qt::LeftButton, o.PointOf("B")); }, "down1/0", "B"},
@@ -47,65 +47,65 @@ TEST(ExplorerMouse, ReportsInTheOrderOfTheControl) {
          },
          "down1/0 click up1/0 down1/0 click up1/0", "A"},
     };
-    for (const Case& oCase : aCases) {
-        SCOPED_TRACE(oCase.sName);
-        Room oRoom;
-        oRoom.Fill();
-        oCase.fnDo(oRoom);
+    for (const Case& testCase : cases) {
+        SCOPED_TRACE(testCase.name);
+        Room room;
+        room.Fill();
+        testCase.work(room);
         Room::Turn();
-        EXPECT_EQ(oRoom.Reported(), oCase.sReported);
-        EXPECT_EQ(oRoom.Selected(), oCase.sSelected);
-        if (oRoom.Selected() != "-") {
-            EXPECT_EQ(oRoom.Shown(), oCase.sSelected);
+        EXPECT_EQ(room.Reported(), testCase.reported);
+        EXPECT_EQ(room.Selected(), testCase.selected);
+        if (room.Selected() != "-") {
+            EXPECT_EQ(room.Shown(), testCase.selected);
         }
     }
 }
 
 TEST(ExplorerMouse, BranchOpensAndClosesAndHitsNoNode) {
-    Room oRoom;
-    oRoom.Fill();
-    const QPoint oBranch(oRoom.View().visualRect(oRoom.View().IndexOf(oRoom.NodeOf("Root").Get())).left() - 5,
-                         oRoom.PointOf("Root").y());
-    oRoom.Click(Qt::LeftButton, oBranch);
-    EXPECT_FALSE(oRoom.NodeOf("Root")->Expanded());
-    EXPECT_EQ(oRoom.Rows(), "Root ");
-    oRoom.Click(Qt::LeftButton, oBranch);
-    EXPECT_TRUE(oRoom.NodeOf("Root")->Expanded());
-    EXPECT_EQ(oRoom.Reported(), "down1/0 click up1/0 down1/0 click up1/0");
+    Room room;
+    room.Fill();
+    const QPoint branch(room.View().visualRect(room.View().IndexOf(room.NodeOf("Root").Get())).left() - 5,
+                        room.PointOf("Root").y());
+    room.Click(Qt::LeftButton, branch);
+    EXPECT_FALSE(room.NodeOf("Root")->Expanded());
+    EXPECT_EQ(room.Rows(), "Root ");
+    room.Click(Qt::LeftButton, branch);
+    EXPECT_TRUE(room.NodeOf("Root")->Expanded());
+    EXPECT_EQ(room.Reported(), "down1/0 click up1/0 down1/0 click up1/0");
 }
 
 TEST(ExplorerMouse, SlowSecondClickRenames) {
-    Room oRoom;
-    oRoom.Fill();
+    Room room;
+    room.Fill();
     QApplication::setDoubleClickInterval(40);
-    oRoom.View().setFocus();
-    oRoom.Click(Qt::LeftButton, oRoom.PointOf("B"));
+    room.View().setFocus();
+    room.Click(Qt::LeftButton, room.PointOf("B"));
     QTest::qWait(120);
-    EXPECT_EQ(oRoom.Editor(), nullptr);
-    oRoom.Click(Qt::LeftButton, oRoom.PointOf("B"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return oRoom.Editor() != nullptr; }));
+    EXPECT_EQ(room.Editor(), nullptr);
+    room.Click(Qt::LeftButton, room.PointOf("B"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return room.Editor() != nullptr; }));
 }
 
 TEST(ExplorerMouse, FailureOfASubscriberIsCaughtAndTheTreeGoesOn) {
-    Room oRoom;
-    oRoom.Fill();
+    Room room;
+    room.Fill();
     {
-        const auto oFailing = oRoom.Tree()->NodeClick.Subscribe([](const Ref<Node>&) { Fail(5, "no way"); });
-        oRoom.Click(Qt::LeftButton, oRoom.PointOf("A"));
+        const auto failing = room.Tree()->NodeClick.Subscribe([](const Ref<Node>&) { Fail(5, "no way"); });
+        room.Click(Qt::LeftButton, room.PointOf("A"));
     }
-    EXPECT_EQ(oRoom.m_sFailure, "no way");
-    oRoom.Reported();
-    oRoom.Click(Qt::LeftButton, oRoom.PointOf("B"));
-    EXPECT_EQ(oRoom.Reported(), "down1/0 node:B click up1/0");
+    EXPECT_EQ(room.m_failure, "no way");
+    room.Reported();
+    room.Click(Qt::LeftButton, room.PointOf("B"));
+    EXPECT_EQ(room.Reported(), "down1/0 node:B click up1/0");
 }
 
 TEST(ExplorerKeys, ReportAsTheMouseDoes) {
     struct Case {
-        const char* sName;
-        std::function<void(Room&)> fnDo;
-        const char* sReported;
+        const char* name;
+        std::function<void(Room&)> work;
+        const char* reported;
     };
-    const Case aCases[] = {
+    const Case cases[] = {
         {"Down", [](Room& o) { o.Key(Qt::Key_Down); }, "node:B"},
         {"Home", [](Room& o) { o.Key(Qt::Key_Home); }, "node:Root"},
         {"End", [](Room& o) { o.Key(Qt::Key_End); }, "node:C"},
@@ -128,183 +128,182 @@ TEST(ExplorerKeys, ReportAsTheMouseDoes) {
          },
          ""},
     };
-    for (const Case& oCase : aCases) {
-        SCOPED_TRACE(oCase.sName);
-        Room oRoom;
-        oRoom.Fill();
-        oRoom.View().setFocus();
-        oRoom.NodeOf("A")->SetSelected(true);
+    for (const Case& testCase : cases) {
+        SCOPED_TRACE(testCase.name);
+        Room room;
+        room.Fill();
+        room.View().setFocus();
+        room.NodeOf("A")->SetSelected(true);
         Room::Turn();
-        oCase.fnDo(oRoom);
-        EXPECT_EQ(oRoom.Reported(), oCase.sReported);
+        testCase.work(room);
+        EXPECT_EQ(room.Reported(), testCase.reported);
     }
 }
 
 TEST(ExplorerKeys, FocusAloneSelectsNothing) {
-    Room oRoom;
-    oRoom.Fill();
-    oRoom.View().setFocus(Qt::TabFocusReason);
+    Room room;
+    room.Fill();
+    room.View().setFocus(Qt::TabFocusReason);
     Room::Turn();
-    EXPECT_EQ(oRoom.Selected(), "-");
-    EXPECT_EQ(oRoom.Reported(), "");
+    EXPECT_EQ(room.Selected(), "-");
+    EXPECT_EQ(room.Reported(), "");
 }
 
 TEST(ExplorerMenu, BelongsToThePointerOrToTheItem) {
-    Room oRoom;
-    oRoom.Fill();
-    QWidget* pViewport = oRoom.View().viewport();
-    QPoint oPlaceAtRelease;
-    const auto oUp =
-        oRoom.Tree()->MouseUp.Subscribe([&](Long, Long, Single, Single) { oPlaceAtRelease = oRoom.m_oPopupPlace; });
-    oRoom.Click(Qt::RightButton, oRoom.PointOf("B"));
-    EXPECT_EQ(oPlaceAtRelease, pViewport->mapToGlobal(oRoom.PointOf("B")));
-    oRoom.Key(Qt::Key_Menu);
-    EXPECT_EQ(oPlaceAtRelease,
-              pViewport->mapToGlobal(oRoom.View().visualRect(oRoom.View().currentIndex()).bottomLeft()));
+    Room room;
+    room.Fill();
+    QWidget* viewport = room.View().viewport();
+    QPoint placeAtRelease;
+    const auto up =
+        room.Tree()->MouseUp.Subscribe([&](Long, Long, Single, Single) { placeAtRelease = room.m_popupPlace; });
+    room.Click(Qt::RightButton, room.PointOf("B"));
+    EXPECT_EQ(placeAtRelease, viewport->mapToGlobal(room.PointOf("B")));
+    room.Key(Qt::Key_Menu);
+    EXPECT_EQ(placeAtRelease, viewport->mapToGlobal(room.View().visualRect(room.View().currentIndex()).bottomLeft()));
 }
 
 TEST(ExplorerTabs, PersonsChangeIsToldToTheStripAndTheStripsIsFollowed) {
-    Room oRoom;
-    std::vector<Long> aPrevious;
-    const auto oClick = oRoom.m_oStrip->Click.Subscribe([&](Long lPrevious) { aPrevious.push_back(lPrevious); });
-    QTabBar* pBar = oRoom.m_oPanel.TabBar();
-    QTest::mouseClick(pBar, Qt::LeftButton, {}, pBar->tabRect(1).center());
-    EXPECT_EQ(oRoom.m_oStrip->Tab(), 1);
-    EXPECT_EQ(oRoom.m_oPanel.CurrentPage(), oRoom.m_oPanel.Page(1));
-    EXPECT_EQ(aPrevious, std::vector<Long>{0});
+    Room room;
+    std::vector<Long> previous;
+    const auto click = room.m_strip->Click.Subscribe([&](Long previouCount) { previous.push_back(previouCount); });
+    QTabBar* bar = room.m_panel.TabBar();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(1).center());
+    EXPECT_EQ(room.m_strip->Tab(), 1);
+    EXPECT_EQ(room.m_panel.CurrentPage(), room.m_panel.Page(1));
+    EXPECT_EQ(previous, std::vector<Long>{0});
 
-    oRoom.m_oStrip->SetTab(0);
-    oRoom.m_oStrip->SetCaption("R&D");
+    room.m_strip->SetTab(0);
+    room.m_strip->SetCaption("R&D");
     Room::Turn();
-    EXPECT_EQ(pBar->currentIndex(), 0);
-    EXPECT_EQ(pBar->tabText(0), "R&&D");
-    EXPECT_EQ(oRoom.m_oPanel.CurrentPage(), oRoom.m_oPanel.Page(0));
-    EXPECT_EQ(aPrevious.size(), 1u);
+    EXPECT_EQ(bar->currentIndex(), 0);
+    EXPECT_EQ(bar->tabText(0), "R&&D");
+    EXPECT_EQ(room.m_panel.CurrentPage(), room.m_panel.Page(0));
+    EXPECT_EQ(previous.size(), 1u);
 }
 
 TEST(ExplorerTabs, ResizeTellsTheStripInTwipsBeforeTheForm) {
-    Room oRoom;
-    std::string sBounds;
-    const auto oResize = oRoom.m_oForm->Resize.Subscribe([&] {
-        sBounds = std::to_string(std::lround(oRoom.m_oStrip->Width())) + "x" +
-                  std::to_string(std::lround(oRoom.m_oStrip->Height()));
+    Room room;
+    std::string bounds;
+    const auto resize = room.m_form->Resize.Subscribe([&] {
+        bounds = std::to_string(std::lround(room.m_strip->Width())) + "x" +
+                 std::to_string(std::lround(room.m_strip->Height()));
     });
-    oRoom.m_oPanel.resize(300, 500);
+    room.m_panel.resize(300, 500);
     Room::Turn();
-    EXPECT_EQ(sBounds, "4500x7500");
+    EXPECT_EQ(bounds, "4500x7500");
 }
 
 class ExplorerRename : public testing::Test {
 protected:
     ExplorerRename() {
-        oRoom.Fill();
-        oRoom.View().setFocus();
-        oRoom.NodeOf("B")->SetSelected(true);
-        oBefore = oRoom.Tree()->BeforeLabelEdit.Subscribe([this](bool& bCancel) {
-            bCancel = bForbidden;
-            oRoom.Tree()->SelectedItem()->SetText("edit text");
+        room.Fill();
+        room.View().setFocus();
+        room.NodeOf("B")->SetSelected(true);
+        before = room.Tree()->BeforeLabelEdit.Subscribe([this](bool& cancel) {
+            cancel = forbidden;
+            room.Tree()->SelectedItem()->SetText("edit text");
         });
-        oAfter = oRoom.Tree()->AfterLabelEdit.Subscribe([this](bool& bCancel, std::string& sText) {
-            bEditorOpenAtCommit = oRoom.Editor() && oRoom.Editor()->isVisible();
-            sTyped = sText;
-            bCancel = sText == "taken";
-            sText = "<" + sText + ">";
+        after = room.Tree()->AfterLabelEdit.Subscribe([this](bool& cancel, std::string& text) {
+            editorOpenAtCommit = room.Editor() && room.Editor()->isVisible();
+            typed = text;
+            cancel = text == "taken";
+            text = "<" + text + ">";
         });
     }
     // F2, and then the text in the editor.
-    void Type(const QString& sText) {
-        oRoom.Key(Qt::Key_F2);
-        ASSERT_NE(oRoom.Editor(), nullptr);
-        EXPECT_EQ(oRoom.Editor()->text(), "edit text");
-        EXPECT_EQ(oRoom.Editor()->selectedText(), "edit text");
-        QTest::keyClicks(oRoom.Editor(), sText);
+    void Type(const QString& text) {
+        room.Key(Qt::Key_F2);
+        ASSERT_NE(room.Editor(), nullptr);
+        EXPECT_EQ(room.Editor()->text(), "edit text");
+        EXPECT_EQ(room.Editor()->selectedText(), "edit text");
+        QTest::keyClicks(room.Editor(), text);
     }
-    void End(Qt::Key eKey) {
-        QTest::keyClick(oRoom.Editor(), eKey);
+    void End(Qt::Key key) {
+        QTest::keyClick(room.Editor(), key);
         Room::Turn();
     }
-    Room oRoom;
-    bool bForbidden = false;
-    bool bEditorOpenAtCommit = false;
-    std::string sTyped = "-";
-    Subscription oBefore;
-    Subscription oAfter;
+    Room room;
+    bool forbidden = false;
+    bool editorOpenAtCommit = false;
+    std::string typed = "-";
+    Subscription before;
+    Subscription after;
 };
 
 TEST_F(ExplorerRename, EnterCommits) {
     Type("new");
-    (void)oRoom.Reported();
+    (void)room.Reported();
     End(Qt::Key_Return);
-    EXPECT_EQ(oRoom.Reported(), "") << "the key that ends the edit doesn't open the item";
-    EXPECT_EQ(oRoom.NodeOf("B")->Text(), "<new>");
-    EXPECT_FALSE(bEditorOpenAtCommit);
-    EXPECT_FALSE(oRoom.Tree()->IsEditingLabel());
-    EXPECT_EQ(oRoom.Rows(), "Root .A .<new> .C ");
+    EXPECT_EQ(room.Reported(), "") << "the key that ends the edit doesn't open the item";
+    EXPECT_EQ(room.NodeOf("B")->Text(), "<new>");
+    EXPECT_FALSE(editorOpenAtCommit);
+    EXPECT_FALSE(room.Tree()->IsEditingLabel());
+    EXPECT_EQ(room.Rows(), "Root .A .<new> .C ");
 }
 
 TEST_F(ExplorerRename, EscapeCancels) {
     Type("new");
     End(Qt::Key_Escape);
-    EXPECT_EQ(oRoom.NodeOf("B")->Text(), "edit text"); // what the edit began with
-    EXPECT_EQ(sTyped, "-");
+    EXPECT_EQ(room.NodeOf("B")->Text(), "edit text"); // what the edit began with
+    EXPECT_EQ(typed, "-");
 }
 
 TEST_F(ExplorerRename, FocusLossCommits) {
     Type("new");
-    oRoom.Page().Filter()->setFocus();
+    room.Page().Filter()->setFocus();
     Room::Turn();
-    EXPECT_EQ(oRoom.NodeOf("B")->Text(), "<new>");
+    EXPECT_EQ(room.NodeOf("B")->Text(), "<new>");
 }
 
 TEST_F(ExplorerRename, PressElsewhereCommitsBeforeTheSelectionMoves) {
     Type("new");
-    oRoom.Click(Qt::LeftButton, oRoom.PointOf("C"));
-    EXPECT_EQ(oRoom.NodeOf("B")->Text(), "<new>");
-    EXPECT_EQ(oRoom.Selected(), "C");
+    room.Click(Qt::LeftButton, room.PointOf("C"));
+    EXPECT_EQ(room.NodeOf("B")->Text(), "<new>");
+    EXPECT_EQ(room.Selected(), "C");
 }
 
 TEST_F(ExplorerRename, RefusedTextPutsTheLabelBackThatTheEditBeganWith) {
     Type("taken");
     End(Qt::Key_Return);
-    EXPECT_EQ(sTyped, "taken");
-    EXPECT_EQ(oRoom.Rows(), "Root .A .edit text .C ");
-    EXPECT_EQ(oRoom.Editor(), nullptr);
+    EXPECT_EQ(typed, "taken");
+    EXPECT_EQ(room.Rows(), "Root .A .edit text .C ");
+    EXPECT_EQ(room.Editor(), nullptr);
 }
 
 TEST_F(ExplorerRename, ForbiddenOpensNoEditor) {
-    bForbidden = true;
-    oRoom.Key(Qt::Key_F2);
-    EXPECT_EQ(oRoom.Editor(), nullptr);
-    EXPECT_EQ(oRoom.NodeOf("B")->Text(), "B");
+    forbidden = true;
+    room.Key(Qt::Key_F2);
+    EXPECT_EQ(room.Editor(), nullptr);
+    EXPECT_EQ(room.NodeOf("B")->Text(), "B");
 }
 
 TEST_F(ExplorerRename, NewNodeIsRenamedInTheSameTurnAndSurvivesItsEnd) {
-    oRoom.Add("Root", "D");
-    oRoom.Tree()->SetSelectedItem(oRoom.NodeOf("D"));
-    oRoom.Tree()->StartLabelEdit();
+    room.Add("Root", "D");
+    room.Tree()->SetSelectedItem(room.NodeOf("D"));
+    room.Tree()->StartLabelEdit();
     Room::Turn();
-    ASSERT_NE(oRoom.Editor(), nullptr);
+    ASSERT_NE(room.Editor(), nullptr);
     End(Qt::Key_Return);
-    EXPECT_EQ(oRoom.NodeOf("D")->Text(), "<edit text>");
+    EXPECT_EQ(room.NodeOf("D")->Text(), "<edit text>");
 }
 
 TEST_F(ExplorerRename, NodeThatGoesTakesTheEditorAlong) {
     Type("new");
-    oRoom.Tree()->GetNodes()->Remove("B");
+    room.Tree()->GetNodes()->Remove("B");
     Room::Turn();
-    EXPECT_EQ(oRoom.Editor(), nullptr);
-    EXPECT_EQ(oRoom.Rows(), "Root .A .C ");
-    oRoom.Key(Qt::Key_Home);
-    oRoom.Key(Qt::Key_F2);
-    EXPECT_NE(oRoom.Editor(), nullptr);
+    EXPECT_EQ(room.Editor(), nullptr);
+    EXPECT_EQ(room.Rows(), "Root .A .C ");
+    room.Key(Qt::Key_Home);
+    room.Key(Qt::Key_F2);
+    EXPECT_NE(room.Editor(), nullptr);
 }
 
 TEST_F(ExplorerRename, TreeThatNobodySeesEndsTheEditAtOnce) {
-    oRoom.m_oStrip->SetTab(1);
+    room.m_strip->SetTab(1);
     Room::Turn();
-    oRoom.Tree()->StartLabelEdit();
-    EXPECT_FALSE(oRoom.Tree()->IsEditingLabel());
-    EXPECT_EQ(sTyped, "-");
+    room.Tree()->StartLabelEdit();
+    EXPECT_FALSE(room.Tree()->IsEditingLabel());
+    EXPECT_EQ(typed, "-");
 }
 
 } // namespace

@@ -17,37 +17,36 @@ public:
     Room() {
         AddTree("Studies");
         AddTree("Library");
-        m_oStrip->SetTab(0);
-        m_oPanel.resize(260, 400);
-        m_oPanel.show();
+        m_strip->SetTab(0);
+        m_panel.resize(260, 400);
+        m_panel.show();
         Turn();
         Listen();
-        QObject::connect(&m_oPanel, &ExplorerPanel::PopupPlace,
-                         [this](const QPoint& oPoint) { m_oPopupPlace = oPoint; });
+        QObject::connect(&m_panel, &ExplorerPanel::PopupPlace, [this](const QPoint& point) { m_popupPlace = point; });
     }
 
     // One tab with its tree, as the explorer makes them.
-    Ref<TreeView> AddTree(const std::string& sName) {
-        const Long lTab = m_oStrip->Tabs();
-        m_oStrip->SetTabs(lTab + 1);
-        m_oStrip->SetTab(lTab);
-        m_oStrip->SetCaption(sName);
-        const auto oTree = m_oForm->AddControl("MSComctlLib.TreeCtrl.2", sName).As<TreeView>();
-        oTree->SetImageList(New<ImageList>());
-        oTree->SetVisible(true);
-        return oTree;
+    Ref<TreeView> AddTree(const std::string& name) {
+        const Long tab = m_strip->Tabs();
+        m_strip->SetTabs(tab + 1);
+        m_strip->SetTab(tab);
+        m_strip->SetCaption(name);
+        const auto tree = m_form->AddControl("MSComctlLib.TreeCtrl.2", name).As<TreeView>();
+        tree->SetImageList(New<ImageList>());
+        tree->SetVisible(true);
+        return tree;
     }
 
     // A root "Root" that is open, with children A, B and C.
     void Fill() {
         Add("", "Root")->SetExpanded(true);
-        for (const char* sKey : {"A", "B", "C"})
-            Add("Root", sKey);
+        for (const char* key : {"A", "B", "C"})
+            Add("Root", key);
         Turn();
     }
-    Ref<Node> Add(const std::string& sParent, const std::string& sKey) {
-        return Tree()->GetNodes()->Add(sParent, sParent.empty() ? NodeRelationship::First : NodeRelationship::Child,
-                                       sKey, sKey);
+    Ref<Node> Add(const std::string& parent, const std::string& key) {
+        return Tree()->GetNodes()->Add(parent, parent.empty() ? NodeRelationship::First : NodeRelationship::Child, key,
+                                       key);
     }
 
     static void Turn() {
@@ -55,33 +54,33 @@ public:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    Ref<TreeView> Tree() { return m_oForm->Control("Studies").As<TreeView>(); }
-    Ref<Node> NodeOf(const std::string& sKey) { return Tree()->GetNodes()->Item(sKey); }
-    ExplorerPage& Page() { return *m_oPanel.Page(0); }
+    Ref<TreeView> Tree() { return m_form->Control("Studies").As<TreeView>(); }
+    Ref<Node> NodeOf(const std::string& key) { return Tree()->GetNodes()->Item(key); }
+    ExplorerPage& Page() { return *m_panel.Page(0); }
     ExplorerTree& View() { return *Page().Tree(); }
-    QPoint PointOf(const std::string& sKey) {
-        return View().visualRect(View().IndexOf(NodeOf(sKey).Get())).adjusted(4, 0, 0, 0).topLeft() + QPoint(0, 5);
+    QPoint PointOf(const std::string& key) {
+        return View().visualRect(View().IndexOf(NodeOf(key).Get())).adjusted(4, 0, 0, 0).topLeft() + QPoint(0, 5);
     }
     QPoint Outside() { return View().viewport()->rect().bottomRight() - QPoint(5, 5); }
 
-    void Press(Qt::MouseButton eButton, const QPoint& oPoint, Qt::KeyboardModifiers eModifiers = {}) {
-        QTest::mousePress(View().viewport(), eButton, eModifiers, oPoint);
+    void Press(Qt::MouseButton button, const QPoint& point, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mousePress(View().viewport(), button, modifiers, point);
     }
-    void Release(Qt::MouseButton eButton, const QPoint& oPoint, Qt::KeyboardModifiers eModifiers = {}) {
-        QTest::mouseRelease(View().viewport(), eButton, eModifiers, oPoint);
+    void Release(Qt::MouseButton button, const QPoint& point, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseRelease(View().viewport(), button, modifiers, point);
         Turn();
     }
-    void Click(Qt::MouseButton eButton, const QPoint& oPoint, Qt::KeyboardModifiers eModifiers = {}) {
-        Press(eButton, oPoint, eModifiers);
-        Release(eButton, oPoint, eModifiers);
+    void Click(Qt::MouseButton button, const QPoint& point, Qt::KeyboardModifiers modifiers = {}) {
+        Press(button, point, modifiers);
+        Release(button, point, modifiers);
     }
-    void DoubleClick(const QPoint& oPoint) {
-        Click(Qt::LeftButton, oPoint);
-        QTest::mouseDClick(View().viewport(), Qt::LeftButton, {}, oPoint);
-        Release(Qt::LeftButton, oPoint);
+    void DoubleClick(const QPoint& point) {
+        Click(Qt::LeftButton, point);
+        QTest::mouseDClick(View().viewport(), Qt::LeftButton, {}, point);
+        Release(Qt::LeftButton, point);
     }
-    void Key(int iKey, Qt::KeyboardModifiers eModifiers = {}) {
-        QTest::keyClick(&View(), static_cast<Qt::Key>(iKey), eModifiers);
+    void Key(int key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&View(), static_cast<Qt::Key>(key), modifiers);
         Turn();
     }
     // The inline editor, or null when none is open.
@@ -90,53 +89,53 @@ public:
     std::string Selected() { return Tree()->SelectedItem() ? Tree()->SelectedItem()->Key() : "-"; }
     std::string Shown() { return View().selectionModel()->selectedIndexes().value(0).data().toString().toStdString(); }
     // What the tree reported since the last call.
-    std::string Reported() { return std::exchange(m_sReported, {}); }
+    std::string Reported() { return std::exchange(m_reported, {}); }
     // The texts of all rows that the view shows, from the top, by depth of their indentation.
     std::string Rows() {
-        std::string sRows;
-        for (QModelIndex oIndex = View().model()->index(0, 0); oIndex.isValid(); oIndex = View().indexBelow(oIndex)) {
-            for (QModelIndex oAbove = oIndex.parent(); oAbove.isValid(); oAbove = oAbove.parent())
-                sRows += '.';
-            sRows += oIndex.data().toString().toStdString() + " ";
+        std::string rows;
+        for (QModelIndex index = View().model()->index(0, 0); index.isValid(); index = View().indexBelow(index)) {
+            for (QModelIndex above = index.parent(); above.isValid(); above = above.parent())
+                rows += '.';
+            rows += index.data().toString().toStdString() + " ";
         }
-        return sRows;
+        return rows;
     }
 
-    Ref<PanelForm> m_oForm = New<PanelForm>();
-    Ref<TabStrip> m_oStrip = m_oForm->Control("tabExplorer").As<TabStrip>();
-    std::string m_sFailure;
-    ExplorerPanel m_oPanel{m_oForm, [this](const std::function<void()>& fnCall) {
-                               try {
-                                   fnCall();
-                               } catch (const Failure& oFailure) {
-                                   m_sFailure = oFailure.Description;
-                               }
-                           }};
-    QPoint m_oPopupPlace;
-    std::vector<Subscription> m_aSubscriptions;
+    Ref<PanelForm> m_form = New<PanelForm>();
+    Ref<TabStrip> m_strip = m_form->Control("tabExplorer").As<TabStrip>();
+    std::string m_failure;
+    ExplorerPanel m_panel{m_form, [this](const std::function<void()>& call) {
+                              try {
+                                  call();
+                              } catch (const Failure& failure) {
+                                  m_failure = failure.Description;
+                              }
+                          }};
+    QPoint m_popupPlace;
+    std::vector<Subscription> m_subscriptions;
 
 private:
-    void Note(const std::string& sWhat) { m_sReported += (m_sReported.empty() ? "" : " ") + sWhat; }
+    void Note(const std::string& what) { m_reported += (m_reported.empty() ? "" : " ") + what; }
 
     // As the explorer does, the press selects what it hits.
     void Listen() {
-        const auto oTree = Tree();
-        const auto Keep = [this](Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); };
-        Keep(oTree->MouseDown.Subscribe([this](Long lButton, Long lShift, Single x, Single y) {
-            Note("down" + std::to_string(lButton) + "/" + std::to_string(lShift));
-            if (const Ref<Node> oNode = Tree()->HitTest(x, y))
-                oNode->SetSelected(true);
+        const auto tree = Tree();
+        const auto Keep = [this](Subscription subscription) { m_subscriptions.push_back(std::move(subscription)); };
+        Keep(tree->MouseDown.Subscribe([this](Long button, Long shift, Single x, Single y) {
+            Note("down" + std::to_string(button) + "/" + std::to_string(shift));
+            if (const Ref<Node> node = Tree()->HitTest(x, y))
+                node->SetSelected(true);
         }));
-        Keep(oTree->MouseUp.Subscribe([this](Long lButton, Long lShift, Single, Single) {
-            Note("up" + std::to_string(lButton) + "/" + std::to_string(lShift));
+        Keep(tree->MouseUp.Subscribe([this](Long button, Long shift, Single, Single) {
+            Note("up" + std::to_string(button) + "/" + std::to_string(shift));
         }));
-        Keep(oTree->NodeClick.Subscribe(
-            [this](const Ref<Node>& oNode) { Note("node:" + oNode->Key() + (oNode->Selected() ? "" : "!")); }));
-        Keep(oTree->Click.Subscribe([this] { Note("click"); }));
-        Keep(oTree->DblClick.Subscribe([this] { Note("open:" + Selected()); }));
+        Keep(tree->NodeClick.Subscribe(
+            [this](const Ref<Node>& node) { Note("node:" + node->Key() + (node->Selected() ? "" : "!")); }));
+        Keep(tree->Click.Subscribe([this] { Note("click"); }));
+        Keep(tree->DblClick.Subscribe([this] { Note("open:" + Selected()); }));
     }
 
-    std::string m_sReported;
+    std::string m_reported;
 };
 
 } // namespace corvane::desktop

@@ -12,8 +12,8 @@ namespace corvane::fuzz {
 class FuzzedFolder {
 public:
     FuzzedFolder() {
-        std::filesystem::create_directory(m_oFolder.Path("Services"));
-        std::filesystem::copy_file(CORVANE_SCHEMA, m_oFolder.Path("Services/Service.xdr"));
+        std::filesystem::create_directory(m_folder.Path("Services"));
+        std::filesystem::copy_file(CORVANE_SCHEMA, m_folder.Path("Services/Service.xdr"));
         Write("Base.xml", R"(<Service Name="Base" ProgID="Corvane.Framework" Active="True"><ActionItems>
 <ActionItem Name="File"/><ActionItem Name="View"/><ActionItem Name="Exit" Action="AppExit"/>
 <ActionItem Name="Navigation" Action="ViewNavigation" PassActionItemParam="True"/></ActionItems><Menus>
@@ -23,13 +23,13 @@ public:
 <MenuItem Type="MenuItem" ActionItem="Exit" Path="File" PositionOrder="900"/></Menus></Service>)");
     }
 
-    void Write(const std::string& sFile, std::string_view sBytes) const {
-        (void)m_oFolder.Write("Services/" + sFile, sBytes);
+    void Write(const std::string& file, std::string_view bytes) const {
+        (void)m_folder.Write("Services/" + file, bytes);
     }
-    [[nodiscard]] const std::string& Path() const { return m_oFolder.Path(); }
+    [[nodiscard]] const std::string& Path() const { return m_folder.Path(); }
 
 private:
-    test::TemporaryFolder m_oFolder;
+    test::TemporaryFolder m_folder;
 };
 
 } // namespace corvane::fuzz

@@ -12,24 +12,24 @@
 
 using namespace corvane;
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize) {
-    static const fuzz::FuzzedFolder oFolder;
-    oFolder.Write("Fuzzed.xml", {reinterpret_cast<const char*>(pData), nSize});
-    const auto aFindings = check::Check({oFolder.Path(), false});
-    (void)check::AsSarif(aFindings, "0");
-    const bool bErrors = std::any_of(aFindings.begin(), aFindings.end(), [](const check::Finding& o) {
-        return check::TextOf(o.eRule).eSeverity == check::Severity::Error;
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const fuzz::FuzzedFolder folder;
+    folder.Write("Fuzzed.xml", {reinterpret_cast<const char*>(data), size});
+    const auto findings = check::Check({folder.Path(), false});
+    (void)check::AsSarif(findings, "0");
+    const bool errors = std::any_of(findings.begin(), findings.end(), [](const check::Finding& o) {
+        return check::TextOf(o.rule).severity == check::Severity::Error;
     });
     // The root object as its own start service calls itself until the stack is used up.
-    if (std::any_of(aFindings.begin(), aFindings.end(),
-                    [](const check::Finding& o) { return o.eRule == check::Rule::StartServiceFramework; }))
+    if (std::any_of(findings.begin(), findings.end(),
+                    [](const check::Finding& o) { return o.rule == check::Rule::StartServiceFramework; }))
         return 0;
-    inspect::ModelHost oHost({oFolder.Path(), true, nullptr});
-    const bool bStarted = oHost.Start();
-    const bool bShown = std::any_of(oHost.Recorded().aLog.begin(), oHost.Recorded().aLog.end(),
-                                    [](const auto& oEntry) { return oEntry.bShown; });
-    if (!bErrors && (bShown || !bStarted)) {
-        std::fputs(inspect::TextDocument(oHost, {}).c_str(), stderr);
+    inspect::ModelHost host({folder.Path(), true, nullptr});
+    const bool started = host.Start();
+    const bool shown = std::any_of(host.Recorded().log.begin(), host.Recorded().log.end(),
+                                   [](const auto& entry) { return entry.shown; });
+    if (!errors && (shown || !started)) {
+        std::fputs(inspect::TextDocument(host, {}).c_str(), stderr);
         std::abort();
     }
     return 0;

@@ -11,7 +11,7 @@ using namespace corvane;
 
 namespace {
 
-constexpr const char* sService = R"(<Service Name="S" ProgID="P.S" Active="True" IsStartService="True">
+constexpr const char* service = R"(<Service Name="S" ProgID="P.S" Active="True" IsStartService="True">
 <ActionItems><ActionItem Name="A" Action="OnA"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10"/>
 <MenuItem Type="ToolbarItem" ActionItem="A" Path="T" PositionOrder="10"/></Menus>
@@ -25,29 +25,29 @@ constexpr const char* sService = R"(<Service Name="S" ProgID="P.S" Active="True"
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nSize) {
-    static const fuzz::FuzzedFolder oFolder;
-    static const bool bWritten = [] {
-        oFolder.Write("S.xml", sService);
-        std::ofstream(oFolder.Path() + "/standins.json")
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const fuzz::FuzzedFolder folder;
+    static const bool written = [] {
+        folder.Write("S.xml", service);
+        std::ofstream(folder.Path() + "/standins.json")
             << R"({"objects": {"P.R": {"name": "R", "children": [{"name": "a"}, {"name": "b"}]}}})";
         return true;
     }();
-    (void)bWritten;
-    std::istringstream oStream(std::string(reinterpret_cast<const char*>(pData), nSize));
-    std::vector<inspect::Step> aSteps;
+    (void)written;
+    std::istringstream stream(std::string(reinterpret_cast<const char*>(data), size));
+    std::vector<inspect::Step> steps;
     try {
-        aSteps = inspect::ReadSteps(oStream, "steps");
+        steps = inspect::ReadSteps(stream, "steps");
     } catch (const Failure&) {
         return -1; // not worth keeping
     }
-    if (aSteps.size() > 50)
+    if (steps.size() > 50)
         return -1;
-    inspect::ModelHost oHost({oFolder.Path(), true, nullptr});
-    if (!oHost.Start())
+    inspect::ModelHost host({folder.Path(), true, nullptr});
+    if (!host.Start())
         std::abort();
-    inspect::TakeAll(oHost, aSteps);
-    (void)inspect::JsonDocument(oHost, {true, true, true, true});
-    (void)inspect::TextDocument(oHost, {});
+    inspect::TakeAll(host, steps);
+    (void)inspect::JsonDocument(host, {true, true, true, true});
+    (void)inspect::TextDocument(host, {});
     return 0;
 }

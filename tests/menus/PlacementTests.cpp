@@ -283,7 +283,7 @@ TEST(ContextMenus, OrderAndDefaultMark) {
         else
             EXPECT_FALSE(oApplication.Host().Bar()->Bands()->Find("Context.T"));
         oApplication.Take("populate\nnode 0 T\nrightclick");
-        EXPECT_EQ(oApplication.Host().Recorded().aPopups, oCase.sText ? Lines{"Context.T"} : Lines());
+        EXPECT_EQ(oApplication.Host().Recorded().popups, oCase.sText ? Lines{"Context.T"} : Lines());
     }
 }
 

@@ -38,7 +38,7 @@
 namespace corvane::desktop {
 namespace {
 
-constexpr QSize oWindowSize(1000, 780);
+constexpr QSize windowSize(1000, 780);
 
 void Settle() {
     for (int i = 0; i < 20; ++i)
@@ -46,256 +46,256 @@ void Settle() {
 }
 
 // With a line around it, which stands for the frame that the desktop draws.
-QPixmap Framed(const QPixmap& oPicture) {
-    QPixmap oFramed = oPicture;
-    QPainter oPainter(&oFramed);
-    oPainter.setPen(QColor(0x80, 0x80, 0x80));
-    oPainter.drawRect(
-        QRectF(0, 0, oFramed.deviceIndependentSize().width() - 1, oFramed.deviceIndependentSize().height() - 1));
-    return oFramed;
+QPixmap Framed(const QPixmap& picture) {
+    QPixmap framed = picture;
+    QPainter painter(&framed);
+    painter.setPen(QColor(0x80, 0x80, 0x80));
+    painter.drawRect(
+        QRectF(0, 0, framed.deviceIndependentSize().width() - 1, framed.deviceIndependentSize().height() - 1));
+    return framed;
 }
 
-QPixmap Grab(QWidget& oWidget) {
+QPixmap Grab(QWidget& widget) {
     Settle();
-    return Framed(oWidget.grab());
+    return Framed(widget.grab());
 }
 
 void Discard() {
-    const QWidget* pModal = QApplication::activeModalWidget();
-    for (auto* pButton : pModal ? pModal->findChildren<QAbstractButton*>() : QList<QAbstractButton*>())
-        if (pButton->text().remove('&').startsWith("Discard"))
-            pButton->click();
+    const QWidget* modal = QApplication::activeModalWidget();
+    for (auto* button : modal ? modal->findChildren<QAbstractButton*>() : QList<QAbstractButton*>())
+        if (button->text().remove('&').startsWith("Discard"))
+            button->click();
 }
 
 // What opens a modal window; it is prepared, taken and closed.
-QPixmap GrabModal(const std::function<void()>& fnOpen, const std::function<void(QWidget&)>& fnPrepare = {}) {
-    QPixmap oPicture;
-    QTimer oTimer;
-    oTimer.setInterval(50);
-    QObject::connect(&oTimer, &QTimer::timeout, [&] {
-        QWidget* pModal = QApplication::activeModalWidget();
-        if (!pModal)
+QPixmap GrabModal(const std::function<void()>& open, const std::function<void(QWidget&)>& prepare = {}) {
+    QPixmap picture;
+    QTimer timer;
+    timer.setInterval(50);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (!modal)
             return;
-        if (!oPicture.isNull()) { // it asks whether it may close
+        if (!picture.isNull()) { // it asks whether it may close
             Discard();
             return;
         }
-        oTimer.stop();
-        if (fnPrepare)
-            fnPrepare(*pModal);
-        oPicture = Grab(*pModal);
-        oTimer.start();
-        if (auto* pDialog = qobject_cast<QDialog*>(pModal))
-            pDialog->reject();
+        timer.stop();
+        if (prepare)
+            prepare(*modal);
+        picture = Grab(*modal);
+        timer.start();
+        if (auto* dialog = qobject_cast<QDialog*>(modal))
+            dialog->reject();
         else
-            pModal->close();
+            modal->close();
     });
-    oTimer.start();
-    fnOpen();
-    return oPicture;
+    timer.start();
+    open();
+    return picture;
 }
 
 class Studio {
 public:
-    explicit Studio(const std::string& sTheme) : m_oApplication({(QDir::homePath() + "/studies").toStdString()}) {
-        m_oApplication.SetModalLoop({});
-        m_oFailure = GrabModal([this] {
-            if (!m_oApplication.Start())
+    explicit Studio(const std::string& theme) : m_application({(QDir::homePath() + "/studies").toStdString()}) {
+        m_application.SetModalLoop({});
+        m_failure = GrabModal([this] {
+            if (!m_application.Start())
                 std::cerr << "Studies doesn't start\n";
         });
-        ApplyTheme(sTheme);
-        m_oApplication.Window().resize(oWindowSize);
+        ApplyTheme(theme);
+        m_application.Window().resize(windowSize);
         Import();
     }
     // Nobody wants to keep anything.
     ~Studio() {
-        QTimer oTimer;
-        oTimer.setInterval(50);
-        QObject::connect(&oTimer, &QTimer::timeout, &Discard);
-        oTimer.start();
-        m_oApplication.Window().close();
+        QTimer timer;
+        timer.setInterval(50);
+        QObject::connect(&timer, &QTimer::timeout, &Discard);
+        timer.start();
+        m_application.Window().close();
     }
     Studio(const Studio&) = delete;
     Studio& operator=(const Studio&) = delete;
 
     std::map<std::string, QPixmap> All() {
-        std::map<std::string, QPixmap> mapPictures;
-        const auto fnTake = [&](const char* sName, const QPixmap& oPicture) { mapPictures[sName] = oPicture; };
-        fnTake("import", GrabModal([this] { m_oApplication.Choose("File.Import"); }, &Studio::GoToFormat));
+        std::map<std::string, QPixmap> pictures;
+        const auto take = [&](const char* name, const QPixmap& picture) { pictures[name] = picture; };
+        take("import", GrabModal([this] { m_application.Choose("File.Import"); }, &Studio::GoToFormat));
         OpenWindows();
-        fnTake("window", Grab(m_oApplication.Window()));
-        fnTake("palette", Palette());
-        fnTake("shortcuts", GrabModal([this] { m_oApplication.Personal().ShowShortcuts(); },
-                                      [this](QWidget& oDialog) { MakeConflict(oDialog); }));
-        fnTake("customize", GrabModal([this] { m_oApplication.Personal().ShowCustomize(); },
-                                      [](QWidget& oDialog) { Hide(static_cast<CustomizeDialog&>(oDialog)); }));
-        fnTake("preferences", GrabModal([this] { m_oApplication.Choose("Tools.Preferences"); }));
-        fnTake("inspector", Inspector());
-        fnTake("failure", m_oFailure);
-        fnTake("log", Log());
-        fnTake("report", GrabModal([this] { m_oApplication.Personal().ShowLog()->ShowReport(); }, &Studio::StrikeOut));
-        fnTake("leave-out", GrabModal([] {
-                   CrashRecord oRecord;
-                   oRecord.nSignal = 11;
-                   (void)Blame::AskInBox(oRecord, "Studies");
-               }));
-        fnTake("unsaved", Unsaved());
-        return mapPictures;
+        take("window", Grab(m_application.Window()));
+        take("palette", Palette());
+        take("shortcuts", GrabModal([this] { m_application.Personal().ShowShortcuts(); },
+                                    [this](QWidget& dialog) { MakeConflict(dialog); }));
+        take("customize", GrabModal([this] { m_application.Personal().ShowCustomize(); },
+                                    [](QWidget& dialog) { Hide(static_cast<CustomizeDialog&>(dialog)); }));
+        take("preferences", GrabModal([this] { m_application.Choose("Tools.Preferences"); }));
+        take("inspector", Inspector());
+        take("failure", m_failure);
+        take("log", Log());
+        take("report", GrabModal([this] { m_application.Personal().ShowLog()->ShowReport(); }, &Studio::StrikeOut));
+        take("leave-out", GrabModal([] {
+                 CrashRecord record;
+                 record.signal = 11;
+                 (void)Blame::AskInBox(record, "Studies");
+             }));
+        take("unsaved", Unsaved());
+        return pictures;
     }
 
 private:
     void Import() {
-        const Variant aPath[] = {(QDir::homePath() + "/studies/Data/penguins.csv").toStdString()};
-        m_oApplication.Failures().Guard([&] {
-            CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", aPath);
+        const Variant path[] = {(QDir::homePath() + "/studies/Data/penguins.csv").toStdString()};
+        m_application.Failures().Guard([&] {
+            CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", path);
         });
         Settle();
     }
     // The wizard's second step, with a row that can't be read.
-    static void GoToFormat(QWidget& oWizard) {
-        const QString sPath = QDir::homePath() + "/penguins-2009.csv";
-        QFile oFile(sPath);
-        (void)oFile.open(QIODevice::WriteOnly);
-        oFile.write("species,island,mass_g,note\nAdelie,Dream,3750,ok\nAdelie,Dream,3800,ok\nGentoo,Biscoe,5000,heavy\n"
-                    "Gentoo,Biscoe,4900\nAdelie,Torgersen,3600,ok\n");
-        oFile.close();
-        for (auto* pField : oWizard.findChildren<QLineEdit*>())
-            if (pField->isVisible()) {
-                pField->setText(sPath);
-                Q_EMIT pField->editingFinished();
+    static void GoToFormat(QWidget& wizard) {
+        const QString path = QDir::homePath() + "/penguins-2009.csv";
+        QFile file(path);
+        (void)file.open(QIODevice::WriteOnly);
+        file.write("species,island,mass_g,note\nAdelie,Dream,3750,ok\nAdelie,Dream,3800,ok\nGentoo,Biscoe,5000,heavy\n"
+                   "Gentoo,Biscoe,4900\nAdelie,Torgersen,3600,ok\n");
+        file.close();
+        for (auto* field : wizard.findChildren<QLineEdit*>())
+            if (field->isVisible()) {
+                field->setText(path);
+                Q_EMIT field->editingFinished();
             }
         Settle();
-        for (auto* pButton : oWizard.findChildren<QAbstractButton*>())
-            if (pButton->isVisible() && pButton->text() == "&Next")
-                pButton->click();
+        for (auto* button : wizard.findChildren<QAbstractButton*>())
+            if (button->isVisible() && button->text() == "&Next")
+                button->click();
     }
-    void ChooseNode(const std::string& sText) {
-        const auto oTree = CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->TreeView();
-        std::vector<Node*> aNodes = oTree->GetNodes()->Roots();
-        for (std::size_t i = 0; i < aNodes.size(); ++i) {
-            aNodes.insert(aNodes.end(), aNodes[i]->Children().begin(), aNodes[i]->Children().end());
-            if (aNodes[i]->Text() == sText) {
-                oTree->ClickNode(Ref<Node>(aNodes[i]));
+    void ChooseNode(const std::string& text) {
+        const auto tree = CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->TreeView();
+        std::vector<Node*> nodes = tree->GetNodes()->Roots();
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            nodes.insert(nodes.end(), nodes[i]->Children().begin(), nodes[i]->Children().end());
+            if (nodes[i]->Text() == text) {
+                tree->ClickNode(Ref<Node>(nodes[i]));
                 return;
             }
         }
-        std::cerr << "there is no node " << sText << "\n";
+        std::cerr << "there is no node " << text << "\n";
     }
     void OpenWindows() {
-        for (const char* sCommand : {"Data.Table", "Analysis.Scatter"}) {
+        for (const char* command : {"Data.Table", "Analysis.Scatter"}) {
             ChooseNode("penguins.csv");
-            m_oApplication.Choose(sCommand);
+            m_application.Choose(command);
             Settle();
         }
-        m_oApplication.MainForm()->Arrange(Arrangement::TileHorizontal);
+        m_application.MainForm()->Arrange(Arrangement::TileHorizontal);
         Settle();
     }
     QPixmap Palette() {
-        PaletteDialog* pPalette = m_oApplication.Personal().ShowPalette();
+        PaletteDialog* palette = m_application.Personal().ShowPalette();
         Settle();
-        if (auto* pField = pPalette->findChild<QLineEdit*>())
-            pField->setText("su");
-        const QPixmap oPicture = Grab(*pPalette);
-        pPalette->reject();
+        if (auto* field = palette->findChild<QLineEdit*>())
+            field->setText("su");
+        const QPixmap picture = Grab(*palette);
+        palette->reject();
         Settle();
-        return oPicture;
+        return picture;
     }
-    void MakeConflict(QWidget& oDialog) {
-        auto& oShortcuts = static_cast<ShortcutsDialog&>(oDialog);
-        oShortcuts.resize(940, 580); // the screen is narrower here than people's
-        oShortcuts.Select(*m_oApplication.Bar()->Tools()->Item("Analysis.Summary"));
-        oShortcuts.List().scrollToItem(oShortcuts.List().currentItem(), QAbstractItemView::PositionAtCenter);
-        oShortcuts.Keys().setKeySequence(QKeySequence("Ctrl+P"));
-        oShortcuts.Keys().setFocus();
+    void MakeConflict(QWidget& dialog) {
+        auto& shortcuts = static_cast<ShortcutsDialog&>(dialog);
+        shortcuts.resize(940, 580); // the screen is narrower here than people's
+        shortcuts.Select(*m_application.Bar()->Tools()->Item("Analysis.Summary"));
+        shortcuts.List().scrollToItem(shortcuts.List().currentItem(), QAbstractItemView::PositionAtCenter);
+        shortcuts.Keys().setKeySequence(QKeySequence("Ctrl+P"));
+        shortcuts.Keys().setFocus();
     }
-    static void Hide(CustomizeDialog& oDialog) {
-        oDialog.SelectBand("Toolbars.Standard");
-        if (oDialog.Entries().count() > 1)
-            oDialog.Entries().setCurrentRow(1);
+    static void Hide(CustomizeDialog& dialog) {
+        dialog.SelectBand("Toolbars.Standard");
+        if (dialog.Entries().count() > 1)
+            dialog.Entries().setCurrentRow(1);
     }
     QPixmap Inspector() {
-        InspectorDialog* pInspector = m_oApplication.Personal().ShowInspector();
+        InspectorDialog* inspector = m_application.Personal().ShowInspector();
         Settle();
-        pInspector->resize(900, 600);
-        pInspector->Select(*m_oApplication.Bar()->Tools()->Item("File.Import"));
-        const QPixmap oPicture = Grab(*pInspector);
-        pInspector->close();
+        inspector->resize(900, 600);
+        inspector->Select(*m_application.Bar()->Tools()->Item("File.Import"));
+        const QPixmap picture = Grab(*inspector);
+        inspector->close();
         Settle();
-        return oPicture;
+        return picture;
     }
     QPixmap Log() {
-        LogDialog* pLog = m_oApplication.Personal().ShowLog();
+        LogDialog* log = m_application.Personal().ShowLog();
         Settle();
-        pLog->resize(860, 520);
-        pLog->View().Table().selectRow(0);
-        const QPixmap oPicture = Grab(*pLog);
-        pLog->close();
+        log->resize(860, 520);
+        log->View().Table().selectRow(0);
+        const QPixmap picture = Grab(*log);
+        log->close();
         Settle();
-        return oPicture;
+        return picture;
     }
     // What tells of the machine that made the picture.
-    static void StrikeOut(QWidget& oDialog) {
-        QPlainTextEdit& oPreview = static_cast<ReportDialog&>(oDialog).Preview();
+    static void StrikeOut(QWidget& dialog) {
+        QPlainTextEdit& preview = static_cast<ReportDialog&>(dialog).Preview();
         // The height of a line is that of the font, and there are many lines.
-        QFont oFont = oPreview.font();
-        oFont.setFamily("DejaVu Sans Mono");
-        oPreview.setFont(oFont);
-        oPreview.setPlainText(oPreview.toPlainText().replace(QRegularExpression("kernel [^,]*"), "kernel 6.1"));
+        QFont font = preview.font();
+        font.setFamily("DejaVu Sans Mono");
+        preview.setFont(font);
+        preview.setPlainText(preview.toPlainText().replace(QRegularExpression("kernel [^,]*"), "kernel 6.1"));
     }
     QPixmap Unsaved() {
         ChooseNode("penguins.csv");
-        m_oApplication.Choose("Analysis.Histogram");
+        m_application.Choose("Analysis.Histogram");
         Settle();
         // A change in the window, as a person makes it.
-        for (auto* pBox : m_oApplication.Window().findChildren<QComboBox*>())
-            if (pBox->isVisible() && pBox->count() > 2 && pBox->window() == &m_oApplication.Window())
-                pBox->setCurrentIndex(pBox->currentIndex() == 0 ? 1 : 0);
+        for (auto* box : m_application.Window().findChildren<QComboBox*>())
+            if (box->isVisible() && box->count() > 2 && box->window() == &m_application.Window())
+                box->setCurrentIndex(box->currentIndex() == 0 ? 1 : 0);
         Settle();
-        return GrabModal([this] { m_oApplication.Window().close(); });
+        return GrabModal([this] { m_application.Window().close(); });
     }
 
-    Application m_oApplication;
-    QPixmap m_oFailure; // of a definition file with a mistake
+    Application m_application;
+    QPixmap m_failure; // of a definition file with a mistake
 };
 
 // How much two pictures differ in what can be made out from afar, 0 to 1. Other fonts and times don't count.
-double Difference(const QImage& oFirst, const QImage& oSecond) {
-    constexpr QSize oSmall(48, 32);
-    if (oFirst.isNull() || oSecond.isNull() || std::abs(oFirst.width() - oSecond.width()) * 5 > oSecond.width() ||
-        std::abs(oFirst.height() - oSecond.height()) * 5 > oSecond.height())
+double Difference(const QImage& first, const QImage& second) {
+    constexpr QSize small(48, 32);
+    if (first.isNull() || second.isNull() || std::abs(first.width() - second.width()) * 5 > second.width() ||
+        std::abs(first.height() - second.height()) * 5 > second.height())
         return 1;
-    const auto fnSmall = [&](const QImage& oImage) {
-        return oImage.convertToFormat(QImage::Format_RGB32)
-            .scaled(oSmall, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+    const auto smallFunction = [&](const QImage& image) {
+        return image.convertToFormat(QImage::Format_RGB32)
+            .scaled(small, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
             .convertToFormat(QImage::Format_Grayscale8);
     };
-    const QImage oOne = fnSmall(oFirst);
-    const QImage oOther = fnSmall(oSecond);
-    double dSum = 0;
-    for (int y = 0; y < oSmall.height(); ++y)
-        for (int x = 0; x < oSmall.width(); ++x)
-            dSum += std::abs(oOne.constScanLine(y)[x] - oOther.constScanLine(y)[x]);
-    return dSum / 255 / (oSmall.width() * oSmall.height());
+    const QImage one = smallFunction(first);
+    const QImage other = smallFunction(second);
+    double sum = 0;
+    for (int y = 0; y < small.height(); ++y)
+        for (int x = 0; x < small.width(); ++x)
+            sum += std::abs(one.constScanLine(y)[x] - other.constScanLine(y)[x]);
+    return sum / 255 / (small.width() * small.height());
 }
 
-int Compare(const std::map<std::string, QPixmap>& mapPictures, const QDir& oFolder) {
-    constexpr double dMost = 0.03;
-    QStringList aFiles = oFolder.entryList({"*.png"});
-    int nWrong = 0;
-    for (const auto& [sName, oPicture] : mapPictures) {
-        const QString sFile = QString::fromStdString(sName) + ".png";
-        aFiles.removeAll(sFile);
-        const double dDifference = Difference(QImage(oFolder.filePath(sFile)), oPicture.toImage());
-        std::printf("%-16s %.4f\n", sName.c_str(), dDifference);
-        if (dDifference <= dMost)
+int Compare(const std::map<std::string, QPixmap>& pictures, const QDir& folder) {
+    constexpr double most = 0.03;
+    QStringList files = folder.entryList({"*.png"});
+    int wrong = 0;
+    for (const auto& [name, picture] : pictures) {
+        const QString file = QString::fromStdString(name) + ".png";
+        files.removeAll(file);
+        const double difference = Difference(QImage(folder.filePath(file)), picture.toImage());
+        std::printf("%-16s %.4f\n", name.c_str(), difference);
+        if (difference <= most)
             continue;
-        ++nWrong;
+        ++wrong;
         std::printf("%s looks otherwise by now: run scripts/pictures and look at it\n",
-                    oFolder.filePath(sFile).toUtf8().constData());
+                    folder.filePath(file).toUtf8().constData());
     }
-    for (const QString& sFile : aFiles)
-        std::printf("nobody makes %s\n", oFolder.filePath(sFile).toUtf8().constData());
-    return nWrong + static_cast<int>(aFiles.size());
+    for (const QString& file : files)
+        std::printf("nobody makes %s\n", folder.filePath(file).toUtf8().constData());
+    return wrong + static_cast<int>(files.size());
 }
 
 } // namespace
@@ -303,42 +303,42 @@ int Compare(const std::map<std::string, QPixmap>& mapPictures, const QDir& oFold
 
 int main(int argc, char** argv) {
     using namespace corvane::desktop;
-    const QTemporaryDir oHome;
-    qputenv("HOME", oHome.path().toUtf8());
+    const QTemporaryDir home;
+    qputenv("HOME", home.path().toUtf8());
     qputenv("USER", "user");
-    for (const char* sVariable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
-        qputenv(sVariable, (oHome.path() + "/" + sVariable).toUtf8());
-    QApplication oQt(argc, argv);
+    for (const char* variable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        qputenv(variable, (home.path() + "/" + variable).toUtf8());
+    QApplication qt(argc, argv);
     QApplication::setApplicationName("Corvane");
-    QCommandLineParser oParser;
-    oParser.addPositionalArgument("APP", "Studies' application folder");
-    oParser.addPositionalArgument("FOLDER", "where the pictures stand");
-    oParser.addOptions({{"compare", "makes none, but compares those that are there"},
-                        {"look", "light, dark, contrast-dark or contrast-light", "LOOK", "light"}});
-    oParser.process(oQt);
-    const QStringList aFolders = oParser.positionalArguments();
-    if (aFolders.size() != 2 || QProcess::execute("cp", {"-r", aFolders[0], oHome.path() + "/studies"}) != 0) {
+    QCommandLineParser parser;
+    parser.addPositionalArgument("APP", "Studies' application folder");
+    parser.addPositionalArgument("FOLDER", "where the pictures stand");
+    parser.addOptions({{"compare", "makes none, but compares those that are there"},
+                       {"look", "light, dark, contrast-dark or contrast-light", "LOOK", "light"}});
+    parser.process(qt);
+    const QStringList folders = parser.positionalArguments();
+    if (folders.size() != 2 || QProcess::execute("cp", {"-r", folders[0], home.path() + "/studies"}) != 0) {
         std::cerr << "usage: documentation_pictures [--compare] [--look LOOK] APP FOLDER\n";
         return 2;
     }
-    QFile oBad(oHome.path() + "/studies/Services/Weather.xml");
-    (void)oBad.open(QIODevice::WriteOnly);
-    oBad.write("<?xml version=\"1.0\"?>\n<Service Name=\"Weather\" ProgID=\"StudiesSvc.Weather\" Active=\"True\">\n"
-               "  <Menus>\n    <MenuItem Type=\"MenuItem\" ActionItem=\"Show\" Captoin=\"Weather\"/>\n  </Menus>\n"
-               "</Service>\n");
-    oBad.close();
-    const QString sLook = oParser.value("look");
-    if (sLook.startsWith("contrast"))
-        QApplication::setPalette(ContrastPalette(sLook == "contrast-dark"));
-    const auto mapPictures = Studio(sLook == "dark" ? "Dark" : sLook == "light" ? "Light" : "System").All();
-    const QDir oFolder(aFolders[1]);
-    if (oParser.isSet("compare"))
-        return Compare(mapPictures, oFolder) == 0 ? 0 : 1;
-    int nMissing = 0;
-    for (const auto& [sName, oPicture] : mapPictures)
-        if (!oPicture.save(oFolder.filePath(QString::fromStdString(sName) + ".png"))) {
-            std::cerr << "no picture " << sName << "\n";
-            ++nMissing;
+    QFile bad(home.path() + "/studies/Services/Weather.xml");
+    (void)bad.open(QIODevice::WriteOnly);
+    bad.write("<?xml version=\"1.0\"?>\n<Service Name=\"Weather\" ProgID=\"StudiesSvc.Weather\" Active=\"True\">\n"
+              "  <Menus>\n    <MenuItem Type=\"MenuItem\" ActionItem=\"Show\" Captoin=\"Weather\"/>\n  </Menus>\n"
+              "</Service>\n");
+    bad.close();
+    const QString look = parser.value("look");
+    if (look.startsWith("contrast"))
+        QApplication::setPalette(ContrastPalette(look == "contrast-dark"));
+    const auto pictures = Studio(look == "dark" ? "Dark" : look == "light" ? "Light" : "System").All();
+    const QDir folder(folders[1]);
+    if (parser.isSet("compare"))
+        return Compare(pictures, folder) == 0 ? 0 : 1;
+    int missing = 0;
+    for (const auto& [name, picture] : pictures)
+        if (!picture.save(folder.filePath(QString::fromStdString(name) + ".png"))) {
+            std::cerr << "no picture " << name << "\n";
+            ++missing;
         }
-    return nMissing == 0 ? 0 : 1;
+    return missing == 0 ? 0 : 1;
 }

@@ -16,7 +16,7 @@
 
 namespace corvane::desktop {
 
-constexpr const char* sBirds = R"(<ActionItems><ActionItem Name="Count" Action="OnCount" PassActionItemParam="true"/>
+constexpr const char* birds = R"(<ActionItems><ActionItem Name="Count" Action="OnCount" PassActionItemParam="true"/>
 <ActionItem Name="Feed" Action="OnFeed"/><ActionItem Name="Window"/></ActionItems><Menus>
 <MenuItem Type="MenuTitle" ActionItem="Window" PositionOrder="5" Caption="#Window"/>
 <MenuItem Type="MenuItem" ActionItem="Count" Path="File" PositionOrder="1" Caption="#Count" ShortCutKey="Control+K"/>
@@ -37,112 +37,110 @@ constexpr const char* sBirds = R"(<ActionItems><ActionItem Name="Count" Action="
 class PreviewRoom : public ::testing::Test {
 protected:
     PreviewRoom() {
-        m_oFolder.Write("App/Images/nest.svg", Picture("#00ff00"));
-        m_oFolder.Service("Shell", "Corvane.Framework", sShellContent);
-        m_oFolder.Service("Birds", "BirdsSvc.Birds", sBirds);
+        m_folder.Write("App/Images/nest.svg", Picture("#00ff00"));
+        m_folder.Service("Shell", "Corvane.Framework", shellContent);
+        m_folder.Service("Birds", "BirdsSvc.Birds", birds);
     }
 
-    static QByteArray Picture(const char* sColour) {
+    static QByteArray Picture(const char* colour) {
         return QByteArray(
                    R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16"><rect width="16" height="16" fill=")") +
-               sColour + "\"/></svg>";
+               colour + "\"/></svg>";
     }
-    PreviewWindow& Preview(PreviewOptions oOptions = {}) {
-        oOptions.sFolder = m_oFolder.App();
-        oOptions.bWithDialogs = false;
-        m_pPreview = std::make_unique<PreviewWindow>(std::move(oOptions));
-        m_pPreview->Start();
+    PreviewWindow& Preview(PreviewOptions options = {}) {
+        options.folder = m_folder.App();
+        options.withDialogs = false;
+        m_preview = std::make_unique<PreviewWindow>(std::move(options));
+        m_preview->Start();
         QApplication::processEvents();
-        return *m_pPreview;
+        return *m_preview;
     }
     // Waits for what comes by itself; the time is that of a test that hangs.
-    static bool Until(const std::function<bool()>& fnTrue) {
-        QElapsedTimer oElapsed;
-        oElapsed.start();
-        while (!fnTrue() && oElapsed.elapsed() < 30000)
+    static bool Until(const std::function<bool()>& trueFunction) {
+        QElapsedTimer elapsed;
+        elapsed.start();
+        while (!trueFunction() && elapsed.elapsed() < 30000)
             QTest::qWait(5);
-        return fnTrue();
+        return trueFunction();
     }
-    bool UntilShown(int nCount) {
-        return Until([&] { return m_pPreview->ShownCount() >= nCount; });
+    bool UntilShown(int count) {
+        return Until([&] { return m_preview->ShownCount() >= count; });
     }
     // Nothing more happens by itself.
     static void Rest() { QTest::qWait(400); }
 
-    void Edit(const char* sService, const QByteArray& aFrom, const QByteArray& aTo) const {
-        const QString sFile = QString("App/Services/%1.xml").arg(sService);
-        QByteArray aText = m_oFolder.Read(sFile);
-        ASSERT_TRUE(aText.contains(aFrom)) << aFrom.constData();
-        m_oFolder.Write(sFile, aText.replace(aFrom, aTo));
+    void Edit(const char* service, const QByteArray& from, const QByteArray& to) const {
+        const QString file = QString("App/Services/%1.xml").arg(service);
+        QByteArray text = m_folder.Read(file);
+        ASSERT_TRUE(text.contains(from)) << from.constData();
+        m_folder.Write(file, text.replace(from, to));
     }
-    [[nodiscard]] Application& App() const { return *m_pPreview->Shown(); }
+    [[nodiscard]] Application& App() const { return *m_preview->Shown(); }
     [[nodiscard]] MainWindow& Window() const { return App().Window(); }
-    [[nodiscard]] std::string Caption(const char* sBand, const char* sTool) const {
-        const auto oBand = App().Bar()->Bands()->Find(sBand);
-        const auto oTool = oBand ? oBand->Tools()->Find(sTool) : nullptr;
-        return oTool ? oTool->Caption() : "none";
+    [[nodiscard]] std::string Caption(const char* bandName, const char* toolName) const {
+        const auto band = App().Bar()->Bands()->Find(bandName);
+        const auto tool = band ? band->Tools()->Find(toolName) : nullptr;
+        return tool ? tool->Caption() : "none";
     }
-    [[nodiscard]] ExplorerTree* Tree(int iTab) const { return Window().Explorer().Page(iTab)->Tree(); }
-    [[nodiscard]] std::string Selected(int iTab) const {
-        const Ref<Node> oNode = Tree(iTab)->Tree()->SelectedItem();
-        return oNode ? oNode->Key() : std::string();
+    [[nodiscard]] ExplorerTree* Tree(int tab) const { return Window().Explorer().Page(tab)->Tree(); }
+    [[nodiscard]] std::string Selected(int tab) const {
+        const Ref<Node> node = Tree(tab)->Tree()->SelectedItem();
+        return node ? node->Key() : std::string();
     }
-    void ClickNode(int iTab, const char* sKey, Qt::MouseButton eButton = Qt::LeftButton) const {
-        ExplorerTree* pTree = Tree(iTab);
+    void ClickNode(int tab, const char* key, Qt::MouseButton button = Qt::LeftButton) const {
+        ExplorerTree* tree = Tree(tab);
         QApplication::processEvents(); // the tab may have been changed just now
-        pTree->Sync();
-        const QModelIndex oIndex = IndexOf(*pTree, sKey);
-        ASSERT_TRUE(oIndex.isValid()) << sKey;
-        QTest::mouseClick(pTree->viewport(), eButton, {}, pTree->visualRect(oIndex).center());
+        tree->Sync();
+        const QModelIndex index = IndexOf(*tree, key);
+        ASSERT_TRUE(index.isValid()) << key;
+        QTest::mouseClick(tree->viewport(), button, {}, tree->visualRect(index).center());
     }
-    static QModelIndex IndexOf(const ExplorerTree& oTree, const char* sKey, const QModelIndex& oBelow = {}) {
-        const Ref<Node> oNode = oTree.Tree()->GetNodes()->Find(sKey);
-        const QAbstractItemModel& oModel = *oTree.model();
-        for (int i = 0; oNode && i < oModel.rowCount(oBelow); ++i) {
-            const QModelIndex oIndex = oModel.index(i, 0, oBelow);
-            if (oIndex.data().toString().toStdString() == oNode->Text())
-                return oIndex;
-            if (const QModelIndex oFound = IndexOf(oTree, sKey, oIndex); oFound.isValid())
-                return oFound;
+    static QModelIndex IndexOf(const ExplorerTree& tree, const char* key, const QModelIndex& below = {}) {
+        const Ref<Node> node = tree.Tree()->GetNodes()->Find(key);
+        const QAbstractItemModel& model = *tree.model();
+        for (int i = 0; node && i < model.rowCount(below); ++i) {
+            const QModelIndex index = model.index(i, 0, below);
+            if (index.data().toString().toStdString() == node->Text())
+                return index;
+            if (const QModelIndex found = IndexOf(tree, key, index); found.isValid())
+                return found;
         }
         return {};
     }
-    QMenu* OpenMenu(const QString& sTitle) const {
-        for (QAction* pAction : Window().menuBar()->actions())
-            if (pAction->text().remove('&') == sTitle) {
-                Window().menuBar()->setActiveAction(pAction);
-                return pAction->menu();
+    QMenu* OpenMenu(const QString& title) const {
+        for (QAction* action : Window().menuBar()->actions())
+            if (action->text().remove('&') == title) {
+                Window().menuBar()->setActiveAction(action);
+                return action->menu();
             }
         return nullptr;
     }
     static QString OpenMenuTitle() {
-        const auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        return pMenu ? pMenu->menuAction()->text().remove('&') : QString();
+        const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu ? menu->menuAction()->text().remove('&') : QString();
     }
     static QString LitEntry() {
-        const auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        return pMenu && pMenu->activeAction() ? pMenu->activeAction()->text().section('\t', 0, 0).remove('&')
-                                              : QString();
+        const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu && menu->activeAction() ? menu->activeAction()->text().section('\t', 0, 0).remove('&') : QString();
     }
-    [[nodiscard]] QString Problem(int iRow) const {
-        const QTreeWidgetItem* pItem = m_pPreview->Problems().topLevelItem(iRow);
-        return pItem ? pItem->text(0) + " | " + pItem->text(1) + " | " + pItem->text(2) + " | " + pItem->text(3)
-                     : QString();
+    [[nodiscard]] QString Problem(int row) const {
+        const QTreeWidgetItem* item = m_preview->Problems().topLevelItem(row);
+        return item ? item->text(0) + " | " + item->text(1) + " | " + item->text(2) + " | " + item->text(3) : QString();
     }
     [[nodiscard]] QStringList Calls() const {
-        QStringList aRows;
-        const CallList& oCalls = m_pPreview->Calls();
-        for (int i = 0; i < oCalls.topLevelItemCount(); ++i) {
-            QStringList aTexts;
-            for (int iColumn = 1; iColumn < oCalls.columnCount(); ++iColumn)
-                aTexts << oCalls.topLevelItem(i)->text(iColumn);
-            aRows << aTexts.join(" | ");
+        QStringList rows;
+        const CallList& calls = m_preview->Calls();
+        for (int i = 0; i < calls.topLevelItemCount(); ++i) {
+            QStringList texts;
+            for (int column = 1; column < calls.columnCount(); ++column)
+                texts << calls.topLevelItem(i)->text(column);
+            rows << texts.join(" | ");
         }
-        return aRows;
+        return rows;
     }
 
-    AppFolder m_oFolder;
-    std::unique_ptr<PreviewWindow> m_pPreview;
+    AppFolder m_folder;
+    std::unique_ptr<PreviewWindow> m_preview;
 };
 
 } // namespace corvane::desktop

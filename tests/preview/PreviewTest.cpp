@@ -13,17 +13,17 @@ namespace corvane::desktop {
 namespace {
 
 TEST_F(PreviewRoom, GoodEditIsShownAndSelectionWindowsAndOpenMenuStay) {
-    PreviewWindow& oPreview = Preview();
-    ASSERT_TRUE(oPreview.Shown());
-    QWidget* const pDesk = oPreview.centralWidget();
-    oPreview.OpenWindow("Sheet");
+    PreviewWindow& preview = Preview();
+    ASSERT_TRUE(preview.Shown());
+    QWidget* const desk = preview.centralWidget();
+    preview.OpenWindow("Sheet");
     Window().Explorer().TabBar()->setCurrentIndex(1);
     ClickNode(1, "Seas");
     Window().Explorer().TabBar()->setCurrentIndex(0);
     ClickNode(0, "Inner");
-    QMenu* pFile = OpenMenu("File");
-    ASSERT_TRUE(pFile);
-    pFile->setActiveAction(pFile->actions().last());
+    QMenu* file = OpenMenu("File");
+    ASSERT_TRUE(file);
+    file->setActiveAction(file->actions().last());
     ASSERT_EQ(LitEntry(), "Feed");
 
     Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Tally\"");
@@ -34,17 +34,17 @@ TEST_F(PreviewRoom, GoodEditIsShownAndSelectionWindowsAndOpenMenuStay) {
     EXPECT_EQ(Selected(0), "Inner");
     EXPECT_EQ(Window().Explorer().TabBar()->currentIndex(), 0);
     EXPECT_NE(App().AsText().find("Window Sheet (window, active)"), std::string::npos) << App().AsText();
-    EXPECT_EQ(oPreview.centralWidget(), pDesk);
-    EXPECT_TRUE(oPreview.ProblemsDock().isHidden());
+    EXPECT_EQ(preview.centralWidget(), desk);
+    EXPECT_TRUE(preview.ProblemsDock().isHidden());
     QApplication::activePopupWidget()->close();
 }
 
 TEST_F(PreviewRoom, WhatIsOpenAndGoesWithAnEditIsClosed) {
-    PreviewWindow& oPreview = Preview();
-    oPreview.OpenWindow("Sheet");
+    PreviewWindow& preview = Preview();
+    preview.OpenWindow("Sheet");
     ClickNode(0, "Inner");
-    QMenu* pFile = OpenMenu("File");
-    pFile->setActiveAction(pFile->actions().last());
+    QMenu* file = OpenMenu("File");
+    file->setActiveAction(file->actions().last());
     Edit("Birds",
          "<MenuItem Type=\"MenuItem\" ActionItem=\"Feed\" Path=\"File\" PositionOrder=\"2\" Caption=\"#Feed\"/>", "");
     ASSERT_TRUE(UntilShown(2));
@@ -56,7 +56,7 @@ TEST_F(PreviewRoom, WhatIsOpenAndGoesWithAnEditIsClosed) {
     Edit("Birds", "<Window Name=\"Sheet\"", "<Window Name=\"Other\"");
     Edit("Birds",
          "<ExplorerItem Name=\"Inner\" Type=\"Folder\" Parent=\"Nests\" PositionOrder=\"1\" Image=\"nest.svg\"/>", "");
-    ASSERT_TRUE(UntilShown(3)) << Problem(0).toStdString() << oPreview.StateText().toStdString();
+    ASSERT_TRUE(UntilShown(3)) << Problem(0).toStdString() << preview.StateText().toStdString();
     Rest();
     EXPECT_FALSE(QApplication::activePopupWidget());
     EXPECT_EQ(Selected(0), "");
@@ -65,188 +65,188 @@ TEST_F(PreviewRoom, WhatIsOpenAndGoesWithAnEditIsClosed) {
 }
 
 TEST_F(PreviewRoom, BadEditIsListedOverTheLastGoodStateUntilItIsMended) {
-    PreviewWindow& oPreview = Preview();
+    PreviewWindow& preview = Preview();
     ClickNode(0, "Inner");
     Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Tally\" PositionOrdr=\"1\"");
-    ASSERT_TRUE(Until([&] { return oPreview.HasErrors(); }));
-    EXPECT_EQ(oPreview.ShownCount(), 1);
+    ASSERT_TRUE(Until([&] { return preview.HasErrors(); }));
+    EXPECT_EQ(preview.ShownCount(), 1);
     EXPECT_EQ(Caption("File", "File.Count"), "&Count");
-    EXPECT_TRUE(oPreview.ProblemsDock().isVisible());
-    auto aFindings = check::Check({m_oFolder.App(), false});
-    std::erase_if(aFindings, [](const auto& oFinding) { return oFinding.eRule == check::Rule::MissingPlugin; });
-    ASSERT_EQ(oPreview.Problems().Count(), static_cast<int>(aFindings.size()));
-    const auto& oFirst = aFindings.front();
-    EXPECT_EQ(Problem(0).toStdString(), "Services/Birds.xml:" + std::to_string(oFirst.oPlace.oAt.lLine) + ":" +
-                                            std::to_string(oFirst.oPlace.oAt.lColumn) + " | " + oFirst.sText + " | " +
-                                            oFirst.sCure + " | " + std::string(check::TextOf(oFirst.eRule).sName));
-    EXPECT_TRUE(oPreview.StateText().contains("last valid state")) << oPreview.StateText().toStdString();
+    EXPECT_TRUE(preview.ProblemsDock().isVisible());
+    auto findings = check::Check({m_folder.App(), false});
+    std::erase_if(findings, [](const auto& finding) { return finding.rule == check::Rule::MissingPlugin; });
+    ASSERT_EQ(preview.Problems().Count(), static_cast<int>(findings.size()));
+    const auto& first = findings.front();
+    EXPECT_EQ(Problem(0).toStdString(), "Services/Birds.xml:" + std::to_string(first.place.at.line) + ":" +
+                                            std::to_string(first.place.at.column) + " | " + first.text + " | " +
+                                            first.cure + " | " + std::string(check::TextOf(first.rule).name));
+    EXPECT_TRUE(preview.StateText().contains("last valid state")) << preview.StateText().toStdString();
     EXPECT_TRUE(App().Choose("View.Bar")); // it goes on working
 
     Edit("Birds", "PositionOrdr=\"1\"", "");
     ASSERT_TRUE(UntilShown(2));
-    EXPECT_FALSE(oPreview.HasErrors());
-    EXPECT_TRUE(oPreview.ProblemsDock().isHidden());
+    EXPECT_FALSE(preview.HasErrors());
+    EXPECT_TRUE(preview.ProblemsDock().isHidden());
     EXPECT_EQ(Caption("File", "File.Count"), "&Tally");
     EXPECT_EQ(Selected(0), "Inner");
 }
 
 TEST_F(PreviewRoom, BadFilesAtTheStartAreListedAndTheApplicationComesWhenTheyAreMended) {
-    m_oFolder.Write("App/Services/Birds.xml", "<Service Name=\"Birds\"");
-    PreviewWindow& oPreview = Preview();
-    EXPECT_FALSE(oPreview.Shown());
-    EXPECT_GT(oPreview.Problems().Count(), 0);
-    m_oFolder.Service("Birds", "BirdsSvc.Birds", sBirds);
+    m_folder.Write("App/Services/Birds.xml", "<Service Name=\"Birds\"");
+    PreviewWindow& preview = Preview();
+    EXPECT_FALSE(preview.Shown());
+    EXPECT_GT(preview.Problems().Count(), 0);
+    m_folder.Service("Birds", "BirdsSvc.Birds", birds);
     ASSERT_TRUE(UntilShown(1));
     EXPECT_EQ(Caption("File", "File.Count"), "&Count");
-    EXPECT_TRUE(oPreview.ProblemsDock().isHidden());
+    EXPECT_TRUE(preview.ProblemsDock().isHidden());
 }
 
 // Whatever a tool does to the files, what stands there in the end is shown in the end.
 TEST_F(PreviewRoom, FilesAreFollowedHoweverTheyAreChanged) {
-    PreviewWindow& oPreview = Preview();
-    const auto fnShows = [&](const char* sCaption) {
+    PreviewWindow& preview = Preview();
+    const auto shows = [&](const char* caption) {
         return Until(
-            [&] { return !oPreview.HasErrors() && oPreview.Shown() && Caption("File", "File.Count") == sCaption; });
+            [&] { return !preview.HasErrors() && preview.Shown() && Caption("File", "File.Count") == caption; });
     };
-    const auto fnText = [](const char* sCaption) {
+    const auto textFunction = [](const char* caption) {
         return QString("<Service Name=\"Birds\" ProgID=\"BirdsSvc.Birds\" Active=\"true\">%1</Service>")
-            .arg(QString(sBirds).replace("\"#Count\"", QString("\"%1\"").arg(sCaption)))
+            .arg(QString(birds).replace("\"#Count\"", QString("\"%1\"").arg(caption)))
             .toUtf8();
     };
-    const QString sBirdsFile = m_oFolder.Path("App/Services/Birds.xml");
-    for (const char* sCaption : {"Renamed", "Renamed again"}) { // the second time the file watched is another
-        m_oFolder.Write("App/Services/.Birds.xml.new", fnText(sCaption));
-        std::filesystem::rename(m_oFolder.Path("App/Services/.Birds.xml.new").toStdString(), sBirdsFile.toStdString());
-        EXPECT_TRUE(fnShows(sCaption));
+    const QString birdsFile = m_folder.Path("App/Services/Birds.xml");
+    for (const char* caption : {"Renamed", "Renamed again"}) { // the second time the file watched is another
+        m_folder.Write("App/Services/.Birds.xml.new", textFunction(caption));
+        std::filesystem::rename(m_folder.Path("App/Services/.Birds.xml.new").toStdString(), birdsFile.toStdString());
+        EXPECT_TRUE(shows(caption));
     }
     {
-        QFile oFile(sBirdsFile); // in pieces, of which none but the last is well formed
-        ASSERT_TRUE(oFile.open(QIODevice::WriteOnly));
-        const QByteArray aText = fnText("Pieces");
-        for (qsizetype i = 0; i < aText.size(); i += 200) {
-            oFile.write(aText.mid(i, 200));
-            oFile.flush();
+        QFile file(birdsFile); // in pieces, of which none but the last is well formed
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        const QByteArray text = textFunction("Pieces");
+        for (qsizetype i = 0; i < text.size(); i += 200) {
+            file.write(text.mid(i, 200));
+            file.flush();
             QTest::qWait(2);
         }
     }
-    EXPECT_TRUE(fnShows("Pieces"));
+    EXPECT_TRUE(shows("Pieces"));
     for (int i = 0; i < 300; ++i)
-        m_oFolder.Write("App/Services/Birds.xml",
-                        i % 3 == 0 ? QByteArray("<Serv") : fnText(i == 299 ? "Last" : "Many"));
-    EXPECT_TRUE(fnShows("Last"));
+        m_folder.Write("App/Services/Birds.xml",
+                       i % 3 == 0 ? QByteArray("<Serv") : textFunction(i == 299 ? "Last" : "Many"));
+    EXPECT_TRUE(shows("Last"));
 
     // As a checkout does: many files at once, also removed and new ones.
     for (int i = 0; i < 40; ++i)
-        m_oFolder.Service(QString("S%1").arg(i), QString("S%1.Service").arg(i), "");
-    m_oFolder.Write("App/Services/Birds.xml", fnText("Checkout"));
-    EXPECT_TRUE(fnShows("Checkout"));
+        m_folder.Service(QString("S%1").arg(i), QString("S%1.Service").arg(i), "");
+    m_folder.Write("App/Services/Birds.xml", textFunction("Checkout"));
+    EXPECT_TRUE(shows("Checkout"));
     EXPECT_TRUE(Until([&] { return Singleton::Framework()->ServiceManager()->ServiceDefs()->HasKey("S39"); }));
     for (int i = 0; i < 40; ++i)
-        QFile::remove(m_oFolder.Path(QString("App/Services/S%1.xml").arg(i)));
+        QFile::remove(m_folder.Path(QString("App/Services/S%1.xml").arg(i)));
     EXPECT_TRUE(Until([&] { return !Singleton::Framework()->ServiceManager()->ServiceDefs()->HasKey("S39"); }));
-    QFile::remove(sBirdsFile);
+    QFile::remove(birdsFile);
     EXPECT_TRUE(Until([&] { return !App().Bar()->Tools()->Find("File.Count"); }));
-    m_oFolder.Write("App/Services/Birds.xml", fnText("Back"));
-    EXPECT_TRUE(fnShows("Back"));
+    m_folder.Write("App/Services/Birds.xml", textFunction("Back"));
+    EXPECT_TRUE(shows("Back"));
 }
 
 TEST_F(PreviewRoom, FolderThatGoesAndComesBackIsFollowed) {
-    PreviewWindow& oPreview = Preview();
-    std::string sBefore = "#Count";
-    for (const char* sCaption : {"Again", "And again"}) {
-        const int nShown = oPreview.ShownCount();
-        ASSERT_TRUE(QDir().rename(m_oFolder.Path("App"), m_oFolder.Path("Away")));
-        EXPECT_TRUE(Until([&] { return oPreview.HasErrors(); }));
+    PreviewWindow& preview = Preview();
+    std::string before = "#Count";
+    for (const char* caption : {"Again", "And again"}) {
+        const int shown = preview.ShownCount();
+        ASSERT_TRUE(QDir().rename(m_folder.Path("App"), m_folder.Path("Away")));
+        EXPECT_TRUE(Until([&] { return preview.HasErrors(); }));
         EXPECT_TRUE(Problem(0).contains("isn't there")) << Problem(0).toStdString();
-        EXPECT_EQ(oPreview.ShownCount(), nShown);
-        ASSERT_TRUE(QDir().rename(m_oFolder.Path("Away"), m_oFolder.Path("App")));
-        EXPECT_TRUE(Until([&] { return !oPreview.HasErrors(); }));
-        Edit("Birds", sBefore.c_str(), sCaption);
-        sBefore = sCaption;
-        EXPECT_TRUE(Until([&] { return Caption("File", "File.Count") == sCaption; })) << sCaption;
+        EXPECT_EQ(preview.ShownCount(), shown);
+        ASSERT_TRUE(QDir().rename(m_folder.Path("Away"), m_folder.Path("App")));
+        EXPECT_TRUE(Until([&] { return !preview.HasErrors(); }));
+        Edit("Birds", before.c_str(), caption);
+        before = caption;
+        EXPECT_TRUE(Until([&] { return Caption("File", "File.Count") == caption; })) << caption;
     }
 }
 
 TEST_F(PreviewRoom, PicturesIniAndStandInsAreFollowed) {
-    m_oFolder.Write("App/Images/owl.svg", Picture("#ff0000"));
+    m_folder.Write("App/Images/owl.svg", Picture("#ff0000"));
     Edit("Birds", "Caption=\"#Feed\"/>",
          "Caption=\"#Feed\"/><MenuItem Type=\"ToolbarItem\" ActionItem=\"Feed\" Path=\"Bar\" PositionOrder=\"1\" "
          "Caption=\"Feed\"/>");
     Edit("Birds", "Name=\"Feed\" Action=", "Name=\"Feed\" Image=\"owl.svg\" Action=");
-    PreviewWindow& oPreview = Preview();
-    ASSERT_TRUE(oPreview.Shown()) << Problem(0).toStdString();
-    const auto fnColour = [&] {
-        const QToolBar* pBar = Window().Bars().ToolbarOf(*App().Bar()->Bands()->Item("Toolbars.Bar"));
-        return pBar->actions().first()->icon().pixmap(16).toImage().pixelColor(8, 8).name();
+    PreviewWindow& preview = Preview();
+    ASSERT_TRUE(preview.Shown()) << Problem(0).toStdString();
+    const auto colour = [&] {
+        const QToolBar* bar = Window().Bars().ToolbarOf(*App().Bar()->Bands()->Item("Toolbars.Bar"));
+        return bar->actions().first()->icon().pixmap(16).toImage().pixelColor(8, 8).name();
     };
-    EXPECT_EQ(fnColour(), "#ff0000");
-    m_oFolder.Write("App/Images/owl.svg", Picture("#0000ff"));
+    EXPECT_EQ(colour(), "#ff0000");
+    m_folder.Write("App/Images/owl.svg", Picture("#0000ff"));
     EXPECT_TRUE(UntilShown(2));
-    EXPECT_EQ(fnColour(), "#0000ff");
-    m_oFolder.Write("App/QRZ.INI", "[Product]\nQRZProductName=Aviary\n");
+    EXPECT_EQ(colour(), "#0000ff");
+    m_folder.Write("App/QRZ.INI", "[Product]\nQRZProductName=Aviary\n");
     EXPECT_TRUE(UntilShown(3));
-    m_oFolder.Write("App/standins.json", R"({"objects": {"BirdsSvc.Owls": {"name": "Snowy"}}})");
+    m_folder.Write("App/standins.json", R"({"objects": {"BirdsSvc.Owls": {"name": "Snowy"}}})");
     EXPECT_TRUE(UntilShown(4));
     EXPECT_NE(App().AsText().find("Snowy"), std::string::npos) << App().AsText();
-    m_oFolder.Write("App/standins.json", "{");
-    EXPECT_TRUE(Until([&] { return oPreview.HasErrors(); }));
+    m_folder.Write("App/standins.json", "{");
+    EXPECT_TRUE(Until([&] { return preview.HasErrors(); }));
     EXPECT_TRUE(Problem(0).contains("standins.json")) << Problem(0).toStdString();
 }
 
 TEST_F(PreviewRoom, MenusAndDialogsInWhichTheLibraryWaitsAreClosedAndOpenedAgain) {
-    PreviewWindow& oPreview = Preview();
+    PreviewWindow& preview = Preview();
     // The library is inside the pop-up's own loop when the file changes.
-    bool bEdited = false;
-    QTimer oEdit;
-    QObject::connect(&oEdit, &QTimer::timeout, [&] {
-        if (!QApplication::activePopupWidget() || std::exchange(bEdited, true))
+    bool edited = false;
+    QTimer edit;
+    QObject::connect(&edit, &QTimer::timeout, [&] {
+        if (!QApplication::activePopupWidget() || std::exchange(edited, true))
             return;
         Edit("Birds", "Caption=\"#Hoot\"", "Caption=\"#Screech\"");
     });
-    oEdit.start(5);
+    edit.start(5);
     ClickNode(0, "Owls", Qt::RightButton);
-    EXPECT_TRUE(bEdited);
-    const auto fnMenu = [] {
-        const auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        return pMenu && !pMenu->actions().isEmpty() ? pMenu->actions().first()->text().remove('&') : QString();
+    EXPECT_TRUE(edited);
+    const auto menuFunction = [] {
+        const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu && !menu->actions().isEmpty() ? menu->actions().first()->text().remove('&') : QString();
     };
-    QString sAgain;
-    oEdit.stop();
-    QTimer oClose;
-    QObject::connect(&oClose, &QTimer::timeout, [&] {
-        if (!fnMenu().isEmpty() && oPreview.ShownCount() == 2) {
-            sAgain = fnMenu();
+    QString again;
+    edit.stop();
+    QTimer close;
+    QObject::connect(&close, &QTimer::timeout, [&] {
+        if (!menuFunction().isEmpty() && preview.ShownCount() == 2) {
+            again = menuFunction();
             QApplication::activePopupWidget()->close();
         }
     });
-    oClose.start(5);
+    close.start(5);
     ASSERT_TRUE(UntilShown(2));
-    EXPECT_TRUE(Until([&] { return !sAgain.isEmpty(); }));
-    oClose.stop();
-    EXPECT_EQ(sAgain, "Screech");
+    EXPECT_TRUE(Until([&] { return !again.isEmpty(); }));
+    close.stop();
+    EXPECT_EQ(again, "Screech");
 
     // A modal window of stand-ins, which is waited for.
-    bool bAgain = false;
+    bool isAgain = false;
     QTimer::singleShot(0, [&] { Edit("Birds", "Caption=\"Ask\"", "Caption=\"Ask now\""); });
-    QTimer oEnd;
-    QObject::connect(&oEnd, &QTimer::timeout, [&] {
-        QWidget* pModal = QApplication::activeModalWidget();
-        if (pModal && oPreview.ShownCount() >= 3) {
-            bAgain |= pModal->windowTitle().startsWith("Ask now");
-            pModal->close();
+    QTimer end;
+    QObject::connect(&end, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (modal && preview.ShownCount() >= 3) {
+            isAgain |= modal->windowTitle().startsWith("Ask now");
+            modal->close();
         }
     });
-    oEnd.start(5);
-    oPreview.OpenWindow("Ask");
+    end.start(5);
+    preview.OpenWindow("Ask");
     EXPECT_TRUE(UntilShown(3));
-    EXPECT_TRUE(Until([&] { return bAgain; }));
+    EXPECT_TRUE(Until([&] { return isAgain; }));
     EXPECT_TRUE(Until([] { return !QApplication::activeModalWidget(); }));
 }
 
 TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
-    m_oFolder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Ping" Action="OnPing"/></ActionItems>
+    m_folder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Ping" Action="OnPing"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Ping" Path="View" PositionOrder="9" Caption="Ping"/></Menus>)");
-    m_oFolder.Plugin("T0");
+    m_folder.Plugin("T0");
     Preview();
     EXPECT_EQ(Calls(), QStringList());
     ClickNode(0, "Owls");
@@ -257,15 +257,15 @@ TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
     EXPECT_NE(App().AsText().find("Status\n  Ping\n"), std::string::npos);
 
     // With stand-ins for all nothing of a plug-in runs; a file that is no plug-in is told and stood in for.
-    m_pPreview.reset();
-    m_oFolder.Write("App/plugins/libBirdsSvc.so", "nothing of the kind");
-    PreviewOptions oOptions;
-    oOptions.bStandIns = true;
-    Preview(oOptions);
+    m_preview.reset();
+    m_folder.Write("App/plugins/libBirdsSvc.so", "nothing of the kind");
+    PreviewOptions options;
+    options.standIns = true;
+    Preview(options);
     EXPECT_TRUE(App().Choose("View.Ping"));
     EXPECT_EQ(Calls().join("\n"), "View.Ping | T0.Service#1 | OnPing | Ping | stub");
-    EXPECT_EQ(m_pPreview->Problems().Count(), 0);
-    m_pPreview.reset();
+    EXPECT_EQ(m_preview->Problems().Count(), 0);
+    m_preview.reset();
     Preview();
     EXPECT_TRUE(Problem(0).contains("libBirdsSvc.so")) << Problem(0).toStdString();
     EXPECT_TRUE(App().Choose("File.Count"));
@@ -273,58 +273,58 @@ TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
 
 // Size and place of the window, and how much of it the list has, also when it isn't shown at the end.
 TEST_F(PreviewRoom, StandsWhereItStoodTheLastTime) {
-    const auto fnFail = [&] {
+    const auto fail = [&] {
         Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Count\" Wrong=\"1\"");
-        ASSERT_TRUE(Until([&] { return m_pPreview->ProblemsDock().isVisible(); }));
+        ASSERT_TRUE(Until([&] { return m_preview->ProblemsDock().isVisible(); }));
         QApplication::processEvents();
     };
-    const auto fnMend = [&] {
+    const auto mend = [&] {
         Edit("Birds", " Wrong=\"1\"", "");
-        ASSERT_TRUE(Until([&] { return !m_pPreview->ProblemsDock().isVisible(); }));
+        ASSERT_TRUE(Until([&] { return !m_preview->ProblemsDock().isVisible(); }));
     };
-    const auto fnEnd = [&] {
-        EXPECT_TRUE(m_pPreview->close());
-        m_pPreview.reset();
+    const auto end = [&] {
+        EXPECT_TRUE(m_preview->close());
+        m_preview.reset();
     };
     Preview();
-    m_pPreview->setGeometry(40, 30, 700, 700);
-    fnFail();
-    m_pPreview->resizeDocks({&m_pPreview->ProblemsDock()}, {211}, Qt::Vertical);
+    m_preview->setGeometry(40, 30, 700, 700);
+    fail();
+    m_preview->resizeDocks({&m_preview->ProblemsDock()}, {211}, Qt::Vertical);
     QApplication::processEvents();
-    const int nList = m_pPreview->ProblemsDock().height(); // below tabs
-    ASSERT_GT(nList, 170);
-    fnMend();
-    fnEnd();
+    const int list = m_preview->ProblemsDock().height(); // below tabs
+    ASSERT_GT(list, 170);
+    mend();
+    end();
     Preview();
-    EXPECT_EQ(m_pPreview->geometry(), QRect(40, 30, 700, 700));
-    EXPECT_TRUE(m_pPreview->ProblemsDock().isHidden());
-    fnFail();
-    EXPECT_EQ(m_pPreview->ProblemsDock().height(), nList);
-    m_pPreview->setGeometry(5000, 30, 3000, 700); // on a screen that is taken away
-    fnEnd();
+    EXPECT_EQ(m_preview->geometry(), QRect(40, 30, 700, 700));
+    EXPECT_TRUE(m_preview->ProblemsDock().isHidden());
+    fail();
+    EXPECT_EQ(m_preview->ProblemsDock().height(), list);
+    m_preview->setGeometry(5000, 30, 3000, 700); // on a screen that is taken away
+    end();
     Preview();
-    EXPECT_TRUE(m_pPreview->screen()->availableGeometry().contains(m_pPreview->geometry()));
-    EXPECT_EQ(m_pPreview->ProblemsDock().height(), nList);
-    fnMend();
+    EXPECT_TRUE(m_preview->screen()->availableGeometry().contains(m_preview->geometry()));
+    EXPECT_EQ(m_preview->ProblemsDock().height(), list);
+    mend();
 
     // What is no file of a preview's costs nothing, and nothing of the application's own session is touched.
-    fnEnd();
-    EXPECT_TRUE(m_oFolder.Read("corvane/App/session.json").isEmpty());
-    m_oFolder.Write("corvane/App/preview.json", "[1]");
+    end();
+    EXPECT_TRUE(m_folder.Read("corvane/App/session.json").isEmpty());
+    m_folder.Write("corvane/App/preview.json", "[1]");
     Preview();
-    EXPECT_EQ(m_pPreview->size(), QSize(1180, 900).boundedTo(m_pPreview->screen()->availableSize()));
+    EXPECT_EQ(m_preview->size(), QSize(1180, 900).boundedTo(m_preview->screen()->availableSize()));
 }
 
 TEST_F(PreviewRoom, ClosesWithTheApplicationAndTheApplicationWithIt) {
-    PreviewWindow& oPreview = Preview();
-    EXPECT_TRUE(oPreview.isVisible());
+    PreviewWindow& preview = Preview();
+    EXPECT_TRUE(preview.isVisible());
     App().MainForm()->Unload(); // as AppExit does
-    EXPECT_TRUE(Until([&] { return !oPreview.isVisible(); }));
-    m_pPreview.reset();
-    PreviewWindow& oOther = Preview();
-    const Ref<MdiForm> frmMain = App().MainForm();
-    EXPECT_TRUE(oOther.close());
-    EXPECT_FALSE(frmMain->IsLoaded());
+    EXPECT_TRUE(Until([&] { return !preview.isVisible(); }));
+    m_preview.reset();
+    PreviewWindow& other = Preview();
+    const Ref<MdiForm> mainForm = App().MainForm();
+    EXPECT_TRUE(other.close());
+    EXPECT_FALSE(mainForm->IsLoaded());
 }
 
 } // namespace

@@ -16,7 +16,7 @@ namespace {
 class WorkTest : public PreviewRoom {
 protected:
     WorkTest() {
-        m_oFolder.Service("Draft", "Draft.Service", R"(<ActionItems><ActionItem Name="Write" Action="OnWrite"/>
+        m_folder.Service("Draft", "Draft.Service", R"(<ActionItems><ActionItem Name="Write" Action="OnWrite"/>
 <ActionItem Name="Keep" Action="OnSave"/><ActionItem Name="Ask" Action="OnAsk"/></ActionItems>
 <Menus>
 <MenuItem Type="MenuItem" ActionItem="Write" Path="View" PositionOrder="5" Caption="Write"/>
@@ -28,29 +28,29 @@ protected:
 <Window Name="Guide" Caption="Guide" Type="Wizard" State="Normal" IsMDIChild="false" IsModal="true">
 <Page PageProgID="Draft.Page" Caption="Text" IsOptional="false" IsResizable="true"/>
 <Page PageProgID="BirdsSvc.Page" Caption="More" IsOptional="false" IsResizable="true"/></Window></Windows>)");
-        EXPECT_TRUE(QFile::copy(CORVANE_DRAFT_PLUGIN, m_oFolder.Path("App/plugins/libDraft.so")));
+        EXPECT_TRUE(QFile::copy(CORVANE_DRAFT_PLUGIN, m_folder.Path("App/plugins/libDraft.so")));
     }
 
-    [[nodiscard]] QToolButton* Button(const char* sText) const {
-        for (auto* pButton : m_pPreview->findChildren<QToolButton*>())
-            if (pButton->text() == sText && pButton->isVisible())
-                return pButton;
+    [[nodiscard]] QToolButton* Button(const char* text) const {
+        for (auto* button : m_preview->findChildren<QToolButton*>())
+            if (button->text() == text && button->isVisible())
+                return button;
         return nullptr;
     }
     [[nodiscard]] QToolButton* Anyway() const { return Button("Show &Anyway"); }
     // As a linker does: the file is another.
     void BuildAnew() const {
-        const QString sFile = m_oFolder.Path("App/plugins/libDraft.so");
-        EXPECT_TRUE(QFile::copy(CORVANE_DRAFT_PLUGIN, sFile + ".new"));
-        std::filesystem::rename((sFile + ".new").toStdString(), sFile.toStdString());
+        const QString file = m_folder.Path("App/plugins/libDraft.so");
+        EXPECT_TRUE(QFile::copy(CORVANE_DRAFT_PLUGIN, file + ".new"));
+        std::filesystem::rename((file + ".new").toStdString(), file.toStdString());
     }
     // The definitions change, and the preview hears of it.
-    void Rename(const char* sFrom, const char* sTo) const {
-        Edit("Birds", QByteArray("Caption=\"") + sFrom + "\"", QByteArray("Caption=\"") + sTo + "\"");
+    void Rename(const char* from, const char* to) const {
+        Edit("Birds", QByteArray("Caption=\"") + from + "\"", QByteArray("Caption=\"") + to + "\"");
     }
-    static QLineEdit* FieldIn(QWidget* pWindow) { return pWindow ? pWindow->findChild<QLineEdit*>() : nullptr; }
+    static QLineEdit* FieldIn(QWidget* window) { return window ? window->findChild<QLineEdit*>() : nullptr; }
     [[nodiscard]] QLineEdit* Field() const { return FieldIn(Window().findChild<QMdiSubWindow*>()); }
-    [[nodiscard]] bool Says(const char* sText) const { return m_pPreview->StateText().contains(sText); }
+    [[nodiscard]] bool Says(const char* text) const { return m_preview->StateText().contains(text); }
     [[nodiscard]] std::string Status() const {
         return App().Bar()->Bands()->Find("StatusBar")->Tools()->Find("Status")->Caption();
     }
@@ -62,14 +62,14 @@ TEST_F(WorkTest, UnsavedWorkHoldsNewDefinitionsBackUntilItIsSaved) {
     Rename("#Count", "#Tally");
     ASSERT_TRUE(Until([&] { return Says("unsaved work"); }));
     EXPECT_TRUE(Anyway());
-    QMenu* pFile = OpenMenu("File");
-    pFile->setActiveAction(pFile->actions().last());
+    QMenu* file = OpenMenu("File");
+    file->setActiveAction(file->actions().last());
     QTest::qWait(1200); // it is looked several times whether the work is saved
-    EXPECT_EQ(m_pPreview->ShownCount(), 1);
+    EXPECT_EQ(m_preview->ShownCount(), 1);
     EXPECT_EQ(OpenMenuTitle(), "File");
     EXPECT_EQ(Status(), ""); // nobody was told of an end
     EXPECT_EQ(Calls().filter("GetUnsavedItems").join("\n"), "");
-    pFile->close();
+    file->close();
     ASSERT_TRUE(App().Choose("View.Keep"));
     ASSERT_TRUE(UntilShown(2));
     EXPECT_EQ(Caption("File", "File.Count"), "&Tally");
@@ -78,8 +78,8 @@ TEST_F(WorkTest, UnsavedWorkHoldsNewDefinitionsBackUntilItIsSaved) {
 
 TEST_F(WorkTest, ShowAnywayGivesUnsavedWorkUp) {
     Preview();
-    m_pPreview->OpenWindow("Paper");
-    m_pPreview->OpenWindow("Sheet");
+    m_preview->OpenWindow("Paper");
+    m_preview->OpenWindow("Sheet");
     ClickNode(0, "Inner");
     ASSERT_TRUE(Field());
     QTest::keyClicks(Field(), "typed");
@@ -99,35 +99,35 @@ TEST_F(WorkTest, ShowAnywayGivesUnsavedWorkUp) {
     QTest::keyClicks(Field(), "again");
     Rename("#Tally", "#Sum");
     ASSERT_TRUE(Until([&] { return Anyway(); }));
-    EXPECT_EQ(m_pPreview->ShownCount(), 2);
+    EXPECT_EQ(m_preview->ShownCount(), 2);
     Field()->clear();
     ASSERT_TRUE(UntilShown(3));
 }
 
 TEST_F(WorkTest, WhatIsTypedIntoAModalWizardIsKeptAndItsPageToo) {
     Preview();
-    QTimer oPerson;
-    int nStage = 0;
-    QObject::connect(&oPerson, &QTimer::timeout, [&] {
-        QWidget* pModal = QApplication::activeModalWidget();
-        if (nStage == 0 && FieldIn(pModal)) {
-            QTest::keyClicks(FieldIn(pModal), "typed");
+    QTimer person;
+    int stage = 0;
+    QObject::connect(&person, &QTimer::timeout, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (stage == 0 && FieldIn(modal)) {
+            QTest::keyClicks(FieldIn(modal), "typed");
             Rename("#Count", "#Tally");
-            nStage = 1;
-        } else if (nStage == 1 && Says("unsaved work")) {
-            EXPECT_EQ(FieldIn(pModal)->text(), "typed");
+            stage = 1;
+        } else if (stage == 1 && Says("unsaved work")) {
+            EXPECT_EQ(FieldIn(modal)->text(), "typed");
             EXPECT_TRUE(App().ClickCommand("next"));
-            FieldIn(pModal)->clear(); // as the page behind may do
-            nStage = 2;
-        } else if (nStage == 2 && m_pPreview->ShownCount() == 2 && pModal &&
+            FieldIn(modal)->clear(); // as the page behind may do
+            stage = 2;
+        } else if (stage == 2 && m_preview->ShownCount() == 2 && modal &&
                    App().AsText().find("Page More (in front)") != std::string::npos) {
             EXPECT_TRUE(App().ClickCommand("cancel"));
-            nStage = 3;
+            stage = 3;
         }
     });
-    oPerson.start(5);
-    m_pPreview->OpenWindow("Guide");
-    EXPECT_TRUE(Until([&] { return nStage == 3; })) << nStage << App().AsText();
+    person.start(5);
+    m_preview->OpenWindow("Guide");
+    EXPECT_TRUE(Until([&] { return stage == 3; })) << stage << App().AsText();
     EXPECT_TRUE(Until([] { return !QApplication::activeModalWidget(); }));
 }
 
@@ -137,175 +137,175 @@ TEST_F(WorkTest, LabelThatIsEditedStaysOpenUntilItIsDone) {
     ClickNode(0, "Owls");
     App().Failures().Guard([&] { Tree(0)->Tree()->StartLabelEdit(); });
     ASSERT_TRUE(Until([&] { return FieldIn(Tree(0)->viewport()); }));
-    QLineEdit* pEditor = FieldIn(Tree(0)->viewport());
-    pEditor->setText("Half a na");
+    QLineEdit* editor = FieldIn(Tree(0)->viewport());
+    editor->setText("Half a na");
     Rename("#Count", "#Tally");
     ASSERT_TRUE(Until([&] { return Says("when what is open is closed"); }));
     Rest();
-    EXPECT_EQ(m_pPreview->ShownCount(), 1);
-    ASSERT_EQ(FieldIn(Tree(0)->viewport()), pEditor);
-    QTest::keyClicks(pEditor, "me");
-    EXPECT_EQ(pEditor->text(), "Half a name");
-    std::string sTaken;
-    const Subscription oTaken = Tree(0)->Tree()->AfterLabelEdit.Subscribe(
-        [&](bool& bRefused, const std::string& sText) { sTaken = bRefused ? "refused" : sText; });
-    QTest::keyClick(pEditor, Qt::Key_Return);
+    EXPECT_EQ(m_preview->ShownCount(), 1);
+    ASSERT_EQ(FieldIn(Tree(0)->viewport()), editor);
+    QTest::keyClicks(editor, "me");
+    EXPECT_EQ(editor->text(), "Half a name");
+    std::string takenText;
+    const Subscription taken = Tree(0)->Tree()->AfterLabelEdit.Subscribe(
+        [&](bool& refused, const std::string& text) { takenText = refused ? "refused" : text; });
+    QTest::keyClick(editor, Qt::Key_Return);
     ASSERT_TRUE(UntilShown(2));
-    EXPECT_EQ(sTaken, "Half a name");
+    EXPECT_EQ(takenText, "Half a name");
     EXPECT_EQ(Caption("File", "File.Count"), "&Tally");
 }
 
 // A menu over a dialog of real code isn't closed while the new definitions wait for the dialog.
 TEST_F(WorkTest, DialogsOfRealCodeAreLeftAlone) {
     Preview();
-    int nStage = 0;
-    QMenu oMenu;
-    oMenu.addAction("Entry");
-    QTimer oPerson;
-    QObject::connect(&oPerson, &QTimer::timeout, [&] {
-        auto* pBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (nStage == 0 && pBox) {
-            oMenu.popup({10, 10});
+    int stage = 0;
+    QMenu menu;
+    menu.addAction("Entry");
+    QTimer person;
+    QObject::connect(&person, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (stage == 0 && box) {
+            menu.popup({10, 10});
             Rename("#Count", "#Tally");
-            nStage = 1;
-        } else if (nStage == 1 && Says("when what is open is closed")) {
-            nStage = 2;
-            QTimer::singleShot(300, [&, pBox] {
-                EXPECT_TRUE(oMenu.isVisible());
-                oMenu.close();
-                pBox->button(QMessageBox::Ok)->click();
+            stage = 1;
+        } else if (stage == 1 && Says("when what is open is closed")) {
+            stage = 2;
+            QTimer::singleShot(300, [&, box] {
+                EXPECT_TRUE(menu.isVisible());
+                menu.close();
+                box->button(QMessageBox::Ok)->click();
             });
         }
     });
-    oPerson.start(5);
+    person.start(5);
     EXPECT_TRUE(App().Choose("View.Ask"));
     ASSERT_TRUE(UntilShown(2));
-    EXPECT_EQ(nStage, 2);
+    EXPECT_EQ(stage, 2);
 }
 
 TEST_F(WorkTest, DropDownOfAToolbarIsOpenedAgainWhereItStillIs) {
     // A button whose tool is a title's drops its menu down.
-    const QByteArray aButton =
+    const QByteArray button =
         R"(<MenuItem Type="ToolbarItem" ActionItem="File" Path="Bar" PositionOrder="1" Caption="F"/>)";
-    const QByteArray aTitle = R"(<MenuItem Type="MenuTitle" ActionItem="View" PositionOrder="2" Caption="#View"/>)";
-    Edit("Shell", aTitle, aTitle + aButton);
+    const QByteArray title = R"(<MenuItem Type="MenuTitle" ActionItem="View" PositionOrder="2" Caption="#View"/>)";
+    Edit("Shell", title, title + button);
     Preview();
-    ASSERT_TRUE(m_pPreview->Shown()) << Problem(0).toStdString();
-    const auto fnButton = [&]() -> QToolButton* {
-        const auto oBand = App().Bar()->Bands()->Find("Toolbars.Bar");
-        QToolBar* pBar = oBand ? Window().Bars().ToolbarOf(*oBand) : nullptr;
-        return pBar ? qobject_cast<QToolButton*>(pBar->widgetForAction(pBar->actions().first())) : nullptr;
+    ASSERT_TRUE(m_preview->Shown()) << Problem(0).toStdString();
+    const auto buttonFunction = [&]() -> QToolButton* {
+        const auto band = App().Bar()->Bands()->Find("Toolbars.Bar");
+        QToolBar* bar = band ? Window().Bars().ToolbarOf(*band) : nullptr;
+        return bar ? qobject_cast<QToolButton*>(bar->widgetForAction(bar->actions().first())) : nullptr;
     };
-    ASSERT_TRUE(fnButton());
-    int nStage = 0;
-    QPoint oPlace;
-    QTimer oPerson;
-    QObject::connect(&oPerson, &QTimer::timeout, [&] {
-        auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (nStage == 0 && pMenu) {
-            pMenu->setActiveAction(pMenu->actions().last());
+    ASSERT_TRUE(buttonFunction());
+    int stage = 0;
+    QPoint place;
+    QTimer person;
+    QObject::connect(&person, &QTimer::timeout, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (stage == 0 && menu) {
+            menu->setActiveAction(menu->actions().last());
             EXPECT_EQ(LitEntry(), "Feed");
-            oPlace = pMenu->pos();
+            place = menu->pos();
             Rename("#Count", "#Tally");
-            nStage = 1;
-        } else if (nStage == 1 && m_pPreview->ShownCount() == 2 && LitEntry() == "Feed") {
-            EXPECT_EQ(pMenu->actions().first()->text().section('\t', 0, 0), "&Tally");
-            EXPECT_EQ(pMenu->pos(), oPlace);
-            pMenu->close();
-            nStage = 2;
-        } else if (nStage == 3 && pMenu) {
-            Edit("Shell", aButton, "");
-            nStage = 4;
+            stage = 1;
+        } else if (stage == 1 && m_preview->ShownCount() == 2 && LitEntry() == "Feed") {
+            EXPECT_EQ(menu->actions().first()->text().section('\t', 0, 0), "&Tally");
+            EXPECT_EQ(menu->pos(), place);
+            menu->close();
+            stage = 2;
+        } else if (stage == 3 && menu) {
+            Edit("Shell", button, "");
+            stage = 4;
         }
     });
-    oPerson.start(5);
-    QTest::keyClick(fnButton(), Qt::Key_Space); // returns when the menu is closed
-    ASSERT_TRUE(Until([&] { return nStage == 2; })) << nStage << LitEntry().toStdString();
-    nStage = 3;
-    QTest::keyClick(fnButton(), Qt::Key_Space);
+    person.start(5);
+    QTest::keyClick(buttonFunction(), Qt::Key_Space); // returns when the menu is closed
+    ASSERT_TRUE(Until([&] { return stage == 2; })) << stage << LitEntry().toStdString();
+    stage = 3;
+    QTest::keyClick(buttonFunction(), Qt::Key_Space);
     ASSERT_TRUE(UntilShown(3));
     Rest();
     EXPECT_FALSE(QApplication::activePopupWidget()); // the button has gone
 }
 
 TEST_F(WorkTest, PluginThatIsBuiltAnewIsToldAndUsedAfterARestart) {
-    PreviewOptions oOptions;
-    const std::string sSteps = m_oFolder.Path("steps.txt").toStdString();
-    oOptions.pRecorder = std::make_shared<StepRecorder>(sSteps);
-    Preview(oOptions);
-    m_pPreview->OpenWindow("Paper");
-    m_pPreview->OpenWindow("Sheet");
+    PreviewOptions options;
+    const std::string steps = m_folder.Path("steps.txt").toStdString();
+    options.recorder = std::make_shared<StepRecorder>(steps);
+    Preview(options);
+    m_preview->OpenWindow("Paper");
+    m_preview->OpenWindow("Sheet");
     Rename("#Count", "#Tally");
     ASSERT_TRUE(UntilShown(2));
     EXPECT_FALSE(Button("&Restart"));
     BuildAnew();
     ASSERT_TRUE(Until([&] { return Button("&Restart"); }));
-    EXPECT_TRUE(Says("rebuilt: Draft")) << m_pPreview->StateText().toStdString();
+    EXPECT_TRUE(Says("rebuilt: Draft")) << m_preview->StateText().toStdString();
     // Who has unsaved work may stay.
     ASSERT_TRUE(App().Choose("View.Write"));
     App().Dialogs().AddAnswer("Stay");
     QTest::mouseClick(Button("&Restart"), Qt::LeftButton);
-    EXPECT_TRUE(m_pPreview->isVisible());
-    EXPECT_FALSE(m_pPreview->WantsRestart());
+    EXPECT_TRUE(m_preview->isVisible());
+    EXPECT_FALSE(m_preview->WantsRestart());
     ASSERT_TRUE(App().Choose("View.Keep"));
     ClickNode(0, "Inner");
     QTest::mouseClick(Button("&Restart"), Qt::LeftButton);
-    EXPECT_FALSE(m_pPreview->isVisible());
-    EXPECT_TRUE(m_pPreview->WantsRestart());
+    EXPECT_FALSE(m_preview->isVisible());
+    EXPECT_TRUE(m_preview->WantsRestart());
 
     // The next run goes on with what is selected and open, and closes for the recorder what it can't open any more.
-    oOptions.aTakenOver = m_pPreview->HandOver();
-    m_pPreview.reset();
+    options.takenOver = m_preview->HandOver();
+    m_preview.reset();
     Edit("Draft", "Window Name=\"Paper\"", "Window Name=\"Letter\"");
-    oOptions.pRecorder = std::make_shared<StepRecorder>(sSteps, true);
-    Preview(oOptions);
+    options.recorder = std::make_shared<StepRecorder>(steps, true);
+    Preview(options);
     EXPECT_EQ(Selected(0), "Inner");
     EXPECT_NE(App().AsText().find("Window Sheet (window, active)"), std::string::npos) << App().AsText();
-    EXPECT_EQ(m_oFolder.Read("steps.txt").mid(m_oFolder.Read("steps.txt").indexOf('\n') + 1).toStdString(),
+    EXPECT_EQ(m_folder.Read("steps.txt").mid(m_folder.Read("steps.txt").indexOf('\n') + 1).toStdString(),
               "populate\nopen Paper\nopen Sheet\n# Here the definitions were changed.\n"
               "# Here the definitions were changed.\nclick View.Write\nclick View.Keep\nnode 0 Inner\n"
               "# Here the preview was started again.\nclose Paper\n");
 
     // Where stand-ins are in its place it makes no difference.
-    m_pPreview.reset();
-    oOptions.bStandIns = true;
-    Preview(oOptions);
-    const int nShown = m_pPreview->ShownCount();
+    m_preview.reset();
+    options.standIns = true;
+    Preview(options);
+    const int shown = m_preview->ShownCount();
     BuildAnew();
-    ASSERT_TRUE(UntilShown(nShown + 1));
+    ASSERT_TRUE(UntilShown(shown + 1));
     EXPECT_FALSE(Button("&Restart"));
-    EXPECT_EQ(m_oFolder.Read("steps.txt").count("populate\n"), 1);
+    EXPECT_EQ(m_folder.Read("steps.txt").count("populate\n"), 1);
 }
 
 // The program itself: in one process, with its arguments, the steps going on where they were.
 TEST_F(WorkTest, ProgramStartsAgain) {
-    QProcess oProgram;
-    QProcessEnvironment oEnvironment = QProcessEnvironment::systemEnvironment();
-    oEnvironment.insert("PRESS", "&Restart");
-    oEnvironment.insert("LANGUAGE", "en");
-    oProgram.setProcessEnvironment(oEnvironment);
-    const auto fnCount = [&](const char* sLine) { return m_oFolder.Read("steps.txt").count(sLine); };
-    oProgram.start(CORVANE_PREVIEW_PROGRAM, {m_oFolder.Path("App"), "--record", m_oFolder.Path("steps.txt")});
-    ASSERT_TRUE(oProgram.waitForStarted());
-    const qint64 nProcess = oProgram.processId();
-    const auto fnLoaded = [&] { // which file of the plug-in the program has
-        QFile oMaps(QString("/proc/%1/maps").arg(nProcess));
-        const QByteArray aMaps = oMaps.open(QIODevice::ReadOnly) ? oMaps.readAll() : QByteArray();
-        return !aMaps.contains("libDraft.so") ? "none" : aMaps.contains("libDraft.so (deleted)") ? "old" : "new";
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("PRESS", "&Restart");
+    environment.insert("LANGUAGE", "en");
+    program.setProcessEnvironment(environment);
+    const auto count = [&](const char* line) { return m_folder.Read("steps.txt").count(line); };
+    program.start(CORVANE_PREVIEW_PROGRAM, {m_folder.Path("App"), "--record", m_folder.Path("steps.txt")});
+    ASSERT_TRUE(program.waitForStarted());
+    const qint64 process = program.processId();
+    const auto loaded = [&] { // which file of the plug-in the program has
+        QFile maps(QString("/proc/%1/maps").arg(process));
+        const QByteArray mapsList = maps.open(QIODevice::ReadOnly) ? maps.readAll() : QByteArray();
+        return !mapsList.contains("libDraft.so") ? "none" : mapsList.contains("libDraft.so (deleted)") ? "old" : "new";
     };
-    ASSERT_TRUE(Until([&] { return fnCount("populate\n") == 1; })) << oProgram.readAllStandardError().toStdString();
+    ASSERT_TRUE(Until([&] { return count("populate\n") == 1; })) << program.readAllStandardError().toStdString();
     BuildAnew();
-    ASSERT_TRUE(Until([&] { return fnCount("# Here the preview was started again.\n") == 1; }));
-    ASSERT_TRUE(Until([&] { return fnLoaded() == std::string("new"); }));
+    ASSERT_TRUE(Until([&] { return count("# Here the preview was started again.\n") == 1; }));
+    ASSERT_TRUE(Until([&] { return loaded() == std::string("new"); }));
     Rest();
-    EXPECT_EQ(oProgram.processId(), nProcess);
-    oProgram.terminate();
-    ASSERT_TRUE(oProgram.waitForFinished(30000));
-    EXPECT_EQ(oProgram.exitCode(), 0) << oProgram.readAllStandardError().toStdString();
-    EXPECT_EQ(fnCount("# A session"), 1);
-    EXPECT_EQ(fnCount("populate\n"), 1);
-    EXPECT_EQ(fnCount("exit\n"), 1);
-    EXPECT_TRUE(m_oFolder.Read("steps.txt").endsWith("exit\n"));
+    EXPECT_EQ(program.processId(), process);
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(30000));
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+    EXPECT_EQ(count("# A session"), 1);
+    EXPECT_EQ(count("populate\n"), 1);
+    EXPECT_EQ(count("exit\n"), 1);
+    EXPECT_TRUE(m_folder.Read("steps.txt").endsWith("exit\n"));
 }
 
 } // namespace

@@ -11,8 +11,8 @@ namespace {
 
 const inspect::LoggedFailure* ShownBy(const inspect::Record& oRecord, const std::string& sProcedure) {
     const inspect::LoggedFailure* pFound = nullptr;
-    for (const auto& oEntry : oRecord.aLog)
-        if (oEntry.bShown && oEntry.sProcedure == sProcedure) {
+    for (const auto& oEntry : oRecord.log)
+        if (oEntry.shown && oEntry.procedure == sProcedure) {
             EXPECT_EQ(pFound, nullptr) << "shown twice";
             pFound = &oEntry;
         }
@@ -93,17 +93,17 @@ TEST(Loading, ABrokenFileIsShownOnceAndSkipped) {
 
         const inspect::LoggedFailure* pShown = ShownBy(oApplication.Host().Recorded(), "LoadServices");
         ASSERT_NE(pShown, nullptr);
-        EXPECT_EQ(pShown->sModule, "ServiceManager");
+        EXPECT_EQ(pShown->module, "ServiceManager");
         if (oBroken.lNumber)
-            EXPECT_EQ(pShown->oFailure.Number, oBroken.lNumber);
+            EXPECT_EQ(pShown->failure.Number, oBroken.lNumber);
         else
-            EXPECT_NE(pShown->oFailure.Number, 0);
-        EXPECT_EQ(pShown->oFailure.Source, oBroken.sSource);
-        EXPECT_EQ(pShown->oFailure.Description.find(oBroken.sDescription), 0U) << pShown->oFailure.Description;
-        EXPECT_FALSE(pShown->oFailure.Description.empty());
-        EXPECT_EQ(pShown->sContext, std::string("Context: ") + oBroken.sStage +
-                                        ", File: Late.xml, Desc: " + pShown->oFailure.Description);
-        EXPECT_EQ(pShown->oFailure.Line, oBroken.lLine);
+            EXPECT_NE(pShown->failure.Number, 0);
+        EXPECT_EQ(pShown->failure.Source, oBroken.sSource);
+        EXPECT_EQ(pShown->failure.Description.find(oBroken.sDescription), 0U) << pShown->failure.Description;
+        EXPECT_FALSE(pShown->failure.Description.empty());
+        EXPECT_EQ(pShown->context,
+                  std::string("Context: ") + oBroken.sStage + ", File: Late.xml, Desc: " + pShown->failure.Description);
+        EXPECT_EQ(pShown->failure.Line, oBroken.lLine);
 
         Lines aServices;
         for (const auto& oServiceDef : oApplication.Services()->ServiceDefs())

@@ -23,128 +23,127 @@ namespace {
 // A file dialog that answers what it has been told.
 class Dialog final : public Automation<Dialog> {
 public:
-    std::string sPath;
-    std::string sChoice;
-    std::string ShowOpen(const std::string& /*sTitle*/, const std::string& /*sFilter*/,
-                         const std::string& /*sFolder*/) {
-        return sPath;
+    std::string path;
+    std::string choice;
+    std::string ShowOpen(const std::string& /*title*/, const std::string& /*filter*/, const std::string& /*folder*/) {
+        return path;
     }
-    std::string ShowChoice(const std::string& /*sTitle*/, const std::string& sChoices) {
-        return sChoices.find(sChoice) == std::string::npos ? "" : sChoice;
+    std::string ShowChoice(const std::string& /*title*/, const std::string& choices) {
+        return choices.find(choice) == std::string::npos ? "" : choice;
     }
 
     static constexpr auto Members =
         MemberTable(Method("ShowOpen", &Dialog::ShowOpen), Method("ShowChoice", &Dialog::ShowChoice));
 };
 
-void AppendTree(std::string& sText, const Node& oNode) {
-    sText += oNode.Text();
-    if (oNode.Children().empty())
+void AppendTree(std::string& text, const Node& node) {
+    text += node.Text();
+    if (node.Children().empty())
         return;
-    sText += "(";
-    for (const Node* pChild : oNode.Children()) {
-        if (pChild != oNode.Children().front())
-            sText += ", ";
-        AppendTree(sText, *pChild);
+    text += "(";
+    for (const Node* child : node.Children()) {
+        if (child != node.Children().front())
+            text += ", ";
+        AppendTree(text, *child);
     }
-    sText += ")";
+    text += ")";
 }
 
 class StudiesApplication : public testing::Test {
 protected:
-    StudiesApplication() { ::setenv("XDG_DATA_HOME", m_oFolder.Path().c_str(), 1); }
+    StudiesApplication() { ::setenv("XDG_DATA_HOME", m_folder.Path().c_str(), 1); }
 
     void Start() {
-        m_pHost = std::make_unique<ModelHost>(inspect::HostOptions{STUDIES_APP, false, nullptr});
-        EXPECT_TRUE(m_pHost->Start());
-        EXPECT_TRUE(m_pHost->Recorded().aLog.empty());
+        m_host = std::make_unique<ModelHost>(inspect::HostOptions{STUDIES_APP, false, nullptr});
+        EXPECT_TRUE(m_host->Start());
+        EXPECT_TRUE(m_host->Recorded().log.empty());
     }
     // A study with the penguins and a summary, in the file that the application will open.
     static void Prepare() {
-        studies::Store oStore(studies::Store::DefaultPath());
-        studies::AnalysisSettings oSettings;
-        oSettings.sGroupColumn = "species";
-        const studies::Id nDataSet =
-            oStore.ImportDataSet(oStore.CreateStudy("Penguins"), "penguins.csv", STUDIES_DATA "/penguins.csv",
-                                 studies::ReadCsvFile(STUDIES_DATA "/penguins.csv").oTable);
-        oStore.AddAnalysis(nDataSet, oSettings.Title("penguins.csv"), oSettings);
+        studies::Store store(studies::Store::DefaultPath());
+        studies::AnalysisSettings settings;
+        settings.groupColumn = "species";
+        const studies::Id dataSet =
+            store.ImportDataSet(store.CreateStudy("Penguins"), "penguins.csv", STUDIES_DATA "/penguins.csv",
+                                studies::ReadCsvFile(STUDIES_DATA "/penguins.csv").table);
+        store.AddAnalysis(dataSet, settings.Title("penguins.csv"), settings);
     }
-    void Import(const std::string& sFile) {
-        m_pHost->Do([&] {
-            const Variant aPath[] = {std::string(STUDIES_DATA "/") + sFile};
-            CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", aPath);
+    void Import(const std::string& file) {
+        m_host->Do([&] {
+            const Variant path[] = {std::string(STUDIES_DATA "/") + file};
+            CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", path);
         });
     }
     // A host that can ask.
     Ref<Dialog> StartWithDialog() {
-        auto oDialog = New<Dialog>();
-        m_pHost = std::make_unique<ModelHost>(inspect::HostOptions{STUDIES_APP, false, nullptr});
-        m_pHost->MainForm()->AddMember("CommonDialog", oDialog);
-        EXPECT_TRUE(m_pHost->Start());
-        return oDialog;
+        auto dialog = New<Dialog>();
+        m_host = std::make_unique<ModelHost>(inspect::HostOptions{STUDIES_APP, false, nullptr});
+        m_host->MainForm()->AddMember("CommonDialog", dialog);
+        EXPECT_TRUE(m_host->Start());
+        return dialog;
     }
     void Restart() {
-        m_pHost->Exit();
-        m_pHost.reset();
+        m_host->Exit();
+        m_host.reset();
         Start();
     }
 
-    void Click(const std::string& sTool) {
-        m_pHost->Do([&] { m_pHost->Bar()->Click(m_pHost->Bar()->Tools()->Item(sTool)); });
+    void Click(const std::string& tool) {
+        m_host->Do([&] { m_host->Bar()->Click(m_host->Bar()->Tools()->Item(tool)); });
     }
     // The first node of that text in the tree that is shown.
-    void Choose(const std::string& sText) {
-        const Ref<Node> oNode = Find(sText);
-        ASSERT_TRUE(oNode) << sText;
-        m_pHost->Do([&] { m_pHost->ActiveTree()->ClickNode(oNode); });
+    void Choose(const std::string& text) {
+        const Ref<Node> node = Find(text);
+        ASSERT_TRUE(node) << text;
+        m_host->Do([&] { m_host->ActiveTree()->ClickNode(node); });
     }
-    void Open(const std::string& sText) {
-        Choose(sText);
-        m_pHost->Do([&] { m_pHost->ActiveTree()->DblClick.Raise(); });
+    void Open(const std::string& text) {
+        Choose(text);
+        m_host->Do([&] { m_host->ActiveTree()->DblClick.Raise(); });
     }
-    void Type(const std::string& sName) {
-        m_pHost->Do([&] { m_pHost->ActiveTree()->CommitLabelEdit(sName); });
+    void Type(const std::string& name) {
+        m_host->Do([&] { m_host->ActiveTree()->CommitLabelEdit(name); });
     }
 
-    [[nodiscard]] Ref<Node> Find(const std::string& sText) const {
-        std::vector<Node*> aNodes = m_pHost->ActiveTree()->GetNodes()->Roots();
-        for (std::size_t i = 0; i < aNodes.size(); ++i) {
-            if (aNodes[i]->Text() == sText)
-                return Ref<Node>(aNodes[i]);
-            aNodes.insert(aNodes.end(), aNodes[i]->Children().begin(), aNodes[i]->Children().end());
+    [[nodiscard]] Ref<Node> Find(const std::string& text) const {
+        std::vector<Node*> nodes = m_host->ActiveTree()->GetNodes()->Roots();
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            if (nodes[i]->Text() == text)
+                return Ref<Node>(nodes[i]);
+            nodes.insert(nodes.end(), nodes[i]->Children().begin(), nodes[i]->Children().end());
         }
         return nullptr;
     }
     [[nodiscard]] std::string Tree() const {
-        std::string sText;
-        for (const Node* pRoot : m_pHost->ActiveTree()->GetNodes()->Roots())
-            AppendTree(sText, *pRoot);
-        return sText;
+        std::string text;
+        for (const Node* root : m_host->ActiveTree()->GetNodes()->Roots())
+            AppendTree(text, *root);
+        return text;
     }
     [[nodiscard]] std::string Status() const {
-        return m_pHost->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+        return m_host->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
     }
-    [[nodiscard]] bool IsOffered(const std::string& sTool) const {
-        const Ref<Tool> oTool = m_pHost->Bar()->Tools()->Item(sTool);
-        return oTool->Visible() && oTool->Enabled();
+    [[nodiscard]] bool IsOffered(const std::string& toolName) const {
+        const Ref<Tool> tool = m_host->Bar()->Tools()->Item(toolName);
+        return tool->Visible() && tool->Enabled();
     }
-    [[nodiscard]] std::string Entries(const std::string& sBand) const {
-        std::string sText;
-        for (const Ref<Tool>& oTool : m_pHost->Bar()->Bands()->Item(sBand)->Tools()->All())
-            sText += (sText.empty() ? "" : "|") + (oTool->Name() == "Separator" ? "-" : oTool->Caption()) +
-                     (oTool->IsDefaultItem() ? "*" : "");
-        return sText;
+    [[nodiscard]] std::string Entries(const std::string& band) const {
+        std::string text;
+        for (const Ref<Tool>& tool : m_host->Bar()->Bands()->Item(band)->Tools()->All())
+            text += (text.empty() ? "" : "|") + (tool->Name() == "Separator" ? "-" : tool->Caption()) +
+                    (tool->IsDefaultItem() ? "*" : "");
+        return text;
     }
     [[nodiscard]] std::string LastMessage() const {
-        const auto& aMessages = m_pHost->Recorded().aMessages;
-        return aMessages.empty() ? "" : aMessages.back().sTitle + "\n" + aMessages.back().sText;
+        const auto& messages = m_host->Recorded().messages;
+        return messages.empty() ? "" : messages.back().title + "\n" + messages.back().text;
     }
     [[nodiscard]] std::string Failures() const {
-        return m_pHost->FirstFailure() ? m_pHost->FirstFailure()->Description : "";
+        return m_host->FirstFailure() ? m_host->FirstFailure()->Description : "";
     }
 
-    corvane::test::TemporaryFolder m_oFolder;
-    std::unique_ptr<ModelHost> m_pHost;
+    corvane::test::TemporaryFolder m_folder;
+    std::unique_ptr<ModelHost> m_host;
 };
 
 TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
@@ -160,17 +159,17 @@ TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
     EXPECT_EQ(Entries("Context.Study"), "&Properties\u2026*|Rep&ort|&Import\u2026|-|Re&name|D&uplicate|&Delete");
     EXPECT_EQ(Entries("Context.LibraryFile"), "&Open*|-|&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|"
                                               "&Import into Study");
-    EXPECT_EQ(m_pHost->MainForm()->Caption(), "Studies");
+    EXPECT_EQ(m_host->MainForm()->Caption(), "Studies");
     EXPECT_EQ(Status(), "0 studies");
     EXPECT_FALSE(IsOffered("Analysis.Summary")) << "nothing is chosen";
 }
 
 TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
-    const Ref<Dialog> oDialog = StartWithDialog();
+    const Ref<Dialog> dialog = StartWithDialog();
     Click("File.Open");
     EXPECT_EQ(Status(), "0 studies") << "an empty answer is a change of mind";
-    oDialog->sPath = m_oFolder.Path("bad.csv");
-    std::ofstream(oDialog->sPath) << "a,b\n1,2\n3\n";
+    dialog->path = m_folder.Path("bad.csv");
+    std::ofstream(dialog->path) << "a,b\n1,2\n3\n";
     Click("File.Open");
     EXPECT_EQ(Failures(), "bad.csv: Line 3: 1 field where the first row has 2.\nCorrect the file, or bring it into a "
                           "study by File > Import, which can leave out what can't be read.");
@@ -179,45 +178,45 @@ TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
 TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     Prepare();
     Start();
-    const std::string sFull = "Penguins(Data Sets(penguins.csv), Analyses(Summary of penguins.csv by species))";
-    EXPECT_EQ(Tree(), "Studies(" + sFull + ")");
+    const std::string full = "Penguins(Data Sets(penguins.csv), Analyses(Summary of penguins.csv by species))";
+    EXPECT_EQ(Tree(), "Studies(" + full + ")");
     Click("File.NewStudy");
     Type("Others"); // the label is open for the name
     EXPECT_EQ(Status(), "“Study 1” is now “Others”");
     Import("gentoo.csv");
     EXPECT_EQ(Status(), "gentoo.csv imported into “Others”: 124 rows, 6 columns");
-    EXPECT_EQ(m_pHost->ActiveTree()->SelectedItem()->Text(), "gentoo.csv") << "what comes next is about it";
-    const std::string sOthers = "Others(Data Sets(gentoo.csv), Analyses)";
-    EXPECT_EQ(Tree(), "Studies(" + sFull + ", " + sOthers + ")");
+    EXPECT_EQ(m_host->ActiveTree()->SelectedItem()->Text(), "gentoo.csv") << "what comes next is about it";
+    const std::string others = "Others(Data Sets(gentoo.csv), Analyses)";
+    EXPECT_EQ(Tree(), "Studies(" + full + ", " + others + ")");
     Choose("Penguins"); // what was imported has the commands; the Qt host would have given them back
     Choose("Others");
     Click("Edit.Delete");
 
     Choose("Penguins");
     Click("Edit.Duplicate");
-    EXPECT_EQ(Tree(), "Studies(" + sFull + ", Copy of " + sFull + ")");
-    EXPECT_EQ(m_pHost->ActiveTree()->SelectedItem()->Text(), "Copy of Penguins");
+    EXPECT_EQ(Tree(), "Studies(" + full + ", Copy of " + full + ")");
+    EXPECT_EQ(m_host->ActiveTree()->SelectedItem()->Text(), "Copy of Penguins");
     Choose("Penguins");
     Click("Edit.Delete");
-    EXPECT_EQ(Tree(), "Studies(Copy of " + sFull + ")");
+    EXPECT_EQ(Tree(), "Studies(Copy of " + full + ")");
     EXPECT_FALSE(IsOffered("Edit.Delete")) << "nothing is chosen any more";
     EXPECT_EQ(Entries("Edit").substr(0, 18), "&Undo Delete Study");
 
     Click("Edit.Undo");
-    EXPECT_EQ(Tree(), "Studies(" + sFull + ", Copy of " + sFull + ")");
+    EXPECT_EQ(Tree(), "Studies(" + full + ", Copy of " + full + ")");
     Click("Edit.Redo");
-    EXPECT_EQ(Tree(), "Studies(Copy of " + sFull + ")");
+    EXPECT_EQ(Tree(), "Studies(Copy of " + full + ")");
     Click("Edit.Undo");
-    EXPECT_TRUE(m_pHost->Bar()->Tools()->Item("Edit.Delete")->Visible());
+    EXPECT_TRUE(m_host->Bar()->Tools()->Item("Edit.Delete")->Visible());
     Choose("penguins.csv");
     EXPECT_TRUE(IsOffered("Analysis.Histogram"));
     Click("Edit.Delete");
-    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + sFull + ")");
+    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + full + ")");
     EXPECT_FALSE(IsOffered("Analysis.Histogram"));
     EXPECT_EQ(Failures(), "");
 
     Restart();
-    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + sFull + ")");
+    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + full + ")");
     EXPECT_EQ(Status(), "2 studies");
 }
 
@@ -229,10 +228,10 @@ protected:
         return CorvaneMain::Framework()->WindowManager()->Windows();
     }
     [[nodiscard]] static std::string Captions() {
-        std::string sText;
-        for (const Ref<Window>& oWindow : *Windows())
-            sText += (sText.empty() ? "" : "|") + oWindow->Caption();
-        return sText;
+        std::string text;
+        for (const Ref<Window>& window : *Windows())
+            text += (text.empty() ? "" : "|") + window->Caption();
+        return text;
     }
 };
 
@@ -267,22 +266,22 @@ TEST_F(StudiesWindows, OpenAgainByTheirKeysUnlessWhatTheyAreAboutHasGone) {
     Open("penguins.csv");
     Open("Summary of penguins.csv by species");
     Click("Analysis.Report");
-    std::vector<std::pair<std::string, std::string>> aOpen;
-    for (const Ref<Window>& oWindow : *Windows())
-        aOpen.emplace_back(oWindow->WindowDef()->Name(), oWindow->Key());
-    const std::string sCaptions = Captions();
+    std::vector<std::pair<std::string, std::string>> open;
+    for (const Ref<Window>& window : *Windows())
+        open.emplace_back(window->WindowDef()->Name(), window->Key());
+    const std::string captions = Captions();
     Restart();
-    const auto fnRestore = [&](const std::string& sName, const std::string& sKey) {
-        const Variant aArguments[] = {sName, sKey};
+    const auto restore = [&](const std::string& name, const std::string& key) {
+        const Variant arguments[] = {name, key};
         return ToBoolean(CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke(
-            "RestoreWindow", aArguments));
+            "RestoreWindow", arguments));
     };
-    for (const auto& [sName, sKey] : aOpen)
-        EXPECT_TRUE(fnRestore(sName, sKey)) << sKey;
-    EXPECT_EQ(Captions(), sCaptions);
-    for (const char* sKey : {"data 99", "analysis 99", "report 99", "data ", "data x", "file 1", ""})
-        EXPECT_FALSE(fnRestore("Data", sKey)) << sKey;
-    EXPECT_EQ(Captions(), sCaptions);
+    for (const auto& [name, key] : open)
+        EXPECT_TRUE(restore(name, key)) << key;
+    EXPECT_EQ(Captions(), captions);
+    for (const char* key : {"data 99", "analysis 99", "report 99", "data ", "data x", "file 1", ""})
+        EXPECT_FALSE(restore("Data", key)) << key;
+    EXPECT_EQ(Captions(), captions);
     EXPECT_EQ(Failures(), "");
 }
 
@@ -291,7 +290,7 @@ TEST_F(StudiesApplication, AChosenItemStaysChosenWhenTheExplorerIsMadeAnew) {
     Start();
     Choose("Summary of penguins.csv by species");
     Click("View.Refresh");
-    EXPECT_EQ(m_pHost->ActiveTree()->SelectedItem()->Text(), "Summary of penguins.csv by species");
+    EXPECT_EQ(m_host->ActiveTree()->SelectedItem()->Text(), "Summary of penguins.csv by species");
     EXPECT_EQ(Failures(), "");
 }
 
@@ -299,7 +298,7 @@ TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     Start();
     Click("File.Open");
     EXPECT_EQ(Status(), "penguins.csv: 344 rows, 7 columns");
-    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(1); });
+    m_host->Do([&] { m_host->Tabs()->ChooseTab(1); });
     EXPECT_EQ(Tree(), "Library(gentoo.csv, penguins.csv)");
     Open("gentoo.csv");
     Open("penguins.csv");
@@ -307,7 +306,7 @@ TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     Click("Analysis.Histogram"); // of the file that was chosen last
     EXPECT_EQ(Captions(), "penguins.csv|gentoo.csv|Histogram of penguins.csv: bill length");
     EXPECT_FALSE(IsOffered("File.Save")) << "there is no study to keep it in";
-    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(0); });
+    m_host->Do([&] { m_host->Tabs()->ChooseTab(0); });
     EXPECT_EQ(Tree(), "Studies");
     EXPECT_EQ(Failures(), "");
 }
@@ -317,26 +316,26 @@ TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
     Start();
     Choose("penguins.csv");
     Click("Analysis.Histogram");
-    const Ref<IService> oService =
+    const Ref<IService> service =
         CorvaneMain::QueryService(CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies"));
-    Double dblOrder = 0;
-    EXPECT_EQ(oService->UnsavedItems(dblOrder)->Count(), 0) << "as it came, it is one click away";
-    const auto oDocument = Windows()->Item(1)->BusinessContext().As<studies::AnalysisDocument>();
-    studies::AnalysisSettings oSettings = oDocument->Settings();
-    oSettings.sColumnX = "body_mass_g";
-    m_pHost->Do([&] { oDocument->SetSettings(oSettings); });
-    const Ref<Dictionary> dctUnsaved = oService->UnsavedItems(dblOrder);
-    ASSERT_EQ(dctUnsaved->Keys(), (std::vector<std::string>{"Histogram of penguins.csv: body mass"}));
-    m_pHost->Do([&] { oService->Save(ToObject(dctUnsaved->Item(dctUnsaved->Keys()[0]))); });
-    EXPECT_EQ(oService->UnsavedItems(dblOrder)->Count(), 0);
+    Double order = 0;
+    EXPECT_EQ(service->UnsavedItems(order)->Count(), 0) << "as it came, it is one click away";
+    const auto document = Windows()->Item(1)->BusinessContext().As<studies::AnalysisDocument>();
+    studies::AnalysisSettings settings = document->Settings();
+    settings.columnX = "body_mass_g";
+    m_host->Do([&] { document->SetSettings(settings); });
+    const Ref<Dictionary> unsaved = service->UnsavedItems(order);
+    ASSERT_EQ(unsaved->Keys(), (std::vector<std::string>{"Histogram of penguins.csv: body mass"}));
+    m_host->Do([&] { service->Save(ToObject(unsaved->Item(unsaved->Keys()[0]))); });
+    EXPECT_EQ(service->UnsavedItems(order)->Count(), 0);
     EXPECT_NE(Find("Histogram of penguins.csv: body mass"), nullptr);
 
-    oSettings.nBins = 7;
-    m_pHost->Do([&] { oDocument->SetSettings(oSettings); });
-    m_pHost->Do([&] { oDocument->Save(); });
+    settings.bins = 7;
+    m_host->Do([&] { document->SetSettings(settings); });
+    m_host->Do([&] { document->Save(); });
     Click("Edit.Undo");
-    EXPECT_EQ(oDocument->Settings().nBins, 0) << "the open window follows";
-    EXPECT_FALSE(oDocument->IsChanged());
+    EXPECT_EQ(document->Settings().bins, 0) << "the open window follows";
+    EXPECT_FALSE(document->IsChanged());
     Restart();
     Open("Histogram of penguins.csv: body mass");
     EXPECT_EQ(Captions(), "Histogram of penguins.csv: body mass");
@@ -352,20 +351,20 @@ TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
     Click("File.NewStudy");
     Type("Two");
     const struct {
-        const char* sName;
-        const char* sMessage;
-    } aCases[] = {
+        const char* name;
+        const char* message;
+    } cases[] = {
         {"one", "Rename\none already exists"},
         {"Studies", "Rename\nStudies already exists"}, // the root's name, which the store doesn't know
         {"", "Rename\nStudies already exists"},        // told as a failure instead of a message
     };
-    for (const auto& oCase : aCases) {
+    for (const auto& testCase : cases) {
         Click("Edit.Rename");
-        Type(oCase.sName);
-        EXPECT_EQ(LastMessage(), oCase.sMessage);
+        Type(testCase.name);
+        EXPECT_EQ(LastMessage(), testCase.message);
         EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Two(Data Sets, Analyses))");
     }
-    EXPECT_EQ(m_pHost->Recorded().aLog.back().oFailure.Description, "A study needs a name.");
+    EXPECT_EQ(m_host->Recorded().log.back().failure.Description, "A study needs a name.");
     Click("Edit.Undo");
     EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Study 1(Data Sets, Analyses))")
         << "what was refused is no step";
@@ -373,24 +372,24 @@ TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
 
 TEST_F(StudiesApplication, LibraryFilesAreImported) {
     Start();
-    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(1); });
+    m_host->Do([&] { m_host->Tabs()->ChooseTab(1); });
     Choose("gentoo.csv");
     Click("Context.LibraryFile.Import");
     EXPECT_EQ(Status(), "gentoo.csv imported into “Study 1”: 124 rows, 6 columns");
     Click("Context.LibraryFile.Import");
-    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(0); });
+    m_host->Do([&] { m_host->Tabs()->ChooseTab(0); });
     EXPECT_EQ(Tree(), "Studies(Study 1(Data Sets(gentoo.csv), Analyses), Study 2(Data Sets(gentoo.csv), Analyses))");
     EXPECT_EQ(Failures(), "");
 }
 
 TEST_F(StudiesApplication, ADamagedFileLeavesTheRestOfTheApplicationWorking) {
-    std::filesystem::create_directories(m_oFolder.Path("corvane/studies"));
+    std::filesystem::create_directories(m_folder.Path("corvane/studies"));
     std::ofstream(studies::Store::DefaultPath()) << std::string(4000, 'x');
     Start();
     EXPECT_NE(LastMessage().find("is damaged"), std::string::npos);
     EXPECT_FALSE(IsOffered("File.NewStudy"));
     Click("View.Refresh");
-    m_pHost->Do([&] { m_pHost->Tabs()->ChooseTab(1); });
+    m_host->Do([&] { m_host->Tabs()->ChooseTab(1); });
     Choose("gentoo.csv");
     EXPECT_TRUE(IsOffered("Analysis.Summary"));
     EXPECT_EQ(Failures(), "");

@@ -11,31 +11,31 @@ using namespace studies;
 namespace {
 
 // "name:type[a|b]" for each column, "-" for a missing value.
-std::string Shape(const Table& oTable) {
-    std::string sShape;
-    for (const Column& oColumn : oTable.aColumns) {
-        sShape += (sShape.empty() ? "" : " ") + oColumn.sName + ":" + std::string(NameOf(oColumn.eType)) + "[";
-        for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow)
-            sShape += (iRow > 0 ? "|" : "") + (oColumn.IsMissing(iRow) ? "-" : oColumn.Text(iRow));
-        sShape += "]";
+std::string Shape(const Table& table) {
+    std::string shape;
+    for (const Column& column : table.columns) {
+        shape += (shape.empty() ? "" : " ") + column.name + ":" + std::string(NameOf(column.type)) + "[";
+        for (std::size_t row = 0; row < table.rows; ++row)
+            shape += (row > 0 ? "|" : "") + (column.IsMissing(row) ? "-" : column.Text(row));
+        shape += "]";
     }
-    return sShape;
+    return shape;
 }
 
-std::string FailureOf(std::string_view sText) {
+std::string FailureOf(std::string_view text) {
     try {
-        return Shape(ReadCsv(sText).oTable);
-    } catch (const corvane::Failure& oFailure) {
-        return oFailure.Description;
+        return Shape(ReadCsv(text).table);
+    } catch (const corvane::Failure& failure) {
+        return failure.Description;
     }
 }
 
 TEST(Csv, ReadsWhatProgramsWrite) {
     const struct {
-        const char* sWhat;
-        const char* sText;
-        const char* sShape;
-    } aCases[] = {
+        const char* what;
+        const char* text;
+        const char* shape;
+    } cases[] = {
         {"commas and LF", "a,b\n1,x\n2,y\n", "a:whole number[1|2] b:text[x|y]"},
         {"CRLF, no line end at the end", "a,b\r\n1,x\r\n2,y", "a:whole number[1|2] b:text[x|y]"},
         {"byte order mark",
@@ -57,51 +57,51 @@ TEST(Csv, ReadsWhatProgramsWrite) {
         {"blank lines and blanks around fields", "\n a , b \n\n 1 , x \n  \n", "a:whole number[1] b:text[x]"},
         {"a header alone", "a,b\n", "a:text[] b:text[]"},
     };
-    for (const auto& oCase : aCases)
-        EXPECT_EQ(FailureOf(oCase.sText), oCase.sShape) << oCase.sWhat;
+    for (const auto& testCase : cases)
+        EXPECT_EQ(FailureOf(testCase.text), testCase.shape) << testCase.what;
 }
 
 TEST(Csv, BadRowsNameTheirLine) {
     const struct {
-        const char* sText;
-        const char* sFailure;
-    } aCases[] = {
+        const char* text;
+        const char* failure;
+    } cases[] = {
         {"", "There is no data: the text is empty."},
         {"a,b\n1,2\n\n3\n", "Line 4: 1 field where the first row has 2."},
         {"a,b\n\"x\ny\",2\n1,2,3\n", "Line 4: 3 fields where the first row has 2."},
         {"a,b\n1,\"x\n2,y\n", "Line 2: a quote isn't closed."},
         {"a,b\n\"x\"y,2\n", "Line 2: text follows a closing quote."},
     };
-    for (const auto& oCase : aCases)
-        EXPECT_EQ(FailureOf(oCase.sText), oCase.sFailure);
+    for (const auto& testCase : cases)
+        EXPECT_EQ(FailureOf(testCase.text), testCase.failure);
 }
 
 TEST(Csv, BadRowsCanBeLeftOut) {
-    const CsvResult oResult = ReadCsv("a,b\n1,2\n3\n4,5\n6,7,8\n", {0, true});
-    EXPECT_EQ(Shape(oResult.oTable), "a:whole number[1|4] b:whole number[2|5]");
-    ASSERT_EQ(oResult.aSkipped.size(), 2U);
-    EXPECT_EQ(oResult.aSkipped[1], "Line 5: 3 fields where the first row has 2.");
+    const CsvResult result = ReadCsv("a,b\n1,2\n3\n4,5\n6,7,8\n", {0, true});
+    EXPECT_EQ(Shape(result.table), "a:whole number[1|4] b:whole number[2|5]");
+    ASSERT_EQ(result.skipped.size(), 2U);
+    EXPECT_EQ(result.skipped[1], "Line 5: 3 fields where the first row has 2.");
 }
 
 TEST(Csv, TheDelimiterIsTheOneThatDividesEvenly) {
     EXPECT_EQ(DetectDelimiter("name;note\nA;x, y, z\nB;u\n"), ';');
     EXPECT_EQ(DetectDelimiter("price\n1\n2\n"), ',');
     EXPECT_EQ(DetectDelimiter("a,\"b;c;d\"\n1,\"2;3;4\"\n"), ',');
-    EXPECT_EQ(ReadCsv("a;b\n1;2\n", {',', false}).oTable.aColumns.size(), 1U) << "a given delimiter isn't questioned";
+    EXPECT_EQ(ReadCsv("a;b\n1;2\n", {',', false}).table.columns.size(), 1U) << "a given delimiter isn't questioned";
 }
 
 TEST(Csv, WhatIsWrittenReadsTheSame) {
-    const Table oTable = ReadCsv("a;b;c\n1,25;\"x;\"\"y\"\"\";\"two\nlines\"\n;;z\n").oTable;
-    EXPECT_EQ(Shape(ReadCsv(WriteCsv(oTable)).oTable), Shape(oTable));
+    const Table table = ReadCsv("a;b;c\n1,25;\"x;\"\"y\"\"\";\"two\nlines\"\n;;z\n").table;
+    EXPECT_EQ(Shape(ReadCsv(WriteCsv(table)).table), Shape(table));
 }
 
 TEST(TextFile, TextIsReadInTheEncodingThatItHas) {
     using namespace std::string_literals;
     const struct {
-        const char* sWhat;
-        std::string sBytes;
-        std::string sText;
-    } aCases[] = {
+        const char* what;
+        std::string bytes;
+        std::string text;
+    } cases[] = {
         {"UTF-8", "K\u00f6ln \u20ac", "K\u00f6ln \u20ac"},
         {"UTF-8 with a mark", "\xEF\xBB\xBFK\u00f6ln", "K\u00f6ln"},
         {"Latin-1", "L\xE4nge;\xC6r\xF8", "L\u00e4nge;\u00c6r\u00f8"},
@@ -114,20 +114,20 @@ TEST(TextFile, TextIsReadInTheEncodingThatItHas) {
         {"UTF-16, high bytes first", "\xFE\xFF\0K\0\xF6"s, "K\u00f6"},
         {"UTF-16, half a character", "\xFF\xFE\x3D\xD8K\0"s, "\uFFFDK"},
     };
-    for (const auto& oCase : aCases)
-        EXPECT_EQ(DecodeText(oCase.sBytes, "x.csv"), oCase.sText) << oCase.sWhat;
+    for (const auto& testCase : cases)
+        EXPECT_EQ(DecodeText(testCase.bytes, "x.csv"), testCase.text) << testCase.what;
     try {
         (void)DecodeText("PK\3\4\0\0"s, "x.xlsx");
         FAIL() << "a workbook is no text";
-    } catch (const corvane::Failure& oFailure) {
-        EXPECT_EQ(oFailure.Description.find("x.xlsx isn't a text file. Save the table"), 0U) << oFailure.Description;
+    } catch (const corvane::Failure& failure) {
+        EXPECT_EQ(failure.Description.find("x.xlsx isn't a text file. Save the table"), 0U) << failure.Description;
     }
 }
 
 TEST(Csv, FilesAreNamedInFailures) {
-    const CsvResult oGentoo = ReadCsvFile(STUDIES_DATA "/gentoo.csv");
-    EXPECT_EQ(oGentoo.cDelimiter, ';');
-    EXPECT_EQ(oGentoo.oTable.nRows, 124U);
+    const CsvResult gentoo = ReadCsvFile(STUDIES_DATA "/gentoo.csv");
+    EXPECT_EQ(gentoo.delimiter, ';');
+    EXPECT_EQ(gentoo.table.rows, 124U);
     EXPECT_THROW((void)ReadCsvFile(STUDIES_DATA "/nothing.csv"), corvane::Failure);
     EXPECT_THROW((void)ReadCsvFile(STUDIES_DATA), corvane::Failure) << "a folder is no file";
 }

@@ -13,140 +13,140 @@ using namespace studies;
 namespace {
 
 // "Study[data set(rows) data set(rows); analysis]" for each study.
-std::string Contents(Store& oStore) {
-    std::string sText;
-    for (const Study& oStudy : oStore.Studies()) {
-        sText += (sText.empty() ? "" : " ") + oStudy.sName + "[";
-        std::string sBetween;
-        for (const DataSet& oDataSet : oStore.DataSets(oStudy.nId)) {
-            sText += sBetween + oDataSet.sName + "(" + std::to_string(oStore.ReadDataSet(oDataSet.nId).nRows) + ")";
-            sBetween = " ";
+std::string Contents(Store& store) {
+    std::string text;
+    for (const Study& study : store.Studies()) {
+        text += (text.empty() ? "" : " ") + study.name + "[";
+        std::string between;
+        for (const DataSet& dataSet : store.DataSets(study.id)) {
+            text += between + dataSet.name + "(" + std::to_string(store.ReadDataSet(dataSet.id).rows) + ")";
+            between = " ";
         }
-        sBetween = "; ";
-        for (const Analysis& oAnalysis : oStore.Analyses(oStudy.nId)) {
-            sText += sBetween + oAnalysis.sName;
-            sBetween = " ";
+        between = "; ";
+        for (const Analysis& analysis : store.Analyses(study.id)) {
+            text += between + analysis.name;
+            between = " ";
         }
-        sText += "]";
+        text += "]";
     }
-    return sText;
+    return text;
 }
 
-std::string FailureOf(const std::function<void()>& fnCall) {
+std::string FailureOf(const std::function<void()>& call) {
     try {
-        fnCall();
-    } catch (const corvane::Failure& oFailure) {
-        return oFailure.Description;
+        call();
+    } catch (const corvane::Failure& failure) {
+        return failure.Description;
     }
     return "none";
 }
 
 class StoreOfStudies : public testing::Test {
 protected:
-    corvane::test::TemporaryFolder m_oFolder;
-    std::string m_sPath = m_oFolder.Path("data/studies.sqlite");
+    corvane::test::TemporaryFolder m_folder;
+    std::string m_path = m_folder.Path("data/studies.sqlite");
     // Nothing as it would be by default.
-    AnalysisSettings m_oSettings{
+    AnalysisSettings m_settings{
         AnalysisKind::Scatter, "name", "mass", "count", "A", "B", 7, {BootstrapFigure::Median, 500, 0.9, 42}};
-    Table m_oTable = ReadCsv("name,mass,count\nA,1.5,1\nB,,2\n,0.1,\n").oTable;
+    Table m_table = ReadCsv("name,mass,count\nA,1.5,1\nB,,2\n,0.1,\n").table;
 
     // A[set(3); Summary] B[]
-    void Fill(Store& oStore) {
-        const Id nStudy = oStore.CreateStudy("A");
-        oStore.AddAnalysis(oStore.ImportDataSet(nStudy, "set", "/data/set.csv", m_oTable), "Summary", m_oSettings);
-        oStore.CreateStudy("B");
+    void Fill(Store& store) {
+        const Id study = store.CreateStudy("A");
+        store.AddAnalysis(store.ImportDataSet(study, "set", "/data/set.csv", m_table), "Summary", m_settings);
+        store.CreateStudy("B");
     }
 };
 
 TEST_F(StoreOfStudies, SurvivesReopening) {
     {
-        Store oStore(m_sPath);
-        Fill(oStore);
-        oStore.RenameStudy(oStore.Studies()[1].nId, "C");
+        Store store(m_path);
+        Fill(store);
+        store.RenameStudy(store.Studies()[1].id, "C");
     }
-    Store oStore(m_sPath);
-    EXPECT_EQ(Contents(oStore), "A[set(3); Summary] C[]");
-    EXPECT_EQ(oStore.UndoLabel(), "");
-    const DataSet oDataSet = oStore.DataSets(oStore.Studies()[0].nId)[0];
-    EXPECT_EQ(oDataSet.sSource, "/data/set.csv");
-    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(oDataSet.nId)), WriteCsv(m_oTable));
-    EXPECT_EQ(oStore.ReadDataSet(oDataSet.nId).aColumns[2].eType, ColumnType::Whole);
-    EXPECT_TRUE(oStore.Analyses(oDataSet.nStudyId)[0].oSettings == m_oSettings);
+    Store store(m_path);
+    EXPECT_EQ(Contents(store), "A[set(3); Summary] C[]");
+    EXPECT_EQ(store.UndoLabel(), "");
+    const DataSet dataSet = store.DataSets(store.Studies()[0].id)[0];
+    EXPECT_EQ(dataSet.source, "/data/set.csv");
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(dataSet.id)), WriteCsv(m_table));
+    EXPECT_EQ(store.ReadDataSet(dataSet.id).columns[2].type, ColumnType::Whole);
+    EXPECT_TRUE(store.Analyses(dataSet.studyId)[0].settings == m_settings);
 }
 
 // Each step, undone and done again, leaves what it left before, in the file too.
 TEST_F(StoreOfStudies, EveryStepIsUndoneAndDoneAgain) {
-    Store oStore(m_sPath);
-    Fill(oStore);
-    const Id nA = oStore.Studies()[0].nId;
-    const Id nSet = oStore.DataSets(nA)[0].nId;
-    const Id nAnalysis = oStore.Analyses(nA)[0].nId;
+    Store store(m_path);
+    Fill(store);
+    const Id a = store.Studies()[0].id;
+    const Id set = store.DataSets(a)[0].id;
+    const Id analysis = store.Analyses(a)[0].id;
     const struct {
-        const char* sLabel;
-        std::function<void()> fnStep;
-        const char* sAfter;
-    } aSteps[] = {
-        {"New Study", [&] { oStore.CreateStudy("New"); }, "A[set(3); Summary] B[] New[]"},
-        {"Rename Study", [&] { oStore.RenameStudy(nA, "It's"); }, "It's[set(3); Summary] B[]"},
-        {"Delete Study", [&] { oStore.DeleteStudy(nA); }, "B[]"},
-        {"Duplicate Study", [&] { oStore.DuplicateStudy(nA); }, "A[set(3); Summary] B[] Copy of A[set(3); Summary]"},
-        {"Import", [&] { oStore.ImportDataSet(nA, "more", "", m_oTable); }, "A[set(3) more(3); Summary] B[]"},
-        {"Delete Data Set", [&] { oStore.DeleteDataSet(nSet); }, "A[] B[]"},
-        {"New Analysis", [&] { oStore.AddAnalysis(nSet, "By name", {}); }, "A[set(3); Summary By name] B[]"},
-        {"Change Analysis", [&] { oStore.ChangeAnalysis(nAnalysis, "Other", {}); }, "A[set(3); Other] B[]"},
-        {"Change Study", [&] { oStore.SetStudyProperties(nA, "C", "notes"); }, "C[set(3); Summary] B[]"},
+        const char* label;
+        std::function<void()> step;
+        const char* after;
+    } steps[] = {
+        {"New Study", [&] { store.CreateStudy("New"); }, "A[set(3); Summary] B[] New[]"},
+        {"Rename Study", [&] { store.RenameStudy(a, "It's"); }, "It's[set(3); Summary] B[]"},
+        {"Delete Study", [&] { store.DeleteStudy(a); }, "B[]"},
+        {"Duplicate Study", [&] { store.DuplicateStudy(a); }, "A[set(3); Summary] B[] Copy of A[set(3); Summary]"},
+        {"Import", [&] { store.ImportDataSet(a, "more", "", m_table); }, "A[set(3) more(3); Summary] B[]"},
+        {"Delete Data Set", [&] { store.DeleteDataSet(set); }, "A[] B[]"},
+        {"New Analysis", [&] { store.AddAnalysis(set, "By name", {}); }, "A[set(3); Summary By name] B[]"},
+        {"Change Analysis", [&] { store.ChangeAnalysis(analysis, "Other", {}); }, "A[set(3); Other] B[]"},
+        {"Change Study", [&] { store.SetStudyProperties(a, "C", "notes"); }, "C[set(3); Summary] B[]"},
         {"Change Data Set",
          [&] {
-             oStore.SetDataSetProperties(nSet, {"sit", "notes", {"", "g", ""}});
+             store.SetDataSetProperties(set, {"sit", "notes", {"", "g", ""}});
          },
          "A[sit(3); Summary] B[]"},
-        {"Delete Analysis", [&] { oStore.DeleteAnalysis(nAnalysis); }, "A[set(3)] B[]"},
+        {"Delete Analysis", [&] { store.DeleteAnalysis(analysis); }, "A[set(3)] B[]"},
     };
-    const std::string sBefore = Contents(oStore);
-    for (const auto& oStep : aSteps) {
-        oStep.fnStep();
-        EXPECT_EQ(Contents(oStore), oStep.sAfter) << oStep.sLabel;
-        EXPECT_EQ(oStore.UndoLabel(), oStep.sLabel);
-        oStore.Undo();
-        EXPECT_EQ(Contents(oStore), sBefore) << oStep.sLabel;
-        EXPECT_EQ(oStore.RedoLabel(), oStep.sLabel);
-        oStore.Redo();
-        EXPECT_EQ(Contents(oStore), oStep.sAfter) << oStep.sLabel;
-        oStore.Undo();
+    const std::string before = Contents(store);
+    for (const auto& step : steps) {
+        step.step();
+        EXPECT_EQ(Contents(store), step.after) << step.label;
+        EXPECT_EQ(store.UndoLabel(), step.label);
+        store.Undo();
+        EXPECT_EQ(Contents(store), before) << step.label;
+        EXPECT_EQ(store.RedoLabel(), step.label);
+        store.Redo();
+        EXPECT_EQ(Contents(store), step.after) << step.label;
+        store.Undo();
     }
-    Store oAgain(m_sPath);
-    EXPECT_EQ(Contents(oAgain), sBefore);
+    Store again(m_path);
+    EXPECT_EQ(Contents(again), before);
 }
 
 TEST_F(StoreOfStudies, StepsAreUndoneInReverseAndANewOneForgetsTheUndone) {
-    Store oStore(m_sPath);
-    Fill(oStore);
-    oStore.DeleteStudy(oStore.Studies()[0].nId);
-    oStore.Undo();
-    oStore.Undo();
-    EXPECT_EQ(Contents(oStore), "A[set(3); Summary]");
-    oStore.Undo();
-    oStore.Undo();
-    oStore.Undo();
-    oStore.Undo(); // one more than there are
-    EXPECT_EQ(Contents(oStore), "");
+    Store store(m_path);
+    Fill(store);
+    store.DeleteStudy(store.Studies()[0].id);
+    store.Undo();
+    store.Undo();
+    EXPECT_EQ(Contents(store), "A[set(3); Summary]");
+    store.Undo();
+    store.Undo();
+    store.Undo();
+    store.Undo(); // one more than there are
+    EXPECT_EQ(Contents(store), "");
     for (int i = 0; i < 5; ++i)
-        oStore.Redo();
-    EXPECT_EQ(Contents(oStore), "B[]");
-    oStore.Undo();
-    oStore.CreateStudy("C");
-    EXPECT_EQ(oStore.RedoLabel(), "");
-    oStore.Redo();
-    EXPECT_EQ(Contents(oStore), "A[set(3); Summary] B[] C[]");
+        store.Redo();
+    EXPECT_EQ(Contents(store), "B[]");
+    store.Undo();
+    store.CreateStudy("C");
+    EXPECT_EQ(store.RedoLabel(), "");
+    store.Redo();
+    EXPECT_EQ(Contents(store), "A[set(3); Summary] B[] C[]");
 }
 
 TEST_F(StoreOfStudies, NamesOfStudies) {
-    Store oStore(m_sPath);
-    const Id nId = oStore.CreateStudy("\u00C4rger");
+    Store store(m_path);
+    const Id id = store.CreateStudy("\u00C4rger");
     const struct {
-        const char* sName;
-        const char* sFailure;
-    } aCases[] = {
+        const char* name;
+        const char* failure;
+    } cases[] = {
         {"", "A study needs a name."},
         {"  ", "A study needs a name."},
         {" x", "A study's name can't begin or end with a space."},
@@ -154,79 +154,79 @@ TEST_F(StoreOfStudies, NamesOfStudies) {
         {"a\nb", "A study's name must be on one line."},
         {"\u00E4RGER", "There is a study “\u00E4RGER” already."},
     };
-    for (const auto& oCase : aCases)
-        EXPECT_EQ(FailureOf([&] { oStore.CreateStudy(oCase.sName); }), oCase.sFailure);
-    EXPECT_EQ(FailureOf([&] { oStore.CreateStudy(std::string(121, 'x')); }), "A study's name has at most 120 letters.");
-    oStore.RenameStudy(nId, "\u00E4rger"); // its own name in another case
-    EXPECT_EQ(Contents(oStore), "\u00E4rger[]");
-    EXPECT_EQ(oStore.FreeName("Study"), "Study 1");
-    oStore.CreateStudy("STUDY 1");
-    EXPECT_EQ(oStore.FreeName("Study"), "Study 2");
-    oStore.DuplicateStudy(nId);
-    oStore.DuplicateStudy(nId);
-    EXPECT_EQ(oStore.Studies().back().sName, "Copy of \u00E4rger 2");
+    for (const auto& testCase : cases)
+        EXPECT_EQ(FailureOf([&] { store.CreateStudy(testCase.name); }), testCase.failure);
+    EXPECT_EQ(FailureOf([&] { store.CreateStudy(std::string(121, 'x')); }), "A study's name has at most 120 letters.");
+    store.RenameStudy(id, "\u00E4rger"); // its own name in another case
+    EXPECT_EQ(Contents(store), "\u00E4rger[]");
+    EXPECT_EQ(store.FreeName("Study"), "Study 1");
+    store.CreateStudy("STUDY 1");
+    EXPECT_EQ(store.FreeName("Study"), "Study 2");
+    store.DuplicateStudy(id);
+    store.DuplicateStudy(id);
+    EXPECT_EQ(store.Studies().back().name, "Copy of \u00E4rger 2");
 }
 
 TEST_F(StoreOfStudies, AFailedStepChangesNothing) {
-    Store oStore(m_sPath);
-    Fill(oStore);
-    const std::string sBefore = Contents(oStore);
-    const std::string sLabel = oStore.UndoLabel();
-    const Id nGone = 999;
-    for (const std::function<void()>& fnStep : std::initializer_list<std::function<void()>>{
-             [&] { oStore.RenameStudy(oStore.Studies()[1].nId, "a"); }, [&] { oStore.DeleteStudy(nGone); },
-             [&] { oStore.DuplicateStudy(nGone); }, [&] { oStore.ImportDataSet(nGone, "x", "", m_oTable); },
-             [&] { oStore.AddAnalysis(nGone, "x", {}); }, [&] { oStore.DeleteAnalysis(nGone); }})
-        EXPECT_THROW(fnStep(), corvane::Failure);
-    EXPECT_EQ(Contents(oStore), sBefore);
-    EXPECT_EQ(oStore.UndoLabel(), sLabel);
+    Store store(m_path);
+    Fill(store);
+    const std::string before = Contents(store);
+    const std::string label = store.UndoLabel();
+    const Id gone = 999;
+    for (const std::function<void()>& step : std::initializer_list<std::function<void()>>{
+             [&] { store.RenameStudy(store.Studies()[1].id, "a"); }, [&] { store.DeleteStudy(gone); },
+             [&] { store.DuplicateStudy(gone); }, [&] { store.ImportDataSet(gone, "x", "", m_table); },
+             [&] { store.AddAnalysis(gone, "x", {}); }, [&] { store.DeleteAnalysis(gone); }})
+        EXPECT_THROW(step(), corvane::Failure);
+    EXPECT_EQ(Contents(store), before);
+    EXPECT_EQ(store.UndoLabel(), label);
 }
 
 TEST_F(StoreOfStudies, DataOfDeletedSetsGoWhenTheFileIsNextOpened) {
-    Store oStore(m_sPath);
-    Fill(oStore);
-    oStore.DeleteStudy(oStore.Studies()[0].nId);
-    { Store oOther(m_sPath); }
-    EXPECT_EQ(FailureOf([&] { oStore.Undo(); }),
+    Store store(m_path);
+    Fill(store);
+    store.DeleteStudy(store.Studies()[0].id);
+    { Store other(m_path); }
+    EXPECT_EQ(FailureOf([&] { store.Undo(); }),
               "This can't be undone: the data have been deleted since the file was opened elsewhere.");
-    EXPECT_EQ(Contents(oStore), "B[]");
+    EXPECT_EQ(Contents(store), "B[]");
 }
 
 TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
-    Store oStore(m_sPath);
-    Fill(oStore);
-    const Id nSet = oStore.DataSets(oStore.Studies()[0].nId)[0].nId;
-    const std::string sBefore = WriteCsv(oStore.ReadDataSet(nSet));
-    oStore.SetCells(nSet, {{1, 0, "it's"}, {2, 1, "2.25"}, {3, 1, ""}});
-    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,1\nB,2.25,2\n,,\n");
-    oStore.SetCells(nSet, {{1, 2, "7"}});
-    oStore.Undo();
-    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,1\nB,2.25,2\n,,\n");
-    EXPECT_EQ(oStore.UndoLabel(), "Change Values");
-    oStore.Undo();
-    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), sBefore);
-    oStore.Redo();
-    oStore.Redo();
-    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
+    Store store(m_path);
+    Fill(store);
+    const Id set = store.DataSets(store.Studies()[0].id)[0].id;
+    const std::string before = WriteCsv(store.ReadDataSet(set));
+    store.SetCells(set, {{1, 0, "it's"}, {2, 1, "2.25"}, {3, 1, ""}});
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,1\nB,2.25,2\n,,\n");
+    store.SetCells(set, {{1, 2, "7"}});
+    store.Undo();
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,1\nB,2.25,2\n,,\n");
+    EXPECT_EQ(store.UndoLabel(), "Change Values");
+    store.Undo();
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), before);
+    store.Redo();
+    store.Redo();
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
     EXPECT_EQ(FailureOf([&] {
-                  oStore.SetCells(nSet, {{1, 0, "x"}, {1, 1, "heavy"}});
+                  store.SetCells(set, {{1, 0, "x"}, {1, 1, "heavy"}});
               }),
               "“heavy” isn't a number, and “mass” is a numeric column.");
     EXPECT_EQ(FailureOf([&] {
-                  oStore.SetCells(nSet, {{1, 2, "1.5"}});
+                  store.SetCells(set, {{1, 2, "1.5"}});
               }),
               "“1.5” isn't a whole number, and “count” is a column of whole numbers.");
-    EXPECT_EQ(WriteCsv(oStore.ReadDataSet(nSet)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
 }
 
 TEST_F(StoreOfStudies, RowsAreSortedAndFiltered) {
-    Store oStore(m_sPath);
-    const Id nSet = oStore.ImportDataSet(oStore.CreateStudy("A"), "set", "",
-                                         ReadCsv("name,mass\nb,10\nA,9\n,2\n50%,\nb_c,10.5\n").oTable);
+    Store store(m_path);
+    const Id set = store.ImportDataSet(store.CreateStudy("A"), "set", "",
+                                       ReadCsv("name,mass\nb,10\nA,9\n,2\n50%,\nb_c,10.5\n").table);
     const struct {
-        RowView oView;
-        const char* sRows;
-    } aCases[] = {
+        RowView view;
+        const char* rows;
+    } cases[] = {
         {{}, "12345"},
         {{0, false, -1, ""}, "42153"}, // without regard to case, what is missing last
         {{1, true, -1, ""}, "51234"},
@@ -242,77 +242,77 @@ TEST_F(StoreOfStudies, RowsAreSortedAndFiltered) {
         {{-1, false, 1, "<>"}, "1235"},
         {{-1, false, 0, ">b"}, "5"},
     };
-    for (const auto& oCase : aCases) {
-        std::string sRows;
-        for (const Id nRow : oStore.RowIds(nSet, oCase.oView))
-            sRows += std::to_string(nRow);
-        EXPECT_EQ(sRows, oCase.sRows) << oCase.oView.iSortColumn << " " << oCase.oView.sFilter;
+    for (const auto& testCase : cases) {
+        std::string rows;
+        for (const Id row : store.RowIds(set, testCase.view))
+            rows += std::to_string(row);
+        EXPECT_EQ(rows, testCase.rows) << testCase.view.sortColumn << " " << testCase.view.filter;
     }
     EXPECT_EQ(FailureOf([&] {
-                  (void)oStore.RowIds(nSet, {-1, false, 1, "> x"});
+                  (void)store.RowIds(set, {-1, false, 1, "> x"});
               }),
               "“x” isn't a number, and “mass” is a numeric column.");
-    EXPECT_EQ(FailureOf([&] { (void)oStore.RowIds(nSet, {-1, false, 1, "<"}); }), "A value is missing after “<”.");
+    EXPECT_EQ(FailureOf([&] { (void)store.RowIds(set, {-1, false, 1, "<"}); }), "A value is missing after “<”.");
 }
 
 // The first version had summaries alone, without notes and units.
 TEST_F(StoreOfStudies, AFileOfTheFirstVersionIsRead) {
     {
-        Store oStore(m_sPath);
-        Fill(oStore);
+        Store store(m_path);
+        Fill(store);
     }
     {
-        Database oFile(m_sPath);
-        for (const std::string sColumn : {"kind", "x_column", "y_column", "first_group", "second_group", "figure",
-                                          "bins", "confidence", "resamples", "seed"})
-            oFile.Run("ALTER TABLE analyses DROP COLUMN " + sColumn);
-        for (const std::string sTable :
+        Database file(m_path);
+        for (const std::string column : {"kind", "x_column", "y_column", "first_group", "second_group", "figure",
+                                         "bins", "confidence", "resamples", "seed"})
+            file.Run("ALTER TABLE analyses DROP COLUMN " + column);
+        for (const std::string table :
              {"studies DROP COLUMN notes", "data_sets DROP COLUMN notes", "data_columns DROP COLUMN unit"})
-            oFile.Run("ALTER TABLE " + sTable);
-        oFile.Run("PRAGMA user_version=1");
+            file.Run("ALTER TABLE " + table);
+        file.Run("PRAGMA user_version=1");
     }
-    Store oStore(m_sPath);
-    EXPECT_EQ(Contents(oStore), "A[set(3); Summary] B[]");
-    const Analysis oAnalysis = oStore.Analyses(oStore.Studies()[0].nId)[0];
-    EXPECT_EQ(oAnalysis.oSettings.eKind, AnalysisKind::Summary);
-    EXPECT_EQ(oAnalysis.oSettings.sGroupColumn, "name");
-    EXPECT_EQ(oAnalysis.oSettings.oBootstrap.nResamples, 1000);
+    Store store(m_path);
+    EXPECT_EQ(Contents(store), "A[set(3); Summary] B[]");
+    const Analysis analysis = store.Analyses(store.Studies()[0].id)[0];
+    EXPECT_EQ(analysis.settings.kind, AnalysisKind::Summary);
+    EXPECT_EQ(analysis.settings.groupColumn, "name");
+    EXPECT_EQ(analysis.settings.bootstrap.resamples, 1000);
 }
 
 TEST_F(StoreOfStudies, FilesThatItCannotUse) {
-    { Store oStore(m_sPath); }
-    const std::string sText = m_oFolder.Path("text.sqlite");
-    std::ofstream(sText) << std::string(4000, 'x');
-    EXPECT_EQ(FailureOf([&] { Store oStore(sText); }),
-              "The file “" + sText +
+    { Store store(m_path); }
+    const std::string text = m_folder.Path("text.sqlite");
+    std::ofstream(text) << std::string(4000, 'x');
+    EXPECT_EQ(FailureOf([&] { Store store(text); }),
+              "The file “" + text +
                   "” is damaged or isn't a file of studies. Move it away to start with an empty one.");
 
-    const std::string sFolder = m_oFolder.Path("text.sqlite/studies.sqlite");
-    EXPECT_NE(FailureOf([&] { Store oStore(sFolder); }), "none") << "a file stands where the folder should be";
+    const std::string folder = m_folder.Path("text.sqlite/studies.sqlite");
+    EXPECT_NE(FailureOf([&] { Store store(folder); }), "none") << "a file stands where the folder should be";
 
-    const std::string sForeign = m_oFolder.Path("foreign.sqlite");
-    Database(sForeign).Run("CREATE TABLE t(x)");
-    EXPECT_EQ(FailureOf([&] { Store oStore(sForeign); }), "The file “" + sForeign + "” belongs to another program.");
+    const std::string foreign = m_folder.Path("foreign.sqlite");
+    Database(foreign).Run("CREATE TABLE t(x)");
+    EXPECT_EQ(FailureOf([&] { Store store(foreign); }), "The file “" + foreign + "” belongs to another program.");
 
-    Database(m_sPath).Run("PRAGMA user_version=3");
-    EXPECT_EQ(FailureOf([&] { Store oStore(m_sPath); }),
-              "The file “" + m_sPath + "” was written by a later version of Studies (3; this one knows 2).");
+    Database(m_path).Run("PRAGMA user_version=3");
+    EXPECT_EQ(FailureOf([&] { Store store(m_path); }),
+              "The file “" + m_path + "” was written by a later version of Studies (3; this one knows 2).");
 }
 
 TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {
     {
-        Store oStore(m_sPath);
-        Table oLarge = m_oTable;
+        Store store(m_path);
+        Table large = m_table;
         for (int i = 0; i < 12; ++i)
-            for (Column& oColumn : oLarge.aColumns) {
-                oColumn.aTexts.insert(oColumn.aTexts.end(), oColumn.aTexts.begin(), oColumn.aTexts.end());
-                oColumn.aNumbers.insert(oColumn.aNumbers.end(), oColumn.aNumbers.begin(), oColumn.aNumbers.end());
+            for (Column& column : large.columns) {
+                column.texts.insert(column.texts.end(), column.texts.begin(), column.texts.end());
+                column.numbers.insert(column.numbers.end(), column.numbers.begin(), column.numbers.end());
             }
-        oLarge.nRows <<= 12U;
-        oStore.ImportDataSet(oStore.CreateStudy("A"), "large", "", oLarge);
+        large.rows <<= 12U;
+        store.ImportDataSet(store.CreateStudy("A"), "large", "", large);
     }
-    std::filesystem::resize_file(m_sPath, std::filesystem::file_size(m_sPath) / 2);
-    EXPECT_NE(FailureOf([&] { Store oStore(m_sPath); }).find("is damaged"), std::string::npos);
+    std::filesystem::resize_file(m_path, std::filesystem::file_size(m_path) / 2);
+    EXPECT_NE(FailureOf([&] { Store store(m_path); }).find("is damaged"), std::string::npos);
 }
 
 } // namespace

@@ -13,30 +13,30 @@ namespace corvane::test {
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string sTemplate = (std::filesystem::temp_directory_path() / "corvane-XXXXXX").string();
-        if (!::mkdtemp(sTemplate.data()))
+        std::string templateText = (std::filesystem::temp_directory_path() / "corvane-XXXXXX").string();
+        if (!::mkdtemp(templateText.data()))
             throw std::runtime_error("no temporary folder");
-        m_sPath = sTemplate;
+        m_path = templateText;
     }
     ~TemporaryFolder() {
-        std::error_code oError;
-        std::filesystem::remove_all(m_sPath, oError);
+        std::error_code error;
+        std::filesystem::remove_all(m_path, error);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    [[nodiscard]] const std::string& Path() const { return m_sPath; }
-    [[nodiscard]] std::string Path(std::string_view sName) const { return m_sPath + "/" + std::string(sName); }
+    [[nodiscard]] const std::string& Path() const { return m_path; }
+    [[nodiscard]] std::string Path(std::string_view name) const { return m_path + "/" + std::string(name); }
     // Writes a file, with the folders above it, and gives its path.
-    std::string Write(std::string_view sName, std::string_view sBytes) const {
-        const std::filesystem::path oPath = Path(sName);
-        std::filesystem::create_directories(oPath.parent_path());
-        std::ofstream(oPath, std::ios::binary) << sBytes;
-        return oPath.string();
+    std::string Write(std::string_view name, std::string_view bytes) const {
+        const std::filesystem::path path = Path(name);
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path.string();
     }
 
 private:
-    std::string m_sPath;
+    std::string m_path;
 };
 
 } // namespace corvane::test

@@ -5,7 +5,7 @@
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
-    const QApplication oApplication(argc, argv);
+    const QApplication application(argc, argv);
     QApplication::setStyle("fusion");
     return RUN_ALL_TESTS();
 }

@@ -63,8 +63,8 @@ protected:
                                              "<ExplorerItem Name='R' Type='Folder' ProgID='P.R'/></ExplorerItems>"
                                              "</Service>");
         inspect::HostOptions oOptions;
-        oOptions.sApplicationFolder = m_oFolder.Path();
-        oOptions.bStandIns = true;
+        oOptions.applicationFolder = m_oFolder.Path();
+        oOptions.standIns = true;
         m_oHost.emplace(oOptions);
         ASSERT_TRUE(m_oHost->Start());
         Platform oPlatform = CurrentPlatform();
@@ -154,7 +154,7 @@ TEST_F(ProgressBarTest, WhatTheHostLacksFailsWithoutALogLine) {
     EXPECT_EQ(NumberOf([&] { oBar->Initialize(m_oActiveBar, oWithout); }), FailureNumber::NoSuchMember);
     EXPECT_EQ(NumberOf([&] { oBar->Initialize(New<ActiveBar>(), m_frmMain); }), FailureNumber::InvalidProcedureCall);
     EXPECT_EQ(NumberOf([&] { New<CVProgressBar>()->Increment(); }), FailureNumber::ObjectNotSet);
-    EXPECT_TRUE(m_oHost->Recorded().aLog.empty());
+    EXPECT_TRUE(m_oHost->Recorded().log.empty());
 }
 
 } // namespace

@@ -15,11 +15,11 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr const char* sSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema"><xs:element name="Service">
+constexpr const char* schema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema"><xs:element name="Service">
 <xs:complexType><xs:sequence><xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/></xs:sequence>
 <xs:anyAttribute processContents="skip"/></xs:complexType></xs:element></xs:schema>)";
 
-constexpr const char* sShell = R"(<Service Name="Shell" ProgID="Corvane.Framework" Active="true"><ActionItems>
+constexpr const char* shell = R"(<Service Name="Shell" ProgID="Corvane.Framework" Active="true"><ActionItems>
 <ActionItem Name="Navigation" Action="ViewNavigation" PassActionItemParam="true" Checked="false"/>
 <ActionItem Name="Window"/><ActionItem Name="CloseAll" Action="WindowAction" PassActionItemParam="true"/>
 </ActionItems><Menus>
@@ -29,201 +29,200 @@ constexpr const char* sShell = R"(<Service Name="Shell" ProgID="Corvane.Framewor
 
 class PageWidget final : public QWidget {
 public:
-    PageWidget(QWidget* pParent, std::shared_ptr<Heard> pHeard) : QWidget(pParent), m_pHeard(std::move(pHeard)) {
-        ++m_pHeard->nWidgets;
+    PageWidget(QWidget* parent, std::shared_ptr<Heard> heard) : QWidget(parent), m_heard(std::move(heard)) {
+        ++m_heard->widgets;
     }
-    ~PageWidget() override { --m_pHeard->nWidgets; }
+    ~PageWidget() override { --m_heard->widgets; }
 
 private:
-    std::shared_ptr<Heard> m_pHeard;
+    std::shared_ptr<Heard> m_heard;
 };
 
 // Makes the test's pages; "None" can't be made, and "Plain" has no widget.
 class PageFactory final : public IObjectFactory {
 public:
     using Make = std::function<Ref<Object>(const std::string&)>;
-    PageFactory(Ref<IObjectFactory> oReal, Make fnMake) : m_oReal(std::move(oReal)), m_fnMake(std::move(fnMake)) {}
-    Ref<Object> Create(std::string_view sProgID) override {
-        return sProgID.starts_with("T.") ? m_fnMake(std::string(sProgID.substr(2))) : m_oReal->Create(sProgID);
+    PageFactory(Ref<IObjectFactory> real, Make make) : m_real(std::move(real)), m_make(std::move(make)) {}
+    Ref<Object> Create(std::string_view progID) override {
+        return progID.starts_with("T.") ? m_make(std::string(progID.substr(2))) : m_real->Create(progID);
     }
 
 private:
-    Ref<IObjectFactory> m_oReal;
-    Make m_fnMake;
+    Ref<IObjectFactory> m_real;
+    Make m_make;
 };
 
 class PlainPage final : public IPageAccess {
 public:
-    Ref<IPage> Page() override { return m_oBase; }
+    Ref<IPage> Page() override { return m_base; }
 
 private:
-    Ref<PageBase> m_oBase = New<PageBase>();
+    Ref<PageBase> m_base = New<PageBase>();
 };
 
 } // namespace
 
-TestPage::TestPage(std::string sPageName, std::string sFailsInEvent, std::shared_ptr<Heard> pHeard)
-    : sFailsIn(std::move(sFailsInEvent)), m_sName(std::move(sPageName)), m_pHeard(std::move(pHeard)) {
-    ++m_pHeard->nPages;
-    const auto fnHear = [this](auto& oEvent, const char* sEvent) {
-        m_aSubscriptions.push_back(oEvent.Subscribe([this, sEvent](auto&&...) { Hear(sEvent); }));
+TestPage::TestPage(std::string pageName, std::string failsInEvent, std::shared_ptr<Heard> heard)
+    : failsIn(std::move(failsInEvent)), m_name(std::move(pageName)), m_heard(std::move(heard)) {
+    ++m_heard->pages;
+    const auto hear = [this](auto& event, const char* eventName) {
+        m_subscriptions.push_back(event.Subscribe([this, eventName](auto&&...) { Hear(eventName); }));
     };
-    fnHear(m_oBase->InitializeEvent, "Initialize");
-    fnHear(m_oBase->TerminateEvent, "Terminate");
-    fnHear(m_oBase->ActivateEvent, "Activate");
-    fnHear(m_oBase->DeactivateEvent, "Deactivate");
-    fnHear(m_oBase->SaveEvent, "Save");
-    m_aSubscriptions.push_back(m_oBase->SaveEvent.Subscribe([this] { m_sText = "old"; }));
-    m_aSubscriptions.push_back(m_oBase->CommandClickEvent.Subscribe([this](StandardCommandConstants eCommand) {
-        m_pHeard->Add(m_sName + ".Click" + std::to_string(static_cast<Long>(eCommand)));
-        if (sFailsIn == "CommandClick")
+    hear(m_base->InitializeEvent, "Initialize");
+    hear(m_base->TerminateEvent, "Terminate");
+    hear(m_base->ActivateEvent, "Activate");
+    hear(m_base->DeactivateEvent, "Deactivate");
+    hear(m_base->SaveEvent, "Save");
+    m_subscriptions.push_back(m_base->SaveEvent.Subscribe([this] { m_text = "old"; }));
+    m_subscriptions.push_back(m_base->CommandClickEvent.Subscribe([this](StandardCommandConstants command) {
+        m_heard->Add(m_name + ".Click" + std::to_string(static_cast<Long>(command)));
+        if (failsIn == "CommandClick")
             Fail(1001, "The page can't");
     }));
-    m_aSubscriptions.push_back(m_oBase->ValidateEvent.Subscribe([this](bool& bIsValid) {
-        if (sFailsIn == "Validate")
+    m_subscriptions.push_back(m_base->ValidateEvent.Subscribe([this](bool& isValid) {
+        if (failsIn == "Validate")
             Fail(1001, "The page can't");
-        bIsValid = !m_sText.empty();
+        isValid = !m_text.empty();
     }));
 }
 
 TestPage::~TestPage() {
-    --m_pHeard->nPages;
+    --m_heard->pages;
 }
 
-void TestPage::Hear(const std::string& sEvent) {
-    m_pHeard->Add(m_sName + "." + sEvent);
-    if (sFailsIn == sEvent)
+void TestPage::Hear(const std::string& event) {
+    m_heard->Add(m_name + "." + event);
+    if (failsIn == event)
         Fail(1001, "The page can't");
 }
 
-QWidget* TestPage::NewWidget(QWidget* pParent) {
-    m_pHeard->Add(m_sName + ".NewWidget");
-    if (sFailsIn == "NewWidget")
+QWidget* TestPage::NewWidget(QWidget* parent) {
+    m_heard->Add(m_name + ".NewWidget");
+    if (failsIn == "NewWidget")
         throw std::runtime_error("The page can't draw");
-    auto* pWidget = new PageWidget(pParent, m_pHeard);
-    m_pEdit = new QLineEdit(QString::fromStdString(m_sText));
-    (new QVBoxLayout(pWidget))->addWidget(m_pEdit);
-    QObject::connect(m_pEdit, &QLineEdit::textChanged, pWidget, [this](const QString& sText) {
-        m_sText = sText.toStdString();
-        m_oBase->ValidityChanged();
+    auto* widget = new PageWidget(parent, m_heard);
+    m_edit = new QLineEdit(QString::fromStdString(m_text));
+    (new QVBoxLayout(widget))->addWidget(m_edit);
+    QObject::connect(m_edit, &QLineEdit::textChanged, widget, [this](const QString& text) {
+        m_text = text.toStdString();
+        m_base->ValidityChanged();
     });
-    return pWidget;
+    return widget;
 }
 
 QWidget* TestPage::FirstFocus() {
-    return m_pEdit;
+    return m_edit;
 }
 
-void TestPage::Enter(const std::string& sText) {
-    if (m_pEdit) {
-        m_pEdit->setText(QString::fromStdString(sText));
+void TestPage::Enter(const std::string& text) {
+    if (m_edit) {
+        m_edit->setText(QString::fromStdString(text));
     } else { // it changes before it has been seen
-        m_sText = sText;
-        m_oBase->ValidityChanged();
+        m_text = text;
+        m_base->ValidityChanged();
     }
 }
 
 HostRoom::HostRoom() {
-    qputenv("XDG_STATE_HOME", m_oFolder.path().toUtf8());
-    qputenv("XDG_CONFIG_HOME", m_oFolder.path().toUtf8());
-    QDir(m_oFolder.path()).mkpath("App/Services");
-    QDir(m_oFolder.path()).mkpath("App/Images");
+    qputenv("XDG_STATE_HOME", m_folder.path().toUtf8());
+    qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
+    QDir(m_folder.path()).mkpath("App/Services");
+    QDir(m_folder.path()).mkpath("App/Images");
 }
 
 HostRoom::~HostRoom() {
     End();
 }
 
-void HostRoom::Define(const std::string& sName, const std::string& sAttributes, const std::string& sPages) {
-    m_sWindows += "<Window Name='" + sName + "' Caption='" + sName + "' State='Normal' PageWidth='3000' " +
-                  "PageHeight='1500' DefPageWidth='4500' DefPageHeight='3000' " + sAttributes + ">";
-    std::istringstream oPages(sPages);
-    int nOrder = 0;
-    for (std::string sPage; oPages >> sPage;) {
-        const auto fnTake = [&sPage](char cSign) {
-            const bool bHas = !sPage.empty() && sPage.back() == cSign;
-            if (bHas)
-                sPage.pop_back();
-            return bHas ? "true" : "false";
+void HostRoom::Define(const std::string& name, const std::string& attributes, const std::string& pagesText) {
+    m_windows += "<Window Name='" + name + "' Caption='" + name + "' State='Normal' PageWidth='3000' " +
+                 "PageHeight='1500' DefPageWidth='4500' DefPageHeight='3000' " + attributes + ">";
+    std::istringstream pages(pagesText);
+    int order = 0;
+    for (std::string page; pages >> page;) {
+        const auto take = [&page](char sign) {
+            const bool has = !page.empty() && page.back() == sign;
+            if (has)
+                page.pop_back();
+            return has ? "true" : "false";
         };
-        const bool bResizable = std::string(fnTake('#')) == "false";
-        const std::string sOptional = fnTake('?');
-        const bool bHasHelp = std::string(fnTake('!')) == "true";
-        m_sWindows += "<Page PageProgID='T." + sPage + "' Caption='" + sPage + "' IsOptional='" + sOptional +
-                      (bHasHelp ? "' HelpContextID='7" : "") + "' IsResizable='" + (bResizable ? "true" : "false") +
-                      "' PositionOrder='" + std::to_string(++nOrder) + "'/>";
+        const bool resizable = std::string(take('#')) == "false";
+        const std::string optional = take('?');
+        const bool hasHelp = std::string(take('!')) == "true";
+        m_windows += "<Page PageProgID='T." + page + "' Caption='" + page + "' IsOptional='" + optional +
+                     (hasHelp ? "' HelpContextID='7" : "") + "' IsResizable='" + (resizable ? "true" : "false") +
+                     "' PositionOrder='" + std::to_string(++order) + "'/>";
     }
-    m_sWindows += "</Window>";
+    m_windows += "</Window>";
 }
 
 void HostRoom::Start() {
-    const auto fnWrite = [this](const char* sName, const std::string& sText) {
-        QFile oFile(m_oFolder.path() + "/App/Services/" + sName);
-        ASSERT_TRUE(oFile.open(QIODevice::WriteOnly));
-        oFile.write(sText.data(), static_cast<qint64>(sText.size()));
+    const auto write = [this](const char* name, const std::string& text) {
+        QFile file(m_folder.path() + "/App/Services/" + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.data(), static_cast<qint64>(text.size()));
     };
-    std::string sXml = sShell;
-    sXml.replace(sXml.find('%'), 1, m_sWindows);
-    fnWrite("Service.xdr", sSchema);
-    fnWrite("shell.xml", sXml);
-    m_pApplication =
-        std::make_unique<Application>(ApplicationOptions{(m_oFolder.path() + "/App").toStdString(), false});
-    Platform oPlatform = CurrentPlatform();
-    oPlatform.oObjectFactory = New<PageFactory>(oPlatform.oObjectFactory, [this](const std::string& sName) {
-        if (sName == "None")
+    std::string xml = shell;
+    xml.replace(xml.find('%'), 1, m_windows);
+    write("Service.xdr", schema);
+    write("shell.xml", xml);
+    m_application = std::make_unique<Application>(ApplicationOptions{(m_folder.path() + "/App").toStdString(), false});
+    Platform platform = CurrentPlatform();
+    platform.oObjectFactory = New<PageFactory>(platform.oObjectFactory, [this](const std::string& name) {
+        if (name == "None")
             Fail(FailureNumber::CannotCreateObject, "There is no class T.None");
-        if (sName == "Plain")
+        if (name == "Plain")
             return Ref<Object>(New<PlainPage>());
-        const auto iPoint = sName.find('.');
-        const std::string sFailsIn = iPoint == std::string::npos ? "" : sName.substr(iPoint + 1);
-        auto oPage = New<TestPage>(sName.substr(0, iPoint), sFailsIn, m_pHeard);
-        m_mapPages[sName.substr(0, iPoint)] = oPage.Get();
-        return Ref<Object>(oPage);
+        const auto point = name.find('.');
+        const std::string failsIn = point == std::string::npos ? "" : name.substr(point + 1);
+        auto page = New<TestPage>(name.substr(0, point), failsIn, m_heard);
+        m_pages[name.substr(0, point)] = page.Get();
+        return Ref<Object>(page);
     });
-    SetCurrentPlatform(oPlatform);
-    m_oLoaded = m_pApplication->MainForm()->ChildLoaded.Subscribe(
-        [this](const Ref<Form>& oForm) { m_aForms.push_back(oForm.As<WindowForm>()); });
-    ASSERT_TRUE(m_pApplication->Start());
+    SetCurrentPlatform(platform);
+    m_loaded = m_application->MainForm()->ChildLoaded.Subscribe(
+        [this](const Ref<Form>& form) { m_forms.push_back(form.As<WindowForm>()); });
+    ASSERT_TRUE(m_application->Start());
     Turn();
 }
 
 void HostRoom::End() {
-    m_aForms.clear();
-    m_pApplication.reset();
+    m_forms.clear();
+    m_application.reset();
 }
 
-Ref<Window> HostRoom::Open(const std::string& sName, const std::string& sKey, bool bHide, bool bAsync) {
-    return Manager().OpenWindow(sName, New<ExitHandler>(m_pHeard), New<ExitHandler>(m_pHeard),
+Ref<Window> HostRoom::Open(const std::string& name, const std::string& key, bool hide, bool async) {
+    return Manager().OpenWindow(name, New<ExitHandler>(m_heard), New<ExitHandler>(m_heard),
                                 WindowShowModeConstants::cvDefinitionDefault, WindowStateConstants::cvDefinitionDefault,
                                 MDIWindowTypeConstants::cvDefinitionDefault, WindowTypeConstants::cvDefinitionDefault,
                                 BusinessContextTypeConstants::cvDefinitionDefault,
-                                ShowApplyCommandConstants::cvDefinitionDefault, sKey, bHide, bAsync);
+                                ShowApplyCommandConstants::cvDefinitionDefault, key, hide, async);
 }
 
 WindowManager& HostRoom::Manager() const {
     return *CorvaneMain::Framework()->WindowManager();
 }
 
-TestPage& HostRoom::Page(const std::string& sName) const {
-    return *m_mapPages.at(sName);
+TestPage& HostRoom::Page(const std::string& name) const {
+    return *m_pages.at(name);
 }
 
-QPushButton* HostRoom::Button(StandardCommandConstants eCommand) const {
-    return LastForm()->Body()->Commands().Button(eCommand);
+QPushButton* HostRoom::Button(StandardCommandConstants command) const {
+    return LastForm()->Body()->Commands().Button(command);
 }
 
 std::string HostRoom::Commands() const {
-    WindowBody* pBody = LastForm()->Body();
-    if (!pBody || !pBody->AreCommandsShown())
+    WindowBody* body = LastForm()->Body();
+    if (!body || !body->AreCommandsShown())
         return {};
-    std::string sText;
-    for (const auto eCommand : pBody->Commands().Commands()) {
-        const QPushButton* pButton = pBody->Commands().Button(eCommand);
-        EXPECT_EQ(pButton->isEnabled(), LastForm()->IsCommandEnabled(eCommand)) << "the button and the command differ";
-        sText += (sText.empty() ? "" : " ") + std::string(pButton->isEnabled() ? "" : "-") +
-                 pButton->text().remove('&').toStdString() + (pButton->isDefault() ? "*" : "");
+    std::string text;
+    for (const auto command : body->Commands().Commands()) {
+        const QPushButton* button = body->Commands().Button(command);
+        EXPECT_EQ(button->isEnabled(), LastForm()->IsCommandEnabled(command)) << "the button and the command differ";
+        text += (text.empty() ? "" : " ") + std::string(button->isEnabled() ? "" : "-") +
+                button->text().remove('&').toStdString() + (button->isDefault() ? "*" : "");
     }
-    return sText;
+    return text;
 }
 
 void HostRoom::Turn() {

@@ -9,14 +9,14 @@ using Kind = RunStep::Kind;
 
 TEST_F(HostRoom, UnwatchedRunTakesItsStepsInsideAModalWindowAndCancelsWhatIsLeft) {
     struct Case {
-        std::deque<RunStep> aSteps;
-        const char* sHeard;
-        const char* sSeen; // in the text at the end
-        bool bAllDone;
+        std::deque<RunStep> steps;
+        const char* heard;
+        const char* seen; // in the text at the end
+        bool allDone;
     };
     Define("M", "Type='Dialog' IsMDIChild='false' IsModal='true'", "A B");
     Start();
-    const std::vector<Case> aCases{
+    const std::vector<Case> cases{
         {{},
          "A.NewWidget A.Activate A.Deactivate A.Terminate B.Terminate exit(cancelled)",
          "(dialog, modal, active)",
@@ -31,18 +31,18 @@ TEST_F(HostRoom, UnwatchedRunTakesItsStepsInsideAModalWindowAndCancelsWhatIsLeft
          "Menus",
          false},
     };
-    for (const auto& oCase : aCases) {
-        std::string sSeen;
-        UnwatchedRun oRun(*m_pApplication, oCase.aSteps, [&] {
-            sSeen += m_pApplication->AsText();
-            return !m_pApplication->Picture().isNull();
+    for (const auto& testCase : cases) {
+        std::string seen;
+        UnwatchedRun run(*m_application, testCase.steps, [&] {
+            seen += m_application->AsText();
+            return !m_application->Picture().isNull();
         });
         (void)Open("M", {}, false, true);
-        m_pHeard->Take();
-        EXPECT_EQ(oRun.Run(), oCase.bAllDone);
-        EXPECT_EQ(m_pHeard->Take(), oCase.sHeard);
-        EXPECT_NE(sSeen.find(oCase.sSeen), std::string::npos) << sSeen;
-        EXPECT_EQ(sSeen.find("Menus"), sSeen.rfind("Menus")) << "it looks once";
+        m_heard->Take();
+        EXPECT_EQ(run.Run(), testCase.allDone);
+        EXPECT_EQ(m_heard->Take(), testCase.heard);
+        EXPECT_NE(seen.find(testCase.seen), std::string::npos) << seen;
+        EXPECT_EQ(seen.find("Menus"), seen.rfind("Menus")) << "it looks once";
         EXPECT_FALSE(LastForm()->IsLoaded());
     }
 }

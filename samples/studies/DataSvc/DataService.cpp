@@ -15,50 +15,50 @@ namespace studies {
 using namespace corvane;
 
 DataService::DataService() {
-    m_aSubscriptions.push_back(m_oServiceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
-    m_aSubscriptions.push_back(m_oServiceBase->TerminateEvent.Subscribe([this] { m_oWorkspace->Close(); }));
+    m_subscriptions.push_back(m_serviceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
+    m_subscriptions.push_back(m_serviceBase->TerminateEvent.Subscribe([this] { m_workspace->Close(); }));
 }
 
 void DataService::OnInitialize() {
-    m_oWorkspace = New<Workspace>(Store::InMemory, false);
-    m_nStudyId = m_oWorkspace->GetStore().CreateStudy("Open files");
-    m_aSubscriptions.push_back(m_oWorkspace->Changed.Subscribe([](const std::string& sWhat) { ShowStatus(sWhat); }));
+    m_workspace = New<Workspace>(Store::InMemory, false);
+    m_studyId = m_workspace->GetStore().CreateStudy("Open files");
+    m_subscriptions.push_back(m_workspace->Changed.Subscribe([](const std::string& what) { ShowStatus(what); }));
     if (ServiceByName("Studies"))
         LibraryFile::OfferImport();
 }
 
 void DataService::OnOpen() {
-    if (const std::optional<std::string> sPath = AskForDataFile("Open Data File"))
-        OpenFile(*sPath);
+    if (const std::optional<std::string> path = AskForDataFile("Open Data File"))
+        OpenFile(*path);
 }
 
-void DataService::OpenFile(const std::string& sPath) {
-    const Ref<DataSetContext> oData = Data(sPath);
-    OpenDataWindow(oData);
-    const DataSet oInfo = oData->Info();
-    const std::size_t nColumns = m_oWorkspace->GetStore().Columns(oInfo.nId).size();
-    ShowStatus(oInfo.sName + ": " + SizeText(static_cast<std::size_t>(oInfo.nRows), nColumns));
+void DataService::OpenFile(const std::string& path) {
+    const Ref<DataSetContext> data = Data(path);
+    OpenDataWindow(data);
+    const DataSet info = data->Info();
+    const std::size_t columns = m_workspace->GetStore().Columns(info.id).size();
+    ShowStatus(info.name + ": " + SizeText(static_cast<std::size_t>(info.rows), columns));
 }
 
-Ref<DataSetContext> DataService::Data(const std::string& sPath) {
-    Store& oStore = m_oWorkspace->GetStore();
-    for (const DataSet& oDataSet : oStore.DataSets(m_nStudyId)) {
-        if (oDataSet.sSource != sPath)
+Ref<DataSetContext> DataService::Data(const std::string& path) {
+    Store& store = m_workspace->GetStore();
+    for (const DataSet& dataSet : store.DataSets(m_studyId)) {
+        if (dataSet.source != path)
             continue;
-        if (m_oWorkspace->IsInUse(oDataSet.nId))
-            return m_oWorkspace->DataSet(oDataSet.nId);
-        oStore.DeleteDataSet(oDataSet.nId); // the file may be another by now
-        oStore.ForgetSteps();
+        if (m_workspace->IsInUse(dataSet.id))
+            return m_workspace->DataSet(dataSet.id);
+        store.DeleteDataSet(dataSet.id); // the file may be another by now
+        store.ForgetSteps();
     }
-    const CsvResult oRead = ReadCsvFile(sPath, {0, true});
-    if (!oRead.aSkipped.empty())
-        FailWith(FileNameOf(sPath) + ": " + oRead.aSkipped.front() +
-                 (oRead.aSkipped.size() == 1 ? "" : " There are " + CountText(oRead.aSkipped.size()) + " such rows.") +
+    const CsvResult read = ReadCsvFile(path, {0, true});
+    if (!read.skipped.empty())
+        FailWith(FileNameOf(path) + ": " + read.skipped.front() +
+                 (read.skipped.size() == 1 ? "" : " There are " + CountText(read.skipped.size()) + " such rows.") +
                  "\nCorrect the file, or import it into a study with File > Import, which can leave out rows that "
                  "can't be read.");
-    const Table& oTable = oRead.oTable;
-    return m_oWorkspace->DataSet(
-        oStore.ImportDataSet(m_nStudyId, oStore.FreeDataSetName(FileNameOf(sPath), m_nStudyId), sPath, oTable));
+    const Table& table = read.table;
+    return m_workspace->DataSet(
+        store.ImportDataSet(m_studyId, store.FreeDataSetName(FileNameOf(path), m_studyId), path, table));
 }
 
 } // namespace studies

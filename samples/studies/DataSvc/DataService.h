@@ -16,16 +16,16 @@ class DataService final : public corvane::Automation<DataService, corvane::IServ
 public:
     DataService();
 
-    corvane::Ref<corvane::IService> Service() override { return m_oServiceBase; }
+    corvane::Ref<corvane::IService> Service() override { return m_serviceBase; }
     std::string_view TypeName() const override { return "DataService"; }
 
     void OnOpen();
 
     // For other services, by name. Fails for a file that can't be read.
-    void OpenFile(const std::string& sPath);
+    void OpenFile(const std::string& path);
 
     // For the library's items: the file's data, read when they aren't open yet.
-    [[nodiscard]] corvane::Ref<DataSetContext> Data(const std::string& sPath);
+    [[nodiscard]] corvane::Ref<DataSetContext> Data(const std::string& path);
 
     static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &DataService::OnOpen),
                                                          corvane::Method("OpenFile", &DataService::OpenFile));
@@ -33,10 +33,10 @@ public:
 private:
     void OnInitialize();
 
-    corvane::Ref<corvane::ServiceBase> m_oServiceBase = corvane::New<corvane::ServiceBase>();
-    std::vector<corvane::Subscription> m_aSubscriptions;
-    corvane::Ref<Workspace> m_oWorkspace;
-    Id m_nStudyId = 0; // the one study there, which holds all files
+    corvane::Ref<corvane::ServiceBase> m_serviceBase = corvane::New<corvane::ServiceBase>();
+    std::vector<corvane::Subscription> m_subscriptions;
+    corvane::Ref<Workspace> m_workspace;
+    Id m_studyId = 0; // the one study there, which holds all files
 };
 
 } // namespace studies

@@ -17,40 +17,40 @@ namespace studies {
 using namespace corvane;
 
 LibraryRoot::LibraryRoot() {
-    m_oInitialize = m_oBase->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& colChildren) {
-        m_oBase->NameSilently("Library");
-        const std::string sFolder = AppPath("Data");
-        if (!std::filesystem::is_directory(sFolder))
+    m_initialize = m_base->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& children) {
+        m_base->NameSilently("Library");
+        const std::string folder = AppPath("Data");
+        if (!std::filesystem::is_directory(folder))
             return;
-        for (const std::string& sPath : CurrentPlatform().oFileSystem->Files(sFolder))
-            if (EqualText(CurrentPlatform().oFileSystem->Extension(sPath), "csv"))
-                colChildren->Add(New<LibraryFile>(sPath));
+        for (const std::string& path : CurrentPlatform().oFileSystem->Files(folder))
+            if (EqualText(CurrentPlatform().oFileSystem->Extension(path), "csv"))
+                children->Add(New<LibraryFile>(path));
     });
 }
 
-LibraryFile::LibraryFile(std::string sPath) : m_sPath(std::move(sPath)) {
-    m_oBase->NameSilently(FileNameOf(m_sPath));
+LibraryFile::LibraryFile(std::string path) : m_path(std::move(path)) {
+    m_base->NameSilently(FileNameOf(m_path));
 }
 
 void LibraryFile::OnOpen() {
-    ServiceByName("Data").As<DataService>()->OpenFile(m_sPath);
+    ServiceByName("Data").As<DataService>()->OpenFile(m_path);
 }
 
-void LibraryFile::OnAnalyse(const Ref<ActionItem>& oActionItem) {
-    OpenNewAnalysis(ServiceByName("Data").As<DataService>()->Data(m_sPath), oActionItem->Name());
+void LibraryFile::OnAnalyse(const Ref<ActionItem>& actionItem) {
+    OpenNewAnalysis(ServiceByName("Data").As<DataService>()->Data(m_path), actionItem->Name());
 }
 
 void LibraryFile::OnImport() {
-    const Variant aArguments[] = {m_sPath};
-    ServiceByName("Studies")->Invoke("ImportFile", aArguments);
+    const Variant arguments[] = {m_path};
+    ServiceByName("Studies")->Invoke("ImportFile", arguments);
 }
 
 void LibraryFile::OfferImport() {
     // The menu belongs to the type, and any item of the type stands for it.
-    const auto oFile = New<LibraryFile>(std::string());
-    oFile->m_oBase->Initialize(CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs()->Item("LibraryFile"));
+    const auto file = New<LibraryFile>(std::string());
+    file->m_base->Initialize(CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs()->Item("LibraryFile"));
     CorvaneMain::Framework()->NavigationManager()->MenuManager()->AddContextMenu(
-        oFile, "Import", "", 90, MenuType::fwContextMenuItem, "&Import into Study", "OnImport", false,
+        file, "Import", "", 90, MenuType::fwContextMenuItem, "&Import into Study", "OnImport", false,
         "Imports the file into the selected study");
 }
 

@@ -24,57 +24,56 @@ Store& TheStore() {
     return TheStudyService()->Space()->GetStore();
 }
 
-std::string Numbered(Id nId, std::string_view sWhat = {}) {
-    return "#" + std::to_string(nId) + std::string(sWhat);
+std::string Numbered(Id id, std::string_view what = {}) {
+    return "#" + std::to_string(id) + std::string(what);
 }
 
 } // namespace
 
 StoreItem::StoreItem() {
-    m_oInitialize =
-        m_oBase->InitializeEvent.Subscribe([this](const Children& colChildren) { OnInitialize(colChildren); });
+    m_initialize = m_base->InitializeEvent.Subscribe([this](const Children& children) { OnInitialize(children); });
 }
 
-void StudiesRoot::OnInitialize(const Children& colChildren) {
-    m_oBase->NameSilently("Studies");
+void StudiesRoot::OnInitialize(const Children& children) {
+    m_base->NameSilently("Studies");
     if (TheStudyService()->Space())
-        for (Study& oStudy : TheStore().Studies())
-            colChildren->Add(New<StudyItem>(std::move(oStudy)));
+        for (Study& study : TheStore().Studies())
+            children->Add(New<StudyItem>(std::move(study)));
 }
 
-StudyItem::StudyItem(Study oStudy) : m_oStudy(std::move(oStudy)) {
-    m_oBase->NameSilently(m_oStudy.sName);
-    m_oAfterRename = m_oBase->OnAfterRename.Subscribe([this](const std::string& sNewName) { OnAfterRename(sNewName); });
+StudyItem::StudyItem(Study study) : m_study(std::move(study)) {
+    m_base->NameSilently(m_study.name);
+    m_afterRename = m_base->OnAfterRename.Subscribe([this](const std::string& newName) { OnAfterRename(newName); });
 }
 
-void StudyItem::OnInitialize(const Children& /*colChildren*/) {
+void StudyItem::OnInitialize(const Children& /*children*/) {
     TheStudyService()->StudyJoins(*this);
 }
 
 // Comes before the explorer has looked whether the name is free, and once more with the old name when it isn't.
-void StudyItem::OnAfterRename(const std::string& sNewName) {
-    if (sNewName == m_oStudy.sName || Explorer()->TreeView()->GetNodes()->HasKey(sNewName))
+void StudyItem::OnAfterRename(const std::string& newName) {
+    if (newName == m_study.name || Explorer()->TreeView()->GetNodes()->HasKey(newName))
         return;
-    if (const std::string sProblem = TheStore().NameProblem(sNewName, m_oStudy.nId); !sProblem.empty()) {
-        m_oBase->NameSilently(m_oStudy.sName);
-        FailWith(sProblem);
+    if (const std::string problem = TheStore().NameProblem(newName, m_study.id); !problem.empty()) {
+        m_base->NameSilently(m_study.name);
+        FailWith(problem);
     }
-    TheStore().RenameStudy(m_oStudy.nId, sNewName);
-    const std::string sOldName = std::exchange(m_oStudy.sName, sNewName);
-    TheStudyService()->Tell("“" + sOldName + "” is now “" + sNewName + "”");
+    TheStore().RenameStudy(m_study.id, newName);
+    const std::string oldName = std::exchange(m_study.name, newName);
+    TheStudyService()->Tell("“" + oldName + "” is now “" + newName + "”");
 }
 
 void StudyItem::OnProperties() {
-    AskInWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_oStudy.nId),
-                "Properties of " + m_oStudy.sName);
+    AskInWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_study.id),
+                "Properties of " + m_study.name);
 }
 
 void StudyItem::OnReport() {
-    TheStudyService()->ShowReport(m_oStudy.nId);
+    TheStudyService()->ShowReport(m_study.id);
 }
 
 void StudyItem::OnImport() {
-    TheStudyService()->AskForImport(m_oStudy.nId);
+    TheStudyService()->AskForImport(m_study.id);
 }
 
 void StudyItem::OnRename() {
@@ -82,81 +81,80 @@ void StudyItem::OnRename() {
 }
 
 void StudyItem::OnDuplicate() {
-    TheStudyService()->Duplicate(m_oStudy.nId);
+    TheStudyService()->Duplicate(m_study.id);
 }
 
 void StudyItem::OnDelete() {
     TheStudyService()->DeleteStudy(Ref<StudyItem>(this));
 }
 
-DataSetsFolder::DataSetsFolder(Id nStudyId) {
-    m_nStudyId = nStudyId;
+DataSetsFolder::DataSetsFolder(Id studyId) {
+    m_studyId = studyId;
 }
 
-void DataSetsFolder::OnInitialize(const Children& colChildren) {
-    if (m_nStudyId == 0)
-        m_nStudyId = TheStudyService()->JoiningStudy();
-    m_oBase->NameSilently(Numbered(m_nStudyId, " data sets"));
+void DataSetsFolder::OnInitialize(const Children& children) {
+    if (m_studyId == 0)
+        m_studyId = TheStudyService()->JoiningStudy();
+    m_base->NameSilently(Numbered(m_studyId, " data sets"));
     TheStudyService()->FolderJoins(*this, true);
-    for (DataSet& oDataSet : TheStore().DataSets(m_nStudyId))
-        colChildren->Add(New<DataSetItem>(std::move(oDataSet)));
+    for (DataSet& dataSet : TheStore().DataSets(m_studyId))
+        children->Add(New<DataSetItem>(std::move(dataSet)));
 }
 
 void DataSetsFolder::OnImport() {
-    TheStudyService()->AskForImport(m_nStudyId);
+    TheStudyService()->AskForImport(m_studyId);
 }
 
-AnalysesFolder::AnalysesFolder(Id nStudyId) {
-    m_nStudyId = nStudyId;
+AnalysesFolder::AnalysesFolder(Id studyId) {
+    m_studyId = studyId;
 }
 
-void AnalysesFolder::OnInitialize(const Children& colChildren) {
-    if (m_nStudyId == 0)
-        m_nStudyId = TheStudyService()->JoiningStudy();
-    m_oBase->NameSilently(Numbered(m_nStudyId, " analyses"));
+void AnalysesFolder::OnInitialize(const Children& children) {
+    if (m_studyId == 0)
+        m_studyId = TheStudyService()->JoiningStudy();
+    m_base->NameSilently(Numbered(m_studyId, " analyses"));
     TheStudyService()->FolderJoins(*this, false);
-    for (Analysis& oAnalysis : TheStore().Analyses(m_nStudyId))
-        colChildren->Add(New<AnalysisItem>(std::move(oAnalysis)));
+    for (Analysis& analysis : TheStore().Analyses(m_studyId))
+        children->Add(New<AnalysisItem>(std::move(analysis)));
 }
 
-DataSetItem::DataSetItem(DataSet oDataSet) : m_oDataSet(std::move(oDataSet)) {
-    m_oBase->NameSilently(Numbered(m_oDataSet.nId));
-    m_oDisplayName =
-        m_oBase->OnDisplayName.Subscribe([this](std::string& sDisplayName) { sDisplayName = m_oDataSet.sName; });
+DataSetItem::DataSetItem(DataSet dataSet) : m_dataSet(std::move(dataSet)) {
+    m_base->NameSilently(Numbered(m_dataSet.id));
+    m_displayName = m_base->OnDisplayName.Subscribe([this](std::string& displayName) { displayName = m_dataSet.name; });
 }
 
 Ref<DataSetContext> DataSetItem::Context() const {
-    return TheStudyService()->Space()->DataSet(m_oDataSet.nId);
+    return TheStudyService()->Space()->DataSet(m_dataSet.id);
 }
 
 void DataSetItem::OnOpen() {
     OpenDataWindow(Context());
 }
 
-void DataSetItem::OnAnalyse(const Ref<ActionItem>& oActionItem) {
-    OpenNewAnalysis(Context(), oActionItem->Name());
+void DataSetItem::OnAnalyse(const Ref<ActionItem>& actionItem) {
+    OpenNewAnalysis(Context(), actionItem->Name());
 }
 
 void DataSetItem::OnExport() {
-    AskInWindow("Export", Context(), "Export " + m_oDataSet.sName);
+    AskInWindow("Export", Context(), "Export " + m_dataSet.name);
 }
 
 void DataSetItem::OnProperties() {
-    AskInWindow("DataSetProperties", Context(), "Properties of " + m_oDataSet.sName);
+    AskInWindow("DataSetProperties", Context(), "Properties of " + m_dataSet.name);
 }
 
 void DataSetItem::OnDelete() {
-    TheStudyService()->DeleteDataSet(m_oDataSet);
+    TheStudyService()->DeleteDataSet(m_dataSet);
 }
 
-AnalysisItem::AnalysisItem(Analysis oAnalysis) : m_oAnalysis(std::move(oAnalysis)) {
-    m_oBase->NameSilently(Numbered(m_oAnalysis.nId));
-    m_oDisplayName =
-        m_oBase->OnDisplayName.Subscribe([this](std::string& sDisplayName) { sDisplayName = m_oAnalysis.sName; });
+AnalysisItem::AnalysisItem(Analysis analysis) : m_analysis(std::move(analysis)) {
+    m_base->NameSilently(Numbered(m_analysis.id));
+    m_displayName =
+        m_base->OnDisplayName.Subscribe([this](std::string& displayName) { displayName = m_analysis.name; });
 }
 
 void AnalysisItem::OnShow() {
-    OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_oAnalysis.nId));
+    OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_analysis.id));
 }
 
 void AnalysisItem::OnDelete() {

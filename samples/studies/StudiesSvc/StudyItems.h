@@ -17,18 +17,18 @@ class StoreItem : public corvane::IExplorerItemAccess {
 public:
     using Children = corvane::Ref<corvane::KeyedCollection<corvane::Ref<corvane::Object>>>;
 
-    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_oBase; }
-    [[nodiscard]] const corvane::Ref<corvane::ExplorerItemBase>& Base() const { return m_oBase; }
+    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_base; }
+    [[nodiscard]] const corvane::Ref<corvane::ExplorerItemBase>& Base() const { return m_base; }
     [[nodiscard]] virtual Id StudyId() const = 0; // 0 for none
 
 protected:
     StoreItem();
-    virtual void OnInitialize(const Children& /*colChildren*/) {}
+    virtual void OnInitialize(const Children& /*children*/) {}
 
-    corvane::Ref<corvane::ExplorerItemBase> m_oBase = corvane::New<corvane::ExplorerItemBase>();
+    corvane::Ref<corvane::ExplorerItemBase> m_base = corvane::New<corvane::ExplorerItemBase>();
 
 private:
-    corvane::Subscription m_oInitialize;
+    corvane::Subscription m_initialize;
 };
 
 class StudiesRoot final : public corvane::Automation<StudiesRoot, StoreItem> {
@@ -39,15 +39,15 @@ public:
     static constexpr auto Members = corvane::MemberTable();
 
 protected:
-    void OnInitialize(const Children& colChildren) override;
+    void OnInitialize(const Children& children) override;
 };
 
 class StudyItem final : public corvane::Automation<StudyItem, StoreItem> {
 public:
-    explicit StudyItem(Study oStudy);
+    explicit StudyItem(Study study);
 
     std::string_view TypeName() const override { return "StudyItem"; }
-    Id StudyId() const override { return m_oStudy.nId; }
+    Id StudyId() const override { return m_study.id; }
 
     void OnProperties();
     void OnReport();
@@ -62,27 +62,27 @@ public:
         corvane::Method("OnDuplicate", &StudyItem::OnDuplicate), corvane::Method("OnDelete", &StudyItem::OnDelete));
 
 protected:
-    void OnInitialize(const Children& colChildren) override;
+    void OnInitialize(const Children& children) override;
 
 private:
-    void OnAfterRename(const std::string& sNewName);
+    void OnAfterRename(const std::string& newName);
 
-    Study m_oStudy;
-    corvane::Subscription m_oAfterRename;
+    Study m_study;
+    corvane::Subscription m_afterRename;
 };
 
 // One of the two folders of a study.
 class StudyFolder : public StoreItem {
 public:
-    Id StudyId() const override { return m_nStudyId; }
+    Id StudyId() const override { return m_studyId; }
 
 protected:
-    Id m_nStudyId = 0; // until it joins the explorer, when the explorer has made it
+    Id m_studyId = 0; // until it joins the explorer, when the explorer has made it
 };
 
 class DataSetsFolder final : public corvane::Automation<DataSetsFolder, StudyFolder> {
 public:
-    explicit DataSetsFolder(Id nStudyId = 0);
+    explicit DataSetsFolder(Id studyId = 0);
 
     std::string_view TypeName() const override { return "DataSetsFolder"; }
 
@@ -91,30 +91,30 @@ public:
     static constexpr auto Members = corvane::MemberTable(corvane::Method("OnImport", &DataSetsFolder::OnImport));
 
 protected:
-    void OnInitialize(const Children& colChildren) override;
+    void OnInitialize(const Children& children) override;
 };
 
 class AnalysesFolder final : public corvane::Automation<AnalysesFolder, StudyFolder> {
 public:
-    explicit AnalysesFolder(Id nStudyId = 0);
+    explicit AnalysesFolder(Id studyId = 0);
 
     std::string_view TypeName() const override { return "AnalysesFolder"; }
 
     static constexpr auto Members = corvane::MemberTable();
 
 protected:
-    void OnInitialize(const Children& colChildren) override;
+    void OnInitialize(const Children& children) override;
 };
 
 class DataSetItem final : public corvane::Automation<DataSetItem, StoreItem> {
 public:
-    explicit DataSetItem(DataSet oDataSet);
+    explicit DataSetItem(DataSet dataSet);
 
     std::string_view TypeName() const override { return "DataSetItem"; }
-    Id StudyId() const override { return m_oDataSet.nStudyId; }
+    Id StudyId() const override { return m_dataSet.studyId; }
 
     void OnOpen();
-    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // by the item's name
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // by the item's name
     void OnExport();
     void OnProperties();
     void OnDelete();
@@ -128,17 +128,17 @@ public:
 private:
     [[nodiscard]] corvane::Ref<DataSetContext> Context() const;
 
-    DataSet m_oDataSet;
-    corvane::Subscription m_oDisplayName;
+    DataSet m_dataSet;
+    corvane::Subscription m_displayName;
 };
 
 class AnalysisItem final : public corvane::Automation<AnalysisItem, StoreItem> {
 public:
-    explicit AnalysisItem(Analysis oAnalysis);
+    explicit AnalysisItem(Analysis analysis);
 
     std::string_view TypeName() const override { return "AnalysisItem"; }
-    Id StudyId() const override { return m_oAnalysis.nStudyId; }
-    [[nodiscard]] const Analysis& What() const { return m_oAnalysis; }
+    Id StudyId() const override { return m_analysis.studyId; }
+    [[nodiscard]] const Analysis& What() const { return m_analysis; }
 
     void OnShow();
     void OnDelete();
@@ -147,8 +147,8 @@ public:
                                                          corvane::Method("OnDelete", &AnalysisItem::OnDelete));
 
 private:
-    Analysis m_oAnalysis;
-    corvane::Subscription m_oDisplayName;
+    Analysis m_analysis;
+    corvane::Subscription m_displayName;
 };
 
 } // namespace studies

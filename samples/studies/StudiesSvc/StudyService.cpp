@@ -27,17 +27,17 @@ Ref<corvane::ExplorerManager> Explorer() {
     return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
 }
 
-std::string Quoted(const std::string& sName) {
-    return "“" + sName + "”";
+std::string Quoted(const std::string& name) {
+    return "“" + name + "”";
 }
 
 // Whether all that was there is there, and what is new is younger.
-bool Extends(const StudyService::Contents& oNew, const StudyService::Contents& oOld) {
-    if (!std::includes(oNew.begin(), oNew.end(), oOld.begin(), oOld.end()))
+bool Extends(const StudyService::Contents& newContents, const StudyService::Contents& old) {
+    if (!std::includes(newContents.begin(), newContents.end(), old.begin(), old.end()))
         return false;
-    return std::all_of(oNew.begin(), oNew.end(), [&](const auto& oEntry) {
-        const auto itNext = oOld.upper_bound(oEntry.first);
-        return oOld.contains(oEntry.first) || itNext == oOld.end() || itNext->first.first != oEntry.first.first;
+    return std::all_of(newContents.begin(), newContents.end(), [&](const auto& entry) {
+        const auto next = old.upper_bound(entry.first);
+        return old.contains(entry.first) || next == old.end() || next->first.first != entry.first.first;
     });
 }
 
@@ -48,234 +48,230 @@ Ref<StudyService> TheStudyService() {
 }
 
 StudyService::StudyService() {
-    m_aSubscriptions.push_back(m_oServiceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
-    m_aSubscriptions.push_back(m_oServiceBase->TerminateEvent.Subscribe([this] { OnTerminate(); }));
-    m_aSubscriptions.push_back(
-        m_oServiceBase->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& dctItems, Double& dblOrder) {
-            ListUnsaved(dctItems);
-            dblOrder = 1;
+    m_subscriptions.push_back(m_serviceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
+    m_subscriptions.push_back(m_serviceBase->TerminateEvent.Subscribe([this] { OnTerminate(); }));
+    m_subscriptions.push_back(
+        m_serviceBase->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& items, Double& order) {
+            ListUnsaved(items);
+            order = 1;
         }));
-    m_aSubscriptions.push_back(
-        m_oServiceBase->SaveEvent.Subscribe([this](const Ref<Object>& oItem) { SaveItem(oItem); }));
+    m_subscriptions.push_back(m_serviceBase->SaveEvent.Subscribe([this](const Ref<Object>& item) { SaveItem(item); }));
 }
 
 void StudyService::OnInitialize() {
-    const auto oExplorer = Explorer();
-    m_aSubscriptions.push_back(oExplorer->OnActive.Subscribe([this](const Ref<Object>& oItem) { m_oActive = oItem; }));
-    m_aSubscriptions.push_back(
-        oExplorer->OnInactive.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
-    m_aSubscriptions.push_back(oExplorer->onRemove.Subscribe([this](const Ref<Object>& oItem) { OnInactive(oItem); }));
-    const auto oWindows = CorvaneMain::Framework()->WindowManager();
-    m_aSubscriptions.push_back(
-        oWindows->WindowActivateEvent.Subscribe([this](const Ref<Window>& oWindow) { OnWindowActive(oWindow); }));
-    m_aSubscriptions.push_back(oWindows->WindowTerminateEvent.Subscribe([this](const Ref<Window>& oWindow) {
-        if (!oWindow->IsModal())
+    const auto explorer = Explorer();
+    m_subscriptions.push_back(explorer->OnActive.Subscribe([this](const Ref<Object>& item) { m_active = item; }));
+    m_subscriptions.push_back(explorer->OnInactive.Subscribe([this](const Ref<Object>& item) { OnInactive(item); }));
+    m_subscriptions.push_back(explorer->onRemove.Subscribe([this](const Ref<Object>& item) { OnInactive(item); }));
+    const auto windows = CorvaneMain::Framework()->WindowManager();
+    m_subscriptions.push_back(
+        windows->WindowActivateEvent.Subscribe([this](const Ref<Window>& window) { OnWindowActive(window); }));
+    m_subscriptions.push_back(windows->WindowTerminateEvent.Subscribe([this](const Ref<Window>& window) {
+        if (!window->IsModal())
             OnWindowActive(nullptr);
     }));
     try {
-        m_oWorkspace = New<Workspace>(Store::DefaultPath(), true);
-        m_aSubscriptions.push_back(
-            m_oWorkspace->Changed.Subscribe([this](const std::string& sStatus) { OnChanged(sStatus); }));
-        m_oShown = StoreContents();
-    } catch (const Failure& oFailure) {
+        m_workspace = New<Workspace>(Store::DefaultPath(), true);
+        m_subscriptions.push_back(
+            m_workspace->Changed.Subscribe([this](const std::string& status) { OnChanged(status); }));
+        m_shown = StoreContents();
+    } catch (const Failure& failure) {
         // The rest of the application works without studies.
-        m_sStoreProblem = oFailure.Description;
-        for (const char* sAction : {"NewStudy", "Import", "Report"})
-            m_oServiceBase->ActionItems()->Item(sAction)->SetEnabled(false);
+        m_storeProblem = failure.Description;
+        for (const char* action : {"NewStudy", "Import", "Report"})
+            m_serviceBase->ActionItems()->Item(action)->SetEnabled(false);
     }
 }
 
 void StudyService::OnTerminate() {
-    m_oActive = nullptr;
-    m_mapBranches.clear();
-    if (m_oWorkspace)
-        m_oWorkspace->Close();
+    m_active = nullptr;
+    m_branches.clear();
+    if (m_workspace)
+        m_workspace->Close();
 }
 
 // What was said of one window doesn't stay below another. A window that a dialog covered for a while is the same.
-void StudyService::OnWindowActive(const Ref<Window>& oWindow) {
-    if ((oWindow && oWindow->IsModal()) || oWindow.Get() == m_pLastActive)
+void StudyService::OnWindowActive(const Ref<Window>& window) {
+    if ((window && window->IsModal()) || window.Get() == m_lastActive)
         return;
-    m_pLastActive = oWindow.Get();
+    m_lastActive = window.Get();
     ShowStatus("");
 }
 
-void StudyService::OnInactive(const Ref<Object>& oItem) {
-    if (m_oActive == oItem)
-        m_oActive = nullptr;
+void StudyService::OnInactive(const Ref<Object>& item) {
+    if (m_active == item)
+        m_active = nullptr;
 }
 
 void StudyService::Start() {
     CorvaneMain::Framework()->NavigationManager()->SetCaption("Studies");
     Explorer()->Populate();
-    if (!m_oWorkspace) {
-        ShowStatus("The studies aren't available: " + m_sStoreProblem);
-        ShowMessage(m_sStoreProblem, "Studies");
+    if (!m_workspace) {
+        ShowStatus("The studies aren't available: " + m_storeProblem);
+        ShowMessage(m_storeProblem, "Studies");
         return;
     }
-    const std::size_t nStudies = TheStore().Studies().size();
-    ShowStatus(nStudies == 1 ? "1 study" : std::to_string(nStudies) + " studies");
+    const std::size_t studies = TheStore().Studies().size();
+    ShowStatus(studies == 1 ? "1 study" : std::to_string(studies) + " studies");
 }
 
 void StudyService::OnNewStudy() {
-    const Study oStudy = TheStore().StudyOf(TheStore().CreateStudy(TheStore().FreeName("Study")));
-    m_oWorkspace->Tell(Quoted(oStudy.sName) + " has been created");
-    if (Select(oStudy.nId))
-        Explorer()->StartRename(m_mapBranches.at(oStudy.nId).oStudy);
+    const Study study = TheStore().StudyOf(TheStore().CreateStudy(TheStore().FreeName("Study")));
+    m_workspace->Tell(Quoted(study.name) + " has been created");
+    if (Select(study.id))
+        Explorer()->StartRename(m_branches.at(study.id).study);
 }
 
 void StudyService::OnImport() {
     AskForImport(ActiveStudy());
 }
 
-void StudyService::AskForImport(Id nStudyId) {
-    const auto oJob = New<ImportJob>(m_oWorkspace, nStudyId);
-    AskInWindow("Import", oJob, "Import Data");
-    SelectDataSet(oJob->nDataSetId);
+void StudyService::AskForImport(Id studyId) {
+    const auto job = New<ImportJob>(m_workspace, studyId);
+    AskInWindow("Import", job, "Import Data");
+    SelectDataSet(job->dataSetId);
 }
 
 // Without asking: what the wizard proposes.
-void StudyService::ImportFile(const std::string& sPath) {
-    const auto oJob = New<ImportJob>(m_oWorkspace, ActiveStudy());
-    oJob->SetPath(sPath);
-    oJob->Run();
-    SelectDataSet(oJob->nDataSetId);
+void StudyService::ImportFile(const std::string& path) {
+    const auto job = New<ImportJob>(m_workspace, ActiveStudy());
+    job->SetPath(path);
+    job->Run();
+    SelectDataSet(job->dataSetId);
 }
 
-void StudyService::Duplicate(Id nStudyId) {
-    const Study oCopy = TheStore().StudyOf(TheStore().DuplicateStudy(nStudyId));
-    m_oWorkspace->Tell(Quoted(oCopy.sName) + " has been created");
-    Select(oCopy.nId);
+void StudyService::Duplicate(Id studyId) {
+    const Study copy = TheStore().StudyOf(TheStore().DuplicateStudy(studyId));
+    m_workspace->Tell(Quoted(copy.name) + " has been created");
+    Select(copy.id);
 }
 
-void StudyService::DeleteStudy(const Ref<StudyItem>& oStudy) {
-    TheStore().DeleteStudy(oStudy->StudyId());
-    RemoveItem(oStudy);
-    m_mapBranches.erase(oStudy->StudyId());
-    Tell(Quoted(oStudy->Base()->Name()) + " has been deleted; Undo restores it");
+void StudyService::DeleteStudy(const Ref<StudyItem>& study) {
+    TheStore().DeleteStudy(study->StudyId());
+    RemoveItem(study);
+    m_branches.erase(study->StudyId());
+    Tell(Quoted(study->Base()->Name()) + " has been deleted; Undo restores it");
 }
 
 // Its analyses go with it.
-void StudyService::DeleteDataSet(DataSet oDataSet) {
-    TheStore().DeleteDataSet(oDataSet.nId);
-    m_oWorkspace->Tell(Quoted(oDataSet.sName) + " has been deleted; Undo restores it");
+void StudyService::DeleteDataSet(DataSet dataSet) {
+    TheStore().DeleteDataSet(dataSet.id);
+    m_workspace->Tell(Quoted(dataSet.name) + " has been deleted; Undo restores it");
 }
 
-void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& oAnalysis) {
-    TheStore().DeleteAnalysis(oAnalysis->What().nId);
-    RemoveItem(oAnalysis);
-    Tell(Quoted(oAnalysis->What().sName) + " has been deleted; Undo restores it");
+void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& analysis) {
+    TheStore().DeleteAnalysis(analysis->What().id);
+    RemoveItem(analysis);
+    Tell(Quoted(analysis->What().name) + " has been deleted; Undo restores it");
 }
 
 // On the study that is chosen, or the one that there is.
-bool StudyService::RestoreWindow(const std::string&, const std::string& sKey) {
-    return m_oWorkspace && OpenByKey(m_oWorkspace, sKey);
+bool StudyService::RestoreWindow(const std::string&, const std::string& key) {
+    return m_workspace && OpenByKey(m_workspace, key);
 }
 
 void StudyService::OnReport() {
-    const std::vector<Study> aStudies = TheStore().Studies();
-    if (aStudies.empty())
+    const std::vector<Study> studies = TheStore().Studies();
+    if (studies.empty())
         FailWith("There is no study to report on. Create one, or import a file.");
-    if (const Id nActive = ActiveStudy(); nActive != 0)
-        return ShowReport(nActive);
-    std::vector<std::string> aNames;
-    for (const Study& oStudy : aStudies)
-        aNames.push_back(oStudy.sName);
-    const std::optional<std::string> sName =
-        aNames.size() == 1 ? aNames.front() : AskForChoice("Report on", JoinLines(aNames));
-    for (const Study& oStudy : aStudies)
-        if (sName && oStudy.sName == *sName)
-            ShowReport(oStudy.nId);
+    if (const Id active = ActiveStudy(); active != 0)
+        return ShowReport(active);
+    std::vector<std::string> names;
+    for (const Study& study : studies)
+        names.push_back(study.name);
+    const std::optional<std::string> name =
+        names.size() == 1 ? names.front() : AskForChoice("Report on", JoinLines(names));
+    for (const Study& study : studies)
+        if (name && study.name == *name)
+            ShowReport(study.id);
 }
 
-void StudyService::ShowReport(Id nStudyId) {
-    OpenReport(m_oWorkspace, nStudyId);
+void StudyService::ShowReport(Id studyId) {
+    OpenReport(m_workspace, studyId);
 }
 
 void StudyService::OnUndo() {
-    const std::string sLabel = TheStore().UndoLabel();
+    const std::string label = TheStore().UndoLabel();
     TheStore().Undo();
-    m_oWorkspace->Tell("Undone: " + sLabel);
+    m_workspace->Tell("Undone: " + label);
 }
 
 void StudyService::OnRedo() {
-    const std::string sLabel = TheStore().RedoLabel();
+    const std::string label = TheStore().RedoLabel();
     TheStore().Redo();
-    m_oWorkspace->Tell("Redone: " + sLabel);
+    m_workspace->Tell("Redone: " + label);
 }
 
 void StudyService::OnRefresh() {
     Rebuild();
 }
 
-void StudyService::Tell(const std::string& sWhat) {
-    m_oShown = StoreContents();
-    m_oWorkspace->Tell(sWhat);
+void StudyService::Tell(const std::string& what) {
+    m_shown = StoreContents();
+    m_workspace->Tell(what);
 }
 
 StudyService::Contents StudyService::StoreContents() const {
-    Contents oContents;
-    for (const Study& oStudy : TheStore().Studies()) {
-        oContents[{'s', oStudy.nId}] = oStudy.sName;
-        for (const DataSet& oDataSet : TheStore().DataSets(oStudy.nId))
-            oContents[{'d', oDataSet.nId}] = oDataSet.sName;
-        for (const Analysis& oAnalysis : TheStore().Analyses(oStudy.nId))
-            oContents[{'a', oAnalysis.nId}] = oAnalysis.sName;
+    Contents contents;
+    for (const Study& study : TheStore().Studies()) {
+        contents[{'s', study.id}] = study.name;
+        for (const DataSet& dataSet : TheStore().DataSets(study.id))
+            contents[{'d', dataSet.id}] = dataSet.name;
+        for (const Analysis& analysis : TheStore().Analyses(study.id))
+            contents[{'a', analysis.id}] = analysis.name;
     }
-    return oContents;
+    return contents;
 }
 
 // What is new is added to the explorer, at the end of its folder. When it belongs elsewhere, or something has gone or
 // has another name, the explorer is built anew.
-void StudyService::OnChanged(const std::string& sStatus) {
-    const Contents oContents = StoreContents();
-    if (!Extends(oContents, m_oShown))
+void StudyService::OnChanged(const std::string& status) {
+    const Contents contents = StoreContents();
+    if (!Extends(contents, m_shown))
         Rebuild();
-    else if (oContents.size() > m_oShown.size())
-        AddNewItems(oContents);
-    m_oShown = oContents;
+    else if (contents.size() > m_shown.size())
+        AddNewItems(contents);
+    m_shown = contents;
     WindowsFollow();
     TellUndo();
-    ShowStatus(sStatus);
+    ShowStatus(status);
 }
 
-void StudyService::AddNewItems(const Contents& oContents) {
-    const auto IsNew = [&](char cKind, Id nId) {
-        return oContents.contains({cKind, nId}) && !m_oShown.contains({cKind, nId});
-    };
-    for (const Study& oStudy : TheStore().Studies()) {
-        if (IsNew('s', oStudy.nId)) {
-            AddStudy(oStudy);
+void StudyService::AddNewItems(const Contents& contents) {
+    const auto IsNew = [&](char kind, Id id) { return contents.contains({kind, id}) && !m_shown.contains({kind, id}); };
+    for (const Study& study : TheStore().Studies()) {
+        if (IsNew('s', study.id)) {
+            AddStudy(study);
             continue;
         }
-        const Branch oBranch = m_mapBranches[oStudy.nId];
-        for (const DataSet& oDataSet : TheStore().DataSets(oStudy.nId))
-            if (IsNew('d', oDataSet.nId))
-                AddItem(New<DataSetItem>(oDataSet), "DataSet", oBranch.oDataSets);
-        for (const Analysis& oAnalysis : TheStore().Analyses(oStudy.nId))
-            if (IsNew('a', oAnalysis.nId))
-                AddItem(New<AnalysisItem>(oAnalysis), "Analysis", oBranch.oAnalyses);
+        const Branch branch = m_branches[study.id];
+        for (const DataSet& dataSet : TheStore().DataSets(study.id))
+            if (IsNew('d', dataSet.id))
+                AddItem(New<DataSetItem>(dataSet), "DataSet", branch.dataSets);
+        for (const Analysis& analysis : TheStore().Analyses(study.id))
+            if (IsNew('a', analysis.id))
+                AddItem(New<AnalysisItem>(analysis), "Analysis", branch.analyses);
     }
 }
 
-void StudyService::ListUnsaved(const Ref<Dictionary>& dctItems) const {
-    for (const Ref<AnalysisDocument>& oDocument : ChangedAnalyses()) {
-        std::string sName = oDocument->Name();
-        for (int n = 2; dctItems->Exists(sName); ++n)
-            sName = oDocument->Name() + " (" + std::to_string(n) + ")";
-        dctItems->Add(sName, oDocument);
+void StudyService::ListUnsaved(const Ref<Dictionary>& items) const {
+    for (const Ref<AnalysisDocument>& document : ChangedAnalyses()) {
+        std::string name = document->Name();
+        for (int n = 2; items->Exists(name); ++n)
+            name = document->Name() + " (" + std::to_string(n) + ")";
+        items->Add(name, document);
     }
 }
 
-void StudyService::SaveItem(const Ref<Object>& oItem) {
-    oItem.As<AnalysisDocument>()->Save();
+void StudyService::SaveItem(const Ref<Object>& item) {
+    item.As<AnalysisDocument>()->Save();
 }
 
 void StudyService::TellUndo() {
-    const auto Tell = [this](const char* sAction, const std::string& sLabel) {
-        const Ref<ActionItem> oAction = m_oServiceBase->ActionItems()->Item(sAction);
-        oAction->SetEnabled(!sLabel.empty());
-        oAction->SetCaption("Edit", "&" + std::string(sAction) + (sLabel.empty() ? "" : " " + sLabel));
+    const auto Tell = [this](const char* actionName, const std::string& label) {
+        const Ref<ActionItem> action = m_serviceBase->ActionItems()->Item(actionName);
+        action->SetEnabled(!label.empty());
+        action->SetCaption("Edit", "&" + std::string(actionName) + (label.empty() ? "" : " " + label));
     };
     Tell("Undo", TheStore().UndoLabel());
     Tell("Redo", TheStore().RedoLabel());

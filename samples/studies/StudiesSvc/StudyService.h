@@ -21,7 +21,7 @@ public:
 
     StudyService();
 
-    corvane::Ref<corvane::IService> Service() override { return m_oServiceBase; }
+    corvane::Ref<corvane::IService> Service() override { return m_serviceBase; }
     std::string_view TypeName() const override { return "StudyService"; }
 
     void Start();
@@ -35,27 +35,27 @@ public:
     void OnReport();
 
     // For others, by name. Into the chosen study, or a new one:
-    void ImportFile(const std::string& sPath);
+    void ImportFile(const std::string& path);
     // The explorer's active item, of any service, or nothing.
-    [[nodiscard]] corvane::Ref<corvane::Object> ActiveItem() const { return m_oActive; }
+    [[nodiscard]] corvane::Ref<corvane::Object> ActiveItem() const { return m_active; }
 
     // For the desktop: opens a window that was open when the program ended.
-    bool RestoreWindow(const std::string& sName, const std::string& sKey);
+    bool RestoreWindow(const std::string& name, const std::string& key);
 
     // For the items. The workspace is nothing when its file can't be used.
-    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
-    void AskForImport(Id nStudyId);
-    void Duplicate(Id nStudyId);
-    void DeleteStudy(const corvane::Ref<StudyItem>& oStudy);
-    void DeleteDataSet(DataSet oDataSet);
-    void DeleteAnalysis(const corvane::Ref<AnalysisItem>& oAnalysis);
-    void ShowReport(Id nStudyId);
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
+    void AskForImport(Id studyId);
+    void Duplicate(Id studyId);
+    void DeleteStudy(const corvane::Ref<StudyItem>& study);
+    void DeleteDataSet(DataSet dataSet);
+    void DeleteAnalysis(const corvane::Ref<AnalysisItem>& analysis);
+    void ShowReport(Id studyId);
     // The store has changed, and the explorer shows it already.
-    void Tell(const std::string& sWhat);
+    void Tell(const std::string& what);
     // Folders are made by the explorer, which doesn't say for which study; it is the one that joined last.
-    void StudyJoins(StudyItem& oStudy);
-    [[nodiscard]] Id JoiningStudy() const { return m_nJoiningStudy; }
-    void FolderJoins(StudyFolder& oFolder, bool bDataSets);
+    void StudyJoins(StudyItem& study);
+    [[nodiscard]] Id JoiningStudy() const { return m_joiningStudy; }
+    void FolderJoins(StudyFolder& folder, bool dataSets);
 
     static constexpr auto Members = corvane::MemberTable(
         corvane::Method("Start", &StudyService::Start), corvane::Method("OnNewStudy", &StudyService::OnNewStudy),
@@ -67,41 +67,41 @@ public:
 
 private:
     struct Branch {
-        corvane::Ref<StudyItem> oStudy;
-        corvane::Ref<StudyFolder> oDataSets;
-        corvane::Ref<StudyFolder> oAnalyses;
+        corvane::Ref<StudyItem> study;
+        corvane::Ref<StudyFolder> dataSets;
+        corvane::Ref<StudyFolder> analyses;
     };
 
     void OnInitialize();
     void OnTerminate();
-    void OnInactive(const corvane::Ref<corvane::Object>& oItem);
+    void OnInactive(const corvane::Ref<corvane::Object>& item);
     [[nodiscard]] Id ActiveStudy() const;
-    void AddStudy(const Study& oStudy);
-    void AddItem(const corvane::Ref<StoreItem>& oItem, const std::string& sDefinition,
-                 const corvane::Ref<StoreItem>& oFolder);
-    void RemoveItem(const corvane::Ref<StoreItem>& oItem);
-    bool Select(Id nStudyId);
-    bool SelectNode(const std::string& sKey);
-    void SelectDataSet(Id nDataSetId);
+    void AddStudy(const Study& study);
+    void AddItem(const corvane::Ref<StoreItem>& item, const std::string& definition,
+                 const corvane::Ref<StoreItem>& folder);
+    void RemoveItem(const corvane::Ref<StoreItem>& item);
+    bool Select(Id studyId);
+    bool SelectNode(const std::string& key);
+    void SelectDataSet(Id dataSetId);
     void Rebuild();
-    [[nodiscard]] Store& TheStore() const { return m_oWorkspace->GetStore(); }
+    [[nodiscard]] Store& TheStore() const { return m_workspace->GetStore(); }
     [[nodiscard]] Contents StoreContents() const;
-    void OnChanged(const std::string& sStatus);
-    void AddNewItems(const Contents& oContents);
-    void ListUnsaved(const corvane::Ref<corvane::Dictionary>& dctItems) const;
-    void SaveItem(const corvane::Ref<corvane::Object>& oItem);
+    void OnChanged(const std::string& status);
+    void AddNewItems(const Contents& contents);
+    void ListUnsaved(const corvane::Ref<corvane::Dictionary>& items) const;
+    void SaveItem(const corvane::Ref<corvane::Object>& item);
     void TellUndo();
-    void OnWindowActive(const corvane::Ref<corvane::Window>& oWindow);
+    void OnWindowActive(const corvane::Ref<corvane::Window>& window);
 
-    corvane::Ref<corvane::ServiceBase> m_oServiceBase = corvane::New<corvane::ServiceBase>();
-    std::vector<corvane::Subscription> m_aSubscriptions;
-    corvane::Ref<Workspace> m_oWorkspace; // nothing when its file can't be used
-    std::string m_sStoreProblem;
-    corvane::Window* m_pLastActive = nullptr; // only to tell it from another; it may be gone
-    corvane::Ref<corvane::Object> m_oActive;
-    Id m_nJoiningStudy = 0;
-    Contents m_oShown;
-    std::map<Id, Branch> m_mapBranches; // what stands in the explorer for each study
+    corvane::Ref<corvane::ServiceBase> m_serviceBase = corvane::New<corvane::ServiceBase>();
+    std::vector<corvane::Subscription> m_subscriptions;
+    corvane::Ref<Workspace> m_workspace; // nothing when its file can't be used
+    std::string m_storeProblem;
+    corvane::Window* m_lastActive = nullptr; // only to tell it from another; it may be gone
+    corvane::Ref<corvane::Object> m_active;
+    Id m_joiningStudy = 0;
+    Contents m_shown;
+    std::map<Id, Branch> m_branches; // what stands in the explorer for each study
 };
 
 // The one that is loaded.

@@ -10,7 +10,7 @@ using namespace corvane;
 
 class TavelinService final : public Automation<TavelinService, IServiceAccess> {
 public:
-    Ref<IService> Service() override { return m_oServiceBase; }
+    Ref<IService> Service() override { return m_serviceBase; }
     std::string_view TypeName() const override { return "TavelinService"; }
 
     void OnAbout() {
@@ -22,7 +22,7 @@ public:
     static constexpr auto Members = MemberTable(Method("OnAbout", &TavelinService::OnAbout));
 
 private:
-    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
 } // namespace studies

@@ -11,9 +11,9 @@ namespace studies {
 namespace {
 
 struct KindWords {
-    AnalysisKind eKind;
-    std::string_view sName;
-    std::string_view sTitle;
+    AnalysisKind kind;
+    std::string_view name;
+    std::string_view title;
 };
 
 constexpr std::array<KindWords, 5> Kinds{{{AnalysisKind::Summary, "summary", "Summary"},
@@ -22,45 +22,44 @@ constexpr std::array<KindWords, 5> Kinds{{{AnalysisKind::Summary, "summary", "Su
                                           {AnalysisKind::Comparison, "comparison", "Comparison"},
                                           {AnalysisKind::Bootstrap, "bootstrap", "Bootstrap"}}};
 
-const KindWords& WordsOf(AnalysisKind eKind) {
-    return Kinds[static_cast<std::size_t>(eKind)];
+const KindWords& WordsOf(AnalysisKind kind) {
+    return Kinds[static_cast<std::size_t>(kind)];
 }
 
 } // namespace
 
-std::string_view NameOf(AnalysisKind eKind) {
-    return WordsOf(eKind).sName;
+std::string_view NameOf(AnalysisKind kind) {
+    return WordsOf(kind).name;
 }
 
-AnalysisKind AnalysisKindOf(std::string_view sName) {
-    for (const KindWords& oWords : Kinds)
-        if (oWords.sName == sName)
-            return oWords.eKind;
-    FailWith("“" + std::string(sName) + "” isn't a kind of analysis that this version supports.");
+AnalysisKind AnalysisKindOf(std::string_view name) {
+    for (const KindWords& words : Kinds)
+        if (words.name == name)
+            return words.kind;
+    FailWith("“" + std::string(name) + "” isn't a kind of analysis that this version supports.");
 }
 
-std::string AnalysisSettings::Title(std::string_view sDataSet) const {
-    std::string sTitle = std::string(WordsOf(eKind).sTitle) + " of " + std::string(sDataSet);
-    if (eKind == AnalysisKind::Scatter && !sColumnX.empty() && !sColumnY.empty())
-        return sTitle + ": " + SpokenName(sColumnY) + " over " + SpokenName(sColumnX);
-    if (eKind != AnalysisKind::Summary && !sColumnX.empty())
-        sTitle += ": " + SpokenName(sColumnX);
-    if (eKind == AnalysisKind::Comparison && !sFirstGroup.empty() && !sSecondGroup.empty())
-        return sTitle + ", " + sFirstGroup + " and " + sSecondGroup;
-    return sGroupColumn.empty() || eKind == AnalysisKind::Bootstrap ? sTitle
-                                                                    : sTitle + " by " + SpokenName(sGroupColumn);
+std::string AnalysisSettings::Title(std::string_view dataSet) const {
+    std::string title = std::string(WordsOf(kind).title) + " of " + std::string(dataSet);
+    if (kind == AnalysisKind::Scatter && !columnX.empty() && !columnY.empty())
+        return title + ": " + SpokenName(columnY) + " over " + SpokenName(columnX);
+    if (kind != AnalysisKind::Summary && !columnX.empty())
+        title += ": " + SpokenName(columnX);
+    if (kind == AnalysisKind::Comparison && !firstGroup.empty() && !secondGroup.empty())
+        return title + ", " + firstGroup + " and " + secondGroup;
+    return groupColumn.empty() || kind == AnalysisKind::Bootstrap ? title : title + " by " + SpokenName(groupColumn);
 }
 
-bool AnalysisSettings::operator==(const AnalysisSettings& oOther) const {
-    return eKind == oOther.eKind && IsLike(oOther);
+bool AnalysisSettings::operator==(const AnalysisSettings& other) const {
+    return kind == other.kind && IsLike(other);
 }
 
-bool AnalysisSettings::IsLike(const AnalysisSettings& oOther) const {
+bool AnalysisSettings::IsLike(const AnalysisSettings& other) const {
     const auto Parts = [](const AnalysisSettings& o) {
-        return std::tie(o.sGroupColumn, o.sColumnX, o.sColumnY, o.sFirstGroup, o.sSecondGroup, o.nBins,
-                        o.oBootstrap.eFigure, o.oBootstrap.nResamples, o.oBootstrap.dblConfidence, o.oBootstrap.nSeed);
+        return std::tie(o.groupColumn, o.columnX, o.columnY, o.firstGroup, o.secondGroup, o.bins, o.bootstrap.figure,
+                        o.bootstrap.resamples, o.bootstrap.confidence, o.bootstrap.seed);
     };
-    return Parts(*this) == Parts(oOther);
+    return Parts(*this) == Parts(other);
 }
 
 } // namespace studies

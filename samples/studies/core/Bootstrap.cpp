@@ -12,45 +12,45 @@
 namespace studies {
 namespace {
 
-// A whole number below nBelow, the same from one seed everywhere: the standard fixes the generator's numbers, but not
+// A whole number below below, the same from one seed everywhere: the standard fixes the generator's numbers, but not
 // those of its distributions. 2^64 is so much larger than any sample that rounding favours no row by any figure shown.
 class RowDrawer {
 public:
-    explicit RowDrawer(std::uint64_t nSeed) : m_oGenerator(nSeed) {}
-    std::size_t Below(std::size_t nBelow) {
+    explicit RowDrawer(std::uint64_t seed) : m_generator(seed) {}
+    std::size_t Below(std::size_t below) {
         __extension__ using Wide = unsigned __int128;
-        return static_cast<std::size_t>((static_cast<Wide>(m_oGenerator()) * nBelow) >> 64U);
+        return static_cast<std::size_t>((static_cast<Wide>(m_generator()) * below) >> 64U);
     }
 
 private:
-    std::mt19937_64 m_oGenerator;
+    std::mt19937_64 m_generator;
 };
 
 // Sorts what it needs.
-double MedianOf(std::vector<double>& aValues) {
-    const auto itUpper = aValues.begin() + static_cast<std::ptrdiff_t>(aValues.size() / 2);
-    std::nth_element(aValues.begin(), itUpper, aValues.end());
-    if (aValues.size() % 2 == 1)
-        return *itUpper;
-    return (*itUpper + *std::max_element(aValues.begin(), itUpper)) / 2;
+double MedianOf(std::vector<double>& values) {
+    const auto upper = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), upper, values.end());
+    if (values.size() % 2 == 1)
+        return *upper;
+    return (*upper + *std::max_element(values.begin(), upper)) / 2;
 }
 
-double FigureOf(std::vector<double>& aValues, BootstrapFigure eFigure) {
-    switch (eFigure) {
+double FigureOf(std::vector<double>& values, BootstrapFigure figure) {
+    switch (figure) {
     case BootstrapFigure::Median:
-        return MedianOf(aValues);
+        return MedianOf(values);
     case BootstrapFigure::Deviation:
-        return FiguresOf(aValues).dblDeviation;
+        return FiguresOf(values).deviation;
     case BootstrapFigure::Mean:
         break;
     }
-    return FiguresOf(aValues).dblMean;
+    return FiguresOf(values).mean;
 }
 
 } // namespace
 
-std::string_view NameOf(BootstrapFigure eFigure) {
-    switch (eFigure) {
+std::string_view NameOf(BootstrapFigure figure) {
+    switch (figure) {
     case BootstrapFigure::Median:
         return "median";
     case BootstrapFigure::Deviation:
@@ -61,40 +61,40 @@ std::string_view NameOf(BootstrapFigure eFigure) {
     return "mean";
 }
 
-BootstrapFigure BootstrapFigureOf(std::string_view sName) {
-    for (const BootstrapFigure eFigure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation})
-        if (sName == NameOf(eFigure))
-            return eFigure;
-    FailWith("“" + std::string(sName) + "” isn't a statistic that can be bootstrapped.");
+BootstrapFigure BootstrapFigureOf(std::string_view name) {
+    for (const BootstrapFigure figure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation})
+        if (name == NameOf(figure))
+            return figure;
+    FailWith("“" + std::string(name) + "” isn't a statistic that can be bootstrapped.");
 }
 
-std::optional<BootstrapResult> RunBootstrap(std::span<const double> aValues, const BootstrapOptions& oOptions,
-                                            const BootstrapProgress& fnProgress) {
-    std::vector<double> aSample;
-    std::copy_if(aValues.begin(), aValues.end(), std::back_inserter(aSample),
-                 [](double dblValue) { return !std::isnan(dblValue); });
-    if (aSample.size() < 2)
-        FailWith("At least two values are needed; there are " + std::to_string(aSample.size()) + ".");
-    if (oOptions.nResamples < 2)
+std::optional<BootstrapResult> RunBootstrap(std::span<const double> values, const BootstrapOptions& options,
+                                            const BootstrapProgress& progress) {
+    std::vector<double> sample;
+    std::copy_if(values.begin(), values.end(), std::back_inserter(sample),
+                 [](double value) { return !std::isnan(value); });
+    if (sample.size() < 2)
+        FailWith("At least two values are needed; there are " + std::to_string(sample.size()) + ".");
+    if (options.resamples < 2)
         FailWith("At least two resamples are needed.");
-    RowDrawer oDrawer(oOptions.nSeed);
-    std::vector<double> aDrawn(aSample.size());
-    std::vector<double> aFigures;
-    for (int n = 1; n <= oOptions.nResamples; ++n) {
-        for (double& dblValue : aDrawn)
-            dblValue = aSample[oDrawer.Below(aSample.size())];
-        aFigures.push_back(FigureOf(aDrawn, oOptions.eFigure));
-        if (fnProgress && !fnProgress(n))
+    RowDrawer drawer(options.seed);
+    std::vector<double> drawn(sample.size());
+    std::vector<double> figures;
+    for (int n = 1; n <= options.resamples; ++n) {
+        for (double& value : drawn)
+            value = sample[drawer.Below(sample.size())];
+        figures.push_back(FigureOf(drawn, options.figure));
+        if (progress && !progress(n))
             return std::nullopt;
     }
-    BootstrapResult oResult;
-    oResult.nCount = aSample.size();
-    oResult.dblFigure = FigureOf(aSample, oOptions.eFigure);
-    oResult.dblError = FiguresOf(aFigures).dblDeviation;
-    std::sort(aFigures.begin(), aFigures.end());
-    oResult.oInterval = {Quantile(aFigures, (1 - oOptions.dblConfidence) / 2),
-                         Quantile(aFigures, (1 + oOptions.dblConfidence) / 2)};
-    return oResult;
+    BootstrapResult result;
+    result.count = sample.size();
+    result.figure = FigureOf(sample, options.figure);
+    result.error = FiguresOf(figures).deviation;
+    std::sort(figures.begin(), figures.end());
+    result.interval = {Quantile(figures, (1 - options.confidence) / 2),
+                       Quantile(figures, (1 + options.confidence) / 2)};
+    return result;
 }
 
 } // namespace studies

@@ -15,78 +15,77 @@ namespace {
 
 // The rows of each group, with the names to tell them apart: one nameless group where nothing divides the table.
 struct Division {
-    std::vector<std::string> aNames;
-    std::vector<std::size_t> aGroupOf; // for each row; NoGroup where the group is missing
+    std::vector<std::string> names;
+    std::vector<std::size_t> groupOf; // for each row; NoGroup where the group is missing
     static constexpr auto NoGroup = static_cast<std::size_t>(-1);
 };
 
-Division Divide(const Table& oTable, const std::string& sGroupColumn, std::string& sNote) {
-    Division oDivision;
-    oDivision.aGroupOf.assign(oTable.nRows, 0);
-    const Column* pGroup = oTable.Find(sGroupColumn);
-    if (!pGroup)
-        return oDivision;
-    const std::vector<std::string> aValues = ValuesOf(*pGroup);
-    if (aValues.size() > MostChartGroups) {
-        sNote = pGroup->sName + " has " + CountText(aValues.size()) + " values; up to " + CountText(MostChartGroups) +
-                " can be distinguished. ";
-        return oDivision;
+Division Divide(const Table& table, const std::string& groupColumn, std::string& note) {
+    Division division;
+    division.groupOf.assign(table.rows, 0);
+    const Column* group = table.Find(groupColumn);
+    if (!group)
+        return division;
+    const std::vector<std::string> values = ValuesOf(*group);
+    if (values.size() > MostChartGroups) {
+        note = group->name + " has " + CountText(values.size()) + " values; up to " + CountText(MostChartGroups) +
+               " can be distinguished. ";
+        return division;
     }
-    oDivision.aNames = aValues;
-    for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow) {
-        const auto it = std::find(aValues.begin(), aValues.end(), pGroup->Text(iRow));
-        oDivision.aGroupOf[iRow] =
-            it == aValues.end() ? Division::NoGroup : static_cast<std::size_t>(it - aValues.begin());
+    division.names = values;
+    for (std::size_t row = 0; row < table.rows; ++row) {
+        const auto it = std::find(values.begin(), values.end(), group->Text(row));
+        division.groupOf[row] = it == values.end() ? Division::NoGroup : static_cast<std::size_t>(it - values.begin());
     }
-    return oDivision;
+    return division;
 }
 
-const Column* NumbersIn(const Table& oTable, const std::string& sColumn) {
-    const Column* pColumn = oTable.Find(sColumn);
-    return pColumn && pColumn->IsNumeric() ? pColumn : nullptr;
+const Column* NumbersIn(const Table& table, const std::string& columnName) {
+    const Column* column = table.Find(columnName);
+    return column && column->IsNumeric() ? column : nullptr;
 }
 
-void SetLegend(ChartScene& oScene, const Division& oDivision) {
-    for (std::size_t i = 0; i < oDivision.aNames.size(); ++i)
-        oScene.aLegend.emplace_back(oDivision.aNames[i], static_cast<int>(i));
+void SetLegend(ChartScene& scene, const Division& division) {
+    for (std::size_t i = 0; i < division.names.size(); ++i)
+        scene.legend.emplace_back(division.names[i], static_cast<int>(i));
 }
 
 // Some room around the values.
-void SpanAxis(ChartAxis& oAxis, double dblLow, double dblHigh) {
-    const double dblRange = dblHigh > dblLow ? dblHigh - dblLow : std::max(1.0, std::abs(dblLow) * 0.1);
-    oAxis.dblLow = dblLow - 0.04 * dblRange;
-    oAxis.dblHigh = dblHigh + 0.04 * dblRange;
+void SpanAxis(ChartAxis& axis, double low, double high) {
+    const double range = high > low ? high - low : std::max(1.0, std::abs(low) * 0.1);
+    axis.low = low - 0.04 * range;
+    axis.high = high + 0.04 * range;
 }
 
-std::string RowsNote(std::size_t nCounted, std::size_t nRows) {
-    if (nCounted == nRows)
-        return CountText(nRows) + (nRows == 1 ? " row" : " rows");
-    return CountText(nCounted) + " of " + CountText(nRows) + " rows; the others have missing values";
+std::string RowsNote(std::size_t counted, std::size_t rows) {
+    if (counted == rows)
+        return CountText(rows) + (rows == 1 ? " row" : " rows");
+    return CountText(counted) + " of " + CountText(rows) + " rows; the others have missing values";
 }
 
-std::string SignedText(double dblValue) {
-    return (dblValue < 0 ? " \u2212 " : " + ") + FigureText(std::abs(dblValue), 5);
+std::string SignedText(double value) {
+    return (value < 0 ? " \u2212 " : " + ") + FigureText(std::abs(value), 5);
 }
 
-void AddLine(ChartScene& oScene, const std::vector<double>& aX, const std::vector<double>& aY, int nColor,
-             const std::string& sName, double dblConfidence) {
-    constexpr int nSteps = 60;
+void AddLine(ChartScene& scene, const std::vector<double>& xs, const std::vector<double>& y, int color,
+             const std::string& name, double confidence) {
+    constexpr int steps = 60;
     try {
-        const Regression oLine = FitLine(aX, aY);
-        const auto [itLow, itHigh] = std::minmax_element(aX.begin(), aX.end());
-        ChartBand oBand{{}, nColor};
-        ChartLine oDrawn{{}, nColor};
-        for (int n = 0; n <= nSteps; ++n) {
-            const double x = *itLow + (*itHigh - *itLow) * n / nSteps;
-            const Interval oInterval = oLine.Band(x, dblConfidence);
-            oBand.aEdges.push_back({x, oInterval.dblLow, oInterval.dblHigh});
-            oDrawn.aPoints.emplace_back(x, oLine.At(x));
+        const Regression line = FitLine(xs, y);
+        const auto [low, high] = std::minmax_element(xs.begin(), xs.end());
+        ChartBand band{{}, color};
+        ChartLine drawn{{}, color};
+        for (int n = 0; n <= steps; ++n) {
+            const double x = *low + (*high - *low) * n / steps;
+            const Interval interval = line.Band(x, confidence);
+            band.edges.push_back({x, interval.low, interval.high});
+            drawn.points.emplace_back(x, line.At(x));
         }
-        oScene.aBands.push_back(std::move(oBand));
-        oScene.aLines.push_back(std::move(oDrawn));
-        oScene.sNote += "\n" + (sName.empty() ? std::string() : sName + ": ") +
-                        "y = " + FigureText(oLine.dblIntercept, 5) + SignedText(oLine.dblSlope) +
-                        " x, R\u00B2 = " + DecimalText(oLine.dblShare, 3) + ", " + ProbabilityText(oLine.dblP);
+        scene.bands.push_back(std::move(band));
+        scene.lines.push_back(std::move(drawn));
+        scene.note += "\n" + (name.empty() ? std::string() : name + ": ") + "y = " + FigureText(line.intercept, 5) +
+                      SignedText(line.slope) + " x, R\u00B2 = " + DecimalText(line.share, 3) + ", " +
+                      ProbabilityText(line.p);
     } catch (const corvane::Failure&) {
         // Too few points for a line; the points are shown without one.
     }
@@ -94,126 +93,123 @@ void AddLine(ChartScene& oScene, const std::vector<double>& aX, const std::vecto
 
 } // namespace
 
-ChartScene HistogramScene(const Table& oTable, const AnalysisSettings& oSettings) {
-    ChartScene oScene;
-    const Column* pX = NumbersIn(oTable, oSettings.sColumnX);
-    if (!pX) {
-        oScene.sEmpty = "Choose a column of numbers.";
-        return oScene;
+ChartScene HistogramScene(const Table& table, const AnalysisSettings& settings) {
+    ChartScene scene;
+    const Column* x = NumbersIn(table, settings.columnX);
+    if (!x) {
+        scene.empty = "Choose a column of numbers.";
+        return scene;
     }
-    const Bins oBins = BinsFor(pX->aNumbers, oSettings.nBins);
-    if (oBins.nCount == 0) {
-        oScene.sEmpty = "All values of “" + pX->sName + "” are missing.";
-        return oScene;
+    const Bins bins = BinsFor(x->numbers, settings.bins);
+    if (bins.count == 0) {
+        scene.empty = "All values of “" + x->name + "” are missing.";
+        return scene;
     }
-    const Division oDivision = Divide(oTable, oSettings.sGroupColumn, oScene.sNote);
-    SetLegend(oScene, oDivision);
-    std::vector<std::vector<double>> aValues(std::max<std::size_t>(1, oDivision.aNames.size()));
-    std::size_t nCounted = 0;
-    for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow)
-        if (oDivision.aGroupOf[iRow] != Division::NoGroup && !pX->IsMissing(iRow)) {
-            aValues[oDivision.aGroupOf[iRow]].push_back(pX->aNumbers[iRow]);
-            ++nCounted;
+    const Division division = Divide(table, settings.groupColumn, scene.note);
+    SetLegend(scene, division);
+    std::vector<std::vector<double>> values(std::max<std::size_t>(1, division.names.size()));
+    std::size_t counted = 0;
+    for (std::size_t row = 0; row < table.rows; ++row)
+        if (division.groupOf[row] != Division::NoGroup && !x->IsMissing(row)) {
+            values[division.groupOf[row]].push_back(x->numbers[row]);
+            ++counted;
         }
-    std::vector<double> aTops(oBins.nCount);
-    for (std::size_t iGroup = 0; iGroup < aValues.size(); ++iGroup) {
-        const std::vector<std::size_t> aCounts = CountIn(oBins, aValues[iGroup]);
-        for (std::size_t iBin = 0; iBin < aCounts.size(); ++iBin) {
-            if (aCounts[iBin] == 0)
+    std::vector<double> tops(bins.count);
+    for (std::size_t groupIndex = 0; groupIndex < values.size(); ++groupIndex) {
+        const std::vector<std::size_t> counts = CountIn(bins, values[groupIndex]);
+        for (std::size_t bin = 0; bin < counts.size(); ++bin) {
+            if (counts[bin] == 0)
                 continue;
-            const double dblBottom = aTops[iBin];
-            aTops[iBin] += static_cast<double>(aCounts[iBin]);
-            const std::string sGroup = oDivision.aNames.empty() ? std::string() : oDivision.aNames[iGroup] + ", ";
-            oScene.aBars.push_back({oBins.Edge(iBin), oBins.Edge(iBin + 1), dblBottom, aTops[iBin],
-                                    static_cast<int>(iGroup),
-                                    sGroup + FigureText(oBins.Edge(iBin)) + " to " + FigureText(oBins.Edge(iBin + 1)) +
-                                        " " + pX->sUnit + (pX->sUnit.empty() ? ": " : "\n") + CountText(aCounts[iBin]) +
-                                        (aCounts[iBin] == 1 ? " row" : " rows")});
+            const double bottom = tops[bin];
+            tops[bin] += static_cast<double>(counts[bin]);
+            const std::string group = division.names.empty() ? std::string() : division.names[groupIndex] + ", ";
+            scene.bars.push_back({bins.Edge(bin), bins.Edge(bin + 1), bottom, tops[bin], static_cast<int>(groupIndex),
+                                  group + FigureText(bins.Edge(bin)) + " to " + FigureText(bins.Edge(bin + 1)) + " " +
+                                      x->unit + (x->unit.empty() ? ": " : "\n") + CountText(counts[bin]) +
+                                      (counts[bin] == 1 ? " row" : " rows")});
         }
     }
-    oScene.oX = {pX->Label(), oBins.Edge(0), oBins.Edge(oBins.nCount), {}};
-    oScene.oY = {"rows", 0, 1.05 * *std::max_element(aTops.begin(), aTops.end()), {}};
-    oScene.sNote += RowsNote(nCounted, oTable.nRows);
-    return oScene;
+    scene.x = {x->Label(), bins.Edge(0), bins.Edge(bins.count), {}};
+    scene.y = {"rows", 0, 1.05 * *std::max_element(tops.begin(), tops.end()), {}};
+    scene.note += RowsNote(counted, table.rows);
+    return scene;
 }
 
-ChartScene ScatterScene(const Table& oTable, const AnalysisSettings& oSettings) {
-    ChartScene oScene;
-    const Column* pX = NumbersIn(oTable, oSettings.sColumnX);
-    const Column* pY = NumbersIn(oTable, oSettings.sColumnY);
-    if (!pX || !pY) {
-        oScene.sEmpty = "Choose two columns of numbers.";
-        return oScene;
+ChartScene ScatterScene(const Table& table, const AnalysisSettings& settings) {
+    ChartScene scene;
+    const Column* x = NumbersIn(table, settings.columnX);
+    const Column* y = NumbersIn(table, settings.columnY);
+    if (!x || !y) {
+        scene.empty = "Choose two columns of numbers.";
+        return scene;
     }
-    const Division oDivision = Divide(oTable, oSettings.sGroupColumn, oScene.sNote);
-    SetLegend(oScene, oDivision);
-    std::vector<std::vector<double>> aX(std::max<std::size_t>(1, oDivision.aNames.size()));
-    std::vector<std::vector<double>> aY(aX.size());
-    for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow) {
-        const std::size_t iGroup = oDivision.aGroupOf[iRow];
-        if (iGroup == Division::NoGroup || pX->IsMissing(iRow) || pY->IsMissing(iRow))
+    const Division division = Divide(table, settings.groupColumn, scene.note);
+    SetLegend(scene, division);
+    std::vector<std::vector<double>> xs(std::max<std::size_t>(1, division.names.size()));
+    std::vector<std::vector<double>> ys(xs.size());
+    for (std::size_t row = 0; row < table.rows; ++row) {
+        const std::size_t group = division.groupOf[row];
+        if (group == Division::NoGroup || x->IsMissing(row) || y->IsMissing(row))
             continue;
-        aX[iGroup].push_back(pX->aNumbers[iRow]);
-        aY[iGroup].push_back(pY->aNumbers[iRow]);
-        oScene.aPoints.push_back({pX->aNumbers[iRow], pY->aNumbers[iRow], static_cast<int>(iGroup), iRow});
+        xs[group].push_back(x->numbers[row]);
+        ys[group].push_back(y->numbers[row]);
+        scene.points.push_back({x->numbers[row], y->numbers[row], static_cast<int>(group), row});
     }
-    if (oScene.aPoints.empty()) {
-        oScene.sEmpty = "No row has both values.";
-        return oScene;
+    if (scene.points.empty()) {
+        scene.empty = "No row has both values.";
+        return scene;
     }
     const auto ByX = [](const ChartPoint& a, const ChartPoint& b) { return a.x < b.x; };
     const auto ByY = [](const ChartPoint& a, const ChartPoint& b) { return a.y < b.y; };
-    const auto [itLeft, itRight] = std::minmax_element(oScene.aPoints.begin(), oScene.aPoints.end(), ByX);
-    const auto [itLow, itHigh] = std::minmax_element(oScene.aPoints.begin(), oScene.aPoints.end(), ByY);
-    oScene.oX.sLabel = pX->Label();
-    oScene.oY.sLabel = pY->Label();
-    SpanAxis(oScene.oX, itLeft->x, itRight->x);
-    SpanAxis(oScene.oY, itLow->y, itHigh->y);
-    oScene.sNote += RowsNote(oScene.aPoints.size(), oTable.nRows);
-    for (std::size_t iGroup = 0; iGroup < aX.size(); ++iGroup)
-        AddLine(oScene, aX[iGroup], aY[iGroup], static_cast<int>(iGroup),
-                oDivision.aNames.empty() ? std::string() : oDivision.aNames[iGroup],
-                oSettings.oBootstrap.dblConfidence);
-    return oScene;
+    const auto [left, right] = std::minmax_element(scene.points.begin(), scene.points.end(), ByX);
+    const auto [low, high] = std::minmax_element(scene.points.begin(), scene.points.end(), ByY);
+    scene.x.label = x->Label();
+    scene.y.label = y->Label();
+    SpanAxis(scene.x, left->x, right->x);
+    SpanAxis(scene.y, low->y, high->y);
+    scene.note += RowsNote(scene.points.size(), table.rows);
+    for (std::size_t group = 0; group < xs.size(); ++group)
+        AddLine(scene, xs[group], ys[group], static_cast<int>(group),
+                division.names.empty() ? std::string() : division.names[group], settings.bootstrap.confidence);
+    return scene;
 }
 
-ChartScene ComparisonScene(const Table& oTable, const AnalysisSettings& oSettings) {
-    ChartScene oScene;
-    const Column* pX = NumbersIn(oTable, oSettings.sColumnX);
-    const Column* pGroup = oTable.Find(oSettings.sGroupColumn);
-    if (!pX || !pGroup || oSettings.sFirstGroup.empty() || oSettings.sSecondGroup.empty()) {
-        oScene.sEmpty = "Choose a column of numbers and two groups.";
-        return oScene;
+ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings) {
+    ChartScene scene;
+    const Column* x = NumbersIn(table, settings.columnX);
+    const Column* group = table.Find(settings.groupColumn);
+    if (!x || !group || settings.firstGroup.empty() || settings.secondGroup.empty()) {
+        scene.empty = "Choose a column of numbers and two groups.";
+        return scene;
     }
-    const double dblConfidence = oSettings.oBootstrap.dblConfidence;
-    double dblLow = 0;
-    double dblHigh = 0;
-    for (const std::string* pName : {&oSettings.sFirstGroup, &oSettings.sSecondGroup}) {
-        const SampleFigures oFigures = FiguresOf(NumbersOfGroup(*pX, *pGroup, *pName));
-        if (oFigures.nCount < 2) {
-            oScene.sEmpty = "A group needs at least two values to be compared; “" + *pName + "” has " +
-                            CountText(oFigures.nCount) + ".";
-            return oScene;
+    const double confidence = settings.bootstrap.confidence;
+    double low = 0;
+    double high = 0;
+    for (const std::string* name : {&settings.firstGroup, &settings.secondGroup}) {
+        const SampleFigures figures = FiguresOf(NumbersOfGroup(*x, *group, *name));
+        if (figures.count < 2) {
+            scene.empty = "A group needs at least two values to be compared; “" + *name + "” has " +
+                          CountText(figures.count) + ".";
+            return scene;
         }
-        const double dblReach = StudentQuantile((1 + dblConfidence) / 2, static_cast<double>(oFigures.nCount - 1)) *
-                                oFigures.dblDeviation / std::sqrt(static_cast<double>(oFigures.nCount));
-        const auto nPlace = static_cast<int>(oScene.aMarks.size());
-        oScene.aMarks.push_back({static_cast<double>(nPlace), oFigures.dblMean - dblReach, oFigures.dblMean,
-                                 oFigures.dblMean + dblReach, nPlace,
-                                 *pName + "\nmean " + FigureText(oFigures.dblMean, 6) + " " + pX->sUnit + "\n" +
-                                     ShareText(dblConfidence) + " from " + FigureText(oFigures.dblMean - dblReach, 6) +
-                                     " to " + FigureText(oFigures.dblMean + dblReach, 6)});
-        oScene.oX.aNames.push_back(*pName);
-        dblLow = nPlace == 0 ? oScene.aMarks[0].dblLow : std::min(dblLow, oScene.aMarks.back().dblLow);
-        dblHigh = nPlace == 0 ? oScene.aMarks[0].dblHigh : std::max(dblHigh, oScene.aMarks.back().dblHigh);
+        const double reach = StudentQuantile((1 + confidence) / 2, static_cast<double>(figures.count - 1)) *
+                             figures.deviation / std::sqrt(static_cast<double>(figures.count));
+        const auto place = static_cast<int>(scene.marks.size());
+        scene.marks.push_back(
+            {static_cast<double>(place), figures.mean - reach, figures.mean, figures.mean + reach, place,
+             *name + "\nmean " + FigureText(figures.mean, 6) + " " + x->unit + "\n" + ShareText(confidence) + " from " +
+                 FigureText(figures.mean - reach, 6) + " to " + FigureText(figures.mean + reach, 6)});
+        scene.x.names.push_back(*name);
+        low = place == 0 ? scene.marks[0].low : std::min(low, scene.marks.back().low);
+        high = place == 0 ? scene.marks[0].high : std::max(high, scene.marks.back().high);
     }
-    SpanAxis(oScene.oY, dblLow, dblHigh);
-    oScene.oX.sLabel = pGroup->Label();
-    oScene.oX.dblLow = -0.7;
-    oScene.oX.dblHigh = 1.7;
-    oScene.oY.sLabel = "mean " + pX->Label();
-    oScene.sNote = "Means with their " + ShareText(dblConfidence) + " confidence intervals";
-    return oScene;
+    SpanAxis(scene.y, low, high);
+    scene.x.label = group->Label();
+    scene.x.low = -0.7;
+    scene.x.high = 1.7;
+    scene.y.label = "mean " + x->Label();
+    scene.note = "Means with their " + ShareText(confidence) + " confidence intervals";
+    return scene;
 }
 
 } // namespace studies

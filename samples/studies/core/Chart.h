@@ -12,71 +12,71 @@
 namespace studies {
 
 struct ChartAxis {
-    std::string sLabel;
-    double dblLow = 0;
-    double dblHigh = 1;
-    std::vector<std::string> aNames; // of the places 0, 1, 2, … where an axis has no numbers
+    std::string label;
+    double low = 0;
+    double high = 1;
+    std::vector<std::string> names; // of the places 0, 1, 2, … where an axis has no numbers
 };
 
 struct ChartBar {
-    double dblLeft = 0;
-    double dblRight = 0;
-    double dblBottom = 0;
-    double dblTop = 0;
-    int nColor = 0; // a number of a palette
-    std::string sTip;
+    double left = 0;
+    double right = 0;
+    double bottom = 0;
+    double top = 0;
+    int color = 0; // a number of a palette
+    std::string tip;
 };
 
 struct ChartPoint {
     double x = 0;
     double y = 0;
-    int nColor = 0;
-    std::size_t iRow = 0; // of the table, from 0
+    int color = 0;
+    std::size_t row = 0; // of the table, from 0
 };
 
 struct ChartLine {
-    std::vector<std::pair<double, double>> aPoints;
-    int nColor = 0;
+    std::vector<std::pair<double, double>> points;
+    int color = 0;
 };
 
 struct ChartBand {
     struct Edge {
-        double x, dblLow, dblHigh;
+        double x, low, high;
     };
-    std::vector<Edge> aEdges;
-    int nColor = 0;
+    std::vector<Edge> edges;
+    int color = 0;
 };
 
 // A value with its interval.
 struct ChartMark {
     double x = 0;
-    double dblLow = 0;
-    double dblMiddle = 0;
-    double dblHigh = 0;
-    int nColor = 0;
-    std::string sTip;
+    double low = 0;
+    double middle = 0;
+    double high = 0;
+    int color = 0;
+    std::string tip;
 };
 
 struct ChartScene {
-    ChartAxis oX;
-    ChartAxis oY;
-    std::vector<ChartBar> aBars;
-    std::vector<ChartPoint> aPoints;
-    std::vector<ChartBand> aBands;
-    std::vector<ChartLine> aLines;
-    std::vector<ChartMark> aMarks;
-    std::vector<std::pair<std::string, int>> aLegend; // names with their colours; empty for a single series
-    std::string sNote;                                // under the chart: rows that count, figures
-    std::string sEmpty;                               // why there is nothing to see, in its place
+    ChartAxis x;
+    ChartAxis y;
+    std::vector<ChartBar> bars;
+    std::vector<ChartPoint> points;
+    std::vector<ChartBand> bands;
+    std::vector<ChartLine> lines;
+    std::vector<ChartMark> marks;
+    std::vector<std::pair<std::string, int>> legend; // names with their colours; empty for a single series
+    std::string note;                                // under the chart: rows that count, figures
+    std::string empty;                               // why there is nothing to see, in its place
 };
 
 // The most groups that a chart tells apart; a column with more values isn't divided.
 constexpr std::size_t MostChartGroups = 8;
 
-// Each says in sEmpty what is missing, and never fails.
-[[nodiscard]] ChartScene HistogramScene(const Table& oTable, const AnalysisSettings& oSettings);
-[[nodiscard]] ChartScene ScatterScene(const Table& oTable, const AnalysisSettings& oSettings);
+// Each says in empty what is missing, and never fails.
+[[nodiscard]] ChartScene HistogramScene(const Table& table, const AnalysisSettings& settings);
+[[nodiscard]] ChartScene ScatterScene(const Table& table, const AnalysisSettings& settings);
 // The two groups' means with their confidence intervals.
-[[nodiscard]] ChartScene ComparisonScene(const Table& oTable, const AnalysisSettings& oSettings);
+[[nodiscard]] ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings);
 
 } // namespace studies

@@ -8,50 +8,47 @@
 namespace studies {
 namespace {
 
-std::string WithUnit(double dblValue, const Column& oColumn, int nDecimals) {
-    return DecimalText(dblValue, nDecimals) + (oColumn.sUnit.empty() ? "" : " " + oColumn.sUnit);
+std::string WithUnit(double value, const Column& column, int decimals) {
+    return DecimalText(value, decimals) + (column.unit.empty() ? "" : " " + column.unit);
 }
 
-std::string GroupLine(const std::string& sGroup, const SampleFigures& oFigures, const Column& oColumn, int nDecimals) {
-    return sGroup + ": " + WithUnit(oFigures.dblMean, oColumn, nDecimals) + " (standard deviation " +
-           DecimalText(oFigures.dblDeviation, nDecimals) + ", " + CountText(oFigures.nCount) + " values)\n";
+std::string GroupLine(const std::string& group, const SampleFigures& figures, const Column& column, int decimals) {
+    return group + ": " + WithUnit(figures.mean, column, decimals) + " (standard deviation " +
+           DecimalText(figures.deviation, decimals) + ", " + CountText(figures.count) + " values)\n";
 }
 
 } // namespace
 
-std::string ComparisonText(const Table& oTable, const AnalysisSettings& oSettings, int nDecimals) {
-    const Column* pX = oTable.Find(oSettings.sColumnX);
-    const Column* pGroup = oTable.Find(oSettings.sGroupColumn);
-    if (!pX || !pX->IsNumeric() || !pGroup || oSettings.sFirstGroup.empty() || oSettings.sSecondGroup.empty())
+std::string ComparisonText(const Table& table, const AnalysisSettings& settings, int decimals) {
+    const Column* x = table.Find(settings.columnX);
+    const Column* group = table.Find(settings.groupColumn);
+    if (!x || !x->IsNumeric() || !group || settings.firstGroup.empty() || settings.secondGroup.empty())
         return {};
-    if (oSettings.sFirstGroup == oSettings.sSecondGroup)
+    if (settings.firstGroup == settings.secondGroup)
         return "Choose two different groups.";
-    const double dblConfidence = oSettings.oBootstrap.dblConfidence;
+    const double confidence = settings.bootstrap.confidence;
     try {
-        const WelchTest oTest = TestMeans(NumbersOfGroup(*pX, *pGroup, oSettings.sFirstGroup),
-                                          NumbersOfGroup(*pX, *pGroup, oSettings.sSecondGroup), dblConfidence);
-        return GroupLine(oSettings.sFirstGroup, oTest.oFirst, *pX, nDecimals) +
-               GroupLine(oSettings.sSecondGroup, oTest.oSecond, *pX, nDecimals) +
-               "Difference: " + WithUnit(oTest.dblDifference, *pX, nDecimals) + ", " + ShareText(dblConfidence) +
-               " confidence from " + DecimalText(oTest.oDifference.dblLow, nDecimals) + " to " +
-               DecimalText(oTest.oDifference.dblHigh, nDecimals) +
-               "\nWelch's t-test: t = " + DecimalText(oTest.dblT, 3) + " with " + DecimalText(oTest.dblFreedom, 1) +
-               " degrees of freedom, " + ProbabilityText(oTest.dblP);
-    } catch (const corvane::Failure& oFailure) {
-        return oFailure.Description;
+        const WelchTest test = TestMeans(NumbersOfGroup(*x, *group, settings.firstGroup),
+                                         NumbersOfGroup(*x, *group, settings.secondGroup), confidence);
+        return GroupLine(settings.firstGroup, test.first, *x, decimals) +
+               GroupLine(settings.secondGroup, test.second, *x, decimals) +
+               "Difference: " + WithUnit(test.differenceValue, *x, decimals) + ", " + ShareText(confidence) +
+               " confidence from " + DecimalText(test.difference.low, decimals) + " to " +
+               DecimalText(test.difference.high, decimals) + "\nWelch's t-test: t = " + DecimalText(test.t, 3) +
+               " with " + DecimalText(test.freedom, 1) + " degrees of freedom, " + ProbabilityText(test.p);
+    } catch (const corvane::Failure& failure) {
+        return failure.Description;
     }
 }
 
-std::string BootstrapText(const BootstrapResult& oResult, const AnalysisSettings& oSettings, const Column& oColumn,
-                          int nDecimals) {
-    const BootstrapOptions& oOptions = oSettings.oBootstrap;
-    return std::string(NameOf(oOptions.eFigure)) + " of " + SpokenName(oColumn.sName) + ": " +
-           WithUnit(oResult.dblFigure, oColumn, nDecimals) + "\n" + ShareText(oOptions.dblConfidence) +
-           " confidence from " + DecimalText(oResult.oInterval.dblLow, nDecimals) + " to " +
-           DecimalText(oResult.oInterval.dblHigh, nDecimals) + "\nstandard error " +
-           DecimalText(oResult.dblError, nDecimals) + ", " + CountText(oResult.nCount) + " values, " +
-           CountText(static_cast<std::size_t>(oOptions.nResamples)) + " resamples, seed " +
-           std::to_string(oOptions.nSeed);
+std::string BootstrapText(const BootstrapResult& result, const AnalysisSettings& settings, const Column& column,
+                          int decimals) {
+    const BootstrapOptions& options = settings.bootstrap;
+    return std::string(NameOf(options.figure)) + " of " + SpokenName(column.name) + ": " +
+           WithUnit(result.figure, column, decimals) + "\n" + ShareText(options.confidence) + " confidence from " +
+           DecimalText(result.interval.low, decimals) + " to " + DecimalText(result.interval.high, decimals) +
+           "\nstandard error " + DecimalText(result.error, decimals) + ", " + CountText(result.count) + " values, " +
+           CountText(static_cast<std::size_t>(options.resamples)) + " resamples, seed " + std::to_string(options.seed);
 }
 
 } // namespace studies

@@ -10,9 +10,9 @@
 namespace studies {
 
 // The test of the two groups that the settings name, or why there is none.
-[[nodiscard]] std::string ComparisonText(const Table& oTable, const AnalysisSettings& oSettings, int nDecimals);
+[[nodiscard]] std::string ComparisonText(const Table& table, const AnalysisSettings& settings, int decimals);
 
-[[nodiscard]] std::string BootstrapText(const BootstrapResult& oResult, const AnalysisSettings& oSettings,
-                                        const Column& oColumn, int nDecimals);
+[[nodiscard]] std::string BootstrapText(const BootstrapResult& result, const AnalysisSettings& settings,
+                                        const Column& column, int decimals);
 
 } // namespace studies

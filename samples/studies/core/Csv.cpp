@@ -17,285 +17,284 @@ namespace studies {
 namespace {
 
 struct Record {
-    std::vector<std::string> aFields;
-    std::size_t nLine = 0;
-    std::string sProblem;     // "" for a sound one
-    bool bStrayQuote = false; // within a field that doesn't begin with one: hardly the right delimiter
+    std::vector<std::string> fields;
+    std::size_t line = 0;
+    std::string problem;     // "" for a sound one
+    bool strayQuote = false; // within a field that doesn't begin with one: hardly the right delimiter
 };
 
 class CsvScanner {
 public:
-    CsvScanner(std::string_view sText, char cDelimiter) : m_sText(sText), m_cDelimiter(cDelimiter) {
-        if (m_sText.substr(0, 3) == "\xEF\xBB\xBF")
+    CsvScanner(std::string_view text, char delimiter) : m_text(text), m_delimiter(delimiter) {
+        if (m_text.substr(0, 3) == "\xEF\xBB\xBF")
             m_i = 3;
     }
 
     // False at the end of the text.
-    bool Next(Record& oRecord) {
-        while (m_i < m_sText.size() && SkipBlankLine()) {
+    bool Next(Record& record) {
+        while (m_i < m_text.size() && SkipBlankLine()) {
         }
-        if (m_i >= m_sText.size())
+        if (m_i >= m_text.size())
             return false;
-        oRecord = Record{{}, m_nLine, {}, false};
-        bool bMore = true;
-        while (bMore)
-            bMore = ReadField(oRecord);
+        record = Record{{}, m_line, {}, false};
+        bool more = true;
+        while (more)
+            more = ReadField(record);
         return true;
     }
 
 private:
     bool SkipBlankLine() {
         std::size_t i = m_i;
-        while (i < m_sText.size() && (m_sText[i] == ' ' || m_sText[i] == '\r'))
+        while (i < m_text.size() && (m_text[i] == ' ' || m_text[i] == '\r'))
             ++i;
-        if (i < m_sText.size() && m_sText[i] != '\n')
+        if (i < m_text.size() && m_text[i] != '\n')
             return false;
-        m_i = std::min(i + 1, m_sText.size());
-        ++m_nLine;
+        m_i = std::min(i + 1, m_text.size());
+        ++m_line;
         return true;
     }
 
     // True when another field follows in the record.
-    bool ReadField(Record& oRecord) {
-        if (m_i < m_sText.size() && m_sText[m_i] == '"')
-            ReadQuoted(oRecord);
+    bool ReadField(Record& record) {
+        if (m_i < m_text.size() && m_text[m_i] == '"')
+            ReadQuoted(record);
         else
-            ReadPlain(oRecord);
-        if (m_i < m_sText.size() && m_sText[m_i] == m_cDelimiter) {
+            ReadPlain(record);
+        if (m_i < m_text.size() && m_text[m_i] == m_delimiter) {
             ++m_i;
             return true;
         }
-        if (m_i < m_sText.size()) { // the line's end
+        if (m_i < m_text.size()) { // the line's end
             ++m_i;
-            ++m_nLine;
+            ++m_line;
         }
         return false;
     }
 
-    void ReadPlain(Record& oRecord) {
-        const std::size_t iStart = m_i;
-        while (m_i < m_sText.size() && m_sText[m_i] != m_cDelimiter && m_sText[m_i] != '\n')
+    void ReadPlain(Record& record) {
+        const std::size_t start = m_i;
+        while (m_i < m_text.size() && m_text[m_i] != m_delimiter && m_text[m_i] != '\n')
             ++m_i;
-        std::string_view sField = m_sText.substr(iStart, m_i - iStart);
-        while (!sField.empty() && (sField.back() == ' ' || sField.back() == '\r'))
-            sField.remove_suffix(1);
-        while (!sField.empty() && sField.front() == ' ')
-            sField.remove_prefix(1);
-        oRecord.bStrayQuote = oRecord.bStrayQuote || sField.find('"') != std::string_view::npos;
-        oRecord.aFields.emplace_back(sField);
+        std::string_view field = m_text.substr(start, m_i - start);
+        while (!field.empty() && (field.back() == ' ' || field.back() == '\r'))
+            field.remove_suffix(1);
+        while (!field.empty() && field.front() == ' ')
+            field.remove_prefix(1);
+        record.strayQuote = record.strayQuote || field.find('"') != std::string_view::npos;
+        record.fields.emplace_back(field);
     }
 
-    void ReadQuoted(Record& oRecord) {
-        std::string sField;
+    void ReadQuoted(Record& record) {
+        std::string field;
         ++m_i;
-        while (m_i < m_sText.size()) {
-            const char c = m_sText[m_i++];
+        while (m_i < m_text.size()) {
+            const char c = m_text[m_i++];
             if (c == '"') {
-                if (m_i >= m_sText.size() || m_sText[m_i] != '"') {
-                    EndQuoted(oRecord);
-                    oRecord.aFields.push_back(std::move(sField));
+                if (m_i >= m_text.size() || m_text[m_i] != '"') {
+                    EndQuoted(record);
+                    record.fields.push_back(std::move(field));
                     return;
                 }
                 ++m_i;
             } else if (c == '\n') {
-                ++m_nLine;
+                ++m_line;
             }
-            sField += c;
+            field += c;
         }
-        oRecord.sProblem = "a quote isn't closed";
-        oRecord.aFields.push_back(std::move(sField));
+        record.problem = "a quote isn't closed";
+        record.fields.push_back(std::move(field));
     }
 
-    void EndQuoted(Record& oRecord) {
-        const std::size_t iStart = m_i;
-        while (m_i < m_sText.size() && m_sText[m_i] != m_cDelimiter && m_sText[m_i] != '\n')
+    void EndQuoted(Record& record) {
+        const std::size_t start = m_i;
+        while (m_i < m_text.size() && m_text[m_i] != m_delimiter && m_text[m_i] != '\n')
             ++m_i;
-        const std::string_view sBehind = m_sText.substr(iStart, m_i - iStart);
-        if (sBehind.find_first_not_of(" \r") != std::string_view::npos)
-            oRecord.sProblem = "text follows a closing quote";
+        const std::string_view behind = m_text.substr(start, m_i - start);
+        if (behind.find_first_not_of(" \r") != std::string_view::npos)
+            record.problem = "text follows a closing quote";
     }
 
-    std::string_view m_sText;
-    char m_cDelimiter;
+    std::string_view m_text;
+    char m_delimiter;
     std::size_t m_i = 0;
-    std::size_t m_nLine = 1;
+    std::size_t m_line = 1;
 };
 
-bool IsMissing(std::string_view sField) {
-    static constexpr std::array<std::string_view, 5> aWords{"NA", "N/A", "#N/A", "NaN", "null"};
-    return sField.empty() || std::any_of(aWords.begin(), aWords.end(),
-                                         [&](std::string_view sWord) { return corvane::EqualText(sField, sWord); });
+bool IsMissing(std::string_view field) {
+    static constexpr std::array<std::string_view, 5> words{"NA", "N/A", "#N/A", "NaN", "null"};
+    return field.empty() || std::any_of(words.begin(), words.end(),
+                                        [&](std::string_view word) { return corvane::EqualText(field, word); });
 }
 
 // Every column has a name, and no two have the same.
-std::vector<Column> NamedColumns(const Record& oHeader) {
-    std::vector<Column> aColumns;
-    const auto IsTaken = [&](const std::string& sName) {
-        return std::any_of(aColumns.begin(), aColumns.end(),
-                           [&](const Column& oColumn) { return corvane::EqualText(oColumn.sName, sName); });
+std::vector<Column> NamedColumns(const Record& header) {
+    std::vector<Column> columns;
+    const auto IsTaken = [&](const std::string& name) {
+        return std::any_of(columns.begin(), columns.end(),
+                           [&](const Column& column) { return corvane::EqualText(column.name, name); });
     };
-    for (std::size_t i = 0; i < oHeader.aFields.size(); ++i) {
-        const std::string sGiven = oHeader.aFields[i].empty() ? "column " + std::to_string(i + 1) : oHeader.aFields[i];
-        std::string sName = sGiven;
-        for (int n = 2; IsTaken(sName); ++n)
-            sName = sGiven + " (" + std::to_string(n) + ")";
-        aColumns.push_back({sName, ColumnType::Text, {}, {}});
+    for (std::size_t i = 0; i < header.fields.size(); ++i) {
+        const std::string given = header.fields[i].empty() ? "column " + std::to_string(i + 1) : header.fields[i];
+        std::string name = given;
+        for (int n = 2; IsTaken(name); ++n)
+            name = given + " (" + std::to_string(n) + ")";
+        columns.push_back({name, ColumnType::Text, {}, {}});
     }
-    return aColumns;
+    return columns;
 }
 
 // Makes the column one of numbers when all its values are, and there is one.
-bool TurnToNumbers(Column& oColumn, char cPoint) {
-    std::vector<double> aNumbers;
-    aNumbers.reserve(oColumn.aTexts.size());
-    bool bWhole = true;
-    bool bAny = false;
-    for (const std::string& sText : oColumn.aTexts) {
-        if (sText.empty()) {
-            aNumbers.push_back(std::numeric_limits<double>::quiet_NaN());
+bool TurnToNumbers(Column& column, char point) {
+    std::vector<double> numbers;
+    numbers.reserve(column.texts.size());
+    bool whole = true;
+    bool any = false;
+    for (const std::string& text : column.texts) {
+        if (text.empty()) {
+            numbers.push_back(std::numeric_limits<double>::quiet_NaN());
             continue;
         }
-        const std::optional<double> dblValue = NumberOf(sText, cPoint);
-        if (!dblValue)
+        const std::optional<double> value = NumberOf(text, point);
+        if (!value)
             return false;
         // Beyond 2^53 a double doesn't hold every whole number.
-        bWhole = bWhole && std::abs(*dblValue) < 9007199254740992.0 &&
-                 sText.find_first_not_of("+-0123456789") == std::string::npos;
-        bAny = true;
-        aNumbers.push_back(*dblValue);
+        whole = whole && std::abs(*value) < 9007199254740992.0 &&
+                text.find_first_not_of("+-0123456789") == std::string::npos;
+        any = true;
+        numbers.push_back(*value);
     }
-    if (!bAny)
+    if (!any)
         return false;
-    oColumn.eType = bWhole ? ColumnType::Whole : ColumnType::Number;
-    oColumn.aNumbers = std::move(aNumbers);
-    oColumn.aTexts.clear();
+    column.type = whole ? ColumnType::Whole : ColumnType::Number;
+    column.numbers = std::move(numbers);
+    column.texts.clear();
     return true;
 }
 
-std::string ProblemOf(const Record& oRecord, std::size_t nColumns) {
-    std::string sProblem = oRecord.sProblem;
-    const std::size_t nFields = oRecord.aFields.size();
-    if (sProblem.empty() && nFields != nColumns)
-        sProblem = std::to_string(nFields) + (nFields == 1 ? " field" : " fields") + " where the first row has " +
-                   std::to_string(nColumns);
-    return sProblem.empty() ? sProblem : "Line " + std::to_string(oRecord.nLine) + ": " + sProblem + ".";
+std::string ProblemOf(const Record& record, std::size_t columns) {
+    std::string problem = record.problem;
+    const std::size_t fields = record.fields.size();
+    if (problem.empty() && fields != columns)
+        problem = std::to_string(fields) + (fields == 1 ? " field" : " fields") + " where the first row has " +
+                  std::to_string(columns);
+    return problem.empty() ? problem : "Line " + std::to_string(record.line) + ": " + problem + ".";
 }
 
-std::string Quoted(const std::string& sField, char cDelimiter) {
-    if (sField.find_first_of("\"\r\n") == std::string::npos && sField.find(cDelimiter) == std::string::npos &&
-        !IsMissing(sField) && sField.front() != ' ' && sField.back() != ' ')
-        return sField;
-    if (sField.empty())
-        return sField;
-    std::string sQuoted = "\"";
-    for (const char c : sField) {
+std::string Quoted(const std::string& field, char delimiter) {
+    if (field.find_first_of("\"\r\n") == std::string::npos && field.find(delimiter) == std::string::npos &&
+        !IsMissing(field) && field.front() != ' ' && field.back() != ' ')
+        return field;
+    if (field.empty())
+        return field;
+    std::string quoted = "\"";
+    for (const char c : field) {
         if (c == '"')
-            sQuoted += '"';
-        sQuoted += c;
+            quoted += '"';
+        quoted += c;
     }
-    return sQuoted + "\"";
+    return quoted + "\"";
 }
 
 } // namespace
 
-char DetectDelimiter(std::string_view sText) {
-    constexpr int nSample = 50;
-    char cBest = ',';
-    std::size_t nBest = 0;
-    for (const char cDelimiter : {',', ';', '\t'}) {
-        CsvScanner oScanner(sText, cDelimiter);
-        Record oRecord;
-        if (!oScanner.Next(oRecord) || oRecord.aFields.size() < 2)
+char DetectDelimiter(std::string_view text) {
+    constexpr int sample = 50;
+    char bestCharacter = ',';
+    std::size_t best = 0;
+    for (const char delimiter : {',', ';', '\t'}) {
+        CsvScanner scanner(text, delimiter);
+        Record record;
+        if (!scanner.Next(record) || record.fields.size() < 2)
             continue;
-        const std::size_t nColumns = oRecord.aFields.size();
-        std::size_t nEven = 0;
-        int nRead = 0;
+        const std::size_t columns = record.fields.size();
+        std::size_t even = 0;
+        int read = 0;
         do
-            nEven += oRecord.aFields.size() == nColumns && !oRecord.bStrayQuote ? 1U : 0U;
-        while (++nRead < nSample && oScanner.Next(oRecord));
+            even += record.fields.size() == columns && !record.strayQuote ? 1U : 0U;
+        while (++read < sample && scanner.Next(record));
         // Even rows count first, then the number of columns.
-        const std::size_t nScore = nEven * 10000 + std::min<std::size_t>(nColumns, 9999);
-        if (nScore > nBest) {
-            nBest = nScore;
-            cBest = cDelimiter;
+        const std::size_t score = even * 10000 + std::min<std::size_t>(columns, 9999);
+        if (score > best) {
+            best = score;
+            bestCharacter = delimiter;
         }
     }
-    return cBest;
+    return bestCharacter;
 }
 
-CsvResult ReadCsv(std::string_view sText, const CsvOptions& oOptions) {
-    CsvResult oResult;
-    oResult.cDelimiter = oOptions.cDelimiter != 0 ? oOptions.cDelimiter : DetectDelimiter(sText);
-    CsvScanner oScanner(sText, oResult.cDelimiter);
-    Record oRecord;
-    if (!oScanner.Next(oRecord))
+CsvResult ReadCsv(std::string_view text, const CsvOptions& options) {
+    CsvResult result;
+    result.delimiter = options.delimiter != 0 ? options.delimiter : DetectDelimiter(text);
+    CsvScanner scanner(text, result.delimiter);
+    Record record;
+    if (!scanner.Next(record))
         FailWith("There is no data: the text is empty.");
-    if (!oRecord.sProblem.empty())
-        FailWith("Line " + std::to_string(oRecord.nLine) + ": " + oRecord.sProblem + ".");
+    if (!record.problem.empty())
+        FailWith("Line " + std::to_string(record.line) + ": " + record.problem + ".");
 
-    Table& oTable = oResult.oTable;
-    oTable.aColumns = NamedColumns(oRecord);
-    while (oScanner.Next(oRecord)) {
-        const std::string sProblem = ProblemOf(oRecord, oTable.aColumns.size());
-        if (!sProblem.empty()) {
-            if (!oOptions.bSkipBadRows)
-                FailWith(sProblem);
-            oResult.aSkipped.push_back(sProblem);
+    Table& table = result.table;
+    table.columns = NamedColumns(record);
+    while (scanner.Next(record)) {
+        const std::string problem = ProblemOf(record, table.columns.size());
+        if (!problem.empty()) {
+            if (!options.skipBadRows)
+                FailWith(problem);
+            result.skipped.push_back(problem);
             continue;
         }
-        for (std::size_t i = 0; i < oTable.aColumns.size(); ++i) {
-            std::string& sField = oRecord.aFields[i];
-            oTable.aColumns[i].aTexts.push_back(IsMissing(sField) ? std::string() : std::move(sField));
+        for (std::size_t i = 0; i < table.columns.size(); ++i) {
+            std::string& field = record.fields[i];
+            table.columns[i].texts.push_back(IsMissing(field) ? std::string() : std::move(field));
         }
-        ++oTable.nRows;
+        ++table.rows;
     }
-    for (Column& oColumn : oTable.aColumns) {
-        if (!TurnToNumbers(oColumn, '.') && oResult.cDelimiter != ',')
-            TurnToNumbers(oColumn, ',');
-        if (oColumn.IsNumeric())
-            oColumn.sUnit = UnitInName(oColumn.sName);
+    for (Column& column : table.columns) {
+        if (!TurnToNumbers(column, '.') && result.delimiter != ',')
+            TurnToNumbers(column, ',');
+        if (column.IsNumeric())
+            column.unit = UnitInName(column.name);
     }
-    return oResult;
+    return result;
 }
 
-void TurnToText(Column& oColumn) {
-    if (!oColumn.IsNumeric())
+void TurnToText(Column& column) {
+    if (!column.IsNumeric())
         return;
-    for (std::size_t iRow = 0; iRow < oColumn.aNumbers.size(); ++iRow)
-        oColumn.aTexts.push_back(oColumn.Text(iRow));
-    oColumn.eType = ColumnType::Text;
-    oColumn.aNumbers.clear();
-    oColumn.sUnit.clear();
+    for (std::size_t row = 0; row < column.numbers.size(); ++row)
+        column.texts.push_back(column.Text(row));
+    column.type = ColumnType::Text;
+    column.numbers.clear();
+    column.unit.clear();
 }
 
-CsvResult ReadCsvFile(const std::string& sPath, const CsvOptions& oOptions) {
-    const std::string sName = std::filesystem::path(sPath).filename().string();
-    const std::string sText = ReadTextFile(sPath);
+CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options) {
+    const std::string name = std::filesystem::path(path).filename().string();
+    const std::string text = ReadTextFile(path);
     try {
-        return ReadCsv(sText, oOptions);
-    } catch (const corvane::Failure& oFailure) {
-        FailWith(sName + ": " + oFailure.Description);
+        return ReadCsv(text, options);
+    } catch (const corvane::Failure& failure) {
+        FailWith(name + ": " + failure.Description);
     }
 }
 
-std::string WriteCsv(const Table& oTable, const CsvStyle& oStyle) {
-    std::string sText;
-    const auto FieldOf = [&](const Column& oColumn, std::size_t iRow) {
-        std::string sField = oColumn.Text(iRow);
-        if (oColumn.IsNumeric() && oStyle.cPoint != '.')
-            std::replace(sField.begin(), sField.end(), '.', oStyle.cPoint);
-        return sField;
+std::string WriteCsv(const Table& table, const CsvStyle& style) {
+    std::string text;
+    const auto FieldOf = [&](const Column& column, std::size_t row) {
+        std::string field = column.Text(row);
+        if (column.IsNumeric() && style.point != '.')
+            std::replace(field.begin(), field.end(), '.', style.point);
+        return field;
     };
-    const auto WriteRow = [&](auto fnField) {
-        for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
-            sText += (i > 0 ? std::string(1, oStyle.cDelimiter) : "") +
-                     Quoted(fnField(oTable.aColumns[i]), oStyle.cDelimiter);
-        sText += '\n';
+    const auto WriteRow = [&](auto field) {
+        for (std::size_t i = 0; i < table.columns.size(); ++i)
+            text += (i > 0 ? std::string(1, style.delimiter) : "") + Quoted(field(table.columns[i]), style.delimiter);
+        text += '\n';
     };
-    WriteRow([](const Column& oColumn) { return oColumn.sName; });
-    for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow)
-        WriteRow([&](const Column& oColumn) { return FieldOf(oColumn, iRow); });
-    return sText;
+    WriteRow([](const Column& column) { return column.name; });
+    for (std::size_t row = 0; row < table.rows; ++row)
+        WriteRow([&](const Column& column) { return FieldOf(column, row); });
+    return text;
 }
 
 } // namespace studies

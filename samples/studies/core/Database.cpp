@@ -10,139 +10,139 @@
 
 namespace studies {
 
-Statement::Statement(Database& oDatabase, std::string_view sSql) : m_oDatabase(oDatabase) {
-    sqlite3_stmt* pStatement = nullptr;
-    m_oDatabase.Check(
-        sqlite3_prepare_v2(oDatabase.Handle(), sSql.data(), static_cast<int>(sSql.size()), &pStatement, nullptr));
-    m_pStatement.reset(pStatement);
+Statement::Statement(Database& database, std::string_view sql) : m_database(database) {
+    sqlite3_stmt* statement = nullptr;
+    m_database.Check(
+        sqlite3_prepare_v2(database.Handle(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr));
+    m_statement.reset(statement);
 }
 
-void Statement::Finalize::operator()(sqlite3_stmt* pStatement) const {
-    sqlite3_finalize(pStatement);
+void Statement::Finalize::operator()(sqlite3_stmt* statement) const {
+    sqlite3_finalize(statement);
 }
 
-Statement& Statement::Bind(std::int64_t nValue) {
-    m_oDatabase.Check(sqlite3_bind_int64(m_pStatement.get(), ++m_nBound, nValue));
+Statement& Statement::Bind(std::int64_t value) {
+    m_database.Check(sqlite3_bind_int64(m_statement.get(), ++m_bound, value));
     return *this;
 }
 
-Statement& Statement::Bind(double dblValue) {
-    if (std::isnan(dblValue))
+Statement& Statement::Bind(double value) {
+    if (std::isnan(value))
         return BindNull();
-    m_oDatabase.Check(sqlite3_bind_double(m_pStatement.get(), ++m_nBound, dblValue));
+    m_database.Check(sqlite3_bind_double(m_statement.get(), ++m_bound, value));
     return *this;
 }
 
-Statement& Statement::Bind(std::string_view sValue) {
-    m_oDatabase.Check(sqlite3_bind_text64(m_pStatement.get(), ++m_nBound, sValue.data() ? sValue.data() : "",
-                                          sValue.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+Statement& Statement::Bind(std::string_view value) {
+    m_database.Check(sqlite3_bind_text64(m_statement.get(), ++m_bound, value.data() ? value.data() : "", value.size(),
+                                         SQLITE_TRANSIENT, SQLITE_UTF8));
     return *this;
 }
 
 Statement& Statement::BindNull() {
-    m_oDatabase.Check(sqlite3_bind_null(m_pStatement.get(), ++m_nBound));
+    m_database.Check(sqlite3_bind_null(m_statement.get(), ++m_bound));
     return *this;
 }
 
 bool Statement::Step() {
-    const int nResult = sqlite3_step(m_pStatement.get());
-    if (nResult == SQLITE_ROW)
+    const int result = sqlite3_step(m_statement.get());
+    if (result == SQLITE_ROW)
         return true;
-    if (nResult != SQLITE_DONE)
-        m_oDatabase.Check(nResult);
+    if (result != SQLITE_DONE)
+        m_database.Check(result);
     return false;
 }
 
 void Statement::Run() {
     while (Step()) {
     }
-    m_oDatabase.Check(sqlite3_reset(m_pStatement.get()));
-    m_nBound = 0;
+    m_database.Check(sqlite3_reset(m_statement.get()));
+    m_bound = 0;
 }
 
-std::int64_t Statement::Whole(int iColumn) const {
-    return sqlite3_column_int64(m_pStatement.get(), iColumn);
+std::int64_t Statement::Whole(int column) const {
+    return sqlite3_column_int64(m_statement.get(), column);
 }
 
-double Statement::Number(int iColumn) const {
-    return sqlite3_column_type(m_pStatement.get(), iColumn) == SQLITE_NULL
+double Statement::Number(int column) const {
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL
                ? std::numeric_limits<double>::quiet_NaN()
-               : sqlite3_column_double(m_pStatement.get(), iColumn);
+               : sqlite3_column_double(m_statement.get(), column);
 }
 
-std::string Statement::Text(int iColumn) const {
-    const auto* pText = reinterpret_cast<const char*>(sqlite3_column_text(m_pStatement.get(), iColumn));
-    return pText ? std::string(pText, static_cast<std::size_t>(sqlite3_column_bytes(m_pStatement.get(), iColumn)))
-                 : std::string();
+std::string Statement::Text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), column));
+    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(m_statement.get(), column)))
+                : std::string();
 }
 
-Database::Database(std::string sPath) : m_sPath(std::move(sPath)) {
-    const std::filesystem::path oFolder = std::filesystem::path(m_sPath).parent_path();
-    std::error_code oError;
-    if (!oFolder.empty())
-        std::filesystem::create_directories(oFolder, oError);
-    if (oError)
-        FailWith("The folder “" + oFolder.string() + "” can't be created: " + oError.message() + ".");
-    sqlite3* pHandle = nullptr;
-    const int nResult = sqlite3_open_v2(m_sPath.c_str(), &pHandle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-    m_pHandle.reset(pHandle);
-    Check(nResult);
-    sqlite3_extended_result_codes(pHandle, 1);
-    sqlite3_busy_timeout(pHandle, 2000);
+Database::Database(std::string path) : m_path(std::move(path)) {
+    const std::filesystem::path folder = std::filesystem::path(m_path).parent_path();
+    std::error_code error;
+    if (!folder.empty())
+        std::filesystem::create_directories(folder, error);
+    if (error)
+        FailWith("The folder “" + folder.string() + "” can't be created: " + error.message() + ".");
+    sqlite3* handle = nullptr;
+    const int result = sqlite3_open_v2(m_path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    m_handle.reset(handle);
+    Check(result);
+    sqlite3_extended_result_codes(handle, 1);
+    sqlite3_busy_timeout(handle, 2000);
 }
 
-void Database::Close::operator()(sqlite3* pHandle) const {
-    sqlite3_close_v2(pHandle);
+void Database::Close::operator()(sqlite3* handle) const {
+    sqlite3_close_v2(handle);
 }
 
-void Database::Check(int nResult) const {
-    switch (nResult & 0xFF) {
+void Database::Check(int result) const {
+    switch (result & 0xFF) {
     case SQLITE_OK:
         return;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
-        FailWith("The file “" + m_sPath +
+        FailWith("The file “" + m_path +
                  "” is damaged or isn't a file of studies. Move it away to start with an empty one.");
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        FailWith("The file “" + m_sPath + "” is in use by another program. Try again.");
+        FailWith("The file “" + m_path + "” is in use by another program. Try again.");
     case SQLITE_CANTOPEN:
-        FailWith("The file “" + m_sPath + "” can't be opened.");
+        FailWith("The file “" + m_path + "” can't be opened.");
     case SQLITE_READONLY:
-        FailWith("The file “" + m_sPath + "” can't be written.");
+        FailWith("The file “" + m_path + "” can't be written.");
     case SQLITE_FULL:
-        FailWith("There is no space left for the file “" + m_sPath + "”.");
+        FailWith("There is no space left for the file “" + m_path + "”.");
     default:
-        FailWith("The file “" + m_sPath + "”: " + sqlite3_errmsg(m_pHandle.get()) + ".");
+        FailWith("The file “" + m_path + "”: " + sqlite3_errmsg(m_handle.get()) + ".");
     }
 }
 
-void Database::Run(std::string_view sSql) {
-    Check(sqlite3_exec(Handle(), std::string(sSql).c_str(), nullptr, nullptr, nullptr));
+void Database::Run(std::string_view sql) {
+    Check(sqlite3_exec(Handle(), std::string(sql).c_str(), nullptr, nullptr, nullptr));
 }
 
-std::int64_t Database::WholeOf(std::string_view sSql) {
-    Statement oStatement(*this, sSql);
-    return oStatement.Step() ? oStatement.Whole(0) : 0;
+std::int64_t Database::WholeOf(std::string_view sql) {
+    Statement statement(*this, sql);
+    return statement.Step() ? statement.Whole(0) : 0;
 }
 
 std::int64_t Database::LastId() const {
     return sqlite3_last_insert_rowid(Handle());
 }
 
-Transaction::Transaction(Database& oDatabase) : m_oDatabase(oDatabase) {
-    m_oDatabase.Run("BEGIN IMMEDIATE");
+Transaction::Transaction(Database& database) : m_database(database) {
+    m_database.Run("BEGIN IMMEDIATE");
 }
 
 Transaction::~Transaction() {
     // SQLite has rolled back by itself after some failures; then there is nothing to do.
-    if (m_bOpen && sqlite3_get_autocommit(m_oDatabase.Handle()) == 0)
-        sqlite3_exec(m_oDatabase.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    if (m_open && sqlite3_get_autocommit(m_database.Handle()) == 0)
+        sqlite3_exec(m_database.Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
 void Transaction::Commit() {
-    m_oDatabase.Run("COMMIT");
-    m_bOpen = false;
+    m_database.Run("COMMIT");
+    m_open = false;
 }
 
 } // namespace studies

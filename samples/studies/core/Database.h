@@ -16,11 +16,11 @@ class Database;
 // One SQL statement. Values bind in order, then Step goes through the rows.
 class Statement {
 public:
-    Statement(Database& oDatabase, std::string_view sSql);
+    Statement(Database& database, std::string_view sql);
 
-    Statement& Bind(std::int64_t nValue);
-    Statement& Bind(double dblValue); // NaN binds as null
-    Statement& Bind(std::string_view sValue);
+    Statement& Bind(std::int64_t value);
+    Statement& Bind(double value); // NaN binds as null
+    Statement& Bind(std::string_view value);
     Statement& BindNull();
 
     // True while there is a row.
@@ -28,45 +28,45 @@ public:
     // Runs the statement to its end, and makes it ready to bind anew.
     void Run();
 
-    [[nodiscard]] std::int64_t Whole(int iColumn) const;
-    [[nodiscard]] double Number(int iColumn) const;    // NaN for null
-    [[nodiscard]] std::string Text(int iColumn) const; // "" for null
+    [[nodiscard]] std::int64_t Whole(int column) const;
+    [[nodiscard]] double Number(int column) const;    // NaN for null
+    [[nodiscard]] std::string Text(int column) const; // "" for null
 
 private:
     struct Finalize {
-        void operator()(sqlite3_stmt* pStatement) const;
+        void operator()(sqlite3_stmt* statement) const;
     };
-    Database& m_oDatabase;
-    std::unique_ptr<sqlite3_stmt, Finalize> m_pStatement;
-    int m_nBound = 0;
+    Database& m_database;
+    std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
+    int m_bound = 0;
 };
 
 class Database {
 public:
     // Makes the file and its folder when they aren't there. Fails when the file can't be opened or is no database.
-    explicit Database(std::string sPath);
+    explicit Database(std::string path);
 
-    void Run(std::string_view sSql);
-    [[nodiscard]] std::int64_t WholeOf(std::string_view sSql);
+    void Run(std::string_view sql);
+    [[nodiscard]] std::int64_t WholeOf(std::string_view sql);
     [[nodiscard]] std::int64_t LastId() const;
-    [[nodiscard]] const std::string& Path() const { return m_sPath; }
+    [[nodiscard]] const std::string& Path() const { return m_path; }
 
     // Fails with what SQLite says about a result that isn't success.
-    void Check(int nResult) const;
-    [[nodiscard]] sqlite3* Handle() const { return m_pHandle.get(); }
+    void Check(int result) const;
+    [[nodiscard]] sqlite3* Handle() const { return m_handle.get(); }
 
 private:
     struct Close {
-        void operator()(sqlite3* pHandle) const;
+        void operator()(sqlite3* handle) const;
     };
-    std::string m_sPath;
-    std::unique_ptr<sqlite3, Close> m_pHandle;
+    std::string m_path;
+    std::unique_ptr<sqlite3, Close> m_handle;
 };
 
 // All or nothing: what isn't committed when it ends is undone.
 class Transaction {
 public:
-    explicit Transaction(Database& oDatabase);
+    explicit Transaction(Database& database);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
@@ -74,8 +74,8 @@ public:
     void Commit();
 
 private:
-    Database& m_oDatabase;
-    bool m_bOpen = true;
+    Database& m_database;
+    bool m_open = true;
 };
 
 } // namespace studies

@@ -8,9 +8,9 @@ namespace studies {
 
 // How likely a value at least that far from 0 is, to either side, with that many degrees of freedom, which needn't be
 // whole.
-[[nodiscard]] double StudentTwoSided(double dblT, double dblFreedom);
+[[nodiscard]] double StudentTwoSided(double t, double freedom);
 
 // The value with that share of the distribution below it; a share strictly between 0 and 1.
-[[nodiscard]] double StudentQuantile(double dblShare, double dblFreedom);
+[[nodiscard]] double StudentQuantile(double share, double freedom);
 
 } // namespace studies

@@ -6,8 +6,8 @@
 
 namespace studies {
 
-void FailWith(std::string sText) {
-    corvane::Fail(corvane::FailureNumber::ObjectErrorBase + 1, std::move(sText), "Studies");
+void FailWith(std::string text) {
+    corvane::Fail(corvane::FailureNumber::ObjectErrorBase + 1, std::move(text), "Studies");
 }
 
 } // namespace studies

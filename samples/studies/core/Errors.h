@@ -6,6 +6,6 @@
 namespace studies {
 
 // Raises corvane::Failure with the application's own number and the source "Studies".
-[[noreturn]] void FailWith(std::string sText);
+[[noreturn]] void FailWith(std::string text);
 
 } // namespace studies

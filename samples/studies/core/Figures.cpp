@@ -14,91 +14,91 @@ using namespace corvane;
 namespace {
 
 Ref<Preferences> Settings() {
-    auto oSettings = New<Preferences>();
-    oSettings->Initialize("Studies", "Figures");
-    return oSettings;
+    auto settings = New<Preferences>();
+    settings->Initialize("Studies", "Figures");
+    return settings;
 }
 
-std::size_t CountOf(const std::vector<double>& aNumbers) {
+std::size_t CountOf(const std::vector<double>& numbers) {
     return static_cast<std::size_t>(
-        std::count_if(aNumbers.begin(), aNumbers.end(), [](double dbl) { return !std::isnan(dbl); }));
+        std::count_if(numbers.begin(), numbers.end(), [](double dbl) { return !std::isnan(dbl); }));
 }
 
 } // namespace
 
 FigurePreferences ReadPreferences() {
-    const Ref<Preferences> oSettings = Settings();
-    FigurePreferences oRead;
-    const FigurePreferences oDefault;
-    if (const auto nDecimals = NumberOf(oSettings->GetValue("Decimals", "")))
-        oRead.nDecimals = static_cast<int>(std::clamp(*nDecimals, 0.0, double{FigurePreferences::MostDecimals}));
-    if (const auto dblConfidence = NumberOf(oSettings->GetValue("Confidence", "")))
-        oRead.dblConfidence = *dblConfidence >= 0.5 && *dblConfidence < 1 ? *dblConfidence : oDefault.dblConfidence;
-    oRead.sDefaultGroup = oSettings->GetValue("DefaultGroup", "");
-    oRead.bGroupByDefault = EqualText(oSettings->GetValue("GroupByDefault", "False"), "True");
-    return oRead;
+    const Ref<Preferences> settings = Settings();
+    FigurePreferences read;
+    const FigurePreferences defaultPreferences;
+    if (const auto decimals = NumberOf(settings->GetValue("Decimals", "")))
+        read.decimals = static_cast<int>(std::clamp(*decimals, 0.0, double{FigurePreferences::MostDecimals}));
+    if (const auto confidence = NumberOf(settings->GetValue("Confidence", "")))
+        read.confidence = *confidence >= 0.5 && *confidence < 1 ? *confidence : defaultPreferences.confidence;
+    read.defaultGroup = settings->GetValue("DefaultGroup", "");
+    read.groupByDefault = EqualText(settings->GetValue("GroupByDefault", "False"), "True");
+    return read;
 }
 
-void WritePreferences(const FigurePreferences& oPreferences) {
-    const Ref<Preferences> oSettings = Settings();
-    oSettings->SetValue("Decimals", Long{oPreferences.nDecimals});
-    oSettings->SetValue("Confidence", TextOf(oPreferences.dblConfidence));
-    oSettings->SetValue("DefaultGroup", oPreferences.sDefaultGroup);
-    oSettings->SetValue("GroupByDefault", oPreferences.bGroupByDefault);
+void WritePreferences(const FigurePreferences& preferences) {
+    const Ref<Preferences> settings = Settings();
+    settings->SetValue("Decimals", Long{preferences.decimals});
+    settings->SetValue("Confidence", TextOf(preferences.confidence));
+    settings->SetValue("DefaultGroup", preferences.defaultGroup);
+    settings->SetValue("GroupByDefault", preferences.groupByDefault);
 }
 
-AnalysisSettings FirstSettings(const Table& oTable, AnalysisKind eKind, const FigurePreferences& oPreferences) {
-    AnalysisSettings oSettings;
-    oSettings.eKind = eKind;
-    oSettings.oBootstrap.dblConfidence = oPreferences.dblConfidence;
-    for (const Column& oColumn : oTable.aColumns) {
-        if (!oColumn.IsNumeric())
+AnalysisSettings FirstSettings(const Table& table, AnalysisKind kind, const FigurePreferences& preferences) {
+    AnalysisSettings settings;
+    settings.kind = kind;
+    settings.bootstrap.confidence = preferences.confidence;
+    for (const Column& column : table.columns) {
+        if (!column.IsNumeric())
             continue;
-        if (oSettings.sColumnX.empty())
-            oSettings.sColumnX = oColumn.sName;
-        else if (oSettings.sColumnY.empty())
-            oSettings.sColumnY = oColumn.sName;
+        if (settings.columnX.empty())
+            settings.columnX = column.name;
+        else if (settings.columnY.empty())
+            settings.columnY = column.name;
     }
-    const std::vector<std::string> aGroups = GroupColumns(oTable);
-    std::string sGroup = aGroups.empty() ? std::string() : aGroups.front();
-    if (oTable.Find(oPreferences.sDefaultGroup))
-        sGroup = oPreferences.sDefaultGroup;
-    if (oPreferences.bGroupByDefault || eKind == AnalysisKind::Comparison)
-        oSettings.sGroupColumn = sGroup;
-    if (eKind == AnalysisKind::Comparison && !sGroup.empty())
-        ChooseGroups(oTable, oSettings);
-    return oSettings;
+    const std::vector<std::string> groups = GroupColumns(table);
+    std::string group = groups.empty() ? std::string() : groups.front();
+    if (table.Find(preferences.defaultGroup))
+        group = preferences.defaultGroup;
+    if (preferences.groupByDefault || kind == AnalysisKind::Comparison)
+        settings.groupColumn = group;
+    if (kind == AnalysisKind::Comparison && !group.empty())
+        ChooseGroups(table, settings);
+    return settings;
 }
 
-void ChooseGroups(const Table& oTable, AnalysisSettings& oSettings) {
-    oSettings.sFirstGroup.clear();
-    oSettings.sSecondGroup.clear();
-    const Column* pNumbers = oTable.Find(oSettings.sColumnX);
-    const Column* pGroups = oTable.Find(oSettings.sGroupColumn);
-    if (!pGroups)
+void ChooseGroups(const Table& table, AnalysisSettings& settings) {
+    settings.firstGroup.clear();
+    settings.secondGroup.clear();
+    const Column* numbers = table.Find(settings.columnX);
+    const Column* groups = table.Find(settings.groupColumn);
+    if (!groups)
         return;
-    std::vector<std::string> aGroups = ValuesOf(*pGroups);
-    std::stable_partition(aGroups.begin(), aGroups.end(), [&](const std::string& sGroup) {
-        return pNumbers && pNumbers->IsNumeric() && CountOf(NumbersOfGroup(*pNumbers, *pGroups, sGroup)) > 1;
+    std::vector<std::string> groupsList = ValuesOf(*groups);
+    std::stable_partition(groupsList.begin(), groupsList.end(), [&](const std::string& group) {
+        return numbers && numbers->IsNumeric() && CountOf(NumbersOfGroup(*numbers, *groups, group)) > 1;
     });
-    if (aGroups.size() < 2)
+    if (groupsList.size() < 2)
         return;
-    oSettings.sFirstGroup = aGroups[0];
-    oSettings.sSecondGroup = aGroups[1];
+    settings.firstGroup = groupsList[0];
+    settings.secondGroup = groupsList[1];
 }
 
-void Complete(const Table& oTable, AnalysisSettings& oSettings, const FigurePreferences& oPreferences) {
-    const AnalysisSettings oFirst = FirstSettings(oTable, oSettings.eKind, oPreferences);
-    if (oSettings.sColumnX.empty())
-        oSettings.sColumnX = oFirst.sColumnX;
-    if (oSettings.eKind == AnalysisKind::Scatter && oSettings.sColumnY.empty())
-        oSettings.sColumnY = oFirst.sColumnY;
-    if (oSettings.eKind != AnalysisKind::Comparison)
+void Complete(const Table& table, AnalysisSettings& settings, const FigurePreferences& preferences) {
+    const AnalysisSettings first = FirstSettings(table, settings.kind, preferences);
+    if (settings.columnX.empty())
+        settings.columnX = first.columnX;
+    if (settings.kind == AnalysisKind::Scatter && settings.columnY.empty())
+        settings.columnY = first.columnY;
+    if (settings.kind != AnalysisKind::Comparison)
         return;
-    if (oSettings.sGroupColumn.empty())
-        oSettings.sGroupColumn = oFirst.sGroupColumn;
-    if (oSettings.sFirstGroup.empty() || oSettings.sSecondGroup.empty())
-        ChooseGroups(oTable, oSettings);
+    if (settings.groupColumn.empty())
+        settings.groupColumn = first.groupColumn;
+    if (settings.firstGroup.empty() || settings.secondGroup.empty())
+        ChooseGroups(table, settings);
 }
 
 } // namespace studies

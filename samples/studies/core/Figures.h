@@ -9,24 +9,24 @@
 namespace studies {
 
 struct FigurePreferences {
-    int nDecimals = 2;
-    double dblConfidence = 0.95;
-    std::string sDefaultGroup = {}; // the name of a column that new analyses group by, where there is one
-    bool bGroupByDefault = false;   // whether they group at all
+    int decimals = 2;
+    double confidence = 0.95;
+    std::string defaultGroup = {}; // the name of a column that new analyses group by, where there is one
+    bool groupByDefault = false;   // whether they group at all
 
     static constexpr int MostDecimals = 8;
 };
 
 // From the user's settings; a value that makes no sense there counts as the default.
 [[nodiscard]] FigurePreferences ReadPreferences();
-void WritePreferences(const FigurePreferences& oPreferences);
+void WritePreferences(const FigurePreferences& preferences);
 
 // How an analysis of that table begins: with the first columns that suit.
-[[nodiscard]] AnalysisSettings FirstSettings(const Table& oTable, AnalysisKind eKind,
-                                             const FigurePreferences& oPreferences);
+[[nodiscard]] AnalysisSettings FirstSettings(const Table& table, AnalysisKind kind,
+                                             const FigurePreferences& preferences);
 // The two groups that are compared at first: of those with two values at least, where there are such.
-void ChooseGroups(const Table& oTable, AnalysisSettings& oSettings);
+void ChooseGroups(const Table& table, AnalysisSettings& settings);
 // Fills what the kind needs and nobody has chosen yet, as for a new one.
-void Complete(const Table& oTable, AnalysisSettings& oSettings, const FigurePreferences& oPreferences);
+void Complete(const Table& table, AnalysisSettings& settings, const FigurePreferences& preferences);
 
 } // namespace studies

@@ -7,69 +7,68 @@
 
 namespace studies {
 
-double RoundStep(double dblLeast) {
-    const double dblPower = std::pow(10.0, std::floor(std::log10(dblLeast)));
-    for (const double dblFactor : {1.0, 2.0, 5.0})
-        if (dblFactor * dblPower >= dblLeast * (1 - 1e-9))
-            return dblFactor * dblPower;
-    return 10 * dblPower;
+double RoundStep(double least) {
+    const double power = std::pow(10.0, std::floor(std::log10(least)));
+    for (const double factor : {1.0, 2.0, 5.0})
+        if (factor * power >= least * (1 - 1e-9))
+            return factor * power;
+    return 10 * power;
 }
 
-std::vector<double> RoundTicks(double dblLow, double dblHigh, int nWanted) {
-    std::vector<double> aTicks;
-    if (!(dblHigh > dblLow) || nWanted < 1)
-        return aTicks;
-    const double dblStep = RoundStep((dblHigh - dblLow) / nWanted);
-    const double dblFirst = std::ceil(dblLow / dblStep - 1e-9);
-    const double dblLast = std::floor(dblHigh / dblStep + 1e-9);
-    for (double dblTick = dblFirst; dblTick <= dblLast; dblTick += 1)
-        aTicks.push_back(dblTick == 0 ? 0 : dblTick * dblStep); // never -0
-    return aTicks;
+std::vector<double> RoundTicks(double low, double high, int wanted) {
+    std::vector<double> ticks;
+    if (!(high > low) || wanted < 1)
+        return ticks;
+    const double step = RoundStep((high - low) / wanted);
+    const double first = std::ceil(low / step - 1e-9);
+    const double last = std::floor(high / step + 1e-9);
+    for (double tick = first; tick <= last; tick += 1)
+        ticks.push_back(tick == 0 ? 0 : tick * step); // never -0
+    return ticks;
 }
 
-Bins BinsFor(std::span<const double> aValues, int nWanted) {
-    constexpr double dblFewest = 5;
-    constexpr double dblMost = 100;
-    std::vector<double> aSorted;
-    std::copy_if(aValues.begin(), aValues.end(), std::back_inserter(aSorted),
-                 [](double dblValue) { return !std::isnan(dblValue); });
-    if (aSorted.empty())
+Bins BinsFor(std::span<const double> values, int wanted) {
+    constexpr double fewest = 5;
+    constexpr double most = 100;
+    std::vector<double> sorted;
+    std::copy_if(values.begin(), values.end(), std::back_inserter(sorted),
+                 [](double value) { return !std::isnan(value); });
+    if (sorted.empty())
         return {};
-    std::sort(aSorted.begin(), aSorted.end());
-    const double dblRange = aSorted.back() - aSorted.front();
-    if (!(dblRange > 0))
-        return {aSorted.front() - 0.5, 1, 1};
-    double dblLeast = dblRange / std::max(1, nWanted);
-    if (nWanted == 0) {
-        const double dblMiddle = Quantile(aSorted, 0.75) - Quantile(aSorted, 0.25);
-        dblLeast = 2 * dblMiddle / std::cbrt(static_cast<double>(aSorted.size()));
-        dblLeast = std::clamp(dblLeast, dblRange / dblMost, dblRange / dblFewest);
+    std::sort(sorted.begin(), sorted.end());
+    const double range = sorted.back() - sorted.front();
+    if (!(range > 0))
+        return {sorted.front() - 0.5, 1, 1};
+    double least = range / std::max(1, wanted);
+    if (wanted == 0) {
+        const double middle = Quantile(sorted, 0.75) - Quantile(sorted, 0.25);
+        least = 2 * middle / std::cbrt(static_cast<double>(sorted.size()));
+        least = std::clamp(least, range / most, range / fewest);
     }
     // Of the round widths the nearest one, not the next larger one.
-    const double dblLarger = RoundStep(dblLeast);
-    const double dblSmaller = RoundStep(dblLarger / 2.5);
-    const double dblWidth = dblLeast / dblSmaller < dblLarger / dblLeast ? dblSmaller : dblLarger;
-    Bins oBins;
-    oBins.dblWidth = dblWidth;
-    oBins.dblStart = std::floor(aSorted.front() / dblWidth + 1e-9) * dblWidth;
-    oBins.nCount =
-        static_cast<std::size_t>(std::max(1.0, std::ceil((aSorted.back() - oBins.dblStart) / dblWidth - 1e-9)));
-    return oBins;
+    const double larger = RoundStep(least);
+    const double smaller = RoundStep(larger / 2.5);
+    const double width = least / smaller < larger / least ? smaller : larger;
+    Bins bins;
+    bins.width = width;
+    bins.start = std::floor(sorted.front() / width + 1e-9) * width;
+    bins.count = static_cast<std::size_t>(std::max(1.0, std::ceil((sorted.back() - bins.start) / width - 1e-9)));
+    return bins;
 }
 
-std::vector<std::size_t> CountIn(const Bins& oBins, std::span<const double> aValues) {
-    std::vector<std::size_t> aCounts(oBins.nCount);
-    if (aCounts.empty())
-        return aCounts;
-    for (const double dblValue : aValues) {
-        if (std::isnan(dblValue))
+std::vector<std::size_t> CountIn(const Bins& bins, std::span<const double> values) {
+    std::vector<std::size_t> counts(bins.count);
+    if (counts.empty())
+        return counts;
+    for (const double value : values) {
+        if (std::isnan(value))
             continue;
         // An edge that isn't exact in binary still begins its bin.
-        const double dblPlace = std::floor((dblValue - oBins.dblStart) / oBins.dblWidth + 1e-9);
-        const double dblLast = static_cast<double>(aCounts.size() - 1);
-        ++aCounts[static_cast<std::size_t>(std::clamp(dblPlace, 0.0, dblLast))];
+        const double place = std::floor((value - bins.start) / bins.width + 1e-9);
+        const double last = static_cast<double>(counts.size() - 1);
+        ++counts[static_cast<std::size_t>(std::clamp(place, 0.0, last))];
     }
-    return aCounts;
+    return counts;
 }
 
 } // namespace studies

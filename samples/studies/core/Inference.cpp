@@ -10,108 +10,106 @@
 
 namespace studies {
 
-SampleFigures FiguresOf(std::span<const double> aValues) {
-    constexpr double dblNone = std::numeric_limits<double>::quiet_NaN();
-    SampleFigures oFigures;
-    long double dblSum = 0;
-    for (const double dblValue : aValues)
-        if (!std::isnan(dblValue)) {
-            dblSum += dblValue;
-            ++oFigures.nCount;
+SampleFigures FiguresOf(std::span<const double> values) {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    SampleFigures figures;
+    long double sum = 0;
+    for (const double value : values)
+        if (!std::isnan(value)) {
+            sum += value;
+            ++figures.count;
         }
-    const long double dblMean = dblSum / static_cast<long double>(oFigures.nCount);
-    long double dblSquares = 0;
-    for (const double dblValue : aValues)
-        if (!std::isnan(dblValue))
-            dblSquares += (dblValue - dblMean) * (dblValue - dblMean);
-    oFigures.dblMean = oFigures.nCount > 0 ? static_cast<double>(dblMean) : dblNone;
-    oFigures.dblDeviation =
-        oFigures.nCount > 1
-            ? static_cast<double>(std::sqrt(dblSquares / (static_cast<long double>(oFigures.nCount) - 1)))
-            : dblNone;
-    return oFigures;
+    const long double mean = sum / static_cast<long double>(figures.count);
+    long double squares = 0;
+    for (const double value : values)
+        if (!std::isnan(value))
+            squares += (value - mean) * (value - mean);
+    figures.mean = figures.count > 0 ? static_cast<double>(mean) : none;
+    figures.deviation = figures.count > 1
+                            ? static_cast<double>(std::sqrt(squares / (static_cast<long double>(figures.count) - 1)))
+                            : none;
+    return figures;
 }
 
-WelchTest TestMeans(std::span<const double> aFirst, std::span<const double> aSecond, double dblConfidence) {
-    WelchTest oTest;
-    oTest.oFirst = FiguresOf(aFirst);
-    oTest.oSecond = FiguresOf(aSecond);
-    for (const SampleFigures* pFigures : {&oTest.oFirst, &oTest.oSecond})
-        if (pFigures->nCount < 2)
-            FailWith("A group needs at least two values to be compared; one has " + std::to_string(pFigures->nCount) +
+WelchTest TestMeans(std::span<const double> first, std::span<const double> second, double confidence) {
+    WelchTest test;
+    test.first = FiguresOf(first);
+    test.second = FiguresOf(second);
+    for (const SampleFigures* figures : {&test.first, &test.second})
+        if (figures->count < 2)
+            FailWith("A group needs at least two values to be compared; one has " + std::to_string(figures->count) +
                      ".");
-    const auto Share = [](const SampleFigures& oFigures) {
-        return oFigures.dblDeviation * oFigures.dblDeviation / static_cast<double>(oFigures.nCount);
+    const auto Share = [](const SampleFigures& figures) {
+        return figures.deviation * figures.deviation / static_cast<double>(figures.count);
     };
-    const double dblFirst = Share(oTest.oFirst);
-    const double dblSecond = Share(oTest.oSecond);
-    const double dblError = std::sqrt(dblFirst + dblSecond);
-    if (!(dblError > 0))
+    const double firstValue = Share(test.first);
+    const double secondValue = Share(test.second);
+    const double error = std::sqrt(firstValue + secondValue);
+    if (!(error > 0))
         FailWith("All values within each group are equal, so the groups can't be compared.");
-    oTest.dblDifference = oTest.oFirst.dblMean - oTest.oSecond.dblMean;
-    oTest.dblT = oTest.dblDifference / dblError;
-    oTest.dblFreedom = (dblFirst + dblSecond) * (dblFirst + dblSecond) /
-                       (dblFirst * dblFirst / static_cast<double>(oTest.oFirst.nCount - 1) +
-                        dblSecond * dblSecond / static_cast<double>(oTest.oSecond.nCount - 1));
-    oTest.dblP = StudentTwoSided(oTest.dblT, oTest.dblFreedom);
-    const double dblReach = StudentQuantile((1 + dblConfidence) / 2, oTest.dblFreedom) * dblError;
-    oTest.oDifference = {oTest.dblDifference - dblReach, oTest.dblDifference + dblReach};
-    return oTest;
+    test.differenceValue = test.first.mean - test.second.mean;
+    test.t = test.differenceValue / error;
+    test.freedom = (firstValue + secondValue) * (firstValue + secondValue) /
+                   (firstValue * firstValue / static_cast<double>(test.first.count - 1) +
+                    secondValue * secondValue / static_cast<double>(test.second.count - 1));
+    test.p = StudentTwoSided(test.t, test.freedom);
+    const double reach = StudentQuantile((1 + confidence) / 2, test.freedom) * error;
+    test.difference = {test.differenceValue - reach, test.differenceValue + reach};
+    return test;
 }
 
-Interval Regression::Band(double dblX, double dblConfidence) const {
-    const double dblAway = dblX - dblMeanX;
-    const double dblError = dblResidual * std::sqrt(1 / static_cast<double>(nCount) + dblAway * dblAway / dblSquaresX);
-    const double dblReach = StudentQuantile((1 + dblConfidence) / 2, static_cast<double>(nCount - 2)) * dblError;
-    return {At(dblX) - dblReach, At(dblX) + dblReach};
+Interval Regression::Band(double x, double confidence) const {
+    const double away = x - meanX;
+    const double error = residual * std::sqrt(1 / static_cast<double>(count) + away * away / squaresX);
+    const double reach = StudentQuantile((1 + confidence) / 2, static_cast<double>(count - 2)) * error;
+    return {At(x) - reach, At(x) + reach};
 }
 
-Regression FitLine(std::span<const double> aX, std::span<const double> aY) {
-    const std::size_t nPairs = std::min(aX.size(), aY.size());
-    const auto IsComplete = [&](std::size_t i) { return !std::isnan(aX[i]) && !std::isnan(aY[i]); };
-    Regression oLine;
-    long double dblSumX = 0;
-    long double dblSumY = 0;
-    for (std::size_t i = 0; i < nPairs; ++i)
+Regression FitLine(std::span<const double> x, std::span<const double> y) {
+    const std::size_t pairs = std::min(x.size(), y.size());
+    const auto IsComplete = [&](std::size_t i) { return !std::isnan(x[i]) && !std::isnan(y[i]); };
+    Regression line;
+    long double sumX = 0;
+    long double sumY = 0;
+    for (std::size_t i = 0; i < pairs; ++i)
         if (IsComplete(i)) {
-            dblSumX += aX[i];
-            dblSumY += aY[i];
-            ++oLine.nCount;
+            sumX += x[i];
+            sumY += y[i];
+            ++line.count;
         }
-    if (oLine.nCount < 3)
+    if (line.count < 3)
         FailWith("A regression line needs at least three rows with both values; there are " +
-                 std::to_string(oLine.nCount) + ".");
-    const auto dblCount = static_cast<long double>(oLine.nCount);
-    const long double dblMeanX = dblSumX / dblCount;
-    const long double dblMeanY = dblSumY / dblCount;
-    long double dblXX = 0;
-    long double dblXY = 0;
-    long double dblYY = 0;
-    for (std::size_t i = 0; i < nPairs; ++i)
+                 std::to_string(line.count) + ".");
+    const auto count = static_cast<long double>(line.count);
+    const long double meanX = sumX / count;
+    const long double meanY = sumY / count;
+    long double xx = 0;
+    long double xy = 0;
+    long double yy = 0;
+    for (std::size_t i = 0; i < pairs; ++i)
         if (IsComplete(i)) {
-            const long double dblX = aX[i] - dblMeanX;
-            const long double dblY = aY[i] - dblMeanY;
-            dblXX += dblX * dblX;
-            dblXY += dblX * dblY;
-            dblYY += dblY * dblY;
+            const long double xValue = x[i] - meanX;
+            const long double yValue = y[i] - meanY;
+            xx += xValue * xValue;
+            xy += xValue * yValue;
+            yy += yValue * yValue;
         }
-    if (!(dblXX > 0))
+    if (!(xx > 0))
         FailWith("All rows have the same x, so there is no regression line.");
-    const long double dblSlope = dblXY / dblXX;
-    const long double dblRest = std::max(0.0L, dblYY - dblSlope * dblXY);
-    const long double dblResidual = std::sqrt(dblRest / (dblCount - 2));
-    oLine.dblMeanX = static_cast<double>(dblMeanX);
-    oLine.dblSquaresX = static_cast<double>(dblXX);
-    oLine.dblSlope = static_cast<double>(dblSlope);
-    oLine.dblIntercept = static_cast<double>(dblMeanY - dblSlope * dblMeanX);
-    oLine.dblResidual = static_cast<double>(dblResidual);
-    oLine.dblSlopeError = static_cast<double>(dblResidual / std::sqrt(dblXX));
-    oLine.dblInterceptError = static_cast<double>(dblResidual * std::sqrt(1 / dblCount + dblMeanX * dblMeanX / dblXX));
-    oLine.dblShare = dblYY > 0 ? static_cast<double>(1 - dblRest / dblYY) : 1;
-    oLine.dblP = oLine.dblSlopeError > 0
-                     ? StudentTwoSided(oLine.dblSlope / oLine.dblSlopeError, static_cast<double>(oLine.nCount - 2))
-                     : 0;
-    return oLine;
+    const long double slope = xy / xx;
+    const long double rest = std::max(0.0L, yy - slope * xy);
+    const long double residual = std::sqrt(rest / (count - 2));
+    line.meanX = static_cast<double>(meanX);
+    line.squaresX = static_cast<double>(xx);
+    line.slope = static_cast<double>(slope);
+    line.intercept = static_cast<double>(meanY - slope * meanX);
+    line.residual = static_cast<double>(residual);
+    line.slopeError = static_cast<double>(residual / std::sqrt(xx));
+    line.interceptError = static_cast<double>(residual * std::sqrt(1 / count + meanX * meanX / xx));
+    line.share = yy > 0 ? static_cast<double>(1 - rest / yy) : 1;
+    line.p =
+        line.slopeError > 0 ? StudentTwoSided(line.slope / line.slopeError, static_cast<double>(line.count - 2)) : 0;
+    return line;
 }
 
 } // namespace studies

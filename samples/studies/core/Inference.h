@@ -8,50 +8,49 @@
 namespace studies {
 
 struct SampleFigures {
-    std::size_t nCount = 0;
-    double dblMean = 0;
-    double dblDeviation = 0;
+    std::size_t count = 0;
+    double mean = 0;
+    double deviation = 0;
 };
 
-[[nodiscard]] SampleFigures FiguresOf(std::span<const double> aValues);
+[[nodiscard]] SampleFigures FiguresOf(std::span<const double> values);
 
 struct Interval {
-    double dblLow = 0;
-    double dblHigh = 0;
+    double low = 0;
+    double high = 0;
 };
 
 struct WelchTest {
-    SampleFigures oFirst;
-    SampleFigures oSecond;
-    double dblDifference = 0; // of the means: first less second
-    Interval oDifference;     // its confidence interval
-    double dblT = 0;
-    double dblFreedom = 0; // by Welch and Satterthwaite
-    double dblP = 0;       // two-sided
+    SampleFigures first;
+    SampleFigures second;
+    double differenceValue = 0; // of the means: first less second
+    Interval difference;        // its confidence interval
+    double t = 0;
+    double freedom = 0; // by Welch and Satterthwaite
+    double p = 0;       // two-sided
 };
 
 // Fails when a group has fewer than two values, or when neither varies. The confidence lies between 0 and 1.
-[[nodiscard]] WelchTest TestMeans(std::span<const double> aFirst, std::span<const double> aSecond,
-                                  double dblConfidence);
+[[nodiscard]] WelchTest TestMeans(std::span<const double> first, std::span<const double> second, double confidence);
 
 struct Regression {
-    std::size_t nCount = 0;
-    double dblSlope = 0;
-    double dblIntercept = 0;
-    double dblSlopeError = 0; // standard errors
-    double dblInterceptError = 0;
-    double dblResidual = 0; // residual standard error, with n - 2 degrees of freedom
-    double dblShare = 0;    // R squared
-    double dblP = 0;        // of a slope of 0, two-sided
-    double dblMeanX = 0;
-    double dblSquaresX = 0; // sum of squared differences from the mean
+    std::size_t count = 0;
+    double slope = 0;
+    double intercept = 0;
+    double slopeError = 0; // standard errors
+    double interceptError = 0;
+    double residual = 0; // residual standard error, with n - 2 degrees of freedom
+    double share = 0;    // R squared
+    double p = 0;        // of a slope of 0, two-sided
+    double meanX = 0;
+    double squaresX = 0; // sum of squared differences from the mean
 
-    [[nodiscard]] double At(double dblX) const { return dblIntercept + dblSlope * dblX; }
+    [[nodiscard]] double At(double x) const { return intercept + slope * x; }
     // Where the line itself is expected at that place.
-    [[nodiscard]] Interval Band(double dblX, double dblConfidence) const;
+    [[nodiscard]] Interval Band(double x, double confidence) const;
 };
 
 // By least squares, of the pairs that are complete. Fails for fewer than three of them, or when all stand at one x.
-[[nodiscard]] Regression FitLine(std::span<const double> aX, std::span<const double> aY);
+[[nodiscard]] Regression FitLine(std::span<const double> x, std::span<const double> y);
 
 } // namespace studies

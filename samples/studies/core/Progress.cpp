@@ -21,29 +21,29 @@ Ref<corvane::CVProgressBar> Bar() {
 }
 
 // An item that isn't current has no tool, and writing its state changes nothing.
-void Restore(const Ref<IActionsProvider>& oProvider) {
-    if (!oProvider || !oProvider->ActionItems())
+void Restore(const Ref<IActionsProvider>& provider) {
+    if (!provider || !provider->ActionItems())
         return;
-    for (const Ref<ActionItem>& oItem : *oProvider->ActionItems())
-        oItem->SetEnabled(oItem->Enabled());
+    for (const Ref<ActionItem>& item : *provider->ActionItems())
+        item->SetEnabled(item->Enabled());
 }
 
 } // namespace
 
-Progress::Progress(int nSteps, Ref<IActionsProvider> oWorking) : m_oWorking(std::move(oWorking)) {
-    Bar()->Show(nSteps, true);
+Progress::Progress(int steps, Ref<IActionsProvider> working) : m_working(std::move(working)) {
+    Bar()->Show(steps, true);
 }
 
 Progress::~Progress() {
     try {
         Bar()->Hide();
-        const Ref<corvane::Framework> oFramework = CorvaneMain::Framework();
-        for (const Ref<Object>& oService : *oFramework->ServiceManager()->Services())
-            Restore(CorvaneMain::QueryService(oService).TryAs<IActionsProvider>());
-        if (const Ref<Object> oStudies = ServiceByName("Studies"))
-            if (const Ref<Object> oActive = ToObject(oStudies->Invoke("ActiveItem", {})))
-                Restore(CorvaneMain::QueryExplorerItem(oActive).TryAs<IActionsProvider>());
-        Restore(m_oWorking);
+        const Ref<corvane::Framework> framework = CorvaneMain::Framework();
+        for (const Ref<Object>& service : *framework->ServiceManager()->Services())
+            Restore(CorvaneMain::QueryService(service).TryAs<IActionsProvider>());
+        if (const Ref<Object> studies = ServiceByName("Studies"))
+            if (const Ref<Object> active = ToObject(studies->Invoke("ActiveItem", {})))
+                Restore(CorvaneMain::QueryExplorerItem(active).TryAs<IActionsProvider>());
+        Restore(m_working);
     } catch (...) {
         Report("Progress", "~Progress");
     }

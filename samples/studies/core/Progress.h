@@ -11,7 +11,7 @@ namespace studies {
 // which is the page that works.
 class Progress {
 public:
-    Progress(int nSteps, corvane::Ref<corvane::IActionsProvider> oWorking);
+    Progress(int steps, corvane::Ref<corvane::IActionsProvider> working);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -20,7 +20,7 @@ public:
     bool Step();
 
 private:
-    corvane::Ref<corvane::IActionsProvider> m_oWorking;
+    corvane::Ref<corvane::IActionsProvider> m_working;
 };
 
 } // namespace studies

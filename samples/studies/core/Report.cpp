@@ -8,78 +8,78 @@
 namespace studies {
 namespace {
 
-std::string Counted(std::size_t n, std::string_view sOne) {
-    return CountText(n) + " " + std::string(sOne) + (n == 1 ? "" : "s");
+std::string Counted(std::size_t n, std::string_view one) {
+    return CountText(n) + " " + std::string(one) + (n == 1 ? "" : "s");
 }
 
 } // namespace
 
-std::string FigureText(double dblValue, int nDigits) {
-    if (std::isnan(dblValue))
+std::string FigureText(double value, int digits) {
+    if (std::isnan(value))
         return "-";
-    std::array<char, 32> aText{};
-    const auto oResult =
-        std::to_chars(aText.data(), aText.data() + aText.size(), dblValue, std::chars_format::general, nDigits);
-    return {aText.data(), oResult.ptr};
+    std::array<char, 32> text{};
+    const auto result =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, digits);
+    return {text.data(), result.ptr};
 }
 
-std::string DecimalText(double dblValue, int nDecimals) {
-    if (std::isnan(dblValue))
+std::string DecimalText(double value, int decimals) {
+    if (std::isnan(value))
         return "-";
-    const double dblSize = std::abs(dblValue);
-    const double dblLeast = 0.5 * std::pow(10.0, -nDecimals);
-    std::array<char, 64> aText{};
-    if (dblSize >= 1e12 || (dblSize > 0 && dblSize < dblLeast)) {
-        const auto oResult = std::to_chars(aText.data(), aText.data() + aText.size(), dblValue,
-                                           std::chars_format::scientific, std::max(1, nDecimals));
-        return {aText.data(), oResult.ptr};
+    const double size = std::abs(value);
+    const double least = 0.5 * std::pow(10.0, -decimals);
+    std::array<char, 64> buffer{};
+    if (size >= 1e12 || (size > 0 && size < least)) {
+        const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                          std::chars_format::scientific, std::max(1, decimals));
+        return {buffer.data(), result.ptr};
     }
-    const auto oResult =
-        std::to_chars(aText.data(), aText.data() + aText.size(), dblValue, std::chars_format::fixed, nDecimals);
-    std::string sText(aText.data(), oResult.ptr);
-    const std::size_t iPoint = std::min(sText.find('.'), sText.size());
-    for (std::size_t i = iPoint; i > 3 && sText[i - 4] != '-'; i -= 3)
-        sText.insert(i - 3, ",");
-    return sText;
+    const auto result =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+    std::string text(buffer.data(), result.ptr);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    for (std::size_t i = point; i > 3 && text[i - 4] != '-'; i -= 3)
+        text.insert(i - 3, ",");
+    return text;
 }
 
-std::string CountText(std::size_t nCount) {
-    return DecimalText(static_cast<double>(nCount), 0);
+std::string CountText(std::size_t count) {
+    return DecimalText(static_cast<double>(count), 0);
 }
 
-std::string ProbabilityText(double dblP) {
-    return dblP < 0.001 ? "p < 0.001" : "p = " + DecimalText(dblP, 3);
+std::string ProbabilityText(double p) {
+    return p < 0.001 ? "p < 0.001" : "p = " + DecimalText(p, 3);
 }
 
-std::string ShareText(double dblShare) {
-    return FigureText(dblShare * 100, 4) + " %";
+std::string ShareText(double share) {
+    return FigureText(share * 100, 4) + " %";
 }
 
-std::string SizeText(std::size_t nRows, std::size_t nColumns) {
-    return Counted(nRows, "row") + ", " + Counted(nColumns, "column");
+std::string SizeText(std::size_t rows, std::size_t columns) {
+    return Counted(rows, "row") + ", " + Counted(columns, "column");
 }
 
-std::string JoinLines(const std::vector<std::string>& aLines) {
-    std::string sText;
-    for (const std::string& sLine : aLines)
-        sText += (sText.empty() ? "" : "\n") + sLine;
-    return sText;
+std::string JoinLines(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines)
+        text += (text.empty() ? "" : "\n") + line;
+    return text;
 }
 
-std::string LineText(const TableSummary& oSummary) {
-    constexpr std::size_t nShown = 4;
-    constexpr int nDigits = 4;
-    std::string sText;
-    std::size_t nNumbers = 0;
-    for (const ColumnSummary& oColumn : oSummary.aColumns) {
-        if (oColumn.eType == ColumnType::Text || ++nNumbers > nShown)
+std::string LineText(const TableSummary& summary) {
+    constexpr std::size_t shown = 4;
+    constexpr int digits = 4;
+    std::string text;
+    std::size_t numbers = 0;
+    for (const ColumnSummary& column : summary.columns) {
+        if (column.type == ColumnType::Text || ++numbers > shown)
             continue;
-        sText += (sText.empty() ? "" : ", ") + SpokenName(oColumn.sName) + " " + FigureText(oColumn.dblMean, nDigits) +
-                 " \u00B1 " + FigureText(oColumn.dblDeviation, nDigits);
+        text += (text.empty() ? "" : ", ") + SpokenName(column.name) + " " + FigureText(column.mean, digits) +
+                " \u00B1 " + FigureText(column.deviation, digits);
     }
-    if (nNumbers > nShown)
-        sText += ", " + std::to_string(nNumbers - nShown) + " more";
-    return sText.empty() ? SizeText(oSummary.nRows, oSummary.aColumns.size()) : sText;
+    if (numbers > shown)
+        text += ", " + std::to_string(numbers - shown) + " more";
+    return text.empty() ? SizeText(summary.rows, summary.columns.size()) : text;
 }
 
 } // namespace studies

@@ -10,24 +10,24 @@
 namespace studies {
 
 // Up to that many significant digits; "-" for what isn't known.
-[[nodiscard]] std::string FigureText(double dblValue, int nDigits = 7);
+[[nodiscard]] std::string FigureText(double value, int digits = 7);
 
 // With exactly that many digits after the point, thousands apart; very large and very small ones as powers of ten.
-[[nodiscard]] std::string DecimalText(double dblValue, int nDecimals);
+[[nodiscard]] std::string DecimalText(double value, int decimals);
 // "1,234" for a count.
-[[nodiscard]] std::string CountText(std::size_t nCount);
+[[nodiscard]] std::string CountText(std::size_t count);
 // "p = 0.034", or "p < 0.001".
-[[nodiscard]] std::string ProbabilityText(double dblP);
+[[nodiscard]] std::string ProbabilityText(double p);
 // "95 %".
-[[nodiscard]] std::string ShareText(double dblShare);
+[[nodiscard]] std::string ShareText(double share);
 
 // The means of the first columns of numbers, with their standard deviations, in four significant digits.
-[[nodiscard]] std::string LineText(const TableSummary& oSummary);
+[[nodiscard]] std::string LineText(const TableSummary& summary);
 
 // With a line feed between each two.
-[[nodiscard]] std::string JoinLines(const std::vector<std::string>& aLines);
+[[nodiscard]] std::string JoinLines(const std::vector<std::string>& lines);
 
 // "344 rows, 7 columns".
-[[nodiscard]] std::string SizeText(std::size_t nRows, std::size_t nColumns);
+[[nodiscard]] std::string SizeText(std::size_t rows, std::size_t columns);
 
 } // namespace studies

@@ -18,71 +18,71 @@ using namespace corvane;
 namespace {
 
 // What the dialog's member answers; nothing when the host has no such dialog or member.
-std::optional<std::string> AskDialog(std::string_view sMember, std::span<const Variant> aArguments) {
+std::optional<std::string> AskDialog(std::string_view member, std::span<const Variant> arguments) {
     try {
-        const Ref<Object> oDialog = CorvaneMain::Framework()->WindowManager()->CommonDialog();
-        if (oDialog)
-            return ToText(oDialog->Invoke(sMember, aArguments));
-    } catch (const Failure& oFailure) {
-        if (oFailure.Number != FailureNumber::NoSuchMember)
+        const Ref<Object> dialog = CorvaneMain::Framework()->WindowManager()->CommonDialog();
+        if (dialog)
+            return ToText(dialog->Invoke(member, arguments));
+    } catch (const Failure& failure) {
+        if (failure.Number != FailureNumber::NoSuchMember)
             throw;
     }
     return std::nullopt;
 }
 
-std::optional<std::string> UnlessEmpty(std::string sText) {
-    return sText.empty() ? std::nullopt : std::optional(std::move(sText));
+std::optional<std::string> UnlessEmpty(std::string text) {
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
 } // namespace
 
-void ShowStatus(const std::string& sText) {
-    CorvaneMain::Framework()->SetStatus(sText);
+void ShowStatus(const std::string& text) {
+    CorvaneMain::Framework()->SetStatus(text);
 }
 
-void ShowMessage(const std::string& sText, const std::string& sTitle) {
-    CurrentPlatform().oMessageBox->ShowInformation(sText, sTitle);
+void ShowMessage(const std::string& text, const std::string& title) {
+    CurrentPlatform().oMessageBox->ShowInformation(text, title);
 }
 
-std::string AppPath(std::string_view sName) {
-    const std::filesystem::path oServices = CurrentPlatform().oUtilities->GetAppFolder("Services");
-    return (oServices / ".." / sName).lexically_normal().string();
+std::string AppPath(std::string_view name) {
+    const std::filesystem::path services = CurrentPlatform().oUtilities->GetAppFolder("Services");
+    return (services / ".." / name).lexically_normal().string();
 }
 
-std::string FileNameOf(const std::string& sPath) {
-    return std::filesystem::path(sPath).filename().string();
+std::string FileNameOf(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
 }
 
-std::optional<std::string> AskForDataFile(const std::string& sTitle) {
-    const std::array<Variant, 3> aArguments{sTitle, "Text (*.csv *.tsv *.txt)|*.csv *.tsv *.txt", AppPath("Data")};
-    const std::optional<std::string> sPath = AskDialog("ShowOpen", aArguments);
-    return sPath ? UnlessEmpty(*sPath) : AppPath("Data/penguins.csv");
+std::optional<std::string> AskForDataFile(const std::string& title) {
+    const std::array<Variant, 3> arguments{title, "Text (*.csv *.tsv *.txt)|*.csv *.tsv *.txt", AppPath("Data")};
+    const std::optional<std::string> path = AskDialog("ShowOpen", arguments);
+    return path ? UnlessEmpty(*path) : AppPath("Data/penguins.csv");
 }
 
-std::optional<std::string> AskForChoice(const std::string& sTitle, const std::string& sChoices) {
-    const std::array<Variant, 2> aArguments{sTitle, sChoices};
-    const std::optional<std::string> sChoice = AskDialog("ShowChoice", aArguments);
-    return UnlessEmpty(sChoice ? *sChoice : sChoices.substr(0, sChoices.find('\n')));
+std::optional<std::string> AskForChoice(const std::string& title, const std::string& choices) {
+    const std::array<Variant, 2> arguments{title, choices};
+    const std::optional<std::string> choice = AskDialog("ShowChoice", arguments);
+    return UnlessEmpty(choice ? *choice : choices.substr(0, choices.find('\n')));
 }
 
-std::string AskForSavePath(const std::string& sTitle, const std::string& sFilter, const std::string& sFileName) {
-    std::filesystem::path oPath = sFileName;
-    if (oPath.is_relative()) {
+std::string AskForSavePath(const std::string& title, const std::string& filter, const std::string& fileName) {
+    std::filesystem::path path = fileName;
+    if (path.is_relative()) {
         // The name of a data set may hold what no file's name can.
-        std::string sName = sFileName;
-        for (char& c : sName)
+        std::string name = fileName;
+        for (char& c : name)
             if (c == '/' || c == ':')
                 c = '-';
-        const char* sHome = std::getenv("HOME");
-        oPath = std::filesystem::path(sHome ? sHome : "") / sName;
+        const char* home = std::getenv("HOME");
+        path = std::filesystem::path(home ? home : "") / name;
     }
-    const std::array<Variant, 3> aArguments{sTitle, sFilter, oPath.string()};
-    return AskDialog("ShowSave", aArguments).value_or("");
+    const std::array<Variant, 3> arguments{title, filter, path.string()};
+    return AskDialog("ShowSave", arguments).value_or("");
 }
 
-Ref<Object> ServiceByName(std::string_view sName) {
-    const auto& colServices = CorvaneMain::Framework()->ServiceManager()->Services();
-    return colServices->HasKey(sName) ? colServices->Item(sName) : nullptr;
+Ref<Object> ServiceByName(std::string_view name) {
+    const auto& services = CorvaneMain::Framework()->ServiceManager()->Services();
+    return services->HasKey(name) ? services->Item(name) : nullptr;
 }
 
 } // namespace studies

@@ -15,141 +15,140 @@ namespace {
 
 constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
 
-void SummarizeNumbers(const Column& oColumn, ColumnSummary& oSummary) {
-    std::vector<double> aValues;
-    aValues.reserve(oColumn.aNumbers.size());
-    std::copy_if(oColumn.aNumbers.begin(), oColumn.aNumbers.end(), std::back_inserter(aValues),
-                 [](double dblValue) { return !std::isnan(dblValue); });
-    std::sort(aValues.begin(), aValues.end());
-    oSummary.nCount = aValues.size();
+void SummarizeNumbers(const Column& column, ColumnSummary& summary) {
+    std::vector<double> values;
+    values.reserve(column.numbers.size());
+    std::copy_if(column.numbers.begin(), column.numbers.end(), std::back_inserter(values),
+                 [](double value) { return !std::isnan(value); });
+    std::sort(values.begin(), values.end());
+    summary.count = values.size();
 
-    long double dblSum = 0;
-    for (const double dblValue : aValues)
-        dblSum += dblValue;
-    const auto dblCount = static_cast<long double>(aValues.size());
-    const long double dblMean = dblSum / dblCount;
+    long double sum = 0;
+    for (const double value : values)
+        sum += value;
+    const auto count = static_cast<long double>(values.size());
+    const long double mean = sum / count;
     // Squares of differences in a second pass: the sum of squares loses the digits that matter.
-    long double dblSquares = 0;
-    for (const double dblValue : aValues)
-        dblSquares += (dblValue - dblMean) * (dblValue - dblMean);
+    long double squares = 0;
+    for (const double value : values)
+        squares += (value - mean) * (value - mean);
 
-    const bool bAny = !aValues.empty();
-    oSummary.dblMean = bAny ? static_cast<double>(dblMean) : NotANumber;
-    oSummary.dblDeviation =
-        aValues.size() > 1 ? static_cast<double>(std::sqrt(dblSquares / (dblCount - 1))) : NotANumber;
-    oSummary.dblMin = bAny ? aValues.front() : NotANumber;
-    oSummary.dblQ1 = Quantile(aValues, 0.25);
-    oSummary.dblMedian = Quantile(aValues, 0.5);
-    oSummary.dblQ3 = Quantile(aValues, 0.75);
-    oSummary.dblMax = bAny ? aValues.back() : NotANumber;
+    const bool any = !values.empty();
+    summary.mean = any ? static_cast<double>(mean) : NotANumber;
+    summary.deviation = values.size() > 1 ? static_cast<double>(std::sqrt(squares / (count - 1))) : NotANumber;
+    summary.min = any ? values.front() : NotANumber;
+    summary.q1 = Quantile(values, 0.25);
+    summary.median = Quantile(values, 0.5);
+    summary.q3 = Quantile(values, 0.75);
+    summary.max = any ? values.back() : NotANumber;
 }
 
-void SummarizeTexts(const Column& oColumn, ColumnSummary& oSummary) {
-    std::map<std::string_view, std::size_t> mapCounts;
-    for (const std::string& sText : oColumn.aTexts)
-        if (!sText.empty())
-            ++mapCounts[sText];
-    oSummary.nDistinct = mapCounts.size();
-    for (const auto& [sText, nCount] : mapCounts) {
-        oSummary.nCount += nCount;
-        if (nCount > oSummary.nMostFrequent) {
-            oSummary.nMostFrequent = nCount;
-            oSummary.sMostFrequent = sText;
+void SummarizeTexts(const Column& column, ColumnSummary& summary) {
+    std::map<std::string_view, std::size_t> counts;
+    for (const std::string& text : column.texts)
+        if (!text.empty())
+            ++counts[text];
+    summary.distinct = counts.size();
+    for (const auto& [text, count] : counts) {
+        summary.count += count;
+        if (count > summary.mostFrequentCount) {
+            summary.mostFrequentCount = count;
+            summary.mostFrequent = text;
         }
     }
 }
 
 } // namespace
 
-double Quantile(const std::vector<double>& aSorted, double dblShare) {
-    if (aSorted.empty())
+double Quantile(const std::vector<double>& sorted, double share) {
+    if (sorted.empty())
         return NotANumber;
-    const double dblPlace = static_cast<double>(aSorted.size() - 1) * dblShare;
-    const auto iBelow = static_cast<std::size_t>(std::floor(dblPlace));
-    const std::size_t iAbove = std::min(iBelow + 1, aSorted.size() - 1);
-    return aSorted[iBelow] + (dblPlace - std::floor(dblPlace)) * (aSorted[iAbove] - aSorted[iBelow]);
+    const double place = static_cast<double>(sorted.size() - 1) * share;
+    const auto below = static_cast<std::size_t>(std::floor(place));
+    const std::size_t above = std::min(below + 1, sorted.size() - 1);
+    return sorted[below] + (place - std::floor(place)) * (sorted[above] - sorted[below]);
 }
 
-ColumnSummary Summarize(const Column& oColumn) {
-    ColumnSummary oSummary;
-    oSummary.sName = oColumn.sName;
-    oSummary.eType = oColumn.eType;
-    if (oColumn.IsNumeric())
-        SummarizeNumbers(oColumn, oSummary);
+ColumnSummary Summarize(const Column& column) {
+    ColumnSummary summary;
+    summary.name = column.name;
+    summary.type = column.type;
+    if (column.IsNumeric())
+        SummarizeNumbers(column, summary);
     else
-        SummarizeTexts(oColumn, oSummary);
-    oSummary.nMissing = (oColumn.IsNumeric() ? oColumn.aNumbers.size() : oColumn.aTexts.size()) - oSummary.nCount;
-    return oSummary;
+        SummarizeTexts(column, summary);
+    summary.missing = (column.IsNumeric() ? column.numbers.size() : column.texts.size()) - summary.count;
+    return summary;
 }
 
-TableSummary Summarize(const Table& oTable) {
-    TableSummary oSummary;
-    oSummary.nRows = oTable.nRows;
-    for (const Column& oColumn : oTable.aColumns)
-        oSummary.aColumns.push_back(Summarize(oColumn));
-    return oSummary;
+TableSummary Summarize(const Table& table) {
+    TableSummary summary;
+    summary.rows = table.rows;
+    for (const Column& column : table.columns)
+        summary.columns.push_back(Summarize(column));
+    return summary;
 }
 
-std::vector<GroupSummary> SummarizeByGroup(const Table& oTable, std::string_view sColumn) {
-    const Column* pGroup = oTable.Find(sColumn);
-    if (!pGroup)
-        FailWith("The data have no column “" + std::string(sColumn) + "”.");
+std::vector<GroupSummary> SummarizeByGroup(const Table& table, std::string_view column) {
+    const Column* group = table.Find(column);
+    if (!group)
+        FailWith("The data have no column “" + std::string(column) + "”.");
     // By value for numbers, by text else; what is missing comes last.
-    std::map<std::pair<double, std::string>, std::vector<std::size_t>> mapGroups;
-    std::vector<std::size_t> aMissing;
-    for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow) {
-        if (pGroup->IsMissing(iRow))
-            aMissing.push_back(iRow);
+    std::map<std::pair<double, std::string>, std::vector<std::size_t>> groupsMap;
+    std::vector<std::size_t> missing;
+    for (std::size_t row = 0; row < table.rows; ++row) {
+        if (group->IsMissing(row))
+            missing.push_back(row);
         else
-            mapGroups[{pGroup->IsNumeric() ? pGroup->aNumbers[iRow] : 0, pGroup->Text(iRow)}].push_back(iRow);
+            groupsMap[{group->IsNumeric() ? group->numbers[row] : 0, group->Text(row)}].push_back(row);
     }
-    std::vector<GroupSummary> aGroups;
-    const auto AddGroup = [&](const std::string& sGroup, const std::vector<std::size_t>& aRows) {
-        TableSummary oSummary = Summarize(oTable.Rows(aRows));
-        oSummary.aColumns.erase(oSummary.aColumns.begin() + (pGroup - oTable.aColumns.data()));
-        aGroups.push_back({sGroup, std::move(oSummary)});
+    std::vector<GroupSummary> groups;
+    const auto AddGroup = [&](const std::string& groupName, const std::vector<std::size_t>& rows) {
+        TableSummary summary = Summarize(table.Rows(rows));
+        summary.columns.erase(summary.columns.begin() + (group - table.columns.data()));
+        groups.push_back({groupName, std::move(summary)});
     };
-    for (const auto& [oKey, aRows] : mapGroups)
-        AddGroup(oKey.second, aRows);
-    if (!aMissing.empty())
-        AddGroup({}, aMissing);
-    return aGroups;
+    for (const auto& [key, rows] : groupsMap)
+        AddGroup(key.second, rows);
+    if (!missing.empty())
+        AddGroup({}, missing);
+    return groups;
 }
 
-std::vector<std::string> ValuesOf(const Column& oColumn) {
-    std::vector<std::string> aValues;
-    if (oColumn.IsNumeric()) {
-        std::set<double> aNumbers;
-        std::copy_if(oColumn.aNumbers.begin(), oColumn.aNumbers.end(), std::inserter(aNumbers, aNumbers.end()),
-                     [](double dblValue) { return !std::isnan(dblValue); });
-        std::transform(aNumbers.begin(), aNumbers.end(), std::back_inserter(aValues), TextOf);
+std::vector<std::string> ValuesOf(const Column& column) {
+    std::vector<std::string> values;
+    if (column.IsNumeric()) {
+        std::set<double> numbers;
+        std::copy_if(column.numbers.begin(), column.numbers.end(), std::inserter(numbers, numbers.end()),
+                     [](double value) { return !std::isnan(value); });
+        std::transform(numbers.begin(), numbers.end(), std::back_inserter(values), TextOf);
     } else {
-        const std::set<std::string_view> aTexts(oColumn.aTexts.begin(), oColumn.aTexts.end());
-        for (const std::string_view sText : aTexts)
-            if (!sText.empty())
-                aValues.emplace_back(sText);
+        const std::set<std::string_view> texts(column.texts.begin(), column.texts.end());
+        for (const std::string_view text : texts)
+            if (!text.empty())
+                values.emplace_back(text);
     }
-    return aValues;
+    return values;
 }
 
-std::vector<double> NumbersOfGroup(const Column& oNumbers, const Column& oGroups, std::string_view sGroup) {
-    std::vector<double> aNumbers;
-    for (std::size_t iRow = 0; iRow < oNumbers.aNumbers.size(); ++iRow)
-        if (oGroups.Text(iRow) == sGroup)
-            aNumbers.push_back(oNumbers.aNumbers[iRow]);
-    return aNumbers;
+std::vector<double> NumbersOfGroup(const Column& numbers, const Column& groups, std::string_view group) {
+    std::vector<double> numbersList;
+    for (std::size_t row = 0; row < numbers.numbers.size(); ++row)
+        if (groups.Text(row) == group)
+            numbersList.push_back(numbers.numbers[row]);
+    return numbersList;
 }
 
-std::vector<std::string> GroupColumns(const Table& oTable) {
-    std::vector<std::string> aNames;
-    for (const Column& oColumn : oTable.aColumns) {
-        if (oColumn.IsNumeric())
+std::vector<std::string> GroupColumns(const Table& table) {
+    std::vector<std::string> names;
+    for (const Column& column : table.columns) {
+        if (column.IsNumeric())
             continue;
-        const std::size_t nDistinct = Summarize(oColumn).nDistinct;
-        if (nDistinct > 1 && nDistinct * 2 < oTable.nRows)
-            aNames.push_back(oColumn.sName);
+        const std::size_t distinct = Summarize(column).distinct;
+        if (distinct > 1 && distinct * 2 < table.rows)
+            names.push_back(column.name);
     }
-    return aNames;
+    return names;
 }
 
 } // namespace studies

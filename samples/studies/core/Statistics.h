@@ -11,48 +11,47 @@
 namespace studies {
 
 struct ColumnSummary {
-    std::string sName;
-    ColumnType eType = ColumnType::Text;
-    std::size_t nCount = 0; // of the values that aren't missing
-    std::size_t nMissing = 0;
+    std::string name;
+    ColumnType type = ColumnType::Text;
+    std::size_t count = 0; // of the values that aren't missing
+    std::size_t missing = 0;
     // Of numbers; NaN where there are too few of them (none at all, one for the standard deviation).
-    double dblMean = 0;
-    double dblDeviation = 0; // of the sample: divided by n - 1
-    double dblMin = 0;
-    double dblQ1 = 0; // quartiles as R's type 7
-    double dblMedian = 0;
-    double dblQ3 = 0;
-    double dblMax = 0;
+    double mean = 0;
+    double deviation = 0; // of the sample: divided by n - 1
+    double min = 0;
+    double q1 = 0; // quartiles as R's type 7
+    double median = 0;
+    double q3 = 0;
+    double max = 0;
     // Of text.
-    std::size_t nDistinct = 0;
-    std::string sMostFrequent; // the first in alphabetical order among equals
-    std::size_t nMostFrequent = 0;
+    std::size_t distinct = 0;
+    std::string mostFrequent; // the first in alphabetical order among equals
+    std::size_t mostFrequentCount = 0;
 };
 
 struct TableSummary {
-    std::size_t nRows = 0;
-    std::vector<ColumnSummary> aColumns;
+    std::size_t rows = 0;
+    std::vector<ColumnSummary> columns;
 };
 
 struct GroupSummary {
-    std::string sGroup; // "" for the rows whose group is missing
-    TableSummary oSummary;
+    std::string group; // "" for the rows whose group is missing
+    TableSummary summary;
 };
 
-[[nodiscard]] ColumnSummary Summarize(const Column& oColumn);
-[[nodiscard]] TableSummary Summarize(const Table& oTable);
+[[nodiscard]] ColumnSummary Summarize(const Column& column);
+[[nodiscard]] TableSummary Summarize(const Table& table);
 // One for each value of a column, in order of the values; without that column. Fails for an unknown column.
-[[nodiscard]] std::vector<GroupSummary> SummarizeByGroup(const Table& oTable, std::string_view sColumn);
+[[nodiscard]] std::vector<GroupSummary> SummarizeByGroup(const Table& table, std::string_view column);
 // The names of the text columns that divide the table: more than one value, and fewer values than half the rows.
-[[nodiscard]] std::vector<std::string> GroupColumns(const Table& oTable);
+[[nodiscard]] std::vector<std::string> GroupColumns(const Table& table);
 
 // The values that a column has, in their order, as text; without the missing one.
-[[nodiscard]] std::vector<std::string> ValuesOf(const Column& oColumn);
+[[nodiscard]] std::vector<std::string> ValuesOf(const Column& column);
 // The numbers of the rows whose group is that text.
-[[nodiscard]] std::vector<double> NumbersOfGroup(const Column& oNumbers, const Column& oGroups,
-                                                 std::string_view sGroup);
+[[nodiscard]] std::vector<double> NumbersOfGroup(const Column& numbers, const Column& groups, std::string_view group);
 
-// The quantile dblShare (0 to 1) of sorted values, as R's type 7; NaN for no values.
-[[nodiscard]] double Quantile(const std::vector<double>& aSorted, double dblShare);
+// The quantile share (0 to 1) of sorted values, as R's type 7; NaN for no values.
+[[nodiscard]] double Quantile(const std::vector<double>& sorted, double share);
 
 } // namespace studies

@@ -54,180 +54,180 @@ constexpr const char* SecondSchema = "ALTER TABLE studies ADD COLUMN notes TEXT 
                                      "PRAGMA user_version=2;";
 
 // The trigger's SQL that writes the statement which undoes one row's change.
-std::string InverseOf(std::string_view sChange, const std::string& sTable, const std::vector<std::string>& aColumns) {
-    std::string sNames;
-    std::string sValues;
-    std::string sSettings;
-    for (const std::string& sColumn : aColumns) {
-        const std::string sBetween = sNames.empty() ? "" : ",";
-        sNames += sBetween + sColumn;
-        sValues += (sValues.empty() ? "" : "||','||") + ("quote(OLD." + sColumn + ")");
-        sSettings += "||'" + sBetween + sColumn + "='||quote(OLD." + sColumn + ")";
+std::string InverseOf(std::string_view change, const std::string& table, const std::vector<std::string>& columns) {
+    std::string names;
+    std::string values;
+    std::string settings;
+    for (const std::string& column : columns) {
+        const std::string between = names.empty() ? "" : ",";
+        names += between + column;
+        values += (values.empty() ? "" : "||','||") + ("quote(OLD." + column + ")");
+        settings += "||'" + between + column + "='||quote(OLD." + column + ")";
     }
-    if (sChange == "INSERT")
-        return "'DELETE FROM " + sTable + " WHERE id='||NEW.id";
-    if (sChange == "DELETE")
-        return "'INSERT INTO " + sTable + "(" + sNames + ") VALUES('||" + sValues + "||')'";
-    return "'UPDATE " + sTable + " SET '" + sSettings + "||' WHERE id='||OLD.id";
+    if (change == "INSERT")
+        return "'DELETE FROM " + table + " WHERE id='||NEW.id";
+    if (change == "DELETE")
+        return "'INSERT INTO " + table + "(" + names + ") VALUES('||" + values + "||')'";
+    return "'UPDATE " + table + " SET '" + settings + "||' WHERE id='||OLD.id";
 }
 
 } // namespace
 
-Store::Store(std::string sPath) : m_oDatabase(std::move(sPath)) {
+Store::Store(std::string path) : m_database(std::move(path)) {
     Prepare();
     DropOrphans();
     Record();
 }
 
 std::string Store::DefaultPath() {
-    const char* sData = std::getenv("XDG_DATA_HOME");
-    if (sData && *sData == '/')
-        return std::string(sData) + "/corvane/studies/studies.sqlite";
-    const char* sHome = std::getenv("HOME");
-    return std::string(sHome ? sHome : "") + "/.local/share/corvane/studies/studies.sqlite";
+    const char* data = std::getenv("XDG_DATA_HOME");
+    if (data && *data == '/')
+        return std::string(data) + "/corvane/studies/studies.sqlite";
+    const char* home = std::getenv("HOME");
+    return std::string(home ? home : "") + "/.local/share/corvane/studies/studies.sqlite";
 }
 
 void Store::Prepare() {
-    m_oDatabase.Run("PRAGMA foreign_keys=ON");
+    m_database.Run("PRAGMA foreign_keys=ON");
     // Takes effect in a new file: what was dropped gives its room back.
-    m_oDatabase.Run("PRAGMA auto_vacuum=FULL");
-    Transaction oTransaction(m_oDatabase);
-    const std::int64_t nApplication = m_oDatabase.WholeOf("PRAGMA application_id");
-    std::int64_t nVersion = m_oDatabase.WholeOf("PRAGMA user_version");
-    if (m_oDatabase.WholeOf("SELECT count(*) FROM sqlite_master") == 0) {
-        m_oDatabase.Run(Schema);
-        nVersion = 1;
-    } else if (nApplication != ApplicationId) {
-        FailWith("The file “" + m_oDatabase.Path() + "” belongs to another program.");
-    } else if (nVersion > SchemaVersion) {
-        FailWith("The file “" + m_oDatabase.Path() + "” was written by a later version of Studies (" +
-                 std::to_string(nVersion) + "; this one knows " + std::to_string(SchemaVersion) + ").");
+    m_database.Run("PRAGMA auto_vacuum=FULL");
+    Transaction transaction(m_database);
+    const std::int64_t application = m_database.WholeOf("PRAGMA application_id");
+    std::int64_t version = m_database.WholeOf("PRAGMA user_version");
+    if (m_database.WholeOf("SELECT count(*) FROM sqlite_master") == 0) {
+        m_database.Run(Schema);
+        version = 1;
+    } else if (application != ApplicationId) {
+        FailWith("The file “" + m_database.Path() + "” belongs to another program.");
+    } else if (version > SchemaVersion) {
+        FailWith("The file “" + m_database.Path() + "” was written by a later version of Studies (" +
+                 std::to_string(version) + "; this one knows " + std::to_string(SchemaVersion) + ").");
     }
-    if (nVersion == 1)
-        m_oDatabase.Run(SecondSchema);
-    oTransaction.Commit();
-    Statement oCheck(m_oDatabase, "PRAGMA quick_check(1)");
-    if (oCheck.Step() && oCheck.Text(0) != "ok")
-        FailWith("The file “" + m_oDatabase.Path() + "” is damaged (" + oCheck.Text(0) +
+    if (version == 1)
+        m_database.Run(SecondSchema);
+    transaction.Commit();
+    Statement check(m_database, "PRAGMA quick_check(1)");
+    if (check.Step() && check.Text(0) != "ok")
+        FailWith("The file “" + m_database.Path() + "” is damaged (" + check.Text(0) +
                  "). Move it away to start with an empty one.");
 }
 
 // Temporary triggers, of this connection alone, write what undoes each change of a row.
 void Store::Record() {
-    m_oDatabase.Run("CREATE TEMP TABLE undo_log(position INTEGER PRIMARY KEY, statement TEXT NOT NULL)");
-    for (const std::string sTable : LoggedTables) {
-        std::vector<std::string> aColumns;
-        Statement oColumns(m_oDatabase, "SELECT name FROM pragma_table_info('" + sTable + "')");
-        while (oColumns.Step())
-            aColumns.push_back(oColumns.Text(0));
-        for (const std::string sChange : {"INSERT", "UPDATE", "DELETE"})
-            m_oDatabase.Run("CREATE TEMP TRIGGER log_" + sTable + "_" + sChange + " AFTER " + sChange + " ON main." +
-                            sTable + " BEGIN INSERT INTO undo_log(statement) VALUES(" +
-                            InverseOf(sChange, sTable, aColumns) + "); END");
+    m_database.Run("CREATE TEMP TABLE undo_log(position INTEGER PRIMARY KEY, statement TEXT NOT NULL)");
+    for (const std::string table : LoggedTables) {
+        std::vector<std::string> columnsList;
+        Statement columns(m_database, "SELECT name FROM pragma_table_info('" + table + "')");
+        while (columns.Step())
+            columnsList.push_back(columns.Text(0));
+        for (const std::string change : {"INSERT", "UPDATE", "DELETE"})
+            m_database.Run("CREATE TEMP TRIGGER log_" + table + "_" + change + " AFTER " + change + " ON main." +
+                           table + " BEGIN INSERT INTO undo_log(statement) VALUES(" +
+                           InverseOf(change, table, columnsList) + "); END");
     }
 }
 
 // The data of data sets that are gone. An open store keeps them, so that the deletion can be undone.
 void Store::DropOrphans() {
-    std::vector<std::string> aTables;
-    Statement oTables(m_oDatabase, "SELECT name FROM sqlite_master WHERE type='table' AND name GLOB 'data_[0-9]*'"
-                                   " AND name NOT IN (SELECT 'data_'||id FROM data_sets)");
-    while (oTables.Step())
-        aTables.push_back(oTables.Text(0));
-    if (aTables.empty())
+    std::vector<std::string> tablesList;
+    Statement tables(m_database, "SELECT name FROM sqlite_master WHERE type='table' AND name GLOB 'data_[0-9]*'"
+                                 " AND name NOT IN (SELECT 'data_'||id FROM data_sets)");
+    while (tables.Step())
+        tablesList.push_back(tables.Text(0));
+    if (tablesList.empty())
         return;
-    Transaction oTransaction(m_oDatabase);
-    for (const std::string& sTable : aTables)
-        m_oDatabase.Run("DROP TABLE " + sTable);
-    oTransaction.Commit();
+    Transaction transaction(m_database);
+    for (const std::string& table : tablesList)
+        m_database.Run("DROP TABLE " + table);
+    transaction.Commit();
 }
 
 std::vector<std::string> Store::TakeLog() {
-    std::vector<std::string> aStatements;
-    Statement oLog(m_oDatabase, "SELECT statement FROM undo_log ORDER BY position DESC");
-    while (oLog.Step())
-        aStatements.push_back(oLog.Text(0));
-    return aStatements;
+    std::vector<std::string> statements;
+    Statement log(m_database, "SELECT statement FROM undo_log ORDER BY position DESC");
+    while (log.Step())
+        statements.push_back(log.Text(0));
+    return statements;
 }
 
-void Store::Perform(std::string sLabel, const std::function<void()>& fnChange) {
-    Transaction oTransaction(m_oDatabase);
-    m_oDatabase.Run("DELETE FROM undo_log");
-    fnChange();
-    Step oStep{std::move(sLabel), TakeLog()};
-    oTransaction.Commit();
-    m_aUndo.push_back(std::move(oStep));
-    m_aRedo.clear();
+void Store::Perform(std::string label, const std::function<void()>& change) {
+    Transaction transaction(m_database);
+    m_database.Run("DELETE FROM undo_log");
+    change();
+    Step step{std::move(label), TakeLog()};
+    transaction.Commit();
+    m_undo.push_back(std::move(step));
+    m_redo.clear();
 }
 
-void Store::TakeBack(std::vector<Step>& aFrom, std::vector<Step>& aTo) {
-    if (aFrom.empty())
+void Store::TakeBack(std::vector<Step>& from, std::vector<Step>& to) {
+    if (from.empty())
         return;
-    Transaction oTransaction(m_oDatabase);
-    m_oDatabase.Run("DELETE FROM undo_log");
-    for (const std::string& sStatement : aFrom.back().aStatements)
-        m_oDatabase.Run(sStatement);
+    Transaction transaction(m_database);
+    m_database.Run("DELETE FROM undo_log");
+    for (const std::string& statement : from.back().statements)
+        m_database.Run(statement);
     CheckData();
-    Step oInverse{aFrom.back().sLabel, TakeLog()};
-    oTransaction.Commit();
-    ++m_nDataRevision;
-    aTo.push_back(std::move(oInverse));
-    aFrom.pop_back();
+    Step inverse{from.back().label, TakeLog()};
+    transaction.Commit();
+    ++m_dataRevision;
+    to.push_back(std::move(inverse));
+    from.pop_back();
 }
 
 void Store::Undo() {
-    TakeBack(m_aUndo, m_aRedo);
+    TakeBack(m_undo, m_redo);
 }
 
 void Store::Redo() {
-    TakeBack(m_aRedo, m_aUndo);
+    TakeBack(m_redo, m_undo);
 }
 
 void Store::ForgetSteps() {
-    m_aUndo.clear();
-    m_aRedo.clear();
+    m_undo.clear();
+    m_redo.clear();
     DropOrphans();
 }
 
 // Another program that opened the file meanwhile has dropped the data of deleted data sets.
 void Store::CheckData() {
-    if (m_oDatabase.WholeOf("SELECT count(*) FROM data_sets WHERE 'data_'||id NOT IN"
-                            " (SELECT name FROM sqlite_master)") != 0)
+    if (m_database.WholeOf("SELECT count(*) FROM data_sets WHERE 'data_'||id NOT IN"
+                           " (SELECT name FROM sqlite_master)") != 0)
         FailWith("This can't be undone: the data have been deleted since the file was opened elsewhere.");
 }
 
-void Store::CheckExists(std::string_view sTable, Id nId) {
-    Statement oFound(m_oDatabase, "SELECT 1 FROM " + std::string(sTable) + " WHERE id=?");
-    if (!oFound.Bind(nId).Step())
+void Store::CheckExists(std::string_view table, Id id) {
+    Statement found(m_database, "SELECT 1 FROM " + std::string(table) + " WHERE id=?");
+    if (!found.Bind(id).Step())
         FailWith("The selection no longer exists.");
 }
 
-std::string Store::NameProblem(std::string_view sName, Id nStudyId) {
-    if (sName.find_first_not_of(' ') == std::string_view::npos)
+std::string Store::NameProblem(std::string_view name, Id studyId) {
+    if (name.find_first_not_of(' ') == std::string_view::npos)
         return "A study needs a name.";
-    if (sName.front() == ' ' || sName.back() == ' ')
+    if (name.front() == ' ' || name.back() == ' ')
         return "A study's name can't begin or end with a space.";
-    if (sName.front() == '#')
+    if (name.front() == '#')
         return "A study's name can't begin with “#”.";
-    if (sName.size() > LongestName)
+    if (name.size() > LongestName)
         return "A study's name has at most " + std::to_string(LongestName) + " letters.";
-    if (std::any_of(sName.begin(), sName.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
+    if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
         return "A study's name must be on one line.";
-    Statement oTaken(m_oDatabase, "SELECT 1 FROM studies WHERE name_key=? AND id<>?");
-    if (oTaken.Bind(corvane::FoldText(sName)).Bind(nStudyId).Step())
-        return "There is a study “" + std::string(sName) + "” already.";
+    Statement taken(m_database, "SELECT 1 FROM studies WHERE name_key=? AND id<>?");
+    if (taken.Bind(corvane::FoldText(name)).Bind(studyId).Step())
+        return "There is a study “" + std::string(name) + "” already.";
     return {};
 }
 
-std::string Store::FreeName(std::string_view sBase, bool bNumberFirst) {
-    const std::string sName(sBase);
-    if (!bNumberFirst && NameProblem(sName).empty())
-        return sName;
-    for (int n = bNumberFirst ? 1 : 2;; ++n) {
-        const std::string sNumbered = sName + " " + std::to_string(n);
-        Statement oTaken(m_oDatabase, "SELECT 1 FROM studies WHERE name_key=?");
-        if (!oTaken.Bind(corvane::FoldText(sNumbered)).Step())
-            return sNumbered;
+std::string Store::FreeName(std::string_view base, bool numberFirst) {
+    const std::string name(base);
+    if (!numberFirst && NameProblem(name).empty())
+        return name;
+    for (int n = numberFirst ? 1 : 2;; ++n) {
+        const std::string numbered = name + " " + std::to_string(n);
+        Statement taken(m_database, "SELECT 1 FROM studies WHERE name_key=?");
+        if (!taken.Bind(corvane::FoldText(numbered)).Step())
+            return numbered;
     }
 }
 

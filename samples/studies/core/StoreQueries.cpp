@@ -14,286 +14,285 @@ constexpr const char* AnalysisColumns =
     "SELECT id, study_id, data_set_id, name, kind, group_column, x_column, y_column, first_group, second_group,"
     " figure, bins, confidence, resamples, seed FROM analyses";
 
-DataSet DataSetIn(const Statement& oRow) {
-    return {oRow.Whole(0), oRow.Whole(1), oRow.Text(2), oRow.Text(3), oRow.Whole(4), oRow.Text(5)};
+DataSet DataSetIn(const Statement& row) {
+    return {row.Whole(0), row.Whole(1), row.Text(2), row.Text(3), row.Whole(4), row.Text(5)};
 }
 
-Analysis AnalysisIn(const Statement& oRow) {
-    AnalysisSettings oSettings;
-    oSettings.eKind = AnalysisKindOf(oRow.Text(4));
-    oSettings.sGroupColumn = oRow.Text(5);
-    oSettings.sColumnX = oRow.Text(6);
-    oSettings.sColumnY = oRow.Text(7);
-    oSettings.sFirstGroup = oRow.Text(8);
-    oSettings.sSecondGroup = oRow.Text(9);
-    oSettings.oBootstrap.eFigure = BootstrapFigureOf(oRow.Text(10));
-    oSettings.nBins = static_cast<int>(oRow.Whole(11));
-    oSettings.oBootstrap.dblConfidence = oRow.Number(12);
-    oSettings.oBootstrap.nResamples = static_cast<int>(oRow.Whole(13));
-    oSettings.oBootstrap.nSeed = static_cast<std::uint64_t>(oRow.Whole(14));
-    return {oRow.Whole(0), oRow.Whole(1), oRow.Whole(2), oRow.Text(3), std::move(oSettings)};
+Analysis AnalysisIn(const Statement& row) {
+    AnalysisSettings settings;
+    settings.kind = AnalysisKindOf(row.Text(4));
+    settings.groupColumn = row.Text(5);
+    settings.columnX = row.Text(6);
+    settings.columnY = row.Text(7);
+    settings.firstGroup = row.Text(8);
+    settings.secondGroup = row.Text(9);
+    settings.bootstrap.figure = BootstrapFigureOf(row.Text(10));
+    settings.bins = static_cast<int>(row.Whole(11));
+    settings.bootstrap.confidence = row.Number(12);
+    settings.bootstrap.resamples = static_cast<int>(row.Whole(13));
+    settings.bootstrap.seed = static_cast<std::uint64_t>(row.Whole(14));
+    return {row.Whole(0), row.Whole(1), row.Whole(2), row.Text(3), std::move(settings)};
 }
 
 // A filter of a column: "?" and what is bound to it.
 struct Condition {
-    std::string sSql;
-    std::string sText;
-    std::optional<double> dblNumber;
+    std::string sql;
+    std::string text;
+    std::optional<double> number;
 };
 
-std::string EscapedForLike(std::string_view sText) {
-    std::string sEscaped;
-    for (const char c : sText) {
+std::string EscapedForLike(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
         if (c == '%' || c == '_' || c == '\\')
-            sEscaped += '\\';
-        sEscaped += c;
+            escaped += '\\';
+        escaped += c;
     }
-    return sEscaped;
+    return escaped;
 }
 
-Condition ContainsCondition(const std::string& sColumn, const Column& oColumn, std::string_view sFilter) {
+Condition ContainsCondition(const std::string& columnName, const Column& column, std::string_view filter) {
     // A whole number is stored as a real one, whose text ends in ".0".
-    const std::string sValue = oColumn.eType == ColumnType::Whole ? "CAST(" + sColumn + " AS INTEGER)" : sColumn;
-    return {sValue + " LIKE ? ESCAPE '\\'", "%" + EscapedForLike(sFilter) + "%", std::nullopt};
+    const std::string value = column.type == ColumnType::Whole ? "CAST(" + columnName + " AS INTEGER)" : columnName;
+    return {value + " LIKE ? ESCAPE '\\'", "%" + EscapedForLike(filter) + "%", std::nullopt};
 }
 
-Condition ConditionOf(const std::string& sColumn, const Column& oColumn, std::string_view sFilter) {
-    for (const std::string_view sOperator : {"<>", "<=", ">=", "=", "<", ">"}) {
-        if (sFilter.substr(0, sOperator.size()) != sOperator)
+Condition ConditionOf(const std::string& columnName, const Column& column, std::string_view filter) {
+    for (const std::string_view operatorText : {"<>", "<=", ">=", "=", "<", ">"}) {
+        if (filter.substr(0, operatorText.size()) != operatorText)
             continue;
-        std::string_view sValue = sFilter.substr(sOperator.size());
-        while (!sValue.empty() && sValue.front() == ' ')
-            sValue.remove_prefix(1);
-        if (sValue.empty() && sOperator == "=")
-            return {sColumn + " IS NULL", {}, std::nullopt};
-        if (sValue.empty() && sOperator == "<>")
-            return {sColumn + " IS NOT NULL", {}, std::nullopt};
-        if (sValue.empty())
-            FailWith("A value is missing after “" + std::string(sOperator) + "”.");
-        Condition oCondition{sColumn + " " + std::string(sOperator) + " ?", std::string(sValue), std::nullopt};
-        if (!oColumn.IsNumeric()) {
-            oCondition.sSql += " COLLATE NOCASE";
-            return oCondition;
+        std::string_view value = filter.substr(operatorText.size());
+        while (!value.empty() && value.front() == ' ')
+            value.remove_prefix(1);
+        if (value.empty() && operatorText == "=")
+            return {columnName + " IS NULL", {}, std::nullopt};
+        if (value.empty() && operatorText == "<>")
+            return {columnName + " IS NOT NULL", {}, std::nullopt};
+        if (value.empty())
+            FailWith("A value is missing after “" + std::string(operatorText) + "”.");
+        Condition condition{columnName + " " + std::string(operatorText) + " ?", std::string(value), std::nullopt};
+        if (!column.IsNumeric()) {
+            condition.sql += " COLLATE NOCASE";
+            return condition;
         }
-        oCondition.dblNumber = NumberOf(sValue);
-        if (!oCondition.dblNumber)
-            FailWith("“" + std::string(sValue) + "” isn't a number, and “" + oColumn.sName + "” is a numeric column.");
-        return oCondition;
+        condition.number = NumberOf(value);
+        if (!condition.number)
+            FailWith("“" + std::string(value) + "” isn't a number, and “" + column.name + "” is a numeric column.");
+        return condition;
     }
-    return ContainsCondition(sColumn, oColumn, sFilter);
+    return ContainsCondition(columnName, column, filter);
 }
 
-std::vector<Condition> ConditionsOf(const std::vector<Column>& aColumns, const RowView& oView) {
-    std::vector<Condition> aConditions;
-    if (oView.sFilter.empty())
-        return aConditions;
-    for (std::size_t i = 0; i < aColumns.size(); ++i) {
-        const std::string sColumn = "c" + std::to_string(i);
-        if (oView.iFilterColumn < 0)
-            aConditions.push_back(ContainsCondition(sColumn, aColumns[i], oView.sFilter));
-        else if (static_cast<std::size_t>(oView.iFilterColumn) == i)
-            aConditions.push_back(ConditionOf(sColumn, aColumns[i], oView.sFilter));
+std::vector<Condition> ConditionsOf(const std::vector<Column>& columns, const RowView& view) {
+    std::vector<Condition> conditions;
+    if (view.filter.empty())
+        return conditions;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const std::string column = "c" + std::to_string(i);
+        if (view.filterColumn < 0)
+            conditions.push_back(ContainsCondition(column, columns[i], view.filter));
+        else if (static_cast<std::size_t>(view.filterColumn) == i)
+            conditions.push_back(ConditionOf(column, columns[i], view.filter));
     }
-    return aConditions;
+    return conditions;
 }
 
-void AddRow(Table& oTable, const Statement& oRow) {
-    int iColumn = 0;
-    for (Column& oColumn : oTable.aColumns) {
-        if (oColumn.IsNumeric())
-            oColumn.aNumbers.push_back(oRow.Number(++iColumn));
+void AddRow(Table& table, const Statement& row) {
+    int columnIndex = 0;
+    for (Column& column : table.columns) {
+        if (column.IsNumeric())
+            column.numbers.push_back(row.Number(++columnIndex));
         else
-            oColumn.aTexts.push_back(oRow.Text(++iColumn));
+            column.texts.push_back(row.Text(++columnIndex));
     }
-    ++oTable.nRows;
+    ++table.rows;
 }
 
-std::string DataTable(Id nDataSetId) {
-    return "data_" + std::to_string(nDataSetId);
+std::string DataTable(Id dataSetId) {
+    return "data_" + std::to_string(dataSetId);
 }
 
 } // namespace
 
 std::vector<Study> Store::Studies() {
-    std::vector<Study> aStudies;
-    Statement oRows(m_oDatabase, "SELECT id, name, notes FROM studies ORDER BY id");
-    while (oRows.Step())
-        aStudies.push_back({oRows.Whole(0), oRows.Text(1), oRows.Text(2)});
-    return aStudies;
+    std::vector<Study> studies;
+    Statement rows(m_database, "SELECT id, name, notes FROM studies ORDER BY id");
+    while (rows.Step())
+        studies.push_back({rows.Whole(0), rows.Text(1), rows.Text(2)});
+    return studies;
 }
 
-std::vector<DataSet> Store::DataSets(Id nStudyId) {
-    std::vector<DataSet> aDataSets;
-    Statement oRows(m_oDatabase, std::string(DataSetColumns) + " WHERE study_id=? ORDER BY id");
-    oRows.Bind(nStudyId);
-    while (oRows.Step())
-        aDataSets.push_back(DataSetIn(oRows));
-    return aDataSets;
+std::vector<DataSet> Store::DataSets(Id studyId) {
+    std::vector<DataSet> dataSets;
+    Statement rows(m_database, std::string(DataSetColumns) + " WHERE study_id=? ORDER BY id");
+    rows.Bind(studyId);
+    while (rows.Step())
+        dataSets.push_back(DataSetIn(rows));
+    return dataSets;
 }
 
-std::vector<Analysis> Store::Analyses(Id nStudyId) {
-    std::vector<Analysis> aAnalyses;
-    Statement oRows(m_oDatabase, std::string(AnalysisColumns) + " WHERE study_id=? ORDER BY id");
-    oRows.Bind(nStudyId);
-    while (oRows.Step())
-        aAnalyses.push_back(AnalysisIn(oRows));
-    return aAnalyses;
+std::vector<Analysis> Store::Analyses(Id studyId) {
+    std::vector<Analysis> analyses;
+    Statement rows(m_database, std::string(AnalysisColumns) + " WHERE study_id=? ORDER BY id");
+    rows.Bind(studyId);
+    while (rows.Step())
+        analyses.push_back(AnalysisIn(rows));
+    return analyses;
 }
 
-Study Store::StudyOf(Id nStudyId) {
-    CheckExists("studies", nStudyId);
-    Statement oRow(m_oDatabase, "SELECT name, notes FROM studies WHERE id=?");
-    oRow.Bind(nStudyId).Step();
-    return {nStudyId, oRow.Text(0), oRow.Text(1)};
+Study Store::StudyOf(Id studyId) {
+    CheckExists("studies", studyId);
+    Statement row(m_database, "SELECT name, notes FROM studies WHERE id=?");
+    row.Bind(studyId).Step();
+    return {studyId, row.Text(0), row.Text(1)};
 }
 
-DataSet Store::DataSetOf(Id nDataSetId) {
-    CheckExists("data_sets", nDataSetId);
-    Statement oRow(m_oDatabase, std::string(DataSetColumns) + " WHERE id=?");
-    oRow.Bind(nDataSetId).Step();
-    return DataSetIn(oRow);
+DataSet Store::DataSetOf(Id dataSetId) {
+    CheckExists("data_sets", dataSetId);
+    Statement row(m_database, std::string(DataSetColumns) + " WHERE id=?");
+    row.Bind(dataSetId).Step();
+    return DataSetIn(row);
 }
 
-Analysis Store::AnalysisOf(Id nAnalysisId) {
-    CheckExists("analyses", nAnalysisId);
-    Statement oRow(m_oDatabase, std::string(AnalysisColumns) + " WHERE id=?");
-    oRow.Bind(nAnalysisId).Step();
-    return AnalysisIn(oRow);
+Analysis Store::AnalysisOf(Id analysisId) {
+    CheckExists("analyses", analysisId);
+    Statement row(m_database, std::string(AnalysisColumns) + " WHERE id=?");
+    row.Bind(analysisId).Step();
+    return AnalysisIn(row);
 }
 
-bool Store::HasDataSet(Id nDataSetId) {
-    return Statement(m_oDatabase, "SELECT 1 FROM data_sets WHERE id=?").Bind(nDataSetId).Step();
+bool Store::HasDataSet(Id dataSetId) {
+    return Statement(m_database, "SELECT 1 FROM data_sets WHERE id=?").Bind(dataSetId).Step();
 }
 
-bool Store::HasAnalysis(Id nAnalysisId) {
-    return Statement(m_oDatabase, "SELECT 1 FROM analyses WHERE id=?").Bind(nAnalysisId).Step();
+bool Store::HasAnalysis(Id analysisId) {
+    return Statement(m_database, "SELECT 1 FROM analyses WHERE id=?").Bind(analysisId).Step();
 }
 
-std::vector<Column> Store::Columns(Id nDataSetId) {
-    std::vector<Column> aColumns;
-    Statement oRows(m_oDatabase, "SELECT name, type, unit FROM data_columns WHERE data_set_id=? ORDER BY position");
-    oRows.Bind(nDataSetId);
-    while (oRows.Step())
-        aColumns.push_back({oRows.Text(0), ColumnTypeOf(oRows.Text(1)), {}, {}, oRows.Text(2)});
-    return aColumns;
+std::vector<Column> Store::Columns(Id dataSetId) {
+    std::vector<Column> columns;
+    Statement rows(m_database, "SELECT name, type, unit FROM data_columns WHERE data_set_id=? ORDER BY position");
+    rows.Bind(dataSetId);
+    while (rows.Step())
+        columns.push_back({rows.Text(0), ColumnTypeOf(rows.Text(1)), {}, {}, rows.Text(2)});
+    return columns;
 }
 
-Table Store::ReadDataSet(Id nDataSetId) {
-    CheckExists("data_sets", nDataSetId);
-    Table oTable;
-    oTable.aColumns = Columns(nDataSetId);
-    Statement oRows(m_oDatabase, "SELECT * FROM " + DataTable(nDataSetId) + " ORDER BY id");
-    while (oRows.Step())
-        AddRow(oTable, oRows);
-    return oTable;
+Table Store::ReadDataSet(Id dataSetId) {
+    CheckExists("data_sets", dataSetId);
+    Table table;
+    table.columns = Columns(dataSetId);
+    Statement rows(m_database, "SELECT * FROM " + DataTable(dataSetId) + " ORDER BY id");
+    while (rows.Step())
+        AddRow(table, rows);
+    return table;
 }
 
-std::vector<Id> Store::RowIds(Id nDataSetId, const RowView& oView) {
-    CheckExists("data_sets", nDataSetId);
-    const std::vector<Column> aColumns = Columns(nDataSetId);
-    const std::vector<Condition> aConditions = ConditionsOf(aColumns, oView);
-    std::string sSql = "SELECT id FROM " + DataTable(nDataSetId);
-    for (const Condition& oCondition : aConditions)
-        sSql += (&oCondition == &aConditions.front() ? " WHERE " : " OR ") + oCondition.sSql;
-    if (oView.iSortColumn >= 0 && static_cast<std::size_t>(oView.iSortColumn) < aColumns.size()) {
+std::vector<Id> Store::RowIds(Id dataSetId, const RowView& view) {
+    CheckExists("data_sets", dataSetId);
+    const std::vector<Column> columns = Columns(dataSetId);
+    const std::vector<Condition> conditions = ConditionsOf(columns, view);
+    std::string sql = "SELECT id FROM " + DataTable(dataSetId);
+    for (const Condition& condition : conditions)
+        sql += (&condition == &conditions.front() ? " WHERE " : " OR ") + condition.sql;
+    if (view.sortColumn >= 0 && static_cast<std::size_t>(view.sortColumn) < columns.size()) {
         // What is missing comes last, whichever way the rows go.
-        const std::string sColumn = "c" + std::to_string(oView.iSortColumn);
-        const bool bText = !aColumns[static_cast<std::size_t>(oView.iSortColumn)].IsNumeric();
-        sSql += " ORDER BY " + sColumn + " IS NULL, " + sColumn + (bText ? " COLLATE NOCASE" : "") +
-                (oView.bDescending ? " DESC" : "") + ", id";
+        const std::string column = "c" + std::to_string(view.sortColumn);
+        const bool text = !columns[static_cast<std::size_t>(view.sortColumn)].IsNumeric();
+        sql += " ORDER BY " + column + " IS NULL, " + column + (text ? " COLLATE NOCASE" : "") +
+               (view.descending ? " DESC" : "") + ", id";
     } else {
-        sSql += " ORDER BY id";
+        sql += " ORDER BY id";
     }
-    Statement oRows(m_oDatabase, sSql);
-    for (const Condition& oCondition : aConditions) {
-        if (oCondition.dblNumber)
-            oRows.Bind(*oCondition.dblNumber);
-        else if (oCondition.sSql.find('?') != std::string::npos)
-            oRows.Bind(oCondition.sText);
+    Statement rows(m_database, sql);
+    for (const Condition& condition : conditions) {
+        if (condition.number)
+            rows.Bind(*condition.number);
+        else if (condition.sql.find('?') != std::string::npos)
+            rows.Bind(condition.text);
     }
-    std::vector<Id> aIds;
-    while (oRows.Step())
-        aIds.push_back(oRows.Whole(0));
-    return aIds;
+    std::vector<Id> ids;
+    while (rows.Step())
+        ids.push_back(rows.Whole(0));
+    return ids;
 }
 
-Table Store::ReadRows(Id nDataSetId, std::span<const Id> aRowIds) {
-    CheckExists("data_sets", nDataSetId);
-    Table oTable;
-    oTable.aColumns = Columns(nDataSetId);
-    Statement oRow(m_oDatabase, "SELECT * FROM " + DataTable(nDataSetId) + " WHERE id=?");
-    for (const Id nRowId : aRowIds) {
-        if (!oRow.Bind(nRowId).Step())
+Table Store::ReadRows(Id dataSetId, std::span<const Id> rowIds) {
+    CheckExists("data_sets", dataSetId);
+    Table table;
+    table.columns = Columns(dataSetId);
+    Statement row(m_database, "SELECT * FROM " + DataTable(dataSetId) + " WHERE id=?");
+    for (const Id rowId : rowIds) {
+        if (!row.Bind(rowId).Step())
             FailWith("A row no longer exists.");
-        AddRow(oTable, oRow);
-        oRow.Run();
+        AddRow(table, row);
+        row.Run();
     }
-    return oTable;
+    return table;
 }
 
-std::string Store::CellProblem(const Column& oColumn, std::string_view sText) {
-    if (sText.empty() || !oColumn.IsNumeric())
+std::string Store::CellProblem(const Column& column, std::string_view text) {
+    if (text.empty() || !column.IsNumeric())
         return {};
-    const std::optional<double> dblValue = NumberOf(sText);
-    if (!dblValue)
-        return "“" + std::string(sText) + "” isn't a number, and “" + oColumn.sName + "” is a numeric column.";
-    if (oColumn.eType == ColumnType::Whole && std::trunc(*dblValue) != *dblValue)
-        return "“" + std::string(sText) + "” isn't a whole number, and “" + oColumn.sName +
+    const std::optional<double> value = NumberOf(text);
+    if (!value)
+        return "“" + std::string(text) + "” isn't a number, and “" + column.name + "” is a numeric column.";
+    if (column.type == ColumnType::Whole && std::trunc(*value) != *value)
+        return "“" + std::string(text) + "” isn't a whole number, and “" + column.name +
                "” is a column of whole numbers.";
     return {};
 }
 
-void Store::SetCells(Id nDataSetId, const std::vector<CellChange>& aChanges) {
-    CheckExists("data_sets", nDataSetId);
-    const std::vector<Column> aColumns = Columns(nDataSetId);
-    for (const CellChange& oChange : aChanges) {
-        if (const std::string sProblem =
-                CellProblem(aColumns.at(static_cast<std::size_t>(oChange.iColumn)), oChange.sText);
-            !sProblem.empty())
-            FailWith(sProblem);
-        RecordCells(nDataSetId, oChange.iColumn);
+void Store::SetCells(Id dataSetId, const std::vector<CellChange>& changes) {
+    CheckExists("data_sets", dataSetId);
+    const std::vector<Column> columns = Columns(dataSetId);
+    for (const CellChange& change : changes) {
+        if (const std::string problem = CellProblem(columns.at(static_cast<std::size_t>(change.column)), change.text);
+            !problem.empty())
+            FailWith(problem);
+        RecordCells(dataSetId, change.column);
     }
-    Perform(aChanges.size() == 1 ? "Change Value" : "Change Values", [&] {
-        for (const CellChange& oChange : aChanges) {
-            Statement oUpdate(m_oDatabase, "UPDATE " + DataTable(nDataSetId) + " SET c" +
-                                               std::to_string(oChange.iColumn) + "=? WHERE id=?");
-            if (oChange.sText.empty())
-                oUpdate.BindNull();
-            else if (aColumns[static_cast<std::size_t>(oChange.iColumn)].IsNumeric())
-                oUpdate.Bind(*NumberOf(oChange.sText));
+    Perform(changes.size() == 1 ? "Change Value" : "Change Values", [&] {
+        for (const CellChange& change : changes) {
+            Statement update(m_database, "UPDATE " + DataTable(dataSetId) + " SET c" + std::to_string(change.column) +
+                                             "=? WHERE id=?");
+            if (change.text.empty())
+                update.BindNull();
+            else if (columns[static_cast<std::size_t>(change.column)].IsNumeric())
+                update.Bind(*NumberOf(change.text));
             else
-                oUpdate.Bind(oChange.sText);
-            oUpdate.Bind(oChange.nRowId).Run();
+                update.Bind(change.text);
+            update.Bind(change.rowId).Run();
         }
     });
-    ++m_nDataRevision;
+    ++m_dataRevision;
 }
 
 // From now on changes of that column are undone. Only columns that are edited have such a trigger: one for all columns
 // would be longer than SQLite takes.
-void Store::RecordCells(Id nDataSetId, int iColumn) {
-    const std::string sTable = DataTable(nDataSetId);
-    const std::string sColumn = "c" + std::to_string(iColumn);
-    m_oDatabase.Run("CREATE TEMP TRIGGER IF NOT EXISTS log_" + sTable + "_" + sColumn + " AFTER UPDATE OF " + sColumn +
-                    " ON main." + sTable + " BEGIN INSERT INTO undo_log(statement) VALUES('UPDATE " + sTable + " SET " +
-                    sColumn + "='||quote(OLD." + sColumn + ")||' WHERE id='||OLD.id); END");
+void Store::RecordCells(Id dataSetId, int columnIndex) {
+    const std::string table = DataTable(dataSetId);
+    const std::string column = "c" + std::to_string(columnIndex);
+    m_database.Run("CREATE TEMP TRIGGER IF NOT EXISTS log_" + table + "_" + column + " AFTER UPDATE OF " + column +
+                   " ON main." + table + " BEGIN INSERT INTO undo_log(statement) VALUES('UPDATE " + table + " SET " +
+                   column + "='||quote(OLD." + column + ")||' WHERE id='||OLD.id); END");
 }
 
-std::string Store::FreeDataSetName(std::string_view sBase, Id nStudyId) {
-    std::string sName(sBase);
-    for (int n = 2; !DataSetNameProblem(sName, nStudyId).empty(); ++n)
-        sName = std::string(sBase) + " " + std::to_string(n);
-    return sName;
+std::string Store::FreeDataSetName(std::string_view base, Id studyId) {
+    std::string name(base);
+    for (int n = 2; !DataSetNameProblem(name, studyId).empty(); ++n)
+        name = std::string(base) + " " + std::to_string(n);
+    return name;
 }
 
-std::string Store::DataSetNameProblem(std::string_view sName, Id nStudyId, Id nDataSetId) {
-    if (sName.find_first_not_of(' ') == std::string_view::npos)
+std::string Store::DataSetNameProblem(std::string_view name, Id studyId, Id dataSetId) {
+    if (name.find_first_not_of(' ') == std::string_view::npos)
         return "A data set needs a name.";
-    if (std::any_of(sName.begin(), sName.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
+    if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
         return "A data set's name must be on one line.";
-    for (const DataSet& oDataSet : DataSets(nStudyId))
-        if (oDataSet.nId != nDataSetId && corvane::EqualText(oDataSet.sName, sName))
-            return "The study has a data set “" + oDataSet.sName + "” already.";
+    for (const DataSet& dataSet : DataSets(studyId))
+        if (dataSet.id != dataSetId && corvane::EqualText(dataSet.name, name))
+            return "The study has a data set “" + dataSet.name + "” already.";
     return {};
 }
 

@@ -9,218 +9,218 @@ namespace {
 
 constexpr std::size_t MostColumns = 1000;
 
-std::string DataTable(Id nDataSetId) {
-    return "data_" + std::to_string(nDataSetId);
+std::string DataTable(Id dataSetId) {
+    return "data_" + std::to_string(dataSetId);
 }
 
-std::string DataTableSql(Id nDataSetId, const std::vector<Column>& aColumns) {
-    std::string sSql = "CREATE TABLE " + DataTable(nDataSetId) + "(id INTEGER PRIMARY KEY";
-    for (std::size_t i = 0; i < aColumns.size(); ++i)
-        sSql += ", c" + std::to_string(i) + (aColumns[i].IsNumeric() ? " REAL" : " TEXT");
-    return sSql + ")";
+std::string DataTableSql(Id dataSetId, const std::vector<Column>& columns) {
+    std::string sql = "CREATE TABLE " + DataTable(dataSetId) + "(id INTEGER PRIMARY KEY";
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        sql += ", c" + std::to_string(i) + (columns[i].IsNumeric() ? " REAL" : " TEXT");
+    return sql + ")";
 }
 
 // The statement begins with the places of the name and the settings; the numbers follow them.
-void WriteAnalysis(Database& oDatabase, std::string_view sSql, std::string_view sName,
-                   const AnalysisSettings& oSettings, std::initializer_list<Id> aNumbers) {
-    Statement oWrite(oDatabase, sSql);
-    oWrite.Bind(sName).Bind(NameOf(oSettings.eKind));
-    for (const std::string* pText : {&oSettings.sGroupColumn, &oSettings.sColumnX, &oSettings.sColumnY,
-                                     &oSettings.sFirstGroup, &oSettings.sSecondGroup})
-        oWrite.Bind(*pText);
-    oWrite.Bind(NameOf(oSettings.oBootstrap.eFigure)).Bind(std::int64_t{oSettings.nBins});
-    oWrite.Bind(oSettings.oBootstrap.dblConfidence).Bind(std::int64_t{oSettings.oBootstrap.nResamples});
-    oWrite.Bind(static_cast<std::int64_t>(oSettings.oBootstrap.nSeed));
-    for (const Id nNumber : aNumbers)
-        oWrite.Bind(nNumber);
-    oWrite.Run();
+void WriteAnalysis(Database& database, std::string_view sql, std::string_view name, const AnalysisSettings& settings,
+                   std::initializer_list<Id> numbers) {
+    Statement write(database, sql);
+    write.Bind(name).Bind(NameOf(settings.kind));
+    for (const std::string* text :
+         {&settings.groupColumn, &settings.columnX, &settings.columnY, &settings.firstGroup, &settings.secondGroup})
+        write.Bind(*text);
+    write.Bind(NameOf(settings.bootstrap.figure)).Bind(std::int64_t{settings.bins});
+    write.Bind(settings.bootstrap.confidence).Bind(std::int64_t{settings.bootstrap.resamples});
+    write.Bind(static_cast<std::int64_t>(settings.bootstrap.seed));
+    for (const Id number : numbers)
+        write.Bind(number);
+    write.Run();
 }
 
 } // namespace
 
-Id Store::CreateStudy(std::string_view sName) {
-    Id nId = 0;
+Id Store::CreateStudy(std::string_view name) {
+    Id id = 0;
     Perform("New Study", [&] {
-        if (const std::string sProblem = NameProblem(sName); !sProblem.empty())
-            FailWith(sProblem);
-        Statement oInsert(m_oDatabase, "INSERT INTO studies(name, name_key) VALUES(?,?)");
-        oInsert.Bind(sName).Bind(corvane::FoldText(sName)).Run();
-        nId = m_oDatabase.LastId();
+        if (const std::string problem = NameProblem(name); !problem.empty())
+            FailWith(problem);
+        Statement insert(m_database, "INSERT INTO studies(name, name_key) VALUES(?,?)");
+        insert.Bind(name).Bind(corvane::FoldText(name)).Run();
+        id = m_database.LastId();
     });
-    return nId;
+    return id;
 }
 
-void Store::RenameStudy(Id nStudyId, std::string_view sName) {
+void Store::RenameStudy(Id studyId, std::string_view name) {
     Perform("Rename Study", [&] {
-        CheckExists("studies", nStudyId);
-        if (const std::string sProblem = NameProblem(sName, nStudyId); !sProblem.empty())
-            FailWith(sProblem);
-        Statement oUpdate(m_oDatabase, "UPDATE studies SET name=?, name_key=? WHERE id=?");
-        oUpdate.Bind(sName).Bind(corvane::FoldText(sName)).Bind(nStudyId).Run();
+        CheckExists("studies", studyId);
+        if (const std::string problem = NameProblem(name, studyId); !problem.empty())
+            FailWith(problem);
+        Statement update(m_database, "UPDATE studies SET name=?, name_key=? WHERE id=?");
+        update.Bind(name).Bind(corvane::FoldText(name)).Bind(studyId).Run();
     });
 }
 
-void Store::DeleteStudy(Id nStudyId) {
+void Store::DeleteStudy(Id studyId) {
     Perform("Delete Study", [&] {
-        CheckExists("studies", nStudyId);
-        for (const char* sSql : {"DELETE FROM analyses WHERE study_id=?",
-                                 "DELETE FROM data_columns WHERE data_set_id IN"
-                                 " (SELECT id FROM data_sets WHERE study_id=?)",
-                                 "DELETE FROM data_sets WHERE study_id=?", "DELETE FROM studies WHERE id=?"})
-            Statement(m_oDatabase, sSql).Bind(nStudyId).Run();
+        CheckExists("studies", studyId);
+        for (const char* sql : {"DELETE FROM analyses WHERE study_id=?",
+                                "DELETE FROM data_columns WHERE data_set_id IN"
+                                " (SELECT id FROM data_sets WHERE study_id=?)",
+                                "DELETE FROM data_sets WHERE study_id=?", "DELETE FROM studies WHERE id=?"})
+            Statement(m_database, sql).Bind(studyId).Run();
     });
 }
 
-Id Store::DuplicateStudy(Id nStudyId) {
-    Id nCopyId = 0;
+Id Store::DuplicateStudy(Id studyId) {
+    Id copyId = 0;
     Perform("Duplicate Study", [&] {
-        const std::string sName = FreeName("Copy of " + StudyOf(nStudyId).sName, false);
-        if (const std::string sProblem = NameProblem(sName); !sProblem.empty())
-            FailWith(sProblem);
-        Statement oInsert(m_oDatabase, "INSERT INTO studies(name, name_key, notes)"
-                                       " SELECT ?, ?, notes FROM studies WHERE id=?");
-        oInsert.Bind(sName).Bind(corvane::FoldText(sName)).Bind(nStudyId).Run();
-        nCopyId = m_oDatabase.LastId();
-        std::map<Id, Id> mapDataSets;
-        for (const DataSet& oDataSet : DataSets(nStudyId))
-            mapDataSets[oDataSet.nId] = CopyDataSet(oDataSet, nCopyId);
-        for (const Analysis& oAnalysis : Analyses(nStudyId))
+        const std::string name = FreeName("Copy of " + StudyOf(studyId).name, false);
+        if (const std::string problem = NameProblem(name); !problem.empty())
+            FailWith(problem);
+        Statement insert(m_database, "INSERT INTO studies(name, name_key, notes)"
+                                     " SELECT ?, ?, notes FROM studies WHERE id=?");
+        insert.Bind(name).Bind(corvane::FoldText(name)).Bind(studyId).Run();
+        copyId = m_database.LastId();
+        std::map<Id, Id> dataSets;
+        for (const DataSet& dataSet : DataSets(studyId))
+            dataSets[dataSet.id] = CopyDataSet(dataSet, copyId);
+        for (const Analysis& analysis : Analyses(studyId))
             WriteAnalysis(
-                m_oDatabase,
+                m_database,
                 "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
                 " figure, bins, confidence, resamples, seed, study_id, data_set_id)"
                 " VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
-                oAnalysis.sName, oAnalysis.oSettings, {nCopyId, mapDataSets.at(oAnalysis.nDataSetId)});
+                analysis.name, analysis.settings, {copyId, dataSets.at(analysis.dataSetId)});
     });
-    return nCopyId;
+    return copyId;
 }
 
-Id Store::CopyDataSet(const DataSet& oDataSet, Id nStudyId) {
-    Statement oInsert(m_oDatabase, "INSERT INTO data_sets(study_id, name, source, row_count, notes) VALUES(?,?,?,?,?)");
-    oInsert.Bind(nStudyId).Bind(oDataSet.sName).Bind(oDataSet.sSource).Bind(oDataSet.nRows).Bind(oDataSet.sNotes).Run();
-    const Id nCopyId = m_oDatabase.LastId();
-    Statement oColumns(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
-                                    " SELECT ?, position, name, type, unit FROM data_columns WHERE data_set_id=?");
-    oColumns.Bind(nCopyId).Bind(oDataSet.nId).Run();
-    m_oDatabase.Run(DataTableSql(nCopyId, Columns(oDataSet.nId)));
-    m_oDatabase.Run("INSERT INTO " + DataTable(nCopyId) + " SELECT * FROM " + DataTable(oDataSet.nId));
-    return nCopyId;
+Id Store::CopyDataSet(const DataSet& dataSet, Id studyId) {
+    Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count, notes) VALUES(?,?,?,?,?)");
+    insert.Bind(studyId).Bind(dataSet.name).Bind(dataSet.source).Bind(dataSet.rows).Bind(dataSet.notes).Run();
+    const Id copyId = m_database.LastId();
+    Statement columns(m_database, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
+                                  " SELECT ?, position, name, type, unit FROM data_columns WHERE data_set_id=?");
+    columns.Bind(copyId).Bind(dataSet.id).Run();
+    m_database.Run(DataTableSql(copyId, Columns(dataSet.id)));
+    m_database.Run("INSERT INTO " + DataTable(copyId) + " SELECT * FROM " + DataTable(dataSet.id));
+    return copyId;
 }
 
-Id Store::ImportDataSet(Id nStudyId, std::string_view sName, std::string_view sSource, const Table& oTable) {
-    if (oTable.aColumns.size() > MostColumns)
-        FailWith("The data have " + std::to_string(oTable.aColumns.size()) + " columns; a data set has at most " +
+Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table) {
+    if (table.columns.size() > MostColumns)
+        FailWith("The data have " + std::to_string(table.columns.size()) + " columns; a data set has at most " +
                  std::to_string(MostColumns) + ".");
-    Id nId = 0;
+    Id id = 0;
     Perform("Import", [&] {
-        CheckExists("studies", nStudyId);
-        Statement oInsert(m_oDatabase, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
-        oInsert.Bind(nStudyId).Bind(sName).Bind(sSource).Bind(static_cast<std::int64_t>(oTable.nRows)).Run();
-        nId = m_oDatabase.LastId();
-        Statement oColumn(m_oDatabase, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
-                                       " VALUES(?,?,?,?,?)");
-        for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
-            oColumn.Bind(nId)
+        CheckExists("studies", studyId);
+        Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
+        insert.Bind(studyId).Bind(name).Bind(source).Bind(static_cast<std::int64_t>(table.rows)).Run();
+        id = m_database.LastId();
+        Statement column(m_database, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
+                                     " VALUES(?,?,?,?,?)");
+        for (std::size_t i = 0; i < table.columns.size(); ++i)
+            column.Bind(id)
                 .Bind(static_cast<std::int64_t>(i))
-                .Bind(oTable.aColumns[i].sName)
-                .Bind(NameOf(oTable.aColumns[i].eType))
-                .Bind(oTable.aColumns[i].sUnit)
+                .Bind(table.columns[i].name)
+                .Bind(NameOf(table.columns[i].type))
+                .Bind(table.columns[i].unit)
                 .Run();
-        m_oDatabase.Run(DataTableSql(nId, oTable.aColumns));
-        WriteRows(nId, oTable);
+        m_database.Run(DataTableSql(id, table.columns));
+        WriteRows(id, table);
     });
-    return nId;
+    return id;
 }
 
-void Store::WriteRows(Id nDataSetId, const Table& oTable) {
-    std::string sPlaces;
-    for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
-        sPlaces += ",?";
-    Statement oInsert(m_oDatabase, "INSERT INTO " + DataTable(nDataSetId) + " VALUES(NULL" + sPlaces + ")");
-    for (std::size_t iRow = 0; iRow < oTable.nRows; ++iRow) {
-        for (const Column& oColumn : oTable.aColumns) {
-            if (oColumn.IsMissing(iRow))
-                oInsert.BindNull();
-            else if (oColumn.IsNumeric())
-                oInsert.Bind(oColumn.aNumbers[iRow]);
+void Store::WriteRows(Id dataSetId, const Table& table) {
+    std::string places;
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+        places += ",?";
+    Statement insert(m_database, "INSERT INTO " + DataTable(dataSetId) + " VALUES(NULL" + places + ")");
+    for (std::size_t row = 0; row < table.rows; ++row) {
+        for (const Column& column : table.columns) {
+            if (column.IsMissing(row))
+                insert.BindNull();
+            else if (column.IsNumeric())
+                insert.Bind(column.numbers[row]);
             else
-                oInsert.Bind(oColumn.aTexts[iRow]);
+                insert.Bind(column.texts[row]);
         }
-        oInsert.Run();
+        insert.Run();
     }
 }
 
-void Store::DeleteDataSet(Id nDataSetId) {
+void Store::DeleteDataSet(Id dataSetId) {
     Perform("Delete Data Set", [&] {
-        CheckExists("data_sets", nDataSetId);
-        for (const char* sSql : {"DELETE FROM analyses WHERE data_set_id=?",
-                                 "DELETE FROM data_columns WHERE data_set_id=?", "DELETE FROM data_sets WHERE id=?"})
-            Statement(m_oDatabase, sSql).Bind(nDataSetId).Run();
+        CheckExists("data_sets", dataSetId);
+        for (const char* sql : {"DELETE FROM analyses WHERE data_set_id=?",
+                                "DELETE FROM data_columns WHERE data_set_id=?", "DELETE FROM data_sets WHERE id=?"})
+            Statement(m_database, sql).Bind(dataSetId).Run();
     });
 }
 
-Id Store::AddAnalysis(Id nDataSetId, std::string_view sName, const AnalysisSettings& oSettings) {
-    Id nId = 0;
+Id Store::AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings) {
+    Id id = 0;
     Perform("New Analysis", [&] {
-        CheckExists("data_sets", nDataSetId);
-        WriteAnalysis(m_oDatabase,
+        CheckExists("data_sets", dataSetId);
+        WriteAnalysis(m_database,
                       "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
                       " figure, bins, confidence, resamples, seed, study_id, data_set_id)"
                       " SELECT ?,?,?,?,?,?,?,?,?,?,?,?, study_id, id FROM data_sets WHERE id=?",
-                      sName, oSettings, {nDataSetId});
-        nId = m_oDatabase.LastId();
+                      name, settings, {dataSetId});
+        id = m_database.LastId();
     });
-    return nId;
+    return id;
 }
 
-void Store::ChangeAnalysis(Id nAnalysisId, std::string_view sName, const AnalysisSettings& oSettings) {
+void Store::ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings) {
     Perform("Change Analysis", [&] {
-        CheckExists("analyses", nAnalysisId);
-        WriteAnalysis(m_oDatabase,
+        CheckExists("analyses", analysisId);
+        WriteAnalysis(m_database,
                       "UPDATE analyses SET name=?, kind=?, group_column=?, x_column=?, y_column=?, first_group=?,"
                       " second_group=?, figure=?, bins=?, confidence=?, resamples=?, seed=? WHERE id=?",
-                      sName, oSettings, {nAnalysisId});
+                      name, settings, {analysisId});
     });
 }
 
-void Store::SetStudyProperties(Id nStudyId, std::string_view sName, std::string_view sNotes) {
+void Store::SetStudyProperties(Id studyId, std::string_view name, std::string_view notes) {
     Perform("Change Study", [&] {
-        CheckExists("studies", nStudyId);
-        if (const std::string sProblem = NameProblem(sName, nStudyId); !sProblem.empty())
-            FailWith(sProblem);
-        Statement oUpdate(m_oDatabase, "UPDATE studies SET name=?, name_key=?, notes=? WHERE id=?");
-        oUpdate.Bind(sName).Bind(corvane::FoldText(sName)).Bind(sNotes).Bind(nStudyId).Run();
+        CheckExists("studies", studyId);
+        if (const std::string problem = NameProblem(name, studyId); !problem.empty())
+            FailWith(problem);
+        Statement update(m_database, "UPDATE studies SET name=?, name_key=?, notes=? WHERE id=?");
+        update.Bind(name).Bind(corvane::FoldText(name)).Bind(notes).Bind(studyId).Run();
     });
 }
 
-void Store::SetDataSetProperties(Id nDataSetId, const DataSetProperties& oProperties) {
+void Store::SetDataSetProperties(Id dataSetId, const DataSetProperties& properties) {
     Perform("Change Data Set", [&] {
-        const DataSet oDataSet = DataSetOf(nDataSetId);
-        if (const std::string sProblem = DataSetNameProblem(oProperties.sName, oDataSet.nStudyId, nDataSetId);
-            !sProblem.empty())
-            FailWith(sProblem);
-        Statement oUpdate(m_oDatabase, "UPDATE data_sets SET name=?, notes=? WHERE id=?");
-        oUpdate.Bind(oProperties.sName).Bind(oProperties.sNotes).Bind(nDataSetId).Run();
-        if (oProperties.sName != oDataSet.sName)
-            RenameAnalyses(oDataSet, oProperties.sName);
-        Statement oUnit(m_oDatabase, "UPDATE data_columns SET unit=? WHERE data_set_id=? AND position=?");
-        for (std::size_t i = 0; i < oProperties.aUnits.size(); ++i)
-            oUnit.Bind(oProperties.aUnits[i]).Bind(nDataSetId).Bind(static_cast<std::int64_t>(i)).Run();
+        const DataSet dataSet = DataSetOf(dataSetId);
+        if (const std::string problem = DataSetNameProblem(properties.name, dataSet.studyId, dataSetId);
+            !problem.empty())
+            FailWith(problem);
+        Statement update(m_database, "UPDATE data_sets SET name=?, notes=? WHERE id=?");
+        update.Bind(properties.name).Bind(properties.notes).Bind(dataSetId).Run();
+        if (properties.name != dataSet.name)
+            RenameAnalyses(dataSet, properties.name);
+        Statement unit(m_database, "UPDATE data_columns SET unit=? WHERE data_set_id=? AND position=?");
+        for (std::size_t i = 0; i < properties.units.size(); ++i)
+            unit.Bind(properties.units[i]).Bind(dataSetId).Bind(static_cast<std::int64_t>(i)).Run();
     });
 }
 
 // The data set's name is part of their titles.
-void Store::RenameAnalyses(const DataSet& oDataSet, std::string_view sNewName) {
-    Statement oUpdate(m_oDatabase, "UPDATE analyses SET name=? WHERE id=?");
-    for (const Analysis& oAnalysis : Analyses(oDataSet.nStudyId))
-        if (oAnalysis.nDataSetId == oDataSet.nId && oAnalysis.sName == oAnalysis.oSettings.Title(oDataSet.sName))
-            oUpdate.Bind(oAnalysis.oSettings.Title(sNewName)).Bind(oAnalysis.nId).Run();
+void Store::RenameAnalyses(const DataSet& dataSet, std::string_view newName) {
+    Statement update(m_database, "UPDATE analyses SET name=? WHERE id=?");
+    for (const Analysis& analysis : Analyses(dataSet.studyId))
+        if (analysis.dataSetId == dataSet.id && analysis.name == analysis.settings.Title(dataSet.name))
+            update.Bind(analysis.settings.Title(newName)).Bind(analysis.id).Run();
 }
 
-void Store::DeleteAnalysis(Id nAnalysisId) {
+void Store::DeleteAnalysis(Id analysisId) {
     Perform("Delete Analysis", [&] {
-        CheckExists("analyses", nAnalysisId);
-        Statement(m_oDatabase, "DELETE FROM analyses WHERE id=?").Bind(nAnalysisId).Run();
+        CheckExists("analyses", analysisId);
+        Statement(m_database, "DELETE FROM analyses WHERE id=?").Bind(analysisId).Run();
     });
 }
 

@@ -13,127 +13,126 @@ namespace studies {
 using namespace corvane;
 
 bool StudyContext::Exists() const {
-    const std::vector<Study> aStudies = m_oWorkspace->GetStore().Studies();
-    return std::any_of(aStudies.begin(), aStudies.end(), [this](const Study& o) { return o.nId == m_nStudyId; });
+    const std::vector<Study> studies = m_workspace->GetStore().Studies();
+    return std::any_of(studies.begin(), studies.end(), [this](const Study& o) { return o.id == m_studyId; });
 }
 
-ImportJob::ImportJob(Ref<Workspace> oWorkspace, Id nProposedStudyId)
-    : nStudyId(nProposedStudyId), m_oWorkspace(std::move(oWorkspace)) {
-    sNewStudyName = m_oWorkspace->GetStore().FreeName("Study");
+ImportJob::ImportJob(Ref<Workspace> workspace, Id proposedStudyId)
+    : studyId(proposedStudyId), m_workspace(std::move(workspace)) {
+    newStudyName = m_workspace->GetStore().FreeName("Study");
 }
 
-void ImportJob::SetPath(const std::string& sPath) {
-    m_sPath = sPath;
-    m_aText.clear();
-    m_bRead = false;
-    sName = nStudyId == 0 ? FileNameOf(sPath) : m_oWorkspace->GetStore().FreeDataSetName(FileNameOf(sPath), nStudyId);
+void ImportJob::SetPath(const std::string& path) {
+    m_path = path;
+    m_text.clear();
+    m_read = false;
+    name = studyId == 0 ? FileNameOf(path) : m_workspace->GetStore().FreeDataSetName(FileNameOf(path), studyId);
     Changed.Raise();
 }
 
-void ImportJob::SetDelimiter(char cDelimiter) {
-    m_cDelimiter = cDelimiter;
-    m_aText.clear();
-    m_bRead = false;
+void ImportJob::SetDelimiter(char delimiter) {
+    m_delimiter = delimiter;
+    m_text.clear();
+    m_read = false;
     Changed.Raise();
 }
 
-void ImportJob::SetSkipsBadRows(bool bSkip) {
-    m_bSkipBadRows = bSkip;
+void ImportJob::SetSkipsBadRows(bool skip) {
+    m_skipBadRows = skip;
     Changed.Raise();
 }
 
-bool ImportJob::IsText(std::size_t iColumn) const {
-    return iColumn < m_aText.size() && m_aText[iColumn];
+bool ImportJob::IsText(std::size_t column) const {
+    return column < m_text.size() && m_text[column];
 }
 
-void ImportJob::SetText(std::size_t iColumn, bool bText) {
-    m_aText.resize(std::max(m_aText.size(), iColumn + 1));
-    m_aText[iColumn] = bText;
+void ImportJob::SetText(std::size_t column, bool text) {
+    m_text.resize(std::max(m_text.size(), column + 1));
+    m_text[column] = text;
 }
 
 const CsvResult* ImportJob::Result() {
     Read();
-    return m_oResult ? &*m_oResult : nullptr;
+    return m_result ? &*m_result : nullptr;
 }
 
 const std::string& ImportJob::Problem() {
     Read();
-    return m_sProblem;
+    return m_problem;
 }
 
 ImportJob::Stamp ImportJob::StampNow() const {
-    std::error_code oError;
-    const auto tWritten = std::filesystem::last_write_time(m_sPath, oError);
-    if (oError)
+    std::error_code error;
+    const auto written = std::filesystem::last_write_time(m_path, error);
+    if (error)
         return {};
-    const std::uintmax_t nBytes = std::filesystem::file_size(m_sPath, oError);
-    return Stamp({tWritten, oError ? 0 : nBytes});
+    const std::uintmax_t bytes = std::filesystem::file_size(m_path, error);
+    return Stamp({written, error ? 0 : bytes});
 }
 
 std::vector<std::string> ImportJob::ColumnNames() const {
-    std::vector<std::string> aNames;
-    if (m_oResult)
-        for (const Column& oColumn : m_oResult->oTable.aColumns)
-            aNames.push_back(oColumn.sName);
-    return aNames;
+    std::vector<std::string> names;
+    if (m_result)
+        for (const Column& column : m_result->table.columns)
+            names.push_back(column.name);
+    return names;
 }
 
 void ImportJob::LookAgain() {
-    const Stamp oNow = StampNow();
-    if (!m_bRead || oNow == m_oStamp || (!oNow && m_oResult))
+    const Stamp now = StampNow();
+    if (!m_read || now == m_stamp || (!now && m_result))
         return;
-    const std::vector<std::string> aBefore = ColumnNames();
-    m_bRead = false;
+    const std::vector<std::string> before = ColumnNames();
+    m_read = false;
     Read();
-    if (ColumnNames() != aBefore)
-        m_aText.clear(); // was chosen for other columns
+    if (ColumnNames() != before)
+        m_text.clear(); // was chosen for other columns
     Changed.Raise();
 }
 
 void ImportJob::Read() {
-    if (m_bRead)
+    if (m_read)
         return;
-    m_bRead = true;
-    m_oStamp = StampNow();
-    m_oResult.reset();
-    m_sProblem.clear();
+    m_read = true;
+    m_stamp = StampNow();
+    m_result.reset();
+    m_problem.clear();
     try {
-        m_oResult = ReadCsvFile(m_sPath, {m_cDelimiter, true});
-        if (m_oResult->oTable.nRows == 0)
-            m_sProblem = FileNameOf(m_sPath) + " has column names, but no rows.";
-    } catch (const Failure& oFailure) {
-        m_sProblem = oFailure.Description;
+        m_result = ReadCsvFile(m_path, {m_delimiter, true});
+        if (m_result->table.rows == 0)
+            m_problem = FileNameOf(m_path) + " has column names, but no rows.";
+    } catch (const Failure& failure) {
+        m_problem = failure.Description;
     }
 }
 
 std::string ImportJob::TargetProblem() const {
-    Store& oStore = m_oWorkspace->GetStore();
-    if (nStudyId == 0)
-        if (std::string sProblem = oStore.NameProblem(sNewStudyName); !sProblem.empty())
-            return sProblem;
-    return oStore.DataSetNameProblem(sName, nStudyId);
+    Store& store = m_workspace->GetStore();
+    if (studyId == 0)
+        if (std::string problem = store.NameProblem(newStudyName); !problem.empty())
+            return problem;
+    return store.DataSetNameProblem(name, studyId);
 }
 
 void ImportJob::Run() {
-    const CsvResult* pResult = Result();
-    if (!pResult)
-        FailWith(m_sProblem);
-    if (!pResult->aSkipped.empty() && !m_bSkipBadRows)
-        FailWith(FileNameOf(m_sPath) + ": " + pResult->aSkipped.front());
-    if (const std::string sProblem = TargetProblem(); !sProblem.empty())
-        FailWith(sProblem);
-    Table oTable = pResult->oTable;
-    for (std::size_t i = 0; i < oTable.aColumns.size(); ++i)
+    const CsvResult* result = Result();
+    if (!result)
+        FailWith(m_problem);
+    if (!result->skipped.empty() && !m_skipBadRows)
+        FailWith(FileNameOf(m_path) + ": " + result->skipped.front());
+    if (const std::string problem = TargetProblem(); !problem.empty())
+        FailWith(problem);
+    Table table = result->table;
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
         if (IsText(i))
-            TurnToText(oTable.aColumns[i]);
-    Store& oStore = m_oWorkspace->GetStore();
-    if (nStudyId == 0)
-        nStudyId = oStore.CreateStudy(sNewStudyName);
-    nDataSetId = oStore.ImportDataSet(nStudyId, sName, m_sPath, oTable);
-    m_oWorkspace->Tell(
-        sName + " imported into “" + oStore.StudyOf(nStudyId).sName +
-        "”: " + SizeText(oTable.nRows, oTable.aColumns.size()) +
-        (pResult->aSkipped.empty() ? std::string() : ", " + CountText(pResult->aSkipped.size()) + " left out"));
+            TurnToText(table.columns[i]);
+    Store& store = m_workspace->GetStore();
+    if (studyId == 0)
+        studyId = store.CreateStudy(newStudyName);
+    dataSetId = store.ImportDataSet(studyId, name, m_path, table);
+    m_workspace->Tell(
+        name + " imported into “" + store.StudyOf(studyId).name + "”: " + SizeText(table.rows, table.columns.size()) +
+        (result->skipped.empty() ? std::string() : ", " + CountText(result->skipped.size()) + " left out"));
 }
 
 } // namespace studies

@@ -16,36 +16,36 @@ namespace studies {
 
 class StudyContext final : public corvane::Object {
 public:
-    StudyContext(corvane::Ref<Workspace> oWorkspace, Id nStudyId)
-        : m_oWorkspace(std::move(oWorkspace)), m_nStudyId(nStudyId) {}
+    StudyContext(corvane::Ref<Workspace> workspace, Id studyId)
+        : m_workspace(std::move(workspace)), m_studyId(studyId) {}
 
-    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
-    [[nodiscard]] Id Number() const { return m_nStudyId; }
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
+    [[nodiscard]] Id Number() const { return m_studyId; }
     [[nodiscard]] bool Exists() const;
 
     std::string_view TypeName() const override { return "StudyContext"; }
 
 private:
-    corvane::Ref<Workspace> m_oWorkspace;
-    Id m_nStudyId;
+    corvane::Ref<Workspace> m_workspace;
+    Id m_studyId;
 };
 
 // An import on its way: a file, how it is read, and where it goes. The pages of the wizard fill it in turn.
 class ImportJob final : public corvane::Object {
 public:
     // The study is proposed; 0 proposes a new one.
-    ImportJob(corvane::Ref<Workspace> oWorkspace, Id nStudyId);
+    ImportJob(corvane::Ref<Workspace> workspace, Id studyIdCount);
 
-    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
 
-    [[nodiscard]] const std::string& Path() const { return m_sPath; }
-    void SetPath(const std::string& sPath);
+    [[nodiscard]] const std::string& Path() const { return m_path; }
+    void SetPath(const std::string& path);
     // 0: found out.
-    [[nodiscard]] char Delimiter() const { return m_cDelimiter; }
-    void SetDelimiter(char cDelimiter);
+    [[nodiscard]] char Delimiter() const { return m_delimiter; }
+    void SetDelimiter(char delimiter);
     // Whether a column of numbers is read as text.
-    [[nodiscard]] bool IsText(std::size_t iColumn) const;
-    void SetText(std::size_t iColumn, bool bText);
+    [[nodiscard]] bool IsText(std::size_t column) const;
+    void SetText(std::size_t column, bool text);
 
     // What is in the file, without the bad rows, which are listed; read once, and again after a change of how.
     // Nothing when it can't be read; Problem says why.
@@ -54,13 +54,13 @@ public:
     // Reads the file anew if it has been changed since. One that has gone stays as it was read.
     void LookAgain();
 
-    [[nodiscard]] bool SkipsBadRows() const { return m_bSkipBadRows; }
-    void SetSkipsBadRows(bool bSkip);
+    [[nodiscard]] bool SkipsBadRows() const { return m_skipBadRows; }
+    void SetSkipsBadRows(bool skip);
 
-    Id nStudyId;               // 0: a new one
-    std::string sNewStudyName; // of that new one
-    std::string sName;         // of the data set
-    Id nDataSetId = 0;         // once it has been imported
+    Id studyId;               // 0: a new one
+    std::string newStudyName; // of that new one
+    std::string name;         // of the data set
+    Id dataSetId = 0;         // once it has been imported
 
     // Why it can't be run as it stands; "" when it can.
     [[nodiscard]] std::string TargetProblem() const;
@@ -79,15 +79,15 @@ private:
     [[nodiscard]] std::vector<std::string> ColumnNames() const;
     void Read();
 
-    corvane::Ref<Workspace> m_oWorkspace;
-    std::string m_sPath;
-    char m_cDelimiter = 0;
-    bool m_bSkipBadRows = false;
-    std::vector<bool> m_aText;
-    bool m_bRead = false;
-    Stamp m_oStamp; // of the file as it was read
-    std::optional<CsvResult> m_oResult;
-    std::string m_sProblem;
+    corvane::Ref<Workspace> m_workspace;
+    std::string m_path;
+    char m_delimiter = 0;
+    bool m_skipBadRows = false;
+    std::vector<bool> m_text;
+    bool m_read = false;
+    Stamp m_stamp; // of the file as it was read
+    std::optional<CsvResult> m_result;
+    std::string m_problem;
 };
 
 } // namespace studies

@@ -10,160 +10,157 @@
 namespace studies {
 namespace {
 
-std::string Escaped(std::string_view sText) {
-    std::string sEscaped;
-    for (const char c : sText) {
+std::string Escaped(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
         switch (c) {
         case '&':
-            sEscaped += "&amp;";
+            escaped += "&amp;";
             break;
         case '<':
-            sEscaped += "&lt;";
+            escaped += "&lt;";
             break;
         case '>':
-            sEscaped += "&gt;";
+            escaped += "&gt;";
             break;
         case '"':
-            sEscaped += "&quot;";
+            escaped += "&quot;";
             break;
         case '\n':
-            sEscaped += "<br>";
+            escaped += "<br>";
             break;
         default:
-            sEscaped += c;
+            escaped += c;
         }
     }
-    return sEscaped;
+    return escaped;
 }
 
-std::string Paragraph(std::string_view sText) {
-    return sText.empty() ? std::string() : "<p>" + Escaped(sText) + "</p>\n";
+std::string Paragraph(std::string_view text) {
+    return text.empty() ? std::string() : "<p>" + Escaped(text) + "</p>\n";
 }
 
-std::string TableOf(const SummaryBlock& oBlock) {
-    if (oBlock.aRows.empty())
+std::string TableOf(const SummaryBlock& block) {
+    if (block.rows.empty())
         return {};
-    std::string sHtml = "<table cellspacing=\"0\" cellpadding=\"4\">\n<tr>";
-    const auto Side = [&](std::size_t i) { return oBlock.aNames[i].bFigures ? " align=\"right\"" : " align=\"left\""; };
-    for (std::size_t i = 0; i < oBlock.aNames.size(); ++i)
-        sHtml += "<th" + std::string(Side(i)) + ">" + Escaped(oBlock.aNames[i].sText) + "</th>";
-    sHtml += "</tr>\n";
-    for (const std::vector<std::string>& aRow : oBlock.aRows) {
-        sHtml += "<tr>";
-        for (std::size_t i = 0; i < aRow.size(); ++i)
-            sHtml += "<td" + std::string(Side(i)) + ">" + Escaped(aRow[i]) + "</td>";
-        sHtml += "</tr>\n";
+    std::string html = "<table cellspacing=\"0\" cellpadding=\"4\">\n<tr>";
+    const auto Side = [&](std::size_t i) { return block.names[i].figures ? " align=\"right\"" : " align=\"left\""; };
+    for (std::size_t i = 0; i < block.names.size(); ++i)
+        html += "<th" + std::string(Side(i)) + ">" + Escaped(block.names[i].text) + "</th>";
+    html += "</tr>\n";
+    for (const std::vector<std::string>& row : block.rows) {
+        html += "<tr>";
+        for (std::size_t i = 0; i < row.size(); ++i)
+            html += "<td" + std::string(Side(i)) + ">" + Escaped(row[i]) + "</td>";
+        html += "</tr>\n";
     }
-    return sHtml + "</table>\n";
+    return html + "</table>\n";
 }
 
 class ReportWriter {
 public:
-    ReportWriter(Store& oStore, const FigurePreferences& oPreferences)
-        : m_oStore(oStore), m_oPreferences(oPreferences) {}
+    ReportWriter(Store& store, const FigurePreferences& preferences) : m_store(store), m_preferences(preferences) {}
 
-    StudyReport Write(const Study& oStudy) {
-        m_oReport.sTitle = "Report on " + oStudy.sName;
-        m_sBody = "<h1>" + Escaped(oStudy.sName) + "</h1>\n" + Paragraph(oStudy.sNotes);
-        const std::vector<DataSet> aDataSets = m_oStore.DataSets(oStudy.nId);
-        if (aDataSets.empty())
-            m_sBody += Paragraph("There are no data in this study yet.");
-        for (const DataSet& oDataSet : aDataSets)
-            AddDataSet(oDataSet);
-        for (const Analysis& oAnalysis : m_oStore.Analyses(oStudy.nId))
-            AddAnalysis(oAnalysis);
-        m_oReport.sHtml = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + Escaped(m_oReport.sTitle) +
-                          "</title>\n<style>body { font-family: sans-serif; color: #202428; } "
-                          "th { border-bottom: 1px solid #202428; }</style></head>\n<body>\n" +
-                          m_sBody + "</body></html>\n";
-        return std::move(m_oReport);
+    StudyReport Write(const Study& study) {
+        m_report.title = "Report on " + study.name;
+        m_body = "<h1>" + Escaped(study.name) + "</h1>\n" + Paragraph(study.notes);
+        const std::vector<DataSet> dataSets = m_store.DataSets(study.id);
+        if (dataSets.empty())
+            m_body += Paragraph("There are no data in this study yet.");
+        for (const DataSet& dataSet : dataSets)
+            AddDataSet(dataSet);
+        for (const Analysis& analysis : m_store.Analyses(study.id))
+            AddAnalysis(analysis);
+        m_report.html = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + Escaped(m_report.title) +
+                        "</title>\n<style>body { font-family: sans-serif; color: #202428; } "
+                        "th { border-bottom: 1px solid #202428; }</style></head>\n<body>\n" +
+                        m_body + "</body></html>\n";
+        return std::move(m_report);
     }
 
 private:
-    const Table& Data(Id nDataSetId) {
-        const auto it = m_mapTables.find(nDataSetId);
-        return it != m_mapTables.end()
-                   ? it->second
-                   : m_mapTables.emplace(nDataSetId, m_oStore.ReadDataSet(nDataSetId)).first->second;
+    const Table& Data(Id dataSetId) {
+        const auto it = m_tables.find(dataSetId);
+        return it != m_tables.end() ? it->second
+                                    : m_tables.emplace(dataSetId, m_store.ReadDataSet(dataSetId)).first->second;
     }
 
-    void AddDataSet(const DataSet& oDataSet) {
-        const Table& oTable = Data(oDataSet.nId);
-        m_sBody += "<h2>" + Escaped(oDataSet.sName) + "</h2>\n" +
-                   Paragraph(SizeText(oTable.nRows, oTable.aColumns.size()) + ", from " + oDataSet.sSource) +
-                   Paragraph(oDataSet.sNotes);
-        AddSummary(oTable, {});
+    void AddDataSet(const DataSet& dataSet) {
+        const Table& table = Data(dataSet.id);
+        m_body += "<h2>" + Escaped(dataSet.name) + "</h2>\n" +
+                  Paragraph(SizeText(table.rows, table.columns.size()) + ", from " + dataSet.source) +
+                  Paragraph(dataSet.notes);
+        AddSummary(table, {});
     }
 
-    void AddSummary(const Table& oTable, const std::string& sGroup) {
-        const SummaryRows oRows = RowsOfSummary(oTable, sGroup, m_oPreferences.nDecimals);
-        m_sBody += TableOf(oRows.oNumbers);
-        if (!oRows.oNumbers.aRows.empty() && !oRows.oTexts.aRows.empty())
-            m_sBody += "<br>\n";
-        m_sBody += TableOf(oRows.oTexts);
+    void AddSummary(const Table& table, const std::string& group) {
+        const SummaryRows rows = RowsOfSummary(table, group, m_preferences.decimals);
+        m_body += TableOf(rows.numbers);
+        if (!rows.numbers.rows.empty() && !rows.texts.rows.empty())
+            m_body += "<br>\n";
+        m_body += TableOf(rows.texts);
     }
 
-    void AddAnalysis(const Analysis& oAnalysis) {
-        const Table& oTable = Data(oAnalysis.nDataSetId);
-        const AnalysisSettings& oSettings = oAnalysis.oSettings;
-        m_sBody += "<h2>" + Escaped(oAnalysis.sName) + "</h2>\n";
-        switch (oSettings.eKind) {
+    void AddAnalysis(const Analysis& analysis) {
+        const Table& table = Data(analysis.dataSetId);
+        const AnalysisSettings& settings = analysis.settings;
+        m_body += "<h2>" + Escaped(analysis.name) + "</h2>\n";
+        switch (settings.kind) {
         case AnalysisKind::Summary:
-            AddSummary(oTable, oSettings.sGroupColumn);
+            AddSummary(table, settings.groupColumn);
             break;
         case AnalysisKind::Histogram:
-            AddPicture(HistogramScene(oTable, oSettings));
+            AddPicture(HistogramScene(table, settings));
             break;
         case AnalysisKind::Scatter:
-            AddPicture(ScatterScene(oTable, oSettings));
+            AddPicture(ScatterScene(table, settings));
             break;
         case AnalysisKind::Comparison:
-            AddPicture(ComparisonScene(oTable, oSettings));
-            m_sBody += Paragraph(ComparisonText(oTable, oSettings, m_oPreferences.nDecimals));
+            AddPicture(ComparisonScene(table, settings));
+            m_body += Paragraph(ComparisonText(table, settings, m_preferences.decimals));
             break;
         case AnalysisKind::Bootstrap:
-            AddBootstrap(oTable, oSettings);
+            AddBootstrap(table, settings);
             break;
         }
     }
 
-    void AddPicture(ChartScene oScene) {
-        const std::string sName = "picture" + std::to_string(m_oReport.aPictures.size() + 1);
-        m_sBody += "<p><img src=\"" + sName + "\" width=\"620\" height=\"420\" alt=\"" +
-                   Escaped(oScene.oY.sLabel + " over " + oScene.oX.sLabel) + "\"></p>\n";
-        m_oReport.aPictures.push_back({sName, std::move(oScene)});
+    void AddPicture(ChartScene scene) {
+        const std::string name = "picture" + std::to_string(m_report.pictures.size() + 1);
+        m_body += "<p><img src=\"" + name + "\" width=\"620\" height=\"420\" alt=\"" +
+                  Escaped(scene.y.label + " over " + scene.x.label) + "\"></p>\n";
+        m_report.pictures.push_back({name, std::move(scene)});
     }
 
-    void AddBootstrap(const Table& oTable, AnalysisSettings oSettings) {
-        constexpr double dblMostDraws = 2e7; // about a second's
-        const Column* pColumn = oTable.Find(oSettings.sColumnX);
-        if (!pColumn || !pColumn->IsNumeric()) {
-            m_sBody += Paragraph("The data have no column “" + oSettings.sColumnX + "” of numbers any longer.");
+    void AddBootstrap(const Table& table, AnalysisSettings settings) {
+        constexpr double mostDraws = 2e7; // about a second's
+        const Column* column = table.Find(settings.columnX);
+        if (!column || !column->IsNumeric()) {
+            m_body += Paragraph("The data have no column “" + settings.columnX + "” of numbers any longer.");
             return;
         }
-        const double dblDraws = static_cast<double>(oTable.nRows) * oSettings.oBootstrap.nResamples;
-        if (dblDraws > dblMostDraws)
-            oSettings.oBootstrap.nResamples =
-                std::max(100, static_cast<int>(dblMostDraws / static_cast<double>(oTable.nRows)));
+        const double draws = static_cast<double>(table.rows) * settings.bootstrap.resamples;
+        if (draws > mostDraws)
+            settings.bootstrap.resamples = std::max(100, static_cast<int>(mostDraws / static_cast<double>(table.rows)));
         try {
-            if (const auto oResult = RunBootstrap(pColumn->aNumbers, oSettings.oBootstrap))
-                m_sBody += Paragraph(BootstrapText(*oResult, oSettings, *pColumn, m_oPreferences.nDecimals));
-        } catch (const corvane::Failure& oFailure) {
-            m_sBody += Paragraph(oFailure.Description);
+            if (const auto result = RunBootstrap(column->numbers, settings.bootstrap))
+                m_body += Paragraph(BootstrapText(*result, settings, *column, m_preferences.decimals));
+        } catch (const corvane::Failure& failure) {
+            m_body += Paragraph(failure.Description);
         }
     }
 
-    Store& m_oStore;
-    const FigurePreferences& m_oPreferences;
-    std::map<Id, Table> m_mapTables;
-    StudyReport m_oReport;
-    std::string m_sBody;
+    Store& m_store;
+    const FigurePreferences& m_preferences;
+    std::map<Id, Table> m_tables;
+    StudyReport m_report;
+    std::string m_body;
 };
 
 } // namespace
 
-StudyReport ReportOn(Store& oStore, Id nStudyId, const FigurePreferences& oPreferences) {
-    return ReportWriter(oStore, oPreferences).Write(oStore.StudyOf(nStudyId));
+StudyReport ReportOn(Store& store, Id studyId, const FigurePreferences& preferences) {
+    return ReportWriter(store, preferences).Write(store.StudyOf(studyId));
 }
 
 } // namespace studies

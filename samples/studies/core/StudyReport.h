@@ -12,16 +12,16 @@ namespace studies {
 
 struct StudyReport {
     struct Picture {
-        std::string sName; // as the HTML refers to it: src="..."
-        ChartScene oScene;
+        std::string name; // as the HTML refers to it: src="..."
+        ChartScene scene;
     };
-    std::string sTitle;
-    std::string sHtml;
-    std::vector<Picture> aPictures;
+    std::string title;
+    std::string html;
+    std::vector<Picture> pictures;
 };
 
 // All data sets with their summaries, and all analyses; a bootstrap is computed anew, with few enough resamples to
 // wait for. Fails when there is no such study.
-[[nodiscard]] StudyReport ReportOn(Store& oStore, Id nStudyId, const FigurePreferences& oPreferences);
+[[nodiscard]] StudyReport ReportOn(Store& store, Id studyId, const FigurePreferences& preferences);
 
 } // namespace studies

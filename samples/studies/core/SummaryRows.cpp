@@ -6,48 +6,47 @@
 namespace studies {
 namespace {
 
-std::vector<std::string> LineOf(const ColumnSummary& oColumn, int nDecimals) {
-    std::vector<std::string> aLine{CountText(oColumn.nCount), CountText(oColumn.nMissing)};
-    if (oColumn.eType == ColumnType::Text) {
-        aLine.insert(aLine.end(),
-                     {CountText(oColumn.nDistinct), oColumn.sMostFrequent, CountText(oColumn.nMostFrequent)});
-        return aLine;
+std::vector<std::string> LineOf(const ColumnSummary& column, int decimals) {
+    std::vector<std::string> line{CountText(column.count), CountText(column.missing)};
+    if (column.type == ColumnType::Text) {
+        line.insert(line.end(), {CountText(column.distinct), column.mostFrequent, CountText(column.mostFrequentCount)});
+        return line;
     }
-    for (const double dblFigure : {oColumn.dblMean, oColumn.dblDeviation, oColumn.dblMin, oColumn.dblQ1,
-                                   oColumn.dblMedian, oColumn.dblQ3, oColumn.dblMax})
-        aLine.push_back(DecimalText(dblFigure, nDecimals));
-    return aLine;
+    for (const double figure :
+         {column.mean, column.deviation, column.min, column.q1, column.median, column.q3, column.max})
+        line.push_back(DecimalText(figure, decimals));
+    return line;
 }
 
 } // namespace
 
-SummaryRows RowsOfSummary(const Table& oTable, const std::string& sGroupColumn, int nDecimals) {
-    SummaryRows oRows;
-    const bool bByGroup = !sGroupColumn.empty() && oTable.Find(sGroupColumn);
-    std::vector<GroupSummary> aGroups;
-    if (bByGroup)
-        aGroups = SummarizeByGroup(oTable, sGroupColumn);
+SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals) {
+    SummaryRows rows;
+    const bool byGroup = !groupColumn.empty() && table.Find(groupColumn);
+    std::vector<GroupSummary> groups;
+    if (byGroup)
+        groups = SummarizeByGroup(table, groupColumn);
     else
-        aGroups.push_back({{}, Summarize(oTable)});
-    oRows.oNumbers.aNames = {{"Column", false},      {"Count", true}, {"Missing", true},      {"Mean", true},
-                             {"Std. dev.", true},    {"Min", true},   {"1st quartile", true}, {"Median", true},
-                             {"3rd quartile", true}, {"Max", true}};
-    oRows.oTexts.aNames = {{"Column", false},  {"Count", true},          {"Missing", true},
-                           {"Distinct", true}, {"Most frequent", false}, {"Frequency", true}};
-    for (SummaryBlock* pBlock : {&oRows.oNumbers, &oRows.oTexts})
-        if (bByGroup)
-            pBlock->aNames.insert(pBlock->aNames.begin() + 1, {sGroupColumn, false});
+        groups.push_back({{}, Summarize(table)});
+    rows.numbers.names = {{"Column", false},      {"Count", true}, {"Missing", true},      {"Mean", true},
+                          {"Std. dev.", true},    {"Min", true},   {"1st quartile", true}, {"Median", true},
+                          {"3rd quartile", true}, {"Max", true}};
+    rows.texts.names = {{"Column", false},  {"Count", true},          {"Missing", true},
+                        {"Distinct", true}, {"Most frequent", false}, {"Frequency", true}};
+    for (SummaryBlock* block : {&rows.numbers, &rows.texts})
+        if (byGroup)
+            block->names.insert(block->names.begin() + 1, {groupColumn, false});
     // By column, and in it by group, so that what is compared stands together.
-    for (std::size_t i = 0; !aGroups.empty() && i < aGroups.front().oSummary.aColumns.size(); ++i)
-        for (const GroupSummary& oGroup : aGroups) {
-            const ColumnSummary& oColumn = oGroup.oSummary.aColumns[i];
-            std::vector<std::string> aLine = LineOf(oColumn, nDecimals);
-            if (bByGroup)
-                aLine.insert(aLine.begin(), oGroup.sGroup.empty() ? "missing" : oGroup.sGroup);
-            aLine.insert(aLine.begin(), oTable.Find(oColumn.sName)->Label());
-            (oColumn.eType == ColumnType::Text ? oRows.oTexts : oRows.oNumbers).aRows.push_back(std::move(aLine));
+    for (std::size_t i = 0; !groups.empty() && i < groups.front().summary.columns.size(); ++i)
+        for (const GroupSummary& group : groups) {
+            const ColumnSummary& column = group.summary.columns[i];
+            std::vector<std::string> line = LineOf(column, decimals);
+            if (byGroup)
+                line.insert(line.begin(), group.group.empty() ? "missing" : group.group);
+            line.insert(line.begin(), table.Find(column.name)->Label());
+            (column.type == ColumnType::Text ? rows.texts : rows.numbers).rows.push_back(std::move(line));
         }
-    return oRows;
+    return rows;
 }
 
 } // namespace studies

@@ -10,19 +10,19 @@ namespace studies {
 
 struct SummaryBlock {
     struct Name {
-        std::string sText;
-        bool bFigures; // which stand on the right
+        std::string text;
+        bool figures; // which stand on the right
     };
-    std::vector<Name> aNames; // of the columns
-    std::vector<std::vector<std::string>> aRows;
+    std::vector<Name> names; // of the columns
+    std::vector<std::vector<std::string>> rows;
 };
 
 struct SummaryRows {
-    SummaryBlock oNumbers; // without rows where the table has no columns of the kind
-    SummaryBlock oTexts;
+    SummaryBlock numbers; // without rows where the table has no columns of the kind
+    SummaryBlock texts;
 };
 
 // Of all rows for "" or an unknown column, otherwise of each group.
-[[nodiscard]] SummaryRows RowsOfSummary(const Table& oTable, const std::string& sGroupColumn, int nDecimals);
+[[nodiscard]] SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals);
 
 } // namespace studies

@@ -11,15 +11,15 @@
 namespace studies {
 namespace {
 
-std::string WithBlanks(std::string sName) {
-    std::replace(sName.begin(), sName.end(), '_', ' ');
-    return sName;
+std::string WithBlanks(std::string name) {
+    std::replace(name.begin(), name.end(), '_', ' ');
+    return name;
 }
 
 } // namespace
 
-std::string_view NameOf(ColumnType eType) {
-    switch (eType) {
+std::string_view NameOf(ColumnType type) {
+    switch (type) {
     case ColumnType::Whole:
         return "whole number";
     case ColumnType::Number:
@@ -30,90 +30,90 @@ std::string_view NameOf(ColumnType eType) {
     return "text";
 }
 
-ColumnType ColumnTypeOf(std::string_view sName) {
-    for (const ColumnType eType : {ColumnType::Whole, ColumnType::Number, ColumnType::Text})
-        if (sName == NameOf(eType))
-            return eType;
-    FailWith("“" + std::string(sName) + "” isn't a column type.");
+ColumnType ColumnTypeOf(std::string_view name) {
+    for (const ColumnType type : {ColumnType::Whole, ColumnType::Number, ColumnType::Text})
+        if (name == NameOf(type))
+            return type;
+    FailWith("“" + std::string(name) + "” isn't a column type.");
 }
 
-bool Column::IsMissing(std::size_t iRow) const {
-    return IsNumeric() ? std::isnan(aNumbers[iRow]) : aTexts[iRow].empty();
+bool Column::IsMissing(std::size_t row) const {
+    return IsNumeric() ? std::isnan(numbers[row]) : texts[row].empty();
 }
 
-std::string Column::Text(std::size_t iRow) const {
-    if (IsMissing(iRow))
+std::string Column::Text(std::size_t row) const {
+    if (IsMissing(row))
         return {};
-    return IsNumeric() ? TextOf(aNumbers[iRow]) : aTexts[iRow];
+    return IsNumeric() ? TextOf(numbers[row]) : texts[row];
 }
 
 std::string Column::Label() const {
-    const bool bUnitInName = !sUnit.empty() && UnitInName(sName) == sUnit;
-    const std::string sLabel = bUnitInName ? SpokenName(sName) : WithBlanks(sName);
-    return sUnit.empty() ? sLabel : sLabel + " (" + sUnit + ")";
+    const bool unitInName = !unit.empty() && UnitInName(name) == unit;
+    const std::string label = unitInName ? SpokenName(name) : WithBlanks(name);
+    return unit.empty() ? label : label + " (" + unit + ")";
 }
 
-const Column* Table::Find(std::string_view sName) const {
-    for (const Column& oColumn : aColumns)
-        if (corvane::EqualText(oColumn.sName, sName))
-            return &oColumn;
+const Column* Table::Find(std::string_view name) const {
+    for (const Column& column : columns)
+        if (corvane::EqualText(column.name, name))
+            return &column;
     return nullptr;
 }
 
-Table Table::Rows(const std::vector<std::size_t>& aRows) const {
-    Table oPart;
-    oPart.nRows = aRows.size();
-    for (const Column& oColumn : aColumns) {
-        Column oCut{oColumn.sName, oColumn.eType, {}, {}, oColumn.sUnit};
-        for (const std::size_t iRow : aRows) {
-            if (oColumn.IsNumeric())
-                oCut.aNumbers.push_back(oColumn.aNumbers[iRow]);
+Table Table::Rows(const std::vector<std::size_t>& rowsList) const {
+    Table part;
+    part.rows = rowsList.size();
+    for (const Column& column : columns) {
+        Column cut{column.name, column.type, {}, {}, column.unit};
+        for (const std::size_t row : rowsList) {
+            if (column.IsNumeric())
+                cut.numbers.push_back(column.numbers[row]);
             else
-                oCut.aTexts.push_back(oColumn.aTexts[iRow]);
+                cut.texts.push_back(column.texts[row]);
         }
-        oPart.aColumns.push_back(std::move(oCut));
+        part.columns.push_back(std::move(cut));
     }
-    return oPart;
+    return part;
 }
 
-std::string UnitInName(std::string_view sName) {
-    static constexpr std::array<std::string_view, 22> aUnits{"mm", "cm", "m",   "km",  "mg", "g",  "kg", "t",
-                                                             "s",  "ms", "min", "h",   "d",  "Hz", "V",  "A",
-                                                             "W",  "K",  "Pa",  "hPa", "ml", "l"};
-    const std::size_t iUnit = sName.rfind('_');
-    if (iUnit == std::string_view::npos || iUnit == 0)
+std::string UnitInName(std::string_view name) {
+    static constexpr std::array<std::string_view, 22> units{"mm", "cm", "m",   "km",  "mg", "g",  "kg", "t",
+                                                            "s",  "ms", "min", "h",   "d",  "Hz", "V",  "A",
+                                                            "W",  "K",  "Pa",  "hPa", "ml", "l"};
+    const std::size_t unitIndex = name.rfind('_');
+    if (unitIndex == std::string_view::npos || unitIndex == 0)
         return {};
-    const std::string_view sUnit = sName.substr(iUnit + 1);
-    return std::find(aUnits.begin(), aUnits.end(), sUnit) == aUnits.end() ? std::string() : std::string(sUnit);
+    const std::string_view unit = name.substr(unitIndex + 1);
+    return std::find(units.begin(), units.end(), unit) == units.end() ? std::string() : std::string(unit);
 }
 
-std::string SpokenName(std::string_view sName) {
-    const std::size_t nUnit = UnitInName(sName).size();
-    return WithBlanks(std::string(nUnit > 0 ? sName.substr(0, sName.size() - nUnit - 1) : sName));
+std::string SpokenName(std::string_view name) {
+    const std::size_t unit = UnitInName(name).size();
+    return WithBlanks(std::string(unit > 0 ? name.substr(0, name.size() - unit - 1) : name));
 }
 
-std::string TextOf(double dblValue) {
-    std::array<char, 32> aText{};
-    const auto oResult = std::to_chars(aText.data(), aText.data() + aText.size(), dblValue);
-    return {aText.data(), oResult.ptr};
+std::string TextOf(double value) {
+    std::array<char, 32> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    return {text.data(), result.ptr};
 }
 
-std::optional<double> NumberOf(std::string_view sText, char cPoint) {
-    if (!sText.empty() && sText.front() == '+')
-        sText.remove_prefix(1);
-    std::string sPlain(sText);
-    for (char& c : sPlain) {
-        if (c == cPoint)
+std::optional<double> NumberOf(std::string_view text, char point) {
+    if (!text.empty() && text.front() == '+')
+        text.remove_prefix(1);
+    std::string plain(text);
+    for (char& c : plain) {
+        if (c == point)
             c = '.';
         else if (!((c >= '0' && c <= '9') || c == '-' || c == '+' || c == 'e' || c == 'E'))
             return std::nullopt; // also keeps out the words "inf" and "nan" and hexadecimal numbers
     }
-    double dblValue = 0;
-    const char* pEnd = sPlain.data() + sPlain.size();
-    const auto oResult = std::from_chars(sPlain.data(), pEnd, dblValue);
-    if (oResult.ec != std::errc() || oResult.ptr != pEnd)
+    double value = 0;
+    const char* end = plain.data() + plain.size();
+    const auto result = std::from_chars(plain.data(), end, value);
+    if (result.ec != std::errc() || result.ptr != end)
         return std::nullopt;
-    return dblValue;
+    return value;
 }
 
 } // namespace studies

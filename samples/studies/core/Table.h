@@ -11,42 +11,42 @@ namespace studies {
 
 enum class ColumnType { Whole, Number, Text };
 
-[[nodiscard]] std::string_view NameOf(ColumnType eType);
+[[nodiscard]] std::string_view NameOf(ColumnType type);
 // Fails for a word that NameOf doesn't give.
-[[nodiscard]] ColumnType ColumnTypeOf(std::string_view sName);
+[[nodiscard]] ColumnType ColumnTypeOf(std::string_view name);
 
 struct Column {
-    std::string sName;
-    ColumnType eType = ColumnType::Text;
-    std::vector<std::string> aTexts; // of a text column; "" where the value is missing
-    std::vector<double> aNumbers;    // of a column of numbers; NaN where the value is missing
-    std::string sUnit = {};          // "" for none
+    std::string name;
+    ColumnType type = ColumnType::Text;
+    std::vector<std::string> texts; // of a text column; "" where the value is missing
+    std::vector<double> numbers;    // of a column of numbers; NaN where the value is missing
+    std::string unit = {};          // "" for none
 
-    [[nodiscard]] bool IsNumeric() const { return eType != ColumnType::Text; }
-    [[nodiscard]] bool IsMissing(std::size_t iRow) const;
+    [[nodiscard]] bool IsNumeric() const { return type != ColumnType::Text; }
+    [[nodiscard]] bool IsMissing(std::size_t row) const;
     // The value as text, "" where it is missing.
-    [[nodiscard]] std::string Text(std::size_t iRow) const;
+    [[nodiscard]] std::string Text(std::size_t row) const;
     // As it stands on an axis or over a column: "bill length (mm)".
     [[nodiscard]] std::string Label() const;
 };
 
 struct Table {
-    std::vector<Column> aColumns;
-    std::size_t nRows = 0;
+    std::vector<Column> columns;
+    std::size_t rows = 0;
 
     // Without regard to case; a null pointer when there is none.
-    [[nodiscard]] const Column* Find(std::string_view sName) const;
+    [[nodiscard]] const Column* Find(std::string_view name) const;
     // The rows of these positions, in their order.
-    [[nodiscard]] Table Rows(const std::vector<std::size_t>& aRows) const;
+    [[nodiscard]] Table Rows(const std::vector<std::size_t>& rowsList) const;
 };
 
 // The shortest text that reads as the same number.
-[[nodiscard]] std::string TextOf(double dblValue);
+[[nodiscard]] std::string TextOf(double value);
 // A column's name as it is read aloud: "bill length" of "bill_length_mm".
-[[nodiscard]] std::string SpokenName(std::string_view sName);
+[[nodiscard]] std::string SpokenName(std::string_view name);
 // The unit that a column's name ends in, such as "mm" of "bill_length_mm"; "" when it ends in none that is known.
-[[nodiscard]] std::string UnitInName(std::string_view sName);
+[[nodiscard]] std::string UnitInName(std::string_view name);
 // The number that the whole text is, with the sign given as its decimal point.
-[[nodiscard]] std::optional<double> NumberOf(std::string_view sText, char cPoint = '.');
+[[nodiscard]] std::optional<double> NumberOf(std::string_view text, char point = '.');
 
 } // namespace studies

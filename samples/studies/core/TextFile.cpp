@@ -15,8 +15,8 @@
 namespace studies {
 namespace {
 
-void Append(std::string& sText, char32_t c) {
-    const auto Add = [&](char32_t nBits) { sText += static_cast<char>(static_cast<unsigned char>(nBits)); };
+void Append(std::string& text, char32_t c) {
+    const auto Add = [&](char32_t bits) { text += static_cast<char>(static_cast<unsigned char>(bits)); };
     if (c < 0x80) {
         Add(c);
     } else if (c < 0x800) {
@@ -34,93 +34,93 @@ void Append(std::string& sText, char32_t c) {
     }
 }
 
-bool IsUtf8(std::string_view sBytes) {
-    std::size_t nFollow = 0; // bytes that the character still needs
-    for (const char cByte : sBytes) {
-        const auto c = static_cast<unsigned char>(cByte);
-        if (nFollow > 0) {
+bool IsUtf8(std::string_view bytes) {
+    std::size_t follow = 0; // bytes that the character still needs
+    for (const char byte : bytes) {
+        const auto c = static_cast<unsigned char>(byte);
+        if (follow > 0) {
             if ((c & 0xC0) != 0x80)
                 return false;
-            --nFollow;
+            --follow;
         } else if (c >= 0x80) {
             if (c < 0xC2 || c > 0xF4)
                 return false;
-            nFollow = c < 0xE0 ? 1 : c < 0xF0 ? 2 : 3;
+            follow = c < 0xE0 ? 1 : c < 0xF0 ? 2 : 3;
         }
     }
-    return nFollow == 0;
+    return follow == 0;
 }
 
-std::string FromWindows1252(std::string_view sBytes) {
+std::string FromWindows1252(std::string_view bytes) {
     // 0x80 to 0x9F; the other bytes are the characters of their number, as are the five that it leaves undefined.
-    static constexpr std::array<char32_t, 32> aMiddle{0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
-                                                      0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
-                                                      0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                      0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
-    std::string sText;
-    sText.reserve(sBytes.size() + sBytes.size() / 8);
-    for (const char cByte : sBytes) {
-        const auto c = static_cast<unsigned char>(cByte);
-        Append(sText, c >= 0x80 && c < 0xA0 ? aMiddle[c - 0x80U] : c);
+    static constexpr std::array<char32_t, 32> middle{0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
+                                                     0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
+                                                     0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                     0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 8);
+    for (const char byte : bytes) {
+        const auto c = static_cast<unsigned char>(byte);
+        Append(text, c >= 0x80 && c < 0xA0 ? middle[c - 0x80U] : c);
     }
-    return sText;
+    return text;
 }
 
-std::string FromUtf16(std::string_view sBytes, bool bLowFirst) {
+std::string FromUtf16(std::string_view bytes, bool lowFirst) {
     const auto Unit = [&](std::size_t i) {
-        const auto c1 = static_cast<unsigned char>(sBytes[i]);
-        const auto c2 = static_cast<unsigned char>(sBytes[i + 1]);
-        return static_cast<char32_t>(bLowFirst ? c1 | c2 << 8 : c1 << 8 | c2);
+        const auto c1 = static_cast<unsigned char>(bytes[i]);
+        const auto c2 = static_cast<unsigned char>(bytes[i + 1]);
+        return static_cast<char32_t>(lowFirst ? c1 | c2 << 8 : c1 << 8 | c2);
     };
-    std::string sText;
-    for (std::size_t i = 0; i + 1 < sBytes.size(); i += 2) {
+    std::string text;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         char32_t c = Unit(i);
         if (c >= 0xD800 && c < 0xE000) { // half of a character, with the other half behind it
-            const char32_t cNext = c < 0xDC00 && i + 3 < sBytes.size() ? Unit(i + 2) : 0;
-            const bool bWhole = cNext >= 0xDC00 && cNext < 0xE000;
-            c = bWhole ? 0x10000 + ((c - 0xD800) << 10) + (cNext - 0xDC00) : 0xFFFD;
-            i += bWhole ? 2 : 0;
+            const char32_t next = c < 0xDC00 && i + 3 < bytes.size() ? Unit(i + 2) : 0;
+            const bool whole = next >= 0xDC00 && next < 0xE000;
+            c = whole ? 0x10000 + ((c - 0xD800) << 10) + (next - 0xDC00) : 0xFFFD;
+            i += whole ? 2 : 0;
         }
-        Append(sText, c);
+        Append(text, c);
     }
-    return sText;
+    return text;
 }
 
 } // namespace
 
-std::string DecodeText(std::string sBytes, const std::string& sName) {
-    const std::string_view sView = sBytes;
-    std::string sText;
-    if (sView.substr(0, 2) == "\xFF\xFE" || sView.substr(0, 2) == "\xFE\xFF")
-        sText = FromUtf16(sView.substr(2), sView[0] == '\xFF');
-    else if (sView.substr(0, 3) == "\xEF\xBB\xBF")
-        sText = sView.substr(3);
+std::string DecodeText(std::string bytes, const std::string& name) {
+    const std::string_view view = bytes;
+    std::string text;
+    if (view.substr(0, 2) == "\xFF\xFE" || view.substr(0, 2) == "\xFE\xFF")
+        text = FromUtf16(view.substr(2), view[0] == '\xFF');
+    else if (view.substr(0, 3) == "\xEF\xBB\xBF")
+        text = view.substr(3);
     else
-        sText = std::move(sBytes);
-    if (sText.find('\0') != std::string::npos)
-        FailWith(sName + " isn't a text file. Save the table as text with commas or tabs (CSV) in the program that it "
-                         "comes from, and choose that file.");
-    return IsUtf8(sText) ? sText : FromWindows1252(sText);
+        text = std::move(bytes);
+    if (text.find('\0') != std::string::npos)
+        FailWith(name + " isn't a text file. Save the table as text with commas or tabs (CSV) in the program that it "
+                        "comes from, and choose that file.");
+    return IsUtf8(text) ? text : FromWindows1252(text);
 }
 
-std::string ReadTextFile(const std::string& sPath) {
-    std::error_code oIgnored; // what can't be looked at can't be opened either
-    if (std::filesystem::is_directory(sPath, oIgnored))
-        FailWith("“" + sPath + "” is a folder. Choose a file in it.");
-    std::ifstream oStream(sPath, std::ios::binary);
-    if (!oStream) {
+std::string ReadTextFile(const std::string& path) {
+    std::error_code ignored; // what can't be looked at can't be opened either
+    if (std::filesystem::is_directory(path, ignored))
+        FailWith("“" + path + "” is a folder. Choose a file in it.");
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream) {
         if (errno == ENOENT || errno == ENOTDIR)
-            FailWith("There is no file “" + sPath + "”. It may have been moved or renamed; choose it again.");
-        FailWith("The file “" + sPath + "” can't be read: " + std::strerror(errno) + ".");
+            FailWith("There is no file “" + path + "”. It may have been moved or renamed; choose it again.");
+        FailWith("The file “" + path + "” can't be read: " + std::strerror(errno) + ".");
     }
-    std::stringstream oText;
-    oText << oStream.rdbuf();
-    const std::string sName = std::filesystem::path(sPath).filename().string();
-    if (oStream.bad())
-        FailWith("The file “" + sPath + "” can't be read to its end.");
-    if (oText.view().empty())
-        FailWith(sName + " is empty. Choose a file with a row of names and rows of values.");
-    return DecodeText(std::move(oText).str(), sName);
+    std::stringstream text;
+    text << stream.rdbuf();
+    const std::string name = std::filesystem::path(path).filename().string();
+    if (stream.bad())
+        FailWith("The file “" + path + "” can't be read to its end.");
+    if (text.view().empty())
+        FailWith(name + " is empty. Choose a file with a row of names and rows of values.");
+    return DecodeText(std::move(text).str(), name);
 }
 
 } // namespace studies

@@ -8,9 +8,9 @@ namespace studies {
 // Text with a byte order mark is in that encoding: UTF-8 or UTF-16; other text is UTF-8 or, where it can't be that,
 // Windows-1252. The mark is left out. Fails, saying why and what to do, for a path that is no file that can be read,
 // for an empty file, and for one that isn't text.
-[[nodiscard]] std::string ReadTextFile(const std::string& sPath);
+[[nodiscard]] std::string ReadTextFile(const std::string& path);
 
-// The same for bytes; sName is told in failures.
-[[nodiscard]] std::string DecodeText(std::string sBytes, const std::string& sName);
+// The same for bytes; name is told in failures.
+[[nodiscard]] std::string DecodeText(std::string bytes, const std::string& name);
 
 } // namespace studies

@@ -21,35 +21,35 @@ using namespace corvane;
 namespace {
 
 // A window with several pages is opened hidden, so that the right one comes up at once.
-Ref<Window> OpenHidden(const std::string& sWindow, const Ref<Object>& oAbout,
-                       const Ref<IWindowExitHandler>& oExitHandler, const std::string& sKey) {
+Ref<Window> OpenHidden(const std::string& window, const Ref<Object>& about, const Ref<IWindowExitHandler>& exitHandler,
+                       const std::string& key) {
     return CorvaneMain::Framework()->WindowManager()->OpenWindow(
-        sWindow, oAbout, oExitHandler, WindowShowModeConstants::cvDefinitionDefault,
+        window, about, exitHandler, WindowShowModeConstants::cvDefinitionDefault,
         WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
         WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
-        ShowApplyCommandConstants::cvDefinitionDefault, sKey, true);
+        ShowApplyCommandConstants::cvDefinitionDefault, key, true);
 }
 
 // Windows are found again by these and the number in the store behind them, also at the next start.
-const std::string sDataKey = "data ";
-const std::string sAnalysisKey = "analysis ";
-const std::string sReportKey = "report ";
+const std::string dataKey = "data ";
+const std::string analysisKey = "analysis ";
+const std::string reportKey = "report ";
 
 // The number in a key that begins so; 0 for another key.
-Id NumberIn(const std::string& sKey, const std::string& sBegin) {
-    Id nNumber = 0;
-    if (sKey.compare(0, sBegin.size(), sBegin) == 0)
-        std::from_chars(sKey.data() + sBegin.size(), sKey.data() + sKey.size(), nNumber);
-    return nNumber;
+Id NumberIn(const std::string& key, const std::string& begin) {
+    Id number = 0;
+    if (key.compare(0, begin.size(), begin) == 0)
+        std::from_chars(key.data() + begin.size(), key.data() + key.size(), number);
+    return number;
 }
 
 struct Place {
-    const char* sWindow;
-    Long lPage;
+    const char* window;
+    Long page;
 };
 
-Place PlaceOf(AnalysisKind eKind) {
-    switch (eKind) {
+Place PlaceOf(AnalysisKind kind) {
+    switch (kind) {
     case AnalysisKind::Histogram:
         return {"Chart", 0};
     case AnalysisKind::Scatter:
@@ -64,151 +64,149 @@ Place PlaceOf(AnalysisKind eKind) {
     return {"Summary", 0};
 }
 
-Ref<Window> OpenDocument(const Ref<AnalysisDocument>& oDocument) {
-    const Place oPlace = PlaceOf(oDocument->Settings().eKind);
-    const std::string sKey =
-        oDocument->Number() == 0 ? std::string() : sAnalysisKey + std::to_string(oDocument->Number());
-    Ref<Window> oWindow = OpenHidden(oPlace.sWindow, oDocument, nullptr, sKey);
-    oWindow->SetCaption(oDocument->Name());
-    if (oPlace.lPage != 0)
-        oWindow->SetActivePageIndex(oPlace.lPage);
-    oWindow->Show();
-    return oWindow;
+Ref<Window> OpenDocument(const Ref<AnalysisDocument>& document) {
+    const Place place = PlaceOf(document->Settings().kind);
+    const std::string key = document->Number() == 0 ? std::string() : analysisKey + std::to_string(document->Number());
+    Ref<Window> window = OpenHidden(place.window, document, nullptr, key);
+    window->SetCaption(document->Name());
+    if (place.page != 0)
+        window->SetActivePageIndex(place.page);
+    window->Show();
+    return window;
 }
 
 // Loops go over a copy: what is done to one window may end others.
 std::vector<Ref<Window>> OpenWindows() {
-    std::vector<Ref<Window>> aWindows;
-    for (const Ref<Window>& oWindow : *CorvaneMain::Framework()->WindowManager()->Windows())
-        aWindows.push_back(oWindow);
-    return aWindows;
+    std::vector<Ref<Window>> windows;
+    for (const Ref<Window>& window : *CorvaneMain::Framework()->WindowManager()->Windows())
+        windows.push_back(window);
+    return windows;
 }
 
-std::string ReportCaption(const StudyContext& oStudy) {
-    return "Report on " + oStudy.Space()->GetStore().StudyOf(oStudy.Number()).sName;
+std::string ReportCaption(const StudyContext& study) {
+    return "Report on " + study.Space()->GetStore().StudyOf(study.Number()).name;
 }
 
-void CheckColumns(const Table& oTable, AnalysisKind eKind) {
-    const auto nNumeric = std::count_if(oTable.aColumns.begin(), oTable.aColumns.end(),
-                                        [](const Column& oColumn) { return oColumn.IsNumeric(); });
-    if (eKind != AnalysisKind::Summary && nNumeric == 0)
+void CheckColumns(const Table& table, AnalysisKind kind) {
+    const auto numeric = std::count_if(table.columns.begin(), table.columns.end(),
+                                       [](const Column& column) { return column.IsNumeric(); });
+    if (kind != AnalysisKind::Summary && numeric == 0)
         FailWith("The data have no column of numbers.");
-    if (eKind == AnalysisKind::Scatter && nNumeric < 2)
+    if (kind == AnalysisKind::Scatter && numeric < 2)
         FailWith("A scatter plot needs two columns of numbers; the data have one.");
-    if (eKind == AnalysisKind::Comparison && GroupColumns(oTable).empty())
+    if (kind == AnalysisKind::Comparison && GroupColumns(table).empty())
         FailWith("The data have no column to group by.");
 }
 
 } // namespace
 
-Ref<Window> OpenDataWindow(const Ref<DataSetContext>& oData, const Ref<IWindowExitHandler>& oExitHandler) {
-    const std::string sKey = (oData->Space()->Keeps() ? sDataKey : "file ") + std::to_string(oData->Number());
-    const Ref<Window> oWindow = OpenHidden("Data", oData, oExitHandler, sKey);
-    oWindow->SetCaption(oData->Info().sName);
-    oWindow->Show();
-    return oWindow;
+Ref<Window> OpenDataWindow(const Ref<DataSetContext>& data, const Ref<IWindowExitHandler>& exitHandler) {
+    const std::string key = (data->Space()->Keeps() ? dataKey : "file ") + std::to_string(data->Number());
+    const Ref<Window> window = OpenHidden("Data", data, exitHandler, key);
+    window->SetCaption(data->Info().name);
+    window->Show();
+    return window;
 }
 
-Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& oData, AnalysisKind eKind) {
-    const Table& oTable = oData->Data();
-    CheckColumns(oTable, eKind);
-    Ref<Window> oWindow = OpenDocument(New<AnalysisDocument>(oData, FirstSettings(oTable, eKind, ReadPreferences())));
-    if (eKind == AnalysisKind::Summary)
-        ShowStatus("Summary of " + oData->Info().sName + ": " + LineText(Summarize(oTable)));
-    return oWindow;
+Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& data, AnalysisKind kind) {
+    const Table& table = data->Data();
+    CheckColumns(table, kind);
+    Ref<Window> window = OpenDocument(New<AnalysisDocument>(data, FirstSettings(table, kind, ReadPreferences())));
+    if (kind == AnalysisKind::Summary)
+        ShowStatus("Summary of " + data->Info().name + ": " + LineText(Summarize(table)));
+    return window;
 }
 
-Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& oData, const std::string& sCommand) {
-    return OpenNewAnalysis(oData, AnalysisKindOf(FoldText(sCommand)));
+Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& data, const std::string& command) {
+    return OpenNewAnalysis(data, AnalysisKindOf(FoldText(command)));
 }
 
 // A new analysis is known by its window's own key, so an open one is found by what it is about.
-Ref<Window> OpenAnalysis(const Ref<Workspace>& oWorkspace, const Analysis& oAnalysis) {
-    for (const Ref<Window>& oWindow : OpenWindows()) {
-        const Ref<AnalysisDocument> oDocument = oWindow->BusinessContext().TryAs<AnalysisDocument>();
-        if (oDocument && oDocument->Data()->Space() == oWorkspace && oDocument->Number() == oAnalysis.nId) {
-            oWindow->Show();
-            return oWindow;
+Ref<Window> OpenAnalysis(const Ref<Workspace>& workspace, const Analysis& analysis) {
+    for (const Ref<Window>& window : OpenWindows()) {
+        const Ref<AnalysisDocument> document = window->BusinessContext().TryAs<AnalysisDocument>();
+        if (document && document->Data()->Space() == workspace && document->Number() == analysis.id) {
+            window->Show();
+            return window;
         }
     }
-    return OpenDocument(New<AnalysisDocument>(oWorkspace->DataSet(oAnalysis.nDataSetId), oAnalysis));
+    return OpenDocument(New<AnalysisDocument>(workspace->DataSet(analysis.dataSetId), analysis));
 }
 
-void OpenReport(const Ref<Workspace>& oWorkspace, Id nStudyId) {
-    const auto oStudy = New<StudyContext>(oWorkspace, nStudyId);
-    const Ref<Window> oWindow = OpenHidden("Report", oStudy, nullptr, sReportKey + std::to_string(nStudyId));
-    oWindow->SetCaption(ReportCaption(*oStudy));
-    oWindow->Show();
+void OpenReport(const Ref<Workspace>& workspace, Id studyId) {
+    const auto study = New<StudyContext>(workspace, studyId);
+    const Ref<Window> window = OpenHidden("Report", study, nullptr, reportKey + std::to_string(studyId));
+    window->SetCaption(ReportCaption(*study));
+    window->Show();
 }
 
-bool OpenByKey(const Ref<Workspace>& oWorkspace, const std::string& sKey) {
-    Store& oStore = oWorkspace->GetStore();
-    if (const Id nData = NumberIn(sKey, sDataKey); nData != 0 && oStore.HasDataSet(nData))
-        OpenDataWindow(oWorkspace->DataSet(nData));
-    else if (const Id nAnalysis = NumberIn(sKey, sAnalysisKey); nAnalysis != 0 && oStore.HasAnalysis(nAnalysis))
-        OpenAnalysis(oWorkspace, oStore.AnalysisOf(nAnalysis));
-    else if (const Id nStudy = NumberIn(sKey, sReportKey);
-             nStudy != 0 && New<StudyContext>(oWorkspace, nStudy)->Exists())
-        OpenReport(oWorkspace, nStudy);
+bool OpenByKey(const Ref<Workspace>& workspace, const std::string& key) {
+    Store& store = workspace->GetStore();
+    if (const Id data = NumberIn(key, dataKey); data != 0 && store.HasDataSet(data))
+        OpenDataWindow(workspace->DataSet(data));
+    else if (const Id analysis = NumberIn(key, analysisKey); analysis != 0 && store.HasAnalysis(analysis))
+        OpenAnalysis(workspace, store.AnalysisOf(analysis));
+    else if (const Id study = NumberIn(key, reportKey); study != 0 && New<StudyContext>(workspace, study)->Exists())
+        OpenReport(workspace, study);
     else
         return false;
     return true;
 }
 
-bool AskInWindow(const std::string& sWindow, const Ref<Object>& oBusinessContext, const std::string& sCaption) {
-    const Ref<Window> oWindow = OpenHidden(sWindow, oBusinessContext, nullptr, {});
-    oWindow->SetCaption(sCaption);
-    oWindow->Show();
-    return !oWindow->WasWindowCancelled();
+bool AskInWindow(const std::string& windowName, const Ref<Object>& businessContext, const std::string& caption) {
+    const Ref<Window> window = OpenHidden(windowName, businessContext, nullptr, {});
+    window->SetCaption(caption);
+    window->Show();
+    return !window->WasWindowCancelled();
 }
 
 void WindowsFollow() {
-    for (const Ref<Window>& oWindow : OpenWindows()) {
-        const Ref<Object> oAbout = oWindow->BusinessContext();
-        if (const Ref<DataSetContext> oData = oAbout.TryAs<DataSetContext>()) {
-            if (!oData->Exists())
-                oWindow->Terminate();
-            else if (!oWindow->IsModal())
-                oWindow->SetCaption(oData->Info().sName);
-        } else if (const Ref<AnalysisDocument> oDocument = oAbout.TryAs<AnalysisDocument>()) {
-            if (!oDocument->Exists()) {
-                oWindow->Terminate();
+    for (const Ref<Window>& window : OpenWindows()) {
+        const Ref<Object> about = window->BusinessContext();
+        if (const Ref<DataSetContext> data = about.TryAs<DataSetContext>()) {
+            if (!data->Exists())
+                window->Terminate();
+            else if (!window->IsModal())
+                window->SetCaption(data->Info().name);
+        } else if (const Ref<AnalysisDocument> document = about.TryAs<AnalysisDocument>()) {
+            if (!document->Exists()) {
+                window->Terminate();
                 continue;
             }
-            oDocument->FollowStore();
-            oWindow->SetCaption(oDocument->Name());
-        } else if (const Ref<StudyContext> oStudy = oAbout.TryAs<StudyContext>()) {
-            if (!oStudy->Exists())
-                oWindow->Terminate();
-            else if (!oWindow->IsModal())
-                oWindow->SetCaption(ReportCaption(*oStudy));
+            document->FollowStore();
+            window->SetCaption(document->Name());
+        } else if (const Ref<StudyContext> study = about.TryAs<StudyContext>()) {
+            if (!study->Exists())
+                window->Terminate();
+            else if (!window->IsModal())
+                window->SetCaption(ReportCaption(*study));
         }
     }
 }
 
-void TellAllWindows(const std::string& sWhat) {
-    std::set<Workspace*> aTold;
-    for (const Ref<Window>& oWindow : OpenWindows()) {
-        const Ref<Object> oAbout = oWindow->BusinessContext();
-        Ref<Workspace> oWorkspace;
-        if (const Ref<DataSetContext> oData = oAbout.TryAs<DataSetContext>())
-            oWorkspace = oData->Space();
-        else if (const Ref<AnalysisDocument> oDocument = oAbout.TryAs<AnalysisDocument>())
-            oWorkspace = oDocument->Data()->Space();
-        else if (const Ref<StudyContext> oStudy = oAbout.TryAs<StudyContext>())
-            oWorkspace = oStudy->Space();
-        if (oWorkspace && aTold.insert(oWorkspace.Get()).second)
-            oWorkspace->Tell(sWhat);
+void TellAllWindows(const std::string& what) {
+    std::set<Workspace*> told;
+    for (const Ref<Window>& window : OpenWindows()) {
+        const Ref<Object> about = window->BusinessContext();
+        Ref<Workspace> workspace;
+        if (const Ref<DataSetContext> data = about.TryAs<DataSetContext>())
+            workspace = data->Space();
+        else if (const Ref<AnalysisDocument> document = about.TryAs<AnalysisDocument>())
+            workspace = document->Data()->Space();
+        else if (const Ref<StudyContext> study = about.TryAs<StudyContext>())
+            workspace = study->Space();
+        if (workspace && told.insert(workspace.Get()).second)
+            workspace->Tell(what);
     }
 }
 
 std::vector<Ref<AnalysisDocument>> ChangedAnalyses() {
-    std::vector<Ref<AnalysisDocument>> aChanged;
-    for (const Ref<Window>& oWindow : OpenWindows())
-        if (const Ref<AnalysisDocument> oDocument = oWindow->BusinessContext().TryAs<AnalysisDocument>())
-            if (oDocument->IsChanged())
-                aChanged.push_back(oDocument);
-    return aChanged;
+    std::vector<Ref<AnalysisDocument>> changed;
+    for (const Ref<Window>& window : OpenWindows())
+        if (const Ref<AnalysisDocument> document = window->BusinessContext().TryAs<AnalysisDocument>())
+            if (document->IsChanged())
+                changed.push_back(document);
+    return changed;
 }
 
 } // namespace studies

@@ -9,26 +9,26 @@
 namespace studies {
 
 // The data set's table. Opening it again shows the open one.
-corvane::Ref<corvane::Window> OpenDataWindow(const corvane::Ref<DataSetContext>& oData,
-                                             const corvane::Ref<corvane::IWindowExitHandler>& oExitHandler = nullptr);
+corvane::Ref<corvane::Window> OpenDataWindow(const corvane::Ref<DataSetContext>& data,
+                                             const corvane::Ref<corvane::IWindowExitHandler>& exitHandler = nullptr);
 // A new analysis of that kind, with its first settings. Fails when the data have no columns for it.
-corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& oData, AnalysisKind eKind);
+corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& data, AnalysisKind kind);
 // The same for an analysis by the name of its command: "Summary", "Histogram" and so on.
-corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& oData, const std::string& sCommand);
+corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& data, const std::string& command);
 // An analysis of the store. Opening it again shows the open one.
-corvane::Ref<corvane::Window> OpenAnalysis(const corvane::Ref<Workspace>& oWorkspace, const Analysis& oAnalysis);
+corvane::Ref<corvane::Window> OpenAnalysis(const corvane::Ref<Workspace>& workspace, const Analysis& analysis);
 // The report on a study; there is one for each.
-void OpenReport(const corvane::Ref<Workspace>& oWorkspace, Id nStudyId);
+void OpenReport(const corvane::Ref<Workspace>& workspace, Id studyId);
 // The window of that key, as it was open once. False when it isn't about anything in the store, or that has gone.
-bool OpenByKey(const corvane::Ref<Workspace>& oWorkspace, const std::string& sKey);
+bool OpenByKey(const corvane::Ref<Workspace>& workspace, const std::string& key);
 // A modal window of that definition, which has ended when the call returns. False when the person cancelled it.
-bool AskInWindow(const std::string& sWindow, const corvane::Ref<corvane::Object>& oBusinessContext,
-                 const std::string& sCaption);
+bool AskInWindow(const std::string& windowName, const corvane::Ref<corvane::Object>& businessContext,
+                 const std::string& caption);
 
 // All windows take the names of what they are about; those close whose data set or analysis is gone.
 void WindowsFollow();
 // For what concerns all windows, such as the preferences: each shows its figures anew.
-void TellAllWindows(const std::string& sWhat);
+void TellAllWindows(const std::string& what);
 // The analyses in open windows that have changes which aren't saved.
 [[nodiscard]] std::vector<corvane::Ref<AnalysisDocument>> ChangedAnalyses();
 

@@ -6,114 +6,112 @@ namespace studies {
 
 using namespace corvane;
 
-Workspace::Workspace(const std::string& sPath, bool bKeeps)
-    : m_pStore(std::make_unique<Store>(sPath)), m_bKeeps(bKeeps) {}
+Workspace::Workspace(const std::string& path, bool keeps) : m_store(std::make_unique<Store>(path)), m_keeps(keeps) {}
 
 Store& Workspace::GetStore() const {
-    if (!m_pStore)
+    if (!m_store)
         FailWith("The studies have been closed.");
-    return *m_pStore;
+    return *m_store;
 }
 
-Ref<DataSetContext> Workspace::DataSet(Id nDataSetId) {
-    if (const auto it = m_mapContexts.find(nDataSetId); it != m_mapContexts.end())
+Ref<DataSetContext> Workspace::DataSet(Id dataSetId) {
+    if (const auto it = m_contexts.find(dataSetId); it != m_contexts.end())
         return Ref<DataSetContext>(it->second);
-    (void)GetStore().DataSetOf(nDataSetId);
-    auto oContext = New<DataSetContext>(Ref<Workspace>(this), nDataSetId);
-    m_mapContexts[nDataSetId] = oContext.Get();
-    return oContext;
+    (void)GetStore().DataSetOf(dataSetId);
+    auto context = New<DataSetContext>(Ref<Workspace>(this), dataSetId);
+    m_contexts[dataSetId] = context.Get();
+    return context;
 }
 
 void Workspace::Close() {
-    m_pStore.reset();
+    m_store.reset();
 }
 
-DataSetContext::DataSetContext(Ref<Workspace> oWorkspace, Id nDataSetId)
-    : m_oWorkspace(std::move(oWorkspace)), m_nDataSetId(nDataSetId) {}
+DataSetContext::DataSetContext(Ref<Workspace> workspace, Id dataSetId)
+    : m_workspace(std::move(workspace)), m_dataSetId(dataSetId) {}
 
 DataSetContext::~DataSetContext() {
-    m_oWorkspace->Forget(m_nDataSetId);
+    m_workspace->Forget(m_dataSetId);
 }
 
 bool DataSetContext::Exists() const {
-    return m_oWorkspace->GetStore().HasDataSet(m_nDataSetId);
+    return m_workspace->GetStore().HasDataSet(m_dataSetId);
 }
 
 const Table& DataSetContext::Data() {
-    const Store& oStore = m_oWorkspace->GetStore();
-    if (!m_pTable || m_nRevision != oStore.DataRevision()) {
-        m_pTable = std::make_unique<Table>(m_oWorkspace->GetStore().ReadDataSet(m_nDataSetId));
-        m_nRevision = oStore.DataRevision();
+    const Store& store = m_workspace->GetStore();
+    if (!m_table || m_revision != store.DataRevision()) {
+        m_table = std::make_unique<Table>(m_workspace->GetStore().ReadDataSet(m_dataSetId));
+        m_revision = store.DataRevision();
     }
-    return *m_pTable;
+    return *m_table;
 }
 
-AnalysisDocument::AnalysisDocument(Ref<DataSetContext> oData, AnalysisSettings oSettings)
-    : m_oData(std::move(oData)), m_oSettings(std::move(oSettings)), m_oSaved(m_oSettings) {}
+AnalysisDocument::AnalysisDocument(Ref<DataSetContext> data, AnalysisSettings settings)
+    : m_data(std::move(data)), m_settings(std::move(settings)), m_saved(m_settings) {}
 
-AnalysisDocument::AnalysisDocument(Ref<DataSetContext> oData, const Analysis& oAnalysis)
-    : m_oData(std::move(oData)), m_nAnalysisId(oAnalysis.nId), m_oSettings(oAnalysis.oSettings),
-      m_oSaved(oAnalysis.oSettings) {}
+AnalysisDocument::AnalysisDocument(Ref<DataSetContext> data, const Analysis& analysis)
+    : m_data(std::move(data)), m_analysisId(analysis.id), m_settings(analysis.settings), m_saved(analysis.settings) {}
 
-void AnalysisDocument::SetSettings(const AnalysisSettings& oSettings) {
-    if (oSettings == m_oSettings)
+void AnalysisDocument::SetSettings(const AnalysisSettings& settings) {
+    if (settings == m_settings)
         return;
-    m_oSettings = oSettings;
+    m_settings = settings;
     Changed.Raise();
 }
 
-void AnalysisDocument::Look(AnalysisKind eKind) {
-    const bool bTouched = IsChanged();
-    AnalysisSettings oSettings = m_oSettings;
-    oSettings.eKind = eKind;
-    Complete(m_oData->Data(), oSettings, ReadPreferences());
-    if (oSettings == m_oSettings)
+void AnalysisDocument::Look(AnalysisKind kind) {
+    const bool touched = IsChanged();
+    AnalysisSettings settings = m_settings;
+    settings.kind = kind;
+    Complete(m_data->Data(), settings, ReadPreferences());
+    if (settings == m_settings)
         return;
-    m_oSettings = oSettings;
-    if (!bTouched && !oSettings.IsLike(m_oSaved))
-        m_oSaved = oSettings;
+    m_settings = settings;
+    if (!touched && !settings.IsLike(m_saved))
+        m_saved = settings;
     Changed.Raise();
 }
 
 std::string AnalysisDocument::Name() const {
-    return m_oSettings.Title(m_oData->Info().sName);
+    return m_settings.Title(m_data->Info().name);
 }
 
 void AnalysisDocument::Save() {
     if (!CanBeSaved())
         FailWith("These data aren't part of a study. Import the file into a study to save analyses of it.");
-    const Ref<Workspace>& oWorkspace = m_oData->Space();
-    const std::string sName = Name();
-    if (m_nAnalysisId == 0) {
-        m_nAnalysisId = oWorkspace->GetStore().AddAnalysis(m_oData->Number(), sName, m_oSettings);
-        m_oSaved = m_oSettings;
-        oWorkspace->Tell(sName + " has been added to the study");
+    const Ref<Workspace>& workspace = m_data->Space();
+    const std::string name = Name();
+    if (m_analysisId == 0) {
+        m_analysisId = workspace->GetStore().AddAnalysis(m_data->Number(), name, m_settings);
+        m_saved = m_settings;
+        workspace->Tell(name + " has been added to the study");
     } else {
-        oWorkspace->GetStore().ChangeAnalysis(m_nAnalysisId, sName, m_oSettings);
-        m_oSaved = m_oSettings;
-        oWorkspace->Tell(sName + " has been saved");
+        workspace->GetStore().ChangeAnalysis(m_analysisId, name, m_settings);
+        m_saved = m_settings;
+        workspace->Tell(name + " has been saved");
     }
     Changed.Raise();
 }
 
 void AnalysisDocument::FollowStore() {
-    if (m_nAnalysisId == 0)
+    if (m_analysisId == 0)
         return;
-    const AnalysisSettings oStored = m_oData->Space()->GetStore().AnalysisOf(m_nAnalysisId).oSettings;
-    if (oStored.IsLike(m_oSaved))
+    const AnalysisSettings stored = m_data->Space()->GetStore().AnalysisOf(m_analysisId).settings;
+    if (stored.IsLike(m_saved))
         return;
-    const bool bTouched = IsChanged();
-    m_oSaved = oStored;
-    if (!bTouched) {
-        const AnalysisKind eShown = m_oSettings.eKind;
-        m_oSettings = oStored;
-        m_oSettings.eKind = eShown;
+    const bool touched = IsChanged();
+    m_saved = stored;
+    if (!touched) {
+        const AnalysisKind shown = m_settings.kind;
+        m_settings = stored;
+        m_settings.kind = shown;
     }
     Changed.Raise();
 }
 
 bool AnalysisDocument::Exists() const {
-    return m_oData->Exists() && (m_nAnalysisId == 0 || m_oData->Space()->GetStore().HasAnalysis(m_nAnalysisId));
+    return m_data->Exists() && (m_analysisId == 0 || m_data->Space()->GetStore().HasAnalysis(m_analysisId));
 }
 
 } // namespace studies

@@ -19,76 +19,76 @@ class DataSetContext;
 class Workspace final : public corvane::Object {
 public:
     // As Store. What isn't kept is gone with the program, so no analysis is saved in it.
-    Workspace(const std::string& sPath, bool bKeeps);
+    Workspace(const std::string& path, bool keeps);
 
     // Fails once the workspace has been closed.
     [[nodiscard]] Store& GetStore() const;
-    [[nodiscard]] bool Keeps() const { return m_bKeeps; }
+    [[nodiscard]] bool Keeps() const { return m_keeps; }
     // The one object for that data set. Fails when there is none.
-    [[nodiscard]] corvane::Ref<DataSetContext> DataSet(Id nDataSetId);
+    [[nodiscard]] corvane::Ref<DataSetContext> DataSet(Id dataSetId);
     // Whether a window shows that data set.
-    [[nodiscard]] bool IsInUse(Id nDataSetId) const { return m_mapContexts.contains(nDataSetId); }
+    [[nodiscard]] bool IsInUse(Id dataSetId) const { return m_contexts.contains(dataSetId); }
     // The store has changed; says what, for the status line.
-    void Tell(const std::string& sWhat) { Changed.Raise(sWhat); }
+    void Tell(const std::string& what) { Changed.Raise(what); }
     void Close();
 
     corvane::Event<const std::string&> Changed;
 
     // By DataSetContext, at its end.
-    void Forget(Id nDataSetId) { m_mapContexts.erase(nDataSetId); }
+    void Forget(Id dataSetId) { m_contexts.erase(dataSetId); }
 
     std::string_view TypeName() const override { return "Workspace"; }
 
 private:
-    std::unique_ptr<Store> m_pStore;
-    bool m_bKeeps;
-    std::map<Id, DataSetContext*> m_mapContexts; // the living ones
+    std::unique_ptr<Store> m_store;
+    bool m_keeps;
+    std::map<Id, DataSetContext*> m_contexts; // the living ones
 };
 
 // What a window about a data set is about.
 class DataSetContext final : public corvane::Object {
 public:
-    DataSetContext(corvane::Ref<Workspace> oWorkspace, Id nDataSetId);
+    DataSetContext(corvane::Ref<Workspace> workspace, Id dataSetId);
     ~DataSetContext() override;
 
-    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_oWorkspace; }
-    [[nodiscard]] Id Number() const { return m_nDataSetId; }
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
+    [[nodiscard]] Id Number() const { return m_dataSetId; }
     [[nodiscard]] bool Exists() const;
     // As it is now. Fails when it doesn't exist any more.
-    [[nodiscard]] DataSet Info() const { return m_oWorkspace->GetStore().DataSetOf(m_nDataSetId); }
+    [[nodiscard]] DataSet Info() const { return m_workspace->GetStore().DataSetOf(m_dataSetId); }
     // The whole table; read once, and again after a change. Valid until then.
     [[nodiscard]] const Table& Data();
 
     std::string_view TypeName() const override { return "DataSetContext"; }
 
 private:
-    corvane::Ref<Workspace> m_oWorkspace;
-    Id m_nDataSetId;
-    std::unique_ptr<Table> m_pTable;
-    std::uint64_t m_nRevision = 0;
+    corvane::Ref<Workspace> m_workspace;
+    Id m_dataSetId;
+    std::unique_ptr<Table> m_table;
+    std::uint64_t m_revision = 0;
 };
 
 // What a window about an analysis is about: its settings as they are in the window and as they are in the store.
 class AnalysisDocument final : public corvane::Object {
 public:
     // A new one, which isn't in the store.
-    AnalysisDocument(corvane::Ref<DataSetContext> oData, AnalysisSettings oSettings);
-    AnalysisDocument(corvane::Ref<DataSetContext> oData, const Analysis& oAnalysis);
+    AnalysisDocument(corvane::Ref<DataSetContext> data, AnalysisSettings settings);
+    AnalysisDocument(corvane::Ref<DataSetContext> data, const Analysis& analysis);
 
-    [[nodiscard]] const corvane::Ref<DataSetContext>& Data() const { return m_oData; }
-    [[nodiscard]] const AnalysisSettings& Settings() const { return m_oSettings; }
-    void SetSettings(const AnalysisSettings& oSettings);
+    [[nodiscard]] const corvane::Ref<DataSetContext>& Data() const { return m_data; }
+    [[nodiscard]] const AnalysisSettings& Settings() const { return m_settings; }
+    void SetSettings(const AnalysisSettings& settings);
     // Looks at it as that kind. What the kind needs and nobody has chosen is filled in, which is no change of theirs.
-    void Look(AnalysisKind eKind);
+    void Look(AnalysisKind kind);
     // 0 for one that isn't in the store.
-    [[nodiscard]] Id Number() const { return m_nAnalysisId; }
+    [[nodiscard]] Id Number() const { return m_analysisId; }
     [[nodiscard]] std::string Name() const;
-    [[nodiscard]] bool CanBeSaved() const { return m_oData->Space()->Keeps(); }
+    [[nodiscard]] bool CanBeSaved() const { return m_data->Space()->Keeps(); }
     // Whether somebody would miss something: a new one counts as changed once its settings are. The kind alone is what
     // page was looked at last.
-    [[nodiscard]] bool IsChanged() const { return CanBeSaved() && !m_oSettings.IsLike(m_oSaved); }
+    [[nodiscard]] bool IsChanged() const { return CanBeSaved() && !m_settings.IsLike(m_saved); }
     // Whether Save would do something.
-    [[nodiscard]] bool IsUnsaved() const { return CanBeSaved() && (m_nAnalysisId == 0 || IsChanged()); }
+    [[nodiscard]] bool IsUnsaved() const { return CanBeSaved() && (m_analysisId == 0 || IsChanged()); }
     // Puts it into the study, or what has been changed. Fails when the data set isn't there any more.
     void Save();
     // The store has changed: what is saved may be another by undo. Settings that nobody has touched follow it.
@@ -101,10 +101,10 @@ public:
     std::string_view TypeName() const override { return "AnalysisDocument"; }
 
 private:
-    corvane::Ref<DataSetContext> m_oData;
-    Id m_nAnalysisId = 0;
-    AnalysisSettings m_oSettings;
-    AnalysisSettings m_oSaved;
+    corvane::Ref<DataSetContext> m_data;
+    Id m_analysisId = 0;
+    AnalysisSettings m_settings;
+    AnalysisSettings m_saved;
 };
 
 } // namespace studies

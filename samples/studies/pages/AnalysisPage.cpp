@@ -29,15 +29,15 @@ void AnalysisPage::Follow() {
     Reconsider();
 }
 
-void AnalysisPage::ChangeSettings(const std::function<void(AnalysisSettings&)>& fnChange) {
-    AnalysisSettings oSettings = Document()->Settings();
-    fnChange(oSettings);
-    Document()->SetSettings(oSettings);
+void AnalysisPage::ChangeSettings(const std::function<void(AnalysisSettings&)>& change) {
+    AnalysisSettings settings = Document()->Settings();
+    change(settings);
+    Document()->SetSettings(settings);
 }
 
-void AnalysisPage::Bind(QComboBox* pBox, std::string AnalysisSettings::*pSetting) {
-    QObject::connect(pBox, &QComboBox::currentIndexChanged, pBox, [this, pBox, pSetting] {
-        Guarded([&] { ChangeSettings([&](AnalysisSettings& oSettings) { oSettings.*pSetting = Chosen(*pBox); }); });
+void AnalysisPage::Bind(QComboBox* box, std::string AnalysisSettings::*setting) {
+    QObject::connect(box, &QComboBox::currentIndexChanged, box, [this, box, setting] {
+        Guarded([&] { ChangeSettings([&](AnalysisSettings& settings) { settings.*setting = Chosen(*box); }); });
     });
 }
 
@@ -54,12 +54,12 @@ void AnalysisPage::OnTable() {
     OpenDataWindow(Document()->Data());
 }
 
-void AnalysisPage::OnAnalyse(const Ref<ActionItem>& oActionItem) {
-    OpenNewAnalysis(Document()->Data(), oActionItem->Name());
+void AnalysisPage::OnAnalyse(const Ref<ActionItem>& actionItem) {
+    OpenNewAnalysis(Document()->Data(), actionItem->Name());
 }
 
-std::string AnalysisPage::AskForFile(const std::string& sFilter, const std::string& sEnding) const {
-    return AskForSavePath("Export", sFilter, Document()->Name() + sEnding);
+std::string AnalysisPage::AskForFile(const std::string& filter, const std::string& ending) const {
+    return AskForSavePath("Export", filter, Document()->Name() + ending);
 }
 
 } // namespace studies

@@ -13,7 +13,7 @@ public:
 
     void OnSaveAnalysis();
     void OnTable();
-    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // another one of the data, by the item's name
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // another one of the data, by the item's name
 
 protected:
     [[nodiscard]] virtual AnalysisKind Kind() const = 0;
@@ -26,11 +26,11 @@ protected:
     [[nodiscard]] corvane::Ref<AnalysisDocument> Document() const { return About<AnalysisDocument>(); }
     [[nodiscard]] const Table& Data() const { return Document()->Data()->Data(); }
     // Changes a copy of the settings and hands it to the document.
-    void ChangeSettings(const std::function<void(AnalysisSettings&)>& fnChange);
+    void ChangeSettings(const std::function<void(AnalysisSettings&)>& change);
     // A control's choice of that setting goes into the document.
-    void Bind(QComboBox* pBox, std::string AnalysisSettings::*pSetting);
+    void Bind(QComboBox* box, std::string AnalysisSettings::*setting);
     // Asks for a file; "" when the person thinks better of it. The filters are those of the host's file dialog.
-    [[nodiscard]] std::string AskForFile(const std::string& sFilter, const std::string& sEnding) const;
+    [[nodiscard]] std::string AskForFile(const std::string& filter, const std::string& ending) const;
 
 private:
     void Follow();

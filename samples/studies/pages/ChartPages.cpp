@@ -11,94 +11,94 @@
 
 namespace studies {
 
-std::vector<Column> DividingColumns(const Table& oTable) {
-    std::vector<Column> aColumns;
-    for (const std::string& sName : GroupColumns(oTable))
-        aColumns.push_back({sName, ColumnType::Text, {}, {}, {}});
-    return aColumns;
+std::vector<Column> DividingColumns(const Table& table) {
+    std::vector<Column> columns;
+    for (const std::string& name : GroupColumns(table))
+        columns.push_back({name, ColumnType::Text, {}, {}, {}});
+    return columns;
 }
 
 QWidget* ChartPage::FirstFocus() {
-    return m_pChart;
+    return m_chart;
 }
 
-QWidget* ChartPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    auto* pLayout = new QVBoxLayout(pPage);
-    auto* pRow = new QHBoxLayout;
-    m_pChart = new ChartWidget;
-    AddControls(*pRow);
-    pLayout->addLayout(pRow);
-    pLayout->addWidget(m_pChart, 1);
+QWidget* ChartPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    auto* layout = new QVBoxLayout(page);
+    auto* row = new QHBoxLayout;
+    m_chart = new ChartWidget;
+    AddControls(*row);
+    layout->addLayout(row);
+    layout->addWidget(m_chart, 1);
     ShowAnalysis();
-    return pPage;
+    return page;
 }
 
 void ChartPage::ShowAnalysis() {
     ShowSettings();
-    m_pChart->SetScene(Scene());
+    m_chart->SetScene(Scene());
 }
 
 void ChartPage::OnExport() {
-    const std::string sPath = AskForFile("PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg", ".png");
-    if (sPath.empty())
+    const std::string path = AskForFile("PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg", ".png");
+    if (path.empty())
         return;
-    SaveChart(Scene(), QSize(800, 560), Text(sPath));
-    ShowStatus("Exported to " + sPath);
+    SaveChart(Scene(), QSize(800, 560), Text(path));
+    ShowStatus("Exported to " + path);
 }
 
-void HistogramPage::AddControls(QBoxLayout& oRow) {
-    m_pColumn = new QComboBox;
-    m_pGroup = new QComboBox;
-    m_pBins = new QSpinBox;
-    m_pBins->setRange(0, 200);
-    m_pBins->setSpecialValueText("Automatic");
-    m_pBins->setKeyboardTracking(false);
-    m_pBins->setToolTip("The approximate number of bins; their edges are round numbers");
-    AddLabelled(oRow, "&Column", m_pColumn);
-    AddLabelled(oRow, "&By", m_pGroup);
-    AddLabelled(oRow, "B&ins", m_pBins);
-    Bind(m_pColumn, &AnalysisSettings::sColumnX);
-    Bind(m_pGroup, &AnalysisSettings::sGroupColumn);
-    QObject::connect(m_pBins, &QSpinBox::valueChanged, m_pBins, [this](int nBins) {
-        Guarded([&] { ChangeSettings([&](AnalysisSettings& oSettings) { oSettings.nBins = nBins; }); });
+void HistogramPage::AddControls(QBoxLayout& row) {
+    m_column = new QComboBox;
+    m_group = new QComboBox;
+    m_bins = new QSpinBox;
+    m_bins->setRange(0, 200);
+    m_bins->setSpecialValueText("Automatic");
+    m_bins->setKeyboardTracking(false);
+    m_bins->setToolTip("The approximate number of bins; their edges are round numbers");
+    AddLabelled(row, "&Column", m_column);
+    AddLabelled(row, "&By", m_group);
+    AddLabelled(row, "B&ins", m_bins);
+    Bind(m_column, &AnalysisSettings::columnX);
+    Bind(m_group, &AnalysisSettings::groupColumn);
+    QObject::connect(m_bins, &QSpinBox::valueChanged, m_bins, [this](int bins) {
+        Guarded([&] { ChangeSettings([&](AnalysisSettings& settings) { settings.bins = bins; }); });
     });
 }
 
 void HistogramPage::ShowSettings() {
-    const AnalysisSettings& oSettings = Document()->Settings();
-    FillColumns(*m_pColumn, Data().aColumns, true);
-    Choose(*m_pColumn, oSettings.sColumnX);
-    FillColumns(*m_pGroup, DividingColumns(Data()), false, "None");
-    Choose(*m_pGroup, oSettings.sGroupColumn);
-    const QSignalBlocker oBlocker(m_pBins);
-    m_pBins->setValue(oSettings.nBins);
+    const AnalysisSettings& settings = Document()->Settings();
+    FillColumns(*m_column, Data().columns, true);
+    Choose(*m_column, settings.columnX);
+    FillColumns(*m_group, DividingColumns(Data()), false, "None");
+    Choose(*m_group, settings.groupColumn);
+    const QSignalBlocker blocker(m_bins);
+    m_bins->setValue(settings.bins);
 }
 
 ChartScene HistogramPage::Scene() const {
     return HistogramScene(Data(), Document()->Settings());
 }
 
-void ScatterPage::AddControls(QBoxLayout& oRow) {
-    m_pColumnX = new QComboBox;
-    m_pColumnY = new QComboBox;
-    m_pGroup = new QComboBox;
-    AddLabelled(oRow, "&Y", m_pColumnY);
-    AddLabelled(oRow, "&X", m_pColumnX);
-    AddLabelled(oRow, "&By", m_pGroup);
-    Bind(m_pColumnX, &AnalysisSettings::sColumnX);
-    Bind(m_pColumnY, &AnalysisSettings::sColumnY);
-    Bind(m_pGroup, &AnalysisSettings::sGroupColumn);
+void ScatterPage::AddControls(QBoxLayout& row) {
+    m_columnX = new QComboBox;
+    m_columnY = new QComboBox;
+    m_group = new QComboBox;
+    AddLabelled(row, "&Y", m_columnY);
+    AddLabelled(row, "&X", m_columnX);
+    AddLabelled(row, "&By", m_group);
+    Bind(m_columnX, &AnalysisSettings::columnX);
+    Bind(m_columnY, &AnalysisSettings::columnY);
+    Bind(m_group, &AnalysisSettings::groupColumn);
 }
 
 void ScatterPage::ShowSettings() {
-    const AnalysisSettings& oSettings = Document()->Settings();
-    FillColumns(*m_pColumnX, Data().aColumns, true);
-    Choose(*m_pColumnX, oSettings.sColumnX);
-    FillColumns(*m_pColumnY, Data().aColumns, true);
-    Choose(*m_pColumnY, oSettings.sColumnY);
-    FillColumns(*m_pGroup, DividingColumns(Data()), false, "None");
-    Choose(*m_pGroup, oSettings.sGroupColumn);
+    const AnalysisSettings& settings = Document()->Settings();
+    FillColumns(*m_columnX, Data().columns, true);
+    Choose(*m_columnX, settings.columnX);
+    FillColumns(*m_columnY, Data().columns, true);
+    Choose(*m_columnY, settings.columnY);
+    FillColumns(*m_group, DividingColumns(Data()), false, "None");
+    Choose(*m_group, settings.groupColumn);
 }
 
 ChartScene ScatterPage::Scene() const {

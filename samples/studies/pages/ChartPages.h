@@ -17,13 +17,13 @@ public:
     void OnExport(); // the picture, as PNG or SVG
 
 protected:
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     void ShowAnalysis() override;
-    virtual void AddControls(QBoxLayout& oRow) = 0;
+    virtual void AddControls(QBoxLayout& row) = 0;
     virtual void ShowSettings() = 0;
     [[nodiscard]] virtual ChartScene Scene() const = 0;
 
-    QPointer<ChartWidget> m_pChart;
+    QPointer<ChartWidget> m_chart;
 };
 
 class HistogramPage final : public corvane::Automation<HistogramPage, ChartPage> {
@@ -37,14 +37,14 @@ public:
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Histogram; }
-    void AddControls(QBoxLayout& oRow) override;
+    void AddControls(QBoxLayout& row) override;
     void ShowSettings() override;
     [[nodiscard]] ChartScene Scene() const override;
 
 private:
-    QPointer<QComboBox> m_pColumn;
-    QPointer<QComboBox> m_pGroup;
-    QPointer<QSpinBox> m_pBins;
+    QPointer<QComboBox> m_column;
+    QPointer<QComboBox> m_group;
+    QPointer<QSpinBox> m_bins;
 };
 
 class ScatterPage final : public corvane::Automation<ScatterPage, ChartPage> {
@@ -58,17 +58,17 @@ public:
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Scatter; }
-    void AddControls(QBoxLayout& oRow) override;
+    void AddControls(QBoxLayout& row) override;
     void ShowSettings() override;
     [[nodiscard]] ChartScene Scene() const override;
 
 private:
-    QPointer<QComboBox> m_pColumnX;
-    QPointer<QComboBox> m_pColumnY;
-    QPointer<QComboBox> m_pGroup;
+    QPointer<QComboBox> m_columnX;
+    QPointer<QComboBox> m_columnY;
+    QPointer<QComboBox> m_group;
 };
 
 // The columns that can divide a table, for a control that chooses one.
-[[nodiscard]] std::vector<Column> DividingColumns(const Table& oTable);
+[[nodiscard]] std::vector<Column> DividingColumns(const Table& table);
 
 } // namespace studies

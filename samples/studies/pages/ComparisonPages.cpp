@@ -22,61 +22,61 @@ using namespace corvane;
 
 namespace {
 
-std::vector<std::string> GroupsOf(const Table& oTable, const std::string& sColumn) {
-    const Column* pColumn = oTable.Find(sColumn);
-    return pColumn ? ValuesOf(*pColumn) : std::vector<std::string>();
+std::vector<std::string> GroupsOf(const Table& table, const std::string& columnName) {
+    const Column* column = table.Find(columnName);
+    return column ? ValuesOf(*column) : std::vector<std::string>();
 }
 
 } // namespace
 
-QWidget* ComparisonPage::MakeWidget(QWidget* pParent) {
-    m_pResult = new ResultLabel;
-    QWidget* pPage = ChartPage::MakeWidget(pParent);
-    static_cast<QBoxLayout*>(pPage->layout())->addWidget(m_pResult);
-    return pPage;
+QWidget* ComparisonPage::MakeWidget(QWidget* parent) {
+    m_result = new ResultLabel;
+    QWidget* page = ChartPage::MakeWidget(parent);
+    static_cast<QBoxLayout*>(page->layout())->addWidget(m_result);
+    return page;
 }
 
-void ComparisonPage::AddControls(QBoxLayout& oRow) {
-    m_pColumn = new QComboBox;
-    m_pGroup = new QComboBox;
-    m_pFirst = new QComboBox;
-    m_pSecond = new QComboBox;
-    AddLabelled(oRow, "&Column", m_pColumn);
-    AddLabelled(oRow, "Group &by", m_pGroup);
-    AddLabelled(oRow, "Gr&oups", m_pFirst);
-    AddLabelled(oRow, "a&nd", m_pSecond);
-    Bind(m_pColumn, &AnalysisSettings::sColumnX);
-    Bind(m_pFirst, &AnalysisSettings::sFirstGroup);
-    Bind(m_pSecond, &AnalysisSettings::sSecondGroup);
-    QObject::connect(m_pGroup, &QComboBox::currentIndexChanged, m_pGroup, [this] {
+void ComparisonPage::AddControls(QBoxLayout& row) {
+    m_column = new QComboBox;
+    m_group = new QComboBox;
+    m_first = new QComboBox;
+    m_second = new QComboBox;
+    AddLabelled(row, "&Column", m_column);
+    AddLabelled(row, "Group &by", m_group);
+    AddLabelled(row, "Gr&oups", m_first);
+    AddLabelled(row, "a&nd", m_second);
+    Bind(m_column, &AnalysisSettings::columnX);
+    Bind(m_first, &AnalysisSettings::firstGroup);
+    Bind(m_second, &AnalysisSettings::secondGroup);
+    QObject::connect(m_group, &QComboBox::currentIndexChanged, m_group, [this] {
         Guarded([this] {
-            ChangeSettings([this](AnalysisSettings& oSettings) {
-                oSettings.sGroupColumn = Chosen(*m_pGroup);
-                ChooseGroups(Data(), oSettings);
+            ChangeSettings([this](AnalysisSettings& settings) {
+                settings.groupColumn = Chosen(*m_group);
+                ChooseGroups(Data(), settings);
             });
         });
     });
 }
 
 void ComparisonPage::ShowSettings() {
-    const AnalysisSettings& oSettings = Document()->Settings();
-    FillColumns(*m_pColumn, Data().aColumns, true);
-    Choose(*m_pColumn, oSettings.sColumnX);
-    FillColumns(*m_pGroup, DividingColumns(Data()), false);
-    Choose(*m_pGroup, oSettings.sGroupColumn);
-    const std::vector<std::string> aGroups = GroupsOf(Data(), oSettings.sGroupColumn);
-    FillTexts(*m_pFirst, aGroups);
-    Choose(*m_pFirst, oSettings.sFirstGroup);
-    FillTexts(*m_pSecond, aGroups);
-    Choose(*m_pSecond, oSettings.sSecondGroup);
+    const AnalysisSettings& settings = Document()->Settings();
+    FillColumns(*m_column, Data().columns, true);
+    Choose(*m_column, settings.columnX);
+    FillColumns(*m_group, DividingColumns(Data()), false);
+    Choose(*m_group, settings.groupColumn);
+    const std::vector<std::string> groups = GroupsOf(Data(), settings.groupColumn);
+    FillTexts(*m_first, groups);
+    Choose(*m_first, settings.firstGroup);
+    FillTexts(*m_second, groups);
+    Choose(*m_second, settings.secondGroup);
 }
 
 void ComparisonPage::ShowAnalysis() {
     ChartPage::ShowAnalysis();
     // Where there is no chart, it says why; once is enough.
-    m_pResult->setText(Scene().sEmpty.empty()
-                           ? Text(ComparisonText(Data(), Document()->Settings(), ReadPreferences().nDecimals))
-                           : QString());
+    m_result->setText(Scene().empty.empty()
+                          ? Text(ComparisonText(Data(), Document()->Settings(), ReadPreferences().decimals))
+                          : QString());
 }
 
 ChartScene ComparisonPage::Scene() const {
@@ -84,127 +84,128 @@ ChartScene ComparisonPage::Scene() const {
 }
 
 QWidget* BootstrapPage::FirstFocus() {
-    return m_pRun;
+    return m_run;
 }
 
-QWidget* BootstrapPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_pColumn = new QComboBox;
-    m_pFigure = new QComboBox;
-    for (const BootstrapFigure eFigure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation})
-        m_pFigure->addItem(Text(NameOf(eFigure)), Text(NameOf(eFigure)));
-    m_pResamples = new QSpinBox;
-    m_pResamples->setRange(100, 100000);
-    m_pResamples->setSingleStep(100);
-    m_pResamples->setGroupSeparatorShown(true);
-    m_pSeed = new QSpinBox;
-    m_pSeed->setRange(0, 999999);
-    m_pSeed->setToolTip("The same seed gives the same result again");
-    m_pRun = new QPushButton("&Run");
-    m_pRun->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-    m_pResult = new ResultLabel;
-    auto* pForm = new QFormLayout;
-    pForm->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    pForm->addRow("&Column", m_pColumn);
-    pForm->addRow("Stat&istic", m_pFigure);
-    pForm->addRow("Resam&ples", m_pResamples);
-    pForm->addRow("&Seed", m_pSeed);
-    pForm->addRow(QString(), m_pRun);
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addLayout(pForm);
-    pLayout->addSpacing(pPage->fontMetrics().height());
-    pLayout->addWidget(m_pResult);
-    pLayout->addStretch(1);
-    Bind(m_pColumn, &AnalysisSettings::sColumnX);
+QWidget* BootstrapPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_column = new QComboBox;
+    m_figure = new QComboBox;
+    for (const BootstrapFigure figure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation})
+        m_figure->addItem(Text(NameOf(figure)), Text(NameOf(figure)));
+    m_resamples = new QSpinBox;
+    m_resamples->setRange(100, 100000);
+    m_resamples->setSingleStep(100);
+    m_resamples->setGroupSeparatorShown(true);
+    m_seed = new QSpinBox;
+    m_seed->setRange(0, 999999);
+    m_seed->setToolTip("The same seed gives the same result again");
+    m_run = new QPushButton("&Run");
+    m_run->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    m_resultLabel = new ResultLabel;
+    auto* form = new QFormLayout;
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->addRow("&Column", m_column);
+    form->addRow("Stat&istic", m_figure);
+    form->addRow("Resam&ples", m_resamples);
+    form->addRow("&Seed", m_seed);
+    form->addRow(QString(), m_run);
+    auto* layout = new QVBoxLayout(page);
+    layout->addLayout(form);
+    layout->addSpacing(page->fontMetrics().height());
+    layout->addWidget(m_resultLabel);
+    layout->addStretch(1);
+    Bind(m_column, &AnalysisSettings::columnX);
     const auto OnChange = [this] {
         Guarded([this] {
-            ChangeSettings([this](AnalysisSettings& oSettings) {
-                oSettings.oBootstrap.eFigure = BootstrapFigureOf(Chosen(*m_pFigure));
-                oSettings.oBootstrap.nResamples = m_pResamples->value();
-                oSettings.oBootstrap.nSeed = static_cast<std::uint64_t>(m_pSeed->value());
+            ChangeSettings([this](AnalysisSettings& settings) {
+                settings.bootstrap.figure = BootstrapFigureOf(Chosen(*m_figure));
+                settings.bootstrap.resamples = m_resamples->value();
+                settings.bootstrap.seed = static_cast<std::uint64_t>(m_seed->value());
             });
         });
     };
-    QObject::connect(m_pFigure, &QComboBox::currentIndexChanged, pPage, OnChange);
-    QObject::connect(m_pResamples, &QSpinBox::valueChanged, pPage, OnChange);
-    QObject::connect(m_pSeed, &QSpinBox::valueChanged, pPage, OnChange);
-    QObject::connect(m_pRun, &QPushButton::clicked, pPage, [this] { Guarded([this] { Run(); }); });
+    QObject::connect(m_figure, &QComboBox::currentIndexChanged, page, OnChange);
+    QObject::connect(m_resamples, &QSpinBox::valueChanged, page, OnChange);
+    QObject::connect(m_seed, &QSpinBox::valueChanged, page, OnChange);
+    QObject::connect(m_run, &QPushButton::clicked, page, [this] { Guarded([this] { Run(); }); });
     ShowAnalysis();
-    return pPage;
+    return page;
 }
 
 void BootstrapPage::ShowAnalysis() {
-    const AnalysisSettings& oSettings = Document()->Settings();
-    FillColumns(*m_pColumn, Data().aColumns, true);
-    m_pColumn->setMinimumContentsLength(24); // there is room, and names have units
-    Choose(*m_pColumn, oSettings.sColumnX);
-    Choose(*m_pFigure, std::string(NameOf(oSettings.oBootstrap.eFigure)));
-    const QSignalBlocker oResamplesBlocker(m_pResamples);
-    const QSignalBlocker oSeedBlocker(m_pSeed);
-    m_pResamples->setValue(oSettings.oBootstrap.nResamples);
-    m_pSeed->setValue(static_cast<int>(oSettings.oBootstrap.nSeed));
+    const AnalysisSettings& settings = Document()->Settings();
+    FillColumns(*m_column, Data().columns, true);
+    m_column->setMinimumContentsLength(24); // there is room, and names have units
+    Choose(*m_column, settings.columnX);
+    Choose(*m_figure, std::string(NameOf(settings.bootstrap.figure)));
+    const QSignalBlocker resamplesBlocker(m_resamples);
+    const QSignalBlocker seedBlocker(m_seed);
+    m_resamples->setValue(settings.bootstrap.resamples);
+    m_seed->setValue(static_cast<int>(settings.bootstrap.seed));
     ShowResult();
 }
 
 void BootstrapPage::ShowResult() {
-    const Ref<Workspace>& oSpace = Document()->Data()->Space();
-    if (m_oResult &&
-        (!m_oResultOf.IsLike(Document()->Settings()) || m_nResultRevision != oSpace->GetStore().DataRevision()))
-        m_oResult.reset();
-    const Column* pColumn = Data().Find(Document()->Settings().sColumnX);
-    if (m_oResult && pColumn)
-        m_pResult->setText(
-            Text(BootstrapText(*m_oResult, Document()->Settings(), *pColumn, ReadPreferences().nDecimals)));
+    const Ref<Workspace>& space = Document()->Data()->Space();
+    if (m_result &&
+        (!m_resultOf.IsLike(Document()->Settings()) || m_resultRevision != space->GetStore().DataRevision()))
+        m_result.reset();
+    const Column* column = Data().Find(Document()->Settings().columnX);
+    if (m_result && column)
+        m_resultLabel->setText(
+            Text(BootstrapText(*m_result, Document()->Settings(), *column, ReadPreferences().decimals)));
     else
-        m_pResult->setText("Run resamples the data: it draws as many rows as there are, with replacement, many times. "
-                           "The variation of the statistic among these samples shows how precise it is.");
+        m_resultLabel->setText(
+            "Run resamples the data: it draws as many rows as there are, with replacement, many times. "
+            "The variation of the statistic among these samples shows how precise it is.");
 }
 
 // The bar lets events in while it waits, so the page holds itself and what it works on until the end.
 void BootstrapPage::Run() {
-    const Column* pColumn = Data().Find(Document()->Settings().sColumnX);
-    if (m_bRunning || !pColumn || !pColumn->IsNumeric())
+    const Column* column = Data().Find(Document()->Settings().columnX);
+    if (m_running || !column || !column->IsNumeric())
         return;
-    const Ref<BootstrapPage> oSelf(this);
-    const Ref<AnalysisDocument> oDocument = Document();
-    const std::vector<double> aValues = pColumn->aNumbers;
-    const std::uint64_t nRevision = oDocument->Data()->Space()->GetStore().DataRevision();
-    const AnalysisSettings oSettings = oDocument->Settings();
-    m_bRunning = true;
-    m_pRun->setEnabled(false);
-    std::optional<BootstrapResult> oResult;
+    const Ref<BootstrapPage> self(this);
+    const Ref<AnalysisDocument> document = Document();
+    const std::vector<double> values = column->numbers;
+    const std::uint64_t revision = document->Data()->Space()->GetStore().DataRevision();
+    const AnalysisSettings settings = document->Settings();
+    m_running = true;
+    m_run->setEnabled(false);
+    std::optional<BootstrapResult> result;
     try {
-        ShowStatus("Resampling " + CountText(static_cast<std::size_t>(oSettings.oBootstrap.nResamples)) + " times");
-        Progress oProgress(oSettings.oBootstrap.nResamples, Base());
-        oResult = RunBootstrap(aValues, oSettings.oBootstrap, [&](int) { return oProgress.Step(); });
+        ShowStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
+        Progress progress(settings.bootstrap.resamples, Base());
+        result = RunBootstrap(values, settings.bootstrap, [&](int) { return progress.Step(); });
     } catch (...) {
-        m_bRunning = false;
-        if (m_pRun)
-            m_pRun->setEnabled(true);
+        m_running = false;
+        if (m_run)
+            m_run->setEnabled(true);
         throw;
     }
-    m_bRunning = false;
-    if (!IsAlive() || !m_pRun)
+    m_running = false;
+    if (!IsAlive() || !m_run)
         return;
-    m_pRun->setEnabled(true);
-    m_oResult = oResult;
-    m_oResultOf = oSettings;
-    m_nResultRevision = nRevision;
+    m_run->setEnabled(true);
+    m_result = result;
+    m_resultOf = settings;
+    m_resultRevision = revision;
     ShowResult();
-    ShowStatus(oResult ? Utf8(m_pResult->text().section('\n', 0, 0)) : "Cancelled; nothing has been changed");
+    ShowStatus(result ? Utf8(m_resultLabel->text().section('\n', 0, 0)) : "Cancelled; nothing has been changed");
 }
 
 void BootstrapPage::OnExport() {
-    if (!m_oResult)
+    if (!m_result)
         FailWith("There is nothing to export yet. Choose Run first.");
-    const std::string sPath = AskForFile("Text (*.txt)|*.txt", ".txt");
-    if (sPath.empty())
+    const std::string path = AskForFile("Text (*.txt)|*.txt", ".txt");
+    if (path.empty())
         return;
-    QFile oFile(Text(sPath));
-    const QByteArray sText = (Text(Document()->Name()) + "\n\n" + m_pResult->text() + "\n").toUtf8();
-    if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sText) != sText.size() || !oFile.flush())
-        FailWith("The file “" + sPath + "” can't be written.");
-    ShowStatus("Exported to " + sPath);
+    QFile file(Text(path));
+    const QByteArray text = (Text(Document()->Name()) + "\n\n" + m_resultLabel->text() + "\n").toUtf8();
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
+        FailWith("The file “" + path + "” can't be written.");
+    ShowStatus("Exported to " + path);
 }
 
 } // namespace studies

@@ -21,18 +21,18 @@ public:
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Comparison; }
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     void ShowAnalysis() override;
-    void AddControls(QBoxLayout& oRow) override;
+    void AddControls(QBoxLayout& row) override;
     void ShowSettings() override;
     [[nodiscard]] ChartScene Scene() const override;
 
 private:
-    QPointer<QComboBox> m_pColumn;
-    QPointer<QComboBox> m_pGroup;
-    QPointer<QComboBox> m_pFirst;
-    QPointer<QComboBox> m_pSecond;
-    QPointer<QLabel> m_pResult;
+    QPointer<QComboBox> m_column;
+    QPointer<QComboBox> m_group;
+    QPointer<QComboBox> m_first;
+    QPointer<QComboBox> m_second;
+    QPointer<QLabel> m_result;
 };
 
 class BootstrapPage final : public corvane::Automation<BootstrapPage, AnalysisPage> {
@@ -49,24 +49,24 @@ public:
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Bootstrap; }
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     void ShowAnalysis() override;
 
 private:
     void Run();
     void ShowResult();
 
-    QPointer<QComboBox> m_pColumn;
-    QPointer<QComboBox> m_pFigure;
-    QPointer<QSpinBox> m_pResamples;
-    QPointer<QSpinBox> m_pSeed;
-    QPointer<QPushButton> m_pRun;
-    QPointer<QLabel> m_pResult;
+    QPointer<QComboBox> m_column;
+    QPointer<QComboBox> m_figure;
+    QPointer<QSpinBox> m_resamples;
+    QPointer<QSpinBox> m_seed;
+    QPointer<QPushButton> m_run;
+    QPointer<QLabel> m_resultLabel;
     // The latest result, and what it is of: it is shown while that is what is chosen.
-    std::optional<BootstrapResult> m_oResult;
-    AnalysisSettings m_oResultOf;
-    std::uint64_t m_nResultRevision = 0;
-    bool m_bRunning = false;
+    std::optional<BootstrapResult> m_result;
+    AnalysisSettings m_resultOf;
+    std::uint64_t m_resultRevision = 0;
+    bool m_running = false;
 };
 
 } // namespace studies

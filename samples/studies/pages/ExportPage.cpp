@@ -25,112 +25,111 @@ using namespace corvane;
 namespace {
 
 struct Format {
-    const char* sName;
-    const char* sEnding;
-    CsvStyle oStyle;
+    const char* name;
+    const char* ending;
+    CsvStyle style;
 };
 
-constexpr std::array<Format, 3> aFormats{{{"Commas between values, decimal points", ".csv", {',', '.'}},
-                                          {"Semicolons between values, decimal commas", ".csv", {';', ','}},
-                                          {"Tabs between values, decimal points", ".tsv", {'\t', '.'}}}};
+constexpr std::array<Format, 3> formats{{{"Commas between values, decimal points", ".csv", {',', '.'}},
+                                         {"Semicolons between values, decimal commas", ".csv", {';', ','}},
+                                         {"Tabs between values, decimal points", ".tsv", {'\t', '.'}}}};
 
 } // namespace
 
 void ExportPage::OnInitialize() {
-    Keep(Base()->CommandClickEvent.Subscribe([this](StandardCommandConstants eCommand) { OnCommand(eCommand); }));
+    Keep(Base()->CommandClickEvent.Subscribe([this](StandardCommandConstants command) { OnCommand(command); }));
 }
 
-QWidget* ExportPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_pFormat = new QComboBox;
-    for (const Format& oFormat : aFormats)
-        m_pFormat->addItem(oFormat.sName);
-    const QString sDocuments = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString sFolder = QDir(sDocuments).exists() ? sDocuments : QDir::homePath();
-    const QString sName = QFileInfo(Text(About<DataSetContext>()->Info().sName)).completeBaseName();
-    m_pPath = new QLineEdit(QDir(sFolder).filePath(sName + ".csv"));
-    m_pProblem = new ProblemLabel;
-    auto* pBrowse = new QPushButton("&Browse\u2026");
-    auto* pRow = new QHBoxLayout;
-    pRow->addWidget(m_pPath, 1);
-    pRow->addWidget(pBrowse);
-    const DataSet oDataSet = About<DataSetContext>()->Info();
-    const std::size_t nColumns = About<DataSetContext>()->Space()->GetStore().Columns(oDataSet.nId).size();
-    auto* pForm = new QFormLayout(pPage);
-    pForm->addRow("Contents", new QLabel(Text(SizeText(static_cast<std::size_t>(oDataSet.nRows), nColumns))));
-    pForm->addRow("&Format", m_pFormat);
-    pForm->addRow("File", pRow);
-    pForm->addRow(QString(), m_pProblem);
-    QObject::connect(m_pPath, &QLineEdit::textChanged, pPage, [this] {
+QWidget* ExportPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_format = new QComboBox;
+    for (const Format& format : formats)
+        m_format->addItem(format.name);
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString folder = QDir(documents).exists() ? documents : QDir::homePath();
+    const QString name = QFileInfo(Text(About<DataSetContext>()->Info().name)).completeBaseName();
+    m_path = new QLineEdit(QDir(folder).filePath(name + ".csv"));
+    m_problem = new ProblemLabel;
+    auto* browse = new QPushButton("&Browse\u2026");
+    auto* row = new QHBoxLayout;
+    row->addWidget(m_path, 1);
+    row->addWidget(browse);
+    const DataSet dataSet = About<DataSetContext>()->Info();
+    const std::size_t columns = About<DataSetContext>()->Space()->GetStore().Columns(dataSet.id).size();
+    auto* form = new QFormLayout(page);
+    form->addRow("Contents", new QLabel(Text(SizeText(static_cast<std::size_t>(dataSet.rows), columns))));
+    form->addRow("&Format", m_format);
+    form->addRow("File", row);
+    form->addRow(QString(), m_problem);
+    QObject::connect(m_path, &QLineEdit::textChanged, page, [this] {
         Guarded([this] {
             ShowRemark();
             Reconsider();
         });
     });
-    QObject::connect(m_pFormat, &QComboBox::currentIndexChanged, pPage, [this](int i) {
-        const QFileInfo oFile(m_pPath->text());
-        m_pPath->setText(
-            oFile.dir().filePath(oFile.completeBaseName() + aFormats[static_cast<std::size_t>(i)].sEnding));
+    QObject::connect(m_format, &QComboBox::currentIndexChanged, page, [this](int i) {
+        const QFileInfo file(m_path->text());
+        m_path->setText(file.dir().filePath(file.completeBaseName() + formats[static_cast<std::size_t>(i)].ending));
     });
-    QObject::connect(pBrowse, &QPushButton::clicked, pPage, [this] { Guarded([this] { (void)AskForPath(); }); });
+    QObject::connect(browse, &QPushButton::clicked, page, [this] { Guarded([this] { (void)AskForPath(); }); });
     ShowRemark();
-    return pPage;
+    return page;
 }
 
 QWidget* ExportPage::FirstFocus() {
-    return m_pPath;
+    return m_path;
 }
 
 std::string ExportPage::Problem() const {
-    if (!m_pPath)
+    if (!m_path)
         return {};
-    const QFileInfo oFile(m_pPath->text());
-    if (m_pPath->text().trimmed().isEmpty())
+    const QFileInfo file(m_path->text());
+    if (m_path->text().trimmed().isEmpty())
         return "Choose a file.";
-    if (oFile.isDir())
+    if (file.isDir())
         return "This is a folder.";
-    if (!oFile.isAbsolute() || !oFile.dir().exists())
-        return "There is no folder “" + Utf8(oFile.dir().path()) + "”.";
-    if (oFile.exists())
+    if (!file.isAbsolute() || !file.dir().exists())
+        return "There is no folder “" + Utf8(file.dir().path()) + "”.";
+    if (file.exists())
         return {};
-    return QFileInfo(oFile.dir().path()).isWritable() ? std::string() : "That folder isn't writable.";
+    return QFileInfo(file.dir().path()).isWritable() ? std::string() : "That folder isn't writable.";
 }
 
 void ExportPage::ShowRemark() {
-    const std::string sProblem = Problem();
-    const bool bReplaces = sProblem.empty() && QFileInfo::exists(m_pPath->text().trimmed());
-    m_pProblem->Show(bReplaces ? QString("The file exists and will be replaced.") : Text(sProblem));
+    const std::string problem = Problem();
+    const bool replaces = problem.empty() && QFileInfo::exists(m_path->text().trimmed());
+    m_problem->Show(replaces ? QString("The file exists and will be replaced.") : Text(problem));
 }
 
 // False when the person thinks better of it.
 bool ExportPage::AskForPath() {
-    const std::string sPath = AskForSavePath("Export", "Text (*.csv *.tsv)|*.csv *.tsv", Utf8(m_pPath->text()));
-    if (!sPath.empty())
-        m_pPath->setText(Text(sPath));
-    return !sPath.empty();
+    const std::string path = AskForSavePath("Export", "Text (*.csv *.tsv)|*.csv *.tsv", Utf8(m_path->text()));
+    if (!path.empty())
+        m_path->setText(Text(path));
+    return !path.empty();
 }
 
 // "Save As" asks for another file before the form saves. A page that isn't valid then holds the form back, for as long
 // as the command runs.
-void ExportPage::OnCommand(StandardCommandConstants eCommand) {
-    if (eCommand != StandardCommandConstants::cvSaveAs || !m_pPath || AskForPath())
+void ExportPage::OnCommand(StandardCommandConstants command) {
+    if (command != StandardCommandConstants::cvSaveAs || !m_path || AskForPath())
         return;
-    m_bThoughtBetter = true;
-    QTimer::singleShot(0, m_pPath, [this] {
-        m_bThoughtBetter = false;
+    m_thoughtBetter = true;
+    QTimer::singleShot(0, m_path, [this] {
+        m_thoughtBetter = false;
         Guarded([this] { Reconsider(); });
     });
 }
 
 void ExportPage::OnSave() {
-    const Ref<DataSetContext> oData = About<DataSetContext>();
-    const auto iFormat = static_cast<std::size_t>(std::max(0, m_pFormat->currentIndex()));
+    const Ref<DataSetContext> data = About<DataSetContext>();
+    const auto format = static_cast<std::size_t>(std::max(0, m_format->currentIndex()));
     // The file is there whole or not at all.
-    QSaveFile oFile(m_pPath->text().trimmed());
-    const QByteArray sText = QByteArray::fromStdString(WriteCsv(oData->Data(), aFormats[iFormat].oStyle));
-    if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sText) != sText.size() || !oFile.commit())
-        FailWith("The file “" + Utf8(oFile.fileName()) + "” can't be written: " + Utf8(oFile.errorString()) + ".");
-    ShowStatus(oData->Info().sName + " has been exported to " + Utf8(oFile.fileName()));
+    QSaveFile file(m_path->text().trimmed());
+    const QByteArray text = QByteArray::fromStdString(WriteCsv(data->Data(), formats[format].style));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+        FailWith("The file “" + Utf8(file.fileName()) + "” can't be written: " + Utf8(file.errorString()) + ".");
+    ShowStatus(data->Info().name + " has been exported to " + Utf8(file.fileName()));
 }
 
 } // namespace studies

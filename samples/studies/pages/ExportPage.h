@@ -18,19 +18,19 @@ public:
 protected:
     void OnInitialize() override;
     void OnSave() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
-    [[nodiscard]] bool IsValid() override { return !m_bThoughtBetter && Problem().empty(); }
+    QWidget* MakeWidget(QWidget* parent) override;
+    [[nodiscard]] bool IsValid() override { return !m_thoughtBetter && Problem().empty(); }
 
 private:
     bool AskForPath();
     void ShowRemark();
-    void OnCommand(corvane::StandardCommandConstants eCommand);
+    void OnCommand(corvane::StandardCommandConstants command);
     [[nodiscard]] std::string Problem() const;
 
-    QPointer<QComboBox> m_pFormat;
-    QPointer<QLineEdit> m_pPath;
-    QPointer<ProblemLabel> m_pProblem;
-    bool m_bThoughtBetter = false; // of "Save As"
+    QPointer<QComboBox> m_format;
+    QPointer<QLineEdit> m_path;
+    QPointer<ProblemLabel> m_problem;
+    bool m_thoughtBetter = false; // of "Save As"
 };
 
 } // namespace studies

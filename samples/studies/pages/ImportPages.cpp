@@ -25,40 +25,40 @@ void ImportPage::OnInitialize() {
     Keep(Job()->Changed.Subscribe([this] { Reconsider(); }));
 }
 
-QWidget* ImportFilePage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_pPath = new QLineEdit(Text(Job()->Path()));
-    m_pFound = new QLabel;
-    m_pFound->setWordWrap(true);
-    m_pProblem = new ProblemLabel;
-    auto* pBrowse = new QPushButton("&Browse\u2026");
-    auto* pRow = new QHBoxLayout;
-    AddLabelled(*pRow, "F&ile", m_pPath);
-    pRow->addWidget(pBrowse);
-    auto* pHint = new QLabel(
+QWidget* ImportFilePage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_path = new QLineEdit(Text(Job()->Path()));
+    m_found = new QLabel;
+    m_found->setWordWrap(true);
+    m_problem = new ProblemLabel;
+    auto* browse = new QPushButton("&Browse\u2026");
+    auto* row = new QHBoxLayout;
+    AddLabelled(*row, "F&ile", m_path);
+    row->addWidget(browse);
+    auto* hint = new QLabel(
         "A text file with a header row and one row for each case; values are separated by commas, semicolons or tabs.");
-    pHint->setWordWrap(true);
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addWidget(pHint);
-    pLayout->addLayout(pRow);
-    pLayout->addWidget(m_pFound);
-    pLayout->addWidget(m_pProblem);
-    pLayout->addStretch(1);
-    QObject::connect(m_pPath, &QLineEdit::textEdited, pPage, [this] { Guarded([this] { FollowTyping(); }); });
-    QObject::connect(m_pPath, &QLineEdit::editingFinished, pPage, [this] { Guarded([this] { TakePath(); }); });
-    QObject::connect(pBrowse, &QPushButton::clicked, pPage, [this] {
+    hint->setWordWrap(true);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(hint);
+    layout->addLayout(row);
+    layout->addWidget(m_found);
+    layout->addWidget(m_problem);
+    layout->addStretch(1);
+    QObject::connect(m_path, &QLineEdit::textEdited, page, [this] { Guarded([this] { FollowTyping(); }); });
+    QObject::connect(m_path, &QLineEdit::editingFinished, page, [this] { Guarded([this] { TakePath(); }); });
+    QObject::connect(browse, &QPushButton::clicked, page, [this] {
         Guarded([this] {
-            if (const auto sPath = AskForDataFile("Import Data")) {
-                m_pPath->setText(Text(*sPath));
+            if (const auto path = AskForDataFile("Import Data")) {
+                m_path->setText(Text(*path));
                 TakePath();
             }
         });
     });
-    return pPage;
+    return page;
 }
 
 QWidget* ImportFilePage::FirstFocus() {
-    return m_pPath;
+    return m_path;
 }
 
 bool ImportFilePage::IsChanged() {
@@ -66,8 +66,8 @@ bool ImportFilePage::IsChanged() {
 }
 
 bool ImportFilePage::IsValid() {
-    const Ref<ImportJob> oJob = Job();
-    return !oJob->Path().empty() && oJob->Problem().empty();
+    const Ref<ImportJob> job = Job();
+    return !job->Path().empty() && job->Problem().empty();
 }
 
 void ImportFilePage::OnActivate() {
@@ -77,69 +77,69 @@ void ImportFilePage::OnActivate() {
 
 // A file is taken as soon as its name is whole, so that the wizard can go on; what is wrong is told at the end.
 void ImportFilePage::FollowTyping() {
-    if (QFileInfo(m_pPath->text().trimmed()).isFile())
+    if (QFileInfo(m_path->text().trimmed()).isFile())
         return TakePath();
     Job()->SetPath({});
     ShowFound();
 }
 
 void ImportFilePage::TakePath() {
-    const Ref<ImportJob> oJob = Job();
-    const std::string sPath = Utf8(m_pPath->text().trimmed());
-    if (sPath == oJob->Path())
-        oJob->LookAgain();
+    const Ref<ImportJob> job = Job();
+    const std::string path = Utf8(m_path->text().trimmed());
+    if (path == job->Path())
+        job->LookAgain();
     else
-        oJob->SetPath(sPath);
+        job->SetPath(path);
     ShowFound();
 }
 
 void ImportFilePage::ShowFound() {
-    const Ref<ImportJob> oJob = Job();
-    const CsvResult* pResult = oJob->Path().empty() ? nullptr : oJob->Result();
-    m_pFound->setText(pResult ? Text(SizeText(pResult->oTable.nRows, pResult->oTable.aColumns.size())) : QString());
-    m_pProblem->Show(oJob->Path().empty() ? QString() : Text(oJob->Problem()));
+    const Ref<ImportJob> job = Job();
+    const CsvResult* result = job->Path().empty() ? nullptr : job->Result();
+    m_found->setText(result ? Text(SizeText(result->table.rows, result->table.columns.size())) : QString());
+    m_problem->Show(job->Path().empty() ? QString() : Text(job->Problem()));
 }
 
-QWidget* ImportFormatPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_pDelimiter = new QComboBox;
-    for (const auto& [sName, cDelimiter] :
+QWidget* ImportFormatPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_delimiter = new QComboBox;
+    for (const auto& [name, delimiter] :
          {std::pair("Detect automatically", '\0'), {"Commas", ','}, {"Semicolons", ';'}, {"Tabs", '\t'}})
-        m_pDelimiter->addItem(sName, QChar(cDelimiter));
-    m_pPreview = new QTableWidget;
-    m_pPreview->setAccessibleName("Preview");
-    m_pPreview->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_pPreview->setWordWrap(false);
-    m_pPreview->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
-    m_pPreview->verticalHeader()->setDefaultSectionSize(m_pPreview->fontMetrics().height() + 8);
-    m_pSize = new QLabel;
-    m_pProblem = new ProblemLabel;
-    m_pSkip = new QCheckBox("&Leave out these rows");
-    auto* pRow = new QHBoxLayout;
-    AddLabelled(*pRow, "&Values are separated by", m_pDelimiter);
-    pRow->setStretch(1, 0);
-    pRow->addStretch(1);
-    pRow->addWidget(m_pSize);
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addLayout(pRow);
-    pLayout->addWidget(m_pPreview, 1);
-    pLayout->addWidget(m_pProblem);
-    pLayout->addWidget(m_pSkip);
-    QObject::connect(m_pDelimiter, &QComboBox::currentIndexChanged, pPage, [this] {
+        m_delimiter->addItem(name, QChar(delimiter));
+    m_preview = new QTableWidget;
+    m_preview->setAccessibleName("Preview");
+    m_preview->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_preview->setWordWrap(false);
+    m_preview->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
+    m_preview->verticalHeader()->setDefaultSectionSize(m_preview->fontMetrics().height() + 8);
+    m_size = new QLabel;
+    m_problem = new ProblemLabel;
+    m_skip = new QCheckBox("&Leave out these rows");
+    auto* row = new QHBoxLayout;
+    AddLabelled(*row, "&Values are separated by", m_delimiter);
+    row->setStretch(1, 0);
+    row->addStretch(1);
+    row->addWidget(m_size);
+    auto* layout = new QVBoxLayout(page);
+    layout->addLayout(row);
+    layout->addWidget(m_preview, 1);
+    layout->addWidget(m_problem);
+    layout->addWidget(m_skip);
+    QObject::connect(m_delimiter, &QComboBox::currentIndexChanged, page, [this] {
         Guarded([this] {
-            Job()->SetDelimiter(m_pDelimiter->currentData().toChar().toLatin1());
+            Job()->SetDelimiter(m_delimiter->currentData().toChar().toLatin1());
             ShowFile();
         });
     });
-    QObject::connect(m_pSkip, &QCheckBox::toggled, pPage,
-                     [this](bool bSkip) { Guarded([&] { Job()->SetSkipsBadRows(bSkip); }); });
+    QObject::connect(m_skip, &QCheckBox::toggled, page,
+                     [this](bool skip) { Guarded([&] { Job()->SetSkipsBadRows(skip); }); });
     // Who has put the file in order in another program finds it so here.
-    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, pPage, [this](Qt::ApplicationState eState) {
-        if (eState == Qt::ApplicationActive)
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, page, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive)
             Guarded([this] { LookAgain(); });
     });
     ShowFile();
-    return pPage;
+    return page;
 }
 
 void ImportFormatPage::OnActivate() {
@@ -154,121 +154,121 @@ void ImportFormatPage::LookAgain() {
 }
 
 bool ImportFormatPage::IsValid() {
-    const CsvResult* pResult = Job()->Path().empty() ? nullptr : Job()->Result();
-    return pResult && Job()->Problem().empty() && (pResult->aSkipped.empty() || Job()->SkipsBadRows());
+    const CsvResult* result = Job()->Path().empty() ? nullptr : Job()->Result();
+    return result && Job()->Problem().empty() && (result->skipped.empty() || Job()->SkipsBadRows());
 }
 
 void ImportFormatPage::ShowFile() {
-    const CsvResult* pResult = Job()->Path().empty() ? nullptr : Job()->Result();
-    m_pPreview->clear();
-    m_pSize->clear();
-    m_pSkip->hide();
-    m_pProblem->Show(Text(Job()->Problem()));
-    if (pResult) {
-        m_pSize->setText(Text(SizeText(pResult->oTable.nRows, pResult->oTable.aColumns.size())));
-        ShowTypes(pResult->oTable);
-        ShowRows(pResult->oTable);
+    const CsvResult* result = Job()->Path().empty() ? nullptr : Job()->Result();
+    m_preview->clear();
+    m_size->clear();
+    m_skip->hide();
+    m_problem->Show(Text(Job()->Problem()));
+    if (result) {
+        m_size->setText(Text(SizeText(result->table.rows, result->table.columns.size())));
+        ShowTypes(result->table);
+        ShowRows(result->table);
         if (Job()->Problem().empty())
-            ShowSkipped(pResult->aSkipped);
+            ShowSkipped(result->skipped);
     }
 }
 
 // The first row of the preview says how each column is read; a column of numbers can be made one of text.
-void ImportFormatPage::ShowTypes(const Table& oTable) {
-    m_pPreview->setColumnCount(static_cast<int>(oTable.aColumns.size()));
-    m_pPreview->setRowCount(1);
-    m_pPreview->setVerticalHeaderItem(0, new QTableWidgetItem("Type"));
-    for (int i = 0; i < m_pPreview->columnCount(); ++i) {
-        const Column& oColumn = oTable.aColumns[static_cast<std::size_t>(i)];
-        auto* pName = new QTableWidgetItem(Text(oColumn.sName));
-        pName->setTextAlignment(Qt::AlignVCenter | (oColumn.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
-        m_pPreview->setHorizontalHeaderItem(i, pName);
-        auto* pType = new QComboBox;
-        pType->setAccessibleName("Type of " + Text(oColumn.sName));
-        if (oColumn.IsNumeric())
-            pType->addItem(Text(NameOf(oColumn.eType)));
-        pType->addItem("text");
-        pType->setEnabled(oColumn.IsNumeric());
-        pType->setCurrentIndex(oColumn.IsNumeric() && Job()->IsText(static_cast<std::size_t>(i)) ? 1 : 0);
-        QObject::connect(pType, &QComboBox::currentIndexChanged, m_pPreview, [this, i](int iType) {
+void ImportFormatPage::ShowTypes(const Table& table) {
+    m_preview->setColumnCount(static_cast<int>(table.columns.size()));
+    m_preview->setRowCount(1);
+    m_preview->setVerticalHeaderItem(0, new QTableWidgetItem("Type"));
+    for (int i = 0; i < m_preview->columnCount(); ++i) {
+        const Column& column = table.columns[static_cast<std::size_t>(i)];
+        auto* name = new QTableWidgetItem(Text(column.name));
+        name->setTextAlignment(Qt::AlignVCenter | (column.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
+        m_preview->setHorizontalHeaderItem(i, name);
+        auto* type = new QComboBox;
+        type->setAccessibleName("Type of " + Text(column.name));
+        if (column.IsNumeric())
+            type->addItem(Text(NameOf(column.type)));
+        type->addItem("text");
+        type->setEnabled(column.IsNumeric());
+        type->setCurrentIndex(column.IsNumeric() && Job()->IsText(static_cast<std::size_t>(i)) ? 1 : 0);
+        QObject::connect(type, &QComboBox::currentIndexChanged, m_preview, [this, i](int typeIndex) {
             Guarded([&] {
-                Job()->SetText(static_cast<std::size_t>(i), iType == 1);
-                for (int iRow = 1; iRow < m_pPreview->rowCount(); ++iRow)
-                    m_pPreview->item(iRow, i)->setTextAlignment(Qt::AlignVCenter |
-                                                                (iType == 1 ? Qt::AlignLeft : Qt::AlignRight));
+                Job()->SetText(static_cast<std::size_t>(i), typeIndex == 1);
+                for (int row = 1; row < m_preview->rowCount(); ++row)
+                    m_preview->item(row, i)->setTextAlignment(Qt::AlignVCenter |
+                                                              (typeIndex == 1 ? Qt::AlignLeft : Qt::AlignRight));
             });
         });
-        m_pPreview->setCellWidget(0, i, pType);
+        m_preview->setCellWidget(0, i, type);
     }
-    m_pPreview->setRowHeight(0, m_pPreview->cellWidget(0, 0)->sizeHint().height());
+    m_preview->setRowHeight(0, m_preview->cellWidget(0, 0)->sizeHint().height());
 }
 
-void ImportFormatPage::ShowRows(const Table& oTable) {
-    constexpr std::size_t nMostRows = 50;
-    const auto nRows = static_cast<int>(std::min(nMostRows, oTable.nRows));
-    m_pPreview->setRowCount(1 + nRows);
-    for (int iRow = 0; iRow < nRows; ++iRow) {
-        m_pPreview->setVerticalHeaderItem(iRow + 1, new QTableWidgetItem(QString::number(iRow + 1)));
-        for (int i = 0; i < m_pPreview->columnCount(); ++i) {
-            const auto iColumn = static_cast<std::size_t>(i);
-            const Column& oColumn = oTable.aColumns[iColumn];
-            auto* pItem = new QTableWidgetItem(Text(oColumn.Text(static_cast<std::size_t>(iRow))));
-            const bool bRight = oColumn.IsNumeric() && !Job()->IsText(iColumn);
-            pItem->setTextAlignment(Qt::AlignVCenter | (bRight ? Qt::AlignRight : Qt::AlignLeft));
-            m_pPreview->setItem(iRow + 1, i, pItem);
+void ImportFormatPage::ShowRows(const Table& table) {
+    constexpr std::size_t mostRows = 50;
+    const auto rows = static_cast<int>(std::min(mostRows, table.rows));
+    m_preview->setRowCount(1 + rows);
+    for (int row = 0; row < rows; ++row) {
+        m_preview->setVerticalHeaderItem(row + 1, new QTableWidgetItem(QString::number(row + 1)));
+        for (int i = 0; i < m_preview->columnCount(); ++i) {
+            const auto columnIndex = static_cast<std::size_t>(i);
+            const Column& column = table.columns[columnIndex];
+            auto* item = new QTableWidgetItem(Text(column.Text(static_cast<std::size_t>(row))));
+            const bool right = column.IsNumeric() && !Job()->IsText(columnIndex);
+            item->setTextAlignment(Qt::AlignVCenter | (right ? Qt::AlignRight : Qt::AlignLeft));
+            m_preview->setItem(row + 1, i, item);
         }
     }
-    m_pPreview->resizeColumnsToContents();
-    const int nWidest = m_pPreview->fontMetrics().averageCharWidth() * 30;
-    for (int i = 0; i < m_pPreview->columnCount(); ++i)
-        m_pPreview->setColumnWidth(i, std::min(nWidest, std::max(m_pPreview->columnWidth(i),
-                                                                 m_pPreview->cellWidget(0, i)->sizeHint().width())));
+    m_preview->resizeColumnsToContents();
+    const int widest = m_preview->fontMetrics().averageCharWidth() * 30;
+    for (int i = 0; i < m_preview->columnCount(); ++i)
+        m_preview->setColumnWidth(
+            i, std::min(widest, std::max(m_preview->columnWidth(i), m_preview->cellWidget(0, i)->sizeHint().width())));
 }
 
-void ImportFormatPage::ShowSkipped(const std::vector<std::string>& aSkipped) {
-    constexpr std::size_t nMostShown = 3;
-    if (aSkipped.empty())
+void ImportFormatPage::ShowSkipped(const std::vector<std::string>& skipped) {
+    constexpr std::size_t mostShown = 3;
+    if (skipped.empty())
         return;
-    std::string sProblem =
-        aSkipped.size() == 1 ? "A row can't be read:" : CountText(aSkipped.size()) + " rows can't be read:";
-    for (std::size_t i = 0; i < std::min(nMostShown, aSkipped.size()); ++i)
-        sProblem += "\n" + aSkipped[i];
-    if (aSkipped.size() > nMostShown)
-        sProblem += "\nand " + CountText(aSkipped.size() - nMostShown) + " more.";
-    m_pProblem->Show(Text(sProblem));
-    const QSignalBlocker oBlocker(m_pSkip);
-    m_pSkip->setText(aSkipped.size() == 1 ? "&Leave out this row" : "&Leave out these rows");
-    m_pSkip->setChecked(Job()->SkipsBadRows());
-    m_pSkip->show();
+    std::string problem =
+        skipped.size() == 1 ? "A row can't be read:" : CountText(skipped.size()) + " rows can't be read:";
+    for (std::size_t i = 0; i < std::min(mostShown, skipped.size()); ++i)
+        problem += "\n" + skipped[i];
+    if (skipped.size() > mostShown)
+        problem += "\nand " + CountText(skipped.size() - mostShown) + " more.";
+    m_problem->Show(Text(problem));
+    const QSignalBlocker blocker(m_skip);
+    m_skip->setText(skipped.size() == 1 ? "&Leave out this row" : "&Leave out these rows");
+    m_skip->setChecked(Job()->SkipsBadRows());
+    m_skip->show();
 }
 
-QWidget* ImportTargetPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    const Ref<ImportJob> oJob = Job();
-    m_pStudy = new QComboBox;
-    for (const Study& oStudy : oJob->Space()->GetStore().Studies())
-        m_pStudy->addItem(Text(oStudy.sName), static_cast<qlonglong>(oStudy.nId));
-    m_pStudy->addItem("New study", qlonglong{0});
-    m_pNewStudy = new QLineEdit;
-    m_pNewStudyLabel = new QLabel("N&ame");
-    m_pNewStudyLabel->setBuddy(m_pNewStudy);
-    m_pName = new QLineEdit;
-    m_pProblem = new ProblemLabel;
-    auto* pForm = new QFormLayout(pPage);
-    pForm->addRow("&Into", m_pStudy);
-    pForm->addRow(m_pNewStudyLabel, m_pNewStudy);
-    pForm->addRow("&Data set", m_pName);
-    pForm->addRow(QString(), m_pProblem);
+QWidget* ImportTargetPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    const Ref<ImportJob> job = Job();
+    m_study = new QComboBox;
+    for (const Study& study : job->Space()->GetStore().Studies())
+        m_study->addItem(Text(study.name), static_cast<qlonglong>(study.id));
+    m_study->addItem("New study", qlonglong{0});
+    m_newStudy = new QLineEdit;
+    m_newStudyLabel = new QLabel("N&ame");
+    m_newStudyLabel->setBuddy(m_newStudy);
+    m_name = new QLineEdit;
+    m_problem = new ProblemLabel;
+    auto* form = new QFormLayout(page);
+    form->addRow("&Into", m_study);
+    form->addRow(m_newStudyLabel, m_newStudy);
+    form->addRow("&Data set", m_name);
+    form->addRow(QString(), m_problem);
     ShowTarget();
     const auto OnChange = [this] { Guarded([this] { TakeTarget(); }); };
-    QObject::connect(m_pStudy, &QComboBox::currentIndexChanged, pPage, OnChange);
-    QObject::connect(m_pNewStudy, &QLineEdit::textChanged, pPage, OnChange);
-    QObject::connect(m_pName, &QLineEdit::textChanged, pPage, OnChange);
-    return pPage;
+    QObject::connect(m_study, &QComboBox::currentIndexChanged, page, OnChange);
+    QObject::connect(m_newStudy, &QLineEdit::textChanged, page, OnChange);
+    QObject::connect(m_name, &QLineEdit::textChanged, page, OnChange);
+    return page;
 }
 
 QWidget* ImportTargetPage::FirstFocus() {
-    return m_pName;
+    return m_name;
 }
 
 void ImportTargetPage::OnActivate() {
@@ -277,24 +277,24 @@ void ImportTargetPage::OnActivate() {
 }
 
 void ImportTargetPage::ShowTarget() {
-    const Ref<ImportJob> oJob = Job();
-    const QSignalBlocker aBlockers[] = {QSignalBlocker(m_pStudy), QSignalBlocker(m_pNewStudy), QSignalBlocker(m_pName)};
-    m_pStudy->setCurrentIndex(m_pStudy->findData(static_cast<qlonglong>(oJob->nStudyId)));
-    m_pNewStudy->setText(Text(oJob->sNewStudyName));
-    m_pName->setText(Text(oJob->sName));
-    m_pNewStudy->setVisible(oJob->nStudyId == 0);
-    m_pNewStudyLabel->setVisible(oJob->nStudyId == 0);
-    m_pProblem->Show(Text(oJob->TargetProblem()));
+    const Ref<ImportJob> job = Job();
+    const QSignalBlocker blockers[] = {QSignalBlocker(m_study), QSignalBlocker(m_newStudy), QSignalBlocker(m_name)};
+    m_study->setCurrentIndex(m_study->findData(static_cast<qlonglong>(job->studyId)));
+    m_newStudy->setText(Text(job->newStudyName));
+    m_name->setText(Text(job->name));
+    m_newStudy->setVisible(job->studyId == 0);
+    m_newStudyLabel->setVisible(job->studyId == 0);
+    m_problem->Show(Text(job->TargetProblem()));
 }
 
 void ImportTargetPage::TakeTarget() {
-    const Ref<ImportJob> oJob = Job();
-    oJob->nStudyId = m_pStudy->currentData().toLongLong();
-    oJob->sNewStudyName = Utf8(m_pNewStudy->text().trimmed());
-    oJob->sName = Utf8(m_pName->text().trimmed());
-    m_pNewStudy->setVisible(oJob->nStudyId == 0);
-    m_pNewStudyLabel->setVisible(oJob->nStudyId == 0);
-    m_pProblem->Show(Text(oJob->TargetProblem()));
+    const Ref<ImportJob> job = Job();
+    job->studyId = m_study->currentData().toLongLong();
+    job->newStudyName = Utf8(m_newStudy->text().trimmed());
+    job->name = Utf8(m_name->text().trimmed());
+    m_newStudy->setVisible(job->studyId == 0);
+    m_newStudyLabel->setVisible(job->studyId == 0);
+    m_problem->Show(Text(job->TargetProblem()));
     Reconsider();
 }
 

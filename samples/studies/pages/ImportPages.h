@@ -25,7 +25,7 @@ public:
     static constexpr auto Members = corvane::MemberTable();
 
 protected:
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     [[nodiscard]] bool IsValid() override;
 
     void OnActivate() override;
@@ -35,9 +35,9 @@ private:
     void TakePath();
     void ShowFound();
 
-    QPointer<QLineEdit> m_pPath;
-    QPointer<QLabel> m_pFound;
-    QPointer<ProblemLabel> m_pProblem;
+    QPointer<QLineEdit> m_path;
+    QPointer<QLabel> m_found;
+    QPointer<ProblemLabel> m_problem;
 };
 
 class ImportFormatPage final : public corvane::Automation<ImportFormatPage, ImportPage> {
@@ -47,21 +47,21 @@ public:
 
 protected:
     void OnActivate() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     [[nodiscard]] bool IsValid() override;
 
 private:
     void LookAgain();
     void ShowFile();
-    void ShowTypes(const Table& oTable);
-    void ShowRows(const Table& oTable);
-    void ShowSkipped(const std::vector<std::string>& aSkipped);
+    void ShowTypes(const Table& table);
+    void ShowRows(const Table& table);
+    void ShowSkipped(const std::vector<std::string>& skipped);
 
-    QPointer<QComboBox> m_pDelimiter;
-    QPointer<QTableWidget> m_pPreview;
-    QPointer<QLabel> m_pSize;
-    QPointer<ProblemLabel> m_pProblem;
-    QPointer<QCheckBox> m_pSkip;
+    QPointer<QComboBox> m_delimiter;
+    QPointer<QTableWidget> m_preview;
+    QPointer<QLabel> m_size;
+    QPointer<ProblemLabel> m_problem;
+    QPointer<QCheckBox> m_skip;
 };
 
 class ImportTargetPage final : public corvane::Automation<ImportTargetPage, ImportPage> {
@@ -73,18 +73,18 @@ public:
 protected:
     void OnActivate() override;
     void OnSave() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     [[nodiscard]] bool IsValid() override { return Job()->TargetProblem().empty(); }
 
 private:
     void TakeTarget();
     void ShowTarget();
 
-    QPointer<QComboBox> m_pStudy;
-    QPointer<QLineEdit> m_pNewStudy;
-    QPointer<QLabel> m_pNewStudyLabel;
-    QPointer<QLineEdit> m_pName;
-    QPointer<ProblemLabel> m_pProblem;
+    QPointer<QComboBox> m_study;
+    QPointer<QLineEdit> m_newStudy;
+    QPointer<QLabel> m_newStudyLabel;
+    QPointer<QLineEdit> m_name;
+    QPointer<ProblemLabel> m_problem;
 };
 
 } // namespace studies

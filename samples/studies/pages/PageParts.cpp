@@ -6,46 +6,46 @@
 
 namespace studies {
 
-void FillColumns(QComboBox& oBox, const std::vector<Column>& aColumns, bool bNumbersOnly, const QString& sNone) {
-    const QSignalBlocker oBlocker(oBox);
-    oBox.clear();
-    if (!sNone.isEmpty())
-        oBox.addItem(sNone, QString());
-    for (const Column& oColumn : aColumns)
-        if (!bNumbersOnly || oColumn.IsNumeric())
-            oBox.addItem(Text(oColumn.Label()), Text(oColumn.sName));
-    oBox.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    oBox.setMinimumContentsLength(8);
+void FillColumns(QComboBox& box, const std::vector<Column>& columns, bool numbersOnly, const QString& none) {
+    const QSignalBlocker blocker(box);
+    box.clear();
+    if (!none.isEmpty())
+        box.addItem(none, QString());
+    for (const Column& column : columns)
+        if (!numbersOnly || column.IsNumeric())
+            box.addItem(Text(column.Label()), Text(column.name));
+    box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box.setMinimumContentsLength(8);
 }
 
-void FillTexts(QComboBox& oBox, const std::vector<std::string>& aTexts, const QString& sNone) {
-    const QSignalBlocker oBlocker(oBox);
-    oBox.clear();
-    if (!sNone.isEmpty())
-        oBox.addItem(sNone, QString());
-    for (const std::string& sText : aTexts)
-        oBox.addItem(Text(sText), Text(sText));
-    oBox.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    oBox.setMinimumContentsLength(8);
+void FillTexts(QComboBox& box, const std::vector<std::string>& texts, const QString& none) {
+    const QSignalBlocker blocker(box);
+    box.clear();
+    if (!none.isEmpty())
+        box.addItem(none, QString());
+    for (const std::string& text : texts)
+        box.addItem(Text(text), Text(text));
+    box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box.setMinimumContentsLength(8);
 }
 
-void Choose(QComboBox& oBox, const std::string& sName) {
-    const QSignalBlocker oBlocker(oBox);
-    oBox.setCurrentIndex(oBox.findData(Text(sName)));
+void Choose(QComboBox& box, const std::string& name) {
+    const QSignalBlocker blocker(box);
+    box.setCurrentIndex(box.findData(Text(name)));
 }
 
-std::string Chosen(const QComboBox& oBox) {
-    return Utf8(oBox.currentData().toString());
+std::string Chosen(const QComboBox& box) {
+    return Utf8(box.currentData().toString());
 }
 
-void AddLabelled(QBoxLayout& oLayout, const QString& sLabel, QWidget* pControl) {
-    auto* pLabel = new QLabel(sLabel);
-    pLabel->setBuddy(pControl);
-    oLayout.addWidget(pLabel);
-    oLayout.addWidget(pControl, 1);
+void AddLabelled(QBoxLayout& layout, const QString& labelText, QWidget* control) {
+    auto* label = new QLabel(labelText);
+    label->setBuddy(control);
+    layout.addWidget(label);
+    layout.addWidget(control, 1);
 }
 
-ResultLabel::ResultLabel(QWidget* pParent) : QLabel(pParent) {
+ResultLabel::ResultLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -57,18 +57,18 @@ QSize ResultLabel::minimumSizeHint() const {
             fontMetrics().lineSpacing() * (1 + static_cast<int>(text().count('\n')))};
 }
 
-ProblemLabel::ProblemLabel(QWidget* pParent) : QLabel(pParent) {
+ProblemLabel::ProblemLabel(QWidget* parent) : QLabel(parent) {
     setWordWrap(true);
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     hide();
 }
 
-void ProblemLabel::Show(const QString& sProblem) {
-    const bool bDark = palette().color(QPalette::Window).lightness() < 128;
-    setStyleSheet(bDark ? "color: #f0938a" : "color: #b3261e");
-    setText(sProblem);
-    setVisible(!sProblem.isEmpty());
+void ProblemLabel::Show(const QString& problem) {
+    const bool dark = palette().color(QPalette::Window).lightness() < 128;
+    setStyleSheet(dark ? "color: #f0938a" : "color: #b3261e");
+    setText(problem);
+    setVisible(!problem.isEmpty());
 }
 
 } // namespace studies

@@ -13,20 +13,20 @@
 namespace studies {
 
 // Replaces the entries without telling anybody. The data of an entry are the name; the first may stand for none.
-void FillColumns(QComboBox& oBox, const std::vector<Column>& aColumns, bool bNumbersOnly, const QString& sNone = {});
-void FillTexts(QComboBox& oBox, const std::vector<std::string>& aTexts, const QString& sNone = {});
+void FillColumns(QComboBox& box, const std::vector<Column>& columns, bool numbersOnly, const QString& none = {});
+void FillTexts(QComboBox& box, const std::vector<std::string>& texts, const QString& none = {});
 // Without telling anybody; an entry that isn't there leaves none chosen.
-void Choose(QComboBox& oBox, const std::string& sName);
-[[nodiscard]] std::string Chosen(const QComboBox& oBox);
+void Choose(QComboBox& box, const std::string& name);
+[[nodiscard]] std::string Chosen(const QComboBox& box);
 
 // A label for the control behind it, which takes the label's mnemonic.
-void AddLabelled(QBoxLayout& oLayout, const QString& sLabel, QWidget* pControl);
+void AddLabelled(QBoxLayout& layout, const QString& labelText, QWidget* control);
 
 // Lines of figures. They wrap where they have to, and ask for no more height than that of one line each.
 class ResultLabel final : public QLabel {
     Q_OBJECT
 public:
-    explicit ResultLabel(QWidget* pParent = nullptr);
+    explicit ResultLabel(QWidget* parent = nullptr);
     [[nodiscard]] QSize minimumSizeHint() const override;
 };
 
@@ -34,8 +34,8 @@ public:
 class ProblemLabel final : public QLabel {
     Q_OBJECT
 public:
-    explicit ProblemLabel(QWidget* pParent = nullptr);
-    void Show(const QString& sProblem);
+    explicit ProblemLabel(QWidget* parent = nullptr);
+    void Show(const QString& problem);
 };
 
 } // namespace studies

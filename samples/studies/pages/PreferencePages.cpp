@@ -14,92 +14,92 @@ namespace studies {
 namespace {
 
 // Open windows show the new figures.
-void Save(const FigurePreferences& oPreferences) {
-    WritePreferences(oPreferences);
+void Save(const FigurePreferences& preferences) {
+    WritePreferences(preferences);
     TellAllWindows("The preferences have been changed");
 }
 
 } // namespace
 
-QWidget* FiguresPreferencesPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_oSaved = ReadPreferences();
-    m_pDecimals = new QSpinBox;
-    m_pDecimals->setRange(0, FigurePreferences::MostDecimals);
-    m_pExample = new QLabel;
-    auto* pForm = new QFormLayout(pPage);
-    pForm->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
-    pForm->addRow("&Decimal places", m_pDecimals);
-    pForm->addRow("Example mean", m_pExample);
-    QObject::connect(m_pDecimals, &QSpinBox::valueChanged, pPage, [this](int nDecimals) {
-        m_pExample->setText(Text(DecimalText(4201.754386, nDecimals)));
+QWidget* FiguresPreferencesPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_saved = ReadPreferences();
+    m_decimals = new QSpinBox;
+    m_decimals->setRange(0, FigurePreferences::MostDecimals);
+    m_example = new QLabel;
+    auto* form = new QFormLayout(page);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->addRow("&Decimal places", m_decimals);
+    form->addRow("Example mean", m_example);
+    QObject::connect(m_decimals, &QSpinBox::valueChanged, page, [this](int decimals) {
+        m_example->setText(Text(DecimalText(4201.754386, decimals)));
         Guarded([this] { Reconsider(); });
     });
-    m_pDecimals->setValue(m_oSaved.nDecimals);
-    m_pExample->setText(Text(DecimalText(4201.754386, m_oSaved.nDecimals)));
-    return pPage;
+    m_decimals->setValue(m_saved.decimals);
+    m_example->setText(Text(DecimalText(4201.754386, m_saved.decimals)));
+    return page;
 }
 
 bool FiguresPreferencesPage::IsChanged() {
-    return m_pDecimals && m_pDecimals->value() != m_oSaved.nDecimals;
+    return m_decimals && m_decimals->value() != m_saved.decimals;
 }
 
 void FiguresPreferencesPage::OnSave() {
     if (!IsChanged())
         return;
-    m_oSaved = ReadPreferences();
-    m_oSaved.nDecimals = m_pDecimals->value();
-    Save(m_oSaved);
+    m_saved = ReadPreferences();
+    m_saved.decimals = m_decimals->value();
+    Save(m_saved);
 }
 
-QWidget* AnalysesPreferencesPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_oSaved = ReadPreferences();
-    m_pGroups = new QCheckBox("&Group new analyses");
-    m_pGroups->setChecked(m_oSaved.bGroupByDefault);
-    m_pGroup = new QLineEdit(Text(m_oSaved.sDefaultGroup));
-    m_pGroup->setPlaceholderText("First suitable column");
-    m_pConfidence = new QDoubleSpinBox;
-    m_pConfidence->setRange(0, 99.9);
-    m_pConfidence->setDecimals(1);
-    m_pConfidence->setSuffix(" %");
-    m_pConfidence->setValue(m_oSaved.dblConfidence * 100);
-    m_pProblem = new ProblemLabel;
-    auto* pForm = new QFormLayout(pPage);
-    pForm->addRow(m_pGroups);
-    pForm->addRow("Group &by", m_pGroup);
-    pForm->addRow("Con&fidence level", m_pConfidence);
-    pForm->addRow(QString(), m_pProblem);
+QWidget* AnalysesPreferencesPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_saved = ReadPreferences();
+    m_groups = new QCheckBox("&Group new analyses");
+    m_groups->setChecked(m_saved.groupByDefault);
+    m_group = new QLineEdit(Text(m_saved.defaultGroup));
+    m_group->setPlaceholderText("First suitable column");
+    m_confidence = new QDoubleSpinBox;
+    m_confidence->setRange(0, 99.9);
+    m_confidence->setDecimals(1);
+    m_confidence->setSuffix(" %");
+    m_confidence->setValue(m_saved.confidence * 100);
+    m_problem = new ProblemLabel;
+    auto* form = new QFormLayout(page);
+    form->addRow(m_groups);
+    form->addRow("Group &by", m_group);
+    form->addRow("Con&fidence level", m_confidence);
+    form->addRow(QString(), m_problem);
     const auto OnChange = [this] {
         Guarded([this] {
-            m_pProblem->Show(IsValid() ? QString() : QString("The confidence level must be at least 50 %."));
+            m_problem->Show(IsValid() ? QString() : QString("The confidence level must be at least 50 %."));
             Reconsider();
         });
     };
-    QObject::connect(m_pGroups, &QCheckBox::toggled, pPage, OnChange);
-    QObject::connect(m_pGroup, &QLineEdit::textChanged, pPage, OnChange);
-    QObject::connect(m_pConfidence, &QDoubleSpinBox::valueChanged, pPage, OnChange);
-    return pPage;
+    QObject::connect(m_groups, &QCheckBox::toggled, page, OnChange);
+    QObject::connect(m_group, &QLineEdit::textChanged, page, OnChange);
+    QObject::connect(m_confidence, &QDoubleSpinBox::valueChanged, page, OnChange);
+    return page;
 }
 
 bool AnalysesPreferencesPage::IsValid() {
-    return !m_pConfidence || m_pConfidence->value() >= 50;
+    return !m_confidence || m_confidence->value() >= 50;
 }
 
 bool AnalysesPreferencesPage::IsChanged() {
-    return m_pGroups && (m_pGroups->isChecked() != m_oSaved.bGroupByDefault ||
-                         Utf8(m_pGroup->text().trimmed()) != m_oSaved.sDefaultGroup ||
-                         std::abs(m_pConfidence->value() / 100 - m_oSaved.dblConfidence) > 1e-6);
+    return m_groups && (m_groups->isChecked() != m_saved.groupByDefault ||
+                        Utf8(m_group->text().trimmed()) != m_saved.defaultGroup ||
+                        std::abs(m_confidence->value() / 100 - m_saved.confidence) > 1e-6);
 }
 
 void AnalysesPreferencesPage::OnSave() {
     if (!IsChanged())
         return;
-    m_oSaved = ReadPreferences();
-    m_oSaved.bGroupByDefault = m_pGroups->isChecked();
-    m_oSaved.sDefaultGroup = Utf8(m_pGroup->text().trimmed());
-    m_oSaved.dblConfidence = m_pConfidence->value() / 100;
-    Save(m_oSaved);
+    m_saved = ReadPreferences();
+    m_saved.groupByDefault = m_groups->isChecked();
+    m_saved.defaultGroup = Utf8(m_group->text().trimmed());
+    m_saved.confidence = m_confidence->value() / 100;
+    Save(m_saved);
 }
 
 } // namespace studies

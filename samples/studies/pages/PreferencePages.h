@@ -20,12 +20,12 @@ public:
 
 protected:
     void OnSave() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
 
 private:
-    FigurePreferences m_oSaved;
-    QPointer<QSpinBox> m_pDecimals;
-    QPointer<QLabel> m_pExample;
+    FigurePreferences m_saved;
+    QPointer<QSpinBox> m_decimals;
+    QPointer<QLabel> m_example;
 };
 
 class AnalysesPreferencesPage final : public corvane::Automation<AnalysesPreferencesPage, StudiesPage> {
@@ -36,15 +36,15 @@ public:
 
 protected:
     void OnSave() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     [[nodiscard]] bool IsValid() override;
 
 private:
-    FigurePreferences m_oSaved;
-    QPointer<QCheckBox> m_pGroups;
-    QPointer<QLineEdit> m_pGroup;
-    QPointer<QDoubleSpinBox> m_pConfidence;
-    QPointer<ProblemLabel> m_pProblem;
+    FigurePreferences m_saved;
+    QPointer<QCheckBox> m_groups;
+    QPointer<QLineEdit> m_group;
+    QPointer<QDoubleSpinBox> m_confidence;
+    QPointer<ProblemLabel> m_problem;
 };
 
 } // namespace studies

@@ -14,170 +14,170 @@ namespace studies {
 
 using namespace corvane;
 
-QWidget* NamePage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_pName = new QLineEdit(Text(m_sName));
-    m_pNotes = new QPlainTextEdit(Text(m_sNotes));
-    m_pNotes->setTabChangesFocus(true);
-    QSizePolicy oWhatIsLeft(QSizePolicy::Expanding, QSizePolicy::Ignored);
-    oWhatIsLeft.setVerticalStretch(1);
-    m_pNotes->setSizePolicy(oWhatIsLeft);
-    m_pNotes->setMinimumHeight(4 * m_pNotes->fontMetrics().lineSpacing());
-    m_pProblem = new ProblemLabel;
-    auto* pForm = new QFormLayout(pPage);
-    pForm->addRow("&Name", m_pName);
-    pForm->addRow(QString(), m_pProblem);
-    for (const auto& [sCaption, sText] : Facts()) {
-        auto* pText = new QLabel(sText);
-        pText->setWordWrap(true);
-        pText->setTextFormat(Qt::PlainText);
-        pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        pForm->addRow(sCaption, pText);
+QWidget* NamePage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_name = new QLineEdit(Text(m_nameText));
+    m_notes = new QPlainTextEdit(Text(m_notesText));
+    m_notes->setTabChangesFocus(true);
+    QSizePolicy whatIsLeft(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    whatIsLeft.setVerticalStretch(1);
+    m_notes->setSizePolicy(whatIsLeft);
+    m_notes->setMinimumHeight(4 * m_notes->fontMetrics().lineSpacing());
+    m_problem = new ProblemLabel;
+    auto* form = new QFormLayout(page);
+    form->addRow("&Name", m_name);
+    form->addRow(QString(), m_problem);
+    for (const auto& [caption, shownText] : Facts()) {
+        auto* text = new QLabel(shownText);
+        text->setWordWrap(true);
+        text->setTextFormat(Qt::PlainText);
+        text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        form->addRow(caption, text);
     }
-    pForm->addRow("N&otes", m_pNotes);
+    form->addRow("N&otes", m_notes);
     const auto OnChange = [this] {
         Guarded([this] {
-            m_pProblem->Show(Text(Problem()));
+            m_problem->Show(Text(Problem()));
             Reconsider();
         });
     };
-    QObject::connect(m_pName, &QLineEdit::textChanged, pPage, OnChange);
-    QObject::connect(m_pNotes, &QPlainTextEdit::textChanged, pPage, OnChange);
-    return pPage;
+    QObject::connect(m_name, &QLineEdit::textChanged, page, OnChange);
+    QObject::connect(m_notes, &QPlainTextEdit::textChanged, page, OnChange);
+    return page;
 }
 
 QWidget* NamePage::FirstFocus() {
-    m_pName->selectAll();
-    return m_pName;
+    m_name->selectAll();
+    return m_name;
 }
 
 std::string NamePage::Name() const {
-    return m_pName ? Utf8(m_pName->text().trimmed()) : m_sName;
+    return m_name ? Utf8(m_name->text().trimmed()) : m_nameText;
 }
 
 std::string NamePage::Notes() const {
-    return m_pNotes ? Utf8(m_pNotes->toPlainText()) : m_sNotes;
+    return m_notes ? Utf8(m_notes->toPlainText()) : m_notesText;
 }
 
 std::string NamePage::Problem() {
-    return Name() == m_sName ? std::string() : NameProblem(Name());
+    return Name() == m_nameText ? std::string() : NameProblem(Name());
 }
 
 bool NamePage::IsChanged() {
-    return Name() != m_sName || Notes() != m_sNotes;
+    return Name() != m_nameText || Notes() != m_notesText;
 }
 
 void StudyPropertiesPage::OnInitialize() {
-    const Study oStudy = About<StudyContext>()->Space()->GetStore().StudyOf(About<StudyContext>()->Number());
-    m_sName = oStudy.sName;
-    m_sNotes = oStudy.sNotes;
+    const Study study = About<StudyContext>()->Space()->GetStore().StudyOf(About<StudyContext>()->Number());
+    m_nameText = study.name;
+    m_notesText = study.notes;
 }
 
-std::string StudyPropertiesPage::NameProblem(const std::string& sName) {
-    return About<StudyContext>()->Space()->GetStore().NameProblem(sName, About<StudyContext>()->Number());
+std::string StudyPropertiesPage::NameProblem(const std::string& name) {
+    return About<StudyContext>()->Space()->GetStore().NameProblem(name, About<StudyContext>()->Number());
 }
 
 std::vector<std::pair<QString, QString>> StudyPropertiesPage::Facts() {
-    Store& oStore = About<StudyContext>()->Space()->GetStore();
-    const std::size_t nDataSets = oStore.DataSets(About<StudyContext>()->Number()).size();
-    const std::size_t nAnalyses = oStore.Analyses(About<StudyContext>()->Number()).size();
-    return {{"Data sets", Text(CountText(nDataSets))}, {"Analyses", Text(CountText(nAnalyses))}};
+    Store& store = About<StudyContext>()->Space()->GetStore();
+    const std::size_t dataSets = store.DataSets(About<StudyContext>()->Number()).size();
+    const std::size_t analyses = store.Analyses(About<StudyContext>()->Number()).size();
+    return {{"Data sets", Text(CountText(dataSets))}, {"Analyses", Text(CountText(analyses))}};
 }
 
 void StudyPropertiesPage::OnSave() {
     if (!IsChanged())
         return;
-    const Ref<StudyContext> oStudy = About<StudyContext>();
-    oStudy->Space()->GetStore().SetStudyProperties(oStudy->Number(), Name(), Notes());
-    m_sName = Name();
-    m_sNotes = Notes();
-    oStudy->Space()->Tell("“" + m_sName + "” has been changed");
+    const Ref<StudyContext> study = About<StudyContext>();
+    study->Space()->GetStore().SetStudyProperties(study->Number(), Name(), Notes());
+    m_nameText = Name();
+    m_notesText = Notes();
+    study->Space()->Tell("“" + m_nameText + "” has been changed");
 }
 
 void DataSetPropertiesPage::OnInitialize() {
-    const DataSet oDataSet = About<DataSetContext>()->Info();
-    m_sName = oDataSet.sName;
-    m_sNotes = oDataSet.sNotes;
+    const DataSet dataSet = About<DataSetContext>()->Info();
+    m_nameText = dataSet.name;
+    m_notesText = dataSet.notes;
 }
 
-std::string DataSetPropertiesPage::NameProblem(const std::string& sName) {
-    const DataSet oDataSet = About<DataSetContext>()->Info();
-    return About<DataSetContext>()->Space()->GetStore().DataSetNameProblem(sName, oDataSet.nStudyId, oDataSet.nId);
+std::string DataSetPropertiesPage::NameProblem(const std::string& name) {
+    const DataSet dataSet = About<DataSetContext>()->Info();
+    return About<DataSetContext>()->Space()->GetStore().DataSetNameProblem(name, dataSet.studyId, dataSet.id);
 }
 
 std::vector<std::pair<QString, QString>> DataSetPropertiesPage::Facts() {
-    const DataSet oDataSet = About<DataSetContext>()->Info();
-    const std::size_t nColumns = About<DataSetContext>()->Space()->GetStore().Columns(oDataSet.nId).size();
-    return {{"Source", Text(oDataSet.sSource)},
-            {"Size", Text(SizeText(static_cast<std::size_t>(oDataSet.nRows), nColumns))}};
+    const DataSet dataSet = About<DataSetContext>()->Info();
+    const std::size_t columns = About<DataSetContext>()->Space()->GetStore().Columns(dataSet.id).size();
+    return {{"Source", Text(dataSet.source)},
+            {"Size", Text(SizeText(static_cast<std::size_t>(dataSet.rows), columns))}};
 }
 
 void DataSetPropertiesPage::OnSave() {
     if (!IsChanged())
         return;
-    const Ref<DataSetContext> oData = About<DataSetContext>();
-    oData->Space()->GetStore().SetDataSetProperties(oData->Number(), {Name(), Notes(), {}});
-    m_sName = Name();
-    m_sNotes = Notes();
-    oData->Space()->Tell("“" + m_sName + "” has been changed");
+    const Ref<DataSetContext> data = About<DataSetContext>();
+    data->Space()->GetStore().SetDataSetProperties(data->Number(), {Name(), Notes(), {}});
+    m_nameText = Name();
+    m_notesText = Notes();
+    data->Space()->Tell("“" + m_nameText + "” has been changed");
 }
 
-QWidget* UnitsPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    const std::vector<Column> aColumns =
+QWidget* UnitsPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    const std::vector<Column> columns =
         About<DataSetContext>()->Space()->GetStore().Columns(About<DataSetContext>()->Number());
-    m_pTable = new QTableWidget(static_cast<int>(aColumns.size()), 3);
-    m_pTable->setAccessibleName("Columns");
-    m_pTable->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
-    m_pTable->setHorizontalHeaderLabels({"Column", "Type", "Unit"});
-    m_pTable->verticalHeader()->hide();
-    m_pTable->setAlternatingRowColors(true);
-    m_aUnits.clear();
-    for (int i = 0; i < m_pTable->rowCount(); ++i) {
-        const Column& oColumn = aColumns[static_cast<std::size_t>(i)];
-        m_aUnits.push_back(oColumn.sUnit);
-        const auto Set = [&](int iColumn, const QString& sText, bool bEditable) {
-            auto* pItem = new QTableWidgetItem(sText);
-            if (!bEditable)
-                pItem->setFlags(pItem->flags() & ~Qt::ItemIsEditable);
-            m_pTable->setItem(i, iColumn, pItem);
+    m_table = new QTableWidget(static_cast<int>(columns.size()), 3);
+    m_table->setAccessibleName("Columns");
+    m_table->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
+    m_table->setHorizontalHeaderLabels({"Column", "Type", "Unit"});
+    m_table->verticalHeader()->hide();
+    m_table->setAlternatingRowColors(true);
+    m_units.clear();
+    for (int i = 0; i < m_table->rowCount(); ++i) {
+        const Column& column = columns[static_cast<std::size_t>(i)];
+        m_units.push_back(column.unit);
+        const auto Set = [&](int columnIndex, const QString& text, bool editable) {
+            auto* item = new QTableWidgetItem(text);
+            if (!editable)
+                item->setFlags(item->flags() & ~Qt::ItemIsEditable);
+            m_table->setItem(i, columnIndex, item);
         };
-        Set(0, Text(oColumn.sName), false);
-        Set(1, Text(NameOf(oColumn.eType)), false);
-        Set(2, Text(oColumn.sUnit), oColumn.IsNumeric());
+        Set(0, Text(column.name), false);
+        Set(1, Text(NameOf(column.type)), false);
+        Set(2, Text(column.unit), column.IsNumeric());
     }
-    m_pTable->resizeColumnsToContents();
-    m_pTable->horizontalHeader()->setStretchLastSection(true);
-    auto* pHint = new QLabel("Units are shown on the axes of charts. Double-click a unit to change it.");
-    pHint->setWordWrap(true);
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addWidget(m_pTable, 1);
-    pLayout->addWidget(pHint);
-    QObject::connect(m_pTable, &QTableWidget::itemChanged, pPage, [this] { Guarded([this] { Reconsider(); }); });
-    return pPage;
+    m_table->resizeColumnsToContents();
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    auto* hint = new QLabel("Units are shown on the axes of charts. Double-click a unit to change it.");
+    hint->setWordWrap(true);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(m_table, 1);
+    layout->addWidget(hint);
+    QObject::connect(m_table, &QTableWidget::itemChanged, page, [this] { Guarded([this] { Reconsider(); }); });
+    return page;
 }
 
 std::vector<std::string> UnitsPage::Units() const {
-    if (!m_pTable)
-        return m_aUnits;
-    std::vector<std::string> aUnits;
-    for (int i = 0; i < m_pTable->rowCount(); ++i)
-        aUnits.push_back(Utf8(m_pTable->item(i, 2)->text().trimmed()));
-    return aUnits;
+    if (!m_table)
+        return m_units;
+    std::vector<std::string> units;
+    for (int i = 0; i < m_table->rowCount(); ++i)
+        units.push_back(Utf8(m_table->item(i, 2)->text().trimmed()));
+    return units;
 }
 
 bool UnitsPage::IsChanged() {
-    return Units() != m_aUnits;
+    return Units() != m_units;
 }
 
 void UnitsPage::OnSave() {
     if (!IsChanged())
         return;
-    const Ref<DataSetContext> oData = About<DataSetContext>();
-    const DataSet oDataSet = oData->Info();
-    m_aUnits = Units();
-    oData->Space()->GetStore().SetDataSetProperties(oDataSet.nId, {oDataSet.sName, oDataSet.sNotes, m_aUnits});
-    oData->Space()->Tell("The units of “" + oDataSet.sName + "” have been changed");
+    const Ref<DataSetContext> data = About<DataSetContext>();
+    const DataSet dataSet = data->Info();
+    m_units = Units();
+    data->Space()->GetStore().SetDataSetProperties(dataSet.id, {dataSet.name, dataSet.notes, m_units});
+    data->Space()->Tell("The units of “" + dataSet.name + "” have been changed");
 }
 
 } // namespace studies

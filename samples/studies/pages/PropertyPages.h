@@ -18,24 +18,24 @@ public:
     [[nodiscard]] bool IsChanged() override;
 
 protected:
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
     [[nodiscard]] bool IsValid() override { return Problem().empty(); }
-    [[nodiscard]] virtual std::string NameProblem(const std::string& sName) = 0; // "" for none
+    [[nodiscard]] virtual std::string NameProblem(const std::string& name) = 0; // "" for none
     // Lines of what is only shown: a caption and a text.
     [[nodiscard]] virtual std::vector<std::pair<QString, QString>> Facts() { return {}; }
     [[nodiscard]] std::string Name() const;
     [[nodiscard]] std::string Notes() const;
 
     // As they are in the store.
-    std::string m_sName;
-    std::string m_sNotes;
+    std::string m_nameText;
+    std::string m_notesText;
 
 private:
     [[nodiscard]] std::string Problem();
 
-    QPointer<QLineEdit> m_pName;
-    QPointer<QPlainTextEdit> m_pNotes;
-    QPointer<ProblemLabel> m_pProblem;
+    QPointer<QLineEdit> m_name;
+    QPointer<QPlainTextEdit> m_notes;
+    QPointer<ProblemLabel> m_problem;
 };
 
 class StudyPropertiesPage final : public corvane::Automation<StudyPropertiesPage, NamePage> {
@@ -46,7 +46,7 @@ public:
 protected:
     void OnInitialize() override;
     void OnSave() override;
-    [[nodiscard]] std::string NameProblem(const std::string& sName) override;
+    [[nodiscard]] std::string NameProblem(const std::string& name) override;
     [[nodiscard]] std::vector<std::pair<QString, QString>> Facts() override;
 };
 
@@ -58,7 +58,7 @@ public:
 protected:
     void OnInitialize() override;
     void OnSave() override;
-    [[nodiscard]] std::string NameProblem(const std::string& sName) override;
+    [[nodiscard]] std::string NameProblem(const std::string& name) override;
     [[nodiscard]] std::vector<std::pair<QString, QString>> Facts() override;
 };
 
@@ -70,13 +70,13 @@ public:
 
 protected:
     void OnSave() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
 
 private:
     [[nodiscard]] std::vector<std::string> Units() const;
 
-    std::vector<std::string> m_aUnits; // as they are in the store
-    QPointer<QTableWidget> m_pTable;
+    std::vector<std::string> m_units; // as they are in the store
+    QPointer<QTableWidget> m_table;
 };
 
 } // namespace studies

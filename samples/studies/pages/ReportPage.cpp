@@ -25,92 +25,92 @@ using namespace corvane;
 
 namespace {
 
-constexpr QSize oPictureSize(620, 420);
+constexpr QSize pictureSize(620, 420);
 
 // Pictures are resources of the document, under the names that the report gives them.
-void Fill(QTextDocument& oDocument, const StudyReport& oReport) {
-    for (const StudyReport::Picture& oPicture : oReport.aPictures)
-        oDocument.addResource(QTextDocument::ImageResource, QUrl(Text(oPicture.sName)),
-                              ChartPicture(oPicture.oScene, oPictureSize));
-    oDocument.setHtml(Text(oReport.sHtml));
+void Fill(QTextDocument& document, const StudyReport& report) {
+    for (const StudyReport::Picture& picture : report.pictures)
+        document.addResource(QTextDocument::ImageResource, QUrl(Text(picture.name)),
+                             ChartPicture(picture.scene, pictureSize));
+    document.setHtml(Text(report.html));
 }
 
-bool IsOnOnePage(const QTextDocument& oDocument, const QTextBlock& oFirst, const QTextBlock& oLast) {
-    const auto fnPage = [&](qreal y) { return static_cast<int>(y / oDocument.pageSize().height()); };
-    const auto* pLayout = oDocument.documentLayout();
+bool IsOnOnePage(const QTextDocument& document, const QTextBlock& first, const QTextBlock& last) {
+    const auto page = [&](qreal y) { return static_cast<int>(y / document.pageSize().height()); };
+    const auto* layout = document.documentLayout();
     // A line that doesn't fit stands on the next page, though its block begins on this one.
-    return fnPage(pLayout->blockBoundingRect(oFirst).top()) == fnPage(pLayout->blockBoundingRect(oLast).bottom() - 1);
+    return page(layout->blockBoundingRect(first).top()) == page(layout->blockBoundingRect(last).bottom() - 1);
 }
 
-void BeginPage(QTextDocument& oDocument, const QTextBlock& oBlock, bool bBegins) {
-    QTextBlockFormat oFormat = oBlock.blockFormat();
-    oFormat.setPageBreakPolicy(bBegins ? QTextFormat::PageBreak_AlwaysBefore : QTextFormat::PageBreak_Auto);
-    QTextCursor(oBlock).setBlockFormat(oFormat);
-    oDocument.markContentsDirty(0, oDocument.characterCount()); // pages behind it would stay as they were
+void BeginPage(QTextDocument& document, const QTextBlock& block, bool begins) {
+    QTextBlockFormat format = block.blockFormat();
+    format.setPageBreakPolicy(begins ? QTextFormat::PageBreak_AlwaysBefore : QTextFormat::PageBreak_Auto);
+    QTextCursor(block).setBlockFormat(format);
+    document.markContentsDirty(0, document.characterCount()); // pages behind it would stay as they were
 }
 
 // What stands below a heading goes to the next page as a whole. What is longer than a page is divided, but not just
 // behind its heading.
-void KeepTogether(QTextDocument& oDocument) {
-    for (QTextBlock oBlock = oDocument.begin(); oBlock.isValid(); oBlock = oBlock.next()) {
-        if (oBlock.blockFormat().headingLevel() == 0)
+void KeepTogether(QTextDocument& document) {
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() == 0)
             continue;
-        QTextBlock oLast = oBlock;
-        while (oLast.next().isValid() && oLast.next().blockFormat().headingLevel() == 0)
-            oLast = oLast.next();
-        if (oLast == oBlock || IsOnOnePage(oDocument, oBlock, oLast))
+        QTextBlock last = block;
+        while (last.next().isValid() && last.next().blockFormat().headingLevel() == 0)
+            last = last.next();
+        if (last == block || IsOnOnePage(document, block, last))
             continue;
-        const bool bIsCut = !IsOnOnePage(oDocument, oBlock, oBlock.next());
-        BeginPage(oDocument, oBlock, true);
-        if (!bIsCut && !IsOnOnePage(oDocument, oBlock, oLast))
-            BeginPage(oDocument, oBlock, false);
+        const bool isCut = !IsOnOnePage(document, block, block.next());
+        BeginPage(document, block, true);
+        if (!isCut && !IsOnOnePage(document, block, last))
+            BeginPage(document, block, false);
     }
 }
 
-void SavePdf(const StudyReport& oReport, const QString& sPath) {
-    constexpr int nResolution = 144; // dots an inch of text and pictures alike
-    QPdfWriter oWriter(sPath);
-    oWriter.setPageSize(QPageSize(QPageSize::A4));
-    oWriter.setPageMargins(QMarginsF(18, 18, 18, 18), QPageLayout::Millimeter);
-    oWriter.setResolution(nResolution);
-    oWriter.setTitle(Text(oReport.sTitle));
-    QTextDocument oDocument;
-    oDocument.documentLayout()->setPaintDevice(&oWriter);
-    Fill(oDocument, oReport);
-    oDocument.setPageSize(oWriter.pageLayout().paintRectPixels(nResolution).size());
-    KeepTogether(oDocument);
-    oDocument.print(&oWriter);
+void SavePdf(const StudyReport& report, const QString& path) {
+    constexpr int resolution = 144; // dots an inch of text and pictures alike
+    QPdfWriter writer(path);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageMargins(QMarginsF(18, 18, 18, 18), QPageLayout::Millimeter);
+    writer.setResolution(resolution);
+    writer.setTitle(Text(report.title));
+    QTextDocument document;
+    document.documentLayout()->setPaintDevice(&writer);
+    Fill(document, report);
+    document.setPageSize(writer.pageLayout().paintRectPixels(resolution).size());
+    KeepTogether(document);
+    document.print(&writer);
 }
 
 // Pictures stand in the file itself, so that it can be handed on alone.
-QByteArray Html(const StudyReport& oReport) {
-    QString sHtml = Text(oReport.sHtml);
-    for (const StudyReport::Picture& oPicture : oReport.aPictures) {
-        QByteArray sPng;
-        QBuffer oBuffer(&sPng);
-        oBuffer.open(QIODevice::WriteOnly);
-        ChartPicture(oPicture.oScene, oPictureSize).save(&oBuffer, "PNG");
-        sHtml.replace("src=\"" + Text(oPicture.sName) + "\"",
-                      "src=\"data:image/png;base64," + QString::fromLatin1(sPng.toBase64()) + "\"");
+QByteArray Html(const StudyReport& report) {
+    QString html = Text(report.html);
+    for (const StudyReport::Picture& picture : report.pictures) {
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        ChartPicture(picture.scene, pictureSize).save(&buffer, "PNG");
+        html.replace("src=\"" + Text(picture.name) + "\"",
+                     "src=\"data:image/png;base64," + QString::fromLatin1(png.toBase64()) + "\"");
     }
-    return sHtml.toUtf8();
+    return html.toUtf8();
 }
 
 } // namespace
 
-void SaveReport(const StudyReport& oReport, const QString& sPath) {
-    if (sPath.endsWith(".pdf", Qt::CaseInsensitive)) {
-        QSaveFile oProbe(sPath); // the writer itself doesn't say why it couldn't
-        if (!oProbe.open(QIODevice::WriteOnly))
-            FailWith("The file “" + Utf8(sPath) + "” can't be written: " + Utf8(oProbe.errorString()) + ".");
-        oProbe.cancelWriting();
-        SavePdf(oReport, sPath);
+void SaveReport(const StudyReport& report, const QString& path) {
+    if (path.endsWith(".pdf", Qt::CaseInsensitive)) {
+        QSaveFile probe(path); // the writer itself doesn't say why it couldn't
+        if (!probe.open(QIODevice::WriteOnly))
+            FailWith("The file “" + Utf8(path) + "” can't be written: " + Utf8(probe.errorString()) + ".");
+        probe.cancelWriting();
+        SavePdf(report, path);
         return;
     }
-    QSaveFile oFile(sPath);
-    const QByteArray sHtml = Html(oReport);
-    if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sHtml) != sHtml.size() || !oFile.commit())
-        FailWith("The file “" + Utf8(sPath) + "” can't be written: " + Utf8(oFile.errorString()) + ".");
+    QSaveFile file(path);
+    const QByteArray html = Html(report);
+    if (!file.open(QIODevice::WriteOnly) || file.write(html) != html.size() || !file.commit())
+        FailWith("The file “" + Utf8(path) + "” can't be written: " + Utf8(file.errorString()) + ".");
 }
 
 void ReportPage::OnInitialize() {
@@ -120,50 +120,49 @@ void ReportPage::OnInitialize() {
     }));
 }
 
-QWidget* ReportPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_pView = new QTextBrowser;
-    m_pView->setAccessibleName("Report");
-    m_pView->setOpenLinks(false);
+QWidget* ReportPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_view = new QTextBrowser;
+    m_view->setAccessibleName("Report");
+    m_view->setOpenLinks(false);
     // As on paper, whatever the theme.
-    QPalette oPaper = m_pView->palette();
-    oPaper.setColor(QPalette::Base, Qt::white);
-    oPaper.setColor(QPalette::Text, QColor(0x20, 0x24, 0x28));
-    m_pView->setPalette(oPaper);
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addWidget(m_pView);
+    QPalette paper = m_view->palette();
+    paper.setColor(QPalette::Base, Qt::white);
+    paper.setColor(QPalette::Text, QColor(0x20, 0x24, 0x28));
+    m_view->setPalette(paper);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(m_view);
     Write();
-    return pPage;
+    return page;
 }
 
 QWidget* ReportPage::FirstFocus() {
-    return m_pView;
+    return m_view;
 }
 
 void ReportPage::Write() {
-    if (!m_pView)
+    if (!m_view)
         return;
-    m_oReport =
-        ReportOn(About<StudyContext>()->Space()->GetStore(), About<StudyContext>()->Number(), ReadPreferences());
-    const int nScrolled = m_pView->verticalScrollBar()->value();
-    m_pView->document()->clear();
-    Fill(*m_pView->document(), m_oReport);
-    m_pView->moveCursor(QTextCursor::Start); // or the keyboard's focus would show the end
-    m_pView->verticalScrollBar()->setValue(nScrolled);
+    m_report = ReportOn(About<StudyContext>()->Space()->GetStore(), About<StudyContext>()->Number(), ReadPreferences());
+    const int scrolled = m_view->verticalScrollBar()->value();
+    m_view->document()->clear();
+    Fill(*m_view->document(), m_report);
+    m_view->moveCursor(QTextCursor::Start); // or the keyboard's focus would show the end
+    m_view->verticalScrollBar()->setValue(scrolled);
 }
 
 void ReportPage::OnExport() {
-    const std::string sPath =
-        AskForSavePath("Export", "HTML page (*.html)|*.html|PDF document (*.pdf)|*.pdf", m_oReport.sTitle + ".html");
-    if (sPath.empty())
+    const std::string path =
+        AskForSavePath("Export", "HTML page (*.html)|*.html|PDF document (*.pdf)|*.pdf", m_report.title + ".html");
+    if (path.empty())
         return;
-    SaveReport(m_oReport, Text(sPath));
-    ShowStatus("Exported to " + sPath);
+    SaveReport(m_report, Text(path));
+    ShowStatus("Exported to " + path);
 }
 
 void ReportPage::OnCopy() {
-    if (m_pView)
-        m_pView->copy();
+    if (m_view)
+        m_view->copy();
 }
 
 } // namespace studies

@@ -22,16 +22,16 @@ public:
 
 protected:
     void OnInitialize() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
 
 private:
     void Write();
 
-    QPointer<QTextBrowser> m_pView;
-    StudyReport m_oReport;
+    QPointer<QTextBrowser> m_view;
+    StudyReport m_report;
 };
 
 // What ReportPage does for a file, by the ending of its name. Fails when it can't be written.
-void SaveReport(const StudyReport& oReport, const QString& sPath);
+void SaveReport(const StudyReport& report, const QString& path);
 
 } // namespace studies

@@ -7,34 +7,34 @@ namespace studies {
 using namespace corvane;
 
 StudiesPage::StudiesPage() {
-    m_aLife.push_back(m_oBase->InitializeEvent.Subscribe([this](const Ref<Object>&) { OnInitialize(); }));
-    m_aLife.push_back(m_oBase->TerminateEvent.Subscribe([this](const Ref<Object>&) {
-        m_aSubscriptions.clear();
+    m_life.push_back(m_base->InitializeEvent.Subscribe([this](const Ref<Object>&) { OnInitialize(); }));
+    m_life.push_back(m_base->TerminateEvent.Subscribe([this](const Ref<Object>&) {
+        m_subscriptions.clear();
         OnTerminate();
     }));
-    m_aLife.push_back(m_oBase->ActivateEvent.Subscribe([this] { OnActivate(); }));
-    m_aLife.push_back(m_oBase->SaveEvent.Subscribe([this] { OnSave(); }));
-    m_aLife.push_back(m_oBase->ValidateEvent.Subscribe([this](bool& bValid) { bValid = bValid && IsValid(); }));
+    m_life.push_back(m_base->ActivateEvent.Subscribe([this] { OnActivate(); }));
+    m_life.push_back(m_base->SaveEvent.Subscribe([this] { OnSave(); }));
+    m_life.push_back(m_base->ValidateEvent.Subscribe([this](bool& valid) { valid = valid && IsValid(); }));
 }
 
-QWidget* StudiesPage::NewWidget(QWidget* pParent) {
-    m_pWidget = MakeWidget(pParent);
-    return m_pWidget;
+QWidget* StudiesPage::NewWidget(QWidget* parent) {
+    m_widget = MakeWidget(parent);
+    return m_widget;
 }
 
-void StudiesPage::EnableAction(const char* sName, bool bEnabled) {
-    if (const auto colActionItems = m_oBase->ActionItems(); colActionItems && colActionItems->HasKey(sName))
-        colActionItems->Item(sName)->SetEnabled(bEnabled);
+void StudiesPage::EnableAction(const char* name, bool enabled) {
+    if (const auto actionItems = m_base->ActionItems(); actionItems && actionItems->HasKey(name))
+        actionItems->Item(name)->SetEnabled(enabled);
 }
 
 void StudiesPage::Reconsider() {
     if (IsAlive())
-        m_oBase->ValidityChanged();
+        m_base->ValidityChanged();
 }
 
-void StudiesPage::Guarded(const std::function<void()>& fnAct) const {
+void StudiesPage::Guarded(const std::function<void()>& act) const {
     try {
-        fnAct();
+        act();
     } catch (...) {
         Report("StudiesPage", "Guarded");
     }

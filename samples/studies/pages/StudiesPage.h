@@ -17,8 +17,8 @@ namespace studies {
 
 class StudiesPage : public corvane::IPageAccess, public corvane::desktop::IQtPage {
 public:
-    corvane::Ref<corvane::IPage> Page() override { return m_oBase; }
-    QWidget* NewWidget(QWidget* pParent) final;
+    corvane::Ref<corvane::IPage> Page() override { return m_base; }
+    QWidget* NewWidget(QWidget* parent) final;
 
 protected:
     StudiesPage();
@@ -28,30 +28,30 @@ protected:
     virtual void OnTerminate() {}
     virtual void OnActivate() {}
     virtual void OnSave() {}
-    virtual QWidget* MakeWidget(QWidget* pParent) = 0;
+    virtual QWidget* MakeWidget(QWidget* parent) = 0;
     [[nodiscard]] virtual bool IsValid() { return true; }
 
     // What the window is about. Fails with 13 when it is something else.
     template <class T>
     [[nodiscard]] corvane::Ref<T> About() const {
-        return m_oBase->BusinessContext().As<T>();
+        return m_base->BusinessContext().As<T>();
     }
-    [[nodiscard]] bool IsAlive() const { return !!m_oBase->Window(); }
-    [[nodiscard]] const corvane::Ref<corvane::PageBase>& Base() const { return m_oBase; }
-    [[nodiscard]] QWidget* Widget() const { return m_pWidget; }
+    [[nodiscard]] bool IsAlive() const { return !!m_base->Window(); }
+    [[nodiscard]] const corvane::Ref<corvane::PageBase>& Base() const { return m_base; }
+    [[nodiscard]] QWidget* Widget() const { return m_widget; }
     // Of the page's own commands.
-    void EnableAction(const char* sName, bool bEnabled);
+    void EnableAction(const char* name, bool enabled);
     // Tells the window that validity or change may be another now.
     void Reconsider();
     // Everything that Qt calls goes through this: a failure is shown, and the program goes on.
-    void Guarded(const std::function<void()>& fnAct) const;
-    void Keep(corvane::Subscription oSubscription) { m_aSubscriptions.push_back(std::move(oSubscription)); }
+    void Guarded(const std::function<void()>& act) const;
+    void Keep(corvane::Subscription subscription) { m_subscriptions.push_back(std::move(subscription)); }
 
 private:
-    corvane::Ref<corvane::PageBase> m_oBase = corvane::New<corvane::PageBase>();
-    std::vector<corvane::Subscription> m_aLife;
-    std::vector<corvane::Subscription> m_aSubscriptions; // from OnInitialize to OnTerminate
-    QPointer<QWidget> m_pWidget;
+    corvane::Ref<corvane::PageBase> m_base = corvane::New<corvane::PageBase>();
+    std::vector<corvane::Subscription> m_life;
+    std::vector<corvane::Subscription> m_subscriptions; // from OnInitialize to OnTerminate
+    QPointer<QWidget> m_widget;
 };
 
 } // namespace studies

@@ -17,60 +17,60 @@ namespace studies {
 using namespace corvane;
 
 void SummaryPage::OnInitialize() {
-    m_oDocument = Base()->BusinessContext().TryAs<AnalysisDocument>();
-    if (m_oDocument) {
-        m_sGroup = m_oDocument->Settings().sGroupColumn;
-        Keep(m_oDocument->Changed.Subscribe([this] { Follow(); }));
+    m_document = Base()->BusinessContext().TryAs<AnalysisDocument>();
+    if (m_document) {
+        m_groupName = m_document->Settings().groupColumn;
+        Keep(m_document->Changed.Subscribe([this] { Follow(); }));
     }
     Keep(Data()->Space()->Changed.Subscribe([this](const std::string&) { Follow(); }));
 }
 
 Ref<DataSetContext> SummaryPage::Data() const {
-    return m_oDocument ? m_oDocument->Data() : About<DataSetContext>();
+    return m_document ? m_document->Data() : About<DataSetContext>();
 }
 
 void SummaryPage::OnActivate() {
-    EnableAction("Save", m_oDocument && m_oDocument->IsUnsaved());
+    EnableAction("Save", m_document && m_document->IsUnsaved());
 }
 
 bool SummaryPage::IsChanged() {
-    return m_oDocument && m_oDocument->IsChanged();
+    return m_document && m_document->IsChanged();
 }
 
 QWidget* SummaryPage::FirstFocus() {
-    return m_pNumbers;
+    return m_numbers;
 }
 
-QWidget* SummaryPage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    auto* pLayout = new QVBoxLayout(pPage);
-    auto* pRow = new QHBoxLayout;
-    m_pGroup = new QComboBox;
-    FillColumns(*m_pGroup, {}, false, "None");
-    m_pSize = new QLabel;
-    m_pNumbers = new FigureTable;
-    m_pNumbers->setAccessibleName("Statistics of numeric columns");
-    m_pTexts = new FigureTable;
-    m_pTexts->setAccessibleName("Statistics of text columns");
-    AddLabelled(*pRow, "&By", m_pGroup);
-    pRow->setStretch(1, 0);
-    pRow->addStretch(1);
-    pRow->addWidget(m_pSize);
-    pLayout->addLayout(pRow);
-    pLayout->addWidget(m_pNumbers, 3);
-    pLayout->addWidget(m_pTexts, 2);
-    pLayout->addStretch();
-    QObject::connect(m_pGroup, &QComboBox::currentIndexChanged, pPage, [this] { Guarded([this] { ChooseGroup(); }); });
+QWidget* SummaryPage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    auto* layout = new QVBoxLayout(page);
+    auto* row = new QHBoxLayout;
+    m_group = new QComboBox;
+    FillColumns(*m_group, {}, false, "None");
+    m_size = new QLabel;
+    m_numbers = new FigureTable;
+    m_numbers->setAccessibleName("Statistics of numeric columns");
+    m_texts = new FigureTable;
+    m_texts->setAccessibleName("Statistics of text columns");
+    AddLabelled(*row, "&By", m_group);
+    row->setStretch(1, 0);
+    row->addStretch(1);
+    row->addWidget(m_size);
+    layout->addLayout(row);
+    layout->addWidget(m_numbers, 3);
+    layout->addWidget(m_texts, 2);
+    layout->addStretch();
+    QObject::connect(m_group, &QComboBox::currentIndexChanged, page, [this] { Guarded([this] { ChooseGroup(); }); });
     ShowFigures();
-    return pPage;
+    return page;
 }
 
 void SummaryPage::ChooseGroup() {
-    m_sGroup = Chosen(*m_pGroup);
-    if (m_oDocument) {
-        AnalysisSettings oSettings = m_oDocument->Settings();
-        oSettings.sGroupColumn = m_sGroup;
-        m_oDocument->SetSettings(oSettings);
+    m_groupName = Chosen(*m_group);
+    if (m_document) {
+        AnalysisSettings settings = m_document->Settings();
+        settings.groupColumn = m_groupName;
+        m_document->SetSettings(settings);
     } else {
         ShowFigures();
     }
@@ -79,78 +79,78 @@ void SummaryPage::ChooseGroup() {
 void SummaryPage::Follow() {
     if (!Data()->Exists())
         return; // the window is about to close
-    if (m_oDocument) {
-        m_sGroup = m_oDocument->Settings().sGroupColumn;
-        EnableAction("Save", m_oDocument->IsUnsaved());
-        Base()->Window()->SetCaption(m_oDocument->Name());
+    if (m_document) {
+        m_groupName = m_document->Settings().groupColumn;
+        EnableAction("Save", m_document->IsUnsaved());
+        Base()->Window()->SetCaption(m_document->Name());
     }
     ShowFigures();
     Reconsider();
 }
 
 void SummaryPage::ShowFigures() {
-    if (!m_pNumbers)
+    if (!m_numbers)
         return;
-    const Table& oTable = Data()->Data();
-    std::vector<Column> aGroupColumns;
-    for (const std::string& sName : GroupColumns(oTable))
-        aGroupColumns.push_back({oTable.Find(sName)->sName, ColumnType::Text, {}, {}, {}});
-    FillColumns(*m_pGroup, aGroupColumns, false, "None");
-    Choose(*m_pGroup, m_sGroup);
-    const SummaryRows oRows = RowsOfSummary(oTable, m_sGroup, ReadPreferences().nDecimals);
-    const auto Show = [](FigureTable& oView, const SummaryBlock& oBlock) {
-        std::vector<FigureColumn> aNames;
-        for (const SummaryBlock::Name& oName : oBlock.aNames)
-            aNames.push_back({Text(oName.sText), oName.bFigures});
-        std::vector<QStringList> aLines;
-        for (const std::vector<std::string>& aLine : oBlock.aRows) {
-            aLines.emplace_back();
-            for (const std::string& sField : aLine)
-                aLines.back().append(Text(sField));
+    const Table& table = Data()->Data();
+    std::vector<Column> groupColumns;
+    for (const std::string& name : GroupColumns(table))
+        groupColumns.push_back({table.Find(name)->name, ColumnType::Text, {}, {}, {}});
+    FillColumns(*m_group, groupColumns, false, "None");
+    Choose(*m_group, m_groupName);
+    const SummaryRows rows = RowsOfSummary(table, m_groupName, ReadPreferences().decimals);
+    const auto Show = [](FigureTable& view, const SummaryBlock& block) {
+        std::vector<FigureColumn> names;
+        for (const SummaryBlock::Name& name : block.names)
+            names.push_back({Text(name.text), name.figures});
+        std::vector<QStringList> lines;
+        for (const std::vector<std::string>& line : block.rows) {
+            lines.emplace_back();
+            for (const std::string& field : line)
+                lines.back().append(Text(field));
         }
-        oView.SetContent(aNames, aLines);
-        oView.setMaximumHeight(oView.HeightOfAll());
-        oView.setHidden(aLines.empty());
+        view.SetContent(names, lines);
+        view.setMaximumHeight(view.HeightOfAll());
+        view.setHidden(lines.empty());
     };
-    Show(*m_pNumbers, oRows.oNumbers);
-    Show(*m_pTexts, oRows.oTexts);
-    m_pSize->setText(Text(SizeText(oTable.nRows, oTable.aColumns.size())));
+    Show(*m_numbers, rows.numbers);
+    Show(*m_texts, rows.texts);
+    m_size->setText(Text(SizeText(table.rows, table.columns.size())));
 }
 
 void SummaryPage::OnSave() {
     if (IsChanged())
-        m_oDocument->Save();
+        m_document->Save();
 }
 
 void SummaryPage::OnSaveAnalysis() {
-    m_oDocument->Save();
+    m_document->Save();
 }
 
 void SummaryPage::OnTable() {
     OpenDataWindow(Data());
 }
 
-void SummaryPage::OnAnalyse(const Ref<ActionItem>& oActionItem) {
-    OpenNewAnalysis(Data(), oActionItem->Name());
+void SummaryPage::OnAnalyse(const Ref<ActionItem>& actionItem) {
+    OpenNewAnalysis(Data(), actionItem->Name());
 }
 
 void SummaryPage::OnCopy() {
-    if (m_pTexts && m_pTexts->hasFocus())
-        m_pTexts->Copy();
-    else if (m_pNumbers)
-        m_pNumbers->Copy();
+    if (m_texts && m_texts->hasFocus())
+        m_texts->Copy();
+    else if (m_numbers)
+        m_numbers->Copy();
 }
 
 void SummaryPage::OnExport() {
-    const std::string sPath = AskForSavePath("Export", "Text with tabs (*.tsv)|*.tsv", m_oDocument->Name() + ".tsv");
-    if (sPath.empty())
+    const std::string path = AskForSavePath("Export", "Text with tabs (*.tsv)|*.tsv", m_document->Name() + ".tsv");
+    if (path.empty())
         return;
-    QFile oFile(Text(sPath));
-    const QByteArray sText =
-        (m_pNumbers->AsText() + (m_pTexts->rowCount() > 0 ? "\n" + m_pTexts->AsText() : QString())).toUtf8();
-    if (!oFile.open(QIODevice::WriteOnly) || oFile.write(sText) != sText.size() || !oFile.flush())
-        FailWith("The file “" + sPath + "” can't be written.");
-    ShowStatus("Exported to " + sPath);
+    QFile file(Text(path));
+    const QByteArray text =
+        (m_numbers->AsText() + (m_texts->rowCount() > 0 ? "\n" + m_texts->AsText() : QString())).toUtf8();
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
+        FailWith("The file “" + path + "” can't be written.");
+    ShowStatus("Exported to " + path);
 }
 
 } // namespace studies

@@ -19,7 +19,7 @@ public:
     void OnSaveAnalysis();
     void OnExport();
     void OnTable();
-    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // another one of the data, by the item's name
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // another one of the data, by the item's name
 
     static constexpr auto Members = corvane::MemberTable(
         corvane::Method("OnCopy", &SummaryPage::OnCopy),
@@ -31,7 +31,7 @@ protected:
     void OnInitialize() override;
     void OnActivate() override;
     void OnSave() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
 
 private:
     [[nodiscard]] corvane::Ref<DataSetContext> Data() const;
@@ -39,12 +39,12 @@ private:
     void Follow();
     void ShowFigures();
 
-    corvane::Ref<AnalysisDocument> m_oDocument; // nothing for a data set
-    std::string m_sGroup;
-    QPointer<QComboBox> m_pGroup;
-    QPointer<FigureTable> m_pNumbers;
-    QPointer<FigureTable> m_pTexts;
-    QPointer<QLabel> m_pSize;
+    corvane::Ref<AnalysisDocument> m_document; // nothing for a data set
+    std::string m_groupName;
+    QPointer<QComboBox> m_group;
+    QPointer<FigureTable> m_numbers;
+    QPointer<FigureTable> m_texts;
+    QPointer<QLabel> m_size;
 };
 
 } // namespace studies

@@ -23,89 +23,89 @@ void TablePage::OnActivate() {
     EnableAction("Properties", About<DataSetContext>()->Space()->Keeps());
 }
 
-QWidget* TablePage::MakeWidget(QWidget* pParent) {
-    auto* pPage = new QWidget(pParent);
-    m_pModel = new DataTableModel(About<DataSetContext>(), pPage);
-    m_pView = new DataTableView;
-    m_pView->SetData(m_pModel);
-    m_pProblem = new ProblemLabel;
-    auto* pLayout = new QVBoxLayout(pPage);
-    pLayout->addLayout(MakeFilterRow());
-    pLayout->addWidget(m_pView, 1);
-    pLayout->addWidget(m_pProblem);
-    QObject::connect(m_pView, &DataTableView::Refused, pPage, [this](const QString& s) { m_pProblem->Show(s); });
-    QObject::connect(m_pModel, &QAbstractItemModel::dataChanged, pPage, [this] { m_pProblem->Show({}); });
-    QObject::connect(m_pModel, &QAbstractItemModel::modelReset, pPage, [this] { CountRows(); });
+QWidget* TablePage::MakeWidget(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    m_model = new DataTableModel(About<DataSetContext>(), page);
+    m_view = new DataTableView;
+    m_view->SetData(m_model);
+    m_problem = new ProblemLabel;
+    auto* layout = new QVBoxLayout(page);
+    layout->addLayout(MakeFilterRow());
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_problem);
+    QObject::connect(m_view, &DataTableView::Refused, page, [this](const QString& s) { m_problem->Show(s); });
+    QObject::connect(m_model, &QAbstractItemModel::dataChanged, page, [this] { m_problem->Show({}); });
+    QObject::connect(m_model, &QAbstractItemModel::modelReset, page, [this] { CountRows(); });
     CountRows();
-    return pPage;
+    return page;
 }
 
 QLayout* TablePage::MakeFilterRow() {
-    auto* pRow = new QHBoxLayout;
-    m_pFilterColumn = new QComboBox;
-    FillColumns(*m_pFilterColumn, m_pModel->Columns(), false, "Any column");
-    m_pFilter = new QLineEdit;
-    m_pFilter->setPlaceholderText("Text; for one column also > 4000, <> Adelie, = (missing)");
-    m_pFilter->setToolTip("Shows rows with a value that contains this text.\nFor a selected column also =, <>, <, <=, "
-                          ">, >= and a value; = alone finds missing values.");
-    m_pFilter->setClearButtonEnabled(true);
-    m_pCount = new QLabel;
-    AddLabelled(*pRow, "&Rows where", m_pFilterColumn);
-    pRow->setStretch(1, 0);
-    AddLabelled(*pRow, "contain&s", m_pFilter);
-    pRow->addWidget(m_pCount);
+    auto* row = new QHBoxLayout;
+    m_filterColumn = new QComboBox;
+    FillColumns(*m_filterColumn, m_model->Columns(), false, "Any column");
+    m_filter = new QLineEdit;
+    m_filter->setPlaceholderText("Text; for one column also > 4000, <> Adelie, = (missing)");
+    m_filter->setToolTip("Shows rows with a value that contains this text.\nFor a selected column also =, <>, <, <=, "
+                         ">, >= and a value; = alone finds missing values.");
+    m_filter->setClearButtonEnabled(true);
+    m_count = new QLabel;
+    AddLabelled(*row, "&Rows where", m_filterColumn);
+    row->setStretch(1, 0);
+    AddLabelled(*row, "contain&s", m_filter);
+    row->addWidget(m_count);
     // Not with every letter: in a large table a filter takes a moment.
-    auto* pPause = new QTimer(m_pFilter);
-    pPause->setSingleShot(true);
-    pPause->setInterval(200);
-    QObject::connect(pPause, &QTimer::timeout, m_pFilter, [this] { Guarded([this] { Filter(); }); });
-    QObject::connect(m_pFilter, &QLineEdit::textChanged, pPause, [pPause] { pPause->start(); });
-    QObject::connect(m_pFilter, &QLineEdit::returnPressed, m_pFilter, [this] { Guarded([this] { Filter(); }); });
-    QObject::connect(m_pFilterColumn, &QComboBox::currentIndexChanged, m_pFilter,
+    auto* pause = new QTimer(m_filter);
+    pause->setSingleShot(true);
+    pause->setInterval(200);
+    QObject::connect(pause, &QTimer::timeout, m_filter, [this] { Guarded([this] { Filter(); }); });
+    QObject::connect(m_filter, &QLineEdit::textChanged, pause, [pause] { pause->start(); });
+    QObject::connect(m_filter, &QLineEdit::returnPressed, m_filter, [this] { Guarded([this] { Filter(); }); });
+    QObject::connect(m_filterColumn, &QComboBox::currentIndexChanged, m_filter,
                      [this] { Guarded([this] { Filter(); }); });
-    return pRow;
+    return row;
 }
 
 QWidget* TablePage::FirstFocus() {
-    return m_pView;
+    return m_view;
 }
 
 void TablePage::Filter() {
     try {
-        m_pModel->SetFilter(m_pFilterColumn->currentIndex() - 1, m_pFilter->text());
-        m_pProblem->Show({});
-    } catch (const Failure& oFailure) {
-        m_pProblem->Show(Text(oFailure.Description));
+        m_model->SetFilter(m_filterColumn->currentIndex() - 1, m_filter->text());
+        m_problem->Show({});
+    } catch (const Failure& failure) {
+        m_problem->Show(Text(failure.Description));
     }
 }
 
 void TablePage::CountRows() {
-    const auto nAll = static_cast<std::size_t>(About<DataSetContext>()->Info().nRows);
-    const auto nShown = static_cast<std::size_t>(m_pModel->rowCount());
-    m_pCount->setText(Text(nShown == nAll ? CountText(nAll) + (nAll == 1 ? " row" : " rows")
-                                          : CountText(nShown) + " of " + CountText(nAll)));
+    const auto all = static_cast<std::size_t>(About<DataSetContext>()->Info().rows);
+    const auto shown = static_cast<std::size_t>(m_model->rowCount());
+    m_count->setText(Text(shown == all ? CountText(all) + (all == 1 ? " row" : " rows")
+                                       : CountText(shown) + " of " + CountText(all)));
 }
 
 void TablePage::FollowData() {
-    if (m_pModel && About<DataSetContext>()->Exists())
-        m_pModel->Reload();
+    if (m_model && About<DataSetContext>()->Exists())
+        m_model->Reload();
 }
 
 void TablePage::OnCopy() {
-    if (m_pView)
-        m_pView->Copy();
+    if (m_view)
+        m_view->Copy();
 }
 
 void TablePage::OnExport() {
-    AskInWindow("Export", About<DataSetContext>(), "Export " + About<DataSetContext>()->Info().sName);
+    AskInWindow("Export", About<DataSetContext>(), "Export " + About<DataSetContext>()->Info().name);
 }
 
 void TablePage::OnProperties() {
-    AskInWindow("DataSetProperties", About<DataSetContext>(), "Properties of " + About<DataSetContext>()->Info().sName);
+    AskInWindow("DataSetProperties", About<DataSetContext>(), "Properties of " + About<DataSetContext>()->Info().name);
 }
 
-void TablePage::OnAnalyse(const Ref<ActionItem>& oActionItem) {
-    OpenNewAnalysis(About<DataSetContext>(), oActionItem->Name());
+void TablePage::OnAnalyse(const Ref<ActionItem>& actionItem) {
+    OpenNewAnalysis(About<DataSetContext>(), actionItem->Name());
 }
 
 } // namespace studies

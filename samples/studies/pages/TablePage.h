@@ -19,7 +19,7 @@ public:
     void OnCopy();
     void OnExport();
     void OnProperties();
-    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& oActionItem); // by the item's name
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // by the item's name
 
     static constexpr auto Members = corvane::MemberTable(
         corvane::Method("OnCopy", &TablePage::OnCopy), corvane::Method("OnExport", &TablePage::OnExport),
@@ -28,7 +28,7 @@ public:
 protected:
     void OnInitialize() override;
     void OnActivate() override;
-    QWidget* MakeWidget(QWidget* pParent) override;
+    QWidget* MakeWidget(QWidget* parent) override;
 
 private:
     QLayout* MakeFilterRow();
@@ -36,12 +36,12 @@ private:
     void CountRows();
     void FollowData();
 
-    QPointer<DataTableView> m_pView;
-    QPointer<DataTableModel> m_pModel;
-    QPointer<QComboBox> m_pFilterColumn;
-    QPointer<QLineEdit> m_pFilter;
-    QPointer<QLabel> m_pCount;
-    QPointer<ProblemLabel> m_pProblem;
+    QPointer<DataTableView> m_view;
+    QPointer<DataTableModel> m_model;
+    QPointer<QComboBox> m_filterColumn;
+    QPointer<QLineEdit> m_filter;
+    QPointer<QLabel> m_count;
+    QPointer<ProblemLabel> m_problem;
 };
 
 } // namespace studies

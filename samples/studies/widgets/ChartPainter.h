@@ -14,40 +14,40 @@
 namespace studies {
 
 struct ChartStyle {
-    QFont oFont;
-    QColor colBackground;
-    QColor colText;
-    QColor colFaint; // grid and frame
-    bool bDark = false;
+    QFont font;
+    QColor backgroundColor;
+    QColor textColor;
+    QColor faintColor; // grid and frame
+    bool dark = false;
 
     // The colours of a series, told apart by those who don't see red and green alike, too.
-    [[nodiscard]] QColor Series(int nColor) const;
+    [[nodiscard]] QColor Series(int color) const;
 
-    [[nodiscard]] static ChartStyle Of(const QPalette& oPalette, const QFont& oFont);
+    [[nodiscard]] static ChartStyle Of(const QPalette& palette, const QFont& fontObject);
     // Dark on white, for what leaves the program.
-    [[nodiscard]] static ChartStyle ForPaper(const QFont& oFont);
+    [[nodiscard]] static ChartStyle ForPaper(const QFont& fontObject);
 };
 
 // Where what was drawn stands.
 class ChartLayout {
 public:
     ChartLayout() = default;
-    ChartLayout(const QRectF& oPlot, const ChartAxis& oX, const ChartAxis& oY);
+    ChartLayout(const QRectF& plot, const ChartAxis& x, const ChartAxis& y);
 
-    [[nodiscard]] const QRectF& Plot() const { return m_oPlot; } // empty where nothing could be drawn
+    [[nodiscard]] const QRectF& Plot() const { return m_plot; } // empty where nothing could be drawn
     [[nodiscard]] QPointF At(double x, double y) const;
 
 private:
-    QRectF m_oPlot;
-    double m_dblLeft = 0;
-    double m_dblRight = 1;
-    double m_dblBottom = 0;
-    double m_dblTop = 1;
+    QRectF m_plot;
+    double m_left = 0;
+    double m_right = 1;
+    double m_bottom = 0;
+    double m_top = 1;
 };
 
-ChartLayout PaintChart(QPainter& oPainter, const QRectF& oArea, const ChartScene& oScene, const ChartStyle& oStyle);
+ChartLayout PaintChart(QPainter& painter, const QRectF& area, const ChartScene& scene, const ChartStyle& style);
 
 // What is to be said about the place under the pointer; "" for nothing.
-[[nodiscard]] QString ChartTip(const ChartScene& oScene, const ChartLayout& oLayout, const QPointF& oPoint);
+[[nodiscard]] QString ChartTip(const ChartScene& scene, const ChartLayout& layout, const QPointF& point);
 
 } // namespace studies

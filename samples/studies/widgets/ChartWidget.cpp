@@ -13,101 +13,101 @@ namespace studies {
 namespace {
 
 QFont PaperFont() {
-    QFont oFont;
-    oFont.setPixelSize(13);
-    return oFont;
+    QFont font;
+    font.setPixelSize(13);
+    return font;
 }
 
-void SaveSvg(const ChartScene& oScene, const QSize& oSize, const QString& sPath) {
-    QSvgGenerator oGenerator;
-    oGenerator.setFileName(sPath);
-    oGenerator.setSize(oSize);
-    oGenerator.setViewBox(QRect(QPoint(), oSize));
-    oGenerator.setTitle(QFileInfo(sPath).completeBaseName());
-    QPainter oPainter;
-    if (!oPainter.begin(&oGenerator))
-        FailWith("The file “" + Utf8(sPath) + "” can't be written.");
-    PaintChart(oPainter, QRectF(QPointF(), oSize), oScene, ChartStyle::ForPaper(PaperFont()));
+void SaveSvg(const ChartScene& scene, const QSize& size, const QString& path) {
+    QSvgGenerator generator;
+    generator.setFileName(path);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(), size));
+    generator.setTitle(QFileInfo(path).completeBaseName());
+    QPainter painter;
+    if (!painter.begin(&generator))
+        FailWith("The file “" + Utf8(path) + "” can't be written.");
+    PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
 }
 
 } // namespace
 
-ChartWidget::ChartWidget(QWidget* pParent) : QWidget(pParent) {
+ChartWidget::ChartWidget(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName("Chart");
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void ChartWidget::SetScene(ChartScene oScene) {
-    m_oScene = std::move(oScene);
-    m_oDrawn = {};
+void ChartWidget::SetScene(ChartScene scene) {
+    m_scene = std::move(scene);
+    m_drawn = {};
     // For those who don't see it.
-    setAccessibleDescription(m_oScene.sEmpty.empty()
-                                 ? Text(m_oScene.oY.sLabel + " over " + m_oScene.oX.sLabel + ". " + m_oScene.sNote)
-                                 : Text(m_oScene.sEmpty));
+    setAccessibleDescription(m_scene.empty.empty()
+                                 ? Text(m_scene.y.label + " over " + m_scene.x.label + ". " + m_scene.note)
+                                 : Text(m_scene.empty));
     update();
 }
 
 void ChartWidget::Draw() {
-    const double dblRatio = devicePixelRatioF();
-    if (!m_oDrawn.isNull() && m_oDrawn.size() == size() * dblRatio)
+    const double ratio = devicePixelRatioF();
+    if (!m_drawn.isNull() && m_drawn.size() == size() * ratio)
         return;
-    m_oDrawn = QPixmap(size() * dblRatio);
-    m_oDrawn.setDevicePixelRatio(dblRatio);
-    QPainter oPainter(&m_oDrawn);
-    m_oLayout = PaintChart(oPainter, rect(), m_oScene, ChartStyle::Of(palette(), font()));
+    m_drawn = QPixmap(size() * ratio);
+    m_drawn.setDevicePixelRatio(ratio);
+    QPainter painter(&m_drawn);
+    m_layout = PaintChart(painter, rect(), m_scene, ChartStyle::Of(palette(), font()));
 }
 
-QString ChartWidget::TipAt(const QPoint& oPoint) {
+QString ChartWidget::TipAt(const QPoint& point) {
     Draw();
-    return ChartTip(m_oScene, m_oLayout, oPoint);
+    return ChartTip(m_scene, m_layout, point);
 }
 
-bool ChartWidget::event(QEvent* pEvent) {
-    switch (pEvent->type()) {
+bool ChartWidget::event(QEvent* event) {
+    switch (event->type()) {
     case QEvent::ToolTip: {
-        const auto& oHelp = *static_cast<QHelpEvent*>(pEvent);
-        const QString sTip = TipAt(oHelp.pos());
-        if (sTip.isEmpty())
+        const auto& help = *static_cast<QHelpEvent*>(event);
+        const QString tip = TipAt(help.pos());
+        if (tip.isEmpty())
             QToolTip::hideText();
         else
-            QToolTip::showText(oHelp.globalPos(), sTip, this);
+            QToolTip::showText(help.globalPos(), tip, this);
         return true;
     }
     case QEvent::PaletteChange:
     case QEvent::FontChange:
-        m_oDrawn = {};
+        m_drawn = {};
         update();
         break;
     default:
         break;
     }
-    return QWidget::event(pEvent);
+    return QWidget::event(event);
 }
 
-void ChartWidget::paintEvent(QPaintEvent* /*pEvent*/) {
+void ChartWidget::paintEvent(QPaintEvent* /*event*/) {
     if (size().isEmpty())
         return;
     Draw();
-    QPainter(this).drawPixmap(0, 0, m_oDrawn);
+    QPainter(this).drawPixmap(0, 0, m_drawn);
 }
 
-QImage ChartPicture(const ChartScene& oScene, const QSize& oSize) {
-    constexpr double dblRatio = 2;
-    QImage oImage(oSize * dblRatio, QImage::Format_RGB32);
-    oImage.setDevicePixelRatio(dblRatio);
-    QPainter oPainter(&oImage);
-    PaintChart(oPainter, QRectF(QPointF(), oSize), oScene, ChartStyle::ForPaper(PaperFont()));
-    return oImage;
+QImage ChartPicture(const ChartScene& scene, const QSize& size) {
+    constexpr double ratio = 2;
+    QImage image(size * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    QPainter painter(&image);
+    PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
+    return image;
 }
 
-void SaveChart(const ChartScene& oScene, const QSize& oSize, const QString& sPath) {
-    if (sPath.endsWith(".svg", Qt::CaseInsensitive)) {
-        SaveSvg(oScene, oSize, sPath);
+void SaveChart(const ChartScene& scene, const QSize& size, const QString& path) {
+    if (path.endsWith(".svg", Qt::CaseInsensitive)) {
+        SaveSvg(scene, size, path);
         return;
     }
-    if (!ChartPicture(oScene, oSize).save(sPath, "PNG"))
-        FailWith("The file “" + Utf8(sPath) + "” can't be written.");
+    if (!ChartPicture(scene, size).save(path, "PNG"))
+        FailWith("The file “" + Utf8(path) + "” can't be written.");
 }
 
 } // namespace studies

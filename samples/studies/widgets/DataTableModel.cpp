@@ -18,213 +18,213 @@ using namespace corvane;
 namespace {
 
 // Behind the point; none of a power of ten.
-qsizetype DecimalsOf(const QString& sNumber) {
-    const qsizetype iPoint = sNumber.indexOf('.');
-    return iPoint < 0 || sNumber.contains('e') ? 0 : sNumber.size() - iPoint - 1;
+qsizetype DecimalsOf(const QString& number) {
+    const qsizetype point = number.indexOf('.');
+    return point < 0 || number.contains('e') ? 0 : number.size() - point - 1;
 }
 
 } // namespace
 
-DataTableModel::DataTableModel(Ref<DataSetContext> oData, QObject* pParent)
-    : QAbstractTableModel(pParent), m_oData(std::move(oData)), m_aColumns(TheStore().Columns(m_oData->Number())),
-      m_aRowIds(TheStore().RowIds(m_oData->Number(), m_oView)) {
+DataTableModel::DataTableModel(Ref<DataSetContext> data, QObject* parent)
+    : QAbstractTableModel(parent), m_data(std::move(data)), m_columns(TheStore().Columns(m_data->Number())),
+      m_rowIds(TheStore().RowIds(m_data->Number(), m_view)) {
     MeasureDecimals();
 }
 
-void DataTableModel::SetFilter(int iColumn, const QString& sFilter) {
-    RowView oView = m_oView;
-    oView.iFilterColumn = iColumn;
-    oView.sFilter = Utf8(sFilter.trimmed());
-    SetView(oView);
+void DataTableModel::SetFilter(int column, const QString& filter) {
+    RowView view = m_view;
+    view.filterColumn = column;
+    view.filter = Utf8(filter.trimmed());
+    SetView(view);
 }
 
-void DataTableModel::sort(int iColumn, Qt::SortOrder eOrder) {
-    RowView oView = m_oView;
-    oView.iSortColumn = iColumn;
-    oView.bDescending = eOrder == Qt::DescendingOrder;
-    SetView(oView);
+void DataTableModel::sort(int column, Qt::SortOrder order) {
+    RowView view = m_view;
+    view.sortColumn = column;
+    view.descending = order == Qt::DescendingOrder;
+    SetView(view);
 }
 
-void DataTableModel::SetView(const RowView& oView) {
-    std::vector<Id> aRowIds = TheStore().RowIds(m_oData->Number(), oView);
+void DataTableModel::SetView(const RowView& view) {
+    std::vector<Id> rowIds = TheStore().RowIds(m_data->Number(), view);
     beginResetModel();
-    m_oView = oView;
-    m_aRowIds = std::move(aRowIds);
-    m_oPages.clear();
+    m_view = view;
+    m_rowIds = std::move(rowIds);
+    m_pages.clear();
     endResetModel();
 }
 
 void DataTableModel::Reload() {
-    m_aColumns = TheStore().Columns(m_oData->Number());
-    m_oPages.clear();
+    m_columns = TheStore().Columns(m_data->Number());
+    m_pages.clear();
     if (rowCount() > 0 && columnCount() > 0)
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     if (columnCount() > 0)
         Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
-const Table& DataTableModel::PageOf(int iRow) const {
-    const int nPage = iRow / RowsOfPage;
-    if (const Table* pPage = m_oPages.object(nPage))
-        return *pPage;
-    const auto iFirst = static_cast<std::size_t>(nPage) * RowsOfPage;
-    const std::size_t nRows = std::min<std::size_t>(RowsOfPage, m_aRowIds.size() - iFirst);
-    auto* pPage = new Table(TheStore().ReadRows(m_oData->Number(), std::span(m_aRowIds).subspan(iFirst, nRows)));
-    m_oPages.insert(nPage, pPage); // takes it over, and has room for one at least
-    return *pPage;
+const Table& DataTableModel::PageOf(int row) const {
+    const int pageNumber = row / RowsOfPage;
+    if (const Table* page = m_pages.object(pageNumber))
+        return *page;
+    const auto first = static_cast<std::size_t>(pageNumber) * RowsOfPage;
+    const std::size_t rows = std::min<std::size_t>(RowsOfPage, m_rowIds.size() - first);
+    auto* page = new Table(TheStore().ReadRows(m_data->Number(), std::span(m_rowIds).subspan(first, rows)));
+    m_pages.insert(pageNumber, page); // takes it over, and has room for one at least
+    return *page;
 }
 
-std::string DataTableModel::CellText(const QModelIndex& oIndex) const {
-    const Table& oPage = PageOf(oIndex.row());
-    return oPage.aColumns[static_cast<std::size_t>(oIndex.column())].Text(
-        static_cast<std::size_t>(oIndex.row() % RowsOfPage));
+std::string DataTableModel::CellText(const QModelIndex& index) const {
+    const Table& page = PageOf(index.row());
+    return page.columns[static_cast<std::size_t>(index.column())].Text(
+        static_cast<std::size_t>(index.row() % RowsOfPage));
 }
 
 void DataTableModel::MeasureDecimals() {
-    m_aDecimals.assign(m_aColumns.size(), 0);
-    if (m_aRowIds.empty())
+    m_decimals.assign(m_columns.size(), 0);
+    if (m_rowIds.empty())
         return;
-    const Table& oPage = PageOf(0);
-    for (std::size_t i = 0; i < m_aColumns.size(); ++i)
-        for (std::size_t iRow = 0; m_aColumns[i].IsNumeric() && iRow < oPage.nRows; ++iRow)
-            m_aDecimals[i] = std::max(m_aDecimals[i], DecimalsOf(Text(oPage.aColumns[i].Text(iRow))));
+    const Table& page = PageOf(0);
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        for (std::size_t row = 0; m_columns[i].IsNumeric() && row < page.rows; ++row)
+            m_decimals[i] = std::max(m_decimals[i], DecimalsOf(Text(page.columns[i].Text(row))));
 }
 
-QString DataTableModel::ShownText(const QModelIndex& oIndex) const {
-    QString sText = Text(CellText(oIndex));
-    if (sText.isEmpty())
+QString DataTableModel::ShownText(const QModelIndex& index) const {
+    QString text = Text(CellText(index));
+    if (text.isEmpty())
         return "NA";
-    const auto iColumn = static_cast<std::size_t>(oIndex.column());
-    const qsizetype nDecimals = DecimalsOf(sText);
-    if (!m_aColumns[iColumn].IsNumeric() || nDecimals >= m_aDecimals[iColumn] || sText.contains('e'))
-        return sText;
-    if (nDecimals == 0)
-        sText += '.';
-    return sText + QString(m_aDecimals[iColumn] - nDecimals, '0');
+    const auto column = static_cast<std::size_t>(index.column());
+    const qsizetype decimals = DecimalsOf(text);
+    if (!m_columns[column].IsNumeric() || decimals >= m_decimals[column] || text.contains('e'))
+        return text;
+    if (decimals == 0)
+        text += '.';
+    return text + QString(m_decimals[column] - decimals, '0');
 }
 
-int DataTableModel::rowCount(const QModelIndex& oParent) const {
-    return oParent.isValid() ? 0 : static_cast<int>(m_aRowIds.size());
+int DataTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rowIds.size());
 }
 
-int DataTableModel::columnCount(const QModelIndex& oParent) const {
-    return oParent.isValid() ? 0 : static_cast<int>(m_aColumns.size());
+int DataTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
 }
 
-QVariant DataTableModel::data(const QModelIndex& oIndex, int nRole) const {
-    if (!oIndex.isValid())
+QVariant DataTableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
         return {};
-    const Column& oColumn = m_aColumns[static_cast<std::size_t>(oIndex.column())];
-    switch (nRole) {
+    const Column& column = m_columns[static_cast<std::size_t>(index.column())];
+    switch (role) {
     case Qt::TextAlignmentRole:
-        return QVariant::fromValue(Qt::AlignVCenter | (oColumn.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
+        return QVariant::fromValue(Qt::AlignVCenter | (column.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::EditRole:
-        return Text(CellText(oIndex));
+        return Text(CellText(index));
     case Qt::DisplayRole:
-        return ShownText(oIndex);
+        return ShownText(index);
     case Qt::ForegroundRole:
-        return CellText(oIndex).empty() ? QVariant(QGuiApplication::palette().color(QPalette::PlaceholderText))
-                                        : QVariant();
+        return CellText(index).empty() ? QVariant(QGuiApplication::palette().color(QPalette::PlaceholderText))
+                                       : QVariant();
     case Qt::ToolTipRole: {
-        const std::string sText = CellText(oIndex);
-        return sText.size() > 30 ? QVariant(Text(sText)) : QVariant();
+        const std::string text = CellText(index);
+        return text.size() > 30 ? QVariant(Text(text)) : QVariant();
     }
     default:
         return {};
     }
 }
 
-QVariant DataTableModel::headerData(int iSection, Qt::Orientation eOrientation, int nRole) const {
-    if (eOrientation == Qt::Vertical) {
-        if (nRole == Qt::DisplayRole)
-            return static_cast<qlonglong>(m_aRowIds[static_cast<std::size_t>(iSection)]);
-        return nRole == Qt::TextAlignmentRole ? QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
+QVariant DataTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical) {
+        if (role == Qt::DisplayRole)
+            return static_cast<qlonglong>(m_rowIds[static_cast<std::size_t>(section)]);
+        return role == Qt::TextAlignmentRole ? QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     }
-    const Column& oColumn = m_aColumns[static_cast<std::size_t>(iSection)];
-    switch (nRole) {
+    const Column& column = m_columns[static_cast<std::size_t>(section)];
+    switch (role) {
     case Qt::DisplayRole:
-        return Text(oColumn.Label());
+        return Text(column.Label());
     case Qt::ToolTipRole:
-        return Text(oColumn.sName + "\n" + std::string(NameOf(oColumn.eType)));
+        return Text(column.name + "\n" + std::string(NameOf(column.type)));
     case Qt::TextAlignmentRole:
-        return QVariant::fromValue(Qt::AlignVCenter | (oColumn.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
+        return QVariant::fromValue(Qt::AlignVCenter | (column.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
     default:
         return {};
     }
 }
 
-Qt::ItemFlags DataTableModel::flags(const QModelIndex& oIndex) const {
-    const Qt::ItemFlags oFlags = QAbstractTableModel::flags(oIndex);
-    return m_oData->Space()->Keeps() ? oFlags | Qt::ItemIsEditable : oFlags;
+Qt::ItemFlags DataTableModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return m_data->Space()->Keeps() ? flags | Qt::ItemIsEditable : flags;
 }
 
-bool DataTableModel::setData(const QModelIndex& oIndex, const QVariant& vValue, int nRole) {
-    if (nRole != Qt::EditRole || !oIndex.isValid())
+bool DataTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::EditRole || !index.isValid())
         return false;
-    const std::string sText = Utf8(vValue.toString().trimmed());
-    if (sText == CellText(oIndex))
+    const std::string text = Utf8(value.toString().trimmed());
+    if (text == CellText(index))
         return true;
     try {
-        Change({{m_aRowIds[static_cast<std::size_t>(oIndex.row())], oIndex.column(), sText}});
+        Change({{m_rowIds[static_cast<std::size_t>(index.row())], index.column(), text}});
         return true;
-    } catch (const Failure& oFailure) {
-        Q_EMIT Refused(Text(oFailure.Description));
+    } catch (const Failure& failure) {
+        Q_EMIT Refused(Text(failure.Description));
         return false;
     }
 }
 
-void DataTableModel::Change(const std::vector<CellChange>& aChanges) {
-    if (aChanges.empty())
+void DataTableModel::Change(const std::vector<CellChange>& changes) {
+    if (changes.empty())
         return;
-    if (!m_oData->Space()->Keeps())
+    if (!m_data->Space()->Keeps())
         FailWith("These data aren't part of a study. Import the file into a study to change them.");
-    TheStore().SetCells(m_oData->Number(), aChanges);
+    TheStore().SetCells(m_data->Number(), changes);
     Reload();
-    m_oData->Space()->Tell(aChanges.size() == 1 ? "A value has been changed"
-                                                : CountText(aChanges.size()) + " values have been changed");
+    m_data->Space()->Tell(changes.size() == 1 ? "A value has been changed"
+                                              : CountText(changes.size()) + " values have been changed");
 }
 
-void DataTableModel::Clear(const QModelIndexList& aCells) {
-    std::vector<CellChange> aChanges;
-    for (const QModelIndex& oIndex : aCells)
-        if (!CellText(oIndex).empty())
-            aChanges.push_back({m_aRowIds[static_cast<std::size_t>(oIndex.row())], oIndex.column(), {}});
-    Change(aChanges);
+void DataTableModel::Clear(const QModelIndexList& cells) {
+    std::vector<CellChange> changes;
+    for (const QModelIndex& index : cells)
+        if (!CellText(index).empty())
+            changes.push_back({m_rowIds[static_cast<std::size_t>(index.row())], index.column(), {}});
+    Change(changes);
 }
 
-void DataTableModel::Paste(const QModelIndex& oFrom, const QString& sText) {
-    std::vector<CellChange> aChanges;
-    QStringList aLines = QString(sText).remove('\r').split('\n');
-    if (!aLines.isEmpty() && aLines.last().isEmpty())
-        aLines.removeLast();
-    for (qsizetype iLine = 0; iLine < aLines.size(); ++iLine) {
-        const QStringList aFields = aLines[iLine].split('\t');
-        for (qsizetype iField = 0; iField < aFields.size(); ++iField) {
-            const QModelIndex oCell =
-                index(oFrom.row() + static_cast<int>(iLine), oFrom.column() + static_cast<int>(iField));
-            const std::string sField = Utf8(aFields[iField].trimmed());
-            if (oCell.isValid() && sField != CellText(oCell))
-                aChanges.push_back({m_aRowIds[static_cast<std::size_t>(oCell.row())], oCell.column(), sField});
+void DataTableModel::Paste(const QModelIndex& from, const QString& text) {
+    std::vector<CellChange> changes;
+    QStringList lines = QString(text).remove('\r').split('\n');
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    for (qsizetype line = 0; line < lines.size(); ++line) {
+        const QStringList fields = lines[line].split('\t');
+        for (qsizetype fieldIndex = 0; fieldIndex < fields.size(); ++fieldIndex) {
+            const QModelIndex cell =
+                index(from.row() + static_cast<int>(line), from.column() + static_cast<int>(fieldIndex));
+            const std::string field = Utf8(fields[fieldIndex].trimmed());
+            if (cell.isValid() && field != CellText(cell))
+                changes.push_back({m_rowIds[static_cast<std::size_t>(cell.row())], cell.column(), field});
         }
     }
-    Change(aChanges);
+    Change(changes);
 }
 
-QString DataTableModel::AsText(const std::vector<int>& aRows, const std::vector<int>& aColumns, bool bWithNames) {
-    QString sText;
-    const auto AddLine = [&](const auto& fnField) {
-        for (const int iColumn : aColumns)
-            sText += (iColumn == aColumns.front() ? QString() : QString("\t")) + fnField(iColumn);
-        sText += '\n';
+QString DataTableModel::AsText(const std::vector<int>& rows, const std::vector<int>& columns, bool withNames) {
+    QString text;
+    const auto AddLine = [&](const auto& field) {
+        for (const int column : columns)
+            text += (column == columns.front() ? QString() : QString("\t")) + field(column);
+        text += '\n';
     };
-    if (bWithNames)
-        AddLine([&](int iColumn) { return Text(m_aColumns[static_cast<std::size_t>(iColumn)].sName); });
-    for (const int iRow : aRows)
-        AddLine([&](int iColumn) {
+    if (withNames)
+        AddLine([&](int column) { return Text(m_columns[static_cast<std::size_t>(column)].name); });
+    for (const int row : rows)
+        AddLine([&](int column) {
             // What would look like the end of a field or line becomes a blank.
-            return Text(CellText(index(iRow, iColumn))).replace('\t', ' ').replace('\n', ' ');
+            return Text(CellText(index(row, column))).replace('\t', ' ').replace('\n', ' ');
         });
-    return sText;
+    return text;
 }
 
 } // namespace studies

@@ -12,7 +12,7 @@
 
 namespace studies {
 
-DataTableView::DataTableView(QWidget* pParent) : QTableView(pParent) {
+DataTableView::DataTableView(QWidget* parent) : QTableView(parent) {
     setAccessibleName("Rows");
     setAlternatingRowColors(true);
     setWordWrap(false);
@@ -25,81 +25,81 @@ DataTableView::DataTableView(QWidget* pParent) : QTableView(pParent) {
     horizontalHeader()->setHighlightSections(false);
 }
 
-void DataTableView::SetData(DataTableModel* pModel) {
-    m_pModel = pModel;
-    setModel(pModel);
-    connect(pModel, &DataTableModel::Refused, this, &DataTableView::Refused);
+void DataTableView::SetData(DataTableModel* model) {
+    m_model = model;
+    setModel(model);
+    connect(model, &DataTableModel::Refused, this, &DataTableView::Refused);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
-    const int nWidest = fontMetrics().averageCharWidth() * 40;
-    const int nBeside = fontMetrics().averageCharWidth() * 2; // a name has the room of the sort indicator beside it
-    for (int i = 0; i < pModel->columnCount(); ++i)
+    const int widest = fontMetrics().averageCharWidth() * 40;
+    const int beside = fontMetrics().averageCharWidth() * 2; // a name has the room of the sort indicator beside it
+    for (int i = 0; i < model->columnCount(); ++i)
         setColumnWidth(
-            i, std::min(std::max(sizeHintForColumn(i) + nBeside, horizontalHeader()->sectionSizeHint(i)), nWidest));
+            i, std::min(std::max(sizeHintForColumn(i) + beside, horizontalHeader()->sectionSizeHint(i)), widest));
 }
 
 void DataTableView::Copy() {
-    const QItemSelection oSelection = selectionModel()->selection();
-    if (!m_pModel || oSelection.isEmpty())
+    const QItemSelection selection = selectionModel()->selection();
+    if (!m_model || selection.isEmpty())
         return;
-    std::set<int> aColumns;
-    std::vector<bool> aChosen(static_cast<std::size_t>(m_pModel->rowCount()));
-    for (const QItemSelectionRange& oRange : oSelection) {
-        for (int i = oRange.left(); i <= oRange.right(); ++i)
-            aColumns.insert(i);
-        std::fill(aChosen.begin() + oRange.top(), aChosen.begin() + oRange.bottom() + 1, true);
+    std::set<int> columns;
+    std::vector<bool> chosen(static_cast<std::size_t>(m_model->rowCount()));
+    for (const QItemSelectionRange& range : selection) {
+        for (int i = range.left(); i <= range.right(); ++i)
+            columns.insert(i);
+        std::fill(chosen.begin() + range.top(), chosen.begin() + range.bottom() + 1, true);
     }
-    std::vector<int> aRows;
-    for (std::size_t i = 0; i < aChosen.size(); ++i)
-        if (aChosen[i])
-            aRows.push_back(static_cast<int>(i));
-    const bool bWhole = static_cast<int>(aRows.size()) == m_pModel->rowCount() && aRows.size() > 1;
+    std::vector<int> rows;
+    for (std::size_t i = 0; i < chosen.size(); ++i)
+        if (chosen[i])
+            rows.push_back(static_cast<int>(i));
+    const bool whole = static_cast<int>(rows.size()) == m_model->rowCount() && rows.size() > 1;
     QGuiApplication::clipboard()->setText(
-        m_pModel->AsText(aRows, std::vector<int>(aColumns.begin(), aColumns.end()), bWhole));
+        m_model->AsText(rows, std::vector<int>(columns.begin(), columns.end()), whole));
 }
 
 void DataTableView::Paste() {
-    if (!m_pModel || !currentIndex().isValid())
+    if (!m_model || !currentIndex().isValid())
         return;
     try {
-        m_pModel->Paste(currentIndex(), QGuiApplication::clipboard()->text());
-    } catch (const corvane::Failure& oFailure) {
-        Q_EMIT Refused(Text(oFailure.Description));
+        m_model->Paste(currentIndex(), QGuiApplication::clipboard()->text());
+    } catch (const corvane::Failure& failure) {
+        Q_EMIT Refused(Text(failure.Description));
     }
 }
 
 void DataTableView::ClearCells() {
-    if (!m_pModel)
+    if (!m_model)
         return;
     try {
-        m_pModel->Clear(selectionModel()->selectedIndexes());
-    } catch (const corvane::Failure& oFailure) {
-        Q_EMIT Refused(Text(oFailure.Description));
+        m_model->Clear(selectionModel()->selectedIndexes());
+    } catch (const corvane::Failure& failure) {
+        Q_EMIT Refused(Text(failure.Description));
     }
 }
 
 // These keys mean the cells while the keyboard is here, whatever the menus do with them.
-bool DataTableView::event(QEvent* pEvent) {
-    if (pEvent->type() == QEvent::ShortcutOverride) {
-        const auto& oKey = *static_cast<QKeyEvent*>(pEvent);
-        if (oKey.matches(QKeySequence::Copy) || oKey.matches(QKeySequence::Paste) || oKey.key() == Qt::Key_Delete ||
-            oKey.key() == Qt::Key_F2) {
-            pEvent->accept();
+bool DataTableView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (key.matches(QKeySequence::Copy) || key.matches(QKeySequence::Paste) || key.key() == Qt::Key_Delete ||
+            key.key() == Qt::Key_F2) {
+            event->accept();
             return true;
         }
     }
-    return QTableView::event(pEvent);
+    return QTableView::event(event);
 }
 
-void DataTableView::keyPressEvent(QKeyEvent* pEvent) {
-    if (pEvent->matches(QKeySequence::Copy))
+void DataTableView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
         Copy();
-    else if (pEvent->matches(QKeySequence::Paste))
+    else if (event->matches(QKeySequence::Paste))
         Paste();
-    else if (pEvent->key() == Qt::Key_Delete)
+    else if (event->key() == Qt::Key_Delete)
         ClearCells();
     else
-        QTableView::keyPressEvent(pEvent);
+        QTableView::keyPressEvent(event);
 }
 
 } // namespace studies

@@ -10,23 +10,23 @@ namespace studies {
 class DataTableView final : public QTableView {
     Q_OBJECT
 public:
-    explicit DataTableView(QWidget* pParent = nullptr);
+    explicit DataTableView(QWidget* parent = nullptr);
 
-    void SetData(DataTableModel* pModel);
+    void SetData(DataTableModel* model);
     // What is selected goes to the clipboard; whole columns with their names.
     void Copy();
     void Paste();
     void ClearCells();
 
 Q_SIGNALS:
-    void Refused(const QString& sProblem);
+    void Refused(const QString& problem);
 
 protected:
-    bool event(QEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    DataTableModel* m_pModel = nullptr;
+    DataTableModel* m_model = nullptr;
 };
 
 } // namespace studies

@@ -8,7 +8,7 @@
 
 namespace studies {
 
-FigureTable::FigureTable(QWidget* pParent) : QTableWidget(pParent) {
+FigureTable::FigureTable(QWidget* parent) : QTableWidget(parent) {
     setEditTriggers(NoEditTriggers);
     setAlternatingRowColors(true);
     setWordWrap(false);
@@ -18,61 +18,61 @@ FigureTable::FigureTable(QWidget* pParent) : QTableWidget(pParent) {
     horizontalHeader()->setHighlightSections(false);
 }
 
-void FigureTable::SetContent(const std::vector<FigureColumn>& aColumns, const std::vector<QStringList>& aRows) {
+void FigureTable::SetContent(const std::vector<FigureColumn>& columns, const std::vector<QStringList>& rows) {
     clear();
-    setRowCount(static_cast<int>(aRows.size()));
-    setColumnCount(static_cast<int>(aColumns.size()));
-    for (int iColumn = 0; iColumn < columnCount(); ++iColumn) {
-        const FigureColumn& oColumn = aColumns[static_cast<std::size_t>(iColumn)];
-        const auto oPlace = Qt::AlignVCenter | (oColumn.bFigures ? Qt::AlignRight : Qt::AlignLeft);
-        auto* pHeader = new QTableWidgetItem(oColumn.sName);
-        pHeader->setTextAlignment(oPlace);
-        setHorizontalHeaderItem(iColumn, pHeader);
-        for (int iRow = 0; iRow < rowCount(); ++iRow) {
-            const QString sText = aRows[static_cast<std::size_t>(iRow)].value(iColumn);
-            auto* pItem = new QTableWidgetItem(sText);
-            pItem->setTextAlignment(oPlace);
-            if (sText.size() > 30)
-                pItem->setToolTip(sText);
-            setItem(iRow, iColumn, pItem);
+    setRowCount(static_cast<int>(rows.size()));
+    setColumnCount(static_cast<int>(columns.size()));
+    for (int columnIndex = 0; columnIndex < columnCount(); ++columnIndex) {
+        const FigureColumn& column = columns[static_cast<std::size_t>(columnIndex)];
+        const auto place = Qt::AlignVCenter | (column.figures ? Qt::AlignRight : Qt::AlignLeft);
+        auto* header = new QTableWidgetItem(column.name);
+        header->setTextAlignment(place);
+        setHorizontalHeaderItem(columnIndex, header);
+        for (int row = 0; row < rowCount(); ++row) {
+            const QString text = rows[static_cast<std::size_t>(row)].value(columnIndex);
+            auto* item = new QTableWidgetItem(text);
+            item->setTextAlignment(place);
+            if (text.size() > 30)
+                item->setToolTip(text);
+            setItem(row, columnIndex, item);
         }
     }
     resizeColumnsToContents();
-    const int nWidest = fontMetrics().averageCharWidth() * 40;
-    for (int iColumn = 0; iColumn < columnCount(); ++iColumn)
-        setColumnWidth(iColumn, std::min(columnWidth(iColumn) + fontMetrics().averageCharWidth(), nWidest));
+    const int widest = fontMetrics().averageCharWidth() * 40;
+    for (int column = 0; column < columnCount(); ++column)
+        setColumnWidth(column, std::min(columnWidth(column) + fontMetrics().averageCharWidth(), widest));
 }
 
 QString FigureTable::AsText() const {
-    QStringList aLines;
-    QStringList aFields;
-    for (int iColumn = 0; iColumn < columnCount(); ++iColumn)
-        aFields.append(horizontalHeaderItem(iColumn)->text());
-    aLines.append(aFields.join('\t'));
-    for (int iRow = 0; iRow < rowCount(); ++iRow) {
-        aFields.clear();
-        for (int iColumn = 0; iColumn < columnCount(); ++iColumn)
-            aFields.append(item(iRow, iColumn)->text());
-        aLines.append(aFields.join('\t'));
+    QStringList lines;
+    QStringList fields;
+    for (int column = 0; column < columnCount(); ++column)
+        fields.append(horizontalHeaderItem(column)->text());
+    lines.append(fields.join('\t'));
+    for (int row = 0; row < rowCount(); ++row) {
+        fields.clear();
+        for (int column = 0; column < columnCount(); ++column)
+            fields.append(item(row, column)->text());
+        lines.append(fields.join('\t'));
     }
-    return aLines.join('\n') + '\n';
+    return lines.join('\n') + '\n';
 }
 
 void FigureTable::Copy() {
-    const QList<QTableWidgetSelectionRange> aRanges = selectedRanges();
-    if (aRanges.isEmpty()) {
+    const QList<QTableWidgetSelectionRange> ranges = selectedRanges();
+    if (ranges.isEmpty()) {
         QGuiApplication::clipboard()->setText(AsText());
         return;
     }
-    QStringList aLines;
-    for (const QTableWidgetSelectionRange& oRange : aRanges)
-        for (int iRow = oRange.topRow(); iRow <= oRange.bottomRow(); ++iRow) {
-            QStringList aFields;
-            for (int iColumn = oRange.leftColumn(); iColumn <= oRange.rightColumn(); ++iColumn)
-                aFields.append(item(iRow, iColumn)->text());
-            aLines.append(aFields.join('\t'));
+    QStringList lines;
+    for (const QTableWidgetSelectionRange& range : ranges)
+        for (int row = range.topRow(); row <= range.bottomRow(); ++row) {
+            QStringList fields;
+            for (int column = range.leftColumn(); column <= range.rightColumn(); ++column)
+                fields.append(item(row, column)->text());
+            lines.append(fields.join('\t'));
         }
-    QGuiApplication::clipboard()->setText(aLines.join('\n') + '\n');
+    QGuiApplication::clipboard()->setText(lines.join('\n') + '\n');
 }
 
 int FigureTable::HeightOfAll() const {
@@ -80,19 +80,19 @@ int FigureTable::HeightOfAll() const {
            2 * frameWidth() + horizontalScrollBar()->sizeHint().height();
 }
 
-bool FigureTable::event(QEvent* pEvent) {
-    if (pEvent->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(pEvent)->matches(QKeySequence::Copy)) {
-        pEvent->accept();
+bool FigureTable::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
         return true;
     }
-    return QTableWidget::event(pEvent);
+    return QTableWidget::event(event);
 }
 
-void FigureTable::keyPressEvent(QKeyEvent* pEvent) {
-    if (pEvent->matches(QKeySequence::Copy))
+void FigureTable::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
         Copy();
     else
-        QTableWidget::keyPressEvent(pEvent);
+        QTableWidget::keyPressEvent(event);
 }
 
 } // namespace studies

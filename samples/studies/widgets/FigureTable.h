@@ -8,16 +8,16 @@
 namespace studies {
 
 struct FigureColumn {
-    QString sName;
-    bool bFigures = false; // which stand on the right
+    QString name;
+    bool figures = false; // which stand on the right
 };
 
 class FigureTable final : public QTableWidget {
     Q_OBJECT
 public:
-    explicit FigureTable(QWidget* pParent = nullptr);
+    explicit FigureTable(QWidget* parent = nullptr);
 
-    void SetContent(const std::vector<FigureColumn>& aColumns, const std::vector<QStringList>& aRows);
+    void SetContent(const std::vector<FigureColumn>& columns, const std::vector<QStringList>& rows);
     void Copy();
     // All of it, with the names.
     [[nodiscard]] QString AsText() const;
@@ -25,8 +25,8 @@ public:
     [[nodiscard]] int HeightOfAll() const;
 
 protected:
-    bool event(QEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 } // namespace studies

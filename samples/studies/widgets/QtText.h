@@ -7,12 +7,12 @@
 
 namespace studies {
 
-[[nodiscard]] inline QString Text(std::string_view sText) {
-    return QString::fromUtf8(sText.data(), static_cast<qsizetype>(sText.size()));
+[[nodiscard]] inline QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-[[nodiscard]] inline std::string Utf8(const QString& sText) {
-    return sText.toStdString();
+[[nodiscard]] inline std::string Utf8(const QString& text) {
+    return text.toStdString();
 }
 
 } // namespace studies

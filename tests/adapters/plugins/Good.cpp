@@ -5,14 +5,14 @@ namespace {
 
 class Counter final : public corvane::Automation<Counter> {
 public:
-    corvane::Long Add(corvane::Long lMore) { return m_lCount += lMore; }
-    corvane::Long Count() const { return m_lCount; }
+    corvane::Long Add(corvane::Long more) { return m_count += more; }
+    corvane::Long Count() const { return m_count; }
 
     static constexpr auto Members =
         corvane::MemberTable(corvane::Method("Add", &Counter::Add), corvane::Property("Count", &Counter::Count));
 
 private:
-    corvane::Long m_lCount = 0;
+    corvane::Long m_count = 0;
 };
 
 class Account final : public corvane::Object {};

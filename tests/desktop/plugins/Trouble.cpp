@@ -25,32 +25,32 @@ using namespace corvane;
 
 namespace {
 
-int* volatile pNowhere = nullptr;
+int* volatile nowhere = nullptr;
 
 // Dies when the environment asks for it at that place; a sanitizer would see it coming and end the program otherwise.
-[[gnu::no_sanitize("undefined")]] void DieIf(const char* sPlace) {
-    const char* sWanted = std::getenv("TROUBLE");
-    if (sWanted && std::string(sWanted) == sPlace)
-        *pNowhere = 1;
+[[gnu::no_sanitize("undefined")]] void DieIf(const char* place) {
+    const char* wanted = std::getenv("TROUBLE");
+    if (wanted && std::string(wanted) == place)
+        *nowhere = 1;
 }
 
 // Runs over the stack when the environment asks for it.
-int DieDeep(int nDepth) {
-    const char* sWanted = std::getenv("TROUBLE");
-    if (!sWanted || std::string(sWanted) != "depth")
-        return nDepth;
-    volatile char aRoom[4096]{};
-    aRoom[static_cast<std::size_t>(nDepth) % sizeof aRoom] = 1;
-    return DieDeep(nDepth + 1) + aRoom[0];
+int DieDeep(int depth) {
+    const char* wanted = std::getenv("TROUBLE");
+    if (!wanted || std::string(wanted) != "depth")
+        return depth;
+    volatile char room[4096]{};
+    room[static_cast<std::size_t>(depth) % sizeof room] = 1;
+    return DieDeep(depth + 1) + room[0];
 }
 
 class TroubleService final : public Automation<TroubleService, IServiceAccess> {
 public:
     TroubleService() {
         DieIf("constructor");
-        m_oInitialize = m_oServiceBase->InitializeEvent.Subscribe([] { DieIf("event"); });
+        m_initialize = m_serviceBase->InitializeEvent.Subscribe([] { DieIf("event"); });
     }
-    Ref<IService> Service() override { return m_oServiceBase; }
+    Ref<IService> Service() override { return m_serviceBase; }
     void Start() {
         DieIf("start");
         QTimer::singleShot(0, [] { DieIf("timer"); });
@@ -61,8 +61,8 @@ public:
         DieDeep(1);
     }
     void OnHang() {
-        const auto oEnd = std::chrono::steady_clock::now() + std::chrono::milliseconds(900);
-        while (std::chrono::steady_clock::now() < oEnd) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(900);
+        while (std::chrono::steady_clock::now() < end) {
         }
     }
     void OnOpen() {
@@ -72,10 +72,10 @@ public:
         DieIf("after the other's page");
     }
     void OnPing() { Singleton::Framework()->SetStatus("Ping"); }
-    bool RestoreWindow(const std::string& sName, const std::string& sKey) {
-        m_sRestored += sName + "/" + sKey + " ";
-        Singleton::Framework()->SetStatus(m_sRestored);
-        Open(sName, sKey);
+    bool RestoreWindow(const std::string& name, const std::string& key) {
+        m_restored += name + "/" + key + " ";
+        Singleton::Framework()->SetStatus(m_restored);
+        Open(name, key);
         return true;
     }
 
@@ -85,29 +85,29 @@ public:
                     Method("OnPing", &TroubleService::OnPing), Method("RestoreWindow", &TroubleService::RestoreWindow));
 
 private:
-    static void Open(const std::string& sName, const std::string& sKey) {
+    static void Open(const std::string& name, const std::string& key) {
         Singleton::Framework()->WindowManager()->OpenWindow(
-            sName, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
+            name, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault,
             WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
             WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
-            ShowApplyCommandConstants::cvDefinitionDefault, sKey);
+            ShowApplyCommandConstants::cvDefinitionDefault, key);
     }
 
-    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
-    Subscription m_oInitialize;
-    std::string m_sRestored;
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
+    Subscription m_initialize;
+    std::string m_restored;
 };
 
 class TroublePage final : public IPageAccess, public desktop::IQtPage {
 public:
-    Ref<IPage> Page() override { return m_oBase; }
-    QWidget* NewWidget(QWidget* pParent) override {
+    Ref<IPage> Page() override { return m_base; }
+    QWidget* NewWidget(QWidget* parent) override {
         DieIf("page");
-        return new QWidget(pParent);
+        return new QWidget(parent);
     }
 
 private:
-    Ref<PageBase> m_oBase = New<PageBase>();
+    Ref<PageBase> m_base = New<PageBase>();
 };
 
 // A second service of the same plug-in, with a page and an item of its own.
@@ -115,51 +115,51 @@ class SecondService final : public Automation<SecondService, IServiceAccess> {
 public:
     SecondService() {
         DieIf("second constructor");
-        m_oInitialize = m_oServiceBase->InitializeEvent.Subscribe([] { DieIf("second event"); });
-        m_oTerminate = m_oServiceBase->TerminateEvent.Subscribe([] { DieIf("second end"); });
+        m_initialize = m_serviceBase->InitializeEvent.Subscribe([] { DieIf("second event"); });
+        m_terminate = m_serviceBase->TerminateEvent.Subscribe([] { DieIf("second end"); });
     }
-    Ref<IService> Service() override { return m_oServiceBase; }
+    Ref<IService> Service() override { return m_serviceBase; }
 
     static constexpr auto Members = MemberTable();
 
 private:
-    Ref<ServiceBase> m_oServiceBase = New<ServiceBase>();
-    Subscription m_oInitialize;
-    Subscription m_oTerminate;
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
+    Subscription m_initialize;
+    Subscription m_terminate;
 };
 
 class SecondPage final : public IPageAccess, public desktop::IQtPage {
 public:
     SecondPage() {
         DieIf("second page");
-        m_oActivate = m_oBase->ActivateEvent.Subscribe([] { DieIf("second page's event"); });
+        m_activate = m_base->ActivateEvent.Subscribe([] { DieIf("second page's event"); });
     }
-    Ref<IPage> Page() override { return m_oBase; }
-    QWidget* NewWidget(QWidget* pParent) override {
+    Ref<IPage> Page() override { return m_base; }
+    QWidget* NewWidget(QWidget* parent) override {
         DieIf("second page's widget");
-        return new QWidget(pParent);
+        return new QWidget(parent);
     }
 
 private:
-    Ref<PageBase> m_oBase = New<PageBase>();
-    Subscription m_oActivate;
+    Ref<PageBase> m_base = New<PageBase>();
+    Subscription m_activate;
 };
 
 class SecondItem final : public IExplorerItemAccess {
 public:
     SecondItem() {
-        m_oInitialize = m_oBase->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>&) {
+        m_initialize = m_base->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>&) {
             DieIf("second item's event");
-            m_oBase->NameSilently("SecondRoot");
+            m_base->NameSilently("SecondRoot");
         });
-        m_oName = m_oBase->OnDisplayName.Subscribe([](std::string&) { DieIf("second item's name"); });
+        m_name = m_base->OnDisplayName.Subscribe([](std::string&) { DieIf("second item's name"); });
     }
-    Ref<IExplorerItem> ExplorerItem() override { return m_oBase; }
+    Ref<IExplorerItem> ExplorerItem() override { return m_base; }
 
 private:
-    Ref<ExplorerItemBase> m_oBase = New<ExplorerItemBase>();
-    Subscription m_oInitialize;
-    Subscription m_oName;
+    Ref<ExplorerItemBase> m_base = New<ExplorerItemBase>();
+    Subscription m_initialize;
+    Subscription m_name;
 };
 
 } // namespace

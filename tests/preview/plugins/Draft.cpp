@@ -22,34 +22,34 @@ namespace {
 
 // The person in a program that a test has started: presses the button that the environment names once it is there.
 void PressIfAsked() {
-    static QTimer oTimer;
-    if (!qEnvironmentVariableIsSet("PRESS") || oTimer.isActive())
+    static QTimer timer;
+    if (!qEnvironmentVariableIsSet("PRESS") || timer.isActive())
         return;
-    QObject::connect(&oTimer, &QTimer::timeout, [] {
-        for (QWidget* pWidget : QApplication::allWidgets())
-            if (auto* pButton = qobject_cast<QAbstractButton*>(pWidget);
-                pButton && pButton->isVisible() && pButton->text() == qEnvironmentVariable("PRESS")) {
-                oTimer.stop();
-                return pButton->click();
+    QObject::connect(&timer, &QTimer::timeout, [] {
+        for (QWidget* widget : QApplication::allWidgets())
+            if (auto* button = qobject_cast<QAbstractButton*>(widget);
+                button && button->isVisible() && button->text() == qEnvironmentVariable("PRESS")) {
+                timer.stop();
+                return button->click();
             }
     });
-    oTimer.start(20);
+    timer.start(20);
 }
 
 class DraftService final : public Automation<DraftService, IServiceAccess> {
 public:
     DraftService() {
         PressIfAsked();
-        m_oUnsaved = m_oBase->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& dctItems, Double&) {
-            if (m_bWritten)
-                dctItems->Add("Draft", Variant(Ref<Object>(this)));
+        m_unsaved = m_base->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& items, Double&) {
+            if (m_written)
+                items->Add("Draft", Variant(Ref<Object>(this)));
         });
-        m_oComplete = m_oBase->SaveCompleteEvent.Subscribe(
-            [](bool bCancelled) { Singleton::Framework()->SetStatus(bCancelled ? "stays" : "ends"); });
+        m_complete = m_base->SaveCompleteEvent.Subscribe(
+            [](bool cancelled) { Singleton::Framework()->SetStatus(cancelled ? "stays" : "ends"); });
     }
-    Ref<IService> Service() override { return m_oBase; }
-    void OnWrite() { m_bWritten = true; }
-    void OnSave() { m_bWritten = false; }
+    Ref<IService> Service() override { return m_base; }
+    void OnWrite() { m_written = true; }
+    void OnSave() { m_written = false; }
     // Waits in an event loop of its own.
     void OnAsk() { QMessageBox(QMessageBox::Question, "Draft", "Well?").exec(); }
 
@@ -58,29 +58,29 @@ public:
                     Method("OnAsk", &DraftService::OnAsk));
 
 private:
-    Ref<ServiceBase> m_oBase = New<ServiceBase>();
-    Subscription m_oUnsaved;
-    Subscription m_oComplete;
-    bool m_bWritten = false;
+    Ref<ServiceBase> m_base = New<ServiceBase>();
+    Subscription m_unsaved;
+    Subscription m_complete;
+    bool m_written = false;
 };
 
 class DraftPage final : public IPageAccess, public desktop::IQtPage {
 public:
-    Ref<IPage> Page() override { return m_oBase; }
-    QWidget* NewWidget(QWidget* pParent) override {
-        auto* pField = new QLineEdit(pParent);
-        QObject::connect(pField, &QLineEdit::textChanged, [this](const QString& sText) {
-            m_bChanged = !sText.isEmpty();
-            if (m_oBase->Window())
-                m_oBase->ValidityChanged();
+    Ref<IPage> Page() override { return m_base; }
+    QWidget* NewWidget(QWidget* parent) override {
+        auto* field = new QLineEdit(parent);
+        QObject::connect(field, &QLineEdit::textChanged, [this](const QString& text) {
+            m_changed = !text.isEmpty();
+            if (m_base->Window())
+                m_base->ValidityChanged();
         });
-        return pField;
+        return field;
     }
-    bool IsChanged() override { return m_bChanged; }
+    bool IsChanged() override { return m_changed; }
 
 private:
-    Ref<PageBase> m_oBase = New<PageBase>();
-    bool m_bChanged = false;
+    Ref<PageBase> m_base = New<PageBase>();
+    bool m_changed = false;
 };
 
 } // namespace

@@ -12,128 +12,128 @@ namespace studies {
 using namespace corvane;
 
 Person::~Person() {
-    QTimer oAnswer;
-    QObject::connect(&oAnswer, &QTimer::timeout, &oAnswer, [] {
-        if (const QWidget* pQuestion = QApplication::activeModalWidget())
-            Button(*pQuestion, "Discard")->click();
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [] {
+        if (const QWidget* question = QApplication::activeModalWidget())
+            Button(*question, "Discard")->click();
     });
-    oAnswer.start(10);
-    m_pApplication.reset();
+    answer.start(10);
+    m_application.reset();
 }
 
-void Person::Start(bool bWithStudy) {
-    if (bWithStudy) {
-        Store oStore(Store::DefaultPath());
-        (void)oStore.ImportDataSet(oStore.CreateStudy("Penguins"), "penguins.csv", STUDIES_DATA "/penguins.csv",
-                                   ReadCsvFile(STUDIES_DATA "/penguins.csv").oTable);
+void Person::Start(bool withStudy) {
+    if (withStudy) {
+        Store store(Store::DefaultPath());
+        (void)store.ImportDataSet(store.CreateStudy("Penguins"), "penguins.csv", STUDIES_DATA "/penguins.csv",
+                                  ReadCsvFile(STUDIES_DATA "/penguins.csv").table);
     }
-    m_pApplication = std::make_unique<desktop::Application>(desktop::ApplicationOptions{STUDIES_APP, true});
-    ASSERT_TRUE(m_pApplication->Start());
+    m_application = std::make_unique<desktop::Application>(desktop::ApplicationOptions{STUDIES_APP, true});
+    ASSERT_TRUE(m_application->Start());
     Turn();
 }
 
-void Person::Turn(int nMilliseconds) {
-    QElapsedTimer oClock;
-    oClock.start();
+void Person::Turn(int milliseconds) {
+    QElapsedTimer clock;
+    clock.start();
     do
         QApplication::processEvents();
-    while (oClock.elapsed() < nMilliseconds);
+    while (clock.elapsed() < milliseconds);
 }
 
-void Person::ChooseAndAct(const std::string& sTool, const std::function<void(QWidget& oWindow)>& fnAct) {
-    bool bActed = false;
-    QTimer oWait;
-    QObject::connect(&oWait, &QTimer::timeout, &oWait, [&] {
-        QWidget* pWindow = QApplication::activeModalWidget();
-        if (!pWindow || bActed)
+void Person::ChooseAndAct(const std::string& tool, const std::function<void(QWidget& window)>& act) {
+    bool acted = false;
+    QTimer wait;
+    QObject::connect(&wait, &QTimer::timeout, &wait, [&] {
+        QWidget* window = QApplication::activeModalWidget();
+        if (!window || acted)
             return;
-        bActed = true;
-        fnAct(*pWindow);
+        acted = true;
+        act(*window);
         // What is still open ends, so that a failed test doesn't wait for ever.
-        while (QWidget* pLeft = QApplication::activeModalWidget()) {
-            ADD_FAILURE() << "still open: " << pLeft->windowTitle().toStdString();
-            pLeft->close();
-            if (pLeft == QApplication::activeModalWidget())
+        while (QWidget* left = QApplication::activeModalWidget()) {
+            ADD_FAILURE() << "still open: " << left->windowTitle().toStdString();
+            left->close();
+            if (left == QApplication::activeModalWidget())
                 std::abort();
         }
     });
-    oWait.start(10);
-    Choose(sTool);
-    EXPECT_TRUE(bActed) << "no window has come up";
+    wait.start(10);
+    Choose(tool);
+    EXPECT_TRUE(acted) << "no window has come up";
 }
 
 Ref<TreeView> Person::Tree() const {
-    for (const auto& oControl : m_pApplication->Panel()->Controls())
-        if (const auto tvwTree = oControl.TryAs<TreeView>(); tvwTree && tvwTree->GetNodes()->HasKey("Studies"))
-            return tvwTree;
+    for (const auto& control : m_application->Panel()->Controls())
+        if (const auto tree = control.TryAs<TreeView>(); tree && tree->GetNodes()->HasKey("Studies"))
+            return tree;
     return nullptr;
 }
 
-void Person::ClickItem(const std::string& sText) {
-    std::vector<Node*> aNodes = Tree()->GetNodes()->Roots();
-    for (std::size_t i = 0; i < aNodes.size(); ++i) {
-        if (aNodes[i]->Text() == sText) {
-            m_pApplication->Failures().Guard([&] { Tree()->ClickNode(Ref<Node>(aNodes[i])); });
+void Person::ClickItem(const std::string& text) {
+    std::vector<Node*> nodes = Tree()->GetNodes()->Roots();
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (nodes[i]->Text() == text) {
+            m_application->Failures().Guard([&] { Tree()->ClickNode(Ref<Node>(nodes[i])); });
             Turn();
             return;
         }
-        aNodes.insert(aNodes.end(), aNodes[i]->Children().begin(), aNodes[i]->Children().end());
+        nodes.insert(nodes.end(), nodes[i]->Children().begin(), nodes[i]->Children().end());
     }
-    ADD_FAILURE() << "the explorer has no " << sText;
+    ADD_FAILURE() << "the explorer has no " << text;
 }
 
-void Person::OpenItem(const std::string& sText) {
-    ClickItem(sText);
-    m_pApplication->Failures().Guard([&] { Tree()->DblClick.Raise(); });
+void Person::OpenItem(const std::string& text) {
+    ClickItem(text);
+    m_application->Failures().Guard([&] { Tree()->DblClick.Raise(); });
     Turn();
 }
 
-bool Person::IsIn(const QWidget& oWidget, const QString& sWindow) {
-    for (const QWidget* p = &oWidget; p; p = p->parentWidget())
-        if (p->windowTitle().remove("[*]") == sWindow) // the mark of what is changed
+bool Person::IsIn(const QWidget& widget, const QString& window) {
+    for (const QWidget* p = &widget; p; p = p->parentWidget())
+        if (p->windowTitle().remove("[*]") == window) // the mark of what is changed
             return true;
     return false;
 }
 
-bool Person::IsNamed(const QWidget& oWidget, const QString& sName) {
-    if (oWidget.accessibleName().startsWith(sName))
+bool Person::IsNamed(const QWidget& widget, const QString& name) {
+    if (widget.accessibleName().startsWith(name))
         return true;
-    for (const auto* pLabel : oWidget.parentWidget()->findChildren<QLabel*>())
-        if (pLabel->buddy() == &oWidget && pLabel->text().remove('&').startsWith(sName))
+    for (const auto* label : widget.parentWidget()->findChildren<QLabel*>())
+        if (label->buddy() == &widget && label->text().remove('&').startsWith(name))
             return true;
     return false;
 }
 
-QAbstractButton* Person::Button(const QWidget& oWindow, const QString& sText) {
-    for (auto* pButton : oWindow.findChildren<QAbstractButton*>())
-        if (QString(pButton->text()).remove('&').startsWith(sText) && pButton->isVisible())
-            return pButton;
-    ADD_FAILURE() << "there is no button " << sText.toStdString();
+QAbstractButton* Person::Button(const QWidget& window, const QString& text) {
+    for (auto* button : window.findChildren<QAbstractButton*>())
+        if (QString(button->text()).remove('&').startsWith(text) && button->isVisible())
+            return button;
+    ADD_FAILURE() << "there is no button " << text.toStdString();
     return nullptr;
 }
 
 std::string Person::Status() const {
-    return m_pApplication->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+    return m_application->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
 }
 
-std::string Person::Write(const std::string& sName, const std::string& sText) const {
-    std::ofstream(m_oFolder.Path(sName)) << sText;
-    return m_oFolder.Path(sName);
+std::string Person::Write(const std::string& name, const std::string& text) const {
+    std::ofstream(m_folder.Path(name)) << text;
+    return m_folder.Path(name);
 }
 
-std::string Person::Read(const std::string& sPath) {
-    std::ifstream oFile(sPath, std::ios::binary);
-    std::stringstream oText;
-    oText << oFile.rdbuf();
-    return oText.str();
+std::string Person::Read(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
 }
 
-Table Person::DataOnDisk(const std::string& sName) {
-    Store oStore(Store::DefaultPath());
-    for (const Study& oStudy : oStore.Studies())
-        for (const DataSet& oDataSet : oStore.DataSets(oStudy.nId))
-            if (oDataSet.sName == sName)
-                return oStore.ReadDataSet(oDataSet.nId);
+Table Person::DataOnDisk(const std::string& name) {
+    Store store(Store::DefaultPath());
+    for (const Study& study : store.Studies())
+        for (const DataSet& dataSet : store.DataSets(study.id))
+            if (dataSet.name == name)
+                return store.ReadDataSet(dataSet.id);
     return {};
 }
 

@@ -19,51 +19,50 @@ namespace studies {
 class Person : public testing::Test {
 protected:
     Person() {
-        for (const char* sName : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
-            ::setenv(sName, m_oFolder.Path().c_str(), 1);
+        for (const char* name : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
+            ::setenv(name, m_folder.Path().c_str(), 1);
     }
 
     // Unsaved changes go.
     ~Person() override;
 
     // With a study "Penguins" that holds the penguins, if asked.
-    void Start(bool bWithStudy = true);
+    void Start(bool withStudy = true);
     // The tool of that name.
-    void Choose(const std::string& sTool) { EXPECT_TRUE(m_pApplication->Choose(sTool)) << sTool; }
+    void Choose(const std::string& tool) { EXPECT_TRUE(m_application->Choose(tool)) << tool; }
     // Chooses a tool that opens a modal window, and acts in it, once. The window has ended afterwards.
-    void ChooseAndAct(const std::string& sTool, const std::function<void(QWidget& oWindow)>& fnAct);
+    void ChooseAndAct(const std::string& tool, const std::function<void(QWidget& window)>& act);
     // Clicks on an item of the explorer, or twice.
-    void ClickItem(const std::string& sText);
-    void OpenItem(const std::string& sText);
-    static void Turn(int nMilliseconds = 0);
+    void ClickItem(const std::string& text);
+    void OpenItem(const std::string& text);
+    static void Turn(int milliseconds = 0);
 
     // The control of that kind in the window of that caption whose label or accessible name begins so; a failure when
     // there is none.
     template <class T>
-    T* In(const QString& sWindow, const QString& sName) {
+    T* In(const QString& window, const QString& name) {
         Turn();
-        for (QWidget* pWidget : QApplication::allWidgets())
-            if (auto* pFound = qobject_cast<T*>(pWidget);
-                pFound && pFound->isVisible() && IsIn(*pFound, sWindow) && IsNamed(*pFound, sName))
-                return pFound;
-        ADD_FAILURE() << "there is no " << sName.toStdString() << " in \"" << sWindow.toStdString() << "\"\n"
-                      << Shown();
+        for (QWidget* widget : QApplication::allWidgets())
+            if (auto* found = qobject_cast<T*>(widget);
+                found && found->isVisible() && IsIn(*found, window) && IsNamed(*found, name))
+                return found;
+        ADD_FAILURE() << "there is no " << name.toStdString() << " in \"" << window.toStdString() << "\"\n" << Shown();
         return nullptr;
     }
-    static QAbstractButton* Button(const QWidget& oWindow, const QString& sText);
-    [[nodiscard]] std::string Shown() { return m_pApplication->AsText(); }
+    static QAbstractButton* Button(const QWidget& window, const QString& text);
+    [[nodiscard]] std::string Shown() { return m_application->AsText(); }
     [[nodiscard]] std::string Status() const;
-    std::string Write(const std::string& sName, const std::string& sText) const;
-    static std::string Read(const std::string& sPath);
+    std::string Write(const std::string& name, const std::string& text) const;
+    static std::string Read(const std::string& path);
     // The store as it is on disk.
-    [[nodiscard]] static Table DataOnDisk(const std::string& sName);
+    [[nodiscard]] static Table DataOnDisk(const std::string& name);
 
-    corvane::test::TemporaryFolder m_oFolder;
-    std::unique_ptr<corvane::desktop::Application> m_pApplication;
+    corvane::test::TemporaryFolder m_folder;
+    std::unique_ptr<corvane::desktop::Application> m_application;
 
 private:
-    static bool IsIn(const QWidget& oWidget, const QString& sWindow);
-    static bool IsNamed(const QWidget& oWidget, const QString& sName);
+    static bool IsIn(const QWidget& widget, const QString& window);
+    static bool IsNamed(const QWidget& widget, const QString& name);
     [[nodiscard]] corvane::Ref<corvane::TreeView> Tree() const;
 };
 

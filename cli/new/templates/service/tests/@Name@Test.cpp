@@ -6,16 +6,16 @@ using corvane::testing::Application;
 using corvane::testing::Lines;
 
 TEST(@Name@, AddsItemsAndOpensThem) {
-    Application oApplication(APPLICATION_FOLDER);
-    ASSERT_EQ(oApplication.Start(), 0) << oApplication.Text();
-    const std::size_t iTab = oApplication.TabOf("@Name@");
-    EXPECT_EQ(oApplication.Nodes(iTab), (Lines{"@Name@", " @Name@Item.Item 1"}));
+    Application application(APPLICATION_FOLDER);
+    ASSERT_EQ(application.Start(), 0) << application.Text();
+    const std::size_t tab = application.TabOf("@Name@");
+    EXPECT_EQ(application.Nodes(tab), (Lines{"@Name@", " @Name@Item.Item 1"}));
 
-    oApplication.Take("click @Name@.New@Name@");
-    EXPECT_EQ(oApplication.Status(), "Added Item 2");
-    EXPECT_EQ(oApplication.Nodes(iTab).size(), 3U);
+    application.Take("click @Name@.New@Name@");
+    EXPECT_EQ(application.Status(), "Added Item 2");
+    EXPECT_EQ(application.Nodes(tab).size(), 3U);
 
-    oApplication.Take("tab " + std::to_string(iTab) + "\nnode " + std::to_string(iTab) + " @Name@Item.Item 1\ndblclick");
-    EXPECT_EQ(oApplication.OpenWindows(), (Lines{"@Name@Window"}));
-    EXPECT_EQ(oApplication.TakeLog(), Lines());
+    application.Take("tab " + std::to_string(tab) + "\nnode " + std::to_string(tab) + " @Name@Item.Item 1\ndblclick");
+    EXPECT_EQ(application.OpenWindows(), (Lines{"@Name@Window"}));
+    EXPECT_EQ(application.TakeLog(), Lines());
 }

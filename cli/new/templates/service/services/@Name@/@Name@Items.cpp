@@ -8,7 +8,7 @@
 
 using namespace corvane;
 
-@Name@Folder* @Name@Folder::s_pShown = nullptr;
+@Name@Folder* @Name@Folder::s_shown = nullptr;
 
 void @Name@Item::OnOpen() {
     // The window is opened once an item: its name is the window's key.
@@ -20,23 +20,23 @@ void @Name@Item::OnOpen() {
 }
 
 @Name@Folder::@Name@Folder() {
-    s_pShown = this;
-    m_oInitialize = m_oBase->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& colChildren) {
-        m_oBase->NameSilently("@Name@");
-        m_nItems = 1;
-        colChildren->Add(New<@Name@Item>("Item 1"));
+    s_shown = this;
+    m_initialize = m_base->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& children) {
+        m_base->NameSilently("@Name@");
+        m_items = 1;
+        children->Add(New<@Name@Item>("Item 1"));
     });
 }
 
 @Name@Folder::~@Name@Folder() {
-    if (s_pShown == this)
-        s_pShown = nullptr;
+    if (s_shown == this)
+        s_shown = nullptr;
 }
 
 std::string @Name@Folder::AddItem() {
-    if (!s_pShown)
+    if (!s_shown)
         Fail(FailureNumber::ObjectNotSet, "The explorer doesn't show the folder \"@Name@\" yet", "@Name@");
-    const auto oItem = New<@Name@Item>("Item " + std::to_string(++s_pShown->m_nItems));
-    s_pShown->m_oBase->AddToExplorer(oItem, "@Name@Item");
-    return oItem->Name();
+    const auto item = New<@Name@Item>("Item " + std::to_string(++s_shown->m_items));
+    s_shown->m_base->AddToExplorer(item, "@Name@Item");
+    return item->Name();
 }

@@ -9,16 +9,16 @@
 
 class @Name@Item final : public corvane::Automation<@Name@Item, corvane::IExplorerItemAccess> {
 public:
-    explicit @Name@Item(const std::string& sName) { m_oBase->NameSilently(sName); }
+    explicit @Name@Item(const std::string& name) { m_base->NameSilently(name); }
 
-    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_oBase; }
-    [[nodiscard]] std::string Name() const { return m_oBase->Name(); }
+    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_base; }
+    [[nodiscard]] std::string Name() const { return m_base->Name(); }
     void OnOpen();
 
     static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &@Name@Item::OnOpen));
 
 private:
-    corvane::Ref<corvane::ExplorerItemBase> m_oBase = corvane::New<corvane::ExplorerItemBase>();
+    corvane::Ref<corvane::ExplorerItemBase> m_base = corvane::New<corvane::ExplorerItemBase>();
 };
 
 class @Name@Folder final : public corvane::Automation<@Name@Folder, corvane::IExplorerItemAccess> {
@@ -26,16 +26,16 @@ public:
     @Name@Folder();
     ~@Name@Folder() override;
 
-    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_oBase; }
+    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_base; }
     // Adds an item to the folder in the explorer, and returns its name.
     static std::string AddItem();
 
     static constexpr auto Members = corvane::MemberTable();
 
 private:
-    static @Name@Folder* s_pShown; // the library makes it
+    static @Name@Folder* s_shown; // the library makes it
 
-    corvane::Ref<corvane::ExplorerItemBase> m_oBase = corvane::New<corvane::ExplorerItemBase>();
-    corvane::Subscription m_oInitialize;
-    int m_nItems = 0;
+    corvane::Ref<corvane::ExplorerItemBase> m_base = corvane::New<corvane::ExplorerItemBase>();
+    corvane::Subscription m_initialize;
+    int m_items = 0;
 };

@@ -6,9 +6,9 @@
 
 using namespace corvane;
 
-QWidget* @Name@Page::NewWidget(QWidget* pParent) {
-    const auto oItem = m_oBase->BusinessContext().TryAs<@Name@Item>();
-    auto* pLabel = new QLabel(oItem ? QString::fromStdString(oItem->Name()) : QString(), pParent);
-    pLabel->setAlignment(Qt::AlignCenter);
-    return pLabel;
+QWidget* @Name@Page::NewWidget(QWidget* parent) {
+    const auto item = m_base->BusinessContext().TryAs<@Name@Item>();
+    auto* label = new QLabel(item ? QString::fromStdString(item->Name()) : QString(), parent);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
 }

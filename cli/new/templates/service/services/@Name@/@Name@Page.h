@@ -9,11 +9,11 @@
 class @Name@Page final
     : public corvane::Automation<@Name@Page, corvane::IPageAccess, corvane::desktop::IQtPage> {
 public:
-    corvane::Ref<corvane::IPage> Page() override { return m_oBase; }
-    QWidget* NewWidget(QWidget* pParent) override;
+    corvane::Ref<corvane::IPage> Page() override { return m_base; }
+    QWidget* NewWidget(QWidget* parent) override;
 
     static constexpr auto Members = corvane::MemberTable();
 
 private:
-    corvane::Ref<corvane::PageBase> m_oBase = corvane::New<corvane::PageBase>();
+    corvane::Ref<corvane::PageBase> m_base = corvane::New<corvane::PageBase>();
 };

@@ -16,8 +16,8 @@ void @Name@Service::Start() {
 }
 
 void @Name@Service::OnNew() {
-    const std::string sName = @Name@Folder::AddItem();
-    Singleton::Framework()->SetStatus("Added " + sName);
+    const std::string name = @Name@Folder::AddItem();
+    Singleton::Framework()->SetStatus("Added " + name);
 }
 
 CORVANE_PLUGIN(Class<@Name@Service>("@Name@Svc.@Name@Service"), Class<@Name@Folder>("@Name@Svc.@Name@Folder"),

@@ -7,7 +7,7 @@
 
 class @Name@Service final : public corvane::Automation<@Name@Service, corvane::IServiceAccess> {
 public:
-    corvane::Ref<corvane::IService> Service() override { return m_oServiceBase; }
+    corvane::Ref<corvane::IService> Service() override { return m_serviceBase; }
 
     // Called once, after all services are initialised, if the definition says IsStartService.
     void Start();
@@ -17,5 +17,5 @@ public:
                                                          corvane::Method("OnNew", &@Name@Service::OnNew));
 
 private:
-    corvane::Ref<corvane::ServiceBase> m_oServiceBase = corvane::New<corvane::ServiceBase>();
+    corvane::Ref<corvane::ServiceBase> m_serviceBase = corvane::New<corvane::ServiceBase>();
 };
