@@ -36,7 +36,7 @@ WindowForm::WindowForm(std::shared_ptr<const WindowHost> host, WindowTypeConstan
 
 WindowForm::~WindowForm() {
     DropFrame();
-    m_host->messages->UnregisterWindow(m_hWnd);
+    m_host->messages->UnregisterWindow(m_handle);
 }
 
 // Before the window's own subscription: the pages end first.
@@ -188,8 +188,8 @@ void WindowForm::HearChange(Change change) {
 }
 
 void WindowForm::Loaded() {
-    m_hWnd = HWnd();
-    m_host->messages->RegisterWindow(m_hWnd, [this](Long, Long message, Long, std::intptr_t) -> Long {
+    m_handle = HWnd();
+    m_host->messages->RegisterWindow(m_handle, [this](Long, Long message, Long, std::intptr_t) -> Long {
         if (message == WindowMessage::Close && IsLoaded()) {
             m_closeArrived = true;
             Unload();
@@ -236,7 +236,7 @@ void WindowForm::PlaceFirst() {
     }
     const QRect room = m_frame->Room();
     MinMaxInfo info;
-    m_host->messages->SendMessage(m_hWnd, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&info));
+    m_host->messages->SendMessage(m_handle, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&info));
     const int beside = std::max(m_frame->Surround().height(), 8); // a title bar
     const QSize minimum(info.oMinTrackSize.lX, info.oMinTrackSize.lY);
     m_minimum = minimum.boundedTo(room.size());
@@ -364,9 +364,9 @@ void WindowForm::RequestClose() {
     const Ref<Form> self(this);
     m_host->guard([this] {
         m_closeArrived = false;
-        m_host->messages->SendMessage(m_hWnd, WindowMessage::Close, 0, 0);
+        m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0);
         if (IsLoaded() && !m_closeArrived)
-            m_host->messages->SendMessage(m_hWnd, WindowMessage::Close, 0, 0);
+            m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0);
     });
 }
 
@@ -404,8 +404,8 @@ void WindowForm::Unloaded() {
     TellNoActiveChild(false);
     if (m_loop)
         m_loop->quit();
-    m_host->messages->SendMessage(m_hWnd, WindowMessage::Close, 0, 0); // takes the minimum size away
-    m_host->messages->UnregisterWindow(m_hWnd);
+    m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0); // takes the minimum size away
+    m_host->messages->UnregisterWindow(m_handle);
     DropFrame();
     m_slots.clear();
     const Ref<IWindowFormController> controller = std::move(m_controller);

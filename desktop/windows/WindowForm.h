@@ -143,7 +143,7 @@ private:
     std::map<Command, bool> m_byCode; // what code has said of a command
     std::optional<bool> m_cancelled;  // how it ends, once that is settled
     std::optional<bool> m_saved;      // what became of its changes before it is closed
-    Long m_hWnd = 0;
+    Long m_handle = 0;
     QSize m_minimum; // by the definition
     bool m_closeArrived = false;
     bool m_isPlaced = false;

@@ -114,8 +114,8 @@ TEST(Rules, OfTheFolder) {
 TEST(Rules, FindNothingInStudies) {
     std::vector<check::Finding> findings = check::Check({CORVANE_STUDIES, true});
 #ifndef CORVANE_WITH_PAGES // a build without Qt has no pages
-    std::erase_if(aFindings, [](const check::Finding& oFinding) {
-        return oFinding.sText.find("libStudiesPages.so") != std::string::npos;
+    std::erase_if(findings, [](const check::Finding& finding) {
+        return finding.text.find("libStudiesPages.so") != std::string::npos;
     });
 #endif
     EXPECT_EQ(check::AsText(findings, false), "");

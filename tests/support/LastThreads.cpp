@@ -14,17 +14,17 @@ namespace {
 
 struct LastThreads {
     ~LastThreads() {
-        const auto oEnd = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-        while (!IsAlone() && std::chrono::steady_clock::now() < oEnd)
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+        while (!IsAlone() && std::chrono::steady_clock::now() < end)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 
     static bool IsAlone() {
-        std::error_code oError; // nothing can be told then, and nothing is waited for
-        return std::distance(std::filesystem::directory_iterator("/proc/self/task", oError), {}) <= 1;
+        std::error_code error; // nothing can be told then, and nothing is waited for
+        return std::distance(std::filesystem::directory_iterator("/proc/self/task", error), {}) <= 1;
     }
 };
 
-const LastThreads s_oLastThreads;
+const LastThreads s_lastThreads;
 
 } // namespace
