@@ -46,7 +46,7 @@ private:
             if (entry.IsButton())
                 continue;
             if (!path || path->first != entry.path)
-                path = &*m_pathsMap.try_emplace(entry.path).first;
+                path = &*m_pathMap.try_emplace(entry.path).first;
             ++path->second;
         }
     }
@@ -174,7 +174,7 @@ private:
 
     // Whether a Path is that of the title, or is meant to be: the mistake is the entry's then, and has a finding.
     [[nodiscard]] bool IsAskedFor(std::string_view title) {
-        if (m_pathsMap.contains(title))
+        if (m_pathMap.contains(title))
             return true;
         if (!m_askedRead)
             ReadAsked();
@@ -184,14 +184,14 @@ private:
     void ReadAsked() {
         m_askedRead = true;
         const std::vector<std::string> titles = TitleKeys();
-        std::set<std::string> titlesSet;
+        std::set<std::string> titleSet;
         for (const std::string& title : titles)
-            titlesSet.insert(FoldText(title));
+            titleSet.insert(FoldText(title));
         for (const auto& file : m_model.files)
             if (file->active)
                 for (const Element& element : std::span(file->root, 1 + file->root->below))
                     if (std::string path = FoldText(element.Value("Path")); m_asked.insert(path).second)
-                        if (const auto nearest = titlesSet.contains(path) ? std::nullopt : Nearest(titles, path))
+                        if (const auto nearest = titleSet.contains(path) ? std::nullopt : Nearest(titles, path))
                             m_asked.insert(FoldText(*nearest));
     }
 
@@ -205,7 +205,7 @@ private:
                          "the menu that shows and hides toolbars needs a title \"View\"", "define one");
             return;
         }
-        const int otherCount = m_pathsMap[bar.name] - 1;
+        const int otherCount = m_pathMap[bar.name] - 1;
         const std::string others =
             otherCount == 0 ? "" : " and " + std::to_string(otherCount) + (otherCount == 1 ? " other" : " others");
         m_report.Add(Rule::PathWithoutTitle, entry.At("Path"),
@@ -381,8 +381,8 @@ private:
     std::vector<Seen> m_seen;        // by the numbers of tools, as the next
     std::vector<Command> m_commands; // of tools that the plan knows
     std::unordered_map<std::string, Command, TextHash, TextEqual> m_contextCommands;
-    std::set<std::string> m_paths;                                             // folded, that have been reported
-    std::unordered_map<std::string_view, int, TextHash, TextEqual> m_pathsMap; // how many entries have a path
+    std::set<std::string> m_paths;                                            // folded, that have been reported
+    std::unordered_map<std::string_view, int, TextHash, TextEqual> m_pathMap; // how many entries have a path
     std::set<std::string> m_asked; // all that is written as a Path, folded, and the titles next to it
     bool m_askedRead = false;
 };

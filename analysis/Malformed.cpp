@@ -32,8 +32,8 @@ Long ErrorColumn(std::string_view bytes, Long line) {
         Long column = 0;
     } first;
     context->_private = &first;
-    context->sax->serror = [](void* contextPointer, xmlErrorPtr error) {
-        auto& to = *static_cast<First*>(static_cast<xmlParserCtxtPtr>(contextPointer)->_private);
+    context->sax->serror = [](void* userData, xmlErrorPtr error) {
+        auto& to = *static_cast<First*>(static_cast<xmlParserCtxtPtr>(userData)->_private);
         if (to.line == 0 && error->level >= XML_ERR_ERROR)
             to = {error->line, error->int2};
     };

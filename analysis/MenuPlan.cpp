@@ -183,11 +183,11 @@ Slot* MenuPlan::SlotOf(Bar& bar, const Tool* tool) {
 
 // The tool of that name, which is a new one if there is none. The name stays as long as the model does.
 const Tool* MenuPlan::AddTool(std::string_view name) {
-    const Tool* newTool = &m_toolsList.emplace_back(Tool{name, m_toolsList.size()});
+    const Tool* newTool = &m_allTools.emplace_back(Tool{name, m_allTools.size()});
     const Tool* const* tool = m_tools.AddOrFind(name, newTool, NameOf);
     if (!tool)
         return newTool;
-    m_toolsList.pop_back();
+    m_allTools.pop_back();
     return *tool;
 }
 

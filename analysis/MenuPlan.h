@@ -107,7 +107,7 @@ public:
         return tool && !tool->name.empty() ? tool : nullptr;
     }
     [[nodiscard]] const Tool* FindTool(std::string_view name) const;
-    [[nodiscard]] std::size_t ToolCount() const { return m_toolsList.size(); }
+    [[nodiscard]] std::size_t ToolCount() const { return m_allTools.size(); }
     // Whether any entry of the action has lost its own place to another; the library then places none of them.
     [[nodiscard]] const Placing* LostPlaceOf(const Action& action) const;
 
@@ -141,7 +141,7 @@ private:
     std::map<std::string, Placing*, TextLess> m_buttons; // by position key
     std::vector<Placing*> m_shared;                      // in the order of reading
     std::map<std::string, Bar, TextLess> m_bars;
-    std::deque<Tool> m_toolsList;
+    std::deque<Tool> m_allTools;
     TextIndex<const Tool*> m_tools;
     std::deque<std::string> m_names; // of tools that the definitions don't hold
     // Entries of one path mostly follow one another, so what was found last is looked at first.

@@ -246,11 +246,11 @@ bool Provider::MayMeet(const Provider& other) const {
 }
 
 std::vector<Provider*> Model::MenuProviders() {
-    std::vector<Provider*> providersList;
+    std::vector<Provider*> providerList;
     for (auto* providers : {&services, &items, &pages})
         for (Provider& provider : *providers)
-            providersList.push_back(&provider);
-    return providersList;
+            providerList.push_back(&provider);
+    return providerList;
 }
 
 void BuildModel(Model& model, Report& report) {

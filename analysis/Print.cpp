@@ -88,7 +88,7 @@ std::string AsText(std::span<const Finding> findings, bool colours) {
 }
 
 std::string AsJson(std::span<const Finding> findings) {
-    Json jsons = Json::array();
+    Json findingsJson = Json::array();
     for (const Finding& finding : findings) {
         Json json = JsonOf(finding.place);
         json["rule"] = TextOf(finding.rule).name;
@@ -100,9 +100,9 @@ std::string AsJson(std::span<const Finding> findings) {
             json["notes"].push_back(JsonOf(note.place));
             json["notes"].back()["text"] = note.text;
         }
-        jsons.push_back(std::move(json));
+        findingsJson.push_back(std::move(json));
     }
-    return Dumped({{"findings", std::move(jsons)}});
+    return Dumped({{"findings", std::move(findingsJson)}});
 }
 
 std::string AsSarif(std::span<const Finding> findings, const std::string& version) {

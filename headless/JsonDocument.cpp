@@ -110,10 +110,10 @@ Json ExplorerJson(const ModelHost& host, const DocumentOptions& options) {
             tab["height"] = tvw->Height();
         tabs.push_back(std::move(tab));
     }
-    Json& imagesList = json["images"] = Json::array();
+    Json& imageList = json["images"] = Json::array();
     if (const auto images = host.Images())
         for (const auto& image : images->ListImages())
-            imagesList.push_back({{"key", image.sKey}, {"picture", PictureName(image.oPicture)}});
+            imageList.push_back({{"key", image.sKey}, {"picture", PictureName(image.oPicture)}});
     return json;
 }
 
@@ -152,8 +152,8 @@ Json ArgumentJson(const Variant& argument) {
     }
     if (const auto* boolean = argument.Get<bool>())
         return *boolean;
-    if (const auto* longPointer = argument.Get<Long>())
-        return *longPointer;
+    if (const auto* longValue = argument.Get<Long>())
+        return *longValue;
     return argument.IsEmpty() ? Json(nullptr) : Json(ToText(argument));
 }
 

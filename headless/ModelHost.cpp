@@ -69,10 +69,10 @@ ModelHost::ModelHost(const HostOptions& options) {
 }
 
 void ModelHost::RegisterWindow(const Ref<Form>& form) {
-    Form* formPointer = form.Get(); // the handle answers to it only while the form is loaded
-    m_messages->RegisterWindow(form->HWnd(), [formPointer](Long, Long message, Long, std::intptr_t) -> Long {
+    Form* rawForm = form.Get(); // the handle answers to it only while the form is loaded
+    m_messages->RegisterWindow(form->HWnd(), [rawForm](Long, Long message, Long, std::intptr_t) -> Long {
         if (message == WindowMessage::Close)
-            formPointer->Unload();
+            rawForm->Unload();
         return 0;
     });
 }

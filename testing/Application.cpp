@@ -105,11 +105,12 @@ void AddNodes(Lines& lines, const std::vector<Node*>& siblings, std::size_t dept
 
 std::string ServiceXml(const std::string& name, const std::string& content,
                        std::initializer_list<Attribute> attributes) {
-    std::map<std::string, std::string> attributesMap{{"Name", name}, {"ProgID", name + ".Service"}, {"Active", "true"}};
+    std::map<std::string, std::string> attributeValues{
+        {"Name", name}, {"ProgID", name + ".Service"}, {"Active", "true"}};
     for (const auto& [attribute, value] : attributes)
-        attributesMap[attribute] = value;
+        attributeValues[attribute] = value;
     std::string xml = "<Service";
-    for (const auto& [attribute, value] : attributesMap)
+    for (const auto& [attribute, value] : attributeValues)
         xml += " " + attribute + "=\"" + value + "\"";
     return xml + ">" + content + "</Service>";
 }

@@ -107,7 +107,7 @@ Catalogue Catalogue::Read(std::string_view bytes, std::vector<CatalogueFault>& f
     catalogue.Index();
     for (std::size_t i = 0; i < catalogue.m_messages.size(); ++i) {
         const CatalogueMessage& message = catalogue.m_messages[i];
-        if (!message.vanished && catalogue.m_messagesMap.at(IndexKey(message.key, message.text)) != i)
+        if (!message.vanished && catalogue.m_messageMap.at(IndexKey(message.key, message.text)) != i)
             faults.push_back({message.line, "\"" + message.text + "\" of \"" + message.key +
                                                 "\" is translated a second time; the first one counts"});
     }
@@ -115,15 +115,15 @@ Catalogue Catalogue::Read(std::string_view bytes, std::vector<CatalogueFault>& f
 }
 
 void Catalogue::Index() {
-    m_messagesMap.clear();
+    m_messageMap.clear();
     for (std::size_t i = 0; i < m_messages.size(); ++i)
         if (!m_messages[i].vanished)
-            m_messagesMap.try_emplace(IndexKey(m_messages[i].key, m_messages[i].text), i);
+            m_messageMap.try_emplace(IndexKey(m_messages[i].key, m_messages[i].text), i);
 }
 
 const std::string* Catalogue::Find(const std::string& key, const std::string& text) const {
-    const auto it = m_messagesMap.find(IndexKey(key, text));
-    if (it == m_messagesMap.end())
+    const auto it = m_messageMap.find(IndexKey(key, text));
+    if (it == m_messageMap.end())
         return nullptr;
     const CatalogueMessage& message = m_messages[it->second];
     return message.IsFinished() && ClashOf(message).empty() ? &message.translation : nullptr;

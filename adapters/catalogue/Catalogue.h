@@ -62,7 +62,7 @@ private:
 
     CatalogueMessage m_header; // its translation holds lines like "Language: de"
     std::vector<CatalogueMessage> m_messages;
-    std::unordered_map<std::string, std::size_t> m_messagesMap; // by key and text
+    std::unordered_map<std::string, std::size_t> m_messageMap; // by key and text
 };
 
 // Whether the text under that key is one of a menu, in which "#" stands before the letter of the mnemonic.

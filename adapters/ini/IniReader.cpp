@@ -28,8 +28,8 @@ struct Lines {
     std::string_view rest;
     std::vector<std::string_view> values;
 
-    static char* Next(char* buffer, int bufferSize, void* linesPointer) {
-        auto& lines = *static_cast<Lines*>(linesPointer);
+    static char* Next(char* buffer, int bufferSize, void* userData) {
+        auto& lines = *static_cast<Lines*>(userData);
         if (lines.rest.empty())
             return nullptr;
         const std::size_t end = std::min(lines.rest.find('\n'), lines.rest.size());
@@ -56,8 +56,8 @@ struct Search {
     std::string_view key;
     std::optional<std::string> value;
 
-    static int OnEntry(void* searchPointer, const char* sectionName, const char* keyName, const char* number) {
-        auto& search = *static_cast<Search*>(searchPointer);
+    static int OnEntry(void* userData, const char* sectionName, const char* keyName, const char* number) {
+        auto& search = *static_cast<Search*>(userData);
         if (!search.value && EqualText(Trimmed(sectionName), search.section) && EqualText(keyName, search.key)) {
             std::size_t i = 0;
             const std::string_view digits = number;

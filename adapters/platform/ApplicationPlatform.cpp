@@ -14,12 +14,12 @@ namespace fs = std::filesystem;
 
 ApplicationPlatform::ApplicationPlatform(std::string appFolder, std::string appName) : name(std::move(appName)) {
     std::error_code error;
-    const fs::path folderObject = fs::canonical(appFolder.empty() ? "." : appFolder, error);
-    if (error || !fs::is_directory(folderObject, error))
+    const fs::path folderPath = fs::canonical(appFolder.empty() ? "." : appFolder, error);
+    if (error || !fs::is_directory(folderPath, error))
         Fail(FailureNumber::PathNotFound, "There is no application folder \"" + appFolder + "\"");
-    folder = folderObject.string();
+    folder = folderPath.string();
     if (name.empty())
-        name = folderObject.filename().string();
+        name = folderPath.filename().string();
     const std::string pluginsText = JoinPath(folder, "plugins");
     utilities = New<Utilities>(name, folder);
     plugins = New<PluginFactory>(FindPath(pluginsText).value_or(pluginsText));

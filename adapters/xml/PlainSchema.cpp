@@ -132,13 +132,13 @@ private:
         Demand(hasType);
     }
 
-    void ReadType(xmlNodePtr typePointer, std::size_t typeIndex, std::initializer_list<std::string_view> names) {
-        ExpectOnly(typePointer, names);
-        const std::string mixed = Value(typePointer, "mixed");
+    void ReadType(xmlNodePtr typeNode, std::size_t typeIndex, std::initializer_list<std::string_view> names) {
+        ExpectOnly(typeNode, names);
+        const std::string mixed = Value(typeNode, "mixed");
         Demand(mixed == "true" || mixed == "1");
         Type type; // the types may move meanwhile
         bool first = true;
-        ForEachPart(typePointer, [&](xmlNodePtr part) {
+        ForEachPart(typeNode, [&](xmlNodePtr part) {
             if (std::exchange(first, false) && Is(part, "choice"))
                 ReadChoice(part, type);
             else
@@ -160,9 +160,9 @@ private:
         const std::string typeName = Value(attribute, "type");
         const std::size_t colon = typeName.find(':');
         Demand(colon != std::string::npos && typeName.substr(colon + 1) == "string");
-        const xmlNs* namespacePointer =
+        const xmlNs* xmlNamespace =
             xmlSearchNs(m_schema, attribute, reinterpret_cast<const xmlChar*>(typeName.substr(0, colon).c_str()));
-        Demand(namespacePointer && View(namespacePointer->href) == xmlSchemaNamespace);
+        Demand(xmlNamespace && View(xmlNamespace->href) == xmlSchemaNamespace);
         const std::string name = NameOf(attribute);
         Demand(name != "xmlns" &&
                std::find(type.attributes.begin(), type.attributes.end(), name) == type.attributes.end());

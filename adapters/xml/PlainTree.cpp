@@ -6,14 +6,14 @@
 namespace corvane {
 
 PlainTree::PlainTree(std::shared_ptr<Memory> memory)
-    : m_memoryPointer(std::move(memory)),
+    : m_sharedMemory(std::move(memory)),
       // Not filled with zeros: of a block only what is used should be touched.
-      m_block(m_memoryPointer->spare ? std::move(m_memoryPointer->spare)
-                                     : std::unique_ptr<std::byte[]>(new std::byte[Memory::block])),
+      m_block(m_sharedMemory->spare ? std::move(m_sharedMemory->spare)
+                                    : std::unique_ptr<std::byte[]>(new std::byte[Memory::block])),
       m_memory(m_block.get(), Memory::block) {}
 
 PlainTree::~PlainTree() {
-    m_memoryPointer->spare = std::move(m_block);
+    m_sharedMemory->spare = std::move(m_block);
 }
 
 xmlNodePtr PlainTree::AddElement(xmlDocPtr document, xmlNodePtr parent, const xmlChar* name) {

@@ -48,7 +48,7 @@ private:
         return new (m_memory.allocate(sizeof(T) + behind, alignof(T))) T{};
     }
 
-    std::shared_ptr<Memory> m_memoryPointer;
+    std::shared_ptr<Memory> m_sharedMemory;
     std::unique_ptr<std::byte[]> m_block;
     std::pmr::monotonic_buffer_resource m_memory;
 };

@@ -147,8 +147,8 @@ void XmlSchemaCache::Run(xmlDocPtr document, xmlStructuredErrorFunc note, void* 
         void* data;
         bool* noted;
     } call{note, data, &noted};
-    const auto Note = [](void* callPointer, xmlErrorPtr error) {
-        const auto& to = *static_cast<Call*>(callPointer);
+    const auto Note = [](void* userData, xmlErrorPtr error) {
+        const auto& to = *static_cast<Call*>(userData);
         *to.noted |= error && error->level >= XML_ERR_ERROR;
         to.note(to.data, error);
     };

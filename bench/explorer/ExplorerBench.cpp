@@ -255,13 +255,13 @@ Times Medians(std::vector<Times> runs) {
 
 void Compare(int items, View view, int runs) {
     const Inputs inputs(items);
-    std::vector<Times> corvanes, plain, standard;
+    std::vector<Times> corvaneTimes, plain, standard;
     for (int i = 0; i < runs; ++i) { // in turns, so that a slow moment of the machine meets all three
-        corvanes.push_back(Run<CorvaneSubject>(inputs, view));
+        corvaneTimes.push_back(Run<CorvaneSubject>(inputs, view));
         plain.push_back(Run<PlainSubject>(inputs, view));
         standard.push_back(Run<StandardSubject>(inputs, view));
     }
-    const Times c = Medians(corvanes), p = Medians(plain), s = Medians(standard);
+    const Times c = Medians(corvaneTimes), p = Medians(plain), s = Medians(standard);
     static const char* const views[] = {"model alone", "view, closed", "view, open"};
     std::printf("\n%d items, %s (medians of %d runs, ms)\n", items, views[static_cast<int>(view)], runs);
     std::printf("  %-14s %10s %10s %10s %9s %9s\n", "", "explorer", "by hand", "standard", "/by hand", "/standard");

@@ -41,14 +41,14 @@ public:
 // Nanoseconds a call.
 template <class Act>
 double Cost(Act&& act) {
-    std::vector<double> roundsList;
+    std::vector<double> roundList;
     for (int round = 0; round < rounds; ++round)
-        roundsList.push_back(Microseconds([&] {
-                                 for (int i = 0; i < calls; ++i)
-                                     act();
-                             }) *
-                             1000 / calls);
-    return Median(roundsList);
+        roundList.push_back(Microseconds([&] {
+                                for (int i = 0; i < calls; ++i)
+                                    act();
+                            }) *
+                            1000 / calls);
+    return Median(roundList);
 }
 
 } // namespace

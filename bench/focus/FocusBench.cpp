@@ -90,17 +90,17 @@ Times MeasureCorvane(const std::filesystem::path& app) {
     if (!application.Start())
         throw std::runtime_error("the application doesn't start");
     const auto menusManager = CorvaneMain::Framework()->NavigationManager()->MenuManager();
-    const auto defsSet = CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs();
-    std::vector<Ref<ExplorerItemBase>> providersList;
+    const auto itemDefs = CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs();
+    std::vector<Ref<ExplorerItemBase>> providerList;
     std::vector<Ref<ActionItemDefCollection>> defs;
     for (int i = 0; i < providers; ++i) {
-        providersList.push_back(New<ExplorerItemBase>());
-        defs.push_back(defsSet->Item("P" + std::to_string(i))->ActionItemDefs());
-        menusManager->OnActionsProviderAdd(providersList.back(), providersList.back(), defs.back(), false);
+        providerList.push_back(New<ExplorerItemBase>());
+        defs.push_back(itemDefs->Item("P" + std::to_string(i))->ActionItemDefs());
+        menusManager->OnActionsProviderAdd(providerList.back(), providerList.back(), defs.back(), false);
     }
     std::vector<double> model, pass, painted;
     std::size_t active = 0;
-    menusManager->OnActionsProviderActive(providersList[0], providersList[0], defs[0]);
+    menusManager->OnActionsProviderActive(providerList[0], providerList[0], defs[0]);
     for (int switchIndex = 0; switchIndex < switches; ++switchIndex) {
         const std::size_t next = static_cast<std::size_t>(switchIndex * 37 + 1) % providers;
         if (next == active)
@@ -110,8 +110,8 @@ Times MeasureCorvane(const std::filesystem::path& app) {
         painted.push_back(Microseconds([&] {
             passValue = Microseconds([&] {
                 modelValue = Microseconds([&] {
-                    menusManager->OnActionsProviderInActive(providersList[active], providersList[active], defs[active]);
-                    menusManager->OnActionsProviderActive(providersList[next], providersList[next], defs[next]);
+                    menusManager->OnActionsProviderInActive(providerList[active], providerList[active], defs[active]);
+                    menusManager->OnActionsProviderActive(providerList[next], providerList[next], defs[next]);
                 });
                 application.Window().Flush();
             });
@@ -133,20 +133,20 @@ Times MeasureCorvane(const std::filesystem::path& app) {
 class PlainWindow final : public QMainWindow {
 public:
     PlainWindow() {
-        std::vector<QMenu*> menusList;
-        std::vector<QToolBar*> toolbarsList;
+        std::vector<QMenu*> menuList;
+        std::vector<QToolBar*> toolbarList;
         for (int i = 0; i < menus; ++i)
-            menusList.push_back(menuBar()->addMenu(QString("Menu %1").arg(i)));
+            menuList.push_back(menuBar()->addMenu(QString("Menu %1").arg(i)));
         for (int i = 0; i < toolbars; ++i)
-            toolbarsList.push_back(addToolBar(QString("B%1").arg(i)));
+            toolbarList.push_back(addToolBar(QString("B%1").arg(i)));
         for (int provider = 0; provider < providers; ++provider)
             for (int i = 0; i < actionCount; ++i) {
                 auto* action = new QAction(QString::fromStdString(Caption(provider, i)), this);
                 action->setVisible(false);
                 action->setEnabled(false);
-                menusList[static_cast<std::size_t>(i % menus)]->addAction(action);
+                menuList[static_cast<std::size_t>(i % menus)]->addAction(action);
                 if (IsOnToolbar(i))
-                    toolbarsList[static_cast<std::size_t>(i % toolbars)]->addAction(action);
+                    toolbarList[static_cast<std::size_t>(i % toolbars)]->addAction(action);
                 m_actions.push_back(action);
             }
     }

@@ -55,13 +55,13 @@ DefinitionTexts TextsIn(const std::string& folder) {
 // Whole or not at all: a catalogue holds the work of people.
 void Write(const fs::path& path, const std::string& text) {
     fs::create_directories(path.parent_path());
-    const fs::path newObject = path.string() + ".new";
-    std::ofstream file(newObject, std::ios::binary);
+    const fs::path newPath = path.string() + ".new";
+    std::ofstream file(newPath, std::ios::binary);
     file << text;
     file.close();
     if (!file)
-        Fail(FailureNumber::FileAccess, "\"" + newObject.string() + "\" can't be written");
-    fs::rename(newObject, path);
+        Fail(FailureNumber::FileAccess, "\"" + newPath.string() + "\" can't be written");
+    fs::rename(newPath, path);
 }
 
 // True when nothing is left to do.

@@ -77,13 +77,13 @@ public:
     Writer(fs::path folder) : m_folder(std::move(folder)) {}
 
     void Add(std::string_view kind, const Tokens& tokens) {
-        for (const Template& templateObject : Templates()) {
-            if (!templateObject.path.starts_with(kind))
+        for (const Template& fileTemplate : Templates()) {
+            if (!fileTemplate.path.starts_with(kind))
                 continue;
-            const fs::path path = m_folder / Filled(templateObject.path.substr(kind.size()), tokens);
+            const fs::path path = m_folder / Filled(fileTemplate.path.substr(kind.size()), tokens);
             if (fs::exists(path))
                 Refuse("\"" + path.string() + "\" is there already");
-            m_files.emplace_back(path, Filled(templateObject.text, tokens));
+            m_files.emplace_back(path, Filled(fileTemplate.text, tokens));
         }
     }
 

@@ -5,11 +5,11 @@
 namespace corvane::desktop {
 
 QList<QKeySequence> BarChanges::KeysOf(const Tool& tool) const {
-    QList<QKeySequence> keysList;
+    QList<QKeySequence> keyList;
     for (const auto& shortCut : tool.ShortCuts())
         if (const QKeySequence keys = KeyIn(QString::fromStdString(shortCut->Value())); !keys.isEmpty())
-            keysList.append(keys);
-    return keysList;
+            keyList.append(keys);
+    return keyList;
 }
 
 QString BarChanges::KeysText(const Tool& tool) const {

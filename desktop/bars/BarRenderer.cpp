@@ -187,11 +187,11 @@ void BarRenderer::ShowStates(const std::vector<Ref<Tool>>& masters) {
     std::vector<Ref<Band>> toolbars; // with a button that changes
     for (const auto& master : masters)
         for (const Tool* instance : master->Instances()) {
-            Band* bandPointer = instance->OwningBand();
-            const bool isKnown = std::any_of(toolbars.begin(), toolbars.end(),
-                                             [&](const auto& band) { return band.Get() == bandPointer; });
-            if (bandPointer && bandPointer->Kind() == BandKind::Toolbar && !isKnown)
-                toolbars.emplace_back(bandPointer);
+            Band* ownBand = instance->OwningBand();
+            const bool isKnown =
+                std::any_of(toolbars.begin(), toolbars.end(), [&](const auto& band) { return band.Get() == ownBand; });
+            if (ownBand && ownBand->Kind() == BandKind::Toolbar && !isKnown)
+                toolbars.emplace_back(ownBand);
         }
     std::vector<QLayout*> layouts{m_window->layout()};
     for (const auto& band : toolbars)

@@ -144,7 +144,7 @@ void Toolbar::Use(Slot& slot, const Entry& entry) {
         slot.dropDownBand = band;
         QMenu* menu = nullptr;
         if (!band.empty()) {
-            QMenu*& kept = m_menusMap[band];
+            QMenu*& kept = m_menuMap[band];
             if (!kept)
                 kept = m_menus.NewMenu(band, this);
             menu = kept;

@@ -58,7 +58,7 @@ private:
     BarActions& m_actions;
     std::vector<Entry> m_entries;
     Slots m_slots;
-    std::map<std::string, QMenu*> m_menusMap; // by the band that they show
+    std::map<std::string, QMenu*> m_menuMap; // by the band that they show
     QAction* m_close;
 };
 

@@ -75,9 +75,9 @@ void CrashMarker::InstallHandlers() {
         return;
     (void)PluginCode::Innermost(); // loads what it needs, which a handler mustn't
     // A stack that has run over leaves no room for a handler.
-    static char* stackPointer = static_cast<char*>(std::malloc(handlerStack));
+    static char* stackMemory = static_cast<char*>(std::malloc(handlerStack));
     stack_t stack{};
-    stack.ss_sp = stackPointer;
+    stack.ss_sp = stackMemory;
     stack.ss_size = handlerStack;
     ::sigaltstack(&stack, nullptr);
     for (std::size_t i = 0; i < signals.size(); ++i) {

@@ -35,8 +35,8 @@ std::string PluginName(const std::filesystem::path& path) {
     return name.starts_with("lib") ? name.substr(3) : name;
 }
 
-int NoteLibrary(dl_phdr_info* info, std::size_t, void* folderPointer) {
-    const auto& folder = *static_cast<const std::filesystem::path*>(folderPointer);
+int NoteLibrary(dl_phdr_info* info, std::size_t, void* userData) {
+    const auto& folder = *static_cast<const std::filesystem::path*>(userData);
     std::error_code error;
     if (!info->dlpi_name || !*info->dlpi_name ||
         !std::filesystem::equivalent(std::filesystem::path(info->dlpi_name).parent_path(), folder, error))

@@ -105,7 +105,7 @@ CommandList::CommandList(const ActiveBar& activeBar) {
     for (const auto& tool : activeBar.Tools()->All()) {
         if (IsHostTool(*tool) || OpensBand(*tool))
             continue;
-        m_commandsMap.emplace(tool.Get(), m_commands.size());
+        m_commandMap.emplace(tool.Get(), m_commands.size());
         m_commands.push_back(
             {tool, PlainCaption(*tool), OriginalCaption(*tool), PathOf(*tool), PlacementsOf(*tool), OwnerOf(*tool)});
     }
@@ -187,8 +187,8 @@ QString CommandList::PathOf(const Tool& tool) const {
 }
 
 const CommandEntry* CommandList::Find(const Tool& tool) const {
-    const auto it = m_commandsMap.find(&tool.Master());
-    return it == m_commandsMap.end() ? nullptr : &m_commands[it->second];
+    const auto it = m_commandMap.find(&tool.Master());
+    return it == m_commandMap.end() ? nullptr : &m_commands[it->second];
 }
 
 const std::vector<Placement>& CommandList::PlacementsOf(const Tool& tool) const {

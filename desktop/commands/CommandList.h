@@ -72,7 +72,7 @@ private:
     [[nodiscard]] QString BandPath(const std::string& band, int depth) const;
 
     std::vector<CommandEntry> m_commands;
-    std::unordered_map<const Tool*, std::size_t> m_commandsMap;
+    std::unordered_map<const Tool*, std::size_t> m_commandMap;
     std::unordered_map<const Tool*, std::vector<Placement>> m_placements;
     std::unordered_map<const ActionItemDef*, Owner> m_owners; // also of actions that code has added
     struct Opener {                                           // of a band

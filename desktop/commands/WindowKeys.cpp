@@ -44,19 +44,19 @@ std::vector<WindowKey> FixedWindowKeys() {
 }
 
 std::vector<WindowKey> WindowKeys(const ActiveBar& activeBar) {
-    std::vector<WindowKey> keysList = FixedWindowKeys();
+    std::vector<WindowKey> keyList = FixedWindowKeys();
     for (const auto& band : activeBar.Bands()->All()) {
         if (band->Kind() != BandKind::MenuBar || !band->Visible())
             continue;
         for (const auto& title : band->Tools()->All()) {
             const QKeySequence keys = QKeySequence::mnemonic(QString::fromStdString(title->Caption()));
             if (title->Visible() && !keys.isEmpty())
-                keysList.push_back({keys, WindowKey::Use::Title,
-                                    QCoreApplication::translate("WindowKeys", "Menu %1").arg(PlainCaption(*title)),
-                                    keysList.front().owner, true});
+                keyList.push_back({keys, WindowKey::Use::Title,
+                                   QCoreApplication::translate("WindowKeys", "Menu %1").arg(PlainCaption(*title)),
+                                   keyList.front().owner, true});
         }
     }
-    return keysList;
+    return keyList;
 }
 
 } // namespace corvane::desktop

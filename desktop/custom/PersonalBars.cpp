@@ -152,11 +152,11 @@ void PersonalBars::Settle() const {
                 m_isSettled = false;
         });
     m_isSettled = true;
-    m_keysMap.clear();
+    m_keyMap.clear();
     m_settled.clear();
     for (const KeyChange& change : m_keys)
         if (const Tool* tool = Find(change.entry))
-            m_keysMap.emplace(tool, &change);
+            m_keyMap.emplace(tool, &change);
     for (const PlaceChange& change : m_places)
         if (const Tool* tool = Find(change.entry))
             m_settled.push_back({&change, tool, !EqualText(tool->Name(), change.entry.tool)});
@@ -164,13 +164,13 @@ void PersonalBars::Settle() const {
 
 QList<QKeySequence> PersonalBars::KeysOf(const Tool& tool) const {
     Settle();
-    const auto it = m_keysMap.find(&tool.Master());
-    return it == m_keysMap.end() ? BarChanges::KeysOf(tool) : it->second->keys;
+    const auto it = m_keyMap.find(&tool.Master());
+    return it == m_keyMap.end() ? BarChanges::KeysOf(tool) : it->second->keys;
 }
 
 bool PersonalBars::HasOwnKeys(const Tool& tool) const {
     Settle();
-    return m_keysMap.contains(&tool.Master());
+    return m_keyMap.contains(&tool.Master());
 }
 
 void PersonalBars::SetKeys(const Tool& tool, const QList<QKeySequence>& keys) {
@@ -344,12 +344,12 @@ std::vector<PersonalBars::Aside> PersonalBars::KeysAside() {
     for (const KeyChange& change : m_keys) {
         if (Find(change.entry))
             continue;
-        QStringList keysList;
+        QStringList keyList;
         for (const QKeySequence& keys : change.keys)
-            keysList.append(keys.toString(QKeySequence::NativeText));
+            keyList.append(keys.toString(QKeySequence::NativeText));
         aside.push_back({QString("%1 (%2): %3")
                              .arg(change.entry.caption, Text(change.entry.tool),
-                                  keysList.isEmpty() ? QString("–") : keysList.join(", ")),
+                                  keyList.isEmpty() ? QString("–") : keyList.join(", ")),
                          [this, tool = change.entry.tool] {
                              std::erase_if(m_keys, [&](const KeyChange& o) { return o.entry.tool == tool; });
                              Changed();

@@ -97,7 +97,7 @@ private:
     };
     mutable bool m_isSettled = false;
     mutable std::optional<Subscription> m_barChanged; // from the first time on: a start adds very many tools
-    mutable std::unordered_map<const Tool*, const KeyChange*> m_keysMap;
+    mutable std::unordered_map<const Tool*, const KeyChange*> m_keyMap;
     mutable std::vector<SettledPlace> m_settled;
     mutable std::unordered_map<std::string, std::unordered_map<const Tool*, Ref<Tool>>> m_added;
 };

@@ -277,8 +277,8 @@ QString ShortcutsDialog::Conflict() const {
         return {};
     QStringList texts;
     const QKeySequence typed = Typed();
-    const QList<QKeySequence> keysList = typed.isEmpty() ? m_bars.KeysOf(*command->tool) : QList<QKeySequence>{typed};
-    for (const QKeySequence& keys : keysList) {
+    const QList<QKeySequence> keyList = typed.isEmpty() ? m_bars.KeysOf(*command->tool) : QList<QKeySequence>{typed};
+    for (const QKeySequence& keys : keyList) {
         const QString keysText = keys.toString(QKeySequence::NativeText);
         if (const WindowKey* key = WindowKeyOf(keys))
             texts.append(key->comesFirst ? tr("%1 is reserved for the window: %2. It can't be assigned to a command.")

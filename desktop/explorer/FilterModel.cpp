@@ -26,8 +26,8 @@ std::vector<Candidate> AllNodes(const TreeView& tree, const QStringMatcher& matc
     std::vector<Candidate> all;
     all.reserve(static_cast<std::size_t>(nodes.Count()));
     std::vector<std::pair<Node*, std::size_t>> waiting;
-    const auto Wait = [&waiting](const std::vector<Node*>& nodesList, std::size_t parent) {
-        for (auto it = nodesList.rbegin(); it != nodesList.rend(); ++it)
+    const auto Wait = [&waiting](const std::vector<Node*>& nodeList, std::size_t parent) {
+        for (auto it = nodeList.rbegin(); it != nodeList.rend(); ++it)
             waiting.emplace_back(*it, parent);
     };
     Wait(nodes.Roots(), None);

@@ -18,11 +18,11 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
         const qreal scale = painter->device()->devicePixelRatioF();
-        QPixmap pixmapObject = pixmap((QSizeF(rect.size()) * scale).toSize(), mode, state);
-        pixmapObject.setDevicePixelRatio(scale);
+        QPixmap scaled = pixmap((QSizeF(rect.size()) * scale).toSize(), mode, state);
+        scaled.setDevicePixelRatio(scale);
         if (mode == QIcon::Disabled)
             painter->setOpacity(0.4);
-        painter->drawPixmap(rect, pixmapObject);
+        painter->drawPixmap(rect, scaled);
         if (mode == QIcon::Disabled)
             painter->setOpacity(1);
     }

@@ -95,7 +95,7 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> activeBar, Ref<PanelForm> panelF
             m_subscriptions.push_back(tree->Changed.Subscribe([this](const TreeChange& change) {
                 // What goes is let go of at once.
                 if (change.eWhat == TreeChange::What::BeforeRemove || change.eWhat == TreeChange::What::BeforeClear)
-                    m_factsMap.clear();
+                    m_factMap.clear();
                 Schedule();
             }));
     Fill();
@@ -158,7 +158,7 @@ void InspectorDialog::Fill() {
 void InspectorDialog::Forget(QTreeWidgetItem& item) {
     for (int i = 0; i < item.childCount(); ++i)
         Forget(*item.child(i));
-    m_factsMap.remove(&item);
+    m_factMap.remove(&item);
     const auto it = m_items.constFind(item.data(0, keyRole).toString());
     if (it != m_items.constEnd() && *it == &item)
         m_items.erase(it);
@@ -198,7 +198,7 @@ void InspectorDialog::Sync(QTreeWidgetItem& above, std::vector<Thing>& things) {
         item->setText(1, thing.state);
         m_items.insert(thing.key, item);
         if (thing.facts)
-            m_factsMap.insert(item, std::move(thing.facts));
+            m_factMap.insert(item, std::move(thing.facts));
         Sync(*item, thing.below);
         ++row;
     }
@@ -310,7 +310,7 @@ bool InspectorDialog::Select(const Node& node) {
 void InspectorDialog::ShowFacts() {
     if (m_fills)
         return;
-    const auto factsFunction = m_factsMap.value(m_things->currentItem());
+    const auto factsFunction = m_factMap.value(m_things->currentItem());
     const QString facts = factsFunction ? TextOf(factsFunction()) : QString();
     if (facts != m_facts->toPlainText()) // else what is read or marked there would jump
         m_facts->setPlainText(facts);

@@ -68,7 +68,7 @@ private:
     QTreeWidget* m_things;
     QPlainTextEdit* m_facts;
     QHash<QString, QTreeWidgetItem*> m_items;
-    QHash<const QTreeWidgetItem*, FactsFunction> m_factsMap;
+    QHash<const QTreeWidgetItem*, FactsFunction> m_factMap;
     QTimer m_refresh; // a while after a change
     bool m_fills = false;
     bool m_stale = false; // something has changed while nobody could see it

@@ -124,10 +124,10 @@ void FolderWatch::WatchAll() {
             gone << path;
     if (!gone.isEmpty())
         m_watcher.removePaths(gone);
-    const QSet<QString> beforeSet(before.begin(), before.end());
+    const QSet<QString> known(before.begin(), before.end());
     QStringList newItems;
     for (const QString& path : paths)
-        if (!beforeSet.contains(path))
+        if (!known.contains(path))
             newItems << path;
     const QStringList failed = newItems.isEmpty() ? QStringList() : m_watcher.addPaths(newItems);
     bool unwatched = false;

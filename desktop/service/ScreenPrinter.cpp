@@ -66,9 +66,8 @@ void ScreenPrinter::PrintWindow(Long mode, Long hwnd) {
         if (screen.isNull())
             Fail(FailureNumber::ObjectNotSet, tr("The screen can't be captured here").toStdString());
         const QString title = tr("Desktop");
-        Print(printer, title, [&](QPrinter* printerPointer) {
-            PaintFitted(*printerPointer, title, screen.size(),
-                        [&](QPainter& painter) { painter.drawPixmap(0, 0, screen); });
+        Print(printer, title, [&](QPrinter* target) {
+            PaintFitted(*target, title, screen.size(), [&](QPainter& painter) { painter.drawPixmap(0, 0, screen); });
         });
         return;
     }
@@ -77,8 +76,7 @@ void ScreenPrinter::PrintWindow(Long mode, Long hwnd) {
         mode == childForm ? m_host.windowOf(hwnd) : Window{main, main ? main->windowTitle() : QString()};
     if (!window.widget)
         Fail(FailureNumber::ObjectNotSet, tr("There is no window to print").toStdString());
-    Print(printer, window.title,
-          [&](QPrinter* printerPointer) { PaintWidget(*printerPointer, *window.widget, window.title); });
+    Print(printer, window.title, [&](QPrinter* target) { PaintWidget(*target, *window.widget, window.title); });
 }
 
 void ScreenPrinter::Print(QPrinter& printer, const QString& title, const std::function<void(QPrinter*)>& paint) {

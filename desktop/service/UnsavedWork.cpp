@@ -54,7 +54,7 @@ void SaveItem(const UnsavedItem& item) {
 
 std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
                                           const GuardFunction& guard) {
-    std::vector<Ranked> rankeds;
+    std::vector<Ranked> rankedItems;
     std::set<const Object*> asked; // one object may serve under several names
     const auto manager = framework->ServiceManager();
     for (const auto& def : *manager->ServiceDefs())
@@ -63,11 +63,11 @@ std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework, std::
             if (!asked.insert(object.Get()).second)
                 return;
             if (const auto service = CorvaneMain::QueryService(object))
-                rankeds.push_back(UnsavedOf(object, service, def->Name()));
+                rankedItems.push_back(UnsavedOf(object, service, def->Name()));
         });
-    std::stable_sort(rankeds.begin(), rankeds.end(),
+    std::stable_sort(rankedItems.begin(), rankedItems.end(),
                      [](const Ranked& a, const Ranked& b) { return a.order < b.order; });
-    for (const Ranked& ranked : rankeds)
+    for (const Ranked& ranked : rankedItems)
         for (const UnsavedItem& item : ranked.group.items)
             std::erase_if(windows,
                           [&](const UnsavedItem& window) { return window.object && window.object == item.object; });
@@ -75,7 +75,7 @@ std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework, std::
     if (!windows.empty())
         groups.push_back(
             {QCoreApplication::translate("UnsavedWork", "Open windows").toStdString(), std::move(windows)});
-    for (Ranked& ranked : rankeds)
+    for (Ranked& ranked : rankedItems)
         if (!ranked.group.items.empty())
             groups.push_back(std::move(ranked.group));
     return groups;

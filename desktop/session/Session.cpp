@@ -482,7 +482,7 @@ void Session::PlaceAgain(Window& window, const QJsonObject& entry) {
 void Session::RestoreWindows() {
     ClickSelectedNode();
     Ref<WindowForm> active;
-    std::vector<Ref<WindowForm>> maximizeds;
+    std::vector<Ref<WindowForm>> maximizedForms;
     const QJsonArray windows = m_read["windows"].toArray();
     for (const auto& value : windows)
         m_parts.guard([&] {
@@ -494,12 +494,12 @@ void Session::RestoreWindows() {
             if (entry["active"].toBool())
                 active = FormOf(*window);
             if (StateOf(entry["state"].toString()) == FormState::Maximized)
-                maximizeds.push_back(FormOf(*window));
+                maximizedForms.push_back(FormOf(*window));
         });
     if (active && active->Visible())
         m_parts.guard([&] { active->Activate(); });
     // Last: the next child that comes to the front takes being maximized over.
-    for (const auto& form : maximizeds)
+    for (const auto& form : maximizedForms)
         if (form && form->Visible() && form->StateOfPerson() != FormState::Maximized)
             m_parts.guard([&] { form->PlaceAgain(form->NormalPlace(), FormState::Maximized); });
     m_read = {};

@@ -73,11 +73,11 @@ void PageList::Search(const QString& words) {
         m_textsAsked = true;
         Q_EMIT TextsWanted();
     }
-    const QStringList wordsList = words.split(' ', Qt::SkipEmptyParts);
+    const QStringList wordList = words.split(' ', Qt::SkipEmptyParts);
     int first = -1;
     for (int i = 0; i < m_pages->count(); ++i) {
         const QString text = m_pages->item(i)->text() + "\n" + m_texts[static_cast<std::size_t>(i)];
-        const bool found = std::all_of(wordsList.begin(), wordsList.end(),
+        const bool found = std::all_of(wordList.begin(), wordList.end(),
                                        [&](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
         m_pages->item(i)->setHidden(!found);
         if (found && first < 0)

@@ -77,9 +77,9 @@ void WizardSteps::SetStep(int step, const PageMark& mark) {
 
 void WizardSteps::SetCurrentStep(int step) {
     for (int i = 0; i < count(); ++i) {
-        QFont fontObject = font();
-        fontObject.setBold(i == step);
-        item(i)->setFont(fontObject);
+        QFont stepFont = font();
+        stepFont.setBold(i == step);
+        item(i)->setFont(stepFont);
     }
     setCurrentRow(step);
     doItemsLayout(); // a bold text may need another line

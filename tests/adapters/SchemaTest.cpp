@@ -160,7 +160,7 @@ TEST(Schemas, OneThatCannotBeUsedSaysWhere) {
 // libxml2 needn't see a simple schema before a document calls for it, so everything that it would mind must be seen.
 TEST(Schemas, ASimpleOneWithAMistakeCannotBeUsedEither) {
     test::TemporaryFolder folder;
-    const std::string partsList[] = {
+    const std::string partList[] = {
         "<s:complexType name='t' mixed='1'/><s:complexType name='t' mixed='1'/>",
         "<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:attribute name='a' "
         "type='s:string'/></s:complexType>",
@@ -183,7 +183,7 @@ TEST(Schemas, ASimpleOneWithAMistakeCannotBeUsedEither) {
         const std::string failure = FailureOf([&] { New<XmlService>()->NewSchemaCache()->Add("", file); });
         EXPECT_NE(failure.find("can't be used: line 1: "), std::string::npos) << root << parts;
     };
-    for (const std::string& parts : partsList)
+    for (const std::string& parts : partList)
         expectRefused("", parts);
     expectRefused("elementFormDefault='?'", "");
 }

@@ -17,10 +17,10 @@ std::vector<DefinitionText> TextsOf(const std::string& content) {
 }
 
 std::string FaultsOf(const std::string& catalogue) {
-    std::vector<CatalogueFault> faultsList;
-    (void)Catalogue::Read(catalogue, faultsList);
+    std::vector<CatalogueFault> faultList;
+    (void)Catalogue::Read(catalogue, faultList);
     std::string faults;
-    for (const CatalogueFault& fault : faultsList)
+    for (const CatalogueFault& fault : faultList)
         faults += std::to_string(fault.line) + ": " + fault.text + "\n";
     return faults;
 }

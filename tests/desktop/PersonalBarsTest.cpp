@@ -147,12 +147,12 @@ TEST_F(PersonalBarsTest, KeysOfTheWindowItselfAreConflictsAsTheListSays) {
     const Tool& tool = ToolOf(*application, "File.A");
     application->Window().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&application->Window()));
-    const auto keysList = WindowKeys(*application->Bar());
-    EXPECT_EQ(std::count_if(keysList.begin(), keysList.end(),
+    const auto keyList = WindowKeys(*application->Bar());
+    EXPECT_EQ(std::count_if(keyList.begin(), keyList.end(),
                             [](const auto& key) { return key.keys == QKeySequence(Qt::ALT | Qt::Key_V); }),
               1)
         << "the letter of the title View";
-    for (const WindowKey& key : keysList) {
+    for (const WindowKey& key : keyList) {
         const std::string keys = key.keys.toString().toStdString();
         ShortcutsDialog dialog(bars, *application->Bar(), &application->Window());
         ASSERT_TRUE(dialog.Select(tool));

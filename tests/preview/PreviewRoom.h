@@ -56,12 +56,12 @@ protected:
         return *m_preview;
     }
     // Waits for what comes by itself; the time is that of a test that hangs.
-    static bool Until(const std::function<bool()>& trueFunction) {
+    static bool Until(const std::function<bool()>& isTrue) {
         QElapsedTimer elapsed;
         elapsed.start();
-        while (!trueFunction() && elapsed.elapsed() < 30000)
+        while (!isTrue() && elapsed.elapsed() < 30000)
             QTest::qWait(5);
-        return trueFunction();
+        return isTrue();
     }
     bool UntilShown(int count) {
         return Until([&] { return m_preview->ShownCount() >= count; });

@@ -226,20 +226,20 @@ TEST_F(PreviewRoom, MenusAndDialogsInWhichTheLibraryWaitsAreClosedAndOpenedAgain
     EXPECT_EQ(again, "Screech");
 
     // A modal window of stand-ins, which is waited for.
-    bool isAgain = false;
+    bool askedAgain = false;
     QTimer::singleShot(0, [&] { Edit("Birds", "Caption=\"Ask\"", "Caption=\"Ask now\""); });
     QTimer end;
     QObject::connect(&end, &QTimer::timeout, [&] {
         QWidget* modal = QApplication::activeModalWidget();
         if (modal && preview.ShownCount() >= 3) {
-            isAgain |= modal->windowTitle().startsWith("Ask now");
+            askedAgain |= modal->windowTitle().startsWith("Ask now");
             modal->close();
         }
     });
     end.start(5);
     preview.OpenWindow("Ask");
     EXPECT_TRUE(UntilShown(3));
-    EXPECT_TRUE(Until([&] { return isAgain; }));
+    EXPECT_TRUE(Until([&] { return askedAgain; }));
     EXPECT_TRUE(Until([] { return !QApplication::activeModalWidget(); }));
 }
 

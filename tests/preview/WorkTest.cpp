@@ -290,8 +290,8 @@ TEST_F(WorkTest, ProgramStartsAgain) {
     const qint64 process = program.processId();
     const auto loaded = [&] { // which file of the plug-in the program has
         QFile maps(QString("/proc/%1/maps").arg(process));
-        const QByteArray mapsList = maps.open(QIODevice::ReadOnly) ? maps.readAll() : QByteArray();
-        return !mapsList.contains("libDraft.so") ? "none" : mapsList.contains("libDraft.so (deleted)") ? "old" : "new";
+        const QByteArray mapList = maps.open(QIODevice::ReadOnly) ? maps.readAll() : QByteArray();
+        return !mapList.contains("libDraft.so") ? "none" : mapList.contains("libDraft.so (deleted)") ? "old" : "new";
     };
     ASSERT_TRUE(Until([&] { return count("populate\n") == 1; })) << program.readAllStandardError().toStdString();
     BuildAnew();

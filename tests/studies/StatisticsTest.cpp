@@ -26,14 +26,14 @@ TEST(Statistics, PenguinsAgreeWithR) {
         const char* median;
         const char* q3;
         const char* max;
-    } figuresList[] = {
+    } figureList[] = {
         {"bill_length_mm", "43.92193", "5.459584", "32.1", "39.225", "44.45", "48.5", "59.6"},
         {"bill_depth_mm", "17.15117", "1.974793", "13.1", "15.6", "17.3", "18.7", "21.5"},
         {"flipper_length_mm", "200.9152", "14.06171", "172", "190", "197", "213", "231"},
         {"body_mass_g", "4201.754", "801.9545", "2700", "3550", "4050", "4750", "6300"},
     };
     const Table table = Penguins();
-    for (const auto& figures : figuresList) {
+    for (const auto& figures : figureList) {
         const ColumnSummary column = Summarize(*table.Find(figures.column));
         EXPECT_EQ(column.count, 342U);
         EXPECT_EQ(column.missing, 2U);

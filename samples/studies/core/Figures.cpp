@@ -77,14 +77,14 @@ void ChooseGroups(const Table& table, AnalysisSettings& settings) {
     const Column* groups = table.Find(settings.groupColumn);
     if (!groups)
         return;
-    std::vector<std::string> groupsList = ValuesOf(*groups);
-    std::stable_partition(groupsList.begin(), groupsList.end(), [&](const std::string& group) {
+    std::vector<std::string> groupList = ValuesOf(*groups);
+    std::stable_partition(groupList.begin(), groupList.end(), [&](const std::string& group) {
         return numbers && numbers->IsNumeric() && CountOf(NumbersOfGroup(*numbers, *groups, group)) > 1;
     });
-    if (groupsList.size() < 2)
+    if (groupList.size() < 2)
         return;
-    settings.firstGroup = groupsList[0];
-    settings.secondGroup = groupsList[1];
+    settings.firstGroup = groupList[0];
+    settings.secondGroup = groupList[1];
 }
 
 void Complete(const Table& table, AnalysisSettings& settings, const FigurePreferences& preferences) {

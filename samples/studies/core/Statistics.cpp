@@ -94,13 +94,13 @@ std::vector<GroupSummary> SummarizeByGroup(const Table& table, std::string_view 
     if (!group)
         FailWith("The data have no column “" + std::string(column) + "”.");
     // By value for numbers, by text else; what is missing comes last.
-    std::map<std::pair<double, std::string>, std::vector<std::size_t>> groupsMap;
+    std::map<std::pair<double, std::string>, std::vector<std::size_t>> groupMap;
     std::vector<std::size_t> missing;
     for (std::size_t row = 0; row < table.rows; ++row) {
         if (group->IsMissing(row))
             missing.push_back(row);
         else
-            groupsMap[{group->IsNumeric() ? group->numbers[row] : 0, group->Text(row)}].push_back(row);
+            groupMap[{group->IsNumeric() ? group->numbers[row] : 0, group->Text(row)}].push_back(row);
     }
     std::vector<GroupSummary> groups;
     const auto AddGroup = [&](const std::string& groupName, const std::vector<std::size_t>& rows) {
@@ -108,7 +108,7 @@ std::vector<GroupSummary> SummarizeByGroup(const Table& table, std::string_view 
         summary.columns.erase(summary.columns.begin() + (group - table.columns.data()));
         groups.push_back({groupName, std::move(summary)});
     };
-    for (const auto& [key, rows] : groupsMap)
+    for (const auto& [key, rows] : groupMap)
         AddGroup(key.second, rows);
     if (!missing.empty())
         AddGroup({}, missing);
@@ -132,11 +132,11 @@ std::vector<std::string> ValuesOf(const Column& column) {
 }
 
 std::vector<double> NumbersOfGroup(const Column& numbers, const Column& groups, std::string_view group) {
-    std::vector<double> numbersList;
+    std::vector<double> numberList;
     for (std::size_t row = 0; row < numbers.numbers.size(); ++row)
         if (groups.Text(row) == group)
-            numbersList.push_back(numbers.numbers[row]);
-    return numbersList;
+            numberList.push_back(numbers.numbers[row]);
+    return numberList;
 }
 
 std::vector<std::string> GroupColumns(const Table& table) {

@@ -116,28 +116,28 @@ void Store::Prepare() {
 void Store::Record() {
     m_database.Run("CREATE TEMP TABLE undo_log(position INTEGER PRIMARY KEY, statement TEXT NOT NULL)");
     for (const std::string table : LoggedTables) {
-        std::vector<std::string> columnsList;
+        std::vector<std::string> columnList;
         Statement columns(m_database, "SELECT name FROM pragma_table_info('" + table + "')");
         while (columns.Step())
-            columnsList.push_back(columns.Text(0));
+            columnList.push_back(columns.Text(0));
         for (const std::string change : {"INSERT", "UPDATE", "DELETE"})
             m_database.Run("CREATE TEMP TRIGGER log_" + table + "_" + change + " AFTER " + change + " ON main." +
                            table + " BEGIN INSERT INTO undo_log(statement) VALUES(" +
-                           InverseOf(change, table, columnsList) + "); END");
+                           InverseOf(change, table, columnList) + "); END");
     }
 }
 
 // The data of data sets that are gone. An open store keeps them, so that the deletion can be undone.
 void Store::DropOrphans() {
-    std::vector<std::string> tablesList;
+    std::vector<std::string> tableList;
     Statement tables(m_database, "SELECT name FROM sqlite_master WHERE type='table' AND name GLOB 'data_[0-9]*'"
                                  " AND name NOT IN (SELECT 'data_'||id FROM data_sets)");
     while (tables.Step())
-        tablesList.push_back(tables.Text(0));
-    if (tablesList.empty())
+        tableList.push_back(tables.Text(0));
+    if (tableList.empty())
         return;
     Transaction transaction(m_database);
-    for (const std::string& table : tablesList)
+    for (const std::string& table : tableList)
         m_database.Run("DROP TABLE " + table);
     transaction.Commit();
 }

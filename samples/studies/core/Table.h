@@ -37,7 +37,7 @@ struct Table {
     // Without regard to case; a null pointer when there is none.
     [[nodiscard]] const Column* Find(std::string_view name) const;
     // The rows of these positions, in their order.
-    [[nodiscard]] Table Rows(const std::vector<std::size_t>& rowsList) const;
+    [[nodiscard]] Table Rows(const std::vector<std::size_t>& rowList) const;
 };
 
 // The shortest text that reads as the same number.

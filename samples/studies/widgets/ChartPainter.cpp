@@ -285,21 +285,21 @@ QString PointTip(const ChartScene& scene, const ChartPoint& point) {
 QColor ChartStyle::Series(int color) const {
     static constexpr std::array<QRgb, 8> light{0xff3478b8, 0xffd08a2e, 0xff3d9a5f, 0xffc4483f,
                                                0xff7d5bb5, 0xff2b9a9a, 0xff8a6d4f, 0xff6b7480};
-    static constexpr std::array<QRgb, 8> darks{0xff5fa3e0, 0xffe8a74e, 0xff5fc084, 0xffe8746a,
-                                               0xffa98be0, 0xff4fc4c4, 0xffb8977a, 0xffa0aab6};
-    return QColor((dark ? darks : light)[static_cast<std::size_t>(color) % light.size()]);
+    static constexpr std::array<QRgb, 8> darkColors{0xff5fa3e0, 0xffe8a74e, 0xff5fc084, 0xffe8746a,
+                                                    0xffa98be0, 0xff4fc4c4, 0xffb8977a, 0xffa0aab6};
+    return QColor((dark ? darkColors : light)[static_cast<std::size_t>(color) % light.size()]);
 }
 
-ChartStyle ChartStyle::Of(const QPalette& palette, const QFont& fontObject) {
-    ChartStyle style{fontObject, palette.color(QPalette::Base), palette.color(QPalette::Text), {}, false};
+ChartStyle ChartStyle::Of(const QPalette& palette, const QFont& textFont) {
+    ChartStyle style{textFont, palette.color(QPalette::Base), palette.color(QPalette::Text), {}, false};
     style.dark = style.backgroundColor.lightness() < 128;
     style.faintColor = style.textColor;
     style.faintColor.setAlphaF(0.15F);
     return style;
 }
 
-ChartStyle ChartStyle::ForPaper(const QFont& fontObject) {
-    return {fontObject, Qt::white, QColor(0x20, 0x24, 0x28), QColor(0xdd, 0xdd, 0xdd), false};
+ChartStyle ChartStyle::ForPaper(const QFont& textFont) {
+    return {textFont, Qt::white, QColor(0x20, 0x24, 0x28), QColor(0xdd, 0xdd, 0xdd), false};
 }
 
 ChartLayout::ChartLayout(const QRectF& plot, const ChartAxis& x, const ChartAxis& y)

@@ -23,9 +23,9 @@ struct ChartStyle {
     // The colours of a series, told apart by those who don't see red and green alike, too.
     [[nodiscard]] QColor Series(int color) const;
 
-    [[nodiscard]] static ChartStyle Of(const QPalette& palette, const QFont& fontObject);
+    [[nodiscard]] static ChartStyle Of(const QPalette& palette, const QFont& textFont);
     // Dark on white, for what leaves the program.
-    [[nodiscard]] static ChartStyle ForPaper(const QFont& fontObject);
+    [[nodiscard]] static ChartStyle ForPaper(const QFont& textFont);
 };
 
 // Where what was drawn stands.
