@@ -1,11 +1,11 @@
-# What a plug-in, a test or a host of somebody else may include, and so what is installed: everything declared in these
-# headers is exported, and each includes only headers that are listed, too. scripts/check_public_headers sees to both.
+# What a plug-in, a test or another host may include, and therefore what is installed. Everything that these headers declare
+# is exported, and they include only one another: scripts/check_public_headers checks both. The build tag of plug-ins holds a
+# hash over those below corvane/ and desktop/.
 set(CORVANE_PUBLIC_HEADERS
-  # One a subject, for plug-ins and their tests; the others are what they are made of.
+  # One a subject, for plug-ins; the others are what they are made of.
   corvane/Explorer.h
   corvane/Page.h
   corvane/Service.h
-  corvane/Testing.h
 
   corvane/author/Client.h
   corvane/author/ExplorerItem.h
@@ -97,15 +97,18 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/windows/WindowEnums.h
   corvane/windows/WindowManager.h
 
-  # Applications in tests.
+  # Pages that are Qt widgets.
+  desktop/IQtPage.h
+  desktop/QtPage.h)
+
+# What tests of applications include beside them.
+set(CORVANE_TESTING_HEADERS
+  corvane/Testing.h
+  adapters/messages/WindowMessages.h
   headless/Document.h
   headless/Expectation.h
   headless/ModelHost.h
   headless/Recording.h
   headless/StandIns.h
   headless/Steps.h
-  adapters/messages/WindowMessages.h
   testing/Application.h)
-
-# The same for pages that are Qt widgets.
-set(CORVANE_PUBLIC_QT_HEADERS desktop/IQtPage.h desktop/QtPage.h)

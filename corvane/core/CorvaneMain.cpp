@@ -1,6 +1,7 @@
 #include "corvane/core/CorvaneMain.h"
 
 #include "corvane/core/Framework.h"
+#include "corvane/core/Internals.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/menus/ActionItem.h"
 #include "corvane/menus/IActionsProvider.h"

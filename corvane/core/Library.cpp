@@ -1,7 +1,7 @@
 #include "corvane/core/Library.h"
 
-#include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Internals.h"
 
 namespace corvane {
 

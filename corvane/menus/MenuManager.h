@@ -7,7 +7,7 @@
 #include "corvane/menus/ActionItem.h"
 #include "corvane/menus/IActionsProvider.h"
 #include "corvane/platform/controls/ActiveBar.h"
-#include "corvane/services/ReadActions.h"
+#include "corvane/services/MenuItemDef.h"
 
 #include <memory>
 #include <memory_resource>

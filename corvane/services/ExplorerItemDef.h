@@ -1,7 +1,7 @@
 // What a definition file says of one kind of item in the explorer.
 #pragma once
 
-#include "corvane/services/ReadActions.h"
+#include "corvane/services/MenuItemDef.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "corvane/services/MenuItemDef.h"
 
-#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Internals.h"
 #include "corvane/platform/Handlers.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 // What a definition file says of one place of an action: in a menu, a toolbar or a context menu.
 #pragma once
 
+#include "corvane/base/KeyedCollection.h"
 #include "corvane/services/ActionItemDef.h"
 #include "corvane/services/DefinitionEnums.h"
 
@@ -54,5 +55,8 @@ private:
     SharedText m_sToolTip;
     Ref<corvane::ActionItemDef> m_oActionItemDef;
 };
+
+using ActionItemDefCollection = KeyedCollection<Ref<ActionItemDef>>;
+using MenuItemDefCollection = KeyedCollection<Ref<MenuItemDef>>;
 
 } // namespace corvane

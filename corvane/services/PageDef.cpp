@@ -1,7 +1,8 @@
 #include "corvane/services/PageDef.h"
 
-#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Internals.h"
 #include "corvane/platform/Handlers.h"
+#include "corvane/services/ReadActions.h"
 
 namespace corvane {
 

@@ -1,7 +1,7 @@
 // What a definition file says of one page of a window or of the preferences.
 #pragma once
 
-#include "corvane/services/ReadActions.h"
+#include "corvane/services/MenuItemDef.h"
 
 #include <string>
 

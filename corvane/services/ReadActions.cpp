@@ -1,6 +1,6 @@
 #include "corvane/services/ReadActions.h"
 
-#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Internals.h"
 
 namespace corvane {
 

@@ -6,9 +6,6 @@
 
 namespace corvane {
 
-using ActionItemDefCollection = KeyedCollection<Ref<ActionItemDef>>;
-using MenuItemDefCollection = KeyedCollection<Ref<MenuItemDef>>;
-
 // Adds one record an element "./ActionItems/ActionItem", by its name. Fails with 457 for a name that is there twice.
 void ReadActionItemDefs(const Ref<IXmlNode>& oxmlDefinition, ActionItemDefCollection& colActionItemDefs);
 

@@ -2,6 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Internals.h"
 #include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"

@@ -1,4 +1,4 @@
-"""The checks of includes, links, listings and translations find what they are there for."""
+"""The checks of includes, links, listings, public headers and translations find what they are there for."""
 
 import pathlib
 import subprocess
@@ -11,6 +11,7 @@ import check_links  # noqa: E402
 import check_listings  # noqa: E402
 
 CHECK_INCLUDES = pathlib.Path(__file__).parents[2] / "scripts/check_includes"
+CHECK_PUBLIC_HEADERS = pathlib.Path(__file__).parents[2] / "scripts/check_public_headers"
 CHECK_TRANSLATIONS = pathlib.Path(__file__).parents[2] / "scripts/check_translations"
 TABLE = """# Modules
 
@@ -118,6 +119,26 @@ class Links(unittest.TestCase):
                 write(root, "docs/a.md", "# The `one` heading\n")
                 write(root, "README.md", link)
                 self.assertEqual(check_links.faults_in(root), faults)
+
+
+class PublicHeaders(unittest.TestCase):
+    def test_faults(self):
+        for text, faults in (
+            ('class __attribute__((visibility("default"))) A {\n    void B();\n};', []),
+            ("class A {\npublic:\n    int B() const { return b ? 1 : 2; }\n    int b = F(1);\n    virtual void C() = 0;\n};", []),
+            ("template <class T>\nT A(T a);\ninline int B() { return 1; }\nstruct C;\nusing D = void (*)(int);", []),
+            ("struct A {\n    int B() { return 1; }\n    void C();\n};",
+             ["corvane/A.h:3: struct A isn't exported, and declares functions that it doesn't define"]),
+            ("// void A();\nvoid B();", ["corvane/A.h:4: isn't exported: void B()"]),
+            ('[[gnu::visibility("default")]] void A();\n#include "corvane/B.h"',
+             ['corvane/A.h:4: includes "corvane/B.h", which isn\'t public']),
+        ):
+            with tempfile.TemporaryDirectory() as folder:
+                write(pathlib.Path(folder), "packaging/PublicHeaders.cmake", "set(HEADERS # of corvane/C.h\n  corvane/A.h)")
+                write(pathlib.Path(folder), "corvane/A.h", f"#pragma once\nnamespace corvane {{\n{text}\n}}\n")
+                run = subprocess.run([sys.executable, CHECK_PUBLIC_HEADERS, folder], capture_output=True, text=True)
+                self.assertEqual(run.stdout.splitlines(), faults)
+                self.assertEqual(run.returncode, 1 if faults else 0, run.stderr)
 
 
 class Translations(unittest.TestCase):
