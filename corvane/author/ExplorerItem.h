@@ -54,33 +54,35 @@ private:
     std::vector<Subscription> m_aEvents;
 };
 
+// Whether a class has the function for itself; one that can't be seen from here is its own, too.
+#define CORVANE_DETAIL_OWNS(Function, ...)                                                                             \
+    !requires {                                                                                                        \
+        requires Inherits<__VA_ARGS__>(&T::Function);                                                                  \
+    }
+
 // Part is AnyExplorerItem or derives from it.
 template <class T, class Part = AnyExplorerItem>
 class ExplorerItem : public Automation<T, Part> {
 public:
     static constexpr auto Members = MemberTable(); // of an item without procedures
 
-protected:
+    // `using ExplorerItem::ExplorerItem;` takes it over.
     explicit ExplorerItem(std::string sName = {}) {
         this->SetName(std::move(sName));
-        // A function that can't be seen from here is one of the class's own.
-        this->Subscribe({
-            !requires { requires Inherits<void()>(&T::OnInitialize);
+        this->Subscribe({CORVANE_DETAIL_OWNS(OnInitialize, void()) || this->Name().empty(),
+                         CORVANE_DETAIL_OWNS(OnDisplayName, void(std::string&)),
+                         CORVANE_DETAIL_OWNS(OnBeforeRename, void(std::string&)),
+                         CORVANE_DETAIL_OWNS(OnAfterRename, void(const std::string&)),
+                         CORVANE_DETAIL_OWNS(OnExit, void(const Ref<Window>&, bool))});
     }
-    || this->Name().empty(), !requires { requires Inherits<void(std::string&)>(&T::OnDisplayName); }
-    , !requires { requires Inherits<void(std::string&)>(&T::OnBeforeRename); }
-    , !requires { requires Inherits<void(const std::string&)>(&T::OnAfterRename); }
-    , !requires { requires Inherits<void(const Ref<Window>&, bool)>(&T::OnExit); }
-    ,
-        });
-        } // namespace corvane
 
-    private:
-        template <class F, class Owner>
-        static constexpr bool Inherits(F Owner::*) {
-            return std::same_as<Owner, AnyExplorerItem>;
-        }
-        }
-        ;
+private:
+    template <class F, class Owner>
+    static constexpr bool Inherits(F Owner::*) {
+        return std::same_as<Owner, AnyExplorerItem>;
+    }
+};
 
-        } // namespace corvane
+#undef CORVANE_DETAIL_OWNS
+
+} // namespace corvane
