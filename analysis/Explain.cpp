@@ -98,7 +98,7 @@ private:
         Field("position", ToText(entry.positionOrder) + ", position key " + Quoted(entry.PositionKey()));
         if (const Placing* placing = m_plan.PlacingOf(entry)) {
             ExplainRank(*placing);
-            ExplainStand(*placing);
+            ExplainPlace(*placing);
         } else {
             const auto rank = ContextRank(entry);
             const bool title = entry.type == MenuType::fwContextMenuTitle;
@@ -142,7 +142,7 @@ private:
         Field("rank", text);
     }
 
-    void ExplainStand(const Placing& placing) {
+    void ExplainPlace(const Placing& placing) {
         if (!placing.bar) {
             std::string why = "nowhere";
             if (placing.owner)

@@ -9,7 +9,7 @@ namespace {
 constexpr const char* mainBar = "Main";
 constexpr const char* toolbarsMenu = "View.Toolbars";
 constexpr Double titleWeight = 1000000;
-constexpr Double titleOfNobody = 500;
+constexpr Double undefinedTitle = 500;
 
 std::optional<Long> InRange(Double rank) {
     try {
@@ -81,7 +81,7 @@ void MenuPlan::Rank(Placing& placing) {
     } else {
         const bool samePath = m_lastRanked && m_lastRanked->entry->path == entry.path;
         placing.title = samePath ? m_lastRanked->title : TitleOf(entry.path);
-        const Double title = placing.title ? Order(*placing.title) : titleOfNobody;
+        const Double title = placing.title ? Order(*placing.title) : undefinedTitle;
         placing.rank = InRange(title * titleWeight + Hundredfold(entry));
         m_lastRanked = &placing;
     }

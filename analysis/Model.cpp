@@ -80,7 +80,7 @@ private:
             Fill(page, ProviderKind::Page, file, pageElement, pageElement.Value("Caption"),
                  pageElement.Value("PageProgID"));
             window.pages.push_back(&page);
-            Register(pages, "page", Kept(m_model.memory, {page.progID, ".", page.name}), file, pageElement,
+            Register(pages, "page", Stored(m_model.memory, {page.progID, ".", page.name}), file, pageElement,
                      "PageProgID", "give it another Caption");
         }
     }
@@ -145,7 +145,7 @@ private:
         const std::string_view mark = entry.IsButton() ? "Tool." : "";
         if (entry.path.empty() && mark.empty())
             return name;
-        return Kept(m_model.memory, {mark, entry.path, entry.path.empty() ? "" : ".", name});
+        return Stored(m_model.memory, {mark, entry.path, entry.path.empty() ? "" : ".", name});
     }
 
     void ReportUnknownAction(const Provider& provider, const Attribute& name) {

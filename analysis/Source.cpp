@@ -165,9 +165,9 @@ void FillValues(std::span<Element> elements, const std::vector<Ref<IXmlNode>>& n
         for (Attribute& attribute : elements[i].attributes) {
             const std::string_view written = attribute.Written();
             if (!nodes.empty() && NeedsTheParser(written))
-                attribute.SetValue(Kept(memory, {nodes[i]->Attribute(attribute.Name()).value_or("")}));
+                attribute.SetValue(Stored(memory, {nodes[i]->Attribute(attribute.Name()).value_or("")}));
             else if (!IsAscii(written))
-                attribute.SetValue(Kept(memory, {DecodeWindows1252(written)}));
+                attribute.SetValue(Stored(memory, {DecodeWindows1252(written)}));
         }
 }
 
@@ -220,7 +220,7 @@ const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& d
     return elements.data();
 }
 
-std::string_view Kept(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts) {
+std::string_view Stored(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts) {
     std::size_t length = 0;
     for (const std::string_view part : parts)
         length += part.size();

@@ -97,7 +97,7 @@ struct Element {
                                           std::pmr::memory_resource& memory);
 
 // A text that stays as long as the memory does, made of parts.
-[[nodiscard]] std::string_view Kept(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts);
+[[nodiscard]] std::string_view Stored(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts);
 
 // The lines of a text, which it goes through when it is asked for the first time.
 class Lines {

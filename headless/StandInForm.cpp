@@ -54,7 +54,7 @@ private:
     [[nodiscard]] Long FrontPage() const;
     [[nodiscard]] Ref<IPage> Page(Long index) const;
     [[nodiscard]] bool IsPassable(Long index) const;
-    [[nodiscard]] bool TellAndAskPages(StandardCommandConstants command) const;
+    [[nodiscard]] bool NotifyAndValidatePages(StandardCommandConstants command) const;
     void Step(Long by, StandardCommandConstants command);
     void Finish(bool saves, bool closes);
     void ComeToFront();
@@ -132,25 +132,25 @@ void StandInForm::ClickCommand(StandardCommandConstants command) {
     case StandardCommandConstants::cvHelp:
         return;
     case StandardCommandConstants::cvCancel:
-        (void)TellAndAskPages(command);
+        (void)NotifyAndValidatePages(command);
         return Finish(false, true);
     case StandardCommandConstants::cvPrevious:
         return Step(-1, command);
     case StandardCommandConstants::cvNext:
         return Step(1, command);
     case StandardCommandConstants::cvApply: // or Save As
-        if (TellAndAskPages(command))
+        if (NotifyAndValidatePages(command))
             Finish(true, m_controller->WindowDef()->WindowType() == WindowTypeConstants::cvSaveDialog);
         return;
     case StandardCommandConstants::cvOK: // or Finish or Save
-        if (TellAndAskPages(command))
+        if (NotifyAndValidatePages(command))
             Finish(true, true);
         return;
     }
 }
 
 // Whether the window is still there and all pages let it go on.
-bool StandInForm::TellAndAskPages(StandardCommandConstants command) const {
+bool StandInForm::NotifyAndValidatePages(StandardCommandConstants command) const {
     const auto pages = static_cast<Long>(m_pages.size());
     for (Long index = 0; index < pages && m_controller; ++index)
         Page(index)->CommandClick(command);

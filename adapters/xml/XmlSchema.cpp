@@ -32,13 +32,13 @@ XmlError ErrorOf(const xmlError& error) {
 }
 
 // The first error of a run; later ones are often its consequences.
-void KeepFirst(void* data, xmlErrorPtr error) {
+void StoreFirst(void* data, xmlErrorPtr error) {
     auto& first = *static_cast<XmlError*>(data);
     if (error && error->level >= XML_ERR_ERROR && first.lErrorCode == 0)
         first = ErrorOf(*error);
 }
 
-void KeepAll(void* data, xmlErrorPtr error) {
+void StoreAll(void* data, xmlErrorPtr error) {
     if (error && error->level >= XML_ERR_ERROR)
         static_cast<std::vector<XmlError>*>(data)->push_back(ErrorOf(*error));
 }
@@ -107,7 +107,7 @@ void XmlSchemaCache::Add(std::string_view namespaceText, std::string_view file) 
             error = Make(schema);
     } else if (language == relaxNGNamespace) {
         const Owned<xmlRelaxNGParserCtxt> parser(xmlRelaxNGNewDocParserCtxt(schema.document.get()));
-        xmlRelaxNGSetParserStructuredErrors(parser.get(), &KeepFirst, &error);
+        xmlRelaxNGSetParserStructuredErrors(parser.get(), &StoreFirst, &error);
         schema.relaxNG.reset(xmlRelaxNGParse(parser.get()));
     } else {
         FailSchema(file, "line 1: its root element is neither of W3C XML Schema nor of RELAX NG; its namespace is \"" +
@@ -121,7 +121,7 @@ void XmlSchemaCache::Add(std::string_view namespaceText, std::string_view file) 
 XmlError XmlSchemaCache::Make(Schema& schema) {
     XmlError error;
     const Owned<xmlSchemaParserCtxt> parser(xmlSchemaNewDocParserCtxt(schema.document.get()));
-    xmlSchemaSetParserStructuredErrors(parser.get(), &KeepFirst, &error);
+    xmlSchemaSetParserStructuredErrors(parser.get(), &StoreFirst, &error);
     schema.xsd.reset(xmlSchemaParse(parser.get()));
     return error;
 }
@@ -130,13 +130,13 @@ XmlError XmlSchemaCache::Validate(xmlDocPtr document) const {
     XmlError error;
     const auto it = m_schemas.find(RootNamespace(document));
     if (it == m_schemas.end() || !it->second.plain || !it->second.plain->Accepts(document))
-        Run(document, &KeepFirst, &error);
+        Run(document, &StoreFirst, &error);
     return error;
 }
 
 std::vector<XmlError> XmlSchemaCache::Violations(xmlDocPtr document) const {
     std::vector<XmlError> errors;
-    Run(document, &KeepAll, &errors);
+    Run(document, &StoreAll, &errors);
     return errors;
 }
 
@@ -152,7 +152,7 @@ void XmlSchemaCache::Run(xmlDocPtr document, xmlStructuredErrorFunc note, void* 
         *to.noted |= error && error->level >= XML_ERR_ERROR;
         to.note(to.data, error);
     };
-    const auto Tell = [&](int code, std::string message) {
+    const auto AddError = [&](int code, std::string message) {
         xmlError error{};
         error.code = code;
         error.level = XML_ERR_ERROR;
@@ -163,13 +163,13 @@ void XmlSchemaCache::Run(xmlDocPtr document, xmlStructuredErrorFunc note, void* 
     const std::string_view namespaceText = RootNamespace(document);
     const auto it = m_schemas.find(namespaceText);
     if (it == m_schemas.end())
-        return Tell(XML_SCHEMAV_CVC_ELT_1,
-                    "there is no schema for the root element's namespace \"" + std::string(namespaceText) + "\"");
+        return AddError(XML_SCHEMAV_CVC_ELT_1,
+                        "there is no schema for the root element's namespace \"" + std::string(namespaceText) + "\"");
     int result = 0;
     if (!it->second.relaxNG && !it->second.xsd) {
         const XmlError error = Make(it->second);
         if (!it->second.xsd)
-            return Tell(XML_SCHEMAV_INTERNAL, "the schema can't be used: " + error.sReason);
+            return AddError(XML_SCHEMAV_INTERNAL, "the schema can't be used: " + error.sReason);
     }
     if (it->second.xsd) {
         const Owned<xmlSchemaValidCtxt> context(xmlSchemaNewValidCtxt(it->second.xsd.get()));
@@ -181,7 +181,7 @@ void XmlSchemaCache::Run(xmlDocPtr document, xmlStructuredErrorFunc note, void* 
         result = xmlRelaxNGValidateDoc(context.get(), document);
     }
     if (result != 0 && !noted)
-        Tell(result > 0 ? result : XML_ERR_INTERNAL_ERROR, "the document isn't valid");
+        AddError(result > 0 ? result : XML_ERR_INTERNAL_ERROR, "the document isn't valid");
 }
 
 } // namespace corvane

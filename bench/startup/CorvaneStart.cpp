@@ -115,7 +115,7 @@ desktop::ApplicationOptions WholeApplication(const Job& job) {
     for (int i = 0; i < job.size.services; ++i)
         options.classes.emplace_back(ServiceClass(i), [] { return New<BenchService>(); });
     options.watch = true;
-    options.askAfterDeath = &desktop::Blame::AskInBox;
+    options.askAfterCrash = &desktop::Blame::AskInBox;
     return options;
 }
 

@@ -59,7 +59,7 @@ Application::Application(const ApplicationOptions& options)
     SetUpService();
     m_blame = std::make_unique<Blame>(m_platform.utilities,
                                       std::filesystem::path(m_platform.utilities->LogPath()).parent_path().string(),
-                                      options.leftOut, options.askAfterDeath);
+                                      options.leftOut, options.askAfterCrash);
     m_mainForm->Load();
     m_library = std::make_unique<Library>(MakePlatform());
     m_window = std::make_unique<MainWindow>(m_mainForm, m_activeBar, m_panelForm, m_failures);
@@ -68,7 +68,7 @@ Application::Application(const ApplicationOptions& options)
     m_messageBox->SetParentWindow(m_window.get());
     m_commonDialog->SetParentWindow(m_window.get());
     SetUpWindowHost();
-    m_personal = std::make_unique<PersonalDesktop>(PartsOfPerson(options));
+    m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));
     if (options.watch)
         m_blame->StartWatch();
 }
@@ -82,7 +82,7 @@ void Application::SetUpWindowHost() {
     m_windowHost->askToLeave = [this](const LeaveQuestion& question) { return AskToLeave(question); };
     m_windowHost->help = [this](Long topic) { ShowHelp(topic); };
     if (m_recorder)
-        m_windowHost->byPerson = [this](const WindowStep& step, const std::function<void()>& work) {
+        m_windowHost->byUser = [this](const WindowStep& step, const std::function<void()>& work) {
             m_recorder->OnWindow(step, work);
         };
 }
@@ -203,13 +203,13 @@ bool Application::ClickCommand(const std::string& command) {
     if (!form)
         return false;
     if (EqualText(command, "close")) {
-        form->ByPerson(WindowStep::What::Close, 0, [&] { form->RequestClose(); });
+        form->ByUser(WindowStep::What::Close, 0, [&] { form->RequestClose(); });
         return true;
     }
     for (const auto& [name, standardCommand] : commands)
         if (EqualText(command, name) && form->IsCommandEnabled(standardCommand)) {
-            form->ByPerson(WindowStep::What::Command, static_cast<int>(standardCommand),
-                           [&, commandKind = standardCommand] { form->ClickCommand(commandKind); });
+            form->ByUser(WindowStep::What::Command, static_cast<int>(standardCommand),
+                         [&, commandKind = standardCommand] { form->ClickCommand(commandKind); });
             return true;
         }
     return false;
@@ -219,7 +219,7 @@ bool Application::ShowPage(int page) {
     const Ref<WindowForm> form = ActiveWindowForm();
     if (!form)
         return false;
-    form->ByPerson(WindowStep::What::Page, page - 1, [&] { form->SetActivePageIndex(page - 1); });
+    form->ByUser(WindowStep::What::Page, page - 1, [&] { form->SetActivePageIndex(page - 1); });
     return form->ActivePageIndex() == page - 1;
 }
 
@@ -231,7 +231,7 @@ bool Application::IsModalFormOpen() const {
 void Application::ByHost(const std::function<void()>& act) {
     m_failures.Guard([&] {
         if (m_recorder)
-            m_recorder->NotByPerson();
+            m_recorder->NotByUser();
         act();
     });
 }

@@ -35,7 +35,7 @@ struct ApplicationOptions {
     bool personal = true; // false: neither the session nor the person's own keys, toolbars and menus are used
     LeftOut leftOut = {}; // services that aren't started; the mode without plug-ins is without the above as well
     bool watch = false;   // name services that keep the user interface busy, in the log
-    Blame::AskFunction askAfterDeath = {}; // asked when a service ended the program the last time
+    Blame::AskFunction askAfterCrash = {}; // asked when a service ended the program the last time
     QStringList languages = {};            // for the texts of definitions, the most wanted first; none for their own
     // Where the session is kept, for hosts that keep one of their own; the window's place isn't part of it then.
     std::string sessionFile = {};
@@ -93,7 +93,7 @@ private:
 
     // ApplicationService.cpp: what the host's own service does.
     void SetUpService();
-    [[nodiscard]] PersonalDesktop::Parts PartsOfPerson(const ApplicationOptions& options);
+    [[nodiscard]] PersonalDesktop::Parts PersonalParts(const ApplicationOptions& options);
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
     [[nodiscard]] QString RunningService() const;

@@ -44,7 +44,7 @@ void Application::SetUpService() {
     m_progress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
 }
 
-PersonalDesktop::Parts Application::PartsOfPerson(const ApplicationOptions& options) {
+PersonalDesktop::Parts Application::PersonalParts(const ApplicationOptions& options) {
     return {*m_window,
             m_mainForm,
             m_activeBar,

@@ -36,11 +36,11 @@ CommandOwner::CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, Gu
             GoTo(m_partOf(to));
     });
     m_subscriptions.push_back(mainForm->OnUnload.Subscribe([this](bool&) { End(); }));
-    HearExplorer();
-    HearWindows();
+    SubscribeToExplorer();
+    SubscribeToWindows();
 }
 
-void CommandOwner::HearExplorer() {
+void CommandOwner::SubscribeToExplorer() {
     const Ref<ExplorerManager> explorer = CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
     m_subscriptions.push_back(explorer->OnActive.Subscribe([this, explorer](const Ref<Object>& item) {
         m_item = item;
@@ -62,7 +62,7 @@ void CommandOwner::HearExplorer() {
     m_subscriptions.push_back(explorer->onAdd.Subscribe([this](const Ref<Object>&) { GiveSoon(); }));
 }
 
-void CommandOwner::HearWindows() {
+void CommandOwner::SubscribeToWindows() {
     const auto windows = CorvaneMain::Framework()->WindowManager();
     m_subscriptions.push_back(windows->PageActivateEvent.Subscribe([this](const Ref<Object>& page) {
         m_page = page;

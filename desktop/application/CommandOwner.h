@@ -26,8 +26,8 @@ public:
     CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, GuardFunction guard);
 
 private:
-    void HearExplorer();
-    void HearWindows();
+    void SubscribeToExplorer();
+    void SubscribeToWindows();
     void End();
     void GoTo(Part part);
     [[nodiscard]] bool IsIn(Part part) const;

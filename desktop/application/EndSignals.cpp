@@ -17,7 +17,7 @@ namespace {
 constexpr std::array signals{SIGTERM, SIGHUP, SIGINT};
 std::array<int, 2> ends{-1, -1}; // a signal handler writes into the first, the event loop reads from the second
 
-void Heard(int signal) {
+void OnSignal(int signal) {
     std::signal(signal, SIG_DFL); // the next one isn't answered by the program
     const char any = 1;
     [[maybe_unused]] const auto written = ::write(ends[0], &any, 1);
@@ -38,7 +38,7 @@ EndSignals::EndSignals(QWidget* mainWindow) : m_mainWindow(mainWindow) {
     m_notifier = new QSocketNotifier(ends[1], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &EndSignals::Arrived);
     for (const int signal : signals)
-        std::signal(signal, &Heard);
+        std::signal(signal, &OnSignal);
 }
 
 EndSignals::~EndSignals() {
@@ -56,7 +56,7 @@ void EndSignals::Arrived() {
     if (m_mainWindow->close())
         return;
     for (const int signal : signals) // somebody wants to stay: the next signal asks again
-        std::signal(signal, &Heard);
+        std::signal(signal, &OnSignal);
 }
 
 } // namespace corvane::desktop

@@ -124,7 +124,7 @@ MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<Pane
     m_mainArranged = m_mainForm->Arranged.Subscribe([this](Arrangement how) { ArrangeWindows(*m_area, how); });
     SetUpWindowKeys();
     resize(1100, 720);
-    TellSizes();
+    ReportSizes();
 }
 
 MainWindow::~MainWindow() {
@@ -325,12 +325,12 @@ void MainWindow::m_frmMain_QueryUnload(bool& refused) {
 
 void MainWindow::resizeEvent(QResizeEvent* event) {
     QMainWindow::resizeEvent(event);
-    TellSizes();
+    ReportSizes();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_area && event->type() == QEvent::Resize && isVisible())
-        TellSizes();
+        ReportSizes();
     return QMainWindow::eventFilter(watched, event);
 }
 
@@ -349,7 +349,7 @@ bool MainWindow::event(QEvent* event) {
 }
 
 // In twips, as the windows are placed in them; until the area is laid out it is taken to be the whole window.
-void MainWindow::TellSizes() {
+void MainWindow::ReportSizes() {
     m_mainForm->Move(0, 0, TwipsX(width()), TwipsY(height()));
     if (isVisible())
         m_mainForm->SetFrame(TwipsX(width() - m_area->width()), TwipsY(height() - m_area->height()));

@@ -51,7 +51,7 @@ private:
     void Use(WindowKey::Use use);
     void GoToOtherPart();
     void FillTab(QMdiSubWindow* window);
-    void TellSizes();
+    void ReportSizes();
     void m_frmMain_Changed(Form::Change change);
     void m_frmMain_QueryUnload(bool& refused);
     // The children that can be seen, in the order of their tabs, which is at first that in which they were opened.

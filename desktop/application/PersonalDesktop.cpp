@@ -77,12 +77,12 @@ Session::Parts PersonalDesktop::SessionParts() const {
 }
 
 void PersonalDesktop::Restore(bool whole) {
-    if (KeepsSession())
+    if (SavesSession())
         m_session.Restore(whole && m_parts.leftOut().isEmpty());
 }
 
 void PersonalDesktop::RestoreWindows() {
-    if (KeepsSession())
+    if (SavesSession())
         m_session.RestoreWindows();
 }
 

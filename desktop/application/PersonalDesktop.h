@@ -58,14 +58,14 @@ public:
     InspectorDialog* ShowInspector(const Ref<Tool>& tool = nullptr, const Ref<Node>& node = nullptr);
 
     [[nodiscard]] PersonalBars& Bars() { return m_bars; }
-    [[nodiscard]] Session& Kept() { return m_session; }
+    [[nodiscard]] Session& UserSession() { return m_session; }
 
 private:
     [[nodiscard]] StateFile File(const std::string& folder, const char* name) const;
     [[nodiscard]] StateFile FileAt(const QString& path) const; // keeps nothing under an empty path
     [[nodiscard]] StateFile SessionFile() const;
     [[nodiscard]] Session::Parts SessionParts() const;
-    [[nodiscard]] bool KeepsSession() const { return m_parts.keeps || !m_parts.sessionFile.empty(); }
+    [[nodiscard]] bool SavesSession() const { return m_parts.keeps || !m_parts.sessionFile.empty(); }
     PaletteDialog* Pick(QWidget* parent, bool all, const std::function<void(const Ref<Tool>&)>& choose);
 
     Parts m_parts;

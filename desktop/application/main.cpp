@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
         options.watch = !unwatched;
         options.languages = languages;
         if (!unwatched)
-            options.askAfterDeath = &Blame::AskInBox;
+            options.askAfterCrash = &Blame::AskInBox;
         Application application(options);
         for (const QString& answer : parser.values("answer"))
             application.Dialogs().AddAnswer(answer.toStdString());

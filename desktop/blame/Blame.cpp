@@ -90,7 +90,7 @@ Ref<ServiceDef> ServiceOf(const ActionItemDef& actionItemDef) {
     return nullptr;
 }
 
-std::string DeathOf(const CrashRecord& record) {
+std::string CrashText(const CrashRecord& record) {
     if (record.hung)
         return "didn't answer any more and was ended";
     return record.signal == 0 ? std::string("was ended") : "died of signal " + std::to_string(record.signal);
@@ -101,7 +101,7 @@ std::string DeathOf(const CrashRecord& record) {
 Blame::Blame(Ref<Utilities> utilities, std::string stateFolder, LeftOut leftOut, const AskFunction& ask)
     : m_utilities(std::move(utilities)), m_servicesFolder(m_utilities->GetAppFolder("Services")),
       m_leftOut(std::move(leftOut)), m_marker(stateFolder) {
-    TellOfDead(ask);
+    ReportCrash(ask);
     Entering::SetWatcher(this);
 }
 
@@ -122,10 +122,10 @@ void Blame::Log(const std::string& text) const {
                           false);
 }
 
-void Blame::TellOfDead(const AskFunction& ask) {
+void Blame::ReportCrash(const AskFunction& ask) {
     for (const CrashRecord& record : m_marker.Found()) {
         const std::string who = Who(record);
-        Log("The program " + DeathOf(record) + " in the code of " + who);
+        Log("The program " + CrashText(record) + " in the code of " + who);
         const auto& names = m_leftOut.names;
         if (!ask || m_leftOut.allPlugins || std::find(names.begin(), names.end(), who) != names.end())
             continue;
@@ -177,12 +177,12 @@ void Blame::CommandBegins(const ActionItem& actionItem) {
 
 void Blame::StartWatch(UiWatch::Milliseconds limit) {
     m_watch = std::make_unique<UiWatch>(limit, [this](const char* plugin, UiWatch::Milliseconds duration, bool over) {
-        TellOfBusy(plugin, duration, over);
+        ReportBusy(plugin, duration, over);
     });
 }
 
 // In the watching thread.
-void Blame::TellOfBusy(const char* plugin, UiWatch::Milliseconds duration, bool over) {
+void Blame::ReportBusy(const char* plugin, UiWatch::Milliseconds duration, bool over) {
     if (!over) // when it is over, whose code it was has been left
         m_busy = Who(m_marker.Current(plugin));
     const std::string who = m_busy;

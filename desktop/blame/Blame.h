@@ -47,9 +47,9 @@ public:
 private:
     void Entered(const Object& object) noexcept override;
     void Left() noexcept override;
-    void TellOfDead(const AskFunction& ask);
+    void ReportCrash(const AskFunction& ask);
     void Log(const std::string& text) const;
-    void TellOfBusy(const char* plugin, UiWatch::Milliseconds duration, bool over);
+    void ReportBusy(const char* plugin, UiWatch::Milliseconds duration, bool over);
 
     Ref<Utilities> m_utilities;
     std::string m_servicesFolder;

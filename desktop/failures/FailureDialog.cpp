@@ -36,8 +36,7 @@ QLabel* SelectableLabel(const QString& text) {
 FailureDialog::FailureDialog(const FailureTexts& texts, std::vector<check::Finding> findings,
                              const QString& servicesFolder, const QString& logFile, QWidget* parent)
     : QDialog(parent), m_texts(texts), m_findings(std::move(findings)), m_details(new QPlainTextEdit) {
-    setWindowTitle(texts.isForPerson && parent ? parent->window()->windowTitle().remove("[*]")
-                                               : tr("An Error Occurred"));
+    setWindowTitle(texts.isForUser && parent ? parent->window()->windowTitle().remove("[*]") : tr("An Error Occurred"));
     auto* icon = new QLabel;
     const int iconSize = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(iconSize));
@@ -48,7 +47,7 @@ FailureDialog::FailureDialog(const FailureTexts& texts, std::vector<check::Findi
     headline->setFont(bold);
     auto* textsLayout = new QVBoxLayout;
     textsLayout->addWidget(headline);
-    if (!texts.isForPerson)
+    if (!texts.isForUser)
         textsLayout->addWidget(SelectableLabel(texts.where));
     if (!texts.advice.isEmpty())
         textsLayout->addWidget(SelectableLabel(texts.advice));

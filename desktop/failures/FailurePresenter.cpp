@@ -49,7 +49,7 @@ QString AdviceFor(const QString& stage) {
 }
 
 // Numbers behind ObjectErrorBase are an application's own; what it says with one needs no name of a procedure.
-bool IsForPerson(const ShownFailure& shown) {
+bool IsForUser(const ShownFailure& shown) {
     constexpr Long most = FailureNumber::ObjectErrorBase + 0xFFFF;
     const Long number = shown.failure.Number;
     return shown.context.empty() && number > FailureNumber::ObjectErrorBase && number <= most;
@@ -60,7 +60,7 @@ bool IsForPerson(const ShownFailure& shown) {
 FailureTexts TextsOf(const ShownFailure& shown, const QString& servicesFolder) {
     FailureTexts texts;
     texts.headline = Text(shown.failure.Description);
-    texts.isForPerson = IsForPerson(shown);
+    texts.isForUser = IsForUser(shown);
     const QString place = Text(shown.module.empty() ? shown.procedure : shown.module + "." + shown.procedure);
     texts.where = place;
     Long line = shown.failure.Line;

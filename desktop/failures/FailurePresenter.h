@@ -17,12 +17,12 @@ namespace corvane::desktop {
 
 // What the dialog says of a failure.
 struct FailureTexts {
-    QString headline;         // what is wrong, in one sentence
-    QString where;            // file and line, or module and procedure
-    QString advice;           // what to do; empty when nobody knows
-    QString details;          // all that is known, to copy
-    QString file;             // the definition file that failed, without its folder; empty for none
-    bool isForPerson = false; // the headline says all that a person needs: it comes from the application itself
+    QString headline;       // what is wrong, in one sentence
+    QString where;          // file and line, or module and procedure
+    QString advice;         // what to do; empty when nobody knows
+    QString details;        // all that is known, to copy
+    QString file;           // the definition file that failed, without its folder; empty for none
+    bool isForUser = false; // the headline says all that a person needs: it comes from the application itself
 };
 [[nodiscard]] FailureTexts TextsOf(const ShownFailure& shown, const QString& servicesFolder);
 

@@ -41,7 +41,7 @@ QString FilesIn(const QString& folderPath) {
 
 } // namespace
 
-QString WithoutPerson(QString text) {
+QString WithoutUserData(QString text) {
     if (const QString home = QDir::homePath(); home.size() > 1)
         text.replace(home, "~");
     ReplaceWord(text, qEnvironmentVariable("USER"), "user");
@@ -66,7 +66,7 @@ QString ReportText(const ReportParts& parts) {
     text += "\nLog, " + (lines == 1 ? QString("the latest line") : QString("the latest %1 lines").arg(lines)) + "\n";
     for (const QString& line : parts.logLines)
         text += "  " + line + "\n";
-    return WithoutPerson(text);
+    return WithoutUserData(text);
 }
 
 } // namespace corvane::desktop

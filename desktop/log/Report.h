@@ -17,6 +17,6 @@ struct ReportParts {
 [[nodiscard]] QString ReportText(const ReportParts& parts);
 
 // The person's home folder, their name and the machine's name give way to "~", "user" and "host".
-[[nodiscard]] QString WithoutPerson(QString text);
+[[nodiscard]] QString WithoutUserData(QString text);
 
 } // namespace corvane::desktop

@@ -25,7 +25,7 @@ void LoadedPlugins::Note(const QString& path) {
         m_prints[path] = FolderWatch::PrintOf(path);
 }
 
-QStringList LoadedPlugins::BuiltAnew() const {
+QStringList LoadedPlugins::Rebuilt() const {
     QStringList names;
     for (auto it = m_prints.begin(); it != m_prints.end(); ++it) {
         const QString now = FolderWatch::PrintOf(it.key());

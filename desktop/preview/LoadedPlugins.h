@@ -13,7 +13,7 @@ public:
     // Notes the file as it is now. To be called before it may be loaded.
     void Note(const QString& path);
     // The names of libraries that are loaded and have another file now.
-    [[nodiscard]] QStringList BuiltAnew() const;
+    [[nodiscard]] QStringList Rebuilt() const;
 
 private:
     QMap<QString, QString> m_prints; // by path: the file as it was when it was loaded

@@ -51,7 +51,7 @@ void PreviewWindow::TakeOver() {
 }
 
 // What hasn't come back is closed for those who take the recorded steps, too.
-void PreviewWindow::TellClosed(const ViewState& view) const {
+void PreviewWindow::ReportClosedWindows(const ViewState& view) const {
     for (const ViewState::OpenWindow& open : view.windows)
         if (m_options.recorder && !ViewState::IsOpen(open))
             m_options.recorder->ByHost("close " + (open.key.empty() ? open.name : open.key));

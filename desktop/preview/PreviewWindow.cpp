@@ -302,7 +302,7 @@ void PreviewWindow::ShowNow() {
     QStringList failures;
     if (m_application) {
         m_application->Failures().SetTaker([](const ShownFailure&) { return true; }); // they are in the log
-        m_application->Personal().Kept().Keep();
+        m_application->Personal().UserSession().Save();
         m_unsaved = !Unload();
         if (m_unsaved) {
             m_application->Failures().SetTaker({});
@@ -383,7 +383,7 @@ void PreviewWindow::AfterLoad(bool started) {
     if (!view)
         return;
     if (std::exchange(m_takesOver, false))
-        TellClosed(*view);
+        ReportClosedWindows(*view);
     QTimer::singleShot(0, &m_application->Window(),
                        [this, viewState = *view] { viewState.RestoreMenu(*m_application); });
     for (const ViewState::OpenWindow& open : view->windows)
@@ -447,7 +447,7 @@ void PreviewWindow::ReportState() {
     }
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_icon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(size));
-    const QStringList built = m_loaded->BuiltAnew();
+    const QStringList built = m_loaded->Rebuilt();
     m_state->setText(built.isEmpty() ? text : tr("%1; rebuilt: %2").arg(text, built.join(", ")));
     m_state->setToolTip(m_state->text()); // there may be too little room for it
     m_anyway->setVisible(m_unsaved);
@@ -483,7 +483,7 @@ void PreviewWindow::closeEvent(QCloseEvent* event) {
         }
     }
     m_wanted = false;
-    m_place.Keep();
+    m_place.Save();
     event->accept();
 }
 

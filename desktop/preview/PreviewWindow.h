@@ -6,8 +6,8 @@
 #include "analysis/Findings.h"
 #include "desktop/application/Application.h"
 #include "desktop/preview/FolderWatch.h"
-#include "desktop/preview/KeptPlace.h"
 #include "desktop/preview/PreviewObjects.h"
+#include "desktop/preview/SavedPlace.h"
 #include "desktop/preview/ViewState.h"
 #include "headless/Recording.h"
 
@@ -75,7 +75,7 @@ private:
     void Restart();
     [[nodiscard]] QString SessionFile() const;
     void TakeOver();
-    void TellClosed(const ViewState& view) const;
+    void ReportClosedWindows(const ViewState& view) const;
 
     void Folder_Changed();
     // Asks for a state to be shown as soon as nothing is open that would be torn down with the old one.
@@ -97,7 +97,7 @@ private:
     PreviewOptions m_options;
     QTemporaryDir m_kept; // the session
     FolderWatch m_watch;
-    KeptPlace m_place;
+    SavedPlace m_place;
     QTimer m_retry;
     int m_loop = 0;
 

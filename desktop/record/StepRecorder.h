@@ -30,7 +30,7 @@ public:
     // From here on those models are followed. To be called before the library is loaded, so that a step is written
     // before what it brings about.
     void Follow(Models models);
-    // Nobody is followed any more.
+    // NoOne is followed any more.
     void Leave();
     // Nothing is written while it is held: what happens is the host's doing.
     void SetHeld(bool held) { m_held = held; }
@@ -38,7 +38,7 @@ public:
     // A person does something to a window.
     void OnWindow(const WindowStep& step, const std::function<void()>& work);
     // What runs in the library now, up to the end of this entry, is nobody's doing.
-    void NotByPerson() { (void)TakeEntry(); }
+    void NotByUser() { (void)TakeEntry(); }
     // A step that the host takes in a person's name.
     void ByHost(const std::string& step) { Write(step); }
     void Comment(const std::string& text);

@@ -15,17 +15,17 @@ void RecentFiles::Add(const std::string& path) {
     m_paths.insert(m_paths.begin(), path);
     if (m_paths.size() > MostFiles)
         m_paths.pop_back();
-    Keep();
+    Save();
 }
 
 void RecentFiles::Remove(const std::string& path) {
     if (std::erase(m_paths, path) > 0)
-        Keep();
+        Save();
 }
 
 void RecentFiles::Clear() {
     m_paths.clear();
-    Keep();
+    Save();
 }
 
 std::string RecentFiles::Item(Long position) const {
@@ -35,7 +35,7 @@ std::string RecentFiles::Item(Long position) const {
     return m_paths[static_cast<std::size_t>(position - 1)];
 }
 
-void RecentFiles::Keep() {
+void RecentFiles::Save() {
     QJsonArray paths;
     for (const std::string& path : m_paths)
         paths.append(QString::fromStdString(path));

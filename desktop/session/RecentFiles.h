@@ -31,7 +31,7 @@ public:
         Property("Count", &RecentFiles::Count), Method("Item", &RecentFiles::Item));
 
 private:
-    void Keep();
+    void Save();
 
     StateFile m_file;
     std::vector<std::string> m_paths;

@@ -80,7 +80,7 @@ FormState StateOf(const QString& word) {
 Session::Session(StateFile file, Parts parts) : m_file(std::move(file)), m_parts(std::move(parts)) {
     m_timer.setSingleShot(true);
     m_timer.setInterval(settleMilliseconds);
-    connect(&m_timer, &QTimer::timeout, this, &Session::Keep);
+    connect(&m_timer, &QTimer::timeout, this, &Session::Save);
     m_subscriptions.push_back(m_parts.mainForm->OnUnload.Subscribe([this](bool&) { m_frmMain_Unload(); }));
 }
 
@@ -156,7 +156,7 @@ std::vector<Ref<Window>> Session::OpenWindows() {
 }
 
 // The children in the order of their tabs, which a person may have moved, and then the others.
-std::vector<Session::KeptWindow> Session::KeptWindows() const {
+std::vector<Session::SavedWindow> Session::SavedWindows() const {
     std::unordered_map<const Object*, Ref<WindowForm>> forms;
     for (const auto& frm : m_parts.mainForm->Forms())
         if (const auto form = frm.TryAs<WindowForm>(); form && form->Controller())
@@ -165,7 +165,7 @@ std::vector<Session::KeptWindow> Session::KeptWindows() const {
     std::unordered_map<const QWidget*, std::size_t> places;
     for (const QMdiSubWindow* frame : area ? area->subWindowList() : QList<QMdiSubWindow*>())
         places.emplace(frame, places.size());
-    std::vector<KeptWindow> windows;
+    std::vector<SavedWindow> windows;
     for (const auto& window : OpenWindows()) {
         const auto formPosition = forms.find(static_cast<const Object*>(window.Get()));
         const Ref<WindowForm> form = formPosition == forms.end() ? nullptr : formPosition->second;
@@ -180,7 +180,7 @@ std::vector<Session::KeptWindow> Session::KeptWindows() const {
 // A key that the library made up says nothing at the next start.
 QJsonArray Session::Windows() const {
     QJsonArray windows;
-    for (const auto& [window, form, placeCount] : KeptWindows()) {
+    for (const auto& [window, form, placeCount] : SavedWindows()) {
         const bool hasKey = window->Key() != ToText(window->ObjectKey());
         QJsonObject entry{{"name", Text(window->WindowDef()->Name())},
                           {"key", hasKey ? Text(window->Key()) : QString()}};
@@ -189,7 +189,7 @@ QJsonArray Session::Windows() const {
         if (form && form->Visible()) {
             const QRect place = form->NormalPlace();
             entry["place"] = QJsonArray{place.x(), place.y(), place.width(), place.height()};
-            if (const QString state = StateWord(form->StateOfPerson()); !state.isEmpty())
+            if (const QString state = StateWord(form->UserState()); !state.isEmpty())
                 entry["state"] = state;
             if (window->WindowType() != WindowTypeConstants::cvWizard)
                 entry["page"] = static_cast<int>(form->ActivePageIndex());
@@ -212,7 +212,7 @@ QJsonObject Session::State() const {
     return state;
 }
 
-void Session::Keep() {
+void Session::Save() {
     m_timer.stop();
     if (!m_follows || m_ends)
         return;
@@ -280,7 +280,7 @@ bool Session::eventFilter(QObject* watched, QEvent* event) {
         break;
     case QEvent::Close: // a moment's change counts, and from here on windows are closed one after another
         if (watched == m_parts.window)
-            Keep();
+            Save();
         break;
     default:
         break;
@@ -500,7 +500,7 @@ void Session::RestoreWindows() {
         m_parts.guard([&] { active->Activate(); });
     // Last: the next child that comes to the front takes being maximized over.
     for (const auto& form : maximizedForms)
-        if (form && form->Visible() && form->StateOfPerson() != FormState::Maximized)
+        if (form && form->Visible() && form->UserState() != FormState::Maximized)
             m_parts.guard([&] { form->PlaceAgain(form->NormalPlace(), FormState::Maximized); });
     m_read = {};
     Schedule();

@@ -45,7 +45,7 @@ public:
     // Once the window is shown: chooses the node that was chosen, and asks the services for the windows that were open.
     void RestoreWindows();
     // Writes what has changed, now.
-    void Keep();
+    void Save();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -56,13 +56,13 @@ private:
     void m_frmMain_Unload();
     [[nodiscard]] QJsonObject State() const;
     [[nodiscard]] QJsonArray Windows() const;
-    struct KeptWindow {
+    struct SavedWindow {
         Ref<Window> window;
         Ref<WindowForm> form; // nothing when it isn't the host's
         std::size_t place;    // among the tabs
     };
     [[nodiscard]] static std::vector<Ref<Window>> OpenWindows(); // those that aren't modal
-    [[nodiscard]] std::vector<KeptWindow> KeptWindows() const;
+    [[nodiscard]] std::vector<SavedWindow> SavedWindows() const;
     [[nodiscard]] Ref<WindowForm> FormOf(const Window& window) const;
     [[nodiscard]] Ref<Window> OpenAgain(const QJsonObject& entry);
     void PlaceAgain(Window& window, const QJsonObject& entry);

@@ -18,7 +18,7 @@ QByteArray Unpacked(const QJsonValue& value) {
 
 namespace {
 
-void StandOnScreen(QWidget& window) {
+void MoveOntoScreen(QWidget& window) {
     if (window.isMaximized() || window.isFullScreen())
         return;
     QRect place = window.geometry();
@@ -43,7 +43,7 @@ void StandOnScreen(QWidget& window) {
 
 void PlaceAgain(QWidget& window, const QJsonValue& geometry) {
     window.restoreGeometry(Unpacked(geometry));
-    StandOnScreen(window);
+    MoveOntoScreen(window);
 }
 
 } // namespace corvane::desktop

@@ -14,7 +14,7 @@ namespace {
 using Windows = std::vector<QMdiSubWindow*>;
 
 // The area's room above the minimised windows.
-QRect RoomAbove(const QMdiArea& area, const Windows& icons) {
+QRect SpaceAbove(const QMdiArea& area, const Windows& icons) {
     QRect room = area.viewport()->rect();
     for (const QMdiSubWindow* icon : icons)
         room.setBottom(std::min(room.bottom(), icon->y() - 1));
@@ -119,7 +119,7 @@ void ArrangeWindows(QMdiArea& area, Arrangement how) {
     for (QMdiSubWindow* window : windows)
         if (window->isMaximized())
             window->showNormal();
-    const QRect room = RoomAbove(area, icons);
+    const QRect room = SpaceAbove(area, icons);
     if (how == Arrangement::Cascade)
         Cascade(windows, room);
     else

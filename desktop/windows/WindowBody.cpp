@@ -141,7 +141,7 @@ void WindowBody::SetUpList(const std::vector<PageRoom>& rooms, QBoxLayout* all) 
     connect(m_list, &PageList::PageChosen, this, &WindowBody::PageChosen);
     connect(m_list, &PageList::TextsWanted, this, [this] {
         Q_EMIT AllPagesWanted();
-        TellTexts();
+        UpdateSearchTexts();
     });
     auto* sides = new QHBoxLayout;
     sides->setSpacing(0);
@@ -150,7 +150,7 @@ void WindowBody::SetUpList(const std::vector<PageRoom>& rooms, QBoxLayout* all) 
     all->addLayout(sides, 1);
 }
 
-void WindowBody::TellTexts() {
+void WindowBody::UpdateSearchTexts() {
     for (std::size_t i = 0; i < m_places.size(); ++i) {
         QStringList texts;
         for (const auto* label : m_places[i]->findChildren<QLabel*>())

@@ -69,7 +69,7 @@ private:
     void SetUpTabs(const std::vector<PageRoom>& rooms, QBoxLayout* all);
     void SetUpSteps(const std::vector<PageRoom>& rooms, QBoxLayout* all);
     void SetUpList(const std::vector<PageRoom>& rooms, QBoxLayout* all);
-    void TellTexts();
+    void UpdateSearchTexts();
     void SetUpSinglePage(const std::vector<PageRoom>& rooms, QBoxLayout* all);
     void SetUpCommands(QBoxLayout* all);
     PagePlace* NewPlace(const PageRoom& room);

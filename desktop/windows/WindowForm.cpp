@@ -43,7 +43,7 @@ WindowForm::~WindowForm() {
 void WindowForm::SubscribeToItself() {
     m_subscriptions.push_back(OnQueryUnload.Subscribe([this](bool& refused) { QueryUnload(refused); }));
     m_subscriptions.push_back(OnUnload.Subscribe([this](bool&) { EndPages(); }));
-    m_subscriptions.push_back(Changed.Subscribe([this](Change change) { HearChange(change); }));
+    m_subscriptions.push_back(Changed.Subscribe([this](Change change) { OnFormChanged(change); }));
     m_subscriptions.push_back(ModalLoop.Subscribe([this] { RunModalLoop(); }));
 }
 
@@ -59,7 +59,7 @@ void WindowForm::Initialize(const Ref<IWindowFormController>& windowFormControll
         if (!m_frame)
             return;
         m_isActive = true;
-        ByPerson(WindowStep::What::Activate, 0, [] {});
+        ByUser(WindowStep::What::Activate, 0, [] {});
         m_frame->BringToFront();
         ActivateFront();
     }));
@@ -73,12 +73,12 @@ Ref<Window> WindowForm::ShownWindow() const {
     return m_controller.TryAs<Window>();
 }
 
-void WindowForm::ByPerson(WindowStep::What what, int which, const std::function<void()>& work) {
+void WindowForm::ByUser(WindowStep::What what, int which, const std::function<void()>& work) {
     const Ref<Form> self(this);
     m_host->guard([&] {
         const auto window = ShownWindow();
-        if (m_host->byPerson && window)
-            m_host->byPerson({*window, what, which, [this] { return !IsLoaded(); }}, work);
+        if (m_host->byUser && window)
+            m_host->byUser({*window, what, which, [this] { return !IsLoaded(); }}, work);
         else
             work();
     });
@@ -115,7 +115,7 @@ void WindowForm::MakeFrame(bool isApplyCommandShown) {
     m_body = new WindowBody(options, rooms);
     m_frame = std::make_unique<WindowFrame>(
         MDIChild() ? m_host->area.data() : nullptr, m_host->mainWindow, m_body, m_type == WindowTypeConstants::cvWindow,
-        WindowFrame::Listeners{[this] { ByPerson(WindowStep::What::Close, 0, [this] { RequestClose(); }); },
+        WindowFrame::Listeners{[this] { ByUser(WindowStep::What::Close, 0, [this] { RequestClose(); }); },
                                [this] {
                                    m_host->guard([this] {
                                        if (Visible() && m_controller)
@@ -126,13 +126,13 @@ void WindowForm::MakeFrame(bool isApplyCommandShown) {
     if (MDIChild())
         m_frame->SetIcon(m_host->ChildIcon());
     QObject::connect(m_body, &WindowBody::PageChosen,
-                     [this](int page) { ByPerson(WindowStep::What::Page, page, [&] { BringToFront(page); }); });
+                     [this](int page) { ByUser(WindowStep::What::Page, page, [&] { BringToFront(page); }); });
     QObject::connect(m_body, &WindowBody::AllPagesWanted, [this] {
         for (std::size_t i = 0; i < m_slots.size(); ++i)
             m_slots[i]->MakeWidget(m_body->Place(static_cast<int>(i)));
     });
     QObject::connect(m_body, &WindowBody::CommandChosen, [this](Command command) {
-        ByPerson(WindowStep::What::Command, static_cast<int>(command), [&] { ClickCommand(command); });
+        ByUser(WindowStep::What::Command, static_cast<int>(command), [&] { ClickCommand(command); });
     });
 }
 
@@ -146,7 +146,7 @@ std::string WindowForm::WindowName() const {
     return m_controller ? m_controller->WindowDef()->Name() : std::string();
 }
 
-void WindowForm::HearChange(Change change) {
+void WindowForm::OnFormChanged(Change change) {
     switch (change) {
     case Change::Loaded:
         Loaded();
@@ -264,7 +264,7 @@ bool WindowForm::IsBehindTab() const {
     return MDIChild() && m_host->area && m_host->area->viewMode() == QMdiArea::TabbedView;
 }
 
-FormState WindowForm::StateOfPerson() const {
+FormState WindowForm::UserState() const {
     return IsBehindTab() ? FormState::Normal : WindowState();
 }
 
@@ -377,7 +377,7 @@ void WindowForm::Abandon() {
 
 // A form that code has hidden has nobody in front of it who could answer.
 void WindowForm::QueryUnload(bool& refused) {
-    TellNoActiveChild(true);
+    HideActiveChild(true);
     if (!m_inClose) {
         m_cancelled.reset();
         AskAll();
@@ -395,13 +395,13 @@ void WindowForm::QueryUnload(bool& refused) {
 }
 
 // While a child is asked, and after it has refused until the event loop turns, nobody finds it to ask it again.
-void WindowForm::TellNoActiveChild(bool refuses) {
+void WindowForm::HideActiveChild(bool refuses) {
     if (MDIChild() && Application())
         Application()->SetRefusesToTellChild(refuses);
 }
 
 void WindowForm::Unloaded() {
-    TellNoActiveChild(false);
+    HideActiveChild(false);
     if (m_loop)
         m_loop->quit();
     m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0); // takes the minimum size away

@@ -49,7 +49,7 @@ public:
     void RequestClose();
     // Runs what a person does to the window, with all that it brings about, so that whoever follows the person hears
     // it.
-    void ByPerson(WindowStep::What what, int which, const std::function<void()>& work);
+    void ByUser(WindowStep::What what, int which, const std::function<void()>& work);
     // Ends the window as if it had been cancelled, without asking.
     void Abandon();
     // Whether something is changed in a window that is shown, whatever its type.
@@ -70,7 +70,7 @@ public:
     // main window.
     [[nodiscard]] QRect NormalPlace() const { return RectOfModel(); }
     // The state that the person gave it; behind tabs every window is as large as the area, and that isn't one.
-    [[nodiscard]] FormState StateOfPerson() const;
+    [[nodiscard]] FormState UserState() const;
     // Puts a window that is shown where it stood once, as far as there is room for it.
     void PlaceAgain(const QRect& place, FormState state);
     [[nodiscard]] std::string AsText();
@@ -85,7 +85,7 @@ private:
     void SubscribeToItself();
     void MakeSlots();
     void MakeFrame(bool isApplyCommandShown);
-    void HearChange(Change change);
+    void OnFormChanged(Change change);
     void Loaded();
     void Shown();
     void PlaceFirst();
@@ -101,7 +101,7 @@ private:
     void ActivateNext();
     void RunModalLoop();
     void QueryUnload(bool& refused);
-    void TellNoActiveChild(bool refuses);
+    void HideActiveChild(bool refuses);
     [[nodiscard]] QSize NonPageSize();
 
     // WindowFormPages.cpp: pages.
@@ -123,7 +123,7 @@ private:
     [[nodiscard]] QString Hindrance() const;
     void Do(Command command);
     void Step(int by, Command command);
-    bool TellPages(Command command);
+    bool NotifyPages(Command command);
     void DoHelp();
     void DoCancel();
     bool SavePages();

@@ -131,11 +131,11 @@ void WindowForm::Do(Command command) {
         Step(1, command);
         break;
     case Command::cvApply: // or Save As, which ends the dialog
-        if (TellPages(command) && SavePages() && m_type == WindowTypeConstants::cvSaveDialog)
+        if (NotifyPages(command) && SavePages() && m_type == WindowTypeConstants::cvSaveDialog)
             Close(false);
         break;
     case Command::cvOK: // or Finish or Save
-        if (TellPages(command) && SavePages())
+        if (NotifyPages(command) && SavePages())
             Close(false);
         break;
     }
@@ -153,7 +153,7 @@ void WindowForm::DoCancel() {
     if (answer == LeaveAnswer::Stay || !m_controller)
         return;
     if (answer == LeaveAnswer::Discard)
-        TellPages(Command::cvCancel);
+        NotifyPages(Command::cvCancel);
     if (m_controller)
         Close(answer == LeaveAnswer::Discard);
 }
@@ -186,7 +186,7 @@ bool WindowForm::FailsIn(int page, const std::function<void()>& act) {
 }
 
 // False when a page failed or isn't valid now. Cancelling goes on whatever the pages say.
-bool WindowForm::TellPages(Command command) {
+bool WindowForm::NotifyPages(Command command) {
     const Slots slots = m_slots;
     const bool isCancel = command == Command::cvCancel;
     for (std::size_t i = 0; i < slots.size(); ++i) {

@@ -55,7 +55,7 @@ struct WindowHost {
     // Opens a help topic. Without it no window offers help.
     std::function<void(Long)> help;
     // Runs what a person does to a window. Without it that is just done.
-    std::function<void(const WindowStep&, const std::function<void()>& work)> byPerson;
+    std::function<void(const WindowStep&, const std::function<void()>& work)> byUser;
     // Runs instead of the event loop while a modal form is open and returns when goesOn says no; end ends the form.
     std::function<void(const std::function<bool()>& goesOn, const std::function<void()>& end)> modalLoop;
 

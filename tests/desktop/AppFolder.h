@@ -21,7 +21,7 @@ public:
     [[nodiscard]] QString Path(const QString& name) const { return m_folder.path() + "/" + name; }
     [[nodiscard]] std::string App() const { return Path("App").toStdString(); }
     // Where the host keeps things for this application.
-    [[nodiscard]] QString Kept(const QString& name) const { return Path("corvane/App/" + name); }
+    [[nodiscard]] QString StateFile(const QString& name) const { return Path("corvane/App/" + name); }
 
     void Write(const QString& name, const QByteArray& text) const {
         QDir().mkpath(QFileInfo(Path(name)).path());

@@ -114,11 +114,11 @@ TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
     EXPECT_TRUE(texts.where.startsWith("broken.xml, line ")) << texts.where.toStdString();
     EXPECT_NE(texts.headline, "76");
     EXPECT_FALSE(texts.advice.isEmpty());
-    EXPECT_FALSE(texts.isForPerson);
+    EXPECT_FALSE(texts.isForUser);
     shown.failure.Number = FailureNumber::ObjectErrorBase + 1;
-    EXPECT_FALSE(TextsOf(shown, Services()).isForPerson) << "it says in which file";
+    EXPECT_FALSE(TextsOf(shown, Services()).isForUser) << "it says in which file";
     shown.context.clear();
-    EXPECT_TRUE(TextsOf(shown, Services()).isForPerson) << "the application's own number";
+    EXPECT_TRUE(TextsOf(shown, Services()).isForUser) << "the application's own number";
 }
 
 // The library stops at the first mistake; whoever mends the file wants to know of all.

@@ -62,7 +62,7 @@ TEST_F(BlameTest, NextStartKnowsInWhoseCodeTheProgramDied) {
         ApplicationOptions options;
         options.folder = m_folder.App();
         options.withDialogs = false;
-        options.askAfterDeath = [&](const CrashRecord&, const std::string& who) {
+        options.askAfterCrash = [&](const CrashRecord&, const std::string& who) {
             asked += who;
             return Blame::Answer::LeaveOut;
         };
@@ -96,7 +96,7 @@ TEST_F(BlameTest, OfTwoServicesInOnePluginTheRightOneIsNamed) {
         ApplicationOptions options;
         options.folder = m_folder.App();
         options.withDialogs = false;
-        options.askAfterDeath = [&](const CrashRecord&, const std::string& who) {
+        options.askAfterCrash = [&](const CrashRecord&, const std::string& who) {
             asked += who;
             return Blame::Answer::Safe;
         };

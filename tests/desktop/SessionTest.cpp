@@ -133,11 +133,13 @@ TEST_F(SessionTest, IsKeptWithoutAnEndAndOutlivesAnUpgrade) {
     {
         const auto application = Start(m_folder);
         Rearrange(*application);
-        application->Personal().Kept().Keep(); // as it is a moment after a change; what the end writes is dropped
-        QFile::copy(m_folder.Kept("session.json"), m_folder.Kept("kept.json"));
+        application->Personal()
+            .UserSession()
+            .Save(); // as it is a moment after a change; what the end writes is dropped
+        QFile::copy(m_folder.StateFile("session.json"), m_folder.StateFile("kept.json"));
     }
-    QFile::remove(m_folder.Kept("session.json"));
-    QFile::rename(m_folder.Kept("kept.json"), m_folder.Kept("session.json"));
+    QFile::remove(m_folder.StateFile("session.json"));
+    QFile::rename(m_folder.StateFile("kept.json"), m_folder.StateFile("session.json"));
     QString changed = content;
     changed.replace("Path=\"Edit\"", "Path=\"New\"").replace("Name=\"Right\"", "Name=\"Other\"");
     m_folder.Service("Trouble", "T0.Service", changed, "IsStartService=\"true\"");
@@ -178,7 +180,7 @@ TEST_F(SessionTest, WindowThatWasOpenOpensAgainWithItsKey) {
     {
         const auto application = Start(m_folder);
         EXPECT_TRUE(application->Choose("File.Open"));
-        application->Personal().Kept().Keep();
+        application->Personal().UserSession().Save();
         application->Window().close(); // closes the window in it first
         EXPECT_TRUE(application->Window().HasEnded());
     }
@@ -310,7 +312,7 @@ TEST_F(SessionTest, SelectedNodeThatComesLaterIsChosenThenUnlessThePersonHasChos
     for (const bool chosen : {false, true}) {
         m_folder.Write("corvane/App/session.json", kept);
         const auto application = Start(m_folder);
-        application->Personal().Kept().Keep();
+        application->Personal().UserSession().Save();
         EXPECT_TRUE(m_folder.Read("corvane/App/session.json").contains("Innermost")) << "it is still awaited";
         CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->Populate();
         const auto tree = application->Panel()->Control("Left").As<TreeView>();

@@ -107,7 +107,7 @@ public:
         m_application.Window().resize(windowSize);
         Import();
     }
-    // Nobody wants to keep anything.
+    // NoOne wants to keep anything.
     ~Studio() {
         QTimer timer;
         timer.setInterval(50);

@@ -39,7 +39,7 @@ protected:
     }
     [[nodiscard]] QToolButton* Anyway() const { return Button("Show &Anyway"); }
     // As a linker does: the file is another.
-    void BuildAnew() const {
+    void Rebuild() const {
         const QString file = m_folder.Path("App/plugins/libDraft.so");
         EXPECT_TRUE(QFile::copy(CORVANE_DRAFT_PLUGIN, file + ".new"));
         std::filesystem::rename((file + ".new").toStdString(), file.toStdString());
@@ -238,7 +238,7 @@ TEST_F(WorkTest, PluginThatIsBuiltAnewIsToldAndUsedAfterARestart) {
     Rename("#Count", "#Tally");
     ASSERT_TRUE(UntilShown(2));
     EXPECT_FALSE(Button("&Restart"));
-    BuildAnew();
+    Rebuild();
     ASSERT_TRUE(Until([&] { return Button("&Restart"); }));
     EXPECT_TRUE(Says("rebuilt: Draft")) << m_preview->StateText().toStdString();
     // Who has unsaved work may stay.
@@ -271,7 +271,7 @@ TEST_F(WorkTest, PluginThatIsBuiltAnewIsToldAndUsedAfterARestart) {
     options.standIns = true;
     Preview(options);
     const int shown = m_preview->ShownCount();
-    BuildAnew();
+    Rebuild();
     ASSERT_TRUE(UntilShown(shown + 1));
     EXPECT_FALSE(Button("&Restart"));
     EXPECT_EQ(m_folder.Read("steps.txt").count("populate\n"), 1);
@@ -294,7 +294,7 @@ TEST_F(WorkTest, ProgramStartsAgain) {
         return !mapList.contains("libDraft.so") ? "none" : mapList.contains("libDraft.so (deleted)") ? "old" : "new";
     };
     ASSERT_TRUE(Until([&] { return count("populate\n") == 1; })) << program.readAllStandardError().toStdString();
-    BuildAnew();
+    Rebuild();
     ASSERT_TRUE(Until([&] { return count("# Here the preview was started again.\n") == 1; }));
     ASSERT_TRUE(Until([&] { return loaded() == std::string("new"); }));
     Rest();

@@ -76,9 +76,9 @@ protected:
         m_oStatus = m_oActiveBar->Bands()->Item("StatusBar")->Tools()->Item("Status");
         m_oBarTool = m_oActiveBar->Bands()->Item("StatusBar")->Tools()->Item("ctlProgressBar");
         m_oBar->Initialize(m_oActiveBar, m_frmMain);
-        m_oChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) { HearChange(oChange); });
+        m_oChanged = m_oActiveBar->Changed.Subscribe([this](const BarChange& oChange) { OnFormChanged(oChange); });
     }
-    void HearChange(const BarChange& oChange) {
+    void OnFormChanged(const BarChange& oChange) {
         const std::string sState = State();
         if (std::exchange(m_sLastState, sState) != sState)
             m_oHeard->Add(sState);

@@ -8,7 +8,7 @@ TestForm::TestForm(MdiForm* frmMain, bool bMDIChild, Ref<Heard> oHeard, FormHabi
     : Form(frmMain, bMDIChild), oHabits(oFormHabits), m_oHeard(std::move(oHeard)) {
     // Before the window's own subscription, so that the pages go first.
     m_aSubscriptions.push_back(OnUnload.Subscribe([this](bool& bRefused) { BeforeUnload(bRefused); }));
-    m_aSubscriptions.push_back(Changed.Subscribe([this](Change eChange) { HearChange(eChange); }));
+    m_aSubscriptions.push_back(Changed.Subscribe([this](Change eChange) { OnFormChanged(eChange); }));
 }
 
 void TestForm::Initialize(const Ref<IWindowFormController>& oWindowFormController, bool bIsApplyCommandShown) {
@@ -43,7 +43,7 @@ void TestForm::BeforeUnload(bool& bRefused) {
         ExitWindow();
 }
 
-void TestForm::HearChange(Change eChange) {
+void TestForm::OnFormChanged(Change eChange) {
     switch (eChange) {
     case Change::Loaded:
         m_oHeard->Add("load");

@@ -156,7 +156,7 @@ public:
 
 private:
     void BeforeUnload(bool& bRefused);
-    void HearChange(Change eChange);
+    void OnFormChanged(Change eChange);
 
     Ref<Heard> m_oHeard;
     Ref<IWindowFormController> m_oController;

@@ -1,4 +1,4 @@
-#include "desktop/preview/KeptPlace.h"
+#include "desktop/preview/SavedPlace.h"
 
 #include "adapters/common/Paths.h"
 #include "desktop/session/WindowPlace.h"
@@ -28,16 +28,16 @@ QString FileOf(const std::string& applicationFolder) {
 
 } // namespace
 
-KeptPlace::KeptPlace(QMainWindow* window, const std::string& applicationFolder)
+SavedPlace::SavedPlace(QMainWindow* window, const std::string& applicationFolder)
     : QObject(window), m_window(window), m_file(FileOf(applicationFolder), [](const QString& text) {
           std::fprintf(stderr, "corvane-preview: warning: %s\n", qUtf8Printable(text));
       }) {
     m_timer.setSingleShot(true);
     m_timer.setInterval(settleMilliseconds);
-    connect(&m_timer, &QTimer::timeout, this, &KeptPlace::Keep);
+    connect(&m_timer, &QTimer::timeout, this, &SavedPlace::Save);
 }
 
-void KeptPlace::Restore() {
+void SavedPlace::Restore() {
     m_written = m_file.Read();
     if (m_written["version"].toInt() == version) { // another's isn't known here
         PlaceAgain(*m_window, m_written["geometry"]);
@@ -48,7 +48,7 @@ void KeptPlace::Restore() {
         dock->installEventFilter(this);
 }
 
-void KeptPlace::Keep() {
+void SavedPlace::Save() {
     m_timer.stop();
     const QJsonObject state{{"version", version},
                             {"geometry", Packed(m_window->saveGeometry())},
@@ -57,7 +57,7 @@ void KeptPlace::Keep() {
         m_written = state;
 }
 
-bool KeptPlace::eventFilter(QObject* watched, QEvent* event) {
+bool SavedPlace::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::Move:
     case QEvent::Resize:

@@ -12,16 +12,16 @@ class QMainWindow;
 
 namespace corvane::desktop {
 
-class KeptPlace final : public QObject {
+class SavedPlace final : public QObject {
     Q_OBJECT
 public:
     // Beside the log of the application in that folder.
-    KeptPlace(QMainWindow* window, const std::string& applicationFolder);
+    SavedPlace(QMainWindow* window, const std::string& applicationFolder);
 
     // Before the window is shown, with all its docks. From here on changes are kept, a moment after they were made.
     void Restore();
     // Writes what has changed, now.
-    void Keep();
+    void Save();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
