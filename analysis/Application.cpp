@@ -36,8 +36,8 @@ Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& xml, const std::string& 
     }
 }
 
-// Where a person edits the file: the application folder of a build has links to those of the sources. It is told from
-// the current folder on when the application is.
+// Where a user edits the file: the application folder of a build has links to those of the sources. Relative
+// to the current folder if the application's path is.
 std::string EditedPath(const std::string& path) {
     std::error_code error;
     if (!fs::is_symlink(path, error))
@@ -50,7 +50,7 @@ std::string EditedPath(const std::string& path) {
     return below.empty() || *below.begin() == ".." ? real.string() : below.string();
 }
 
-// A copy is one mistake, however many names stand there twice.
+// A copy is one mistake, however many names are there twice.
 void LeaveOutCopy(File& file, const File& first, Report& report) {
     report.Add(Rule::DuplicateName, file.At(file.root->At("Name")), "the file is a copy of " + Quoted(first.name),
                "remove one of them, or give all that it defines names of its own",

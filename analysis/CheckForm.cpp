@@ -81,7 +81,7 @@ private:
                      WriteInstead(names, element.name, ElementCure(format, element.name)));
     }
 
-    // An entry that stands beside its group is meant to stand in it.
+    // An entry that is beside its group is meant to be in it.
     static std::string ElementCure(const ElementFormat& parent, std::string_view name) {
         for (const ElementFormat& group : parent.children)
             if (group.Child(name))
@@ -219,7 +219,7 @@ void ReportViolations(const File& file, const Ref<IXmlDocument>& document, const
         if (const std::size_t nameIndex = reason.find("lement '"); nameIndex != std::string::npos) {
             const std::size_t begin = nameIndex + 8;
             const std::string name = reason.substr(begin, reason.find('\'', begin) - begin);
-            // The validator stood on the last line of a tag.
+            // The validator was on the last line of a tag.
             const Spot end = file.lines.EndOf(file.bytes, error.lLine);
             if (const Element* element = ElementBefore(*file.root, name, end))
                 place = file.At(element->At());

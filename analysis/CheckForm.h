@@ -5,7 +5,7 @@
 
 namespace corvane::check {
 
-// Reads the file's elements into the memory and tells whether it takes part; reports what is wrong with its form. The
+// Reads the file's elements into the memory and says whether it takes part; reports what is wrong with its form. The
 // schema may be nothing.
 void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema,
               std::pmr::memory_resource& memory, Report& report);

@@ -21,7 +21,7 @@ bool IsMark(char c) {
     return c == '#' || c == '&';
 }
 
-// The letter that opens an entry, folded; empty for none. Two marks stand for the character itself.
+// The letter that opens an entry, folded; empty for none. Two marks represent the character itself.
 std::string MnemonicOf(std::string_view caption) {
     for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
         if (!IsMark(caption[i]))
@@ -36,7 +36,7 @@ std::string MnemonicOf(std::string_view caption) {
 
 // All that share a place: the first one gives the caption.
 using Sharers = std::span<const Entry* const>;
-// What stands in one menu.
+// What is in one menu.
 using Menu = std::vector<Sharers>;
 
 bool MayMeet(Sharers firstItems, Sharers secondItems) {

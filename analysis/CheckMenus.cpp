@@ -242,7 +242,7 @@ private:
 
     // A title is placed no later than the first thing below it, whose rank comes from the title's order alone.
     void CheckSubmenuOrder(const Bar& bar) {
-        const Placing* lowest = nullptr; // of what stands further down
+        const Placing* lowest = nullptr; // of what is further down
         for (auto it = bar.slots.rbegin(); it != bar.slots.rend(); ++it) {
             const Placing* placing = it->entries.empty() ? nullptr : m_plan.PlacingOf(*it->entries.front());
             if (!placing || !placing->rank || placing->owner)
@@ -288,7 +288,7 @@ private:
         }
     }
 
-    // What a tool stands for: who answers, and whether anybody does.
+    // What a tool represents: who answers, and whether anyone does.
     struct Command {
         const Entry* first = nullptr;
         const Entry* service = nullptr; // that answers
@@ -327,7 +327,7 @@ private:
                              "the action of " + command->first->Named() + " has no procedure", "name one as Action");
     }
 
-    // Actions that stand in context menus alone have tools that the plan doesn't know, unless one is called the same.
+    // Actions that are in context menus alone have tools that the plan doesn't know, unless one is called the same.
     [[nodiscard]] Command& CommandOf(const Entry& entry) {
         const Tool* tool = m_plan.ToolOf(*entry.action);
         if (tool)

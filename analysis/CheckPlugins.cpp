@@ -32,7 +32,7 @@ public:
         const auto it = std::find_if(library.classes.begin(), library.classes.end(),
                                      [&](const auto& o) { return EqualText(o.progID, provider.progID); });
         if (it == library.classes.end()) {
-            // What stands before the point would make all names alike.
+            // What is before the point would make all names alike.
             std::vector<std::string> names;
             for (const auto& classInfo : library.classes)
                 names.push_back(classInfo.progID.substr(point + 1));
@@ -84,7 +84,7 @@ private:
     const Library& LibraryOf(const std::string& name, const Place& place) {
         const auto [it, isNew] = m_libraries.try_emplace(FoldText(name));
         if (!isNew || !FindPath(m_factory.PathOf(name)))
-            return it->second; // that it is missing is told already
+            return it->second; // that it is missing is reported already
         try {
             it->second.classes = m_factory.Classes(name);
             it->second.usable = true;

@@ -171,7 +171,7 @@ private:
                 Field("shared", "with " + other->provider->Named() + ", " + PlaceText(other->At("ActionItem")));
     }
 
-    // When a person sees it.
+    // When a user sees it.
     void ExplainShown(const Entry& entry) {
         const Action& action = *entry.action;
         std::string text;

@@ -1,5 +1,5 @@
 // The elements and attributes of definition files as data. What an attribute's text must be like is left to the
-// library's own conversions; here stands which of them an attribute goes through.
+// library's own conversions; here is which of them an attribute goes through.
 #pragma once
 
 #include <span>

@@ -10,7 +10,7 @@ namespace corvane::check {
 
 void ReportMalformed(const File& file, const XmlError& error, Report& report);
 
-// Without the "line 7: " that a finding tells by its place.
+// Without the "line 7: " that a finding reports by its place.
 [[nodiscard]] std::string WithoutLine(const std::string& reason);
 
 } // namespace corvane::check

@@ -102,7 +102,7 @@ void MenuPlan::ShareButton(Placing& placing) {
 
 // The first of a rank that was read has it.
 void MenuPlan::ShareRanks() {
-    // Placings stand in the order of reading.
+    // Placings are in the order of reading.
     std::sort(m_menu.begin(), m_menu.end(),
               [](const Placing* a, const Placing* b) { return *a->rank != *b->rank ? *a->rank < *b->rank : a < b; });
     const Placing* owner = nullptr;
@@ -191,7 +191,7 @@ const Tool* MenuPlan::AddTool(std::string_view name) {
     return *tool;
 }
 
-// Where entries of a path stand: a placeholder when no title is there. Nothing when the start would stop.
+// Where entries of a path are: a placeholder when no title is there. Nothing when the start would stop.
 Bar* MenuPlan::EntryBar(std::string_view path, const Placing& placing) {
     if (Bar* bar = Find(path))
         return bar;

@@ -1,4 +1,4 @@
-// Where every entry of menus and toolbars comes to stand, worked out from the definitions as the library's MenuManager
+// Where every entry of menus and toolbars is placed, worked out from the definitions as the library's MenuManager
 // does it from its records: nothing of an application is run, and a place that would stop the start stops nothing here.
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace corvane::check {
 
-// What stands for an action in the bars. Tools are told apart without regard to case.
+// What represents an action in the bars. Tools are distinguished without regard to case.
 struct Tool {
     std::string_view name;
     std::size_t number; // among all tools of the plan, from 0
@@ -75,10 +75,10 @@ struct Placing {
     // Who has the rank, or a button's text of path and order; nothing when it is this one.
     const Entry* owner = nullptr;
     const Tool* tool = nullptr; // nothing while no rank lets it be placed
-    const Bar* bar = nullptr;   // in which it stands; nothing when it stands nowhere
+    const Bar* bar = nullptr;   // in which it is; nothing when it is nowhere
     // What stops the start, or takes a tool of the host.
     bool reserved = false;    // the host has a bar or tool of that name
-    bool withoutRoot = false; // nothing stands where its path begins
+    bool withoutRoot = false; // nothing is where its path begins
     bool otherTool = false;   // a title whose menu is there already, under another tool than its action's
 };
 
@@ -131,7 +131,7 @@ private:
     void PlaceButton(Placing& placing);
     static Slot* SlotOf(Bar& bar, const Tool* tool);
 
-    std::vector<Placing> m_placings;    // room is made for all at once, so they stay where they are
+    std::vector<Placing> m_placings;    // space is made for all at once, so they stay where they are
     std::vector<Placing*> m_byEntry;    // by their numbers, as the next two by those of actions
     std::vector<const Placing*> m_lost; // of each action one that has lost its place
     std::vector<const Tool*> m_byAction;

@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    // What has a name, and the file in which it stands.
+    // What has a name, and the file in which it is.
     struct Named {
         const File* file;
         const Element* element;

@@ -1,5 +1,5 @@
 // All definition files of an application as one model: what the library's records would hold, tied to the places where
-// it stands. It holds what is usable; what isn't has been reported and is left out or has its default.
+// it is. It holds what is usable; what isn't has been reported and is left out or has its default.
 #pragma once
 
 #include "analysis/Format.h"
@@ -94,7 +94,7 @@ struct Provider {
     [[nodiscard]] Place At(std::string_view attribute) const { return file->At(element->At(attribute)); }
     [[nodiscard]] Action* FindAction(std::string_view actionName);
     [[nodiscard]] std::string Named() const; // "the service "Data""
-    // Whether commands of both can be in reach of a person at one time.
+    // Whether commands of both can be in reach of a user at one time.
     [[nodiscard]] bool MayMeet(const Provider& other) const;
 };
 

@@ -1,4 +1,4 @@
-// Findings and rules as text for people, and as documents for programs.
+// Findings and rules as text for users, and as documents for programs.
 #pragma once
 
 #include "analysis/Findings.h"

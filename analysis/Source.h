@@ -1,6 +1,6 @@
 // A definition file with the places of its elements and attributes. The library's XML reader decides whether a file is
 // well formed and what values are; it knows lines, but no columns, and of attributes neither. So the text is read a
-// second time, by a scanner that keeps where everything stands and relies on the first.
+// second time, by a scanner that keeps where everything is and relies on the first.
 #pragma once
 
 #include "analysis/Findings.h"
@@ -15,7 +15,7 @@
 
 namespace corvane::check {
 
-// Where something stands in the text of a file. Lines and columns are worked out of it for findings alone.
+// Where something is in the text of a file. Lines and columns are worked out of it for findings alone.
 using Spot = const char*;
 
 // There is one for each of some hundred thousand values, so it is small.
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::string_view Name() const { return {m_name, m_nameNumber}; }
     // UTF-8.
     [[nodiscard]] std::string_view Value() const { return {m_value, m_valueNumber}; }
-    // The value as it stands in the text.
+    // The value as it is in the text.
     [[nodiscard]] std::string_view Written() const;
     // For one that reads otherwise than it is written.
     void SetValue(std::string_view value) {
@@ -54,7 +54,7 @@ private:
     std::uint32_t m_valueNumber;
 };
 
-// Elements lie one behind the other in the order of their start tags: behind each what stands below it.
+// Elements lie one behind the other in the order of their start tags: behind each what is below it.
 struct Element {
     std::string_view name;
     std::span<Attribute> attributes;
@@ -92,7 +92,7 @@ struct Element {
 
 // The root, with all elements behind it, of a text that is known to be well formed; a null pointer when there is none.
 // Names and values point into the text, or into memory where they are written otherwise than they read; elements and
-// attributes stand in memory. An element that comes out of an entity isn't seen.
+// attributes are in memory. An element that comes out of an entity isn't seen.
 [[nodiscard]] const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document,
                                           std::pmr::memory_resource& memory);
 

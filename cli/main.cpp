@@ -9,7 +9,7 @@
 
 namespace {
 
-// What would be told as a command that is missing.
+// What would be reported as a command that is missing.
 bool IsUnknown(const CLI::App& app, const std::string& commandName) {
     std::vector<std::string> names;
     for (const CLI::App* command : app.get_subcommands({}))

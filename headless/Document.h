@@ -1,4 +1,4 @@
-// What stands on screen after an inspection, as a JSON document or as a text to read.
+// The state on screen after an inspection, as a JSON document or as readable text.
 #pragma once
 
 #include "headless/ModelHost.h"
@@ -8,7 +8,7 @@
 namespace corvane::inspect {
 
 struct DocumentOptions {
-    bool standIns = false; // with the calls that stand-ins heard
+    bool standIns = false; // with the calls that stubs received
     bool popups = false;   // which bands were shown as pop-up menus
     bool messages = false;
     bool sizes = false; // of the trees

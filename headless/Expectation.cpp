@@ -12,7 +12,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-// "tools", "File.Greet", "checked" of "tools[File.Greet].checked", and what stands behind the path's blank.
+// "tools", "File.Greet", "checked" of "tools[File.Greet].checked", and what is behind the path's blank.
 std::vector<std::string> Segments(const std::string& rest, std::string& value) {
     std::vector<std::string> segments(1);
     std::size_t i = 0;

@@ -33,9 +33,9 @@ public:
     ModelHost(const ModelHost&) = delete;
     ModelHost& operator=(const ModelHost&) = delete;
 
-    // Framework.Initialize and Framework.Start. False when one failed; FirstFailure tells it.
+    // Framework.Initialize and Framework.Start. False when one failed; see FirstFailure.
     bool Start();
-    // Runs what a person or a service does; a failure that leaves the library is noted and goes no further.
+    // Runs an action of the user or a service; a failure that leaves the library is recorded and stops here.
     void Do(const std::function<void()>& act);
     // Runs while a modal form is shown, which is closed afterwards if it still is open. Without it that is at once.
     void SetModalLoop(ModalLoopFunction modalLoop) { m_modalLoop = std::move(modalLoop); }

@@ -84,7 +84,7 @@ private:
     Ref<Record> m_record;
 };
 
-// Timers that tick when they are told to.
+// Timers that tick on demand.
 class ManualTimers final : public ITimers {
 public:
     [[nodiscard]] Ref<ITimer> NewTimer() override;

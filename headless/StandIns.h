@@ -1,4 +1,4 @@
-// Objects that stand in for plug-ins: they answer any member, write down what they are told, and misbehave as a file
+// Stubs for the objects of plug-ins: they accept any member, record calls, and fail as a file
 // "standins.json" of the application says.
 #pragma once
 
@@ -35,7 +35,7 @@ struct StandInSpec {
     std::map<std::string, Failure> fail; // the call is written down, then fails so
     std::set<std::string> missing;       // can't be called by name
     std::string name;                    // that an explorer item gives itself
-    std::vector<StandInSpec> children;   // made anew at each Initialize
+    std::vector<StandInSpec> children;   // created again at each Initialize
     std::optional<std::string> displayName;
     std::optional<std::string> editName;
 };
@@ -51,7 +51,7 @@ struct StandInFile {
 // Reads "standins.json". Fails with 53 when there is none and with 5, saying where, when it can't be understood.
 [[nodiscard]] StandInFile ReadStandIns(const std::string& filePath);
 
-// What all stand-ins have in common: the record and the misbehaviour.
+// The common part of all stubs: the record and the failures.
 class StandInObject : public virtual Object {
 public:
     StandInObject(Ref<Record> record, StandInSpec spec, const std::string& id);
@@ -138,8 +138,8 @@ private:
 [[nodiscard]] bool IsFormOf(const Ref<Form>& form, const Ref<Window>& window);
 
 // Windows without anything to see: they create and report their pages, the first page being the one in front. Commands
-// do what they do on screen: pages are told, asked whether they are valid, and saved. A modal one is unloaded when the
-// function has returned.
+// do what they do on screen: pages are notified, asked whether they are valid, and saved. A modal one is unloaded when
+// the function has returned.
 using ModalLoopFunction = std::function<void(const Form&)>;
 [[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* mainForm, bool reportsDeactivate,
                                                             ModalLoopFunction modalLoop);

@@ -16,7 +16,7 @@ namespace corvane::inspect {
 
 namespace {
 
-// The first field, and what stands behind its blank.
+// The first field, and what is behind its blank.
 std::pair<std::string, std::string> Split(const std::string& text) {
     const std::size_t blank = text.find(' ');
     if (blank == std::string::npos)
@@ -148,7 +148,7 @@ void ClickCommand(const ModelHost& /*host*/, const std::string& rest) {
     WindowOf(key)->ClickCommand(it->second);
 }
 
-// What a person does for the menu of a node: the click on it makes its item the active one.
+// What a user does for the menu of a node: the click on it makes its item the active one.
 void AskForMenu(const ModelHost& host, const std::string& rest) {
     ClickNode(host, rest);
     const Ref<TreeView> tvw = TreeOf(host, Split(rest).first);
@@ -165,7 +165,7 @@ void Resize(const ModelHost& host, const std::string& rest) {
 struct Verb {
     int fieldCount; // that it needs
     std::function<void(ModelHost&, const std::string&)> act;
-    const char* fields = ""; // as somebody is told who has left one out
+    const char* fields = ""; // for the message when one is missing
 };
 
 const std::map<std::string, Verb, std::less<>>& Verbs() {

@@ -1,4 +1,4 @@
-// The steps of an inspection: one a line, what a person or a service does.
+// The steps of an inspection, one per line: actions of the user or a service.
 #pragma once
 
 #include "headless/ModelHost.h"

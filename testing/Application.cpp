@@ -23,7 +23,7 @@ namespace corvane::testing {
 
 namespace {
 
-// Below the root only the known groups may stand, but anything in them.
+// Below the root only the known groups may be, but anything in them.
 constexpr const char* schema = R"(<?xml version="1.0"?>
 <xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
  <xs:complexType name="Group">

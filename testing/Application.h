@@ -1,5 +1,5 @@
 // A whole application for a test, without a display: either a folder that exists, with its plug-ins, or a temporary one
-// of short definition files, with objects that stand in for plug-ins. One at a time may be running.
+// of short definition files, with stubs in place of plug-ins. Only one may be running at a time.
 #pragma once
 
 #include "corvane/base/Ref.h"
@@ -71,15 +71,15 @@ public:
     void Take(const std::string& stepsText);
     // What steps "expect" have found otherwise since the last call, with the numbers of their lines.
     [[nodiscard]] Lines TakeUnmet();
-    // A person chooses a tool. The number of the failure that comes out of the bar, else 0.
+    // The user chooses a tool. The number of the failure that leaves the bar, else 0.
     [[nodiscard]] Long Click(const std::string& tool) const;
 
-    // What stand-ins have heard since the last call, as "P.A#1 DoX", arguments in parentheses: texts as they are,
-    // action items by name, nothing as "-".
+    // The calls and events that stubs have received since the last call, as "P.A#1 DoX", arguments in parentheses:
+    // texts as they are, action items by name, nothing as "-".
     [[nodiscard]] Lines TakeCalls();
     // What has been logged since the last call, as "Module.Procedure number".
     [[nodiscard]] Lines TakeLog();
-    // All that stands on screen, as corvane inspect prints it, to be compared with a text that is kept.
+    // All that is on screen, as corvane inspect prints it, for comparison with a stored text.
     [[nodiscard]] std::string Text() const;
     // The text of the status line.
     [[nodiscard]] std::string Status() const;

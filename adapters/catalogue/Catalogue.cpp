@@ -42,7 +42,7 @@ std::string Quoted(const std::string& text) {
     return quoted + '"';
 }
 
-// A text of several lines stands on several, below an empty string, as gettext's own tools write it.
+// A text of several lines is on several, below an empty string, as gettext's own tools write it.
 std::string Statement(const std::string& prefix, const char* word, const std::string& text) {
     std::string statement = prefix + word + " ";
     if (const std::size_t i = text.find('\n'); i == std::string::npos || i + 1 == text.size())

@@ -14,7 +14,7 @@
 namespace corvane {
 
 struct CatalogueMessage {
-    std::string key;  // where the text stands, see DefinitionText; msgctxt in the file
+    std::string key;  // where the text is, see DefinitionText; msgctxt in the file
     std::string text; // the text itself; msgid
     std::string translation;
     std::vector<std::string> remarks; // the translator's own
@@ -65,10 +65,10 @@ private:
     std::unordered_map<std::string, std::size_t> m_messageMap; // by key and text
 };
 
-// Whether the text under that key is one of a menu, in which "#" stands before the letter of the mnemonic.
+// Whether the text under that key is one of a menu, in which "#" is before the letter of the mnemonic.
 [[nodiscard]] bool HasMnemonic(std::string_view key);
 
-// Why a translation can't stand for the text: other placeholders, a line break or two mnemonics; empty when it can.
+// Why a translation can't represent the text: other placeholders, a line break or two mnemonics; empty when it can.
 [[nodiscard]] std::string ClashOf(const CatalogueMessage& message);
 
 } // namespace corvane

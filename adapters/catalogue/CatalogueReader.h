@@ -11,7 +11,7 @@ class CatalogueReader {
 public:
     explicit CatalogueReader(std::vector<CatalogueFault>& faults) : m_faults(faults) {}
 
-    // False when it is no catalogue; the last fault says why.
+    // False when it isn't a catalogue; the last fault says why.
     bool Read(std::string_view text);
     // Afterwards.
     [[nodiscard]] CatalogueMessage TakeHeader() { return std::move(m_header); }

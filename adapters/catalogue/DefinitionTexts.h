@@ -1,5 +1,5 @@
-// The texts of definition files that people see, each with a key that says where it stands. The key holds names alone,
-// so it outlives changes of the text, of the order, and of the file in which the element stands.
+// The texts of definition files that users see, each with a key that says where it is. The key holds names alone,
+// so it outlives changes of the text, of the order, and of the file in which the element is.
 #pragma once
 
 #include "corvane/platform/IXmlService.h"
@@ -20,7 +20,7 @@ struct DefinitionText {
 
 class DefinitionTexts {
 public:
-    // Adds those of one file, in its order. service is its root element. A text that stands several times under one
+    // Adds those of one file, in its order. service is its root element. A text that is several times under one
     // key, such as the name of a toolbar, is there once.
     void Add(const Ref<IXmlNode>& service, const std::string& file);
     [[nodiscard]] const std::vector<DefinitionText>& All() const { return m_texts; }

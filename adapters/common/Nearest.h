@@ -1,4 +1,4 @@
-// The likeliest of several names when somebody has mistyped one.
+// The likeliest of several names when someone has mistyped one.
 #pragma once
 
 #include <optional>

@@ -65,7 +65,7 @@ bool IsJpeg(std::string_view bytes) {
     return bytes.size() >= 4 && bytes.starts_with("\xFF\xD8\xFF") && static_cast<unsigned char>(bytes[3]) >= 0xC0;
 }
 
-// Drops what stands up to the mark and the mark itself; all when it doesn't come.
+// Drops what is up to the mark and the mark itself; all when it doesn't come.
 void DropThrough(std::string_view& text, std::string_view mark) {
     const std::size_t i = text.find(mark);
     text.remove_prefix(i == std::string_view::npos ? text.size() : i + mark.size());

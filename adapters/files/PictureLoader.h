@@ -1,4 +1,4 @@
-// Pictures told apart by what their files hold; the name's ending doesn't matter.
+// Pictures distinguished by what their files hold; the name's ending doesn't matter.
 #pragma once
 
 #include "corvane/platform/IPictureLoader.h"

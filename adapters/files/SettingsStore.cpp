@@ -44,7 +44,7 @@ private:
     int m_file;
 };
 
-// One line of any text: what would end the line or divide it stands behind a backslash.
+// One line of any text: what would end the line or divide it is behind a backslash.
 std::string Escaped(std::string_view text) {
     std::string escaped;
     for (const char c : text) {

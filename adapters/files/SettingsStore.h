@@ -10,7 +10,7 @@ namespace corvane {
 
 class SettingsStore final : public ISettingsStore {
 public:
-    // An empty folder stands for corvane/<application> in $XDG_CONFIG_HOME, or in ~/.config. It is made by the first
+    // An empty folder represents corvane/<application> in $XDG_CONFIG_HOME, or in ~/.config. It is made by the first
     // write.
     explicit SettingsStore(std::string_view application, std::string folder = {});
 

@@ -8,7 +8,7 @@
 namespace corvane {
 
 // Files may be named with either separator and without regard to case. Of two equal keys the first counts. A file that
-// isn't UTF-8 is read as Windows-1252. A value is what stands behind the sign up to the end of the line, without the
+// isn't UTF-8 is read as Windows-1252. A value is what is behind the sign up to the end of the line, without the
 // blanks around it.
 class IniReader final : public IIniReader {
 public:

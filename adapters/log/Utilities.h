@@ -19,12 +19,12 @@ struct ShownFailure {
 
 class Utilities final : public IUtilities {
 public:
-    // appFolder holds Services, Images, plugins and QRZ.INI. An empty log folder stands for corvane/<application> in
+    // appFolder holds Services, Images, plugins and QRZ.INI. An empty log folder represents corvane/<application> in
     // $XDG_STATE_HOME, or in ~/.local/state.
     Utilities(std::string appName, std::string appFolder, std::string logFolder = {});
 
     // A line is time, application, module, procedure, number, source, description and context, with tabs between. In
-    // the texts \n, \r, \t and \\ stand for a line feed, a carriage return, a tab and a backslash. Never fails by
+    // the texts \n, \r, \t and \\ represent a line feed, a carriage return, a tab and a backslash. Never fails by
     // itself; a failure of the host's callback goes to the caller.
     void LogError(std::string_view appName, std::string_view module, std::string_view procedure, const Failure& failure,
                   std::string_view context, bool show) override;

@@ -21,7 +21,7 @@ public:
 
     // For the host. The base procedure is what the window does by itself. 457 for a handle that is registered.
     void RegisterWindow(Long handle, WindowProc base);
-    // The handle may be registered anew afterwards. Does nothing for an unknown one.
+    // The handle may be registered again afterwards. No effect for an unknown one.
     void UnregisterWindow(Long handle);
     void SetDefault(WindowProc defaultProcedure);
     // The answer of the window's present procedure. A procedure may replace itself, or end its window, while it runs.

@@ -13,7 +13,7 @@ namespace corvane {
 
 // The parts of which a host needs more than the library does, and all of them as the library takes them.
 struct ApplicationPlatform {
-    // appFolder holds Services, Images, plugins and QRZ.INI; it becomes absolute. An empty name stands for the
+    // appFolder holds Services, Images, plugins and QRZ.INI; it becomes absolute. An empty name represents the
     // folder's own. Fails with 76 when there is no such folder.
     explicit ApplicationPlatform(std::string appFolder, std::string appName = {});
 

@@ -29,7 +29,7 @@ public:
 
     // For tools. Fails with 429 as Create does.
     [[nodiscard]] std::vector<ClassInfo> Classes(std::string_view library);
-    // The names that can stand in front of a ProgID's point, in order.
+    // The names that can be in front of a ProgID's point, in order.
     [[nodiscard]] std::vector<std::string> Libraries() const;
     // Where the library is, or would have to be.
     [[nodiscard]] std::string PathOf(std::string_view library) const;

@@ -18,7 +18,7 @@ std::string_view View(const xmlChar* text) {
 
 bool IsNamed(const xmlChar* name, const std::string& other) {
     const char* here = reinterpret_cast<const char*>(name);
-    return *here == *other.c_str() && std::strcmp(here, other.c_str()) == 0; // mostly the first letter tells
+    return *here == *other.c_str() && std::strcmp(here, other.c_str()) == 0; // mostly the first letter decides
 }
 
 // The place of the first that is it, from from on and round; the size when there is none. What comes next in a file is
@@ -179,12 +179,12 @@ std::unique_ptr<PlainSchema> PlainSchema::Of(xmlDocPtr schema) {
     try {
         return Reader(schema).Read();
     } catch (const NotPlain&) {
-        return nullptr; // which is no fault of the schema
+        return nullptr; // which isn't a fault of the schema
     }
 }
 
 bool PlainSchema::Accepts(const xmlDoc* document) const {
-    // What stands in a document type may bring attributes and texts into the tree.
+    // What is in a document type may bring attributes and texts into the tree.
     if (document->intSubset)
         return false;
     xmlNode asParent{};

@@ -32,7 +32,7 @@ xmlNodePtr PlainTree::AddElement(xmlDocPtr document, xmlNodePtr parent, const xm
 
 namespace {
 
-// An attribute and its value, one behind the other; behind these two stand the value's letters.
+// An attribute and its value, one behind the other; behind these two are the value's letters.
 struct AttributeAndText {
     xmlAttr attribute;
     xmlNode text;

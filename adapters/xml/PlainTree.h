@@ -32,7 +32,7 @@ public:
     }
 
     // The last child of the parent; the root, which isn't tied to the document yet, without one. The name is taken as
-    // it is and stands in the document's dictionary.
+    // it is and is in the document's dictionary.
     xmlNodePtr AddElement(xmlDocPtr document, xmlNodePtr parent, const xmlChar* name);
     // The last attribute of the element, whose last one so far is last.
     xmlAttrPtr AddAttribute(xmlNodePtr element, xmlAttrPtr last, const xmlChar* name, std::string_view value);
@@ -42,7 +42,7 @@ public:
     static void Tie(std::unique_ptr<PlainTree> tree, xmlDocPtr document, xmlNodePtr root);
 
 private:
-    // With room for so many bytes behind it.
+    // With space for so many bytes behind it.
     template <class T>
     T* New(std::size_t behind = 0) {
         return new (m_memory.allocate(sizeof(T) + behind, alignof(T))) T{};

@@ -94,7 +94,7 @@ Ref<IXmlNode> XmlNode::SelectSingleNode(std::string_view xPath) const {
 bool XmlDocument::LoadXml(std::string_view bytes) {
     m_error = {};
     m_content = nullptr;
-    // Three characters like any others, in front of everything, where only blanks may stand.
+    // Three characters like any others, in front of everything, where only blanks may be.
     if (bytes.starts_with("\xEF\xBB\xBF")) {
         m_error = {XML_ERR_DOCUMENT_EMPTY,
                    Reason(1, "the file begins with the byte order mark of UTF-8, but each of its bytes is read as a "

@@ -99,7 +99,7 @@ void XmlParser::Renew() {
     handler.cdataBlock = &OnCData;
     handler.entityDecl = &OnEntity;
     handler.internalSubset = &OnDocumentType;
-    handler.comment = nullptr; // nobody asks for these two
+    handler.comment = nullptr; // no one asks for these two
     handler.processingInstruction = nullptr;
 }
 

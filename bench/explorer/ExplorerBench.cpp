@@ -310,7 +310,7 @@ int main(int argumentCount, char** arguments) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // the platform's remarks
-    // Memory that one run gives back stays for the next; otherwise the system's work is what is measured.
+    // Memory that one run returns stays for the next; otherwise the system's work is what is measured.
     mallopt(M_TRIM_THRESHOLD, 1 << 30);
     mallopt(M_MMAP_THRESHOLD, 1 << 30);
     const QApplication application(argumentCount, arguments);

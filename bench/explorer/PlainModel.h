@@ -1,5 +1,5 @@
 // The floor that the explorer's tree is measured against: an item model written by hand for nothing but a tree of
-// texts, which tells Qt each change as it happens.
+// texts, which reports each change to Qt as it happens.
 #pragma once
 
 #include <QAbstractItemModel>

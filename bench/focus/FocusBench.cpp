@@ -1,4 +1,4 @@
-// Measures a focus switch: of 100 providers with 50 actions each, a third of them on toolbars, one lets go of its tools
+// Measures a focus switch: of 100 providers with 50 actions each, a third of them on toolbars, one releases its tools
 // and the next one takes its own. The models alone, with the pass that brings Qt's widgets up to date, and painted;
 // beside a plain Qt program that does the same with setVisible and setEnabled on its actions. Then what a command costs
 // from Qt's trigger to the procedure behind its name. Prints medians in microseconds.

@@ -40,7 +40,7 @@ private:
     Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
-// In a start without a window nobody draws progress, but the main form has its control.
+// In a start without a window no one draws progress, but the main form has its control.
 class NoProgress final : public Automation<NoProgress> {
 public:
     [[nodiscard]] Long HWnd() const { return 1; }
@@ -106,7 +106,7 @@ private:
     Ref<PanelForm> m_panelForm = New<PanelForm>();
 };
 
-// As corvane-desktop makes it for a person, whose session and settings lie in the folders that the environment names.
+// As corvane-desktop makes it for a user, whose session and settings are in the folders that the environment names.
 // Failures go to the error stream: a dialog would wait for ever.
 desktop::ApplicationOptions WholeApplication(const Job& job) {
     desktop::ApplicationOptions options;

@@ -40,7 +40,7 @@ std::string ServiceText(int serviceIndex, int actions) {
         text += "    <ActionItem Name=\"" + ActionName(serviceIndex, i) +
                 "\" Action=\"OnAction\" Description=\"Does what service " + service + " does under number " +
                 std::to_string(i) + "\"/>\n";
-    // The framework's menu stands in the first place.
+    // The framework's menu is in the first place.
     text += "  </ActionItems>\n  <Menus>\n    <MenuItem Type=\"MenuTitle\" ActionItem=\"" + menu +
             "\" PositionOrder=\"" + std::to_string(serviceIndex + 2) + "\" Caption=\"Menu " + service + "\"/>\n";
     for (int i = 0; i < actions; ++i)

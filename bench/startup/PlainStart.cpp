@@ -1,4 +1,4 @@
-// The starts that use no part of Corvane: the floor, and the program that a person would write by hand.
+// The starts that use no part of Corvane: the floor, and the program that a user would write by hand.
 
 #include "bench/startup/Starts.h"
 

@@ -1,5 +1,5 @@
 // What one child process does between its start and its end. Each ends the process as soon as its work is done, so
-// that nothing is measured that a person doesn't wait for.
+// that nothing is measured that a user doesn't wait for.
 #pragma once
 
 #include "bench/startup/Inputs.h"
@@ -27,7 +27,7 @@ void ShowPlainWindow(const Job& job);
 void ShowCorvaneWindow(const Job& job);
 void ShowWholeApplication(const Job& job);
 
-// Starts the whole application, ends it as a person does and leaves the session that the next start finds.
+// Starts the whole application, ends it as a user does and leaves the session that the next start finds.
 void KeepSession(const Job& job);
 
 // Throws when the start didn't bring what the files say; a start that lacks something mustn't look fast.

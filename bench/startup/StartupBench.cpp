@@ -1,7 +1,7 @@
 // Measures how long an application of many definition files takes to start and how much memory that needs, against
 // the same files only read and validated, and against a program that builds the same menus by hand. Each start is a
 // process of its own. Of Corvane come the models alone, a main window over them, and the whole application as
-// corvane-desktop starts it for a person who has used it before. The services' classes are the program's own: to load
+// corvane-desktop starts it for a user who has used it before. The services' classes are the program's own: to load
 // plug-ins is the system's work. Prints medians: "wall" from the process's making to its end, "CPU" user and system
 // time together, "memory" the most that was resident; and their ratios to the program by hand.
 

@@ -44,7 +44,7 @@ private:
     Ref<PageBase> m_base = New<PageBase>();
 };
 
-// Leaves what is no page, such as the host's own service, to the factory that was there.
+// Leaves what isn't a page, such as the host's own service, to the factory that was there.
 class PageFactory final : public IObjectFactory {
 public:
     explicit PageFactory(Ref<IObjectFactory> others) : m_others(std::move(others)) {}

@@ -1,4 +1,4 @@
-// The application folder that a command is given, and what to say to somebody who names another folder instead.
+// The application folder that a command is given, and what to say to someone who names another folder instead.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ namespace corvane::tool {
 // failure of its start is what is asked for.
 enum class Also { Nothing, Sources, Incomplete };
 
-// The folder as the first function gives it. Fails with 76 for what is no application folder, and says which one may be
-// meant.
+// The folder as the first function gives it. Fails with 76 for what isn't an application folder, and says which one may
+// be meant.
 [[nodiscard]] std::string ApplicationFolder(const std::string& folder, Also also = Also::Nothing);
 
 } // namespace corvane::tool

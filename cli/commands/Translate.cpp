@@ -52,7 +52,7 @@ DefinitionTexts TextsIn(const std::string& folder) {
     return texts;
 }
 
-// Whole or not at all: a catalogue holds the work of people.
+// Whole or not at all: a catalogue holds the work of users.
 void Write(const fs::path& path, const std::string& text) {
     fs::create_directories(path.parent_path());
     const fs::path newPath = path.string() + ".new";

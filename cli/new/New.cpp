@@ -71,7 +71,7 @@ void CheckName(const std::string& name) {
             Refuse("\"" + name + "\" can't be the name of an application, as every build has something of that name");
 }
 
-// All or nothing: what stands in the way is found before anything is written.
+// All or nothing: what is in the way is found before anything is written.
 class Writer {
 public:
     Writer(fs::path folder) : m_folder(std::move(folder)) {}
@@ -105,7 +105,7 @@ private:
     std::vector<std::pair<fs::path, std::string>> m_files;
 };
 
-// Where titles of services come to stand on the menu bar, and which letters are in use there.
+// Where titles of services are placed on the menu bar, and which letters are in use there.
 class MenuBar {
 public:
     // Of an application that holds the shell's own titles and nothing else.

@@ -101,14 +101,14 @@ private:
         try {
             fs::remove_all(to);
             fs::create_directories(to.parent_path());
-            // Links are followed: what is packed stands by itself.
+            // Links are followed: what is packed is by itself.
             fs::copy(m_application, to, fs::copy_options::recursive);
         } catch (const fs::filesystem_error& error) {
             Fail(FailureNumber::FileAccess, error.what(), "corvane package");
         }
     }
 
-    // Finds the application from where it stands itself, so that the tree may be moved.
+    // Finds the application from where it is itself, so that the tree may be moved.
     void WriteLauncher() {
         const fs::path path = Write("bin/" + Command(), "#!/bin/sh\n"
                                                         "here=$(dirname \"$(readlink -f \"$0\")\")\n"

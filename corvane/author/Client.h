@@ -20,7 +20,7 @@ protected:
     // The live state of one of its own actions, by the name in the definition. Fails with 5 for a name that it doesn't
     // have, and before the menus are built; a page has its actions between OnInitialize and OnTerminate.
     [[nodiscard]] Ref<ActionItem> Action(std::string_view sName) const;
-    // corvane::OpenWindow, whose end OnExit hears if the options name nobody else.
+    // corvane::OpenWindow; OnExit is called when it closes, unless the options name another exit handler.
     Ref<Window> OpenWindow(const std::string& sWindow, const Ref<Object>& oAbout = nullptr,
                            WindowOptions oOptions = {}) const;
     // Until Unsubscribe, which the object's end calls, and of a service or a page the step before OnTerminate.

@@ -31,7 +31,7 @@ protected:
     } // the user has renamed it, or a refusal has renamed it back
     virtual void OnExit(const Ref<Window>& /*oWindow*/, bool /*bWasCancelled*/) {} // a window that it opened
 
-    // Nothing hears of it, and the explorer doesn't show it by itself.
+    // No event is raised, and the explorer doesn't show it by itself.
     void SetName(std::string sName) { m_oBase->NameSilently(std::move(sName)); }
     // In OnInitialize.
     void AddChild(const Ref<Object>& oItem) { m_oBase->Children()->Add(oItem); }

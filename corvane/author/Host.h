@@ -48,7 +48,7 @@ struct WindowOptions {
     Long page = -1;      // that comes to the front, from 0; -1 for the first, or of an open window the one in front
     bool hidden = false; // Window::Show shows it
     bool later = false;  // the call returns first, and the window is shown a moment later
-    Ref<IWindowExitHandler> exit = {}; // hears of the window's end
+    Ref<IWindowExitHandler> exit = {}; // is notified of the window's end
     WindowShowModeConstants mode = WindowShowModeConstants::cvDefinitionDefault;
     WindowStateConstants state = WindowStateConstants::cvDefinitionDefault;
     MDIWindowTypeConstants place = MDIWindowTypeConstants::cvDefinitionDefault;
@@ -58,7 +58,7 @@ struct WindowOptions {
 };
 
 // WindowManager::OpenWindow, as in OpenWindow("Data", oData, {.key = sKey, .caption = sName}). A modal window has ended
-// when the call returns; WasWindowCancelled of the result tells how.
+// when the call returns; WasWindowCancelled of the result says how.
 [[gnu::visibility("default")]] Ref<Window> OpenWindow(const std::string& sWindow, const Ref<Object>& oAbout = nullptr,
                                                       const WindowOptions& oOptions = {});
 

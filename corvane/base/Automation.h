@@ -137,8 +137,8 @@ constexpr auto Property(std::string_view sName, Get fnGet, Set fnSet) {
 
 namespace detail {
 
-// The entries as bases of a table, told apart by their positions: a compiler builds a tuple entry by entry, and a long
-// one is too deep for it.
+// The entries as bases of a table, distinguished by their positions: a compiler builds a tuple entry by entry, and a
+// long one is too deep for it.
 template <std::size_t I, class Entry>
 struct MemberAt {
     Entry oEntry;

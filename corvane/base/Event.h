@@ -40,9 +40,10 @@ private:
     std::shared_ptr<Slot> m_pSlot;
 };
 
-// Raising is synchronous, in order of subscription. Who subscribes during a raise is heard from the next one; who
-// cancels during a raise isn't called any more; the event itself may go. A failure in a handler ends the raise and
-// goes to the raiser. A reference among the arguments, as in Event<bool&>, lets handlers answer.
+// Raising is synchronous, in order of subscription. A handler subscribed during a raise is called from the next one on;
+// one cancelled during a raise isn't called again; the event itself may be destroyed. A failure in a handler ends the
+// raise and propagates to the raiser. A reference among the arguments, as in Event<bool&>, lets handlers return a
+// value.
 template <class... Args>
 class Event {
 public:

@@ -29,7 +29,7 @@ inline constexpr Long WrongNumberOfArguments = 450;
 inline constexpr Long KeyInUse = 457;
 // Base of the numbers that an application defines (0x80040000).
 inline constexpr Long ObjectErrorBase = -2147221504;
-// A C++ exception that is no Failure (0x80004005).
+// A C++ exception that isn't a Failure (0x80004005).
 inline constexpr Long Foreign = -2147467259;
 } // namespace FailureNumber
 

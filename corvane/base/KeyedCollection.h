@@ -38,12 +38,12 @@ class __attribute__((visibility("default"))) KeyedCollection final : public virt
 public:
     KeyedCollection() = default;
 
-    // Makes room for so many elements.
+    // Reserves memory for that many elements.
     void Reserve(std::size_t nElements) { m_aSlots.reserve(nElements); }
     void Add(T oValue) { m_aSlots.push_back({std::move(oValue), {}, false, true}); }
     // An empty key is a key like any other. Fails with 457 when the key is present; nothing is added then.
     void Add(T oValue, std::string_view sKey) { AddShared(std::move(oValue), SharedText(sKey)); }
-    // The same for a key that somebody else holds, too.
+    // The same for a key that is shared with another owner.
     void AddShared(T oValue, SharedText sKey) {
         if (HasIndex() ? m_pPlaces->AddOrFind(sKey.Get(), static_cast<Place>(m_aSlots.size()), KeyOfPlace()) != nullptr
                        : HasKey(sKey.Get()))

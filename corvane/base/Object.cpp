@@ -15,7 +15,7 @@ namespace corvane {
 Object::~Object() = default;
 
 Long Object::ObjectKey() const noexcept {
-    // Far from the small numbers that people give their windows as keys, beside which these stand.
+    // Far from the small numbers that applications use as keys of their windows, next to which these are.
     static Long lLast = 1'000'000'000;
     if (m_lObjectKey == 0)
         m_lObjectKey = ++lLast;

@@ -55,7 +55,8 @@ public:
     // The members that Invoke and Put know, in order of their names.
     [[nodiscard]] virtual std::vector<MemberInfo> MembersByName() const;
 
-    // Whether MembersByName lists the name. Who expects a no asks first: a call that fails takes fifty times as long.
+    // Whether MembersByName lists the name. Ask first if the answer may be no: a call that fails takes fifty times as
+    // long.
     [[nodiscard]] virtual bool HasMember(std::string_view sName) const;
 
 protected:
@@ -63,7 +64,7 @@ protected:
     virtual ~Object();
 
 private:
-    mutable std::uint32_t m_nReferences = 1; // New adopts it, so that a constructor can hand out references to itself
+    mutable std::uint32_t m_nReferences = 1; // New adopts it, so that a constructor can provide references to itself
     mutable Long m_lObjectKey = 0;
 };
 

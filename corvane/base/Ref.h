@@ -20,7 +20,7 @@ class Ref {
 public:
     Ref() noexcept = default;
     Ref(std::nullptr_t) noexcept {}
-    // Shares an object that somebody else holds already, for example `this`.
+    // Shares an object that another reference holds already, for example `this`.
     explicit Ref(T* pObject) noexcept : m_pObject(pObject) { Hold(); }
     Ref(const Ref& oOther) noexcept : m_pObject(oOther.m_pObject) { Hold(); }
     Ref(Ref&& oOther) noexcept : m_pObject(std::exchange(oOther.m_pObject, nullptr)) {}

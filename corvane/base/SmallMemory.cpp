@@ -15,7 +15,7 @@ namespace corvane::SmallMemory {
 
 #ifdef CORVANE_DETAIL_ONE_BY_ONE
 
-// The sanitizer tells of memory that is used wrongly only where each thing has memory of its own.
+// The sanitizer reports memory that is used wrongly only where each thing has memory of its own.
 void* Take(std::size_t nBytes) {
     return ::operator new(nBytes);
 }
@@ -36,7 +36,7 @@ struct Free {
     Free* pNext;
 };
 
-// Blocks are never given back: what has been free once will be taken again, unless its thread ends.
+// Blocks are never returned: what has been free once will be taken again, unless its thread ends.
 struct Store {
     std::array<Free*, nLargest / nUnit + 1> aFree{}; // by size in units
     char* pNext = nullptr;                           // in the current block

@@ -1,5 +1,5 @@
 // Memory for what an application has tens of thousands of: objects and shared texts. It costs no more than their size
-// and is taken and given back in a few steps. Every thread has its own.
+// and is taken and returned in a few steps. Every thread has its own.
 #pragma once
 
 #include <cstddef>

@@ -21,7 +21,7 @@ constexpr bool IsAscii(char c) {
     return static_cast<unsigned char>(c) < 0x80;
 }
 
-// Capital letters whose small ones stand at one distance, or behind each of them.
+// Capital letters whose small ones are at one distance, or behind each of them.
 struct Capitals {
     std::uint32_t uFirst, uLast;
     std::int32_t nToSmall; // 0 for pairs, the capital letter at the same parity as the first
@@ -48,7 +48,7 @@ std::uint32_t SmallBeyondLatin1(std::uint32_t u) noexcept {
     return u;
 }
 
-// Reads one code point at i, folded, and moves i behind it. A byte that begins no UTF-8 sequence stands for itself.
+// Reads one code point at i, folded, and moves i behind it. A byte that begins no UTF-8 sequence represents itself.
 std::uint32_t NextFolded(std::string_view sText, std::size_t& i) noexcept {
     const auto c = static_cast<unsigned char>(sText[i++]);
     if (c < 0x80)
@@ -157,7 +157,7 @@ std::size_t HashText(std::string_view sText) noexcept {
     }
     if (!bAscii)
         return HashByCharacters(sText);
-    // The low bits of a product know nothing of the high bits, where the last characters of a block stand.
+    // The low bits of a product know nothing of the high bits, where the last characters of a block are.
     uHash *= uFactor;
     return uHash ^ (uHash >> 32);
 }

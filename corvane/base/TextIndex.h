@@ -49,7 +49,7 @@ public:
         std::size_t iHole = SlotOf(sName, fnNameOf);
         if (iHole == None)
             return;
-        // What could stand in the hole moves up, so that no search ends too early.
+        // What could be in the hole moves up, so that no search ends too early.
         for (std::size_t i = Next(iHole); m_aSlots[i].uHash != 0; i = Next(i)) {
             const std::size_t iHome = m_aSlots[i].uHash & Mask();
             if (((i - iHome) & Mask()) >= ((i - iHole) & Mask())) {
@@ -82,7 +82,7 @@ private:
         const std::size_t i = Probe(sName, Hash(sName), fnNameOf);
         return m_aSlots[i].uHash != 0 ? i : None;
     }
-    // Where the name stands, or the empty slot where it would.
+    // The slot of the name, or the empty slot for it.
     template <class NameOf>
     [[nodiscard]] std::size_t Probe(std::string_view sName, std::uint32_t uHash, const NameOf& fnNameOf) const {
         std::size_t i = uHash & Mask();

@@ -23,7 +23,7 @@ public:
     Variant(Ref<Object> oValue) : m_vValue(std::move(oValue)) {}
     template <class T>
     Variant(const Ref<T>& oValue) : m_vValue(Ref<Object>(oValue)) {}
-    Variant(const void*) = delete; // a pointer is no boolean
+    Variant(const void*) = delete; // a pointer isn't a boolean
 
     [[nodiscard]] bool IsEmpty() const { return std::holds_alternative<std::monostate>(m_vValue); }
     // An object reference, also one to nothing.

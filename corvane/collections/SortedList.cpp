@@ -26,7 +26,7 @@ bool IsNumeric(std::string_view sKey) {
     return oNumber && std::isfinite(*oNumber);
 }
 
-// Holds a value that is no object.
+// Holds a value that isn't an object.
 class PlainValue final : public virtual Object {
 public:
     explicit PlainValue(Variant vOfItem) : vValue(std::move(vOfItem)) {}
@@ -273,7 +273,7 @@ bool SortedList::SortDifferentNumbers() {
     return true;
 }
 
-// Parts the range around a random pivot and returns where it has come to stand.
+// Parts the range around a random pivot and returns its final place.
 Long SortedList::Partition(Long lLo, Long lHi) {
     const Double dblSpan = static_cast<Double>(lHi) - lLo + 1;
     const auto lPivot = static_cast<Long>(static_cast<Double>(NextRandom(m_uRandom)) * dblSpan + lLo);
@@ -291,7 +291,7 @@ Long SortedList::Partition(Long lLo, Long lHi) {
                 return i;
         oPivot.FillFrom(Slot(j));
         ++i;
-        // Where both meet is the hole: what stood there was below the pivot and has just moved.
+        // Where both meet is the hole: what was there was below the pivot and has just moved.
         while (i < j && IsBelowPivot(i))
             ++i;
         if (i >= j)

@@ -16,7 +16,7 @@ namespace corvane {
 // Numeric keys order as numbers, so that 9 comes before 10 and 1 equals 1.0; text keys without regard to case.
 enum SortModeConstants : Long { SortNumeric = 0, SortText = 1 };
 
-// One slot of the table. Nearly all values are objects and nearly all keys numbers, which stand in it as they are; that
+// One slot of the table. Nearly all values are objects and nearly all keys numbers, which are in it as they are; that
 // keeps a slot small.
 class SortedListItem {
 public:
@@ -45,22 +45,22 @@ private:
     mutable KeyState m_eKeyState = KeyState::Text;
     SharedText m_sKey;              // unless the key is a Long
     mutable Double m_dblNumber = 0; // unless the key is a text that hasn't been read as a number
-    Ref<Object> m_oValue;           // also what holds a value that is no object; nothing for the empty one
+    Ref<Object> m_oValue;           // also what holds a value that isn't an object; nothing for the empty one
 };
 
-// While the mode is numeric, every read that sorts or searches fails with 13 when it meets a key that is no number.
+// While the mode is numeric, every read that sorts or searches fails with 13 when it meets a key that isn't a number.
 class SortedList final : public virtual Object {
 public:
     // Removes the item of that key, any one of several. A key that isn't there is ignored.
     void Remove(std::string_view sKey);
-    // Removes the first item in order of the keys, if there is one. Fails with 6 when it stands behind slot 32767.
+    // Removes the first item in order of the keys, if there is one. Fails with 6 when it is behind slot 32767.
     void RemoveTop();
     [[nodiscard]] Long Count() const { return m_lCount; }
-    // The values and the keys in order of the keys. The first stands at index 0; none at all for an empty list.
+    // The values and the keys in order of the keys. The first is at index 0; none at all for an empty list.
     // Both fail with 9 once a compaction has brought never-used slots into the range.
     [[nodiscard]] std::vector<Variant> Items();
     [[nodiscard]] std::vector<std::string> Keys();
-    // In numeric mode a key that is no number fails with 0x80040001.
+    // In numeric mode a key that isn't a number fails with 0x80040001.
     [[nodiscard]] bool Exists(std::string_view sKey);
     // Releases all values. The mode stays.
     void Clear();
@@ -77,7 +77,7 @@ public:
     void Add(const Variant& vKey, Variant vValue);
 
 private:
-    // 0 as the lower bound stands for the whole working range, and is then written.
+    // 0 as the lower bound represents the whole working range, and is then written.
     void QuickSort(Long& lLo, Long& lHi);
     void SelectionSort(Long lLo, Long lHi);
     [[nodiscard]] bool SortDifferentNumbers();

@@ -1,4 +1,4 @@
-// The module that everybody shares: the one root object, and the small functions that more than one class needs.
+// The shared module: the one root object, and the small functions that more than one class needs.
 #pragma once
 
 #include "corvane/base/Failure.h"

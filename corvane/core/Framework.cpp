@@ -82,7 +82,7 @@ void Framework::LetGo() {
     m_oCVProgressBar = nullptr;
 }
 
-// A picture that can't be loaded is no picture: callers show none, and the next call tries again.
+// A picture that can't be loaded isn't a picture: callers show none, and the next call tries again.
 Ref<Picture> Framework::GetImage(const std::string& sImageName) {
     try {
         const auto& oPlatform = CurrentPlatform();

@@ -1,4 +1,4 @@
-// The root object: it owns the managers, brings the application up and takes it down, and offers the commands that
+// The root object: it owns the managers, starts and ends the application, and provides the commands that
 // every application of this kind has.
 #pragma once
 
@@ -74,7 +74,7 @@ public:
     [[nodiscard]] std::string CVSelectYesNo(Long Expression, const std::string& Case0,
                                             const std::string& CaseElse = {}) const;
 
-    // By the library's unload: lets go of what stands when services failed to end. Harmless afterwards.
+    // Called when the library is unloaded: releases what is left if services failed to terminate. No effect afterwards.
     void LetGo();
 
     Ref<IService> Service() override;

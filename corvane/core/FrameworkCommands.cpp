@@ -69,7 +69,7 @@ void Framework::WindowAction(const Ref<ActionItem>& oActionItem) try {
 }
 
 void Framework::AppExit() try {
-    const Ref<MdiForm> frmMain = m_frmMain; // the unload lets go of it
+    const Ref<MdiForm> frmMain = m_frmMain; // the unload releases it
     frmMain->Unload();
 } catch (...) {
     Reraise("Framework", "AppExit");

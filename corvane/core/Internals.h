@@ -11,7 +11,7 @@ namespace corvane::CorvaneMain {
 
 // Creates the root object. A failure is shown and leaves the root nothing.
 void Main();
-// Lets go of the root object, when the library is unloaded.
+// Releases the root object, when the library is unloaded.
 void Unload();
 
 // The attribute's text, also when it is empty; vDefault when the attribute is absent.

@@ -1,4 +1,4 @@
-// What an explorer item embeds to take part: the library talks to this object, and it tells the item by its events.
+// The base that an explorer item embeds: the library calls this object, and it notifies the item by its events.
 #pragma once
 
 #include "corvane/base/Event.h"
@@ -14,7 +14,7 @@ class __attribute__((visibility("default"))) ExplorerItemBase final : public IEx
                                                                       public IActionsProvider,
                                                                       public IWindowExitHandler {
 public:
-    // How an item names itself: nothing is raised. Renaming by the user goes through IExplorerItem::SetName.
+    // For the item itself: raises no event. Renaming by the user goes through IExplorerItem::SetName.
     void NameSilently(std::string sName) { m_sName = std::move(sName); }
     // Both nothing before the item has been added to the explorer.
     [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override { return m_colActionItems; }

@@ -1,5 +1,5 @@
 // Owns the explorer: a tab and a tree for each top-level definition, the items behind the nodes, and the one idea of
-// which item is active. It knows nothing of menus and windows and tells what happens by six events.
+// which item is active. It doesn't know menus and windows and reports changes by six events.
 #pragma once
 
 #include "corvane/base/Event.h"
@@ -27,7 +27,7 @@ public:
 
     // The item's own object, not its base.
     Event<const Ref<Object>&> onAdd;    // its node doesn't exist yet
-    Event<const Ref<Object>&> onRemove; // by Clear alone, when all nodes are gone
+    Event<const Ref<Object>&> onRemove; // by Clear only, after all nodes have been removed
     Event<const Ref<Object>&> OnOpen;   // double click
     Event<const Ref<Object>&> OnActive;
     Event<const Ref<Object>&> OnInactive;
@@ -50,7 +50,7 @@ public:
     // parent that has no node (5) and for a key that is there already (457).
     void AddToExplorer(const Ref<Object>& oExplorerItemObj, const std::string& sExplorerItemDefName,
                        const Ref<Object>& oFolderExplorerItemObj = nullptr);
-    // Raises no event. What stands below the node goes from the tree, but its objects stay until Clear. Fails with 5
+    // Raises no event. The nodes below it are removed, too, but their objects stay until Clear. Fails with 5
     // when the object isn't there.
     void DeleteFromExplorer(const Ref<Object>& oExplorerItemObj);
     // Selects the item's node and opens its label for editing; what is edited then is the active item.

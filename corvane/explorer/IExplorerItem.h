@@ -12,10 +12,10 @@ class ExplorerItemDef;
 
 class __attribute__((visibility("default"))) IExplorerItem : public virtual Object {
 public:
-    // The item joins the explorer: it settles its name and fills its children. A second call does so anew.
+    // The item is added to the explorer: it sets its name and adds its children. A second call does so again.
     virtual void Initialize(const Ref<corvane::ExplorerItemDef>& oExplorerItemDef) = 0;
     [[nodiscard]] virtual std::string Name() const = 0;
-    // A rename, which the item hears of.
+    // A rename, of which the item is notified.
     virtual void SetName(const std::string& sName) = 0;
     // What the tree shows, and what the user edits. Both fail with 91 before Initialize.
     [[nodiscard]] virtual std::string DisplayName() = 0;

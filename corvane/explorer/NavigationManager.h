@@ -1,5 +1,5 @@
 // The switchboard between what the user navigates, explorer items and pages, and what the user can do, menus and
-// toolbars. It keeps nothing of its own: what is attached stands in the tools and action items.
+// toolbars. It has no state: attachments are in the tools and action items.
 #pragma once
 
 #include "corvane/base/Event.h"

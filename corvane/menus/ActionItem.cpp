@@ -106,7 +106,7 @@ void ActionItem::SetTool(Ref<corvane::Tool> oTool) {
 void ActionItem::OnAction() try {
     if (!m_oActionsProviderObj || m_sAction.IsEmpty())
         return;
-    // The procedure may change the name or let go of the item.
+    // The procedure may change the name or release the item.
     const Ref<ActionItem> oSelf(this);
     const Ref<Object> oProvider = m_oActionsProviderObj;
     const Entering oEntering(oProvider);

@@ -30,8 +30,8 @@ public:
     void SetEnabled(bool bEnabled);
     [[nodiscard]] bool Visible() const { return m_bVisible; }
     void SetVisible(bool bVisible);
-    // The texts of the action's entry in the menu of that path, which no item keeps. Nothing happens when there is no
-    // such entry.
+    // The texts of the action's entry in the menu of that path, which aren't stored in the item. Nothing happens when
+    // there is no such entry.
     void SetCaption(const std::string& sPath, const std::string& sCaption);
     void SetDescription(const std::string& sPath, const std::string& sDescription);
     // The tool that shows the action at present; setting it copies no state.
@@ -46,7 +46,7 @@ public:
     // The object on which the procedure is called; nothing before Initialize.
     [[nodiscard]] const Ref<Object>& ActionsProviderObj() const { return m_oActionsProviderObj; }
 
-    // An item and its provider hold each other; this ends it for all items, when the library is unloaded.
+    // An item and its provider refer to each other; this breaks the cycles of all items, when the library is unloaded.
     static void UntieAll();
 
     std::string_view TypeName() const override { return "ActionItem"; }

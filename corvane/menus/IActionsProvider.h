@@ -1,4 +1,4 @@
-// Whoever owns actions: a service, an explorer item, a page. The menu manager hands over their live state.
+// An owner of actions: a service, an explorer item, a page. The menu manager provides their live state.
 #pragma once
 
 #include "corvane/base/KeyedCollection.h"

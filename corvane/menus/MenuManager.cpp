@@ -117,7 +117,7 @@ void MenuManager::AddMenuItems(const Ref<MenuItemDefCollection>& colMenuItemDefs
         switch (oMenuItemDef->MenuType()) {
         case MenuType::fwMenuTitle:
         case MenuType::fwMenuItem: {
-            // One text a number: the set of numbers tells what a set of texts would.
+            // One text a number: the set of numbers says what a set of texts would.
             const Long lKey = MenuPositionKey(*oMenuItemDef);
             if (m_pFiledKeys->setMenu.insert(lKey).second) {
                 m_oMenuItemDefs->Add(lKey, oMenuItemDef);

@@ -80,7 +80,7 @@ public:
     void Refresh();
     // The instances of a master tool take over its texts.
     void ApplyTool(const Ref<Tool>& oTool);
-    // The provider's attached tools hide and let go of it.
+    // The provider's attached tools hide and release it.
     void OnActionsProviderRemove(const Ref<Object>& oActionsProviderObj, const Ref<IActionsProvider>& oActionsProvider);
     // By band name, "Toolbars." and the plain name.
     [[nodiscard]] const Ref<ActionItemCollection>& ToolbarActionItems() const { return m_colToolbarActionItems; }

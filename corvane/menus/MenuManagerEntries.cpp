@@ -38,13 +38,13 @@ Ref<Tool> MenuManager::NewMenuTool(const MenuItemDef& oMenuItemDef, const std::s
     return oTool;
 }
 
-// Where entries of a path stand.
+// Where entries of a path are.
 Ref<Band> MenuManager::EntryBand(const std::string& sPath) {
     Ref<Band> oBand = FindBand(sPath);
     return oBand ? oBand : CreatePlaceHolderMenuTitle(sPath);
 }
 
-// Where a title of a path stands.
+// Where a title of a path is.
 Ref<Band> MenuManager::ParentBand(const std::string& sPath) {
     return sPath.empty() ? m_oMainBand : EntryBand(sPath);
 }
@@ -89,7 +89,7 @@ void MenuManager::PlaceMenuItem(const MenuItemDef& oMenuItemDef, const Ref<Tool>
         InsertSeparator(*oParent, -1);
 }
 
-// The title's band is there already: the title stays where it stands and takes its texts and state.
+// The title's band is there already: the title stays where it is and takes its texts and state.
 void MenuManager::AdoptMenuTitle(const MenuItemDef& oMenuItemDef, const Ref<Tool>& oTool) {
     const Ref<Band> oParent = ParentBand(oMenuItemDef.Path());
     oParent->Tools()->Item(oTool->Name())->SetCaption(oMenuItemDef.Caption());

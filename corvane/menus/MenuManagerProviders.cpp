@@ -15,7 +15,7 @@ template <class T>
 void Prefetch(const Ref<T>& oObject) {
     constexpr std::size_t nLine = 64;
     const auto* pBytes = reinterpret_cast<const char*>(oObject.Get());
-    if (!pBytes) // an action that stands nowhere has no tool
+    if (!pBytes) // an action that is nowhere has no tool
         return;
     for (std::size_t n = 0; n < sizeof(T); n += nLine)
         __builtin_prefetch(pBytes + n, 1);

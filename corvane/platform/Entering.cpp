@@ -9,7 +9,7 @@ namespace {
 constexpr int nDeepest = 400;
 
 Entering::Watcher* pTheWatcher = nullptr;
-int nDepth = 0; // of the scopes that stand within one another now
+int nDepth = 0; // of the scopes that are within one another now
 
 } // namespace
 

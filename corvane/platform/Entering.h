@@ -1,4 +1,4 @@
-// Tells whoever watches that the library enters the code of a client's object, and that it comes back. Scopes stand
+// Reports to the observer that the library enters the code of a client's object, and that it returns. Scopes are
 // within one another as the calls do.
 #pragma once
 
@@ -15,8 +15,8 @@ public:
         virtual void Left() noexcept = 0;
     };
 
-    // The watcher hears nothing of nothing. Fails with 28 in the 400th scope within another: code that calls itself
-    // through the library without end is told so while there is stack left to tell it.
+    // Without an object the observer isn't notified. Fails with 28 in the 400th nested scope: endless recursion through
+    // the library is reported while there is stack left to report it.
     explicit Entering(const Ref<Object>& oObject);
     ~Entering();
     Entering(const Entering&) = delete;

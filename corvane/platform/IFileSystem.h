@@ -16,7 +16,7 @@ public:
     [[nodiscard]] virtual std::vector<std::string> Files(std::string_view sFolder) const = 0;
     // The last part of a path, with its extension.
     [[nodiscard]] virtual std::string FileName(std::string_view sPath) const = 0;
-    // What stands behind the last point of the file's name; "" without one.
+    // The part after the last point of the file's name; "" without one.
     [[nodiscard]] virtual std::string Extension(std::string_view sPath) const = 0;
     [[nodiscard]] virtual std::string Join(std::string_view sFolder, std::string_view sName) const = 0;
     // The file's bytes. A name that isn't there as written is found without regard to case. 53 when there is none.

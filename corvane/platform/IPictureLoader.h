@@ -31,7 +31,7 @@ private:
 
 class __attribute__((visibility("default"))) IPictureLoader : public virtual Object {
 public:
-    // sName becomes the picture's name. Fails with 53 when there is no file, with 13 when its content is no picture
+    // sName becomes the picture's name. Fails with 53 when there is no file, with 13 when its content isn't a picture
     // of a known format.
     [[nodiscard]] virtual Ref<Picture> Load(std::string_view sPath, std::string_view sName) = 0;
 };

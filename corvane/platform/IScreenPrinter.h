@@ -1,4 +1,4 @@
-// Prints what stands on screen.
+// Prints what is on screen.
 #pragma once
 
 #include "corvane/base/Failure.h"

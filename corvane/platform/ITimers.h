@@ -19,7 +19,7 @@ class __attribute__((visibility("default"))) ITimers : public virtual Object {
 public:
     // Disabled at first.
     [[nodiscard]] virtual Ref<ITimer> NewTimer() = 0;
-    // Lets the message loop run once: paints what is due and delivers what waits.
+    // Runs the message loop once: paints and delivers what is pending.
     virtual void DoEvents() = 0;
 };
 

@@ -20,7 +20,7 @@ public:
     [[nodiscard]] virtual bool IsRunningInIDE() const = 0;
     // The path of the application folder "Services" or "Images". Fails with 76 for another name.
     [[nodiscard]] virtual std::string GetAppFolder(std::string_view sName) const = 0;
-    // The folder that stands for the one from which the library was loaded; "QRZ.INI" lies there.
+    // The equivalent of the folder from which the library was loaded; "QRZ.INI" is there.
     [[nodiscard]] virtual std::string LibraryFolder() const = 0;
 };
 

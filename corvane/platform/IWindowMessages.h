@@ -27,7 +27,7 @@ using WindowProc = std::function<Long(Long hWnd, Long uMsg, Long wParam, std::in
 
 class __attribute__((visibility("default"))) IWindowMessages : public virtual Object {
 public:
-    // A number that stands for a procedure. Numbers are never reused.
+    // A number that identifies a procedure. Numbers are never reused.
     [[nodiscard]] virtual Long RegisterProc(WindowProc fnProc) = 0;
     // The window's present procedure. Fails with 5 for an unknown handle.
     [[nodiscard]] virtual Long GetWindowProc(Long hWnd) const = 0;

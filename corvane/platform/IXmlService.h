@@ -29,7 +29,7 @@ public:
 // A schema that has been read, to be used for any number of documents.
 class __attribute__((visibility("default"))) IXmlSchemaCache : public virtual Object {
 public:
-    // Fails when the file can't be read (53) or is no schema; the description then says where.
+    // Fails when the file can't be read (53) or isn't a schema; the description then says where.
     virtual void Add(std::string_view sNamespace, std::string_view sFile) = 0;
 };
 
@@ -42,7 +42,7 @@ struct XmlError {
 class __attribute__((visibility("default"))) IXmlDocument : public virtual Object {
 public:
     // Parses the text of a file, whose bytes are Windows-1252 whatever its declaration says. False when it isn't well
-    // formed or goes beyond the limits; ParseError tells why.
+    // formed or exceeds the limits; ParseError gives the reason.
     virtual bool LoadXml(std::string_view sBytes) = 0;
     [[nodiscard]] virtual XmlError ParseError() const = 0;
     // XPath from the document.

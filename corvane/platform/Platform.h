@@ -1,4 +1,4 @@
-// What the library needs of the machine, handed over when it is loaded.
+// What the library needs from the machine, passed when it is loaded.
 #pragma once
 
 #include "corvane/base/Ref.h"

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] bool Checked() const { return m_bChecked; }
     [[nodiscard]] bool Enabled() const { return m_bEnabled; }
     [[nodiscard]] bool Visible() const { return m_bVisible; }
-    // The tool that stands for the action; nothing for an action that no menu entry uses.
+    // The tool that shows the action; nothing for an action that no menu entry uses.
     void SetTool(Ref<corvane::Tool> oTool) { m_oTool = std::move(oTool); }
     [[nodiscard]] const Ref<corvane::Tool>& Tool() const { return m_oTool; }
     // Whether the position of one of its menu entries was taken when the menus were built.
@@ -40,7 +40,7 @@ public:
 
     // Reads an ActionItem element. Fails with 13 for a value that doesn't convert.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
-    // Actions that stand in a row often call the same procedure: then they share its name.
+    // Consecutive actions often call the same procedure: then they share its name.
     void ShareTexts(const ActionItemDef& oBefore);
     // For actions made in code.
     void Init(std::string sName, std::string sAction = {}, bool bVisible = true, bool bEnabled = true,

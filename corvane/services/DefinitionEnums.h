@@ -42,7 +42,7 @@ enum class ExplorerItemType : Long {
     fwExplorerItemFolderChild = 3
 };
 
-// cvDefinitionDefault never stands in a definition: as an argument it means that the definition decides.
+// cvDefinitionDefault never occurs in a definition: as an argument it means that the definition decides.
 enum class WindowTypeConstants : Long {
     cvDefinitionDefault = -1,
     cvWindow = 0,

@@ -34,7 +34,7 @@ public:
     // convert, and as ReadActionItemDefs and ReadMenuItemDefs do.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
 
-    // Lets go of parent and children, when the library is done with the definitions.
+    // Releases parent and children, when the library is done with the definitions.
     void Untie();
 
     std::string_view TypeName() const override { return "ExplorerItemDef"; }

@@ -12,7 +12,7 @@ namespace corvane {
 class __attribute__((visibility("default"))) MenuItemDef final : public virtual Object {
 public:
     [[nodiscard]] corvane::MenuType MenuType() const { return m_eMenuType; }
-    // The key of the title, or the name of the toolbar, under which the entry stands; empty for the top.
+    // The key of the title, or the name of the toolbar, that contains the entry; empty for the menu bar.
     [[nodiscard]] const std::string& Path() const { return m_sPath; }
     // With "&" before the mnemonic.
     [[nodiscard]] const std::string& Caption() const { return m_sCaption; }
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] const std::string& ShortCutKey() const { return m_sShortCutKey; }
     [[nodiscard]] Single PositionOrder() const { return m_fPositionOrder; }
     [[nodiscard]] corvane::SeparatorStyle SeparatorStyle() const { return m_eSeparatorStyle; }
-    // Nothing until whoever made this record sets it.
+    // Nothing until the creator of this record sets it.
     [[nodiscard]] const Ref<corvane::ActionItemDef>& ActionItemDef() const { return m_oActionItemDef; }
     void SetActionItemDef(Ref<corvane::ActionItemDef> oActionItemDef) { m_oActionItemDef = std::move(oActionItemDef); }
     // The identity of the entry in the bar: [Tool.][Path.]action name. Fails with 91 before the action is set.
@@ -34,7 +34,7 @@ public:
 
     // Reads a MenuItem element. Fails with ObjectErrorBase for an unknown Type, with 13 for a bad PositionOrder.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
-    // Entries that stand in a row often have the same path: then they share it.
+    // Consecutive entries often have the same path: then they share it.
     void ShareTexts(const MenuItemDef& oBefore);
     // For entries made in code, whose caption carries "&" already. The action's name isn't used: the caller sets the
     // action afterwards.

@@ -1,4 +1,4 @@
-// What a service embeds to take part: the library talks to this object, and it tells the service by its events.
+// The base that a service embeds: the library calls this object, and it notifies the service by its events.
 #pragma once
 
 #include "corvane/base/Event.h"

@@ -1,5 +1,5 @@
-// Turns the folder of definition files into the registries of the application, and leads the services through their
-// life.
+// Reads the folder of definition files into the registries of the application, and controls the lifecycle of the
+// services.
 #pragma once
 
 #include "corvane/base/KeyedCollection.h"

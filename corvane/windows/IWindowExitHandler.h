@@ -1,4 +1,4 @@
-// Whoever opened a window and wants to know of its end.
+// The opener of a window that is notified when it closes.
 #pragma once
 
 #include "corvane/base/Ref.h"

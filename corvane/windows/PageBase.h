@@ -1,4 +1,4 @@
-// What a page embeds to take part: the library talks to this object, and it tells the page by its events.
+// The base that a page embeds: the library calls this object, and it notifies the page by its events.
 #pragma once
 
 #include "corvane/base/Event.h"

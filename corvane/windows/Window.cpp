@@ -51,7 +51,7 @@ void Window::SubscribeToForm() {
     m_oDeactivate = m_frmWindow->OnDeactivate.Subscribe([this] { m_frmWindow_Deactivate(); });
 }
 
-// The origin is 0 in either case, so a window that is no MDI child stands as if its owner began at the screen's corner.
+// The origin is 0 in either case, so a window that isn't an MDI child is placed as if its owner began at the screen's corner.
 void Window::PlaceForm(Long lDefaultWidth, Long lDefaultHeight) {
     const bool bIsMDIChild = m_frmWindow->MDIChild();
     const Long lWidth = RoundToLong(bIsMDIChild ? m_frmOwner->ScaleWidth() : m_frmOwner->Width());
@@ -114,7 +114,7 @@ bool Window::IsCommandEnabled(StandardCommandConstants eStandardButton) const {
     return m_oWindowForm->IsCommandEnabled(eStandardButton);
 }
 
-// What the form does in the following may end the window, which lets go of the form, so it is held while it runs.
+// What the form does in the following may end the window, which releases the form, so it is held while it runs.
 void Window::SetIsCommandEnabled(StandardCommandConstants eStandardButton, bool bEnabled) {
     const Ref<IWindowForm> oWindowForm = m_oWindowForm;
     oWindowForm->SetIsCommandEnabled(eStandardButton, bEnabled);

@@ -17,8 +17,8 @@ namespace corvane {
 // After ExitWindow the plain values still answer; what needs the form fails with 91.
 class __attribute__((visibility("default"))) Window final : public IWindowFormController {
 public:
-    // Loads, initialises, sizes and places the form, without showing it. An empty key becomes the window's identity
-    // number. Fails with 13 when the form is no Form; after the form's load a failure leaves the window registered.
+    // Loads, initializes, sizes and places the form, without showing it. An empty key becomes the window's identity
+    // number. Fails with 13 when the form isn't a Form; after the form's load a failure leaves the window registered.
     void Initialize(const Ref<IWindowController>& oWindowController, const Ref<corvane::WindowDef>& oWindowDef,
                     const Ref<IWindowForm>& oWindowForm, const std::string& sKey, const Ref<Object>& oBusinessContext,
                     const Ref<IWindowExitHandler>& oWindowExitHandler, bool bIsModal, FormState eWindowState,

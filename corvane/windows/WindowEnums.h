@@ -14,7 +14,7 @@ enum class ShowApplyCommandConstants : Long {
     cvHideApplyCommand = 1,
 };
 
-// Some share a number, and only the number travels: the window's type tells which is meant.
+// Some share a number, and only the number is passed: the window's type determines the meaning.
 enum class StandardCommandConstants : Long {
     cvHelp = 0,
     cvOK = 1,

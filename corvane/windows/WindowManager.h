@@ -1,5 +1,5 @@
-// The one place through which windows are opened, and the registry of those that are open. It tells what happens to
-// windows and pages by its events and knows nothing of commands.
+// The one place through which windows are opened, and the registry of the open ones. It reports what happens to
+// windows and pages by its events and doesn't know commands.
 #pragma once
 
 #include "corvane/base/Event.h"

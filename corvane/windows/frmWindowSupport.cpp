@@ -13,7 +13,7 @@ namespace {
 
 constexpr Long lDelayMilliseconds = 50;
 
-// Nobody else holds a form that waits for its tick.
+// No one else holds a form that waits for its tick.
 std::vector<Ref<frmWindowSupport>> g_aWaiting;
 
 } // namespace

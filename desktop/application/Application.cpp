@@ -113,7 +113,7 @@ Platform Application::MakePlatform() {
     return platform;
 }
 
-// A run that nobody watches is told "Save" or "Stay" beforehand; otherwise the changes go.
+// A run that no one watches is given "Save" or "Stay" beforehand; otherwise the changes go.
 LeaveAnswer Application::AskToLeave(const LeaveQuestion& question) {
     const auto answer = m_commonDialog->TakeAnswer();
     if (!answer)
@@ -144,7 +144,7 @@ void Application::Note(const char* procedure, const std::string& text) const {
 
 bool Application::Start() {
     bool started = false;
-    ContrastStyle::Follow(); // a failure may be shown before the person's own theme is known
+    ContrastStyle::Follow(); // a failure may be shown before the user's own theme is known
     m_failures.Guard([&] {
         const Ref<Framework> framework = CorvaneMain::Framework();
         ClearWideRegisters();
@@ -264,7 +264,7 @@ QPixmap Application::Picture() {
     for (QWidget* over : overItems) {
         const QRect place = over->geometry().translated(-corner - all.topLeft());
         painter.drawPixmap(place.topLeft(), over->grab());
-        painter.drawRect(place.adjusted(-1, -1, 0, 0)); // stands for the frame that the desktop draws
+        painter.drawRect(place.adjusted(-1, -1, 0, 0)); // represents the frame that the desktop draws
     }
     return picture;
 }

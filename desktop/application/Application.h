@@ -29,17 +29,17 @@ namespace corvane::desktop {
 
 struct ApplicationOptions {
     std::string folder;
-    bool withDialogs = true; // false where nobody watches: failures go to the error stream, messages are kept
+    bool withDialogs = true; // false where no one watches: failures go to the error stream, messages are kept
     // Classes that are part of the program itself, by their ProgIDs, beside those of the application's plug-ins.
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> classes = {};
-    bool personal = true; // false: neither the session nor the person's own keys, toolbars and menus are used
+    bool personal = true; // false: neither the session nor the user's own keys, toolbars and menus are used
     LeftOut leftOut = {}; // services that aren't started; the mode without plug-ins is without the above as well
     bool watch = false;   // name services that keep the user interface busy, in the log
     Blame::AskFunction askAfterCrash = {}; // asked when a service ended the program the last time
     QStringList languages = {};            // for the texts of definitions, the most wanted first; none for their own
     // Where the session is kept, for hosts that keep one of their own; the window's place isn't part of it then.
     std::string sessionFile = {};
-    std::shared_ptr<StepRecorder> recorder = {}; // follows what the person does
+    std::shared_ptr<StepRecorder> recorder = {}; // follows what the user does
     // What makes the objects in place of the plug-ins' factory, which it gets, with the plug-ins.
     std::function<Ref<IObjectFactory>(Ref<IObjectFactory>, Ref<PluginFactory>)> objects = {};
 };
@@ -52,7 +52,7 @@ public:
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    // Initialises and starts the library and shows the window. False when the library couldn't be started; the window
+    // Initializes and starts the library and shows the window. False when the library couldn't be started; the window
     // is shown all the same, with what came up, once the failure has been seen.
     bool Start();
     // The user chooses the tool of that name. False when there is none, it is hidden or disabled, or a modal window is
@@ -64,7 +64,7 @@ public:
     // The user brings a page of the active window to the front, from 1. False when that can't be.
     bool ShowPage(int page);
     [[nodiscard]] bool IsModalFormOpen() const;
-    // Whether something would be lost if the application ended now. Services and pages are asked, and no person.
+    // Whether something would be lost if the application ended now. Services and pages are asked, and no user.
     [[nodiscard]] bool HasUnsavedWork();
     // Runs what the host does of itself; a failure that leaves the library is shown, and nothing is recorded as a step.
     void ByHost(const std::function<void()>& act);

@@ -107,7 +107,7 @@ Ref<IScreenPrinter> Application::MakeScreenPrinter() {
     return New<ScreenPrinter>(std::move(host));
 }
 
-// The service in whose code the latest command is; an explorer item or a page is told by its kind.
+// The service in whose code the latest command is; an explorer item or a page is reported by its kind.
 QString Application::RunningService() const {
     const Ref<Framework> framework = Singleton::Framework();
     const auto manager = framework ? framework->ServiceManager() : nullptr;
@@ -163,7 +163,7 @@ bool Application::SettleUnsavedWork() {
     return exit;
 }
 
-// A run that nobody watches is told "Save" or "Stay" beforehand; otherwise the work goes.
+// A run that no one watches is given "Save" or "Stay" beforehand; otherwise the work goes.
 ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups) {
     if (const auto answer = m_commonDialog->TakeAnswer()) {
         ExitAnswer exit;

@@ -1,5 +1,5 @@
-// Who has the commands that the active explorer item and the page in front share: the one that the person is in. The
-// library gives them to what becomes active last, and says nothing when the person goes back to what is active already.
+// Who has the commands that the active explorer item and the page in front share: the one that the user is in. The
+// library gives them to what becomes active last, and says nothing when the user goes back to what is active already.
 #pragma once
 
 #include "corvane/base/Event.h"
@@ -22,7 +22,7 @@ public:
     using PartFunction = std::function<Part(const QWidget*)>; // Window is the active one
     using GuardFunction = std::function<void(const std::function<void()>&)>;
 
-    // Once the library is initialised. It ends with the main form.
+    // Once the library is initialized. It ends with the main form.
     CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, GuardFunction guard);
 
 private:
@@ -43,7 +43,7 @@ private:
     PartFunction m_partOf;
     GuardFunction m_guard;
     Ref<Object> m_item; // the active one, or nothing
-    Ref<Node> m_node;   // its node, which may go without a word
+    Ref<Node> m_node;   // its node, which may go silently
     Ref<TreeView> m_tree;
     Ref<Object> m_page; // the one in front in the active window, or nothing
     Part m_owner = Part::Nowhere;

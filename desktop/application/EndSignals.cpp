@@ -55,7 +55,7 @@ void EndSignals::Arrived() {
     [[maybe_unused]] const auto read = ::read(ends[1], &any, 1);
     if (m_mainWindow->close())
         return;
-    for (const int signal : signals) // somebody wants to stay: the next signal asks again
+    for (const int signal : signals) // someone wants to stay: the next signal asks again
         std::signal(signal, &OnSignal);
 }
 

@@ -1,4 +1,4 @@
-// The signals by which a system or a person ends a program from outside: they close the main window, as its close box
+// The signals by which a system or a user ends a program from outside: they close the main window, as its close box
 // does, so that services end and unsaved work is asked about.
 #pragma once
 

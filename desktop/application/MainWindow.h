@@ -27,7 +27,7 @@ public:
     [[nodiscard]] ExplorerPanel& Explorer() { return *m_explorer; }
     [[nodiscard]] QDockWidget& ExplorerDock() { return *m_dock; }
     [[nodiscard]] QMdiArea& Area() { return *m_area; }
-    // Whether the windows lie behind tabs instead of in frames of their own.
+    // Whether the windows are behind tabs instead of in frames of their own.
     [[nodiscard]] bool HasTabbedWindows() const;
     void SetTabbedWindows(bool tabbed);
     // Whether the form has been asked to unload and didn't refuse, also when a service failed at its end.

@@ -86,7 +86,7 @@ void PersonalDesktop::RestoreWindows() {
         m_session.RestoreWindows();
 }
 
-// Without all only what can be chosen where the person is: a context menu's command is for the item that is chosen.
+// Without all only what can be chosen where the user is: a context menu's command is for the item that is chosen.
 PaletteDialog* PersonalDesktop::Pick(QWidget* parent, bool all, const std::function<void(const Ref<Tool>&)>& choose) {
     const CommandList commands(*m_parts.activeBar);
     std::vector<PaletteEntry> entries;

@@ -1,5 +1,5 @@
-// What the person in front of an application has of the desktop beside the application itself: their session, their
-// keys, toolbars and menus, and the dialogs that tell of commands.
+// What the user in front of an application has of the desktop beside the application itself: their session, their
+// shortcuts, toolbars and menus, and the dialogs about commands.
 #pragma once
 
 #include "adapters/log/Utilities.h"
@@ -35,17 +35,17 @@ public:
         Ref<Utilities> utilities;
         std::string appFolder;
         std::string configFolder;
-        std::function<QString()> askReportPath; // empty when the person thought better of it
+        std::function<QString()> askReportPath; // empty when the user cancelled
         std::function<QStringList()> leftOut;   // the services that weren't started
         bool keeps = true;                      // false: nothing that was kept is used, and nothing is kept
         std::string sessionFile = {};           // where the session is kept all the same, without the window's place
     };
 
-    // Before the library is initialised.
+    // Before the library is initialized.
     explicit PersonalDesktop(Parts parts);
     ~PersonalDesktop() override;
 
-    void Initialized(); // after the library was initialised, before it starts
+    void Initialized(); // after the library was initialized, before it starts
     // After the start, before the window is shown. Where something didn't come up, the session stays as it was kept.
     void Restore(bool whole);
     void RestoreWindows(); // once it is shown

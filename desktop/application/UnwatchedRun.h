@@ -1,4 +1,4 @@
-// What a run without a person does after the start, step by step, and what it leaves behind: a picture, a text. The
+// What a run without a user does after the start, step by step, and what it leaves behind: a picture, a text. The
 // steps go on while a modal window is open; when there are none left, a modal window is cancelled.
 #pragma once
 

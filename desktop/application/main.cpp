@@ -84,7 +84,7 @@ int main(int argc, char** argv) {
         };
         UnwatchedRun run(application, StepsOf(parser), look);
         if (!unwatched)
-            application.SetModalLoop({}); // somebody is there to close it
+            application.SetModalLoop({}); // someone is there to close it
         const bool started = application.Start();
         for (const std::string& name : application.Blamed().Filter()->Unknown())
             std::fprintf(stderr, "corvane-desktop: warning: there is no service \"%s\" to leave out\n", name.c_str());

@@ -35,7 +35,7 @@ QIcon IconOfPictures(const Ref<Picture>& normalPicture, const Ref<Picture>& disa
     return icon;
 }
 
-// A toolbar would show and hide its buttons while it lays itself out, and begin its layout anew after each of them.
+// A toolbar would show and hide its buttons while it lays itself out, and begin its layout again after each of them.
 void ShowButton(const QAction& action) {
     for (QObject* object : action.associatedObjects())
         if (auto* button = qobject_cast<QToolButton*>(object))

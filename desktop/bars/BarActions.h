@@ -27,7 +27,7 @@ public:
 
     // A new action that shows the instance and clicks it. The parent owns it.
     QAction* Add(const Ref<Tool>& instance, ActionPlace place, QObject* parent);
-    // Follows an instance with an action that somebody else made, such as that of a menu.
+    // Follows an instance with an action that someone else made, such as that of a menu.
     void Follow(const Ref<Tool>& instance, ActionPlace place, QAction* action, bool clicks);
     void Leave(const Tool* instance, const QAction* action);
     void Click(const Ref<Tool>& instance) { m_click(instance); }

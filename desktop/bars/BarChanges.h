@@ -1,4 +1,4 @@
-// What is laid over the bar's model when it is drawn: the person's own keys and their own toolbars and menus.
+// What is laid over the bar's model when it is drawn: the user's own keys and their own toolbars and menus.
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"
@@ -17,7 +17,7 @@ public:
 
     // The keys of a tool, each of one stroke.
     [[nodiscard]] virtual QList<QKeySequence> KeysOf(const Tool& tool) const;
-    // Keys that the person gave come before those of definitions, where both are the same.
+    // Keys that the user gave come before those of definitions, where both are the same.
     [[nodiscard]] virtual bool HasOwnKeys(const Tool& /*tool*/) const { return false; }
     // The instances that are drawn of a menu or a toolbar, in order.
     [[nodiscard]] virtual std::vector<Ref<Tool>> InstancesOf(const Band& band) const { return band.Tools()->All(); }

@@ -258,7 +258,7 @@ void BarRenderer::ShowStatusBar() {
         const QString text = QString::fromStdString(status->Caption());
         const bool shown = status->Visible() && m_activeBar->StatusTextShown();
         const bool turned = std::exchange(m_statusShown, shown) != shown; // a description hides the label, too
-        // What is shown while the bar describes the command under the pointer would lie over that; news come first.
+        // What is shown while the bar describes the command under the pointer would cover that; news come first.
         if (turned || m_status->text() != text) {
             m_window->statusBar()->clearMessage();
             m_status->setText(text);
@@ -287,7 +287,7 @@ QMenu* BarRenderer::NewPopup(const Ref<Band>& band) {
     for (QAction* action : menu->actions())
         if (action->font().bold())
             menu->setDefaultAction(action);
-    // Qt tells descriptions to the window only for menus that hang on one of its bars.
+    // Qt reports descriptions to the window only for menus that hang on one of its bars.
     const auto describe = [window = m_window](const QString& text) {
         QStatusTipEvent event(text);
         QCoreApplication::sendEvent(window, &event);

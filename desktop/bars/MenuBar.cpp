@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t mostTitles = 60;
 constexpr std::size_t fewTitles = 24;   // are measured as they are
-constexpr int settleMilliseconds = 100; // nobody presses a key before the first picture
+constexpr int settleMilliseconds = 100; // no one presses a key before the first picture
 
 } // namespace
 

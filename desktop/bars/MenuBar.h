@@ -1,5 +1,5 @@
-// The menu bar on screen, which shows the titles of one band. What stands behind the first sixty titles, for which no
-// screen has room, stands in a menu at the end that is filled when it opens; their mnemonics open it there.
+// The menu bar on screen, which shows the titles of one band. What is behind the first sixty titles, for which no
+// screen has space, is in a menu at the end that is filled when it opens; their mnemonics open it there.
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"

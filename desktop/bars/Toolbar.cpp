@@ -171,7 +171,7 @@ void Toolbar::LetGo(Slot& slot) {
     slot.button->hide();
 }
 
-// A button that is to show something else neither fires what the person pressed before nor keeps the keyboard.
+// A button that is to show something else neither fires what the user pressed before nor keeps the keyboard.
 void Toolbar::LeaveButton(QToolButton& button) {
     if (button.isDown())
         button.setDown(false);

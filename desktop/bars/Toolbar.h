@@ -22,7 +22,7 @@ class Toolbar final : public QToolBar {
 public:
     Toolbar(MenuBuilder& menus, BarActions& actions, QWidget* parent);
 
-    // What stands in it, in order, the hidden ones too.
+    // What is in it, in order, the hidden ones too.
     void SetInstances(std::vector<Ref<Tool>> instances);
     // Brings the buttons up to those that are visible now. False when there is none.
     bool ShowButtons();

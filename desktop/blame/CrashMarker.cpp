@@ -20,7 +20,7 @@
 
 namespace corvane::desktop {
 
-// As it lies in the file. Texts end with a zero; the last byte of each stays one.
+// As it is in the file. Texts end with a zero; the last byte of each stays one.
 struct CrashMarker::Mark {
     char magic[8];
     char plugin[128];
@@ -62,7 +62,7 @@ void CrashMarker::OnSignal(int signal) {
         if (const char* plugin = PluginCode::Innermost())
             Write(mark->plugin, plugin);
     }
-    // What stood here before has its turn as soon as this returns.
+    // What was here before has its turn as soon as this returns.
     for (std::size_t i = 0; i < signals.size(); ++i)
         if (signals[i] == signal)
             ::sigaction(signal, &earlier[i], nullptr);
@@ -74,7 +74,7 @@ void CrashMarker::InstallHandlers() {
     if (std::exchange(installed, true))
         return;
     (void)PluginCode::Innermost(); // loads what it needs, which a handler mustn't
-    // A stack that has run over leaves no room for a handler.
+    // A stack that has run over leaves no space for a handler.
     static char* stackMemory = static_cast<char*>(std::malloc(handlerStack));
     stack_t stack{};
     stack.ss_sp = stackMemory;

@@ -1,4 +1,4 @@
-// A small file that tells, after the program's death, whose code it was in. It is mapped into memory, so that a mark
+// A small file that reports, after the program's death, whose code it was in. It is mapped into memory, so that a mark
 // costs nothing and stays whatever ends the program; at a regular end the file goes.
 #pragma once
 
@@ -9,7 +9,7 @@ namespace corvane::desktop {
 
 // What a program that died has left.
 struct CrashRecord {
-    std::string plugin;  // in whose code it was, by its library; empty when nobody knows
+    std::string plugin;  // in whose code it was, by its library; empty when no one knows
     std::string service; // whose command was under way, and that service's plug-in
     std::string servicePlugin;
     std::string creating; // the ProgID of the object that was being made
@@ -32,7 +32,7 @@ public:
     CrashMarker(const CrashMarker&) = delete;
     CrashMarker& operator=(const CrashMarker&) = delete;
 
-    // Of programs that were in somebody's code; the others died for reasons of their own.
+    // Of programs that were in someone's code; the others died for reasons of their own.
     [[nodiscard]] const std::vector<CrashRecord>& Found() const { return m_found; }
 
     // Both empty when it has ended.

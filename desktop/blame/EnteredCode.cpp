@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t mostKnown = 10000; // pages come and go, and so do their keys
 
-// An item that the plug-in has made by itself is known by its definition once it stands in the explorer.
+// An item that the plug-in has made by itself is known by its definition once it is in the explorer.
 std::string ItemName(const Object& object) {
     const auto* access = dynamic_cast<const IExplorerItemAccess*>(&object);
     const auto item = access ? const_cast<IExplorerItemAccess*>(access)->ExplorerItem() : Ref<IExplorerItem>();

@@ -16,7 +16,7 @@ struct LeftOut {
     bool allPlugins = false;        // the shell alone
 };
 
-// A file whose explorer items stand below those of a file that is left out is left out as well: the library couldn't
+// A file whose explorer items are below those of a file that is left out is left out as well: the library couldn't
 // start with it.
 class LeftOutServices final : public IFileSystem {
 public:

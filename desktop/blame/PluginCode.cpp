@@ -18,7 +18,7 @@ struct Range {
     char name[128];
 };
 
-// A signal handler reads what stands below the count, which doesn't change any more.
+// A signal handler reads what is below the count, which doesn't change any more.
 constexpr std::size_t mostRanges = 1024;
 std::array<Range, mostRanges> ranges;
 std::atomic<std::size_t> rangeCount{0};

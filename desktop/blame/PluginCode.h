@@ -1,4 +1,4 @@
-// Which plug-in's code an address lies in, and the calls that are under way in a thread: enough to say whose code it
+// Which plug-in's code an address is in, and the calls that are under way in a thread: enough to say whose code it
 // was when the program died or hung.
 #pragma once
 

@@ -82,7 +82,7 @@ const char* UiWatch::WhoseCode() const {
 }
 
 void UiWatch::Watch() {
-    long long reportedNumber = 0; // the busy time that has been told of
+    long long reportedNumber = 0; // the busy time that has been reported
     const char* toldOf = nullptr;
     long long last = 0;
     std::unique_lock lock(m_mutex);

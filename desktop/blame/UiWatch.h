@@ -1,4 +1,4 @@
-// Watches from a thread of its own whether the user-interface thread comes back to its event loop, and tells in whose
+// Watches from a thread of its own whether the user-interface thread comes back to its event loop, and reports in whose
 // code it stays away.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Every command of a running application, with where it stands, whose it is and why it can't be chosen: what the
+// Every command of a running application, with where it is, whose it is and why it can't be chosen: what the
 // palette, the shortcuts and the inspector show.
 #pragma once
 
@@ -40,24 +40,24 @@ struct CommandEntry {
     std::vector<Placement> placements;
     Owner owner; // of what the tool does at present, else of the entry that made it
 
-    // The action at present; nothing when nobody offers it.
+    // The action at present; nothing when no one offers it.
     [[nodiscard]] Ref<ActionItem> Action() const { return tool->TagVariant().TryAs<ActionItem>(); }
     // Why it can't be chosen now; empty when it can.
     [[nodiscard]] QString WhyNot() const;
 };
 
-// A caption as people read it, in their language.
+// A caption as users read it, in their language.
 [[nodiscard]] QString PlainCaption(const Tool& tool);
 // The same as the definition has it.
 [[nodiscard]] QString OriginalCaption(const Tool& tool);
 
 class CommandList {
 public:
-    // As things stand now. Titles, separators and what the host shows in its bands are no commands.
+    // As things are now. Titles, separators and what the host shows in its bands aren't commands.
     explicit CommandList(const ActiveBar& activeBar);
 
     [[nodiscard]] const std::vector<CommandEntry>& All() const { return m_commands; }
-    // A null pointer for a tool that is no command.
+    // A null pointer for a tool that isn't a command.
     [[nodiscard]] const CommandEntry* Find(const Tool& tool) const;
     // All definitions that share the tool, titles too.
     [[nodiscard]] const std::vector<Placement>& PlacementsOf(const Tool& tool) const;

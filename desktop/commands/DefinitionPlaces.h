@@ -1,4 +1,4 @@
-// Where in the definition files something stands: the file and the line of a service, an explorer item, a window, a
+// Where in the definition files something is: the file and the line of a service, an explorer item, a window, a
 // page or a menu entry.
 #pragma once
 

@@ -6,10 +6,10 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int wholeBonus = 60;  // the word stands there as it was typed
+constexpr int wholeBonus = 60;  // the word is there as it was typed
 constexpr int startBonus = 30;  // a letter begins a word of the text
 constexpr int besideBonus = 15; // a letter follows the one before it
-constexpr int mainBonus = 10;   // a letter stands in the main part
+constexpr int mainBonus = 10;   // a letter is in the main part
 constexpr int gapCost = 1;      // for each letter between two
 constexpr int lengthShare = 8;  // of two texts the shorter one, by little
 
@@ -33,7 +33,7 @@ bool FuzzyText::IsWordStart(qsizetype i) const {
     return i == 0 || (m_folded[i].isLetterOrNumber() && !m_folded[i - 1].isLetterOrNumber());
 }
 
-// Where the word stands as it was typed: at the beginning of a word and in the main part where it can.
+// Where the word is as it was typed: at the beginning of a word and in the main part where it can.
 qsizetype FuzzyText::BestWhole(const QString& word) const {
     qsizetype bestIndex = -1;
     int best = -1;
@@ -64,7 +64,7 @@ bool FuzzyText::Match(const QString& word, Hit& hit) const {
             take(whole + i);
         return true;
     }
-    // From the end, so that of several ways the one that lies in the main part is found.
+    // From the end, so that of several ways the one that is in the main part is found.
     std::vector<qsizetype> places(static_cast<std::size_t>(word.size()));
     qsizetype i = m_folded.size();
     for (qsizetype n = word.size(); n-- > 0;) {

@@ -1,4 +1,4 @@
-// How well a few typed letters fit a text: the letters of each word stand in it in order, best together and at the
+// How well a few typed letters fit a text: the letters of each word are in it in order, best together and at the
 // beginnings of its words.
 #pragma once
 

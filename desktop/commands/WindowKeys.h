@@ -1,5 +1,5 @@
 // The keys that the window itself knows, beside those of commands: the one list of them, for those who act on them and
-// for those who tell people of conflicts.
+// for those who tell users of conflicts.
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"

@@ -1,4 +1,4 @@
-// Lets a person hide entries of menus and toolbars, and move and add buttons of toolbars.
+// Lets a user hide entries of menus and toolbars, and move and add buttons of toolbars.
 #pragma once
 
 #include "desktop/custom/PersonalBars.h"
@@ -17,7 +17,7 @@ namespace corvane::desktop {
 class CustomizeDialog final : public QDialog {
     Q_OBJECT
 public:
-    // Asks the person for a command and calls back with it.
+    // Asks the user for a command and calls back with it.
     using PickFunction = std::function<void(QWidget* parent, std::function<void(const Ref<Tool>&)>)>;
 
     CustomizeDialog(PersonalBars& bars, Ref<ActiveBar> activeBar, PickFunction pick, QWidget* parent);

@@ -213,7 +213,7 @@ void PersonalBars::Move(const Band& band, const Tool& tool, const Tool* behind) 
     const std::string behindText = behind ? behind->Name() : std::string();
     const Tool* master = &tool.Master();
     PlaceChange change{PlaceChange::What::Moved, band.Name(), NameOf(tool), behindText};
-    // The latest move comes last, as each is told against what the earlier ones left.
+    // The latest move comes last, as each is reported against what the earlier ones left.
     std::erase_if(m_places, [&](const PlaceChange& old) {
         const bool isIts =
             old.what != PlaceChange::What::Hidden && EqualText(old.band, band.Name()) && Find(old.entry) == master;
@@ -268,7 +268,7 @@ void PersonalBars::ResetAllBands() {
     Changed();
 }
 
-// An instance of the person's own, with the look of one that the definitions made.
+// An instance of the user's own, with the look of one that the definitions made.
 Ref<Tool> PersonalBars::AddedInstance(const Band& band, const Tool& tool) const {
     Ref<Tool>& instance = m_added[band.Name()][&tool];
     if (instance)
@@ -292,7 +292,7 @@ Ref<Tool> PersonalBars::AddedInstance(const Band& band, const Tool& tool) const 
     return instance;
 }
 
-// The entries in the person's order, those that they hid too.
+// The entries in the user's order, those that they hid too.
 std::vector<Ref<Tool>> PersonalBars::AllOf(const Band& band) const {
     Settle();
     std::vector<Ref<Tool>> instances = band.Tools()->All();
@@ -312,7 +312,7 @@ std::vector<Ref<Tool>> PersonalBars::AllOf(const Band& band) const {
             behind = std::find_if(instances.begin(), instances.end(),
                                   [&](const auto& o) { return EqualText(o->Name(), change.behind); });
             if (behind == instances.end() && isThere)
-                continue; // what it stood behind has gone, and it stays where the files put it
+                continue; // what it was behind has gone, and it stays where the files put it
             if (behind != instances.end())
                 ++behind;
         }

@@ -1,4 +1,4 @@
-// A person's own keys, toolbars and menus, kept as differences against the definition files: each change names the
+// The user's own keys, toolbars and menus, kept as differences against the definition files: each change names the
 // entry that it is about, and one whose entry has gone waits until it comes back.
 #pragma once
 
@@ -22,7 +22,7 @@ struct EntryName {
     std::string tool;
     std::string service;
     std::string action;
-    QString caption; // for people, as it was then
+    QString caption; // for users, as it was then
 };
 
 struct KeyChange {
@@ -41,7 +41,7 @@ struct PlaceChange {
 
 class PersonalBars final : public BarChanges {
 public:
-    // changed is called when something is to be drawn anew.
+    // changed is called when something is to be drawn again.
     PersonalBars(StateFile file, Ref<ActiveBar> activeBar, std::function<void()> changed);
     ~PersonalBars() override;
 
@@ -52,7 +52,7 @@ public:
     // The same with those that are hidden.
     [[nodiscard]] std::vector<Ref<Tool>> AllOf(const Band& band) const;
 
-    // The person's changes. Each is kept at once.
+    // The user's changes. Each is kept at once.
     void SetKeys(const Tool& tool, const QList<QKeySequence>& keys);
     void ResetKeys(const Tool& tool);
     void ResetAllKeys();
@@ -93,7 +93,7 @@ private:
     struct SettledPlace {
         const PlaceChange* change;
         const Tool* tool;
-        bool movedByFiles; // it stands under another key now
+        bool movedByFiles; // it is under another key now
     };
     mutable bool m_isSettled = false;
     mutable std::optional<Subscription> m_barChanged; // from the first time on: a start adds very many tools

@@ -101,7 +101,7 @@ QWidget* ShortcutsDialog::NewEditRow() {
     layout->addWidget(m_keys, 1);
     for (QPushButton* button : {m_assign, m_none, m_reset, m_forget})
         layout->addWidget(button);
-    // The field tells of keys only when no others have followed for a second.
+    // The field reports keys only when no others have followed for a second.
     m_keys->installEventFilter(this);
     connect(m_keys, &QKeySequenceEdit::keySequenceChanged, this, &ShortcutsDialog::ShowConflict);
     connect(m_assign, &QPushButton::clicked, this, &ShortcutsDialog::Assign);

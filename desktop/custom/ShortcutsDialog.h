@@ -1,4 +1,4 @@
-// Shows the keys of every command and lets a person give others.
+// Shows the keys of every command and lets a user give others.
 #pragma once
 
 #include "desktop/commands/WindowKeys.h"

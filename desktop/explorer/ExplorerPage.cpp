@@ -60,7 +60,7 @@ void ExplorerPage::Update() {
     if (empty)
         m_message->setText(hasNodes ? tr("No matching items")
                                     : tr("Nothing here yet. Items that you create or open appear in this list."));
-    layout()->activate(); // what is scrolled to next needs the room that there will be
+    layout()->activate(); // what is scrolled to next needs the space that there will be
 }
 
 void ExplorerPage::StartFilter() {

@@ -18,7 +18,7 @@ public:
 
     [[nodiscard]] ExplorerTree* Tree() const { return m_tree; }
     [[nodiscard]] QLineEdit* Filter() const { return m_filter; }
-    // The line that stands in place of an empty tree.
+    // The line that is in place of an empty tree.
     [[nodiscard]] QLabel* Message() const { return m_message; }
     // Puts the cursor in the field.
     void StartFilter();

@@ -25,7 +25,7 @@ void LogFailure(const std::function<void()>& call) {
     }
 }
 
-// A caption is no place for mnemonics.
+// A caption isn't a place for mnemonics.
 QString TabText(QString caption) {
     return caption.replace(QLatin1Char('&'), QLatin1String("&&"));
 }

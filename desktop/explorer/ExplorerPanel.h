@@ -17,8 +17,8 @@ namespace corvane::desktop {
 class ExplorerPanel final : public QWidget {
     Q_OBJECT
 public:
-    // Shows the trees that the form holds already and those that it gets later; the trees stand in order of the tabs.
-    // Without a guard a failure is told to Qt's message log alone.
+    // Shows the trees that the form holds already and those that it gets later; the trees are in order of the tabs.
+    // Without a guard a failure is reported to Qt's message log alone.
     explicit ExplorerPanel(Ref<PanelForm> form, GuardFunction guard = {}, QWidget* parent = nullptr);
 
     [[nodiscard]] QTabBar* TabBar() const { return m_tabBar; }

@@ -118,7 +118,7 @@ void ExplorerTree::Tree_Changed(const TreeChange& change) {
     m_findAgain = IsFiltered();
 }
 
-// The tree may stand hidden behind the line for an empty one, and is scrolled when it has its place.
+// The tree may be hidden behind the line for an empty one, and is scrolled when it has its place.
 void ExplorerTree::Model_TurnEnded() {
     ApplyNodes();
     Q_EMIT ContentChanged();
@@ -185,7 +185,7 @@ void ExplorerTree::ApplySelection() {
     m_revealSelection = false;
 }
 
-// The folders above open as a person would open them, so the model hears of it.
+// The folders above open as a user would open them, so the model is notified of it.
 void ExplorerTree::Reveal(const QModelIndex& index) {
     for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent())
         expand(parent);
@@ -275,12 +275,12 @@ void ExplorerTree::OpenEditor() {
         Reveal(index);
         edit(index);
     }
-    // Where nobody can type, the model mustn't wait for an end.
+    // Where no one can type, the model mustn't wait for an end.
     if (state() != EditingState)
         m_treeView->CancelLabelEdit();
 }
 
-// The editor goes before the model hears of the text, since the answer may be a message that waits for the user.
+// The editor goes before the model is notified of the text, since the answer may be a message that waits for the user.
 void ExplorerTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) {
     QTreeView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     const std::optional<QString> edited = std::exchange(m_edited, std::nullopt);

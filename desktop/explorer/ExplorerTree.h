@@ -1,4 +1,4 @@
-// The view of one tree: it draws the model's nodes, reports to the model what a person does with mouse and keyboard in
+// The view of one tree: it draws the model's nodes, reports to the model what a user does with mouse and keyboard in
 // the order of the real control, and edits labels.
 #pragma once
 
@@ -21,7 +21,7 @@ public:
     ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
                  QWidget* parent = nullptr);
 
-    // The person has come back to the selected node, as if by a click.
+    // The user has come back to the selected node, as if by a click.
     void ChooseSelected();
     [[nodiscard]] const Ref<TreeView>& Tree() const { return m_treeView; }
     [[nodiscard]] TreeModel* Nodes() const { return m_model; }
@@ -31,7 +31,7 @@ public:
     void SetFilter(const QString& text);
     [[nodiscard]] bool IsFiltered() const { return !m_filter.isEmpty(); }
     [[nodiscard]] bool ShowsNothing() const { return model()->rowCount() == 0; }
-    // Selects the first match as a person would.
+    // Selects the first match as a user would.
     void ChooseFirstMatch();
 
     // Shows now what waits for the end of the turn.
@@ -47,7 +47,7 @@ Q_SIGNALS:
     void ContentChanged();
     // A label is to be edited that the filter doesn't show: whoever set the filter should take it back now.
     void FilterHidesEdit();
-    // Before the model hears of a press that may open a menu: the menu belongs there, in pixels of the screen.
+    // Before the model is notified of a press that may open a menu: the menu belongs there, in pixels of the screen.
     void PopupPlace(const QPoint& global);
 
 protected:
@@ -102,7 +102,7 @@ private:
     bool m_revealSelection = false;
     bool m_scrollWhenShown = false;
     bool m_findAgain = false;
-    bool m_followsModel = false; // the view is being brought in line, nobody has touched it
+    bool m_followsModel = false; // the view is being brought in line, no one has touched it
     bool m_byKey = false;
 
     Ref<Node> m_pressed;

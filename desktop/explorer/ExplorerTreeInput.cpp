@@ -37,7 +37,7 @@ Long ShiftOf(Qt::KeyboardModifiers modifiers) {
 
 } // namespace
 
-// The mark that opens and closes an item is no node, nor is its row left of the cell unless the style marks the
+// The mark that opens and closes an item isn't a node, nor is its row left of the cell unless the style marks the
 // whole row as selected.
 Node* ExplorerTree::NodeAtPoint(const QPoint& point) const {
     const QModelIndex index = indexAt(point);
@@ -242,7 +242,7 @@ void ExplorerTree::keyboardSearch(const QString& text) {
     QTreeView::keyboardSearch(text);
 }
 
-// Qt would make the first item current, as if somebody had gone there.
+// Qt would make the first item current, as if someone had gone there.
 void ExplorerTree::focusInEvent(QFocusEvent* event) {
     const QScopedValueRollback follows(m_followsModel, true);
     QTreeView::focusInEvent(event);

@@ -1,5 +1,5 @@
 // The part of a tree that matches a text: the nodes whose text contains it, without regard to case, and those above
-// them. It is found anew whenever it is asked to be; it hears nothing of the tree itself.
+// them. It is found again whenever it is asked to be; it is notified of nothing of the tree itself.
 #pragma once
 
 #include "desktop/explorer/NodeModel.h"
@@ -15,7 +15,7 @@ public:
 
     // Resets the model.
     void Find(const QString& text);
-    // Lets go of all nodes.
+    // Releases all nodes.
     void Empty();
     // The first node, from the top, that matches itself; a null pointer when none does.
     [[nodiscard]] Node* FirstMatch() const;
@@ -31,7 +31,7 @@ public:
 private:
     struct Item {
         Ref<Node> node;
-        std::size_t parent; // the first item, which has no node, stands above the roots
+        std::size_t parent; // the first item, which has no node, is above the roots
         int row;
         bool matches;
         std::vector<std::size_t> children;

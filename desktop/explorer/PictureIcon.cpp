@@ -79,7 +79,7 @@ QIcon IconOf(const Ref<Picture>& picture) {
     QImageReader reader(&buffer, NameOf(picture->FileFormat()));
     reader.setAutoTransform(true);
     QIcon icon;
-    // An icon file holds sizes, a moving picture frames, of which the first stands for all.
+    // An icon file holds sizes, a moving picture frames, of which the first represents all.
     const int images = picture->FileFormat() == Picture::Format::Ico ? qMax(1, reader.imageCount()) : 1;
     for (int i = 0; i < images; ++i) {
         if (i > 0 && !reader.jumpToImage(i))

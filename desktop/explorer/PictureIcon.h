@@ -18,7 +18,7 @@ namespace corvane::desktop {
 class ImageIcons {
 public:
     // The icon of the image at a position. Position -1, and an image without a picture, give the first image of the
-    // list, which stands for anything; a null icon when that one has no picture either, or without a list.
+    // list, which represents anything; a null icon when that one has no picture either, or without a list.
     [[nodiscard]] const QIcon& Icon(const Ref<ImageList>& imageList, Long image);
 
 private:

@@ -1,6 +1,6 @@
 // An item model straight over the nodes of a tree: an index points at its node, and nothing is copied.
-// What happens to the nodes is told to Qt at the end of the turn of the event loop, in few words: until then added
-// nodes aren't shown, and changed ones are drawn as they are. Removals are told at once.
+// What happens to the nodes is reported to Qt at the end of the turn of the event loop, in few words: until then added
+// nodes aren't shown, and changed ones are drawn as they are. Removals are reported at once.
 #pragma once
 
 #include "desktop/explorer/NodeModel.h"
@@ -15,7 +15,7 @@ class TreeModel final : public NodeModel {
 public:
     TreeModel(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, QObject* parent = nullptr);
 
-    // Tells Qt now what waits for the end of the turn.
+    // Reports Qt now what waits for the end of the turn.
     void Flush();
     // Asks for an end of the turn even when no node has changed.
     void Schedule();
@@ -44,7 +44,7 @@ private:
     void ShowLooks();
 
     // The number of children that Qt knows, for each node that it knows and that has got more in this turn; the roots
-    // stand under null.
+    // are under null.
     std::unordered_map<const Node*, Long> m_shown;
     const Node* m_lastParent = nullptr; // the last insertion's, which needs no second look
     bool m_hasLastParent = false;

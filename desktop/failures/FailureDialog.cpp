@@ -94,7 +94,7 @@ FailureDialog::FailureDialog(const FailureTexts& texts, std::vector<check::Findi
     setMinimumWidth(fontMetrics().averageCharWidth() * (m_findings.empty() ? 72 : 110));
 }
 
-// The file may have more mistakes than the one at which it failed, and each has its cure.
+// The file may have more mistakes than the one at which it failed, and each has its remedy.
 void FailureDialog::AddFindings(QVBoxLayout& layout, const QString& servicesFolder) {
     auto* list = new ProblemList;
     list->setFrameShape(QFrame::StyledPanel);

@@ -1,4 +1,4 @@
-// Brings failures before the person's eyes, one after another, and lets the application go on.
+// Brings failures before the user's eyes, one after another, and lets the application go on.
 #pragma once
 
 #include "adapters/log/Utilities.h"
@@ -19,10 +19,10 @@ namespace corvane::desktop {
 struct FailureTexts {
     QString headline;       // what is wrong, in one sentence
     QString where;          // file and line, or module and procedure
-    QString advice;         // what to do; empty when nobody knows
+    QString advice;         // what to do; empty when no one knows
     QString details;        // all that is known, to copy
     QString file;           // the definition file that failed, without its folder; empty for none
-    bool isForUser = false; // the headline says all that a person needs: it comes from the application itself
+    bool isForUser = false; // the headline says all that a user needs: it comes from the application itself
 };
 [[nodiscard]] FailureTexts TextsOf(const ShownFailure& shown, const QString& servicesFolder);
 
@@ -33,7 +33,7 @@ struct FailureTexts {
 class FailurePresenter final : public QObject {
     Q_OBJECT
 public:
-    // Without dialogs failures go to the error stream, for runs that nobody watches.
+    // Without dialogs failures go to the error stream, for runs that no one watches.
     explicit FailurePresenter(bool withDialogs, QObject* parent = nullptr);
 
     void SetParentWindow(QWidget* window) { m_window = window; }
@@ -48,8 +48,8 @@ public:
     // Runs what enters the library; a failure that leaves it is shown.
     void Guard(const std::function<void()>& act);
 
-    // Tells one entry into the library from another: 0 outside of all, else a number that belongs to the outermost
-    // Guard of this turn of an event loop. A modal loop inside is entered anew.
+    // Distinguishes one entry into the library from another: 0 outside of all, else a number that belongs to the outermost
+    // Guard of this turn of an event loop. A modal loop inside is entered again.
     [[nodiscard]] long Entry() const { return m_entries.empty() ? 0 : m_entries.back().number; }
 
     [[nodiscard]] int ShownCount() const { return m_shown; }

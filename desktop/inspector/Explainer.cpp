@@ -26,7 +26,7 @@ QString YesNo(bool yes) {
     return yes ? Inspector::tr("yes") : Inspector::tr("no");
 }
 
-// The band in which an entry of a definition stands.
+// The band in which an entry of a definition is.
 std::string BandOf(const Placement& placement) {
     const MenuItemDef& def = *placement.menuItemDef;
     switch (def.MenuType()) {

@@ -1,4 +1,4 @@
-// Says of anything that stands on screen what put it there, by file and line, whose it is, and why it looks as it does.
+// Says of anything that is on screen what put it there, by file and line, whose it is, and why it looks as it does.
 #pragma once
 
 #include "corvane/core/Framework.h"
@@ -19,7 +19,7 @@ using Facts = std::vector<std::pair<QString, QString>>;
 // A line a fact.
 [[nodiscard]] QString TextOf(const Facts& facts);
 
-// What the explorer's nodes stand for, noted while they are made.
+// What the explorer's nodes represent, noted while they are made.
 class ExplorerItemNotes {
 public:
     struct Note {
@@ -27,7 +27,7 @@ public:
         std::string className;
     };
 
-    // After the library is initialised, before it starts.
+    // After the library is initialized, before it starts.
     void Follow();
     // A null pointer for a node whose making wasn't seen.
     [[nodiscard]] const Note* Find(const Node& node) const;
@@ -39,7 +39,7 @@ private:
 
 class Explainer {
 public:
-    // As things stand now.
+    // As things are now.
     Explainer(Ref<ActiveBar> activeBar, const DefinitionPlaces& places, const PersonalBars& bars,
               const ExplorerItemNotes& notes);
     // Of the running application.

@@ -93,7 +93,7 @@ InspectorDialog::InspectorDialog(Ref<ActiveBar> activeBar, Ref<PanelForm> panelF
     for (const auto& control : m_panelForm->Controls())
         if (const auto tree = control.TryAs<TreeView>())
             m_subscriptions.push_back(tree->Changed.Subscribe([this](const TreeChange& change) {
-                // What goes is let go of at once.
+                // What goes is released at once.
                 if (change.eWhat == TreeChange::What::BeforeRemove || change.eWhat == TreeChange::What::BeforeClear)
                     m_factMap.clear();
                 Schedule();
@@ -164,7 +164,7 @@ void InspectorDialog::Forget(QTreeWidgetItem& item) {
         m_items.erase(it);
 }
 
-// An item that stands further below comes with all below it.
+// An item that is further below comes with all below it.
 QTreeWidgetItem* InspectorDialog::MoveOrMake(QTreeWidgetItem& above, int row, const QString& key) {
     for (int i = row + 1; i < above.childCount(); ++i)
         if (above.child(i)->data(0, keyRole).toString() == key) {
@@ -202,7 +202,7 @@ void InspectorDialog::Sync(QTreeWidgetItem& above, std::vector<Thing>& things) {
         Sync(*item, thing.below);
         ++row;
     }
-    while (above.childCount() > row) { // those that stood elsewhere before
+    while (above.childCount() > row) { // those that were elsewhere before
         Forget(*above.child(row));
         delete above.takeChild(row);
     }

@@ -71,7 +71,7 @@ private:
     QHash<const QTreeWidgetItem*, FactsFunction> m_factMap;
     QTimer m_refresh; // a while after a change
     bool m_fills = false;
-    bool m_stale = false; // something has changed while nobody could see it
+    bool m_stale = false; // something has changed while no one could see it
     std::vector<Subscription> m_subscriptions;
 };
 

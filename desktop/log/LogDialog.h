@@ -13,7 +13,7 @@ namespace corvane::desktop {
 class LogDialog final : public QDialog {
     Q_OBJECT
 public:
-    // Asks the person where to save; empty when they thought better of it.
+    // Asks the user where to save; empty when they cancelled.
     using PathFunction = std::function<QString()>;
 
     LogDialog(const QString& logFile, ReportParts parts, PathFunction path, QWidget* parent);
@@ -27,7 +27,7 @@ private:
     PathFunction m_path;
 };
 
-// Shows the report before it leaves the program: what the person strikes out isn't saved.
+// Shows the report before it leaves the program: what the user strikes out isn't saved.
 class ReportDialog final : public QDialog {
     Q_OBJECT
 public:

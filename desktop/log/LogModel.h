@@ -13,7 +13,7 @@ struct LogLine {
     QString number;
     QString text;
     QString context;
-    QString raw; // as it stands in the file
+    QString raw; // as it is in the file
 };
 
 // A line that isn't one of the log's own comes as a text alone.

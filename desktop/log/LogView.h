@@ -21,10 +21,10 @@ public:
 
     [[nodiscard]] QLineEdit& Filter() { return *m_filter; }
     [[nodiscard]] QTableView& Table() { return *m_table; }
-    // The selected lines, or all that the filter shows, as they stand in the file.
+    // The selected lines, or all that the filter shows, as they are in the file.
     [[nodiscard]] QString Text() const;
     void Copy() const;
-    // The latest lines as they stand in the file.
+    // The latest lines as they are in the file.
     [[nodiscard]] QStringList LatestLines(int most) const;
 
 protected:

@@ -1,5 +1,5 @@
-// What helps those who look after an application: versions, definitions and the log, as a text without what tells who
-// the person is.
+// What helps those who look after an application: versions, definitions and the log, as a text without what says who
+// the user is.
 #pragma once
 
 #include <QString>
@@ -16,7 +16,7 @@ struct ReportParts {
 
 [[nodiscard]] QString ReportText(const ReportParts& parts);
 
-// The person's home folder, their name and the machine's name give way to "~", "user" and "host".
+// The user's home folder, their name and the machine's name give way to "~", "user" and "host".
 [[nodiscard]] QString WithoutUserData(QString text);
 
 } // namespace corvane::desktop

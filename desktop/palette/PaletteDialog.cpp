@@ -20,7 +20,7 @@ namespace {
 
 constexpr int margin = 6;
 
-// A command in two lines: its caption with its keys, and below in small where it stands, whose it is, why it can't be
+// A command in two lines: its caption with its keys, and below in small where it is, whose it is, why it can't be
 // chosen.
 class CommandDelegate final : public QStyledItemDelegate {
 public:
@@ -131,7 +131,7 @@ void PaletteDialog::showEvent(QShowEvent* event) {
     m_field->setFocus();
 }
 
-// Who turns to another window has thought better of it.
+// Who turns to another window has cancelled.
 void PaletteDialog::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isVisible() && !isActiveWindow())

@@ -28,7 +28,7 @@ class PaletteModel final : public QAbstractListModel {
 public:
     explicit PaletteModel(std::vector<PaletteEntry> entries, QObject* parent = nullptr);
 
-    // An empty text shows all, in their own order. What can't be chosen stands behind what fits as well and can.
+    // An empty text shows all, in their own order. What can't be chosen is behind what fits as well and can.
     void SetTyped(const QString& typed);
     [[nodiscard]] const PaletteEntry& EntryAt(int row) const { return m_entries[m_rows[AsIndex(row)]]; }
     [[nodiscard]] int EntryCount() const { return static_cast<int>(m_entries.size()); }

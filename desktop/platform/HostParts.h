@@ -73,16 +73,16 @@ public:
     // Answers the next dialog without showing it; several answers are used in order.
     void AddAnswer(std::string answer) { m_answers.push_back(std::move(answer)); }
 
-    // The answer that is given without asking, if there is one or nobody to ask.
+    // The answer that is given without asking, if there is one or no one to ask.
     [[nodiscard]] std::optional<std::string> TakeAnswer();
 
-    // The path that the person chose, empty when they cancelled or there is nobody to ask. The filter is written in
+    // The path that the user chose, empty when they cancelled or there is no one to ask. The filter is written in
     // pairs of a text and a pattern, like "Data files (*.csv)|*.csv|All files|*".
     [[nodiscard]] std::string ShowOpen(const std::string& title, const std::string& filter, const std::string& folder);
     [[nodiscard]] std::string ShowSave(const std::string& title, const std::string& filter, const std::string& path);
-    // The text that the person entered, empty when they cancelled or there is nobody to ask.
+    // The text that the user entered, empty when they cancelled or there is no one to ask.
     [[nodiscard]] std::string AskText(const std::string& title, const std::string& prompt, const std::string& text);
-    // One of the choices, which are separated by line feeds; empty when the person cancelled.
+    // One of the choices, which are separated by line feeds; empty when the user cancelled.
     [[nodiscard]] std::string ShowChoice(const std::string& title, const std::string& choices);
 
     static constexpr auto Members =

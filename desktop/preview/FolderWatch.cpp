@@ -11,7 +11,7 @@ namespace corvane::desktop {
 
 namespace {
 
-// An editor that saves in several writes is done within this; a person doesn't notice it.
+// An editor that saves in several writes is done within this; a user doesn't notice it.
 constexpr int restMilliseconds = 120;
 constexpr int atMostMilliseconds = 1000;
 constexpr int pollMilliseconds = 1500;

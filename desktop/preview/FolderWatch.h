@@ -1,6 +1,6 @@
 // Follows the files of an application folder that say what it looks like: definitions, pictures, QRZ.INI, stand-ins and
-// which plug-ins there are. However many files change at once, and however an editor saves, it tells so once, when the
-// folder has come to rest.
+// which plug-ins there are. However many files change at once, and however an editor saves, it reports so once, when
+// the folder has come to rest.
 #pragma once
 
 #include <QFileSystemWatcher>
@@ -18,7 +18,7 @@ public:
     explicit FolderWatch(const QString& folder, QObject* parent = nullptr);
 
     [[nodiscard]] bool FolderExists() const;
-    // What tells one state of a file from another: its time, size and number; empty when it isn't there.
+    // What distinguishes one state of a file from another: its time, size and number; empty when it isn't there.
     [[nodiscard]] static QString PrintOf(const QString& path);
     // Looks now instead of when the folder has come to rest; says Changed if something has changed.
     void Look();
@@ -27,7 +27,7 @@ Q_SIGNALS:
     void Changed();
 
 private:
-    // What tells one state of the folder from another, by file.
+    // What distinguishes one state of the folder from another, by file.
     using Print = QMap<QString, QString>;
 
     [[nodiscard]] Print Take() const;

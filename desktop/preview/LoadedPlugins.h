@@ -1,4 +1,4 @@
-// Plug-ins that the program has loaded, and which of them have been built anew since: a library that is loaded stays
+// Plug-ins that the program has loaded, and which of them have been rebuilt since: a library that is loaded stays
 // so, so that the new one is used by another run only.
 #pragma once
 

@@ -21,7 +21,7 @@ public:
 
 class PreviewFactory final : public inspect::StandInFactory {
 public:
-    // all: stand-ins also for what is there. loaded, if given, is told of each plug-in that is loaded.
+    // all: stand-ins also for what is there. loaded, if given, is notified of each plug-in that is loaded.
     PreviewFactory(Ref<inspect::Record> record, std::shared_ptr<const inspect::StandInFile> file,
                    Ref<IObjectFactory> real, Ref<PluginFactory> plugins, bool all,
                    std::shared_ptr<LoadedPlugins> loaded = {})

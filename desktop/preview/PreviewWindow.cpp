@@ -219,7 +219,7 @@ Ref<WindowForm> PreviewWindow::ModalOfStandIns() {
     return nullptr;
 }
 
-// False while something is open in which the person, or code, is at work; nothing of it may be closed, no menu either.
+// False while something is open in which the user, or code, is at work; nothing of it may be closed, no menu either.
 bool PreviewWindow::CanUnwind() {
     if (m_loading || QApplication::mouseButtons() != Qt::NoButton)
         return false;
@@ -271,7 +271,7 @@ void PreviewWindow::TryShow() {
     ShowNow();
 }
 
-// False when the application refuses to end, as with unsaved work that nobody has told of before.
+// False when the application refuses to end, as with unsaved work that hasn't been reported before.
 bool PreviewWindow::Unload() {
     CommonDialog& dialogs = m_application->Dialogs();
     const std::size_t answers = m_discards ? m_application->MainForm()->Forms().size() + 2 : 1;
@@ -290,7 +290,7 @@ void PreviewWindow::ShowNow() {
     m_calls->SetHeld(true);
     if (m_options.recorder)
         m_options.recorder->SetHeld(true);
-    m_placeWidget->setUpdatesEnabled(false); // the old picture stands until the new one is there
+    m_placeWidget->setUpdatesEnabled(false); // the old picture stays until the new one is there
     const auto done = qScopeGuard([this] {
         m_placeWidget->setUpdatesEnabled(true);
         m_calls->SetHeld(false);
@@ -449,7 +449,7 @@ void PreviewWindow::ReportState() {
     m_icon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(size));
     const QStringList built = m_loaded->Rebuilt();
     m_state->setText(built.isEmpty() ? text : tr("%1; rebuilt: %2").arg(text, built.join(", ")));
-    m_state->setToolTip(m_state->text()); // there may be too little room for it
+    m_state->setToolTip(m_state->text()); // there may be too little space for it
     m_anyway->setVisible(m_unsaved);
     m_restart->setVisible(!built.isEmpty());
 }
@@ -487,7 +487,7 @@ void PreviewWindow::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-// Keys that nobody has are the application's, as if it had the window for itself.
+// Keys that no one has are the application's, as if it had the window for itself.
 void PreviewWindow::keyPressEvent(QKeyEvent* event) {
     event->ignore();
     if (m_inKey || !m_application || QApplication::focusWidget())

@@ -1,6 +1,6 @@
 // An application as its definition files say at present: they are followed, and every good state of them is shown at
 // once. A bad one is shown as a list of problems, over the last good state. The window stays while the application in
-// it is made anew.
+// it is created again.
 #pragma once
 
 #include "analysis/Findings.h"
@@ -45,7 +45,7 @@ public:
     ~PreviewWindow() override;
 
     // Shows the application and follows its files from here on. To be called at the depth of event loops at which the
-    // application may be made anew.
+    // application may be created again.
     void Start();
 
     // The application that is shown; a null pointer as long as there has been no good state.
@@ -53,7 +53,7 @@ public:
     // How often a state has been shown.
     [[nodiscard]] int ShownCount() const { return m_shown; }
     [[nodiscard]] bool HasErrors() const { return m_hasErrors; }
-    // It was closed to be started again, with the same arguments, as a plug-in has been built anew.
+    // It was closed to be started again, with the same arguments, as a plug-in has been rebuilt.
     [[nodiscard]] bool WantsRestart() const { return m_restarts; }
     // What was on screen when a restart was wanted, for the run to come.
     [[nodiscard]] QByteArray HandOver() const;
@@ -114,7 +114,7 @@ private:
     bool m_hasErrors = false;
     bool m_wanted = false;   // a state is to be shown
     bool m_discards = false; // also when unsaved work goes with the old one
-    bool m_unsaved = false;  // stands in the way
+    bool m_unsaved = false;  // is in the way
     bool m_waits = false;    // and says so
     bool m_loading = false;
     bool m_inKey = false;
@@ -123,7 +123,7 @@ private:
     QString m_time; // of the state that is shown
     std::optional<ViewState> m_view;
     bool m_takesOver = false;       // m_view is another run's
-    std::set<std::string> m_opened; // windows that the person opened here
+    std::set<std::string> m_opened; // windows that the user opened here
 
     QWidget* m_placeWidget;
     QVBoxLayout* m_layout;

@@ -16,7 +16,7 @@ namespace {
 constexpr int version = 1;
 constexpr int settleMilliseconds = 400;
 
-// Empty, so that nothing is kept, where the person has no folder for it.
+// Empty, so that nothing is kept, where the user has no folder for it.
 QString FileOf(const std::string& applicationFolder) {
     const std::string state = UserFolder("XDG_STATE_HOME", ".local/state");
     std::error_code error;

@@ -1,5 +1,5 @@
-// The place of the preview's own window and of the lists in it, which a person finds again at the next preview of that
-// application. What is in the application is no part of it.
+// The place of the preview's own window and of the lists in it, which a user finds again at the next preview of that
+// application. What is in the application isn't a part of it.
 #pragma once
 
 #include "desktop/state/StateFile.h"

@@ -145,7 +145,7 @@ void ViewState::TakeMenu(Application& application) {
     std::reverse(menus.begin(), menus.end());
 }
 
-// The node of the current tab is clicked, as its item was the active one; a click on no other is heard by anybody.
+// The node of the current tab is clicked, as its item was the active one; no handler gets a click on another one.
 void ViewState::RestoreTrees(Application& application) const {
     const ExplorerPanel& panel = application.Window().Explorer();
     const auto tabs = application.Panel()->Control("tabExplorer").As<TabStrip>();
@@ -168,7 +168,7 @@ void ViewState::RestoreTrees(Application& application) const {
     }
 }
 
-// A size that the definition gives anew is what the author wants to see.
+// A size that the definition gives again is what the author wants to see.
 void ViewState::Place(Application& application, const OpenWindow& open) {
     const Ref<Window> window = Find(open);
     if (!window)
@@ -232,7 +232,7 @@ bool ViewState::Activate(Application& application, const OpenWindow& open) {
     return true;
 }
 
-// The button shows it as it would for the person, which returns when it is closed.
+// The button shows it as it would for the user, which returns when it is closed.
 void ViewState::RestoreDropDown(Application& application) const {
     for (QToolBar* toolbar : application.Window().findChildren<QToolBar*>()) {
         QAction* action = ActionOf(application, *toolbar, menus[0]);

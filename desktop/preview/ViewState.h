@@ -1,4 +1,4 @@
-// What a person sees of an application beside what the session keeps: what is selected, which windows are open and how
+// What a user sees of an application beside what the session keeps: what is selected, which windows are open and how
 // far, and the menu that is open just now. It outlives the application and is found again by names and keys.
 #pragma once
 

@@ -23,7 +23,7 @@ QString Text(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-// A file that is linked into the folder is told by its own folder and its name; the tool tip has the whole path.
+// A file that is linked into the folder is reported by its own folder and its name; the tooltip has the whole path.
 QString Beside(const QString& path, const QString& folder) {
     return path.startsWith(folder + "/") ? path.mid(folder.size() + 1) : path.section('/', -2);
 }

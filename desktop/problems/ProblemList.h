@@ -15,7 +15,7 @@ public:
 
     // folder, with which the findings' places begin, isn't shown.
     void Show(std::vector<check::Finding> findings, const QString& folder);
-    // What isn't a finding in a file, such as a failure of the start, stands in front.
+    // What isn't a finding in a file, such as a failure of the start, is in front.
     void ShowWith(const QStringList& others, std::vector<check::Finding> findings, const QString& folder);
     [[nodiscard]] int Count() const { return topLevelItemCount(); }
 

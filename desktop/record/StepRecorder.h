@@ -1,5 +1,5 @@
-// Writes down what a person does at the desktop as steps that `corvane inspect --steps` takes, a line as soon as it is
-// done. What code does, also in answer to the person, isn't written: it happens again when the steps are taken.
+// Writes down what a user does at the desktop as steps that `corvane inspect --steps` takes, a line as soon as it is
+// done. What code does, also in answer to the user, isn't written: it happens again when the steps are taken.
 #pragma once
 
 #include "corvane/platform/controls/ActiveBar.h"
@@ -23,7 +23,7 @@ public:
         std::function<long()> entry; // FailurePresenter::Entry
     };
 
-    // Begins the file anew, or goes on with it. Fails with 75 when it can't be written.
+    // Begins the file again, or goes on with it. Fails with 75 when it can't be written.
     explicit StepRecorder(std::string file, bool goesOn = false);
     [[nodiscard]] bool GoesOn() const { return m_goesOn; }
 
@@ -35,11 +35,11 @@ public:
     // Nothing is written while it is held: what happens is the host's doing.
     void SetHeld(bool held) { m_held = held; }
 
-    // A person does something to a window.
+    // The user does something to a window.
     void OnWindow(const WindowStep& step, const std::function<void()>& work);
-    // What runs in the library now, up to the end of this entry, is nobody's doing.
+    // What runs in the library now, up to the end of this entry, is no one's doing.
     void NotByUser() { (void)TakeEntry(); }
-    // A step that the host takes in a person's name.
+    // A step that the host takes in a user's name.
     void ByHost(const std::string& step) { Write(step); }
     void Comment(const std::string& text);
 
@@ -48,7 +48,7 @@ private:
     void Bar_ToolClick(const Tool& tool);
     void Tree_NodeClick(const TreeView& tree, const Node& node);
     void Tree_MouseUp(Long button, Long shift);
-    // True once an entry: for what comes first, which is the person's doing.
+    // True once an entry: for what comes first, which is the user's doing.
     [[nodiscard]] bool TakeEntry();
     void Step(const std::string& line);
     void Write(const std::string& line);

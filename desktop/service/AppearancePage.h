@@ -1,4 +1,4 @@
-// The host's own page among the preferences: theme, size of icons, how windows stand in the main window.
+// The host's own page among the preferences: theme, size of icons, how windows are in the main window.
 #pragma once
 
 #include "corvane/base/Ref.h"
@@ -21,7 +21,7 @@ struct Appearance {
     int iconSize = 0;             // in pixels, of toolbars; 0 for the style's own
     bool tabbedWindows = false;
 
-    // What the person chose; a value that can't be read is the default.
+    // What the user chose; a value that can't be read is the default.
     [[nodiscard]] static Appearance Load();
     void Save() const;
     bool operator==(const Appearance&) const = default;

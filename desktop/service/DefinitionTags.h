@@ -11,7 +11,7 @@
 
 namespace corvane::desktop {
 
-// One start tag and its attributes, as they stand in the text.
+// One start tag and its attributes, as they are in the text.
 struct DefinitionTag {
     std::string_view element;
     std::size_t begin = 0; // of its "<"

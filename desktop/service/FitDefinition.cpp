@@ -23,7 +23,7 @@ bool IsAmong(std::span<const char* const> titles, std::string_view title) {
 }
 
 // A free order for a standard title: behind all that belongs before it and before all that belongs behind it, where
-// there is room.
+// there is space.
 int FreeOrder(std::string_view title, const MenusInUse& inUse) {
     const auto first =
         std::find_if(firstTitles.begin(), firstTitles.end(), [&](const char* s) { return EqualText(s, title); });
@@ -43,7 +43,7 @@ int FreeOrder(std::string_view title, const MenusInUse& inUse) {
         else
             high = std::min(high, order);
     }
-    // The titles at the beginning stand close behind what is before them, those at the end close before what is behind.
+    // The titles at the beginning are close behind what is before them, those at the end close before what is behind.
     if (low + 1 < high)
         return isFirst ? low + 1 : high - 1;
     int order = lastOrder;
@@ -75,7 +75,7 @@ void MenusInUse::Add(const MenuItemDefCollection& menuItemDefs) {
     const std::string* path = nullptr;
     bool isWanted = false;
     for (const Ref<MenuItemDef>& def : menuItemDefs) {
-        if (path != &def->Path()) { // entries that stand in a row share it
+        if (path != &def->Path()) { // entries that are in a row share it
             path = &def->Path();
             isWanted = m_wantedPaths.contains(*path);
         }

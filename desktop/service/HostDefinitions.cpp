@@ -21,7 +21,7 @@ namespace {
 // In the order of loading.
 constexpr const char* hostDefinitions[] = {"Corvane.Framework.xml", "Corvane.Desktop.xml"};
 
-// What stands in the place of a definition that the application has of its own.
+// What is in the place of a definition that the application has of its own.
 constexpr const char* nothing = "<Service Active=\"false\"/>";
 
 std::string HostDefinition(std::string_view name) {

@@ -18,7 +18,7 @@ constexpr qint64 frame = 40;           // milliseconds between two looks at the 
 constexpr qint64 estimateAfter = 2000; // before that an estimate would jump about
 constexpr qint64 ignoredAfter = 5000;
 
-// While it lives, only what paints, the button's own events and Esc, which presses it, reach anybody. Input to the rest
+// While it lives, only what paints, the button's own events and Esc, which presses it, reach anyone. Input to the rest
 // of the shell is dropped: it is disabled. Timers fire again by themselves, and a socket is still ready afterwards.
 class OnlyPaintAndCancel final : public QObject {
 public:

@@ -20,7 +20,7 @@ namespace corvane::desktop {
 class ProgressControl final : public Automation<ProgressControl> {
     Q_DECLARE_TR_FUNCTIONS(ProgressControl)
 public:
-    // What the panel can't know: the status text, and whose work is running (empty when nobody knows).
+    // What the panel can't know: the status text, and whose work is running (empty when no one knows).
     struct Sources {
         std::function<QString()> status;
         std::function<QString()> service;
@@ -40,7 +40,7 @@ public:
     [[nodiscard]] Double Max() const { return m_max; }
     void SetMax(Double max);
     [[nodiscard]] Double Value() const { return m_value; }
-    void SetValue(Double value); // 0 begins anew
+    void SetValue(Double value); // 0 begins again
     void Increment() { SetValue(m_value + 1); }
     void Percent(Double percent) { SetValue(m_max * percent / 100); }
     [[nodiscard]] Long Pixels() const; // the bar's width
@@ -62,14 +62,14 @@ private:
 
     Sources m_sources;
     bool m_made = false;
-    QPointer<QWidget> m_widget; // the status bar's, once it stands there
+    QPointer<QWidget> m_widget; // the status bar's, once it is there
     QLabel* m_text = nullptr;
     QProgressBar* m_bar = nullptr;
     QLabel* m_timeLeft = nullptr;
     QPushButton* m_cancel = nullptr;
     QElapsedTimer m_running;   // since the value was 0
     QElapsedTimer m_passed;    // since events were let through
-    QElapsedTimer m_cancelled; // since the person cancelled and the work hasn't asked; invalid otherwise
+    QElapsedTimer m_cancelled; // since the user cancelled and the work hasn't asked; invalid otherwise
     bool m_canCancel = false;
     bool m_wasCanceled = false;
     bool m_lettingThrough = false;

@@ -1,4 +1,4 @@
-// Prints what stands on screen, after a preview; into a PDF file where there is no printer.
+// Prints what is on screen, after a preview; into a PDF file where there is no printer.
 #pragma once
 
 #include "corvane/platform/IScreenPrinter.h"
@@ -22,7 +22,7 @@ public:
     struct Host {
         std::function<QWidget*()> mainWindow;
         std::function<Window(Long)> windowOf; // by a form's handle
-        // The file for a print that nobody watches; empty for none. Without it the preview asks.
+        // The file for a print that no one watches; empty for none. Without it the preview asks.
         std::function<QString()> file;
         bool withDialogs = true;
     };

@@ -37,7 +37,7 @@ Ranked UnsavedOf(const Ref<Object>& object, const Ref<IService>& service, const 
     return ranked;
 }
 
-// Saves one item; a failure tells which it was.
+// Saves one item; a failure says which it was.
 void SaveItem(const UnsavedItem& item) {
     try {
         item.save();

@@ -39,7 +39,7 @@ struct ExitAnswer {
 };
 
 // Asks what to do about unsaved work, if there is any, does it, and tells every service that the saving has ended.
-// False when the application must stay open: the person cancelled, or something couldn't be saved, which has been
+// False when the application must stay open: the user cancelled, or something couldn't be saved, which has been
 // shown.
 [[nodiscard]] bool SettleUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
                                      const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& ask,

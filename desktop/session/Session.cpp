@@ -155,7 +155,7 @@ std::vector<Ref<Window>> Session::OpenWindows() {
     return windows;
 }
 
-// The children in the order of their tabs, which a person may have moved, and then the others.
+// The children in the order of their tabs, which a user may have moved, and then the others.
 std::vector<Session::SavedWindow> Session::SavedWindows() const {
     std::unordered_map<const Object*, Ref<WindowForm>> forms;
     for (const auto& frm : m_parts.mainForm->Forms())
@@ -331,7 +331,7 @@ void Session::Restore(bool follow) {
             desktop::PlaceAgain(*m_parts.window, m_read["geometry"]);
         m_parts.flush();
         m_parts.window->restoreState(Unpacked(m_read["docks"]), version);
-        m_parts.flush(); // what was kept also tells what was hidden then; what holds is the models
+        m_parts.flush(); // what was kept also says what was hidden then; what holds is the models
     }
     if (follow)
         Follow();
@@ -345,7 +345,7 @@ void Session::RestoreToolbars(const QJsonObject& toolbars) {
             const std::string band = it.key().toStdString();
             const auto tool = activeBar->Tools()->Find(band);
             if (tool && it->isBool() && items->HasKey(band) && items->Item(band)->Checked() != it->toBool())
-                activeBar->Click(tool); // as the person did
+                activeBar->Click(tool); // as the user did
         }
         const auto band = activeBar->Bands()->Find(statusBand);
         if (band && m_read["statusBar"].isBool() && band->Visible() != m_read["statusBar"].toBool())
@@ -396,7 +396,7 @@ void Session::SelectNodes(const QJsonObject& trees) {
     m_selects = false;
 }
 
-// As the person did it, so that the item is the active one and its commands can be chosen.
+// As the user did it, so that the item is the active one and its commands can be chosen.
 void Session::ClickNode(const Ref<TreeView>& tree, const Ref<Node>& node) {
     m_selects = true;
     m_parts.guard([&] {

@@ -1,4 +1,4 @@
-// What of a person's desktop comes back at the next start: the window's place, docks and toolbars, the explorer's tab,
+// What of a user's desktop comes back at the next start: the window's place, docks and toolbars, the explorer's tab,
 // open and selected nodes, the open windows and their places.
 #pragma once
 
@@ -35,7 +35,7 @@ public:
         bool place = true;           // false: the window's place isn't kept
     };
 
-    // Before the library is initialised: the session is told of the form's unload first, while all still stands.
+    // Before the library is initialized: the session is notified of the form's unload first, while everything still exists.
     Session(StateFile file, Parts parts);
     ~Session() override;
 
@@ -84,10 +84,10 @@ private:
     Parts m_parts;
     QJsonObject m_read;
     QJsonObject m_written;
-    QJsonArray m_windows; // as they stood when no question was open
+    QJsonArray m_windows; // as they were when no question was open
     QTimer m_timer;
     bool m_follows = false;
-    bool m_ends = false; // the form is unloading, and what still stands isn't what the person left
+    bool m_ends = false; // the form is unloading, and what is left isn't what the user left
     // Nodes that weren't there yet, by tree and key, and whether they are to be open.
     std::map<TreeView*, std::map<std::string, bool>> m_awaited;
     std::map<TreeView*, std::string> m_toSelect; // the node, until something else is selected in the tree

@@ -1,4 +1,4 @@
-// Where a window stood, as a text for a file of what is kept, and back.
+// Where a window was, as a text for a file of what is kept, and back.
 #pragma once
 
 #include <QByteArray>

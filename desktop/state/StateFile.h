@@ -1,5 +1,5 @@
 // A JSON file of what the desktop keeps for one user and one application. It is replaced whole or not at all, and a
-// file that can't be read or written costs nothing but what would stand in it.
+// file that can't be read or written costs nothing but what would be in it.
 #pragma once
 
 #include <QJsonObject>
@@ -17,7 +17,7 @@ public:
     StateFile(QString path, NoteFunction note) : m_path(std::move(path)), m_note(std::move(note)) {}
 
     [[nodiscard]] const QString& Path() const { return m_path; }
-    // An empty object when there is no file or it can't be read. What is no JSON object is put aside under the name
+    // An empty object when there is no file or it can't be read. What isn't a JSON object is put aside under the name
     // with
     // ".broken" behind it.
     [[nodiscard]] QJsonObject Read();

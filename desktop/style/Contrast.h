@@ -1,4 +1,4 @@
-// How well colours can be told apart, as the Web Content Accessibility Guidelines measure it.
+// How well colours can be distinguished, as the Web Content Accessibility Guidelines measure it.
 #pragma once
 
 #include <QColor>
@@ -45,8 +45,8 @@ inline QColor Paler(QColor color, const QColor& ground, float alpha) {
     return color;
 }
 
-// Whether somebody has chosen colours of the greatest contrast: then nothing may be told from its surroundings by
-// shades of the ground alone.
+// Whether someone has chosen colours of the greatest contrast: then nothing may be distinguished from its surroundings
+// by shades of the ground alone.
 inline bool IsOfContrast(const QPalette& palette) {
     const QColor ground = palette.color(QPalette::Window);
     const double luminance = LuminanceOf(ground);

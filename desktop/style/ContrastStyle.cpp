@@ -11,7 +11,7 @@ namespace corvane::desktop {
 
 namespace {
 
-// What has the focus gets a thicker line, so that it isn't the colour alone that tells.
+// What has the focus gets a thicker line, so that it isn't shown by the colour alone.
 void DrawLine(QPainter* painter, const QStyleOption& option, const QRect& rect, bool round = false) {
     const bool focus = option.state.testFlag(QStyle::State_HasFocus) && option.state.testFlag(QStyle::State_Enabled);
     const auto group = option.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;

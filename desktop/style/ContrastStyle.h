@@ -1,5 +1,5 @@
-// Draws what another style draws, with lines around all that a person can use: in the colours of a contrast theme
-// there are no shades from which they could be told. On other dark grounds only the boxes of check marks get lines.
+// Draws what another style draws, with lines around all that a user can use: in the colours of a contrast theme
+// there are no shades by which they could be distinguished. On other dark grounds only the boxes of check marks get lines.
 #pragma once
 
 #include <QProxyStyle>

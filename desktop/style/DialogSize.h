@@ -1,4 +1,4 @@
-// The size that a dialog begins with: its own, or what the screen has room for below a title bar.
+// The size that a dialog begins with: its own, or what the screen has space for below a title bar.
 #pragma once
 
 #include <QDialog>

@@ -1,4 +1,4 @@
-// What a widget shows, as lines of text: for runs that nobody watches.
+// What a widget shows, as lines of text: for runs that no one watches.
 #pragma once
 
 #include <string>

@@ -103,7 +103,7 @@ private:
         return translation;
     }
 
-    // A button that a person has added has the caption without its mnemonic.
+    // A button that a user has added has the caption without its mnemonic.
     void AddCaption(const std::string& tool, const std::string& text, const std::string& key) {
         const std::string* translation = Find(key, text);
         if (!translation)
@@ -179,7 +179,7 @@ private:
         Show(TextKind::band, "Explorer", "Study Explorer", Library::tr("Explorer"));
     }
 
-    static constexpr int deepest = 100; // kinds of items that stand below themselves
+    static constexpr int deepest = 100; // kinds of items that are below themselves
 
     std::unordered_map<std::string, std::string> m_translations; // by key and text, until all are added
     std::unordered_map<std::string, QString> m_shown;

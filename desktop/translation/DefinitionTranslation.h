@@ -1,4 +1,4 @@
-// The texts of definition files in the person's language, by the catalogues beside them and the host's own. What the
+// The texts of definition files in the user's language, by the catalogues beside them and the host's own. What the
 // library has read isn't touched: the texts are translated where they are drawn, see ShownText.h.
 #pragma once
 
@@ -18,7 +18,7 @@ class DefinitionTranslation {
 public:
     using NoteFunction = std::function<void(const std::string& text)>;
 
-    // The catalogues are Services/translations/LANGUAGE.po. note is told what is wrong with one, for the log.
+    // The catalogues are Services/translations/LANGUAGE.po. note gets what is wrong with one, for the log.
     DefinitionTranslation(QStringList languages, std::string servicesFolder, NoteFunction note);
     ~DefinitionTranslation();
     DefinitionTranslation(const DefinitionTranslation&) = delete;

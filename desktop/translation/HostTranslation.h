@@ -1,4 +1,4 @@
-// The languages that the person wants, and the host's own texts in the first of them that there is a catalogue for.
+// The languages that the user wants, and the host's own texts in the first of them that there is a catalogue for.
 #pragma once
 
 #include <QStringList>

@@ -1,4 +1,4 @@
-// What people read of a text in the models: its translation where the text is that of a definition file, or one that
+// What users read of a text in the models: its translation where the text is that of a definition file, or one that
 // the library itself writes, and a catalogue has it; otherwise the text. Whatever draws a model asks here; nothing else
 // does, so names and keys stay as they are.
 #pragma once
@@ -24,7 +24,7 @@ namespace corvane::desktop {
 // Whether there are translations at all, for searches through very much.
 [[nodiscard]] bool AreTextsTranslated();
 
-// The contexts under which a translator is asked for those texts, and what tells two equal texts apart.
+// The contexts under which a translator is asked for those texts, and what distinguishes two equal texts.
 namespace TextKind {
 inline constexpr const char* prefix = "corvane.definition.";
 inline constexpr const char* any = "corvane.definition.any";

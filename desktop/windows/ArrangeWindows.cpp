@@ -13,7 +13,7 @@ namespace {
 
 using Windows = std::vector<QMdiSubWindow*>;
 
-// The area's room above the minimised windows.
+// The area's space above the minimised windows.
 QRect SpaceAbove(const QMdiArea& area, const Windows& icons) {
     QRect room = area.viewport()->rect();
     for (const QMdiSubWindow* icon : icons)
@@ -37,7 +37,7 @@ QSize Needed(const QMdiSubWindow& window) {
 }
 
 // Two or three of which one needs more than its share: the others have less, and when even that isn't enough the area
-// scrolls, rather than that one lies over the next.
+// scrolls, rather than that one is over the next.
 bool TileByNeed(const Windows& windows, const QRect& room, bool sideBySide) {
     const int windowCount = static_cast<int>(windows.size());
     const int along = sideBySide ? room.width() : room.height();
@@ -86,7 +86,7 @@ void Tile(const Windows& windows, const QRect& room, bool sideBySide) {
     }
 }
 
-// Each a title bar below and beside the one before, from the corner again when the room is used up.
+// Each a title bar below and beside the one before, from the corner again when the space is used up.
 void Cascade(const Windows& windows, const QRect& room) {
     const QSize size(room.width() * 2 / 3, room.height() * 2 / 3);
     QPoint next = room.topLeft();
@@ -108,7 +108,7 @@ void ArrangeWindows(QMdiArea& area, Arrangement how) {
         return;
     Windows windows;
     Windows icons;
-    // The active one last, so that it lies on top of a cascade.
+    // The active one last, so that it is on top of a cascade.
     for (QMdiSubWindow* window : area.subWindowList(QMdiArea::ActivationHistoryOrder))
         if (!window->isHidden())
             (window->isMinimized() ? icons : windows).push_back(window);

@@ -7,7 +7,7 @@ class QMdiArea;
 
 namespace corvane::desktop {
 
-// Tiles, cascades, or puts the minimised ones in rows at the bottom. Windows that lie behind tabs stay as they are.
+// Tiles, cascades, or puts the minimised ones in rows at the bottom. Windows that are behind tabs stay as they are.
 void ArrangeWindows(QMdiArea& area, Arrangement how);
 
 } // namespace corvane::desktop

@@ -12,7 +12,7 @@ class FailureView final : public QWidget {
 public:
     FailureView(const QString& page, const Failure& failure, QWidget* parent = nullptr);
 
-    // All that is told, as Copy puts it on the clipboard.
+    // All that is reported, as Copy puts it on the clipboard.
     [[nodiscard]] const QString& Text() const { return m_text; }
 
 private:

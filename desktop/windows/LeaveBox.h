@@ -1,4 +1,4 @@
-// Asks a person what becomes of the changes in a window that is to close.
+// Asks a user what becomes of the changes in a window that is to close.
 #pragma once
 
 #include "desktop/windows/WindowHost.h"

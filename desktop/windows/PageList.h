@@ -1,4 +1,4 @@
-// The pages of a window as a list with a field to search them, for windows with more pages than tabs have room for.
+// The pages of a window as a list with a field to search them, for windows with more pages than tabs have space for.
 #pragma once
 
 #include "desktop/windows/PageMark.h"
@@ -20,7 +20,7 @@ public:
     void AddPage(const PageMark& mark);
     void SetPage(int page, const PageMark& mark);
     void SetCurrentPage(int page);
-    // What stands on a page, besides its caption, for the search.
+    // What is on a page, besides its caption, for the search.
     void SetTexts(int page, const QString& texts);
 
 Q_SIGNALS:

@@ -13,7 +13,7 @@ struct PageMark {
     bool isDone = false;    // of a wizard: behind the one in front and in order
     bool isReachable = true;
 
-    // In one sentence, for tool tips and for those who don't see the sign; empty when all is well.
+    // In one sentence, for tooltips and for those who don't see the sign; empty when all is well.
     [[nodiscard]] QString Remark() const;
     bool operator==(const PageMark&) const = default;
 };

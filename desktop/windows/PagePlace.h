@@ -1,4 +1,4 @@
-// Where one page stands in a window: it scrolls when there is less room than the page needs.
+// Where one page is in a window: it scrolls when there is less space than the page needs.
 #pragma once
 
 #include <QScrollArea>

@@ -44,7 +44,7 @@ public:
     void Click(StandardCommandConstants command);
     void Save();
 
-    // Asks the page anew. A page that fails to answer counts as not valid, and as changed; the failure is shown once
+    // Asks the page again. A page that fails to answer counts as not valid, and as changed; the failure is shown once
     // until it answers again.
     void Ask();
     [[nodiscard]] bool IsValid() const { return m_isValid; }

@@ -22,7 +22,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int longestTab = 32;       // characters; the rest is in the tool tip
+constexpr int longestTab = 32;       // characters; the rest is in the tooltip
 constexpr QSize measure(2000, 2000); // wider than any row of tabs or buttons
 constexpr int narrowestPageBesideSteps = 300;
 

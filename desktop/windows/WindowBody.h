@@ -1,4 +1,4 @@
-// What stands inside a window's frame: the places of its pages, as tabs, as steps or as a list, and the row of
+// What is inside a window's frame: the places of its pages, as tabs, as steps or as a list, and the row of
 // commands.
 #pragma once
 
@@ -52,11 +52,11 @@ public:
     void MarkPage(int page, const PageMark& mark);
 
 Q_SIGNALS:
-    // A person wants that page in front; ShowPage answers.
+    // The user wants that page in front; ShowPage answers.
     void PageChosen(int page);
-    // A person chose a command, by button or by key, which may be disabled.
+    // The user chose a command, by button or by key, which may be disabled.
     void CommandChosen(corvane::StandardCommandConstants command);
-    // Every page's widget is needed, as a person searches the list of pages.
+    // Every page's widget is needed, as a user searches the list of pages.
     void AllPagesWanted();
 
 protected:

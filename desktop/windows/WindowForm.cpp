@@ -19,7 +19,7 @@ namespace corvane::desktop {
 
 namespace {
 
-// The place within the room, where that is large enough for what the window needs.
+// The place within the space, where that is large enough for what the window needs.
 QRect Fitted(QRect place, const QRect& room, const QSize& wanted, const QSize& needed) {
     place.setSize(place.size().expandedTo(wanted).boundedTo(room.size()).expandedTo(needed));
     place.moveTo(std::clamp(place.left(), room.left(), std::max(room.left(), room.right() + 1 - place.width())),
@@ -375,7 +375,7 @@ void WindowForm::Abandon() {
     m_host->guard([this] { Close(true); });
 }
 
-// A form that code has hidden has nobody in front of it who could answer.
+// A form that code has hidden has no one in front of it who could answer.
 void WindowForm::QueryUnload(bool& refused) {
     HideActiveChild(true);
     if (!m_inClose) {
@@ -394,7 +394,7 @@ void WindowForm::QueryUnload(bool& refused) {
                        [mainForm = Ref<MdiForm>(m_host->mainForm)] { mainForm->SetRefusesToTellChild(false); });
 }
 
-// While a child is asked, and after it has refused until the event loop turns, nobody finds it to ask it again.
+// While a child is asked, and after it has refused until the event loop turns, no one finds it to ask it again.
 void WindowForm::HideActiveChild(bool refuses) {
     if (MDIChild() && Application())
         Application()->SetRefusesToTellChild(refuses);
@@ -419,7 +419,7 @@ void WindowForm::Unloaded() {
     ActivateNext();
 }
 
-// Its widgets stay until the event loop turns, and what they may still say isn't heard.
+// Its widgets stay until the event loop turns, and what they may still say is ignored.
 void WindowForm::DropFrame() {
     if (m_body)
         m_body->disconnect();

@@ -1,5 +1,5 @@
 // The form of a window, a wizard, a dialog or a save dialog: the model of a form with pages and commands, drawn in a
-// frame. The model tells the frame what to do, and what a person does to the frame is told to the model.
+// frame. The model tells the frame what to do, and what a user does to the frame is reported to the model.
 #pragma once
 
 #include "corvane/platform/controls/Form.h"
@@ -47,8 +47,8 @@ public:
     // For the host.
     // What the close box does: it asks and unloads.
     void RequestClose();
-    // Runs what a person does to the window, with all that it brings about, so that whoever follows the person hears
-    // it.
+    // Runs what a user does to the window, with all that it brings about, so that whoever follows the user is notified
+    // of it.
     void ByUser(WindowStep::What what, int which, const std::function<void()>& work);
     // Ends the window as if it had been cancelled, without asking.
     void Abandon();
@@ -57,7 +57,7 @@ public:
     // The same for what Save can save; a wizard is saved by nothing but Finish.
     [[nodiscard]] bool HasUnsavedChanges();
     [[nodiscard]] Ref<Object> BusinessContext() const; // nothing for a window without one
-    // The person has been asked about the changes already: until the event loop turns, closing asks no more. A window
+    // The user has been asked about the changes already: until the event loop turns, closing asks no more. A window
     // whose changes have been saved ends as if by OK.
     void SettleChanges(bool saved);
     // Nothing before Initialize and after the end.
@@ -66,12 +66,12 @@ public:
     [[nodiscard]] QWidget* Frame() const { return m_frame ? m_frame->Widget() : nullptr; }
     [[nodiscard]] WindowBody* Body() const { return m_body; }
     [[nodiscard]] const Ref<IWindowFormController>& Controller() const { return m_controller; } // likewise
-    // Where it stands while it is neither maximized nor minimized: in pixels, from the corner of the area or of the
+    // Where it is while it is neither maximized nor minimized: in pixels, from the corner of the area or of the
     // main window.
     [[nodiscard]] QRect NormalPlace() const { return RectOfModel(); }
-    // The state that the person gave it; behind tabs every window is as large as the area, and that isn't one.
+    // The state that the user gave it; behind tabs every window is as large as the area, and that isn't one.
     [[nodiscard]] FormState UserState() const;
-    // Puts a window that is shown where it stood once, as far as there is room for it.
+    // Puts a window that is shown where it was once, as far as there is space for it.
     void PlaceAgain(const QRect& place, FormState state);
     [[nodiscard]] std::string AsText();
 
@@ -157,7 +157,7 @@ private:
     std::vector<Subscription> m_subscriptions;
 };
 
-// The caption as people read it, in their language.
+// The caption as users read it, in their language.
 [[nodiscard]] QString TitleOf(const Form& form);
 
 } // namespace corvane::desktop

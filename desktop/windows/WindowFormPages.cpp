@@ -90,7 +90,7 @@ bool WindowForm::IsReachable(int page) const {
     return true;
 }
 
-// The page keeps its size where there is room.
+// The page keeps its size where there is space.
 void WindowForm::ShowCommands() {
     const int height = m_body->ShowCommands();
     if (height > 0)

@@ -15,7 +15,7 @@ namespace {
 
 constexpr QSize probe(1000, 1000); // larger than what a frame needs for itself
 
-// A frame's widget outlives the frame by a turn of the event loop, and then nobody listens any more.
+// A frame's widget outlives the frame by a turn of the event loop, and then no one listens any more.
 using Ears = std::shared_ptr<WindowFrame::Ears>;
 
 class ChildFrame final : public QMdiSubWindow {

@@ -1,4 +1,4 @@
-// The frame around a window's body: one of the main window's children, or a window of its own. It tells what happens
+// The frame around a window's body: one of the main window's children, or a window of its own. It says what happens
 // to it and does only what it is told: its close box closes nothing.
 #pragma once
 
@@ -61,7 +61,7 @@ public:
     void Fix(const QSize& size);        // no other size from now on
     // What the frame adds to its body.
     [[nodiscard]] QSize Surround() const { return m_surround; }
-    // The room there is for it.
+    // The space there is for it.
     [[nodiscard]] QRect Room() const;
 
 private:

@@ -27,7 +27,7 @@ struct LeaveQuestion {
 };
 enum class LeaveAnswer { Stay, Discard, Save };
 
-// What a person does to a window, for those who follow it.
+// What a user does to a window, for those who follow it.
 struct WindowStep {
     enum class What { Command, Page, Close, Activate };
     const Window& window;
@@ -39,7 +39,7 @@ struct WindowStep {
 struct WindowHost {
     using GuardFunction = std::function<void(const std::function<void()>&)>;
 
-    // The window whose pages stand in a list, however many they are.
+    // The window whose pages are in a list, however many they are.
     static constexpr const char* ListedWindow = "Corvane.Preferences";
 
     MdiForm* mainForm = nullptr; // outlives every form
@@ -50,11 +50,11 @@ struct WindowHost {
     Ref<WindowMessages> messages;
     // Runs what enters the library; a failure that leaves it is shown.
     GuardFunction guard;
-    // Without it nobody is asked and the changes go.
+    // Without it no one is asked and the changes go.
     std::function<LeaveAnswer(const LeaveQuestion&)> askToLeave;
     // Opens a help topic. Without it no window offers help.
     std::function<void(Long)> help;
-    // Runs what a person does to a window. Without it that is just done.
+    // Runs what a user does to a window. Without it that is just done.
     std::function<void(const WindowStep&, const std::function<void()>& work)> byUser;
     // Runs instead of the event loop while a modal form is open and returns when goesOn says no; end ends the form.
     std::function<void(const std::function<bool()>& goesOn, const std::function<void()>& end)> modalLoop;

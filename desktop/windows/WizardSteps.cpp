@@ -11,7 +11,7 @@ namespace {
 
 constexpr int charactersWide = 28;
 
-// Takes the room of a sign, so that the texts stand below one another.
+// Takes the space of a sign, so that the texts are below one another.
 QIcon NoSign(const QSize& size) {
     QPixmap nothing(size);
     nothing.fill(Qt::transparent);
@@ -56,7 +56,7 @@ void WizardSteps::AddStep(const PageMark& mark) {
     SetStep(count() - 1, mark);
 }
 
-// The signs stand in the text as well, so that nothing depends on colours or pictures.
+// The signs are in the text as well, so that nothing depends on colours or pictures.
 void WizardSteps::SetStep(int step, const PageMark& mark) {
     QListWidgetItem* listWidgetItem = item(step);
     QString text = tr("%1. %2").arg(step + 1).arg(mark.caption);

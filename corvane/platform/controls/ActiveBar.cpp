@@ -50,7 +50,7 @@ void Tool::Detach(bool bFromBar) {
     if (IsInstance())
         m_oOwner.pBand = nullptr;
     if (bFromBar)
-        Master().m_oOwner.pBar = nullptr; // the master of a host's tool stands in no list that would say so
+        Master().m_oOwner.pBar = nullptr; // the master of a host's tool is in no list that would say so
 }
 
 ActiveBar* Tool::Bar() const {
@@ -169,7 +169,7 @@ void ToolCollection::InsertTool(std::size_t iPosition, Ref<Tool> oTool) {
     m_aTools.insert(m_aTools.begin() + static_cast<std::ptrdiff_t>(iPosition), std::move(oTool));
 }
 
-// Of a tool that will stand there.
+// Of a tool that will be there.
 void ToolCollection::IndexTool(std::size_t iPosition, Tool* pTool) {
     Tool** ppFirst = m_pNames->AddOrFind(pTool->Name(), pTool, ToolName);
     if (!ppFirst)
@@ -191,7 +191,7 @@ Ref<Tool> ToolCollection::RemoveTool(std::size_t iPosition) {
     Tool** ppFirst = m_pNames->Find(oTool->Name(), ToolName);
     if (*ppFirst != oTool.Get())
         return oTool;
-    // All others of that name stand behind the first.
+    // All others of that name are behind the first.
     const auto itOther =
         !oTool->m_bHasNamesakes ? m_aTools.end() : std::find_if(itNext, m_aTools.end(), [&](const auto& oOther) {
             return EqualText(oOther->Name(), oTool->Name());

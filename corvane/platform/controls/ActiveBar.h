@@ -1,5 +1,5 @@
 // The model of the menu and toolbar control: bands (menus, toolbars, pop-ups), the master list of tools, and the
-// instances of tools that stand in bands. It holds state and draws nothing; a renderer hears Changed.
+// instances of tools in bands. It holds state and draws nothing; a renderer subscribes to Changed.
 #pragma once
 
 #include "corvane/base/Event.h"
@@ -25,7 +25,7 @@ class Tool;
 
 enum class BandKind : Long { Toolbar = 0, MenuBar = 1, Popup = 2 };
 
-// What a renderer is told. It says where something changed, not what it was before.
+// The change that a renderer is notified of. It says where something changed, not the previous state.
 struct BarChange {
     enum class What {
         BandAdded,
@@ -55,7 +55,7 @@ private:
 
 // A command in the master list, or an instance of one in a band. An instance has texts, drop-down band, pictures and
 // default mark of its own; all else it shares with its master. There are tens of thousands of them in a large
-// application, two an entry, so what few tools have stands apart.
+// application, two per entry, so rarely used members are stored separately.
 class __attribute__((visibility("default"))) Tool final : public virtual Object {
 public:
     enum PictureState : Long { Normal = 0, Pressed = 1, Disabled = 3 };
@@ -262,13 +262,13 @@ public:
     void SetBandKind(BandKind eKind);
     [[nodiscard]] bool Visible() const { return m_bVisible.value_or(true); }
     void SetVisible(bool bVisible);
-    // Whether a person may rebuild the band by dragging; the library says no for each toolbar.
+    // Whether the user may rebuild the band by dragging; the library sets false for each toolbar.
     [[nodiscard]] bool AllowCustomize() const { return m_bAllowCustomize; }
     void SetAllowCustomize(bool bAllow) { m_bAllowCustomize = bAllow; }
     [[nodiscard]] const Ref<BandTools>& Tools() const { return m_oTools; }
     [[nodiscard]] const Ref<Object>& TagVariant() const { return m_oTagVariant; }
     void SetTagVariant(Ref<Object> oTag) { m_oTagVariant = std::move(oTag); }
-    // Shows the band at the pointer, or where the renderer has been told to. Returns when the menu has closed.
+    // Shows the band at the pointer, or at the place set in the renderer. Returns when the menu has closed.
     void ShowPopup();
     // Repaints at once.
     void Refresh();
@@ -328,7 +328,7 @@ public:
     void RedrawBars();
     // The instances take over texts and drop-down band of the master.
     void ApplyToolToInstances(const Ref<Tool>& oTool);
-    // Whether the status text is shown in its place; off while the progress bar stands there.
+    // Whether the status text is shown; off while the progress bar is shown in its place.
     [[nodiscard]] bool StatusTextShown() const { return m_bStatusTextShown; }
     void SetStatusTextShown(bool bShown);
 

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-// A caption without the mark of its mnemonic; "&&" stands for "&".
+// A caption without the mark of its mnemonic; "&&" means "&".
 [[nodiscard, gnu::visibility("default")]] std::string WithoutMnemonic(std::string_view sCaption);
 
 // An entry a line, two blanks a level, menus that open from an entry below it.

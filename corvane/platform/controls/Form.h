@@ -1,5 +1,5 @@
 // The model of a form: loaded and unloaded, shown and hidden, with the events of the real form in its order. It draws
-// nothing; a host derives from it or hears Changed.
+// nothing; a host derives from it or subscribes to Changed.
 #pragma once
 
 #include "corvane/base/Badge.h"
@@ -57,7 +57,7 @@ public:
 
     // The form's events.
     Event<> OnLoad;
-    Event<bool&> OnQueryUnload; // true refuses; nothing of the form has gone yet, and OnUnload isn't raised then
+    Event<bool&> OnQueryUnload; // true refuses; nothing has been unloaded yet, and OnUnload isn't raised then
     Event<bool&> OnUnload;      // true refuses
     Event<> OnActivate;
     Event<> OnDeactivate;
@@ -65,10 +65,10 @@ public:
     // For renderers alone.
     enum class Change { Loaded, Unloaded, Shown, Hidden, Moved, State, Caption, Repaint };
     Event<Change> Changed;
-    // A modal form has been shown: whoever hears it runs the message loop until the form is hidden or unloaded.
+    // A modal form has been shown: the subscriber runs the message loop until the form is hidden or unloaded.
     Event<> ModalLoop;
 
-    // The form comes to the front: the application's active form hears OnDeactivate, then this one OnActivate.
+    // The form comes to the front: the application's active form gets OnDeactivate, then this one OnActivate.
     // Nothing when it is active already.
     void Activate();
 

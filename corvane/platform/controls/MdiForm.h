@@ -26,7 +26,7 @@ public:
     // All loaded forms of the application, in order of activation, the latest last.
     [[nodiscard]] std::vector<Ref<Form>> Forms() const;
     void Arrange(Arrangement eHow);
-    // While set, ActiveForm tells nothing: the child that refused to unload isn't asked again in the same turn.
+    // While set, ActiveForm is nothing: the child that refused to unload isn't asked again in the same iteration.
     void SetRefusesToTellChild(bool bRefuses) { m_bHidesActive = bRefuses; }
 
     // A control or other member that is looked up by its name at run time, such as "ActiveBar".

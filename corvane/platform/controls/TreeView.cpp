@@ -122,7 +122,7 @@ Ref<Node> Nodes::Find(std::string_view sKey) const {
     return Ref<Node>(m_oKeys.Find(sKey));
 }
 
-// Takes a node that stands in no list any more, and all below it, out of the keys and lets them go.
+// Takes a node that is in no list any more, and all below it, out of the keys and lets them go.
 void Nodes::Drop(Node* pNode, bool bErasesKeys) {
     std::vector<Node*> aDropped{pNode};
     for (std::size_t i = 0; i < aDropped.size(); ++i)

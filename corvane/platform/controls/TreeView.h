@@ -1,5 +1,5 @@
 // The model of a tree view: nodes by key under one another, a selection, label editing, and the events of the real
-// control in its order. It holds state and draws nothing; a renderer hears Changed.
+// control in its order. It holds state and draws nothing; a renderer subscribes to Changed.
 #pragma once
 
 #include "corvane/base/Event.h"
@@ -17,7 +17,7 @@ class Nodes;
 class Node;
 class TreeView;
 
-// What a renderer is told.
+// The change that a renderer is notified of.
 struct TreeChange {
     enum class What {
         BeforeInsert, // pNode is about to become child lRow of pParent
@@ -133,7 +133,7 @@ public:
     [[nodiscard]] const Ref<Nodes>& GetNodes() const { return m_oNodes; }
     [[nodiscard]] const Ref<ImageList>& GetImageList() const { return m_oImageList; }
     void SetImageList(Ref<ImageList> oImageList) { m_oImageList = std::move(oImageList); }
-    // The tab, from 0, on which the tree stands; -1 until it has been put on one.
+    // The tab, from 0, that contains the tree; -1 until it has been put on one.
     [[nodiscard]] Long Container() const { return m_lContainer; }
     void SetContainer(Long lTab) { m_lContainer = lTab; }
     [[nodiscard]] const std::string& Tag() const { return m_sTag; }
