@@ -16,11 +16,11 @@ namespace {
 constexpr QSize probe(1000, 1000); // larger than what a frame needs for itself
 
 // A frame's widget outlives the frame by a turn of the event loop, and then no one listens any more.
-using Ears = std::shared_ptr<WindowFrame::Ears>;
+using Notifier = std::shared_ptr<WindowFrame::Notifier>;
 
 class ChildFrame final : public QMdiSubWindow {
 public:
-    explicit ChildFrame(Ears ears) : m_ears(std::move(ears)) {
+    explicit ChildFrame(Notifier notifier) : m_notifier(std::move(notifier)) {
         setAttribute(Qt::WA_DeleteOnClose, false);
         // The main window has the keys of its children itself.
         for (QAction* action : systemMenu()->actions())
@@ -28,63 +28,64 @@ public:
         connect(this, &QMdiSubWindow::windowStateChanged, this,
                 [this](Qt::WindowStates old, Qt::WindowStates newStates) {
                     if ((newStates & ~old) & Qt::WindowActive)
-                        m_ears->Tell(&WindowFrame::Listeners::activated);
+                        m_notifier->Notify(&WindowFrame::Listeners::activated);
                     if ((newStates ^ old) & ~Qt::WindowStates(Qt::WindowActive))
-                        m_ears->Tell(&WindowFrame::Listeners::placed);
+                        m_notifier->Notify(&WindowFrame::Listeners::placed);
                 });
     }
 
 protected:
     void closeEvent(QCloseEvent* event) override {
         event->ignore();
-        m_ears->Tell(&WindowFrame::Listeners::closeRequested);
+        m_notifier->Notify(&WindowFrame::Listeners::closeRequested);
     }
     void moveEvent(QMoveEvent* event) override {
         QMdiSubWindow::moveEvent(event);
-        m_ears->Tell(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Listeners::placed);
     }
     void resizeEvent(QResizeEvent* event) override {
         QMdiSubWindow::resizeEvent(event);
-        m_ears->Tell(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Listeners::placed);
     }
 
 private:
-    Ears m_ears;
+    Notifier m_notifier;
 };
 
 class DialogFrame final : public QDialog {
 public:
-    DialogFrame(Ears ears, QWidget* owner, Qt::WindowFlags flags) : QDialog(owner, flags), m_ears(std::move(ears)) {}
+    DialogFrame(Notifier notifier, QWidget* owner, Qt::WindowFlags flags)
+        : QDialog(owner, flags), m_notifier(std::move(notifier)) {}
     // The escape key and the close box.
-    void reject() override { m_ears->Tell(&WindowFrame::Listeners::closeRequested); }
+    void reject() override { m_notifier->Notify(&WindowFrame::Listeners::closeRequested); }
 
 protected:
     void closeEvent(QCloseEvent* event) override {
         event->ignore();
-        m_ears->Tell(&WindowFrame::Listeners::closeRequested);
+        m_notifier->Notify(&WindowFrame::Listeners::closeRequested);
     }
     void moveEvent(QMoveEvent* event) override {
         QDialog::moveEvent(event);
-        m_ears->Tell(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Listeners::placed);
     }
     void resizeEvent(QResizeEvent* event) override {
         QDialog::resizeEvent(event);
-        m_ears->Tell(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Listeners::placed);
     }
     void changeEvent(QEvent* event) override {
         QDialog::changeEvent(event);
         if (event->type() == QEvent::WindowStateChange)
-            m_ears->Tell(&WindowFrame::Listeners::placed);
+            m_notifier->Notify(&WindowFrame::Listeners::placed);
     }
     bool event(QEvent* event) override {
         const bool done = QDialog::event(event);
         if (event->type() == QEvent::WindowActivate)
-            m_ears->Tell(&WindowFrame::Listeners::activated);
+            m_notifier->Notify(&WindowFrame::Listeners::activated);
         return done;
     }
 
 private:
-    Ears m_ears;
+    Notifier m_notifier;
 };
 
 Qt::WindowStates StatesOf(FormState state) {
@@ -96,9 +97,9 @@ Qt::WindowStates StatesOf(FormState state) {
 } // namespace
 
 WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Listeners listeners)
-    : m_ears(std::make_shared<WindowFrame::Ears>(std::move(listeners))), m_area(area), m_owner(owner) {
+    : m_notifier(std::make_shared<WindowFrame::Notifier>(std::move(listeners))), m_area(area), m_owner(owner) {
     if (area) {
-        m_child = new ChildFrame(m_ears);
+        m_child = new ChildFrame(m_notifier);
         m_child->setParent(area->viewport(), m_child->windowFlags()); // without one it has no title bar
         auto* probeWidget = new QWidget;
         probeWidget->setFixedSize(probe);
@@ -114,7 +115,7 @@ WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool wit
     Qt::WindowFlags flags = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     if (withStateButtons)
         flags |= Qt::WindowMinMaxButtonsHint;
-    m_dialog = new DialogFrame(m_ears, owner, flags);
+    m_dialog = new DialogFrame(m_notifier, owner, flags);
     auto* layout = new QVBoxLayout(m_dialog);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(body);
@@ -122,7 +123,7 @@ WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool wit
 }
 
 WindowFrame::~WindowFrame() {
-    m_ears->closed = true;
+    m_notifier->closed = true;
     if (!m_widget)
         return;
     m_widget->hide();

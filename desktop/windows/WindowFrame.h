@@ -26,9 +26,9 @@ public:
         std::function<void()> placed; // moved, resized, or its state has changed
     };
 
-    struct Ears {
-        explicit Ears(Listeners o) : listeners(std::move(o)) {}
-        void Tell(std::function<void()> Listeners::*what) const {
+    struct Notifier {
+        explicit Notifier(Listeners o) : listeners(std::move(o)) {}
+        void Notify(std::function<void()> Listeners::*what) const {
             if (!closed)
                 (listeners.*what)();
         }
@@ -67,7 +67,7 @@ public:
 private:
     [[nodiscard]] QPoint Corner() const;
 
-    std::shared_ptr<Ears> m_ears;
+    std::shared_ptr<Notifier> m_notifier;
     QPointer<QMdiArea> m_area;
     QPointer<QWidget> m_owner;
     QPointer<QMdiSubWindow> m_child;
