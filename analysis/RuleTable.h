@@ -243,7 +243,7 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Express #Greeting"/></Menus>)"},
     {Rule::InactiveFile, "inactive-file", Severity::Warning,
      "A file has no effect, because Active or ProgID is missing.",
-     "Active is false unless it is written. A file that says Active=\"False\" is left alone.",
+     "Active is false by default. A file that says Active=\"False\" isn't reported.",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="False"/>)"},
     {Rule::MissingFramework, "missing-framework", Severity::Warning, "No active file has the ProgID Corvane.Framework.",
