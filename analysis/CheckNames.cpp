@@ -10,7 +10,6 @@ namespace corvane::check {
 
 namespace {
 
-constexpr const char* frameworkProgID = "Corvane.Framework";
 constexpr const char* helpProgID = "TavelinSvc.TavelinService";
 
 bool IsFramework(const Provider& service) {

@@ -13,8 +13,6 @@ namespace corvane::check {
 
 namespace {
 
-constexpr const char* frameworkProgID = "Corvane.Framework";
-
 class PluginCheck {
 public:
     PluginCheck(const std::string& application, Report& report)

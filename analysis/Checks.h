@@ -7,6 +7,8 @@
 
 namespace corvane::check {
 
+inline constexpr const char* frameworkProgID = "Corvane.Framework";
+
 // Services, explorer items and windows, and how they refer to one another.
 void CheckNames(Model& model, const std::string& application, Report& report);
 // What becomes of the entries of menus, toolbars and context menus.

@@ -10,7 +10,7 @@ namespace corvane::check {
 
 namespace {
 
-std::string PlaceText(const Place& place) {
+std::string LineText(const Place& place) {
     return place.file + ":" + std::to_string(place.at.line) + ":" + std::to_string(place.at.column);
 }
 
@@ -24,18 +24,18 @@ std::string ContextBar(const Provider& item) {
     return "Context." + item.name;
 }
 
-constexpr std::string_view toolbarPrefix = "Toolbars.";
+constexpr std::string_view toolbarsPath = "Toolbars.";
 
 // "Standard" of "Toolbars.Standard".
 std::string_view ToolbarOf(std::string_view bar) {
-    return bar.substr(toolbarPrefix.size());
+    return bar.substr(toolbarsPath.size());
 }
 
 // "File", "Toolbars.Standard": how a bar is spoken of.
 std::string BarText(const std::string& name) {
     if (name == "Main")
         return "the menu bar";
-    if (name.starts_with(toolbarPrefix))
+    if (name.starts_with(toolbarsPath))
         return "the toolbar " + Quoted(ToolbarOf(name));
     return "the menu " + Quoted(name);
 }
@@ -52,7 +52,7 @@ public:
             ExplainContextMenu(*provider);
         }
         for (const auto& [name, bar] : m_plan.Bars())
-            if (Is(bar.name) || (bar.name.starts_with(toolbarPrefix) && Is(ToolbarOf(bar.name))))
+            if (Is(bar.name) || (bar.name.starts_with(toolbarsPath) && Is(ToolbarOf(bar.name))))
                 ExplainBar(bar);
         for (const Window& window : m_model.windows)
             if (Is(window.name) || std::any_of(window.pages.begin(), window.pages.end(),
@@ -91,7 +91,7 @@ private:
     void ExplainEntry(const Entry& entry) {
         std::string heading = entry.Named().substr(4); // without "the "
         Heading(heading);
-        Field("defined", PlaceText(entry.provider->file->At(entry.element->At())) + ", by " + entry.provider->Named());
+        Field("defined", LineText(entry.provider->file->At(entry.element->At())) + ", by " + entry.provider->Named());
         ExplainProcedure(entry);
         if (const std::string tool = ToolOf(entry); !EqualText(tool, entry.key))
             Field("tool", Quoted(tool) + ", under which it is found and chosen");
@@ -112,8 +112,7 @@ private:
 
     void ExplainProcedure(const Entry& entry) {
         const Action& action = *entry.action;
-        std::string text =
-            Quoted(action.name) + ", " + PlaceText(entry.provider->file->At(entry.action->element->At()));
+        std::string text = Quoted(action.name) + ", " + LineText(entry.provider->file->At(entry.action->element->At()));
         const bool title = entry.type == MenuType::fwMenuTitle || entry.type == MenuType::fwContextMenuTitle;
         if (!action.procedure.empty())
             text += ", calls " + std::string(action.procedure) + (action.PassesItself() ? " with itself" : "");
@@ -136,7 +135,7 @@ private:
         else if (placing.title)
             text += " = " + ToText(placing.title->positionOrder) + " x 1000000 + " + order + " x 100; " +
                     ToText(placing.title->positionOrder) + " is the order of " + placing.title->Named() + ", " +
-                    PlaceText(placing.title->At("PositionOrder"));
+                    LineText(placing.title->At("PositionOrder"));
         else
             text += " = 500 x 1000000 + " + order + " x 100; there is no title " + Quoted(path);
         Field("rank", text);
@@ -147,7 +146,7 @@ private:
             std::string why = "nowhere";
             if (placing.owner)
                 why += ", because " + placing.owner->Named() + " has the same rank, " +
-                       PlaceText(placing.owner->At("PositionOrder"));
+                       LineText(placing.owner->At("PositionOrder"));
             Field("place", why + "; corvane check says more");
             return;
         }
@@ -163,12 +162,12 @@ private:
             text += ", after " + Quoted(slots[place - 1].tool->name);
         if (place + 1 < slots.size())
             text += (place > 0 ? " and before " : ", before ") + Quoted(slots[place + 1].tool->name);
-        if (!placing.bar->title && !placing.bar->ofHost && !placing.bar->name.starts_with(toolbarPrefix))
+        if (!placing.bar->title && !placing.bar->ofHost && !placing.bar->name.starts_with(toolbarsPath))
             text += "; the menu is a hidden placeholder, because its title isn't defined";
         Field("place", text);
         for (const Entry* other : it->entries.All())
             if (other != placing.entry)
-                Field("shared", "with " + other->provider->Named() + ", " + PlaceText(other->At("ActionItem")));
+                Field("shared", "with " + other->provider->Named() + ", " + LineText(other->At("ActionItem")));
     }
 
     // When a user sees it.
@@ -201,7 +200,7 @@ private:
         if (item.kind != ProviderKind::ExplorerItem || !hasMenu || !Is(ContextBar(item)))
             return;
         Heading("context menu of " + item.Named());
-        Field("defined", PlaceText(item.file->At(item.element->At())));
+        Field("defined", LineText(item.file->At(item.element->At())));
         std::vector<const Entry*> entries;
         for (const Entry& entry : item.entries)
             if (entry.IsOfContextMenu())
@@ -211,18 +210,18 @@ private:
         });
         for (const Entry* entry : entries)
             Field(std::to_string(ContextRank(*entry).value_or(0)),
-                  Quoted(entry->key) + ", " + PlaceText(entry->At("ActionItem")));
+                  Quoted(entry->key) + ", " + LineText(entry->At("ActionItem")));
     }
 
     void ExplainBar(const Bar& bar) {
         Heading(BarText(bar.name).substr(4));
         if (bar.title)
-            Field("defined", "by " + bar.title->Named() + ", " + PlaceText(bar.title->At("ActionItem")));
+            Field("defined", "by " + bar.title->Named() + ", " + LineText(bar.title->At("ActionItem")));
         else if (bar.ofHost)
             Field("defined", "by the host");
         else if (bar.firstAsked)
-            Field("created", "for " + bar.firstAsked->Named() + ", " + PlaceText(bar.firstAsked->At("Path")) +
-                                 (bar.name.starts_with(toolbarPrefix) ? "" : "; its title isn't defined"));
+            Field("created", "for " + bar.firstAsked->Named() + ", " + LineText(bar.firstAsked->At("Path")) +
+                                 (bar.name.starts_with(toolbarsPath) ? "" : "; its title isn't defined"));
         std::size_t place = 0;
         for (const Slot& slot : bar.slots) {
             ++place;
@@ -234,22 +233,22 @@ private:
             Field(std::to_string(place), Quoted(slot.tool->name) + ", " +
                                              (placing.rank ? "rank " + std::to_string(*placing.rank)
                                                            : "text " + Quoted(placing.entry->PositionKey())) +
-                                             ", " + PlaceText(placing.entry->At("PositionOrder")));
+                                             ", " + LineText(placing.entry->At("PositionOrder")));
         }
     }
 
     void ExplainWindow(const Window& window) {
         Heading("window " + Quoted(window.name));
-        Field("defined", PlaceText(window.file->At(window.element->At())));
+        Field("defined", LineText(window.file->At(window.element->At())));
         Field("shown", "when a procedure calls WindowManager::OpenWindow(" + Quoted(window.name) + ", ...)");
         for (const Provider* page : window.pages)
             Field("page",
-                  Quoted(page->name) + ", " + page->progID + ", " + PlaceText(page->file->At(page->element->At())));
+                  Quoted(page->name) + ", " + page->progID + ", " + LineText(page->file->At(page->element->At())));
     }
 
     void ExplainItem(Provider& item) {
         Heading("explorer item " + Quoted(item.name));
-        Field("defined", PlaceText(item.file->At(item.element->At())));
+        Field("defined", LineText(item.file->At(item.element->At())));
         const std::string_view type = item.element->Value("Type");
         const std::string_view parent = item.element->Value("Parent");
         if (parent.empty() && !EqualText(type, "Default"))
@@ -270,7 +269,7 @@ private:
 
     void ExplainService(const Provider& service) {
         Heading("service " + Quoted(service.name));
-        Field("defined", PlaceText(service.file->At(service.element->At())));
+        Field("defined", LineText(service.file->At(service.element->At())));
         Field("created", "from " + service.progID);
         Field("contains", std::to_string(service.actions.size()) + " actions, " +
                               std::to_string(service.entries.size()) + " places");
@@ -292,7 +291,7 @@ private:
                     }
                 if (!placed) {
                     Heading("action " + Quoted(action.name));
-                    Field("defined", PlaceText(provider->file->At(action.element->At())) + ", by " + provider->Named());
+                    Field("defined", LineText(provider->file->At(action.element->At())) + ", by " + provider->Named());
                     Field("place", "nowhere: no MenuItem of its provider refers to it");
                 }
             }

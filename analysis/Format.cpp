@@ -44,38 +44,38 @@ constexpr auto explorerItem = std::to_array<AttributeFormat>({{"Name", Text, Nam
                                                               {"DefaultAction"},
                                                               {"CanRename", Boolean},
                                                               {"Image"}});
-constexpr auto window = std::to_array<AttributeFormat>({{"Name", Text, Name},
-                                                        {"PageWidth", WholeNumber},
-                                                        {"PageHeight", WholeNumber},
-                                                        {"DefPageWidth", WholeNumber},
-                                                        {"DefPageHeight", WholeNumber},
-                                                        {"Type", Word, Required, windowTypes},
-                                                        {"Caption"},
-                                                        {"IsMDIChild", Boolean},
-                                                        {"State", Word, Required, windowStates},
-                                                        {"IsModal", Boolean},
-                                                        {"IsNewBusinessContext", Boolean},
-                                                        {"IsApplyCommandShown", Boolean}});
-constexpr auto page = std::to_array<AttributeFormat>({{"PageProgID", Text, Name},
-                                                      {"Caption"},
-                                                      {"IsOptional", Boolean, Required},
-                                                      {"IsResizable", Boolean, Required},
-                                                      {"PositionOrder", Number},
-                                                      {"HelpContextID", WholeNumber},
-                                                      {"HideExplorer", Boolean}});
-constexpr auto services = std::to_array<AttributeFormat>(
+constexpr auto windowFormat = std::to_array<AttributeFormat>({{"Name", Text, Name},
+                                                              {"PageWidth", WholeNumber},
+                                                              {"PageHeight", WholeNumber},
+                                                              {"DefPageWidth", WholeNumber},
+                                                              {"DefPageHeight", WholeNumber},
+                                                              {"Type", Word, Required, windowTypes},
+                                                              {"Caption"},
+                                                              {"IsMDIChild", Boolean},
+                                                              {"State", Word, Required, windowStates},
+                                                              {"IsModal", Boolean},
+                                                              {"IsNewBusinessContext", Boolean},
+                                                              {"IsApplyCommandShown", Boolean}});
+constexpr auto pageFormat = std::to_array<AttributeFormat>({{"PageProgID", Text, Name},
+                                                            {"Caption"},
+                                                            {"IsOptional", Boolean, Required},
+                                                            {"IsResizable", Boolean, Required},
+                                                            {"PositionOrder", Number},
+                                                            {"HelpContextID", WholeNumber},
+                                                            {"HideExplorer", Boolean}});
+constexpr auto servicesFormat = std::to_array<AttributeFormat>(
     {{"Name", Text, Name}, {"ProgID"}, {"IsStartService", Boolean}, {"Active", Boolean}});
 
 constexpr std::array actionItems{ElementFormat{"ActionItem", actionItem, {}}};
 constexpr std::array menus{ElementFormat{"MenuItem", menuItem, {}}};
 constexpr std::array commands{ElementFormat{"ActionItems", {}, actionItems}, ElementFormat{"Menus", {}, menus}};
 constexpr std::array explorerItems{ElementFormat{"ExplorerItem", explorerItem, commands}};
-constexpr std::array pages{ElementFormat{"Page", page, commands}};
-constexpr std::array windows{ElementFormat{"Window", window, pages}};
+constexpr std::array pagesFormat{ElementFormat{"Page", pageFormat, commands}};
+constexpr std::array windowsFormat{ElementFormat{"Window", windowFormat, pagesFormat}};
 constexpr std::array groups{ElementFormat{"ActionItems", {}, actionItems}, ElementFormat{"Menus", {}, menus},
-                            ElementFormat{"ExplorerItems", {}, explorerItems}, ElementFormat{"Windows", {}, windows},
-                            ElementFormat{"Preferences", {}, pages}};
-constexpr ElementFormat service{"Service", services, groups};
+                            ElementFormat{"ExplorerItems", {}, explorerItems},
+                            ElementFormat{"Windows", {}, windowsFormat}, ElementFormat{"Preferences", {}, pagesFormat}};
+constexpr ElementFormat serviceFormat{"Service", servicesFormat, groups};
 
 } // namespace
 
@@ -92,7 +92,7 @@ const ElementFormat* ElementFormat::Child(std::string_view element) const {
 }
 
 const ElementFormat& ServiceFormat() {
-    return service;
+    return serviceFormat;
 }
 
 } // namespace corvane::check

@@ -20,51 +20,51 @@ struct KeyName {
 constexpr auto modifiers = std::to_array<KeyName>(
     {{"Ctrl", "Ctrl"}, {"Control", "Ctrl"}, {"Strg", "Ctrl"}, {"Shift", "Shift"}, {"Alt", "Alt"}, {"Meta", "Meta"}});
 // What hosts call keys that aren't a character. Function keys come on top.
-constexpr auto keys = std::to_array<KeyName>({{"Delete", "Del"},
-                                              {"Del", "Del"},
-                                              {"Insert", "Ins"},
-                                              {"Ins", "Ins"},
-                                              {"Escape", "Esc"},
-                                              {"Esc", "Esc"},
-                                              {"PageUp", "PgUp"},
-                                              {"PgUp", "PgUp"},
-                                              {"PageDown", "PgDown"},
-                                              {"PgDown", "PgDown"},
-                                              {"Enter", "Return"},
-                                              {"Return", "Return"},
-                                              {"Bksp", "Backspace"},
-                                              {"Backspace", "Backspace"},
-                                              {"Tab", "Tab"},
-                                              {"Space", "Space"},
-                                              {"Home", "Home"},
-                                              {"End", "End"},
-                                              {"Left", "Left"},
-                                              {"Right", "Right"},
-                                              {"Up", "Up"},
-                                              {"Down", "Down"},
-                                              {"Pause", "Pause"},
-                                              {"Print", "Print"},
-                                              {"Menu", "Menu"},
-                                              {"Help", "Help"},
-                                              {"CapsLock", "CapsLock"},
-                                              {"NumLock", "NumLock"},
-                                              {"ScrollLock", "ScrollLock"},
-                                              {"SysReq", "SysReq"},
-                                              {"Clear", "Clear"},
-                                              {"Back", "Back"},
-                                              {"Forward", "Forward"},
-                                              {"Refresh", "Refresh"},
-                                              {"Search", "Search"},
-                                              {"Stop", "Stop"},
-                                              {"Undo", "Undo"},
-                                              {"Redo", "Redo"},
-                                              {"Find", "Find"},
-                                              {"Cut", "Cut"},
-                                              {"Copy", "Copy"},
-                                              {"Paste", "Paste"},
-                                              {"Open", "Open"},
-                                              {"Close", "Close"},
-                                              {"Save", "Save"}});
+constexpr auto keyNames = std::to_array<KeyName>({{"Delete", "Del"},
+                                                  {"Del", "Del"},
+                                                  {"Insert", "Ins"},
+                                                  {"Ins", "Ins"},
+                                                  {"Escape", "Esc"},
+                                                  {"Esc", "Esc"},
+                                                  {"PageUp", "PgUp"},
+                                                  {"PgUp", "PgUp"},
+                                                  {"PageDown", "PgDown"},
+                                                  {"PgDown", "PgDown"},
+                                                  {"Enter", "Return"},
+                                                  {"Return", "Return"},
+                                                  {"Bksp", "Backspace"},
+                                                  {"Backspace", "Backspace"},
+                                                  {"Tab", "Tab"},
+                                                  {"Space", "Space"},
+                                                  {"Home", "Home"},
+                                                  {"End", "End"},
+                                                  {"Left", "Left"},
+                                                  {"Right", "Right"},
+                                                  {"Up", "Up"},
+                                                  {"Down", "Down"},
+                                                  {"Pause", "Pause"},
+                                                  {"Print", "Print"},
+                                                  {"Menu", "Menu"},
+                                                  {"Help", "Help"},
+                                                  {"CapsLock", "CapsLock"},
+                                                  {"NumLock", "NumLock"},
+                                                  {"ScrollLock", "ScrollLock"},
+                                                  {"SysReq", "SysReq"},
+                                                  {"Clear", "Clear"},
+                                                  {"Back", "Back"},
+                                                  {"Forward", "Forward"},
+                                                  {"Refresh", "Refresh"},
+                                                  {"Search", "Search"},
+                                                  {"Stop", "Stop"},
+                                                  {"Undo", "Undo"},
+                                                  {"Redo", "Redo"},
+                                                  {"Find", "Find"},
+                                                  {"Cut", "Cut"},
+                                                  {"Copy", "Copy"},
+                                                  {"Paste", "Paste"},
+                                                  {"Open", "Open"},
+                                                  {"Close", "Close"},
+                                                  {"Save", "Save"}});
 constexpr int lastFunctionKey = 35;
 
 const KeyName* Find(const auto& names, std::string_view text) {
@@ -100,7 +100,7 @@ bool IsCharacter(std::string_view text) {
 std::optional<std::string> KeyIn(const std::string& part) {
     if (IsCharacter(part))
         return FoldText(part);
-    if (const KeyName* name = Find(keys, part))
+    if (const KeyName* name = Find(keyNames, part))
         return std::string(name->meant);
     const bool digits = part.size() <= 3 && std::all_of(part.begin() + 1, part.end(), [](char c) {
                             return std::isdigit(static_cast<unsigned char>(c)) != 0;
@@ -152,7 +152,7 @@ std::optional<std::string> NearestShortcut(std::string_view text) {
         const bool last = i + 1 == parts.size();
         if (last ? KeyIn(parts[i]).has_value() : Find(modifiers, parts[i]) != nullptr)
             continue;
-        const auto nearest = Nearest(last ? NamesOf(keys) : NamesOf(modifiers), parts[i]);
+        const auto nearest = Nearest(last ? NamesOf(keyNames) : NamesOf(modifiers), parts[i]);
         if (!nearest)
             return std::nullopt;
         parts[i] = *nearest;

@@ -10,12 +10,6 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view xmlSchemaNamespace = "http://www.w3.org/2001/XMLSchema";
-
-std::string_view View(const xmlChar* text) {
-    return text ? reinterpret_cast<const char*>(text) : "";
-}
-
 bool IsNamed(const xmlChar* name, const std::string& other) {
     const char* here = reinterpret_cast<const char*>(name);
     return *here == *other.c_str() && std::strcmp(here, other.c_str()) == 0; // mostly the first letter decides

@@ -6,10 +6,18 @@
 #include <libxml/tree.h>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace corvane {
+
+inline constexpr std::string_view xmlSchemaNamespace = "http://www.w3.org/2001/XMLSchema";
+
+// A text of libxml2's; of none, one that is empty.
+[[nodiscard]] inline std::string_view View(const xmlChar* text) {
+    return text ? reinterpret_cast<const char*>(text) : "";
+}
 
 // Most files are valid, and of such a schema that is seen in a fraction of the time that libxml2's validation takes.
 // It finds no faults: of a document that it doesn't accept, libxml2 must say whether it is valid and why not. Until

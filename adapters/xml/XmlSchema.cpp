@@ -1,6 +1,7 @@
 #include "adapters/xml/XmlSchema.h"
 
 #include "adapters/common/Paths.h"
+#include "adapters/xml/PlainSchema.h"
 #include "adapters/xml/XmlParser.h"
 
 #include <cerrno>
@@ -12,12 +13,7 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view xmlSchemaNamespace = "http://www.w3.org/2001/XMLSchema";
 constexpr std::string_view relaxNGNamespace = "http://relaxng.org/ns/structure/1.0";
-
-std::string_view View(const xmlChar* text) {
-    return text ? reinterpret_cast<const char*>(text) : "";
-}
 
 std::string_view RootNamespace(xmlDocPtr document) {
     const xmlNode* root = xmlDocGetRootElement(document);

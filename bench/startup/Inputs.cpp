@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* framework = R"(<?xml version="1.0"?>
+constexpr const char* frameworkXml = R"(<?xml version="1.0"?>
 <Service Name="Framework" ProgID="Corvane.Framework" Active="true">
   <ActionItems>
     <ActionItem Name="View"/>
@@ -82,7 +82,7 @@ fs::path WriteApplication(const fs::path& below, const Size& size) {
     fs::create_directories(services);
     fs::create_directory(folder / "plugins");
     fs::copy_file(CORVANE_SCHEMA, services / "Service.xdr");
-    Write(services / "Framework.xml", framework);
+    Write(services / "Framework.xml", frameworkXml);
     for (int i = 0; i < size.services; ++i)
         Write(services / ("Service" + std::to_string(i) + ".xml"), ServiceText(i, size.actions));
     return folder;

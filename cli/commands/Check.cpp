@@ -13,7 +13,7 @@ namespace corvane::tool {
 
 namespace {
 
-struct Arguments {
+struct CheckArguments {
     std::string application;
     std::string explain;
     bool plugins = false;
@@ -22,7 +22,7 @@ struct Arguments {
     bool rules = false;
 };
 
-int Explain(const std::string& ruleName) {
+int ExplainRule(const std::string& ruleName) {
     if (const auto rule = check::RuleNamed(ruleName)) {
         std::cout << check::Explained(check::TextOf(*rule));
         return Exit::Clean;
@@ -36,13 +36,13 @@ int Explain(const std::string& ruleName) {
     return Exit::Usage;
 }
 
-int Check(const Arguments& arguments) {
+int Check(const CheckArguments& arguments) {
     if (arguments.rules) {
         std::cout << check::RulesAsMarkdown();
         return Exit::Clean;
     }
     if (!arguments.explain.empty())
-        return Explain(arguments.explain);
+        return ExplainRule(arguments.explain);
     if (arguments.application.empty()) {
         std::cerr << "corvane check: error: name the application folder\n";
         return Exit::Usage;
@@ -65,7 +65,7 @@ int Check(const Arguments& arguments) {
 } // namespace
 
 void AddCheck(CLI::App& app, Run& run) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<CheckArguments>();
     auto* check = app.add_subcommand("check", "Finds what is wrong with the definition files of an application");
     check->add_option("APP", arguments->application, "The application folder");
     check->add_flag("--plugins", arguments->plugins, "Also load the plug-ins and look for classes and procedures");

@@ -10,12 +10,12 @@ namespace corvane::tool {
 
 namespace {
 
-struct Arguments {
+struct ExplainArguments {
     std::string application;
     std::string item;
 };
 
-int Explain(const Arguments& arguments) {
+int Explain(const ExplainArguments& arguments) {
     const auto explanation = check::Explain(ApplicationFolder(arguments.application), arguments.item);
     std::cout << explanation.text;
     if (!explanation.text.empty())
@@ -30,7 +30,7 @@ int Explain(const Arguments& arguments) {
 } // namespace
 
 void AddExplain(CLI::App& app, Run& run) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<ExplainArguments>();
     auto* explain = app.add_subcommand("explain", "Shows where an entry, bar, window or explorer item is defined");
     explain->add_option("APP", arguments->application, "The application folder")->required();
     explain

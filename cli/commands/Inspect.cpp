@@ -11,14 +11,14 @@ namespace corvane::tool {
 
 namespace {
 
-struct Arguments {
+struct InspectArguments {
     std::string application;
     std::string steps;
     bool standIns = false;
     bool json = false;
 };
 
-int Inspect(const Arguments& arguments) {
+int Inspect(const InspectArguments& arguments) {
     using namespace corvane::inspect;
     const std::string application = ApplicationFolder(arguments.application, Also::Incomplete);
     std::vector<Step> steps;
@@ -51,7 +51,7 @@ int Inspect(const Arguments& arguments) {
 } // namespace
 
 void AddInspect(CLI::App& app, Run& run) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<InspectArguments>();
     auto* inspect = app.add_subcommand(
         "inspect", "Starts an application without a display, takes steps and prints what is on screen");
     inspect->add_option("APP", arguments->application, "The application folder")->required();

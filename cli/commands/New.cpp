@@ -10,12 +10,12 @@ namespace corvane::tool {
 
 namespace {
 
-struct Arguments {
+struct NewArguments {
     std::string application;
     std::vector<std::string> services;
 };
 
-int New(const Arguments& arguments) {
+int New(const NewArguments& arguments) {
     const bool inside = arguments.application.empty();
     if (inside && arguments.services.empty()) {
         std::cerr << "corvane new: error: name an application, or inside one a --service\n";
@@ -43,7 +43,7 @@ int New(const Arguments& arguments) {
 } // namespace
 
 void AddNew(CLI::App& app, Run& run) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<NewArguments>();
     auto* newApp = app.add_subcommand("new", "Writes a new application, or adds a service to the one in this folder");
     newApp->add_option("APP", arguments->application,
                        "The folder of the new application; its name is the application's");

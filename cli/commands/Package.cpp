@@ -15,12 +15,12 @@ namespace corvane::tool {
 
 namespace {
 
-struct Arguments {
+struct PackageArguments {
     std::string application;
     std::string prefix;
 };
 
-int Package(const Arguments& arguments) {
+int Package(const PackageArguments& arguments) {
     const std::string application = ApplicationFolder(arguments.application);
     auto findings = check::Check({application, true});
     std::erase_if(findings,
@@ -43,7 +43,7 @@ int Package(const Arguments& arguments) {
 } // namespace
 
 void AddPackage(CLI::App& app, Run& run) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<PackageArguments>();
     auto* package = app.add_subcommand(
         "package", "Installs an application with launcher, desktop entry, metadata, icon and man page");
     package->add_option("APP", arguments->application, "The application folder, with a file about.json")->required();

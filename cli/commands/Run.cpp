@@ -11,7 +11,7 @@ namespace corvane::tool {
 
 namespace {
 
-struct Arguments {
+struct RunArguments {
     std::string application;
     std::string record;
     bool standIns = false;
@@ -33,7 +33,7 @@ int Become(const char* name, std::vector<std::string> texts, const std::string& 
                               (errno == ENOENT ? ". Install the Qt host" : ""));
 }
 
-std::vector<std::string> TextsOf(const Arguments& arguments) {
+std::vector<std::string> TextsOf(const RunArguments& arguments) {
     std::vector<std::string> texts{arguments.application};
     if (!arguments.record.empty())
         texts.insert(texts.end(), {"--record", arguments.record});
@@ -43,7 +43,7 @@ std::vector<std::string> TextsOf(const Arguments& arguments) {
     return texts;
 }
 
-void AddCommon(CLI::App& command, Arguments& arguments) {
+void AddCommon(CLI::App& command, RunArguments& arguments) {
     command.add_option("APP", arguments.application, "The application folder")->required();
     command.add_option("--record", arguments.record, "Record what the user does, as steps for inspect --steps")
         ->type_name("FILE");
@@ -52,7 +52,7 @@ void AddCommon(CLI::App& command, Arguments& arguments) {
 } // namespace
 
 void AddRun(CLI::App& app, Run& runFunction) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<RunArguments>();
     auto* run = app.add_subcommand("run", "Starts an application on the desktop");
     AddCommon(*run, *arguments);
     run->add_option("OPTION", arguments->others, "Options of corvane-desktop, after --");
@@ -62,7 +62,7 @@ void AddRun(CLI::App& app, Run& runFunction) {
 }
 
 void AddPreview(CLI::App& app, Run& run) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<RunArguments>();
     auto* preview = app.add_subcommand(
         "preview", "Shows an application, with stubs for missing plug-ins, and follows its definition files");
     AddCommon(*preview, *arguments);

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Arguments {
+struct TranslateArguments {
     std::string application;
     std::vector<std::string> languages;
     bool check = false;
@@ -105,7 +105,7 @@ bool IsLanguage(const std::string& language) {
     return is;
 }
 
-int Translate(Arguments arguments) {
+int Translate(TranslateArguments arguments) {
     const std::string folder = DefinitionFolder(ApplicationFolder(arguments.application, Also::Sources));
     const fs::path catalogues = fs::path(folder) / "translations";
     for (const std::string& language : arguments.languages)
@@ -134,7 +134,7 @@ int Translate(Arguments arguments) {
 } // namespace
 
 void AddTranslate(CLI::App& app, Run& run) {
-    const auto arguments = std::make_shared<Arguments>();
+    const auto arguments = std::make_shared<TranslateArguments>();
     auto* translate = app.add_subcommand(
         "translate", "Updates the catalogues of translations from the definition files of an application");
     translate->add_option("APP", arguments->application, "The application folder, or a folder of definition files")

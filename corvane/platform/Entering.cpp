@@ -6,7 +6,7 @@ namespace corvane {
 
 namespace {
 
-constexpr int nDeepest = 400;
+constexpr int nDeepestEntering = 400;
 
 Entering::Watcher* pTheWatcher = nullptr;
 int nDepth = 0; // of the scopes that are within one another now
@@ -14,7 +14,7 @@ int nDepth = 0; // of the scopes that are within one another now
 } // namespace
 
 Entering::Entering(const Ref<Object>& oObject) : m_bTold(pTheWatcher && oObject) {
-    if (nDepth == nDeepest)
+    if (nDepth == nDeepestEntering)
         Fail(FailureNumber::OutOfStackSpace);
     ++nDepth;
     if (m_bTold)

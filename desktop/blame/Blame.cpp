@@ -15,10 +15,6 @@ namespace corvane::desktop {
 
 namespace {
 
-std::string PluginOf(std::string_view progID) {
-    return std::string(progID.substr(0, progID.find('.')));
-}
-
 // Marks which object is being made, and knows each plug-in's code before any of it runs but the loading.
 class MarkingFactory final : public IObjectFactory {
 public:

@@ -91,10 +91,6 @@ void CrashMarker::InstallHandlers() {
 
 namespace {
 
-std::string PluginOf(const std::string& progID) {
-    return progID.substr(0, progID.find('.'));
-}
-
 std::string TextOfFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

@@ -3,6 +3,16 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+
+namespace corvane::desktop {
+
+// The name of the plug-in that a ProgID belongs to: the part in front of the point.
+[[nodiscard]] inline std::string PluginOf(std::string_view progID) {
+    return std::string(progID.substr(0, progID.find('.')));
+}
+
+} // namespace corvane::desktop
 
 namespace corvane::desktop::PluginCode {
 

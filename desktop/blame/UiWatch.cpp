@@ -16,12 +16,12 @@ int AskSignal() {
     return SIGRTMIN + 5;
 }
 
-std::atomic<const char*> answer{nullptr};
+std::atomic<const char*> innermostPlugin{nullptr};
 sem_t answered;
 
 void OnAsked(int) {
     const int error = errno;
-    answer = PluginCode::Innermost();
+    innermostPlugin = PluginCode::Innermost();
     ::sem_post(&answered);
     errno = error;
 }
@@ -67,7 +67,7 @@ long long UiWatch::Now() {
 }
 
 const char* UiWatch::WhoseCode() const {
-    answer = nullptr;
+    innermostPlugin = nullptr;
     while (::sem_trywait(&answered) == 0) {
     }
     if (::pthread_kill(m_uiThread, AskSignal()) != 0)
@@ -78,7 +78,7 @@ const char* UiWatch::WhoseCode() const {
     while (::sem_timedwait(&answered, &until) != 0)
         if (errno != EINTR)
             return nullptr;
-    return answer;
+    return innermostPlugin;
 }
 
 void UiWatch::Watch() {

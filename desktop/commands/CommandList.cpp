@@ -4,6 +4,7 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/platform/controls/BarText.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/style/QtText.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QCoreApplication>
@@ -16,10 +17,6 @@ namespace {
 constexpr const char* arrow = " › ";
 constexpr std::string_view context = "Context.";
 constexpr int deepest = 20; // menus that open one another in a ring end somewhere
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 struct Commands {
     Q_DECLARE_TR_FUNCTIONS(Commands)

@@ -20,10 +20,6 @@ namespace {
 
 constexpr int nameRole = Qt::UserRole;
 
-bool IsSeparator(const Tool& tool) {
-    return EqualText(tool.Name(), "Separator");
-}
-
 QString InstanceCaption(const Tool& instance) {
     const QString caption = PlainCaption(instance);
     return caption.isEmpty() ? PlainCaption(instance.Master()) : caption;

@@ -3,6 +3,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/style/QtText.h"
 
 #include <QJsonArray>
 #include <algorithm>
@@ -14,10 +15,6 @@ namespace {
 
 constexpr std::array<const char*, 3> whatWords{"hidden", "moved", "added"};
 
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 QJsonObject AsJson(const EntryName& entry) {
     return {{"entry", Text(entry.tool)},
             {"service", Text(entry.service)},
@@ -28,10 +25,6 @@ QJsonObject AsJson(const EntryName& entry) {
 EntryName EntryIn(const QJsonObject& json) {
     return {json["entry"].toString().toStdString(), json["service"].toString().toStdString(),
             json["action"].toString().toStdString(), json["caption"].toString()};
-}
-
-bool IsSeparator(const Tool& tool) {
-    return EqualText(tool.Name(), "Separator");
 }
 
 // Calls back for each entry of a service or of its explorer items that has a tool.
@@ -65,6 +58,10 @@ void DropIdleSeparators(std::vector<Ref<Tool>>& instances) {
 }
 
 } // namespace
+
+bool IsSeparator(const Tool& tool) {
+    return EqualText(tool.Name(), "Separator");
+}
 
 PersonalBars::PersonalBars(StateFile file, Ref<ActiveBar> activeBar, std::function<void()> changed)
     : m_file(std::move(file)), m_activeBar(std::move(activeBar)), m_changed(std::move(changed)) {

@@ -39,6 +39,9 @@ struct PlaceChange {
     std::string behind; // the key of the entry in front of it; empty for the beginning. Not for what is hidden.
 };
 
+// Whether it is the line between two entries of a bar.
+[[nodiscard]] bool IsSeparator(const Tool& tool);
+
 class PersonalBars final : public BarChanges {
 public:
     // changed is called when something is to be drawn again.

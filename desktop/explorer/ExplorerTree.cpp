@@ -13,7 +13,7 @@ namespace corvane::desktop {
 namespace {
 
 constexpr int IconSize = 16;
-constexpr Single TwipsPerPixel = 15;
+constexpr Single indentationTwips = 15;
 
 // Above this many, laying out the whole tree once is cheaper than opening or closing items one by one.
 constexpr std::size_t ManyToggles = 8;
@@ -204,7 +204,7 @@ void ExplorerTree::showEvent(QShowEvent* event) {
 
 void ExplorerTree::ApplyLook() {
     setEnabled(m_treeView->Enabled());
-    const auto indentation = static_cast<int>(m_treeView->Indentation() / TwipsPerPixel);
+    const auto indentation = static_cast<int>(m_treeView->Indentation() / indentationTwips);
     if (indentation > 0)
         setIndentation(qMax(indentation, IconSize));
 }

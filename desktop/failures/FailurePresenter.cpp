@@ -5,6 +5,7 @@
 #include "analysis/Check.h"
 #include "desktop/failures/FailureDialog.h"
 #include "desktop/platform/HostParts.h"
+#include "desktop/style/QtText.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -15,10 +16,6 @@
 namespace corvane::desktop {
 
 namespace {
-
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 // Why a file isn't well formed: the failure itself carries the parser's code alone.
 XmlError ParseErrorOf(const QString& path) {

@@ -7,16 +7,13 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/platform/Platform.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/style/QtText.h"
 
 #include <QCoreApplication>
 
 namespace corvane::desktop {
 
 namespace {
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 struct Inspector {
     Q_DECLARE_TR_FUNCTIONS(Inspector)

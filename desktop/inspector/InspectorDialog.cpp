@@ -5,6 +5,7 @@
 #include "corvane/windows/WindowManager.h"
 #include "desktop/log/LogView.h"
 #include "desktop/style/DialogSize.h"
+#include "desktop/style/QtText.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QLabel>
@@ -21,10 +22,6 @@ namespace {
 
 constexpr int refreshMilliseconds = 300;
 constexpr int keyRole = Qt::UserRole;
-
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 QString StateOf(const Tool& tool) {
     QStringList states;

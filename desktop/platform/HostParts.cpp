@@ -1,5 +1,7 @@
 #include "desktop/platform/HostParts.h"
 
+#include "desktop/style/QtText.h"
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -12,10 +14,6 @@ namespace corvane::desktop {
 namespace {
 
 constexpr Single twipsPerInch = 1440;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // "Data files (*.csv)|*.csv|All files|*" as Qt's dialogs take it.
 QString FilterText(const std::string& filter) {

@@ -1,6 +1,7 @@
 #include "desktop/preview/CallList.h"
 
 #include "corvane/menus/ActionItem.h"
+#include "desktop/style/QtText.h"
 #include "headless/StandIns.h"
 
 #include <QApplication>
@@ -15,10 +16,6 @@ namespace corvane::desktop {
 namespace {
 
 constexpr int most = 1000;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // An action item by its name, another object by its id, as far as it has one.
 QString TextOf(const Variant& argument, const inspect::Record& record) {

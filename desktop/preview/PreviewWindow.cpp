@@ -12,6 +12,7 @@
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/preview/CallList.h"
 #include "desktop/problems/ProblemList.h"
+#include "desktop/style/QtText.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -35,10 +36,6 @@ namespace {
 
 constexpr int retryMilliseconds = 40;
 constexpr int retryUnsavedMilliseconds = 500; // services and pages are asked each time
-
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 std::string Absolute(const std::string& folder) {
     std::string absolute = std::filesystem::absolute(folder).lexically_normal().string();

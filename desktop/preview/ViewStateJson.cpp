@@ -1,4 +1,5 @@
 #include "desktop/preview/ViewState.h"
+#include "desktop/style/QtText.h"
 
 #include <QJsonArray>
 
@@ -6,11 +7,7 @@ namespace corvane::desktop {
 
 namespace {
 
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-std::string TextOf(const QJsonValue& value) {
+std::string TextIn(const QJsonValue& value) {
     return value.toString().toStdString();
 }
 
@@ -33,7 +30,7 @@ QJsonObject JsonOf(const ViewState::Tree& tree) {
 }
 
 ViewState::Tree TreeOf(const QJsonObject& json) {
-    return {TextOf(json["name"]), TextOf(json["selected"]), json["filter"].toString(), json["scrolled"].toInt()};
+    return {TextIn(json["name"]), TextIn(json["selected"]), json["filter"].toString(), json["scrolled"].toInt()};
 }
 
 QJsonObject JsonOf(const ViewState::OpenWindow& open) {
@@ -50,8 +47,8 @@ QJsonObject JsonOf(const ViewState::OpenWindow& open) {
 
 ViewState::OpenWindow WindowOf(const QJsonObject& json) {
     ViewState::OpenWindow open;
-    open.name = TextOf(json["name"]);
-    open.key = TextOf(json["key"]);
+    open.name = TextIn(json["name"]);
+    open.key = TextIn(json["key"]);
     open.page = json["page"].toInt();
     open.modal = json["modal"].toBool();
     open.active = json["active"].toBool();

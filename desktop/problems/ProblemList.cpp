@@ -1,6 +1,7 @@
 #include "desktop/problems/ProblemList.h"
 
 #include "analysis/Print.h"
+#include "desktop/style/QtText.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -18,10 +19,6 @@ namespace {
 
 constexpr int findingRole = Qt::UserRole; // its number; -1 for what is none
 constexpr int pathRole = Qt::UserRole + 1;
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // A file that is linked into the folder is reported by its own folder and its name; the tooltip has the whole path.
 QString Beside(const QString& path, const QString& folder) {

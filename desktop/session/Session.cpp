@@ -11,6 +11,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/session/WindowPlace.h"
+#include "desktop/style/QtText.h"
 
 #include <QApplication>
 #include <QDockWidget>
@@ -33,10 +34,6 @@ constexpr const char* statusBand = "StatusBar";
 constexpr const char* restoreWindow = "RestoreWindow";
 constexpr const char* maximized = "maximized";
 constexpr const char* minimized = "minimized";
-
-QString Text(const std::string& text) {
-    return QString::fromStdString(text);
-}
 
 void NoteNodes(const std::vector<Node*>& nodes, QJsonArray& open, QJsonArray& closed) {
     for (const Node* node : nodes) {

@@ -8,8 +8,6 @@
 
 namespace corvane::desktop {
 
-using Command = StandardCommandConstants;
-
 namespace {
 
 // As wide as the style wants it, or in a narrow window as its text needs.
@@ -39,7 +37,7 @@ CommandRow::CommandRow(WindowTypeConstants type, bool withApply, bool withHelp, 
         FillDialog(type, withApply, withHelp);
 }
 
-QPushButton* CommandRow::Add(Command command, const QString& text) {
+QPushButton* CommandRow::Add(StandardCommandConstants command, const QString& text) {
     auto* button = new CommandButton(text);
     connect(button, &QPushButton::clicked, this, [this, command] { Q_EMIT Chosen(command); });
     m_buttons.emplace_back(command, button);
@@ -49,56 +47,56 @@ QPushButton* CommandRow::Add(Command command, const QString& text) {
 void CommandRow::FillWizard(bool withHelp) {
     auto* hBoxLayout = static_cast<QHBoxLayout*>(layout());
     if (withHelp)
-        hBoxLayout->addWidget(Add(Command::cvHelp, tr("&Help")));
+        hBoxLayout->addWidget(Add(StandardCommandConstants::cvHelp, tr("&Help")));
     hBoxLayout->addStretch();
-    hBoxLayout->addWidget(Add(Command::cvPrevious, tr("&Previous")));
-    hBoxLayout->addWidget(Add(Command::cvNext, tr("&Next")));
+    hBoxLayout->addWidget(Add(StandardCommandConstants::cvPrevious, tr("&Previous")));
+    hBoxLayout->addWidget(Add(StandardCommandConstants::cvNext, tr("&Next")));
     hBoxLayout->addSpacing(hBoxLayout->spacing() * 2);
-    hBoxLayout->addWidget(Add(Command::cvFinish, tr("&Finish")));
-    hBoxLayout->addWidget(Add(Command::cvCancel, tr("Cancel")));
+    hBoxLayout->addWidget(Add(StandardCommandConstants::cvFinish, tr("&Finish")));
+    hBoxLayout->addWidget(Add(StandardCommandConstants::cvCancel, tr("Cancel")));
 }
 
 // The order is the desktop's own.
 void CommandRow::FillDialog(WindowTypeConstants type, bool withApply, bool withHelp) {
     auto* box = new QDialogButtonBox;
     if (withHelp)
-        box->addButton(Add(Command::cvHelp, tr("&Help")), QDialogButtonBox::HelpRole);
+        box->addButton(Add(StandardCommandConstants::cvHelp, tr("&Help")), QDialogButtonBox::HelpRole);
     if (type == WindowTypeConstants::cvSaveDialog) {
-        box->addButton(Add(Command::cvSave, tr("&Save")), QDialogButtonBox::AcceptRole);
-        box->addButton(Add(Command::cvSaveAs, tr("Save &As…")), QDialogButtonBox::AcceptRole);
+        box->addButton(Add(StandardCommandConstants::cvSave, tr("&Save")), QDialogButtonBox::AcceptRole);
+        box->addButton(Add(StandardCommandConstants::cvSaveAs, tr("Save &As…")), QDialogButtonBox::AcceptRole);
     } else {
-        box->addButton(Add(Command::cvOK, tr("OK")), QDialogButtonBox::AcceptRole);
+        box->addButton(Add(StandardCommandConstants::cvOK, tr("OK")), QDialogButtonBox::AcceptRole);
         if (withApply)
-            box->addButton(Add(Command::cvApply, tr("&Apply")), QDialogButtonBox::ApplyRole);
+            box->addButton(Add(StandardCommandConstants::cvApply, tr("&Apply")), QDialogButtonBox::ApplyRole);
     }
-    box->addButton(Add(Command::cvCancel, tr("Cancel")), QDialogButtonBox::RejectRole);
+    box->addButton(Add(StandardCommandConstants::cvCancel, tr("Cancel")), QDialogButtonBox::RejectRole);
     layout()->addWidget(box);
 }
 
-QPushButton* CommandRow::Button(Command command) const {
+QPushButton* CommandRow::Button(StandardCommandConstants command) const {
     const auto it = std::find_if(m_buttons.begin(), m_buttons.end(), [&](const auto& o) { return o.first == command; });
     return it == m_buttons.end() ? nullptr : it->second;
 }
 
-std::vector<Command> CommandRow::Commands() const {
-    std::vector<Command> commands;
+std::vector<StandardCommandConstants> CommandRow::Commands() const {
+    std::vector<StandardCommandConstants> commands;
     for (const auto& [command, button] : m_buttons)
         commands.push_back(command);
     return commands;
 }
 
-void CommandRow::SetCommandEnabled(Command command, bool enabled) {
+void CommandRow::SetCommandEnabled(StandardCommandConstants command, bool enabled) {
     if (QPushButton* button = Button(command))
         button->setEnabled(enabled);
 }
 
-void CommandRow::SetDefault(Command command) {
+void CommandRow::SetDefault(StandardCommandConstants command) {
     for (const auto& [each, button] : m_buttons)
         if (button->isDefault() != (each == command))
             button->setDefault(each == command);
 }
 
-std::optional<Command> CommandRow::Default() const {
+std::optional<StandardCommandConstants> CommandRow::Default() const {
     for (const auto& [command, button] : m_buttons)
         if (button->isDefault())
             return command;
@@ -106,7 +104,7 @@ std::optional<Command> CommandRow::Default() const {
 }
 
 void CommandRow::SetSkips(bool skips) {
-    if (QPushButton* button = Button(Command::cvNext))
+    if (QPushButton* button = Button(StandardCommandConstants::cvNext))
         button->setText(skips ? tr("S&kip") : tr("&Next"));
 }
 

@@ -13,7 +13,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int charactersWide = 24;
+constexpr int listCharacters = 24;
 
 } // namespace
 
@@ -34,7 +34,7 @@ PageList::PageList(QWidget* parent)
     m_nothing->setText(tr("No page contains these words."));
     m_nothing->setWordWrap(true);
     m_nothing->hide();
-    setFixedWidth(fontMetrics().averageCharWidth() * charactersWide);
+    setFixedWidth(fontMetrics().averageCharWidth() * listCharacters);
     connect(m_search, &QLineEdit::textChanged, this, &PageList::Search);
     connect(m_pages, &QListWidget::currentRowChanged, this, [this](int page) {
         if (page >= 0)

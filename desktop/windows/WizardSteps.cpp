@@ -9,7 +9,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int charactersWide = 28;
+constexpr int stepCharacters = 28;
 
 // Takes the space of a sign, so that the texts are below one another.
 QIcon NoSign(const QSize& size) {
@@ -48,7 +48,7 @@ WizardSteps::WizardSteps(QWidget* parent) : QListWidget(parent) {
 }
 
 QSize WizardSteps::sizeHint() const {
-    return {fontMetrics().averageCharWidth() * charactersWide, fontMetrics().height() * 6};
+    return {fontMetrics().averageCharWidth() * stepCharacters, fontMetrics().height() * 6};
 }
 
 void WizardSteps::AddStep(const PageMark& mark) {

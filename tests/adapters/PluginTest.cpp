@@ -10,10 +10,10 @@ using corvane::test::FailureOf;
 
 namespace {
 
-const std::string folder = CORVANE_TEST_PLUGINS;
+const std::string pluginFolder = CORVANE_TEST_PLUGINS;
 
 std::string File(const std::string& library) {
-    return "\"" + folder + "/lib" + library + ".so\"";
+    return "\"" + pluginFolder + "/lib" + library + ".so\"";
 }
 
 // This program's build tag with another hash over the headers.
@@ -25,7 +25,7 @@ std::string WithHash(const std::string& hash) {
 } // namespace
 
 TEST(Plugins, AnObjectIsMadeAndCalledByName) {
-    const auto factory = New<PluginFactory>(folder);
+    const auto factory = New<PluginFactory>(pluginFolder);
     const Ref<Object> counter = factory->Create("good.COUNTER");
     const Variant more(Long{5});
     EXPECT_EQ(counter->Invoke("add", std::span(&more, 1)), Variant(Long{5}));
@@ -69,7 +69,7 @@ TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
         {"a/b.Class", "the library's name \"a/b\" isn't a plain file name; a ProgID has the form \"Library.Class\", "
                       "without a folder"},
     };
-    const auto factory = New<PluginFactory>(folder);
+    const auto factory = New<PluginFactory>(pluginFolder);
     for (const auto& testCase : cases)
         EXPECT_EQ(FailureOf([&] { (void)factory->Create(testCase.progID); }),
                   "429: Can't create an object of \"" + std::string(testCase.progID) + "\": " + testCase.why);
@@ -80,7 +80,7 @@ TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
 }
 
 TEST(Plugins, ToolsSeeClassesAndMembers) {
-    const auto factory = New<PluginFactory>(folder);
+    const auto factory = New<PluginFactory>(pluginFolder);
     const auto classes = factory->Classes("GOOD");
     ASSERT_EQ(classes.size(), 2u);
     EXPECT_EQ(classes[0].progID, "Good.Account");
@@ -90,5 +90,5 @@ TEST(Plugins, ToolsSeeClassesAndMembers) {
     EXPECT_EQ(classes[1].members[0].ParameterCount, 1u);
     EXPECT_EQ(factory->Libraries(), (std::vector<std::string>{"Good", "NoEntry", "NoTable", "OtherAbi", "OtherBuild",
                                                               "OtherHeaders", "Text", "Throwing"}));
-    EXPECT_TRUE(New<PluginFactory>(folder + "/none")->Libraries().empty());
+    EXPECT_TRUE(New<PluginFactory>(pluginFolder + "/none")->Libraries().empty());
 }

@@ -21,7 +21,7 @@
 namespace corvane::desktop {
 namespace {
 
-std::string shown; // by whom
+std::string shownBy; // by whom
 
 class Item final : public Automation<Item, IExplorerItemAccess> {
 public:
@@ -30,7 +30,7 @@ public:
             [this](const Ref<KeyedCollection<Ref<Object>>>&) { m_base->NameSilently(m_name); });
     }
     Ref<IExplorerItem> ExplorerItem() override { return m_base; }
-    void OnShow() { shown = m_name; }
+    void OnShow() { shownBy = m_name; }
 
     static constexpr auto Members = MemberTable(Method("OnShow", &Item::OnShow));
 
@@ -44,7 +44,7 @@ class Sheet final : public Automation<Sheet, IPageAccess, IQtPage> {
 public:
     Ref<IPage> Page() override { return m_base; }
     QWidget* NewWidget(QWidget* parent) override { return new QLineEdit(parent); }
-    void OnShow() { shown = "the page"; }
+    void OnShow() { shownBy = "the page"; }
 
     static constexpr auto Members = MemberTable(Method("OnShow", &Sheet::OnShow));
 
@@ -62,7 +62,7 @@ private:
     Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
-constexpr const char* content = R"(<ExplorerItems>
+constexpr const char* ownerContent = R"(<ExplorerItems>
 <ExplorerItem Name="All" Type="Folder" PositionOrder="1"/>
 <ExplorerItem Name="One" Type="FolderChild" Parent="All"><ActionItems><ActionItem Name="Show" Action="OnShow"/>
 </ActionItems><Menus><MenuItem Type="MenuItem" Path="File" PositionOrder="5" ActionItem="Show" Caption="Show"/></Menus>
@@ -77,7 +77,7 @@ class CommandOwnerTest : public ::testing::Test {
 protected:
     CommandOwnerTest() {
         m_folder.Service("Shell", "Corvane.Framework", shellContent);
-        m_folder.Service("In", "In.Service", content);
+        m_folder.Service("In", "In.Service", ownerContent);
         ApplicationOptions options{m_folder.App(), false};
         options.classes = {{"In.Service", [] { return New<Owner>(); }}, {"In.Page", [] { return New<Sheet>(); }}};
         m_application = std::make_unique<Application>(options);
@@ -101,9 +101,9 @@ protected:
     void GoToOtherPart() { QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6); }
     std::string WhoShows() {
         QApplication::processEvents();
-        shown = "nobody";
+        shownBy = "nobody";
         m_application->Choose("File.Show");
-        return shown;
+        return shownBy;
     }
 
     AppFolder m_folder;

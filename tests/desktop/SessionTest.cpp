@@ -23,7 +23,7 @@
 namespace corvane::desktop {
 namespace {
 
-constexpr const char* content = R"(<ActionItems>
+constexpr const char* troubleContent = R"(<ActionItems>
 <ActionItem Name="Ping" Action="OnPing"/><ActionItem Name="Pong" Action="OnPing"/>
 <ActionItem Name="Open" Action="OnOpen"/></ActionItems><Menus>
 <MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1" Caption="Open"/>
@@ -40,7 +40,7 @@ class SessionTest : public ::testing::Test {
 protected:
     SessionTest() {
         m_folder.Service("Shell", "Corvane.Framework", shellContent);
-        m_folder.Service("Trouble", "T0.Service", content, "IsStartService=\"true\"");
+        m_folder.Service("Trouble", "T0.Service", troubleContent, "IsStartService=\"true\"");
         m_folder.Plugin("T0");
     }
     static std::unique_ptr<Application> Start(const AppFolder& folder) {
@@ -140,7 +140,7 @@ TEST_F(SessionTest, IsKeptWithoutAnEndAndOutlivesAnUpgrade) {
     }
     QFile::remove(m_folder.StateFile("session.json"));
     QFile::rename(m_folder.StateFile("kept.json"), m_folder.StateFile("session.json"));
-    QString changed = content;
+    QString changed = troubleContent;
     changed.replace("Path=\"Edit\"", "Path=\"New\"").replace("Name=\"Right\"", "Name=\"Other\"");
     m_folder.Service("Trouble", "T0.Service", changed, "IsStartService=\"true\"");
     const auto application = Start(m_folder);
@@ -307,7 +307,7 @@ TEST_F(SessionTest, SelectedNodeIsTheActiveItemAgainAlsoWhereItsTabIsBehind) {
 }
 
 TEST_F(SessionTest, SelectedNodeThatComesLaterIsChosenThenUnlessThePersonHasChosen) {
-    m_folder.Service("Trouble", "T0.Service", content); // nobody fills the explorer at the start
+    m_folder.Service("Trouble", "T0.Service", troubleContent); // nobody fills the explorer at the start
     const char* kept = R"({"version":1,"explorer":{"tab":"Left","trees":{"Left":{"selected":"Innermost"}}}})";
     for (const bool chosen : {false, true}) {
         m_folder.Write("corvane/App/session.json", kept);

@@ -22,7 +22,7 @@ std::string Shape(const Table& table) {
     return shape;
 }
 
-std::string FailureOf(std::string_view text) {
+std::string FailureOfReading(std::string_view text) {
     try {
         return Shape(ReadCsv(text).table);
     } catch (const corvane::Failure& failure) {
@@ -58,7 +58,7 @@ TEST(Csv, ReadsWhatProgramsWrite) {
         {"a header alone", "a,b\n", "a:text[] b:text[]"},
     };
     for (const auto& testCase : cases)
-        EXPECT_EQ(FailureOf(testCase.text), testCase.shape) << testCase.what;
+        EXPECT_EQ(FailureOfReading(testCase.text), testCase.shape) << testCase.what;
 }
 
 TEST(Csv, BadRowsNameTheirLine) {
@@ -73,7 +73,7 @@ TEST(Csv, BadRowsNameTheirLine) {
         {"a,b\n\"x\"y,2\n", "Line 2: text follows a closing quote."},
     };
     for (const auto& testCase : cases)
-        EXPECT_EQ(FailureOf(testCase.text), testCase.failure);
+        EXPECT_EQ(FailureOfReading(testCase.text), testCase.failure);
 }
 
 TEST(Csv, BadRowsCanBeLeftOut) {

@@ -10,6 +10,7 @@
 #include "Report.h"
 #include "Statistics.h"
 #include "corvane/base/Failure.h"
+#include "tests/studies/Penguins.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -18,10 +19,6 @@
 using namespace studies;
 
 namespace {
-
-Table Penguins() {
-    return ReadCsvFile(STUDIES_DATA "/penguins.csv").table;
-}
 
 // Values to three decimals as they stand in every printed table of the distribution.
 TEST(Distributions, StudentQuantilesAgreeWithPrintedTables) {

@@ -3,6 +3,7 @@
 #include "Csv.h"
 #include "Report.h"
 #include "corvane/base/Failure.h"
+#include "tests/studies/Penguins.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -10,10 +11,6 @@
 using namespace studies;
 
 namespace {
-
-Table Penguins() {
-    return ReadCsvFile(STUDIES_DATA "/penguins.csv").table;
-}
 
 // As R prints them, in seven significant digits: summary(), sd(), quantile() of the data of palmerpenguins.
 TEST(Statistics, PenguinsAgreeWithR) {

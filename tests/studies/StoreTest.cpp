@@ -32,7 +32,7 @@ std::string Contents(Store& store) {
     return text;
 }
 
-std::string FailureOf(const std::function<void()>& call) {
+std::string FailureOfCall(const std::function<void()>& call) {
     try {
         call();
     } catch (const corvane::Failure& failure) {
@@ -155,8 +155,9 @@ TEST_F(StoreOfStudies, NamesOfStudies) {
         {"\u00E4RGER", "There is a study “\u00E4RGER” already."},
     };
     for (const auto& testCase : cases)
-        EXPECT_EQ(FailureOf([&] { store.CreateStudy(testCase.name); }), testCase.failure);
-    EXPECT_EQ(FailureOf([&] { store.CreateStudy(std::string(121, 'x')); }), "A study's name has at most 120 letters.");
+        EXPECT_EQ(FailureOfCall([&] { store.CreateStudy(testCase.name); }), testCase.failure);
+    EXPECT_EQ(FailureOfCall([&] { store.CreateStudy(std::string(121, 'x')); }),
+              "A study's name has at most 120 letters.");
     store.RenameStudy(id, "\u00E4rger"); // its own name in another case
     EXPECT_EQ(Contents(store), "\u00E4rger[]");
     EXPECT_EQ(store.FreeName("Study"), "Study 1");
@@ -187,7 +188,7 @@ TEST_F(StoreOfStudies, DataOfDeletedSetsGoWhenTheFileIsNextOpened) {
     Fill(store);
     store.DeleteStudy(store.Studies()[0].id);
     { Store other(m_path); }
-    EXPECT_EQ(FailureOf([&] { store.Undo(); }),
+    EXPECT_EQ(FailureOfCall([&] { store.Undo(); }),
               "This can't be undone: the data have been deleted since the file was opened elsewhere.");
     EXPECT_EQ(Contents(store), "B[]");
 }
@@ -208,11 +209,11 @@ TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
     store.Redo();
     store.Redo();
     EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(FailureOfCall([&] {
                   store.SetCells(set, {{1, 0, "x"}, {1, 1, "heavy"}});
               }),
               "“heavy” isn't a number, and “mass” is a numeric column.");
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(FailureOfCall([&] {
                   store.SetCells(set, {{1, 2, "1.5"}});
               }),
               "“1.5” isn't a whole number, and “count” is a column of whole numbers.");
@@ -248,11 +249,11 @@ TEST_F(StoreOfStudies, RowsAreSortedAndFiltered) {
             rows += std::to_string(row);
         EXPECT_EQ(rows, testCase.rows) << testCase.view.sortColumn << " " << testCase.view.filter;
     }
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(FailureOfCall([&] {
                   (void)store.RowIds(set, {-1, false, 1, "> x"});
               }),
               "“x” isn't a number, and “mass” is a numeric column.");
-    EXPECT_EQ(FailureOf([&] { (void)store.RowIds(set, {-1, false, 1, "<"}); }), "A value is missing after “<”.");
+    EXPECT_EQ(FailureOfCall([&] { (void)store.RowIds(set, {-1, false, 1, "<"}); }), "A value is missing after “<”.");
 }
 
 // The first version had summaries alone, without notes and units.
@@ -283,19 +284,19 @@ TEST_F(StoreOfStudies, FilesThatItCannotUse) {
     { Store store(m_path); }
     const std::string text = m_folder.Path("text.sqlite");
     std::ofstream(text) << std::string(4000, 'x');
-    EXPECT_EQ(FailureOf([&] { Store store(text); }),
+    EXPECT_EQ(FailureOfCall([&] { Store store(text); }),
               "The file “" + text +
                   "” is damaged or isn't a file of studies. Move it away to start with an empty one.");
 
     const std::string folder = m_folder.Path("text.sqlite/studies.sqlite");
-    EXPECT_NE(FailureOf([&] { Store store(folder); }), "none") << "a file stands where the folder should be";
+    EXPECT_NE(FailureOfCall([&] { Store store(folder); }), "none") << "a file stands where the folder should be";
 
     const std::string foreign = m_folder.Path("foreign.sqlite");
     Database(foreign).Run("CREATE TABLE t(x)");
-    EXPECT_EQ(FailureOf([&] { Store store(foreign); }), "The file “" + foreign + "” belongs to another program.");
+    EXPECT_EQ(FailureOfCall([&] { Store store(foreign); }), "The file “" + foreign + "” belongs to another program.");
 
     Database(m_path).Run("PRAGMA user_version=3");
-    EXPECT_EQ(FailureOf([&] { Store store(m_path); }),
+    EXPECT_EQ(FailureOfCall([&] { Store store(m_path); }),
               "The file “" + m_path + "” was written by a later version of Studies (3; this one knows 2).");
 }
 
@@ -312,7 +313,7 @@ TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {
         store.ImportDataSet(store.CreateStudy("A"), "large", "", large);
     }
     std::filesystem::resize_file(m_path, std::filesystem::file_size(m_path) / 2);
-    EXPECT_NE(FailureOf([&] { Store store(m_path); }).find("is damaged"), std::string::npos);
+    EXPECT_NE(FailureOfCall([&] { Store store(m_path); }).find("is damaged"), std::string::npos);
 }
 
 } // namespace

@@ -19,7 +19,6 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-constexpr const char* dialog = "Type='Dialog' IsMDIChild='false'";
 constexpr const char* modal = "Type='Dialog' IsMDIChild='false' IsModal='true'";
 
 TEST_F(HostRoom, ChildOpensInTheOrderOfTheRealFormAndClosesInIts) {
@@ -88,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(HostRoom, MainWindowClosesWhatIsOpenLatestFirstAndStopsAtARefusal) {
     Define("W", "Type='Window'", "A");
-    Define("D", dialog, "B");
+    Define("D", dialogAttributes, "B");
     Start();
     (void)Open("W", "w");
     Page("A").Enter("new");
@@ -132,7 +131,7 @@ class PageThatFails : public HostRoom, public ::testing::WithParamInterface<std:
 
 TEST_P(PageThatFails, DoesNotTakeTheWindowWithIt) {
     const auto& [event, shown] = GetParam();
-    Define("D", dialog, "A." + std::string(event) + " B");
+    Define("D", dialogAttributes, "A." + std::string(event) + " B");
     Start();
     const auto window = Open("D");
     window->SetActivePageIndex(1);
@@ -158,7 +157,7 @@ INSTANTIATE_TEST_SUITE_P(Events, PageThatFails,
                          [](const auto& testInfo) { return testInfo.param.first; });
 
 TEST_F(HostRoom, PageThatCannotBeShownSaysWhyAndItsTabIsMarked) {
-    Define("D", dialog, "None Plain A");
+    Define("D", dialogAttributes, "None Plain A");
     Start();
     const auto window = Open("D");
     const auto* tabs = LastForm()->Body()->findChild<QTabWidget*>();
@@ -180,7 +179,7 @@ TEST_F(HostRoom, PageThatCannotBeShownSaysWhyAndItsTabIsMarked) {
 
 TEST_F(HostRoom, TwoHundredWindowsLeaveNothingBehind) {
     Define("W", "Type='Window'", "A B");
-    Define("D", dialog, "A");
+    Define("D", dialogAttributes, "A");
     Start();
     (void)Open("W");
     LastForm()->Unload(); // what is made once is there now
@@ -282,7 +281,7 @@ TEST_F(HostRoom, TiledWindowsThatNeedMoreThanTheirShareDoNotLieOverOneAnother) {
 
 TEST_F(HostRoom, MinimumSizeAndFixedPagesHold) {
     Define("W", "Type='Window'", "A");
-    Define("F", dialog, "B#");
+    Define("F", dialogAttributes, "B#");
     Start();
     (void)Open("W");
     LastForm()->Frame()->resize(10, 10);

@@ -16,7 +16,6 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-constexpr const char* dialog = "Type='Dialog' IsMDIChild='false'";
 constexpr const char* wizard = "Type='Wizard' IsMDIChild='false'";
 
 struct CommandCase {
@@ -66,49 +65,49 @@ TEST_P(CommandOfWindow, ActsOnTheStateThatTheButtonsShow) {
 
 INSTANTIATE_TEST_SUITE_P(
     Kinds, CommandOfWindow,
-    ::testing::Values(CommandCase{"DialogWithoutChanges", dialog, "A B", "", "OK* -Apply Cancel", Command::cvOK,
-                                  "A.Click1 B.Click1 A.Deactivate A.Terminate B.Terminate exit(done)", false},
-                      CommandCase{"OkSavesWhatHasChanged", dialog, "A B", "A=new", "OK* Apply Cancel", Command::cvOK,
-                                  "A.Click1 B.Click1 A.Save A.Deactivate A.Terminate B.Terminate exit(done)", false},
-                      CommandCase{"ApplySavesAndStays", dialog, "A B", "A=new B=new", "OK* Apply Cancel",
-                                  Command::cvApply, "A.Click3 B.Click3 A.Save B.Save", true},
-                      CommandCase{"NothingIsDoneWhileAPageIsInvalid", dialog, "A B", "A=new B=", "-OK* -Apply Cancel",
-                                  Command::cvOK, "", true},
-                      CommandCase{"DisabledApply", dialog, "A", "", "OK* -Apply Cancel", Command::cvApply, "", true},
-                      CommandCase{"CancelWithoutChangesAsksNothing", dialog, "A", "", "OK* -Apply Cancel",
-                                  Command::cvCancel, "A.Click2 A.Deactivate A.Terminate exit(cancelled)", false},
-                      CommandCase{"CancelThatIsTakenBack", dialog, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
-                                  "", true, "Stay"},
-                      CommandCase{"CancelThatDiscards", dialog, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
-                                  "A.Click2 A.Deactivate A.Terminate exit(cancelled)", false, "Discard"},
-                      CommandCase{"CancelThatSaves", dialog, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
-                                  "A.Save A.Deactivate A.Terminate exit(done)", false, "Save"},
-                      CommandCase{"WithoutApply", "Type='Dialog' IsMDIChild='false' IsApplyCommandShown='false'", "A",
-                                  "A=new", "OK* Cancel", Command::cvApply, "", true},
-                      CommandCase{"ChildWithoutChangesHasNoCommands", "Type='Window'", "A", "", "", Command::cvOK,
-                                  "A.Click1 A.Deactivate A.Terminate exit(done)", false},
-                      CommandCase{"ChildGetsThemWithTheFirstChange", "Type='Window'", "A", "A=new", "OK* Apply Cancel",
-                                  Command::cvApply, "A.Click3 A.Save", true},
-                      CommandCase{"SaveDialogSavesAll", "Type='SaveDialog' IsMDIChild='false'", "A B", "",
-                                  "Save* Save As… Cancel", Command::cvSave,
-                                  "A.Click1 B.Click1 A.Save B.Save A.Deactivate A.Terminate B.Terminate exit(done)",
-                                  false},
-                      CommandCase{"SaveAsTellsThePagesAndEndsToo", "Type='SaveDialog' IsMDIChild='false'", "A", "",
-                                  "Save* Save As… Cancel", Command::cvSaveAs,
-                                  "A.Click3 A.Save A.Deactivate A.Terminate exit(done)", false},
-                      CommandCase{"NextGoesOn", wizard, "A B", "", "-Previous Next* Finish Cancel", Command::cvNext,
-                                  "A.Click5 A.Deactivate B.NewWidget B.Activate", true},
-                      CommandCase{"NextNeedsAValidStep", wizard, "A B", "A=", "-Previous -Next* -Finish Cancel",
-                                  Command::cvNext, "", true},
-                      CommandCase{"FinishNeedsTheStepsToCome", wizard, "A B", "B=", "-Previous Next* -Finish Cancel",
-                                  Command::cvFinish, "", true},
-                      CommandCase{"FinishEarlyLeavesOutWhatIsOptional", wizard, "A B?", "",
-                                  "-Previous Next* Finish Cancel", Command::cvFinish,
-                                  "A.Click1 B.Click1 A.Save A.Deactivate A.Terminate B.Terminate exit(done)", false},
-                      CommandCase{"WizardWithABrokenStepDoesNotFinish", wizard, "A None", "",
-                                  "-Previous Next* -Finish Cancel", Command::cvFinish, "", true},
-                      CommandCase{"BrokenPageOfADialogIsPassedOver", dialog, "None A", "", "OK* -Apply Cancel",
-                                  Command::cvOK, "A.Click1 A.Terminate exit(done)", false}),
+    ::testing::Values(
+        CommandCase{"DialogWithoutChanges", dialogAttributes, "A B", "", "OK* -Apply Cancel", Command::cvOK,
+                    "A.Click1 B.Click1 A.Deactivate A.Terminate B.Terminate exit(done)", false},
+        CommandCase{"OkSavesWhatHasChanged", dialogAttributes, "A B", "A=new", "OK* Apply Cancel", Command::cvOK,
+                    "A.Click1 B.Click1 A.Save A.Deactivate A.Terminate B.Terminate exit(done)", false},
+        CommandCase{"ApplySavesAndStays", dialogAttributes, "A B", "A=new B=new", "OK* Apply Cancel", Command::cvApply,
+                    "A.Click3 B.Click3 A.Save B.Save", true},
+        CommandCase{"NothingIsDoneWhileAPageIsInvalid", dialogAttributes, "A B", "A=new B=", "-OK* -Apply Cancel",
+                    Command::cvOK, "", true},
+        CommandCase{"DisabledApply", dialogAttributes, "A", "", "OK* -Apply Cancel", Command::cvApply, "", true},
+        CommandCase{"CancelWithoutChangesAsksNothing", dialogAttributes, "A", "", "OK* -Apply Cancel",
+                    Command::cvCancel, "A.Click2 A.Deactivate A.Terminate exit(cancelled)", false},
+        CommandCase{"CancelThatIsTakenBack", dialogAttributes, "A", "A=new", "OK* Apply Cancel", Command::cvCancel, "",
+                    true, "Stay"},
+        CommandCase{"CancelThatDiscards", dialogAttributes, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
+                    "A.Click2 A.Deactivate A.Terminate exit(cancelled)", false, "Discard"},
+        CommandCase{"CancelThatSaves", dialogAttributes, "A", "A=new", "OK* Apply Cancel", Command::cvCancel,
+                    "A.Save A.Deactivate A.Terminate exit(done)", false, "Save"},
+        CommandCase{"WithoutApply", "Type='Dialog' IsMDIChild='false' IsApplyCommandShown='false'", "A", "A=new",
+                    "OK* Cancel", Command::cvApply, "", true},
+        CommandCase{"ChildWithoutChangesHasNoCommands", "Type='Window'", "A", "", "", Command::cvOK,
+                    "A.Click1 A.Deactivate A.Terminate exit(done)", false},
+        CommandCase{"ChildGetsThemWithTheFirstChange", "Type='Window'", "A", "A=new", "OK* Apply Cancel",
+                    Command::cvApply, "A.Click3 A.Save", true},
+        CommandCase{"SaveDialogSavesAll", "Type='SaveDialog' IsMDIChild='false'", "A B", "", "Save* Save As… Cancel",
+                    Command::cvSave, "A.Click1 B.Click1 A.Save B.Save A.Deactivate A.Terminate B.Terminate exit(done)",
+                    false},
+        CommandCase{"SaveAsTellsThePagesAndEndsToo", "Type='SaveDialog' IsMDIChild='false'", "A", "",
+                    "Save* Save As… Cancel", Command::cvSaveAs, "A.Click3 A.Save A.Deactivate A.Terminate exit(done)",
+                    false},
+        CommandCase{"NextGoesOn", wizard, "A B", "", "-Previous Next* Finish Cancel", Command::cvNext,
+                    "A.Click5 A.Deactivate B.NewWidget B.Activate", true},
+        CommandCase{"NextNeedsAValidStep", wizard, "A B", "A=", "-Previous -Next* -Finish Cancel", Command::cvNext, "",
+                    true},
+        CommandCase{"FinishNeedsTheStepsToCome", wizard, "A B", "B=", "-Previous Next* -Finish Cancel",
+                    Command::cvFinish, "", true},
+        CommandCase{"FinishEarlyLeavesOutWhatIsOptional", wizard, "A B?", "", "-Previous Next* Finish Cancel",
+                    Command::cvFinish, "A.Click1 B.Click1 A.Save A.Deactivate A.Terminate B.Terminate exit(done)",
+                    false},
+        CommandCase{"WizardWithABrokenStepDoesNotFinish", wizard, "A None", "", "-Previous Next* -Finish Cancel",
+                    Command::cvFinish, "", true},
+        CommandCase{"BrokenPageOfADialogIsPassedOver", dialogAttributes, "None A", "", "OK* -Apply Cancel",
+                    Command::cvOK, "A.Click1 A.Terminate exit(done)", false}),
     [](const auto& testInfo) { return testInfo.param.what; });
 
 TEST_F(HostRoom, WizardGoesForwardAndBackAndItsLastStepFinishes) {
@@ -139,7 +138,7 @@ TEST_F(HostRoom, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
         Qt::Key key;
         const char* end; // how the window has ended; nothing while it is open
     };
-    Define("Dialog", dialog, "A");
+    Define("Dialog", dialogAttributes, "A");
     Define("Child", "Type='Dialog'", "A");
     Define("Document", "Type='Window'", "A");
     Start();
@@ -161,7 +160,7 @@ TEST_F(HostRoom, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
 }
 
 TEST_F(HostRoom, TabGoesFromThePagesNamesIntoThePageAndThenToTheCommands) {
-    Define("Dialog", dialog, "A B");
+    Define("Dialog", dialogAttributes, "A B");
     Start();
     const auto window = Open("Dialog");
     QWidget* body = LastForm()->Body();
@@ -181,7 +180,7 @@ TEST_F(HostRoom, TabGoesFromThePagesNamesIntoThePageAndThenToTheCommands) {
 }
 
 TEST_F(HostRoom, HelpIsForThePageInFront) {
-    Define("D", dialog, "A! B");
+    Define("D", dialogAttributes, "A! B");
     Start();
     const auto window = Open("D");
     EXPECT_EQ(Commands(), "Help OK* -Apply Cancel");
@@ -219,7 +218,7 @@ TEST(LeaveBox, OffersToSaveOnlyWhereThatCanBeDone) {
 }
 
 TEST_F(HostRoom, CodeHoldsCommandsBackAndMarksAWindowAsChanged) {
-    Define("D", dialog, "A");
+    Define("D", dialogAttributes, "A");
     Start();
     const auto window = Open("D");
     window->SetIsCommandEnabled(Command::cvOK, false);
@@ -239,7 +238,7 @@ TEST_F(HostRoom, CodeHoldsCommandsBackAndMarksAWindowAsChanged) {
 }
 
 TEST_F(HostRoom, FailingSaveIsShownAndKeepsTheWindowWithThePageInFront) {
-    Define("D", dialog, "A B.Save");
+    Define("D", dialogAttributes, "A B.Save");
     Start();
     const auto window = Open("D");
     Page("A").Enter("new");

@@ -21,6 +21,9 @@ class QPushButton;
 
 namespace corvane::desktop {
 
+// The attributes of the definition of a dialog.
+inline constexpr const char* dialogAttributes = "Type='Dialog' IsMDIChild='false'";
+
 struct Heard {
     std::string line;
     int pages = 0;   // alive

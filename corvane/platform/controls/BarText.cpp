@@ -4,7 +4,7 @@ namespace corvane {
 
 namespace {
 
-constexpr int nDeepest = 16; // bands may open one another in a ring
+constexpr int nDeepestBand = 16; // bands may open one another in a ring
 
 std::string EntryText(const Tool& oInstance) {
     std::string sText =
@@ -36,7 +36,7 @@ std::string WithoutMnemonic(std::string_view sCaption) {
 
 std::string BandAsText(const Band& oBand, int nDepth) {
     const std::string sIndent(static_cast<std::size_t>(nDepth) * 2, ' ');
-    if (nDepth > nDeepest)
+    if (nDepth > nDeepestBand)
         return sIndent + "...\n";
     std::string sText;
     for (const auto& oInstance : oBand.Tools()->All()) {

@@ -16,10 +16,6 @@ using namespace corvane;
 
 namespace {
 
-Ref<corvane::ExplorerManager> Explorer() {
-    return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
-}
-
 Store& TheStore() {
     return TheStudyService()->Space()->GetStore();
 }
@@ -29,6 +25,10 @@ std::string Numbered(Id id, std::string_view what = {}) {
 }
 
 } // namespace
+
+Ref<corvane::ExplorerManager> Explorer() {
+    return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
+}
 
 StoreItem::StoreItem() {
     m_initialize = m_base->InitializeEvent.Subscribe([this](const Children& children) { OnInitialize(children); });

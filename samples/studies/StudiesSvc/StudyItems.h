@@ -6,12 +6,15 @@
 #include "Workspace.h"
 #include "corvane/base/Automation.h"
 #include "corvane/explorer/ExplorerItemBase.h"
+#include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
 
 #include <string>
 #include <utility>
 
 namespace studies {
+
+[[nodiscard]] corvane::Ref<corvane::ExplorerManager> Explorer();
 
 class StoreItem : public corvane::IExplorerItemAccess {
 public:

@@ -23,10 +23,6 @@ using namespace corvane;
 
 namespace {
 
-Ref<corvane::ExplorerManager> Explorer() {
-    return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
-}
-
 std::string Quoted(const std::string& name) {
     return "“" + name + "”";
 }

@@ -14,10 +14,6 @@ using namespace corvane;
 
 namespace {
 
-Ref<corvane::ExplorerManager> Explorer() {
-    return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
-}
-
 Ref<corvane::MenuManager> Menus() {
     return CorvaneMain::Framework()->NavigationManager()->MenuManager();
 }

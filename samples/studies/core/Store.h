@@ -62,6 +62,9 @@ struct CellChange {
     std::string text; // "" for missing
 };
 
+// The table in the file with the rows of a data set.
+[[nodiscard]] std::string DataTable(Id dataSetId);
+
 class Store {
 public:
     // Makes the file when there is none. Fails, saying what is the matter, when it is damaged, of another program, or

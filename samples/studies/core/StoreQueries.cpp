@@ -108,11 +108,11 @@ void AddRow(Table& table, const Statement& row) {
     ++table.rows;
 }
 
+} // namespace
+
 std::string DataTable(Id dataSetId) {
     return "data_" + std::to_string(dataSetId);
 }
-
-} // namespace
 
 std::vector<Study> Store::Studies() {
     std::vector<Study> studies;

@@ -9,10 +9,6 @@ namespace {
 
 constexpr std::size_t MostColumns = 1000;
 
-std::string DataTable(Id dataSetId) {
-    return "data_" + std::to_string(dataSetId);
-}
-
 std::string DataTableSql(Id dataSetId, const std::vector<Column>& columns) {
     std::string sql = "CREATE TABLE " + DataTable(dataSetId) + "(id INTEGER PRIMARY KEY";
     for (std::size_t i = 0; i < columns.size(); ++i)
