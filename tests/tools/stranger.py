@@ -10,6 +10,8 @@ import sys
 import tempfile
 import xml.etree.ElementTree
 
+import quick_build
+
 build, compiler = sys.argv[1:]
 
 
@@ -24,7 +26,8 @@ def run(*command, cwd=None, code=0):
 with tempfile.TemporaryDirectory() as temporary:
     home = pathlib.Path(temporary)
     prefix = home / "installed"
-    environment = {"PATH": os.environ["PATH"], "HOME": str(home), "CMAKE_PREFIX_PATH": str(prefix), "CXX": compiler}
+    environment = {"PATH": os.environ["PATH"], "HOME": str(home), "CMAKE_PREFIX_PATH": str(prefix), "CXX": compiler,
+                   **quick_build.ENVIRONMENT}
     run("cmake", "--install", build, "--prefix", prefix)
     corvane = prefix / "bin/corvane"
 
@@ -44,6 +47,9 @@ with tempfile.TemporaryDirectory() as temporary:
     tests = run("ctest", "--preset", "dev", cwd=birds)
     assert "100% tests passed, 0 tests failed out of 4" in tests, tests
     assert run(corvane, "check", birds / "build/birds", "--plugins") == ""
+    # All services have the sources of one template.
+    faults = quick_build.compile_alone(birds / "build", sorted((birds / "services/Birds").glob("*.cpp")), environment)
+    assert not faults, faults
 
     # The build links to the definitions: a slip is seen at once, at its place in the sources, and what goes there goes
     # from the build. Catalogues of translations don't get lost in it.

@@ -10,6 +10,8 @@ import shutil
 import subprocess
 import sys
 
+import quick_build
+
 build, compiler = sys.argv[1:3]
 root, home = (pathlib.Path(name).resolve() for name in sys.argv[3:5])
 page = root / "docs/tutorial.md"
@@ -70,9 +72,7 @@ shutil.rmtree(home, ignore_errors=True)
 home.mkdir(parents=True)
 environment = {
     "PATH": f"{home}/installed/bin:{os.environ['PATH']}", "HOME": str(home), "CXX": compiler, "QT_QPA_PLATFORM": "offscreen",
-    "CMAKE_PREFIX_PATH": f"{home}/installed", "LC_ALL": "C.UTF-8", "CCACHE_DIR": os.environ.get(
-        "CCACHE_DIR", str(pathlib.Path("~/.cache/ccache").expanduser())),
-    "CMAKE_CXX_COMPILER_LAUNCHER": shutil.which("ccache") or ""}
+    "CMAKE_PREFIX_PATH": f"{home}/installed", "LC_ALL": "C.UTF-8", **quick_build.ENVIRONMENT}
 run(f"cmake --install {build} --prefix {home}/installed", 0, root)
 
 folder, instruction, counts = home, None, {}
@@ -110,5 +110,8 @@ while number < len(lines):
     else:
         stop(begin, f"nothing is known of listings of {kind}")
     instruction = None
+faults = quick_build.compile_alone(home / "garden/build", sorted((home / "garden/services").rglob("*.cpp")), environment)
+if faults:
+    sys.exit(f"{page.name}: the sources as they are at the end don't compile alone\n{faults}")
 if any(counts.get(kind, 0) < 3 for kind in ("cpp", "xml", "sh", "console")):
     sys.exit(f"{page.name} doesn't show enough: {counts}")

@@ -1,0 +1,53 @@
+# What keeps the build short: headers that are compiled once for many sources, and sources that are compiled together.
+# Both are switched on by presets. Without them the sources compile as they are, and CI builds so once, as nothing else
+# shows a missing #include.
+
+# One target for each set of headers; the others reuse what it compiled. It is compiled as they are, or it couldn't be.
+function(corvane_headers name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES;HEADERS;OPTIONS")
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/headers/${name}.cpp CONTENT "// Holds the precompiled headers \"${name}\".\n")
+  add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/headers/${name}.cpp)
+  set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+  target_link_libraries(${name} PRIVATE corvane_options ${arg_LIBRARIES})
+  target_compile_options(${name} PRIVATE ${arg_OPTIONS})
+  target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
+endfunction()
+
+# corvane_precompiled(TARGET SET) lets a target use that set of headers: corvane_headers_core, _qt, _test or _qt_test.
+function(corvane_precompiled target set)
+  if(CORVANE_PRECOMPILE)
+    target_precompile_headers(${target} REUSE_FROM ${set})
+  endif()
+endfunction()
+
+set(CORVANE_CORE_HEADERS <algorithm> <array> <cstdint> <cstdlib> <filesystem> <fstream> <functional> <iostream> <map>
+  <memory> <optional> <set> <sstream> <string> <string_view> <unordered_map> <utility> <variant> <vector>
+  ${CMAKE_SOURCE_DIR}/corvane/base/Automation.h ${CMAKE_SOURCE_DIR}/corvane/base/Event.h
+  ${CMAKE_SOURCE_DIR}/corvane/base/Failure.h ${CMAKE_SOURCE_DIR}/corvane/base/Text.h)
+set(CORVANE_SHELL_HEADERS ${CMAKE_SOURCE_DIR}/corvane/core/CorvaneMain.h ${CMAKE_SOURCE_DIR}/corvane/core/Framework.h
+  ${CMAKE_SOURCE_DIR}/corvane/core/Singleton.h ${CMAKE_SOURCE_DIR}/corvane/explorer/ExplorerManager.h
+  ${CMAKE_SOURCE_DIR}/corvane/explorer/NavigationManager.h ${CMAKE_SOURCE_DIR}/corvane/platform/controls/ActiveBar.h
+  ${CMAKE_SOURCE_DIR}/corvane/platform/controls/MdiForm.h ${CMAKE_SOURCE_DIR}/corvane/services/ServiceManager.h
+  ${CMAKE_SOURCE_DIR}/corvane/windows/Window.h ${CMAKE_SOURCE_DIR}/corvane/windows/WindowManager.h)
+set(CORVANE_QT_HEADERS <QApplication> <QDialog> <QFile> <QFileInfo> <QFormLayout> <QHeaderView> <QKeyEvent> <QLabel>
+  <QLineEdit> <QMainWindow> <QMdiArea> <QMdiSubWindow> <QMenu> <QMenuBar> <QMessageBox> <QPainter> <QPointer>
+  <QPushButton> <QScreen> <QScrollBar> <QString> <QStringList> <QStyle> <QTimer> <QToolBar> <QToolButton> <QTreeWidget>
+  <QVBoxLayout> <QWidget>)
+
+if(CORVANE_PRECOMPILE)
+  corvane_headers(corvane_headers_core HEADERS ${CORVANE_CORE_HEADERS})
+  if(CORVANE_DESKTOP)
+    corvane_headers(corvane_headers_qt LIBRARIES corvane_qt_options
+      HEADERS ${CORVANE_CORE_HEADERS} ${CORVANE_SHELL_HEADERS} ${CORVANE_QT_HEADERS})
+  endif()
+  if(CORVANE_TESTS)
+    find_package(GTest REQUIRED)
+    corvane_headers(corvane_headers_test LIBRARIES GTest::gtest OPTIONS ${CORVANE_TEST_OPTIONS}
+      HEADERS <gtest/gtest.h> ${CORVANE_CORE_HEADERS} ${CORVANE_SHELL_HEADERS})
+    if(CORVANE_DESKTOP)
+      corvane_headers(corvane_headers_qt_test LIBRARIES GTest::gtest corvane_qt_options Qt6::Test
+        OPTIONS ${CORVANE_TEST_OPTIONS}
+        HEADERS <gtest/gtest.h> ${CORVANE_CORE_HEADERS} ${CORVANE_SHELL_HEADERS} ${CORVANE_QT_HEADERS} <QTest>)
+    endif()
+  endif()
+endif()
