@@ -51,7 +51,8 @@ void Window::SubscribeToForm() {
     m_oDeactivate = m_frmWindow->OnDeactivate.Subscribe([this] { m_frmWindow_Deactivate(); });
 }
 
-// The origin is 0 in either case, so a window that isn't an MDI child is placed as if its owner began at the screen's corner.
+// The origin is 0 in either case, so a window that isn't an MDI child is placed as if its owner began at the screen's
+// corner.
 void Window::PlaceForm(Long lDefaultWidth, Long lDefaultHeight) {
     const bool bIsMDIChild = m_frmWindow->MDIChild();
     const Long lWidth = RoundToLong(bIsMDIChild ? m_frmOwner->ScaleWidth() : m_frmOwner->Width());

@@ -48,8 +48,8 @@ public:
     // Runs what enters the library; a failure that leaves it is shown.
     void Guard(const std::function<void()>& act);
 
-    // Distinguishes one entry into the library from another: 0 outside of all, else a number that belongs to the outermost
-    // Guard of this turn of an event loop. A modal loop inside is entered again.
+    // Distinguishes one entry into the library from another: 0 outside of all, else a number that belongs to the
+    // outermost Guard of this turn of an event loop. A modal loop inside is entered again.
     [[nodiscard]] long Entry() const { return m_entries.empty() ? 0 : m_entries.back().number; }
 
     [[nodiscard]] int ShownCount() const { return m_shown; }

@@ -35,7 +35,8 @@ public:
         bool place = true;           // false: the window's place isn't kept
     };
 
-    // Before the library is initialized: the session is notified of the form's unload first, while everything still exists.
+    // Before the library is initialized: the session is notified of the form's unload first, while everything still
+    // exists.
     Session(StateFile file, Parts parts);
     ~Session() override;
 

@@ -1,5 +1,6 @@
 // Draws what another style draws, with lines around all that a user can use: in the colours of a contrast theme
-// there are no shades by which they could be distinguished. On other dark grounds only the boxes of check marks get lines.
+// there are no shades by which they could be distinguished. On other dark grounds only the boxes of check marks get
+// lines.
 #pragma once
 
 #include <QProxyStyle>
