@@ -23,7 +23,7 @@ AnyPage::AnyPage() {
 AnyPage::~AnyPage() = default;
 
 void AnyPage::ValidityChanged() {
-    if (Window())
+    if (OwnWindow())
         m_oBase->ValidityChanged();
 }
 

@@ -35,7 +35,7 @@ protected:
         return m_oBase->BusinessContext().template As<T>();
     }
     // Nothing outside of the page's life.
-    [[nodiscard]] Ref<corvane::Window> Window() const { return m_oBase->Window(); }
+    [[nodiscard]] Ref<corvane::Window> OwnWindow() const { return m_oBase->Window(); }
     // The window's commands follow what IsValid and IsChanged say now. Nothing outside of the page's life.
     void ValidityChanged();
     [[nodiscard]] const Ref<PageBase>& Base() const { return m_oBase; }

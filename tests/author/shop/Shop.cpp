@@ -59,9 +59,9 @@ public:
 
 protected:
     void OnInitialize() override {
-        Hear("Initialize" + Window()->Caption());
-        Keep(Window()->WindowDef() ? Explorer()->OnActive.Subscribe([](const Ref<Object>&) { Hear("PageSees"); })
-                                   : Subscription());
+        Hear("Initialize" + OwnWindow()->Caption());
+        Keep(OwnWindow()->WindowDef() ? Explorer()->OnActive.Subscribe([](const Ref<Object>&) { Hear("PageSees"); })
+                                      : Subscription());
     }
     void OnTerminate() override { Hear("Terminate"); }
 };

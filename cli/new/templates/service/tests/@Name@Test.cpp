@@ -1,4 +1,4 @@
-#include "testing/Application.h"
+#include "corvane/Testing.h"
 
 #include <gtest/gtest.h>
 

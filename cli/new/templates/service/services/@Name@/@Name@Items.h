@@ -1,41 +1,25 @@
-// The contents of the explorer: a folder, and the items in it.
+// What the explorer shows: a folder, and the items in it.
 #pragma once
 
-#include "corvane/base/Automation.h"
-#include "corvane/explorer/ExplorerItemBase.h"
-#include "corvane/explorer/IExplorerItemAccess.h"
+#include "corvane/Explorer.h"
 
 #include <string>
+#include <vector>
 
-class @Name@Item final : public corvane::Automation<@Name@Item, corvane::IExplorerItemAccess> {
+class @Name@Item final : public corvane::ExplorerItem<@Name@Item> {
 public:
-    explicit @Name@Item(const std::string& name) { m_base->NameSilently(name); }
+    using ExplorerItem::ExplorerItem;
 
-    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_base; }
-    [[nodiscard]] std::string Name() const { return m_base->Name(); }
     void OnOpen();
 
-    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &@Name@Item::OnOpen));
-
-private:
-    corvane::Ref<corvane::ExplorerItemBase> m_base = corvane::New<corvane::ExplorerItemBase>();
+    static constexpr auto Members = corvane::Methods<&@Name@Item::OnOpen>();
 };
 
-class @Name@Folder final : public corvane::Automation<@Name@Folder, corvane::IExplorerItemAccess> {
+class @Name@Folder final : public corvane::ExplorerItem<@Name@Folder> {
 public:
-    @Name@Folder();
-    ~@Name@Folder() override;
-
-    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_base; }
-    // Adds an item to the folder in the explorer, and returns its name.
-    static std::string AddItem();
-
-    static constexpr auto Members = corvane::MemberTable();
+    // The names of the items that there are.
+    static std::vector<std::string>& Names();
 
 private:
-    static @Name@Folder* s_shown; // the library makes it
-
-    corvane::Ref<corvane::ExplorerItemBase> m_base = corvane::New<corvane::ExplorerItemBase>();
-    corvane::Subscription m_initialize;
-    int m_items = 0;
+    void OnInitialize() override;
 };

@@ -1,13 +1,9 @@
 #include "@Name@Page.h"
 
-#include "@Name@Items.h"
-
 #include <QLabel>
 
-using namespace corvane;
-
-QWidget* @Name@Page::NewWidget(QWidget* parent) {
-    const auto item = m_base->BusinessContext().TryAs<@Name@Item>();
+QWidget* @Name@Page::MakeWidget(QWidget* parent) {
+    const auto item = About(); // nothing when the window was opened without one
     auto* label = new QLabel(item ? QString::fromStdString(item->Name()) : QString(), parent);
     label->setAlignment(Qt::AlignCenter);
     return label;

@@ -2,22 +2,19 @@
 
 #include "@Name@Items.h"
 #include "@Name@Page.h"
-#include "corvane/base/PluginExport.h"
-#include "corvane/core/Framework.h"
-#include "corvane/core/Singleton.h"
-#include "corvane/explorer/ExplorerManager.h"
-#include "corvane/explorer/NavigationManager.h"
 
 using namespace corvane;
 
 void @Name@Service::Start() {
-    Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate();
-    Singleton::Framework()->SetStatus("Ready");
+    Explorer()->Populate();
+    SetStatus("Ready");
 }
 
 void @Name@Service::OnNew() {
-    const std::string name = @Name@Folder::AddItem();
-    Singleton::Framework()->SetStatus("Added " + name);
+    auto& names = @Name@Folder::Names();
+    names.push_back("Item " + std::to_string(names.size() + 1));
+    Explorer()->AddToExplorer(New<@Name@Item>(names.back()), "@Name@Item");
+    SetStatus("Added " + names.back());
 }
 
 CORVANE_PLUGIN(Class<@Name@Service>("@Name@Svc.@Name@Service"), Class<@Name@Folder>("@Name@Svc.@Name@Folder"),

@@ -1,21 +1,13 @@
 // The service: the procedures behind its commands.
 #pragma once
 
-#include "corvane/base/Automation.h"
-#include "corvane/services/IServiceAccess.h"
-#include "corvane/services/ServiceBase.h"
+#include "corvane/Service.h"
 
-class @Name@Service final : public corvane::Automation<@Name@Service, corvane::IServiceAccess> {
+class @Name@Service final : public corvane::Service<@Name@Service> {
 public:
-    corvane::Ref<corvane::IService> Service() override { return m_serviceBase; }
-
-    // Called once, after all services are initialised, if the definition says IsStartService.
+    // Called once, after all services are initialized, if the definition says IsStartService.
     void Start();
     void OnNew();
 
-    static constexpr auto Members = corvane::MemberTable(corvane::Method("Start", &@Name@Service::Start),
-                                                         corvane::Method("OnNew", &@Name@Service::OnNew));
-
-private:
-    corvane::Ref<corvane::ServiceBase> m_serviceBase = corvane::New<corvane::ServiceBase>();
+    static constexpr auto Members = corvane::Methods<&@Name@Service::Start, &@Name@Service::OnNew>();
 };
