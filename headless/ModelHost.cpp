@@ -63,6 +63,7 @@ ModelHost::ModelHost(const HostOptions& options) {
     m_childLoaded = m_mainForm->ChildLoaded.Subscribe([this](const Ref<Form>& form) { RegisterWindow(form); });
     m_mainUnload = m_mainForm->OnUnload.Subscribe([this](bool&) { m_exitBegun = true; });
     m_mainForm->AddMember("ActiveBar", m_activeBar);
+    m_mainForm->AddMember("CommonDialog", m_dialogs);
     m_mainForm->AddMember("ctlCVProgress", New<ProgressModel>());
     m_library = std::make_unique<Library>(MakePlatform(options));
     m_mainForm->Load();

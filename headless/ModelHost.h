@@ -8,6 +8,7 @@
 #include "corvane/platform/controls/ActiveBar.h"
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/PanelForm.h"
+#include "headless/Dialogs.h"
 #include "headless/Recording.h"
 #include "headless/StandIns.h"
 
@@ -53,6 +54,8 @@ public:
     [[nodiscard]] Ref<ImageList> Images() const;            // nothing before the explorer is set up
     [[nodiscard]] ManualTimers& Timers() const { return *m_timers; }
 
+    // Answers to what services ask are added here.
+    [[nodiscard]] inspect::Dialogs& Dialogs() const { return *m_dialogs; }
     [[nodiscard]] Record& Recorded() const { return *m_record; }
     [[nodiscard]] const std::optional<Failure>& FirstFailure() const { return m_firstFailure; }
 
@@ -61,6 +64,7 @@ private:
     void RegisterWindow(const Ref<Form>& form);
 
     Ref<Record> m_record = New<Record>();
+    Ref<inspect::Dialogs> m_dialogs = New<inspect::Dialogs>();
     Ref<ManualTimers> m_timers = New<ManualTimers>();
     Ref<WindowMessages> m_messages = New<WindowMessages>();
     std::unique_ptr<Library> m_library;

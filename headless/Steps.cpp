@@ -206,6 +206,7 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"page", {2, ShowPage, "KEY INDEX"}},
         {"command", {2, ClickCommand, "KEY COMMAND"}},
         {"contextmenu", {2, AskForMenu, "TAB KEY"}},
+        {"answer", {0, [](ModelHost& host, const std::string& rest) { host.Dialogs().AddAnswer(rest); }}},
         {"expect", {2, [](ModelHost&, const std::string&) {}, "PATH VALUE"}}, // Take looks at it
         {"exit", {0, [](ModelHost& host, const std::string&) { host.Exit(); }}},
     };
@@ -286,12 +287,19 @@ void Take(ModelHost& host, const Step& step) {
         if (const std::string missing = Missing(host, step); !missing.empty())
             host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: " + missing);
     host.Do([&] { verb.act(host, step.rest); });
+    for (const std::string& question : host.Dialogs().TakeUnanswered())
+        if (!step.file.empty())
+            host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: \"" + question +
+                                             "\" was asked and cancelled: answer it by the step \"answer TEXT\"");
 }
 
 void TakeAll(ModelHost& host, const std::vector<Step>& steps) {
     const struct End {
         ModelHost& host;
-        ~End() { host.SetModalLoop({}); }
+        ~End() {
+            host.SetModalLoop({});
+            host.Dialogs().SetBeforeQuestion({});
+        }
     } end{host};
     auto nextPosition = steps.begin();
     const auto next = [&] {
@@ -301,6 +309,11 @@ void TakeAll(ModelHost& host, const std::vector<Step>& steps) {
     };
     host.SetModalLoop([&](const Form& frm) {
         while (frm.IsLoaded() && frm.Visible() && nextPosition != steps.end() && nextPosition->inModal)
+            next();
+    });
+    // The answer to a question is the indented step below the one that brings it about.
+    host.Dialogs().SetBeforeQuestion([&] {
+        if (nextPosition != steps.end() && nextPosition->inModal && nextPosition->verb == "answer")
             next();
     });
     while (nextPosition != steps.end())

@@ -105,6 +105,7 @@ set(CORVANE_PUBLIC_HEADERS
 set(CORVANE_TESTING_HEADERS
   corvane/Testing.h
   adapters/messages/WindowMessages.h
+  headless/Dialogs.h
   headless/Document.h
   headless/Expectation.h
   headless/ModelHost.h

@@ -18,6 +18,12 @@ Ref<ActionItem> Client::Action(std::string_view sName) const {
     return *pItem;
 }
 
+void Client::EnableAction(std::string_view sName, bool bEnabled) const {
+    const Ref<ActionItemCollection> colItems = BaseObject().As<IActionsProvider>()->ActionItems();
+    if (const Ref<ActionItem>* pItem = colItems ? colItems->Find(sName) : nullptr)
+        (*pItem)->SetEnabled(bEnabled);
+}
+
 Ref<Window> Client::OpenWindow(const std::string& sWindow, const Ref<Object>& oAbout, WindowOptions oOptions) const {
     if (!oOptions.exit)
         oOptions.exit = BaseObject().As<IWindowExitHandler>();

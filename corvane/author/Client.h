@@ -20,6 +20,8 @@ protected:
     // The live state of one of its own actions, by the name in the definition. Fails with 5 for a name that it doesn't
     // have, and before the menus are built; a page has its actions between OnInitialize and OnTerminate.
     [[nodiscard]] Ref<ActionItem> Action(std::string_view sName) const;
+    // The same for an action that not every definition of the class has: nothing happens without it.
+    void EnableAction(std::string_view sName, bool bEnabled) const;
     // corvane::OpenWindow; OnExit is called when it closes, unless the options name another exit handler.
     Ref<Window> OpenWindow(const std::string& sWindow, const Ref<Object>& oAbout = nullptr,
                            WindowOptions oOptions = {}) const;

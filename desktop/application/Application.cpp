@@ -47,8 +47,10 @@ Application::Application(const ApplicationOptions& options)
       m_messageBox(New<QtMessageBox>(options.withDialogs)), m_commonDialog(New<CommonDialog>(options.withDialogs)),
       m_recorder(options.recorder), m_timers(New<QtTimers>([this](const std::function<void()>& act) { ByHost(act); })),
       m_classes(options.classes), m_objects(options.objects) {
-    if (m_recorder)
+    if (m_recorder) {
         m_recorder->Follow({m_mainForm, m_activeBar, m_panelForm, [this] { return m_failures.Entry(); }});
+        m_commonDialog->SetOnAnswer([recorder = m_recorder](const std::string& text) { recorder->Answer(text); });
+    }
     m_failures.SetServicesFolder(QString::fromStdString(m_platform.utilities->GetAppFolder("Services")));
     m_failures.SetLogFile(m_platform.utilities->LogPath());
     m_platform.utilities->SetShow([this](const ShownFailure& shown) { m_failures.Show(shown); });

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 
@@ -104,6 +105,13 @@ std::optional<std::string> CommonDialog::TakeAnswer() {
     return answer;
 }
 
+Variant CommonDialog::Invoke(std::string_view name, std::span<const Variant> arguments) {
+    Variant answer = Automation::Invoke(name, arguments);
+    if (m_onAnswer)
+        m_onAnswer(ToText(answer));
+    return answer;
+}
+
 std::string CommonDialog::ShowOpen(const std::string& title, const std::string& filter, const std::string& folder) {
     if (auto answer = TakeAnswer())
         return *answer;
@@ -125,13 +133,37 @@ std::string CommonDialog::AskText(const std::string& title, const std::string& p
         .toStdString();
 }
 
+std::string CommonDialog::ChooseInList(const std::string& title, const std::string& question,
+                                       const QStringList& choices) const {
+    bool chosen = false;
+    const QString choice =
+        QInputDialog::getItem(ActiveWindowOr(m_window), Text(title), Text(question), choices, 0, false, &chosen);
+    return chosen ? choice.toStdString() : std::string();
+}
+
 std::string CommonDialog::ShowChoice(const std::string& title, const std::string& choices) {
     if (auto answer = TakeAnswer())
         return *answer;
-    bool chosen = false;
-    const QString choice = QInputDialog::getItem(ActiveWindowOr(m_window), Text(title), Text(title),
-                                                 Text(choices).split('\n', Qt::SkipEmptyParts), 0, false, &chosen);
-    return chosen ? choice.toStdString() : std::string();
+    return ChooseInList(title, title, Text(choices).split('\n', Qt::SkipEmptyParts));
+}
+
+std::string CommonDialog::Ask(const std::string& title, const std::string& question, const std::string& choices) {
+    constexpr qsizetype mostButtons = 3;
+    if (auto answer = TakeAnswer())
+        return *answer;
+    const QStringList names = Text(choices).split('\n', Qt::SkipEmptyParts);
+    if (names.size() > mostButtons)
+        return ChooseInList(title, question, names);
+    QMessageBox box(QMessageBox::Question, Text(title), Text(question), QMessageBox::Cancel, ActiveWindowOr(m_window));
+    box.setTextFormat(Qt::PlainText);
+    QList<QAbstractButton*> buttons;
+    for (const QString& name : names)
+        buttons.append(box.addButton(QString(name).replace("&", "&&"), QMessageBox::AcceptRole));
+    if (!buttons.isEmpty())
+        box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
+    box.exec();
+    const qsizetype chosen = buttons.indexOf(box.clickedButton());
+    return chosen < 0 ? std::string() : names[chosen].toStdString();
 }
 
 } // namespace corvane::desktop

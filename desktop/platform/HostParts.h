@@ -73,6 +73,10 @@ public:
     // Answers the next dialog without showing it; several answers are used in order.
     void AddAnswer(std::string answer) { m_answers.push_back(std::move(answer)); }
 
+    // Called with each answer to a call by name, "" for Cancel.
+    void SetOnAnswer(std::function<void(const std::string&)> onAnswer) { m_onAnswer = std::move(onAnswer); }
+    Variant Invoke(std::string_view name, std::span<const Variant> arguments) override;
+
     // The answer that is given without asking, if there is one or no one to ask.
     [[nodiscard]] std::optional<std::string> TakeAnswer();
 
@@ -82,17 +86,24 @@ public:
     [[nodiscard]] std::string ShowSave(const std::string& title, const std::string& filter, const std::string& path);
     // The text that the user entered, empty when they cancelled or there is no one to ask.
     [[nodiscard]] std::string AskText(const std::string& title, const std::string& prompt, const std::string& text);
-    // One of the choices, which are separated by line feeds; empty when the user cancelled.
+    // One of the choices, which are separated by line feeds; empty when the user cancelled. Ask offers up to three as
+    // buttons beside "Cancel", the first as the one that Return presses, and more as a list.
     [[nodiscard]] std::string ShowChoice(const std::string& title, const std::string& choices);
+    [[nodiscard]] std::string Ask(const std::string& title, const std::string& question, const std::string& choices);
 
     static constexpr auto Members =
         MemberTable(Method("ShowOpen", &CommonDialog::ShowOpen), Method("ShowSave", &CommonDialog::ShowSave),
-                    Method("AskText", &CommonDialog::AskText), Method("ShowChoice", &CommonDialog::ShowChoice));
+                    Method("AskText", &CommonDialog::AskText), Method("ShowChoice", &CommonDialog::ShowChoice),
+                    Method("Ask", &CommonDialog::Ask));
 
 private:
+    [[nodiscard]] std::string ChooseInList(const std::string& title, const std::string& question,
+                                           const QStringList& choices) const;
+
     bool m_withDialogs;
     QPointer<QWidget> m_window;
     std::deque<std::string> m_answers;
+    std::function<void(const std::string&)> m_onAnswer;
 };
 
 } // namespace corvane::desktop

@@ -41,6 +41,11 @@ public:
     void NotByUser() { (void)TakeEntry(); }
     // A step that the host takes in a user's name.
     void ByHost(const std::string& step) { Write(step); }
+    // To a question of the code that the latest step runs.
+    void Answer(const std::string& text) {
+        if (!m_held)
+            Write("  answer " + text);
+    }
     void Comment(const std::string& text);
 
 private:

@@ -4,8 +4,10 @@
 #include "corvane/base/Dictionary.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/services/IService.h"
+#include "headless/Steps.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace corvane::testing {
 
@@ -90,53 +92,27 @@ TEST_F(Shop, FailsForWhatIsNotThere) {
     EXPECT_TRUE(AppPath("Services/Shop.xml").ends_with("/shop/Services/Shop.xml")) << AppPath("Services/Shop.xml");
 }
 
-namespace {
-
-// A host's dialogs: what they were asked, and one answer.
-class Dialogs final : public Automation<Dialogs> {
-public:
-    std::string Three(const std::string& sFirst, const std::string& sSecond, const std::string& sThird) {
-        sAsked = sFirst + "/" + sSecond + "/" + sThird;
-        return sAnswer;
-    }
-    std::string sAsked;
-    std::string sAnswer;
-    static constexpr auto Members =
-        MemberTable(Method("ShowOpen", &Dialogs::Three), Method("ShowSave", &Dialogs::Three),
-                    Method("AskText", &Dialogs::Three), Method("Ask", &Dialogs::Three));
-};
-
-} // namespace
-
 TEST_F(Shop, AsksByTheDialogsOfTheHost) {
-    try {
-        (void)AskText("Name?");
-        ADD_FAILURE();
-    } catch (const Failure& oFailure) {
-        EXPECT_EQ(oFailure.Number, FailureNumber::NoSuchMember);
-        EXPECT_NE(oFailure.Description.find("\"AskText\""), std::string::npos) << oFailure.Description;
-    }
-    const auto oDialogs = New<Dialogs>();
-    m_oApplication.Host().MainForm()->AddMember("CommonDialog", oDialogs);
     const struct {
         std::optional<std::string> (*fnAsk)();
         const char* sAsked;
         const char* sAnswer; // "" for Cancel
     } aCases[] = {
-        {[] { return AskOpenFile("Open", "Text|*.txt", "/data"); }, "Open/Text|*.txt//data", "/data/a.txt"},
-        {[] { return AskOpenFile("Open"); }, "Open//", ""},
-        {[] { return AskSaveFile("Save", "Text|*.txt", "b.txt"); }, "Save/Text|*.txt/b.txt", "c.txt"},
-        {[] { return AskText("Name?", "Book", "New"); }, "New/Name?/Book", "Vase"},
+        {[] { return AskOpenFile("Open", "Text|*.txt", "/data"); }, "Open", "/data/a.txt"},
+        {[] { return AskOpenFile("Open"); }, "Open", ""},
+        {[] { return AskSaveFile("Save", "Text|*.txt", "b.txt"); }, "Save", "c.txt"},
+        {[] { return AskText("Name?", "Book", "New"); }, "Name?", "Vase"},
         {[] {
              return Ask("Sell it?", {"Sell", "Keep"}, "Shop");
          },
-         "Shop/Sell it?/Sell\nKeep", "Keep"},
-        {[] { return Ask("Sell it?", {"Sell"}); }, "Corvane/Sell it?/Sell", ""},
+         "Sell it?", "Keep"},
+        {[] { return Ask("Sell it?", {"Sell"}); }, "Sell it?", ""},
     };
+    auto& oDialogs = m_oApplication.Host().Dialogs();
     for (const auto& [fnAsk, sAsked, sAnswer] : aCases) {
-        oDialogs->sAnswer = sAnswer;
+        oDialogs.AddAnswer(sAnswer);
         const auto oAnswer = fnAsk();
-        EXPECT_EQ(oDialogs->sAsked, sAsked);
+        EXPECT_EQ(oDialogs.Asked().back(), sAsked);
         EXPECT_EQ(oAnswer.value_or(""), sAnswer);
         EXPECT_EQ(oAnswer.has_value(), *sAnswer != '\0');
     }
@@ -144,10 +120,32 @@ TEST_F(Shop, AsksByTheDialogsOfTheHost) {
     EXPECT_EQ(m_oApplication.Host().Recorded().messages.back().title, "Corvane");
 
     // What can't be asked, and an answer that isn't one.
-    oDialogs->sAnswer = "Maybe";
+    oDialogs.AddAnswer("Maybe");
     EXPECT_THROW((void)Ask("Sell it?", {"Sell", "Keep"}), Failure);
     EXPECT_THROW((void)Ask("Sell it?", {}), Failure);
     EXPECT_THROW((void)Ask("Sell it?", {"Sell\nKeep"}), Failure);
+}
+
+TEST_F(Shop, IsAnsweredBySteps) {
+    (void)Heard();
+    const struct {
+        const char* sSteps;
+        const char* sStatus;
+        std::size_t nNotes; // about questions without an answer
+    } aCases[] = {
+        {"click File.Name\n  answer Corner", "Named Corner", 0},
+        {"answer Market\nclick File.Name", "Named Market", 0},
+        {"click File.Name\n  answer ", "Not named", 0},
+        {"click File.Name\nanswer Late", "Not named", 1}, // for the next question
+        {"click File.Name", "Named Late", 0},
+    };
+    for (const auto& [sSteps, sStatus, nNotes] : aCases) {
+        std::istringstream oStream(sSteps);
+        m_oApplication.Host().Recorded().missed.clear();
+        inspect::TakeAll(m_oApplication.Host(), inspect::ReadSteps(oStream, "steps.txt"));
+        EXPECT_EQ(m_oApplication.Status(), sStatus) << sSteps;
+        EXPECT_EQ(m_oApplication.Host().Recorded().missed.size(), nNotes) << sSteps;
+    }
 }
 
 } // namespace corvane::testing

@@ -1,10 +1,12 @@
 #include "adapters/xml/XmlService.h"
 #include "corvane/services/ServiceDef.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/service/DefinitionTags.h"
 #include "desktop/service/FitDefinition.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QMainWindow>
@@ -146,6 +148,33 @@ void Work(ProgressControl& progress, int milliseconds) {
     while (!time.hasExpired(milliseconds) && !progress.WasCanceled()) {
         progress.SetValue(progress.Value() + 0.01);
         QThread::msleep(1);
+    }
+}
+
+TEST(Dialogs, OfferChoicesAsButtonsOrAsAListAndReportAnswers) {
+    CommonDialog dialogs(true);
+    std::vector<std::string> answers;
+    dialogs.SetOnAnswer([&](const std::string& text) { answers.push_back(text); });
+    struct Case {
+        const char* choices;
+        const char* press; // the text of a button, without what marks its mnemonic
+        const char* answer;
+    };
+    for (const auto& [choices, press, answer] : {Case{"Save & Close\nDiscard", "Save & Close", "Save & Close"},
+                                                 {"Save\nDiscard", "Discard", "Discard"},
+                                                 {"Save\nDiscard", "Cancel", ""},
+                                                 {"1\n2\n3\n4", "OK", "1"},
+                                                 {"1\n2\n3\n4", "Cancel", ""}}) {
+        QTimer::singleShot(0, qApp, [press = QString(press)] {
+            for (auto* button : QApplication::activeModalWidget()->findChildren<QPushButton*>())
+                if (button->isVisible() && button->text().replace("&&", "\1").remove('&').replace("\1", "&") == press)
+                    return button->click();
+            ADD_FAILURE() << press.toStdString();
+            QApplication::activeModalWidget()->close();
+        });
+        const std::array<Variant, 3> arguments{"Title", "What now?", choices};
+        EXPECT_EQ(ToText(dialogs.Invoke("Ask", arguments)), answer) << choices;
+        EXPECT_EQ(answers.back(), answer);
     }
 }
 

@@ -20,22 +20,6 @@ using corvane::inspect::ModelHost;
 
 namespace {
 
-// A file dialog that answers what it has been told.
-class Dialog final : public Automation<Dialog> {
-public:
-    std::string path;
-    std::string choice;
-    std::string ShowOpen(const std::string& /*title*/, const std::string& /*filter*/, const std::string& /*folder*/) {
-        return path;
-    }
-    std::string ShowChoice(const std::string& /*title*/, const std::string& choices) {
-        return choices.find(choice) == std::string::npos ? "" : choice;
-    }
-
-    static constexpr auto Members =
-        MemberTable(Method("ShowOpen", &Dialog::ShowOpen), Method("ShowChoice", &Dialog::ShowChoice));
-};
-
 void AppendTree(std::string& text, const Node& node) {
     text += node.Text();
     if (node.Children().empty())
@@ -73,14 +57,6 @@ protected:
             const Variant path[] = {std::string(STUDIES_DATA "/") + file};
             CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", path);
         });
-    }
-    // A host that can ask.
-    Ref<Dialog> StartWithDialog() {
-        auto dialog = New<Dialog>();
-        m_host = std::make_unique<ModelHost>(inspect::HostOptions{STUDIES_APP, false, nullptr});
-        m_host->MainForm()->AddMember("CommonDialog", dialog);
-        EXPECT_TRUE(m_host->Start());
-        return dialog;
     }
     void Restart() {
         m_host->Exit();
@@ -165,11 +141,12 @@ TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
 }
 
 TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
-    const Ref<Dialog> dialog = StartWithDialog();
+    Start();
     Click("File.Open");
-    EXPECT_EQ(Status(), "0 studies") << "an empty answer is a change of mind";
-    dialog->path = m_folder.Path("bad.csv");
-    std::ofstream(dialog->path) << "a,b\n1,2\n3\n";
+    EXPECT_EQ(Status(), "0 studies") << "without an answer it is cancelled";
+    EXPECT_EQ(m_host->Dialogs().TakeUnanswered(), (std::vector<std::string>{"Open Data File"}));
+    m_host->Dialogs().AddAnswer(m_folder.Path("bad.csv"));
+    std::ofstream(m_folder.Path("bad.csv")) << "a,b\n1,2\n3\n";
     Click("File.Open");
     EXPECT_EQ(Failures(), "bad.csv: Line 3: 1 field where the first row has 2.\nCorrect the file, or bring it into a "
                           "study by File > Import, which can leave out what can't be read.");
@@ -296,6 +273,7 @@ TEST_F(StudiesApplication, AChosenItemStaysChosenWhenTheExplorerIsMadeAnew) {
 
 TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     Start();
+    m_host->Dialogs().AddAnswer(STUDIES_DATA "/penguins.csv");
     Click("File.Open");
     EXPECT_EQ(Status(), "penguins.csv: 344 rows, 7 columns");
     m_host->Do([&] { m_host->Tabs()->ChooseTab(1); });

@@ -1,4 +1,5 @@
 // The end of windows: from the form, from code, from CloseAll, and refused.
+#include "corvane/author/Host.h"
 #include "corvane/windows/IWindowExitHandler.h"
 #include "tests/windows/WindowsTest.h"
 
@@ -173,8 +174,10 @@ TEST_F(WindowsTest, ClosedWindowsLeaveNothingBehind) {
 TEST_F(WindowsTest, ByNameReachesTheMainFormsDialog) {
     EXPECT_EQ(NumberOf([&] { (void)Manager().CommonDialog(); }), FailureNumber::NoSuchMember);
     EXPECT_EQ(m_oUtilities->TakeLines(), std::vector<std::string>{"WindowManager.CommonDialog (Get) 438"});
+    EXPECT_EQ(NumberOf([] { (void)AskText("Name?"); }), FailureNumber::NoSuchMember);
     m_frmMain->AddMember("commondialog", m_oContext);
     EXPECT_TRUE(Manager().CommonDialog() == m_oContext);
+    EXPECT_EQ(NumberOf([] { (void)AskText("Name?"); }), FailureNumber::NoSuchMember) << "it has no such member";
 }
 
 } // namespace

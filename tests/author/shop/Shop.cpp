@@ -107,11 +107,16 @@ private:
         Action("Sell")->SetEnabled(false);
         SetStatus("Sold");
     }
+    void OnName() {
+        const auto oName = AskText("What is it called?");
+        SetStatus(oName ? "Named " + *oName : "Not named");
+    }
     void OnBuy(const Ref<ActionItem>& oActionItem) { (void)Action(oActionItem->Name() + "er"); }
 
 public:
     static constexpr auto Members =
-        Methods<&ShopService::Start, &ShopService::OnSell, &ShopService::OnBuy>(Property("Heard", &ShopService::Heard));
+        Methods<&ShopService::Start, &ShopService::OnSell, &ShopService::OnName, &ShopService::OnBuy>(
+            Property("Heard", &ShopService::Heard));
 };
 
 } // namespace

@@ -8,7 +8,7 @@ void @Name@Item::OnOpen() {
 }
 
 std::vector<std::string>& @Name@Folder::Names() {
-    static std::vector<std::string> names{"Item 1"};
+    static std::vector<std::string> names;
     return names;
 }
 

@@ -6,6 +6,7 @@
 using namespace corvane;
 
 void @Name@Service::Start() {
+    @Name@Folder::Names() = {"Item 1"};
     Explorer()->Populate();
     SetStatus("Ready");
 }
