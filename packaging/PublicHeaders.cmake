@@ -44,6 +44,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/menus/ActionItem.h
   corvane/menus/IActionsProvider.h
   corvane/menus/MenuManager.h
+  corvane/menus/MenuSection.h
 
   corvane/platform/Entering.h
   corvane/platform/Handlers.h
@@ -93,6 +94,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/windows/IWindowFormController.h
   corvane/windows/IWindowFormFactory.h
   corvane/windows/PageBase.h
+  corvane/windows/ProgressScope.h
   corvane/windows/Window.h
   corvane/windows/WindowEnums.h
   corvane/windows/WindowManager.h

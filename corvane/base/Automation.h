@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <span>
 #include <string>
@@ -25,6 +26,58 @@ namespace corvane {
 namespace detail {
 
 template <class T>
+struct IsRef : std::false_type {};
+template <class T>
+struct IsRef<Ref<T>> : std::true_type {
+    using Pointee = T;
+};
+
+template <class T>
+concept Text = std::same_as<T, std::string> || std::same_as<T, std::string_view>;
+
+template <class T>
+concept Passable = std::same_as<T, Variant> || std::same_as<T, bool> || std::is_enum_v<T> || std::same_as<T, Long> ||
+    LongLongNumber<T> || std::same_as<T, Single> || std::same_as<T, Double> || Text<T> || IsRef<T>::value;
+
+template <class T>
+bool AcceptsAs(const Object& oObject) {
+    return dynamic_cast<const T*>(&oObject) != nullptr;
+}
+
+template <class T>
+constexpr ValueInfo InfoOf() {
+    using Plain = std::remove_cvref_t<T>;
+    if constexpr (std::is_void_v<Plain>)
+        return {};
+    else if constexpr (std::is_same_v<Plain, Variant>)
+        return {ValueType::Any};
+    else if constexpr (std::is_same_v<Plain, bool>)
+        return {ValueType::Boolean};
+    else if constexpr (std::is_enum_v<Plain>)
+        return {ValueType::Enumeration};
+    else if constexpr (std::is_same_v<Plain, Long>)
+        return {ValueType::Int32};
+    else if constexpr (LongLongNumber<Plain>)
+        return {ValueType::Int64};
+    else if constexpr (std::is_same_v<Plain, Single>)
+        return {ValueType::Float32};
+    else if constexpr (std::is_same_v<Plain, Double>)
+        return {ValueType::Float64};
+    else if constexpr (IsRef<Plain>::value)
+        return {ValueType::Reference, &AcceptsAs<typename IsRef<Plain>::Pointee>};
+    else
+        return {ValueType::Text};
+}
+
+// Fails with 6 when the number doesn't fit.
+template <class T>
+T NumberAs(LongLong lValue) {
+    if (!std::in_range<T>(lValue))
+        Fail(FailureNumber::Overflow);
+    return static_cast<T>(lValue);
+}
+
+template <class T>
 auto FromVariant(const Variant& vValue) {
     using Plain = std::remove_cvref_t<T>;
     if constexpr (std::is_same_v<Plain, Variant>)
@@ -35,6 +88,8 @@ auto FromVariant(const Variant& vValue) {
         return static_cast<Plain>(ToLong(vValue));
     else if constexpr (std::is_same_v<Plain, Long>)
         return ToLong(vValue);
+    else if constexpr (LongLongNumber<Plain>)
+        return NumberAs<Plain>(ToLongLong(vValue));
     else if constexpr (std::is_same_v<Plain, Single>)
         return ToSingle(vValue);
     else if constexpr (std::is_same_v<Plain, Double>)
@@ -42,7 +97,7 @@ auto FromVariant(const Variant& vValue) {
     else if constexpr (std::is_same_v<Plain, std::string> || std::is_same_v<Plain, std::string_view>)
         return ToText(vValue);
     else
-        return ToObject(vValue).As<std::remove_pointer_t<decltype(std::declval<Plain>().Get())>>();
+        return ToObject(vValue).As<typename IsRef<Plain>::Pointee>();
 }
 
 template <class T>
@@ -69,10 +124,46 @@ struct Signature<R (C::*)(P...) noexcept> : Signature<R (C::*)(P...)> {};
 template <class C, class R, class... P>
 struct Signature<R (C::*)(P...) const noexcept> : Signature<R (C::*)(P...)> {};
 
+// A parameter that a member changes in its caller can't be passed by name.
+template <class T>
+inline constexpr bool IsParameter = Passable<std::remove_cvref_t<T>> &&
+                                    !(std::is_lvalue_reference_v<T> && !std::is_const_v<std::remove_reference_t<T>>);
+template <class T>
+inline constexpr bool IsResult =
+    std::is_void_v<T> || Passable<std::remove_cvref_t<T>> || std::is_same_v<std::decay_t<T>, const char*>;
+
+template <class F>
+inline constexpr bool IsCallable = false;
+template <class C, class R, class... P>
+inline constexpr bool IsCallable<R (C::*)(P...)> = IsResult<R> && (IsParameter<P> && ...);
+template <class C, class R, class... P>
+inline constexpr bool IsCallable<R (C::*)(P...) const> = IsCallable<R (C::*)(P...)>;
+template <class C, class R, class... P>
+inline constexpr bool IsCallable<R (C::*)(P...) noexcept> = IsCallable<R (C::*)(P...)>;
+template <class C, class R, class... P>
+inline constexpr bool IsCallable<R (C::*)(P...) const noexcept> = IsCallable<R (C::*)(P...)>;
+
+// Stands for a member that has been refused, so that the compiler has nothing more to say of it.
+struct Refused {};
+
+template <class F>
+constexpr auto Checked(F fnMember) {
+    static_assert(IsCallable<F>,
+                  "What is called by name is a member function that takes and returns values of these types alone: "
+                  "Variant, bool, Long, LongLong and other whole numbers of 64 bits, Single, Double, std::string, "
+                  "std::string_view, enumerations, and Ref<T> to an object; parameters by value or by const reference");
+    if constexpr (IsCallable<F>)
+        return fnMember;
+    else
+        return static_cast<void (Refused::*)()>(nullptr);
+}
+
 template <class C, class F, std::size_t... I>
 Variant CallMember(C& oObject, F fnMember, std::span<const Variant> aArguments, std::index_sequence<I...>) {
     using S = Signature<F>;
-    if constexpr (std::is_void_v<typename S::Result>) {
+    if constexpr (std::is_same_v<F, void (Refused::*)()>) {
+        return {};
+    } else if constexpr (std::is_void_v<typename S::Result>) {
         (oObject.*fnMember)(FromVariant<std::tuple_element_t<I, typename S::Parameters>>(aArguments[I])...);
         return {};
     } else {
@@ -80,6 +171,11 @@ Variant CallMember(C& oObject, F fnMember, std::span<const Variant> aArguments, 
             (oObject.*fnMember)(FromVariant<std::tuple_element_t<I, typename S::Parameters>>(aArguments[I])...));
     }
 }
+
+template <class Parameters>
+inline constexpr auto InfosOf = nullptr;
+template <class... P>
+inline constexpr std::array<ValueInfo, sizeof...(P)> InfosOf<std::tuple<P...>>{InfoOf<P>()...};
 
 constexpr char Small(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
@@ -118,21 +214,22 @@ struct MemberEntry {
             detail::CallMember(oObject, fnWrite, std::span(&vValue, 1), std::make_index_sequence<1>{});
     }
     static constexpr std::size_t ParameterCount = detail::Signature<Call>::Count;
+    using Called = detail::Signature<Call>;
     static constexpr bool CanWrite = !std::is_same_v<Write, std::nullptr_t>;
 };
 
 // Names are of ASCII letters, digits and underscores.
 template <class Call>
 constexpr auto Method(std::string_view sName, Call fnCall) {
-    return MemberEntry<Call, std::nullptr_t>{sName, fnCall, nullptr, MemberInfo::Kind::Method};
+    return MemberEntry{sName, detail::Checked(fnCall), nullptr, MemberInfo::Kind::Method};
 }
 template <class Get>
 constexpr auto Property(std::string_view sName, Get fnGet) {
-    return MemberEntry<Get, std::nullptr_t>{sName, fnGet, nullptr, MemberInfo::Kind::Property};
+    return MemberEntry{sName, detail::Checked(fnGet), nullptr, MemberInfo::Kind::Property};
 }
 template <class Get, class Set>
 constexpr auto Property(std::string_view sName, Get fnGet, Set fnSet) {
-    return MemberEntry<Get, Set>{sName, fnGet, fnSet, MemberInfo::Kind::Property};
+    return MemberEntry{sName, detail::Checked(fnGet), detail::Checked(fnSet), MemberInfo::Kind::Property};
 }
 
 namespace detail {
@@ -196,11 +293,12 @@ public:
         return Size;
     }
 
-    // In the order of the entries.
+    // In the order of the entries. Classes of which parameters hold references are complete only where this is called.
     [[nodiscard]] std::array<MemberInfo, Size> Listed() const {
         return {MemberInfo{Entry<I, Entries>().Name, Entry<I, Entries>().What,
                            Entry<I, Entries>().What == MemberInfo::Kind::Method ? Entries::ParameterCount : 0,
-                           Entries::CanWrite}...};
+                           Entries::CanWrite, detail::InfosOf<typename Entries::Called::Parameters>,
+                           detail::InfoOf<typename Entries::Called::Result>()}...};
     }
 
     template <class Derived>

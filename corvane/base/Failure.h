@@ -8,6 +8,7 @@
 namespace corvane {
 
 using Long = std::int32_t;
+using LongLong = std::int64_t; // identifiers of databases, sizes of files
 using Single = float;
 using Double = double;
 
@@ -48,6 +49,9 @@ public:
     std::string HelpFile;
     Long HelpContext;
     Long Line = 0; // in the definition file that was being read; 0 when there is none
+    // Which procedure of a plug-in the failure left, as in "in NewBirds (BirdsService.OnNewBird, service Birds,
+    // Services/Birds.xml:12)"; those that had called it follow behind a comma. Empty outside of plug-ins.
+    std::string Context;
 };
 
 // Throws a Failure. Out of line, so that the checks of inlined code stay small.

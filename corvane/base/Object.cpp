@@ -1,6 +1,7 @@
 #include "corvane/base/Object.h"
 
 #include "corvane/base/Failure.h"
+#include "corvane/base/ObjectWatch.h"
 #include "corvane/base/Text.h"
 #include "corvane/base/Variant.h"
 
@@ -12,7 +13,9 @@
 
 namespace corvane {
 
-Object::~Object() = default;
+Object::~Object() {
+    ObjectWatch::Forget(*this);
+}
 
 Long Object::ObjectKey() const noexcept {
     // Far from the small numbers that applications use as keys of their windows, next to which these are.

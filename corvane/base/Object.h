@@ -1,5 +1,5 @@
 // The root of everything that crosses an interface: an intrusive reference count, a class name at run time, and calls
-// by name. One thread: the count is not atomic.
+// by name. One thread: the count is not atomic, and debug builds check it.
 #pragma once
 
 #include "corvane/base/Failure.h"
@@ -14,7 +14,17 @@
 
 namespace corvane {
 
+class Object;
 class Variant;
+
+// The type of a value that travels by name. Any is a Variant, Nothing the result of a procedure.
+enum class ValueType { Nothing, Any, Boolean, Int32, Int64, Float32, Float64, Text, Enumeration, Reference };
+
+struct ValueInfo {
+    ValueType What = ValueType::Nothing;
+    // Of a Reference: whether one to this object may be passed; a null pointer for other types.
+    bool (*Accepts)(const Object& oObject) = nullptr;
+};
 
 // One callable member, as documentation and tools list it.
 struct MemberInfo {
@@ -23,7 +33,20 @@ struct MemberInfo {
     Kind What;
     std::size_t ParameterCount; // of a method; 0 for a property
     bool CanWrite;              // a property that takes a value
+    // As many as ParameterCount, in order. They last as long as the class's code.
+    std::span<const ValueInfo> Parameters = {};
+    ValueInfo Result = {}; // of a method, or what a property holds
 };
+
+// What debug builds watch. The functions are there in every build, so that debug plug-ins fit a library of any.
+namespace detail {
+
+// Ends the program with a message that names the class when this isn't the thread that has loaded the library.
+[[gnu::visibility("default")]] void CheckThread(const Object& oObject) noexcept;
+// A debug build of the library knows its living objects.
+[[gnu::visibility("default")]] void ObjectMade(const Object& oObject) noexcept;
+
+} // namespace detail
 
 class __attribute__((visibility("default"))) Object {
 public:
@@ -33,8 +56,12 @@ public:
     static void* operator new(std::size_t nBytes) { return SmallMemory::Take(nBytes); }
     static void operator delete(void* pMemory, std::size_t nBytes) noexcept { SmallMemory::GiveBack(pMemory, nBytes); }
 
-    void AddRef() const noexcept { ++m_nReferences; }
+    void AddRef() const noexcept {
+        CheckThread();
+        ++m_nReferences;
+    }
     void Release() const noexcept {
+        CheckThread();
         if (--m_nReferences == 0)
             delete this;
     }
@@ -59,8 +86,21 @@ public:
     // long.
     [[nodiscard]] virtual bool HasMember(std::string_view sName) const;
 
+    // In debug builds alone: fails the program when another thread than the library's uses the object.
+    void CheckThread() const noexcept {
+#ifndef NDEBUG
+        detail::CheckThread(*this);
+#endif
+    }
+
 protected:
+#ifdef NDEBUG
     Object() = default;
+#else
+    Object() {
+        detail::ObjectMade(*this);
+    }
+#endif
     virtual ~Object();
 
 private:

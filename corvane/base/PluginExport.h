@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <type_traits>
 
 namespace corvane {
 
@@ -25,10 +26,18 @@ inline constexpr std::uint32_t PluginAbiVersion = 1;
 inline constexpr const char* PluginBuildTag = "itanium " CORVANE_DETAIL_STANDARD_LIBRARY " " CORVANE_INTERFACE_HASH;
 #undef CORVANE_DETAIL_STANDARD_LIBRARY
 
+class IExplorerItemAccess;
+class IPageAccess;
+class IServiceAccess;
+
 struct PluginClass {
     const char* ProgID;
     Object* (*Create)();                  // a new object with one reference, which the caller takes over
     std::vector<MemberInfo> (*Members)(); // without creating one
+    // What the library can use its objects as.
+    bool IsService;
+    bool IsExplorerItem;
+    bool IsPage;
 };
 
 // What the library's one function returns. Until the ABI version is known to fit, nothing behind it is read.
@@ -51,7 +60,10 @@ constexpr PluginClass Class(const char* sProgID) {
                 } else {
                     return {};
                 }
-            }};
+            },
+            // A class whose file doesn't know the interface can't have it.
+            std::is_convertible_v<T*, IServiceAccess*>, std::is_convertible_v<T*, IExplorerItemAccess*>,
+            std::is_convertible_v<T*, IPageAccess*>};
 }
 
 } // namespace corvane

@@ -51,11 +51,20 @@ public:
     T* operator->() const {
         if (!m_pObject) [[unlikely]]
             FailObjectNotSet();
+#ifndef NDEBUG
+        m_pObject->CheckThread();
+#endif
         return m_pObject;
     }
-    T& operator*() const { return *operator->(); }
-    [[nodiscard]] T* Get() const noexcept { return m_pObject; }
-    explicit operator bool() const noexcept { return m_pObject != nullptr; }
+    T& operator*() const {
+        return *operator->();
+    }
+    [[nodiscard]] T* Get() const noexcept {
+        return m_pObject;
+    }
+    explicit operator bool() const noexcept {
+        return m_pObject != nullptr;
+    }
 
     // The same object seen as another type. Fails with 13 when it isn't one; nothing stays nothing.
     template <class U>
@@ -74,7 +83,9 @@ public:
             return Ref<U>(dynamic_cast<U*>(m_pObject));
     }
 
-    void Swap(Ref& oOther) noexcept { std::swap(m_pObject, oOther.m_pObject); }
+    void Swap(Ref& oOther) noexcept {
+        std::swap(m_pObject, oOther.m_pObject);
+    }
 
 private:
     void Hold() const noexcept {

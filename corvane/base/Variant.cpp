@@ -30,6 +30,8 @@ std::optional<Double> Number(const Variant& vValue) {
         return *pBoolean ? -1.0 : 0.0;
     if (const auto* pLong = vValue.Get<Long>())
         return *pLong;
+    if (const auto* pLongLong = vValue.Get<LongLong>())
+        return static_cast<Double>(*pLongLong);
     if (const auto* pSingle = vValue.Get<Single>())
         return *pSingle;
     if (const auto* pDouble = vValue.Get<Double>())
@@ -114,7 +116,25 @@ bool ToBoolean(const Variant& vValue) {
 Long ToLong(const Variant& vValue) {
     if (const auto* pLong = vValue.Get<Long>())
         return *pLong;
+    if (const auto* pLongLong = vValue.Get<LongLong>(); pLongLong && !std::in_range<Long>(*pLongLong))
+        Fail(FailureNumber::Overflow);
     return RoundToLong(ToDouble(vValue));
+}
+
+LongLong ToLongLong(const Variant& vValue) {
+    if (const auto* pLongLong = vValue.Get<LongLong>())
+        return *pLongLong;
+    if (const auto* pText = vValue.Get<std::string>()) {
+        LongLong lWhole = 0;
+        const char* pEnd = pText->data() + pText->size();
+        if (const auto oRead = std::from_chars(pText->data(), pEnd, lWhole);
+            oRead.ptr == pEnd && oRead.ec == std::errc{})
+            return lWhole;
+    }
+    const Double dblRounded = std::nearbyint(ToDouble(vValue));
+    if (!(dblRounded >= -0x1p63 && dblRounded < 0x1p63))
+        Fail(FailureNumber::Overflow);
+    return static_cast<LongLong>(dblRounded);
 }
 
 Single ToSingle(const Variant& vValue) {
@@ -144,6 +164,8 @@ std::string ToText(const Variant& vValue) {
         return *pBoolean ? "True" : "False";
     if (const auto* pLong = vValue.Get<Long>())
         return std::to_string(*pLong);
+    if (const auto* pLongLong = vValue.Get<LongLong>())
+        return std::to_string(*pLongLong);
     if (const auto* pSingle = vValue.Get<Single>())
         return NumberText(*pSingle, 7);
     if (const auto* pDouble = vValue.Get<Double>())

@@ -3,18 +3,35 @@
 
 #include "corvane/base/Ref.h"
 
+#include <concepts>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace corvane {
+
+// Whole numbers of 64 bits under any of their names, and those of 32 bits that a Long can't hold.
+template <class T>
+concept LongLongNumber = std::integral<T> &&(sizeof(T) == 8 || std::same_as<T, std::uint32_t>);
+
+// A number of 64 bits as a LongLong. Fails with 6 when it is too large.
+template <LongLongNumber T>
+[[nodiscard]] LongLong AsLongLong(T nValue) {
+    if (!std::in_range<LongLong>(nValue))
+        Fail(FailureNumber::Overflow);
+    return static_cast<LongLong>(nValue);
+}
 
 class __attribute__((visibility("default"))) Variant {
 public:
     Variant() = default; // empty
     Variant(bool bValue) : m_vValue(bValue) {}
     Variant(Long lValue) : m_vValue(lValue) {}
+    template <LongLongNumber T>
+    Variant(T nValue) : m_vValue(AsLongLong(nValue)) {}
     Variant(Single fValue) : m_vValue(fValue) {}
     Variant(Double dblValue) : m_vValue(dblValue) {}
     Variant(std::string sValue) : m_vValue(std::move(sValue)) {}
@@ -37,7 +54,7 @@ public:
     friend bool operator==(const Variant& vLeft, const Variant& vRight) { return vLeft.m_vValue == vRight.m_vValue; }
 
 private:
-    std::variant<std::monostate, bool, Long, Single, Double, std::string, Ref<Object>> m_vValue;
+    std::variant<std::monostate, bool, Long, Single, Double, std::string, Ref<Object>, LongLong> m_vValue;
 };
 
 // Conversions. What doesn't convert fails with 13, what doesn't fit with 6. Empty converts as false, 0 and "".
@@ -45,6 +62,8 @@ private:
 // allowed. Whole numbers round half to even.
 [[nodiscard, gnu::visibility("default")]] bool ToBoolean(const Variant& vValue);
 [[nodiscard, gnu::visibility("default")]] Long ToLong(const Variant& vValue);
+// Without loss beyond 53 bits, also from a text of digits.
+[[nodiscard, gnu::visibility("default")]] LongLong ToLongLong(const Variant& vValue);
 [[nodiscard, gnu::visibility("default")]] Single ToSingle(const Variant& vValue);
 [[nodiscard, gnu::visibility("default")]] Double ToDouble(const Variant& vValue);
 // True and False; a single with up to seven significant digits, a double with up to fifteen, no trailing zeros.

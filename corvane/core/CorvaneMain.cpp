@@ -7,6 +7,7 @@
 #include "corvane/menus/IActionsProvider.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/services/IServiceAccess.h"
+#include "corvane/services/ServiceManager.h"
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/frmWindowSupport.h"
 
@@ -64,6 +65,10 @@ void Unload() {
 
 Ref<corvane::Framework> Framework() {
     return g_oFramework;
+}
+
+bool HasEnded() noexcept {
+    return g_oFramework && !g_oFramework.Get()->ServiceManager();
 }
 
 Long CenteredLeft(Long lItemWidth, Long lContainerWidth, Long lContainerLeft) try {

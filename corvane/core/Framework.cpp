@@ -48,19 +48,29 @@ Ref<ActiveBar> Framework::MainActiveBar() const {
 
 void Framework::Initialize(const Ref<MdiForm>& frmMain, const Ref<PanelForm>& frmExplorerPanel,
                            const Ref<IWindowFormFactory>& oWindowFormFactory) try {
+    const Ref<Framework> oSelf(this); // a plug-in may end the application
+    const Ref<corvane::ServiceManager> oServiceManager = m_oServiceManager;
+    const Ref<corvane::NavigationManager> oNavigationManager = m_oNavigationManager;
     m_frmMain = frmMain;
     m_oMainUnload = m_frmMain->OnUnload.Subscribe([this](bool&) { m_frmMain_Unload(); });
     const Ref<ActiveBar> oActiveBar = MainActiveBar();
     m_oStatusTool = oActiveBar->Bands()->Item("StatusBar")->Tools()->Item("Status");
-    m_oServiceManager->Initialize();
+    oServiceManager->Initialize();
+    if (!m_frmMain)
+        return;
     m_oWindowManager->Initialize(frmMain, oWindowFormFactory);
-    m_oNavigationManager->Initialize(frmMain, frmExplorerPanel);
+    oNavigationManager->Initialize(frmMain, frmExplorerPanel);
+    if (!m_frmMain)
+        return;
     m_oCVProgressBar->Initialize(oActiveBar, frmMain);
 } catch (...) {
     Reraise("Framework", "Initialize");
 }
 
-void Framework::Start() try { m_oServiceManager->Start(); } catch (...) {
+void Framework::Start() try {
+    const Ref<Framework> oSelf(this);
+    ServiceManager()->Start();
+} catch (...) {
     Reraise("Framework", "Start");
 }
 
@@ -80,6 +90,13 @@ void Framework::LetGo() {
     m_oMainUnload.Cancel();
     m_frmMain = nullptr;
     m_oCVProgressBar = nullptr;
+}
+
+void Framework::EndAfterFailure() {
+    const Ref<Framework> oSelf(this);
+    if (const Ref<corvane::ServiceManager> oServiceManager = m_oServiceManager)
+        oServiceManager->TerminateRest();
+    LetGo();
 }
 
 // A picture that can't be loaded isn't a picture: callers show none, and the next call tries again.

@@ -40,7 +40,8 @@ public:
     // form has a member "ActiveBar" whose band "StatusBar" holds the tool "Status".
     void Initialize(const Ref<MdiForm>& frmMain, const Ref<PanelForm>& frmExplorerPanel,
                     const Ref<IWindowFormFactory>& oWindowFormFactory);
-    // By the host, once, after Initialize: starts the services.
+    // By the host, once, after Initialize: starts the services. Both end at once, without a failure, when a plug-in
+    // ends the application; the main form isn't loaded then, and the host doesn't enter its message loop.
     void Start();
 
     // After Initialize. The toggles invert the item's check mark and show or hide accordingly.
@@ -76,6 +77,10 @@ public:
 
     // Called when the library is unloaded: releases what is left if services failed to terminate. No effect afterwards.
     void LetGo();
+    // By the host, when the main form's unload has failed because a service failed to end: the services that haven't
+    // been reached end, too, each failure being shown, and everything is let go, so that the form's next unload takes
+    // it away. Harmless otherwise.
+    void EndAfterFailure();
 
     Ref<IService> Service() override;
 

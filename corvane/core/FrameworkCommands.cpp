@@ -54,16 +54,17 @@ void Framework::ViewNavigation(const Ref<ActionItem>& oActionItem) try {
 
 void Framework::WindowAction(const Ref<ActionItem>& oActionItem) try {
     const std::string sName = oActionItem->Name();
+    const Ref<MdiForm> frmMain = m_frmMain;
     if (EqualText(sName, "TileHorizontally"))
-        m_frmMain->Arrange(Arrangement::TileHorizontal);
+        frmMain->Arrange(Arrangement::TileHorizontal);
     else if (EqualText(sName, "TileVertically"))
-        m_frmMain->Arrange(Arrangement::TileVertical);
+        frmMain->Arrange(Arrangement::TileVertical);
     else if (EqualText(sName, "Cascade"))
-        m_frmMain->Arrange(Arrangement::Cascade);
+        frmMain->Arrange(Arrangement::Cascade);
     else if (EqualText(sName, "ArrangeIcons"))
-        m_frmMain->Arrange(Arrangement::ArrangeIcons);
+        frmMain->Arrange(Arrangement::ArrangeIcons);
     else if (EqualText(sName, "CloseAll"))
-        m_oWindowManager->CloseAll();
+        WindowManager()->CloseAll();
 } catch (...) {
     Reraise("Framework", "WindowAction");
 }

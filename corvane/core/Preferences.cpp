@@ -12,8 +12,14 @@ void Preferences::Initialize(const std::string& sService, const std::string& sCa
     Reraise("Preferences", "Initialize");
 }
 
+// A default that has no text fails only where it is needed.
 std::string Preferences::GetValue(const std::string& sName, const Variant& vDefaultValue) const try {
-    return CurrentPlatform().oSettingsStore->Read(m_sService, m_sCategory, sName, ToText(vDefaultValue));
+    const Ref<ISettingsStore> oStore = CurrentPlatform().oSettingsStore;
+    if (!vDefaultValue.IsObject())
+        return oStore->Read(m_sService, m_sCategory, sName, ToText(vDefaultValue));
+    std::string sValue = oStore->Read(m_sService, m_sCategory, sName, {});
+    const bool bIsAbsent = sValue.empty() && !oStore->Read(m_sService, m_sCategory, sName, "absent").empty();
+    return bIsAbsent ? ToText(vDefaultValue) : sValue;
 } catch (...) {
     Reraise("Preferences", "GetValue");
 }

@@ -8,6 +8,8 @@
 #include "corvane/services/ExplorerItemDef.h"
 #include "corvane/windows/Window.h"
 
+#include <cstdio>
+
 namespace corvane {
 
 void ExplorerItemBase::AddToExplorer(const Ref<Object>& oExplorerItemObj, const std::string& sExplorerItemDefName) try {
@@ -24,14 +26,29 @@ void ExplorerItemBase::DeleteFromExplorer(const Ref<Object>& oExplorerItemObj) t
 }
 
 void ExplorerItemBase::Initialize(const Ref<corvane::ExplorerItemDef>& oExplorerItemDef) try {
+    const Ref<ExplorerItemBase> oSelf(this);
     m_oExplorerItemDef = oExplorerItemDef;
     m_colChildren = New<KeyedCollection<Ref<Object>>>();
-    InitializeEvent.Raise(m_colChildren);
+    m_bIsInitializing = true;
+    try {
+        InitializeEvent.Raise(m_colChildren);
+    } catch (...) {
+        m_bIsInitializing = false;
+        throw;
+    }
+    m_bIsInitializing = false;
 } catch (...) {
     Reraise("ExplorerItemBase", "IExplorerItem_Initialize");
 }
 
 void ExplorerItemBase::SetName(const std::string& sName) try {
+#ifndef NDEBUG
+    if (m_bIsInitializing)
+        std::fprintf(stderr,
+                     "Corvane: the explorer item \"%s\" calls SetName in its Initialize, which tells it of a rename by "
+                     "the user; NameSilently is how an item names itself.\n",
+                     sName.c_str());
+#endif
     m_sName = sName;
     OnAfterRename.Raise(m_sName);
 } catch (...) {
@@ -42,6 +59,7 @@ std::string ExplorerItemBase::TextFrom(const Event<std::string&>& oEvent) const 
     std::string sText = m_oExplorerItemDef->DisplayName();
     if (sText.empty())
         sText = m_sName;
+    const Ref<const ExplorerItemBase> oSelf(this);
     oEvent.Raise(sText);
     return sText;
 }

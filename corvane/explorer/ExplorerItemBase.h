@@ -14,7 +14,8 @@ class __attribute__((visibility("default"))) ExplorerItemBase final : public IEx
                                                                       public IActionsProvider,
                                                                       public IWindowExitHandler {
 public:
-    // For the item itself: raises no event. Renaming by the user goes through IExplorerItem::SetName.
+    // How an item names itself, in its handler of InitializeEvent at the latest: nothing is raised. SetName is for
+    // renaming by the user.
     void NameSilently(std::string sName) { m_sName = std::move(sName); }
     // Both nothing before the item has been added to the explorer.
     [[nodiscard]] Ref<ActionItemCollection> ActionItems() const override { return m_colActionItems; }
@@ -32,6 +33,8 @@ public:
     // As IExplorerItem.
     void Initialize(const Ref<corvane::ExplorerItemDef>& oExplorerItemDef) override;
     [[nodiscard]] std::string Name() const override { return m_sName; }
+    // A rename by the user: raises OnAfterRename. For naming itself an item calls NameSilently; a debug build says so
+    // on standard error when an item's Initialize comes here.
     void SetName(const std::string& sName) override;
     [[nodiscard]] std::string DisplayName() override;
     [[nodiscard]] std::string EditName() override;
@@ -47,6 +50,7 @@ private:
     [[nodiscard]] std::string TextFrom(const Event<std::string&>& oEvent) const;
 
     std::string m_sName;
+    bool m_bIsInitializing = false;
     Ref<corvane::ExplorerItemDef> m_oExplorerItemDef;
     Ref<KeyedCollection<Ref<Object>>> m_colChildren;
     Ref<ActionItemCollection> m_colActionItems;

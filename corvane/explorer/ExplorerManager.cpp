@@ -28,9 +28,9 @@ ExplorerManager::~ExplorerManager() = default;
 void ExplorerManager::Initialize(const Ref<ActiveBar>& oActiveBar, const Ref<PanelForm>& frmExplorerPanel) try {
     m_oObjectKeyProvider = New<ObjectKeyProvider>();
     m_oActiveBar = oActiveBar;
-    m_oBandClose = m_oActiveBar->BandClose.Subscribe([this](const Ref<Band>& oBand) { m_oActiveBar_BandClose(oBand); });
+    m_oBandClose = Hear(m_oActiveBar->BandClose, [this](const Ref<Band>& oBand) { m_oActiveBar_BandClose(oBand); });
     m_frmExplorerPanel = frmExplorerPanel;
-    m_oResize = m_frmExplorerPanel->Resize.Subscribe([this] { m_frmExplorerPanel_Resize(); });
+    m_oResize = Hear(m_frmExplorerPanel->Resize, [this] { m_frmExplorerPanel_Resize(); });
     const Ref<Band> oBand = m_oActiveBar->Bands()->Item(sExplorerBand);
     oBand->Tools()->Item("ExplorerPanel")->SetHostedControl(m_frmExplorerPanel);
     oBand->SetCaption("Study Explorer");
@@ -79,7 +79,7 @@ void ExplorerManager::SetupExplorerPanel() try {
     m_lPreviousTab = m_lActiveTab;
     // Last, so that the set-up of the tabs raises nothing into this object.
     m_tabExplorer = tabExplorer;
-    m_oTabClick = m_tabExplorer->Click.Subscribe([this](Long lPreviousTab) { m_tabExplorer_Click(lPreviousTab); });
+    m_oTabClick = Hear(m_tabExplorer->Click, [this](Long lPreviousTab) { m_tabExplorer_Click(lPreviousTab); });
 } catch (...) {
     Reraise("ExplorerManager", "SetupExplorerPanel");
 }
@@ -104,11 +104,16 @@ void ExplorerManager::SetupExplorerTab(Long iTab, const Ref<ExplorerItemDef>& oE
     Reraise("ExplorerManager", "SetupExplorerTab");
 }
 
+// An item that is added may end the application: then nothing more is added, and nothing shown.
 void ExplorerManager::Populate() try {
+    const Ref<ExplorerManager> oSelf(this);
     m_colExplorerItems = New<KeyedCollection<Ref<Object>>>();
     const auto colDefs = CorvaneMain::Framework()->ServiceManager()->ExplorerItemDefs();
-    for (const auto& tvw : m_colTreeViews)
+    for (const auto& tvw : m_colTreeViews) {
         AddFolderTreeNode(tvw, colDefs->Item(tvw->Tag()), "");
+        if (CorvaneMain::HasEnded())
+            return;
+    }
     m_oNavigationActionItem->SetEnabled(true);
     Show();
 } catch (...) {
@@ -116,6 +121,7 @@ void ExplorerManager::Populate() try {
 }
 
 void ExplorerManager::Clear() try {
+    const Ref<ExplorerManager> oSelf(this);
     m_nodActive = nullptr;
     m_bNodeClicked = false;
     for (const auto& tvw : m_colTreeViews) {
@@ -126,8 +132,11 @@ void ExplorerManager::Clear() try {
         }
     }
     if (m_colExplorerItems)
-        for (const auto& oExplorerItemObj : m_colExplorerItems)
+        for (const auto& oExplorerItemObj : m_colExplorerItems) {
             onRemove.Raise(oExplorerItemObj);
+            if (CorvaneMain::HasEnded())
+                return;
+        }
     m_colExplorerItems = nullptr;
     m_oNavigationActionItem->SetEnabled(false);
     Hide();
@@ -136,8 +145,10 @@ void ExplorerManager::Clear() try {
 }
 
 void ExplorerManager::Refresh() try {
+    const Ref<ExplorerManager> oSelf(this);
     Clear();
-    Populate();
+    if (!CorvaneMain::HasEnded())
+        Populate();
 } catch (...) {
     Reraise("ExplorerManager", "Refresh");
 }
@@ -157,8 +168,14 @@ void ExplorerManager::Hide() try { ShowBand(false); } catch (...) {
 }
 
 Ref<Object> ExplorerManager::FolderExplorerItemFactory(const Ref<ExplorerItemDef>& oExplorerItemDef) const try {
-    if (!oExplorerItemDef->ProgID().empty())
-        return CurrentPlatform().oObjectFactory->Create(oExplorerItemDef->ProgID());
+    if (!oExplorerItemDef->ProgID().empty()) {
+        try {
+            return CurrentPlatform().oObjectFactory->Create(oExplorerItemDef->ProgID());
+        } catch (...) {
+            RaiseFrom("in the creation of " + oExplorerItemDef->ProgID() + " (explorer item " +
+                      oExplorerItemDef->Name() + ")");
+        }
+    }
     auto oFolder = New<GenericFolder>();
     oFolder->ExplorerItem()->SetName(oExplorerItemDef->Name());
     return oFolder;
@@ -169,7 +186,12 @@ Ref<Object> ExplorerManager::FolderExplorerItemFactory(const Ref<ExplorerItemDef
 void ExplorerManager::AddFolderTreeNode(const Ref<corvane::TreeView>& tvw, const Ref<ExplorerItemDef>& oExplorerItemDef,
                                         const std::string& sParentKey) try {
     const Ref<Object> oExplorerItemObj = FolderExplorerItemFactory(oExplorerItemDef);
-    AddTreeNode(tvw, oExplorerItemObj, sParentKey, oExplorerItemDef)->SetExpanded(true);
+    if (CorvaneMain::HasEnded())
+        return;
+    const Ref<Node> nodNew = AddTreeNode(tvw, oExplorerItemObj, sParentKey, oExplorerItemDef);
+    if (!nodNew)
+        return;
+    nodNew->SetExpanded(true);
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     AddChildren(tvw, *oExplorerItem, oExplorerItemDef->ChildExplorerItemDefs());
 } catch (...) {
@@ -180,7 +202,10 @@ void ExplorerManager::AddFolderChildTreeNode(const Ref<corvane::TreeView>& tvw, 
                                              const std::string& sParentKey,
                                              const Ref<ExplorerItemDef>& oExplorerItemDef) try {
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
-    AddTreeNode(tvw, oExplorerItemObj, sParentKey, oExplorerItemDef)->SetExpanded(true);
+    const Ref<Node> nodNew = AddTreeNode(tvw, oExplorerItemObj, sParentKey, oExplorerItemDef);
+    if (!nodNew)
+        return;
+    nodNew->SetExpanded(true);
     AddChildren(tvw, *oExplorerItem, oExplorerItem->ExplorerItemDef()->ChildExplorerItemDefs());
 } catch (...) {
     Reraise("ExplorerManager", "AddFolderChildTreeNode");
@@ -193,16 +218,22 @@ void ExplorerManager::AddChildren(const Ref<corvane::TreeView>& tvw, IExplorerIt
         switch (oChildDef->ExplorerItemType()) {
         case ExplorerItemType::fwExplorerItemDefault:
             for (const auto& oChild : oExplorerItem.Children())
-                AddTreeNode(tvw, oChild, oExplorerItem.Name(), oChildDef);
+                if (!AddTreeNode(tvw, oChild, oExplorerItem.Name(), oChildDef))
+                    return;
             break;
         case ExplorerItemType::fwExplorerItemFolder:
             AddFolderTreeNode(tvw, oChildDef, oExplorerItem.Name());
             break;
         case ExplorerItemType::fwExplorerItemFolderChild:
-            for (const auto& oChild : oExplorerItem.Children())
+            for (const auto& oChild : oExplorerItem.Children()) {
+                if (CorvaneMain::HasEnded())
+                    return;
                 AddFolderChildTreeNode(tvw, oChild, oExplorerItem.Name(), oChildDef);
+            }
             break;
         }
+        if (CorvaneMain::HasEnded())
+            return;
     }
 }
 
@@ -210,18 +241,28 @@ std::string ExplorerManager::ObjectKeyText(const Ref<Object>& oObject) const {
     return ToText(m_oObjectKeyProvider->ObjectKey(oObject));
 }
 
+// Nothing when the item has ended the application.
 Ref<Node> ExplorerManager::AddTreeNode(const Ref<corvane::TreeView>& tvw, const Ref<Object>& oExplorerItemObj,
                                        const std::string& sParentKey,
                                        const Ref<ExplorerItemDef>& oExplorerItemDef) try {
+    const Ref<ExplorerManager> oSelf(this);
     const Entering oEntering(oExplorerItemObj);
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
-    oExplorerItem->Initialize(oExplorerItemDef);
+    CallItem(oExplorerItemObj, "Initialize", [&] { oExplorerItem->Initialize(oExplorerItemDef); });
+    if (CorvaneMain::HasEnded())
+        return nullptr;
     m_colExplorerItems->Add(oExplorerItemObj, ObjectKeyText(oExplorerItemObj));
     onAdd.Raise(oExplorerItemObj);
+    if (CorvaneMain::HasEnded())
+        return nullptr;
     const std::string sKey = TreeNodeKey(*oExplorerItem);
     const std::string sImage = oExplorerItemDef->Image().empty() ? std::string() : oExplorerItemDef->Name();
     const auto eRelationship = sParentKey.empty() ? NodeRelationship::First : NodeRelationship::Child;
-    Ref<Node> nodNew = tvw->GetNodes()->Add(sParentKey, eRelationship, sKey, oExplorerItem->DisplayName(), sImage);
+    std::string sText;
+    CallItem(oExplorerItemObj, "OnDisplayName", [&] { sText = oExplorerItem->DisplayName(); });
+    if (CorvaneMain::HasEnded())
+        return nullptr;
+    Ref<Node> nodNew = tvw->GetNodes()->Add(sParentKey, eRelationship, sKey, sText, sImage);
     nodNew->SetTag(ObjectKeyText(oExplorerItemObj));
     return nodNew;
 } catch (...) {
@@ -233,6 +274,15 @@ std::string ExplorerManager::TreeNodeKey(const IExplorerItem& oExplorerItem) con
     if (oDef->ExplorerItemType() == ExplorerItemType::fwExplorerItemDefault)
         return oDef->Name() + "." + oExplorerItem.Name();
     return oExplorerItem.Name();
+}
+
+void ExplorerManager::CallItem(const Ref<Object>& oExplorerItemObj, const char* sProcedure,
+                               const std::function<void()>& fnCall) {
+    try {
+        fnCall();
+    } catch (...) {
+        RaiseFrom(CorvaneMain::PlaceOf(oExplorerItemObj, sProcedure));
+    }
 }
 
 // The tree of the top-level definition above this one. A top-level definition itself isn't found: there is no tree
@@ -280,8 +330,11 @@ void ExplorerManager::DeleteFromExplorer(const Ref<Object>& oExplorerItemObj) tr
 }
 
 void ExplorerManager::StartRename(const Ref<Object>& oExplorerItemObj) try {
+    const Ref<ExplorerManager> oSelf(this);
     const Ref<IExplorerItem> oExplorerItem = CorvaneMain::QueryExplorerItem(oExplorerItemObj);
     const Ref<corvane::TreeView> tvw = TreeOf(oExplorerItem->ExplorerItemDef());
+    if (tvw->EditedNode() != tvw->GetNodes()->Find(TreeNodeKey(*oExplorerItem)))
+        tvw->EndLabelEdit();
     tvw->SetSelectedItem(tvw->GetNodes()->Item(TreeNodeKey(*oExplorerItem)));
     tvw->StartLabelEdit();
 } catch (...) {

@@ -11,6 +11,7 @@
 #include "corvane/platform/controls/TabStrip.h"
 #include "corvane/platform/controls/TreeView.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -53,7 +54,8 @@ public:
     // Raises no event. The nodes below it are removed, too, but their objects stay until Clear. Fails with 5
     // when the object isn't there.
     void DeleteFromExplorer(const Ref<Object>& oExplorerItemObj);
-    // Selects the item's node and opens its label for editing; what is edited then is the active item.
+    // Selects the item's node and opens its label for editing; what is edited then is the active item. A label that is
+    // open already ends first, with what has been typed there.
     void StartRename(const Ref<Object>& oExplorerItemObj);
     // The tree of the active tab; nothing without tabs.
     [[nodiscard]] const Ref<corvane::TreeView>& TreeView() const { return m_tvwActiveTreeView; }
@@ -87,13 +89,23 @@ private:
     [[nodiscard]] std::string TreeNodeKey(const IExplorerItem& oExplorerItem) const;
 
     // Pieces of the above.
+    // Handlers of controls hold this object: what they call may end the application, which lets go of it.
+    template <class Event, class Handler>
+    [[nodiscard]] Subscription Hear(Event& oEvent, Handler fnHandler) {
+        return oEvent.Subscribe([this, fnHandler](auto&&... aArguments) {
+            const Ref<ExplorerManager> oSelf(this);
+            fnHandler(aArguments...);
+        });
+    }
+    // What an item's procedure fails with says whose it was.
+    static void CallItem(const Ref<Object>& oExplorerItemObj, const char* sProcedure,
+                         const std::function<void()>& fnCall);
     void SetTreeView(Ref<corvane::TreeView> tvw);
     void ShowBand(bool bVisible);
     void AddChildren(const Ref<corvane::TreeView>& tvw, IExplorerItem& oExplorerItem,
                      const Ref<KeyedCollection<Ref<ExplorerItemDef>>>& colChildDefs);
     [[nodiscard]] Ref<corvane::TreeView> TreeOf(const Ref<ExplorerItemDef>& oExplorerItemDef) const;
     [[nodiscard]] std::string ObjectKeyText(const Ref<Object>& oObject) const;
-    void RefuseRename(IExplorerItem& oItem, const std::string& sNewString, const std::string& sOldName);
 
     Ref<KeyedCollection<Ref<corvane::TreeView>>> m_colTreeViews = New<KeyedCollection<Ref<corvane::TreeView>>>();
     Ref<Node> m_nodActive;

@@ -20,18 +20,19 @@ void ExplorerManager::SetTreeView(Ref<corvane::TreeView> tvw) {
     m_aTreeSubscriptions.clear();
     m_tvwActiveTreeView = std::move(tvw);
     corvane::TreeView& oTree = *m_tvwActiveTreeView;
-    m_aTreeSubscriptions.push_back(
-        oTree.BeforeLabelEdit.Subscribe([this](bool& bCancel) { m_tvwActiveTreeView_BeforeLabelEdit(bCancel); }));
-    m_aTreeSubscriptions.push_back(oTree.AfterLabelEdit.Subscribe(
-        [this](bool& bCancel, std::string& sNewString) { m_tvwActiveTreeView_AfterLabelEdit(bCancel, sNewString); }));
-    m_aTreeSubscriptions.push_back(oTree.Click.Subscribe([this] { m_tvwActiveTreeView_Click(); }));
-    m_aTreeSubscriptions.push_back(oTree.DblClick.Subscribe([this] { m_tvwActiveTreeView_DblClick(); }));
-    m_aTreeSubscriptions.push_back(
-        oTree.MouseDown.Subscribe([this](Long, Long, Single x, Single y) { m_tvwActiveTreeView_MouseDown(x, y); }));
-    m_aTreeSubscriptions.push_back(oTree.MouseUp.Subscribe(
-        [this](Long lButton, Long lShift, Single, Single) { m_tvwActiveTreeView_MouseUp(lButton, lShift); }));
-    m_aTreeSubscriptions.push_back(
-        oTree.NodeClick.Subscribe([this](const Ref<Node>&) { m_tvwActiveTreeView_NodeClick(); }));
+    const auto HearTree = [this](auto& oEvent, auto fnHandler) {
+        m_aTreeSubscriptions.push_back(Hear(oEvent, fnHandler));
+    };
+    HearTree(oTree.BeforeLabelEdit, [this](bool& bCancel) { m_tvwActiveTreeView_BeforeLabelEdit(bCancel); });
+    HearTree(oTree.AfterLabelEdit, [this](bool& bCancel, std::string& sNewString) {
+        m_tvwActiveTreeView_AfterLabelEdit(bCancel, sNewString);
+    });
+    HearTree(oTree.Click, [this] { m_tvwActiveTreeView_Click(); });
+    HearTree(oTree.DblClick, [this] { m_tvwActiveTreeView_DblClick(); });
+    HearTree(oTree.MouseDown, [this](Long, Long, Single x, Single y) { m_tvwActiveTreeView_MouseDown(x, y); });
+    HearTree(oTree.MouseUp,
+             [this](Long lButton, Long lShift, Single, Single) { m_tvwActiveTreeView_MouseUp(lButton, lShift); });
+    HearTree(oTree.NodeClick, [this](const Ref<Node>&) { m_tvwActiveTreeView_NodeClick(); });
 }
 
 Ref<Object> ExplorerManager::ActiveExplorerItemObject() const try {
@@ -58,6 +59,8 @@ void ExplorerManager::m_tvwActiveTreeView_NodeClick() try {
         m_nodActive->SetSelected(true);
     } else {
         OnInactive.Raise(ActiveExplorerItemObject());
+        if (CorvaneMain::HasEnded())
+            return;
         m_nodActive->SetSelected(false);
         m_nodActive = nodSelected;
         OnActive.Raise(ActiveExplorerItemObject());
@@ -117,8 +120,11 @@ void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel) try {
         bCancel = true;
         return;
     }
-    const Entering oEntering(ActiveExplorerItemObject());
-    m_tvwActiveTreeView->SelectedItem()->SetText(ActiveExplorerItem()->EditName());
+    const Ref<Object> oItemObj = ActiveExplorerItemObject();
+    const Entering oEntering(oItemObj);
+    std::string sEditName;
+    CallItem(oItemObj, "OnBeforeRename", [&] { sEditName = ActiveExplorerItem()->EditName(); });
+    m_tvwActiveTreeView->SelectedItem()->SetText(sEditName);
     m_tvwActiveTreeView->Refresh();
 } catch (...) {
     Report("ExplorerManager", "m_tvwActiveTreeView_BeforeLabelEdit");
@@ -126,26 +132,24 @@ void ExplorerManager::m_tvwActiveTreeView_BeforeLabelEdit(bool& bCancel) try {
 
 void ExplorerManager::m_tvwActiveTreeView_AfterLabelEdit(bool& bCancel, std::string& sNewString) try {
     const Ref<IExplorerItem> oItem = ActiveExplorerItem();
-    const Entering oEntering(ActiveExplorerItemObject());
+    const Ref<Object> oItemObj = ActiveExplorerItemObject();
+    const Entering oEntering(oItemObj);
     if (EqualText(oItem->Name(), sNewString))
         return;
     const std::string sOldName = oItem->Name();
-    oItem->SetName(sNewString);
+    CallItem(oItemObj, "OnAfterRename", [&] { oItem->SetName(sNewString); });
+    if (CorvaneMain::HasEnded())
+        return;
     if (m_tvwActiveTreeView->GetNodes()->HasKey(TreeNodeKey(*oItem))) {
-        RefuseRename(*oItem, sNewString, sOldName);
+        CurrentPlatform().oMessageBox->ShowInformation(sNewString + " already exists", "Rename");
+        CallItem(oItemObj, "OnAfterRename", [&] { oItem->SetName(sOldName); });
         bCancel = true;
     } else {
-        sNewString = oItem->DisplayName();
+        CallItem(oItemObj, "OnDisplayName", [&] { sNewString = oItem->DisplayName(); });
         m_tvwActiveTreeView->SelectedItem()->SetKey(TreeNodeKey(*oItem));
     }
 } catch (...) {
-    Report("ExplorerManager", "m_tvwActiveTreeView_AfterLabelEdit");
-    bCancel = true; // a text that may have been taken in part isn't shown as taken
-}
-
-void ExplorerManager::RefuseRename(IExplorerItem& oItem, const std::string& sNewString, const std::string& sOldName) {
-    CurrentPlatform().oMessageBox->ShowInformation(sNewString + " already exists", "Rename");
-    oItem.SetName(sOldName);
+    Report("ExplorerManager", "m_tvwActiveTreeView_AfterLabelEdit"); // the control goes on with its own edit
 }
 
 void ExplorerManager::m_tabExplorer_Click(Long lPreviousTab) try {

@@ -24,31 +24,35 @@ NavigationManager::NavigationManager()
 
 NavigationManager::~NavigationManager() = default;
 
+// The object lives on while its handler runs: what is called from there may end the application.
+void NavigationManager::Subscribe(Event<const Ref<Object>&>& oEvent, Handler fnHandler) {
+    m_aSubscriptions.push_back(oEvent.Subscribe([this, fnHandler](const Ref<Object>& oObject) {
+        const Ref<NavigationManager> oSelf(this);
+        (this->*fnHandler)(oObject);
+    }));
+}
+
 void NavigationManager::SubscribeToExplorer() {
-    const auto Hear = [this](auto& oEvent, void (NavigationManager::*fnHandler)(const Ref<Object>&)) {
-        m_aSubscriptions.push_back(
-            oEvent.Subscribe([this, fnHandler](const Ref<Object>& oItemObj) { (this->*fnHandler)(oItemObj); }));
-    };
-    Hear(m_oExplorerManager->onAdd, &NavigationManager::m_oExplorerManager_onAdd);
-    Hear(m_oExplorerManager->onRemove, &NavigationManager::m_oExplorerManager_onRemove);
-    Hear(m_oExplorerManager->OnOpen, &NavigationManager::m_oExplorerManager_OnOpen);
-    Hear(m_oExplorerManager->OnActive, &NavigationManager::m_oExplorerManager_OnActive);
-    Hear(m_oExplorerManager->OnInactive, &NavigationManager::m_oExplorerManager_OnInactive);
-    Hear(m_oExplorerManager->OnContextMenu, &NavigationManager::m_oExplorerManager_OnContextMenu);
+    Subscribe(m_oExplorerManager->onAdd, &NavigationManager::m_oExplorerManager_onAdd);
+    Subscribe(m_oExplorerManager->onRemove, &NavigationManager::m_oExplorerManager_onRemove);
+    Subscribe(m_oExplorerManager->OnOpen, &NavigationManager::m_oExplorerManager_OnOpen);
+    Subscribe(m_oExplorerManager->OnActive, &NavigationManager::m_oExplorerManager_OnActive);
+    Subscribe(m_oExplorerManager->OnInactive, &NavigationManager::m_oExplorerManager_OnInactive);
+    Subscribe(m_oExplorerManager->OnContextMenu, &NavigationManager::m_oExplorerManager_OnContextMenu);
 }
 
 void NavigationManager::SubscribeToWindows() {
-    m_aSubscriptions.push_back(m_oWindowManager->PageInitializeEvent.Subscribe(
-        [this](const Ref<Object>& oPageObj) { m_oWindowManager_PageInitialize(oPageObj); }));
-    m_aSubscriptions.push_back(m_oWindowManager->PageActivateEvent.Subscribe(
-        [this](const Ref<Object>& oPageObj) { m_oWindowManager_PageActivate(oPageObj); }));
-    m_aSubscriptions.push_back(m_oWindowManager->PageDeactivateEvent.Subscribe(
-        [this](const Ref<Object>& oPageObj) { m_oWindowManager_PageDeactivate(oPageObj); }));
+    Subscribe(m_oWindowManager->PageInitializeEvent, &NavigationManager::m_oWindowManager_PageInitialize);
+    Subscribe(m_oWindowManager->PageActivateEvent, &NavigationManager::m_oWindowManager_PageActivate);
+    Subscribe(m_oWindowManager->PageDeactivateEvent, &NavigationManager::m_oWindowManager_PageDeactivate);
 }
 
 void NavigationManager::Initialize(const Ref<MdiForm>& frmMain, const Ref<PanelForm>& frmExplorerPanel) try {
+    const Ref<NavigationManager> oSelf(this);
     m_frmMain = frmMain;
     m_oMenuManager->Initialize(ToObject(m_frmMain->Invoke("ActiveBar", {})).As<ActiveBar>());
+    if (CorvaneMain::HasEnded())
+        return;
     m_oExplorerManager->Initialize(ToObject(m_frmMain->Invoke("ActiveBar", {})).As<ActiveBar>(), frmExplorerPanel);
     m_oWindowManager = CorvaneMain::Framework()->WindowManager();
     SubscribeToWindows();

@@ -35,6 +35,8 @@ public:
     std::string_view TypeName() const override { return "NavigationManager"; }
 
 private:
+    using Handler = void (NavigationManager::*)(const Ref<Object>&);
+    void Subscribe(Event<const Ref<Object>&>& oEvent, Handler fnHandler);
     void SubscribeToExplorer();
     void SubscribeToWindows();
     void m_oExplorerManager_onAdd(const Ref<Object>& oExplorerItemObj);

@@ -111,11 +111,15 @@ void ActionItem::OnAction() try {
     const Ref<Object> oProvider = m_oActionsProviderObj;
     const Entering oEntering(oProvider);
     const std::string sAction = m_sAction;
-    if (m_oActionItemDef->PassActionItemParam()) {
-        const Variant vSelf = oSelf;
-        (void)oProvider->Invoke(sAction, std::span(&vSelf, 1));
-    } else {
-        (void)oProvider->Invoke(sAction, {});
+    try {
+        if (m_oActionItemDef->PassActionItemParam()) {
+            const Variant vSelf = oSelf;
+            (void)oProvider->Invoke(sAction, std::span(&vSelf, 1));
+        } else {
+            (void)oProvider->Invoke(sAction, {});
+        }
+    } catch (...) {
+        RaiseFrom(CorvaneMain::PlaceOf(oSelf));
     }
 } catch (...) {
     Reraise("ActionItem", "OnAction");

@@ -14,6 +14,7 @@ MenuManager::MenuManager() = default;
 MenuManager::~MenuManager() = default;
 
 void MenuManager::Initialize(const Ref<corvane::ActiveBar>& oActiveBar) try {
+    const Ref<MenuManager> oSelf(this); // a provider may end the application
     m_oActiveBar = oActiveBar;
     m_oToolClick = m_oActiveBar->ToolClick.Subscribe([this](const Ref<Tool>& oTool) { m_oActiveBar_ToolClick(oTool); });
     m_oBandOpen =
@@ -55,6 +56,8 @@ void MenuManager::FileDefinitions() {
 void MenuManager::AddServiceProviders() {
     const Ref<ServiceManager> oServiceManager = CorvaneMain::Framework()->ServiceManager();
     for (const auto& oServiceDef : oServiceManager->ServiceDefs()) {
+        if (CorvaneMain::HasEnded())
+            return;
         const Ref<Object> oService = oServiceManager->Services()->Item(oServiceDef->Name());
         if (!oServiceManager->IsServiceAlive(oService))
             continue;

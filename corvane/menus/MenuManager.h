@@ -55,7 +55,7 @@ public:
                               const std::string& sDescription);
 
     // Adds a title or an entry at run time, at the end of its menu. It fires nothing until the provider next becomes
-    // active with a definition of that action. Call Refresh afterwards.
+    // active with a definition of that action; MenuSection makes entries that fire at once. Call Refresh afterwards.
     void AddMenu(const Ref<Object>& oActionProviderObj, const Ref<IActionsProvider>& oActionProvider,
                  const std::string& sActionItemName, const std::string& sPath, Single fPositionOrder,
                  MenuType eMenuType, const std::string& sCaption, const std::string& sAction = {},
@@ -78,7 +78,7 @@ public:
     void AddToolbarItem(const Ref<MenuItemDef>& oMenuItemDef);
     // Lays out and repaints.
     void Refresh();
-    // The instances of a master tool take over its texts.
+    // The instances of a master tool take over the texts and pictures that it has.
     void ApplyTool(const Ref<Tool>& oTool);
     // The provider's attached tools hide and release it.
     void OnActionsProviderRemove(const Ref<Object>& oActionsProviderObj, const Ref<IActionsProvider>& oActionsProvider);
@@ -103,6 +103,8 @@ private:
     [[nodiscard]] Long MenuPositionKey(const MenuItemDef& oMenuItemDef) const;
 
     // Pieces of the above.
+    template <class Set>
+    void SetInstanceText(const std::string& sPath, const std::string& sActionItemName, Set fnSet) const;
     void FileDefinitions();
     void AddServiceProviders();
     Ref<Tool> AddTool(const std::string& sName);

@@ -38,6 +38,7 @@ void PrefetchAll(const Ref<ActionItemDefCollection>& colActionItemDefs,
 void MenuManager::OnActionsProviderAdd(const Ref<Object>& oActionsProviderObj,
                                        const Ref<IActionsProvider>& oActionsProvider,
                                        const Ref<ActionItemDefCollection>& colActionItemDefs, bool bActivate) try {
+    const Ref<MenuManager> oSelf(this); // a provider may end the application
     auto colActionItems = New<ActionItemCollection>();
     colActionItems->Reserve(static_cast<std::size_t>(colActionItemDefs->Count()));
     for (const auto& oActionItemDef : colActionItemDefs) {
@@ -62,6 +63,7 @@ void MenuManager::OnActionsProviderAdd(const Ref<Object>& oActionsProviderObj,
 void MenuManager::OnActionsProviderActive(const Ref<Object>& /*oActionsProviderObj*/,
                                           const Ref<IActionsProvider>& oActionsProvider,
                                           const Ref<ActionItemDefCollection>& colActionItemDefs) try {
+    const Ref<MenuManager> oSelf(this);
     const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
     PrefetchAll(colActionItemDefs, colActionItems);
     std::size_t nPlace = 0;
@@ -82,6 +84,7 @@ void MenuManager::OnActionsProviderActive(const Ref<Object>& /*oActionsProviderO
 void MenuManager::OnActionsProviderInActive(const Ref<Object>& /*oActionsProviderObj*/,
                                             const Ref<IActionsProvider>& oActionsProvider,
                                             const Ref<ActionItemDefCollection>& colActionItemDefs) try {
+    const Ref<MenuManager> oSelf(this);
     const Ref<ActionItemCollection> colActionItems = oActionsProvider->ActionItems();
     PrefetchAll(colActionItemDefs, colActionItems);
     std::size_t nPlace = 0;
@@ -104,6 +107,7 @@ void MenuManager::OnActionsProviderInActive(const Ref<Object>& /*oActionsProvide
 
 void MenuManager::OnActionsProviderRemove(const Ref<Object>& /*oActionsProviderObj*/,
                                           const Ref<IActionsProvider>& oActionsProvider) try {
+    const Ref<MenuManager> oSelf(this);
     for (const auto& oActionItem : oActionsProvider->ActionItems()) {
         const Ref<Tool> oTool = oActionItem->Tool();
         if (!oTool)
@@ -117,19 +121,26 @@ void MenuManager::OnActionsProviderRemove(const Ref<Object>& /*oActionsProviderO
     Reraise("MenuManager", "OnActionsProviderRemove");
 }
 
-// Both texts live on the instance alone, and many an action has none in that band: what isn't found is passed over.
+// Both texts live on the instance alone, and many an action has none in that band: what isn't found is passed over,
+// and so is a text that can't be set.
+template <class Set>
+void MenuManager::SetInstanceText(const std::string& sPath, const std::string& sActionItemName, Set fnSet) const {
+    try {
+        if (const Ref<Band> oBand = FindBand(sPath))
+            if (const Ref<Tool> oInstance = oBand->Tools()->Find(oBand->Name() + "." + sActionItemName))
+                fnSet(*oInstance);
+    } catch (...) {
+    }
+}
+
 void MenuManager::SetMenuCaption(const std::string& sPath, const std::string& sActionItemName,
                                  const std::string& sCaption) {
-    if (const Ref<Band> oBand = FindBand(sPath))
-        if (const Ref<Tool> oInstance = oBand->Tools()->Find(oBand->Name() + "." + sActionItemName))
-            oInstance->SetCaption(sCaption);
+    SetInstanceText(sPath, sActionItemName, [&](Tool& oInstance) { oInstance.SetCaption(sCaption); });
 }
 
 void MenuManager::SetActionDesctiption(const std::string& sPath, const std::string& sActionItemName,
                                        const std::string& sDescription) {
-    if (const Ref<Band> oBand = FindBand(sPath))
-        if (const Ref<Tool> oInstance = oBand->Tools()->Find(oBand->Name() + "." + sActionItemName))
-            oInstance->SetDescription(sDescription);
+    SetInstanceText(sPath, sActionItemName, [&](Tool& oInstance) { oInstance.SetDescription(sDescription); });
 }
 
 } // namespace corvane

@@ -11,6 +11,7 @@ using CorvaneMain::XMLAttributeText;
 const ActionItemDef::ImageNames ActionItemDef::m_oNoImages;
 
 void ActionItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
+    m_lLine = CorvaneMain::LineOf(oxmlDefinition);
     m_sName = XMLAttributeText(oxmlDefinition, "Name");
     m_sAction = XMLAttributeText(oxmlDefinition, "Action");
     m_bVisible = XMLAttributeBoolean(oxmlDefinition, "Visible", true);
@@ -20,8 +21,8 @@ void ActionItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
     m_bPassActionItemParam = XMLAttributeBoolean(oxmlDefinition, "PassActionItemParam", false);
     ImageNames oImages{XMLAttributeText(oxmlDefinition, "Image"), XMLAttributeText(oxmlDefinition, "ImageDisabled"),
                        XMLAttributeText(oxmlDefinition, "ImagePressed")};
-    if (!oImages.sNormal.IsEmpty() || !oImages.sDisabled.IsEmpty() || !oImages.sPressed.IsEmpty())
-        m_pImages = std::make_unique<const ImageNames>(std::move(oImages));
+    const bool bHasImages = !oImages.sNormal.IsEmpty() || !oImages.sDisabled.IsEmpty() || !oImages.sPressed.IsEmpty();
+    m_pImages = bHasImages ? std::make_unique<const ImageNames>(std::move(oImages)) : nullptr;
 } catch (...) {
     ReraiseAt("ActionItemDef", "Initialize", CorvaneMain::LineOf(oxmlDefinition));
 }
@@ -40,6 +41,8 @@ void ActionItemDef::Init(std::string sName, std::string sAction, bool bVisible, 
     m_bChecked = bChecked;
     m_sDescription = std::move(sDescription);
     m_bPassActionItemParam = bPassActionItemParam;
+    m_lLine = 0;
+    m_pImages = nullptr;
 }
 
 } // namespace corvane

@@ -42,9 +42,12 @@ public:
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
     // Consecutive actions often call the same procedure: then they share its name.
     void ShareTexts(const ActionItemDef& oBefore);
-    // For actions made in code.
+    // For actions made in code, which have no pictures.
     void Init(std::string sName, std::string sAction = {}, bool bVisible = true, bool bEnabled = true,
               bool bChecked = false, std::string sDescription = {}, bool bPassActionItemParam = false);
+
+    // Of the element in its file; 0 for an action made in code.
+    [[nodiscard]] Long Line() const { return m_lLine; }
 
     std::string_view TypeName() const override { return "ActionItemDef"; }
 
@@ -58,11 +61,12 @@ private:
 
     static const ImageNames m_oNoImages;
     SharedText m_sName;
-    bool m_bChecked = false;
-    bool m_bEnabled = false;
-    bool m_bVisible = false;
-    bool m_bIsShared = false;
-    bool m_bPassActionItemParam = true;
+    Long m_lLine = 0;
+    bool m_bChecked : 1 = false;
+    bool m_bEnabled : 1 = false;
+    bool m_bVisible : 1 = false;
+    bool m_bIsShared : 1 = false;
+    bool m_bPassActionItemParam : 1 = true;
     SharedText m_sAction;
     SharedText m_sDescription;
     Ref<corvane::Tool> m_oTool;

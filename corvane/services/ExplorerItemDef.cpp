@@ -32,6 +32,7 @@ Long ExplorerItemDef::PositionKey() const try {
 }
 
 void ExplorerItemDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
+    m_lLine = CorvaneMain::LineOf(oxmlDefinition);
     m_sName = ToText(XMLAttributeValue(oxmlDefinition, "Name"));
     m_sDisplayName = ToText(XMLAttributeValue(oxmlDefinition, "DisplayName"));
     m_sProgID = ToText(XMLAttributeValue(oxmlDefinition, "ProgID"));

@@ -37,6 +37,9 @@ public:
     // Releases parent and children, when the library is done with the definitions.
     void Untie();
 
+    // Of the element in its file; 0 when it isn't known.
+    [[nodiscard]] Long Line() const { return m_lLine; }
+
     std::string_view TypeName() const override { return "ExplorerItemDef"; }
 
 private:
@@ -45,6 +48,7 @@ private:
     std::string m_sProgID;
     corvane::ExplorerItemType m_eExplorerItemType{};
     Single m_fPositionOrder = 0;
+    Long m_lLine = 0;
     std::string m_sDefaultAction;
     bool m_bCanRename = false;
     std::string m_sImage;

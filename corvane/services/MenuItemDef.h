@@ -46,9 +46,8 @@ public:
 
 private:
     Single m_fPositionOrder = 0;
-    // Two small words rather than two long ones: there is a record for every entry.
-    corvane::MenuType m_eMenuType : 8 {};
-    corvane::SeparatorStyle m_eSeparatorStyle : 8 = corvane::SeparatorStyle::fwSeparatorNone;
+    corvane::MenuType m_eMenuType{};
+    corvane::SeparatorStyle m_eSeparatorStyle = corvane::SeparatorStyle::fwSeparatorNone;
     SharedText m_sCaption;
     SharedText m_sShortCutKey;
     SharedText m_sPath;

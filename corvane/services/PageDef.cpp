@@ -9,6 +9,7 @@ namespace corvane {
 using CorvaneMain::XMLAttributeValue;
 
 void PageDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
+    m_lLine = CorvaneMain::LineOf(oxmlDefinition);
     m_sPageProgID = ToText(XMLAttributeValue(oxmlDefinition, "PageProgID"));
     m_sCaption = ToText(XMLAttributeValue(oxmlDefinition, "Caption"));
     m_bIsOptional = ToBoolean(XMLAttributeValue(oxmlDefinition, "IsOptional"));

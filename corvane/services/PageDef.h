@@ -27,6 +27,9 @@ public:
     [[nodiscard]] std::string Key() const { return m_sPageProgID + "." + m_sCaption; }
     [[nodiscard]] bool HideExplorer() const { return m_bHideExplorer; }
 
+    // Of the element in its file; 0 when it isn't known.
+    [[nodiscard]] Long Line() const { return m_lLine; }
+
     std::string_view TypeName() const override { return "PageDef"; }
 
 private:
@@ -35,6 +38,7 @@ private:
     bool m_bIsOptional = false;
     bool m_bIsResizable = false;
     Single m_fPositionOrder = 0;
+    Long m_lLine = 0;
     Long m_lHelpContextID = 0;
     bool m_bHideExplorer = false;
     Ref<ActionItemDefCollection> m_colActionItemDefs;

@@ -10,6 +10,7 @@ using CorvaneMain::AtLineOf;
 using CorvaneMain::XMLAttributeValue;
 
 void ServiceDef::Initialize(const Ref<IXmlNode>& oxmlDefinition) try {
+    m_lLine = CorvaneMain::LineOf(oxmlDefinition);
     m_sName = ToText(XMLAttributeValue(oxmlDefinition, "Name"));
     m_sProgID = ToText(XMLAttributeValue(oxmlDefinition, "ProgID"));
     m_bIsStartService = ToBoolean(XMLAttributeValue(oxmlDefinition, "IsStartService", false));

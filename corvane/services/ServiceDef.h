@@ -23,11 +23,18 @@ public:
     // keeps what it has read.
     void Initialize(const Ref<IXmlNode>& oxmlDefinition);
 
+    // The file, as "Services/Birds.xml", and the element's line in it; empty and 0 where they aren't known.
+    [[nodiscard]] const std::string& File() const { return m_sFile; }
+    void SetFile(std::string sFile) { m_sFile = std::move(sFile); }
+    [[nodiscard]] Long Line() const { return m_lLine; }
+
     std::string_view TypeName() const override { return "ServiceDef"; }
 
 private:
     std::string m_sName;
     std::string m_sProgID;
+    std::string m_sFile;
+    Long m_lLine = 0;
     bool m_bIsStartService = false;
     Ref<KeyedCollection<Ref<ExplorerItemDef>>> m_colExplorerItemDefs = New<KeyedCollection<Ref<ExplorerItemDef>>>();
     Ref<ActionItemDefCollection> m_colActionItemDefs = New<ActionItemDefCollection>();

@@ -30,7 +30,8 @@ ServiceManager::~ServiceManager() {
 
 bool ServiceManager::IsServiceAlive(const Ref<Object>& oServiceSubclass) const noexcept {
     try {
-        return static_cast<bool>(oServiceSubclass.As<IServiceAccess>()->Service().As<ServiceBase>().Get());
+        (void)oServiceSubclass.As<IServiceAccess>()->Service().As<ServiceBase>();
+        return true;
     } catch (...) {
         return false; // a test, used before a call that would fail
     }
@@ -41,15 +42,20 @@ void ServiceManager::Initialize() try { LoadServices(); } catch (...) {
 }
 
 void ServiceManager::LoadServices() try {
+    const Ref<ServiceManager> oSelf(this); // a service's constructor may end the application
     m_colServiceObjects->Add(CorvaneMain::Framework(), sFrameworkProgID);
     const auto& oPlatform = CurrentPlatform();
     const std::string sFolder = oPlatform.oUtilities->GetAppFolder("Services");
     const std::vector<std::string> aFiles = oPlatform.oFileSystem->Files(sFolder);
     Ref<IXmlSchemaCache> oSchemaCache = oPlatform.oXmlService->NewSchemaCache();
     oSchemaCache->Add("", oPlatform.oFileSystem->Join(sFolder, "Service.xdr"));
-    for (const auto& sFile : aFiles)
+    const Long lTerminations = m_lTerminations;
+    for (const auto& sFile : aFiles) {
         if (EqualText(oPlatform.oFileSystem->Extension(sFile), "xml"))
             LoadServices(sFile, oSchemaCache);
+        if (m_lTerminations != lTerminations)
+            return;
+    }
     oSchemaCache = nullptr;
     ResolveExplorerItemDefReferences();
 } catch (...) {
@@ -64,11 +70,16 @@ void ServiceManager::LoadServices(const std::string& sFile, const Ref<IXmlSchema
         LoadService(sFile, oSchemaCache, sContext);
     } catch (...) {
         const Failure oFailure = CurrentFailure();
-        const auto& oPlatform = CurrentPlatform();
-        oPlatform.oUtilities->LogError(oPlatform.oUtilities->AppName(), TypeName(), "LoadServices", oFailure,
-                                       "Context: " + sContext + ", File: " + oPlatform.oFileSystem->FileName(sFile) +
-                                           ", Desc: " + oFailure.Description,
-                                       true);
+        try {
+            const auto& oPlatform = CurrentPlatform();
+            oPlatform.oUtilities->LogError(oPlatform.oUtilities->AppName(), TypeName(), "LoadServices", oFailure,
+                                           "Context: " + sContext +
+                                               ", File: " + oPlatform.oFileSystem->FileName(sFile) +
+                                               ", Desc: " + oFailure.Description,
+                                           true);
+        } catch (...) {
+            // A log that fails doesn't stop the other files either.
+        }
     }
 }
 
@@ -89,7 +100,7 @@ void ServiceManager::LoadService(const std::string& sFile, const Ref<IXmlSchemaC
     sContext = "Creating Service Instance";
     const Ref<Object> oService = ServiceObject(sProgID);
     sContext = "Initializing Service Definition";
-    AddDefinitions(oxmlService, oService);
+    AddDefinitions(oxmlService, oService, "Services/" + oPlatform.oFileSystem->FileName(sFile));
 }
 
 Ref<IXmlNode> ServiceManager::ReadDocument(const std::string& sFile, const Ref<IXmlSchemaCache>& oSchemaCache,
@@ -135,12 +146,15 @@ Ref<Object> ServiceManager::ServiceObject(const std::string& sProgID) {
     return oService;
 }
 
-void ServiceManager::AddDefinitions(const Ref<IXmlNode>& oxmlService, const Ref<Object>& oService) {
+void ServiceManager::AddDefinitions(const Ref<IXmlNode>& oxmlService, const Ref<Object>& oService,
+                                    const std::string& sFile) {
     auto oServiceDef = New<ServiceDef>();
+    oServiceDef->SetFile(sFile);
     oServiceDef->Initialize(oxmlService);
     for (const auto& oNode : oxmlService->SelectNodes("Windows/Window")) {
         auto oWindowDef = New<WindowDef>();
         oWindowDef->Initialize(oNode);
+        oWindowDef->SetOrigin(oServiceDef->Name(), sFile);
         CorvaneMain::AtLineOf(oNode, [&] { m_colWindowDefs->Add(oWindowDef, oWindowDef->Name()); });
     }
     for (const auto& oNode : oxmlService->SelectNodes("Preferences/Page")) {
@@ -173,26 +187,63 @@ void ServiceManager::ResolveExplorerItemDefReferences() try {
     Reraise("ServiceManager", "ResolveExplorerItemDefReferences");
 }
 
-void ServiceManager::Start() try {
-    for (const auto& oService : m_colServices) {
-        const Entering oEntering(oService);
-        if (const Ref<IService> oInner = CorvaneMain::QueryService(oService))
-            oInner->Initialize();
+namespace {
+
+// What a service's procedure fails with says whose it was.
+template <class Call>
+void CallService(const Ref<Object>& oService, const char* sProcedure, Call fnCall) {
+    const Entering oEntering(oService);
+    try {
+        fnCall();
+    } catch (...) {
+        RaiseFrom(CorvaneMain::PlaceOf(oService, sProcedure));
     }
-    const Entering oEntering(m_oStartService);
-    if (m_oStartService)
-        (void)m_oStartService->Invoke("Start", {});
+}
+
+} // namespace
+
+void ServiceManager::Start() try {
+    const Ref<ServiceManager> oSelf(this);
+    const Long lTerminations = m_lTerminations;
+    for (const auto& oService : m_colServices) {
+        CallService(oService, "Initialize", [&] {
+            if (const Ref<IService> oInner = CorvaneMain::QueryService(oService))
+                oInner->Initialize();
+        });
+        if (m_lTerminations != lTerminations)
+            return;
+    }
+    if (const Ref<Object> oStartService = m_oStartService)
+        CallService(oStartService, "Start", [&] { (void)oStartService->Invoke("Start", {}); });
 } catch (...) {
     Reraise("ServiceManager", "Start");
 }
 
+void ServiceManager::TerminateOne(const Ref<Object>& oService) {
+    CallService(oService, "Terminate", [&] { CorvaneMain::QueryService(oService)->Terminate(); });
+}
+
 void ServiceManager::Terminate() try {
+    const Ref<ServiceManager> oSelf(this);
+    ++m_lTerminations;
+    m_lTerminated = 0;
     for (const auto& oService : m_colServices) {
-        const Entering oEntering(oService);
-        CorvaneMain::QueryService(oService)->Terminate();
+        ++m_lTerminated;
+        TerminateOne(oService);
     }
 } catch (...) {
     Reraise("ServiceManager", "Terminate");
+}
+
+void ServiceManager::TerminateRest() {
+    const Ref<ServiceManager> oSelf(this);
+    while (m_lTerminated < m_colServices->Count()) {
+        try {
+            TerminateOne(m_colServices->Item(++m_lTerminated));
+        } catch (...) {
+            Report("ServiceManager", "Terminate");
+        }
+    }
 }
 
 } // namespace corvane

@@ -17,7 +17,7 @@ public:
     ServiceManager();
     ~ServiceManager() override;
 
-    // Whether the object is a service built on a ServiceBase. Never fails.
+    // Whether the object is a service built on a ServiceBase; true when it has none to show. Never fails.
     [[nodiscard]] bool IsServiceAlive(const Ref<Object>& oServiceSubclass) const noexcept;
 
     // After Initialize. Definitions and services in order of loading, by name; preference pages without keys.
@@ -40,7 +40,10 @@ public:
     // Each service's Terminate, in order of loading, up to the first failure.
     void Terminate();
     // Each service's Initialize, in order of loading, up to the first failure; then the start service's method Start.
+    // Ends at once when a service ends the application.
     void Start();
+    // Terminate of those services that the latest Terminate didn't reach; a failure is shown, and the next one follows.
+    void TerminateRest();
 
     std::string_view TypeName() const override { return "ServiceManager"; }
 
@@ -52,7 +55,8 @@ private:
                                              std::string& sContext) const;
     void NameProductInAbout(const Ref<IXmlNode>& oxmlService, const std::string& sIniFile) const;
     [[nodiscard]] Ref<Object> ServiceObject(const std::string& sProgID);
-    void AddDefinitions(const Ref<IXmlNode>& oxmlService, const Ref<Object>& oService);
+    void AddDefinitions(const Ref<IXmlNode>& oxmlService, const Ref<Object>& oService, const std::string& sFile);
+    static void TerminateOne(const Ref<Object>& oService);
     void ResolveExplorerItemDefReferences();
 
     Ref<KeyedCollection<Ref<ServiceDef>>> m_colServiceDefs = New<KeyedCollection<Ref<ServiceDef>>>();
@@ -62,6 +66,8 @@ private:
     Ref<KeyedCollection<Ref<PageDef>>> m_colPreferencePageDefs = New<KeyedCollection<Ref<PageDef>>>();
     Ref<KeyedCollection<Ref<Object>>> m_colServiceObjects = New<KeyedCollection<Ref<Object>>>(); // by ProgID
     Ref<Object> m_oStartService;
+    Long m_lTerminations = 0;
+    Long m_lTerminated = 0; // services that the latest Terminate has reached
 };
 
 } // namespace corvane

@@ -30,10 +30,20 @@ public:
     // In the order of the file, by PageDef.Key; nothing until Initialize.
     [[nodiscard]] const Ref<KeyedCollection<Ref<PageDef>>>& PageDefs() const { return m_colPageDefs; }
 
+    // The service that brings the window, and its file, as "Services/Birds.xml"; empty where they aren't known.
+    [[nodiscard]] const std::string& Service() const { return m_sService; }
+    [[nodiscard]] const std::string& File() const { return m_sFile; }
+    void SetOrigin(std::string sService, std::string sFile) {
+        m_sService = std::move(sService);
+        m_sFile = std::move(sFile);
+    }
+
     std::string_view TypeName() const override { return "WindowDef"; }
 
 private:
     std::string m_sName;
+    std::string m_sService;
+    std::string m_sFile;
     Long m_lPageWidth = 0;
     Long m_lPageHeight = 0;
     Long m_lDefPageWidth = 0;

@@ -23,13 +23,16 @@ void CVProgressBar::Initialize(const Ref<ActiveBar>& oActiveBar, const Ref<MdiFo
     StatusBarTool("ctlProgressBar")->SetVisible(false);
 }
 
+// What waits is delivered while the bar comes and goes, and may be the end of the application.
 void CVProgressBar::Hide() {
+    const Ref<CVProgressBar> oSelf(this);
     EnableShell(true);
     SetVisible(false);
     SetValue(0);
 }
 
 void CVProgressBar::Show(Double dMax, bool bCancel) {
+    const Ref<CVProgressBar> oSelf(this);
     EnableShell(false);
     SetCancel(bCancel);
     SetWasCanceled(false);

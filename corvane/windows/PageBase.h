@@ -49,6 +49,9 @@ public:
     std::string_view TypeName() const override { return "PageBase"; }
 
 private:
+    template <class Event>
+    void Call(const char* sProcedure, Event fnRaise);
+
     Ref<corvane::Window> m_oWindow;
     Ref<corvane::PageDef> m_oPageDef;
     Ref<Object> m_oBusinessContext;

@@ -27,8 +27,12 @@ void Window::Initialize(const Ref<IWindowController>& oWindowController, const R
     m_oWindowForm = oWindowForm;
     m_frmWindow = m_oWindowForm.As<Form>();
     SubscribeToForm();
-    m_frmWindow->Load();
-    m_oWindowForm->Initialize(Ref<IWindowFormController>(this), m_bIsApplyCommandShown);
+    const Ref<Window> oSelf(this);
+    const Ref<Form> frmWindow = m_frmWindow;
+    frmWindow->Load();
+    oWindowForm->Initialize(oSelf, m_bIsApplyCommandShown);
+    if (!m_frmWindow)
+        return; // a page has closed the window, or ended the application
     const Long lMinWidth = m_oWindowForm->MinWindowWidth(m_oWindowDef->PageWidth());
     const Long lMinHeight = m_oWindowForm->MinWindowHeight(m_oWindowDef->PageHeight());
     const Long lDefaultWidth = m_oWindowForm->MinWindowWidth(m_oWindowDef->DefPageWidth());
@@ -42,13 +46,15 @@ void Window::Initialize(const Ref<IWindowController>& oWindowController, const R
 }
 
 void Window::SubscribeToForm() {
-    m_oLoad = m_frmWindow->OnLoad.Subscribe([this] { m_frmWindow_Load(); });
+    m_oLoad = m_frmWindow->OnLoad.Subscribe([this] { TellController("Load", &IWindowController::WindowInitialize); });
     m_oUnload = m_frmWindow->OnUnload.Subscribe([this](bool& bRefused) {
         if (!bRefused)
-            m_frmWindow_Unload();
+            TellController("Unload", &IWindowController::WindowTerminate);
     });
-    m_oActivate = m_frmWindow->OnActivate.Subscribe([this] { m_frmWindow_Activate(); });
-    m_oDeactivate = m_frmWindow->OnDeactivate.Subscribe([this] { m_frmWindow_Deactivate(); });
+    m_oActivate =
+        m_frmWindow->OnActivate.Subscribe([this] { TellController("Activate", &IWindowController::WindowActivate); });
+    m_oDeactivate = m_frmWindow->OnDeactivate.Subscribe(
+        [this] { TellController("Deactivate", &IWindowController::WindowDeactivate); });
 }
 
 // The origin is 0 in either case, so a window that isn't an MDI child is placed as if its owner began at the screen's
@@ -158,8 +164,8 @@ void Window::Save() try {
 void Window::ExitWindow(bool bWasWindowCancelled) try {
     const Ref<Window> oSelf(this);
     m_bWasWindowCancelled = bWasWindowCancelled;
-    if (m_oWindowExitHandler)
-        m_oWindowExitHandler->OnExit(oSelf, bWasWindowCancelled);
+    if (const Ref<IWindowExitHandler> oWindowExitHandler = m_oWindowExitHandler)
+        oWindowExitHandler->OnExit(oSelf, bWasWindowCancelled);
     for (Subscription* pSubscription : {&m_oLoad, &m_oUnload, &m_oActivate, &m_oDeactivate})
         pSubscription->Cancel();
     m_frmWindow = nullptr;
@@ -173,53 +179,72 @@ void Window::ExitWindow(bool bWasWindowCancelled) try {
     Reraise("Window", "IWindowFormController_ExitWindow");
 }
 
+// The calls below hold all that they use: a page may end its window or the application, and the form's own reference
+// to the page may be the one that goes. What a page's procedure fails with says whose it was.
+template <class Call>
+void Window::CallPage(const Ref<Object>& oPageObj, const char* sProcedure, Call fnCall) {
+    try {
+        fnCall();
+    } catch (...) {
+        RaiseFrom(CorvaneMain::PlaceOf(oPageObj, sProcedure));
+    }
+}
+
 void Window::PageInitialize(const Ref<Object>& oPageObj, const Ref<PageDef>& oPageDef) try {
-    const Entering oEntering(oPageObj);
-    CorvaneMain::QueryPage(oPageObj)->Initialize(Ref<Window>(this), oPageDef, m_oBusinessContext, nullptr);
-    m_oWindowController->PageInitialize(oPageObj);
+    const Ref<Window> oSelf(this);
+    const Ref<Object> oPage = oPageObj;
+    const Ref<IWindowController> oController = m_oWindowController;
+    const Entering oEntering(oPage);
+    const Ref<IPage> oInner = CorvaneMain::QueryPage(oPage);
+    CallPage(oPage, "Initialize", [&] { oInner->Initialize(oSelf, oPageDef, m_oBusinessContext, nullptr); });
+    oController->PageInitialize(oPage);
 } catch (...) {
     Reraise("Window", "IWindowFormController_PageInitialize");
 }
 
 void Window::PageTerminate(const Ref<Object>& oPageObj) try {
-    const Entering oEntering(oPageObj);
-    const Ref<IPage> oPage = CorvaneMain::QueryPage(oPageObj);
-    m_oWindowController->PageTerminate(oPageObj);
-    oPage->Terminate(nullptr);
+    const Ref<Window> oSelf(this);
+    const Ref<Object> oPage = oPageObj;
+    const Ref<IWindowController> oController = m_oWindowController;
+    const Entering oEntering(oPage);
+    const Ref<IPage> oInner = CorvaneMain::QueryPage(oPage);
+    oController->PageTerminate(oPage);
+    CallPage(oPage, "Terminate", [&] { oInner->Terminate(nullptr); });
 } catch (...) {
     Reraise("Window", "IWindowFormController_PageTerminate");
 }
 
 void Window::PageActivate(const Ref<Object>& oPageObj) try {
-    const Entering oEntering(oPageObj);
-    m_oWindowController->PageActivate(oPageObj);
-    CorvaneMain::QueryPage(oPageObj)->Activate();
+    const Ref<Window> oSelf(this);
+    const Ref<Object> oPage = oPageObj;
+    const Ref<IWindowController> oController = m_oWindowController;
+    const Entering oEntering(oPage);
+    oController->PageActivate(oPage);
+    const Ref<IPage> oInner = CorvaneMain::QueryPage(oPage);
+    CallPage(oPage, "Activate", [&] { oInner->Activate(); });
 } catch (...) {
     Reraise("Window", "IWindowFormController_PageActivate");
 }
 
 void Window::PageDeactivate(const Ref<Object>& oPageObj) try {
-    const Entering oEntering(oPageObj);
-    m_oWindowController->PageDeactivate(oPageObj);
-    CorvaneMain::QueryPage(oPageObj)->Deactivate();
+    const Ref<Window> oSelf(this);
+    const Ref<Object> oPage = oPageObj;
+    const Ref<IWindowController> oController = m_oWindowController;
+    const Entering oEntering(oPage);
+    oController->PageDeactivate(oPage);
+    const Ref<IPage> oInner = CorvaneMain::QueryPage(oPage);
+    CallPage(oPage, "Deactivate", [&] { oInner->Deactivate(); });
 } catch (...) {
     Reraise("Window", "IWindowFormController_PageDeactivate");
 }
 
-void Window::m_frmWindow_Load() try { m_oWindowController->WindowInitialize(Ref<Window>(this)); } catch (...) {
-    Reraise("Window", "m_frmWindow_Load");
-}
-
-void Window::m_frmWindow_Unload() try { m_oWindowController->WindowTerminate(Ref<Window>(this)); } catch (...) {
-    Reraise("Window", "m_frmWindow_Unload");
-}
-
-void Window::m_frmWindow_Activate() try { m_oWindowController->WindowActivate(Ref<Window>(this)); } catch (...) {
-    Reraise("Window", "m_frmWindow_Activate");
-}
-
-void Window::m_frmWindow_Deactivate() try { m_oWindowController->WindowDeactivate(Ref<Window>(this)); } catch (...) {
-    Reraise("Window", "m_frmWindow_Deactivate");
+// The form's events.
+void Window::TellController(const char* sEvent, void (IWindowController::*fnTell)(const Ref<Window>&)) try {
+    const Ref<Window> oSelf(this);
+    const Ref<IWindowController> oController = m_oWindowController;
+    ((*oController).*fnTell)(oSelf);
+} catch (...) {
+    Reraise("Window", std::string("m_frmWindow_") + sEvent);
 }
 
 } // namespace corvane

@@ -66,10 +66,9 @@ public:
 private:
     void SubscribeToForm();
     void PlaceForm(Long lDefaultWidth, Long lDefaultHeight);
-    void m_frmWindow_Load();
-    void m_frmWindow_Unload();
-    void m_frmWindow_Activate();
-    void m_frmWindow_Deactivate();
+    void TellController(const char* sEvent, void (IWindowController::*fnTell)(const Ref<Window>&));
+    template <class Call>
+    static void CallPage(const Ref<Object>& oPageObj, const char* sProcedure, Call fnCall);
 
     Ref<IWindowController> m_oWindowController;
     Ref<corvane::WindowDef> m_oWindowDef;

@@ -69,7 +69,8 @@ Ref<Window> WindowManager::OpenWindow(const std::string& sWindowName, const Ref<
                                       BusinessContextTypeConstants eBusinessContextType,
                                       ShowApplyCommandConstants eShowApplyCommand, const std::string& sKey, bool bHide,
                                       bool bOpenWindowAsync) try {
-    const auto& oScreen = CurrentPlatform().oScreen;
+    const Ref<WindowManager> oSelf(this); // a page may end the application
+    const Ref<IScreen> oScreen = CurrentPlatform().oScreen;
     oScreen->SetPointer(MousePointer::Hourglass);
     Ref<Window> oWindow;
     if (!sKey.empty() && KeyExists(m_colWindows, sKey)) {
@@ -87,11 +88,13 @@ Ref<Window> WindowManager::OpenWindow(const std::string& sWindowName, const Ref<
         CheckOptions(o);
         oWindow = New<Window>();
         const Ref<IWindowForm> oWindowForm = m_oWindowFormFactory->NewWindowForm(o.eWindowType, o.bIsMDIChild);
-        oWindow->Initialize(Ref<IWindowController>(this), oDef, oWindowForm, sKey, oBusinessContext, oWindowExitHandler,
-                            o.bIsModal, static_cast<FormState>(o.eWindowState), o.eWindowType, o.bIsNewBusinessContext,
+        oWindow->Initialize(oSelf, oDef, oWindowForm, sKey, oBusinessContext, oWindowExitHandler, o.bIsModal,
+                            static_cast<FormState>(o.eWindowState), o.eWindowType, o.bIsNewBusinessContext,
                             o.bIsApplyCommandShown, m_frmMain);
     }
     oScreen->SetPointer(MousePointer::Default);
+    if (CorvaneMain::HasEnded())
+        return oWindow;
     if (bOpenWindowAsync && !bHide)
         New<frmWindowSupport>()->OpenWindowAsync(oWindow);
     else if (!bHide)
@@ -104,14 +107,16 @@ Ref<Window> WindowManager::OpenWindow(const std::string& sWindowName, const Ref<
 void WindowManager::SetActiveWindow(const Ref<Window>& oWindow) try {
     if (oWindow == m_oActiveWindow)
         return;
-    m_oActiveWindow = oWindow;
-    m_oActiveWindow->Show();
+    const Ref<Window> oActive = oWindow; // the caller's reference may go meanwhile
+    m_oActiveWindow = oActive;
+    oActive->Show();
 } catch (...) {
     Reraise("WindowManager", "ActiveWindow (Set)");
 }
 
 // A child that refuses to go keeps the loop running on it.
 void WindowManager::CloseAll() try {
+    const Ref<WindowManager> oSelf(this);
     while (const Ref<Form> frmActive = m_frmMain->ActiveForm())
         frmActive->Unload();
 } catch (...) {
@@ -124,7 +129,10 @@ Ref<Object> WindowManager::CommonDialog() const try {
     Reraise("WindowManager", "CommonDialog (Get)");
 }
 
+// Whoever hears an event may end the application, or let go of the window or page that it is about: each procedure
+// holds what it goes on with.
 void WindowManager::WindowInitialize(const Ref<Window>& oWindow) try {
+    const Ref<WindowManager> oSelf(this);
     const std::string sKey = oWindow->Key();
     if (!sKey.empty())
         m_colWindows->Add(oWindow, sKey);
@@ -136,22 +144,27 @@ void WindowManager::WindowInitialize(const Ref<Window>& oWindow) try {
 }
 
 void WindowManager::WindowTerminate(const Ref<Window>& oWindow) try {
-    WindowTerminateEvent.Raise(oWindow);
-    m_colWindows->Remove(oWindow->Key());
+    const Ref<WindowManager> oSelf(this);
+    const Ref<Window> oHeld = oWindow;
+    WindowTerminateEvent.Raise(oHeld);
+    m_colWindows->Remove(oHeld->Key());
 } catch (...) {
     Reraise("WindowManager", "IWindowController_WindowTerminate");
 }
 
 void WindowManager::WindowActivate(const Ref<Window>& oWindow) try {
-    WindowActivateEvent.Raise(oWindow);
-    m_oActiveWindow = oWindow;
+    const Ref<WindowManager> oSelf(this);
+    const Ref<Window> oHeld = oWindow;
+    WindowActivateEvent.Raise(oHeld);
+    m_oActiveWindow = oHeld;
 } catch (...) {
     Reraise("WindowManager", "IWindowController_WindowActivate");
 }
 
 void WindowManager::WindowDeactivate(const Ref<Window>& oWindow) try {
+    const Ref<Window> oHeld = oWindow; // it may be the member that is cleared
     m_oActiveWindow = nullptr;
-    WindowDeactivateEvent.Raise(oWindow);
+    WindowDeactivateEvent.Raise(oHeld);
 } catch (...) {
     Reraise("WindowManager", "IWindowController_WindowDeactivate");
 }
@@ -163,31 +176,42 @@ void WindowManager::PageInitialize(const Ref<Object>& oPageObj) try {
 }
 
 void WindowManager::PageTerminate(const Ref<Object>& oPageObj) try {
-    if (oPageObj == m_oActivePage)
-        PageDeactivateEvent.Raise(oPageObj);
-    PageTerminateEvent.Raise(oPageObj);
+    const Ref<WindowManager> oSelf(this);
+    const Ref<Object> oHeld = oPageObj;
+    if (oHeld == m_oActivePage)
+        PageDeactivateEvent.Raise(oHeld);
+    PageTerminateEvent.Raise(oHeld);
 } catch (...) {
     Reraise("WindowManager", "IWindowController_PageTerminate");
 }
 
 void WindowManager::PageActivate(const Ref<Object>& oPageObj) try {
-    if (oPageObj == m_oActivePage)
+    const Ref<WindowManager> oSelf(this);
+    const Ref<Object> oHeld = oPageObj;
+    if (oHeld == m_oActivePage)
         return;
     if (const Ref<Object> oPrevious = m_oActivePage) // handlers may change who is active
         PageDeactivateEvent.Raise(oPrevious);
-    m_oActivePage = oPageObj;
-    PageActivateEvent.Raise(oPageObj);
+    m_oActivePage = oHeld;
+    PageActivateEvent.Raise(oHeld);
 } catch (...) {
     Reraise("WindowManager", "IWindowController_PageActivate");
 }
 
 void WindowManager::PageDeactivate(const Ref<Object>& oPageObj) try {
-    if (oPageObj != m_oActivePage)
+    const Ref<WindowManager> oSelf(this);
+    const Ref<Object> oHeld = oPageObj;
+    if (oHeld != m_oActivePage)
         return;
-    PageDeactivateEvent.Raise(oPageObj);
+    PageDeactivateEvent.Raise(oHeld);
     m_oActivePage = nullptr;
 } catch (...) {
     Reraise("WindowManager", "IWindowController_PageDeactivate");
+}
+
+void WindowManager::ForgetPage(const Ref<Object>& oPageObj) {
+    if (oPageObj == m_oActivePage)
+        m_oActivePage = nullptr;
 }
 
 } // namespace corvane

@@ -27,7 +27,8 @@ public:
     // After Initialize.
     // Opens a window of that definition, or shows the open one of that key, whatever the other arguments say. -1
     // means that the definition decides. With bHide nothing is shown; with bOpenWindowAsync the call returns first
-    // and the window comes 50 ms later. A modal window has ended when the call returns. Fails with ObjectErrorBase for
+    // and the window comes 50 ms later. A modal window has ended when the call returns. Nothing is shown when a page
+    // has ended the application. Fails with ObjectErrorBase for
     // a modal MDI child, with 5 for an unknown definition; the hourglass stays then.
     Ref<Window>
     OpenWindow(const std::string& sWindowName, const Ref<Object>& oBusinessContext,
@@ -72,6 +73,10 @@ public:
     void PageTerminate(const Ref<Object>& oPageObj) override;
     void PageActivate(const Ref<Object>& oPageObj) override;
     void PageDeactivate(const Ref<Object>& oPageObj) override;
+
+    // By a form whose reports of a page's deactivation fail again and again: the page isn't the active one any more,
+    // and nobody hears of it. Otherwise it would stay the active page after its end, and fail every activation.
+    void ForgetPage(const Ref<Object>& oPageObj);
 
     std::string_view TypeName() const override { return "WindowManager"; }
 

@@ -1,5 +1,6 @@
 #include "corvane/windows/frmWindowSupport.h"
 
+#include "corvane/core/CorvaneMain.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"
 #include "corvane/windows/Window.h"
@@ -44,7 +45,8 @@ void frmWindowSupport::tmWindowSupport_Timer() try {
     const Ref<frmWindowSupport> oSelf(this);
     std::erase(g_aWaiting, oSelf);
     tmWindowSupport->SetEnabled(false);
-    m_oWindow->Show();
+    if (!CorvaneMain::HasEnded())
+        m_oWindow->Show();
     m_oWindow = nullptr;
 } catch (...) {
     Reraise("frmWindowSupport", "tmWindowSupport_Timer");

@@ -1,5 +1,7 @@
 #include "corvane/base/Automation.h"
 #include "corvane/base/PluginExport.h"
+#include "corvane/services/IServiceAccess.h"
+#include "corvane/windows/IPageAccess.h"
 #include "tests/support/RecordingUtilities.h"
 
 #include <gtest/gtest.h>
@@ -124,6 +126,37 @@ TEST(AutomationTest, ListsItsMembersByName) {
               "Called r, Describe(5), Height rw, Nothing(0), Other(1), Raised(2), Same(1), Throws(0)");
 }
 
+// Every kind of value that travels by name.
+class Types final : public Automation<Types> {
+public:
+    void Take(bool, Long, LongLong, Single, Double, const std::string&, std::string_view, MemberInfo::Kind,
+              const Ref<Callee>&, const Variant&) {}
+    unsigned long long Give(long long lSize, std::uint32_t uCount) {
+        return static_cast<unsigned long long>(lSize) + uCount;
+    }
+    const char* Name() const noexcept { return "Types"; }
+    static constexpr auto Members =
+        MemberTable(Method("Take", &Types::Take), Method("Give", &Types::Give), Property("Name", &Types::Name));
+};
+
+TEST(AutomationTest, TellsTheTypesOfItsMembers) {
+    const auto oTypes = New<Types>();
+    const auto aMembers = oTypes->MembersByName();
+    const auto Letters = [](const MemberInfo& oMember) {
+        std::string sLetters;
+        for (const ValueInfo& oValue : oMember.Parameters)
+            sLetters += "-?bilsdteo"[static_cast<std::size_t>(oValue.What)];
+        return sLetters + ">" + "-?bilsdteo"[static_cast<std::size_t>(oMember.Result.What)];
+    };
+    EXPECT_EQ(Letters(aMembers[0]) + " " + Letters(aMembers[1]) + " " + Letters(aMembers[2]), "ll>l >t bilsdtteo?>-");
+    const ValueInfo& oReference = aMembers[2].Parameters[8];
+    EXPECT_TRUE(oReference.Accepts(*New<Callee>()));
+    EXPECT_FALSE(oReference.Accepts(*oTypes));
+    EXPECT_EQ(Called(oTypes, "Give", {Variant(1LL << 40), Variant(2)}), "1099511627778");
+    EXPECT_EQ(Called(oTypes, "Give", {Variant(1), Variant(-1)}), "fails 6"); // no count
+    EXPECT_EQ(Called(oTypes, "Give", {Variant(-3), Variant(2)}), "fails 6"); // larger than any LongLong
+}
+
 class Plain final : public virtual Object {
 public:
     explicit Plain() { ++nLiving; }
@@ -143,6 +176,13 @@ TEST(PluginExportTest, OffersClasses) {
     EXPECT_EQ(Listed(aClasses[0].Members()),
               "Nothing(0), Height rw, Describe(5), Raised(2), Other(1), Same(1), Called r, Throws(0)");
     EXPECT_EQ(Listed(aClasses[1].Members()), "");
+    EXPECT_FALSE(aClasses[0].IsService || aClasses[0].IsExplorerItem || aClasses[0].IsPage);
+    struct Access final : IServiceAccess, IPageAccess {
+        Ref<IService> Service() override { return nullptr; }
+        Ref<IPage> Page() override { return nullptr; }
+    };
+    const PluginClass oAccess = Class<Access>("Library.Access");
+    EXPECT_TRUE(oAccess.IsService && !oAccess.IsExplorerItem && oAccess.IsPage);
 }
 
 } // namespace

@@ -71,6 +71,9 @@ TEST(VariantTest, Converts) {
         {"+-1", "fails 13", "fails 13", "fails 13", "+-1"},
         {"--1", "fails 13", "fails 13", "fails 13", "--1"},
         {Ref<Object>(), "fails 13", "fails 13", "fails 13", "fails 13"},
+        {LongLong{-7}, "True", "-7", "-7", "-7"},
+        {LongLong{0}, "False", "0", "0", "0"},
+        {12345678901234567, "True", "fails 6", "1.234568E+16", "12345678901234567"},
     };
     for (const auto& oCase : aCases) {
         const std::string sWhat = oCase.vValue.IsObject() ? "an object" : ToText(oCase.vValue);
@@ -79,6 +82,27 @@ TEST(VariantTest, Converts) {
         EXPECT_EQ(Converted([&] { return Variant(ToSingle(oCase.vValue)); }), oCase.sSingle) << sWhat;
         EXPECT_EQ(Converted([&] { return Variant(ToText(oCase.vValue)); }), oCase.sText) << sWhat;
     }
+}
+
+TEST(VariantTest, ConvertsToLargeWholeNumbers) {
+    const std::pair<Variant, const char*> aCases[] = {
+        {12345678901234567, "12345678901234567"}, // beyond the 53 bits of a double
+        {"-9223372036854775808", "-9223372036854775808"},
+        {"9223372036854775807", "9223372036854775807"},
+        {"9223372036854775808", "fails 6"},
+        {" 12 ", "12"},
+        {"2.5", "2"},
+        {3.5, "4"},
+        {1e19, "fails 6"},
+        {true, "-1"},
+        {{}, "0"},
+        {Long{5}, "5"},
+        {std::uint32_t{4294967295}, "4294967295"},
+        {"x", "fails 13"},
+    };
+    for (const auto& [vValue, sExpected] : aCases)
+        EXPECT_EQ(Converted([&] { return Variant(ToLongLong(vValue)); }), sExpected) << ToText(vValue);
+    EXPECT_EQ(testing::NumberOf([] { (void)Variant(std::numeric_limits<std::uint64_t>::max()); }), 6);
 }
 
 // A user's locale may write a comma, which no definition file would read back.

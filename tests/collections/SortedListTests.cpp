@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
-#include <numeric>
 #include <random>
 
 namespace corvane {
@@ -140,80 +139,6 @@ TEST_F(SortedListTest, TheModeChangesWhileNothingLivesInTheList) {
     EXPECT_EQ(m_oList->SortMode(), SortText);
 }
 
-// A removed text key stays in the table, where a numeric sort meets it: in the selection sort of 15 slots, in the
-// partition of 16.
-TEST_F(SortedListTest, ASmallRangeIsSelectedAndALargeOnePartitioned) {
-    const struct {
-        Long lNumbers;
-        Lines aLines;
-    } aCases[] = {
-        {14,
-         {"SortedList.KeyComp 13", "SortedList.SelectionSort 13", "SortedList.QuickSort 13", "SortedList.GetTop 13"}},
-        {15, {"SortedList.KeyComp 13", "SortedList.QuickSort 13", "SortedList.GetTop 13"}},
-    };
-    for (const auto& oCase : aCases) {
-        m_oList = New<SortedList>();
-        m_oList->SetSortMode(SortText);
-        m_oList->Add("removed", {});
-        m_oList->Remove("removed");
-        m_oList->SetSortMode(SortNumeric);
-        AddNumbers(1, oCase.lNumbers);
-        EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::TypeMismatch);
-        EXPECT_EQ(m_oPlatform.TakeLines(), oCase.aLines);
-    }
-}
-
-// They have an order without a partition; the slots move round in it, removed ones too.
-TEST_F(SortedListTest, ManyWholeNumbersThatDifferAreSorted) {
-    std::vector<Long> aNumbers(300);
-    std::iota(aNumbers.begin(), aNumbers.end(), -150);
-    std::mt19937 oRandom(1);
-    for (int nRun = 0; nRun < 20; ++nRun) {
-        m_oList->Clear();
-        std::shuffle(aNumbers.begin(), aNumbers.end(), oRandom);
-        std::string sExpected;
-        for (const Long l : aNumbers)
-            m_oList->Add(l, l);
-        m_oList->Remove("-7");
-        m_oList->Add(1000, 1000);
-        for (Long l = -150; l < 150; ++l)
-            sExpected += l == -7 ? "" : std::to_string(l) + " ";
-        EXPECT_EQ(Texts(m_oList->Items()), sExpected + "1000");
-    }
-}
-
-// Among equal keys nothing moves in a selection sort, while a partition exchanges the first slot with its pivot.
-TEST_F(SortedListTest, EqualKeysStayInOrderUpToFifteenSlots) {
-    const auto ReadEqualKeys = [&](Long lCount) {
-        m_oList->Clear();
-        for (Long l = 1; l <= lCount; ++l)
-            m_oList->Add("7", l);
-        return m_oList->Items();
-    };
-    int nMoved = 0;
-    for (int nRun = 0; nRun < 20; ++nRun) {
-        auto aFifteen = ReadEqualKeys(15);
-        EXPECT_EQ(Texts(aFifteen), "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15");
-        auto aSixteen = ReadEqualKeys(16);
-        const auto iFirst = static_cast<std::size_t>(ToLong(aSixteen[0])) - 1;
-        nMoved += iFirst != 0;
-        std::swap(aSixteen[0], aSixteen[iFirst]);
-        EXPECT_EQ(Texts(aSixteen), "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16");
-    }
-    EXPECT_GT(nMoved, 0);
-}
-
-// Among equal keys the search finds the slot that it looks at first: the middle, rounded half to even.
-TEST_F(SortedListTest, SearchBeginsInTheMiddle) {
-    const std::pair<Long, Long> aCases[] = {{1, 1}, {2, 2}, {3, 2}, {4, 2}, {6, 4}, {8, 4}, {10, 6}, {12, 6}};
-    for (const auto& [lCount, lFound] : aCases) {
-        m_oList->Clear();
-        for (Long l = 1; l <= lCount; ++l)
-            m_oList->Add("7", l);
-        EXPECT_EQ(m_oList->Item("7"), Variant(lFound)) << lCount << " equal keys";
-    }
-}
-
 TEST_F(SortedListTest, DuplicatesAreRemovedOneByOne) {
     m_oList->SetSortMode(SortText);
     for (const char* sKey : {"a", "A", "b", "c", "d", "e", "f", "g", "h", "i"})
@@ -225,53 +150,6 @@ TEST_F(SortedListTest, DuplicatesAreRemovedOneByOne) {
     }
     EXPECT_FALSE(m_oList->Exists("A"));
     EXPECT_EQ(m_oList->Keys(), (Lines{"b", "c", "d", "e", "f", "g", "h", "i"}));
-}
-
-// A compaction takes never-used slots for items, which makes the capacity visible.
-TEST_F(SortedListTest, GrowsByATenthButAtLeastTenSlots) {
-    const struct {
-        Long lAdded;
-        Long lRemoved; // before the last one is added
-        Long lCapacity;
-    } aCases[] = {
-        {1, 0, 10},    {10, 0, 10},   {11, 0, 20},   {20, 0, 20},   {21, 0, 30}, {101, 0, 110},
-        {111, 0, 121}, {122, 0, 133}, {134, 0, 146}, {111, 5, 120}, // 105 items: a tenth is 10, half to even
-        {122, 6, 133},                                              // 115 items: 12
-    };
-    for (const auto& oCase : aCases) {
-        m_oList = New<SortedList>();
-        m_oList->SetSortMode(SortText);
-        AddNumbers(1, oCase.lAdded - 1);
-        RemoveNumbers(1, oCase.lRemoved);
-        AddNumbers(oCase.lAdded, 1);
-        const std::string sLast = std::to_string(oCase.lAdded);
-        m_oList->Remove(sLast);
-        EXPECT_FALSE(m_oList->Exists(sLast)); // compacts
-        EXPECT_EQ(DrainLiveSlots(), oCase.lCapacity - oCase.lRemoved - 1)
-            << oCase.lAdded << " added, " << oCase.lRemoved << " removed";
-    }
-}
-
-// The thirty slots were set up at 20 items, with ten as the bound: fewer than that and a compaction shrinks the table
-// to 19 slots. Only then do twelve additions grow it again, to fresh slots that the next compaction takes for items.
-TEST_F(SortedListTest, GivesMemoryBackBelowItsBound) {
-    const std::pair<Long, Long> aCases[] = {{10, 0}, {9, 8}};
-    for (const auto& [lKept, lFreshSlots] : aCases) {
-        m_oList = New<SortedList>();
-        AddNumbers(1, 30);
-        RemoveNumbers(1, 30 - lKept);
-        EXPECT_FALSE(m_oList->Exists("1"));
-        EXPECT_EQ(m_oList->Keys().size(), static_cast<std::size_t>(lKept));
-        AddNumbers(101, 21 - lKept);
-        EXPECT_EQ(m_oList->Keys().size(), 21u);
-        m_oList->Remove("30");
-        try {
-            (void)m_oList->Exists("30");
-        } catch (const Failure&) { // the search may meet an empty key
-        }
-        const Long lCount = m_oList->Count();
-        EXPECT_EQ(DrainLiveSlots() - lCount, lFreshSlots) << lKept << " kept";
-    }
 }
 
 TEST_F(SortedListTest, ACompactionWithUnusedSlotsTakesThemForItems) {

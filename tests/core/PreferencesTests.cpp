@@ -1,96 +1,66 @@
 #include "corvane/core/Preferences.h"
+#include "corvane/platform/Platform.h"
+#include "tests/support/Application.h"
 #include "tests/support/RecordingUtilities.h"
 
 #include <gtest/gtest.h>
-#include <map>
-#include <string>
-#include <vector>
 
-namespace corvane {
+namespace corvane::testing {
 namespace {
-
-using testing::NumberOf;
-
-class Store final : public ISettingsStore {
-public:
-    std::string Read(std::string_view sService, std::string_view sCategory, std::string_view sName,
-                     std::string_view sDefault) const override {
-        const auto it = mapValues.find(Address(sService, sCategory, sName));
-        return it == mapValues.end() ? std::string(sDefault) : it->second;
-    }
-    void Write(std::string_view sService, std::string_view sCategory, std::string_view sName,
-               std::string_view sValue) override {
-        if (bIsFull)
-            Fail(FailureNumber::FileAccess);
-        mapValues[Address(sService, sCategory, sName)] = sValue;
-    }
-    static std::string Address(std::string_view sService, std::string_view sCategory, std::string_view sName) {
-        return std::string(sService) + "/" + std::string(sCategory) + "/" + std::string(sName);
-    }
-
-    std::map<std::string, std::string> mapValues;
-    bool bIsFull = false;
-};
 
 class PreferencesTest : public ::testing::Test {
 protected:
-    PreferencesTest() {
-        Platform oPlatform;
-        oPlatform.oUtilities = m_oUtilities;
-        oPlatform.oSettingsStore = m_oStore;
-        SetCurrentPlatform(std::move(oPlatform));
+    void SetUp() override { m_oApplication.Load(); }
+    static Ref<Preferences> Of(const std::string& sService, const std::string& sCategory = "Default") {
+        auto oPreferences = New<Preferences>();
+        oPreferences->Initialize(sService, sCategory);
+        return oPreferences;
     }
-    ~PreferencesTest() override { SetCurrentPlatform({}); }
 
-    Ref<testing::RecordingUtilities> m_oUtilities = New<testing::RecordingUtilities>();
-    Ref<Store> m_oStore = New<Store>();
+    Application m_oApplication;
 };
 
 TEST_F(PreferencesTest, AreAddressedByServiceCategoryAndName) {
-    const auto oPreferences = New<Preferences>();
-    oPreferences->SetValue("Width", 1); // before Initialize: no names yet
-    oPreferences->Initialize("Trees");
-    oPreferences->SetValue("Width", 2);
-    const auto oOther = New<Preferences>();
-    oOther->Initialize("Trees", "Colours");
-    oOther->SetValue("Width", 3);
-    oOther->SetValue("Width", 4);
-    EXPECT_EQ(m_oStore->mapValues, (std::map<std::string, std::string>{
-                                       {"//Width", "1"}, {"Trees/Default/Width", "2"}, {"Trees/Colours/Width", "4"}}));
-    const auto oSame = New<Preferences>();
-    oSame->Initialize("Trees", "Colours");
-    oOther->SetValue("Width", 5);
-    EXPECT_EQ(oSame->GetValue("Width", 0), "5"); // no object keeps what it has read
+    New<Preferences>()->SetValue("Width", 1); // before Initialize: no names yet
+    Of("Trees")->SetValue("Width", 2);
+    const auto oColours = Of("Trees", "Colours");
+    const auto oSame = Of("Trees", "Colours");
+    oColours->SetValue("Width", 3);
+    oColours->SetValue("Width", 4);
+    EXPECT_EQ(oSame->GetValue("Width", 0), "4"); // no object keeps what it has read
+    const auto Stored = [](const char* sService, const char* sCategory) {
+        return CurrentPlatform().oSettingsStore->Read(sService, sCategory, "Width", "");
+    };
+    EXPECT_EQ(Stored("", "") + Stored("Trees", "Default") + Stored("Trees", "Colours"), "124");
     EXPECT_EQ(oSame->Service() + " " + oSame->Category(), "Trees Colours");
 }
 
 TEST_F(PreferencesTest, AllValuesAreTexts) {
-    struct Case {
-        Variant vValue;
-        std::string sText;
-    };
-    const std::vector<Case> aCases{{Variant(5), "5"},       {Variant(true), "True"}, {Variant(0.5), "0.5"},
-                                   {Variant("ä b"), "ä b"}, {Variant(""), ""},       {Variant(), ""}};
-    const auto oPreferences = New<Preferences>();
-    oPreferences->Initialize("Trees");
+    const std::pair<Variant, std::string> aCases[] = {{5, "5"},       {true, "True"}, {0.5, "0.5"},
+                                                      {"ä b", "ä b"}, {"", ""},       {{}, ""}};
+    const auto oPreferences = Of("Trees");
+    const Variant vObject = Ref<Object>(oPreferences);
     for (const auto& [vValue, sText] : aCases) {
         EXPECT_EQ(oPreferences->GetValue("Absent", vValue), sText);
         oPreferences->SetValue("Present", vValue);
         EXPECT_EQ(oPreferences->GetValue("Present", "another"), sText);
+        EXPECT_EQ(oPreferences->GetValue("Present", vObject), sText); // a default that isn't needed needs no text
     }
 }
 
 TEST_F(PreferencesTest, FailuresReachTheCaller) {
-    const auto oPreferences = New<Preferences>();
-    oPreferences->Initialize("Trees");
+    const auto oPreferences = Of("Trees");
     const Variant vObject = Ref<Object>(oPreferences);
-    EXPECT_EQ(NumberOf([&] { (void)oPreferences->GetValue("A", vObject); }), FailureNumber::TypeMismatch);
-    EXPECT_EQ(NumberOf([&] { oPreferences->SetValue("A", vObject); }), FailureNumber::TypeMismatch);
-    m_oStore->bIsFull = true;
-    EXPECT_EQ(NumberOf([&] { oPreferences->SetValue("A", 1); }), FailureNumber::FileAccess);
-    EXPECT_EQ(m_oUtilities->TakeLines(), (std::vector<std::string>{"Preferences.GetValue 13", "Preferences.SetValue 13",
-                                                                   "Preferences.SetValue 75"}));
+    EXPECT_EQ(NumberOf([&] { (void)oPreferences->GetValue("A", vObject); }), 13);
+    EXPECT_EQ(NumberOf([&] { oPreferences->SetValue("A", vObject); }), 13);
+    Platform oPlatform = CurrentPlatform();
+    oPlatform.oSettingsStore = nullptr;
+    SetCurrentPlatform(oPlatform);
+    EXPECT_EQ(NumberOf([&] { (void)oPreferences->GetValue("A", vObject); }), 91); // it reads before it converts
+    EXPECT_EQ(NumberOf([&] { oPreferences->SetValue("A", 1); }), 91);
+    EXPECT_EQ(m_oApplication.TakeLog(), (Lines{"Preferences.GetValue 13", "Preferences.SetValue 13",
+                                               "Preferences.GetValue 91", "Preferences.SetValue 91"}));
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::testing

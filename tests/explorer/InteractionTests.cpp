@@ -243,6 +243,44 @@ TEST_F(Interaction, RenamingWithoutAnActiveItemFails) {
     EXPECT_FALSE(m_oApplication.Host().FirstFailure());
 }
 
+TEST_F(Interaction, ARenameThatFailsLeavesWhatWasTyped) {
+    Start(sItems, R"({"objects": {"E.Root": {"children": [
+        {"name": "a", "fail": {"OnAfterRename": {"number": 77}}}]}}})");
+    m_oApplication.Take("populate\nnode 0 Leaf.a\nrename z");
+    EXPECT_EQ(Tree()->SelectedItem()->Text(), "z");
+    EXPECT_EQ(Selected(), "Leaf.a");
+    EXPECT_EQ(m_oApplication.TakeLog(), (Lines{"ExplorerItemBase.IExplorerItem_Name (Let) 77",
+                                               "ExplorerManager.m_tvwActiveTreeView_AfterLabelEdit 77"}));
+    m_oApplication.Take("node 0 Root\ndblclick\nnode 0 Leaf.a");
+    EXPECT_EQ(m_oApplication.TakeLog(), Lines());
+}
+
+TEST_F(Interaction, ASecondStartRenameEndsTheFirst) {
+    Populate();
+    m_oApplication.Take("node 0 Leaf.a");
+    const auto oExplorer = m_oApplication.Explorer();
+    Lines aEditors;
+    const auto oRequested =
+        Tree()->EditorRequested.Subscribe([&] { aEditors.push_back(Tree()->EditedNode()->Key() + " opens"); });
+    const auto oEnd = Tree()->EditorEndRequested.Subscribe([&] {
+        aEditors.push_back(Tree()->EditedNode()->Key() + " ends");
+        Tree()->CommitLabelEdit("typed");
+    });
+    Ref<Object> aNew[2];
+    for (auto& oNew : aNew) {
+        oNew = NewItem();
+        CorvaneMain::QueryExplorerItem(oNew)->SetName(aEditors.empty() ? "m" : "n");
+        oExplorer->AddToExplorer(oNew, "Leaf");
+        oExplorer->StartRename(oNew);
+        oExplorer->StartRename(oNew); // is open already
+    }
+    EXPECT_EQ(aEditors, (Lines{"Leaf.m opens", "Leaf.m ends", "Leaf.n opens"}));
+    Tree()->SetSelectedItem(Tree()->GetNodes()->Item("Leaf.b"));
+    Tree()->StartLabelEdit(); // the control's own
+    EXPECT_EQ(Tree()->EditedNode()->Key(), "Leaf.b");
+    Tree()->CancelLabelEdit();
+}
+
 TEST_F(Interaction, StartRenameSelectsButEditsWhatIsActive) {
     Populate();
     m_oApplication.Take("node 0 Leaf.a");

@@ -144,6 +144,13 @@ TEST_F(Providers, TextsOfAnEntryAreSetByPath) {
     oOnly->SetCaption("Nowhere", "x");
     oOnly->SetCaption("", "x");
     New<MenuManager>()->SetMenuCaption("File", "Only", "x"); // before there is a bar
+    {
+        const auto oFails = m_oApplication.Host().Bar()->Changed.Subscribe([](const BarChange&) { Fail(77); });
+        oOnly->SetCaption("File", "Again"); // whatever happens
+        oOnly->SetDescription("File", "Still longer");
+    }
+    oOnly->SetCaption("File", "Renamed");
+    oOnly->SetDescription("File", "Longer");
     EXPECT_EQ(File(), "Keep\nRenamed  (hidden)\nFail\n");
     EXPECT_EQ(m_oApplication.Host().Bar()->Bands()->Item("File")->Tools()->Item("File.Only")->Description(), "Longer");
     EXPECT_EQ(m_oApplication.MasterTool("File.Only")->Description(), "");

@@ -43,8 +43,15 @@ TEST_F(ActiveBarTest, AnInstanceHasTextsOfItsOwnAndSharesItsState) {
     EXPECT_EQ(Texts(oInstance), "Copy|Copies|Copy it|More");
     oInstance->SetDescription("By itself");
     EXPECT_EQ(oMaster->Description(), "Copies");
-    m_oBar->ApplyToolToInstances(oMaster);
-    EXPECT_EQ(Texts(oInstance), "Duplicate|Copies||More");
+    // What the master has is taken over, pictures too; what it doesn't have stays as it is.
+    const auto oPicture = New<Picture>("m.png", Picture::Format::Png, "");
+    oInstance->SetPicture(Tool::Pressed, New<Picture>("p.png", Picture::Format::Png, ""));
+    oMaster->SetPicture(Tool::Disabled, oPicture);
+    for (int i = 0; i < 2; ++i)
+        m_oBar->ApplyToolToInstances(oMaster);
+    EXPECT_EQ(Texts(oInstance), "Duplicate|Copies|Copy it|More");
+    ASSERT_EQ(oInstance->Pictures().size(), 2U);
+    EXPECT_EQ(oInstance->PictureOf(Tool::Disabled), oPicture);
 
     const auto oOther = m_oBand->Tools()->Insert(0, oInstance); // of the same master
     oInstance->SetChecked(true);
@@ -57,7 +64,7 @@ TEST_F(ActiveBarTest, AnInstanceHasTextsOfItsOwnAndSharesItsState) {
     oInstance->SetIsDefaultItem(true);
     oInstance->SetPicture(Tool::Normal, New<Picture>("a.png", Picture::Format::Png, ""));
     EXPECT_FALSE(oMaster->IsDefaultItem() || oOther->IsDefaultItem());
-    EXPECT_FALSE(oMaster->PictureOf(Tool::Normal) || oInstance->PictureOf(Tool::Pressed));
+    EXPECT_FALSE(oMaster->PictureOf(Tool::Normal) || oOther->PictureOf(Tool::Normal));
     EXPECT_EQ(oInstance->PictureOf(Tool::Normal)->Name(), "a.png");
     oInstance->SetPicture(Tool::Normal, nullptr);
     EXPECT_FALSE(oInstance->PictureOf(Tool::Normal));

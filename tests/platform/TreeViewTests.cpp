@@ -172,7 +172,7 @@ TEST_F(TreeViewTest, LabelEdits) {
         {"Accepts", {}, {}, "new", "new", "editor "},
         {"ReplacesTheText", {}, [](bool&, std::string& sText) { sText += "!"; }, "new", "new!", "editor "},
         {"CancelsAfter", {}, Cancel, "new", "a", "editor "},
-        {"FailsAfter", {}, [](bool&, std::string&) { Fail(-1); }, "new", "a", "editor fails "},
+        {"FailsAfter", {}, [](bool&, std::string&) { Fail(-1); }, "new", "new", "editor fails "},
         {"ChangesTheNodeAndCancelsAfter",
          {},
          [&](bool& bCancel, std::string&) {

@@ -1,6 +1,7 @@
 // The life of services, and what their records say.
 
 #include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
 #include "corvane/services/ServiceBase.h"
 #include "corvane/services/ServiceManager.h"
 #include "tests/support/Application.h"
@@ -89,6 +90,27 @@ TEST(Life, TheFirstFailureEndsTheTermination) {
     EXPECT_EQ(oApplication.Host().FirstFailure()->Number, 78);
 }
 
+TEST(Life, AHostEndsTheRestAfterAFailure) {
+    Application oApplication;
+    oApplication.SetStandIns(R"({"objects": {"A.Service": {"fail": {"Terminate": {"number": 78}}},
+                                             "B.Service": {"fail": {"Terminate": {"number": 79}}}}})");
+    oApplication.AddService("A").AddService("B").AddService("C");
+    ASSERT_EQ(oApplication.Start(), 0);
+    (void)oApplication.TakeCalls();
+    const auto frmMain = oApplication.Host().MainForm();
+    EXPECT_EQ(NumberOf([&] { frmMain->Unload(); }), 78);
+    (void)oApplication.TakeLog();
+    const auto oFramework = CorvaneMain::Framework();
+    oFramework->EndAfterFailure();
+    EXPECT_EQ(oApplication.TakeCalls(),
+              (Lines{"A.Service#1 Terminate", "B.Service#1 Terminate", "C.Service#1 Terminate"}));
+    EXPECT_EQ(oApplication.TakeLog(), (Lines{"ServiceBase.IService_Terminate 79", "ServiceManager.Terminate 79"}));
+    EXPECT_TRUE(CorvaneMain::HasEnded());
+    EXPECT_TRUE(frmMain->Unload());
+    oFramework->EndAfterFailure(); // harmless
+    EXPECT_EQ(oApplication.TakeCalls(), Lines());
+}
+
 TEST(Life, OnlyAServiceOnAServiceBaseIsAlive) {
     Application oApplication;
     oApplication.AddService("A");
@@ -98,6 +120,10 @@ TEST(Life, OnlyAServiceOnAServiceBaseIsAlive) {
     EXPECT_TRUE(oServices->IsServiceAlive(oServices->Services()->Item("Shell")));
     EXPECT_FALSE(oServices->IsServiceAlive(nullptr));
     EXPECT_FALSE(oServices->IsServiceAlive(New<ServiceBase>()));
+    struct Bare final : IServiceAccess {
+        Ref<IService> Service() override { return nullptr; }
+    };
+    EXPECT_TRUE(oServices->IsServiceAlive(New<Bare>())); // it has nothing to show
 }
 
 TEST(ServiceBase, AnswersForAServiceThatHandlesNothing) {
@@ -147,6 +173,7 @@ TEST(MenuItemDef, KeysFollowTypePathAndAction) {
         {fwToolbarItem, "", 10, "Tool.Act", ".10"},
         {fwContextMenuItem, "Sub", 3, "Sub.Act", "3"},
         {fwContextMenuTitle, "", 0.1F, "Act", "0.1"},
+        {MenuType{300}, "File", 1, "File.Act", ""},
     };
     auto oActionItemDef = New<ActionItemDef>();
     oActionItemDef->Init("Act");
@@ -158,7 +185,28 @@ TEST(MenuItemDef, KeysFollowTypePathAndAction) {
         EXPECT_EQ(oDef->Key(), oCase.sKey);
         EXPECT_EQ(oDef->PositionKey(), oCase.sPositionKey);
         EXPECT_EQ(oDef->Caption(), "#Caption"); // the mark is a matter of files
+        EXPECT_EQ(oDef->MenuType(), oCase.eType);
     }
+}
+
+TEST(ActionItemDef, IsReadAgainWhole) {
+    struct Element final : IXmlNode {
+        std::optional<std::string> Attribute(std::string_view) const override { return {}; }
+        const char* AttributeText(std::string_view sName) const override { return sName == "Image" ? sImage : nullptr; }
+        void SetAttribute(std::string_view, std::string_view) override {}
+        std::vector<Ref<IXmlNode>> SelectNodes(std::string_view) const override { return {}; }
+        Ref<IXmlNode> SelectSingleNode(std::string_view) const override { return nullptr; }
+        Long Line() const override { return 7; }
+        const char* sImage = "open.bmp";
+    };
+    const auto oElement = New<Element>();
+    const auto oDef = New<ActionItemDef>();
+    oDef->Initialize(oElement);
+    EXPECT_EQ(oDef->Image(), "open.bmp");
+    EXPECT_EQ(oDef->Line(), 7);
+    oElement->sImage = nullptr;
+    oDef->Initialize(oElement);
+    EXPECT_EQ(oDef->Image(), "");
 }
 
 } // namespace

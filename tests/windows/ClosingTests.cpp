@@ -128,6 +128,20 @@ TEST_F(WindowsTest, CloseAllEndsChildrenUntilOneRefuses) {
     EXPECT_EQ(Manager().Windows()->KeyAt(1), "d");
 }
 
+TEST_F(WindowsTest, CloseAllPassesOverAChildThatIsBeingUnloaded) {
+    Define("Edit");
+    for (const char* sKey : {"a", "b", "c"})
+        OpenHidden("Edit", sKey)->Show();
+    int nTimes = 0;
+    const auto oTerminate = Manager().WindowTerminateEvent.Subscribe([&](const Ref<Window>&) {
+        ++nTimes;
+        Manager().CloseAll();
+    });
+    LastForm().Unload();
+    EXPECT_EQ(nTimes, 3);
+    EXPECT_EQ(Manager().Windows()->Count(), 0);
+}
+
 TEST_F(WindowsTest, AModalWindowHasEndedWhenItsOpeningReturns) {
     Define("Ask", "IsMDIChild='false' IsModal='true'");
     Define("Edit");

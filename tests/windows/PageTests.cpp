@@ -55,6 +55,20 @@ TEST_F(WindowsTest, ListenersHearActivationsOneAtATime) {
     }
 }
 
+TEST_F(WindowsTest, AFormForgetsAPageOfWhichItCantReportTheEnd) {
+    const auto a = New<TestPage>("a", m_oHeard);
+    const auto b = New<TestPage>("b", m_oHeard);
+    Manager().PageActivate(a);
+    const auto oFails = Manager().PageDeactivateEvent.Subscribe([](const Ref<Object>&) { Fail(77); });
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(NumberOf([&] { Manager().PageDeactivate(a); }), 77);
+    Manager().ForgetPage(b); // isn't the active one
+    EXPECT_EQ(NumberOf([&] { Manager().PageTerminate(a); }), 77);
+    Manager().ForgetPage(a);
+    EXPECT_EQ(NumberOf([&] { Manager().PageTerminate(a); }), 0);
+    EXPECT_EQ(NumberOf([&] { Manager().PageActivate(b); }), 0);
+}
+
 TEST_F(WindowsTest, EveryListenerHearsOfTheSamePageThatIsGivenUp) {
     const auto a = New<TestPage>("a", m_oHeard);
     const auto b = New<TestPage>("b", m_oHeard);

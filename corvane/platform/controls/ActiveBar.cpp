@@ -35,13 +35,22 @@ Tool::InstanceRange Tool::Instances() const {
     return InstanceRange(const_cast<Tool*>(&Master()));
 }
 
+// Texts mostly stand on the instances alone: what the master doesn't have is left as it is.
 void Tool::CopyFromMaster() {
     const Tool& oMaster = Master();
-    m_sCaption = oMaster.m_sCaption;
-    m_sDescription = oMaster.m_sDescription;
-    if (m_pRare || oMaster.m_pRare) {
-        RareToWrite().sToolTip = oMaster.Rare().sToolTip;
-        RareToWrite().sDropDownBand = oMaster.Rare().sDropDownBand;
+    const auto Take = [](SharedText& sOwn, const SharedText& sOfMaster) {
+        if (!sOfMaster.IsEmpty())
+            sOwn = sOfMaster;
+    };
+    Take(m_sCaption, oMaster.m_sCaption);
+    Take(m_sDescription, oMaster.m_sDescription);
+    if (oMaster.m_pRare) {
+        RareParts& oRare = RareToWrite();
+        Take(oRare.sToolTip, oMaster.m_pRare->sToolTip);
+        Take(oRare.sDropDownBand, oMaster.m_pRare->sDropDownBand);
+        for (const auto& [lState, oPicture] : oMaster.m_pRare->aPictures)
+            if (PictureOf(lState) != oMaster.PictureOf(lState))
+                oRare.aPictures.emplace_back(lState, oMaster.PictureOf(lState));
     }
     RaiseChanged(BarChange::What::ToolTexts);
 }
@@ -388,8 +397,11 @@ void ActiveBar::RedrawBars() {
 }
 
 void ActiveBar::ApplyToolToInstances(const Ref<Tool>& oTool) {
+    std::vector<Ref<Tool>> aInstances; // held: a renderer that hears of one may take away another
     for (Tool* pInstance : oTool->Instances())
-        pInstance->CopyFromMaster();
+        aInstances.emplace_back(pInstance);
+    for (const auto& oInstance : aInstances)
+        oInstance->CopyFromMaster();
 }
 
 void ActiveBar::SetStatusTextShown(bool bShown) {
@@ -411,6 +423,7 @@ bool ActiveBar::Open(const Ref<Band>& oBand) {
 void ActiveBar::Close(const Ref<Band>& oBand) {
     if (!oBand->Visible())
         return;
+    const Ref<ActiveBar> oSelf(this);
     oBand->SetVisible(false);
     BandClose.Raise(oBand);
 }

@@ -114,7 +114,7 @@ public:
     [[nodiscard]] Long HWnd() const { return Master().Rare().lHWnd; }
     void SetHWnd(Long hWnd);
 
-    void CopyFromMaster();      // texts and drop-down band
+    void CopyFromMaster();      // texts, drop-down band and pictures that the master has
     void Detach(bool bFromBar); // by the band or the control that goes away
 
     std::string_view TypeName() const override { return "Tool"; }
@@ -326,7 +326,7 @@ public:
     [[nodiscard]] const Ref<MasterTools>& Tools() const { return m_oTools; }
     void RecalcLayout();
     void RedrawBars();
-    // The instances take over texts and drop-down band of the master.
+    // The instances take over texts, drop-down band and pictures of the master, so far as it has any.
     void ApplyToolToInstances(const Ref<Tool>& oTool);
     // Whether the status text is shown; off while the progress bar is shown in its place.
     [[nodiscard]] bool StatusTextShown() const { return m_bStatusTextShown; }

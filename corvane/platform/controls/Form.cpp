@@ -19,6 +19,7 @@ void Form::Load() {
     static Long lLastHWnd = 0;
     if (m_bLoaded)
         return;
+    const Ref<Form> oSelf(this); // handlers may drop the last other reference
     m_bLoaded = true;
     m_lHWnd = ++lLastHWnd;
     if (m_pApplication)
@@ -30,7 +31,7 @@ void Form::Load() {
 bool Form::Unload() {
     if (!m_bLoaded || m_bUnloading)
         return true;
-    const Ref<Form> oSelf(this); // handlers may drop the last other reference
+    const Ref<Form> oSelf(this);
     bool bRefused = false;
     m_bUnloading = true;
     try {

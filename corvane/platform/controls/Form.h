@@ -25,6 +25,8 @@ public:
     [[nodiscard]] bool IsLoaded() const { return m_bLoaded; }
     // Raises OnLoad; nothing for a loaded form.
     void Load();
+    // Between the two events of an unload and its end.
+    [[nodiscard]] bool IsUnloading() const { return m_bUnloading; }
     // Raises OnQueryUnload and OnUnload, whose handlers may refuse, and then takes the form away. False when it was
     // refused. Nothing for a form that isn't loaded or that is being unloaded already.
     bool Unload();

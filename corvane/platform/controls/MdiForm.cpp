@@ -12,7 +12,7 @@ MdiForm::~MdiForm() {
 Ref<Form> MdiForm::ActiveForm() const {
     if (!m_bHidesActive)
         for (auto it = m_aForms.rbegin(); it != m_aForms.rend(); ++it)
-            if ((*it)->MDIChild() && m_mapPlaces.at(*it).bWasActive)
+            if ((*it)->MDIChild() && !(*it)->IsUnloading() && m_mapPlaces.at(*it).bWasActive)
                 return Ref<Form>(*it);
     return nullptr;
 }
@@ -57,6 +57,7 @@ void MdiForm::FormLoaded(const Ref<Form>& oForm) {
 void MdiForm::FormActivated(const Ref<Form>& oForm) {
     if (m_pForeground == oForm.Get())
         return;
+    const Ref<MdiForm> oSelf(this);
     const Ref<Form> oPrevious(m_pForeground);
     TakeOut(*oForm);
     m_mapPlaces[oForm.Get()] = {m_aForms.insert(m_aForms.end(), oForm.Get()), true};

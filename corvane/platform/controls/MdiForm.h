@@ -19,7 +19,8 @@ public:
     MdiForm() = default;
     ~MdiForm() override;
 
-    // The MDI child activated last among those loaded, or nothing: also when a child has been loaded but never shown.
+    // The MDI child activated last among those loaded, or nothing: also when a child has been loaded but never shown. A
+    // child that is being unloaded is passed over: whoever closes all children must come to an end.
     [[nodiscard]] Ref<Form> ActiveForm() const;
     // The form of any kind that is active, or nothing.
     [[nodiscard]] Ref<Form> ForegroundForm() const;

@@ -1,5 +1,7 @@
 #include "corvane/platform/controls/TabStrip.h"
 
+#include "corvane/base/Ref.h"
+
 namespace corvane {
 
 void TabStrip::SetTabs(Long lTabs) {
@@ -43,6 +45,7 @@ void TabStrip::SetBounds(Single fTop, Single fWidth, Single fHeight) {
 void TabStrip::ChooseTab(Long lTab) {
     if (lTab == m_lTab || lTab < 0 || lTab >= Tabs())
         return;
+    const Ref<TabStrip> oSelf(this);
     const Long lPrevious = m_lTab;
     SetTab(lTab);
     Click.Raise(lPrevious);

@@ -98,6 +98,7 @@ Ref<Node> Nodes::Add(std::string_view sRelative, NodeRelationship eRelationship,
         if (lImage < 0)
             Fail(FailureNumber::InvalidProcedureCall, "There is no image \"" + std::string(sImage) + "\"");
     }
+    const Ref<Nodes> oSelf(this);
     auto oNode = New<Node>(this, std::string(sKey), std::string(sText), lImage);
     auto& aSiblings = pParent ? pParent->m_aChildren : m_aRoots;
     const auto lRow = static_cast<Long>(aSiblings.size());
@@ -143,6 +144,7 @@ void Nodes::Drop(Node* pNode, bool bErasesKeys) {
 }
 
 void Nodes::Remove(std::string_view sKey) {
+    const Ref<Nodes> oSelf(this);
     Node* pNode = Item(sKey).Get();
     Node* pParent = pNode->m_pParent;
     const Long lRow = pNode->Row();
@@ -163,6 +165,7 @@ void Nodes::DropAll() {
 }
 
 void Nodes::Clear() {
+    const Ref<Nodes> oSelf(this);
     RaiseChanged({TreeChange::What::BeforeClear});
     DropAll();
     RaiseChanged({TreeChange::What::AfterClear});
@@ -211,6 +214,9 @@ void TreeView::SetSelectedItem(Ref<Node> oNode) {
 }
 
 void TreeView::StartLabelEdit() {
+    const Ref<TreeView> oSelf(this); // handlers may end the application
+    if (m_oEditedNode != m_oSelectedItem)
+        CancelLabelEdit();
     if (!m_oSelectedItem || m_oEditedNode)
         return;
     m_oEditedNode = m_oSelectedItem;
@@ -232,12 +238,21 @@ void TreeView::StartLabelEdit() {
     EditorRequested.Raise();
 }
 
+void TreeView::EndLabelEdit() {
+    if (!m_oEditedNode)
+        return;
+    const Ref<TreeView> oSelf(this);
+    EditorEndRequested.Raise();
+    CancelLabelEdit();
+}
+
 void TreeView::CancelLabelEdit() {
     if (const Ref<Node> oNode = std::move(m_oEditedNode))
         oNode->SetText(m_sTextBeforeEdit);
 }
 
 void TreeView::CommitLabelEdit(std::string sText) {
+    const Ref<TreeView> oSelf(this);
     const Ref<Node> oNode = std::move(m_oEditedNode);
     if (!oNode)
         return;
@@ -245,7 +260,7 @@ void TreeView::CommitLabelEdit(std::string sText) {
     try {
         AfterLabelEdit.Raise(bCancel, sText);
     } catch (...) {
-        oNode->SetText(m_sTextBeforeEdit);
+        oNode->SetText(std::move(sText));
         throw;
     }
     oNode->SetText(bCancel ? m_sTextBeforeEdit : std::move(sText));
@@ -262,6 +277,7 @@ void TreeView::Refresh() {
 }
 
 void TreeView::ClickNode(const Ref<Node>& oNode) {
+    const Ref<TreeView> oSelf(this);
     SetSelectedItem(oNode);
     NodeClick.Raise(oNode);
     Click.Raise();

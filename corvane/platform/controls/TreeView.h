@@ -163,7 +163,8 @@ public:
     // Nothing deselects. Raises no event of the control.
     void SetSelectedItem(Ref<Node> oNode);
     // Opens the selected node's label for editing: raises BeforeLabelEdit and, unless that cancels, asks the renderer
-    // for its editor. Does nothing without a selection.
+    // for its editor. Does nothing without a selection, and for the label that is open already; another label that is
+    // open is cancelled.
     void StartLabelEdit();
     // The node at a point (in pixels of the tree), or nothing; known to the renderer.
     [[nodiscard]] Ref<Node> HitTest(Single x, Single y) const;
@@ -180,16 +181,21 @@ public:
 
     // For renderers alone.
     Event<const TreeChange&> Changed;
-    Event<> EditorRequested; // for the selected node's label; its text is the text to edit
+    Event<> EditorRequested;    // for the selected node's label; its text is the text to edit
+    Event<> EditorEndRequested; // by EndLabelEdit: commit what has been typed, or cancel when nothing has
     Event<Single, Single, Ref<Node>&> HitTestRequested;
 
     // What the user does, in the name of a renderer or a test.
     // A click of the left button on a node: the selection moves, then NodeClick, then Click.
     void ClickNode(const Ref<Node>& oNode);
-    // The label's edit ends. A committed text goes through AfterLabelEdit; a cancelled edit, or one whose handler
-    // cancels or fails, leaves the text that the edit began with.
+    // The label's edit ends. A committed text goes through AfterLabelEdit, and stands as typed when a handler fails; a
+    // cancelled edit, or one whose handler cancels, leaves the text that the edit began with.
     void CommitLabelEdit(std::string sText);
     void CancelLabelEdit();
+    // The label that is open ends as if the user had turned to something else: the renderer commits what has been
+    // typed. Without a renderer it is cancelled.
+    void EndLabelEdit();
+    [[nodiscard]] const Ref<Node>& EditedNode() const { return m_oEditedNode; } // nothing while no label is open
     [[nodiscard]] bool IsEditingLabel() const { return static_cast<bool>(m_oEditedNode); }
 
     std::string_view TypeName() const override { return "TreeView"; }

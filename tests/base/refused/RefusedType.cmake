@@ -1,0 +1,13 @@
+# What the compiler says of each member of RefusedType.cpp: nothing of the first, one error of each other.
+foreach(member Start List Change Small)
+  execute_process(COMMAND ${COMPILE} -DMEMBER=${member} ${SOURCE} ERROR_VARIABLE said RESULT_VARIABLE failed)
+  string(REGEX MATCHALL "error: [^\n]*" errors "${said}")
+  list(LENGTH errors count)
+  if(member STREQUAL "Start")
+    if(failed)
+      message(FATAL_ERROR "${member} is refused:\n${said}")
+    endif()
+  elseif(NOT count EQUAL 1 OR NOT errors MATCHES "called by name.*LongLong.*Ref<T>")
+    message(FATAL_ERROR "${member} has ${count} errors:\n${said}")
+  endif()
+endforeach()
