@@ -154,6 +154,8 @@ Json ArgumentJson(const Variant& argument) {
         return *boolean;
     if (const auto* longValue = argument.Get<Long>())
         return *longValue;
+    if (const auto* longLong = argument.Get<LongLong>())
+        return *longLong;
     return argument.IsEmpty() ? Json(nullptr) : Json(ToText(argument));
 }
 

@@ -168,8 +168,10 @@ void Replace(const std::string& path, std::string_view text) {
 } // namespace
 
 SettingsStore::SettingsStore(std::string_view application, std::string folder) : m_folder(std::move(folder)) {
-    if (m_folder.empty())
-        m_folder = JoinPath(JoinPath(UserFolder("XDG_CONFIG_HOME", ".config"), "corvane"), AsFileName(application));
+    if (!m_folder.empty())
+        return;
+    if (const std::string config = UserFolder("XDG_CONFIG_HOME", ".config"); !config.empty())
+        m_folder = JoinPath(JoinPath(config, "corvane"), AsFileName(application));
 }
 
 std::string SettingsStore::PathOf(std::string_view service) const {
@@ -178,6 +180,8 @@ std::string SettingsStore::PathOf(std::string_view service) const {
 
 std::string SettingsStore::Read(std::string_view service, std::string_view category, std::string_view name,
                                 std::string_view defaultText) const {
+    if (m_folder.empty())
+        return std::string(defaultText);
     std::vector<Setting> settings = Load(PathOf(service));
     const Setting* setting = Find(settings, category, name);
     return setting ? setting->value : std::string(defaultText);
@@ -185,6 +189,10 @@ std::string SettingsStore::Read(std::string_view service, std::string_view categ
 
 void SettingsStore::Write(std::string_view service, std::string_view category, std::string_view name,
                           std::string_view value) {
+    if (m_folder.empty())
+        Fail(FailureNumber::FileAccess,
+             "The settings of \"" + std::string(service) +
+                 "\" can't be written: there is no home folder. Set HOME or XDG_CONFIG_HOME.");
     const std::string path = PathOf(service);
     std::error_code error;
     std::filesystem::create_directories(m_folder, error);

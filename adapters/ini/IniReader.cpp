@@ -37,7 +37,11 @@ struct Lines {
         lines.rest.remove_prefix(std::min(end + 1, lines.rest.size()));
         std::string given(line);
         const std::size_t sign = line.find('=');
-        if (sign != std::string_view::npos && !line.starts_with(';') && !line.starts_with('[')) {
+        if (line.starts_with(';') || line.starts_with('[')) {
+            // as it is
+        } else if (sign == std::string_view::npos || line.substr(0, sign).find(':') != std::string_view::npos) {
+            given.clear(); // no key: only inih would take a colon for the sign
+        } else {
             given = std::string(line.substr(0, sign)) + "=" + std::to_string(lines.values.size());
             lines.values.push_back(Trimmed(line.substr(sign + 1)));
         }

@@ -41,6 +41,12 @@ std::string Now() {
     return all;
 }
 
+// Asked once, as a debugger's session is begun.
+bool BreaksByEnvironment() {
+    const char* value = std::getenv("CORVANE_BREAK_ON_ERROR");
+    return value && *value && std::string_view(value) != "0";
+}
+
 void AppendField(std::string& line, std::string_view text) {
     line += '\t';
     for (const char c : text) {
@@ -67,14 +73,16 @@ void AppendField(std::string& line, std::string_view text) {
 
 Utilities::Utilities(std::string appName, std::string appFolder, std::string logFolder)
     : m_appName(std::move(appName)), m_appFolder(std::move(appFolder)),
-      m_log(LogPathIn(std::move(logFolder), m_appName)) {}
+      m_log(LogPathIn(std::move(logFolder), m_appName)), m_breakOnError(BreaksByEnvironment()) {}
 
 void Utilities::LogError(std::string_view appName, std::string_view module, std::string_view procedure,
                          const Failure& failure, std::string_view context, bool show) {
     std::string line = Now();
+    std::string where(context);
+    if (!failure.Context.empty())
+        where += (where.empty() ? "" : "; ") + failure.Context;
     const std::string number = std::to_string(failure.Number);
-    const std::string_view fields[] = {appName, module, procedure, number, failure.Source, failure.Description,
-                                       context};
+    const std::string_view fields[] = {appName, module, procedure, number, failure.Source, failure.Description, where};
     for (const std::string_view text : fields)
         AppendField(line, text);
     m_log.Write(line);

@@ -23,9 +23,10 @@ public:
     // $XDG_STATE_HOME, or in ~/.local/state.
     Utilities(std::string appName, std::string appFolder, std::string logFolder = {});
 
-    // A line is time, application, module, procedure, number, source, description and context, with tabs between. In
-    // the texts \n, \r, \t and \\ represent a line feed, a carriage return, a tab and a backslash. Never fails by
-    // itself; a failure of the host's callback goes to the caller.
+    // A line is time, application, module, procedure, number, source, description and context, with tabs between.
+    // Behind the context, or in its place, stands where in a plug-in the failure happened, when that is known. In the
+    // texts \n, \r, \t and \\ represent a line feed, a carriage return, a tab and a backslash. Never fails by itself; a
+    // failure of the host's callback goes to the caller.
     void LogError(std::string_view appName, std::string_view module, std::string_view procedure, const Failure& failure,
                   std::string_view context, bool show) override;
     std::string AppName() const override { return m_appName; }
@@ -38,6 +39,7 @@ public:
     using ShowFunction = std::function<void(const ShownFailure&)>;
     // Shows a failure and returns when the user has seen it. Without one it goes to the error stream.
     void SetShow(ShowFunction show) { m_show = std::move(show); }
+    // At first it is on when the environment has CORVANE_BREAK_ON_ERROR with another value than 0.
     void SetBreakOnError(bool breakOnError) { m_breakOnError = breakOnError; }
     [[nodiscard]] const std::string& LogPath() const { return m_log.Path(); }
 
@@ -46,7 +48,7 @@ private:
     std::string m_appFolder;
     LogFile m_log;
     ShowFunction m_show;
-    bool m_breakOnError = false;
+    bool m_breakOnError;
 };
 
 } // namespace corvane

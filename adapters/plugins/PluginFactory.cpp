@@ -147,8 +147,8 @@ std::vector<PluginFactory::ClassInfo> PluginFactory::Classes(std::string_view li
     LibraryOf(std::string(library) + ".*", wanted);
     std::vector<ClassInfo> classes;
     for (const PluginClass& pluginClass : ClassesOf(*Load(library, wanted).table))
-        classes.push_back(
-            {pluginClass.ProgID, pluginClass.Members ? pluginClass.Members() : std::vector<MemberInfo>()});
+        classes.push_back({pluginClass.ProgID, pluginClass.Members ? pluginClass.Members() : std::vector<MemberInfo>(),
+                           pluginClass.IsService, pluginClass.IsExplorerItem, pluginClass.IsPage});
     return classes;
 }
 

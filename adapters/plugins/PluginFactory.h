@@ -19,6 +19,10 @@ public:
     struct ClassInfo {
         std::string progID;
         std::vector<MemberInfo> members; // in the order of the class's table
+        // What the library can use its objects as.
+        bool isService = false;
+        bool isExplorerItem = false;
+        bool isPage = false;
     };
 
     // A folder that doesn't exist is an empty one.

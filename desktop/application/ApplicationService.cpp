@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QStyle>
+#include <set>
 
 namespace corvane::desktop {
 
@@ -21,9 +22,17 @@ namespace {
 void OpenPreferences() {
     const Ref<Framework> framework = Singleton::Framework();
     const auto pageDefs = framework->ServiceManager()->WindowDefs()->Item(WindowHost::ListedWindow)->PageDefs();
-    for (const auto& pageDef : framework->ServiceManager()->PreferencePageDefs())
-        if (!pageDefs->HasKey(pageDef->Key()))
-            pageDefs->Add(pageDef, pageDef->Key());
+    std::set<const PageDef*> present;
+    for (const auto& pageDef : pageDefs)
+        present.insert(pageDef.Get());
+    for (const auto& pageDef : framework->ServiceManager()->PreferencePageDefs()) {
+        if (present.contains(pageDef.Get()))
+            continue;
+        std::string key = pageDef->Key();
+        while (pageDefs->HasKey(key)) // two services may have a page of one class and caption
+            key += "'";
+        pageDefs->Add(pageDef, key);
+    }
     framework->WindowManager()->OpenWindow(WindowHost::ListedWindow, nullptr);
 }
 

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <cstdio>
+#include <cstdlib>
 #include <deque>
 #include <map>
 #include <utility>
@@ -49,12 +50,15 @@ int main(int argc, char** argv) {
          {"without", "Leaves out that service, or all services of that plug-in; may be given several times.", "NAME"},
          {"safe", "Leaves out all plug-ins and your customizations of the desktop."},
          {"record", "Records what you do in that file, as steps for corvane inspect --steps.", "FILE"},
+         {"break-on-error", "Stops in the debugger, if one is attached, at each failure that the library logs."},
          {"quit", "Ends after that, without asking any question."}});
     parser.process(qt);
     if (parser.positionalArguments().size() != 1) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);
         return Exit::Usage;
     }
+    if (parser.isSet("break-on-error"))
+        ::setenv("CORVANE_BREAK_ON_ERROR", "1", 1);
     const QStringList languages = WantedLanguages();
     const HostTranslation translation(languages);
     try {

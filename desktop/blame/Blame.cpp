@@ -95,7 +95,7 @@ std::string CrashText(const CrashRecord& record) {
 } // namespace
 
 Blame::Blame(Ref<Utilities> utilities, std::string stateFolder, LeftOut leftOut, const AskFunction& ask)
-    : m_utilities(std::move(utilities)), m_servicesFolder(m_utilities->GetAppFolder("Services")),
+    : m_utilities(std::move(utilities)), m_log(*m_utilities), m_servicesFolder(m_utilities->GetAppFolder("Services")),
       m_leftOut(std::move(leftOut)), m_marker(stateFolder) {
     ReportCrash(ask);
     Entering::SetWatcher(this);
@@ -114,8 +114,7 @@ void Blame::Left() noexcept {
 }
 
 void Blame::Log(const std::string& text) const {
-    m_utilities->LogError(m_utilities->AppName(), "Desktop", "Blame", Failure(FailureNumber::ObjectErrorBase, text), {},
-                          false);
+    m_log.LogError(m_log.AppName(), "Desktop", "Blame", Failure(FailureNumber::ObjectErrorBase, text), {}, false);
 }
 
 void Blame::ReportCrash(const AskFunction& ask) {

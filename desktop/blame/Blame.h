@@ -52,6 +52,7 @@ private:
     void ReportBusy(const char* plugin, UiWatch::Milliseconds duration, bool over);
 
     Ref<Utilities> m_utilities;
+    Utilities& m_log; // the same: the watching thread, too, writes to the log, but holds no object
     std::string m_servicesFolder;
     LeftOut m_leftOut;
     CrashMarker m_marker;

@@ -79,6 +79,7 @@ ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> i
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) { View_Toggled(index, false); });
     m_tree_Changed = m_treeView->Changed.Subscribe([this](const TreeChange& change) { Tree_Changed(change); });
     m_tree_EditorRequested = m_treeView->EditorRequested.Subscribe([this] { OpenEditor(); });
+    m_tree_EditorEndRequested = m_treeView->EditorEndRequested.Subscribe([this] { EndEditor(); });
     m_tree_HitTestRequested = m_treeView->HitTestRequested.Subscribe(
         [this](Single x, Single y, Ref<Node>& node) { node = Ref<Node>(NodeAtPoint(QPointF(x, y).toPoint())); });
     ApplyExpandedEverywhere();
@@ -278,6 +279,17 @@ void ExplorerTree::OpenEditor() {
     // Where no one can type, the model mustn't wait for an end.
     if (state() != EditingState)
         m_treeView->CancelLabelEdit();
+}
+
+// Another label is about to be opened: what has been typed counts, and an editor that nobody has touched goes.
+void ExplorerTree::EndEditor() {
+    QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    auto* line = editor ? qobject_cast<QLineEdit*>(editor) : nullptr;
+    if (!line)
+        return;
+    if (line->isModified())
+        commitData(line);
+    closeEditor(line, QAbstractItemDelegate::NoHint);
 }
 
 // The editor goes before the model is notified of the text, since the answer may be a message that waits for the user.

@@ -84,6 +84,7 @@ private:
     void View_Toggled(const QModelIndex& index, bool expanded);
 
     void OpenEditor();
+    void EndEditor();
     // Each tells the model in one guarded step.
     void ReportNode(const Ref<Node>& node);
     void ReportMouse(const Event<Long, Long, Single, Single>& event, Long button, Long shift, const QPoint& point);
@@ -114,6 +115,7 @@ private:
 
     Subscription m_tree_Changed;
     Subscription m_tree_EditorRequested;
+    Subscription m_tree_EditorEndRequested;
     Subscription m_tree_HitTestRequested;
 };
 

@@ -98,8 +98,11 @@ bool SettleUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem>
         exit = exit && saved;
     }
     const Ref<KeyedCollection<Ref<Object>>> services = framework->ServiceManager()->Services();
+    std::set<const Object*> completed; // once each, though one object may serve under several names
     for (const auto& object : *services)
         guard([&] {
+            if (!completed.insert(object.Get()).second)
+                return;
             const Entering entering(object);
             if (const auto service = CorvaneMain::QueryService(object))
                 service->SaveComplete(!exit);

@@ -109,11 +109,12 @@ TEST(Pictures, KeepNameAndBytes) {
 TEST(Ini, ValuesAreFoundAsTheyStand) {
     test::TemporaryFolder folder;
     const std::string longText(300, 'x');
-    folder.Write("qrz.ini",
-                 "\xEF\xBB\xBF; comment\r\n  [ preferences ]\r\nText=a = b ; c # d  \r\n   Indented = yes\r\n"
-                 "Twice=1\nTWICE=2\nNumber=12abc\nNegative= -3.7\nLarge=99999999999\nWord=abc\nNone=\n"
-                 "[Other]\nText=wrong\n[]\nOnly=this\n[Preferences]\n;Text=no\nLater=\xC3\xBC\nLong=" +
-                     longText);
+    folder.Write(
+        "qrz.ini",
+        "\xEF\xBB\xBF; comment\r\n  [ preferences ]\r\nText=a = b ; c # d  \r\n   Indented = yes\r\n"
+        "Twice=1\nTWICE=2\nNumber=12abc\nNegative= -3.7\nLarge=99999999999\nWord=abc\nNone=\n"
+        "Colon: 5\nAlso: x = 6\n[Other]\nText=wrong\n[]\nOnly=this\n[Preferences]\n;Text=no\nLater=\xC3\xBC\nLong=" +
+            longText);
     folder.Write("old.ini", "[Preferences]\nText=M\xFCll");
     const auto ini = New<IniReader>();
     const std::string file = folder.Path() + "\\QRZ.INI";
@@ -128,6 +129,7 @@ TEST(Ini, ValuesAreFoundAsTheyStand) {
     EXPECT_EQ(Text("Long"), longText.substr(0, 255));
     EXPECT_EQ(Text("None"), "");
     EXPECT_EQ(Text("Only"), "default");
+    EXPECT_EQ(Text("Colon") + Text("Also"), "defaultdefault"); // a colon makes no key
     EXPECT_EQ(ini->ReadString(folder.Path() + "/old.ini", "Preferences", "Text", "", 255), "Müll");
     const auto Number = [&](const char* key) { return ini->ReadInteger(file, "preferences", key, 7); };
     EXPECT_EQ(Number("Number"), 12);

@@ -4,6 +4,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <cctype>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
@@ -40,11 +41,28 @@ TEST(Log, AFailureIsOneLineOfEscapedFields) {
     const auto utilities = New<Utilities>("App", "/app", folder.Path() + "/made/on/the/way");
     EXPECT_FALSE(FindPath(utilities->LogPath()));
     utilities->LogError("App", "Module", "Name (Get)", Failure(-1, "two\nlines\tand \\", "Source"), "ü\r\x1B", false);
-    utilities->LogError("App", "Module", "Second", Failure(5), "", false);
+    Failure failure(5);
+    utilities->LogError("App", "Module", "Second", failure, "", false);
+    failure.Context = "in Open (Bird.OnOpen)"; // where in a plug-in, behind the context or instead of it
+    utilities->LogError("App", "Module", "Third", failure, "", false);
+    utilities->LogError("App", "Module", "Fourth", failure, "Class", false);
     const std::string log = ReadOf(utilities->LogPath());
     EXPECT_EQ(WithoutTimes(log),
               "9999-99-99T99:99:99.999+9999\tApp\tModule\tName (Get)\t-1\tSource\ttwo\\nlines\\tand \\\\\tü\\r?\n"
-              "9999-99-99T99:99:99.999+9999\tApp\tModule\tSecond\t5\tCorvane\tInvalid procedure call or argument\t\n");
+              "9999-99-99T99:99:99.999+9999\tApp\tModule\tSecond\t5\tCorvane\tInvalid procedure call or argument\t\n"
+              "9999-99-99T99:99:99.999+9999\tApp\tModule\tThird\t5\tCorvane\tInvalid procedure call or argument\t"
+              "in Open (Bird.OnOpen)\n"
+              "9999-99-99T99:99:99.999+9999\tApp\tModule\tFourth\t5\tCorvane\tInvalid procedure call or argument\t"
+              "Class; in Open (Bird.OnOpen)\n");
+}
+
+TEST(Log, TheEnvironmentSaysWhetherToBreakOnErrors) {
+    for (const auto& [value, breaks] : {std::pair("1", true), std::pair("0", false), std::pair("", false)}) {
+        ::setenv("CORVANE_BREAK_ON_ERROR", value, 1);
+        EXPECT_EQ(New<Utilities>("App", "/app", "/nowhere")->BreakOnError(), breaks) << value;
+    }
+    ::unsetenv("CORVANE_BREAK_ON_ERROR");
+    EXPECT_FALSE(New<Utilities>("App", "/app", "/nowhere")->BreakOnError());
 }
 
 TEST(Log, IsTurnedOverAndKeepsFiveFiles) {

@@ -71,6 +71,11 @@ TEST(Settings, LieInTheUsersConfigurationFolder) {
     EXPECT_EQ(New<SettingsStore>("My/App")->Folder(), "/home/somebody/.config/corvane/My%2FApp");
     ::setenv("XDG_CONFIG_HOME", "/conf", 1);
     EXPECT_EQ(New<SettingsStore>("..")->Folder(), "/conf/corvane/%2E.");
+    ::unsetenv("HOME");
+    ::unsetenv("XDG_CONFIG_HOME");
+    const auto homeless = New<SettingsStore>("App"); // nothing is written into the current folder
+    EXPECT_EQ(homeless->Read("S", "C", "n", "default"), "default");
+    EXPECT_EQ(FailureOf([&] { homeless->Write("S", "C", "n", "x"); }).substr(0, 3), "75:");
 }
 
 TEST(Settings, AFolderThatCannotBeMadeIsTold) {
