@@ -51,7 +51,10 @@ TEST(Csv, ReadsWhatProgramsWrite) {
         {"a column without values", "a,b\n1,\n2,\n", "a:whole number[1|2] b:text[-|-]"},
         {"numbers", "a,b,c\n+1,1e3,0x10\n-2,-.5,inf\n", "a:whole number[1|-2] b:number[1000|-0.5] c:text[0x10|inf]"},
         {"one odd value makes a column text", "a\n1\n2 mm\n", "a:text[1|2 mm]"},
-        {"whole numbers that no double holds", "a\n9007199254740993\n", "a:number[9007199254740992]"},
+        {"identifiers of digits", "a,b,c\n12345678901234567,01234,0.10\n12345678901234568,7,0\n",
+         "a:text[12345678901234567|12345678901234568] b:text[01234|7] c:number[0.1|0]"},
+        {"numbers come back as they were read", "a,b,c\n100000,43.90,1e5\n-2000000,-7.00,1e-7\n",
+         "a:whole number[100000|-2000000] b:number[43.90|-7.00] c:number[100000|1e-07]"},
         {"names: missing, doubled in another case", "a,,A\n1,2,3\n",
          "a:whole number[1] column 2:whole number[2] A (2):whole number[3]"},
         {"blank lines and blanks around fields", "\n a , b \n\n 1 , x \n  \n", "a:whole number[1] b:text[x]"},
@@ -74,6 +77,16 @@ TEST(Csv, BadRowsNameTheirLine) {
     };
     for (const auto& testCase : cases)
         EXPECT_EQ(FailureOfReading(testCase.text), testCase.failure);
+}
+
+TEST(Csv, SaysWhyAColumnOfDigitsStaysText) {
+    const std::string text = "id;zip;n\n12345678901234567;01234;1,50\n;;2\n";
+    EXPECT_EQ(ReadCsv(text).keptAsText,
+              (std::vector<std::string>{"“id” stays text: “12345678901234567” has more digits than a number keeps.",
+                                        "“zip” stays text: “01234” begins with a zero."}));
+    const CsvResult wanted = ReadCsv(text, {0, false, {false, false, true}}); // as a whole its letters stay
+    EXPECT_EQ(Shape(wanted.table), "id:text[12345678901234567|-] zip:text[01234|-] n:text[1,50|2]");
+    EXPECT_EQ(WriteCsv(ReadCsv("a,b\n1000000,43.90\n2,5.00\n").table), "a,b\n1000000,43.90\n2,5.00\n");
 }
 
 TEST(Csv, BadRowsCanBeLeftOut) {

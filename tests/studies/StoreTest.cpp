@@ -217,6 +217,10 @@ TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
                   store.SetCells(set, {{1, 2, "1.5"}});
               }),
               "“1.5” isn't a whole number, and “count” is a column of whole numbers.");
+    EXPECT_EQ(FailureOfCall([&] {
+                  store.SetCells(set, {{1, 2, "12345678901234567"}});
+              }),
+              "“12345678901234567” has more digits than a number keeps.");
     EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
 }
 
@@ -267,8 +271,8 @@ TEST_F(StoreOfStudies, AFileOfTheFirstVersionIsRead) {
         for (const std::string column : {"kind", "x_column", "y_column", "first_group", "second_group", "figure",
                                          "bins", "confidence", "resamples", "seed"})
             file.Run("ALTER TABLE analyses DROP COLUMN " + column);
-        for (const std::string table :
-             {"studies DROP COLUMN notes", "data_sets DROP COLUMN notes", "data_columns DROP COLUMN unit"})
+        for (const std::string table : {"studies DROP COLUMN notes", "data_sets DROP COLUMN notes",
+                                        "data_columns DROP COLUMN unit", "data_columns DROP COLUMN decimals"})
             file.Run("ALTER TABLE " + table);
         file.Run("PRAGMA user_version=1");
     }
@@ -295,9 +299,9 @@ TEST_F(StoreOfStudies, FilesThatItCannotUse) {
     Database(foreign).Run("CREATE TABLE t(x)");
     EXPECT_EQ(FailureOfCall([&] { Store store(foreign); }), "The file “" + foreign + "” belongs to another program.");
 
-    Database(m_path).Run("PRAGMA user_version=3");
+    Database(m_path).Run("PRAGMA user_version=4");
     EXPECT_EQ(FailureOfCall([&] { Store store(m_path); }),
-              "The file “" + m_path + "” was written by a later version of Studies (3; this one knows 2).");
+              "The file “" + m_path + "” was written by a later version of Studies (4; this one knows 3).");
 }
 
 TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {

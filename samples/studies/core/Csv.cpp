@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <filesystem>
 #include <limits>
@@ -144,12 +143,32 @@ std::vector<Column> NamedColumns(const Record& header) {
     return columns;
 }
 
-// Makes the column one of numbers when all its values are, and there is one.
-bool TurnToNumbers(Column& column, char point) {
+// Why a number can't stand for the text that it was read from; "" when it can. Zeros at the end of decimals may go.
+std::string LossOf(std::string_view text, double value) {
+    const std::string_view digits = text.substr(text.find_first_not_of("+-"));
+    if (digits.size() > 1 && digits[0] == '0' && digits[1] >= '0' && digits[1] <= '9')
+        return "“" + std::string(text) + "” begins with a zero";
+    if (LosesDigits(text, value))
+        return "“" + std::string(text) + "” has more digits than a number keeps";
+    return {};
+}
+
+int DecimalsOf(std::string_view text, char point) {
+    const std::size_t at = text.find(point);
+    return at == std::string_view::npos || text.find_first_of("eE") != std::string_view::npos
+               ? 0
+               : static_cast<int>(text.size() - at - 1);
+}
+
+enum class Reading { NotNumbers, Numbers, Loss };
+
+// Makes the column one of numbers when all its values are, there is one, and none loses anything; loss says otherwise.
+Reading TurnToNumbers(Column& column, char point, std::string& loss) {
     std::vector<double> numbers;
     numbers.reserve(column.texts.size());
     bool whole = true;
-    bool any = false;
+    int decimals = -1; // -2: not all values have as many
+    std::string found;
     for (const std::string& text : column.texts) {
         if (text.empty()) {
             numbers.push_back(std::numeric_limits<double>::quiet_NaN());
@@ -157,19 +176,25 @@ bool TurnToNumbers(Column& column, char point) {
         }
         const std::optional<double> value = NumberOf(text, point);
         if (!value)
-            return false;
-        // Beyond 2^53 a double doesn't hold every whole number.
-        whole = whole && std::abs(*value) < 9007199254740992.0 &&
-                text.find_first_not_of("+-0123456789") == std::string::npos;
-        any = true;
+            return Reading::NotNumbers;
+        if (found.empty())
+            found = LossOf(text, *value);
+        whole = whole && text.find_first_not_of("+-0123456789") == std::string::npos;
+        const int own = DecimalsOf(text, point);
+        decimals = decimals == -1 || decimals == own ? own : -2;
         numbers.push_back(*value);
     }
-    if (!any)
-        return false;
+    if (decimals == -1)
+        return Reading::NotNumbers;
+    if (!found.empty()) {
+        loss = found;
+        return Reading::Loss;
+    }
     column.type = whole ? ColumnType::Whole : ColumnType::Number;
+    column.decimals = std::max(decimals, 0);
     column.numbers = std::move(numbers);
     column.texts.clear();
-    return true;
+    return Reading::Numbers;
 }
 
 std::string ProblemOf(const Record& record, std::size_t columns) {
@@ -249,23 +274,19 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options) {
         }
         ++table.rows;
     }
-    for (Column& column : table.columns) {
-        if (!TurnToNumbers(column, '.') && result.delimiter != ',')
-            TurnToNumbers(column, ',');
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        Column& column = table.columns[i];
+        if (i < options.text.size() && options.text[i])
+            continue;
+        std::string loss;
+        if (TurnToNumbers(column, '.', loss) == Reading::NotNumbers && result.delimiter != ',')
+            TurnToNumbers(column, ',', loss);
+        if (!loss.empty())
+            result.keptAsText.push_back("“" + column.name + "” stays text: " + loss + ".");
         if (column.IsNumeric())
             column.unit = UnitInName(column.name);
     }
     return result;
-}
-
-void TurnToText(Column& column) {
-    if (!column.IsNumeric())
-        return;
-    for (std::size_t row = 0; row < column.numbers.size(); ++row)
-        column.texts.push_back(column.Text(row));
-    column.type = ColumnType::Text;
-    column.numbers.clear();
-    column.unit.clear();
 }
 
 CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options) {

@@ -13,25 +13,26 @@ namespace studies {
 struct CsvOptions {
     char delimiter = 0; // 0: ',', ';' or tab, whichever the text is written with
     bool skipBadRows = false;
+    std::vector<bool> text = {}; // true for columns that are read as text whatever their values are
 };
 
 struct CsvResult {
     Table table;
     char delimiter = ',';
     std::vector<std::string> skipped; // one text for each row that was left out: its line and why
+    // For each column of numbers that remains text, since numbers couldn't give its values back: its name and why.
+    std::vector<std::string> keptAsText;
 };
 
 // The first row holds the names of the columns. Fields may stand in double quotes, lines end in LF or CRLF, blank
 // lines count for nothing. A column whose values all read as whole numbers or as numbers is one of numbers; where the
-// delimiter isn't the comma, the numbers may be written with a decimal comma. Fails, naming the line, for a row with
+// delimiter isn't the comma, the numbers may be written with a decimal comma. A column of which a value has a leading
+// zero, as identifiers have, or more digits than a double keeps, stays text. Fails, naming the line, for a row with
 // too few or too many fields and for a quote that isn't closed; with skipBadRows such a row is left out.
 [[nodiscard]] CsvResult ReadCsv(std::string_view text, const CsvOptions& options = {});
 
 // The same for a file; its failures name the file too.
 [[nodiscard]] CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options = {});
-
-// Makes a column of numbers one of text, as for numbers that only name something.
-void TurnToText(Column& column);
 
 struct CsvStyle {
     char delimiter = ',';

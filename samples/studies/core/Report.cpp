@@ -1,8 +1,6 @@
 #include "Report.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace studies {
@@ -13,35 +11,6 @@ std::string Counted(std::size_t n, std::string_view one) {
 }
 
 } // namespace
-
-std::string FigureText(double value, int digits) {
-    if (std::isnan(value))
-        return "-";
-    std::array<char, 32> text{};
-    const auto result =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, digits);
-    return {text.data(), result.ptr};
-}
-
-std::string DecimalText(double value, int decimals) {
-    if (std::isnan(value))
-        return "-";
-    const double size = std::abs(value);
-    const double least = 0.5 * std::pow(10.0, -decimals);
-    std::array<char, 64> buffer{};
-    if (size >= 1e12 || (size > 0 && size < least)) {
-        const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                          std::chars_format::scientific, std::max(1, decimals));
-        return {buffer.data(), result.ptr};
-    }
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
-    std::string text(buffer.data(), result.ptr);
-    const std::size_t point = std::min(text.find('.'), text.size());
-    for (std::size_t i = point; i > 3 && text[i - 4] != '-'; i -= 3)
-        text.insert(i - 3, ",");
-    return text;
-}
 
 std::string CountText(std::size_t count) {
     return DecimalText(static_cast<double>(count), 0);

@@ -1,6 +1,7 @@
 // Figures and summaries as text: aligned in columns, in one line for the status bar, or as a person reads them.
 #pragma once
 
+#include "NumberText.h"
 #include "Statistics.h"
 
 #include <string>
@@ -9,11 +10,6 @@
 
 namespace studies {
 
-// Up to that many significant digits; "-" for what isn't known.
-[[nodiscard]] std::string FigureText(double value, int digits = 7);
-
-// With exactly that many digits after the point, thousands apart; very large and very small ones as powers of ten.
-[[nodiscard]] std::string DecimalText(double value, int decimals);
 // "1,234" for a count.
 [[nodiscard]] std::string CountText(std::size_t count);
 // "p = 0.034", or "p < 0.001".

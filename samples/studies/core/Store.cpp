@@ -11,7 +11,7 @@ namespace studies {
 namespace {
 
 constexpr std::int64_t ApplicationId = 0x53545544;
-constexpr std::int64_t SchemaVersion = 2;
+constexpr std::int64_t SchemaVersion = 3;
 constexpr std::size_t LongestName = 120;
 
 // The tables whose changes are undone. The data themselves stand in a table of their own for each data set and stay
@@ -52,6 +52,9 @@ constexpr const char* SecondSchema = "ALTER TABLE studies ADD COLUMN notes TEXT 
                                      "ALTER TABLE analyses ADD COLUMN resamples INTEGER NOT NULL DEFAULT 1000;"
                                      "ALTER TABLE analyses ADD COLUMN seed INTEGER NOT NULL DEFAULT 1;"
                                      "PRAGMA user_version=2;";
+
+constexpr const char* ThirdSchema = "ALTER TABLE data_columns ADD COLUMN decimals INTEGER NOT NULL DEFAULT 0;"
+                                    "PRAGMA user_version=3;";
 
 // The trigger's SQL that writes the statement which undoes one row's change.
 std::string InverseOf(std::string_view change, const std::string& table, const std::vector<std::string>& columns) {
@@ -105,6 +108,8 @@ void Store::Prepare() {
     }
     if (version == 1)
         m_database.Run(SecondSchema);
+    if (version <= 2)
+        m_database.Run(ThirdSchema);
     transaction.Commit();
     Statement check(m_database, "PRAGMA quick_check(1)");
     if (check.Step() && check.Text(0) != "ok")

@@ -171,10 +171,12 @@ bool Store::HasAnalysis(Id analysisId) {
 
 std::vector<Column> Store::Columns(Id dataSetId) {
     std::vector<Column> columns;
-    Statement rows(m_database, "SELECT name, type, unit FROM data_columns WHERE data_set_id=? ORDER BY position");
+    Statement rows(m_database,
+                   "SELECT name, type, unit, decimals FROM data_columns WHERE data_set_id=? ORDER BY position");
     rows.Bind(dataSetId);
     while (rows.Step())
-        columns.push_back({rows.Text(0), ColumnTypeOf(rows.Text(1)), {}, {}, rows.Text(2)});
+        columns.push_back(
+            {rows.Text(0), ColumnTypeOf(rows.Text(1)), {}, {}, rows.Text(2), static_cast<int>(rows.Whole(3))});
     return columns;
 }
 
@@ -237,6 +239,8 @@ std::string Store::CellProblem(const Column& column, std::string_view text) {
     const std::optional<double> value = NumberOf(text);
     if (!value)
         return "“" + std::string(text) + "” isn't a number, and “" + column.name + "” is a numeric column.";
+    if (LosesDigits(text, *value))
+        return "“" + std::string(text) + "” has more digits than a number keeps.";
     if (column.type == ColumnType::Whole && std::trunc(*value) != *value)
         return "“" + std::string(text) + "” isn't a whole number, and “" + column.name +
                "” is a column of whole numbers.";

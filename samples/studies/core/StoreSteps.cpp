@@ -95,8 +95,9 @@ Id Store::CopyDataSet(const DataSet& dataSet, Id studyId) {
     Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count, notes) VALUES(?,?,?,?,?)");
     insert.Bind(studyId).Bind(dataSet.name).Bind(dataSet.source).Bind(dataSet.rows).Bind(dataSet.notes).Run();
     const Id copyId = m_database.LastId();
-    Statement columns(m_database, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
-                                  " SELECT ?, position, name, type, unit FROM data_columns WHERE data_set_id=?");
+    Statement columns(m_database,
+                      "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
+                      " SELECT ?, position, name, type, unit, decimals FROM data_columns WHERE data_set_id=?");
     columns.Bind(copyId).Bind(dataSet.id).Run();
     m_database.Run(DataTableSql(copyId, Columns(dataSet.id)));
     m_database.Run("INSERT INTO " + DataTable(copyId) + " SELECT * FROM " + DataTable(dataSet.id));
@@ -113,14 +114,15 @@ Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view sour
         Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
         insert.Bind(studyId).Bind(name).Bind(source).Bind(static_cast<std::int64_t>(table.rows)).Run();
         id = m_database.LastId();
-        Statement column(m_database, "INSERT INTO data_columns(data_set_id, position, name, type, unit)"
-                                     " VALUES(?,?,?,?,?)");
+        Statement column(m_database, "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
+                                     " VALUES(?,?,?,?,?,?)");
         for (std::size_t i = 0; i < table.columns.size(); ++i)
             column.Bind(id)
                 .Bind(static_cast<std::int64_t>(i))
                 .Bind(table.columns[i].name)
                 .Bind(NameOf(table.columns[i].type))
                 .Bind(table.columns[i].unit)
+                .Bind(static_cast<std::int64_t>(table.columns[i].decimals))
                 .Run();
         m_database.Run(DataTableSql(id, table.columns));
         WriteRows(id, table);

@@ -122,10 +122,9 @@ void ImportJob::Run() {
         FailWith(FileNameOf(m_path) + ": " + result->skipped.front());
     if (const std::string problem = TargetProblem(); !problem.empty())
         FailWith(problem);
-    Table table = result->table;
-    for (std::size_t i = 0; i < table.columns.size(); ++i)
-        if (IsText(i))
-            TurnToText(table.columns[i]);
+    // What is wanted as text is read again, so that each value keeps the letters of the file.
+    const bool again = std::find(m_text.begin(), m_text.end(), true) != m_text.end();
+    const Table table = again ? ReadCsvFile(m_path, {m_delimiter, true, m_text}).table : result->table;
     Store& store = m_workspace->GetStore();
     if (studyId == 0)
         studyId = store.CreateStudy(newStudyName);

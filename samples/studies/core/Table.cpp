@@ -11,6 +11,16 @@
 namespace studies {
 namespace {
 
+// The digits that count in a number's text, without sign, point, exponent and the zeros at both ends.
+std::string SignificantDigits(std::string_view text) {
+    std::string digits;
+    for (const char c : text.substr(0, text.find_first_of("eE")))
+        if (c >= '0' && c <= '9' && (c != '0' || !digits.empty()))
+            digits += c;
+    digits.erase(digits.find_last_not_of('0') + 1);
+    return digits;
+}
+
 std::string WithBlanks(std::string name) {
     std::replace(name.begin(), name.end(), '_', ' ');
     return name;
@@ -44,7 +54,7 @@ bool Column::IsMissing(std::size_t row) const {
 std::string Column::Text(std::size_t row) const {
     if (IsMissing(row))
         return {};
-    return IsNumeric() ? TextOf(numbers[row]) : texts[row];
+    return IsNumeric() ? TextOf(numbers[row], decimals) : texts[row];
 }
 
 std::string Column::Label() const {
@@ -64,7 +74,7 @@ Table Table::Rows(const std::vector<std::size_t>& rowList) const {
     Table part;
     part.rows = rowList.size();
     for (const Column& column : columns) {
-        Column cut{column.name, column.type, {}, {}, column.unit};
+        Column cut{column.name, column.type, {}, {}, column.unit, column.decimals};
         for (const std::size_t row : rowList) {
             if (column.IsNumeric())
                 cut.numbers.push_back(column.numbers[row]);
@@ -92,12 +102,6 @@ std::string SpokenName(std::string_view name) {
     return WithBlanks(std::string(unit > 0 ? name.substr(0, name.size() - unit - 1) : name));
 }
 
-std::string TextOf(double value) {
-    std::array<char, 32> text{};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), result.ptr};
-}
-
 std::optional<double> NumberOf(std::string_view text, char point) {
     if (!text.empty() && text.front() == '+')
         text.remove_prefix(1);
@@ -114,6 +118,11 @@ std::optional<double> NumberOf(std::string_view text, char point) {
     if (result.ec != std::errc() || result.ptr != end)
         return std::nullopt;
     return value;
+}
+
+bool LosesDigits(std::string_view text, double value) {
+    constexpr std::size_t alwaysKept = 15; // digits, of which a double gives back any
+    return text.size() > alwaysKept && SignificantDigits(TextOf(value)) != SignificantDigits(text);
 }
 
 } // namespace studies

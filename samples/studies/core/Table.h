@@ -1,6 +1,8 @@
 // A table of data: named columns of equal length, each of whole numbers, numbers or text.
 #pragma once
 
+#include "NumberText.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -21,6 +23,7 @@ struct Column {
     std::vector<std::string> texts; // of a text column; "" where the value is missing
     std::vector<double> numbers;    // of a column of numbers; NaN where the value is missing
     std::string unit = {};          // "" for none
+    int decimals = 0;               // of a column of numbers: how many its values are written with at least
 
     [[nodiscard]] bool IsNumeric() const { return type != ColumnType::Text; }
     [[nodiscard]] bool IsMissing(std::size_t row) const;
@@ -40,13 +43,13 @@ struct Table {
     [[nodiscard]] Table Rows(const std::vector<std::size_t>& rowList) const;
 };
 
-// The shortest text that reads as the same number.
-[[nodiscard]] std::string TextOf(double value);
 // A column's name as it is read aloud: "bill length" of "bill_length_mm".
 [[nodiscard]] std::string SpokenName(std::string_view name);
 // The unit that a column's name ends in, such as "mm" of "bill_length_mm"; "" when it ends in none that is known.
 [[nodiscard]] std::string UnitInName(std::string_view name);
 // The number that the whole text is, with the sign given as its decimal point.
 [[nodiscard]] std::optional<double> NumberOf(std::string_view text, char point = '.');
+// Whether the number, read from the text, is another than the text says, as that of 12345678901234567 is.
+[[nodiscard]] bool LosesDigits(std::string_view text, double value);
 
 } // namespace studies

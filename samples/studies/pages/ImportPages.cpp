@@ -20,6 +20,19 @@ namespace studies {
 
 using namespace corvane;
 
+namespace {
+
+std::string FirstLines(const std::vector<std::string>& lines) {
+    constexpr std::size_t mostShown = 3;
+    std::string text =
+        JoinLines({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(mostShown, lines.size()))});
+    if (lines.size() > mostShown)
+        text += "\nand " + CountText(lines.size() - mostShown) + " more.";
+    return text;
+}
+
+} // namespace
+
 // What one step enters may put another in order, or out of it.
 void ImportPage::OnInitialize() {
     Keep(Job()->Changed.Subscribe([this] { Reconsider(); }));
@@ -113,6 +126,9 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* parent) {
     m_preview->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
     m_preview->verticalHeader()->setDefaultSectionSize(m_preview->fontMetrics().height() + 8);
     m_size = new QLabel;
+    m_kept = new QLabel;
+    m_kept->setWordWrap(true);
+    m_kept->setTextFormat(Qt::PlainText);
     m_problem = new ProblemLabel;
     m_skip = new QCheckBox("&Leave out these rows");
     auto* row = new QHBoxLayout;
@@ -123,6 +139,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* parent) {
     auto* layout = new QVBoxLayout(page);
     layout->addLayout(row);
     layout->addWidget(m_preview, 1);
+    layout->addWidget(m_kept);
     layout->addWidget(m_problem);
     layout->addWidget(m_skip);
     QObject::connect(m_delimiter, &QComboBox::currentIndexChanged, page, [this] {
@@ -164,7 +181,9 @@ void ImportFormatPage::ShowFile() {
     m_size->clear();
     m_skip->hide();
     m_problem->Show(Text(Job()->Problem()));
+    m_kept->setVisible(result && !result->keptAsText.empty());
     if (result) {
+        m_kept->setText(Text(FirstLines(result->keptAsText)));
         m_size->setText(Text(SizeText(result->table.rows, result->table.columns.size())));
         ShowTypes(result->table);
         ShowRows(result->table);
@@ -226,16 +245,11 @@ void ImportFormatPage::ShowRows(const Table& table) {
 }
 
 void ImportFormatPage::ShowSkipped(const std::vector<std::string>& skipped) {
-    constexpr std::size_t mostShown = 3;
     if (skipped.empty())
         return;
-    std::string problem =
-        skipped.size() == 1 ? "A row can't be read:" : CountText(skipped.size()) + " rows can't be read:";
-    for (std::size_t i = 0; i < std::min(mostShown, skipped.size()); ++i)
-        problem += "\n" + skipped[i];
-    if (skipped.size() > mostShown)
-        problem += "\nand " + CountText(skipped.size() - mostShown) + " more.";
-    m_problem->Show(Text(problem));
+    m_problem->Show(
+        Text((skipped.size() == 1 ? "A row can't be read:" : CountText(skipped.size()) + " rows can't be read:") +
+             "\n" + FirstLines(skipped)));
     const QSignalBlocker blocker(m_skip);
     m_skip->setText(skipped.size() == 1 ? "&Leave out this row" : "&Leave out these rows");
     m_skip->setChecked(Job()->SkipsBadRows());

@@ -60,6 +60,7 @@ private:
     QPointer<QComboBox> m_delimiter;
     QPointer<QTableWidget> m_preview;
     QPointer<QLabel> m_size;
+    QPointer<QLabel> m_kept; // which columns of digits stay text, and why
     QPointer<ProblemLabel> m_problem;
     QPointer<QCheckBox> m_skip;
 };
