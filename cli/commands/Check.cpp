@@ -5,6 +5,7 @@
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <unistd.h>
@@ -20,6 +21,7 @@ struct CheckArguments {
     bool json = false;
     bool sarif = false;
     bool rules = false;
+    std::string failOn = "warning";
 };
 
 int ExplainRule(const std::string& ruleName) {
@@ -59,7 +61,10 @@ int Check(const CheckArguments& arguments) {
         std::cerr << check::CountText(findings) << "\n";
     else if (!arguments.json && !arguments.sarif)
         std::cerr << "no problems found\n";
-    return findings.empty() ? Exit::Clean : Exit::Findings;
+    const bool fails = std::any_of(findings.begin(), findings.end(), [&](const check::Finding& finding) {
+        return arguments.failOn == "warning" || check::TextOf(finding.rule).severity == check::Severity::Error;
+    });
+    return fails ? Exit::Findings : Exit::Clean;
 }
 
 } // namespace
@@ -73,6 +78,8 @@ void AddCheck(CLI::App& app, Run& run) {
     check->add_flag("--sarif", arguments->sarif, "Print one SARIF document")->excludes(json);
     check->add_option("--explain", arguments->explain, "Describe a rule with an example")->type_name("RULE");
     check->add_flag("--rules", arguments->rules, "Describe all rules");
+    check->add_option("--fail-on", arguments->failOn, "End with 1 on warnings too, as without it, or on errors alone")
+        ->check(CLI::IsMember({"warning", "error"}));
     check->callback([arguments, &run] { run = [arguments] { return Check(*arguments); }; });
 }
 

@@ -31,7 +31,8 @@ int Inspect(const InspectArguments& arguments) {
     ModelHost host({application, arguments.standIns, nullptr});
     DocumentOptions options;
     options.standIns = arguments.standIns;
-    if (!host.Start()) // nothing can be done, but what is expected counts
+    const bool started = host.Start();
+    if (!started) // nothing can be done, but what is expected counts
         std::erase_if(steps, [](const Step& step) { return step.verb != "expect"; });
     TakeAll(host, steps);
     for (const auto& step : steps) {
@@ -45,7 +46,9 @@ int Inspect(const InspectArguments& arguments) {
         std::cerr << missed << "\n";
     for (const std::string& unmet : host.Recorded().unmet)
         std::cerr << unmet << "\n";
-    return host.Recorded().unmet.empty() ? Exit::Clean : Exit::Findings;
+    if (!host.Recorded().unmet.empty())
+        return Exit::Findings;
+    return started ? Exit::Clean : Exit::Failed;
 }
 
 } // namespace

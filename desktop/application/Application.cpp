@@ -41,7 +41,8 @@ std::string TextOfFrontPage(WindowForm& form) {
 } // namespace
 
 Application::Application(const ApplicationOptions& options)
-    : m_withDialogs(options.withDialogs), m_failures(options.withDialogs), m_platform(options.folder),
+    : m_withDialogs(options.withDialogs), m_failures(options.withDialogs), m_identity(ReadIdentity(options.folder)),
+      m_platform(options.folder, m_identity.Settings()),
       m_translation(options.languages, m_platform.utilities->GetAppFolder("Services"),
                     [this](const std::string& text) { Note("Translation", text); }),
       m_messageBox(New<QtMessageBox>(options.withDialogs)), m_commonDialog(New<CommonDialog>(options.withDialogs)),
@@ -57,7 +58,9 @@ Application::Application(const ApplicationOptions& options)
     m_mainForm->AddMember("ActiveBar", m_activeBar);
     m_mainForm->AddMember("CommonDialog", m_commonDialog);
     m_mainForm->AddMember("ctlCVProgress", m_progress);
-    m_mainForm->SetCaption(m_platform.name);
+    m_mainForm->SetCaption(m_identity.name);
+    if (!m_identity.problem.empty())
+        Note("Identity", m_identity.problem);
     SetUpService();
     m_blame = std::make_unique<Blame>(m_platform.utilities,
                                       std::filesystem::path(m_platform.utilities->LogPath()).parent_path().string(),

@@ -11,6 +11,7 @@
 #include "desktop/blame/Blame.h"
 #include "desktop/failures/FailurePresenter.h"
 #include "desktop/platform/HostParts.h"
+#include "desktop/platform/Identity.h"
 #include "desktop/record/StepRecorder.h"
 #include "desktop/service/AppearancePage.h"
 #include "desktop/service/HostDefinitions.h"
@@ -111,6 +112,7 @@ private:
 
     bool m_withDialogs;
     FailurePresenter m_failures;
+    Identity m_identity;
     ApplicationPlatform m_platform;
     DefinitionTranslation m_translation;
     Ref<ActiveBar> m_activeBar = NewHostActiveBar();

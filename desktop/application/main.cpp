@@ -1,6 +1,7 @@
 #include "desktop/application/Application.h"
 #include "desktop/application/EndSignals.h"
 #include "desktop/application/UnwatchedRun.h"
+#include "desktop/platform/Identity.h"
 #include "desktop/translation/HostTranslation.h"
 
 #include <QApplication>
@@ -78,6 +79,7 @@ int main(int argc, char** argv) {
         options.languages = languages;
         if (!unwatched)
             options.askAfterCrash = &Blame::AskInBox;
+        ReadIdentity(options.folder).Announce();
         Application application(options);
         for (const QString& answer : parser.values("answer"))
             application.Dialogs().AddAnswer(answer.toStdString());

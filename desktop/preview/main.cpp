@@ -1,5 +1,6 @@
 #include "corvane/base/Failure.h"
 #include "desktop/application/EndSignals.h"
+#include "desktop/platform/Identity.h"
 #include "desktop/preview/PreviewWindow.h"
 #include "desktop/translation/HostTranslation.h"
 
@@ -86,6 +87,7 @@ int Preview(int argc, char** argv, std::string& handOver) {
     try {
         PreviewOptions options;
         options.folder = folder.toStdString();
+        ReadIdentity(options.folder).Announce();
         options.standIns = parser.isSet("stand-ins");
         if (parser.isSet(goOn + 2))
             options.takenOver = ReadHandOver(parser.value(goOn + 2));

@@ -41,7 +41,8 @@ public:
         return it == m_shown.end() ? QString() : it->second;
     }
 
-    void Read(const QString& path, const NoteFunction& note) {
+    // Words of the host's own catalogue also serve where an application uses the same words for entries of its own.
+    void Read(const QString& path, bool isHosts, const NoteFunction& note) {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly)) {
             note(path.toStdString() + " can't be read: " + file.errorString().toStdString());
@@ -54,8 +55,11 @@ public:
         for (const CatalogueMessage& message : catalogue.Messages())
             if (const std::string* translation = catalogue.Find(message.key, message.text)) {
                 const bool mnemonic = HasMnemonic(message.key);
-                m_translations.try_emplace(message.key + "\n" + (mnemonic ? WithAmpersand(message.text) : message.text),
-                                           mnemonic ? WithAmpersand(*translation) : *translation);
+                const std::string text = mnemonic ? WithAmpersand(message.text) : message.text;
+                const std::string shown = mnemonic ? WithAmpersand(*translation) : *translation;
+                m_translations.try_emplace(message.key + "\n" + text, shown);
+                if (isHosts)
+                    m_hostWords.try_emplace(WordKey(message.key, text), shown);
             }
     }
 
@@ -77,9 +81,15 @@ public:
         for (const auto& page : *manager.PreferencePageDefs())
             AddPage({}, *page);
         m_translations.clear();
+        m_hostWords.clear();
     }
 
 private:
+    // The attribute, and the text whichever its mnemonic is.
+    static std::string WordKey(const std::string& key, const std::string& text) {
+        return key.substr(key.rfind('/') + 1) + "\n" + WithoutMnemonic(text);
+    }
+
     static std::string Index(std::string_view kind, std::string_view which, std::string_view text) {
         std::string index;
         for (const std::string_view part : {kind, which, text})
@@ -88,8 +98,10 @@ private:
     }
 
     const std::string* Find(const std::string& key, const std::string& text) const {
-        const auto it = m_translations.find(key + "\n" + text);
-        return it == m_translations.end() ? nullptr : &it->second;
+        if (const auto it = m_translations.find(key + "\n" + text); it != m_translations.end())
+            return &it->second;
+        const auto it = m_hostWords.find(WordKey(key, text));
+        return it == m_hostWords.end() ? nullptr : &it->second;
     }
 
     void Show(const char* kind, const std::string& which, const std::string& text, const QString& translation) {
@@ -182,6 +194,7 @@ private:
     static constexpr int deepest = 100; // kinds of items that are below themselves
 
     std::unordered_map<std::string, std::string> m_translations; // by key and text, until all are added
+    std::unordered_map<std::string, std::string> m_hostWords;    // by attribute and text, likewise
     std::unordered_map<std::string, QString> m_shown;
 };
 
@@ -194,15 +207,15 @@ bool DefinitionTranslation::Begin(const ServiceManager& manager) {
     if (m_languages.isEmpty())
         return false;
     m_translator = std::make_unique<Translator>();
-    for (const QString& folder :
-         {QString::fromStdString(m_servicesFolder) + "/translations", QString(":/corvane/definitions")}) {
+    const QString hostFolder = ":/corvane/definitions";
+    for (const QString& folder : {QString::fromStdString(m_servicesFolder) + "/translations", hostFolder}) {
         QStringList paths;
         for (const QString& language : m_languages)
             for (const QString& name : CatalogueNames(language))
                 paths.append(folder + "/" + name + ".po");
         const auto it = std::find_if(paths.begin(), paths.end(), [](const QString& s) { return QFile::exists(s); });
         if (it != paths.end())
-            m_translator->Read(*it, m_note);
+            m_translator->Read(*it, folder == hostFolder, m_note);
     }
     m_translator->AddAll(manager);
     QCoreApplication::installTranslator(m_translator.get());

@@ -25,6 +25,9 @@ QString ShownDescription(const Tool& tool) {
 }
 
 QString ShownCaption(const Band& band) {
+    if (band.Name() == "Explorer" &&
+        band.Caption() == "Study Explorer") // the library's own; not every explorer has studies
+        return QCoreApplication::translate("Explorer", "Explorer");
     return Shown(TextKind::band, band.Caption(), band.Name());
 }
 

@@ -62,7 +62,7 @@ void ExpectNames(QWidget& widget) {
 
 TEST(Accessibility, EveryControlOfTheHostHasAName) {
     const AppFolder folder; // where the application keeps its things
-    folder.Write("corvane/studies/errors.log", "a line\n");
+    folder.Write("corvane/org.corvane.Studies/errors.log", "a line\n");
     Application application({CORVANE_STUDIES, false});
     ASSERT_TRUE(application.Start());
     PersonalDesktop& personal = application.Personal();

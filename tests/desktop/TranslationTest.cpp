@@ -153,8 +153,10 @@ protected:
 TEST_F(DefinitionTranslationTest, TextsAreTranslatedWhereTheyAreDrawn) {
     m_folder.Write("App/Services/translations/de.po", german);
     Start({"de-AT", "de"});
-    // What has no translation, or one of another text, is shown as it is. The library's own "Toolbars" is the host's.
-    EXPECT_EQ(Band("View"), "Über&sicht|&Status Bar|%1 öffnen|Toolbars");
+    // What has no translation, or one of another text, is shown in the host's words where it has the same text, and as
+    // it is otherwise. The library's own "Toolbars" is the host's.
+    EXPECT_EQ(Band("View"), "Über&sicht|&Statusleiste|%1 öffnen|Toolbars");
+    EXPECT_EQ(m_application->Window().ExplorerDock().windowTitle(), "Explorer"); // and not of studies
     EXPECT_EQ(Band("Toolbars.Main"), "Sheet");
     const QToolBar* toolbar =
         m_application->Window().Bars().ToolbarOf(*m_application->Bar()->Bands()->Item("Toolbars.Main"));
@@ -191,11 +193,13 @@ TEST_F(DefinitionTranslationTest, CommandsAreFoundInBothLanguages) {
     }
 }
 
-TEST_F(DefinitionTranslationTest, WithoutACatalogueTextsAreThoseOfTheFiles) {
+TEST_F(DefinitionTranslationTest, WithoutACatalogueTextsAreThoseOfTheFilesOrInTheHostsWords) {
     for (const QStringList& languages : {QStringList(), QStringList{"fr"}}) {
         m_folder.Write("App/Services/translations/de.po", german);
         Start(languages);
-        EXPECT_EQ(Band("View"), "&Explorer|&Status Bar|Open %1|Toolbars");
+        EXPECT_EQ(Band("View"), languages.isEmpty() ? "&Explorer|&Status Bar|Open %1|Toolbars"
+                                                    : "&Explorateur|&Barre d’état|Open %1|Toolbars");
+        EXPECT_EQ(m_application->Window().ExplorerDock().windowTitle(), "Explorer");
         EXPECT_EQ(Tabs(), "Root|Root|Root");
         // The host's own definitions have their catalogues in it.
         EXPECT_EQ(Band("Tools").section('|', 0, 0),
@@ -218,7 +222,7 @@ TEST_F(DefinitionTranslationTest, BrokenCatalogueIsReportedAndNotUsed) {
           Case{QByteArray("\0\x1\x2", 3), "&Explorer", "de.po, line 1: holds a zero byte"}}) {
         m_folder.Write("App/Services/translations/de.po", testCase.catalogue);
         Start({"de"});
-        EXPECT_EQ(Band("View"), QString(testCase.first) + "|&Status Bar|Open %1|Toolbars") << testCase.logged;
+        EXPECT_EQ(Band("View"), QString(testCase.first) + "|&Statusleiste|Open %1|Toolbars") << testCase.logged;
         EXPECT_TRUE(m_folder.Read("corvane/App/errors.log").contains(testCase.logged))
             << testCase.logged << "\n"
             << m_folder.Read("corvane/App/errors.log").toStdString();
