@@ -15,7 +15,9 @@
 #include "tests/support/Application.h"
 #include "tests/support/RecordingUtilities.h"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <thread>
 
 namespace corvane::testing {

@@ -40,7 +40,6 @@ protected:
     [[nodiscard]] std::string Shown() const {
         return ToText(m_oBar->Value()) + "/" + ToText(m_oBar->Max()) + (m_oBar->Cancel() ? " cancel" : "");
     }
-    static constexpr const char* Busy = "---";
 
     Application m_oApplication;
     Ref<CVProgressBar> m_oBar;
