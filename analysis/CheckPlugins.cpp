@@ -5,6 +5,14 @@
 #include "corvane/base/PluginExport.h"
 #include "corvane/base/Text.h"
 #include "corvane/core/Framework.h"
+#include "corvane/explorer/NavigationManager.h"
+#include "corvane/menus/ActionItem.h"
+#include "corvane/platform/controls/MdiForm.h"
+#include "corvane/platform/controls/PanelForm.h"
+#include "corvane/services/ServiceManager.h"
+#include "corvane/windows/CVProgressBar.h"
+#include "corvane/windows/IWindowFormFactory.h"
+#include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
 #include <map>
