@@ -2,10 +2,11 @@
 
 #include "Csv.h"
 #include "Errors.h"
+#include "Files.h"
 #include "LibraryItems.h"
 #include "Report.h"
-#include "Shell.h"
 #include "Windows.h"
+#include "corvane/author/Host.h"
 #include "corvane/base/PluginExport.h"
 
 #include <optional>
@@ -14,17 +15,16 @@ namespace studies {
 
 using namespace corvane;
 
-DataService::DataService() {
-    m_subscriptions.push_back(m_serviceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
-    m_subscriptions.push_back(m_serviceBase->TerminateEvent.Subscribe([this] { m_workspace->Close(); }));
-}
-
 void DataService::OnInitialize() {
     m_workspace = New<Workspace>(Store::InMemory, false);
     m_studyId = m_workspace->GetStore().CreateStudy("Open files");
-    m_subscriptions.push_back(m_workspace->Changed.Subscribe([](const std::string& what) { ShowStatus(what); }));
-    if (ServiceByName("Studies"))
+    Keep(m_workspace->Changed.Subscribe([](const std::string& what) { SetStatus(what); }));
+    if (FindService("Studies"))
         LibraryFile::OfferImport();
+}
+
+void DataService::OnTerminate() {
+    m_workspace->Close();
 }
 
 void DataService::OnOpen() {
@@ -37,7 +37,7 @@ void DataService::OpenFile(const std::string& path) {
     OpenDataWindow(data);
     const DataSet info = data->Info();
     const std::size_t columns = m_workspace->GetStore().Columns(info.id).size();
-    ShowStatus(info.name + ": " + SizeText(static_cast<std::size_t>(info.rows), columns));
+    SetStatus(info.name + ": " + SizeText(static_cast<std::size_t>(info.rows), columns));
 }
 
 Ref<DataSetContext> DataService::Data(const std::string& path) {

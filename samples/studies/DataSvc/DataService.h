@@ -3,22 +3,15 @@
 #pragma once
 
 #include "Workspace.h"
-#include "corvane/base/Automation.h"
-#include "corvane/services/IServiceAccess.h"
-#include "corvane/services/ServiceBase.h"
+#include "corvane/Service.h"
 
 #include <string>
 #include <vector>
 
 namespace studies {
 
-class DataService final : public corvane::Automation<DataService, corvane::IServiceAccess> {
+class DataService final : public corvane::Service<DataService> {
 public:
-    DataService();
-
-    corvane::Ref<corvane::IService> Service() override { return m_serviceBase; }
-    std::string_view TypeName() const override { return "DataService"; }
-
     void OnOpen();
 
     // For other services, by name. Fails for a file that can't be read.
@@ -27,14 +20,12 @@ public:
     // For the library's items: the file's data, read when they aren't open yet.
     [[nodiscard]] corvane::Ref<DataSetContext> Data(const std::string& path);
 
-    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &DataService::OnOpen),
-                                                         corvane::Method("OpenFile", &DataService::OpenFile));
+    static constexpr auto Members = corvane::Methods<&DataService::OnOpen, &DataService::OpenFile>();
 
 private:
-    void OnInitialize();
+    void OnInitialize() override;
+    void OnTerminate() override;
 
-    corvane::Ref<corvane::ServiceBase> m_serviceBase = corvane::New<corvane::ServiceBase>();
-    std::vector<corvane::Subscription> m_subscriptions;
     corvane::Ref<Workspace> m_workspace;
     Id m_studyId = 0; // the one study there, which holds all files
 };

@@ -1,11 +1,10 @@
 #include "StudyItems.h"
 
 #include "Errors.h"
-#include "Shell.h"
 #include "StudyContexts.h"
 #include "StudyService.h"
 #include "Windows.h"
-#include "corvane/core/CorvaneMain.h"
+#include "corvane/author/Host.h"
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
@@ -26,27 +25,15 @@ std::string Numbered(Id id, std::string_view what = {}) {
 
 } // namespace
 
-Ref<corvane::ExplorerManager> Explorer() {
-    return CorvaneMain::Framework()->NavigationManager()->ExplorerManager();
-}
-
-StoreItem::StoreItem() {
-    m_initialize = m_base->InitializeEvent.Subscribe([this](const Children& children) { OnInitialize(children); });
-}
-
-void StudiesRoot::OnInitialize(const Children& children) {
-    m_base->NameSilently("Studies");
+void StudiesRoot::OnInitialize() {
     if (TheStudyService()->Space())
         for (Study& study : TheStore().Studies())
-            children->Add(New<StudyItem>(std::move(study)));
+            AddChild(New<StudyItem>(std::move(study)));
 }
 
-StudyItem::StudyItem(Study study) : m_study(std::move(study)) {
-    m_base->NameSilently(m_study.name);
-    m_afterRename = m_base->OnAfterRename.Subscribe([this](const std::string& newName) { OnAfterRename(newName); });
-}
+StudyItem::StudyItem(Study study) : ExplorerItem(study.name), m_study(std::move(study)) {}
 
-void StudyItem::OnInitialize(const Children& /*children*/) {
+void StudyItem::OnInitialize() {
     TheStudyService()->StudyJoins(*this);
 }
 
@@ -55,7 +42,7 @@ void StudyItem::OnAfterRename(const std::string& newName) {
     if (newName == m_study.name || Explorer()->TreeView()->GetNodes()->HasKey(newName))
         return;
     if (const std::string problem = TheStore().NameProblem(newName, m_study.id); !problem.empty()) {
-        m_base->NameSilently(m_study.name);
+        SetName(m_study.name);
         FailWith(problem);
     }
     TheStore().RenameStudy(m_study.id, newName);
@@ -64,8 +51,8 @@ void StudyItem::OnAfterRename(const std::string& newName) {
 }
 
 void StudyItem::OnProperties() {
-    AskInWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_study.id),
-                "Properties of " + m_study.name);
+    OpenWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_study.id),
+               {.caption = "Properties of " + m_study.name});
 }
 
 void StudyItem::OnReport() {
@@ -92,13 +79,13 @@ DataSetsFolder::DataSetsFolder(Id studyId) {
     m_studyId = studyId;
 }
 
-void DataSetsFolder::OnInitialize(const Children& children) {
+void DataSetsFolder::OnInitialize() {
     if (m_studyId == 0)
         m_studyId = TheStudyService()->JoiningStudy();
-    m_base->NameSilently(Numbered(m_studyId, " data sets"));
+    SetName(Numbered(m_studyId, " data sets"));
     TheStudyService()->FolderJoins(*this, true);
     for (DataSet& dataSet : TheStore().DataSets(m_studyId))
-        children->Add(New<DataSetItem>(std::move(dataSet)));
+        AddChild(New<DataSetItem>(std::move(dataSet)));
 }
 
 void DataSetsFolder::OnImport() {
@@ -109,19 +96,16 @@ AnalysesFolder::AnalysesFolder(Id studyId) {
     m_studyId = studyId;
 }
 
-void AnalysesFolder::OnInitialize(const Children& children) {
+void AnalysesFolder::OnInitialize() {
     if (m_studyId == 0)
         m_studyId = TheStudyService()->JoiningStudy();
-    m_base->NameSilently(Numbered(m_studyId, " analyses"));
+    SetName(Numbered(m_studyId, " analyses"));
     TheStudyService()->FolderJoins(*this, false);
     for (Analysis& analysis : TheStore().Analyses(m_studyId))
-        children->Add(New<AnalysisItem>(std::move(analysis)));
+        AddChild(New<AnalysisItem>(std::move(analysis)));
 }
 
-DataSetItem::DataSetItem(DataSet dataSet) : m_dataSet(std::move(dataSet)) {
-    m_base->NameSilently(Numbered(m_dataSet.id));
-    m_displayName = m_base->OnDisplayName.Subscribe([this](std::string& displayName) { displayName = m_dataSet.name; });
-}
+DataSetItem::DataSetItem(DataSet dataSet) : ExplorerItem(Numbered(dataSet.id)), m_dataSet(std::move(dataSet)) {}
 
 Ref<DataSetContext> DataSetItem::Context() const {
     return TheStudyService()->Space()->DataSet(m_dataSet.id);
@@ -136,22 +120,18 @@ void DataSetItem::OnAnalyse(const Ref<ActionItem>& actionItem) {
 }
 
 void DataSetItem::OnExport() {
-    AskInWindow("Export", Context(), "Export " + m_dataSet.name);
+    OpenWindow("Export", Context(), {.caption = "Export " + m_dataSet.name});
 }
 
 void DataSetItem::OnProperties() {
-    AskInWindow("DataSetProperties", Context(), "Properties of " + m_dataSet.name);
+    OpenWindow("DataSetProperties", Context(), {.caption = "Properties of " + m_dataSet.name});
 }
 
 void DataSetItem::OnDelete() {
     TheStudyService()->DeleteDataSet(m_dataSet);
 }
 
-AnalysisItem::AnalysisItem(Analysis analysis) : m_analysis(std::move(analysis)) {
-    m_base->NameSilently(Numbered(m_analysis.id));
-    m_displayName =
-        m_base->OnDisplayName.Subscribe([this](std::string& displayName) { displayName = m_analysis.name; });
-}
+AnalysisItem::AnalysisItem(Analysis analysis) : ExplorerItem(Numbered(analysis.id)), m_analysis(std::move(analysis)) {}
 
 void AnalysisItem::OnShow() {
     OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_analysis.id));

@@ -4,52 +4,31 @@
 #pragma once
 
 #include "Workspace.h"
-#include "corvane/base/Automation.h"
-#include "corvane/explorer/ExplorerItemBase.h"
-#include "corvane/explorer/ExplorerManager.h"
-#include "corvane/explorer/IExplorerItemAccess.h"
+#include "corvane/Explorer.h"
 
 #include <string>
 #include <utility>
 
 namespace studies {
 
-[[nodiscard]] corvane::Ref<corvane::ExplorerManager> Explorer();
-
-class StoreItem : public corvane::IExplorerItemAccess {
+class StoreItem : public corvane::AnyExplorerItem {
 public:
-    using Children = corvane::Ref<corvane::KeyedCollection<corvane::Ref<corvane::Object>>>;
-
-    corvane::Ref<corvane::IExplorerItem> ExplorerItem() override { return m_base; }
-    [[nodiscard]] const corvane::Ref<corvane::ExplorerItemBase>& Base() const { return m_base; }
+    using AnyExplorerItem::Base;
     [[nodiscard]] virtual Id StudyId() const = 0; // 0 for none
-
-protected:
-    StoreItem();
-    virtual void OnInitialize(const Children& /*children*/) {}
-
-    corvane::Ref<corvane::ExplorerItemBase> m_base = corvane::New<corvane::ExplorerItemBase>();
-
-private:
-    corvane::Subscription m_initialize;
 };
 
-class StudiesRoot final : public corvane::Automation<StudiesRoot, StoreItem> {
+class StudiesRoot final : public corvane::ExplorerItem<StudiesRoot, StoreItem> {
 public:
-    std::string_view TypeName() const override { return "StudiesRoot"; }
     Id StudyId() const override { return 0; }
 
-    static constexpr auto Members = corvane::MemberTable();
-
 protected:
-    void OnInitialize(const Children& children) override;
+    void OnInitialize() override;
 };
 
-class StudyItem final : public corvane::Automation<StudyItem, StoreItem> {
+class StudyItem final : public corvane::ExplorerItem<StudyItem, StoreItem> {
 public:
     explicit StudyItem(Study study);
 
-    std::string_view TypeName() const override { return "StudyItem"; }
     Id StudyId() const override { return m_study.id; }
 
     void OnProperties();
@@ -59,19 +38,17 @@ public:
     void OnDuplicate();
     void OnDelete();
 
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnProperties", &StudyItem::OnProperties), corvane::Method("OnReport", &StudyItem::OnReport),
-        corvane::Method("OnImport", &StudyItem::OnImport), corvane::Method("OnRename", &StudyItem::OnRename),
-        corvane::Method("OnDuplicate", &StudyItem::OnDuplicate), corvane::Method("OnDelete", &StudyItem::OnDelete));
+    static constexpr auto Members =
+        corvane::Methods<&StudyItem::OnProperties, &StudyItem::OnReport, &StudyItem::OnImport, &StudyItem::OnRename,
+                         &StudyItem::OnDuplicate, &StudyItem::OnDelete>();
 
 protected:
-    void OnInitialize(const Children& children) override;
+    void OnInitialize() override;
 
 private:
-    void OnAfterRename(const std::string& newName);
+    void OnAfterRename(const std::string& newName) override;
 
     Study m_study;
-    corvane::Subscription m_afterRename;
 };
 
 // One of the two folders of a study.
@@ -83,37 +60,30 @@ protected:
     Id m_studyId = 0; // until it joins the explorer, when the explorer has made it
 };
 
-class DataSetsFolder final : public corvane::Automation<DataSetsFolder, StudyFolder> {
+class DataSetsFolder final : public corvane::ExplorerItem<DataSetsFolder, StudyFolder> {
 public:
     explicit DataSetsFolder(Id studyId = 0);
 
-    std::string_view TypeName() const override { return "DataSetsFolder"; }
-
     void OnImport();
 
-    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnImport", &DataSetsFolder::OnImport));
+    static constexpr auto Members = corvane::Methods<&DataSetsFolder::OnImport>();
 
 protected:
-    void OnInitialize(const Children& children) override;
+    void OnInitialize() override;
 };
 
-class AnalysesFolder final : public corvane::Automation<AnalysesFolder, StudyFolder> {
+class AnalysesFolder final : public corvane::ExplorerItem<AnalysesFolder, StudyFolder> {
 public:
     explicit AnalysesFolder(Id studyId = 0);
 
-    std::string_view TypeName() const override { return "AnalysesFolder"; }
-
-    static constexpr auto Members = corvane::MemberTable();
-
 protected:
-    void OnInitialize(const Children& children) override;
+    void OnInitialize() override;
 };
 
-class DataSetItem final : public corvane::Automation<DataSetItem, StoreItem> {
+class DataSetItem final : public corvane::ExplorerItem<DataSetItem, StoreItem> {
 public:
     explicit DataSetItem(DataSet dataSet);
 
-    std::string_view TypeName() const override { return "DataSetItem"; }
     Id StudyId() const override { return m_dataSet.studyId; }
 
     void OnOpen();
@@ -122,36 +92,33 @@ public:
     void OnProperties();
     void OnDelete();
 
-    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnOpen", &DataSetItem::OnOpen),
-                                                         corvane::Method("OnAnalyse", &DataSetItem::OnAnalyse),
-                                                         corvane::Method("OnExport", &DataSetItem::OnExport),
-                                                         corvane::Method("OnProperties", &DataSetItem::OnProperties),
-                                                         corvane::Method("OnDelete", &DataSetItem::OnDelete));
+    static constexpr auto Members =
+        corvane::Methods<&DataSetItem::OnOpen, &DataSetItem::OnAnalyse, &DataSetItem::OnExport,
+                         &DataSetItem::OnProperties, &DataSetItem::OnDelete>();
 
 private:
+    void OnDisplayName(std::string& text) override { text = m_dataSet.name; }
     [[nodiscard]] corvane::Ref<DataSetContext> Context() const;
 
     DataSet m_dataSet;
-    corvane::Subscription m_displayName;
 };
 
-class AnalysisItem final : public corvane::Automation<AnalysisItem, StoreItem> {
+class AnalysisItem final : public corvane::ExplorerItem<AnalysisItem, StoreItem> {
 public:
     explicit AnalysisItem(Analysis analysis);
 
-    std::string_view TypeName() const override { return "AnalysisItem"; }
     Id StudyId() const override { return m_analysis.studyId; }
     [[nodiscard]] const Analysis& What() const { return m_analysis; }
 
     void OnShow();
     void OnDelete();
 
-    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnShow", &AnalysisItem::OnShow),
-                                                         corvane::Method("OnDelete", &AnalysisItem::OnDelete));
+    static constexpr auto Members = corvane::Methods<&AnalysisItem::OnShow, &AnalysisItem::OnDelete>();
 
 private:
+    void OnDisplayName(std::string& text) override { text = m_analysis.name; }
+
     Analysis m_analysis;
-    corvane::Subscription m_displayName;
 };
 
 } // namespace studies

@@ -2,12 +2,12 @@
 
 #include "Errors.h"
 #include "Report.h"
-#include "Shell.h"
 #include "StudyContexts.h"
 #include "Windows.h"
+#include "corvane/author/Host.h"
 #include "corvane/base/PluginExport.h"
-#include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
@@ -40,42 +40,29 @@ bool Extends(const StudyService::Contents& newContents, const StudyService::Cont
 } // namespace
 
 Ref<StudyService> TheStudyService() {
-    return ServiceByName("Studies").As<StudyService>();
-}
-
-StudyService::StudyService() {
-    m_subscriptions.push_back(m_serviceBase->InitializeEvent.Subscribe([this] { OnInitialize(); }));
-    m_subscriptions.push_back(m_serviceBase->TerminateEvent.Subscribe([this] { OnTerminate(); }));
-    m_subscriptions.push_back(
-        m_serviceBase->GetUnsavedItems.Subscribe([this](const Ref<Dictionary>& items, Double& order) {
-            ListUnsaved(items);
-            order = 1;
-        }));
-    m_subscriptions.push_back(m_serviceBase->SaveEvent.Subscribe([this](const Ref<Object>& item) { SaveItem(item); }));
+    return ServiceNamed<StudyService>("Studies");
 }
 
 void StudyService::OnInitialize() {
     const auto explorer = Explorer();
-    m_subscriptions.push_back(explorer->OnActive.Subscribe([this](const Ref<Object>& item) { m_active = item; }));
-    m_subscriptions.push_back(explorer->OnInactive.Subscribe([this](const Ref<Object>& item) { OnInactive(item); }));
-    m_subscriptions.push_back(explorer->onRemove.Subscribe([this](const Ref<Object>& item) { OnInactive(item); }));
-    const auto windows = CorvaneMain::Framework()->WindowManager();
-    m_subscriptions.push_back(
-        windows->WindowActivateEvent.Subscribe([this](const Ref<Window>& window) { OnWindowActive(window); }));
-    m_subscriptions.push_back(windows->WindowTerminateEvent.Subscribe([this](const Ref<Window>& window) {
+    Keep(explorer->OnActive.Subscribe([this](const Ref<Object>& item) { m_active = item; }));
+    Keep(explorer->OnInactive.Subscribe([this](const Ref<Object>& item) { OnInactive(item); }));
+    Keep(explorer->onRemove.Subscribe([this](const Ref<Object>& item) { OnInactive(item); }));
+    const auto windows = Singleton::Framework()->WindowManager();
+    Keep(windows->WindowActivateEvent.Subscribe([this](const Ref<Window>& window) { OnWindowActive(window); }));
+    Keep(windows->WindowTerminateEvent.Subscribe([this](const Ref<Window>& window) {
         if (!window->IsModal())
             OnWindowActive(nullptr);
     }));
     try {
         m_workspace = New<Workspace>(Store::DefaultPath(), true);
-        m_subscriptions.push_back(
-            m_workspace->Changed.Subscribe([this](const std::string& status) { OnChanged(status); }));
+        Keep(m_workspace->Changed.Subscribe([this](const std::string& status) { OnChanged(status); }));
         m_shown = StoreContents();
     } catch (const Failure& failure) {
         // The rest of the application works without studies.
         m_storeProblem = failure.Description;
         for (const char* action : {"NewStudy", "Import", "Report"})
-            m_serviceBase->ActionItems()->Item(action)->SetEnabled(false);
+            Action(action)->SetEnabled(false);
     }
 }
 
@@ -91,7 +78,7 @@ void StudyService::OnWindowActive(const Ref<Window>& window) {
     if ((window && window->IsModal()) || window.Get() == m_lastActive)
         return;
     m_lastActive = window.Get();
-    ShowStatus("");
+    SetStatus("");
 }
 
 void StudyService::OnInactive(const Ref<Object>& item) {
@@ -100,15 +87,15 @@ void StudyService::OnInactive(const Ref<Object>& item) {
 }
 
 void StudyService::Start() {
-    CorvaneMain::Framework()->NavigationManager()->SetCaption("Studies");
+    Singleton::Framework()->NavigationManager()->SetCaption("Studies");
     Explorer()->Populate();
     if (!m_workspace) {
-        ShowStatus("The studies aren't available: " + m_storeProblem);
+        SetStatus("The studies aren't available: " + m_storeProblem);
         ShowMessage(m_storeProblem, "Studies");
         return;
     }
     const std::size_t studies = TheStore().Studies().size();
-    ShowStatus(studies == 1 ? "1 study" : std::to_string(studies) + " studies");
+    SetStatus(studies == 1 ? "1 study" : std::to_string(studies) + " studies");
 }
 
 void StudyService::OnNewStudy() {
@@ -124,7 +111,7 @@ void StudyService::OnImport() {
 
 void StudyService::AskForImport(Id studyId) {
     const auto job = New<ImportJob>(m_workspace, studyId);
-    AskInWindow("Import", job, "Import Data");
+    OpenWindow("Import", job, {.caption = "Import Data"});
     SelectDataSet(job->dataSetId);
 }
 
@@ -176,7 +163,7 @@ void StudyService::OnReport() {
     for (const Study& study : studies)
         names.push_back(study.name);
     const std::optional<std::string> name =
-        names.size() == 1 ? names.front() : AskForChoice("Report on", JoinLines(names));
+        names.size() == 1 ? names.front() : Ask("Which study shall be reported on?", names, "Report");
     for (const Study& study : studies)
         if (name && study.name == *name)
             ShowReport(study.id);
@@ -230,7 +217,7 @@ void StudyService::OnChanged(const std::string& status) {
     m_shown = contents;
     WindowsFollow();
     TellUndo();
-    ShowStatus(status);
+    SetStatus(status);
 }
 
 void StudyService::AddNewItems(const Contents& contents) {
@@ -250,22 +237,23 @@ void StudyService::AddNewItems(const Contents& contents) {
     }
 }
 
-void StudyService::ListUnsaved(const Ref<Dictionary>& items) const {
+void StudyService::OnUnsaved(Dictionary& items, Double& order) {
+    order = 1;
     for (const Ref<AnalysisDocument>& document : ChangedAnalyses()) {
         std::string name = document->Name();
-        for (int n = 2; items->Exists(name); ++n)
+        for (int n = 2; items.Exists(name); ++n)
             name = document->Name() + " (" + std::to_string(n) + ")";
-        items->Add(name, document);
+        items.Add(name, document);
     }
 }
 
-void StudyService::SaveItem(const Ref<Object>& item) {
+void StudyService::OnSave(const Ref<Object>& item) {
     item.As<AnalysisDocument>()->Save();
 }
 
 void StudyService::TellUndo() {
     const auto Tell = [this](const char* actionName, const std::string& label) {
-        const Ref<ActionItem> action = m_serviceBase->ActionItems()->Item(actionName);
+        const Ref<ActionItem> action = Action(actionName);
         action->SetEnabled(!label.empty());
         action->SetCaption("Edit", "&" + std::string(actionName) + (label.empty() ? "" : " " + label));
     };

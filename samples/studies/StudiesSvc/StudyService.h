@@ -3,9 +3,7 @@
 
 #include "StudyItems.h"
 #include "Workspace.h"
-#include "corvane/base/Automation.h"
-#include "corvane/services/IServiceAccess.h"
-#include "corvane/services/ServiceBase.h"
+#include "corvane/Service.h"
 
 #include <map>
 #include <string>
@@ -14,15 +12,10 @@
 
 namespace studies {
 
-class StudyService final : public corvane::Automation<StudyService, corvane::IServiceAccess> {
+class StudyService final : public corvane::Service<StudyService> {
 public:
     // The names of studies ('s'), data sets ('d') and analyses ('a') by their numbers in the store.
     using Contents = std::map<std::pair<char, Id>, std::string>;
-
-    StudyService();
-
-    corvane::Ref<corvane::IService> Service() override { return m_serviceBase; }
-    std::string_view TypeName() const override { return "StudyService"; }
 
     void Start();
 
@@ -57,13 +50,11 @@ public:
     [[nodiscard]] Id JoiningStudy() const { return m_joiningStudy; }
     void FolderJoins(StudyFolder& folder, bool dataSets);
 
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("Start", &StudyService::Start), corvane::Method("OnNewStudy", &StudyService::OnNewStudy),
-        corvane::Method("OnImport", &StudyService::OnImport), corvane::Method("OnUndo", &StudyService::OnUndo),
-        corvane::Method("OnRedo", &StudyService::OnRedo), corvane::Method("OnRefresh", &StudyService::OnRefresh),
-        corvane::Property("ActiveItem", &StudyService::ActiveItem),
-        corvane::Method("OnReport", &StudyService::OnReport), corvane::Method("ImportFile", &StudyService::ImportFile),
-        corvane::Method("RestoreWindow", &StudyService::RestoreWindow));
+    static constexpr auto Members =
+        corvane::Methods<&StudyService::Start, &StudyService::OnNewStudy, &StudyService::OnImport,
+                         &StudyService::OnUndo, &StudyService::OnRedo, &StudyService::OnRefresh,
+                         &StudyService::OnReport, &StudyService::ImportFile, &StudyService::RestoreWindow>(
+            corvane::Property("ActiveItem", &StudyService::ActiveItem));
 
 private:
     struct Branch {
@@ -72,8 +63,8 @@ private:
         corvane::Ref<StudyFolder> analyses;
     };
 
-    void OnInitialize();
-    void OnTerminate();
+    void OnInitialize() override;
+    void OnTerminate() override;
     void OnInactive(const corvane::Ref<corvane::Object>& item);
     [[nodiscard]] Id ActiveStudy() const;
     void AddStudy(const Study& study);
@@ -88,13 +79,11 @@ private:
     [[nodiscard]] Contents StoreContents() const;
     void OnChanged(const std::string& status);
     void AddNewItems(const Contents& contents);
-    void ListUnsaved(const corvane::Ref<corvane::Dictionary>& items) const;
-    void SaveItem(const corvane::Ref<corvane::Object>& item);
+    void OnUnsaved(corvane::Dictionary& items, corvane::Double& order) override;
+    void OnSave(const corvane::Ref<corvane::Object>& item) override;
     void TellUndo();
     void OnWindowActive(const corvane::Ref<corvane::Window>& window);
 
-    corvane::Ref<corvane::ServiceBase> m_serviceBase = corvane::New<corvane::ServiceBase>();
-    std::vector<corvane::Subscription> m_subscriptions;
     corvane::Ref<Workspace> m_workspace; // nothing when its file can't be used
     std::string m_storeProblem;
     corvane::Window* m_lastActive = nullptr; // only to tell it from another; it may be gone

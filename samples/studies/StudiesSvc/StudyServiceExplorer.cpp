@@ -1,7 +1,8 @@
-#include "Shell.h"
 #include "StudyService.h"
+#include "corvane/author/Host.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/MenuManager.h"
@@ -15,7 +16,7 @@ using namespace corvane;
 namespace {
 
 Ref<corvane::MenuManager> Menus() {
-    return CorvaneMain::Framework()->NavigationManager()->MenuManager();
+    return Singleton::Framework()->NavigationManager()->MenuManager();
 }
 
 } // namespace
@@ -97,8 +98,8 @@ void StudyService::Rebuild() {
     const std::string chosenText = m_active && chosen ? chosen->Key() : std::string();
     m_branches.clear();
     Explorer()->Refresh();
-    for (const Ref<ServiceDef>& def : *CorvaneMain::Framework()->ServiceManager()->ServiceDefs())
-        if (const Ref<Object> service = ServiceByName(def->Name()))
+    for (const Ref<ServiceDef>& def : *Singleton::Framework()->ServiceManager()->ServiceDefs())
+        if (const Ref<Object> service = FindService(def->Name()))
             Menus()->OnActionsProviderActive(service, CorvaneMain::QueryService(service).As<IActionsProvider>(),
                                              def->ActionItemDefs());
     if (const Ref<Node> same = studyId != 0 ? tree->GetNodes()->Find(chosenText) : nullptr)

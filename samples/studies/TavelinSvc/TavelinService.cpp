@@ -1,28 +1,18 @@
-#include "Shell.h"
-#include "corvane/base/Automation.h"
-#include "corvane/base/PluginExport.h"
-#include "corvane/services/IServiceAccess.h"
-#include "corvane/services/ServiceBase.h"
+#include "corvane/Service.h"
 
 namespace studies {
 
 using namespace corvane;
 
-class TavelinService final : public Automation<TavelinService, IServiceAccess> {
+class TavelinService final : public Service<TavelinService> {
 public:
-    Ref<IService> Service() override { return m_serviceBase; }
-    std::string_view TypeName() const override { return "TavelinService"; }
-
     void OnAbout() {
         ShowMessage("Studies\n\nStudies with data sets and analyses, in one file.\nBuilt with Corvane from plug-ins "
                     "and definition files.\n\nPalmer penguins: data by Gorman, Williams and Fraser (2014), CC0.",
                     "About Studies");
     }
 
-    static constexpr auto Members = MemberTable(Method("OnAbout", &TavelinService::OnAbout));
-
-private:
-    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
+    static constexpr auto Members = Methods<&TavelinService::OnAbout>();
 };
 
 } // namespace studies

@@ -1,8 +1,9 @@
 #include "Progress.h"
 
-#include "Shell.h"
+#include "corvane/author/Host.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
 #include "corvane/explorer/IExplorerItem.h"
 #include "corvane/menus/ActionItem.h"
 #include "corvane/platform/Handlers.h"
@@ -17,7 +18,7 @@ using namespace corvane;
 namespace {
 
 Ref<corvane::CVProgressBar> Bar() {
-    return CorvaneMain::Framework()->CVProgressBar();
+    return Singleton::Framework()->CVProgressBar();
 }
 
 // An item that isn't current has no tool, and writing its state changes nothing.
@@ -37,10 +38,10 @@ Progress::Progress(int steps, Ref<IActionsProvider> working) : m_working(std::mo
 Progress::~Progress() {
     try {
         Bar()->Hide();
-        const Ref<corvane::Framework> framework = CorvaneMain::Framework();
+        const Ref<corvane::Framework> framework = Singleton::Framework();
         for (const Ref<Object>& service : *framework->ServiceManager()->Services())
             Restore(CorvaneMain::QueryService(service).TryAs<IActionsProvider>());
-        if (const Ref<Object> studies = ServiceByName("Studies"))
+        if (const Ref<Object> studies = FindService("Studies"))
             if (const Ref<Object> active = ToObject(studies->Invoke("ActiveItem", {})))
                 Restore(CorvaneMain::QueryExplorerItem(active).TryAs<IActionsProvider>());
         Restore(m_working);

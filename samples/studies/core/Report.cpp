@@ -28,13 +28,6 @@ std::string SizeText(std::size_t rows, std::size_t columns) {
     return Counted(rows, "row") + ", " + Counted(columns, "column");
 }
 
-std::string JoinLines(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines)
-        text += (text.empty() ? "" : "\n") + line;
-    return text;
-}
-
 std::string LineText(const TableSummary& summary) {
     constexpr std::size_t shown = 4;
     constexpr int digits = 4;

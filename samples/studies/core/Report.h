@@ -20,9 +20,6 @@ namespace studies {
 // The means of the first columns of numbers, with their standard deviations, in four significant digits.
 [[nodiscard]] std::string LineText(const TableSummary& summary);
 
-// With a line feed between each two.
-[[nodiscard]] std::string JoinLines(const std::vector<std::string>& lines);
-
 // "344 rows, 7 columns".
 [[nodiscard]] std::string SizeText(std::size_t rows, std::size_t columns);
 

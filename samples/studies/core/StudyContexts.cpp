@@ -1,8 +1,8 @@
 #include "StudyContexts.h"
 
 #include "Errors.h"
+#include "Files.h"
 #include "Report.h"
-#include "Shell.h"
 #include "corvane/base/Failure.h"
 
 #include <algorithm>

@@ -2,12 +2,12 @@
 
 #include "Errors.h"
 #include "Report.h"
-#include "Shell.h"
 #include "Statistics.h"
 #include "StudyContexts.h"
+#include "corvane/author/Host.h"
 #include "corvane/base/Text.h"
-#include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
 #include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
@@ -19,16 +19,6 @@ namespace studies {
 using namespace corvane;
 
 namespace {
-
-// A window with several pages is opened hidden, so that the right one comes up at once.
-Ref<Window> OpenHidden(const std::string& window, const Ref<Object>& about, const Ref<IWindowExitHandler>& exitHandler,
-                       const std::string& key) {
-    return CorvaneMain::Framework()->WindowManager()->OpenWindow(
-        window, about, exitHandler, WindowShowModeConstants::cvDefinitionDefault,
-        WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
-        WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
-        ShowApplyCommandConstants::cvDefinitionDefault, key, true);
-}
 
 // Windows are found again by these and the number in the store behind them, also at the next start.
 const std::string dataKey = "data ";
@@ -67,18 +57,14 @@ Place PlaceOf(AnalysisKind kind) {
 Ref<Window> OpenDocument(const Ref<AnalysisDocument>& document) {
     const Place place = PlaceOf(document->Settings().kind);
     const std::string key = document->Number() == 0 ? std::string() : analysisKey + std::to_string(document->Number());
-    Ref<Window> window = OpenHidden(place.window, document, nullptr, key);
-    window->SetCaption(document->Name());
-    if (place.page != 0)
-        window->SetActivePageIndex(place.page);
-    window->Show();
-    return window;
+    return OpenWindow(place.window, document,
+                      {.key = key, .caption = document->Name(), .page = place.page == 0 ? -1 : place.page});
 }
 
 // Loops go over a copy: what is done to one window may end others.
 std::vector<Ref<Window>> OpenWindows() {
     std::vector<Ref<Window>> windows;
-    for (const Ref<Window>& window : *CorvaneMain::Framework()->WindowManager()->Windows())
+    for (const Ref<Window>& window : *Singleton::Framework()->WindowManager()->Windows())
         windows.push_back(window);
     return windows;
 }
@@ -100,12 +86,9 @@ void CheckColumns(const Table& table, AnalysisKind kind) {
 
 } // namespace
 
-Ref<Window> OpenDataWindow(const Ref<DataSetContext>& data, const Ref<IWindowExitHandler>& exitHandler) {
+Ref<Window> OpenDataWindow(const Ref<DataSetContext>& data) {
     const std::string key = (data->Space()->Keeps() ? dataKey : "file ") + std::to_string(data->Number());
-    const Ref<Window> window = OpenHidden("Data", data, exitHandler, key);
-    window->SetCaption(data->Info().name);
-    window->Show();
-    return window;
+    return OpenWindow("Data", data, {.key = key, .caption = data->Info().name});
 }
 
 Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& data, AnalysisKind kind) {
@@ -113,7 +96,7 @@ Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& data, AnalysisKind kind) 
     CheckColumns(table, kind);
     Ref<Window> window = OpenDocument(New<AnalysisDocument>(data, FirstSettings(table, kind, ReadPreferences())));
     if (kind == AnalysisKind::Summary)
-        ShowStatus("Summary of " + data->Info().name + ": " + LineText(Summarize(table)));
+        SetStatus("Summary of " + data->Info().name + ": " + LineText(Summarize(table)));
     return window;
 }
 
@@ -135,9 +118,7 @@ Ref<Window> OpenAnalysis(const Ref<Workspace>& workspace, const Analysis& analys
 
 void OpenReport(const Ref<Workspace>& workspace, Id studyId) {
     const auto study = New<StudyContext>(workspace, studyId);
-    const Ref<Window> window = OpenHidden("Report", study, nullptr, reportKey + std::to_string(studyId));
-    window->SetCaption(ReportCaption(*study));
-    window->Show();
+    OpenWindow("Report", study, {.key = reportKey + std::to_string(studyId), .caption = ReportCaption(*study)});
 }
 
 bool OpenByKey(const Ref<Workspace>& workspace, const std::string& key) {
@@ -151,13 +132,6 @@ bool OpenByKey(const Ref<Workspace>& workspace, const std::string& key) {
     else
         return false;
     return true;
-}
-
-bool AskInWindow(const std::string& windowName, const Ref<Object>& businessContext, const std::string& caption) {
-    const Ref<Window> window = OpenHidden(windowName, businessContext, nullptr, {});
-    window->SetCaption(caption);
-    window->Show();
-    return !window->WasWindowCancelled();
 }
 
 void WindowsFollow() {

@@ -3,14 +3,12 @@
 #pragma once
 
 #include "Workspace.h"
-#include "corvane/windows/IWindowExitHandler.h"
 #include "corvane/windows/Window.h"
 
 namespace studies {
 
 // The data set's table. Opening it again shows the open one.
-corvane::Ref<corvane::Window> OpenDataWindow(const corvane::Ref<DataSetContext>& data,
-                                             const corvane::Ref<corvane::IWindowExitHandler>& exitHandler = nullptr);
+corvane::Ref<corvane::Window> OpenDataWindow(const corvane::Ref<DataSetContext>& data);
 // A new analysis of that kind, with its first settings. Fails when the data have no columns for it.
 corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& data, AnalysisKind kind);
 // The same for an analysis by the name of its command: "Summary", "Histogram" and so on.
@@ -21,9 +19,6 @@ corvane::Ref<corvane::Window> OpenAnalysis(const corvane::Ref<Workspace>& worksp
 void OpenReport(const corvane::Ref<Workspace>& workspace, Id studyId);
 // The window of that key, as it was open once. False when it isn't about anything in the store, or that has gone.
 bool OpenByKey(const corvane::Ref<Workspace>& workspace, const std::string& key);
-// A modal window of that definition, which has ended when the call returns. False when the person cancelled it.
-bool AskInWindow(const std::string& windowName, const corvane::Ref<corvane::Object>& businessContext,
-                 const std::string& caption);
 
 // All windows take the names of what they are about; those close whose data set or analysis is gone.
 void WindowsFollow();

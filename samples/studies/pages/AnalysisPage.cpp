@@ -1,6 +1,6 @@
 #include "AnalysisPage.h"
 
-#include "Shell.h"
+#include "Files.h"
 #include "Windows.h"
 
 namespace studies {
@@ -16,7 +16,7 @@ void AnalysisPage::OnInitialize() {
 void AnalysisPage::OnActivate() {
     Document()->Look(Kind());
     EnableAction("Save", Document()->IsUnsaved());
-    Base()->Window()->SetCaption(Document()->Name());
+    OwnWindow()->SetCaption(Document()->Name());
 }
 
 void AnalysisPage::Follow() {
@@ -25,8 +25,8 @@ void AnalysisPage::Follow() {
     if (Widget())
         ShowAnalysis();
     EnableAction("Save", Document()->IsUnsaved());
-    Base()->Window()->SetCaption(Document()->Name());
-    Reconsider();
+    OwnWindow()->SetCaption(Document()->Name());
+    ValidityChanged();
 }
 
 void AnalysisPage::ChangeSettings(const std::function<void(AnalysisSettings&)>& change) {

@@ -2,14 +2,16 @@
 #pragma once
 
 #include "PageParts.h"
-#include "StudiesPage.h"
 #include "Workspace.h"
+#include "desktop/QtPage.h"
+
+#include <functional>
 
 namespace studies {
 
-class AnalysisPage : public StudiesPage {
+class AnalysisPage : public corvane::desktop::AnyQtPage {
 public:
-    [[nodiscard]] bool IsChanged() override { return IsAlive() && Document()->IsChanged(); }
+    [[nodiscard]] bool IsChanged() override { return OwnWindow() && Document()->IsChanged(); }
 
     void OnSaveAnalysis();
     void OnTable();
@@ -23,7 +25,7 @@ protected:
     // Shows settings and figures as they are now; the widget is there.
     virtual void ShowAnalysis() = 0;
 
-    [[nodiscard]] corvane::Ref<AnalysisDocument> Document() const { return About<AnalysisDocument>(); }
+    [[nodiscard]] corvane::Ref<AnalysisDocument> Document() const { return AboutAs<AnalysisDocument>(); }
     [[nodiscard]] const Table& Data() const { return Document()->Data()->Data(); }
     // Changes a copy of the settings and hands it to the document.
     void ChangeSettings(const std::function<void(AnalysisSettings&)>& change);

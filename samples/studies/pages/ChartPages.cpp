@@ -2,14 +2,16 @@
 
 #include "ChartWidget.h"
 #include "QtText.h"
-#include "Shell.h"
 #include "Statistics.h"
+#include "corvane/author/Host.h"
 
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
 namespace studies {
+
+using namespace corvane;
 
 std::vector<Column> DividingColumns(const Table& table) {
     std::vector<Column> columns;
@@ -44,7 +46,7 @@ void ChartPage::OnExport() {
     if (path.empty())
         return;
     SaveChart(Scene(), QSize(800, 560), Text(path));
-    ShowStatus("Exported to " + path);
+    SetStatus("Exported to " + path);
 }
 
 void HistogramPage::AddControls(QBoxLayout& row) {

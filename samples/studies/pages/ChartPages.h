@@ -26,14 +26,10 @@ protected:
     QPointer<ChartWidget> m_chart;
 };
 
-class HistogramPage final : public corvane::Automation<HistogramPage, ChartPage> {
+class HistogramPage final : public corvane::desktop::QtPage<HistogramPage, AnalysisDocument, ChartPage> {
 public:
-    std::string_view TypeName() const override { return "HistogramPage"; }
-
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnSaveAnalysis", &HistogramPage::OnSaveAnalysis),
-        corvane::Method("OnExport", &HistogramPage::OnExport), corvane::Method("OnTable", &HistogramPage::OnTable),
-        corvane::Method("OnAnalyse", &HistogramPage::OnAnalyse));
+    static constexpr auto Members = corvane::Methods<&HistogramPage::OnSaveAnalysis, &HistogramPage::OnExport,
+                                                     &HistogramPage::OnTable, &HistogramPage::OnAnalyse>();
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Histogram; }
@@ -47,14 +43,10 @@ private:
     QPointer<QSpinBox> m_bins;
 };
 
-class ScatterPage final : public corvane::Automation<ScatterPage, ChartPage> {
+class ScatterPage final : public corvane::desktop::QtPage<ScatterPage, AnalysisDocument, ChartPage> {
 public:
-    std::string_view TypeName() const override { return "ScatterPage"; }
-
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnSaveAnalysis", &ScatterPage::OnSaveAnalysis),
-        corvane::Method("OnExport", &ScatterPage::OnExport), corvane::Method("OnTable", &ScatterPage::OnTable),
-        corvane::Method("OnAnalyse", &ScatterPage::OnAnalyse));
+    static constexpr auto Members = corvane::Methods<&ScatterPage::OnSaveAnalysis, &ScatterPage::OnExport,
+                                                     &ScatterPage::OnTable, &ScatterPage::OnAnalyse>();
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Scatter; }

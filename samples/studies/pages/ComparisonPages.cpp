@@ -6,8 +6,8 @@
 #include "Progress.h"
 #include "QtText.h"
 #include "Report.h"
-#include "Shell.h"
 #include "Statistics.h"
+#include "corvane/author/Host.h"
 
 #include <QFile>
 #include <QFormLayout>
@@ -175,7 +175,7 @@ void BootstrapPage::Run() {
     m_run->setEnabled(false);
     std::optional<BootstrapResult> result;
     try {
-        ShowStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
+        SetStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
         Progress progress(settings.bootstrap.resamples, Base());
         result = RunBootstrap(values, settings.bootstrap, [&](int) { return progress.Step(); });
     } catch (...) {
@@ -185,14 +185,14 @@ void BootstrapPage::Run() {
         throw;
     }
     m_running = false;
-    if (!IsAlive() || !m_run)
+    if (!OwnWindow() || !m_run)
         return;
     m_run->setEnabled(true);
     m_result = result;
     m_resultOf = settings;
     m_resultRevision = revision;
     ShowResult();
-    ShowStatus(result ? Utf8(m_resultLabel->text().section('\n', 0, 0)) : "Cancelled; nothing has been changed");
+    SetStatus(result ? Utf8(m_resultLabel->text().section('\n', 0, 0)) : "Cancelled; nothing has been changed");
 }
 
 void BootstrapPage::OnExport() {
@@ -205,7 +205,7 @@ void BootstrapPage::OnExport() {
     const QByteArray text = (Text(Document()->Name()) + "\n\n" + m_resultLabel->text() + "\n").toUtf8();
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
         FailWith("The file “" + path + "” can't be written.");
-    ShowStatus("Exported to " + path);
+    SetStatus("Exported to " + path);
 }
 
 } // namespace studies

@@ -10,14 +10,10 @@ class QPushButton;
 
 namespace studies {
 
-class ComparisonPage final : public corvane::Automation<ComparisonPage, ChartPage> {
+class ComparisonPage final : public corvane::desktop::QtPage<ComparisonPage, AnalysisDocument, ChartPage> {
 public:
-    std::string_view TypeName() const override { return "ComparisonPage"; }
-
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnSaveAnalysis", &ComparisonPage::OnSaveAnalysis),
-        corvane::Method("OnExport", &ComparisonPage::OnExport), corvane::Method("OnTable", &ComparisonPage::OnTable),
-        corvane::Method("OnAnalyse", &ComparisonPage::OnAnalyse));
+    static constexpr auto Members = corvane::Methods<&ComparisonPage::OnSaveAnalysis, &ComparisonPage::OnExport,
+                                                     &ComparisonPage::OnTable, &ComparisonPage::OnAnalyse>();
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Comparison; }
@@ -35,17 +31,14 @@ private:
     QPointer<QLabel> m_result;
 };
 
-class BootstrapPage final : public corvane::Automation<BootstrapPage, AnalysisPage> {
+class BootstrapPage final : public corvane::desktop::QtPage<BootstrapPage, AnalysisDocument, AnalysisPage> {
 public:
-    std::string_view TypeName() const override { return "BootstrapPage"; }
     QWidget* FirstFocus() override;
 
     void OnExport(); // the figures, as text
 
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnSaveAnalysis", &BootstrapPage::OnSaveAnalysis),
-        corvane::Method("OnExport", &BootstrapPage::OnExport), corvane::Method("OnTable", &BootstrapPage::OnTable),
-        corvane::Method("OnAnalyse", &BootstrapPage::OnAnalyse));
+    static constexpr auto Members = corvane::Methods<&BootstrapPage::OnSaveAnalysis, &BootstrapPage::OnExport,
+                                                     &BootstrapPage::OnTable, &BootstrapPage::OnAnalyse>();
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Bootstrap; }

@@ -2,10 +2,11 @@
 
 #include "Csv.h"
 #include "Errors.h"
+#include "Files.h"
 #include "QtText.h"
 #include "Report.h"
-#include "Shell.h"
 #include "Workspace.h"
+#include "corvane/author/Host.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -36,10 +37,6 @@ constexpr std::array<Format, 3> formats{{{"Commas between values, decimal points
 
 } // namespace
 
-void ExportPage::OnInitialize() {
-    Keep(Base()->CommandClickEvent.Subscribe([this](StandardCommandConstants command) { OnCommand(command); }));
-}
-
 QWidget* ExportPage::MakeWidget(QWidget* parent) {
     auto* page = new QWidget(parent);
     m_format = new QComboBox;
@@ -47,15 +44,15 @@ QWidget* ExportPage::MakeWidget(QWidget* parent) {
         m_format->addItem(format.name);
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const QString folder = QDir(documents).exists() ? documents : QDir::homePath();
-    const QString name = QFileInfo(Text(About<DataSetContext>()->Info().name)).completeBaseName();
+    const QString name = QFileInfo(Text(About()->Info().name)).completeBaseName();
     m_path = new QLineEdit(QDir(folder).filePath(name + ".csv"));
     m_problem = new ProblemLabel;
     auto* browse = new QPushButton("&Browse\u2026");
     auto* row = new QHBoxLayout;
     row->addWidget(m_path, 1);
     row->addWidget(browse);
-    const DataSet dataSet = About<DataSetContext>()->Info();
-    const std::size_t columns = About<DataSetContext>()->Space()->GetStore().Columns(dataSet.id).size();
+    const DataSet dataSet = About()->Info();
+    const std::size_t columns = About()->Space()->GetStore().Columns(dataSet.id).size();
     auto* form = new QFormLayout(page);
     form->addRow("Contents", new QLabel(Text(SizeText(static_cast<std::size_t>(dataSet.rows), columns))));
     form->addRow("&Format", m_format);
@@ -64,7 +61,7 @@ QWidget* ExportPage::MakeWidget(QWidget* parent) {
     QObject::connect(m_path, &QLineEdit::textChanged, page, [this] {
         Guarded([this] {
             ShowRemark();
-            Reconsider();
+            ValidityChanged();
         });
     });
     QObject::connect(m_format, &QComboBox::currentIndexChanged, page, [this](int i) {
@@ -117,19 +114,19 @@ void ExportPage::OnCommand(StandardCommandConstants command) {
     m_thoughtBetter = true;
     QTimer::singleShot(0, m_path, [this] {
         m_thoughtBetter = false;
-        Guarded([this] { Reconsider(); });
+        Guarded([this] { ValidityChanged(); });
     });
 }
 
 void ExportPage::OnSave() {
-    const Ref<DataSetContext> data = About<DataSetContext>();
+    const Ref<DataSetContext> data = About();
     const auto format = static_cast<std::size_t>(std::max(0, m_format->currentIndex()));
     // The file is there whole or not at all.
     QSaveFile file(m_path->text().trimmed());
     const QByteArray text = QByteArray::fromStdString(WriteCsv(data->Data(), formats[format].style));
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
         FailWith("The file “" + Utf8(file.fileName()) + "” can't be written: " + Utf8(file.errorString()) + ".");
-    ShowStatus(data->Info().name + " has been exported to " + Utf8(file.fileName()));
+    SetStatus(data->Info().name + " has been exported to " + Utf8(file.fileName()));
 }
 
 } // namespace studies

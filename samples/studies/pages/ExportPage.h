@@ -2,21 +2,19 @@
 #pragma once
 
 #include "PageParts.h"
-#include "StudiesPage.h"
+#include "Workspace.h"
+#include "desktop/QtPage.h"
 
 class QLineEdit;
 
 namespace studies {
 
-class ExportPage final : public corvane::Automation<ExportPage, StudiesPage> {
+class ExportPage final : public corvane::desktop::QtPage<ExportPage, DataSetContext> {
 public:
-    std::string_view TypeName() const override { return "ExportPage"; }
     QWidget* FirstFocus() override;
     [[nodiscard]] bool IsChanged() override { return true; } // there is always something to write
-    static constexpr auto Members = corvane::MemberTable();
 
 protected:
-    void OnInitialize() override;
     void OnSave() override;
     QWidget* MakeWidget(QWidget* parent) override;
     [[nodiscard]] bool IsValid() override { return !m_thoughtBetter && Problem().empty(); }
@@ -24,7 +22,7 @@ protected:
 private:
     bool AskForPath();
     void ShowRemark();
-    void OnCommand(corvane::StandardCommandConstants command);
+    void OnCommand(corvane::StandardCommandConstants command) override;
     [[nodiscard]] std::string Problem() const;
 
     QPointer<QComboBox> m_format;

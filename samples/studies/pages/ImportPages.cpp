@@ -1,8 +1,8 @@
 #include "ImportPages.h"
 
+#include "Files.h"
 #include "QtText.h"
 #include "Report.h"
-#include "Shell.h"
 
 #include <QCheckBox>
 #include <QFileInfo>
@@ -35,7 +35,7 @@ std::string FirstLines(const std::vector<std::string>& lines) {
 
 // What one step enters may put another in order, or out of it.
 void ImportPage::OnInitialize() {
-    Keep(Job()->Changed.Subscribe([this] { Reconsider(); }));
+    Keep(Job()->Changed.Subscribe([this] { ValidityChanged(); }));
 }
 
 QWidget* ImportFilePage::MakeWidget(QWidget* parent) {
@@ -309,7 +309,7 @@ void ImportTargetPage::TakeTarget() {
     m_newStudy->setVisible(job->studyId == 0);
     m_newStudyLabel->setVisible(job->studyId == 0);
     m_problem->Show(Text(job->TargetProblem()));
-    Reconsider();
+    ValidityChanged();
 }
 
 void ImportTargetPage::OnSave() {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "PageParts.h"
-#include "StudiesPage.h"
 #include "StudyContexts.h"
+#include "desktop/QtPage.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -11,18 +11,16 @@ class QTableWidget;
 
 namespace studies {
 
-class ImportPage : public StudiesPage {
+class ImportPage : public corvane::desktop::AnyQtPage {
 protected:
     void OnInitialize() override;
-    [[nodiscard]] corvane::Ref<ImportJob> Job() const { return About<ImportJob>(); }
+    [[nodiscard]] corvane::Ref<ImportJob> Job() const { return AboutAs<ImportJob>(); }
 };
 
-class ImportFilePage final : public corvane::Automation<ImportFilePage, ImportPage> {
+class ImportFilePage final : public corvane::desktop::QtPage<ImportFilePage, ImportJob, ImportPage> {
 public:
-    std::string_view TypeName() const override { return "ImportFilePage"; }
     QWidget* FirstFocus() override;
     [[nodiscard]] bool IsChanged() override;
-    static constexpr auto Members = corvane::MemberTable();
 
 protected:
     QWidget* MakeWidget(QWidget* parent) override;
@@ -40,11 +38,7 @@ private:
     QPointer<ProblemLabel> m_problem;
 };
 
-class ImportFormatPage final : public corvane::Automation<ImportFormatPage, ImportPage> {
-public:
-    std::string_view TypeName() const override { return "ImportFormatPage"; }
-    static constexpr auto Members = corvane::MemberTable();
-
+class ImportFormatPage final : public corvane::desktop::QtPage<ImportFormatPage, ImportJob, ImportPage> {
 protected:
     void OnActivate() override;
     QWidget* MakeWidget(QWidget* parent) override;
@@ -65,11 +59,9 @@ private:
     QPointer<QCheckBox> m_skip;
 };
 
-class ImportTargetPage final : public corvane::Automation<ImportTargetPage, ImportPage> {
+class ImportTargetPage final : public corvane::desktop::QtPage<ImportTargetPage, ImportJob, ImportPage> {
 public:
-    std::string_view TypeName() const override { return "ImportTargetPage"; }
     QWidget* FirstFocus() override;
-    static constexpr auto Members = corvane::MemberTable();
 
 protected:
     void OnActivate() override;

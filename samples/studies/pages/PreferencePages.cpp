@@ -33,7 +33,7 @@ QWidget* FiguresPreferencesPage::MakeWidget(QWidget* parent) {
     form->addRow("Example mean", m_example);
     QObject::connect(m_decimals, &QSpinBox::valueChanged, page, [this](int decimals) {
         m_example->setText(Text(DecimalText(4201.754386, decimals)));
-        Guarded([this] { Reconsider(); });
+        Guarded([this] { ValidityChanged(); });
     });
     m_decimals->setValue(m_saved.decimals);
     m_example->setText(Text(DecimalText(4201.754386, m_saved.decimals)));
@@ -73,7 +73,7 @@ QWidget* AnalysesPreferencesPage::MakeWidget(QWidget* parent) {
     const auto OnChange = [this] {
         Guarded([this] {
             m_problem->Show(IsValid() ? QString() : QString("The confidence level must be at least 50 %."));
-            Reconsider();
+            ValidityChanged();
         });
     };
     QObject::connect(m_groups, &QCheckBox::toggled, page, OnChange);

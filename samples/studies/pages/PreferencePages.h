@@ -3,7 +3,7 @@
 
 #include "Figures.h"
 #include "PageParts.h"
-#include "StudiesPage.h"
+#include "desktop/QtPage.h"
 
 class QCheckBox;
 class QDoubleSpinBox;
@@ -12,11 +12,9 @@ class QSpinBox;
 
 namespace studies {
 
-class FiguresPreferencesPage final : public corvane::Automation<FiguresPreferencesPage, StudiesPage> {
+class FiguresPreferencesPage final : public corvane::desktop::QtPage<FiguresPreferencesPage> {
 public:
-    std::string_view TypeName() const override { return "FiguresPreferencesPage"; }
     [[nodiscard]] bool IsChanged() override;
-    static constexpr auto Members = corvane::MemberTable();
 
 protected:
     void OnSave() override;
@@ -28,11 +26,9 @@ private:
     QPointer<QLabel> m_example;
 };
 
-class AnalysesPreferencesPage final : public corvane::Automation<AnalysesPreferencesPage, StudiesPage> {
+class AnalysesPreferencesPage final : public corvane::desktop::QtPage<AnalysesPreferencesPage> {
 public:
-    std::string_view TypeName() const override { return "AnalysesPreferencesPage"; }
     [[nodiscard]] bool IsChanged() override;
-    static constexpr auto Members = corvane::MemberTable();
 
 protected:
     void OnSave() override;

@@ -38,7 +38,7 @@ QWidget* NamePage::MakeWidget(QWidget* parent) {
     const auto OnChange = [this] {
         Guarded([this] {
             m_problem->Show(Text(Problem()));
-            Reconsider();
+            ValidityChanged();
         });
     };
     QObject::connect(m_name, &QLineEdit::textChanged, page, OnChange);
@@ -68,26 +68,26 @@ bool NamePage::IsChanged() {
 }
 
 void StudyPropertiesPage::OnInitialize() {
-    const Study study = About<StudyContext>()->Space()->GetStore().StudyOf(About<StudyContext>()->Number());
+    const Study study = About()->Space()->GetStore().StudyOf(About()->Number());
     m_nameText = study.name;
     m_notesText = study.notes;
 }
 
 std::string StudyPropertiesPage::NameProblem(const std::string& name) {
-    return About<StudyContext>()->Space()->GetStore().NameProblem(name, About<StudyContext>()->Number());
+    return About()->Space()->GetStore().NameProblem(name, About()->Number());
 }
 
 std::vector<std::pair<QString, QString>> StudyPropertiesPage::Facts() {
-    Store& store = About<StudyContext>()->Space()->GetStore();
-    const std::size_t dataSets = store.DataSets(About<StudyContext>()->Number()).size();
-    const std::size_t analyses = store.Analyses(About<StudyContext>()->Number()).size();
+    Store& store = About()->Space()->GetStore();
+    const std::size_t dataSets = store.DataSets(About()->Number()).size();
+    const std::size_t analyses = store.Analyses(About()->Number()).size();
     return {{"Data sets", Text(CountText(dataSets))}, {"Analyses", Text(CountText(analyses))}};
 }
 
 void StudyPropertiesPage::OnSave() {
     if (!IsChanged())
         return;
-    const Ref<StudyContext> study = About<StudyContext>();
+    const Ref<StudyContext> study = About();
     study->Space()->GetStore().SetStudyProperties(study->Number(), Name(), Notes());
     m_nameText = Name();
     m_notesText = Notes();
@@ -95,19 +95,19 @@ void StudyPropertiesPage::OnSave() {
 }
 
 void DataSetPropertiesPage::OnInitialize() {
-    const DataSet dataSet = About<DataSetContext>()->Info();
+    const DataSet dataSet = About()->Info();
     m_nameText = dataSet.name;
     m_notesText = dataSet.notes;
 }
 
 std::string DataSetPropertiesPage::NameProblem(const std::string& name) {
-    const DataSet dataSet = About<DataSetContext>()->Info();
-    return About<DataSetContext>()->Space()->GetStore().DataSetNameProblem(name, dataSet.studyId, dataSet.id);
+    const DataSet dataSet = About()->Info();
+    return About()->Space()->GetStore().DataSetNameProblem(name, dataSet.studyId, dataSet.id);
 }
 
 std::vector<std::pair<QString, QString>> DataSetPropertiesPage::Facts() {
-    const DataSet dataSet = About<DataSetContext>()->Info();
-    const std::size_t columns = About<DataSetContext>()->Space()->GetStore().Columns(dataSet.id).size();
+    const DataSet dataSet = About()->Info();
+    const std::size_t columns = About()->Space()->GetStore().Columns(dataSet.id).size();
     return {{"Source", Text(dataSet.source)},
             {"Size", Text(SizeText(static_cast<std::size_t>(dataSet.rows), columns))}};
 }
@@ -115,7 +115,7 @@ std::vector<std::pair<QString, QString>> DataSetPropertiesPage::Facts() {
 void DataSetPropertiesPage::OnSave() {
     if (!IsChanged())
         return;
-    const Ref<DataSetContext> data = About<DataSetContext>();
+    const Ref<DataSetContext> data = About();
     data->Space()->GetStore().SetDataSetProperties(data->Number(), {Name(), Notes(), {}});
     m_nameText = Name();
     m_notesText = Notes();
@@ -124,8 +124,7 @@ void DataSetPropertiesPage::OnSave() {
 
 QWidget* UnitsPage::MakeWidget(QWidget* parent) {
     auto* page = new QWidget(parent);
-    const std::vector<Column> columns =
-        About<DataSetContext>()->Space()->GetStore().Columns(About<DataSetContext>()->Number());
+    const std::vector<Column> columns = About()->Space()->GetStore().Columns(About()->Number());
     m_table = new QTableWidget(static_cast<int>(columns.size()), 3);
     m_table->setAccessibleName("Columns");
     m_table->setTabKeyNavigation(false); // the arrows go from cell to cell, Tab to the commands
@@ -153,7 +152,7 @@ QWidget* UnitsPage::MakeWidget(QWidget* parent) {
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(m_table, 1);
     layout->addWidget(hint);
-    QObject::connect(m_table, &QTableWidget::itemChanged, page, [this] { Guarded([this] { Reconsider(); }); });
+    QObject::connect(m_table, &QTableWidget::itemChanged, page, [this] { Guarded([this] { ValidityChanged(); }); });
     return page;
 }
 
@@ -173,7 +172,7 @@ bool UnitsPage::IsChanged() {
 void UnitsPage::OnSave() {
     if (!IsChanged())
         return;
-    const Ref<DataSetContext> data = About<DataSetContext>();
+    const Ref<DataSetContext> data = About();
     const DataSet dataSet = data->Info();
     m_units = Units();
     data->Space()->GetStore().SetDataSetProperties(dataSet.id, {dataSet.name, dataSet.notes, m_units});

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "PageParts.h"
-#include "StudiesPage.h"
 #include "StudyContexts.h"
+#include "desktop/QtPage.h"
 
 class QLineEdit;
 class QPlainTextEdit;
@@ -12,7 +12,7 @@ class QTableWidget;
 namespace studies {
 
 // A name and notes, with what is wrong with the name below it.
-class NamePage : public StudiesPage {
+class NamePage : public corvane::desktop::AnyQtPage {
 public:
     QWidget* FirstFocus() override;
     [[nodiscard]] bool IsChanged() override;
@@ -38,11 +38,7 @@ private:
     QPointer<ProblemLabel> m_problem;
 };
 
-class StudyPropertiesPage final : public corvane::Automation<StudyPropertiesPage, NamePage> {
-public:
-    std::string_view TypeName() const override { return "StudyPropertiesPage"; }
-    static constexpr auto Members = corvane::MemberTable();
-
+class StudyPropertiesPage final : public corvane::desktop::QtPage<StudyPropertiesPage, StudyContext, NamePage> {
 protected:
     void OnInitialize() override;
     void OnSave() override;
@@ -50,11 +46,7 @@ protected:
     [[nodiscard]] std::vector<std::pair<QString, QString>> Facts() override;
 };
 
-class DataSetPropertiesPage final : public corvane::Automation<DataSetPropertiesPage, NamePage> {
-public:
-    std::string_view TypeName() const override { return "DataSetPropertiesPage"; }
-    static constexpr auto Members = corvane::MemberTable();
-
+class DataSetPropertiesPage final : public corvane::desktop::QtPage<DataSetPropertiesPage, DataSetContext, NamePage> {
 protected:
     void OnInitialize() override;
     void OnSave() override;
@@ -62,11 +54,9 @@ protected:
     [[nodiscard]] std::vector<std::pair<QString, QString>> Facts() override;
 };
 
-class UnitsPage final : public corvane::Automation<UnitsPage, StudiesPage> {
+class UnitsPage final : public corvane::desktop::QtPage<UnitsPage, DataSetContext> {
 public:
-    std::string_view TypeName() const override { return "UnitsPage"; }
     [[nodiscard]] bool IsChanged() override;
-    static constexpr auto Members = corvane::MemberTable();
 
 protected:
     void OnSave() override;

@@ -2,9 +2,10 @@
 
 #include "ChartWidget.h"
 #include "Errors.h"
+#include "Files.h"
 #include "QtText.h"
-#include "Shell.h"
 #include "StudyContexts.h"
+#include "corvane/author/Host.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -114,8 +115,8 @@ void SaveReport(const StudyReport& report, const QString& path) {
 }
 
 void ReportPage::OnInitialize() {
-    Keep(About<StudyContext>()->Space()->Changed.Subscribe([this](const std::string&) {
-        if (About<StudyContext>()->Exists())
+    Keep(About()->Space()->Changed.Subscribe([this](const std::string&) {
+        if (About()->Exists())
             Write();
     }));
 }
@@ -143,7 +144,7 @@ QWidget* ReportPage::FirstFocus() {
 void ReportPage::Write() {
     if (!m_view)
         return;
-    m_report = ReportOn(About<StudyContext>()->Space()->GetStore(), About<StudyContext>()->Number(), ReadPreferences());
+    m_report = ReportOn(About()->Space()->GetStore(), About()->Number(), ReadPreferences());
     const int scrolled = m_view->verticalScrollBar()->value();
     m_view->document()->clear();
     Fill(*m_view->document(), m_report);
@@ -157,7 +158,7 @@ void ReportPage::OnExport() {
     if (path.empty())
         return;
     SaveReport(m_report, Text(path));
-    ShowStatus("Exported to " + path);
+    SetStatus("Exported to " + path);
 }
 
 void ReportPage::OnCopy() {

@@ -1,24 +1,23 @@
 // The report on a study: all its data sets and analyses with their figures and pictures, to read, print and hand on.
 #pragma once
 
-#include "StudiesPage.h"
+#include "StudyContexts.h"
 #include "StudyReport.h"
+#include "desktop/QtPage.h"
 
 class QTextBrowser;
 class QTextDocument;
 
 namespace studies {
 
-class ReportPage final : public corvane::Automation<ReportPage, StudiesPage> {
+class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContext> {
 public:
-    std::string_view TypeName() const override { return "ReportPage"; }
     QWidget* FirstFocus() override;
 
     void OnExport(); // as HTML or PDF
     void OnCopy();
 
-    static constexpr auto Members = corvane::MemberTable(corvane::Method("OnExport", &ReportPage::OnExport),
-                                                         corvane::Method("OnCopy", &ReportPage::OnCopy));
+    static constexpr auto Members = corvane::Methods<&ReportPage::OnExport, &ReportPage::OnCopy>();
 
 protected:
     void OnInitialize() override;

@@ -2,12 +2,13 @@
 
 #include "Errors.h"
 #include "FigureTable.h"
+#include "Files.h"
 #include "QtText.h"
 #include "Report.h"
-#include "Shell.h"
 #include "Statistics.h"
 #include "SummaryRows.h"
 #include "Windows.h"
+#include "corvane/author/Host.h"
 
 #include <QFile>
 #include <QVBoxLayout>
@@ -26,7 +27,7 @@ void SummaryPage::OnInitialize() {
 }
 
 Ref<DataSetContext> SummaryPage::Data() const {
-    return m_document ? m_document->Data() : About<DataSetContext>();
+    return m_document ? m_document->Data() : AboutAs<DataSetContext>();
 }
 
 void SummaryPage::OnActivate() {
@@ -82,10 +83,10 @@ void SummaryPage::Follow() {
     if (m_document) {
         m_groupName = m_document->Settings().groupColumn;
         EnableAction("Save", m_document->IsUnsaved());
-        Base()->Window()->SetCaption(m_document->Name());
+        OwnWindow()->SetCaption(m_document->Name());
     }
     ShowFigures();
-    Reconsider();
+    ValidityChanged();
 }
 
 void SummaryPage::ShowFigures() {
@@ -150,7 +151,7 @@ void SummaryPage::OnExport() {
         (m_numbers->AsText() + (m_texts->rowCount() > 0 ? "\n" + m_texts->AsText() : QString())).toUtf8();
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
         FailWith("The file “" + path + "” can't be written.");
-    ShowStatus("Exported to " + path);
+    SetStatus("Exported to " + path);
 }
 
 } // namespace studies

@@ -2,16 +2,15 @@
 #pragma once
 
 #include "PageParts.h"
-#include "StudiesPage.h"
 #include "Workspace.h"
+#include "desktop/QtPage.h"
 
 namespace studies {
 
 class FigureTable;
 
-class SummaryPage final : public corvane::Automation<SummaryPage, StudiesPage> {
+class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
 public:
-    std::string_view TypeName() const override { return "SummaryPage"; }
     [[nodiscard]] bool IsChanged() override;
     QWidget* FirstFocus() override;
 
@@ -21,11 +20,9 @@ public:
     void OnTable();
     void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // another one of the data, by the item's name
 
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnCopy", &SummaryPage::OnCopy),
-        corvane::Method("OnSaveAnalysis", &SummaryPage::OnSaveAnalysis),
-        corvane::Method("OnExport", &SummaryPage::OnExport), corvane::Method("OnTable", &SummaryPage::OnTable),
-        corvane::Method("OnAnalyse", &SummaryPage::OnAnalyse));
+    static constexpr auto Members =
+        corvane::Methods<&SummaryPage::OnCopy, &SummaryPage::OnSaveAnalysis, &SummaryPage::OnExport,
+                         &SummaryPage::OnTable, &SummaryPage::OnAnalyse>();
 
 protected:
     void OnInitialize() override;

@@ -15,17 +15,17 @@ namespace studies {
 using namespace corvane;
 
 void TablePage::OnInitialize() {
-    Keep(About<DataSetContext>()->Space()->Changed.Subscribe([this](const std::string&) { FollowData(); }));
+    Keep(About()->Space()->Changed.Subscribe([this](const std::string&) { FollowData(); }));
 }
 
 // What is in no study is as its file is: it has no properties of its own.
 void TablePage::OnActivate() {
-    EnableAction("Properties", About<DataSetContext>()->Space()->Keeps());
+    EnableAction("Properties", About()->Space()->Keeps());
 }
 
 QWidget* TablePage::MakeWidget(QWidget* parent) {
     auto* page = new QWidget(parent);
-    m_model = new DataTableModel(About<DataSetContext>(), page);
+    m_model = new DataTableModel(About(), page);
     m_view = new DataTableView;
     m_view->SetData(m_model);
     m_problem = new ProblemLabel;
@@ -80,14 +80,14 @@ void TablePage::Filter() {
 }
 
 void TablePage::CountRows() {
-    const auto all = static_cast<std::size_t>(About<DataSetContext>()->Info().rows);
+    const auto all = static_cast<std::size_t>(About()->Info().rows);
     const auto shown = static_cast<std::size_t>(m_model->rowCount());
     m_count->setText(Text(shown == all ? CountText(all) + (all == 1 ? " row" : " rows")
                                        : CountText(shown) + " of " + CountText(all)));
 }
 
 void TablePage::FollowData() {
-    if (m_model && About<DataSetContext>()->Exists())
+    if (m_model && About()->Exists())
         m_model->Reload();
 }
 
@@ -97,15 +97,15 @@ void TablePage::OnCopy() {
 }
 
 void TablePage::OnExport() {
-    AskInWindow("Export", About<DataSetContext>(), "Export " + About<DataSetContext>()->Info().name);
+    OpenWindow("Export", About(), {.caption = "Export " + About()->Info().name});
 }
 
 void TablePage::OnProperties() {
-    AskInWindow("DataSetProperties", About<DataSetContext>(), "Properties of " + About<DataSetContext>()->Info().name);
+    OpenWindow("DataSetProperties", About(), {.caption = "Properties of " + About()->Info().name});
 }
 
 void TablePage::OnAnalyse(const Ref<ActionItem>& actionItem) {
-    OpenNewAnalysis(About<DataSetContext>(), actionItem->Name());
+    OpenNewAnalysis(About(), actionItem->Name());
 }
 
 } // namespace studies

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "PageParts.h"
-#include "StudiesPage.h"
+#include "Workspace.h"
+#include "desktop/QtPage.h"
 
 class QLineEdit;
 
@@ -11,9 +12,8 @@ namespace studies {
 class DataTableModel;
 class DataTableView;
 
-class TablePage final : public corvane::Automation<TablePage, StudiesPage> {
+class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContext> {
 public:
-    std::string_view TypeName() const override { return "TablePage"; }
     QWidget* FirstFocus() override;
 
     void OnCopy();
@@ -21,9 +21,8 @@ public:
     void OnProperties();
     void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // by the item's name
 
-    static constexpr auto Members = corvane::MemberTable(
-        corvane::Method("OnCopy", &TablePage::OnCopy), corvane::Method("OnExport", &TablePage::OnExport),
-        corvane::Method("OnProperties", &TablePage::OnProperties), corvane::Method("OnAnalyse", &TablePage::OnAnalyse));
+    static constexpr auto Members =
+        corvane::Methods<&TablePage::OnCopy, &TablePage::OnExport, &TablePage::OnProperties, &TablePage::OnAnalyse>();
 
 protected:
     void OnInitialize() override;

@@ -1,0 +1,17 @@
+// The files that the user names.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace studies {
+
+[[nodiscard]] std::string FileNameOf(const std::string& path);
+// Asks for a file with rows; nothing when the user cancels.
+[[nodiscard]] std::optional<std::string> AskForDataFile(const std::string& title);
+// Asks where to write a file, with a filter as AskSaveFile takes it and a path to begin with, in the home folder if a
+// name alone is given; "" when the user cancels.
+[[nodiscard]] std::string AskForSavePath(const std::string& title, const std::string& filter,
+                                         const std::string& fileName);
+
+} // namespace studies
