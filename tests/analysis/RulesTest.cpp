@@ -195,7 +195,7 @@ TEST(Rules, TellWhatIsntWellFormedInWordsOfTheirOwn) {
     const std::vector<std::pair<std::string, std::string>> slips{
         {"", ": error: the file is empty: write a Service element"},
         {"\n<!-- later -->\n", ":3:1: error: the file has no element: write a Service element"},
-        {"Service", ":1:1: error: there is text before the first element: remove what"},
+        {"Service", ":1:1: error: there is text before the first element: remove everything"},
         {"\xEF\xBB\xBF<Service/>", ":1:1: error: the file begins with the byte order mark of UTF-8"},
         {std::string("\xFF\xFE<\0S\0", 6), ":1:1: error: the file is UTF-16, and is read as Windows-1252: save it"},
         {"<Service>\n<Menus>\n</Service>", ":3:11: error: \"Menus\" of line 2 isn't closed before \"</Service>\""},
