@@ -219,7 +219,7 @@ TEST_F(DefinitionTranslationTest, BrokenCatalogueIsReportedAndNotUsed) {
           Case{QByteArray(german).replace("Ü", "\xDC"), "&Explorer", "de.po, line 10: isn't UTF-8"},
           Case{QByteArray(german).replace("%1 öffnen", "öffnen"), "Über&sicht",
                "de.po, line 17: the translation \"öffnen\" of \"Open %1\" isn't used"},
-          Case{QByteArray("\0\x1\x2", 3), "&Explorer", "de.po, line 1: holds a zero byte"}}) {
+          Case{QByteArray("\0\x1\x2", 3), "&Explorer", "de.po, line 1: contains a zero byte"}}) {
         m_folder.Write("App/Services/translations/de.po", testCase.catalogue);
         Start({"de"});
         EXPECT_EQ(Band("View"), QString(testCase.first) + "|&Statusleiste|Open %1|Toolbars") << testCase.logged;

@@ -177,7 +177,7 @@ TEST_F(UnsavedWorkTest, PreferencesAreSearchedAppliedAndKept) {
         QWidget* dialog = QApplication::activeModalWidget();
         ASSERT_TRUE(dialog);
         auto* pages = dialog->findChild<QListWidget*>();
-        QTest::keyClicks(dialog->findChild<QLineEdit*>(), "toolbars icons");
+        QTest::keyClicks(dialog->findChild<QLineEdit*>(), "toolbar icon");
         EXPECT_FALSE(pages->item(0)->isHidden()) << "found by what stands on the page";
         QTest::keyClicks(dialog->findChild<QLineEdit*>(), " zebra");
         EXPECT_TRUE(pages->item(0)->isHidden());
