@@ -27,6 +27,8 @@ public:
     // What is said of the thing under the cursor.
     [[nodiscard]] QString FactsText() const;
     [[nodiscard]] QTreeWidget& Things() { return *m_things; }
+    // A change has been heard and is shown a moment later; never while the list can't be seen.
+    [[nodiscard]] bool IsFollowing() const { return m_refresh.isActive(); }
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -42,10 +42,12 @@ QString FilesIn(const QString& folderPath) {
 } // namespace
 
 QString WithoutUserData(QString text) {
-    if (const QString home = QDir::homePath(); home.size() > 1)
-        text.replace(home, "~");
+    if (const QString home = QDir::homePath(); home.size() > 1) // not of one whose name begins with this one
+        text.replace(QRegularExpression(QRegularExpression::escape(home) + "(?![\\w.-])"), "~");
     ReplaceWord(text, qEnvironmentVariable("USER"), "user");
-    ReplaceWord(text, QSysInfo::machineHostName(), "host");
+    const QString host = QSysInfo::machineHostName();
+    for (const QString& name : {host, host.section('.', 0, 0)}) // with its domain, and alone
+        ReplaceWord(text, name, "host");
     return text;
 }
 

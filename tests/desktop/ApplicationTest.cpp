@@ -203,16 +203,16 @@ TEST_F(ApplicationTest, SignalsCloseTheWindowAsItsCloseBoxDoes) {
         refused = refuse;
         ++asked;
     });
+    int nRaised = 0;
     for (const int signal : {SIGTERM, SIGHUP, SIGTERM}) {
         std::raise(signal);
-        QTest::qWait(20);
+        ++nRaised;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return asked == nRaised; }, 30000));
         EXPECT_TRUE(application.Window().isVisible());
     }
-    EXPECT_EQ(asked, 3);
     refuse = false;
     std::raise(SIGINT);
-    QTest::qWait(20);
-    EXPECT_FALSE(application.Window().isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !application.Window().isVisible(); }, 30000));
     EXPECT_FALSE(CorvaneMain::Framework()->ServiceManager());
 }
 

@@ -120,7 +120,7 @@ TEST_F(BlameTest, WatchNamesTheServiceThatHangsAmongTwenty) {
         QElapsedTimer time;
         time.start();
         const QByteArray name = "Trouble" + QByteArray::number(i) + " kept the user interface busy for ";
-        while (!m_folder.Read("corvane/App/errors.log").contains(name) && !time.hasExpired(5000))
+        while (!m_folder.Read("corvane/App/errors.log").contains(name) && !time.hasExpired(30000))
             QTest::qWait(20);
         const QByteArray log = m_folder.Read("corvane/App/errors.log");
         EXPECT_TRUE(log.contains("Trouble" + QByteArray::number(i) + " has kept the user interface busy"))

@@ -173,10 +173,13 @@ TEST_F(UnsavedWorkTest, NothingUnsavedAsksNobody) {
 TEST_F(UnsavedWorkTest, PreferencesAreSearchedAppliedAndKept) {
     m_early.unsaved.clear();
     m_late.unsaved.clear();
-    QTimer::singleShot(200, [] {
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&timer] {
         QWidget* dialog = QApplication::activeModalWidget();
-        ASSERT_TRUE(dialog);
-        auto* pages = dialog->findChild<QListWidget*>();
+        auto* pages = dialog ? dialog->findChild<QListWidget*>() : nullptr;
+        if (!pages || !pages->isVisible())
+            return;
+        timer.stop();
         QTest::keyClicks(dialog->findChild<QLineEdit*>(), "toolbar icon");
         EXPECT_FALSE(pages->item(0)->isHidden()) << "found by what stands on the page";
         QTest::keyClicks(dialog->findChild<QLineEdit*>(), " zebra");
@@ -188,6 +191,7 @@ TEST_F(UnsavedWorkTest, PreferencesAreSearchedAppliedAndKept) {
             if (button->text() == "OK" || button->text() == "&OK")
                 button->click();
     });
+    timer.start(5);
     EXPECT_TRUE(m_application->Choose("Tools.Preferences"));
     EXPECT_EQ(m_application->Window().iconSize(), QSize(48, 48));
     EXPECT_EQ(m_application->Window().Area().viewMode(), QMdiArea::TabbedView);

@@ -110,12 +110,16 @@ TEST_F(HostRoom, ModalWindowHoldsItsCallerAndADeferredOneComesFromTheEventLoop) 
     Start();
     for (const bool async : {false, true}) {
         std::string inside;
-        QTimer::singleShot(100, [&] {
-            EXPECT_TRUE(m_application->IsModalFormOpen());
+        QTimer person;
+        QObject::connect(&person, &QTimer::timeout, [&] {
+            if (!m_application->IsModalFormOpen() || QApplication::activeModalWidget() != LastForm()->Frame())
+                return;
+            person.stop();
             EXPECT_FALSE(m_application->Choose("Window.CloseAll"));
             inside = m_heard->Take();
             LastForm()->ClickCommand(Command::cvOK);
         });
+        person.start(5);
         const auto window = Open("M", {}, false, async);
         EXPECT_EQ(m_heard->Take(), async ? "A.Initialize" : "A.Click1 A.Deactivate A.Terminate exit(done)");
         while (async && window->WasWindowCancelled() && LastForm()->IsLoaded())
