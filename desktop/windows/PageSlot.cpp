@@ -3,7 +3,9 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/platform/Entering.h"
 #include "corvane/platform/Platform.h"
+#include "desktop/failures/PageName.h"
 #include "desktop/translation/ShownText.h"
+#include "desktop/windows/EndedPage.h"
 #include "desktop/windows/FailureView.h"
 #include "desktop/windows/PagePlace.h"
 
@@ -52,6 +54,8 @@ void PageSlot::MakeWidget(PagePlace& place) {
     if (m_hasWidget)
         return;
     m_hasWidget = true;
+    m_place = &place;
+    place.setProperty(pageNameProperty, QString::fromStdString(m_pageDef->PageProgID()));
     if (IsUsable()) {
         try {
             const Entering entering(m_pageObj);
@@ -90,6 +94,8 @@ void PageSlot::Focus() {
 void PageSlot::End(const Ref<IWindowFormController>& controller) {
     if (!IsAlive())
         return;
+    if (m_place)
+        Silence(*m_place);
     m_guard([&] { controller->PageTerminate(m_pageObj); });
     m_page = nullptr;
     m_qtPage = nullptr;

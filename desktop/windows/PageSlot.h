@@ -28,7 +28,8 @@ public:
     [[nodiscard]] bool HasWidget() const { return m_hasWidget; }
     // Puts the keyboard on the page's first control.
     void Focus();
-    // Reports the page's end if it was reported to live; a failure is shown. The widget goes with the frame.
+    // Reports the page's end if it was reported to live; a failure is shown. The widget goes with the frame, and sends
+    // the page nothing any more.
     void End(const Ref<IWindowFormController>& controller);
 
     [[nodiscard]] const Ref<corvane::PageDef>& PageDef() const { return m_pageDef; }
@@ -63,6 +64,7 @@ private:
     Ref<IQtPage> m_qtPage;
     std::optional<Failure> m_failure;
     QPointer<QWidget> m_widget; // the page's own
+    QPointer<QWidget> m_place;  // where that is, also when it came to nothing half-way
     bool m_hasWidget = false;   // that or the failure's
     bool m_isValid = true;
     bool m_isChanged = false;

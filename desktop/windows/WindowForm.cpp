@@ -116,13 +116,7 @@ void WindowForm::MakeFrame(bool isApplyCommandShown) {
     m_frame = std::make_unique<WindowFrame>(
         MDIChild() ? m_host->area.data() : nullptr, m_host->mainWindow, m_body, m_type == WindowTypeConstants::cvWindow,
         WindowFrame::Listeners{[this] { ByUser(WindowStep::What::Close, 0, [this] { RequestClose(); }); },
-                               [this] {
-                                   m_host->guard([this] {
-                                       if (Visible() && m_controller)
-                                           Activate();
-                                   });
-                               },
-                               [this] { FrameMoved(); }});
+                               [this] { FrameActivated(); }, [this] { FrameMoved(); }});
     if (MDIChild())
         m_frame->SetIcon(m_host->ChildIcon());
     QObject::connect(m_body, &WindowBody::PageChosen,

@@ -54,8 +54,22 @@ void WindowForm::DeactivateFront() {
     if (m_active < 0 || !m_controller)
         return;
     const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(std::exchange(m_active, -1))];
-    if (slot->IsAlive())
-        m_host->guard([&] { m_controller->PageDeactivate(slot->PageObj()); });
+    const Ref<IWindowFormController> controller = m_controller;
+    if (!slot->IsAlive())
+        return;
+    bool reported = false;
+    m_host->guard([&] {
+        controller->PageDeactivate(slot->PageObj());
+        reported = true;
+    });
+    if (reported || !m_controller || !slot->IsAlive())
+        return;
+    // Until a page's leaving has been heard, it counts as the active one. Whoever failed to hear it has been shown.
+    try {
+        controller->PageDeactivate(slot->PageObj());
+    } catch (...) {
+        // It is in the log.
+    }
 }
 
 // A page that fails at its end doesn't keep the window open.
