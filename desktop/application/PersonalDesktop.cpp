@@ -94,7 +94,7 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* parent, bool all, const std::funct
     for (const CommandEntry& command : commands.All())
         entries.push_back({command.tool, command.caption, command.path, m_bars.KeysText(*command.tool),
                            command.owner.Text(), all ? QString() : command.WhyNot(), DescriptionOf(*command.tool),
-                           command.original});
+                           !all && !command.WhatFirst().isEmpty(), command.original});
     auto* palette = new PaletteDialog(
         std::move(entries), choose, [this](const Ref<Tool>& tool) { ShowInspector(tool); }, parent);
     palette->open();

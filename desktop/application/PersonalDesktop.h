@@ -57,6 +57,8 @@ public:
     // Shows what is known of that, or the whole.
     InspectorDialog* ShowInspector(const Ref<Tool>& tool = nullptr, const Ref<Node>& node = nullptr);
 
+    // A file of what is kept of this application, and nothing where nothing is kept.
+    [[nodiscard]] StateFile KeptFile(const char* name) const { return File(m_stateFolder, name); }
     [[nodiscard]] PersonalBars& Bars() { return m_bars; }
     [[nodiscard]] Session& UserSession() { return m_session; }
 

@@ -48,6 +48,32 @@ QString CaptionWith(const Tool& tool, const CaptionFunction& captionFunction) {
     return Text(WithoutMnemonic(caption.toStdString()));
 }
 
+// "a data set" for items of the definition "DataSet"; a folder, of which there is one, by its name.
+QString KindText(const std::string& item) {
+    const Ref<Framework> framework = Singleton::Framework();
+    const auto manager = framework ? framework->ServiceManager() : nullptr;
+    if (manager && manager->ExplorerItemDefs()->HasKey(item)) {
+        const auto definition = manager->ExplorerItemDefs()->Item(item);
+        if (definition->ExplorerItemType() == ExplorerItemType::fwExplorerItemFolder)
+            return Commands::tr("“%1”").arg(Text(definition->DisplayName().empty() ? item : definition->DisplayName()));
+    }
+    QString name;
+    for (const QChar c : Text(item)) {
+        if (c.isUpper() && !name.isEmpty() && !name.back().isUpper() && !name.back().isSpace())
+            name += ' ';
+        name += c == '_' ? QChar(' ') : c;
+    }
+    QStringList words = name.split(' ', Qt::SkipEmptyParts);
+    for (QString& word : words)
+        if (word.size() < 2 || !word[1].isUpper()) // an abbreviation stays one
+            word = word.toLower();
+    name = words.join(' ');
+    const bool beginsWithVowel = !name.isEmpty() && QString("aeiou").contains(name.front(), Qt::CaseInsensitive);
+    return (beginsWithVowel ? Commands::tr("an %1", "kind of item in the explorer")
+                            : Commands::tr("a %1", "kind of item in the explorer"))
+        .arg(name);
+}
+
 } // namespace
 
 QString PlainCaption(const Tool& tool) {
@@ -72,19 +98,34 @@ QString Owner::Text() const {
     return "Corvane";
 }
 
+// Of those that could provide it beside a service: an item that is chosen, or a window that is in front.
+QString CommandEntry::WhatFirst() const {
+    const auto action = Action();
+    const bool isWaiting = !action || (owner.kind == Owner::Kind::Service && !tool->Enabled() && !action->Enabled());
+    if (!isWaiting)
+        return {};
+    QStringList kinds;
+    QStringList windows;
+    for (const Placement& placement : placements)
+        if (placement.owner.kind == Owner::Kind::ExplorerItem)
+            kinds.append(KindText(placement.owner.item));
+        else if (placement.owner.kind == Owner::Kind::Page)
+            windows.append(Commands::tr("“%1”").arg(Text(placement.owner.window)));
+    kinds.removeDuplicates();
+    windows.removeDuplicates();
+    if (!kinds.isEmpty())
+        return Commands::tr("Choose %1 in the explorer first").arg(kinds.join(Commands::tr(" or ")));
+    return windows.isEmpty()
+               ? QString()
+               : Commands::tr("Bring the window %1 to the front first").arg(windows.join(Commands::tr(" or ")));
+}
+
 QString CommandEntry::WhyNot() const {
     const auto action = Action();
-    if (!action) {
-        QStringList wanted;
-        for (const Placement& placement : placements)
-            if (placement.owner.kind == Owner::Kind::ExplorerItem)
-                wanted.append(Commands::tr("select an item “%1” in the explorer").arg(Text(placement.owner.item)));
-            else if (placement.owner.kind == Owner::Kind::Page)
-                wanted.append(Commands::tr("bring the window “%1” to the front").arg(Text(placement.owner.window)));
-        wanted.removeDuplicates();
-        return wanted.isEmpty() ? Commands::tr("no active item or window provides it")
-                                : Commands::tr("first %1").arg(wanted.join(Commands::tr(" or ")));
-    }
+    if (const QString first = WhatFirst(); !first.isEmpty())
+        return first;
+    if (!action)
+        return Commands::tr("no active item or window provides it");
     // A provider's own state may differ from the tool's: it takes effect when the provider becomes active.
     const QString notActive = Commands::tr("%1 isn't active");
     if (!tool->Visible())

@@ -42,7 +42,9 @@ struct CommandEntry {
 
     // The action at present; nothing when no one offers it.
     [[nodiscard]] Ref<ActionItem> Action() const { return tool->TagVariant().TryAs<ActionItem>(); }
-    // Why it can't be chosen now; empty when it can.
+    // What the user has to do first so that an explorer item or a window provides it; empty where that isn't it.
+    [[nodiscard]] QString WhatFirst() const;
+    // Why it can't be chosen now, that included; empty when it can.
     [[nodiscard]] QString WhyNot() const;
 };
 

@@ -153,7 +153,9 @@ void PaletteDialog::ShowStatus() {
         return;
     }
     const PaletteEntry& entry = m_model->EntryAt(current.row());
-    m_status->setText(entry.whyNot.isEmpty() ? entry.description : tr("Unavailable: %1.").arg(entry.whyNot));
+    m_status->setText(entry.whyNot.isEmpty() ? entry.description
+                      : entry.whyNotIsAdvice ? entry.whyNot + "."
+                                             : tr("Unavailable: %1.").arg(entry.whyNot));
 }
 
 void PaletteDialog::Choose(bool explain) {

@@ -20,7 +20,8 @@ struct PaletteEntry {
     QString owner;
     QString whyNot; // empty for a command that can be chosen
     QString description;
-    QString original = {}; // what the caption was translated from; it is found as well
+    bool whyNotIsAdvice = false; // it says what to do first, in a sentence
+    QString original = {};       // what the caption was translated from; it is found as well
 };
 
 class PaletteModel final : public QAbstractListModel {

@@ -45,12 +45,17 @@ protected:
         m_folder.Service("Shell", "Corvane.Framework", shellContent);
         m_folder.Plugin("T0");
         m_folder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Ping" Action="OnPing"/>
-            <ActionItem Name="Off" Action="OnPing" Enabled="false"/></ActionItems><Menus>
+            <ActionItem Name="Off" Action="OnPing" Enabled="false"/>
+            <ActionItem Name="Weigh" Enabled="false"/></ActionItems><Menus>
+            <MenuItem Type="MenuItem" ActionItem="Weigh" Path="File" PositionOrder="3" Caption="Weigh"/>
             <MenuItem Type="MenuItem" ActionItem="Ping" Path="File" PositionOrder="1" Caption="Ask for an #Answer"/>
             <MenuItem Type="MenuItem" ActionItem="Off" Path="File" PositionOrder="2" Caption="Answer Nothing"/></Menus>
             <ExplorerItems><ExplorerItem Name="Root" Type="Folder"><ActionItems><ActionItem Name="Item" Action="X"/>
             </ActionItems><Menus><MenuItem Type="ContextMenuItem" ActionItem="Item" PositionOrder="1" Caption="Inquire"/>
-            </Menus></ExplorerItem></ExplorerItems>)");
+            </Menus></ExplorerItem><ExplorerItem Name="DataSet" Type="Default" Parent="Root"><ActionItems>
+            <ActionItem Name="Weigh" Action="X"/></ActionItems><Menus>
+            <MenuItem Type="MenuItem" ActionItem="Weigh" Path="File" PositionOrder="3" Caption="Weigh"/></Menus>
+            </ExplorerItem></ExplorerItems>)");
         m_application = std::make_unique<Application>(ApplicationOptions{m_folder.App(), false});
         EXPECT_TRUE(m_application->Start());
     }
@@ -89,8 +94,8 @@ TEST_F(PaletteTest, WhatCannotBeChosenSaysWhyAndStays) {
         const char* status;
     };
     for (const Case& testCase : {Case{"answer noth", "Unavailable: disabled by Trouble."},
-                                 Case{"inqu", "Unavailable: first select an item “Root” in the "
-                                              "explorer."},
+                                 Case{"inqu", "Choose “Root” in the explorer first."},
+                                 Case{"weigh", "Choose a data set in the explorer first."},
                                  Case{"zzz", "No command contains these letters in this order."}}) {
         PaletteDialog* palette = Type(testCase.typed);
         ASSERT_TRUE(palette);
