@@ -3,7 +3,6 @@
 #include "desktop/style/QtText.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -15,18 +14,6 @@ namespace corvane::desktop {
 namespace {
 
 constexpr Single twipsPerInch = 1440;
-
-// "Data files (*.csv)|*.csv|All files|*" as Qt's dialogs take it.
-QString FilterText(const std::string& filter) {
-    const QStringList parts = Text(filter).split('|');
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString patterns = QString(parts[i + 1]).replace(';', ' ');
-        const QString name = parts[i].section('(', 0, 0).trimmed();
-        filters.append(QString("%1 (%2)").arg(name, patterns));
-    }
-    return filters.join(";;");
-}
 
 class QtTimer final : public ITimer {
 public:
@@ -115,15 +102,13 @@ Variant CommonDialog::Invoke(std::string_view name, std::span<const Variant> arg
 std::string CommonDialog::ShowOpen(const std::string& title, const std::string& filter, const std::string& folder) {
     if (auto answer = TakeAnswer())
         return *answer;
-    return QFileDialog::getOpenFileName(ActiveWindowOr(m_window), Text(title), Text(folder), FilterText(filter))
-        .toStdString();
+    return m_files.AskOpen(ActiveWindowOr(m_window), Text(title), Text(filter), Text(folder)).toStdString();
 }
 
 std::string CommonDialog::ShowSave(const std::string& title, const std::string& filter, const std::string& path) {
     if (auto answer = TakeAnswer())
         return *answer;
-    return QFileDialog::getSaveFileName(ActiveWindowOr(m_window), Text(title), Text(path), FilterText(filter))
-        .toStdString();
+    return m_files.AskSave(ActiveWindowOr(m_window), Text(title), Text(filter), Text(path)).toStdString();
 }
 
 std::string CommonDialog::AskText(const std::string& title, const std::string& prompt, const std::string& text) {

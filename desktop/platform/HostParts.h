@@ -5,6 +5,7 @@
 #include "corvane/platform/IMessageBox.h"
 #include "corvane/platform/IScreen.h"
 #include "corvane/platform/ITimers.h"
+#include "desktop/platform/FileDialogs.h"
 
 #include <QPointer>
 #include <QString>
@@ -70,6 +71,8 @@ class CommonDialog final : public Automation<CommonDialog> {
 public:
     explicit CommonDialog(bool withDialogs) : m_withDialogs(withDialogs) {}
     void SetParentWindow(QWidget* window) { m_window = window; }
+    // Keeps the folders of files there, for the next start.
+    void KeepFolders(StateFile file) { m_files = FileDialogs(std::move(file)); }
     // Answers the next dialog without showing it; several answers are used in order.
     void AddAnswer(std::string answer) { m_answers.push_back(std::move(answer)); }
 
@@ -104,6 +107,7 @@ private:
     QPointer<QWidget> m_window;
     std::deque<std::string> m_answers;
     std::function<void(const std::string&)> m_onAnswer;
+    FileDialogs m_files{StateFile({}, {})};
 };
 
 } // namespace corvane::desktop
