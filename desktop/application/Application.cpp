@@ -54,7 +54,7 @@ Application::Application(const ApplicationOptions& options)
     }
     m_failures.SetServicesFolder(QString::fromStdString(m_platform.utilities->GetAppFolder("Services")));
     m_failures.SetLogFile(m_platform.utilities->LogPath());
-    m_platform.utilities->SetShow([this](const ShownFailure& shown) { m_failures.Show(shown); });
+    m_platform.utilities->SetShow([this](const ShownFailure& shown) { m_failures.ShowReported(shown); });
     m_mainForm->AddMember("ActiveBar", m_activeBar);
     m_mainForm->AddMember("CommonDialog", m_commonDialog);
     m_mainForm->AddMember("ctlCVProgress", m_progress);
@@ -65,6 +65,7 @@ Application::Application(const ApplicationOptions& options)
     m_blame = std::make_unique<Blame>(m_platform.utilities,
                                       std::filesystem::path(m_platform.utilities->LogPath()).parent_path().string(),
                                       options.leftOut, options.askAfterCrash);
+    SetUpFailures();
     m_mainForm->Load();
     m_library = std::make_unique<Library>(MakePlatform());
     m_window = std::make_unique<MainWindow>(m_mainForm, m_activeBar, m_panelForm, m_failures);
@@ -74,6 +75,7 @@ Application::Application(const ApplicationOptions& options)
     m_commonDialog->SetParentWindow(m_window.get());
     SetUpWindowHost();
     m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));
+    m_commonDialog->KeepFolders(m_personal->KeptFile("folders.json"));
     if (options.watch)
         m_blame->StartWatch();
 }
@@ -94,7 +96,7 @@ void Application::SetUpWindowHost() {
 
 Application::~Application() {
     m_runningProvider = nullptr;
-    if (m_mainForm->IsLoaded() && !m_window->HasEnded())
+    if (!HasEnded())
         m_failures.Guard([this] { m_mainForm->Unload(); });
     m_window->Bars().SetChanges(BarChanges::None());
     m_commandOwner.reset();
@@ -108,7 +110,7 @@ Application::~Application() {
 
 Platform Application::MakePlatform() {
     Platform platform = m_platform.MakePlatform();
-    platform.oScreen = New<QtScreen>();
+    platform.oScreen = m_screen;
     platform.oTimers = m_timers;
     platform.oMessageBox = m_messageBox;
     const std::string services = m_platform.utilities->GetAppFolder("Services");
@@ -154,6 +156,9 @@ bool Application::Start() {
         const Ref<Framework> framework = CorvaneMain::Framework();
         ClearWideRegisters();
         framework->Initialize(m_mainForm, m_panelForm, New<WindowFormFactory>(m_windowHost));
+        started = HasEnded();
+        if (started)
+            return;
         m_personal->Initialized();
         m_commandOwner = std::make_unique<CommandOwner>(
             m_mainForm, [this](const QWidget* widget) { return PartOf(widget); },
@@ -163,17 +168,20 @@ bool Application::Start() {
         framework->Start();
         started = true;
     });
+    if (HasEnded())
+        return started; // a service has ended it, as where a login is cancelled
     ApplyAppearance(Appearance::Load());
     m_window->Flush();
     m_personal->Restore(started);
     m_window->show();
-    m_personal->RestoreWindows();
+    if (!HasEnded())
+        m_personal->RestoreWindows();
     return started;
 }
 
 bool Application::Choose(const std::string& toolName) {
     const Ref<Tool> tool = m_activeBar->Tools()->Find(toolName);
-    if (!tool || !tool->Visible() || !tool->Enabled() || IsModalFormOpen())
+    if (HasEnded() || !tool || !tool->Visible() || !tool->Enabled() || IsModalFormOpen())
         return false;
     m_failures.Guard([&] { m_activeBar->Click(tool); });
     m_window->Flush();

@@ -5,15 +5,18 @@
 #include "corvane/core/Library.h"
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/PanelForm.h"
+#include "desktop/application/ApplicationEnd.h"
 #include "desktop/application/CommandOwner.h"
 #include "desktop/application/MainWindow.h"
 #include "desktop/application/PersonalDesktop.h"
 #include "desktop/blame/Blame.h"
 #include "desktop/failures/FailurePresenter.h"
+#include "desktop/failures/GuardedApplication.h"
 #include "desktop/platform/HostParts.h"
 #include "desktop/platform/Identity.h"
 #include "desktop/record/StepRecorder.h"
 #include "desktop/service/AppearancePage.h"
+#include "desktop/service/HeldShell.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
 #include "desktop/service/UnsavedWork.h"
@@ -22,6 +25,7 @@
 
 #include <QPixmap>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,6 +69,8 @@ public:
     // The user brings a page of the active window to the front, from 1. False when that can't be.
     bool ShowPage(int page);
     [[nodiscard]] bool IsModalFormOpen() const;
+    // It has been ended, maybe while it started: no event loop is to wait for it, and nothing can be done to it.
+    [[nodiscard]] bool HasEnded() const;
     // Whether something would be lost if the application ended now. Services and pages are asked, and no user.
     [[nodiscard]] bool HasUnsavedWork();
     // Runs what the host does of itself; a failure that leaves the library is shown, and nothing is recorded as a step.
@@ -103,6 +109,11 @@ private:
     [[nodiscard]] ExitAnswer AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups);
     void ApplyAppearance(const Appearance& appearance);
 
+    // ApplicationFailures.cpp: what follows a failure.
+    void SetUpFailures();
+    void ShowUncaught(const UncaughtFailure& uncaught);
+    [[nodiscard]] std::string PlaceOf(const UncaughtFailure& uncaught) const; // empty where nobody is to blame
+
     void SetUpWindowHost();
     void Note(const char* procedure, const std::string& text) const; // in the log
     [[nodiscard]] LeaveAnswer AskToLeave(const LeaveQuestion& question);
@@ -123,6 +134,9 @@ private:
     std::shared_ptr<StepRecorder> m_recorder;
     Ref<ProgressControl> m_progress = New<ProgressControl>();
     Ref<QtTimers> m_timers;
+    Ref<QtScreen> m_screen = New<QtScreen>();
+    HeldShell m_shell{m_activeBar};
+    std::optional<FailurePresenter::Depth> m_barShownAt; // by the code that showed the progress bar last
     std::shared_ptr<WindowHost> m_windowHost = std::make_shared<WindowHost>();
     std::unique_ptr<Blame> m_blame; // ends last: services may die at their end
     std::unique_ptr<Library> m_library;
@@ -134,6 +148,9 @@ private:
     Subscription m_toolClick;
     Subscription m_queryUnload;
     Ref<Object> m_runningProvider; // whose command was chosen last
+    std::unique_ptr<ApplicationEnd> m_end;
+    bool m_endIsBrokenOff = false;
+    std::unique_ptr<GuardedApplication::Catcher> m_catcher;
 };
 
 } // namespace corvane::desktop

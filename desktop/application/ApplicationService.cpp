@@ -50,7 +50,8 @@ void Application::SetUpService() {
         if (!refused)
             refused = !SettleUnsavedWork();
     });
-    m_progress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); }});
+    m_progress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); },
+                            [this] { m_barShownAt = m_failures.Now(); }});
 }
 
 PersonalDesktop::Parts Application::PersonalParts(const ApplicationOptions& options) {

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QThread>
 #include <QWidget>
 #include <array>
 #include <csignal>
@@ -53,8 +54,12 @@ EndSignals::~EndSignals() {
 void EndSignals::Arrived() {
     char any = 0;
     [[maybe_unused]] const auto read = ::read(ends[1], &any, 1);
-    if (m_mainWindow->close())
+    if (m_mainWindow->close()) {
+        // One that was closed before has nothing more to say, and the event loop would wait for it.
+        if (QThread::currentThread()->loopLevel() > 0)
+            QCoreApplication::quit();
         return;
+    }
     for (const int signal : signals) // someone wants to stay: the next signal asks again
         std::signal(signal, &OnSignal);
 }

@@ -308,12 +308,18 @@ QMenu* MainWindow::createPopupMenu() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    bool refused = false;
-    if (m_mainForm->IsLoaded() && !m_hasEnded)
-        m_failures.Guard([&] { refused = !m_mainForm->Unload(); });
-    // A service that fails at its end doesn't keep the application open, and the others aren't told twice.
-    m_hasEnded = !refused;
-    event->setAccepted(!refused);
+    bool ended = !m_mainForm->IsLoaded();
+    if (!ended && !m_hasEnded)
+        m_failures.Guard([&] { ended = m_mainForm->Unload(); });
+    m_hasEnded = m_hasEnded || ended; // by a failure at the end, too, once that has been seen
+    event->setAccepted(m_hasEnded);
+    if (m_hasEnded)
+        Q_EMIT Ended();
+}
+
+void MainWindow::EndNow() {
+    m_hasEnded = true;
+    close();
 }
 
 // What is open goes first, the window that was active last at first, and each may refuse.

@@ -32,10 +32,15 @@ public:
     void SetTabbedWindows(bool tabbed);
     // Whether the form has been asked to unload and didn't refuse, also when a service failed at its end.
     [[nodiscard]] bool HasEnded() const { return m_hasEnded; }
+    // Closes without asking the form again, whose end a failure has broken off.
+    void EndNow();
     // Brings everything up to date now, as the end of a turn does.
     void Flush();
 
     QMenu* createPopupMenu() override;
+
+Q_SIGNALS:
+    void Ended();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -45,7 +45,9 @@ bool UnwatchedRun::TakeNextStep() {
         static constexpr const char* verbs[] = {"chosen", "clicked", "shown as a page"};
         std::fprintf(stderr, "corvane-desktop: error: %s can't be %s%s\n", qUtf8Printable(step.what),
                      verbs[static_cast<int>(step.kind)],
-                     m_application.IsModalFormOpen() ? " while a modal window is open" : "");
+                     m_application.HasEnded()          ? ": the application has ended"
+                     : m_application.IsModalFormOpen() ? " while a modal window is open"
+                                                       : "");
         m_allDone = false;
     }
     return true;

@@ -1,15 +1,18 @@
 #include "desktop/application/Application.h"
+#include "desktop/application/Display.h"
 #include "desktop/application/EndSignals.h"
 #include "desktop/application/UnwatchedRun.h"
+#include "desktop/failures/GuardedApplication.h"
 #include "desktop/platform/Identity.h"
 #include "desktop/translation/HostTranslation.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
 #include <map>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -32,8 +35,16 @@ std::deque<corvane::desktop::RunStep> StepsOf(const QCommandLineParser& parser) 
 
 int main(int argc, char** argv) {
     using namespace corvane::desktop;
-    QApplication qt(argc, argv);
-    QApplication::setApplicationName("Corvane");
+    std::unique_ptr<QCoreApplication> help; // it needs no display
+    std::unique_ptr<GuardedApplication> qt;
+    if (IsHelpWanted(argc, argv)) {
+        help = std::make_unique<QCoreApplication>(argc, argv);
+    } else {
+        ChooseDisplay(argc, argv);
+        const DisplayWatch watch("corvane-desktop");
+        qt = std::make_unique<GuardedApplication>(argc, argv);
+    }
+    QCoreApplication::setApplicationName("Corvane");
     QCommandLineParser parser;
     parser.setApplicationDescription("Runs a Corvane application.");
     parser.addHelpOption();
@@ -53,7 +64,7 @@ int main(int argc, char** argv) {
          {"record", "Records what you do in that file, as steps for corvane inspect --steps.", "FILE"},
          {"break-on-error", "Stops in the debugger, if one is attached, at each failure that the library logs."},
          {"quit", "Ends after that, without asking any question."}});
-    parser.process(qt);
+    parser.process(*QCoreApplication::instance()); // ends the program when help is wanted
     if (parser.positionalArguments().size() != 1) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);
         return Exit::Usage;
@@ -95,10 +106,10 @@ int main(int argc, char** argv) {
         for (const std::string& name : application.Blamed().Filter()->Unknown())
             std::fprintf(stderr, "corvane-desktop: warning: there is no service \"%s\" to leave out\n", name.c_str());
         const int exit = run.Run() && started ? Exit::Clean : Exit::Failed;
-        if (unwatched)
+        if (unwatched || application.HasEnded())
             return exit;
         const EndSignals endSignals(&application.Window());
-        QApplication::exec();
+        qt->Run();
         return exit;
     } catch (...) {
         std::fprintf(stderr, "corvane-desktop: error: %s\n", corvane::CurrentFailure().Description.c_str());

@@ -105,7 +105,14 @@ Blame::~Blame() {
     Entering::SetWatcher(nullptr);
 }
 
+void Blame::NoteEntered() {
+    m_notesAt = m_entered.Depth();
+    m_noted.clear();
+}
+
 void Blame::Entered(const Object& object) noexcept {
+    if (m_notesAt == m_entered.Depth())
+        m_noted.insert(&object);
     m_entered.Enter(object);
 }
 

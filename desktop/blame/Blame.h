@@ -14,6 +14,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <unordered_set>
 
 namespace corvane::desktop {
 
@@ -35,6 +37,10 @@ public:
     void CommandBegins(const ActionItem& actionItem);
     // From here on a service that keeps the user interface busy for longer than the limit is named in the log.
     void StartWatch(UiWatch::Milliseconds limit = UiWatch::Milliseconds(2000));
+
+    // From here on the objects are noted that are entered from where the program is now, not from within one another.
+    void NoteEntered();
+    [[nodiscard]] bool WasEntered(const Object& object) const { return m_noted.contains(&object); }
 
     [[nodiscard]] const LeftOut& WithoutServices() const { return m_leftOut; }
     // After the start.
@@ -58,6 +64,8 @@ private:
     CrashMarker m_marker;
     EnteredCode m_entered{m_marker};
     Ref<LeftOutServices> m_filter;
+    std::optional<std::size_t> m_notesAt; // the depth; nothing before NoteEntered
+    std::unordered_set<const Object*> m_noted;
     QObject m_turn;     // ends what waits for the next turn
     std::string m_busy; // the watching thread's
     std::unique_ptr<UiWatch> m_watch;

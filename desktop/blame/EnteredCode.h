@@ -18,6 +18,7 @@ public:
     void Enter(std::string what);
     void Enter(const Object& object); // what is known of it
     void Leave();
+    [[nodiscard]] std::size_t Depth() const { return m_scopes.size(); }
     // An object of that class has been made.
     void Note(const Object& object, std::string_view progID);
 

@@ -3,6 +3,7 @@
 #include "adapters/files/FileSystem.h"
 #include "adapters/xml/XmlService.h"
 #include "analysis/Check.h"
+#include "desktop/blame/ThrowOrigin.h"
 #include "desktop/failures/FailureDialog.h"
 #include "desktop/platform/HostParts.h"
 #include "desktop/style/QtText.h"
@@ -12,6 +13,7 @@
 #include <QScopeGuard>
 #include <QThread>
 #include <cstdio>
+#include <optional>
 
 namespace corvane::desktop {
 
@@ -124,16 +126,45 @@ void FailurePresenter::ShowNow(const ShownFailure& shown) {
     std::fprintf(stderr, "%s: %s\n", qUtf8Printable(texts.where), qUtf8Printable(texts.headline));
 }
 
+FailurePresenter::Depth FailurePresenter::Now() const {
+    return {QThread::currentThread()->loopLevel(), m_entries.size()};
+}
+
+void FailurePresenter::ShowWithHooks(const ShownFailure& shown) {
+    if (m_hooks.failed)
+        m_hooks.failed(Now());
+    Show(shown);
+    if (m_hooks.seen)
+        m_hooks.seen();
+}
+
+void FailurePresenter::ShowReported(const ShownFailure& shown) {
+    if (m_entries.empty() || m_entries.back().loop < QThread::currentThread()->loopLevel())
+        ShowWithHooks(shown);
+    else
+        Show(shown);
+}
+
+void FailurePresenter::ShowUncaught(const ShownFailure& shown, bool comesByItself) {
+    const std::string known = std::to_string(shown.failure.Number) + shown.failure.Description + shown.context;
+    if (!comesByItself || m_shownOnce.insert(known).second)
+        ShowWithHooks(shown);
+}
+
 void FailurePresenter::Guard(const std::function<void()>& act) {
+    const ThrowOrigin origin(ThrowOrigin::Mode::NotNoted);
     const int loop = QThread::currentThread()->loopLevel();
     const bool isInside = !m_entries.empty() && m_entries.back().loop == loop;
     m_entries.push_back({loop, isInside ? m_entries.back().number : ++m_entryCount});
     const auto leave = qScopeGuard([this] { m_entries.pop_back(); });
+    std::optional<Failure> failure;
     try {
         act();
     } catch (...) {
-        Show({"", tr("The command couldn't be completed").toStdString(), CurrentFailure(), "", m_logFile});
+        failure = CurrentFailure();
     }
+    if (failure)
+        ShowWithHooks({"", tr("The command couldn't be completed").toStdString(), *failure, "", m_logFile});
 }
 
 } // namespace corvane::desktop

@@ -9,6 +9,8 @@
 #include <QString>
 #include <deque>
 #include <functional>
+#include <set>
+#include <string>
 #include <vector>
 
 class QWidget;
@@ -43,8 +45,29 @@ public:
     // Asked first; true when it has taken the failure, which isn't shown then.
     void SetTaker(std::function<bool(const ShownFailure&)> take) { m_take = std::move(take); }
 
+    // How deep the program is in event loops and in guards.
+    struct Depth {
+        int loop = 0;
+        std::size_t guards = 0;
+        [[nodiscard]] bool IsWithin(const Depth& other) const { return loop >= other.loop && guards >= other.guards; }
+    };
+    [[nodiscard]] Depth Now() const;
+
+    // Called for each failure that has come up to a guard or, at last, to the toolkit: before it is shown, with the
+    // depth of the guard, and when it has been seen.
+    struct Hooks {
+        std::function<void(const Depth&)> failed;
+        std::function<void()> seen;
+    };
+    void SetHooks(Hooks hooks) { m_hooks = std::move(hooks); }
+
     // Shows a failure and returns when it has been seen. A failure that comes while another is shown waits its turn.
     void Show(const ShownFailure& shown);
+    // The same for one that the library, or a plug-in's own guard, has logged and ended. Where that was in an event of
+    // the toolkit and not in a command of the host, it counts as one that has come up to a guard.
+    void ShowReported(const ShownFailure& shown);
+    // The same for one that no guard was around. One that may come again by itself, as a timer's does, is shown once.
+    void ShowUncaught(const ShownFailure& shown, bool comesByItself);
     // Runs what enters the library; a failure that leaves it is shown.
     void Guard(const std::function<void()>& act);
 
@@ -56,6 +79,7 @@ public:
 
 private:
     void ShowNow(const ShownFailure& shown);
+    void ShowWithHooks(const ShownFailure& shown);
 
     struct EntryLevel {
         int loop; // the depth of event loops
@@ -69,6 +93,8 @@ private:
     bool m_showing = false;
     int m_shown = 0;
     std::deque<ShownFailure> m_waiting;
+    Hooks m_hooks;
+    std::set<std::string> m_shownOnce; // what is known of those that come by themselves
     QPointer<QWidget> m_window;
     QString m_servicesFolder;
     std::string m_logFile;

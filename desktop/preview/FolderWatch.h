@@ -20,6 +20,8 @@ public:
     [[nodiscard]] bool FolderExists() const;
     // What distinguishes one state of a file from another: its time, size and number; empty when it isn't there.
     [[nodiscard]] static QString PrintOf(const QString& path);
+    // Nothing has stirred since it looked.
+    [[nodiscard]] bool IsAtRest() const { return !m_rest.isActive() && !m_atMost.isActive(); }
     // Looks now instead of when the folder has come to rest; says Changed if something has changed.
     void Look();
 

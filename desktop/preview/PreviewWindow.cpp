@@ -251,6 +251,7 @@ bool PreviewWindow::HasUnsavedWork() {
 void PreviewWindow::TryShow() {
     if (!m_wanted)
         return;
+    ++m_nTries;
     const auto wait = [this](bool unsaved) {
         const bool isNew = !std::exchange(m_waits, true);
         if (std::exchange(m_unsaved, unsaved) != unsaved || isNew)
@@ -275,7 +276,7 @@ bool PreviewWindow::Unload() {
     for (std::size_t i = 0; i < answers; ++i)
         dialogs.AddAnswer(m_discards ? "Discard" : "Stay");
     m_application->Failures().Guard([this] { m_application->MainForm()->Unload(); });
-    if (!m_application->MainForm()->IsLoaded())
+    if (m_application->HasEnded())
         return true;
     while (dialogs.TakeAnswer().value_or("").size() > 0) {
     }
@@ -339,6 +340,11 @@ bool PreviewWindow::Load() {
         m_application->Failures().SetTaker(take);
         m_unloaded = m_application->MainForm()->Changed.Subscribe([this](Form::Change change) {
             if (change == Form::Change::Unloaded && !m_loading)
+                QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+        });
+        // Whose end was broken off keeps its form loaded.
+        connect(&m_application->Window(), &MainWindow::Ended, this, [this] {
+            if (!m_loading && m_application->MainForm()->IsLoaded())
                 QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
         });
         m_calls->Follow(m_application->Bar(), m_record);

@@ -52,6 +52,10 @@ public:
     [[nodiscard]] Application* Shown() const { return m_application.get(); }
     // How often a state has been shown.
     [[nodiscard]] int ShownCount() const { return m_shown; }
+    // How often it has been looked whether a state can be shown.
+    [[nodiscard]] int TryCount() const { return m_nTries; }
+    // All that has changed in the folder is shown, or says why it can't be.
+    [[nodiscard]] bool IsAtRest() const { return m_watch.IsAtRest() && !m_wanted && !m_loading; }
     [[nodiscard]] bool HasErrors() const { return m_hasErrors; }
     // It was closed to be started again, with the same arguments, as a plug-in has been rebuilt.
     [[nodiscard]] bool WantsRestart() const { return m_restarts; }
@@ -120,6 +124,7 @@ private:
     bool m_inKey = false;
     bool m_restarts = false;
     int m_shown = 0;
+    int m_nTries = 0;
     QString m_time; // of the state that is shown
     std::optional<ViewState> m_view;
     bool m_takesOver = false;       // m_view is another run's

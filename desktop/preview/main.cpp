@@ -1,11 +1,13 @@
 #include "corvane/base/Failure.h"
+#include "desktop/application/Display.h"
 #include "desktop/application/EndSignals.h"
+#include "desktop/failures/GuardedApplication.h"
 #include "desktop/platform/Identity.h"
 #include "desktop/preview/PreviewWindow.h"
 #include "desktop/translation/HostTranslation.h"
 
-#include <QApplication>
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -15,6 +17,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -55,8 +58,15 @@ int StartAgain(std::vector<std::string> arguments, const std::string& handOver) 
 
 int Preview(int argc, char** argv, std::string& handOver) {
     using namespace corvane::desktop;
-    QApplication qt(argc, argv);
-    QApplication::setApplicationName("Corvane");
+    std::unique_ptr<QCoreApplication> help; // it needs no display
+    std::unique_ptr<GuardedApplication> qt;
+    if (IsHelpWanted(argc, argv)) {
+        help = std::make_unique<QCoreApplication>(argc, argv);
+    } else {
+        const DisplayWatch watch("corvane-preview");
+        qt = std::make_unique<GuardedApplication>(argc, argv);
+    }
+    QCoreApplication::setApplicationName("Corvane");
     QCommandLineParser parser;
     parser.setApplicationDescription("Shows a Corvane application, with stubs for plug-ins that don't exist yet, "
                                      "and follows its definition files.");
@@ -66,7 +76,7 @@ int Preview(int argc, char** argv, std::string& handOver) {
         {{"stand-ins", "Uses stubs instead of all plug-ins."},
          {goOn + 2, "Goes on where the run that wrote that file was, with the file of --record too.", "FILE"},
          {"record", "Records what you do in that file, as steps for corvane inspect --steps.", "FILE"}});
-    if (!parser.parse(QApplication::arguments())) {
+    if (!parser.parse(QCoreApplication::arguments())) {
         std::fprintf(stderr, "corvane-preview: error: %s\n", qUtf8Printable(parser.errorText()));
         return Exit::Usage;
     }
@@ -97,7 +107,7 @@ int Preview(int argc, char** argv, std::string& handOver) {
         PreviewWindow window(options);
         const EndSignals endSignals(&window);
         QTimer::singleShot(0, &window, &PreviewWindow::Start);
-        QApplication::exec();
+        qt->Run();
         if (window.WantsRestart()) {
             handOver = WriteHandOver(window.HandOver());
             return Exit::Again;

@@ -129,6 +129,8 @@ bool ProgressControl::WasCanceled() {
 void ProgressControl::SetWasCanceled(bool wasCanceled) {
     m_wasCanceled = wasCanceled;
     m_cancelled.invalidate();
+    if (!wasCanceled && m_sources.begins)
+        m_sources.begins();
 }
 
 void ProgressControl::SetMax(Double max) {

@@ -24,6 +24,7 @@ public:
     struct Sources {
         std::function<QString()> status;
         std::function<QString()> service;
+        std::function<void()> begins = {}; // heard when work begins to show itself
     };
 
     ~ProgressControl() override;

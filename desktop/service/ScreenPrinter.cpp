@@ -1,5 +1,6 @@
 #include "desktop/service/ScreenPrinter.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
@@ -82,23 +83,42 @@ void ScreenPrinter::PrintWindow(Long mode, Long hwnd) {
 void ScreenPrinter::Print(QPrinter& printer, const QString& title, const std::function<void(QPrinter*)>& paint) {
     printer.setDocName(title);
     if (m_host.withDialogs) {
-        if (QPrinterInfo::availablePrinterNames().isEmpty())
-            printer.setOutputFormat(QPrinter::PdfFormat); // the preview then asks for a file
+        const bool hasPrinters =
+            m_host.hasPrinters ? m_host.hasPrinters() : !QPrinterInfo::availablePrinterNames().isEmpty();
+        if (!hasPrinters)
+            printer.setOutputFormat(QPrinter::PdfFormat);
         QPrintPreviewDialog preview(&printer, m_host.mainWindow());
         preview.setWindowTitle(tr("Print Preview: %1").arg(title));
         preview.resize(QSize(900, 760).boundedTo(preview.screen()->availableSize() * 9 / 10)); // its own is a strip
         QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, paint);
+        // The preview's own question for a file doesn't ask before it replaces one.
+        for (QAction* action : preview.findChildren<QAction*>())
+            if (!hasPrinters && action->text() == QCoreApplication::translate("QPrintPreviewDialog", "Print")) {
+                action->disconnect(&preview);
+                QObject::connect(action, &QAction::triggered, &preview, [&] {
+                    if (PrintToFile(printer, paint))
+                        preview.accept();
+                });
+            }
         preview.exec();
         return;
     }
+    (void)PrintToFile(printer, paint);
+}
+
+bool ScreenPrinter::PrintToFile(QPrinter& printer, const std::function<void(QPrinter*)>& paint) {
     const QString file = m_host.file ? m_host.file() : QString();
     if (file.isEmpty())
-        return;
+        return false;
+    // A file that is there already would be taken for the new one.
+    const bool isWritable = QFile(file).open(QIODevice::Append);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(file);
-    paint(&printer);
-    if (printer.printerState() == QPrinter::Error || !QFile::exists(file))
+    if (isWritable)
+        paint(&printer);
+    if (!isWritable || printer.printerState() == QPrinter::Error)
         Fail(FailureNumber::FileAccess, tr("“%1” can't be written").arg(file).toStdString());
+    return true;
 }
 
 } // namespace corvane::desktop

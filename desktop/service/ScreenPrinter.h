@@ -22,9 +22,10 @@ public:
     struct Host {
         std::function<QWidget*()> mainWindow;
         std::function<Window(Long)> windowOf; // by a form's handle
-        // The file for a print that no one watches; empty for none. Without it the preview asks.
+        // Asks for the file to print to, where there is no printer or no dialog; empty for none.
         std::function<QString()> file;
         bool withDialogs = true;
+        std::function<bool()> hasPrinters = {}; // without it the system's are asked for
     };
 
     explicit ScreenPrinter(Host host) : m_host(std::move(host)) {}
@@ -34,6 +35,7 @@ public:
 
 private:
     void Print(QPrinter& printer, const QString& title, const std::function<void(QPrinter*)>& paint);
+    bool PrintToFile(QPrinter& printer, const std::function<void(QPrinter*)>& paint); // false without a file
 
     Host m_host;
 };

@@ -70,6 +70,10 @@
         <source>The window has missing or invalid entries</source>
         <translation>Im Fenster fehlen Eingaben, oder sie sind ungültig</translation>
     </message>
+    <message>
+        <source>A part of the application failed; the rest goes on.</source>
+        <translation>Ein Teil der Anwendung ist fehlgeschlagen; der Rest läuft weiter.</translation>
+    </message>
 </context>
 <context>
     <name>BarRenderer</name>
@@ -229,20 +233,8 @@
         <translation>Seite %1 des Fensters %2</translation>
     </message>
     <message>
-        <source>select an item “%1” in the explorer</source>
-        <translation>wählen Sie im Explorer ein Element „%1“</translation>
-    </message>
-    <message>
-        <source>bring the window “%1” to the front</source>
-        <translation>holen Sie das Fenster „%1“ nach vorn</translation>
-    </message>
-    <message>
         <source>no active item or window provides it</source>
         <translation>kein aktives Element oder Fenster bietet ihn an</translation>
-    </message>
-    <message>
-        <source>first %1</source>
-        <translation>zuerst: %1</translation>
     </message>
     <message>
         <source> or </source>
@@ -271,6 +263,28 @@
     <message>
         <source>Explorer</source>
         <translation>Explorer</translation>
+    </message>
+    <message>
+        <source>“%1”</source>
+        <translation>„%1“</translation>
+    </message>
+    <message>
+        <source>an %1</source>
+        <comment>kind of item in the explorer</comment>
+        <translation>ein Element „%1“</translation>
+    </message>
+    <message>
+        <source>a %1</source>
+        <comment>kind of item in the explorer</comment>
+        <translation>ein Element „%1“</translation>
+    </message>
+    <message>
+        <source>Choose %1 in the explorer first</source>
+        <translation>Wählen Sie zuerst im Explorer %1</translation>
+    </message>
+    <message>
+        <source>Bring the window %1 to the front first</source>
+        <translation>Holen Sie zuerst das Fenster %1 nach vorn</translation>
     </message>
 </context>
 <context>
@@ -466,6 +480,29 @@
     <message>
         <source>Copies the error description to the clipboard</source>
         <translation>Kopiert die Fehlerbeschreibung in die Zwischenablage</translation>
+    </message>
+</context>
+<context>
+    <name>Files</name>
+    <message>
+        <source>“%1” is there already.</source>
+        <translation>„%1“ gibt es schon.</translation>
+    </message>
+    <message>
+        <source>Replacing it in the folder “%1” overwrites what it holds.</source>
+        <translation>Wenn Sie die Datei im Ordner „%1“ ersetzen, wird ihr Inhalt überschrieben.</translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation>&amp;Ersetzen</translation>
+    </message>
+    <message>
+        <source>Choose &amp;Another Name</source>
+        <translation>&amp;Anderen Namen wählen</translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation>Alle Dateien</translation>
     </message>
 </context>
 <context>

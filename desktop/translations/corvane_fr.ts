@@ -70,6 +70,10 @@
         <source>The window has missing or invalid entries</source>
         <translation>La fenêtre contient des saisies manquantes ou non valides</translation>
     </message>
+    <message>
+        <source>A part of the application failed; the rest goes on.</source>
+        <translation>Une partie de l’application a échoué ; le reste continue.</translation>
+    </message>
 </context>
 <context>
     <name>BarRenderer</name>
@@ -229,20 +233,8 @@
         <translation>page %1 de la fenêtre %2</translation>
     </message>
     <message>
-        <source>select an item “%1” in the explorer</source>
-        <translation>sélectionnez un élément « %1 » dans l’explorateur</translation>
-    </message>
-    <message>
-        <source>bring the window “%1” to the front</source>
-        <translation>amenez la fenêtre « %1 » au premier plan</translation>
-    </message>
-    <message>
         <source>no active item or window provides it</source>
         <translation>aucun élément ni fenêtre actif ne la propose</translation>
-    </message>
-    <message>
-        <source>first %1</source>
-        <translation>d’abord : %1</translation>
     </message>
     <message>
         <source> or </source>
@@ -271,6 +263,28 @@
     <message>
         <source>Explorer</source>
         <translation>Explorateur</translation>
+    </message>
+    <message>
+        <source>“%1”</source>
+        <translation>« %1 »</translation>
+    </message>
+    <message>
+        <source>an %1</source>
+        <comment>kind of item in the explorer</comment>
+        <translation>un élément « %1 »</translation>
+    </message>
+    <message>
+        <source>a %1</source>
+        <comment>kind of item in the explorer</comment>
+        <translation>un élément « %1 »</translation>
+    </message>
+    <message>
+        <source>Choose %1 in the explorer first</source>
+        <translation>Choisissez d’abord %1 dans l’explorateur</translation>
+    </message>
+    <message>
+        <source>Bring the window %1 to the front first</source>
+        <translation>Mettez d’abord la fenêtre %1 au premier plan</translation>
     </message>
 </context>
 <context>
@@ -466,6 +480,29 @@
     <message>
         <source>Copies the error description to the clipboard</source>
         <translation>Copie la description de l’erreur dans le presse-papiers</translation>
+    </message>
+</context>
+<context>
+    <name>Files</name>
+    <message>
+        <source>“%1” is there already.</source>
+        <translation>« %1 » existe déjà.</translation>
+    </message>
+    <message>
+        <source>Replacing it in the folder “%1” overwrites what it holds.</source>
+        <translation>Si vous remplacez le fichier dans le dossier « %1 », son contenu est écrasé.</translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation>&amp;Remplacer</translation>
+    </message>
+    <message>
+        <source>Choose &amp;Another Name</source>
+        <translation>Choisir un &amp;autre nom</translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation>Tous les fichiers</translation>
     </message>
 </context>
 <context>

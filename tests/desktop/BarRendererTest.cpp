@@ -168,6 +168,23 @@ TEST_F(BarRendererTest, ShortCutReachesTheToolUnlessItIsDisabledHiddenOrNeededBy
     EXPECT_EQ(m_clicked.size(), 1);
 }
 
+// Of two with the same keys the one that can be chosen has them, the first where both can.
+TEST_F(BarRendererTest, ShortCutOfTwoToolsReachesTheOneThatCanBeChosen) {
+    auto key = New<ShortCut>();
+    key->SetValue("Control+O");
+    const Ref<Tool> second = m_bar->Tools()->Item("File.Gone");
+    second->SetShortCuts({key});
+    for (const auto& [isFirstVisible, isSecondVisible, expected] :
+         {std::tuple(true, true, "File.Open"), std::tuple(false, true, "File.Gone"), std::tuple(false, false, ""),
+          std::tuple(true, false, "File.Open")}) {
+        m_open->SetVisible(isFirstVisible);
+        second->SetVisible(isSecondVisible);
+        m_clicked.clear();
+        QTest::keyClick(&m_window, Qt::Key_O, Qt::ControlModifier);
+        EXPECT_EQ(m_clicked.join(" ").toStdString(), expected);
+    }
+}
+
 TEST_F(BarRendererTest, ShortCutIsFoundHoweverItsKeysAreTyped) {
     struct {
         const char* text;

@@ -1,17 +1,22 @@
 #include "adapters/xml/XmlService.h"
 #include "corvane/services/ServiceDef.h"
+#include "desktop/failures/GuardedApplication.h"
 #include "desktop/platform/HostParts.h"
 #include "desktop/service/DefinitionTags.h"
 #include "desktop/service/FitDefinition.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/ProgressControl.h"
+#include "desktop/service/ScreenPrinter.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPrintPreviewDialog>
 #include <QPushButton>
 #include <QSocketNotifier>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -141,11 +146,21 @@ TEST(HostDefinitions, StandBehindTheApplicationsUnlessItHasItsOwn) {
     }
 }
 
-// Work of that many milliseconds, which advances and asks as it should.
-void Work(ProgressControl& progress, int milliseconds) {
-    QElapsedTimer time;
-    time.start();
-    while (!time.hasExpired(milliseconds) && !progress.WasCanceled()) {
+// Hears what is posted to it: all that was posted before has been delivered by then, or held back.
+class Probe final : public QObject {
+public:
+    using QObject::QObject;
+    bool bHeard = false;
+
+protected:
+    void customEvent(QEvent* /*event*/) override { bHeard = true; }
+};
+
+// Work that advances and asks as it should, until it is cancelled or what is due has been let through.
+void Work(ProgressControl& progress, bool bUntilCancelled) {
+    Probe probe;
+    QCoreApplication::postEvent(&probe, new QEvent(QEvent::User));
+    while (!progress.WasCanceled() && (bUntilCancelled || !probe.bHeard)) {
         progress.SetValue(progress.Value() + 0.01);
         QThread::msleep(1);
     }
@@ -213,7 +228,8 @@ TEST(Progress, LetsPaintAndCancelThroughAndNothingElse) {
     other.raise();
     click(&other);
     QCoreApplication::postEvent(window.windowHandle(), new QEvent(QEvent::Close));
-    Work(*progress, 150);
+    for (int i = 0; i < 3; ++i)
+        Work(*progress, false);
     EXPECT_EQ(ticks, 0);
     EXPECT_EQ(readyCount, 0);
     EXPECT_EQ(otherCount, 0);
@@ -222,15 +238,69 @@ TEST(Progress, LetsPaintAndCancelThroughAndNothingElse) {
     EXPECT_EQ(progress->Widget()->findChildren<QLabel*>().front()->text(), "Counting");
 
     click(cancel);
-    Work(*progress, 20000); // ends when it sees that it was cancelled
+    Work(*progress, true);
     EXPECT_TRUE(progress->WasCanceled());
     // What was held back comes when the work is done.
-    QTest::qWait(50);
-    EXPECT_GT(ticks, 0);
-    EXPECT_GT(readyCount, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 0 && readyCount > 0; }, 30000));
     ready.setEnabled(false);
     ::close(pipe[0]);
     ::close(pipe[1]);
+}
+
+// Without a printer the preview prints into the file that the host asks for, and stays where the user cancels that.
+TEST(Printing, PreviewAsksTheHostForTheFileAndSaysWhenItCannotBeWritten) {
+    const QTemporaryDir folder;
+    QMainWindow window;
+    QString file;
+    int asked = 0;
+    ScreenPrinter::Host host;
+    host.mainWindow = [&] { return &window; };
+    host.file = [&] {
+        ++asked;
+        return file;
+    };
+    host.hasPrinters = [] { return false; };
+    const auto printer = New<ScreenPrinter>(host);
+    int failures = 0;
+    const GuardedApplication::Catcher catcher([&](const UncaughtFailure& uncaught) {
+        failures += uncaught.failure.Number == FailureNumber::FileAccess ? 1 : 100;
+    });
+    const QStringList files{"", folder.path() + "/none/a.pdf", folder.path() + "/a.pdf"}; // in turn, the last is good
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        auto* preview = qobject_cast<QPrintPreviewDialog*>(QApplication::activeModalWidget());
+        if (!preview || !preview->isVisible() || asked >= files.size())
+            return;
+        file = files[asked];
+        for (QAction* action : preview->findChildren<QAction*>())
+            if (action->text() == QCoreApplication::translate("QPrintPreviewDialog", "Print"))
+                action->trigger();
+    });
+    user.start(5);
+    constexpr Long mainForm = 1;
+    printer->PrintWindow(mainForm, 0);
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(failures, 1);
+    QFile written(files.last());
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_EQ(written.read(5), "%PDF-");
+}
+
+// A second piece of work can be cancelled as the first one could.
+TEST(Progress, CancelIsOfferedAgainAfterAPieceOfWorkThatWasCancelled) {
+    auto progress = New<ProgressControl>();
+    auto* cancel = progress->Widget()->findChild<QPushButton*>();
+    for (const int time : {1, 2}) {
+        progress->SetCancel(true); // as the library begins
+        progress->SetWasCanceled(false);
+        progress->SetMax(10);
+        progress->SetValue(0);
+        EXPECT_TRUE(cancel->isEnabled()) << time;
+        EXPECT_FALSE(progress->WasCanceled()) << time;
+        cancel->click();
+        EXPECT_FALSE(cancel->isEnabled()) << time;
+        EXPECT_TRUE(progress->WasCanceled()) << time;
+    }
 }
 
 TEST(Progress, NamesTheServiceThatDoesNotAnswerToCancel) {
@@ -244,17 +314,18 @@ TEST(Progress, NamesTheServiceThatDoesNotAnswerToCancel) {
     progress->SetValue(0);
     progress->Widget()->findChild<QPushButton*>()->click();
     const QLabel* text = progress->Widget()->findChildren<QLabel*>().front();
-    QElapsedTimer time;
-    time.start();
-    while (!text->text().contains("Counter") && !time.hasExpired(20000)) {
-        progress->Increment(); // and never asks
-        QThread::msleep(20);
-    }
-    EXPECT_EQ(text->text(), "Counter isn't responding to Cancel");
+    const auto fnWorksUntil = [&](const QString& text) {
+        QElapsedTimer time;
+        time.start();
+        while (text->text() != text && !time.hasExpired(60000)) {
+            progress->Increment(); // and never asks
+            QThread::msleep(20);
+        }
+        return text->text() == text;
+    };
+    EXPECT_TRUE(fnWorksUntil("Counter isn't responding to Cancel")) << text->text().toStdString();
     EXPECT_TRUE(progress->WasCanceled());
-    QThread::msleep(50);
-    progress->Increment();
-    EXPECT_EQ(text->text(), QString::fromUtf8("Cancelling…"));
+    EXPECT_TRUE(fnWorksUntil(QString::fromUtf8("Cancelling…"))) << text->text().toStdString();
 }
 
 } // namespace

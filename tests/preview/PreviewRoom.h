@@ -66,8 +66,16 @@ protected:
     bool UntilShown(int count) {
         return Until([&] { return m_preview->ShownCount() >= count; });
     }
-    // Nothing more happens by itself.
-    static void Rest() { QTest::qWait(400); }
+    // Nothing more happens by itself: what has changed has been looked at, and shown where it can be.
+    void Rest() {
+        EXPECT_TRUE(Until([&] { return m_preview->IsAtRest(); }));
+        QApplication::processEvents();
+    }
+    // Something stands in the way, and it has been looked several times whether it still does.
+    void WaitForTries() {
+        const int nTries = m_preview->TryCount();
+        EXPECT_TRUE(Until([&] { return m_preview->TryCount() >= nTries + 3; }));
+    }
 
     void Edit(const char* service, const QByteArray& from, const QByteArray& to) const {
         const QString file = QString("App/Services/%1.xml").arg(service);

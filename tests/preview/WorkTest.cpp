@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QToolBar>
 #include <QToolButton>
+#include <csignal>
 #include <filesystem>
 
 namespace corvane::desktop {
@@ -64,7 +65,7 @@ TEST_F(WorkTest, UnsavedWorkHoldsNewDefinitionsBackUntilItIsSaved) {
     EXPECT_TRUE(Anyway());
     QMenu* file = OpenMenu("File");
     file->setActiveAction(file->actions().last());
-    QTest::qWait(1200); // it is looked several times whether the work is saved
+    WaitForTries();
     EXPECT_EQ(m_preview->ShownCount(), 1);
     EXPECT_EQ(OpenMenuTitle(), "File");
     EXPECT_EQ(Status(), ""); // nobody was told of an end
@@ -141,7 +142,7 @@ TEST_F(WorkTest, LabelThatIsEditedStaysOpenUntilItIsDone) {
     editor->setText("Half a na");
     Rename("#Count", "#Tally");
     ASSERT_TRUE(Until([&] { return Says("when what is open is closed"); }));
-    Rest();
+    WaitForTries();
     EXPECT_EQ(m_preview->ShownCount(), 1);
     ASSERT_EQ(FieldIn(Tree(0)->viewport()), editor);
     QTest::keyClicks(editor, "me");
@@ -159,6 +160,7 @@ TEST_F(WorkTest, LabelThatIsEditedStaysOpenUntilItIsDone) {
 TEST_F(WorkTest, DialogsOfRealCodeAreLeftAlone) {
     Preview();
     int stage = 0;
+    int nTries = 0;
     QMenu menu;
     menu.addAction("Entry");
     QTimer person;
@@ -170,17 +172,18 @@ TEST_F(WorkTest, DialogsOfRealCodeAreLeftAlone) {
             stage = 1;
         } else if (stage == 1 && Says("when what is open is closed")) {
             stage = 2;
-            QTimer::singleShot(300, [&, box] {
-                EXPECT_TRUE(menu.isVisible());
-                menu.close();
-                box->button(QMessageBox::Ok)->click();
-            });
+            nTries = m_preview->TryCount();
+        } else if (stage == 2 && box && m_preview->TryCount() >= nTries + 3) {
+            EXPECT_TRUE(menu.isVisible());
+            menu.close();
+            box->button(QMessageBox::Ok)->click();
+            stage = 3;
         }
     });
     person.start(5);
     EXPECT_TRUE(App().Choose("View.Ask"));
     ASSERT_TRUE(UntilShown(2));
-    EXPECT_EQ(stage, 2);
+    EXPECT_EQ(stage, 3);
 }
 
 TEST_F(WorkTest, DropDownOfAToolbarIsOpenedAgainWhereItStillIs) {
@@ -297,7 +300,13 @@ TEST_F(WorkTest, ProgramStartsAgain) {
     Rebuild();
     ASSERT_TRUE(Until([&] { return count("# Here the preview was started again.\n") == 1; }));
     ASSERT_TRUE(Until([&] { return loaded() == std::string("new"); }));
-    Rest();
+    const auto fnHearsSignals = [&] { // the program started again has said how it wants to end
+        QFile status(QString("/proc/%1/status").arg(process));
+        const QByteArray aStatus = status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
+        const qulonglong nCaught = aStatus.mid(aStatus.indexOf("SigCgt:") + 7, 17).trimmed().toULongLong(nullptr, 16);
+        return (nCaught >> (SIGTERM - 1) & 1U) != 0;
+    };
+    ASSERT_TRUE(Until(fnHearsSignals));
     EXPECT_EQ(program.processId(), process);
     program.terminate();
     ASSERT_TRUE(program.waitForFinished(30000));

@@ -34,6 +34,12 @@ int* volatile nowhere = nullptr;
         *nowhere = 1;
 }
 
+void ThrowIf(const char* place) {
+    const char* wanted = std::getenv("TROUBLE");
+    if (wanted && std::string(wanted) == place)
+        throw 42;
+}
+
 // Runs over the stack when the environment asks for it.
 int DieDeep(int depth) {
     const char* wanted = std::getenv("TROUBLE");
@@ -53,7 +59,10 @@ public:
     Ref<IService> Service() override { return m_serviceBase; }
     void Start() {
         DieIf("start");
-        QTimer::singleShot(0, [] { DieIf("timer"); });
+        QTimer::singleShot(0, [] {
+            DieIf("timer");
+            ThrowIf("timer throws");
+        });
         Singleton::Framework()->NavigationManager()->ExplorerManager()->Populate();
     }
     void OnDie() {

@@ -1,0 +1,163 @@
+// What follows a failure, wherever it arises: the application goes on, or ends where it was about to.
+#include "corvane/windows/CVProgressBar.h"
+#include "desktop/failures/GuardedApplication.h"
+#include "tests/desktop/Acting.h"
+
+#include <QMdiSubWindow>
+#include <QTest>
+#include <stdexcept>
+#include <thread>
+
+namespace corvane::desktop {
+namespace {
+
+class AfterFailureTest : public ActingTest {
+protected:
+    // What the host knows of a failure beside its text.
+    [[nodiscard]] bool IsBlamed() const {
+        return Log().contains("in T.Page") && Log().contains("service A, Services/A.xml:");
+    }
+    void CallFromThread(QObject* context, std::function<void()> call) {
+        std::thread([=] { QMetaObject::invokeMethod(context, call, Qt::QueuedConnection); }).join();
+    }
+};
+
+TEST_F(AfterFailureTest, WhateverTheToolkitCallsEndsAtAGuardAndTheApplicationGoesOn) {
+    ASSERT_TRUE(Start());
+    OpenWindow();
+    auto* button = InPage<QPushButton>();
+    ASSERT_TRUE(button);
+    struct Case {
+        const char* what;
+        std::function<void()> raise;
+        std::function<void()> call; // by an event of the toolkit, as a user or a system causes it
+        bool comesAgain;            // whether the second time is shown, too
+    };
+    const auto press = [&] { QTest::mouseClick(button, Qt::LeftButton); };
+    const Case cases[] = {
+        {"slot", [] { Fail(FailureNumber::ObjectNotSet); }, press, true},
+        {"foreign exception", [] { throw std::runtime_error("out of range"); }, press, true},
+        {"anything", [] { throw 42; }, press, true},
+        {"event handler", [] { Fail(5, "handler"); },
+         [&] { QCoreApplication::postEvent(button->parentWidget(), new QEvent(QEvent::User)); }, false},
+        {"queued call of a thread", [] { Fail(5, "call"); },
+         [&] { CallFromThread(button->parentWidget(), [this] { m_acts.Come("Page.clicked"); }); }, false},
+        {"timer", [] { Fail(5, "timer"); },
+         [&] { QTimer::singleShot(0, button, [this] { m_acts.Come("Page.clicked"); }); }, false},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.what);
+        m_acts.at["Page.clicked"] = m_acts.at["Page.event"] = each.raise;
+        const int before = m_application->Failures().ShownCount();
+        for (const int time : {1, 2}) {
+            m_acts.Take();
+            each.call();
+            ASSERT_TRUE(QTest::qWaitFor([&] { return !m_acts.heard.empty(); }, 30000));
+            Turn();
+            EXPECT_EQ(m_application->Failures().ShownCount() - before, each.comesAgain ? time : 1);
+        }
+        EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+    }
+    EXPECT_TRUE(IsBlamed()) << Log().toStdString();
+}
+
+// What is in the code of a plug-in and in no widget of a page is known by where it was thrown.
+TEST_F(AfterFailureTest, PluginIsBlamedForATimerOfItsOwn) {
+    m_folder.Plugin("T0");
+    m_folder.Service("Trouble", "T0.Service", "");
+    QFile::remove(m_folder.Path("App/Services/A.xml"));
+    m_folder.Service("Trouble", "T0.Service", "", "IsStartService=\"true\"");
+    qputenv("TROUBLE", "timer throws");
+    EXPECT_TRUE(Start());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_application->Failures().ShownCount() > 0; }, 30000));
+    qunsetenv("TROUBLE");
+    EXPECT_TRUE(Log().contains("An exception of an unknown type")) << Log().toStdString();
+    EXPECT_TRUE(Log().contains("in T0 (service Trouble, Services/Trouble.xml:1)")) << Log().toStdString();
+}
+
+TEST_F(AfterFailureTest, ShellIsLetGoWhenTheCommandThatHeldItFails) {
+    for (const bool withExplorer : {true, false}) {
+        SCOPED_TRACE(withExplorer);
+        if (!withExplorer) {
+            m_application.reset();
+            m_folder.Service("A", "T.A", R"(<ActionItems><ActionItem Name="Act" Action="OnAct"/></ActionItems><Menus>
+<MenuItem Type="MenuItem" ActionItem="Act" Path="MenuA" PositionOrder="1" Caption="Act"/></Menus>)");
+        }
+        ASSERT_TRUE(Start());
+        const auto bar = [&] { return Singleton::Framework()->CVProgressBar(); };
+        m_acts.at["B.OnAct"] = [&] {
+            bar()->Show(10, true);
+            bar()->Increment();
+            Fail(5, "in the middle");
+        };
+        for (int time = 1; time <= 2; ++time) {
+            EXPECT_TRUE(m_application->Choose("MenuB.Act")) << "the time before has let it go";
+            EXPECT_EQ(m_application->Failures().ShownCount(), time);
+            EXPECT_FALSE(bar()->Visible());
+            EXPECT_TRUE(m_application->Bar()->Tools()->Item("MenuC.Act")->Enabled());
+            EXPECT_FALSE(m_application->Bar()->Tools()->Item("MenuC.Off")->Enabled()) << "as it was before";
+            EXPECT_TRUE(m_application->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Visible());
+        }
+        if (withExplorer) {
+            EXPECT_TRUE(Singleton::Framework()->NavigationManager()->ExplorerManager()->TreeView()->Enabled());
+        }
+    }
+}
+
+TEST_F(AfterFailureTest, BarStaysWhileTheWorkAroundAFailureGoesOn) {
+    ASSERT_TRUE(Start());
+    const auto bar = Singleton::Framework()->CVProgressBar();
+    m_acts.at["B.OnAct"] = [&] {
+        bar->Show(10, false);
+        QTimer::singleShot(0, qApp, [] { Fail(5, "another's timer"); });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return m_application->Failures().ShownCount() > 0; }, 30000));
+        EXPECT_TRUE(bar->Visible());
+        bar->Hide();
+    };
+    EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+    EXPECT_EQ(m_application->Failures().ShownCount(), 1);
+}
+
+// By its own command and by the close box, with one service that fails and with two.
+TEST_F(AfterFailureTest, ServiceThatFailsAtItsEndKeepsNothingOpenAndTheOthersHearTheEndOnce) {
+    for (const bool byCommand : {true, false})
+        for (const bool twice : {false, true}) {
+            SCOPED_TRACE(testing::Message() << byCommand << twice);
+            ASSERT_TRUE(Start());
+            m_acts.at["A.Terminate"] = [] { Fail(FailureNumber::FileNotFound); };
+            m_acts.at["C.Terminate"] = twice ? m_acts.at["A.Terminate"] : nullptr;
+            m_acts.at["B.OnAct"] = [] { Singleton::Framework()->AppExit(); };
+            m_acts.Take();
+            if (byCommand)
+                EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+            else
+                m_application->Window().close();
+            Turn();
+            EXPECT_FALSE(m_application->Window().isVisible());
+            EXPECT_TRUE(m_application->HasEnded());
+            EXPECT_EQ(m_application->Failures().ShownCount(), twice ? 2 : 1);
+            EXPECT_FALSE(m_application->Choose("MenuC.Act"));
+            m_application->Window().close();
+            m_application.reset();
+            QString ends = QString::fromStdString(m_acts.Take());
+            ends.remove("B.OnAct ").remove(QRegularExpression("[ABC]\\.(GetUnsavedItems|SaveComplete) "));
+            EXPECT_EQ(ends.toStdString(), "A.Terminate B.Terminate C.Terminate ");
+        }
+}
+
+// A failure before the end keeps the application, and nothing of it has gone.
+TEST_F(AfterFailureTest, FailureBeforeTheEndKeepsTheWindowOpen) {
+    ASSERT_TRUE(Start());
+    {
+        const auto failing =
+            m_application->MainForm()->OnQueryUnload.Subscribe([](bool&) { Fail(5, "can't be asked"); });
+        m_application->Window().close();
+    }
+    EXPECT_TRUE(m_application->Window().isVisible());
+    EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+    m_application->Window().close();
+    EXPECT_FALSE(m_application->Window().isVisible());
+}
+
+} // namespace
+} // namespace corvane::desktop

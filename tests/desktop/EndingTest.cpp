@@ -1,0 +1,99 @@
+// Wherever the host calls a plug-in, that may end the application there.
+#include "desktop/application/UnwatchedRun.h"
+#include "desktop/explorer/ExplorerPanel.h"
+#include "tests/desktop/Acting.h"
+
+#include <QTest>
+
+namespace corvane::desktop {
+namespace {
+
+class EndingAt : public ActingTest, public ::testing::WithParamInterface<const char*> {
+protected:
+    ExplorerTree* Tree() {
+        const ExplorerPage* page = m_application->Window().Explorer().Page(0);
+        return page ? page->Tree() : nullptr;
+    }
+    // The user does something to the leaf, as long as there is one.
+    void OnLeaf(const std::function<void(ExplorerTree&, const QPoint&)>& act) {
+        Turn();
+        ExplorerTree* tree = m_application->HasEnded() ? nullptr : Tree();
+        const Ref<Node> node = tree ? tree->Tree()->GetNodes()->Find("Leaf.Leaf") : nullptr;
+        if (!node)
+            return;
+        tree->Sync();
+        act(*tree, tree->visualRect(tree->IndexOf(node.Get())).center());
+    }
+};
+
+// All that a user does to an application, in the order in which it would be done; from its end on nothing happens.
+TEST_P(EndingAt, ThatPlaceEndsTheApplicationAndNothingElse) {
+    const std::string place = GetParam();
+    m_acts.isUnsaved = true;
+    m_acts.at[place] = [this, place] {
+        m_acts.at[place] = nullptr;
+        Singleton::Framework()->AppExit();
+    };
+    Start();
+    const auto isRunning = [&] { return !m_application->HasEnded(); };
+    if (isRunning())
+        m_application->Choose("MenuB.Act");
+    OnLeaf(
+        [](ExplorerTree& tree, const QPoint& point) { QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, point); });
+    OnLeaf([](ExplorerTree& tree, const QPoint& point) {
+        QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, point);
+        QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, point);
+    });
+    OnLeaf([](ExplorerTree& tree, const QPoint&) {
+        QTest::keyClick(&tree, Qt::Key_F2);
+        if (auto* editor = tree.viewport()->findChild<QLineEdit*>()) {
+            QTest::keyClicks(editor, "Other");
+            QTest::keyClick(editor, Qt::Key_Return);
+        }
+    });
+    if (isRunning())
+        m_application->ByHost([] { OpenWindow(); });
+    if (auto* button = InPage<QPushButton>())
+        QTest::mouseClick(button, Qt::LeftButton);
+    if (auto* field = InPage<QLineEdit>())
+        QTest::keyClick(field, Qt::Key_Return); // OK is the default
+    Turn();
+    if (isRunning())
+        m_application->ByHost([] { OpenWindow(); });
+    m_application->Dialogs().AddAnswer("Save");
+    if (isRunning())
+        m_application->Window().close(); // asks for unsaved work, and ends all
+    Turn();
+    EXPECT_TRUE(m_application->HasEnded());
+    EXPECT_FALSE(m_application->Window().isVisible());
+    EXPECT_NE(m_acts.heard.find(place), std::string::npos) << m_acts.heard;
+    const std::string heard = m_acts.Take();
+    for (const char* name : {"A", "B", "C"})
+        EXPECT_LE(QString::fromStdString(heard).count(QString("%1.Terminate").arg(name)), 1) << heard;
+    Turn();
+    m_application.reset();
+    Turn();
+}
+
+INSTANTIATE_TEST_SUITE_P(Places, EndingAt,
+                         ::testing::Values("A.Initialize", "B.Initialize", "A.Start", "B.OnAct", "A.GetUnsavedItems",
+                                           "B.Save", "A.SaveComplete", "A.Terminate", "Root.Initialize",
+                                           "Leaf.Initialize", "Leaf.DisplayName", "Leaf.OnAct", "Leaf.BeforeRename",
+                                           "Leaf.AfterRename", "Page.Initialize", "Page.NewWidget", "Page.FirstFocus",
+                                           "Page.IsChanged", "Page.HelpTopic", "Page.Validate", "Page.Activate",
+                                           "Page.Deactivate", "Page.clicked", "Page.editingFinished",
+                                           "Page.CommandClick", "Page.Save", "Page.Terminate"),
+                         [](const auto& info) { return QString(info.param).remove('.').toStdString(); });
+
+TEST_F(ActingTest, StepsAreRefusedOnceTheApplicationHasEnded) {
+    m_acts.at["A.Start"] = [] { Singleton::Framework()->AppExit(); }; // a login that is cancelled
+    EXPECT_TRUE(Start()) << "it has started, and ended as it was asked to";
+    EXPECT_TRUE(m_application->HasEnded());
+    EXPECT_FALSE(m_application->Window().isVisible());
+    UnwatchedRun run(*m_application, {{RunStep::Kind::Choose, "MenuB.Act"}}, [] { return true; });
+    EXPECT_FALSE(run.Run());
+    EXPECT_EQ(m_acts.heard.find("B.OnAct"), std::string::npos);
+}
+
+} // namespace
+} // namespace corvane::desktop
