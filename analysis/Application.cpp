@@ -7,6 +7,8 @@
 #include "analysis/CheckForm.h"
 #include "corvane/base/Text.h"
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <unordered_map>
@@ -23,6 +25,15 @@ bool IsShutOut(const std::string& name, const std::string& application) {
            New<IniReader>()->ReadInteger(JoinPath(application, "QRZ.INI"), "Preferences", "QRZVGEnabled", 1) != 1;
 }
 
+void ReportSchema(const std::string& path, const std::string& folder, const Failure& failure, Report& report) {
+    std::string cure = "copy the Service.xdr that comes with Corvane there";
+    if (!FindPath(path))
+        for (const char* name : {"Service.xsd", "Services.xdr", "Service.xdr.txt", "Service.rng", "Service.xdr.xml"})
+            if (FindPath(JoinPath(folder, name)))
+                cure = "rename " + Quoted(name) + " to \"Service.xdr\"";
+    report.Add(Rule::SchemaFile, {path, {}}, "the application doesn't start: " + failure.Description, std::move(cure));
+}
+
 Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& xml, const std::string& folder, Report& report) {
     const std::string path = JoinPath(folder, "Service.xdr");
     try {
@@ -30,8 +41,7 @@ Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& xml, const std::string& 
         schema->Add("", path);
         return schema;
     } catch (const Failure& failure) {
-        report.Add(Rule::SchemaFile, {path, {}}, failure.Description,
-                   "copy the Service.xdr that comes with Corvane there");
+        ReportSchema(path, folder, failure, report);
         return nullptr;
     }
 }
@@ -52,15 +62,34 @@ std::string EditedPath(const std::string& path) {
 
 // A copy is one mistake, however many names are there twice.
 void LeaveOutCopy(File& file, const File& first, Report& report) {
-    report.Add(Rule::DuplicateName, file.At(file.root->At("Name")), "the file is a copy of " + Quoted(first.name),
-               "remove one of them, or give all that it defines names of its own",
+    report.Add(Rule::DuplicateName, file.At(file.root->At("Name")),
+               "the file is a copy of " + Quoted(first.name) + ", so the library leaves it out",
+               "remove one of both, or give all that it defines names of its own",
                {{first.At(first.root->At("Name")), "the first one"}});
     file.active = false;
+    file.isCopy = true;
+}
+
+// What an editor holds of the file comes before what has been saved.
+bool ReadBytesOf(File& file, const std::string& path, const Buffers& buffers, Report& report) {
+    const auto buffer = buffers.find(file.path);
+    if (buffer != buffers.end()) {
+        file.bytes = buffer->second;
+        return true;
+    }
+    if (auto bytes = ReadBytes(path)) {
+        file.bytes = *std::move(bytes);
+        return true;
+    }
+    report.Add(Rule::UnreadableFile, {file.path, {}},
+               Quoted(file.name) + " can't be read (" + std::strerror(errno) + "), so its service is left out",
+               "make it readable, as with chmod a+r " + file.name);
+    return false;
 }
 
 } // namespace
 
-void ReadApplication(Model& model, const std::string& application, Report& report) {
+void ReadApplication(Model& model, const std::string& application, Report& report, const Buffers& buffers) {
     const std::optional<std::string> folder = FindPath(JoinPath(application, "Services"));
     if (!folder || !fs::is_directory(*folder))
         Fail(FailureNumber::PathNotFound,
@@ -77,7 +106,10 @@ void ReadApplication(Model& model, const std::string& application, Report& repor
         auto file = std::make_unique<File>();
         file->path = EditedPath(path);
         file->name = name;
-        file->bytes = fileSystem->ReadAll(path);
+        if (!ReadBytesOf(*file, path, buffers, report)) {
+            model.complete = false;
+            continue;
+        }
         ReadFile(*file, xml, schema, model.memory, report);
         model.complete &= file->root != nullptr;
         if (file->active && !file->root->Value("Name").empty())

@@ -6,7 +6,7 @@
 namespace corvane::check {
 
 // Reads the files that the library would read, in its order, and reports what is wrong with each by itself. Fails with
-// 76 when there is no folder of definition files, with 75 when a file can't be read.
-void ReadApplication(Model& model, const std::string& application, Report& report);
+// 76 when there is no folder of definition files.
+void ReadApplication(Model& model, const std::string& application, Report& report, const Buffers& buffers = {});
 
 } // namespace corvane::check

@@ -1,3 +1,4 @@
+#include "adapters/common/Nearest.h"
 #include "adapters/common/Paths.h"
 #include "adapters/files/PictureLoader.h"
 #include "adapters/plugins/PluginFactory.h"
@@ -15,7 +16,7 @@ namespace {
 class ImageCheck {
 public:
     ImageCheck(const std::string& application, Report& report)
-        : m_folder(JoinPath(application, "Images")), m_report(report) {}
+        : m_application(application), m_folder(JoinPath(application, "Images")), m_report(report) {}
 
     void Check(const File& file, const Element& element) {
         if (element.name == "MenuItem")
@@ -31,24 +32,64 @@ public:
     void CheckGeneric(const std::deque<Provider>& items) {
         for (const Provider& item : items)
             if (item.element->Value("Image").empty())
-                return CheckImage("GenericExplorerItem.ico", *item.file, item.element->At());
+                return CheckGenericImage(item);
     }
 
 private:
     enum class State { Good, Missing, Unreadable };
+
+    void CheckGenericImage(const Provider& item) {
+        if (StateOf("GenericExplorerItem.ico") != State::Good)
+            m_report.Add(Rule::MissingImage, item.file->At(item.element->At()),
+                         item.Named() + " has no Image, and there is no picture \"GenericExplorerItem.ico\" in the " +
+                             "folder Images for items without one",
+                         "write Image=\"...\" here, or put \"GenericExplorerItem.ico\" there");
+    }
 
     void CheckImage(const std::string& name, const File& file, Spot spot) {
         const auto [it, isNew] = m_states.try_emplace(name, State::Good);
         if (isNew)
             it->second = StateOf(name);
         if (it->second == State::Missing)
-            m_report.Add(Rule::MissingImage, file.At(spot),
-                         "there is no picture " + Quoted(name) + " in the folder Images",
-                         WriteInstead(Names(), name, "put it there"));
+            ReportMissing(name, file, spot);
         else if (it->second == State::Unreadable)
             m_report.Add(Rule::UnreadableImage, file.At(spot),
-                         "the file " + Quoted(name) + " isn't a supported picture",
+                         "the file " + Quoted(name) + " isn't a picture that is known, so none is shown",
                          "save it as PNG, BMP, ICO, GIF, JPEG or SVG");
+    }
+
+    void ReportMissing(const std::string& name, const File& file, Spot spot) {
+        const std::string last = name.substr(name.find_last_of("/\\") + 1);
+        std::string meant;
+        if (StateOf(last) == State::Good && last != name)
+            meant = last; // with a folder in front
+        else if (const auto nearest = Nearest(Names(), name))
+            meant = *nearest;
+        else
+            meant = OfOtherKind(last);
+        std::string cure = meant.empty() ? "put " + Quoted(last) + " into the folder Images" : "write " + Quoted(meant);
+        for (const std::string& folder : {std::string("Services"), std::string()})
+            if (const auto found = FindPath(JoinPath(JoinPath(m_application, folder), last)); found && meant.empty())
+                cure = "move it there from " + (folder.empty() ? std::string("the application's folder") : folder);
+        m_report.Add(Rule::MissingImage, file.At(spot),
+                     "there is no picture " + Quoted(name) + " in the folder Images, so none is shown", cure);
+        if (!meant.empty())
+            m_report.Last().edits = {{file.path, static_cast<std::size_t>(spot - file.bytes.data()),
+                                      EndOfValue(file, spot), AsValue(meant)}};
+    }
+
+    // The same name with another ending.
+    [[nodiscard]] std::string OfOtherKind(const std::string& name) {
+        const std::string stem = name.substr(0, name.rfind('.'));
+        for (const std::string& each : Names())
+            if (EqualText(each.substr(0, each.rfind('.')), stem))
+                return each;
+        return {};
+    }
+
+    static std::size_t EndOfValue(const File& file, Spot spot) {
+        const auto begin = static_cast<std::size_t>(spot - file.bytes.data());
+        return file.bytes.find(file.bytes[begin - 1], begin);
     }
 
     [[nodiscard]] State StateOf(const std::string& name) const {
@@ -66,6 +107,7 @@ private:
         return *m_names;
     }
 
+    std::string m_application;
     std::string m_folder;
     Report& m_report;
     std::unordered_map<std::string, State, TextHash, TextEqual> m_states; // by name
@@ -89,19 +131,55 @@ public:
         const std::size_t point = progID.find('.');
         if (point == 0 || point == std::string::npos || point + 1 == progID.size() ||
             progID.find_first_of("/\\") < point) {
-            m_report.Add(Rule::BadProgId, provider.At(attribute),
-                         Quoted(progID) + " isn't of the form \"Library.Class\"",
-                         "write the name of the plug-in, a point, and the class");
+            ReportForm(provider, attribute);
             return;
         }
         const std::string library = progID.substr(0, point);
         if (m_built && !IsThere(library))
-            m_report.Add(Rule::MissingPlugin, provider.At(attribute),
-                         "there is no plug-in " + Quoted(m_factory.PathOf(library)),
-                         WriteInstead(m_libraries, library, "build it into that folder"));
+            ReportMissing(provider, attribute, library);
     }
 
 private:
+    void ReportForm(const Provider& provider, std::string_view attribute) {
+        const std::string& written = provider.progID;
+        std::string meant = written;
+        for (const std::string_view other : {"::", "/", "\\", ":"})
+            if (const std::size_t i = meant.find(other); i != std::string::npos && i > 0)
+                meant = meant.substr(0, i) + "." + meant.substr(i + other.size());
+        const bool isClear = meant != written && meant.find_first_of("/\\:") == std::string::npos;
+        m_report.Add(Rule::BadProgId, provider.At(attribute),
+                     std::string(attribute) + " " + Quoted(written) +
+                         " isn't of the form \"Library.Class\", so its object can't be made",
+                     isClear ? "write " + Quoted(meant)
+                             : "write the name of the plug-in, a point and the class, as in \"PlotSvc.PlotService\"");
+        if (isClear)
+            m_report.Last().edits = {ValueEdit(*provider.file, *provider.element->Find(attribute), meant)};
+    }
+
+    void ReportMissing(const Provider& provider, std::string_view attribute, const std::string& library) {
+        std::string plain = library;
+        const bool hasEnds = FoldText(plain).starts_with("lib");
+        if (hasEnds)
+            plain.erase(0, 3);
+        auto nearest = Nearest(m_libraries, library);
+        if (!nearest && hasEnds)
+            nearest = Nearest(m_libraries, plain);
+        const std::string rest = provider.progID.substr(library.size());
+        std::string cure = nearest ? "write " + Quoted(*nearest + rest) : "build it into that folder";
+        const std::string path = m_factory.PathOf(library);
+        const std::string folder = path.substr(0, path.rfind('/'));
+        for (const std::string& file : {library + ".so", "lib" + library + ".so.1", "lib" + library + ".dll"})
+            if (FindPath(JoinPath(folder, file)) && !nearest)
+                cure = "rename " + Quoted(file) + " to " + Quoted("lib" + library + ".so");
+        const bool isService = provider.kind == ProviderKind::Service;
+        m_report.Add(Rule::MissingPlugin, provider.At(attribute),
+                     "there is no plug-in " + Quoted(path) + ", so " + provider.Named() +
+                         (isService ? " is left out with its whole file" : " can't be made"),
+                     cure);
+        if (nearest)
+            m_report.Last().edits = {ValueEdit(*provider.file, *provider.element->Find(attribute), *nearest + rest)};
+    }
+
     [[nodiscard]] bool IsThere(const std::string& library) {
         if (!m_read)
             m_libraries = m_factory.Libraries();

@@ -1,7 +1,9 @@
 #include "analysis/CheckForm.h"
 
 #include "adapters/common/Encoding.h"
+#include "adapters/common/Nearest.h"
 #include "adapters/xml/XmlService.h"
+#include "analysis/Edits.h"
 #include "analysis/Malformed.h"
 #include "corvane/base/Text.h"
 
@@ -57,12 +59,14 @@ public:
         if (values)
             for (const AttributeFormat& attribute : format.attributes)
                 CheckNeed(element, attribute);
+        m_open.push_back(&element);
         for (const Element& child : element.Children()) {
             if (const ElementFormat* elementFormat = format.Child(child.name))
                 Check(child, *elementFormat, values);
             else
                 ReportElement(element, format, child);
         }
+        m_open.pop_back();
     }
 
     // Whether something was found that a schema would find, too.
@@ -76,17 +80,63 @@ private:
     void ReportElement(const Element& parent, const ElementFormat& format, const Element& element) {
         m_unknown.emplace_back(element.name);
         const std::vector<std::string> names = NamesOf(format.children);
+        std::string cure = ElementCure(parent, format, element);
+        if (cure.empty())
+            cure = WriteInstead(names, element.name, "remove it");
         m_report.Add(Rule::UnknownElement, m_file.At(element.At()),
-                     std::string(parent.name) + " has no element " + Quoted(element.name),
-                     WriteInstead(names, element.name, ElementCure(format, element.name)));
+                     std::string(parent.name) + " has no element " + Quoted(element.name) +
+                         ", so the whole file is left out",
+                     std::move(cure));
     }
 
-    // An entry that is beside its group is meant to be in it.
-    static std::string ElementCure(const ElementFormat& parent, std::string_view name) {
-        for (const ElementFormat& group : parent.children)
-            if (group.Child(name))
-                return "move it into " + Quoted(group.name);
-        return "remove it";
+    // An element of the format that is at the wrong place; empty where none of that name is.
+    [[nodiscard]] std::string ElementCure(const Element& parent, const ElementFormat& format, const Element& element) {
+        for (const ElementFormat& group : format.children)
+            if (group.Child(element.name))
+                return "move it into " + std::string(group.name) +
+                       (HasChild(parent, group.name) ? "" : ", which is missing here");
+        // Nested as it will appear.
+        if (element.name == "ExplorerItem" && (parent.name == "ExplorerItem" || IsBelow("ExplorerItem")))
+            return "move it out, beside that item, and write Parent=" + Quoted(NameAbove("ExplorerItem"));
+        if (element.name == "MenuItem" && parent.name == "MenuItem")
+            return "move it out, beside that title, and write Path=" +
+                   Quoted(std::string(parent.Value("Path")) + (parent.Value("Path").empty() ? "" : ".") +
+                          std::string(parent.Value("ActionItem")));
+        if (element.name == parent.name)
+            return "move it out, beside this one";
+        const std::vector<std::string> names = NamesOf(format.children);
+        if (Nearest(names, element.name))
+            return {};
+        const std::string place = PlaceOf(ServiceFormat(), element.name);
+        return place.empty() ? std::string() : "move it into " + place;
+    }
+
+    static bool HasChild(const Element& parent, std::string_view name) {
+        for (const Element& child : parent.Children())
+            if (child.name == name)
+                return true;
+        return false;
+    }
+
+    // Where in the whole format an element of that name may be.
+    static std::string PlaceOf(const ElementFormat& format, std::string_view name) {
+        if (format.Child(name))
+            return std::string(format.name);
+        for (const ElementFormat& child : format.children)
+            if (const std::string place = PlaceOf(child, name); !place.empty())
+                return place;
+        return {};
+    }
+
+    [[nodiscard]] bool IsBelow(std::string_view name) const {
+        return std::any_of(m_open.begin(), m_open.end(), [&](const Element* each) { return each->name == name; });
+    }
+
+    [[nodiscard]] std::string NameAbove(std::string_view name) const {
+        for (auto each = m_open.rbegin(); each != m_open.rend(); ++each)
+            if ((*each)->name == name)
+                return std::string((*each)->Value("Name"));
+        return {};
     }
 
     void CheckAttribute(const Element& element, const ElementFormat& format, Attribute& attribute, bool values) {
@@ -94,19 +144,93 @@ private:
             return; // the schema's affair
         const std::string_view written = m_ascii ? std::string_view() : attribute.Written();
         if (!IsAscii(written) && IsUtf8(written))
-            m_report.Add(Rule::Utf8Bytes, m_file.At(attribute.AtValue()),
-                         "the bytes of this text look like UTF-8, but are read as Windows-1252",
-                         "write " + Quoted(WithReferences(written)) + ", or save the file as Windows-1252");
+            m_report
+                .Add(Rule::Utf8Bytes, m_file.At(attribute.AtValue()),
+                     "this text was saved as UTF-8 and is read as Windows-1252, so users read " +
+                         Quoted(attribute.Value()),
+                     "write " + Quoted(WithReferences(written)) + ", or save the file as Windows-1252")
+                .edits = {ReferencesEdit(written)};
         const AttributeFormat* attributeFormat = format.Attribute(attribute.Name());
         if (!attributeFormat) {
             m_unknown.emplace_back(attribute.Name());
             const std::vector<std::string> names = NamesOf(format.attributes);
-            m_report.Add(Rule::UnknownAttribute, m_file.At(attribute.AtName()),
-                         std::string(element.name) + " has no attribute " + Quoted(attribute.Name()),
-                         WriteInstead(names, attribute.Name(), "remove it"));
+            const auto nearest = MeantAttribute(names, element, attribute.Name());
+            Finding& finding = m_report.Add(Rule::UnknownAttribute, m_file.At(attribute.AtName()),
+                                            std::string(element.name) + " has no attribute " +
+                                                Quoted(attribute.Name()) + ", so the whole file is left out",
+                                            nearest ? "write " + Quoted(*nearest) : AttributeCure(element, attribute));
+            if (nearest && !element.Find(*nearest))
+                finding.edits = {NameEdit(m_file, attribute, *nearest)};
         } else if (values || (element.name == "Service" && attribute.Name() == "Active")) {
             CheckValue(*attributeFormat, attribute); // whether a file takes part is read of every one
         }
+    }
+
+    // What other tools call it comes before what is merely spelt alike.
+    static std::optional<std::string> MeantAttribute(const std::vector<std::string>& names, const Element& element,
+                                                     std::string_view written) {
+        struct Other {
+            std::string_view name;
+            std::string_view meant;
+        };
+        static constexpr auto others = std::to_array<Other>({{"Text", "Caption"},
+                                                             {"Label", "Caption"},
+                                                             {"Title", "Caption"},
+                                                             {"ToolTip", "Tip"},
+                                                             {"Hint", "Tip"},
+                                                             {"Shortcut", "ShortCutKey"},
+                                                             {"ShortcutKey", "ShortCutKey"},
+                                                             {"Accelerator", "ShortCutKey"},
+                                                             {"Keys", "ShortCutKey"},
+                                                             {"Order", "PositionOrder"},
+                                                             {"Position", "PositionOrder"},
+                                                             {"Icon", "Image"},
+                                                             {"Picture", "Image"},
+                                                             {"Procedure", "Action"},
+                                                             {"Method", "Action"},
+                                                             {"Handler", "Action"},
+                                                             {"Class", "ProgID"},
+                                                             {"Id", "Name"},
+                                                             {"Menu", "Path"},
+                                                             {"ParentName", "Parent"},
+                                                             {"Width", "PageWidth"},
+                                                             {"Height", "PageHeight"},
+                                                             {"Modal", "IsModal"},
+                                                             {"Resizable", "IsResizable"},
+                                                             {"Optional", "IsOptional"}});
+        const auto IsThere = [&](std::string_view name) {
+            return std::find(names.begin(), names.end(), name) != names.end();
+        };
+        for (const std::string& name : names)
+            if (EqualText(name, written))
+                return name;
+        for (const Other& other : others)
+            if (EqualText(other.name, written) && IsThere(other.meant) && !element.Find(other.meant))
+                return std::string(other.meant);
+        return Nearest(names, written);
+    }
+
+    // An attribute that belongs to what the element is about.
+    static std::string AttributeCure(const Element& element, const Attribute& attribute) {
+        const bool isOfAction = element.name == "MenuItem" && attribute.Name() != "Name" &&
+                                ServiceFormat().Child("ActionItems")->Child("ActionItem")->Attribute(attribute.Name());
+        const bool isOfPlace = element.name == "ActionItem" &&
+                               ServiceFormat().Child("Menus")->Child("MenuItem")->Attribute(attribute.Name());
+        const std::string name(attribute.Name());
+        for (const char* picture : {"Icon", "Picture"})
+            if (element.name == "MenuItem" && EqualText(name, picture))
+                return "write it as Image of the ActionItem " + Quoted(element.Value("ActionItem"));
+        if (isOfAction)
+            return "move " + name + " to the ActionItem " + Quoted(element.Value("ActionItem"));
+        if (isOfPlace)
+            return "move " + name + " to the MenuItem of the action";
+        return "remove it";
+    }
+
+    // The bytes as they are, but for the letters.
+    [[nodiscard]] Edit ReferencesEdit(std::string_view written) const {
+        const auto begin = static_cast<std::size_t>(written.data() - m_file.bytes.data());
+        return {m_file.path, begin, begin + written.size(), WithReferences(written)};
     }
 
     void CheckValue(const AttributeFormat& format, Attribute& attribute) {
@@ -140,61 +264,138 @@ private:
             return;
         attribute.SetBad();
         const std::vector<std::string> words(format.words.begin(), format.words.end());
-        m_report.Add(Rule::BadWord, m_file.At(attribute.AtValue()),
-                     Quoted(attribute.Value()) + " is no " + std::string(format.name),
-                     WriteInstead(words, attribute.Value(), "write " + Listed(format.words)));
+        const auto nearest = Nearest(words, attribute.Value());
+        const bool isNeeded = format.need == Need::Required;
+        Finding& finding =
+            m_report.Add(isNeeded ? Rule::BadWord : Rule::NoEffect, m_file.At(attribute.AtValue()),
+                         Quoted(attribute.Value()) + " isn't a " + std::string(format.name) + " that is known, so " +
+                             (isNeeded ? "the whole file is left out" : "no line is drawn"),
+                         nearest ? "write " + Quoted(*nearest) : "write " + Listed(format.words));
+        if (nearest)
+            finding.edits = {ValueEdit(m_file, attribute, *nearest)};
     }
 
     void ReportValue(const AttributeFormat& format, const Attribute& attribute, bool overflow) {
         const std::string value(attribute.Value());
         const bool boolean = format.kind == ValueKind::Boolean;
+        std::string meant;
         std::string cure = boolean ? "write True or False" : "write a number such as 10 or 12.5";
         if (overflow)
-            cure = "write a smaller one";
-        else if (value.empty())
-            cure = format.need == Need::Required ? cure : "remove the attribute";
-        else if (const std::string point = ReplaceText(value, ',', '.'); !boolean && NumberIn(point))
-            cure = "write " + Quoted(point);
-        else if (boolean)
-            cure = BooleanCure(value);
-        m_report.Add(Rule::BadValue, m_file.At(attribute.AtValue()),
-                     std::string(format.name) +
-                         (overflow  ? " is too large: "
-                          : boolean ? " is neither true nor false: "
-                                    : " isn't a number: ") +
-                         Quoted(value),
-                     cure);
+            cure = "write a smaller number, such as 10";
+        else if (value.empty() && format.need != Need::Required)
+            cure = "remove " + std::string(format.name) + ", which then is " + (boolean ? "its default" : "0");
+        else if (!boolean)
+            meant = NumberMeant(value, format.kind == ValueKind::WholeNumber);
+        else
+            meant = BooleanMeant(value);
+        if (!meant.empty())
+            cure = "write " + Quoted(meant);
+        Finding& finding = m_report.Add(Rule::BadValue, m_file.At(attribute.AtValue()),
+                                        std::string(format.name) + " " + Quoted(value) +
+                                            (overflow  ? " is too large a number"
+                                             : boolean ? " is neither true nor false"
+                                                       : " isn't a number") +
+                                            ", so the whole file is left out",
+                                        cure);
+        if (!meant.empty())
+            finding.edits = {ValueEdit(m_file, attribute, meant)};
+        else if (value.empty() && format.need != Need::Required)
+            finding.edits = {RemovalEdit(m_file, attribute)};
     }
 
-    static std::string BooleanCure(const std::string& value) {
-        for (const char* word : {"yes", "on", "y", "t", "wahr", "ja"})
+    // "1,5", "10." and "10px"; empty when it isn't clear.
+    static std::string NumberMeant(const std::string& value, bool isWhole) {
+        std::string number = ReplaceText(value, ',', '.');
+        std::erase_if(number, [](char c) { return c == ' ' || c == '_' || c == '\''; });
+        const std::size_t end = number.find_first_not_of("+-.0123456789");
+        const bool hasUnit =
+            end != std::string::npos && end > 0 && number.find_first_of("+-.0123456789", end) == std::string::npos;
+        if (hasUnit)
+            number.resize(end);
+        else if (end != std::string::npos)
+            std::replace_if(
+                number.begin(), number.end(), [](char c) { return c == 'O' || c == 'o'; }, '0');
+        while (number.ends_with('.'))
+            number.pop_back();
+        if (number.find_first_of("0123456789") == std::string::npos || !NumberIn(number) ||
+            (isWhole && number.find('.') != std::string::npos))
+            return {};
+        return number;
+    }
+
+    static std::string BooleanMeant(const std::string& value) {
+        for (const char* word : {"yes", "on", "y", "t", "wahr", "ja", "oui", "vrai", "si", "x", "enabled"})
             if (EqualText(value, word))
-                return "write \"True\"";
-        for (const char* word : {"no", "off", "n", "f", "falsch", "nein"})
+                return "True";
+        for (const char* word : {"no", "off", "n", "f", "falsch", "nein", "non", "faux", "none", "disabled"})
             if (EqualText(value, word))
-                return "write \"False\"";
-        return WriteInstead(std::array<std::string, 2>{"True", "False"}, value, "write True or False");
+                return "False";
+        return Nearest(std::array<std::string, 2>{"True", "False"}, value).value_or("");
     }
 
     void CheckNeed(const Element& element, const AttributeFormat& format) {
         if (format.need == Need::Optional)
             return;
         const Attribute* attribute = element.Find(format.name);
-        if (format.need == Need::Required && !attribute)
-            m_report.Add(Rule::MissingAttribute, m_file.At(element.At()),
-                         std::string(element.name) + " needs the attribute " + std::string(format.name),
-                         format.kind == ValueKind::Word      ? "write " + Listed(format.words)
-                         : format.kind == ValueKind::Boolean ? "write True or False"
-                                                             : "add it");
+        if (format.need == Need::Required && !attribute) {
+            const std::string value = ValueToAdd(element, format);
+            Finding& finding = m_report.Add(Rule::MissingAttribute, m_file.At(element.At()),
+                                            NamedElement(element) + " has no " + std::string(format.name) +
+                                                ", which it needs, so the whole file is left out",
+                                            "write " + std::string(format.name) + "=" +
+                                                (value.empty() ? AnyOf(format) : Quoted(value)));
+            if (!value.empty())
+                finding.edits = {AdditionEdit(m_file, element, format.name, value)};
+        }
         if (format.need == Need::Name && (!attribute || attribute->Value().empty()))
             m_report.Add(Rule::MissingName, m_file.At(element.At(format.name)),
-                         std::string(element.name) + " has no " + std::string(format.name), "give it one");
+                         std::string(element.name) + " has no " + std::string(format.name) +
+                             ", so nothing can refer to it",
+                         "write " + std::string(format.name) + "=\"...\"");
+    }
+
+    static std::string NamedElement(const Element& element) {
+        for (const char* attribute : {"Name", "ActionItem", "Caption", "PageProgID"})
+            if (!element.Value(attribute).empty())
+                return "the " + std::string(element.name) + " " + Quoted(element.Value(attribute));
+        return "this " + std::string(element.name);
+    }
+
+    // What nearly always is meant; empty where there is no such thing.
+    static std::string ValueToAdd(const Element& element, const AttributeFormat& format) {
+        if (format.name == "IsOptional")
+            return "False";
+        if (format.name == "IsResizable")
+            return "True";
+        if (format.name == "State")
+            return "Normal";
+        if (element.name == "Window" && format.name == "Type")
+            return "Window";
+        if (element.name == "ExplorerItem" && format.name == "Type")
+            return element.Value("Parent").empty() || !element.Value("ProgID").empty() ? "Folder" : "Default";
+        return {};
+    }
+
+    static std::string AnyOf(const AttributeFormat& format) {
+        switch (format.kind) {
+        case ValueKind::Word:
+            return Listed(format.words);
+        case ValueKind::Boolean:
+            return "\"True\" or \"False\"";
+        case ValueKind::Number:
+        case ValueKind::WholeNumber:
+            return "\"10\", or another number";
+        case ValueKind::Text:
+            break;
+        }
+        return "\"...\"";
     }
 
     const File& m_file;
     Report& m_report;
     bool m_ascii; // the whole file
     std::vector<std::string> m_unknown;
+    std::vector<const Element*> m_open; // from the root down to what is being checked
 };
 
 // The last element of that name before the spot.
@@ -229,6 +430,15 @@ void ReportViolations(const File& file, const Ref<IXmlDocument>& document, const
     }
 }
 
+void ReportInactive(const File& file, const Element& root, bool hasClass, Report& report) {
+    Finding& finding = report.Add(
+        Rule::InactiveFile, file.At(root.At()),
+        "the file has no " + std::string(hasClass ? "Active" : "ProgID") + ", so nothing in it takes effect",
+        hasClass ? "write Active=\"True\", or Active=\"False\" if that is meant" : "write ProgID=\"Library.Class\"");
+    if (hasClass)
+        finding.edits = {AdditionEdit(file, root, "Active", "True")};
+}
+
 } // namespace
 
 void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema,
@@ -242,9 +452,10 @@ void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache
     if (!root || !document->SelectSingleNode("Service")) {
         const bool isNamespace = root && root->Find("xmlns");
         report.Add(Rule::NoServiceElement, file.At(root ? root->At() : file.bytes.data()),
-                   isNamespace ? "the root element has a namespace"
-                               : "the root element is " + Quoted(root ? root->name : "") + ", not \"Service\"",
-                   isNamespace ? "remove xmlns" : "name it Service");
+                   (isNamespace ? "the root element has a namespace"
+                                : "the root element is " + Quoted(root ? root->name : "") + ", not \"Service\"") +
+                       ", so the file is left out",
+                   isNamespace ? "remove xmlns" : "write <Service ...> and </Service>");
         return;
     }
     file.root = root;
@@ -262,9 +473,7 @@ void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache
     // The library reads no record of a file that takes no part.
     check.Check(element, ServiceFormat(), file.active);
     if (!active || (isTrue && !progID))
-        report.Add(Rule::InactiveFile, file.At(element.At()),
-                   std::string("the file has no effect, as it has no ") + (progID ? "Active" : "ProgID"),
-                   progID ? "write Active=\"True\"" : "name the service's class");
+        ReportInactive(file, element, progID, report);
     if (schema && !document->Validate(schema).sReason.empty())
         ReportViolations(file, document, schema, check, report);
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace corvane::check {
 
@@ -90,11 +91,15 @@ public:
     }
 
     void CheckShortcuts() {
-        for (Provider* provider : m_model.MenuProviders())
-            for (const Entry& entry : provider->entries)
-                AddShortcut(entry);
+        ReadTitleLetters();
+        for (Provider* provider : m_model.MenuProviders()) {
+            m_contextMakers.clear();
+            for (const Entry* entry : InOrderOfMaking(*provider))
+                AddShortcut(*entry);
+        }
         for (const auto& [keys, tools] : m_shortcuts)
-            CheckShortcut(tools);
+            if (tools.size() > 1)
+                CheckShortcut(keys, tools);
     }
 
 private:
@@ -112,43 +117,185 @@ private:
                 const Entry& other = *it->front();
                 const std::string free = WithFreeLetter(menu, entry);
                 m_report.Add(Rule::MnemonicClash, entry.At("Caption"),
-                             entry.Named() + " opens by " + Quoted(letter) + ", as does " + other.Named(),
-                             free.empty() ? "write it without #" : "write " + Quoted(free),
+                             entry.Named() + " and " + other.Named() + " both open by " + Quoted(letter) +
+                                 ", so the key only moves between them",
+                             free.empty() ? "write the Caption without #" : "write " + Quoted(free),
                              {{other.At("Caption"), "the other one"}});
             }
             before.push_back(entries);
         }
     }
 
-    // All entries of one tool, under their shortcut.
-    using Tools = std::vector<std::pair<std::string, std::vector<const Entry*>>>;
+    // Tools of context menus are made in the order of their ranks, behind all others.
+    static std::vector<const Entry*> InOrderOfMaking(const Provider& provider) {
+        std::vector<const Entry*> entries;
+        std::map<Long, const Entry*> context;
+        for (const Entry& entry : provider.entries)
+            if (!entry.IsOfContextMenu())
+                entries.push_back(&entry);
+            else if (const auto rank = ContextRank(entry))
+                context.emplace(*rank, &entry);
+        for (const auto& [rank, entry] : context)
+            entries.push_back(entry);
+        return entries;
+    }
+
+    // The entry whose shortcut the tool has; nothing where the tool isn't that of a definition.
+    const Entry* MakerOf(const Entry& entry) {
+        const Tool* tool = m_plan.ToolOf(*entry.action);
+        if (!tool && entry.IsOfContextMenu())
+            tool = m_plan.FindTool(entry.key);
+        if (tool)
+            return tool->maker;
+        return entry.IsOfContextMenu() ? m_contextMakers.try_emplace(entry.action, &entry).first->second : nullptr;
+    }
 
     void AddShortcut(const Entry& entry) {
+        const Entry* maker = MakerOf(entry);
         const std::string_view text = entry.ShortCutKey();
-        if (text.empty() || entry.IsButton())
+        if (text.empty() || entry.IsButton() ||
+            (entry.IsOfContextMenu() && entry.provider->kind != ProviderKind::ExplorerItem))
             return;
+        const File& file = *entry.provider->file;
+        const Attribute& attribute = *entry.element->Find("ShortCutKey");
         const std::optional<std::string>& shortcut = Read(text);
-        if (!shortcut || entry.IsTitle() || entry.type == MenuType::fwContextMenuTitle) {
-            const auto& nearest = Nearest(text);
-            m_report.Add(shortcut ? Rule::NoEffect : Rule::ShortcutUnreadable, entry.At("ShortCutKey"),
-                         shortcut ? "a title has no shortcut" : "the shortcut " + Quoted(text) + " can't be read",
-                         shortcut  ? "remove it"
-                         : nearest ? "write " + Quoted(*nearest)
-                                   : "write names joined by +, as in \"Control+Shift+S\"");
+        if (!shortcut) {
+            ReportUnreadable(entry, file, attribute);
             return;
         }
-        const Placing* placing = m_plan.PlacingOf(entry);
-        std::string tool; // stays empty where the rank is too large for a place
-        if (!placing)
-            tool = "context." + FoldText(entry.provider->name + "." + std::string(entry.key));
-        else if (placing->tool)
-            tool = FoldText(placing->tool->name);
-        Tools& tools = m_shortcuts[*shortcut];
-        const auto it = std::find_if(tools.begin(), tools.end(), [&](const auto& o) { return o.first == tool; });
-        if (it == tools.end())
-            tools.push_back({tool, {&entry}});
-        else
-            it->second.push_back(&entry);
+        if (entry.IsTitle() || entry.type == MenuType::fwContextMenuTitle) {
+            m_report
+                .Add(Rule::NoEffect, entry.At("ShortCutKey"),
+                     "a title has no shortcut, so " + Quoted(text) + " doesn't open " + entry.Named(),
+                     "remove ShortCutKey; \"#\" in the Caption opens a menu by Alt and the letter")
+                .edits = {RemovalEdit(file, attribute)};
+            return;
+        }
+        if (const auto own = InOwnWords(text))
+            m_report
+                .Add(Rule::ForeignShortcut, entry.At("ShortCutKey"),
+                     Quoted(text) + " has a word of another language in it, which not every host reads",
+                     "write " + Quoted(*own))
+                .edits = {ValueEdit(file, attribute, *own)};
+        if (maker && maker != &entry) {
+            ReportLateShortcut(entry, *maker, file, attribute);
+            return;
+        }
+        ReportTaken(entry, *shortcut);
+        if (maker)
+            m_shortcuts[*shortcut].push_back(&entry);
+    }
+
+    void ReportUnreadable(const Entry& entry, const File& file, const Attribute& attribute) {
+        const auto& nearest = Nearest(entry.ShortCutKey());
+        Finding& finding = m_report.Add(
+            Rule::ShortcutUnreadable, entry.At("ShortCutKey"),
+            "the shortcut " + Quoted(entry.ShortCutKey()) + " can't be read, so no key chooses " + entry.Named(),
+            nearest ? "write " + Quoted(*nearest)
+                    : "write names joined by +, as in \"Control+Shift+S\", or one function key");
+        if (nearest)
+            finding.edits = {ValueEdit(file, attribute, *nearest)};
+    }
+
+    // Only who makes a tool gives it its shortcut.
+    void ReportLateShortcut(const Entry& entry, const Entry& maker, const File& file, const Attribute& attribute) {
+        const std::string own(maker.ShortCutKey());
+        const std::string written(entry.ShortCutKey());
+        if (!own.empty() && Read(maker.ShortCutKey()) == Read(entry.ShortCutKey()))
+            return; // said twice
+        Finding& finding = m_report.Add(
+            Rule::NoEffect, entry.At("ShortCutKey"),
+            "the shortcut " + Quoted(written) + " does nothing here: the place that is built first, " + maker.Named() +
+                (own.empty() ? ", has none" : ", gives the command " + Quoted(own)),
+            own.empty() ? "move ShortCutKey=\"" + written + "\" to " + maker.Named() : "remove ShortCutKey here",
+            {{maker.At(own.empty() ? "ActionItem" : "ShortCutKey"), "the place that is built first"}});
+        finding.edits = {RemovalEdit(file, attribute)};
+        if (own.empty())
+            finding.edits.push_back(SetEdit(*maker.provider->file, *maker.element, "ShortCutKey", written));
+    }
+
+    void ReportTaken(const Entry& entry, const std::string& shortcut) {
+        std::string why = WhoTakes(shortcut).value_or("");
+        if (why.empty() && shortcut.starts_with("Alt+") && shortcut.size() == 5)
+            if (const auto title = m_titleLetters.find(shortcut.substr(4)); title != m_titleLetters.end())
+                why = "it opens the menu " + Quoted(title->second->key) + ", whose Caption marks that letter";
+        if (why.empty())
+            why = MeaningInFields(entry, shortcut);
+        if (!why.empty())
+            m_report.Add(Rule::TakenKey, entry.At("ShortCutKey"),
+                         Quoted(entry.ShortCutKey()) + " doesn't always choose " + entry.Named() + ": " + why,
+                         "write another, such as " + Quoted(FreeShortcut(entry, shortcut)));
+    }
+
+    // Keys of editing that users have in their fingers, for a command that doesn't seem to be the one they mean.
+    static std::string MeaningInFields(const Entry& entry, const std::string& shortcut) {
+        struct Meaning {
+            const char* keys;
+            const char* verb;
+            std::vector<std::string_view> words;
+        };
+        static const std::vector<Meaning> meanings{
+            {"Ctrl+c", "copies", {"cop", "kop", "dupl", "clip"}},
+            {"Ctrl+x", "cuts", {"cut", "aus", "coup", "cort"}},
+            {"Ctrl+v", "pastes", {"past", "einf", "coll", "peg", "insert"}},
+            {"Ctrl+z", "takes back", {"undo", "r\u00FCck", "rueck", "annul", "desh"}},
+            {"Ctrl+a", "selects all", {"all", "alle", "tout", "todo"}},
+        };
+        const auto meaning = std::find_if(meanings.begin(), meanings.end(),
+                                          [&](const Meaning& each) { return EqualText(each.keys, shortcut); });
+        if (meaning == meanings.end())
+            return {};
+        std::string caption(entry.Caption());
+        std::erase_if(caption, IsMark);
+        const std::string texts =
+            FoldText(std::string(entry.action->name) + " " + std::string(entry.action->procedure) + " " + caption);
+        for (const std::string_view word : meaning->words)
+            if (texts.find(word) != std::string::npos)
+                return {};
+        return std::string("in a field or table it ") + meaning->verb;
+    }
+
+    void ReadTitleLetters() {
+        const Bar* bar = m_plan.FindBar("Main");
+        for (const Slot& slot : bar->slots)
+            if (!slot.entries.empty() && slot.entries.front()->IsTitle())
+                if (const std::string letter = MnemonicOf(slot.entries.front()->Caption()); !letter.empty())
+                    m_titleLetters.emplace(letter, slot.entries.front());
+        for (Provider* provider : m_model.MenuProviders())
+            for (const Entry& entry : provider->entries)
+                if (const std::string_view text = entry.ShortCutKey(); !text.empty())
+                    if (const auto& shortcut = Read(text))
+                        m_inUse.insert(*shortcut);
+    }
+
+    // One like it that no command has and nothing else takes.
+    [[nodiscard]] std::string FreeShortcut(const Entry& entry, const std::string& shortcut) const {
+        std::string key = shortcut.substr(shortcut.ends_with('+') ? shortcut.size() - 1 : shortcut.rfind('+') + 1);
+        std::vector<std::string> candidates;
+        const bool isLetter = key.size() == 1 && std::isalpha(static_cast<unsigned char>(key[0]));
+        if (!isLetter && !(key.size() > 1 && key[0] == 'F' && std::isdigit(static_cast<unsigned char>(key[1])))) {
+            const std::string name = FoldText(entry.action->name);
+            const auto first = std::find_if(name.begin(), name.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+            key = first == name.end() ? "k" : std::string(1, *first);
+        }
+        constexpr int letters = 26;
+        std::string each = key;
+        for (int n = 0; n <= letters; ++n) {
+            for (const char* modifiers : {"Control+", "Control+Shift+", "Control+Alt+"}) {
+                std::string candidate = each;
+                candidate[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(candidate[0])));
+                candidate.insert(0, modifiers);
+                const auto read = ShortcutIn(candidate);
+                static const std::set<std::string> usual{"Ctrl+c", "Ctrl+x",       "Ctrl+v", "Ctrl+z",
+                                                         "Ctrl+a", "Ctrl+y",       "Ctrl+q", "Ctrl+w",
+                                                         "Ctrl+p", "Ctrl+Shift+p", "Ctrl+e"};
+                if (read && !m_inUse.contains(*read) && !usual.contains(*read) && !WhoTakes(*read))
+                    return candidate;
+            }
+            const bool isLast = each == "z" || each.size() > 1;
+            each = std::string(1, isLast ? 'a' : static_cast<char>(each[0] + 1));
+        }
+        return "Control+Shift+F12";
     }
 
     // A text that has been made of another, which many entries may have, and which takes long.
@@ -168,18 +315,43 @@ private:
         return it->second;
     }
 
-    void CheckShortcut(const Tools& tools) {
-        for (std::size_t i = 1; i < tools.size(); ++i)
+    // Everyone who answers when a tool is chosen, or keeps others from it: who has neither procedure nor a state in
+    // which it can be chosen only holds the place.
+    [[nodiscard]] std::vector<const Entry*> AnswererOf(const Entry& maker) {
+        const Tool* tool = m_plan.ToolOf(*maker.action);
+        std::vector<const Entry*> answerers;
+        const auto Add = [&](const Entry& entry) {
+            const Element& action = *entry.action->element;
+            if (!entry.action->procedure.empty() ||
+                (BooleanOf(action, "Enabled", true) && BooleanOf(action, "Visible", true)))
+                answerers.push_back(&entry);
+        };
+        if (!tool) {
+            Add(maker);
+            return answerers;
+        }
+        if (m_answerers.empty())
+            for (Provider* provider : m_model.MenuProviders())
+                for (const Entry& entry : provider->entries)
+                    if (const Tool* each = m_plan.ToolOf(*entry.action))
+                        m_answerers[each].push_back(&entry);
+        for (const Entry* entry : m_answerers[tool])
+            Add(*entry);
+        return answerers;
+    }
+
+    void CheckShortcut(const std::string& keys, const std::vector<const Entry*>& makers) {
+        for (std::size_t i = 1; i < makers.size(); ++i)
             for (std::size_t j = 0; j < i; ++j) {
-                const auto& [first, firstItems] = tools[j];
-                const auto& [second, secondItems] = tools[i];
-                if (!MayMeet(firstItems, secondItems) || firstItems.front()->action == secondItems.front()->action)
+                const Entry& first = *makers[j];
+                const Entry& second = *makers[i];
+                if (first.action == second.action || !MayMeet(AnswererOf(first), AnswererOf(second)))
                     continue;
-                m_report.Add(Rule::ShortcutClash, secondItems.front()->At("ShortCutKey"),
-                             secondItems.front()->Named() + " has the shortcut " +
-                                 std::string(secondItems.front()->ShortCutKey()) + ", as has " +
-                                 firstItems.front()->Named(),
-                             "choose another one", {{firstItems.front()->At("ShortCutKey"), "the other one"}});
+                m_report.Add(Rule::ShortcutClash, second.At("ShortCutKey"),
+                             second.Named() + " and " + first.Named() + " both have the shortcut " +
+                                 Quoted(second.ShortCutKey()) + ", which chooses one of both at most",
+                             "write another at one of both, such as " + Quoted(FreeShortcut(second, keys)),
+                             {{first.At("ShortCutKey"), "the other one"}});
                 break;
             }
     }
@@ -187,7 +359,11 @@ private:
     Model& m_model;
     const MenuPlan& m_plan;
     Report& m_report;
-    std::map<std::string, Tools> m_shortcuts;
+    std::map<std::string, std::vector<const Entry*>> m_shortcuts;    // with who gives them to a tool
+    std::unordered_map<const Action*, const Entry*> m_contextMakers; // of the item at hand
+    std::unordered_map<const Tool*, std::vector<const Entry*>> m_answerers;
+    std::map<std::string, const Entry*> m_titleLetters;
+    std::set<std::string> m_inUse;
     Made m_read; // by what is written, as the next
     Made m_nearest;
 };

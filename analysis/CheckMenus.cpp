@@ -23,8 +23,10 @@ public:
 
     void Check() {
         for (const auto& [first, second] : m_plan.DoubleTitles())
-            m_report.Add(Rule::DuplicateTitle, second->At("ActionItem"), "there is " + first->Named() + " already",
-                         "define it in one place; the others only use its Path",
+            m_report.Add(Rule::DuplicateTitle, second->At("ActionItem"),
+                         second->Named() + " is defined twice, by " + second->provider->Named() + " and " +
+                             first->provider->Named() + ", so the application doesn't start (457)",
+                         "remove this MenuItem; entries only need Path=\"" + std::string(first->key) + "\"",
                          {{first->At("ActionItem"), "the first one"}});
         for (const Placing& placing : m_plan.Placings())
             CheckPlacing(placing);
@@ -34,8 +36,6 @@ public:
         for (Provider& item : m_model.items)
             CheckContextMenu(item);
         CheckCommands();
-        CheckEffects();
-        CheckWindowList();
     }
 
 private:
@@ -55,15 +55,17 @@ private:
         const Entry& entry = *placing.entry;
         if (placing.reserved)
             m_report.Add(Rule::ReservedName, entry.At("ActionItem"),
-                         "the host has something of the name " + Quoted(entry.key) + " itself",
-                         "give the action another name");
+                         "the host has something named " + Quoted(entry.key) +
+                             (entry.IsTitle() ? " itself, so the application doesn't start"
+                                              : " itself, which this entry shows in place of the command"),
+                         "give the action another name, such as " + Quoted("My" + std::string(entry.action->name)));
         else if (placing.withoutRoot)
             ReportWithoutRoot(entry);
         else if (placing.otherTool)
             m_report.Add(Rule::DuplicateTitle, entry.At("ActionItem"),
-                         "the action of " + entry.Named() + " belongs to another entry, " + Quoted(placing.tool->name) +
-                             ", and the menu of the title is there already",
-                         "give the title an action of its own");
+                         "the action of " + entry.Named() + " has an entry already, " + Quoted(placing.tool->name) +
+                             ", and can't open this menu, so the application doesn't start",
+                         "add an ActionItem for the title alone, and name it here");
         else if (!entry.IsButton() && !placing.rank)
             ReportOverflow(placing);
         else if (!placing.bar)
@@ -71,10 +73,13 @@ private:
         else if (placing.owner && entry.IsTitle() && placing.owner->key != entry.key)
             ReportTitleBehind(placing);
         else if (placing.owner && entry.IsButton() && !EqualText(placing.owner->key, entry.key))
-            m_report.Add(Rule::SharedPosition, entry.At("PositionOrder"),
-                         entry.Named() + " comes before all others, because " + placing.owner->Named() +
-                             " has the same order, " + OrderText(entry),
-                         "give it another PositionOrder", {{placing.owner->At("PositionOrder"), "the other one"}});
+            m_report
+                .Add(Rule::SharedPosition, entry.At("PositionOrder"),
+                     entry.Named() + " shares the PositionOrder " + OrderText(entry) + " with " +
+                         placing.owner->Named() + ", so it is put in front of all buttons",
+                     "write PositionOrder=\"" + FreeButtonOrder(placing) + "\", or another that is free",
+                     {{placing.owner->At("PositionOrder"), "the other one"}})
+                .edits = {OrderEdit(entry, FreeButtonOrder(placing))};
     }
 
     void ReportWithoutRoot(const Entry& entry) {
@@ -82,9 +87,10 @@ private:
         if (!m_model.complete || !m_paths.insert(FoldText(path)).second)
             return;
         m_report.Add(Rule::PathWithoutRoot, entry.At("Path"),
-                     "there is nothing below " + Quoted(path.substr(0, path.find('.'))) + " when the menu " +
-                         Quoted(path) + " is created",
-                     WriteInstead(TitleKeys(), path, "define titles for all parts of the Path"));
+                     "no menu " + Quoted(path.substr(0, path.find('.'))) + " is there when " + Quoted(path) +
+                         " is made for " + entry.Named() + ", so the application doesn't start (91)",
+                     PathCure(path));
+        AddPathEdit(entry);
     }
 
     void ReportOverflow(const Placing& placing) {
@@ -92,14 +98,14 @@ private:
         constexpr Double largest = 2147;
         if (title && static_cast<Double>(title->positionOrder) > largest)
             m_report.Add(Rule::PositionOverflow, title->At("PositionOrder"),
-                         title->Named() + " has entries, and their ranks are too large with the order " +
-                             OrderText(*title),
-                         "write 2147 or less");
+                         "the PositionOrder " + OrderText(*title) + " of " + title->Named() +
+                             " makes the ranks of its entries too large, so the application doesn't start (6)",
+                         "write a free number of 2147 or less");
         else
             m_report.Add(Rule::PositionOverflow, placing.entry->At("PositionOrder"),
-                         "the rank of " + placing.entry->Named() + " is too large with the order " +
-                             OrderText(*placing.entry),
-                         "write a smaller one");
+                         "the PositionOrder " + OrderText(*placing.entry) + " of " + placing.entry->Named() +
+                             " makes its rank too large, so the application doesn't start (6)",
+                         "write a smaller number, below 10000");
     }
 
     // Titles of one rank, whose entries may then have one rank, too.
@@ -113,8 +119,9 @@ private:
         if (!placing.owner) {
             const Placing& lost = *m_plan.LostPlaceOf(*entry.action);
             m_report.Add(Rule::VanishingEntry, entry.At("PositionOrder"),
-                         entry.Named() + " doesn't appear, as its action has lost another place",
-                         "give that place another PositionOrder",
+                         entry.Named() + " doesn't appear, as its action has lost another place, " +
+                             Quoted(lost.entry->key) + ", to " + Quoted(lost.owner->key),
+                         "write PositionOrder=\"" + FreeOrder(lost) + "\" at that other place",
                          {{lost.entry->At("PositionOrder"),
                            lost.entry->Named() + ", whose rank " + lost.owner->Named() + " has"}});
             return;
@@ -122,27 +129,87 @@ private:
         const Entry& owner = *placing.owner;
         if (AreTitlesAtFault(placing, *m_plan.PlacingOf(owner)))
             return; // told with the titles
-        std::string cure = "give it another PositionOrder";
+        std::string cure = "write PositionOrder=\"" + FreeOrder(placing) + "\"";
         if (EqualText(owner.key, entry.key))
             cure += ", or remove it";
-        m_report.Add(Rule::VanishingEntry, entry.At("PositionOrder"),
-                     entry.Named() + " doesn't appear, because " + owner.Named() + " has the same rank, " +
-                         ToText(*placing.rank),
-                     cure, {{owner.At("PositionOrder"), "the other one"}});
+        m_report
+            .Add(Rule::VanishingEntry, entry.At("PositionOrder"),
+                 entry.Named() + " doesn't appear: " + owner.Named() + " has its rank " + ToText(*placing.rank) + ". " +
+                     RankText(placing),
+                 cure, {{owner.At("PositionOrder"), "the other one, of " + owner.provider->Named()}})
+            .edits = {OrderEdit(entry, FreeOrder(placing))};
+    }
+
+    // Of what a rank is made, as far as one needs it to see why two meet.
+    [[nodiscard]] static std::string RankText(const Placing& placing) {
+        const Entry& entry = *placing.entry;
+        const Entry& owner = *placing.owner;
+        if (entry.positionOrder != owner.positionOrder && EqualText(entry.path, owner.path))
+            return "Of " + OrderText(entry) + " and " + OrderText(owner) + " two decimals count";
+        if (!EqualText(entry.path, owner.path))
+            return "Submenus share one numbering with the menu bar: order of the title x 1000000 + own x 100";
+        return "Both have the PositionOrder " + OrderText(entry);
+    }
+
+    // An order behind that of the place's owner and before whatever follows it in the menu.
+    [[nodiscard]] std::string FreeOrder(const Placing& placing) {
+        if (m_ranks.empty())
+            for (const Placing& each : m_plan.Placings())
+                if (each.rank)
+                    m_ranks.insert(*each.rank);
+        const bool isTopTitle = placing.entry->IsTitle() && placing.entry->path.empty();
+        // Of a title on the menu bar the whole number counts.
+        const Double order =
+            isTopTitle ? static_cast<Double>(*placing.rank) : static_cast<Double>(placing.entry->positionOrder);
+        const Double factor = isTopTitle ? 1 : 100;
+        const auto next = m_ranks.upper_bound(*placing.rank);
+        const Double room = next == m_ranks.end() ? 1000000 : static_cast<Double>(*next) - *placing.rank;
+        for (const Double step : {5.0, 1.0, 0.5, 0.1, 0.01})
+            if (step * factor < room && (!isTopTitle || step >= 1))
+                return ToText(static_cast<Single>(order + step));
+        for (Double step = 1;; step += 1) // no room there: wherever there is some
+            if (!m_ranks.contains(*placing.rank + static_cast<Long>(step * factor)))
+                return ToText(static_cast<Single>(order + step));
+    }
+
+    // With as many digits as the others have, as toolbars are sorted by the text.
+    [[nodiscard]] std::string FreeButtonOrder(const Placing& placing) {
+        const Entry& entry = *placing.entry;
+        std::set<std::string> taken;
+        for (const Placing& each : m_plan.Placings())
+            if (each.entry->IsButton() && EqualText(each.entry->path, entry.path))
+                taken.insert(OrderText(*each.entry));
+        const std::string order = OrderText(entry);
+        for (int step = 1; step < 1000; ++step) {
+            const std::string free = ToText(static_cast<Single>(static_cast<Double>(entry.positionOrder) + step));
+            if (free.size() == order.size() && !taken.contains(free))
+                return free;
+        }
+        return order + ".5";
+    }
+
+    static Edit OrderEdit(const Entry& entry, const std::string& order) {
+        return ValueEdit(*entry.provider->file, *entry.element->Find("PositionOrder"), order);
     }
 
     void ReportTitleBehind(const Placing& placing) {
         const Entry& title = *placing.entry;
-        std::vector<Note> notes{{placing.owner->At("PositionOrder"), "the other one"}};
+        const Entry& owner = *placing.owner;
+        std::vector<Note> notes{{owner.At("PositionOrder"), "the other one, of " + owner.provider->Named()}};
         for (const Placing& other : m_plan.Placings())
             if (!other.bar && other.owner && (other.title == &title || other.title == placing.owner) &&
                 AreTitlesAtFault(other, *m_plan.PlacingOf(*other.owner)))
                 notes.push_back(
                     {other.entry->At("PositionOrder"), other.entry->Named() + " doesn't appear because of it"});
-        m_report.Add(Rule::SharedPosition, title.At("PositionOrder"),
-                     title.Named() + " comes after all others, because " + placing.owner->Named() +
-                         " has the same rank",
-                     "give it another PositionOrder", std::move(notes));
+        const bool isRounded = title.positionOrder != owner.positionOrder;
+        m_report
+            .Add(Rule::SharedPosition, title.At("PositionOrder"),
+                 title.Named() + " shares the rank " + ToText(*placing.rank) + " with " + owner.Named() +
+                     (isRounded && title.path.empty()
+                          ? ": orders of the menu bar are rounded to whole numbers, so it comes last"
+                          : ", so it comes after all others"),
+                 "write PositionOrder=\"" + FreeOrder(placing) + "\"", std::move(notes))
+            .edits = {OrderEdit(title, FreeOrder(placing))};
     }
 
     void CheckBar(const Bar& bar) {
@@ -151,12 +218,11 @@ private:
             CheckSubmenuOrder(bar);
         if (toolbar)
             CheckToolbarOrder(bar);
-        else if (!bar.title && !bar.ofHost && !EqualText(bar.name, "View.Toolbars"))
+        else if (!bar.title && !bar.ofHost &&
+                 (!EqualText(bar.name, "View.Toolbars") || (bar.firstAsked && !bar.firstAsked->IsButton())))
             ReportPlaceholder(bar);
         else if (bar.title && bar.slots.empty() && m_model.complete && !IsAskedFor(bar.name))
-            m_report.Add(Rule::TitleWithoutEntries, bar.title->At("ActionItem"),
-                         "there is nothing below " + bar.title->Named(),
-                         "give an entry this Path, or remove the title");
+            ReportEmpty(bar);
         for (const Slot& slot : bar.slots) {
             if (slot.entries.empty())
                 continue;
@@ -166,9 +232,7 @@ private:
             if (isNew)
                 seen = {&bar, &entry};
             if (!isNew && !AreRivals(*seen.entry, entry))
-                m_report.Add(Rule::DuplicateEntry, entry.At("PositionOrder"), entry.Named() + " is there twice",
-                             entry.IsButton() ? "remove one of them" : "give both one PositionOrder, or remove one",
-                             {{seen.entry->At("PositionOrder"), "the first one"}});
+                ReportTwice(entry, *seen.entry);
         }
     }
 
@@ -191,8 +255,37 @@ private:
             if (file->active)
                 for (const Element& element : std::span(file->root, 1 + file->root->below))
                     if (std::string path = FoldText(element.Value("Path")); m_asked.insert(path).second)
-                        if (const auto nearest = titleSet.contains(path) ? std::nullopt : Nearest(titles, path))
+                        if (const auto nearest = titleSet.contains(path) ? std::nullopt : MeantPath(path))
                             m_asked.insert(FoldText(*nearest));
+    }
+
+    void ReportEmpty(const Bar& bar) {
+        const Entry& title = *bar.title;
+        std::vector<Note> notes;
+        std::string cure = "write Path=\"" + bar.name + "\" at an entry, or remove the title";
+        if (const auto inactive = InactiveEntryOf(m_model, bar.name)) {
+            notes.push_back(
+                {inactive->file->At(inactive->element->At("Path")), "an entry of a file that isn't active"});
+            cure = "write Active=\"True\" in " + Quoted(inactive->file->name) + ", which has entries for it";
+        }
+        m_report.Add(Rule::TitleWithoutEntries, title.At("ActionItem"),
+                     "no entry has the Path " + Quoted(bar.name) + ", so " + title.Named() + " opens an empty menu",
+                     cure, std::move(notes));
+    }
+
+    void ReportTwice(const Entry& second, const Entry& first) {
+        const bool isButton = second.IsButton();
+        Finding& finding = m_report.Add(
+            Rule::DuplicateEntry, second.At("PositionOrder"),
+            second.Named() + " appears twice" +
+                (first.provider == second.provider ? std::string()
+                                                   : ": " + first.provider->Named() + " has it at " + OrderText(first) +
+                                                         ", " + second.provider->Named() + " at " + OrderText(second)),
+            isButton ? "remove one of both"
+                     : "write PositionOrder=\"" + OrderText(first) + "\" to share one place, or remove one",
+            {{first.At("PositionOrder"), "the first one"}});
+        if (!isButton && first.provider != second.provider)
+            finding.edits = {OrderEdit(second, OrderText(first))};
     }
 
     // The entries of a path that no title has. Toolbars ask for "View" without naming it.
@@ -202,24 +295,99 @@ private:
         const Entry& entry = *bar.firstAsked;
         if (entry.IsButton()) {
             m_report.Add(Rule::PathWithoutTitle, entry.At("Path"),
-                         "the menu that shows and hides toolbars needs a title \"View\"", "define one");
+                         "there is no title \"View\", so the menu that shows and hides toolbars can't be reached",
+                         "add an ActionItem \"View\" and <MenuItem Type=\"MenuTitle\" ActionItem=\"View\" "
+                         "PositionOrder=\"200\" Caption=\"#View\"/>");
             return;
         }
         const int otherCount = m_pathMap[bar.name] - 1;
         const std::string others =
-            otherCount == 0 ? "" : " and " + std::to_string(otherCount) + (otherCount == 1 ? " other" : " others");
+            otherCount <= 0 ? "" : " and " + std::to_string(otherCount) + (otherCount == 1 ? " other" : " others");
+        if (bar.name.empty()) {
+            for (const Placing& placing : m_plan.Placings())
+                if (placing.entry->path.empty() && !placing.entry->IsTitle() && !placing.entry->IsButton())
+                    m_report.Add(Rule::PathWithoutTitle, placing.entry->At("Path"),
+                                 placing.entry->Named() + " has no Path, so it is in no menu and never appears",
+                                 PathCure({}));
+            return;
+        }
+        std::vector<Note> notes;
+        if (const auto inactive = InactiveTitle(m_model, bar.name))
+            notes.push_back(
+                {inactive->file->At(inactive->element->At("ActionItem")), "the title, in a file that isn't active"});
         m_report.Add(Rule::PathWithoutTitle, entry.At("Path"),
-                     "there is no title " + Quoted(bar.name) + ", so " + entry.Named() + others +
-                         (otherCount == 0 ? " stays" : " stay") + " hidden",
-                     WriteInstead(TitleKeys(), bar.name, PathCure(bar.name)));
+                     "no title has the key " + Quoted(bar.name) + ", so " + entry.Named() + others +
+                         (otherCount <= 0 ? " never appears" : " never appear"),
+                     PathCure(bar.name), std::move(notes));
+        AddPathEdit(entry);
     }
 
-    static std::string PathCure(std::string path) {
-        if (path.find_first_of("/\\>") == std::string::npos)
-            return "define the title in one of the services";
+    // The title that a Path seems to mean; nothing when that isn't certain.
+    [[nodiscard]] std::optional<std::string> MeantPath(std::string_view path) {
+        const std::vector<std::string> titles = TitleKeys();
+        std::string plain(path);
         std::replace_if(
-            path.begin(), path.end(), [](char c) { return c == '/' || c == '\\' || c == '>'; }, '.');
-        return "write its parts with points between them, as in " + Quoted(path);
+            plain.begin(), plain.end(), [](char c) { return c == '/' || c == '\\' || c == '>' || c == '|'; }, '.');
+        std::erase(plain, '#');
+        std::erase(plain, '&');
+        while (plain.ends_with('.'))
+            plain.pop_back();
+        while (plain.starts_with('.'))
+            plain.erase(0, 1);
+        std::vector<std::string> found;
+        for (const std::string& title : titles) {
+            if (EqualText(title, plain))
+                return title;
+            const std::size_t point = title.rfind('.');
+            if (point != std::string::npos && EqualText(std::string_view(title).substr(point + 1), plain))
+                found.push_back(title); // its last part
+            else if (const std::size_t last = plain.rfind('.');
+                     last != std::string::npos && EqualText(title, std::string_view(plain).substr(last + 1)))
+                found.push_back(title);
+        }
+        if (found.size() == 1)
+            return found.front();
+        constexpr std::size_t shortest = 3;
+        if (const auto nearest = Nearest(titles, plain); nearest && plain.size() >= shortest)
+            return nearest;
+        return TitleOfCaption(plain);
+    }
+
+    // Written as users read it.
+    [[nodiscard]] std::optional<std::string> TitleOfCaption(const std::string& caption) const {
+        for (const auto& [name, bar] : m_plan.Bars()) {
+            if (!bar.title)
+                continue;
+            std::string text(bar.title->Caption());
+            std::erase(text, '#');
+            if (EqualText(text, caption))
+                return bar.name;
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] std::string PathCure(std::string_view path) {
+        if (path.empty())
+            return "write Path=\"File\", or the key of another title";
+        if (const auto meant = MeantPath(path))
+            return "write " + Quoted(*meant);
+        if (const auto inactive = InactiveTitle(m_model, path))
+            return "write Active=\"True\" in " + Quoted(inactive->file->name) + ", which has the title";
+        const std::size_t point = path.rfind('.');
+        return "add <MenuItem Type=\"MenuTitle\" ActionItem=\"" + std::string(path.substr(point + 1)) + "\"" +
+               (point == std::string_view::npos ? "" : " Path=\"" + std::string(path.substr(0, point)) + "\"") +
+               " PositionOrder=\"...\"/>";
+    }
+
+    // Of the finding that has been added last.
+    void AddPathEdit(const Entry& entry) {
+        const auto meant = entry.path.empty() ? std::nullopt : MeantPath(entry.path);
+        if (!meant)
+            return;
+        for (Provider* provider : m_model.MenuProviders())
+            for (const Entry& each : provider->entries)
+                if (!each.IsButton() && !each.IsOfContextMenu() && EqualText(each.path, entry.path))
+                    m_report.Last().edits.push_back(ValueEdit(*provider->file, *each.element->Find("Path"), *meant));
     }
 
     void CheckToolbarOrder(const Bar& bar) {
@@ -230,14 +398,36 @@ private:
                 continue; // has a finding of its own
             if (before && before->positionOrder > entry->positionOrder) {
                 m_report.Add(Rule::ToolbarOrder, entry->At("PositionOrder"),
-                             entry->Named() + " comes after " + before->Named() + ", because the text " +
-                                 Quoted(OrderText(*before)) + " comes before " + Quoted(OrderText(*entry)),
-                             "write orders with the same number of digits",
+                             entry->Named() + " comes after " + before->Named() +
+                                 ": toolbars are sorted by text, in which " + Quoted(OrderText(*before)) +
+                                 " comes before " + Quoted(OrderText(*entry)),
+                             "number the buttons with equally many digits, such as 10, 20, 30 or 110, 120, 130",
                              {{before->At("PositionOrder"), "the other one"}});
+                m_report.Last().edits = NumberButtons(bar);
                 return;
             }
             before = entry;
         }
+    }
+
+    // All buttons of the toolbar, in the order of their numbers.
+    static std::vector<Edit> NumberButtons(const Bar& bar) {
+        std::vector<const Entry*> buttons;
+        for (const Slot& slot : bar.slots)
+            for (const Entry* entry : slot.entries.All())
+                buttons.push_back(entry);
+        std::stable_sort(buttons.begin(), buttons.end(), [](const Entry* first, const Entry* second) {
+            return first->positionOrder < second->positionOrder;
+        });
+        constexpr std::size_t few = 9;
+        constexpr std::size_t many = 90;
+        std::vector<Edit> edits;
+        if (buttons.size() > many)
+            return edits;
+        std::size_t order = buttons.size() <= few ? 0 : 90;
+        for (const Entry* button : buttons)
+            edits.push_back(OrderEdit(*button, std::to_string(order += 10)));
+        return edits;
     }
 
     // A title is placed no later than the first thing below it, whose rank comes from the title's order alone.
@@ -250,10 +440,13 @@ private:
             const Entry& entry = *placing->entry;
             if (lowest && entry.IsTitle() && *lowest->rank < *placing->rank)
                 m_report.Add(Rule::SubmenuOrder, entry.At("PositionOrder"),
-                             entry.Named() + " comes before " + lowest->entry->Named() + ", because its order, " +
-                                 OrderText(entry) + ", isn't above " + OrderText(*bar.title) + ", the order of " +
+                             entry.Named() + " comes before " + Quoted(lowest->entry->key) + ", as its order " +
+                                 OrderText(entry) + " isn't above " + OrderText(*bar.title) + ", that of " +
                                  bar.title->Named(),
-                             "write a higher one, and for the entries after it, too",
+                             "write PositionOrder=\"" +
+                                 ToText(static_cast<Single>(static_cast<Double>(bar.title->positionOrder) +
+                                                            std::max<Double>(entry.positionOrder, 1))) +
+                                 "\", and more for what is to follow it; corvane arrange does it",
                              {{lowest->entry->At("PositionOrder"), "what comes after it"}});
             if (!lowest || *placing->rank < *lowest->rank)
                 lowest = placing;
@@ -275,20 +468,41 @@ private:
             const std::optional<Long> rank = ContextRank(entry);
             if (!rank) {
                 m_report.Add(Rule::PositionOverflow, entry.At("PositionOrder"),
-                             "the rank of " + entry.Named() + " is too large", "write a smaller one");
+                             "the PositionOrder of " + entry.Named() +
+                                 " makes its rank too large, so the application doesn't start (6)",
+                             "write a smaller number, below 10000");
                 continue;
             }
             const auto [it, isNew] = ranks.emplace(*rank, &entry);
             if (!isNew)
                 m_report.Add(Rule::VanishingEntry, entry.At("PositionOrder"),
-                             "in the context menu of " + item.Named() + ", " + entry.Named() + " and " +
-                                 it->second->Named() +
-                                 " have one rank: one of both may come twice and the other not at all",
-                             "give it another PositionOrder", {{it->second->At("PositionOrder"), "the other one"}});
+                             entry.Named() + " and " + it->second->Named() + " have one rank, " + ToText(*rank) +
+                                 ", in the context menu of " + Quoted(item.name) +
+                                 ": one comes twice, the other not at all",
+                             "write PositionOrder=\"" + FreeContextOrder(item, entry) + "\"",
+                             {{it->second->At("PositionOrder"), "the other one"}});
+            if (!isNew)
+                m_report.Last().edits = {OrderEdit(entry, FreeContextOrder(item, entry))};
         }
     }
 
-    // What a tool represents: who answers, and whether anyone does.
+    static std::string FreeContextOrder(const Provider& item, const Entry& entry) {
+        std::set<Long> ranks;
+        for (const Entry& each : item.entries)
+            if (each.IsOfContextMenu())
+                if (const auto rank = ContextRank(each))
+                    ranks.insert(*rank);
+        const bool isTitle = entry.type == MenuType::fwContextMenuTitle;
+        const Long rank = *ContextRank(entry);
+        const auto next = ranks.upper_bound(rank);
+        const Double room = next == ranks.end() ? 1000000 : static_cast<Double>(*next) - rank;
+        for (const Double step : {5.0, 1.0, 0.5, 0.1, 0.01})
+            if (step * (isTitle ? 1 : 100) < room && (!isTitle || step >= 1))
+                return ToText(static_cast<Single>(static_cast<Double>(entry.positionOrder) + step));
+        return ToText(static_cast<Single>(static_cast<Double>(*ranks.rbegin()) / (isTitle ? 1 : 100) + 10));
+    }
+
+    // What a tool stands for: who answers, and whether anybody does.
     struct Command {
         const Entry* first = nullptr;
         const Entry* service = nullptr; // that answers
@@ -314,17 +528,20 @@ private:
                     continue;
                 if (command.service && AreRivals(*command.service, entry))
                     m_report.Add(Rule::SharedCommand, entry.At("ActionItem"),
-                                 entry.Named() + " is one of " + command.service->provider->Named() +
-                                     ", too, which then never answers",
+                                 provider->Named() + " and " + Quoted(command.service->provider->name) + " share " +
+                                     entry.Named() + ", and the one read last, " + Quoted(provider->name) +
+                                     ", alone answers it",
                                  "give the action another name, or let one of both services have it",
                                  {{command.service->At("ActionItem"), "the other one"}});
                 command.service = &entry;
             }
         for (const Command* command : order)
             if (!command->answered && m_model.complete)
-                m_report.Add(Rule::EntryWithoutProcedure,
-                             command->first->provider->file->At(command->first->action->element->At()),
-                             "the action of " + command->first->Named() + " has no procedure", "name one as Action");
+                m_report.Add(
+                    Rule::EntryWithoutProcedure,
+                    command->first->provider->file->At(command->first->action->element->At()),
+                    "the ActionItem of " + command->first->Named() + " has no Action, so choosing it does nothing",
+                    "write Action=\"On" + std::string(command->first->action->name) + "\", the procedure to call");
     }
 
     // Actions that are in context menus alone have tools that the plan doesn't know, unless one is called the same.
@@ -335,31 +552,6 @@ private:
         const std::string name = "Context." + entry.provider->name + "." + std::string(entry.key);
         tool = m_plan.FindTool(name);
         return tool ? m_commands[tool->number] : m_contextCommands[name];
-    }
-
-    void CheckEffects() {
-        for (Provider* provider : m_model.MenuProviders())
-            for (const Entry& entry : provider->entries) {
-                if (entry.IsOfContextMenu() && provider->kind != ProviderKind::ExplorerItem)
-                    m_report.Add(Rule::NoEffect, entry.At("Type"), provider->Named() + " has no context menu",
-                                 "move it to an explorer item, or use MenuItem");
-                for (const char* attribute : {"ShortCutKey", "Separator"})
-                    if (entry.IsButton() && !entry.element->Value(attribute).empty())
-                        m_report.Add(Rule::NoEffect, entry.At(attribute),
-                                     std::string("a button of a toolbar has no ") + attribute, "remove it");
-            }
-    }
-
-    void CheckWindowList() {
-        for (const Window& window : m_model.windows) {
-            if (!BooleanOf(*window.element, "IsMDIChild", true) || BooleanOf(*window.element, "IsModal", false))
-                continue;
-            if (!m_plan.TitleOf("Window") && m_model.complete)
-                m_report.Add(Rule::MissingWindowList, window.file->At(window.element->At()),
-                             "the window " + Quoted(window.name) + " is listed nowhere while it is open",
-                             "define a title of the action \"Window\" on the menu bar");
-            return;
-        }
     }
 
     [[nodiscard]] std::vector<std::string> TitleKeys() {
@@ -383,6 +575,7 @@ private:
     std::unordered_map<std::string, Command, TextHash, TextEqual> m_contextCommands;
     std::set<std::string> m_paths;                                            // folded, that have been reported
     std::unordered_map<std::string_view, int, TextHash, TextEqual> m_pathMap; // how many entries have a path
+    std::set<Long> m_ranks;                                                   // of all places in menus
     std::set<std::string> m_asked; // all that is written as a Path, folded, and the titles next to it
     bool m_askedRead = false;
 };

@@ -1,3 +1,4 @@
+#include "adapters/common/Nearest.h"
 #include "adapters/common/Paths.h"
 #include "analysis/Checks.h"
 #include "corvane/base/Text.h"
@@ -25,10 +26,13 @@ void CheckFramework(Model& model, const std::string& application, Report& report
     if (!framework) {
         if (model.complete)
             report.Add(Rule::MissingFramework, {JoinPath(application, "Services"), {}},
-                       "no active file has the ProgID \"Corvane.Framework\"",
-                       "add one, with the action \"Navigation\" and its procedure \"ViewNavigation\"");
+                       "no active file has the ProgID \"Corvane.Framework\", so only a host that brings one can "
+                       "start the application",
+                       "add one, with <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" "
+                       "PassActionItemParam=\"True\"/>");
     } else if (!framework->FindAction("Navigation")) {
-        report.Add(Rule::MissingNavigation, framework->At("ProgID"), "the root object has no action \"Navigation\"",
+        report.Add(Rule::MissingNavigation, framework->At("ProgID"),
+                   framework->Named() + " has no action \"Navigation\", so the application doesn't start (5)",
                    "add <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" PassActionItemParam=\"True\"/>");
     }
 }
@@ -39,14 +43,27 @@ void CheckStartServices(const Model& model, Report& report) {
         if (!BooleanOf(*service.element, "IsStartService", false))
             continue;
         if (IsFramework(service))
-            report.Add(Rule::StartServiceFramework, service.At("IsStartService"),
-                       "the root object can't be the start service", "remove IsStartService here");
+            report
+                .Add(Rule::StartServiceFramework, service.At("IsStartService"),
+                     "the start service is the root object, whose Start then calls itself without end",
+                     "remove IsStartService here, and write it in the file of another service")
+                .edits = {RemovalEdit(*service.file, *service.element->Find("IsStartService"))};
         if (start && !EqualText(start->name, service.name)) // else the name is the mistake
             report.Add(Rule::SeveralStartServices, service.At("IsStartService"),
-                       "Start is called on " + service.Named() + ", and not on " + start->Named(),
-                       "let one file say IsStartService", {{start->At("IsStartService"), "the other one"}});
+                       service.Named() + " and " + Quoted(start->name) +
+                           " both say IsStartService; Start is called on " + Quoted(service.name) + " alone",
+                       "remove IsStartService from one of both files",
+                       {{start->At("IsStartService"), "the other one"}});
         start = &service;
     }
+}
+
+// The name counts in exactly these letters.
+std::string HelpCure(const File& file) {
+    for (const Element& element : std::span(file.root, 1 + file.root->below))
+        if (element.name == "MenuItem" && EqualText(element.Value("ActionItem"), "About"))
+            return "write ActionItem=\"About\" for " + Quoted(element.Value("ActionItem"));
+    return "add <MenuItem Type=\"MenuItem\" ActionItem=\"About\" Path=\"Help\" PositionOrder=\"90\" Caption=\"...\"/>";
 }
 
 // The library writes into the entry before it asks whether the file counts.
@@ -62,10 +79,12 @@ void CheckHelp(const Model& model, Report& report) {
                         about = &entry;
         if (!about)
             report.Add(Rule::HelpWithoutAbout, file->At(file->root->At("ProgID")),
-                       "the help service has no MenuItem of the action \"About\"", "add one, in exactly these letters");
+                       "the help service has no MenuItem of the ActionItem \"About\", so its file is left out (91)",
+                       HelpCure(*file));
         else if (!about->Find("Caption"))
             report.Add(Rule::HelpWithoutAbout, file->At(about->At()),
-                       "the MenuItem of the action \"About\" has no Caption", "add one");
+                       "the MenuItem \"About\" has no Caption for the product's name, so the file is left out (91)",
+                       "write Caption=\"...\", with the name of the application");
     }
 }
 
@@ -91,17 +110,43 @@ private:
         if (parent.empty()) {
             if (EqualText(item.element->Value("Type"), "Default"))
                 m_report.Add(Rule::UnreachableItem, item.At("Type"),
-                             "nothing shows " + item.Named() + ", which is of Type Default and has no Parent",
-                             "name the item above it as Parent, or make it a Folder");
+                             item.Named() + " is shown nowhere, as it is of Type Default and has no Parent",
+                             "write Parent=\"...\" with the Name of the item above it, or Type=\"Folder\"");
             return;
         }
         if (!m_items.contains(parent)) {
             if (m_model.complete)
-                m_report.Add(Rule::UnknownParent, item.At("Parent"), "there is no explorer item " + Quoted(parent),
-                             WriteInstead(m_names, parent, "define it in an active file, or remove Parent"));
+                ReportParent(item, parent);
             return;
         }
         CheckCycle(item);
+    }
+
+    void ReportParent(const Provider& item, const std::string& parent) {
+        std::vector<Note> notes;
+        std::string cure = WriteInstead(m_names, parent, "add an ExplorerItem of this Name, or remove Parent");
+        const auto nearest = Nearest(m_names, parent);
+        if (const auto inactive = InactiveItem(m_model, parent)) {
+            notes.push_back(
+                {inactive->file->At(inactive->element->At("Name")), "the item, in a file that isn't active"});
+            cure = "write Active=\"True\" in " + Quoted(inactive->file->name) + ", which has the item";
+        } else if (const Provider* shown = ItemOfText(parent); shown && !nearest) {
+            cure = "write " + Quoted(shown->name) + ", which is its Name";
+        }
+        Finding& finding = m_report.Add(Rule::UnknownParent, item.At("Parent"),
+                                        "there is no explorer item " + Quoted(parent) + " to be the Parent of " +
+                                            Quoted(item.name) + ", so the application doesn't start (5)",
+                                        cure, std::move(notes));
+        if (nearest && finding.notes.empty())
+            finding.edits = {ValueEdit(*item.file, *item.element->Find("Parent"), *nearest)};
+    }
+
+    // By what users read, or by its class.
+    [[nodiscard]] const Provider* ItemOfText(std::string_view text) const {
+        for (const Provider& item : m_model.items)
+            if (EqualText(item.element->Value("DisplayName"), text) || EqualText(item.progID, text))
+                return &item;
+        return nullptr;
     }
 
     // Reported at the first item of the ring alone.
@@ -116,8 +161,9 @@ private:
             return;
         m_inRings.insert(ring.begin(), ring.end());
         m_report.Add(Rule::ParentCycle, item.At("Parent"),
-                     item.Named() + (ring.size() == 1 ? " is its own Parent" : " is below itself"),
-                     "remove the Parent of the one that is meant to be on top");
+                     item.Named() + (ring.size() == 1 ? " is its own Parent" : " is below itself") +
+                         ", so no tab shows it" + (ring.size() == 1 ? "" : " nor the others of the ring"),
+                     "remove Parent at the one that is to be a tab, which makes it the top");
     }
 
     void CheckDefaultAction(Provider& item) {
@@ -127,9 +173,17 @@ private:
         std::vector<std::string> names;
         for (const Action& action : item.actions)
             names.emplace_back(action.name);
-        m_report.Add(Rule::UnknownDefaultAction, item.At("DefaultAction"),
-                     item.Named() + " has no action " + Quoted(actionName),
-                     WriteInstead(names, actionName, "define it there as an ActionItem"));
+        std::string cure =
+            WriteInstead(names, actionName, "add <ActionItem Name=" + Quoted(actionName) + "/> to the item");
+        const auto nearest = Nearest(names, actionName);
+        for (const Action& action : item.actions)
+            if (!nearest && EqualText(action.procedure, actionName))
+                cure = "write " + Quoted(action.name) + ", the Name of the action that calls it";
+        Finding& finding = m_report.Add(
+            Rule::UnknownDefaultAction, item.At("DefaultAction"),
+            item.Named() + " has no action " + Quoted(actionName) + ", so a double click on it fails (5)", cure);
+        if (nearest)
+            finding.edits = {ValueEdit(*item.file, *item.element->Find("DefaultAction"), *nearest)};
     }
 
     Model& m_model;
@@ -142,9 +196,12 @@ private:
 void CheckWindows(const Model& model, Report& report) {
     for (const Window& window : model.windows)
         if (BooleanOf(*window.element, "IsModal", false) && BooleanOf(*window.element, "IsMDIChild", true))
-            report.Add(Rule::ModalMdiChild, window.file->At(window.element->At("IsModal")),
-                       "the window " + Quoted(window.name) + " is modal and an MDI child, so opening it fails",
-                       "write IsMDIChild=\"False\"");
+            report
+                .Add(Rule::ModalMdiChild, window.file->At(window.element->At("IsModal")),
+                     "the window " + Quoted(window.name) + " is modal and an MDI child" +
+                         (window.element->Find("IsMDIChild") ? "" : " (the default)") + ", so opening it fails",
+                     "write IsMDIChild=\"False\"")
+                .edits = {SetEdit(*window.file, *window.element, "IsMDIChild", "False")};
 }
 
 } // namespace

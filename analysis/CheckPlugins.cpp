@@ -9,6 +9,7 @@
 #include "corvane/menus/ActionItem.h"
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/PanelForm.h"
+#include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/CVProgressBar.h"
 #include "corvane/windows/IWindowFormFactory.h"
@@ -16,6 +17,8 @@
 
 #include <algorithm>
 #include <map>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace corvane::check {
 
@@ -43,12 +46,23 @@ public:
             for (const auto& classInfo : library.classes)
                 names.push_back(classInfo.progID.substr(point + 1));
             const auto nearest = Nearest(names, std::string_view(provider.progID).substr(point + 1));
-            m_report.Add(Rule::UnknownClass, place, "the plug-in has no class " + Quoted(provider.progID),
+            m_report.Add(Rule::UnknownClass, place,
+                         "the plug-in has no class " + Quoted(provider.progID) + ", so " + provider.Named() +
+                             " can't be made (429)",
                          nearest ? "write " + Quoted(provider.progID.substr(0, point + 1) + *nearest)
-                                 : "add it to CORVANE_PLUGIN");
+                                 : "add Class<...>(" + Quoted(provider.progID) + ") to CORVANE_PLUGIN");
+            if (nearest)
+                m_report.Last().edits = {ValueEdit(*provider.file,
+                                                   *provider.element->Find(page ? "PageProgID" : "ProgID"),
+                                                   provider.progID.substr(0, point + 1) + *nearest)};
             return;
         }
         CheckMembers(provider, *it);
+        if (provider.kind == ProviderKind::Service && LacksServiceAccess(provider.progID))
+            m_report.Add(Rule::NoServiceAccess, place,
+                         "the class " + it->progID +
+                             " has no IServiceAccess, so the start fails (13) and the services behind it never begin",
+                         "write IServiceAccess among the bases of the class, and its member Service");
     }
 
     void CheckFramework(const Provider& service) {
@@ -69,12 +83,33 @@ public:
             if (std::none_of(texts.begin(), texts.end(),
                              [&](const std::string& text) { return text.find(piece) != std::string::npos; }))
                 m_report.Add(Rule::UnreachableWindow, window.file->At(window.element->At("Name")),
-                             "no plug-in names the window " + Quoted(window.name),
-                             "open it by OpenWindow, or remove it");
+                             "no plug-in names the window " + Quoted(window.name) + ", so nothing opens it",
+                             "call OpenWindow(" + Quoted(window.name) + ", ...) somewhere, or remove it");
         }
     }
 
 private:
+    // An object has to be made to know. That is done in a process of its own, for it is the plug-in's code that runs:
+    // whatever else becomes of it says nothing.
+    [[nodiscard]] bool LacksServiceAccess(const std::string& progId) {
+        constexpr int lacking = 77;
+        constexpr unsigned seconds = 5;
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::alarm(seconds);
+            int result = 0;
+            try {
+                result = m_factory.Create(progId).TryAs<IServiceAccess>() ? 0 : lacking;
+            } catch (...) {
+                result = 0;
+            }
+            ::_exit(result);
+        }
+        int status = 0;
+        return child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status) &&
+               WEXITSTATUS(status) == lacking;
+    }
+
     struct Library {
         bool usable = false;
         std::vector<PluginFactory::ClassInfo> classes;
@@ -97,7 +132,9 @@ private:
         } catch (const Failure& failure) {
             const std::string& text = failure.Description;
             const std::size_t why = text.find(": ");
-            m_report.Add(Rule::UnusablePlugin, place, why == std::string::npos ? text : text.substr(why + 2),
+            m_report.Add(Rule::UnusablePlugin, place,
+                         "the plug-in " + Quoted(name) +
+                             " can't be loaded: " + (why == std::string::npos ? text : text.substr(why + 2)),
                          "build the plug-in again");
         }
         return it->second;
@@ -108,29 +145,49 @@ private:
         for (const Action& action : provider.actions)
             if (!action.procedure.empty())
                 CheckMember(classInfo, action.procedure, action.PassesItself() ? 1 : 0, file,
-                            action.element->At("Action"));
+                            action.element->At("Action"), action.element);
         if (provider.kind == ProviderKind::Service && BooleanOf(*provider.element, "IsStartService", false))
             CheckMember(classInfo, "Start", 0, file, provider.element->At("IsStartService"));
     }
 
     void CheckMember(const PluginFactory::ClassInfo& classInfo, std::string_view memberName, std::size_t arguments,
-                     const File& file, Spot spot) {
+                     const File& file, Spot spot, const Element* action = nullptr) {
         const auto it = std::find_if(classInfo.members.begin(), classInfo.members.end(),
                                      [&](const MemberInfo& o) { return EqualText(o.Name, memberName); });
         if (it == classInfo.members.end()) {
             std::vector<std::string> names;
             for (const MemberInfo& member : classInfo.members)
                 names.emplace_back(member.Name);
-            m_report.Add(Rule::UnknownMember, file.At(spot),
-                         "the class " + classInfo.progID + " has no member " + Quoted(memberName),
-                         WriteInstead(names, memberName, "add it to its Members"));
+            const auto nearest = memberName == "Start" ? std::nullopt : Nearest(names, memberName);
+            m_report.Add(
+                Rule::UnknownMember, file.At(spot),
+                "the class " + classInfo.progID + " has no member " + Quoted(memberName) +
+                    (memberName == "Start" ? ", so the start fails (438)" : ", so choosing the command fails (438)"),
+                nearest ? "write " + Quoted(*nearest) : "add Method(" + Quoted(memberName) + ", ...) to its Members");
+            if (nearest)
+                m_report.Last().edits = {MemberEdit(file, spot, *nearest)};
         } else if (it->What == MemberInfo::Kind::Method && it->ParameterCount != arguments) {
             m_report.Add(Rule::WrongArguments, file.At(spot),
-                         classInfo.progID + "." + std::string(it->Name) + " takes " +
-                             std::to_string(it->ParameterCount) + " arguments and is given " +
-                             std::to_string(arguments),
-                         arguments == 0 ? "write PassActionItemParam=\"True\"" : "write PassActionItemParam=\"False\"");
+                         classInfo.progID + "." + std::string(it->Name) + " takes " + Arguments(it->ParameterCount) +
+                             " and is given " + (arguments == 0 ? "none" : "one") + ", so " +
+                             (memberName == "Start" ? "the start fails" : "choosing the command fails") + " (450)",
+                         it->ParameterCount > 1 || memberName == "Start"
+                             ? "let the procedure take " + Arguments(arguments)
+                         : arguments == 0 ? "write PassActionItemParam=\"True\""
+                                          : "write PassActionItemParam=\"False\"");
+            if (action && it->ParameterCount <= 1)
+                m_report.Last().edits = {
+                    SetEdit(file, *action, "PassActionItemParam", arguments == 0 ? "True" : "False")};
         }
+    }
+
+    static std::string Arguments(std::size_t count) {
+        return count == 0 ? "no argument" : count == 1 ? "one argument" : std::to_string(count) + " arguments";
+    }
+
+    static Edit MemberEdit(const File& file, Spot spot, const std::string& name) {
+        const auto begin = static_cast<std::size_t>(spot - file.bytes.data());
+        return {file.path, begin, file.bytes.find(file.bytes[begin - 1], begin), AsValue(name)};
     }
 
     PluginFactory m_factory;

@@ -166,6 +166,33 @@ Position BeginOfValue(const File& file, Position at) {
     return mark == std::string_view::npos ? at : file.lines.PositionOf(text, text.data() + mark + 1);
 }
 
+// A file in another encoding, in Windows-1252.
+std::vector<Edit> EditsOf(const File& file) {
+    const std::string_view bytes = file.bytes;
+    if (bytes.starts_with("\xEF\xBB\xBF"))
+        return {{file.path, 0, 3, {}}};
+    const bool isLittle = bytes.starts_with("\xFF\xFE");
+    if (!isLittle && !bytes.starts_with("\xFE\xFF"))
+        return {};
+    std::string text;
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        const auto low = static_cast<unsigned char>(bytes[isLittle ? i : i + 1]);
+        const auto high = static_cast<unsigned char>(bytes[isLittle ? i + 1 : i]);
+        const unsigned character = (static_cast<unsigned>(high) << 8) | low;
+        if (character >= 0xD800 && character < 0xE000)
+            return {}; // two of them are one character: not one of a name
+        if (character < 0x80)
+            text += static_cast<char>(character);
+        else
+            text += "&#" + std::to_string(character) + ";";
+    }
+    // The declaration may say otherwise, which counts for other programs.
+    for (const std::string_view encoding : {"UTF-16LE", "UTF-16BE", "UTF-16", "utf-16"})
+        if (const std::size_t i = text.find(encoding); i != std::string::npos && i < text.find('>'))
+            text.replace(i, encoding.size(), "windows-1252");
+    return {{file.path, 0, bytes.size(), text}};
+}
+
 } // namespace
 
 std::string WithoutLine(const std::string& reason) {
@@ -179,7 +206,9 @@ void ReportMalformed(const File& file, const XmlError& error, Report& report) {
     Position at{error.lLine, ErrorColumn(file.bytes, error.lLine)};
     if (code == XML_ERR_LT_IN_ATTRIBUTE)
         at = BeginOfValue(file, at);
-    report.Add(Rule::NotWellFormed, {file.path, at}, words.text, words.cure);
+    Finding& finding =
+        report.Add(Rule::NotWellFormed, {file.path, at}, words.text + ", so the whole file is left out", words.cure);
+    finding.edits = EditsOf(file);
 }
 
 } // namespace corvane::check

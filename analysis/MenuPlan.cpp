@@ -183,7 +183,7 @@ Slot* MenuPlan::SlotOf(Bar& bar, const Tool* tool) {
 
 // The tool of that name, which is a new one if there is none. The name stays as long as the model does.
 const Tool* MenuPlan::AddTool(std::string_view name) {
-    const Tool* newTool = &m_allTools.emplace_back(Tool{name, m_allTools.size()});
+    const Tool* newTool = &m_allTools.emplace_back(Tool{name, m_allTools.size(), nullptr});
     const Tool* const* tool = m_tools.AddOrFind(name, newTool, NameOf);
     if (!tool)
         return newTool;
@@ -213,8 +213,12 @@ Bar* MenuPlan::ParentBar(std::string_view path, const Placing& placing) {
 void MenuPlan::NameTool(Placing& placing) {
     const Entry& entry = *placing.entry;
     const Tool*& tool = m_byAction[entry.action->number];
-    if (!ToolOf(*entry.action))
+    if (!ToolOf(*entry.action)) {
+        const std::size_t before = m_allTools.size();
         tool = AddTool(entry.key);
+        if (m_allTools.size() > before)
+            m_allTools.back().maker = &entry;
+    }
     placing.tool = tool;
     placing.reserved = EqualText(tool->name, "Separator") || EqualText(tool->name, "WindowList");
 }

@@ -15,6 +15,8 @@ namespace corvane::check {
 struct Tool {
     std::string_view name;
     std::size_t number; // among all tools of the plan, from 0
+    // Whose shortcut it has; nothing for the host's and the library's own.
+    const Entry* maker = nullptr;
 };
 
 // The entries that share a place. Mostly it is one, which then needs no memory of its own.

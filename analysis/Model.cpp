@@ -1,6 +1,8 @@
 #include "analysis/Model.h"
 
+#include "adapters/common/Encoding.h"
 #include "adapters/common/Nearest.h"
+#include "analysis/Edits.h"
 #include "corvane/base/TextIndex.h"
 
 #include <algorithm>
@@ -25,6 +27,25 @@ std::size_t CountOf(const Element& parent, std::string_view group, std::string_v
     std::size_t n = 0;
     ForEach(parent, group, name, [&](const Element&) { ++n; });
     return n;
+}
+
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t begin = text.find_first_not_of(blanks);
+    return begin == std::string_view::npos ? std::string_view()
+                                           : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+constexpr std::size_t longestFinding = 240;
+constexpr std::size_t longestCure = 150;
+constexpr std::size_t longestValue = 48;
+
+bool IsInside(char c) { // of a character in UTF-8, behind its first byte
+    return (static_cast<unsigned char>(c) & 0xC0u) == 0x80;
+}
+
+std::size_t LengthOf(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return !IsInside(c); }));
 }
 
 bool IsVowel(char c) {
@@ -107,7 +128,7 @@ private:
             &provider.actions.emplace_back(Action{&element, &provider, name, element.Value("Action"), m_model.actions});
         if (Action** first = m_actions.AddOrFind(name, action, NameOf)) {
             ReportDuplicate("action", name, {provider.file, &element}, {provider.file, (*first)->element}, "Name",
-                            "give one of them another name");
+                            "give one of both another name");
             provider.actions.pop_back();
         } else {
             ++m_model.actions;
@@ -118,7 +139,7 @@ private:
         const Attribute* name = element.Find("ActionItem");
         Action** action = name ? m_actions.Find(name->Value(), NameOf) : nullptr;
         if (name && !action)
-            ReportUnknownAction(provider, *name);
+            ReportUnknownAction(provider, element, *name);
         const std::optional<std::string_view> type = GoodValue(element, "Type");
         const std::optional<std::string_view> order = GoodValue(element, "PositionOrder");
         if (!action || !type || !order)
@@ -148,18 +169,48 @@ private:
         return Stored(m_model.memory, {mark, entry.path, entry.path.empty() ? "" : ".", name});
     }
 
-    void ReportUnknownAction(const Provider& provider, const Attribute& name) {
+    void ReportUnknownAction(const Provider& provider, const Element& element, const Attribute& name) {
         std::vector<std::string> names;
         for (const Action& action : provider.actions)
             names.emplace_back(action.name);
-        m_report.Add(Rule::UnknownAction, provider.file->At(name.AtValue()),
-                     provider.Named() + " has no action " + Quoted(name.Value()),
-                     WriteInstead(names, name.Value(), "define it there as an ActionItem"));
+        const std::string_view written = name.Value();
+        const auto nearest = Nearest(names, written);
+        std::vector<Note> notes;
+        std::string cure = nearest ? "write " + Quoted(*nearest)
+                                   : "add <ActionItem Name=" + Quoted(written) + " Action=\"...\"/> there";
+        std::vector<Edit> edits;
+        if (nearest)
+            edits = {ValueEdit(*provider.file, name, *nearest)};
+        for (const Action& action : provider.actions) {
+            const Attribute* name = action.element->Find("Name");
+            if (EqualText(Trimmed(action.name), Trimmed(written)) && Trimmed(action.name) != action.name && name) {
+                notes = {{provider.file->At(name->AtValue()), "the Name with the blank"}};
+                cure = "remove the blank from Name=" + Quoted(action.name) + ", so that it is " +
+                       Quoted(Trimmed(action.name));
+                edits = {ValueEdit(*provider.file, *name, Trimmed(action.name))};
+                break;
+            }
+            if (!nearest && !written.empty() && EqualText(action.procedure, written)) {
+                cure = "write " + Quoted(action.name) + ", the Name of the action that calls it";
+                edits = {ValueEdit(*provider.file, name, action.name)};
+            }
+        }
+        if (provider.kind != ProviderKind::Service && !nearest)
+            if (const Action* action = m_model.services.back().FindAction(written)) {
+                notes = {{provider.file->At(action->element->At("Name")), "an action of the service"}};
+                cure = "add <ActionItem Name=" + Quoted(written) +
+                       " Action=\"...\"/> there; those of the service don't count";
+            }
+        Finding& finding = m_report.Add(Rule::UnknownAction, provider.file->At(name.AtValue()),
+                                        provider.Named() + " has no action " + Quoted(written) + " for this " +
+                                            std::string(element.name) + ", so the whole file is left out (5)",
+                                        cure, std::move(notes));
+        finding.edits = std::move(edits);
     }
 
     // False for a name that is there already. The name stays as long as the model does.
     bool Register(Names& names, std::string_view kind, std::string_view name, const File& file, const Element& element,
-                  std::string_view attribute = "Name", std::string_view cure = "give one of them another name") {
+                  std::string_view attribute = "Name", std::string_view cure = "give one of both another name") {
         const Named thisNamed{&file, &element};
         const auto [it, isNew] = names.try_emplace(name, thisNamed);
         if (!isNew)
@@ -174,7 +225,10 @@ private:
         if (!name.empty())
             m_report.Add(Rule::DuplicateName, PlaceOf(second),
                          (IsVowel(kind.front()) ? "there is an " : "there is a ") + std::string(kind) + " " +
-                             Quoted(name) + " already",
+                             Quoted(name) + " already, so " +
+                             (kind == "explorer item" && second.file != first.file
+                                  ? "the application doesn't start (457)"
+                                  : "the whole file is left out (457)"),
                          std::string(cure), {{PlaceOf(first), "the first one"}});
     }
 
@@ -190,6 +244,13 @@ private:
 };
 
 } // namespace
+
+Finding& Report::Add(Rule rule, Place place, std::string text, std::string cure, std::vector<Note> notes) {
+    cure = CutInTheMiddle(cure, longestCure);
+    text = CutInTheMiddle(text, longestFinding - std::min(longestFinding, LengthOf(cure) + 2));
+    return m_findings.emplace_back(
+        Finding{rule, std::move(place), std::move(text), std::move(cure), std::move(notes), {}});
+}
 
 std::vector<Finding> Report::TakeSorted() {
     std::vector<Finding> findings = std::move(m_findings);
@@ -266,7 +327,19 @@ bool BooleanOf(const Element& element, std::string_view attribute, bool isDefaul
 }
 
 std::string Quoted(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
+    return "\"" + CutInTheMiddle(text, longestValue) + "\"";
+}
+
+std::string CutInTheMiddle(std::string_view text, std::size_t most) {
+    if (text.size() <= most || LengthOf(text) <= most)
+        return std::string(text);
+    const std::size_t atEnd = (most - 1) / 2;
+    const std::string_view first = FirstCharacters(text, most - 1 - atEnd);
+    std::size_t last = text.size();
+    for (std::size_t n = 0; n < atEnd; ++n)
+        while (last > 0 && IsInside(text[--last])) {
+        }
+    return std::string(first) + "\u2026" + std::string(text.substr(last));
 }
 
 std::string WriteInstead(std::span<const std::string> names, std::string_view written, const std::string& otherwise) {

@@ -17,9 +17,10 @@ namespace corvane::check {
 // The findings of a check, in order of their discovery.
 class Report {
 public:
-    void Add(Rule rule, Place place, std::string text, std::string cure, std::vector<Note> notes = {}) {
-        m_findings.push_back({rule, std::move(place), std::move(text), std::move(cure), std::move(notes)});
-    }
+    // Text and cure together are kept within 240 characters: what is longer is cut in the middle.
+    Finding& Add(Rule rule, Place place, std::string text, std::string cure, std::vector<Note> notes = {});
+    // The one that has been added last.
+    [[nodiscard]] Finding& Last() { return m_findings.back(); }
     [[nodiscard]] const std::vector<Finding>& Findings() const { return m_findings; }
     // In order of files and places, each only once; the report is empty then.
     [[nodiscard]] std::vector<Finding> TakeSorted();
@@ -34,6 +35,7 @@ struct File {
     std::string bytes;
     const Element* root = nullptr; // nothing while the file can't be read as a definition
     bool active = false;           // the library would read its records
+    bool isCopy = false;           // of another file, for which reason it has been left out
 
     [[nodiscard]] Place At(Spot spot) const { return {path, lines.PositionOf(bytes, spot)}; }
 
@@ -131,6 +133,9 @@ void BuildModel(Model& model, Report& report);
 // What to do about a name that isn't there: the nearest of the names, or otherwise.
 [[nodiscard]] std::string WriteInstead(std::span<const std::string> names, std::string_view written,
                                        const std::string& otherwise);
+// In quotation marks; what is too long to be read is cut in the middle.
 [[nodiscard]] std::string Quoted(std::string_view text);
+// The text, or its beginning and end with "…" between, in no more than that many characters.
+[[nodiscard]] std::string CutInTheMiddle(std::string_view text, std::size_t most);
 
 } // namespace corvane::check

@@ -19,8 +19,12 @@ std::string PlaceText(const Place& place) {
     return text + ": ";
 }
 
+const char* SeverityText(Severity severity) {
+    return severity == Severity::Error ? "error" : severity == Severity::Warning ? "warning" : "note";
+}
+
 const char* SeverityText(const Finding& finding) {
-    return TextOf(finding.rule).severity == Severity::Error ? "error" : "warning";
+    return SeverityText(TextOf(finding.rule).severity);
 }
 
 // On one line, whatever values hold.
@@ -76,9 +80,9 @@ std::string AsText(std::span<const Finding> findings, bool colours) {
     };
     std::string text;
     for (const Finding& finding : findings) {
-        const bool error = TextOf(finding.rule).severity == Severity::Error;
-        text += Coloured("1", PlaceText(finding.place)) +
-                Coloured(error ? "1;31" : "1;35", std::string(SeverityText(finding)) + ": ") +
+        const Severity severity = TextOf(finding.rule).severity;
+        const char* colour = severity == Severity::Error ? "1;31" : severity == Severity::Warning ? "1;35" : "36";
+        text += Coloured("1", PlaceText(finding.place)) + Coloured(colour, std::string(SeverityText(finding)) + ": ") +
                 OnOneLine(finding.text + ": " + finding.cure) + " " +
                 Coloured("2", "[" + std::string(TextOf(finding.rule).name) + "]") + "\n";
         for (const Note& note : finding.notes)
@@ -108,11 +112,10 @@ std::string AsJson(std::span<const Finding> findings) {
 std::string AsSarif(std::span<const Finding> findings, const std::string& version) {
     Json rules = Json::array();
     for (const RuleText& rule : AllRules())
-        rules.push_back(
-            {{"id", rule.name},
-             {"shortDescription", {{"text", rule.summary}}},
-             {"fullDescription", {{"text", rule.explanation}}},
-             {"defaultConfiguration", {{"level", rule.severity == Severity::Error ? "error" : "warning"}}}});
+        rules.push_back({{"id", rule.name},
+                         {"shortDescription", {{"text", rule.summary}}},
+                         {"fullDescription", {{"text", rule.explanation}}},
+                         {"defaultConfiguration", {{"level", SeverityText(rule.severity)}}}});
     Json results = Json::array();
     for (const Finding& finding : findings) {
         Json result{{"ruleId", TextOf(finding.rule).name},
@@ -135,18 +138,21 @@ std::string AsSarif(std::span<const Finding> findings, const std::string& versio
 }
 
 std::string CountText(std::span<const Finding> findings) {
-    const auto errors = std::count_if(findings.begin(), findings.end(),
-                                      [](const Finding& o) { return TextOf(o.rule).severity == Severity::Error; });
+    const auto CountOf = [&](Severity severity) {
+        return std::count_if(findings.begin(), findings.end(),
+                             [&](const Finding& o) { return TextOf(o.rule).severity == severity; });
+    };
     const auto Counted = [](std::ptrdiff_t n, const std::string& what) {
         return std::to_string(n) + " " + what + (n == 1 ? "" : "s");
     };
-    return Counted(errors, "error") + ", " + Counted(static_cast<std::ptrdiff_t>(findings.size()) - errors, "warning");
+    const auto notes = CountOf(Severity::Note);
+    return Counted(CountOf(Severity::Error), "error") + ", " + Counted(CountOf(Severity::Warning), "warning") +
+           (notes == 0 ? "" : ", " + Counted(notes, "note"));
 }
 
 std::string Explained(const RuleText& rule) {
-    std::string text = "## " + std::string(rule.name) + "\n\n" + std::string(rule.summary) + " " +
-                       (rule.severity == Severity::Error ? "*Error.*" : "*Warning.*") + "\n\n" +
-                       std::string(rule.explanation) + "\n";
+    std::string text = "## " + std::string(rule.name) + "\n\n" + std::string(rule.summary) + " " + "*" +
+                       UpperFirst(SeverityText(rule.severity)) + ".*" + "\n\n" + std::string(rule.explanation) + "\n";
     if (rule.bad.empty())
         return text;
     const auto Listing = [](std::string_view xml) { return "```xml\n" + std::string(xml) + "\n```\n"; };
@@ -157,10 +163,18 @@ std::string RulesAsMarkdown() {
     std::string text =
         "# Rules of `corvane check`\n\n"
         "`corvane check APP` names every problem in the definition files of an application with its place, "
-        "the rule that found it, and what to do. Each rule has a name that stays. An error keeps a file, an "
-        "entry or the application from working; a warning is something that works otherwise than it was "
-        "meant. The examples are the content of a definition file, or whole files where they begin with "
-        "`<Service`. `corvane check --rules` prints this page, `corvane check --explain RULE` a part of it.\n";
+        "the rule that found it, what follows of it, and what to do. Each rule has a name that stays. The examples are "
+        "the content of a definition file, or whole files where they begin with `<Service`. `corvane check --rules` "
+        "prints this page, `corvane check --explain RULE` a part of it.\n\n"
+        "| severity | meaning | exit code |\n|---|---|---|\n"
+        "| error | the file is left out, the application doesn't start, or the thing fails whenever it is used | 1 |\n"
+        "| warning | the application goes on without a message, but not as it was meant | 1 |\n"
+        "| note | it works as it was meant, and could be written better | 0 |\n\n"
+        "`corvane check --fix APP` writes the cures that are certain, see [tool.md](tool.md#cures).\n\n"
+        "| rule | severity | |\n|---|---|---|\n";
+    for (const RuleText& rule : AllRules())
+        text += "| [" + std::string(rule.name) + "](#" + std::string(rule.name) + ") | " + SeverityText(rule.severity) +
+                " | " + std::string(rule.summary) + " |\n";
     for (const RuleText& rule : AllRules())
         text += "\n" + Explained(rule);
     return text;

@@ -44,11 +44,13 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "ber\"/></ActionItems>",
      R"(<ActionItems><ActionItem Name="Greet" Description="&#xDC;ber"/></ActionItems>)"},
     {Rule::BadWord, "bad-word", Severity::Error, "A word that isn't one of those that the attribute may have.",
-     "For Type and State the library leaves the file out; a Separator of another word draws no line. The case of the "
-     "letters doesn't matter.",
-     R"(<Windows><Window Name="Plot" Type="Windw" State="Normal" IsMDIChild="False"/></Windows>)",
-     R"(<Windows><Window Name="Plot" Type="window" State="Normal" IsMDIChild="False"/></Windows>)"},
-    {Rule::BadValue, "bad-value", Severity::Error, "A value that isn't true or false, isn't a number, or is too large.",
+     "The library leaves the file out. The case of the letters doesn't matter.",
+     R"(<Windows><Window Name="Plot" Type="Windw" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+     R"(<Windows><Window Name="Plot" Type="window" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)"},
+    {Rule::BadValue, "bad-value", Severity::Error,
+     "A value that is neither true nor false, or not a number, or too large a number.",
      "Booleans are True, False or a number; numbers have a decimal point. An empty attribute isn't a missing one. The "
      "library leaves the file out.",
      R"(<ActionItems><ActionItem Name="Greet" Visible="yes"/></ActionItems>)",
@@ -64,14 +66,23 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "The library takes the empty text for the name. Nothing can then refer to it, and a second one of its kind fails.",
      R"(<ActionItems><ActionItem Action="OnGreet"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>)"},
+    {Rule::StrayBlank, "stray-blank", Severity::Warning, "A name begins or ends with a blank, or holds two in a row.",
+     "Blanks count when names are compared, and can't be seen. A name with a blank too many isn't found by those who "
+     "write "
+     "it without.",
+     R"(<ActionItems><ActionItem Name="Greet " Action="OnGreet"/></ActionItems>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>)"},
     {Rule::NoEffect, "no-effect", Severity::Warning, "Something that has no effect at that place.",
-     "Context menus belong to explorer items: elsewhere their entries are read and never shown. The buttons of "
-     "toolbars "
-     "have neither separators nor shortcuts of their own.",
+     "The library reads it and does nothing with it. Context menus belong to explorer items, and a Path doesn't divide "
+     "them. Buttons have no separators and shortcuts of their own, menus no tips, titles neither shortcuts nor "
+     "procedures. "
+     "Of several places of one action the first one built gives it its shortcut; of several who share a place the "
+     "first one "
+     "draws its lines. Kinds of objects have no class of their own, and kinds below a parent no order.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="ContextMenuItem" ActionItem="Greet" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="ContextMenuItem" ActionItem="Greet" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/></Menus>)"},
     {Rule::DuplicateName, "duplicate-name", Severity::Error, "Two of a kind have the same name.",
      "Services, explorer items and windows have names of their own in the whole application, actions in their service, "
      "item or page, pages in their window. Names are case-insensitive. In an explorer item or a page, two entries of "
@@ -91,9 +102,9 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "of "
      "that name. The library leaves the file out.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Gret" Path="File" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Gret" Path="File" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="GREET" Path="File" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="GREET" Path="File" PositionOrder="10" Caption="Greet"/></Menus>)"},
     {Rule::UnknownParent, "unknown-parent", Severity::Error, "The Parent of an explorer item doesn't exist.",
      "The application doesn't start. A Parent is the Name of an explorer item in any active file.",
      R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" Image="folder.svg"/>
@@ -106,134 +117,223 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
 <ExplorerItem Name="B" Type="Folder" Parent="A" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="A" Type="Folder" Image="folder.svg"/>
 <ExplorerItem Name="B" Type="Folder" Parent="A" Image="folder.svg"/></ExplorerItems>)"},
-    {Rule::UnknownDefaultAction, "unknown-default-action", Severity::Warning,
-     "The DefaultAction isn't one of the item's actions.",
-     "A double click does nothing, unless a plug-in adds the action at run time.",
-     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" DefaultAction="Opn" Image="folder.svg">
+    {Rule::UnknownDefaultAction, "unknown-default-action", Severity::Error,
+     "The DefaultAction isn't one of the item's actions.", "A double click on the item fails with 5.",
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" DefaultAction="Opn" Image="folder.svg">
   <ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems></ExplorerItem></ExplorerItems>)",
-     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" DefaultAction="open" Image="folder.svg">
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" DefaultAction="open" Image="folder.svg">
   <ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems></ExplorerItem></ExplorerItems>)"},
+    {Rule::TwoChildKinds, "two-child-kinds", Severity::Error, "Two kinds of objects below one explorer item.",
+     "The object above hands out its children once, and each kind of Type Default or FolderChild takes all of them. "
+     "The "
+     "second one finds their keys in use: the explorer isn't filled. Give each kind a Folder of its own.",
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" Image="folder.svg"/>
+<ExplorerItem Name="Plot" Type="Default" Parent="Plots" Image="folder.svg"/>
+<ExplorerItem Name="Table" Type="Default" Parent="Plots" Image="folder.svg"/></ExplorerItems>)",
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" Image="folder.svg"/>
+<ExplorerItem Name="Plot" Type="Default" Parent="Plots" Image="folder.svg"/>
+<ExplorerItem Name="Tables" Type="Folder" Parent="Plots" ProgID="ExampleSvc.Plots" Image="folder.svg"/></ExplorerItems>)"},
+    {Rule::NoObject, "no-object", Severity::Error, "Actions of a folder that has no object.",
+     "A Folder without a ProgID is only a name in the tree. It has no procedures, so whatever is chosen on it fails.",
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" Image="folder.svg">
+<ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
+<Menus><MenuItem Type="ContextMenuItem" ActionItem="Open" PositionOrder="10" Caption="Open"/></Menus></ExplorerItem></ExplorerItems>)",
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" Image="folder.svg">
+<ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
+<Menus><MenuItem Type="ContextMenuItem" ActionItem="Open" PositionOrder="10" Caption="Open"/></Menus></ExplorerItem></ExplorerItems>)"},
     {Rule::ReservedName, "reserved-name", Severity::Error,
      "An entry has the key of something that the host has already.",
      "The host's bars have the names Main, StatusBar and Explorer, its tools Separator and WindowList. A title of such "
      "a "
      "key fails at the start, an entry takes the host's tool.",
      R"(<ActionItems><ActionItem Name="Explorer"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Explorer" PositionOrder="60"/>
-<MenuItem Type="MenuItem" ActionItem="Greet" Path="Explorer" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="MenuTitle" ActionItem="Explorer" PositionOrder="60" Caption="Explorer"/>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="Explorer" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Explorers"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Explorers" PositionOrder="60"/>
-<MenuItem Type="MenuItem" ActionItem="Greet" Path="Explorers" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuTitle" ActionItem="Explorers" PositionOrder="60" Caption="Explorers"/>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="Explorers" PositionOrder="10" Caption="Greet"/></Menus>)"},
+    {Rule::NameCollision, "name-collision", Severity::Warning,
+     "An entry of a context menu has the name of a menu or command that has nothing to do with it.",
+     "The entry looks for a tool by its key before it makes one. When a title of the menu bar has that key, it opens "
+     "the "
+     "title's menu; the action of the explorer item is never called.",
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" Image="folder.svg">
+<ActionItems><ActionItem Name="View" Action="OnView"/></ActionItems>
+<Menus><MenuItem Type="ContextMenuItem" ActionItem="View" PositionOrder="10" Caption="View"/></Menus></ExplorerItem></ExplorerItems>)",
+     R"(<ExplorerItems><ExplorerItem Name="Plots" Type="Folder" ProgID="ExampleSvc.Plots" Image="folder.svg">
+<ActionItems><ActionItem Name="ViewPlots" Action="OnView"/></ActionItems>
+<Menus><MenuItem Type="ContextMenuItem" ActionItem="ViewPlots" PositionOrder="10" Caption="View"/></Menus></ExplorerItem></ExplorerItems>)"},
+    {Rule::SimilarName, "similar-name", Severity::Warning, "Two toolbars whose names are nearly the same.",
+     "A toolbar comes into being with the first button that names it, so a slip in a Path makes one more, with a "
+     "single "
+     "button.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standrad" PositionOrder="20" Caption="Leave"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Plots" PositionOrder="20" Caption="Leave"/></Menus>)"},
+    {Rule::SharedClass, "shared-class", Severity::Warning, "Two services have one class.",
+     "Files of one ProgID share its one object. It is initialised once for each of them, and its ActionItems are those "
+     "of "
+     "the file that is read last: what the code does to an action of the other fails.",
+     R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"/>
+<Service Name="Other" ProgID="ExampleSvc.ExampleService" Active="True"/>)",
+     R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"/>
+<Service Name="Other" ProgID="ExampleSvc.OtherService" Active="True"/>)"},
     {Rule::PathWithoutTitle, "path-without-title", Severity::Warning, "A Path names a title that isn't defined.",
      "The entry is put below a hidden placeholder and never shown. Toolbars need a title View, for the menu which "
      "shows and hides them.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="Fil" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="Fil" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="file" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="file" PositionOrder="10" Caption="Greet"/></Menus>)"},
     {Rule::PathWithoutRoot, "path-without-root", Severity::Error, "There is nothing yet at the first part of a Path.",
      "A path of several parts whose title isn't defined needs at least a menu for its first part, which is built "
      "before it. Without it the application doesn't start.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools.Export" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools.Export" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Export"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Export" Path="File" PositionOrder="150"/>
-<MenuItem Type="MenuItem" ActionItem="Greet" Path="File.Export" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuTitle" ActionItem="Export" Path="File" PositionOrder="150" Caption="Export"/>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="File.Export" PositionOrder="10" Caption="Greet"/></Menus>)"},
     {Rule::TitleWithoutEntries, "title-without-entries", Severity::Warning, "A title has nothing below it.",
      "Its menu is empty, unless a plug-in adds entries at run time. The title Window gets the list of open windows and "
      "may do without.",
      R"(<ActionItems><ActionItem Name="Tools"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="60"/></Menus>)",
+<Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="60" Caption="Tools"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Window"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Window" PositionOrder="60"/></Menus>)"},
-    {Rule::VanishingEntry, "vanishing-entry", Severity::Error,
+<Menus><MenuItem Type="MenuTitle" ActionItem="Window" PositionOrder="60" Caption="Window"/></Menus>)"},
+    {Rule::RedeclaredTitle, "redeclared-title", Severity::Warning, "A page declares the title of a service again.",
+     "Both share the one menu. When the page leaves the front, its title is hidden or greyed out, and with it the menu "
+     "of "
+     "the service. Entries of a page need no title of their own: their Path is enough.",
+     R"(<Windows><Window Name="ExampleWindow" Type="Window" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True">
+<ActionItems><ActionItem Name="File"/></ActionItems>
+<Menus><MenuItem Type="MenuTitle" ActionItem="File" PositionOrder="50" Caption="File"/></Menus></Page></Window></Windows>)",
+     R"(<Windows><Window Name="ExampleWindow" Type="Window" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True">
+<ActionItems><ActionItem Name="Save" Action="OnSave"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Save" Path="File" PositionOrder="50" Caption="Save"/></Menus></Page></Window></Windows>)"},
+    {Rule::VanishingEntry, "vanishing-entry", Severity::Warning,
      "An entry doesn't appear, because another one has the same rank.",
      "Of two places with one rank the first one read owns the place. The second joins it when path and action are the "
      "same, and is lost otherwise. The order of a title is part of the rank of its entries, so titles of the same "
      "order cause this, too.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
-<MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="10.001"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="10.001" Caption="Leave"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
-<MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="10.01"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="10.01" Caption="Leave"/></Menus>)"},
     {Rule::SharedPosition, "shared-position", Severity::Warning, "Two titles or two buttons have the same position.",
      "The second title comes after all others, the second button before all others.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
-<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10"/>
-<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="10" Caption="Leave"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
-<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10"/>
-<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="20"/></Menus>)"},
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="20" Caption="Leave"/></Menus>)"},
+    {Rule::NoOrder, "no-order", Severity::Note, "The order of pages or tabs isn't given.",
+     "Without PositionOrder they are in the order in which the files are read.",
+     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/>
+<Page PageProgID="ExampleSvc.AxesPage" Caption="Axes" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True" PositionOrder="10"/>
+<Page PageProgID="ExampleSvc.AxesPage" Caption="Axes" IsOptional="False" IsResizable="True" PositionOrder="20"/></Window></Windows>)"},
     {Rule::DuplicateEntry, "duplicate-entry", Severity::Warning, "One command is in one menu or toolbar twice.",
      "Give all that are to share one entry the same path, action name and order.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
-<MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="20"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="20" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/>
-<MenuItem Type="MenuItem" ActionItem="Greet" Path="View" PositionOrder="20"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="View" PositionOrder="20" Caption="Greet"/></Menus>)"},
     {Rule::SharedCommand, "shared-command", Severity::Warning,
      "Two services share one entry, and one of them is never called.",
      "Services are current all the time, so of two the one read last gets the clicks. Sharing is for explorer items "
      "and pages. A service whose action has no procedure may reserve the place for them.",
      R"(<ActionItems><ActionItem Name="Exit" Action="OnExit"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Exit" Path="File" PositionOrder="900"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Exit" Path="File" PositionOrder="900" Caption="Exit"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Exit"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Exit" Path="File" PositionOrder="900"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Exit" Path="File" PositionOrder="900" Caption="Exit"/></Menus>)"},
     {Rule::EntryWithoutProcedure, "entry-without-procedure", Severity::Warning, "A command has no procedure.",
      "The attribute Action names the procedure. Without it a click does nothing. An action without a procedure may "
      "share "
      "its entry with one that has one.",
      R"(<ActionItems><ActionItem Name="Greet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/></Menus>)"},
+    {Rule::RootCommand, "root-command", Severity::Warning, "A command of the root object that does nothing, or fails.",
+     "WindowAction goes by the Name of its action: Cascade, TileHorizontally, TileVertically, ArrangeIcons and "
+     "CloseAll. "
+     "ViewToolbars goes by the name of a toolbar. EnableStatusBar inverts Checked, and the status bar is shown at "
+     "first.",
+     R"(<Service Name="Example" ProgID="Corvane.Framework" Active="True">
+<ActionItems><ActionItem Name="Navigation"/><ActionItem Name="Tile" Action="WindowAction" PassActionItemParam="True"/></ActionItems></Service>)",
+     R"(<Service Name="Example" ProgID="Corvane.Framework" Active="True">
+<ActionItems><ActionItem Name="Navigation"/><ActionItem Name="Cascade" Action="WindowAction" PassActionItemParam="True"/></ActionItems></Service>)"},
     {Rule::PositionOverflow, "position-overflow", Severity::Error, "A PositionOrder leads to a rank above 2147483647.",
      "The rank of an entry is the order of its title times 1000000 and its own times 100. Keep titles that have "
      "entries at "
      "2147 or below. With a larger one the application doesn't start.",
      R"(<ActionItems><ActionItem Name="Tools"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="2148"/>
-<MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="2148" Caption="Tools"/>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Tools"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="2147"/>
-<MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuTitle" ActionItem="Tools" PositionOrder="2147" Caption="Tools"/>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="Tools" PositionOrder="10" Caption="Greet"/></Menus>)"},
     {Rule::ToolbarOrder, "toolbar-order", Severity::Warning, "Buttons are in another order than their numbers.",
      "Toolbars are sorted by the text of the order, in which 10 comes before 9. Write orders with the same number of "
      "digits.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
-<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="9"/>
-<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="9" Caption="Greet"/>
+<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="10" Caption="Leave"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
-<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="90"/>
-<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="91"/></Menus>)"},
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="90" Caption="Greet"/>
+<MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="91" Caption="Leave"/></Menus>)"},
     {Rule::SubmenuOrder, "submenu-order", Severity::Warning, "A submenu comes before entries of a lower order.",
      "The entries of a submenu are placed by the order of its title alone. If that is below the order of the title "
      "above, the submenu is created first, whatever else is in the menu. Give it a higher order than the title above "
      "has, and so for the entries that are meant to come after it.",
      R"(<ActionItems><ActionItem Name="More"/><ActionItem Name="A" Action="OnA"/><ActionItem Name="B" Action="OnB"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10"/>
-<MenuItem Type="MenuTitle" ActionItem="More" Path="File" PositionOrder="20"/>
-<MenuItem Type="MenuItem" ActionItem="B" Path="File.More" PositionOrder="10"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10" Caption="A"/>
+<MenuItem Type="MenuTitle" ActionItem="More" Path="File" PositionOrder="20" Caption="More"/>
+<MenuItem Type="MenuItem" ActionItem="B" Path="File.More" PositionOrder="10" Caption="B"/></Menus>)",
      R"(<ActionItems><ActionItem Name="More"/><ActionItem Name="A" Action="OnA"/><ActionItem Name="B" Action="OnB"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10"/>
-<MenuItem Type="MenuTitle" ActionItem="More" Path="File" PositionOrder="120"/>
-<MenuItem Type="MenuItem" ActionItem="B" Path="File.More" PositionOrder="10"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="10" Caption="A"/>
+<MenuItem Type="MenuTitle" ActionItem="More" Path="File" PositionOrder="120" Caption="More"/>
+<MenuItem Type="MenuItem" ActionItem="B" Path="File.More" PositionOrder="10" Caption="B"/></Menus>)"},
     {Rule::ShortcutUnreadable, "shortcut-unreadable", Severity::Warning, "A ShortCutKey that can't be read.",
      "It has no effect. Write names joined by +: Control, Shift, Alt, Meta, then one key.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="Contrl+G"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="Contrl+G" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="control + g"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="control + g" Caption="Greet"/></Menus>)"},
+    {Rule::ForeignShortcut, "foreign-shortcut", Severity::Note, "A shortcut in words of another language.",
+     "The Qt host reads Strg as Control; other hosts needn't.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet" ShortCutKey="Strg+G"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet" ShortCutKey="Ctrl+G"/></Menus>)"},
+    {Rule::TakenKey, "taken-key", Severity::Warning, "A key that a desktop, a host or a field takes for itself.",
+     "The command is not chosen, or only sometimes: the desktop has keys such as Alt+F4 and those with Meta, a field "
+     "those "
+     "that write or move in it, the menu bar Alt with the marked letters of its titles.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet" ShortCutKey="Alt+F4"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet" ShortCutKey="Ctrl+F5"/></Menus>)"},
     {Rule::ShortcutClash, "shortcut-clash", Severity::Warning,
      "Two commands that may be current together have the same shortcut.",
      "The first that is visible and enabled is chosen. Two explorer items may use the same shortcut, as only one is "
      "current, and so may two pages.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="Ctrl+Q"/></Menus>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="Ctrl+Q" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="Ctrl+Shift+Q"/></Menus>)"},
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" ShortCutKey="Ctrl+Shift+Q" Caption="Greet"/></Menus>)"},
     {Rule::MnemonicClash, "mnemonic-clash", Severity::Warning, "Two entries of a menu open by the same letter.",
      "The # of a Caption marks the letter that opens the entry from the keyboard. With the same letter twice, the key "
      "only moves between the entries.",
@@ -241,11 +341,45 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="E#xpress Greeting"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Express #Greeting"/></Menus>)"},
+    {Rule::BadMnemonic, "bad-mnemonic", Severity::Warning,
+     "A mark in a Caption that marks nothing, or a sign that isn't shown.",
+     "One # comes before the letter that opens the entry. A second one, one at the end or before a blank marks "
+     "nothing. A "
+     "single & is such a mark, too, and isn't shown: && shows one.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet#"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet &amp;&amp; #Go"/></Menus>)"},
+    {Rule::MissingCaption, "missing-caption", Severity::Note, "An entry, or one of several pages, has no Caption.",
+     "A host shows the action's name instead, which is written for programs. A button with a picture may do without.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Greet"/></Menus>)"},
+    {Rule::TipRepeatsCaption, "tip-repeats-caption", Severity::Note,
+     "The Tip of a button says no more than its Caption.",
+     "The Caption is the tip of a button that has none. A Tip is there to say what the command does.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet" Tip="Greet"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet" Tip="Says hello"/></Menus>)"},
     {Rule::InactiveFile, "inactive-file", Severity::Warning,
      "A file has no effect, because Active or ProgID is missing.",
      "Active is false by default. A file that says Active=\"False\" isn't reported.",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="False"/>)"},
+    {Rule::UnreadFile, "unread-file", Severity::Warning, "A file that nothing reads.",
+     "Definitions are the files of Services that end in .xml, without its folders; pictures are looked for in Images, "
+     "plug-ins in plugins. What lies elsewhere, or has another ending, is passed over without a message. Copies that "
+     "editors keep beside a file are left alone.",
+     "", ""},
+    {Rule::UnreadableFile, "unreadable-file", Severity::Error, "A definition file that can't be opened.",
+     "The library shows a message and leaves it out.", "", ""},
+    {Rule::SameFileName, "same-file-name", Severity::Warning, "Two files whose names differ in case alone.",
+     "Names of files are found without regard to case where nothing fits exactly, so one of both is easily taken for "
+     "the "
+     "other. On some file systems they can't be together.",
+     "", ""},
     {Rule::MissingFramework, "missing-framework", Severity::Warning, "No active file has the ProgID Corvane.Framework.",
      "The Qt host then provides one. Without such a host, as in tests and in corvane "
      "inspect, "
@@ -280,31 +414,42 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "About, in exactly these letters. Without that entry or its Caption it leaves the file out.",
      R"(<Service Name="Example" ProgID="TavelinSvc.TavelinService" Active="True">
 <ActionItems><ActionItem Name="about" Action="OnAbout"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="about" Path="File" PositionOrder="10"/></Menus></Service>)",
+<Menus><MenuItem Type="MenuItem" ActionItem="about" Path="File" PositionOrder="10" Caption="about"/></Menus></Service>)",
      R"(<Service Name="Example" ProgID="TavelinSvc.TavelinService" Active="True">
 <ActionItems><ActionItem Name="About" Action="OnAbout"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="About" Path="File" PositionOrder="10" Caption="#About"/></Menus></Service>)"},
-    {Rule::MissingWindowList, "missing-window-list", Severity::Warning,
+    {Rule::MissingWindowList, "missing-window-list", Severity::Note,
      "There are windows, and no menu Window that lists them.",
      "The list of open windows is added to the menu of a title with the key Window. Without one, users can't reach a "
-     "hidden window by the menu.",
-     R"(<Windows><Window Name="Plot" Type="Window" State="Normal"/></Windows>)",
+     "hidden window by the menu. The Qt host adds one to an application without a file of the root object.",
+     R"(<Windows><Window Name="Plot" Type="Window" State="Normal">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)",
      R"(<ActionItems><ActionItem Name="Window"/></ActionItems>
-<Menus><MenuItem Type="MenuTitle" ActionItem="Window" PositionOrder="60"/></Menus>
-<Windows><Window Name="Plot" Type="Window" State="Normal"/></Windows>)"},
+<Menus><MenuItem Type="MenuTitle" ActionItem="Window" PositionOrder="60" Caption="Window"/></Menus>
+<Windows><Window Name="Plot" Type="Window" State="Normal">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)"},
     {Rule::UnreachableItem, "unreachable-item", Severity::Warning, "An explorer item of Type Default has no Parent.",
      "Only a Folder or a FolderChild may be a tab of its own. A Default shows the children of the item above it.",
      R"(<ExplorerItems><ExplorerItem Name="Plot" Type="Default" Image="folder.svg"/></ExplorerItems>)",
      R"(<ExplorerItems><ExplorerItem Name="Plot" Type="Folder" Image="folder.svg"/></ExplorerItems>)"},
-    {Rule::ModalMdiChild, "modal-mdi-child", Severity::Warning, "A window is modal and an MDI child.",
+    {Rule::ModalMdiChild, "modal-mdi-child", Severity::Error, "A window is modal and an MDI child.",
      "Opening it fails, unless the caller overrides one of them. IsMDIChild is true by default.",
-     R"(<Windows><Window Name="Plot" Type="Dialog" State="Normal" IsModal="True"/></Windows>)",
-     R"(<Windows><Window Name="Plot" Type="Dialog" State="Normal" IsModal="True" IsMDIChild="False"/></Windows>)"},
+     R"(<Windows><Window Name="Plot" Type="Dialog" State="Normal" IsModal="True">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+     R"(<Windows><Window Name="Plot" Type="Dialog" State="Normal" IsModal="True" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)"},
+    {Rule::WindowWithoutPages, "window-without-pages", Severity::Warning, "A window has no Page.",
+     "It opens empty; a wizard has no step.",
+     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False"/></Windows>)",
+     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)"},
     {Rule::UnreachableWindow, "unreachable-window", Severity::Warning, "No plug-in of the application names a window.",
      "Windows are opened by their names. With --plugins the files of the application's plug-ins are searched for them. "
      "A name that is composed at run time isn't found; ignore such a finding.",
-     R"(<Windows><Window Name="NobodyOpensThis" Type="Dialog" State="Normal" IsMDIChild="False"/></Windows>)",
-     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False"/></Windows>)"},
+     R"(<Windows><Window Name="NobodyOpensThis" Type="Dialog" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)"},
     {Rule::MissingImage, "missing-image", Severity::Warning, "A picture is missing from the folder Images.",
      "The button or item then has no picture. GenericExplorerItem.ico is the picture of explorer items that name none.",
      R"(<ActionItems><ActionItem Name="Greet" Image="greet.svg"/></ActionItems>)",
@@ -342,6 +487,28 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "otherwise none.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet" PassActionItemParam="True"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>)"},
+    {Rule::NoServiceAccess, "no-service-access", Severity::Error, "The class of a service isn't one.",
+     "Found with --plugins. The class has to implement IServiceAccess; without it the start fails with 13, and the "
+     "services "
+     "behind it are never initialised.",
+     R"(<Service Name="Example" ProgID="ExampleSvc.Plots" Active="True"/>)",
+     R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"/>)"},
+    {Rule::StartNeverCalled, "start-never-called", Severity::Warning,
+     "A service has a procedure Start that is never called.",
+     "Found with --plugins. Start is called on the one service whose file says IsStartService.",
+     R"(<Service Name="Example" ProgID="ExampleSvc.StartService" Active="True"/>)",
+     R"(<Service Name="Example" ProgID="ExampleSvc.StartService" Active="True" IsStartService="True"/>)"},
+    {Rule::ChildrenNeverAdded, "children-never-added", Severity::Warning,
+     "A kind of explorer item of which no object is ever added.",
+     "Found with --plugins. The objects of a kind of Type Default or FolderChild come from the class above, which "
+     "fills "
+     "colChildren in its InitializeEvent, or from AddToExplorer. The code of the plug-in does neither.",
+     "", ""},
+    {Rule::UnknownNameInCode, "unknown-name-in-code", Severity::Warning,
+     "The code of a plug-in names a service, window or explorer item with a slip.",
+     "Found with --plugins. A text in the plug-in is one letter away from a name of the definitions that the plug-in "
+     "doesn't have otherwise.",
+     "", ""},
 });
 
 } // namespace corvane::check

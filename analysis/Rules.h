@@ -19,6 +19,7 @@ enum class Rule {
     BadValue,
     MissingAttribute,
     MissingName,
+    StrayBlank,
     NoEffect,
     DuplicateName,
     DuplicateTitle,
@@ -26,22 +27,38 @@ enum class Rule {
     UnknownParent,
     ParentCycle,
     UnknownDefaultAction,
+    TwoChildKinds,
+    NoObject,
     ReservedName,
+    NameCollision,
+    SimilarName,
+    SharedClass,
     PathWithoutTitle,
     PathWithoutRoot,
     TitleWithoutEntries,
+    RedeclaredTitle,
     VanishingEntry,
     SharedPosition,
+    NoOrder,
     DuplicateEntry,
     SharedCommand,
     EntryWithoutProcedure,
+    RootCommand,
     PositionOverflow,
     ToolbarOrder,
     SubmenuOrder,
     ShortcutUnreadable,
+    ForeignShortcut,
+    TakenKey,
     ShortcutClash,
     MnemonicClash,
+    BadMnemonic,
+    MissingCaption,
+    TipRepeatsCaption,
     InactiveFile,
+    UnreadFile,
+    UnreadableFile,
+    SameFileName,
     MissingFramework,
     MissingNavigation,
     StartServiceFramework,
@@ -50,6 +67,7 @@ enum class Rule {
     MissingWindowList,
     UnreachableItem,
     ModalMdiChild,
+    WindowWithoutPages,
     UnreachableWindow,
     MissingImage,
     UnreadableImage,
@@ -59,11 +77,17 @@ enum class Rule {
     UnknownClass,
     UnknownMember,
     WrongArguments,
+    NoServiceAccess,
+    StartNeverCalled,
+    ChildrenNeverAdded,
+    UnknownNameInCode,
 };
 
-// An error keeps a file, an entry or the application from working; a warning is something that works otherwise than
-// it was meant.
-enum class Severity { Error, Warning };
+enum class Severity {
+    Error,   // the file is left out, the start fails, or the thing fails whenever it is used
+    Warning, // it goes on in silence, but not as it was meant
+    Note,    // it works as it was meant, and could be written better
+};
 
 struct RuleText {
     Rule rule;

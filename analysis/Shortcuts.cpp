@@ -118,6 +118,132 @@ std::string Joined(const std::vector<std::string>& parts) {
     return text;
 }
 
+// What other languages, systems and toolkits say for modifiers and keys.
+constexpr auto foreignNames = std::to_array<KeyName>({{"Strg", "Control"},
+                                                      {"Ctl", "Control"},
+                                                      {"Cntrl", "Control"},
+                                                      {"Cntl", "Control"},
+                                                      {"Ctr", "Control"},
+                                                      {"C", "Control"},
+                                                      {"^", "Control"},
+                                                      {"Steuerung", "Control"},
+                                                      {"Cmd", "Control"},
+                                                      {"Command", "Control"},
+                                                      {"Apple", "Control"},
+                                                      {"CmdOrCtrl", "Control"},
+                                                      {"CommandOrControl", "Control"},
+                                                      {"Primary", "Control"},
+                                                      {"Mod", "Control"},
+                                                      {"\u2318", "Control"},
+                                                      {"\u2303", "Control"},
+                                                      {"Option", "Alt"},
+                                                      {"Opt", "Alt"},
+                                                      {"\u2325", "Alt"},
+                                                      {"AltGr", "Alt"},
+                                                      {"M", "Alt"},
+                                                      {"Mod1", "Alt"},
+                                                      {"Umschalt", "Shift"},
+                                                      {"Umsch", "Shift"},
+                                                      {"Maj", "Shift"},
+                                                      {"Mayus", "Shift"},
+                                                      {"\u21E7", "Shift"},
+                                                      {"S", "Shift"},
+                                                      {"Win", "Meta"},
+                                                      {"Windows", "Meta"},
+                                                      {"Super", "Meta"},
+                                                      {"Entf", "Delete"},
+                                                      {"Suppr", "Delete"},
+                                                      {"Supr", "Delete"},
+                                                      {"Canc", "Delete"},
+                                                      {"Einfg", "Insert"},
+                                                      {"Inser", "Insert"},
+                                                      {"Pos1", "Home"},
+                                                      {"Anfang", "Home"},
+                                                      {"Debut", "Home"},
+                                                      {"Inicio", "Home"},
+                                                      {"Ende", "End"},
+                                                      {"Fin", "End"},
+                                                      {"Bildauf", "PageUp"},
+                                                      {"Bild\u2191", "PageUp"},
+                                                      {"Prior", "PageUp"},
+                                                      {"Page_Up", "PageUp"},
+                                                      {"PgeUp", "PageUp"},
+                                                      {"Bildab", "PageDown"},
+                                                      {"Bild\u2193", "PageDown"},
+                                                      {"PgDn", "PageDown"},
+                                                      {"PageDn", "PageDown"},
+                                                      {"Next", "PageDown"},
+                                                      {"Page_Down", "PageDown"},
+                                                      {"Eingabe", "Return"},
+                                                      {"Eingabetaste", "Return"},
+                                                      {"Entree", "Return"},
+                                                      {"Intro", "Return"},
+                                                      {"CR", "Return"},
+                                                      {"Enter", "Return"},
+                                                      {"R\u00FCck", "Backspace"},
+                                                      {"Ruecktaste", "Backspace"},
+                                                      {"R\u00FCcktaste", "Backspace"},
+                                                      {"BkSp", "Backspace"},
+                                                      {"BS", "Backspace"},
+                                                      {"Back_Space", "Backspace"},
+                                                      {"Leertaste", "Space"},
+                                                      {"Leer", "Space"},
+                                                      {"Espace", "Space"},
+                                                      {"SpaceBar", "Space"},
+                                                      {"Spc", "Space"},
+                                                      {"Tabulator", "Tab"},
+                                                      {"Links", "Left"},
+                                                      {"Rechts", "Right"},
+                                                      {"Hoch", "Up"},
+                                                      {"Oben", "Up"},
+                                                      {"Runter", "Down"},
+                                                      {"Unten", "Down"},
+                                                      {"Druck", "Print"},
+                                                      {"PrtSc", "Print"},
+                                                      {"PrintScreen", "Print"},
+                                                      {"Esc.", "Escape"},
+                                                      {"Echap", "Escape"},
+                                                      {"Hilfe", "Help"},
+                                                      {"Plus", "+"},
+                                                      {"Minus", "-"},
+                                                      {"Comma", ","},
+                                                      {"Komma", ","},
+                                                      {"Period", "."},
+                                                      {"Dot", "."},
+                                                      {"Punkt", "."},
+                                                      {"Slash", "/"},
+                                                      {"Add", "+"},
+                                                      {"Subtract", "-"}});
+
+std::string Translated(const std::string& part) {
+    const KeyName* name = Find(foreignNames, part);
+    const bool isLetter = part.size() == 1 && part[0] != '^'; // "C-x", which is split before, and "Ctrl+C"
+    return name && !isLetter ? std::string(name->meant) : part;
+}
+
+// "Ctrl-S", "Ctrl S" and "<Ctrl>S" with "+" between.
+std::string AsJoined(std::string_view text) {
+    std::string joined(text);
+    if (joined.find('+') != std::string::npos && joined.find('>') == std::string::npos)
+        return joined;
+    for (std::size_t i = 0; i < joined.size(); ++i)
+        if (joined[i] == '<')
+            joined[i] = ' ';
+        else if (joined[i] == '>' || joined[i] == '|' || joined[i] == '_' ||
+                 (joined[i] == '-' && i > 0 && i + 1 < joined.size()))
+            joined[i] = '+';
+        else if (joined[i] == '^' && joined.size() > 1)
+            joined.replace(i, 1, "Control+");
+    const std::size_t begin = joined.find_first_not_of(' ');
+    const std::size_t last = joined.find_last_not_of(' ');
+    if (begin == std::string::npos)
+        return {};
+    joined = joined.substr(begin, last - begin + 1);
+    if (joined.find('+') == std::string::npos)
+        std::replace(joined.begin(), joined.end(), ' ', '+');
+    return joined;
+}
+
 } // namespace
 
 std::optional<std::string> ShortcutIn(std::string_view text) {
@@ -147,17 +273,93 @@ std::optional<std::string> NearestShortcut(std::string_view text) {
             texts.emplace_back(name.written);
         return texts;
     };
-    std::vector<std::string> parts = PartsOf(text);
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        const bool last = i + 1 == parts.size();
-        if (last ? KeyIn(parts[i]).has_value() : Find(modifiers, parts[i]) != nullptr)
+    // Of several keys one after the other the last one.
+    if (const std::size_t comma = text.rfind(", "); comma != std::string_view::npos)
+        text.remove_prefix(comma + 2);
+    std::vector<std::string> parts = PartsOf(AsJoined(text));
+    std::vector<std::string> translated;
+    for (std::string& part : parts)
+        for (std::string& each : PartsOf(Translated(part)))
+            translated.push_back(std::move(each));
+    for (std::size_t i = 0; i < translated.size(); ++i) {
+        std::string& part = translated[i];
+        const bool isLast = i + 1 == translated.size();
+        if (isLast ? KeyIn(part).has_value() : Find(modifiers, part) != nullptr)
             continue;
-        const auto nearest = Nearest(last ? NamesOf(keyNames) : NamesOf(modifiers), parts[i]);
+        const auto nearest = Nearest(isLast ? NamesOf(keyNames) : NamesOf(modifiers), part);
         if (!nearest)
             return std::nullopt;
-        parts[i] = *nearest;
+        part = *nearest;
     }
-    return parts.empty() ? std::nullopt : std::optional(Joined(parts));
+    const std::string text = Joined(translated);
+    return translated.empty() || !ShortcutIn(text) ? std::nullopt : std::optional(text);
+}
+
+std::optional<std::string> InOwnWords(std::string_view text) {
+    bool isForeign = false;
+    std::vector<std::string> parts = PartsOf(text);
+    for (std::string& part : parts)
+        if (EqualText(part, "Strg")) {
+            isForeign = true;
+            part = "Ctrl";
+        }
+    return isForeign ? std::optional(Joined(parts)) : std::nullopt;
+}
+
+std::optional<std::string> WhoTakes(const std::string& shortcut) {
+    static constexpr auto desktop = std::to_array<KeyName>({{"Alt+F4", "closes the window"},
+                                                            {"Alt+Tab", "changes to another program"},
+                                                            {"Alt+Shift+Tab", "changes to another program"},
+                                                            {"Alt+Esc", "changes to another program"},
+                                                            {"Alt+Space", "opens the menu of the window"},
+                                                            {"Alt+F1", "opens the menu of the desktop"},
+                                                            {"Alt+F2", "runs a command"},
+                                                            {"Ctrl+Esc", "opens the list of programs"},
+                                                            {"Alt+Ctrl+Del", "ends the session"},
+                                                            {"Alt+Ctrl+Backspace", "ends the session"},
+                                                            {"Alt+Ctrl+Tab", "changes to another part of the desktop"},
+                                                            {"Print", "takes a picture of the screen"},
+                                                            {"Alt+Print", "takes a picture of the window"},
+                                                            {"Ctrl+Print", "takes a picture of the screen"},
+                                                            {"Shift+Print", "takes a picture of the screen"},
+                                                            {"SysReq", "belongs to the system"},
+                                                            {"CapsLock", "locks the capitals"},
+                                                            {"NumLock", "locks the keypad"},
+                                                            {"ScrollLock", "locks scrolling"},
+                                                            {"Alt+Ctrl+L", "locks the screen"},
+                                                            {"Alt+Ctrl+T", "opens a terminal"},
+                                                            {"Alt+Ctrl+Left", "changes the workspace"},
+                                                            {"Alt+Ctrl+Right", "changes the workspace"},
+                                                            {"Alt+Ctrl+Up", "changes the workspace"},
+                                                            {"Alt+Ctrl+Down", "changes the workspace"}});
+    if (const KeyName* name = Find(desktop, shortcut))
+        return "the desktop takes it: it " + std::string(name->meant);
+    std::vector<std::string> parts = PartsOf(shortcut);
+    if (parts.empty())
+        return std::nullopt;
+    const std::string key = parts.back();
+    parts.pop_back();
+    const auto Has = [&](const char* modifier) {
+        return std::find(parts.begin(), parts.end(), modifier) != parts.end();
+    };
+    if (Has("Meta"))
+        return "the desktop takes keys with Meta for itself";
+    if (Has("Alt") && Has("Ctrl") && key.size() >= 2 && key[0] == 'F' &&
+        std::isdigit(static_cast<unsigned char>(key[1])))
+        return "the system changes to another console with it";
+    static constexpr std::array editing{"Tab",  "Return", "Backspace", "Space", "Home", "End",
+                                        "Left", "Right",  "Up",        "Down",  "PgUp", "PgDown"};
+    const bool isPlain = !Has("Ctrl") && !Has("Alt");
+    if (isPlain && IsCharacter(key))
+        return "in a field or table it types the character";
+    if (isPlain && std::any_of(editing.begin(), editing.end(), [&](const char* each) { return key == each; }))
+        return "fields, tables and trees take it for themselves";
+    if (key == "Tab" && Has("Ctrl"))
+        return "the host goes through the windows with it";
+    if (Has("Ctrl") && !Has("Alt") &&
+        (key == "Left" || key == "Right" || key == "Home" || key == "End" || key == "Backspace"))
+        return "fields take it for themselves";
+    return std::nullopt;
 }
 
 } // namespace corvane::check

@@ -14,4 +14,10 @@ namespace corvane::check {
 // What the text may have been meant to be; nothing when nothing is near.
 [[nodiscard]] std::optional<std::string> NearestShortcut(std::string_view text);
 
+// A readable shortcut with the words of another language in it, in those of the reference; nothing for others.
+[[nodiscard]] std::optional<std::string> InOwnWords(std::string_view text);
+
+// Why a shortcut, as ShortcutIn gives it, doesn't reach its command, or only sometimes; nothing for one that does.
+[[nodiscard]] std::optional<std::string> WhoTakes(const std::string& shortcut);
+
 } // namespace corvane::check

@@ -23,8 +23,9 @@ int Explain(const ExplainArguments& arguments) {
     std::string hint;
     for (const std::string& name : explanation.nearest)
         hint += (hint.empty() ? "; did you mean " : " or ") + ("\"" + name + "\"");
-    return Fails(arguments.application,
-                 "there is nothing of the name \"" + arguments.item + "\"" + hint + (hint.empty() ? "" : "?"));
+    (void)Fails(arguments.application,
+                "there is nothing named \"" + arguments.item + "\"" + hint + (hint.empty() ? "" : "?"));
+    return Exit::Usage;
 }
 
 } // namespace

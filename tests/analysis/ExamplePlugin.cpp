@@ -24,6 +24,17 @@ private:
     Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 
+class StartService final : public Automation<StartService, IServiceAccess> {
+public:
+    Ref<IService> Service() override { return m_serviceBase; }
+    void Start() {}
+
+    static constexpr auto Members = MemberTable(Method("Start", &StartService::Start));
+
+private:
+    Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
+};
+
 class Plots final : public Automation<Plots> {
 public:
     void Open() {}
@@ -32,4 +43,5 @@ public:
 
 } // namespace corvane
 
-CORVANE_PLUGIN(Class<corvane::ExampleService>("ExampleSvc.ExampleService"), Class<corvane::Plots>("ExampleSvc.Plots"))
+CORVANE_PLUGIN(Class<corvane::ExampleService>("ExampleSvc.ExampleService"),
+               Class<corvane::StartService>("ExampleSvc.StartService"), Class<corvane::Plots>("ExampleSvc.Plots"))

@@ -78,8 +78,9 @@ TEST(Rules, StandInOrderAndTheReferenceShowsThem) {
 TEST(Rules, OfTheFolder) {
     EXPECT_EQ(CheckedFolder().Text(), "");
     EXPECT_EQ(CheckedFolder().Remove("Services/Base.xml").Text(),
-              "Services: warning: no active file has the ProgID \"Corvane.Framework\": add one, with the action "
-              "\"Navigation\" and its procedure \"ViewNavigation\" [missing-framework]\n");
+              "Services: warning: no active file has the ProgID \"Corvane.Framework\", so only a host that brings one can "
+              "start the application: add one, with <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" "
+              "PassActionItemParam=\"True\"/> [missing-framework]\n");
     EXPECT_EQ(CheckedFolder().Remove("Services/Service.xdr").Check().at(0).rule, Rule::SchemaFile);
     // A schema that is stricter than the format.
     CheckedFolder strict;
@@ -94,19 +95,20 @@ TEST(Rules, OfTheFolder) {
     CheckedFolder help;
     help.Write("Services/Help.xml", R"(<Service Name="Help" ProgID="tavelinsvc.TavelinService" Active="False">
 <Menus><MenuItem Type="MenuTitle" ActionItem="About" PositionOrder="1"/></Menus></Service>)");
-    EXPECT_EQ(help.Text(), "Services/Help.xml:2:8: error: the MenuItem of the action \"About\" has no Caption: add one "
+    EXPECT_EQ(help.Text(), "Services/Help.xml:2:8: error: the MenuItem \"About\" has no Caption for the product's name, "
+                           "so the file is left out (91): write Caption=\"...\", with the name of the application "
                            "[help-without-about]\n");
     // Classes of one plug-in are no likelier for what stands before the point.
     CheckedFolder classFolder;
     classFolder.AddPlugins().Write("Services/New.xml",
                                    R"(<Service Name="New" ProgID="ExampleSvc.FirstService" Active="1"/>)");
     EXPECT_EQ(classFolder.Text(true),
-              "Services/New.xml:1:29: error: the plug-in has no class \"ExampleSvc.FirstService\": add "
-              "it to CORVANE_PLUGIN [unknown-class]\n");
+              "Services/New.xml:1:29: error: the plug-in has no class \"ExampleSvc.FirstService\", so the service \"New\" "
+              "can't be made (429): add Class<...>(\"ExampleSvc.FirstService\") to CORVANE_PLUGIN [unknown-class]\n");
     // And whether it counts at all.
     CheckedFolder noClass;
     noClass.Write("Services/None.xml", R"(<Service Name="None" Active="maybe"/>)");
-    EXPECT_NE(noClass.Text().find("Services/None.xml:1:30: error: Active is neither true nor false: \"maybe\""),
+    EXPECT_NE(noClass.Text().find("Services/None.xml:1:30: error: Active \"maybe\" is neither true nor false"),
               std::string::npos)
         << noClass.Text();
 }
@@ -131,13 +133,16 @@ TEST(Rules, TellThePlaceAndTheCureOfManyProblemsAtOnce) {
                  "  Caption='&amp;'/><Menuitem/></Menus>\n<![CDATA[<a>]]></Service>");
     EXPECT_EQ(
         folder.Text(),
-        "Services/Example.xml:3:61: error: Active is neither true nor false: \"ja\": write \"True\" [bad-value]\n"
-        "Services/Example.xml:6:8: error: \"MenuIten\" is no Type: write \"MenuItem\" [bad-word]\n"
-        "Services/Example.xml:6:30: error: the service \"Ex\xC3\xA4mple!\" has no action \"A\": define it there as an "
-        "ActionItem [unknown-action]\n"
-        "Services/Example.xml:6:48: error: PositionOrder isn't a number: \"1,5\": write \"1.5\" [bad-value]\n"
-        "Services/Example.xml:7:20: error: Menus has no element \"Menuitem\": write \"MenuItem\" "
-        "[unknown-element]\n");
+        "Services/Example.xml:3:61: error: Active \"ja\" is neither true nor false, so the whole file is left out: write "
+        "\"True\" [bad-value]\n"
+        "Services/Example.xml:6:8: error: \"MenuIten\" isn't a Type that is known, so the whole file is left out: "
+        "write \"MenuItem\" [bad-word]\n"
+        "Services/Example.xml:6:30: error: the service \"Ex\xC3\xA4mple!\" has no action \"A\" for this MenuItem, "
+        "so the whole file is left out (5): add <ActionItem Name=\"A\" Action=\"...\"/> there [unknown-action]\n"
+        "Services/Example.xml:6:48: error: PositionOrder \"1,5\" isn't a number, so the whole file is left out: write "
+        "\"1.5\" [bad-value]\n"
+        "Services/Example.xml:7:20: error: Menus has no element \"Menuitem\", so the whole file is left out: write "
+        "\"MenuItem\" [unknown-element]\n");
     EXPECT_EQ(check::CheckFile(folder.Path(), "example.xml").size(), 5U);
     EXPECT_TRUE(check::CheckFile(folder.Path(), "Base.xml").empty());
 }
@@ -146,16 +151,16 @@ TEST(Rules, TellThePlaceAndTheCureOfManyProblemsAtOnce) {
 TEST(Rules, NameACauseAndNotItsConsequences) {
     CheckedFolder folder;
     folder.WriteExample(R"(<ActionItems><ActionItem Name="A" Action="OnA"/><ActionItem Name="B"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="1"/>
-<MenuItem Type="MenuItem" ActionItem="B" Path="Tools.More" PositionOrder="2"/></Menus>
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="1" Caption="A"/>
+<MenuItem Type="MenuItem" ActionItem="B" Path="Tools.More" PositionOrder="2" Caption="B"/></Menus>
 <ExplorerItems><ExplorerItem Name="I" Type="Folder" Parent="Elsewhere" Image="folder.svg"/></ExplorerItems>)");
     EXPECT_EQ(folder.Check().size(), 3U) << folder.Text();
     folder.Write("Services/Base.xml", "<Service><Menus></Service>");
     EXPECT_EQ(folder.Text().substr(0, 59), "Services/Base.xml:1:27: error: \"Menus\" of line 1 isn't clos");
     EXPECT_EQ(folder.Check().size(), 1U) << folder.Text();
     // Nor is a title without an entry, whose entry has a mistake, or a slip in its Path.
-    for (const char* entry : {R"(Type="MenuIten" ActionItem="A" Path="Plot" PositionOrder="1")",
-                              R"(Type="MenuItem" ActionItem="A" Path="Plto" PositionOrder="1")"}) {
+    for (const char* entry : {R"(Type="MenuIten" ActionItem="A" Path="Plot" PositionOrder="1" Caption="A")",
+                              R"(Type="MenuItem" ActionItem="A" Path="Plto" PositionOrder="1" Caption="A")"}) {
         CheckedFolder title;
         title.WriteExample(
             R"(<ActionItems><ActionItem Name="Plot"/><ActionItem Name="A" Action="OnA"/></ActionItems>
@@ -165,14 +170,14 @@ TEST(Rules, NameACauseAndNotItsConsequences) {
     }
     CheckedFolder slash;
     slash.WriteExample(R"(<ActionItems><ActionItem Name="A" Action="OnA"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File/Export" PositionOrder="1"/></Menus>)");
-    EXPECT_NE(slash.Text().find("as in \"File.Export\" [path-without-title]"), std::string::npos) << slash.Text();
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File/View" PositionOrder="1" Caption="A"/></Menus>)");
+    EXPECT_NE(slash.Text().find(": write \"View\" [path-without-title]"), std::string::npos) << slash.Text();
     // A file that is there twice is one mistake.
     CheckedFolder twice;
     for (const char* name : {"Services/A.xml", "Services/B.xml"})
         twice.Write(name, R"(<Service Name="Two" ProgID="TwoSvc.Two" Active="True" IsStartService="True">
-<ActionItems><ActionItem Name="Two"/></ActionItems><Menus><MenuItem Type="MenuTitle" ActionItem="Two" PositionOrder="300"/>
-</Menus><Windows><Window Name="W" Type="Window" State="Normal"/></Windows></Service>)");
+<ActionItems><ActionItem Name="Two"/></ActionItems><Menus><MenuItem Type="MenuTitle" ActionItem="Two" PositionOrder="300"
+Caption="Two"/></Menus></Service>)");
     EXPECT_NE(twice.Text().find("Services/B.xml:1:16: error: the file is a copy of \"A.xml\""), std::string::npos)
         << twice.Text();
     EXPECT_EQ(twice.Text().find("already"), std::string::npos) << twice.Text();
@@ -180,41 +185,42 @@ TEST(Rules, NameACauseAndNotItsConsequences) {
     CheckedFolder nowhere;
     nowhere.WriteExample(
         R"(<ActionItems><ActionItem Name="A" Action="OnA"/><ActionItem Name="" Action="OnB"/></ActionItems>
-<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="1e9" ShortCutKey="F2"/>
-<MenuItem Type="MenuItem" ActionItem="" Path="File" PositionOrder="1e9" ShortCutKey="F2"/></Menus>)");
+<Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="1e9" ShortCutKey="F2" Caption="A"/>
+<MenuItem Type="MenuItem" ActionItem="" Path="File" PositionOrder="1e9" ShortCutKey="F2" Caption="B"/></Menus>)");
     EXPECT_EQ(nowhere.Text(),
-              "Services/Example.xml:1:140: warning: ActionItem has no Name: give it one [missing-name]\n"
-              "Services/Example.xml:2:76: error: the rank of the entry \"File.A\" is too large with the order "
-              "1E+09: write a smaller one [position-overflow]\n"
-              "Services/Example.xml:3:68: error: the rank of the entry \"File.\" is too large with the order "
-              "1E+09: write a smaller one [position-overflow]\n");
+              "Services/Example.xml:1:140: warning: ActionItem has no Name, so nothing can refer to it: write Name=\"...\" "
+              "[missing-name]\n"
+              "Services/Example.xml:2:76: error: the PositionOrder 1E+09 of the entry \"File.A\" makes its rank too large, "
+              "so the application doesn't start (6): write a smaller number, below 10000 [position-overflow]\n"
+              "Services/Example.xml:3:68: error: the PositionOrder 1E+09 of the entry \"File.\" makes its rank too large, "
+              "so the application doesn't start (6): write a smaller number, below 10000 [position-overflow]\n");
 }
 
 // The slips of whoever writes XML by hand, each where it is and with what to do about it.
 TEST(Rules, TellWhatIsntWellFormedInWordsOfTheirOwn) {
     const std::vector<std::pair<std::string, std::string>> slips{
-        {"", ": error: the file is empty: write a Service element"},
-        {"\n<!-- later -->\n", ":3:1: error: the file has no element: write a Service element"},
-        {"Service", ":1:1: error: there is text before the first element: remove everything"},
+        {"", ": error: the file is empty, so the whole file is left out: write a Service element"},
+        {"\n<!-- later -->\n", ":3:1: error: the file has no element, so the whole file is left out: write a Service element"},
+        {"Service", ":1:1: error: there is text before the first element, so the whole file is left out: remove everything"},
         {"\xEF\xBB\xBF<Service/>", ":1:1: error: the file begins with the byte order mark of UTF-8"},
-        {std::string("\xFF\xFE<\0S\0", 6), ":1:1: error: the file is UTF-16, and is read as Windows-1252: save it"},
+        {std::string("\xFF\xFE<\0S\0", 6), ":1:1: error: the file is UTF-16, and is read as Windows-1252, so the whole file is left out: save it"},
         {"<Service>\n<Menus>\n</Service>", ":3:11: error: \"Menus\" of line 2 isn't closed before \"</Service>\""},
-        {"<Service>\n</Servize>", ":2:11: error: \"</Servize>\" is to close \"Service\" of line 1: write one name"},
+        {"<Service>\n</Servize>", ":2:11: error: \"</Servize>\" is to close \"Service\" of line 1, so the whole file is left out: write one name"},
         {"<Service>\n",
-         ":2:1: error: the file ends before \"Service\" of line 1 is closed: end it with \"</Service>\""},
+         ":2:1: error: the file ends before \"Service\" of line 1 is closed, so the whole file is left out: end it with \"</Service>\""},
         {"<Service/>\n<Service/>", ":2:1: error: there is something after the end of the root element"},
-        {"<Service\n Name='a\n b/>\n<Menus/>", ":2:8: error: the value that begins here goes on up to a \"<\": end it"},
-        {"<Service Name='a & b'/>", ": error: \"&\" begins a reference: write &amp;"},
-        {"<Service Name='a &b c'/>", ": error: \"&\" begins a reference: write &amp;"},
-        {"<Service Name='&uuml;'/>", ": error: Entity 'uuml' not defined: write the character's number"},
-        {"<Service> < </Service>", ": error: \"<\" begins an element, and no name follows: write &lt;"},
-        {"<Service Name='a' Name='b'/>", ": error: the attribute \"Name\" is there twice: remove one"},
-        {"<Service Name/>", ": error: the attribute \"Name\" has no value: write Name=\"...\""},
-        {"<Service Name=a/>", ": error: a value isn't in quotation marks: write it"},
-        {"<Service Name='a'Active='1'/>", ": error: there is no space between two attributes: write one"},
-        {"<Service Name='a' <Menus/>", ":1:19: error: this isn't the beginning of an attribute: remove it, or end"},
-        {"<Service><!-- a -- b --></Service>", ": error: there is \"--\" in a comment: write one hyphen"},
-        {"<Service><!-- a </Service>", ": error: a comment isn't closed: end it with"},
+        {"<Service\n Name='a\n b/>\n<Menus/>", ":2:8: error: the value that begins here goes on up to a \"<\", so the whole file is left out: end it"},
+        {"<Service Name='a & b'/>", ": error: \"&\" begins a reference, so the whole file is left out: write &amp;"},
+        {"<Service Name='a &b c'/>", ": error: \"&\" begins a reference, so the whole file is left out: write &amp;"},
+        {"<Service Name='&uuml;'/>", ": error: Entity 'uuml' not defined, so the whole file is left out: write the character's number"},
+        {"<Service> < </Service>", ": error: \"<\" begins an element, and no name follows, so the whole file is left out: write &lt;"},
+        {"<Service Name='a' Name='b'/>", ": error: the attribute \"Name\" is there twice, so the whole file is left out: remove one"},
+        {"<Service Name/>", ": error: the attribute \"Name\" has no value, so the whole file is left out: write Name=\"...\""},
+        {"<Service Name=a/>", ": error: a value isn't in quotation marks, so the whole file is left out: write it"},
+        {"<Service Name='a'Active='1'/>", ": error: there is no space between two attributes, so the whole file is left out: write one"},
+        {"<Service Name='a' <Menus/>", ":1:19: error: this isn't the beginning of an attribute, so the whole file is left out: remove it, or end"},
+        {"<Service><!-- a -- b --></Service>", ": error: there is \"--\" in a comment, so the whole file is left out: write one hyphen"},
+        {"<Service><!-- a </Service>", ": error: a comment isn't closed, so the whole file is left out: end it with"},
         {" <?xml version='1.0'?><Service/>", ": error: the XML declaration isn't at the very beginning"},
     };
     for (const auto& [bytes, expected] : slips) {

@@ -1,0 +1,167 @@
+// What the code of the plug-ins and the definitions expect of one another, as far as it can be seen without running it.
+#include "adapters/common/Nearest.h"
+#include "adapters/common/Paths.h"
+#include "adapters/plugins/PluginFactory.h"
+#include "analysis/Checks.h"
+#include "corvane/base/Text.h"
+
+#include <algorithm>
+#include <map>
+
+namespace corvane::check {
+
+namespace {
+
+class CodeCheck {
+public:
+    CodeCheck(Model& model, const Code& code, const std::string& application, Report& report)
+        : m_model(model), m_code(code), m_factory(JoinPath(application, "plugins")), m_report(report) {}
+
+    void Check() {
+        CheckStarts();
+        CheckChildren();
+        for (const Code::Library& library : m_code.Libraries())
+            CheckNames(library);
+    }
+
+private:
+    // Nothing for a class that can't be found, which has a finding of its own.
+    [[nodiscard]] const PluginFactory::ClassInfo* ClassOf(const Provider& provider) {
+        const std::size_t point = provider.progID.find('.');
+        if (point == std::string::npos || point == 0)
+            return nullptr;
+        const auto [library, isNew] = m_classes.try_emplace(FoldText(provider.progID.substr(0, point)));
+        if (isNew && FindPath(m_factory.PathOf(provider.progID.substr(0, point)))) {
+            try {
+                library->second = m_factory.Classes(provider.progID.substr(0, point));
+            } catch (const Failure&) {
+                library->second.clear();
+            }
+        }
+        const auto found = std::find_if(library->second.begin(), library->second.end(),
+                                        [&](const auto& each) { return EqualText(each.progID, provider.progID); });
+        return found == library->second.end() ? nullptr : &*found;
+    }
+
+    [[nodiscard]] bool HasStart(const Provider& service) {
+        const auto* info = ClassOf(service);
+        return info && std::any_of(info->members.begin(), info->members.end(),
+                                   [](const MemberInfo& member) { return EqualText(member.Name, "Start"); });
+    }
+
+    // Only the start service's Start is called, however many have one.
+    void CheckStarts() {
+        const Provider* start = nullptr;
+        for (const Provider& service : m_model.services)
+            if (BooleanOf(*service.element, "IsStartService", false))
+                start = &service;
+        for (const Provider& service : m_model.services) {
+            const bool isCalledByAction = std::any_of(service.actions.begin(), service.actions.end(),
+                                                      [](const auto& a) { return EqualText(a.procedure, "Start"); });
+            if (&service == start || BooleanOf(*service.element, "IsStartService", false) || isCalledByAction ||
+                !HasStart(service))
+                continue;
+            std::vector<Note> notes;
+            if (start)
+                notes.push_back({start->At("IsStartService"), "the start service"});
+            Finding& finding = m_report.Add(
+                Rule::StartNeverCalled, service.file->At(service.element->At()),
+                "the class of " + service.Named() + " has a procedure Start, which is never called, as " +
+                    (start ? Quoted(start->name) + " is the start service" : "no file says IsStartService"),
+                start ? "do the work in InitializeEvent instead" : "write IsStartService=\"True\"", std::move(notes));
+            if (!start)
+                finding.edits = {SetEdit(*service.file, *service.element, "IsStartService", "True")};
+        }
+    }
+
+    // The objects of a kind come from the class above, or are added by AddToExplorer.
+    void CheckChildren() {
+        std::map<std::string, const Provider*> parents; // by folded name
+        for (const Provider& item : m_model.items)
+            parents.emplace(FoldText(item.name), &item);
+        for (const Provider& kind : m_model.items) {
+            const std::string_view type = kind.element->Value("Type");
+            const auto parent = parents.find(FoldText(kind.element->Value("Parent")));
+            if (EqualText(type, "Folder") || kind.element->Value("Parent").empty() || parent == parents.end())
+                continue;
+            const Provider& above = *parent->second;
+            const auto* info = ClassOf(above);
+            if (!info)
+                continue; // an object of a plug-in's own making, or none
+            const std::size_t point = above.progID.find('.');
+            for (const Code::Library& library : m_code.Libraries())
+                if (EqualText(library.name, above.progID.substr(0, point)) && !MayAddChildren(library))
+                    m_report.Add(Rule::ChildrenNeverAdded, kind.At("Parent"),
+                                 "nothing of " + kind.Named() + " ever appears: the plug-in of " +
+                                     Quoted(above.progID) + " neither fills colChildren nor calls AddToExplorer",
+                                 "add the objects in the InitializeEvent of " + Quoted(above.progID),
+                                 {{above.At("ProgID"), "the class above"}});
+        }
+    }
+
+    // The names of the functions that do it, which a library holds when it calls them.
+    bool MayAddChildren(const Code::Library& library) const {
+        return std::any_of(m_code.Libraries().begin(), m_code.Libraries().end(),
+                           [](const Code::Library& each) { return Code::Holds(each, "AddToExplorer"); }) ||
+               Code::Holds(library, "KeyedCollection") || Code::Holds(library, "ObjectCollection") ||
+               Code::Holds(library, "ChildCollection");
+    }
+
+    // A text of the code that is one letter from a name of the definitions.
+    void CheckNames(const Code::Library& library) {
+        struct Known {
+            const Provider* service;
+            const Window* window;
+            std::string_view name;
+        };
+        std::vector<Known> known;
+        for (const Provider& service : m_model.services)
+            known.push_back({&service, nullptr, service.name});
+        for (const Provider& item : m_model.items)
+            known.push_back({&item, nullptr, item.name});
+        for (const Window& window : m_model.windows)
+            known.push_back({nullptr, &window, window.name});
+        const std::set<std::string> names = Code::Names(library);
+        for (const Known& each : known) {
+            constexpr std::size_t shortest = 5;
+            if (each.name.size() < shortest || names.contains(std::string(each.name)))
+                continue;
+            for (const std::string& name : names)
+                if (IsSlip(name, each.name, known)) {
+                    const Place place = each.service ? each.service->At("Name")
+                                                     : each.window->file->At(each.window->element->At("Name"));
+                    m_report.Add(Rule::UnknownNameInCode, {library.path, {}},
+                                 "the code asks for " + Quoted(name) + ", and the definitions have " +
+                                     Quoted(each.name) + ": the call fails",
+                                 "write " + Quoted(each.name) + " in the code", {{place, "the name as it is defined"}});
+                }
+        }
+    }
+
+    template <class Names>
+    [[nodiscard]] bool IsSlip(const std::string& written, std::string_view name, const Names& known) const {
+        const std::size_t longer = std::max(written.size(), name.size());
+        const std::size_t shorter = std::min(written.size(), name.size());
+        if (longer - shorter > 1 ||
+            std::any_of(known.begin(), known.end(), [&](const auto& each) { return EqualText(each.name, written); }))
+            return false;
+        const auto IsPlural = [](std::string_view one, std::string_view other) {
+            return one.size() + 1 == other.size() && FoldText(other).ends_with('s') && other.starts_with(one);
+        };
+        return !IsPlural(written, name) && !IsPlural(name, written) && EditDistance(written, name) == 1;
+    }
+
+    Model& m_model;
+    const Code& m_code;
+    PluginFactory m_factory;
+    Report& m_report;
+    std::map<std::string, std::vector<PluginFactory::ClassInfo>> m_classes; // by folded library
+};
+
+} // namespace
+
+void CheckCode(Model& model, const Code& code, const std::string& application, Report& report) {
+    CodeCheck(model, code, application, report).Check();
+}
+
+} // namespace corvane::check

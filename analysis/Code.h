@@ -1,0 +1,36 @@
+// What can be read out of the files of plug-ins without loading them: the names that their code holds.
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane::check {
+
+class Code {
+public:
+    // The plug-ins in the application's folder "plugins". They are read when they are asked about for the first time.
+    explicit Code(std::string application) : m_application(std::move(application)) {}
+
+    struct Library {
+        std::string name; // the part of a ProgID before the point
+        std::string path;
+        std::string bytes;
+    };
+    [[nodiscard]] const std::vector<Library>& Libraries() const;
+    // Whether there is any plug-in.
+    [[nodiscard]] bool IsThere() const { return !Libraries().empty(); }
+    // Whether the code of any holds the text, such as the name of a function of the library that it calls.
+    [[nodiscard]] bool Holds(std::string_view text) const;
+    [[nodiscard]] static bool Holds(const Library& library, std::string_view text);
+    // All texts in it between two zero bytes that could be names: letters, digits, points and underscores.
+    [[nodiscard]] static std::set<std::string> Names(const Library& library);
+
+private:
+    std::string m_application;
+    mutable std::vector<Library> m_libraries;
+    mutable bool m_isRead = false;
+};
+
+} // namespace corvane::check
