@@ -1,6 +1,7 @@
 #include "analysis/Check.h"
 
 #include "adapters/common/Nearest.h"
+#include "analysis/Fix.h"
 #include "analysis/Print.h"
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
@@ -22,6 +23,9 @@ struct CheckArguments {
     bool sarif = false;
     bool rules = false;
     std::string failOn = "warning";
+    bool fixes = false;
+    bool asks = true; // before it writes, where someone can answer
+    bool onlyShows = false;
 };
 
 int ExplainRule(const std::string& ruleName) {
@@ -38,6 +42,37 @@ int ExplainRule(const std::string& ruleName) {
     return Exit::Usage;
 }
 
+bool MayWrite(const CheckArguments& arguments) {
+    if (arguments.onlyShows)
+        return false;
+    if (!arguments.asks || ::isatty(STDIN_FILENO) == 0)
+        return true;
+    std::cerr << "Write these changes? [y/N] " << std::flush;
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+// What is found in the files as they are afterwards.
+std::vector<check::Finding> FixAll(const check::Options& options, const CheckArguments& arguments) {
+    const check::Fixes fixes = check::Fix(options);
+    std::ostream& stream = arguments.json || arguments.sarif ? std::cerr : std::cout;
+    for (const check::FixedFile& file : fixes.files)
+        stream << check::AsDiff(file);
+    stream.flush();
+    if (fixes.files.empty()) {
+        std::cerr << "nothing to fix\n";
+        return fixes.left;
+    }
+    if (!MayWrite(arguments))
+        return check::Check(options);
+    for (const check::FixedFile& file : fixes.files)
+        check::WriteFixed(file);
+    std::cerr << "changed " << fixes.files.size() << (fixes.files.size() == 1 ? " file" : " files")
+              << "; what they were is beside them, ending in .bak\n";
+    return fixes.left;
+}
+
 int Check(const CheckArguments& arguments) {
     if (arguments.rules) {
         std::cout << check::RulesAsMarkdown();
@@ -49,7 +84,8 @@ int Check(const CheckArguments& arguments) {
         std::cerr << "corvane check: error: name the application folder\n";
         return Exit::Usage;
     }
-    const auto findings = check::Check({ApplicationFolder(arguments.application), arguments.plugins});
+    const check::Options options{ApplicationFolder(arguments.application), arguments.plugins, {}};
+    const auto findings = arguments.fixes ? FixAll(options, arguments) : check::Check(options);
     if (arguments.json)
         std::cout << check::AsJson(findings);
     else if (arguments.sarif)
@@ -61,8 +97,11 @@ int Check(const CheckArguments& arguments) {
         std::cerr << check::CountText(findings) << "\n";
     else if (!arguments.json && !arguments.sarif)
         std::cerr << "no problems found\n";
+    // Notes are about style: nothing is wrong.
     const bool fails = std::any_of(findings.begin(), findings.end(), [&](const check::Finding& finding) {
-        return arguments.failOn == "warning" || check::TextOf(finding.rule).severity == check::Severity::Error;
+        const check::Severity severity = check::TextOf(finding.rule).severity;
+        return severity == check::Severity::Error ||
+               (severity == check::Severity::Warning && arguments.failOn == "warning");
     });
     return fails ? Exit::Findings : Exit::Clean;
 }
@@ -77,6 +116,11 @@ void AddCheck(CLI::App& app, Run& run) {
     auto* json = check->add_flag("--json", arguments->json, "Print one JSON document");
     check->add_flag("--sarif", arguments->sarif, "Print one SARIF document")->excludes(json);
     check->add_option("--explain", arguments->explain, "Describe a rule with an example")->type_name("RULE");
+    auto* fix = check->add_flag("--fix", arguments->fixes, "Write the cures that are certain, after showing them");
+    auto* dryRun =
+        check->add_flag("--dry-run", arguments->onlyShows, "Show what --fix would change, and write nothing");
+    dryRun->needs(fix);
+    check->add_flag("!--yes", arguments->asks, "Let --fix write without asking")->needs(fix);
     check->add_flag("--rules", arguments->rules, "Describe all rules");
     check->add_option("--fail-on", arguments->failOn, "End with 1 on warnings too, as without it, or on errors alone")
         ->check(CLI::IsMember({"warning", "error"}));
