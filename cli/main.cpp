@@ -35,11 +35,13 @@ int main(int argc, char** argv) {
     AddNew(app, run);
     AddCheck(app, run);
     AddExplain(app, run);
+    AddArrange(app, run);
     AddInspect(app, run);
     AddRun(app, run);
     AddPreview(app, run);
     AddTranslate(app, run);
     AddPackage(app, run);
+    AddLsp(app, run);
     if (const std::string first = argc > 1 ? argv[1] : ""; IsUnknown(app, first))
         return Exit::Usage;
     try {

@@ -18,6 +18,8 @@ void AddNew(CLI::App& app, Run& run);
 void AddRun(CLI::App& app, Run& runFunction);
 void AddPreview(CLI::App& app, Run& run);
 void AddPackage(CLI::App& app, Run& run);
+void AddArrange(CLI::App& app, Run& run);
+void AddLsp(CLI::App& app, Run& run);
 void AddExplain(CLI::App& app, Run& run);
 void AddTranslate(CLI::App& app, Run& run);
 
