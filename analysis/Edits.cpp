@@ -8,8 +8,7 @@ namespace {
 
 Edit Between(const File& file, Spot begin, Spot end, std::string text) {
     const char* first = file.bytes.data();
-    return {file.path, static_cast<std::size_t>(begin - first), static_cast<std::size_t>(end - first),
-            std::move(text)};
+    return {file.path, static_cast<std::size_t>(begin - first), static_cast<std::size_t>(end - first), std::move(text)};
 }
 
 Spot EndOf(const Attribute& attribute) { // behind the quotation mark

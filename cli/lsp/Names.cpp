@@ -204,8 +204,7 @@ void Names::RenameAction(const Provider& provider, std::string_view old, const s
     for (const check::Action& action : provider.actions)
         if (const Attribute* written = action.element->Find("Name"); written && EqualText(action.name, old))
             edits.push_back(ValueEdit(*provider.file, *written, name));
-    if (const Attribute* written = provider.element->Find("DefaultAction");
-        written && EqualText(written->Value(), old))
+    if (const Attribute* written = provider.element->Find("DefaultAction"); written && EqualText(written->Value(), old))
         edits.push_back(ValueEdit(*provider.file, *written, name));
     for (const Entry& entry : provider.entries) {
         if (!EqualText(entry.action->name, old))

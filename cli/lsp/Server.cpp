@@ -225,7 +225,7 @@ private:
         const check::RuleText& rule = check::TextOf(finding.rule);
         const int severity = rule.severity == check::Severity::Error     ? 1
                              : rule.severity == check::Severity::Warning ? 2
-                                                                          : 3;
+                                                                         : 3;
         Json diagnostic{{"range", RangeOf(finding.place)},
                         {"severity", severity},
                         {"code", rule.name},

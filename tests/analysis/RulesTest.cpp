@@ -77,10 +77,11 @@ TEST(Rules, StandInOrderAndTheReferenceShowsThem) {
 // Rules that no text of one file shows.
 TEST(Rules, OfTheFolder) {
     EXPECT_EQ(CheckedFolder().Text(), "");
-    EXPECT_EQ(CheckedFolder().Remove("Services/Base.xml").Text(),
-              "Services: warning: no active file has the ProgID \"Corvane.Framework\", so only a host that brings one can "
-              "start the application: add one, with <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" "
-              "PassActionItemParam=\"True\"/> [missing-framework]\n");
+    EXPECT_EQ(
+        CheckedFolder().Remove("Services/Base.xml").Text(),
+        "Services: warning: no active file has the ProgID \"Corvane.Framework\", so only a host that brings one can "
+        "start the application: add one, with <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" "
+        "PassActionItemParam=\"True\"/> [missing-framework]\n");
     EXPECT_EQ(CheckedFolder().Remove("Services/Service.xdr").Check().at(0).rule, Rule::SchemaFile);
     // A schema that is stricter than the format.
     CheckedFolder strict;
@@ -95,16 +96,18 @@ TEST(Rules, OfTheFolder) {
     CheckedFolder help;
     help.Write("Services/Help.xml", R"(<Service Name="Help" ProgID="tavelinsvc.TavelinService" Active="False">
 <Menus><MenuItem Type="MenuTitle" ActionItem="About" PositionOrder="1"/></Menus></Service>)");
-    EXPECT_EQ(help.Text(), "Services/Help.xml:2:8: error: the MenuItem \"About\" has no Caption for the product's name, "
-                           "so the file is left out (91): write Caption=\"...\", with the name of the application "
-                           "[help-without-about]\n");
+    EXPECT_EQ(help.Text(),
+              "Services/Help.xml:2:8: error: the MenuItem \"About\" has no Caption for the product's name, "
+              "so the file is left out (91): write Caption=\"...\", with the name of the application "
+              "[help-without-about]\n");
     // Classes of one plug-in are no likelier for what stands before the point.
     CheckedFolder classFolder;
     classFolder.AddPlugins().Write("Services/New.xml",
                                    R"(<Service Name="New" ProgID="ExampleSvc.FirstService" Active="1"/>)");
-    EXPECT_EQ(classFolder.Text(true),
-              "Services/New.xml:1:29: error: the plug-in has no class \"ExampleSvc.FirstService\", so the service \"New\" "
-              "can't be made (429): add Class<...>(\"ExampleSvc.FirstService\") to CORVANE_PLUGIN [unknown-class]\n");
+    EXPECT_EQ(
+        classFolder.Text(true),
+        "Services/New.xml:1:29: error: the plug-in has no class \"ExampleSvc.FirstService\", so the service \"New\" "
+        "can't be made (429): add Class<...>(\"ExampleSvc.FirstService\") to CORVANE_PLUGIN [unknown-class]\n");
     // And whether it counts at all.
     CheckedFolder noClass;
     noClass.Write("Services/None.xml", R"(<Service Name="None" Active="maybe"/>)");
@@ -133,7 +136,8 @@ TEST(Rules, TellThePlaceAndTheCureOfManyProblemsAtOnce) {
                  "  Caption='&amp;'/><Menuitem/></Menus>\n<![CDATA[<a>]]></Service>");
     EXPECT_EQ(
         folder.Text(),
-        "Services/Example.xml:3:61: error: Active \"ja\" is neither true nor false, so the whole file is left out: write "
+        "Services/Example.xml:3:61: error: Active \"ja\" is neither true nor false, so the whole file is left out: "
+        "write "
         "\"True\" [bad-value]\n"
         "Services/Example.xml:6:8: error: \"MenuIten\" isn't a Type that is known, so the whole file is left out: "
         "write \"MenuItem\" [bad-word]\n"
@@ -187,39 +191,52 @@ Caption="Two"/></Menus></Service>)");
         R"(<ActionItems><ActionItem Name="A" Action="OnA"/><ActionItem Name="" Action="OnB"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="A" Path="File" PositionOrder="1e9" ShortCutKey="F2" Caption="A"/>
 <MenuItem Type="MenuItem" ActionItem="" Path="File" PositionOrder="1e9" ShortCutKey="F2" Caption="B"/></Menus>)");
-    EXPECT_EQ(nowhere.Text(),
-              "Services/Example.xml:1:140: warning: ActionItem has no Name, so nothing can refer to it: write Name=\"...\" "
-              "[missing-name]\n"
-              "Services/Example.xml:2:76: error: the PositionOrder 1E+09 of the entry \"File.A\" makes its rank too large, "
-              "so the application doesn't start (6): write a smaller number, below 10000 [position-overflow]\n"
-              "Services/Example.xml:3:68: error: the PositionOrder 1E+09 of the entry \"File.\" makes its rank too large, "
-              "so the application doesn't start (6): write a smaller number, below 10000 [position-overflow]\n");
+    EXPECT_EQ(
+        nowhere.Text(),
+        "Services/Example.xml:1:140: warning: ActionItem has no Name, so nothing can refer to it: write Name=\"...\" "
+        "[missing-name]\n"
+        "Services/Example.xml:2:76: error: the PositionOrder 1E+09 of the entry \"File.A\" makes its rank too large, "
+        "so the application doesn't start (6): write a smaller number, below 10000 [position-overflow]\n"
+        "Services/Example.xml:3:68: error: the PositionOrder 1E+09 of the entry \"File.\" makes its rank too large, "
+        "so the application doesn't start (6): write a smaller number, below 10000 [position-overflow]\n");
 }
 
 // The slips of whoever writes XML by hand, each where it is and with what to do about it.
 TEST(Rules, TellWhatIsntWellFormedInWordsOfTheirOwn) {
     const std::vector<std::pair<std::string, std::string>> slips{
         {"", ": error: the file is empty, so the whole file is left out: write a Service element"},
-        {"\n<!-- later -->\n", ":3:1: error: the file has no element, so the whole file is left out: write a Service element"},
-        {"Service", ":1:1: error: there is text before the first element, so the whole file is left out: remove everything"},
+        {"\n<!-- later -->\n",
+         ":3:1: error: the file has no element, so the whole file is left out: write a Service element"},
+        {"Service",
+         ":1:1: error: there is text before the first element, so the whole file is left out: remove everything"},
         {"\xEF\xBB\xBF<Service/>", ":1:1: error: the file begins with the byte order mark of UTF-8"},
-        {std::string("\xFF\xFE<\0S\0", 6), ":1:1: error: the file is UTF-16, and is read as Windows-1252, so the whole file is left out: save it"},
+        {std::string("\xFF\xFE<\0S\0", 6),
+         ":1:1: error: the file is UTF-16, and is read as Windows-1252, so the whole file is left out: save it"},
         {"<Service>\n<Menus>\n</Service>", ":3:11: error: \"Menus\" of line 2 isn't closed before \"</Service>\""},
-        {"<Service>\n</Servize>", ":2:11: error: \"</Servize>\" is to close \"Service\" of line 1, so the whole file is left out: write one name"},
-        {"<Service>\n",
-         ":2:1: error: the file ends before \"Service\" of line 1 is closed, so the whole file is left out: end it with \"</Service>\""},
+        {"<Service>\n</Servize>", ":2:11: error: \"</Servize>\" is to close \"Service\" of line 1, so the whole file "
+                                  "is left out: write one name"},
+        {"<Service>\n", ":2:1: error: the file ends before \"Service\" of line 1 is closed, so the whole file is left "
+                        "out: end it with \"</Service>\""},
         {"<Service/>\n<Service/>", ":2:1: error: there is something after the end of the root element"},
-        {"<Service\n Name='a\n b/>\n<Menus/>", ":2:8: error: the value that begins here goes on up to a \"<\", so the whole file is left out: end it"},
+        {"<Service\n Name='a\n b/>\n<Menus/>",
+         ":2:8: error: the value that begins here goes on up to a \"<\", so the whole file is left out: end it"},
         {"<Service Name='a & b'/>", ": error: \"&\" begins a reference, so the whole file is left out: write &amp;"},
         {"<Service Name='a &b c'/>", ": error: \"&\" begins a reference, so the whole file is left out: write &amp;"},
-        {"<Service Name='&uuml;'/>", ": error: Entity 'uuml' not defined, so the whole file is left out: write the character's number"},
-        {"<Service> < </Service>", ": error: \"<\" begins an element, and no name follows, so the whole file is left out: write &lt;"},
-        {"<Service Name='a' Name='b'/>", ": error: the attribute \"Name\" is there twice, so the whole file is left out: remove one"},
-        {"<Service Name/>", ": error: the attribute \"Name\" has no value, so the whole file is left out: write Name=\"...\""},
+        {"<Service Name='&uuml;'/>",
+         ": error: Entity 'uuml' not defined, so the whole file is left out: write the character's number"},
+        {"<Service> < </Service>",
+         ": error: \"<\" begins an element, and no name follows, so the whole file is left out: write &lt;"},
+        {"<Service Name='a' Name='b'/>",
+         ": error: the attribute \"Name\" is there twice, so the whole file is left out: remove one"},
+        {"<Service Name/>",
+         ": error: the attribute \"Name\" has no value, so the whole file is left out: write Name=\"...\""},
         {"<Service Name=a/>", ": error: a value isn't in quotation marks, so the whole file is left out: write it"},
-        {"<Service Name='a'Active='1'/>", ": error: there is no space between two attributes, so the whole file is left out: write one"},
-        {"<Service Name='a' <Menus/>", ":1:19: error: this isn't the beginning of an attribute, so the whole file is left out: remove it, or end"},
-        {"<Service><!-- a -- b --></Service>", ": error: there is \"--\" in a comment, so the whole file is left out: write one hyphen"},
+        {"<Service Name='a'Active='1'/>",
+         ": error: there is no space between two attributes, so the whole file is left out: write one"},
+        {"<Service Name='a' <Menus/>",
+         ":1:19: error: this isn't the beginning of an attribute, so the whole file is left out: remove it, or end"},
+        {"<Service><!-- a -- b --></Service>",
+         ": error: there is \"--\" in a comment, so the whole file is left out: write one hyphen"},
         {"<Service><!-- a </Service>", ": error: a comment isn't closed, so the whole file is left out: end it with"},
         {" <?xml version='1.0'?><Service/>", ": error: the XML declaration isn't at the very beginning"},
     };

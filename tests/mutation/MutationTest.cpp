@@ -86,7 +86,7 @@ private:
                    place.at.line <= mutant.line + longestElement;
         };
         return Is(finding.place) || std::any_of(finding.notes.begin(), finding.notes.end(),
-                                                 [&](const auto& note) { return Is(note.place); });
+                                                [&](const auto& note) { return Is(note.place); });
     }
 
     [[nodiscard]] std::string FaultOf(const Mutant& mutant, const std::vector<check::Finding>& findings,
