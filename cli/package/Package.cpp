@@ -1,9 +1,15 @@
+#include "cli/new/New.h"
 #include "cli/package/Package.h"
-
+#include "cli/package/RunPath.h"
 #include "corvane/base/Failure.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -45,13 +51,43 @@ std::string RoffText(const std::string& text) {
     return "\\&" + escaped;
 }
 
+// The time that everything made has, as builds that have to come out the same every time say it; nothing without.
+std::optional<std::time_t> GivenTime() {
+    const char* text = std::getenv("SOURCE_DATE_EPOCH");
+    if (!text || !*text)
+        return {};
+    std::time_t time = 0;
+    const char* end = text + std::strlen(text);
+    if (const auto [last, error] = std::from_chars(text, end, time); error != std::errc() || last != end || time < 0)
+        Fail(FailureNumber::InvalidProcedureCall,
+             "SOURCE_DATE_EPOCH is \"" + std::string(text) + "\", which isn't a number of seconds since 1970",
+             "corvane package");
+    return time;
+}
+
 std::string Today() {
-    const std::time_t nowCount = std::time(nullptr);
+    const std::time_t seconds = GivenTime().value_or(std::time(nullptr));
     std::tm now{};
-    ::gmtime_r(&nowCount, &now);
+    ::gmtime_r(&seconds, &now);
     std::array<char, 16> text{};
     (void)std::strftime(text.data(), text.size(), "%Y-%m-%d", &now);
     return text.data();
+}
+
+// Texts that "corvane new" has written to be replaced.
+void RefusePlaceholders(const std::string& file, const nlohmann::json& about) {
+    const auto& templates = scaffold::Templates();
+    const auto written = std::find_if(templates.begin(), templates.end(), [](const scaffold::Template& candidate) {
+        return candidate.path == "application/app/about.json";
+    });
+    if (written == templates.end())
+        return;
+    const nlohmann::json placeholders = nlohmann::json::parse(written->text);
+    for (const char* key : {"developer", "summary", "description", "homepage"})
+        if (const auto it = about.find(key); it != about.end() && *it == placeholders.at(key))
+            Refuse(file, "\"" + std::string(key) + "\" is still " + it->dump() +
+                             ", as \"corvane new\" wrote it. Replace it by what is true of your application" +
+                             (key == std::string_view("homepage") ? ", or remove it" : ""));
 }
 
 class Installer {
@@ -66,6 +102,9 @@ public:
         const fs::path metadata = Write("share/metainfo/" + m_about.id + ".metainfo.xml", Metadata());
         Write("share/man/man1/" + Command() + ".1", ManPage());
         CopyIcon();
+        for (const std::string& file : m_packed.files)
+            Normalize(m_prefix / file);
+        std::sort(m_packed.files.begin(), m_packed.files.end());
         Validate("desktop-file-validate", {entry.string()});
         Validate("appstreamcli", {"validate", "--no-net", metadata.string()});
         return std::move(m_packed);
@@ -97,12 +136,36 @@ private:
     }
 
     void CopyApplication() {
-        const fs::path to = m_prefix / "lib/corvane" / m_about.id;
+        const std::string below = "lib/corvane/" + m_about.id;
+        const fs::path to = m_prefix / below;
         try {
             fs::remove_all(to);
             fs::create_directories(to.parent_path());
-            // Links are followed: what is packed is by itself.
+            // Links are followed, so that what is packed doesn't need the folder that it was made from.
             fs::copy(m_application, to, fs::copy_options::recursive);
+            for (const auto& entry : fs::recursive_directory_iterator(to)) {
+                if (entry.is_directory())
+                    fs::permissions(entry.path(), fs::perms(0755));
+                else
+                    m_packed.files.push_back(below + "/" + entry.path().lexically_relative(to).generic_string());
+            }
+            fs::permissions(to, fs::perms(0755));
+        } catch (const fs::filesystem_error& error) {
+            Fail(FailureNumber::FileAccess, error.what(), "corvane package");
+        }
+    }
+
+    // What depends on the builder's machine goes: folders in which libraries were there, its rights and its times.
+    static void Normalize(const fs::path& file) {
+        try {
+            const bool isProgram = (fs::status(file).permissions() & fs::perms::owner_exec) != fs::perms::none;
+            fs::permissions(file, fs::perms(isProgram ? 0755 : 0644));
+            (void)RemoveForeignRunPath(file);
+            if (const auto time = GivenTime()) {
+                const auto given = std::chrono::file_clock::from_sys(std::chrono::system_clock::from_time_t(*time));
+                if (fs::last_write_time(file) > given)
+                    fs::last_write_time(file, given);
+            }
         } catch (const fs::filesystem_error& error) {
             Fail(FailureNumber::FileAccess, error.what(), "corvane package");
         }
@@ -112,15 +175,16 @@ private:
     void WriteLauncher() {
         const fs::path path = Write("bin/" + Command(), "#!/bin/sh\n"
                                                         "here=$(dirname \"$(readlink -f \"$0\")\")\n"
-                                                        "exec corvane run \"$here/../lib/corvane/" +
-                                                            m_about.id + "\" -- \"$@\"\n");
+                                                        "exec corvane-desktop \"$here/../lib/corvane/" +
+                                                            m_about.id + "\" \"$@\"\n");
         fs::permissions(path, fs::perms(0755));
     }
 
     [[nodiscard]] std::string DesktopEntry() const {
         return "[Desktop Entry]\nType=Application\nName=" + EntryText(m_about.name) +
                "\nComment=" + EntryText(m_about.summary) + "\nExec=" + Command() + "\nIcon=" + m_about.id +
-               "\nTerminal=false\nCategories=" + EntryText(m_about.categories) + "\n";
+               "\nStartupWMClass=" + m_about.id + "\nTerminal=false\nCategories=" + EntryText(m_about.categories) +
+               "\n";
     }
 
     [[nodiscard]] std::string Metadata() const {
@@ -217,6 +281,7 @@ About ReadAbout(const std::string& application) {
     Read("date", about.date, false);
     if (!std::regex_match(about.id, std::regex(R"([A-Za-z][\w-]*(\.[A-Za-z][\w-]*)+)")))
         Refuse(file, "the id \"" + about.id + "\" isn't of the form \"org.example.Birds\"");
+    RefusePlaceholders(file, json);
     return about;
 }
 

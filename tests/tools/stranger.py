@@ -5,6 +5,7 @@ builds it against the installed tree, runs its tests, checks it, and packages it
 
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -74,8 +75,26 @@ with tempfile.TemporaryDirectory() as temporary:
 
     # Packed, it is what the desktop's own validators accept, and its launcher finds it.
     packed = home / "packed"
-    run(corvane, "package", birds / "build/birds", "--prefix", packed)
+    about = birds / "app/about.json"
+    for placeholder, real in (("Your name", "A. Tester"), ("A Corvane application", "Counts birds"),
+                              ("Say here in a few sentences what it is good for.", "Counts birds."),
+                              ("https://example.org", "https://birds.example")):
+        refused = run(corvane, "package", birds / "build/birds", "--prefix", packed, code=3)
+        assert "about.json" in refused and "is still" in refused, refused
+        about.write_text(about.read_text().replace(placeholder, real))
+    environment["SOURCE_DATE_EPOCH"] = "1000000000"
+    listed = run(corvane, "package", birds / "build/birds", "--prefix", packed).splitlines()
+    there = [str(path) for path in packed.rglob("*") if path.is_file()]
+    assert listed == sorted(listed) and sorted(listed) == sorted(there), (listed, there)
+    assert {int((packed / path).stat().st_mtime) for path in there} == {1000000000}
+    assert 'date="2001-09-09"' in (packed / "share/metainfo/org.example.birds.metainfo.xml").read_text()
+    for plugin in packed.rglob("*.so"):
+        paths = re.findall(r"\((?:RUN|R)PATH\).*\[(.*)\]", run("readelf", "-d", plugin))
+        assert paths == ["$ORIGIN"], (plugin, paths)
+    assert str(home) not in "".join(path.read_text() for path in packed.rglob("share/**/*") if path.is_file())
+    assert "corvane-desktop" in (packed / "bin/birds").read_text()
     entry = (packed / "share/applications/org.example.birds.desktop").read_text()
+    assert "StartupWMClass=org.example.birds\n" in entry, entry
     assert "Exec=birds\n" in entry and "Icon=org.example.birds\n" in entry, entry
     assert (packed / "share/icons/hicolor/scalable/apps/org.example.birds.svg").is_file()
     environment |= {"PATH": f"{prefix}/bin:{os.environ['PATH']}", "QT_QPA_PLATFORM": "offscreen"}
