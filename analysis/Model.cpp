@@ -182,12 +182,12 @@ private:
         if (nearest)
             edits = {ValueEdit(*provider.file, name, *nearest)};
         for (const Action& action : provider.actions) {
-            const Attribute* name = action.element->Find("Name");
-            if (EqualText(Trimmed(action.name), Trimmed(written)) && Trimmed(action.name) != action.name && name) {
-                notes = {{provider.file->At(name->AtValue()), "the Name with the blank"}};
+            const Attribute* itsName = action.element->Find("Name");
+            if (EqualText(Trimmed(action.name), Trimmed(written)) && Trimmed(action.name) != action.name && itsName) {
+                notes = {{provider.file->At(itsName->AtValue()), "the Name with the blank"}};
                 cure = "remove the blank from Name=" + Quoted(action.name) + ", so that it is " +
                        Quoted(Trimmed(action.name));
-                edits = {ValueEdit(*provider.file, *name, Trimmed(action.name))};
+                edits = {ValueEdit(*provider.file, *itsName, Trimmed(action.name))};
                 break;
             }
             if (!nearest && !written.empty() && EqualText(action.procedure, written)) {

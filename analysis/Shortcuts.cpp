@@ -291,8 +291,8 @@ std::optional<std::string> NearestShortcut(std::string_view text) {
             return std::nullopt;
         part = *nearest;
     }
-    const std::string text = Joined(translated);
-    return translated.empty() || !ShortcutIn(text) ? std::nullopt : std::optional(text);
+    std::string nearestText = Joined(translated);
+    return translated.empty() || !ShortcutIn(nearestText) ? std::nullopt : std::optional(std::move(nearestText));
 }
 
 std::optional<std::string> InOwnWords(std::string_view text) {

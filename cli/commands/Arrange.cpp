@@ -3,13 +3,16 @@
 #include "adapters/common/Paths.h"
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
+#include "corvane/base/Failure.h"
 #include "headless/ModelHost.h"
 
 #include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace corvane::tool {
 

@@ -10,6 +10,8 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
+#include <cctype>
+#include <cstdlib>
 #include <filesystem>
 #include <istream>
 #include <nlohmann/json.hpp>
@@ -99,10 +101,10 @@ private:
         return {{"capabilities",
                  {{"textDocumentSync", {{"openClose", true}, {"change", 1}, {"save", true}}},
                   {"hoverProvider", true},
-                  {"completionProvider", {{"triggerCharacters", {"\"", "<", " "}}}},
+                  {"completionProvider", {{"triggerCharacters", Json::array({"\"", "<", " "})}}},
                   {"definitionProvider", true},
                   {"renameProvider", {{"prepareProvider", true}}},
-                  {"codeActionProvider", {{"codeActionKinds", {"quickfix"}}}}}},
+                  {"codeActionProvider", {{"codeActionKinds", Json::array({"quickfix"})}}}}},
                 {"serverInfo", {{"name", "corvane lsp"}, {"version", CORVANE_VERSION}}}};
     }
 
@@ -116,8 +118,8 @@ private:
         const std::optional<std::string> path = KeyOf(*opened);
         if (method == "textDocument/didOpen") {
             Keep(*path, document.value("text", ""));
-        } else if (method == "textDocument/didChange" && !parameters["contentChanges"].empty()) {
-            Keep(*path, parameters["contentChanges"].back().value("text", ""));
+        } else if (method == "textDocument/didChange" && !parameters.value("contentChanges", Json::array()).empty()) {
+            Keep(*path, parameters.at("contentChanges").back().value("text", ""));
         } else if (method == "textDocument/didClose") {
             m_documents.erase(*path);
             m_readable.erase(*path);
@@ -325,8 +327,9 @@ private:
 
     static void AddElements(const check::ElementFormat& format, Json& items) {
         for (const check::ElementFormat& child : format.children) {
-            const bool isThere =
-                std::any_of(items.begin(), items.end(), [&](const Json& item) { return item["label"] == child.name; });
+            const bool isThere = std::any_of(items.begin(), items.end(), [&](const Json& item) {
+                return item["label"].get<std::string>() == child.name;
+            });
             if (!isThere)
                 items.push_back({{"label", child.name}, {"kind", 7}});
             AddElements(child, items);
@@ -393,8 +396,9 @@ private:
     }
 
     std::ostream& m_out;
-    std::map<std::string, Document> m_documents;   // that are open, by path
-    std::map<std::string, std::string> m_readable; // of each the last bytes that were well formed
+    std::map<std::string, Document> m_documents;       // that are open, by path
+    std::map<std::string, std::string> m_applications; // of each the application that it was opened in
+    std::map<std::string, std::string> m_readable;     // of each the last bytes that were well formed
     std::set<std::string> m_published;
     std::vector<check::Finding> m_findings;
     bool m_isShutDown = false;
@@ -429,8 +433,13 @@ int Serve(std::istream& in, std::ostream& out) {
         const Json message = Json::parse(*text, nullptr, false);
         if (message.is_discarded() || !message.is_object())
             server.SendError(nullptr, parseError, "not a JSON object");
-        else if (!server.Handle(message))
-            break;
+        else
+            try {
+                if (!server.Handle(message))
+                    break;
+            } catch (const std::exception& error) { // a message of another shape than the protocol's
+                server.SendError(nullptr, internalError, error.what());
+            }
     }
     return server.IsShutDown() ? 0 : 1;
 }

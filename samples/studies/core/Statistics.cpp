@@ -121,7 +121,8 @@ std::vector<std::string> ValuesOf(const Column& column) {
         std::set<double> numbers;
         std::copy_if(column.numbers.begin(), column.numbers.end(), std::inserter(numbers, numbers.end()),
                      [](double value) { return !std::isnan(value); });
-        std::transform(numbers.begin(), numbers.end(), std::back_inserter(values), TextOf);
+        std::transform(numbers.begin(), numbers.end(), std::back_inserter(values),
+                       [](double value) { return TextOf(value); });
     } else {
         const std::set<std::string_view> texts(column.texts.begin(), column.texts.end());
         for (const std::string_view text : texts)
