@@ -122,7 +122,7 @@ std::vector<std::string> ValuesOf(const Column& column) {
         std::copy_if(column.numbers.begin(), column.numbers.end(), std::inserter(numbers, numbers.end()),
                      [](double value) { return !std::isnan(value); });
         std::transform(numbers.begin(), numbers.end(), std::back_inserter(values),
-                       [](double value) { return TextOf(value); });
+                       [&](double value) { return TextOf(value, column.decimals); });
     } else {
         const std::set<std::string_view> texts(column.texts.begin(), column.texts.end());
         for (const std::string_view text : texts)
