@@ -1,5 +1,6 @@
-#include "cli/new/New.h"
 #include "cli/package/Package.h"
+
+#include "cli/new/New.h"
 #include "cli/package/RunPath.h"
 #include "corvane/base/Failure.h"
 

@@ -372,6 +372,13 @@
     </message>
 </context>
 <context>
+    <name>Explorer</name>
+    <message>
+        <source>Explorer</source>
+        <translation>Explorer</translation>
+    </message>
+</context>
+<context>
     <name>ExplorerPage</name>
     <message>
         <source>Filter</source>
@@ -1217,6 +1224,13 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>Restore Defaults</source>
         <translation>Voreinstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>QPrintPreviewDialog</name>
+    <message>
+        <source>Print</source>
+        <translation>Drucken</translation>
     </message>
 </context>
 <context>

@@ -72,7 +72,7 @@
     </message>
     <message>
         <source>A part of the application failed; the rest goes on.</source>
-        <translation>Une partie de l’application a échoué ; le reste continue.</translation>
+        <translation>Une partie de l’application a échoué&#xa0;; le reste continue.</translation>
     </message>
 </context>
 <context>
@@ -266,17 +266,17 @@
     </message>
     <message>
         <source>“%1”</source>
-        <translation>« %1 »</translation>
+        <translation>«&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>an %1</source>
         <comment>kind of item in the explorer</comment>
-        <translation>un élément « %1 »</translation>
+        <translation>un élément «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>a %1</source>
         <comment>kind of item in the explorer</comment>
-        <translation>un élément « %1 »</translation>
+        <translation>un élément «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>Choose %1 in the explorer first</source>
@@ -369,6 +369,13 @@
     <message>
         <source>%1, line %2</source>
         <translation>%1, ligne %2</translation>
+    </message>
+</context>
+<context>
+    <name>Explorer</name>
+    <message>
+        <source>Explorer</source>
+        <translation>Explorateur</translation>
     </message>
 </context>
 <context>
@@ -486,11 +493,11 @@
     <name>Files</name>
     <message>
         <source>“%1” is there already.</source>
-        <translation>« %1 » existe déjà.</translation>
+        <translation>«&#xa0;%1&#xa0;» existe déjà.</translation>
     </message>
     <message>
         <source>Replacing it in the folder “%1” overwrites what it holds.</source>
-        <translation>Si vous remplacez le fichier dans le dossier « %1 », son contenu est écrasé.</translation>
+        <translation>Si vous remplacez le fichier dans le dossier «&#xa0;%1&#xa0;», son contenu est écrasé.</translation>
     </message>
     <message>
         <source>&amp;Replace</source>
@@ -1217,6 +1224,13 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>Restore Defaults</source>
         <translation>Valeurs par défaut</translation>
+    </message>
+</context>
+<context>
+    <name>QPrintPreviewDialog</name>
+    <message>
+        <source>Print</source>
+        <translation>Imprimer</translation>
     </message>
 </context>
 <context>
