@@ -32,7 +32,7 @@ TEST_F(Sections, EntriesWorkAtOnceAndGoAgain) {
         // Each filling is the same as the first, also from within an entry.
         std::function<void()> fnFill = [&] {
             oRecent.Clear();
-            for (const std::string& sFile : {"a&b.csv", "c.csv"})
+            for (const std::string& sFile : {std::string("a&b.csv"), std::string("c.csv")})
                 oRecent.Add(MenuSection::Verbatim(sFile), [&, sFile] {
                     aChosen.push_back(sFile);
                     fnFill();
