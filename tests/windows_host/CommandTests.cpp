@@ -16,8 +16,6 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-constexpr const char* wizard = "Type='Wizard' IsMDIChild='false'";
-
 struct CommandCase {
     const char* what;
     const char* attributes;

@@ -13,8 +13,6 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-constexpr const char* dialog = "Type='Dialog' IsMDIChild='false'";
-
 TEST_F(HostRoom, RaisedWindowBehindAModalOneIsNotTheActiveOne) {
     Define("W", "Type='Window'", "A");
     Start();
@@ -22,10 +20,10 @@ TEST_F(HostRoom, RaisedWindowBehindAModalOneIsNotTheActiveOne) {
     const auto second = Open("W", "second");
     QMdiArea& area = m_application->Window().Area();
     {
-        QDialog modal(&m_application->Window());
-        modal.setModal(true);
-        modal.show();
-        ASSERT_EQ(QApplication::activeModalWidget(), &modal);
+        QDialog inFront(&m_application->Window());
+        inFront.setModal(true);
+        inFront.show();
+        ASSERT_EQ(QApplication::activeModalWidget(), &inFront);
         m_heard->Take();
         area.setActiveSubWindow(static_cast<QMdiSubWindow*>(m_forms.front()->Frame())); // as a window manager may
         EXPECT_EQ(Manager().ActiveWindow(), second);
@@ -70,7 +68,7 @@ TEST_F(HostRoom, FailureOfOneWhoHearsAPageLeaveIsOverWithThat) {
 
 // The field loses the focus when its window closes, by every way to close it.
 TEST_F(HostRoom, PageThatHasEndedHearsNothingOfItsWidgets) {
-    Define("D", dialog, "A B.NewWidget");
+    Define("D", dialogAttributes, "A B.NewWidget");
     Start();
     const std::vector<std::function<void(QLineEdit*)>> ways{
         [](QLineEdit* field) { QTest::keyClick(field, Qt::Key_Escape); },

@@ -23,6 +23,7 @@ namespace corvane::desktop {
 
 // The attributes of the definition of a dialog.
 inline constexpr const char* dialogAttributes = "Type='Dialog' IsMDIChild='false'";
+inline constexpr const char* wizard = "Type='Wizard' IsMDIChild='false'";
 
 struct Heard {
     std::string line;

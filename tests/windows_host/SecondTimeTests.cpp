@@ -15,8 +15,6 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-constexpr const char* wizard = "Type='Wizard' IsMDIChild='false'";
-
 TEST_F(HostRoom, SaveAtTheCloseBoxSavesAndEndsAsByOk) {
     Define("W", "Type='Window'", "A B");
     Start();
@@ -121,9 +119,9 @@ public:
         return true;
     }
     bool end() override { return true; }
-    void updateState(const QPaintEngineState& state) override {
-        if (state.state() & QPaintEngine::DirtyTransform)
-            m_transform = state.transform();
+    void updateState(const QPaintEngineState& changed) override {
+        if (changed.state() & QPaintEngine::DirtyTransform)
+            m_transform = changed.transform();
     }
     void drawPixmap(const QRectF& /*place*/, const QPixmap& /*pixmap*/, const QRectF& /*source*/) override {}
     void drawTextItem(const QPointF& place, const QTextItem& item) override {
