@@ -24,8 +24,9 @@ namespace {
 
 std::string FirstLines(const std::vector<std::string>& lines) {
     constexpr std::size_t mostShown = 3;
-    std::string text =
-        JoinLines({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(mostShown, lines.size()))});
+    std::string text;
+    for (std::size_t i = 0; i < std::min(mostShown, lines.size()); ++i)
+        text += (i > 0 ? "\n" : "") + lines[i];
     if (lines.size() > mostShown)
         text += "\nand " + CountText(lines.size() - mostShown) + " more.";
     return text;
