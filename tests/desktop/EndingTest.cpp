@@ -83,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Places, EndingAt,
                                            "Page.IsChanged", "Page.HelpTopic", "Page.Validate", "Page.Activate",
                                            "Page.Deactivate", "Page.clicked", "Page.editingFinished",
                                            "Page.CommandClick", "Page.Save", "Page.Terminate"),
-                         [](const auto& info) { return QString(info.param).remove('.').toStdString(); });
+                         [](const auto& place) { return QString(place.param).remove('.').toStdString(); });
 
 TEST_F(ActingTest, StepsAreRefusedOnceTheApplicationHasEnded) {
     m_acts.at["A.Start"] = [] { Singleton::Framework()->AppExit(); }; // a login that is cancelled

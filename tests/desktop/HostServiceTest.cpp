@@ -314,18 +314,18 @@ TEST(Progress, NamesTheServiceThatDoesNotAnswerToCancel) {
     progress->SetValue(0);
     progress->Widget()->findChild<QPushButton*>()->click();
     const QLabel* text = progress->Widget()->findChildren<QLabel*>().front();
-    const auto fnWorksUntil = [&](const QString& text) {
+    const auto worksUntil = [&](const QString& wanted) {
         QElapsedTimer time;
         time.start();
-        while (text->text() != text && !time.hasExpired(60000)) {
+        while (text->text() != wanted && !time.hasExpired(60000)) {
             progress->Increment(); // and never asks
             QThread::msleep(20);
         }
-        return text->text() == text;
+        return text->text() == wanted;
     };
-    EXPECT_TRUE(fnWorksUntil("Counter isn't responding to Cancel")) << text->text().toStdString();
+    EXPECT_TRUE(worksUntil("Counter isn't responding to Cancel")) << text->text().toStdString();
     EXPECT_TRUE(progress->WasCanceled());
-    EXPECT_TRUE(fnWorksUntil(QString::fromUtf8("Cancelling…"))) << text->text().toStdString();
+    EXPECT_TRUE(worksUntil(QString::fromUtf8("Cancelling…"))) << text->text().toStdString();
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "tests/desktop/AppFolder.h"
 
 #include <QAbstractButton>
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
