@@ -87,7 +87,8 @@ bool ModelHost::Start() {
     Do([this] {
         const Ref<Framework> framework = CorvaneMain::Framework();
         framework->Initialize(m_mainForm, m_panelForm, m_formFactory);
-        framework->Start();
+        if (!CorvaneMain::HasEnded()) // a plug-in may have ended the application already
+            framework->Start();
     });
     return !m_firstFailure;
 }

@@ -49,16 +49,15 @@ class Traveller final : public Automation<Traveller, IServiceAccess, IExplorerIt
 public:
     explicit Traveller(std::string sName) : m_sName(std::move(sName)) {
         ++pRoad->nObjects;
-        Reach("constructor");
         m_oItem->NameSilently(m_sName);
         Hear(m_oService->InitializeEvent, "Initialize");
         Hear(m_oService->TerminateEvent, "Terminate");
         m_aSubscriptions.push_back(
             m_oItem->InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& colChildren) {
-                if (m_sName == "Root")
+                Reach("Initialize");
+                if (m_sName == "Root" && !pRoad->bEnded)
                     for (const char* sChild : {"a", "b"})
                         colChildren->Add(New<Traveller>(sChild));
-                Reach("Initialize");
             }));
         Hear(m_oItem->OnDisplayName, "OnDisplayName");
         Hear(m_oItem->OnBeforeRename, "OnBeforeRename");
@@ -116,7 +115,10 @@ private:
 
 class TravellerFactory final : public IObjectFactory {
 public:
-    Ref<Object> Create(std::string_view sProgID) override { return New<Traveller>(std::string(sProgID)); }
+    Ref<Object> Create(std::string_view sProgID) override {
+        pRoad->Reach(std::string(sProgID) + ".constructor");
+        return New<Traveller>(std::string(sProgID));
+    }
 };
 
 class PumpedTimers final : public ITimers {
@@ -178,9 +180,12 @@ protected:
         oPlatform.oObjectFactory = New<TravellerFactory>();
         oPlatform.oTimers = New<PumpedTimers>(oPlatform.oTimers);
         SetCurrentPlatform(oPlatform);
-        oApplication.Host().SetModalLoop([](const auto&) { pRoad->Reach("modal loop"); });
+        m_aSubscriptions.push_back(
+            oApplication.Host().MainForm()->ChildLoaded.Subscribe([this](const Ref<Form>& oForm) {
+                m_aSubscriptions.push_back(oForm->ModalLoop.Subscribe([] { pRoad->Reach("modal loop"); }));
+            }));
         Listen();
-        EXPECT_EQ(oApplication.Start(), 0);
+        EXPECT_TRUE(oApplication.Host().Start());
         for (const char* sStep : aSteps)
             if (!m_oRoad.bEnded)
                 oApplication.Take(sStep);
@@ -214,10 +219,12 @@ protected:
         Hear(oWindows.PageActivateEvent, "PageActivate");
         Hear(oWindows.PageDeactivateEvent, "PageDeactivate");
     }
-    // Windows end after the application, which leaves them open, and what was running goes on to its end.
+    // Windows end after the application, which leaves them open, and what was running goes on to its end; so does an
+    // event, whose other listeners are still called.
     static bool MayComeAfterTheEnd(const std::string& sPlace) {
         return sPlace.starts_with("Window") || sPlace.starts_with("Page") || sPlace.ends_with(".Terminate") ||
-               std::set<std::string>{"A.OnExit", "A.DoAsk", "A.DoWork", "modal loop", "message loop"}.contains(sPlace);
+               std::set<std::string>{"A.OnExit", "A.DoAsk", "A.DoWork", "OnOpen", "modal loop", "message loop"}
+                   .contains(sPlace);
     }
 
     Road m_oRoad;

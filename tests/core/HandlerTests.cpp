@@ -131,7 +131,7 @@ TEST(Handlers, AFailureTellsWhichProcedureItLeft) {
     Platform oPlatform = CurrentPlatform();
     oPlatform.oObjectFactory = New<FailingFactory>();
     SetCurrentPlatform(oPlatform);
-    ASSERT_EQ(oApplication.Start(), 0);
+    ASSERT_TRUE(oApplication.Host().Start());
     oPlatform.oUtilities = oUtilities;
     SetCurrentPlatform(oPlatform);
 
@@ -153,12 +153,15 @@ TEST(Handlers, AFailureTellsWhichProcedureItLeft) {
     }
     fnFail = nullptr;
     CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->Refresh();
+    oApplication.Take("node 0 x");
     fnFail = [] { Fail(91); };
     EXPECT_NE(oApplication.Click("File.Open"), 0);
     EXPECT_EQ(Without(oUtilities->sContext), sOpen);
     // Through another procedure: both, the one that failed first.
+    bool bIsOuter = true;
     fnFail = [&] {
-        fnFail = [] { Fail(91); };
+        if (!std::exchange(bIsOuter, false))
+            Fail(91);
         oApplication.MasterTool("File.Open")->TagVariant().As<ActionItem>()->OnAction();
     };
     EXPECT_NE(oApplication.Click("File.Run"), 0);
