@@ -142,7 +142,10 @@ private:
     [[nodiscard]] bool IsSlip(const std::string& written, std::string_view name, const Names& known) const {
         const std::size_t longer = std::max(written.size(), name.size());
         const std::size_t shorter = std::min(written.size(), name.size());
-        if (longer - shorter > 1 ||
+        // Another convention is another kind of name, such as that of a table in a database.
+        const bool isAlike = !written.empty() && written.front() == name.front() &&
+                             (written.find('_') != std::string::npos) == (name.find('_') != std::string_view::npos);
+        if (longer - shorter > 1 || !isAlike ||
             std::any_of(known.begin(), known.end(), [&](const auto& each) { return EqualText(each.name, written); }))
             return false;
         const auto IsPlural = [](std::string_view one, std::string_view other) {

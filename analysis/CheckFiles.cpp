@@ -124,9 +124,13 @@ private:
         static constexpr std::array backups{"bak", "orig", "old", "swp", "tmp", "rej", "off", "disabled", "xml~"};
         std::string plain = name;
         const std::string extension = ExtensionOf(name);
-        const bool isBackup =
-            std::any_of(backups.begin(), backups.end(), [&](const char* each) { return EqualText(extension, each); }) ||
-            name.ends_with('~') || name.starts_with(".#") || name.starts_with('#');
+        const bool isBackup = std::any_of(backups.begin(), backups.end(),
+                                          [&](const char* each) {
+                                              const std::size_t digits =
+                                                  extension.find_last_not_of("0123456789") + 1; // as in bak2
+                                              return EqualText(std::string_view(extension).substr(0, digits), each);
+                                          }) ||
+                              name.ends_with('~') || name.starts_with(".#") || name.starts_with('#');
         const std::size_t inside = FoldText(name).rfind(".xml");
         if (inside != std::string::npos)
             plain = name.substr(0, inside) + ".xml";

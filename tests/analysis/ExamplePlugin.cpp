@@ -2,6 +2,8 @@
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceBase.h"
+#include "corvane/windows/IPageAccess.h"
+#include "corvane/windows/PageBase.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 
@@ -41,7 +43,17 @@ public:
     static constexpr auto Members = MemberTable(Method("Open", &Plots::Open));
 };
 
+class PlotPage final : public Automation<PlotPage, IPageAccess> {
+public:
+    Ref<IPage> Page() override { return m_pageBase; }
+    static constexpr auto Members = MemberTable();
+
+private:
+    Ref<PageBase> m_pageBase = New<PageBase>();
+};
+
 } // namespace corvane
 
 CORVANE_PLUGIN(Class<corvane::ExampleService>("ExampleSvc.ExampleService"),
-               Class<corvane::StartService>("ExampleSvc.StartService"), Class<corvane::Plots>("ExampleSvc.Plots"))
+               Class<corvane::StartService>("ExampleSvc.StartService"), Class<corvane::Plots>("ExampleSvc.Plots"),
+               Class<corvane::PlotPage>("ExampleSvc.PlotPage"))
