@@ -99,7 +99,22 @@ TEST(Arrange, SaysWhatCantBeDone) {
     EXPECT_NE(Refusal("  Plot.One\n").find("a menu has to be named before"), std::string::npos);
     const std::string reversed = "menu Plot\n  Plot.Two\n  Plot.More\n  Plot.Four\n  Plot.One\n";
     EXPECT_NE(Refusal(reversed, {"B.xml"}).find("can't come out without a change of other files"), std::string::npos);
-    EXPECT_EQ(Refusal("menu Plot\n  Plot.More\n  Plot.One\n  Plot.Four\n  Plot.Two\n", {"B.xml"}), "done");
+    // What the other files leave room for can be done.
+    CheckedFolder other;
+    other.Write("Services/A.xml", R"(<Service Name="A" ProgID="A.A" Active="True"><ActionItems><ActionItem Name="Plot"/>
+<ActionItem Name="One" Action="On1"/><ActionItem Name="Two" Action="On2"/></ActionItems><Menus>
+<MenuItem Type="MenuTitle" ActionItem="Plot" PositionOrder="300" Caption="Plot"/>
+<MenuItem Type="MenuItem" ActionItem="One" Path="Plot" PositionOrder="10" Caption="One"/>
+<MenuItem Type="MenuItem" ActionItem="Two" Path="Plot" PositionOrder="30" Caption="Two"/></Menus></Service>)");
+    other.Write("Services/B.xml", R"(<Service Name="B" ProgID="B.B" Active="True"><ActionItems>
+<ActionItem Name="Four" Action="On4"/></ActionItems><Menus>
+<MenuItem Type="MenuItem" ActionItem="Four" Path="Plot" PositionOrder="5" Caption="Four"/></Menus></Service>)");
+    EXPECT_EQ(Menu(Arranged(other, "menu Plot
+  Plot.One
+  Plot.Four
+  Plot.Two
+", {"B.xml"}), "menu Plot"),
+              "Plot.One Plot.Four Plot.Two");
 }
 
 TEST(Numbers, KeepAsManyAsTheyCan) {
@@ -119,7 +134,7 @@ TEST(Numbers, KeepAsManyAsTheyCan) {
     EXPECT_EQ(Numbered({10, 20, 30}), "1000 2000 3000");
     EXPECT_EQ(Numbered({30, 10, 20}), "500 1000 2000");
     EXPECT_EQ(Numbered({10, 10, 10}), "1000 2000 3000");
-    EXPECT_EQ(Numbered({10, 99, 11}), "1000 1050 1100");
+    EXPECT_EQ(Numbered({10, 99, 11}), "1000 9900 10000");
 }
 
 } // namespace corvane::testing
