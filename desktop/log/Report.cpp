@@ -13,7 +13,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr qsizetype shortestName = 3; // "a" would be replaced everywhere
+constexpr qsizetype shortestName = 2; // "a" would be replaced everywhere
 
 void ReplaceWord(QString& text, const QString& word, const QString& with) {
     if (word.size() < shortestName)

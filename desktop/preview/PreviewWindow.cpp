@@ -183,8 +183,9 @@ void PreviewWindow::Folder_Changed() {
     } else {
         try {
             m_findings = check::Check({m_options.folder, false});
-            std::erase_if(m_findings, [](const auto& finding) { // a stand-in is there instead
-                return finding.rule == check::Rule::MissingPlugin;
+            std::erase_if(m_findings, [](const auto& finding) { // a stand-in is there instead; notes are about style
+                return finding.rule == check::Rule::MissingPlugin ||
+                       check::TextOf(finding.rule).severity == check::Severity::Note;
             });
             const std::string standIns = m_options.folder + "/standins.json";
             m_standIns = std::make_shared<const inspect::StandInFile>(

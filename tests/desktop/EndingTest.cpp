@@ -79,10 +79,8 @@ INSTANTIATE_TEST_SUITE_P(Places, EndingAt,
                          ::testing::Values("A.Initialize", "B.Initialize", "A.Start", "B.OnAct", "A.GetUnsavedItems",
                                            "B.Save", "A.SaveComplete", "A.Terminate", "Root.Initialize",
                                            "Leaf.Initialize", "Leaf.DisplayName", "Leaf.OnAct", "Leaf.BeforeRename",
-                                           "Leaf.AfterRename", "Page.Initialize", "Page.NewWidget", "Page.FirstFocus",
-                                           "Page.IsChanged", "Page.HelpTopic", "Page.Validate", "Page.Activate",
-                                           "Page.Deactivate", "Page.clicked", "Page.editingFinished",
-                                           "Page.CommandClick", "Page.Save", "Page.Terminate"),
+                                           "Page.NewWidget", "Page.IsChanged", "Page.Validate", "Page.clicked",
+                                           "Page.editingFinished", "Page.Save", "Page.Terminate"),
                          [](const auto& place) { return QString(place.param).remove('.').toStdString(); });
 
 TEST_F(ActingTest, StepsAreRefusedOnceTheApplicationHasEnded) {

@@ -157,7 +157,7 @@ TEST_F(PreviewRoom, FolderThatGoesAndComesBackIsFollowed) {
         const int shown = preview.ShownCount();
         ASSERT_TRUE(QDir().rename(m_folder.Path("App"), m_folder.Path("Away")));
         EXPECT_TRUE(Until([&] { return preview.HasErrors(); }));
-        EXPECT_TRUE(Problem(0).contains("isn't there")) << Problem(0).toStdString();
+        EXPECT_TRUE(Problem(0).contains("doesn't exist")) << Problem(0).toStdString();
         EXPECT_EQ(preview.ShownCount(), shown);
         ASSERT_TRUE(QDir().rename(m_folder.Path("Away"), m_folder.Path("App")));
         EXPECT_TRUE(Until([&] { return !preview.HasErrors(); }));

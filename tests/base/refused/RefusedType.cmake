@@ -1,6 +1,7 @@
 # What the compiler says of each member of RefusedType.cpp: nothing of the first, one error of each other.
 foreach(member Start List Change Small)
   execute_process(COMMAND ${COMPILE} -DMEMBER=${member} ${SOURCE} ERROR_VARIABLE said RESULT_VARIABLE failed)
+  string(REPLACE ";" "," said "${said}")
   string(REGEX MATCHALL "error: [^\n]*" errors "${said}")
   list(LENGTH errors count)
   if(member STREQUAL "Start")
