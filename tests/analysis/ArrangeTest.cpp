@@ -109,11 +109,7 @@ TEST(Arrange, SaysWhatCantBeDone) {
     other.Write("Services/B.xml", R"(<Service Name="B" ProgID="B.B" Active="True"><ActionItems>
 <ActionItem Name="Four" Action="On4"/></ActionItems><Menus>
 <MenuItem Type="MenuItem" ActionItem="Four" Path="Plot" PositionOrder="5" Caption="Four"/></Menus></Service>)");
-    EXPECT_EQ(Menu(Arranged(other, "menu Plot
-  Plot.One
-  Plot.Four
-  Plot.Two
-", {"B.xml"}), "menu Plot"),
+    EXPECT_EQ(Menu(Arranged(other, "menu Plot\n  Plot.One\n  Plot.Four\n  Plot.Two\n", {"B.xml"}), "menu Plot"),
               "Plot.One Plot.Four Plot.Two");
 }
 

@@ -148,8 +148,8 @@ TEST_F(StudiesApplication, TheDialogOfTheHostIsAsked) {
     m_host->Dialogs().AddAnswer(m_folder.Path("bad.csv"));
     std::ofstream(m_folder.Path("bad.csv")) << "a,b\n1,2\n3\n";
     Click("File.Open");
-    EXPECT_EQ(Failures(), "bad.csv: Line 3: 1 field where the first row has 2.\nCorrect the file, or bring it into a "
-                          "study by File > Import, which can leave out what can't be read.");
+    EXPECT_EQ(Failures(), "bad.csv: Line 3: 1 field where the first row has 2.\nCorrect the file, or import it into a "
+                          "study with File > Import, which can leave out rows that can't be read.");
 }
 
 TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
@@ -273,7 +273,7 @@ TEST_F(StudiesApplication, AChosenItemStaysChosenWhenTheExplorerIsMadeAnew) {
 
 TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     Start();
-    m_host->Dialogs().AddAnswer(STUDIES_DATA "/penguins.csv");
+    m_host->Dialogs().AddAnswer(STUDIES_APP "/Data/penguins.csv");
     Click("File.Open");
     EXPECT_EQ(Status(), "penguins.csv: 344 rows, 7 columns");
     m_host->Do([&] { m_host->Tabs()->ChooseTab(1); });
@@ -334,7 +334,6 @@ TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
     } cases[] = {
         {"one", "Rename\none already exists"},
         {"Studies", "Rename\nStudies already exists"}, // the root's name, which the store doesn't know
-        {"", "Rename\nStudies already exists"},        // told as a failure instead of a message
     };
     for (const auto& testCase : cases) {
         Click("Edit.Rename");
@@ -342,6 +341,11 @@ TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
         EXPECT_EQ(LastMessage(), testCase.message);
         EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Two(Data Sets, Analyses))");
     }
+    // What the store refuses is a failure, behind which the label is as it was typed.
+    Click("Edit.Rename");
+    Type("");
+    Click("View.Refresh");
+    EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Two(Data Sets, Analyses))");
     EXPECT_EQ(m_host->Recorded().log.back().failure.Description, "A study needs a name.");
     Click("Edit.Undo");
     EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Study 1(Data Sets, Analyses))")

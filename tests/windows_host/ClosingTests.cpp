@@ -173,9 +173,9 @@ TEST_F(HostRoom, PageThatCannotBeShownSaysWhyAndItsTabIsMarked) {
     EXPECT_TRUE(QApplication::clipboard()->text().contains("There is no class T.None"));
     window->SetActivePageIndex(2);
     Page("A").Enter("");
-    EXPECT_TRUE(tabs->tabToolTip(2).contains("missing or wrong"));
+    EXPECT_TRUE(tabs->tabToolTip(2).contains("missing or invalid"));
     Page("A").Enter("x");
-    EXPECT_FALSE(tabs->tabToolTip(2).contains("missing or wrong"));
+    EXPECT_FALSE(tabs->tabToolTip(2).contains("missing or invalid"));
     EXPECT_NE(m_application->AsText().find("  Page A (in front) (changed)\n  Commands [OK] [Apply] [Cancel]\n"),
               std::string::npos)
         << m_application->AsText();

