@@ -141,7 +141,7 @@ TEST_F(WorkTest, LabelThatIsEditedStaysOpenUntilItIsDone) {
     QLineEdit* editor = FieldIn(Tree(0)->viewport());
     editor->setText("Half a na");
     Rename("#Count", "#Tally");
-    ASSERT_TRUE(Until([&] { return Says("when what is open is closed"); }));
+    ASSERT_TRUE(Until([&] { return Says("when the open dialog or editor is closed"); }));
     WaitForTries();
     EXPECT_EQ(m_preview->ShownCount(), 1);
     ASSERT_EQ(FieldIn(Tree(0)->viewport()), editor);
@@ -170,7 +170,7 @@ TEST_F(WorkTest, DialogsOfRealCodeAreLeftAlone) {
             menu.popup({10, 10});
             Rename("#Count", "#Tally");
             stage = 1;
-        } else if (stage == 1 && Says("when what is open is closed")) {
+        } else if (stage == 1 && Says("when the open dialog or editor is closed")) {
             stage = 2;
             nTries = m_preview->TryCount();
         } else if (stage == 2 && box && m_preview->TryCount() >= nTries + 3) {

@@ -77,8 +77,11 @@ TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
         auto* preview = Only<QTableWidget>(wizard);
         EXPECT_EQ(preview->rowCount(), 3);
         auto* type = qobject_cast<QComboBox*>(preview->cellWidget(0, 0));
-        EXPECT_EQ(type->currentText(), "whole number");
-        type->setCurrentIndex(1); // the leading zero isn't kept, but what is told apart is text
+        EXPECT_EQ(type->currentText(), "text");
+        QStringList labels;
+        for (const QLabel* label : wizard.findChildren<QLabel*>())
+            labels.append(label->text());
+        EXPECT_TRUE(labels.contains("“id” stays text: “01” begins with a zero.")) << labels.join('|').toStdString();
         Button(wizard, "Next")->click();
         Turn();
         const auto edits = wizard.findChildren<QLineEdit*>();
@@ -184,7 +187,7 @@ TEST_F(Pages, AFileWithoutAStudyIsOnlyShown) {
     EXPECT_FALSE(view->model()->index(0, 0).flags().testFlag(Qt::ItemIsEditable));
     view->selectAll();
     Press(*view, Qt::Key_Delete);
-    EXPECT_TRUE(Problem(m_application->Window()).startsWith("These data are in no study."));
+    EXPECT_TRUE(Problem(m_application->Window()).startsWith("These data aren't part of a study."));
     EXPECT_FALSE(m_application->Choose("Data.Properties"));
     Choose("Analysis.Histogram");
     EXPECT_FALSE(m_application->Choose("File.Save"));
@@ -283,7 +286,7 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     EXPECT_FALSE(m_application->Bar()->Tools()->Item("Edit.Undo")->Enabled()) << "as before the work";
 
     In<QSpinBox>(caption, "Resamples")->setValue(100000);
-    EXPECT_TRUE(Result().startsWith("Run draws")) << "the result is of other settings";
+    EXPECT_TRUE(Result().startsWith("Run resamples")) << "the result is of other settings";
     // The bar lets waiting events in once it is shown; the person is quick.
     QTimer::singleShot(0, [this] {
         for (const auto* bar : m_application->Window().findChildren<QProgressBar*>())
@@ -292,7 +295,7 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     });
     run->click();
     EXPECT_EQ(Status(), "Cancelled; nothing has been changed");
-    EXPECT_TRUE(Result().startsWith("Run draws"));
+    EXPECT_TRUE(Result().startsWith("Run resamples"));
     EXPECT_TRUE(run->isEnabled());
 }
 
