@@ -104,10 +104,9 @@ TEST(Rules, OfTheFolder) {
     CheckedFolder classFolder;
     classFolder.AddPlugins().Write("Services/New.xml",
                                    R"(<Service Name="New" ProgID="ExampleSvc.Report" Active="1"/>)");
-    EXPECT_EQ(
-        classFolder.Text(true),
-        "Services/New.xml:1:29: error: the plug-in has no class \"ExampleSvc.Report\", so the service \"New\" "
-        "can't be made (429): add Class<...>(\"ExampleSvc.Report\") to CORVANE_PLUGIN [unknown-class]\n");
+    EXPECT_EQ(classFolder.Text(true),
+              "Services/New.xml:1:29: error: the plug-in has no class \"ExampleSvc.Report\", so the service \"New\" "
+              "can't be made (429): add Class<...>(\"ExampleSvc.Report\") to CORVANE_PLUGIN [unknown-class]\n");
     // And whether it counts at all.
     CheckedFolder noClass;
     noClass.Write("Services/None.xml", R"(<Service Name="None" Active="maybe"/>)");
