@@ -218,6 +218,9 @@ struct MemberEntry {
     static constexpr bool CanWrite = !std::is_same_v<Write, std::nullptr_t>;
 };
 
+template <class Call, class Write>
+MemberEntry(std::string_view, Call, Write, MemberInfo::Kind) -> MemberEntry<Call, Write>;
+
 // Names are of ASCII letters, digits and underscores.
 template <class Call>
 constexpr auto Method(std::string_view sName, Call fnCall) {

@@ -5,8 +5,11 @@
 
 using namespace corvane;
 
-void @Name@Service::Start() {
+void @Name@Service::OnInitialize() {
     @Name@Folder::Names() = {"Item 1"};
+}
+
+void @Name@Service::Start() {
     Explorer()->Populate();
     SetStatus("Ready");
 }

@@ -10,4 +10,7 @@ public:
     void OnNew();
 
     static constexpr auto Members = corvane::Methods<&@Name@Service::Start, &@Name@Service::OnNew>();
+
+private:
+    void OnInitialize() override;
 };
