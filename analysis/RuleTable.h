@@ -493,7 +493,7 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "behind it are never initialised.",
      R"(<Service Name="Example" ProgID="ExampleSvc.Plots" Active="True"/>)",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"/>)"},
-    {Rule::StartNeverCalled, "start-never-called", Severity::Warning,
+    {Rule::StartNeverCalled, "start-never-called", Severity::Note,
      "A service has a procedure Start that is never called.",
      "Found with --plugins. Start is called on the one service whose file says IsStartService.",
      R"(<Service Name="Example" ProgID="ExampleSvc.StartService" Active="True"/>)",

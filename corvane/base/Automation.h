@@ -39,9 +39,12 @@ template <class T>
 concept Passable = std::same_as<T, Variant> || std::same_as<T, bool> || std::is_enum_v<T> || std::same_as<T, Long> ||
     LongLongNumber<T> || std::same_as<T, Single> || std::same_as<T, Double> || Text<T> || IsRef<T>::value;
 
+// The class's name with its namespace, as GCC and Clang write it. The class needn't be complete.
 template <class T>
-bool AcceptsAs(const Object& oObject) {
-    return dynamic_cast<const T*>(&oObject) != nullptr;
+consteval auto ClassName() {
+    const std::string_view sWritten = __PRETTY_FUNCTION__;
+    const std::size_t iName = sWritten.find("T = ") + 4;
+    return sWritten.substr(iName, sWritten.find_first_of(";]", iName) - iName);
 }
 
 template <class T>
@@ -64,7 +67,7 @@ constexpr ValueInfo InfoOf() {
     else if constexpr (std::is_same_v<Plain, Double>)
         return {ValueType::Float64};
     else if constexpr (IsRef<Plain>::value)
-        return {ValueType::Reference, &AcceptsAs<typename IsRef<Plain>::Pointee>};
+        return {ValueType::Reference, ClassName<typename IsRef<Plain>::Pointee>()};
     else
         return {ValueType::Text};
 }
@@ -158,6 +161,9 @@ constexpr auto Checked(F fnMember) {
         return static_cast<void (Refused::*)()>(nullptr);
 }
 
+template <class F>
+using CheckedAs = decltype(Checked(std::declval<F>()));
+
 template <class C, class F, std::size_t... I>
 Variant CallMember(C& oObject, F fnMember, std::span<const Variant> aArguments, std::index_sequence<I...>) {
     using S = Signature<F>;
@@ -218,21 +224,21 @@ struct MemberEntry {
     static constexpr bool CanWrite = !std::is_same_v<Write, std::nullptr_t>;
 };
 
-template <class Call, class Write>
-MemberEntry(std::string_view, Call, Write, MemberInfo::Kind) -> MemberEntry<Call, Write>;
-
 // Names are of ASCII letters, digits and underscores.
 template <class Call>
 constexpr auto Method(std::string_view sName, Call fnCall) {
-    return MemberEntry{sName, detail::Checked(fnCall), nullptr, MemberInfo::Kind::Method};
+    return MemberEntry<detail::CheckedAs<Call>, std::nullptr_t>{sName, detail::Checked(fnCall), nullptr,
+                                                                MemberInfo::Kind::Method};
 }
 template <class Get>
 constexpr auto Property(std::string_view sName, Get fnGet) {
-    return MemberEntry{sName, detail::Checked(fnGet), nullptr, MemberInfo::Kind::Property};
+    return MemberEntry<detail::CheckedAs<Get>, std::nullptr_t>{sName, detail::Checked(fnGet), nullptr,
+                                                               MemberInfo::Kind::Property};
 }
 template <class Get, class Set>
 constexpr auto Property(std::string_view sName, Get fnGet, Set fnSet) {
-    return MemberEntry{sName, detail::Checked(fnGet), detail::Checked(fnSet), MemberInfo::Kind::Property};
+    return MemberEntry<detail::CheckedAs<Get>, detail::CheckedAs<Set>>{
+        sName, detail::Checked(fnGet), detail::Checked(fnSet), MemberInfo::Kind::Property};
 }
 
 namespace detail {
@@ -296,8 +302,8 @@ public:
         return Size;
     }
 
-    // In the order of the entries. Classes of which parameters hold references are complete only where this is called.
-    [[nodiscard]] std::array<MemberInfo, Size> Listed() const {
+    // In the order of the entries.
+    [[nodiscard]] constexpr std::array<MemberInfo, Size> Listed() const {
         return {MemberInfo{Entry<I, Entries>().Name, Entry<I, Entries>().What,
                            Entry<I, Entries>().What == MemberInfo::Kind::Method ? Entries::ParameterCount : 0,
                            Entries::CanWrite, detail::InfosOf<typename Entries::Called::Parameters>,

@@ -22,8 +22,7 @@ enum class ValueType { Nothing, Any, Boolean, Int32, Int64, Float32, Float64, Te
 
 struct ValueInfo {
     ValueType What = ValueType::Nothing;
-    // Of a Reference: whether one to this object may be passed; a null pointer for other types.
-    bool (*Accepts)(const Object& oObject) = nullptr;
+    std::string_view Class = {}; // of a Reference, as in "corvane::ActionItem"
 };
 
 // One callable member, as documentation and tools list it.

@@ -149,9 +149,7 @@ TEST(AutomationTest, TellsTheTypesOfItsMembers) {
         return sLetters + ">" + "-?bilsdteo"[static_cast<std::size_t>(oMember.Result.What)];
     };
     EXPECT_EQ(Letters(aMembers[0]) + " " + Letters(aMembers[1]) + " " + Letters(aMembers[2]), "ll>l >t bilsdtteo?>-");
-    const ValueInfo& oReference = aMembers[2].Parameters[8];
-    EXPECT_TRUE(oReference.Accepts(*New<Callee>()));
-    EXPECT_FALSE(oReference.Accepts(*oTypes));
+    EXPECT_TRUE(aMembers[2].Parameters[8].Class.ends_with("::Callee"));
     EXPECT_EQ(Called(oTypes, "Give", {Variant(1LL << 40), Variant(2)}), "1099511627778");
     EXPECT_EQ(Called(oTypes, "Give", {Variant(1), Variant(-1)}), "fails 6"); // no count
     EXPECT_EQ(Called(oTypes, "Give", {Variant(-3), Variant(2)}), "fails 6"); // larger than any LongLong
