@@ -1,7 +1,9 @@
-// All that the class of a page without a widget needs: #include "corvane/Page.h". With one: "desktop/QtPage.h".
+// All that the class of a page needs that a form shows: #include "corvane/Page.h". With a widget of its own:
+// "desktop/QtPage.h".
 #pragma once
 
 #include "corvane/author/Page.h"
+#include "corvane/author/Rows.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Preferences.h"
 #include "corvane/core/Singleton.h"

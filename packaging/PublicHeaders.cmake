@@ -9,9 +9,11 @@ set(CORVANE_PUBLIC_HEADERS
 
   corvane/author/Client.h
   corvane/author/ExplorerItem.h
+  corvane/author/Fields.h
   corvane/author/Host.h
   corvane/author/Methods.h
   corvane/author/Page.h
+  corvane/author/Rows.h
   corvane/author/Service.h
 
   corvane/base/Automation.h
@@ -48,6 +50,7 @@ set(CORVANE_PUBLIC_HEADERS
 
   corvane/platform/Entering.h
   corvane/platform/Handlers.h
+  corvane/platform/IClassFinder.h
   corvane/platform/IFileSystem.h
   corvane/platform/IIniReader.h
   corvane/platform/IMessageBox.h
@@ -86,6 +89,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/services/WindowDef.h
 
   corvane/windows/CVProgressBar.h
+  corvane/windows/IForm.h
   corvane/windows/IPage.h
   corvane/windows/IPageAccess.h
   corvane/windows/IWindowController.h
@@ -114,4 +118,5 @@ set(CORVANE_TESTING_HEADERS
   headless/Recording.h
   headless/StandIns.h
   headless/Steps.h
-  testing/Application.h)
+  testing/Application.h
+  testing/FormPage.h)

@@ -142,6 +142,20 @@ Ref<Object> PluginFactory::Create(std::string_view progID) {
     return Ref<Object>::Adopt(object);
 }
 
+bool PluginFactory::HasClass(std::string_view progID) {
+    const std::string_view libraryName = progID.substr(0, progID.find('.'));
+    std::error_code error;
+    if (!std::filesystem::exists(PathOf(libraryName), error))
+        return false;
+    try {
+        const auto classes = ClassesOf(*Load(LibraryOf(progID, {}), {}).table);
+        return std::any_of(classes.begin(), classes.end(),
+                           [&](const PluginClass& pluginClass) { return EqualText(pluginClass.ProgID, progID); });
+    } catch (const Failure&) {
+        return true;
+    }
+}
+
 std::vector<PluginFactory::ClassInfo> PluginFactory::Classes(std::string_view library) {
     const std::string wanted = "objects of the library \"" + std::string(library) + "\"";
     LibraryOf(std::string(library) + ".*", wanted);

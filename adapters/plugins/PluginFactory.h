@@ -4,6 +4,7 @@
 
 #include "corvane/base/Ref.h"
 #include "corvane/base/Text.h"
+#include "corvane/platform/IClassFinder.h"
 #include "corvane/platform/IObjectFactory.h"
 
 #include <string>
@@ -14,7 +15,7 @@ namespace corvane {
 
 struct PluginTable;
 
-class PluginFactory final : public IObjectFactory {
+class PluginFactory final : public IObjectFactory, public IClassFinder {
 public:
     struct ClassInfo {
         std::string progID;
@@ -30,6 +31,7 @@ public:
 
     // Library and class are found without regard to case. A failure of the constructor keeps its text, inside a 429.
     Ref<Object> Create(std::string_view progID) override;
+    [[nodiscard]] bool HasClass(std::string_view progID) override;
 
     // For tools. Fails with 429 as Create does.
     [[nodiscard]] std::vector<ClassInfo> Classes(std::string_view library);

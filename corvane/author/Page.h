@@ -1,18 +1,22 @@
 // A page in short: `class CarePage final : public Page<CarePage, Plant>` is a page of a window about a Plant, with
-// those of the functions below that it needs and the procedures of its commands, listed by Methods<…>(). It has no
-// widget; one that has derives from a host's own, such as desktop::QtPage.
+// those of the functions below that it needs, the values of its form and the procedures of its commands, listed by
+// Fields<…>() or Methods<…>(). A form shows it; a page with a widget of its own derives from a host's class, such as
+// desktop::QtPage.
 #pragma once
 
 #include "corvane/author/Client.h"
+#include "corvane/author/Fields.h"
+#include "corvane/windows/IForm.h"
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/PageBase.h"
 
 namespace corvane {
 
 // What all pages have, whatever their class: also the base of what several of them share.
-class __attribute__((visibility("default"))) AnyPage : public IPageAccess, protected Client {
+class __attribute__((visibility("default"))) AnyPage : public IPageAccess, public IFormUser, protected Client {
 public:
     Ref<IPage> Page() override { return m_oBase; }
+    void UseForm(const Ref<IForm>& oForm) override { m_oForm = oForm; }
     // Whether there is something to save. A page calls ValidityChanged when the answer changes.
     [[nodiscard]] virtual bool IsChanged() { return false; }
 
@@ -36,6 +40,8 @@ protected:
     }
     // Nothing outside of the page's life.
     [[nodiscard]] Ref<corvane::Window> OwnWindow() const { return m_oBase->Window(); }
+    // The form that shows the page, from before OnInitialize; nothing after the page's end, and without a form.
+    [[nodiscard]] const Ref<IForm>& OwnForm() const { return m_oForm; }
     // The window's commands follow what IsValid and IsChanged say now. Nothing outside of the page's life.
     void ValidityChanged();
     [[nodiscard]] const Ref<PageBase>& Base() const { return m_oBase; }
@@ -44,6 +50,7 @@ private:
     [[nodiscard]] Ref<Object> BaseObject() const override { return m_oBase; }
 
     Ref<PageBase> m_oBase = New<PageBase>();
+    Ref<IForm> m_oForm;
     std::vector<Subscription> m_aEvents;
 };
 
