@@ -5,6 +5,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "headless/Document.h"
+#include "headless/FormPages.h"
 
 #include <nlohmann/json.hpp>
 
@@ -117,7 +118,84 @@ Json ExplorerJson(const ModelHost& host, const DocumentOptions& options) {
     return json;
 }
 
-Json WindowsJson(const WindowManager& windowManager) {
+Json ValueJson(const Variant& value) {
+    if (const auto* boolean = value.Get<bool>())
+        return *boolean;
+    if (const auto* longLong = value.Get<LongLong>())
+        return *longLong;
+    if (const auto* number = value.Get<Double>())
+        return *number;
+    return value.IsEmpty() ? Json(nullptr) : Json(forms::WriteValue(value));
+}
+
+Json RowsJson(const forms::FormModel& form, std::size_t field) {
+    constexpr std::size_t mostRows = 1000;
+    Json rows = Json::array();
+    for (std::size_t row = 0; row < std::min(form.RowCount(field), mostRows); ++row) {
+        Json cells = Json::array();
+        for (std::size_t column = 0; column < form.Field(field).columns.size(); ++column)
+            cells.push_back(form.CellProblem(field, row, column) ? Json(form.CellText(field, row, column))
+                                                                 : ValueJson(form.Cell(field, row, column)));
+        rows.push_back(std::move(cells));
+    }
+    return rows;
+}
+
+Json FieldJson(const forms::FormModel& form, std::size_t field) {
+    const forms::FieldDef& def = form.Field(field);
+    Json json{{"name", def.name}, {"kind", forms::WordOf(def.kind)}};
+    const auto Add = [&](const char* key, Json value) {
+        if (!value.is_null() && value != false && value != "" && value != Json::array())
+            json[key] = std::move(value);
+    };
+    Add("label", forms::PlainText(form.Label(field)));
+    const bool isRead = form.Text(field) == forms::WriteValue(form.Value(field));
+    if (def.kind == forms::FieldKind::Choices && isRead)
+        Add("value", forms::LinesOf(form.Value(field)));
+    else if (def.kind != forms::FieldKind::Button)
+        Add("value", isRead ? ValueJson(form.Value(field)) : Json(form.Text(field)));
+    if (!form.IsEnabled(field))
+        json["enabled"] = false;
+    if (!form.IsVisible(field))
+        json["visible"] = false;
+    Add("required", def.required);
+    Add("readOnly", form.IsReadOnly(field));
+    Add("problem", form.ProblemOf(field).Text());
+    Add("changed", form.IsChanged(field));
+    Json choices = Json::array();
+    for (const forms::FormChoice& choice : form.Choices(field))
+        choices.push_back(choice.value);
+    Add("choices", std::move(choices));
+    Add("rows", RowsJson(form, field));
+    if (form.SelectedRow(field) != forms::none)
+        json["row"] = form.SelectedRow(field);
+    return json;
+}
+
+// Nothing for a window without forms.
+Json PagesJson(const ModelHost& host, const Ref<Window>& window) {
+    Json pages = Json::array();
+    bool hasForm = false;
+    for (const ShownPage& page : PagesOf(host, window)) {
+        hasForm = hasForm || page.form || !page.problem.empty();
+        Json json{{"progId", page.pageDef->PageProgID()}, {"caption", page.pageDef->Caption()}};
+        if (!page.problem.empty())
+            json["problem"] = page.problem;
+        if (page.form) {
+            const forms::FormModel& form = *page.form->Model();
+            json["valid"] = page.form->IsValid();
+            if (page.form->IsChanged())
+                json["changed"] = true;
+            Json& fields = json["fields"] = Json::array();
+            for (std::size_t i = 0; i < form.Count(); ++i)
+                fields.push_back(FieldJson(form, i));
+        }
+        pages.push_back(std::move(json));
+    }
+    return hasForm ? pages : Json();
+}
+
+Json WindowsJson(const ModelHost& host, const WindowManager& windowManager) {
     Json windows = Json::array();
     if (!windowManager.Windows())
         return windows;
@@ -126,6 +204,8 @@ Json WindowsJson(const WindowManager& windowManager) {
         // Without a key of its own a window goes by its identity number.
         if (window->Key() != std::to_string(window->ObjectKey()))
             json["key"] = window->Key();
+        if (Json pages = PagesJson(host, window); !pages.is_null())
+            json["pages"] = std::move(pages);
         windows.push_back(std::move(json));
     }
     return windows;
@@ -184,7 +264,7 @@ std::string JsonDocument(const ModelHost& host, const DocumentOptions& options) 
         json["startService"] = start.empty() ? Json(nullptr) : Json(start);
     }
     if (const auto windowManager = framework ? framework->WindowManager() : nullptr)
-        json["windows"] = WindowsJson(*windowManager);
+        json["windows"] = WindowsJson(host, *windowManager);
     Json& tools = json["tools"] = Json::array();
     for (const auto& tool : host.Bar()->Tools()->All())
         if (!IsHostTool(*tool))

@@ -50,10 +50,13 @@ Platform ModelHost::MakePlatform(const HostOptions& options) {
         platform.oObjectFactory =
             New<NamingFactory>(m_record, New<PluginFactory>(options.applicationFolder + "/plugins"));
     }
-    m_formFactory = NewStandInFormFactory(m_mainForm.Get(), reportsDeactivate, [this](const Form& frm) {
-        if (m_modalLoop)
-            m_modalLoop(frm);
-    });
+    m_formFactory = NewStandInFormFactory(
+        m_mainForm.Get(), reportsDeactivate,
+        [this](const Form& frm) {
+            if (m_modalLoop)
+                m_modalLoop(frm);
+        },
+        options.applicationFolder, options.standIns);
     return platform;
 }
 

@@ -7,7 +7,7 @@
 #include "corvane/windows/IWindowForm.h"
 #include "corvane/windows/IWindowFormController.h"
 #include "corvane/windows/Window.h"
-#include "headless/StandIns.h"
+#include "headless/FormPages.h"
 
 #include <algorithm>
 #include <optional>
@@ -16,10 +16,21 @@ namespace corvane::inspect {
 
 namespace {
 
+// In the place of a page whose form can't be read.
+class EmptyPage final : public IPageAccess {
+public:
+    Ref<IPage> Page() override { return m_base; }
+    std::string_view TypeName() const override { return "EmptyPage"; }
+
+private:
+    Ref<PageBase> m_base = New<PageBase>();
+};
+
 class StandInForm final : public Form, public IWindowForm {
 public:
-    StandInForm(MdiForm* mainForm, bool mdiChild, bool reportsDeactivate, const ModalLoopFunction& modalLoop)
-        : Form(mainForm, mdiChild), m_reportsDeactivate(reportsDeactivate) {
+    StandInForm(MdiForm* mainForm, bool mdiChild, bool reportsDeactivate, const ModalLoopFunction& modalLoop,
+                forms::FormOptions formOptions)
+        : Form(mainForm, mdiChild), m_reportsDeactivate(reportsDeactivate), m_formOptions(std::move(formOptions)) {
         // Before the window's own subscription, so that the pages go first.
         m_beforeUnload = OnUnload.Subscribe([this](bool&) { EndPages(); });
         m_changed = Changed.Subscribe([this](Change change) {
@@ -49,6 +60,7 @@ public:
 
     std::string_view TypeName() const override { return "StandInForm"; }
     [[nodiscard]] const Ref<IWindowFormController>& Controller() const { return m_controller; }
+    [[nodiscard]] const std::vector<ShownPage>& Shown() const { return m_shown; }
 
 private:
     [[nodiscard]] Long FrontPage() const;
@@ -62,10 +74,14 @@ private:
     void ExitWindow();
 
     Ref<IWindowFormController> m_controller;
+    [[nodiscard]] ShownPage Make(const Ref<PageDef>& pageDef) const;
+
     std::vector<Ref<Object>> m_pages; // reported without failure
+    std::vector<ShownPage> m_shown;   // the same ones
     bool m_allReported = false;
     std::optional<std::size_t> m_activePage; // that was reported last
     bool m_reportsDeactivate;
+    forms::FormOptions m_formOptions;
     bool m_cancelled = true;
     Long m_activePageIndex = 0;
     Subscription m_beforeUnload;
@@ -84,11 +100,27 @@ void StandInForm::Initialize(const Ref<IWindowFormController>& windowFormControl
     std::stable_sort(pageDefs.begin(), pageDefs.end(),
                      [](const auto& a, const auto& b) { return a->PositionOrder() < b->PositionOrder(); });
     for (const auto& pageDef : pageDefs) {
-        const Ref<Object> pageObj = CurrentPlatform().oObjectFactory->Create(pageDef->PageProgID());
-        m_controller->PageInitialize(pageObj, pageDef);
-        m_pages.push_back(pageObj);
+        const ShownPage shown = Make(pageDef);
+        m_controller->PageInitialize(shown.pageObj, pageDef);
+        m_pages.push_back(shown.pageObj);
+        m_shown.push_back(shown);
     }
     m_allReported = true;
+}
+
+ShownPage StandInForm::Make(const Ref<PageDef>& pageDef) const {
+    ShownPage page{pageDef, nullptr, nullptr, {}};
+    const auto def = forms::FormPage::Read(m_formOptions, pageDef);
+    if (!def) {
+        page.pageObj = CurrentPlatform().oObjectFactory->Create(pageDef->PageProgID());
+    } else if (!def->readable) {
+        page.problem = forms::WhyUnreadable(*def);
+        page.pageObj = New<EmptyPage>();
+    } else {
+        page.form = forms::FormPage::OpenRead(m_formOptions, pageDef, def);
+        page.pageObj = page.form->PageObj();
+    }
+    return page;
 }
 
 void StandInForm::ComeToFront() {
@@ -121,7 +153,8 @@ Ref<IPage> StandInForm::Page(Long index) const {
 // Valid, or to be left out.
 bool StandInForm::IsPassable(Long index) const {
     const Ref<IPage> page = Page(index);
-    return page->IsValid() || page->PageDef()->IsOptional();
+    const auto& form = m_shown[static_cast<std::size_t>(index)].form;
+    return page->IsValid() || (page->PageDef()->IsOptional() && !(form && form->IsChanged()));
 }
 
 void StandInForm::ClickCommand(StandardCommandConstants command) {
@@ -187,6 +220,7 @@ void StandInForm::EndPages() {
     for (const auto& pageObj : m_pages)
         m_controller->PageTerminate(pageObj);
     m_pages.clear();
+    m_shown.clear();
     m_activePage = std::nullopt;
 }
 
@@ -197,16 +231,19 @@ void StandInForm::ExitWindow() {
 
 class StandInFormFactory final : public IWindowFormFactory {
 public:
-    StandInFormFactory(MdiForm* mainForm, bool reportsDeactivate, ModalLoopFunction modalLoop)
-        : m_mainForm(mainForm), m_reportsDeactivate(reportsDeactivate), m_modalLoop(std::move(modalLoop)) {}
+    StandInFormFactory(MdiForm* mainForm, bool reportsDeactivate, ModalLoopFunction modalLoop,
+                       forms::FormOptions formOptions)
+        : m_mainForm(mainForm), m_reportsDeactivate(reportsDeactivate), m_modalLoop(std::move(modalLoop)),
+          m_formOptions(std::move(formOptions)) {}
     Ref<IWindowForm> NewWindowForm(WindowTypeConstants /*windowType*/, bool isMDIChild) override {
-        return New<StandInForm>(m_mainForm, isMDIChild, m_reportsDeactivate, m_modalLoop);
+        return New<StandInForm>(m_mainForm, isMDIChild, m_reportsDeactivate, m_modalLoop, m_formOptions);
     }
 
 private:
     MdiForm* m_mainForm;
     bool m_reportsDeactivate;
     ModalLoopFunction m_modalLoop;
+    forms::FormOptions m_formOptions;
 };
 
 } // namespace
@@ -216,8 +253,17 @@ bool IsFormOf(const Ref<Form>& form, const Ref<Window>& window) {
     return standIn && standIn->Controller() == window;
 }
 
-Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* mainForm, bool reportsDeactivate, ModalLoopFunction modalLoop) {
-    return New<StandInFormFactory>(mainForm, reportsDeactivate, std::move(modalLoop));
+std::vector<ShownPage> PagesOf(const ModelHost& host, const Ref<Window>& window) {
+    for (const auto& form : host.MainForm()->Forms())
+        if (const auto standIn = form.TryAs<StandInForm>(); standIn && standIn->Controller() == window)
+            return standIn->Shown();
+    return {};
+}
+
+Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* mainForm, bool reportsDeactivate, ModalLoopFunction modalLoop,
+                                              const std::string& applicationFolder, bool standIns) {
+    return New<StandInFormFactory>(mainForm, reportsDeactivate, std::move(modalLoop),
+                                   forms::FormOptions{applicationFolder, standIns});
 }
 
 } // namespace corvane::inspect

@@ -25,6 +25,12 @@ Variant StandInObject::Invoke(std::string_view name, std::span<const Variant> ar
     return {};
 }
 
+void StandInObject::Put(std::string_view name, const Variant& value) {
+    if (m_spec.missing.contains(FoldText(name)))
+        FailNoSuchMember(*this, name);
+    Hear(name, {value});
+}
+
 void StandInObject::Hear(std::string_view member, std::vector<Variant> arguments, bool hasArguments) {
     m_record->Add({m_id, std::string(member), std::move(arguments), hasArguments});
     const auto it = m_spec.fail.find(FoldText(member));
@@ -190,6 +196,11 @@ Ref<Object> NamingFactory::Create(std::string_view progID) {
     Ref<Object> object = m_factory->Create(progID);
     m_record->Name(*object, m_record->NewId(progID));
     return object;
+}
+
+bool NamingFactory::HasClass(std::string_view progID) {
+    const auto finder = m_factory.TryAs<IClassFinder>();
+    return !finder || finder->HasClass(progID);
 }
 
 Long StandInIni::ReadInteger(std::string_view file, std::string_view section, std::string_view key,

@@ -4,6 +4,7 @@
 
 #include "corvane/explorer/ExplorerItemBase.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
+#include "corvane/platform/IClassFinder.h"
 #include "corvane/platform/IIniReader.h"
 #include "corvane/platform/IObjectFactory.h"
 #include "corvane/services/IServiceAccess.h"
@@ -58,6 +59,7 @@ public:
     ~StandInObject() override;
 
     Variant Invoke(std::string_view name, std::span<const Variant> arguments) override;
+    void Put(std::string_view name, const Variant& value) override;
 
     std::string_view TypeName() const override { return "StandIn"; }
 
@@ -108,11 +110,12 @@ private:
 };
 
 // Names the objects that another factory makes, so that the record can speak of them.
-class NamingFactory final : public IObjectFactory {
+class NamingFactory final : public IObjectFactory, public IClassFinder {
 public:
     NamingFactory(Ref<Record> record, Ref<IObjectFactory> factory)
         : m_record(std::move(record)), m_factory(std::move(factory)) {}
     [[nodiscard]] Ref<Object> Create(std::string_view progID) override;
+    [[nodiscard]] bool HasClass(std::string_view progID) override;
 
 private:
     Ref<Record> m_record;
@@ -141,7 +144,9 @@ private:
 // do what they do on screen: pages are notified, asked whether they are valid, and saved. A modal one is unloaded when
 // the function has returned.
 using ModalLoopFunction = std::function<void(const Form&)>;
+// Pages of that application that are forms are shown as such; with standIns their objects are stubs.
 [[nodiscard]] Ref<IWindowFormFactory> NewStandInFormFactory(MdiForm* mainForm, bool reportsDeactivate,
-                                                            ModalLoopFunction modalLoop);
+                                                            ModalLoopFunction modalLoop,
+                                                            const std::string& applicationFolder, bool standIns);
 
 } // namespace corvane::inspect

@@ -8,6 +8,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "headless/Expectation.h"
+#include "headless/FormPages.h"
 
 #include <algorithm>
 #include <map>
@@ -206,6 +207,11 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"page", {2, ShowPage, "KEY INDEX"}},
         {"command", {2, ClickCommand, "KEY COMMAND"}},
         {"contextmenu", {2, AskForMenu, "TAB KEY"}},
+        // Take does these four, which may be refused.
+        {"set", {4, [](ModelHost&, const std::string&) {}, "KEY PAGE FIELD VALUE"}},
+        {"press", {3, [](ModelHost&, const std::string&) {}, "KEY PAGE BUTTON"}},
+        {"cell", {6, [](ModelHost&, const std::string&) {}, "KEY PAGE TABLE ROW COLUMN VALUE"}},
+        {"row", {4, [](ModelHost&, const std::string&) {}, "KEY PAGE TABLE ROW"}},
         {"answer", {0, [](ModelHost& host, const std::string& rest) { host.Dialogs().AddAnswer(rest); }}},
         {"expect", {2, [](ModelHost&, const std::string&) {}, "PATH VALUE"}}, // Take looks at it
         {"exit", {0, [](ModelHost& host, const std::string&) { host.Exit(); }}},
@@ -265,9 +271,7 @@ std::vector<Step> ReadSteps(std::istream& stream, const std::string& file) {
             Fail(FailureNumber::InvalidProcedureCall,
                  where + "there is no step \"" + verb + "\"" + DidYouMean(VerbNames(), verb));
         // The last field may be empty behind its blank.
-        const bool complete = it->second.fieldCount == 0 || (it->second.fieldCount == 1 && line.size() > verb.size()) ||
-                              (it->second.fieldCount == 2 && rest.find(' ') != std::string::npos);
-        if (!complete)
+        if (std::count(line.begin(), line.end(), ' ') < it->second.fieldCount)
             Fail(FailureNumber::InvalidProcedureCall, where + "the step \"" + verb +
                                                           "\" lacks a field: write it as in \"" + verb + " " +
                                                           it->second.fields + "\"");
@@ -286,7 +290,15 @@ void Take(ModelHost& host, const Step& step) {
     if (!step.file.empty())
         if (const std::string missing = Missing(host, step); !missing.empty())
             host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: " + missing);
-    host.Do([&] { verb.act(host, step.rest); });
+    std::string refused;
+    host.Do([&] {
+        if (IsFormStep(step.verb))
+            refused = TakeFormStep(host, step.verb, step.rest);
+        else
+            verb.act(host, step.rest);
+    });
+    if (!refused.empty() && !step.file.empty())
+        host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: " + refused);
     for (const std::string& question : host.Dialogs().TakeUnanswered())
         if (!step.file.empty())
             host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: \"" + question +

@@ -5,6 +5,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "headless/Document.h"
+#include "headless/FormPages.h"
 
 #include <sstream>
 
@@ -65,6 +66,17 @@ void WriteExplorer(Writer& writer, const ModelHost& host) {
     }
 }
 
+void WriteForms(Writer& writer, const ModelHost& host, const Ref<Window>& window) {
+    for (const ShownPage& page : PagesOf(host, window)) {
+        if (!page.form && page.problem.empty())
+            continue;
+        writer.Line(2, "[" + page.pageDef->Caption() + "]" + (page.problem.empty() ? "" : "  ! " + page.problem));
+        if (page.form)
+            for (const std::string& line : FormLines(*page.form->Model()))
+                writer.Line(3, line);
+    }
+}
+
 void WriteRecord(Writer& writer, const ModelHost& host) {
     const Record& record = host.Recorded();
     if (!record.messages.empty())
@@ -104,8 +116,10 @@ std::string TextDocument(const ModelHost& host, const DocumentOptions& /*options
     if (const auto windowManager = framework ? framework->WindowManager() : nullptr;
         windowManager && windowManager->Windows() && windowManager->Windows()->Count() > 0) {
         writer.Heading("Windows");
-        for (const auto& window : windowManager->Windows())
+        for (const auto& window : windowManager->Windows()) {
             writer.Line(1, window->WindowDef()->Name() + "  " + window->Caption() + "  key " + window->Key());
+            WriteForms(writer, host, window);
+        }
     }
     if (const std::string status = host.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
         !status.empty()) {

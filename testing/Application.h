@@ -4,6 +4,7 @@
 
 #include "corvane/base/Ref.h"
 #include "headless/ModelHost.h"
+#include "testing/FormPage.h"
 
 #include <functional>
 #include <initializer_list>
@@ -73,6 +74,9 @@ public:
     [[nodiscard]] Lines TakeUnmet();
     // The user chooses a tool. The number of the failure that leaves the bar, else 0.
     [[nodiscard]] Long Click(const std::string& tool) const;
+
+    // A page that is a form, by its caption, its ProgID or its class, in one of the open windows.
+    [[nodiscard]] FormPage Page(const std::string& name) const { return {*this, name}; }
 
     // The calls and events that stubs have received since the last call, as "P.A#1 DoX", arguments in parentheses:
     // texts as they are, action items by name, nothing as "-".
