@@ -1,9 +1,11 @@
 #include "adapters/catalogue/Catalogue.h"
+#include "adapters/common/Paths.h"
 #include "adapters/files/FileSystem.h"
 #include "adapters/xml/XmlService.h"
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
 #include "corvane/base/Text.h"
+#include "forms/FormReader.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -34,7 +36,25 @@ std::string DefinitionFolder(const std::string& application) {
     return folder;
 }
 
-DefinitionTexts TextsIn(const std::string& folder) {
+// Those of the forms beside the folder of definitions, in the order of their names.
+void AddTextsOfForms(const std::string& folder, std::vector<DefinitionText>& texts) {
+    const auto path = FindPath(JoinPath(fs::path(folder).parent_path().string(), "Forms"));
+    if (!path || !fs::is_directory(*path))
+        return;
+    const FileSystem files;
+    for (const std::string& file : files.Files(*path)) {
+        if (!EqualText(files.Extension(file), "ui"))
+            continue;
+        const forms::FormDef form = forms::ReadFormFile(file);
+        if (!form.readable)
+            Fail(FailureNumber::FileAccess,
+                 file + ":" + std::to_string(form.problems.front().at.line) + ": " + form.problems.front().text);
+        for (const forms::FormMessage& message : forms::TextsOf(form))
+            texts.push_back({message.key, message.text, files.FileName(file), message.at.line});
+    }
+}
+
+std::vector<DefinitionText> TextsIn(const std::string& folder) {
     const FileSystem files;
     XmlService xml;
     DefinitionTexts texts;
@@ -47,9 +67,11 @@ DefinitionTexts TextsIn(const std::string& folder) {
         if (const auto service = document->SelectSingleNode("/Service"))
             texts.Add(service, files.FileName(path));
     }
-    if (texts.All().empty())
+    std::vector<DefinitionText> all = texts.All();
+    AddTextsOfForms(folder, all);
+    if (all.empty())
         Fail(FailureNumber::PathNotFound, "there is no definition file with a text in \"" + folder + "\"");
-    return texts;
+    return all;
 }
 
 // Whole or not at all: a catalogue holds the work of users.
@@ -65,7 +87,7 @@ void Write(const fs::path& path, const std::string& text) {
 }
 
 // True when nothing is left to do.
-bool Update(const fs::path& path, const DefinitionTexts& texts, bool writes) {
+bool Update(const fs::path& path, const std::vector<DefinitionText>& texts, bool writes) {
     const bool isNew = !fs::exists(path);
     const std::string before = isNew ? std::string() : FileSystem().ReadAll(path.string());
     std::vector<CatalogueFault> faults;
@@ -74,11 +96,11 @@ bool Update(const fs::path& path, const DefinitionTexts& texts, bool writes) {
         std::cerr << path.string() << ":" << fault.line << ": " << fault.text << "\n";
     if (catalogue.Messages().empty() && !faults.empty())
         Fail(FailureNumber::FileAccess, "correct " + path.string() + " first; nothing has been written");
-    const CatalogueUpdate update = catalogue.Update(texts.All(), path.stem().string());
+    const CatalogueUpdate update = catalogue.Update(texts, path.stem().string());
     const std::string after = catalogue.AsText();
     if (writes && after != before)
         Write(path, after);
-    std::cout << path.string() << ": " << texts.All().size() << " texts, " << update.unfinished << " to be translated; "
+    std::cout << path.string() << ": " << texts.size() << " texts, " << update.unfinished << " to be translated; "
               << update.newCount << " new";
     if (update.filled > 0)
         std::cout << " (" << update.filled << " as the same text elsewhere)";
@@ -124,7 +146,7 @@ int Translate(TranslateArguments arguments) {
                   << " holds no catalogue yet; name a language, as in --language de\n";
         return Exit::Usage;
     }
-    const DefinitionTexts texts = TextsIn(folder);
+    const std::vector<DefinitionText> texts = TextsIn(folder);
     bool done = true;
     for (const std::string& language : arguments.languages)
         done = Update(catalogues / (language + ".po"), texts, !arguments.check) && done;
