@@ -26,7 +26,7 @@ void Activate(const Ref<Object>& providerObj, const Ref<Object>& base, const Ref
 
 } // namespace
 
-CommandOwner::CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, GuardFunction guard)
+CommandOwner::CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, Guard guard)
     : m_partOf(std::move(partOf)), m_guard(std::move(guard)) {
     m_soon.setSingleShot(true);
     m_soon.setInterval(0);

@@ -6,6 +6,7 @@
 #include "corvane/base/Ref.h"
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/TreeView.h"
+#include "desktop/guard/Guard.h"
 
 #include <QObject>
 #include <QTimer>
@@ -20,10 +21,9 @@ class CommandOwner final : public QObject {
 public:
     enum class Part { Nowhere, Explorer, Window };
     using PartFunction = std::function<Part(const QWidget*)>; // Window is the active one
-    using GuardFunction = std::function<void(const std::function<void()>&)>;
 
     // Once the library is initialized. It ends with the main form.
-    CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, GuardFunction guard);
+    CommandOwner(const Ref<MdiForm>& mainForm, PartFunction partOf, Guard guard);
 
 private:
     void SubscribeToExplorer();
@@ -41,7 +41,7 @@ private:
     void GiveToPage();
 
     PartFunction m_partOf;
-    GuardFunction m_guard;
+    Guard m_guard;
     Ref<Object> m_item; // the active one, or nothing
     Ref<Node> m_node;   // its node, which may go silently
     Ref<TreeView> m_tree;

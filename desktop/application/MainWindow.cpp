@@ -285,7 +285,7 @@ void MainWindow::SetTabbedWindows(bool tabbed) {
     std::vector<std::pair<Ref<WindowForm>, QRect>> places; // as they were when they were free last
     for (const auto& frm : Children())
         if (const auto form = frm.TryAs<WindowForm>(); form && !tabbed)
-            places.emplace_back(form, form->NormalPlace());
+            places.emplace_back(form, form->Placement().NormalPlace());
     QMdiSubWindow* const active = m_area->activeSubWindow();
     m_area->setViewMode(tabbed ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
     m_area->setTabsClosable(true);

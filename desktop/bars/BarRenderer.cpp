@@ -55,7 +55,7 @@ private:
 
 } // namespace
 
-BarRenderer::BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, GuardFunction guard)
+BarRenderer::BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, Guard guard)
     : QObject(window), m_activeBar(std::move(activeBar)), m_window(window), m_guard(std::move(guard)),
       m_actions([this](const Ref<Tool>& tool) { m_guard([&] { m_activeBar->Click(tool); }); }),
       m_menus(m_activeBar, m_actions, m_guard), m_shortCuts(m_activeBar),

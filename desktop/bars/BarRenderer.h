@@ -27,8 +27,7 @@ class Toolbar;
 class BarRenderer final : public QObject {
     Q_OBJECT
 public:
-    using GuardFunction = MenuBuilder::GuardFunction;
-    BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, GuardFunction guard);
+    BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, Guard guard);
     ~BarRenderer() override;
 
     // What is laid over the model from now on. Whoever gives it calls Redraw when it changes.
@@ -72,7 +71,7 @@ private:
 
     Ref<ActiveBar> m_activeBar;
     QMainWindow* m_window;
-    GuardFunction m_guard;
+    Guard m_guard;
     BarActions m_actions;
     MenuBuilder m_menus;
     ShortCutTable m_shortCuts;

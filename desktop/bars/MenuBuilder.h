@@ -3,6 +3,7 @@
 
 #include "corvane/platform/controls/ActiveBar.h"
 #include "desktop/bars/BarActions.h"
+#include "desktop/guard/Guard.h"
 
 #include <QMenu>
 #include <functional>
@@ -19,10 +20,9 @@ struct OpenWindowEntry {
 
 class MenuBuilder {
 public:
-    using GuardFunction = std::function<void(const std::function<void()>&)>;
     using WindowsFunction = std::function<std::vector<OpenWindowEntry>()>;
 
-    MenuBuilder(Ref<ActiveBar> activeBar, BarActions& actions, GuardFunction guard)
+    MenuBuilder(Ref<ActiveBar> activeBar, BarActions& actions, Guard guard)
         : m_activeBar(std::move(activeBar)), m_actions(actions), m_guard(std::move(guard)) {}
 
     void SetWindows(WindowsFunction windows) { m_windows = std::move(windows); }
@@ -43,7 +43,7 @@ private:
 
     Ref<ActiveBar> m_activeBar;
     BarActions& m_actions;
-    GuardFunction m_guard;
+    Guard m_guard;
     WindowsFunction m_windows;
     const BarChanges* m_changes = &BarChanges::None();
 };

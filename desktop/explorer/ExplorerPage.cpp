@@ -21,8 +21,7 @@ QLabel* NewMessageLabel(const QString& text, QWidget* parent) {
     return label;
 }
 
-ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
-                           QWidget* parent)
+ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent)
     : QWidget(parent), m_tree(new ExplorerTree(treeView, std::move(icons), std::move(guard), this)),
       m_filter(new QLineEdit(this)), m_message(NewMessageLabel({}, this)) {
     m_filter->setPlaceholderText(tr("Filter"));

@@ -13,8 +13,7 @@ namespace corvane::desktop {
 class ExplorerPage final : public QWidget {
     Q_OBJECT
 public:
-    ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
-                 QWidget* parent = nullptr);
+    ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent = nullptr);
 
     [[nodiscard]] ExplorerTree* Tree() const { return m_tree; }
     [[nodiscard]] QLineEdit* Filter() const { return m_filter; }

@@ -32,7 +32,7 @@ QString TabText(QString caption) {
 
 } // namespace
 
-ExplorerPanel::ExplorerPanel(Ref<PanelForm> form, GuardFunction guard, QWidget* parent)
+ExplorerPanel::ExplorerPanel(Ref<PanelForm> form, Guard guard, QWidget* parent)
     : QWidget(parent), m_form(std::move(form)), m_guard(guard ? std::move(guard) : LogFailure),
       m_tabBar(new QTabBar(this)), m_stack(new QStackedWidget(this)),
       m_empty(NewMessageLabel(tr("The explorer is empty. Items appear here when the application provides them."),

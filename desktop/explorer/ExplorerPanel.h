@@ -19,7 +19,7 @@ class ExplorerPanel final : public QWidget {
 public:
     // Shows the trees that the form holds already and those that it gets later; the trees are in order of the tabs.
     // Without a guard a failure is reported to Qt's message log alone.
-    explicit ExplorerPanel(Ref<PanelForm> form, GuardFunction guard = {}, QWidget* parent = nullptr);
+    explicit ExplorerPanel(Ref<PanelForm> form, Guard guard = {}, QWidget* parent = nullptr);
 
     [[nodiscard]] QTabBar* TabBar() const { return m_tabBar; }
     // The page of a tree, by the number of its tab; a null pointer when there is none.
@@ -42,7 +42,7 @@ private:
 
     Ref<PanelForm> m_form;
     Ref<TabStrip> m_strip; // nothing when the form has none
-    GuardFunction m_guard;
+    Guard m_guard;
     std::shared_ptr<ImageIcons> m_icons = std::make_shared<ImageIcons>();
     QTabBar* m_tabBar;
     QStackedWidget* m_stack;

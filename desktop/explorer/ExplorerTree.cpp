@@ -55,8 +55,7 @@ private:
     ExplorerTree* m_tree;
 };
 
-ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
-                           QWidget* parent)
+ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent)
     : QTreeView(parent), m_treeView(std::move(treeView)), m_guard(std::move(guard)),
       m_model(new TreeModel(m_treeView, icons, this)),
       m_filterModel(new FilterModel(m_treeView, std::move(icons), this)) {

@@ -4,6 +4,7 @@
 
 #include "desktop/explorer/FilterModel.h"
 #include "desktop/explorer/TreeModel.h"
+#include "desktop/guard/Guard.h"
 
 #include <QBasicTimer>
 #include <QTreeView>
@@ -12,14 +13,10 @@
 
 namespace corvane::desktop {
 
-// Runs what enters the library, shows a failure to the user and goes on.
-using GuardFunction = std::function<void(const std::function<void()>&)>;
-
 class ExplorerTree final : public QTreeView {
     Q_OBJECT
 public:
-    ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, GuardFunction guard,
-                 QWidget* parent = nullptr);
+    ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent = nullptr);
 
     // The user has come back to the selected node, as if by a click.
     void ChooseSelected();
@@ -85,16 +82,16 @@ private:
 
     void OpenEditor();
     void EndEditor();
-    // Each tells the model in one guarded step.
-    void ReportNode(const Ref<Node>& node);
+    // Each tells the model in one guarded step. False when the tree has gone with what it heard.
+    bool ReportNode(const Ref<Node>& node);
+    [[nodiscard]] bool ReleaseOnNode(Long button, const Ref<Node>& node);
     void ReportMouse(const Event<Long, Long, Single, Single>& event, Long button, Long shift, const QPoint& point);
-    void ReleaseOnNode(Long button, const Ref<Node>& node);
     void OpenSelected();
     void EditSelected();
     void OpenMenuByKey();
 
     Ref<TreeView> m_treeView;
-    GuardFunction m_guard;
+    Guard m_guard;
     TreeModel* m_model;
     FilterModel* m_filterModel;
     QString m_filter;

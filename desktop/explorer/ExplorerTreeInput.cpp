@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPointer>
 #include <QScopedValueRollback>
 #include <QStyle>
 
@@ -63,10 +62,8 @@ void ExplorerTree::ReportMouse(const Event<Long, Long, Single, Single>& event, L
     });
 }
 
-void ExplorerTree::ReportNode(const Ref<Node>& node) {
-    if (!node)
-        return;
-    m_guard([tree = m_treeView, node] {
+bool ExplorerTree::ReportNode(const Ref<Node>& node) {
+    return !node || m_guard(*this, [tree = m_treeView, node] {
         tree->SetSelectedItem(node);
         tree->NodeClick.Raise(node);
     });
@@ -107,9 +104,7 @@ void ExplorerTree::mouseDoubleClickEvent(QMouseEvent* event) {
     m_editTimer.stop();
     m_pressPending = true;
     m_pressIsDouble = true;
-    const QPointer<ExplorerTree> alive(this);
-    m_guard([tree = m_treeView] { tree->DblClick.Raise(); });
-    if (!alive)
+    if (!m_guard(*this, [tree = m_treeView] { tree->DblClick.Raise(); }))
         return;
     Sync();
     const QModelIndex index = IndexOf(node.Get());
@@ -123,15 +118,12 @@ void ExplorerTree::mouseReleaseEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    const QPointer<ExplorerTree> alive(this);
     const QPoint point = event->position().toPoint();
     const QPoint global = event->globalPosition().toPoint();
     const Long shift = ShiftOf(event->modifiers());
     m_pressPending = false;
     const Ref<Node> pressed = std::exchange(m_pressed, nullptr);
-    if (!m_pressIsDouble)
-        ReleaseOnNode(button, pressed);
-    if (!alive)
+    if (!m_pressIsDouble && !ReleaseOnNode(button, pressed))
         return;
     if (button == LeftButton && m_pressedSelected && !m_pressIsDouble && shift == NoShift &&
         NodeAtPoint(point) == pressed.Get())
@@ -144,15 +136,13 @@ void ExplorerTree::mouseReleaseEvent(QMouseEvent* event) {
 
 // The selection has moved at the press, so the click belongs to the node that was pressed, wherever the button is let
 // go. The right button reports its node too, so that the menu is that of the node under the pointer.
-void ExplorerTree::ReleaseOnNode(Long button, const Ref<Node>& node) {
+bool ExplorerTree::ReleaseOnNode(Long button, const Ref<Node>& node) {
     if (node && node->IsInTree()) {
         if (button == LeftButton)
-            m_guard([tree = m_treeView, node] { tree->ClickNode(node); });
-        else if (button == RightButton)
-            ReportNode(node);
-    } else if (button == LeftButton && !node) {
-        m_guard([tree = m_treeView] { tree->Click.Raise(); });
+            return m_guard(*this, [tree = m_treeView, node] { tree->ClickNode(node); });
+        return button != RightButton || ReportNode(node);
     }
+    return button != LeftButton || node || m_guard(*this, [tree = m_treeView] { tree->Click.Raise(); });
 }
 
 void ExplorerTree::mouseMoveEvent(QMouseEvent* event) {
@@ -175,9 +165,7 @@ void ExplorerTree::OpenSelected() {
     const Ref<Node> node = m_treeView->SelectedItem();
     if (!node)
         return;
-    const QPointer<ExplorerTree> alive(this);
-    ReportNode(node);
-    if (alive)
+    if (ReportNode(node))
         m_guard([tree = m_treeView] { tree->DblClick.Raise(); });
 }
 
@@ -185,18 +173,14 @@ void ExplorerTree::EditSelected() {
     const Ref<Node> node = m_treeView->SelectedItem();
     if (!node)
         return;
-    const QPointer<ExplorerTree> alive(this);
-    ReportNode(node);
-    if (alive)
+    if (ReportNode(node))
         m_guard([tree = m_treeView] { tree->StartLabelEdit(); });
 }
 
 void ExplorerTree::OpenMenuByKey() {
-    const QPointer<ExplorerTree> alive(this);
     QPoint point = viewport()->rect().topLeft();
     if (const Ref<Node> node = m_treeView->SelectedItem()) {
-        ReportNode(node);
-        if (!alive)
+        if (!ReportNode(node))
             return;
         Sync();
         const QModelIndex index = IndexOf(node.Get());

@@ -17,7 +17,7 @@ constexpr Single twipsPerInch = 1440;
 
 class QtTimer final : public ITimer {
 public:
-    QtTimer(const QtTimers::GuardFunction& guard, std::shared_ptr<int> running) : m_running(std::move(running)) {
+    QtTimer(const Guard& guard, std::shared_ptr<int> running) : m_running(std::move(running)) {
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, guard] {
             const Ref<QtTimer> self(this); // a handler may release the timer
             guard([this] { Tick.Raise(); });

@@ -5,6 +5,7 @@
 #include "corvane/platform/IMessageBox.h"
 #include "corvane/platform/IScreen.h"
 #include "corvane/platform/ITimers.h"
+#include "desktop/guard/Guard.h"
 #include "desktop/platform/FileDialogs.h"
 
 #include <QPointer>
@@ -35,15 +36,14 @@ private:
 
 class QtTimers final : public ITimers {
 public:
-    using GuardFunction = std::function<void(const std::function<void()>&)>;
-    explicit QtTimers(GuardFunction guard) : m_guard(std::move(guard)) {}
+    explicit QtTimers(Guard guard) : m_guard(std::move(guard)) {}
     [[nodiscard]] Ref<ITimer> NewTimer() override;
     void DoEvents() override;
     // How many timers are waiting for their tick.
     [[nodiscard]] int RunningCount() const { return *m_running; }
 
 private:
-    GuardFunction m_guard;
+    Guard m_guard;
     std::shared_ptr<int> m_running = std::make_shared<int>(0);
 };
 

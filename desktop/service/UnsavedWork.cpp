@@ -2,9 +2,9 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
-#include "corvane/platform/Entering.h"
 #include "corvane/services/IService.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/guard/PluginCall.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -26,13 +26,12 @@ Ref<Object> ObjectOf(const Variant& item) {
 
 Ranked UnsavedOf(const Ref<Object>& object, const Ref<IService>& service, const std::string& name) {
     Ranked ranked{2, {name, {}}};
-    const Entering entering(object);
-    const Ref<Dictionary> items = service->UnsavedItems(ranked.order);
+    const Ref<Dictionary> items =
+        CallPlugin(object, "GetUnsavedItems", [&] { return service->UnsavedItems(ranked.order); });
     for (const std::string& item : items->Keys())
         ranked.group.items.push_back(
             {item, ObjectOf(items->Item(item)), [object, service, itemValue = items->Item(item)] {
-                 const Entering enteringToSave(object);
-                 service->Save(ToObject(itemValue));
+                 CallPlugin(object, "Save", [&] { service->Save(ToObject(itemValue)); });
              }});
     return ranked;
 }
@@ -53,7 +52,7 @@ void SaveItem(const UnsavedItem& item) {
 } // namespace
 
 std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
-                                          const GuardFunction& guard) {
+                                          const Guard& guard) {
     std::vector<Ranked> rankedItems;
     std::set<const Object*> asked; // one object may serve under several names
     const auto manager = framework->ServiceManager();
@@ -82,8 +81,7 @@ std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework, std::
 }
 
 bool SettleUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
-                       const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& ask,
-                       const GuardFunction& guard) {
+                       const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& ask, const Guard& guard) {
     const auto groups = FindUnsavedWork(framework, std::move(windows), guard);
     if (groups.empty())
         return true;
@@ -103,9 +101,8 @@ bool SettleUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem>
         guard([&] {
             if (!completed.insert(object.Get()).second)
                 return;
-            const Entering entering(object);
             if (const auto service = CorvaneMain::QueryService(object))
-                service->SaveComplete(!exit);
+                CallPlugin(object, "SaveComplete", [&] { service->SaveComplete(!exit); });
         });
     return exit;
 }

@@ -3,6 +3,7 @@
 
 #include "corvane/base/Ref.h"
 #include "corvane/base/Variant.h"
+#include "desktop/guard/Guard.h"
 
 #include <functional>
 #include <string>
@@ -25,13 +26,11 @@ struct UnsavedGroup {
     std::vector<UnsavedItem> items;
 };
 
-using GuardFunction = std::function<void(const std::function<void()>&)>;
-
 // Windows with changes come first, as saving them may leave something with a service; then services by the order that
 // they give themselves, of one order in order of loading. Groups without items are left out. A service that fails to
 // report is shown by the guard, and the others are asked all the same.
 [[nodiscard]] std::vector<UnsavedGroup> FindUnsavedWork(const Ref<Framework>& framework,
-                                                        std::vector<UnsavedItem> windows, const GuardFunction& guard);
+                                                        std::vector<UnsavedItem> windows, const Guard& guard);
 
 struct ExitAnswer {
     enum class What { Save, Discard, Cancel } what = What::Cancel;
@@ -43,6 +42,6 @@ struct ExitAnswer {
 // shown.
 [[nodiscard]] bool SettleUnsavedWork(const Ref<Framework>& framework, std::vector<UnsavedItem> windows,
                                      const std::function<ExitAnswer(const std::vector<UnsavedGroup>&)>& ask,
-                                     const GuardFunction& guard);
+                                     const Guard& guard);
 
 } // namespace corvane::desktop

@@ -5,11 +5,11 @@
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
 #include "corvane/menus/MenuManager.h"
-#include "corvane/platform/Entering.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "desktop/guard/PluginCall.h"
 #include "desktop/session/WindowPlace.h"
 #include "desktop/style/QtText.h"
 
@@ -184,9 +184,9 @@ QJsonArray Session::Windows() const {
         if (window == Singleton::Framework()->WindowManager()->ActiveWindow())
             entry["active"] = true;
         if (form && form->Visible()) {
-            const QRect place = form->NormalPlace();
+            const QRect place = form->Placement().NormalPlace();
             entry["place"] = QJsonArray{place.x(), place.y(), place.width(), place.height()};
-            if (const QString state = StateWord(form->UserState()); !state.isEmpty())
+            if (const QString state = StateWord(form->Placement().UserState()); !state.isEmpty())
                 entry["state"] = state;
             if (window->WindowType() != WindowTypeConstants::cvWizard)
                 entry["page"] = static_cast<int>(form->ActivePageIndex());
@@ -449,8 +449,10 @@ Ref<Window> Session::OpenAgain(const QJsonObject& entry) {
         before.insert(window.Get());
     const std::array<Variant, 2> arguments{name, key};
     for (const auto& service : services->Services()) {
-        const Entering entering(service);
-        if (service->HasMember(restoreWindow) && ToBoolean(service->Invoke(restoreWindow, arguments)))
+        if (CorvaneMain::HasEnded()) // by an earlier one
+            return nullptr;
+        if (service->HasMember(restoreWindow) &&
+            CallPlugin(service, restoreWindow, [&] { return ToBoolean(service->Invoke(restoreWindow, arguments)); }))
             break;
     }
     for (const auto& window : OpenWindows()) {
@@ -497,8 +499,8 @@ void Session::RestoreWindows() {
         m_parts.guard([&] { active->Activate(); });
     // Last: the next child that comes to the front takes being maximized over.
     for (const auto& form : maximizedForms)
-        if (form && form->Visible() && form->UserState() != FormState::Maximized)
-            m_parts.guard([&] { form->PlaceAgain(form->NormalPlace(), FormState::Maximized); });
+        if (form && form->Visible() && form->Placement().UserState() != FormState::Maximized)
+            m_parts.guard([&] { form->PlaceAgain(form->Placement().NormalPlace(), FormState::Maximized); });
     m_read = {};
     Schedule();
 }

@@ -7,6 +7,7 @@
 #include "corvane/platform/controls/PanelForm.h"
 #include "corvane/platform/controls/TabStrip.h"
 #include "corvane/platform/controls/TreeView.h"
+#include "desktop/guard/Guard.h"
 #include "desktop/state/StateFile.h"
 #include "desktop/windows/WindowForm.h"
 
@@ -30,7 +31,7 @@ public:
         Ref<MdiForm> mainForm;
         Ref<ActiveBar> activeBar;
         Ref<PanelForm> panelForm;
-        std::function<void(const std::function<void()>&)> guard;
+        Guard guard;
         std::function<void()> flush; // brings the whole screen in line with the models
         bool place = true;           // false: the window's place isn't kept
     };

@@ -25,7 +25,9 @@ QLabel* SelectableLabel(const QString& text) {
 FailureView::FailureView(const QString& page, const Failure& failure, QWidget* parent) : QWidget(parent) {
     const QString headlineText = tr("This page can't be shown");
     const QString reason = QString::fromStdString(failure.Description);
-    const QString where = tr("Error %1 from %2").arg(failure.Number).arg(QString::fromStdString(failure.Source));
+    QString where = tr("Error %1 from %2").arg(failure.Number).arg(QString::fromStdString(failure.Source));
+    if (!failure.Context.empty())
+        where += "\n" + QString::fromStdString(failure.Context);
     m_text = QStringList{tr("%1: %2").arg(headlineText, page), reason, where}.join('\n');
 
     auto* icon = new QLabel;

@@ -2,6 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/platform/Entering.h"
+#include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"
 #include "desktop/failures/PageName.h"
 #include "desktop/translation/ShownText.h"
@@ -27,7 +28,27 @@ void LogOf(const PageDef& pageDef, const char* procedure, const Failure& failure
 // In a catch block.
 void PageSlot::Break(const char* procedure) {
     m_failure = CurrentFailure();
+    if (m_failure->Context.empty())
+        AddPlace(*m_failure, CorvaneMain::PlaceOf(m_pageDef, procedure));
     LogOf(*m_pageDef, procedure, *m_failure);
+}
+
+void PageSlot::Enter(const std::function<void(IPage&)>& call) const {
+    const Ref<Object> pageObj = m_pageObj;
+    const Ref<IPage> page = m_page;
+    const Entering entering(pageObj);
+    call(*page);
+}
+
+void PageSlot::Ask(const char* procedure, const std::function<void(IQtPage&)>& call) const {
+    Enter([&](IPage&) {
+        const Ref<IQtPage> qtPage = m_qtPage;
+        try {
+            call(*qtPage);
+        } catch (...) {
+            RaiseFrom(CorvaneMain::PlaceOf(m_pageDef, procedure));
+        }
+    });
 }
 
 void PageSlot::Create(const Ref<IWindowFormController>& controller) {
@@ -41,12 +62,19 @@ void PageSlot::Create(const Ref<IWindowFormController>& controller) {
                  progID + " has no widget for this program: its class must implement IQtPage beside IPageAccess and "
                           "hand out a page",
                  "Creating the page");
+        if (m_hasEnded)
+            return; // its constructor has ended the window
         controller->PageInitialize(pageObj, m_pageDef);
+        if (m_hasEnded) { // likewise, and the window has no end to report any more
+            const Entering entering(pageObj);
+            m_guard([&] { page->Terminate(nullptr); });
+            return;
+        }
         m_pageObj = pageObj;
         m_page = page;
         m_qtPage = qtPage;
     } catch (...) {
-        Break("CreatePage");
+        Break("Create");
     }
 }
 
@@ -58,12 +86,17 @@ void PageSlot::MakeWidget(PagePlace& place) {
     place.setProperty(pageNameProperty, QString::fromStdString(m_pageDef->PageProgID()));
     if (IsUsable()) {
         try {
-            const Entering entering(m_pageObj);
-            QWidget* widget = m_qtPage->NewWidget(place.ParentForPage());
+            const Ref<Object> pageObj = m_pageObj;
+            QWidget* widget = nullptr;
+            Ask("NewWidget", [&](IQtPage& page) { widget = page.NewWidget(place.ParentForPage()); });
+            if (!m_place || (m_hasEnded && !widget))
+                return; // it has ended its window
             if (!widget)
                 Fail(FailureNumber::ObjectNotSet, m_pageDef->PageProgID() + " returned no widget", "NewWidget");
             // The widget may speak to its page as long as it is there.
-            QObject::connect(widget, &QObject::destroyed, [pageObj = m_pageObj] {});
+            QObject::connect(widget, &QObject::destroyed, [pageObj] {});
+            if (m_hasEnded)
+                Silence(*widget);
             m_widget = widget;
             place.Fill(widget);
             return;
@@ -73,17 +106,17 @@ void PageSlot::MakeWidget(PagePlace& place) {
             m_isChanged = false;
         }
     }
-    place.Fill(new FailureView(ShownPage(m_pageDef->PageProgID(), m_pageDef->Caption()), *m_failure));
+    if (m_place)
+        place.Fill(new FailureView(ShownPage(m_pageDef->PageProgID(), m_pageDef->Caption()), *m_failure));
 }
 
 void PageSlot::Focus() {
-    if (!m_widget)
+    if (!m_widget || !IsAlive())
         return;
     QWidget* first = nullptr;
-    m_guard([&] {
-        const Entering entering(m_pageObj);
-        first = m_qtPage->FirstFocus();
-    });
+    m_guard([&] { Ask("FirstFocus", [&](IQtPage& page) { first = page.FirstFocus(); }); });
+    if (m_hasEnded || !m_widget)
+        return;
     for (QWidget* p = m_widget->nextInFocusChain(); !first && p != m_widget; p = p->nextInFocusChain())
         if ((p->focusPolicy() & Qt::TabFocus) && p->isEnabled() && m_widget->isAncestorOf(p) && !p->isHidden())
             first = p;
@@ -92,21 +125,22 @@ void PageSlot::Focus() {
 }
 
 void PageSlot::End(const Ref<IWindowFormController>& controller) {
+    m_hasEnded = true;
     if (!IsAlive())
         return;
     if (m_place)
         Silence(*m_place);
-    m_guard([&] { controller->PageTerminate(m_pageObj); });
+    const Ref<Object> pageObj = std::move(m_pageObj);
     m_page = nullptr;
     m_qtPage = nullptr;
-    m_pageObj = nullptr;
+    m_guard([&] { controller->PageTerminate(pageObj); });
 }
 
 Long PageSlot::HelpTopic() const {
     Long topic = -1;
     try {
-        const Entering entering(m_pageObj);
-        topic = m_qtPage ? m_qtPage->HelpTopic() : -1;
+        if (IsAlive())
+            Ask("HelpTopic", [&](IQtPage& page) { topic = page.HelpTopic(); });
     } catch (...) {
         LogOf(*m_pageDef, "HelpTopic", CurrentFailure()); // it is asked too often to be shown
     }
@@ -114,22 +148,21 @@ Long PageSlot::HelpTopic() const {
 }
 
 void PageSlot::Click(StandardCommandConstants command) {
-    const Entering entering(m_pageObj);
-    m_page->CommandClick(command);
+    Enter([=](IPage& page) { page.CommandClick(command); });
 }
 
 void PageSlot::Save() {
-    const Entering entering(m_pageObj);
-    m_page->Save();
+    Enter([](IPage& page) { page.Save(); });
 }
 
 void PageSlot::Ask() {
     if (!IsUsable())
         return;
     try {
-        const Entering entering(m_pageObj);
-        m_isValid = m_page->IsValid();
-        m_isChanged = m_qtPage->IsChanged();
+        Enter([this](IPage& page) { m_isValid = page.IsValid(); });
+        if (!IsAlive())
+            return; // it has ended its window
+        Ask("IsChanged", [this](IQtPage& page) { m_isChanged = page.IsChanged(); });
         m_isAskedInVain = false;
     } catch (...) {
         m_isValid = false;

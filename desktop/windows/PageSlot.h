@@ -1,25 +1,27 @@
 // One page of a window's form: the plug-in's object, its widget, and what it last said of itself. A page that fails
-// stays in its place as a failure, and the others work.
+// stays in its place as a failure, and the others work. Whatever a page is asked or notified of, it may end its window
+// then; the slot stays, and answers for a page that has ended.
 #pragma once
 
 #include "corvane/services/PageDef.h"
 #include "corvane/windows/IPage.h"
 #include "corvane/windows/IWindowFormController.h"
 #include "desktop/IQtPage.h"
+#include "desktop/guard/Guard.h"
 #include "desktop/windows/PageMark.h"
-#include "desktop/windows/WindowHost.h"
 
 #include <QPointer>
+#include <QWidget>
+#include <functional>
 #include <optional>
 
 namespace corvane::desktop {
 
 class PagePlace;
 
-class PageSlot final : public virtual Object {
+class PageSlot final {
 public:
-    PageSlot(Ref<corvane::PageDef> pageDef, WindowHost::GuardFunction guard)
-        : m_pageDef(std::move(pageDef)), m_guard(std::move(guard)) {}
+    PageSlot(Ref<corvane::PageDef> pageDef, Guard guard) : m_pageDef(std::move(pageDef)), m_guard(std::move(guard)) {}
 
     // Creates the page's object and reports it. Never fails: a failure is logged and kept.
     void Create(const Ref<IWindowFormController>& controller);
@@ -56,9 +58,13 @@ public:
 
 private:
     void Break(const char* procedure);
+    // Holds the page while it is called, as it may end then.
+    void Enter(const std::function<void(IPage&)>& call) const;
+    // The same for what the host alone asks of it; a failure says whose it was.
+    void Ask(const char* procedure, const std::function<void(IQtPage&)>& call) const;
 
     Ref<corvane::PageDef> m_pageDef;
-    WindowHost::GuardFunction m_guard;
+    Guard m_guard;
     Ref<Object> m_pageObj;
     Ref<IPage> m_page;
     Ref<IQtPage> m_qtPage;
@@ -66,6 +72,7 @@ private:
     QPointer<QWidget> m_widget; // the page's own
     QPointer<QWidget> m_place;  // where that is, also when it came to nothing half-way
     bool m_hasWidget = false;   // that or the failure's
+    bool m_hasEnded = false;    // the window has
     bool m_isValid = true;
     bool m_isChanged = false;
     bool m_isAskedInVain = false;

@@ -1,6 +1,5 @@
 #include "desktop/windows/WindowForm.h"
 
-#include "corvane/core/CorvaneMain.h"
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
 #include "desktop/translation/ShownText.h"
@@ -10,27 +9,15 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QMdiArea>
+#include <QPushButton>
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QTimer>
-#include <algorithm>
 
 namespace corvane::desktop {
 
-namespace {
-
-// The place within the space, where that is large enough for what the window needs.
-QRect Fitted(QRect place, const QRect& room, const QSize& wanted, const QSize& needed) {
-    place.setSize(place.size().expandedTo(wanted).boundedTo(room.size()).expandedTo(needed));
-    place.moveTo(std::clamp(place.left(), room.left(), std::max(room.left(), room.right() + 1 - place.width())),
-                 std::clamp(place.top(), room.top(), std::max(room.top(), room.bottom() + 1 - place.height())));
-    return place;
-}
-
-} // namespace
-
 WindowForm::WindowForm(std::shared_ptr<const WindowHost> host, WindowTypeConstants type, bool isMDIChild)
-    : Form(host->mainForm, isMDIChild), m_host(std::move(host)), m_type(type) {
+    : Form(host->mainForm, isMDIChild), m_host(std::move(host)), m_type(type), m_pages(type, m_host->guard),
+      m_commands(type, m_pages, m_host->guard, *this), m_placement(*this, m_host) {
     SubscribeToItself();
 }
 
@@ -42,30 +29,43 @@ WindowForm::~WindowForm() {
 // Before the window's own subscription: the pages end first.
 void WindowForm::SubscribeToItself() {
     m_subscriptions.push_back(OnQueryUnload.Subscribe([this](bool& refused) { QueryUnload(refused); }));
-    m_subscriptions.push_back(OnUnload.Subscribe([this](bool&) { EndPages(); }));
+    m_subscriptions.push_back(OnUnload.Subscribe([this](bool&) { m_pages.End(); }));
     m_subscriptions.push_back(Changed.Subscribe([this](Change change) { OnFormChanged(change); }));
     m_subscriptions.push_back(ModalLoop.Subscribe([this] { RunModalLoop(); }));
 }
 
 void WindowForm::Initialize(const Ref<IWindowFormController>& windowFormController, bool isApplyCommandShown) {
+    const Ref<Form> self(this);
     m_controller = windowFormController;
-    MakeSlots();
-    MakeFrame(isApplyCommandShown);
+    m_pages.Create(m_controller);
+    if (m_controller)
+        MakeFrame(isApplyCommandShown);
+    if (!IsOpen())
+        return;
     SetCaption(m_controller->WindowDef()->Caption());
-    AskAll();
+    m_pages.AskAll();
     ShowState();
-    // Behind the window's own subscription: the window is active before its page is.
+    if (IsOpen())
+        SubscribeToActivation();
+}
+
+// Behind the window's own subscription: the window is active before its page is.
+void WindowForm::SubscribeToActivation() {
     m_subscriptions.push_back(OnActivate.Subscribe([this] {
-        if (!m_frame)
+        const Ref<Form> self(this);
+        if (!IsOpen())
             return;
         m_isActive = true;
+        m_pages.SetWindowActive(true);
         ByUser(WindowStep::What::Activate, 0, [] {});
         m_frame->BringToFront();
-        ActivateFront();
+        m_pages.ActivateFront();
     }));
     m_subscriptions.push_back(OnDeactivate.Subscribe([this] {
+        const Ref<Form> self(this);
         m_isActive = false;
-        DeactivateFront();
+        m_pages.SetWindowActive(false);
+        m_pages.Deactivate();
     }));
 }
 
@@ -84,18 +84,6 @@ void WindowForm::ByUser(WindowStep::What what, int which, const std::function<vo
     });
 }
 
-void WindowForm::MakeSlots() {
-    std::vector<Ref<PageDef>> pageDefs;
-    for (const auto& pageDef : m_controller->WindowDef()->PageDefs())
-        pageDefs.push_back(pageDef);
-    std::stable_sort(pageDefs.begin(), pageDefs.end(),
-                     [](const auto& a, const auto& b) { return a->PositionOrder() < b->PositionOrder(); });
-    for (const auto& pageDef : pageDefs) {
-        m_slots.push_back(New<PageSlot>(pageDef, m_host->guard));
-        m_slots.back()->Create(m_controller);
-    }
-}
-
 void WindowForm::MakeFrame(bool isApplyCommandShown) {
     const auto def = m_controller->WindowDef();
     const auto window = m_controller.TryAs<Window>();
@@ -108,22 +96,30 @@ void WindowForm::MakeFrame(bool isApplyCommandShown) {
     options.withPageList = def->Name() == WindowHost::ListedWindow;
     std::vector<PageRoom> rooms;
     const QSize pageSize(PixelsX(def->DefPageWidth()), PixelsY(def->DefPageHeight()));
-    for (const auto& slot : m_slots) {
-        rooms.push_back({slot->Mark(), pageSize, slot->PageDef()->IsResizable()});
-        m_host->guard([&] { options.withHelp |= m_host->help && slot->HelpTopic() != 0; });
+    for (int page = 0; page < m_pages.Count(); ++page) {
+        const PageSlot& slot = m_pages.At(page);
+        rooms.push_back({slot.Mark(), pageSize, slot.PageDef()->IsResizable()});
+        m_host->guard([&] { options.withHelp |= m_host->help && slot.HelpTopic() != 0; });
     }
+    if (!m_controller)
+        return; // a page has ended the window
     m_body = new WindowBody(options, rooms);
-    m_frame = std::make_unique<WindowFrame>(
-        MDIChild() ? m_host->area.data() : nullptr, m_host->mainWindow, m_body, m_type == WindowTypeConstants::cvWindow,
-        WindowFrame::Listeners{[this] { ByUser(WindowStep::What::Close, 0, [this] { RequestClose(); }); },
-                               [this] { FrameActivated(); }, [this] { FrameMoved(); }});
+    m_frame = std::make_unique<WindowFrame>(MDIChild() ? m_host->area.data() : nullptr, m_host->mainWindow, m_body,
+                                            m_type == WindowTypeConstants::cvWindow,
+                                            static_cast<WindowFrame::Observer&>(*this));
     if (MDIChild())
         m_frame->SetIcon(m_host->ChildIcon());
+    m_placement.SetFrame(*m_frame, *m_body);
+    ConnectBody();
+}
+
+void WindowForm::ConnectBody() {
     QObject::connect(m_body, &WindowBody::PageChosen,
-                     [this](int page) { ByUser(WindowStep::What::Page, page, [&] { BringToFront(page); }); });
+                     [this](int page) { ByUser(WindowStep::What::Page, page, [&] { GoTo(page); }); });
     QObject::connect(m_body, &WindowBody::AllPagesWanted, [this] {
-        for (std::size_t i = 0; i < m_slots.size(); ++i)
-            m_slots[i]->MakeWidget(m_body->Place(static_cast<int>(i)));
+        const Ref<Form> self(this);
+        for (int page = 0; page < m_pages.Count() && IsOpen(); ++page)
+            m_pages.At(page).MakeWidget(m_body->Place(page));
     });
     QObject::connect(m_body, &WindowBody::CommandChosen, [this](Command command) {
         ByUser(WindowStep::What::Command, static_cast<int>(command), [&] { ClickCommand(command); });
@@ -140,18 +136,15 @@ std::string WindowForm::WindowName() const {
     return m_controller ? m_controller->WindowDef()->Name() : std::string();
 }
 
+// The model's events.
+
 void WindowForm::OnFormChanged(Change change) {
-    switch (change) {
-    case Change::Loaded:
+    const Ref<Form> self(this);
+    if (change == Change::Loaded)
         Loaded();
-        return;
-    case Change::Unloaded:
+    else if (change == Change::Unloaded)
         Unloaded();
-        return;
-    default:
-        break;
-    }
-    if (!m_frame)
+    if (!IsOpen())
         return;
     switch (change) {
     case Change::Shown:
@@ -164,12 +157,10 @@ void WindowForm::OnFormChanged(Change change) {
         ActivateNext();
         break;
     case Change::Moved:
-        if (!m_fromFrame)
-            m_frame->Place(RectOfModel());
+        m_placement.FollowModel();
         break;
     case Change::State:
-        if (!m_fromFrame && Visible())
-            m_frame->SetState(WindowState());
+        m_placement.FollowModelState();
         break;
     case Change::Caption:
         m_frame->SetTitle(TitleOf(*this));
@@ -192,192 +183,41 @@ void WindowForm::Loaded() {
     });
 }
 
+// Makes the widget of the page in front, and shows it. False when a page has ended the window, or has brought another
+// page to the front.
+bool WindowForm::ShowFront() {
+    const int page = m_pages.FrontIndex();
+    m_pages.At(page).MakeWidget(m_body->Place(page));
+    if (!IsOpen() || page != m_pages.FrontIndex())
+        return false;
+    m_body->ShowPage(page);
+    return IsOpen();
+}
+
 void WindowForm::Shown() {
     const bool first = !std::exchange(m_isPlaced, true);
-    if (!m_slots.empty()) {
-        const Ref<PageSlot> slot = m_slots[static_cast<std::size_t>(m_front)];
-        slot->MakeWidget(m_body->Place(m_front));
-        if (!m_controller)
-            return; // the page has ended the window
-        m_body->ShowPage(m_front);
-    }
+    if (m_pages.Count() > 0 && !ShowFront() && !IsOpen())
+        return;
     if (IsModal())
         m_body->ShowCommands();
     ShowState();
-    if (first)
-        PlaceFirst();
-    m_frame->Show(IsModal(), WindowState());
-    FrameMoved();
-    if (first && !m_slots.empty())
-        m_slots[static_cast<std::size_t>(m_front)]->Focus();
+    if (first && IsOpen())
+        m_placement.PlaceFirst(*m_controller->WindowDef());
+    if (IsOpen())
+        m_frame->Show(IsModal(), WindowState());
+    FramePlaced();
+    if (first && IsOpen() && m_pages.Front())
+        m_pages.Front()->Focus();
 }
 
-QRect WindowForm::RectOfModel() const {
-    return {PixelsX(Left()), PixelsY(Top()), PixelsX(Width()), PixelsY(Height())};
-}
-
-// Where the definition gives no size the page in front does; a window that would hide another of its kind is moved.
-void WindowForm::PlaceFirst() {
-    const auto def = m_controller->WindowDef();
-    QRect place = RectOfModel();
-    const QSize wanted = m_body->sizeHint() + m_frame->Surround();
-    if (def->DefPageWidth() == 0 || def->DefPageHeight() == 0) {
-        const Ref<Form> mainForm(m_host->mainForm);
-        place.setSize({def->DefPageWidth() == 0 ? wanted.width() : place.width(),
-                       def->DefPageHeight() == 0 ? wanted.height() : place.height()});
-        place.moveTo(CorvaneMain::CenteredLeft(place.width(), PixelsX(mainForm->ScaleWidth()), 0),
-                     CorvaneMain::CenteredTop(place.height(), PixelsY(mainForm->ScaleHeight()), 0));
-    }
-    const QRect room = m_frame->Room();
-    MinMaxInfo info;
-    m_host->messages->SendMessage(m_handle, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&info));
-    const int beside = std::max(m_frame->Surround().height(), 8); // a title bar
-    const QSize minimum(info.oMinTrackSize.lX, info.oMinTrackSize.lY);
-    m_minimum = minimum.boundedTo(room.size());
-    ApplyMinimum();
-    place = Fitted(place, room, minimum, m_frame->Minimum());
-    if (MDIChild())
-        place.moveTopLeft(FreeCorner(place, room, beside));
-    m_frame->Place(place);
-    const bool anyResizable =
-        std::any_of(m_slots.begin(), m_slots.end(), [](const auto& slot) { return slot->PageDef()->IsResizable(); });
-    if (!MDIChild() && !anyResizable && !m_slots.empty())
-        m_frame->Fix(place.size());
-}
-
-// Down the diagonal, and once more from the top; where all corners are taken, a window does hide another.
-QPoint WindowForm::FreeCorner(const QRect& place, const QRect& room, int step) const {
-    for (QRect tried : {place, QRect(room.topLeft(), place.size())})
-        for (; room.contains(tried); tried.translate(step, step))
-            if (!IsCornerTaken(tried.topLeft()))
-                return tried.topLeft();
-    return place.topLeft();
-}
-
-bool WindowForm::IsBehindTab() const {
-    return MDIChild() && m_host->area && m_host->area->viewMode() == QMdiArea::TabbedView;
-}
-
-FormState WindowForm::UserState() const {
-    return IsBehindTab() ? FormState::Normal : WindowState();
-}
-
-void WindowForm::PlaceAgain(const QRect& place, FormState state) {
-    if (!m_frame || !Visible())
-        return;
-    if (IsBehindTab()) { // for when it is free again
-        const QScopedValueRollback fromFrame(m_fromFrame, true);
-        Move(TwipsX(place.left()), TwipsY(place.top()), TwipsX(place.width()), TwipsY(place.height()));
-        return;
-    }
-    QRect room = m_frame->Room();
-    // A main window that is just being maximized gets its size a moment later.
-    const QWidget* main = m_host->mainWindow;
-    if (MDIChild() && main && (main->isMaximized() || main->isFullScreen()))
-        room.setSize(room.size() + (main->screen()->availableSize() - main->size()).expandedTo(QSize(0, 0)));
-    SetWindowState(FormState::Normal);
-    m_frame->Place(Fitted(place, room, m_minimum, m_frame->Minimum()));
-    FrameMoved();
-    SetWindowState(state);
-}
-
-// The definition's, and what buttons and pages need so that nothing is cut off.
-void WindowForm::ApplyMinimum() {
-    m_frame->SetMinimum(m_minimum.expandedTo(m_body->minimumSizeHint() + m_frame->Surround()));
-}
-
-bool WindowForm::IsCornerTaken(const QPoint& corner) const {
-    const auto forms = Application()->Forms();
-    return std::any_of(forms.begin(), forms.end(), [&](const Ref<Form>& frm) {
-        return frm.Get() != this && frm->MDIChild() && frm->Visible() && PixelsX(frm->Left()) == corner.x() &&
-               PixelsY(frm->Top()) == corner.y();
-    });
-}
-
-// A window manager may raise what a modal window holds back.
-void WindowForm::FrameActivated() {
-    const QWidget* modal = QApplication::activeModalWidget();
-    if (Visible() && m_controller && (!modal || modal == Frame()))
-        m_host->guard([this] { Activate(); });
-}
-
-void WindowForm::FrameMoved() {
-    if (!m_frame || !Visible() || m_fromFrame || !m_frame->Widget() || !m_frame->Widget()->isVisible())
-        return;
-    m_fromFrame = true;
-    m_host->guard([this] {
-        const FormState state = m_frame->State();
-        const QRect place = m_frame->PlaceNow();
-        if (state == FormState::Normal && !IsBehindTab() && place != RectOfModel())
-            Move(TwipsX(place.left()), TwipsY(place.top()), TwipsX(place.width()), TwipsY(place.height()));
-        if (state != WindowState())
-            SetWindowState(state);
-    });
-    m_fromFrame = false;
-}
-
-QSize WindowForm::NonPageSize() {
-    return m_body->NonPageSize() + m_frame->Surround();
-}
-
-Long WindowForm::MinWindowWidth(Long pageWidth) {
-    const int width = NonPageSize().width() + PixelsX(pageWidth);
-    return RoundToLong(TwipsX(std::min(width, m_body->screen()->availableSize().width())));
-}
-
-Long WindowForm::MinWindowHeight(Long pageHeight) {
-    const int height = NonPageSize().height() + PixelsY(pageHeight);
-    return RoundToLong(TwipsY(std::min(height, m_body->screen()->availableSize().height())));
-}
-
-Long WindowForm::NonPageWidth() {
-    return RoundToLong(TwipsX(NonPageSize().width()));
-}
-
-Long WindowForm::NonPageHeight() {
-    return RoundToLong(TwipsY(NonPageSize().height()));
-}
-
-void WindowForm::RunModalLoop() {
-    if (m_loop)
-        return; // shown again from inside; the first loop goes on
-    if (m_host->modalLoop) {
-        m_host->modalLoop([this] { return IsLoaded() && Visible(); }, [this] { Abandon(); });
-    } else {
-        QEventLoop loop;
-        m_loop = &loop;
-        loop.exec();
-        m_loop = nullptr;
-    }
-    if (Visible()) // the application is ending
-        Abandon();
-}
-
-// The first request that a window with a minimum size gets only takes the size away, so a second one follows.
-void WindowForm::RequestClose() {
-    const Ref<Form> self(this);
-    m_host->guard([this] {
-        m_closeArrived = false;
-        m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0);
-        if (IsLoaded() && !m_closeArrived)
-            m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0);
-    });
-}
-
-void WindowForm::Abandon() {
-    const Ref<Form> self(this);
-    m_host->guard([this] { Close(true); });
-}
-
-// A form that code has hidden has no one in front of it who could answer.
 void WindowForm::QueryUnload(bool& refused) {
     HideActiveChild(true);
     if (!m_inClose) {
         m_cancelled.reset();
-        AskAll();
+        m_pages.AskAll();
         if (m_saved) {
             m_cancelled = !*m_saved;
-        } else if (Visible() && AnyChanged()) {
+        } else if (Visible() && m_commands.AnyChanged()) { // no one is in front of a hidden form who could answer
             const LeaveAnswer answer = AskToLeave();
             refused = answer == LeaveAnswer::Stay;
             if (answer == LeaveAnswer::Save)
@@ -401,7 +241,6 @@ void WindowForm::Unloaded() {
     m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0); // takes the minimum size away
     m_host->messages->UnregisterWindow(m_handle);
     DropFrame();
-    m_slots.clear();
     const Ref<IWindowFormController> controller = std::move(m_controller);
     try {
         if (controller)
@@ -413,12 +252,13 @@ void WindowForm::Unloaded() {
     ActivateNext();
 }
 
-// Its widgets stay until the event loop turns, and what they may still say is ignored.
+// What its widgets may still say is ignored.
 void WindowForm::DropFrame() {
     if (m_body)
         m_body->disconnect();
     m_body = nullptr;
-    m_frame.reset();
+    if (m_frame)
+        m_frame->Close();
 }
 
 // Of the forms that can be seen, the one that was active last.
@@ -433,6 +273,256 @@ void WindowForm::ActivateNext() {
             (*it)->Activate();
             return;
         }
+}
+
+void WindowForm::RunModalLoop() {
+    if (m_loop)
+        return; // shown again from inside; the first loop goes on
+    if (m_host->modalLoop) {
+        m_host->modalLoop([this] { return IsLoaded() && Visible(); }, [this] { Abandon(); });
+    } else {
+        QEventLoop loop;
+        m_loop = &loop;
+        loop.exec();
+        m_loop = nullptr;
+    }
+    if (Visible()) // the application is ending
+        Abandon();
+}
+
+// The frame's events.
+
+void WindowForm::CloseRequested() {
+    ByUser(WindowStep::What::Close, 0, [this] { RequestClose(); });
+}
+
+// A window manager may raise what a modal window holds back.
+void WindowForm::FrameActivated() {
+    const Ref<Form> self(this);
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (Visible() && IsOpen() && (!modal || modal == Frame()))
+        m_host->guard([this] { Activate(); });
+}
+
+void WindowForm::FramePlaced() {
+    const Ref<Form> self(this);
+    if (IsOpen())
+        m_placement.FollowFrame();
+}
+
+// Pages.
+
+void WindowForm::SetActivePageIndex(Long index) {
+    if (index < 0 || index >= m_pages.Count())
+        Fail(FailureNumber::Subscript, "There is no page " + std::to_string(index), "ActivePageIndex");
+    GoTo(index);
+}
+
+void WindowForm::GoTo(int page) {
+    if (m_pages.IsReachable(page))
+        BringToFront(page);
+}
+
+void WindowForm::BringToFront(int page) {
+    const Ref<Form> self(this);
+    if (page != m_pages.FrontIndex())
+        m_pages.Deactivate();
+    if (!IsOpen())
+        return; // the page that left ended the window
+    m_pages.SetFront(page);
+    if (Visible()) {
+        const bool isFirst = !m_pages.At(page).HasWidget();
+        if (!ShowFront())
+            return; // or the one that comes did, or has gone on to another one
+        m_placement.ApplyMinimum();
+        if (isFirst || m_type == WindowTypeConstants::cvWizard)
+            m_pages.At(page).Focus();
+    }
+    m_pages.ActivateFront();
+    ShowState();
+}
+
+void WindowForm::PageValidityChanged(const Ref<IPage>& page) {
+    const Ref<Form> self(this);
+    m_pages.Ask(page);
+    ShowState();
+}
+
+// Commands.
+
+bool WindowForm::IsCommandEnabled(Command standardCommand) {
+    return IsOpen() && m_body->Commands().Button(standardCommand) && m_commands.IsEnabled(standardCommand) && IsOpen();
+}
+
+void WindowForm::SetIsCommandEnabled(Command standardCommand, bool enabled) {
+    const Ref<Form> self(this);
+    m_commands.SetEnabled(standardCommand, enabled);
+    ShowState();
+}
+
+void WindowForm::ClickCommand(Command standardCommand) {
+    const Ref<Form> self(this);
+    if (IsCommandEnabled(standardCommand))
+        m_commands.Click(standardCommand);
+    else
+        ShowState();
+}
+
+void WindowForm::ShowCommands() {
+    if (const int height = m_body->ShowCommands(); height > 0)
+        m_placement.MakeSpaceFor(height);
+}
+
+void WindowForm::ShowState() {
+    if (!IsOpen())
+        return;
+    for (int page = 0; page < m_pages.Count(); ++page)
+        m_body->MarkPage(page, m_pages.MarkOf(page));
+    const bool isModified = m_commands.AnyChanged() && m_commands.SavesChangesAlone();
+    if (isModified)
+        ShowCommands();
+    for (const Command command : m_body->Commands().Commands()) {
+        const bool isEnabled = IsCommandEnabled(command);
+        if (!IsOpen())
+            return;
+        m_body->Commands().SetCommandEnabled(command, isEnabled);
+    }
+    m_body->Commands().SetDefault(m_commands.Default());
+    if (m_type == WindowTypeConstants::cvWizard)
+        m_body->Commands().SetSkips(m_commands.SkipsStep());
+    m_frame->SetModified(isModified);
+}
+
+void WindowForm::ShowHelp(Long topic) {
+    m_host->help(topic);
+}
+
+bool WindowForm::CanBeSaved() {
+    const Ref<Form> self(this);
+    if (!IsOpen())
+        return false;
+    m_pages.AskAll();
+    ShowState();
+    return IsOpen() && m_commands.CanBeSaved();
+}
+
+void WindowForm::Save() {
+    const Ref<Form> self(this);
+    if (!CanBeSaved())
+        return;
+    m_commands.Save();
+    ShowState();
+}
+
+bool WindowForm::HasChanges() {
+    const Ref<Form> self(this);
+    if (!m_controller || !Visible())
+        return false;
+    m_pages.AskAll();
+    return m_commands.AnyChanged();
+}
+
+bool WindowForm::HasUnsavedChanges() {
+    return m_commands.SavesChangesAlone() && HasChanges();
+}
+
+Ref<Object> WindowForm::BusinessContext() const {
+    const auto window = ShownWindow();
+    return window ? window->BusinessContext() : nullptr;
+}
+
+// Closing.
+
+void WindowForm::SettleChanges(bool saved) {
+    m_saved = saved;
+    QTimer::singleShot(0, m_host->mainWindow, [self = Ref<WindowForm>(this)] { self->m_saved.reset(); });
+}
+
+// The first request that a window with a minimum size gets only takes the size away, so a second one follows.
+void WindowForm::RequestClose() {
+    const Ref<Form> self(this);
+    m_host->guard([this] {
+        m_closeArrived = false;
+        m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0);
+        if (IsLoaded() && !m_closeArrived)
+            m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0);
+    });
+}
+
+void WindowForm::Abandon() {
+    const Ref<Form> self(this);
+    m_host->guard([this] { Close(true); });
+}
+
+void WindowForm::Close(bool cancelled) {
+    const Ref<Form> self(this);
+    const QScopedValueRollback inClose(m_inClose, true);
+    m_cancelled = cancelled;
+    Unload();
+}
+
+QString WindowForm::Hindrance() const {
+    const int page = m_pages.FirstHindrance();
+    return page < 0
+               ? QString()
+               : WindowBody::tr("The page “%1” has missing or invalid entries.").arg(m_pages.At(page).Mark().caption);
+}
+
+LeaveAnswer WindowForm::AskToLeave() {
+    if (!m_host->askToLeave)
+        return LeaveAnswer::Discard;
+    LeaveQuestion question;
+    question.window = TitleOf(*this);
+    question.hindrance = m_commands.SavesChangesAlone() ? Hindrance() : QString();
+    question.canSave =
+        m_commands.SavesChangesAlone() && question.hindrance.isEmpty() && !m_commands.IsHeldBack(Command::cvOK);
+    question.over = Frame();
+    const LeaveAnswer answer = m_host->askToLeave(question);
+    if (answer == LeaveAnswer::Save && (!m_controller || !m_commands.SavePages()))
+        return LeaveAnswer::Stay;
+    return answer;
+}
+
+// Placement.
+
+Long WindowForm::NonPageWidth() {
+    return RoundToLong(TwipsX(m_placement.NonPageSize().width()));
+}
+
+Long WindowForm::NonPageHeight() {
+    return RoundToLong(TwipsY(m_placement.NonPageSize().height()));
+}
+
+void WindowForm::PlaceAgain(const QRect& place, FormState state) {
+    if (IsOpen() && Visible())
+        m_placement.PlaceAgain(place, state);
+}
+
+std::string WindowForm::AsText() {
+    static constexpr const char* kinds[] = {"window", "wizard", "dialog", "save dialog"};
+    std::string text = "Window " + Caption() + " (" + kinds[static_cast<std::size_t>(m_type)];
+    if (IsModal())
+        text += ", modal";
+    if (m_isActive)
+        text += ", active";
+    text += ")\n";
+    for (int page = 0; page < m_pages.Count(); ++page) {
+        const PageSlot& slot = m_pages.At(page);
+        text += "  Page " + slot.PageDef()->Caption();
+        text += page == m_pages.FrontIndex() ? " (in front)" : "";
+        text += slot.IsChanged() ? " (changed)" : "";
+        text += slot.IsValid() ? "" : " (not valid)";
+        text += slot.IsBroken() ? " (can't be shown: " + slot.WhyBroken()->Description + ")" : "";
+        text += "\n";
+    }
+    if (!m_body || !m_body->AreCommandsShown())
+        return text;
+    text += "  Commands";
+    for (const Command command : m_body->Commands().Commands()) {
+        QString name = m_body->Commands().Button(command)->text();
+        text += " [" + name.remove('&').toStdString() + (IsCommandEnabled(command) ? "]" : " (off)]");
+    }
+    return text + "\n";
 }
 
 } // namespace corvane::desktop

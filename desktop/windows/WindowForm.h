@@ -1,16 +1,19 @@
 // The form of a window, a wizard, a dialog or a save dialog: the model of a form with pages and commands, drawn in a
-// frame. The model tells the frame what to do, and what a user does to the frame is reported to the model.
+// frame. The model tells the frame what to do, and what a user does to the frame is reported to the model. Pages,
+// commands and the frame's placement are parts of their own, which live as long as the form; whatever calls a page may
+// end the window, and is followed by IsOpen.
 #pragma once
 
 #include "corvane/platform/controls/Form.h"
 #include "corvane/windows/IWindowForm.h"
-#include "desktop/windows/PageSlot.h"
 #include "desktop/windows/WindowBody.h"
+#include "desktop/windows/WindowCommands.h"
 #include "desktop/windows/WindowFrame.h"
 #include "desktop/windows/WindowHost.h"
+#include "desktop/windows/WindowPages.h"
+#include "desktop/windows/WindowPlacement.h"
 
 #include <QPointer>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,7 +23,7 @@ class QEventLoop;
 
 namespace corvane::desktop {
 
-class WindowForm final : public Form, public IWindowForm {
+class WindowForm final : public Form, public IWindowForm, private WindowFrame::Observer, private WindowCommands::Owner {
 public:
     WindowForm(std::shared_ptr<const WindowHost> host, WindowTypeConstants type, bool isMDIChild);
     ~WindowForm() override;
@@ -29,11 +32,11 @@ public:
     // after a click. Save raises what fails.
     void Initialize(const Ref<IWindowFormController>& windowFormController, bool isApplyCommandShown) override;
     [[nodiscard]] std::string WindowName() const; // of the definition; empty before Initialize and at the end
-    [[nodiscard]] Long MinWindowWidth(Long pageWidth) override;
-    [[nodiscard]] Long MinWindowHeight(Long pageHeight) override;
+    [[nodiscard]] Long MinWindowWidth(Long pageWidth) override { return m_placement.WidthFor(pageWidth); }
+    [[nodiscard]] Long MinWindowHeight(Long pageHeight) override { return m_placement.HeightFor(pageHeight); }
     [[nodiscard]] Long NonPageWidth() override;
     [[nodiscard]] Long NonPageHeight() override;
-    [[nodiscard]] Long ActivePageIndex() override { return m_front; }
+    [[nodiscard]] Long ActivePageIndex() override { return m_pages.FrontIndex(); }
     // Fails with 9 when there is no such page.
     void SetActivePageIndex(Long index) override;
     [[nodiscard]] bool IsCommandEnabled(StandardCommandConstants standardCommand) override;
@@ -66,11 +69,7 @@ public:
     [[nodiscard]] QWidget* Frame() const { return m_frame ? m_frame->Widget() : nullptr; }
     [[nodiscard]] WindowBody* Body() const { return m_body; }
     [[nodiscard]] const Ref<IWindowFormController>& Controller() const { return m_controller; } // likewise
-    // Where it is while it is neither maximized nor minimized: in pixels, from the corner of the area or of the
-    // main window.
-    [[nodiscard]] QRect NormalPlace() const { return RectOfModel(); }
-    // The state that the user gave it; behind tabs every window is as large as the area, and that isn't one.
-    [[nodiscard]] FormState UserState() const;
+    [[nodiscard]] const WindowPlacement& Placement() const { return m_placement; }
     // Puts a window that is shown where it was once, as far as there is space for it.
     void PlaceAgain(const QRect& place, FormState state);
     [[nodiscard]] std::string AsText();
@@ -79,81 +78,56 @@ public:
 
 private:
     using Command = StandardCommandConstants;
-    using Slots = std::vector<Ref<PageSlot>>;
 
-    // WindowForm.cpp: the form and its frame.
+    // The model's events.
     void SubscribeToItself();
-    void MakeSlots();
-    void MakeFrame(bool isApplyCommandShown);
+    void SubscribeToActivation();
     void OnFormChanged(Change change);
     void Loaded();
     void Shown();
-    void PlaceFirst();
-    [[nodiscard]] QRect RectOfModel() const;
-    [[nodiscard]] bool IsBehindTab() const;
-    [[nodiscard]] bool IsCornerTaken(const QPoint& corner) const;
-    [[nodiscard]] QPoint FreeCorner(const QRect& place, const QRect& room, int step) const;
-    void ApplyMinimum();
-    void FrameActivated();
-    void FrameMoved();
     void Unloaded();
-    void DropFrame();
-    void ActivateNext();
-    void RunModalLoop();
     void QueryUnload(bool& refused);
-    void HideActiveChild(bool refuses);
-    [[nodiscard]] QSize NonPageSize();
+    void RunModalLoop();
 
-    // WindowFormPages.cpp: pages.
-    void BringToFront(int page, bool anyway = false); // in a wizard only a step that can be reached, otherwise
-    void ActivateFront();
-    void DeactivateFront();
-    void EndPages();
-    void AskAll();
-    void ShowState();
+    // WindowFrame::Observer.
+    void CloseRequested() override;
+    void FrameActivated() override;
+    void FramePlaced() override;
+
+    // WindowCommands::Owner.
+    [[nodiscard]] bool IsOpen() const override { return m_controller && m_body; }
+    void BringToFront(int page) override;
+    void GoTo(int page) override;
+    void ShowState() override;
+    void ShowHelp(Long topic) override;
+    [[nodiscard]] LeaveAnswer AskToLeave() override;
+    void Close(bool cancelled) override;
+
+    void MakeFrame(bool isApplyCommandShown);
+    void ConnectBody();
+    void DropFrame();
+    [[nodiscard]] bool ShowFront();
     void ShowCommands();
-    [[nodiscard]] bool IsReachable(int page) const;
-
-    // WindowFormCommands.cpp: commands.
-    [[nodiscard]] bool SavesChangesAlone() const;
-    [[nodiscard]] bool IsInOrderFor(Command command) const;
-    [[nodiscard]] bool CodeSays(Command command, bool enabled) const;
-    [[nodiscard]] bool AllPassable() const;
-    [[nodiscard]] bool AnyChanged() const;
+    void HideActiveChild(bool refuses);
+    void ActivateNext();
     [[nodiscard]] QString Hindrance() const;
-    void Do(Command command);
-    void Step(int by, Command command);
-    bool NotifyPages(Command command);
-    void DoHelp();
-    void DoCancel();
-    bool SavePages();
-    bool FailsIn(int page, const std::function<void()>& act);
-    [[nodiscard]] bool IsToBeSaved(const PageSlot& slot) const;
-    void Close(bool cancelled);
-    // Asks whether what has changed may go, or saves it.
-    [[nodiscard]] LeaveAnswer AskToLeave();
 
     std::shared_ptr<const WindowHost> m_host;
     WindowTypeConstants m_type;
     Ref<IWindowFormController> m_controller; // from Initialize to the end
-    Slots m_slots;
-    int m_front = 0;
-    int m_active = -1; // the page that has been reported active
-    bool m_isActive = false;
-    std::map<Command, bool> m_byCode; // what code has said of a command
-    std::optional<bool> m_cancelled;  // how it ends, once that is settled
-    std::optional<bool> m_saved;      // what became of its changes before it is closed
+    WindowPages m_pages;
+    WindowCommands m_commands;
+    WindowPlacement m_placement;
+    std::unique_ptr<WindowFrame> m_frame; // from Initialize on; closed at the end
+    QPointer<WindowBody> m_body;          // from Initialize to the end
+    std::optional<bool> m_cancelled;      // how it ends, once that is settled
+    std::optional<bool> m_saved;          // what became of its changes before it is closed
     Long m_handle = 0;
-    QSize m_minimum; // by the definition
     bool m_closeArrived = false;
     bool m_isPlaced = false;
-    bool m_fromFrame = false; // the model follows the frame
-    bool m_inCommand = false;
+    bool m_isActive = false;
     bool m_inClose = false; // by a command, which has asked already
-    bool m_raises = false;  // failures of saving go to the caller
     QEventLoop* m_loop = nullptr;
-    std::unique_ptr<WindowFrame> m_frame;
-    QPointer<WindowBody> m_body;
     std::vector<Subscription> m_subscriptions;
 };
 

@@ -15,7 +15,6 @@ namespace {
 
 constexpr QSize probe(1000, 1000); // larger than what a frame needs for itself
 
-// A frame's widget outlives the frame by a turn of the event loop, and then no one listens any more.
 using Notifier = std::shared_ptr<WindowFrame::Notifier>;
 
 class ChildFrame final : public QMdiSubWindow {
@@ -27,25 +26,26 @@ public:
             action->setShortcuts({});
         connect(this, &QMdiSubWindow::windowStateChanged, this,
                 [this](Qt::WindowStates old, Qt::WindowStates newStates) {
+                    const Notifier held = m_notifier;
                     if ((newStates & ~old) & Qt::WindowActive)
-                        m_notifier->Notify(&WindowFrame::Listeners::activated);
+                        held->Notify(&WindowFrame::Observer::FrameActivated);
                     if ((newStates ^ old) & ~Qt::WindowStates(Qt::WindowActive))
-                        m_notifier->Notify(&WindowFrame::Listeners::placed);
+                        held->Notify(&WindowFrame::Observer::FramePlaced);
                 });
     }
 
 protected:
     void closeEvent(QCloseEvent* event) override {
         event->ignore();
-        m_notifier->Notify(&WindowFrame::Listeners::closeRequested);
+        m_notifier->Notify(&WindowFrame::Observer::CloseRequested);
     }
     void moveEvent(QMoveEvent* event) override {
         QMdiSubWindow::moveEvent(event);
-        m_notifier->Notify(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Observer::FramePlaced);
     }
     void resizeEvent(QResizeEvent* event) override {
         QMdiSubWindow::resizeEvent(event);
-        m_notifier->Notify(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Observer::FramePlaced);
     }
 
 private:
@@ -57,30 +57,30 @@ public:
     DialogFrame(Notifier notifier, QWidget* owner, Qt::WindowFlags flags)
         : QDialog(owner, flags), m_notifier(std::move(notifier)) {}
     // The escape key and the close box.
-    void reject() override { m_notifier->Notify(&WindowFrame::Listeners::closeRequested); }
+    void reject() override { m_notifier->Notify(&WindowFrame::Observer::CloseRequested); }
 
 protected:
     void closeEvent(QCloseEvent* event) override {
         event->ignore();
-        m_notifier->Notify(&WindowFrame::Listeners::closeRequested);
+        m_notifier->Notify(&WindowFrame::Observer::CloseRequested);
     }
     void moveEvent(QMoveEvent* event) override {
         QDialog::moveEvent(event);
-        m_notifier->Notify(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Observer::FramePlaced);
     }
     void resizeEvent(QResizeEvent* event) override {
         QDialog::resizeEvent(event);
-        m_notifier->Notify(&WindowFrame::Listeners::placed);
+        m_notifier->Notify(&WindowFrame::Observer::FramePlaced);
     }
     void changeEvent(QEvent* event) override {
         QDialog::changeEvent(event);
         if (event->type() == QEvent::WindowStateChange)
-            m_notifier->Notify(&WindowFrame::Listeners::placed);
+            m_notifier->Notify(&WindowFrame::Observer::FramePlaced);
     }
     bool event(QEvent* event) override {
         const bool done = QDialog::event(event);
         if (event->type() == QEvent::WindowActivate)
-            m_notifier->Notify(&WindowFrame::Listeners::activated);
+            m_notifier->Notify(&WindowFrame::Observer::FrameActivated);
         return done;
     }
 
@@ -96,8 +96,9 @@ Qt::WindowStates StatesOf(FormState state) {
 
 } // namespace
 
-WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Listeners listeners)
-    : m_notifier(std::make_shared<WindowFrame::Notifier>(std::move(listeners))), m_area(area), m_owner(owner) {
+WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Observer& observer)
+    : m_notifier(std::make_shared<WindowFrame::Notifier>(WindowFrame::Notifier{&observer})), m_area(area),
+      m_owner(owner) {
     if (area) {
         m_child = new ChildFrame(m_notifier);
         m_child->setParent(area->viewport(), m_child->windowFlags()); // without one it has no title bar
@@ -122,12 +123,16 @@ WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool wit
     m_widget = m_dialog;
 }
 
-WindowFrame::~WindowFrame() {
-    m_notifier->closed = true;
-    if (!m_widget)
+void WindowFrame::Close() {
+    m_notifier->observer = nullptr;
+    QWidget* const widget = m_widget;
+    m_widget = nullptr;
+    m_child = nullptr;
+    m_dialog = nullptr;
+    if (!widget)
         return;
-    m_widget->hide();
-    m_widget->deleteLater();
+    widget->deleteLater();
+    widget->hide();
 }
 
 void WindowFrame::Show(bool modal, FormState state) {
@@ -136,13 +141,15 @@ void WindowFrame::Show(bool modal, FormState state) {
     if (m_child && m_area && !std::exchange(m_isAdded, true)) {
         const QRect place = m_child->geometry(); // the area would choose a place of its own
         m_area->addSubWindow(m_child);
-        m_child->setGeometry(place);
+        if (m_child)
+            m_child->setGeometry(place);
     }
     if (m_dialog && modal != m_dialog->isModal() && !m_dialog->isVisible())
         m_dialog->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
-    if (!m_widget->isVisible())
+    if (m_widget && !m_widget->isVisible())
         SetState(state);
-    m_widget->show();
+    if (m_widget)
+        m_widget->show();
     BringToFront();
 }
 
@@ -155,11 +162,12 @@ void WindowFrame::BringToFront() {
     if (m_child && m_area) {
         if (m_isAdded && m_area->activeSubWindow() != m_child)
             m_area->setActiveSubWindow(m_child);
-        if (m_child->window()->isVisible() && !m_child->window()->isActiveWindow())
+        if (m_child && m_child->window()->isVisible() && !m_child->window()->isActiveWindow())
             m_child->window()->activateWindow();
     } else if (m_dialog && m_dialog->isVisible() && !m_dialog->isActiveWindow()) {
         m_dialog->raise();
-        m_dialog->activateWindow();
+        if (m_dialog)
+            m_dialog->activateWindow();
     }
 }
 

@@ -8,9 +8,7 @@
 #include <QPointer>
 #include <QRect>
 #include <QWidget>
-#include <functional>
 #include <memory>
-#include <utility>
 
 class QDialog;
 class QMdiArea;
@@ -20,30 +18,34 @@ namespace corvane::desktop {
 
 class WindowFrame final {
 public:
-    struct Listeners {
-        std::function<void()> closeRequested;
-        std::function<void()> activated;
-        std::function<void()> placed; // moved, resized, or its state has changed
-    };
+    class Observer {
+    public:
+        virtual void CloseRequested() = 0;
+        virtual void FrameActivated() = 0;
+        virtual void FramePlaced() = 0; // moved, resized, or its state has changed
 
+    protected:
+        ~Observer() = default;
+    };
+    // What the frame's widgets report to; they outlive the frame by a turn of the event loop.
     struct Notifier {
-        explicit Notifier(Listeners o) : listeners(std::move(o)) {}
-        void Notify(std::function<void()> Listeners::*what) const {
-            if (!closed)
-                (listeners.*what)();
+        Observer* observer; // null once the frame is closed
+        void Notify(void (Observer::*what)()) const {
+            if (observer)
+                (observer->*what)();
         }
-        Listeners listeners;
-        bool closed = false;
     };
 
     // A child of the area for area, else a window that stays above owner.
-    WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Listeners listeners);
-    // The frame's widgets live on until the event loop turns, as one of them may be the caller.
-    ~WindowFrame();
+    WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Observer& observer);
+    ~WindowFrame() { Close(); }
     WindowFrame(const WindowFrame&) = delete;
     WindowFrame& operator=(const WindowFrame&) = delete;
 
-    // Null when the main window has gone first.
+    // Reports nothing from now on, and everything else does nothing. Whatever the frame does may make the observer call
+    // this. Its widgets live on until the event loop turns, as one of them may be the caller.
+    void Close();
+    // Null when it is closed, or when the main window has gone first.
     [[nodiscard]] QWidget* Widget() const { return m_widget; }
     void Show(bool modal, FormState state);
     void Hide();

@@ -3,6 +3,7 @@
 
 #include "adapters/messages/WindowMessages.h"
 #include "corvane/platform/controls/MdiForm.h"
+#include "desktop/guard/Guard.h"
 
 #include <QIcon>
 #include <QPointer>
@@ -37,7 +38,6 @@ struct WindowStep {
 };
 
 struct WindowHost {
-    using GuardFunction = std::function<void(const std::function<void()>&)>;
 
     // The window whose pages are in a list, however many they are.
     static constexpr const char* ListedWindow = "Corvane.Preferences";
@@ -48,8 +48,7 @@ struct WindowHost {
     // Of the main window's children; one for all, as loading it takes longer than the rest.
     [[nodiscard]] const QIcon& ChildIcon() const;
     Ref<WindowMessages> messages;
-    // Runs what enters the library; a failure that leaves it is shown.
-    GuardFunction guard;
+    Guard guard;
     // Without it no one is asked and the changes go.
     std::function<LeaveAnswer(const LeaveQuestion&)> askToLeave;
     // Opens a help topic. Without it no window offers help.

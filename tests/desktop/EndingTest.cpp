@@ -79,9 +79,24 @@ INSTANTIATE_TEST_SUITE_P(Places, EndingAt,
                          ::testing::Values("A.Initialize", "B.Initialize", "A.Start", "B.OnAct", "A.GetUnsavedItems",
                                            "B.Save", "A.SaveComplete", "A.Terminate", "Root.Initialize",
                                            "Leaf.Initialize", "Leaf.DisplayName", "Leaf.OnAct", "Leaf.BeforeRename",
-                                           "Page.NewWidget", "Page.IsChanged", "Page.Validate", "Page.clicked",
-                                           "Page.editingFinished", "Page.Save", "Page.Terminate"),
+                                           "Leaf.AfterRename", "Page.Initialize", "Page.NewWidget", "Page.FirstFocus",
+                                           "Page.IsChanged", "Page.HelpTopic", "Page.Validate", "Page.Activate",
+                                           "Page.Deactivate", "Page.clicked", "Page.editingFinished",
+                                           "Page.CommandClick", "Page.Save", "Page.Terminate"),
                          [](const auto& place) { return QString(place.param).remove('.').toStdString(); });
+
+TEST_F(ActingTest, ServiceMayEndTheApplicationWhileItsWindowsAreRestored) {
+    ASSERT_TRUE(Start());
+    for (int window = 0; window < 2; ++window)
+        OpenWindow();
+    m_application->Window().close();
+    m_acts.at["A.RestoreWindow"] = [] { Singleton::Framework()->AppExit(); };
+    m_acts.Take();
+    EXPECT_TRUE(Start());
+    EXPECT_TRUE(m_application->HasEnded());
+    EXPECT_EQ(QString::fromStdString(m_acts.heard).count("RestoreWindow"), 1) << m_acts.heard;
+    EXPECT_EQ(m_application->Failures().ShownCount(), 0) << Log().toStdString();
+}
 
 TEST_F(ActingTest, StepsAreRefusedOnceTheApplicationHasEnded) {
     m_acts.at["A.Start"] = [] { Singleton::Framework()->AppExit(); }; // a login that is cancelled
