@@ -18,6 +18,7 @@
 #include "desktop/service/AppearancePage.h"
 #include "desktop/service/HeldShell.h"
 #include "desktop/service/HostDefinitions.h"
+#include "desktop/service/HostService.h"
 #include "desktop/service/ProgressControl.h"
 #include "desktop/service/UnsavedWork.h"
 #include "desktop/translation/DefinitionTranslation.h"
@@ -49,7 +50,7 @@ struct ApplicationOptions {
     std::function<Ref<IObjectFactory>(Ref<IObjectFactory>, Ref<PluginFactory>)> objects = {};
 };
 
-class Application {
+class Application : private FailurePresenter::Observer, private HostCommands {
 public:
     // Fails with 76 when there is no such application folder.
     explicit Application(const ApplicationOptions& options);
@@ -100,6 +101,14 @@ private:
 
     // ApplicationService.cpp: what the host's own service does.
     void SetUpService();
+    void ShowPreferences() override;
+    void ShowPalette() override;
+    void ShowShortcuts() override;
+    void ShowCustomize() override;
+    void ShowInspector() override;
+    void ShowLog() override;
+    void PrepareCommand(const Tool& tool);
+    void NoteLostClick(const Tool& tool) const;
     [[nodiscard]] PersonalDesktop::Parts PersonalParts(const ApplicationOptions& options);
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
@@ -111,6 +120,9 @@ private:
 
     // ApplicationFailures.cpp: what follows a failure.
     void SetUpFailures();
+    void Failed(int depth) override;
+    void Seen() override;
+    void Returned() override;
     void ShowUncaught(const UncaughtFailure& uncaught);
     [[nodiscard]] std::string PlaceOf(const UncaughtFailure& uncaught) const; // empty where nobody is to blame
 
@@ -136,7 +148,7 @@ private:
     Ref<QtTimers> m_timers;
     Ref<QtScreen> m_screen = New<QtScreen>();
     HeldShell m_shell{m_activeBar};
-    std::optional<FailurePresenter::Depth> m_barShownAt; // by the code that showed the progress bar last
+    std::optional<int> m_barShownAt; // the depth of the code that showed the progress bar last
     std::shared_ptr<WindowHost> m_windowHost = std::make_shared<WindowHost>();
     std::unique_ptr<Blame> m_blame; // ends last: services may die at their end
     std::unique_ptr<Library> m_library;

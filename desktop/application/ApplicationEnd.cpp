@@ -3,9 +3,9 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
-#include "corvane/platform/Entering.h"
 #include "corvane/services/IService.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/guard/PluginCall.h"
 
 #include <vector>
 
@@ -14,13 +14,13 @@ namespace corvane::desktop {
 ApplicationEnd::ApplicationEnd(Ref<MdiForm> mainForm, FailurePresenter& failures, Blame& blame)
     : m_mainForm(std::move(mainForm)), m_failures(failures), m_blame(blame) {
     m_begins = m_mainForm->OnUnload.Subscribe([this](bool&) {
-        m_begun = m_failures.Now();
+        m_begun = m_failures.Depth();
         m_blame.NoteEntered();
     });
 }
 
-bool ApplicationEnd::SeeThrough(const FailurePresenter::Depth& depth) {
-    if (!m_begun || !m_begun->IsWithin(depth) || !m_mainForm->IsLoaded())
+bool ApplicationEnd::SeeThrough(int depth) {
+    if (!m_begun || *m_begun < depth || !m_mainForm->IsLoaded())
         return false;
     m_begun.reset();
     const Ref<Framework> framework = Singleton::Framework();
@@ -31,10 +31,8 @@ bool ApplicationEnd::SeeThrough(const FailurePresenter::Depth& depth) {
             if (service && !m_blame.WasEntered(*service))
                 services.push_back(service);
     for (const auto& service : services)
-        m_failures.Guard([&] {
-            const Entering entering(service);
-            CorvaneMain::QueryService(service)->Terminate();
-        });
+        m_failures.Guard(
+            [&] { CallPlugin(service, "Terminate", [&] { CorvaneMain::QueryService(service)->Terminate(); }); });
     return true;
 }
 

@@ -17,13 +17,13 @@ public:
 
     // For a failure that has reached that depth. True when it has interrupted the end of the services: those that the
     // library hadn't called yet have been called then, their failures have been shown, and the application has to end.
-    [[nodiscard]] bool SeeThrough(const FailurePresenter::Depth& depth);
+    [[nodiscard]] bool SeeThrough(int depth);
 
 private:
     Ref<MdiForm> m_mainForm;
     FailurePresenter& m_failures;
     Blame& m_blame;
-    std::optional<FailurePresenter::Depth> m_begun; // how deep; nothing before the end
+    std::optional<int> m_begun; // how deep; nothing before the end
     Subscription m_begins;
 };
 

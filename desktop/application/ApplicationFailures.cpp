@@ -13,21 +13,28 @@ bool Application::HasEnded() const {
 
 void Application::SetUpFailures() {
     m_end = std::make_unique<ApplicationEnd>(m_mainForm, m_failures, *m_blame);
-    FailurePresenter::Hooks hooks;
-    hooks.failed = [this](const FailurePresenter::Depth& depth) {
-        m_screen->SetPointer(MousePointer::Default);
-        // A bar that code further up the stack shows is hidden by that code.
-        if (m_shell.IsHeld() && (!m_shell.IsBarShown() || !m_barShownAt || m_barShownAt->IsWithin(depth)))
-            m_shell.LetGo();
-        m_endIsBrokenOff = m_end->SeeThrough(depth) || m_endIsBrokenOff;
-    };
-    hooks.seen = [this] {
-        if (m_endIsBrokenOff && m_window && !m_window->HasEnded())
-            m_window->EndNow();
-    };
-    m_failures.SetHooks(std::move(hooks));
+    m_failures.SetObserver(*this);
     m_catcher = std::make_unique<GuardedApplication::Catcher>(
         [this](const UncaughtFailure& uncaught) { ShowUncaught(uncaught); });
+}
+
+void Application::Failed(int depth) {
+    m_screen->SetPointer(MousePointer::Default);
+    // A bar that code further up the stack shows is hidden by that code.
+    if (m_shell.IsHeld() && (!m_shell.IsBarShown() || !m_barShownAt || *m_barShownAt >= depth))
+        m_shell.LetGo();
+    m_endIsBrokenOff = m_end->SeeThrough(depth) || m_endIsBrokenOff;
+}
+
+void Application::Seen() {
+    if (m_endIsBrokenOff && m_window && !m_window->HasEnded())
+        m_window->EndNow();
+}
+
+// A bar that failed to show itself has disabled everything, also where its caller has caught that failure.
+void Application::Returned() {
+    if (m_shell.IsHeld() && !m_shell.IsBarShown())
+        m_shell.LetGo();
 }
 
 // The plug-in whose code it was, or else the page that was called, with the service in whose definition it is at home.

@@ -5,7 +5,6 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/application/Application.h"
-#include "desktop/service/HostService.h"
 #include "desktop/service/ScreenPrinter.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "desktop/style/ContrastStyle.h"
@@ -16,10 +15,20 @@
 
 namespace corvane::desktop {
 
-namespace {
+void Application::SetUpService() {
+    // Before the library's subscription, which runs the command.
+    m_toolClick = m_activeBar->ToolClick.Subscribe([this](const Ref<Tool>& tool) { PrepareCommand(*tool); });
+    // Before the main window's subscription, which closes what is open.
+    m_queryUnload = m_mainForm->OnQueryUnload.Subscribe([this](bool& refused) {
+        if (!refused)
+            refused = !SettleUnsavedWork();
+    });
+    m_progress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); },
+                            [this] { m_barShownAt = m_failures.Depth(); }});
+}
 
 // The window's own definition holds the host's page; the services' pages join it when it first opens.
-void OpenPreferences() {
+void Application::ShowPreferences() {
     const Ref<Framework> framework = Singleton::Framework();
     const auto pageDefs = framework->ServiceManager()->WindowDefs()->Item(WindowHost::ListedWindow)->PageDefs();
     std::set<const PageDef*> present;
@@ -36,22 +45,45 @@ void OpenPreferences() {
     framework->WindowManager()->OpenWindow(WindowHost::ListedWindow, nullptr);
 }
 
-} // namespace
+void Application::ShowPalette() {
+    m_personal->ShowPalette();
+}
 
-void Application::SetUpService() {
-    m_toolClick = m_activeBar->ToolClick.Subscribe([this](const Ref<Tool>& tool) {
-        const auto actionItem = tool->TagVariant().TryAs<ActionItem>();
-        m_runningProvider = actionItem ? actionItem->ActionsProviderObj() : nullptr;
-        if (actionItem)
-            m_blame->CommandBegins(*actionItem);
-    });
-    // Before the main window's subscription, which closes what is open.
-    m_queryUnload = m_mainForm->OnQueryUnload.Subscribe([this](bool& refused) {
-        if (!refused)
-            refused = !SettleUnsavedWork();
-    });
-    m_progress->SetSources({[this] { return StatusText(); }, [this] { return RunningService(); },
-                            [this] { m_barShownAt = m_failures.Now(); }});
+void Application::ShowShortcuts() {
+    m_personal->ShowShortcuts();
+}
+
+void Application::ShowCustomize() {
+    m_personal->ShowCustomize();
+}
+
+void Application::ShowInspector() {
+    m_personal->ShowInspector();
+}
+
+void Application::ShowLog() {
+    m_personal->ShowLog();
+}
+
+void Application::PrepareCommand(const Tool& tool) {
+    // What has been typed into a label belongs to its item; the command may choose another one.
+    for (const auto& control : m_panelForm->Controls())
+        if (const auto tree = control.TryAs<TreeView>(); tree && tree->IsEditingLabel())
+            m_failures.Guard([&] { tree->EndLabelEdit(); });
+    const auto actionItem = tool.TagVariant().TryAs<ActionItem>();
+    m_runningProvider = actionItem ? actionItem->ActionsProviderObj() : nullptr;
+    if (actionItem)
+        m_blame->CommandBegins(*actionItem);
+    if (!m_runningProvider || actionItem->Action().empty())
+        NoteLostClick(tool);
+}
+
+// The library lets such a click go by without a word.
+void Application::NoteLostClick(const Tool& tool) const {
+    const char* const reason = m_runningProvider ? "its definition names no procedure" : "nothing provides it now";
+    m_platform.utilities->LogError(
+        m_platform.utilities->AppName(), "Desktop", "Click",
+        Failure(FailureNumber::ObjectNotSet, "The command \"" + tool.Name() + "\" did nothing: " + reason), {}, false);
 }
 
 PersonalDesktop::Parts Application::PersonalParts(const ApplicationOptions& options) {
@@ -86,12 +118,8 @@ Ref<HostObjectFactory> Application::MakeObjectFactory() {
     if (m_objects)
         objects = m_objects(objects, m_platform.plugins);
     auto factory = New<HostObjectFactory>(objects);
-    factory->Add("CorvaneDesktop.HostService", [this] {
-        return New<HostService>(
-            HostCommands{&OpenPreferences, [this] { m_personal->ShowPalette(); },
-                         [this] { m_personal->ShowShortcuts(); }, [this] { m_personal->ShowCustomize(); },
-                         [this] { m_personal->ShowInspector(); }, [this] { m_personal->ShowLog(); }});
-    });
+    HostCommands& commands = *this;
+    factory->Add("CorvaneDesktop.HostService", [&commands] { return New<HostService>(commands); });
     factory->Add("CorvaneDesktop.AppearancePage", [this] {
         return New<AppearancePage>([this](const Appearance& appearance) { ApplyAppearance(appearance); });
     });

@@ -5,6 +5,7 @@
 #include "analysis/Check.h"
 #include "desktop/blame/ThrowOrigin.h"
 #include "desktop/failures/FailureDialog.h"
+#include "desktop/failures/GuardedApplication.h"
 #include "desktop/platform/HostParts.h"
 #include "desktop/style/QtText.h"
 
@@ -81,8 +82,9 @@ FailureTexts TextsOf(const ShownFailure& shown, const QString& servicesFolder) {
     texts.details = QString("%1\n%2 %3\n%4")
                         .arg(place, QString::number(shown.failure.Number), Text(shown.failure.Source),
                              Text(shown.failure.Description));
-    if (!shown.context.empty())
-        texts.details += "\n" + Text(shown.context);
+    for (const std::string& more : {shown.context, shown.failure.Context})
+        if (!more.empty())
+            texts.details += "\n" + Text(more);
     return texts;
 }
 
@@ -126,21 +128,21 @@ void FailurePresenter::ShowNow(const ShownFailure& shown) {
     std::fprintf(stderr, "%s: %s\n", qUtf8Printable(texts.where), qUtf8Printable(texts.headline));
 }
 
-FailurePresenter::Depth FailurePresenter::Now() const {
-    return {QThread::currentThread()->loopLevel(), m_entries.size()};
+int FailurePresenter::Depth() const {
+    return static_cast<int>(m_entries.size()) + GuardedApplication::EventDepth();
 }
 
-void FailurePresenter::ShowWithHooks(const ShownFailure& shown) {
-    if (m_hooks.failed)
-        m_hooks.failed(Now());
+void FailurePresenter::ShowEnded(const ShownFailure& shown) {
+    if (m_observer)
+        m_observer->Failed(Depth());
     Show(shown);
-    if (m_hooks.seen)
-        m_hooks.seen();
+    if (m_observer)
+        m_observer->Seen();
 }
 
 void FailurePresenter::ShowReported(const ShownFailure& shown) {
-    if (m_entries.empty() || m_entries.back().loop < QThread::currentThread()->loopLevel())
-        ShowWithHooks(shown);
+    if (m_entries.empty() || m_entries.back().events < GuardedApplication::EventDepth())
+        ShowEnded(shown);
     else
         Show(shown);
 }
@@ -148,15 +150,19 @@ void FailurePresenter::ShowReported(const ShownFailure& shown) {
 void FailurePresenter::ShowUncaught(const ShownFailure& shown, bool comesByItself) {
     const std::string known = std::to_string(shown.failure.Number) + shown.failure.Description + shown.context;
     if (!comesByItself || m_shownOnce.insert(known).second)
-        ShowWithHooks(shown);
+        ShowEnded(shown);
 }
 
 void FailurePresenter::Guard(const std::function<void()>& act) {
     const ThrowOrigin origin(ThrowOrigin::Mode::NotNoted);
     const int loop = QThread::currentThread()->loopLevel();
     const bool isInside = !m_entries.empty() && m_entries.back().loop == loop;
-    m_entries.push_back({loop, isInside ? m_entries.back().number : ++m_entryCount});
-    const auto leave = qScopeGuard([this] { m_entries.pop_back(); });
+    m_entries.push_back({loop, GuardedApplication::EventDepth(), isInside ? m_entries.back().number : ++m_entryCount});
+    const auto leave = qScopeGuard([this] {
+        m_entries.pop_back();
+        if (m_entries.empty() && m_observer)
+            m_observer->Returned();
+    });
     std::optional<Failure> failure;
     try {
         act();
@@ -164,7 +170,7 @@ void FailurePresenter::Guard(const std::function<void()>& act) {
         failure = CurrentFailure();
     }
     if (failure)
-        ShowWithHooks({"", tr("The command couldn't be completed").toStdString(), *failure, "", m_logFile});
+        ShowEnded({"", tr("The command couldn't be completed").toStdString(), *failure, "", m_logFile});
 }
 
 } // namespace corvane::desktop

@@ -45,21 +45,23 @@ public:
     // Asked first; true when it has taken the failure, which isn't shown then.
     void SetTaker(std::function<bool(const ShownFailure&)> take) { m_take = std::move(take); }
 
-    // How deep the program is in event loops and in guards.
-    struct Depth {
-        int loop = 0;
-        std::size_t guards = 0;
-        [[nodiscard]] bool IsWithin(const Depth& other) const { return loop >= other.loop && guards >= other.guards; }
-    };
-    [[nodiscard]] Depth Now() const;
+    // How many places there are on the way here at which a failure ends: guards, and events of the toolkit. A failure
+    // that ends at the innermost of N has ended all code that began at a depth of at least N, and none before.
+    [[nodiscard]] int Depth() const;
 
-    // Called for each failure that has come up to a guard or, at last, to the toolkit: before it is shown, with the
-    // depth of the guard, and when it has been seen.
-    struct Hooks {
-        std::function<void(const Depth&)> failed;
-        std::function<void()> seen;
+    // Notified of each failure that has come up to a guard or, at last, to the toolkit.
+    class Observer {
+    public:
+        virtual void Failed(int depth) = 0; // before it is shown; where it has ended
+        virtual void Seen() = 0;
+        // A guard around everything else has made its call, which has failed or not.
+        virtual void Returned() = 0;
+
+    protected:
+        ~Observer() = default;
     };
-    void SetHooks(Hooks hooks) { m_hooks = std::move(hooks); }
+    // Outlives it.
+    void SetObserver(Observer& observer) { m_observer = &observer; }
 
     // Shows a failure and returns when it has been seen. A failure that comes while another is shown waits its turn.
     void Show(const ShownFailure& shown);
@@ -79,10 +81,11 @@ public:
 
 private:
     void ShowNow(const ShownFailure& shown);
-    void ShowWithHooks(const ShownFailure& shown);
+    void ShowEnded(const ShownFailure& shown);
 
     struct EntryLevel {
-        int loop; // the depth of event loops
+        int loop;   // the depth of event loops
+        int events; // and of events
         long number;
     };
 
@@ -93,7 +96,7 @@ private:
     bool m_showing = false;
     int m_shown = 0;
     std::deque<ShownFailure> m_waiting;
-    Hooks m_hooks;
+    Observer* m_observer = nullptr;
     std::set<std::string> m_shownOnce; // what is known of those that come by themselves
     QPointer<QWidget> m_window;
     QString m_servicesFolder;

@@ -19,6 +19,16 @@ std::vector<const GuardedApplication::Catcher*>& Catchers() {
     return catchers;
 }
 
+thread_local int theDepth = 0;
+
+class InEvent {
+public:
+    InEvent() noexcept { ++theDepth; }
+    ~InEvent() { --theDepth; }
+    InEvent(const InEvent&) = delete;
+    InEvent& operator=(const InEvent&) = delete;
+};
+
 bool IsInput(QEvent::Type type) {
     switch (type) {
     case QEvent::MouseButtonPress:
@@ -76,7 +86,12 @@ void GuardedApplication::Show(const UncaughtFailure& uncaught) {
         Catchers().back()->m_show(uncaught);
 }
 
+int GuardedApplication::EventDepth() noexcept {
+    return theDepth;
+}
+
 bool GuardedApplication::notify(QObject* receiver, QEvent* event) {
+    const InEvent inEvent;
     const ThrowOrigin origin(ThrowOrigin::Mode::Noted);
     const QEvent::Type type = event->type(); // the event may go with what it causes
     std::optional<UncaughtFailure> uncaught;

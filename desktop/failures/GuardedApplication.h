@@ -40,6 +40,10 @@ public:
         Function m_show;
     };
 
+    // How many events are being handled in this thread, each within the one before. 0 in a program with another
+    // application object.
+    [[nodiscard]] static int EventDepth() noexcept;
+
     bool notify(QObject* receiver, QEvent* event) override;
     // Runs the event loop. What the toolkit calls without an event ends here and starts the loop again.
     int Run();

@@ -5,31 +5,34 @@
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
 
-#include <functional>
-
 namespace corvane::desktop {
 
 // What the host does when a command of its service is chosen.
-struct HostCommands {
-    std::function<void()> preferences;
-    std::function<void()> palette;
-    std::function<void()> shortcuts;
-    std::function<void()> customize;
-    std::function<void()> inspector;
-    std::function<void()> log;
+class HostCommands {
+public:
+    virtual void ShowPreferences() = 0;
+    virtual void ShowPalette() = 0;
+    virtual void ShowShortcuts() = 0;
+    virtual void ShowCustomize() = 0;
+    virtual void ShowInspector() = 0;
+    virtual void ShowLog() = 0;
+
+protected:
+    ~HostCommands() = default;
 };
 
 class HostService final : public Automation<HostService, IServiceAccess> {
 public:
-    explicit HostService(HostCommands commands) : m_commands(std::move(commands)) {}
+    // The commands outlive the service.
+    explicit HostService(HostCommands& commands) : m_commands(commands) {}
 
     Ref<IService> Service() override { return m_serviceBase; }
-    void OnPreferences() { m_commands.preferences(); }
-    void OnCommandPalette() { m_commands.palette(); }
-    void OnShortcuts() { m_commands.shortcuts(); }
-    void OnCustomize() { m_commands.customize(); }
-    void OnInspector() { m_commands.inspector(); }
-    void OnLog() { m_commands.log(); }
+    void OnPreferences() { m_commands.ShowPreferences(); }
+    void OnCommandPalette() { m_commands.ShowPalette(); }
+    void OnShortcuts() { m_commands.ShowShortcuts(); }
+    void OnCustomize() { m_commands.ShowCustomize(); }
+    void OnInspector() { m_commands.ShowInspector(); }
+    void OnLog() { m_commands.ShowLog(); }
 
     std::string_view TypeName() const override { return "HostService"; }
 
@@ -40,7 +43,7 @@ public:
                     Method("OnInspector", &HostService::OnInspector), Method("OnLog", &HostService::OnLog));
 
 private:
-    HostCommands m_commands;
+    HostCommands& m_commands;
     Ref<ServiceBase> m_serviceBase = New<ServiceBase>();
 };
 

@@ -61,7 +61,6 @@ HostTranslation::HostTranslation(const QStringList& languages) {
         for (const QString& name : CatalogueNames(language)) {
             if (!host->load(":/corvane/translations/corvane_" + name + ".qm"))
                 continue;
-            m_language = name;
             m_host = std::move(host);
             QCoreApplication::installTranslator(m_host.get());
             auto qt = std::make_unique<QTranslator>();

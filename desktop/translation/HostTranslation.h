@@ -22,11 +22,7 @@ public:
     HostTranslation(const HostTranslation&) = delete;
     HostTranslation& operator=(const HostTranslation&) = delete;
 
-    // Empty for English.
-    [[nodiscard]] const QString& Language() const { return m_language; }
-
 private:
-    QString m_language;
     std::unique_ptr<QTranslator> m_host;
     std::unique_ptr<QTranslator> m_qt;
 };

@@ -1,9 +1,11 @@
 // What follows a failure, wherever it arises: the application goes on, or ends where it was about to.
 #include "corvane/windows/CVProgressBar.h"
+#include "desktop/failures/FailureDialog.h"
 #include "desktop/failures/GuardedApplication.h"
 #include "tests/desktop/Acting.h"
 
 #include <QMdiSubWindow>
+#include <QPlainTextEdit>
 #include <QTest>
 #include <stdexcept>
 #include <thread>
@@ -16,6 +18,11 @@ protected:
     // What the host knows of a failure beside its text.
     [[nodiscard]] bool IsBlamed() const {
         return Log().contains("in T.Page") && Log().contains("service A, Services/A.xml:");
+    }
+    void WithoutExplorer() {
+        m_application.reset();
+        m_folder.Service("A", "T.A", R"(<ActionItems><ActionItem Name="Act" Action="OnAct"/></ActionItems><Menus>
+<MenuItem Type="MenuItem" ActionItem="Act" Path="MenuA" PositionOrder="1" Caption="Act"/></Menus>)");
     }
     void CallFromThread(QObject* context, std::function<void()> call) {
         std::thread([=] { QMetaObject::invokeMethod(context, call, Qt::QueuedConnection); }).join();
@@ -72,17 +79,14 @@ TEST_F(AfterFailureTest, PluginIsBlamedForATimerOfItsOwn) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return m_application->Failures().ShownCount() > 0; }, 30000));
     qunsetenv("TROUBLE");
     EXPECT_TRUE(Log().contains("An exception of an unknown type")) << Log().toStdString();
-    EXPECT_TRUE(Log().contains("in T0")) << Log().toStdString();
+    EXPECT_TRUE(Log().contains("in T0 (service Trouble, Services/Trouble.xml:1)")) << Log().toStdString();
 }
 
 TEST_F(AfterFailureTest, ShellIsLetGoWhenTheCommandThatHeldItFails) {
     for (const bool withExplorer : {true, false}) {
         SCOPED_TRACE(withExplorer);
-        if (!withExplorer) {
-            m_application.reset();
-            m_folder.Service("A", "T.A", R"(<ActionItems><ActionItem Name="Act" Action="OnAct"/></ActionItems><Menus>
-<MenuItem Type="MenuItem" ActionItem="Act" Path="MenuA" PositionOrder="1" Caption="Act"/></Menus>)");
-        }
+        if (!withExplorer)
+            WithoutExplorer();
         ASSERT_TRUE(Start());
         const auto bar = [&] { return Singleton::Framework()->CVProgressBar(); };
         m_acts.at["B.OnAct"] = [&] {
@@ -104,6 +108,68 @@ TEST_F(AfterFailureTest, ShellIsLetGoWhenTheCommandThatHeldItFails) {
     }
 }
 
+// Without a tree the bar fails to show itself, behind the disabling of everything.
+TEST_F(AfterFailureTest, ShellIsLetGoWhereTheCommandCatchesTheFailureOfTheBar) {
+    WithoutExplorer();
+    ASSERT_TRUE(Start());
+    m_acts.at["B.OnAct"] = [] { EXPECT_THROW(Singleton::Framework()->CVProgressBar()->Show(10, true), Failure); };
+    for (int time = 1; time <= 2; ++time) {
+        EXPECT_TRUE(m_application->Choose("MenuB.Act")) << time;
+        EXPECT_TRUE(m_application->Bar()->Tools()->Item("MenuC.Act")->Enabled()) << time;
+        EXPECT_FALSE(m_application->Bar()->Tools()->Item("MenuC.Off")->Enabled()) << time;
+    }
+    EXPECT_EQ(m_application->Failures().ShownCount(), 0);
+}
+
+TEST_F(AfterFailureTest, BarStaysWhileTheWorkAroundAFailureGoesOn) {
+    ASSERT_TRUE(Start());
+    const auto bar = Singleton::Framework()->CVProgressBar();
+    m_acts.at["B.OnAct"] = [&] {
+        for (const int time : {1, 2}) {
+            bar->Show(10, false);
+            QTimer::singleShot(0, qApp, [time] { Fail(5, "another's timer " + std::to_string(time)); });
+            EXPECT_TRUE(QTest::qWaitFor([&] { return m_application->Failures().ShownCount() == time; }, 30000));
+            EXPECT_TRUE(bar->Visible()) << time;
+            EXPECT_FALSE(m_application->Bar()->Tools()->Item("MenuC.Act")->Enabled()) << time;
+            bar->Hide();
+        }
+    };
+    EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+    EXPECT_EQ(m_application->Failures().ShownCount(), 2);
+}
+
+// What the host alone asks of a page is known by the page's definition; each is shown or in the page's place.
+TEST_F(AfterFailureTest, FailureInWhatTheHostAsksOfAPageSaysWhoseItWas) {
+    for (const char* procedure : {"Initialize", "NewWidget", "IsChanged", "FirstFocus", "HelpTopic"}) {
+        SCOPED_TRACE(procedure);
+        ASSERT_TRUE(Start());
+        m_acts.at[std::string("Page.") + procedure] = [] { throw 42; };
+        OpenWindow();
+        const QString place = QString(".%1 (window Sheet, service A, Services/A.xml:").arg(procedure);
+        EXPECT_TRUE(Log().contains(place)) << Log().toStdString();
+        m_acts.at.clear();
+    }
+}
+
+TEST_F(AfterFailureTest, FailureInWhatTheHostAsksOfAServiceSaysWhoseItWas) {
+    m_acts.isUnsaved = true;
+    ASSERT_TRUE(Start());
+    OpenWindow(); // which is kept for the next start
+    for (const auto& [service, procedure] :
+         {std::pair("B", "GetUnsavedItems"), std::pair("B", "Save"), std::pair("C", "SaveComplete"),
+          std::pair("C", "Terminate"), std::pair("A", "RestoreWindow")}) {
+        SCOPED_TRACE(procedure);
+        m_acts.at[std::string(service) + "." + procedure] = [] { throw 42; };
+        m_application->Dialogs().AddAnswer("Save");
+        m_application->Window().close();
+        ASSERT_TRUE(Start());
+        const QString place = QString(".%1 (service %2, Services/%2.xml:1)").arg(procedure, service);
+        EXPECT_TRUE(Log().contains(place)) << Log().toStdString();
+        m_acts.at.clear();
+    }
+}
+
+// By its own command and by the close box, with one service that fails and with two.
 TEST_F(AfterFailureTest, ServiceThatFailsAtItsEndKeepsNothingOpenAndTheOthersHearTheEndOnce) {
     for (const bool byCommand : {true, false})
         for (const bool twice : {false, true}) {
@@ -128,6 +194,44 @@ TEST_F(AfterFailureTest, ServiceThatFailsAtItsEndKeepsNothingOpenAndTheOthersHea
             ends.remove("B.OnAct ").remove(QRegularExpression("[ABC]\\.(GetUnsavedItems|SaveComplete) "));
             EXPECT_EQ(ends.toStdString(), "A.Terminate B.Terminate C.Terminate ");
         }
+}
+
+TEST(FailurePresenter, FailureThatComesWhileAnotherIsShownWaitsItsTurn) {
+    FailurePresenter presenter(true);
+    const auto shown = [](const char* text) { return ShownFailure{"", "Test", Failure(5, text), "", ""}; };
+    bool isQueued = false;
+    QTimer::singleShot(0, &presenter, [&] {
+        presenter.Show(shown("second"));
+        presenter.Show(shown("third"));
+        isQueued = true;
+    });
+    QStringList seen;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        auto* dialog = qobject_cast<FailureDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !isQueued)
+            return;
+        seen.append(dialog->findChild<QPlainTextEdit*>()->toPlainText().section('\n', 2, 2));
+        dialog->reject();
+    });
+    user.start(5);
+    presenter.Show(shown("first"));
+    EXPECT_EQ(seen.join(' ').toStdString(), "first second third");
+}
+
+TEST(FailurePresenter, WhatComesAgainByItselfIsShownOnceAndEachForItself) {
+    FailurePresenter presenter(false);
+    for (const char* text : {"a", "b", "a", "b"})
+        presenter.ShowUncaught({"", "Test", Failure(5, text), "", ""}, true);
+    EXPECT_EQ(presenter.ShownCount(), 2);
+    presenter.ShowUncaught({"", "Test", Failure(5, "a"), "", ""}, false);
+    EXPECT_EQ(presenter.ShownCount(), 3);
+}
+
+TEST(FailurePresenter, DetailsSayWhatTheLogSays) {
+    Failure failure(FailureNumber::ObjectNotSet);
+    failure.Context = "in T.Page.NewWidget (window Sheet, service A, Services/A.xml:12)";
+    EXPECT_TRUE(TextsOf({"", "Event", failure, "", ""}, {}).details.endsWith("\n" + QString(failure.Context.c_str())));
 }
 
 // A failure before the end keeps the application, and nothing of it has gone.

@@ -1,0 +1,59 @@
+// What the host does around the click on a command.
+#include "desktop/explorer/ExplorerPanel.h"
+#include "tests/desktop/Acting.h"
+
+#include <QTest>
+
+namespace corvane::desktop {
+namespace {
+
+class CommandClickTest : public ActingTest {
+protected:
+    ExplorerTree& Tree() { return *m_application->Window().Explorer().Page(0)->Tree(); }
+    QLineEdit* OpenLabel(const char* key) {
+        Tree().Sync();
+        const Ref<Node> node = Tree().Tree()->GetNodes()->Item(key);
+        QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
+                          Tree().visualRect(Tree().IndexOf(node.Get())).center());
+        QTest::keyClick(&Tree(), Qt::Key_F2);
+        return Tree().viewport()->findChild<QLineEdit*>();
+    }
+};
+
+// The command chooses another item; what was typed was meant for the one before.
+TEST_F(CommandClickTest, LabelThatIsBeingEditedIsOverBeforeTheCommandActs) {
+    ASSERT_TRUE(Start());
+    Turn();
+    m_acts.at["B.OnAct"] = [&] {
+        Tree().Tree()->SetSelectedItem(Tree().Tree()->GetNodes()->Item("Root"));
+        Tree().Tree()->NodeClick.Raise(Tree().Tree()->SelectedItem());
+    };
+    for (const char* typed : {"Other", ""}) {
+        SCOPED_TRACE(typed);
+        QLineEdit* label = OpenLabel("Leaf.Leaf");
+        ASSERT_TRUE(label);
+        if (*typed)
+            QTest::keyClicks(label, typed);
+        m_acts.Take();
+        EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+        EXPECT_EQ(m_acts.Take(), *typed ? "Leaf.AfterRename Leaf.DisplayName B.OnAct " : "B.OnAct ");
+        EXPECT_FALSE(Tree().Tree()->IsEditingLabel());
+    }
+}
+
+TEST_F(CommandClickTest, ClickThatReachesNobodyIsInTheLog) {
+    m_folder.Service("D", "T.C",
+                     R"(<ActionItems><ActionItem Name="Act" Action="OnAct"/><ActionItem Name="Idle"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Idle" Path="MenuD" PositionOrder="1" Caption="Idle"/></Menus>)");
+    ASSERT_TRUE(Start());
+    m_application->Bar()->Tools()->Item("MenuC.Act")->SetTagVariant(nullptr);
+    EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+    EXPECT_FALSE(Log().contains("did nothing")) << Log().toStdString();
+    EXPECT_TRUE(m_application->Choose("MenuC.Act"));
+    EXPECT_TRUE(Log().contains("\"MenuC.Act\" did nothing: nothing provides it now")) << Log().toStdString();
+    EXPECT_TRUE(m_application->Choose("MenuD.Idle"));
+    EXPECT_TRUE(Log().contains("\"MenuD.Idle\" did nothing: its definition names no procedure")) << Log().toStdString();
+}
+
+} // namespace
+} // namespace corvane::desktop
