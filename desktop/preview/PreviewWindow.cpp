@@ -55,7 +55,7 @@ PreviewWindow::PreviewWindow(PreviewOptions options)
       m_place(this, Absolute(m_options.folder)), m_placeWidget(new QWidget), m_layout(new QVBoxLayout(m_placeWidget)),
       m_nothing(new QLabel), m_problems(new ProblemList), m_calls(new CallList),
       m_problemsDock(new QDockWidget(tr("Problems"), this)), m_callsDock(new QDockWidget(tr("Calls"), this)),
-      m_icon(new QLabel), m_state(new QLabel), m_lastCall(new QLabel), m_anyway(new QToolButton),
+      m_icon(new QLabel), m_stateLabel(new QLabel), m_lastCall(new QLabel), m_anyway(new QToolButton),
       m_restart(new QToolButton) {
     m_options.folder = Absolute(m_options.folder);
     m_layout->setContentsMargins(0, 0, 0, 0);
@@ -102,18 +102,20 @@ void PreviewWindow::SetUpDocks() {
 
 // Below the application's own status line, which is the application's.
 void PreviewWindow::SetUpStatusBar() {
-    for (QLabel* label : {m_state, m_lastCall})
+    for (QLabel* label : {m_stateLabel, m_lastCall})
         label->setTextFormat(Qt::PlainText);
     m_lastCall->setIndent(2 * fontMetrics().averageCharWidth());
-    m_state->setAccessibleName(tr("Status of the preview"));
+    m_stateLabel->setAccessibleName(tr("Status of the preview"));
     m_lastCall->setAccessibleName(tr("Latest call"));
     m_lastCall->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_anyway->setText(tr("Show &Anyway"));
     m_anyway->setToolTip(tr("Shows the new definitions and discards unsaved work"));
     m_anyway->hide();
     connect(m_anyway, &QToolButton::clicked, this, [this] {
-        m_discards = true;
+        m_state = State::Discarding;
         TryShow();
+        if (IsToBeShown())
+            ReportState(); // it waits for something else
     });
     m_restart->setText(tr("&Restart"));
     m_restart->setToolTip(tr("Restarts the preview to use the rebuilt plug-in"));
@@ -131,7 +133,7 @@ void PreviewWindow::SetUpStatusBar() {
     calls->setDefaultAction(m_callsDock->toggleViewAction());
     calls->setAutoRaise(true);
     statusBar()->addWidget(m_icon);
-    statusBar()->addWidget(m_state);
+    statusBar()->addWidget(m_stateLabel);
     statusBar()->addWidget(m_anyway);
     statusBar()->addWidget(m_restart);
     statusBar()->addWidget(m_lastCall, 1);
@@ -194,10 +196,9 @@ void PreviewWindow::Folder_Changed() {
             m_trouble = Text(CurrentFailure().Description);
         }
     }
-    m_hasErrors = !m_trouble.isEmpty() || std::any_of(m_findings.begin(), m_findings.end(), IsError);
-    m_wanted = !m_hasErrors;
-    m_unsaved = m_discards = m_waits = false;
-    if (m_wanted)
+    const bool hasErrors = !m_trouble.isEmpty() || std::any_of(m_findings.begin(), m_findings.end(), IsError);
+    m_state = hasErrors ? State::Invalid : State::Wanted;
+    if (IsToBeShown())
         TryShow();
     else
         ReportState();
@@ -249,23 +250,23 @@ bool PreviewWindow::HasUnsavedWork() {
     return has;
 }
 
+void PreviewWindow::Wait(State state) {
+    if (std::exchange(m_state, state) != state)
+        ReportState();
+    m_retry.start(state == State::Unsaved ? retryUnsavedMilliseconds : retryMilliseconds);
+}
+
 void PreviewWindow::TryShow() {
-    if (!m_wanted)
+    if (!IsToBeShown())
         return;
     ++m_nTries;
-    const auto wait = [this](bool unsaved) {
-        const bool isNew = !std::exchange(m_waits, true);
-        if (std::exchange(m_unsaved, unsaved) != unsaved || isNew)
-            ReportState();
-        m_retry.start(unsaved ? retryUnsavedMilliseconds : retryMilliseconds);
-    };
     if (m_application) {
         if (!CanUnwind())
-            return wait(m_unsaved);
-        if (!m_discards && HasUnsavedWork())
-            return wait(true);
-        if (!Unwind())
-            return wait(false); // the event loop that is in the way has to end first
+            return Wait(m_state == State::Wanted ? State::Waits : m_state);
+        if (m_state != State::Discarding && HasUnsavedWork())
+            return Wait(State::Unsaved);
+        if (!Unwind()) // the event loop that is in the way has to end first
+            return Wait(m_state == State::Discarding ? m_state : State::Waits);
     }
     ShowNow();
 }
@@ -273,9 +274,10 @@ void PreviewWindow::TryShow() {
 // False when the application refuses to end, as with unsaved work that hasn't been reported before.
 bool PreviewWindow::Unload() {
     CommonDialog& dialogs = m_application->Dialogs();
-    const std::size_t answers = m_discards ? m_application->MainForm()->Forms().size() + 2 : 1;
+    const bool discards = m_state == State::Discarding;
+    const std::size_t answers = discards ? m_application->MainForm()->Forms().size() + 2 : 1;
     for (std::size_t i = 0; i < answers; ++i)
-        dialogs.AddAnswer(m_discards ? "Discard" : "Stay");
+        dialogs.AddAnswer(discards ? "Discard" : "Stay");
     m_application->Failures().Guard([this] { m_application->MainForm()->Unload(); });
     if (m_application->HasEnded())
         return true;
@@ -302,8 +304,8 @@ void PreviewWindow::ShowNow() {
     if (m_application) {
         m_application->Failures().SetTaker([](const ShownFailure&) { return true; }); // they are in the log
         m_application->Personal().UserSession().Save();
-        m_unsaved = !Unload();
-        if (m_unsaved) {
+        if (!Unload()) {
+            m_state = State::Unsaved;
             m_application->Failures().SetTaker({});
             m_view.reset();
             return;
@@ -313,7 +315,7 @@ void PreviewWindow::ShowNow() {
         if (m_options.recorder)
             m_options.recorder->Comment("Here the definitions were changed.");
     }
-    m_wanted = m_discards = false;
+    m_state = State::Settled;
     AfterLoad(Load());
 }
 
@@ -429,21 +431,21 @@ bool PreviewWindow::IsOfStandIns(const std::string& window) {
 }
 
 QString PreviewWindow::StateText() const {
-    return m_state->text();
+    return m_stateLabel->text();
 }
 
 void PreviewWindow::ReportState() {
     ShowProblems();
     QStyle::StandardPixmap icon = QStyle::SP_DialogApplyButton;
     QString text = tr("As of %1").arg(m_time);
-    if (m_hasErrors) {
+    if (HasErrors()) {
         icon = QStyle::SP_MessageBoxCritical;
         const QString what = m_trouble.isEmpty() ? Text(check::CountText(m_findings)) : tr("The files can't be read");
         text = m_shown > 0 ? tr("%1; showing the last valid state, from %2").arg(what, m_time) : what;
-    } else if (m_unsaved) {
+    } else if (m_state == State::Unsaved) {
         icon = QStyle::SP_MessageBoxWarning;
         text = tr("The definitions have changed, but there is unsaved work");
-    } else if (m_wanted) {
+    } else if (IsToBeShown()) {
         icon = QStyle::SP_BrowserReload;
         text = tr("The definitions have changed and will be shown when the open dialog or editor is closed");
     } else if (m_problems->Count() > 0) {
@@ -452,15 +454,15 @@ void PreviewWindow::ReportState() {
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_icon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(size));
     const QStringList built = m_loaded->Rebuilt();
-    m_state->setText(built.isEmpty() ? text : tr("%1; rebuilt: %2").arg(text, built.join(", ")));
-    m_state->setToolTip(m_state->text()); // there may be too little space for it
-    m_anyway->setVisible(m_unsaved);
+    m_stateLabel->setText(built.isEmpty() ? text : tr("%1; rebuilt: %2").arg(text, built.join(", ")));
+    m_stateLabel->setToolTip(m_stateLabel->text()); // there may be too little space for it
+    m_anyway->setVisible(m_state == State::Unsaved);
     m_restart->setVisible(!built.isEmpty());
 }
 
 void PreviewWindow::ShowProblems() {
     QStringList others = m_trouble.isEmpty() ? QStringList() : QStringList(m_trouble);
-    if (!m_hasErrors)
+    if (!HasErrors())
         others += m_failures;
     m_problems->ShowWith(others, m_findings, Text(m_options.folder));
     const bool any = m_problems->Count() > 0;
@@ -486,7 +488,8 @@ void PreviewWindow::closeEvent(QCloseEvent* event) {
             return;
         }
     }
-    m_wanted = false;
+    if (IsToBeShown())
+        m_state = State::Settled;
     m_place.Save();
     event->accept();
 }

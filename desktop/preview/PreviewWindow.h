@@ -55,8 +55,8 @@ public:
     // How often it has been looked whether a state can be shown.
     [[nodiscard]] int TryCount() const { return m_nTries; }
     // All that has changed in the folder is shown, or says why it can't be.
-    [[nodiscard]] bool IsAtRest() const { return m_watch.IsAtRest() && !m_wanted && !m_loading; }
-    [[nodiscard]] bool HasErrors() const { return m_hasErrors; }
+    [[nodiscard]] bool IsAtRest() const { return m_watch.IsAtRest() && !IsToBeShown() && !m_loading; }
+    [[nodiscard]] bool HasErrors() const { return m_state == State::Invalid; }
     // It was closed to be started again, with the same arguments, as a plug-in has been rebuilt.
     [[nodiscard]] bool WantsRestart() const { return m_restarts; }
     // What was on screen when a restart was wanted, for the run to come.
@@ -73,6 +73,16 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    // Of the files as they are now.
+    enum class State {
+        Settled,    // they are shown, or never will be
+        Invalid,    // they have errors
+        Wanted,     // they are to be shown
+        Waits,      // likewise, when what is open and in the way has been closed; which has been said
+        Unsaved,    // likewise, when the unsaved work in the way has been saved
+        Discarding, // they are to be shown though unsaved work goes with the old ones
+    };
+
     void SetUpDocks();
     void SetUpStatusBar();
     void FillWindowMenu(QMenu* menu);
@@ -84,6 +94,8 @@ private:
     void Folder_Changed();
     // Asks for a state to be shown as soon as nothing is open that would be torn down with the old one.
     void TryShow();
+    void Wait(State state);
+    [[nodiscard]] bool IsToBeShown() const { return m_state != State::Settled && m_state != State::Invalid; }
     [[nodiscard]] bool IsBusy() const;
     [[nodiscard]] Ref<WindowForm> ModalOfStandIns();
     [[nodiscard]] bool CanUnwind();
@@ -115,11 +127,7 @@ private:
     std::vector<check::Finding> m_findings;
     QStringList m_failures; // of the latest start
     QString m_trouble;      // why the files can't be read at all; empty when they can
-    bool m_hasErrors = false;
-    bool m_wanted = false;   // a state is to be shown
-    bool m_discards = false; // also when unsaved work goes with the old one
-    bool m_unsaved = false;  // is in the way
-    bool m_waits = false;    // and says so
+    State m_state = State::Settled;
     bool m_loading = false;
     bool m_inKey = false;
     bool m_restarts = false;
@@ -138,7 +146,7 @@ private:
     QDockWidget* m_problemsDock;
     QDockWidget* m_callsDock;
     QLabel* m_icon;
-    QLabel* m_state;
+    QLabel* m_stateLabel;
     QLabel* m_lastCall;
     QToolButton* m_anyway;
     QToolButton* m_restart;
