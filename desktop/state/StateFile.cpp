@@ -9,6 +9,20 @@
 
 namespace corvane::desktop {
 
+namespace {
+
+// What was damaged before stays, too, as far as that goes. The ending that it got; empty when it couldn't be moved.
+QString MoveAside(const QString& path) {
+    constexpr int mostKept = 9;
+    QString ending = ".broken";
+    for (int n = 2; n <= mostKept && QFile::exists(path + ending); ++n)
+        ending = QString(".broken-%1").arg(n);
+    QFile::remove(path + ending);
+    return QFile::rename(path, path + ending) ? ending : QString();
+}
+
+} // namespace
+
 void StateFile::Note(const QString& what) {
     if (m_note)
         m_note(QString("The file \"%1\" %2").arg(m_path, what));
@@ -44,12 +58,10 @@ QJsonObject StateFile::Read() {
     if (document.isObject())
         return document.object();
     file.close();
-    const QString broken = m_path + ".broken";
-    QFile::remove(broken);
-    const bool moved = QFile::rename(m_path, broken);
+    const QString aside = MoveAside(m_path);
     Note(QString("is damaged at byte %1 (%2), so what it kept isn't used%3")
              .arg(error.offset)
-             .arg(error.errorString(), moved ? "; it lies beside as \".broken\"" : ""));
+             .arg(error.errorString(), aside.isEmpty() ? QString() : "; it lies beside as \"" + aside + "\""));
     return {};
 }
 

@@ -49,12 +49,15 @@ TEST(StateFile, WriterThatIsKilledLosesNothingButItsLastChange) {
 TEST(StateFile, DamagedFileCostsOnlyItselfAndIsToldOf) {
     for (const char* text : {"", "[1]", "{\"a\":", "\xff\xfe", "null"}) {
         const AppFolder folder;
-        folder.Write("s.json", text);
         QStringList notes;
         StateFile file(folder.Path("s.json"), [&](const QString& s) { notes.append(s); });
-        EXPECT_TRUE(file.Read().isEmpty()) << text;
-        EXPECT_EQ(notes.size(), 1) << text;
-        EXPECT_EQ(folder.Read("s.json.broken"), text);
+        for (const QString& ending : {"broken", "broken-2"}) {
+            folder.Write("s.json", ending.toUtf8() + text);
+            EXPECT_TRUE(file.Read().isEmpty()) << text;
+            EXPECT_TRUE(notes.takeFirst().contains("\"." + ending + "\"")) << text;
+            EXPECT_EQ(folder.Read("s.json." + ending), ending.toUtf8() + text);
+        }
+        EXPECT_EQ(folder.Read("s.json.broken"), QByteArray("broken") + text) << "the first one stays";
         EXPECT_TRUE(file.Write({{"a", 1}}));
         EXPECT_EQ(file.Read()["a"].toInt(), 1);
     }
