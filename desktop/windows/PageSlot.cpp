@@ -5,6 +5,7 @@
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"
 #include "desktop/failures/PageName.h"
+#include "desktop/guard/PluginCall.h"
 #include "desktop/translation/ShownText.h"
 #include "desktop/windows/EndedPage.h"
 #include "desktop/windows/FailureView.h"
@@ -15,23 +16,6 @@
 #include <utility>
 
 namespace corvane::desktop {
-
-namespace {
-
-void LogOf(const PageDef& pageDef, const char* procedure, const Failure& failure) {
-    const auto& utilities = CurrentPlatform().oUtilities;
-    utilities->LogError(utilities->AppName(), "WindowForm", procedure, failure, pageDef.Key(), false);
-}
-
-} // namespace
-
-// In a catch block.
-void PageSlot::Break(const char* procedure) {
-    m_failure = CurrentFailure();
-    if (m_failure->Context.empty())
-        AddPlace(*m_failure, CorvaneMain::PlaceOf(m_pageDef, procedure));
-    LogOf(*m_pageDef, procedure, *m_failure);
-}
 
 void PageSlot::Enter(const std::function<void(IPage&)>& call) const {
     const Ref<Object> pageObj = m_pageObj;
@@ -46,7 +30,7 @@ void PageSlot::Ask(const char* procedure, const std::function<void(IQtPage&)>& c
         try {
             call(*qtPage);
         } catch (...) {
-            RaiseFrom(CorvaneMain::PlaceOf(m_pageDef, procedure));
+            RaiseLogged(CorvaneMain::PlaceOf(m_pageDef, procedure), procedure);
         }
     });
 }
@@ -74,7 +58,11 @@ void PageSlot::Create(const Ref<IWindowFormController>& controller) {
         m_page = page;
         m_qtPage = qtPage;
     } catch (...) {
-        Break("Create");
+        m_failure = CurrentFailure();
+        if (m_failure->Context.empty())
+            AddPlace(*m_failure, CorvaneMain::PlaceOf(m_pageDef, "Create"));
+        const auto& utilities = CurrentPlatform().oUtilities;
+        utilities->LogError(utilities->AppName(), "WindowForm", "CreatePage", *m_failure, m_pageDef->Key(), false);
     }
 }
 
@@ -88,11 +76,13 @@ void PageSlot::MakeWidget(PagePlace& place) {
         try {
             const Ref<Object> pageObj = m_pageObj;
             QWidget* widget = nullptr;
-            Ask("NewWidget", [&](IQtPage& page) { widget = page.NewWidget(place.ParentForPage()); });
-            if (!m_place || (m_hasEnded && !widget))
+            Ask("NewWidget", [&](IQtPage& page) {
+                widget = page.NewWidget(place.ParentForPage());
+                if (!widget && !m_hasEnded)
+                    Fail(FailureNumber::ObjectNotSet, m_pageDef->PageProgID() + " returned no widget", "NewWidget");
+            });
+            if (!m_place || !widget)
                 return; // it has ended its window
-            if (!widget)
-                Fail(FailureNumber::ObjectNotSet, m_pageDef->PageProgID() + " returned no widget", "NewWidget");
             // The widget may speak to its page as long as it is there.
             QObject::connect(widget, &QObject::destroyed, [pageObj] {});
             if (m_hasEnded)
@@ -101,7 +91,7 @@ void PageSlot::MakeWidget(PagePlace& place) {
             place.Fill(widget);
             return;
         } catch (...) {
-            Break("NewWidget");
+            m_failure = CurrentFailure();
             m_isValid = true; // it doesn't hold the others back
             m_isChanged = false;
         }
@@ -142,7 +132,7 @@ Long PageSlot::HelpTopic() const {
         if (IsAlive())
             Ask("HelpTopic", [&](IQtPage& page) { topic = page.HelpTopic(); });
     } catch (...) {
-        LogOf(*m_pageDef, "HelpTopic", CurrentFailure()); // it is asked too often to be shown
+        // It is in the log; it is asked too often to be shown.
     }
     return topic == -1 ? m_pageDef->HelpContextID() : topic;
 }

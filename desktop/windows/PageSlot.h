@@ -57,7 +57,6 @@ public:
     [[nodiscard]] PageMark Mark() const;
 
 private:
-    void Break(const char* procedure);
     // Holds the page while it is called, as it may end then.
     void Enter(const std::function<void(IPage&)>& call) const;
     // The same for what the host alone asks of it; a failure says whose it was.

@@ -25,8 +25,7 @@ public:
         for (QAction* action : systemMenu()->actions())
             action->setShortcuts({});
         connect(this, &QMdiSubWindow::windowStateChanged, this,
-                [this](Qt::WindowStates old, Qt::WindowStates newStates) {
-                    const Notifier held = m_notifier;
+                [held = m_notifier](Qt::WindowStates old, Qt::WindowStates newStates) { // also while this is destroyed
                     if ((newStates & ~old) & Qt::WindowActive)
                         held->Notify(&WindowFrame::Observer::FrameActivated);
                     if ((newStates ^ old) & ~Qt::WindowStates(Qt::WindowActive))

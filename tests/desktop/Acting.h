@@ -66,7 +66,8 @@ public:
     void OnAct() { Come("OnAct"); }
     bool RestoreWindow(const std::string& name, const std::string& /*key*/) {
         Come("RestoreWindow");
-        Singleton::Framework()->WindowManager()->OpenWindow(name, nullptr);
+        if (const auto windows = Singleton::Framework()->WindowManager())
+            windows->OpenWindow(name, nullptr);
         return true;
     }
 

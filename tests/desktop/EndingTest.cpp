@@ -66,6 +66,7 @@ TEST_P(EndingAt, ThatPlaceEndsTheApplicationAndNothingElse) {
     Turn();
     EXPECT_TRUE(m_application->HasEnded());
     EXPECT_FALSE(m_application->Window().isVisible());
+    EXPECT_TRUE(m_application->MainForm()->Forms().empty());
     EXPECT_NE(m_acts.heard.find(place), std::string::npos) << m_acts.heard;
     const std::string heard = m_acts.Take();
     for (const char* name : {"A", "B", "C"})

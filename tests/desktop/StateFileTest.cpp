@@ -51,7 +51,7 @@ TEST(StateFile, DamagedFileCostsOnlyItselfAndIsToldOf) {
         const AppFolder folder;
         QStringList notes;
         StateFile file(folder.Path("s.json"), [&](const QString& s) { notes.append(s); });
-        for (const QString& ending : {"broken", "broken-2"}) {
+        for (const QString& ending : QStringList{"broken", "broken-2"}) {
             folder.Write("s.json", ending.toUtf8() + text);
             EXPECT_TRUE(file.Read().isEmpty()) << text;
             EXPECT_TRUE(notes.takeFirst().contains("\"." + ending + "\"")) << text;

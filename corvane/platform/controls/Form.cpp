@@ -62,6 +62,8 @@ void Form::Show(ShowMode eMode, const Ref<Form>& oOwner) {
     m_oOwner = oOwner;
     m_bVisible = true;
     Changed.Raise(Change::Shown);
+    if (!m_bLoaded)
+        return; // what it shows has unloaded it
     Activate();
     if (m_bModal && m_bVisible)
         ModalLoop.Raise();
