@@ -388,6 +388,8 @@ void FormModel::ShowValue(std::size_t field, const Variant& value) {
     state.reading = {};
     state.value = value;
     state.checking = CheckValue(Field(field), Choices(field), value);
+    if (state.checking.kind == ProblemKind::Decimals)
+        state.checking = {}; // the page may know it better than the user can enter it
     watch.End(wasTyped);
     if (Field(field).look == FieldLook::CheckableGroup)
         RaiseState();

@@ -27,7 +27,7 @@ private:
     FormDef& m_form;
 };
 
-// The properties of a widget or a layout. Each is taken at most once; what no one takes is outside of the subset.
+// The properties of a widget or a layout. Each is taken at most once; one that isn't taken is outside of the subset.
 class Properties {
 public:
     Properties(const XmlElement& owner, std::string what, Problems& problems);

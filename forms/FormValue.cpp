@@ -300,7 +300,10 @@ std::optional<Variant> ConvertValue(const FieldDef& field, std::span<const FormC
             return value.IsEmpty() && field.look == FieldLook::Line ? Variant() : Variant(ToLongLong(value));
         case FieldKind::Number:
         case FieldKind::Progress:
-            return value.IsEmpty() && field.look == FieldLook::Line ? Variant() : Variant(ToDouble(value));
+            if (value.IsEmpty() && field.look == FieldLook::Line)
+                return Variant();
+            // A single has fewer digits than its neighbour among the doubles.
+            return Variant(value.Get<Single>() ? NumberIn(ToText(value)).value_or(0) : ToDouble(value));
         case FieldKind::Boolean:
             return Variant(ToBoolean(value));
         case FieldKind::Choice:
