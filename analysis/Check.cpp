@@ -27,6 +27,7 @@ std::vector<Finding> Check(const Options& options) {
     CheckPlugins(model, options.application, options.plugins, report);
     if (options.plugins)
         CheckCode(model, code, options.application, report);
+    CheckForms(model, options.application, options.plugins, options.buffers, report);
     return report.TakeSorted();
 }
 

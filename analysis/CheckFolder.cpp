@@ -206,7 +206,8 @@ void CheckFolder(Model& model, const std::string& application, bool plugins, Rep
     ProgIdCheck progIds(application, plugins, report);
     for (const auto* providers : {&model.services, &model.items, &model.pages, &model.preferencePages})
         for (const Provider& provider : *providers)
-            progIds.Check(provider);
+            if (!IsFormAlone(provider, application))
+                progIds.Check(provider);
 }
 
 } // namespace corvane::check

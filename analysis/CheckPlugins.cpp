@@ -213,7 +213,8 @@ void CheckPlugins(Model& model, const std::string& application, bool load, Repor
             check.Check(item);
     for (const auto* pages : {&model.pages, &model.preferencePages})
         for (const Provider& page : *pages)
-            check.Check(page);
+            if (!IsFormAlone(page, application))
+                check.Check(page);
     check.CheckWindows(model);
 }
 

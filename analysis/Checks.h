@@ -34,6 +34,11 @@ void CheckPlugins(Model& model, const std::string& application, bool load, Repor
 // What the code of the plug-ins and the definitions expect of one another.
 void CheckCode(Model& model, const Code& code, const std::string& application, Report& report);
 
+// The forms of pages, and whether they fit their classes.
+void CheckForms(Model& model, const std::string& application, bool plugins, const Buffers& buffers, Report& report);
+// Whether it is a page of the preferences that has a form, and so needs no class.
+[[nodiscard]] bool IsFormAlone(const Provider& provider, const std::string& application);
+
 // The place of a title, an entry or an explorer item in a file that doesn't count, when it would help if it did.
 struct InactivePlace {
     const File* file;

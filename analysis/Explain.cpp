@@ -2,6 +2,7 @@
 
 #include "adapters/common/Nearest.h"
 #include "analysis/Application.h"
+#include "analysis/ExplainForm.h"
 #include "analysis/MenuPlan.h"
 
 #include <algorithm>
@@ -319,6 +320,8 @@ private:
 } // namespace
 
 Explanation Explain(const std::string& application, const std::string& item) {
+    if (IsFormItem(item))
+        return ExplainFormItem(application, item);
     Report report;
     Model model;
     ReadApplication(model, application, report);

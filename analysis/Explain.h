@@ -12,7 +12,8 @@ struct Explanation {
 };
 
 // item is a key ("File.Open"), the name of a tool ("Tool.Standard.Open"), of an action, of a bar ("File",
-// "Toolbars.Standard", "Context.Study"), a window, an explorer item or a service. Fails as Check does.
+// "Toolbars.Standard", "Context.Study"), a window, an explorer item or a service; or of a form ("Forms/Svc.Page") or
+// its field ("Forms/Svc.Page.Title"). Fails as Check does.
 [[nodiscard]] Explanation Explain(const std::string& application, const std::string& item);
 
 } // namespace corvane::check

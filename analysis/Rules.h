@@ -81,6 +81,21 @@ enum class Rule {
     StartNeverCalled,
     ChildrenNeverAdded,
     UnknownNameInCode,
+    FormUnreadable,
+    FormUnknown,
+    FormBadValue,
+    FormName,
+    FormLabel,
+    FormMnemonic,
+    FormTabOrder,
+    FormLayout,
+    FormDefault,
+    FormRequired,
+    FormUnused,
+    FormMember,
+    FormType,
+    FormPlace,
+    FormText,
 };
 
 enum class Severity {

@@ -37,7 +37,8 @@ void AddExplain(CLI::App& app, Run& run) {
     explain
         ->add_option(
             "ITEM", arguments->item,
-            "A key such as File.Open, or the name of a tool, action, bar, window, explorer item, service or class")
+            "A key such as File.Open, the name of a tool, action, bar, window, explorer item, service or class, or "
+            "Forms/PROGID.FIELD")
         ->required();
     explain->callback([arguments, &run] { run = [arguments] { return Explain(*arguments); }; });
 }

@@ -46,7 +46,11 @@ public:
 class PlotPage final : public Automation<PlotPage, IPageAccess> {
 public:
     Ref<IPage> Page() override { return m_pageBase; }
-    static constexpr auto Members = MemberTable();
+    void Draw() {}
+    std::string Title() const { return {}; }
+    Long Size() const { return 0; }
+    static constexpr auto Members = MemberTable(Method("Draw", &PlotPage::Draw), Property("Title", &PlotPage::Title),
+                                                Property("Size", &PlotPage::Size));
 
 private:
     Ref<PageBase> m_pageBase = New<PageBase>();
