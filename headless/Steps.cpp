@@ -9,6 +9,7 @@
 #include "corvane/windows/WindowManager.h"
 #include "headless/Expectation.h"
 #include "headless/FormPages.h"
+#include "headless/PreferencesWindow.h"
 
 #include <algorithm>
 #include <map>
@@ -84,6 +85,8 @@ void CloseBand(const ModelHost& host, const std::string& bandName) {
 
 void OpenWindow(const std::string& rest) {
     const auto [window, key] = Split(rest);
+    if (EqualText(window, preferencesWindow))
+        DefinePreferencesWindow();
     using enum WindowStateConstants;
     (void)CorvaneMain::Framework()->WindowManager()->OpenWindow(
         window, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault, cvDefinitionDefault,

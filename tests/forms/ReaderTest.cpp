@@ -151,8 +151,10 @@ TEST(FormReader, FindsLabelsAndTabOrder) {
 TEST(FormReader, TranslatesWhatIsShownAndNoValues) {
     FormDef form =
         ReadForm(Ui(Item(0, "QComboBox", "Sex", "<item>" + Has("text", "string", "female") + "</item>", "Se&amp;x") +
-                    Item(1, "QLineEdit", "Code", Has("placeholderText", "string notr=\"true\"", "AB"))),
+                    Item(1, "QLineEdit", "Code",
+                         "<property name=\"placeholderText\"><string notr=\"true\">AB</string></property>")),
                  "/app/Forms/P.Page.ui");
+    ASSERT_TRUE(form.readable);
     std::string keys;
     for (const FormMessage& message : TextsOf(form))
         keys += message.key + "\n";
