@@ -13,17 +13,26 @@ namespace {
 struct NewArguments {
     std::string application;
     std::vector<std::string> services;
+    std::string page;
 };
 
 int New(const NewArguments& arguments) {
     const bool inside = arguments.application.empty();
-    if (inside && arguments.services.empty()) {
-        std::cerr << "corvane new: error: name an application, or inside one a --service\n";
+    const bool isPage = !arguments.page.empty();
+    if (inside && arguments.services.empty() && !isPage) {
+        std::cerr << "corvane new: error: name an application, or inside one a --service or a --page\n";
+        return Exit::Usage;
+    }
+    if (isPage && (!inside || arguments.services.size() > 1)) {
+        std::cerr << "corvane new: error: a --page is added inside of an application, to one --service\n";
         return Exit::Usage;
     }
     std::vector<std::string> written;
     try {
-        if (!inside)
+        if (isPage)
+            written =
+                scaffold::NewPage(".", arguments.page, arguments.services.empty() ? "" : arguments.services.front());
+        else if (!inside)
             written = scaffold::NewApplication(arguments.application, arguments.services, CORVANE_VERSION);
         else
             for (const std::string& service : arguments.services)
@@ -34,6 +43,8 @@ int New(const NewArguments& arguments) {
     }
     for (const std::string& path : written)
         std::cout << path << "\n";
+    if (isPage)
+        std::cout << "\nOpen it by OpenWindow(\"" << arguments.page << "\"), and draw its form in Qt Designer.\n";
     if (!inside)
         std::cout << "\nBuild and test it:\n  cd " << arguments.application
                   << " && cmake --preset dev && cmake --build --preset dev && ctest --preset dev\n";
@@ -44,12 +55,15 @@ int New(const NewArguments& arguments) {
 
 void AddNew(CLI::App& app, Run& run) {
     const auto arguments = std::make_shared<NewArguments>();
-    auto* newApp = app.add_subcommand("new", "Writes a new application, or adds a service to the one in this folder");
+    auto* newApp =
+        app.add_subcommand("new", "Writes a new application, or adds a service or a page to the one in this folder");
     newApp->add_option("APP", arguments->application,
                        "The folder of the new application; its name is the application's");
     newApp->add_option("--service", arguments->services, "A service to write; may be given several times")
         ->type_name("NAME")
         ->allow_extra_args(false);
+    newApp->add_option("--page", arguments->page, "A window with a page that is a form, added to the service")
+        ->type_name("NAME");
     newApp->callback([arguments, &run] { run = [arguments] { return New(*arguments); }; });
 }
 

@@ -53,9 +53,10 @@ bool IsIdentifier(const std::string& name) {
 }
 
 // "birds" as the name of a class.
-std::string ServiceName(std::string name) {
+std::string ClassName(std::string name, const std::string& kind) {
     if (!IsIdentifier(name))
-        Refuse("\"" + name + "\" can't be the name of a service: write letters from A to Z and digits, a letter first");
+        Refuse("\"" + name + "\" can't be the name of a " + kind +
+               ": write letters from A to Z and digits, a letter first");
     name[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(name[0])));
     return name;
 }
@@ -86,6 +87,9 @@ public:
             m_files.emplace_back(path, Filled(fileTemplate.text, tokens));
         }
     }
+
+    // A file that is there, with another text.
+    void Replace(const fs::path& path, std::string text) { m_files.emplace_back(path, std::move(text)); }
 
     std::vector<std::string> Write() const {
         std::vector<std::string> written;
@@ -177,6 +181,75 @@ std::string ApplicationOf(const fs::path& folder) {
     return match[1];
 }
 
+std::string TextOf(const fs::path& path) {
+    std::stringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+// The service that gets the page: the one that is named, or the only one.
+std::string ServiceFor(const fs::path& folder, const std::string& named) {
+    std::vector<std::string> services;
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(folder / "services", error))
+        if (fs::exists(folder / "app" / "Services" / (entry.path().filename().string() + ".xml")))
+            services.push_back(entry.path().filename());
+    std::sort(services.begin(), services.end());
+    std::string list;
+    for (const std::string& service : services) {
+        list += (list.empty() ? "" : ", ") + service;
+        if (EqualText(service, named) || (named.empty() && services.size() == 1))
+            return service;
+    }
+    if (named.empty())
+        Refuse(services.empty() ? "there is no service in \"" + (folder / "services").string() + "\""
+                                : "say by --service which one gets the page: " + list);
+    Refuse("there is no service \"" + named + "\"; there is " + (list.empty() ? "none" : list));
+}
+
+// The definition with a window more.
+std::string WithWindow(std::string xml, const fs::path& path, const std::string& service, const std::string& name) {
+    if (std::regex_search(xml, std::regex("<Window\\s[^>]*Name\\s*=\\s*\"" + name + "\"", std::regex::icase)))
+        Refuse("\"" + path.string() + "\" has a window \"" + name + "\" already");
+    const std::string window = "    <Window Name=\"" + name + "\" Type=\"Dialog\" State=\"Normal\" Caption=\"" + name +
+                               "\" IsMDIChild=\"False\" IsModal=\"True\">\n      <Page PageProgID=\"" + service +
+                               "Svc." + name + "Page\" Caption=\"" + name +
+                               "\" IsOptional=\"False\" IsResizable=\"True\"/>\n    </Window>\n";
+    if (const std::size_t end = xml.rfind("</Windows>"); end != std::string::npos) {
+        const std::size_t line = xml.rfind('\n', end);
+        return xml.insert(line == std::string::npos ? end : line + 1, window);
+    }
+    const std::size_t end = xml.rfind("</Service>");
+    if (end == std::string::npos)
+        Refuse("\"" + path.string() + "\" has no </Service>, before which the window could be written");
+    return xml.insert(end, "  <Windows>\n" + window + "  </Windows>\n");
+}
+
+// The source that lists the classes of a plug-in, with one more; its path comes with it.
+std::pair<fs::path, std::string> WithClass(const fs::path& folder, const std::string& service,
+                                           const std::string& name) {
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        std::string text = entry.path().extension() == ".cpp" ? TextOf(entry.path()) : std::string();
+        const std::size_t list = text.find("CORVANE_PLUGIN(");
+        if (list == std::string::npos)
+            continue;
+        std::size_t end = text.find('(', list);
+        for (int depth = 0; end < text.size(); ++end) {
+            depth += text[end] == '(' ? 1 : text[end] == ')' ? -1 : 0;
+            if (depth == 0)
+                break;
+        }
+        if (end == text.size())
+            Refuse("\"" + entry.path().string() + "\" has a CORVANE_PLUGIN without an end");
+        text.insert(end, ",\n               Class<" + name + "Page>(\"" + service + "Svc." + name + "Page\")");
+        const std::size_t include = text.rfind("#include \"", list);
+        const std::size_t line = include == std::string::npos ? 0 : text.find('\n', include) + 1;
+        text.insert(line, "#include \"" + name + "Page.h\"\n");
+        return {entry.path(), text};
+    }
+    Refuse("no source in \"" + folder.string() + "\" lists its classes by CORVANE_PLUGIN");
+}
+
 } // namespace
 
 std::vector<std::string> NewApplication(const std::string& folderPath, std::vector<std::string> services,
@@ -197,7 +270,7 @@ std::vector<std::string> NewApplication(const std::string& folderPath, std::vect
     MenuBar menuBar;
     bool first = true;
     for (const std::string& service : services) {
-        Tokens tokens = menuBar.Take(ServiceName(service));
+        Tokens tokens = menuBar.Take(ClassName(service, "service"));
         tokens.insert(application.begin(), application.end());
         tokens["start"] = first ? " IsStartService=\"True\"" : "";
         writer.Add("service/", tokens);
@@ -208,11 +281,25 @@ std::vector<std::string> NewApplication(const std::string& folderPath, std::vect
 
 std::vector<std::string> NewService(const std::string& folder, const std::string& name) {
     const std::string application = ApplicationOf(folder);
-    Tokens tokens = MenuBar((fs::path(folder) / "app").string()).Take(ServiceName(name));
+    Tokens tokens = MenuBar((fs::path(folder) / "app").string()).Take(ClassName(name, "service"));
     tokens["app"] = application;
     tokens["start"] = "";
     Writer writer(folder);
     writer.Add("service/", tokens);
+    return writer.Write();
+}
+
+std::vector<std::string> NewPage(const std::string& folder, const std::string& name, const std::string& service) {
+    const Tokens tokens{
+        {"app", ApplicationOf(folder)}, {"Name", ClassName(name, "page")}, {"Service", ServiceFor(folder, service)}};
+    const std::string& page = tokens.at("Name");
+    const std::string& owner = tokens.at("Service");
+    Writer writer(folder);
+    writer.Add("page/", tokens);
+    const fs::path definition = fs::path(folder) / "app" / "Services" / (owner + ".xml");
+    writer.Replace(definition, WithWindow(TextOf(definition), definition, owner, page));
+    const auto [source, text] = WithClass(fs::path(folder) / "services" / owner, owner, page);
+    writer.Replace(source, text);
     return writer.Write();
 }
 

@@ -17,6 +17,11 @@ std::vector<std::string> NewApplication(const std::string& folderPath, std::vect
 // is none.
 std::vector<std::string> NewService(const std::string& folder, const std::string& name);
 
+// Adds a window with a page, and the page's form, to a service of the application in whose source folder this is
+// called; without a service there has to be a single one. The definition and the list of classes get what is new, and
+// nothing is written unless all can be. Fails as NewService does.
+std::vector<std::string> NewPage(const std::string& folder, const std::string& name, const std::string& service);
+
 // A file of a template, its tokens between at signs.
 struct Template {
     std::string_view path; // "service/app/Services/@Name@.xml"
