@@ -66,17 +66,41 @@ public:
                                  });
             text += section.heading + "\n";
             bool isSeparated = false;
+            const bool hasLines = HasLines(section);
             for (const Item& item : section.items) {
-                const bool hasLines = section.kind != Section::Kind::Toolbar && section.kind != Section::Kind::Bar;
                 if (hasLines && (isSeparated || Separates(item, "Before")))
                     text += "  " + std::string(separatorLine) + "\n";
                 text += "  " + Padded(item.key) + Comment(item) + "\n";
                 isSeparated = Separates(item, "After");
             }
-            if (isSeparated && section.kind != Section::Kind::Toolbar && section.kind != Section::Kind::Bar)
+            if (isSeparated && hasLines)
                 text += "  " + std::string(separatorLine) + "\n";
         }
         return text;
+    }
+
+    [[nodiscard]] std::vector<OutlineLine> Lines() const {
+        std::vector<OutlineLine> lines;
+        for (const Section& section : m_sections) {
+            const bool hasLines = HasLines(section);
+            bool isSeparated = false;
+            for (const Item& item : section.items) {
+                if (hasLines && (isSeparated || Separates(item, "Before")))
+                    lines.push_back({section.heading, {}, {}, false, {}});
+                OutlineLine line{
+                    section.heading, item.key, std::string(item.entries.front()->Caption()), item.isLost, {}};
+                for (const Entry* entry : item.entries) {
+                    const Element& element = *entry->element;
+                    line.places.push_back(entry->provider->file->At(element.At()));
+                    line.lastLines.push_back(entry->provider->file->At(element.attributes.back().AtValue()).at.line);
+                }
+                lines.push_back(std::move(line));
+                isSeparated = Separates(item, "After");
+            }
+            if (isSeparated && hasLines)
+                lines.push_back({section.heading, {}, {}, false, {}});
+        }
+        return lines;
     }
 
     std::vector<FixedFile> Apply(const std::string& outline, const std::set<std::string>& only) {
@@ -121,6 +145,10 @@ private:
         if (section.kind != Section::Kind::Menu)
             return section.kind == Section::Kind::Bar ? 0 : 100;
         return 1 + static_cast<std::size_t>(std::count(section.heading.begin(), section.heading.end(), '.'));
+    }
+
+    static bool HasLines(const Section& section) {
+        return section.kind != Section::Kind::Toolbar && section.kind != Section::Kind::Bar;
     }
 
     static std::string Padded(const std::string& key) {
@@ -425,6 +453,17 @@ std::map<std::string, std::string> SectionsOf(const std::string& outline) {
 
 std::string Outline(const Options& options) {
     return Arranger(options).Text(false);
+}
+
+bool OutlineLine::IsAt(const Place& place) const {
+    for (std::size_t i = 0; i < places.size(); ++i)
+        if (places[i].file == place.file && place.at.line >= places[i].at.line && place.at.line <= lastLines[i])
+            return true;
+    return false;
+}
+
+std::vector<OutlineLine> OutlineLines(const Options& options) {
+    return Arranger(options).Lines();
 }
 
 std::string MeantOutline(const Options& options) {

@@ -8,6 +8,22 @@
 
 namespace corvane::check {
 
+// A line of an outline.
+struct OutlineLine {
+    std::string heading;           // of its menu, such as "menu File"
+    std::string key;               // of the entry; empty for a line between two
+    std::string caption;           // as it is written
+    bool isLost = false;           // it doesn't appear now
+    std::vector<Place> places;     // of all that share it, the first one gives it its texts
+    std::vector<Long> lastLines{}; // of their elements
+
+    // Whether the place is in one of its elements.
+    [[nodiscard]] bool IsAt(const Place& place) const;
+};
+
+// What Outline gives, in its parts.
+[[nodiscard]] std::vector<OutlineLine> OutlineLines(const Options& options);
+
 // Each menu, toolbar and context menu with its entries by key, an entry a line, "---" for a line between two. Entries
 // that have lost their place stand where their order would put them. Fails as Check does.
 [[nodiscard]] std::string Outline(const Options& options);

@@ -15,7 +15,7 @@ std::vector<Finding> Check(const Options& options) {
     BuildModel(model, report);
     const MenuPlan plan(model);
     const Code code(options.application);
-    CheckFiles(options.application, report);
+    CheckFiles(model, options.application, report);
     CheckNames(model, options.application, report);
     CheckMenus(model, plan, report);
     CheckReach(model, plan, code, report);

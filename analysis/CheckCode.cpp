@@ -20,6 +20,7 @@ public:
     void Check() {
         CheckStarts();
         CheckChildren();
+        CheckProgress();
         for (const Code::Library& library : m_code.Libraries())
             CheckNames(library);
     }
@@ -74,6 +75,21 @@ private:
         }
     }
 
+    // While the bar is shown the tree of the current tab is disabled, which has to be there.
+    void CheckProgress() {
+        if (std::any_of(m_model.items.begin(), m_model.items.end(), [](const Provider& item) {
+                return item.element->Value("Parent").empty() && !EqualText(item.element->Value("Type"), "Default");
+            }))
+            return;
+        for (const Code::Library& library : m_code.Libraries())
+            if (Code::Holds(library, "13ProgressScopeC") || Code::Holds(library, "13CVProgressBar4Show")) // as linked
+                m_report.Add(Rule::ProgressWithoutExplorer, {library.path, {}},
+                             "the plug-in " + Quoted(library.name) +
+                                 " shows the progress bar, which fails without an explorer tab (91)",
+                             "add <ExplorerItem Name=\"...\" Type=\"Folder\" PositionOrder=\"10\"/> to a file, or show "
+                             "the progress otherwise");
+    }
+
     // The objects of a kind come from the class above, or are added by AddToExplorer.
     void CheckChildren() {
         std::map<std::string, const Provider*> parents; // by folded name
@@ -85,6 +101,14 @@ private:
             if (EqualText(type, "Folder") || kind.element->Value("Parent").empty() || parent == parents.end())
                 continue;
             const Provider& above = *parent->second;
+            if (above.progID.empty() && EqualText(above.element->Value("Type"), "Folder") && !AddsToExplorer()) {
+                m_report.Add(Rule::ChildrenNeverAdded, kind.At("Parent"),
+                             "nothing of " + kind.Named() + " ever appears: " + Quoted(above.name) +
+                                 " has no ProgID, so it has no children, and no plug-in calls AddToExplorer",
+                             "write ProgID=\"Library.Class\" for " + Quoted(above.name) + ", whose object adds them",
+                             {{above.file->At(above.element->At()), "the folder without a ProgID"}});
+                continue;
+            }
             const auto* info = ClassOf(above);
             if (!info)
                 continue; // an object of a plug-in's own making, or none
@@ -100,11 +124,11 @@ private:
     }
 
     // The names of the functions that do it, which a library holds when it calls them.
-    bool MayAddChildren(const Code::Library& library) const {
-        return std::any_of(m_code.Libraries().begin(), m_code.Libraries().end(),
-                           [](const Code::Library& each) { return Code::Holds(each, "AddToExplorer"); }) ||
-               Code::Holds(library, "KeyedCollection") || Code::Holds(library, "ObjectCollection") ||
-               Code::Holds(library, "ChildCollection");
+    [[nodiscard]] bool AddsToExplorer() const { return m_code.Holds("AddToExplorer"); }
+
+    [[nodiscard]] bool MayAddChildren(const Code::Library& library) const {
+        return AddsToExplorer() || Code::Holds(library, "KeyedCollection") ||
+               Code::Holds(library, "ObjectCollection") || Code::Holds(library, "ChildCollection");
     }
 
     // A text of the code that is one letter from a name of the definitions.

@@ -33,8 +33,8 @@ public:
     }
 
 private:
-    void Reserved(Place place, std::string text, std::string cure) {
-        m_report.Add(Rule::ReservedName, std::move(place), std::move(text), std::move(cure));
+    void Reserved(Place place, std::string text, std::string cure, Rule rule = Rule::NameOfHost) {
+        m_report.Add(rule, std::move(place), std::move(text), std::move(cure));
     }
 
     // An entry of a context menu takes the tool of its name, even another's.
@@ -71,7 +71,7 @@ private:
             (EqualText(item.name, "tabExplorer") || EqualText(item.name, "ExplorerImageList")))
             Reserved(item.At("Name"),
                      "the explorer has a control " + Quoted(item.name) + " itself, so the application doesn't start",
-                     "give the explorer item another name");
+                     "give the explorer item another name", Rule::ReservedName);
     }
 
     void CheckPath(const Entry& entry) {

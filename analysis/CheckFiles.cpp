@@ -59,7 +59,8 @@ std::string ExtensionOf(const std::string& name) {
 
 class FileCheck {
 public:
-    FileCheck(std::string application, Report& report) : m_application(std::move(application)), m_report(report) {}
+    FileCheck(std::string application, bool hasFramework, Report& report)
+        : m_application(std::move(application)), m_hasFramework(hasFramework), m_report(report) {}
 
     void Check() {
         const std::string services = FindPath(JoinPath(m_application, "Services")).value_or("");
@@ -85,6 +86,17 @@ private:
         m_report.Add(Rule::UnreadFile, {path.string(), {}}, std::move(text), std::move(cure));
     }
 
+    // Of a definition. Without that of the root object the application doesn't start.
+    void Unread(const fs::path& path, const std::string& begin, const std::string& why, std::string cure) {
+        const bool isMissed = !m_hasFramework && begin.find("\"Corvane.Framework\"") != std::string::npos;
+        m_report.Add(isMissed ? Rule::FrameworkLeftOut : Rule::UnreadFile, {path.string(), {}},
+                     Quoted(path.filename().string()) + why +
+                         (isMissed ? " and the root object has no file: the application doesn't start (5), or with the "
+                                     "host's menus instead of these"
+                                   : " and its service is missing"),
+                     std::move(cure));
+    }
+
     void CheckInServices(const fs::directory_entry& entry) {
         const fs::path& path = entry.path();
         const std::string name = path.filename().string();
@@ -99,7 +111,7 @@ private:
             return;
         }
         if (!entry.is_regular_file(error)) {
-            if (isXml)
+            if (isXml && !name.starts_with(".#")) // by which an editor locks a file
                 Unread(path,
                        Quoted(name) +
                            (entry.is_symlink(error) ? " is a link to a file that isn't there"
@@ -113,14 +125,14 @@ private:
             return;
         const std::string text = BeginOf(path);
         if (IsDefinition(text))
-            CheckExtension(path, name);
+            CheckExtension(path, name, text);
         else if (PictureLoader::FormatOf(text))
             Unread(path, Quoted(name) + " is a picture, and pictures are looked for in the folder Images alone",
                    "move it to Images/" + name);
     }
 
     // What an editor or an author keeps beside a file isn't meant to be read.
-    void CheckExtension(const fs::path& path, const std::string& name) {
+    void CheckExtension(const fs::path& path, const std::string& name, const std::string& begin) {
         static constexpr std::array backups{"bak", "orig", "old", "swp", "tmp", "rej", "off", "disabled", "xml~"};
         std::string plain = name;
         const std::string extension = ExtensionOf(name);
@@ -138,9 +150,7 @@ private:
             plain = (extension.empty() ? name : name.substr(0, name.size() - extension.size() - 1)) + ".xml";
         if (isBackup && (name.starts_with('.') || FindPath((path.parent_path() / plain).string())))
             return;
-        Unread(path,
-               Quoted(name) +
-                   " holds a definition but doesn't end in .xml, so it isn't read and its service is missing",
+        Unread(path, begin, " holds a definition but doesn't end in .xml, so it isn't read",
                isBackup ? "rename it to " + Quoted(plain) + ", or move it out of Services"
                         : "rename it to " + Quoted(plain));
     }
@@ -152,10 +162,9 @@ private:
             const fs::path& path = entry.path();
             if (entry.is_directory(error) && depth < deepest)
                 CheckFolder(path, depth + 1);
-            else if (EqualText(ExtensionOf(path.filename().string()), "xml") && IsDefinition(BeginOf(path)))
-                Unread(path,
-                       Quoted(path.filename().string()) +
-                           " is in a folder of Services, and folders there aren't read, " + "so its service is missing",
+            else if (const std::string begin = BeginOf(path);
+                     EqualText(ExtensionOf(path.filename().string()), "xml") && IsDefinition(begin))
+                Unread(path, begin, " is in a folder of Services, and folders there aren't read,",
                        "move it to Services/" + path.filename().string());
         }
     }
@@ -169,10 +178,8 @@ private:
             for (const fs::directory_entry& each : Sorted(*path)) {
                 const fs::path& file = each.path();
                 const std::string name = file.filename().string();
-                if (EqualText(ExtensionOf(name), "xml") && IsDefinition(BeginOf(file)))
-                    Unread(file,
-                           Quoted(name) + " is a definition outside the folder Services, so it isn't read and its " +
-                               "service is missing",
+                if (const std::string begin = BeginOf(file); EqualText(ExtensionOf(name), "xml") && IsDefinition(begin))
+                    Unread(file, begin, " is a definition outside the folder Services, so it isn't read",
                            "move it to Services/" + name);
                 else if (EqualText(folder, "Images") && name.ends_with(".so"))
                     Unread(file, Quoted(name) + " is a plug-in outside the folder plugins, so it isn't found",
@@ -200,13 +207,17 @@ private:
     }
 
     std::string m_application;
+    bool m_hasFramework; // a file of the root object counts
     Report& m_report;
 };
 
 } // namespace
 
-void CheckFiles(const std::string& application, Report& report) {
-    FileCheck(application, report).Check();
+void CheckFiles(const Model& model, const std::string& application, Report& report) {
+    const bool hasFramework = std::any_of(model.services.begin(), model.services.end(), [](const Provider& service) {
+        return EqualText(service.progID, frameworkProgID);
+    });
+    FileCheck(application, hasFramework, report).Check();
 }
 
 } // namespace corvane::check

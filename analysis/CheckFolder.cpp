@@ -206,7 +206,8 @@ void CheckFolder(Model& model, const std::string& application, bool plugins, Rep
     ProgIdCheck progIds(application, plugins, report);
     for (const auto* providers : {&model.services, &model.items, &model.pages, &model.preferencePages})
         for (const Provider& provider : *providers)
-            if (!IsFormAlone(provider, application))
+            // One that is meant as the framework's has a finding of its own.
+            if (!IsFormAlone(provider, application) && !IsMeantAsFramework(model, provider))
                 progIds.Check(provider);
 }
 

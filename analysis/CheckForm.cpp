@@ -337,6 +337,8 @@ private:
         if (format.need == Need::Optional)
             return;
         const Attribute* attribute = element.Find(format.name);
+        if (!attribute && IsMisspelt(element, format))
+            return; // which has a finding of its own
         if (format.need == Need::Required && !attribute) {
             const std::string value = ValueToAdd(element, format);
             Finding& finding = m_report.Add(Rule::MissingAttribute, m_file.At(element.At()),
@@ -347,11 +349,25 @@ private:
             if (!value.empty())
                 finding.edits = {AdditionEdit(m_file, element, format.name, value)};
         }
-        if (format.need == Need::Name && (!attribute || attribute->Value().empty()))
+        if (format.need != Need::Name || (attribute && !attribute->Value().empty()))
+            return;
+        if (format.name == "PageProgID")
+            m_report.Add(Rule::BadProgId, m_file.At(element.At(format.name)),
+                         NamedElement(element) + " has no PageProgID, so its object can't be made and its window " +
+                             "doesn't open (429)",
+                         "write PageProgID=\"Library.Class\", the class of the page");
+        else
             m_report.Add(Rule::MissingName, m_file.At(element.At(format.name)),
                          std::string(element.name) + " has no " + std::string(format.name) +
                              ", so nothing can refer to it",
                          "write " + std::string(format.name) + "=\"...\"");
+    }
+
+    static bool IsMisspelt(const Element& element, const AttributeFormat& format) {
+        const std::vector<std::string> names{std::string(format.name)};
+        return std::any_of(element.attributes.begin(), element.attributes.end(), [&](const Attribute& each) {
+            return each.Name() != format.name && MeantAttribute(names, element, each.Name());
+        });
     }
 
     static std::string NamedElement(const Element& element) {
@@ -430,15 +446,6 @@ void ReportViolations(const File& file, const Ref<IXmlDocument>& document, const
     }
 }
 
-void ReportInactive(const File& file, const Element& root, bool hasClass, Report& report) {
-    Finding& finding = report.Add(
-        Rule::InactiveFile, file.At(root.At()),
-        "the file has no " + std::string(hasClass ? "Active" : "ProgID") + ", so nothing in it takes effect",
-        hasClass ? "write Active=\"True\", or Active=\"False\" if that is meant" : "write ProgID=\"Library.Class\"");
-    if (hasClass)
-        finding.edits = {AdditionEdit(file, root, "Active", "True")};
-}
-
 } // namespace
 
 void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema,
@@ -472,8 +479,6 @@ void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache
     file.active = isTrue && progID;
     // The library reads no record of a file that takes no part.
     check.Check(element, ServiceFormat(), file.active);
-    if (!active || (isTrue && !progID))
-        ReportInactive(file, element, progID, report);
     if (schema && !document->Validate(schema).sReason.empty())
         ReportViolations(file, document, schema, check, report);
 }

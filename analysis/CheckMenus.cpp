@@ -54,7 +54,7 @@ private:
     void CheckPlacing(const Placing& placing) {
         const Entry& entry = *placing.entry;
         if (placing.reserved)
-            m_report.Add(Rule::ReservedName, entry.At("ActionItem"),
+            m_report.Add(entry.IsTitle() ? Rule::ReservedName : Rule::NameOfHost, entry.At("ActionItem"),
                          "the host has something named " + Quoted(entry.key) +
                              (entry.IsTitle() ? " itself, so the application doesn't start"
                                               : " itself, which this entry shows in place of the command"),
@@ -251,12 +251,17 @@ private:
         std::set<std::string> titleSet;
         for (const std::string& title : titles)
             titleSet.insert(FoldText(title));
-        for (const auto& file : m_model.files)
-            if (file->active)
-                for (const Element& element : std::span(file->root, 1 + file->root->below))
-                    if (std::string path = FoldText(element.Value("Path")); m_asked.insert(path).second)
-                        if (const auto nearest = titleSet.contains(path) ? std::nullopt : MeantPath(path))
-                            m_asked.insert(FoldText(*nearest));
+        for (const auto& file : m_model.files) {
+            if (!file->active)
+                continue;
+            for (const Element& element : std::span(file->root, 1 + file->root->below)) {
+                std::string path = FoldText(element.Value("Path"));
+                if (EqualText(element.Value("Type"), "ToolbarItem") || !m_asked.insert(path).second)
+                    continue; // the Path of a button is the name of a toolbar
+                if (const auto nearest = titleSet.contains(path) ? std::nullopt : MeantPath(path))
+                    m_asked.insert(FoldText(*nearest));
+            }
+        }
     }
 
     void ReportEmpty(const Bar& bar) {
@@ -267,6 +272,10 @@ private:
             notes.push_back(
                 {inactive->file->At(inactive->element->At("Path")), "an entry of a file that isn't active"});
             cure = "write Active=\"True\" in " + Quoted(inactive->file->name) + ", which has entries for it";
+        } else if (const Bar* toolbar = m_plan.FindBar(toolbarPrefix + bar.name)) {
+            const Entry& button = *toolbar->slots.front().entries.front();
+            notes.push_back({button.At("Path"), "a button with this Path, which is on a toolbar of that name"});
+            cure = "write Type=\"MenuItem\" for " + button.Named() + ", or remove the title";
         }
         m_report.Add(Rule::TitleWithoutEntries, title.At("ActionItem"),
                      "no entry has the Path " + Quoted(bar.name) + ", so " + title.Named() + " opens an empty menu",

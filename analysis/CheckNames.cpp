@@ -17,14 +17,70 @@ bool IsFramework(const Provider& service) {
     return EqualText(service.progID, frameworkProgID);
 }
 
+bool HasFramework(const Model& model) {
+    return std::any_of(model.services.begin(), model.services.end(), IsFramework);
+}
+
+// The command that the root object alone has.
+bool HasCommandOfFramework(const Element& root) {
+    const auto elements = std::span(&root, 1 + root.below);
+    return std::any_of(elements.begin(), elements.end(), [](const Element& element) {
+        return element.name == "ActionItem" && EqualText(element.Value("Action"), "ViewNavigation");
+    });
+}
+
+// What becomes of an application whose own file of the root object doesn't count.
+constexpr const char* withoutFramework =
+    ": the application doesn't start (5), or with the host's menus instead of these";
+
+// A file that says Active="False" is left alone.
+void CheckInactive(const Model& model, Report& report) {
+    for (const auto& file : model.files) {
+        if (!file->root || file->active || file->isCopy)
+            continue;
+        const Element& root = *file->root;
+        const bool hasClass = !root.Value("ProgID").empty();
+        const bool hasActive = root.Find("Active") != nullptr;
+        if (hasActive && (hasClass || !BooleanOf(root, "Active", true)))
+            continue;
+        const bool isFramework =
+            hasClass ? EqualText(root.Value("ProgID"), frameworkProgID) : HasCommandOfFramework(root);
+        const bool isMissed = isFramework && !HasFramework(model);
+        Finding& finding =
+            report.Add(isMissed ? Rule::FrameworkLeftOut : Rule::InactiveFile, file->At(root.At()),
+                       std::string(isMissed ? "the file of the root object" : "the file") + " has no " +
+                           (hasClass ? "Active" : "ProgID") +
+                           (isMissed ? ", so it doesn't count" + std::string(withoutFramework)
+                                     : ", so nothing in it takes effect"),
+                       !hasClass  ? "write ProgID=\"" + std::string(isMissed ? frameworkProgID : "Library.Class") + "\""
+                       : isMissed ? "write Active=\"True\""
+                                  : "write Active=\"True\", or Active=\"False\" if that is meant");
+        if (hasClass)
+            finding.edits = {AdditionEdit(*file, root, "Active", "True")};
+        else if (isMissed)
+            finding.edits = {SetEdit(*file, root, "ProgID", frameworkProgID)};
+    }
+}
+
 void CheckFramework(Model& model, const std::string& application, Report& report) {
+    for (const Provider& service : model.services)
+        if (IsMeantAsFramework(model, service))
+            report
+                .Add(Rule::FrameworkLeftOut, service.At("ProgID"),
+                     "the ProgID " + Quoted(service.progID) + " isn't that of the root object, which " +
+                         service.Named() + " seems to be" + withoutFramework,
+                     "write " + Quoted(frameworkProgID))
+                .edits = {ValueEdit(*service.file, *service.element->Find("ProgID"), frameworkProgID)};
     // Of several files of the root object the actions of the last are its own.
     Provider* framework = nullptr;
     for (Provider& service : model.services)
         if (IsFramework(service))
             framework = &service;
+    const auto& findings = report.Findings();
+    const bool isNamed = std::any_of(findings.begin(), findings.end(),
+                                     [](const Finding& finding) { return finding.rule == Rule::FrameworkLeftOut; });
     if (!framework) {
-        if (model.complete)
+        if (model.complete && !isNamed)
             report.Add(Rule::MissingFramework, {JoinPath(application, "Services"), {}},
                        "no active file has the ProgID \"Corvane.Framework\", so only a host that brings one can "
                        "start the application",
@@ -92,6 +148,8 @@ class ItemCheck {
 public:
     ItemCheck(Model& model, Report& report) : m_model(model), m_report(report) {
         for (Provider& item : model.items) {
+            if (item.name.empty()) // has a finding of its own
+                continue;
             m_items.emplace(item.name, &item);
             m_names.push_back(item.name);
         }
@@ -206,7 +264,16 @@ void CheckWindows(const Model& model, Report& report) {
 
 } // namespace
 
+bool IsMeantAsFramework(const Model& model, const Provider& service) {
+    if (service.kind != ProviderKind::Service || IsFramework(service))
+        return false;
+    const bool isOfLibrary = EqualText(std::string_view(service.progID).substr(0, service.progID.find('.')), "Corvane");
+    return isOfLibrary || Nearest(std::vector<std::string>{frameworkProgID}, service.progID) ||
+           (!HasFramework(model) && HasCommandOfFramework(*service.element));
+}
+
 void CheckNames(Model& model, const std::string& application, Report& report) {
+    CheckInactive(model, report);
     CheckFramework(model, application, report);
     CheckStartServices(model, report);
     CheckHelp(model, report);

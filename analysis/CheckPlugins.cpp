@@ -178,7 +178,42 @@ private:
             if (action && it->ParameterCount <= 1)
                 m_report.Last().edits = {
                     SetEdit(file, *action, "PassActionItemParam", arguments == 0 ? "True" : "False")};
+        } else if (arguments == 1 && it->Parameters.size() == 1 && !TakesAction(it->Parameters.front())) {
+            m_report.Add(Rule::WrongArguments, file.At(action->At("PassActionItemParam")),
+                         classInfo.progID + "." + std::string(it->Name) + " takes " + TypeText(it->Parameters.front()) +
+                             " and is given the ActionItem, so choosing the " + "command fails (13)",
+                         "let the procedure take a const Ref<ActionItem>&");
         }
+    }
+
+    // What a command hands over is its action.
+    [[nodiscard]] static bool TakesAction(const ValueInfo& parameter) {
+        return parameter.What == ValueType::Any ||
+               (parameter.What == ValueType::Reference &&
+                (parameter.Class.empty() || parameter.Class == "corvane::ActionItem" ||
+                 parameter.Class == "corvane::Object"));
+    }
+
+    static std::string TypeText(const ValueInfo& value) {
+        switch (value.What) {
+        case ValueType::Boolean:
+            return "a bool";
+        case ValueType::Int32:
+        case ValueType::Int64:
+        case ValueType::Enumeration:
+            return "a whole number";
+        case ValueType::Float32:
+        case ValueType::Float64:
+            return "a number";
+        case ValueType::Text:
+            return "a text";
+        case ValueType::Reference:
+            return "a " + std::string(value.Class);
+        case ValueType::Nothing:
+        case ValueType::Any:
+            break;
+        }
+        return "something else";
     }
 
     static std::string Arguments(std::size_t count) {

@@ -34,7 +34,8 @@ class ItemReach {
 public:
     ItemReach(Model& model, Report& report) : m_model(model), m_report(report) {
         for (Provider& item : model.items)
-            m_items.emplace(item.name, &item);
+            if (!item.name.empty())
+                m_items.emplace(item.name, &item);
     }
 
     void Check() {
@@ -109,7 +110,7 @@ private:
         for (const Provider& item : m_model.items)
             if (IsTab(item))
                 tabs.push_back(&item);
-        CheckOrders(tabs, "the tabs", m_report);
+        CheckOrders(tabs, m_report);
     }
 
     // Below a parent the kinds stand in the order in which they are read.
@@ -139,19 +140,20 @@ public:
         return order && !order->IsBad() ? static_cast<double>(ToSingle(Variant(order->Value()))) : 0;
     }
 
-    // Of pages of one window, or of tabs.
-    static void CheckOrders(const std::vector<const Provider*>& providers, const std::string& what, Report& report) {
-        const bool isToldOfNone = std::none_of(providers.begin(), providers.end(), [](const Provider* provider) {
-            return provider->element->Find("PositionOrder") != nullptr;
-        });
-        if (providers.size() < 2)
-            return;
-        if (isToldOfNone) {
-            const Provider& second = *providers[1];
-            report.Add(Rule::NoOrder, second.file->At(second.element->At()),
-                       what + " have no PositionOrder, so they are in the order in which the files are read",
-                       "write PositionOrder=\"10\", \"20\" and so on",
-                       {{providers[0]->file->At(providers[0]->element->At()), "the first of them"}});
+    // Of pages of one window, or of tabs. Those of one file without any order are in the order in which they are
+    // written.
+    static void CheckOrders(const std::vector<const Provider*>& providers, Report& report) {
+        if (std::none_of(providers.begin(), providers.end(), [](const Provider* provider) {
+                return provider->element->Find("PositionOrder") != nullptr;
+            })) {
+            const auto second = std::find_if(providers.begin(), providers.end(), [&](const Provider* provider) {
+                return provider->file != providers.front()->file;
+            });
+            if (second != providers.end())
+                report.Add(Rule::NoOrder, (*second)->file->At((*second)->element->At()),
+                           "the tabs have no PositionOrder, so they are in the order in which the files are read",
+                           "write PositionOrder=\"10\", \"20\" and so on",
+                           {{providers[0]->file->At(providers[0]->element->At()), "the first of them"}});
             return;
         }
         for (std::size_t i = 1; i < providers.size(); ++i)
@@ -183,8 +185,7 @@ void CheckWindow(const Window& window, Report& report) {
             "the window " + Quoted(window.name) + " has no Page, so it " +
                 (isWizard ? "opens as a wizard without a step" : "opens empty"),
             "add <Page PageProgID=\"Library.Class\" Caption=\"...\" IsOptional=\"False\" IsResizable=\"True\"/>");
-    ItemReach::CheckOrders({window.pages.begin(), window.pages.end()}, "the pages of the window " + Quoted(window.name),
-                           report);
+    ItemReach::CheckOrders({window.pages.begin(), window.pages.end()}, report);
 }
 
 // The first window that may be hidden by another one.

@@ -12,6 +12,7 @@ namespace corvane::check {
 namespace {
 
 constexpr std::string_view toolbarBand = "Toolbars.";
+constexpr std::string_view usualToolbar = "Standard"; // where no other name is needed
 constexpr std::string_view ellipsis = "\u2026";
 
 std::string_view WithoutBlanksAround(std::string_view text) {
@@ -254,11 +255,15 @@ private:
                         for (const Entry* each : slot.entries.All())
                             if (const Attribute* path = each->element->Find("Path"))
                                 edits.push_back(ValueEdit(*each->provider->file, *path, meant));
+                    const bool isClear = bar->slots.size() < other->slots.size() || EqualText(meant, usualToolbar);
+                    if (!isClear)
+                        edits.clear();
                     m_report
                         .Add(Rule::SimilarName, entry.At("Path"),
                              "there are two toolbars, " + Quoted(entry.path) + " and " + Quoted(meant) +
                                  "; one of both names seems to be a slip",
-                             "write " + Quoted(meant),
+                             isClear ? "write " + Quoted(meant)
+                                     : "write one name for both, " + Quoted(entry.path) + " or " + Quoted(meant),
                              {{other->slots.front().entries.front()->At("Path"), "the other one"}})
                         .edits = std::move(edits);
                     break;
@@ -271,8 +276,11 @@ private:
             return false;
         const std::size_t count = bar.slots.size();
         const std::size_t otherCount = other.slots.size();
-        if (count > otherCount || (count == otherCount && bar.slots.front().entries.front()->number <
-                                                              other.slots.front().entries.front()->number))
+        const auto IsUsual = [](const Bar& each) {
+            return EqualText(std::string_view(each.name).substr(toolbarBand.size()), usualToolbar);
+        };
+        const bool isFirst = bar.slots.front().entries.front()->number < other.slots.front().entries.front()->number;
+        if (count > otherCount || (count == otherCount && (IsUsual(bar) || (isFirst && !IsUsual(other)))))
             return false;
         return AreAlike(std::string_view(bar.name).substr(toolbarBand.size()),
                         std::string_view(other.name).substr(toolbarBand.size()));

@@ -11,6 +11,9 @@ namespace corvane::check {
 
 inline constexpr const char* frameworkProgID = "Corvane.Framework";
 
+// Whether the service's file is meant to be that of the root object and has another ProgID by mistake.
+[[nodiscard]] bool IsMeantAsFramework(const Model& model, const Provider& service);
+
 // Services, explorer items and windows, and how they refer to one another.
 void CheckNames(Model& model, const std::string& application, Report& report);
 // What becomes of the entries of menus, toolbars and context menus.
@@ -24,7 +27,7 @@ void CheckTexts(Model& model, const MenuPlan& plan, Report& report);
 // Names that meet by accident.
 void CheckCollisions(Model& model, const MenuPlan& plan, Report& report);
 // Files that nothing reads, or whose names differ in case alone.
-void CheckFiles(const std::string& application, Report& report);
+void CheckFiles(const Model& model, const std::string& application, Report& report);
 // Shortcuts and mnemonics.
 void CheckKeys(Model& model, const MenuPlan& plan, Report& report);
 // Pictures, and whether the plug-ins are there.

@@ -5,10 +5,37 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
+#include <elf.h>
+#include <optional>
 
 namespace corvane::check {
 
 namespace {
+
+template <class Header>
+std::optional<Header> HeaderAt(std::string_view bytes, std::size_t offset) {
+    Header header;
+    if (offset > bytes.size() || bytes.size() - offset < sizeof header)
+        return std::nullopt;
+    std::memcpy(&header, bytes.data() + offset, sizeof header);
+    return header;
+}
+
+// The constants of a shared library: what the code itself uses, without the names of symbols and of debug information.
+std::vector<std::string_view> ConstantsOf(std::string_view bytes) {
+    std::vector<std::string_view> constants;
+    const auto file = HeaderAt<Elf64_Ehdr>(bytes, 0);
+    if (!file || !bytes.starts_with(ELFMAG) || file->e_ident[EI_CLASS] != ELFCLASS64)
+        return {bytes}; // whatever it is
+    for (std::size_t i = 0; i < file->e_shnum; ++i) {
+        const auto section = HeaderAt<Elf64_Shdr>(bytes, file->e_shoff + i * sizeof(Elf64_Shdr));
+        if (section && section->sh_type == SHT_PROGBITS && (section->sh_flags & SHF_ALLOC) != 0 &&
+            (section->sh_flags & SHF_EXECINSTR) == 0 && section->sh_offset <= bytes.size())
+            constants.push_back(bytes.substr(section->sh_offset, section->sh_size));
+    }
+    return constants;
+}
 
 bool MayBeOfName(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '.' || c == '_';
@@ -40,14 +67,14 @@ bool Code::Holds(const Library& library, std::string_view text) {
 
 std::set<std::string> Code::Names(const Library& library) {
     std::set<std::string> names;
-    const std::string_view bytes = library.bytes;
-    for (std::size_t begin = 0; begin < bytes.size();) {
-        const std::size_t end = std::min(bytes.find('\0', begin), bytes.size());
-        const std::string_view text = bytes.substr(begin, end - begin);
-        if (text.size() >= 3 && text.size() <= 100 && std::all_of(text.begin(), text.end(), MayBeOfName))
-            names.emplace(text);
-        begin = end + 1;
-    }
+    for (const std::string_view bytes : ConstantsOf(library.bytes))
+        for (std::size_t begin = 0; begin < bytes.size();) {
+            const std::size_t end = std::min(bytes.find('\0', begin), bytes.size());
+            const std::string_view text = bytes.substr(begin, end - begin);
+            if (text.size() >= 3 && text.size() <= 100 && std::all_of(text.begin(), text.end(), MayBeOfName))
+                names.emplace(text);
+            begin = end + 1;
+        }
     return names;
 }
 

@@ -1,6 +1,7 @@
 #include "analysis/Fix.h"
 
 #include "adapters/common/Paths.h"
+#include "analysis/Arrange.h"
 #include "corvane/base/Failure.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <sstream>
 
 namespace corvane::check {
 
@@ -50,6 +52,8 @@ public:
 private:
     // All at once where that is better, else one after the other. Whether anything has changed.
     bool Round() {
+        if (ArrangeMenus())
+            return true;
         std::vector<std::vector<Edit>> cures;
         for (const Finding& finding : m_findings)
             if (!finding.edits.empty())
@@ -64,6 +68,60 @@ private:
         return std::any_of(cures.begin(), cures.end(), [&](const auto& edits) { return Try(edits); });
     }
 
+    // Entries that vanish, share a place or come before others by accident get the order that the numbers of their
+    // menus ask for, all at once.
+    bool ArrangeMenus() {
+        const std::string outline = MeantOutlineOf(MenusToArrange());
+        if (outline.empty())
+            return false;
+        try {
+            Options options = m_options;
+            std::map<std::string, std::string> before;
+            for (const FixedFile& file : Arrange(m_options, outline, {})) {
+                before.emplace(file.path, file.before);
+                options.buffers[file.path] = file.after;
+            }
+            if (before.empty() || !Take(std::move(options)))
+                return false;
+            m_before.merge(before);
+            return true;
+        } catch (const Failure&) {
+            return false; // the numbers of other menus are in the way: one after the other, then
+        }
+    }
+
+    // By their headings.
+    [[nodiscard]] std::set<std::string> MenusToArrange() const {
+        std::set<std::string> menus;
+        std::vector<OutlineLine> lines;
+        for (const Finding& finding : m_findings) {
+            if (finding.rule != Rule::VanishingEntry && finding.rule != Rule::SharedPosition &&
+                finding.rule != Rule::SubmenuOrder)
+                continue;
+            if (lines.empty())
+                lines = OutlineLines(m_options);
+            for (const OutlineLine& line : lines)
+                if (line.IsAt(finding.place))
+                    menus.insert(line.heading);
+        }
+        return menus;
+    }
+
+    [[nodiscard]] std::string MeantOutlineOf(const std::set<std::string>& menus) const {
+        std::string outline;
+        if (menus.empty())
+            return outline;
+        std::istringstream stream(MeantOutline(m_options));
+        bool isWanted = false;
+        for (std::string line; std::getline(stream, line);) {
+            if (!line.starts_with(' '))
+                isWanted = menus.contains(line);
+            if (isWanted)
+                outline += line + "\n";
+        }
+        return outline;
+    }
+
     bool Try(const std::vector<Edit>& edits) {
         Options options = m_options;
         std::map<std::string, std::vector<Edit>> byFile;
@@ -75,6 +133,11 @@ private:
                 return false;
             options.buffers[path] = Edited(*text, ofFile);
         }
+        return Take(std::move(options));
+    }
+
+    // When there is less to find with these texts.
+    bool Take(Options options) {
         std::vector<Finding> findings = Check(options);
         if (WeightOf(findings) >= WeightOf(m_findings))
             return false;
@@ -242,6 +305,16 @@ void WriteFixed(const FixedFile& file) {
     for (int number = 2; fs::exists(backup); ++number)
         backup = file.path + ".bak" + std::to_string(number);
     WriteWhole(backup, file.before);
+    try {
+        ReplaceFile(file);
+    } catch (...) {
+        std::error_code error;
+        fs::remove(backup, error);
+        throw;
+    }
+}
+
+void ReplaceFile(const FixedFile& file) {
     const std::string whole = file.path + ".new";
     std::error_code error;
     try {
@@ -250,7 +323,6 @@ void WriteFixed(const FixedFile& file) {
         fs::rename(whole, file.path);
     } catch (...) {
         fs::remove(whole, error);
-        fs::remove(backup, error);
         Fail(FailureNumber::FileAccess, "The file \"" + file.path + "\" can't be written");
     }
 }

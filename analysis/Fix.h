@@ -28,6 +28,8 @@ struct Fixes {
 // The file as it was, beside itself with the ending ".bak" (or ".bak2" and so on where there is one), and then the new
 // text in its place. Fails with 75 when it can't be written; the file is as it was then.
 void WriteFixed(const FixedFile& file);
+// The new text alone, in one step. Fails with 75, as above.
+void ReplaceFile(const FixedFile& file);
 // Fails with 75.
 void WriteWhole(const std::string& path, const std::string& text);
 

@@ -181,6 +181,8 @@ private:
         std::vector<Edit> edits;
         if (nearest)
             edits = {ValueEdit(*provider.file, name, *nearest)};
+        if (nearest)
+            NameNearest(provider, name, *nearest, cure, notes, edits);
         for (const Action& action : provider.actions) {
             const Attribute* itsName = action.element->Find("Name");
             if (EqualText(Trimmed(action.name), Trimmed(written)) && Trimmed(action.name) != action.name && itsName) {
@@ -206,6 +208,32 @@ private:
                                             std::string(element.name) + ", so the whole file is left out (5)",
                                         cure, std::move(notes));
         finding.edits = std::move(edits);
+    }
+
+    // How often the element's entries, and their paths, say the name.
+    static std::size_t UsesOf(const Element& element, std::string_view name) {
+        std::size_t uses = EqualText(element.Value("DefaultAction"), name) ? 1 : 0;
+        ForEach(element, "Menus", "MenuItem", [&](const Element& entry) {
+            uses += EqualText(entry.Value("ActionItem"), name) ? 1 : 0;
+            uses += EqualText(entry.Value("Path"), name) ? 1 : 0;
+        });
+        return uses;
+    }
+
+    // The action that is meant. Where several places agree and nothing calls the action by its Name, that is the slip.
+    static void NameNearest(const Provider& provider, const Attribute& written, const std::string& nearest,
+                            std::string& cure, std::vector<Note>& notes, std::vector<Edit>& edits) {
+        for (const Action& action : provider.actions) {
+            const Attribute* name = action.element->Find("Name");
+            if (action.name != nearest || !name)
+                continue;
+            notes = {{provider.file->At(name->AtValue()), "the nearest ActionItem"}};
+            if (UsesOf(*provider.element, nearest) > 0 || UsesOf(*provider.element, written.Value()) < 2)
+                return;
+            cure = "write Name=" + Quoted(written.Value()) + " at the ActionItem " + Quoted(nearest);
+            edits = {ValueEdit(*provider.file, *name, written.Value())};
+            return;
+        }
     }
 
     // False for a name that is there already. The name stays as long as the model does.

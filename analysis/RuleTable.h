@@ -142,16 +142,24 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
 <ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
 <Menus><MenuItem Type="ContextMenuItem" ActionItem="Open" PositionOrder="10" Caption="Open"/></Menus></ExplorerItem></ExplorerItems>)"},
     {Rule::ReservedName, "reserved-name", Severity::Error,
-     "An entry has the key of something that the host has already.",
-     "The host's bars have the names Main, StatusBar and Explorer, its tools Separator and WindowList. A title of such "
-     "a "
-     "key fails at the start, an entry takes the host's tool.",
+     "A title or a tab has the name of something that the host has.",
+     "The host's bars have the names Main, StatusBar and Explorer, and its explorer has the controls tabExplorer and "
+     "ExplorerImageList. A title or tab of such a name fails at the start.",
      R"(<ActionItems><ActionItem Name="Explorer"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuTitle" ActionItem="Explorer" PositionOrder="60" Caption="Explorer"/>
 <MenuItem Type="MenuItem" ActionItem="Greet" Path="Explorer" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Explorers"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuTitle" ActionItem="Explorers" PositionOrder="60" Caption="Explorers"/>
 <MenuItem Type="MenuItem" ActionItem="Greet" Path="Explorers" PositionOrder="10" Caption="Greet"/></Menus>)"},
+    {Rule::NameOfHost, "name-of-host", Severity::Warning,
+     "An entry or window has the name of something that the host has.",
+     "An entry takes the tool of the host in place of its command, or is on a bar that isn't a menu: the host's tools "
+     "are "
+     "Separator and WindowList, its bars StatusBar and Explorer. The list of toolbars is View.Toolbars.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="StatusBar" PositionOrder="10" Caption="Greet"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="View" PositionOrder="20" Caption="Greet"/></Menus>)"},
     {Rule::NameCollision, "name-collision", Severity::Warning,
      "An entry of a context menu has the name of a menu or command that has nothing to do with it.",
      "The entry looks for a tool by its key before it makes one. When a title of the menu bar has that key, it opens "
@@ -234,14 +242,17 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet"/>
 <MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="20" Caption="Leave"/></Menus>)"},
-    {Rule::NoOrder, "no-order", Severity::Note, "The order of pages or tabs isn't given.",
-     "Without PositionOrder they are in the order in which the files are read.",
-     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False">
-<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/>
-<Page PageProgID="ExampleSvc.AxesPage" Caption="Axes" IsOptional="False" IsResizable="True"/></Window></Windows>)",
-     R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False">
-<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True" PositionOrder="10"/>
-<Page PageProgID="ExampleSvc.AxesPage" Caption="Axes" IsOptional="False" IsResizable="True" PositionOrder="20"/></Window></Windows>)"},
+    {Rule::NoOrder, "no-order", Severity::Note, "The order of the explorer's tabs isn't given.",
+     "Without PositionOrder the tabs of several files are in the order in which the files are read. Those of one file, "
+     "and the pages of a window, are in the order in which they are written.",
+     R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"><ExplorerItems>
+<ExplorerItem Name="Plots" Type="Folder" Image="folder.svg"/></ExplorerItems></Service>
+<Service Name="Other" ProgID="ExampleSvc.OtherService" Active="True"><ExplorerItems>
+<ExplorerItem Name="Tables" Type="Folder" Image="folder.svg"/></ExplorerItems></Service>)",
+     R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"><ExplorerItems>
+<ExplorerItem Name="Plots" Type="Folder" Image="folder.svg"/>
+<ExplorerItem Name="Tables" Type="Folder" Image="folder.svg"/></ExplorerItems></Service>
+<Service Name="Other" ProgID="ExampleSvc.OtherService" Active="True"/>)"},
     {Rule::DuplicateEntry, "duplicate-entry", Severity::Warning, "One command is in one menu or toolbar twice.",
      "Give all that are to share one entry the same path, action name and order.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
@@ -384,6 +395,13 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "The Qt host then provides one. Without such a host, as in tests and in corvane "
      "inspect, "
      "the explorer finds no action \"Navigation\", and the application doesn't start.",
+     "", ""},
+    {Rule::FrameworkLeftOut, "framework-left-out", Severity::Error,
+     "The application's file of the root object doesn't count.",
+     "It has no Active, or its ProgID isn't Corvane.Framework. Without a host that brings one, as in tests and in "
+     "corvane "
+     "inspect, the application doesn't start; the Qt host starts it with its own menus, and those of the file are "
+     "missing. A file that says Active=\"False\" is left alone.",
      "", ""},
     {Rule::MissingNavigation, "missing-navigation", Severity::Error, "The root object has no action \"Navigation\".",
      "The file of Corvane.Framework has to define it, with the procedure ViewNavigation; of several such files the "
@@ -552,6 +570,12 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "Found with --plugins. In a page of the preferences without a class, nothing makes the widget.", "", ""},
     {Rule::FormText, "form-text", Severity::Note, "A text of a form isn't translated.",
      "Found for the catalogues that are there. corvane translate takes the texts into them.", "", ""},
+    {Rule::ProgressWithoutExplorer, "progress-without-explorer", Severity::Error,
+     "A plug-in shows the progress bar in an application without an explorer tab.",
+     "Found with --plugins. While the bar is shown the explorer's tree is disabled. Without a tree the call fails, "
+     "after "
+     "it has disabled all commands. An ExplorerItem of Type Folder without a Parent is a tab.",
+     "", ""},
 });
 
 } // namespace corvane::check

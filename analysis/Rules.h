@@ -30,6 +30,7 @@ enum class Rule {
     TwoChildKinds,
     NoObject,
     ReservedName,
+    NameOfHost,
     NameCollision,
     SimilarName,
     SharedClass,
@@ -60,6 +61,7 @@ enum class Rule {
     UnreadableFile,
     SameFileName,
     MissingFramework,
+    FrameworkLeftOut,
     MissingNavigation,
     StartServiceFramework,
     SeveralStartServices,
@@ -96,6 +98,7 @@ enum class Rule {
     FormType,
     FormPlace,
     FormText,
+    ProgressWithoutExplorer,
 };
 
 enum class Severity {
@@ -117,6 +120,10 @@ struct RuleText {
 };
 
 [[nodiscard]] const RuleText& TextOf(Rule rule);
+// Whether a host that brings a file of the root object can't start an application with such an error either.
+[[nodiscard]] bool StopsTheStart(Rule rule);
+// Whether the library leaves out the whole file, with a message, and goes on with the others.
+[[nodiscard]] bool LeavesOutTheFile(Rule rule);
 // In order of the enumeration.
 [[nodiscard]] std::span<const RuleText> AllRules();
 [[nodiscard]] std::optional<Rule> RuleNamed(std::string_view name);

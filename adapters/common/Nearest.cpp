@@ -31,20 +31,94 @@ std::size_t EditDistance(std::string_view left, std::string_view right) {
     return last.back();
 }
 
+namespace {
+
+// Two names without the whole words that both begin or end with: what is left tells whether one is a slip of the other.
+// "Start" and "First" of "StartService" and "FirstService" have nothing to do with each other.
+struct Cores {
+    std::string_view name;
+    std::string_view written;
+};
+
+bool IsCapital(char c) {
+    return c >= 'A' && c <= 'Z';
+}
+
+bool IsPartOfWord(char c) {
+    return IsCapital(c) || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Whether a word ends before that place: behind what separates words, and before a capital that follows a small letter.
+bool IsBetweenWords(std::string_view text, std::size_t i) {
+    return i == 0 || i == text.size() || !IsPartOfWord(text[i - 1]) || !IsPartOfWord(text[i]) ||
+           (IsCapital(text[i]) && !IsCapital(text[i - 1]));
+}
+
+char Small(char c) {
+    return IsCapital(c) ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+Cores CoresOf(std::string_view name, std::string_view written) {
+    const std::size_t shorter = std::min(name.size(), written.size());
+    std::size_t begin = 0;
+    while (begin < shorter && Small(name[begin]) == Small(written[begin]))
+        ++begin;
+    while (begin > 0 && !(IsBetweenWords(name, begin) && IsBetweenWords(written, begin)))
+        --begin;
+    name.remove_prefix(begin);
+    written.remove_prefix(begin);
+    std::size_t end = 0; // how many letters of the end
+    while (end < shorter - begin && Small(name[name.size() - 1 - end]) == Small(written[written.size() - 1 - end]))
+        ++end;
+    while (end > 0 && !(IsBetweenWords(name, name.size() - end) && IsBetweenWords(written, written.size() - end)))
+        --end;
+    name.remove_suffix(end);
+    written.remove_suffix(end);
+    return {name, written};
+}
+
+// How many letters may be wrong; of very short words none, as every other one would be near.
+std::size_t AllowedIn(const Cores& cores) {
+    constexpr std::array<std::size_t, 3> from{3, 6, 10}; // letters, for one, two and three
+    const std::size_t length = std::max(cores.name.size(), cores.written.size());
+    return static_cast<std::size_t>(
+        std::count_if(from.begin(), from.end(), [&](std::size_t n) { return length >= n; }));
+}
+
+// Of two names that differ in digits alone, at the same places, neither is meant by the other.
+bool DifferInNumbersAlone(std::string_view name, std::string_view written) {
+    const auto IsDigit = [](char c) { return c >= '0' && c <= '9'; };
+    return !EqualText(name, written) &&
+           std::equal(name.begin(), name.end(), written.begin(), written.end(), [&](char one, char other) {
+               return Small(one) == Small(other) || (IsDigit(one) && IsDigit(other));
+           });
+}
+
+// The edits that make one of the other; nothing when they are too many for a slip.
+std::optional<std::size_t> SlipBetween(std::string_view name, std::string_view written) {
+    const Cores cores = CoresOf(name, written);
+    const std::size_t allowed = AllowedIn(cores);
+    const std::size_t lengths =
+        std::max(cores.name.size(), cores.written.size()) - std::min(cores.name.size(), cores.written.size());
+    if (lengths > allowed || DifferInNumbersAlone(name, written))
+        return std::nullopt;
+    const std::size_t distance = EditDistance(cores.name, cores.written);
+    // Who mistypes several letters has the first one right.
+    const bool beginsAlike = distance < 2 || (!cores.name.empty() && !cores.written.empty() &&
+                                              EqualText(cores.name.substr(0, 1), cores.written.substr(0, 1)));
+    return distance <= allowed && beginsAlike ? std::optional(distance) : std::nullopt;
+}
+
+} // namespace
+
 std::optional<std::string> Nearest(std::span<const std::string> names, std::string_view written) {
     const std::string* nearest = nullptr;
     std::size_t nearestDistance = 0;
     for (const std::string& name : names) {
-        // A third of the letters may be wrong, one in any case.
-        const std::size_t allowed = std::max<std::size_t>(1, std::max(name.size(), written.size()) / 3);
-        const std::size_t lengths =
-            name.size() > written.size() ? name.size() - written.size() : written.size() - name.size();
-        if (lengths > allowed)
-            continue;
-        const std::size_t distance = EditDistance(name, written);
-        if (distance <= allowed && (!nearest || distance < nearestDistance)) {
+        const auto distance = SlipBetween(name, written);
+        if (distance && (!nearest || *distance < nearestDistance)) {
             nearest = &name;
-            nearestDistance = distance;
+            nearestDistance = *distance;
         }
     }
     return nearest ? std::optional(*nearest) : std::nullopt;

@@ -167,6 +167,20 @@ private:
     std::set<std::string> m_titles;
 };
 
+// What the one service that starts the application has, and no other: its Start would never be called.
+void AddStart(Tokens& tokens, bool isStartService) {
+    const std::string service = tokens["Name"] + "Service";
+    tokens["start"] = isStartService ? " IsStartService=\"True\"" : "";
+    tokens["startDeclaration"] = isStartService ? "    // Called once, after all services are initialized, as the "
+                                                  "definition says IsStartService.\n    void Start();\n"
+                                                : "";
+    tokens["startMember"] = isStartService ? "&" + service + "::Start, " : "";
+    tokens["startDefinition"] =
+        isStartService
+            ? "void " + service + "::Start() {\n    Explorer()->Populate();\n    SetStatus(\"Ready\");\n}\n\n"
+            : "";
+}
+
 // The name of the application of a project, as its build names it.
 std::string ApplicationOf(const fs::path& folder) {
     std::stringstream text;
@@ -272,7 +286,7 @@ std::vector<std::string> NewApplication(const std::string& folderPath, std::vect
     for (const std::string& service : services) {
         Tokens tokens = menuBar.Take(ClassName(service, "service"));
         tokens.insert(application.begin(), application.end());
-        tokens["start"] = first ? " IsStartService=\"True\"" : "";
+        AddStart(tokens, first);
         writer.Add("service/", tokens);
         first = false;
     }
@@ -283,7 +297,7 @@ std::vector<std::string> NewService(const std::string& folder, const std::string
     const std::string application = ApplicationOf(folder);
     Tokens tokens = MenuBar((fs::path(folder) / "app").string()).Take(ClassName(name, "service"));
     tokens["app"] = application;
-    tokens["start"] = "";
+    AddStart(tokens, false);
     Writer writer(folder);
     writer.Add("service/", tokens);
     return writer.Write();

@@ -1,5 +1,7 @@
 #include "analysis/Fix.h"
 
+#include "analysis/Arrange.h"
+#include "analysis/Print.h"
 #include "tests/analysis/CheckedFolder.h"
 
 #include <filesystem>
@@ -43,7 +45,7 @@ TEST(Fix, WritesTheCuresThatAreCertain) {
              {With("PositionOrder", "ShortCutKey=\"Strg+Entf\" PositionOrder"),
               With("PositionOrder", "ShortCutKey=\"Control+Delete\" PositionOrder")},
              {With("#Greet", "Gr\xC3\xBC\xC3\x9F"), With("#Greet", "Gr&#xFC;&#xDF;")},
-             {With("\"10\"", "\"900\""), With("\"10\"", "\"905\"")},
+             {With("\"10\"", "\"900\""), With("\"10\"", "\"910\"")},
          }) {
         CheckedFolder folder;
         folder.WriteExample(spoilt);
@@ -52,6 +54,28 @@ TEST(Fix, WritesTheCuresThatAreCertain) {
         EXPECT_EQ(fixes.files[0].after, sound + cured + "</Service>");
         EXPECT_TRUE(fixes.left.empty()) << folder.Text();
     }
+}
+
+// Menus that were numbered each by itself: their submenus come before what they were to follow, and entries vanish.
+TEST(Fix, ArrangesMenusAsTheirNumbersMean) {
+    CheckedFolder folder;
+    folder.WriteExample(
+        R"(<ActionItems><ActionItem Name="Plot"/><ActionItem Name="More"/><ActionItem Name="One" Action="On1"/>
+<ActionItem Name="Two" Action="On2"/><ActionItem Name="Three" Action="On3"/></ActionItems><Menus>
+<MenuItem Type="MenuTitle" ActionItem="Plot" PositionOrder="300" Caption="Plot"/>
+<MenuItem Type="MenuItem" ActionItem="One" Path="Plot" PositionOrder="10" Caption="One"/>
+<MenuItem Type="MenuTitle" ActionItem="More" Path="Plot" PositionOrder="20" Caption="More"/>
+<MenuItem Type="MenuItem" ActionItem="Two" Path="Plot" PositionOrder="10" Caption="Two"/>
+<MenuItem Type="MenuItem" ActionItem="Three" Path="Plot.More" PositionOrder="10" Caption="Three"/></Menus>)");
+    ASSERT_EQ(folder.Check().size(), 2U) << folder.Text();
+    const check::Fixes fixes = check::Fix({folder.Path(), false, {}});
+    EXPECT_EQ(check::AsText(fixes.left, false), "");
+    ASSERT_EQ(fixes.files.size(), 1U);
+    const check::Options fixed{folder.Path(), false, {{fixes.files[0].path, fixes.files[0].after}}};
+    std::string keys;
+    for (const check::OutlineLine& line : check::OutlineLines(fixed))
+        keys += line.heading == "menu Plot" ? line.key + " " : "";
+    EXPECT_EQ(keys, "Plot.One Plot.Two Plot.More ");
 }
 
 TEST(Fix, LeavesWhatAnAuthorHasToDecideAndWhatIsSound) {

@@ -1,6 +1,8 @@
 #include "analysis/Print.h"
 #include "tests/analysis/CheckedFolder.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -113,6 +115,96 @@ TEST(Rules, OfTheFolder) {
     EXPECT_NE(noClass.Text().find("Services/None.xml:1:30: error: Active \"maybe\" is neither true nor false"),
               std::string::npos)
         << noClass.Text();
+}
+
+// The application's own file of the root object, by which it starts or doesn't.
+TEST(Rules, OfTheFileOfTheRootObject) {
+    std::stringstream text;
+    text << std::ifstream(CheckedFolder().Path() + "/Services/Base.xml").rdbuf();
+    const auto With = [&](const std::string& what, const std::string& by) {
+        std::string changed = text.str();
+        return changed.replace(changed.find(what), what.size(), by);
+    };
+    struct Row {
+        const char* path;
+        std::string bytes;
+        const char* found; // the place, or nothing
+    };
+    for (const Row& row :
+         {Row{"Services/Base.xml", With(" Active=\"True\"", ""), "Services/Base.xml:2:1: error"},
+          Row{"Services/Base.xml", With("\"Corvane.Framework\"", "\"\""), "Services/Base.xml:2:1: error"},
+          Row{"Services/Base.xml", With("Corvane.Framework", "Corvane.Framwork"), "Services/Base.xml:2:30: error"},
+          Row{"Services/Base.xml", With("Corvane.Framework", "BaseSvc.Base"), "Services/Base.xml:2:30: error"},
+          Row{"Services/Base.xml.txt", text.str(), "Services/Base.xml.txt: error"},
+          Row{"Services/more/Base.xml", text.str(), "Services/more/Base.xml: error"},
+          Row{"Images/Base.xml", text.str(), "Images/Base.xml: error"}}) {
+        CheckedFolder folder;
+        folder.Remove("Services/Base.xml").Write(row.path, row.bytes);
+        const std::string found = folder.Text();
+        EXPECT_TRUE(found.starts_with(row.found)) << row.path << "\n" << found;
+        EXPECT_NE(found.find("[framework-left-out]"), std::string::npos) << found;
+        EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), 1) << found;
+    }
+    // One that is switched off is its author's affair.
+    CheckedFolder off;
+    off.Write("Services/Base.xml", With("\"True\"", "\"False\""));
+    EXPECT_EQ(off.Check().at(0).rule, Rule::MissingFramework);
+}
+
+// Neighbours of the examples: what is found, by the rule at the end, and what a sound application may do.
+TEST(Rules, FindTheNeighboursOfTheirExamplesToo) {
+    const std::string greet = R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems><Menus>)";
+    const std::string page = R"(<Windows><Window Name="W" Type="Window" State="Normal"><Page )";
+    struct Row {
+        std::string content;
+        const char* found; // what is in the text, which is all; "" where nothing is found
+    };
+    for (
+        const Row& row : std::vector<Row>{
+            // Two entries agree on another name than their action has.
+            {R"(<ActionItems><ActionItem Name="Gret" Action="OnGreet"/></ActionItems><Menus>
+<MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Greet"/>
+<MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Bar" PositionOrder="10" Caption="Greet"/></Menus>)",
+             "write Name=\"Greet\" at the ActionItem \"Gret\""},
+            // A button makes no menu.
+            {R"(<ActionItems><ActionItem Name="Plot"/><ActionItem Name="Greet" Action="OnGreet"/></ActionItems><Menus>
+<MenuItem Type="MenuTitle" ActionItem="Plot" PositionOrder="300" Caption="#Plot"/>
+<MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Plot" PositionOrder="10" Caption="Greet"/></Menus>)",
+             "write Type=\"MenuItem\" for the button"},
+            // Neither of two toolbars is the likelier one, unless one is what nearly all have.
+            {greet +
+                 R"(<MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Charts" PositionOrder="10" Caption="G"/></Menus>
+<ExplorerItems><ExplorerItem Name="I" Type="Folder" ProgID="E.I" Image="folder.svg"><ActionItems><ActionItem Name="Go" Action="X"/>
+</ActionItems><Menus><MenuItem Type="ToolbarItem" ActionItem="Go" Path="Chrats" PositionOrder="10" Caption="Go"/></Menus>
+</ExplorerItem></ExplorerItems>)",
+             "write one name for both, \"Chrats\" or \"Charts\""},
+            {page + R"(Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)", "[bad-progid]"},
+            {page + R"(PageProgId="E.P" Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+             "write \"PageProgID\" [unknown-attribute]"},
+            // The order of what is in one file is that of the file.
+            {R"(<ExplorerItems><ExplorerItem Name="A" Type="Folder" Image="folder.svg"/>
+<ExplorerItem Name="B" Type="Folder" Image="folder.svg"/></ExplorerItems>)",
+             ""},
+            {R"(<ExplorerItems><ExplorerItem Type="Default" Parent="A" Image="folder.svg"/>
+<ExplorerItem Name="A" Type="Folder" Image="folder.svg"/></ExplorerItems>)",
+             "[missing-name]"},
+        }) {
+        CheckedFolder folder;
+        folder.WriteExample(row.content);
+        std::string text = folder.Text();
+        for (std::size_t i; (i = text.find("Services/Base.xml:")) != std::string::npos;)
+            text.erase(i, text.find('\n', i) - i + 1); // second places
+        const std::size_t notes = text.find(": note: no file has a menu");
+        if (notes != std::string::npos) { // about the window list, which no example has
+            const std::size_t begin = text.rfind('\n', notes) + 1;
+            text.erase(begin, text.find('\n', notes) - begin + 1);
+        }
+        EXPECT_NE(text.find(row.found), std::string::npos) << row.content << "\n" << text;
+        EXPECT_TRUE(*row.found || text.empty()) << text;
+    }
+    CheckedFolder lock;
+    std::filesystem::create_symlink("user@machine.123", lock.Path() + "/Services/.#Base.xml");
+    EXPECT_EQ(lock.Text(), "");
 }
 
 TEST(Rules, FindNothingInStudies) {

@@ -9,12 +9,7 @@ void @Name@Service::OnInitialize() {
     @Name@Folder::Names() = {"Item 1"};
 }
 
-void @Name@Service::Start() {
-    Explorer()->Populate();
-    SetStatus("Ready");
-}
-
-void @Name@Service::OnNew() {
+@startDefinition@void @Name@Service::OnNew() {
     auto& names = @Name@Folder::Names();
     names.push_back("Item " + std::to_string(names.size() + 1));
     Explorer()->AddToExplorer(New<@Name@Item>(names.back()), "@Name@Item");

@@ -5,11 +5,9 @@
 
 class @Name@Service final : public corvane::Service<@Name@Service> {
 public:
-    // Called once, after all services are initialized, if the definition says IsStartService.
-    void Start();
-    void OnNew();
+@startDeclaration@    void OnNew();
 
-    static constexpr auto Members = corvane::Methods<&@Name@Service::Start, &@Name@Service::OnNew>();
+    static constexpr auto Members = corvane::Methods<@startMember@&@Name@Service::OnNew>();
 
 private:
     void OnInitialize() override;
