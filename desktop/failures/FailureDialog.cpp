@@ -17,7 +17,6 @@
 #include <QStyle>
 #include <QUrl>
 #include <QVBoxLayout>
-#include <algorithm>
 
 namespace corvane::desktop {
 
@@ -99,13 +98,7 @@ void FailureDialog::AddFindings(QVBoxLayout& layout, const QString& servicesFold
     auto* list = new ProblemList;
     list->setFrameShape(QFrame::StyledPanel);
     list->Show(m_findings, servicesFolder);
-    // Warnings in front of it aren't why the file is left out.
-    const auto error = std::find_if(m_findings.begin(), m_findings.end(), [](const check::Finding& finding) {
-        return check::TextOf(finding.rule).severity == check::Severity::Error;
-    });
-    if (error != m_findings.end())
-        list->setCurrentItem(list->topLevelItem(static_cast<int>(error - m_findings.begin())), 0,
-                             QItemSelectionModel::NoUpdate); // chosen lines alone would be copied
+    list->MakeFirstErrorCurrent();
     auto* label = new QLabel(tr("All &problems in this file:"));
     label->setBuddy(list);
     layout.addWidget(label);

@@ -11,6 +11,7 @@
 #include "corvane/services/WindowDef.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/preview/CallList.h"
+#include "desktop/preview/MenuOutline.h"
 #include "desktop/problems/ProblemList.h"
 #include "desktop/style/QtText.h"
 
@@ -48,15 +49,23 @@ bool IsError(const check::Finding& finding) {
     return check::TextOf(finding.rule).severity == check::Severity::Error;
 }
 
+bool StopsTheStart(const check::Finding& finding) {
+    return check::StopsTheStart(finding.rule);
+}
+
+bool LeavesOutTheFile(const check::Finding& finding) {
+    return check::LeavesOutTheFile(finding.rule);
+}
+
 } // namespace
 
 PreviewWindow::PreviewWindow(PreviewOptions options)
     : m_options(std::move(options)), m_watch(Text(Absolute(m_options.folder))),
       m_place(this, Absolute(m_options.folder)), m_placeWidget(new QWidget), m_layout(new QVBoxLayout(m_placeWidget)),
-      m_nothing(new QLabel), m_problems(new ProblemList), m_calls(new CallList),
+      m_nothing(new QLabel), m_problems(new ProblemList), m_calls(new CallList), m_outline(new MenuOutline),
       m_problemsDock(new QDockWidget(tr("Problems"), this)), m_callsDock(new QDockWidget(tr("Calls"), this)),
-      m_icon(new QLabel), m_stateLabel(new QLabel), m_lastCall(new QLabel), m_anyway(new QToolButton),
-      m_restart(new QToolButton) {
+      m_outlineDock(new QDockWidget(tr("Menus"), this)), m_icon(new QLabel), m_stateLabel(new QLabel),
+      m_lastCall(new QLabel), m_anyway(new QToolButton), m_restart(new QToolButton) {
     m_options.folder = Absolute(m_options.folder);
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->addWidget(m_nothing);
@@ -89,8 +98,23 @@ void PreviewWindow::SetUpDocks() {
     m_callsDock->setObjectName("Calls");
     m_callsDock->setWidget(m_calls);
     addDockWidget(Qt::BottomDockWidgetArea, m_problemsDock);
+    m_outlineDock->setObjectName("Menus");
+    m_outlineDock->setWidget(m_outline);
     addDockWidget(Qt::BottomDockWidgetArea, m_callsDock);
+    addDockWidget(Qt::RightDockWidgetArea, m_outlineDock);
     tabifyDockWidget(m_problemsDock, m_callsDock);
+    m_outlineDock->hide();
+    connect(m_outlineDock, &QDockWidget::visibilityChanged, this, [this](bool isVisible) {
+        if (isVisible)
+            ShowOutline();
+    });
+    connect(m_problems, &QTreeWidget::currentItemChanged, this, &PreviewWindow::Problems_Current);
+    connect(m_outline, &MenuOutline::Written, this, [this] { m_refused.clear(); }); // the files are followed
+    connect(m_outline, &MenuOutline::Refused, this, [this](const QString& why) {
+        m_refused = why;
+        ReportState();
+        QTimer::singleShot(0, this, &PreviewWindow::ShowOutline); // as it is in the files
+    });
     resizeDocks({m_problemsDock, m_callsDock}, {170, 170}, Qt::Vertical);
     m_problemsDock->hide();
     m_problemsDock->toggleViewAction()->setEnabled(false); // the list comes and goes by itself
@@ -137,7 +161,12 @@ void PreviewWindow::SetUpStatusBar() {
     statusBar()->addWidget(m_anyway);
     statusBar()->addWidget(m_restart);
     statusBar()->addWidget(m_lastCall, 1);
+    auto* menus = new QToolButton;
+    menus->setDefaultAction(m_outlineDock->toggleViewAction());
+    menus->setAutoRaise(true);
+    menus->setToolTip(tr("Lists the entries of all menus, to be moved to other places"));
     statusBar()->addPermanentWidget(open);
+    statusBar()->addPermanentWidget(menus);
     statusBar()->addPermanentWidget(calls);
 }
 
@@ -179,6 +208,7 @@ void PreviewWindow::Start() {
 // What has changed is looked at as a whole: an edit may be good or bad only together with another.
 void PreviewWindow::Folder_Changed() {
     m_trouble.clear();
+    m_refused.clear();
     m_findings.clear();
     if (!m_watch.FolderExists()) {
         m_trouble = tr("The folder %1 doesn't exist or has no folder “Services”.").arg(Text(m_options.folder));
@@ -196,8 +226,11 @@ void PreviewWindow::Folder_Changed() {
             m_trouble = Text(CurrentFailure().Description);
         }
     }
-    const bool hasErrors = !m_trouble.isEmpty() || std::any_of(m_findings.begin(), m_findings.end(), IsError);
-    m_state = hasErrors ? State::Invalid : State::Wanted;
+    m_hasErrors = !m_trouble.isEmpty() || std::any_of(m_findings.begin(), m_findings.end(), IsError);
+    m_leavesOut = std::any_of(m_findings.begin(), m_findings.end(), LeavesOutTheFile);
+    const bool keepsOld = !m_trouble.isEmpty() || std::any_of(m_findings.begin(), m_findings.end(), StopsTheStart) ||
+                          (m_leavesOut && m_showsWhole);
+    m_state = keepsOld ? State::Invalid : State::Wanted;
     if (IsToBeShown())
         TryShow();
     else
@@ -368,6 +401,7 @@ bool PreviewWindow::Load() {
 
 void PreviewWindow::AfterLoad(bool started) {
     ++m_shown;
+    m_showsWhole = !m_leavesOut;
     m_time = QTime::currentTime().toString("HH:mm:ss");
     const std::optional<ViewState> view = std::exchange(m_view, std::nullopt);
     if (!m_application)
@@ -438,7 +472,7 @@ void PreviewWindow::ReportState() {
     ShowProblems();
     QStyle::StandardPixmap icon = QStyle::SP_DialogApplyButton;
     QString text = tr("As of %1").arg(m_time);
-    if (HasErrors()) {
+    if (m_state == State::Invalid) {
         icon = QStyle::SP_MessageBoxCritical;
         const QString what = m_trouble.isEmpty() ? Text(check::CountText(m_findings)) : tr("The files can't be read");
         text = m_shown > 0 ? tr("%1; showing the last valid state, from %2").arg(what, m_time) : what;
@@ -448,8 +482,15 @@ void PreviewWindow::ReportState() {
     } else if (IsToBeShown()) {
         icon = QStyle::SP_BrowserReload;
         text = tr("The definitions have changed and will be shown when the open dialog or editor is closed");
+    } else if (m_hasErrors) {
+        icon = QStyle::SP_MessageBoxCritical;
+        text = tr("As of %1: %2").arg(m_time, Text(check::CountText(m_findings)));
     } else if (m_problems->Count() > 0) {
         icon = QStyle::SP_MessageBoxWarning;
+    }
+    if (!m_refused.isEmpty()) {
+        icon = QStyle::SP_MessageBoxWarning;
+        text = tr("The entry can’t be moved: %1").arg(m_refused);
     }
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_icon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(size));
@@ -462,7 +503,7 @@ void PreviewWindow::ReportState() {
 
 void PreviewWindow::ShowProblems() {
     QStringList others = m_trouble.isEmpty() ? QStringList() : QStringList(m_trouble);
-    if (!HasErrors())
+    if (m_state != State::Invalid && !m_leavesOut) // whose failure is among the findings
         others += m_failures;
     m_problems->ShowWith(others, m_findings, Text(m_options.folder));
     const bool any = m_problems->Count() > 0;
@@ -474,6 +515,24 @@ void PreviewWindow::ShowProblems() {
     } else if (!any) {
         m_problemsDock->hide();
     }
+    if (m_outlineDock->isVisible())
+        ShowOutline();
+}
+
+// Nothing while the files can't be read.
+void PreviewWindow::ShowOutline() {
+    try {
+        m_outline->Show(m_options.folder, check::OutlineLines({m_options.folder, false, {}}), m_findings);
+    } catch (...) {
+        m_outline->Show(m_options.folder, {}, {});
+    }
+}
+
+// An entry of a menu that has the problem is shown where it is.
+void PreviewWindow::Problems_Current() {
+    if (const check::Finding* finding = m_problems->FindingOf(m_problems->currentItem());
+        finding && m_outlineDock->isVisible())
+        m_outline->Select(finding->place);
 }
 
 void PreviewWindow::closeEvent(QCloseEvent* event) {

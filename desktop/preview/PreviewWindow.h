@@ -1,6 +1,6 @@
-// An application as its definition files say at present: they are followed, and every good state of them is shown at
-// once. A bad one is shown as a list of problems, over the last good state. The window stays while the application in
-// it is created again.
+// An application as its definition files say at present: they are followed, and every state of them that the library
+// can start is shown at once, beside a list of problems. A state that it can't start, or of which it leaves out a file,
+// doesn't take the place of a better one. The window stays while the application in it is created again.
 #pragma once
 
 #include "analysis/Findings.h"
@@ -28,6 +28,7 @@ class QVBoxLayout;
 namespace corvane::desktop {
 
 class CallList;
+class MenuOutline;
 class ProblemList;
 
 struct PreviewOptions {
@@ -56,7 +57,7 @@ public:
     [[nodiscard]] int TryCount() const { return m_nTries; }
     // All that has changed in the folder is shown, or says why it can't be.
     [[nodiscard]] bool IsAtRest() const { return m_watch.IsAtRest() && !IsToBeShown() && !m_loading; }
-    [[nodiscard]] bool HasErrors() const { return m_state == State::Invalid; }
+    [[nodiscard]] bool HasErrors() const { return m_hasErrors; }
     // It was closed to be started again, with the same arguments, as a plug-in has been rebuilt.
     [[nodiscard]] bool WantsRestart() const { return m_restarts; }
     // What was on screen when a restart was wanted, for the run to come.
@@ -64,6 +65,7 @@ public:
     [[nodiscard]] ProblemList& Problems() { return *m_problems; }
     [[nodiscard]] QDockWidget& ProblemsDock() { return *m_problemsDock; }
     [[nodiscard]] CallList& Calls() { return *m_calls; }
+    [[nodiscard]] MenuOutline& Outline() { return *m_outline; }
     [[nodiscard]] QString StateText() const;
     // Opens a window of that definition, as there may be no code yet that does so.
     void OpenWindow(const std::string& name);
@@ -76,7 +78,7 @@ private:
     // Of the files as they are now.
     enum class State {
         Settled,    // they are shown, or never will be
-        Invalid,    // they have errors
+        Invalid,    // they have errors that keep the state before on screen, if there is one
         Wanted,     // they are to be shown
         Waits,      // likewise, when what is open and in the way has been closed; which has been said
         Unsaved,    // likewise, when the unsaved work in the way has been saved
@@ -108,6 +110,8 @@ private:
     void FillExplorer(bool shows);
     void ReportState();
     void ShowProblems();
+    void ShowOutline();
+    void Problems_Current();
     [[nodiscard]] bool IsOfStandIns(const std::string& window); // by the name of its definition
 
     PreviewOptions m_options;
@@ -128,6 +132,10 @@ private:
     QStringList m_failures; // of the latest start
     QString m_trouble;      // why the files can't be read at all; empty when they can
     State m_state = State::Settled;
+    bool m_hasErrors = false;
+    bool m_leavesOut = false;  // of a file at least
+    bool m_showsWhole = false; // the state on screen has all files
+    QString m_refused;         // why an entry can't be moved; empty when it could
     bool m_loading = false;
     bool m_inKey = false;
     bool m_restarts = false;
@@ -143,8 +151,10 @@ private:
     QLabel* m_nothing;
     ProblemList* m_problems;
     CallList* m_calls;
+    MenuOutline* m_outline;
     QDockWidget* m_problemsDock;
     QDockWidget* m_callsDock;
+    QDockWidget* m_outlineDock;
     QLabel* m_icon;
     QLabel* m_stateLabel;
     QLabel* m_lastCall;

@@ -12,6 +12,8 @@
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QUrl>
+#include <algorithm>
+#include <utility>
 
 namespace corvane::desktop {
 
@@ -19,6 +21,7 @@ namespace {
 
 constexpr int findingRole = Qt::UserRole; // its number; -1 for what is none
 constexpr int pathRole = Qt::UserRole + 1;
+constexpr int groupRole = Qt::UserRole + 2; // the key of a line that counts others
 
 // A file that is linked into the folder is reported by its own folder and its name; the tooltip has the whole path.
 QString Beside(const QString& path, const QString& folder) {
@@ -73,6 +76,12 @@ ProblemList::ProblemList(QWidget* parent) : QTreeWidget(parent) {
     header()->setSectionResizeMode(3, QHeaderView::ResizeToContents);
     // The height of a row comes from the width of its texts.
     connect(header(), &QHeaderView::sectionResized, this, [this] { scheduleDelayedItemsLayout(); });
+    const auto keep = [this](const QTreeWidgetItem* item) {
+        if (const QString key = item->data(0, groupRole).toString(); !m_isFilling && !key.isEmpty())
+            m_folds[key] = !item->isExpanded();
+    };
+    connect(this, &QTreeWidget::itemExpanded, this, keep);
+    connect(this, &QTreeWidget::itemCollapsed, this, keep);
     connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) { Open(*item); });
 }
 
@@ -80,57 +89,129 @@ void ProblemList::Show(std::vector<check::Finding> findings, const QString& fold
     ShowWith({}, std::move(findings), folder);
 }
 
+QTreeWidgetItem* ProblemList::Add(QTreeWidgetItem* parent, const QStringList& texts) {
+    auto* item = parent ? new QTreeWidgetItem(parent, texts) : new QTreeWidgetItem(this, texts);
+    item->setData(0, findingRole, -1);
+    for (int i = 0; i < texts.size(); ++i)
+        item->setTextAlignment(i, Qt::AlignLeft | Qt::AlignTop);
+    return item;
+}
+
 void ProblemList::ShowWith(const QStringList& others, std::vector<check::Finding> findings, const QString& folder) {
+    m_isFilling = true;
     clear();
     m_findings = std::move(findings);
     m_others = others;
-    const QIcon error = style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, this);
-    const QIcon warning = style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this);
-    const auto add = [this](auto* parent, const QStringList& texts) {
-        auto* item = new QTreeWidgetItem(parent, texts);
-        item->setData(0, findingRole, -1);
-        for (int i = 0; i < texts.size(); ++i)
-            item->setTextAlignment(i, Qt::AlignLeft | Qt::AlignTop);
-        return item;
-    };
-    for (const QString& other : others) {
-        auto* item = add(this, {QString(), other, QString(), QString()});
-        item->setIcon(0, error);
+    std::stable_sort(m_findings.begin(), m_findings.end(),
+                     [](const check::Finding& first, const check::Finding& second) {
+                         const auto Key = [](const check::Finding& each) {
+                             return std::pair(check::TextOf(each.rule).severity, each.rule);
+                         };
+                         return Key(first) < Key(second);
+                     });
+    for (const QString& other : others)
+        Add(nullptr, {QString(), other, QString(), QString()})
+            ->setIcon(0, style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, this));
+    for (std::size_t begin = 0, end = 0; begin < m_findings.size(); begin = end) {
+        while (end < m_findings.size() && m_findings[end].rule == m_findings[begin].rule)
+            ++end;
+        AddRule(begin, end, folder);
     }
-    for (std::size_t i = 0; i < m_findings.size(); ++i) {
-        const check::Finding& finding = m_findings[i];
-        const check::RuleText& rule = check::TextOf(finding.rule);
-        const bool isError = rule.severity == check::Severity::Error;
-        auto* item =
-            add(this, {PlaceText(finding.place, folder), Text(finding.text), Text(finding.cure), Text(rule.name)});
-        item->setIcon(0, isError ? error : warning);
-        item->setData(0, Qt::AccessibleTextRole,
-                      (isError ? tr("Error in %1") : tr("Warning in %1")).arg(item->text(0)));
-        item->setToolTip(0, Text(finding.place.file));
-        item->setToolTip(3, Text(rule.summary));
-        item->setData(0, findingRole, static_cast<int>(i));
-        item->setData(0, pathRole, Text(finding.place.file));
-        for (const check::Note& note : finding.notes) {
-            auto* noteItem = add(item, {PlaceText(note.place, folder), Text(note.text)});
-            noteItem->setData(0, pathRole, Text(note.place.file));
-        }
-    }
-    expandAll();
+    m_isFilling = false;
 }
 
+// Few are listed as they are, more below a line of their own, and many of one file below one more.
+void ProblemList::AddRule(std::size_t begin, std::size_t end, const QString& folder) {
+    constexpr std::size_t few = 3;
+    constexpr std::size_t many = 10;
+    const check::RuleText& rule = check::TextOf(m_findings[begin].rule);
+    const std::size_t count = end - begin;
+    QTreeWidgetItem* group = nullptr;
+    if (count > few)
+        group = AddGroup(nullptr, {tr("%1 times").arg(count), Text(rule.summary), QString(), Text(rule.name)},
+                         Text(rule.name));
+    for (std::size_t i = begin; i < end;) {
+        std::size_t behind = i;
+        while (behind < end && m_findings[behind].place.file == m_findings[i].place.file)
+            ++behind;
+        QTreeWidgetItem* parent = group;
+        if (group && behind - i > few && behind - i < count) {
+            const QString file = Beside(Text(m_findings[i].place.file), folder);
+            parent = AddGroup(group, {file, tr("%1 times").arg(behind - i)}, Text(rule.name) + "|" + file);
+        }
+        for (; i < behind; ++i)
+            AddFinding(parent, i, folder);
+        if (parent != group)
+            Fold(*parent, false);
+    }
+    if (group)
+        Fold(*group, rule.severity != check::Severity::Error && count > many);
+}
+
+QTreeWidgetItem* ProblemList::AddGroup(QTreeWidgetItem* parent, const QStringList& texts, const QString& key) {
+    auto* group = Add(parent, texts);
+    group->setData(0, groupRole, key);
+    return group;
+}
+
+// As the user has left it, else as it is said.
+void ProblemList::Fold(QTreeWidgetItem& group, bool isFolded) {
+    group.setExpanded(!m_folds.value(group.data(0, groupRole).toString(), isFolded));
+}
+
+void ProblemList::AddFinding(QTreeWidgetItem* parent, std::size_t number, const QString& folder) {
+    const check::Finding& finding = m_findings[number];
+    const check::RuleText& rule = check::TextOf(finding.rule);
+    const bool isError = rule.severity == check::Severity::Error;
+    const QIcon icon =
+        style()->standardIcon(isError ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxWarning, nullptr, this);
+    auto* item =
+        Add(parent, {PlaceText(finding.place, folder), Text(finding.text), Text(finding.cure), Text(rule.name)});
+    item->setIcon(0, icon);
+    for (QTreeWidgetItem* group = parent; group; group = group->parent())
+        group->setIcon(0, icon);
+    item->setData(0, Qt::AccessibleTextRole, (isError ? tr("Error in %1") : tr("Warning in %1")).arg(item->text(0)));
+    item->setToolTip(0, Text(finding.place.file));
+    item->setToolTip(3, Text(rule.summary));
+    item->setData(0, findingRole, static_cast<int>(number));
+    item->setData(0, pathRole, Text(finding.place.file));
+    for (const check::Note& note : finding.notes)
+        Add(item, {PlaceText(note.place, folder), Text(note.text)})->setData(0, pathRole, Text(note.place.file));
+    item->setExpanded(true);
+}
+
+const check::Finding* ProblemList::FindingOf(const QTreeWidgetItem* item) const {
+    for (; item; item = item->parent()) // a second place is below the first
+        if (const int number = item->data(0, findingRole).toInt(); number >= 0)
+            return &m_findings[static_cast<std::size_t>(number)];
+    return nullptr;
+}
+
+void ProblemList::MakeFirstErrorCurrent() {
+    QTreeWidgetItem* first = topLevelItem(static_cast<int>(m_others.size()));
+    while (first && first->data(0, findingRole).toInt() < 0 && first->childCount() > 0)
+        first = first->child(0);
+    if (first)
+        setCurrentItem(first, 0, QItemSelectionModel::NoUpdate); // chosen lines alone would be copied
+}
+
+// All of them, or those that are chosen, also by the line that counts them.
 void ProblemList::Copy() const {
     std::string text;
-    const auto items = selectedItems();
-    for (int i = 0; i < topLevelItemCount(); ++i) {
-        QTreeWidgetItem* item = topLevelItem(i);
-        if (!items.isEmpty() && !item->isSelected())
-            continue;
+    const bool all = selectedItems().isEmpty();
+    const auto add = [&](const auto& self, QTreeWidgetItem* item, bool isChosen) -> void {
+        isChosen |= item->isSelected();
         const int finding = item->data(0, findingRole).toInt();
-        if (finding < 0)
-            text += item->text(1).toStdString() + "\n";
-        else
+        const bool isGroup = !item->data(0, groupRole).toString().isEmpty();
+        if (isChosen && finding >= 0)
             text += check::AsText({&m_findings[static_cast<std::size_t>(finding)], 1}, false);
-    }
+        else if (isChosen && !isGroup)
+            text += item->text(1).toStdString() + "\n";
+        for (int i = 0; isGroup && i < item->childCount(); ++i)
+            self(self, item->child(i), isChosen);
+    };
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        add(add, topLevelItem(i), all);
     QApplication::clipboard()->setText(QString::fromStdString(text));
 }
 

@@ -947,6 +947,49 @@
     </message>
 </context>
 <context>
+    <name>MenuOutline</name>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>Move &amp;Down</source>
+        <translation>Nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>&amp;Line Below</source>
+        <translation>Trenn&amp;linie darunter</translation>
+    </message>
+    <message>
+        <source>&amp;Undo Move</source>
+        <translation>Verschieben &amp;zurücknehmen</translation>
+    </message>
+    <message>
+        <source>Entry</source>
+        <translation>Eintrag</translation>
+    </message>
+    <message>
+        <source>Caption</source>
+        <translation>Beschriftung</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Order of the menus</source>
+        <translation>Reihenfolge der Menüs</translation>
+    </message>
+    <message>
+        <source>Separator</source>
+        <translation>Trennlinie</translation>
+    </message>
+    <message>
+        <source>%1 (doesn’t appear)</source>
+        <translation>%1 (erscheint nicht)</translation>
+    </message>
+</context>
+<context>
     <name>PageList</name>
     <message>
         <source>Search</source>
@@ -1104,6 +1147,22 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
         <source>%1; rebuilt: %2</source>
         <translation>%1; neu gebaut: %2</translation>
     </message>
+    <message>
+        <source>Menus</source>
+        <translation>Menüs</translation>
+    </message>
+    <message>
+        <source>Lists the entries of all menus, to be moved to other places</source>
+        <translation>Listet die Einträge aller Menüs auf, um sie zu verschieben</translation>
+    </message>
+    <message>
+        <source>As of %1: %2</source>
+        <translation>Stand von %1: %2</translation>
+    </message>
+    <message>
+        <source>The entry can’t be moved: %1</source>
+        <translation>Der Eintrag kann nicht verschoben werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>ProblemList</name>
@@ -1134,6 +1193,10 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>Warning in %1</source>
         <translation>Warnung in %1</translation>
+    </message>
+    <message>
+        <source>%1 times</source>
+        <translation>%1-mal</translation>
     </message>
 </context>
 <context>

@@ -947,6 +947,49 @@
     </message>
 </context>
 <context>
+    <name>MenuOutline</name>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>&amp;Monter</translation>
+    </message>
+    <message>
+        <source>Move &amp;Down</source>
+        <translation>&amp;Descendre</translation>
+    </message>
+    <message>
+        <source>&amp;Line Below</source>
+        <translation>&amp;Séparateur en dessous</translation>
+    </message>
+    <message>
+        <source>&amp;Undo Move</source>
+        <translation>&amp;Annuler le déplacement</translation>
+    </message>
+    <message>
+        <source>Entry</source>
+        <translation>Entrée</translation>
+    </message>
+    <message>
+        <source>Caption</source>
+        <translation>Libellé</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Fichier</translation>
+    </message>
+    <message>
+        <source>Order of the menus</source>
+        <translation>Ordre des menus</translation>
+    </message>
+    <message>
+        <source>Separator</source>
+        <translation>Séparateur</translation>
+    </message>
+    <message>
+        <source>%1 (doesn’t appear)</source>
+        <translation>%1 (n’apparaît pas)</translation>
+    </message>
+</context>
+<context>
     <name>PageList</name>
     <message>
         <source>Search</source>
@@ -1104,6 +1147,22 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
         <source>%1; rebuilt: %2</source>
         <translation>%1 ; recompilé : %2</translation>
     </message>
+    <message>
+        <source>Menus</source>
+        <translation>Menus</translation>
+    </message>
+    <message>
+        <source>Lists the entries of all menus, to be moved to other places</source>
+        <translation>Affiche les entrées de tous les menus pour les déplacer</translation>
+    </message>
+    <message>
+        <source>As of %1: %2</source>
+        <translation>État de %1 : %2</translation>
+    </message>
+    <message>
+        <source>The entry can’t be moved: %1</source>
+        <translation>L’entrée ne peut pas être déplacée : %1</translation>
+    </message>
 </context>
 <context>
     <name>ProblemList</name>
@@ -1134,6 +1193,10 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>Warning in %1</source>
         <translation>Avertissement dans %1</translation>
+    </message>
+    <message>
+        <source>%1 times</source>
+        <translation>%1 fois</translation>
     </message>
 </context>
 <context>

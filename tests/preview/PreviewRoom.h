@@ -3,15 +3,19 @@
 
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/preview/CallList.h"
+#include "desktop/preview/MenuOutline.h"
 #include "desktop/preview/PreviewWindow.h"
 #include "desktop/problems/ProblemList.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QElapsedTimer>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QTest>
 
 namespace corvane::desktop {

@@ -93,8 +93,8 @@ TEST_F(PreviewRoom, BadEditIsListedOverTheLastGoodStateUntilItIsMended) {
     EXPECT_EQ(Selected(0), "Inner");
 }
 
-TEST_F(PreviewRoom, BadFilesAtTheStartAreListedAndTheApplicationComesWhenTheyAreMended) {
-    m_folder.Write("App/Services/Birds.xml", "<Service Name=\"Birds\"");
+TEST_F(PreviewRoom, WhatCantBeStartedIsListedAndTheApplicationComesWhenItIsMended) {
+    m_folder.Service("Birds", "BirdsSvc.Birds", QByteArray(birds).replace("Parent=\"Nests\"", "Parent=\"Nowhere\""));
     PreviewWindow& preview = Preview();
     EXPECT_FALSE(preview.Shown());
     EXPECT_GT(preview.Problems().Count(), 0);
@@ -102,6 +102,125 @@ TEST_F(PreviewRoom, BadFilesAtTheStartAreListedAndTheApplicationComesWhenTheyAre
     ASSERT_TRUE(UntilShown(1));
     EXPECT_EQ(Caption("File", "File.Count"), "&Count");
     EXPECT_TRUE(preview.ProblemsDock().isHidden());
+}
+
+// Of files that are left out the rest is shown, but not in place of a state that has them.
+TEST_F(PreviewRoom, WhatTheLibraryCanStartIsShownWithItsErrors) {
+    m_folder.Write("App/Services/Birds.xml", "<Service Name=\"Birds\"");
+    PreviewWindow& preview = Preview();
+    ASSERT_TRUE(preview.Shown());
+    EXPECT_EQ(Caption("File", "File.Count"), "none");
+    EXPECT_TRUE(preview.HasErrors());
+    EXPECT_EQ(preview.Problems().Count(), 1) << "the library's own message says no more";
+    // A window that fails when it is opened is no reason to show the menus as they were.
+    m_folder.Service("Birds", "BirdsSvc.Birds",
+                     QByteArray(birds).replace("IsMDIChild=\"false\"", "IsMDIChild=\"true\""));
+    ASSERT_TRUE(UntilShown(2));
+    EXPECT_EQ(Caption("File", "File.Count"), "&Count");
+    EXPECT_TRUE(Problem(0).endsWith("modal-mdi-child")) << Problem(0).toStdString();
+    EXPECT_TRUE(preview.StateText().contains("error")) << preview.StateText().toStdString();
+    m_folder.Write("App/Services/Birds.xml", "<Service Name=\"Birds\"");
+    ASSERT_TRUE(Until([&] { return preview.StateText().contains("last valid state"); }));
+    EXPECT_EQ(Caption("File", "File.Count"), "&Count");
+}
+
+TEST_F(PreviewRoom, ManyProblemsOfARuleAreCountedByFileBehindTheErrors) {
+    QByteArray actions;
+    QByteArray entries;
+    for (int i = 1; i <= 20; ++i) {
+        const QByteArray name = "Do" + QByteArray::number(i);
+        actions += "<ActionItem Name=\"" + name + "\"/>";
+        entries += "<MenuItem Type=\"MenuItem\" ActionItem=\"" + name + "\" Path=\"View\" PositionOrder=\"" +
+                   QByteArray::number(100 + i) + "\" Caption=\"" + name + "\"/>";
+    }
+    m_folder.Service("Many", "ManySvc.Many",
+                     "<ActionItems>" + actions + "</ActionItems><Menus>" + entries + "</Menus>");
+    m_folder.Service("Birds", "BirdsSvc.Birds",
+                     QByteArray(birds).replace("IsMDIChild=\"false\"", "IsMDIChild=\"true\""));
+    ProblemList& list = Preview().Problems();
+    ASSERT_EQ(list.topLevelItemCount(), 2);
+    EXPECT_TRUE(Problem(0).endsWith("modal-mdi-child")) << Problem(0).toStdString();
+    EXPECT_EQ(Problem(1).toStdString(), "20 times | A command has no procedure. |  | entry-without-procedure");
+    QTreeWidgetItem* group = list.topLevelItem(1);
+    EXPECT_FALSE(group->isExpanded()) << "it would push everything else out of sight";
+    group->setExpanded(true);
+    Edit("Many", "Caption=\"Do20\"", "Caption=\"Do it\"");
+    ASSERT_TRUE(UntilShown(2));
+    EXPECT_TRUE(list.topLevelItem(1)->isExpanded()) << "it is as the user has left it";
+    list.topLevelItem(1)->setSelected(true);
+    QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text().count("[entry-without-procedure]"), 20);
+}
+
+TEST_F(PreviewRoom, EntryThatIsMovedInTheOutlineIsMovedInItsFile) {
+    PreviewWindow& preview = Preview();
+    auto* dock = preview.findChild<QDockWidget*>("Menus");
+    dock->show();
+    MenuOutline& outline = preview.Outline();
+    const auto menu = [&](const char* heading) {
+        const auto found = outline.findItems(heading, Qt::MatchExactly);
+        return found.isEmpty() ? nullptr : found.front();
+    };
+    const auto keys = [&](const char* heading) {
+        QStringList texts;
+        for (int i = 0; menu(heading) && i < menu(heading)->childCount(); ++i)
+            texts << menu(heading)->child(i)->text(0);
+        return texts.join(" ").toStdString();
+    };
+    const auto Drag = [&](QTreeWidgetItem* from, QTreeWidgetItem* to) {
+        outline.setCurrentItem(from);
+        const QPoint at = outline.visualItemRect(to).bottomLeft() + QPoint(20, -1);
+        QMimeData data;
+        QDropEvent drop(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(outline.viewport(), &drop);
+    };
+    ASSERT_EQ(keys("menu File"), "File.Count File.Feed");
+    const QByteArray before = m_folder.Read("App/Services/Birds.xml");
+    Drag(menu("menu File")->child(0), menu("menu File")->child(1));
+    ASSERT_TRUE(UntilShown(2));
+    EXPECT_EQ(keys("menu File"), "File.Feed File.Count");
+    EXPECT_EQ(outline.currentItem()->text(0).toStdString(), "File.Count");
+    EXPECT_EQ(App().Bar()->Bands()->Item("File")->Tools()->Item(0)->Name(), "File.Feed");
+    Drag(menu("menu File")->child(0), menu("menu bar")->child(0)); // of another menu: its Path says where it is
+    EXPECT_EQ(keys("menu File"), "File.Feed File.Count");
+
+    // With keys, and back.
+    outline.setFocus();
+    QTest::keyClick(&outline, Qt::Key_Up, Qt::AltModifier);
+    ASSERT_TRUE(UntilShown(3));
+    EXPECT_EQ(keys("menu File"), "File.Count File.Feed");
+    outline.setCurrentItem(menu("menu File")->child(0));
+    outline.ToggleLine();
+    ASSERT_TRUE(UntilShown(4));
+    EXPECT_EQ(menu("menu File")->childCount(), 3);
+    while (outline.CanUndo())
+        outline.Undo();
+    EXPECT_EQ(m_folder.Read("App/Services/Birds.xml"), before);
+    Rest();
+    EXPECT_EQ(keys("menu File"), "File.Count File.Feed");
+
+    // What can't be written says why, and the outline is that of the file again.
+    m_folder.Write("App/Services/Birds.xml.new/in the way", "");
+    Rest();
+    outline.setCurrentItem(menu("menu File")->child(0));
+    outline.Move(1);
+    EXPECT_TRUE(preview.StateText().contains("Birds.xml")) << preview.StateText().toStdString();
+    EXPECT_TRUE(Until([&] { return keys("menu File") == "File.Count File.Feed"; })) << keys("menu File");
+    EXPECT_EQ(m_folder.Read("App/Services/Birds.xml"), before);
+}
+
+// The entry that has a problem is marked, and is the current one when the problem is.
+TEST_F(PreviewRoom, ProblemsAreMarkedAtTheEntriesTheyAreAbout) {
+    m_folder.Service("Birds", "BirdsSvc.Birds", QByteArray(birds).replace("Control+K", "Contrl+K"));
+    PreviewWindow& preview = Preview();
+    preview.findChild<QDockWidget*>("Menus")->show();
+    ASSERT_EQ(preview.Problems().Count(), 1);
+    preview.Problems().setCurrentItem(preview.Problems().topLevelItem(0));
+    const QTreeWidgetItem* current = preview.Outline().currentItem();
+    ASSERT_TRUE(current);
+    EXPECT_EQ(current->text(0).toStdString(), "File.Count");
+    EXPECT_FALSE(current->icon(0).isNull());
+    EXPECT_TRUE(current->toolTip(0).contains("Contrl+K")) << current->toolTip(0).toStdString();
 }
 
 // Whatever a tool does to the files, what stands there in the end is shown in the end.
