@@ -3,6 +3,7 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/platform/controls/BarText.h"
+#include "desktop/application/FormOpener.h"
 #include "desktop/platform/WideRegisters.h"
 #include "desktop/style/ContrastStyle.h"
 #include "desktop/style/WidgetText.h"
@@ -74,6 +75,7 @@ Application::Application(const ApplicationOptions& options)
     m_messageBox->SetParentWindow(m_window.get());
     m_commonDialog->SetParentWindow(m_window.get());
     SetUpWindowHost();
+    m_windowHost->openForm = FormOpener(*m_windowHost, m_translation, m_platform.folder, options.isStub);
     m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));
     m_commonDialog->KeepFolders(m_personal->KeptFile("folders.json"));
     if (options.watch)

@@ -48,6 +48,8 @@ struct ApplicationOptions {
     std::shared_ptr<StepRecorder> recorder = {}; // follows what the user does
     // What makes the objects in place of the plug-ins' factory, which it gets, with the plug-ins.
     std::function<Ref<IObjectFactory>(Ref<IObjectFactory>, Ref<PluginFactory>)> objects = {};
+    // Whether the objects of a ProgID are stubs, which take any name; without it none are.
+    std::function<bool(const std::string&)> isStub = {};
 };
 
 class Application : private FailurePresenter::Observer, private HostCommands {

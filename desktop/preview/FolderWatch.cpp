@@ -18,7 +18,7 @@ constexpr int pollMilliseconds = 1500;
 
 // Folders are looked through with all that is in them.
 const QStringList& Watched() {
-    static const QStringList names{"Services", "Images", "plugins", "QRZ.INI", "standins.json"};
+    static const QStringList names{"Services", "Forms", "Images", "plugins", "QRZ.INI", "standins.json"};
     return names;
 }
 

@@ -19,7 +19,7 @@ public:
     QWidget* NewWidget(QWidget* parent) override;
 };
 
-class PreviewFactory final : public inspect::StandInFactory {
+class PreviewFactory final : public inspect::StandInFactory, public IClassFinder {
 public:
     // all: stand-ins also for what is there. loaded, if given, is notified of each plug-in that is loaded.
     PreviewFactory(Ref<inspect::Record> record, std::shared_ptr<const inspect::StandInFile> file,
@@ -29,6 +29,8 @@ public:
           m_all(all), m_loaded(std::move(loaded)) {}
 
     [[nodiscard]] Ref<Object> Create(std::string_view progID) override;
+    // A page of preferences without a class needs none.
+    [[nodiscard]] bool HasClass(std::string_view progID) override { return !IsStandIn(std::string(progID)); }
     // Whether objects of that ProgID are stand-ins: there is no such plug-in, or it hasn't got that class (yet).
     [[nodiscard]] bool IsStandIn(const std::string& progID);
     // What keeps plug-ins that are there from being used, a text each.

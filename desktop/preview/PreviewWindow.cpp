@@ -372,6 +372,7 @@ bool PreviewWindow::Load() {
                                             m_options.standIns, m_loaded);
             return Ref<IObjectFactory>(m_factory);
         };
+        options.isStub = [this](const std::string& progID) { return m_factory->IsStandIn(progID); };
         m_application = std::make_unique<Application>(options);
         m_application->Failures().SetTaker(take);
         m_unloaded = m_application->MainForm()->Changed.Subscribe([this](Form::Change change) {

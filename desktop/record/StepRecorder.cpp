@@ -51,6 +51,8 @@ std::string LineOf(const WindowStep& step) {
         return "close " + name;
     case WindowStep::What::Activate:
         return "activate " + name;
+    case WindowStep::What::Field:
+        return step.verb + " " + name + " " + std::to_string(step.which) + " " + step.rest;
     }
     return {};
 }
@@ -65,7 +67,19 @@ StepRecorder::StepRecorder(std::string file, bool goesOn)
         Write("# A session at the desktop. To take it again: corvane inspect APP --steps FILE");
 }
 
+StepRecorder::~StepRecorder() {
+    WriteTyped();
+}
+
+// Before whatever comes next.
+void StepRecorder::WriteTyped() {
+    m_typedField.clear();
+    if (const std::string typed = std::exchange(m_typed, {}); !typed.empty())
+        Write(typed);
+}
+
 void StepRecorder::Write(const std::string& line) {
+    WriteTyped();
     if (!m_file)
         return;
     std::string text = line; // one line, whatever names hold
@@ -114,6 +128,7 @@ void StepRecorder::Follow(Models models) {
 }
 
 void StepRecorder::Leave() {
+    WriteTyped();
     m_subscriptions.clear();
     m_models = {};
 }
@@ -153,6 +168,15 @@ void StepRecorder::Tree_MouseUp(Long button, Long shift) {
         Step("rightclick");
 }
 
+// Of what is typed into a field one after the other only the last is a step.
+void StepRecorder::HoldTyped(const WindowStep& step, const std::string& line) {
+    const std::string field = NameOf(step.window) + "\n" + std::to_string(step.which) + "\n" + step.field;
+    if (field != m_typedField)
+        WriteTyped();
+    m_typedField = field;
+    m_typed = line;
+}
+
 // Whether a window is closed may depend on an answer. A window of the host isn't there when the steps are taken.
 void StepRecorder::OnWindow(const WindowStep& step, const std::function<void()>& work) {
     const bool isFirst = TakeEntry() && !m_held;
@@ -161,8 +185,11 @@ void StepRecorder::OnWindow(const WindowStep& step, const std::function<void()>&
     const bool mayBeRefused =
         step.what == WindowStep::What::Close ||
         (step.what == WindowStep::What::Command && step.which == static_cast<int>(StandardCommandConstants::cvCancel));
-    if (isFirst && !mayBeRefused)
+    if (isFirst && step.verb == "set") {
+        HoldTyped(step, line);
+    } else if (isFirst && !mayBeRefused) {
         Write(line);
+    }
     work();
     if (isFirst && mayBeRefused && step.hasEnded())
         Write(line);

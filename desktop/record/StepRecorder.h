@@ -25,6 +25,9 @@ public:
 
     // Begins the file again, or goes on with it. Fails with 75 when it can't be written.
     explicit StepRecorder(std::string file, bool goesOn = false);
+    ~StepRecorder();
+    StepRecorder(const StepRecorder&) = delete;
+    StepRecorder& operator=(const StepRecorder&) = delete;
     [[nodiscard]] bool GoesOn() const { return m_goesOn; }
 
     // From here on those models are followed. To be called before the library is loaded, so that a step is written
@@ -57,6 +60,8 @@ private:
     [[nodiscard]] bool TakeEntry();
     void Step(const std::string& line);
     void Write(const std::string& line);
+    void HoldTyped(const WindowStep& step, const std::string& line);
+    void WriteTyped();
 
     std::string m_filePath;
     bool m_goesOn;
@@ -67,6 +72,8 @@ private:
     bool m_rightButton = false; // is pressed on a tree
     bool m_menuAsked = false;   // since then
     bool m_exits = false;
+    std::string m_typed;      // the step of what is being typed, until the next step
+    std::string m_typedField; // where
     std::vector<Subscription> m_subscriptions;
 };
 

@@ -118,4 +118,9 @@ Ref<Object> HostObjectFactory::Create(std::string_view progID) {
     return it == m_makers.end() ? m_plugins->Create(progID) : it->second();
 }
 
+bool HostObjectFactory::HasClass(std::string_view progID) {
+    const auto finder = m_plugins.TryAs<IClassFinder>();
+    return m_makers.contains(std::string(progID)) || !finder || finder->HasClass(progID);
+}
+
 } // namespace corvane::desktop

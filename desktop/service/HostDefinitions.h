@@ -3,6 +3,7 @@
 #pragma once
 
 #include "corvane/base/Text.h"
+#include "corvane/platform/IClassFinder.h"
 #include "corvane/platform/IFileSystem.h"
 #include "corvane/platform/IObjectFactory.h"
 
@@ -45,13 +46,14 @@ private:
 };
 
 // Creates the host's own objects by their ProgIDs and leaves the others to the application's plug-ins.
-class HostObjectFactory final : public IObjectFactory {
+class HostObjectFactory final : public IObjectFactory, public IClassFinder {
 public:
     using Maker = std::function<Ref<Object>()>;
 
     explicit HostObjectFactory(Ref<IObjectFactory> plugins) : m_plugins(std::move(plugins)) {}
     void Add(std::string progID, Maker make) { m_makers[std::move(progID)] = std::move(make); }
     [[nodiscard]] Ref<Object> Create(std::string_view progID) override;
+    [[nodiscard]] bool HasClass(std::string_view progID) override;
 
 private:
     Ref<IObjectFactory> m_plugins;

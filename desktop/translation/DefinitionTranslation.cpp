@@ -18,6 +18,7 @@ namespace {
 
 constexpr const char* helpProgID = "TavelinSvc.TavelinService"; // whose entry "About" the library completes
 constexpr std::string_view about = "About ";
+constexpr std::string_view formPrefix = "Form "; // of the keys of their texts
 
 // What the library itself writes.
 struct Library {
@@ -57,7 +58,8 @@ public:
                 const bool mnemonic = HasMnemonic(message.key);
                 const std::string text = mnemonic ? WithAmpersand(message.text) : message.text;
                 const std::string shown = mnemonic ? WithAmpersand(*translation) : *translation;
-                m_translations.try_emplace(message.key + "\n" + text, shown);
+                const bool isForms = message.key.starts_with(formPrefix);
+                (isForms ? m_forms : m_translations).try_emplace(message.key + "\n" + text, shown);
                 if (isHosts)
                     m_hostWords.try_emplace(WordKey(message.key, text), shown);
             }
@@ -82,6 +84,11 @@ public:
             AddPage({}, *page);
         m_translations.clear();
         m_hostWords.clear();
+    }
+
+    const std::string* OfForm(const std::string& key, const std::string& text) const {
+        const auto it = m_forms.find(key + "\n" + text);
+        return it == m_forms.end() ? nullptr : &it->second;
     }
 
 private:
@@ -195,6 +202,7 @@ private:
 
     std::unordered_map<std::string, std::string> m_translations; // by key and text, until all are added
     std::unordered_map<std::string, std::string> m_hostWords;    // by attribute and text, likewise
+    std::unordered_map<std::string, std::string> m_forms;        // by key and text
     std::unordered_map<std::string, QString> m_shown;
 };
 
@@ -220,6 +228,10 @@ bool DefinitionTranslation::Begin(const ServiceManager& manager) {
     m_translator->AddAll(manager);
     QCoreApplication::installTranslator(m_translator.get());
     return true;
+}
+
+const std::string* DefinitionTranslation::OfForm(const std::string& key, const std::string& text) const {
+    return m_translator ? m_translator->OfForm(key, text) : nullptr;
 }
 
 } // namespace corvane::desktop

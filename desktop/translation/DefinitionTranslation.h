@@ -26,6 +26,8 @@ public:
 
     // When definitions are read and menus are built. False when there is nothing to translate, as for English.
     bool Begin(const ServiceManager& manager);
+    // The translation of a text of a form, by its key there; a null pointer without one.
+    [[nodiscard]] const std::string* OfForm(const std::string& key, const std::string& text) const;
 
 private:
     class Translator;

@@ -490,6 +490,21 @@
     </message>
 </context>
 <context>
+    <name>FieldEditor</name>
+    <message>
+        <source>Restore the default</source>
+        <translation>Standardwert wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Restore the default: %1</source>
+        <translation>Standardwert wiederherstellen: %1</translation>
+    </message>
+    <message>
+        <source>Required</source>
+        <translation>Erforderlich</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>“%1” is there already.</source>
@@ -510,6 +525,96 @@
     <message>
         <source>All files</source>
         <translation>Alle Dateien</translation>
+    </message>
+</context>
+<context>
+    <name>FormProblem</name>
+    <message>
+        <source>Please enter a value.</source>
+        <translation>Bitte geben Sie einen Wert ein.</translation>
+    </message>
+    <message>
+        <source>Please enter a whole number.</source>
+        <translation>Bitte geben Sie eine ganze Zahl ein.</translation>
+    </message>
+    <message>
+        <source>Please enter a number.</source>
+        <translation>Bitte geben Sie eine Zahl ein.</translation>
+    </message>
+    <message>
+        <source>Please enter a value from %1 to %2.</source>
+        <translation>Bitte geben Sie einen Wert von %1 bis %2 ein.</translation>
+    </message>
+    <message>
+        <source>Please enter at least %1.</source>
+        <translation>Bitte geben Sie mindestens %1 ein.</translation>
+    </message>
+    <message>
+        <source>Please enter at most %1.</source>
+        <translation>Bitte geben Sie höchstens %1 ein.</translation>
+    </message>
+    <message>
+        <source>Please enter at most %1 decimal places.</source>
+        <translation>Bitte geben Sie höchstens %1 Nachkommastellen ein.</translation>
+    </message>
+    <message>
+        <source>Please enter at most %1 characters.</source>
+        <translation>Bitte geben Sie höchstens %1 Zeichen ein.</translation>
+    </message>
+    <message>
+        <source>Please enter: %1.</source>
+        <translation>Bitte geben Sie ein: %1.</translation>
+    </message>
+    <message>
+        <source>Please choose one of the values.</source>
+        <translation>Bitte wählen Sie einen der Werte.</translation>
+    </message>
+    <message>
+        <source>Please enter true or false.</source>
+        <translation>Bitte geben Sie true oder false ein.</translation>
+    </message>
+    <message>
+        <source>Please enter a date, such as 2026-11-25.</source>
+        <translation>Bitte geben Sie ein Datum ein, etwa 2026-11-25.</translation>
+    </message>
+    <message>
+        <source>Please enter a time, such as 18:30.</source>
+        <translation>Bitte geben Sie eine Uhrzeit ein, etwa 18:30.</translation>
+    </message>
+    <message>
+        <source>Please enter a date and a time, such as 2026-11-25 18:30.</source>
+        <translation>Bitte geben Sie Datum und Uhrzeit ein, etwa 2026-11-25 18:30.</translation>
+    </message>
+    <message>
+        <source>Please enter a color, such as #1f77b4.</source>
+        <translation>Bitte geben Sie eine Farbe ein, etwa #1f77b4.</translation>
+    </message>
+    <message>
+        <source>This value can&apos;t be used here; %1 is expected.</source>
+        <translation>Dieser Wert passt hier nicht; erwartet wird %1.</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true oder false</translation>
+    </message>
+    <message>
+        <source>a whole number</source>
+        <translation>eine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>another value</source>
+        <translation>ein anderer Wert</translation>
+    </message>
+</context>
+<context>
+    <name>FormWidget</name>
+    <message>
+        <source>Restore Defaults</source>
+        <translation>Voreinstellungen</translation>
     </message>
 </context>
 <context>
@@ -846,6 +951,41 @@
     <message>
         <source>Explorer</source>
         <translation>Explorer</translation>
+    </message>
+</context>
+<context>
+    <name>LineEditor</name>
+    <message>
+        <source>Choose a date</source>
+        <translation>Datum wählen</translation>
+    </message>
+    <message>
+        <source>Choose a date: %1</source>
+        <translation>Datum wählen: %1</translation>
+    </message>
+    <message>
+        <source>Choose a color</source>
+        <translation>Farbe wählen</translation>
+    </message>
+    <message>
+        <source>Choose a color: %1</source>
+        <translation>Farbe wählen: %1</translation>
+    </message>
+    <message>
+        <source>Choose a folder</source>
+        <translation>Ordner wählen</translation>
+    </message>
+    <message>
+        <source>Choose a file</source>
+        <translation>Datei wählen</translation>
+    </message>
+    <message>
+        <source>Choose a folder: %1</source>
+        <translation>Ordner wählen: %1</translation>
+    </message>
+    <message>
+        <source>Choose a file: %1</source>
+        <translation>Datei wählen: %1</translation>
     </message>
 </context>
 <context>

@@ -490,6 +490,21 @@
     </message>
 </context>
 <context>
+    <name>FieldEditor</name>
+    <message>
+        <source>Restore the default</source>
+        <translation>Rétablir la valeur par défaut</translation>
+    </message>
+    <message>
+        <source>Restore the default: %1</source>
+        <translation>Rétablir la valeur par défaut : %1</translation>
+    </message>
+    <message>
+        <source>Required</source>
+        <translation>Obligatoire</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>“%1” is there already.</source>
@@ -510,6 +525,96 @@
     <message>
         <source>All files</source>
         <translation>Tous les fichiers</translation>
+    </message>
+</context>
+<context>
+    <name>FormProblem</name>
+    <message>
+        <source>Please enter a value.</source>
+        <translation>Veuillez saisir une valeur.</translation>
+    </message>
+    <message>
+        <source>Please enter a whole number.</source>
+        <translation>Veuillez saisir un nombre entier.</translation>
+    </message>
+    <message>
+        <source>Please enter a number.</source>
+        <translation>Veuillez saisir un nombre.</translation>
+    </message>
+    <message>
+        <source>Please enter a value from %1 to %2.</source>
+        <translation>Veuillez saisir une valeur de %1 à %2.</translation>
+    </message>
+    <message>
+        <source>Please enter at least %1.</source>
+        <translation>Veuillez saisir au moins %1.</translation>
+    </message>
+    <message>
+        <source>Please enter at most %1.</source>
+        <translation>Veuillez saisir au plus %1.</translation>
+    </message>
+    <message>
+        <source>Please enter at most %1 decimal places.</source>
+        <translation>Veuillez saisir au plus %1 décimales.</translation>
+    </message>
+    <message>
+        <source>Please enter at most %1 characters.</source>
+        <translation>Veuillez saisir au plus %1 caractères.</translation>
+    </message>
+    <message>
+        <source>Please enter: %1.</source>
+        <translation>Veuillez saisir : %1.</translation>
+    </message>
+    <message>
+        <source>Please choose one of the values.</source>
+        <translation>Veuillez choisir une des valeurs.</translation>
+    </message>
+    <message>
+        <source>Please enter true or false.</source>
+        <translation>Veuillez saisir true ou false.</translation>
+    </message>
+    <message>
+        <source>Please enter a date, such as 2026-11-25.</source>
+        <translation>Veuillez saisir une date, par exemple 2026-11-25.</translation>
+    </message>
+    <message>
+        <source>Please enter a time, such as 18:30.</source>
+        <translation>Veuillez saisir une heure, par exemple 18:30.</translation>
+    </message>
+    <message>
+        <source>Please enter a date and a time, such as 2026-11-25 18:30.</source>
+        <translation>Veuillez saisir une date et une heure, par exemple 2026-11-25 18:30.</translation>
+    </message>
+    <message>
+        <source>Please enter a color, such as #1f77b4.</source>
+        <translation>Veuillez saisir une couleur, par exemple #1f77b4.</translation>
+    </message>
+    <message>
+        <source>This value can&apos;t be used here; %1 is expected.</source>
+        <translation>Cette valeur ne convient pas ici ; %1 est attendu.</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true ou false</translation>
+    </message>
+    <message>
+        <source>a whole number</source>
+        <translation>un nombre entier</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>un nombre</translation>
+    </message>
+    <message>
+        <source>another value</source>
+        <translation>une autre valeur</translation>
+    </message>
+</context>
+<context>
+    <name>FormWidget</name>
+    <message>
+        <source>Restore Defaults</source>
+        <translation>Valeurs par défaut</translation>
     </message>
 </context>
 <context>
@@ -846,6 +951,41 @@
     <message>
         <source>Explorer</source>
         <translation>Explorateur</translation>
+    </message>
+</context>
+<context>
+    <name>LineEditor</name>
+    <message>
+        <source>Choose a date</source>
+        <translation>Choisir une date</translation>
+    </message>
+    <message>
+        <source>Choose a date: %1</source>
+        <translation>Choisir une date : %1</translation>
+    </message>
+    <message>
+        <source>Choose a color</source>
+        <translation>Choisir une couleur</translation>
+    </message>
+    <message>
+        <source>Choose a color: %1</source>
+        <translation>Choisir une couleur : %1</translation>
+    </message>
+    <message>
+        <source>Choose a folder</source>
+        <translation>Choisir un dossier</translation>
+    </message>
+    <message>
+        <source>Choose a file</source>
+        <translation>Choisir un fichier</translation>
+    </message>
+    <message>
+        <source>Choose a folder: %1</source>
+        <translation>Choisir un dossier : %1</translation>
+    </message>
+    <message>
+        <source>Choose a file: %1</source>
+        <translation>Choisir un fichier : %1</translation>
     </message>
 </context>
 <context>

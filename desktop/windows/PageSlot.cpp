@@ -10,6 +10,7 @@
 #include "desktop/windows/EndedPage.h"
 #include "desktop/windows/FailureView.h"
 #include "desktop/windows/PagePlace.h"
+#include "desktop/windows/QtFormPage.h"
 
 #include <QString>
 #include <exception>
@@ -38,13 +39,14 @@ void PageSlot::Ask(const char* procedure, const std::function<void(IQtPage&)>& c
 void PageSlot::Create(const Ref<IWindowFormController>& controller) {
     try {
         const std::string& progID = m_pageDef->PageProgID();
-        const Ref<Object> pageObj = CurrentPlatform().oObjectFactory->Create(progID);
+        const Ref<QtFormPage> form = m_openForm ? m_openForm(m_pageDef) : nullptr;
+        const Ref<Object> pageObj = form ? form->PageObj() : CurrentPlatform().oObjectFactory->Create(progID);
         const Ref<IPage> page = CorvaneMain::QueryPage(pageObj);
-        const Ref<IQtPage> qtPage = pageObj.TryAs<IQtPage>();
+        const Ref<IQtPage> qtPage = form ? Ref<IQtPage>(form) : pageObj.TryAs<IQtPage>();
         if (!page || !qtPage)
             Fail(FailureNumber::TypeMismatch,
-                 progID + " has no widget for this program: its class must implement IQtPage beside IPageAccess and "
-                          "hand out a page",
+                 progID + " has no form and no widget for this program: draw a file Forms/" + progID +
+                     ".ui, or let its class implement IQtPage beside IPageAccess and hand out a page",
                  "Creating the page");
         if (m_hasEnded)
             return; // its constructor has ended the window

@@ -9,6 +9,7 @@
 #include "desktop/IQtPage.h"
 #include "desktop/guard/Guard.h"
 #include "desktop/windows/PageMark.h"
+#include "desktop/windows/WindowHost.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -21,7 +22,8 @@ class PagePlace;
 
 class PageSlot final {
 public:
-    PageSlot(Ref<corvane::PageDef> pageDef, Guard guard) : m_pageDef(std::move(pageDef)), m_guard(std::move(guard)) {}
+    PageSlot(Ref<corvane::PageDef> pageDef, Guard guard, OpenFormFunction openForm)
+        : m_pageDef(std::move(pageDef)), m_guard(std::move(guard)), m_openForm(std::move(openForm)) {}
 
     // Creates the page's object and reports it. Never fails: a failure is logged and kept.
     void Create(const Ref<IWindowFormController>& controller);
@@ -64,6 +66,7 @@ private:
 
     Ref<corvane::PageDef> m_pageDef;
     Guard m_guard;
+    OpenFormFunction m_openForm;
     Ref<Object> m_pageObj;
     Ref<IPage> m_page;
     Ref<IQtPage> m_qtPage;

@@ -1,5 +1,7 @@
 #include "desktop/windows/WindowBody.h"
 
+#include "desktop/forms/FormTexts.h"
+#include "desktop/forms/FormWidget.h"
 #include "desktop/windows/PageList.h"
 #include "desktop/windows/PagePlace.h"
 #include "desktop/windows/PageTabs.h"
@@ -159,6 +161,8 @@ void WindowBody::UpdateSearchTexts() {
             texts.append(button->text().remove('&'));
         for (const auto* group : m_places[i]->findChildren<QGroupBox*>())
             texts.append(group->title().remove('&'));
+        for (const auto* form : m_places[i]->findChildren<FormWidget*>())
+            texts.append(TextsToSearch(form->Model()));
         m_list->SetTexts(static_cast<int>(i), texts.join('\n'));
     }
 }

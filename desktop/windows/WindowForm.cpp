@@ -16,7 +16,7 @@
 namespace corvane::desktop {
 
 WindowForm::WindowForm(std::shared_ptr<const WindowHost> host, WindowTypeConstants type, bool isMDIChild)
-    : Form(host->mainForm, isMDIChild), m_host(std::move(host)), m_type(type), m_pages(type, m_host->guard),
+    : Form(host->mainForm, isMDIChild), m_host(std::move(host)), m_type(type), m_pages(type, m_host->guard, m_host->openForm),
       m_commands(type, m_pages, m_host->guard, *this), m_placement(*this, m_host) {
     SubscribeToItself();
 }

@@ -10,12 +10,14 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <string>
 
 class QMdiArea;
 
 namespace corvane {
+class PageDef;
 class Window;
-}
+} // namespace corvane
 
 namespace corvane::desktop {
 
@@ -30,12 +32,17 @@ enum class LeaveAnswer { Stay, Discard, Save };
 
 // What a user does to a window, for those who follow it.
 struct WindowStep {
-    enum class What { Command, Page, Close, Activate };
+    enum class What { Command, Page, Close, Activate, Field };
     const Window& window;
     What what;
     int which = 0;                       // the command, the page's index
     std::function<bool()> hasEnded = {}; // the window
+    // Of a field, as in a record of steps: "set", "Title", and "Title Sleep".
+    std::string verb = {}, field = {}, rest = {};
 };
+
+class QtFormPage;
+using OpenFormFunction = std::function<Ref<QtFormPage>(const Ref<PageDef>&)>;
 
 struct WindowHost {
 
@@ -51,6 +58,9 @@ struct WindowHost {
     Guard guard;
     // Without it no one is asked and the changes go.
     std::function<LeaveAnswer(const LeaveQuestion&)> askToLeave;
+    // The page of the form that the application has for a page; nothing when it has none. Fails when no form comes of
+    // the file, and as the page's class does. Without it no page has a form.
+    OpenFormFunction openForm;
     // Opens a help topic. Without it no window offers help.
     std::function<void(Long)> help;
     // Runs what a user does to a window. Without it that is just done.

@@ -15,7 +15,7 @@ void WindowPages::Create(Ref<IWindowFormController> controller) {
     std::stable_sort(pageDefs.begin(), pageDefs.end(),
                      [](const auto& a, const auto& b) { return a->PositionOrder() < b->PositionOrder(); });
     for (const auto& pageDef : pageDefs) {
-        m_slots.push_back(std::make_unique<PageSlot>(pageDef, m_guard));
+        m_slots.push_back(std::make_unique<PageSlot>(pageDef, m_guard, m_openForm));
         m_slots.back()->Create(controller);
         if (!m_controller)
             return;

@@ -14,7 +14,8 @@ namespace corvane::desktop {
 
 class WindowPages final {
 public:
-    WindowPages(WindowTypeConstants type, Guard guard) : m_type(type), m_guard(std::move(guard)) {}
+    WindowPages(WindowTypeConstants type, Guard guard, OpenFormFunction openForm)
+        : m_type(type), m_guard(std::move(guard)), m_openForm(std::move(openForm)) {}
 
     // Creates those of the controller's definition, in their order; not all when one of them ends the window.
     void Create(Ref<IWindowFormController> controller);
@@ -52,6 +53,7 @@ public:
 private:
     WindowTypeConstants m_type;
     Guard m_guard;
+    OpenFormFunction m_openForm;
     Ref<IWindowFormController> m_controller; // until the end
     std::vector<std::unique_ptr<PageSlot>> m_slots;
     int m_front = 0;

@@ -1,0 +1,151 @@
+#include "desktop/forms/RowsEditor.h"
+
+#include "desktop/forms/RowsModel.h"
+#include "desktop/style/QtText.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QToolTip>
+#include <QTreeView>
+#include <algorithm>
+
+namespace corvane::desktop {
+
+namespace {
+
+constexpr int rowsMeasured = 100;
+constexpr int rowsShown = 6;
+constexpr int widestColumn = 40; // characters
+
+// A cell with choices is edited in a box of them; any other one in a line, as a text.
+class CellDelegate final : public QStyledItemDelegate {
+public:
+    CellDelegate(const forms::FieldDef& table, QObject* parent) : QStyledItemDelegate(parent), m_table(table) {}
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override {
+        const forms::ColumnDef& column = m_table.columns[static_cast<std::size_t>(index.column())];
+        if (column.kind != forms::FieldKind::Choice || column.choices.empty())
+            return QStyledItemDelegate::createEditor(parent, option, index);
+        auto* box = new QComboBox(parent);
+        for (const auto& choice : column.choices)
+            box->addItem(Text(forms::PlainText(choice.label.text)), Text(choice.value));
+        return box;
+    }
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+        if (auto* box = qobject_cast<QComboBox*>(editor))
+            box->setCurrentText(index.data(Qt::EditRole).toString());
+        else
+            QStyledItemDelegate::setEditorData(editor, index);
+    }
+    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override {
+        if (const auto* box = qobject_cast<QComboBox*>(editor)) {
+            if (box->currentIndex() >= 0 && box->currentText() != index.data(Qt::EditRole).toString())
+                model->setData(index, box->currentData(), Qt::EditRole);
+        } else if (editor->property("text").toString() != index.data(Qt::EditRole).toString()) {
+            QStyledItemDelegate::setModelData(editor, model, index);
+        }
+    }
+
+private:
+    const forms::FieldDef& m_table; // of the model, which the form's context keeps
+};
+
+} // namespace
+
+RowsEditor::RowsEditor(std::shared_ptr<FormContext> form, std::size_t field, QWidget* parent)
+    : FieldEditor(form, field), m_rows(new RowsModel(std::move(form), field, this)) {
+    if (Def().kind == forms::FieldKind::Tree) {
+        auto* tree = new QTreeView(parent);
+        tree->setUniformRowHeights(true);
+        m_view = tree;
+    } else {
+        auto* table = new QTableView(parent);
+        table->verticalHeader()->hide();
+        table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+        table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() * 3 / 2);
+        table->horizontalHeader()->setHighlightSections(false);
+        table->setWordWrap(false);
+        m_view = table;
+    }
+    m_view->setModel(m_rows);
+    m_view->setItemDelegate(new CellDelegate(Def(), m_view));
+    m_view->setTabKeyNavigation(false);
+    m_view->setAlternatingRowColors(true);
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->setSelectionMode(Def().selection == forms::RowSelection::None ? QAbstractItemView::NoSelection
+                                                                          : QAbstractItemView::SingleSelection);
+    m_view->setMinimumHeight(m_view->fontMetrics().lineSpacing() * rowsShown);
+    Header()->setStretchLastSection(true);
+    Header()->setResizeContentsPrecision(rowsMeasured);
+    Compose(m_view, Growth::Fills);
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (this->Form().IsShowing())
+            return;
+        const QModelIndexList chosen = m_view->selectionModel()->selectedRows();
+        const std::size_t row = m_rows->RowOf(chosen.value(0));
+        const auto shared = SharedForm();
+        shared->Do({FormAct::What::Row, Field(), {}, row},
+                   [shared, index = Field(), row] { shared->Model().SelectRow(index, row); });
+    });
+    connect(m_rows, &RowsModel::Refused, this, [this](const QModelIndex& index, const QString& problem) {
+        const QRect cell = m_view->visualRect(index);
+        QToolTip::showText(m_view->viewport()->mapToGlobal(cell.bottomLeft()), problem, m_view, cell);
+    });
+    RowsEditor::ShowRows();
+}
+
+QHeaderView* RowsEditor::Header() const {
+    if (const auto* tree = qobject_cast<QTreeView*>(m_view))
+        return tree->header();
+    return static_cast<QTableView*>(m_view.data())->horizontalHeader();
+}
+
+void RowsEditor::ShowRows() {
+    if (!m_view)
+        return;
+    const FormContext::Showing showing(Form());
+    m_rows->ShowRows();
+    FitColumns();
+    ShowSelection();
+}
+
+void RowsEditor::ShowCells() {
+    const FormContext::Showing showing(Form());
+    if (m_rows)
+        m_rows->ShowCells();
+}
+
+void RowsEditor::ShowSelection() {
+    if (!m_view)
+        return;
+    const FormContext::Showing showing(Form());
+    const QModelIndex index = m_rows->IndexOf(Model().SelectedRow(Field()));
+    QItemSelectionModel* selection = m_view->selectionModel();
+    if (!index.isValid()) {
+        selection->clearSelection();
+    } else if (!selection->isRowSelected(index.row(), index.parent())) {
+        selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_view->scrollTo(index);
+    }
+}
+
+// Once there is something to measure; afterwards the widths are the user's.
+void RowsEditor::FitColumns() {
+    if (m_isFitted || m_rows->rowCount() == 0)
+        return;
+    m_isFitted = true;
+    QHeaderView* header = Header();
+    const int most = m_view->fontMetrics().averageCharWidth() * widestColumn;
+    if (auto* tree = qobject_cast<QTreeView*>(m_view))
+        for (int column = 0; column < header->count(); ++column)
+            tree->resizeColumnToContents(column);
+    else
+        static_cast<QTableView*>(m_view.data())->resizeColumnsToContents();
+    for (int column = 0; column + 1 < header->count(); ++column)
+        header->resizeSection(column, std::min(header->sectionSize(column), most));
+}
+
+} // namespace corvane::desktop

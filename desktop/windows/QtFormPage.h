@@ -1,0 +1,49 @@
+// The page of a form as this host shows pages: its widget is drawn from the form's model, and the page's class gives
+// the widgets for the form's places.
+#pragma once
+
+#include "desktop/IQtPage.h"
+#include "desktop/forms/FormHost.h"
+#include "forms/FormPage.h"
+
+#include <QPointer>
+#include <functional>
+
+namespace corvane::desktop {
+
+class FormWidget;
+
+class QtFormPage final : public IQtPage {
+public:
+    // act runs what the user does, as FormHost has it.
+    QtFormPage(Ref<forms::FormPage> form, decltype(FormHost::act) act)
+        : m_form(std::move(form)), m_act(std::move(act)) {}
+
+    [[nodiscard]] const Ref<Object>& PageObj() const { return m_form->PageObj(); }
+    [[nodiscard]] const Ref<forms::FormModel>& Model() const { return m_form->Model(); }
+
+    QWidget* NewWidget(QWidget* parent) override;
+    [[nodiscard]] QWidget* FirstFocus() override;
+    [[nodiscard]] bool IsChanged() override { return m_form->IsChanged(); }
+    [[nodiscard]] Long HelpTopic() override;
+
+    std::string_view TypeName() const override { return "QtFormPage"; }
+
+private:
+    [[nodiscard]] QWidget* Fill(QWidget* place) const;
+
+    Ref<forms::FormPage> m_form;
+    decltype(FormHost::act) m_act;
+    QPointer<FormWidget> m_widget;
+};
+
+// The step of a record for an act on a form, without the window and the page: "set" and "Title Sleep". Empty for an act
+// that is no step.
+struct FormStepText {
+    std::string verb;
+    std::string rest;
+    std::string field;
+};
+[[nodiscard]] FormStepText StepOf(const forms::FormModel& model, const FormAct& act);
+
+} // namespace corvane::desktop
