@@ -4,6 +4,7 @@
 set(CORVANE_PUBLIC_HEADERS
   # One a subject, for plug-ins; the others are what they are made of.
   corvane/Explorer.h
+  corvane/Jobs.h
   corvane/Page.h
   corvane/Service.h
 
@@ -11,6 +12,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/author/ExplorerItem.h
   corvane/author/Fields.h
   corvane/author/Host.h
+  corvane/author/Jobs.h
   corvane/author/Methods.h
   corvane/author/Page.h
   corvane/author/Rows.h
@@ -53,6 +55,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/platform/IClassFinder.h
   corvane/platform/IFileSystem.h
   corvane/platform/IIniReader.h
+  corvane/platform/IJobs.h
   corvane/platform/IMessageBox.h
   corvane/platform/IObjectFactory.h
   corvane/platform/IPictureLoader.h

@@ -26,6 +26,7 @@ std::uint64_t Start() {
     return 0;
 }
 void Stop() {}
+void NameThread(std::string /*sName*/) {}
 std::vector<Ref<Object>> MadeSince(std::uint64_t /*uMark*/) {
     return {};
 }
@@ -38,6 +39,7 @@ namespace {
 
 std::optional<std::thread::id> g_oThread; // that has loaded the library; nothing while it isn't loaded
 std::uint64_t g_uMade = 0;
+thread_local std::string t_sThread; // as NameThread has set it
 
 // Objects may live on in statics, which end after this.
 std::unordered_map<const Object*, std::uint64_t>& Living() {
@@ -56,10 +58,11 @@ namespace detail {
 void CheckThread(const Object& oObject) noexcept {
     if (!IsElsewhere())
         return;
-    std::fprintf(stderr,
-                 "Assertion failed: an object of class \"%s\" is used by another thread than the one that has loaded "
-                 "the library. Hand plain values to threads, and results back to that thread.\n",
-                 std::string(oObject.TypeName()).c_str());
+    std::fprintf(
+        stderr,
+        "Assertion failed: an object of class \"%s\" is used by %s%sanother thread than the one that has loaded "
+        "the library. Hand plain values to threads, and results back to that thread.\n",
+        std::string(oObject.TypeName()).c_str(), t_sThread.c_str(), t_sThread.empty() ? "" : ", which is ");
     std::abort();
 }
 
@@ -79,6 +82,10 @@ std::uint64_t Start() {
 
 void Stop() {
     g_oThread.reset();
+}
+
+void NameThread(std::string sName) {
+    t_sThread = std::move(sName);
 }
 
 std::vector<Ref<Object>> MadeSince(std::uint64_t uMark) {

@@ -5,6 +5,7 @@
 #include "corvane/base/Ref.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace corvane::ObjectWatch {
@@ -12,6 +13,9 @@ namespace corvane::ObjectWatch {
 // From now on only this thread may use objects, until Stop. Returns a mark for MadeSince.
 std::uint64_t Start();
 void Stop();
+// What the calling thread is, for the message about an object that it uses, as in `the job "Import"`; empty for nothing
+// in particular.
+[[gnu::visibility("default")]] void NameThread(std::string sName);
 // The living objects that have been made since the mark, in order.
 [[nodiscard]] std::vector<Ref<Object>> MadeSince(std::uint64_t uMark);
 // By the end of an object.

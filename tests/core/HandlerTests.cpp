@@ -1,5 +1,6 @@
 // The error convention: what is logged, asked and raised, and what a failure says of the plug-in that it left.
 
+#include "corvane/author/Jobs.h"
 #include "corvane/base/Automation.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -180,6 +181,17 @@ TEST(DebugBuild, NamesWhatIsUsedByAnotherThread) {
             std::thread([&] { oItem->SetChecked(true); }).join();
         },
         "an object of class \"ActionItem\" is used by another thread");
+    // By a pointer, which counts no reference, in a job, which is named.
+    EXPECT_DEATH(
+        {
+            Application oApplication;
+            (void)oApplication.Start();
+            (void)StartJob({.title = "Import"}, [pForm = oApplication.Host().MainForm().Get()] {
+                pForm->SetCaption("Imported");
+            });
+            oApplication.RunJobs();
+        },
+        "an object of class \"MdiForm\" is used by the job \"Import\", which is another thread");
 }
 
 TEST(DebugBuild, NamesARingThatIsAliveAtTheEnd) {

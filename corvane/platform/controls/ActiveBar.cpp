@@ -68,6 +68,7 @@ ActiveBar* Tool::Bar() const {
 }
 
 void Tool::RaiseChanged(BarChange::What eWhat) {
+    CheckThread();
     if (ActiveBar* pBar = Bar())
         pBar->Changed.Raise({eWhat, OwningBand(), this});
 }
@@ -304,6 +305,7 @@ void Band::Detach() {
 }
 
 void Band::RaiseChanged(BarChange::What eWhat) {
+    CheckThread();
     if (m_pBar)
         m_pBar->Changed.Raise({eWhat, this, nullptr});
 }
@@ -389,10 +391,12 @@ ActiveBar::~ActiveBar() {
 }
 
 void ActiveBar::RecalcLayout() {
+    CheckThread();
     Changed.Raise({BarChange::What::Layout});
 }
 
 void ActiveBar::RedrawBars() {
+    CheckThread();
     Changed.Raise({BarChange::What::Redraw});
 }
 

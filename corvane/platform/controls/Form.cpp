@@ -70,6 +70,7 @@ void Form::Show(ShowMode eMode, const Ref<Form>& oOwner) {
 }
 
 void Form::Hide() {
+    CheckThread();
     if (!m_bVisible)
         return;
     m_bVisible = false;
@@ -77,10 +78,12 @@ void Form::Hide() {
 }
 
 void Form::Refresh() {
+    CheckThread();
     Changed.Raise(Change::Repaint);
 }
 
 void Form::Move(Single fLeft, Single fTop, Single fWidth, Single fHeight) {
+    CheckThread();
     m_fLeft = fLeft;
     m_fTop = fTop;
     m_fWidth = fWidth;
@@ -94,11 +97,13 @@ void Form::SetFrame(Single fWidth, Single fHeight) {
 }
 
 void Form::SetCaption(std::string sCaption) {
+    CheckThread();
     m_sCaption = std::move(sCaption);
     Changed.Raise(Change::Caption);
 }
 
 void Form::SetWindowState(FormState eState) {
+    CheckThread();
     m_eState = eState;
     Changed.Raise(Change::State);
 }

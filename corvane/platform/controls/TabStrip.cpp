@@ -14,11 +14,13 @@ void TabStrip::SetTabs(Long lTabs) {
 }
 
 void TabStrip::SetTabsPerRow(Long lTabs) {
+    CheckThread();
     m_lTabsPerRow = lTabs;
     Changed.Raise();
 }
 
 void TabStrip::SetTab(Long lTab) {
+    CheckThread();
     if (lTab < 0 || lTab >= Tabs())
         Fail(FailureNumber::InvalidProcedureCall, "There is no tab " + std::to_string(lTab));
     m_lTab = lTab;
@@ -30,6 +32,7 @@ std::string TabStrip::Caption() const {
 }
 
 void TabStrip::SetCaption(std::string sCaption) {
+    CheckThread();
     if (m_aCaptions.empty())
         return;
     m_aCaptions[static_cast<std::size_t>(m_lTab)] = std::move(sCaption);

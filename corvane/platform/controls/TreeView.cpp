@@ -77,8 +77,10 @@ Nodes::~Nodes() {
 }
 
 void Nodes::RaiseChanged(const TreeChange& oChange) const {
-    if (m_pTreeView)
-        m_pTreeView->Changed.Raise(oChange);
+    if (!m_pTreeView)
+        return;
+    m_pTreeView->CheckThread();
+    m_pTreeView->Changed.Raise(oChange);
 }
 
 const std::vector<Node*>& Nodes::Siblings(const Node* pParent) const {
@@ -178,6 +180,7 @@ TreeView::~TreeView() {
 }
 
 void TreeView::RaiseChanged(TreeChange::What eWhat, Node* pNode) {
+    CheckThread();
     Changed.Raise({eWhat, pNode});
 }
 
