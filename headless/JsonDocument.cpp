@@ -6,6 +6,7 @@
 #include "corvane/windows/WindowManager.h"
 #include "headless/Document.h"
 #include "headless/FormPages.h"
+#include "headless/JobText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -211,6 +212,31 @@ Json WindowsJson(const ModelHost& host, const WindowManager& windowManager) {
     return windows;
 }
 
+void AddJob(Json& jobs, const corvane::jobs::Job& job) {
+    Json json{{"name", job.Title()}, {"state", StateName(job.State())}, {"text", job.Text()}, {"log", job.LogLines()}};
+    if (!job.BelongsTo().service.empty())
+        json["service"] = job.BelongsTo().service;
+    if (!job.BelongsTo().name.empty())
+        json["owner"] = job.BelongsTo().name;
+    if (const auto& failure = job.Error())
+        json["failure"] = {{"number", failure->Number},
+                           {"source", failure->Source},
+                           {"description", failure->Description},
+                           {"context", failure->Context}};
+    for (const auto& [title, key] : job.WaitsFor())
+        json["waitsFor"].push_back({{"name", title}, {"key", key}});
+    jobs.push_back(std::move(json));
+}
+
+Json JobsJson(const corvane::jobs::Manager& manager) {
+    Json jobs = Json::array();
+    for (const auto& job : manager.Ended())
+        AddJob(jobs, *job);
+    for (const auto& job : manager.Active())
+        AddJob(jobs, *job);
+    return jobs;
+}
+
 Json LogJson(const Record& record) {
     Json log = Json::array();
     for (const auto& entry : record.log)
@@ -273,6 +299,8 @@ std::string JsonDocument(const ModelHost& host, const DocumentOptions& options) 
     for (const auto& band : host.Bar()->Bands()->All())
         bands.push_back(BandJson(*band));
     json["explorer"] = ExplorerJson(host, options);
+    if (Json jobs = JobsJson(*host.Jobs()); !jobs.empty())
+        json["jobs"] = std::move(jobs);
     json["log"] = LogJson(host.Recorded());
     if (options.standIns)
         json["calls"] = CallsJson(host.Recorded());

@@ -8,7 +8,9 @@
 #include "adapters/xml/XmlService.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "jobs/Manager.h"
 
+#include <chrono>
 #include <filesystem>
 
 namespace corvane::inspect {
@@ -61,6 +63,16 @@ Platform ModelHost::MakePlatform(const HostOptions& options) {
 }
 
 ModelHost::ModelHost(const HostOptions& options) {
+    jobs::Host host;
+    host.guard = [this](const std::function<void()>& act) {
+        if (!HasExited())
+            Do(act);
+    };
+    host.begins = false;
+    host.keepsAll = true;
+    if (options.oneThread)
+        host.mostThreads = 0;
+    m_jobs = New<jobs::Manager>(std::move(host));
     m_popupRequested = m_activeBar->PopupRequested.Subscribe(
         [this](const Ref<Band>& band) { m_record->popups.push_back(band->Name()); });
     m_childLoaded = m_mainForm->ChildLoaded.Subscribe([this](const Ref<Form>& form) { RegisterWindow(form); });
@@ -68,6 +80,7 @@ ModelHost::ModelHost(const HostOptions& options) {
     m_mainForm->AddMember("ActiveBar", m_activeBar);
     m_mainForm->AddMember("CommonDialog", m_dialogs);
     m_mainForm->AddMember("ctlCVProgress", New<ProgressModel>());
+    m_mainForm->AddMember("Jobs", m_jobs);
     m_library = std::make_unique<Library>(MakePlatform(options));
     m_mainForm->Load();
 }
@@ -84,6 +97,8 @@ void ModelHost::RegisterWindow(const Ref<Form>& form) {
 // Also after AppExit, which leaves the windows as they are: a window and its form hold each other.
 ModelHost::~ModelHost() {
     Exit();
+    constexpr std::chrono::hours always(1000);
+    (void)m_jobs->Stop(always);
 }
 
 bool ModelHost::Start() {
@@ -93,6 +108,7 @@ bool ModelHost::Start() {
         if (!CorvaneMain::HasEnded()) // a plug-in may have ended the application already
             framework->Start();
     });
+    RunJobs();
     return !m_firstFailure;
 }
 
@@ -103,6 +119,29 @@ void ModelHost::Do(const std::function<void()>& act) {
         if (!m_firstFailure)
             m_firstFailure = CurrentFailure();
     }
+}
+
+void ModelHost::RunJobs() {
+    Do([this] { m_jobs->RunToEnd(); });
+}
+
+void ModelHost::Wait() {
+    Do([this] { m_timers->TickAll(); });
+    RunJobs();
+}
+
+bool ModelHost::CancelJob(const std::string& title, std::optional<Double> part) {
+    bool found = false;
+    for (const auto& job : m_jobs->Active()) {
+        if (!EqualText(job->Title(), title) || !job->CanCancel())
+            continue;
+        found = true;
+        if (part)
+            job->CancelAt(*part);
+        else
+            job->Cancel();
+    }
+    return found;
 }
 
 void ModelHost::Exit() {

@@ -19,12 +19,17 @@
 #include <utility>
 #include <vector>
 
+namespace corvane::jobs {
+class Manager;
+}
+
 namespace corvane::inspect {
 
 struct HostOptions {
     std::string applicationFolder;
-    bool standIns = false; // instead of plug-ins, as "standins.json" of the folder says, if there is one
-    Ref<IXmlService> xml;  // instead of the real one, if given
+    bool standIns = false;  // instead of plug-ins, as "standins.json" of the folder says, if there is one
+    Ref<IXmlService> xml;   // instead of the real one, if given
+    bool oneThread = false; // jobs do their work in this thread, one after another in order of their start
 };
 
 class ModelHost {
@@ -34,10 +39,18 @@ public:
     ModelHost(const ModelHost&) = delete;
     ModelHost& operator=(const ModelHost&) = delete;
 
-    // Framework.Initialize and Framework.Start. False when one failed; see FirstFailure.
+    // Framework.Initialize and Framework.Start, and the jobs that they started. False when one failed; see
+    // FirstFailure.
     bool Start();
     // Runs an action of the user or a service; a failure that leaves the library is recorded and stops here.
     void Do(const std::function<void()>& act);
+    // Jobs begin here, and run to their end with all that comes of them. Between the calls they wait.
+    void RunJobs();
+    // Time passes: each timer ticks once, and what has begun by that runs to its end.
+    void Wait();
+    // Cancels the jobs of that title that haven't ended, or, when a part between 0 and 1 is given, lets each be
+    // cancelled as soon as it gets that far. False when there is none that can be cancelled.
+    bool CancelJob(const std::string& title, std::optional<Double> part = std::nullopt);
     // Runs while a modal form is shown, which is closed afterwards if it still is open. Without it that is at once.
     void SetModalLoop(ModalLoopFunction modalLoop) { m_modalLoop = std::move(modalLoop); }
     // The open forms unload, the one activated last first, then the main form.
@@ -53,6 +66,7 @@ public:
     [[nodiscard]] Ref<TreeView> ActiveTree() const;         // of the current tab; nothing without tabs
     [[nodiscard]] Ref<ImageList> Images() const;            // nothing before the explorer is set up
     [[nodiscard]] ManualTimers& Timers() const { return *m_timers; }
+    [[nodiscard]] const Ref<jobs::Manager>& Jobs() const { return m_jobs; }
 
     // Answers to what services ask are added here.
     [[nodiscard]] inspect::Dialogs& Dialogs() const { return *m_dialogs; }
@@ -67,6 +81,7 @@ private:
     Ref<inspect::Dialogs> m_dialogs = New<inspect::Dialogs>();
     Ref<ManualTimers> m_timers = New<ManualTimers>();
     Ref<WindowMessages> m_messages = New<WindowMessages>();
+    Ref<jobs::Manager> m_jobs;
     std::unique_ptr<Library> m_library;
     Ref<ActiveBar> m_activeBar = NewHostActiveBar();
     Ref<MdiForm> m_mainForm = New<MdiForm>();

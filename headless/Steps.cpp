@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <string_view>
 
 namespace corvane::inspect {
 
@@ -166,6 +168,29 @@ void Resize(const ModelHost& host, const std::string& rest) {
     host.Panel()->Resize.Raise();
 }
 
+struct JobToCancel {
+    std::string title;
+    std::optional<Double> part; // that is done by then
+};
+
+// "Import" or "Import at 40%".
+JobToCancel JobIn(const std::string& rest) {
+    constexpr std::string_view at = " at ";
+    const std::size_t place = rest.rfind(at);
+    if (place == std::string::npos || !rest.ends_with('%'))
+        return {rest, {}};
+    const std::size_t begin = place + at.size();
+    const std::optional<Double> percent = NumberIn(rest.substr(begin, rest.size() - begin - 1));
+    if (!percent || *percent < 0 || *percent > 100)
+        return {rest, {}};
+    return {rest.substr(0, place), *percent / 100};
+}
+
+// Jobs wait at this step for the next one, so that it can be cancelled.
+bool KeepsJobsWaiting(const Step& step) {
+    return step.verb == "cancel";
+}
+
 struct Verb {
     int fieldCount; // that it needs
     std::function<void(ModelHost&, const std::string&)> act;
@@ -216,6 +241,8 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"cell", {6, [](ModelHost&, const std::string&) {}, "KEY PAGE TABLE ROW COLUMN VALUE"}},
         {"row", {4, [](ModelHost&, const std::string&) {}, "KEY PAGE TABLE ROW"}},
         {"answer", {0, [](ModelHost& host, const std::string& rest) { host.Dialogs().AddAnswer(rest); }}},
+        {"wait", {0, [](ModelHost& host, const std::string&) { host.Wait(); }}},
+        {"cancel", {1, [](ModelHost&, const std::string&) {}, "JOB"}},        // Take does it
         {"expect", {2, [](ModelHost&, const std::string&) {}, "PATH VALUE"}}, // Take looks at it
         {"exit", {0, [](ModelHost& host, const std::string&) { host.Exit(); }}},
     };
@@ -255,6 +282,13 @@ std::string Missing(const ModelHost& host, const Step& step) {
     return tvw->Container() == host.Tabs()->Tab() ? std::string() : "the tab " + tab + " isn't the current one";
 }
 
+void NoteUnanswered(const ModelHost& host, const Step& step) {
+    for (const std::string& question : host.Dialogs().TakeUnanswered())
+        if (!step.file.empty())
+            host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: \"" + question +
+                                             "\" was asked and cancelled: answer it by the step \"answer TEXT\"");
+}
+
 } // namespace
 
 std::vector<Step> ReadSteps(std::istream& stream, const std::string& file) {
@@ -289,6 +323,14 @@ void Take(ModelHost& host, const Step& step) {
             host.Recorded().unmet.push_back(step.file + ":" + std::to_string(step.line) + ": error: " + unmet);
         return;
     }
+    if (step.verb == "cancel") {
+        const auto [title, part] = JobIn(step.rest);
+        if (!host.CancelJob(title, part) && !step.file.empty())
+            host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: no job \"" + title +
+                                             "\" waits to be run that can be cancelled: \"cancel\" comes right "
+                                             "behind the step that starts it");
+        return;
+    }
     const auto& verb = Verbs().at(step.verb);
     if (!step.file.empty())
         if (const std::string missing = Missing(host, step); !missing.empty())
@@ -302,10 +344,7 @@ void Take(ModelHost& host, const Step& step) {
     });
     if (!refused.empty() && !step.file.empty())
         host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: " + refused);
-    for (const std::string& question : host.Dialogs().TakeUnanswered())
-        if (!step.file.empty())
-            host.Recorded().missed.push_back(step.file + ":" + std::to_string(step.line) + ": note: \"" + question +
-                                             "\" was asked and cancelled: answer it by the step \"answer TEXT\"");
+    NoteUnanswered(host, step);
 }
 
 void TakeAll(ModelHost& host, const std::vector<Step>& steps) {
@@ -321,6 +360,10 @@ void TakeAll(ModelHost& host, const std::vector<Step>& steps) {
         const Step& step = *nextPosition++;
         if (!host.HasExited() || step.verb == "expect")
             Take(host, step);
+        if (nextPosition == steps.end() || !KeepsJobsWaiting(*nextPosition)) {
+            host.RunJobs();
+            NoteUnanswered(host, step);
+        }
     };
     host.SetModalLoop([&](const Form& frm) {
         while (frm.IsLoaded() && frm.Visible() && nextPosition != steps.end() && nextPosition->inModal)

@@ -25,7 +25,8 @@ struct Step {
 // Takes a step. A failure that leaves the library is noted by the host; an expectation that isn't met, in its record.
 void Take(ModelHost& host, const Step& step);
 // Takes them one after another; behind the end of the application only expectations. A modal window stays open for the
-// indented steps behind the one that opened it, and is closed before the next that isn't.
+// indented steps behind the one that opened it, and is closed before the next that isn't. Jobs run to their end after
+// each step, unless the next one cancels.
 void TakeAll(ModelHost& host, const std::vector<Step>& steps);
 
 } // namespace corvane::inspect

@@ -6,6 +6,7 @@
 #include "corvane/windows/WindowManager.h"
 #include "headless/Document.h"
 #include "headless/FormPages.h"
+#include "headless/JobText.h"
 
 #include <sstream>
 
@@ -77,6 +78,30 @@ void WriteForms(Writer& writer, const ModelHost& host, const Ref<Window>& window
     }
 }
 
+void WriteJob(Writer& writer, const jobs::Job& job) {
+    const std::string& service = job.BelongsTo().service;
+    writer.Line(1, job.Title() + "  " + StateName(job.State()) +
+                       (service.empty() ? "" : "  (service " + service + ")") +
+                       (job.Text().empty() ? "" : "  " + job.Text()));
+    for (const std::string& line : job.LogLines())
+        writer.Line(2, line);
+    if (const auto& failure = job.Error())
+        writer.Line(2, std::to_string(failure->Number) + " " + failure->Source + ": " + failure->Description);
+    for (const auto& [title, key] : job.WaitsFor())
+        writer.Line(2, "waits for " + title + " (" + key + ")");
+}
+
+void WriteJobs(Writer& writer, const jobs::Manager& manager) {
+    const auto active = manager.Active();
+    if (manager.Ended().empty() && active.empty())
+        return;
+    writer.Heading("Jobs");
+    for (const auto& job : manager.Ended())
+        WriteJob(writer, *job);
+    for (const auto& job : active)
+        WriteJob(writer, *job);
+}
+
 void WriteRecord(Writer& writer, const ModelHost& host) {
     const Record& record = host.Recorded();
     if (!record.messages.empty())
@@ -126,6 +151,7 @@ std::string TextDocument(const ModelHost& host, const DocumentOptions& /*options
         writer.Heading("Status");
         writer.Line(1, status);
     }
+    WriteJobs(writer, *host.Jobs());
     WriteRecord(writer, host);
     return writer.Text();
 }

@@ -176,8 +176,8 @@ Application& Application::SetStandIns(const std::string& json) {
 
 void Application::Load() {
     m_callsTaken = m_logTaken = m_unmetTaken = 0;
-    m_host = std::make_unique<inspect::ModelHost>(
-        inspect::HostOptions{.applicationFolder = m_folder, .standIns = m_isOwn, .xml = nullptr});
+    m_host = std::make_unique<inspect::ModelHost>(inspect::HostOptions{
+        .applicationFolder = m_folder, .standIns = m_isOwn, .xml = nullptr, .oneThread = m_oneThread});
 }
 
 Long Application::Start() {

@@ -52,6 +52,12 @@ public:
     Application& AddFile(const std::string& pathText, std::string_view bytes); // below the application's folder
     Application& RemoveFile(const std::string& path);
 
+    // Before Start: jobs do their work in the test's own thread, in order of their start.
+    Application& UseOneThread() {
+        m_oneThread = true;
+        return *this;
+    }
+
     // Brings the application up. The number of the failure that stopped it, else 0.
     Long Start();
     // The main form unloads, and the library with it.
@@ -72,6 +78,8 @@ public:
     void Take(const std::string& stepsText);
     // What steps "expect" have found otherwise since the last call, with the numbers of their lines.
     [[nodiscard]] Lines TakeUnmet();
+    // After a test's own calls, for which no step is taken: jobs run to their end, with what comes of them.
+    void RunJobs() const { m_host->RunJobs(); }
     // The user chooses a tool. The number of the failure that leaves the bar, else 0.
     [[nodiscard]] Long Click(const std::string& tool) const;
 
@@ -103,6 +111,7 @@ private:
 
     std::string m_folder;
     bool m_isOwn = true;
+    bool m_oneThread = false;
     std::unique_ptr<inspect::ModelHost> m_host;
     std::size_t m_callsTaken = 0;
     std::size_t m_logTaken = 0;

@@ -16,6 +16,7 @@ struct InspectArguments {
     std::string steps;
     bool standIns = false;
     bool json = false;
+    bool oneThread = false;
 };
 
 int Inspect(const InspectArguments& arguments) {
@@ -28,7 +29,7 @@ int Inspect(const InspectArguments& arguments) {
             return Fails(arguments.steps, "the file can't be read");
         steps = ReadSteps(stream, arguments.steps);
     }
-    ModelHost host({application, arguments.standIns, nullptr});
+    ModelHost host({application, arguments.standIns, nullptr, arguments.oneThread});
     DocumentOptions options;
     options.standIns = arguments.standIns;
     const bool started = host.Start();
@@ -61,6 +62,8 @@ void AddInspect(CLI::App& app, Run& run) {
     inspect->add_option("--steps", arguments->steps, "A file of steps to take, one per line");
     inspect->add_flag("--stand-ins", arguments->standIns, "Use stubs instead of all plug-ins");
     inspect->add_flag("--json", arguments->json, "Print one JSON document");
+    inspect->add_flag("--one-thread", arguments->oneThread,
+                      "Let jobs do their work one after another in one thread, each time in the same order");
     inspect->callback([arguments, &run] { run = [arguments] { return Inspect(*arguments); }; });
 }
 
