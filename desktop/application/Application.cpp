@@ -67,10 +67,12 @@ Application::Application(const ApplicationOptions& options)
                                       std::filesystem::path(m_platform.utilities->LogPath()).parent_path().string(),
                                       options.leftOut, options.askAfterCrash);
     SetUpFailures();
+    SetUpJobs();
     m_mainForm->Load();
     m_library = std::make_unique<Library>(MakePlatform());
     m_window = std::make_unique<MainWindow>(m_mainForm, m_activeBar, m_panelForm, m_failures);
     m_window->Bars().SetProgressWidget([progress = m_progress] { return progress->Widget(); });
+    m_jobs->SetWindow(*m_window);
     m_failures.SetParentWindow(m_window.get());
     m_messageBox->SetParentWindow(m_window.get());
     m_commonDialog->SetParentWindow(m_window.get());
@@ -89,6 +91,7 @@ void Application::SetUpWindowHost() {
     m_windowHost->messages = m_platform.windowMessages;
     m_windowHost->guard = [this](const std::function<void()>& act) { m_failures.Guard(act); };
     m_windowHost->askToLeave = [this](const LeaveQuestion& question) { return AskToLeave(question); };
+    m_windowHost->mayClose = [this](const auto&... question) { return m_jobs->MayClose(question...); };
     m_windowHost->help = [this](Long topic) { ShowHelp(topic); };
     if (m_recorder)
         m_windowHost->byUser = [this](const WindowStep& step, const std::function<void()>& work) {
@@ -100,6 +103,7 @@ Application::~Application() {
     m_runningProvider = nullptr;
     if (!HasEnded())
         m_failures.Guard([this] { m_mainForm->Unload(); });
+    StopJobs();
     m_window->Bars().SetChanges(BarChanges::None());
     m_commandOwner.reset();
     m_personal.reset();

@@ -12,6 +12,7 @@
 #include "desktop/blame/Blame.h"
 #include "desktop/failures/FailurePresenter.h"
 #include "desktop/failures/GuardedApplication.h"
+#include "desktop/jobs/DesktopJobs.h"
 #include "desktop/platform/HostParts.h"
 #include "desktop/platform/Identity.h"
 #include "desktop/record/StepRecorder.h"
@@ -90,6 +91,7 @@ public:
     [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_panelForm; }
     [[nodiscard]] CommonDialog& Dialogs() { return *m_commonDialog; }
     [[nodiscard]] const QtMessageBox& Messages() const { return *m_messageBox; }
+    [[nodiscard]] DesktopJobs& Jobs() { return *m_jobs; }
     [[nodiscard]] Blame& Blamed() { return *m_blame; }
     [[nodiscard]] PersonalDesktop& Personal() { return *m_personal; }
     [[nodiscard]] FailurePresenter& Failures() { return m_failures; }
@@ -109,6 +111,7 @@ private:
     void ShowCustomize() override;
     void ShowInspector() override;
     void ShowLog() override;
+    void ShowJobs() override;
     void PrepareCommand(const Tool& tool);
     void NoteLostClick(const Tool& tool) const;
     [[nodiscard]] PersonalDesktop::Parts PersonalParts(const ApplicationOptions& options);
@@ -117,8 +120,12 @@ private:
     [[nodiscard]] QString RunningService() const;
     [[nodiscard]] QString StatusText() const;
     [[nodiscard]] bool SettleUnsavedWork();
-    [[nodiscard]] ExitAnswer AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups);
+    [[nodiscard]] ExitAnswer AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups,
+                                                 const std::vector<std::string>& jobs);
     void ApplyAppearance(const Appearance& appearance);
+    void SetUpJobs();
+    [[nodiscard]] JobAnswer AskAboutJobs(const JobQuestion& question);
+    void StopJobs();
 
     // ApplicationFailures.cpp: what follows a failure.
     void SetUpFailures();
@@ -153,6 +160,7 @@ private:
     std::optional<int> m_barShownAt; // the depth of the code that showed the progress bar last
     std::shared_ptr<WindowHost> m_windowHost = std::make_shared<WindowHost>();
     std::unique_ptr<Blame> m_blame; // ends last: services may die at their end
+    std::unique_ptr<DesktopJobs> m_jobs;
     std::unique_ptr<Library> m_library;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<PersonalDesktop> m_personal;

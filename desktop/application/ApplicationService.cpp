@@ -65,6 +65,10 @@ void Application::ShowLog() {
     m_personal->ShowLog();
 }
 
+void Application::ShowJobs() {
+    m_jobs->ShowView();
+}
+
 void Application::PrepareCommand(const Tool& tool) {
     // What has been typed into a label belongs to its item; the command may choose another one.
     for (const auto& control : m_panelForm->Controls())
@@ -192,9 +196,18 @@ bool Application::SettleUnsavedWork() {
                                   .toStdString());
                  }});
         }
-    const bool exit = corvane::desktop::SettleUnsavedWork(
-        framework, std::move(windows), [this](const auto& groups) { return AskAboutUnsavedWork(groups); },
-        [this](const std::function<void()>& act) { m_failures.Guard(act); });
+    const std::vector<std::string> jobs = m_jobs->Running();
+    bool asked = false;
+    const auto ask = [&](const std::vector<UnsavedGroup>& groups) {
+        asked = true;
+        return AskAboutUnsavedWork(groups, jobs);
+    };
+    bool exit = corvane::desktop::SettleUnsavedWork(
+        framework, std::move(windows), ask, [this](const std::function<void()>& act) { m_failures.Guard(act); });
+    if (exit && !asked && !jobs.empty())
+        exit = ask({}).what != ExitAnswer::What::Cancel;
+    if (exit)
+        m_jobs->CancelAll();
     if (exit)
         for (const auto& form : forms)
             form->SettleChanges(!form->HasUnsavedChanges());
@@ -202,7 +215,8 @@ bool Application::SettleUnsavedWork() {
 }
 
 // A run that no one watches is given "Save" or "Stay" beforehand; otherwise the work goes.
-ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups) {
+ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& groups,
+                                            const std::vector<std::string>& jobs) {
     if (const auto answer = m_commonDialog->TakeAnswer()) {
         ExitAnswer exit;
         exit.what = EqualText(*answer, "Save")   ? ExitAnswer::What::Save
@@ -213,7 +227,7 @@ ExitAnswer Application::AskAboutUnsavedWork(const std::vector<UnsavedGroup>& gro
                 exit.items.insert(exit.items.end(), group.items.begin(), group.items.end());
         return exit;
     }
-    UnsavedDialog dialog(groups, m_window.get());
+    UnsavedDialog dialog(groups, jobs, m_window.get());
     dialog.exec();
     return dialog.Answer();
 }

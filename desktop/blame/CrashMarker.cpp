@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -55,12 +56,52 @@ std::string Read(const char (&text)[N]) {
 // The mark of this program, for the handler.
 static std::atomic<void*> livingMark{nullptr};
 
+namespace {
+
+// For whom a thread of jobs works: nothing but memory, as the handler reads it.
+thread_local char threadService[128];
+
+// A handler's stack for a thread of its own; the handlers' first one is that of the user interface.
+class ThreadStack {
+public:
+    ThreadStack() {
+        stack_t stack{};
+        stack.ss_sp = m_memory.get();
+        stack.ss_size = handlerStack;
+        ::sigaltstack(&stack, nullptr);
+    }
+    ~ThreadStack() {
+        stack_t stack{};
+        stack.ss_flags = SS_DISABLE;
+        ::sigaltstack(&stack, nullptr);
+    }
+    ThreadStack(const ThreadStack&) = delete;
+    ThreadStack& operator=(const ThreadStack&) = delete;
+
+private:
+    std::unique_ptr<char[]> m_memory = std::make_unique<char[]>(handlerStack);
+};
+
+} // namespace
+
+void CrashMarker::SetThreadService(const std::string& service) {
+    static thread_local const ThreadStack stack;
+    (void)stack;
+    Write(threadService, service.c_str());
+}
+
 void CrashMarker::OnSignal(int signal) {
     if (auto* mark = static_cast<Mark*>(livingMark.load())) {
         mark->signal = signal;
         mark->hung = 0;
         if (const char* plugin = PluginCode::Innermost())
             Write(mark->plugin, plugin);
+        if (threadService[0] != 0) { // what the user interface is doing has nothing to do with it
+            Write(mark->service, threadService);
+            Write(mark->servicePlugin, mark->plugin);
+            Write(mark->creating, "");
+            Write(mark->entered, "");
+        }
     }
     // What was here before has its turn as soon as this returns.
     for (std::size_t i = 0; i < signals.size(); ++i)

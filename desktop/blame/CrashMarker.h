@@ -41,6 +41,9 @@ public:
     // The ProgID of the object's class, or the name of an explorer item's definition behind a "#"; "?" for another
     // object's, and empty for none.
     void SetEntered(const std::string& what);
+    // The calling thread, which isn't the user interface's, works for the service from now on, or for none if that is
+    // empty. What dies in it is that service's.
+    static void SetThreadService(const std::string& service);
     // From any thread: the plug-in that keeps the user interface busy; a null pointer when it doesn't any more.
     void SetHung(const char* plugin);
     // What would be found if the program died now, in that plug-in's code.

@@ -16,6 +16,7 @@ public:
     virtual void ShowCustomize() = 0;
     virtual void ShowInspector() = 0;
     virtual void ShowLog() = 0;
+    virtual void ShowJobs() = 0;
 
 protected:
     ~HostCommands() = default;
@@ -33,14 +34,15 @@ public:
     void OnCustomize() { m_commands.ShowCustomize(); }
     void OnInspector() { m_commands.ShowInspector(); }
     void OnLog() { m_commands.ShowLog(); }
+    void OnJobs() { m_commands.ShowJobs(); }
 
     std::string_view TypeName() const override { return "HostService"; }
 
-    static constexpr auto Members =
-        MemberTable(Method("OnPreferences", &HostService::OnPreferences),
-                    Method("OnCommandPalette", &HostService::OnCommandPalette),
-                    Method("OnShortcuts", &HostService::OnShortcuts), Method("OnCustomize", &HostService::OnCustomize),
-                    Method("OnInspector", &HostService::OnInspector), Method("OnLog", &HostService::OnLog));
+    static constexpr auto Members = MemberTable(
+        Method("OnPreferences", &HostService::OnPreferences),
+        Method("OnCommandPalette", &HostService::OnCommandPalette), Method("OnShortcuts", &HostService::OnShortcuts),
+        Method("OnCustomize", &HostService::OnCustomize), Method("OnInspector", &HostService::OnInspector),
+        Method("OnLog", &HostService::OnLog), Method("OnJobs", &HostService::OnJobs));
 
 private:
     HostCommands& m_commands;

@@ -14,12 +14,13 @@ namespace corvane::desktop {
 class UnsavedDialog final : public QDialog {
     Q_OBJECT
 public:
-    explicit UnsavedDialog(std::vector<UnsavedGroup> groups, QWidget* parent);
+    // Jobs by their titles; one of both at least isn't empty.
+    UnsavedDialog(std::vector<UnsavedGroup> groups, const std::vector<std::string>& jobs, QWidget* parent);
 
     [[nodiscard]] const ExitAnswer& Answer() const { return m_answer; } // cancelled unless a button said otherwise
 
 private:
-    void FillTree();
+    void FillTree(const std::vector<std::string>& jobs);
     void Finish(ExitAnswer::What what);
     [[nodiscard]] std::vector<UnsavedItem> CheckedItems() const;
 

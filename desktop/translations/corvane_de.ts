@@ -85,14 +85,6 @@
         <source>More of %1</source>
         <translation>Mehr aus %1</translation>
     </message>
-    <message>
-        <source>Close</source>
-        <translation type="vanished">Schließen</translation>
-    </message>
-    <message>
-        <source>Close this toolbar</source>
-        <translation type="vanished">Diese Symbolleiste schließen</translation>
-    </message>
 </context>
 <context>
     <name>Blame</name>
@@ -904,6 +896,177 @@
     </message>
 </context>
 <context>
+    <name>JobBar</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Shows all jobs</source>
+        <translation>Zeigt alle Aufgaben</translation>
+    </message>
+    <message>
+        <source>Progress of %1</source>
+        <translation>Fortschritt von %1</translation>
+    </message>
+    <message>
+        <source>Cancel %1</source>
+        <translation>%1 abbrechen</translation>
+    </message>
+    <message>
+        <source>Jobs…</source>
+        <translation>Aufgaben…</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und %n weitere</numerusform>
+            <numerusform>und %n weitere</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Jobs</source>
+        <translation>Aufgaben</translation>
+    </message>
+</context>
+<context>
+    <name>JobQuestionBox</name>
+    <message>
+        <source>“%1” is still running in “%2”.</source>
+        <translation>„%1“ läuft noch in „%2“.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n jobs are still running in “%1”.</source>
+        <translation>
+            <numerusform>%n Aufgabe läuft noch in „%1“.</numerusform>
+            <numerusform>%n Aufgaben laufen noch in „%1“.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>If the window closes, the result isn&apos;t shown in it any more.</source>
+        <translation>Wenn das Fenster geschlossen wird, erscheint das Ergebnis nicht mehr darin.</translation>
+    </message>
+    <message>
+        <source>&amp;Wait, Then Close</source>
+        <translation>&amp;Warten, dann schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel the Job</source>
+        <translation>&amp;Aufgabe abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Leave It Running</source>
+        <translation>Weiter&amp;laufen lassen</translation>
+    </message>
+    <message>
+        <source>&amp;Keep Open</source>
+        <translation>&amp;Offen lassen</translation>
+    </message>
+</context>
+<context>
+    <name>Jobs</name>
+    <message>
+        <source>Finished</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>Abgebrochen</translation>
+    </message>
+    <message>
+        <source>%1 isn&apos;t responding to Cancel</source>
+        <translation>%1 reagiert nicht auf „Abbrechen“</translation>
+    </message>
+    <message>
+        <source>Cancelling…</source>
+        <translation>Wird abgebrochen…</translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>Läuft</translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>Wartet</translation>
+    </message>
+    <message>
+        <source>Waiting for “%1” (%2)</source>
+        <translation>Wartet auf „%1“ (%2)</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1&#xa0;%</translation>
+    </message>
+    <message>
+        <source>about %1 s left</source>
+        <translation>noch etwa %1&#xa0;s</translation>
+    </message>
+    <message>
+        <source>about %1 min left</source>
+        <translation>noch etwa %1&#xa0;min</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>an item or window, and its service</comment>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Belongs to: %1</source>
+        <translation>Gehört zu: %1</translation>
+    </message>
+    <message>
+        <source>Also waiting for “%1” (%2)</source>
+        <translation>Wartet auch auf „%1“ (%2)</translation>
+    </message>
+    <message>
+        <source>This job can&apos;t be cancelled.</source>
+        <translation>Diese Aufgabe lässt sich nicht abbrechen.</translation>
+    </message>
+</context>
+<context>
+    <name>JobsDialog</name>
+    <message>
+        <source>No job is running.</source>
+        <translation>Es läuft keine Aufgabe.</translation>
+    </message>
+    <message>
+        <source>Jobs</source>
+        <translation>Aufgaben</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Details</translation>
+    </message>
+    <message>
+        <source>Job</source>
+        <translation>Aufgabe</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Belongs to</source>
+        <translation>Gehört zu</translation>
+    </message>
+    <message>
+        <source>Cancel &amp;Job</source>
+        <translation>A&amp;ufgabe abbrechen</translation>
+    </message>
+    <message>
+        <source>Clear &amp;Finished</source>
+        <translation>&amp;Fertige entfernen</translation>
+    </message>
+</context>
+<context>
     <name>LeaveBox</name>
     <message>
         <source>“%1” has unsaved changes.</source>
@@ -1619,16 +1782,32 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
         <translation>Diese Änderungen sind noch nicht gespeichert. Was Sie jetzt nicht speichern, geht verloren.</translation>
     </message>
     <message>
-        <source>Unsaved work</source>
-        <translation>Nicht gespeicherte Arbeit</translation>
-    </message>
-    <message>
         <source>&amp;Save Checked</source>
         <translation>Angehaktes &amp;speichern</translation>
     </message>
     <message>
         <source>&amp;Discard All</source>
         <translation>Alles &amp;verwerfen</translation>
+    </message>
+    <message>
+        <source>Running Jobs</source>
+        <translation>Laufende Aufgaben</translation>
+    </message>
+    <message>
+        <source>These jobs haven&apos;t finished. They will be cancelled.</source>
+        <translation>Diese Aufgaben sind noch nicht fertig. Sie werden abgebrochen.</translation>
+    </message>
+    <message>
+        <source>These changes haven&apos;t been saved. What you don&apos;t save now will be lost, and jobs that haven&apos;t finished will be cancelled.</source>
+        <translation>Diese Änderungen sind nicht gespeichert. Was Sie jetzt nicht speichern, geht verloren, und Aufgaben, die noch nicht fertig sind, werden abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Cancel &amp;Jobs and Quit</source>
+        <translation>&amp;Aufgaben abbrechen und beenden</translation>
+    </message>
+    <message>
+        <source>Running jobs</source>
+        <translation>Laufende Aufgaben</translation>
     </message>
 </context>
 <context>

@@ -85,14 +85,6 @@
         <source>More of %1</source>
         <translation>Suite de %1</translation>
     </message>
-    <message>
-        <source>Close</source>
-        <translation type="vanished">Fermer</translation>
-    </message>
-    <message>
-        <source>Close this toolbar</source>
-        <translation type="vanished">Fermer cette barre d’outils</translation>
-    </message>
 </context>
 <context>
     <name>Blame</name>
@@ -904,6 +896,177 @@
     </message>
 </context>
 <context>
+    <name>JobBar</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Shows all jobs</source>
+        <translation>Affiche toutes les tâches</translation>
+    </message>
+    <message>
+        <source>Progress of %1</source>
+        <translation>Progression de %1</translation>
+    </message>
+    <message>
+        <source>Cancel %1</source>
+        <translation>Annuler %1</translation>
+    </message>
+    <message>
+        <source>Jobs…</source>
+        <translation>Tâches…</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>et %n autre</numerusform>
+            <numerusform>et %n autres</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Jobs</source>
+        <translation>Tâches</translation>
+    </message>
+</context>
+<context>
+    <name>JobQuestionBox</name>
+    <message>
+        <source>“%1” is still running in “%2”.</source>
+        <translation>« %1 » est toujours en cours dans « %2 ».</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n jobs are still running in “%1”.</source>
+        <translation>
+            <numerusform>%n tâche est toujours en cours dans « %1 ».</numerusform>
+            <numerusform>%n tâches sont toujours en cours dans « %1 ».</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>If the window closes, the result isn&apos;t shown in it any more.</source>
+        <translation>Si la fenêtre est fermée, le résultat n’y sera plus affiché.</translation>
+    </message>
+    <message>
+        <source>&amp;Wait, Then Close</source>
+        <translation>&amp;Attendre, puis fermer</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel the Job</source>
+        <translation>Ann&amp;uler la tâche</translation>
+    </message>
+    <message>
+        <source>&amp;Leave It Running</source>
+        <translation>&amp;Laisser en cours</translation>
+    </message>
+    <message>
+        <source>&amp;Keep Open</source>
+        <translation>&amp;Garder ouverte</translation>
+    </message>
+</context>
+<context>
+    <name>Jobs</name>
+    <message>
+        <source>Finished</source>
+        <translation>Terminée</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Échouée</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>Annulée</translation>
+    </message>
+    <message>
+        <source>%1 isn&apos;t responding to Cancel</source>
+        <translation>%1 ne répond pas à « Annuler »</translation>
+    </message>
+    <message>
+        <source>Cancelling…</source>
+        <translation>Annulation…</translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>En cours</translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>En attente</translation>
+    </message>
+    <message>
+        <source>Waiting for “%1” (%2)</source>
+        <translation>Attend « %1 » (%2)</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1&#xa0;%</translation>
+    </message>
+    <message>
+        <source>about %1 s left</source>
+        <translation>encore %1&#xa0;s environ</translation>
+    </message>
+    <message>
+        <source>about %1 min left</source>
+        <translation>encore %1&#xa0;min environ</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>an item or window, and its service</comment>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Belongs to: %1</source>
+        <translation>Appartient à : %1</translation>
+    </message>
+    <message>
+        <source>Also waiting for “%1” (%2)</source>
+        <translation>Attend aussi « %1 » (%2)</translation>
+    </message>
+    <message>
+        <source>This job can&apos;t be cancelled.</source>
+        <translation>Cette tâche ne peut pas être annulée.</translation>
+    </message>
+</context>
+<context>
+    <name>JobsDialog</name>
+    <message>
+        <source>No job is running.</source>
+        <translation>Aucune tâche n’est en cours.</translation>
+    </message>
+    <message>
+        <source>Jobs</source>
+        <translation>Tâches</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Détails</translation>
+    </message>
+    <message>
+        <source>Job</source>
+        <translation>Tâche</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progression</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>État</translation>
+    </message>
+    <message>
+        <source>Belongs to</source>
+        <translation>Appartient à</translation>
+    </message>
+    <message>
+        <source>Cancel &amp;Job</source>
+        <translation>Annuler la &amp;tâche</translation>
+    </message>
+    <message>
+        <source>Clear &amp;Finished</source>
+        <translation>&amp;Effacer les tâches terminées</translation>
+    </message>
+</context>
+<context>
     <name>LeaveBox</name>
     <message>
         <source>“%1” has unsaved changes.</source>
@@ -1619,16 +1782,32 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
         <translation>Ces modifications n’ont pas été enregistrées. Ce que vous n’enregistrez pas maintenant sera perdu.</translation>
     </message>
     <message>
-        <source>Unsaved work</source>
-        <translation>Travail non enregistré</translation>
-    </message>
-    <message>
         <source>&amp;Save Checked</source>
         <translation>&amp;Enregistrer la sélection</translation>
     </message>
     <message>
         <source>&amp;Discard All</source>
         <translation>&amp;Tout abandonner</translation>
+    </message>
+    <message>
+        <source>Running Jobs</source>
+        <translation>Tâches en cours</translation>
+    </message>
+    <message>
+        <source>These jobs haven&apos;t finished. They will be cancelled.</source>
+        <translation>Ces tâches ne sont pas terminées. Elles seront annulées.</translation>
+    </message>
+    <message>
+        <source>These changes haven&apos;t been saved. What you don&apos;t save now will be lost, and jobs that haven&apos;t finished will be cancelled.</source>
+        <translation>Ces modifications n’ont pas été enregistrées. Ce que vous n’enregistrez pas maintenant sera perdu, et les tâches qui ne sont pas terminées seront annulées.</translation>
+    </message>
+    <message>
+        <source>Cancel &amp;Jobs and Quit</source>
+        <translation>Annuler les tâches et &amp;quitter</translation>
+    </message>
+    <message>
+        <source>Running jobs</source>
+        <translation>Tâches en cours</translation>
     </message>
 </context>
 <context>

@@ -212,7 +212,9 @@ void WindowForm::Shown() {
 
 void WindowForm::QueryUnload(bool& refused) {
     HideActiveChild(true);
-    if (!m_inClose) {
+    if (Visible() && !MayClose()) {
+        refused = true;
+    } else if (!m_inClose) {
         m_cancelled.reset();
         m_pages.AskAll();
         if (m_saved) {
@@ -226,6 +228,14 @@ void WindowForm::QueryUnload(bool& refused) {
     }
     QTimer::singleShot(0, m_host->mainWindow,
                        [mainForm = Ref<MdiForm>(m_host->mainForm)] { mainForm->SetRefusesToTellChild(false); });
+}
+
+bool WindowForm::MayClose() {
+    return !m_host->mayClose ||
+           m_host->mayClose(ShownWindow(), TitleOf(*this), Frame(), [self = Ref<WindowForm>(this)] {
+               if (self->IsLoaded())
+                   self->RequestClose();
+           });
 }
 
 // While a child is asked, and after it has refused until the event loop turns, no one finds it to ask it again.

@@ -87,6 +87,7 @@ private:
     void Shown();
     void Unloaded();
     void QueryUnload(bool& refused);
+    [[nodiscard]] bool MayClose();
     void RunModalLoop();
 
     // WindowFrame::Observer.

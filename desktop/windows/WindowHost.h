@@ -61,6 +61,10 @@ struct WindowHost {
     // The page of the form that the application has for a page; nothing when it has none. Fails when no form comes of
     // the file, and as the page's class does. Without it no page has a form.
     OpenFormFunction openForm;
+    // Asked when a window that is shown is to close: false keeps it open, and close, which closes it as the close box
+    // does, may be called later. Without it every window may.
+    std::function<bool(const Ref<Window>&, const QString& title, QWidget* over, const std::function<void()>& close)>
+        mayClose;
     // Opens a help topic. Without it no window offers help.
     std::function<void(Long)> help;
     // Runs what a user does to a window. Without it that is just done.

@@ -88,7 +88,7 @@ TEST_F(BlameTest, OfTwoServicesInOnePluginTheRightOneIsNamed) {
     for (const Case& testCase :
          {Case{"second constructor", "Second"}, Case{"second event", "Second"}, Case{"second end", "Second"},
           Case{"second item's event", "Second"}, Case{"second item's name", "Second"}, Case{"second page", "Second"},
-          Case{"second page's event", "Second"}, Case{"second page's widget", "Second"},
+          Case{"second page's event", "Second"}, Case{"second page's widget", "Second"}, Case{"second job", "Second"},
           Case{"constructor", "Trouble0"}, Case{"event", "Trouble0"}, Case{"start", "Trouble0"},
           Case{"after the other's page", "Trouble0"}, Case{"timer", "T0"}}) {
         Run(testCase.place);

@@ -1,4 +1,6 @@
 // A plug-in that does what a test asks for. Its library is copied under the names of its classes.
+#include "corvane/Jobs.h"
+#include "corvane/author/Host.h"
 #include "corvane/base/Automation.h"
 #include "corvane/base/PluginExport.h"
 #include "corvane/core/Framework.h"
@@ -20,6 +22,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <string>
+#include <thread>
 
 using namespace corvane;
 
@@ -27,16 +30,19 @@ namespace {
 
 int* volatile nowhere = nullptr;
 
+bool IsWanted(const char* place) {
+    const char* wanted = std::getenv("TROUBLE");
+    return wanted && std::string(wanted) == place;
+}
+
 // Dies when the environment asks for it at that place; a sanitizer would see it coming and end the program otherwise.
 [[gnu::no_sanitize("undefined")]] void DieIf(const char* place) {
-    const char* wanted = std::getenv("TROUBLE");
-    if (wanted && std::string(wanted) == place)
+    if (IsWanted(place))
         *nowhere = 1;
 }
 
 void ThrowIf(const char* place) {
-    const char* wanted = std::getenv("TROUBLE");
-    if (wanted && std::string(wanted) == place)
+    if (IsWanted(place))
         throw 42;
 }
 
@@ -68,6 +74,11 @@ public:
     void OnDie() {
         DieIf("command");
         DieDeep(1);
+        if (!IsWanted("second job"))
+            return;
+        StartJob({.title = "Dies", .owner = FindService("Second")}, [] { DieIf("second job"); });
+        while (true) // until the program dies elsewhere
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     void OnHang() {
         const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(900);

@@ -1,0 +1,181 @@
+#include "corvane/author/Jobs.h"
+
+#include "corvane/services/ServiceManager.h"
+#include "desktop/jobs/JobBar.h"
+#include "desktop/jobs/JobTexts.h"
+#include "desktop/jobs/JobsDialog.h"
+#include "desktop/service/UnsavedDialog.h"
+#include "tests/desktop/Acting.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QTreeWidget>
+#include <atomic>
+#include <thread>
+
+namespace corvane::desktop {
+namespace {
+
+constexpr int longest = 60000;
+
+class JobsTest : public ActingTest {
+protected:
+    ~JobsTest() override { m_open = true; }
+
+    // Runs until the gate opens or it is cancelled.
+    Ref<IJob> StartAtGate(JobOptions options) {
+        return StartJob(
+            std::move(options),
+            [&open = m_open](JobProgress& progress) {
+                progress.SetText("Reading");
+                progress.SetPart(0.42);
+                progress.Log("first line");
+                while (!open) {
+                    progress.StopIfCancelled();
+                    std::this_thread::yield();
+                }
+                return 7;
+            },
+            [this](JobResult<int>& result) {
+                m_acts.Come(result.WasCancelled() ? "cancelled" : "done:" + std::to_string(result.Value()));
+            });
+    }
+    static Ref<Object> Service(const char* name) {
+        return Singleton::Framework()->ServiceManager()->Services()->Item(name);
+    }
+    static Ref<Window> Sheet() {
+        const auto windows = Singleton::Framework()->WindowManager()->Windows();
+        return windows->Count() > 0 ? windows->Item(1) : nullptr;
+    }
+    [[nodiscard]] JobBar* Bar() const { return m_application->Window().findChild<JobBar*>(); }
+    [[nodiscard]] bool HasEnded() const { return !m_application->Jobs().Manager()->HasActive(); }
+    template <class W>
+    static W* Named(QWidget& parent, const QString& text) {
+        for (W* widget : parent.findChildren<W*>())
+            if (widget->text().remove('&') == text)
+                return widget;
+        return nullptr;
+    }
+
+    std::atomic<bool> m_open = false;
+};
+
+TEST_F(JobsTest, AreInTheStatusBarAndTheView) {
+    ASSERT_TRUE(Start());
+    const auto first = StartAtGate({.title = "Import birds", .owner = Service("A"), .writes = {"birds"}});
+    const auto second = StartAtGate({.title = "Count", .reads = {"birds"}});
+    (void)StartAtGate({.title = "Silent", .quiet = true});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Bar() && Bar()->isVisible() && first->Part(); }, longest));
+    Bar()->Update();
+    EXPECT_TRUE(Named<QLabel>(*Bar(), "Import birds"));
+    EXPECT_EQ(Bar()->findChild<QProgressBar*>()->text(), "42 %");
+    EXPECT_TRUE(Named<QPushButton>(*Bar(), "and 1 more"));
+
+    JobsDialog& view = *m_application->Jobs().ShowView();
+    auto* list = view.findChild<QTreeWidget*>();
+    ASSERT_EQ(list->topLevelItemCount(), 3);
+    EXPECT_EQ(list->topLevelItem(0)->text(3), "A");
+    EXPECT_EQ(list->topLevelItem(1)->text(2), "Waiting for “Import birds” (birds)");
+    EXPECT_EQ(view.findChild<QPlainTextEdit*>()->toPlainText(),
+              "Import birds\nRunning\nBelongs to: A\nReading\nfirst line");
+    auto* cancel = Named<QPushButton>(view, "Cancel Job");
+    list->clearSelection();
+    EXPECT_FALSE(cancel->isEnabled());
+    list->topLevelItem(1)->setSelected(true);
+    cancel->click(); // waits, and so ends at once
+    ASSERT_TRUE(QTest::qWaitFor([&] { return second->State() == JobState::Cancelled; }, longest));
+    Named<QPushButton>(*Bar(), "Cancel")->click();
+    m_open = true;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return HasEnded() && !Bar()->isVisible(); }, longest));
+    EXPECT_EQ(first->State(), JobState::Cancelled);
+    EXPECT_EQ(m_acts.heard.substr(m_acts.heard.size() - 17), "cancelled done:7 ");
+
+    view.Update();
+    EXPECT_EQ(list->topLevelItemCount(), 2); // the quiet one isn't listed any more
+    EXPECT_FALSE(Named<QPushButton>(view, "Cancel Job")->isEnabled());
+    view.close();
+    Turn();
+    EXPECT_TRUE(m_application->Jobs().Manager()->Ended().empty());
+    EXPECT_EQ(m_application->Jobs().ShowView()->findChild<QTreeWidget*>()->topLevelItemCount(), 0);
+}
+
+TEST_F(JobsTest, ThatFailAreShownOnceWithTheirOrigin) {
+    ASSERT_TRUE(Start());
+    const int before = m_application->Failures().ShownCount();
+    const auto job = StartJob(
+        {.title = "Read", .owner = Service("A")}, []() -> int { Fail(1234, "no birds"); }, [](int) {});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return HasEnded(); }, longest));
+    EXPECT_EQ(m_application->Failures().ShownCount(), before + 1);
+    EXPECT_TRUE(Log().contains("in the job \"Read\", started in ")) << Log().toStdString();
+    EXPECT_TRUE(Log().contains("(service A, ")) << Log().toStdString();
+    EXPECT_TRUE(DetailsText(*job.As<jobs::Job>()).contains("no birds\nin the job"));
+}
+
+TEST_F(JobsTest, OfAWindowThatClosesAreAskedAbout) {
+    struct Case {
+        const char* answer;
+        bool closes;
+        JobState state; // once the gate is open
+        const char* heard;
+    };
+    for (const Case& testCase :
+         {Case{"Stay", false, JobState::Done, "done:7 "}, Case{"Cancel", true, JobState::Cancelled, ""},
+          Case{"", true, JobState::Done, ""}, Case{"Wait", false, JobState::Done, "done:7 "}}) {
+        SCOPED_TRACE(testCase.answer);
+        m_open = false;
+        ASSERT_TRUE(Start());
+        OpenWindow();
+        Turn();
+        const auto job = StartAtGate({.title = "Import", .owner = Ref<Object>(Sheet())});
+        ASSERT_TRUE(QTest::qWaitFor([&] { return job->State() == JobState::Running; }, longest));
+        m_application->Dialogs().AddAnswer(testCase.answer);
+        m_acts.Take();
+        EXPECT_TRUE(m_application->ClickCommand("close"));
+        Turn();
+        EXPECT_EQ(!Sheet(), testCase.closes);
+        m_open = true;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return HasEnded(); }, longest));
+        EXPECT_EQ(job->State(), testCase.state);
+        EXPECT_EQ(m_acts.heard.find(testCase.heard) != std::string::npos, true) << m_acts.heard;
+        EXPECT_EQ(m_acts.heard.find("done") != std::string::npos, *testCase.heard != 0) << m_acts.heard;
+        if (std::string(testCase.answer) == "Wait")
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !Sheet(); }, longest));
+    }
+}
+
+TEST_F(JobsTest, AreListedAtTheEnd) {
+    ASSERT_TRUE(Start(true));
+    const auto job = StartAtGate({.title = "Import", .owner = Service("A")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return job->State() == JobState::Running; }, longest));
+    QString listed;
+    const auto closeAnd = [&](bool agrees) {
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            auto* dialog = qobject_cast<UnsavedDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            auto* tree = dialog->findChild<QTreeWidget*>();
+            listed = tree->topLevelItem(0)->text(0) + ": " + tree->topLevelItem(0)->child(0)->text(0);
+            if (agrees)
+                Named<QPushButton>(*dialog, "Cancel Jobs and Quit")->click();
+            else
+                dialog->reject();
+        });
+        timer.start(5);
+        m_application->Window().close();
+    };
+    closeAnd(false);
+    EXPECT_EQ(listed, "Running jobs: Import");
+    EXPECT_FALSE(m_application->HasEnded());
+    EXPECT_EQ(job->State(), JobState::Running);
+    closeAnd(true);
+    EXPECT_TRUE(m_application->HasEnded());
+    m_acts.Take();
+    m_application.reset();
+    EXPECT_EQ(job->State(), JobState::Cancelled);
+    EXPECT_EQ(m_acts.heard.find("cancelled"), std::string::npos); // no one is there any more
+}
+
+} // namespace
+} // namespace corvane::desktop
