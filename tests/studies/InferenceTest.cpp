@@ -9,9 +9,12 @@
 #include "Histogram.h"
 #include "Report.h"
 #include "Statistics.h"
+#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
+#include "jobs/Manager.h"
 #include "tests/studies/Penguins.h"
 
+#include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -144,7 +147,7 @@ TEST(Bootstrap, AgreesWithTheFormulaOfAMeanAndRepeatsItself) {
     const std::vector<double>& values = table.Find("bill_length_mm")->numbers;
     BootstrapOptions options;
     options.resamples = 4000;
-    const BootstrapResult result = *RunBootstrap(values, options);
+    const BootstrapResult result = RunBootstrap(values, options);
     // The standard error of a mean is the standard deviation by the root of the count; 342 values make it nearly
     // normal.
     const double error = 5.459584 / std::sqrt(342.0);
@@ -152,23 +155,42 @@ TEST(Bootstrap, AgreesWithTheFormulaOfAMeanAndRepeatsItself) {
     EXPECT_NEAR(result.error, error, 0.04 * error);
     EXPECT_NEAR(result.interval.low, 43.92193 - 1.96 * error, 0.1 * error);
     EXPECT_NEAR(result.interval.high, 43.92193 + 1.96 * error, 0.1 * error);
-    EXPECT_EQ(RunBootstrap(values, options)->interval.low, result.interval.low);
+    EXPECT_EQ(RunBootstrap(values, options).interval.low, result.interval.low);
     options.seed = 2;
-    EXPECT_NE(RunBootstrap(values, options)->interval.low, result.interval.low);
+    EXPECT_NE(RunBootstrap(values, options).interval.low, result.interval.low);
     options.figure = BootstrapFigure::Median;
     const double sample[] = {1, 9, 5, 3};
-    EXPECT_EQ(RunBootstrap(sample, options)->figure, 4);
+    EXPECT_EQ(RunBootstrap(sample, options).figure, 4);
 }
 
-TEST(Bootstrap, EndsWhenTheProgressSaysSo) {
-    const double sample[] = {1, 2, 3};
-    int calls = 0;
-    EXPECT_FALSE(RunBootstrap(sample, {}, [&](int done) {
-        calls = done;
-        return done < 7;
-    }));
-    EXPECT_EQ(calls, 7);
-    EXPECT_THROW((void)RunBootstrap(std::span(sample, 1), {}), corvane::Failure);
+TEST(Bootstrap, FindsTheSameOnAnyNumberOfThreads) {
+    std::vector<double> values;
+    for (int i = 0; i < 501; ++i)
+        values.push_back(1e6 + std::fmod(i * 37.0, 101.0));
+    for (const BootstrapFigure figure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation}) {
+        BootstrapOptions options;
+        options.figure = figure;
+        options.resamples = 333;
+        const BootstrapResult plain = RunBootstrap(values, options);
+        EXPECT_LT(plain.interval.low, plain.figure) << NameOf(figure);
+        EXPECT_GT(plain.interval.high, plain.figure) << NameOf(figure);
+        for (const std::size_t threads : {0U, 1U, 3U}) {
+            corvane::jobs::Host host;
+            host.mostThreads = threads;
+            const auto jobs = corvane::New<corvane::jobs::Manager>(std::move(host));
+            BootstrapResult result;
+            const auto work = [&](corvane::JobProgress& progress) { return RunBootstrap(values, options, &progress); };
+            const auto done = [&](const BootstrapResult& found) { result = found; };
+            jobs->Start({.title = "Bootstrap"},
+                        std::make_unique<corvane::detail::WorkTask<decltype(work), decltype(done)>>(work, done), "");
+            jobs->RunToEnd();
+            EXPECT_EQ(result.error, plain.error) << threads;
+            EXPECT_EQ(result.interval.low, plain.interval.low) << threads;
+            EXPECT_EQ(result.interval.high, plain.interval.high) << threads;
+            EXPECT_TRUE(jobs->Stop(std::chrono::hours(1)));
+        }
+    }
+    EXPECT_THROW((void)RunBootstrap(std::span(values).first(1), {}), corvane::Failure);
 }
 
 // The heights of the stacked bars are those of the whole, and the legend names the groups.

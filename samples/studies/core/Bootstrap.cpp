@@ -2,49 +2,117 @@
 
 #include "Errors.h"
 #include "Statistics.h"
+#include "corvane/author/Jobs.h"
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace studies {
 namespace {
 
-// A whole number below below, the same from one seed everywhere: the standard fixes the generator's numbers, but not
-// those of its distributions. 2^64 is so much larger than any sample that rounding favours no row by any figure shown.
+// Numbers that depend on seed, resample and place only, so that any thread may draw any resample. They are the steps of
+// a counter, scrambled until no step shows.
 class RowDrawer {
 public:
-    explicit RowDrawer(std::uint64_t seed) : m_generator(seed) {}
+    RowDrawer(std::uint64_t seed, std::uint64_t resample)
+        : m_counter(Scrambled(seed + Scrambled(resample * step + 1))) {}
+    // 2^64 is so much larger than any sample that rounding favours no row by any figure shown.
     std::size_t Below(std::size_t below) {
         __extension__ using Wide = unsigned __int128;
-        return static_cast<std::size_t>((static_cast<Wide>(m_generator()) * below) >> 64U);
+        m_counter += step;
+        return static_cast<std::size_t>((static_cast<Wide>(Scrambled(m_counter)) * below) >> 64U);
     }
 
 private:
-    std::mt19937_64 m_generator;
+    static constexpr std::uint64_t step = 0x9E3779B97F4A7C15U; // 2^64 by the golden ratio, odd
+
+    static constexpr std::uint64_t Scrambled(std::uint64_t value) {
+        value = (value ^ (value >> 30U)) * 0xBF58476D1CE4E5B9U;
+        value = (value ^ (value >> 27U)) * 0x94D049BB133111EBU;
+        return value ^ (value >> 31U);
+    }
+
+    std::uint64_t m_counter;
 };
 
-// Sorts what it needs.
-double MedianOf(std::vector<double>& values) {
-    const auto upper = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), upper, values.end());
-    if (values.size() % 2 == 1)
-        return *upper;
-    return (*upper + *std::max_element(values.begin(), upper)) / 2;
-}
+// The sample, prepared once for all resamples.
+struct Sample {
+    std::vector<double> sorted;
+    double mean = 0;
+    std::vector<double> fromMean; // each value's distance, so that squares lose no digits
 
-double FigureOf(std::vector<double>& values, BootstrapFigure figure) {
-    switch (figure) {
-    case BootstrapFigure::Median:
-        return MedianOf(values);
-    case BootstrapFigure::Deviation:
-        return FiguresOf(values).deviation;
-    case BootstrapFigure::Mean:
-        break;
+    explicit Sample(std::vector<double> values) : sorted(std::move(values)) {
+        std::sort(sorted.begin(), sorted.end());
+        mean = FiguresOf(sorted).mean;
+        fromMean.reserve(sorted.size());
+        for (const double value : sorted)
+            fromMean.push_back(value - mean);
     }
-    return FiguresOf(values).mean;
+};
+
+// The figures of resamples, one after another, without a copy of what is drawn.
+class Resampler {
+public:
+    Resampler(const Sample& sample, const BootstrapOptions& options) : m_sample(sample), m_options(options) {}
+
+    double Figure(int resample) {
+        RowDrawer drawer(m_options.seed, static_cast<std::uint64_t>(resample));
+        return m_options.figure == BootstrapFigure::Median ? Median(drawer) : Moments(drawer);
+    }
+
+private:
+    double Moments(RowDrawer& drawer) const {
+        const std::size_t count = m_sample.fromMean.size();
+        double sum = 0;
+        double squares = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const double value = m_sample.fromMean[drawer.Below(count)];
+            sum += value;
+            squares += value * value;
+        }
+        const auto n = static_cast<double>(count);
+        if (m_options.figure == BootstrapFigure::Mean)
+            return m_sample.mean + sum / n;
+        return std::sqrt(std::max(0.0, (squares - sum * sum / n) / (n - 1)));
+    }
+
+    // How often each value of the sorted sample was drawn; the middle is found by counting.
+    double Median(RowDrawer& drawer) {
+        const std::size_t count = m_sample.sorted.size();
+        m_drawn.assign(count, 0);
+        for (std::size_t i = 0; i < count; ++i)
+            ++m_drawn[drawer.Below(count)];
+        const std::size_t lower = (count - 1) / 2; // equal to the upper one for an odd count
+        const std::size_t upper = count / 2;
+        std::size_t place = 0;
+        std::size_t passed = m_drawn[0];
+        while (passed <= lower)
+            passed += m_drawn[++place];
+        const double low = m_sample.sorted[place];
+        while (passed <= upper)
+            passed += m_drawn[++place];
+        return (low + m_sample.sorted[place]) / 2;
+    }
+
+    const Sample& m_sample;
+    const BootstrapOptions& m_options;
+    std::vector<std::uint32_t> m_drawn;
+};
+
+constexpr int inOnePart = 20; // resamples: many enough for the parts to cost nothing, few enough to divide well
+
+std::vector<double> FiguresOfResamples(const Sample& sample, const BootstrapOptions& options, int first, int last,
+                                       const corvane::JobProgress* progress) {
+    Resampler resampler(sample, options);
+    std::vector<double> figures;
+    for (int resample = first; resample < last; ++resample) {
+        if (progress)
+            progress->StopIfCancelled();
+        figures.push_back(resampler.Figure(resample));
+    }
+    return figures;
 }
 
 } // namespace
@@ -68,28 +136,37 @@ BootstrapFigure BootstrapFigureOf(std::string_view name) {
     FailWith("“" + std::string(name) + "” isn't a statistic that can be bootstrapped.");
 }
 
-std::optional<BootstrapResult> RunBootstrap(std::span<const double> values, const BootstrapOptions& options,
-                                            const BootstrapProgress& progress) {
-    std::vector<double> sample;
-    std::copy_if(values.begin(), values.end(), std::back_inserter(sample),
+BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOptions& options,
+                             corvane::JobProgress* progress) {
+    std::vector<double> present;
+    std::copy_if(values.begin(), values.end(), std::back_inserter(present),
                  [](double value) { return !std::isnan(value); });
-    if (sample.size() < 2)
-        FailWith("At least two values are needed; there are " + std::to_string(sample.size()) + ".");
+    if (present.size() < 2)
+        FailWith("At least two values are needed; there are " + std::to_string(present.size()) + ".");
     if (options.resamples < 2)
         FailWith("At least two resamples are needed.");
-    RowDrawer drawer(options.seed);
-    std::vector<double> drawn(sample.size());
+    const Sample sample(std::move(present));
     std::vector<double> figures;
-    for (int n = 1; n <= options.resamples; ++n) {
-        for (double& value : drawn)
-            value = sample[drawer.Below(sample.size())];
-        figures.push_back(FigureOf(drawn, options.figure));
-        if (progress && !progress(n))
-            return std::nullopt;
+    if (progress) {
+        corvane::JobGroup<std::vector<double>> group(*progress);
+        for (int first = 0; first < options.resamples; first += inOnePart) {
+            const int last = std::min(first + inOnePart, options.resamples);
+            group.Add(
+                [&sample, &options, first, last](const corvane::JobProgress& part) {
+                    return FiguresOfResamples(sample, options, first, last, &part);
+                },
+                last - first);
+        }
+        for (const std::vector<double>& part : group.Run())
+            figures.insert(figures.end(), part.begin(), part.end());
+    } else {
+        figures = FiguresOfResamples(sample, options, 0, options.resamples, nullptr);
     }
     BootstrapResult result;
-    result.count = sample.size();
-    result.figure = FigureOf(sample, options.figure);
+    result.count = sample.sorted.size();
+    result.figure = options.figure == BootstrapFigure::Median      ? Quantile(sample.sorted, 0.5)
+                    : options.figure == BootstrapFigure::Deviation ? FiguresOf(sample.sorted).deviation
+                                                                   : sample.mean;
     result.error = FiguresOf(figures).deviation;
     std::sort(figures.begin(), figures.end());
     result.interval = {Quantile(figures, (1 - options.confidence) / 2),

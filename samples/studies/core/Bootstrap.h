@@ -4,10 +4,12 @@
 #include "Inference.h"
 
 #include <cstdint>
-#include <functional>
-#include <optional>
 #include <span>
 #include <string_view>
+
+namespace corvane {
+class JobProgress;
+}
 
 namespace studies {
 
@@ -31,11 +33,9 @@ struct BootstrapResult {
     Interval interval;     // between quantiles of the resamples' figures
 };
 
-// Called after each resample with how many are done; false ends the work.
-using BootstrapProgress = std::function<bool(int done)>;
-
-// Nothing when the progress function ended it. Fails for fewer than two values, and for fewer than two resamples.
-[[nodiscard]] std::optional<BootstrapResult>
-RunBootstrap(std::span<const double> values, const BootstrapOptions& options, const BootstrapProgress& progress = {});
+// As a job, with a progress, on all processors; the result is the same on any number of them, and without a job. Fails
+// for fewer than two values, and for fewer than two resamples.
+[[nodiscard]] BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOptions& options,
+                                           corvane::JobProgress* progress = nullptr);
 
 } // namespace studies

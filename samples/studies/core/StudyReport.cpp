@@ -143,8 +143,8 @@ private:
         if (draws > mostDraws)
             settings.bootstrap.resamples = std::max(100, static_cast<int>(mostDraws / static_cast<double>(table.rows)));
         try {
-            if (const auto result = RunBootstrap(column->numbers, settings.bootstrap))
-                m_body += Paragraph(BootstrapText(*result, settings, *column, m_preferences.decimals));
+            const BootstrapResult result = RunBootstrap(column->numbers, settings.bootstrap);
+            m_body += Paragraph(BootstrapText(result, settings, *column, m_preferences.decimals));
         } catch (const corvane::Failure& failure) {
             m_body += Paragraph(failure.Description);
         }

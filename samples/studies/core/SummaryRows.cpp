@@ -2,6 +2,7 @@
 
 #include "Report.h"
 #include "Statistics.h"
+#include "corvane/author/Jobs.h"
 
 namespace studies {
 namespace {
@@ -18,16 +19,27 @@ std::vector<std::string> LineOf(const ColumnSummary& column, int decimals) {
     return line;
 }
 
+TableSummary SummarizeOnAll(const Table& table, corvane::JobProgress& progress) {
+    corvane::JobGroup<ColumnSummary> group(progress);
+    for (const Column& column : table.columns)
+        group.Add([&column](const corvane::JobProgress& part) {
+            part.StopIfCancelled();
+            return Summarize(column);
+        });
+    return {table.rows, group.Run()};
+}
+
 } // namespace
 
-SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals) {
+SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals,
+                          corvane::JobProgress* progress) {
     SummaryRows rows;
     const bool byGroup = !groupColumn.empty() && table.Find(groupColumn);
     std::vector<GroupSummary> groups;
     if (byGroup)
         groups = SummarizeByGroup(table, groupColumn);
     else
-        groups.push_back({{}, Summarize(table)});
+        groups.push_back({{}, progress ? SummarizeOnAll(table, *progress) : Summarize(table)});
     rows.numbers.names = {{"Column", false},      {"Count", true}, {"Missing", true},      {"Mean", true},
                           {"Std. dev.", true},    {"Min", true},   {"1st quartile", true}, {"Median", true},
                           {"3rd quartile", true}, {"Max", true}};

@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+namespace corvane {
+class JobProgress;
+}
+
 namespace studies {
 
 struct SummaryBlock {
@@ -22,7 +26,8 @@ struct SummaryRows {
     SummaryBlock texts;
 };
 
-// Of all rows for "" or an unknown column, otherwise of each group.
-[[nodiscard]] SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals);
+// Of all rows for "" or an unknown column, otherwise of each group. As a job, with a progress, on all processors.
+[[nodiscard]] SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals,
+                                        corvane::JobProgress* progress = nullptr);
 
 } // namespace studies

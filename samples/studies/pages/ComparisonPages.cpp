@@ -3,10 +3,10 @@
 #include "ChartWidget.h"
 #include "ComparisonText.h"
 #include "Errors.h"
-#include "Progress.h"
 #include "QtText.h"
 #include "Report.h"
 #include "Statistics.h"
+#include "corvane/Jobs.h"
 #include "corvane/author/Host.h"
 
 #include <QFile>
@@ -161,38 +161,35 @@ void BootstrapPage::ShowResult() {
             "The variation of the statistic among these samples shows how precise it is.");
 }
 
-// The bar lets events in while it waits, so the page holds itself and what it works on until the end.
 void BootstrapPage::Run() {
     const Column* column = Data().Find(Document()->Settings().columnX);
     if (m_running || !column || !column->IsNumeric())
         return;
-    const Ref<BootstrapPage> self(this);
-    const Ref<AnalysisDocument> document = Document();
-    const std::vector<double> values = column->numbers;
-    const std::uint64_t revision = document->Data()->Space()->GetStore().DataRevision();
-    const AnalysisSettings settings = document->Settings();
+    const AnalysisSettings settings = Document()->Settings();
+    const std::uint64_t revision = Document()->Data()->Space()->GetStore().DataRevision();
+    SetStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
+    StartJob(
+        {.title = "Bootstrap of " + SpokenName(column->name), .owner = Ref<Object>(this)},
+        [values = column->numbers, options = settings.bootstrap](JobProgress& progress) {
+            return RunBootstrap(values, options, &progress);
+        },
+        [this, settings, revision](JobResult<BootstrapResult>& result) {
+            m_running = false;
+            if (m_run)
+                m_run->setEnabled(true);
+            if (result.WasCancelled()) {
+                SetStatus("Cancelled; nothing has been changed");
+                return;
+            }
+            m_result = result.Value();
+            m_resultOf = settings;
+            m_resultRevision = revision;
+            ShowResult(); // the settings may have changed meanwhile
+            if (m_result)
+                SetStatus(Utf8(m_resultLabel->text().section('\n', 0, 0)));
+        });
     m_running = true;
     m_run->setEnabled(false);
-    std::optional<BootstrapResult> result;
-    try {
-        SetStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
-        Progress progress(settings.bootstrap.resamples, Base());
-        result = RunBootstrap(values, settings.bootstrap, [&](int) { return progress.Step(); });
-    } catch (...) {
-        m_running = false;
-        if (m_run)
-            m_run->setEnabled(true);
-        throw;
-    }
-    m_running = false;
-    if (!OwnWindow() || !m_run)
-        return;
-    m_run->setEnabled(true);
-    m_result = result;
-    m_resultOf = settings;
-    m_resultRevision = revision;
-    ShowResult();
-    SetStatus(result ? Utf8(m_resultLabel->text().section('\n', 0, 0)) : "Cancelled; nothing has been changed");
 }
 
 void BootstrapPage::OnExport() {

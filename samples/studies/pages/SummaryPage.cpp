@@ -89,17 +89,49 @@ void SummaryPage::Follow() {
     ValidityChanged();
 }
 
+SummaryPage::Figures SummaryPage::FiguresIn(const Table& table, const std::string& groupName, int decimals,
+                                            JobProgress* progress) {
+    return {GroupColumns(table), RowsOfSummary(table, groupName, decimals, progress)};
+}
+
+// What takes longer than a moment is a job, of which the latest counts.
 void SummaryPage::ShowFigures() {
+    constexpr std::size_t atOnce = 500'000; // values
     if (!m_numbers)
         return;
+    if (m_job)
+        m_job->Cancel();
+    m_job = nullptr;
+    const int number = ++m_number;
+    const Table& table = Data()->Data();
+    const int decimals = ReadPreferences().decimals;
+    m_size->setText(Text(SizeText(table.rows, table.columns.size())));
+    if (table.rows * table.columns.size() <= atOnce) {
+        Show(FiguresIn(table, m_groupName, decimals, nullptr));
+        return;
+    }
+    m_job = StartJob(
+        {.title = "Summary of " + Data()->Info().name, .owner = Ref<Object>(this)},
+        [table, group = m_groupName, decimals](JobProgress& progress) {
+            return FiguresIn(table, group, decimals, &progress);
+        },
+        [this, number](JobResult<Figures>& result) {
+            if (number != m_number)
+                return;
+            m_job = nullptr;
+            Show(result.Value());
+        });
+}
+
+void SummaryPage::Show(const Figures& figures) {
     const Table& table = Data()->Data();
     std::vector<Column> groupColumns;
-    for (const std::string& name : GroupColumns(table))
-        groupColumns.push_back({table.Find(name)->name, ColumnType::Text, {}, {}, {}});
+    for (const std::string& name : figures.groupColumns)
+        if (const Column* column = table.Find(name))
+            groupColumns.push_back({column->name, ColumnType::Text, {}, {}, {}});
     FillColumns(*m_group, groupColumns, false, "None");
     Choose(*m_group, m_groupName);
-    const SummaryRows rows = RowsOfSummary(table, m_groupName, ReadPreferences().decimals);
-    const auto Show = [](FigureTable& view, const SummaryBlock& block) {
+    const auto ShowBlock = [](FigureTable& view, const SummaryBlock& block) {
         std::vector<FigureColumn> names;
         for (const SummaryBlock::Name& name : block.names)
             names.push_back({Text(name.text), name.figures});
@@ -113,9 +145,8 @@ void SummaryPage::ShowFigures() {
         view.setMaximumHeight(view.HeightOfAll());
         view.setHidden(lines.empty());
     };
-    Show(*m_numbers, rows.numbers);
-    Show(*m_texts, rows.texts);
-    m_size->setText(Text(SizeText(table.rows, table.columns.size())));
+    ShowBlock(*m_numbers, figures.rows.numbers);
+    ShowBlock(*m_texts, figures.rows.texts);
 }
 
 void SummaryPage::OnSave() {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "PageParts.h"
+#include "SummaryRows.h"
 #include "Workspace.h"
+#include "corvane/Jobs.h"
 #include "desktop/QtPage.h"
 
 namespace studies {
@@ -31,13 +33,22 @@ protected:
     QWidget* MakeWidget(QWidget* parent) override;
 
 private:
+    struct Figures {
+        std::vector<std::string> groupColumns;
+        SummaryRows rows;
+    };
+    [[nodiscard]] static Figures FiguresIn(const Table& table, const std::string& groupName, int decimals,
+                                           corvane::JobProgress* progress);
     [[nodiscard]] corvane::Ref<DataSetContext> Data() const;
     void ChooseGroup();
     void Follow();
     void ShowFigures();
+    void Show(const Figures& figures);
 
     corvane::Ref<AnalysisDocument> m_document; // nothing for a data set
     std::string m_groupName;
+    corvane::Ref<corvane::IJob> m_job; // that computes what is to be shown
+    int m_number = 0;                  // of the latest figures
     QPointer<QComboBox> m_group;
     QPointer<FigureTable> m_numbers;
     QPointer<FigureTable> m_texts;
