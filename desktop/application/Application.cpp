@@ -4,6 +4,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/platform/controls/BarText.h"
 #include "desktop/application/FormOpener.h"
+#include "desktop/application/NameQuestion.h"
 #include "desktop/platform/WideRegisters.h"
 #include "desktop/style/ContrastStyle.h"
 #include "desktop/style/WidgetText.h"
@@ -169,6 +170,8 @@ bool Application::Start() {
         m_commandOwner = std::make_unique<CommandOwner>(
             m_mainForm, [this](const QWidget* widget) { return PartOf(widget); },
             [this](const std::function<void()>& act) { m_failures.Guard(act); });
+        new NameQuestion(m_window->Explorer(), *m_mainForm, // which the panel owns
+                         [this](const std::function<void()>& act) { m_failures.Guard(act); });
         if (m_translation.Begin(*framework->ServiceManager()))
             m_window->Bars().Redraw();
         framework->Start();

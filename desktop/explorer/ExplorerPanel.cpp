@@ -76,6 +76,7 @@ void ExplorerPanel::AddPage(const Ref<Object>& control) {
         return;
     auto* page = new ExplorerPage(treeView, m_icons, m_guard, m_stack);
     connect(page->Tree(), &ExplorerTree::PopupPlace, this, &ExplorerPanel::PopupPlace);
+    connect(page->Tree(), &ExplorerTree::NameTyped, this, &ExplorerPanel::NameTyped);
     m_stack->addWidget(page);
     m_pages.push_back(page);
     Strip_Changed();

@@ -28,6 +28,8 @@ public:
     QSize sizeHint() const override { return {260, 420}; }
 
 Q_SIGNALS:
+    // As ExplorerTree's, of the tree that is shown.
+    void NameTyped(const QString& name, QString& problem);
     // Before a menu may open from one of the trees: it belongs there, in pixels of the screen.
     void PopupPlace(const QPoint& global);
 

@@ -1,12 +1,15 @@
 #include "desktop/explorer/ExplorerTree.h"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
+#include <QValidator>
 
 namespace corvane::desktop {
 
@@ -20,6 +23,20 @@ constexpr std::size_t ManyToggles = 8;
 
 } // namespace
 
+// A name that is refused keeps Return from ending the edit; an edit that ends otherwise leaves the old name.
+class ExplorerTree::NameValidator final : public QValidator {
+public:
+    NameValidator(ExplorerTree* tree, QLineEdit* editor) : QValidator(editor), m_tree(tree), m_editor(editor) {}
+
+    State validate(QString& text, int& /*position*/) const override {
+        return m_tree->TakesName(text.trimmed(), *m_editor) ? Acceptable : Intermediate;
+    }
+
+private:
+    ExplorerTree* m_tree;
+    QLineEdit* m_editor;
+};
+
 class ExplorerTree::Delegate final : public QStyledItemDelegate {
 public:
     explicit Delegate(ExplorerTree* tree) : QStyledItemDelegate(tree), m_tree(tree) {}
@@ -32,8 +49,10 @@ public:
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override {
         QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
-        if (auto* line = qobject_cast<QLineEdit*>(editor))
+        if (auto* line = qobject_cast<QLineEdit*>(editor)) {
             line->setFrame(true);
+            line->setValidator(new NameValidator(m_tree, line));
+        }
         return editor;
     }
 
@@ -48,7 +67,7 @@ public:
 
     void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex&) const override {
         if (const auto* line = qobject_cast<QLineEdit*>(editor))
-            m_tree->m_edited = line->text();
+            m_tree->m_edited = line->text().trimmed();
     }
 
 private:
@@ -58,7 +77,15 @@ private:
 ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent)
     : QTreeView(parent), m_treeView(std::move(treeView)), m_guard(std::move(guard)),
       m_model(new TreeModel(m_treeView, icons, this)),
-      m_filterModel(new FilterModel(m_treeView, std::move(icons), this)) {
+      m_filterModel(new FilterModel(m_treeView, std::move(icons), this)), m_nameProblem(new QLabel(viewport())) {
+    m_nameProblem->setTextFormat(Qt::PlainText);
+    m_nameProblem->setWordWrap(true);
+    m_nameProblem->setMargin(4);
+    m_nameProblem->setFrameShape(QFrame::Box);
+    m_nameProblem->setAutoFillBackground(true);
+    m_nameProblem->setBackgroundRole(QPalette::ToolTipBase);
+    m_nameProblem->setForegroundRole(QPalette::ToolTipText);
+    m_nameProblem->hide();
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setIconSize({IconSize, IconSize});
@@ -286,14 +313,41 @@ void ExplorerTree::EndEditor() {
     auto* line = editor ? qobject_cast<QLineEdit*>(editor) : nullptr;
     if (!line)
         return;
-    if (line->isModified())
+    if (line->isModified() && line->hasAcceptableInput())
         commitData(line);
     closeEditor(line, QAbstractItemDelegate::NoHint);
+}
+
+bool ExplorerTree::TakesName(const QString& name, QLineEdit& editor) {
+    QString problem;
+    Q_EMIT NameTyped(name, problem);
+    if (problem != editor.accessibleDescription()) {
+        editor.setAccessibleDescription(problem);
+        ShowNameProblem(problem, editor.geometry());
+    }
+    return problem.isEmpty();
+}
+
+void ExplorerTree::ShowNameProblem(const QString& problem, const QRect& editor) {
+    m_nameProblem->setText(problem);
+    m_nameProblem->setVisible(!problem.isEmpty());
+    if (problem.isEmpty())
+        return;
+    constexpr int gap = 2;
+    const int width = viewport()->width() - 2 * gap;
+    const int height = m_nameProblem->heightForWidth(width);
+    const int below = editor.bottom() + 1 + gap;
+    const bool fitsBelow = below + height <= viewport()->height() || editor.top() < height + gap;
+    m_nameProblem->setGeometry(gap, fitsBelow ? below : editor.top() - gap - height, width, height);
+    m_nameProblem->raise();
+    QAccessibleEvent alert(m_nameProblem, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 // The editor goes before the model is notified of the text, since the answer may be a message that waits for the user.
 void ExplorerTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) {
     QTreeView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    m_nameProblem->hide();
     const std::optional<QString> edited = std::exchange(m_edited, std::nullopt);
     m_model->Schedule();
     m_guard([tree = m_treeView, &edited] {

@@ -11,6 +11,9 @@
 #include <functional>
 #include <optional>
 
+class QLabel;
+class QLineEdit;
+
 namespace corvane::desktop {
 
 class ExplorerTree final : public QTreeView {
@@ -42,6 +45,9 @@ public:
 Q_SIGNALS:
     // After each turn in which the tree changed, and after each change of the filter.
     void ContentChanged();
+    // While a label is being typed: its text so far, without blanks around it. A problem that is set refuses it, and is
+    // shown beside the editor.
+    void NameTyped(const QString& name, QString& problem);
     // A label is to be edited that the filter doesn't show: whoever set the filter should take it back now.
     void FilterHidesEdit();
     // Before the model is notified of a press that may open a menu: the menu belongs there, in pixels of the screen.
@@ -64,6 +70,7 @@ protected:
 
 private:
     class Delegate;
+    class NameValidator;
 
     [[nodiscard]] NodeModel* Shown() const { return static_cast<NodeModel*>(model()); }
     [[nodiscard]] bool IsOnBranch(const QPoint& point) const;
@@ -82,6 +89,8 @@ private:
 
     void OpenEditor();
     void EndEditor();
+    [[nodiscard]] bool TakesName(const QString& name, QLineEdit& editor);
+    void ShowNameProblem(const QString& problem, const QRect& editor);
     // Each tells the model in one guarded step. False when the tree has gone with what it heard.
     bool ReportNode(const Ref<Node>& node);
     [[nodiscard]] bool ReleaseOnNode(Long button, const Ref<Node>& node);
@@ -109,6 +118,7 @@ private:
     bool m_pressedSelected = false; // the node was selected already
     QBasicTimer m_editTimer;
     std::optional<QString> m_edited;
+    QLabel* m_nameProblem; // below the editor, or above it; hidden while there is none
 
     Subscription m_tree_Changed;
     Subscription m_tree_EditorRequested;
