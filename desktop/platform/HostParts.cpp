@@ -8,12 +8,14 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
+#include <utility>
 
 namespace corvane::desktop {
 
 namespace {
 
 constexpr Single twipsPerInch = 1440;
+constexpr int longestMoment = 500; // in milliseconds; a timer that looks after something now and then isn't waited for
 
 class QtTimer final : public ITimer {
 public:
@@ -23,17 +25,26 @@ public:
             guard([this] { Tick.Raise(); });
         });
     }
-    void SetInterval(Long milliseconds) override { m_timer.setInterval(milliseconds); }
+    void SetInterval(Long milliseconds) override {
+        m_timer.setInterval(milliseconds);
+        Count();
+    }
     ~QtTimer() override { QtTimer::SetEnabled(false); }
     void SetEnabled(bool enabled) override {
-        *m_running += static_cast<int>(enabled) - static_cast<int>(m_timer.isActive());
         if (enabled)
             m_timer.start();
         else
             m_timer.stop();
+        Count();
     }
 
 private:
+    void Count() {
+        const bool counts = m_timer.isActive() && m_timer.interval() <= longestMoment;
+        *m_running += static_cast<int>(counts) - static_cast<int>(std::exchange(m_counts, counts));
+    }
+
+    bool m_counts = false;
     QTimer m_timer;
     std::shared_ptr<int> m_running;
 };
