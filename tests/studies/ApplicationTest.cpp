@@ -1,7 +1,8 @@
-// The assembled application on the control models, driven as a person would.
+// The assembled application on the control models, driven as a user would.
 #include "Csv.h"
 #include "Store.h"
 #include "Workspace.h"
+#include "corvane/author/Host.h"
 #include "corvane/base/Automation.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -11,7 +12,9 @@
 #include "headless/ModelHost.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <array>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -77,6 +80,28 @@ protected:
         Choose(text);
         m_host->Do([&] { m_host->ActiveTree()->DblClick.Raise(); });
     }
+    // What the explorer's active item says of a name.
+    [[nodiscard]] std::string NameProblem(const std::string& name) {
+        std::string problem;
+        m_host->Do([&] {
+            const Ref<Object> service = CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies");
+            problem = ToText(CallByName(ToObject(CallByName(service, "ActiveItem")), "NameProblem", name));
+        });
+        return problem;
+    }
+    // What is to be answered when Restore asks.
+    static std::string RestoreChoice(const std::string& name, const std::string& kind) {
+        studies::Store store(studies::Store::DefaultPath());
+        for (const studies::Deleted& item : store.DeletedItems()) {
+            if (item.name != name)
+                continue;
+            const auto time = static_cast<std::time_t>(item.time);
+            std::array<char, 32> text{};
+            (void)std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", std::localtime(&time));
+            return "“" + name + "”, " + kind + " deleted on " + text.data();
+        }
+        return {};
+    }
     void Type(const std::string& name) {
         m_host->Do([&] { m_host->ActiveTree()->CommitLabelEdit(name); });
     }
@@ -89,6 +114,10 @@ protected:
             nodes.insert(nodes.end(), nodes[i]->Children().begin(), nodes[i]->Children().end());
         }
         return nullptr;
+    }
+    [[nodiscard]] std::string Selected() const {
+        const Ref<Node> node = m_host->ActiveTree()->SelectedItem();
+        return node ? node->Text() : "";
     }
     [[nodiscard]] std::string Tree() const {
         std::string text;
@@ -127,7 +156,7 @@ TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
     EXPECT_EQ(Entries("Main"), "&File|&Edit|&View|&Data|&Analysis|&Window|&Help");
     EXPECT_EQ(Entries("File"), "&New Study|&Open Data File\u2026|&Import\u2026|&Save Analysis|&Export\u2026|-|&Print "
                                "Window\u2026|Print A&ll\u2026|-|E&xit");
-    EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|&Copy|-|Re&name|Du&plicate|&Delete");
+    EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|&Copy|-|Re&name|Du&plicate|&Delete|Re&store Deleted\u2026");
     EXPECT_EQ(Entries("View"), "&Explorer|&Status Bar|-|&Refresh|Toolbars");
     EXPECT_EQ(Entries("Analysis"), "&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|-|Rep&ort");
     EXPECT_EQ(Entries("Help"), "About Studies");
@@ -162,21 +191,28 @@ TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     EXPECT_EQ(Status(), "“Study 1” is now “Others”");
     Import("gentoo.csv");
     EXPECT_EQ(Status(), "gentoo.csv imported into “Others”: 124 rows, 6 columns");
-    EXPECT_EQ(m_host->ActiveTree()->SelectedItem()->Text(), "gentoo.csv") << "what comes next is about it";
+    EXPECT_EQ(Selected(), "gentoo.csv") << "what comes next is about it";
     const std::string others = "Others(Data Sets(gentoo.csv), Analyses)";
     EXPECT_EQ(Tree(), "Studies(" + full + ", " + others + ")");
     Choose("Penguins"); // what was imported has the commands; the Qt host would have given them back
     Choose("Others");
     Click("Edit.Delete");
+    EXPECT_EQ(m_host->Dialogs().TakeUnanswered().size(), 1U);
+    EXPECT_NE(Find("Others"), nullptr) << "the question wasn't answered";
+    m_host->Dialogs().AddAnswer("Delete");
+    Click("Edit.Delete");
+    EXPECT_EQ(Selected(), "Penguins") << "there is none behind it";
 
     Choose("Penguins");
     Click("Edit.Duplicate");
     EXPECT_EQ(Tree(), "Studies(" + full + ", Copy of " + full + ")");
-    EXPECT_EQ(m_host->ActiveTree()->SelectedItem()->Text(), "Copy of Penguins");
+    EXPECT_EQ(Selected(), "Copy of Penguins");
     Choose("Penguins");
+    m_host->Dialogs().AddAnswer("Delete");
     Click("Edit.Delete");
     EXPECT_EQ(Tree(), "Studies(Copy of " + full + ")");
-    EXPECT_FALSE(IsOffered("Edit.Delete")) << "nothing is chosen any more";
+    EXPECT_EQ(Selected(), "Copy of Penguins") << "what follows it, which has";
+    EXPECT_TRUE(IsOffered("Edit.Duplicate")) << "the commands now";
     EXPECT_EQ(Entries("Edit").substr(0, 18), "&Undo Delete Study");
 
     Click("Edit.Undo");
@@ -189,12 +225,54 @@ TEST_F(StudiesApplication, StudiesAreMadeRenamedCopiedDeletedAndUndone) {
     EXPECT_TRUE(IsOffered("Analysis.Histogram"));
     Click("Edit.Delete");
     EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + full + ")");
+    EXPECT_EQ(Selected(), "Data Sets") << "what it was below";
     EXPECT_FALSE(IsOffered("Analysis.Histogram"));
     EXPECT_EQ(Failures(), "");
 
     Restart();
     EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses), Copy of " + full + ")");
     EXPECT_EQ(Status(), "2 studies");
+    m_host->Dialogs().AddAnswer(RestoreChoice("penguins.csv", "data set"));
+    Click("Edit.Restore");
+    EXPECT_EQ(Status(), "“penguins.csv” has been restored");
+    EXPECT_EQ(Selected(), "penguins.csv");
+    EXPECT_EQ(Tree(), "Studies(" + full + ", Copy of " + full + ")");
+    m_host->Dialogs().AddAnswer(RestoreChoice("Others", "study"));
+    Click("Edit.Restore");
+    EXPECT_EQ(Selected(), "Others");
+    EXPECT_FALSE(IsOffered("Edit.Restore")) << "there is nothing more";
+    EXPECT_EQ(Failures(), "");
+}
+
+// The file is shared with a store of another program.
+TEST_F(StudiesApplication, AnotherWindowOnTheSameStudiesIsReportedAndFollowed) {
+    Prepare();
+    auto other = std::make_unique<studies::Store>(studies::Store::DefaultPath());
+    Start();
+    EXPECT_NE(LastMessage().find("Studies is open in another window already"), std::string::npos);
+    Choose("Penguins");
+    other->RenameStudy(other->Studies()[0].id, "Birds");
+    other->CreateStudy("More");
+    m_host->Timers().TickAll();
+    EXPECT_EQ(Tree(),
+              "Studies(Birds(Data Sets(penguins.csv), Analyses(Summary of penguins.csv by species)), More(Data Sets, "
+              "Analyses))");
+    EXPECT_EQ(Status(), "Changes that were made in another window of Studies are shown");
+
+    Choose("More");
+    Click("Edit.Rename");
+    other->RenameStudy(other->Studies()[1].id, "Else");
+    m_host->Timers().TickAll();
+    EXPECT_TRUE(m_host->ActiveTree()->IsEditingLabel()) << "what is being typed isn't taken away";
+    EXPECT_EQ(NameProblem("Mine"), "The study is called “Else” by now, by another window of Studies.");
+    m_host->ActiveTree()->CancelLabelEdit();
+    other->DeleteStudy(other->Studies()[1].id);
+    m_host->Timers().TickAll();
+    EXPECT_EQ(Selected(), "Birds");
+    other.reset();
+    Restart();
+    EXPECT_EQ(LastMessage(), "") << "alone again";
+    EXPECT_EQ(Failures(), "");
 }
 
 #ifdef STUDIES_WITH_PAGES
@@ -232,6 +310,7 @@ TEST_F(StudiesWindows, OneOpensForEachDataSetAndAnalysis) {
     EXPECT_EQ(Status(), "") << "what was said of one window doesn't stay below another";
     EXPECT_NE(Captions().find("|Report on Penguins"), std::string::npos);
     Choose("Penguins");
+    m_host->Dialogs().AddAnswer("Delete");
     Click("Edit.Delete");
     EXPECT_EQ(Captions(), "") << "what a window is about has gone";
     EXPECT_EQ(Failures(), "");
@@ -262,12 +341,12 @@ TEST_F(StudiesWindows, OpenAgainByTheirKeysUnlessWhatTheyAreAboutHasGone) {
     EXPECT_EQ(Failures(), "");
 }
 
-TEST_F(StudiesApplication, AChosenItemStaysChosenWhenTheExplorerIsMadeAnew) {
+TEST_F(StudiesApplication, ASelectedItemStaysSelectedWhenTheExplorerIsRebuilt) {
     Prepare();
     Start();
     Choose("Summary of penguins.csv by species");
     Click("View.Refresh");
-    EXPECT_EQ(m_host->ActiveTree()->SelectedItem()->Text(), "Summary of penguins.csv by species");
+    EXPECT_EQ(Selected(), "Summary of penguins.csv by species");
     EXPECT_EQ(Failures(), "");
 }
 
@@ -289,7 +368,7 @@ TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {
     EXPECT_EQ(Failures(), "");
 }
 
-TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
+TEST_F(StudiesWindows, ResultsThatTookTimeAreUnsavedUntilTheyAreSaved) {
     Prepare();
     Start();
     Choose("penguins.csv");
@@ -302,6 +381,10 @@ TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
     studies::AnalysisSettings settings = document->Settings();
     settings.columnX = "body_mass_g";
     m_host->Do([&] { document->SetSettings(settings); });
+    EXPECT_EQ(service->UnsavedItems(order)->Count(), 0) << "another click away";
+    EXPECT_TRUE(IsOffered("File.Save"));
+    const std::vector<double> values = document->Data()->Data().Find("body_mass_g")->numbers;
+    m_host->Do([&] { document->SetResult({342, 4201.8, 43, {4117, 4286}}, settings, values); });
     const Ref<Dictionary> unsaved = service->UnsavedItems(order);
     ASSERT_EQ(unsaved->Keys(), (std::vector<std::string>{"Histogram of penguins.csv: body mass"}));
     m_host->Do([&] { service->Save(ToObject(unsaved->Item(unsaved->Keys()[0]))); });
@@ -314,9 +397,35 @@ TEST_F(StudiesWindows, ChangedAnalysesAreUnsavedUntilTheyAreSaved) {
     Click("Edit.Undo");
     EXPECT_EQ(document->Settings().bins, 0) << "the open window follows";
     EXPECT_FALSE(document->IsChanged());
+    ASSERT_TRUE(document->Result()) << "with its result";
+
+    // In two windows of Studies: what is saved second is kept beside what is saved first.
+    {
+        studies::Store other(studies::Store::DefaultPath());
+        settings.bins = 9;
+        other.ChangeAnalysis(document->Number(), "Theirs", settings);
+    }
+    settings.bins = 8;
+    m_host->Do([&] { document->SetSettings(settings); });
+    m_host->Timers().TickAll();
+    EXPECT_EQ(document->Settings().bins, 8);
+    m_host->Do([&] { document->Save(); });
+    EXPECT_NE(Find("Theirs"), nullptr);
+    EXPECT_NE(Find(document->Name()), nullptr);
+
+    // Deleted under a window that would lose a result, it is a new one.
+    m_host->Do([&] { document->SetResult({342, 4201.8, 43, {4117, 4286}}, settings, values); });
+    m_host->Do([&] {
+        document->Data()->Space()->GetStore().DeleteAnalysis(document->Number());
+        document->Data()->Space()->Tell("");
+    });
+    EXPECT_EQ(Captions(), "Histogram of penguins.csv: body mass");
+    EXPECT_EQ(document->Number(), 0);
+    m_host->Do([&] { document->Save(); });
     Restart();
     Open("Histogram of penguins.csv: body mass");
     EXPECT_EQ(Captions(), "Histogram of penguins.csv: body mass");
+    EXPECT_TRUE(Windows()->Item(1)->BusinessContext().As<studies::AnalysisDocument>()->Result());
     EXPECT_EQ(Failures(), "");
 }
 
@@ -341,15 +450,21 @@ TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
         EXPECT_EQ(LastMessage(), testCase.message);
         EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Two(Data Sets, Analyses))");
     }
-    // What the store refuses is a failure, behind which the label is as it was typed.
-    Click("Edit.Rename");
-    Type("");
-    Click("View.Refresh");
-    EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Two(Data Sets, Analyses))");
-    EXPECT_EQ(m_host->Recorded().log.back().failure.Description, "A study needs a name.");
+    // A host with an editor asks while the name is typed.
+    EXPECT_EQ(NameProblem(""), "A study needs a name.");
+    EXPECT_EQ(NameProblem("one"), "There is a study “one” already.");
+    EXPECT_EQ(NameProblem("Studies"), "The explorer has an entry “Studies” already.");
+    EXPECT_EQ(NameProblem("Two") + NameProblem("two") + NameProblem("Three"), "");
+    std::string longest;
+    for (int i = 0; i < 120; ++i)
+        longest += "\u00C4";
+    EXPECT_EQ(NameProblem(longest), "");
+    EXPECT_EQ(NameProblem(longest + "x"), "A study's name has at most 120 letters.");
+    EXPECT_EQ(Failures(), "");
+    EXPECT_TRUE(m_host->Recorded().log.empty());
     Click("Edit.Undo");
     EXPECT_EQ(Tree(), "Studies(One(Data Sets, Analyses), Study 1(Data Sets, Analyses))")
-        << "what was refused is no step";
+        << "what was refused isn't a step";
 }
 
 TEST_F(StudiesApplication, LibraryFilesAreImported) {

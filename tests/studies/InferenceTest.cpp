@@ -215,7 +215,8 @@ TEST(Chart, ComparisonIsSaidInSentences) {
     EXPECT_EQ(ComparisonText(Penguins(), settings, 1),
               "Adelie: 3,700.7 g (standard deviation 458.6, 151 values)\n"
               "Chinstrap: 3,733.1 g (standard deviation 384.3, 68 values)\n"
-              "Difference: -32.4 g, 95 % confidence from -150.4 to 85.5\n"
+              "Adelie less Chinstrap: -32.4 g, 95 % confidence from -150.4 to 85.5\n"
+              "Effect size: Cohen's d = -0.07\n"
               "Welch's t-test: t = -0.543 with 152.5 degrees of freedom, p = 0.588");
     settings.secondGroup = "Adelie";
     EXPECT_EQ(ComparisonText(Penguins(), settings, 1), "Choose two different groups.");

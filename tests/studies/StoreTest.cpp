@@ -183,14 +183,120 @@ TEST_F(StoreOfStudies, AFailedStepChangesNothing) {
     EXPECT_EQ(store.UndoLabel(), label);
 }
 
-TEST_F(StoreOfStudies, DataOfDeletedSetsGoWhenTheFileIsNextOpened) {
+TEST_F(StoreOfStudies, WhatWasDeletedIsRestoredWithinAMonth) {
+    {
+        Store store(m_path);
+        Fill(store);
+        store.DeleteAnalysis(store.Analyses(store.Studies()[0].id)[0].id);
+        store.DeleteDataSet(store.DataSets(store.Studies()[0].id)[0].id);
+        store.DeleteStudy(store.Studies()[0].id);
+        store.CreateStudy("a");
+    }
+    Store store(m_path);
+    const std::vector<Deleted> items = store.DeletedItems();
+    ASSERT_EQ(items.size(), 3U);
+    EXPECT_EQ(items[0].kind + " " + items[0].name, "study A");
+    for (const Deleted& item : {items[1], items[2]})
+        EXPECT_EQ(FailureOfCall([&] { store.Restore(item.id); }),
+                  "“" + item.name +
+                      "” was part of a study or data set that has been deleted, too. Restore that first.");
+    EXPECT_EQ(Contents(store), "B[] a[]");
+    for (const Deleted& item : items)
+        store.Restore(item.id);
+    EXPECT_EQ(Contents(store), "A 2[set(3); Summary] B[] a[]") << "the name is taken by now";
+    EXPECT_EQ(FailureOfCall([&] { store.Restore(items[0].id); }), "The selection no longer exists.");
+    EXPECT_EQ(FailureOfCall([&] { store.CreateStudy("A"); }), "There is a study “A” already.");
+    for (int i = 0; i < 3; ++i)
+        store.Undo();
+    EXPECT_EQ(Contents(store), "B[] a[]");
+    EXPECT_EQ(store.DeletedItems().size(), 3U);
+    store.Redo();
+    EXPECT_EQ(Contents(store), "A 2[] B[] a[]");
+
+    // A data set whose name is taken; the deletion is taken back, and so is its entry in the bin.
+    const Id other = store.ImportDataSet(store.Studies()[0].id, "SET", "", m_table);
+    store.Restore(items[1].id);
+    EXPECT_EQ(Contents(store), "A 2[set 2(3) SET(3)] B[] a[]");
+    store.DeleteDataSet(other);
+    store.Undo();
+    EXPECT_EQ(store.DeletedItems().size(), 1U);
+}
+
+TEST_F(StoreOfStudies, TheBinIsEmptiedAfterAMonthUnlessTheFileIsInUse) {
+    const auto Tables = [this] {
+        return Database(m_path).WholeOf("SELECT count(*) FROM sqlite_master WHERE name GLOB 'data_[0-9]*'");
+    };
+    {
+        Store store(m_path);
+        Fill(store);
+        store.DeleteStudy(store.Studies()[0].id);
+    }
+    { Store store(m_path); }
+    EXPECT_EQ(Tables(), 1);
+    Database(m_path).Run("UPDATE bin SET time = time - 31 * 86400");
+    {
+        Store store(m_path);
+        EXPECT_TRUE(store.DeletedItems().empty());
+        EXPECT_EQ(Tables(), 0);
+        store.ImportDataSet(store.Studies()[0].id, "more", "", m_table);
+        store.Undo();
+        { Store other(m_path); }
+        store.Redo();
+        EXPECT_EQ(Contents(store), "B[more(3)]") << "another store leaves what may be needed";
+    }
+}
+
+TEST_F(StoreOfStudies, TwoStoresOnOneFileNoticeAndKeepWhatTheOtherChanges) {
+    Store store(m_path);
+    EXPECT_FALSE(store.IsShared());
+    Fill(store);
+    Store other(m_path);
+    EXPECT_TRUE(other.IsShared());
+    const Id a = store.Studies()[0].id;
+    const Id set = store.DataSets(a)[0].id;
+    store.RenameStudy(a, "mine");
+    EXPECT_FALSE(store.NoticeChanges()) << "its own";
+    EXPECT_TRUE(other.NoticeChanges());
+    EXPECT_FALSE(other.NoticeChanges()) << "once";
+
+    const std::string lost = "This can't be undone: it has been changed in another window of Studies since.";
+    other.SetStudyProperties(a, "mine", "notes");
+    EXPECT_EQ(FailureOfCall([&] { store.Undo(); }), lost);
+    EXPECT_EQ(store.StudyOf(a).notes, "notes");
+    other.Undo();
+    store.Undo();
+    EXPECT_EQ(store.StudyOf(a).name, "A");
+
+    store.SetCells(set, {{1, 0, "mine", "A"}});
+    EXPECT_EQ(FailureOfCall([&] {
+                  other.SetCells(set, {{2, 0, "theirs", "B"}, {1, 0, "theirs", "A"}});
+              }),
+              "“theirs” hasn't been entered: the value there was changed in another window of Studies. Enter it again "
+              "to replace what is shown now.");
+    other.SetCells(set, {{2, 1, "2", ""}, {2, 2, "3", "2"}});
+    other.SetCells(set, {{1, 0, "theirs"}});
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\ntheirs,1.5,1\nB,2.0,3\n,0.1,\n");
+    EXPECT_EQ(FailureOfCall([&] { store.Undo(); }), lost);
+}
+
+TEST_F(StoreOfStudies, ResultsAreKeptUntilTheDataChange) {
     Store store(m_path);
     Fill(store);
-    store.DeleteStudy(store.Studies()[0].id);
-    { Store other(m_path); }
-    EXPECT_EQ(FailureOfCall([&] { store.Undo(); }),
-              "This can't be undone: the data have been deleted since the file was opened elsewhere.");
-    EXPECT_EQ(Contents(store), "B[]");
+    const Id set = store.DataSets(store.Studies()[0].id)[0].id;
+    const Id id = store.AddAnalysis(set, "Bootstrap", m_settings, BootstrapResult{3, 0.1, 1e-300, {-2.0 / 3, 7}});
+    const auto Result = [&] { return store.AnalysisOf(id).result; };
+    ASSERT_TRUE(Result());
+    EXPECT_EQ(Result()->count, 3U);
+    EXPECT_EQ(Result()->figure, 0.1);
+    EXPECT_EQ(Result()->error, 1e-300);
+    EXPECT_EQ(Result()->interval.low, -2.0 / 3);
+    EXPECT_EQ(Result()->interval.high, 7);
+    store.SetCells(set, {{1, 1, "2"}});
+    EXPECT_FALSE(Result());
+    store.Undo();
+    EXPECT_TRUE(Result());
+    store.ChangeAnalysis(id, "Bootstrap", m_settings);
+    EXPECT_FALSE(Result());
 }
 
 TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
@@ -269,11 +375,12 @@ TEST_F(StoreOfStudies, AFileOfTheFirstVersionIsRead) {
     {
         Database file(m_path);
         for (const std::string column : {"kind", "x_column", "y_column", "first_group", "second_group", "figure",
-                                         "bins", "confidence", "resamples", "seed"})
+                                         "bins", "confidence", "resamples", "seed", "result"})
             file.Run("ALTER TABLE analyses DROP COLUMN " + column);
         for (const std::string table : {"studies DROP COLUMN notes", "data_sets DROP COLUMN notes",
                                         "data_columns DROP COLUMN unit", "data_columns DROP COLUMN decimals"})
             file.Run("ALTER TABLE " + table);
+        file.Run("DROP TABLE bin");
         file.Run("PRAGMA user_version=1");
     }
     Store store(m_path);
@@ -299,9 +406,9 @@ TEST_F(StoreOfStudies, FilesThatItCannotUse) {
     Database(foreign).Run("CREATE TABLE t(x)");
     EXPECT_EQ(FailureOfCall([&] { Store store(foreign); }), "The file “" + foreign + "” belongs to another program.");
 
-    Database(m_path).Run("PRAGMA user_version=4");
+    Database(m_path).Run("PRAGMA user_version=5");
     EXPECT_EQ(FailureOfCall([&] { Store store(m_path); }),
-              "The file “" + m_path + "” was written by a later version of Studies (4; this one knows 3).");
+              "The file “" + m_path + "” was written by a later version of Studies (5; this one knows 4).");
 }
 
 TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {

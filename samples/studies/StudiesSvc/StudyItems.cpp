@@ -37,7 +37,20 @@ void StudyItem::OnInitialize() {
     TheStudyService()->StudyJoins(*this);
 }
 
-// Comes before the explorer has looked whether the name is free, and once more with the old name when it isn't.
+std::string StudyItem::NameProblem(const std::string& name) {
+    if (name == m_study.name)
+        return {};
+    if (std::string problem = TheStore().NameProblem(name, m_study.id); !problem.empty())
+        return problem;
+    if (const std::string now = TheStore().StudyOf(m_study.id).name; now != m_study.name)
+        return "The study is called “" + now + "” by now, by another window of Studies.";
+    if (!EqualText(name, m_study.name) && Explorer()->TreeView()->GetNodes()->HasKey(name))
+        return "The explorer has an entry “" + name + "” already.";
+    return {};
+}
+
+// Comes before the explorer has looked whether the name is free, and once more with the old name when it isn't. A host
+// that asks for the problem beforehand gets here with a name that is free.
 void StudyItem::OnAfterRename(const std::string& newName) {
     if (newName == m_study.name || Explorer()->TreeView()->GetNodes()->HasKey(newName))
         return;
@@ -72,7 +85,7 @@ void StudyItem::OnDuplicate() {
 }
 
 void StudyItem::OnDelete() {
-    TheStudyService()->DeleteStudy(Ref<StudyItem>(this));
+    TheStudyService()->DeleteStudy(m_study.id);
 }
 
 DataSetsFolder::DataSetsFolder(Id studyId) {
@@ -107,6 +120,10 @@ void AnalysesFolder::OnInitialize() {
 
 DataSetItem::DataSetItem(DataSet dataSet) : ExplorerItem(Numbered(dataSet.id)), m_dataSet(std::move(dataSet)) {}
 
+std::string DataSetItem::KeyOf(Id dataSetId) {
+    return "DataSet." + Numbered(dataSetId);
+}
+
 Ref<DataSetContext> DataSetItem::Context() const {
     return TheStudyService()->Space()->DataSet(m_dataSet.id);
 }
@@ -132,6 +149,10 @@ void DataSetItem::OnDelete() {
 }
 
 AnalysisItem::AnalysisItem(Analysis analysis) : ExplorerItem(Numbered(analysis.id)), m_analysis(std::move(analysis)) {}
+
+std::string AnalysisItem::KeyOf(Id analysisId) {
+    return "Analysis." + Numbered(analysisId);
+}
 
 void AnalysisItem::OnShow() {
     OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_analysis.id));

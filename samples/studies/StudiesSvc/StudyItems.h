@@ -37,10 +37,12 @@ public:
     void OnRename();
     void OnDuplicate();
     void OnDelete();
+    // For the host, while the name is typed: why the study can't have it; "" when it can.
+    [[nodiscard]] std::string NameProblem(const std::string& name);
 
     static constexpr auto Members =
         corvane::Methods<&StudyItem::OnProperties, &StudyItem::OnReport, &StudyItem::OnImport, &StudyItem::OnRename,
-                         &StudyItem::OnDuplicate, &StudyItem::OnDelete>();
+                         &StudyItem::OnDuplicate, &StudyItem::OnDelete, &StudyItem::NameProblem>();
 
 protected:
     void OnInitialize() override;
@@ -84,6 +86,9 @@ class DataSetItem final : public corvane::ExplorerItem<DataSetItem, StoreItem> {
 public:
     explicit DataSetItem(DataSet dataSet);
 
+    // Of the explorer's node.
+    [[nodiscard]] static std::string KeyOf(Id dataSetId);
+
     Id StudyId() const override { return m_dataSet.studyId; }
 
     void OnOpen();
@@ -106,6 +111,8 @@ private:
 class AnalysisItem final : public corvane::ExplorerItem<AnalysisItem, StoreItem> {
 public:
     explicit AnalysisItem(Analysis analysis);
+
+    [[nodiscard]] static std::string KeyOf(Id analysisId);
 
     Id StudyId() const override { return m_analysis.studyId; }
     [[nodiscard]] const Analysis& What() const { return m_analysis; }

@@ -11,10 +11,13 @@
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
+#include "corvane/platform/Platform.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
+#include <array>
+#include <ctime>
 #include <optional>
 
 namespace studies {
@@ -25,6 +28,22 @@ namespace {
 
 std::string Quoted(const std::string& name) {
     return "“" + name + "”";
+}
+
+// ", 2 analyses"; "" for none.
+std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
+    if (count == 0)
+        return {};
+    return ", " + CountText(count) + " " + (count == 1 ? one : many);
+}
+
+// As "2026-11-25 14:05".
+std::string LocalTime(std::int64_t seconds) {
+    const auto time = static_cast<std::time_t>(seconds);
+    std::tm parts{};
+    std::array<char, 32> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", ::localtime_r(&time, &parts));
+    return {text.data(), length};
 }
 
 // Whether all that was there is there, and what is new is younger.
@@ -58,6 +77,10 @@ void StudyService::OnInitialize() {
         m_workspace = New<Workspace>(Store::DefaultPath(), true);
         Keep(m_workspace->Changed.Subscribe([this](const std::string& status) { OnChanged(status); }));
         m_shown = StoreContents();
+        m_look = CurrentPlatform().oTimers->NewTimer();
+        m_look->SetInterval(1000);
+        Keep(m_look->Tick.Subscribe([this] { ShowChangesOfOthers(); }));
+        m_look->SetEnabled(true);
     } catch (const Failure& failure) {
         // The rest of the application works without studies.
         m_storeProblem = failure.Description;
@@ -69,6 +92,8 @@ void StudyService::OnInitialize() {
 void StudyService::OnTerminate() {
     m_active = nullptr;
     m_branches.clear();
+    if (m_look)
+        m_look->SetEnabled(false);
     if (m_workspace)
         m_workspace->Close();
 }
@@ -96,6 +121,11 @@ void StudyService::Start() {
     }
     const std::size_t studies = TheStore().Studies().size();
     SetStatus(studies == 1 ? "1 study" : std::to_string(studies) + " studies");
+    ShowWhatCanBeUndone();
+    if (TheStore().IsShared())
+        ShowMessage("Studies is open in another window already, on the same studies. Each window shows what the other "
+                    "changes.",
+                    "Studies");
 }
 
 void StudyService::OnNewStudy() {
@@ -112,7 +142,12 @@ void StudyService::OnImport() {
 void StudyService::AskForImport(Id studyId) {
     const auto job = New<ImportJob>(m_workspace, studyId);
     OpenWindow("Import", job, {.caption = "Import Data"});
-    SelectDataSet(job->dataSetId);
+    ShowImported(job->dataSetId);
+    if (job->dataSetId == 0)
+        return;
+    const std::string imported = m_lastChange;
+    OpenDataWindow(m_workspace->DataSet(job->dataSetId));
+    SetStatus(imported); // which the new window has cleared
 }
 
 // Without asking: what the wizard proposes.
@@ -120,7 +155,7 @@ void StudyService::ImportFile(const std::string& path) {
     const auto job = New<ImportJob>(m_workspace, ActiveStudy());
     job->SetPath(path);
     job->Run();
-    SelectDataSet(job->dataSetId);
+    ShowImported(job->dataSetId);
 }
 
 void StudyService::Duplicate(Id studyId) {
@@ -129,11 +164,24 @@ void StudyService::Duplicate(Id studyId) {
     Select(copy.id);
 }
 
-void StudyService::DeleteStudy(const Ref<StudyItem>& study) {
-    TheStore().DeleteStudy(study->StudyId());
-    RemoveItem(study);
-    m_branches.erase(study->StudyId());
-    Tell(Quoted(study->Base()->Name()) + " has been deleted; Undo restores it");
+void StudyService::DeleteStudy(Id studyId) {
+    const std::string name = TheStore().StudyOf(studyId).name;
+    const std::string contents = Counted(TheStore().DataSets(studyId).size(), "data set", "data sets") +
+                                 Counted(TheStore().Analyses(studyId).size(), "analysis", "analyses");
+    if (!contents.empty() &&
+        !Ask("Delete " + Quoted(name) + " with " + contents.substr(2) +
+                 "?\nEdit > Restore Deleted brings it back within " + std::to_string(DaysInBin) + " days.",
+             {"Delete"}, "Delete Study"))
+        return;
+    const std::vector<std::string> keys = ChosenAndNext();
+    TheStore().DeleteStudy(studyId);
+    // The explorer may have been built again while the question was open.
+    if (const auto it = m_branches.find(studyId); it != m_branches.end()) {
+        RemoveItem(it->second.study);
+        m_branches.erase(it);
+    }
+    SelectFirst(keys);
+    Tell(Quoted(name) + " has been deleted; Undo restores it");
 }
 
 // Its analyses go with it.
@@ -143,8 +191,10 @@ void StudyService::DeleteDataSet(DataSet dataSet) {
 }
 
 void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& analysis) {
+    const std::vector<std::string> keys = ChosenAndNext();
     TheStore().DeleteAnalysis(analysis->What().id);
     RemoveItem(analysis);
+    SelectFirst(keys);
     Tell(Quoted(analysis->What().name) + " has been deleted; Undo restores it");
 }
 
@@ -185,8 +235,42 @@ void StudyService::OnRedo() {
     m_workspace->Tell("Redone: " + label);
 }
 
+void StudyService::OnRestore() {
+    const std::vector<Deleted> items = TheStore().DeletedItems();
+    if (items.empty())
+        return SetStatus("Nothing has been deleted within the last " + std::to_string(DaysInBin) + " days");
+    std::vector<std::string> choices;
+    for (const Deleted& item : items) {
+        const std::string choice = Quoted(item.name) + ", " + item.kind + " deleted on " + LocalTime(item.time);
+        std::string other = choice;
+        for (int n = 2; std::find(choices.begin(), choices.end(), other) != choices.end(); ++n)
+            other = choice + " (" + std::to_string(n) + ")";
+        choices.push_back(other);
+    }
+    const std::optional<std::string> chosen = Ask("What shall be restored?", choices, "Restore Deleted");
+    if (!chosen)
+        return;
+    const Deleted& item =
+        items[static_cast<std::size_t>(std::find(choices.begin(), choices.end(), *chosen) - choices.begin())];
+    TheStore().Restore(item.id);
+    m_workspace->Tell(Quoted(item.name) + " has been restored");
+    if (item.kind == "study")
+        Select(item.itemId);
+    else
+        SelectNode(item.kind == "analysis" ? AnalysisItem::KeyOf(item.itemId) : DataSetItem::KeyOf(item.itemId));
+}
+
 void StudyService::OnRefresh() {
+    if (m_workspace)
+        m_workspace->ShowChangesOfOthers();
     Rebuild();
+}
+
+// Not while a label is open, which would go with the explorer that it is in.
+void StudyService::ShowChangesOfOthers() {
+    const Ref<corvane::TreeView> tree = Explorer()->TreeView();
+    if (!tree || !tree->IsEditingLabel())
+        m_workspace->ShowChangesOfOthers();
 }
 
 void StudyService::Tell(const std::string& what) {
@@ -207,16 +291,17 @@ StudyService::Contents StudyService::StoreContents() const {
 }
 
 // What is new is added to the explorer, at the end of its folder. When it belongs elsewhere, or something has gone or
-// has another name, the explorer is built anew.
+// has another name, the explorer is built again.
 void StudyService::OnChanged(const std::string& status) {
     const Contents contents = StoreContents();
+    m_lastChange = status;
     if (!Extends(contents, m_shown))
         Rebuild();
     else if (contents.size() > m_shown.size())
         AddNewItems(contents);
     m_shown = contents;
     WindowsFollow();
-    TellUndo();
+    ShowWhatCanBeUndone();
     SetStatus(status);
 }
 
@@ -239,7 +324,7 @@ void StudyService::AddNewItems(const Contents& contents) {
 
 void StudyService::OnUnsaved(Dictionary& items, Double& order) {
     order = 1;
-    for (const Ref<AnalysisDocument>& document : ChangedAnalyses()) {
+    for (const Ref<AnalysisDocument>& document : UnsavedAnalyses()) {
         std::string name = document->Name();
         for (int n = 2; items.Exists(name); ++n)
             name = document->Name() + " (" + std::to_string(n) + ")";
@@ -251,14 +336,15 @@ void StudyService::OnSave(const Ref<Object>& item) {
     item.As<AnalysisDocument>()->Save();
 }
 
-void StudyService::TellUndo() {
-    const auto Tell = [this](const char* actionName, const std::string& label) {
+void StudyService::ShowWhatCanBeUndone() {
+    Action("Restore")->SetEnabled(!TheStore().DeletedItems().empty());
+    const auto Show = [this](const char* actionName, const std::string& label) {
         const Ref<ActionItem> action = Action(actionName);
         action->SetEnabled(!label.empty());
         action->SetCaption("Edit", "&" + std::string(actionName) + (label.empty() ? "" : " " + label));
     };
-    Tell("Undo", TheStore().UndoLabel());
-    Tell("Redo", TheStore().RedoLabel());
+    Show("Undo", TheStore().UndoLabel());
+    Show("Redo", TheStore().RedoLabel());
 }
 
 } // namespace studies

@@ -4,6 +4,7 @@
 #include "StudyItems.h"
 #include "Workspace.h"
 #include "corvane/Service.h"
+#include "corvane/platform/ITimers.h"
 
 #include <map>
 #include <string>
@@ -24,6 +25,7 @@ public:
     void OnImport();
     void OnUndo();
     void OnRedo();
+    void OnRestore();
     void OnRefresh();
     void OnReport();
 
@@ -39,7 +41,8 @@ public:
     [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
     void AskForImport(Id studyId);
     void Duplicate(Id studyId);
-    void DeleteStudy(const corvane::Ref<StudyItem>& study);
+    // Asks, when there is something in it.
+    void DeleteStudy(Id studyId);
     void DeleteDataSet(DataSet dataSet);
     void DeleteAnalysis(const corvane::Ref<AnalysisItem>& analysis);
     void ShowReport(Id studyId);
@@ -52,9 +55,9 @@ public:
 
     static constexpr auto Members =
         corvane::Methods<&StudyService::Start, &StudyService::OnNewStudy, &StudyService::OnImport,
-                         &StudyService::OnUndo, &StudyService::OnRedo, &StudyService::OnRefresh,
-                         &StudyService::OnReport, &StudyService::ImportFile, &StudyService::RestoreWindow>(
-            corvane::Property("ActiveItem", &StudyService::ActiveItem));
+                         &StudyService::OnUndo, &StudyService::OnRedo, &StudyService::OnRestore,
+                         &StudyService::OnRefresh, &StudyService::OnReport, &StudyService::ImportFile,
+                         &StudyService::RestoreWindow>(corvane::Property("ActiveItem", &StudyService::ActiveItem));
 
 private:
     struct Branch {
@@ -73,24 +76,29 @@ private:
     void RemoveItem(const corvane::Ref<StoreItem>& item);
     bool Select(Id studyId);
     bool SelectNode(const std::string& key);
-    void SelectDataSet(Id dataSetId);
+    void ShowImported(Id dataSetId);
+    [[nodiscard]] std::vector<std::string> ChosenAndNext() const;
+    void SelectFirst(const std::vector<std::string>& keys);
     void Rebuild();
+    void ShowChangesOfOthers();
     [[nodiscard]] Store& TheStore() const { return m_workspace->GetStore(); }
     [[nodiscard]] Contents StoreContents() const;
     void OnChanged(const std::string& status);
     void AddNewItems(const Contents& contents);
     void OnUnsaved(corvane::Dictionary& items, corvane::Double& order) override;
     void OnSave(const corvane::Ref<corvane::Object>& item) override;
-    void TellUndo();
+    void ShowWhatCanBeUndone();
     void OnWindowActive(const corvane::Ref<corvane::Window>& window);
 
     corvane::Ref<Workspace> m_workspace; // nothing when its file can't be used
     std::string m_storeProblem;
+    corvane::Ref<corvane::ITimer> m_look;    // at what others change in the file
     corvane::Window* m_lastActive = nullptr; // only to tell it from another; it may be gone
     corvane::Ref<corvane::Object> m_active;
     Id m_joiningStudy = 0;
     Contents m_shown;
-    std::map<Id, Branch> m_branches; // what stands in the explorer for each study
+    std::string m_lastChange;        // for the status line
+    std::map<Id, Branch> m_branches; // the explorer's items of each study
 };
 
 // The one that is loaded.

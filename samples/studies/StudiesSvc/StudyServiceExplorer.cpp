@@ -9,6 +9,9 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/IPage.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace studies {
 
 using namespace corvane;
@@ -66,16 +69,37 @@ void StudyService::RemoveItem(const Ref<StoreItem>& item) {
     Explorer()->DeleteFromExplorer(item);
 }
 
-// As if the person had clicked on it. False when it isn't in the tree that is shown.
+// As if the user had clicked on it. False when it isn't in the tree that is shown.
 bool StudyService::Select(Id studyId) {
     const auto it = m_branches.find(studyId);
     return it != m_branches.end() && SelectNode(it->second.study->Base()->Name());
 }
 
 // What has just been imported is what comes next.
-void StudyService::SelectDataSet(Id dataSetId) {
+void StudyService::ShowImported(Id dataSetId) {
     if (dataSetId != 0)
-        SelectNode("DataSet." + New<DataSetItem>(TheStore().DataSetOf(dataSetId))->Base()->Name());
+        SelectNode(DataSetItem::KeyOf(dataSetId));
+}
+
+// The keys of the selected node and of those that take its place when it has gone, the best first: what follows it,
+// what precedes it, what it is below.
+std::vector<std::string> StudyService::ChosenAndNext() const {
+    std::vector<std::string> keys;
+    const Ref<corvane::TreeView> tree = Explorer()->TreeView();
+    const Ref<Node> chosen = tree && m_active ? tree->SelectedItem() : nullptr;
+    for (const Node* node = chosen.Get(); node; node = node->Parent()) {
+        const std::vector<Node*>& siblings = node->Parent() ? node->Parent()->Children() : tree->GetNodes()->Roots();
+        const auto at = std::find(siblings.begin(), siblings.end(), node);
+        for (auto it = at; it != siblings.end(); ++it)
+            keys.push_back((*it)->Key());
+        for (auto it = at; it != siblings.begin(); --it)
+            keys.push_back((*std::prev(it))->Key());
+    }
+    return keys;
+}
+
+void StudyService::SelectFirst(const std::vector<std::string>& keys) {
+    (void)std::any_of(keys.begin(), keys.end(), [this](const std::string& key) { return SelectNode(key); });
 }
 
 bool StudyService::SelectNode(const std::string& key) {
@@ -89,23 +113,20 @@ bool StudyService::SelectNode(const std::string& key) {
     return true;
 }
 
-// From the store, with the item chosen that was, or its study when it is gone. Removing the items hides the entries
-// that they share with this service and with pages, which therefore take them back.
+// From the store, with the item selected that was, or the one that takes its place. Removing the items hides the
+// entries that they share with this service and with pages, which therefore take them back.
 void StudyService::Rebuild() {
     const Id studyId = ActiveStudy();
-    const Ref<corvane::TreeView> tree = Explorer()->TreeView();
-    const Ref<Node> chosen = tree ? tree->SelectedItem() : nullptr;
-    const std::string chosenText = m_active && chosen ? chosen->Key() : std::string();
+    const bool isStudy = static_cast<bool>(m_active.TryAs<StudyItem>());
+    const std::vector<std::string> keys = ChosenAndNext();
     m_branches.clear();
     Explorer()->Refresh();
     for (const Ref<ServiceDef>& def : *Singleton::Framework()->ServiceManager()->ServiceDefs())
         if (const Ref<Object> service = FindService(def->Name()))
             Menus()->OnActionsProviderActive(service, CorvaneMain::QueryService(service).As<IActionsProvider>(),
                                              def->ActionItemDefs());
-    if (const Ref<Node> same = studyId != 0 ? tree->GetNodes()->Find(chosenText) : nullptr)
-        tree->ClickNode(same);
-    else
-        Select(studyId);
+    if (studyId != 0 && !(isStudy && Select(studyId))) // a study may have another name
+        SelectFirst(keys);
 }
 
 } // namespace studies

@@ -1,4 +1,4 @@
-// Confidence intervals without a formula: the sample is drawn anew from itself many times.
+// Confidence intervals without a formula: the sample is drawn again from itself many times.
 #pragma once
 
 #include "Inference.h"

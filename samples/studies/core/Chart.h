@@ -1,4 +1,4 @@
-// A chart as plain data: what stands where in the units of its axes, and what is said about it. Whoever draws it
+// A chart as plain data: what stands where in the units of its axes, and what is said about it. What draws it
 // decides on pixels, fonts and colours.
 #pragma once
 

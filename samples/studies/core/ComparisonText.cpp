@@ -31,11 +31,13 @@ std::string ComparisonText(const Table& table, const AnalysisSettings& settings,
         const WelchTest test = TestMeans(NumbersOfGroup(*x, *group, settings.firstGroup),
                                          NumbersOfGroup(*x, *group, settings.secondGroup), confidence);
         return GroupLine(settings.firstGroup, test.first, *x, decimals) +
-               GroupLine(settings.secondGroup, test.second, *x, decimals) +
-               "Difference: " + WithUnit(test.differenceValue, *x, decimals) + ", " + ShareText(confidence) +
-               " confidence from " + DecimalText(test.difference.low, decimals) + " to " +
-               DecimalText(test.difference.high, decimals) + "\nWelch's t-test: t = " + DecimalText(test.t, 3) +
-               " with " + DecimalText(test.freedom, 1) + " degrees of freedom, " + ProbabilityText(test.p);
+               GroupLine(settings.secondGroup, test.second, *x, decimals) + settings.firstGroup + " less " +
+               settings.secondGroup + ": " + WithUnit(test.differenceValue, *x, decimals) + ", " +
+               ShareText(confidence) + " confidence from " + DecimalText(test.difference.low, decimals) + " to " +
+               DecimalText(test.difference.high, decimals) +
+               "\nEffect size: Cohen's d = " + DecimalText(test.effect, 2) +
+               "\nWelch's t-test: t = " + DecimalText(test.t, 3) + " with " + DecimalText(test.freedom, 1) +
+               " degrees of freedom, " + ProbabilityText(test.p);
     } catch (const corvane::Failure& failure) {
         return failure.Description;
     }

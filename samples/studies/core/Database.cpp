@@ -110,6 +110,9 @@ void Database::Check(int result) const {
         FailWith("The file “" + m_path + "” can't be opened.");
     case SQLITE_READONLY:
         FailWith("The file “" + m_path + "” can't be written.");
+    case SQLITE_CONSTRAINT:
+        FailWith("This doesn't fit what the studies are by now: they may have been changed in another window of "
+                 "Studies.");
     case SQLITE_FULL:
         FailWith("There is no space left for the file “" + m_path + "”.");
     default:
@@ -128,6 +131,10 @@ std::int64_t Database::WholeOf(std::string_view sql) {
 
 std::int64_t Database::LastId() const {
     return sqlite3_last_insert_rowid(Handle());
+}
+
+int Database::ChangeCount() const {
+    return sqlite3_changes(Handle());
 }
 
 Transaction::Transaction(Database& database) : m_database(database) {

@@ -25,7 +25,7 @@ public:
 
     // True while there is a row.
     bool Step();
-    // Runs the statement to its end, and makes it ready to bind anew.
+    // Runs the statement to its end, and makes it ready to bind again.
     void Run();
 
     [[nodiscard]] std::int64_t Whole(int column) const;
@@ -49,6 +49,8 @@ public:
     void Run(std::string_view sql);
     [[nodiscard]] std::int64_t WholeOf(std::string_view sql);
     [[nodiscard]] std::int64_t LastId() const;
+    // How many rows the last statement has inserted, changed or deleted.
+    [[nodiscard]] int ChangeCount() const;
     [[nodiscard]] const std::string& Path() const { return m_path; }
 
     // Fails with what SQLite says about a result that isn't success.

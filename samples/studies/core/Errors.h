@@ -1,4 +1,4 @@
-// How Studies says that something went wrong: a failure with a text that a person can act on.
+// How Studies says that something went wrong: a failure with a text that a user can act on.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// How a person wants figures to be written and analyses to begin, as the preferences say.
+// How a user wants figures to be written and analyses to begin, as the preferences say.
 #pragma once
 
 #include "AnalysisSettings.h"
@@ -26,7 +26,7 @@ void WritePreferences(const FigurePreferences& preferences);
                                              const FigurePreferences& preferences);
 // The two groups that are compared at first: of those with two values at least, where there are such.
 void ChooseGroups(const Table& table, AnalysisSettings& settings);
-// Fills what the kind needs and nobody has chosen yet, as for a new one.
+// Fills what the kind needs and no one has chosen yet, as for a new one.
 void Complete(const Table& table, AnalysisSettings& settings, const FigurePreferences& preferences);
 
 } // namespace studies

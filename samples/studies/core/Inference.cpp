@@ -53,6 +53,11 @@ WelchTest TestMeans(std::span<const double> first, std::span<const double> secon
                    (firstValue * firstValue / static_cast<double>(test.first.count - 1) +
                     secondValue * secondValue / static_cast<double>(test.second.count - 1));
     test.p = StudentTwoSided(test.t, test.freedom);
+    const auto Squares = [](const SampleFigures& figures) {
+        return figures.deviation * figures.deviation * static_cast<double>(figures.count - 1);
+    };
+    test.effect = test.differenceValue / std::sqrt((Squares(test.first) + Squares(test.second)) /
+                                                   static_cast<double>(test.first.count + test.second.count - 2));
     const double reach = StudentQuantile((1 + confidence) / 2, test.freedom) * error;
     test.difference = {test.differenceValue - reach, test.differenceValue + reach};
     return test;

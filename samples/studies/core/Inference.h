@@ -28,6 +28,7 @@ struct WelchTest {
     double t = 0;
     double freedom = 0; // by Welch and Satterthwaite
     double p = 0;       // two-sided
+    double effect = 0;  // Cohen's d: the difference in pooled standard deviations
 };
 
 // Fails when a group has fewer than two values, or when neither varies. The confidence lies between 0 and 1.

@@ -17,7 +17,7 @@ std::string CountText(std::size_t count) {
 }
 
 std::string ProbabilityText(double p) {
-    return p < 0.001 ? "p < 0.001" : "p = " + DecimalText(p, 3);
+    return p > 0 ? "p = " + FigureText(p, 3) : "p < 1e-300";
 }
 
 std::string ShareText(double share) {

@@ -1,4 +1,4 @@
-// Figures and summaries as text: aligned in columns, in one line for the status bar, or as a person reads them.
+// Figures and summaries as text: aligned in columns, in one line for the status bar, or as a user reads them.
 #pragma once
 
 #include "NumberText.h"

@@ -11,12 +11,12 @@ namespace studies {
 namespace {
 
 constexpr std::int64_t ApplicationId = 0x53545544;
-constexpr std::int64_t SchemaVersion = 3;
-constexpr std::size_t LongestName = 120;
+constexpr std::int64_t SchemaVersion = 4;
+constexpr std::ptrdiff_t LongestName = 120;
 
-// The tables whose changes are undone. The data themselves stand in a table of their own for each data set and stay
-// until the file is next opened, so that a step costs no more for many rows than for few.
-constexpr std::array<const char*, 4> LoggedTables{"studies", "data_sets", "data_columns", "analyses"};
+// The tables whose changes are undone. The data themselves are in a table of their own for each data set, which stays
+// while a step or the bin may bring it back, so that a step costs no more for many rows than for few.
+constexpr std::array<const char*, 5> LoggedTables{"studies", "data_sets", "data_columns", "analyses", "bin"};
 
 constexpr const char* Schema =
     "PRAGMA application_id=1398035780;"
@@ -56,30 +56,66 @@ constexpr const char* SecondSchema = "ALTER TABLE studies ADD COLUMN notes TEXT 
 constexpr const char* ThirdSchema = "ALTER TABLE data_columns ADD COLUMN decimals INTEGER NOT NULL DEFAULT 0;"
                                     "PRAGMA user_version=3;";
 
-// The trigger's SQL that writes the statement which undoes one row's change.
+// An entry of the bin holds the statements that bring back what was deleted, and the data sets whose data they need,
+// as ",3,7,".
+constexpr const char* FourthSchema = "CREATE TABLE bin(id INTEGER PRIMARY KEY AUTOINCREMENT, time INTEGER NOT NULL,"
+                                     " kind TEXT NOT NULL, item_id INTEGER NOT NULL, name TEXT NOT NULL,"
+                                     " data_sets TEXT NOT NULL, statements TEXT NOT NULL);"
+                                     "ALTER TABLE analyses ADD COLUMN result TEXT NOT NULL DEFAULT '';"
+                                     "PRAGMA user_version=4;";
+
+// In letters.
+std::ptrdiff_t LengthOf(std::string_view text) {
+    return std::count_if(text.begin(), text.end(),
+                         [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; });
+}
+
+// The trigger's SQL that writes the statement which undoes one row's change. It finds no row once another program has
+// changed that row, too.
 std::string InverseOf(std::string_view change, const std::string& table, const std::vector<std::string>& columns) {
     std::string names;
     std::string values;
     std::string settings;
+    std::string asChanged;
     for (const std::string& column : columns) {
         const std::string between = names.empty() ? "" : ",";
         names += between + column;
         values += (values.empty() ? "" : "||','||") + ("quote(OLD." + column + ")");
         settings += "||'" + between + column + "='||quote(OLD." + column + ")";
+        asChanged += (asChanged.empty() ? "||'" : "||' AND ") + column + " IS '||quote(NEW." + column + ")";
     }
     if (change == "INSERT")
-        return "'DELETE FROM " + table + " WHERE id='||NEW.id";
+        return "'DELETE FROM " + table + " WHERE '" + asChanged;
     if (change == "DELETE")
         return "'INSERT INTO " + table + "(" + names + ") VALUES('||" + values + "||')'";
-    return "'UPDATE " + table + " SET '" + settings + "||' WHERE id='||OLD.id";
+    return "'UPDATE " + table + " SET '" + settings + "||' WHERE '" + asChanged;
 }
 
 } // namespace
 
 Store::Store(std::string path) : m_database(std::move(path)) {
+    if (m_database.Path() != InMemory)
+        m_lock.emplace(m_database.Path() + ".lock");
     Prepare();
-    DropOrphans();
+    if (!IsShared()) { // another may still undo what needs these data
+        EmptyBin();
+        DropOrphans();
+    }
     Record();
+    m_seenVersion = DataVersion();
+}
+
+std::int64_t Store::DataVersion() {
+    return m_database.WholeOf("PRAGMA data_version");
+}
+
+bool Store::NoticeChanges() {
+    const std::int64_t version = DataVersion();
+    if (version == m_seenVersion)
+        return false;
+    m_seenVersion = version;
+    ++m_dataRevision;
+    return true;
 }
 
 std::string Store::DefaultPath() {
@@ -92,8 +128,8 @@ std::string Store::DefaultPath() {
 
 void Store::Prepare() {
     m_database.Run("PRAGMA foreign_keys=ON");
-    // Takes effect in a new file: what was dropped gives its room back.
-    m_database.Run("PRAGMA auto_vacuum=FULL");
+    if (m_database.WholeOf("PRAGMA page_count") == 0) // later it would count as a change of the file
+        m_database.Run("PRAGMA auto_vacuum=FULL");    // the space of what was dropped is freed
     Transaction transaction(m_database);
     const std::int64_t application = m_database.WholeOf("PRAGMA application_id");
     std::int64_t version = m_database.WholeOf("PRAGMA user_version");
@@ -110,6 +146,8 @@ void Store::Prepare() {
         m_database.Run(SecondSchema);
     if (version <= 2)
         m_database.Run(ThirdSchema);
+    if (version <= 3)
+        m_database.Run(FourthSchema);
     transaction.Commit();
     Statement check(m_database, "PRAGMA quick_check(1)");
     if (check.Step() && check.Text(0) != "ok")
@@ -132,11 +170,16 @@ void Store::Record() {
     }
 }
 
-// The data of data sets that are gone. An open store keeps them, so that the deletion can be undone.
+void Store::EmptyBin() {
+    m_database.Run("DELETE FROM bin WHERE time < strftime('%s', 'now') - 86400 * " + std::to_string(DaysInBin));
+}
+
+// The data of data sets that are gone for good. An open store keeps them, so that an import can be redone.
 void Store::DropOrphans() {
     std::vector<std::string> tableList;
-    Statement tables(m_database, "SELECT name FROM sqlite_master WHERE type='table' AND name GLOB 'data_[0-9]*'"
-                                 " AND name NOT IN (SELECT 'data_'||id FROM data_sets)");
+    Statement tables(m_database, "SELECT t.name FROM sqlite_master t WHERE t.type='table' AND t.name GLOB 'data_[0-9]*'"
+                                 " AND t.name NOT IN (SELECT 'data_'||id FROM data_sets) AND NOT EXISTS"
+                                 " (SELECT 1 FROM bin WHERE instr(data_sets, ','||substr(t.name, 6)||','))");
     while (tables.Step())
         tableList.push_back(tables.Text(0));
     if (tableList.empty())
@@ -170,8 +213,11 @@ void Store::TakeBack(std::vector<Step>& from, std::vector<Step>& to) {
         return;
     Transaction transaction(m_database);
     m_database.Run("DELETE FROM undo_log");
-    for (const std::string& statement : from.back().statements)
+    for (const std::string& statement : from.back().statements) {
         m_database.Run(statement);
+        if (m_database.ChangeCount() == 0)
+            FailWith("This can't be undone: it has been changed in another window of Studies since.");
+    }
     CheckData();
     Step inverse{from.back().label, TakeLog()};
     transaction.Commit();
@@ -194,11 +240,11 @@ void Store::ForgetSteps() {
     DropOrphans();
 }
 
-// Another program that opened the file meanwhile has dropped the data of deleted data sets.
+// Another program may have dropped the data of deleted data sets.
 void Store::CheckData() {
     if (m_database.WholeOf("SELECT count(*) FROM data_sets WHERE 'data_'||id NOT IN"
                            " (SELECT name FROM sqlite_master)") != 0)
-        FailWith("This can't be undone: the data have been deleted since the file was opened elsewhere.");
+        FailWith("The data have been deleted for good since, by another window of Studies.");
 }
 
 void Store::CheckExists(std::string_view table, Id id) {
@@ -214,7 +260,7 @@ std::string Store::NameProblem(std::string_view name, Id studyId) {
         return "A study's name can't begin or end with a space.";
     if (name.front() == '#')
         return "A study's name can't begin with “#”.";
-    if (name.size() > LongestName)
+    if (LengthOf(name) > LongestName)
         return "A study's name has at most " + std::to_string(LongestName) + " letters.";
     if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
         return "A study's name must be on one line.";

@@ -4,10 +4,12 @@
 
 #include "AnalysisSettings.h"
 #include "Database.h"
+#include "SharedLock.h"
 #include "Table.h"
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,7 +17,7 @@
 
 namespace studies {
 
-using Id = std::int64_t; // never given out twice in a file; 0 is nobody's
+using Id = std::int64_t; // never given out twice in a file; 0 means none
 
 struct Study {
     Id id = 0;
@@ -32,7 +34,7 @@ struct DataSet {
     std::string notes = {};
 };
 
-// What a person can change of a data set, beside its rows.
+// What a user can change of a data set, beside its rows.
 struct DataSetProperties {
     std::string name;
     std::string notes;
@@ -45,6 +47,16 @@ struct Analysis {
     Id dataSetId = 0;
     std::string name;
     AnalysisSettings settings;
+    std::optional<BootstrapResult> result = {}; // of these settings and of the data as they are
+};
+
+// A study, data set or analysis that was deleted and can be restored.
+struct Deleted {
+    Id id = 0;             // of the entry in the bin
+    std::int64_t time = 0; // of the deletion, in seconds since 1970
+    std::string kind;      // "study", "data set", "analysis"
+    Id itemId = 0;         // that it had, and has again
+    std::string name;
 };
 
 // Which rows of a data set are meant, and in which order.
@@ -59,8 +71,12 @@ struct RowView {
 struct CellChange {
     Id rowId = 0;
     int column = 0;
-    std::string text; // "" for missing
+    std::string text;                       // "" for missing
+    std::optional<std::string> before = {}; // what the cell is known to hold; another value refuses the change
 };
+
+// How long what was deleted can be restored.
+constexpr int DaysInBin = 30;
 
 // The table in the file with the rows of a data set.
 [[nodiscard]] std::string DataTable(Id dataSetId);
@@ -68,13 +84,18 @@ struct CellChange {
 class Store {
 public:
     // Makes the file when there is none. Fails, saying what is the matter, when it is damaged, of another program, or
-    // written by a later version. The path InMemory makes a store that ends with the object.
+    // written by a later version. The path InMemory makes a store that ends with the object, and has no bin.
     explicit Store(std::string path);
 
     static constexpr const char* InMemory = ":memory:";
 
     // studies.sqlite in the user's data folder.
     [[nodiscard]] static std::string DefaultPath();
+
+    // Whether the file was open already when this store opened it: in another program, or in another store.
+    [[nodiscard]] bool IsShared() const { return m_lock && m_lock->WasHeld(); }
+    // Whether another has changed the file since the last call. What was read before may be out of date then.
+    [[nodiscard]] bool NoticeChanges();
 
     // In order of creation.
     [[nodiscard]] std::vector<Study> Studies();
@@ -98,17 +119,26 @@ public:
     // fails and changes nothing, and so does an unknown number.
     Id CreateStudy(std::string_view name);
     void RenameStudy(Id studyId, std::string_view name);
-    void DeleteStudy(Id studyId);
+    void DeleteStudy(Id studyId);  // with all that is in it; what is deleted goes into the bin
     Id DuplicateStudy(Id studyId); // "Copy of ...", with all that is in it
     Id ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table);
     void DeleteDataSet(Id dataSetId); // with its analyses
-    Id AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings);
-    void ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings);
+    Id AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings,
+                   const std::optional<BootstrapResult>& result = {});
+    void ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings,
+                        const std::optional<BootstrapResult>& result = {});
     void DeleteAnalysis(Id analysisId);
     void SetStudyProperties(Id studyId, std::string_view name, std::string_view notes);
     void SetDataSetProperties(Id dataSetId, const DataSetProperties& properties);
-    // Fails for a text that is no number in a column of numbers, and changes nothing then.
+    // Fails for a text that is not a number in a column of numbers, and for a cell that another has changed, and
+    // changes nothing then. Results of analyses of the data are dropped.
     void SetCells(Id dataSetId, const std::vector<CellChange>& changes);
+
+    // What is in the bin, the latest first.
+    [[nodiscard]] std::vector<Deleted> DeletedItems();
+    // One step. A name that is taken by now gets a number. Fails when the study or data set that it was part of isn't
+    // there, and when the entry isn't in the bin any more.
+    void Restore(Id binId);
 
     // "Study 1" and so on for "Study", or the text itself if it is free and numberFirst is false.
     [[nodiscard]] std::string FreeName(std::string_view base, bool numberFirst = true);
@@ -127,7 +157,7 @@ public:
     void Undo();
     void Redo();
 
-    // There is nothing to undo any more, and what was deleted gives its room back.
+    // There is nothing to undo any more, and the space of what was deleted is freed.
     void ForgetSteps();
 
     // Another number whenever values of a data set may have changed.
@@ -141,18 +171,25 @@ private:
 
     void Prepare();
     void Record();
+    void EmptyBin();
     void DropOrphans();
     [[nodiscard]] std::vector<std::string> TakeLog();
+    [[nodiscard]] std::int64_t DataVersion();
     void Perform(std::string label, const std::function<void()>& change);
+    void PutIntoBin(std::string_view kind, Id itemId, std::string_view name, const std::vector<Id>& dataSets);
     void TakeBack(std::vector<Step>& from, std::vector<Step>& to);
     void CheckExists(std::string_view table, Id id);
     void CheckData();
+    void SetStudyName(Id studyId, std::string_view name);
+    void SetDataSetName(const DataSet& dataSet, std::string_view name);
     void RenameAnalyses(const DataSet& dataSet, std::string_view newName);
     void RecordCells(Id dataSetId, int columnIndex);
     Id CopyDataSet(const DataSet& dataSet, Id studyId);
     void WriteRows(Id dataSetId, const Table& table);
 
     Database m_database;
+    std::optional<SharedLock> m_lock; // on the file; none in memory
+    std::int64_t m_seenVersion = 0;
     std::vector<Step> m_undo;
     std::vector<Step> m_redo;
     std::uint64_t m_dataRevision = 0;

@@ -3,8 +3,11 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <optional>
+#include <system_error>
 
 namespace studies {
 namespace {
@@ -12,10 +15,25 @@ namespace {
 constexpr const char* DataSetColumns = "SELECT id, study_id, name, source, row_count, notes FROM data_sets";
 constexpr const char* AnalysisColumns =
     "SELECT id, study_id, data_set_id, name, kind, group_column, x_column, y_column, first_group, second_group,"
-    " figure, bins, confidence, resamples, seed FROM analyses";
+    " figure, bins, confidence, resamples, seed, result FROM analyses";
 
 DataSet DataSetIn(const Statement& row) {
     return {row.Whole(0), row.Whole(1), row.Text(2), row.Text(3), row.Whole(4), row.Text(5)};
+}
+
+// As "count figure error low high"; nothing for a text that isn't one.
+std::optional<BootstrapResult> ResultIn(const std::string& text) {
+    std::array<double, 5> values{};
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (double& value : values) {
+        at += at != text.data() && at != end;
+        const auto [next, error] = std::from_chars(at, end, value);
+        if (error != std::errc())
+            return {};
+        at = next;
+    }
+    return BootstrapResult{static_cast<std::size_t>(values[0]), values[1], values[2], {values[3], values[4]}};
 }
 
 Analysis AnalysisIn(const Statement& row) {
@@ -31,7 +49,7 @@ Analysis AnalysisIn(const Statement& row) {
     settings.bootstrap.confidence = row.Number(12);
     settings.bootstrap.resamples = static_cast<int>(row.Whole(13));
     settings.bootstrap.seed = static_cast<std::uint64_t>(row.Whole(14));
-    return {row.Whole(0), row.Whole(1), row.Whole(2), row.Text(3), std::move(settings)};
+    return {row.Whole(0), row.Whole(1), row.Whole(2), row.Text(3), std::move(settings), ResultIn(row.Text(15))};
 }
 
 // A filter of a column: "?" and what is bound to it.
@@ -247,27 +265,45 @@ std::string Store::CellProblem(const Column& column, std::string_view text) {
     return {};
 }
 
+namespace {
+
+void BindValue(Statement& statement, const Column& column, const std::string& text) {
+    if (text.empty())
+        statement.BindNull();
+    else if (column.IsNumeric())
+        statement.Bind(*NumberOf(text));
+    else
+        statement.Bind(text);
+}
+
+} // namespace
+
 void Store::SetCells(Id dataSetId, const std::vector<CellChange>& changes) {
     CheckExists("data_sets", dataSetId);
     const std::vector<Column> columns = Columns(dataSetId);
     for (const CellChange& change : changes) {
-        if (const std::string problem = CellProblem(columns.at(static_cast<std::size_t>(change.column)), change.text);
-            !problem.empty())
+        const Column& column = columns.at(static_cast<std::size_t>(change.column));
+        if (const std::string problem = CellProblem(column, change.text); !problem.empty())
             FailWith(problem);
         RecordCells(dataSetId, change.column);
     }
     Perform(changes.size() == 1 ? "Change Value" : "Change Values", [&] {
         for (const CellChange& change : changes) {
-            Statement update(m_database, "UPDATE " + DataTable(dataSetId) + " SET c" + std::to_string(change.column) +
-                                             "=? WHERE id=?");
-            if (change.text.empty())
-                update.BindNull();
-            else if (columns[static_cast<std::size_t>(change.column)].IsNumeric())
-                update.Bind(*NumberOf(change.text));
-            else
-                update.Bind(change.text);
-            update.Bind(change.rowId).Run();
+            const Column& column = columns[static_cast<std::size_t>(change.column)];
+            const std::string name = "c" + std::to_string(change.column);
+            Statement update(m_database, "UPDATE " + DataTable(dataSetId) + " SET " + name + "=? WHERE id=?" +
+                                             (change.before ? " AND " + name + " IS ?" : ""));
+            BindValue(update, column, change.text);
+            update.Bind(change.rowId);
+            if (change.before)
+                BindValue(update, column, *change.before);
+            update.Run();
+            if (m_database.ChangeCount() == 0)
+                FailWith("“" + change.text +
+                         "” hasn't been entered: the value there was changed in another window of "
+                         "Studies. Enter it again to replace what is shown now.");
         }
+        Statement(m_database, "UPDATE analyses SET result='' WHERE data_set_id=? AND result<>''").Bind(dataSetId).Run();
     });
     ++m_dataRevision;
 }
@@ -279,7 +315,8 @@ void Store::RecordCells(Id dataSetId, int columnIndex) {
     const std::string column = "c" + std::to_string(columnIndex);
     m_database.Run("CREATE TEMP TRIGGER IF NOT EXISTS log_" + table + "_" + column + " AFTER UPDATE OF " + column +
                    " ON main." + table + " BEGIN INSERT INTO undo_log(statement) VALUES('UPDATE " + table + " SET " +
-                   column + "='||quote(OLD." + column + ")||' WHERE id='||OLD.id); END");
+                   column + "='||quote(OLD." + column + ")||' WHERE id='||OLD.id||' AND " + column +
+                   " IS '||quote(NEW." + column + ")); END");
 }
 
 std::string Store::FreeDataSetName(std::string_view base, Id studyId) {

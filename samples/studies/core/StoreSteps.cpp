@@ -2,6 +2,8 @@
 #include "Store.h"
 #include "corvane/base/Text.h"
 
+#include <array>
+#include <charconv>
 #include <map>
 
 namespace studies {
@@ -16,9 +18,22 @@ std::string DataTableSql(Id dataSetId, const std::vector<Column>& columns) {
     return sql + ")";
 }
 
-// The statement begins with the places of the name and the settings; the numbers follow them.
+// As ResultIn of StoreQueries.cpp reads it, without loss.
+std::string TextOfResult(const std::optional<BootstrapResult>& result) {
+    std::string text;
+    if (result)
+        for (const double value : {static_cast<double>(result->count), result->figure, result->error,
+                                   result->interval.low, result->interval.high}) {
+            std::array<char, 32> letters{};
+            text += text.empty() ? "" : " ";
+            text.append(letters.data(), std::to_chars(letters.begin(), letters.end(), value).ptr);
+        }
+    return text;
+}
+
+// The statement begins with the places of the name, the settings and the result; the numbers follow them.
 void WriteAnalysis(Database& database, std::string_view sql, std::string_view name, const AnalysisSettings& settings,
-                   std::initializer_list<Id> numbers) {
+                   const std::optional<BootstrapResult>& result, std::initializer_list<Id> numbers) {
     Statement write(database, sql);
     write.Bind(name).Bind(NameOf(settings.kind));
     for (const std::string* text :
@@ -26,7 +41,7 @@ void WriteAnalysis(Database& database, std::string_view sql, std::string_view na
         write.Bind(*text);
     write.Bind(NameOf(settings.bootstrap.figure)).Bind(std::int64_t{settings.bins});
     write.Bind(settings.bootstrap.confidence).Bind(std::int64_t{settings.bootstrap.resamples});
-    write.Bind(static_cast<std::int64_t>(settings.bootstrap.seed));
+    write.Bind(static_cast<std::int64_t>(settings.bootstrap.seed)).Bind(TextOfResult(result));
     for (const Id number : numbers)
         write.Bind(number);
     write.Run();
@@ -51,19 +66,22 @@ void Store::RenameStudy(Id studyId, std::string_view name) {
         CheckExists("studies", studyId);
         if (const std::string problem = NameProblem(name, studyId); !problem.empty())
             FailWith(problem);
-        Statement update(m_database, "UPDATE studies SET name=?, name_key=? WHERE id=?");
-        update.Bind(name).Bind(corvane::FoldText(name)).Bind(studyId).Run();
+        SetStudyName(studyId, name);
     });
 }
 
 void Store::DeleteStudy(Id studyId) {
     Perform("Delete Study", [&] {
-        CheckExists("studies", studyId);
+        const std::string name = StudyOf(studyId).name;
+        std::vector<Id> dataSets;
+        for (const DataSet& dataSet : DataSets(studyId))
+            dataSets.push_back(dataSet.id);
         for (const char* sql : {"DELETE FROM analyses WHERE study_id=?",
                                 "DELETE FROM data_columns WHERE data_set_id IN"
                                 " (SELECT id FROM data_sets WHERE study_id=?)",
                                 "DELETE FROM data_sets WHERE study_id=?", "DELETE FROM studies WHERE id=?"})
             Statement(m_database, sql).Bind(studyId).Run();
+        PutIntoBin("study", studyId, name, dataSets);
     });
 }
 
@@ -84,9 +102,9 @@ Id Store::DuplicateStudy(Id studyId) {
             WriteAnalysis(
                 m_database,
                 "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
-                " figure, bins, confidence, resamples, seed, study_id, data_set_id)"
-                " VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
-                analysis.name, analysis.settings, {copyId, dataSets.at(analysis.dataSetId)});
+                " figure, bins, confidence, resamples, seed, result, study_id, data_set_id)"
+                " VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
+                analysis.name, analysis.settings, analysis.result, {copyId, dataSets.at(analysis.dataSetId)});
     });
     return copyId;
 }
@@ -150,34 +168,37 @@ void Store::WriteRows(Id dataSetId, const Table& table) {
 
 void Store::DeleteDataSet(Id dataSetId) {
     Perform("Delete Data Set", [&] {
-        CheckExists("data_sets", dataSetId);
+        const std::string name = DataSetOf(dataSetId).name;
         for (const char* sql : {"DELETE FROM analyses WHERE data_set_id=?",
                                 "DELETE FROM data_columns WHERE data_set_id=?", "DELETE FROM data_sets WHERE id=?"})
             Statement(m_database, sql).Bind(dataSetId).Run();
+        PutIntoBin("data set", dataSetId, name, {dataSetId});
     });
 }
 
-Id Store::AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings) {
+Id Store::AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings,
+                      const std::optional<BootstrapResult>& result) {
     Id id = 0;
     Perform("New Analysis", [&] {
         CheckExists("data_sets", dataSetId);
         WriteAnalysis(m_database,
                       "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
-                      " figure, bins, confidence, resamples, seed, study_id, data_set_id)"
-                      " SELECT ?,?,?,?,?,?,?,?,?,?,?,?, study_id, id FROM data_sets WHERE id=?",
-                      name, settings, {dataSetId});
+                      " figure, bins, confidence, resamples, seed, result, study_id, data_set_id)"
+                      " SELECT ?,?,?,?,?,?,?,?,?,?,?,?,?, study_id, id FROM data_sets WHERE id=?",
+                      name, settings, result, {dataSetId});
         id = m_database.LastId();
     });
     return id;
 }
 
-void Store::ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings) {
+void Store::ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings,
+                           const std::optional<BootstrapResult>& result) {
     Perform("Change Analysis", [&] {
         CheckExists("analyses", analysisId);
         WriteAnalysis(m_database,
                       "UPDATE analyses SET name=?, kind=?, group_column=?, x_column=?, y_column=?, first_group=?,"
-                      " second_group=?, figure=?, bins=?, confidence=?, resamples=?, seed=? WHERE id=?",
-                      name, settings, {analysisId});
+                      " second_group=?, figure=?, bins=?, confidence=?, resamples=?, seed=?, result=? WHERE id=?",
+                      name, settings, result, {analysisId});
     });
 }
 
@@ -186,8 +207,8 @@ void Store::SetStudyProperties(Id studyId, std::string_view name, std::string_vi
         CheckExists("studies", studyId);
         if (const std::string problem = NameProblem(name, studyId); !problem.empty())
             FailWith(problem);
-        Statement update(m_database, "UPDATE studies SET name=?, name_key=?, notes=? WHERE id=?");
-        update.Bind(name).Bind(corvane::FoldText(name)).Bind(notes).Bind(studyId).Run();
+        SetStudyName(studyId, name);
+        Statement(m_database, "UPDATE studies SET notes=? WHERE id=?").Bind(notes).Bind(studyId).Run();
     });
 }
 
@@ -197,10 +218,9 @@ void Store::SetDataSetProperties(Id dataSetId, const DataSetProperties& properti
         if (const std::string problem = DataSetNameProblem(properties.name, dataSet.studyId, dataSetId);
             !problem.empty())
             FailWith(problem);
-        Statement update(m_database, "UPDATE data_sets SET name=?, notes=? WHERE id=?");
-        update.Bind(properties.name).Bind(properties.notes).Bind(dataSetId).Run();
+        Statement(m_database, "UPDATE data_sets SET notes=? WHERE id=?").Bind(properties.notes).Bind(dataSetId).Run();
         if (properties.name != dataSet.name)
-            RenameAnalyses(dataSet, properties.name);
+            SetDataSetName(dataSet, properties.name);
         Statement unit(m_database, "UPDATE data_columns SET unit=? WHERE data_set_id=? AND position=?");
         for (std::size_t i = 0; i < properties.units.size(); ++i)
             unit.Bind(properties.units[i]).Bind(dataSetId).Bind(static_cast<std::int64_t>(i)).Run();
@@ -217,9 +237,77 @@ void Store::RenameAnalyses(const DataSet& dataSet, std::string_view newName) {
 
 void Store::DeleteAnalysis(Id analysisId) {
     Perform("Delete Analysis", [&] {
-        CheckExists("analyses", analysisId);
+        const std::string name = AnalysisOf(analysisId).name;
         Statement(m_database, "DELETE FROM analyses WHERE id=?").Bind(analysisId).Run();
+        PutIntoBin("analysis", analysisId, name, {});
     });
+}
+
+// Within the step of the deletion: what would undo it restores it later. Undoing the step takes it out of the bin.
+void Store::PutIntoBin(std::string_view kind, Id itemId, std::string_view name, const std::vector<Id>& dataSets) {
+    if (m_database.Path() == InMemory)
+        return;
+    std::string statements;
+    for (const std::string& statement : TakeLog())
+        statements += statement + ";\n";
+    std::string numbers;
+    for (const Id dataSet : dataSets)
+        numbers += (numbers.empty() ? "," : "") + std::to_string(dataSet) + ",";
+    Statement insert(m_database, "INSERT INTO bin(time, kind, item_id, name, data_sets, statements)"
+                                 " VALUES(strftime('%s', 'now'),?,?,?,?,?)");
+    insert.Bind(kind).Bind(itemId).Bind(name).Bind(numbers).Bind(statements).Run();
+}
+
+std::vector<Deleted> Store::DeletedItems() {
+    std::vector<Deleted> items;
+    Statement rows(m_database, "SELECT id, time, kind, item_id, name FROM bin ORDER BY id DESC");
+    while (rows.Step())
+        items.push_back({rows.Whole(0), rows.Whole(1), rows.Text(2), rows.Whole(3), rows.Text(4)});
+    return items;
+}
+
+void Store::Restore(Id binId) {
+    Perform("Restore", [&] {
+        CheckExists("bin", binId);
+        Statement entry(m_database, "SELECT kind, item_id, name, statements FROM bin WHERE id=?");
+        entry.Bind(binId).Step();
+        const std::string kind = entry.Text(0);
+        const Id itemId = entry.Whole(1);
+        const std::string name = entry.Text(2);
+        const std::string statements = entry.Text(3);
+        entry.Run();
+        // A study that has got the name meanwhile lets go of it for a moment, until the restored one has another.
+        const std::string key = corvane::FoldText(name);
+        const auto ChangeKey = [this](const std::string& from, const std::string& to) {
+            Statement(m_database, "UPDATE studies SET name_key=? WHERE name_key=?").Bind(to).Bind(from).Run();
+            return m_database.ChangeCount() != 0;
+        };
+        const bool taken = kind == "study" && ChangeKey(key, key + "\n");
+        m_database.Run(statements);
+        if (m_database.WholeOf("SELECT count(*) FROM pragma_foreign_key_check") != 0)
+            FailWith("“" + name + "” was part of a study or data set that has been deleted, too. Restore that first.");
+        CheckData();
+        if (taken) {
+            SetStudyName(itemId, FreeName(name, false));
+            (void)ChangeKey(key + "\n", key);
+        } else if (kind == "data set") {
+            const DataSet dataSet = DataSetOf(itemId);
+            if (!DataSetNameProblem(name, dataSet.studyId, itemId).empty())
+                SetDataSetName(dataSet, FreeDataSetName(name, dataSet.studyId));
+        }
+        Statement(m_database, "DELETE FROM bin WHERE id=?").Bind(binId).Run();
+    });
+    ++m_dataRevision;
+}
+
+void Store::SetStudyName(Id studyId, std::string_view name) {
+    Statement update(m_database, "UPDATE studies SET name=?, name_key=? WHERE id=?");
+    update.Bind(name).Bind(corvane::FoldText(name)).Bind(studyId).Run();
+}
+
+void Store::SetDataSetName(const DataSet& dataSet, std::string_view name) {
+    Statement(m_database, "UPDATE data_sets SET name=? WHERE id=?").Bind(name).Bind(dataSet.id).Run();
+    RenameAnalyses(dataSet, name);
 }
 
 } // namespace studies

@@ -1,4 +1,4 @@
-// What the windows about a whole study and the import wizard are about.
+// The business contexts of windows about a whole study and of the import wizard.
 #pragma once
 
 #include "Csv.h"
@@ -40,8 +40,7 @@ public:
 
     [[nodiscard]] const std::string& Path() const { return m_path; }
     void SetPath(const std::string& path);
-    // 0: found out.
-    [[nodiscard]] char Delimiter() const { return m_delimiter; }
+    // 0 detects it automatically.
     void SetDelimiter(char delimiter);
     // Whether a column of numbers is read as text.
     [[nodiscard]] bool IsText(std::size_t column) const;
@@ -51,7 +50,7 @@ public:
     // Nothing when it can't be read; Problem says why.
     [[nodiscard]] const CsvResult* Result();
     [[nodiscard]] const std::string& Problem();
-    // Reads the file anew if it has been changed since. One that has gone stays as it was read.
+    // Reads the file again if it has been changed since. One that has gone stays as it was read.
     void LookAgain();
 
     [[nodiscard]] bool SkipsBadRows() const { return m_skipBadRows; }

@@ -20,7 +20,7 @@ struct StudyReport {
     std::vector<Picture> pictures;
 };
 
-// All data sets with their summaries, and all analyses; a bootstrap is computed anew, with few enough resamples to
+// All data sets with their summaries, and all analyses; a bootstrap is computed again, with few enough resamples to
 // wait for. Fails when there is no such study.
 [[nodiscard]] StudyReport ReportOn(Store& store, Id studyId, const FigurePreferences& preferences);
 

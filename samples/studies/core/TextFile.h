@@ -10,7 +10,7 @@ namespace studies {
 // for an empty file, and for one that isn't text.
 [[nodiscard]] std::string ReadTextFile(const std::string& path);
 
-// The same for bytes; name is told in failures.
+// The same for bytes; name is part of failures.
 [[nodiscard]] std::string DecodeText(std::string bytes, const std::string& name);
 
 } // namespace studies

@@ -143,12 +143,11 @@ void WindowsFollow() {
             else if (!window->IsModal())
                 window->SetCaption(data->Info().name);
         } else if (const Ref<AnalysisDocument> document = about.TryAs<AnalysisDocument>()) {
-            if (!document->Exists()) {
-                window->Terminate();
-                continue;
-            }
             document->FollowStore();
-            window->SetCaption(document->Name());
+            if (document->Exists())
+                window->SetCaption(document->Name());
+            else
+                window->Terminate();
         } else if (const Ref<StudyContext> study = about.TryAs<StudyContext>()) {
             if (!study->Exists())
                 window->Terminate();
@@ -159,7 +158,7 @@ void WindowsFollow() {
 }
 
 void TellAllWindows(const std::string& what) {
-    std::set<Workspace*> told;
+    std::set<Workspace*> notified;
     for (const Ref<Window>& window : OpenWindows()) {
         const Ref<Object> about = window->BusinessContext();
         Ref<Workspace> workspace;
@@ -169,18 +168,18 @@ void TellAllWindows(const std::string& what) {
             workspace = document->Data()->Space();
         else if (const Ref<StudyContext> study = about.TryAs<StudyContext>())
             workspace = study->Space();
-        if (workspace && told.insert(workspace.Get()).second)
+        if (workspace && notified.insert(workspace.Get()).second)
             workspace->Tell(what);
     }
 }
 
-std::vector<Ref<AnalysisDocument>> ChangedAnalyses() {
-    std::vector<Ref<AnalysisDocument>> changed;
+std::vector<Ref<AnalysisDocument>> UnsavedAnalyses() {
+    std::vector<Ref<AnalysisDocument>> unsaved;
     for (const Ref<Window>& window : OpenWindows())
         if (const Ref<AnalysisDocument> document = window->BusinessContext().TryAs<AnalysisDocument>())
-            if (document->IsChanged())
-                changed.push_back(document);
-    return changed;
+            if (document->HasUnsavedResult())
+                unsaved.push_back(document);
+    return unsaved;
 }
 
 } // namespace studies

@@ -22,9 +22,9 @@ bool OpenByKey(const corvane::Ref<Workspace>& workspace, const std::string& key)
 
 // All windows take the names of what they are about; those close whose data set or analysis is gone.
 void WindowsFollow();
-// For what concerns all windows, such as the preferences: each shows its figures anew.
+// For what concerns all windows, such as the preferences: each shows its figures again.
 void TellAllWindows(const std::string& what);
-// The analyses in open windows that have changes which aren't saved.
-[[nodiscard]] std::vector<corvane::Ref<AnalysisDocument>> ChangedAnalyses();
+// The analyses in open windows whose results would be lost with them.
+[[nodiscard]] std::vector<corvane::Ref<AnalysisDocument>> UnsavedAnalyses();
 
 } // namespace studies

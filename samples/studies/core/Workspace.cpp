@@ -2,6 +2,9 @@
 
 #include "Errors.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace studies {
 
 using namespace corvane;
@@ -21,6 +24,17 @@ Ref<DataSetContext> Workspace::DataSet(Id dataSetId) {
     auto context = New<DataSetContext>(Ref<Workspace>(this), dataSetId);
     m_contexts[dataSetId] = context.Get();
     return context;
+}
+
+// A file that is being written can be read a moment later.
+void Workspace::ShowChangesOfOthers() {
+    bool changed = false;
+    try {
+        changed = m_store && m_store->NoticeChanges();
+    } catch (const Failure&) {
+    }
+    if (changed)
+        Tell("Changes that were made in another window of Studies are shown");
 }
 
 void Workspace::Close() {
@@ -51,7 +65,10 @@ AnalysisDocument::AnalysisDocument(Ref<DataSetContext> data, AnalysisSettings se
     : m_data(std::move(data)), m_settings(std::move(settings)), m_saved(m_settings) {}
 
 AnalysisDocument::AnalysisDocument(Ref<DataSetContext> data, const Analysis& analysis)
-    : m_data(std::move(data)), m_analysisId(analysis.id), m_settings(analysis.settings), m_saved(analysis.settings) {}
+    : m_data(std::move(data)), m_analysisId(analysis.id), m_settings(analysis.settings), m_saved(analysis.settings),
+      m_stored(analysis.settings) {
+    TakeSavedResult(analysis);
+}
 
 void AnalysisDocument::SetSettings(const AnalysisSettings& settings) {
     if (settings == m_settings)
@@ -82,32 +99,81 @@ void AnalysisDocument::Save() {
         FailWith("These data aren't part of a study. Import the file into a study to save analyses of it.");
     const Ref<Workspace>& workspace = m_data->Space();
     const std::string name = Name();
-    if (m_analysisId == 0) {
-        m_analysisId = workspace->GetStore().AddAnalysis(m_data->Number(), name, m_settings);
-        m_saved = m_settings;
-        workspace->Tell(name + " has been added to the study");
-    } else {
-        workspace->GetStore().ChangeAnalysis(m_analysisId, name, m_settings);
-        m_saved = m_settings;
-        workspace->Tell(name + " has been saved");
-    }
+    Store& store = workspace->GetStore();
+    const BootstrapResult* current = Result();
+    const auto result = current ? std::optional(*current) : std::nullopt;
+    const bool isNew = m_analysisId == 0;
+    const bool isOther =
+        !isNew && (!store.HasAnalysis(m_analysisId) || !store.AnalysisOf(m_analysisId).settings.IsLike(m_stored));
+    if (isNew || isOther)
+        m_analysisId = store.AddAnalysis(m_data->Number(), name, m_settings, result);
+    else
+        store.ChangeAnalysis(m_analysisId, name, m_settings, result);
+    m_saved = m_stored = m_settings;
+    m_isResultSaved = true;
+    workspace->Tell(name + (isNew ? " has been added to the study"
+                            : isOther
+                                ? " has been added to the study, beside the saved one, which has been changed since"
+                                : " has been saved"));
     Changed.Raise();
 }
 
 void AnalysisDocument::FollowStore() {
     if (m_analysisId == 0)
         return;
-    const AnalysisSettings stored = m_data->Space()->GetStore().AnalysisOf(m_analysisId).settings;
-    if (stored.IsLike(m_saved))
+    Store& store = m_data->Space()->GetStore();
+    if (!store.HasAnalysis(m_analysisId)) {
+        if (!m_data->Exists() || !HasUnsavedResult())
+            return;
+        m_analysisId = 0;
+        Changed.Raise();
         return;
-    const bool touched = IsChanged();
-    m_saved = stored;
-    if (!touched) {
+    }
+    const Analysis stored = store.AnalysisOf(m_analysisId);
+    const bool isOther = !stored.settings.IsLike(m_stored);
+    if (IsChanged() || HasUnsavedResult() || (!isOther && (!stored.result || Result())))
+        return;
+    if (isOther) {
         const AnalysisKind shown = m_settings.kind;
-        m_settings = stored;
+        m_settings = m_saved = m_stored = stored.settings;
         m_settings.kind = shown;
     }
+    TakeSavedResult(stored);
     Changed.Raise();
+}
+
+void AnalysisDocument::TakeSavedResult(const Analysis& analysis) {
+    const Column* column = analysis.result ? m_data->Data().Find(analysis.settings.columnX) : nullptr;
+    if (column)
+        m_computed = Computed{*analysis.result, analysis.settings, column->numbers, {}};
+    m_isResultSaved = true;
+}
+
+void AnalysisDocument::SetResult(const BootstrapResult& result, const AnalysisSettings& settings,
+                                 std::vector<double> values) {
+    m_computed = Computed{result, settings, std::move(values), {}};
+    m_isResultSaved = false;
+    Changed.Raise();
+}
+
+// Other settings hide it, and show it again when they are what they were; other data end it.
+const BootstrapResult* AnalysisDocument::Result() {
+    if (!m_computed || !m_computed->settings.IsLike(m_settings) || !m_data->Exists())
+        return nullptr;
+    const std::uint64_t revision = m_data->Space()->GetStore().DataRevision();
+    if (m_computed->revision != revision) {
+        const Column* column = m_data->Data().Find(m_settings.columnX);
+        const bool isSame =
+            column && std::equal(column->numbers.begin(), column->numbers.end(), m_computed->values.begin(),
+                                 m_computed->values.end(),
+                                 [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); });
+        if (!isSame) {
+            m_computed.reset();
+            return nullptr;
+        }
+        m_computed->revision = revision;
+    }
+    return &m_computed->result;
 }
 
 bool AnalysisDocument::Exists() const {

@@ -1,5 +1,5 @@
-// An open store and what windows show of it. Services and pages share these objects, and each hears what another
-// changes.
+// An open store and what windows show of it. Services and pages share these objects, and each is notified of what
+// another changes.
 #pragma once
 
 #include "Figures.h"
@@ -10,7 +10,9 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace studies {
 
@@ -28,6 +30,8 @@ public:
     [[nodiscard]] corvane::Ref<DataSetContext> DataSet(Id dataSetId);
     // Whether a window shows that data set.
     [[nodiscard]] bool IsInUse(Id dataSetId) const { return m_contexts.contains(dataSetId); }
+    // Shows what another program has changed in the file since the last call; to be called again and again.
+    void ShowChangesOfOthers();
     // The store has changed; says what, for the status line.
     void Tell(const std::string& what) { Changed.Raise(what); }
     void Close();
@@ -68,7 +72,8 @@ private:
     std::uint64_t m_revision = 0;
 };
 
-// What a window about an analysis is about: its settings as they are in the window and as they are in the store.
+// What a window about an analysis is about: its settings as they are in the window and as they are in the store, and
+// the result of what takes time to compute.
 class AnalysisDocument final : public corvane::Object {
 public:
     // A new one, which isn't in the store.
@@ -78,20 +83,28 @@ public:
     [[nodiscard]] const corvane::Ref<DataSetContext>& Data() const { return m_data; }
     [[nodiscard]] const AnalysisSettings& Settings() const { return m_settings; }
     void SetSettings(const AnalysisSettings& settings);
-    // Looks at it as that kind. What the kind needs and nobody has chosen is filled in, which is no change of theirs.
+    // Looks at it as that kind. What the kind needs and no one has selected is filled in, which isn't a change.
     void Look(AnalysisKind kind);
     // 0 for one that isn't in the store.
     [[nodiscard]] Id Number() const { return m_analysisId; }
     [[nodiscard]] std::string Name() const;
     [[nodiscard]] bool CanBeSaved() const { return m_data->Space()->Keeps(); }
-    // Whether somebody would miss something: a new one counts as changed once its settings are. The kind alone is what
+    // Whether settings are others than the saved ones, or than the first ones of a new analysis. The kind alone is what
     // page was looked at last.
     [[nodiscard]] bool IsChanged() const { return CanBeSaved() && !m_settings.IsLike(m_saved); }
+    // The result of a bootstrap with the settings and the data as they are; a null pointer before it has run.
+    [[nodiscard]] const BootstrapResult* Result();
+    // It was computed with these settings from the values of that column.
+    void SetResult(const BootstrapResult& result, const AnalysisSettings& settings, std::vector<double> values);
+    // Whether closing would lose what took time to compute. Settings are a matter of a click and don't count.
+    [[nodiscard]] bool HasUnsavedResult() { return CanBeSaved() && Result() && !m_isResultSaved; }
     // Whether Save would do something.
-    [[nodiscard]] bool IsUnsaved() const { return CanBeSaved() && (m_analysisId == 0 || IsChanged()); }
-    // Puts it into the study, or what has been changed. Fails when the data set isn't there any more.
+    [[nodiscard]] bool IsUnsaved() { return CanBeSaved() && (m_analysisId == 0 || IsChanged() || HasUnsavedResult()); }
+    // Puts it into the study, or what has been changed. What another window of Studies has saved of the same analysis
+    // stays, and this one becomes one of its own. Fails when the data set isn't there any more.
     void Save();
-    // The store has changed: what is saved may be another by undo. Settings that nobody has touched follow it.
+    // The store has changed: what is saved may be another by undo. Settings that no one has touched follow it. An
+    // analysis that has gone from the study becomes a new one if its result would be lost.
     void FollowStore();
     // False when its data set or its entry in the store has gone.
     [[nodiscard]] bool Exists() const;
@@ -103,8 +116,20 @@ public:
 private:
     corvane::Ref<DataSetContext> m_data;
     Id m_analysisId = 0;
+    struct Computed {
+        BootstrapResult result;
+        AnalysisSettings settings;
+        std::vector<double> values;
+        std::optional<std::uint64_t> revision; // of the store's data, for which it is known to hold
+    };
+
+    void TakeSavedResult(const Analysis& analysis);
+
     AnalysisSettings m_settings;
-    AnalysisSettings m_saved;
+    AnalysisSettings m_saved;  // with what Look has filled in
+    AnalysisSettings m_stored; // as they were in the store when m_settings were last the same
+    std::optional<Computed> m_computed;
+    bool m_isResultSaved = true;
 };
 
 } // namespace studies

@@ -42,7 +42,7 @@ void AnalysisPage::Bind(QComboBox* box, std::string AnalysisSettings::*setting) 
 }
 
 void AnalysisPage::OnSave() {
-    if (Document()->IsChanged())
+    if (Document()->HasUnsavedResult())
         Document()->Save();
 }
 

@@ -11,7 +11,8 @@ namespace studies {
 
 class AnalysisPage : public corvane::desktop::AnyQtPage {
 public:
-    [[nodiscard]] bool IsChanged() override { return OwnWindow() && Document()->IsChanged(); }
+    // Asked about when the window closes.
+    [[nodiscard]] bool IsChanged() override { return OwnWindow() && Document()->HasUnsavedResult(); }
 
     void OnSaveAnalysis();
     void OnTable();
@@ -31,7 +32,7 @@ protected:
     void ChangeSettings(const std::function<void(AnalysisSettings&)>& change);
     // A control's choice of that setting goes into the document.
     void Bind(QComboBox* box, std::string AnalysisSettings::*setting);
-    // Asks for a file; "" when the person thinks better of it. The filters are those of the host's file dialog.
+    // Asks for a file; "" when the user cancels. The filters are those of the host's file dialog.
     [[nodiscard]] std::string AskForFile(const std::string& filter, const std::string& ending) const;
 
 private:

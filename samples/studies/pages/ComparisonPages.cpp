@@ -147,14 +147,11 @@ void BootstrapPage::ShowAnalysis() {
 }
 
 void BootstrapPage::ShowResult() {
-    const Ref<Workspace>& space = Document()->Data()->Space();
-    if (m_result &&
-        (!m_resultOf.IsLike(Document()->Settings()) || m_resultRevision != space->GetStore().DataRevision()))
-        m_result.reset();
+    const BootstrapResult* result = Document()->Result();
     const Column* column = Data().Find(Document()->Settings().columnX);
-    if (m_result && column)
+    if (result && column)
         m_resultLabel->setText(
-            Text(BootstrapText(*m_result, Document()->Settings(), *column, ReadPreferences().decimals)));
+            Text(BootstrapText(*result, Document()->Settings(), *column, ReadPreferences().decimals)));
     else
         m_resultLabel->setText(
             "Run resamples the data: it draws as many rows as there are, with replacement, many times. "
@@ -166,14 +163,13 @@ void BootstrapPage::Run() {
     if (m_running || !column || !column->IsNumeric())
         return;
     const AnalysisSettings settings = Document()->Settings();
-    const std::uint64_t revision = Document()->Data()->Space()->GetStore().DataRevision();
     SetStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
     StartJob(
         {.title = "Bootstrap of " + SpokenName(column->name), .owner = Ref<Object>(this)},
         [values = column->numbers, options = settings.bootstrap](JobProgress& progress) {
             return RunBootstrap(values, options, &progress);
         },
-        [this, settings, revision](JobResult<BootstrapResult>& result) {
+        [this, settings, values = column->numbers](JobResult<BootstrapResult>& result) {
             m_running = false;
             if (m_run)
                 m_run->setEnabled(true);
@@ -181,11 +177,8 @@ void BootstrapPage::Run() {
                 SetStatus("Cancelled; nothing has been changed");
                 return;
             }
-            m_result = result.Value();
-            m_resultOf = settings;
-            m_resultRevision = revision;
-            ShowResult(); // the settings may have changed meanwhile
-            if (m_result)
+            Document()->SetResult(result.Value(), settings, values);
+            if (Document()->Result()) // the settings may have changed meanwhile
                 SetStatus(Utf8(m_resultLabel->text().section('\n', 0, 0)));
         });
     m_running = true;
@@ -193,7 +186,7 @@ void BootstrapPage::Run() {
 }
 
 void BootstrapPage::OnExport() {
-    if (!m_result)
+    if (!Document()->Result())
         FailWith("There is nothing to export yet. Choose Run first.");
     const std::string path = AskForFile("Text (*.txt)|*.txt", ".txt");
     if (path.empty())

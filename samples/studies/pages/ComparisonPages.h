@@ -4,8 +4,6 @@
 #include "Bootstrap.h"
 #include "ChartPages.h"
 
-#include <optional>
-
 class QPushButton;
 
 namespace studies {
@@ -55,10 +53,6 @@ private:
     QPointer<QSpinBox> m_seed;
     QPointer<QPushButton> m_run;
     QPointer<QLabel> m_resultLabel;
-    // The latest result, and what it is of: it is shown while that is what is chosen.
-    std::optional<BootstrapResult> m_result;
-    AnalysisSettings m_resultOf;
-    std::uint64_t m_resultRevision = 0;
     bool m_running = false;
 };
 

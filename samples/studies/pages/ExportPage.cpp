@@ -98,7 +98,7 @@ void ExportPage::ShowRemark() {
     m_problem->Show(replaces ? QString("The file exists and will be replaced.") : Text(problem));
 }
 
-// False when the person thinks better of it.
+// False when the user cancels.
 bool ExportPage::AskForPath() {
     const std::string path = AskForSavePath("Export", "Text (*.csv *.tsv)|*.csv *.tsv", Utf8(m_path->text()));
     if (!path.empty())

@@ -89,7 +89,7 @@ void ImportFilePage::OnActivate() {
         TakePath();
 }
 
-// A file is taken as soon as its name is whole, so that the wizard can go on; what is wrong is told at the end.
+// A file is taken as soon as its name is whole, so that the wizard can go on; what is wrong is reported at the end.
 void ImportFilePage::FollowTyping() {
     if (QFileInfo(m_path->text().trimmed()).isFile())
         return TakePath();

@@ -2,9 +2,31 @@
 
 #include "QtText.h"
 
+#include <QCompleter>
+#include <QLineEdit>
 #include <QSignalBlocker>
 
 namespace studies {
+
+namespace {
+
+constexpr int ManyEntries = 20;
+
+// A long list is searched by typing a part of a name; what isn't in it is taken back.
+void MakeSearchable(QComboBox& box) {
+    box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box.setMinimumContentsLength(8);
+    if (box.count() <= ManyEntries || box.isEditable())
+        return;
+    box.setEditable(true);
+    box.setInsertPolicy(QComboBox::NoInsert);
+    box.completer()->setCompletionMode(QCompleter::PopupCompletion);
+    box.completer()->setFilterMode(Qt::MatchContains);
+    QObject::connect(box.lineEdit(), &QLineEdit::editingFinished, &box,
+                     [&box] { box.setEditText(box.itemText(box.currentIndex())); });
+}
+
+} // namespace
 
 void FillColumns(QComboBox& box, const std::vector<Column>& columns, bool numbersOnly, const QString& none) {
     const QSignalBlocker blocker(box);
@@ -14,8 +36,7 @@ void FillColumns(QComboBox& box, const std::vector<Column>& columns, bool number
     for (const Column& column : columns)
         if (!numbersOnly || column.IsNumeric())
             box.addItem(Text(column.Label()), Text(column.name));
-    box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box.setMinimumContentsLength(8);
+    MakeSearchable(box);
 }
 
 void FillTexts(QComboBox& box, const std::vector<std::string>& texts, const QString& none) {
@@ -25,8 +46,7 @@ void FillTexts(QComboBox& box, const std::vector<std::string>& texts, const QStr
         box.addItem(none, QString());
     for (const std::string& text : texts)
         box.addItem(Text(text), Text(text));
-    box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box.setMinimumContentsLength(8);
+    MakeSearchable(box);
 }
 
 void Choose(QComboBox& box, const std::string& name) {

@@ -1,5 +1,6 @@
 #include "PropertyPages.h"
 
+#include "Errors.h"
 #include "QtText.h"
 #include "Report.h"
 
@@ -9,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace studies {
 
@@ -67,6 +69,27 @@ bool NamePage::IsChanged() {
     return Name() != m_nameText || Notes() != m_notesText;
 }
 
+namespace {
+
+std::string Merged(std::string& read, const std::string& typed, const std::string& stored, const std::string& what) {
+    if (typed == read)
+        return stored;
+    if (stored == std::exchange(read, stored) || stored == typed)
+        return typed;
+    FailWith("The " + what + " has been changed in another window of Studies, to “" + stored +
+             "”. OK replaces it; Cancel keeps it.");
+}
+
+} // namespace
+
+std::string NamePage::NameOver(const std::string& stored) {
+    return Merged(m_nameText, Name(), stored, "name");
+}
+
+std::string NamePage::NotesOver(const std::string& stored) {
+    return Merged(m_notesText, Notes(), stored, "text of the notes");
+}
+
 void StudyPropertiesPage::OnInitialize() {
     const Study study = About()->Space()->GetStore().StudyOf(About()->Number());
     m_nameText = study.name;
@@ -88,9 +111,13 @@ void StudyPropertiesPage::OnSave() {
     if (!IsChanged())
         return;
     const Ref<StudyContext> study = About();
-    study->Space()->GetStore().SetStudyProperties(study->Number(), Name(), Notes());
-    m_nameText = Name();
-    m_notesText = Notes();
+    Store& store = study->Space()->GetStore();
+    const Study stored = store.StudyOf(study->Number());
+    const std::string name = NameOver(stored.name);
+    const std::string notes = NotesOver(stored.notes);
+    store.SetStudyProperties(study->Number(), name, notes);
+    m_nameText = name;
+    m_notesText = notes;
     study->Space()->Tell("“" + m_nameText + "” has been changed");
 }
 
@@ -116,9 +143,12 @@ void DataSetPropertiesPage::OnSave() {
     if (!IsChanged())
         return;
     const Ref<DataSetContext> data = About();
-    data->Space()->GetStore().SetDataSetProperties(data->Number(), {Name(), Notes(), {}});
-    m_nameText = Name();
-    m_notesText = Notes();
+    const DataSet stored = data->Info();
+    const std::string name = NameOver(stored.name);
+    const std::string notes = NotesOver(stored.notes);
+    data->Space()->GetStore().SetDataSetProperties(data->Number(), {name, notes, {}});
+    m_nameText = name;
+    m_notesText = notes;
     data->Space()->Tell("“" + m_nameText + "” has been changed");
 }
 
@@ -174,8 +204,13 @@ void UnitsPage::OnSave() {
         return;
     const Ref<DataSetContext> data = About();
     const DataSet dataSet = data->Info();
+    Store& store = data->Space()->GetStore();
+    std::vector<std::string> units = Units();
+    const std::vector<Column> stored = store.Columns(dataSet.id);
+    for (std::size_t i = 0; i < units.size() && i < stored.size(); ++i)
+        units[i] = Merged(m_units[i], units[i], stored[i].unit, "unit of “" + stored[i].name + "”");
+    store.SetDataSetProperties(dataSet.id, {dataSet.name, dataSet.notes, units});
     m_units = Units();
-    data->Space()->GetStore().SetDataSetProperties(dataSet.id, {dataSet.name, dataSet.notes, m_units});
     data->Space()->Tell("The units of “" + dataSet.name + "” have been changed");
 }
 

@@ -26,7 +26,12 @@ protected:
     [[nodiscard]] std::string Name() const;
     [[nodiscard]] std::string Notes() const;
 
-    // As they are in the store.
+    // What is to be saved over what the store has now: entries that no one has touched here stay as they are there.
+    // Fails, once for each, when an entry has been changed in both places; saving again replaces it.
+    [[nodiscard]] std::string NameOver(const std::string& stored);
+    [[nodiscard]] std::string NotesOver(const std::string& stored);
+
+    // As they were in the store when they were read.
     std::string m_nameText;
     std::string m_notesText;
 

@@ -21,6 +21,7 @@ void TablePage::OnInitialize() {
 // What is in no study is as its file is: it has no properties of its own.
 void TablePage::OnActivate() {
     EnableAction("Properties", About()->Space()->Keeps());
+    EnableAction("Delete", About()->Space()->Keeps());
 }
 
 QWidget* TablePage::MakeWidget(QWidget* parent) {
@@ -36,6 +37,13 @@ QWidget* TablePage::MakeWidget(QWidget* parent) {
     QObject::connect(m_view, &DataTableView::Refused, page, [this](const QString& s) { m_problem->Show(s); });
     QObject::connect(m_model, &QAbstractItemModel::dataChanged, page, [this] { m_problem->Show({}); });
     QObject::connect(m_model, &QAbstractItemModel::modelReset, page, [this] { CountRows(); });
+    Connect(m_view.data(), &DataTableView::EditingEnded, [this] {
+        if (!m_isBehind)
+            return;
+        const QString problem = m_problem->isVisible() ? m_problem->text() : QString(); // of what was typed
+        FollowData();
+        m_problem->Show(problem);
+    });
     CountRows();
     return page;
 }
@@ -87,8 +95,14 @@ void TablePage::CountRows() {
 }
 
 void TablePage::FollowData() {
-    if (m_model && About()->Exists())
+    m_isBehind = m_view && m_view->IsEditing();
+    if (m_model && !m_isBehind && About()->Exists())
         m_model->Reload();
+}
+
+void TablePage::OnDelete() {
+    if (m_view)
+        m_view->ClearCells();
 }
 
 void TablePage::OnCopy() {

@@ -17,12 +17,13 @@ public:
     QWidget* FirstFocus() override;
 
     void OnCopy();
+    void OnDelete(); // what the selected cells hold
     void OnExport();
     void OnProperties();
     void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // by the item's name
 
-    static constexpr auto Members =
-        corvane::Methods<&TablePage::OnCopy, &TablePage::OnExport, &TablePage::OnProperties, &TablePage::OnAnalyse>();
+    static constexpr auto Members = corvane::Methods<&TablePage::OnCopy, &TablePage::OnDelete, &TablePage::OnExport,
+                                                     &TablePage::OnProperties, &TablePage::OnAnalyse>();
 
 protected:
     void OnInitialize() override;
@@ -41,6 +42,7 @@ private:
     QPointer<QLineEdit> m_filter;
     QPointer<QLabel> m_count;
     QPointer<ProblemLabel> m_problem;
+    bool m_isBehind = false; // the data have changed while a value was being typed
 };
 
 } // namespace studies

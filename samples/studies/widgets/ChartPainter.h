@@ -20,7 +20,7 @@ struct ChartStyle {
     QColor faintColor; // grid and frame
     bool dark = false;
 
-    // The colours of a series, told apart by those who don't see red and green alike, too.
+    // The colours of a series, distinguished by those who don't see red and green alike, too.
     [[nodiscard]] QColor Series(int color) const;
 
     [[nodiscard]] static ChartStyle Of(const QPalette& palette, const QFont& textFont);

@@ -165,7 +165,7 @@ bool DataTableModel::setData(const QModelIndex& index, const QVariant& value, in
     if (text == CellText(index))
         return true;
     try {
-        Change({{m_rowIds[static_cast<std::size_t>(index.row())], index.column(), text}});
+        Change({ChangeOf(index, text)});
         return true;
     } catch (const Failure& failure) {
         Q_EMIT Refused(Text(failure.Description));
@@ -173,12 +173,21 @@ bool DataTableModel::setData(const QModelIndex& index, const QVariant& value, in
     }
 }
 
+CellChange DataTableModel::ChangeOf(const QModelIndex& index, std::string text) const {
+    return {m_rowIds[static_cast<std::size_t>(index.row())], index.column(), std::move(text), CellText(index)};
+}
+
 void DataTableModel::Change(const std::vector<CellChange>& changes) {
     if (changes.empty())
         return;
     if (!m_data->Space()->Keeps())
         FailWith("These data aren't part of a study. Import the file into a study to change them.");
-    TheStore().SetCells(m_data->Number(), changes);
+    try {
+        TheStore().SetCells(m_data->Number(), changes);
+    } catch (...) {
+        Reload(); // what is shown may be the reason
+        throw;
+    }
     Reload();
     m_data->Space()->Tell(changes.size() == 1 ? "A value has been changed"
                                               : CountText(changes.size()) + " values have been changed");
@@ -188,7 +197,7 @@ void DataTableModel::Clear(const QModelIndexList& cells) {
     std::vector<CellChange> changes;
     for (const QModelIndex& index : cells)
         if (!CellText(index).empty())
-            changes.push_back({m_rowIds[static_cast<std::size_t>(index.row())], index.column(), {}});
+            changes.push_back(ChangeOf(index, {}));
     Change(changes);
 }
 
@@ -204,7 +213,7 @@ void DataTableModel::Paste(const QModelIndex& from, const QString& text) {
                 index(from.row() + static_cast<int>(line), from.column() + static_cast<int>(fieldIndex));
             const std::string field = Utf8(fields[fieldIndex].trimmed());
             if (cell.isValid() && field != CellText(cell))
-                changes.push_back({m_rowIds[static_cast<std::size_t>(cell.row())], cell.column(), field});
+                changes.push_back(ChangeOf(cell, field));
         }
     }
     Change(changes);

@@ -18,7 +18,7 @@ public:
     // The rows that the filter leaves, in the order of the view. Fails as Store::RowIds, and changes nothing then.
     void SetFilter(int column, const QString& filter);
     void sort(int column, Qt::SortOrder order) override; // -1: as imported
-    // What is shown is read anew; rows stay where they are. For a store that has been changed elsewhere.
+    // What is shown is read again; rows stay where they are. For a store that has been changed elsewhere.
     void Reload();
     // Clears the cells. One step to undo.
     void Clear(const QModelIndexList& cells);
@@ -48,6 +48,7 @@ private:
     [[nodiscard]] QString ShownText(const QModelIndex& index) const;
     void MeasureDecimals();
     void SetView(const RowView& view);
+    [[nodiscard]] CellChange ChangeOf(const QModelIndex& index, std::string text) const;
     void Change(const std::vector<CellChange>& changes);
 
     static constexpr int RowsOfPage = 128;

@@ -91,6 +91,11 @@ bool DataTableView::event(QEvent* event) {
     return QTableView::event(event);
 }
 
+void DataTableView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    QTableView::closeEditor(editor, hint);
+    Q_EMIT EditingEnded();
+}
+
 void DataTableView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy))
         Copy();

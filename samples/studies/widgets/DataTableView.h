@@ -17,12 +17,16 @@ public:
     void Copy();
     void Paste();
     void ClearCells();
+    // Whether a value is being typed, which a change of the data would replace.
+    [[nodiscard]] bool IsEditing() const { return state() == EditingState; }
 
 Q_SIGNALS:
     void Refused(const QString& problem);
+    void EditingEnded();
 
 protected:
     bool event(QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

@@ -2,7 +2,7 @@
 #include "Csv.h"
 #include "DataTableView.h"
 #include "FigureTable.h"
-#include "Person.h"
+#include "User.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/platform/Platform.h"
@@ -19,6 +19,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabBar>
@@ -31,7 +32,7 @@ using namespace studies;
 
 namespace {
 
-class Pages : public Person {
+class Pages : public User {
 protected:
     static void Press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {}) {
         QKeyEvent press(QEvent::KeyPress, key, modifiers);
@@ -177,6 +178,157 @@ TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
     EXPECT_EQ(model.index(0, 4).data().toString(), "221") << "all or nothing";
 }
 
+TEST_F(Pages, DeleteActsWhereTheFocusIs) {
+    Start();
+    OpenItem("penguins.csv");
+    auto* view = In<DataTableView>("penguins.csv", "Rows");
+    view->setCurrentIndex(view->model()->index(0, 2));
+    Choose("Edit.Delete"); // the menu's, and the toolbar's
+    EXPECT_EQ(view->model()->index(0, 2).data().toString(), "NA");
+    EXPECT_EQ(DataOnDisk("penguins.csv").rows, 344U);
+    Choose("Edit.Undo");
+    EXPECT_EQ(view->model()->index(0, 2).data().toString(), "39.1");
+    Choose("Analysis.Histogram");
+    Turn();
+    EXPECT_FALSE(m_application->Choose("Edit.Delete")) << "there is nothing to delete in a chart";
+    ClickItem("penguins.csv");
+    Choose("Edit.Delete");
+    EXPECT_EQ(DataOnDisk("penguins.csv").rows, 0U);
+    EXPECT_EQ(m_application->Failures().ShownCount(), 0);
+}
+
+TEST_F(Pages, AValueThatIsTypedMeetsOneOfAnotherWindow) {
+    Start();
+    OpenItem("penguins.csv");
+    auto* view = In<DataTableView>("penguins.csv", "Rows");
+    Store other(Store::DefaultPath());
+    const Id set = other.DataSets(other.Studies()[0].id)[0].id;
+    const auto TypeWhileOtherChanges = [&](int row, const char* text) {
+        view->setCurrentIndex(view->model()->index(row, 2));
+        view->edit(view->currentIndex());
+        auto* editor = Only<QLineEdit>(*view->viewport());
+        editor->setText(text);
+        other.SetCells(set, {{1, 2, "50"}});
+        Choose("View.Refresh"); // as happens by itself every second
+        EXPECT_EQ(editor->text(), text) << "typing goes on";
+        QTest::keyClick(editor, Qt::Key_Return);
+        Turn();
+    };
+    TypeWhileOtherChanges(1, "41");
+    EXPECT_EQ(Problem(m_application->Window()), "");
+    EXPECT_EQ(view->model()->index(0, 2).data().toString(), "50.0") << "the other's is shown afterwards";
+    EXPECT_EQ(view->model()->index(1, 2).data().toString(), "41.0");
+    Choose("Edit.Undo");
+    other.SetCells(set, {{1, 2, "39.1"}});
+    Choose("View.Refresh");
+    TypeWhileOtherChanges(0, "42");
+    EXPECT_TRUE(Problem(m_application->Window()).startsWith("“42” hasn't been entered: the value there was changed"));
+    EXPECT_EQ(view->model()->index(0, 2).data().toString(), "50.0");
+    EXPECT_TRUE(view->model()->setData(view->model()->index(0, 2), "42"));
+    EXPECT_EQ(DataOnDisk("penguins.csv").columns[2].numbers[0], 42);
+    EXPECT_EQ(m_application->Failures().ShownCount(), 0);
+}
+
+TEST_F(Pages, PropertiesKeepWhatAnotherWindowHasChanged) {
+    Start();
+    ClickItem("Penguins");
+    ChooseAndAct("Data.Properties", [&](QWidget& dialog) {
+        Store other(Store::DefaultPath());
+        const Id id = other.Studies()[0].id;
+        other.SetStudyProperties(id, "Penguins", "theirs");
+        Only<QLineEdit>(dialog)->setText("Birds");
+        Button(dialog, "OK")->click();
+        EXPECT_EQ(other.StudyOf(id).name + ": " + other.StudyOf(id).notes, "Birds: theirs");
+    });
+    ChooseAndAct("Data.Properties", [&](QWidget& dialog) {
+        Store other(Store::DefaultPath());
+        const Id id = other.Studies()[0].id;
+        Only<QPlainTextEdit>(dialog)->setPlainText("mine");
+        other.SetStudyProperties(id, "Birds", "changed");
+        QTimer close;
+        QObject::connect(&close, &QTimer::timeout, &close, [&] {
+            if (QWidget* failure = QApplication::activeModalWidget(); failure != &dialog)
+                failure->close();
+        });
+        close.start(10);
+        Button(dialog, "OK")->click();
+        close.stop();
+        EXPECT_EQ(other.StudyOf(id).notes, "changed") << "refused once";
+        Button(dialog, "OK")->click();
+        EXPECT_EQ(other.StudyOf(id).notes, "mine") << "and replaced knowingly";
+    });
+}
+
+TEST_F(Pages, ANameThatIsRefusedStaysInTheEditor) {
+    Start();
+    Choose("File.NewStudy");
+    Turn();
+    desktop::ExplorerTree& tree = *m_application->Window().Explorer().CurrentPage()->Tree();
+    const auto Editor = [&]() -> QLineEdit* {
+        for (auto* editor : tree.viewport()->findChildren<QLineEdit*>())
+            if (editor->isVisible())
+                return editor;
+        return nullptr;
+    };
+    const auto Reason = [&] {
+        for (const auto* label : tree.viewport()->findChildren<QLabel*>())
+            if (label->isVisible())
+                return label->text();
+        return QString();
+    };
+    ASSERT_NE(Editor(), nullptr);
+    Editor()->clear();
+    EXPECT_EQ(Reason(), "A study needs a name.");
+    QTest::keyClicks(Editor(), " penguins ");
+    EXPECT_EQ(Reason(), "There is a study “penguins” already.");
+    QTest::keyClick(Editor(), Qt::Key_Return);
+    Turn();
+    ASSERT_NE(Editor(), nullptr);
+    EXPECT_EQ(Editor()->text(), " penguins ");
+    Editor()->setText(" Gentoo  ");
+    EXPECT_EQ(Reason(), "");
+    QTest::keyClick(Editor(), Qt::Key_Return);
+    Turn();
+    EXPECT_NE(Shown().find("  Gentoo\n"), std::string::npos) << Shown();
+    // A refused name doesn't outlive the edit, however that ends.
+    for (const int key : {int{Qt::Key_Escape}, 0}) {
+        Choose("Edit.Rename");
+        Turn();
+        ASSERT_NE(Editor(), nullptr);
+        Editor()->setText("Penguins");
+        if (key != 0)
+            QTest::keyClick(Editor(), static_cast<Qt::Key>(key));
+        else
+            tree.setFocus();
+        Turn();
+        EXPECT_EQ(Reason(), "");
+        EXPECT_NE(Shown().find("  Gentoo\n"), std::string::npos) << Shown();
+    }
+    EXPECT_EQ(m_application->Failures().ShownCount(), 0);
+    EXPECT_TRUE(m_application->Messages().Shown().empty());
+}
+
+TEST_F(Pages, ALongListOfColumnsIsSearchedByTyping) {
+    Start(false);
+    std::string names = "c0";
+    std::string values = "1";
+    for (int i = 1; i < 30; ++i) {
+        names += ",c" + std::to_string(i);
+        values += ",1";
+    }
+    m_application->Dialogs().AddAnswer(Write("wide.csv", names + "\n" + values + "\n" + values + "\n"));
+    Choose("File.Open");
+    Choose("Analysis.Histogram");
+    auto* box = In<QComboBox>("Histogram of wide.csv: c0", "Column");
+    for (const char* typed : {"c27", "c99"}) { // the second isn't there
+        box->lineEdit()->selectAll();
+        QTest::keyClicks(box->lineEdit(), typed);
+        QTest::keyClick(box->lineEdit(), Qt::Key_Return);
+        EXPECT_EQ(box->currentText(), "c27");
+        EXPECT_NE(In<ChartWidget>("Histogram of wide.csv: c27", "Chart"), nullptr);
+    }
+}
+
 TEST_F(Pages, AFileWithoutAStudyIsOnlyShown) {
     Start(false);
     m_application->Dialogs().AddAnswer(STUDIES_DATA "/gentoo.csv");
@@ -286,14 +438,24 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     EXPECT_EQ(Status(), "mean of bill length: 43.92 mm");
     EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << Result().toStdString();
 
+    EXPECT_TRUE(m_application->HasUnsavedWork());
+    Choose("File.Save");
+    EXPECT_FALSE(m_application->HasUnsavedWork());
     In<QSpinBox>(caption, "Resamples")->setValue(100000);
     EXPECT_TRUE(Result().startsWith("Run resamples")) << "the result is of other settings";
+    EXPECT_FALSE(m_application->HasUnsavedWork()) << "which are a matter of a click";
     run->click();
     m_application->Jobs().CancelAll();
     ASSERT_TRUE(QTest::qWaitFor(HasEnded, 60000));
     EXPECT_EQ(Status(), "Cancelled; nothing has been changed");
     EXPECT_TRUE(Result().startsWith("Run resamples"));
     EXPECT_TRUE(run->isEnabled());
+    In<QSpinBox>(caption, "Resamples")->setValue(1000);
+    EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << "there again";
+    ASSERT_TRUE(m_application->ClickCommand("close")) << "without a question";
+    OpenItem("Bootstrap of penguins.csv: bill length");
+    run = qobject_cast<QPushButton*>(Button(*In<QSpinBox>(caption, "Seed")->parentWidget(), "Run"));
+    EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << "saved with the analysis";
 }
 
 TEST_F(Pages, TheChosenItemKeepsItsCommands) {
@@ -306,6 +468,7 @@ TEST_F(Pages, TheChosenItemKeepsItsCommands) {
     m_application->Window().Explorer().TabBar()->setCurrentIndex(1); // from here a new study isn't chosen
     Choose("File.NewStudy");
     Turn();
+    m_application->Dialogs().AddAnswer("Delete");
     Choose("Edit.Delete");
     Turn();
     const std::string text = m_application->AsText();

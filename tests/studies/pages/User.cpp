@@ -1,17 +1,19 @@
-#include "Person.h"
+#include "User.h"
 
 #include "Csv.h"
+#include "desktop/explorer/ExplorerPanel.h"
 
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QTest>
 #include <sstream>
 
 namespace studies {
 
 using namespace corvane;
 
-Person::~Person() {
+User::~User() {
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, &answer, [] {
         if (const QWidget* question = QApplication::activeModalWidget())
@@ -21,7 +23,7 @@ Person::~Person() {
     m_application.reset();
 }
 
-void Person::Start(bool withStudy) {
+void User::Start(bool withStudy) {
     if (withStudy) {
         Store store(Store::DefaultPath());
         (void)store.ImportDataSet(store.CreateStudy("Penguins"), "penguins.csv", STUDIES_DATA "/penguins.csv",
@@ -32,7 +34,7 @@ void Person::Start(bool withStudy) {
     Turn();
 }
 
-void Person::Turn(int milliseconds) {
+void User::Turn(int milliseconds) {
     QElapsedTimer clock;
     clock.start();
     do
@@ -40,7 +42,7 @@ void Person::Turn(int milliseconds) {
     while (clock.elapsed() < milliseconds);
 }
 
-void Person::ChooseAndAct(const std::string& tool, const std::function<void(QWidget& window)>& act) {
+void User::ChooseAndAct(const std::string& tool, const std::function<void(QWidget& window)>& act) {
     bool acted = false;
     QTimer wait;
     QObject::connect(&wait, &QTimer::timeout, &wait, [&] {
@@ -62,17 +64,20 @@ void Person::ChooseAndAct(const std::string& tool, const std::function<void(QWid
     EXPECT_TRUE(acted) << "no window has come up";
 }
 
-Ref<TreeView> Person::Tree() const {
+Ref<TreeView> User::Tree() const {
     for (const auto& control : m_application->Panel()->Controls())
         if (const auto tree = control.TryAs<TreeView>(); tree && tree->GetNodes()->HasKey("Studies"))
             return tree;
     return nullptr;
 }
 
-void Person::ClickItem(const std::string& text) {
+void User::ClickItem(const std::string& text) {
     std::vector<Node*> nodes = Tree()->GetNodes()->Roots();
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         if (nodes[i]->Text() == text) {
+            m_application->Window().activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&m_application->Window()));
+            m_application->Window().Explorer().CurrentPage()->Tree()->setFocus(Qt::MouseFocusReason);
             m_application->Failures().Guard([&] { Tree()->ClickNode(Ref<Node>(nodes[i])); });
             Turn();
             return;
@@ -82,20 +87,20 @@ void Person::ClickItem(const std::string& text) {
     ADD_FAILURE() << "the explorer has no " << text;
 }
 
-void Person::OpenItem(const std::string& text) {
+void User::OpenItem(const std::string& text) {
     ClickItem(text);
     m_application->Failures().Guard([&] { Tree()->DblClick.Raise(); });
     Turn();
 }
 
-bool Person::IsIn(const QWidget& widget, const QString& window) {
+bool User::IsIn(const QWidget& widget, const QString& window) {
     for (const QWidget* p = &widget; p; p = p->parentWidget())
         if (p->windowTitle().remove("[*]") == window) // the mark of what is changed
             return true;
     return false;
 }
 
-bool Person::IsNamed(const QWidget& widget, const QString& name) {
+bool User::IsNamed(const QWidget& widget, const QString& name) {
     if (widget.accessibleName().startsWith(name))
         return true;
     for (const auto* label : widget.parentWidget()->findChildren<QLabel*>())
@@ -104,7 +109,7 @@ bool Person::IsNamed(const QWidget& widget, const QString& name) {
     return false;
 }
 
-QAbstractButton* Person::Button(const QWidget& window, const QString& text) {
+QAbstractButton* User::Button(const QWidget& window, const QString& text) {
     for (auto* button : window.findChildren<QAbstractButton*>())
         if (QString(button->text()).remove('&').startsWith(text) && button->isVisible())
             return button;
@@ -112,23 +117,23 @@ QAbstractButton* Person::Button(const QWidget& window, const QString& text) {
     return nullptr;
 }
 
-std::string Person::Status() const {
+std::string User::Status() const {
     return m_application->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
 }
 
-std::string Person::Write(const std::string& name, const std::string& text) const {
+std::string User::Write(const std::string& name, const std::string& text) const {
     std::ofstream(m_folder.Path(name)) << text;
     return m_folder.Path(name);
 }
 
-std::string Person::Read(const std::string& path) {
+std::string User::Read(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     std::stringstream text;
     text << file.rdbuf();
     return text.str();
 }
 
-Table Person::DataOnDisk(const std::string& name) {
+Table User::DataOnDisk(const std::string& name) {
     Store store(Store::DefaultPath());
     for (const Study& study : store.Studies())
         for (const DataSet& dataSet : store.DataSets(study.id))

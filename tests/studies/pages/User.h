@@ -1,4 +1,4 @@
-// Studies in the Qt host, and what a person does to its windows.
+// Studies in the Qt host, and what a user does to its windows.
 #pragma once
 
 #include "Workspace.h"
@@ -16,15 +16,15 @@
 
 namespace studies {
 
-class Person : public testing::Test {
+class User : public testing::Test {
 protected:
-    Person() {
+    User() {
         for (const char* name : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
             ::setenv(name, m_folder.Path().c_str(), 1);
     }
 
     // Unsaved changes go.
-    ~Person() override;
+    ~User() override;
 
     // With a study "Penguins" that holds the penguins, if asked.
     void Start(bool withStudy = true);
