@@ -10,7 +10,7 @@
 namespace corvane {
 namespace {
 
-// Takes and gives back at random and looks whether somebody else has written into what it holds.
+// Takes and gives back at random and looks whether another has written into what it holds.
 void TakeAndGiveBack(unsigned uSeed) {
     struct Held {
         unsigned char* pMemory;

@@ -22,29 +22,6 @@ class SortedListTest : public ::testing::Test {
 protected:
     void SetUp() override { m_oList = New<SortedList>(); }
 
-    // Keys First to First + Count - 1 with their own texts as values.
-    void AddNumbers(Long lFirst, Long lCount) {
-        for (Long l = lFirst; l < lFirst + lCount; ++l)
-            m_oList->Add(l, std::to_string(l));
-    }
-    void RemoveNumbers(Long lFirst, Long lCount) {
-        for (Long l = lFirst; l < lFirst + lCount; ++l)
-            m_oList->Remove(std::to_string(l));
-    }
-    std::string Texts(const std::vector<Variant>& aValues) const {
-        std::string sTexts;
-        for (const Variant& vValue : aValues)
-            sTexts += (sTexts.empty() ? "" : " ") + ToText(vValue);
-        return sTexts;
-    }
-    // The slots of the working range that pass for items; takes them all away.
-    Long DrainLiveSlots() {
-        Long lSlots = 0;
-        for (; m_oList->GetTop() != Variant(Long{0}); ++lSlots)
-            m_oList->RemoveTop();
-        return lSlots;
-    }
-
     RecordingPlatform m_oPlatform;
     Ref<SortedList> m_oList;
 };
@@ -82,15 +59,6 @@ TEST_F(SortedListTest, OrdersByItsMode) {
     }
 }
 
-TEST_F(SortedListTest, EqualKeysAreEqualInTheSenseOfTheMode) {
-    m_oList->Add("1.0", "number");
-    EXPECT_EQ(m_oList->Item("1"), Variant("number"));
-    m_oList->Clear();
-    m_oList->SetSortMode(SortText);
-    m_oList->Add("\u00C4bc", "text");
-    EXPECT_EQ(m_oList->Item("\u00E4BC"), Variant("text"));
-}
-
 TEST_F(SortedListTest, RefusesWhatIsNoNumberInNumericMode) {
     const Ref<Object> oObject = m_oList;
     const Variant aKeys[] = {"abc", "", "1x", "0x10", "inf", "1e999", "1,5", oObject};
@@ -110,17 +78,6 @@ TEST_F(SortedListTest, RefusesWhatIsNoNumberInNumericMode) {
     m_oList->SetSortMode(SortText);
     EXPECT_EQ(NumberOf([&] { m_oList->Add(oObject, {}); }), FailureNumber::TypeMismatch);
     EXPECT_EQ(m_oList->Count(), 0);
-}
-
-TEST_F(SortedListTest, ItemAndRemoveFailInTheComparison) {
-    AddNumbers(1, 2);
-    EXPECT_EQ(NumberOf([&] { (void)m_oList->Item("abc"); }), FailureNumber::TypeMismatch);
-    EXPECT_EQ(m_oPlatform.TakeLines(),
-              (Lines{"SortedList.KeyComp 13", "SortedList.BinarySearch 13", "SortedList.Item 13"}));
-    EXPECT_EQ(NumberOf([&] { m_oList->Remove("abc"); }), FailureNumber::TypeMismatch);
-    EXPECT_EQ(m_oPlatform.TakeLines(),
-              (Lines{"SortedList.KeyComp 13", "SortedList.BinarySearch 13", "SortedList.Remove 13"}));
-    EXPECT_EQ(Texts(m_oList->Items()), "1 2");
 }
 
 TEST_F(SortedListTest, TheModeChangesWhileNothingLivesInTheList) {
@@ -150,47 +107,6 @@ TEST_F(SortedListTest, DuplicatesAreRemovedOneByOne) {
     }
     EXPECT_FALSE(m_oList->Exists("A"));
     EXPECT_EQ(m_oList->Keys(), (Lines{"b", "c", "d", "e", "f", "g", "h", "i"}));
-}
-
-TEST_F(SortedListTest, ACompactionWithUnusedSlotsTakesThemForItems) {
-    AddNumbers(1, 12);
-    m_oList->Remove("12");
-    EXPECT_EQ(NumberOf([&] { (void)m_oList->Exists("12"); }), FailureNumber::TypeMismatch);
-    EXPECT_EQ(m_oPlatform.TakeLines(),
-              (Lines{"SortedList.KeyComp 13", "SortedList.BinarySearch 13", "SortedList.Exists 13"}));
-    EXPECT_EQ(m_oList->Count(), 11);
-    EXPECT_EQ(NumberOf([&] { (void)m_oList->Keys(); }), FailureNumber::Subscript);
-    EXPECT_EQ(NumberOf([&] { (void)m_oList->Items(); }), FailureNumber::Subscript);
-    EXPECT_EQ(m_oPlatform.TakeLines(), (Lines{"SortedList.Keys 9", "SortedList.Items 9"}));
-    EXPECT_EQ(m_oList->Item("6"), Variant("6")); // found before an empty key is met
-    EXPECT_EQ(DrainLiveSlots(), 19);
-    EXPECT_EQ(m_oList->Count(), -8);
-    EXPECT_EQ(NumberOf([&] { (void)m_oList->Keys(); }), FailureNumber::Subscript);
-}
-
-TEST_F(SortedListTest, TheTopIsReachedUpToSlot32767) {
-    AddNumbers(1, 32768);
-    RemoveNumbers(1, 32766);
-    EXPECT_EQ(m_oList->GetTop(), Variant("32767"));
-    m_oList->RemoveTop();
-    EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::Overflow);
-    EXPECT_EQ(NumberOf([&] { m_oList->RemoveTop(); }), FailureNumber::Overflow);
-    EXPECT_EQ(m_oPlatform.TakeLines(), (Lines{"SortedList.GetTop 6", "SortedList.RemoveTop 6"}));
-    EXPECT_EQ(m_oList->Keys(), Lines{"32768"});
-    m_oList->Remove("32768");
-    EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::Overflow); // before the end is seen
-}
-
-TEST_F(SortedListTest, ClearingLeavesModeAndPendingSort) {
-    m_oList->SetSortMode(SortText);
-    m_oList->Add("b", {});
-    m_oList->Clear();
-    EXPECT_EQ(m_oList->SortMode(), SortText);
-    EXPECT_EQ(m_oList->Count(), 0);
-    EXPECT_FALSE(m_oList->Exists("b"));
-    m_oList->Add("d", {});
-    m_oList->Add("c", {});
-    EXPECT_EQ(m_oList->Keys(), (Lines{"c", "d"}));
 }
 
 TEST_F(SortedListTest, ObjectsAreSharedAndReleased) {

@@ -149,21 +149,10 @@ constexpr const char* sContent = R"(
       <Page PageProgID="Page3" IsOptional="0" IsResizable="1"/></Window>
   </Windows>)";
 
-// What a person does; a step that finds the application ended isn't taken.
-constexpr const char* aSteps[] = {"populate",
-                                  "node 0 Leaf.a",
-                                  "node 0 Leaf.b",
-                                  "treeclick",
-                                  "dblclick",
-                                  "rightclick",
-                                  "rename z",
-                                  "click File.Work",
-                                  "click File.Recent1",
-                                  "click File.Ask",
-                                  "open Edit one",
-                                  "open Edit two",
-                                  "refresh",
-                                  "clear"};
+// What a user does; a step that finds the application ended isn't taken.
+constexpr const char* sSteps =
+    "populate, node 0 Leaf.a, node 0 Leaf.b, treeclick, dblclick, rightclick, rename z, click File.Work, click "
+    "File.Recent1, click File.Ask, open Edit one, open Edit two, refresh, clear";
 
 class Ending : public ::testing::Test {
 protected:
@@ -186,7 +175,7 @@ protected:
             }));
         Listen();
         EXPECT_TRUE(oApplication.Host().Start());
-        for (const char* sStep : aSteps)
+        for (const std::string& sStep : Split(sSteps))
             if (!m_oRoad.bEnded)
                 oApplication.Take(sStep);
         EXPECT_EQ(CorvaneMain::HasEnded(), m_oRoad.bEnded);
@@ -235,41 +224,13 @@ TEST_F(Ending, FromEveryPlaceThatTheLibraryCalls) {
     Travel("");
     const std::set<std::string> setPlaces(m_oRoad.aReached.begin(), m_oRoad.aReached.end());
     // The walk passes everything that a plug-in can be called for.
-    for (const char* sPlace : {"A.constructor",
-                               "A.Initialize",
-                               "C.Start",
-                               "Root.constructor",
-                               "Root.Initialize",
-                               "a.Initialize",
-                               "onAdd",
-                               "a.OnDisplayName",
-                               "OnActive",
-                               "OnInactive",
-                               "OnOpen",
-                               "b.DoOpen",
-                               "OnContextMenu",
-                               "b.OnBeforeRename",
-                               "b.OnAfterRename",
-                               "onRemove",
-                               "A.DoWork",
-                               "A.recent",
-                               "message loop",
-                               "A.DoAsk",
-                               "modal loop",
-                               "A.OnExit",
-                               "WindowInitialize",
-                               "WindowActivate",
-                               "WindowDeactivate",
-                               "WindowTerminate",
-                               "PageInitialize",
-                               "PageActivate",
-                               "PageDeactivate",
-                               "PageTerminate",
-                               "Page1.constructor",
-                               "Page1.Initialize",
-                               "Page1.Activate",
-                               "Page1.Deactivate",
-                               "Page1.Terminate"})
+    for (const std::string& sPlace :
+         Split("A.constructor, A.Initialize, C.Start, Root.constructor, Root.Initialize, a.Initialize, onAdd, "
+               "a.OnDisplayName, OnActive, OnInactive, OnOpen, b.DoOpen, OnContextMenu, b.OnBeforeRename, "
+               "b.OnAfterRename, onRemove, A.DoWork, A.recent, message loop, A.DoAsk, modal loop, A.OnExit, "
+               "WindowInitialize, WindowActivate, WindowDeactivate, WindowTerminate, PageInitialize, PageActivate, "
+               "PageDeactivate, PageTerminate, Page1.constructor, Page1.Initialize, Page1.Activate, Page1.Deactivate, "
+               "Page1.Terminate"))
         EXPECT_TRUE(setPlaces.contains(sPlace)) << sPlace;
     for (const auto& sPlace : setPlaces) {
         SCOPED_TRACE(sPlace);

@@ -24,7 +24,7 @@
 namespace corvane::testing {
 namespace {
 
-// Writes down what it is asked, and fails to log if told so.
+// Writes down what it is asked, and fails to log if that is set.
 class AskedUtilities final : public IUtilities {
 public:
     void LogError(std::string_view, std::string_view, std::string_view, const Failure& oFailure, std::string_view,

@@ -67,8 +67,8 @@ protected:
     Application m_oApplication;
 };
 
-// The two columns are independent: an item and a page are attached at once, whoever came last answers, and whoever
-// leaves takes the shared tool away from anybody.
+// The two columns are independent: an item and a page are attached at once, the one that came last answers, and the one
+// that leaves takes the shared tool away from anybody.
 TEST_F(Navigation, EveryPairOfMovesAndWhatTheyLeave) {
     for (const char cFirst : {'A', 'B', 'P', 'Q'})
         for (const char cSecond : {'A', 'B', 'P', 'Q'})
@@ -97,7 +97,7 @@ TEST_F(Navigation, WhoeverLeavesTakesTheSharedToolAway) {
     Move('P');
     EXPECT_EQ(Attached(), "P:AP");
     m_oApplication.Windows()->Windows()->Item("keyP")->Terminate();
-    EXPECT_EQ(Attached(), ":A") << "the item is attached still, and gets the tool back when it is chosen anew";
+    EXPECT_EQ(Attached(), ":A") << "the item is attached still, and gets the tool back when it is selected again";
     Move('B');
     EXPECT_EQ(Attached(), "B:B");
 }

@@ -5,13 +5,13 @@
 #include "corvane/services/ServiceBase.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
-#include "tests/explorer/ExplorerRoom.h"
+#include "tests/explorer/ExplorerTest.h"
 #include "tests/support/RecordingUtilities.h"
 
 namespace corvane::testing {
 namespace {
 
-class Tree : public ExplorerRoom {
+class Tree : public ExplorerTest {
 protected:
     [[nodiscard]] static Ref<ActionItem> Navigation() {
         return CorvaneMain::Framework()->Service().As<IActionsProvider>()->ActionItems()->Item("Navigation");
@@ -28,7 +28,7 @@ TEST_F(Tree, EachItemIsInitializedAnnouncedAndThenShown) {
     Start();
     std::vector<Long> aNodesThere;
     const auto oAdd = m_oApplication.Explorer()->onAdd.Subscribe([&](const Ref<Object>&) {
-        aNodesThere.push_back(ExplorerRoom::Tree(0)->GetNodes()->Count() + ExplorerRoom::Tree(1)->GetNodes()->Count());
+        aNodesThere.push_back(ExplorerTest::Tree(0)->GetNodes()->Count() + ExplorerTest::Tree(1)->GetNodes()->Count());
     });
     EXPECT_EQ(After("populate"),
               (Lines{"E.Root#1 Initialize", "Explorer onAdd(E.Root#1)", "E.Root#1 OnDisplayName(Root)",
@@ -39,10 +39,10 @@ TEST_F(Tree, EachItemIsInitializedAnnouncedAndThenShown) {
     EXPECT_EQ(aNodesThere, (std::vector<Long>{0, 1, 2, 3, 4}));
     EXPECT_EQ(m_oApplication.Nodes(0), (Lines{"Root", " Leaf.a", " Leaf.b"}));
     EXPECT_EQ(m_oApplication.Nodes(1), (Lines{"Other", " Fixed.x"}));
-    const Ref<Node> nodRoot = ExplorerRoom::Tree(0)->GetNodes()->Item("Root");
+    const Ref<Node> nodRoot = ExplorerTest::Tree(0)->GetNodes()->Item("Root");
     EXPECT_EQ(nodRoot->Image(), "Root");
     EXPECT_TRUE(nodRoot->Expanded());
-    EXPECT_EQ(ExplorerRoom::Tree(0)->GetNodes()->Item("Leaf.a")->Image(), "");
+    EXPECT_EQ(ExplorerTest::Tree(0)->GetNodes()->Item("Leaf.a")->Image(), "");
     EXPECT_EQ(m_oApplication.TakeLog(), Lines());
 }
 
@@ -54,9 +54,9 @@ TEST_F(Tree, TabsStandByPosition) {
     EXPECT_EQ(oTabs->Tab(), 0);
     EXPECT_EQ(oTabs->CaptionOf(0), "Root");
     EXPECT_EQ(oTabs->CaptionOf(1), "Other");
-    EXPECT_EQ(m_oApplication.Explorer()->TreeView(), ExplorerRoom::Tree(0));
+    EXPECT_EQ(m_oApplication.Explorer()->TreeView(), ExplorerTest::Tree(0));
     m_oApplication.Take("tab 1");
-    EXPECT_EQ(m_oApplication.Explorer()->TreeView(), ExplorerRoom::Tree(1));
+    EXPECT_EQ(m_oApplication.Explorer()->TreeView(), ExplorerTest::Tree(1));
     const auto& aImages = m_oApplication.Host().Images()->ListImages();
     ASSERT_EQ(aImages.size(), 2U);
     EXPECT_EQ(aImages[0].sKey, "GenericExplorerItem");
@@ -147,13 +147,13 @@ TEST_F(Tree, ADefaultActionIsFiredThoughDisabledAndMustExist) {
 TEST_F(Tree, TreesFollowTheTabStripAboveAHeight) {
     Start();
     m_oApplication.Take("resize 1000 350");
-    EXPECT_EQ(ExplorerRoom::Tree(0)->Width(), 1000);
-    EXPECT_EQ(ExplorerRoom::Tree(1)->Width(), 1000);
-    EXPECT_EQ(ExplorerRoom::Tree(0)->Height(), -1); // untouched
+    EXPECT_EQ(ExplorerTest::Tree(0)->Width(), 1000);
+    EXPECT_EQ(ExplorerTest::Tree(1)->Width(), 1000);
+    EXPECT_EQ(ExplorerTest::Tree(0)->Height(), -1); // untouched
     m_oApplication.Take("resize 900 351\nresize 800 20");
-    EXPECT_EQ(ExplorerRoom::Tree(1)->Width(), 800);
-    EXPECT_EQ(ExplorerRoom::Tree(1)->Height(), 1);
-    EXPECT_EQ(ExplorerRoom::Tree(1)->Top(), 0);
+    EXPECT_EQ(ExplorerTest::Tree(1)->Width(), 800);
+    EXPECT_EQ(ExplorerTest::Tree(1)->Height(), 1);
+    EXPECT_EQ(ExplorerTest::Tree(1)->Top(), 0);
 }
 
 } // namespace

@@ -50,7 +50,7 @@ TEST_F(StepsTest, LeadThroughAWindow) {
     EXPECT_EQ(CallsOf("command w next").size(), 4U); // is asked whether it is valid, too
     EXPECT_EQ(CallsOf("page W 2"), Lines());
     EXPECT_EQ(m_application.Host().FirstFailure()->Number, FailureNumber::Subscript);
-    // Told, asked, saved, and gone.
+    // Reported, asked, saved, and gone.
     EXPECT_EQ(CallsOf("command W Finish"),
               (Lines{"P.One#1 CommandClick(1)", "P.Two#1 CommandClick(1)", "P.One#1 Validate(True)",
                      "P.Two#1 Validate(True)", "P.One#1 Validate(True)", "P.One#1 Save", "P.Two#1 Validate(True)",
@@ -61,7 +61,7 @@ TEST_F(StepsTest, LeadThroughAWindow) {
     EXPECT_EQ(m_application.OpenWindows(), Lines());
 }
 
-// A window without a key goes by a number of its own, which mustn't be one that somebody would choose.
+// A window without a key goes by a number of its own, which mustn't be one that a user would choose.
 TEST_F(StepsTest, OpenWindowsUnderNumbers) {
     m_application.Take("open W\nopen W 1\nopen W\nopen W 2\nopen W 3\nopen W 1\nexpect windows.count 5\n"
                        "expect windows.0.key null\nexpect windows.1.key 1\nexpect windows.4.key 3");
@@ -144,7 +144,7 @@ TEST_F(StepsTest, TellWhatIsOtherwiseThanExpected) {
                                                 "steps:4: error: expected status \"\xEF\xBF\xBDt\", but it is \"\""}));
 }
 
-// Whatever comes of it: the person has closed the application.
+// Whatever comes of it: the user has closed the application.
 TEST(Exit, HasBegunAlsoWhenAServiceFailsToEnd) {
     for (const char* step : {"exit", "click File.Leave"}) {
         Application application;

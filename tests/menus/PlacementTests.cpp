@@ -14,93 +14,46 @@
 namespace corvane::testing {
 namespace {
 
-const std::string sTitle = "MenuTitle", sItem = "MenuItem", sButton = "ToolbarItem";
-const std::string sBefore = "Separator=\"before\"", sAfter = "Separator=\"After\"";
-
 struct Placement {
     const char* sWhat;
-    std::vector<Entry> aFirst;  // of one service
-    std::vector<Entry> aSecond; // of another
-    const char* sMain;          // the menu bar
+    const char* sFirst;  // the entries of one service
+    const char* sSecond; // of another
+    const char* sMain;   // the menu bar
 };
 
 const Placement aPlacements[] = {
-    {"an entry without a title waits under a hidden one", {{sItem, "A", "File", "1"}}, {}, "File  (hidden)\n  A\n"},
-    {"a title of another service shows it", {{sItem, "A", "File", "1"}}, {{sTitle, "File", "", "10"}}, "File\n  A\n"},
-    {"a path of two parts stands below its first",
-     {{sTitle, "View", "", "1"}, {sItem, "A", "View.Bars", "1"}},
-     {},
+    {"an entry without a title waits under a hidden one", "item A File 1", "", "File  (hidden)\n  A\n"},
+    {"a title of another service shows it", "item A File 1", "title File - 10", "File\n  A\n"},
+    {"a path of two parts stands below its first", "title View - 1; item A View.Bars 1", "",
      "View\n  View.Bars  (hidden)\n    A\n"},
-    {"and so does a path of three",
-     {{sTitle, "View", "", "1"}, {sTitle, "Bars", "View", "1"}, {sItem, "A", "View.Bars.More", "1"}},
-     {},
+    {"and so does a path of three", "title View - 1; title Bars View 1; item A View.Bars.More 1", "",
      "View\n  Bars\n  View.Bars.More  (hidden)\n    A\n"},
     {"a title stays where an earlier entry has put it",
-     {{sTitle, "View", "", "5"},
-      {sItem, "B", "View", "0.5"},
-      {sTitle, "Bars", "View", "1"},
-      {sItem, "A", "View.Bars", "1"}},
-     {},
-     "View\n  Bars\n    A\n  B\n"},
+     "title View - 5; item B View 0.5; title Bars View 1; item A View.Bars 1", "", "View\n  Bars\n    A\n  B\n"},
     {"its leading separator, for want of a place, comes last",
-     {{sTitle, "View", "", "5"},
-      {sItem, "B", "View", "0.5"},
-      {sTitle, "Bars", "View", "1", sBefore},
-      {sItem, "A", "View.Bars", "1"}},
-     {},
+     "title View - 5; item B View 0.5; title Bars View 1 before; item A View.Bars 1", "",
      "View\n  Bars\n    A\n  B\n  --------\n"},
     {"its trailing separator follows it",
-     {{sTitle, "View", "", "5"},
-      {sItem, "B", "View", "0.5"},
-      {sTitle, "Bars", "View", "1", sAfter},
-      {sItem, "A", "View.Bars", "1"}},
-     {},
+     "title View - 5; item B View 0.5; title Bars View 1 After; item A View.Bars 1", "",
      "View\n  Bars\n    A\n  --------\n  B\n"},
     {"and a leading one stands one place too early",
-     {{sTitle, "View", "", "5"},
-      {sTitle, "X", "View", "0.5"},
-      {sTitle, "Y", "View", "0.6"},
-      {sTitle, "Bars", "View", "1", sBefore},
-      {sItem, "A", "View.X", "1"},
-      {sItem, "B", "View.Y", "1"},
-      {sItem, "C", "View.Bars", "1"}},
-     {},
-     "View\n  X\n    A\n  --------\n  Y\n    B\n  Bars\n    C\n"},
-    {"separators of neighbours are both there",
-     {{sTitle, "File", "", "1", sBefore}, {sItem, "A", "File", "1", sAfter}, {sItem, "B", "File", "2", sBefore}},
-     {},
+     "title View - 5; title X View 0.5; title Y View 0.6; title Bars View 1 before; item A View.X 1; item B View.Y 1; "
+     "item C View.Bars 1",
+     "", "View\n  X\n    A\n  --------\n  Y\n    B\n  Bars\n    C\n"},
+    {"separators of neighbours are both there", "title File - 1 before; item A File 1 After; item B File 2 before", "",
      "--------\nFile\n  A\n  --------\n  --------\n  B\n"},
     {"a shared entry leaves its trailing separator at the end, and no second entry",
-     {{sTitle, "File", "", "1"}, {sItem, "A", "File", "1"}, {sItem, "B", "File", "2"}},
-     {{sItem, "A", "File", "1", sAfter}},
-     "File\n  A\n  B\n  --------\n"},
-    {"another action at a position that is taken is nowhere",
-     {{sTitle, "File", "", "1"}, {sItem, "A", "File", "1.5"}},
-     {{sItem, "B", "File", "1.504"}, {sItem, "C", "File", "1.51"}},
-     "File\n  A\n  C\n"},
-    {"one action at two positions stands twice",
-     {{sTitle, "File", "", "1"}, {sItem, "A", "File", "1"}, {sItem, "A", "File", "2"}},
-     {},
+     "title File - 1; item A File 1; item B File 2", "item A File 1 After", "File\n  A\n  B\n  --------\n"},
+    {"another action at a position that is taken is nowhere", "title File - 1; item A File 1.5",
+     "item B File 1.504; item C File 1.51", "File\n  A\n  C\n"},
+    {"one action at two positions stands twice", "title File - 1; item A File 1; item A File 2", "",
      "File\n  A\n  A\n"},
     {"titles are rounded to whole numbers, and the second of one number comes last",
-     {{sTitle, "P", "", "1.4"}, {sTitle, "Q", "", "1.2"}, {sTitle, "R", "", "3"}},
-     {},
-     "P\nR\nQ\n"},
-    {"halves to the even number",
-     {{sTitle, "P", "", "2.5"}, {sTitle, "Q", "", "1.5"}, {sTitle, "R", "", "3"}, {sTitle, "S", "", "3.5"}},
-     {},
-     "P\nR\nS\nQ\n"},
+     "title P - 1.4; title Q - 1.2; title R - 3", "", "P\nR\nQ\n"},
+    {"halves to the even number", "title P - 2.5; title Q - 1.5; title R - 3; title S - 3.5", "", "P\nR\nS\nQ\n"},
     {"a path without a title comes after titles below 500 and before those above",
-     {{sTitle, "P", "", "499"},
-      {sItem, "A", "P", "1"},
-      {sTitle, "Q", "", "501"},
-      {sItem, "B", "Q", "1"},
-      {sItem, "C", "X", "1"}},
-     {},
-     "P\n  A\nQ\n  B\nX  (hidden)\n  C\n"},
-    {"the list of windows is last in the menu of that name",
-     {{sTitle, "Window", "", "1"}, {sItem, "A", "Window", "99"}},
-     {},
+     "title P - 499; item A P 1; title Q - 501; item B Q 1; item C X 1", "", "P\n  A\nQ\n  B\nX  (hidden)\n  C\n"},
+    {"the list of windows is last in the menu of that name", "title Window - 1; item A Window 99", "",
      "Window\n  A\n  (list of open windows)\n"},
 };
 
@@ -108,7 +61,8 @@ TEST(Placement, OfMenus) {
     for (const auto& oPlacement : aPlacements) {
         SCOPED_TRACE(oPlacement.sWhat);
         Application oApplication;
-        oApplication.AddService("One", Groups(oPlacement.aFirst)).AddService("Two", Groups(oPlacement.aSecond));
+        oApplication.AddService("One", Groups(Entries(oPlacement.sFirst)))
+            .AddService("Two", Groups(Entries(oPlacement.sSecond)));
         ASSERT_EQ(oApplication.Start(), 0);
         EXPECT_EQ(oApplication.BandText("Main"), oPlacement.sMain);
         EXPECT_EQ(oApplication.TakeLog(), Lines());
@@ -117,8 +71,8 @@ TEST(Placement, OfMenus) {
 
 struct Refusal {
     const char* sWhat;
-    std::vector<Entry> aFirst;
-    std::vector<Entry> aSecond;
+    const char* sFirst;
+    const char* sSecond;
     Long lNumber;
     Lines aProcedures; // of the menu manager, as they log
 };
@@ -126,25 +80,22 @@ struct Refusal {
 TEST(Placement, FailuresEndTheStart) {
     const Refusal aRefusals[] = {
         {"a position beyond the range",
-         {{sTitle, "File", "", "2148"}, {sItem, "A", "File", "1"}},
-         {},
+         "title File - 2148; item A File 1",
+         "",
          6,
          {"MenuPositionKey", "AddMenuItems", "Initialize"}},
-        {"two titles of one key",
-         {{sTitle, "File", "", "1"}},
-         {{sTitle, "FILE", "", "2"}},
-         457,
-         {"SetupMenuTitlePositions", "Initialize"}},
+        {"two titles of one key", "title File - 1", "title FILE - 2", 457, {"SetupMenuTitlePositions", "Initialize"}},
         {"a path whose first part is nowhere",
-         {{sItem, "A", "View.Bars", "1"}},
-         {},
+         "item A View.Bars 1",
+         "",
          91,
          {"CreatePlaceHolderMenuTitle", "AddMenuItem", "PrepareForDisplay", "Initialize"}},
     };
     for (const auto& oRefusal : aRefusals) {
         SCOPED_TRACE(oRefusal.sWhat);
         Application oApplication;
-        oApplication.AddService("One", Groups(oRefusal.aFirst)).AddService("Two", Groups(oRefusal.aSecond));
+        oApplication.AddService("One", Groups(Entries(oRefusal.sFirst)))
+            .AddService("Two", Groups(Entries(oRefusal.sSecond)));
         EXPECT_EQ(oApplication.Start(), oRefusal.lNumber);
         const std::string sNumber = " " + std::to_string(oRefusal.lNumber);
         Lines aLog;
@@ -157,11 +108,11 @@ TEST(Placement, FailuresEndTheStart) {
 
 TEST(Placement, ToolsAreHiddenUntilTheirProviderComes) {
     Application oApplication;
-    oApplication.AddService("One",
-                            "<Windows><Window Name=\"W\" Type=\"Window\" State=\"Normal\"><Page PageProgID=\"P\" "
-                            "IsOptional=\"0\" IsResizable=\"1\">" +
-                                Groups({{sTitle, "Page", "", "1"}, {sItem, "A", "Page", "1", "ShortCutKey=\"F5\""}}) +
-                                "</Page></Window></Windows>");
+    oApplication.AddService(
+        "One", "<Windows><Window Name=\"W\" Type=\"Window\" State=\"Normal\"><Page PageProgID=\"P\" "
+               "IsOptional=\"0\" IsResizable=\"1\">" +
+                   Groups({{"MenuTitle", "Page", "", "1"}, {"MenuItem", "A", "Page", "1", "ShortCutKey=\"F5\""}}) +
+                   "</Page></Window></Windows>");
     ASSERT_EQ(oApplication.Start(), 0);
     EXPECT_EQ(oApplication.BandText("Main"), "Page  (hidden)\n  A  [F5]  (hidden)\n");
     EXPECT_EQ(oApplication.MasterTool("Page")->ToolId(), 4);
@@ -173,24 +124,24 @@ TEST(Placement, ToolsAreHiddenUntilTheirProviderComes) {
 
 TEST(Toolbars, ButtonsStandByTextAndSharedOnesFirst) {
     struct Case {
-        std::vector<Entry> aEntries;
+        const char* sEntries;
         Lines aTools; // in order of their identifiers, which begin with 4
         std::string sStandard;
         std::string sMenu;
     };
     const Case aCases[] = {
-        {{{sButton, "B", "Std", "9"}, {sButton, "A", "Std", "10", sBefore}, {sButton, "C", "Alpha", "1"}},
+        {"button B Std 9; button A Std 10 before; button C Alpha 1",
          {"Tool.Alpha.C", "View.Toolbars", "View", "Toolbars.Alpha", "Tool.Std.A", "Toolbars.Std", "Tool.Std.B"},
          "Tool.Std.A Tool.Std.B",
          "Toolbars.Alpha Toolbars.Std"},
-        {{{sButton, "B", "Std", "9"}, {sButton, "C", "Alpha", "1"}, {sButton, "D", "std", "9"}},
+        {"button B Std 9; button C Alpha 1; button D std 9",
          {"Tool.std.D", "View.Toolbars", "View", "Toolbars.std", "Tool.Alpha.C", "Toolbars.Alpha", "Tool.Std.B"},
          "Tool.std.D Tool.Std.B",
          "Toolbars.std Toolbars.Alpha"},
     };
     for (const auto& oCase : aCases) {
         Application oApplication;
-        oApplication.AddService("One", Groups(oCase.aEntries));
+        oApplication.AddService("One", Groups(Entries(oCase.sEntries)));
         ASSERT_EQ(oApplication.Start(), 0);
         Long lId = 4;
         for (const auto& sTool : oCase.aTools)
@@ -202,10 +153,10 @@ TEST(Toolbars, ButtonsStandByTextAndSharedOnesFirst) {
 
 TEST(Toolbars, AButtonIsAnInstanceOfItsMenuEntry) {
     Application oApplication;
-    oApplication.AddService("One",
-                            Groups({{sItem, "Open", "File", "1"}, {sButton, "Open", "Std", "1", "Tip=\"Opens\""}},
-                                   "Description=\"All\" Image=\"open.bmp\" ImagePressed=\"OPEN.bmp\" "
-                                   "ImageDisabled=\"missing.bmp\""));
+    oApplication.AddService(
+        "One", Groups({{"MenuItem", "Open", "File", "1"}, {"ToolbarItem", "Open", "Std", "1", "Tip=\"Opens\""}},
+                      "Description=\"All\" Image=\"open.bmp\" ImagePressed=\"OPEN.bmp\" "
+                      "ImageDisabled=\"missing.bmp\""));
     ASSERT_EQ(oApplication.Start(), 0);
     EXPECT_EQ(oApplication.BandNames("Toolbars.Std"), "File.Open");
     const Ref<Tool> oButton = oApplication.Host().Bar()->Bands()->Item("Toolbars.Std")->Tools()->Item(0);
@@ -223,7 +174,7 @@ TEST(Toolbars, AButtonIsAnInstanceOfItsMenuEntry) {
 
 TEST(Toolbars, AreMadeShownAndHiddenByName) {
     Application oApplication;
-    oApplication.AddService("One", Groups({{sTitle, "View", "", "1"}}));
+    oApplication.AddService("One", Groups(Entries("title View - 1")));
     ASSERT_EQ(oApplication.Start(), 0);
     const auto oMenus = oApplication.Menus();
     const Ref<Band> oBand = oMenus->CreateToolbar("Extra");
@@ -232,7 +183,7 @@ TEST(Toolbars, AreMadeShownAndHiddenByName) {
     EXPECT_EQ(oItem->Name(), "Extra");
     oMenus->HideToolbar("extra");
     EXPECT_FALSE(oBand->Visible());
-    EXPECT_TRUE(oItem->Checked()); // the entry isn't told
+    EXPECT_TRUE(oItem->Checked()); // the entry isn't notified
     oMenus->ShowToolbar("extra");
     EXPECT_TRUE(oBand->Visible());
     EXPECT_EQ(NumberOf([&] { oMenus->ShowToolbar("None"); }), 5);
@@ -242,8 +193,6 @@ TEST(Toolbars, AreMadeShownAndHiddenByName) {
               "Toolbars.EXTRA"); // the bar has it all the same
 }
 
-const std::string sContext = "ContextMenuItem", sSub = "ContextMenuTitle";
-
 std::string ItemType(const std::string& sName, const std::vector<Entry>& aEntries) {
     return "<ExplorerItem Name=\"" + sName + "\" Type=\"Folder\" DefaultAction=\"MAIN\" ProgID=\"" + sName +
            ".Item\">" + Groups(aEntries) + "</ExplorerItem>";
@@ -252,31 +201,21 @@ std::string ItemType(const std::string& sName, const std::vector<Entry>& aEntrie
 TEST(ContextMenus, OrderAndDefaultMark) {
     struct Case {
         const char* sWhat;
-        std::vector<Entry> aEntries;
+        const char* sEntries;
         const char* sText; // a null pointer for no menu
     };
     const Case aCases[] = {
-        {"a title's order isn't a hundredfold",
-         {{sContext, "B", "", "3"}, {sContext, "A", "", "2"}, {sSub, "More", "", "40"}},
-         "More\nA\nB\n"},
-        {"the default action is marked",
-         {{sContext, "Main", "", "2"}, {sContext, "A", "", "1"}},
-         "A\nMain  (default)\n"},
-        {"a separator may come first",
-         {{sContext, "A", "", "1", sBefore}, {sContext, "B", "", "2", sAfter}},
-         "--------\nA\nB\n--------\n"},
-        {"a path chooses no band", {{sContext, "A", "Deep", "1"}}, "A\n"},
-        {"an action of the menu bar has its tool already",
-         {{sItem, "A", "File", "1"}, {sContext, "A", "", "1"}},
-         "A  (hidden)\n"},
-        {"entries of the menu bar make no context menu",
-         {{sItem, "A", "File", "1"}, {sButton, "B", "Std", "1"}},
-         nullptr},
+        {"a title's order isn't a hundredfold", "context B - 3; context A - 2; sub More - 40", "More\nA\nB\n"},
+        {"the default action is marked", "context Main - 2; context A - 1", "A\nMain  (default)\n"},
+        {"a separator may come first", "context A - 1 before; context B - 2 After", "--------\nA\nB\n--------\n"},
+        {"a path chooses no band", "context A Deep 1", "A\n"},
+        {"an action of the menu bar has its tool already", "item A File 1; context A - 1", "A  (hidden)\n"},
+        {"entries of the menu bar make no context menu", "item A File 1; button B Std 1", nullptr},
     };
     for (const auto& oCase : aCases) {
         SCOPED_TRACE(oCase.sWhat);
         Application oApplication;
-        oApplication.AddService("One", "<ExplorerItems>" + ItemType("T", oCase.aEntries) + "</ExplorerItems>");
+        oApplication.AddService("One", "<ExplorerItems>" + ItemType("T", Entries(oCase.sEntries)) + "</ExplorerItems>");
         ASSERT_EQ(oApplication.Start(), 0);
         if (oCase.sText)
             EXPECT_EQ(oApplication.BandText("Context.T"), oCase.sText);
@@ -289,8 +228,7 @@ TEST(ContextMenus, OrderAndDefaultMark) {
 
 TEST(ContextMenus, AddedEntries) {
     Application oApplication;
-    oApplication.AddService("One", "<ExplorerItems>" +
-                                       ItemType("T", {{sContext, "Z", "", "9"}, {sSub, "Sub", "", "1"}}) +
+    oApplication.AddService("One", "<ExplorerItems>" + ItemType("T", Entries("context Z - 9; sub Sub - 1")) +
                                        ItemType("Bare", {}) + "</ExplorerItems>");
     ASSERT_EQ(oApplication.Start(), 0);
     Ref<Object> oItem;

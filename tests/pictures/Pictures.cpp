@@ -246,7 +246,7 @@ private:
         ChooseNode("penguins.csv");
         m_application.Choose("Analysis.Histogram");
         Settle();
-        // A change in the window, as a person makes it.
+        // A change in the window, as a user makes it.
         for (auto* box : m_application.Window().findChildren<QComboBox*>())
             if (box->isVisible() && box->count() > 2 && box->window() == &m_application.Window())
                 box->setCurrentIndex(box->currentIndex() == 0 ? 1 : 0);

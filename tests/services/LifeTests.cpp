@@ -77,19 +77,6 @@ TEST(Life, AStartWithoutEndIsToldOfWhileThereIsStack) {
     EXPECT_EQ(aLog.back(), "Framework.Start 28");
 }
 
-TEST(Life, TheFirstFailureEndsTheTermination) {
-    Application oApplication;
-    oApplication.SetStandIns(R"({"objects": {"A.Service": {"fail": {"Terminate": {"number": 78}}}}})");
-    oApplication.AddService("A").AddService("B");
-    ASSERT_EQ(oApplication.Start(), 0);
-    (void)oApplication.TakeCalls();
-    oApplication.Take("exit");
-    EXPECT_EQ(oApplication.TakeCalls(), Lines{"A.Service#1 Terminate"});
-    EXPECT_EQ(oApplication.TakeLog(), (Lines{"ServiceBase.IService_Terminate 78", "ServiceManager.Terminate 78"}));
-    ASSERT_TRUE(oApplication.Host().FirstFailure());
-    EXPECT_EQ(oApplication.Host().FirstFailure()->Number, 78);
-}
-
 TEST(Life, AHostEndsTheRestAfterAFailure) {
     Application oApplication;
     oApplication.SetStandIns(R"({"objects": {"A.Service": {"fail": {"Terminate": {"number": 78}}},
@@ -98,8 +85,8 @@ TEST(Life, AHostEndsTheRestAfterAFailure) {
     ASSERT_EQ(oApplication.Start(), 0);
     (void)oApplication.TakeCalls();
     const auto frmMain = oApplication.Host().MainForm();
-    EXPECT_EQ(NumberOf([&] { frmMain->Unload(); }), 78);
-    (void)oApplication.TakeLog();
+    EXPECT_EQ(NumberOf([&] { frmMain->Unload(); }), 78); // the first failure ends the termination
+    EXPECT_EQ(oApplication.TakeLog(), (Lines{"ServiceBase.IService_Terminate 78", "ServiceManager.Terminate 78"}));
     const auto oFramework = CorvaneMain::Framework();
     oFramework->EndAfterFailure();
     EXPECT_EQ(oApplication.TakeCalls(),

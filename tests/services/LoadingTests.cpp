@@ -226,7 +226,7 @@ TEST(Loading, FailuresThatStopStartUp) {
         EXPECT_EQ(oApplication.Start(), oCase.lNumber);
         EXPECT_EQ(oApplication.TakeLog(), oCase.aLog);
         EXPECT_EQ(oApplication.Host().Bar()->Bands()->Find("Main").Get(), nullptr); // nothing was built
-        EXPECT_EQ(oApplication.TakeCalls(), Lines());                               // and nobody started
+        EXPECT_EQ(oApplication.TakeCalls(), Lines());                               // and no one started
     }
 }
 

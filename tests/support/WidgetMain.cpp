@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-// The main of tests that draw widgets, on a screen that nobody sees.
+// The main of tests that draw widgets, on a screen that no one sees.
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);

@@ -1,5 +1,4 @@
 // The end of windows: from the form, from code, from CloseAll, and refused.
-#include "corvane/author/Host.h"
 #include "corvane/windows/IWindowExitHandler.h"
 #include "tests/windows/WindowsTest.h"
 
@@ -14,7 +13,7 @@ using testing::WindowsTest;
 class ExitHandler final : public IWindowExitHandler {
 public:
     explicit ExitHandler(Ref<Heard> oHeard) : m_oHeard(std::move(oHeard)) {}
-    // What the window still knows is part of what is told.
+    // What the window still knows is part of what is reported.
     void OnExit(const Ref<Window>& oWindow, bool bWasCancelled) override {
         m_oHeard->Add(std::string("exit(") + (bWasCancelled ? "cancelled" : "done") +
                       (oWindow->WasWindowCancelled() == bWasCancelled ? "" : "?") +
@@ -46,11 +45,8 @@ TEST_F(WindowsTest, TheExitHandlerHearsWhatTheFormTells) {
     for (const auto& oCase : aCases) {
         m_oFactory->oHabits.eExit = oCase.eExit;
         m_oFactory->oHabits.bCancelled = oCase.bCancelled;
-        const auto oWindow = Manager().OpenWindow(
-            "Edit", m_oContext, New<ExitHandler>(m_oHeard), WindowShowModeConstants::cvDefinitionDefault,
-            WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
-            WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
-            ShowApplyCommandConstants::cvDefinitionDefault, "k", true);
+        const auto oWindow =
+            OpenWindow("Edit", m_oContext, {.key = "k", .hidden = true, .exit = New<ExitHandler>(m_oHeard)});
         EXPECT_TRUE(oWindow->WasWindowCancelled()); // until it has ended
         m_oHeard->Take();
         LastForm().Unload();

@@ -209,11 +209,7 @@ TEST_F(WindowsTest, WindowsArePlacedAndShownByTheirKind) {
 TEST_F(WindowsTest, ADeferredWindowComesWithTheTimersTick) {
     Define("Edit", "IsMDIChild='false' IsModal='true'");
     const auto Open = [this](bool bHide) {
-        const auto oWindow = Manager().OpenWindow(
-            "Edit", m_oContext, nullptr, WindowShowModeConstants::cvDefinitionDefault,
-            WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
-            WindowTypeConstants::cvDefinitionDefault, BusinessContextTypeConstants::cvDefinitionDefault,
-            ShowApplyCommandConstants::cvDefinitionDefault, "", bHide, true);
+        const auto oWindow = OpenWindow("Edit", m_oContext, {.hidden = bHide, .later = true});
         m_oHeard->Take();
         return oWindow;
     };

@@ -135,10 +135,10 @@ TEST_F(WindowsTest, ValidityFlowsFromThePageToTheForm) {
     OpenHidden("Edit");
     const auto oBase = LastForm().aPages.front()->oBase;
     bool bValid = false;
-    EXPECT_TRUE(oBase->IsValid()); // nobody says otherwise
+    EXPECT_TRUE(oBase->IsValid()); // no one says otherwise
     m_oHeard->Take();
     const auto oValidate = oBase->ValidateEvent.Subscribe([&](bool& bIsValid) {
-        EXPECT_TRUE(bIsValid); // anew each time
+        EXPECT_TRUE(bIsValid); // again each time
         bIsValid = bValid;
     });
     oBase->ValidityChanged();

@@ -72,7 +72,7 @@ TEST_F(MinWindowSizeTest, TheFirstCloseRequestOnlyTakesTheHookAway) {
     EXPECT_EQ(MinimumOf(a), "0x0 7");
     EXPECT_EQ(MinimumOf(b), "20x20 8");
     EXPECT_EQ(Send(a, WindowMessage::Close), 7);
-    // Whoever still calls the hook for a window without one gets 0 in silence, beside other hooks and without any.
+    // A caller of the hook for a window without one gets 0 in silence, beside other hooks and without any.
     for (const Long uMsg : {WindowMessage::Close, WindowMessage::GetMinMaxInfo, Long{0x5}}) {
         MinMaxInfo oInfo;
         EXPECT_EQ(m_oMessages->CallWindowProc(lHook, a, uMsg, 0, reinterpret_cast<std::intptr_t>(&oInfo)), 0);

@@ -5,7 +5,7 @@
 namespace corvane::testing {
 
 TestForm::TestForm(MdiForm* frmMain, bool bMDIChild, Ref<Heard> oHeard, FormHabits oFormHabits)
-    : Form(frmMain, bMDIChild), oHabits(oFormHabits), m_oHeard(std::move(oHeard)) {
+    : Form(frmMain, bMDIChild), FormlessWindow(std::move(oHeard)), oHabits(oFormHabits) {
     // Before the window's own subscription, so that the pages go first.
     m_aSubscriptions.push_back(OnUnload.Subscribe([this](bool& bRefused) { BeforeUnload(bRefused); }));
     m_aSubscriptions.push_back(Changed.Subscribe([this](Change eChange) { OnFormChanged(eChange); }));
@@ -79,32 +79,10 @@ void TestForm::ExitWindow() {
         oController->ExitWindow(oHabits.bCancelled);
 }
 
-namespace {
-
-// The contract without a form.
-class NoForm final : public IWindowForm {
-public:
-    void Initialize(const Ref<IWindowFormController>& /*oController*/, bool /*bApply*/) override {}
-    Long MinWindowWidth(Long lPageWidth) override { return lPageWidth; }
-    Long MinWindowHeight(Long lPageHeight) override { return lPageHeight; }
-    Long NonPageWidth() override { return 0; }
-    Long NonPageHeight() override { return 0; }
-    Long ActivePageIndex() override { return 0; }
-    void SetActivePageIndex(Long /*lIndex*/) override {}
-    bool IsCommandEnabled(StandardCommandConstants /*eCommand*/) override { return false; }
-    void SetIsCommandEnabled(StandardCommandConstants /*eCommand*/, bool /*bEnabled*/) override {}
-    void ClickCommand(StandardCommandConstants /*eCommand*/) override {}
-    void PageValidityChanged(const Ref<IPage>& /*oPage*/) override {}
-    bool CanBeSaved() override { return false; }
-    void Save() override {}
-};
-
-} // namespace
-
 Ref<IWindowForm> TestFactory::NewWindowForm(WindowTypeConstants eWindowType, bool bIsMDIChild) {
     m_oHeard->Add("new(" + std::to_string(static_cast<Long>(eWindowType)) + (bIsMDIChild ? ",mdi)" : ")"));
     if (bMakesNoForm)
-        return New<NoForm>();
+        return New<FormlessWindow>(m_oHeard);
     return aForms.emplace_back(New<TestForm>(m_frmMain, bIsMDIChild, m_oHeard, oHabits));
 }
 
@@ -159,11 +137,7 @@ void WindowsTest::Define(const std::string& sName, const std::string& sAttribute
 }
 
 Ref<Window> WindowsTest::OpenHidden(const std::string& sName, const std::string& sKey) {
-    return Manager().OpenWindow(sName, m_oContext, nullptr, WindowShowModeConstants::cvDefinitionDefault,
-                                WindowStateConstants::cvDefinitionDefault, MDIWindowTypeConstants::cvDefinitionDefault,
-                                WindowTypeConstants::cvDefinitionDefault,
-                                BusinessContextTypeConstants::cvDefinitionDefault,
-                                ShowApplyCommandConstants::cvDefinitionDefault, sKey, true);
+    return OpenWindow(sName, m_oContext, {.key = sKey, .hidden = true});
 }
 
 std::string WindowsTest::NameOf(const Ref<Object>& oPageObj) const {

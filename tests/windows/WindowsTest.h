@@ -3,6 +3,7 @@
 
 #include "adapters/messages/WindowMessages.h"
 #include "adapters/xml/XmlService.h"
+#include "corvane/author/Host.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Library.h"
@@ -115,12 +116,11 @@ struct FormHabits {
     bool bReportsDeactivate = true;
 };
 
-// A window form that adds 100 to a page's width and 200 to its height. Its pages are named after their definitions.
-class TestForm final : public Form, public IWindowForm {
+// The contract without a form: it adds 100 to a page's width and 200 to its height.
+class FormlessWindow : public IWindowForm {
 public:
-    TestForm(MdiForm* frmMain, bool bMDIChild, Ref<Heard> oHeard, FormHabits oFormHabits);
-
-    void Initialize(const Ref<IWindowFormController>& oWindowFormController, bool bIsApplyCommandShown) override;
+    explicit FormlessWindow(Ref<Heard> oHeard) : m_oHeard(std::move(oHeard)) {}
+    void Initialize(const Ref<IWindowFormController>& /*oController*/, bool /*bApply*/) override {}
     Long MinWindowWidth(Long lPageWidth) override {
         m_oHeard->Add("width(" + std::to_string(lPageWidth) + ")");
         return lPageWidth + 100;
@@ -139,8 +139,6 @@ public:
     }
     void ClickCommand(StandardCommandConstants eCommand) override {
         m_oHeard->Add("click(" + std::to_string(static_cast<Long>(eCommand)) + ")");
-        if (eCommand == StandardCommandConstants::cvCancel)
-            Unload();
     }
     void PageValidityChanged(const Ref<IPage>& oPage) override {
         m_oHeard->Add(oPage->IsValid() ? "valid" : "invalid");
@@ -148,7 +146,27 @@ public:
     bool CanBeSaved() override { return true; }
     void Save() override { m_oHeard->Add("save"); }
 
-    // What a form that never told its end owes its window.
+protected:
+    Ref<Heard> m_oHeard;
+    Long m_lIndex = 0;
+
+private:
+    StandardCommandConstants m_eEnabled = StandardCommandConstants::cvOK;
+};
+
+// A window form whose pages are named after their definitions.
+class TestForm final : public Form, public FormlessWindow {
+public:
+    TestForm(MdiForm* frmMain, bool bMDIChild, Ref<Heard> oHeard, FormHabits oFormHabits);
+
+    void Initialize(const Ref<IWindowFormController>& oWindowFormController, bool bIsApplyCommandShown) override;
+    void ClickCommand(StandardCommandConstants eCommand) override {
+        FormlessWindow::ClickCommand(eCommand);
+        if (eCommand == StandardCommandConstants::cvCancel)
+            Unload();
+    }
+
+    // What a form that never reported its end owes its window.
     void ExitWindow();
 
     FormHabits oHabits;
@@ -158,10 +176,7 @@ private:
     void BeforeUnload(bool& bRefused);
     void OnFormChanged(Change eChange);
 
-    Ref<Heard> m_oHeard;
     Ref<IWindowFormController> m_oController;
-    Long m_lIndex = 0;
-    StandardCommandConstants m_eEnabled = StandardCommandConstants::cvOK;
     std::vector<Subscription> m_aSubscriptions;
 };
 

@@ -60,7 +60,7 @@ TEST_P(ClosingOfAWindow, AsksFirstAndThenTakesThePagesTheFormAndTheWindow) {
     EXPECT_TRUE(m_application->Window().isVisible());
     EXPECT_EQ(m_heard->Take(), "");
     if (!GetParam().wholeApplication) {
-        EXPECT_FALSE(m_application->MainForm()->ActiveForm()) << "whoever asks in the same turn asks in vain";
+        EXPECT_FALSE(m_application->MainForm()->ActiveForm()) << "a caller that asks in the same turn asks in vain";
     }
     Turn();
     EXPECT_TRUE(m_application->MainForm()->ActiveForm());
@@ -110,16 +110,16 @@ TEST_F(HostRoom, ModalWindowHoldsItsCallerAndADeferredOneComesFromTheEventLoop) 
     Start();
     for (const bool async : {false, true}) {
         std::string inside;
-        QTimer person;
-        QObject::connect(&person, &QTimer::timeout, [&] {
+        QTimer user;
+        QObject::connect(&user, &QTimer::timeout, [&] {
             if (!m_application->IsModalFormOpen() || QApplication::activeModalWidget() != LastForm()->Frame())
                 return;
-            person.stop();
+            user.stop();
             EXPECT_FALSE(m_application->Choose("Window.CloseAll"));
             inside = m_heard->Take();
             LastForm()->ClickCommand(Command::cvOK);
         });
-        person.start(5);
+        user.start(5);
         const auto window = Open("M", {}, false, async);
         EXPECT_EQ(m_heard->Take(), async ? "A.Initialize" : "A.Click1 A.Deactivate A.Terminate exit(done)");
         while (async && window->WasWindowCancelled() && LastForm()->IsLoaded())

@@ -44,7 +44,7 @@ public:
     QWidget* FirstFocus() override;
     bool IsChanged() override { return m_text != "old"; }
 
-    void Enter(const std::string& text); // as a person does
+    void Enter(const std::string& text); // as a user does
     [[nodiscard]] const Ref<PageBase>& Base() const { return m_base; }
     std::string failsIn;
 

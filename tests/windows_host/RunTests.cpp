@@ -1,4 +1,4 @@
-// Runs that nobody watches go on while a modal window is open, and end.
+// Runs that no one watches go on while a modal window is open, and end.
 #include "desktop/application/UnwatchedRun.h"
 #include "tests/windows_host/HostRoom.h"
 

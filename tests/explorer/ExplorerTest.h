@@ -9,7 +9,7 @@
 
 namespace corvane::testing {
 
-class ExplorerRoom : public ::testing::Test {
+class ExplorerTest : public ::testing::Test {
 protected:
     static constexpr const char* sItems = R"(<ExplorerItems>
         <ExplorerItem Name="Other" Type="Folder" ProgID="E.Other" PositionOrder="2"/>
@@ -35,7 +35,7 @@ protected:
         "E.Folder": {"name": "Other"},
         "E.New": {"name": "n"}}})";
 
-    // Anew, without populating.
+    // Again, without populating.
     void Start(const std::string& sContent = sItems, const std::string& sObjects = sStandIns) {
         m_aSubscriptions.clear();
         m_oApplication.Stop();
@@ -55,7 +55,7 @@ protected:
         m_oApplication.Take("populate");
         (void)m_oApplication.TakeCalls();
     }
-    // What the explorer's events and the items have heard; the navigation hears each event before this room does.
+    // What the explorer's events and the items have heard; the navigation hears each event before this fixture does.
     Lines After(const std::string& sSteps) {
         m_oApplication.Take(sSteps);
         return m_oApplication.TakeCalls();
