@@ -1,6 +1,7 @@
 // Values by name, in order of insertion, which services fill. Names compare without regard to case.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/KeyedCollection.h"
 #include "corvane/base/Variant.h"
 
@@ -10,7 +11,7 @@
 
 namespace corvane {
 
-class __attribute__((visibility("default"))) Dictionary final : public virtual Object {
+class __attribute__((visibility("default"))) Dictionary final : public Automation<Dictionary> {
 public:
     // Fails with 457 when the name is present.
     void Add(std::string_view sName, Variant vValue);
@@ -23,6 +24,13 @@ public:
     [[nodiscard]] Long Count() const { return m_colEntries->Count(); }
     // In order of insertion, as they were first written.
     [[nodiscard]] std::vector<std::string> Keys() const;
+    // One of those, from 1. Fails with 5 outside.
+    [[nodiscard]] std::string KeyAt(Long lIndex) const { return m_colEntries->KeyAt(lIndex); }
+
+    static constexpr auto Members =
+        MemberTable(Method("Add", &Dictionary::Add), Method("Set", &Dictionary::Set), Method("Item", &Dictionary::Item),
+                    Method("Remove", &Dictionary::Remove), Method("Exists", &Dictionary::Exists),
+                    Property("Count", &Dictionary::Count), Method("KeyAt", &Dictionary::KeyAt));
 
 private:
     struct Entry final : virtual Object {

@@ -5,12 +5,14 @@
 #include "corvane/base/Ref.h"
 #include "corvane/base/SharedText.h"
 #include "corvane/base/TextIndex.h"
+#include "corvane/base/Variant.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace corvane {
@@ -19,12 +21,30 @@ namespace corvane {
 [[noreturn, gnu::visibility("default")]] void FailNoSuchKey(std::string_view sKey);
 [[noreturn, gnu::visibility("default")]] void FailNoSuchIndex(long long nIndex, long long nCount);
 
+// What of a collection can be called by name, whatever its elements are: "Count", "Item" by key or index, "HasKey" and
+// "KeyAt".
+class __attribute__((visibility("default"))) CollectionByName : public virtual Object {
+public:
+    Variant Invoke(std::string_view sName, std::span<const Variant> aArguments) override;
+    [[nodiscard]] std::vector<MemberInfo> MembersByName() const override;
+    [[nodiscard]] bool HasMember(std::string_view sName) const override;
+
+    std::string_view TypeName() const override { return "KeyedCollection"; }
+
+private:
+    [[nodiscard]] virtual Variant NamedItem(std::string_view sKey) const = 0;
+    [[nodiscard]] virtual Variant ItemAt(Long lIndex) const = 0;
+    [[nodiscard]] virtual bool IsKey(std::string_view sKey) const = 0;
+    [[nodiscard]] virtual std::string KeyOf(Long lIndex) const = 0;
+    [[nodiscard]] virtual Long Size() const = 0;
+};
+
 // T is Ref of something or a value type. Look-up by key is one hash look-up, or a look at each key while there are a
 // few elements only, which then need no index: there are several collections for every definition. Iteration goes in
 // order of insertion, and elements may be added and removed meanwhile: what is added is still reached, what is removed
 // is passed over.
 template <class T>
-class __attribute__((visibility("default"))) KeyedCollection final : public virtual Object {
+class __attribute__((visibility("default"))) KeyedCollection final : public CollectionByName {
     struct Slot {
         T oValue{};
         SharedText sKey;
@@ -103,6 +123,21 @@ public:
     [[nodiscard]] End end() const { return {}; }
 
 private:
+    // Values that don't travel by name are read as nothing.
+    [[nodiscard]] static Variant AsVariant(const T& oValue) {
+        if constexpr (std::is_constructible_v<Variant, const T&>)
+            return Variant(oValue);
+        else
+            return {};
+    }
+    [[nodiscard]] Variant NamedItem(std::string_view sKey) const override {
+        return AsVariant(m_aSlots[SlotOf(sKey)].oValue);
+    }
+    [[nodiscard]] Variant ItemAt(Long lIndex) const override { return AsVariant(m_aSlots[SlotAt(lIndex)].oValue); }
+    [[nodiscard]] bool IsKey(std::string_view sKey) const override { return HasKey(sKey); }
+    [[nodiscard]] std::string KeyOf(Long lIndex) const override { return KeyAt(lIndex); }
+    [[nodiscard]] Long Size() const override { return Count(); }
+
     [[nodiscard]] auto KeyOfPlace() const {
         return [this](Place iPlace) -> std::string_view { return m_aSlots[iPlace].sKey.Get(); };
     }

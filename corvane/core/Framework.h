@@ -33,7 +33,8 @@ public:
     [[nodiscard]] Ref<corvane::ServiceManager> ServiceManager() const;
     [[nodiscard]] Ref<corvane::WindowManager> WindowManager() const;
     [[nodiscard]] Ref<corvane::NavigationManager> NavigationManager() const;
-    // The status line's text.
+    // The status line's text; empty before Initialize.
+    [[nodiscard]] std::string Status() const;
     void SetStatus(const std::string& sStatus);
 
     // By the host, once: reads the definitions, creates the services, builds menus, toolbars and explorer. The main
@@ -89,7 +90,8 @@ public:
     static constexpr const char* Unspecified = "[Unspecified]";
     static constexpr auto Members = MemberTable(
         Property("ServiceManager", &Framework::ServiceManager), Property("WindowManager", &Framework::WindowManager),
-        Property("NavigationManager", &Framework::NavigationManager), Method("Initialize", &Framework::Initialize),
+        Property("NavigationManager", &Framework::NavigationManager),
+        Property("Status", &Framework::Status, &Framework::SetStatus), Method("Initialize", &Framework::Initialize),
         Method("Start", &Framework::Start), Method("EnableStatusBar", &Framework::EnableStatusBar),
         Method("GetImage", &Framework::GetImage), Method("ViewToolbars", &Framework::ViewToolbars),
         Method("WindowAction", &Framework::WindowAction), Method("AppExit", &Framework::AppExit),

@@ -18,6 +18,10 @@ enum PrintMode : Long { Desktop = 0, MainForm = 1, ChildForm = 2 };
 
 } // namespace
 
+std::string Framework::Status() const {
+    return m_oStatusTool ? m_oStatusTool->Caption() : std::string();
+}
+
 void Framework::SetStatus(const std::string& sStatus) try {
     m_oStatusTool->SetCaption(sStatus);
     MainActiveBar()->Bands()->Item("StatusBar")->Refresh();

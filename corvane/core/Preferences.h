@@ -1,6 +1,7 @@
 // Settings of one user that a service keeps between runs, as texts. Not the preference pages, which are definitions.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/Variant.h"
 
 #include <string>
@@ -8,7 +9,7 @@
 namespace corvane {
 
 // Nothing is cached: every read and write goes to the store, so two objects of one service and category agree.
-class __attribute__((visibility("default"))) Preferences final : public virtual Object {
+class __attribute__((visibility("default"))) Preferences final : public Automation<Preferences> {
 public:
     // Both names are empty until then.
     void Initialize(const std::string& sService, const std::string& sCategoty = "Default");
@@ -22,6 +23,11 @@ public:
     void SetValue(const std::string& sName, const Variant& vValue);
 
     std::string_view TypeName() const override { return "Preferences"; }
+
+    static constexpr auto Members =
+        MemberTable(Method("Initialize", &Preferences::Initialize), Property("Service", &Preferences::Service),
+                    Property("Category", &Preferences::Category), Method("GetValue", &Preferences::GetValue),
+                    Method("SetValue", &Preferences::SetValue));
 
 private:
     std::string m_sService;

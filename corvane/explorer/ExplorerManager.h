@@ -2,6 +2,7 @@
 // which item is active. It doesn't know menus and windows and reports changes by six events.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/Event.h"
 #include "corvane/base/KeyedCollection.h"
 #include "corvane/platform/ObjectKeyProvider.h"
@@ -21,7 +22,7 @@ class ActionItem;
 class ExplorerItemDef;
 class IExplorerItem;
 
-class __attribute__((visibility("default"))) ExplorerManager final : public virtual Object {
+class __attribute__((visibility("default"))) ExplorerManager final : public Automation<ExplorerManager> {
 public:
     ExplorerManager();
     ~ExplorerManager() override;
@@ -61,6 +62,14 @@ public:
     [[nodiscard]] const Ref<corvane::TreeView>& TreeView() const { return m_tvwActiveTreeView; }
 
     std::string_view TypeName() const override { return "ExplorerManager"; }
+
+    static constexpr auto Members = MemberTable(
+        Method("Initialize", &ExplorerManager::Initialize), Method("Refresh", &ExplorerManager::Refresh),
+        Method("Show", &ExplorerManager::Show), Method("Hide", &ExplorerManager::Hide),
+        Method("Populate", &ExplorerManager::Populate), Method("Clear", &ExplorerManager::Clear),
+        Method("AddToExplorer", &ExplorerManager::AddToExplorer),
+        Method("DeleteFromExplorer", &ExplorerManager::DeleteFromExplorer),
+        Method("StartRename", &ExplorerManager::StartRename), Property("TreeView", &ExplorerManager::TreeView));
 
 private:
     [[nodiscard]] Ref<IExplorerItem> ActiveExplorerItem() const;

@@ -2,6 +2,7 @@
 // toolbars. It has no state: attachments are in the tools and action items.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/Event.h"
 #include "corvane/base/Ref.h"
 
@@ -18,7 +19,7 @@ class MenuManager;
 class PanelForm;
 class WindowManager;
 
-class __attribute__((visibility("default"))) NavigationManager final : public virtual Object {
+class __attribute__((visibility("default"))) NavigationManager final : public Automation<NavigationManager> {
 public:
     NavigationManager();
     ~NavigationManager() override;
@@ -33,6 +34,12 @@ public:
     void SetCaption(const std::string& sCaption);
 
     std::string_view TypeName() const override { return "NavigationManager"; }
+
+    static constexpr auto Members = MemberTable(Method("Initialize", &NavigationManager::Initialize),
+                                                Method("IsExplorerItemAlive", &NavigationManager::IsExplorerItemAlive),
+                                                Property("ExplorerManager", &NavigationManager::ExplorerManager),
+                                                Property("MenuManager", &NavigationManager::MenuManager),
+                                                Method("SetCaption", &NavigationManager::SetCaption));
 
 private:
     using Handler = void (NavigationManager::*)(const Ref<Object>&);

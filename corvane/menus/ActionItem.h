@@ -51,12 +51,17 @@ public:
 
     std::string_view TypeName() const override { return "ActionItem"; }
 
-    static constexpr auto Members = MemberTable(Property("Name", &ActionItem::Name, &ActionItem::SetName),
-                                                Property("Action", &ActionItem::Action, &ActionItem::SetAction),
-                                                Property("Checked", &ActionItem::Checked, &ActionItem::SetChecked),
-                                                Property("Enabled", &ActionItem::Enabled, &ActionItem::SetEnabled),
-                                                Property("Visible", &ActionItem::Visible, &ActionItem::SetVisible),
-                                                Method("OnAction", &ActionItem::OnAction));
+    static constexpr auto Members = MemberTable(
+        Property("Name", &ActionItem::Name, &ActionItem::SetName),
+        Property("Action", &ActionItem::Action, &ActionItem::SetAction),
+        Property("Checked", &ActionItem::Checked, &ActionItem::SetChecked),
+        Property("Enabled", &ActionItem::Enabled, &ActionItem::SetEnabled),
+        Property("Visible", &ActionItem::Visible, &ActionItem::SetVisible), Method("OnAction", &ActionItem::OnAction),
+        Method("Initialize", &ActionItem::Initialize), Method("SetCaption", &ActionItem::SetCaption),
+        Method("SetDescription", &ActionItem::SetDescription),
+        Property("Tool", &ActionItem::Tool, &ActionItem::SetTool),
+        Property("ActionItemDef", &ActionItem::ActionItemDef),
+        Property("ActionsProviderObj", &ActionItem::ActionsProviderObj));
 
 private:
     SharedText m_sName;

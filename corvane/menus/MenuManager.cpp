@@ -3,6 +3,7 @@
 #include "corvane/collections/SortedList.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/explorer/IExplorerItem.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/services/IService.h"
 #include "corvane/services/ServiceManager.h"

@@ -2,6 +2,7 @@
 // keeps them in step with the providers that are active.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/Event.h"
 #include "corvane/base/KeyedCollection.h"
 #include "corvane/menus/ActionItem.h"
@@ -22,7 +23,7 @@ class SortedList;
 
 // The whole structure is built once, hidden, before any provider exists; at run time tools only pass from provider to
 // provider. A provider is given in two forms: the object that owns the procedures, and its IActionsProvider view.
-class __attribute__((visibility("default"))) MenuManager final : public virtual Object {
+class __attribute__((visibility("default"))) MenuManager final : public Automation<MenuManager> {
 public:
     MenuManager();
     ~MenuManager() override;
@@ -86,6 +87,22 @@ public:
     [[nodiscard]] const Ref<ActionItemCollection>& ToolbarActionItems() const { return m_colToolbarActionItems; }
 
     std::string_view TypeName() const override { return "MenuManager"; }
+
+    static constexpr auto Members = MemberTable(
+        Method("Initialize", &MenuManager::Initialize), Property("ActiveBar", &MenuManager::ActiveBar),
+        Method("ShowToolbar", &MenuManager::ShowToolbar), Method("HideToolbar", &MenuManager::HideToolbar),
+        Method("OnActionsProviderAdd", &MenuManager::OnActionsProviderAdd),
+        Method("OnActionsProviderActive", &MenuManager::OnActionsProviderActive),
+        Method("OnActionsProviderInActive", &MenuManager::OnActionsProviderInActive),
+        Method("OnContextMenu", &MenuManager::OnContextMenu), Method("SetMenuCaption", &MenuManager::SetMenuCaption),
+        Method("SetActionDesctiption", &MenuManager::SetActionDesctiption), Method("AddMenu", &MenuManager::AddMenu),
+        Method("CreateToolbar", &MenuManager::CreateToolbar),
+        Method("AddContextMenuItem", &MenuManager::AddContextMenuItem),
+        Method("AddContextMenu", &MenuManager::AddContextMenu), Method("AddMenuItem", &MenuManager::AddMenuItem),
+        Method("AddToolbarItem", &MenuManager::AddToolbarItem), Method("Refresh", &MenuManager::Refresh),
+        Method("ApplyTool", &MenuManager::ApplyTool),
+        Method("OnActionsProviderRemove", &MenuManager::OnActionsProviderRemove),
+        Property("ToolbarActionItems", &MenuManager::ToolbarActionItems));
 
 private:
     void SetupContextMenu(const Ref<ExplorerItemDef>& oExplorerItemDef);

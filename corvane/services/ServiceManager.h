@@ -2,6 +2,7 @@
 // services.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/KeyedCollection.h"
 #include "corvane/base/Ref.h"
 #include "corvane/platform/IXmlService.h"
@@ -12,7 +13,7 @@
 
 namespace corvane {
 
-class __attribute__((visibility("default"))) ServiceManager final : public virtual Object {
+class __attribute__((visibility("default"))) ServiceManager final : public Automation<ServiceManager> {
 public:
     ServiceManager();
     ~ServiceManager() override;
@@ -46,6 +47,16 @@ public:
     void TerminateRest();
 
     std::string_view TypeName() const override { return "ServiceManager"; }
+
+    static constexpr auto Members = MemberTable(
+        Method("IsServiceAlive", &ServiceManager::IsServiceAlive),
+        Property("ServiceDefs", &ServiceManager::ServiceDefs),
+        Property("ExplorerItemDefs", &ServiceManager::ExplorerItemDefs),
+        Property("WindowDefs", &ServiceManager::WindowDefs),
+        Property("PreferencePageDefs", &ServiceManager::PreferencePageDefs),
+        Property("Services", &ServiceManager::Services), Property("StartService", &ServiceManager::StartService),
+        Method("Initialize", &ServiceManager::Initialize), Method("Terminate", &ServiceManager::Terminate),
+        Method("Start", &ServiceManager::Start));
 
 private:
     void LoadServices();

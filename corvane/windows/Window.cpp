@@ -9,6 +9,10 @@
 
 namespace corvane {
 
+// Here, where everything that the table of members names is complete.
+Window::Window() = default;
+Window::~Window() = default;
+
 void Window::Initialize(const Ref<IWindowController>& oWindowController, const Ref<corvane::WindowDef>& oWindowDef,
                         const Ref<IWindowForm>& oWindowForm, const std::string& sKey,
                         const Ref<Object>& oBusinessContext, const Ref<IWindowExitHandler>& oWindowExitHandler,

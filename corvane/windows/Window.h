@@ -2,6 +2,7 @@
 // handler. It holds no command logic; that is the form's.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/Event.h"
 #include "corvane/platform/controls/Form.h"
 #include "corvane/services/WindowDef.h"
@@ -15,8 +16,11 @@
 namespace corvane {
 
 // After ExitWindow the plain values still answer; what needs the form fails with 91.
-class __attribute__((visibility("default"))) Window final : public IWindowFormController {
+class __attribute__((visibility("default"))) Window final : public Automation<Window, IWindowFormController> {
 public:
+    Window();
+    ~Window() override;
+
     // Loads, initializes, sizes and places the form, without showing it. An empty key becomes the window's identity
     // number. Fails with 13 when the form isn't a Form; after the form's load a failure leaves the window registered.
     void Initialize(const Ref<IWindowController>& oWindowController, const Ref<corvane::WindowDef>& oWindowDef,
@@ -62,6 +66,22 @@ public:
     void PageDeactivate(const Ref<Object>& oPageObj) override;
 
     std::string_view TypeName() const override { return "Window"; }
+
+    static constexpr auto Members = MemberTable(
+        Method("Initialize", &Window::Initialize), Method("Terminate", &Window::Terminate),
+        Method("Show", &Window::Show), Method("Hide", &Window::Hide), Property("WindowDef", &Window::WindowDef),
+        Property("Key", &Window::Key), Property("BusinessContext", &Window::BusinessContext),
+        Property("IsModal", &Window::IsModal), Property("WindowType", &Window::WindowType),
+        Property("IsNewBusinessContext", &Window::IsNewBusinessContext),
+        Property("IsApplyCommandShown", &Window::IsApplyCommandShown),
+        Property("WindowState", &Window::WindowState, &Window::SetWindowState),
+        Property("IsMDIChild", &Window::IsMDIChild), Property("Caption", &Window::Caption, &Window::SetCaption),
+        Method("IsCommandEnabled", &Window::IsCommandEnabled),
+        Method("SetIsCommandEnabled", &Window::SetIsCommandEnabled), Method("ClickCommand", &Window::ClickCommand),
+        Property("ActivePageIndex", &Window::ActivePageIndex, &Window::SetActivePageIndex),
+        Method("PageValidityChanged", &Window::PageValidityChanged),
+        Property("WasWindowCancelled", &Window::WasWindowCancelled), Property("CanBeSaved", &Window::CanBeSaved),
+        Method("Save", &Window::Save));
 
 private:
     void SubscribeToForm();

@@ -2,6 +2,7 @@
 // windows and pages by its events and doesn't know commands.
 #pragma once
 
+#include "corvane/base/Automation.h"
 #include "corvane/base/Event.h"
 #include "corvane/base/KeyedCollection.h"
 #include "corvane/platform/controls/MdiForm.h"
@@ -15,7 +16,7 @@ namespace corvane {
 
 class Window;
 
-class __attribute__((visibility("default"))) WindowManager final : public IWindowController {
+class __attribute__((visibility("default"))) WindowManager final : public Automation<WindowManager, IWindowController> {
 public:
     WindowManager();
     ~WindowManager() override;
@@ -79,6 +80,14 @@ public:
     void ForgetPage(const Ref<Object>& oPageObj);
 
     std::string_view TypeName() const override { return "WindowManager"; }
+
+    static constexpr auto Members = MemberTable(
+        Method("Initialize", &WindowManager::Initialize), Method("IsPageAlive", &WindowManager::IsPageAlive),
+        Method("OpenWindow", &WindowManager::OpenWindow), Property("Windows", &WindowManager::Windows),
+        Property("ActiveWindow", &WindowManager::ActiveWindow, &WindowManager::SetActiveWindow),
+        Method("CloseAll", &WindowManager::CloseAll), Property("CommonDialog", &WindowManager::CommonDialog),
+        Property("MainForm", &WindowManager::MainForm),
+        Property("IsAppClosing", &WindowManager::IsAppClosing, &WindowManager::SetIsAppClosing));
 
 private:
     Ref<MdiForm> m_frmMain;
