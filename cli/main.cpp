@@ -42,6 +42,7 @@ int main(int argc, char** argv) {
     AddTranslate(app, run);
     AddPackage(app, run);
     AddLsp(app, run);
+    AddDescribe(app, run);
     if (const std::string first = argc > 1 ? argv[1] : ""; IsUnknown(app, first))
         return Exit::Usage;
     try {

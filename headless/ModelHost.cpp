@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <iostream>
 
 namespace corvane::inspect {
 
@@ -20,6 +21,15 @@ namespace {
 class NoPrinter final : public IScreenPrinter {
 public:
     void PrintWindow(Long /*mode*/, Long /*hwnd*/) override {}
+};
+
+// What services in processes say goes to the error stream, and they may take their time up to a limit.
+class ErrorStreamMonitor final : public LoggingMonitor {
+public:
+    using LoggingMonitor::LoggingMonitor;
+    void Said(std::string_view service, std::string_view line) override {
+        std::cerr << service << ": " << line << "\n";
+    }
 };
 
 std::shared_ptr<const StandInFile> StandInsOf(const std::string& applicationFolder) {
@@ -49,8 +59,9 @@ Platform ModelHost::MakePlatform(const HostOptions& options) {
         platform.oObjectFactory = New<StandInFactory>(m_record, standIns);
     } else {
         platform.oIniReader = New<IniReader>();
-        platform.oObjectFactory =
-            New<NamingFactory>(m_record, New<PluginFactory>(options.applicationFolder + "/plugins"));
+        auto plugins = New<PluginFactory>(options.applicationFolder + "/plugins");
+        plugins->Processes()->SetMonitor(New<ErrorStreamMonitor>(options.timeLimit));
+        platform.oObjectFactory = New<NamingFactory>(m_record, std::move(plugins));
     }
     m_formFactory = NewStandInFormFactory(
         m_mainForm.Get(), reportsDeactivate,

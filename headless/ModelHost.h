@@ -30,6 +30,8 @@ struct HostOptions {
     bool standIns = false;  // instead of plug-ins, as "standins.json" of the folder says, if there is one
     Ref<IXmlService> xml;   // instead of the real one, if given
     bool oneThread = false; // jobs do their work in this thread, one after another in order of their start
+    // Milliseconds that a service in a process of its own may let a call wait; 0 for no limit.
+    int timeLimit = 60'000;
 };
 
 class ModelHost {

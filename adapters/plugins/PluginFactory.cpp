@@ -85,10 +85,13 @@ std::string_view LibraryOf(std::string_view progID, const std::string& wanted) {
 
 PluginFactory::PluginFactory(std::string folder)
     // Absolute, for the system's loader searches other folders for a plain name.
-    : m_folder(std::filesystem::absolute(std::move(folder)).lexically_normal().string()) {}
+    : m_folder(std::filesystem::absolute(std::move(folder)).lexically_normal().string()),
+      m_processes(New<ProcessFactory>(m_folder)) {}
 
 std::string PluginFactory::PathOf(std::string_view library) const {
     const std::string path = JoinPath(m_folder, "lib" + std::string(library) + ".so");
+    if (const auto file = m_processes->FileOf(library))
+        return *file;
     return FindPath(path).value_or(path);
 }
 
@@ -98,6 +101,10 @@ std::vector<std::string> PluginFactory::Libraries() const {
         if (const std::string_view view = name;
             view.size() > 6 && EqualText(view.substr(0, 3), "lib") && EqualText(view.substr(view.size() - 3), ".so"))
             libraries.emplace_back(view.substr(3, view.size() - 6));
+    for (std::string& name : m_processes->Names())
+        libraries.push_back(std::move(name));
+    std::sort(libraries.begin(), libraries.end(),
+              [](const std::string& left, const std::string& right) { return CompareText(left, right) < 0; });
     return libraries;
 }
 
@@ -120,9 +127,22 @@ const PluginFactory::Library& PluginFactory::Load(std::string_view libraryName, 
     return m_libraries.emplace(std::string(libraryName), Library{path, table}).first->second;
 }
 
+// Which of two that bear the name is meant can't be known.
+bool PluginFactory::IsProcess(std::string_view library, const std::string& wanted) const {
+    const auto file = m_processes->FileOf(library);
+    const auto other = FindPath(JoinPath(m_folder, "lib" + std::string(library) + ".so"));
+    if (file && other)
+        FailCreation(wanted, "there are both the file " + Quoted(*file) + " and the file " + Quoted(*other) +
+                                 ". Remove one of them");
+    return file.has_value();
+}
+
 Ref<Object> PluginFactory::Create(std::string_view progID) {
     const std::string wanted = "an object of \"" + std::string(progID) + "\"";
-    const Library& library = Load(LibraryOf(progID, wanted), wanted);
+    const std::string_view name = LibraryOf(progID, wanted);
+    if (IsProcess(name, wanted))
+        return m_processes->Create(name, progID);
+    const Library& library = Load(name, wanted);
     const auto classes = ClassesOf(*library.table);
     const auto it = std::find_if(classes.begin(), classes.end(),
                                  [&](const PluginClass& pluginClass) { return EqualText(pluginClass.ProgID, progID); });
@@ -148,6 +168,11 @@ bool PluginFactory::HasClass(std::string_view progID) {
     if (!std::filesystem::exists(PathOf(libraryName), error))
         return false;
     try {
+        if (IsProcess(libraryName, {})) {
+            const Ref<Process> process = m_processes->ProcessOf(libraryName);
+            process->Need();
+            return process->FindClass(progID) != nullptr;
+        }
         const auto classes = ClassesOf(*Load(LibraryOf(progID, {}), {}).table);
         return std::any_of(classes.begin(), classes.end(),
                            [&](const PluginClass& pluginClass) { return EqualText(pluginClass.ProgID, progID); });
@@ -160,6 +185,13 @@ std::vector<PluginFactory::ClassInfo> PluginFactory::Classes(std::string_view li
     const std::string wanted = "objects of the library \"" + std::string(library) + "\"";
     LibraryOf(std::string(library) + ".*", wanted);
     std::vector<ClassInfo> classes;
+    if (IsProcess(library, wanted)) {
+        const Ref<Process> process = m_processes->ProcessOf(library);
+        process->Need();
+        for (const ProcessClass& known : process->Classes())
+            classes.push_back({known.progID, known.members, known.isService, known.isExplorerItem, known.isPage});
+        return classes;
+    }
     for (const PluginClass& pluginClass : ClassesOf(*Load(library, wanted).table))
         classes.push_back({pluginClass.ProgID, pluginClass.Members ? pluginClass.Members() : std::vector<MemberInfo>(),
                            pluginClass.IsService, pluginClass.IsExplorerItem, pluginClass.IsPage});

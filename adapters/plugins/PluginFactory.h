@@ -1,7 +1,8 @@
 // Objects from plug-ins: the ProgID "Library.Class" is a class of the shared library lib<Library>.so in the folder of
-// plug-ins. A library that has been loaded stays loaded.
+// plug-ins, or of the process that <Library>/plugin.json there describes. A library that has been loaded stays loaded.
 #pragma once
 
+#include "adapters/process/ProcessFactory.h"
 #include "corvane/base/Ref.h"
 #include "corvane/base/Text.h"
 #include "corvane/platform/IClassFinder.h"
@@ -35,9 +36,11 @@ public:
 
     // For tools. Fails with 429 as Create does.
     [[nodiscard]] std::vector<ClassInfo> Classes(std::string_view library);
+    // The processes of those plug-ins that have one.
+    [[nodiscard]] const Ref<ProcessFactory>& Processes() const { return m_processes; }
     // The names that can be in front of a ProgID's point, in order.
     [[nodiscard]] std::vector<std::string> Libraries() const;
-    // Where the library is, or would have to be.
+    // Where the library or the plugin.json is, or where the library would have to be.
     [[nodiscard]] std::string PathOf(std::string_view library) const;
 
 private:
@@ -48,7 +51,10 @@ private:
 
     const Library& Load(std::string_view libraryName, const std::string& wanted);
 
+    [[nodiscard]] bool IsProcess(std::string_view library, const std::string& wanted) const;
+
     std::string m_folder;
+    Ref<ProcessFactory> m_processes;
     std::unordered_map<std::string, Library, TextHash, TextEqual> m_libraries;
 };
 

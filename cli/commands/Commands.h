@@ -21,6 +21,7 @@ void AddPackage(CLI::App& app, Run& run);
 void AddArrange(CLI::App& app, Run& run);
 void AddLsp(CLI::App& app, Run& run);
 void AddExplain(CLI::App& app, Run& run);
+void AddDescribe(CLI::App& app, Run& run);
 void AddTranslate(CLI::App& app, Run& run);
 
 // Prints "WHAT: error: WHY" and gives the exit code of a failure.

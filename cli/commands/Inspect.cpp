@@ -17,6 +17,7 @@ struct InspectArguments {
     bool standIns = false;
     bool json = false;
     bool oneThread = false;
+    int seconds = 60;
 };
 
 int Inspect(const InspectArguments& arguments) {
@@ -29,7 +30,8 @@ int Inspect(const InspectArguments& arguments) {
             return Fails(arguments.steps, "the file can't be read");
         steps = ReadSteps(stream, arguments.steps);
     }
-    ModelHost host({application, arguments.standIns, nullptr, arguments.oneThread});
+    constexpr int milliseconds = 1000;
+    ModelHost host({application, arguments.standIns, nullptr, arguments.oneThread, arguments.seconds * milliseconds});
     DocumentOptions options;
     options.standIns = arguments.standIns;
     const bool started = host.Start();
@@ -64,6 +66,12 @@ void AddInspect(CLI::App& app, Run& run) {
     inspect->add_flag("--json", arguments->json, "Print one JSON document");
     inspect->add_flag("--one-thread", arguments->oneThread,
                       "Let jobs do their work one after another in one thread, each time in the same order");
+    inspect
+        ->add_option("--time-limit", arguments->seconds,
+                     "How long a service in a process of its own may let a call wait; 0 for ever")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0, 1000000))
+        ->capture_default_str();
     inspect->callback([arguments, &run] { run = [arguments] { return Inspect(*arguments); }; });
 }
 

@@ -48,8 +48,9 @@ Application::Application(const ApplicationOptions& options)
       m_translation(options.languages, m_platform.utilities->GetAppFolder("Services"),
                     [this](const std::string& text) { Note("Translation", text); }),
       m_messageBox(New<QtMessageBox>(options.withDialogs)), m_commonDialog(New<CommonDialog>(options.withDialogs)),
-      m_recorder(options.recorder), m_timers(New<QtTimers>([this](const std::function<void()>& act) { ByHost(act); })),
-      m_classes(options.classes), m_objects(options.objects) {
+      m_recorder(options.recorder), m_waiting(New<ProcessWaiting>(options.withDialogs)),
+      m_timers(New<QtTimers>([this](const std::function<void()>& act) { ByHost(act); })), m_classes(options.classes),
+      m_objects(options.objects) {
     if (m_recorder) {
         m_recorder->Follow({m_mainForm, m_activeBar, m_panelForm, [this] { return m_failures.Entry(); }});
         m_commonDialog->SetOnAnswer([recorder = m_recorder](const std::string& text) { recorder->Answer(text); });
@@ -57,6 +58,7 @@ Application::Application(const ApplicationOptions& options)
     m_failures.SetServicesFolder(QString::fromStdString(m_platform.utilities->GetAppFolder("Services")));
     m_failures.SetLogFile(m_platform.utilities->LogPath());
     m_platform.utilities->SetShow([this](const ShownFailure& shown) { m_failures.ShowReported(shown); });
+    m_platform.plugins->Processes()->SetMonitor(m_waiting);
     m_mainForm->AddMember("ActiveBar", m_activeBar);
     m_mainForm->AddMember("CommonDialog", m_commonDialog);
     m_mainForm->AddMember("ctlCVProgress", m_progress);
@@ -77,6 +79,7 @@ Application::Application(const ApplicationOptions& options)
     m_failures.SetParentWindow(m_window.get());
     m_messageBox->SetParentWindow(m_window.get());
     m_commonDialog->SetParentWindow(m_window.get());
+    m_waiting->SetParentWindow(m_window.get());
     SetUpWindowHost();
     m_windowHost->openForm = FormOpener(*m_windowHost, m_translation, m_platform.folder, options.isStub);
     m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));

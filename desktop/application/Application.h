@@ -20,6 +20,7 @@
 #include "desktop/service/HeldShell.h"
 #include "desktop/service/HostDefinitions.h"
 #include "desktop/service/HostService.h"
+#include "desktop/service/ProcessWaiting.h"
 #include "desktop/service/ProgressControl.h"
 #include "desktop/service/UnsavedWork.h"
 #include "desktop/translation/DefinitionTranslation.h"
@@ -153,6 +154,7 @@ private:
     Ref<QtMessageBox> m_messageBox;
     Ref<CommonDialog> m_commonDialog;
     std::shared_ptr<StepRecorder> m_recorder;
+    Ref<ProcessWaiting> m_waiting;
     Ref<ProgressControl> m_progress = New<ProgressControl>();
     Ref<QtTimers> m_timers;
     Ref<QtScreen> m_screen = New<QtScreen>();

@@ -1,9 +1,9 @@
 #include "desktop/service/ProgressControl.h"
 
+#include "desktop/service/OnlyPaint.h"
+
 #include <QCoreApplication>
-#include <QEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -17,59 +17,6 @@ constexpr int progressSteps = 1000;
 constexpr qint64 frame = 40;           // milliseconds between two looks at the events
 constexpr qint64 estimateAfter = 2000; // before that an estimate would jump about
 constexpr qint64 ignoredAfter = 5000;
-
-// While it lives, only what paints, the button's own events and Esc, which presses it, reach anyone. Input to the rest
-// of the shell is dropped: it is disabled. Timers fire again by themselves, and a socket is still ready afterwards.
-class OnlyPaintAndCancel final : public QObject {
-public:
-    explicit OnlyPaintAndCancel(QPushButton* cancel) : m_cancel(cancel) {
-        QCoreApplication::instance()->installEventFilter(this);
-    }
-    ~OnlyPaintAndCancel() override { QCoreApplication::instance()->removeEventFilter(this); }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        switch (event->type()) {
-        case QEvent::KeyPress:
-            if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && watched->isWindowType() &&
-                m_cancel->isVisible()) {
-                m_cancel->click();
-                return true;
-            }
-            return !IsForCancel(watched);
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonRelease:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::KeyRelease:
-            return !IsForCancel(watched);
-        case QEvent::Timer:
-        case QEvent::SockAct:
-        case QEvent::Wheel:
-        case QEvent::ContextMenu:
-        case QEvent::Shortcut:
-        case QEvent::ShortcutOverride:
-        case QEvent::Close:
-        case QEvent::TouchBegin:
-        case QEvent::TouchUpdate:
-        case QEvent::TouchEnd:
-        case QEvent::DragEnter:
-        case QEvent::Drop:
-        case QEvent::InputMethod:
-            event->ignore();
-            return true;
-        default:
-            return false;
-        }
-    }
-
-private:
-    // Input comes to the window first, which hands it to the widget.
-    [[nodiscard]] bool IsForCancel(const QObject* watched) const {
-        return watched == m_cancel || (watched->isWindowType() && m_cancel->isVisible());
-    }
-
-    QPushButton* m_cancel;
-};
 
 } // namespace
 
@@ -192,7 +139,7 @@ void ProgressControl::LetThrough() {
     m_lettingThrough = true;
     Draw();
     {
-        const OnlyPaintAndCancel filter(m_cancel);
+        const OnlyPaint filter({m_cancel});
         QCoreApplication::processEvents(QEventLoop::AllEvents);
     }
     m_passed.start();

@@ -1,0 +1,58 @@
+// What a process asks of the application beyond the root object: what the author's layer offers in C++, by name.
+#pragma once
+
+#include "corvane/base/Automation.h"
+#include "corvane/windows/WindowEnums.h"
+
+#include <string>
+
+namespace corvane {
+
+class ActionItem;
+class ExplorerManager;
+class Preferences;
+class Window;
+
+class HostFunctions final : public Automation<HostFunctions> {
+public:
+    HostFunctions();
+    ~HostFunctions() override;
+
+    // The questions return nothing when the user cancels.
+    [[nodiscard]] Variant AskOpenFile(const std::string& title, const std::string& filter, const std::string& folder);
+    [[nodiscard]] Variant AskSaveFile(const std::string& title, const std::string& filter, const std::string& path);
+    [[nodiscard]] Variant AskText(const std::string& question, const std::string& text, const std::string& title);
+    // The choices are separated by line feeds.
+    [[nodiscard]] Variant Ask(const std::string& question, const std::string& choices, const std::string& title);
+    void ShowMessage(const std::string& text, const std::string& title);
+    // The options are those of WindowOptions, -1 and "" for what the definition says. owner, one of the process's own
+    // objects or nothing, is notified of the window's end.
+    [[nodiscard]] Ref<Window> OpenWindow(const Ref<Object>& owner, const std::string& window, const Ref<Object>& about,
+                                         const std::string& key, const std::string& caption, Long page, bool hidden,
+                                         bool later, WindowShowModeConstants mode, WindowStateConstants state,
+                                         MDIWindowTypeConstants place, WindowTypeConstants type,
+                                         BusinessContextTypeConstants context, ShowApplyCommandConstants apply);
+    [[nodiscard]] Ref<ExplorerManager> Explorer();
+    [[nodiscard]] std::string AppPath(const std::string& name);
+    [[nodiscard]] Ref<Object> FindService(const std::string& name);
+    [[nodiscard]] Ref<corvane::Preferences> Preferences(const std::string& service, const std::string& category);
+    // One of the actions of an object of the process. Fails with 5 when it has none of that name.
+    [[nodiscard]] Ref<ActionItem> Action(const Ref<Object>& owner, const std::string& name);
+    // The explorer item's name, without a word to the item.
+    void NameItem(const Ref<Object>& item, const std::string& name);
+    // The commands of the page's window follow what the page says now.
+    void ValidityChanged(const Ref<Object>& page);
+
+    std::string_view TypeName() const override { return "Host"; }
+
+    static constexpr auto Members = MemberTable(
+        Method("AskOpenFile", &HostFunctions::AskOpenFile), Method("AskSaveFile", &HostFunctions::AskSaveFile),
+        Method("AskText", &HostFunctions::AskText), Method("Ask", &HostFunctions::Ask),
+        Method("ShowMessage", &HostFunctions::ShowMessage), Method("OpenWindow", &HostFunctions::OpenWindow),
+        Property("Explorer", &HostFunctions::Explorer), Method("AppPath", &HostFunctions::AppPath),
+        Method("FindService", &HostFunctions::FindService), Method("Preferences", &HostFunctions::Preferences),
+        Method("Action", &HostFunctions::Action), Method("NameItem", &HostFunctions::NameItem),
+        Method("ValidityChanged", &HostFunctions::ValidityChanged));
+};
+
+} // namespace corvane

@@ -1,0 +1,63 @@
+#include "desktop/service/ProcessWaiting.h"
+
+#include "desktop/service/OnlyPaint.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace corvane::desktop {
+
+bool ProcessWaiting::KeepsWaiting(std::string_view service, int milliseconds) {
+    if (!m_asks || !m_window)
+        return LoggingMonitor::KeepsWaiting(service, milliseconds);
+    if (!m_isToWait) {
+        if (!m_bar)
+            Make();
+        Say(service, milliseconds);
+    }
+    const OnlyPaint only({m_wait, m_stop});
+    QCoreApplication::processEvents();
+    return !m_isToStop;
+}
+
+void ProcessWaiting::WaitingEnds(std::string_view /*service*/) {
+    delete m_bar;
+    m_isToStop = m_isToWait = false;
+}
+
+void ProcessWaiting::Make() {
+    auto* bar = new QFrame(m_window);
+    m_bar = bar;
+    bar->setFrameShape(QFrame::StyledPanel);
+    bar->setAutoFillBackground(true);
+    m_text = new QLabel;
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_wait = new QPushButton(tr("&Wait"));
+    m_wait->setToolTip(tr("Hides this message until the service has answered"));
+    m_stop = new QPushButton(tr("&Stop"));
+    m_stop->setToolTip(tr("Ends the service; its next command starts it again"));
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(4, 2, 4, 2);
+    layout->addWidget(m_text, 1);
+    layout->addWidget(m_wait);
+    layout->addWidget(m_stop);
+    QObject::connect(m_wait, &QPushButton::clicked, bar, [this] {
+        m_isToWait = true;
+        m_bar->hide();
+    });
+    QObject::connect(m_stop, &QPushButton::clicked, bar, [this] { m_isToStop = true; });
+    const int height = bar->sizeHint().height();
+    bar->setGeometry(0, m_window->height() - height, m_window->width(), height);
+    bar->show();
+    bar->raise();
+}
+
+void ProcessWaiting::Say(std::string_view service, int milliseconds) {
+    constexpr int second = 1000;
+    const QString name = QString::fromUtf8(service.data(), static_cast<qsizetype>(service.size()));
+    m_text->setText(tr("“%1” hasn't answered for %2 s.").arg(name).arg(milliseconds / second));
+}
+
+} // namespace corvane::desktop

@@ -1,0 +1,52 @@
+"""Services of a Corvane application in Python.
+
+A service is a class in a file that ends with ``corvane.run()``::
+
+    import corvane
+
+    class Birds(corvane.Service):
+        def OnNewBird(self) -> None:
+            corvane.set_status("A new bird")
+
+    corvane.run()
+
+Procedures have the names that the definition file gives them. docs/python.md describes the rest.
+"""
+
+from ._host import (
+    app_path,
+    ask,
+    ask_open_file,
+    ask_save_file,
+    ask_text,
+    explorer,
+    find_service,
+    framework,
+    open_window,
+    preferences,
+    set_status,
+    show_message,
+)
+from ._objects import Item, Page, Service
+from ._runtime import Failure, HostObject, run
+
+__all__ = [
+    "Failure",
+    "HostObject",
+    "Item",
+    "Page",
+    "Service",
+    "app_path",
+    "ask",
+    "ask_open_file",
+    "ask_save_file",
+    "ask_text",
+    "explorer",
+    "find_service",
+    "framework",
+    "open_window",
+    "preferences",
+    "run",
+    "set_status",
+    "show_message",
+]

@@ -1,0 +1,255 @@
+// What a process can do wrong, wherever it is: the application lives, and so do the other services.
+#include "adapters/process/Process.h"
+#include "corvane/author/Host.h"
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "headless/ModelHost.h"
+#include "headless/Steps.h"
+#include "tests/process/Children.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <random>
+
+namespace corvane::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* service = R"(import os, sys
+import corvane
+from corvane import _runtime
+
+def fault(where):
+    mark = os.environ["MARK"]
+    if where != os.environ["WHERE"] or os.path.exists(mark):
+        return
+    open(mark, "w").close()
+    what = os.environ["WHAT"]
+    print("at fault", file=sys.stderr)
+    if what == "kill":
+        os.kill(os.getpid(), 9)
+    elif what == "abort":
+        os.abort()
+    elif what == "loop":
+        while True:
+            pass
+    elif what == "memory":
+        bytearray(2 << 30)
+    else:
+        _runtime.runtime.socket.sendall(b"\xff\x00{[\n" * 20)
+        corvane.set_status("never")
+
+class Shelf(corvane.Item):
+    def OnInitialize(self):
+        fault("item")
+        self.add_child(corvane_item())
+
+class Thing(corvane.Item):
+    pass
+
+def corvane_item():
+    return Thing("Thing")
+
+class Faulty(corvane.Service):
+    def __init__(self):
+        fault("constructor")
+
+    def OnInitialize(self):
+        fault("Initialize")
+
+    def OnWork(self):
+        fault("command")
+        corvane.set_status("worked")
+
+    def OnTerminate(self):
+        fault("Terminate")
+
+corvane.run()
+)";
+
+constexpr const char* definition = R"(<?xml version="1.0"?>
+<Service Name="Faulty" ProgID="Faulty.Faulty" Active="True">
+  <ActionItems><ActionItem Name="Try" Action="OnWork"/></ActionItems>
+  <Menus><MenuItem Type="MenuItem" ActionItem="Try" Path="File" PositionOrder="1" Caption="Try"/></Menus>
+  <ExplorerItems>
+    <ExplorerItem Name="Shelf" ProgID="Faulty.Shelf" Type="Folder"/>
+    <ExplorerItem Name="Thing" Type="Default" Parent="Shelf"/>
+  </ExplorerItems>
+</Service>
+)";
+
+// The aviary with a service of one fault, in a folder that goes with this object.
+class FaultyFolder {
+public:
+    FaultyFolder(const std::string& where, const std::string& what) {
+        std::string pattern = (fs::temp_directory_path() / "faultyXXXXXX").string();
+        m_path = ::mkdtemp(pattern.data());
+        fs::copy(CORVANE_AVIARY, m_path, fs::copy_options::recursive);
+        std::ofstream(m_path / "Services/Faulty.xml") << definition;
+        fs::create_directory(m_path / "plugins/Faulty");
+        std::ofstream(m_path / "plugins/Faulty/faulty.py") << service;
+        const nlohmann::json settings{{"run", {"python3", "faulty.py"}},
+                                      {"env", {{"WHERE", where}, {"WHAT", what}, {"MARK", (m_path / "mark").string()}}},
+                                      {"limits", {{"memory", 1024}, {"cpu", 600}}}};
+        std::ofstream(m_path / "plugins/Faulty/plugin.json") << settings;
+    }
+    ~FaultyFolder() {
+        std::error_code error;
+        fs::remove_all(m_path, error);
+    }
+    FaultyFolder(const FaultyFolder&) = delete;
+    FaultyFolder& operator=(const FaultyFolder&) = delete;
+
+    [[nodiscard]] std::string Path() const { return m_path.string(); }
+    [[nodiscard]] bool HasFailed() const { return fs::exists(m_path / "mark"); }
+
+private:
+    fs::path m_path;
+};
+
+struct Fault {
+    const char* where;
+    const char* what;
+};
+
+std::vector<Fault> Faults() {
+    std::vector<Fault> faults;
+    for (const char* where : {"constructor", "Initialize", "command", "item", "Terminate"})
+        for (const char* what : {"kill", "abort", "loop", "memory", "garbage"})
+            faults.push_back({where, what});
+    return faults;
+}
+
+class Faults1 : public ::testing::TestWithParam<Fault> {};
+
+void Take(inspect::ModelHost& host, const char* verb, const char* rest) {
+    inspect::Take(host, {verb, rest, 1});
+}
+
+TEST_P(Faults1, LeaveTheOthersAlone) {
+    const std::string where = GetParam().where;
+    const FaultyFolder folder(where, GetParam().what);
+    inspect::ModelHost host({folder.Path(), false, nullptr, 2500});
+    ASSERT_TRUE(host.Start());
+    const auto status = [] { return CorvaneMain::Framework()->Status(); };
+    if (where == "item")
+        Take(host, "populate", "");
+    else
+        Take(host, "click", "File.Try");
+    if (where != "Terminate") {
+        EXPECT_TRUE(folder.HasFailed());
+        EXPECT_NE(status(), "worked");
+    }
+    Take(host, "click", "File.Work"); // of another service
+    EXPECT_EQ(status(), "worked");
+    SetStatus("");
+    Take(host, "click", "File.Try");
+    EXPECT_EQ(status(), "worked");
+    host.Exit();
+    EXPECT_TRUE(host.HasExited());
+    EXPECT_TRUE(folder.HasFailed());
+    EXPECT_EQ(Children(), 0U);
+    std::size_t named = 0;
+    for (const auto& entry : host.Recorded().log)
+        named += entry.failure.Source == "Faulty";
+    EXPECT_GE(named, 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(, Faults1, ::testing::ValuesIn(Faults()),
+                         [](const auto& info) { return std::string(info.param.where) + "_" + info.param.what; });
+
+TEST(ProcessSettings, SayWhatIsWrong) {
+    const FaultyFolder folder("nowhere", "nothing");
+    const std::pair<const char*, const char*> cases[] = {
+        {"{\n\n nonsense", "line 3 isn't JSON"},
+        {"[]", "it isn't an object"},
+        {"{}", "\"run\" is missing"},
+        {R"({"run": [""]})", "\"run\" is missing"},
+        {R"({"run": "python3"})", "\"run\" isn't a list of texts"},
+        {R"({"run": ["a", 1]})", "\"run\" isn't a text"},
+        {R"({"runs": ["a"]})", "there is no entry \"runs\""},
+        {R"({"run": ["a"], "start": "soon"})", "write \"now\" or \"needed\""},
+        {R"({"run": ["a"], "folder": "none"})", "there is no folder"},
+        {R"({"run": ["a"], "env": {"A": 1}})", "\"env.A\" isn't a text"},
+        {R"({"run": ["a"], "limits": {"memory": -1}})", "the limit \"memory\" isn't a whole number"},
+        {R"({"run": ["a"], "limits": {"disk": 1}})", "there is no limit \"disk\""},
+    };
+    const std::string file = folder.Path() + "/plugins/Faulty/plugin.json";
+    for (const auto& [text, wanted] : cases) {
+        std::ofstream(file) << text;
+        try {
+            (void)ReadProcessSettings("Faulty", file);
+            ADD_FAILURE() << text;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.Number, FailureNumber::CannotCreateObject) << text;
+            EXPECT_NE(failure.Description.find(wanted), std::string::npos) << failure.Description;
+        }
+    }
+}
+
+// A program that can't be started, or that isn't a service.
+TEST(Process, SaysWhyItCantBeStarted) {
+    const FaultyFolder folder("nowhere", "nothing");
+    const std::pair<const char*, const char*> cases[] = {
+        {R"({"run": ["no-such-program"]})", "there is no program \"no-such-program\" in the PATH"},
+        {R"({"run": ["./faulty.py"]})", "can't be run: Permission denied"},
+        {R"({"run": ["false"]})", "ended with exit code 1 while it was starting"},
+        {R"({"run": ["python3", "none.py"]})", "ended with exit code 2 (python3: can't open file"},
+        {R"({"run": ["sh", "-c", "echo '{\"hello\":\"x\",\"protocol\":9,\"classes\":[]}' >&3; cat <&3"]})",
+         "speaks version 9 of the protocol"},
+    };
+    for (const auto& [text, wanted] : cases) {
+        std::ofstream(folder.Path() + "/plugins/Faulty/plugin.json") << text;
+        inspect::ModelHost host({folder.Path(), false, nullptr, 2500});
+        ASSERT_TRUE(host.Start());
+        Take(host, "click", "File.Try");
+        const auto& failure = host.FirstFailure();
+        ASSERT_TRUE(failure) << text;
+        EXPECT_NE(failure->Description.find(wanted), std::string::npos) << failure->Description;
+    }
+}
+
+// Messages with bytes changed, left out and doubled, as they come from the process.
+TEST(Process, SurvivesWrongMessages) {
+    inspect::ModelHost host({CORVANE_AVIARY, false, nullptr, 2500});
+    ASSERT_TRUE(host.Start());
+    ProcessSettings settings;
+    settings.name = "Mutant";
+    const auto process = New<Process>(settings, New<LoggingMonitor>(0));
+    const std::string messages[] = {
+        R"({"hello":"corvane","protocol":1,"classes":[{"name":"A","kind":"item","events":["Exit"],"members":[{"name":"B","parameters":2},{"name":"C","property":true,"writable":false}]}]})",
+        R"({"id":1,"on":1,"call":"CVIIf","arguments":[true,"a",{"number":"nan"}]})",
+        R"({"id":2,"on":1,"set":"Status","value":"Grüße"})",
+        R"({"id":3,"on":2,"call":"FindService","arguments":["Birds"]})",
+        R"({"id":4,"on":3,"members":true})",
+        R"({"id":5,"result":{"process":9,"class":"A","name":"x"}})",
+        R"({"release":[[3,1],[4,2]]})",
+    };
+    constexpr unsigned seed = 7;
+    std::mt19937 random(seed);
+    const auto Below = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
+    for (int i = 0; i < 20000; ++i) {
+        std::string line = messages[Below(std::size(messages))];
+        for (std::size_t n = Below(4); n > 0 && !line.empty(); --n) {
+            const std::size_t at = Below(line.size());
+            if (const std::size_t how = Below(4); how == 0)
+                line[at] = static_cast<char>(random());
+            else if (how == 1)
+                line.erase(at, 1 + Below(8));
+            else if (how == 2)
+                line.insert(at, line.substr(Below(line.size()), Below(16)));
+            else
+                line.insert(at, std::string(1 + Below(3), "[{\"0-"[Below(5)]));
+        }
+        process->Receive(line);
+    }
+    process->Receive(messages[0]);
+    EXPECT_TRUE(process->FindClass("Mutant.A"));
+    process->Stop();
+}
+
+} // namespace
+} // namespace corvane::testing

@@ -1,0 +1,117 @@
+"""A service of the tests: what it is asked for goes into the status line."""
+
+import asyncio
+import os
+import sys
+
+import corvane
+
+heard = []
+
+
+class Bird(corvane.Item):
+    def OnOpen(self):
+        self.open_window("BirdWindow", self, key=self.name, caption="The " + self.name)
+
+    def OnExit(self, window, was_cancelled):
+        corvane.set_status(f"{window.Caption} closed, cancelled: {was_cancelled}")
+
+    def OnDisplayName(self, text):
+        return f"<{text}>"
+
+    def OnAfterRename(self, name):
+        heard.append("Renamed:" + self.name)
+
+
+class Aviary(corvane.Item):
+    def OnInitialize(self):
+        for name in ("Blackbird", "Wren"):
+            self.add_child(Bird(name))
+
+
+class BirdPage(corvane.Page):
+    def OnInitialize(self):
+        heard.append(f"Page:{self.about.name}:{self.window.Key}")
+
+    def OnValidate(self):
+        return self.about.name != "Wren"
+
+    def OnSave(self):
+        heard.append("Save:" + self.about.name)
+
+
+class Birds(corvane.Service):
+    def __init__(self):
+        self._title = "none"
+
+    def OnInitialize(self):
+        heard.append("Initialize")
+        self.count = 0
+
+    def OnCount(self):
+        self.count += 1
+        corvane.set_status(f"{self.count} {os.environ['FEED']} {corvane.framework().Status}")
+
+    def OnGreet(self, item):
+        item.Enabled = False
+        self.action("Fail").Checked = True
+        services = corvane.framework().ServiceManager.Services
+        names = [services.KeyAt(i + 1) for i in range(len(services))]
+        corvane.set_status(f"{item.Name} {'Birds' in services} {','.join(names)} {corvane.ask('Well?', ['Yes', 'No'])}")
+
+    def OnFail(self):
+        return {}["wren"]
+
+    def OnNest(self):
+        if not corvane.find_service("Birds") is self:
+            raise corvane.Failure("not myself")
+        corvane.set_status("nested " + corvane.find_service("Stranger").OnEcho("deep"))
+
+    async def OnLater(self):
+        corvane.set_status("before")
+        await asyncio.sleep(0)
+        corvane.set_status("after")
+
+    def OnDie(self):
+        print("so tired", file=sys.stderr)
+        os.abort()
+
+    def Same(self, value):
+        return value
+
+    def Two(self, first, second=2):
+        return f"{first}{second}"
+
+    def OnDeep(self):
+        self.action("Deep").OnAction()
+
+    def Recurse(self):
+        return corvane.find_service("Stranger").OnRecurse()
+
+    def List(self):
+        return [1, 2]
+
+    def Refuse(self):
+        raise corvane.Failure("The cage is closed")
+
+    def Heard(self):
+        taken = " ".join(heard)
+        heard.clear()
+        return taken
+
+    @property
+    def Title(self):
+        return self._title
+
+    @Title.setter
+    def Title(self, title):
+        self._title = title
+
+    def OnUnsaved(self):
+        return {"Blackbird": Bird("Blackbird")}
+
+    def OnSave(self, item):
+        heard.append("Saved:" + item.name)
+
+
+corvane.run()
