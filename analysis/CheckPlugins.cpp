@@ -2,6 +2,7 @@
 #include "adapters/common/Paths.h"
 #include "adapters/plugins/PluginFactory.h"
 #include "analysis/Checks.h"
+#include "analysis/Code.h"
 #include "corvane/base/PluginExport.h"
 #include "corvane/base/Text.h"
 #include "corvane/core/Framework.h"
@@ -27,7 +28,7 @@ namespace {
 class PluginCheck {
 public:
     PluginCheck(const std::string& application, Report& report)
-        : m_factory(JoinPath(application, "plugins")), m_report(report) {}
+        : m_application(application), m_factory(JoinPath(application, "plugins")), m_report(report) {}
 
     void Check(const Provider& provider) {
         const bool page = provider.kind == ProviderKind::Page || provider.kind == ProviderKind::PreferencePage;
@@ -50,7 +51,9 @@ public:
                          "the plug-in has no class " + Quoted(provider.progID) + ", so " + provider.Named() +
                              " can't be made (429)",
                          nearest ? "write " + Quoted(provider.progID.substr(0, point + 1) + *nearest)
-                                 : "add Class<...>(" + Quoted(provider.progID) + ") to CORVANE_PLUGIN");
+                                 : "add " + (IsProcess(provider.progID)
+                                                 ? "such a class to its program"
+                                                 : "Class<...>(" + Quoted(provider.progID) + ") to CORVANE_PLUGIN"));
             if (nearest)
                 m_report.Last().edits = {ValueEdit(*provider.file,
                                                    *provider.element->Find(page ? "PageProgID" : "ProgID"),
@@ -58,6 +61,13 @@ public:
             return;
         }
         CheckMembers(provider, *it);
+        if (IsProcess(provider.progID)) {
+            if (provider.kind == ProviderKind::Service && !it->isService)
+                m_report.Add(Rule::NoServiceAccess, place,
+                             "the class " + it->progID + " isn't a service, so nothing is asked of it at start and end",
+                             "derive it from corvane.Service");
+            return;
+        }
         if (provider.kind == ProviderKind::Service && LacksServiceAccess(provider.progID))
             m_report.Add(Rule::NoServiceAccess, place,
                          "the class " + it->progID +
@@ -71,9 +81,9 @@ public:
 
     void CheckWindows(const Model& model) {
         std::vector<std::string> texts;
-        for (const std::string& library : m_factory.Libraries())
-            if (auto bytes = ReadBytes(m_factory.PathOf(library)))
-                texts.push_back(FoldAscii(std::move(*bytes)));
+        const Code code(m_application);
+        for (const Code::Library& library : code.Libraries())
+            texts.push_back(FoldAscii(library.bytes));
         for (const Window& window : model.windows) {
             // Compilers cut short texts into pieces of eight and of four bytes.
             const std::size_t pieceCount = window.name.size() >= 8 ? 8 : 4;
@@ -108,6 +118,10 @@ private:
         int status = 0;
         return child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status) &&
                WEXITSTATUS(status) == lacking;
+    }
+
+    [[nodiscard]] bool IsProcess(std::string_view progID) const {
+        return m_factory.Processes()->FileOf(progID.substr(0, progID.find('.'))).has_value();
     }
 
     struct Library {
@@ -163,7 +177,9 @@ private:
                 Rule::UnknownMember, file.At(spot),
                 "the class " + classInfo.progID + " has no member " + Quoted(memberName) +
                     (memberName == "Start" ? ", so the start fails (438)" : ", so choosing the command fails (438)"),
-                nearest ? "write " + Quoted(*nearest) : "add Method(" + Quoted(memberName) + ", ...) to its Members");
+                nearest                       ? "write " + Quoted(*nearest)
+                : IsProcess(classInfo.progID) ? "write a procedure of that name"
+                                              : "add Method(" + Quoted(memberName) + ", ...) to its Members");
             if (nearest)
                 m_report.Last().edits = {MemberEdit(file, spot, *nearest)};
         } else if (it->What == MemberInfo::Kind::Method && it->ParameterCount != arguments) {
@@ -225,6 +241,7 @@ private:
         return {file.path, begin, file.bytes.find(file.bytes[begin - 1], begin), AsValue(name)};
     }
 
+    std::string m_application;
     PluginFactory m_factory;
     Report& m_report;
     std::map<std::string, Library> m_libraries; // by folded name

@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <cstring>
 #include <elf.h>
+#include <filesystem>
 #include <optional>
 
 namespace corvane::check {
@@ -41,6 +43,24 @@ bool MayBeOfName(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '.' || c == '_';
 }
 
+// The sources of a service in a process, each as it is and as the words in it, which end as texts of a library do.
+std::string SourcesBeside(const std::string& path) {
+    std::string all;
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        constexpr std::uintmax_t most = 1 << 20;
+        if (!entry.is_regular_file(error) || entry.file_size(error) > most)
+            continue;
+        std::string text = ReadBytes(entry.path().string()).value_or(std::string());
+        all += text + '\0';
+        std::replace_if(
+            text.begin(), text.end(), [](char c) { return !MayBeOfName(c); }, '\0');
+        all += text + '\0';
+    }
+    return all;
+}
+
 } // namespace
 
 const std::vector<Code::Library>& Code::Libraries() const {
@@ -50,7 +70,9 @@ const std::vector<Code::Library>& Code::Libraries() const {
     const PluginFactory factory(JoinPath(m_application, "plugins"));
     for (const std::string& name : factory.Libraries()) {
         const std::string path = factory.PathOf(name);
-        if (auto bytes = ReadBytes(path))
+        if (factory.Processes()->FileOf(name))
+            m_libraries.push_back({name, path, SourcesBeside(path)});
+        else if (auto bytes = ReadBytes(path))
             m_libraries.push_back({name, path, *std::move(bytes)});
     }
     return m_libraries;

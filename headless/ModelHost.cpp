@@ -60,7 +60,8 @@ Platform ModelHost::MakePlatform(const HostOptions& options) {
     } else {
         platform.oIniReader = New<IniReader>();
         auto plugins = New<PluginFactory>(options.applicationFolder + "/plugins");
-        plugins->Processes()->SetMonitor(New<ErrorStreamMonitor>(options.timeLimit));
+        plugins->Processes()->SetMonitor(
+            options.processes ? options.processes : Ref<ProcessMonitor>(New<ErrorStreamMonitor>(options.timeLimit)));
         platform.oObjectFactory = New<NamingFactory>(m_record, std::move(plugins));
     }
     m_formFactory = NewStandInFormFactory(

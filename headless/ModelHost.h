@@ -3,6 +3,7 @@
 #pragma once
 
 #include "adapters/messages/WindowMessages.h"
+#include "adapters/process/ProcessMonitor.h"
 #include "corvane/base/Failure.h"
 #include "corvane/core/Library.h"
 #include "corvane/platform/controls/ActiveBar.h"
@@ -32,6 +33,7 @@ struct HostOptions {
     bool oneThread = false; // jobs do their work in this thread, one after another in order of their start
     // Milliseconds that a service in a process of its own may let a call wait; 0 for no limit.
     int timeLimit = 60'000;
+    Ref<ProcessMonitor> processes = {}; // decides and hears instead, if given
 };
 
 class ModelHost {

@@ -9,7 +9,6 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
-#include <fstream>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -306,14 +305,6 @@ std::string ChildProcess::End() {
         return "was killed by signal " + std::to_string(WTERMSIG(*m_status)) + " (" + ::strsignal(WTERMSIG(*m_status)) +
                ")";
     return "ended with exit code " + std::to_string(WEXITSTATUS(*m_status));
-}
-
-std::uint64_t ChildProcess::Memory() const {
-    std::ifstream file("/proc/" + std::to_string(m_id) + "/statm");
-    std::uint64_t all = 0;
-    std::uint64_t resident = 0;
-    file >> all >> resident;
-    return resident * static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
 }
 
 } // namespace corvane

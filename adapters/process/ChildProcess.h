@@ -52,9 +52,6 @@ public:
     // Kills it and says what it died of, as in "was killed by signal 6 (Aborted)".
     std::string End();
 
-    [[nodiscard]] pid_t Id() const { return m_id; }
-    // Bytes of memory that it occupies now; 0 when it has ended.
-    [[nodiscard]] std::uint64_t Memory() const;
     // The last line that it wrote to its error stream, empty for none.
     [[nodiscard]] const std::string& LastSaid() const { return m_lastSaid; }
 

@@ -21,6 +21,10 @@ Ref<Object> BaseOf(const Ref<Object>& owner) {
     return owner ? owner.As<ProcessObject>()->Base() : nullptr;
 }
 
+const Ref<IForm>& FormOf(const Ref<Object>& page) {
+    return page.As<ProcessObject>()->Form();
+}
+
 } // namespace
 
 HostFunctions::HostFunctions() = default;
@@ -110,6 +114,42 @@ void HostFunctions::ValidityChanged(const Ref<Object>& page) {
     const auto pageBase = base ? base.TryAs<PageBase>() : nullptr;
     if (pageBase && pageBase->Window())
         pageBase->ValidityChanged();
+}
+
+void HostFunctions::SetFieldEnabled(const Ref<Object>& page, const std::string& name, bool enabled) {
+    FormOf(page)->SetEnabled(name, enabled);
+}
+
+void HostFunctions::SetFieldVisible(const Ref<Object>& page, const std::string& name, bool visible) {
+    FormOf(page)->SetVisible(name, visible);
+}
+
+void HostFunctions::SetFieldProblem(const Ref<Object>& page, const std::string& name, const std::string& text) {
+    FormOf(page)->SetProblem(name, text);
+}
+
+void HostFunctions::SetFieldLabel(const Ref<Object>& page, const std::string& name, const std::string& text) {
+    FormOf(page)->SetLabel(name, text);
+}
+
+void HostFunctions::RefreshField(const Ref<Object>& page, const std::string& name) {
+    FormOf(page)->Refresh(name);
+}
+
+Variant HostFunctions::FieldValue(const Ref<Object>& page, const std::string& name) {
+    return FormOf(page)->Value(name);
+}
+
+void HostFunctions::SetFieldValue(const Ref<Object>& page, const std::string& name, const Variant& value) {
+    FormOf(page)->SetValue(name, value);
+}
+
+Long HostFunctions::SelectedRow(const Ref<Object>& page, const std::string& name) {
+    return FormOf(page)->SelectedRow(name);
+}
+
+void HostFunctions::FocusField(const Ref<Object>& page, const std::string& name) {
+    FormOf(page)->Focus(name);
 }
 
 } // namespace corvane

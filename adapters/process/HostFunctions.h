@@ -42,6 +42,16 @@ public:
     void NameItem(const Ref<Object>& item, const std::string& name);
     // The commands of the page's window follow what the page says now.
     void ValidityChanged(const Ref<Object>& page);
+    // The form of the page, as IForm does; 91 for a page without one.
+    void SetFieldEnabled(const Ref<Object>& page, const std::string& name, bool enabled);
+    void SetFieldVisible(const Ref<Object>& page, const std::string& name, bool visible);
+    void SetFieldProblem(const Ref<Object>& page, const std::string& name, const std::string& text);
+    void SetFieldLabel(const Ref<Object>& page, const std::string& name, const std::string& text);
+    void RefreshField(const Ref<Object>& page, const std::string& name);
+    [[nodiscard]] Variant FieldValue(const Ref<Object>& page, const std::string& name);
+    void SetFieldValue(const Ref<Object>& page, const std::string& name, const Variant& value);
+    [[nodiscard]] Long SelectedRow(const Ref<Object>& page, const std::string& name);
+    void FocusField(const Ref<Object>& page, const std::string& name);
 
     std::string_view TypeName() const override { return "Host"; }
 
@@ -52,7 +62,13 @@ public:
         Property("Explorer", &HostFunctions::Explorer), Method("AppPath", &HostFunctions::AppPath),
         Method("FindService", &HostFunctions::FindService), Method("Preferences", &HostFunctions::Preferences),
         Method("Action", &HostFunctions::Action), Method("NameItem", &HostFunctions::NameItem),
-        Method("ValidityChanged", &HostFunctions::ValidityChanged));
+        Method("ValidityChanged", &HostFunctions::ValidityChanged),
+        Method("SetFieldEnabled", &HostFunctions::SetFieldEnabled),
+        Method("SetFieldVisible", &HostFunctions::SetFieldVisible),
+        Method("SetFieldProblem", &HostFunctions::SetFieldProblem),
+        Method("SetFieldLabel", &HostFunctions::SetFieldLabel), Method("RefreshField", &HostFunctions::RefreshField),
+        Method("FieldValue", &HostFunctions::FieldValue), Method("SetFieldValue", &HostFunctions::SetFieldValue),
+        Method("SelectedRow", &HostFunctions::SelectedRow), Method("FocusField", &HostFunctions::FocusField));
 };
 
 } // namespace corvane

@@ -169,14 +169,11 @@ const ProcessClass* Process::FindClass(std::string_view progID) const {
 }
 
 void Process::Send(const json& message) {
-    if (m_child)
-        m_child->Send(Written(message));
-}
-
-void Process::Tell(const json& message) {
-    Send(message);
-    if (m_child)
-        m_child->Turn(0);
+    if (!m_child)
+        return;
+    m_child->Send(Written(message));
+    if (!m_released.empty()) // behind the message, which may still name them
+        m_child->Send(Written({{"release", std::exchange(m_released, {})}}));
 }
 
 void Process::WaitFor(const std::string& doing, const std::function<bool()>& isDone) {
@@ -374,6 +371,7 @@ void Process::LetGo() {
     m_child = nullptr;
     m_answers.clear();
     m_objects.clear();
+    m_released.clear();
     m_handles.clear();
     const auto held = std::exchange(m_held, {});
 }
@@ -424,7 +422,7 @@ json Process::ToJson(const Variant& value) {
     if (const auto* text = value.Get<std::string>())
         return *text;
     if (value.Get<Single>() || value.Get<Double>()) {
-        const Double number = ToDouble(value);
+        const Double number = value.Get<Double>() ? *value.Get<Double>() : static_cast<Double>(*value.Get<Single>());
         if (number != number)
             return {{"number", "nan"}};
         if (number - number != 0)
@@ -499,7 +497,7 @@ void Process::Left(ProcessObject& object, LongLong handle, int generation, int r
     if (const auto it = m_objects.find(handle); it != m_objects.end() && it->second == &object)
         m_objects.erase(it);
     if (received > 0)
-        Send({{"release", json::array({json::array({handle, received})})}});
+        m_released.emplace_back(handle, received);
 }
 
 } // namespace corvane

@@ -50,8 +50,6 @@ public:
     [[nodiscard]] bool IsRunning() const { return m_child != nullptr; }
     // The number of the start; objects of an earlier one are gone.
     [[nodiscard]] int Generation() const { return m_generation; }
-    // Bytes, 0 when it isn't running.
-    [[nodiscard]] std::uint64_t Memory() const { return m_child ? m_child->Memory() : 0; }
 
     // Starts it, unless it runs. Fails with Ended, also when it has died three times in a row within a minute.
     void Need();
@@ -64,8 +62,6 @@ public:
     nlohmann::json Ask(nlohmann::json request, const std::string& doing);
     // The same for one whose answer is a value.
     Variant AskValue(nlohmann::json request, const std::string& doing);
-    // Sends it, when the process runs.
-    void Tell(const nlohmann::json& message);
     // Handles a line that the process has sent; what isn't a message is refused.
     void Receive(const std::string& line);
     // Serves what the process has asked on its own accord, and notices its death. Never waits.
@@ -123,7 +119,8 @@ private:
     std::map<LongLong, Held> m_held; // objects of the application that the process knows
     std::unordered_map<const Object*, LongLong> m_handles;
     LongLong m_lastHandle = 2;
-    std::map<LongLong, ProcessObject*> m_objects; // its own that the application knows
+    std::vector<std::pair<LongLong, int>> m_released; // its objects that are to be released, and how often they came
+    std::map<LongLong, ProcessObject*> m_objects;     // its own that the application knows
     std::deque<ProcessClass> m_classes;
     std::deque<std::string> m_names;
     Ref<ITimer> m_timer;

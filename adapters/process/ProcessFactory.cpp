@@ -47,13 +47,6 @@ Ref<Process> ProcessFactory::ProcessOf(std::string_view plugin) {
     return m_processes.emplace(std::string(plugin), std::move(process)).first->second;
 }
 
-std::vector<Ref<Process>> ProcessFactory::Processes() const {
-    std::vector<Ref<Process>> processes;
-    for (const auto& [name, process] : m_processes)
-        processes.push_back(process);
-    return processes;
-}
-
 Ref<Object> ProcessFactory::Create(std::string_view plugin, std::string_view progID) {
     return New<ProcessObject>(ProcessOf(plugin), std::string(progID));
 }

@@ -27,8 +27,6 @@ public:
     [[nodiscard]] std::vector<std::string> Names() const;
     // Fails with 429 for a plugin.json that can't be used. The process isn't started yet.
     [[nodiscard]] Ref<corvane::Process> ProcessOf(std::string_view plugin);
-    // Of those that have been asked for.
-    [[nodiscard]] std::vector<Ref<corvane::Process>> Processes() const;
     // An object that is made in the process when it is first needed.
     [[nodiscard]] Ref<Object> Create(std::string_view plugin, std::string_view progID);
 

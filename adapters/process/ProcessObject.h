@@ -6,6 +6,7 @@
 #include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
+#include "corvane/windows/IForm.h"
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/PageBase.h"
 
@@ -14,7 +15,7 @@
 
 namespace corvane {
 
-class ProcessObject final : public IServiceAccess, public IExplorerItemAccess, public IPageAccess {
+class ProcessObject final : public IServiceAccess, public IExplorerItemAccess, public IPageAccess, public IFormUser {
 public:
     // Made by its class, in the process and when it is first needed; made again after the process has died.
     ProcessObject(Ref<Process> process, std::string progID);
@@ -25,6 +26,7 @@ public:
     Ref<IService> Service() override;
     Ref<IExplorerItem> ExplorerItem() override;
     Ref<IPage> Page() override;
+    void UseForm(const Ref<IForm>& form) override { m_form = form; }
 
     // All of them start the process, unless it runs, and fail with Process::Ended when that isn't possible.
     Variant Invoke(std::string_view name, std::span<const Variant> arguments) override;
@@ -38,6 +40,8 @@ public:
     // The base that is in use, whichever it is; nothing before the library has asked for one.
     [[nodiscard]] Ref<Object> Base() const;
     [[nodiscard]] LongLong NeedHandle();
+    // Of a page; nothing when it has none.
+    [[nodiscard]] const Ref<IForm>& Form() const { return m_form; }
     // The process has passed it once more.
     void Received() { ++m_received; }
 
@@ -68,6 +72,7 @@ private:
     Ref<ServiceBase> m_serviceBase;
     Ref<ExplorerItemBase> m_itemBase;
     Ref<PageBase> m_pageBase;
+    Ref<IForm> m_form;
     std::vector<Subscription> m_subscriptions;
 };
 

@@ -14,6 +14,7 @@ struct NewArguments {
     std::string application;
     std::vector<std::string> services;
     std::string page;
+    bool python = false;
 };
 
 int New(const NewArguments& arguments) {
@@ -28,15 +29,16 @@ int New(const NewArguments& arguments) {
         return Exit::Usage;
     }
     std::vector<std::string> written;
+    const auto language = arguments.python ? scaffold::Language::Python : scaffold::Language::Cpp;
     try {
         if (isPage)
             written =
                 scaffold::NewPage(".", arguments.page, arguments.services.empty() ? "" : arguments.services.front());
         else if (!inside)
-            written = scaffold::NewApplication(arguments.application, arguments.services, CORVANE_VERSION);
+            written = scaffold::NewApplication(arguments.application, arguments.services, CORVANE_VERSION, language);
         else
             for (const std::string& service : arguments.services)
-                for (std::string& path : scaffold::NewService(".", service))
+                for (std::string& path : scaffold::NewService(".", service, language))
                     written.push_back(std::move(path));
     } catch (const Failure& failure) {
         return Fails("corvane new", failure.Description);
@@ -64,6 +66,7 @@ void AddNew(CLI::App& app, Run& run) {
         ->allow_extra_args(false);
     newApp->add_option("--page", arguments->page, "A window with a page that is a form, added to the service")
         ->type_name("NAME");
+    newApp->add_flag("--python", arguments->python, "Write services in Python, which run in processes of their own");
     newApp->callback([arguments, &run] { run = [arguments] { return New(*arguments); }; });
 }
 

@@ -77,9 +77,10 @@ class Writer {
 public:
     Writer(fs::path folder) : m_folder(std::move(folder)) {}
 
-    void Add(std::string_view kind, const Tokens& tokens) {
+    // What is below the folder of that kind, or of it only what is below part.
+    void Add(std::string_view kind, const Tokens& tokens, std::string_view part = {}) {
         for (const Template& fileTemplate : Templates()) {
-            if (!fileTemplate.path.starts_with(kind))
+            if (!fileTemplate.path.starts_with(kind) || !fileTemplate.path.substr(kind.size()).starts_with(part))
                 continue;
             const fs::path path = m_folder / Filled(fileTemplate.path.substr(kind.size()), tokens);
             if (fs::exists(path))
@@ -108,6 +109,15 @@ private:
     fs::path m_folder;
     std::vector<std::pair<fs::path, std::string>> m_files;
 };
+
+void AddService(Writer& writer, const Tokens& tokens, Language language) {
+    if (language == Language::Cpp) {
+        writer.Add("service/", tokens);
+        return;
+    }
+    writer.Add("service/", tokens, "app/"); // the definitions don't know the language
+    writer.Add("python/", tokens);
+}
 
 // Where titles of services are placed on the menu bar, and which letters are in use there.
 class MenuBar {
@@ -267,7 +277,7 @@ std::pair<fs::path, std::string> WithClass(const fs::path& folder, const std::st
 } // namespace
 
 std::vector<std::string> NewApplication(const std::string& folderPath, std::vector<std::string> services,
-                                        const std::string& version) {
+                                        const std::string& version, Language language) {
     const fs::path folder = fs::absolute(folderPath).lexically_normal();
     const std::string name = folder.has_filename() ? folder.filename() : folder.parent_path().filename();
     CheckName(name);
@@ -287,19 +297,19 @@ std::vector<std::string> NewApplication(const std::string& folderPath, std::vect
         Tokens tokens = menuBar.Take(ClassName(service, "service"));
         tokens.insert(application.begin(), application.end());
         AddStart(tokens, first);
-        writer.Add("service/", tokens);
+        AddService(writer, tokens, language);
         first = false;
     }
     return writer.Write();
 }
 
-std::vector<std::string> NewService(const std::string& folder, const std::string& name) {
+std::vector<std::string> NewService(const std::string& folder, const std::string& name, Language language) {
     const std::string application = ApplicationOf(folder);
     Tokens tokens = MenuBar((fs::path(folder) / "app").string()).Take(ClassName(name, "service"));
     tokens["app"] = application;
     AddStart(tokens, false);
     Writer writer(folder);
-    writer.Add("service/", tokens);
+    AddService(writer, tokens, language);
     return writer.Write();
 }
 

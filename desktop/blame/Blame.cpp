@@ -24,7 +24,9 @@ public:
 
     Ref<Object> Create(std::string_view progID) override {
         const Marked marked(*this, std::string(progID));
-        if (m_known.insert(PluginOf(progID)).second) {
+        // One in a process of its own can't take the program with it, and isn't started before it is needed.
+        const bool isProcess = m_plugins->Processes()->FileOf(PluginOf(progID)).has_value();
+        if (!isProcess && m_known.insert(PluginOf(progID)).second) {
             try {
                 (void)m_plugins->Classes(PluginOf(progID));
             } catch (const Failure&) {

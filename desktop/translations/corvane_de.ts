@@ -1503,6 +1503,29 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     </message>
 </context>
 <context>
+    <name>ProcessWaiting</name>
+    <message>
+        <source>&amp;Wait</source>
+        <translation>&amp;Warten</translation>
+    </message>
+    <message>
+        <source>Hides this message until the service has answered</source>
+        <translation>Blendet diese Meldung aus, bis der Dienst geantwortet hat</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>Ends the service; its next command starts it again</source>
+        <translation>Beendet den Dienst; sein nächster Befehl startet ihn neu</translation>
+    </message>
+    <message>
+        <source>“%1” hasn&apos;t answered for %2 s.</source>
+        <translation>„%1“ antwortet seit %2 s nicht.</translation>
+    </message>
+</context>
+<context>
     <name>ProgressControl</name>
     <message>
         <source>Cancel</source>

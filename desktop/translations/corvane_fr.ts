@@ -1503,6 +1503,29 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     </message>
 </context>
 <context>
+    <name>ProcessWaiting</name>
+    <message>
+        <source>&amp;Wait</source>
+        <translation>&amp;Attendre</translation>
+    </message>
+    <message>
+        <source>Hides this message until the service has answered</source>
+        <translation>Masque ce message jusqu’à ce que le service ait répondu</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>A&amp;rrêter</translation>
+    </message>
+    <message>
+        <source>Ends the service; its next command starts it again</source>
+        <translation>Met fin au service ; sa prochaine commande le redémarre</translation>
+    </message>
+    <message>
+        <source>“%1” hasn&apos;t answered for %2 s.</source>
+        <translation>« %1 » ne répond pas depuis %2 s.</translation>
+    </message>
+</context>
+<context>
     <name>ProgressControl</name>
     <message>
         <source>Cancel</source>

@@ -16,8 +16,9 @@
 namespace corvane::desktop {
 
 WindowForm::WindowForm(std::shared_ptr<const WindowHost> host, WindowTypeConstants type, bool isMDIChild)
-    : Form(host->mainForm, isMDIChild), m_host(std::move(host)), m_type(type), m_pages(type, m_host->guard, m_host->openForm),
-      m_commands(type, m_pages, m_host->guard, *this), m_placement(*this, m_host) {
+    : Form(host->mainForm, isMDIChild), m_host(std::move(host)), m_type(type),
+      m_pages(type, m_host->guard, m_host->openForm), m_commands(type, m_pages, m_host->guard, *this),
+      m_placement(*this, m_host) {
     SubscribeToItself();
 }
 

@@ -111,8 +111,48 @@ class Item(_Client):
         self.OnAfterRename(name)
 
 
+class Form:
+    """The form of a page: its fields, groups and tabs by their names."""
+
+    def __init__(self, page: Page) -> None:
+        self._page = page
+
+    def set_enabled(self, name: str, enabled: bool) -> None:
+        _host.call("SetFieldEnabled", self._page, name, enabled)
+
+    def set_visible(self, name: str, visible: bool) -> None:
+        _host.call("SetFieldVisible", self._page, name, visible)
+
+    def set_problem(self, name: str, text: str) -> None:
+        """Why the field can't be accepted; "" takes that back."""
+        _host.call("SetFieldProblem", self._page, name, text)
+
+    def set_label(self, name: str, text: str) -> None:
+        _host.call("SetFieldLabel", self._page, name, text)
+
+    def refresh(self, name: str = "") -> None:
+        """The page's attributes have changed: one field is read again, or all are."""
+        _host.call("RefreshField", self._page, name)
+
+    def value(self, name: str) -> Any:
+        return _host.call("FieldValue", self._page, name)
+
+    def set_value(self, name: str, value: object) -> None:
+        _host.call("SetFieldValue", self._page, name, value)
+
+    def selected_row(self, name: str) -> int:
+        """Of a table or tree, from 1; 0 for none."""
+        return int(_host.call("SelectedRow", self._page, name))
+
+    def focus(self, name: str) -> None:
+        _host.call("FocusField", self._page, name)
+
+
 class Page(_Client):
-    """A page of a window."""
+    """A page of a window. Its inside is the form Forms/PROGID.ui, whose fields are attributes of the page.
+
+    They are declared with their types in the class: ``Title: str = ""``.
+    """
 
     _corvane_kind = "page"
     _corvane_events: Tuple[str, ...] = (
@@ -129,6 +169,10 @@ class Page(_Client):
 
     window: Optional[HostObject] = None  #: the page's window, nothing outside of its life
     about: Any = None  #: what the window is about
+
+    @property
+    def form(self) -> Form:
+        return Form(self)
 
     def OnInitialize(self) -> None:
         """The page joins its window."""

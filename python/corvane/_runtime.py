@@ -150,15 +150,19 @@ class ClassInfo:
         base = next((c for c in described.__mro__ if "_corvane_kind" in vars(c)), object)
         self.kind: str = getattr(base, "_corvane_kind", "object")
         always: Tuple[str, ...] = getattr(base, "_corvane_always", ())
-        for event in getattr(base, "_corvane_events", ()):
+        known: Tuple[str, ...] = getattr(base, "_corvane_events", ())
+        for event in known:
             function = "On" + event
             if event in always or getattr(described, function) is not getattr(base, function):
                 self.events[event] = "_corvane_" + event.lower() if event in always else function
         for owner in reversed(described.__mro__):
             if owner is object or owner.__module__.split(".")[0] == "corvane":
                 continue
+            for name in vars(owner).get("__annotations__", {}):
+                if not name.startswith("_"):
+                    self.members[name.lower()] = Member(name, True, True)
             for name, value in vars(owner).items():
-                if name.startswith("_") or name in self.events.values() or name[2:] in self.events:
+                if name.startswith("_") or name[:2] == "On" and name[2:] in known:
                     continue
                 if isinstance(value, property):
                     self.members[name.lower()] = Member(name, True, value.fset is not None)
@@ -218,11 +222,10 @@ class Runtime:
     def send(self, message: Json) -> None:
         if self.socket is None:
             raise Failure("There is no application: the program wasn't started by one")
-        text = ""
-        if self.released:
+        text = json.dumps(message, ensure_ascii=False, allow_nan=False) + "\n"
+        if self.released:  # behind the message, which may still name them
             released, self.released = self.released, []
-            text = json.dumps({"release": released}) + "\n"
-        text += json.dumps(message, ensure_ascii=False, allow_nan=False) + "\n"
+            text += json.dumps({"release": released}) + "\n"
         try:
             self.socket.sendall(text.encode("utf-8", "replace"))
         except OSError:
@@ -376,9 +379,17 @@ class Runtime:
             assert self._loop is not None and self.socket is not None
             loop = self._loop
             loop.add_reader(self.socket.fileno(), self._readable)
-            waiting = asyncio.wait(set(self._tasks), return_when=asyncio.FIRST_COMPLETED)
-            loop.run_until_complete(loop.create_task(_until(waiting)))
-            loop.remove_reader(self.socket.fileno())
+            waiting = loop.create_task(_first_of(set(self._tasks)))
+            try:
+                loop.run_until_complete(waiting)
+            except SystemExit:
+                left = [waiting, *self._tasks]
+                for task in left:
+                    task.cancel()
+                loop.run_until_complete(asyncio.gather(*left, return_exceptions=True))
+                raise
+            finally:
+                loop.remove_reader(self.socket.fileno())
 
     def _readable(self) -> None:
         self._receive()
@@ -465,8 +476,8 @@ class EventAnswer:
         }
 
 
-async def _until(waiting: Any) -> None:
-    await waiting
+async def _first_of(tasks: "set[asyncio.Task[Any]]") -> None:
+    await asyncio.wait(tasks, return_when=asyncio.FIRST_COMPLETED)
 
 
 def _classes() -> List[Type[Any]]:
@@ -493,7 +504,9 @@ def failure_of(error: BaseException) -> Json:
     while trace is not None and _is_ours(trace) and trace.tb_next is not None:
         trace = trace.tb_next
     linecache.checkcache()
-    text = "".join(traceback.format_exception(type(error), error, trace)).strip()
+    if trace is not None and _is_ours(trace):
+        trace = None  # the failure says all
+    text = "" if trace is None else "".join(traceback.format_exception(type(error), error, trace)).strip()
     most = 2000
     if len(text) > most:
         text = "…" + text[-most:]

@@ -186,9 +186,8 @@ TEST(DebugBuild, NamesWhatIsUsedByAnotherThread) {
         {
             Application oApplication;
             (void)oApplication.Start();
-            (void)StartJob({.title = "Import"}, [pForm = oApplication.Host().MainForm().Get()] {
-                pForm->SetCaption("Imported");
-            });
+            (void)StartJob({.title = "Import"},
+                           [pForm = oApplication.Host().MainForm().Get()] { pForm->SetCaption("Imported"); });
             oApplication.RunJobs();
         },
         "an object of class \"MdiForm\" is used by the job \"Import\", which is another thread");

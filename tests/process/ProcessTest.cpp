@@ -61,8 +61,8 @@ protected:
 
 TEST_F(Aviary, ServesCommandsThatCallBack) {
     const std::pair<const char*, const char*> cases[] = {
-        {"answer No\nclick File.Greet", "Greet True Framework,Birds,Stranger No"},
-        {"click File.Greet", "Greet True Framework,Birds,Stranger No"}, // it is disabled by now
+        {"answer No\nclick File.Greet", "Greet True Birds,Framework,Stranger No"},
+        {"click File.Greet", "Greet True Birds,Framework,Stranger No"}, // it is disabled by now
         {"click File.Nest", "nested deep"},
     };
     for (const auto& [steps, status] : cases) {
@@ -115,7 +115,7 @@ TEST_F(Aviary, SaysWhereItFailed) {
     EXPECT_NE(details.find("birds.py\", line"), std::string::npos) << details;
     EXPECT_NE(details.find("return {}[\"wren\"]"), std::string::npos) << details;
     EXPECT_EQ(details.find("_runtime.py"), std::string::npos) << details;
-    EXPECT_NE(details.find("service Birds, Birds.xml"), std::string::npos) << details;
+    EXPECT_NE(details.find("service Birds, Services/Birds.xml"), std::string::npos) << details;
     EXPECT_EQ(log.front().failure.Source, "Birds");
 }
 

@@ -1,14 +1,14 @@
-"""usage: check_listings.py ROOT -- the listings of docs/first-service.md are the files that they are linked to.
+"""usage: check_listings.py ROOT [PAGE EXAMPLE] -- the listings of docs/first-service.md, or of another page with the folder
+of its example, are the files that they are linked to.
 
-A listing of code (cpp, xml, cmake, text) stands below a line that links the file shown. Every file of the example is
+A listing of code (cpp, python, json, xml, cmake, text) stands below a line that links the file shown. Every file of the example is
 shown."""
 
 import pathlib
 import re
 import sys
 
-PAGE = "docs/first-service.md"
-EXAMPLE = "examples/first-service"
+PAGE, EXAMPLE = sys.argv[2:4] or ("docs/first-service.md", "examples/first-service")
 
 
 def faults_in(root):
@@ -30,7 +30,7 @@ def faults_in(root):
             number += 1
         listing = "\n".join(lines[begin:number]) + "\n"
         number += 1
-        if fence.group(1) not in ("cpp", "xml", "cmake", "text"):
+        if fence.group(1) not in ("cpp", "python", "json", "xml", "cmake", "text"):
             continue
         if not link:
             faults.append(f"{PAGE}:{begin}: no file is linked above this listing")

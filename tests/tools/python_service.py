@@ -1,0 +1,72 @@
+"""usage: python_service.py CORVANE ROOT FOLDER -- what `corvane new --python` writes is sound and runs; mypy isn't needed.
+
+Writes an application with two services below FOLDER, checks it with its plug-ins, runs its own tests, and breaks it to
+see that the check finds a missing procedure and a wrong number of arguments."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+
+corvane, root = sys.argv[1], pathlib.Path(sys.argv[2])
+folder = pathlib.Path(sys.argv[3])
+
+
+def run(*command, status=0, cwd=None, **variables):
+    done = subprocess.run(command, cwd=cwd, capture_output=True, text=True, env={**os.environ, **variables}, timeout=300)
+    if done.returncode != status:
+        sys.exit(f"{' '.join(command)} ended with {done.returncode}\n{done.stdout}{done.stderr}")
+    return done.stdout + done.stderr
+
+
+def with_pytest():
+    """The interpreter of this run, or else the system's, whichever has pytest."""
+    for python in (sys.executable, "/usr/bin/python3"):
+        if subprocess.run([python, "-c", "import pytest"], capture_output=True).returncode == 0:
+            return python
+    sys.exit("there is no pytest: run scripts/packages test")
+
+
+shutil.rmtree(folder, ignore_errors=True)
+folder.mkdir(parents=True)
+run(corvane, "new", "aviary", "--service", "Birds", "--python", cwd=folder)
+project = folder / "aviary"
+run(corvane, "new", "--service", "Cages", "--python", cwd=project)
+app = project / "app"
+shutil.copy(root / "packaging/schema/Service.xdr", app / "Services")
+run(corvane, "check", str(app), "--plugins", "--fail-on", "error")
+
+
+def run_tests(application, tests):
+    run(
+        with_pytest(), "-m", "pytest", "-q", "-p", "no:cacheprovider", "-p", "corvane.testing", str(tests),
+        CORVANE=corvane, APPLICATION_FOLDER=str(application), PYTHONPATH=str(root / "python"), PYTHONDONTWRITEBYTECODE="1",
+    )
+
+
+run_tests(app, project / "tests")
+
+# The example of the documentation, with the shell's own definitions.
+example = folder / "example"
+shutil.copytree(root / "docs/examples/python", example)
+shutil.copy(app / "Services/Framework.xml", example / "Services")
+shutil.copy(app / "Services/Service.xdr", example / "Services")
+run(corvane, "check", str(example), "--plugins", "--fail-on", "error")
+run_tests(example, example)
+
+# A form's field is the page's, and the explorer's items come from the process.
+steps = folder / "steps.txt"
+steps.write_text("tab 0\nnode 0 BirdsItem.Item 1\ndblclick\n")
+shown = run(corvane, "inspect", str(app), "--steps", str(steps))
+for wanted in ("[BirdsItem.Item 1]", "Title", "Item 1"):
+    if wanted not in shown:
+        sys.exit(f"{wanted} isn't in\n{shown}")
+
+service = app / "plugins/BirdsSvc/service.py"
+text = service.read_text()
+service.write_text(text.replace("def OnNew(self)", "def OnNew(self, item)").replace("def OnOpen", "def OnOpened"))
+found = run(corvane, "check", str(app), "--plugins", status=1)
+for wanted in ("BirdsSvc.BirdsService.OnNew takes one argument", 'BirdsSvc.BirdsItem has no member "OnOpen"'):
+    if wanted not in found:
+        sys.exit(f"{wanted} isn't in\n{found}")
