@@ -52,7 +52,8 @@ struct Reading {
     }
     // The parser is behind the attributes of a start tag, in which there is no other "<".
     [[nodiscard]] FormPlace TagPlace() const {
-        const auto end = static_cast<std::size_t>(parser->input->cur - parser->input->base);
+        const xmlParserInput& input = *parser->input; // keeps no more of the text than it needs
+        const std::size_t end = input.consumed + static_cast<std::size_t>(input.cur - input.base);
         const std::size_t begin = text.substr(0, std::min(end, text.size())).rfind('<');
         return places.At(begin == std::string_view::npos ? 0 : begin);
     }

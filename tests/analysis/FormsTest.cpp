@@ -56,7 +56,7 @@ TEST(CheckForms, FindsWhatIsWrong) {
         {"<ui", "1:4 form-unreadable"},
         {Ui(Labelled("QDial", "A")), "2:7 form-unknown there is no widget \"QDial\""},
         {Ui(Labelled("QLineEdit", "A", Has("styleSheet", "string", "x"))),
-         "2:96 form-unknown the property \"styleSheet\""},
+         "2:103 form-unknown the property \"styleSheet\""},
         {Ui(Labelled("QLineEdit", "A") + Labelled("QLineEdit", "A")), "3:7 form-name there are two fields"},
         {Ui(Widget("QLineEdit", "A")), "2:7 form-label \"A\" has neither"},
         {Ui(Widget("QCheckBox", "A", Has("text", "string", "&amp;Go")) +
@@ -74,7 +74,7 @@ TEST(CheckForms, FindsWhatIsWrong) {
          "2:7 form-default \"A\" begins with \"7\", which can't be accepted: please enter a value from 0 to 5"},
         {Ui(Labelled("QLineEdit", "A", Has("required", "bool", "true") + Has("readOnly", "bool", "true"))),
          "2:7 form-required"},
-        {Ui(Labelled("QLineEdit", "A", Has("pattern", "string", "[a"))), "2:89 form-bad-value the pattern"},
+        {Ui(Labelled("QLineEdit", "A", Has("pattern", "string", "[a"))), "2:128 form-bad-value the pattern"},
     };
     for (const auto& [form, finding] : cases) {
         const std::string text = Checked(form);
