@@ -57,7 +57,7 @@ std::string AsCure(std::string text) {
 }
 
 // The letter behind a single "&", in small; 0 for none.
-char MnemonicOf(std::string_view label) {
+char LetterOf(std::string_view label) {
     for (std::size_t i = 0; i + 1 < label.size(); ++i) {
         if (label[i] != '&')
             continue;
@@ -88,9 +88,9 @@ std::map<char, std::string> LettersOfWindows(const Model& model, const std::stri
     return letters;
 }
 
-class FormCheck {
+class UiCheck {
 public:
-    FormCheck(Model& model, const std::string& application, bool plugins, const Buffers& buffers, Report& report)
+    UiCheck(Model& model, const std::string& application, bool plugins, const Buffers& buffers, Report& report)
         : m_model(model), m_folder(FindPath(JoinPath(application, "Forms")).value_or("")), m_plugins(plugins),
           m_buffers(buffers), m_factory(JoinPath(application, "plugins")), m_report(report) {
         ReadCatalogues(application);
@@ -203,7 +203,7 @@ private:
             });
         };
         const auto See = [&](const FormNode& node, const std::string& text) {
-            const char letter = MnemonicOf(text);
+            const char letter = LetterOf(text);
             if (!letter)
                 return;
             const Letter mine{forms::PlainText(text), node.at, TabsAround(nodes, node)};
@@ -350,7 +350,7 @@ bool IsFormAlone(const Provider& provider, const std::string& application) {
 }
 
 void CheckForms(Model& model, const std::string& application, bool plugins, const Buffers& buffers, Report& report) {
-    FormCheck(model, application, plugins, buffers, report).Check();
+    UiCheck(model, application, plugins, buffers, report).Check();
 }
 
 } // namespace corvane::check

@@ -1,6 +1,7 @@
 #include "adapters/common/Nearest.h"
 #include "corvane/base/Text.h"
 #include "forms/FormReading.h"
+#include "forms/FormValue.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -8,13 +9,6 @@
 namespace corvane::forms {
 
 namespace {
-
-std::string Trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(" \t\r\n");
-    if (begin == std::string_view::npos)
-        return {};
-    return std::string(text.substr(begin, text.find_last_not_of(" \t\r\n") - begin + 1));
-}
 
 // Behind the last "::".
 std::string LastWord(std::string_view text) {

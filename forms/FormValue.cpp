@@ -15,13 +15,6 @@ namespace {
 constexpr std::size_t longestPattern = 500;
 constexpr std::size_t longestMatched = 2000; // bytes of a text that a pattern is tried on
 
-std::string Trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(" \t\r\n");
-    if (begin == std::string_view::npos)
-        return {};
-    return std::string(text.substr(begin, text.find_last_not_of(" \t\r\n") - begin + 1));
-}
-
 Long CharactersIn(std::string_view text) {
     return static_cast<Long>(std::count_if(text.begin(), text.end(),
                                            [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
@@ -177,6 +170,13 @@ Problem TextProblem(const FieldDef& field, const std::string& text) {
 }
 
 } // namespace
+
+std::string Trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(" \t\r\n");
+    if (begin == std::string_view::npos)
+        return {};
+    return std::string(text.substr(begin, text.find_last_not_of(" \t\r\n") - begin + 1));
+}
 
 std::string_view SentenceOf(ProblemKind kind) {
     switch (kind) {

@@ -65,6 +65,9 @@ struct Problem {
 // The text of a value, as ReadValue reads it; "" for nothing.
 [[nodiscard]] std::string WriteValue(const Variant& value);
 
+// Without the white space around it.
+[[nodiscard]] std::string Trimmed(std::string_view text);
+
 // The texts of a value of several choices.
 [[nodiscard]] std::vector<std::string> LinesOf(const Variant& value);
 

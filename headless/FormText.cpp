@@ -7,7 +7,7 @@ namespace corvane::inspect {
 
 namespace {
 
-constexpr std::size_t mostRows = 20;
+constexpr std::size_t rowsShown = 20;
 
 class FormWriter {
 public:
@@ -102,14 +102,14 @@ private:
         if (!titles.empty())
             Add(depth + 1, titles);
         const std::size_t count = m_form.RowCount(field);
-        for (std::size_t row = 0; row < std::min(count, mostRows); ++row) {
+        for (std::size_t row = 0; row < std::min(count, rowsShown); ++row) {
             std::string cells;
             for (std::size_t column = 0; column < def.columns.size(); ++column)
                 cells += (column == 0 ? "" : " | ") + m_form.CellText(field, row, column);
             Add(depth + 1 + m_form.Depth(field, row), cells + (m_form.SelectedRow(field) == row ? "  (selected)" : ""));
         }
-        if (count > mostRows)
-            Add(depth + 1, "and " + std::to_string(count - mostRows) + " more rows");
+        if (count > rowsShown)
+            Add(depth + 1, "and " + std::to_string(count - rowsShown) + " more rows");
     }
 
     const forms::FormModel& m_form;

@@ -43,7 +43,11 @@ std::array<struct sigaction, signals.size()> earlier;
 
 template <std::size_t N>
 void Write(char (&buffer)[N], const char* text) noexcept {
-    std::strncpy(buffer, text, N - 1);
+    std::size_t i = 0;
+    for (; i + 1 < N && text[i] != '\0'; ++i)
+        buffer[i] = text[i];
+    for (; i < N; ++i)
+        buffer[i] = '\0';
 }
 
 template <std::size_t N>

@@ -39,7 +39,8 @@ public:
     explicit QtTimers(Guard guard) : m_guard(std::move(guard)) {}
     [[nodiscard]] Ref<ITimer> NewTimer() override;
     void DoEvents() override;
-    // How many timers are waiting for their tick.
+    // How many timers are waiting for a tick that comes within half a second; those that look after something now and
+    // then don't count.
     [[nodiscard]] int RunningCount() const { return *m_running; }
 
 private:
