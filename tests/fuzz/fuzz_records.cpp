@@ -40,8 +40,8 @@ bool AreTaken(const std::string& bytes) {
     if (!node || !document->Validate(Schema()).sReason.empty())
         return false;
     try {
-        if (node->Attribute("ProgID").value_or("").empty() ||
-            !ToBoolean(Variant(node->Attribute("Active").value_or("False"))))
+        const bool isActive = ToBoolean(Variant(node->Attribute("Active").value_or("False")));
+        if (!isActive || node->Attribute("ProgID").value_or("").empty())
             return true; // left alone
         New<ServiceDef>()->Initialize(node);
         std::set<std::string> names;
