@@ -111,8 +111,8 @@ JobTimer::~JobTimer() {
     Stop();
 }
 
-void JobTimer::Start(Long lMilliseconds, JobOptions oOptions, std::function<std::unique_ptr<JobTask>()> fnNewTask,
-                     std::string sProcedure) {
+void JobTimer::Repeat(Long lMilliseconds, JobOptions oOptions, std::function<std::unique_ptr<JobTask>()> fnNewTask,
+                      std::string sProcedure) {
     if (lMilliseconds <= 0)
         Fail(FailureNumber::InvalidProcedureCall,
              "The interval of a timer is at least 1 millisecond, and not " + std::to_string(lMilliseconds), "Jobs");

@@ -196,7 +196,7 @@ public:
     template <class W, class D>
     void Start(Long lMilliseconds, JobOptions oOptions, W fnWork, D fnDone,
                const std::source_location& oWhere = std::source_location::current()) {
-        Start(
+        Repeat(
             lMilliseconds, std::move(oOptions),
             [fnWork = std::move(fnWork), fnDone = std::move(fnDone)]() -> std::unique_ptr<JobTask> {
                 return std::make_unique<detail::WorkTask<W, D>>(fnWork, fnDone);
@@ -210,8 +210,8 @@ public:
 private:
     struct State;
 
-    void Start(Long lMilliseconds, JobOptions oOptions, std::function<std::unique_ptr<JobTask>()> fnNewTask,
-               std::string sProcedure);
+    void Repeat(Long lMilliseconds, JobOptions oOptions, std::function<std::unique_ptr<JobTask>()> fnNewTask,
+                std::string sProcedure);
 
     std::shared_ptr<State> m_pState; // nothing while it is stopped
 };
