@@ -8,7 +8,7 @@ namespace corvane::testing {
 
 namespace {
 
-constexpr const char* service = R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"><Windows>
+constexpr const char* definition = R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"><Windows>
 <Window Name="Plot" Type="Wizard" State="Normal" IsMDIChild="False">
 <Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>
 <Preferences><Page PageProgID="Example.Figures" Caption="Figures" IsOptional="False" IsResizable="False"/></Preferences>
@@ -33,7 +33,7 @@ std::string Ui(const std::string& items, const std::string& behind = {}) {
 
 std::string Checked(const std::string& form, const std::string& name = "ExampleSvc.PlotPage", bool plugins = false) {
     CheckedFolder folder;
-    folder.Write("Services/Example.xml", service).Write("Forms/" + name + ".ui", form);
+    folder.Write("Services/Example.xml", definition).Write("Forms/" + name + ".ui", form);
     if (plugins)
         folder.AddPlugins();
     std::string text;
@@ -108,7 +108,7 @@ TEST(CheckForms, ComparesThemWithTheClass) {
 
 TEST(CheckForms, AreExplained) {
     CheckedFolder folder;
-    folder.Write("Services/Example.xml", service)
+    folder.Write("Services/Example.xml", definition)
         .Write("Forms/Example.Figures.ui", Ui(Labelled("QSpinBox", "Decimals", Has("maximum", "number", "6"))));
     const check::Explanation field = check::Explain(folder.Path(), "Forms/Example.Figures.decimals");
     for (const char* part :
