@@ -114,6 +114,7 @@ set(CORVANE_PUBLIC_HEADERS
 set(CORVANE_TESTING_HEADERS
   corvane/Testing.h
   adapters/messages/WindowMessages.h
+  adapters/process/ProcessMonitor.h
   headless/Dialogs.h
   headless/Document.h
   headless/Expectation.h

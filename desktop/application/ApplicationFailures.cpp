@@ -46,11 +46,12 @@ std::string Application::PlaceOf(const UncaughtFailure& uncaught) const {
     record.entered = isOfPage ? uncaught.page : std::string();
     if (record.plugin.empty())
         return {};
-    const std::string service = m_blame->Who(record);
+    const std::string folder = m_platform.utilities->GetAppFolder("Services");
+    std::string service = m_blame->Who(record);
+    if (EqualText(service, record.plugin))
+        service = OnlyServiceOf(record.plugin, folder);
     std::string text = "in " + (isOfPage ? uncaught.page : uncaught.plugin);
-    const DefinitionPlace place =
-        DefinitionPlaces(*CurrentPlatform().oFileSystem, m_platform.utilities->GetAppFolder("Services"))
-            .FindService(service);
+    const DefinitionPlace place = DefinitionPlaces(*CurrentPlatform().oFileSystem, folder).FindService(service);
     if (place.line > 0)
         text += " (service " + service + ", Services/" +
                 QFileInfo(QString::fromStdString(place.path)).fileName().toStdString() + ":" +

@@ -141,7 +141,8 @@ std::string TextOfFile(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The service that defines what has been entered, if it is one alone and of that plug-in; else nothing.
+// The service that defines what has been entered, or anything where that is empty, if it is one alone and of that
+// plug-in; else nothing.
 std::string ServiceBehind(const std::string& entered, const std::string& plugin, const std::string& servicesFolder) {
     const bool item = entered.starts_with('#');
     std::string found;
@@ -159,10 +160,11 @@ std::string ServiceBehind(const std::string& entered, const std::string& plugin,
                     break;
                 service = tag.Attribute("Name");
             }
-            defines = defines || (item ? tag.element == "ExplorerItem" &&
-                                             EqualText(tag.Attribute("Name"), std::string_view(entered).substr(1))
-                                       : EqualText(tag.Attribute("ProgID"), entered) ||
-                                             EqualText(tag.Attribute("PageProgID"), entered));
+            defines =
+                defines || entered.empty() ||
+                (item ? tag.element == "ExplorerItem" &&
+                            EqualText(tag.Attribute("Name"), std::string_view(entered).substr(1))
+                      : EqualText(tag.Attribute("ProgID"), entered) || EqualText(tag.Attribute("PageProgID"), entered));
         }
         if (!defines || service.empty())
             continue;
@@ -174,6 +176,10 @@ std::string ServiceBehind(const std::string& entered, const std::string& plugin,
 }
 
 } // namespace
+
+std::string OnlyServiceOf(const std::string& plugin, const std::string& servicesFolder) {
+    return ServiceBehind({}, plugin, servicesFolder);
+}
 
 std::string WhoIn(const CrashRecord& record, const std::string& servicesFolder) {
     const std::string plugin = record.plugin.empty() ? PluginOf(record.creating) : record.plugin;

@@ -22,6 +22,8 @@ struct CrashRecord {
 // Of several services of one plug-in it is the one whose object was being made or had been entered; code that neither
 // the library nor the host calls, such as a timer's, is known by its plug-in alone. From any thread.
 [[nodiscard]] std::string WhoIn(const CrashRecord& record, const std::string& servicesFolder);
+// The service of that plug-in; "" when it has several, or none.
+[[nodiscard]] std::string OnlyServiceOf(const std::string& plugin, const std::string& servicesFolder);
 
 class CrashMarker {
 public:

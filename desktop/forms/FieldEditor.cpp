@@ -44,18 +44,21 @@ void FieldEditor::Compose(QWidget* main, Growth growth, std::vector<QWidget*> be
     }
     m_column = new QVBoxLayout;
     m_column->setSpacing(gap);
-    const Qt::Alignment alignment = growth == Growth::Keeps ? Qt::AlignLeading : Qt::Alignment();
+    const bool isTall = main->sizePolicy().expandingDirections().testFlag(Qt::Vertical);
+    const int stretch = isTall ? 1 : 0; // what isn't tall leaves the height to others
     if (behind.empty()) {
-        m_column->addWidget(main, 1, growth == Growth::Keeps ? alignment | Qt::AlignTop : alignment);
+        m_column->addWidget(main, stretch, growth == Growth::Keeps ? Qt::AlignLeading : Qt::Alignment());
     } else {
         auto* line = new QHBoxLayout;
         line->addWidget(main, growth == Growth::Fills ? 1 : 0);
         for (QWidget* part : behind)
-            line->addWidget(part, 0, Qt::AlignTop);
+            line->addWidget(part, 0, isTall ? Qt::AlignTop : Qt::AlignVCenter);
         if (growth == Growth::Keeps)
             line->addStretch();
-        m_column->addLayout(line, 1);
+        m_column->addLayout(line, stretch);
     }
+    if (!isTall)
+        m_column->setAlignment(Qt::AlignTop);
     Watch(main);
     Describe();
 }

@@ -6,13 +6,13 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QVBoxLayout>
 #include <QWidget>
 #include <memory>
 #include <vector>
 
 class QLayout;
 class QToolButton;
-class QVBoxLayout;
 
 namespace corvane::desktop {
 

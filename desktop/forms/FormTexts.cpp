@@ -38,7 +38,7 @@ using forms::ProblemKind;
     QT_TRANSLATE_NOOP("FormProblem", "another value"),
 });
 
-bool IsNumber(FieldKind kind) {
+bool IsShownAsNumber(FieldKind kind) {
     return kind == FieldKind::Number || kind == FieldKind::Progress;
 }
 
@@ -59,7 +59,7 @@ QString Canonical(const QString& text, const QString& format, Parse parse) {
 
 QString ShownValue(FieldKind kind, const std::string& text) {
     QString shown = Text(text);
-    if (IsNumber(kind))
+    if (IsShownAsNumber(kind))
         shown.replace('.', QLocale().decimalPoint());
     else if (kind == FieldKind::DateTime && shown.size() > 10 && shown[10] == 'T')
         shown[10] = ' ';
@@ -68,7 +68,7 @@ QString ShownValue(FieldKind kind, const std::string& text) {
 
 std::string TypedValue(FieldKind kind, const QString& text) {
     const QString typed = text.trimmed();
-    if (IsNumber(kind))
+    if (IsShownAsNumber(kind))
         return QString(typed).replace(QLocale().decimalPoint(), ".").toStdString();
     if (kind == FieldKind::Date && !typed.isEmpty() && !QDate::fromString(typed, "yyyy-MM-dd").isValid())
         return Canonical(typed, "yyyy-MM-dd",

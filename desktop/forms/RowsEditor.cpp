@@ -16,7 +16,7 @@ namespace corvane::desktop {
 namespace {
 
 constexpr int rowsMeasured = 100;
-constexpr int rowsShown = 6;
+constexpr int tableRowsShown = 6;
 constexpr int widestColumn = 40; // characters
 
 // A cell with choices is edited in a box of them; any other one in a line, as a text.
@@ -77,7 +77,7 @@ RowsEditor::RowsEditor(std::shared_ptr<FormContext> form, std::size_t field, QWi
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setSelectionMode(Def().selection == forms::RowSelection::None ? QAbstractItemView::NoSelection
                                                                           : QAbstractItemView::SingleSelection);
-    m_view->setMinimumHeight(m_view->fontMetrics().lineSpacing() * rowsShown);
+    m_view->setMinimumHeight(m_view->fontMetrics().lineSpacing() * tableRowsShown);
     Header()->setStretchLastSection(true);
     Header()->setResizeContentsPrecision(rowsMeasured);
     Compose(m_view, Growth::Fills);

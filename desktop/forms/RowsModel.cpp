@@ -13,7 +13,7 @@ namespace {
 
 using forms::FieldKind;
 
-bool IsNumber(FieldKind kind) {
+bool IsRightAligned(FieldKind kind) {
     return kind == FieldKind::Integer || kind == FieldKind::Number;
 }
 
@@ -155,7 +155,7 @@ QVariant RowsModel::CellData(const QModelIndex& index, int role) const {
         return model.CellText(m_field, row, columnIndex) == "true" ? Qt::Checked : Qt::Unchecked;
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(
-            Qt::Alignment(Qt::AlignVCenter | (IsNumber(column.kind) ? Qt::AlignRight : Qt::AlignLeading)));
+            Qt::Alignment(Qt::AlignVCenter | (IsRightAligned(column.kind) ? Qt::AlignRight : Qt::AlignLeading)));
     case Qt::DecorationRole:
         if (model.CellProblem(m_field, row, columnIndex))
             return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
@@ -177,7 +177,7 @@ QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int rol
         return Text(column.title.text);
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(
-            Qt::Alignment(Qt::AlignVCenter | (IsNumber(column.kind) ? Qt::AlignRight : Qt::AlignLeading)));
+            Qt::Alignment(Qt::AlignVCenter | (IsRightAligned(column.kind) ? Qt::AlignRight : Qt::AlignLeading)));
     return {};
 }
 

@@ -21,7 +21,7 @@ constexpr int keyRole = Qt::UserRole;      // of an entry; empty for a line
 constexpr int lineRole = Qt::UserRole + 1; // its number among all
 
 // What a user reads of a caption.
-QString Plain(const std::string& caption) {
+QString WithoutMarks(const std::string& caption) {
     return Text(caption).remove('#');
 }
 
@@ -90,7 +90,8 @@ void MenuOutline::SetUpItem(QTreeWidgetItem& item, const check::OutlineLine& lin
         return;
     }
     item.setText(0, Text(line.key));
-    item.setText(1, line.isLost ? tr("%1 (doesn’t appear)").arg(Plain(line.caption)) : Plain(line.caption));
+    item.setText(1,
+                 line.isLost ? tr("%1 (doesn’t appear)").arg(WithoutMarks(line.caption)) : WithoutMarks(line.caption));
     item.setText(2, Text(line.places.front().file).section('/', -1));
     item.setToolTip(2, Text(line.places.front().file));
 }
@@ -165,9 +166,9 @@ void MenuOutline::Undo() {
         for (const check::FixedFile& file : files)
             if (ReadBytes(file.path) == file.after) // else it has been edited since
                 check::ReplaceFile({file.path, file.after, file.before});
-        emit Written();
+        Q_EMIT Written();
     } catch (...) {
-        emit Refused(Text(CurrentFailure().Description));
+        Q_EMIT Refused(Text(CurrentFailure().Description));
     }
     UpdateActions();
 }
@@ -185,9 +186,9 @@ void MenuOutline::Write(const QTreeWidgetItem& menu) {
             check::ReplaceFile(file);
         if (!files.empty())
             m_written.push_back(std::move(files));
-        emit Written();
+        Q_EMIT Written();
     } catch (...) {
-        emit Refused(Text(CurrentFailure().Description));
+        Q_EMIT Refused(Text(CurrentFailure().Description));
     }
     UpdateActions();
 }

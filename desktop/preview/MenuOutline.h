@@ -13,7 +13,7 @@ class QAction;
 
 namespace corvane::desktop {
 
-class MenuOutline final : public QTreeWidget {
+class MenuOutline : public QTreeWidget {
     Q_OBJECT
 public:
     explicit MenuOutline(QWidget* parent = nullptr);
@@ -32,7 +32,7 @@ public:
     void Undo();
     [[nodiscard]] bool CanUndo() const { return !m_written.empty(); }
 
-signals:
+Q_SIGNALS:
     // Files have been written, or, with the reason, can't be.
     void Written();
     void Refused(const QString& why);

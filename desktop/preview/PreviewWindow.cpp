@@ -105,8 +105,10 @@ void PreviewWindow::SetUpDocks() {
     tabifyDockWidget(m_problemsDock, m_callsDock);
     m_outlineDock->hide();
     connect(m_outlineDock, &QDockWidget::visibilityChanged, this, [this](bool isVisible) {
-        if (isVisible)
-            ShowOutline();
+        if (!isVisible)
+            return;
+        ShowOutline();
+        Problems_Current();
     });
     connect(m_problems, &QTreeWidget::currentItemChanged, this, &PreviewWindow::Problems_Current);
     connect(m_outline, &MenuOutline::Written, this, [this] { m_refused.clear(); }); // the files are followed

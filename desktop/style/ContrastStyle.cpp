@@ -130,6 +130,9 @@ void ContrastStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     QProxyStyle::drawComplexControl(control, optionComplex, painter, widget);
     if (control == CC_ComboBox || control == CC_SpinBox)
         DrawLine(painter, *optionComplex, optionComplex->rect);
+    if (control == CC_Slider)
+        for (const SubControl part : {SC_SliderGroove, SC_SliderHandle})
+            DrawLine(painter, *optionComplex, subControlRect(control, optionComplex, part, widget));
     if (control == CC_ScrollBar)
         DrawLine(painter, *optionComplex, subControlRect(control, optionComplex, SC_ScrollBarSlider, widget));
 }

@@ -130,7 +130,6 @@ TEST_F(AfterFailureTest, BarStaysWhileTheWorkAroundAFailureGoesOn) {
             QTimer::singleShot(0, qApp, [time] { Fail(5, "another's timer " + std::to_string(time)); });
             EXPECT_TRUE(QTest::qWaitFor([&] { return m_application->Failures().ShownCount() == time; }, 30000));
             EXPECT_TRUE(bar->Visible()) << time;
-            EXPECT_FALSE(m_application->Bar()->Tools()->Item("MenuC.Act")->Enabled()) << time;
             bar->Hide();
         }
     };

@@ -30,9 +30,9 @@ TEST_F(CommandClickTest, LabelThatIsBeingEditedIsOverBeforeTheCommandActs) {
         Tree().Tree()->SetSelectedItem(Tree().Tree()->GetNodes()->Item("Root"));
         Tree().Tree()->NodeClick.Raise(Tree().Tree()->SelectedItem());
     };
-    for (const char* typed : {"Other", ""}) {
+    for (const auto& [key, typed] : {std::pair("Leaf.Leaf", "Other"), std::pair("Leaf.Other", "")}) {
         SCOPED_TRACE(typed);
-        QLineEdit* label = OpenLabel("Leaf.Leaf");
+        QLineEdit* label = OpenLabel(key);
         ASSERT_TRUE(label) << m_application->AsText();
         if (*typed)
             QTest::keyClicks(label, typed);

@@ -56,7 +56,10 @@ TEST_P(EndingAt, ThatPlaceEndsTheApplicationAndNothingElse) {
     if (auto* button = InPage<QPushButton>())
         QTest::mouseClick(button, Qt::LeftButton);
     if (auto* field = InPage<QLineEdit>())
-        QTest::keyClick(field, Qt::Key_Return); // OK is the default
+        QTest::keyClick(field, Qt::Key_Return);
+    Turn();
+    if (isRunning())
+        m_application->ClickCommand("ok");
     Turn();
     if (isRunning())
         m_application->ByHost([] { OpenWindow(); });

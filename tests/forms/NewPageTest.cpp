@@ -19,7 +19,7 @@ std::string TextOf(const std::string& path) {
 TEST(NewPage, AddsAFormWithItsWindowAndClass) {
     const test::TemporaryFolder folder;
     const std::string root = folder.Path("birds");
-    (void)NewApplication(root, {}, "0.1.0");
+    (void)NewApplication(root, {}, "0.1.0", Language::Cpp);
     const std::vector<std::string> written = NewPage(root, "details", "");
     EXPECT_EQ(written.size(), 4U);
     std::filesystem::copy_file(CORVANE_SOURCE "/packaging/schema/Service.xdr", root + "/app/Services/Service.xdr");
@@ -34,7 +34,7 @@ TEST(NewPage, AddsAFormWithItsWindowAndClass) {
     // The second one of the name, a service that isn't there, and two of them change nothing.
     EXPECT_THROW((void)NewPage(root, "Details", ""), Failure);
     EXPECT_THROW((void)NewPage(root, "More", "Brids"), Failure);
-    (void)NewService(root, "Nests");
+    (void)NewService(root, "Nests", Language::Cpp);
     EXPECT_THROW((void)NewPage(root, "More", ""), Failure);
     EXPECT_EQ(TextOf(root + "/services/Birds/BirdsService.cpp"), source);
     EXPECT_EQ(NewPage(root, "More", "nests").size(), 4U);

@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* service = R"(import os, sys
+constexpr const char* source = R"(import os, sys
 import corvane
 from corvane import _runtime
 
@@ -29,7 +29,7 @@ def fault(where):
         return
     open(mark, "w").close()
     what = os.environ["WHAT"]
-    print("at fault", file=sys.stderr)
+    print(what, "at fault", file=sys.stderr)
     if what == "kill":
         os.kill(os.getpid(), 9)
     elif what == "abort":
@@ -91,7 +91,7 @@ public:
         fs::copy(CORVANE_AVIARY, m_path, fs::copy_options::recursive);
         std::ofstream(m_path / "Services/Faulty.xml") << definition;
         fs::create_directory(m_path / "plugins/Faulty");
-        std::ofstream(m_path / "plugins/Faulty/faulty.py") << service;
+        std::ofstream(m_path / "plugins/Faulty/faulty.py") << source;
         const nlohmann::json settings{{"run", {"python3", "faulty.py"}},
                                       {"env", {{"WHERE", where}, {"WHAT", what}, {"MARK", (m_path / "mark").string()}}},
                                       {"limits", {{"memory", 1024}, {"cpu", 600}}}};
@@ -114,7 +114,7 @@ private:
 // Stops a process as soon as it has said that it is at fault, and not before, however busy the machine is.
 class StopsAtFault final : public ProcessMonitor {
 public:
-    void Said(std::string_view /*service*/, std::string_view line) override { m_isAtFault |= line == "at fault"; }
+    void Said(std::string_view /*service*/, std::string_view line) override { m_isAtFault |= line == "loop at fault"; }
     [[nodiscard]] bool KeepsWaiting(std::string_view /*service*/, int /*milliseconds*/) override {
         return !std::exchange(m_isAtFault, false);
     }
@@ -219,7 +219,7 @@ TEST(Process, SaysWhyItCantBeStarted) {
         {R"({"run": ["no-such-program"]})", "there is no program \"no-such-program\" in the PATH"},
         {R"({"run": ["./faulty.py"]})", "can't be run: Permission denied"},
         {R"({"run": ["false"]})", "ended with exit code 1 while it was starting"},
-        {R"({"run": ["python3", "none.py"]})", "ended with exit code 2 (python3: can't open file"},
+        {R"({"run": ["python3", "none.py"]})", "python3: can't open file"},
         {R"({"run": ["sh", "-c", "echo '{\"hello\":\"x\",\"protocol\":9,\"classes\":[]}' >&3; cat <&3"]})",
          "speaks version 9 of the protocol"},
     };

@@ -59,14 +59,14 @@ run_tests(example, example)
 steps = folder / "steps.txt"
 steps.write_text("tab 0\nnode 0 BirdsItem.Item 1\ndblclick\n")
 shown = run(corvane, "inspect", str(app), "--steps", str(steps))
-for wanted in ("[BirdsItem.Item 1]", "Title", "Item 1"):
+for wanted in ("key Item 1", "Title: Item 1"):
     if wanted not in shown:
         sys.exit(f"{wanted} isn't in\n{shown}")
 
 service = app / "plugins/BirdsSvc/service.py"
 text = service.read_text()
-service.write_text(text.replace("def OnNew(self)", "def OnNew(self, item)").replace("def OnOpen", "def OnOpened"))
+service.write_text(text.replace("def OnNew(self)", "def OnNew(self, item)").replace("def Start", "def Started"))
 found = run(corvane, "check", str(app), "--plugins", status=1)
-for wanted in ("BirdsSvc.BirdsService.OnNew takes one argument", 'BirdsSvc.BirdsItem has no member "OnOpen"'):
+for wanted in ("BirdsSvc.BirdsService.OnNew takes one argument", 'BirdsSvc.BirdsService has no member "Start"'):
     if wanted not in found:
         sys.exit(f"{wanted} isn't in\n{found}")
