@@ -63,7 +63,7 @@ public:
         if (IsCancelled())
             throw JobCancelled();
     }
-    // Divides this part of the work into as many as there are weights, one after another or at the same time: each has
+    // Divides the work of this progress by weights, one piece after another or several at the same time: each piece has
     // its own progress, and the whole follows them. Weights that aren't greater than 0 count nothing. The results last
     // as long as the work.
     virtual std::vector<std::reference_wrapper<JobProgress>> Split(const std::vector<Double>& aWeights) = 0;

@@ -134,7 +134,7 @@ private:
     void Seen() override;
     void Returned() override;
     void ShowUncaught(const UncaughtFailure& uncaught);
-    [[nodiscard]] std::string PlaceOf(const UncaughtFailure& uncaught) const; // empty where nobody is to blame
+    [[nodiscard]] std::string PlaceOf(const UncaughtFailure& uncaught) const; // empty when it is unknown
 
     void SetUpWindowHost();
     void Note(const char* procedure, const std::string& text) const; // in the log
