@@ -82,6 +82,7 @@ ModelHost::ModelHost(const HostOptions& options) {
     };
     host.begins = false;
     host.keepsAll = true;
+    host.explorer = m_panelForm;
     if (options.oneThread)
         host.mostThreads = 0;
     m_jobs = New<jobs::Manager>(std::move(host));

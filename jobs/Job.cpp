@@ -25,8 +25,9 @@ std::string PlaceOfJob(const JobOptions& options, const std::string& procedure, 
 
 Job::Job(Manager& manager, Number number, JobOptions options, std::unique_ptr<JobTask> task, std::string procedure)
     : m_manager(&manager), m_number(number), m_options(std::move(options)), m_owner(OwnerOf(m_options.owner)),
-      m_window(WindowOfOwner(m_options.owner)), m_place(PlaceOfJob(m_options, procedure, m_owner)),
-      m_task(std::move(task)),
+      m_window(WindowOfOwner(m_options.owner)),
+      m_hadNode(manager.m_host.explorer && HasNode(m_options.owner, *manager.m_host.explorer)),
+      m_place(PlaceOfJob(m_options, procedure, m_owner)), m_task(std::move(task)),
       m_run(std::make_shared<Run>(*m_task, m_options.title, m_owner.service, *manager.m_pool, manager.m_host.threads)) {
 }
 

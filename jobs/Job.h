@@ -55,6 +55,7 @@ private:
     JobOptions m_options;
     Owner m_owner;
     Ref<Window> m_window;
+    bool m_hadNode; // its owner, in the explorer when it started
     std::string m_place;
     std::unique_ptr<JobTask> m_task;
     std::shared_ptr<Run> m_run;

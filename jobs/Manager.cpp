@@ -117,11 +117,16 @@ void Manager::End(const Ref<Job>& job) {
             m_ended.pop_front();
     }
     Changed.Raise();
-    if (!m_stopped && IsOpen(job->m_window))
+    if (!m_stopped && HasOwner(*job))
         m_host.guard([&] { CallBack(*job); });
     else if (!m_stopped && job->m_error)
         m_host.guard([&] { throw Failure(*job->m_error); });
     LetGo(*job);
+}
+
+// Neither has its window closed, nor has its item been removed from the explorer.
+bool Manager::HasOwner(const Job& job) const {
+    return IsOpen(job.m_window) && (!job.m_hadNode || HasNode(job.m_options.owner, *m_host.explorer));
 }
 
 void Manager::CallBack(Job& job) {

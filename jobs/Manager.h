@@ -1,6 +1,7 @@
 // The jobs of an application: the main form's member "Jobs".
 #pragma once
 
+#include "corvane/platform/controls/PanelForm.h"
 #include "jobs/Job.h"
 
 #include <deque>
@@ -17,6 +18,7 @@ struct Host {
     // False: results are held back for now. The host then calls Deliver again by itself.
     std::function<bool()> mayDeliver = [] { return true; };
     ThreadHooks threads = {};
+    Ref<PanelForm> explorer = {};             // where the nodes of owners are; nothing without an explorer
     std::size_t mostThreads = UsualThreads(); // 0: the work is done by RunToEnd, in its thread
     bool begins = true;                       // false: jobs begin in RunToEnd
     bool keepsAll = false;                    // of those that have ended, the quiet ones as well
@@ -72,6 +74,7 @@ private:
     void Work(Number number, Run& run);
     [[nodiscard]] std::optional<Number> TakeFinished();
     void End(const Ref<Job>& job);
+    [[nodiscard]] bool HasOwner(const Job& job) const;
     void CallBack(Job& job);
     static void LetGo(Job& job); // of what it holds
     void Cancel(Job& job);

@@ -5,6 +5,7 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/IExplorerItem.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
+#include "corvane/platform/controls/PanelForm.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
@@ -37,6 +38,20 @@ Owner OwnerOf(const Ref<Object>& owner) {
         if (const Ref<Object>* object = manager->Services()->Find(service->Name()); object && *object == owner)
             return {{}, service->Name()};
     return {};
+}
+
+// An item is known by its name, below a folder's definition also by that of its own definition.
+bool HasNode(const Ref<Object>& owner, const PanelForm& explorer) {
+    const auto access = owner.TryAs<IExplorerItemAccess>();
+    const Ref<IExplorerItem> item = access ? access->ExplorerItem() : nullptr;
+    const Ref<ExplorerItemDef> def = item ? item->ExplorerItemDef() : nullptr;
+    if (!def)
+        return false;
+    for (const Ref<Object>& control : *explorer.Controls())
+        if (const auto tree = control.TryAs<TreeView>())
+            if (tree->GetNodes()->Find(item->Name()) || tree->GetNodes()->Find(def->Name() + "." + item->Name()))
+                return true;
+    return false;
 }
 
 bool IsOpen(const Ref<Window>& window) {

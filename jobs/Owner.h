@@ -6,8 +6,9 @@
 #include <string>
 
 namespace corvane {
+class PanelForm;
 class Window;
-}
+} // namespace corvane
 
 namespace corvane::jobs {
 
@@ -17,6 +18,9 @@ struct Owner {
     std::string service; // in whose definition it is
 };
 [[nodiscard]] Owner OwnerOf(const Ref<Object>& owner);
+
+// Whether the owner is an explorer item that has a node in one of the explorer's trees.
+[[nodiscard]] bool HasNode(const Ref<Object>& owner, const PanelForm& explorer);
 
 // False once it has closed; true for nothing, too.
 [[nodiscard]] bool IsOpen(const Ref<Window>& window);

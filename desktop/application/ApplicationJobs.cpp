@@ -10,6 +10,7 @@ void Application::SetUpJobs() {
     parts.guard = [this](const std::function<void()>& act) { ByHost(act); };
     parts.mayDeliver = [this] { return !m_shell.IsBarShown() && !HasEnded(); };
     parts.threads = {&CrashMarker::SetThreadService, [] { CrashMarker::SetThreadService({}); }};
+    parts.explorer = m_panelForm;
     parts.ask = [this](const JobQuestion& question) { return AskAboutJobs(question); };
     m_jobs = std::make_unique<DesktopJobs>(std::move(parts));
     m_mainForm->AddMember("Jobs", m_jobs->Manager());

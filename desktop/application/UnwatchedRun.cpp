@@ -18,10 +18,17 @@ UnwatchedRun::~UnwatchedRun() {
 
 bool UnwatchedRun::Run() {
     do
-        m_application.Settle();
+        Rest();
     while (TakeNextStep());
     Look();
     return m_allDone;
+}
+
+// What a job brings may start another one.
+void UnwatchedRun::Rest() {
+    do
+        m_application.Settle();
+    while (!m_application.HasEnded() && m_application.Jobs().WaitForAll());
 }
 
 bool UnwatchedRun::TakeNextStep() {
@@ -59,9 +66,9 @@ void UnwatchedRun::Look() {
 }
 
 void UnwatchedRun::DuringModalForm(const std::function<bool()>& goesOn, const std::function<void()>& end) {
-    m_application.Settle();
+    Rest();
     while (goesOn() && TakeNextStep())
-        m_application.Settle();
+        Rest();
     if (!goesOn())
         return;
     Look();

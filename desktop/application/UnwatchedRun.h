@@ -28,6 +28,7 @@ public:
     bool Run();
 
 private:
+    void Rest(); // until nothing happens any more
     bool TakeNextStep();
     void Look();
     void DuringModalForm(const std::function<bool()>& goesOn, const std::function<void()>& end);

@@ -3,6 +3,7 @@
 #include "desktop/jobs/JobBar.h"
 #include "desktop/jobs/JobsDialog.h"
 
+#include <QCoreApplication>
 #include <QMainWindow>
 #include <QStatusBar>
 #include <algorithm>
@@ -28,6 +29,7 @@ DesktopJobs::DesktopJobs(Parts parts) : m_parts(std::move(parts)) {
     host.guard = m_parts.guard;
     host.mayDeliver = m_parts.mayDeliver;
     host.threads = m_parts.threads;
+    host.explorer = m_parts.explorer;
     m_manager = New<jobs::Manager>(std::move(host));
     m_changed = m_manager->Changed.Subscribe([this] { Follow(); });
     m_refresh.setInterval(refreshInterval);
@@ -134,6 +136,13 @@ void DesktopJobs::CancelAll() {
     QTimer::singleShot(0, this, [this] { m_ends = false; });
     for (const auto& job : m_manager->Active())
         job->Cancel();
+}
+
+bool DesktopJobs::WaitForAll() {
+    const bool any = m_manager->HasActive();
+    while (m_manager->HasActive() && !m_manager->HasStopped() && m_parts.mayDeliver())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); // the refresh comes again and again
+    return any;
 }
 
 bool DesktopJobs::Stop(std::string& stillRunning) {

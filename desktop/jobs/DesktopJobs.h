@@ -24,6 +24,7 @@ public:
         std::function<void(const std::function<void()>& act)> guard; // runs what enters the library
         std::function<bool()> mayDeliver;                            // false while other work keeps the shell out
         jobs::ThreadHooks threads;
+        Ref<PanelForm> explorer;
         std::function<JobAnswer(const JobQuestion&)> ask;
     };
     explicit DesktopJobs(Parts parts);
@@ -42,6 +43,9 @@ public:
     [[nodiscard]] std::vector<std::string> Running() const;
     // The user has agreed to that: until the event loop turns, no window asks about its jobs.
     void CancelAll();
+    // Runs the event loop until there is no job any more; results that are held back for now aren't waited for. True
+    // when there was one.
+    bool WaitForAll();
     // At the end of the application; false when a job went on regardless, whose title and service are in the text.
     [[nodiscard]] bool Stop(std::string& stillRunning);
 

@@ -1,6 +1,8 @@
 #include "jobs/Manager.h"
 
+#include "corvane/author/ExplorerItem.h"
 #include "corvane/author/Jobs.h"
+#include "corvane/platform/controls/PanelForm.h"
 
 #include <atomic>
 #include <cmath>
@@ -288,6 +290,55 @@ TEST_P(JobsTest, RefuseWhatCannotBeStarted) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Threads, JobsTest, ::testing::Values(0U, 1U, 4U));
+
+// Nor of a failure, which is shown as one of a window that has closed.
+TEST(Jobs, DontCallAnItemThatIsNotInTheExplorerAnyMore) {
+    class Bird final : public ExplorerItem<Bird> {
+    public:
+        using ExplorerItem<Bird>::Base;
+    };
+    Host host;
+    host.mostThreads = 0;
+    host.explorer = New<PanelForm>();
+    Texts shown;
+    host.guard = [&](const std::function<void()>& act) {
+        try {
+            act();
+        } catch (const Failure& failure) {
+            shown.push_back(failure.Description);
+        }
+    };
+    const auto tree = host.explorer->AddControl("MSComctlLib.TreeCtrl.2", "tvw").As<TreeView>();
+    const auto jobs = New<Manager>(std::move(host));
+    Texts done;
+    const auto start = [&](const Ref<Object>& owner, bool fails) {
+        const auto work = [fails] {
+            if (fails)
+                Fail(5, "no seeds");
+        };
+        const auto note = [&](JobResult<void>&) { done.push_back("done"); };
+        jobs->Start({.title = "Feed", .owner = owner},
+                    std::make_unique<detail::WorkTask<decltype(work), decltype(note)>>(work, note), "");
+    };
+    const auto stays = New<Bird>();
+    const auto goes = New<Bird>();
+    const auto elsewhere = New<Bird>(); // never in the explorer: nothing is known of its end
+    const char* key = "a";
+    for (const auto& bird : {stays, goes}) {
+        bird->Base()->NameSilently(key);
+        bird->Base()->Initialize(New<ExplorerItemDef>());
+        (void)tree->GetNodes()->Add("", NodeRelationship::First, key, key);
+        key = "b";
+    }
+    for (const auto& bird : {stays, goes, elsewhere})
+        for (const bool fails : {false, true})
+            start(bird, fails);
+    tree->GetNodes()->Remove("b");
+    jobs->RunToEnd();
+    EXPECT_EQ(done.size(), 4U);
+    EXPECT_EQ(shown, Texts(3, "no seeds")); // none of those who are called back has taken it
+    EXPECT_TRUE(jobs->Stop(std::chrono::hours(1)));
+}
 
 TEST(Jobs, KnowTheProcedureThatStartsThem) {
     struct Birds {
