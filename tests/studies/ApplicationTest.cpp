@@ -10,6 +10,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "headless/ModelHost.h"
+#include "jobs/Manager.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <array>
@@ -383,7 +384,7 @@ TEST_F(StudiesWindows, ResultsThatTookTimeAreUnsavedUntilTheyAreSaved) {
     m_host->Do([&] { document->SetSettings(settings); });
     EXPECT_EQ(service->UnsavedItems(order)->Count(), 0) << "another click away";
     EXPECT_TRUE(IsOffered("File.Save"));
-    const std::vector<double> values = document->Data()->Data().Find("body_mass_g")->numbers;
+    const auto values = studies::NumbersIn(document->Data()->Shared(), "body_mass_g");
     m_host->Do([&] { document->SetResult({342, 4201.8, 43, {4117, 4286}}, settings, values); });
     const Ref<Dictionary> unsaved = service->UnsavedItems(order);
     ASSERT_EQ(unsaved->Keys(), (std::vector<std::string>{"Histogram of penguins.csv: body mass"}));
@@ -430,6 +431,45 @@ TEST_F(StudiesWindows, ResultsThatTookTimeAreUnsavedUntilTheyAreSaved) {
 }
 
 #endif
+
+TEST_F(StudiesApplication, LargeDataAreReadAndImportedByJobs) {
+    constexpr int rows = 27000;
+    std::string names;
+    std::string row;
+    for (int i = 0; i < 20; ++i) {
+        names += (i > 0 ? ",c" : "c") + std::to_string(i);
+        row += (i > 0 ? "," : "") + std::to_string(i);
+    }
+    std::string text = names + "\n";
+    for (int i = 0; i < rows; ++i)
+        text += row + "\n";
+    std::ofstream(m_folder.Path("big.csv")) << text;
+    Start();
+    m_host->Do([&] {
+        const Variant path[] = {m_folder.Path("big.csv")};
+        CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", path);
+    });
+    EXPECT_EQ(Status(), "0 studies");
+    EXPECT_EQ(m_host->Jobs()->Active().front()->Title(), "Read big.csv");
+    m_host->RunJobs();
+    EXPECT_EQ(Status(), "big.csv imported into “Study 1”: 27,000 rows, 20 columns");
+    EXPECT_EQ(Selected(), "big.csv");
+    m_host->Timers().TickAll();
+    EXPECT_EQ(Status(), "big.csv imported into “Study 1”: 27,000 rows, 20 columns") << "no one else has changed it";
+
+    Click("Analysis.Histogram"); // reads them first
+    Click("File.NewStudy");      // and others can be written meanwhile
+    m_host->RunJobs();
+    EXPECT_NE(Tree().find("Study 2"), std::string::npos) << Tree();
+    Click("Edit.Undo");
+    Click("Edit.Undo");
+    EXPECT_EQ(Tree().find("big.csv"), std::string::npos) << Tree();
+    std::string ended;
+    for (const auto& job : m_host->Jobs()->Ended())
+        ended += job->Title() + "|";
+    EXPECT_EQ(ended, "Read big.csv|Import big.csv|Read big.csv|");
+    EXPECT_EQ(Failures(), "");
+}
 
 TEST_F(StudiesApplication, NamesThatAreRefusedLeaveStudyAndFileAsTheyWere) {
     Start();

@@ -9,12 +9,10 @@
 #include "Histogram.h"
 #include "Report.h"
 #include "Statistics.h"
-#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
-#include "jobs/Manager.h"
 #include "tests/studies/Penguins.h"
+#include "tests/studies/RunAsJob.h"
 
-#include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -175,22 +173,28 @@ TEST(Bootstrap, FindsTheSameOnAnyNumberOfThreads) {
         EXPECT_LT(plain.interval.low, plain.figure) << NameOf(figure);
         EXPECT_GT(plain.interval.high, plain.figure) << NameOf(figure);
         for (const std::size_t threads : {0U, 1U, 3U}) {
-            corvane::jobs::Host host;
-            host.mostThreads = threads;
-            const auto jobs = corvane::New<corvane::jobs::Manager>(std::move(host));
-            BootstrapResult result;
-            const auto work = [&](corvane::JobProgress& progress) { return RunBootstrap(values, options, &progress); };
-            const auto done = [&](const BootstrapResult& found) { result = found; };
-            jobs->Start({.title = "Bootstrap"},
-                        std::make_unique<corvane::detail::WorkTask<decltype(work), decltype(done)>>(work, done), "");
-            jobs->RunToEnd();
+            const BootstrapResult result = *RunAsJob(
+                threads, [&](corvane::JobProgress& progress) { return RunBootstrap(values, options, &progress); });
             EXPECT_EQ(result.error, plain.error) << threads;
             EXPECT_EQ(result.interval.low, plain.interval.low) << threads;
             EXPECT_EQ(result.interval.high, plain.interval.high) << threads;
-            EXPECT_TRUE(jobs->Stop(std::chrono::hours(1)));
         }
     }
     EXPECT_THROW((void)RunBootstrap(std::span(values).first(1), {}), corvane::Failure);
+}
+
+TEST(Bootstrap, EndsSoonWhenItIsCancelled) {
+    const double sample[] = {1, 2, 3};
+    BootstrapOptions options;
+    options.resamples = 100000;
+    for (const std::size_t threads : {0U, 3U}) {
+        std::optional<double> reached;
+        EXPECT_FALSE(RunAsJob(
+            threads, [&](corvane::JobProgress& progress) { return RunBootstrap(sample, options, &progress); }, 0.1,
+            &reached));
+        EXPECT_GE(reached, 0.1);
+        EXPECT_LT(reached, 0.2) << threads;
+    }
 }
 
 // The heights of the stacked bars are those of the whole, and the legend names the groups.

@@ -1,9 +1,12 @@
 #include "Store.h"
 
 #include "Csv.h"
+#include "RowView.h"
 #include "corvane/base/Failure.h"
+#include "tests/studies/RunAsJob.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -330,10 +333,8 @@ TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
     EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
 }
 
-TEST_F(StoreOfStudies, RowsAreSortedAndFiltered) {
-    Store store(m_path);
-    const Id set = store.ImportDataSet(store.CreateStudy("A"), "set", "",
-                                       ReadCsv("name,mass\nb,10\nA,9\n,2\n50%,\nb_c,10.5\n").table);
+TEST(RowView, SortsAndFilters) {
+    const Table table = ReadCsv("name,mass\nb,10\nA,9\n,2\n50%,\nb_c,10.5\n").table;
     const struct {
         RowView view;
         const char* rows;
@@ -355,15 +356,78 @@ TEST_F(StoreOfStudies, RowsAreSortedAndFiltered) {
     };
     for (const auto& testCase : cases) {
         std::string rows;
-        for (const Id row : store.RowIds(set, testCase.view))
-            rows += std::to_string(row);
+        for (const std::uint32_t row : RowsOf(table, testCase.view))
+            rows += std::to_string(row + 1);
         EXPECT_EQ(rows, testCase.rows) << testCase.view.sortColumn << " " << testCase.view.filter;
     }
     EXPECT_EQ(FailureOfCall([&] {
-                  (void)store.RowIds(set, {-1, false, 1, "> x"});
+                  (void)RowsOf(table, {-1, false, 1, "> x"});
               }),
               "“x” isn't a number, and “mass” is a numeric column.");
-    EXPECT_EQ(FailureOfCall([&] { (void)store.RowIds(set, {-1, false, 1, "<"}); }), "A value is missing after “<”.");
+    EXPECT_EQ(FailureOfCall([&] { CheckFilter(table.columns, {-1, false, 1, "<"}); }), "A value is missing after “<”.");
+}
+
+// In parts on several threads as in one.
+TEST(RowView, FindsTheSameInAJob) {
+    Table table;
+    table.rows = 40000;
+    table.columns = {{"name", ColumnType::Text, {}, {}}, {"size", ColumnType::Number, {}, {}}};
+    for (std::size_t row = 0; row < table.rows; ++row) {
+        table.columns[0].texts.push_back(row % 11 == 0 ? "" : "a common Begin " + std::to_string(row * 7919 % 500));
+        table.columns[1].numbers.push_back(row % 13 == 0 ? std::nan("")
+                                                         : std::fmod(static_cast<double>(row) * 0.37, 91.0) - 40);
+    }
+    for (const RowView& view : {RowView{0, true, -1, "7"}, {1, false, 0, "BEGIN 4"}, {1, true, 1, ">= -3"}}) {
+        const auto rows = RowsOf(table, view);
+        EXPECT_GT(rows.size(), 100U);
+        EXPECT_EQ(RunAsJob(3, [&](corvane::JobProgress& progress) { return RowsOf(table, view, &progress); }), rows);
+    }
+}
+
+TEST_F(StoreOfStudies, JobsWriteAndReadTheirTablesBesideIt) {
+    Store store(m_path);
+    const Id study = store.CreateStudy("A");
+    Table table = m_table;
+    while (table.rows < 5000) {
+        for (Column& column : table.columns)
+            if (column.IsNumeric())
+                column.numbers.push_back(static_cast<double>(table.rows));
+            else
+                column.texts.push_back(table.rows % 3 == 0 ? "" : std::to_string(table.rows));
+        ++table.rows;
+    }
+    const auto write = [&](Id id, double cancelAt) {
+        return RunAsJob(
+            1,
+            [&](corvane::JobProgress& progress) {
+                WriteDataTable(m_path, id, table, progress);
+                return true;
+            },
+            cancelAt);
+    };
+    const Id reserved = store.ReserveDataSet();
+    (void)store.NoticeChanges();
+    store.BeginBeside();
+    EXPECT_TRUE(write(reserved, 2));
+    EXPECT_FALSE(store.NoticeChanges()) << "these are our own";
+    EXPECT_EQ(Contents(store), "A[]") << "it isn't part of the study yet";
+    store.EndBeside();
+    EXPECT_FALSE(store.NoticeChanges());
+    EXPECT_EQ(store.ImportDataSet(study, "set", "", table, reserved), reserved);
+    EXPECT_EQ(WriteCsv(store.ReadDataSet(reserved)), WriteCsv(table));
+    const auto read =
+        RunAsJob(1, [&](corvane::JobProgress& progress) { return ReadDataTable(m_path, reserved, progress); });
+    EXPECT_EQ(WriteCsv(*read), WriteCsv(table));
+    store.Undo();
+    EXPECT_EQ(Contents(store), "A[]");
+    store.Redo();
+    EXPECT_EQ(Contents(store), "A[set(5000)]");
+
+    const Id cancelled = store.ReserveDataSet();
+    EXPECT_GT(cancelled, reserved);
+    EXPECT_FALSE(write(cancelled, 0.01));
+    Database database(m_path);
+    EXPECT_EQ(database.WholeOf("SELECT count(*) FROM sqlite_master WHERE name='" + DataTable(cancelled) + "'"), 0);
 }
 
 // The first version had summaries alone, without notes and units.

@@ -1,15 +1,18 @@
 #include "DataService.h"
 
-#include "Csv.h"
 #include "Errors.h"
 #include "Files.h"
 #include "LibraryItems.h"
 #include "Report.h"
 #include "Windows.h"
+#include "corvane/Jobs.h"
 #include "corvane/author/Host.h"
 #include "corvane/base/PluginExport.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 namespace studies {
 
@@ -33,32 +36,49 @@ void DataService::OnOpen() {
 }
 
 void DataService::OpenFile(const std::string& path) {
-    const Ref<DataSetContext> data = Data(path);
-    OpenDataWindow(data);
-    const DataSet info = data->Info();
-    const std::size_t columns = m_workspace->GetStore().Columns(info.id).size();
-    SetStatus(info.name + ": " + SizeText(static_cast<std::size_t>(info.rows), columns));
+    WithData(path, [this](const Ref<DataSetContext>& data) {
+        OpenDataWindow(data);
+        const DataSet info = data->Info();
+        const std::size_t columns = m_workspace->GetStore().Columns(info.id).size();
+        SetStatus(info.name + ": " + SizeText(static_cast<std::size_t>(info.rows), columns));
+    });
 }
 
-Ref<DataSetContext> DataService::Data(const std::string& path) {
+void DataService::WithData(const std::string& path, const std::function<void(const Ref<DataSetContext>&)>& then) {
+    constexpr std::uintmax_t atOnce = 1'000'000; // bytes
+    Store& store = m_workspace->GetStore();
+    for (const DataSet& dataSet : store.DataSets(m_studyId))
+        if (dataSet.source == path && m_workspace->IsInUse(dataSet.id))
+            return then(m_workspace->DataSet(dataSet.id));
+    const CsvOptions options{0, true};
+    std::error_code unknown;
+    if (const std::uintmax_t bytes = std::filesystem::file_size(path, unknown); unknown || bytes <= atOnce)
+        return then(Add(path, std::make_shared<const CsvResult>(ReadCsvFile(path, options))));
+    StartJob(
+        {.title = "Read " + FileNameOf(path), .owner = Ref<Object>(this)},
+        [path, options](JobProgress& progress) {
+            return std::make_shared<const CsvResult>(ReadCsvFile(path, options, &progress));
+        },
+        [this, path, then](const std::shared_ptr<const CsvResult>& read) { then(Add(path, read)); });
+}
+
+Ref<DataSetContext> DataService::Add(const std::string& path, const std::shared_ptr<const CsvResult>& read) {
+    if (!read->skipped.empty())
+        FailWith(FileNameOf(path) + ": " + read->skipped.front() +
+                 (read->skipped.size() == 1 ? "" : " There are " + CountText(read->skipped.size()) + " such rows.") +
+                 "\nCorrect the file, or import it into a study with File > Import, which can leave out rows that "
+                 "can't be read.");
     Store& store = m_workspace->GetStore();
     for (const DataSet& dataSet : store.DataSets(m_studyId)) {
         if (dataSet.source != path)
             continue;
-        if (m_workspace->IsInUse(dataSet.id))
+        if (m_workspace->IsInUse(dataSet.id)) // opened meanwhile
             return m_workspace->DataSet(dataSet.id);
         store.DeleteDataSet(dataSet.id); // the file may be another by now
         store.ForgetSteps();
     }
-    const CsvResult read = ReadCsvFile(path, {0, true});
-    if (!read.skipped.empty())
-        FailWith(FileNameOf(path) + ": " + read.skipped.front() +
-                 (read.skipped.size() == 1 ? "" : " There are " + CountText(read.skipped.size()) + " such rows.") +
-                 "\nCorrect the file, or import it into a study with File > Import, which can leave out rows that "
-                 "can't be read.");
-    const Table& table = read.table;
-    return m_workspace->DataSet(
-        store.ImportDataSet(m_studyId, store.FreeDataSetName(FileNameOf(path), m_studyId), path, table));
+    return m_workspace->Add(m_studyId, store.FreeDataSetName(FileNameOf(path), m_studyId), path,
+                            SharedTable(read, &read->table));
 }
 
 } // namespace studies

@@ -33,7 +33,8 @@ void LibraryFile::OnOpen() {
 }
 
 void LibraryFile::OnAnalyse(const Ref<ActionItem>& actionItem) {
-    OpenNewAnalysis(ServiceNamed<DataService>("Data")->Data(m_path), actionItem->Name());
+    ServiceNamed<DataService>("Data")->WithData(
+        m_path, [name = actionItem->Name()](const Ref<DataSetContext>& data) { OpenNewAnalysis(data, name); });
 }
 
 void LibraryFile::OnImport() {

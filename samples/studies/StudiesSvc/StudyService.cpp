@@ -46,14 +46,16 @@ std::string LocalTime(std::int64_t seconds) {
     return {text.data(), length};
 }
 
-// Whether all that was there is there, and what is new is younger.
-bool Extends(const StudyService::Contents& newContents, const StudyService::Contents& old) {
-    if (!std::includes(newContents.begin(), newContents.end(), old.begin(), old.end()))
-        return false;
-    return std::all_of(newContents.begin(), newContents.end(), [&](const auto& entry) {
-        const auto next = old.upper_bound(entry.first);
-        return old.contains(entry.first) || next == old.end() || next->first.first != entry.first.first;
+// Whether all that was there is there, but for whole studies, and what is new is younger.
+bool Extends(const StoreContents& contents, const StoreContents& old) {
+    const bool goesOn = std::all_of(old.begin(), old.end(), [&](const auto& entry) {
+        const auto it = contents.find(entry.first);
+        return it == contents.end() ? entry.first.first == 's' : it->second == entry.second;
     });
+    return goesOn && std::all_of(contents.begin(), contents.end(), [&](const auto& entry) {
+               const auto next = old.upper_bound(entry.first);
+               return old.contains(entry.first) || next == old.end() || next->first.first != entry.first.first;
+           });
 }
 
 } // namespace
@@ -76,7 +78,7 @@ void StudyService::OnInitialize() {
     try {
         m_workspace = New<Workspace>(Store::DefaultPath(), true);
         Keep(m_workspace->Changed.Subscribe([this](const std::string& status) { OnChanged(status); }));
-        m_shown = StoreContents();
+        m_shown = TheStore().Contents();
         m_look = CurrentPlatform().oTimers->NewTimer();
         m_look->SetInterval(1000);
         Keep(m_look->Tick.Subscribe([this] { ShowChangesOfOthers(); }));
@@ -92,6 +94,7 @@ void StudyService::OnInitialize() {
 void StudyService::OnTerminate() {
     m_active = nullptr;
     m_branches.clear();
+    m_importing.clear();
     if (m_look)
         m_look->SetEnabled(false);
     if (m_workspace)
@@ -142,20 +145,25 @@ void StudyService::OnImport() {
 void StudyService::AskForImport(Id studyId) {
     const auto job = New<ImportJob>(m_workspace, studyId);
     OpenWindow("Import", job, {.caption = "Import Data"});
-    ShowImported(job->dataSetId);
-    if (job->dataSetId == 0)
-        return;
-    const std::string imported = m_lastChange;
-    OpenDataWindow(m_workspace->DataSet(job->dataSetId));
-    SetStatus(imported); // which the new window has cleared
+    job->WhenImported([this, job = job.Get()] {
+        ShowImported(job->dataSetId);
+        const std::string imported = m_lastChange;
+        OpenDataWindow(m_workspace->DataSet(job->dataSetId));
+        SetStatus(imported); // which the new window has cleared
+    });
 }
 
 // Without asking: what the wizard proposes.
 void StudyService::ImportFile(const std::string& path) {
-    const auto job = New<ImportJob>(m_workspace, ActiveStudy());
-    job->SetPath(path);
-    job->Run();
-    ShowImported(job->dataSetId);
+    const auto importing = New<ImportJob>(m_workspace, ActiveStudy());
+    importing->SetPath(path);
+    m_importing.push_back(importing);
+    importing->WhenRead([this, job = importing.Get()] {
+        const Ref<ImportJob> self(job);
+        std::erase(m_importing, self);
+        job->Run();
+        job->WhenImported([this, job] { ShowImported(job->dataSetId); });
+    });
 }
 
 void StudyService::Duplicate(Id studyId) {
@@ -175,11 +183,7 @@ void StudyService::DeleteStudy(Id studyId) {
         return;
     const std::vector<std::string> keys = ChosenAndNext();
     TheStore().DeleteStudy(studyId);
-    // The explorer may have been built again while the question was open.
-    if (const auto it = m_branches.find(studyId); it != m_branches.end()) {
-        RemoveItem(it->second.study);
-        m_branches.erase(it);
-    }
+    RemoveStudy(studyId); // unless the explorer has been built again while the question was open
     SelectFirst(keys);
     Tell(Quoted(name) + " has been deleted; Undo restores it");
 }
@@ -263,7 +267,8 @@ void StudyService::OnRestore() {
 void StudyService::OnRefresh() {
     if (m_workspace)
         m_workspace->ShowChangesOfOthers();
-    Rebuild();
+    if (!ShowsAll())
+        Rebuild();
 }
 
 // Not while a label is open, which would go with the explorer that it is in.
@@ -274,52 +279,72 @@ void StudyService::ShowChangesOfOthers() {
 }
 
 void StudyService::Tell(const std::string& what) {
-    m_shown = StoreContents();
+    m_shown = TheStore().Contents();
     m_workspace->Tell(what);
 }
 
-StudyService::Contents StudyService::StoreContents() const {
-    Contents contents;
-    for (const Study& study : TheStore().Studies()) {
-        contents[{'s', study.id}] = study.name;
-        for (const DataSet& dataSet : TheStore().DataSets(study.id))
-            contents[{'d', dataSet.id}] = dataSet.name;
-        for (const Analysis& analysis : TheStore().Analyses(study.id))
-            contents[{'a', analysis.id}] = analysis.name;
-    }
-    return contents;
-}
-
-// What is new is added to the explorer, at the end of its folder. When it belongs elsewhere, or something has gone or
-// has another name, the explorer is built again.
+// What is new is added to the explorer, at the end of its folder, and empty studies that have gone are removed. When it
+// belongs elsewhere, or something else has gone or has another name, the explorer is built again.
 void StudyService::OnChanged(const std::string& status) {
-    const Contents contents = StoreContents();
+    const StoreContents contents = TheStore().Contents();
     m_lastChange = status;
-    if (!Extends(contents, m_shown))
+    if (!Extends(contents, m_shown)) {
         Rebuild();
-    else if (contents.size() > m_shown.size())
+    } else {
+        RemoveStudies(contents);
         AddNewItems(contents);
+    }
     m_shown = contents;
     WindowsFollow();
     ShowWhatCanBeUndone();
     SetStatus(status);
 }
 
-void StudyService::AddNewItems(const Contents& contents) {
-    const auto IsNew = [&](char kind, Id id) { return contents.contains({kind, id}) && !m_shown.contains({kind, id}); };
-    for (const Study& study : TheStore().Studies()) {
-        if (IsNew('s', study.id)) {
-            AddStudy(study);
+void StudyService::RemoveStudies(const StoreContents& contents) {
+    for (const auto& [place, name] : m_shown) {
+        if (contents.contains(place))
             continue;
-        }
-        const Branch branch = m_branches[study.id];
-        for (const DataSet& dataSet : TheStore().DataSets(study.id))
-            if (IsNew('d', dataSet.id))
-                AddItem(New<DataSetItem>(dataSet), "DataSet", branch.dataSets);
-        for (const Analysis& analysis : TheStore().Analyses(study.id))
-            if (IsNew('a', analysis.id))
-                AddItem(New<AnalysisItem>(analysis), "Analysis", branch.analyses);
+        const std::vector<std::string> keys = ChosenAndNext();
+        RemoveStudy(place.second);
+        SelectFirst(keys);
     }
+}
+
+void StudyService::RemoveStudy(Id studyId) {
+    const auto it = m_branches.find(studyId);
+    if (it == m_branches.end())
+        return;
+    RemoveItem(it->second.study);
+    m_branches.erase(it);
+}
+
+void StudyService::AddNewItems(const StoreContents& contents) {
+    const auto isNew = [&](char kind, Id id) { return !m_shown.contains({kind, id}); };
+    for (auto it = contents.lower_bound({'s', 0}); it != contents.end(); ++it)
+        if (isNew('s', it->first.second))
+            AddStudy(TheStore().StudyOf(it->first.second)); // with what is in it
+    for (auto it = contents.begin(); it != contents.end() && it->first.first != 's'; ++it) {
+        const auto& [kind, id] = it->first;
+        if (!isNew(kind, id))
+            continue;
+        if (kind == 'd') {
+            if (const DataSet dataSet = TheStore().DataSetOf(id); !isNew('s', dataSet.studyId))
+                AddItem(New<DataSetItem>(dataSet), "DataSet", m_branches[dataSet.studyId].dataSets);
+        } else if (const Analysis analysis = TheStore().AnalysisOf(id); !isNew('s', analysis.studyId)) {
+            AddItem(New<AnalysisItem>(analysis), "Analysis", m_branches[analysis.studyId].analyses);
+        }
+    }
+}
+
+// Whether the explorer shows the studies as they are, also where a label was edited.
+bool StudyService::ShowsAll() const {
+    const Ref<corvane::TreeView> tree = Explorer()->TreeView();
+    return m_workspace && tree && EqualText(tree->Tag(), "Studies") && TheStore().Contents() == m_shown &&
+           std::all_of(m_branches.begin(), m_branches.end(), [&](const auto& branch) {
+               const Ref<Node> node = tree->GetNodes()->Find(branch.second.study->Base()->Name());
+               const auto shown = m_shown.find({'s', branch.first});
+               return node && shown != m_shown.end() && node->Text() == shown->second;
+           });
 }
 
 void StudyService::OnUnsaved(Dictionary& items, Double& order) {

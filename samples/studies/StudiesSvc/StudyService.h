@@ -1,6 +1,7 @@
 // The service of studies: it keeps the store, the commands on it, and the explorer in step with both.
 #pragma once
 
+#include "StudyContexts.h"
 #include "StudyItems.h"
 #include "Workspace.h"
 #include "corvane/Service.h"
@@ -15,9 +16,6 @@ namespace studies {
 
 class StudyService final : public corvane::Service<StudyService> {
 public:
-    // The names of studies ('s'), data sets ('d') and analyses ('a') by their numbers in the store.
-    using Contents = std::map<std::pair<char, Id>, std::string>;
-
     void Start();
 
     // The commands.
@@ -82,9 +80,11 @@ private:
     void Rebuild();
     void ShowChangesOfOthers();
     [[nodiscard]] Store& TheStore() const { return m_workspace->GetStore(); }
-    [[nodiscard]] Contents StoreContents() const;
     void OnChanged(const std::string& status);
-    void AddNewItems(const Contents& contents);
+    void AddNewItems(const StoreContents& contents);
+    void RemoveStudies(const StoreContents& contents);
+    void RemoveStudy(Id studyId);
+    [[nodiscard]] bool ShowsAll() const;
     void OnUnsaved(corvane::Dictionary& items, corvane::Double& order) override;
     void OnSave(const corvane::Ref<corvane::Object>& item) override;
     void ShowWhatCanBeUndone();
@@ -96,7 +96,8 @@ private:
     corvane::Window* m_lastActive = nullptr; // only to tell it from another; it may be gone
     corvane::Ref<corvane::Object> m_active;
     Id m_joiningStudy = 0;
-    Contents m_shown;
+    std::vector<corvane::Ref<ImportJob>> m_importing; // whose files are being read
+    StoreContents m_shown;
     std::string m_lastChange;        // for the status line
     std::map<Id, Branch> m_branches; // the explorer's items of each study
 };

@@ -171,6 +171,8 @@ BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOpti
     std::sort(figures.begin(), figures.end());
     result.interval = {Quantile(figures, (1 - options.confidence) / 2),
                        Quantile(figures, (1 + options.confidence) / 2)};
+    result.bins = BinsFor(figures);
+    result.counts = CountIn(result.bins, figures);
     return result;
 }
 

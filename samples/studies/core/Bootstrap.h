@@ -1,11 +1,13 @@
 // Confidence intervals without a formula: the sample is drawn again from itself many times.
 #pragma once
 
+#include "Histogram.h"
 #include "Inference.h"
 
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 class JobProgress;
@@ -31,6 +33,8 @@ struct BootstrapResult {
     double figure = 0;     // of the sample itself
     double error = 0;      // the standard deviation of the resamples' figures
     Interval interval;     // between quantiles of the resamples' figures
+    Bins bins = {};        // of the resamples' figures, and how many are in each
+    std::vector<std::size_t> counts = {};
 };
 
 // As a job, with a progress, on all processors; the result is the same on any number of them, and without a job. Fails

@@ -91,6 +91,23 @@ void AddLine(ChartScene& scene, const std::vector<double>& xs, const std::vector
     }
 }
 
+ChartBox BoxOf(std::vector<double> values) {
+    std::erase_if(values, [](double value) { return std::isnan(value); });
+    std::sort(values.begin(), values.end());
+    ChartBox box;
+    box.q1 = Quantile(values, 0.25);
+    box.median = Quantile(values, 0.5);
+    box.q3 = Quantile(values, 0.75);
+    const double reach = 1.5 * (box.q3 - box.q1);
+    const auto first = std::lower_bound(values.begin(), values.end(), box.q1 - reach);
+    const auto last = std::upper_bound(first, values.end(), box.q3 + reach);
+    box.low = *first;
+    box.high = *(last - 1);
+    box.beyond.assign(values.begin(), first);
+    box.beyond.insert(box.beyond.end(), last, values.end());
+    return box;
+}
+
 } // namespace
 
 ChartScene HistogramScene(const Table& table, const AnalysisSettings& settings) {
@@ -183,10 +200,12 @@ ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings)
         return scene;
     }
     const double confidence = settings.bootstrap.confidence;
+    constexpr double aside = 0.18; // the box to the left, the mean to the right of the place
     double low = 0;
     double high = 0;
     for (const std::string* name : {&settings.firstGroup, &settings.secondGroup}) {
-        const SampleFigures figures = FiguresOf(NumbersOfGroup(*x, *group, *name));
+        const std::vector<double> values = NumbersOfGroup(*x, *group, *name);
+        const SampleFigures figures = FiguresOf(values);
         if (figures.count < 2) {
             scene.empty = "A group needs at least two values to be compared; “" + *name + "” has " +
                           CountText(figures.count) + ".";
@@ -195,20 +214,58 @@ ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings)
         const double reach = StudentQuantile((1 + confidence) / 2, static_cast<double>(figures.count - 1)) *
                              figures.deviation / std::sqrt(static_cast<double>(figures.count));
         const auto place = static_cast<int>(scene.marks.size());
-        scene.marks.push_back(
-            {static_cast<double>(place), figures.mean - reach, figures.mean, figures.mean + reach, place,
-             *name + "\nmean " + FigureText(figures.mean, 6) + " " + x->unit + "\n" + ShareText(confidence) + " from " +
-                 FigureText(figures.mean - reach, 6) + " to " + FigureText(figures.mean + reach, 6)});
+        scene.marks.push_back({place + aside, figures.mean - reach, figures.mean, figures.mean + reach, place,
+                               *name + "\nmean " + FigureText(figures.mean, 6) + " " + x->unit + "\n" +
+                                   ShareText(confidence) + " from " + FigureText(figures.mean - reach, 6) + " to " +
+                                   FigureText(figures.mean + reach, 6)});
+        ChartBox box = BoxOf(values);
+        box.x = place - aside;
+        box.color = place;
+        box.tip = *name + "\nmedian " + FigureText(box.median, 6) + " " + x->unit + "\nquartiles " +
+                  FigureText(box.q1, 6) + " and " + FigureText(box.q3, 6);
+        double least = std::min(box.low, scene.marks.back().low);
+        double most = std::max(box.high, scene.marks.back().high);
+        for (const double value : box.beyond) {
+            least = std::min(least, value);
+            most = std::max(most, value);
+        }
+        scene.boxes.push_back(std::move(box));
         scene.x.names.push_back(*name);
-        low = place == 0 ? scene.marks[0].low : std::min(low, scene.marks.back().low);
-        high = place == 0 ? scene.marks[0].high : std::max(high, scene.marks.back().high);
+        low = place == 0 ? least : std::min(low, least);
+        high = place == 0 ? most : std::max(high, most);
     }
     SpanAxis(scene.y, low, high);
     scene.x.label = group->Label();
     scene.x.low = -0.7;
     scene.x.high = 1.7;
-    scene.y.label = "mean " + x->Label();
-    scene.note = "Means with their " + ShareText(confidence) + " confidence intervals";
+    scene.y.label = x->Label();
+    scene.note =
+        "Boxes with quartiles; beside them means with their " + ShareText(confidence) + " confidence intervals";
+    return scene;
+}
+
+ChartScene BootstrapScene(const BootstrapResult& result, const Column& column, const AnalysisSettings& settings) {
+    ChartScene scene;
+    if (result.counts.empty()) {
+        scene.empty = "Run again to see the distribution.";
+        return scene;
+    }
+    std::size_t most = 0;
+    for (std::size_t bin = 0; bin < result.counts.size(); ++bin) {
+        const std::size_t count = result.counts[bin];
+        most = std::max(most, count);
+        scene.bars.push_back({result.bins.Edge(bin), result.bins.Edge(bin + 1), 0, static_cast<double>(count), 0,
+                              FigureText(result.bins.Edge(bin)) + " to " + FigureText(result.bins.Edge(bin + 1)) +
+                                  ": " + CountText(count) + (count == 1 ? " resample" : " resamples")});
+    }
+    scene.x = {std::string(NameOf(settings.bootstrap.figure)) + " of " + column.Label(),
+               result.bins.Edge(0),
+               result.bins.Edge(result.bins.count),
+               {}};
+    scene.y = {"resamples", 0, 1.05 * static_cast<double>(most), {}};
+    for (const double edge : {result.interval.low, result.figure, result.interval.high})
+        scene.lines.push_back({{{edge, 0}, {edge, scene.y.high}}, edge == result.figure ? 2 : 1});
+    scene.note = "Lines: the sample, and its " + ShareText(settings.bootstrap.confidence) + " confidence interval";
     return scene;
 }
 

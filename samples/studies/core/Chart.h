@@ -57,6 +57,20 @@ struct ChartMark {
     std::string tip;
 };
 
+// A box from the first to the third quartile, with the median in it; whiskers to the furthest values within one and a
+// half times its height, and what is beyond them.
+struct ChartBox {
+    double x = 0;
+    double low = 0;
+    double q1 = 0;
+    double median = 0;
+    double q3 = 0;
+    double high = 0;
+    int color = 0;
+    std::vector<double> beyond = {};
+    std::string tip = {};
+};
+
 struct ChartScene {
     ChartAxis x;
     ChartAxis y;
@@ -64,6 +78,7 @@ struct ChartScene {
     std::vector<ChartPoint> points;
     std::vector<ChartBand> bands;
     std::vector<ChartLine> lines;
+    std::vector<ChartBox> boxes;
     std::vector<ChartMark> marks;
     std::vector<std::pair<std::string, int>> legend; // names with their colours; empty for a single series
     std::string note;                                // under the chart: rows that count, figures
@@ -76,7 +91,10 @@ constexpr std::size_t MostChartGroups = 8;
 // Each says in empty what is missing, and never fails.
 [[nodiscard]] ChartScene HistogramScene(const Table& table, const AnalysisSettings& settings);
 [[nodiscard]] ChartScene ScatterScene(const Table& table, const AnalysisSettings& settings);
-// The two groups' means with their confidence intervals.
+// The two groups' values as boxes, and beside them their means with confidence intervals.
 [[nodiscard]] ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings);
+// How the figures of the resamples are distributed; empty for a result that doesn't know.
+[[nodiscard]] ChartScene BootstrapScene(const BootstrapResult& result, const Column& column,
+                                        const AnalysisSettings& settings);
 
 } // namespace studies

@@ -8,6 +8,10 @@
 #include <string_view>
 #include <vector>
 
+namespace corvane {
+class JobProgress;
+}
+
 namespace studies {
 
 struct CsvOptions {
@@ -29,10 +33,12 @@ struct CsvResult {
 // delimiter isn't the comma, the numbers may be written with a decimal comma. A column of which a value has a leading
 // zero, as identifiers have, or more digits than a double keeps, stays text. Fails, naming the line, for a row with
 // too few or too many fields and for a quote that isn't closed; with skipBadRows such a row is left out.
-[[nodiscard]] CsvResult ReadCsv(std::string_view text, const CsvOptions& options = {});
+[[nodiscard]] CsvResult ReadCsv(std::string_view text, const CsvOptions& options = {},
+                                corvane::JobProgress* progress = nullptr);
 
 // The same for a file; its failures name the file too.
-[[nodiscard]] CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options = {});
+[[nodiscard]] CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options = {},
+                                    corvane::JobProgress* progress = nullptr);
 
 struct CsvStyle {
     char delimiter = ',';

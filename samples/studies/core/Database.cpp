@@ -2,11 +2,13 @@
 
 #include "Errors.h"
 
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <limits>
 #include <sqlite3.h>
 #include <system_error>
+#include <thread>
 
 namespace studies {
 
@@ -60,6 +62,12 @@ void Statement::Run() {
     m_bound = 0;
 }
 
+Statement& Statement::Again() {
+    sqlite3_reset(m_statement.get()); // says again how the last step failed
+    m_bound = 0;
+    return *this;
+}
+
 std::int64_t Statement::Whole(int column) const {
     return sqlite3_column_int64(m_statement.get(), column);
 }
@@ -76,6 +84,18 @@ std::string Statement::Text(int column) const {
                 : std::string();
 }
 
+namespace {
+
+// Every millisecond for about two seconds: a job of this program leaves the file free for a moment only, again and
+// again.
+int WaitForOthers(void*, int tries) {
+    constexpr int mostTries = 2000;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return tries < mostTries ? 1 : 0;
+}
+
+} // namespace
+
 Database::Database(std::string path) : m_path(std::move(path)) {
     const std::filesystem::path folder = std::filesystem::path(m_path).parent_path();
     std::error_code error;
@@ -88,7 +108,7 @@ Database::Database(std::string path) : m_path(std::move(path)) {
     m_handle.reset(handle);
     Check(result);
     sqlite3_extended_result_codes(handle, 1);
-    sqlite3_busy_timeout(handle, 2000);
+    sqlite3_busy_handler(handle, &WaitForOthers, nullptr);
 }
 
 void Database::Close::operator()(sqlite3* handle) const {

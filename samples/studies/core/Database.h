@@ -27,6 +27,8 @@ public:
     bool Step();
     // Runs the statement to its end, and makes it ready to bind again.
     void Run();
+    // Ready to bind again, at its end or not.
+    Statement& Again();
 
     [[nodiscard]] std::int64_t Whole(int column) const;
     [[nodiscard]] double Number(int column) const;    // NaN for null

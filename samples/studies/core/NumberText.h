@@ -2,9 +2,23 @@
 // written out; only beyond that is there an exponent.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace studies {
+
+// TextOf without an allocation, for work on millions of numbers.
+class NumberLetters {
+public:
+    explicit NumberLetters(double value, int decimals = 0);
+    operator std::string_view() const { return {m_letters.data(), m_size}; } // NOLINT(google-explicit-constructor)
+
+private:
+    std::array<char, 96> m_letters;
+    std::size_t m_size;
+};
 
 // The shortest text that reads as the same number, with at least that many decimals.
 [[nodiscard]] std::string TextOf(double value, int decimals = 0);

@@ -1,6 +1,7 @@
 #include "Statistics.h"
 
 #include "Errors.h"
+#include "Inference.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,53 +10,73 @@
 #include <map>
 #include <set>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 
 namespace studies {
 namespace {
 
 constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
 
+// Of the values between those two, the one that would be at that place if they were sorted; smaller ones are before it
+// afterwards.
+double ValueAt(std::vector<double>& values, std::size_t first, std::size_t place) {
+    const auto at = [&](std::size_t i) { return values.begin() + static_cast<std::ptrdiff_t>(i); };
+    std::nth_element(at(first), at(place), values.end());
+    return values[place];
+}
+
+// As Quantile, of values that aren't sorted; each share is greater than the one before.
+void FindQuartiles(std::vector<double>& values, ColumnSummary& summary) {
+    std::size_t first = 0; // all values before it are smaller
+    for (const auto& [share, quartile] : {std::pair(0.25, &summary.q1), {0.5, &summary.median}, {0.75, &summary.q3}}) {
+        const double place = static_cast<double>(values.size() - 1) * share;
+        const auto below = static_cast<std::size_t>(std::floor(place));
+        const double low = ValueAt(values, first, below);
+        first = below;
+        const double high =
+            below + 1 < values.size()
+                ? *std::min_element(values.begin() + static_cast<std::ptrdiff_t>(below) + 1, values.end())
+                : low;
+        *quartile = low + (place - std::floor(place)) * (high - low);
+    }
+}
+
 void SummarizeNumbers(const Column& column, ColumnSummary& summary) {
     std::vector<double> values;
     values.reserve(column.numbers.size());
     std::copy_if(column.numbers.begin(), column.numbers.end(), std::back_inserter(values),
                  [](double value) { return !std::isnan(value); });
-    std::sort(values.begin(), values.end());
     summary.count = values.size();
-
-    long double sum = 0;
-    for (const double value : values)
-        sum += value;
-    const auto count = static_cast<long double>(values.size());
-    const long double mean = sum / count;
-    // Squares of differences in a second pass: the sum of squares loses the digits that matter.
-    long double squares = 0;
-    for (const double value : values)
-        squares += (value - mean) * (value - mean);
-
-    const bool any = !values.empty();
-    summary.mean = any ? static_cast<double>(mean) : NotANumber;
-    summary.deviation = values.size() > 1 ? static_cast<double>(std::sqrt(squares / (count - 1))) : NotANumber;
-    summary.min = any ? values.front() : NotANumber;
-    summary.q1 = Quantile(values, 0.25);
-    summary.median = Quantile(values, 0.5);
-    summary.q3 = Quantile(values, 0.75);
-    summary.max = any ? values.back() : NotANumber;
+    for (double* figure :
+         {&summary.mean, &summary.deviation, &summary.min, &summary.q1, &summary.median, &summary.q3, &summary.max})
+        *figure = NotANumber;
+    if (values.empty())
+        return;
+    const SampleFigures figures = FiguresOf(values);
+    summary.mean = figures.mean;
+    summary.deviation = figures.deviation;
+    const auto [least, most] = std::minmax_element(values.begin(), values.end());
+    summary.min = *least;
+    summary.max = *most;
+    FindQuartiles(values, summary);
 }
 
 void SummarizeTexts(const Column& column, ColumnSummary& summary) {
-    std::map<std::string_view, std::size_t> counts;
+    std::unordered_map<std::string_view, std::size_t> counts;
     for (const std::string& text : column.texts)
         if (!text.empty())
             ++counts[text];
     summary.distinct = counts.size();
+    std::string_view mostFrequent;
     for (const auto& [text, count] : counts) {
         summary.count += count;
-        if (count > summary.mostFrequentCount) {
+        if (count > summary.mostFrequentCount || (count == summary.mostFrequentCount && text < mostFrequent)) {
             summary.mostFrequentCount = count;
-            summary.mostFrequent = text;
+            mostFrequent = text;
         }
     }
+    summary.mostFrequent = mostFrequent;
 }
 
 } // namespace
@@ -94,16 +115,16 @@ std::vector<GroupSummary> SummarizeByGroup(const Table& table, std::string_view 
     if (!group)
         FailWith("The data have no column “" + std::string(column) + "”.");
     // By value for numbers, by text else; what is missing comes last.
-    std::map<std::pair<double, std::string>, std::vector<std::size_t>> groupMap;
-    std::vector<std::size_t> missing;
-    for (std::size_t row = 0; row < table.rows; ++row) {
+    std::map<std::pair<double, std::string>, std::vector<std::uint32_t>> groupMap;
+    std::vector<std::uint32_t> missing;
+    for (std::uint32_t row = 0; row < table.rows; ++row) {
         if (group->IsMissing(row))
             missing.push_back(row);
         else
             groupMap[{group->IsNumeric() ? group->numbers[row] : 0, group->Text(row)}].push_back(row);
     }
     std::vector<GroupSummary> groups;
-    const auto AddGroup = [&](const std::string& groupName, const std::vector<std::size_t>& rows) {
+    const auto AddGroup = [&](const std::string& groupName, const std::vector<std::uint32_t>& rows) {
         TableSummary summary = Summarize(table.Rows(rows));
         summary.columns.erase(summary.columns.begin() + (group - table.columns.data()));
         groups.push_back({groupName, std::move(summary)});

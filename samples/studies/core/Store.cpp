@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <set>
 
 namespace studies {
 namespace {
@@ -111,11 +112,18 @@ std::int64_t Store::DataVersion() {
 
 bool Store::NoticeChanges() {
     const std::int64_t version = DataVersion();
-    if (version == m_seenVersion)
+    if (version == m_seenVersion || m_beside > 0)
         return false;
     m_seenVersion = version;
     ++m_dataRevision;
     return true;
+}
+
+// Others may have changed the file as well.
+void Store::EndBeside() {
+    --m_beside;
+    m_seenVersion = DataVersion();
+    ++m_dataRevision;
 }
 
 std::string Store::DefaultPath() {
@@ -274,12 +282,16 @@ std::string Store::FreeName(std::string_view base, bool numberFirst) {
     const std::string name(base);
     if (!numberFirst && NameProblem(name).empty())
         return name;
-    for (int n = numberFirst ? 1 : 2;; ++n) {
-        const std::string numbered = name + " " + std::to_string(n);
-        Statement taken(m_database, "SELECT 1 FROM studies WHERE name_key=?");
-        if (!taken.Bind(corvane::FoldText(numbered)).Step())
-            return numbered;
-    }
+    const std::string begin = corvane::FoldText(name + " ");
+    std::set<std::string, std::less<>> taken;
+    Statement keys(m_database, "SELECT name_key FROM studies WHERE substr(name_key, 1, length(?1))=?1");
+    keys.Bind(begin);
+    while (keys.Step())
+        taken.insert(keys.Text(0));
+    int n = numberFirst ? 1 : 2;
+    while (taken.contains(begin + std::to_string(n)))
+        ++n;
+    return name + " " + std::to_string(n);
 }
 
 } // namespace studies

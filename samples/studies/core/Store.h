@@ -3,21 +3,22 @@
 #pragma once
 
 #include "AnalysisSettings.h"
+#include "DataTables.h"
 #include "Database.h"
 #include "SharedLock.h"
 #include "Table.h"
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace studies {
-
-using Id = std::int64_t; // never given out twice in a file; 0 means none
 
 struct Study {
     Id id = 0;
@@ -59,15 +60,6 @@ struct Deleted {
     std::string name;
 };
 
-// Which rows of a data set are meant, and in which order.
-struct RowView {
-    int sortColumn = -1; // -1: in order of import
-    bool descending = false;
-    int filterColumn = -1; // -1: in any column
-    // A text that the value contains; or "=", "<>", "<", "<=", ">", ">=" and a value, where "=" alone means missing.
-    std::string filter;
-};
-
 struct CellChange {
     Id rowId = 0;
     int column = 0;
@@ -75,11 +67,11 @@ struct CellChange {
     std::optional<std::string> before = {}; // what the cell is known to hold; another value refuses the change
 };
 
+// The names of analyses ('a'), data sets ('d') and studies ('s') by their numbers.
+using StoreContents = std::map<std::pair<char, Id>, std::string>;
+
 // How long what was deleted can be restored.
 constexpr int DaysInBin = 30;
-
-// The table in the file with the rows of a data set.
-[[nodiscard]] std::string DataTable(Id dataSetId);
 
 class Store {
 public:
@@ -96,7 +88,13 @@ public:
     [[nodiscard]] bool IsShared() const { return m_lock && m_lock->WasHeld(); }
     // Whether another has changed the file since the last call. What was read before may be out of date then.
     [[nodiscard]] bool NoticeChanges();
+    // While a job of this program writes into the file, NoticeChanges says nothing; at its end, values may have
+    // changed.
+    void BeginBeside() { ++m_beside; }
+    void EndBeside();
+    [[nodiscard]] const std::string& Path() const { return m_database.Path(); }
 
+    [[nodiscard]] StoreContents Contents();
     // In order of creation.
     [[nodiscard]] std::vector<Study> Studies();
     [[nodiscard]] std::vector<DataSet> DataSets(Id studyId);
@@ -110,8 +108,6 @@ public:
     [[nodiscard]] bool HasAnalysis(Id analysisId);
     // Without their values.
     [[nodiscard]] std::vector<Column> Columns(Id dataSetId);
-    // The numbers of the rows of a view. Fails when the filter can't be read, such as ">" before no number.
-    [[nodiscard]] std::vector<Id> RowIds(Id dataSetId, const RowView& view);
     // The rows of these numbers, in their order.
     [[nodiscard]] Table ReadRows(Id dataSetId, std::span<const Id> rowIds);
 
@@ -121,7 +117,11 @@ public:
     void RenameStudy(Id studyId, std::string_view name);
     void DeleteStudy(Id studyId);  // with all that is in it; what is deleted goes into the bin
     Id DuplicateStudy(Id studyId); // "Copy of ...", with all that is in it
-    Id ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table);
+    // A reserved number is that of a table that WriteDataTable has written; of the given one, only columns and number
+    // of rows count then.
+    Id ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table, Id reserved = 0);
+    // Not a step: a number for WriteDataTable.
+    [[nodiscard]] Id ReserveDataSet();
     void DeleteDataSet(Id dataSetId); // with its analyses
     Id AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings,
                    const std::optional<BootstrapResult>& result = {});
@@ -185,14 +185,16 @@ private:
     void RenameAnalyses(const DataSet& dataSet, std::string_view newName);
     void RecordCells(Id dataSetId, int columnIndex);
     Id CopyDataSet(const DataSet& dataSet, Id studyId);
-    void WriteRows(Id dataSetId, const Table& table);
 
     Database m_database;
     std::optional<SharedLock> m_lock; // on the file; none in memory
     std::int64_t m_seenVersion = 0;
+    int m_beside = 0; // jobs
     std::vector<Step> m_undo;
     std::vector<Step> m_redo;
     std::uint64_t m_dataRevision = 0;
+    std::optional<Statement> m_dataSetsOf; // prepared once: there may be many studies
+    std::optional<Statement> m_analysesOf;
 };
 
 } // namespace studies

@@ -21,19 +21,29 @@ DataSet DataSetIn(const Statement& row) {
     return {row.Whole(0), row.Whole(1), row.Text(2), row.Text(3), row.Whole(4), row.Text(5)};
 }
 
-// As "count figure error low high"; nothing for a text that isn't one.
+// As "count figure error low high", and maybe "start width" of bins and how many are in each; nothing for a text that
+// isn't one.
 std::optional<BootstrapResult> ResultIn(const std::string& text) {
-    std::array<double, 5> values{};
+    constexpr std::size_t figures = 5;
+    constexpr std::size_t beforeCounts = 7;
+    std::vector<double> values;
     const char* at = text.data();
     const char* const end = at + text.size();
-    for (double& value : values) {
-        at += at != text.data() && at != end;
-        const auto [next, error] = std::from_chars(at, end, value);
+    while (at != end) {
+        at += values.empty() ? 0 : 1;
+        const auto [next, error] = std::from_chars(at, end, values.emplace_back());
         if (error != std::errc())
             return {};
         at = next;
     }
-    return BootstrapResult{static_cast<std::size_t>(values[0]), values[1], values[2], {values[3], values[4]}};
+    if (values.size() < figures)
+        return {};
+    BootstrapResult result{static_cast<std::size_t>(values[0]), values[1], values[2], {values[3], values[4]}};
+    if (values.size() > beforeCounts)
+        result.bins = {values[figures], values[figures + 1], values.size() - beforeCounts};
+    for (std::size_t i = beforeCounts; i < values.size(); ++i)
+        result.counts.push_back(static_cast<std::size_t>(values[i]));
+    return result;
 }
 
 Analysis AnalysisIn(const Statement& row) {
@@ -52,85 +62,7 @@ Analysis AnalysisIn(const Statement& row) {
     return {row.Whole(0), row.Whole(1), row.Whole(2), row.Text(3), std::move(settings), ResultIn(row.Text(15))};
 }
 
-// A filter of a column: "?" and what is bound to it.
-struct Condition {
-    std::string sql;
-    std::string text;
-    std::optional<double> number;
-};
-
-std::string EscapedForLike(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '%' || c == '_' || c == '\\')
-            escaped += '\\';
-        escaped += c;
-    }
-    return escaped;
-}
-
-Condition ContainsCondition(const std::string& columnName, const Column& column, std::string_view filter) {
-    // A whole number is stored as a real one, whose text ends in ".0".
-    const std::string value = column.type == ColumnType::Whole ? "CAST(" + columnName + " AS INTEGER)" : columnName;
-    return {value + " LIKE ? ESCAPE '\\'", "%" + EscapedForLike(filter) + "%", std::nullopt};
-}
-
-Condition ConditionOf(const std::string& columnName, const Column& column, std::string_view filter) {
-    for (const std::string_view operatorText : {"<>", "<=", ">=", "=", "<", ">"}) {
-        if (filter.substr(0, operatorText.size()) != operatorText)
-            continue;
-        std::string_view value = filter.substr(operatorText.size());
-        while (!value.empty() && value.front() == ' ')
-            value.remove_prefix(1);
-        if (value.empty() && operatorText == "=")
-            return {columnName + " IS NULL", {}, std::nullopt};
-        if (value.empty() && operatorText == "<>")
-            return {columnName + " IS NOT NULL", {}, std::nullopt};
-        if (value.empty())
-            FailWith("A value is missing after “" + std::string(operatorText) + "”.");
-        Condition condition{columnName + " " + std::string(operatorText) + " ?", std::string(value), std::nullopt};
-        if (!column.IsNumeric()) {
-            condition.sql += " COLLATE NOCASE";
-            return condition;
-        }
-        condition.number = NumberOf(value);
-        if (!condition.number)
-            FailWith("“" + std::string(value) + "” isn't a number, and “" + column.name + "” is a numeric column.");
-        return condition;
-    }
-    return ContainsCondition(columnName, column, filter);
-}
-
-std::vector<Condition> ConditionsOf(const std::vector<Column>& columns, const RowView& view) {
-    std::vector<Condition> conditions;
-    if (view.filter.empty())
-        return conditions;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        const std::string column = "c" + std::to_string(i);
-        if (view.filterColumn < 0)
-            conditions.push_back(ContainsCondition(column, columns[i], view.filter));
-        else if (static_cast<std::size_t>(view.filterColumn) == i)
-            conditions.push_back(ConditionOf(column, columns[i], view.filter));
-    }
-    return conditions;
-}
-
-void AddRow(Table& table, const Statement& row) {
-    int columnIndex = 0;
-    for (Column& column : table.columns) {
-        if (column.IsNumeric())
-            column.numbers.push_back(row.Number(++columnIndex));
-        else
-            column.texts.push_back(row.Text(++columnIndex));
-    }
-    ++table.rows;
-}
-
 } // namespace
-
-std::string DataTable(Id dataSetId) {
-    return "data_" + std::to_string(dataSetId);
-}
 
 std::vector<Study> Store::Studies() {
     std::vector<Study> studies;
@@ -140,10 +72,21 @@ std::vector<Study> Store::Studies() {
     return studies;
 }
 
+StoreContents Store::Contents() {
+    StoreContents contents;
+    for (const auto& [kind, table] : {std::pair('a', "analyses"), {'d', "data_sets"}, {'s', "studies"}}) {
+        Statement rows(m_database, "SELECT id, name FROM " + std::string(table) + " ORDER BY id");
+        while (rows.Step())
+            contents.emplace_hint(contents.end(), std::pair(kind, rows.Whole(0)), rows.Text(1));
+    }
+    return contents;
+}
+
 std::vector<DataSet> Store::DataSets(Id studyId) {
     std::vector<DataSet> dataSets;
-    Statement rows(m_database, std::string(DataSetColumns) + " WHERE study_id=? ORDER BY id");
-    rows.Bind(studyId);
+    if (!m_dataSetsOf)
+        m_dataSetsOf.emplace(m_database, std::string(DataSetColumns) + " WHERE study_id=? ORDER BY id");
+    Statement& rows = m_dataSetsOf->Again().Bind(studyId);
     while (rows.Step())
         dataSets.push_back(DataSetIn(rows));
     return dataSets;
@@ -151,8 +94,9 @@ std::vector<DataSet> Store::DataSets(Id studyId) {
 
 std::vector<Analysis> Store::Analyses(Id studyId) {
     std::vector<Analysis> analyses;
-    Statement rows(m_database, std::string(AnalysisColumns) + " WHERE study_id=? ORDER BY id");
-    rows.Bind(studyId);
+    if (!m_analysesOf)
+        m_analysesOf.emplace(m_database, std::string(AnalysisColumns) + " WHERE study_id=? ORDER BY id");
+    Statement& rows = m_analysesOf->Again().Bind(studyId);
     while (rows.Step())
         analyses.push_back(AnalysisIn(rows));
     return analyses;
@@ -188,66 +132,32 @@ bool Store::HasAnalysis(Id analysisId) {
 }
 
 std::vector<Column> Store::Columns(Id dataSetId) {
-    std::vector<Column> columns;
-    Statement rows(m_database,
-                   "SELECT name, type, unit, decimals FROM data_columns WHERE data_set_id=? ORDER BY position");
-    rows.Bind(dataSetId);
-    while (rows.Step())
-        columns.push_back(
-            {rows.Text(0), ColumnTypeOf(rows.Text(1)), {}, {}, rows.Text(2), static_cast<int>(rows.Whole(3))});
-    return columns;
+    return ColumnsOf(m_database, dataSetId);
 }
 
 Table Store::ReadDataSet(Id dataSetId) {
     CheckExists("data_sets", dataSetId);
+    constexpr std::size_t inOnePiece = 100'000;
     Table table;
     table.columns = Columns(dataSetId);
-    Statement rows(m_database, "SELECT * FROM " + DataTable(dataSetId) + " ORDER BY id");
-    while (rows.Step())
-        AddRow(table, rows);
+    while (ReadMoreRows(m_database, dataSetId, table, inOnePiece)) {
+    }
     return table;
-}
-
-std::vector<Id> Store::RowIds(Id dataSetId, const RowView& view) {
-    CheckExists("data_sets", dataSetId);
-    const std::vector<Column> columns = Columns(dataSetId);
-    const std::vector<Condition> conditions = ConditionsOf(columns, view);
-    std::string sql = "SELECT id FROM " + DataTable(dataSetId);
-    for (const Condition& condition : conditions)
-        sql += (&condition == &conditions.front() ? " WHERE " : " OR ") + condition.sql;
-    if (view.sortColumn >= 0 && static_cast<std::size_t>(view.sortColumn) < columns.size()) {
-        // What is missing comes last, whichever way the rows go.
-        const std::string column = "c" + std::to_string(view.sortColumn);
-        const bool text = !columns[static_cast<std::size_t>(view.sortColumn)].IsNumeric();
-        sql += " ORDER BY " + column + " IS NULL, " + column + (text ? " COLLATE NOCASE" : "") +
-               (view.descending ? " DESC" : "") + ", id";
-    } else {
-        sql += " ORDER BY id";
-    }
-    Statement rows(m_database, sql);
-    for (const Condition& condition : conditions) {
-        if (condition.number)
-            rows.Bind(*condition.number);
-        else if (condition.sql.find('?') != std::string::npos)
-            rows.Bind(condition.text);
-    }
-    std::vector<Id> ids;
-    while (rows.Step())
-        ids.push_back(rows.Whole(0));
-    return ids;
 }
 
 Table Store::ReadRows(Id dataSetId, std::span<const Id> rowIds) {
     CheckExists("data_sets", dataSetId);
     Table table;
     table.columns = Columns(dataSetId);
-    Statement row(m_database, "SELECT * FROM " + DataTable(dataSetId) + " WHERE id=?");
-    for (const Id rowId : rowIds) {
-        if (!row.Bind(rowId).Step())
+    for (std::size_t i = 0; i < rowIds.size();) {
+        const std::size_t first = i++; // of those that stand together in the file, too
+        while (i < rowIds.size() && rowIds[i] == rowIds[i - 1] + 1)
+            ++i;
+        table.rows = static_cast<std::size_t>(rowIds[first]) - 1;
+        if (!ReadMoreRows(m_database, dataSetId, table, i - first))
             FailWith("A row no longer exists.");
-        AddRow(table, row);
-        row.Run();
     }
+    table.rows = rowIds.size();
     return table;
 }
 

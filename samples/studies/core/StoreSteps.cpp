@@ -11,23 +11,21 @@ namespace {
 
 constexpr std::size_t MostColumns = 1000;
 
-std::string DataTableSql(Id dataSetId, const std::vector<Column>& columns) {
-    std::string sql = "CREATE TABLE " + DataTable(dataSetId) + "(id INTEGER PRIMARY KEY";
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        sql += ", c" + std::to_string(i) + (columns[i].IsNumeric() ? " REAL" : " TEXT");
-    return sql + ")";
-}
-
 // As ResultIn of StoreQueries.cpp reads it, without loss.
 std::string TextOfResult(const std::optional<BootstrapResult>& result) {
+    if (!result)
+        return {};
+    std::vector<double> values{static_cast<double>(result->count), result->figure, result->error, result->interval.low,
+                               result->interval.high};
+    if (!result->counts.empty())
+        values.insert(values.end(), {result->bins.start, result->bins.width});
+    values.insert(values.end(), result->counts.begin(), result->counts.end());
     std::string text;
-    if (result)
-        for (const double value : {static_cast<double>(result->count), result->figure, result->error,
-                                   result->interval.low, result->interval.high}) {
-            std::array<char, 32> letters{};
-            text += text.empty() ? "" : " ";
-            text.append(letters.data(), std::to_chars(letters.begin(), letters.end(), value).ptr);
-        }
+    for (const double value : values) {
+        std::array<char, 32> letters{};
+        text += text.empty() ? "" : " ";
+        text.append(letters.data(), std::to_chars(letters.begin(), letters.end(), value).ptr);
+    }
     return text;
 }
 
@@ -117,20 +115,30 @@ Id Store::CopyDataSet(const DataSet& dataSet, Id studyId) {
                       "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
                       " SELECT ?, position, name, type, unit, decimals FROM data_columns WHERE data_set_id=?");
     columns.Bind(copyId).Bind(dataSet.id).Run();
-    m_database.Run(DataTableSql(copyId, Columns(dataSet.id)));
+    CreateDataTable(m_database, copyId, Columns(dataSet.id));
     m_database.Run("INSERT INTO " + DataTable(copyId) + " SELECT * FROM " + DataTable(dataSet.id));
     return copyId;
 }
 
-Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table) {
+Id Store::ReserveDataSet() {
+    Transaction transaction(m_database);
+    m_database.Run("INSERT INTO data_sets(study_id, name, source, row_count) VALUES(0,'','',0)");
+    const Id id = m_database.LastId();
+    Statement(m_database, "DELETE FROM data_sets WHERE id=?").Bind(id).Run();
+    transaction.Commit();
+    return id;
+}
+
+Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table, Id reserved) {
     if (table.columns.size() > MostColumns)
         FailWith("The data have " + std::to_string(table.columns.size()) + " columns; a data set has at most " +
                  std::to_string(MostColumns) + ".");
     Id id = 0;
     Perform("Import", [&] {
         CheckExists("studies", studyId);
-        Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count) VALUES(?,?,?,?)");
-        insert.Bind(studyId).Bind(name).Bind(source).Bind(static_cast<std::int64_t>(table.rows)).Run();
+        Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count, id) VALUES(?,?,?,?,?)");
+        insert.Bind(studyId).Bind(name).Bind(source).Bind(static_cast<std::int64_t>(table.rows));
+        (reserved == 0 ? insert.BindNull() : insert.Bind(reserved)).Run();
         id = m_database.LastId();
         Statement column(m_database, "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
                                      " VALUES(?,?,?,?,?,?)");
@@ -142,28 +150,12 @@ Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view sour
                 .Bind(table.columns[i].unit)
                 .Bind(static_cast<std::int64_t>(table.columns[i].decimals))
                 .Run();
-        m_database.Run(DataTableSql(id, table.columns));
-        WriteRows(id, table);
+        if (reserved != 0)
+            return;
+        CreateDataTable(m_database, id, table.columns);
+        WriteRows(m_database, id, table, 0, table.rows);
     });
     return id;
-}
-
-void Store::WriteRows(Id dataSetId, const Table& table) {
-    std::string places;
-    for (std::size_t i = 0; i < table.columns.size(); ++i)
-        places += ",?";
-    Statement insert(m_database, "INSERT INTO " + DataTable(dataSetId) + " VALUES(NULL" + places + ")");
-    for (std::size_t row = 0; row < table.rows; ++row) {
-        for (const Column& column : table.columns) {
-            if (column.IsMissing(row))
-                insert.BindNull();
-            else if (column.IsNumeric())
-                insert.Bind(column.numbers[row]);
-            else
-                insert.Bind(column.texts[row]);
-        }
-        insert.Run();
-    }
 }
 
 void Store::DeleteDataSet(Id dataSetId) {

@@ -3,6 +3,8 @@
 #include "Errors.h"
 #include "Files.h"
 #include "Report.h"
+#include "corvane/author/Host.h"
+#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 
 #include <algorithm>
@@ -12,6 +14,18 @@ namespace studies {
 
 using namespace corvane;
 
+namespace {
+
+std::vector<std::string> NamesIn(const CsvResult* result) {
+    std::vector<std::string> names;
+    if (result)
+        for (const Column& column : result->table.columns)
+            names.push_back(column.name);
+    return names;
+}
+
+} // namespace
+
 bool StudyContext::Exists() const {
     const std::vector<Study> studies = m_workspace->GetStore().Studies();
     return std::any_of(studies.begin(), studies.end(), [this](const Study& o) { return o.id == m_studyId; });
@@ -20,6 +34,10 @@ bool StudyContext::Exists() const {
 ImportJob::ImportJob(Ref<Workspace> workspace, Id proposedStudyId)
     : studyId(proposedStudyId), m_workspace(std::move(workspace)) {
     newStudyName = m_workspace->GetStore().FreeName("Study");
+}
+
+ImportJob::~ImportJob() {
+    StopReading();
 }
 
 void ImportJob::SetPath(const std::string& path) {
@@ -53,7 +71,7 @@ void ImportJob::SetText(std::size_t column, bool text) {
 
 const CsvResult* ImportJob::Result() {
     Read();
-    return m_result ? &*m_result : nullptr;
+    return m_result.get();
 }
 
 const std::string& ImportJob::Problem() {
@@ -70,40 +88,86 @@ ImportJob::Stamp ImportJob::StampNow() const {
     return Stamp({written, error ? 0 : bytes});
 }
 
-std::vector<std::string> ImportJob::ColumnNames() const {
-    std::vector<std::string> names;
-    if (m_result)
-        for (const Column& column : m_result->table.columns)
-            names.push_back(column.name);
-    return names;
-}
-
 void ImportJob::LookAgain() {
     const Stamp now = StampNow();
     if (!m_read || now == m_stamp || (!now && m_result))
         return;
-    const std::vector<std::string> before = ColumnNames();
     m_read = false;
     Read();
-    if (ColumnNames() != before)
-        m_text.clear(); // was chosen for other columns
     Changed.Raise();
 }
 
 void ImportJob::Read() {
+    constexpr std::uintmax_t atOnce = 1'000'000; // bytes
     if (m_read)
         return;
     m_read = true;
     m_stamp = StampNow();
-    m_result.reset();
-    m_problem.clear();
+    StopReading();
+    if (m_stamp && m_stamp->second > atOnce)
+        return StartReading();
     try {
-        m_result = ReadCsvFile(m_path, {m_delimiter, true});
-        if (m_result->table.rows == 0)
-            m_problem = FileNameOf(m_path) + " has column names, but no rows.";
+        TakeRead(std::make_shared<const CsvResult>(ReadCsvFile(m_path, {m_delimiter, true})));
     } catch (const Failure& failure) {
+        TakeRead(nullptr);
         m_problem = failure.Description;
     }
+}
+
+void ImportJob::TakeRead(std::shared_ptr<const CsvResult> result) {
+    const std::vector<std::string> before = std::exchange(m_columnNames, NamesIn(result.get()));
+    if (m_columnNames != before)
+        m_text.clear(); // was chosen for other columns
+    m_result = std::move(result);
+    m_problem.clear();
+    if (m_result && m_result->table.rows == 0)
+        m_problem = FileNameOf(m_path) + " has column names, but no rows.";
+}
+
+void ImportJob::StopReading() {
+    if (m_self)
+        *m_self = nullptr;
+    if (m_reading)
+        m_reading->Cancel();
+    m_reading = nullptr;
+}
+
+void ImportJob::StartReading() {
+    m_result.reset();
+    m_problem.clear();
+    m_self = std::make_shared<ImportJob*>(this);
+    m_reading = StartJob(
+        {.title = "Read " + FileNameOf(m_path), .owner = FindService("Studies")},
+        [path = m_path, delimiter = m_delimiter](JobProgress& progress) {
+            return std::make_shared<const CsvResult>(ReadCsvFile(path, {delimiter, true}, &progress));
+        },
+        [self = m_self](JobResult<std::shared_ptr<const CsvResult>>& result) {
+            const Failure* failure = result.Error();
+            if (!*self)
+                return;
+            const Ref<ImportJob> job(*self);
+            job->m_reading = nullptr;
+            job->TakeRead(failure || result.WasCancelled() ? nullptr : result.Value());
+            if (failure || result.WasCancelled())
+                job->m_problem = failure ? failure->Description : "Reading was cancelled. Choose the file again.";
+            job->HasRead.Raise();
+            if (const auto then = std::exchange(job->m_whenRead, {}))
+                then();
+        });
+}
+
+void ImportJob::WhenRead(std::function<void()> then) {
+    Read();
+    if (!m_reading)
+        return then();
+    m_whenRead = std::move(then);
+}
+
+void ImportJob::WhenImported(std::function<void()> then) {
+    if (m_running)
+        m_whenImported = std::move(then);
+    else if (dataSetId != 0)
+        then();
 }
 
 std::string ImportJob::TargetProblem() const {
@@ -124,14 +188,55 @@ void ImportJob::Run() {
         FailWith(problem);
     // What is wanted as text is read again, so that each value keeps the letters of the file.
     const bool again = std::find(m_text.begin(), m_text.end(), true) != m_text.end();
-    const Table table = again ? ReadCsvFile(m_path, {m_delimiter, true, m_text}).table : result->table;
+    const SharedTable table(m_result, &m_result->table);
+    if (!IsSmall(table->rows, table->columns.size()))
+        StartImport(again);
+    else if (again)
+        Finish(std::make_shared<const Table>(ReadCsvFile(m_path, {m_delimiter, true, m_text}).table), 0);
+    else
+        Finish(table, 0);
+}
+
+void ImportJob::StartImport(bool again) {
+    Store& store = m_workspace->GetStore();
+    const Id reserved = store.ReserveDataSet();
+    StartJob(
+        {.title = "Import " + name, .owner = FindService("Studies"), .writes = {"imported data"}},
+        [again, reserved, read = SharedTable(m_result, &m_result->table), path = m_path, store = store.Path(),
+         options = CsvOptions{m_delimiter, true, m_text}](JobProgress& progress) {
+            const auto steps = progress.Split({again ? 1.0 : 0.0, 2.0});
+            SharedTable table = read;
+            if (again)
+                table = std::make_shared<const Table>(ReadCsvFile(path, options, &steps[0].get()).table);
+            WriteDataTable(store, reserved, *table, steps[1]);
+            return table;
+        },
+        [self = Ref<ImportJob>(this), reserved](JobResult<SharedTable>& result) {
+            self->m_running = false;
+            self->m_workspace->GetStore().EndBeside();
+            if (result.WasCancelled())
+                return self->m_workspace->Tell("Cancelled; " + self->name + " hasn't been imported");
+            self->Finish(result.Value(), reserved);
+            if (const auto then = std::exchange(self->m_whenImported, {}))
+                then();
+        });
+    store.BeginBeside();
+    m_running = true;
+}
+
+// The data are written already where there is a reserved number. By then the name may be taken.
+void ImportJob::Finish(const SharedTable& table, Id reserved) {
     Store& store = m_workspace->GetStore();
     if (studyId == 0)
-        studyId = store.CreateStudy(newStudyName);
-    dataSetId = store.ImportDataSet(studyId, name, m_path, table);
-    m_workspace->Tell(
-        name + " imported into “" + store.StudyOf(studyId).name + "”: " + SizeText(table.rows, table.columns.size()) +
-        (result->skipped.empty() ? std::string() : ", " + CountText(result->skipped.size()) + " left out"));
+        studyId = store.CreateStudy(store.FreeName(newStudyName, false));
+    name = store.FreeDataSetName(name, studyId);
+    dataSetId = store.ImportDataSet(studyId, name, m_path, *table, reserved);
+    m_data = m_workspace->DataSet(dataSetId);
+    m_data->Take(table);
+    const std::size_t skipped = m_result->skipped.size();
+    m_workspace->Tell(name + " imported into “" + store.StudyOf(studyId).name +
+                      "”: " + SizeText(table->rows, table->columns.size()) +
+                      (skipped == 0 ? std::string() : ", " + CountText(skipped) + " left out"));
 }
 
 } // namespace studies

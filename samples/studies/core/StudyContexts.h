@@ -3,9 +3,11 @@
 
 #include "Csv.h"
 #include "Workspace.h"
+#include "corvane/platform/IJobs.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +36,8 @@ private:
 class ImportJob final : public corvane::Object {
 public:
     // The study is proposed; 0 proposes a new one.
-    ImportJob(corvane::Ref<Workspace> workspace, Id studyIdCount);
+    ImportJob(corvane::Ref<Workspace> workspace, Id proposedStudyId);
+    ~ImportJob() override;
 
     [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
 
@@ -47,9 +50,10 @@ public:
     void SetText(std::size_t column, bool text);
 
     // What is in the file, without the bad rows, which are listed; read once, and again after a change of how.
-    // Nothing when it can't be read; Problem says why.
+    // Nothing when it can't be read; Problem says why. A large file is read by a job: nothing until that has ended.
     [[nodiscard]] const CsvResult* Result();
     [[nodiscard]] const std::string& Problem();
+    [[nodiscard]] bool IsReading() const { return static_cast<bool>(m_reading); }
     // Reads the file again if it has been changed since. One that has gone stays as it was read.
     void LookAgain();
 
@@ -63,10 +67,14 @@ public:
 
     // Why it can't be run as it stands; "" when it can.
     [[nodiscard]] std::string TargetProblem() const;
-    // Imports; the studies tell the change. Fails as TargetProblem and the store say.
+    // Imports, as a job what is large; the studies tell the change. Fails as TargetProblem and the store say.
     void Run();
+    // At once, or when the job has ended; not after a failure or a cancellation of the import.
+    void WhenRead(std::function<void()> then);
+    void WhenImported(std::function<void()> then);
 
     corvane::Event<> Changed; // the file or how it is read
+    corvane::Event<> HasRead; // the job
 
     std::string_view TypeName() const override { return "ImportJob"; }
 
@@ -75,17 +83,28 @@ private:
     using Stamp = std::optional<std::pair<std::filesystem::file_time_type, std::uintmax_t>>;
 
     [[nodiscard]] Stamp StampNow() const;
-    [[nodiscard]] std::vector<std::string> ColumnNames() const;
     void Read();
+    void StartReading();
+    void StopReading();
+    void TakeRead(std::shared_ptr<const CsvResult> result);
+    void StartImport(bool again);
+    void Finish(const SharedTable& table, Id reserved);
 
     corvane::Ref<Workspace> m_workspace;
     std::string m_path;
     char m_delimiter = 0;
     bool m_skipBadRows = false;
     std::vector<bool> m_text;
+    std::vector<std::string> m_columnNames; // of the file as it was read last
     bool m_read = false;
     Stamp m_stamp; // of the file as it was read
-    std::optional<CsvResult> m_result;
+    std::shared_ptr<const CsvResult> m_result;
+    corvane::Ref<corvane::IJob> m_reading;
+    std::shared_ptr<ImportJob*> m_self; // what the job that reads brings its result to; nothing once that is unwanted
+    std::function<void()> m_whenRead;
+    bool m_running = false;
+    std::function<void()> m_whenImported;
+    corvane::Ref<DataSetContext> m_data; // what has been imported; whoever opens it finds the table there
     std::string m_problem;
 };
 

@@ -3,9 +3,11 @@
 #include "ComparisonText.h"
 #include "Report.h"
 #include "SummaryRows.h"
+#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 
 #include <map>
+#include <utility>
 
 namespace studies {
 namespace {
@@ -57,20 +59,39 @@ std::string TableOf(const SummaryBlock& block) {
     return html + "</table>\n";
 }
 
+using ReadTable = std::function<Table(Id, corvane::JobProgress*)>;
+
 class ReportWriter {
 public:
-    ReportWriter(Store& store, const FigurePreferences& preferences) : m_store(store), m_preferences(preferences) {}
+    ReportWriter(const FigurePreferences& preferences, const ReadTable& read)
+        : m_preferences(preferences), m_read(read) {}
 
-    StudyReport Write(const Study& study) {
-        m_report.title = "Report on " + study.name;
-        m_body = "<h1>" + Escaped(study.name) + "</h1>\n" + Paragraph(study.notes);
-        const std::vector<DataSet> dataSets = m_store.DataSets(study.id);
-        if (dataSets.empty())
+    StudyReport Write(const ReportSubject& subject, corvane::JobProgress* progress) {
+        std::vector<double> weights;
+        for (const DataSet& dataSet : subject.dataSets) {
+            const auto rows = static_cast<double>(dataSet.rows);
+            weights.insert(weights.end(), {2 * rows + 1, rows + 1}); // is read, and summarized
+        }
+        weights.insert(weights.end(), subject.analyses.size(),
+                       static_cast<double>(subject.values) / static_cast<double>(subject.dataSets.size() + 1));
+        const auto steps = progress ? progress->Split(weights) : Steps();
+        m_report.title = "Report on " + subject.study.name;
+        m_body = "<h1>" + Escaped(subject.study.name) + "</h1>\n" + Paragraph(subject.study.notes);
+        if (subject.dataSets.empty())
             m_body += Paragraph("There are no data in this study yet.");
-        for (const DataSet& dataSet : dataSets)
-            AddDataSet(dataSet);
-        for (const Analysis& analysis : m_store.Analyses(study.id))
-            AddAnalysis(analysis);
+        std::size_t step = 0;
+        const auto next = [&]() -> corvane::JobProgress* {
+            if (steps.empty())
+                return nullptr;
+            progress->StopIfCancelled();
+            return &steps[step++].get();
+        };
+        for (const DataSet& dataSet : subject.dataSets) {
+            m_tables.emplace(dataSet.id, m_read(dataSet.id, next()));
+            AddDataSet(dataSet, next());
+        }
+        for (const Analysis& analysis : subject.analyses)
+            AddAnalysis(analysis, next());
         m_report.html = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + Escaped(m_report.title) +
                         "</title>\n<style>body { font-family: sans-serif; color: #202428; } "
                         "th { border-bottom: 1px solid #202428; }</style></head>\n<body>\n" +
@@ -79,35 +100,31 @@ public:
     }
 
 private:
-    const Table& Data(Id dataSetId) {
-        const auto it = m_tables.find(dataSetId);
-        return it != m_tables.end() ? it->second
-                                    : m_tables.emplace(dataSetId, m_store.ReadDataSet(dataSetId)).first->second;
-    }
+    using Steps = std::vector<std::reference_wrapper<corvane::JobProgress>>;
 
-    void AddDataSet(const DataSet& dataSet) {
-        const Table& table = Data(dataSet.id);
+    void AddDataSet(const DataSet& dataSet, corvane::JobProgress* progress) {
+        const Table& table = m_tables.at(dataSet.id);
         m_body += "<h2>" + Escaped(dataSet.name) + "</h2>\n" +
                   Paragraph(SizeText(table.rows, table.columns.size()) + ", from " + dataSet.source) +
                   Paragraph(dataSet.notes);
-        AddSummary(table, {});
+        AddSummary(table, {}, progress);
     }
 
-    void AddSummary(const Table& table, const std::string& group) {
-        const SummaryRows rows = RowsOfSummary(table, group, m_preferences.decimals);
+    void AddSummary(const Table& table, const std::string& group, corvane::JobProgress* progress) {
+        const SummaryRows rows = RowsOfSummary(table, group, m_preferences.decimals, progress);
         m_body += TableOf(rows.numbers);
         if (!rows.numbers.rows.empty() && !rows.texts.rows.empty())
             m_body += "<br>\n";
         m_body += TableOf(rows.texts);
     }
 
-    void AddAnalysis(const Analysis& analysis) {
-        const Table& table = Data(analysis.dataSetId);
+    void AddAnalysis(const Analysis& analysis, corvane::JobProgress* progress) {
+        const Table& table = m_tables.at(analysis.dataSetId);
         const AnalysisSettings& settings = analysis.settings;
         m_body += "<h2>" + Escaped(analysis.name) + "</h2>\n";
         switch (settings.kind) {
         case AnalysisKind::Summary:
-            AddSummary(table, settings.groupColumn);
+            AddSummary(table, settings.groupColumn, progress);
             break;
         case AnalysisKind::Histogram:
             AddPicture(HistogramScene(table, settings));
@@ -120,7 +137,7 @@ private:
             m_body += Paragraph(ComparisonText(table, settings, m_preferences.decimals));
             break;
         case AnalysisKind::Bootstrap:
-            AddBootstrap(table, settings);
+            AddBootstrap(table, settings, analysis.result, progress);
             break;
         }
     }
@@ -132,7 +149,8 @@ private:
         m_report.pictures.push_back({name, std::move(scene)});
     }
 
-    void AddBootstrap(const Table& table, AnalysisSettings settings) {
+    void AddBootstrap(const Table& table, AnalysisSettings settings, const std::optional<BootstrapResult>& saved,
+                      corvane::JobProgress* progress) {
         constexpr double mostDraws = 2e7; // about a second's
         const Column* column = table.Find(settings.columnX);
         if (!column || !column->IsNumeric()) {
@@ -140,18 +158,20 @@ private:
             return;
         }
         const double draws = static_cast<double>(table.rows) * settings.bootstrap.resamples;
-        if (draws > mostDraws)
+        if (draws > mostDraws && !progress && !saved)
             settings.bootstrap.resamples = std::max(100, static_cast<int>(mostDraws / static_cast<double>(table.rows)));
         try {
-            const BootstrapResult result = RunBootstrap(column->numbers, settings.bootstrap);
+            const BootstrapResult result = saved ? *saved : RunBootstrap(column->numbers, settings.bootstrap, progress);
+            if (ChartScene scene = BootstrapScene(result, *column, settings); scene.empty.empty())
+                AddPicture(std::move(scene));
             m_body += Paragraph(BootstrapText(result, settings, *column, m_preferences.decimals));
         } catch (const corvane::Failure& failure) {
             m_body += Paragraph(failure.Description);
         }
     }
 
-    Store& m_store;
     const FigurePreferences& m_preferences;
+    const ReadTable& m_read;
     std::map<Id, Table> m_tables;
     StudyReport m_report;
     std::string m_body;
@@ -159,8 +179,16 @@ private:
 
 } // namespace
 
-StudyReport ReportOn(Store& store, Id studyId, const FigurePreferences& preferences) {
-    return ReportWriter(store, preferences).Write(store.StudyOf(studyId));
+ReportSubject SubjectOf(Store& store, Id studyId) {
+    ReportSubject subject{store.StudyOf(studyId), store.DataSets(studyId), store.Analyses(studyId), 0, store.Path()};
+    for (const DataSet& dataSet : subject.dataSets)
+        subject.values += static_cast<std::size_t>(dataSet.rows) * store.Columns(dataSet.id).size();
+    return subject;
+}
+
+StudyReport ReportOn(const ReportSubject& subject, const FigurePreferences& preferences, const ReadTable& read,
+                     corvane::JobProgress* progress) {
+    return ReportWriter(preferences, read).Write(subject, progress);
 }
 
 } // namespace studies

@@ -5,6 +5,7 @@
 #include "Figures.h"
 #include "Store.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,22 @@ struct StudyReport {
     std::vector<Picture> pictures;
 };
 
-// All data sets with their summaries, and all analyses; a bootstrap is computed again, with few enough resamples to
-// wait for. Fails when there is no such study.
-[[nodiscard]] StudyReport ReportOn(Store& store, Id studyId, const FigurePreferences& preferences);
+// What a report is about, as it is in the store; for jobs, too.
+struct ReportSubject {
+    Study study;
+    std::vector<DataSet> dataSets;
+    std::vector<Analysis> analyses;
+    std::size_t values = 0; // in all data sets
+    std::string path;       // of the store
+};
+
+// Fails when there is no such study.
+[[nodiscard]] ReportSubject SubjectOf(Store& store, Id studyId);
+
+// All data sets with their summaries, and all analyses. Tables come from that function, each once. A bootstrap that
+// isn't saved with its result is computed again; without a progress with few enough resamples to wait for.
+[[nodiscard]] StudyReport ReportOn(const ReportSubject& subject, const FigurePreferences& preferences,
+                                   const std::function<Table(Id dataSetId, corvane::JobProgress* progress)>& read,
+                                   corvane::JobProgress* progress = nullptr);
 
 } // namespace studies

@@ -70,12 +70,12 @@ const Column* Table::Find(std::string_view name) const {
     return nullptr;
 }
 
-Table Table::Rows(const std::vector<std::size_t>& rowList) const {
+Table Table::Rows(const std::vector<std::uint32_t>& rowList) const {
     Table part;
     part.rows = rowList.size();
     for (const Column& column : columns) {
         Column cut{column.name, column.type, {}, {}, column.unit, column.decimals};
-        for (const std::size_t row : rowList) {
+        for (const std::uint32_t row : rowList) {
             if (column.IsNumeric())
                 cut.numbers.push_back(column.numbers[row]);
             else

@@ -4,6 +4,7 @@
 #include "NumberText.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,7 +41,7 @@ struct Table {
     // Without regard to case; a null pointer when there is none.
     [[nodiscard]] const Column* Find(std::string_view name) const;
     // The rows of these positions, in their order.
-    [[nodiscard]] Table Rows(const std::vector<std::size_t>& rowList) const;
+    [[nodiscard]] Table Rows(const std::vector<std::uint32_t>& rowList) const;
 };
 
 // A column's name as it is read aloud: "bill length" of "bill_length_mm".

@@ -91,29 +91,35 @@ Ref<Window> OpenDataWindow(const Ref<DataSetContext>& data) {
     return OpenWindow("Data", data, {.key = key, .caption = data->Info().name});
 }
 
-Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& data, AnalysisKind kind) {
-    const Table& table = data->Data();
-    CheckColumns(table, kind);
-    Ref<Window> window = OpenDocument(New<AnalysisDocument>(data, FirstSettings(table, kind, ReadPreferences())));
-    if (kind == AnalysisKind::Summary)
-        SetStatus("Summary of " + data->Info().name + ": " + LineText(Summarize(table)));
-    return window;
+void OpenNewAnalysis(const Ref<DataSetContext>& data, AnalysisKind kind) {
+    data->WithTable(nullptr, [data, kind](const SharedTable& table) {
+        if (!table)
+            return;
+        CheckColumns(*table, kind);
+        OpenDocument(New<AnalysisDocument>(data, FirstSettings(*table, kind, ReadPreferences())));
+        if (kind == AnalysisKind::Summary && IsSmall(table->rows, table->columns.size()))
+            SetStatus("Summary of " + data->Info().name + ": " + LineText(Summarize(*table)));
+    });
 }
 
-Ref<Window> OpenNewAnalysis(const Ref<DataSetContext>& data, const std::string& command) {
-    return OpenNewAnalysis(data, AnalysisKindOf(FoldText(command)));
+void OpenNewAnalysis(const Ref<DataSetContext>& data, const std::string& command) {
+    OpenNewAnalysis(data, AnalysisKindOf(FoldText(command)));
 }
 
 // A new analysis is known by its window's own key, so an open one is found by what it is about.
-Ref<Window> OpenAnalysis(const Ref<Workspace>& workspace, const Analysis& analysis) {
+void OpenAnalysis(const Ref<Workspace>& workspace, const Analysis& analysis) {
     for (const Ref<Window>& window : OpenWindows()) {
         const Ref<AnalysisDocument> document = window->BusinessContext().TryAs<AnalysisDocument>();
         if (document && document->Data()->Space() == workspace && document->Number() == analysis.id) {
             window->Show();
-            return window;
+            return;
         }
     }
-    return OpenDocument(New<AnalysisDocument>(workspace->DataSet(analysis.dataSetId), analysis));
+    const Ref<DataSetContext> data = workspace->DataSet(analysis.dataSetId);
+    data->WithTable(nullptr, [data, analysis](const SharedTable& table) {
+        if (table)
+            OpenDocument(New<AnalysisDocument>(data, analysis));
+    });
 }
 
 void OpenReport(const Ref<Workspace>& workspace, Id studyId) {

@@ -9,12 +9,13 @@ namespace studies {
 
 // The data set's table. Opening it again shows the open one.
 corvane::Ref<corvane::Window> OpenDataWindow(const corvane::Ref<DataSetContext>& data);
-// A new analysis of that kind, with its first settings. Fails when the data have no columns for it.
-corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& data, AnalysisKind kind);
+// A new analysis of that kind, with its first settings. Fails when the data have no columns for it. Large data are read
+// first, by a job, after which the window opens.
+void OpenNewAnalysis(const corvane::Ref<DataSetContext>& data, AnalysisKind kind);
 // The same for an analysis by the name of its command: "Summary", "Histogram" and so on.
-corvane::Ref<corvane::Window> OpenNewAnalysis(const corvane::Ref<DataSetContext>& data, const std::string& command);
-// An analysis of the store. Opening it again shows the open one.
-corvane::Ref<corvane::Window> OpenAnalysis(const corvane::Ref<Workspace>& workspace, const Analysis& analysis);
+void OpenNewAnalysis(const corvane::Ref<DataSetContext>& data, const std::string& command);
+// An analysis of the store. Opening it again shows the open one. Large data are read first, likewise.
+void OpenAnalysis(const corvane::Ref<Workspace>& workspace, const Analysis& analysis);
 // The report on a study; there is one for each.
 void OpenReport(const corvane::Ref<Workspace>& workspace, Id studyId);
 // The window of that key, as it was open once. False when it isn't about anything in the store, or that has gone.

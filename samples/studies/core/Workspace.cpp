@@ -1,9 +1,14 @@
 #include "Workspace.h"
 
 #include "Errors.h"
+#include "corvane/author/Host.h"
+#include "corvane/author/Jobs.h"
+#include "corvane/windows/Window.h"
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
+#include <utility>
 
 namespace studies {
 
@@ -15,6 +20,18 @@ Store& Workspace::GetStore() const {
     if (!m_store)
         FailWith("The studies have been closed.");
     return *m_store;
+}
+
+bool IsSmall(std::size_t rows, std::size_t columns) {
+    constexpr std::size_t most = 500'000; // values, which take up to a tenth of a second to read
+    return rows * columns <= most;
+}
+
+Ref<DataSetContext> Workspace::Add(Id studyId, const std::string& name, const std::string& source, SharedTable table) {
+    Store& store = GetStore();
+    auto data = DataSet(store.ImportDataSet(studyId, name, source, *table, m_keeps ? 0 : store.ReserveDataSet()));
+    data->Take(std::move(table));
+    return data;
 }
 
 Ref<DataSetContext> Workspace::DataSet(Id dataSetId) {
@@ -52,13 +69,82 @@ bool DataSetContext::Exists() const {
     return m_workspace->GetStore().HasDataSet(m_dataSetId);
 }
 
-const Table& DataSetContext::Data() {
+bool DataSetContext::IsCurrent() const {
+    return m_table && (!m_workspace->Keeps() || m_revision == m_workspace->GetStore().DataRevision());
+}
+
+void DataSetContext::Take(SharedTable table) {
+    m_table = std::move(table);
+    m_revision = m_workspace->GetStore().DataRevision();
+}
+
+SharedTable DataSetContext::Shared() {
+    if (!IsCurrent())
+        Take(std::make_shared<const Table>(m_workspace->GetStore().ReadDataSet(m_dataSetId)));
+    return m_table;
+}
+
+SharedTable DataSetContext::Ready() {
+    if (IsCurrent())
+        return m_table;
+    const auto rows = static_cast<std::size_t>(Info().rows);
+    return IsSmall(rows, m_workspace->GetStore().Columns(m_dataSetId).size()) ? Shared() : nullptr;
+}
+
+void DataSetContext::WithTable(const Ref<Object>& owner, std::function<void(const SharedTable&)> done) {
+    if (const SharedTable table = Ready())
+        return done(table);
+    Waiting waits{owner, static_cast<bool>(WindowOfOwner(owner)), std::move(done)};
+    if (const auto waiting = m_waiting.lock())
+        return waiting->push_back(std::move(waits));
+    const auto waiting = std::make_shared<std::vector<Waiting>>();
+    waiting->push_back(std::move(waits));
+    m_waiting = waiting;
+    Read(waiting);
+}
+
+void DataSetContext::Read(std::shared_ptr<std::vector<Waiting>> waiting) {
     const Store& store = m_workspace->GetStore();
-    if (!m_table || m_revision != store.DataRevision()) {
-        m_table = std::make_unique<Table>(m_workspace->GetStore().ReadDataSet(m_dataSetId));
-        m_revision = store.DataRevision();
+    StartJob(
+        {.title = "Read " + Info().name, .owner = FindService("Studies")},
+        [path = store.Path(), id = m_dataSetId](JobProgress& progress) -> SharedTable {
+            return std::make_shared<const Table>(ReadDataTable(path, id, progress));
+        },
+        [self = Ref<DataSetContext>(this), waiting = std::move(waiting),
+         revision = store.DataRevision()](JobResult<SharedTable>& result) {
+            if (result.WasCancelled() || !self->Exists())
+                return Serve(*waiting, nullptr);
+            if (revision != self->m_workspace->GetStore().DataRevision())
+                return self->Read(waiting); // what has been changed meanwhile may be missing
+            try {
+                self->Take(result.Value());
+            } catch (...) {
+                Serve(*waiting, nullptr);
+                throw;
+            }
+            Serve(*waiting, self->m_table);
+        });
+}
+
+// Those too that come meanwhile.
+void DataSetContext::Serve(std::vector<Waiting>& waiting, const SharedTable& table) {
+    std::exception_ptr failure;
+    for (std::size_t i = 0; i < waiting.size(); ++i) {
+        const Waiting waits = waiting[i];
+        try {
+            if (!waits.hasWindow || WindowOfOwner(waits.owner))
+                waits.done(table);
+        } catch (...) {
+            failure = failure ? failure : std::current_exception();
+        }
     }
-    return *m_table;
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+std::shared_ptr<const std::vector<double>> NumbersIn(const SharedTable& table, std::string_view column) {
+    const Column* found = table->Find(column);
+    return found ? std::shared_ptr<const std::vector<double>>(table, &found->numbers) : nullptr;
 }
 
 AnalysisDocument::AnalysisDocument(Ref<DataSetContext> data, AnalysisSettings settings)
@@ -81,7 +167,8 @@ void AnalysisDocument::Look(AnalysisKind kind) {
     const bool touched = IsChanged();
     AnalysisSettings settings = m_settings;
     settings.kind = kind;
-    Complete(m_data->Data(), settings, ReadPreferences());
+    if (const SharedTable table = m_data->Ready())
+        Complete(*table, settings, ReadPreferences());
     if (settings == m_settings)
         return;
     m_settings = settings;
@@ -143,14 +230,14 @@ void AnalysisDocument::FollowStore() {
 }
 
 void AnalysisDocument::TakeSavedResult(const Analysis& analysis) {
-    const Column* column = analysis.result ? m_data->Data().Find(analysis.settings.columnX) : nullptr;
-    if (column)
-        m_computed = Computed{*analysis.result, analysis.settings, column->numbers, {}};
+    const SharedTable table = analysis.result ? m_data->Shared() : nullptr;
+    if (auto values = table ? NumbersIn(table, analysis.settings.columnX) : nullptr)
+        m_computed = Computed{*analysis.result, analysis.settings, std::move(values), {}};
     m_isResultSaved = true;
 }
 
 void AnalysisDocument::SetResult(const BootstrapResult& result, const AnalysisSettings& settings,
-                                 std::vector<double> values) {
+                                 std::shared_ptr<const std::vector<double>> values) {
     m_computed = Computed{result, settings, std::move(values), {}};
     m_isResultSaved = false;
     Changed.Raise();
@@ -161,11 +248,11 @@ const BootstrapResult* AnalysisDocument::Result() {
     if (!m_computed || !m_computed->settings.IsLike(m_settings) || !m_data->Exists())
         return nullptr;
     const std::uint64_t revision = m_data->Space()->GetStore().DataRevision();
-    if (m_computed->revision != revision) {
-        const Column* column = m_data->Data().Find(m_settings.columnX);
+    const SharedTable table = m_computed->revision != revision ? m_data->Ready() : nullptr;
+    if (table) {
+        const auto values = NumbersIn(table, m_settings.columnX);
         const bool isSame =
-            column && std::equal(column->numbers.begin(), column->numbers.end(), m_computed->values.begin(),
-                                 m_computed->values.end(),
+            values && std::equal(values->begin(), values->end(), m_computed->values->begin(), m_computed->values->end(),
                                  [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); });
         if (!isSame) {
             m_computed.reset();

@@ -8,6 +8,7 @@
 #include "corvane/base/Object.h"
 #include "corvane/base/Ref.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -17,6 +18,11 @@
 namespace studies {
 
 class DataSetContext;
+
+using SharedTable = std::shared_ptr<const Table>; // for jobs, too
+
+// Whether work on the whole table takes no longer than a moment. What takes longer is a job.
+[[nodiscard]] bool IsSmall(std::size_t rows, std::size_t columns);
 
 class Workspace final : public corvane::Object {
 public:
@@ -28,6 +34,9 @@ public:
     [[nodiscard]] bool Keeps() const { return m_keeps; }
     // The one object for that data set. Fails when there is none.
     [[nodiscard]] corvane::Ref<DataSetContext> DataSet(Id dataSetId);
+    // A new data set of a study. In a workspace that keeps nothing, the table is in that object alone.
+    [[nodiscard]] corvane::Ref<DataSetContext> Add(Id studyId, const std::string& name, const std::string& source,
+                                                   SharedTable table);
     // Whether a window shows that data set.
     [[nodiscard]] bool IsInUse(Id dataSetId) const { return m_contexts.contains(dataSetId); }
     // Shows what another program has changed in the file since the last call; to be called again and again.
@@ -49,6 +58,9 @@ private:
     std::map<Id, DataSetContext*> m_contexts; // the living ones
 };
 
+// The numbers of a column of the table, which stays as long as they do; a null pointer for no such column.
+[[nodiscard]] std::shared_ptr<const std::vector<double>> NumbersIn(const SharedTable& table, std::string_view column);
+
 // What a window about a data set is about.
 class DataSetContext final : public corvane::Object {
 public:
@@ -61,15 +73,35 @@ public:
     // As it is now. Fails when it doesn't exist any more.
     [[nodiscard]] DataSet Info() const { return m_workspace->GetStore().DataSetOf(m_dataSetId); }
     // The whole table; read once, and again after a change. Valid until then.
-    [[nodiscard]] const Table& Data();
+    [[nodiscard]] const Table& Data() { return *Shared(); }
+    [[nodiscard]] SharedTable Shared();
+    // The same, but a null pointer when it would have to be read and isn't small.
+    [[nodiscard]] SharedTable Ready();
+    // Calls done with it: at once when it is ready, or else when a job has read it, which is one for all that wait;
+    // with a null pointer when the user has cancelled that. Nothing is called once the window of the owner, a page, has
+    // closed.
+    void WithTable(const corvane::Ref<corvane::Object>& owner, std::function<void(const SharedTable&)> done);
+    // It is known already.
+    void Take(SharedTable table);
 
     std::string_view TypeName() const override { return "DataSetContext"; }
 
 private:
+    struct Waiting {
+        corvane::Ref<corvane::Object> owner;
+        bool hasWindow;
+        std::function<void(const SharedTable&)> done;
+    };
+
+    [[nodiscard]] bool IsCurrent() const;
+    void Read(std::shared_ptr<std::vector<Waiting>> waiting);
+    static void Serve(std::vector<Waiting>& waiting, const SharedTable& table);
+
     corvane::Ref<Workspace> m_workspace;
     Id m_dataSetId;
-    std::unique_ptr<Table> m_table;
+    SharedTable m_table;
     std::uint64_t m_revision = 0;
+    std::weak_ptr<std::vector<Waiting>> m_waiting; // for the job that reads, which has it
 };
 
 // What a window about an analysis is about: its settings as they are in the window and as they are in the store, and
@@ -92,10 +124,12 @@ public:
     // Whether settings are others than the saved ones, or than the first ones of a new analysis. The kind alone is what
     // page was looked at last.
     [[nodiscard]] bool IsChanged() const { return CanBeSaved() && !m_settings.IsLike(m_saved); }
-    // The result of a bootstrap with the settings and the data as they are; a null pointer before it has run.
+    // The result of a bootstrap with the settings and the data as they are; a null pointer before it has run. While the
+    // data are being read, it counts as that of the data.
     [[nodiscard]] const BootstrapResult* Result();
     // It was computed with these settings from the values of that column.
-    void SetResult(const BootstrapResult& result, const AnalysisSettings& settings, std::vector<double> values);
+    void SetResult(const BootstrapResult& result, const AnalysisSettings& settings,
+                   std::shared_ptr<const std::vector<double>> values);
     // Whether closing would lose what took time to compute. Settings are a matter of a click and don't count.
     [[nodiscard]] bool HasUnsavedResult() { return CanBeSaved() && Result() && !m_isResultSaved; }
     // Whether Save would do something.
@@ -119,7 +153,7 @@ private:
     struct Computed {
         BootstrapResult result;
         AnalysisSettings settings;
-        std::vector<double> values;
+        std::shared_ptr<const std::vector<double>> values;
         std::optional<std::uint64_t> revision; // of the store's data, for which it is known to hold
     };
 

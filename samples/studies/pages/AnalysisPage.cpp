@@ -22,11 +22,15 @@ void AnalysisPage::OnActivate() {
 void AnalysisPage::Follow() {
     if (!Document()->Exists())
         return; // the window is about to close
-    if (Widget())
-        ShowAnalysis();
-    EnableAction("Save", Document()->IsUnsaved());
+    Document()->Data()->WithTable(Ref<Object>(this), [this](const SharedTable& table) {
+        if (!table || !Document()->Exists())
+            return;
+        if (Widget())
+            ShowAnalysis();
+        EnableAction("Save", Document()->IsUnsaved());
+        ValidityChanged();
+    });
     OwnWindow()->SetCaption(Document()->Name());
-    ValidityChanged();
 }
 
 void AnalysisPage::ChangeSettings(const std::function<void(AnalysisSettings&)>& change) {

@@ -159,17 +159,18 @@ void BootstrapPage::ShowResult() {
 }
 
 void BootstrapPage::Run() {
-    const Column* column = Data().Find(Document()->Settings().columnX);
+    const SharedTable table = Document()->Data()->Shared();
+    const Column* column = table->Find(Document()->Settings().columnX);
     if (m_running || !column || !column->IsNumeric())
         return;
     const AnalysisSettings settings = Document()->Settings();
     SetStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
     StartJob(
         {.title = "Bootstrap of " + SpokenName(column->name), .owner = Ref<Object>(this)},
-        [values = column->numbers, options = settings.bootstrap](JobProgress& progress) {
-            return RunBootstrap(values, options, &progress);
+        [values = NumbersIn(table, column->name), options = settings.bootstrap](JobProgress& progress) {
+            return RunBootstrap(*values, options, &progress);
         },
-        [this, settings, values = column->numbers](JobResult<BootstrapResult>& result) {
+        [this, settings, values = NumbersIn(table, column->name)](JobResult<BootstrapResult>& result) {
             m_running = false;
             if (m_run)
                 m_run->setEnabled(true);

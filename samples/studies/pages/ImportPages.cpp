@@ -37,6 +37,11 @@ std::string FirstLines(const std::vector<std::string>& lines) {
 // What one step enters may put another in order, or out of it.
 void ImportPage::OnInitialize() {
     Keep(Job()->Changed.Subscribe([this] { ValidityChanged(); }));
+    Keep(Job()->HasRead.Subscribe([this] {
+        if (Widget())
+            ShowRead();
+        ValidityChanged();
+    }));
 }
 
 QWidget* ImportFilePage::MakeWidget(QWidget* parent) {
@@ -81,7 +86,7 @@ bool ImportFilePage::IsChanged() {
 
 bool ImportFilePage::IsValid() {
     const Ref<ImportJob> job = Job();
-    return !job->Path().empty() && job->Problem().empty();
+    return !job->Path().empty() && job->Result() && job->Problem().empty();
 }
 
 void ImportFilePage::OnActivate() {
@@ -94,7 +99,7 @@ void ImportFilePage::FollowTyping() {
     if (QFileInfo(m_path->text().trimmed()).isFile())
         return TakePath();
     Job()->SetPath({});
-    ShowFound();
+    ShowRead();
 }
 
 void ImportFilePage::TakePath() {
@@ -104,13 +109,15 @@ void ImportFilePage::TakePath() {
         job->LookAgain();
     else
         job->SetPath(path);
-    ShowFound();
+    ShowRead();
 }
 
-void ImportFilePage::ShowFound() {
+void ImportFilePage::ShowRead() {
     const Ref<ImportJob> job = Job();
     const CsvResult* result = job->Path().empty() ? nullptr : job->Result();
-    m_found->setText(result ? Text(SizeText(result->table.rows, result->table.columns.size())) : QString());
+    m_found->setText(result             ? Text(SizeText(result->table.rows, result->table.columns.size()))
+                     : job->IsReading() ? QString("Reading the file\u2026")
+                                        : QString());
     m_problem->Show(job->Path().empty() ? QString() : Text(job->Problem()));
 }
 
@@ -146,7 +153,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* parent) {
     QObject::connect(m_delimiter, &QComboBox::currentIndexChanged, page, [this] {
         Guarded([this] {
             Job()->SetDelimiter(m_delimiter->currentData().toChar().toLatin1());
-            ShowFile();
+            ShowRead();
         });
     });
     QObject::connect(m_skip, &QCheckBox::toggled, page,
@@ -156,7 +163,7 @@ QWidget* ImportFormatPage::MakeWidget(QWidget* parent) {
         if (state == Qt::ApplicationActive)
             Guarded([this] { LookAgain(); });
     });
-    ShowFile();
+    ShowRead();
     return page;
 }
 
@@ -168,7 +175,7 @@ void ImportFormatPage::OnActivate() {
 void ImportFormatPage::LookAgain() {
     if (!Job()->Path().empty())
         Job()->LookAgain();
-    ShowFile();
+    ShowRead();
 }
 
 bool ImportFormatPage::IsValid() {
@@ -176,10 +183,10 @@ bool ImportFormatPage::IsValid() {
     return result && Job()->Problem().empty() && (result->skipped.empty() || Job()->SkipsBadRows());
 }
 
-void ImportFormatPage::ShowFile() {
+void ImportFormatPage::ShowRead() {
     const CsvResult* result = Job()->Path().empty() ? nullptr : Job()->Result();
     m_preview->clear();
-    m_size->clear();
+    m_size->setText(Job()->IsReading() ? QString("Reading the file\u2026") : QString());
     m_skip->hide();
     m_problem->Show(Text(Job()->Problem()));
     m_kept->setVisible(result && !result->keptAsText.empty());

@@ -14,6 +14,8 @@ namespace studies {
 class ImportPage : public corvane::desktop::AnyQtPage {
 protected:
     void OnInitialize() override;
+    // Shows what has been read by now.
+    virtual void ShowRead() {}
     [[nodiscard]] corvane::Ref<ImportJob> Job() const { return AboutAs<ImportJob>(); }
 };
 
@@ -27,11 +29,11 @@ protected:
     [[nodiscard]] bool IsValid() override;
 
     void OnActivate() override;
+    void ShowRead() override;
 
 private:
     void FollowTyping();
     void TakePath();
-    void ShowFound();
 
     QPointer<QLineEdit> m_path;
     QPointer<QLabel> m_found;
@@ -41,12 +43,12 @@ private:
 class ImportFormatPage final : public corvane::desktop::QtPage<ImportFormatPage, ImportJob, ImportPage> {
 protected:
     void OnActivate() override;
+    void ShowRead() override;
     QWidget* MakeWidget(QWidget* parent) override;
     [[nodiscard]] bool IsValid() override;
 
 private:
     void LookAgain();
-    void ShowFile();
     void ShowTypes(const Table& table);
     void ShowRows(const Table& table);
     void ShowSkipped(const std::vector<std::string>& skipped);

@@ -6,6 +6,7 @@
 #include "QtText.h"
 #include "StudyContexts.h"
 #include "corvane/author/Host.h"
+#include "corvane/author/Jobs.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -29,11 +30,21 @@ namespace {
 constexpr QSize pictureSize(620, 420);
 
 // Pictures are resources of the document, under the names that the report gives them.
-void Fill(QTextDocument& document, const StudyReport& report) {
-    for (const StudyReport::Picture& picture : report.pictures)
-        document.addResource(QTextDocument::ImageResource, QUrl(Text(picture.name)),
-                             ChartPicture(picture.scene, pictureSize));
-    document.setHtml(Text(report.html));
+void Fill(QTextDocument& document, const DrawnReport& drawn) {
+    for (std::size_t i = 0; i < drawn.pictures.size(); ++i)
+        document.addResource(QTextDocument::ImageResource, QUrl(Text(drawn.report.pictures[i].name)),
+                             drawn.pictures[i]);
+    document.setHtml(Text(drawn.report.html));
+}
+
+DrawnReport Drawn(StudyReport report, const JobProgress* progress) {
+    DrawnReport drawn{std::move(report), {}};
+    for (const StudyReport::Picture& picture : drawn.report.pictures) {
+        if (progress)
+            progress->StopIfCancelled();
+        drawn.pictures.push_back(ChartPicture(picture.scene, pictureSize));
+    }
+    return drawn;
 }
 
 bool IsOnOnePage(const QTextDocument& document, const QTextBlock& first, const QTextBlock& last) {
@@ -68,30 +79,30 @@ void KeepTogether(QTextDocument& document) {
     }
 }
 
-void SavePdf(const StudyReport& report, const QString& path) {
+void SavePdf(const DrawnReport& drawn, const QString& path) {
     constexpr int resolution = 144; // dots an inch of text and pictures alike
     QPdfWriter writer(path);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(18, 18, 18, 18), QPageLayout::Millimeter);
     writer.setResolution(resolution);
-    writer.setTitle(Text(report.title));
+    writer.setTitle(Text(drawn.report.title));
     QTextDocument document;
     document.documentLayout()->setPaintDevice(&writer);
-    Fill(document, report);
+    Fill(document, drawn);
     document.setPageSize(writer.pageLayout().paintRectPixels(resolution).size());
     KeepTogether(document);
     document.print(&writer);
 }
 
 // Pictures stand in the file itself, so that it can be handed on alone.
-QByteArray Html(const StudyReport& report) {
-    QString html = Text(report.html);
-    for (const StudyReport::Picture& picture : report.pictures) {
+QByteArray Html(const DrawnReport& drawn) {
+    QString html = Text(drawn.report.html);
+    for (std::size_t i = 0; i < drawn.pictures.size(); ++i) {
         QByteArray png;
         QBuffer buffer(&png);
         buffer.open(QIODevice::WriteOnly);
-        ChartPicture(picture.scene, pictureSize).save(&buffer, "PNG");
-        html.replace("src=\"" + Text(picture.name) + "\"",
+        drawn.pictures[i].save(&buffer, "PNG");
+        html.replace("src=\"" + Text(drawn.report.pictures[i].name) + "\"",
                      "src=\"data:image/png;base64," + QString::fromLatin1(png.toBase64()) + "\"");
     }
     return html.toUtf8();
@@ -99,7 +110,7 @@ QByteArray Html(const StudyReport& report) {
 
 } // namespace
 
-void SaveReport(const StudyReport& report, const QString& path) {
+void SaveReport(const DrawnReport& report, const QString& path) {
     if (path.endsWith(".pdf", Qt::CaseInsensitive)) {
         QSaveFile probe(path); // the writer itself doesn't say why it couldn't
         if (!probe.open(QIODevice::WriteOnly))
@@ -144,7 +155,41 @@ QWidget* ReportPage::FirstFocus() {
 void ReportPage::Write() {
     if (!m_view)
         return;
-    m_report = ReportOn(About()->Space()->GetStore(), About()->Number(), ReadPreferences());
+    if (m_job)
+        m_job->Cancel();
+    m_job = nullptr;
+    Store& store = About()->Space()->GetStore();
+    const ReportSubject subject = SubjectOf(store, About()->Number());
+    const int number = ++m_number;
+    if (IsSmall(subject.values, 1)) {
+        Show(Drawn(ReportOn(subject, ReadPreferences(),
+                            [&store](Id dataSetId, JobProgress*) { return store.ReadDataSet(dataSetId); }),
+                   nullptr));
+        return;
+    }
+    if (m_view->document()->isEmpty())
+        m_view->setPlainText("The report is being written\u2026");
+    m_job = StartJob(
+        {.title = "Report on " + subject.study.name, .owner = Ref<Object>(this)},
+        [subject, preferences = ReadPreferences()](JobProgress& progress) {
+            const auto steps = progress.Split({9, 1});
+            return Drawn(
+                ReportOn(
+                    subject, preferences,
+                    [&subject](Id dataSetId, JobProgress* own) { return ReadDataTable(subject.path, dataSetId, *own); },
+                    &steps[0].get()),
+                &steps[1].get());
+        },
+        [this, number](JobResult<DrawnReport>& result) {
+            if (number != m_number)
+                return;
+            m_job = nullptr;
+            Show(std::move(result.Value()));
+        });
+}
+
+void ReportPage::Show(DrawnReport report) {
+    m_report = std::move(report);
     const int scrolled = m_view->verticalScrollBar()->value();
     m_view->document()->clear();
     Fill(*m_view->document(), m_report);
@@ -153,8 +198,10 @@ void ReportPage::Write() {
 }
 
 void ReportPage::OnExport() {
-    const std::string path =
-        AskForSavePath("Export", "HTML page (*.html)|*.html|PDF document (*.pdf)|*.pdf", m_report.title + ".html");
+    if (m_report.report.html.empty())
+        FailWith("There is nothing to export yet. The report is being written.");
+    const std::string path = AskForSavePath("Export", "HTML page (*.html)|*.html|PDF document (*.pdf)|*.pdf",
+                                            m_report.report.title + ".html");
     if (path.empty())
         return;
     SaveReport(m_report, Text(path));

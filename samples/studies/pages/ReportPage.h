@@ -3,12 +3,20 @@
 
 #include "StudyContexts.h"
 #include "StudyReport.h"
+#include "corvane/platform/IJobs.h"
 #include "desktop/QtPage.h"
+
+#include <QImage>
 
 class QTextBrowser;
 class QTextDocument;
 
 namespace studies {
+
+struct DrawnReport {
+    StudyReport report;
+    std::vector<QImage> pictures; // in order of those of the report
+};
 
 class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContext> {
 public:
@@ -25,12 +33,15 @@ protected:
 
 private:
     void Write();
+    void Show(DrawnReport report);
 
     QPointer<QTextBrowser> m_view;
-    StudyReport m_report;
+    DrawnReport m_report;
+    corvane::Ref<corvane::IJob> m_job; // that writes the next one
+    int m_number = 0;                  // of the latest
 };
 
 // What ReportPage does for a file, by the ending of its name. Fails when it can't be written.
-void SaveReport(const StudyReport& report, const QString& path);
+void SaveReport(const DrawnReport& report, const QString& path);
 
 } // namespace studies

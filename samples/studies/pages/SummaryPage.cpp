@@ -96,35 +96,33 @@ SummaryPage::Figures SummaryPage::FiguresIn(const Table& table, const std::strin
 
 // What takes longer than a moment is a job, of which the latest counts.
 void SummaryPage::ShowFigures() {
-    constexpr std::size_t atOnce = 500'000; // values
     if (!m_numbers)
         return;
     if (m_job)
         m_job->Cancel();
     m_job = nullptr;
-    const int number = ++m_number;
-    const Table& table = Data()->Data();
-    const int decimals = ReadPreferences().decimals;
-    m_size->setText(Text(SizeText(table.rows, table.columns.size())));
-    if (table.rows * table.columns.size() <= atOnce) {
-        Show(FiguresIn(table, m_groupName, decimals, nullptr));
-        return;
-    }
-    m_job = StartJob(
-        {.title = "Summary of " + Data()->Info().name, .owner = Ref<Object>(this)},
-        [table, group = m_groupName, decimals](JobProgress& progress) {
-            return FiguresIn(table, group, decimals, &progress);
-        },
-        [this, number](JobResult<Figures>& result) {
-            if (number != m_number)
-                return;
-            m_job = nullptr;
-            Show(result.Value());
-        });
+    Data()->WithTable(Ref<Object>(this), [this, number = ++m_number](const SharedTable& table) {
+        if (!table || number != m_number)
+            return;
+        const int decimals = ReadPreferences().decimals;
+        m_size->setText(Text(SizeText(table->rows, table->columns.size())));
+        if (IsSmall(table->rows, table->columns.size()))
+            return Show(*table, FiguresIn(*table, m_groupName, decimals, nullptr));
+        m_job = StartJob(
+            {.title = "Summary of " + Data()->Info().name, .owner = Ref<Object>(this)},
+            [table, group = m_groupName, decimals](JobProgress& progress) {
+                return FiguresIn(*table, group, decimals, &progress);
+            },
+            [this, table, number](JobResult<Figures>& result) {
+                if (number != m_number)
+                    return;
+                m_job = nullptr;
+                Show(*table, result.Value());
+            });
+    });
 }
 
-void SummaryPage::Show(const Figures& figures) {
-    const Table& table = Data()->Data();
+void SummaryPage::Show(const Table& table, const Figures& figures) {
     std::vector<Column> groupColumns;
     for (const std::string& name : figures.groupColumns)
         if (const Column* column = table.Find(name))

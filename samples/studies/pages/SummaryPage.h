@@ -43,7 +43,7 @@ private:
     void ChooseGroup();
     void Follow();
     void ShowFigures();
-    void Show(const Figures& figures);
+    void Show(const Table& table, const Figures& figures);
 
     corvane::Ref<AnalysisDocument> m_document; // nothing for a data set
     std::string m_groupName;

@@ -26,7 +26,7 @@ void TablePage::OnActivate() {
 
 QWidget* TablePage::MakeWidget(QWidget* parent) {
     auto* page = new QWidget(parent);
-    m_model = new DataTableModel(About(), page);
+    m_model = new DataTableModel(About(), Ref<Object>(this), page);
     m_view = new DataTableView;
     m_view->SetData(m_model);
     m_problem = new ProblemLabel;

@@ -3,13 +3,15 @@
 #include "Errors.h"
 #include "QtText.h"
 #include "Report.h"
+#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <QPointer>
 #include <QStringList>
 #include <algorithm>
-#include <span>
+#include <numeric>
 
 namespace studies {
 
@@ -25,33 +27,78 @@ qsizetype DecimalsOf(const QString& number) {
 
 } // namespace
 
-DataTableModel::DataTableModel(Ref<DataSetContext> data, QObject* parent)
-    : QAbstractTableModel(parent), m_data(std::move(data)), m_columns(TheStore().Columns(m_data->Number())),
-      m_rowIds(TheStore().RowIds(m_data->Number(), m_view)) {
+DataTableModel::DataTableModel(Ref<DataSetContext> data, Ref<Object> owner, QObject* parent)
+    : QAbstractTableModel(parent), m_data(std::move(data)), m_owner(std::move(owner)),
+      m_columns(TheStore().Columns(m_data->Number())), m_rows(static_cast<std::size_t>(m_data->Info().rows)) {
+    std::iota(m_rows.begin(), m_rows.end(), 0U);
     MeasureDecimals();
 }
 
+DataTableModel::~DataTableModel() {
+    if (m_job)
+        m_job->Cancel();
+}
+
 void DataTableModel::SetFilter(int column, const QString& filter) {
-    RowView view = m_view;
+    RowView view = m_wanted;
     view.filterColumn = column;
     view.filter = Utf8(filter.trimmed());
     SetView(view);
 }
 
 void DataTableModel::sort(int column, Qt::SortOrder order) {
-    RowView view = m_view;
+    RowView view = m_wanted;
     view.sortColumn = column;
     view.descending = order == Qt::DescendingOrder;
     SetView(view);
 }
 
 void DataTableModel::SetView(const RowView& view) {
-    std::vector<Id> rowIds = TheStore().RowIds(m_data->Number(), view);
+    CheckFilter(m_columns, view);
+    if (view == m_wanted && (m_job || view == m_view))
+        return;
+    if (m_job)
+        m_job->Cancel();
+    m_job = nullptr;
+    m_wanted = view;
+    m_data->WithTable(m_owner, [self = QPointer(this), view, number = ++m_number](const SharedTable& table) {
+        if (!self || number != self->m_number)
+            return;
+        if (!table)
+            self->TakeRows(self->m_view, self->m_rows);
+        else if (IsSmall(table->rows, table->columns.size()))
+            self->TakeRows(view, RowsOf(*table, view));
+        else
+            self->StartFinding(view, table);
+    });
+}
+
+void DataTableModel::StartFinding(const RowView& view, const SharedTable& table) {
+    const bool sorts = view.sortColumn != m_view.sortColumn || view.descending != m_view.descending;
+    m_job = StartJob(
+        {.title = (sorts ? "Sort " : "Filter ") + m_data->Info().name, .owner = m_owner},
+        [table, view](JobProgress& progress) { return RowsOf(*table, view, &progress); },
+        [self = QPointer(this), view, number = m_number](JobResult<std::vector<std::uint32_t>>& result) {
+            if (!self || number != self->m_number)
+                return;
+            self->m_job = nullptr;
+            if (result.WasCancelled())
+                self->TakeRows(self->m_view, self->m_rows);
+            else
+                self->TakeRows(view, std::move(result.Value()));
+        });
+}
+
+// What the header of the view shows follows, when the user has cancelled.
+void DataTableModel::TakeRows(const RowView& view, std::vector<std::uint32_t> rows) {
+    const bool stays = view != m_wanted;
     beginResetModel();
-    m_view = view;
-    m_rowIds = std::move(rowIds);
+    m_view = m_wanted = view;
+    m_rows = std::move(rows);
     m_pages.clear();
     endResetModel();
+    if (stays)
+        Q_EMIT StaysSorted(m_view.sortColumn, m_view.descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void DataTableModel::Reload() {
@@ -68,8 +115,17 @@ const Table& DataTableModel::PageOf(int row) const {
     if (const Table* page = m_pages.object(pageNumber))
         return *page;
     const auto first = static_cast<std::size_t>(pageNumber) * RowsOfPage;
-    const std::size_t rows = std::min<std::size_t>(RowsOfPage, m_rowIds.size() - first);
-    auto* page = new Table(TheStore().ReadRows(m_data->Number(), std::span(m_rowIds).subspan(first, rows)));
+    const std::size_t last = std::min<std::size_t>(first + RowsOfPage, m_rows.size());
+    Table* page = nullptr;
+    if (m_data->Space()->Keeps()) {
+        std::vector<Id> rowIds;
+        for (std::size_t i = first; i < last; ++i)
+            rowIds.push_back(RowId(static_cast<int>(i)));
+        page = new Table(TheStore().ReadRows(m_data->Number(), rowIds));
+    } else {
+        page = new Table(m_data->Data().Rows(
+            {m_rows.begin() + static_cast<std::ptrdiff_t>(first), m_rows.begin() + static_cast<std::ptrdiff_t>(last)}));
+    }
     m_pages.insert(pageNumber, page); // takes it over, and has room for one at least
     return *page;
 }
@@ -82,7 +138,7 @@ std::string DataTableModel::CellText(const QModelIndex& index) const {
 
 void DataTableModel::MeasureDecimals() {
     m_decimals.assign(m_columns.size(), 0);
-    if (m_rowIds.empty())
+    if (m_rows.empty())
         return;
     const Table& page = PageOf(0);
     for (std::size_t i = 0; i < m_columns.size(); ++i)
@@ -104,7 +160,7 @@ QString DataTableModel::ShownText(const QModelIndex& index) const {
 }
 
 int DataTableModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_rowIds.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 int DataTableModel::columnCount(const QModelIndex& parent) const {
@@ -137,7 +193,7 @@ QVariant DataTableModel::data(const QModelIndex& index, int role) const {
 QVariant DataTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation == Qt::Vertical) {
         if (role == Qt::DisplayRole)
-            return static_cast<qlonglong>(m_rowIds[static_cast<std::size_t>(section)]);
+            return static_cast<qlonglong>(RowId(section));
         return role == Qt::TextAlignmentRole ? QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     }
     const Column& column = m_columns[static_cast<std::size_t>(section)];
@@ -174,7 +230,7 @@ bool DataTableModel::setData(const QModelIndex& index, const QVariant& value, in
 }
 
 CellChange DataTableModel::ChangeOf(const QModelIndex& index, std::string text) const {
-    return {m_rowIds[static_cast<std::size_t>(index.row())], index.column(), std::move(text), CellText(index)};
+    return {RowId(index.row()), index.column(), std::move(text), CellText(index)};
 }
 
 void DataTableModel::Change(const std::vector<CellChange>& changes) {

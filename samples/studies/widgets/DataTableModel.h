@@ -2,7 +2,9 @@
 // others nothing but their number. Data that are in no study can't be changed.
 #pragma once
 
+#include "RowView.h"
 #include "Workspace.h"
+#include "corvane/platform/IJobs.h"
 
 #include <QAbstractTableModel>
 #include <QCache>
@@ -13,9 +15,12 @@ namespace studies {
 class DataTableModel final : public QAbstractTableModel {
     Q_OBJECT
 public:
-    explicit DataTableModel(corvane::Ref<DataSetContext> data, QObject* parent = nullptr);
+    // Jobs belong to the owner, a page.
+    DataTableModel(corvane::Ref<DataSetContext> data, corvane::Ref<corvane::Object> owner, QObject* parent);
+    ~DataTableModel() override;
 
-    // The rows that the filter leaves, in the order of the view. Fails as Store::RowIds, and changes nothing then.
+    // The rows that the filter leaves, in the order of the view; of a large table once a job has found them, of which
+    // the latest counts. Fails as CheckFilter, and changes nothing then.
     void SetFilter(int column, const QString& filter);
     void sort(int column, Qt::SortOrder order) override; // -1: as imported
     // What is shown is read again; rows stay where they are. For a store that has been changed elsewhere.
@@ -40,6 +45,8 @@ public:
 Q_SIGNALS:
     // Why what was entered has not been taken.
     void Refused(const QString& problem);
+    // The rows are as they are: sorting has been cancelled.
+    void StaysSorted(int column, Qt::SortOrder order);
 
 private:
     [[nodiscard]] Store& TheStore() const { return m_data->Space()->GetStore(); }
@@ -48,16 +55,23 @@ private:
     [[nodiscard]] QString ShownText(const QModelIndex& index) const;
     void MeasureDecimals();
     void SetView(const RowView& view);
+    void StartFinding(const RowView& view, const SharedTable& table);
+    void TakeRows(const RowView& view, std::vector<std::uint32_t> rows);
+    [[nodiscard]] Id RowId(int row) const { return Id{m_rows[static_cast<std::size_t>(row)]} + 1; }
     [[nodiscard]] CellChange ChangeOf(const QModelIndex& index, std::string text) const;
     void Change(const std::vector<CellChange>& changes);
 
     static constexpr int RowsOfPage = 128;
 
     corvane::Ref<DataSetContext> m_data;
+    corvane::Ref<corvane::Object> m_owner;
     std::vector<Column> m_columns;     // without values
     std::vector<qsizetype> m_decimals; // of each column's first values; fewer are filled up, so that points align
     RowView m_view;
-    std::vector<Id> m_rowIds;
+    std::vector<std::uint32_t> m_rows;       // their positions in the data set
+    RowView m_wanted;                        // what is being found
+    corvane::Ref<corvane::IJob> m_job;       // that does so
+    int m_number = 0;                        // of the latest one
     mutable QCache<int, Table> m_pages{100}; // by number
 };
 

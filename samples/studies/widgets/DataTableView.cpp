@@ -29,6 +29,7 @@ void DataTableView::SetData(DataTableModel* model) {
     m_model = model;
     setModel(model);
     connect(model, &DataTableModel::Refused, this, &DataTableView::Refused);
+    connect(model, &DataTableModel::StaysSorted, horizontalHeader(), &QHeaderView::setSortIndicator);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
     const int widest = fontMetrics().averageCharWidth() * 40;

@@ -456,6 +456,19 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     OpenItem("Bootstrap of penguins.csv: bill length");
     run = qobject_cast<QPushButton*>(Button(*In<QSpinBox>(caption, "Seed")->parentWidget(), "Run"));
     EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << "saved with the analysis";
+
+    // Everything goes on meanwhile, and Undo is about what was done last, which isn't the bootstrap.
+    In<QSpinBox>(caption, "Seed")->setValue(7);
+    run->click();
+    EXPECT_FALSE(run->isEnabled());
+    Choose("Data.Table");
+    QAbstractItemModel& model = *In<DataTableView>("penguins.csv", "Rows")->model();
+    EXPECT_TRUE(model.setData(model.index(0, 2), "40.5"));
+    ASSERT_TRUE(QTest::qWaitFor(HasEnded, 60000));
+    EXPECT_TRUE(Result().startsWith("Run resamples")) << "the data are others by now";
+    EXPECT_EQ(m_application->Bar()->Tools()->Item("Edit.Undo")->Caption(), "&Undo Change Value");
+    Choose("Edit.Undo");
+    EXPECT_EQ(model.index(0, 2).data().toString(), "39.1");
 }
 
 TEST_F(Pages, TheChosenItemKeepsItsCommands) {
