@@ -5,6 +5,8 @@
 #include "Statistics.h"
 #include "corvane/author/Host.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -47,6 +49,11 @@ void ChartPage::OnExport() {
         return;
     SaveChart(Scene(), QSize(800, 560), Text(path));
     SetStatus("Exported to " + path);
+}
+
+void ChartPage::OnCopy() {
+    QGuiApplication::clipboard()->setImage(ChartPicture(Scene(), QSize(800, 560)));
+    SetStatus("The chart has been copied");
 }
 
 void HistogramPage::AddControls(QBoxLayout& row) {

@@ -15,6 +15,7 @@ public:
     QWidget* FirstFocus() override;
 
     void OnExport(); // the picture, as PNG or SVG
+    void OnCopy();   // the picture
 
 protected:
     QWidget* MakeWidget(QWidget* parent) override;
@@ -28,8 +29,9 @@ protected:
 
 class HistogramPage final : public corvane::desktop::QtPage<HistogramPage, AnalysisDocument, ChartPage> {
 public:
-    static constexpr auto Members = corvane::Methods<&HistogramPage::OnSaveAnalysis, &HistogramPage::OnExport,
-                                                     &HistogramPage::OnTable, &HistogramPage::OnAnalyse>();
+    static constexpr auto Members =
+        corvane::Methods<&HistogramPage::OnSaveAnalysis, &HistogramPage::OnExport, &HistogramPage::OnCopy,
+                         &HistogramPage::OnTable, &HistogramPage::OnAnalyse>();
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Histogram; }
@@ -45,8 +47,9 @@ private:
 
 class ScatterPage final : public corvane::desktop::QtPage<ScatterPage, AnalysisDocument, ChartPage> {
 public:
-    static constexpr auto Members = corvane::Methods<&ScatterPage::OnSaveAnalysis, &ScatterPage::OnExport,
-                                                     &ScatterPage::OnTable, &ScatterPage::OnAnalyse>();
+    static constexpr auto Members =
+        corvane::Methods<&ScatterPage::OnSaveAnalysis, &ScatterPage::OnExport, &ScatterPage::OnCopy,
+                         &ScatterPage::OnTable, &ScatterPage::OnAnalyse>();
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Scatter; }

@@ -10,8 +10,9 @@ namespace studies {
 
 class ComparisonPage final : public corvane::desktop::QtPage<ComparisonPage, AnalysisDocument, ChartPage> {
 public:
-    static constexpr auto Members = corvane::Methods<&ComparisonPage::OnSaveAnalysis, &ComparisonPage::OnExport,
-                                                     &ComparisonPage::OnTable, &ComparisonPage::OnAnalyse>();
+    static constexpr auto Members =
+        corvane::Methods<&ComparisonPage::OnSaveAnalysis, &ComparisonPage::OnExport, &ComparisonPage::OnCopy,
+                         &ComparisonPage::OnTable, &ComparisonPage::OnAnalyse>();
 
 protected:
     [[nodiscard]] AnalysisKind Kind() const override { return AnalysisKind::Comparison; }

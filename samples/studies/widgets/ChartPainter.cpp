@@ -45,6 +45,7 @@ public:
         DrawBands();
         DrawPoints();
         DrawLines();
+        DrawBoxes();
         DrawMarks();
         m_painter.restore();
         return m_layout;
@@ -205,7 +206,8 @@ private:
             QColor bandColor = m_style.Series(band.color);
             bandColor.setAlphaF(0.25F);
             m_painter.setBrush(bandColor);
-            m_painter.drawPolygon(shape);
+            // Devices that know no clipping, as those of SVG files, get no more than what is in sight.
+            m_painter.drawPolygon(shape.intersected(QPolygonF(m_plot)));
         }
     }
 
@@ -242,6 +244,33 @@ private:
             m_painter.drawPolyline(shape);
             m_painter.setPen(QPen(m_style.Series(line.color), 2));
             m_painter.drawPolyline(shape);
+        }
+    }
+
+    void DrawBoxes() {
+        const double half = std::abs(m_layout.At(0.12, 0).x() - m_layout.At(0, 0).x());
+        const double radius = m_metrics.height() / 8;
+        for (const ChartBox& box : m_scene.boxes) {
+            const QColor boxColor = m_style.Series(box.color);
+            const auto at = [&](double y) { return m_layout.At(box.x, y); };
+            const auto across = [&](double y, double width) {
+                m_painter.drawLine(at(y) - QPointF(width, 0), at(y) + QPointF(width, 0));
+            };
+            m_painter.setPen(QPen(boxColor, 1.5));
+            m_painter.drawLine(at(box.low), at(box.q1));
+            m_painter.drawLine(at(box.q3), at(box.high));
+            across(box.low, half / 2);
+            across(box.high, half / 2);
+            QColor inside = boxColor;
+            inside.setAlphaF(0.25F);
+            m_painter.setBrush(inside);
+            m_painter.drawRect(QRectF(at(box.q3) - QPointF(half, 0), at(box.q1) + QPointF(half, 0)));
+            m_painter.setPen(QPen(boxColor, 3));
+            across(box.median, half);
+            m_painter.setPen(QPen(boxColor, 1));
+            m_painter.setBrush(Qt::NoBrush);
+            for (const double value : box.beyond)
+                m_painter.drawEllipse(at(value), radius, radius);
         }
     }
 
@@ -322,6 +351,11 @@ QString ChartTip(const ChartScene& scene, const ChartLayout& layout, const QPoin
     for (const ChartBar& bar : scene.bars)
         if (QRectF(layout.At(bar.left, bar.top), layout.At(bar.right, bar.bottom)).contains(point))
             return Text(bar.tip);
+    for (const ChartBox& box : scene.boxes)
+        if (QRectF(layout.At(box.x, box.high), layout.At(box.x, box.low))
+                .adjusted(-2 * reach, -reach, 2 * reach, reach)
+                .contains(point))
+            return Text(box.tip);
     for (const ChartMark& mark : scene.marks)
         if (QRectF(layout.At(mark.x, mark.high), layout.At(mark.x, mark.low))
                 .adjusted(-2 * reach, -reach, 2 * reach, reach)
