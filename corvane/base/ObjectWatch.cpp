@@ -2,7 +2,8 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <map>
+#include <iterator>
+#include <list>
 #include <optional>
 #include <string>
 #include <thread>
@@ -41,9 +42,20 @@ std::optional<std::thread::id> g_oThread; // that has loaded the library; nothin
 std::uint64_t g_uMade = 0;
 thread_local std::string t_sThread; // as NameThread has set it
 
+// In order of their making, so that those that earlier libraries have left cost nothing.
+struct Made {
+    std::uint64_t uNumber;
+    const Object* pObject;
+};
+using Order = std::list<Made>;
+struct Living {
+    Order aOrder;
+    std::unordered_map<const Object*, Order::iterator> mapPlaces;
+};
+
 // Objects may live on in statics, which end after this.
-std::unordered_map<const Object*, std::uint64_t>& Living() {
-    static auto* pLiving = new std::unordered_map<const Object*, std::uint64_t>();
+Living& AllLiving() {
+    static auto* pLiving = new Living();
     return *pLiving;
 }
 
@@ -67,8 +79,15 @@ void CheckThread(const Object& oObject) noexcept {
 }
 
 void ObjectMade(const Object& oObject) noexcept {
-    if (!IsElsewhere()) // otherwise the first use ends the program and can name the class
-        Living()[&oObject] = ++g_uMade;
+    if (IsElsewhere())
+        return; // the first use ends the program and can name the class
+    Living& oLiving = AllLiving();
+    const auto itMade = oLiving.aOrder.insert(oLiving.aOrder.end(), {++g_uMade, &oObject});
+    const auto [itPlace, bIsNew] = oLiving.mapPlaces.try_emplace(&oObject, itMade);
+    if (!bIsNew) {
+        oLiving.aOrder.erase(itPlace->second);
+        itPlace->second = itMade;
+    }
 }
 
 } // namespace detail
@@ -89,19 +108,24 @@ void NameThread(std::string sName) {
 }
 
 std::vector<Ref<Object>> MadeSince(std::uint64_t uMark) {
-    std::map<std::uint64_t, const Object*> mapInOrder;
-    for (const auto& [pObject, uMade] : Living())
-        if (uMade > uMark)
-            mapInOrder[uMade] = pObject;
+    const Order& aOrder = AllLiving().aOrder;
+    auto itFirst = aOrder.end();
+    while (itFirst != aOrder.begin() && std::prev(itFirst)->uNumber > uMark)
+        --itFirst;
     std::vector<Ref<Object>> aObjects;
-    for (const auto& [uMade, pObject] : mapInOrder)
-        aObjects.emplace_back(const_cast<Object*>(pObject));
+    for (; itFirst != aOrder.end(); ++itFirst)
+        aObjects.emplace_back(const_cast<Object*>(itFirst->pObject));
     return aObjects;
 }
 
 void Forget(const Object& oObject) noexcept {
-    if (!IsElsewhere())
-        Living().erase(&oObject);
+    if (IsElsewhere())
+        return;
+    Living& oLiving = AllLiving();
+    if (const auto itPlace = oLiving.mapPlaces.find(&oObject); itPlace != oLiving.mapPlaces.end()) {
+        oLiving.aOrder.erase(itPlace->second);
+        oLiving.mapPlaces.erase(itPlace);
+    }
 }
 
 } // namespace ObjectWatch
