@@ -34,6 +34,26 @@ std::int64_t SecondsNow() {
     return std::chrono::duration_cast<std::chrono::seconds>(Clock::now().time_since_epoch()).count();
 }
 
+// What is nested without end would use up the stack when it is copied or written.
+bool IsTooDeep(const std::string& line) {
+    constexpr int deepest = 100; // values are no deeper than 5
+    int depth = 0;
+    bool isText = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"')
+            isText = !isText;
+        else if (isText)
+            i += line[i] == '\\' ? 1 : 0;
+        else if (line[i] == '[' || line[i] == '{')
+            ++depth;
+        else if (line[i] == ']' || line[i] == '}')
+            --depth;
+        if (depth > deepest)
+            return true;
+    }
+    return false;
+}
+
 // The beginning of a text, for a message.
 std::string Shortened(const std::string& text) {
     constexpr std::size_t most = 200;
@@ -243,7 +263,7 @@ Variant Process::AskValue(json request, const std::string& doing) {
 }
 
 void Process::Receive(const std::string& line) {
-    const json message = json::parse(line, nullptr, false);
+    const json message = IsTooDeep(line) ? json() : json::parse(line, nullptr, false);
     if (!message.is_object()) {
         Refuse("what isn't a message: " + Shortened(line));
         return;

@@ -268,6 +268,8 @@ TEST(Process, SurvivesWrongMessages) {
         }
         process->Receive(line);
     }
+    constexpr std::size_t deep = 1000000;
+    process->Receive("{\"x\":" + std::string(deep, '[') + std::string(deep, ']') + "}");
     process->Receive(messages[0]);
     EXPECT_TRUE(process->FindClass("Mutant.A"));
     process->Stop();
