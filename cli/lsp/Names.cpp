@@ -198,6 +198,28 @@ std::optional<std::vector<Edit>> Names::Renamed(const Spot& spot, const std::str
     return edits;
 }
 
+std::string Names::Conflict(const Spot& spot, const std::string& name) const {
+    if (!IsName(spot) || EqualText(spot.attribute->Value(), name))
+        return {};
+    const std::string_view old = spot.attribute->Value();
+    const bool isItem = spot.attribute->Name() == "Parent" ||
+                        (spot.attribute->Name() == "Name" && spot.element->name == "ExplorerItem");
+    if (isItem)
+        return ItemNamed(name) ? "there is an explorer item \"" + name + "\" already" : std::string();
+    const Provider* provider = ProviderOf(spot);
+    if (!provider)
+        return {};
+    for (const check::Action& action : provider->actions)
+        if (EqualText(action.name, name))
+            return provider->Named() + " has an action \"" + name + "\" already";
+    for (const Entry& entry : provider->entries)
+        if (EqualText(entry.action->name, old) && entry.IsTitle())
+            if (const std::string key = std::string(entry.path) + (entry.path.empty() ? "" : ".") + name;
+                m_plan->TitleOf(key))
+                return "there is a title \"" + key + "\" already";
+    return {};
+}
+
 // Where the action is a title, its key is part of the Paths below it, in all files.
 void Names::RenameAction(const Provider& provider, std::string_view old, const std::string& name,
                          std::vector<Edit>& edits) const {

@@ -37,6 +37,8 @@ public:
     // The edits that give the action, explorer item, service or window at the spot another name wherever it is written.
     // Nothing where no name is that can be changed.
     [[nodiscard]] std::optional<std::vector<check::Edit>> Renamed(const Spot& spot, const std::string& name) const;
+    // Why that name can't be given to what is at the spot, as something else has it; empty when it can.
+    [[nodiscard]] std::string Conflict(const Spot& spot, const std::string& name) const;
     // The attribute whose value Renamed would change there.
     [[nodiscard]] static bool IsName(const Spot& spot);
 

@@ -17,6 +17,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <set>
+#include <stdexcept>
+#include <string>
 
 namespace corvane::lsp {
 
@@ -29,6 +31,13 @@ using Json = nlohmann::json;
 constexpr int methodNotFound = -32601;
 constexpr int parseError = -32700;
 constexpr int internalError = -32603;
+constexpr int requestFailed = -32803;
+
+// Of what was asked, with the reason in the user's words.
+class Refusal final : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 Json JsonOf(Spot spot) {
     return {{"line", spot.line}, {"character", spot.character}};
@@ -55,6 +64,8 @@ public:
                 Send({{"jsonrpc", "2.0"}, {"id", message["id"]}, {"result", *result}});
             else
                 SendError(message["id"], methodNotFound, "there is no method " + method);
+        } catch (const Refusal& refusal) {
+            SendError(message["id"], requestFailed, refusal.what());
         } catch (const std::exception& error) {
             SendError(message["id"], internalError, error.what());
         } catch (...) {
@@ -145,13 +156,14 @@ private:
     void Keep(const std::string& path, const std::string& text) {
         const auto saved = ReadBytes(path);
         const bool isUtf8 = saved && !IsAscii(*saved) && IsUtf8(*saved);
-        m_documents.insert_or_assign(path, Document(text, isUtf8));
+        m_documents.insert_or_assign(path, Document(text, isUtf8 || path.ends_with(".ui")));
     }
 
-    // The folder above Services; nothing for a file that isn't in one.
+    // The folder above Services or Forms; nothing for a file that isn't in one.
     static std::string ApplicationOf(const std::string& path) {
-        const fs::path services = fs::path(path).parent_path();
-        return EqualText(services.filename().string(), "Services") ? services.parent_path().string() : std::string();
+        const fs::path folder = fs::path(path).parent_path();
+        const std::string name = folder.filename().string();
+        return EqualText(name, "Services") || EqualText(name, "Forms") ? folder.parent_path().string() : std::string();
     }
 
     [[nodiscard]] check::Buffers Buffers(bool asReadable = false) const {
@@ -357,8 +369,11 @@ private:
 
     [[nodiscard]] Json Rename(const Json& parameters) const {
         const Asking asking = At(parameters);
-        const auto edits =
-            asking.spot ? asking.names->Renamed(*asking.spot, parameters.value("newName", "")) : std::nullopt;
+        const std::string name = parameters.value("newName", "");
+        if (const std::string conflict = asking.spot ? asking.names->Conflict(*asking.spot, name) : std::string();
+            !conflict.empty())
+            throw Refusal(conflict);
+        const auto edits = asking.spot ? asking.names->Renamed(*asking.spot, name) : std::nullopt;
         return edits ? ChangesOf(*edits) : Json();
     }
 

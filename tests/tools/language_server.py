@@ -164,6 +164,26 @@ class LanguageServer(unittest.TestCase):
                                 position=self.at(GREETING, "Plots"), newName="Charts")["changes"]
         self.assertEqual(len(edits[self.greeting]), 2)
 
+    def test_renaming_refuses_what_another_has(self):
+        self.open(GREETING)
+        for text, what, name in ((GREETING, "Plots", "plot"), (BASE, "File\"/>", "Exit"), (GREETING, "Greet\" A", "a\"&<")):
+            uri = self.base if text is BASE else self.greeting
+            answer = self.editor.ask("textDocument/rename", textDocument={"uri": uri}, position=self.at(text, what), newName=name)
+            if name == "a\"&<":
+                self.assertEqual({each["newText"] for each in answer["changes"][uri]}, {"a&#34;&amp;&lt;"})
+            else:
+                self.assertEqual(answer["code"], -32803)
+
+    def test_forms_count_before_they_are_saved(self):
+        uri = self.greeting.replace("Services/Greeting.xml", "Forms/GreetingSvc.Page.ui")
+        self.open("<ui version=\"4.0\"><widget class=\"QWidget\" name=\"P\"/></ui>", uri)
+        self.assertEqual([], self.editor.diagnostics.get(uri, []))  # no such file yet, so nothing reads it
+        path = pathlib.Path(self.folder.name).resolve() / "Forms/GreetingSvc.Page.ui"
+        path.parent.mkdir()
+        path.write_text("<ui version=\"4.0\"><widget class=\"QWidget\" name=\"P\"/></ui>")
+        self.open("<ui version=\"3.0\"/>", uri)
+        self.assertEqual([each["code"] for each in self.found(uri)], ["form-unused", "form-unreadable"])
+
     def test_nonsense_is_answered(self):
         self.assertEqual(self.editor.ask("textDocument/unheardOf")["code"], -32601)
         self.assertIsNone(self.editor.ask("textDocument/hover", textDocument={"uri": "untitled:1"},
