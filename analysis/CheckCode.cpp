@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace corvane::check {
 
@@ -21,6 +22,7 @@ public:
         CheckStarts();
         CheckChildren();
         CheckProgress();
+        CheckProcedures();
         for (const Code::Library& library : m_code.Libraries())
             CheckNames(library);
     }
@@ -131,6 +133,82 @@ private:
                Code::Holds(library, "ObjectCollection") || Code::Holds(library, "ChildCollection");
     }
 
+    // The objects of a Default or FolderChild are of classes that no file names, so it may be any class.
+    void CheckProcedures() {
+        if (!m_code.IsThere())
+            return;
+        for (const Provider& item : m_model.items) {
+            if (EqualText(item.element->Value("Type"), "Folder") || IsJudged(item))
+                continue;
+            for (const Action& action : item.actions) {
+                if (action.procedure.empty() || MayHave(action.procedure))
+                    continue;
+                const auto nearest = Nearest(m_procedures, action.procedure);
+                Finding& finding = m_report.Add(
+                    Rule::UnknownMember, item.file->At(action.element->At("Action")),
+                    "no class of a plug-in has a procedure " + Quoted(action.procedure) + ", so choosing " +
+                        Quoted(action.name) + " of " + item.Named() + " fails (438)",
+                    nearest ? "write " + Quoted(*nearest) : "write such a procedure in the class of its objects");
+                if (nearest)
+                    finding.edits = {ValueEdit(*item.file, *action.element->Find("Action"), *nearest)};
+            }
+        }
+    }
+
+    // Whether the program of the item's service has a class of its name, which has been looked at, or is missing.
+    [[nodiscard]] bool IsJudged(const Provider& item) {
+        ReadProcedures();
+        for (const Provider& service : m_model.services) {
+            if (service.file != item.file || EqualText(service.progID, frameworkProgID))
+                continue;
+            const std::string library = service.progID.substr(0, service.progID.find('.'));
+            return m_classNames.contains(FoldText(library + "." + item.name)) ||
+                   std::none_of(m_code.Libraries().begin(), m_code.Libraries().end(),
+                                [&](const Code::Library& each) { return EqualText(each.name, library); });
+        }
+        return false;
+    }
+
+    static std::string InSmall(std::string text) {
+        for (char& c : text)
+            if (c >= 'A' && c <= 'Z')
+                c = static_cast<char>(c + 32);
+        return text;
+    }
+
+    // Whether any class has the procedure. Of a library only the texts are known, as it needn't list such classes.
+    [[nodiscard]] bool MayHave(std::string_view procedure) {
+        ReadProcedures();
+        const std::string folded = InSmall(std::string(procedure));
+        return m_isUnknown ||
+               std::any_of(m_texts.begin(), m_texts.end(),
+                           [&](const std::string& text) { return text.find(folded) != text.npos; }) ||
+               std::any_of(m_procedures.begin(), m_procedures.end(),
+                           [&](const std::string& each) { return EqualText(each, procedure); });
+    }
+
+    void ReadProcedures() {
+        if (m_isRead)
+            return;
+        m_isRead = true;
+        for (const Code::Library& library : m_code.Libraries()) {
+            if (!m_factory.Processes()->FileOf(library.name)) {
+                m_texts.push_back(InSmall(library.bytes));
+                continue;
+            }
+            try {
+                for (const auto& each : m_factory.Classes(library.name)) {
+                    m_classNames.insert(FoldText(each.progID));
+                    for (const MemberInfo& member : each.members)
+                        if (member.What == MemberInfo::Kind::Method)
+                            m_procedures.emplace_back(member.Name);
+                }
+            } catch (const Failure&) {
+                m_isUnknown = true; // a finding of its own
+            }
+        }
+    }
+
     // A text of the code that is one letter from a name of the definitions.
     void CheckNames(const Code::Library& library) {
         struct Known {
@@ -154,7 +232,7 @@ private:
                 if (IsSlip(name, each.name, known)) {
                     const Place place = each.service ? each.service->At("Name")
                                                      : each.window->file->At(each.window->element->At("Name"));
-                    m_report.Add(Rule::UnknownNameInCode, {library.path, {}},
+                    m_report.Add(Rule::UnknownNameInCode, Code::PlaceOf(library, name),
                                  "the code asks for " + Quoted(name) + ", and the definitions have " +
                                      Quoted(each.name) + ": the call fails",
                                  "write " + Quoted(each.name) + " in the code", {{place, "the name as it is defined"}});
@@ -183,6 +261,11 @@ private:
     PluginFactory m_factory;
     Report& m_report;
     std::map<std::string, std::vector<PluginFactory::ClassInfo>> m_classes; // by folded library
+    bool m_isRead = false;                                                  // the next three
+    std::vector<std::string> m_texts;                                       // all bytes of a library, folded
+    std::vector<std::string> m_procedures;                                  // of all classes of processes
+    std::set<std::string> m_classNames;                                     // of processes, folded
+    bool m_isUnknown = false;                                               // a process doesn't say what it has
 };
 
 } // namespace

@@ -75,6 +75,16 @@ public:
                          "write IServiceAccess among the bases of the class, and its member Service");
     }
 
+    // The objects of a kind whose class is named as the kind, which is what new services have.
+    void CheckKind(const Provider& item, const Provider& service) {
+        const std::string library = service.progID.substr(0, service.progID.find('.'));
+        if (!IsProcess(service.progID))
+            return;
+        for (const auto& each : LibraryOf(library, service.At("ProgID")).classes)
+            if (EqualText(each.progID, library + "." + item.name))
+                CheckMembers(item, each);
+    }
+
     void CheckFramework(const Provider& service) {
         CheckMembers(service, {frameworkProgID, Class<Framework>(frameworkProgID).Members()});
     }
@@ -146,12 +156,34 @@ private:
         } catch (const Failure& failure) {
             const std::string& text = failure.Description;
             const std::size_t why = text.find(": ");
-            m_report.Add(Rule::UnusablePlugin, place,
-                         "the plug-in " + Quoted(name) +
-                             " can't be loaded: " + (why == std::string::npos ? text : text.substr(why + 2)),
-                         "build the plug-in again");
+            if (const auto file = m_factory.Processes()->FileOf(name))
+                m_report.Add(Rule::UnusablePlugin, place,
+                             "the program of " + Quoted(name) + " can't be started: " + ReasonIn(text, name),
+                             "correct it; plugins/" + name + "/" + file->substr(file->rfind('/') + 1) +
+                                 " says how it is started");
+            else
+                m_report.Add(Rule::UnusablePlugin, place,
+                             "the plug-in " + Quoted(name) +
+                                 " can't be loaded: " + (why == std::string::npos ? text : text.substr(why + 2)),
+                             "build the plug-in again");
         }
         return it->second;
+    }
+
+    // Without what has been said already, and what is for users of a running application.
+    static std::string ReasonIn(std::string text, const std::string& name) {
+        for (const std::string& begin : {"The service " + Quoted(name) + " can't be started: ",
+                                         "The service " + Quoted(name) + " ", std::string("The file ")})
+            if (text.starts_with(begin)) {
+                text.erase(0, begin.size());
+                break;
+            }
+        for (const char* end : {" while it was starting", ". Its next command"})
+            if (const std::size_t advice = text.find(end); advice != std::string::npos)
+                text.resize(advice);
+        if (const std::size_t file = text.find(" can't be used: "); text.starts_with('"') && file != std::string::npos)
+            text.erase(0, file + 16);
+        return text;
     }
 
     void CheckMembers(const Provider& provider, const PluginFactory::ClassInfo& classInfo) {
@@ -263,6 +295,10 @@ void CheckPlugins(Model& model, const std::string& application, bool load, Repor
     for (const Provider& item : model.items)
         if (EqualText(item.element->Value("Type"), "Folder"))
             check.Check(item);
+        else
+            for (const Provider& service : model.services)
+                if (service.file == item.file)
+                    check.CheckKind(item, service);
     for (const auto* pages : {&model.pages, &model.preferencePages})
         for (const Provider& page : *pages)
             if (!IsFormAlone(page, application))

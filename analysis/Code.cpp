@@ -2,6 +2,7 @@
 
 #include "adapters/common/Paths.h"
 #include "adapters/plugins/PluginFactory.h"
+#include "analysis/Source.h"
 
 #include <algorithm>
 #include <cctype>
@@ -43,20 +44,43 @@ bool MayBeOfName(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '.' || c == '_';
 }
 
-// The sources of a service in a process, each as it is and as the words in it, which end as texts of a library do.
-std::string SourcesBeside(const std::string& path) {
-    std::string all;
+// The sources beside the file that says how a service is started.
+std::vector<std::filesystem::path> SourcesBeside(const std::string& path) {
+    std::vector<std::filesystem::path> sources;
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
         constexpr std::uintmax_t most = 1 << 20;
-        if (!entry.is_regular_file(error) || entry.file_size(error) > most)
-            continue;
-        std::string text = ReadBytes(entry.path().string()).value_or(std::string());
-        all += text + '\0';
-        std::replace_if(
-            text.begin(), text.end(), [](char c) { return !MayBeOfName(c); }, '\0');
-        all += text + '\0';
+        if (entry.is_regular_file(error) && entry.file_size(error) <= most)
+            sources.push_back(entry.path());
+    }
+    std::sort(sources.begin(), sources.end());
+    return sources;
+}
+
+// What is in quotation marks, as texts of a library end: with zero bytes between.
+std::string QuotedIn(std::string_view source) {
+    std::string texts;
+    char quote = 0;
+    for (const char c : source) {
+        if (c == '\n' || c == quote) {
+            quote = 0;
+            texts += '\0';
+        } else if (!quote && (c == '"' || c == '\'')) {
+            quote = c;
+        } else if (quote) {
+            texts += MayBeOfName(c) ? c : '\0';
+        }
+    }
+    return texts + '\0';
+}
+
+// Each as it is, and its texts.
+std::string TextsOf(const std::vector<std::filesystem::path>& sources) {
+    std::string all;
+    for (const auto& source : sources) {
+        const std::string text = ReadBytes(source.string()).value_or(std::string());
+        all += text + '\0' + QuotedIn(text);
     }
     return all;
 }
@@ -71,7 +95,7 @@ const std::vector<Code::Library>& Code::Libraries() const {
     for (const std::string& name : factory.Libraries()) {
         const std::string path = factory.PathOf(name);
         if (factory.Processes()->FileOf(name))
-            m_libraries.push_back({name, path, SourcesBeside(path)});
+            m_libraries.push_back({name, path, TextsOf(SourcesBeside(path))});
         else if (auto bytes = ReadBytes(path))
             m_libraries.push_back({name, path, *std::move(bytes)});
     }
@@ -98,6 +122,17 @@ std::set<std::string> Code::Names(const Library& library) {
             begin = end + 1;
         }
     return names;
+}
+
+Place Code::PlaceOf(const Library& library, std::string_view text) {
+    if (!library.path.ends_with(".so"))
+        for (const auto& source : SourcesBeside(library.path))
+            for (const char quote : {'"', '\''}) {
+                const std::string bytes = ReadBytes(source.string()).value_or(std::string());
+                if (const std::size_t found = bytes.find(quote + std::string(text) + quote); found != std::string::npos)
+                    return {source.string(), Lines().PositionOf(bytes, bytes.data() + found)};
+            }
+    return {library.path, {}};
 }
 
 } // namespace corvane::check

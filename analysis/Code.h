@@ -1,6 +1,8 @@
 // What can be read out of the files of plug-ins without loading them: the names that their code holds.
 #pragma once
 
+#include "analysis/Findings.h"
+
 #include <set>
 #include <string>
 #include <string_view>
@@ -26,6 +28,8 @@ public:
     [[nodiscard]] static bool Holds(const Library& library, std::string_view text);
     // All texts in it between two zero bytes that could be names: letters, digits, points and underscores.
     [[nodiscard]] static std::set<std::string> Names(const Library& library);
+    // Where the text is in the sources of a service in a process; of a library its file alone.
+    [[nodiscard]] static Place PlaceOf(const Library& library, std::string_view text);
 
 private:
     std::string m_application;

@@ -1,6 +1,7 @@
 #include "corvane/base/PluginExport.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
+#include "corvane/menus/ActionItem.h"
 #include "corvane/services/ServiceBase.h"
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/PageBase.h"
@@ -20,7 +21,17 @@ public:
             ShowApplyCommandConstants::cvDefinitionDefault, "");
     }
 
-    static constexpr auto Members = MemberTable(Method("OnGreet", &ExampleService::OnGreet));
+    // A command hands its action to each of them.
+    void OnAction(const Ref<ActionItem>&) {}
+    void OnAny(const Variant&) {}
+    void OnCount(Long) {}
+    void OnText(const std::string&) {}
+    void OnPage(const Ref<IPage>&) {}
+
+    static constexpr auto Members =
+        MemberTable(Method("OnGreet", &ExampleService::OnGreet), Method("OnAction", &ExampleService::OnAction),
+                    Method("OnAny", &ExampleService::OnAny), Method("OnCount", &ExampleService::OnCount),
+                    Method("OnText", &ExampleService::OnText), Method("OnPage", &ExampleService::OnPage));
 
 private:
     Ref<ServiceBase> m_serviceBase = New<ServiceBase>();

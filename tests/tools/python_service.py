@@ -65,8 +65,12 @@ for wanted in ("key Item 1", "Title: Item 1"):
 
 service = app / "plugins/BirdsSvc/service.py"
 text = service.read_text()
-service.write_text(text.replace("def OnNew(self)", "def OnNew(self, item)").replace("def Start", "def Started"))
+broken = text.replace("def OnNew(self)", "def OnNew(self, item)").replace("def Start", "def Started")
+service.write_text(broken.replace("def OnOpen", "def OnOpened"))
 found = run(corvane, "check", str(app), "--plugins", status=1)
-for wanted in ("BirdsSvc.BirdsService.OnNew takes one argument", 'BirdsSvc.BirdsService has no member "Start"'):
+for wanted in (
+    "BirdsSvc.BirdsService.OnNew takes one argument", 'BirdsSvc.BirdsService has no member "Start"',
+    'Birds.xml:17:41: error: the class BirdsSvc.BirdsItem has no member "OnOpen"',
+):
     if wanted not in found:
         sys.exit(f"{wanted} isn't in\n{found}")
