@@ -65,6 +65,8 @@ private:
         } else if (!entry.element->Value("Tip").empty()) {
             CheckTip(entry);
         }
+        if (entry.IsTitle() && entry.path.empty() && (IsSeparator(entry, "Before") || IsSeparator(entry, "After")))
+            Remove(entry, "Separator", "a menu bar has no separators, so there is no line beside " + entry.Named());
     }
 
     void CheckButtonShortcut(const Entry& entry) {

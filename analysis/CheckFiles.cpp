@@ -59,15 +59,20 @@ std::string ExtensionOf(const std::string& name) {
 
 class FileCheck {
 public:
-    FileCheck(std::string application, bool hasFramework, Report& report)
-        : m_application(std::move(application)), m_hasFramework(hasFramework), m_report(report) {}
+    FileCheck(const Model& model, std::string application, Report& report)
+        : m_model(model), m_application(std::move(application)), m_report(report) {
+        m_hasFramework = std::any_of(model.services.begin(), model.services.end(), [](const Provider& service) {
+            return EqualText(service.progID, frameworkProgID);
+        });
+    }
 
     void Check() {
         const std::string services = FindPath(JoinPath(m_application, "Services")).value_or("");
         for (const auto& entry : Sorted(services))
             CheckInServices(entry);
         CheckElsewhere();
-        for (const char* folder : {"Services", "Images", "plugins"})
+        CheckForms();
+        for (const char* folder : {"Services", "Images", "plugins", "Forms"})
             CheckNames(FindPath(JoinPath(m_application, folder)).value_or(""));
         CheckNames(m_application);
     }
@@ -129,6 +134,33 @@ private:
         else if (PictureLoader::FormatOf(text))
             Unread(path, Quoted(name) + " is a picture, and pictures are looked for in the folder Images alone",
                    "move it to Images/" + name);
+        else if (EqualText(extension, "po"))
+            ReportCatalogue(path);
+        else
+            CheckStrayForm(path);
+    }
+
+    void ReportCatalogue(const fs::path& path) {
+        const std::string name = path.filename().string();
+        Unread(path, Quoted(name) + " is a catalogue outside Services/translations, so its texts aren't used",
+               "move it to Services/translations/" + name);
+    }
+
+    // A form of a page in a folder where nothing looks for it.
+    void CheckStrayForm(const fs::path& path) {
+        const std::string name = path.filename().string();
+        if (EqualText(ExtensionOf(name), "ui") && IsOfPage(name))
+            Unread(path, Quoted(name) + " is a form outside the folder Forms, so its page doesn't show it",
+                   "move it to Forms/" + name);
+    }
+
+    // Whether the name without its ending is the class of a page.
+    [[nodiscard]] bool IsOfPage(const std::string& name) const {
+        const std::string stem = name.substr(0, name.rfind('.'));
+        return std::any_of(m_model.pages.begin(), m_model.pages.end(),
+                           [&](const Provider& page) { return EqualText(page.progID, stem); }) ||
+               std::any_of(m_model.preferencePages.begin(), m_model.preferencePages.end(),
+                           [&](const Provider& page) { return EqualText(page.progID, stem); });
     }
 
     // What an editor or an author keeps beside a file isn't meant to be read.
@@ -160,32 +192,103 @@ private:
         for (const fs::directory_entry& entry : Sorted(folder)) {
             std::error_code error;
             const fs::path& path = entry.path();
+            const std::string extension = ExtensionOf(path.filename().string());
             if (entry.is_directory(error) && depth < deepest)
                 CheckFolder(path, depth + 1);
-            else if (const std::string begin = BeginOf(path);
-                     EqualText(ExtensionOf(path.filename().string()), "xml") && IsDefinition(begin))
+            else if (EqualText(extension, "po") && !EqualText(folder.filename().string(), "translations"))
+                ReportCatalogue(path);
+            else if (CheckStrayForm(path); !EqualText(extension, "xml"))
+                continue;
+            else if (const std::string begin = BeginOf(path); IsDefinition(begin))
                 Unread(path, begin, " is in a folder of Services, and folders there aren't read,",
                        "move it to Services/" + path.filename().string());
         }
     }
 
-    // Definitions and plug-ins that have got into the wrong folder.
+    // What has got into the application's folder itself, or into another folder in it.
     void CheckElsewhere() {
-        for (const char* folder : {"", "Images", "plugins", "Service"}) {
-            const auto path = *folder ? FindPath(JoinPath(m_application, folder)) : std::optional(m_application);
-            if (!path)
+        for (const fs::directory_entry& each : Sorted(m_application)) {
+            const std::string name = each.path().filename().string();
+            std::error_code error;
+            if (!each.is_directory(error)) {
+                CheckElsewhere(each.path(), "");
+                CheckSettings(each.path(), name);
                 continue;
-            for (const fs::directory_entry& each : Sorted(*path)) {
-                const fs::path& file = each.path();
-                const std::string name = file.filename().string();
-                if (const std::string begin = BeginOf(file); EqualText(ExtensionOf(name), "xml") && IsDefinition(begin))
-                    Unread(file, begin, " is a definition outside the folder Services, so it isn't read",
-                           "move it to Services/" + name);
-                else if (EqualText(folder, "Images") && name.ends_with(".so"))
-                    Unread(file, Quoted(name) + " is a plug-in outside the folder plugins, so it isn't found",
-                           "move it to plugins/" + name);
             }
+            CheckFolderName(each.path(), name);
+            if (EqualText(name, "Services"))
+                continue;
+            for (const fs::directory_entry& file : Sorted(each.path()))
+                CheckElsewhere(file.path(), name);
         }
+    }
+
+    void CheckElsewhere(const fs::path& file, const std::string& folder) {
+        const std::string name = file.filename().string();
+        const std::string extension = ExtensionOf(name);
+        if (EqualText(extension, "xml")) {
+            if (const std::string begin = BeginOf(file); IsDefinition(begin))
+                Unread(file, begin, " is a definition outside the folder Services, so it isn't read",
+                       "move it to Services/" + name);
+        } else if (EqualText(extension, "so") && EqualText(folder, "Images")) {
+            Unread(file, Quoted(name) + " is a plug-in outside the folder plugins, so it isn't found",
+                   "move it to plugins/" + name);
+        } else if (EqualText(extension, "po")) {
+            ReportCatalogue(file);
+        } else if (!EqualText(folder, "Forms")) {
+            CheckStrayForm(file);
+        }
+    }
+
+    // Forms are read out of the folder Forms itself, and end in ".ui".
+    void CheckForms() {
+        const auto forms = FindPath(JoinPath(m_application, "Forms"));
+        if (!forms)
+            return;
+        for (const fs::directory_entry& each : Sorted(*forms)) {
+            const std::string name = each.path().filename().string();
+            std::error_code error;
+            if (each.is_directory(error)) {
+                for (const fs::directory_entry& below : Sorted(each.path()))
+                    if (const std::string own = below.path().filename().string();
+                        EqualText(ExtensionOf(own), "ui") && IsOfPage(own) && !FindPath(JoinPath(*forms, own)))
+                        Unread(below.path(), Quoted(own) + " is in a folder of Forms, so its page doesn't show it",
+                               "move it to Forms/" + own);
+                continue;
+            }
+            const std::string plain = name.substr(0, name.rfind('.'));
+            const std::string form = (EqualText(ExtensionOf(plain), "ui") ? plain : plain + ".ui");
+            if (!EqualText(ExtensionOf(name), "ui") && IsOfPage(form) && !FindPath(JoinPath(*forms, form)) &&
+                BeginOf(each.path()).find("<ui") != std::string::npos)
+                Unread(each.path(), Quoted(name) + " holds a form but doesn't end in .ui, so its page doesn't show it",
+                       "rename it to " + Quoted(form));
+        }
+    }
+
+    // A file beside the folders that has nearly the name of one that is read.
+    void CheckSettings(const fs::path& path, const std::string& name) {
+        static const std::vector<std::string> known{"QRZ.INI", "about.json", "standins.json"};
+        const auto Is = [&](const std::string& each) { return EqualText(each, name); };
+        if (std::any_of(known.begin(), known.end(), Is))
+            return;
+        for (const std::string& each : known) {
+            const bool isLonger = name.size() > each.size() && name[each.size()] == '.' &&
+                                  EqualText(std::string_view(name).substr(0, each.size()), each);
+            const bool isBackup = isLonger && !EqualText(ExtensionOf(name), "txt");
+            if (!isBackup && (isLonger || EditDistance(FoldText(name), FoldText(each)) == 1) &&
+                !FindPath(JoinPath(m_application, each)))
+                Unread(path, Quoted(name) + " isn't read, as the name that counts is " + Quoted(each),
+                       "rename it to " + Quoted(each));
+        }
+    }
+
+    // "Image" or "plugin" for one that isn't there.
+    void CheckFolderName(const fs::path& path, const std::string& name) {
+        for (const char* each : {"Images", "plugins"})
+            if (!FindPath(JoinPath(m_application, each)) && EditDistance(FoldText(name), FoldText(each)) == 1)
+                Unread(path,
+                       "nothing looks into the folder " + Quoted(name) + ": it is " + Quoted(each) + " that counts",
+                       "rename it to " + Quoted(each));
     }
 
     // Files are found without regard to case, so of two such names one is never found.
@@ -206,6 +309,7 @@ private:
         }
     }
 
+    const Model& m_model;
     std::string m_application;
     bool m_hasFramework; // a file of the root object counts
     Report& m_report;
@@ -214,10 +318,7 @@ private:
 } // namespace
 
 void CheckFiles(const Model& model, const std::string& application, Report& report) {
-    const bool hasFramework = std::any_of(model.services.begin(), model.services.end(), [](const Provider& service) {
-        return EqualText(service.progID, frameworkProgID);
-    });
-    FileCheck(application, hasFramework, report).Check();
+    FileCheck(model, application, report).Check();
 }
 
 } // namespace corvane::check

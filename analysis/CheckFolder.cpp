@@ -68,14 +68,29 @@ private:
         else
             meant = OfOtherKind(last);
         std::string cure = meant.empty() ? "put " + Quoted(last) + " into the folder Images" : "write " + Quoted(meant);
-        for (const std::string& folder : {std::string("Services"), std::string()})
-            if (const auto found = FindPath(JoinPath(JoinPath(m_application, folder), last)); found && meant.empty())
-                cure = "move it there from " + (folder.empty() ? std::string("the application's folder") : folder);
+        if (const std::string folder = meant.empty() ? FolderOf(last) : std::string(); !folder.empty())
+            cure = "move it there from " + folder;
         m_report.Add(Rule::MissingImage, file.At(spot),
                      "there is no picture " + Quoted(name) + " in the folder Images, so none is shown", cure);
         if (!meant.empty())
             m_report.Last().edits = {{file.path, static_cast<std::size_t>(spot - file.bytes.data()),
                                       EndOfValue(file, spot), AsValue(meant)}};
+    }
+
+    // Of the application, another one that has a picture of that name; empty when there is none.
+    [[nodiscard]] std::string FolderOf(const std::string& name) const {
+        if (FindPath(JoinPath(m_application, name)))
+            return "the application's folder";
+        for (const std::string& parent : {std::string(), std::string("Images")}) {
+            const auto path = FindPath(JoinPath(m_application, parent));
+            for (const std::string& folder : NamesIn(path.value_or("")).value_or(std::vector<std::string>())) {
+                std::error_code error;
+                const std::string below = JoinPath(*path, folder);
+                if (std::filesystem::is_directory(below, error) && FindPath(JoinPath(below, name)))
+                    return parent.empty() ? folder : parent + "/" + folder;
+            }
+        }
+        return {};
     }
 
     // The same name with another ending.
@@ -171,6 +186,10 @@ private:
         for (const std::string& file : {library + ".so", "lib" + library + ".so.1", "lib" + library + ".dll"})
             if (FindPath(JoinPath(folder, file)) && !nearest)
                 cure = "rename " + Quoted(file) + " to " + Quoted("lib" + library + ".so");
+        if (FindPath(JoinPath(folder, "lib" + library)) && !nearest)
+            cure = "rename the folder " + Quoted("lib" + library) + " to " + Quoted(library);
+        else if (FindPath(JoinPath(folder, library)) && !nearest)
+            cure = "write plugins/" + library + "/plugin.json, which says how the program is started";
         const bool isService = provider.kind == ProviderKind::Service;
         m_report.Add(Rule::MissingPlugin, provider.At(attribute),
                      "there is no plug-in " + Quoted(path) + ", so " + provider.Named() +

@@ -108,7 +108,10 @@ private:
         if (Nearest(names, element.name))
             return {};
         const std::string place = PlaceOf(ServiceFormat(), element.name);
-        return place.empty() ? std::string() : "move it into " + place;
+        if (!place.empty())
+            return "move it into " + place;
+        const bool isOne = names.size() == 1 && !element.attributes.empty();
+        return isOne ? "write " + Quoted(names.front()) + ", the one element that may be there" : std::string();
     }
 
     static bool HasChild(const Element& parent, std::string_view name) {
@@ -264,7 +267,7 @@ private:
             return;
         attribute.SetBad();
         const std::vector<std::string> words(format.words.begin(), format.words.end());
-        const auto nearest = Nearest(words, attribute.Value());
+        const auto nearest = MeantWord(words, attribute.Value());
         const bool isNeeded = format.need == Need::Required;
         Finding& finding =
             m_report.Add(isNeeded ? Rule::BadWord : Rule::NoEffect, m_file.At(attribute.AtValue()),
@@ -273,6 +276,19 @@ private:
                          nearest ? "write " + Quoted(*nearest) : "write " + Listed(format.words));
         if (nearest)
             finding.edits = {ValueEdit(m_file, attribute, *nearest)};
+    }
+
+    // The nearest word, or the only one that holds what is written.
+    static std::optional<std::string> MeantWord(const std::vector<std::string>& words, std::string_view written) {
+        if (const auto nearest = Nearest(words, written))
+            return nearest;
+        constexpr std::size_t shortest = 4;
+        const std::string part = FoldText(written);
+        std::vector<std::string> found;
+        for (const std::string& word : words)
+            if (part.size() >= shortest && FoldText(word).find(part) != std::string::npos)
+                found.push_back(word);
+        return found.size() == 1 ? std::optional(found.front()) : std::nullopt;
     }
 
     void ReportValue(const AttributeFormat& format, const Attribute& attribute, bool overflow) {

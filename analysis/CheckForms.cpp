@@ -82,8 +82,13 @@ std::map<char, std::string> LettersOfWindows(const Model& model, const std::stri
             letters.insert({{'p', "Previous"}, {'n', "Next"}, {'f', "Finish"}});
         else if (EqualText(type, "SaveDialog"))
             letters.insert({{'s', "Save"}, {'a', "Save As"}});
-        else if (BooleanOf(*window.element, "IsApplyCommandShown", false))
+        else if (BooleanOf(*window.element, "IsApplyCommandShown", true))
             letters.insert({'a', "Apply"});
+        if (std::any_of(window.pages.begin(), window.pages.end(), [](const Provider* page) {
+                const std::string_view topic = page->element->Value("HelpContextID");
+                return !topic.empty() && topic != "0";
+            }))
+            letters.insert({'h', "Help"});
     }
     return letters;
 }
@@ -129,7 +134,7 @@ private:
             for (const FieldDef& field : form.fields)
                 if (form.Find(field.name) == &field)
                     CheckMember(field, progID, *members);
-        const bool hasNoClass = isPreference && !isPage && m_plugins && !members;
+        const bool hasNoClass = isPreference && !isPage && (m_plugins ? !members : !MayHaveClass(progID));
         if (hasNoClass)
             CheckWithoutClass(form, progID);
     }
@@ -165,6 +170,13 @@ private:
             Add(Rule::FormRequired, field.at,
                 Quoted(field.name) + " is required and read-only, so an empty one can't be filled in",
                 "take away one of both");
+        for (std::size_t i = 1; i < field.choices.size(); ++i)
+            if (std::any_of(field.choices.begin(), field.choices.begin() + static_cast<std::ptrdiff_t>(i),
+                            [&](const auto& choice) { return choice.value == field.choices[i].value; }))
+                Add(Rule::FormBadValue, field.choices[i].label.at,
+                    Quoted(field.name) + " has the choice " + Quoted(field.choices[i].value) +
+                        " twice, and the value doesn't tell which of both is chosen",
+                    "give one of both another text");
         const bool isKnown = field.kind != FieldKind::Choice || !field.choices.empty();
         forms::Problem problem =
             IsEntered(field.kind) && isKnown ? CheckValue(field, field.choices, field.value) : forms::Problem();
@@ -309,12 +321,29 @@ private:
         return found == library->second.end() ? nullptr : &found->members;
     }
 
+    // Without a look into plug-ins: whether there is one of that name, or may be once it is built.
+    [[nodiscard]] bool MayHaveClass(const std::string& progID) const {
+        const std::string library = progID.substr(0, progID.find('.')) + ".";
+        const auto IsOf = [&](const Provider& provider) {
+            return EqualText(std::string_view(provider.progID).substr(0, library.size()), library);
+        };
+        return FindPath(m_factory.PathOf(library.substr(0, library.size() - 1))).has_value() ||
+               std::any_of(m_model.services.begin(), m_model.services.end(), IsOf) ||
+               std::any_of(m_model.items.begin(), m_model.items.end(), IsOf) ||
+               std::any_of(m_model.pages.begin(), m_model.pages.end(), IsOf);
+    }
+
     void CheckMember(const FieldDef& field, const std::string& progID, const std::vector<MemberInfo>& members) {
         const MemberFault fault = FaultOfMember(field, members);
         if (fault.text.empty())
             return;
+        const bool isProcess = m_factory.Processes()->FileOf(progID.substr(0, progID.find('.'))).has_value();
+        const bool isListed = fault.cure.starts_with("list "); // as a class in C++ does
         Add(fault.isMissing ? Rule::FormMember : Rule::FormType, field.at,
-            Quoted(field.name) + ": the class " + Quoted(progID) + " " + fault.text, fault.cure);
+            Quoted(field.name) + ": the class " + Quoted(progID) + " " + fault.text,
+            !isProcess || !isListed           ? fault.cure
+            : field.kind == FieldKind::Button ? "write a procedure of that name in the class"
+                                              : "declare it in the class, with its type");
     }
 
     // A page of the preferences that the host keeps itself.

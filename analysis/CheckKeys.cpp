@@ -238,7 +238,7 @@ private:
             {"Ctrl+c", "copies", {"cop", "kop", "dupl", "clip"}},
             {"Ctrl+x", "cuts", {"cut", "aus", "coup", "cort"}},
             {"Ctrl+v", "pastes", {"past", "einf", "coll", "peg", "insert"}},
-            {"Ctrl+z", "takes back", {"undo", "r\u00FCck", "rueck", "annul", "desh"}},
+            {"Ctrl+z", "undoes the last change", {"undo", "r\u00FCck", "rueck", "annul", "desh"}},
             {"Ctrl+a", "selects all", {"all", "alle", "tout", "todo"}},
         };
         const auto meaning = std::find_if(meanings.begin(), meanings.end(),

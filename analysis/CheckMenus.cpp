@@ -89,8 +89,18 @@ private:
         m_report.Add(Rule::PathWithoutRoot, entry.At("Path"),
                      "no menu " + Quoted(path.substr(0, path.find('.'))) + " is there when " + Quoted(path) +
                          " is made for " + entry.Named() + ", so the application doesn't start (91)",
-                     PathCure(path));
-        AddPathEdit(entry);
+                     TitleCure(path));
+        if (!m_plan.TitleOf(path)) // else the Path is right, and the title comes too late
+            AddPathEdit(entry);
+    }
+
+    // A title that shares its rank is made behind all others, and what is below its submenus before.
+    [[nodiscard]] std::string TitleCure(std::string_view path) {
+        const Entry* root = m_plan.TitleOf(path.substr(0, path.find('.')));
+        const Placing* placing = root && m_plan.TitleOf(path) ? m_plan.PlacingOf(*root) : nullptr;
+        if (!placing || !placing->owner)
+            return PathCure(path);
+        return "give " + root->Named() + " a rank of its own, such as PositionOrder=\"" + FreeOrder(*placing) + "\"";
     }
 
     void ReportOverflow(const Placing& placing) {
@@ -324,10 +334,19 @@ private:
         if (const auto inactive = InactiveTitle(m_model, bar.name))
             notes.push_back(
                 {inactive->file->At(inactive->element->At("ActionItem")), "the title, in a file that isn't active"});
+        const Tool* tool = m_plan.FindTool(bar.name);
+        const Entry* command = tool && tool->maker && !tool->maker->IsTitle() ? tool->maker : nullptr;
+        if (command)
+            notes.push_back({command->At("Type"), "the command"});
         m_report.Add(Rule::PathWithoutTitle, entry.At("Path"),
-                     "no title has the key " + Quoted(bar.name) + ", so " + entry.Named() + others +
-                         (otherCount <= 0 ? " never appears" : " never appear"),
-                     PathCure(bar.name), std::move(notes));
+                     (command ? Quoted(bar.name) + " is a command and opens no menu, so "
+                              : "no title has the key " + Quoted(bar.name) + ", so ") +
+                         entry.Named() + others + (otherCount <= 0 ? " never appears" : " never appear"),
+                     command ? "write Path=\"" + std::string(command->path) +
+                                   "\", the menu of that command, or make it a "
+                                   "MenuTitle without Action"
+                             : PathCure(bar.name),
+                     std::move(notes));
         AddPathEdit(entry);
     }
 
@@ -339,6 +358,10 @@ private:
             plain.begin(), plain.end(), [](char c) { return c == '/' || c == '\\' || c == '>' || c == '|'; }, '.');
         std::erase(plain, '#');
         std::erase(plain, '&');
+        while (plain.ends_with(' '))
+            plain.pop_back();
+        while (plain.starts_with(' '))
+            plain.erase(0, 1);
         while (plain.ends_with('.'))
             plain.pop_back();
         while (plain.starts_with('.'))

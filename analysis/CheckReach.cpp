@@ -140,12 +140,28 @@ public:
         return order && !order->IsBad() ? static_cast<double>(ToSingle(Variant(order->Value()))) : 0;
     }
 
+    static void ReportPages(const std::vector<const Provider*>& pages, Report& report) {
+        std::vector<Edit> edits;
+        int order = 0;
+        for (const Provider* page : pages)
+            edits.push_back(SetEdit(*page->file, *page->element, "PositionOrder", std::to_string(order += 10)));
+        report
+            .Add(Rule::NoOrder, pages[1]->file->At(pages[1]->element->At()),
+                 pages[1]->Named() + " and " + pages[0]->Named() +
+                     " have no PositionOrder, so the pages come as they are written",
+                 "write PositionOrder=\"10\", \"20\" and so on, so that the order is said",
+                 {{pages[0]->file->At(pages[0]->element->At()), "the first of them"}})
+            .edits = std::move(edits);
+    }
+
     // Of pages of one window, or of tabs. Those of one file without any order are in the order in which they are
     // written.
     static void CheckOrders(const std::vector<const Provider*>& providers, Report& report) {
         if (std::none_of(providers.begin(), providers.end(), [](const Provider* provider) {
                 return provider->element->Find("PositionOrder") != nullptr;
             })) {
+            if (providers.size() > 1 && providers.front()->kind == ProviderKind::Page)
+                ReportPages(providers, report);
             const auto second = std::find_if(providers.begin(), providers.end(), [&](const Provider* provider) {
                 return provider->file != providers.front()->file;
             });
@@ -168,7 +184,8 @@ public:
                 report.Add(Rule::SharedPosition, at.file->At(at.element->At("PositionOrder")),
                            at.Named() + " and " + other.Named() + " both have the PositionOrder " +
                                (WrittenOrder(*second.element).empty() ? "0" : WrittenOrder(*second.element)) +
-                               ", so which comes first is left to chance",
+                               (at.kind == ProviderKind::Page ? ", so the one that is written first comes first"
+                                                              : ", so the one whose file is read first comes first"),
                            "give it a PositionOrder of its own, such as \"" +
                                ToText(static_cast<Single>(NumberOf(*providers.back()->element) + 10)) + "\"",
                            {{other.file->At(other.element->At("PositionOrder")), "the other one"}});
@@ -200,6 +217,19 @@ void CheckWindowList(const Model& model, const MenuPlan& plan, Report& report) {
                        "add a MenuTitle of an ActionItem \"Window\" to have a list everywhere");
         return;
     }
+}
+
+// A modal window keeps users from the menus for as long as it is open.
+void CheckModal(const Window& window, Report& report) {
+    if (!BooleanOf(*window.element, "IsModal", false))
+        return;
+    for (const Provider* page : window.pages)
+        if (!page->entries.empty())
+            report.Add(Rule::NoEffect, page->file->At(page->entries.front().element->At()),
+                       page->Named() + " has entries in menus, which can't be chosen while its window " +
+                           Quoted(window.name) + " is open, as it is modal",
+                       "write IsModal=\"False\", or put a button into the page instead",
+                       {{window.file->At(window.element->At("IsModal")), "the window is modal"}});
 }
 
 void CheckPreferences(const Model& model, Report& report) {
@@ -240,6 +270,43 @@ void CheckPageTitles(Model& model, const MenuPlan& plan, Report& report) {
         }
 }
 
+bool IsNamedBy(const Code& code, std::string_view name) {
+    return std::any_of(code.Libraries().begin(), code.Libraries().end(),
+                       [&](const Code::Library& library) { return Code::Names(library).contains(std::string(name)); });
+}
+
+// Actions that are nowhere to be chosen: no place names them, no double click, and no text of a plug-in.
+void CheckUnused(const Model& model, const Code& code, Report& report) {
+    const auto Check = [&](const Provider& provider) {
+        std::size_t written = 0;
+        for (const Element& group : provider.element->Children())
+            if (group.name == "Menus")
+                for (const Element& place : group.Children())
+                    written += place.name == "MenuItem" ? 1 : 0;
+        if (written == 0 || written != provider.entries.size())
+            return; // all are for code, or one that isn't usable is meant for it
+        std::vector<bool> placed(provider.actions.size());
+        for (const Entry& entry : provider.entries)
+            placed[static_cast<std::size_t>(entry.action - provider.actions.data())] = true;
+        for (const Action& action : provider.actions) {
+            if (placed[static_cast<std::size_t>(&action - provider.actions.data())])
+                continue;
+            const bool isNavigation =
+                EqualText(provider.progID, frameworkProgID) && EqualText(action.name, "Navigation");
+            if (isNavigation || action.name.empty() || action.procedure.empty() ||
+                EqualText(provider.element->Value("DefaultAction"), action.name) || IsNamedBy(code, action.name))
+                continue;
+            report.Add(Rule::UnusedAction, provider.file->At(action.element->At("Name")),
+                       "no menu, toolbar or context menu has the action " + Quoted(action.name) + " of " +
+                           provider.Named() + ", so users can't choose it",
+                       "add a MenuItem with ActionItem=" + Quoted(action.name) + ", or remove the action");
+        }
+    };
+    for (const auto* providers : {&model.services, &model.items, &model.pages})
+        for (const Provider& provider : *providers)
+            Check(provider);
+}
+
 template <class Fits>
 std::optional<InactivePlace> InactivePlaceOf(const Model& model, std::string_view elementName, Fits fits) {
     for (const auto& file : model.files)
@@ -272,8 +339,11 @@ std::optional<InactivePlace> InactiveItem(const Model& model, std::string_view n
 
 void CheckReach(Model& model, const MenuPlan& plan, const Code& code, Report& report) {
     ItemReach(model, report).Check();
-    for (const Window& window : model.windows)
+    for (const Window& window : model.windows) {
         CheckWindow(window, report);
+        CheckModal(window, report);
+    }
+    CheckUnused(model, code, report);
     CheckWindowList(model, plan, report);
     CheckPreferences(model, report);
     CheckContextTitles(model, code, report);

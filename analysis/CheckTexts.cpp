@@ -133,8 +133,13 @@ public:
                 if (entry.IsOfContextMenu() && provider->kind == ProviderKind::ExplorerItem)
                     CheckCaption(entry);
                 CheckMarks(*provider->file, *entry.element, "Caption");
+                CheckSign(*provider->file, *entry.element, "Tip", "a Tip");
                 CheckTip(entry);
             }
+        for (Provider* provider : m_model.MenuProviders())
+            for (const Action& action : provider->actions)
+                CheckSign(*provider->file, *action.element, "Description", "a Description");
+        CheckPreferencePages();
         for (const Window& window : m_model.windows)
             CheckWindow(window);
         for (const auto& file : m_model.files)
@@ -170,9 +175,9 @@ private:
 
     // The texts of windows and pages have no marks.
     void CheckWindow(const Window& window) {
-        CheckSigns(*window.file, *window.element, "window");
+        CheckSign(*window.file, *window.element, "Caption", "the Caption of a window");
         for (const Provider* page : window.pages) {
-            CheckSigns(*page->file, *page->element, "page");
+            CheckSign(*page->file, *page->element, "Caption", "the Caption of a page");
             if (window.pages.size() > 1 && page->name.empty())
                 m_report.Add(Rule::MissingCaption, page->file->At(page->element->At()),
                              page->Named() + " has no Caption, so its tab in the window " + Quoted(window.name) +
@@ -181,20 +186,32 @@ private:
         }
     }
 
-    void CheckSigns(const File& file, const Element& element, const char* what) {
-        const Attribute* caption = element.Find("Caption");
-        if (!caption)
+    // Each page of the preferences has an entry in their list.
+    void CheckPreferencePages() {
+        for (const Provider& page : m_model.preferencePages) {
+            CheckSign(*page.file, *page.element, "Caption", "the Caption of a page");
+            if (m_model.preferencePages.size() > 1 && WithoutBlanksAround(page.name).empty())
+                m_report.Add(Rule::MissingCaption, page.file->At(page.element->At("Caption")),
+                             "the page " + Quoted(page.progID) +
+                                 " has no Caption, so users can't tell it from the other pages of the preferences",
+                             "write Caption=\"...\"");
+        }
+    }
+
+    void CheckSign(const File& file, const Element& element, std::string_view name, const char* where) {
+        const Attribute* attribute = element.Find(name);
+        const std::size_t mark = attribute ? attribute->Value().find('#') : std::string_view::npos;
+        if (mark == std::string_view::npos)
             return;
-        const std::string value(caption->Value());
-        const std::size_t mark = value.find('#');
-        if (mark == std::string::npos || mark + 1 >= value.size() || !IsLetter(value[mark + 1]) ||
+        const std::string value(attribute->Value());
+        if (mark + 1 >= value.size() || !IsLetter(value[mark + 1]) ||
             std::isdigit(static_cast<unsigned char>(value[mark + 1])) || (mark > 0 && value[mark - 1] == ' '))
             return; // "C#", "Run #2", "Pick a #tag" mean the sign
         m_report
-            .Add(Rule::BadMnemonic, file.At(caption->AtValue()),
-                 std::string("the Caption of a ") + what + " has no marks, so users read the sign in " + Quoted(value),
+            .Add(Rule::BadMnemonic, file.At(attribute->AtValue()),
+                 std::string(where) + " has no marks, so users read the sign in " + Quoted(value),
                  "write " + Quoted(Without(value, '#')))
-            .edits = {ValueEdit(file, *caption, Without(value, '#'))};
+            .edits = {ValueEdit(file, *attribute, Without(value, '#'))};
     }
 
     void CheckTip(const Entry& entry) {
@@ -272,7 +289,11 @@ private:
 
     // Fewer buttons, or as many and read later; one letter apart, or in blanks, hyphens and the like.
     static bool IsSlip(const Bar& bar, const Bar& other) {
-        if (&bar == &other)
+        const auto HasBlanks = [](const Bar& each) { // which has a finding of its own
+            const std::string_view name = std::string_view(each.name).substr(toolbarBand.size());
+            return WithoutBlanksAround(name) != name;
+        };
+        if (&bar == &other || HasBlanks(bar) || HasBlanks(other))
             return false;
         const std::size_t count = bar.slots.size();
         const std::size_t otherCount = other.slots.size();

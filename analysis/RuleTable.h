@@ -78,7 +78,9 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "procedures. "
      "Of several places of one action the first one built gives it its shortcut; of several who share a place the "
      "first one "
-     "draws its lines. Kinds of objects have no class of their own, and kinds below a parent no order.",
+     "draws its lines. The menu bar has no lines, and what a modal window's page has in menus can't be reached while "
+     "it is "
+     "open. Kinds of objects have no class of their own, and kinds below a parent no order.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="ContextMenuItem" ActionItem="Greet" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
@@ -242,7 +244,7 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standard" PositionOrder="10" Caption="Greet"/>
 <MenuItem Type="ToolbarItem" ActionItem="Leave" Path="Standard" PositionOrder="20" Caption="Leave"/></Menus>)"},
-    {Rule::NoOrder, "no-order", Severity::Note, "The order of the explorer's tabs isn't given.",
+    {Rule::NoOrder, "no-order", Severity::Note, "The order of the explorer's tabs, or of pages, isn't given.",
      "Without PositionOrder the tabs of several files are in the order in which the files are read. Those of one file, "
      "and the pages of a window, are in the order in which they are written.",
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="True"><ExplorerItems>
@@ -277,6 +279,14 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Greet"/></Menus>)"},
+    {Rule::UnusedAction, "unused-action", Severity::Note, "An action that users can't choose.",
+     "It is in no menu, toolbar or context menu, and isn't the DefaultAction of its item. Code may call it; a plug-in "
+     "that names it is believed to.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Greet"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Greet"/>
+<MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="20" Caption="#Leave"/></Menus>)"},
     {Rule::RootCommand, "root-command", Severity::Warning, "A command of the root object that does nothing, or fails.",
      "WindowAction goes by the Name of its action: Cascade, TileHorizontally, TileVertically, ArrangeIcons and "
      "CloseAll. "
@@ -381,7 +391,8 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      R"(<Service Name="Example" ProgID="ExampleSvc.ExampleService" Active="False"/>)"},
     {Rule::UnreadFile, "unread-file", Severity::Warning, "A file that nothing reads.",
      "Definitions are the files of Services that end in .xml, without its folders; pictures are looked for in Images, "
-     "plug-ins in plugins. What lies elsewhere, or has another ending, is passed over without a message. Copies that "
+     "plug-ins in plugins, forms in Forms, catalogues in Services/translations. What lies elsewhere, or has another "
+     "ending, is passed over without a message. Copies that "
      "editors keep beside a file are left alone.",
      "", ""},
     {Rule::UnreadableFile, "unreadable-file", Severity::Error, "A definition file that can't be opened.",
@@ -497,7 +508,8 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
     {Rule::UnknownMember, "unknown-member", Severity::Error,
      "The class doesn't have the procedure that an action calls.",
      "Found with --plugins, for Corvane.Framework always. A start service needs a procedure Start. The objects of "
-     "items of Type Default and FolderChild are created by plug-ins, so their class isn't known.",
+     "items of Type Default and FolderChild are created by plug-ins, so their class isn't known: it is enough that any "
+     "class of a plug-in may have the procedure.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGret"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="ongreet"/></ActionItems>)"},
     {Rule::WrongArguments, "wrong-arguments", Severity::Error, "PassActionItemParam and the procedure don't agree.",
@@ -562,7 +574,10 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "The file has the name of the page's PageProgID, with .ui behind it.", "", ""},
     {Rule::FormMember, "form-member", Severity::Error,
      "A field or button of a form has no member in the class of its page.",
-     "Found with --plugins. A field keeps what is entered to itself, a button fails with 438.", "", ""},
+     "Found with --plugins, and for pages of the preferences that no plug-in can have a class for. A field keeps what "
+     "is "
+     "entered to itself, a button fails with 438.",
+     "", ""},
     {Rule::FormType, "form-type", Severity::Warning,
      "A property can't hold every value of its field, or a button's member has parameters.",
      "Found with --plugins. What doesn't convert is a problem at the field, which the user can't put right.", "", ""},

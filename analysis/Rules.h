@@ -44,6 +44,7 @@ enum class Rule {
     DuplicateEntry,
     SharedCommand,
     EntryWithoutProcedure,
+    UnusedAction,
     RootCommand,
     PositionOverflow,
     ToolbarOrder,

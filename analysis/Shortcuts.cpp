@@ -146,6 +146,8 @@ constexpr auto foreignNames = std::to_array<KeyName>({{"Strg", "Control"},
                                                       {"Umsch", "Shift"},
                                                       {"Maj", "Shift"},
                                                       {"Mayus", "Shift"},
+                                                      {"May\u00FAs", "Shift"},
+                                                      {"Maiusc", "Shift"},
                                                       {"\u21E7", "Shift"},
                                                       {"S", "Shift"},
                                                       {"Win", "Meta"},
@@ -217,8 +219,13 @@ constexpr auto foreignNames = std::to_array<KeyName>({{"Strg", "Control"},
 
 std::string Translated(const std::string& part) {
     const KeyName* name = Find(foreignNames, part);
-    const bool isLetter = part.size() == 1 && part[0] != '^'; // "C-x", which is split before, and "Ctrl+C"
+    const bool isLetter = part.size() == 1 && part[0] != '^'; // as in "Ctrl+C"
     return name && !isLetter ? std::string(name->meant) : part;
+}
+
+std::string Without(std::string text, char sign) {
+    std::erase(text, sign);
+    return text;
 }
 
 // "Ctrl-S", "Ctrl S" and "<Ctrl>S" with "+" between.
@@ -226,6 +233,12 @@ std::string AsJoined(std::string_view text) {
     std::string joined(text);
     if (joined.find('+') != std::string::npos && joined.find('>') == std::string::npos)
         return joined;
+    // "C-x" and "M-x" of an editor
+    for (const auto& [letter, modifier] : {std::pair('C', "Control"), std::pair('M', "Alt"), std::pair('S', "Shift")})
+        if (joined.size() > 2 && joined[0] == letter && joined[1] == '-')
+            joined.replace(0, 1, modifier);
+    if (const KeyName* name = Find(foreignNames, Without(joined, ' ')))
+        return std::string(name->meant); // "Bild auf"
     for (std::size_t i = 0; i < joined.size(); ++i)
         if (joined[i] == '<')
             joined[i] = ' ';
@@ -273,9 +286,11 @@ std::optional<std::string> NearestShortcut(std::string_view text) {
             texts.emplace_back(name.written);
         return texts;
     };
-    // Of several keys one after the other the last one.
-    if (const std::size_t comma = text.rfind(", "); comma != std::string_view::npos)
-        text.remove_prefix(comma + 2);
+    // Of several shortcuts the first one.
+    for (const char sign : {',', ';'})
+        if (const std::size_t end = text.find(sign); end != std::string_view::npos && end > 1 && text[end - 1] != '+' &&
+                                                     text.find_first_not_of(' ', end + 1) != std::string_view::npos)
+            text = text.substr(0, end);
     std::vector<std::string> parts = PartsOf(AsJoined(text));
     std::vector<std::string> translated;
     for (std::string& part : parts)

@@ -201,6 +201,10 @@ void WidgetReader::ReadLine(Properties& properties, FieldDef& field) {
         m_problems.Add(FormFault::BadPattern, pattern.at,
                        "the pattern of " + QuotedName(field.name) + " can't be used: " + fault,
                        "Write it as a regular expression of ECMAScript, without references back.");
+    if (!field.pattern.empty() && !IsFreeText(field.kind))
+        m_problems.Add(FormFault::UnknownProperty, pattern.at,
+                       "the pattern of " + QuotedName(field.name) + " has no effect, as its kind isn't text",
+                       "Take away the pattern or the kind.");
     field.wanted = properties.TakeText("wanted");
     field.filter = properties.TakeText("filter").text;
     field.savesTo = properties.TakeBoolean("save").value_or(false);
@@ -259,6 +263,8 @@ void WidgetReader::ReadCombo(const XmlElement& widget, Properties& properties, F
     const FormText text = properties.TakeText("currentText");
     // Without an index the first one is chosen, as the widget does it.
     const std::size_t chosen = index ? static_cast<std::size_t>(*index) : 0;
+    if (index && *index > 0 && chosen >= field.choices.size() && !field.choices.empty())
+        properties.BadValue("currentIndex", "Choose one of the entries in Designer.");
     if (!text.IsEmpty())
         field.value = text.text;
     else if (field.look != FieldLook::EditableCombo && chosen < field.choices.size() && field.placeholder.IsEmpty())

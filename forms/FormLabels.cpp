@@ -117,7 +117,7 @@ void ConnectNodes(FormDef& form, const std::vector<std::pair<std::string, FormPl
     std::vector<std::string> radios; // their names are those of buttons, not of fields
     ForEachNode(form.root, [&](const FormNode& node) {
         if (node.kind == NodeKind::Radio || node.kind == NodeKind::Tabs || node.kind == NodeKind::Place ||
-            node.kind == NodeKind::Scroll)
+            node.kind == NodeKind::Scroll || node.kind == NodeKind::Box) // also what a form doesn't know
             radios.push_back(node.name);
     });
     for (const auto& [name, at] : tabStops) {

@@ -96,6 +96,7 @@ FormNode WidgetReader::ReadWidget(const XmlElement& widget, const FormNode* grou
     Properties properties(widget, WhatIs(widget), m_problems);
     properties.Ignore({"geometry", "sizePolicy", "accessibleDescription", "frameShape", "frameShadow"});
     ReadCommon(widget, node, properties);
+    bool isUnknown = false; // whose properties need no problems of their own
     const bool isPlace = properties.TakeBoolean("place").value_or(false);
     if (isPlace) {
         node.kind = NodeKind::Place;
@@ -144,8 +145,10 @@ FormNode WidgetReader::ReadWidget(const XmlElement& widget, const FormNode* grou
         }
     } else if (!IsContainer(className) && !ReadField(widget, className, node, properties)) {
         UnknownWidget(widget, className);
+        isUnknown = true;
     }
-    properties.End();
+    if (!isUnknown)
+        properties.End();
     if (node.kind == NodeKind::Tabs)
         ReadTabs(widget, node);
     else if (node.kind == NodeKind::Box || node.kind == NodeKind::Group || node.kind == NodeKind::Scroll ||

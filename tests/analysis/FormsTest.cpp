@@ -54,7 +54,8 @@ TEST(CheckForms, FindsWhatIsWrong) {
     } cases[] = {
         {Ui(Labelled("QLineEdit", "A") + Widget("QPushButton", "B", Has("text", "string", "&amp;Go"))), ""},
         {"<ui", "1:4 form-unreadable"},
-        {Ui(Labelled("QDial", "A")), "2:7 form-unknown there is no widget \"QDial\""},
+        {Ui(Labelled("QDial", "A", Has("value", "number", "1")), "<tabstops><tabstop>A</tabstop></tabstops>"),
+         "2:7 form-unknown there is no widget \"QDial\""},
         {Ui(Labelled("QLineEdit", "A", Has("styleSheet", "string", "x"))),
          "2:103 form-unknown the property \"styleSheet\""},
         {Ui(Labelled("QLineEdit", "A") + Labelled("QLineEdit", "A")), "3:7 form-name there are two fields"},
@@ -72,6 +73,14 @@ TEST(CheckForms, FindsWhatIsWrong) {
          ""},
         {Ui(Labelled("QSpinBox", "A", Has("maximum", "number", "5") + Has("value", "number", "7"))),
          "2:7 form-default \"A\" begins with \"7\", which can't be accepted: please enter a value from 0 to 5"},
+        {Ui(Labelled("QComboBox", "A",
+                     "<item>" + Has("text", "string", "x") + "</item><item>" + Has("text", "string", "x") + "</item>")),
+         "2:195 form-bad-value \"A\" has the choice \"x\" twice"},
+        {Ui(Labelled("QComboBox", "A",
+                     Has("currentIndex", "number", "1") + "<item>" + Has("text", "string", "x") + "</item>")),
+         "2:103 form-bad-value the property \"currentIndex\""},
+        {Ui(Labelled("QLineEdit", "A", Has("kind", "string", "date") + Has("pattern", "string", "x"))),
+         "2:182 form-unknown the pattern of \"A\" has no effect"},
         {Ui(Labelled("QLineEdit", "A", Has("required", "bool", "true") + Has("readOnly", "bool", "true"))),
          "2:7 form-required"},
         {Ui(Labelled("QLineEdit", "A", Has("pattern", "string", "[a"))), "2:128 form-bad-value the pattern"},
@@ -104,6 +113,24 @@ TEST(CheckForms, ComparesThemWithTheClass) {
     EXPECT_EQ(Checked(Ui(Labelled("QSpinBox", "Decimals") + Widget("QWidget", "Chart", Has("place", "bool", "true"))),
                       "Example.Figures", true),
               "3:7 form-place the place \"Chart\" stays empty, as there is no class \"Example.Figures\"\n");
+}
+
+// A class that no plug-in is named for can't be there, and so answers no button.
+TEST(CheckForms, NeedAClassForButtons) {
+    const std::string button = Ui(Widget("QPushButton", "Reset", Has("text", "string", "Reset")));
+    EXPECT_EQ(Checked(button, "Example.Figures").substr(0, 16), "2:7 form-member ");
+    EXPECT_EQ(Checked(button), "");
+    // The mnemonics of a window's own buttons; Apply is there unless it is said otherwise.
+    CheckedFolder folder;
+    folder
+        .Write("Services/Example.xml", R"(<Service Name="Example" ProgID="ExampleSvc.E" Active="True"><Windows>
+<Window Name="W" Type="Dialog" State="Normal" IsMDIChild="False"><Page PageProgID="ExampleSvc.P" Caption="P" HelpContextID="7"
+IsOptional="False" IsResizable="True"/></Window></Windows></Service>)")
+        .Write("Forms/ExampleSvc.P.ui", Ui(Widget("QPushButton", "A", Has("text", "string", "&amp;Add")) +
+                                           Widget("QPushButton", "B", Has("text", "string", "&amp;Hide"))));
+    const std::string text = folder.Text();
+    EXPECT_NE(text.find("the window's button \"Apply\""), std::string::npos) << text;
+    EXPECT_NE(text.find("the window's button \"Help\""), std::string::npos) << text;
 }
 
 TEST(CheckForms, AreExplained) {

@@ -2,6 +2,7 @@
 #include "tests/analysis/CheckedFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -181,6 +182,33 @@ TEST(Rules, FindTheNeighboursOfTheirExamplesToo) {
             {page + R"(Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)", "[bad-progid]"},
             {page + R"(PageProgId="E.P" Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)",
              "write \"PageProgID\" [unknown-attribute]"},
+            // A command opens no menu.
+            {greet +
+                 R"(<MenuItem Type="MenuItem" ActionItem="Greet" Path="File.Exit" PositionOrder="10" Caption="#Greet"/></Menus>)",
+             "write Path=\"File\", the menu of that command"},
+            {R"(<ActionItems><Action Name="Greet" Action="OnGreet"/></ActionItems>)", "write \"ActionItem\", the one"},
+            {greet +
+                 R"(<MenuItem Type="ToolBar" ActionItem="Greet" Path="B" PositionOrder="10" Caption="Greet"/></Menus>)",
+             "write \"ToolbarItem\" [bad-word]"},
+            {greet +
+                 R"(<MenuItem Type="ToolbarItem" ActionItem="Greet" Path="B" PositionOrder="10" Caption="Greet" Tip="#Says hello"/></Menus>)",
+             "write \"Says hello\" [bad-mnemonic]"},
+            {R"(<ActionItems><ActionItem Name="Window"/></ActionItems><Menus><MenuItem Type="MenuTitle" ActionItem="Window"
+PositionOrder="900" Caption="#Window" Separator="Before"/></Menus>)",
+             "a menu bar has no separators"},
+            {R"(<Windows><Window Name="W" Type="Dialog" State="Normal" IsMDIChild="False" IsModal="True">
+<Page PageProgID="E.P" Caption="P" IsOptional="False" IsResizable="True">)" +
+                 greet +
+                 R"(<MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Greet"/></Menus>
+</Page></Window></Windows>)",
+             "as it is modal"},
+            {R"(<Windows><Window Name="W" Type="Wizard" State="Normal" IsMDIChild="False">
+<Page PageProgID="E.P" Caption="P" IsOptional="False" IsResizable="True"/>
+<Page PageProgID="E.Q" Caption="Q" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+             "[no-order]"},
+            {R"(<Preferences><Page PageProgID="E.P" Caption="P" IsOptional="False" IsResizable="True"/>
+<Page PageProgID="E.Q" IsOptional="False" IsResizable="True"/></Preferences>)",
+             "[missing-caption]"},
             // The order of what is in one file is that of the file.
             {R"(<ExplorerItems><ExplorerItem Name="A" Type="Folder" Image="folder.svg"/>
 <ExplorerItem Name="B" Type="Folder" Image="folder.svg"/></ExplorerItems>)",
@@ -205,6 +233,92 @@ TEST(Rules, FindTheNeighboursOfTheirExamplesToo) {
     CheckedFolder lock;
     std::filesystem::create_symlink("user@machine.123", lock.Path() + "/Services/.#Base.xml");
     EXPECT_EQ(lock.Text(), "");
+}
+
+// What lies where nothing looks for it.
+TEST(Rules, FindWhatIsInAWrongFolder) {
+    const std::string service = R"(<Service Name="S" ProgID="E.S" Active="True"><ActionItems>
+<ActionItem Name="Go" Action="OnGo" Image="go.svg"/></ActionItems><Menus><MenuItem Type="ToolbarItem" ActionItem="Go"
+Path="B" PositionOrder="10" Caption="Go"/></Menus><Windows><Window Name="W" Type="Window" State="Normal" IsMDIChild="False">
+<Page PageProgID="E.P" Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows></Service>)";
+    const std::string form = "<ui version=\"4.0\"><widget class=\"QWidget\" name=\"P\"/></ui>";
+    const std::string picture = "<svg xmlns=\"http://www.w3.org/2000/svg\"/>";
+    for (const auto& [path, bytes, found] : std::vector<std::array<std::string, 3>>{
+             {"Forms/S.xml", service, "move it to Services/S.xml [unread-file]"},
+             {"Services/E.P.ui", form, "move it to Forms/E.P.ui [unread-file]"},
+             {"Form/E.P.ui", form, "move it to Forms/E.P.ui [unread-file]"},
+             {"Forms/old/E.P.ui", form, "move it to Forms/E.P.ui [unread-file]"},
+             {"Forms/E.P.xml", form, "rename it to \"E.P.ui\" [unread-file]"},
+             {"Forms/E.Q.xml", form, ""}, // of no page
+             {"Services/de.po", "", "move it to Services/translations/de.po [unread-file]"},
+             {"Services/translation/de.po", "", "move it to Services/translations/de.po [unread-file]"},
+             {"Services/translations/de.po", "", ""},
+             {"QRZ.INI.txt", "", "rename it to \"QRZ.INI\" [unread-file]"},
+             {"standin.json", "{}", "rename it to \"standins.json\" [unread-file]"},
+             {"standins.json.bak", "{}", ""},
+             {"Images/icons/go.svg", picture, "move it there from Images/icons [missing-image]"},
+             {"Pictures/go.svg", picture, "move it there from Pictures [missing-image]"}}) {
+        CheckedFolder folder;
+        folder.Write("Services/S.xml", service).Write("Images/go.svg", picture);
+        if (path.ends_with("go.svg"))
+            folder.Remove("Images/go.svg");
+        if (path == "Forms/S.xml")
+            folder.Remove("Services/S.xml");
+        const std::string text = folder.Write(path, bytes).Text();
+        EXPECT_NE(text.find(found), std::string::npos) << path << "\n" << text;
+        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), found.empty() ? 0 : 1) << path << "\n" << text;
+    }
+}
+
+// Found by a look into plug-ins.
+TEST(Rules, OfProceduresAndTheirArguments) {
+    const auto Action = [](const std::string& procedure, bool passes) {
+        return R"(<ActionItems><ActionItem Name="A" Action=")" + procedure + "\" PassActionItemParam=\"" +
+               (passes ? "True" : "False") + "\"/></ActionItems>";
+    };
+    const auto Kind = [&](const std::string& procedure) {
+        return R"(<ExplorerItems><ExplorerItem Name="I" Type="Folder" ProgID="ExampleSvc.Plots" Image="folder.svg"/>
+<ExplorerItem Name="K" Type="Default" Parent="I" DefaultAction="A" Image="folder.svg">)" +
+               Action(procedure, false) + "</ExplorerItem></ExplorerItems>";
+    };
+    for (const auto& [content, found] : std::vector<std::pair<std::string, std::string>>{
+             {Action("OnAction", true), ""},
+             {Action("OnAny", true), ""},
+             {Action("OnCount", true),
+              "takes a whole number and is given the ActionItem, so choosing the command fails (13)"},
+             {Action("OnText", true), "takes a text and is given the ActionItem"},
+             {Action("OnPage", true), "takes a corvane::IPage and is given the ActionItem"},
+             {Action("OnAction", false), "takes one argument and is given none"},
+             {Kind("open"), ""}, // any class may have it
+             {Kind("OnOpn"),
+              "no class of a plug-in has a procedure \"OnOpn\", so choosing \"A\" of the explorer item \"K\""},
+         }) {
+        CheckedFolder folder;
+        folder.AddPlugins().WriteExample(content);
+        std::string text = folder.Text(true);
+        std::erase_if(text, [](char c) { return c == '\0'; });
+        if (const std::size_t begin = text.find("children-never-added"); begin != std::string::npos)
+            text.erase(text.rfind("Services/", text.rfind("nothing of", begin)), text.find("above\n") + 6);
+        EXPECT_NE(text.find(found), std::string::npos) << content << "\n" << text;
+        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), found.empty() ? 0 : 1) << content << "\n" << text;
+    }
+}
+
+// The progress bar disables the tree of an explorer tab, which has to be there.
+TEST(Rules, OfAPlugInThatShowsProgress) {
+    for (const bool hasTab : {false, true}) {
+        CheckedFolder folder;
+        folder.Write("Services/Recent.xml",
+                     R"(<Service Name="Recent" ProgID="RecentSvc.RecentService" Active="True"><ExplorerItems>)" +
+                         std::string(hasTab ? R"(<ExplorerItem Name="I" Type="Folder" Image="folder.svg"/>)" : "") +
+                         "</ExplorerItems></Service>");
+        std::filesystem::create_directory(folder.Path() + "/plugins");
+        std::filesystem::create_symlink(CORVANE_PROGRESS_PLUGIN, folder.Path() + "/plugins/libRecentSvc.so");
+        const std::string text = folder.Text(true);
+        EXPECT_EQ(text.find("error: the plug-in \"RecentSvc\" shows the progress bar") == std::string::npos, hasTab)
+            << text;
+        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), hasTab ? 0 : 1) << text;
+    }
 }
 
 TEST(Rules, FindNothingInStudies) {
