@@ -287,7 +287,14 @@ About ReadAbout(const std::string& application) {
 }
 
 Packed Install(const std::string& application, const std::string& prefix) {
-    return Installer(ReadAbout(application), application, prefix).Run();
+    const About about = ReadAbout(application);
+    const auto whole = [](const std::string& folder) { return fs::weakly_canonical(fs::absolute(folder)); };
+    const fs::path inside = whole(prefix).lexically_relative(whole(application));
+    if (!inside.empty() && *inside.begin() != "..")
+        Fail(FailureNumber::InvalidProcedureCall,
+             "The folder \"" + prefix + "\" is inside the application folder, which would be copied into itself",
+             "corvane package");
+    return Installer(about, application, prefix).Run();
 }
 
 } // namespace corvane::package
