@@ -98,11 +98,12 @@ Ref<Window> OpenWindow(const std::string& sWindow, const Ref<Object>& oAbout, co
         return Open(oOptions.key, oOptions.hidden);
     // Nothing of it is seen before it is as it shall be, and a modal one takes no caption afterwards.
     const Ref<Window> oWindow = Open(oOptions.key, true);
-    if (!oOptions.caption.empty())
+    const auto IsOpen = [&] { return static_cast<bool>(oWindow->WindowDef()); }; // until a page has ended it
+    if (!oOptions.caption.empty() && IsOpen())
         oWindow->SetCaption(oOptions.caption);
-    if (oOptions.page >= 0)
+    if (oOptions.page >= 0 && IsOpen())
         oWindow->SetActivePageIndex(oOptions.page);
-    if (!oOptions.hidden)
+    if (!oOptions.hidden && IsOpen())
         (void)Open(oWindow->Key(), false);
     return oWindow;
 }

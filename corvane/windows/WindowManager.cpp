@@ -93,8 +93,8 @@ Ref<Window> WindowManager::OpenWindow(const std::string& sWindowName, const Ref<
                             o.bIsApplyCommandShown, m_frmMain);
     }
     oScreen->SetPointer(MousePointer::Default);
-    if (CorvaneMain::HasEnded())
-        return oWindow;
+    if (CorvaneMain::HasEnded() || !oWindow->WindowDef())
+        return oWindow; // a page has ended the application or its window, of which nothing can be shown
     if (bOpenWindowAsync && !bHide)
         New<frmWindowSupport>()->OpenWindowAsync(oWindow);
     else if (!bHide)

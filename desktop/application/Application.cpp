@@ -169,6 +169,8 @@ bool Application::Start() {
         started = HasEnded();
         if (started)
             return;
+        // Behind the library's subscription, which has run the command.
+        m_toolClicked = m_activeBar->ToolClick.Subscribe([this](const Ref<Tool>&) { m_clicks -= m_clicks > 0; });
         m_personal->Initialized();
         m_commandOwner = std::make_unique<CommandOwner>(
             m_mainForm, [this](const QWidget* widget) { return PartOf(widget); },

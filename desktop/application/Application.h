@@ -114,7 +114,7 @@ private:
     void ShowLog() override;
     void ShowJobs() override;
     void PrepareCommand(const Tool& tool);
-    void NoteLostClick(const Tool& tool) const;
+    void NoteLostClick(const Tool& tool, const char* reason) const;
     [[nodiscard]] PersonalDesktop::Parts PersonalParts(const ApplicationOptions& options);
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
@@ -170,6 +170,9 @@ private:
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_classes;
     decltype(ApplicationOptions::objects) m_objects;
     Subscription m_toolClick;
+    Subscription m_toolClicked;
+    int m_clicks = 0;       // that are being handled, each within the one before
+    int m_firstClickAt = 0; // the depth of the code that the first of them runs
     Subscription m_queryUnload;
     Ref<Object> m_runningProvider; // whose command was chosen last
     std::unique_ptr<ApplicationEnd> m_end;

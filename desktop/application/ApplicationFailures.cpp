@@ -20,6 +20,8 @@ void Application::SetUpFailures() {
 
 void Application::Failed(int depth) {
     m_screen->SetPointer(MousePointer::Default);
+    if (depth <= m_firstClickAt)
+        m_clicks = 0; // the command has failed
     // A bar that code further up the stack shows is hidden by that code.
     if (m_shell.IsHeld() && (!m_shell.IsBarShown() || !m_barShownAt || *m_barShownAt >= depth))
         m_shell.LetGo();
@@ -33,6 +35,7 @@ void Application::Seen() {
 
 // A bar that failed to show itself has disabled everything, also where its caller has caught that failure.
 void Application::Returned() {
+    m_clicks = 0;
     if (m_shell.IsHeld() && !m_shell.IsBarShown())
         m_shell.LetGo();
 }

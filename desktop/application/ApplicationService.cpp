@@ -70,6 +70,11 @@ void Application::ShowJobs() {
 }
 
 void Application::PrepareCommand(const Tool& tool) {
+    if (m_clicks++ > 0) {
+        NoteLostClick(tool, "another command is still running");
+        return;
+    }
+    m_firstClickAt = m_failures.Depth();
     // What has been typed into a label belongs to its item; the command may choose another one.
     for (const auto& control : m_panelForm->Controls())
         if (const auto tree = control.TryAs<TreeView>(); tree && tree->IsEditingLabel())
@@ -78,13 +83,14 @@ void Application::PrepareCommand(const Tool& tool) {
     m_runningProvider = actionItem ? actionItem->ActionsProviderObj() : nullptr;
     if (actionItem)
         m_blame->CommandBegins(*actionItem);
-    if (!m_runningProvider || actionItem->Action().empty())
-        NoteLostClick(tool);
+    if (!m_runningProvider)
+        NoteLostClick(tool, "nothing provides it now");
+    else if (actionItem->Action().empty())
+        NoteLostClick(tool, "its definition names no procedure");
 }
 
 // The library lets such a click go by without a word.
-void Application::NoteLostClick(const Tool& tool) const {
-    const char* const reason = m_runningProvider ? "its definition names no procedure" : "nothing provides it now";
+void Application::NoteLostClick(const Tool& tool, const char* reason) const {
     m_platform.utilities->LogError(
         m_platform.utilities->AppName(), "Desktop", "Click",
         Failure(FailureNumber::ObjectNotSet, "The command \"" + tool.Name() + "\" did nothing: " + reason), {}, false);

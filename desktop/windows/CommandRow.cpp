@@ -90,7 +90,7 @@ void CommandRow::SetCommandEnabled(StandardCommandConstants command, bool enable
         button->setEnabled(enabled);
 }
 
-void CommandRow::SetDefault(StandardCommandConstants command) {
+void CommandRow::SetDefault(std::optional<StandardCommandConstants> command) {
     for (const auto& [each, button] : m_buttons)
         if (button->isDefault() != (each == command))
             button->setDefault(each == command);

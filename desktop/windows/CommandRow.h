@@ -22,8 +22,8 @@ public:
     // The commands that it has, from left to right.
     [[nodiscard]] std::vector<StandardCommandConstants> Commands() const;
     void SetCommandEnabled(StandardCommandConstants command, bool enabled);
-    // The one that the return key chooses.
-    void SetDefault(StandardCommandConstants command);
+    // The one that the return key chooses; nothing for none.
+    void SetDefault(std::optional<StandardCommandConstants> command);
     [[nodiscard]] std::optional<StandardCommandConstants> Default() const;
     // Of a wizard: whether going on leaves the step out.
     void SetSkips(bool skips);

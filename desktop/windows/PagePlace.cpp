@@ -29,6 +29,10 @@ void PagePlace::Fill(QWidget* page) {
         setWidgetResizable(false);
         setAlignment(Qt::AlignLeft | Qt::AlignTop);
     }
+    const auto buttons = page->findChildren<QPushButton*>();
+    const auto own =
+        std::find_if(buttons.begin(), buttons.end(), [](const auto* button) { return button->isDefault(); });
+    m_ownDefault = own == buttons.end() ? nullptr : *own;
     const bool fills = page->autoFillBackground();
     setWidget(page); // turns that on
     page->setAutoFillBackground(fills);

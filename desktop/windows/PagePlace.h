@@ -1,6 +1,8 @@
 // Where one page is in a window: it scrolls when there is less space than the page needs.
 #pragma once
 
+#include <QPointer>
+#include <QPushButton>
 #include <QScrollArea>
 
 namespace corvane::desktop {
@@ -14,6 +16,8 @@ public:
     // Where the page's widget is to be made.
     [[nodiscard]] QWidget* ParentForPage() { return viewport(); }
     void Fill(QWidget* page);
+    // The button that the page made its default before Fill, which Return presses in its fields; nothing without one.
+    [[nodiscard]] QPushButton* OwnDefault() const { return m_ownDefault; }
 
     // What the place asks for until Fill, and afterwards where the definition gives no size.
     [[nodiscard]] QSize sizeHint() const override;
@@ -22,6 +26,7 @@ public:
     void Pretend(const QSize& size);
 
 private:
+    QPointer<QPushButton> m_ownDefault;
     QSize m_pageSize;
     QSize m_pretended;
     bool m_isResizable;

@@ -324,12 +324,28 @@ bool WindowBody::ChoosesByKey(const QKeyEvent& event) {
             button->click();
             return true;
         }
+        if (QPushButton* button = OwnDefault()) { // while it is disabled, Return does nothing
+            button->click();
+            return true;
+        }
         return Chooses(m_commands->Default());
     case Qt::Key_F1:
         return Chooses(StandardCommandConstants::cvHelp);
     default:
         return false;
     }
+}
+
+QPushButton* WindowBody::OwnDefault() const {
+    QPushButton* button = m_places.empty() ? nullptr : Place(m_current).OwnDefault();
+    return button && button->isVisibleTo(this) ? button : nullptr;
+}
+
+void WindowBody::SetDefault(StandardCommandConstants command) {
+    QPushButton* own = OwnDefault();
+    m_commands->SetDefault(own ? std::nullopt : std::optional(command));
+    if (own)
+        own->setDefault(true);
 }
 
 // In a child window that is a document, a table say, the keys belong to the page.

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] int CurrentPage() const { return m_current; }
     void ShowPage(int page);
     void MarkPage(int page, const PageMark& mark);
+    // What Return chooses in a field: the command, unless the page in front has a default button of its own.
+    void SetDefault(StandardCommandConstants command);
 
 Q_SIGNALS:
     // The user wants that page in front; ShowPage answers.
@@ -74,6 +76,7 @@ private:
     void SetUpCommands(QBoxLayout* all);
     PagePlace* NewPlace(const PageRoom& room);
     void MarkTab(int page, const PageMark& mark);
+    [[nodiscard]] QPushButton* OwnDefault() const; // of the page in front
     void ShowHeading(const PageMark& mark);
     bool ChoosesByKey(const class QKeyEvent& event);
     bool Chooses(std::optional<StandardCommandConstants> command);

@@ -398,7 +398,7 @@ void WindowForm::ShowState() {
             return;
         m_body->Commands().SetCommandEnabled(command, isEnabled);
     }
-    m_body->Commands().SetDefault(m_commands.Default());
+    m_body->SetDefault(m_commands.Default());
     if (m_type == WindowTypeConstants::cvWizard)
         m_body->Commands().SetSkips(m_commands.SkipsStep());
     m_frame->SetModified(isModified);

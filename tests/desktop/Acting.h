@@ -182,13 +182,16 @@ class ActingTest : public ::testing::Test {
 protected:
     ActingTest() {
         m_folder.Service("Shell", "Corvane.Framework", shellContent);
+        int titleOrder = 5;
         for (const char* name : {"A", "B", "C"})
             m_folder.Service(name, QString("T.%1").arg(name),
                              QString(R"(<ActionItems><ActionItem Name="Act" Action="OnAct"/>
-<ActionItem Name="Off" Action="OnAct" Enabled="false"/></ActionItems><Menus>
+<ActionItem Name="Off" Action="OnAct" Enabled="false"/><ActionItem Name="Menu%1"/></ActionItems><Menus>
+<MenuItem Type="MenuTitle" ActionItem="Menu%1" PositionOrder="%3" Caption="%1"/>
 <MenuItem Type="MenuItem" ActionItem="Act" Path="Menu%1" PositionOrder="1" Caption="Act"/>
 <MenuItem Type="MenuItem" ActionItem="Off" Path="Menu%1" PositionOrder="2" Caption="Off"/></Menus>%2)")
-                                 .arg(name, *name == 'A' ? windowAndItems : ""),
+                                 .arg(name, *name == 'A' ? windowAndItems : "")
+                                 .arg(titleOrder++),
                              *name == 'A' ? "IsStartService=\"true\"" : "");
     }
     ~ActingTest() override { m_application.reset(); }

@@ -7,11 +7,31 @@
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QTest>
+#include <sanitizer/lsan_interface.h>
 #include <stdexcept>
 #include <thread>
 
+#pragma weak __lsan_disable // absent where no leak is looked for
+#pragma weak __lsan_enable
+
 namespace corvane::desktop {
 namespace {
+
+// The toolkit is built without exceptions: one that passes through its handling of the mouse loses its own copy of the
+// event. What is taken meanwhile isn't looked for.
+class ThroughTheToolkit {
+public:
+    ThroughTheToolkit() {
+        if (__lsan_disable)
+            __lsan_disable();
+    }
+    ~ThroughTheToolkit() {
+        if (__lsan_enable)
+            __lsan_enable();
+    }
+    ThroughTheToolkit(const ThroughTheToolkit&) = delete;
+    ThroughTheToolkit& operator=(const ThroughTheToolkit&) = delete;
+};
 
 class AfterFailureTest : public ActingTest {
 protected:
@@ -22,7 +42,20 @@ protected:
     void WithoutExplorer() {
         m_application.reset();
         m_folder.Service("A", "T.A", R"(<ActionItems><ActionItem Name="Act" Action="OnAct"/></ActionItems><Menus>
-<MenuItem Type="MenuItem" ActionItem="Act" Path="MenuA" PositionOrder="1" Caption="Act"/></Menus>)");
+<MenuItem Type="MenuItem" ActionItem="Act" Path="MenuB" PositionOrder="3" Caption="Act"/></Menus>)");
+    }
+    // "B+ Act+ Off-": the menu of service B, whose title is the first, each with whether it can be chosen.
+    [[nodiscard]] std::string MenuB() const {
+        std::string text = "B" + State("MenuB");
+        for (const char* name : {"Act", "Off"})
+            text += std::string(" ") + name + State(std::string("MenuB.") + name);
+        return text;
+    }
+    // "?" where it is in no band: the progress bar disables what is in bands and nothing else.
+    [[nodiscard]] std::string State(const std::string& name) const {
+        const auto tool = m_application->Bar()->Tools()->Find(name);
+        const bool isInBand = tool && tool->Instances().begin() != tool->Instances().end();
+        return !isInBand ? "?" : tool->Enabled() ? "+" : "-";
     }
     void CallFromThread(QObject* context, std::function<void()> call) {
         std::thread([=] { QMetaObject::invokeMethod(context, call, Qt::QueuedConnection); }).join();
@@ -40,7 +73,10 @@ TEST_F(AfterFailureTest, WhateverTheToolkitCallsEndsAtAGuardAndTheApplicationGoe
         std::function<void()> call; // by an event of the toolkit, as a user or a system causes it
         bool comesAgain;            // whether the second time is shown, too
     };
-    const auto press = [&] { QTest::mouseClick(button, Qt::LeftButton); };
+    const auto press = [&] {
+        const ThroughTheToolkit scope;
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
     const Case cases[] = {
         {"slot", [] { Fail(FailureNumber::ObjectNotSet); }, press, true},
         {"foreign exception", [] { throw std::runtime_error("out of range"); }, press, true},
@@ -91,6 +127,7 @@ TEST_F(AfterFailureTest, ShellIsLetGoWhenTheCommandThatHeldItFails) {
         const auto bar = [&] { return Singleton::Framework()->CVProgressBar(); };
         m_acts.at["B.OnAct"] = [&] {
             bar()->Show(10, true);
+            EXPECT_EQ(MenuB(), "B- Act- Off-");
             bar()->Increment();
             Fail(5, "in the middle");
         };
@@ -98,8 +135,7 @@ TEST_F(AfterFailureTest, ShellIsLetGoWhenTheCommandThatHeldItFails) {
             EXPECT_TRUE(m_application->Choose("MenuB.Act")) << "the time before has let it go";
             EXPECT_EQ(m_application->Failures().ShownCount(), time);
             EXPECT_FALSE(bar()->Visible());
-            EXPECT_TRUE(m_application->Bar()->Tools()->Item("MenuC.Act")->Enabled());
-            EXPECT_FALSE(m_application->Bar()->Tools()->Item("MenuC.Off")->Enabled()) << "as it was before";
+            EXPECT_EQ(MenuB(), "B+ Act+ Off-") << "as it was before";
             EXPECT_TRUE(m_application->Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Visible());
         }
         if (withExplorer) {
@@ -112,11 +148,13 @@ TEST_F(AfterFailureTest, ShellIsLetGoWhenTheCommandThatHeldItFails) {
 TEST_F(AfterFailureTest, ShellIsLetGoWhereTheCommandCatchesTheFailureOfTheBar) {
     WithoutExplorer();
     ASSERT_TRUE(Start());
-    m_acts.at["B.OnAct"] = [] { EXPECT_THROW(Singleton::Framework()->CVProgressBar()->Show(10, true), Failure); };
+    m_acts.at["B.OnAct"] = [this] {
+        EXPECT_THROW(Singleton::Framework()->CVProgressBar()->Show(10, true), Failure);
+        EXPECT_EQ(MenuB(), "B- Act- Off-");
+    };
     for (int time = 1; time <= 2; ++time) {
         EXPECT_TRUE(m_application->Choose("MenuB.Act")) << time;
-        EXPECT_TRUE(m_application->Bar()->Tools()->Item("MenuC.Act")->Enabled()) << time;
-        EXPECT_FALSE(m_application->Bar()->Tools()->Item("MenuC.Off")->Enabled()) << time;
+        EXPECT_EQ(MenuB(), "B+ Act+ Off-") << time;
     }
     EXPECT_EQ(m_application->Failures().ShownCount(), 0);
 }
@@ -130,6 +168,7 @@ TEST_F(AfterFailureTest, BarStaysWhileTheWorkAroundAFailureGoesOn) {
             QTimer::singleShot(0, qApp, [time] { Fail(5, "another's timer " + std::to_string(time)); });
             EXPECT_TRUE(QTest::qWaitFor([&] { return m_application->Failures().ShownCount() == time; }, 30000));
             EXPECT_TRUE(bar->Visible()) << time;
+            EXPECT_EQ(MenuB(), "B- Act- Off-") << time;
             bar->Hide();
         }
     };

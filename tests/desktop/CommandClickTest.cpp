@@ -57,5 +57,25 @@ TEST_F(CommandClickTest, ClickThatReachesNobodyIsInTheLog) {
     EXPECT_TRUE(Log().contains("\"MenuD.Idle\" did nothing: its definition names no procedure")) << Log().toStdString();
 }
 
+// Only the click that comes while the other command runs is lost, whether that fails or not.
+TEST_F(CommandClickTest, ClickWithinARunningCommandIsInTheLog) {
+    ASSERT_TRUE(Start());
+    const auto isLost = [this] { return Log().count("\"MenuC.Act\" did nothing: another command is still running"); };
+    for (const int time : {1, 2, 3}) {
+        m_acts.at["B.OnAct"] = [&] {
+            EXPECT_TRUE(m_application->Choose("MenuC.Act"));
+            if (time == 2)
+                Fail(5, "behind the click");
+        };
+        m_acts.Take();
+        m_application->ByHost([this] {
+            EXPECT_TRUE(m_application->Choose("MenuB.Act"));
+            EXPECT_TRUE(m_application->Choose("MenuC.Act"));
+        });
+        EXPECT_EQ(m_acts.Take(), "B.OnAct C.OnAct ");
+        EXPECT_EQ(isLost(), time) << Log().toStdString();
+    }
+}
+
 } // namespace
 } // namespace corvane::desktop

@@ -1,4 +1,6 @@
 // Wherever the host calls a plug-in, that may end the application there.
+#include "corvane/author/Host.h"
+#include "corvane/windows/Window.h"
 #include "desktop/application/UnwatchedRun.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/Acting.h"
@@ -55,11 +57,10 @@ TEST_P(EndingAt, ThatPlaceEndsTheApplicationAndNothingElse) {
         m_application->ByHost([] { OpenWindow(); });
     if (auto* button = InPage<QPushButton>())
         QTest::mouseClick(button, Qt::LeftButton);
-    if (auto* field = InPage<QLineEdit>())
-        QTest::keyClick(field, Qt::Key_Return);
-    Turn();
-    if (isRunning())
-        m_application->ClickCommand("ok");
+    if (auto* field = InPage<QLineEdit>()) {
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_Return); // chooses OK
+    }
     Turn();
     if (isRunning())
         m_application->ByHost([] { OpenWindow(); });
@@ -100,6 +101,26 @@ TEST_F(ActingTest, ServiceMayEndTheApplicationWhileItsWindowsAreRestored) {
     EXPECT_TRUE(m_application->HasEnded());
     EXPECT_EQ(QString::fromStdString(m_acts.heard).count("RestoreWindow"), 1) << m_acts.heard;
     EXPECT_EQ(m_application->Failures().ShownCount(), 0) << Log().toStdString();
+}
+
+// Whoever opens the window gets it, ended or not, and no failure.
+TEST_F(ActingTest, PageMayCloseItsOwnWindowWhileThatOpens) {
+    for (const char* place : {"Initialize", "Validate", "IsChanged", "NewWidget", "FirstFocus", "Activate"})
+        for (const WindowOptions& options : {WindowOptions{}, WindowOptions{.caption = "Named", .page = 0}}) {
+            SCOPED_TRACE(std::string(place) + options.caption);
+            ASSERT_TRUE(Start());
+            m_acts.at[std::string("Page.") + place] = [&] {
+                m_acts.at.clear();
+                m_application->MainForm()->Forms().front()->Unload();
+            };
+            Ref<Window> window;
+            m_application->ByHost([&] { window = corvane::OpenWindow("Sheet", nullptr, options); });
+            EXPECT_TRUE(window && !window->WindowDef());
+            EXPECT_TRUE(m_application->MainForm()->Forms().empty());
+            EXPECT_EQ(m_application->Failures().ShownCount(), 0) << Log().toStdString();
+            OpenWindow();
+            EXPECT_TRUE(InPage<QLineEdit>()) << "the next one opens";
+        }
 }
 
 TEST_F(ActingTest, StepsAreRefusedOnceTheApplicationHasEnded) {

@@ -102,7 +102,14 @@ QWidget* TestPage::NewWidget(QWidget* parent) {
         throw std::runtime_error("The page can't draw");
     auto* widget = new PageWidget(parent, m_heard);
     m_edit = new QLineEdit(QString::fromStdString(m_text));
-    (new QVBoxLayout(widget))->addWidget(m_edit);
+    auto* layout = new QVBoxLayout(widget);
+    layout->addWidget(m_edit);
+    if (m_name == "Find") {
+        auto* button = new QPushButton("Find", widget);
+        button->setDefault(true);
+        QObject::connect(button, &QPushButton::clicked, widget, [this] { m_heard->Add("found"); });
+        layout->addWidget(button);
+    }
     QObject::connect(m_edit, &QLineEdit::textChanged, widget, [this](const QString& text) {
         m_text = text.toStdString();
         m_base->ValidityChanged();

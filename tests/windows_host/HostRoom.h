@@ -34,7 +34,7 @@ struct Heard {
 };
 
 // A field that must not be empty and that counts as changed once its text isn't "old". Of the ProgID "T.NAME" or, for a
-// page that fails in one of its events, "T.NAME.EVENT".
+// page that fails in one of its events, "T.NAME.EVENT". "T.Find" has a default button of its own beside the field.
 class TestPage final : public IPageAccess, public IQtPage {
 public:
     TestPage(std::string name, std::string failsInText, std::shared_ptr<Heard> heard);

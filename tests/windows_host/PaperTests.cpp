@@ -2,10 +2,12 @@
 #include "desktop/service/ScreenPrinter.h"
 #include "tests/windows_host/HostRoom.h"
 
+#include <QLineEdit>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPrintEngine>
 #include <QPrinter>
+#include <QPushButton>
 #include <QRegularExpression>
 
 namespace corvane::desktop {
@@ -74,19 +76,31 @@ public:
     explicit PaperPrinter(Paper& paper) : QPrinter(QPrinter::HighResolution) { setEngines(&paper, &paper); }
 };
 
-// The share of the dots that aren't the same in two pictures of one size.
-double Difference(const QImage& a, const QImage& b) {
-    int different = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            different += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
-    return static_cast<double>(different) / (a.width() * a.height());
+// What of the picture has that colour, as parts of its size.
+QRectF PlaceOf(const QColor& color, const QImage& picture) {
+    QRect place;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, y) == color)
+                place |= QRect(x, y, 1, 1);
+    return QTransform::fromScale(1.0 / picture.width(), 1.0 / picture.height()).mapRect(QRectF(place));
+}
+
+// Where the part is in the window, as parts of its size.
+QRectF PlaceIn(const QWidget& body, const QWidget& part) {
+    return QTransform::fromScale(1.0 / body.width(), 1.0 / body.height())
+        .mapRect(QRectF(part.mapTo(&body, QPoint()), part.size()));
 }
 
 TEST_F(HostRoom, WindowOnPaperHasAHeadingAndAllThatTheWindowShows) {
     Define("W", "Type='Window'", "A");
     Start();
     (void)Open("W");
+    Page("A").Enter("weighed"); // from then on there are commands
+    const std::pair<QWidget*, QColor> parts[] = {{LastForm()->Body()->findChild<QLineEdit*>(), QColor(255, 0, 0)},
+                                                 {Button(StandardCommandConstants::cvOK), QColor(0, 0, 255)}};
+    for (const auto& [part, color] : parts)
+        part->setStyleSheet("border: none; background: " + color.name());
     QImage before;
     for (const char* entry : {"weighed once", "weighed twice"}) {
         Page("A").Enter(entry);
@@ -100,16 +114,14 @@ TEST_F(HostRoom, WindowOnPaperHasAHeadingAndAllThatTheWindowShows) {
         EXPECT_TRUE(texts.contains("Penguins")) << texts.toStdString();
         EXPECT_TRUE(texts.contains(QRegularExpression("\\d+:\\d\\d"))) << "the time: " << texts.toStdString();
         ASSERT_EQ(paper.pictures.size(), 1);
-        // The window, with the dots of the paper.
-        QImage shown(paper.pictures.front().size(), QImage::Format_ARGB32_Premultiplied);
-        shown.fill(Qt::transparent);
-        QPainter painter(&shown);
-        painter.scale(static_cast<double>(shown.width()) / body.width(),
-                      static_cast<double>(shown.height()) / body.height());
-        body.render(&painter);
-        painter.end();
-        const QImage printed = paper.pictures.front().convertToFormat(shown.format());
-        EXPECT_LT(Difference(printed, shown), 0.01) << entry;
+        const QImage printed = paper.pictures.front();
+        for (const auto& [part, color] : parts) {
+            const QRectF shown = PlaceIn(body, *part);
+            const QRectF found = PlaceOf(color, printed);
+            for (const double difference : {found.left() - shown.left(), found.right() - shown.right(),
+                                            found.top() - shown.top(), found.bottom() - shown.bottom()})
+                EXPECT_NEAR(difference, 0, 0.01) << entry << " " << color.name().toStdString();
+        }
         EXPECT_NE(printed, before) << "what has been entered is there";
         before = printed;
         const QRectF picture = paper.places.back();
