@@ -2,6 +2,7 @@
 #include "corvane/base/PluginExport.h"
 #include "corvane/base/Variant.h"
 #include "tests/adapters/Failing.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -77,6 +78,16 @@ TEST(Plugins, EachFailureSaysWhatWasFoundAndWhatToDo) {
     const std::string text = FailureOf([&] { (void)factory->Create("Text.Class"); });
     EXPECT_NE(text.find("the file " + File("Text") + " can't be loaded as a shared library: "), std::string::npos);
     EXPECT_NE(text.find("file too short"), std::string::npos) << text;
+}
+
+// A library and a process of one name: which is meant can't be known.
+TEST(Plugins, TwoOfOneNameAreRefused) {
+    test::TemporaryFolder folder;
+    folder.Write("libGood.so", "");
+    folder.Write("Good/plugin.json", R"({"run": ["./good"]})");
+    const auto factory = New<PluginFactory>(folder.Path());
+    const std::string text = FailureOf([&] { (void)factory->Create("Good.Counter"); });
+    EXPECT_NE(text.find("there are both the file "), std::string::npos) << text;
 }
 
 TEST(Plugins, ToolsSeeClassesAndMembers) {

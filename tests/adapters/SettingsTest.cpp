@@ -62,7 +62,9 @@ TEST(Settings, NamesIgnoreCaseAndALaterTextReplaces) {
     const auto store = New<SettingsStore>("app", folder.Path());
     store->Write("Service", "Default", "Name", "1");
     store->Write("SERVICE", "DEFAULT", "NAME", "2");
+    store->Write("Service", "Other", "Name", "3");
     EXPECT_EQ(store->Read("service", "default", "name", ""), "2");
+    EXPECT_EQ(store->Read("service", "other", "name", ""), "3");
 }
 
 TEST(Settings, LieInTheUsersConfigurationFolder) {

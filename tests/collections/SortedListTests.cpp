@@ -96,6 +96,38 @@ TEST_F(SortedListTest, TheModeChangesWhileNothingLivesInTheList) {
     EXPECT_EQ(m_oList->SortMode(), SortText);
 }
 
+TEST_F(SortedListTest, EqualKeysAreEqualInTheSenseOfTheMode) {
+    m_oList->Add("1.0", "number");
+    EXPECT_EQ(m_oList->Item("1"), Variant("number"));
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Item("abc"); }), FailureNumber::TypeMismatch);
+    EXPECT_EQ(NumberOf([&] { m_oList->Remove("abc"); }), FailureNumber::TypeMismatch);
+    m_oList->Clear();
+    m_oList->SetSortMode(SortText);
+    m_oList->Add("\u00C4bc", "text");
+    EXPECT_EQ(m_oList->Item("\u00E4BC"), Variant("text"));
+    m_oList->Clear();
+    EXPECT_EQ(m_oList->SortMode(), SortText);
+}
+
+// What the table's form lets through: unused slots pass for items, and the top is looked for with sixteen bits.
+TEST_F(SortedListTest, FailsBeyondWhatItsTableHolds) {
+    for (Long l = 1; l <= 12; ++l)
+        m_oList->Add(l, l);
+    m_oList->Remove("12");
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Exists("12"); }), FailureNumber::TypeMismatch);
+    EXPECT_EQ(m_oList->Count(), 11);
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->Keys(); }), FailureNumber::Subscript);
+    m_oList = New<SortedList>();
+    for (Long l = 1; l <= 32768; ++l)
+        m_oList->Add(l, l);
+    for (Long l = 1; l <= 32766; ++l)
+        m_oList->Remove(std::to_string(l));
+    EXPECT_EQ(m_oList->GetTop(), Variant(Long{32767}));
+    m_oList->RemoveTop();
+    EXPECT_EQ(NumberOf([&] { (void)m_oList->GetTop(); }), FailureNumber::Overflow);
+    EXPECT_EQ(m_oList->Keys(), Lines{"32768"});
+}
+
 TEST_F(SortedListTest, DuplicatesAreRemovedOneByOne) {
     m_oList->SetSortMode(SortText);
     for (const char* sKey : {"a", "A", "b", "c", "d", "e", "f", "g", "h", "i"})

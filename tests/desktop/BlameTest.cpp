@@ -1,5 +1,8 @@
 #include "desktop/blame/Blame.h"
 
+#include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/services/ServiceManager.h"
 #include "desktop/application/Application.h"
 #include "tests/desktop/AppFolder.h"
 
@@ -70,6 +73,24 @@ TEST_F(BlameTest, NextStartKnowsInWhoseCodeTheProgramDied) {
         EXPECT_TRUE(application.Start());
         EXPECT_EQ(asked, testCase.who) << testCase.place;
         EXPECT_EQ(static_cast<bool>(application.Bar()->Tools()->Find("File.Die")), asked.empty()) << testCase.place;
+    }
+}
+
+TEST_F(BlameTest, NextStartIsAsTheAnswerSays) {
+    Trouble("0");
+    Trouble("1");
+    for (const auto& [answer, started] :
+         {std::pair(Blame::Answer::LeaveOut, "1"), {Blame::Answer::StartAll, "01"}, {Blame::Answer::Safe, ""}}) {
+        Run("constructor");
+        ApplicationOptions options{m_folder.App(), false};
+        options.askAfterCrash = [&, chosen = answer](const CrashRecord&, const std::string&) { return chosen; };
+        Application application(options);
+        EXPECT_TRUE(application.Start());
+        std::string services;
+        for (const char* number : {"0", "1"})
+            if (Singleton::Framework()->ServiceManager()->Services()->HasKey(std::string("Trouble") + number))
+                services += number;
+        EXPECT_EQ(services, started);
     }
 }
 

@@ -83,6 +83,7 @@ TEST_F(FileDialogsTest, AskBeforeAFileIsReplacedUnderItsWholeName) {
 TEST_F(FileDialogsTest, RememberTheFolderOfEachPurposeForTheNextStart) {
     {
         FileDialogs dialogs(State());
+        (void)Ask(dialogs, "Export", m_folder.Path("data/p.csv"), {m_folder.Path("data/y.csv")});
         EXPECT_EQ(Ask(dialogs, "Export", m_folder.Path("data/p.csv"), {m_folder.Path("other/x.csv")}),
                   m_folder.Path("other/x.csv"));
     }

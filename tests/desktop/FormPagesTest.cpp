@@ -19,14 +19,15 @@ std::string saved;
 
 class DetailsPage final : public Page<DetailsPage> {
     std::string m_title;
+    std::string m_notes;
 
 public:
     void Import() { m_title = "imported"; }
     [[nodiscard]] std::string TitleProblem() const { return m_title == "taken" ? "There is one." : ""; }
     void OnSave() override { saved = m_title; }
 
-    static constexpr auto Members =
-        Fields<&DetailsPage::m_title, &DetailsPage::Import>(Property("TitleProblem", &DetailsPage::TitleProblem));
+    static constexpr auto Members = Fields<&DetailsPage::m_title, &DetailsPage::m_notes, &DetailsPage::Import>(
+        Property("TitleProblem", &DetailsPage::TitleProblem));
 };
 
 constexpr const char* windows = R"(<Windows>
@@ -42,7 +43,8 @@ protected:
         m_folder.Service("Shell", "Corvane.Framework", shellContent);
         m_folder.Service("A", "T.A", windows, "IsStartService=\"true\"");
         Form("T.Details", forms::Item(0, "QLineEdit", "Title", Has("required", "bool", "true"), "Title:") +
-                              forms::Item(1, "QPushButton", "Import", Has("text", "string", "Import")));
+                              forms::Item(1, "QPushButton", "Import", Has("text", "string", "Import")) +
+                              forms::Item(2, "QLineEdit", "Notes"));
         m_folder.Write("App/Forms/T.Broken.ui", "<ui version=\"4.0\">\n<widget");
         Form("T.Page",
              forms::Item(0, "QWidget", "Chart", "<property name=\"place\" stdset=\"0\"><bool>true</bool></property>"));
@@ -98,6 +100,7 @@ TEST_F(FormPages, AFormIsEnteredSavedAndRecorded) {
         EXPECT_EQ(line->text(), "imported");
         line->selectAll();
         QTest::keyClicks(line, title);
+        QTest::keyClicks(Shown<QLineEdit>("Notes"), "n"); // each field's last text is a step
         EXPECT_TRUE(m_application->ClickCommand("ok"));
         Turn();
         EXPECT_EQ(saved, title);
@@ -105,7 +108,8 @@ TEST_F(FormPages, AFormIsEnteredSavedAndRecorded) {
     }
     m_application.reset();
     const QByteArray steps = m_folder.Read("steps.txt");
-    for (const char* step : {"set Details 0 Title taken\npress Details 0 Import\nset Details 0 Title Sleep\n",
+    for (const char* step : {"set Details 0 Title taken\npress Details 0 Import\nset Details 0 Title Sleep\n"
+                             "set Details 0 Notes n\n",
                              "set Details 0 Title \" two  words \"\n"})
         EXPECT_TRUE(steps.contains(step)) << steps.constData();
 }

@@ -247,6 +247,21 @@ TEST(Progress, LetsPaintAndCancelThroughAndNothingElse) {
     ::close(pipe[1]);
 }
 
+// How many letters are in the packed streams of a PDF file.
+qsizetype LettersIn(const QString& path) {
+    QFile file(path);
+    const QByteArray pdf = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    qsizetype letters = 0;
+    for (qsizetype at = pdf.indexOf("\nstream\n"); at >= 0; at = pdf.indexOf("\nstream\n", at + 1)) {
+        const qsizetype begin = at + 8;
+        if (pdf.at(begin) != 'x')
+            continue;
+        letters += qUncompress(QByteArray("\0\1\0\0", 4) + pdf.mid(begin, pdf.indexOf("endstream", begin) - begin))
+                       .count(" Tj");
+    }
+    return letters;
+}
+
 // Without a printer the preview prints into the file that the host asks for, and stays where the user cancels that.
 TEST(Printing, PreviewAsksTheHostForTheFileAndSaysWhenItCannotBeWritten) {
     const QTemporaryDir folder;
@@ -284,6 +299,12 @@ TEST(Printing, PreviewAsksTheHostForTheFileAndSaysWhenItCannotBeWritten) {
     QFile written(files.last());
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
     EXPECT_EQ(written.read(5), "%PDF-");
+    // On the paper is the window's title, too.
+    window.setWindowTitle("Penguins");
+    host.withDialogs = false;
+    file = folder.path() + "/titled.pdf";
+    New<ScreenPrinter>(host)->PrintWindow(mainForm, 0);
+    EXPECT_GE(LettersIn(file), LettersIn(files.last()) + 5) << "an hour has one or two figures";
 }
 
 // A second piece of work can be cancelled as the first one could.

@@ -140,6 +140,32 @@ TEST_F(PersonalBarsTest, KeysOutliveChangedDefinitions) {
     EXPECT_EQ(Pressed(*application, Qt::Key_B), "File.B");
 }
 
+TEST_F(PersonalBarsTest, ResetIsForOneCommandOrOneBarAlone) {
+    {
+        const auto application = Start();
+        PersonalBars& bars = application->Personal().Bars();
+        bars.SetKeys(ToolOf(*application, "File.A"), {QKeySequence("Ctrl+K")});
+        bars.SetKeys(ToolOf(*application, "File.B"), {QKeySequence("Ctrl+L"), QKeySequence("Ctrl+M")});
+        bars.SetKeys(ToolOf(*application, "File.C"), {QKeySequence("Ctrl+A")});
+        ShortcutsDialog dialog(bars, *application->Bar(), &application->Window());
+        ASSERT_TRUE(dialog.Select(ToolOf(*application, "File.A")));
+        for (auto* button : dialog.findChildren<QPushButton*>())
+            if (button->text() == "&Reset")
+                button->click();
+        const auto bands = application->Bar()->Bands();
+        for (const char* band : {"File", "Toolbars.Edit"})
+            bars.SetHidden(*bands->Item(band), ToolOf(*application, "File.C"), true);
+        bars.ResetBand(*bands->Item("File"));
+    }
+    const auto application = Start();
+    EXPECT_FALSE(application->Personal().Bars().HasOwnKeys(ToolOf(*application, "File.A")));
+    EXPECT_EQ(Pressed(*application, Qt::Key_A), "File.C") << "the user's before those of the files";
+    for (const auto key : {Qt::Key_L, Qt::Key_M})
+        EXPECT_EQ(Pressed(*application, key), "File.B");
+    EXPECT_TRUE(Menu(*application).endsWith(" C:Ctrl+A"));
+    EXPECT_EQ(Toolbar(*application), "A B");
+}
+
 // Each key that is said to come before commands does, and each that is said to give way does that.
 TEST_F(PersonalBarsTest, KeysOfTheWindowItselfAreConflictsAsTheListSays) {
     const auto application = Start();

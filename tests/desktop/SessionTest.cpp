@@ -336,6 +336,19 @@ TEST_F(SessionTest, DamagedOrForeignStateCostsNothingButTheState) {
     }
 }
 
+TEST_F(SessionTest, IsKeptOnAfterAnEndThatWasRefused) {
+    const auto application = Start(m_folder);
+    {
+        const auto refuses = application->MainForm()->OnUnload.Subscribe([](bool& refused) { refused = true; });
+        application->Window().close();
+    }
+    ASSERT_TRUE(application->Window().isVisible());
+    QApplication::processEvents();
+    application->Bar()->Bands()->Item("StatusBar")->SetVisible(false);
+    application->Personal().UserSession().Save();
+    EXPECT_TRUE(m_folder.Read("corvane/App/session.json").contains("\"statusBar\": false"));
+}
+
 TEST_F(SessionTest, RecentFilesAreKeptForTheApplication) {
     {
         const auto application = Start(m_folder);
@@ -349,6 +362,7 @@ TEST_F(SessionTest, RecentFilesAreKeptForTheApplication) {
     EXPECT_EQ(ToLong(files->Invoke("Count", {})), 12);
     EXPECT_EQ(ToText(files->Invoke("Item", std::array<Variant, 1>{Long{1}})), "/f5");
     EXPECT_EQ(ToText(files->Invoke("Item", std::array<Variant, 1>{Long{2}})), "/f14");
+    EXPECT_EQ(ToText(files->Invoke("Item", std::array<Variant, 1>{Long{12}})), "/f3") << "each once";
     EXPECT_THROW(files->Invoke("Item", std::array<Variant, 1>{Long{13}}), Failure);
 }
 

@@ -70,6 +70,8 @@ TEST(StateFile, DamagedFileCostsOnlyItselfAndIsToldOf) {
     EXPECT_FALSE(file.Write({{"a", 1}}));
     EXPECT_FALSE(file.Write({{"a", 2}}));
     EXPECT_EQ(notes, 1);
+    QFile::remove(folder.Path("file"));
+    EXPECT_TRUE(file.Write({{"a", 3}})) << "the place is good again";
 }
 
 } // namespace

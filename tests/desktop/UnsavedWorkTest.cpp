@@ -71,8 +71,8 @@ private:
 class UnsavedWorkTest : public ::testing::Test {
 protected:
     UnsavedWorkTest() {
-        m_folder.Write("late.xml", "<Service Name='Late' ProgID='T.Late' Active='true'/>");
-        m_folder.Write("early.xml", "<Service Name='Early' ProgID='T.Early' Active='true'/>");
+        m_folder.Write("1-late.xml", "<Service Name='Late' ProgID='T.Late' Active='true'/>");
+        m_folder.Write("2-early.xml", "<Service Name='Early' ProgID='T.Early' Active='true'/>");
         m_late.unsaved = {"Draft"};
         m_late.order = 5;
         m_early.unsaved = {"Notes", "Figures"};

@@ -150,6 +150,62 @@ TEST_F(JobsTest, OfAWindowThatClosesAreAskedAbout) {
     }
 }
 
+// The latest answer counts.
+TEST_F(JobsTest, LetAWindowStayThatWasToCloseLater) {
+    ASSERT_TRUE(Start());
+    OpenWindow();
+    const auto first = StartAtGate({.title = "First", .owner = Ref<Object>(Sheet())});
+    for (const char* answer : {"Wait", "Stay"}) {
+        m_application->Dialogs().AddAnswer(answer);
+        EXPECT_TRUE(m_application->ClickCommand("close"));
+        Turn();
+    }
+    m_open = true;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return HasEnded(); }, longest));
+    m_open = false;
+    const auto second = StartAtGate({.title = "Second", .owner = Service("A")});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Bar() && Bar()->isVisible(); }, longest));
+    EXPECT_TRUE(Sheet()) << "what was to be done after the first has been";
+}
+
+TEST_F(JobsTest, AreAskedAboutAgainAfterAnExitThatWasRefused) {
+    ASSERT_TRUE(Start());
+    OpenWindow();
+    const auto first = StartAtGate({.title = "First", .owner = Ref<Object>(Sheet())});
+    const auto refuses = m_application->MainForm()->OnQueryUnload.Subscribe([](bool& refused) { refused = true; });
+    m_application->Dialogs().AddAnswer("Discard");
+    m_application->Window().close();
+    EXPECT_FALSE(m_application->HasEnded());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return HasEnded(); }, longest));
+    EXPECT_EQ(first->State(), JobState::Cancelled);
+    Turn();
+    OpenWindow(); // the one before has been closed
+    const auto second = StartAtGate({.title = "Second", .owner = Ref<Object>(Sheet())});
+    m_application->Dialogs().AddAnswer("Wait");
+    EXPECT_TRUE(m_application->ClickCommand("close"));
+    Turn();
+    EXPECT_TRUE(Sheet());
+}
+
+TEST(JobQuestion, EachButtonOfItsBoxIsItsAnswer) {
+    for (const auto& [pressed, canCancel, answer] :
+         {std::tuple("&Wait, Then Close", true, JobAnswer::CloseLater),
+          std::tuple("&Cancel the Job", true, JobAnswer::CancelJobs),
+          std::tuple("&Cancel the Job", false, JobAnswer::KeepOpen), // isn't offered
+          std::tuple("&Leave It Running", true, JobAnswer::LeaveRunning),
+          std::tuple("&Keep Open", true, JobAnswer::KeepOpen), std::tuple("", true, JobAnswer::KeepOpen)}) {
+        QTimer::singleShot(0, [&, text = pressed] {
+            QWidget* box = QApplication::activeModalWidget();
+            ASSERT_TRUE(box);
+            for (QPushButton* button : box->findChildren<QPushButton*>())
+                if (button->text() == text)
+                    return button->click();
+            QTest::keyClick(box, Qt::Key_Escape);
+        });
+        EXPECT_EQ(AskInBox({"Sheet", {"Import"}, canCancel, nullptr}), answer) << pressed;
+    }
+}
+
 TEST_F(JobsTest, AreListedAtTheEnd) {
     ASSERT_TRUE(Start(true));
     const auto job = StartAtGate({.title = "Import", .owner = Service("A")});

@@ -15,7 +15,13 @@ class Sample final : public Automation<Sample> {
 
 public:
     Sample(std::string name, Double mass) : m_name(std::move(name)), m_mass(mass) {}
-    static constexpr auto Members = Fields<&Sample::m_name, &Sample::m_mass>();
+    [[nodiscard]] Double Mass() const { return m_mass; }
+    void SetMass(Double mass) {
+        if (mass > 100)
+            Fail(FailureNumber::InvalidProcedureCall, "Too heavy");
+        m_mass = mass;
+    }
+    static constexpr auto Members = Fields<&Sample::m_name>(Property("Mass", &Sample::Mass, &Sample::SetMass));
 };
 
 class TestPage final : public Page<TestPage> {
@@ -171,6 +177,14 @@ TEST_F(Binding, EditsTables) {
     EXPECT_EQ(ToLong(page->Invoke("SamplesRow", {})), 2);
     model->Revert();
     EXPECT_EQ(model->CellText(table, 1, 1), "2");
+    EXPECT_EQ(model->EnterCell(table, 1, 1, "2.5"), "");
+    Inner()->Save();
+    EXPECT_EQ(model->EnterCell(table, 0, 0, "c"), "");
+    EXPECT_EQ(model->EnterCell(table, 0, 1, "200"), "");
+    EXPECT_FALSE(model->IsValid());
+    model->Revert();
+    EXPECT_TRUE(model->IsValid());
+    EXPECT_EQ(model->CellText(table, 0, 0) + model->CellText(table, 1, 1), "a2.5") << "what has been saved stays";
 }
 
 TEST_F(Binding, EndsWithThePage) {

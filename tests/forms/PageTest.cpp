@@ -95,12 +95,19 @@ TEST_F(Birds, KeepPreferencesWithoutAClass) {
     page.Set("Decimals", 4);
     m_application.Take("command Corvane.Preferences OK");
     EXPECT_EQ(m_application.Status(), "Decimals is 4");
+    for (const char* service : {"Birds", "Other"})
+        EXPECT_EQ(ToLong(CallByName(FindService(service), "Heard")), 1) << service;
     m_application.Take("open Corvane.Preferences");
     EXPECT_EQ(page.Value("Decimals"), "4");
     page.Set("Grid", false).Press("RestoreDefaults");
     EXPECT_EQ(page.Value("Decimals") + page.Value("Grid"), "2true");
     m_application.Take("close Corvane.Preferences\nopen Corvane.Preferences");
     EXPECT_EQ(page.Value("Decimals"), "4");
+    for (const auto& [name, value] : {std::pair("Grid", "false"), {"Decimals", "3"}}) {
+        page.Set(name, value);
+        m_application.Take("command Corvane.Preferences Apply");
+        EXPECT_TRUE(m_application.Status().starts_with(std::string(name) + " is ")) << m_application.Status();
+    }
 }
 
 // A page without a class keeps its values, and what would be called is written down.

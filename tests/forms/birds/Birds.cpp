@@ -34,7 +34,9 @@ public:
 };
 
 class BirdsService final : public Service<BirdsService> {
+    Long m_heard = 0;
     void OnPreferenceChanged(const std::string& service, const std::string& category, const std::string& name) {
+        ++m_heard;
         Preferences store;
         store.Initialize(service, category);
         SetStatus(name + " is " + store.GetValue(name, ""));
@@ -45,8 +47,9 @@ public:
     [[nodiscard]] std::string Bird() const {
         return s_bird.name + " " + s_bird.ring + " " + std::to_string(s_bird.sex);
     }
-    static constexpr auto Members =
-        Methods<&BirdsService::Start, &BirdsService::OnPreferenceChanged>(Property("Bird", &BirdsService::Bird));
+    [[nodiscard]] Long Heard() const { return m_heard; } // of preferences
+    static constexpr auto Members = Methods<&BirdsService::Start, &BirdsService::OnPreferenceChanged>(
+        Property("Bird", &BirdsService::Bird), Property("Heard", &BirdsService::Heard));
 };
 
 } // namespace
