@@ -8,6 +8,7 @@
 #include "corvane/platform/Entering.h"
 #include "corvane/services/ServiceManager.h"
 
+#include <algorithm>
 #include <array>
 
 namespace corvane::forms {
@@ -67,8 +68,9 @@ void PreferencesPage::Save(const FormModel& model) const {
         return;
     std::vector<Ref<Object>> listeners;
     for (const auto& service : manager->Services())
-        if (service->HasMember("OnPreferenceChanged"))
-            listeners.push_back(service);
+        if (service->HasMember("OnPreferenceChanged") &&
+            std::find(listeners.begin(), listeners.end(), service) == listeners.end())
+            listeners.push_back(service); // once, though one object may serve under several names
     for (const std::string& name : changed) {
         for (const auto& listener : listeners) {
             const std::array<Variant, 3> arguments{store->Service(), store->Category(), name};

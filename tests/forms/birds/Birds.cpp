@@ -52,6 +52,17 @@ public:
         Property("Bird", &BirdsService::Bird), Property("Heard", &BirdsService::Heard));
 };
 
+class OtherService final : public Service<OtherService> {
+    Long m_heard = 0;
+    void OnPreferenceChanged(const std::string&, const std::string&, const std::string&) { ++m_heard; }
+
+public:
+    [[nodiscard]] Long Heard() const { return m_heard; }
+    static constexpr auto Members =
+        Methods<&OtherService::OnPreferenceChanged>(Property("Heard", &OtherService::Heard));
+};
+
 } // namespace
 
-CORVANE_PLUGIN(Class<BirdsService>("BirdsSvc.BirdsService"), Class<DetailsPage>("BirdsSvc.DetailsPage"))
+CORVANE_PLUGIN(Class<BirdsService>("BirdsSvc.BirdsService"), Class<OtherService>("BirdsSvc.OtherService"),
+               Class<DetailsPage>("BirdsSvc.DetailsPage"))
