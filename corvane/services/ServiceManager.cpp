@@ -18,14 +18,28 @@ constexpr const char* sGatedFile = "MirelonSvc.xml"; // is read only while the I
 constexpr const char* sHelpProgID = "TavelinSvc.TavelinService";
 constexpr std::size_t nProductNameCharacters = 255;
 
+// Of a ring that would outlive the library: the tool of a menu has the action item in its tag, which has its
+// definition, which has the tool.
+void LetGoOfTools(const Ref<ActionItemDefCollection>& colActionItemDefs) {
+    for (const auto& oActionItemDef : colActionItemDefs)
+        oActionItemDef->SetTool(nullptr);
+}
+
 } // namespace
 
 ServiceManager::ServiceManager() = default;
 
 ServiceManager::~ServiceManager() {
-    for (const auto& oServiceDef : m_colServiceDefs)
-        for (const auto& oExplorerItemDef : oServiceDef->ExplorerItemDefs())
+    for (const auto& oServiceDef : m_colServiceDefs) {
+        LetGoOfTools(oServiceDef->ActionItemDefs());
+        for (const auto& oExplorerItemDef : oServiceDef->ExplorerItemDefs()) {
+            LetGoOfTools(oExplorerItemDef->ActionItemDefs());
             oExplorerItemDef->Untie();
+        }
+    }
+    for (const auto& oWindowDef : m_colWindowDefs)
+        for (const auto& oPageDef : oWindowDef->PageDefs())
+            LetGoOfTools(oPageDef->ActionItemDefs());
 }
 
 bool ServiceManager::IsServiceAlive(const Ref<Object>& oServiceSubclass) const noexcept {

@@ -4,6 +4,10 @@
 #include "analysis/Application.h"
 #include "analysis/Check.h"
 #include "analysis/Print.h"
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/core/Framework.h"
+#include "corvane/services/ServiceManager.h"
+#include "headless/ModelHost.h"
 #include "tests/mutation/Mutations.h"
 #include "tests/mutation/Outcome.h"
 #include "tests/mutation/SoundApplications.h"
@@ -235,6 +239,20 @@ TEST_P(Mutations, AreNamedAtTheirPlaceOrRaiseNothing) {
     for (const std::size_t i : Sample(mutants))
         judge.Try(mutants[i], files[i]->bytes);
     EXPECT_TRUE(judge.Report().empty()) << judge.Report();
+}
+
+// Thousands of starts in one process need that each lets go of what it has made.
+TEST(Starts, LetGoOfTheirTools) {
+    const Folder folder(GeneratedApplication(1));
+    Ref<ActionItemDef> definition;
+    {
+        inspect::ModelHost host({folder.Path(), true, nullptr});
+        ASSERT_TRUE(host.Start());
+        definition =
+            CorvaneMain::Framework()->ServiceManager()->ServiceDefs()->Item("S1")->ActionItemDefs()->Item("Do11");
+        ASSERT_TRUE(definition->Tool());
+    }
+    EXPECT_FALSE(definition->Tool());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Mutations, ::testing::ValuesIn(SoundApplications()),
