@@ -9,7 +9,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <map>
+#include <unordered_map>
 
 namespace corvane::check {
 
@@ -68,13 +68,16 @@ public:
 
     void Check() {
         const std::string services = FindPath(JoinPath(m_application, "Services")).value_or("");
-        for (const auto& entry : Sorted(services))
+        const std::vector<fs::directory_entry> files = Sorted(services);
+        for (const fs::directory_entry& entry : files)
             CheckInServices(entry);
+        CheckNames(services, files);
         CheckElsewhere();
         CheckForms();
-        for (const char* folder : {"Services", "Images", "plugins", "Forms"})
-            CheckNames(FindPath(JoinPath(m_application, folder)).value_or(""));
-        CheckNames(m_application);
+        for (const char* name : {"Images", "plugins", "Forms"})
+            if (const auto folder = FindPath(JoinPath(m_application, name)))
+                CheckNames(*folder, Sorted(*folder));
+        CheckNames(m_application, Sorted(m_application));
     }
 
 private:
@@ -83,7 +86,8 @@ private:
         std::vector<fs::directory_entry> entries;
         for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
             entries.push_back(*entry);
-        std::sort(entries.begin(), entries.end());
+        std::sort(entries.begin(), entries.end(),
+                  [](const auto& first, const auto& second) { return first.path().native() < second.path().native(); });
         return entries;
     }
 
@@ -292,9 +296,9 @@ private:
     }
 
     // Files are found without regard to case, so of two such names one is never found.
-    void CheckNames(const std::string& folder) {
-        std::map<std::string, std::string> names; // by folded name
-        for (const fs::directory_entry& entry : Sorted(folder)) {
+    void CheckNames(const std::string& folder, const std::vector<fs::directory_entry>& entries) {
+        std::unordered_map<std::string, std::string> names; // by folded name
+        for (const fs::directory_entry& entry : entries) {
             const fs::path& path = entry.path();
             const std::string name = path.filename().string();
             const auto [first, isNew] = names.try_emplace(FoldText(name), name);

@@ -268,7 +268,11 @@ bool IsMeantAsFramework(const Model& model, const Provider& service) {
     if (service.kind != ProviderKind::Service || IsFramework(service))
         return false;
     const bool isOfLibrary = EqualText(std::string_view(service.progID).substr(0, service.progID.find('.')), "Corvane");
-    return isOfLibrary || Nearest(std::vector<std::string>{frameworkProgID}, service.progID) ||
+    const auto IsAt = [&](std::size_t at, char letter) { // for most there is no need to count changes
+        return service.progID.size() > at && (service.progID[at] | 0x20) == letter;
+    };
+    const bool isAlike = IsAt(0, 'c') || IsAt(service.progID.size() - 1, 'k');
+    return isOfLibrary || (isAlike && Nearest(std::vector<std::string>{frameworkProgID}, service.progID)) ||
            (!HasFramework(model) && HasCommandOfFramework(*service.element));
 }
 

@@ -232,7 +232,7 @@ private:
                                                      "Image",  "ImageDisabled", "ImagePressed"};
         for (const Attribute& attribute : element.attributes) {
             const std::string_view value = attribute.Value();
-            if (value.empty() ||
+            if (attribute.Name() == "Caption" || attribute.Name() == "Description" || value.empty() ||
                 (static_cast<unsigned char>(value.front()) > ' ' && static_cast<unsigned char>(value.back()) > ' ' &&
                  value.find("  ") == std::string_view::npos))
                 continue;

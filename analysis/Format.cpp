@@ -80,8 +80,11 @@ constexpr ElementFormat serviceFormat{"Service", servicesFormat, groups};
 } // namespace
 
 const AttributeFormat* ElementFormat::Attribute(std::string_view attribute) const {
-    const auto it = std::find_if(attributes.begin(), attributes.end(),
-                                 [&](const AttributeFormat& o) { return o.name == attribute; });
+    // Most names differ at their ends already, which is found without a call.
+    const auto it = std::find_if(attributes.begin(), attributes.end(), [&](const AttributeFormat& o) {
+        return o.name.size() == attribute.size() && !attribute.empty() && o.name.front() == attribute.front() &&
+               o.name.back() == attribute.back() && o.name == attribute;
+    });
     return it == attributes.end() ? nullptr : &*it;
 }
 

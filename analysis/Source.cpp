@@ -46,7 +46,10 @@ public:
     std::span<Element> Run() {
         while (const char* next = Find('<')) {
             m_i = static_cast<std::size_t>(next - m_text.data());
-            if (At("<!--"))
+            if (const char sign = m_i + 1 < m_text.size() ? m_text[m_i + 1] : '\0';
+                sign != '!' && sign != '?' && sign != '/')
+                StartTag(); // as most are
+            else if (At("<!--"))
                 SkipThrough("-->");
             else if (At("<![CDATA["))
                 SkipThrough("]]>");
@@ -54,10 +57,8 @@ public:
                 SkipThrough("?>");
             else if (At("<!"))
                 SkipDeclaration();
-            else if (At("</"))
-                EndTag();
             else
-                StartTag();
+                EndTag();
         }
         while (!m_open.empty())
             Close();
@@ -187,8 +188,11 @@ std::string_view Attribute::Written() const {
 }
 
 Attribute* Element::Find(std::string_view attributeName) const {
+    // Most names differ at their ends already, which is found without a call.
     for (Attribute& attribute : attributes)
-        if (attribute.Name() == attributeName)
+        if (const std::string_view own = attribute.Name(); own.size() == attributeName.size() && !own.empty() &&
+                                                           own.front() == attributeName.front() &&
+                                                           own.back() == attributeName.back() && own == attributeName)
             return &attribute;
     return nullptr;
 }
