@@ -1,5 +1,6 @@
 #include "forms/FormBinding.h"
 
+#include "adapters/common/Recoverable.h"
 #include "corvane/base/Text.h"
 #include "corvane/platform/Entering.h"
 
@@ -134,6 +135,20 @@ void FormBinding::Refresh(std::size_t field) {
     ReadState(field);
 }
 
+void FormBinding::WriteAgain() {
+    const Ref<FormBinding> self(this);
+    std::vector<std::pair<std::string, Variant>> values;
+    for (std::size_t i = 0; i < m_bound.size(); ++i)
+        if (m_model.IsChanged(i) && m_bound[i].writes)
+            values.emplace_back(Name(i), Passed(i, m_model.Value(i)));
+    const auto recoverable = m_object.TryAs<Recoverable>();
+    if (recoverable && !values.empty())
+        recoverable->PutAll(values);
+    for (std::size_t i = 0; i < m_bound.size(); ++i)
+        if (!m_model.IsChanged(i))
+            Refresh(i);
+}
+
 void FormBinding::ReadValue(std::size_t field) {
     const FieldKind kind = m_model.Field(field).kind;
     Bound& bound = m_bound[field];
@@ -250,21 +265,24 @@ bool FormBinding::ShowsAtOnce(std::size_t field) const {
            (def.kind == FieldKind::Choice && def.look != FieldLook::EditableCombo);
 }
 
+// An enumeration gets the index of the choice.
+Variant FormBinding::Passed(std::size_t field, const Variant& value) const {
+    if (m_model.Field(field).kind != FieldKind::Choice || !IsNumber(m_bound[field].type))
+        return value;
+    const auto& choices = m_model.Choices(field);
+    for (std::size_t i = 0; i < choices.size(); ++i)
+        if (Variant(choices[i].value) == value)
+            return static_cast<Long>(i);
+    return Long{-1};
+}
+
 Problem FormBinding::Write(std::size_t field, const Variant& value) {
     Bound& bound = m_bound[field];
     m_written = field;
     bound.isPending = bound.isRefused = false;
     if (!m_object || (!bound.writes && !m_answersAll))
         return {};
-    Variant passed = value;
-    if (m_model.Field(field).kind == FieldKind::Choice && IsNumber(bound.type)) {
-        const auto& choices = m_model.Choices(field);
-        Long index = -1;
-        for (std::size_t i = 0; i < choices.size() && index < 0; ++i)
-            if (Variant(choices[i].value) == value)
-                index = static_cast<Long>(i);
-        passed = index;
-    }
+    const Variant passed = Passed(field, value);
     const Ref<Object> object = m_object;
     try {
         const Entering entering(object);

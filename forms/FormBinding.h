@@ -23,6 +23,8 @@ public:
     void Refresh();
     // With it.
     void Refresh(std::size_t field);
+    // The object has been made again: it gets what the user has entered since the last save, and says the rest.
+    void WriteAgain();
     // The object isn't called any more.
     void End() { m_object = nullptr; }
 
@@ -75,6 +77,7 @@ private:
     void ReadDerived();
     void AddTreeRows(Bound& bound, const Ref<Object>& rows, int depth);
     [[nodiscard]] Ref<Object> Row(std::size_t field, std::size_t row) const;
+    [[nodiscard]] Variant Passed(std::size_t field, const Variant& value) const;
     [[nodiscard]] bool ShowsAtOnce(std::size_t field) const;
 
     FormModel& m_model;

@@ -1,5 +1,6 @@
 #include "forms/FormPage.h"
 
+#include "adapters/common/Recoverable.h"
 #include "corvane/author/Page.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -92,6 +93,8 @@ FormPage::FormPage(std::shared_ptr<const FormDef> def, Ref<Object> pageObj, bool
     m_events.push_back(m_base->TerminateEvent.Subscribe([this](const Ref<Object>&) { End(); }));
     m_events.push_back(m_model->Notice.Subscribe(
         [this](const FormNotice& notice) { FollowValidity(notice.what == FormChange::Done); }));
+    if (const auto recoverable = m_pageObj.TryAs<Recoverable>(); recoverable && m_binding)
+        m_events.push_back(recoverable->Recovered.Subscribe([this] { m_binding->WriteAgain(); }));
     if (const auto user = m_pageObj.TryAs<IFormUser>())
         user->UseForm(Ref<IForm>(this));
 }

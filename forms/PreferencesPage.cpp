@@ -1,5 +1,6 @@
 #include "forms/PreferencesPage.h"
 
+#include "adapters/common/Recoverable.h"
 #include "corvane/base/Automation.h"
 #include "corvane/base/Text.h"
 #include "corvane/core/CorvaneMain.h"
@@ -67,10 +68,13 @@ void PreferencesPage::Save(const FormModel& model) const {
     if (changed.empty() || !manager)
         return;
     std::vector<Ref<Object>> listeners;
-    for (const auto& service : manager->Services())
-        if (service->HasMember("OnPreferenceChanged") &&
+    for (const auto& service : manager->Services()) {
+        const auto recoverable = service.TryAs<Recoverable>();
+        const bool readsLater = recoverable && recoverable->IsIdle(); // when it starts
+        if (!readsLater && service->HasMember("OnPreferenceChanged") &&
             std::find(listeners.begin(), listeners.end(), service) == listeners.end())
             listeners.push_back(service); // once, though one object may serve under several names
+    }
     for (const std::string& name : changed) {
         for (const auto& listener : listeners) {
             const std::array<Variant, 3> arguments{store->Service(), store->Category(), name};

@@ -1,4 +1,5 @@
 #include "adapters/common/Nearest.h"
+#include "adapters/common/Recoverable.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/windows/WindowManager.h"
@@ -79,6 +80,11 @@ std::size_t NumberOf(const std::string& text) {
 }
 
 } // namespace
+
+std::string ProblemOf(const ShownPage& page) {
+    const auto recoverable = page.pageObj.TryAs<Recoverable>();
+    return page.problem.empty() && recoverable ? recoverable->WhyLost() : page.problem;
+}
 
 std::string SetField(forms::FormModel& form, const std::string& field, const std::string& value) {
     std::string why;

@@ -20,6 +20,9 @@ struct ShownPage {
 // In the order in which the window shows them; none for a window that has closed.
 [[nodiscard]] std::vector<ShownPage> PagesOf(const ModelHost& host, const Ref<Window>& window);
 
+// Why its form can't be read, or why its page has gone; "" for one that works.
+[[nodiscard]] std::string ProblemOf(const ShownPage& page);
+
 // The acts of a user on a form. Each returns why it can't be done, or "" when it was; a failure of the page leaves it.
 // A value is typed as in a line, or a text or list of texts in JSON.
 [[nodiscard]] std::string SetField(forms::FormModel& form, const std::string& field, const std::string& value);

@@ -1,4 +1,5 @@
 #include "corvane/base/Text.h"
+#include "forms/FormPicture.h"
 #include "headless/FormPages.h"
 
 #include <algorithm>
@@ -85,7 +86,7 @@ private:
         }
         if (def.kind == forms::FieldKind::Table || def.kind == forms::FieldKind::Tree)
             return WriteRows(field, depth, called);
-        std::string text = m_form.Text(field);
+        std::string text = forms::WithoutPicture(m_form.Text(field));
         if (def.look == forms::FieldLook::Password)
             text = text.empty() ? "" : "********";
         std::replace(text.begin(), text.end(), '\n', '|');

@@ -4,6 +4,7 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "forms/FormPicture.h"
 #include "headless/Document.h"
 #include "headless/FormPages.h"
 #include "headless/JobText.h"
@@ -154,7 +155,8 @@ Json FieldJson(const forms::FormModel& form, std::size_t field) {
     if (def.kind == forms::FieldKind::Choices && isRead)
         Add("value", forms::LinesOf(form.Value(field)));
     else if (def.kind != forms::FieldKind::Button)
-        Add("value", isRead ? ValueJson(form.Value(field)) : Json(form.Text(field)));
+        Add("value", isRead && def.kind != forms::FieldKind::Shown ? ValueJson(form.Value(field))
+                                                                   : Json(forms::WithoutPicture(form.Text(field))));
     if (!form.IsEnabled(field))
         json["enabled"] = false;
     if (!form.IsVisible(field))
@@ -180,8 +182,8 @@ Json PagesJson(const ModelHost& host, const Ref<Window>& window) {
     for (const ShownPage& page : PagesOf(host, window)) {
         hasForm = hasForm || page.form || !page.problem.empty();
         Json json{{"progId", page.pageDef->PageProgID()}, {"caption", page.pageDef->Caption()}};
-        if (!page.problem.empty())
-            json["problem"] = page.problem;
+        if (const std::string problem = ProblemOf(page); !problem.empty())
+            json["problem"] = problem;
         if (page.form) {
             const forms::FormModel& form = *page.form->Model();
             json["valid"] = page.form->IsValid();
@@ -299,6 +301,9 @@ std::string JsonDocument(const ModelHost& host, const DocumentOptions& options) 
     for (const auto& band : host.Bar()->Bands()->All())
         bands.push_back(BandJson(*band));
     json["explorer"] = ExplorerJson(host, options);
+    if (std::string status = host.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
+        !status.empty())
+        json["status"] = std::move(status);
     if (Json jobs = JobsJson(*host.Jobs()); !jobs.empty())
         json["jobs"] = std::move(jobs);
     json["log"] = LogJson(host.Recorded());

@@ -60,8 +60,10 @@ Platform ModelHost::MakePlatform(const HostOptions& options) {
     } else {
         platform.oIniReader = New<IniReader>();
         auto plugins = New<PluginFactory>(options.applicationFolder + "/plugins");
-        plugins->Processes()->SetMonitor(
-            options.processes ? options.processes : Ref<ProcessMonitor>(New<ErrorStreamMonitor>(options.timeLimit)));
+        m_processes = plugins->Processes();
+        m_processes->SetExplorer(m_panelForm);
+        m_processes->SetMonitor(options.processes ? options.processes
+                                                  : Ref<ProcessMonitor>(New<ErrorStreamMonitor>(options.timeLimit)));
         platform.oObjectFactory = New<NamingFactory>(m_record, std::move(plugins));
     }
     m_formFactory = NewStandInFormFactory(
@@ -80,6 +82,7 @@ ModelHost::ModelHost(const HostOptions& options) {
         if (!HasExited())
             Do(act);
     };
+    host.idle = [this] { ServeProcesses(); };
     host.begins = false;
     host.keepsAll = true;
     host.explorer = m_panelForm;
@@ -134,7 +137,15 @@ void ModelHost::Do(const std::function<void()>& act) {
     }
 }
 
+void ModelHost::ServeProcesses() const {
+    if (m_processes)
+        m_processes->Pump();
+}
+
 void ModelHost::RunJobs() {
+    // In a dialog that a process has opened, its jobs can't go on before the dialog has closed.
+    if (m_processes && m_processes->IsAnyWaitedFor())
+        return;
     Do([this] { m_jobs->RunToEnd(); });
 }
 

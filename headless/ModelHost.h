@@ -20,6 +20,10 @@
 #include <utility>
 #include <vector>
 
+namespace corvane {
+class ProcessFactory;
+}
+
 namespace corvane::jobs {
 class Manager;
 }
@@ -79,6 +83,7 @@ public:
 
 private:
     [[nodiscard]] Platform MakePlatform(const HostOptions& options);
+    void ServeProcesses() const;
     void RegisterWindow(const Ref<Form>& form);
 
     Ref<Record> m_record = New<Record>();
@@ -87,6 +92,7 @@ private:
     Ref<WindowMessages> m_messages = New<WindowMessages>();
     Ref<jobs::Manager> m_jobs;
     std::unique_ptr<Library> m_library;
+    Ref<ProcessFactory> m_processes; // nothing with stubs
     Ref<ActiveBar> m_activeBar = NewHostActiveBar();
     Ref<MdiForm> m_mainForm = New<MdiForm>();
     Ref<PanelForm> m_panelForm = New<PanelForm>();

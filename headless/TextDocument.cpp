@@ -69,9 +69,10 @@ void WriteExplorer(Writer& writer, const ModelHost& host) {
 
 void WriteForms(Writer& writer, const ModelHost& host, const Ref<Window>& window) {
     for (const ShownPage& page : PagesOf(host, window)) {
-        if (!page.form && page.problem.empty())
+        const std::string problem = ProblemOf(page);
+        if (!page.form && problem.empty())
             continue;
-        writer.Line(2, "[" + page.pageDef->Caption() + "]" + (page.problem.empty() ? "" : "  ! " + page.problem));
+        writer.Line(2, "[" + page.pageDef->Caption() + "]" + (problem.empty() ? "" : "  ! " + problem));
         if (page.form)
             for (const std::string& line : FormLines(*page.form->Model()))
                 writer.Line(3, line);

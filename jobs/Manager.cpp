@@ -206,8 +206,15 @@ void Manager::RunToEnd() {
             if (m_host.mostThreads == 0)
                 break;
         {
+            constexpr std::chrono::milliseconds turn(5);
             std::unique_lock lock(m_finished.mutex);
-            m_finished.added.wait(lock, [this] { return !m_finished.jobs.empty(); });
+            const auto HasFinished = [this] { return !m_finished.jobs.empty(); };
+            while (m_host.idle && !m_finished.added.wait_for(lock, turn, HasFinished)) {
+                lock.unlock();
+                m_host.idle();
+                lock.lock();
+            }
+            m_finished.added.wait(lock, HasFinished);
         }
         Deliver();
     }

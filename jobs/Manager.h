@@ -21,6 +21,7 @@ struct Host {
     Ref<PanelForm> explorer = {};             // where the nodes of owners are; nothing without an explorer
     std::size_t mostThreads = UsualThreads(); // 0: the work is done by RunToEnd, in its thread
     bool begins = true;                       // false: jobs begin in RunToEnd
+    std::function<void()> idle = {};          // called again and again while RunToEnd waits for threads, if given
     bool keepsAll = false;                    // of those that have ended, the quiet ones as well
 
     [[nodiscard]] static std::size_t UsualThreads();

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -129,6 +131,25 @@ struct Start {
 
 } // namespace
 
+Waker::Waker() : m_descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    if (m_descriptor < 0)
+        FailStart(std::string("no event can be made: ") + std::strerror(errno));
+}
+
+Waker::~Waker() {
+    ::close(m_descriptor);
+}
+
+void Waker::Wake() const {
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const auto written = ::write(m_descriptor, &one, sizeof one);
+}
+
+void Waker::Calm() const {
+    std::uint64_t count = 0;
+    [[maybe_unused]] const auto read = ::read(m_descriptor, &count, sizeof count);
+}
+
 ChildProcess::ChildProcess(const LaunchCommand& command, SaidFunction said)
     : m_said(std::move(said)), m_lines(longestMessage) {
     Launch(command);
@@ -170,6 +191,22 @@ void ChildProcess::Launch(const LaunchCommand& command) {
     m_error.descriptor = error.Take(0);
     for (const int descriptor : {m_socket, m_output.descriptor, m_error.descriptor})
         ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+    m_pending = ::epoll_create1(EPOLL_CLOEXEC);
+    for (const int descriptor : {m_socket, m_output.descriptor, m_error.descriptor, m_waker->Descriptor()}) {
+        epoll_event event{};
+        event.events = EPOLLIN;
+        ::epoll_ctl(m_pending, EPOLL_CTL_ADD, descriptor, &event);
+    }
+}
+
+// What couldn't be written yet is something to do, too.
+void ChildProcess::Watch() {
+    if (m_socket < 0 || m_watchesWriting != m_outgoing.empty())
+        return;
+    m_watchesWriting = !m_outgoing.empty();
+    epoll_event event{};
+    event.events = m_watchesWriting ? EPOLLIN | EPOLLOUT : EPOLLIN;
+    ::epoll_ctl(m_pending, EPOLL_CTL_MOD, m_socket, &event);
 }
 
 ChildProcess::~ChildProcess() {
@@ -178,6 +215,7 @@ ChildProcess::~ChildProcess() {
     CloseAt(m_socket);
     CloseAt(m_output.descriptor);
     CloseAt(m_error.descriptor);
+    CloseAt(m_pending);
 }
 
 void ChildProcess::Send(std::string_view line) {
@@ -188,12 +226,17 @@ void ChildProcess::Send(std::string_view line) {
 void ChildProcess::Turn(int milliseconds) {
     if (!m_outgoing.empty())
         WriteSocket();
-    std::array<pollfd, 3> waited{
-        {{m_socket, POLLIN, 0}, {m_output.descriptor, POLLIN, 0}, {m_error.descriptor, POLLIN, 0}}};
+    std::array<pollfd, 4> waited{{{m_socket, POLLIN, 0},
+                                  {m_output.descriptor, POLLIN, 0},
+                                  {m_error.descriptor, POLLIN, 0},
+                                  {m_waker->Descriptor(), POLLIN, 0}}};
     if (!m_outgoing.empty())
         waited[0].events |= POLLOUT;
+    Watch();
     if (::poll(waited.data(), waited.size(), milliseconds) <= 0)
         return;
+    if (waited[3].revents)
+        m_waker->Calm();
     if (waited[1].revents)
         ReadOutput(m_output);
     if (waited[2].revents)
@@ -202,6 +245,7 @@ void ChildProcess::Turn(int milliseconds) {
         WriteSocket();
     if (m_socket >= 0 && (waited[0].revents & (POLLIN | POLLHUP | POLLERR)))
         ReadSocket();
+    Watch();
 }
 
 void ChildProcess::ReadSocket() {
@@ -268,10 +312,20 @@ void ChildProcess::Close() {
     CloseAt(m_socket);
 }
 
+void ChildProcess::Ended(int status, const rusage& used) {
+    constexpr std::uint64_t kibibyte = 1024;
+    constexpr double microsecond = 1e-6;
+    m_status = status;
+    m_used.memory = static_cast<std::uint64_t>(used.ru_maxrss) * kibibyte;
+    m_used.seconds = static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
+                     static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) * microsecond;
+}
+
 bool ChildProcess::HasEnded() {
     int status = 0;
-    if (m_id > 0 && !m_status && ::waitpid(m_id, &status, WNOHANG) == m_id)
-        m_status = status;
+    rusage used{};
+    if (m_id > 0 && !m_status && ::wait4(m_id, &status, WNOHANG, &used) == m_id)
+        Ended(status, used);
     return m_id <= 0 || m_status;
 }
 
@@ -295,10 +349,11 @@ std::string ChildProcess::End() {
         return {};
     Kill();
     int status = 0;
-    while (!m_status && ::waitpid(m_id, &status, 0) < 0 && errno == EINTR) {
+    rusage used{};
+    while (!m_status && ::wait4(m_id, &status, 0, &used) < 0 && errno == EINTR) {
     }
     if (!m_status)
-        m_status = status;
+        Ended(status, used);
     ReadOutput(m_output);
     ReadOutput(m_error);
     if (WIFSIGNALED(*m_status))

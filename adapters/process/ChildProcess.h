@@ -7,11 +7,14 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
 #include <vector>
+
+struct rusage;
 
 namespace corvane {
 
@@ -21,6 +24,28 @@ struct LaunchCommand {
     std::vector<std::string> environment; // all of it, "NAME=value" each
     std::uint64_t memory = 0;             // limit of its address space in bytes; 0 for none
     std::uint64_t cpuSeconds = 0;         // limit of its processor time; 0 for none
+};
+
+// Lets a turn of a process return at once. From any thread, and also when the process has ended.
+class Waker {
+public:
+    Waker();
+    ~Waker();
+    Waker(const Waker&) = delete;
+    Waker& operator=(const Waker&) = delete;
+
+    void Wake() const;
+    void Calm() const;
+    [[nodiscard]] int Descriptor() const { return m_descriptor; }
+
+private:
+    int m_descriptor;
+};
+
+// What a process has used until its end.
+struct UsedUp {
+    std::uint64_t memory = 0; // at most, in bytes
+    double seconds = 0;       // of processor time
 };
 
 class ChildProcess {
@@ -41,6 +66,9 @@ public:
     void Send(std::string_view line);
     // Waits up to that time for something to come, and moves bytes both ways.
     void Turn(int milliseconds);
+    // A descriptor that can be read as long as a turn has something to do.
+    [[nodiscard]] int Pending() const { return m_pending; }
+    [[nodiscard]] const std::shared_ptr<const Waker>& WakerOfTurns() const { return m_waker; }
     [[nodiscard]] std::optional<std::string> NextLine() { return m_lines.Next(); }
     // The process has closed its socket, or has sent a line without end. What came before can still be read.
     [[nodiscard]] bool IsClosed() const { return m_socket < 0; }
@@ -52,6 +80,9 @@ public:
     // Kills it and says what it died of, as in "was killed by signal 6 (Aborted)".
     std::string End();
 
+    [[nodiscard]] pid_t Id() const { return m_id; }
+    // Known once End has been called.
+    [[nodiscard]] const UsedUp& Used() const { return m_used; }
     // The last line that it wrote to its error stream, empty for none.
     [[nodiscard]] const std::string& LastSaid() const { return m_lastSaid; }
 
@@ -62,16 +93,22 @@ private:
     };
 
     void Launch(const LaunchCommand& command);
+    void Watch();
     void ReadSocket();
     void WriteSocket();
     void ReadOutput(Output& output);
     void Say(const Output& output, const std::string& line);
     [[nodiscard]] bool HasEnded();
+    void Ended(int status, const rusage& used);
 
     SaidFunction m_said;
     pid_t m_id = -1;
     std::optional<int> m_status;
+    UsedUp m_used;
+    int m_pending = -1;
+    std::shared_ptr<const Waker> m_waker = std::make_shared<const Waker>();
     int m_socket = -1;
+    bool m_watchesWriting = false;
     std::string m_outgoing;
     LineReader m_lines;
     Output m_output;

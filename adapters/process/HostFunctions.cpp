@@ -21,6 +21,14 @@ Ref<Object> BaseOf(const Ref<Object>& owner) {
     return owner ? owner.As<ProcessObject>()->Base() : nullptr;
 }
 
+std::vector<std::string> LinesIn(const std::string& text) {
+    std::vector<std::string> all;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        all.push_back(line);
+    return all;
+}
+
 const Ref<IForm>& FormOf(const Ref<Object>& page) {
     return page.As<ProcessObject>()->Form();
 }
@@ -43,11 +51,7 @@ Variant HostFunctions::AskText(const std::string& question, const std::string& t
 }
 
 Variant HostFunctions::Ask(const std::string& question, const std::string& choices, const std::string& title) {
-    std::vector<std::string> all;
-    std::istringstream lines(choices);
-    for (std::string line; std::getline(lines, line);)
-        all.push_back(line);
-    return OrNothing(corvane::Ask(question, all, title));
+    return OrNothing(corvane::Ask(question, LinesIn(choices), title));
 }
 
 void HostFunctions::ShowMessage(const std::string& text, const std::string& title) {
@@ -73,6 +77,21 @@ Ref<Window> HostFunctions::OpenWindow(const Ref<Object>& owner, const std::strin
                                 .type = type,
                                 .context = context,
                                 .apply = apply});
+}
+
+void HostFunctions::StartJob(const Ref<Object>& owner, LongLong number, const std::string& title, bool canCancel,
+                             bool quiet, const std::string& reads, const std::string& writes,
+                             const std::string& procedure) {
+    if (!owner)
+        Fail(FailureNumber::ObjectNotSet, "The job \"" + title + "\" has no owner", "Host");
+    owner.As<ProcessObject>()->Owner()->StartJob(number,
+                                                 {.title = title,
+                                                  .owner = owner,
+                                                  .canCancel = canCancel,
+                                                  .quiet = quiet,
+                                                  .reads = LinesIn(reads),
+                                                  .writes = LinesIn(writes)},
+                                                 procedure);
 }
 
 Ref<ExplorerManager> HostFunctions::Explorer() {

@@ -51,6 +51,10 @@ public:
     [[nodiscard]] Variant FieldValue(const Ref<Object>& page, const std::string& name);
     void SetFieldValue(const Ref<Object>& page, const std::string& name, const Variant& value);
     [[nodiscard]] Long SelectedRow(const Ref<Object>& page, const std::string& name);
+    // Shows work of the process as a job of the owner, as JobOptions says; number is the process's own, and greater
+    // than those before. Keys are separated by line feeds. procedure starts it, as in "Birds.OnImport".
+    void StartJob(const Ref<Object>& owner, LongLong number, const std::string& title, bool canCancel, bool quiet,
+                  const std::string& reads, const std::string& writes, const std::string& procedure);
     void FocusField(const Ref<Object>& page, const std::string& name);
 
     std::string_view TypeName() const override { return "Host"; }
@@ -68,7 +72,8 @@ public:
         Method("SetFieldProblem", &HostFunctions::SetFieldProblem),
         Method("SetFieldLabel", &HostFunctions::SetFieldLabel), Method("RefreshField", &HostFunctions::RefreshField),
         Method("FieldValue", &HostFunctions::FieldValue), Method("SetFieldValue", &HostFunctions::SetFieldValue),
-        Method("SelectedRow", &HostFunctions::SelectedRow), Method("FocusField", &HostFunctions::FocusField));
+        Method("StartJob", &HostFunctions::StartJob), Method("SelectedRow", &HostFunctions::SelectedRow),
+        Method("FocusField", &HostFunctions::FocusField));
 };
 
 } // namespace corvane

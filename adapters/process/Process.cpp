@@ -2,6 +2,7 @@
 
 #include "adapters/process/HostFunctions.h"
 #include "adapters/process/ProcessObject.h"
+#include "corvane/author/Jobs.h"
 #include "corvane/base/Text.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
@@ -11,8 +12,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
+#include <fstream>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 namespace corvane {
 
@@ -26,6 +30,9 @@ constexpr std::int64_t deathsCountFor = 60; // seconds
 constexpr int mostRefused = 10;
 constexpr int turn = 50; // milliseconds between two looks at the clock
 constexpr int timeToEnd = 3000;
+constexpr int lookTime = 20;
+constexpr int lingerTime = 2; // for what the process asks next, when it has just been answered
+constexpr int mostLingering = 10;
 constexpr Long idleInterval = 100;
 constexpr LongLong rootHandle = 1;
 constexpr LongLong hostHandle = 2;
@@ -54,6 +61,10 @@ bool IsTooDeep(const std::string& line) {
     return false;
 }
 
+double MillisecondsSince(Clock::time_point begin) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
+}
+
 // The beginning of a text, for a message.
 std::string Shortened(const std::string& text) {
     constexpr std::size_t most = 200;
@@ -78,6 +89,28 @@ json FailureToJson(const Failure& failure) {
     throw failure;
 }
 
+Failure FailureOf(const json& told) {
+    try {
+        RaiseFailure(told);
+    } catch (const Failure& failure) {
+        return failure;
+    }
+}
+
+// Bytes that the process has in memory; 0 when that isn't known.
+std::uint64_t MemoryOf(pid_t id) {
+    std::ifstream file("/proc/" + std::to_string(id) + "/statm");
+    std::uint64_t all = 0;
+    std::uint64_t resident = 0;
+    file >> all >> resident;
+    return resident * static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+}
+
+std::string MegabytesOf(std::uint64_t bytes) {
+    constexpr std::uint64_t mebibyte = 1024 * 1024;
+    return std::to_string((bytes + mebibyte / 2) / mebibyte) + " MiB";
+}
+
 // What JSON has no number for.
 Double NotFinite(const std::string& name) {
     using Limits = std::numeric_limits<Double>;
@@ -94,14 +127,14 @@ json MemberToJson(const MemberInfo& member) {
 
 } // namespace
 
-Process::Process(ProcessSettings settings, Ref<ProcessMonitor> monitor)
-    : m_settings(std::move(settings)), m_monitor(std::move(monitor)) {}
+Process::Process(ProcessSettings settings, Ref<ProcessMonitor> monitor, std::shared_ptr<const ExplorerMarks> marks)
+    : m_settings(std::move(settings)), m_monitor(std::move(monitor)), m_marks(std::move(marks)) {}
 
 Process::~Process() = default;
 
 void Process::Log(const std::string& text) const {
     if (const auto& utilities = CurrentPlatform().oUtilities)
-        utilities->LogError(utilities->AppName(), "Processes", Name(), Failure(Ended, text, Name()), {}, false);
+        utilities->LogError(utilities->AppName(), "Processes", Name(), Failure(Ended, text, Name()), UseText(), false);
 }
 
 void Process::Need() {
@@ -119,8 +152,25 @@ void Process::Need() {
     Start();
 }
 
+void Process::BeginServices() {
+    if (std::exchange(m_begun, m_generation) == m_generation)
+        return;
+    std::vector<Ref<ProcessObject>> services;
+    for (ProcessObject* object : m_known)
+        if (object->IsBegunService())
+            services.emplace_back(object);
+    for (const auto& service : services)
+        try {
+            service->Need();
+        } catch (const Failure&) {
+            if (!IsRunning())
+                throw;
+        }
+}
+
 void Process::Start() {
     ++m_generation;
+    ++m_use.starts;
     m_greeted = false;
     m_refused = 0;
     m_whyStopped.clear();
@@ -140,6 +190,17 @@ void Process::Start() {
           {"application", utilities ? utilities->AppName() : std::string()},
           {"folder", utilities ? utilities->LibraryFolder() : std::string()}});
     WaitFor(doing, [this] { return m_greeted; });
+    FollowChild();
+    MarkItems(false);
+}
+
+void Process::FollowChild() {
+    m_listening = m_monitor->Listen(m_child->Pending(), [this] {
+        const Ref<Process> self(this);
+        Pump();
+    });
+    if (m_listening)
+        return;
     const auto& timers = CurrentPlatform().oTimers;
     if (!m_timer && timers) {
         m_timer = timers->NewTimer();
@@ -168,8 +229,12 @@ void Process::ReadClasses(const json& hello) {
         for (const json& event : described.value("events", json::array()))
             known.events.insert(event.get<std::string>());
         known.members.clear();
-        for (const json& member : described.value("members", json::array()))
+        known.stored.clear();
+        for (const json& member : described.value("members", json::array())) {
             known.members.push_back(ReadMember(member));
+            if (member.value("stored", false))
+                known.stored.emplace_back(known.members.back().Name);
+        }
     }
 }
 
@@ -191,6 +256,7 @@ const ProcessClass* Process::FindClass(std::string_view progID) const {
 void Process::Send(const json& message) {
     if (!m_child)
         return;
+    ++m_turns;
     m_child->Send(Written(message));
     if (!m_released.empty()) // behind the message, which may still name them
         m_child->Send(Written({{"release", std::exchange(m_released, {})}}));
@@ -215,10 +281,13 @@ void Process::WaitFor(const std::string& doing, const std::function<bool()>& isD
         if (isDone())
             return;
         if (auto line = m_child->NextLine()) {
+            const std::uint64_t turns = m_turns;
             Receive(*line);
-            since = Clock::now();
+            if (m_turns != turns) // what a job reports meanwhile isn't an answer
+                since = Clock::now();
             continue;
         }
+        SendWishes();
         if (m_child->IsClosed() || !m_whyStopped.empty())
             Died(doing);
         m_child->Turn(turn);
@@ -234,6 +303,9 @@ void Process::WaitFor(const std::string& doing, const std::function<bool()>& isD
 json Process::Ask(json request, const std::string& doing) {
     const LongLong id = ++m_lastId;
     request["id"] = id;
+    const auto begin = Clock::now();
+    const double serving = m_servingTime;
+    const std::string name = request.value("call", request.value("event", ""));
     Send(request);
     m_waiting.insert(id);
     struct Waiting {
@@ -245,6 +317,8 @@ json Process::Ask(json request, const std::string& doing) {
         LongLong id;
     } const waiting{*this, id};
     WaitFor(doing, [this, id] { return m_answers.contains(id); });
+    if (m_waiting.size() == 1)
+        CountCall(name, MillisecondsSince(begin) - (m_servingTime - serving));
     const json answer = std::move(*m_answers.at(id));
     if (!answer.contains("failure"))
         return answer.at("result");
@@ -276,6 +350,11 @@ void Process::Receive(const std::string& line) {
 }
 
 void Process::HandleMessage(const json& message) {
+    if (m_greeted && message.contains("job")) {
+        HandleJob(message);
+        return;
+    }
+    ++m_turns;
     if (!m_greeted) {
         if (!message.contains("hello"))
             Refuse("another message before its hello: " + Shortened(Written(message)));
@@ -306,6 +385,15 @@ void Process::HandleMessage(const json& message) {
 void Process::Serve(const json& request) {
     json answer{{"id", request.at("id").get<LongLong>()}};
     const int generation = m_generation;
+    const struct Serving {
+        explicit Serving(Process& served) : process(served) { ++process.m_serving; }
+        ~Serving() {
+            if (--process.m_serving == 0)
+                process.m_servingTime += MillisecondsSince(begin);
+        }
+        Process& process;
+        Clock::time_point begin = Clock::now();
+    } serving(*this);
     try {
         answer["result"] = Served(request);
     } catch (const json::exception&) {
@@ -368,9 +456,12 @@ void Process::Refuse(const std::string& what) {
 }
 
 void Process::FailEnded(const std::string& doing) const {
-    Fail(Ended,
-         "The service \"" + Name() + "\" " + m_death + " while it " + doing + ". Its next command starts it again",
-         Name());
+    Failure failure(Ended,
+                    "The service \"" + Name() + "\" " + m_death + " while it " + doing +
+                        ". Its next command starts it again",
+                    Name());
+    failure.Context = m_deathDetails;
+    throw failure;
 }
 
 void Process::Died(const std::string& doing) {
@@ -379,8 +470,13 @@ void Process::Died(const std::string& doing) {
     if (const std::string& last = m_child->LastSaid(); !last.empty())
         m_death += " (" + Shortened(last) + ")";
     m_deaths.push_back(SecondsNow());
+    m_use.memory = m_child->Used().memory;
+    m_deathDetails = UseText();
+    const std::string text = "The service \"" + Name() + "\" " + m_death + " while it " + doing;
+    Log(text);
+    MarkItems(true);
+    EndJobs(Failure(Ended, text, Name()));
     LetGo();
-    Log("The service \"" + Name() + "\" " + m_death + " while it " + doing);
     FailEnded(doing);
 }
 
@@ -388,30 +484,165 @@ void Process::Died(const std::string& doing) {
 void Process::LetGo() {
     if (m_timer)
         m_timer->SetEnabled(false);
+    m_listening = nullptr;
     m_child = nullptr;
     m_answers.clear();
     m_objects.clear();
     m_released.clear();
     m_handles.clear();
     const auto held = std::exchange(m_held, {});
+    std::vector<Ref<ProcessObject>> known;
+    for (ProcessObject* object : m_known)
+        known.emplace_back(object);
+    for (const auto& object : known)
+        object->FollowProcess();
 }
 
 void Process::Pump() {
-    if (!m_child || !m_waiting.empty())
+    if (!m_child)
         return;
+    if (!m_waiting.empty()) { // who waits there handles what comes
+        m_child->Turn(0);
+        return;
+    }
     try {
         const int generation = m_generation;
+        const auto IsSame = [&] { return m_child && m_generation == generation; };
+        SendWishes();
         m_child->Turn(0);
-        for (std::optional<std::string> line;
-             m_child && m_generation == generation && m_waiting.empty() && (line = m_child->NextLine());)
-            Receive(*line);
-        if (m_child && m_generation == generation && (m_child->IsClosed() || !m_whyStopped.empty()))
-            Died("wasn't doing anything for the application");
+        for (int i = 0; i < mostLingering; ++i) {
+            const std::uint64_t turns = m_turns;
+            for (std::optional<std::string> line; IsSame() && m_waiting.empty() && (line = m_child->NextLine());)
+                Receive(*line);
+            if (!IsSame() || m_turns == turns || m_child->IsClosed())
+                break;
+            m_child->Turn(lingerTime);
+        }
+        if (IsSame() && (m_child->IsClosed() || !m_whyStopped.empty()))
+            Died(m_jobs.empty() ? "wasn't doing anything for the application" : "worked on a job");
         if (m_child)
             m_child->Turn(0);
     } catch (const Failure&) {
         // The log has it; what is called next says it.
     }
+}
+
+void Process::Turn() {
+    if (m_child && m_waiting.empty())
+        m_child->Turn(lookTime);
+    Pump();
+}
+
+void Process::Restart() {
+    if (!m_child || !m_waiting.empty())
+        return;
+    MarkItems(true);
+    m_death = "was ended, as its program has changed";
+    const std::unique_ptr<ChildProcess> child = std::move(m_child);
+    child->Close();
+    child->WaitForEnd(timeToEnd);
+    EndJobs(Failure(Ended, "The service \"" + Name() + "\" " + m_death, Name()));
+    LetGo();
+    m_deaths.clear();
+}
+
+void Process::CountCall(const std::string& name, double milliseconds) {
+    ++m_use.calls;
+    m_use.milliseconds += milliseconds;
+    if (milliseconds > m_use.longest) {
+        m_use.longest = milliseconds;
+        m_use.longestName = name;
+    }
+}
+
+ProcessUse Process::Use() const {
+    ProcessUse use = m_use;
+    if (m_child) {
+        use.id = m_child->Id();
+        use.memory = MemoryOf(use.id);
+    }
+    return use;
+}
+
+// For the details of a death, in the log.
+std::string Process::UseText() const {
+    if (!m_child)
+        return {};
+    std::string text = "process " + std::to_string(m_child->Id()) + ", " + std::to_string(m_use.calls) + " calls";
+    if (m_child->Used().memory > 0)
+        text += ", at most " + MegabytesOf(m_child->Used().memory);
+    if (m_use.calls > 0)
+        text += ", the longest of " + std::to_string(std::llround(m_use.longest)) + " ms" +
+                (m_use.longestName.empty() ? "" : " (" + m_use.longestName + ")");
+    return text;
+}
+
+void Process::MarkItems(bool isMarked) {
+    if (!m_marks || m_generation == 0 || m_stopped)
+        return;
+    std::vector<Ref<Object>> items;
+    for (ProcessObject* object : m_known)
+        if (object->IsItem() && (!isMarked || object->IsLive()))
+            items.emplace_back(object);
+    m_marks->Set(items, isMarked);
+}
+
+void Process::StartJob(LongLong number, JobOptions options, std::string procedure) {
+    if (number <= m_lastJob || !m_child)
+        Fail(FailureNumber::InvalidProcedureCall,
+             "The number " + std::to_string(number) + " of a job isn't greater than those before", Name());
+    m_lastJob = number;
+    const auto job = std::make_shared<ProcessJob>(m_child->WakerOfTurns());
+    m_jobs.emplace(number, job);
+    (void)detail::StartTask(std::move(options), std::make_unique<ProcessTask>(Ref<Process>(this), number, job),
+                            std::move(procedure));
+}
+
+void Process::JobEnds(LongLong number, const std::shared_ptr<ProcessJob>& job) {
+    const auto it = m_jobs.find(number);
+    if (it == m_jobs.end() || it->second != job)
+        return;
+    m_jobs.erase(it);
+    Send({{"job", number}, {"cancel", true}});
+}
+
+void Process::SendWishes() {
+    for (const auto& [number, job] : m_jobs)
+        for (auto wish = job->TakeWish(); wish != ProcessJob::Wish::None; wish = job->TakeWish())
+            Send({{"job", number}, {wish == ProcessJob::Wish::Begin ? "begin" : "cancel", true}});
+}
+
+void Process::HandleJob(const json& message) {
+    const LongLong number = message.at("job").get<LongLong>();
+    if (number > m_lastJob || number < 1) {
+        Refuse("a message about a job that it hasn't started: " + Shortened(Written(message)));
+        return;
+    }
+    const auto it = m_jobs.find(number);
+    if (it == m_jobs.end())
+        return; // it has been cancelled meanwhile
+    ProcessJob::News news;
+    if (message.contains("part"))
+        news.part = message.at("part").get<Double>();
+    if (message.contains("text"))
+        news.text = message.at("text").get<std::string>();
+    for (const json& line : message.value("log", json::array()))
+        news.log.push_back(line.get<std::string>());
+    const std::shared_ptr<ProcessJob> job = it->second;
+    job->Report(std::move(news));
+    if (!message.contains("end"))
+        return;
+    std::optional<Failure> failure;
+    if (message.contains("failure"))
+        failure = FailureOf(message.at("failure"));
+    m_jobs.erase(it);
+    job->End(std::move(failure), message.at("end") == "cancelled");
+}
+
+void Process::EndJobs(const std::optional<Failure>& failure) {
+    for (const auto& [number, job] : std::exchange(m_jobs, {}))
+        job->End(failure, !failure);
+    m_lastJob = 0;
 }
 
 void Process::ServiceEnds() {
@@ -423,6 +654,7 @@ void Process::Stop() {
     m_stopped = true;
     if (m_child) {
         const std::unique_ptr<ChildProcess> child = std::move(m_child);
+        EndJobs({});
         child->Turn(0);
         child->Close();
         child->WaitForEnd(timeToEnd);
@@ -492,6 +724,8 @@ Variant Process::FromJson(const json& value) {
         object = New<ProcessObject>(Ref<Process>(this), Name() + "." + value.value("class", "object"), handle,
                                     value.value("name", ""));
     object->Received();
+    if (value.contains("rows"))
+        object->SetRows(value.at("rows").get<std::size_t>());
     return object;
 }
 

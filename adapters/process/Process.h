@@ -3,11 +3,14 @@
 #pragma once
 
 #include "adapters/process/ChildProcess.h"
+#include "adapters/process/ExplorerMarks.h"
+#include "adapters/process/ProcessJob.h"
 #include "adapters/process/ProcessMonitor.h"
 #include "adapters/process/ProcessSettings.h"
 #include "corvane/base/Event.h"
 #include "corvane/base/Ref.h"
 #include "corvane/base/Variant.h"
+#include "corvane/platform/IJobs.h"
 #include "corvane/platform/ITimers.h"
 
 #include <cstdint>
@@ -30,10 +33,22 @@ class ProcessObject;
 struct ProcessClass {
     std::string progID;
     std::vector<MemberInfo> members;
-    std::set<std::string> events; // those that it handles
+    std::set<std::string> events;    // those that it handles
+    std::vector<std::string> stored; // properties that are read without running code of the process
     bool isService = false;
     bool isExplorerItem = false;
     bool isPage = false;
+};
+
+// What a process has been used for since the application started, and what it takes.
+struct ProcessUse {
+    pid_t id = 0; // 0 while it doesn't run
+    int starts = 0;
+    std::uint64_t memory = 0; // bytes: now, or at most once it has ended
+    std::size_t calls = 0;    // of the application
+    double milliseconds = 0;  // of all of them
+    double longest = 0;       // milliseconds of the one
+    std::string longestName;  // as "OnImport"
 };
 
 class Process final : public virtual Object {
@@ -42,17 +57,25 @@ public:
     // What a call fails with when the process has died, can't be started, or was stopped.
     static constexpr Long Ended = FailureNumber::ObjectErrorBase + 0x100;
 
-    Process(ProcessSettings settings, Ref<ProcessMonitor> monitor);
+    Process(ProcessSettings settings, Ref<ProcessMonitor> monitor, std::shared_ptr<const ExplorerMarks> marks = {});
     ~Process() override;
 
     [[nodiscard]] const std::string& Name() const { return m_settings.name; }
+    [[nodiscard]] const std::string& File() const { return m_settings.file; }
     [[nodiscard]] bool StartsNow() const { return m_settings.startsNow; }
     [[nodiscard]] bool IsRunning() const { return m_child != nullptr; }
+    // By the end of the application.
+    [[nodiscard]] bool HasStopped() const { return m_stopped; }
+    // A call to it is under way, perhaps because it has opened a dialog that is shown. Its jobs wait for that.
+    [[nodiscard]] bool IsWaitedFor() const { return !m_waiting.empty(); }
     // The number of the start; objects of an earlier one are gone.
     [[nodiscard]] int Generation() const { return m_generation; }
 
     // Starts it, unless it runs. Fails with Ended, also when it has died three times in a row within a minute.
     void Need();
+    // Once after each start: its services are initialized before anything else is asked of it. What fails in that is
+    // said when the service is called; only the end of the process is a failure here.
+    void BeginServices();
     // The classes that it said it has, since its first start. They stay as long as this object.
     [[nodiscard]] const std::deque<ProcessClass>& Classes() const { return m_classes; }
     [[nodiscard]] const ProcessClass* FindClass(std::string_view progID) const;
@@ -64,16 +87,33 @@ public:
     Variant AskValue(nlohmann::json request, const std::string& doing);
     // Handles a line that the process has sent; what isn't a message is refused.
     void Receive(const std::string& line);
+    // A number that changes with every message in either direction.
+    [[nodiscard]] std::uint64_t Turns() const { return m_turns; }
+    // The last death in words, as in "was killed by signal 9 (Killed)"; empty before the first.
+    [[nodiscard]] const std::string& Death() const { return m_death; }
+    [[nodiscard]] ProcessUse Use() const;
     // Serves what the process has asked on its own accord, and notices its death. Never waits.
     void Pump();
     // Lets it end, kills it if it doesn't, and lets go of all objects that it held.
     void Stop();
+    // Waits a moment for what the process sends, and serves it.
+    void Turn();
+    // Ends it without a failure, as for a program that has been changed. What needs it next starts it.
+    void Restart();
+
+    // Shows work of the process as a job, under the number that the process has given it.
+    void StartJob(LongLong number, JobOptions options, std::string procedure);
+    // The job has gone: one that hasn't begun never will.
+    void JobEnds(LongLong number, const std::shared_ptr<ProcessJob>& job);
 
     [[nodiscard]] nlohmann::json ToJson(const Variant& value);
     // Fails with 13 for what isn't a value and with 5 for an object that isn't there.
     [[nodiscard]] Variant FromJson(const nlohmann::json& value);
 
     // By its objects.
+    void Made(ProcessObject& object) { m_known.insert(&object); }
+    void Gone(ProcessObject& object) { m_known.erase(&object); }
+    [[nodiscard]] const std::set<ProcessObject*>& Known() const { return m_known; }
     void Joined(ProcessObject& object, LongLong handle);
     void Left(ProcessObject& object, LongLong handle, int generation, int received);
     // A service of it lives, or has terminated; it is stopped with the last.
@@ -100,6 +140,13 @@ private:
     void Refuse(const std::string& what);
     [[noreturn]] void Died(const std::string& doing);
     [[noreturn]] void FailEnded(const std::string& doing) const;
+    void CountCall(const std::string& name, double milliseconds);
+    void SendWishes();
+    void HandleJob(const nlohmann::json& message);
+    void EndJobs(const std::optional<Failure>& failure);
+    void FollowChild();
+    void MarkItems(bool isMarked);
+    [[nodiscard]] std::string UseText() const;
     void LetGo();
     void Log(const std::string& text) const;
     [[nodiscard]] Ref<Object> HostObject(LongLong handle) const;
@@ -111,6 +158,7 @@ private:
     bool m_greeted = false;
     std::string m_whyStopped; // empty for a death of its own
     std::string m_death;
+    std::string m_deathDetails; // what it had used by then
     int m_refused = 0;
     std::deque<std::int64_t> m_deaths; // seconds of those in a row
     LongLong m_lastId = 0;
@@ -123,7 +171,18 @@ private:
     std::map<LongLong, ProcessObject*> m_objects;     // its own that the application knows
     std::deque<ProcessClass> m_classes;
     std::deque<std::string> m_names;
-    Ref<ITimer> m_timer;
+    int m_begun = 0; // the start for which the services have been
+    std::map<LongLong, std::shared_ptr<ProcessJob>> m_jobs;
+    LongLong m_lastJob = 0;
+    std::shared_ptr<const ExplorerMarks> m_marks;
+    std::set<ProcessObject*> m_known; // living ones, also those that are in no process
+    std::uint64_t m_turns = 0;
+    ProcessUse m_use;
+    int m_serving = 0;        // requests of the process within one another
+    double m_servingTime = 0; // milliseconds, which aren't the process's
+
+    std::unique_ptr<ProcessMonitor::Listening> m_listening;
+    Ref<ITimer> m_timer; // where the host doesn't listen
     Subscription m_tick;
     int m_services = 0;
     bool m_stopped = false; // by the end of the application

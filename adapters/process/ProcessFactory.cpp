@@ -4,6 +4,8 @@
 #include "adapters/process/ProcessObject.h"
 #include "corvane/platform/Platform.h"
 
+#include <algorithm>
+
 namespace corvane {
 
 void LoggingMonitor::Said(std::string_view service, std::string_view line) {
@@ -22,6 +24,23 @@ ProcessFactory::ProcessFactory(std::string folder) : m_folder(std::move(folder))
 ProcessFactory::~ProcessFactory() {
     for (const auto& [name, process] : m_processes)
         process->Stop();
+}
+
+std::vector<Ref<Process>> ProcessFactory::Processes() const {
+    std::vector<Ref<Process>> processes;
+    for (const auto& [name, process] : m_processes)
+        processes.push_back(process);
+    return processes;
+}
+
+bool ProcessFactory::IsAnyWaitedFor() const {
+    return std::any_of(m_processes.begin(), m_processes.end(),
+                       [](const auto& entry) { return entry.second->IsWaitedFor(); });
+}
+
+void ProcessFactory::Pump() const {
+    for (const auto& process : Processes())
+        process->Pump();
 }
 
 std::optional<std::string> ProcessFactory::FileOf(std::string_view plugin) const {
@@ -43,7 +62,7 @@ Ref<Process> ProcessFactory::ProcessOf(std::string_view plugin) {
     if (!file)
         Fail(FailureNumber::CannotCreateObject,
              "There is no file \"" + JoinPath(JoinPath(m_folder, plugin), "plugin.json") + "\"", "Processes");
-    auto process = New<Process>(ReadProcessSettings(std::string(plugin), *file), m_monitor);
+    auto process = New<Process>(ReadProcessSettings(std::string(plugin), *file), m_monitor, m_marks);
     return m_processes.emplace(std::string(plugin), std::move(process)).first->second;
 }
 

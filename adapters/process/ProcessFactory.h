@@ -5,6 +5,7 @@
 #include "adapters/process/Process.h"
 #include "corvane/base/Text.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -21,6 +22,14 @@ public:
     // For the processes that are made from then on.
     void SetMonitor(Ref<ProcessMonitor> monitor) { m_monitor = std::move(monitor); }
 
+    // Whose items get a mark when their process has died. For the processes that are made from then on.
+    void SetExplorer(const Ref<PanelForm>& panel) { m_marks = std::make_shared<const ExplorerMarks>(panel); }
+    // Those that have been asked for, running or not.
+    [[nodiscard]] std::vector<Ref<corvane::Process>> Processes() const;
+    [[nodiscard]] bool IsAnyWaitedFor() const;
+    // Serves all that run.
+    void Pump() const;
+
     // The path of its plugin.json; nothing when there is none. Names are compared without regard to case.
     [[nodiscard]] std::optional<std::string> FileOf(std::string_view plugin) const;
     // Those that have a plugin.json, in order.
@@ -33,6 +42,7 @@ public:
 private:
     std::string m_folder;
     Ref<ProcessMonitor> m_monitor;
+    std::shared_ptr<const ExplorerMarks> m_marks;
     std::unordered_map<std::string, Ref<corvane::Process>, TextHash, TextEqual> m_processes;
 };
 

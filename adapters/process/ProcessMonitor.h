@@ -3,6 +3,8 @@
 
 #include "corvane/base/Object.h"
 
+#include <functional>
+#include <memory>
 #include <string_view>
 
 namespace corvane {
@@ -11,6 +13,19 @@ class ProcessMonitor : public virtual Object {
 public:
     static constexpr int Patience = 2000; // milliseconds without an answer, after which the host is asked
 
+    // Lasts as long as this lives.
+    class Listening {
+    public:
+        Listening() = default;
+        Listening(const Listening&) = delete;
+        Listening& operator=(const Listening&) = delete;
+        virtual ~Listening() = default;
+    };
+    // A host with an event loop calls readable in it whenever the descriptor can be read. Another returns nothing, and
+    // the process is looked after ten times a second.
+    [[nodiscard]] virtual std::unique_ptr<Listening> Listen(int /*descriptor*/, std::function<void()> /*readable*/) {
+        return nullptr;
+    }
     // A line that the service's process has written to its output or error stream.
     virtual void Said(std::string_view service, std::string_view line) = 0;
     // The process has let a call wait for that long, which is more than Patience. Asked several times a second; false

@@ -3,9 +3,11 @@
 #include "corvane/base/Text.h"
 #include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
+#include "corvane/services/ExplorerItemDef.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace corvane {
 
@@ -20,64 +22,144 @@ std::string ClassOf(const std::string& progID) {
 } // namespace
 
 ProcessObject::ProcessObject(Ref<Process> process, std::string progID)
-    : m_process(std::move(process)), m_progID(std::move(progID)), m_isMadeByClass(true) {}
+    : m_process(std::move(process)), m_progID(std::move(progID)), m_isMadeByClass(true) {
+    m_process->Made(*this);
+}
 
 ProcessObject::ProcessObject(Ref<Process> process, std::string progID, LongLong handle, std::string name)
     : m_process(std::move(process)), m_progID(std::move(progID)), m_isMadeByClass(false), m_handle(handle),
       m_generation(m_process->Generation()), m_name(std::move(name)) {
+    m_process->Made(*this);
     m_process->Joined(*this, m_handle);
 }
 
 ProcessObject::~ProcessObject() {
+    m_process->Gone(*this);
+    for (ProcessObject* object : m_process->Known())
+        if (object->m_parent == this)
+            object->m_parent = nullptr;
     m_process->Left(*this, m_handle, m_generation, m_received);
 }
 
 bool ProcessObject::IsLive() const {
-    return m_process->IsRunning() && m_generation == m_process->Generation();
+    return m_process->IsRunning() && m_handle != 0 && m_generation == m_process->Generation();
 }
 
 void ProcessObject::Need() {
     m_process->Need();
+    m_process->BeginServices();
     if (!IsLive()) {
-        if (!m_isMadeByClass)
-            Fail(Process::Ended,
-                 "This object of the service \"" + m_process->Name() +
-                     "\" went with its process, which has ended. Refresh the view that shows it",
-                 m_process->Name());
-        if (!m_process->FindClass(m_progID)) {
-            std::string known;
-            for (const ProcessClass& processClass : m_process->Classes())
-                known += (known.empty() ? "\"" : ", \"") + processClass.progID + "\"";
-            Fail(FailureNumber::CannotCreateObject,
-                 "Can't create an object of \"" + m_progID + "\": the process has no such class. It has " +
-                     (known.empty() ? "none" : known),
-                 m_process->Name());
-        }
-        const json made = m_process->Ask({{"create", ClassOf(m_progID)}}, "was making its " + ClassOf(m_progID));
-        if (!made.is_object() || !made.contains("process") || !made.at("process").is_number_integer())
-            Fail(Process::Ended, "The service \"" + m_process->Name() + "\" has made no object", m_process->Name());
-        m_handle = made.at("process").get<LongLong>();
-        m_generation = m_process->Generation();
-        m_received = 1;
-        m_process->Joined(*this, m_handle);
+        if (m_isMadeByClass)
+            Make();
+        else
+            FindAgain();
         m_mustInitialize |= m_isInitialized;
     }
     if (m_mustInitialize)
         Begin();
 }
 
+void ProcessObject::Make() {
+    if (!m_process->FindClass(m_progID)) {
+        std::string known;
+        for (const ProcessClass& processClass : m_process->Classes())
+            known += (known.empty() ? "\"" : ", \"") + processClass.progID + "\"";
+        Fail(FailureNumber::CannotCreateObject,
+             "Can't create an object of \"" + m_progID + "\": the process has no such class. It has " +
+                 (known.empty() ? "none" : known),
+             m_process->Name());
+    }
+    const json made = m_process->Ask({{"create", ClassOf(m_progID)}}, "was making its " + ClassOf(m_progID));
+    if (!made.is_object() || !made.contains("process") || !made.at("process").is_number_integer())
+        Fail(Process::Ended, "The service \"" + m_process->Name() + "\" has made no object", m_process->Name());
+    Take(made.at("process").get<LongLong>());
+}
+
+// The item above makes its children again when it is initialized.
+void ProcessObject::FindAgain() {
+    if (const Ref<ProcessObject> parent = ParentItem())
+        parent->Need();
+    if (!IsLive())
+        Fail(Process::Ended,
+             "This object of the service \"" + m_process->Name() +
+                 "\" went with its process, which has ended. Refresh the view that shows it",
+             m_process->Name());
+}
+
+Ref<ProcessObject> ProcessObject::ParentItem() const {
+    if (m_parent || !m_itemBase || !m_itemBase->ExplorerItemDef())
+        return Ref<ProcessObject>(m_parent);
+    const std::string& name = m_itemBase->ExplorerItemDef()->ParentExplorerItemName();
+    for (ProcessObject* object : m_process->Known())
+        if (const auto def = object->m_itemBase ? object->m_itemBase->ExplorerItemDef() : nullptr;
+            def && object != this && object->m_isMadeByClass && EqualText(def->Name(), name))
+            return Ref<ProcessObject>(object);
+    return nullptr;
+}
+
+bool ProcessObject::IsChild(const std::string& className, const std::string& name) const {
+    return !m_isMadeByClass && !name.empty() && EqualText(ClassOf(m_progID), className) && EqualText(m_name, name);
+}
+
+void ProcessObject::Take(LongLong handle) {
+    m_handle = handle;
+    m_generation = m_process->Generation();
+    m_received = 1;
+    m_process->Joined(*this, m_handle);
+}
+
+void ProcessObject::AddChildren(const json& answer, const Ref<KeyedCollection<Ref<Object>>>& children) {
+    for (const json& told : answer.value("children", json::array())) {
+        const std::string className = told.value("class", "");
+        const std::string name = told.value("name", "");
+        Ref<ProcessObject> child;
+        for (ProcessObject* known : m_process->Known())
+            if (!known->IsLive() && known->IsChild(className, name) && known->ParentItem().Get() == this)
+                child = Ref<ProcessObject>(known);
+        if (child)
+            child->Take(told.at("process").get<LongLong>());
+        else if (const auto object = ToObject(m_process->FromJson(told)).TryAs<ProcessObject>())
+            child = object;
+        if (!child)
+            continue;
+        child->m_parent = this;
+        if (children)
+            children->Add(Ref<Object>(child));
+    }
+}
+
 void ProcessObject::Begin() {
     m_mustInitialize = false;
-    m_isInitialized = true;
+    const bool isAgain = std::exchange(m_isInitialized, true);
     try {
         json arguments = json::array();
         if (m_pageBase)
             arguments = {m_process->ToJson(m_pageBase->Window()), m_process->ToJson(m_pageBase->BusinessContext())};
-        (void)Raise("Initialize", std::move(arguments));
+        const json answer = Raise("Initialize", std::move(arguments));
+        if (m_itemBase && answer.is_object())
+            AddChildren(answer, nullptr);
     } catch (...) {
         m_mustInitialize = true;
         throw;
     }
+    if (!std::exchange(m_whyLost, {}).empty())
+        LostChanged.Raise();
+    if (isAgain)
+        Recovered.Raise();
+}
+
+void ProcessObject::FollowProcess() {
+    if (m_itemBase)
+        m_name = m_itemBase->Name(); // by which the process that comes next knows it
+    if (!m_pageBase || !m_isInitialized || m_process->HasStopped() || !m_whyLost.empty())
+        return;
+    m_whyLost = "The service \"" + m_process->Name() + "\" " + m_process->Death();
+    LostChanged.Raise();
+}
+
+void ProcessObject::Recover() {
+    const Entering entering{Ref<Object>(this)};
+    Need();
 }
 
 LongLong ProcessObject::NeedHandle() {
@@ -90,13 +172,92 @@ Ref<Object> ProcessObject::Base() const {
 }
 
 Variant ProcessObject::Invoke(std::string_view name, std::span<const Variant> arguments) {
+    if (m_rows)
+        return InvokeRows(name, arguments);
     const Entering entering{Ref<Object>(this)};
     Need();
+    if (arguments.empty())
+        if (auto value = Stored(name))
+            return std::move(*value);
     json values = json::array();
     for (const Variant& argument : arguments)
         values.push_back(m_process->ToJson(argument));
-    return m_process->AskValue({{"on", m_handle}, {"call", name}, {"arguments", std::move(values)}},
-                               "ran " + std::string(name));
+    Variant value = m_process->AskValue({{"on", m_handle}, {"call", name}, {"arguments", std::move(values)}},
+                                        "ran " + std::string(name));
+    m_lastRead = m_process->Turns();
+    return value;
+}
+
+// A form reads its fields one behind the other: from the second on they all come at once.
+std::optional<Variant> ProcessObject::Stored(std::string_view name) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds fresh(20); // a thread of the process may change them without a message
+    const ProcessClass* processClass = m_process->FindClass(m_progID);
+    const auto IsNamed = [name](const std::string& known) { return EqualText(known, name); };
+    if (!processClass || std::none_of(processClass->stored.begin(), processClass->stored.end(), IsNamed))
+        return std::nullopt;
+    const bool isFresh = m_snapshot.turns == m_process->Turns() && Clock::now() - m_snapshot.taken < fresh;
+    if (!isFresh && m_lastRead != m_process->Turns())
+        return std::nullopt;
+    if (!isFresh) {
+        const json answer = m_process->Ask({{"on", m_handle}, {"get", processClass->stored}}, "read its properties");
+        m_snapshot.values.clear();
+        for (std::size_t i = 0; i < processClass->stored.size() && i < answer.size(); ++i)
+            if (answer.at(i).contains("value") && !answer.at(i).at("value").is_object())
+                m_snapshot.values.emplace(processClass->stored[i], m_process->FromJson(answer.at(i).at("value")));
+        m_snapshot.turns = m_process->Turns();
+        m_snapshot.taken = Clock::now();
+    }
+    const auto it = m_snapshot.values.find(std::string(name));
+    return it == m_snapshot.values.end() ? std::nullopt : std::optional(it->second);
+}
+
+void ProcessObject::PutAll(const std::vector<std::pair<std::string, Variant>>& values) {
+    const Entering entering{Ref<Object>(this)};
+    Need();
+    json told = json::array();
+    for (const auto& [name, value] : values)
+        told.push_back({name, m_process->ToJson(value)});
+    (void)m_process->Ask({{"on", m_handle}, {"put", std::move(told)}}, "wrote its properties");
+}
+
+void ProcessObject::SetRows(std::size_t count) {
+    m_rows.emplace(count, [this](std::size_t first, std::size_t number) {
+        const Entering entering{Ref<Object>(this)};
+        const json answer = m_process->Ask({{"on", m_handle}, {"rows", {first, number}}}, "fetched rows of a table");
+        ProcessRows::Page page;
+        page.columns = answer.at("columns").get<std::vector<std::string>>();
+        for (const json& told : answer.at("values")) {
+            std::vector<Variant>& row = page.rows.emplace_back();
+            for (const json& value : told)
+                row.push_back(m_process->FromJson(value));
+            row.resize(page.columns.size());
+        }
+        return page;
+    });
+}
+
+Variant ProcessObject::InvokeRows(std::string_view name, std::span<const Variant> arguments) {
+    if (EqualText(name, "Count") && arguments.empty())
+        return static_cast<Long>(m_rows->Count());
+    if (!EqualText(name, "Item") || arguments.size() != 1)
+        Fail(FailureNumber::NoSuchMember, "Rows have Count and Item, and no \"" + std::string(name) + "\"",
+             m_process->Name());
+    const Long row = ToLong(arguments[0]);
+    if (row < 1 || static_cast<std::size_t>(row) > m_rows->Count())
+        Fail(FailureNumber::Subscript, "There is no row " + std::to_string(row), m_process->Name());
+    return Variant(Ref<Object>(New<ProcessRow>(Ref<ProcessObject>(this), static_cast<std::size_t>(row) - 1)));
+}
+
+Variant ProcessObject::RowCell(std::size_t row, std::string_view column) {
+    return IsLive() || m_rows->Has(row) ? m_rows->Cell(row, column) : Variant();
+}
+
+void ProcessObject::SetRowCell(std::size_t row, std::string_view column, const Variant& value) {
+    Need();
+    (void)m_process->Ask({{"on", m_handle}, {"row", row}, {"column", column}, {"value", m_process->ToJson(value)}},
+                         "wrote a cell");
+    m_rows->Forget(row);
 }
 
 void ProcessObject::Put(std::string_view name, const Variant& value) {
@@ -151,19 +312,19 @@ std::string ProcessObject::TextFrom(const char* event, const std::string& text) 
 }
 
 Ref<IService> ProcessObject::Service() {
-    if (!m_serviceBase)
+    if (!m_serviceBase && !Base())
         BecomeService();
     return m_serviceBase;
 }
 
 Ref<IExplorerItem> ProcessObject::ExplorerItem() {
-    if (!m_itemBase)
+    if (!m_itemBase && !Base())
         BecomeExplorerItem();
     return m_itemBase;
 }
 
 Ref<IPage> ProcessObject::Page() {
-    if (!m_pageBase)
+    if (!m_pageBase && !Base())
         BecomePage();
     return m_pageBase;
 }
@@ -225,7 +386,10 @@ void ProcessObject::BecomeExplorerItem() {
     }));
     Keep(base.OnDisplayName.Subscribe([this](std::string& text) { text = TextFrom("DisplayName", text); }));
     Keep(base.OnBeforeRename.Subscribe([this](std::string& text) { text = TextFrom("BeforeRename", text); }));
-    Keep(base.OnAfterRename.Subscribe([this](const std::string& name) { RaiseIfLive("AfterRename", {name}); }));
+    Keep(base.OnAfterRename.Subscribe([this](const std::string& name) {
+        Need();
+        (void)Raise("AfterRename", json::array({name}));
+    }));
     Keep(base.OnExitEvent.Subscribe([this](const Ref<Window>& window, bool cancelled) {
         RaiseIfLive("Exit", {Variant(window), cancelled});
     }));
@@ -234,7 +398,7 @@ void ProcessObject::BecomeExplorerItem() {
 void ProcessObject::FillItem(const Ref<KeyedCollection<Ref<Object>>>& children) {
     if (m_process->IsRunning() && IsLive() && !Handles("Initialize"))
         return; // as most items that have no children
-    m_mustInitialize = false;
+    m_mustInitialize = m_isInitialized = false;
     Need();
     m_isInitialized = true;
     const json answer = Raise("Initialize", json::array());
@@ -242,8 +406,7 @@ void ProcessObject::FillItem(const Ref<KeyedCollection<Ref<Object>>>& children) 
         return;
     if (const std::string name = answer.value("name", ""); !name.empty())
         m_itemBase->NameSilently(name);
-    for (const json& child : answer.value("children", json::array()))
-        children->Add(ToObject(m_process->FromJson(child)));
+    AddChildren(answer, children);
 }
 
 void ProcessObject::BecomePage() {
@@ -255,6 +418,7 @@ void ProcessObject::BecomePage() {
     }));
     Keep(base.TerminateEvent.Subscribe([this](const Ref<Object>&) {
         m_mustInitialize = m_isInitialized = false;
+        m_whyLost.clear();
         RaiseIfLive("Terminate", {});
     }));
     Keep(base.ValidateEvent.Subscribe([this](bool& isValid) {

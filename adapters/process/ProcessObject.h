@@ -1,7 +1,10 @@
 // Stands for an object that lives in a process: its events go there, and so do calls by name.
 #pragma once
 
+#include "adapters/common/Recoverable.h"
 #include "adapters/process/Process.h"
+#include "adapters/process/ProcessRows.h"
+#include "corvane/base/Text.h"
 #include "corvane/explorer/ExplorerItemBase.h"
 #include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/services/IServiceAccess.h"
@@ -10,19 +13,29 @@
 #include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/PageBase.h"
 
+#include <chrono>
+#include <optional>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace corvane {
 
-class ProcessObject final : public IServiceAccess, public IExplorerItemAccess, public IPageAccess, public IFormUser {
+class ProcessObject final : public IServiceAccess,
+                            public IExplorerItemAccess,
+                            public IPageAccess,
+                            public IFormUser,
+                            public Recoverable {
 public:
     // Made by its class, in the process and when it is first needed; made again after the process has died.
     ProcessObject(Ref<Process> process, std::string progID);
-    // There already, under that handle; gone when the process dies.
+    // There already, under that handle. When the process has died, it is found again among the children of the same
+    // explorer item, or is gone.
     ProcessObject(Ref<Process> process, std::string progID, LongLong handle, std::string name);
     ~ProcessObject() override;
 
+    // It is what it is first asked for; the others are nothing from then on.
     Ref<IService> Service() override;
     Ref<IExplorerItem> ExplorerItem() override;
     Ref<IPage> Page() override;
@@ -44,10 +57,43 @@ public:
     [[nodiscard]] const Ref<IForm>& Form() const { return m_form; }
     // The process has passed it once more.
     void Received() { ++m_received; }
+    [[nodiscard]] bool IsItem() const { return m_itemBase != nullptr; }
+    // A service that has been, or is to be, initialized.
+    [[nodiscard]] bool IsBegunService() const { return m_serviceBase && (m_isInitialized || m_mustInitialize); }
+    [[nodiscard]] bool IsLive() const;
+    // Starts the process and makes and initializes the other half, unless they are there.
+    void Need();
+    // The process has ended.
+    void FollowProcess();
+
+    // As Recoverable; WhyLost of a page that was there when its process ended.
+    [[nodiscard]] bool IsIdle() const override { return !m_process->IsRunning(); }
+    [[nodiscard]] const std::string& WhyLost() const override { return m_whyLost; }
+    void Recover() override;
+    void PutAll(const std::vector<std::pair<std::string, Variant>>& values) override;
+
+    // It has that many rows, and is an object with Count and Item for whoever asks by name.
+    void SetRows(std::size_t count);
+    // Row from 0. While the process doesn't run, what hasn't been asked for yet is empty.
+    [[nodiscard]] Variant RowCell(std::size_t row, std::string_view column);
+    void SetRowCell(std::size_t row, std::string_view column, const Variant& value);
 
 private:
-    [[nodiscard]] bool IsLive() const;
-    void Need();
+    // What its stored properties were when two of them had been asked for in a row; of no use after the next message.
+    struct Snapshot {
+        std::uint64_t turns = 0;
+        std::chrono::steady_clock::time_point taken = {};
+        std::unordered_map<std::string, Variant, TextHash, TextEqual> values = {};
+    };
+
+    void Make();
+    void FindAgain();
+    [[nodiscard]] Ref<ProcessObject> ParentItem() const;
+    [[nodiscard]] bool IsChild(const std::string& className, const std::string& name) const;
+    void Take(LongLong handle);
+    void AddChildren(const nlohmann::json& answer, const Ref<KeyedCollection<Ref<Object>>>& children);
+    [[nodiscard]] Variant InvokeRows(std::string_view name, std::span<const Variant> arguments);
+    [[nodiscard]] std::optional<Variant> Stored(std::string_view name);
     [[nodiscard]] bool Handles(const char* event) const;
     nlohmann::json Raise(const char* event, nlohmann::json arguments);
     void RaiseIfLive(const char* event, std::vector<Variant> arguments);
@@ -67,6 +113,11 @@ private:
     int m_generation = 0; // of the process in which it lives
     int m_received = 0;
     std::string m_name;
+    ProcessObject* m_parent = nullptr; // the item that has passed it as a child, and holds it
+    std::optional<ProcessRows> m_rows;
+    std::string m_whyLost;
+    Snapshot m_snapshot;
+    std::uint64_t m_lastRead = 0;  // the process's turns after a property was read
     bool m_mustInitialize = false; // before the next call
     bool m_isInitialized = false;  // has been, perhaps by an earlier process
     Ref<ServiceBase> m_serviceBase;

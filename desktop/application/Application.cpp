@@ -58,7 +58,9 @@ Application::Application(const ApplicationOptions& options)
     m_failures.SetServicesFolder(QString::fromStdString(m_platform.utilities->GetAppFolder("Services")));
     m_failures.SetLogFile(m_platform.utilities->LogPath());
     m_platform.utilities->SetShow([this](const ShownFailure& shown) { m_failures.ShowReported(shown); });
+    m_waiting->SetGuard([this](const std::function<void()>& act) { ByHost(act); });
     m_platform.plugins->Processes()->SetMonitor(m_waiting);
+    m_platform.plugins->Processes()->SetExplorer(m_panelForm);
     m_mainForm->AddMember("ActiveBar", m_activeBar);
     m_mainForm->AddMember("CommonDialog", m_commonDialog);
     m_mainForm->AddMember("ctlCVProgress", m_progress);

@@ -1,5 +1,6 @@
 #include "desktop/application/PersonalDesktop.h"
 
+#include "adapters/process/ProcessObject.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
 #include "desktop/failures/FailurePresenter.h"
@@ -73,7 +74,11 @@ Session::Parts PersonalDesktop::SessionParts() const {
                 window->Bars().RedrawToolbars();
                 window->Flush();
             },
-            m_parts.sessionFile.empty()};
+            m_parts.sessionFile.empty(),
+            [](const Ref<Object>& service) {
+                const auto own = service.TryAs<ProcessObject>();
+                return own && !own->Owner()->IsRunning();
+            }};
 }
 
 void PersonalDesktop::Restore(bool whole) {

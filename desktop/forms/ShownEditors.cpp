@@ -1,11 +1,11 @@
 #include "desktop/forms/ShownEditors.h"
 
 #include "desktop/forms/ChoiceEditors.h"
+#include "desktop/forms/PictureLabel.h"
 #include "desktop/forms/RowsEditor.h"
 #include "desktop/forms/TypedEditors.h"
 #include "desktop/style/QtText.h"
 
-#include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QToolButton>
@@ -49,16 +49,23 @@ void ButtonEditor::Press() {
 }
 
 ShownTextEditor::ShownTextEditor(std::shared_ptr<FormContext> form, std::size_t field, bool wraps, QWidget* parent)
-    : FieldEditor(std::move(form), field), m_text(new QLabel(parent)) {
+    : FieldEditor(std::move(form), field), m_text(new PictureLabel(parent)) {
     m_text->setTextFormat(Qt::PlainText);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_text->setWordWrap(wraps);
     Compose(m_text, Growth::Fills);
 }
 
+ShownTextEditor::~ShownTextEditor() = default;
+
 void ShownTextEditor::ShowValue() {
-    if (m_text)
-        m_text->setText(Text(Model().Text(Field()) + (Model().Text(Field()).empty() ? "" : Def().unit.text)));
+    if (!m_text)
+        return;
+    const std::string text = Model().Text(Field());
+    if (const auto picture = forms::PictureIn(text))
+        m_text->ShowPicture(*picture);
+    else
+        m_text->ShowText(Text(text + (text.empty() ? "" : Def().unit.text)));
 }
 
 ProgressEditor::ProgressEditor(std::shared_ptr<FormContext> form, std::size_t field, bool isHorizontal, QWidget* parent)

@@ -4,10 +4,11 @@
 #include "desktop/forms/FieldEditor.h"
 
 class QAbstractButton;
-class QLabel;
 class QProgressBar;
 
 namespace corvane::desktop {
+
+class PictureLabel;
 
 class ButtonEditor final : public FieldEditor {
     Q_OBJECT
@@ -28,12 +29,13 @@ class ShownTextEditor final : public FieldEditor {
     Q_OBJECT
 public:
     ShownTextEditor(std::shared_ptr<FormContext> form, std::size_t field, bool wraps, QWidget* parent);
+    ~ShownTextEditor() override;
 
 protected:
     void ShowValue() override;
 
 private:
-    QPointer<QLabel> m_text;
+    QPointer<PictureLabel> m_text;
 };
 
 class ProgressEditor final : public FieldEditor {

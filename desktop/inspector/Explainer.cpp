@@ -1,5 +1,6 @@
 #include "desktop/inspector/Explainer.h"
 
+#include "adapters/process/ProcessObject.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"
@@ -21,6 +22,28 @@ struct Inspector {
 
 QString YesNo(bool yes) {
     return yes ? Inspector::tr("yes") : Inspector::tr("no");
+}
+
+// Of a service in a process of its own.
+void AddProcess(Facts& facts, const Process& process) {
+    constexpr double mebibyte = 1024.0 * 1024.0;
+    const ProcessUse use = process.Use();
+    const QString memory = QString::number(static_cast<double>(use.memory) / mebibyte, 'f', 1);
+    if (use.id != 0)
+        facts.emplace_back(Inspector::tr("Process"), Inspector::tr("%1, with %2 MiB").arg(use.id).arg(memory));
+    else if (use.starts == 0)
+        facts.emplace_back(Inspector::tr("Process"), Inspector::tr("not started yet"));
+    else
+        facts.emplace_back(Inspector::tr("Process"), Text(process.Death()));
+    facts.emplace_back(Inspector::tr("Described in"), Text(process.File()));
+    facts.emplace_back(Inspector::tr("Starts"), QString::number(use.starts));
+    if (use.calls == 0)
+        return;
+    facts.emplace_back(Inspector::tr("Calls"), Inspector::tr("%1, %2 ms on average")
+                                                   .arg(use.calls)
+                                                   .arg(use.milliseconds / static_cast<double>(use.calls), 0, 'f', 2));
+    facts.emplace_back(Inspector::tr("Longest call"),
+                       Inspector::tr("%1 ms: %2").arg(use.longest, 0, 'f', 2).arg(Text(use.longestName)));
 }
 
 // The band in which an entry of a definition is.
@@ -233,6 +256,8 @@ Facts Explainer::OfService(const std::string& name) const {
     facts.emplace_back(Inspector::tr("Object"), service
                                                     ? Inspector::tr("of the class %1").arg(Text(service->TypeName()))
                                                     : Inspector::tr("none"));
+    if (const auto own = service.TryAs<ProcessObject>())
+        AddProcess(facts, *own->Owner());
     facts.emplace_back(Inspector::tr("Active"), YesNo(service && manager->IsServiceAlive(service)));
     facts.emplace_back(Inspector::tr("Starts the application"), YesNo(def->IsStartService()));
     facts.emplace_back(Inspector::tr("Actions"), QString::number(def->ActionItemDefs()->Count()));

@@ -22,9 +22,10 @@ const QStringList& Watched() {
     return names;
 }
 
-// What editors leave beside a file while they save it.
+// What editors leave beside a file while they save it, and interpreters beside a program.
 bool IsPassing(const QString& name) {
-    return name.endsWith('~') || name.startsWith('.') || name.endsWith(".swp") || name.endsWith(".tmp");
+    return name.endsWith('~') || name.startsWith('.') || name.endsWith(".swp") || name.endsWith(".tmp") ||
+           name.endsWith(".pyc");
 }
 
 } // namespace
@@ -70,6 +71,13 @@ void FolderWatch::Look() {
     Print now = Take();
     if (now == m_told)
         return;
+    m_changed.clear();
+    for (auto it = now.begin(); it != now.end(); ++it)
+        if (m_told.value(it.key()) != it.value())
+            m_changed << it.key();
+    for (auto it = m_told.begin(); it != m_told.end(); ++it)
+        if (!now.contains(it.key()))
+            m_changed << it.key();
     m_told = std::move(now);
     Q_EMIT Changed();
 }

@@ -7,6 +7,7 @@
 #include <QMap>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 namespace corvane::desktop {
@@ -22,6 +23,8 @@ public:
     [[nodiscard]] static QString PrintOf(const QString& path);
     // Nothing has stirred since it looked.
     [[nodiscard]] bool IsAtRest() const { return !m_rest.isActive() && !m_atMost.isActive(); }
+    // The files that have come, changed or gone, for the last Changed.
+    [[nodiscard]] const QStringList& ChangedFiles() const { return m_changed; }
     // Looks now instead of when the folder has come to rest; says Changed if something has changed.
     void Look();
 
@@ -42,6 +45,7 @@ private:
     QTimer m_atMost; // runs since the first one
     QTimer m_poll;   // where the system can't watch
     Print m_told;
+    QStringList m_changed;
 };
 
 } // namespace corvane::desktop

@@ -55,6 +55,14 @@ bool PreviewFactory::IsStandIn(const std::string& progID) {
     return !it->second.contains(FoldText(progID));
 }
 
+bool PreviewFactory::RestartProcess(const std::string& library) {
+    const auto it = m_classes.find(FoldText(library));
+    if (m_all || it == m_classes.end() || !m_plugins->Processes()->FileOf(library))
+        return false;
+    m_plugins->Processes()->ProcessOf(library)->Restart();
+    return ClassesOf(library) == it->second;
+}
+
 Ref<Object> PreviewFactory::Create(std::string_view progID) {
     if (IsStandIn(std::string(progID)))
         return StandInFactory::Create(progID);

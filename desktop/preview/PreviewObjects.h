@@ -33,6 +33,9 @@ public:
     [[nodiscard]] bool HasClass(std::string_view progID) override { return !IsStandIn(std::string(progID)); }
     // Whether objects of that ProgID are stand-ins: there is no such plug-in, or it hasn't got that class (yet).
     [[nodiscard]] bool IsStandIn(const std::string& progID);
+    // Ends the process of that plug-in, whose program has changed; what needs it next starts it. False when that isn't
+    // enough: it isn't a plug-in with a process, or has other classes by now.
+    [[nodiscard]] bool RestartProcess(const std::string& library);
     // What keeps plug-ins that are there from being used, a text each.
     [[nodiscard]] const std::map<std::string, std::string>& Unusable() const { return m_unusable; }
 

@@ -207,8 +207,31 @@ void PreviewWindow::Start() {
     Folder_Changed();
 }
 
+// Programs of services alone have changed: nothing but their processes needs to begin again.
+bool PreviewWindow::RestartsProcesses() {
+    const QString plugins = Text(Absolute(m_options.folder)) + "/plugins/";
+    QStringList names;
+    for (const QString& path : m_watch.ChangedFiles()) {
+        const QString rest = path.startsWith(plugins) ? path.mid(plugins.size()) : QString();
+        if (!rest.contains('/') || rest.endsWith("/plugin.json"))
+            return false;
+        names << rest.section('/', 0, 0);
+    }
+    names.removeDuplicates();
+    if (names.isEmpty() || !m_application || !m_factory || IsBusy() || m_state == State::Invalid)
+        return false;
+    bool isEnough = true;
+    m_application->ByHost([&] {
+        for (const QString& name : names)
+            isEnough = m_factory->RestartProcess(name.toStdString()) && isEnough;
+    });
+    return isEnough;
+}
+
 // What has changed is looked at as a whole: an edit may be good or bad only together with another.
 void PreviewWindow::Folder_Changed() {
+    if (RestartsProcesses())
+        return;
     m_trouble.clear();
     m_refused.clear();
     m_findings.clear();

@@ -94,6 +94,7 @@ private:
     void ReportClosedWindows(const ViewState& view) const;
 
     void Folder_Changed();
+    [[nodiscard]] bool RestartsProcesses();
     // Asks for a state to be shown as soon as nothing is open that would be torn down with the old one.
     void TryShow();
     void Wait(State state);

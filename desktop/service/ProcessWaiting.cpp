@@ -5,8 +5,33 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QSocketNotifier>
 
 namespace corvane::desktop {
+
+namespace {
+
+class Notifier final : public ProcessMonitor::Listening {
+public:
+    Notifier(int descriptor, const std::function<void()>& readable)
+        : m_notifier(new QSocketNotifier(descriptor, QSocketNotifier::Read)) {
+        QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [readable] { readable(); });
+    }
+    // It may be called from by now.
+    ~Notifier() override {
+        m_notifier->setEnabled(false);
+        m_notifier->deleteLater();
+    }
+
+private:
+    QSocketNotifier* m_notifier;
+};
+
+} // namespace
+
+std::unique_ptr<ProcessMonitor::Listening> ProcessWaiting::Listen(int descriptor, std::function<void()> readable) {
+    return std::make_unique<Notifier>(descriptor, [this, readable = std::move(readable)] { m_guard(readable); });
+}
 
 bool ProcessWaiting::KeepsWaiting(std::string_view service, int milliseconds) {
     if (!m_asks || !m_window)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "adapters/process/ProcessMonitor.h"
+#include "desktop/guard/Guard.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -20,7 +21,10 @@ public:
     // Where no one watches there is a limit in place of the question.
     explicit ProcessWaiting(bool withDialogs) : LoggingMonitor(withDialogs ? 0 : Limit), m_asks(withDialogs) {}
 
+    // Runs what a process asks of its own accord.
+    void SetGuard(Guard guard) { m_guard = std::move(guard); }
     void SetParentWindow(QWidget* window) { m_window = window; }
+    [[nodiscard]] std::unique_ptr<Listening> Listen(int descriptor, std::function<void()> readable) override;
     [[nodiscard]] bool KeepsWaiting(std::string_view service, int milliseconds) override;
     void WaitingEnds(std::string_view service) override;
     // The bar at the bottom of the window; nothing while no one waits.
@@ -33,6 +37,7 @@ private:
     void Say(std::string_view service, int milliseconds);
 
     bool m_asks;
+    Guard m_guard;
     QPointer<QWidget> m_window;
     QPointer<QWidget> m_bar;
     QLabel* m_text = nullptr;

@@ -448,9 +448,20 @@ Ref<Window> Session::OpenAgain(const QJsonObject& entry) {
     for (const auto& window : OpenWindows())
         before.insert(window.Get());
     const std::array<Variant, 2> arguments{name, key};
-    for (const auto& service : services->Services()) {
+    // The service that has the window's definition comes first; no other is started for it.
+    const std::string& ownService = services->WindowDefs()->Item(name)->Service();
+    const Ref<Object>* own = services->Services()->Find(ownService);
+    std::vector<Ref<Object>> asked;
+    if (own)
+        asked.push_back(*own);
+    for (const auto& service : services->Services())
+        if (!own || service != *own)
+            asked.push_back(service);
+    for (const auto& service : asked) {
         if (CorvaneMain::HasEnded()) // by an earlier one
             return nullptr;
+        if (own && service != *own && m_parts.isIdle && m_parts.isIdle(service))
+            continue;
         if (service->HasMember(restoreWindow) &&
             CallPlugin(service, restoreWindow, [&] { return ToBoolean(service->Invoke(restoreWindow, arguments)); }))
             break;

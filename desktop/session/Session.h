@@ -34,6 +34,8 @@ public:
         Guard guard;
         std::function<void()> flush; // brings the whole screen in line with the models
         bool place = true;           // false: the window's place isn't kept
+        // Whether that service would have to be started to be asked, if given.
+        std::function<bool(const Ref<Object>& service)> isIdle = {};
     };
 
     // Before the library is initialized: the session is notified of the form's unload first, while everything still

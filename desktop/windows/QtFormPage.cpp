@@ -6,9 +6,11 @@
 #include "desktop/forms/FormWidget.h"
 #include "desktop/style/QtText.h"
 #include "desktop/windows/FailureView.h"
+#include "desktop/windows/LostBar.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QVBoxLayout>
 #include <algorithm>
 
 namespace corvane::desktop {
@@ -33,8 +35,26 @@ QWidget* QtFormPage::NewWidget(QWidget* parent) {
     host.act = m_act;
     host.fill = [self = Ref<QtFormPage>(this)](QWidget* place) { return self->Fill(place); };
     host.resets = m_form->PageObj().TryAs<forms::PreferencesPage>() != nullptr;
-    m_widget = new FormWidget(m_form->Model(), std::move(host), parent);
-    return m_widget;
+    const auto page = PageObj().TryAs<Recoverable>();
+    if (!page) {
+        m_widget = new FormWidget(m_form->Model(), std::move(host), parent);
+        return m_widget;
+    }
+    // Of a process of its own: the widget isn't the form itself.
+    auto* both = new QWidget(parent);
+    m_widget = new FormWidget(m_form->Model(), std::move(host), both);
+    const auto recover = [self = Ref<QtFormPage>(this), page] {
+        const auto work = [page] { page->Recover(); };
+        if (self->m_act && self->m_form->Model()->Count() > 0)
+            self->m_act({FormAct::What::Leave, 0}, work);
+        else
+            work();
+    };
+    auto* layout = new QVBoxLayout(both);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new LostBar(page, recover, both));
+    layout->addWidget(m_widget, 1);
+    return both;
 }
 
 // A place that stays empty says why; the rest of the form works.

@@ -27,14 +27,19 @@ from ._host import (
     set_status,
     show_message,
 )
+from ._jobs import JobCancelled, Progress, job
 from ._objects import Item, Page, Service
 from ._runtime import Failure, HostObject, run
+from ._values import Rows, picture
 
 __all__ = [
     "Failure",
     "HostObject",
     "Item",
+    "JobCancelled",
     "Page",
+    "Progress",
+    "Rows",
     "Service",
     "app_path",
     "ask",
@@ -44,7 +49,9 @@ __all__ = [
     "explorer",
     "find_service",
     "framework",
+    "job",
     "open_window",
+    "picture",
     "preferences",
     "run",
     "set_status",

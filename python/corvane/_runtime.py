@@ -10,12 +10,14 @@ import linecache
 import logging
 import math
 import os
+import select
 import socket
 import sys
+import threading
 import traceback
 import weakref
 from types import TracebackType
-from typing import Any, Callable, Dict, Iterator, List, Optional, Tuple, Type, Union
+from typing import Any, Callable, Coroutine, Dict, Iterator, List, Optional, Tuple, Type, Union
 
 PROTOCOL = 1
 ROOT = 1
@@ -63,7 +65,7 @@ class HostObject:
     def __setattr__(self, name: str, value: object) -> None:
         if name.startswith("_"):
             raise AttributeError(f"{name} can't be set")
-        runtime.ask({"on": self._handle, "set": name, "value": runtime.encode(value)})
+        runtime.set(self, name, value)
 
     def __eq__(self, other: object) -> bool:
         return isinstance(other, HostObject) and other._handle == self._handle
@@ -109,20 +111,25 @@ class HostObject:
 class Member:
     """A member of a class, of the application or of the process."""
 
-    __slots__ = ("function", "is_property", "is_writable", "least", "most", "name")
+    __slots__ = ("function", "is_property", "is_stored", "is_writable", "least", "most", "name")
 
     def __init__(self, name: str, is_property: bool, is_writable: bool, function: Any = None) -> None:
         self.name = name
         self.is_property = is_property
         self.is_writable = is_writable
         self.function = function
-        self.least, self.most = (0, 0) if is_property or function is None else _argument_counts(function)
+        self.is_stored = is_property and function is None
+        self.least, self.most = (0, 0) if is_property else _argument_counts(function) if function else (0, 0)
 
     def described(self) -> Json:
+        told: Dict[str, Json]
         if self.is_property:
-            return {"name": self.name, "property": True, "writable": self.is_writable}
-        told: Dict[str, Json] = {"name": self.name, "parameters": self.least}
-        code = getattr(self.function, "__code__", None)
+            told = {"name": self.name, "property": True, "writable": self.is_writable}
+            if self.is_stored:
+                told["stored"] = True
+            return told
+        told = {"name": self.name, "parameters": self.least}
+        code = getattr(inspect.unwrap(self.function), "__code__", None)
         if code is not None:
             told["file"], told["line"] = code.co_filename, code.co_firstlineno
         return told
@@ -131,7 +138,10 @@ class Member:
 def _argument_counts(function: Callable[..., Any]) -> Tuple[int, int]:
     """The least and the greatest number of arguments that a method takes behind self."""
     least = most = 0
+    is_job = getattr(function, "_corvane_job", False) or inspect.iscoroutinefunction(function)
     for parameter in list(inspect.signature(function).parameters.values())[1:]:
+        if is_job and parameter.name == "progress":
+            continue
         if parameter.kind is parameter.VAR_POSITIONAL:
             most = sys.maxsize
         elif parameter.kind in (parameter.POSITIONAL_ONLY, parameter.POSITIONAL_OR_KEYWORD):
@@ -165,7 +175,7 @@ class ClassInfo:
                 if name.startswith("_") or name[:2] == "On" and name[2:] in known:
                     continue
                 if isinstance(value, property):
-                    self.members[name.lower()] = Member(name, True, value.fset is not None)
+                    self.members[name.lower()] = Member(name, True, value.fset is not None, value)
                 elif inspect.isfunction(value):
                     self.members[name.lower()] = Member(name, False, False, value)
 
@@ -201,6 +211,10 @@ class Runtime:
         self._handles: Dict[int, int] = {}  # by identity
         self._last_handle = 0
         self._infos: Dict[Type[Any], ClassInfo] = {}
+        self.thread = threading.get_ident()
+        self.jobs: Dict[int, Any] = {}  # those that have been started and haven't ended
+        self._last_job = 0
+        self._sending = threading.Lock()
         self._tasks: "set[asyncio.Task[Any]]" = set()
         self._loop: Optional[asyncio.AbstractEventLoop] = None
 
@@ -227,7 +241,8 @@ class Runtime:
             released, self.released = self.released, []
             text += json.dumps({"release": released}) + "\n"
         try:
-            self.socket.sendall(text.encode("utf-8", "replace"))
+            with self._sending:
+                self.socket.sendall(text.encode("utf-8", "replace"))
         except OSError:
             os._exit(0)  # the application is gone
 
@@ -253,7 +268,31 @@ class Runtime:
 
     # Requests to the application.
 
+    def in_main_thread(self, function: Callable[[], Any]) -> Any:
+        """Objects of the application belong to the main thread, which does for others what they ask."""
+        if threading.get_ident() == self.thread:
+            return function()
+        if self._loop is None:
+            raise Failure("Only the main thread and threads of jobs speak to the application")
+        done = threading.Event()
+        outcome: List[Any] = [None, None]
+
+        def run() -> None:
+            try:
+                outcome[0] = function()
+            except BaseException as error:  # noqa: BLE001 -- raised where it was asked
+                outcome[1] = error
+            done.set()
+
+        self._loop.call_soon_threadsafe(run)
+        done.wait()
+        if outcome[1] is not None:
+            raise outcome[1]
+        return outcome[0]
+
     def ask(self, request: Json) -> Json:
+        if threading.get_ident() != self.thread:
+            return self.in_main_thread(lambda: self.ask(request))
         self._last_id += 1
         number = self._last_id
         request["id"] = number
@@ -276,8 +315,16 @@ class Runtime:
         return answer.get("result")
 
     def call(self, on: HostObject, name: str, *arguments: object) -> Any:
+        if threading.get_ident() != self.thread:
+            return self.in_main_thread(lambda: self.call(on, name, *arguments))
         values = [self.encode(argument) for argument in arguments]
         return self.decode(self.ask({"on": on._handle, "call": name, "arguments": values}))
+
+    def set(self, on: HostObject, name: str, value: object) -> None:
+        if threading.get_ident() != self.thread:
+            self.in_main_thread(lambda: self.set(on, name, value))
+        else:
+            self.ask({"on": on._handle, "set": name, "value": self.encode(value)})
 
     def members(self, on: HostObject) -> Dict[str, Member]:
         found = self._members.get(on._class_name)
@@ -295,6 +342,8 @@ class Runtime:
     def handle(self, message: Json) -> None:
         if "result" in message or "failure" in message:
             self._answers[message["id"]] = message
+        elif "job" in message:
+            self._handle_job(message)
         elif "release" in message:
             self._release(message["release"])
         elif "hello" in message:
@@ -321,6 +370,16 @@ class Runtime:
         if "event" in request:
             function = getattr(target, self.info(type(target)).events[request["event"]])
             return self._event_answer(self._run(function, [self.decode(a) for a in request["arguments"]]))
+        if "get" in request:
+            return [self._got(target, name) for name in request["get"]]
+        if "put" in request:
+            for name, value in request["put"]:
+                self._set(target, name, self.decode(value))
+            return None
+        if "rows" in request:
+            return target._corvane_page(*request["rows"], self.encode)
+        if "row" in request:
+            return target._corvane_write(request["row"], request["column"], self.decode(request["value"]))
         if "set" in request:
             self._set(target, request["set"], self.decode(request["value"]))
             return None
@@ -344,7 +403,16 @@ class Runtime:
             )
         if member.is_property:
             return getattr(target, member.name)
+        if inspect.iscoroutinefunction(member.function):
+            start_procedure(target, member.function, plain_settings, tuple(arguments), {})
+            return None
         return self._run(getattr(target, member.name), arguments)
+
+    def _got(self, target: Any, name: str) -> Json:
+        try:
+            return {"value": self.encode(self._called(target, name, []))}
+        except Exception as error:  # noqa: BLE001 -- asked for by itself it says why
+            return {"failure": failure_of(error)}
 
     def _set(self, target: Any, name: str, value: Any) -> None:
         member = self.info(type(target)).members.get(name.lower())
@@ -357,12 +425,47 @@ class Runtime:
         result = function(*arguments)
         if not inspect.iscoroutine(result):
             return result
+        self.add_task(result)
+        return None
+
+    def add_task(self, coroutine: Coroutine[Any, Any, Any]) -> asyncio.Task[Any]:
         if self._loop is None:
             self._loop = asyncio.new_event_loop()
-        task = self._loop.create_task(result)
+        task = self._loop.create_task(coroutine)
         self._tasks.add(task)
         task.add_done_callback(self._task_ends)
-        return None
+        return task
+
+    # Jobs.
+
+    def new_job(self) -> int:
+        self._last_job += 1
+        return self._last_job
+
+    def _handle_job(self, message: Json) -> None:
+        job = self.jobs.get(message["job"])
+        if job is None:
+            return
+        if message.get("cancel"):
+            if not job.cancel():
+                del self.jobs[message["job"]]
+        elif message.get("begin"):
+            job.begin()
+
+    def look_for_jobs(self) -> None:
+        """Takes what the application has sent about jobs, without waiting; everything else has its turn later."""
+        if self.socket is None:
+            return
+        if select.select([self.socket], [], [], 0)[0]:
+            self._receive()
+        waiting = []
+        for line in self._lines:
+            message = json.loads(line) if b'"job"' in line else {}
+            if "job" in message and "id" not in message:
+                self._handle_job(message)
+            else:
+                waiting.append(line)
+        self._lines[:] = waiting
 
     def _task_ends(self, task: "asyncio.Task[Any]") -> None:
         self._tasks.discard(task)
@@ -425,6 +528,8 @@ class Runtime:
             self._objects[handle] = [value, 0]
         self._objects[handle][1] += 1
         told = {"process": handle, "class": type(value).__name__}
+        if hasattr(value, "_corvane_page"):
+            told["rows"] = value.count
         name = getattr(value, "_corvane_name", "")
         if name:
             told["name"] = name
@@ -524,6 +629,8 @@ def failure_of(error: BaseException) -> Json:
 
 
 runtime = Runtime()
+start_procedure: Callable[..., None]  # of _jobs
+plain_settings: Any
 
 
 def run() -> None:
@@ -541,6 +648,7 @@ def run() -> None:
     logging.basicConfig(level=logging.INFO, format="%(levelname)s %(name)s: %(message)s")
     sys.setrecursionlimit(max(sys.getrecursionlimit(), 8000))
     os.set_inheritable(int(descriptor), False)
+    runtime.thread = threading.get_ident()
     runtime.socket = socket.socket(fileno=int(descriptor))
     runtime.send(runtime.hello())
     runtime.serve()

@@ -54,6 +54,14 @@ class Thing(corvane.Item):
 def corvane_item():
     return Thing("Thing")
 
+class Sheet(corvane.Page):
+    def OnActivate(self):
+        fault("page")
+
+    def OnSave(self):
+        fault("save")
+        corvane.set_status("saved")
+
 class Faulty(corvane.Service):
     def __init__(self):
         fault("constructor")
@@ -79,6 +87,11 @@ constexpr const char* definition = R"(<?xml version="1.0"?>
     <ExplorerItem Name="Shelf" ProgID="Faulty.Shelf" Type="Folder"/>
     <ExplorerItem Name="Thing" Type="Default" Parent="Shelf"/>
   </ExplorerItems>
+  <Windows>
+    <Window Name="SheetWindow" Type="Window" State="Normal" Caption="Sheet">
+      <Page PageProgID="Faulty.Sheet" Caption="Sheet" IsOptional="False" IsResizable="True" PositionOrder="10"/>
+    </Window>
+  </Windows>
 </Service>
 )";
 
@@ -96,6 +109,20 @@ public:
                                       {"env", {{"WHERE", where}, {"WHAT", what}, {"MARK", (m_path / "mark").string()}}},
                                       {"limits", {{"memory", 1024}, {"cpu", 600}}}};
         std::ofstream(m_path / "plugins/Faulty/plugin.json") << settings;
+    }
+    // Services in processes of their own, each with a command File.Work1 and so on.
+    void AddNeighbours(int count) const {
+        for (int i = 1; i <= count; ++i) {
+            const std::string number = std::to_string(i);
+            const std::string name = "Neighbour" + number;
+            std::ofstream(m_path / ("Services/" + name + ".xml"))
+                << R"(<Service Name=")" << name << R"(" ProgID=")" << name << R"(.Echo" Active="True"><ActionItems>)"
+                << R"(<ActionItem Name="Work)" << number << R"(" Action="OnWork"/></ActionItems><Menus>)"
+                << R"(<MenuItem Type="MenuItem" ActionItem="Work)" << number << R"(" Path="File" PositionOrder=")"
+                << 100 + i << R"(" Caption="Work"/></Menus></Service>)";
+            fs::create_directory(m_path / "plugins" / name);
+            std::ofstream(m_path / "plugins" / name / "plugin.json") << R"({"run": ["../Stranger/process_stranger"]})";
+        }
     }
     ~FaultyFolder() {
         std::error_code error;
@@ -137,7 +164,7 @@ struct Fault {
 
 std::vector<Fault> AllFaults() {
     std::vector<Fault> faults;
-    for (const char* where : {"constructor", "Initialize", "command", "item", "Terminate"})
+    for (const char* where : {"constructor", "Initialize", "command", "item", "page", "save", "Terminate"})
         for (const char* what : {"kill", "abort", "loop", "memory", "garbage"})
             faults.push_back({where, what});
     return faults;
@@ -151,23 +178,39 @@ void Take(inspect::ModelHost& host, const char* verb, const char* rest) {
 
 TEST_P(Faults, LeaveTheOthersAlone) {
     const std::string where = GetParam().where;
+    constexpr int neighbours = 20;
     const FaultyFolder folder(where, GetParam().what);
+    folder.AddNeighbours(neighbours);
     inspect::HostOptions options = OptionsOf(folder.Path());
     options.processes = New<StopsAtFault>();
     inspect::ModelHost host(options);
     ASSERT_TRUE(host.Start());
     const auto status = [] { return CorvaneMain::Framework()->Status(); };
+    for (int i = 1; i <= neighbours; ++i)
+        Take(host, "click", ("File.Work" + std::to_string(i)).c_str());
+    EXPECT_EQ(Children(), std::size_t{neighbours});
+    SetStatus("");
     if (where == "item")
         Take(host, "populate", "");
+    else if (where == "page" || where == "save")
+        Take(host, "open", "SheetWindow k");
     else
         Take(host, "click", "File.Try");
+    if (where == "save")
+        Take(host, "command", "k OK");
     if (where != "Terminate") {
         EXPECT_TRUE(folder.HasFailed());
-        EXPECT_NE(status(), "worked");
+        EXPECT_EQ(status(), "");
     }
-    Take(host, "click", "File.Work"); // of another service
-    EXPECT_EQ(status(), "worked");
-    SetStatus("");
+    for (int i = 1; i <= neighbours; ++i) {
+        Take(host, "click", ("File.Work" + std::to_string(i)).c_str());
+        EXPECT_EQ(status(), "worked");
+        SetStatus("");
+    }
+    if (where == "save") { // what couldn't be saved still can
+        Take(host, "command", "k OK");
+        EXPECT_EQ(status(), "saved");
+    }
     Take(host, "click", "File.Try");
     EXPECT_EQ(status(), "worked");
     host.Exit();

@@ -1,6 +1,7 @@
 // Services in processes of their own, in an application with one in Python and one without a library for the protocol.
 #include "adapters/process/Process.h"
 
+#include "adapters/process/ExplorerMarks.h"
 #include "corvane/Testing.h"
 #include "corvane/author/Host.h"
 #include "corvane/base/Dictionary.h"
@@ -135,7 +136,10 @@ TEST_F(Aviary, ShowsExplorerItemsAndPages) {
         const char* status;
     } cases[] = {
         {"node 0 Bird.Blackbird\ndblclick", "Page:Blackbird:Blackbird", ""},
-        {"command Blackbird OK", "Save:Blackbird", "The Blackbird closed, cancelled: False"},
+        {"expect windows[0].pages[0].fields[Photo].value PNG picture, 1 x 1",
+         "Rows:0 Rows:200 Rows:400 Rows:600 Rows:800", ""},
+        {"cell Blackbird 0 Seen 999 1 77\nexpect windows[0].pages[0].fields[Seen].rows.999.1 77", "Rows:800", ""},
+        {"command Blackbird OK", "Save:Blackbird:none", "The Blackbird closed, cancelled: False"},
         {"node 0 Bird.Wren\nclick File.Open", "Page:Wren:Wren", ""},
         {"command Wren OK", "", ""}, // the page isn't valid
         {"close Wren", "", "The Wren closed, cancelled: True"},
@@ -165,10 +169,62 @@ TEST_F(Aviary, SavesWhatIsUnsaved) {
 }
 
 TEST_F(Aviary, LetsProceduresGoOn) {
-    m_application.Take("click File.Later");
-    while (m_application.Status() != "after")
-        m_application.Host().Timers().TickAll();
+    m_application.Take("click File.Later\nexpect status after\nexpect jobs[Later].state done\n"
+                       "click File.Fly\nexpect jobs[Fly to Africa].log.0 landed\nexpect status landed in Africa\n"
+                       "expect jobs[Fly to Africa].service Birds\n"
+                       "click File.Nap\nexpect jobs[2].state done\nexpect status awake\n"
+                       "click File.Nap\ncancel Nap at 50%\nexpect jobs[3].state cancelled\n"
+                       "click File.Fly\ncancel Fly to Africa\nexpect jobs[4].state cancelled\n"
+                       "click File.Fly\nexpect jobs[5].state done");
+    EXPECT_EQ(m_application.Host().Recorded().unmet, Lines());
     EXPECT_EQ(m_application.TakeLog(), Lines());
+}
+
+TEST(Process, DoesJobsInOneThreadToo) {
+    Application application(CORVANE_AVIARY);
+    application.UseOneThread();
+    ASSERT_EQ(application.Start(), 0) << application.Text();
+    application.Take("click File.Fly\nexpect status landed in Africa\nclick File.Nap\ncancel Nap at 50%\n"
+                     "expect jobs[1].state cancelled");
+    EXPECT_EQ(application.Host().Recorded().unmet, Lines());
+}
+
+// The failure names the job, the procedure and the service; the death of a process is one of its jobs.
+TEST_F(Aviary, SaysWhyAJobFailed) {
+    m_application.Take("click File.Fall\nexpect jobs[0].state failed\n"
+                       "expect jobs[0].failure.description The wing is broken\n"
+                       "click File.Crash\nexpect jobs[1].state failed\n"
+                       "click File.Fly\nexpect jobs[2].state done");
+    EXPECT_EQ(m_application.Host().Recorded().unmet, Lines());
+    const auto& log = m_application.Host().Recorded().log;
+    ASSERT_GE(log.size(), 3U);
+    EXPECT_NE(log[0].context.find("in the job \"Fall\", started in Birds.OnFall (service Birds, Services/Birds.xml"),
+              std::string::npos)
+        << log[0].context;
+    EXPECT_NE(log[1].failure.Description.find("was killed by signal 6 (Aborted) (so sudden) while it worked on a job"),
+              std::string::npos)
+        << log[1].failure.Description;
+}
+
+// Marks say which items have lost their process; what has been entered in a form survives it.
+TEST_F(Aviary, RecoversItemsAndPages) {
+    m_application.Take("populate\nnode 0 Bird.Blackbird\ndblclick\nset Blackbird 0 Note shy");
+    const auto Shows = [&](const char* text) { return m_application.Text().find(text) != std::string::npos; };
+    EXPECT_FALSE(Shows(ExplorerMarks::Mark));
+    EXPECT_EQ(FailureOf([] { Called("OnDie"); }).substr(0, 11), "-2147221248");
+    EXPECT_TRUE(Shows("⚠ <Wren>"));
+    EXPECT_TRUE(Shows("[Bird]  ! The service \"Birds\" was killed by signal 6"));
+    EXPECT_TRUE(Shows("Note: shy"));
+    m_application.Take("set Blackbird 0 Note shy and quick");
+    EXPECT_EQ(ToText(Called("Heard")).substr(0, 35), "Initialize Page:Blackbird:Blackbird");
+    EXPECT_FALSE(Shows("[Bird]  !"));
+    EXPECT_FALSE(Shows(ExplorerMarks::Mark));
+    EXPECT_EQ(FailureOf([] { Called("OnDie"); }).substr(0, 11), "-2147221248");
+    m_application.Take("command Blackbird OK");
+    EXPECT_NE(ToText(Called("Heard")).find("Save:Blackbird:shy and quick"), std::string::npos);
+    EXPECT_EQ(FailureOf([] { Called("OnDie"); }).substr(0, 11), "-2147221248");
+    m_application.Take("node 0 Bird.Wren\nclick File.Open\nclose Wren");
+    EXPECT_EQ(m_application.OpenWindows(), Lines());
 }
 
 TEST_F(Aviary, StartsAgainAfterItsDeathButNotForEver) {
@@ -183,8 +239,9 @@ TEST_F(Aviary, StartsAgainAfterItsDeathButNotForEver) {
         if (i == 0) {
             EXPECT_EQ(Called("Heard"), Variant("Initialize")); // it lives again
             m_application.Take("node 0 Bird.Wren");
-            const std::string gone = FailureOf([&] { m_application.Take("click File.Open"); });
-            EXPECT_EQ(m_application.OpenWindows(), Lines()) << gone;
+            m_application.Take("click File.Open\nclose Wren"); // its item is found again, below the aviary
+            EXPECT_EQ(m_application.Status(), "The Wren closed, cancelled: True");
+            SetStatus("");
             EXPECT_EQ(FailureOf([] { Called("OnDie"); }).substr(0, 11), "-2147221248");
         }
     }

@@ -20,6 +20,11 @@ def test_saves_what_is_entered(birds):
     assert screen.status == "8 birds"
 
 
+def test_listens_until_it_is_cancelled(birds):
+    screen = birds.take("click Birds.Listen", "cancel Listen for birds at 30%", "expect jobs[0].state cancelled")
+    assert screen.status == ""
+
+
 def test_refuses_a_bird_twice(birds):
     screen = birds.take("answer Wren", "click Birds.Add")
     assert "There is a Wren already" in screen.log[0]["description"]

@@ -45,9 +45,10 @@ class Birds(corvane.Service):
         counts[name] = 0
         corvane.explorer().AddToExplorer(Bird(name), "Bird", None)
 
-    async def OnListen(self) -> None:
-        for seconds in (3, 2, 1):
-            corvane.set_status(f"Listening, {seconds} s")
+    @corvane.job("Listen for birds")
+    async def OnListen(self, progress: corvane.Progress) -> None:
+        for second in range(3):
+            progress.set_part(second, 3)
             await asyncio.sleep(1)
         corvane.set_status("Nothing heard")
 

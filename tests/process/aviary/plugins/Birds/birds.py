@@ -1,8 +1,10 @@
 """A service of the tests: what it is asked for goes into the status line."""
 
 import asyncio
+import base64
 import os
 import sys
+import time
 
 import corvane
 
@@ -29,15 +31,39 @@ class Aviary(corvane.Item):
             self.add_child(Bird(name))
 
 
+DOT = base64.b64decode(
+    "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR4nGP4z8DwHwAFAAH/iZk9HQAAAABJRU5ErkJggg=="
+)
+seen = [[day, day % 7] for day in range(1000)]
+
+
+def fetch(first, count):
+    heard.append(f"Rows:{first}")
+    return seen[first : first + count]
+
+
+def write(row, column, value):
+    seen[row][1] = value
+
+
 class BirdPage(corvane.Page):
+    Note: str = ""
+    Photo: str = ""
+
     def OnInitialize(self):
         heard.append(f"Page:{self.about.name}:{self.window.Key}")
+        self.Note = "none"
+        self.Photo = corvane.picture(DOT)
+
+    @property
+    def Seen(self):
+        return corvane.Rows(["Day", "Count"], len(seen), fetch, write)
 
     def OnValidate(self):
         return self.about.name != "Wren"
 
     def OnSave(self):
-        heard.append("Save:" + self.about.name)
+        heard.append(f"Save:{self.about.name}:{self.Note}")
 
 
 class Birds(corvane.Service):
@@ -71,6 +97,34 @@ class Birds(corvane.Service):
         corvane.set_status("before")
         await asyncio.sleep(0)
         corvane.set_status("after")
+
+    def OnFly(self):
+        self.fly("Africa")
+
+    @corvane.job("Fly to {place}", writes=["air"])
+    async def fly(self, place, progress):
+        for leg in range(4):
+            progress.set_part(leg, 4)
+            progress.set_text(f"leg {leg}")
+            await asyncio.sleep(0)
+        progress.log("landed")
+        corvane.set_status(f"landed in {place}")
+
+    @corvane.job()
+    def OnNap(self, progress):
+        for step in range(200):
+            progress.set_part(step, 200)
+            progress.stop_if_cancelled()
+            time.sleep(0.001)
+        corvane.set_status("awake")
+
+    async def OnFall(self):
+        raise corvane.Failure("The wing is broken")
+
+    @corvane.job("Crash", can_cancel=False)
+    async def OnCrash(self):
+        print("so sudden", file=sys.stderr)
+        os.abort()
 
     def OnDie(self):
         print("so tired", file=sys.stderr)
