@@ -8,6 +8,10 @@
 #include "corvane/Jobs.h"
 #include "corvane/author/Host.h"
 #include "corvane/base/PluginExport.h"
+#include "corvane/core/Framework.h"
+#include "corvane/core/Singleton.h"
+#include "corvane/windows/Window.h"
+#include "corvane/windows/WindowManager.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -17,6 +21,21 @@
 namespace studies {
 
 using namespace corvane;
+
+namespace {
+
+// What the window in front is about, whether it shows the table or an analysis of it.
+Ref<DataSetContext> DataInFront() {
+    const Ref<Window> window = Singleton::Framework()->WindowManager()->ActiveWindow();
+    const Ref<Object> about = window ? window->BusinessContext() : nullptr;
+    if (const auto document = about.TryAs<AnalysisDocument>())
+        return document->Data();
+    if (auto data = about.TryAs<DataSetContext>())
+        return data;
+    FailWith("Open the table of a data set first: its window has to be in front.");
+}
+
+} // namespace
 
 void DataService::OnInitialize() {
     m_workspace = New<Workspace>(Store::InMemory, false);
@@ -42,6 +61,29 @@ void DataService::OpenFile(const std::string& path) {
         const std::size_t columns = m_workspace->GetStore().Columns(info.id).size();
         SetStatus(info.name + ": " + SizeText(static_cast<std::size_t>(info.rows), columns));
     });
+}
+
+std::string DataService::DataName() {
+    return DataInFront()->Info().name;
+}
+
+std::string DataService::ColumnNames() {
+    std::string names;
+    for (const Column& column : DataInFront()->Data().columns)
+        names += (names.empty() ? "" : "\n") + column.name;
+    return names;
+}
+
+std::string DataService::Values(const std::string& column) {
+    const Ref<DataSetContext> data = DataInFront();
+    const Table& table = data->Data();
+    const Column* found = table.Find(column);
+    if (!found)
+        FailWith("The data set has no column \"" + column + "\".");
+    std::string values;
+    for (std::size_t row = 0; row < table.rows; ++row)
+        values += (row == 0 ? "" : "\n") + found->Text(row);
+    return values;
 }
 
 void DataService::WithData(const std::string& path, const std::function<void(const Ref<DataSetContext>&)>& then) {
