@@ -815,6 +815,42 @@
         <source>Translated from</source>
         <translation>Übersetzt aus</translation>
     </message>
+    <message>
+        <source>Process</source>
+        <translation>Prozess</translation>
+    </message>
+    <message>
+        <source>%1, with %2 MiB</source>
+        <translation>%1, mit %2 MiB</translation>
+    </message>
+    <message>
+        <source>not started yet</source>
+        <translation>noch nicht gestartet</translation>
+    </message>
+    <message>
+        <source>Described in</source>
+        <translation>Beschrieben in</translation>
+    </message>
+    <message>
+        <source>Starts</source>
+        <translation>Starts</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Aufrufe</translation>
+    </message>
+    <message>
+        <source>%1, %2 ms on average</source>
+        <translation>%1, im Mittel %2 ms</translation>
+    </message>
+    <message>
+        <source>Longest call</source>
+        <translation>Längster Aufruf</translation>
+    </message>
+    <message>
+        <source>%1 ms: %2</source>
+        <translation>%1 ms: %2</translation>
+    </message>
 </context>
 <context>
     <name>InspectorDialog</name>
@@ -1218,6 +1254,17 @@
     <message>
         <source>%1 of %2 lines</source>
         <translation>%1 von %2 Zeilen</translation>
+    </message>
+</context>
+<context>
+    <name>LostBar</name>
+    <message>
+        <source>&amp;Start Again</source>
+        <translation>&amp;Neu starten</translation>
+    </message>
+    <message>
+        <source>Starts the service of this page. What you have entered stays</source>
+        <translation>Startet den Dienst dieser Seite. Was Sie eingegeben haben, bleibt</translation>
     </message>
 </context>
 <context>

@@ -815,6 +815,42 @@
         <source>Translated from</source>
         <translation>Traduit de</translation>
     </message>
+    <message>
+        <source>Process</source>
+        <translation>Processus</translation>
+    </message>
+    <message>
+        <source>%1, with %2 MiB</source>
+        <translation>%1, avec %2 Mio</translation>
+    </message>
+    <message>
+        <source>not started yet</source>
+        <translation>pas encore démarré</translation>
+    </message>
+    <message>
+        <source>Described in</source>
+        <translation>Décrit dans</translation>
+    </message>
+    <message>
+        <source>Starts</source>
+        <translation>Démarrages</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Appels</translation>
+    </message>
+    <message>
+        <source>%1, %2 ms on average</source>
+        <translation>%1, %2 ms en moyenne</translation>
+    </message>
+    <message>
+        <source>Longest call</source>
+        <translation>Appel le plus long</translation>
+    </message>
+    <message>
+        <source>%1 ms: %2</source>
+        <translation>%1 ms : %2</translation>
+    </message>
 </context>
 <context>
     <name>InspectorDialog</name>
@@ -1218,6 +1254,17 @@
     <message>
         <source>%1 of %2 lines</source>
         <translation>%1 lignes sur %2</translation>
+    </message>
+</context>
+<context>
+    <name>LostBar</name>
+    <message>
+        <source>&amp;Start Again</source>
+        <translation>&amp;Redémarrer</translation>
+    </message>
+    <message>
+        <source>Starts the service of this page. What you have entered stays</source>
+        <translation>Démarre le service de cette page. Ce que vous avez saisi reste</translation>
     </message>
 </context>
 <context>
