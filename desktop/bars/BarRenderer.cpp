@@ -14,6 +14,7 @@
 #include <QStatusTipEvent>
 #include <QToolButton>
 #include <algorithm>
+#include <array>
 #include <functional>
 
 namespace corvane::desktop {
@@ -52,6 +53,22 @@ private:
     }
     std::vector<QLayout*> m_layouts;
 };
+
+// The place of a toolbar before a user has moved it: commands of files first and help last, as on a menu bar.
+int RankOf(const std::string& band) {
+    static constexpr std::array first{"File", "Standard", "Edit", "View"};
+    static constexpr std::array last{"Tools", "Window", "Help"};
+    const auto point = band.rfind('.');
+    const std::string name = point == std::string::npos ? band : band.substr(point + 1);
+    constexpr int between = static_cast<int>(first.size());
+    for (int i = 0; i < between; ++i)
+        if (EqualText(first[static_cast<std::size_t>(i)], name))
+            return i;
+    for (int i = 0; i < static_cast<int>(last.size()); ++i)
+        if (EqualText(last[static_cast<std::size_t>(i)], name))
+            return between + 1 + i;
+    return between;
+}
 
 } // namespace
 
@@ -246,7 +263,16 @@ Toolbar* BarRenderer::NewToolbar(const Ref<Band>& band) {
     connect(toolbar->CloseAction(), &QAction::triggered, this,
             [this, band] { m_guard([&] { m_activeBar->Close(band); }); });
     connect(toolbar, &QToolBar::topLevelChanged, this, [this] { Schedule(); });
-    m_window->addToolBar(toolbar);
+    const auto rankOf = [](const QToolBar* other) { return RankOf(other->objectName().toStdString()); };
+    QToolBar* next = nullptr; // those of a rank are in the order in which they were made
+    for (QToolBar* other : m_window->findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly))
+        if (rankOf(other) > rankOf(toolbar) && m_window->toolBarArea(other) == Qt::TopToolBarArea &&
+            (!next || rankOf(other) < rankOf(next)))
+            next = other;
+    if (next)
+        m_window->insertToolBar(next, toolbar);
+    else
+        m_window->addToolBar(toolbar);
     return toolbar;
 }
 
