@@ -2,6 +2,7 @@
 
 #include "desktop/style/Contrast.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QPainter>
 #include <QStyleFactory>
@@ -37,26 +38,52 @@ bool IsDark(const QPalette& palette) {
     return LuminanceOf(palette.color(QPalette::Window)) < 0.1;
 }
 
+// Whether keys go elsewhere: what is selected in it isn't what they act on.
+bool IsWithoutFocus(const QWidget* widget) {
+    const auto* view = qobject_cast<const QAbstractItemView*>(widget);
+    if (!view || view->focusPolicy() == Qt::NoFocus || view->window()->windowType() == Qt::Popup)
+        return false;
+    const QWidget* focus = QApplication::focusWidget();
+    return !focus || (focus != view && !view->isAncestorOf(focus));
+}
+
+// Its selection is grey: the colour of texts, as far as the ground lets it through.
+QStyleOptionViewItem WithGreySelection(QStyleOptionViewItem option) {
+    QColor grey = option.palette.color(QPalette::Active, QPalette::Text);
+    grey.setAlphaF(0.18F);
+    option.palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                            OnGround(grey, option.palette.color(QPalette::Active, QPalette::Base)));
+    option.palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                            option.palette.color(QPalette::Active, QPalette::Text));
+    option.state &= ~QStyle::State_Active;
+    return option;
+}
+
 } // namespace
 
 void ContrastStyle::Follow() {
-    auto* ours = dynamic_cast<ContrastStyle*>(QApplication::style());
-    const bool wanted = IsOfContrast(QApplication::palette()) || IsDark(QApplication::palette());
-    if (wanted == (ours != nullptr))
+    if (dynamic_cast<ContrastStyle*>(QApplication::style()))
         return;
-    const QString base = ours ? ours->m_base : QApplication::style()->objectName();
     const QPalette palette = QApplication::palette();
-    QApplication::setStyle(ours ? QStyleFactory::create(base) : new ContrastStyle(base));
+    QApplication::setStyle(new ContrastStyle(QApplication::style()->objectName()));
     if (QApplication::palette() != palette) // a style may bring one of its own
         QApplication::setPalette(palette);
 }
 
 void ContrastStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                   const QWidget* widget) const {
+    const auto* item = element == PE_PanelItemViewItem || element == PE_PanelItemViewRow
+                           ? qstyleoption_cast<const QStyleOptionViewItem*>(option)
+                           : nullptr;
+    if (item && !IsOfContrast(option->palette) && IsWithoutFocus(widget)) {
+        const QStyleOptionViewItem grey = WithGreySelection(*item);
+        QProxyStyle::drawPrimitive(element, &grey, painter, widget);
+        return;
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool isMark = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck ||
                         element == PE_IndicatorRadioButton;
-    if (!isMark && !IsOfContrast(option->palette))
+    if (!(isMark && IsDark(option->palette)) && !IsOfContrast(option->palette))
         return;
     switch (element) {
     case PE_FrameLineEdit:
@@ -86,6 +113,12 @@ void ContrastStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
 
 void ContrastStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
+    if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+        item && element == CE_ItemViewItem && !IsOfContrast(option->palette) && IsWithoutFocus(widget)) {
+        const QStyleOptionViewItem grey = WithGreySelection(*item);
+        QProxyStyle::drawControl(element, &grey, painter, widget);
+        return;
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
     if (!IsOfContrast(option->palette))
         return;
