@@ -5,6 +5,7 @@
 #include "corvane/platform/controls/BarText.h"
 #include "desktop/application/FormOpener.h"
 #include "desktop/application/NameQuestion.h"
+#include "desktop/documents/Documents.h"
 #include "desktop/platform/WideRegisters.h"
 #include "desktop/style/ContrastStyle.h"
 #include "desktop/style/WidgetText.h"
@@ -93,6 +94,7 @@ Application::Application(const ApplicationOptions& options)
 void Application::SetUpWindowHost() {
     m_windowHost->mainForm = m_mainForm.Get();
     m_windowHost->area = &m_window->Area();
+    m_windowHost->frames = &m_window->OpenDocuments();
     m_windowHost->mainWindow = m_window.get();
     m_windowHost->messages = m_platform.windowMessages;
     m_windowHost->guard = [this](const std::function<void()>& act) { m_failures.Guard(act); };
@@ -142,16 +144,23 @@ LeaveAnswer Application::AskToLeave(const LeaveQuestion& question) {
     return EqualText(*answer, "Stay") ? LeaveAnswer::Stay : LeaveAnswer::Discard;
 }
 
+bool Application::OpenHelp(const QStringList& names) const {
+    const QString folder = QString::fromStdString(m_platform.folder) + "/Help/";
+    for (const QString& name : names)
+        for (const char* ending : {".html", ".htm", ".pdf", ".txt"})
+            if (m_withDialogs && QFile::exists(folder + name + ending) &&
+                QDesktopServices::openUrl(QUrl::fromLocalFile(folder + name + ending)))
+                return true;
+    return false;
+}
+
 void Application::ShowHelp(Long topic) {
-    const QString base = QString::fromStdString(m_platform.folder) + QString("/Help/%1").arg(topic);
-    for (const char* ending : {".html", ".htm", ".pdf", ".txt"})
-        if (m_withDialogs && QFile::exists(base + ending) &&
-            QDesktopServices::openUrl(QUrl::fromLocalFile(base + ending)))
-            return;
+    if (OpenHelp({QString::number(topic)}))
+        return;
     m_messageBox->ShowInformation(
         QCoreApplication::translate("Application", "The help topic %1 can't be opened. Its file is expected at %2.")
             .arg(topic)
-            .arg(base + ".html")
+            .arg(QString::fromStdString(m_platform.folder) + QString("/Help/%1.html").arg(topic))
             .toStdString(),
         QCoreApplication::translate("Application", "Help").toStdString());
 }
@@ -281,7 +290,8 @@ QPixmap Application::Picture() {
     QRect all(QPoint(), m_window->size());
     std::vector<QWidget*> overItems;
     for (const auto& frm : m_mainForm->Forms())
-        if (const auto form = frm.TryAs<WindowForm>(); form && frm->Visible() && !frm->MDIChild() && form->Frame())
+        if (const auto form = frm.TryAs<WindowForm>();
+            form && frm->Visible() && form->Frame() && form->Frame()->isWindow())
             overItems.push_back(form->Frame());
     for (const QWidget* over : overItems)
         all |= over->geometry().translated(-corner);

@@ -113,6 +113,11 @@ private:
     void ShowInspector() override;
     void ShowLog() override;
     void ShowJobs() override;
+    void DoWithWindow(WindowCommand command) override;
+    void ShowManual() override;
+    void ShowAbout() override;
+    // The first of these files that is there, shown by the desktop; false when none is.
+    [[nodiscard]] bool OpenHelp(const QStringList& names) const;
     void PrepareCommand(const Tool& tool);
     void NoteLostClick(const Tool& tool, const char* reason) const;
     [[nodiscard]] PersonalDesktop::Parts PersonalParts(const ApplicationOptions& options);

@@ -4,12 +4,15 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "desktop/application/AboutDialog.h"
 #include "desktop/application/Application.h"
+#include "desktop/documents/Documents.h"
 #include "desktop/service/ScreenPrinter.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "desktop/style/ContrastStyle.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QStyle>
 #include <set>
 
@@ -67,6 +70,49 @@ void Application::ShowLog() {
 
 void Application::ShowJobs() {
     m_jobs->ShowView();
+}
+
+void Application::DoWithWindow(WindowCommand command) {
+    Documents& documents = m_window->OpenDocuments();
+    switch (command) {
+    case WindowCommand::SplitRight:
+        return documents.Split(Documents::Side::Right);
+    case WindowCommand::SplitBelow:
+        return documents.Split(Documents::Side::Below);
+    case WindowCommand::MoveToNextGroup:
+        return documents.MoveToNextGroup();
+    case WindowCommand::GoToNextGroup:
+        return documents.GoToNextGroup();
+    case WindowCommand::OwnWindow:
+        return documents.MoveToOwnWindow();
+    case WindowCommand::Dock:
+        return documents.Dock();
+    case WindowCommand::Pin:
+        return documents.Pin();
+    case WindowCommand::CloseOthers:
+        return documents.CloseOthers();
+    case WindowCommand::ResetLayout:
+        return m_window->ResetLayout();
+    }
+}
+
+// In the user's language, if the application has it in that.
+void Application::ShowManual() {
+    QStringList names;
+    for (const QString& language : QLocale().uiLanguages())
+        names << "manual_" + QString(language).replace('-', '_') << "manual_" + language.left(2);
+    names << "manual"
+          << "index";
+    if (!OpenHelp(names))
+        m_messageBox->ShowInformation(
+            QCoreApplication::translate("Application", "This application has no manual. Its file is expected at %1.")
+                .arg(QString::fromStdString(m_platform.folder) + "/Help/manual.html")
+                .toStdString(),
+            QCoreApplication::translate("Application", "Manual").toStdString());
+}
+
+void Application::ShowAbout() {
+    AboutDialog(m_identity, m_window.get()).exec();
 }
 
 void Application::PrepareCommand(const Tool& tool) {

@@ -1,5 +1,7 @@
 #include "desktop/application/MainWindow.h"
 
+#include "desktop/documents/Documents.h"
+#include "desktop/documents/WindowSwitcher.h"
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/explorer/ExplorerTree.h"
@@ -78,6 +80,11 @@ public:
 
     // The content takes its place when it is to be seen: until then no title with its buttons has to be laid out.
     void SetContent(QWidget* content) { m_content = content; }
+    // Whether commands go to an item in it: its title has a line in the accent's colour then.
+    void SetActive(bool active) {
+        if (std::exchange(m_isActive, active) != active)
+            update();
+    }
     void setVisible(bool visible) override {
         if (visible && !widget())
             setWidget(m_content);
@@ -90,9 +97,16 @@ protected:
         m_close();
     }
 
+    void paintEvent(QPaintEvent* event) override {
+        QDockWidget::paintEvent(event);
+        if (m_isActive)
+            QPainter(this).fillRect(0, 0, width(), 2, palette().color(QPalette::Active, QPalette::Highlight));
+    }
+
 private:
     std::function<void()> m_close;
     QWidget* m_content = nullptr;
+    bool m_isActive = false;
 };
 
 } // namespace
@@ -100,7 +114,7 @@ private:
 MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm,
                        FailurePresenter& failures)
     : m_mainForm(std::move(mainForm)), m_activeBar(std::move(activeBar)), m_failures(failures), m_area(new WindowArea),
-      m_bars(nullptr) {
+      m_documents(new Documents(*m_area)), m_bars(nullptr) {
     setCentralWidget(m_area);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -109,7 +123,7 @@ MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<Pane
     m_area->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     m_area->installEventFilter(this);
     connect(m_area, &QMdiArea::subWindowActivated, m_area->viewport(), qOverload<>(&QWidget::update));
-    connect(m_area, &QMdiArea::subWindowActivated, this, &MainWindow::FillTab);
+    connect(m_documents, &Documents::OwnWindowMade, this, [this](QWidget* window) { AddWindowKeys(*window); });
     m_bars = new BarRenderer(m_activeBar, this, [this](const std::function<void()>& act) { m_failures.Guard(act); });
     m_bars->Menus().SetWindows([this] { return OpenWindows(); });
     SetUpDock(panelForm);
@@ -121,14 +135,20 @@ MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<Pane
             QMetaObject::invokeMethod(this, &MainWindow::ShowDock, Qt::QueuedConnection);
     });
     m_mainQueryUnload = m_mainForm->OnQueryUnload.Subscribe([this](bool& refused) { m_frmMain_QueryUnload(refused); });
-    m_mainArranged = m_mainForm->Arranged.Subscribe([this](Arrangement how) { ArrangeWindows(*m_area, how); });
-    SetUpWindowKeys();
+    m_mainArranged = m_mainForm->Arranged.Subscribe([this](Arrangement how) {
+        if (m_documents->IsTabbed())
+            m_documents->Arrange(how);
+        else
+            ArrangeWindows(*m_area, how);
+    });
+    AddWindowKeys(*this);
     resize(1100, 720);
     ReportSizes();
 }
 
 MainWindow::~MainWindow() {
-    disconnect(m_area, nullptr, this, nullptr); // its windows go one by one, each time another one comes up
+    disconnect(qApp, nullptr, m_dock, nullptr);
+    delete std::exchange(m_documents, nullptr); // its windows go one by one, each time another one comes up
     delete m_bars;                              // before the widgets whose actions it follows
 }
 
@@ -143,8 +163,15 @@ void MainWindow::SetUpDock(const Ref<PanelForm>& panelForm) {
         },
         this);
     m_dock = dock;
+    connect(qApp, &QApplication::focusChanged, dock, [this, dock](QWidget*, QWidget* to) {
+        const bool isInDock = to && dock->isAncestorOf(to);
+        const QWidget* front = m_documents->Active();
+        if (!isInDock && !(to && front && front->isAncestorOf(to)))
+            return; // a menu or a dialog changes nothing
+        dock->SetActive(isInDock);
+        m_documents->SetMarked(!isInDock);
+    });
     m_dock->setObjectName(explorerBand);
-    m_dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     m_explorer = new ExplorerPanel(panelForm, guard, m_dock);
     connect(m_explorer, &ExplorerPanel::PopupPlace, this,
             [this](const QPoint& place) { m_bars->SetPopupPlace(place); });
@@ -184,11 +211,11 @@ void MainWindow::m_frmMain_Changed(Form::Change change) {
 std::vector<Ref<Form>> MainWindow::Children() const {
     std::vector<Ref<Form>> forms = m_mainForm->Forms();
     std::erase_if(forms, [](const auto& frm) { return !frm->MDIChild() || !frm->Visible(); });
-    const auto frames = m_area->subWindowList();
+    const auto frames = m_documents->Frames();
     const auto place = [&](const Ref<Form>& frm) {
         const auto form = frm.TryAs<WindowForm>();
-        return std::pair(form ? frames.indexOf(qobject_cast<QMdiSubWindow*>(form->Frame())) : frames.size(),
-                         frm->HWnd());
+        const auto it = std::find(frames.begin(), frames.end(), form ? form->Frame() : nullptr);
+        return std::pair(it - frames.begin(), frm->HWnd());
     };
     std::sort(forms.begin(), forms.end(), [&](const auto& a, const auto& b) { return place(a) < place(b); });
     return forms;
@@ -219,14 +246,45 @@ void MainWindow::ActivateNeighbour(int step) {
 }
 
 // The keys that a page would otherwise take for its own tabs.
-void MainWindow::SetUpWindowKeys() {
+void MainWindow::AddWindowKeys(QWidget& window) {
     for (const WindowKey& key : FixedWindowKeys())
         if (key.comesFirst)
-            connect(new QShortcut(key.keys, this), &QShortcut::activated, this, [this, use = key.use] { Use(use); });
+            connect(new QShortcut(key.keys, &window), &QShortcut::activated, this, [this, use = key.use] { Use(use); });
+}
+
+// Through the windows in the order of their use.
+void MainWindow::SwitchWindow(int step) {
+    if (!m_documents->IsTabbed())
+        return ActivateNeighbour(step);
+    if (m_switcher)
+        return m_switcher->Step(step);
+    const std::vector<Ref<Form>> children = Children();
+    std::vector<WindowSwitcher::Entry> entries;
+    const auto forms = m_mainForm->Forms();
+    for (auto it = forms.rbegin(); it != forms.rend(); ++it) {
+        const auto form = it->TryAs<WindowForm>();
+        if (form && form->Frame() && std::find(children.begin(), children.end(), *it) != children.end())
+            entries.push_back({TabTitle(*form->Frame()), form->Frame()->windowIcon(), [this, form] {
+                                   m_failures.Guard([&] {
+                                       if (form->IsLoaded())
+                                           form->Activate();
+                                   });
+                               }});
+    }
+    QWidget* const over = m_documents->Active() ? m_documents->Active()->window() : this;
+    if (!entries.empty())
+        m_switcher = new WindowSwitcher(std::move(entries), step, *over,
+                                        QApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier));
 }
 
 void MainWindow::Use(WindowKey::Use use) {
     switch (use) {
+    case WindowKey::Use::LastUsedWindow:
+        SwitchWindow(1);
+        break;
+    case WindowKey::Use::FirstUsedWindow:
+        SwitchWindow(-1);
+        break;
     case WindowKey::Use::NextWindow:
         ActivateNeighbour(1);
         break;
@@ -234,7 +292,7 @@ void MainWindow::Use(WindowKey::Use use) {
         ActivateNeighbour(-1);
         break;
     case WindowKey::Use::CloseWindow:
-        if (QMdiSubWindow* active = m_area->activeSubWindow())
+        if (QWidget* active = m_documents->Active())
             active->close();
         break;
     case WindowKey::Use::FirstMenu:
@@ -255,9 +313,13 @@ void MainWindow::Use(WindowKey::Use use) {
 
 void MainWindow::GoToOtherPart() {
     const QWidget* focus = QApplication::focusWidget();
-    QMdiSubWindow* active = m_area->activeSubWindow();
+    QWidget* active = m_documents->Active();
     if (focus && m_dock->isAncestorOf(focus) && active) {
-        QWidget* inside = active->widget() ? active->widget()->focusWidget() : nullptr;
+        if (active->isWindow())
+            active->activateWindow();
+        QWidget* inside = active->isWindow() ? active->focusWidget() : nullptr;
+        if (const auto* child = qobject_cast<QMdiSubWindow*>(active); child && child->widget())
+            inside = child->widget()->focusWidget();
         (inside ? inside : active)->setFocus(Qt::ShortcutFocusReason);
     } else if (ExplorerPage* page = m_explorer->CurrentPage(); page && m_dock->isVisible()) {
         page->Tree()->setFocus(Qt::ShortcutFocusReason);
@@ -275,32 +337,36 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
     QMainWindow::keyPressEvent(event);
 }
 
-bool MainWindow::HasTabbedWindows() const {
-    return m_area->viewMode() == QMdiArea::TabbedView;
-}
-
 void MainWindow::SetTabbedWindows(bool tabbed) {
-    if (tabbed == HasTabbedWindows())
+    if (tabbed == m_documents->IsTabbed())
         return;
-    std::vector<std::pair<Ref<WindowForm>, QRect>> places; // as they were when they were free last
+    struct Free {
+        Ref<WindowForm> form;
+        QRect place;
+        FormState state;
+    };
+    std::vector<Free> all; // as they were when they were free last; the frames' own places are followed from then on
     for (const auto& frm : Children())
         if (const auto form = frm.TryAs<WindowForm>(); form && !tabbed)
-            places.emplace_back(form, form->Placement().NormalPlace());
-    QMdiSubWindow* const active = m_area->activeSubWindow();
-    m_area->setViewMode(tabbed ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
-    m_area->setTabsClosable(true);
-    m_area->setTabsMovable(true);
-    m_area->setDocumentMode(true);
-    for (const auto& [form, place] : places)
-        form->PlaceAgain(place, FormState::Normal);
-    if (!tabbed && active)
-        m_area->setActiveSubWindow(active);
+            all.push_back({form, form->Placement().NormalPlace(), form->WindowState()});
+    m_documents->SetTabbed(tabbed);
+    for (const auto& [form, place, state] : all)
+        form->PlaceAgain(place, state == FormState::Maximized ? FormState::Normal : state);
+    const Ref<Form> active = m_mainForm->ActiveForm();
+    for (const auto& [form, place, state] : all)
+        if (active && form.Get() == active.Get() && form->Frame()) {
+            m_area->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(form->Frame()));
+            if (state == FormState::Maximized) // last: a child that comes to the front would take it over
+                form->SetWindowState(state);
+        }
 }
 
-// The area leaves the window free that comes up when the one in front closes.
-void MainWindow::FillTab(QMdiSubWindow* window) {
-    if (window && HasTabbedWindows() && !window->isMaximized())
-        window->showMaximized();
+void MainWindow::ResetLayout() {
+    m_documents->ResetLayout();
+    for (QDockWidget* dock : findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        dock->setFloating(false);
+        addDockWidget(dock == m_dock ? Qt::LeftDockWidgetArea : Qt::BottomDockWidgetArea, dock);
+    }
 }
 
 QMenu* MainWindow::createPopupMenu() {
@@ -345,7 +411,9 @@ bool MainWindow::event(QEvent* event) {
     const bool done = QMainWindow::event(event);
     if (event->type() == QEvent::ApplicationPaletteChange)
         QMetaObject::invokeMethod(this, &ContrastStyle::Follow, Qt::QueuedConnection);
-    if (event->type() == QEvent::WindowActivate && !QApplication::activeModalWidget())
+    const QWidget* front =
+        m_documents ? m_documents->Active() : nullptr; // where it is a window of its own it stays the active one
+    if (event->type() == QEvent::WindowActivate && !QApplication::activeModalWidget() && !(front && front->isWindow()))
         m_failures.Guard([this] {
             const Ref<Form> activeForm = m_mainForm->ActiveForm();
             if (activeForm && activeForm->Visible())

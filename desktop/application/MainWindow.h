@@ -7,15 +7,17 @@
 #include "desktop/commands/WindowKeys.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 class QDockWidget;
 class QMdiArea;
-class QMdiSubWindow;
 
 namespace corvane::desktop {
 
+class Documents;
 class ExplorerPanel;
 class FailurePresenter;
+class WindowSwitcher;
 
 class MainWindow final : public QMainWindow {
     Q_OBJECT
@@ -27,9 +29,10 @@ public:
     [[nodiscard]] ExplorerPanel& Explorer() { return *m_explorer; }
     [[nodiscard]] QDockWidget& ExplorerDock() { return *m_dock; }
     [[nodiscard]] QMdiArea& Area() { return *m_area; }
-    // Whether the windows are behind tabs instead of in frames of their own.
-    [[nodiscard]] bool HasTabbedWindows() const;
-    void SetTabbedWindows(bool tabbed);
+    [[nodiscard]] Documents& OpenDocuments() { return *m_documents; }
+    void SetTabbedWindows(bool tabbed); // or free
+    // The windows in one group of tabs, the explorer at the left, the toolbars at the top.
+    void ResetLayout();
     // Whether the form has been asked to unload and didn't refuse, also when a service failed at its end.
     [[nodiscard]] bool HasEnded() const { return m_hasEnded; }
     // Closes without asking the form again, whose end a failure has broken off.
@@ -55,7 +58,8 @@ private:
     void SetUpWindowKeys();
     void Use(WindowKey::Use use);
     void GoToOtherPart();
-    void FillTab(QMdiSubWindow* window);
+    void SwitchWindow(int step);
+    void AddWindowKeys(QWidget& window);
     void ReportSizes();
     void m_frmMain_Changed(Form::Change change);
     void m_frmMain_QueryUnload(bool& refused);
@@ -68,6 +72,8 @@ private:
     Ref<ActiveBar> m_activeBar;
     FailurePresenter& m_failures;
     QMdiArea* m_area;
+    Documents* m_documents;
+    QPointer<WindowSwitcher> m_switcher;
     BarRenderer* m_bars;
     ExplorerPanel* m_explorer = nullptr;
     QDockWidget* m_dock = nullptr;

@@ -1,8 +1,12 @@
 #include "desktop/application/PersonalDesktop.h"
 
 #include "adapters/process/ProcessObject.h"
+#include "corvane/core/CorvaneMain.h"
+#include "corvane/explorer/IExplorerItem.h"
+#include "corvane/menus/ActionItem.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
+#include "desktop/documents/Documents.h"
 #include "desktop/failures/FailurePresenter.h"
 #include "desktop/log/LogDialog.h"
 #include "desktop/palette/PaletteDialog.h"
@@ -20,6 +24,22 @@ QString DescriptionOf(const Tool& tool) {
         if (description.isEmpty())
             description = ShownDescription(*instance);
     return description;
+}
+
+// The window or the item of the explorer that a command would act on now; of others whose it is.
+QString ActsOn(const CommandEntry& command, const MdiForm& mainForm) {
+    QString target;
+    const Ref<ActionItem> action = command.Action();
+    if (!action || !command.WhyNot().isEmpty())
+        return command.owner.Text();
+    if (command.owner.kind == Owner::Kind::Page) {
+        if (const Ref<Form> form = mainForm.ActiveForm())
+            target = TitleOf(*form);
+    } else if (command.owner.kind == Owner::Kind::ExplorerItem) {
+        if (const auto item = CorvaneMain::QueryExplorerItem(action->ActionsProviderObj()))
+            target = QString::fromStdString(item->DisplayName());
+    }
+    return target.isEmpty() ? command.owner.Text() : PersonalDesktop::tr("acts on “%1”").arg(target);
 }
 
 std::string FolderOf(const std::string& path) {
@@ -66,6 +86,7 @@ StateFile PersonalDesktop::FileAt(const QString& path) const {
 
 Session::Parts PersonalDesktop::SessionParts() const {
     return {&m_parts.window,
+            &m_parts.window.OpenDocuments(),
             m_parts.mainForm,
             m_parts.activeBar,
             m_parts.panelForm,
@@ -98,7 +119,8 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* parent, bool all, const std::funct
     entries.reserve(commands.All().size());
     for (const CommandEntry& command : commands.All())
         entries.push_back({command.tool, command.caption, command.path, m_bars.KeysText(*command.tool),
-                           command.owner.Text(), all ? QString() : command.WhyNot(), DescriptionOf(*command.tool),
+                           all ? command.owner.Text() : ActsOn(command, *m_parts.mainForm),
+                           all ? QString() : command.WhyNot(), DescriptionOf(*command.tool),
                            !all && !command.WhatFirst().isEmpty(), command.original});
     auto* palette = new PaletteDialog(
         std::move(entries), choose, [this](const Ref<Tool>& tool) { ShowInspector(tool); }, parent);

@@ -23,9 +23,11 @@ std::vector<WindowKey> FixedWindowKeys() {
     const QString otherPart = QCoreApplication::translate("WindowKeys", "Switch between explorer and window");
     const QString menu = QCoreApplication::translate("WindowKeys", "Context menu");
     return {
-        {Keys("Ctrl+Tab"), Use::NextWindow, next, window, true},
+        {Keys("Ctrl+Tab"), Use::LastUsedWindow,
+         QCoreApplication::translate("WindowKeys", "Switch to the window used before"), window, true},
         {Keys("Ctrl+F6"), Use::NextWindow, next, window, true},
-        {Keys("Ctrl+Shift+Tab"), Use::PreviousWindow, previous, window, true},
+        {Keys("Ctrl+Shift+Tab"), Use::FirstUsedWindow,
+         QCoreApplication::translate("WindowKeys", "Switch to the window not used for longest"), window, true},
         {Keys("Ctrl+Shift+F6"), Use::PreviousWindow, previous, window, true},
         {Keys("Ctrl+F4"), Use::CloseWindow, close, window, true},
         {Keys("Ctrl+W"), Use::CloseWindow, close, window, false},

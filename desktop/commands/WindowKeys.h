@@ -13,7 +13,9 @@ namespace corvane::desktop {
 
 struct WindowKey {
     enum class Use {
-        NextWindow,
+        LastUsedWindow,
+        FirstUsedWindow,
+        NextWindow, // in the order of the tabs
         PreviousWindow,
         CloseWindow,
         Title, // opens a menu by its underlined letter

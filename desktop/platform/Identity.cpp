@@ -55,6 +55,8 @@ Identity ReadIdentity(const std::string& applicationFolder) {
         identity.id = id.toStdString();
     else if (!id.isEmpty())
         wrong("the id \"" + id + "\" isn't of the form \"org.example.Birds\"");
+    identity.version = about["version"].toString().trimmed().toStdString();
+    identity.license = about["license"].toString().trimmed().toStdString();
     if (const QString icon = about["icon"].toString(); !icon.isEmpty()) {
         const QString path = folder + "/Images/" + icon;
         if (QFile::exists(path))

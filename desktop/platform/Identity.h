@@ -10,6 +10,8 @@ struct Identity {
     std::string id;   // "org.example.Birds"; empty without the file
     std::string name; // as users read it; without the file that of the folder
     QIcon icon;       // of Images; null without one
+    std::string version;
+    std::string license;
     // Which file and what is wrong with it, where it is there; for the log.
     std::string problem;
 

@@ -70,7 +70,7 @@ Appearance Appearance::Load() {
     appearance.theme = store->GetValue("Theme", appearance.theme);
     const auto size = QString::fromStdString(store->GetValue("IconSize", 0));
     appearance.iconSize = qBound(0, size.toInt(), 128);
-    appearance.tabbedWindows = EqualText(store->GetValue("TabbedWindows", false), "True");
+    appearance.tabbedWindows = EqualText(store->GetValue("TabbedWindows", true), "True");
     return appearance;
 }
 
@@ -114,8 +114,8 @@ QWidget* AppearancePage::NewWidget(QWidget* parent) {
     for (const int size : {16, 22, 24, 32, 48})
         m_iconSize->addItem(tr("%1 pixels").arg(size), size);
     m_windows = new QComboBox;
-    m_windows->addItem(tr("Overlapping windows"), false);
-    m_windows->addItem(tr("Tabs"), true);
+    m_windows->addItem(tr("In tabs"), true);
+    m_windows->addItem(tr("Free"), false);
     form->addRow(tr("&Theme:"), m_theme.data());
     form->addRow(tr("Toolbar &icon size:"), m_iconSize.data());
     form->addRow(tr("&Windows:"), m_windows.data());

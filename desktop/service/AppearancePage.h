@@ -19,7 +19,7 @@ namespace corvane::desktop {
 struct Appearance {
     std::string theme = "System"; // or Light, Dark
     int iconSize = 0;             // in pixels, of toolbars; 0 for the style's own
-    bool tabbedWindows = false;
+    bool tabbedWindows = true;    // or free
 
     // What the user chose; a value that can't be read is the default.
     [[nodiscard]] static Appearance Load();

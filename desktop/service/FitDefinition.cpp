@@ -52,6 +52,13 @@ int FreeOrder(std::string_view title, const MenusInUse& inUse) {
     return order;
 }
 
+// The place of a submenu among the entries of its title: it also says when its own entries are built, which has to be
+// after it and before the next title's, and no entry of an application is likely to be at that fraction.
+std::string OrderBelow(std::string_view title, const MenusInUse& inUse) {
+    const auto it = inUse.Titles().find(std::string(title));
+    return it == inUse.Titles().end() ? std::string() : std::to_string(it->second) + ".43";
+}
+
 std::string KeyOf(const DefinitionTag& menuItem) {
     const std::string_view path = menuItem.Attribute("Path");
     std::string key(path);
@@ -98,13 +105,18 @@ std::string FitDefinition(std::string_view text, MenusInUse inUse) {
         copied = tag.end;
         if (inUse.HasKey(KeyOf(tag)))
             continue;
-        const bool isTitle = EqualText(tag.Attribute("Type"), "MenuTitle");
+        const std::string_view path = tag.Attribute("Path");
+        const bool isAnyTitle = EqualText(tag.Attribute("Type"), "MenuTitle");
+        const bool isTitle = isAnyTitle && path.empty();
         const int order = isTitle ? FreeOrder(tag.Attribute("ActionItem"), inUse) : 0;
+        const std::string below = isAnyTitle && !isTitle ? OrderBelow(path, inUse) : std::string();
         fitted += "<MenuItem";
         for (const auto& [name, value] : tag.attributes) {
             if (name == "ShortCutKey" && inUse.HasShortCut(value))
                 continue;
-            const std::string written = isTitle && name == "PositionOrder" ? std::to_string(order) : std::string(value);
+            std::string written(value);
+            if (name == "PositionOrder" && isAnyTitle && (isTitle || !below.empty()))
+                written = isTitle ? std::to_string(order) : below;
             fitted.append(" ").append(name).append("=\"").append(written).append("\"");
         }
         fitted += "/>";

@@ -17,8 +17,6 @@
 #include <QDockWidget>
 #include <QEvent>
 #include <QMainWindow>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
@@ -158,9 +156,8 @@ std::vector<Session::SavedWindow> Session::SavedWindows() const {
     for (const auto& frm : m_parts.mainForm->Forms())
         if (const auto form = frm.TryAs<WindowForm>(); form && form->Controller())
             forms.emplace(static_cast<const Object*>(form->Controller().Get()), form);
-    const auto* area = qobject_cast<const QMdiArea*>(m_parts.window->centralWidget());
     std::unordered_map<const QWidget*, std::size_t> places;
-    for (const QMdiSubWindow* frame : area ? area->subWindowList() : QList<QMdiSubWindow*>())
+    for (const QWidget* frame : m_parts.documents->Frames())
         places.emplace(frame, places.size());
     std::vector<SavedWindow> windows;
     for (const auto& window : OpenWindows()) {
@@ -175,8 +172,9 @@ std::vector<Session::SavedWindow> Session::SavedWindows() const {
 }
 
 // A key that the library made up says nothing at the next start.
-QJsonArray Session::Windows() const {
+void Session::NoteWindows() {
     QJsonArray windows;
+    std::vector<QWidget*> frames;
     for (const auto& [window, form, placeCount] : SavedWindows()) {
         const bool hasKey = window->Key() != ToText(window->ObjectKey());
         QJsonObject entry{{"name", Text(window->WindowDef()->Name())},
@@ -186,14 +184,18 @@ QJsonArray Session::Windows() const {
         if (form && form->Visible()) {
             const QRect place = form->Placement().NormalPlace();
             entry["place"] = QJsonArray{place.x(), place.y(), place.width(), place.height()};
-            if (const QString state = StateWord(form->Placement().UserState()); !state.isEmpty())
+            if (const QString state = StateWord(form->WindowState()); !state.isEmpty())
                 entry["state"] = state;
             if (window->WindowType() != WindowTypeConstants::cvWizard)
                 entry["page"] = static_cast<int>(form->ActivePageIndex());
+            if (m_parts.documents->IsOwn(form->Frame()))
+                entry["own"] = Packed(form->Frame()->saveGeometry());
         }
         windows.append(entry);
+        frames.push_back(form ? form->Frame() : nullptr);
     }
-    return windows;
+    m_windows = windows;
+    m_groups = m_parts.documents->State(frames);
 }
 
 QJsonObject Session::State() const {
@@ -202,6 +204,8 @@ QJsonObject Session::State() const {
                       {"toolbars", Toolbars()},
                       {"explorer", Explorer()},
                       {"windows", m_windows}};
+    if (!m_groups.isEmpty())
+        state["groups"] = m_groups;
     if (m_parts.place)
         state["geometry"] = Packed(m_parts.window->saveGeometry());
     if (const auto status = m_parts.activeBar->Bands()->Find(statusBand))
@@ -215,7 +219,7 @@ void Session::Save() {
         return;
     // Behind a question windows may be closing one after another, because the application ends.
     if (!QApplication::activeModalWidget())
-        m_windows = Windows();
+        NoteWindows();
     const QJsonObject state = State();
     if (state == m_written)
         return;
@@ -243,6 +247,7 @@ void Session::Schedule() {
 void Session::Follow() {
     m_follows = true;
     m_parts.window->installEventFilter(this);
+    connect(m_parts.documents, &Documents::Changed, this, &Session::Schedule);
     for (QDockWidget* dock : m_parts.window->findChildren<QDockWidget*>())
         dock->installEventFilter(this);
     m_subscriptions.push_back(m_parts.activeBar->Changed.Subscribe([this](const BarChange& change) {
@@ -489,28 +494,47 @@ void Session::PlaceAgain(Window& window, const QJsonObject& entry) {
         window.SetActivePageIndex(page);
 }
 
+void Session::RestoreGroups(const QJsonArray& windows, const std::vector<Ref<WindowForm>>& forms) {
+    std::vector<QWidget*> frames;
+    for (const auto& form : forms)
+        frames.push_back(form && form->Visible() ? form->Frame() : nullptr);
+    m_parts.guard([&] {
+        m_parts.documents->Restore(m_read["groups"].toObject(), frames);
+        for (qsizetype i = 0; i < windows.size(); ++i)
+            if (const QJsonValue own = windows[i].toObject()["own"]; own.isString())
+                if (const auto& form = forms[static_cast<std::size_t>(i)]; form && form->Frame())
+                    if (m_parts.documents->MoveToOwnWindow(form->Frame()))
+                        desktop::PlaceAgain(*form->Frame(), own);
+    });
+}
+
 void Session::RestoreWindows() {
     ClickSelectedNode();
     Ref<WindowForm> active;
     std::vector<Ref<WindowForm>> maximizedForms;
     const QJsonArray windows = m_read["windows"].toArray();
-    for (const auto& value : windows)
+    std::vector<Ref<WindowForm>> forms;
+    for (const auto& value : windows) {
+        forms.emplace_back();
         m_parts.guard([&] {
             const QJsonObject entry = value.toObject();
             const Ref<Window> window = OpenAgain(entry);
             if (!window)
                 return;
             PlaceAgain(*window, entry);
+            forms.back() = FormOf(*window);
             if (entry["active"].toBool())
                 active = FormOf(*window);
             if (StateOf(entry["state"].toString()) == FormState::Maximized)
                 maximizedForms.push_back(FormOf(*window));
         });
+    }
+    RestoreGroups(windows, forms);
     if (active && active->Visible())
         m_parts.guard([&] { active->Activate(); });
     // Last: the next child that comes to the front takes being maximized over.
     for (const auto& form : maximizedForms)
-        if (form && form->Visible() && form->Placement().UserState() != FormState::Maximized)
+        if (form && form->Visible() && form->WindowState() != FormState::Maximized)
             m_parts.guard([&] { form->PlaceAgain(form->Placement().NormalPlace(), FormState::Maximized); });
     m_read = {};
     Schedule();

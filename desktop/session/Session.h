@@ -7,6 +7,7 @@
 #include "corvane/platform/controls/PanelForm.h"
 #include "corvane/platform/controls/TabStrip.h"
 #include "corvane/platform/controls/TreeView.h"
+#include "desktop/documents/Documents.h"
 #include "desktop/guard/Guard.h"
 #include "desktop/state/StateFile.h"
 #include "desktop/windows/WindowForm.h"
@@ -28,6 +29,7 @@ class Session final : public QObject {
 public:
     struct Parts {
         QMainWindow* window;
+        Documents* documents; // the windows' groups
         Ref<MdiForm> mainForm;
         Ref<ActiveBar> activeBar;
         Ref<PanelForm> panelForm;
@@ -59,7 +61,7 @@ private:
     void Schedule();
     void m_frmMain_Unload();
     [[nodiscard]] QJsonObject State() const;
-    [[nodiscard]] QJsonArray Windows() const;
+    void NoteWindows();
     struct SavedWindow {
         Ref<Window> window;
         Ref<WindowForm> form; // nothing when it isn't the host's
@@ -70,6 +72,7 @@ private:
     [[nodiscard]] Ref<WindowForm> FormOf(const Window& window) const;
     [[nodiscard]] Ref<Window> OpenAgain(const QJsonObject& entry);
     void PlaceAgain(Window& window, const QJsonObject& entry);
+    void RestoreGroups(const QJsonArray& windows, const std::vector<Ref<WindowForm>>& forms);
     [[nodiscard]] QJsonObject Explorer() const;
     [[nodiscard]] QJsonObject Toolbars() const;
     void RestoreToolbars(const QJsonObject& toolbars);
@@ -89,6 +92,7 @@ private:
     QJsonObject m_read;
     QJsonObject m_written;
     QJsonArray m_windows; // as they were when no question was open
+    QJsonObject m_groups; // likewise: the windows by their places in that list
     QTimer m_timer;
     bool m_follows = false;
     bool m_ends = false; // the form is unloading, and what is left isn't what the user left

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>About %1</source>
+        <translation>Info über %1</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Runs on Corvane %1 and Qt %2</source>
+        <translation>Läuft auf Corvane %1 und Qt %2</translation>
+    </message>
+    <message>
+        <source>Licence: %1</source>
+        <translation>Lizenz: %1</translation>
+    </message>
+    <message>
+        <source>Uses these libraries under their licences:</source>
+        <translation>Verwendet diese Bibliotheken unter ihren Lizenzen:</translation>
+    </message>
+</context>
+<context>
     <name>AppearancePage</name>
     <message>
         <source>Follow the system</source>
@@ -20,14 +43,6 @@
         <translation>%1 Pixel</translation>
     </message>
     <message>
-        <source>Overlapping windows</source>
-        <translation>Überlappende Fenster</translation>
-    </message>
-    <message>
-        <source>Tabs</source>
-        <translation>Registerkarten</translation>
-    </message>
-    <message>
         <source>&amp;Theme:</source>
         <translation>&amp;Design:</translation>
     </message>
@@ -38,6 +53,14 @@
     <message>
         <source>&amp;Windows:</source>
         <translation>&amp;Fenster:</translation>
+    </message>
+    <message>
+        <source>In tabs</source>
+        <translation>In Registerkarten</translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation>Frei</translation>
     </message>
 </context>
 <context>
@@ -73,6 +96,14 @@
     <message>
         <source>A part of the application failed; the rest goes on.</source>
         <translation>Ein Teil der Anwendung ist fehlgeschlagen; der Rest läuft weiter.</translation>
+    </message>
+    <message>
+        <source>This application has no manual. Its file is expected at %1.</source>
+        <translation>Diese Anwendung hat kein Handbuch. Seine Datei wird unter %1 erwartet.</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>Handbuch</translation>
     </message>
 </context>
 <context>
@@ -361,6 +392,56 @@
     <message>
         <source>%1, line %2</source>
         <translation>%1, Zeile %2</translation>
+    </message>
+</context>
+<context>
+    <name>DocumentBar</name>
+    <message>
+        <source>Open windows</source>
+        <translation>Offene Fenster</translation>
+    </message>
+    <message>
+        <source>%1, pinned</source>
+        <translation>%1, angeheftet</translation>
+    </message>
+</context>
+<context>
+    <name>Documents</name>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Dock</source>
+        <translation>An&amp;docken</translation>
+    </message>
+    <message>
+        <source>Close &amp;Others</source>
+        <translation>&amp;Andere schließen</translation>
+    </message>
+    <message>
+        <source>Close to the &amp;Right</source>
+        <translation>&amp;Rechte schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Pin</source>
+        <translation>An&amp;heften</translation>
+    </message>
+    <message>
+        <source>&amp;Split Right</source>
+        <translation>Rechts &amp;teilen</translation>
+    </message>
+    <message>
+        <source>Split &amp;Below</source>
+        <translation>&amp;Unten teilen</translation>
+    </message>
+    <message>
+        <source>Move to &amp;Next Group</source>
+        <translation>In nächste &amp;Gruppe verschieben</translation>
+    </message>
+    <message>
+        <source>Move to Own &amp;Window</source>
+        <translation>In eigenes &amp;Fenster verschieben</translation>
     </message>
 </context>
 <context>
@@ -1141,7 +1222,7 @@
     </message>
     <message>
         <source>About %1</source>
-        <translation>Über %1</translation>
+        <translation>Info über %1</translation>
     </message>
     <message>
         <source>Toolbars</source>
@@ -1402,6 +1483,13 @@
     <message>
         <source>Unavailable: %1.</source>
         <translation>Nicht verfügbar: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>PersonalDesktop</name>
+    <message>
+        <source>acts on “%1”</source>
+        <translation>wirkt auf „%1“</translation>
     </message>
 </context>
 <context>
@@ -1975,6 +2063,21 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>Menu %1</source>
         <translation>Menü %1</translation>
+    </message>
+    <message>
+        <source>Switch to the window used before</source>
+        <translation>Zum zuvor benutzten Fenster wechseln</translation>
+    </message>
+    <message>
+        <source>Switch to the window not used for longest</source>
+        <translation>Zum am längsten nicht benutzten Fenster wechseln</translation>
+    </message>
+</context>
+<context>
+    <name>WindowSwitcher</name>
+    <message>
+        <source>Open windows, the last used first</source>
+        <translation>Offene Fenster, das zuletzt benutzte zuerst</translation>
     </message>
 </context>
 <context>

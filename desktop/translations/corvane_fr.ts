@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>About %1</source>
+        <translation>À propos de %1</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Runs on Corvane %1 and Qt %2</source>
+        <translation>Fonctionne avec Corvane %1 et Qt %2</translation>
+    </message>
+    <message>
+        <source>Licence: %1</source>
+        <translation>Licence : %1</translation>
+    </message>
+    <message>
+        <source>Uses these libraries under their licences:</source>
+        <translation>Utilise ces bibliothèques sous leurs licences :</translation>
+    </message>
+</context>
+<context>
     <name>AppearancePage</name>
     <message>
         <source>Follow the system</source>
@@ -20,14 +43,6 @@
         <translation>%1 pixels</translation>
     </message>
     <message>
-        <source>Overlapping windows</source>
-        <translation>Fenêtres superposées</translation>
-    </message>
-    <message>
-        <source>Tabs</source>
-        <translation>Onglets</translation>
-    </message>
-    <message>
         <source>&amp;Theme:</source>
         <translation>&amp;Thème&#xa0;:</translation>
     </message>
@@ -38,6 +53,14 @@
     <message>
         <source>&amp;Windows:</source>
         <translation>&amp;Fenêtres&#xa0;:</translation>
+    </message>
+    <message>
+        <source>In tabs</source>
+        <translation>En onglets</translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation>Libres</translation>
     </message>
 </context>
 <context>
@@ -73,6 +96,14 @@
     <message>
         <source>A part of the application failed; the rest goes on.</source>
         <translation>Une partie de l’application a échoué&#xa0;; le reste continue.</translation>
+    </message>
+    <message>
+        <source>This application has no manual. Its file is expected at %1.</source>
+        <translation>Cette application n’a pas de manuel. Son fichier est attendu à l’emplacement %1.</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>Manuel</translation>
     </message>
 </context>
 <context>
@@ -361,6 +392,56 @@
     <message>
         <source>%1, line %2</source>
         <translation>%1, ligne %2</translation>
+    </message>
+</context>
+<context>
+    <name>DocumentBar</name>
+    <message>
+        <source>Open windows</source>
+        <translation>Fenêtres ouvertes</translation>
+    </message>
+    <message>
+        <source>%1, pinned</source>
+        <translation>%1, épinglé</translation>
+    </message>
+</context>
+<context>
+    <name>Documents</name>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Fermer</translation>
+    </message>
+    <message>
+        <source>&amp;Dock</source>
+        <translation>A&amp;ncrer</translation>
+    </message>
+    <message>
+        <source>Close &amp;Others</source>
+        <translation>Fermer les &amp;autres</translation>
+    </message>
+    <message>
+        <source>Close to the &amp;Right</source>
+        <translation>Fermer à d&amp;roite</translation>
+    </message>
+    <message>
+        <source>&amp;Pin</source>
+        <translation>É&amp;pingler</translation>
+    </message>
+    <message>
+        <source>&amp;Split Right</source>
+        <translation>&amp;Diviser à droite</translation>
+    </message>
+    <message>
+        <source>Split &amp;Below</source>
+        <translation>Diviser en dess&amp;ous</translation>
+    </message>
+    <message>
+        <source>Move to &amp;Next Group</source>
+        <translation>Déplacer vers le &amp;groupe suivant</translation>
+    </message>
+    <message>
+        <source>Move to Own &amp;Window</source>
+        <translation>Déplacer dans sa propre f&amp;enêtre</translation>
     </message>
 </context>
 <context>
@@ -1405,6 +1486,13 @@
     </message>
 </context>
 <context>
+    <name>PersonalDesktop</name>
+    <message>
+        <source>acts on “%1”</source>
+        <translation>agit sur « %1 »</translation>
+    </message>
+</context>
+<context>
     <name>Preview</name>
     <message>
         <source>This is a stub for the page of %1.</source>
@@ -1975,6 +2063,21 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>Menu %1</source>
         <translation>Menu %1</translation>
+    </message>
+    <message>
+        <source>Switch to the window used before</source>
+        <translation>Passer à la fenêtre utilisée avant</translation>
+    </message>
+    <message>
+        <source>Switch to the window not used for longest</source>
+        <translation>Passer à la fenêtre la moins récemment utilisée</translation>
+    </message>
+</context>
+<context>
+    <name>WindowSwitcher</name>
+    <message>
+        <source>Open windows, the last used first</source>
+        <translation>Fenêtres ouvertes, la dernière utilisée en premier</translation>
     </message>
 </context>
 <context>

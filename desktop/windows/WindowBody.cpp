@@ -42,6 +42,25 @@ void ForgetHints(QLayout& layout) {
     layout.invalidate();
 }
 
+// A window's own help comes before a command of the application that has the same key.
+class HelpKey final : public QObject {
+public:
+    explicit HelpKey(WindowBody& body) : QObject(&body), m_body(body) { body.installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        const bool isHelp = event->type() == QEvent::ShortcutOverride &&
+                            static_cast<QKeyEvent*>(event)->keyCombination() == QKeyCombination(Qt::Key_F1) &&
+                            m_body.Commands().Button(StandardCommandConstants::cvHelp);
+        if (isHelp)
+            event->accept();
+        return isHelp;
+    }
+
+private:
+    WindowBody& m_body;
+};
+
 QFrame* NewLine(QFrame::Shape shape) {
     auto* line = new QFrame;
     line->setFrameShape(shape);
@@ -68,6 +87,7 @@ WindowBody::WindowBody(const BodyOptions& options, const std::vector<PageRoom>& 
     else
         SetUpSinglePage(rooms, all);
     SetUpCommands(all);
+    new HelpKey(*this);
 }
 
 PagePlace* WindowBody::NewPlace(const PageRoom& room) {

@@ -107,7 +107,7 @@ void WindowForm::MakeFrame(bool isApplyCommandShown) {
     m_body = new WindowBody(options, rooms);
     m_frame = std::make_unique<WindowFrame>(MDIChild() ? m_host->area.data() : nullptr, m_host->mainWindow, m_body,
                                             m_type == WindowTypeConstants::cvWindow,
-                                            static_cast<WindowFrame::Observer&>(*this));
+                                            static_cast<WindowFrame::Observer&>(*this), m_host->frames);
     if (MDIChild())
         m_frame->SetIcon(m_host->ChildIcon());
     m_placement.SetFrame(*m_frame, *m_body);

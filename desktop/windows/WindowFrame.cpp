@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <utility>
 
 namespace corvane::desktop {
@@ -87,6 +88,42 @@ private:
     Notifier m_notifier;
 };
 
+// A child that was moved out of the main window. Its keys are the main window's as well, which is why it has that for a
+// parent; for the desktop it is a window as any other.
+class OwnFrame final : public QWidget {
+public:
+    OwnFrame(Notifier notifier, QWidget* owner) : QWidget(owner, Qt::Window), m_notifier(std::move(notifier)) {
+        auto* all = new QVBoxLayout(this);
+        all->setContentsMargins(0, 0, 0, 0);
+        all->setSpacing(0);
+    }
+
+protected:
+    void showEvent(QShowEvent* event) override {
+        QWidget::showEvent(event);
+        windowHandle()->setTransientParent(nullptr);
+    }
+    void closeEvent(QCloseEvent* event) override {
+        event->ignore();
+        m_notifier->Notify(&WindowFrame::Observer::CloseRequested);
+    }
+    bool event(QEvent* event) override {
+        const bool done = QWidget::event(event);
+        if (event->type() == QEvent::WindowActivate)
+            m_notifier->Notify(&WindowFrame::Observer::FrameActivated);
+        return done;
+    }
+
+private:
+    Notifier m_notifier;
+};
+
+void CopyTitle(const QWidget& from, QWidget& to) {
+    to.setWindowTitle(from.windowTitle());
+    to.setWindowIcon(from.windowIcon());
+    to.setWindowModified(from.isWindowModified());
+}
+
 Qt::WindowStates StatesOf(FormState state) {
     if (state == FormState::Maximized)
         return Qt::WindowMaximized;
@@ -95,9 +132,10 @@ Qt::WindowStates StatesOf(FormState state) {
 
 } // namespace
 
-WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Observer& observer)
+WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool withStateButtons, Observer& observer,
+                         FrameKeeper* keeper)
     : m_notifier(std::make_shared<WindowFrame::Notifier>(WindowFrame::Notifier{&observer})), m_area(area),
-      m_owner(owner) {
+      m_owner(owner), m_keeper(area ? keeper : nullptr), m_hasStateButtons(withStateButtons) {
     if (area) {
         m_child = new ChildFrame(m_notifier);
         m_child->setParent(area->viewport(), m_child->windowFlags()); // without one it has no title bar
@@ -109,7 +147,9 @@ WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool wit
         m_child->setWidget(nullptr);
         delete probeWidget;
         m_child->setWidget(body);
+        m_freeFlags = m_child->windowFlags();
         m_widget = m_child;
+        TellKeeper(&FrameKeeper::FrameMade);
         return;
     }
     Qt::WindowFlags flags = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
@@ -122,16 +162,85 @@ WindowFrame::WindowFrame(QMdiArea* area, QWidget* owner, QWidget* body, bool wit
     m_widget = m_dialog;
 }
 
+void WindowFrame::TellKeeper(void (FrameKeeper::*what)(WindowFrame&)) {
+    if (m_keeper)
+        (m_keeper->*what)(*this);
+}
+
 void WindowFrame::Close() {
     m_notifier->observer = nullptr;
-    QWidget* const widget = m_widget;
+    TellKeeper(&FrameKeeper::FrameClosed);
+    m_keeper = nullptr;
+    const QPointer<QWidget> widgets[] = {m_child.data(), m_dialog.data(), m_own.data()};
     m_widget = nullptr;
     m_child = nullptr;
     m_dialog = nullptr;
-    if (!widget)
+    m_own = nullptr;
+    for (const auto& widget : widgets)
+        if (widget) {
+            widget->deleteLater();
+            widget->hide();
+        }
+}
+
+void WindowFrame::Hold(Holding holding) {
+    if (!m_child || holding == m_holding)
         return;
-    widget->deleteLater();
-    widget->hide();
+    const bool wasOwn = m_holding == Holding::Own;
+    m_holding = holding;
+    if (holding == Holding::InTab) {
+        m_child->setMinimumSize(0, 0);
+        if (m_child->isMaximized() || m_child->isMinimized()) {
+            if (m_child->isVisible())
+                m_child->showNormal();
+            else
+                m_child->setWindowState(Qt::WindowNoState);
+        }
+        m_child->setWindowFlags(Qt::SubWindow | Qt::FramelessWindowHint);
+    } else if (holding == Holding::Free) {
+        m_child->setWindowFlags(m_freeFlags);
+        m_child->setMinimumSize(m_minimum);
+    }
+    if (wasOwn || holding == Holding::Own)
+        MoveBody(!wasOwn);
+}
+
+// Between the child and the window of its own.
+void WindowFrame::MoveBody(bool own) {
+    QWidget* const body = own ? m_child->widget() : m_own->layout()->itemAt(m_own->layout()->count() - 1)->widget();
+    const QPointer<QWidget> focus = body->focusWidget();
+    const bool isShown = m_widget->isVisible();
+    if (own) {
+        m_own = new OwnFrame(m_notifier, m_owner);
+        CopyTitle(*m_child, *m_own);
+        m_child->setWidget(nullptr);
+        m_own->layout()->addWidget(body);
+        m_widget = m_own;
+        m_child->hide();
+    } else {
+        m_own->layout()->removeWidget(body);
+        m_child->setWidget(body);
+        CopyTitle(*m_own, *m_child);
+        m_widget = m_child;
+        m_own->deleteLater();
+        m_own->hide();
+        m_own = nullptr;
+    }
+    body->show();
+    if (isShown && m_widget)
+        m_widget->show();
+    if (focus)
+        focus->setFocus();
+}
+
+void WindowFrame::PlaceInTab(const QRect& place) {
+    if (m_child && m_holding == Holding::InTab)
+        m_child->setGeometry(place);
+}
+
+void WindowFrame::StayOnTop(bool stays) {
+    if (m_child)
+        m_child->setWindowFlag(Qt::WindowStaysOnTopHint, stays);
 }
 
 void WindowFrame::Show(bool modal, FormState state) {
@@ -143,6 +252,7 @@ void WindowFrame::Show(bool modal, FormState state) {
         if (m_child)
             m_child->setGeometry(place);
     }
+    TellKeeper(&FrameKeeper::FrameShown);
     if (m_dialog && modal != m_dialog->isModal() && !m_dialog->isVisible())
         m_dialog->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     if (m_widget && !m_widget->isVisible())
@@ -155,10 +265,15 @@ void WindowFrame::Show(bool modal, FormState state) {
 void WindowFrame::Hide() {
     if (m_widget)
         m_widget->hide();
+    TellKeeper(&FrameKeeper::FrameHidden);
 }
 
 void WindowFrame::BringToFront() {
-    if (m_child && m_area) {
+    if (m_own) {
+        m_own->raise();
+        if (m_own && m_own->isVisible() && !m_own->isActiveWindow())
+            m_own->activateWindow();
+    } else if (m_child && m_area) {
         if (m_isAdded && m_area->activeSubWindow() != m_child)
             m_area->setActiveSubWindow(m_child);
         if (m_child && m_child->window()->isVisible() && !m_child->window()->isActiveWindow())
@@ -170,23 +285,32 @@ void WindowFrame::BringToFront() {
     }
 }
 
+void WindowFrame::Activate() {
+    BringToFront();
+    m_notifier->Notify(&Observer::FrameActivated);
+}
+
 void WindowFrame::SetTitle(const QString& title) {
     if (m_widget)
         m_widget->setWindowTitle(QString(title).replace("[*]", "[*][*]") + "[*]");
+    TellKeeper(&FrameKeeper::FrameChanged);
 }
 
 void WindowFrame::SetIcon(const QIcon& icon) {
     if (m_widget)
         m_widget->setWindowIcon(icon);
+    TellKeeper(&FrameKeeper::FrameChanged);
 }
 
 void WindowFrame::SetModified(bool modified) {
-    if (m_widget)
-        m_widget->setWindowModified(modified);
+    if (!m_widget || m_widget->isWindowModified() == modified)
+        return;
+    m_widget->setWindowModified(modified);
+    TellKeeper(&FrameKeeper::FrameChanged);
 }
 
 void WindowFrame::SetState(FormState state) {
-    if (!m_widget || State() == state)
+    if (!m_widget || m_holding != Holding::Free || State() == state)
         return;
     if (!m_child || !m_child->isVisible()) {
         m_widget->setWindowState(StatesOf(state));
@@ -216,7 +340,7 @@ QPoint WindowFrame::Corner() const {
 }
 
 void WindowFrame::Place(const QRect& place) {
-    if (m_widget && State() == FormState::Normal)
+    if (m_widget && m_holding == Holding::Free && State() == FormState::Normal)
         m_widget->setGeometry(place.translated(Corner()));
 }
 
@@ -225,7 +349,8 @@ QRect WindowFrame::PlaceNow() const {
 }
 
 void WindowFrame::SetMinimum(const QSize& size) {
-    if (m_widget && m_widget->minimumSize() != m_widget->maximumSize())
+    m_minimum = size;
+    if (m_widget && m_holding == Holding::Free && m_widget->minimumSize() != m_widget->maximumSize())
         m_widget->setMinimumSize(size);
 }
 

@@ -41,6 +41,7 @@ struct WindowStep {
     std::string verb = {}, field = {}, rest = {};
 };
 
+class FrameKeeper;
 class QtFormPage;
 using OpenFormFunction = std::function<Ref<QtFormPage>(const Ref<PageDef>&)>;
 
@@ -51,6 +52,7 @@ struct WindowHost {
 
     MdiForm* mainForm = nullptr; // outlives every form
     QPointer<QMdiArea> area;
+    FrameKeeper* frames = nullptr; // goes with the area
     QPointer<QWidget> mainWindow;
     // Of the main window's children; one for all, as loading it takes longer than the rest.
     [[nodiscard]] const QIcon& ChildIcon() const;

@@ -3,7 +3,6 @@
 #include "corvane/core/CorvaneMain.h"
 #include "desktop/windows/Twips.h"
 
-#include <QMdiArea>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <algorithm>
@@ -53,6 +52,10 @@ void WindowPlacement::PlaceFirst(const WindowDef& def) {
     if (m_form.MDIChild())
         place.moveTopLeft(FreeCorner(place, room, beside));
     m_frame->Place(place);
+    if (IsHeld()) {
+        const QScopedValueRollback followsFrame(m_followsFrame, true);
+        MoveModel(place);
+    }
     bool anyResizable = false;
     for (const auto& pageDef : def.PageDefs())
         anyResizable |= pageDef->IsResizable();
@@ -77,22 +80,15 @@ bool WindowPlacement::IsCornerTaken(const QPoint& corner) const {
     });
 }
 
-bool WindowPlacement::IsBehindTab() const {
-    return m_form.MDIChild() && m_host->area && m_host->area->viewMode() == QMdiArea::TabbedView;
-}
-
-FormState WindowPlacement::UserState() const {
-    return IsBehindTab() ? FormState::Normal : m_form.WindowState();
-}
-
 void WindowPlacement::MoveModel(const QRect& place) {
     m_form.Move(TwipsX(place.left()), TwipsY(place.top()), TwipsX(place.width()), TwipsY(place.height()));
 }
 
 void WindowPlacement::PlaceAgain(const QRect& place, FormState state) {
-    if (IsBehindTab()) { // for when it is free again
+    if (IsHeld()) {
         const QScopedValueRollback followsFrame(m_followsFrame, true);
         MoveModel(place);
+        m_form.SetWindowState(state);
         return;
     }
     QRect room = m_frame->Room();
@@ -115,7 +111,7 @@ void WindowPlacement::ApplyMinimum() {
 void WindowPlacement::MakeSpaceFor(int height) {
     ApplyMinimum();
     const QRect place = m_frame->PlaceNow();
-    if (m_form.Visible() && m_frame->State() == FormState::Normal &&
+    if (m_form.Visible() && !IsHeld() && m_frame->State() == FormState::Normal &&
         place.bottom() + height <= m_frame->Room().bottom())
         m_frame->Place(place.adjusted(0, 0, 0, height));
 }
@@ -131,13 +127,13 @@ void WindowPlacement::FollowModelState() {
 }
 
 void WindowPlacement::FollowFrame() {
-    if (!m_form.Visible() || m_followsFrame || !m_frame->Widget() || !m_frame->Widget()->isVisible())
+    if (!m_form.Visible() || m_followsFrame || IsHeld() || !m_frame->Widget() || !m_frame->Widget()->isVisible())
         return;
     const QScopedValueRollback followsFrame(m_followsFrame, true);
     m_host->guard([this] {
         const FormState state = m_frame->State();
         const QRect place = m_frame->PlaceNow();
-        if (state == FormState::Normal && !IsBehindTab() && place != NormalPlace())
+        if (state == FormState::Normal && place != NormalPlace())
             MoveModel(place);
         if (state != m_form.WindowState())
             m_form.SetWindowState(state);

@@ -38,8 +38,6 @@ public:
     // Where it is while it is neither maximized nor minimized: in pixels, from the corner of the area or of the main
     // window.
     [[nodiscard]] QRect NormalPlace() const;
-    // The state that the user gave it; behind tabs every window is as large as the area, and that isn't one.
-    [[nodiscard]] FormState UserState() const;
     // What of the window isn't page, in pixels. Fails with 91 after the window's end, and so do the next two.
     [[nodiscard]] QSize NonPageSize() const;
     // With a page of that size, in twips, as far as the screen allows.
@@ -47,7 +45,8 @@ public:
     [[nodiscard]] Long HeightFor(Long pageHeight) const;
 
 private:
-    [[nodiscard]] bool IsBehindTab() const;
+    // In a tab or a window of its own: the model's place and state are kept for when it is free again.
+    [[nodiscard]] bool IsHeld() const { return m_frame->Held() != WindowFrame::Holding::Free; }
     [[nodiscard]] bool IsCornerTaken(const QPoint& corner) const;
     [[nodiscard]] QPoint FreeCorner(const QRect& place, const QRect& room, int step) const;
     void MoveModel(const QRect& place);

@@ -5,15 +5,16 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/application/Application.h"
+#include "desktop/documents/Documents.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/AppFolder.h"
+#include "tests/support/FreeWindows.h"
 
 #include <QApplication>
 #include <QDockWidget>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabBar>
@@ -194,6 +195,7 @@ constexpr const char* threeSheets = R"({"version":1,"windows":[{"name":"Sheet","
     {"name":"Sheet","key":"2"},{"name":"Sheet","key":"3"}]})";
 
 TEST_F(SessionTest, WindowsComeBackToTheirPlacesAndStates) {
+    ChooseFreeWindows();
     m_folder.Write("corvane/App/session.json", threeSheets);
     QRect place;
     {
@@ -225,6 +227,7 @@ TEST_F(SessionTest, WindowsComeBackToTheirPlacesAndStates) {
 }
 
 TEST_F(SessionTest, WindowThatStoodOnALargerScreenComesWithinReach) {
+    ChooseFreeWindows();
     m_folder.Write("corvane/App/session.json", R"({"version":1,"windows":[
         {"name":"Sheet","key":"1","place":[4000,3000,5000,4000]},
         {"name":"Sheet","key":"2","place":[-700,-90,320,240]},{"name":"Sheet","key":"3","place":[1,2,-3,"x"]}]})");
@@ -237,18 +240,16 @@ TEST_F(SessionTest, WindowThatStoodOnALargerScreenComesWithinReach) {
 
 TEST_F(SessionTest, TabsKeepTheirOrderTheirFrontAndThePlacesBehindThem) {
     m_folder.Write("corvane/App/session.json", threeSheets);
-    const auto tabs = [](Application& application) { return application.Window().Area().findChild<QTabBar*>(); };
+    ChooseFreeWindows();
     const auto orderFunction = [](Application& application) {
         std::string order;
-        for (const QMdiSubWindow* frame : application.Window().Area().subWindowList())
+        for (const QWidget* frame : application.Window().OpenDocuments().Frames())
             for (const char* key : {"1", "2", "3"})
                 order += Sheet(application, key)->Frame() == frame ? key : "";
         return order;
     };
     const auto setTabbed = [](Application& application, bool tabbed) {
-        Appearance appearance = Appearance::Load();
-        appearance.tabbedWindows = tabbed;
-        appearance.Save();
+        ChooseFreeWindows(!tabbed);
         application.Window().SetTabbedWindows(tabbed);
     };
     QRect place;
@@ -261,7 +262,9 @@ TEST_F(SessionTest, TabsKeepTheirOrderTheirFrontAndThePlacesBehindThem) {
         const auto application = Start(m_folder);
         place = Sheet(*application, "1")->Frame()->geometry();
         setTabbed(*application, true);
-        tabs(*application)->moveTab(0, 2);
+        Sheet(*application, "1")->Activate();
+        application->Window().OpenDocuments().MoveToOwnWindow();
+        application->Window().OpenDocuments().Dock(); // at the end
         Sheet(*application, "2")->Activate();
         QApplication::processEvents();
         EXPECT_EQ(orderFunction(*application), "231");
@@ -269,11 +272,9 @@ TEST_F(SessionTest, TabsKeepTheirOrderTheirFrontAndThePlacesBehindThem) {
     }
     {
         const auto application = Start(m_folder);
-        EXPECT_TRUE(application->Window().HasTabbedWindows());
         EXPECT_EQ(orderFunction(*application), "231");
         EXPECT_EQ(application->MainForm()->ActiveForm(), Sheet(*application, "2"));
-        EXPECT_EQ(tabs(*application)->currentIndex(), 0);
-        QTest::keyClick(&application->Window(), Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyClick(&application->Window(), Qt::Key_F6, Qt::ControlModifier);
         EXPECT_EQ(application->MainForm()->ActiveForm(), Sheet(*application, "3")) << "the key follows the tabs";
         setTabbed(*application, false);
         application->Window().close();

@@ -5,6 +5,7 @@
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
 #include "desktop/application/Application.h"
+#include "desktop/documents/Documents.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "tests/desktop/ApplicationFolder.h"
 
@@ -14,7 +15,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMdiArea>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -186,7 +186,7 @@ TEST_F(UnsavedWorkTest, PreferencesAreSearchedAppliedAndKept) {
         EXPECT_TRUE(pages->item(0)->isHidden());
         const auto boxes = dialog->findChildren<QComboBox*>();
         boxes[1]->setCurrentIndex(boxes[1]->findData(48));
-        boxes[2]->setCurrentIndex(boxes[2]->findData(true));
+        boxes[2]->setCurrentIndex(boxes[2]->findData(false));
         for (auto* button : dialog->findChildren<QPushButton*>())
             if (button->text() == "OK" || button->text() == "&OK")
                 button->click();
@@ -194,7 +194,7 @@ TEST_F(UnsavedWorkTest, PreferencesAreSearchedAppliedAndKept) {
     timer.start(5);
     EXPECT_TRUE(m_application->Choose("Tools.Preferences"));
     EXPECT_EQ(m_application->Window().iconSize(), QSize(48, 48));
-    EXPECT_EQ(m_application->Window().Area().viewMode(), QMdiArea::TabbedView);
+    EXPECT_FALSE(m_application->Window().OpenDocuments().IsTabbed());
     m_application.reset();
     Application again({m_folder.App(), false});
     EXPECT_TRUE(again.Start());

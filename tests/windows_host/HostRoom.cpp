@@ -2,6 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "tests/support/FreeWindows.h"
 
 #include <QApplication>
 #include <QDir>
@@ -135,6 +136,7 @@ HostRoom::HostRoom() {
     qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
     QDir(m_folder.path()).mkpath("App/Services");
     QDir(m_folder.path()).mkpath("App/Images");
+    ChooseFreeWindows(); // whose frames show the most; tabs are tested in a program of their own
 }
 
 HostRoom::~HostRoom() {
