@@ -14,7 +14,9 @@ namespace {
 
 constexpr int steps = 1000;
 constexpr qint64 shownAfter = 300; // milliseconds: what is over by then would only flicker
-constexpr int textCharacters = 36;
+constexpr int textCharacters = 44;
+constexpr int stateCharacters = 40;
+constexpr int leastCharacters = 12; // of the title
 
 } // namespace
 
@@ -63,8 +65,14 @@ void JobBar::Update() {
 void JobBar::Show(const jobs::Job& job, std::size_t more) {
     const QString title = QString::fromStdString(job.Title());
     const QString state = StateText(job);
-    const QString text = job.State() == JobState::Running && !job.IsCancelling() ? title : title + " – " + state;
-    m_text->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, fontMetrics().averageCharWidth() * textCharacters));
+    const bool isPlain = job.State() == JobState::Running && !job.IsCancelling();
+    const int character = fontMetrics().averageCharWidth();
+    // What it does now is worth more than the whole title.
+    const QString behind =
+        isPlain ? QString() : fontMetrics().elidedText(" – " + state, Qt::ElideMiddle, character * stateCharacters);
+    const int room = character * textCharacters - fontMetrics().horizontalAdvance(behind);
+    m_text->setText(fontMetrics().elidedText(title, Qt::ElideMiddle, std::max(room, character * leastCharacters)) +
+                    behind);
     m_text->setToolTip(DetailsText(job));
     const auto part = job.Part();
     m_bar->setRange(0, part ? steps : 0); // without a range it only shows that something is done

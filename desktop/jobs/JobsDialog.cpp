@@ -46,6 +46,12 @@ public:
         bar.textAlignment = Qt::AlignCenter;
         option.widget->style()->drawControl(QStyle::CE_ProgressBar, &bar, painter, option.widget);
     }
+
+    // For all columns, as rows have one height.
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        constexpr int around = 10; // the text of the bar
+        return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + around};
+    }
 };
 
 bool IsBefore(const Ref<jobs::Job>& a, const Ref<jobs::Job>& b) {
@@ -102,7 +108,9 @@ void JobsDialog::SetUpList() {
     const int character = fontMetrics().averageCharWidth();
     m_list->setColumnWidth(Title, character * 34);
     m_list->setColumnWidth(Progress, character * 16);
-    m_list->setColumnWidth(State, character * 30);
+    m_list->setColumnWidth(BelongsTo, character * 18);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(State, QHeaderView::Stretch);
     connect(m_list, &QTreeWidget::itemSelectionChanged, this, &JobsDialog::ShowCurrent);
     connect(m_list, &QTreeWidget::currentItemChanged, this, &JobsDialog::ShowCurrent);
 }

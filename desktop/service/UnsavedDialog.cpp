@@ -30,6 +30,10 @@ UnsavedDialog::UnsavedDialog(std::vector<UnsavedGroup> groups, const std::vector
     m_save->setText(onlyJobs ? tr("Cancel &Jobs and Quit") : tr("&Save Checked"));
     m_save->setDefault(true);
     m_save->setFocus();
+    if (onlyJobs) {
+        m_save->setIcon({}); // there is nothing to save
+        buttons->button(QDialogButtonBox::Cancel)->setText(tr("&Don't Quit"));
+    }
     buttons->button(QDialogButtonBox::Discard)->setText(tr("&Discard All"));
     buttons->button(QDialogButtonBox::Discard)->setVisible(!onlyJobs);
     layout->addWidget(buttons);

@@ -1964,6 +1964,10 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
         <translation>&amp;Aufgaben abbrechen und beenden</translation>
     </message>
     <message>
+        <source>&amp;Don&apos;t Quit</source>
+        <translation>&amp;Nicht beenden</translation>
+    </message>
+    <message>
         <source>Running jobs</source>
         <translation>Laufende Aufgaben</translation>
     </message>

@@ -1964,6 +1964,10 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
         <translation>Annuler les tâches et &amp;quitter</translation>
     </message>
     <message>
+        <source>&amp;Don&apos;t Quit</source>
+        <translation>&amp;Ne pas quitter</translation>
+    </message>
+    <message>
         <source>Running jobs</source>
         <translation>Tâches en cours</translation>
     </message>
