@@ -159,12 +159,14 @@ void Part::RunParts(const std::vector<Double>& weights, const std::function<void
             },
             true);
     WorkOn(*group);
+    std::vector<std::exception_ptr> failures; // end here, and not with the thread that leaves the group last
     {
         std::unique_lock lock(group->mutex);
         group->ended.wait(lock, [&] { return group->left == 0; });
+        failures.swap(group->failures);
     }
     std::exception_ptr cancellation;
-    for (const std::exception_ptr& failure : group->failures) {
+    for (const std::exception_ptr& failure : failures) {
         if (failure && !IsCancellation(failure))
             std::rethrow_exception(failure);
         if (failure)
