@@ -226,6 +226,36 @@ TEST(Chart, ComparisonIsSaidInSentences) {
     EXPECT_EQ(ComparisonText(Penguins(), settings, 1), "Choose two different groups.");
 }
 
+TEST(Chart, ComparisonDrawsTheValuesBesideTheMeans) {
+    AnalysisSettings settings = FirstSettings(Penguins(), AnalysisKind::Comparison, {});
+    settings.columnX = "body_mass_g";
+    settings.secondGroup = "Chinstrap";
+    const ChartScene scene = ComparisonScene(Penguins(), settings);
+    ASSERT_EQ(scene.boxes.size(), 2U);
+    const ChartBox& box = scene.boxes[1];
+    EXPECT_EQ(box.q1, 3487.5);
+    EXPECT_EQ(box.median, 3700);
+    EXPECT_EQ(box.q3, 3950);
+    EXPECT_EQ(box.low, 2900); // 2,700 and 4,800 are more than 693.75 away from the box
+    EXPECT_EQ(box.high, 4550);
+    EXPECT_EQ(box.beyond, (std::vector<double>{2700, 4800}));
+    EXPECT_LT(scene.y.low, 2700);
+    EXPECT_LT(box.x, scene.marks[1].x);
+}
+
+TEST(Chart, BootstrapDrawsEachResampleOnce) {
+    const Table table = Penguins();
+    const Column& column = *table.Find("bill_length_mm");
+    const BootstrapResult result = RunBootstrap(column.numbers, {});
+    const ChartScene scene = BootstrapScene(result, column, {});
+    double resamples = 0;
+    for (const ChartBar& bar : scene.bars)
+        resamples += bar.top;
+    EXPECT_EQ(resamples, 1000);
+    EXPECT_EQ(scene.lines.size(), 3U);
+    EXPECT_FALSE(BootstrapScene({10, 1, 0.1, {0.9, 1.1}}, column, {}).empty.empty()) << "saved before it was kept";
+}
+
 TEST(Chart, AComparisonBeginsWithGroupsThatCanBeCompared) {
     const Table table = ReadCsv("group,x\na,1\nb,\nb,2\nc,1\nc,2\nd,3\nd,4\nd,5\nd,6\n").table;
     AnalysisSettings settings = FirstSettings(table, AnalysisKind::Comparison, {});

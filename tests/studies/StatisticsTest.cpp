@@ -5,6 +5,8 @@
 #include "corvane/base/Failure.h"
 #include "tests/studies/Penguins.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -95,6 +97,20 @@ TEST(Report, OneLineNamesTheFirstColumns) {
               "bill length 43.92 \u00b1 5.46, bill depth 17.15 \u00b1 1.975, flipper length 200.9 \u00b1 14.06, "
               "body mass 4202 \u00b1 802");
     EXPECT_EQ(LineText(Summarize(ReadCsv("a,b\nx,y\n").table)), "1 row, 2 columns");
+}
+
+// The short way that most numbers take, beside the standard library's.
+TEST(NumberText, IsTheShortestThatReadsAsTheNumber) {
+    std::vector<double> values{0, 0.1 + 0.2, 1.0 / 3, -0.00005, 123456789.12345, 99999999999.9999, 1e11 + 0.25, -7e14};
+    for (int i = -3000; i < 3000; ++i)
+        values.push_back(i * 7919 / 1e4);
+    for (const double value : values) {
+        std::array<char, 64> letters{};
+        char* const end =
+            std::to_chars(letters.data(), letters.data() + letters.size(), value, std::chars_format::fixed).ptr;
+        EXPECT_EQ(TextOf(value), std::string(letters.data(), end));
+    }
+    EXPECT_EQ(TextOf(-1.5, 3), "-1.500");
 }
 
 } // namespace

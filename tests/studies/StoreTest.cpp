@@ -286,7 +286,8 @@ TEST_F(StoreOfStudies, ResultsAreKeptUntilTheDataChange) {
     Store store(m_path);
     Fill(store);
     const Id set = store.DataSets(store.Studies()[0].id)[0].id;
-    const Id id = store.AddAnalysis(set, "Bootstrap", m_settings, BootstrapResult{3, 0.1, 1e-300, {-2.0 / 3, 7}});
+    const Id id = store.AddAnalysis(set, "Bootstrap", m_settings,
+                                    BootstrapResult{3, 0.1, 1e-300, {-2.0 / 3, 7}, {-0.1, 0.3, 2}, {998, 2}});
     const auto Result = [&] { return store.AnalysisOf(id).result; };
     ASSERT_TRUE(Result());
     EXPECT_EQ(Result()->count, 3U);
@@ -294,6 +295,8 @@ TEST_F(StoreOfStudies, ResultsAreKeptUntilTheDataChange) {
     EXPECT_EQ(Result()->error, 1e-300);
     EXPECT_EQ(Result()->interval.low, -2.0 / 3);
     EXPECT_EQ(Result()->interval.high, 7);
+    EXPECT_EQ(Result()->bins.Edge(Result()->bins.count), 0.5);
+    EXPECT_EQ(Result()->counts, (std::vector<std::size_t>{998, 2}));
     store.SetCells(set, {{1, 1, "2"}});
     EXPECT_FALSE(Result());
     store.Undo();

@@ -38,7 +38,10 @@ public:
         }
         if (m_i >= m_text.size())
             return false;
-        record = Record{{}, m_line, {}, false};
+        record.fields.clear(); // and keeps its memory for the next one
+        record.line = m_line;
+        record.problem.clear();
+        record.strayQuote = false;
         bool more = true;
         while (more)
             more = ReadField(record);
@@ -125,6 +128,9 @@ private:
 
 bool IsMissing(std::string_view field) {
     static constexpr std::array<std::string_view, 5> words{"NA", "N/A", "#N/A", "NaN", "null"};
+    constexpr std::size_t longest = 4;
+    if (field.size() > longest || (!field.empty() && field[0] >= '0' && field[0] <= '9'))
+        return false; // most are no word at all
     return field.empty() || std::any_of(words.begin(), words.end(),
                                         [&](std::string_view word) { return corvane::EqualText(field, word); });
 }

@@ -7,6 +7,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <span>
 
 namespace studies {
 namespace {
@@ -105,7 +106,10 @@ std::string SpokenName(std::string_view name) {
 std::optional<double> NumberOf(std::string_view text, char point) {
     if (!text.empty() && text.front() == '+')
         text.remove_prefix(1);
-    std::string plain(text);
+    std::array<char, 64> letters{};
+    if (text.size() > letters.size())
+        return std::nullopt; // no one writes numbers of that length
+    const std::span plain(letters.data(), std::copy(text.begin(), text.end(), letters.begin()));
     for (char& c : plain) {
         if (c == point)
             c = '.';

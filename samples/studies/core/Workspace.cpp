@@ -91,6 +91,11 @@ SharedTable DataSetContext::Ready() {
     return IsSmall(rows, m_workspace->GetStore().Columns(m_dataSetId).size()) ? Shared() : nullptr;
 }
 
+SharedTable DataSetContext::Latest() {
+    const SharedTable ready = Ready();
+    return ready ? ready : m_table ? m_table : Shared();
+}
+
 void DataSetContext::WithTable(const Ref<Object>& owner, std::function<void(const SharedTable&)> done) {
     if (const SharedTable table = Ready())
         return done(table);
@@ -230,7 +235,7 @@ void AnalysisDocument::FollowStore() {
 }
 
 void AnalysisDocument::TakeSavedResult(const Analysis& analysis) {
-    const SharedTable table = analysis.result ? m_data->Shared() : nullptr;
+    const SharedTable table = analysis.result ? m_data->Latest() : nullptr;
     if (auto values = table ? NumbersIn(table, analysis.settings.columnX) : nullptr)
         m_computed = Computed{*analysis.result, analysis.settings, std::move(values), {}};
     m_isResultSaved = true;

@@ -77,6 +77,8 @@ public:
     [[nodiscard]] SharedTable Shared();
     // The same, but a null pointer when it would have to be read and isn't small.
     [[nodiscard]] SharedTable Ready();
+    // The same, but as it was read last, while a job reads it again.
+    [[nodiscard]] SharedTable Latest();
     // Calls done with it: at once when it is ready, or else when a job has read it, which is one for all that wait;
     // with a null pointer when the user has cancelled that. Nothing is called once the window of the owner, a page, has
     // closed.

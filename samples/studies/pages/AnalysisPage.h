@@ -27,7 +27,8 @@ protected:
     virtual void ShowAnalysis() = 0;
 
     [[nodiscard]] corvane::Ref<AnalysisDocument> Document() const { return AboutAs<AnalysisDocument>(); }
-    [[nodiscard]] const Table& Data() const { return Document()->Data()->Data(); }
+    // As it was read last: when it is being read again, ShowAnalysis follows.
+    [[nodiscard]] const Table& Data() const { return *Document()->Data()->Latest(); }
     // Changes a copy of the settings and hands it to the document.
     void ChangeSettings(const std::function<void(AnalysisSettings&)>& change);
     // A control's choice of that setting goes into the document.

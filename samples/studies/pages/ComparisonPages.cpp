@@ -114,7 +114,9 @@ QWidget* BootstrapPage::MakeWidget(QWidget* parent) {
     layout->addLayout(form);
     layout->addSpacing(page->fontMetrics().height());
     layout->addWidget(m_resultLabel);
-    layout->addStretch(1);
+    m_chart = new ChartWidget;
+    layout->addWidget(m_chart, 1);
+    layout->addStretch();
     Bind(m_column, &AnalysisSettings::columnX);
     const auto OnChange = [this] {
         Guarded([this] {
@@ -149,6 +151,9 @@ void BootstrapPage::ShowAnalysis() {
 void BootstrapPage::ShowResult() {
     const BootstrapResult* result = Document()->Result();
     const Column* column = Data().Find(Document()->Settings().columnX);
+    m_chart->setVisible(result && column);
+    if (result && column)
+        m_chart->SetScene(BootstrapScene(*result, *column, Document()->Settings()));
     if (result && column)
         m_resultLabel->setText(
             Text(BootstrapText(*result, Document()->Settings(), *column, ReadPreferences().decimals)));
@@ -159,7 +164,13 @@ void BootstrapPage::ShowResult() {
 }
 
 void BootstrapPage::Run() {
-    const SharedTable table = Document()->Data()->Shared();
+    Document()->Data()->WithTable(Ref<Object>(this), [this](const SharedTable& table) {
+        if (table)
+            Run(table);
+    });
+}
+
+void BootstrapPage::Run(const SharedTable& table) {
     const Column* column = table->Find(Document()->Settings().columnX);
     if (m_running || !column || !column->IsNumeric())
         return;

@@ -46,6 +46,7 @@ protected:
 
 private:
     void Run();
+    void Run(const SharedTable& table);
     void ShowResult();
 
     QPointer<QComboBox> m_column;
@@ -54,6 +55,7 @@ private:
     QPointer<QSpinBox> m_seed;
     QPointer<QPushButton> m_run;
     QPointer<QLabel> m_resultLabel;
+    QPointer<ChartWidget> m_chart; // of the resamples
     bool m_running = false;
 };
 
