@@ -162,9 +162,10 @@ void Process::BeginServices() {
     for (const auto& service : services)
         try {
             service->Need();
-        } catch (const Failure&) {
+        } catch (...) { // the next call of the service tries again
             if (!IsRunning())
                 throw;
+            Report("Processes", "Initialize", Name());
         }
 }
 
@@ -280,7 +281,7 @@ void Process::WaitFor(const std::string& doing, const std::function<bool()>& isD
             FailEnded(doing);
         if (isDone())
             return;
-        if (auto line = m_child->NextLine()) {
+        if (auto line = m_whyStopped.empty() ? m_child->NextLine() : std::nullopt) {
             const std::uint64_t turns = m_turns;
             Receive(*line);
             if (m_turns != turns) // what a job reports meanwhile isn't an answer
@@ -512,7 +513,8 @@ void Process::Pump() {
         m_child->Turn(0);
         for (int i = 0; i < mostLingering; ++i) {
             const std::uint64_t turns = m_turns;
-            for (std::optional<std::string> line; IsSame() && m_waiting.empty() && (line = m_child->NextLine());)
+            for (std::optional<std::string> line;
+                 IsSame() && m_waiting.empty() && m_whyStopped.empty() && (line = m_child->NextLine());)
                 Receive(*line);
             if (!IsSame() || m_turns == turns || m_child->IsClosed())
                 break;

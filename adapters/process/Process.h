@@ -73,8 +73,8 @@ public:
 
     // Starts it, unless it runs. Fails with Ended, also when it has died three times in a row within a minute.
     void Need();
-    // Once after each start: its services are initialized before anything else is asked of it. What fails in that is
-    // said when the service is called; only the end of the process is a failure here.
+    // Once after each start: its services are initialized before any other object is. What fails in that is logged, and
+    // tried again when the service is called; only the end of the process is a failure here.
     void BeginServices();
     // The classes that it said it has, since its first start. They stay as long as this object.
     [[nodiscard]] const std::deque<ProcessClass>& Classes() const { return m_classes; }

@@ -47,7 +47,8 @@ bool ProcessObject::IsLive() const {
 
 void ProcessObject::Need() {
     m_process->Need();
-    m_process->BeginServices();
+    if (!m_serviceBase) // which begins by itself, and says what fails in that
+        m_process->BeginServices();
     if (!IsLive()) {
         if (m_isMadeByClass)
             Make();
