@@ -31,7 +31,7 @@ Ref<IJob> StartTask(JobOptions oOptions, std::unique_ptr<JobTask> pTask, std::st
     return oJobs->Start(std::move(oOptions), std::move(pTask), std::move(sProcedure));
 }
 
-std::string ProcedureIn(const std::source_location& oWhere) {
+std::string ProcedureIn(const CallPlace& oWhere) {
     std::string_view sText = oWhere.function_name();
     sText = sText.substr(0, sText.find('('));
     // The result's type comes first; a template's arguments may hold blanks and scopes of their own.

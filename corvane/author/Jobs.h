@@ -20,6 +20,24 @@ namespace corvane {
 
 class Window;
 
+// Where a job is started, as far as its procedure goes. Some compilers have no std::source_location, but what it needs.
+#ifdef __cpp_lib_source_location
+using CallPlace = std::source_location;
+#else
+class CallPlace {
+public:
+    [[nodiscard]] static constexpr CallPlace current(const char* sFunction = __builtin_FUNCTION()) {
+        return CallPlace(sFunction);
+    }
+    [[nodiscard]] constexpr const char* function_name() const { return m_sFunction; }
+
+private:
+    constexpr explicit CallPlace(const char* sFunction) : m_sFunction(sFunction) {}
+
+    const char* m_sFunction;
+};
+#endif
+
 // What became of the work, for a `done` that wants to know everything: done(JobResult<T>& oResult).
 template <class T>
 class JobResult {
@@ -121,7 +139,7 @@ private:
 [[gnu::visibility("default")]] Ref<IJob> StartTask(JobOptions oOptions, std::unique_ptr<JobTask> pTask,
                                                    std::string sProcedure);
 // "BirdsService.OnImport" of "void birds::BirdsService::OnImport()", also of a lambda in it.
-[[nodiscard, gnu::visibility("default")]] std::string ProcedureIn(const std::source_location& oWhere);
+[[nodiscard, gnu::visibility("default")]] std::string ProcedureIn(const CallPlace& oWhere);
 
 } // namespace detail
 
@@ -131,16 +149,14 @@ private:
 // that started it. Or it is done(JobResult<T>&), for whatever became of the work. It isn't called when the window that
 // the job belongs to has closed, or the application has ended. Fails with 5 without a title.
 template <class W, class D>
-Ref<IJob> StartJob(JobOptions oOptions, W fnWork, D fnDone,
-                   const std::source_location& oWhere = std::source_location::current()) {
+Ref<IJob> StartJob(JobOptions oOptions, W fnWork, D fnDone, const CallPlace& oWhere = CallPlace::current()) {
     return detail::StartTask(std::move(oOptions),
                              std::make_unique<detail::WorkTask<W, D>>(std::move(fnWork), std::move(fnDone)),
                              detail::ProcedureIn(oWhere));
 }
 // The same for work whose end is of no interest, unless it fails.
 template <class W>
-Ref<IJob> StartJob(JobOptions oOptions, W fnWork,
-                   const std::source_location& oWhere = std::source_location::current()) {
+Ref<IJob> StartJob(JobOptions oOptions, W fnWork, const CallPlace& oWhere = CallPlace::current()) {
     return StartJob(std::move(oOptions), std::move(fnWork), detail::NoDone{}, oWhere);
 }
 
@@ -195,7 +211,7 @@ public:
     // interval that isn't greater than 0.
     template <class W, class D>
     void Start(Long lMilliseconds, JobOptions oOptions, W fnWork, D fnDone,
-               const std::source_location& oWhere = std::source_location::current()) {
+               const CallPlace& oWhere = CallPlace::current()) {
         Repeat(
             lMilliseconds, std::move(oOptions),
             [fnWork = std::move(fnWork), fnDone = std::move(fnDone)]() -> std::unique_ptr<JobTask> {
