@@ -17,7 +17,6 @@ public:
     // In place of the text. What can't be drawn stays empty.
     void ShowPicture(const forms::FormPicture& picture);
     void ShowText(const QString& text);
-    [[nodiscard]] QSize PictureSize() const { return m_size; } // not valid while there is a text
     QSize sizeHint() const override { return m_size.isValid() ? m_size : QLabel::sizeHint(); }
     QSize minimumSizeHint() const override;
 
