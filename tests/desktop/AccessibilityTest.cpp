@@ -156,8 +156,35 @@ TEST(Contrast, FocusAndEdgesOfControlsCanBeSeen) {
         }
     }
     QApplication::setPalette(before);
-    ContrastStyle::Follow();
-    EXPECT_EQ(dynamic_cast<ContrastStyle*>(QApplication::style()), nullptr);
+}
+
+TEST(Contrast, SelectionOfAListIsGreyWithoutTheFocus) {
+    const QPalette before = QApplication::palette();
+    for (const bool dark : {true, false}) {
+        QApplication::setPalette(ThemePalette(dark));
+        ContrastStyle::Follow();
+        QWidget window;
+        auto* layout = new QVBoxLayout(&window);
+        auto* list = new QListWidget;
+        auto* elsewhere = new QLineEdit;
+        layout->addWidget(list);
+        layout->addWidget(elsewhere);
+        list->addItem("One");
+        list->setCurrentRow(0);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        const auto behindText = [list] {
+            const QImage image = list->viewport()->grab().toImage();
+            return image.pixelColor(image.width() - 6, list->visualItemRect(list->item(0)).center().y());
+        };
+        list->setFocus();
+        EXPECT_EQ(behindText(), ThemePalette(dark).color(QPalette::Active, QPalette::Highlight)) << dark;
+        elsewhere->setFocus();
+        EXPECT_LT(behindText().hsvSaturation(), 40) << dark;
+        EXPECT_NE(behindText(), ThemePalette(dark).color(QPalette::Active, QPalette::Base)) << dark;
+    }
+    QApplication::setPalette(before);
 }
 
 } // namespace

@@ -201,7 +201,8 @@ TEST_F(PersonalBarsTest, KeysOfTheWindowItselfAreConflictsAsTheListSays) {
     ShortcutsDialog dialog(bars, *application->Bar(), &application->Window());
     const auto rows = dialog.List().findItems("Ctrl+Tab", Qt::MatchExactly, 1);
     ASSERT_EQ(rows.size(), 2);
-    EXPECT_TRUE(rows[0]->text(3).contains("Next window (the window itself)")) << rows[0]->text(3).toStdString();
+    EXPECT_TRUE(rows[0]->text(3).contains("Switch to the window used before (the window itself)"))
+        << rows[0]->text(3).toStdString();
     EXPECT_EQ(rows[1]->text(2), "the window itself");
     dialog.List().setCurrentItem(rows[1]);
     EXPECT_FALSE(dialog.Keys().isEnabled());

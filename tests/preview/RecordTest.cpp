@@ -2,13 +2,13 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
+#include "desktop/documents/DocumentBar.h"
 #include "headless/Document.h"
 #include "headless/Steps.h"
 #include "tests/preview/PreviewRoom.h"
 
 #include <QFile>
 #include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTabBar>
 #include <deque>
@@ -196,9 +196,10 @@ IsMDIChild="true" IsModal="false"><Page PageProgID="BirdsSvc.Other" Caption="One
     preview.OpenWindow("Sheet");
     preview.OpenWindow("Other");
     QApplication::processEvents();
-    for (auto* child : Window().findChildren<QMdiSubWindow*>())
-        if (child->windowTitle().startsWith("Sheet"))
-            QTest::mouseClick(child, Qt::LeftButton, {}, QPoint(child->width() / 2, 8)); // its title
+    for (auto* bar : Window().findChildren<DocumentBar*>())
+        for (int tab = 0; tab < bar->count(); ++tab)
+            if (bar->tabText(tab).startsWith("Sheet"))
+                QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
     QApplication::processEvents();
     EXPECT_NE(App().AsText().find("Window Sheet (window, active)"), std::string::npos) << App().AsText();
     preview.OpenWindow("Other"); // is open
