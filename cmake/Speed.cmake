@@ -20,6 +20,14 @@ function(corvane_precompiled target set)
   endif()
 endfunction()
 
+# corvane_meta_objects(TARGET) lets moc read the target's headers. Each source includes what comes of its own header, so the
+# file that holds what nothing includes is empty, and needs no precompiled headers.
+function(corvane_meta_objects target)
+  set_target_properties(${target} PROPERTIES AUTOMOC ON)
+  set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp
+    PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
 set(CORVANE_CORE_HEADERS <algorithm> <array> <cstdint> <cstdlib> <filesystem> <fstream> <functional> <iostream> <map>
   <memory> <optional> <set> <sstream> <string> <string_view> <unordered_map> <utility> <variant> <vector>
   ${CMAKE_SOURCE_DIR}/corvane/base/Automation.h ${CMAKE_SOURCE_DIR}/corvane/base/Event.h

@@ -116,3 +116,5 @@ void CommandOwner::GiveToPage() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_CommandOwner.cpp"

@@ -65,3 +65,5 @@ void EndSignals::Arrived() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_EndSignals.cpp"

@@ -430,3 +430,5 @@ void MainWindow::ReportSizes() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_MainWindow.cpp"

@@ -34,3 +34,5 @@ void NameQuestion::Ask(const QString& name, QString& problem) const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_NameQuestion.cpp"

@@ -177,3 +177,5 @@ void PersonalDesktop::ShowCustomize() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_PersonalDesktop.cpp"

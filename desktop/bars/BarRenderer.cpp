@@ -394,3 +394,5 @@ bool BarRenderer::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_BarRenderer.cpp"

@@ -109,3 +109,5 @@ void UiWatch::Watch() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_UiWatch.cpp"

@@ -255,3 +255,5 @@ void CustomizeDialog::ForgetAside() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_CustomizeDialog.cpp"

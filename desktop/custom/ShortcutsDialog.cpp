@@ -320,3 +320,5 @@ void ShortcutsDialog::Filter(const QString& text) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ShortcutsDialog.cpp"

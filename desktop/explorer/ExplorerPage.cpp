@@ -104,3 +104,5 @@ void ExplorerPage::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ExplorerPage.cpp"

@@ -130,3 +130,5 @@ void ExplorerPanel::resizeEvent(QResizeEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ExplorerPanel.cpp"

@@ -379,3 +379,5 @@ void ExplorerTree::changeEvent(QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ExplorerTree.cpp"

@@ -121,3 +121,5 @@ int FilterModel::rowCount(const QModelIndex& parent) const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_FilterModel.cpp"

@@ -34,3 +34,5 @@ Qt::ItemFlags NodeModel::flags(const QModelIndex& index) const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_NodeModel.cpp"

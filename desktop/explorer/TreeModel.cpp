@@ -165,3 +165,5 @@ void TreeModel::ShowLooks() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_TreeModel.cpp"

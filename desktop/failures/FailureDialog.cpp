@@ -114,3 +114,5 @@ void FailureDialog::Copy() const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_FailureDialog.cpp"

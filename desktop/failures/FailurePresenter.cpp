@@ -174,3 +174,5 @@ void FailurePresenter::Guard(const std::function<void()>& act) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_FailurePresenter.cpp"

@@ -123,3 +123,5 @@ int GuardedApplication::Run() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_GuardedApplication.cpp"

@@ -260,3 +260,5 @@ void GroupEditor::ShowValue() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ChoiceEditors.cpp"

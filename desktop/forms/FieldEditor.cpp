@@ -212,3 +212,5 @@ bool FieldEditor::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_FieldEditor.cpp"

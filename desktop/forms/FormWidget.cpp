@@ -243,3 +243,5 @@ void FormWidget::RestoreAll() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_FormWidget.cpp"

@@ -53,3 +53,5 @@ void ProblemLine::FollowPalette() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ProblemLine.cpp"

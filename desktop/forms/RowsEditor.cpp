@@ -149,3 +149,5 @@ void RowsEditor::FitColumns() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_RowsEditor.cpp"

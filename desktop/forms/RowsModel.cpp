@@ -214,3 +214,5 @@ bool RowsModel::setData(const QModelIndex& index, const QVariant& value, int rol
 }
 
 } // namespace corvane::desktop
+
+#include "moc_RowsModel.cpp"

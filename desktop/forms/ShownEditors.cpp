@@ -123,3 +123,5 @@ std::unique_ptr<FieldEditor> NewFieldEditor(const std::shared_ptr<FormContext>& 
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ShownEditors.cpp"

@@ -125,3 +125,5 @@ QSize StepBox::sizeHint() const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_StepBox.cpp"

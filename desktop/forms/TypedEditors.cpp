@@ -266,3 +266,5 @@ void SliderEditor::ShowValue() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_TypedEditors.cpp"

@@ -72,3 +72,5 @@ bool EntryPicker::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_EntryPicker.cpp"

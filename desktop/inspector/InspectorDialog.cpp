@@ -318,3 +318,5 @@ QString InspectorDialog::FactsText() const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_InspectorDialog.cpp"

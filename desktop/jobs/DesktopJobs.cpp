@@ -159,3 +159,5 @@ bool DesktopJobs::Stop(std::string& stillRunning) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_DesktopJobs.cpp"

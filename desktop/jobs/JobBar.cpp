@@ -90,3 +90,5 @@ void JobBar::Show(const jobs::Job& job, std::size_t more) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_JobBar.cpp"

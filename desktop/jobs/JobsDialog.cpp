@@ -201,3 +201,5 @@ void JobsDialog::CancelSelected() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_JobsDialog.cpp"

@@ -83,3 +83,5 @@ bool ReportDialog::Save() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_LogDialog.cpp"

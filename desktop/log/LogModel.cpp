@@ -120,3 +120,5 @@ QVariant LogModel::headerData(int section, Qt::Orientation orientation, int role
 }
 
 } // namespace corvane::desktop
+
+#include "moc_LogModel.cpp"

@@ -129,3 +129,5 @@ QStringList LogView::LatestLines(int most) const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_LogView.cpp"

@@ -196,3 +196,5 @@ bool PaletteDialog::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_PaletteDialog.cpp"

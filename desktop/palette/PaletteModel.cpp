@@ -75,3 +75,5 @@ QVariant PaletteModel::data(const QModelIndex& index, int role) const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_PaletteModel.cpp"

@@ -130,3 +130,5 @@ void CallList::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_CallList.cpp"

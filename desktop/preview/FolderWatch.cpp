@@ -148,3 +148,5 @@ void FolderWatch::WatchAll() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_FolderWatch.cpp"

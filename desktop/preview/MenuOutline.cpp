@@ -238,3 +238,5 @@ void MenuOutline::UpdateActions() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_MenuOutline.cpp"

@@ -590,3 +590,5 @@ void PreviewWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_PreviewWindow.cpp"

@@ -73,3 +73,5 @@ bool SavedPlace::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_SavedPlace.cpp"

@@ -229,3 +229,5 @@ void ProblemList::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_ProblemList.cpp"

@@ -84,3 +84,5 @@ void UnsavedDialog::Finish(ExitAnswer::What what) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_UnsavedDialog.cpp"

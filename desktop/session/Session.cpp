@@ -541,3 +541,5 @@ void Session::RestoreWindows() {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_Session.cpp"

@@ -109,3 +109,5 @@ void CommandRow::SetSkips(bool skips) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_CommandRow.cpp"

@@ -54,3 +54,5 @@ FailureView::FailureView(const QString& page, const Failure& failure, QWidget* p
 }
 
 } // namespace corvane::desktop
+
+#include "moc_FailureView.cpp"

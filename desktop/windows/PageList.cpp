@@ -105,3 +105,5 @@ bool PageList::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_PageList.cpp"

@@ -59,3 +59,5 @@ void PagePlace::Pretend(const QSize& size) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_PagePlace.cpp"

@@ -387,3 +387,5 @@ void WindowBody::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_WindowBody.cpp"

@@ -86,3 +86,5 @@ void WizardSteps::SetCurrentStep(int step) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_WizardSteps.cpp"

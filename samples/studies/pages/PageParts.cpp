@@ -92,3 +92,5 @@ void ProblemLabel::Show(const QString& problem) {
 }
 
 } // namespace studies
+
+#include "moc_PageParts.cpp"

@@ -111,3 +111,5 @@ void SaveChart(const ChartScene& scene, const QSize& size, const QString& path) 
 }
 
 } // namespace studies
+
+#include "moc_ChartWidget.cpp"

@@ -293,3 +293,5 @@ QString DataTableModel::AsText(const std::vector<int>& rows, const std::vector<i
 }
 
 } // namespace studies
+
+#include "moc_DataTableModel.cpp"

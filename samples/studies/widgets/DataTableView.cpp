@@ -109,3 +109,5 @@ void DataTableView::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace studies
+
+#include "moc_DataTableView.cpp"

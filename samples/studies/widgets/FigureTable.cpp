@@ -96,3 +96,5 @@ void FigureTable::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace studies
+
+#include "moc_FigureTable.cpp"
