@@ -41,8 +41,12 @@ void DataService::OnInitialize() {
     m_workspace = New<Workspace>(Store::InMemory, false);
     m_studyId = m_workspace->GetStore().CreateStudy("Open files");
     Keep(m_workspace->Changed.Subscribe([](const std::string& what) { SetStatus(what); }));
-    if (FindService("Studies"))
-        LibraryFile::OfferImport();
+    if (!FindService("Studies"))
+        return;
+    LibraryFile::OfferImport();
+    m_workspace->SetKeeper([](const Ref<DataSetContext>& data) {
+        return ToObject(CallByName(FindService("Studies"), "KeepData", Ref<Object>(data))).As<DataSetContext>();
+    });
 }
 
 void DataService::OnTerminate() {

@@ -38,7 +38,7 @@ void LibraryFile::OnAnalyse(const Ref<ActionItem>& actionItem) {
 }
 
 void LibraryFile::OnImport() {
-    CallByName(FindService("Studies"), "ImportFile", m_path);
+    CallByName(FindService("Studies"), "ImportAndOpen", m_path);
 }
 
 void LibraryFile::OfferImport() {

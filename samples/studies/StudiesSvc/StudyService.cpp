@@ -145,25 +145,45 @@ void StudyService::OnImport() {
 void StudyService::AskForImport(Id studyId) {
     const auto job = New<ImportJob>(m_workspace, studyId);
     OpenWindow("Import", job, {.caption = "Import Data"});
-    job->WhenImported([this, job = job.Get()] {
-        ShowImported(job->dataSetId);
-        const std::string imported = m_lastChange;
-        OpenDataWindow(m_workspace->DataSet(job->dataSetId));
-        SetStatus(imported); // which the new window has cleared
-    });
+    job->WhenImported([this, job = job.Get()] { OpenImported(job->dataSetId); });
+}
+
+void StudyService::ImportFile(const std::string& path) {
+    Import(path, &StudyService::ShowImported);
+}
+
+void StudyService::ImportAndOpen(const std::string& path) {
+    Import(path, &StudyService::OpenImported);
 }
 
 // Without asking: what the wizard proposes.
-void StudyService::ImportFile(const std::string& path) {
+void StudyService::Import(const std::string& path, void (StudyService::*then)(Id dataSetId)) {
     const auto importing = New<ImportJob>(m_workspace, ActiveStudy());
     importing->SetPath(path);
     m_importing.push_back(importing);
-    importing->WhenRead([this, job = importing.Get()] {
+    importing->WhenRead([this, then, job = importing.Get()] {
         const Ref<ImportJob> self(job);
         std::erase(m_importing, self);
         job->Run();
-        job->WhenImported([this, job] { ShowImported(job->dataSetId); });
+        job->WhenImported([this, then, job] { (this->*then)(job->dataSetId); });
     });
+}
+
+Ref<DataSetContext> StudyService::KeepData(const Ref<DataSetContext>& file) {
+    if (!m_workspace)
+        FailWith(m_storeProblem);
+    Store& store = TheStore();
+    Id& kept = m_kept[file->Number()];
+    if (store.HasDataSet(kept))
+        return m_workspace->DataSet(kept);
+    const DataSet info = file->Info();
+    Id study = ActiveStudy();
+    if (study == 0)
+        study = store.CreateStudy(store.FreeName("Study"));
+    auto data = m_workspace->Add(study, store.FreeDataSetName(info.name, study), info.source, file->Shared());
+    kept = data->Number();
+    m_workspace->Tell(info.name + " imported into " + Quoted(store.StudyOf(study).name));
+    return data;
 }
 
 void StudyService::Duplicate(Id studyId) {

@@ -29,6 +29,9 @@ public:
 
     // For others, by name. Into the chosen study, or a new one:
     void ImportFile(const std::string& path);
+    void ImportAndOpen(const std::string& path);
+    // The same for what is open as a file, once: its data in a study, where they are kept.
+    [[nodiscard]] corvane::Ref<DataSetContext> KeepData(const corvane::Ref<DataSetContext>& file);
     // The explorer's active item, of any service, or nothing.
     [[nodiscard]] corvane::Ref<corvane::Object> ActiveItem() const { return m_active; }
 
@@ -55,7 +58,8 @@ public:
         corvane::Methods<&StudyService::Start, &StudyService::OnNewStudy, &StudyService::OnImport,
                          &StudyService::OnUndo, &StudyService::OnRedo, &StudyService::OnRestore,
                          &StudyService::OnRefresh, &StudyService::OnReport, &StudyService::ImportFile,
-                         &StudyService::RestoreWindow>(corvane::Property("ActiveItem", &StudyService::ActiveItem));
+                         &StudyService::ImportAndOpen, &StudyService::KeepData, &StudyService::RestoreWindow>(
+            corvane::Property("ActiveItem", &StudyService::ActiveItem));
 
 private:
     struct Branch {
@@ -75,6 +79,8 @@ private:
     bool Select(Id studyId);
     bool SelectNode(const std::string& key);
     void ShowImported(Id dataSetId);
+    void OpenImported(Id dataSetId);
+    void Import(const std::string& path, void (StudyService::*then)(Id dataSetId));
     [[nodiscard]] std::vector<std::string> ChosenAndNext() const;
     void SelectFirst(const std::vector<std::string>& keys);
     void Rebuild();
@@ -98,6 +104,7 @@ private:
     Id m_joiningStudy = 0;
     std::vector<corvane::Ref<ImportJob>> m_importing; // whose files are being read
     StoreContents m_shown;
+    std::map<Id, Id> m_kept;         // the data sets of files, and what they have become in a study
     std::string m_lastChange;        // for the status line
     std::map<Id, Branch> m_branches; // the explorer's items of each study
 };

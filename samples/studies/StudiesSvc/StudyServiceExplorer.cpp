@@ -1,4 +1,5 @@
 #include "StudyService.h"
+#include "Windows.h"
 #include "corvane/author/Host.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -79,6 +80,13 @@ bool StudyService::Select(Id studyId) {
 void StudyService::ShowImported(Id dataSetId) {
     if (dataSetId != 0)
         SelectNode(DataSetItem::KeyOf(dataSetId));
+}
+
+void StudyService::OpenImported(Id dataSetId) {
+    ShowImported(dataSetId);
+    const std::string imported = m_lastChange;
+    OpenDataWindow(m_workspace->DataSet(dataSetId));
+    SetStatus(imported); // which the new window has cleared
 }
 
 // The keys of the selected node and of those that take its place when it has gone, the best first: what follows it,

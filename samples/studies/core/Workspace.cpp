@@ -187,8 +187,14 @@ std::string AnalysisDocument::Name() const {
 }
 
 void AnalysisDocument::Save() {
-    if (!CanBeSaved())
-        FailWith("These data aren't part of a study. Import the file into a study to save analyses of it.");
+    if (!CanBeSaved()) {
+        const Workspace::Keeper keep = m_data->Space()->KeptElsewhere();
+        if (!keep)
+            FailWith("These data aren't part of a study. Import the file into a study to save analyses of it.");
+        m_data = keep(m_data);
+        if (m_computed)
+            m_computed->revision.reset();
+    }
     const Ref<Workspace>& workspace = m_data->Space();
     const std::string name = Name();
     Store& store = workspace->GetStore();

@@ -45,6 +45,12 @@ public:
     void Tell(const std::string& what) { Changed.Raise(what); }
     void Close();
 
+    // What puts a data set of this workspace into one that keeps; it returns the data set there, or fails.
+    using Keeper = std::function<corvane::Ref<DataSetContext>(const corvane::Ref<DataSetContext>&)>;
+    void SetKeeper(Keeper keep) { m_keep = std::move(keep); }
+    // Nothing without one.
+    [[nodiscard]] const Keeper& KeptElsewhere() const { return m_keep; }
+
     corvane::Event<const std::string&> Changed;
 
     // By DataSetContext, at its end.
@@ -55,6 +61,7 @@ public:
 private:
     std::unique_ptr<Store> m_store;
     bool m_keeps;
+    Keeper m_keep;
     std::map<Id, DataSetContext*> m_contexts; // the living ones
 };
 
@@ -133,11 +140,16 @@ public:
     void SetResult(const BootstrapResult& result, const AnalysisSettings& settings,
                    std::shared_ptr<const std::vector<double>> values);
     // Whether closing would lose what took time to compute. Settings are a matter of a click and don't count.
-    [[nodiscard]] bool HasUnsavedResult() { return CanBeSaved() && Result() && !m_isResultSaved; }
-    // Whether Save would do something.
-    [[nodiscard]] bool IsUnsaved() { return CanBeSaved() && (m_analysisId == 0 || IsChanged() || HasUnsavedResult()); }
-    // Puts it into the study, or what has been changed. What another window of Studies has saved of the same analysis
-    // stays, and this one becomes one of its own. Fails when the data set isn't there any more.
+    [[nodiscard]] bool HasUnsavedResult() {
+        return (CanBeSaved() || m_data->Space()->KeptElsewhere()) && Result() && !m_isResultSaved;
+    }
+    // Whether Save would do something that is worth it.
+    [[nodiscard]] bool IsUnsaved() {
+        return HasUnsavedResult() || (CanBeSaved() && (m_analysisId == 0 || IsChanged()));
+    }
+    // Puts it into the study, or what has been changed; data that are in none go into one before. What another window
+    // of Studies has saved of the same analysis stays, and this one becomes one of its own. Fails when the data set
+    // isn't there any more.
     void Save();
     // The store has changed: what is saved may be another by undo. Settings that no one has touched follow it. An
     // analysis that has gone from the study becomes a new one if its result would be lost.

@@ -9,7 +9,15 @@ using namespace corvane;
 
 void AnalysisPage::OnInitialize() {
     Keep(Document()->Changed.Subscribe([this] { Follow(); }));
-    Keep(Document()->Data()->Space()->Changed.Subscribe([this](const std::string&) { Follow(); }));
+    FollowSpace();
+}
+
+// Saving may have moved the data into a study.
+void AnalysisPage::FollowSpace() {
+    if (const auto space = Document()->Data()->Space(); space != m_space) {
+        m_space = space;
+        Keep(space->Changed.Subscribe([this](const std::string&) { Follow(); }));
+    }
 }
 
 // Pages that share a window are kinds of one analysis: the one in front is what would be kept.
@@ -22,6 +30,7 @@ void AnalysisPage::OnActivate() {
 void AnalysisPage::Follow() {
     if (!Document()->Exists())
         return; // the window is about to close
+    FollowSpace();
     Document()->Data()->WithTable(Ref<Object>(this), [this](const SharedTable& table) {
         if (!table || !Document()->Exists())
             return;

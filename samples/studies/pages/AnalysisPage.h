@@ -38,6 +38,9 @@ protected:
 
 private:
     void Follow();
+    void FollowSpace();
+
+    corvane::Ref<Workspace> m_space;
 };
 
 } // namespace studies
