@@ -42,6 +42,14 @@ Problem RefusalOf(ValueType type) {
     return {ProblemKind::Own, {failure.Description}};
 }
 
+// A text in which no letter is marked as the mnemonic, as PlainText takes it.
+std::string Unmarked(std::string_view text) {
+    std::string label;
+    for (const char c : text)
+        label += c == '&' ? std::string("&&") : std::string(1, c);
+    return label;
+}
+
 FieldDef CellDef(const ColumnDef& column) {
     FieldDef field;
     field.kind = column.kind;
@@ -164,7 +172,7 @@ void FormBinding::ReadValue(std::size_t field) {
     bound.isRefused = static_cast<bool>(problem);
 }
 
-// Texts with "\n" between, or an object with Count and Item, from 1.
+// Texts with "\n" between, or an object with Count and Item, from 1. Behind a "\t" stands what is shown for a value.
 void FormBinding::ReadChoices(std::size_t field) {
     if (!m_bound[field].choices || !m_object)
         return;
@@ -182,9 +190,10 @@ void FormBinding::ReadChoices(std::size_t field) {
         values = LinesOf(answer);
     }
     std::vector<FormChoice> choices;
-    for (std::string& value : values) {
-        FormText label{value, {}, false};
-        choices.push_back({std::move(value), std::move(label)});
+    for (const std::string& value : values) {
+        const std::size_t tab = value.find('\t');
+        const std::string shown = tab == std::string::npos ? value : value.substr(tab + 1);
+        choices.push_back({value.substr(0, tab), {Unmarked(shown), {}, false}});
     }
     m_model.ShowChoices(field, std::move(choices));
 }

@@ -20,6 +20,7 @@ void VisitField(FieldDef& field, const std::string& form, const Visit& visit) {
     visit(key + "label", field.label);
     visit(key + "tip", field.tip);
     visit(key + "placeholder", field.placeholder);
+    visit(key + "special", field.special);
     visit(key + "unit", field.unit);
     visit(key + "accessibleName", field.accessibleName);
     visit(key + "wanted", field.wanted);
@@ -73,9 +74,8 @@ void VisitTexts(FormDef& form, const Visit& visit) {
 } // namespace
 
 const FieldDef* FormDef::Find(std::string_view fieldName) const {
-    const auto it = std::find_if(fields.begin(), fields.end(),
-                                 [&](const FieldDef& field) { return EqualText(field.name, fieldName); });
-    return it == fields.end() ? nullptr : &*it;
+    const auto it = names.find(fieldName);
+    return it == names.end() ? nullptr : &fields[it->second];
 }
 
 void ForEachNode(const FormNode& node, const std::function<void(const FormNode&)>& visit) {

@@ -2,6 +2,7 @@
 // file, and nothing changes it afterwards but TranslateForm; the values live in a FormModel. Without a toolkit.
 #pragma once
 
+#include "corvane/base/Text.h"
 #include "corvane/base/Variant.h"
 
 #include <cstddef>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace corvane::forms {
@@ -90,6 +92,7 @@ struct FieldDef {
     FormText label; // with "&" before the letter of the mnemonic; PlainText takes it out
     FormText tip;
     FormText placeholder;
+    FormText special;        // of an integer or a number with arrows: shown in place of its minimum
     FormText unit;           // shown behind the value
     FormText accessibleName; // for a field without a label
     FormText wanted;         // what the pattern wants, in words: "two letters and a number"
@@ -203,8 +206,10 @@ struct FormDef {
     std::vector<std::size_t> tabOrder; // indices of fields: the file's tab stops, then the others row by row
     std::size_t tabStops = 0;          // how many of these the file itself has ordered
     std::vector<FormProblem> problems;
-    std::string service;  // of preferences, where the form says so
-    std::string category; // likewise
+    bool immediate = false; // entries take effect at once, as the settings of a chart: nothing of them is to be saved
+    std::unordered_map<std::string, std::size_t, TextHash, TextEqual> names; // the first field of each name
+    std::string service;                                                     // of preferences, where the form says so
+    std::string category;                                                    // likewise
 
     // Names don't distinguish case. A null pointer when there is none.
     [[nodiscard]] const FieldDef* Find(std::string_view fieldName) const;

@@ -219,6 +219,7 @@ void WidgetReader::ReadSpin(const std::string& className, FormNode& node, Proper
     field.maximum = properties.TakeNumber("maximum").value_or(isWhole ? 99 : 99.99); // as the widgets have it
     field.step = properties.TakeNumber("singleStep").value_or(1);
     field.unit = properties.TakeText("suffix");
+    field.special = className == "QSlider" ? FormText() : properties.TakeText("specialValueText");
     const auto value = properties.TakeNumber("value");
     field.hasDefault = value.has_value();
     const Double number = value.value_or(std::max(0.0, *field.minimum));

@@ -2,6 +2,9 @@
 #include "forms/FormReading.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
 
 namespace corvane::forms {
 
@@ -36,27 +39,26 @@ void Label(FormNode& label, std::size_t field, FormDef& form) {
 
 void LabelByName(FormNode& node, FormDef& form) {
     if (node.kind == NodeKind::Label && !node.buddy.empty())
-        for (std::size_t i = 0; i < form.fields.size(); ++i)
-            if (EqualText(form.fields[i].name, node.buddy))
-                Label(node, i, form);
+        if (const FieldDef* field = form.Find(node.buddy))
+            Label(node, static_cast<std::size_t>(field - form.fields.data()), form);
     for (FormNode& child : node.children)
         LabelByName(child, form);
 }
 
 // The nearest neighbour to the right in the same row of a grid or form, or the next one of a row.
 void LabelByPlace(FormNode& node, FormDef& form) {
+    const bool isInRows = node.layout != LayoutKind::Column && node.layout != LayoutKind::None;
+    std::map<std::pair<int, int>, const FormNode*> cells; // by row and column
+    if (isInRows)
+        for (const FormNode& child : node.children)
+            cells.try_emplace({child.cell.row, child.cell.column}, &child);
     for (FormNode& child : node.children) {
         LabelByPlace(child, form);
-        if (child.kind != NodeKind::Label || child.labelled != none || node.layout == LayoutKind::Column ||
-            node.layout == LayoutKind::None)
+        if (!isInRows || child.kind != NodeKind::Label || child.labelled != none)
             continue;
-        const FormNode* nearest = nullptr;
-        for (const FormNode& other : node.children)
-            if (&other != &child && other.cell.row == child.cell.row && other.cell.column > child.cell.column &&
-                (!nearest || other.cell.column < nearest->cell.column))
-                nearest = &other;
-        if (nearest)
-            Label(child, FirstUnlabelled(*nearest, form), form);
+        const auto nearest = cells.upper_bound({child.cell.row, child.cell.column});
+        if (nearest != cells.end() && nearest->first.first == child.cell.row)
+            Label(child, FirstUnlabelled(*nearest->second, form), form);
     }
 }
 
@@ -110,21 +112,23 @@ void ConnectNodes(FormDef& form, const std::vector<std::pair<std::string, FormPl
     LabelByPlace(form.root, form);
     LabelByGroup(form.root, form);
 
+    std::vector<bool> isOrdered(form.fields.size());
     const auto Add = [&](std::size_t field) {
-        if (std::find(form.tabOrder.begin(), form.tabOrder.end(), field) == form.tabOrder.end())
+        if (!isOrdered[field])
             form.tabOrder.push_back(field);
+        isOrdered[field] = true;
     };
-    std::vector<std::string> radios; // their names are those of buttons, not of fields
+    std::set<std::string> radios; // their names are those of buttons, not of fields
     ForEachNode(form.root, [&](const FormNode& node) {
         if (node.kind == NodeKind::Radio || node.kind == NodeKind::Tabs || node.kind == NodeKind::Place ||
             node.kind == NodeKind::Scroll || node.kind == NodeKind::Box) // also what a form doesn't know
-            radios.push_back(node.name);
+            radios.insert(node.name);
     });
     for (const auto& [name, at] : tabStops) {
         const FieldDef* field = form.Find(name);
         if (field)
             Add(static_cast<std::size_t>(field - form.fields.data()));
-        else if (std::find(radios.begin(), radios.end(), name) == radios.end())
+        else if (!radios.contains(name))
             problems.Add(FormFault::BadTabOrder, at,
                          "the tab stop " + QuotedName(name) + " is none of the form's fields",
                          "Set the tab order again in Designer.");

@@ -31,12 +31,26 @@ private:
     bool m_isChanged;
 };
 
+class FormModel::Act {
+public:
+    Act(FormModel& model, std::size_t field) : m_model(&model), m_before(std::exchange(model.m_acting, field)) {}
+    ~Act() { m_model->m_acting = m_before; }
+    Act(const Act&) = delete;
+    Act& operator=(const Act&) = delete;
+
+private:
+    Ref<FormModel> m_model; // whatever comes of the act
+    std::size_t m_before;
+};
+
 FormModel::FormModel(std::shared_ptr<const FormDef> def) : m_def(std::move(def)), m_fields(m_def->fields.size()) {
     AddNode(m_def->root);
+    m_inside.resize(m_nodes.size());
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
         const FieldDef& field = Field(i);
         m_fields[i].value = m_fields[i].saved = field.value;
         m_fields[i].checking = CheckValue(field, Choices(i), field.value);
+        m_inside[field.node].push_back(i);
     }
     CountAll();
 }
@@ -57,16 +71,20 @@ void FormModel::CountAll() {
         Count(i);
 }
 
-void FormModel::RaiseState() {
-    CountAll(); // what is hidden or disabled counts for nothing
-    Raise(FormChange::State);
+// What is hidden or disabled counts for nothing.
+void FormModel::RaiseState(std::size_t node) {
+    for (std::size_t i = node; i < m_nodes[node].end; ++i)
+        for (const std::size_t field : m_inside[i])
+            Count(field);
+    Notice.Raise({.what = FormChange::State, .node = node});
 }
 
 void FormModel::AddNode(const FormNode& node) {
     const bool isCheckable = node.kind == NodeKind::Group && node.field != none;
-    m_nodes.push_back({node.name, node.parent, isCheckable ? node.field : none, node.enabled, node.visible});
+    m_nodes.push_back({node.name, node.parent, 0, isCheckable ? node.field : none, node.enabled, node.visible});
     for (const FormNode& child : node.children)
         AddNode(child);
+    m_nodes[node.index].end = m_nodes.size();
 }
 
 std::optional<std::size_t> FormModel::Find(std::string_view name) const {
@@ -123,8 +141,9 @@ Problem FormModel::ProblemOf(std::size_t field) const {
 bool FormModel::IsChanged(std::size_t field) const {
     const FieldState& state = m_fields[field];
     if (IsEntered(Field(field).kind))
-        return state.typed || !(state.value == state.saved);
-    return std::any_of(m_edits.begin(), m_edits.end(), [&](const CellEdit& edit) { return edit.field == field; });
+        return !m_def->immediate && (state.typed || !(state.value == state.saved));
+    return !m_def->immediate &&
+           std::any_of(m_edits.begin(), m_edits.end(), [&](const CellEdit& edit) { return edit.field == field; });
 }
 
 std::size_t FormModel::FirstWrong() const {
@@ -217,7 +236,7 @@ std::string FormModel::Enter(std::size_t field, const Variant& value) {
 
 // A value goes on to the page when it can be accepted. What the page says is a problem of the field.
 void FormModel::Take(std::size_t field, const Variant& value) {
-    const Ref<FormModel> self(this);
+    const Act act(*this, field);
     FieldState& state = m_fields[field];
     if (!state.typed && state.value == value)
         return;
@@ -232,14 +251,14 @@ void FormModel::Take(std::size_t field, const Variant& value) {
         state.own = m_data->Write(field, value);
     watch.End(wasTyped);
     if (Field(field).look == FieldLook::CheckableGroup)
-        RaiseState();
+        RaiseState(Field(field).node);
     if (m_data)
         m_data->Entered(field);
     Raise(FormChange::Done, field);
 }
 
 void FormModel::Keep(std::size_t field, std::string_view text, Problem problem) {
-    const Ref<FormModel> self(this);
+    const Act act(*this, field);
     Watch watch(*this, field);
     m_fields[field].typed = text;
     m_fields[field].reading = std::move(problem);
@@ -250,7 +269,7 @@ void FormModel::Keep(std::size_t field, std::string_view text, Problem problem) 
 }
 
 std::string FormModel::Press(std::size_t field) {
-    const Ref<FormModel> self(this);
+    const Act act(*this, field);
     if (std::string why = WhyNotEntered(field, Field(field).kind == FieldKind::Button ? nullptr : "isn't a button");
         !why.empty())
         return why;
@@ -260,7 +279,7 @@ std::string FormModel::Press(std::size_t field) {
 }
 
 std::string FormModel::EnterCell(std::size_t field, std::size_t row, std::size_t column, std::string_view text) {
-    const Ref<FormModel> self(this);
+    const Act act(*this, field);
     const FieldDef& table = Field(field);
     if (std::string why = WhyNotEntered(field, table.kind == FieldKind::Table ? nullptr : "isn't a table");
         !why.empty())
@@ -297,7 +316,7 @@ std::string FormModel::EnterCell(std::size_t field, std::size_t row, std::size_t
 }
 
 std::string FormModel::SelectRow(std::size_t field, std::size_t row) {
-    const Ref<FormModel> self(this);
+    const Act act(*this, field);
     const FieldKind kind = Field(field).kind;
     const bool hasRows = kind == FieldKind::Table || kind == FieldKind::Tree;
     if (std::string why = WhyNotEntered(field, hasRows ? nullptr : "has no rows"); !why.empty())
@@ -392,7 +411,7 @@ void FormModel::ShowValue(std::size_t field, const Variant& value) {
         state.checking = {}; // the page may know it better than the user can enter it
     watch.End(wasTyped);
     if (Field(field).look == FieldLook::CheckableGroup)
-        RaiseState();
+        RaiseState(Field(field).node);
 }
 
 void FormModel::ShowChoices(std::size_t field, std::vector<FormChoice> choices) {
@@ -410,11 +429,20 @@ void FormModel::ShowChoices(std::size_t field, std::vector<FormChoice> choices) 
 }
 
 void FormModel::ShowProblem(std::size_t field, Problem problem) {
-    if (m_fields[field].own == problem)
+    FieldState& state = m_fields[field];
+    if (state.own == problem)
         return;
     Watch watch(*this, field);
-    m_fields[field].own = std::move(problem);
+    if (problem && !state.own && m_acting != none && m_acting != field)
+        state.isVisited = true;
+    state.own = std::move(problem);
     watch.End();
+}
+
+void FormModel::ShowProblemAtOnce(std::size_t field, Problem problem) {
+    if (problem)
+        Visit(field);
+    ShowProblem(field, std::move(problem));
 }
 
 void FormModel::ShowLabel(std::size_t field, const std::string& label) {
@@ -445,14 +473,14 @@ void FormModel::EnableNode(std::size_t node, bool enabled) {
     if (m_nodes[node].enabled == enabled)
         return;
     m_nodes[node].enabled = enabled;
-    RaiseState();
+    RaiseState(node);
 }
 
 void FormModel::ShowNode(std::size_t node, bool visible) {
     if (m_nodes[node].visible == visible)
         return;
     m_nodes[node].visible = visible;
-    RaiseState();
+    RaiseState(node);
 }
 
 std::vector<std::size_t> FormModel::NodesNamed(std::string_view name) const {

@@ -22,7 +22,7 @@ namespace corvane::forms {
 enum class FormChange {
     Value,     // or the text, of a field
     Problem,   // of a field, or whether it is to be shown
-    State,     // enabled or visible, of any part of the form; field is none
+    State,     // enabled or visible, of a part of the form with all in it; field is none
     Choices,   // of a field
     Rows,      // of a table or tree: all of them
     Cell,      // the rows of a table keep their number
@@ -38,6 +38,7 @@ struct FormNotice {
     std::size_t field = none;  // index of the field; none for the whole form
     std::size_t row = none;    // of Done: the cell's, or the row that was selected
     std::size_t column = none; // of Done: the cell's
+    std::size_t node = none;   // of State: index of the part
 };
 
 // What is behind a form. The model calls it; rows and columns are from 0. A failure is one of the program, and leaves
@@ -117,7 +118,10 @@ public:
     void ShowProblems();
 
     [[nodiscard]] bool IsValid() const { return m_wrong == 0; }
-    [[nodiscard]] bool IsChanged() const { return m_changed > 0 || !m_edits.empty() || !m_wrongCells.empty(); }
+    // Always false of a form whose entries take effect at once.
+    [[nodiscard]] bool IsChanged() const {
+        return !m_def->immediate && (m_changed > 0 || !m_edits.empty() || !m_wrongCells.empty());
+    }
     // The first field with a problem, in the tab order; none when the form is valid.
     [[nodiscard]] std::size_t FirstWrong() const;
     // The values are saved: nothing is changed any more.
@@ -131,7 +135,10 @@ public:
     // What the page does; nothing is written back to it.
     void ShowValue(std::size_t field, const Variant& value); // of the field's own type
     void ShowChoices(std::size_t field, std::vector<FormChoice> choices);
-    void ShowProblem(std::size_t field, Problem problem); // of the page; none takes it back
+    // Of the page; none takes it back. One that comes of an act on another field is shown at once, as the user may be
+    // done with this one.
+    void ShowProblem(std::size_t field, Problem problem);
+    void ShowProblemAtOnce(std::size_t field, Problem problem);
     void ShowLabel(std::size_t field, const std::string& label);
     void ShowRows(std::size_t field); // are others now
     void ShowSelection(std::size_t field, std::size_t row);
@@ -165,6 +172,7 @@ private:
     struct NodeState {
         std::string_view name;
         std::size_t parent = none;
+        std::size_t end = 0;      // behind the last node in it
         std::size_t field = none; // of a group that can be checked: its content follows it
         bool enabled = true;
         bool visible = true;
@@ -186,6 +194,8 @@ private:
     }
     // Raises what has come of a change of a field.
     class Watch;
+    // What the user does to a field.
+    class Act;
     [[nodiscard]] std::string WhyNotEntered(std::size_t field, const char* verb) const;
     void Take(std::size_t field, const Variant& value);
     void Visit(std::size_t field);
@@ -193,7 +203,7 @@ private:
     void AddNode(const FormNode& node);
     void Count(std::size_t field);
     void CountAll();
-    void RaiseState();
+    void RaiseState(std::size_t node);
 
     std::shared_ptr<const FormDef> m_def;
     IFormData* m_data = nullptr;
@@ -201,6 +211,8 @@ private:
     std::vector<NodeState> m_nodes; // by index
     std::vector<CellEdit> m_edits;  // since the last save
     std::map<CellPlace, WrongCell> m_wrongCells;
+    std::vector<std::vector<std::size_t>> m_inside; // the fields that a node itself shows, by its index
+    std::size_t m_acting = none;                    // the field of the act that is being done
     std::size_t m_wrong = 0; // fields with a problem, and those with a change: asked for after every entry
     std::size_t m_changed = 0;
 };

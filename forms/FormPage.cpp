@@ -194,7 +194,7 @@ void FormPage::SetVisible(const std::string& name, bool visible) {
 }
 
 void FormPage::SetProblem(const std::string& name, const std::string& text) {
-    m_model->ShowProblem(FieldOf(name), text.empty() ? Problem() : Problem{ProblemKind::Own, {text}});
+    m_model->ShowProblemAtOnce(FieldOf(name), text.empty() ? Problem() : Problem{ProblemKind::Own, {text}});
 }
 
 void FormPage::SetLabel(const std::string& name, const std::string& text) {

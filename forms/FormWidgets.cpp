@@ -77,6 +77,7 @@ FormNode WidgetReader::ReadRoot(const XmlElement& widget) {
     properties.Ignore({"geometry", "windowTitle", "sizePolicy", "windowIcon"});
     m_form.service = properties.TakeText("service").text;
     m_form.category = properties.TakeText("category").text;
+    m_form.immediate = properties.TakeBoolean("immediate").value_or(false);
     ReadCommon(widget, node, properties);
     properties.End();
     if (className != "QWidget" && className != "QFrame")
@@ -235,6 +236,7 @@ void WidgetReader::ReadLayout(const XmlElement& layout, FormNode& node, const Fo
     node.stretch = NumbersIn(layout.Attribute("stretch"));
     node.rowStretch = NumbersIn(layout.Attribute("rowstretch"));
     node.columnStretch = NumbersIn(layout.Attribute("columnstretch"));
+    node.children.reserve(layout.children.size());
     for (const XmlElement& item : layout.children) {
         if (item.name == "item")
             ReadItem(item, node, group);
@@ -342,7 +344,7 @@ void WidgetReader::AddField(FormNode& node, FieldDef field) {
     if (field.name.empty())
         m_problems.Add(FormFault::MissingName, field.at, "a field has no name, and so no property is bound to it",
                        "Name it in Designer as the property of the page's class.");
-    else if (m_form.Find(field.name))
+    else if (!m_form.names.try_emplace(field.name, m_form.fields.size()).second)
         m_problems.Add(FormFault::DuplicateName, field.at,
                        "there are two fields " + QuotedName(field.name) + "; the second one is bound to nothing",
                        "Name one of them otherwise.");

@@ -14,7 +14,8 @@ namespace {
 constexpr std::size_t mostBytes = 4 << 20;
 constexpr std::size_t mostElements = 200000;
 
-// The places of a text, by its bytes.
+// The places of a text, by its bytes. They are asked for from the beginning on: what was counted of a line isn't
+// counted again.
 class Places {
 public:
     explicit Places(std::string_view text) : m_text(text) {
@@ -22,18 +23,25 @@ public:
             if (text[i] == '\n')
                 m_begins.push_back(i + 1);
     }
-    [[nodiscard]] FormPlace At(std::size_t offset) const {
+    [[nodiscard]] FormPlace At(std::size_t offset) {
         const auto next = std::upper_bound(m_begins.begin(), m_begins.end(), offset);
-        const auto line = std::prev(next);
+        const std::size_t begin = *std::prev(next);
+        if (m_counted < begin || m_counted > offset) {
+            m_counted = begin;
+            m_column = 1;
+        }
         const auto isBegin = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
-        const std::string_view before = m_text.substr(*line, offset - *line);
-        return {static_cast<Long>(next - m_begins.begin()),
-                static_cast<Long>(std::count_if(before.begin(), before.end(), isBegin)) + 1};
+        const std::string_view since = m_text.substr(m_counted, offset - m_counted);
+        m_column += std::count_if(since.begin(), since.end(), isBegin);
+        m_counted = offset;
+        return {static_cast<Long>(next - m_begins.begin()), static_cast<Long>(m_column)};
     }
 
 private:
     std::string_view m_text;
     std::vector<std::size_t> m_begins{0};
+    std::size_t m_counted = 0; // up to there, of its line
+    std::ptrdiff_t m_column = 1;
 };
 
 struct Reading {
@@ -51,7 +59,7 @@ struct Reading {
         xmlStopParser(parser);
     }
     // The parser is behind the attributes of a start tag, in which there is no other "<".
-    [[nodiscard]] FormPlace TagPlace() const {
+    [[nodiscard]] FormPlace TagPlace() {
         const xmlParserInput& input = *parser->input; // keeps no more of the text than it needs
         const std::size_t end = input.consumed + static_cast<std::size_t>(input.cur - input.base);
         const std::size_t begin = text.substr(0, std::min(end, text.size())).rfind('<');

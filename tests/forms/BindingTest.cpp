@@ -54,7 +54,7 @@ public:
     void Import() { m_title = "imported"; }
     [[nodiscard]] bool SizeEnabled() const { return m_title != "closed"; }
     [[nodiscard]] std::string CodeProblem() const { return m_code == m_title ? "The code is the title." : ""; }
-    [[nodiscard]] std::string ColorChoices() const { return "red\ngreen\nblue"; }
+    [[nodiscard]] std::string ColorChoices() const { return "red\tRed & rosé\ngreen\nblue"; }
     [[nodiscard]] Long Fixed() const { return 7; }
     void Veto() { OwnForm()->SetProblem("Code", "No."); }
     void OnSave() override { ++saves; }
@@ -104,6 +104,7 @@ TEST_F(Binding, ShowsAndWritesProperties) {
     EXPECT_EQ(Text("Size"), "5"); // that the page has changed itself
     EXPECT_EQ(Set("Color", "blue"), "");
     EXPECT_EQ(ToLong(page->Invoke("color", {})), 2);
+    EXPECT_EQ(Set("Color", "Red & rosé") + Text("Color"), "red"); // a user chooses what is shown for it
     EXPECT_TRUE(form->IsChanged());
     EXPECT_EQ(model->Press(At("Import")), "");
     EXPECT_EQ(Text("Title"), "imported");
@@ -162,6 +163,34 @@ TEST_F(Binding, FollowsWhatThePageSays) {
     model->ShowProblem(At("Code"), {ProblemKind::Own, {"unseen"}});
     EXPECT_TRUE(model->IsValid()); // what is hidden holds nothing back
     EXPECT_THROW(form->SetEnabled("Cod", false), Failure);
+}
+
+// Not while one is at a field, but when another field makes it wrong, or when the page says so.
+TEST_F(Binding, ShowsProblemsWhenTheUserIsDone) {
+    const auto Shown = [this](const char* name) { return model->IsProblemShown(At(name)); };
+    EXPECT_EQ(model->Type(At("Title"), "abc") + model->Type(At("Code"), "abc"), "");
+    EXPECT_TRUE(!ProblemAt("Code").empty() && !Shown("Code"));
+    EXPECT_EQ(model->Type(At("Code"), "abcd") + model->Type(At("Title"), "abcd"), "");
+    EXPECT_TRUE(Shown("Code"));
+    EXPECT_EQ(model->Type(At("Size"), "many"), "");
+    EXPECT_FALSE(Shown("Size"));
+    form->SetProblem("Size", "Not now.");
+    EXPECT_TRUE(Shown("Size"));
+}
+
+TEST_F(Binding, HasNothingToSaveWhereEntriesTakeEffectAtOnce) {
+    std::string text = Ui(items);
+    text.insert(text.find("<layout"), Has("immediate", "bool", "true"));
+    auto def = std::make_shared<FormDef>(ReadForm(text, "Forms/P.Page.ui"));
+    EXPECT_TRUE(def->problems.empty());
+    const auto own = New<TestPage>();
+    const auto atOnce = New<FormPage>(def, own, false);
+    Ref<IPageAccess>(own)->Page()->Initialize(nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(atOnce->Model()->Type(At("Title"), "Blood"), "");
+    EXPECT_EQ(atOnce->Model()->EnterCell(At("Samples"), 1, 1, "2.5"), "");
+    EXPECT_EQ(ToText(own->Invoke("title", {})), "Blood");
+    EXPECT_FALSE(atOnce->IsChanged() || atOnce->Model()->IsChanged(At("Title")));
+    Ref<IPageAccess>(own)->Page()->Terminate(nullptr);
 }
 
 TEST_F(Binding, EditsTables) {
