@@ -45,6 +45,18 @@ std::string KeyOf(const Window& window) {
     return hasKey ? window.Key() : window.WindowDef()->Name();
 }
 
+// Whether users can type what is no value, which stays with its problem; of any other field it can't be chosen.
+bool IsTyped(const forms::FieldDef& field) {
+    switch (field.kind) {
+    case forms::FieldKind::Boolean:
+    case forms::FieldKind::Choice:
+    case forms::FieldKind::Choices:
+        return false;
+    default:
+        return field.look != forms::FieldLook::Slider;
+    }
+}
+
 // The window whose key the text begins with, the longest one as keys may hold blanks; the rest is what is behind it.
 Ref<Window> TakeWindow(std::string& rest) {
     Ref<Window> found;
@@ -92,7 +104,7 @@ std::string SetField(forms::FormModel& form, const std::string& field, const std
     if (!index)
         return why;
     const Ref<forms::FormModel> alive(&form);
-    why = form.EnterText(*index, Typed(value));
+    why = IsTyped(form.Field(*index)) ? form.Type(*index, Typed(value)) : form.EnterText(*index, Typed(value));
     if (why.empty())
         form.Leave(*index);
     return why;
@@ -111,12 +123,14 @@ std::string SetCell(forms::FormModel& form, const std::string& table, std::size_
     return index ? form.EnterCell(*index, row, column, Typed(value)) : why;
 }
 
-std::string ChooseRow(forms::FormModel& form, const std::string& table, std::size_t row) {
+std::string ChooseRow(forms::FormModel& form, const std::string& table, const std::string& row) {
     std::string why;
     const auto index = FieldOf(form, table, why);
     if (!index)
         return why;
-    return row == forms::none ? "a row is a number from 0" : form.SelectRow(*index, row);
+    const bool isNone = EqualText(row, "none");
+    return NumberOf(row) == forms::none && !isNone ? "a row is a number from 0, or \"none\""
+                                                   : form.SelectRow(*index, NumberOf(row));
 }
 
 bool IsFormStep(const std::string& verb) {
@@ -139,11 +153,11 @@ std::string TakeFormStep(const ModelHost& host, const std::string& verb, const s
         return SetField(form, name, rest);
     if (verb == "press")
         return PressButton(form, name);
-    const std::size_t row = NumberOf(TakeWord(rest));
+    const std::string row = TakeWord(rest);
     if (verb == "row")
         return ChooseRow(form, name, row);
     const std::size_t column = NumberOf(TakeWord(rest));
-    return SetCell(form, name, row, column, rest);
+    return SetCell(form, name, NumberOf(row), column, rest);
 }
 
 } // namespace corvane::inspect

@@ -29,7 +29,7 @@ struct ShownPage {
 [[nodiscard]] std::string PressButton(forms::FormModel& form, const std::string& button);
 [[nodiscard]] std::string SetCell(forms::FormModel& form, const std::string& table, std::size_t row, std::size_t column,
                                   const std::string& value);
-[[nodiscard]] std::string ChooseRow(forms::FormModel& form, const std::string& table, std::size_t row);
+[[nodiscard]] std::string ChooseRow(forms::FormModel& form, const std::string& table, const std::string& row);
 
 // The steps "set", "press", "cell" and "row", whose fields are the rest of the line.
 [[nodiscard]] bool IsFormStep(const std::string& verb);

@@ -33,6 +33,7 @@ std::string InStep(const std::string& text) {
 QWidget* QtFormPage::NewWidget(QWidget* parent) {
     FormHost host;
     host.act = m_act;
+    host.askFile = m_askFile;
     host.fill = [self = Ref<QtFormPage>(this)](QWidget* place) { return self->Fill(place); };
     host.resets = m_form->PageObj().TryAs<forms::PreferencesPage>() != nullptr;
     const auto page = PageObj().TryAs<Recoverable>();
@@ -81,8 +82,11 @@ QWidget* QtFormPage::Fill(QWidget* place) const {
     }
 }
 
+// That of the page's own widget, when it says one.
 QWidget* QtFormPage::FirstFocus() {
-    return m_widget ? m_widget->FirstFocus() : nullptr;
+    const auto page = PageObj().TryAs<IQtPage>();
+    QWidget* own = page && m_widget ? page->FirstFocus() : nullptr;
+    return own || !m_widget ? own : m_widget->FirstFocus();
 }
 
 Long QtFormPage::HelpTopic() {
@@ -101,9 +105,7 @@ FormStepText StepOf(const forms::FormModel& model, const FormAct& act) {
     case FormAct::What::Cell:
         return {"cell", field + " " + Number(act.row) + " " + Number(act.column) + " " + InStep(act.text), field};
     case FormAct::What::Row:
-        if (act.row != forms::none)
-            return {"row", field + " " + Number(act.row), field};
-        break;
+        return {"row", field + " " + (act.row == forms::none ? "none" : Number(act.row)), field};
     case FormAct::What::Leave:
         break;
     }

@@ -57,11 +57,19 @@ expect windows.count 0)"),
         Refused(
             "open Details\nset Details 0 Wing many\nset Details 0 Wig 3\nset Details 0 Clear x\npress Details 0 Name\n"
             "set Details 0 Sex other\nclose Details"),
-        "steps:2: note: \"many\" can't be entered into the field \"Wing\": Please enter a whole number.\n"
         "steps:3: note: the form has no field \"Wig\"; did you mean \"Wing\"?\n"
         "steps:4: note: the field \"Clear\" takes no text\n"
         "steps:5: note: the field \"Name\" isn't a button\n"
         "steps:6: note: \"other\" can't be entered into the field \"Sex\": Please choose one of the values.\n");
+}
+
+// As a user types it: what is no value stays.
+TEST_F(Birds, KeepWhatIsTypedAndIsNoValue) {
+    EXPECT_EQ(Refused("open Details\nset Details 0 Wing many\n"
+                      "expect windows[Details].pages[0].fields[Wing].value many\n"
+                      "expect windows[Details].pages[0].fields[Wing].problem Please enter a whole number."),
+              "");
+    EXPECT_EQ(m_application.TakeUnmet(), Lines());
 }
 
 TEST_F(Birds, AreFilledInByTests) {
