@@ -84,7 +84,11 @@ Application::Application(const ApplicationOptions& options)
     m_commonDialog->SetParentWindow(m_window.get());
     m_waiting->SetParentWindow(m_window.get());
     SetUpWindowHost();
-    m_windowHost->openForm = FormOpener(*m_windowHost, m_translation, m_platform.folder, options.isStub);
+    m_windowHost->openForm =
+        FormOpener(*m_windowHost, m_translation, m_platform.folder, options.isStub,
+                   [dialog = m_commonDialog](const forms::FieldDef& field, const std::string& path) {
+                       return AskForPath(*dialog, field, path);
+                   });
     m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));
     m_commonDialog->KeepFolders(m_personal->KeptFile("folders.json"));
     if (options.watch)

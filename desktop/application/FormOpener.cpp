@@ -3,7 +3,12 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
+#include "desktop/platform/HostParts.h"
+#include "desktop/style/QtText.h"
 
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <algorithm>
 #include <vector>
 
@@ -53,7 +58,18 @@ Ref<QtFormPage> FormOpener::operator()(const Ref<PageDef>& pageDef) const {
                 work();
         });
     };
-    return New<QtFormPage>(form, act);
+    return New<QtFormPage>(form, act, m_askFile);
+}
+
+std::string AskForPath(CommonDialog& dialog, const forms::FieldDef& field, const std::string& path) {
+    const std::string purpose = forms::CallOf(field);
+    const std::string folder = QFileInfo(Text(path)).path().toStdString();
+    if (field.kind == forms::FieldKind::File)
+        return field.savesTo ? dialog.ShowSave(purpose, field.filter, path)
+                             : dialog.ShowOpen(purpose, field.filter, folder);
+    if (auto answer = dialog.TakeAnswer())
+        return *answer;
+    return QFileDialog::getExistingDirectory(QApplication::activeWindow(), Text(purpose), Text(path)).toStdString();
 }
 
 } // namespace corvane::desktop

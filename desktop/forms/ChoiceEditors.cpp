@@ -5,6 +5,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCompleter>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -17,8 +18,9 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int fewestCharacters = 12; // of a box that shows longer choices when it is opened
+constexpr int fewestCharacters = 15; // of a box, with its arrow, that shows longer choices when it is opened
 constexpr int rowsShown = 5;
+constexpr int manyChoices = 20; // from which on they are searched by typing
 
 QString LabelOf(const forms::FormChoice& choice) {
     return Text(forms::PlainText(choice.label.text));
@@ -35,8 +37,9 @@ int IndexOf(const std::vector<forms::FormChoice>& choices, const std::string& va
 ComboEditor::ComboEditor(std::shared_ptr<FormContext> form, std::size_t field, QWidget* parent)
     : FieldEditor(std::move(form), field), m_box(new QComboBox(parent)),
       m_isEditable(Def().look == forms::FieldLook::EditableCombo) {
-    m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_box->setMinimumContentsLength(fewestCharacters);
+    // Its own ways to be narrower than its longest choice make the list of the popup at once, which takes longer than
+    // the rest of the field.
+    m_box->setMinimumWidth(m_box->fontMetrics().averageCharWidth() * fewestCharacters);
     LeaveWheel(m_box);
     if (m_isEditable) {
         m_box->setEditable(true);
@@ -64,6 +67,18 @@ ComboEditor::ComboEditor(std::shared_ptr<FormContext> form, std::size_t field, Q
         });
 }
 
+// A part of a choice is typed; what isn't among them is taken back when the field is left.
+void ComboEditor::MakeSearchable() {
+    if (m_isEditable || m_box->isEditable() || m_box->count() <= manyChoices)
+        return;
+    m_box->setEditable(true);
+    m_box->setInsertPolicy(QComboBox::NoInsert);
+    m_box->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    m_box->completer()->setFilterMode(Qt::MatchContains);
+    connect(m_box->lineEdit(), &QLineEdit::editingFinished, this,
+            [this] { m_box->setEditText(m_box->itemText(m_box->currentIndex())); });
+}
+
 void ComboEditor::ShowChoices() {
     if (!m_box)
         return;
@@ -74,6 +89,8 @@ void ComboEditor::ShowChoices() {
         m_box->addItem(LabelOf(choice));
     if (m_isEditable)
         m_box->setEditText(typed);
+    else
+        MakeSearchable();
     ShowValue();
 }
 

@@ -25,9 +25,10 @@ protected:
 
 private:
     [[nodiscard]] bool SaysTheSame() const;
+    void MakeSearchable();
 
     QPointer<QComboBox> m_box;
-    bool m_isEditable;
+    bool m_isEditable; // to any text
 };
 
 // Of several choices each has a box for its check mark.

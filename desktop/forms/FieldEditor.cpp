@@ -149,9 +149,11 @@ void FieldEditor::Describe() {
         all.append(tr("Required"));
     if (!def.unit.IsEmpty())
         all.append(Text(def.unit.text).trimmed());
-    if (!def.tip.IsEmpty())
-        all.append(Text(def.tip.text));
-    main->setAccessibleDescription(all.join(". "));
+    if (!def.tip.IsEmpty() && !all.isEmpty())
+        all.append(Text(def.tip.text)); // alone it is read as the tooltip
+    const QString description = all.join(". ");
+    if (description != main->accessibleDescription())
+        main->setAccessibleDescription(description);
 }
 
 QString FieldEditor::MarkedLabel() const {

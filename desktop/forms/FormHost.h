@@ -33,6 +33,9 @@ struct FormHost {
     // The widget that the page's class makes for a place, as a child of that parent; the parent's objectName is the
     // place's name. Without it places stay empty.
     std::function<QWidget*(QWidget* parent)> fill;
+    // Asks for a file or folder for that field, which has that path now; "" when the user cancels. Without it paths are
+    // typed.
+    std::function<std::string(const forms::FieldDef& field, const std::string& path)> askFile;
     // Whether the user can take values back to what the form declares, as among the preferences.
     bool resets = false;
 };

@@ -79,6 +79,18 @@ std::string TypedValue(FieldKind kind, const QString& text) {
     return forms::IsFreeText(kind) ? text.toStdString() : typed.toStdString();
 }
 
+QString AsSpecial(const forms::FieldDef& field, const QString& text) {
+    const bool isLeast = !field.special.IsEmpty() && field.minimum &&
+                         text == ShownValue(field.kind, forms::WriteValue(Variant(*field.minimum)));
+    return isLeast ? Text(field.special.text) : text;
+}
+
+QString OfSpecial(const forms::FieldDef& field, const QString& text) {
+    return !field.special.IsEmpty() && field.minimum && text == Text(field.special.text)
+               ? ShownValue(field.kind, forms::WriteValue(Variant(*field.minimum)))
+               : text;
+}
+
 QString ShownProblem(const forms::Problem& problem) {
     if (!problem)
         return {};
@@ -109,7 +121,7 @@ QStringList TextsToSearch(const forms::FormModel& model) {
     });
     for (std::size_t i = 0; i < model.Count(); ++i) {
         const forms::FieldDef& field = model.Field(i);
-        for (const auto* text : {&field.tip, &field.placeholder, &field.accessibleName})
+        for (const auto* text : {&field.tip, &field.placeholder, &field.special, &field.accessibleName})
             Add(text->text);
         Add(model.Label(i));
         for (const auto& choice : model.Choices(i))

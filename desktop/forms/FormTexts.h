@@ -13,6 +13,10 @@ namespace corvane::desktop {
 // What the user has typed, as FormModel::Type takes it: also a date in the user's own form.
 [[nodiscard]] std::string TypedValue(forms::FieldKind kind, const QString& text);
 
+// With what a field shows in place of its minimum, and without.
+[[nodiscard]] QString AsSpecial(const forms::FieldDef& field, const QString& text);
+[[nodiscard]] QString OfSpecial(const forms::FieldDef& field, const QString& text);
+
 // Why a value can't be accepted, in the user's language; "" for none.
 [[nodiscard]] QString ShownProblem(const forms::Problem& problem);
 

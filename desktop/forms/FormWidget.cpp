@@ -37,6 +37,8 @@ FormWidget::FormWidget(const Ref<forms::FormModel>& model, FormHost host, QWidge
         forms::ForEachNode(model->Def().root, [this](const forms::FormNode& node) { m_nodes.push_back(&node); });
         m_enabled.assign(m_nodes.size(), true);
         m_visible.assign(m_nodes.size(), true);
+        m_wrong.assign(model->Count(), false);
+        m_wrongInside.assign(m_nodes.size(), 0);
         OrderTabs();
         ShowAll();
     }
@@ -53,7 +55,9 @@ void FormWidget::ShowAll() {
         editor->ShowProblem();
         MarkTabs(editor->Field());
     }
-    ShowState();
+    for (std::size_t node = 0; node < m_nodes.size(); ++node)
+        ShowState(node);
+    ShowRestoreAll();
 }
 
 void FormWidget::Take(const forms::FormNotice& notice) {
@@ -61,12 +65,10 @@ void FormWidget::Take(const forms::FormNotice& notice) {
     FieldEditor* editor = notice.field < m_parts.editors.size() ? m_parts.editors[notice.field].get() : nullptr;
     switch (notice.what) {
     case forms::FormChange::State:
-        return ShowState();
+        return ShowState(notice.node);
     case forms::FormChange::Changed:
     case forms::FormChange::Done:
-        if (m_restoreAll)
-            ShowState();
-        return;
+        return ShowRestoreAll();
     default:
         break;
     }
@@ -103,32 +105,40 @@ void FormWidget::Take(const forms::FormNotice& notice) {
     }
 }
 
-// Only what is otherwise than before: a form may be large.
-void FormWidget::ShowState() {
-    const forms::FormModel& model = m_form->Model();
-    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-        const FormParts::Part& part = m_parts.nodes[i];
-        const bool isEnabled = model.IsNodeEnabled(i);
-        const bool isVisible = model.IsNodeVisible(i);
-        if (isEnabled != m_enabled[i]) {
-            m_enabled[i] = isEnabled;
-            if (part.tabs)
-                part.tabs->setTabEnabled(part.tab, isEnabled);
-            else if (part.editor)
-                part.editor->SetEnabled(isEnabled);
-            else if (part.widget)
-                part.widget->setEnabled(isEnabled);
-        }
-        if (isVisible != m_visible[i]) {
-            m_visible[i] = isVisible;
-            if (part.tabs)
-                part.tabs->setTabVisible(part.tab, isVisible);
-            else if (part.editor)
-                part.editor->SetVisible(isVisible);
-            else if (part.widget && part.widget != this)
-                part.widget->setVisible(isVisible);
-        }
+// What lies in it follows by itself. Only what is otherwise than before: a form may be large.
+void FormWidget::ShowState(std::size_t node) {
+    const FormParts::Part& part = m_parts.nodes[node];
+    const bool isEnabled = m_form->Model().IsNodeEnabled(node);
+    const bool isVisible = m_form->Model().IsNodeVisible(node);
+    if (isEnabled != m_enabled[node]) {
+        m_enabled[node] = isEnabled;
+        if (part.tabs)
+            part.tabs->setTabEnabled(part.tab, isEnabled);
+        else if (part.editor)
+            part.editor->SetEnabled(isEnabled);
+        else if (part.widget)
+            part.widget->setEnabled(isEnabled);
     }
+    if (isVisible != m_visible[node]) {
+        m_visible[node] = isVisible;
+        if (part.tabs)
+            part.tabs->setTabVisible(part.tab, isVisible);
+        else if (part.editor)
+            part.editor->SetVisible(isVisible);
+        else if (part.widget && part.widget != this)
+            part.widget->setVisible(isVisible);
+    }
+    // A problem of what can't be entered isn't shown.
+    forms::ForEachNode(*m_nodes[node], [this](const forms::FormNode& inside) {
+        if (inside.field != forms::none && m_parts.editors[inside.field] &&
+            m_wrong[inside.field] != m_form->Model().IsProblemShown(inside.field)) {
+            m_parts.editors[inside.field]->ShowProblem();
+            MarkTabs(inside.field);
+        }
+    });
+}
+
+void FormWidget::ShowRestoreAll() {
     if (m_restoreAll)
         m_restoreAll->setEnabled(std::any_of(m_parts.editors.begin(), m_parts.editors.end(), [](const auto& editor) {
             return editor && editor->DiffersFromDefault();
@@ -146,16 +156,18 @@ void FormWidget::ShowLabel(std::size_t field) {
 // A tab in which something is shown to be wrong has a sign, as it may lie behind another one.
 void FormWidget::MarkTabs(std::size_t field) {
     const forms::FormModel& model = m_form->Model();
+    const bool isWrong = model.IsProblemShown(field);
+    if (m_wrong[field] == isWrong)
+        return;
+    m_wrong[field] = isWrong;
     for (std::size_t node = model.Field(field).node; node != forms::none; node = m_nodes[node]->parent) {
         const FormParts::Part& part = m_parts.nodes[node];
         if (!part.tabs)
             continue;
-        bool isWrong = false;
-        forms::ForEachNode(*m_nodes[node], [&](const forms::FormNode& inside) {
-            isWrong |= inside.field != forms::none && model.IsProblemShown(inside.field);
-        });
-        part.tabs->setTabIcon(part.tab,
-                              isWrong ? style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this) : QIcon());
+        m_wrongInside[node] += isWrong ? 1 : -1;
+        part.tabs->setTabIcon(part.tab, m_wrongInside[node] > 0
+                                            ? style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this)
+                                            : QIcon());
     }
 }
 

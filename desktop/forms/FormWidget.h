@@ -29,7 +29,8 @@ protected:
 private:
     void Take(const forms::FormNotice& notice);
     void ShowAll();
-    void ShowState();
+    void ShowState(std::size_t node);
+    void ShowRestoreAll();
     void ShowLabel(std::size_t field);
     void ShowProblem(std::size_t field);
     void MarkTabs(std::size_t field);
@@ -44,6 +45,8 @@ private:
     std::vector<const forms::FormNode*> m_nodes; // by their index
     std::vector<bool> m_enabled;                 // likewise, as it is on screen
     std::vector<bool> m_visible;
+    std::vector<bool> m_wrong;      // by field, whether it is shown to be wrong
+    std::vector<int> m_wrongInside; // by node, how many of these a tab holds
     QPointer<QPushButton> m_restoreAll;
     Subscription m_notices;
 };

@@ -74,8 +74,8 @@ StepBox::StepBox(const forms::FieldDef& field, QWidget* parent) : QAbstractSpinB
 
 void StepBox::stepBy(int steps) {
     const int cursor = lineEdit()->cursorPosition();
-    const std::string next = Stepped(m_field, TypedValue(m_field.kind, text()), steps, cursor);
-    lineEdit()->setText(ShownValue(m_field.kind, next));
+    const std::string next = Stepped(m_field, TypedValue(m_field.kind, OfSpecial(m_field, text())), steps, cursor);
+    lineEdit()->setText(AsSpecial(m_field, ShownValue(m_field.kind, next)));
     if (m_field.kind == FieldKind::Integer || m_field.kind == FieldKind::Number)
         selectAll();
     else
@@ -89,7 +89,7 @@ QValidator::State StepBox::validate(QString& /*input*/, int& /*position*/) const
 QAbstractSpinBox::StepEnabled StepBox::stepEnabled() const {
     if (isReadOnly())
         return StepNone;
-    const auto number = NumberIn(TypedValue(m_field.kind, text()));
+    const auto number = NumberIn(TypedValue(m_field.kind, OfSpecial(m_field, text())));
     const bool isNumber = m_field.kind == FieldKind::Integer || m_field.kind == FieldKind::Number;
     StepEnabled enabled = StepNone;
     enabled.setFlag(StepUpEnabled, !isNumber || !number || !m_field.maximum || *number < *m_field.maximum);
@@ -100,6 +100,8 @@ QAbstractSpinBox::StepEnabled StepBox::stepEnabled() const {
 // Wide enough for all values that it can have.
 QSize StepBox::sizeHint() const {
     ensurePolished();
+    if (m_sizeHint.isValid()) // layouts ask for it again and again
+        return m_sizeHint;
     int characters = 8;
     switch (m_field.kind) {
     case FieldKind::Date:
@@ -118,10 +120,18 @@ QSize StepBox::sizeHint() const {
     default:
         break;
     }
-    const int width = fontMetrics().horizontalAdvance(QString(std::min(characters, widest), '0'));
+    const int width = std::max(fontMetrics().horizontalAdvance(QString(std::min(characters, widest), '0')),
+                               fontMetrics().horizontalAdvance(Text(m_field.special.text) + "0"));
     QStyleOptionSpinBox option;
     initStyleOption(&option);
-    return style()->sizeFromContents(QStyle::CT_SpinBox, &option, QSize(width, lineEdit()->sizeHint().height()), this);
+    m_sizeHint =
+        style()->sizeFromContents(QStyle::CT_SpinBox, &option, QSize(width, lineEdit()->sizeHint().height()), this);
+    return m_sizeHint;
+}
+
+void StepBox::changeEvent(QEvent* event) {
+    m_sizeHint = QSize(); // of another font or style
+    QAbstractSpinBox::changeEvent(event);
 }
 
 } // namespace corvane::desktop

@@ -22,9 +22,11 @@ public:
 
 protected:
     [[nodiscard]] StepEnabled stepEnabled() const override;
+    void changeEvent(QEvent* event) override;
 
 private:
     const forms::FieldDef& m_field; // of the model, which the form's context keeps
+    mutable QSize m_sizeHint;
 };
 
 // The text after so many steps, as FormModel::Type takes it: a number within its range, the next day, the hour or the

@@ -2,13 +2,10 @@
 
 #include "desktop/forms/FormTexts.h"
 #include "desktop/forms/StepBox.h"
-#include "desktop/platform/FileDialogs.h"
 #include "desktop/style/QtText.h"
 
 #include <QCalendarWidget>
 #include <QColorDialog>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -92,23 +89,24 @@ LineEditor::LineEditor(std::shared_ptr<FormContext> form, std::size_t field, QWi
     std::vector<QWidget*> behind;
     if (!def.unit.IsEmpty())
         behind.push_back(new QLabel(Text(def.unit.text).trimmed(), parent));
-    if (HasButton(def.kind) && !isReadOnly)
+    const bool isOfFile = def.kind == FieldKind::File || def.kind == FieldKind::Folder;
+    if (HasButton(def.kind) && !isReadOnly && (!isOfFile || Form().Host().askFile))
         behind.push_back(NewButton(parent));
     const bool fills = forms::IsFreeText(def.kind) || !(HasArrows(def) || HasButton(def.kind));
     Compose(main, fills ? Growth::Fills : Growth::Keeps, std::move(behind));
-    connect(m_line, &QLineEdit::textChanged, this, [this](const QString& text) {
+    connect(m_line, &QLineEdit::textChanged, this, [this, &def](const QString& text) {
         if (!Form().IsShowing())
-            Typed(text);
+            Typed(OfSpecial(def, text));
     });
 }
 
 QString LineEditor::TextOnScreen() const {
-    return m_line ? m_line->text() : QString();
+    return m_line ? OfSpecial(Def(), m_line->text()) : QString();
 }
 
 void LineEditor::PutText(const QString& text) {
     if (m_line)
-        m_line->setText(text);
+        m_line->setText(AsSpecial(Def(), text));
 }
 
 void LineEditor::ShowValue() {
@@ -147,25 +145,18 @@ QWidget* LineEditor::NewButton(QWidget* parent) {
 void LineEditor::Choose() {
     const QPointer<LineEditor> alive(this);
     const QString now = TextOnScreen();
-    const QString title = Text(forms::CallOf(Def()));
     QString chosen;
     switch (Def().kind) {
     case FieldKind::Date:
     case FieldKind::DateTime:
         return ChooseDate();
     case FieldKind::Color: {
-        const QColor color = QColorDialog::getColor(QColor(now), m_button->window(), title);
+        const QColor color = QColorDialog::getColor(QColor(now), m_button->window(), Text(forms::CallOf(Def())));
         chosen = color.isValid() ? color.name() : QString();
         break;
     }
-    case FieldKind::Folder:
-        chosen = QFileDialog::getExistingDirectory(m_button->window(), title, now);
-        break;
-    default: {
-        const QString filters = FiltersOf(Text(Def().filter)).join(";;");
-        chosen = Def().savesTo ? QFileDialog::getSaveFileName(m_button->window(), title, now, filters)
-                               : QFileDialog::getOpenFileName(m_button->window(), title, now, filters);
-    }
+    default:
+        chosen = Text(Form().Host().askFile(Def(), now.toStdString()));
     }
     if (alive && !chosen.isEmpty() && m_line)
         m_line->setText(chosen);

@@ -15,9 +15,9 @@ class FormWidget;
 
 class QtFormPage final : public IQtPage {
 public:
-    // act runs what the user does, as FormHost has it.
-    QtFormPage(Ref<forms::FormPage> form, decltype(FormHost::act) act)
-        : m_form(std::move(form)), m_act(std::move(act)) {}
+    // act runs what the user does, and askFile asks for files, as FormHost has them.
+    QtFormPage(Ref<forms::FormPage> form, decltype(FormHost::act) act, decltype(FormHost::askFile) askFile)
+        : m_form(std::move(form)), m_act(std::move(act)), m_askFile(std::move(askFile)) {}
 
     [[nodiscard]] const Ref<Object>& PageObj() const { return m_form->PageObj(); }
     [[nodiscard]] const Ref<forms::FormModel>& Model() const { return m_form->Model(); }
@@ -34,6 +34,7 @@ private:
 
     Ref<forms::FormPage> m_form;
     decltype(FormHost::act) m_act;
+    decltype(FormHost::askFile) m_askFile;
     QPointer<FormWidget> m_widget;
 };
 

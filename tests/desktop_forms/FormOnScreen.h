@@ -70,6 +70,7 @@ public:
             acts.push_back(act);
             work();
         };
+        host.askFile = [](const forms::FieldDef& field, const std::string& path) { return path + field.filter; };
         host.fill = [](QWidget* parent) { return new QWidget(parent); };
         widget = std::make_unique<FormWidget>(model, std::move(host), nullptr);
         widget->resize(640, 480);

@@ -397,6 +397,34 @@ TEST_F(FormWidgetTest, DefaultsAreRestoredOneByOneAndTogether) {
     EXPECT_EQ(form.acts.back().text, "false");
 }
 
+TEST_F(FormWidgetTest, LongChoicesAreSearchedAMinimumHasAWordAndFilesAreAskedFor) {
+    std::string many;
+    for (int i = 0; i < 25; ++i)
+        many += "<item>" + Has("text", "string", "c" + std::to_string(i)) + "</item>";
+    FormOnScreen form(Ui(Item(0, "QComboBox", "Many", many, "Many:") +
+                         Item(1, "QSpinBox", "Bins", Has("specialValueText", "string", "Automatic"), "Bins:") +
+                         Item(2, "QLineEdit", "Path", Kind("file") + Has("filter", "string", ".csv"), "Path:")));
+    QLineEdit& search = *form.On<QComboBox>("Many").lineEdit();
+    for (const char* typed : {"c17", "zz"}) { // the second isn't there
+        search.setFocus();
+        search.selectAll();
+        QTest::keyClicks(&search, typed);
+        QTest::keyClick(&search, Qt::Key_Return);
+        EXPECT_EQ(form.Text("Many") + search.text().toStdString(), "c17c17");
+    }
+    auto& bins = form.On<StepBox>("Bins");
+    EXPECT_EQ(bins.text(), "Automatic");
+    bins.stepBy(1);
+    EXPECT_EQ(form.Text("Bins") + bins.text().toStdString(), "11");
+    bins.stepBy(-1);
+    EXPECT_EQ(form.Text("Bins") + bins.text().toStdString(), "0Automatic");
+    QTest::keyClicks(&form.On<QLineEdit>("Path"), "/a");
+    for (auto* button : form.widget->findChildren<QToolButton*>())
+        if (button->accessibleName().contains("Path"))
+            button->click();
+    EXPECT_EQ(form.Text("Path"), "/a.csv");
+}
+
 TEST_F(FormWidgetTest, ReturnPressesTheButtonOfTheForm) {
     FormOnScreen form(
         Ui(Item(0, "QLineEdit", "Title", {}, "Title:") +
