@@ -61,3 +61,5 @@ AboutDialog::AboutDialog(const Identity& identity, QWidget* parent) : QDialog(pa
 }
 
 } // namespace corvane::desktop
+
+#include "moc_AboutDialog.cpp"

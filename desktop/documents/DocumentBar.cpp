@@ -178,3 +178,5 @@ bool DocumentBar::event(QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_DocumentBar.cpp"

@@ -525,3 +525,5 @@ void Documents::MoveTo(WindowFrame& frame, const DropPlace& place) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_Documents.cpp"

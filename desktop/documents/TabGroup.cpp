@@ -112,3 +112,5 @@ void TabGroup::Place(const QWidget& base) const {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_TabGroup.cpp"

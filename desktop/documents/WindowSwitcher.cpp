@@ -97,3 +97,5 @@ bool WindowSwitcher::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace corvane::desktop
+
+#include "moc_WindowSwitcher.cpp"
