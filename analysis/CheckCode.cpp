@@ -198,7 +198,8 @@ private:
             }
             try {
                 for (const auto& each : m_factory.Classes(library.name)) {
-                    m_classNames.insert(FoldText(each.progID));
+                    if (each.isExplorerItem)
+                        m_classNames.insert(FoldText(each.progID));
                     for (const MemberInfo& member : each.members)
                         if (member.What == MemberInfo::Kind::Method)
                             m_procedures.emplace_back(member.Name);

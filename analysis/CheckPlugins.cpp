@@ -81,7 +81,7 @@ public:
         if (!IsProcess(service.progID))
             return;
         for (const auto& each : LibraryOf(library, service.At("ProgID")).classes)
-            if (EqualText(each.progID, library + "." + item.name))
+            if (each.isExplorerItem && EqualText(each.progID, library + "." + item.name))
                 CheckMembers(item, each);
     }
 
