@@ -17,5 +17,6 @@ TEST(@Name@, AddsItemsAndOpensThem) {
 
     application.Take("tab " + std::to_string(tab) + "\nnode " + std::to_string(tab) + " @Name@Item.Item 1\ndblclick");
     EXPECT_EQ(application.OpenWindows(), (Lines{"@Name@Window"}));
+    EXPECT_EQ(application.Page("@Name@Page").Value("Name"), "Item 1");
     EXPECT_EQ(application.TakeLog(), Lines());
 }

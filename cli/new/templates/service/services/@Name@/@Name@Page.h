@@ -1,9 +1,20 @@
-// The page of the window "@Name@Window".
+// The page of the window "@Name@Window". Its form is app/Forms/@Name@Svc.@Name@Page.ui, whose fields are bound to the
+// values by their names.
 #pragma once
 
 #include "@Name@Items.h"
-#include "desktop/QtPage.h"
+#include "corvane/Page.h"
 
-class @Name@Page final : public corvane::desktop::QtPage<@Name@Page, @Name@Item> {
-    QWidget* MakeWidget(QWidget* parent) override;
+#include <string>
+
+class @Name@Page final : public corvane::Page<@Name@Page, @Name@Item> {
+    std::string m_name;
+
+    void OnInitialize() override {
+        if (const auto item = About()) // nothing when the window was opened without one
+            m_name = item->Name();
+    }
+
+public:
+    static constexpr auto Members = corvane::Fields<&@Name@Page::m_name>();
 };
