@@ -256,6 +256,7 @@ void PreviewWindow::Folder_Changed() {
     const bool keepsOld = !m_trouble.isEmpty() || std::any_of(m_findings.begin(), m_findings.end(), StopsTheStart) ||
                           (m_leavesOut && m_showsWhole);
     m_state = keepsOld ? State::Invalid : State::Wanted;
+    m_isOtherUnsaved = false;
     if (IsToBeShown())
         TryShow();
     else
@@ -298,11 +299,24 @@ bool PreviewWindow::Unwind() {
     return !IsBusy();
 }
 
-// Asking isn't among the calls that the author wants to see, and who fails to answer does so every time.
+// Asking isn't among the calls that the author wants to see, and who fails to answer does so every time. What is entered
+// into forms whose windows are opened again is entered again, and in no one's way; it is set aside to see what else is
+// unsaved, once for each change of the definitions.
 bool PreviewWindow::HasUnsavedWork() {
     m_calls->SetHeld(true);
     m_application->Failures().SetTaker([](const ShownFailure&) { return true; });
-    const bool has = m_application->HasUnsavedWork();
+    bool has = m_application->HasUnsavedWork();
+    if (has && !std::exchange(m_isOtherUnsaved, true)) {
+        const ViewState view = ViewState::Of(*m_application);
+        const auto opens = [this](const ViewState::OpenWindow& window) { return IsOfStandIns(window.name); };
+        if (view.SetEntriesAside(*m_application, opens)) {
+            has = m_application->HasUnsavedWork();
+            if (has)
+                view.EnterAgain(*m_application, opens);
+            else
+                m_view = view;
+        }
+    }
     m_application->Failures().SetTaker({});
     m_calls->SetHeld(false);
     return has;

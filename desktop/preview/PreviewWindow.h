@@ -144,6 +144,7 @@ private:
     int m_nTries = 0;
     QString m_time; // of the state that is shown
     std::optional<ViewState> m_view;
+    bool m_isOtherUnsaved = false;  // than entries into forms
     bool m_takesOver = false;       // m_view is another run's
     std::set<std::string> m_opened; // windows that the user opened here
 

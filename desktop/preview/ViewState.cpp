@@ -8,6 +8,8 @@
 #include "corvane/windows/WindowManager.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/explorer/ExplorerTree.h"
+#include "desktop/windows/WindowForm.h"
+#include "forms/FormModel.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -46,6 +48,29 @@ Ref<Form> FormOf(const Application& application, const Window& window) {
         if (const auto form = frm.TryAs<WindowForm>(); form && form->ShownWindow().Get() == &window)
             return frm;
     return nullptr;
+}
+
+void TakeEntries(const WindowForm& form, ViewState::OpenWindow& open) {
+    for (int page = 0; page < form.Pages().Count(); ++page) {
+        const PageSlot& slot = form.Pages().At(page);
+        const Ref<forms::FormModel> model = slot.Form();
+        for (std::size_t i = 0; model && i < model->Count(); ++i)
+            if (forms::IsEntered(model->Field(i).kind) && model->IsChanged(i))
+                open.entries.push_back({slot.PageDef()->PageProgID(), model->Field(i).name, model->Text(i)});
+    }
+}
+
+// As far as the fields are still there; what isn't a value any more stays, with its problem.
+void EnterInto(const WindowForm& form, const ViewState::OpenWindow& open) {
+    for (int page = 0; page < form.Pages().Count(); ++page) {
+        const PageSlot& slot = form.Pages().At(page);
+        const Ref<forms::FormModel> model = slot.Form();
+        for (const ViewState::Entry& entry : open.entries)
+            if (model && EqualText(slot.PageDef()->PageProgID(), entry.page))
+                if (const auto field = model->Find(entry.field))
+                    if (model->Type(*field, entry.text).empty())
+                        model->Leave(*field);
+    }
 }
 
 bool IsDefined(const std::string& window) {
@@ -113,6 +138,7 @@ void ViewState::TakeWindows(Application& application) {
             open.top = frm->Top();
             open.width = frm->Width();
             open.height = frm->Height();
+            TakeEntries(*frm.As<WindowForm>(), open);
         }
         windows.push_back(std::move(open));
     }
@@ -178,6 +204,8 @@ void ViewState::Place(Application& application, const OpenWindow& open) {
         if (open.page > 0 && open.page < def->PageDefs()->Count())
             window->SetActivePageIndex(open.page);
         const Ref<Form> frm = FormOf(application, *window);
+        if (frm)
+            EnterInto(*frm.As<WindowForm>(), open);
         if (!frm || open.child != frm->MDIChild() || open.pageWidth != def->DefPageWidth() ||
             open.pageHeight != def->DefPageHeight())
             return;
@@ -215,6 +243,31 @@ void ViewState::Restore(Application& application, const std::function<bool(const
     for (const OpenWindow& open : windows)
         if (open.active && !open.modal)
             (void)Activate(application, open);
+}
+
+bool ViewState::SetEntriesAside(Application& application, const std::function<bool(const OpenWindow&)>& opens) const {
+    bool isAny = false;
+    for (const OpenWindow& open : windows) {
+        const Ref<Window> window = open.entries.empty() || !opens(open) ? nullptr : Find(open);
+        const Ref<Form> frm = window ? FormOf(application, *window) : nullptr;
+        if (!frm)
+            continue;
+        isAny = true;
+        application.ByHost([&] {
+            const Ref<WindowForm> form = frm.As<WindowForm>();
+            for (int page = 0; page < form->Pages().Count(); ++page)
+                if (const Ref<forms::FormModel> model = form->Pages().At(page).Form())
+                    model->Revert();
+        });
+    }
+    return isAny;
+}
+
+void ViewState::EnterAgain(Application& application, const std::function<bool(const OpenWindow&)>& opens) const {
+    for (const OpenWindow& open : windows)
+        if (const Ref<Window> window = open.entries.empty() || !opens(open) ? nullptr : Find(open))
+            if (const Ref<Form> frm = FormOf(application, *window))
+                application.ByHost([&] { EnterInto(*frm.As<WindowForm>(), open); });
 }
 
 bool ViewState::IsOpen(const OpenWindow& window) {

@@ -22,6 +22,12 @@ struct ViewState {
         QString filter;
         int scrolled = 0;
     };
+    // What is entered into a form and isn't saved.
+    struct Entry {
+        std::string page; // the ProgID
+        std::string field;
+        std::string text; // as typed
+    };
     struct OpenWindow {
         std::string name; // of the definition
         std::string key;  // empty for one that the library made up
@@ -32,6 +38,7 @@ struct ViewState {
         FormState state = FormState::Normal;
         Single left = 0, top = 0, width = 0, height = 0;
         Long pageWidth = 0, pageHeight = 0; // by the definition
+        std::vector<Entry> entries;
     };
     enum class MenuRoot { None, MenuBar, Toolbar, Explorer };
 
@@ -51,6 +58,9 @@ struct ViewState {
     // Selects and opens again what is still there. Of the windows that no service has opened again those are opened
     // for which opens says so; modal ones aren't, see OpenAgain.
     void Restore(Application& application, const std::function<bool(const OpenWindow&)>& opens) const;
+    // Takes back what is entered into the forms of the windows for which opens says so. False when there is nothing.
+    bool SetEntriesAside(Application& application, const std::function<bool(const OpenWindow&)>& opens) const;
+    void EnterAgain(Application& application, const std::function<bool(const OpenWindow&)>& opens) const;
     // Whether there is a window of that name and key.
     [[nodiscard]] static bool IsOpen(const OpenWindow& window);
     // Brings the window to the front. False when there is none of that name and key.

@@ -34,7 +34,11 @@ ViewState::Tree TreeOf(const QJsonObject& json) {
 }
 
 QJsonObject JsonOf(const ViewState::OpenWindow& open) {
-    return {{"name", Text(open.name)},
+    QJsonArray entries;
+    for (const ViewState::Entry& entry : open.entries)
+        entries.append(QJsonArray{Text(entry.page), Text(entry.field), Text(entry.text)});
+    return {{"entries", entries},
+            {"name", Text(open.name)},
             {"key", Text(open.key)},
             {"page", open.page},
             {"modal", open.modal},
@@ -62,6 +66,8 @@ ViewState::OpenWindow WindowOf(const QJsonObject& json) {
     const QJsonArray pageSize = json["pageSize"].toArray();
     open.pageWidth = pageSize[0].toInt();
     open.pageHeight = pageSize[1].toInt();
+    for (const QJsonValue& entry : json["entries"].toArray())
+        open.entries.push_back({TextIn(entry[0]), TextIn(entry[1]), TextIn(entry[2])});
     return open;
 }
 

@@ -25,6 +25,11 @@ void PageSlot::Enter(const std::function<void(IPage&)>& call) const {
     call(*page);
 }
 
+Ref<forms::FormModel> PageSlot::Form() const {
+    const auto form = m_qtPage.TryAs<QtFormPage>();
+    return form ? form->Model() : nullptr;
+}
+
 void PageSlot::Ask(const char* procedure, const std::function<void(IQtPage&)>& call) const {
     Enter([&](IPage&) {
         const Ref<IQtPage> qtPage = m_qtPage;

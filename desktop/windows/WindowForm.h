@@ -69,6 +69,7 @@ public:
     [[nodiscard]] QWidget* Frame() const { return m_frame ? m_frame->Widget() : nullptr; }
     [[nodiscard]] WindowBody* Body() const { return m_body; }
     [[nodiscard]] const Ref<IWindowFormController>& Controller() const { return m_controller; } // likewise
+    [[nodiscard]] const WindowPages& Pages() const { return m_pages; }
     [[nodiscard]] const WindowPlacement& Placement() const { return m_placement; }
     // Puts a window that is shown where it was once, as far as there is space for it.
     void PlaceAgain(const QRect& place, FormState state);

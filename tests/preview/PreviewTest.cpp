@@ -2,6 +2,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"
+#include "tests/forms/Ui.h"
 #include "tests/preview/PreviewRoom.h"
 
 #include <QScreen>
@@ -37,6 +38,28 @@ TEST_F(PreviewRoom, GoodEditIsShownAndSelectionWindowsAndOpenMenuStay) {
     EXPECT_EQ(preview.centralWidget(), desk);
     EXPECT_TRUE(preview.ProblemsDock().isHidden());
     QApplication::activePopupWidget()->close();
+}
+
+TEST_F(PreviewRoom, FormsAreShownAsTheyAreEditedAndKeepWhatIsEntered) {
+    const auto Draw = [this](const std::string& more) {
+        m_folder.Write("App/Forms/BirdsSvc.Page.ui",
+                       QByteArray::fromStdString(forms::Ui(forms::Item(0, "QLineEdit", "Title") +
+                                                           forms::Item(1, "QSpinBox", "Count") + more)));
+    };
+    const auto Field = [this](const char* name) { return Window().findChild<QLineEdit*>(name); };
+    Draw("");
+    Preview().OpenWindow("Sheet");
+    ASSERT_TRUE(Field("Title"));
+    QTest::keyClicks(Field("Title"), "half a");
+    Draw(forms::Item(2, "QLineEdit", "Ring"));
+    ASSERT_TRUE(UntilShown(2));
+    ASSERT_TRUE(Until([&] { return Field("Ring"); }));
+    EXPECT_EQ(Field("Title")->text(), "half a");
+    QTest::keyClicks(Field("Ring"), "12");
+    Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Tally\"");
+    ASSERT_TRUE(UntilShown(3));
+    ASSERT_TRUE(Until([&] { return Field("Ring"); }));
+    EXPECT_EQ(Field("Title")->text() + Field("Ring")->text(), "half a12");
 }
 
 TEST_F(PreviewRoom, WhatIsOpenAndGoesWithAnEditIsClosed) {
