@@ -1,15 +1,18 @@
 #include "desktop/application/Application.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/failures/FailureDialog.h"
+#include "desktop/forms/FormTexts.h"
 #include "desktop/palette/PaletteDialog.h"
 #include "desktop/translation/HostTranslation.h"
 #include "desktop/translation/ShownText.h"
+#include "forms/FormBinding.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QAbstractButton>
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QListView>
+#include <QLocale>
 #include <QMenu>
 #include <QProcess>
 #include <QTabBar>
@@ -61,6 +64,29 @@ TEST(Translation, StandardButtonsAreTranslatedWithTheDialogAroundThem) {
     };
     EXPECT_EQ(shown({"de"}), "Details|Ein Fehler ist aufgetreten|Kopieren|Schließen");
     EXPECT_EQ(shown({}), "An Error Occurred|Close|Copy|Details"); // the translation has gone with its object
+}
+
+// Each kind of problem of a field, with the words for what is expected, and numbers as the language writes them.
+TEST(Translation, ProblemsOfFieldsAreSaidInTheUsersLanguage) {
+    const QLocale before;
+    for (const char* language : {"de", "fr"}) {
+        const HostTranslation translation(QStringList{language});
+        QLocale::setDefault(QLocale(language));
+        for (int i = 1; i < static_cast<int>(forms::ProblemKind::Own); ++i) {
+            const forms::Problem problem{static_cast<forms::ProblemKind>(i), {"1.5", "2"}};
+            const QString shown = ShownProblem(problem);
+            EXPECT_NE(shown.toStdString(), problem.Text()) << language;
+            EXPECT_FALSE(shown.contains('%')) << shown.toStdString();
+            EXPECT_TRUE(problem.kind != forms::ProblemKind::OutOfRange || shown.contains("1,5")) << shown.toStdString();
+        }
+        for (const ValueType type : {ValueType::Boolean, ValueType::Int32, ValueType::Float64, ValueType::Text}) {
+            const std::string words(forms::WordsOf(type));
+            const forms::Problem problem{forms::ProblemKind::NotConvertible, {words}};
+            EXPECT_EQ(ShownProblem(problem).indexOf(QString::fromStdString(words)), -1) << words;
+        }
+    }
+    QLocale::setDefault(before);
+    EXPECT_EQ(ShownProblem({forms::ProblemKind::Own, {"100 %1"}}), "100 %1"); // as the page says it
 }
 
 constexpr const char* german = R"(msgid ""

@@ -2,17 +2,30 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
+#include "corvane/windows/WindowManager.h"
 #include "desktop/documents/DocumentBar.h"
+#include "desktop/forms/FormWidget.h"
 #include "headless/Document.h"
+#include "headless/FormPages.h"
 #include "headless/Steps.h"
+#include "tests/forms/Ui.h"
 #include "tests/preview/PreviewRoom.h"
 
+#include <QComboBox>
 #include <QFile>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSlider>
 #include <QTabBar>
+#include <algorithm>
 #include <deque>
 #include <fstream>
+#include <random>
 #include <sstream>
 
 namespace corvane::desktop {
@@ -266,6 +279,105 @@ TEST_F(RecordTest, WindowsAreRecordedByTheirKeysAndPreviewWritesWhatItDoesItself
     const std::string calls = Replayed();
     EXPECT_NE(calls.find("BirdsSvc.Page#2.Activate\nBirdsSvc.Birds#1.OnCount\n"), std::string::npos) << calls;
     EXPECT_THROW(StepRecorder("/nowhere/steps"), Failure);
+}
+
+// A field of each kind that is entered, in a form and in two tabs of it.
+std::string AllKinds() {
+    using forms::Has;
+    using forms::Item;
+    const auto Choices = [](const std::string& words) {
+        return "<item>" + Has("text", "string", words) + "</item><item>" + Has("text", "string", "two words") +
+               "</item>";
+    };
+    return forms::Ui(
+        Item(0, "QLineEdit", "Title", Has("required", "bool", "true"), "Title") + Item(1, "QSpinBox", "Count") +
+        Item(2, "QDoubleSpinBox", "Mass") + Item(3, "QDateEdit", "Day") + Item(4, "QPlainTextEdit", "Notes") +
+        Item(5, "QCheckBox", "Seen") + Item(6, "QComboBox", "Colour", Choices("red")) +
+        Item(7, "QComboBox", "Place", Has("editable", "bool", "true") + Choices("here")) +
+        Item(8, "QListWidget", "Many", Has("selectionMode", "enum", "MultiSelection") + Choices("a")) +
+        Item(9, "QSlider", "Level", Has("orientation", "enum", "Qt::Horizontal")) +
+        Item(10, "QLineEdit", "Code", Has("pattern", "string", "[a-z]+")) +
+        Item(11, "QLineEdit", "Moment", Has("kind", "string", "datetime")) + Item(12, "QPushButton", "Go") +
+        Item(13, "QGroupBox", "More",
+             Has("checkable", "bool", "true") +
+                 "<layout class=\"QVBoxLayout\"><item><widget class=\"QLineEdit\" name=\"Inner\"/></item></layout>"));
+}
+
+// One thing that a user does to a form in front, or to the window around it.
+void ActInForm(Application& application, std::mt19937& random) {
+    const auto Any = [&](std::size_t count) { return static_cast<int>(random() % count); };
+    static const QStringList texts{"12",  "1.5",   "abc", "",          "2026-02-30",       "2026-02-28",
+                                   " x ", "\"q\"", "[1]", "two words", "2026-02-28 18:30", "999999",
+                                   "-3"};
+    QList<QWidget*> fields;
+    for (auto* form : application.Window().findChildren<FormWidget*>())
+        for (QWidget* widget : form->findChildren<QWidget*>())
+            if (widget->isVisible() && widget->isEnabled() && form->Model().Find(widget->objectName().toStdString()))
+                fields.append(widget);
+    ASSERT_FALSE(fields.isEmpty());
+    QWidget* field = fields[Any(static_cast<std::size_t>(fields.size()))];
+    field->setFocus();
+    auto* box = qobject_cast<QComboBox*>(field);
+    auto* line = qobject_cast<QLineEdit*>(field) ? qobject_cast<QLineEdit*>(field) : field->findChild<QLineEdit*>();
+    if (Any(8) == 0) {
+        EXPECT_TRUE(application.ShowPage(1 + Any(2)));
+    } else if (box && (!box->isEditable() || Any(2) == 0)) {
+        box->setCurrentIndex(Any(static_cast<std::size_t>(box->count())));
+    } else if (auto* button = qobject_cast<QAbstractButton*>(field)) {
+        button->click();
+    } else if (auto* group = qobject_cast<QGroupBox*>(field)) {
+        group->setChecked(!group->isChecked());
+    } else if (auto* list = qobject_cast<QListWidget*>(field)) {
+        QListWidgetItem* item = list->item(Any(2));
+        item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+    } else if (auto* slider = qobject_cast<QSlider*>(field)) {
+        slider->setValue(Any(100));
+    } else if (auto* lines = qobject_cast<QPlainTextEdit*>(field)) {
+        QTest::keyClicks(lines, texts[Any(13)]);
+        QTest::keyClick(lines, Qt::Key_Return);
+    } else if (line) {
+        line->selectAll();
+        QTest::keyClick(line, Qt::Key_Delete);
+        QTest::keyClicks(line, texts[Any(13)]);
+    }
+    if (Any(3) == 0 && QApplication::focusWidget())
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+}
+
+std::string LinesOf(const forms::FormModel& model) {
+    std::string text;
+    for (const std::string& line : inspect::FormLines(model))
+        text += line + "\n";
+    return text;
+}
+
+TEST_F(RecordTest, RandomSessionsInFormsAreTakenAgain) {
+    m_folder.Write("App/Forms/BirdsSvc.Page.ui", QByteArray::fromStdString(AllKinds()));
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        std::mt19937 random(seed);
+        auto application = Start();
+        OpenAsStep(*application, "Sheet");
+        QApplication::processEvents();
+        for (int act = 0; act < 40; ++act)
+            ActInForm(*application, random);
+        for (const int page : {2, 1}) // each has its form on screen
+            EXPECT_TRUE(application->ShowPage(page));
+        std::vector<std::string> shown;
+        for (const auto* form : application->Window().findChildren<FormWidget*>())
+            shown.push_back(LinesOf(form->Model()));
+        std::sort(shown.begin(), shown.end());
+        m_recorder->Leave(); // what the end of the desktop brings about is no step
+        std::ifstream file(m_steps);
+        inspect::ModelHost host({m_folder.App(), true, nullptr});
+        ASSERT_TRUE(host.Start());
+        inspect::TakeAll(host, inspect::ReadSteps(file, m_steps));
+        std::vector<std::string> again;
+        for (const auto& window : Singleton::Framework()->WindowManager()->Windows())
+            for (const inspect::ShownPage& page : inspect::PagesOf(host, window))
+                again.push_back(LinesOf(*page.form->Model()));
+        std::sort(again.begin(), again.end());
+        EXPECT_EQ(again, shown) << "seed " << seed << "\n" << Recorded();
+    }
 }
 
 } // namespace
