@@ -299,9 +299,9 @@ bool PreviewWindow::Unwind() {
     return !IsBusy();
 }
 
-// Asking isn't among the calls that the author wants to see, and who fails to answer does so every time. What is entered
-// into forms whose windows are opened again is entered again, and in no one's way; it is set aside to see what else is
-// unsaved, once for each change of the definitions.
+// Asking isn't among the calls that the author wants to see, and who fails to answer does so every time. What is
+// entered into forms whose windows are opened again is entered again, and in no one's way; it is set aside to see what
+// else is unsaved, once for each change of the definitions.
 bool PreviewWindow::HasUnsavedWork() {
     m_calls->SetHeld(true);
     m_application->Failures().SetTaker([](const ShownFailure&) { return true; });

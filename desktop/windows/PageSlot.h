@@ -43,7 +43,7 @@ public:
     [[nodiscard]] const Ref<corvane::PageDef>& PageDef() const { return m_pageDef; }
     [[nodiscard]] const Ref<Object>& PageObj() const { return m_pageObj; } // nothing for one that doesn't live
     [[nodiscard]] const Ref<IPage>& Page() const { return m_page; }
-    [[nodiscard]] Ref<forms::FormModel> Form() const;                      // nothing for a page without a form
+    [[nodiscard]] Ref<forms::FormModel> Form() const; // nothing for a page without a form
     [[nodiscard]] bool IsAlive() const { return !!m_page; }
     [[nodiscard]] bool IsBroken() const { return m_failure.has_value(); }
     [[nodiscard]] const std::optional<Failure>& WhyBroken() const { return m_failure; }
