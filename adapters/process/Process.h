@@ -127,7 +127,6 @@ private:
     };
 
     void Start();
-    void ReadHello();
     void ReadClasses(const nlohmann::json& hello);
     [[nodiscard]] MemberInfo ReadMember(const nlohmann::json& member);
     void Send(const nlohmann::json& message);

@@ -349,10 +349,10 @@ void MainWindow::SetTabbedWindows(bool tabbed) {
     for (const auto& frm : Children())
         if (const auto form = frm.TryAs<WindowForm>(); form && !tabbed)
             all.push_back({form, form->Placement().NormalPlace(), form->WindowState()});
+    const Ref<Form> active = m_mainForm->ActiveForm(); // windows that get another frame come to the front meanwhile
     m_documents->SetTabbed(tabbed);
     for (const auto& [form, place, state] : all)
         form->PlaceAgain(place, state == FormState::Maximized ? FormState::Normal : state);
-    const Ref<Form> active = m_mainForm->ActiveForm();
     for (const auto& [form, place, state] : all)
         if (active && form.Get() == active.Get() && form->Frame()) {
             m_area->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(form->Frame()));
@@ -363,6 +363,7 @@ void MainWindow::SetTabbedWindows(bool tabbed) {
 
 void MainWindow::ResetLayout() {
     m_documents->ResetLayout();
+    m_bars->ResetToolbars();
     for (QDockWidget* dock : findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         dock->setFloating(false);
         addDockWidget(dock == m_dock ? Qt::LeftDockWidgetArea : Qt::BottomDockWidgetArea, dock);

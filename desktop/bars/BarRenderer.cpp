@@ -252,6 +252,17 @@ void BarRenderer::ShowToolbarIfUsed(const Ref<Band>& band) {
     shown.toolbar->setVisible(shown.toolbar->ShowButtons());
 }
 
+void BarRenderer::ResetToolbars() {
+    QList<QToolBar*> toolbars = m_window->findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly);
+    std::stable_sort(toolbars.begin(), toolbars.end(), [](const QToolBar* first, const QToolBar* second) {
+        return RankOf(first->objectName().toStdString()) < RankOf(second->objectName().toStdString());
+    });
+    for (QToolBar* toolbar : toolbars) {
+        m_window->removeToolBarBreak(toolbar);
+        m_window->addToolBar(Qt::TopToolBarArea, toolbar); // also one that floats
+    }
+}
+
 Toolbar* BarRenderer::NewToolbar(const Ref<Band>& band) {
     auto* toolbar = new Toolbar(m_menus, m_actions, m_window);
     toolbar->setObjectName(QString::fromStdString(band->Name()));

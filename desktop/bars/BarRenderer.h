@@ -40,6 +40,8 @@ public:
     [[nodiscard]] MenuBuilder& Menus() { return m_menus; }
     [[nodiscard]] const BarActions& Actions() const { return m_actions; }
     [[nodiscard]] QToolBar* ToolbarOf(const Band& band) const; // a null pointer for one that hasn't been shown yet
+    // Puts every toolbar where it is before a user moves it.
+    void ResetToolbars();
     // Where the next pop-up menu belongs, in pixels of the screen; the pointer's place without one.
     void SetPopupPlace(const QPoint& place) { m_popupPlace = place; }
     // The widget that takes the place of the tool "ctlProgressBar" in the status bar.

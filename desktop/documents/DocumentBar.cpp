@@ -44,7 +44,11 @@ void DocumentBar::Show(const std::vector<Tab>& tabs, int current) {
         removeTab(count() - 1);
     while (count() < tabCount)
         addTab({});
-    if (buttonsDiffer) { // makes those of all tabs again
+    if (buttonsDiffer) { // makes those of all tabs again; the old ones go with the event loop's next turn
+        for (int i = 0; i < tabCount; ++i)
+            for (const ButtonPosition side : {LeftSide, RightSide})
+                if (QWidget* button = tabButton(i, side))
+                    button->hide();
         setTabsClosable(false);
         setTabsClosable(true);
     }

@@ -130,6 +130,11 @@ void Documents::FrameHidden(WindowFrame& frame) {
     }
 }
 
+void Documents::FrameRaised(WindowFrame& frame) {
+    if (m_isTabbed && m_active && m_active != &frame)
+        Activate(frame);
+}
+
 // What was behind it in its tabs comes to the front, before the area chooses another one.
 void Documents::FrameClosed(WindowFrame& frame) {
     const bool wasActive = m_active == &frame;

@@ -68,6 +68,7 @@ public:
     void FrameMade(WindowFrame& frame) override;
     void FrameShown(WindowFrame& frame) override;
     void FrameHidden(WindowFrame& frame) override;
+    void FrameRaised(WindowFrame& frame) override;
     void FrameClosed(WindowFrame& frame) override;
     void FrameChanged(WindowFrame& frame) override;
 

@@ -98,6 +98,9 @@ public:
         all->setSpacing(0);
     }
 
+    // It reports nothing from now on; its activation may still be on its way from the desktop.
+    void Release() { m_notifier = std::make_shared<WindowFrame::Notifier>(WindowFrame::Notifier{nullptr}); }
+
 protected:
     void showEvent(QShowEvent* event) override {
         QWidget::showEvent(event);
@@ -222,6 +225,7 @@ void WindowFrame::MoveBody(bool own) {
         m_child->setWidget(body);
         CopyTitle(*m_own, *m_child);
         m_widget = m_child;
+        static_cast<OwnFrame*>(m_own.data())->Release();
         m_own->deleteLater();
         m_own->hide();
         m_own = nullptr;
@@ -276,6 +280,8 @@ void WindowFrame::BringToFront() {
     } else if (m_child && m_area) {
         if (m_isAdded && m_area->activeSubWindow() != m_child)
             m_area->setActiveSubWindow(m_child);
+        else if (m_isAdded)
+            TellKeeper(&FrameKeeper::FrameRaised);
         if (m_child && m_child->window()->isVisible() && !m_child->window()->isActiveWindow())
             m_child->window()->activateWindow();
     } else if (m_dialog && m_dialog->isVisible() && !m_dialog->isActiveWindow()) {

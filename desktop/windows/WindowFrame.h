@@ -23,8 +23,10 @@ class WindowFrame;
 class FrameKeeper {
 public:
     virtual void FrameMade(WindowFrame& frame) = 0;
-    virtual void FrameShown(WindowFrame& frame) = 0;   // before it can be seen
-    virtual void FrameHidden(WindowFrame& frame) = 0;  // it may be shown again
+    virtual void FrameShown(WindowFrame& frame) = 0;  // before it can be seen
+    virtual void FrameHidden(WindowFrame& frame) = 0; // it may be shown again
+    // It is to come to the front, and the area takes it to be there already.
+    virtual void FrameRaised(WindowFrame& frame) = 0;
     virtual void FrameClosed(WindowFrame& frame) = 0;  // before its widgets go
     virtual void FrameChanged(WindowFrame& frame) = 0; // title, icon or whether it is modified
 

@@ -43,9 +43,8 @@ class Screen:
 
     @property
     def status(self) -> str:
-        """The text of the status bar, which is in the text alone."""
-        lines = self.text.splitlines()
-        return lines[lines.index("Status") + 1].strip() if "Status" in lines else ""
+        """The text of the status bar; empty without one."""
+        return str(self.document.get("status", ""))
 
     @property
     def log(self) -> List[Dict[str, Any]]:

@@ -11,7 +11,9 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace corvane::desktop {
 namespace {
@@ -245,6 +247,35 @@ TEST_F(BarRendererTest, ToolbarWithoutAVisibleButtonIsNoEmptyStrip) {
     m_open->SetVisible(true);
     m_renderer->Flush();
     EXPECT_TRUE(toolbar->isVisible());
+}
+
+TEST_F(BarRendererTest, ToolbarsAreInTheOrderOfTheirUseAndComeBackToIt) {
+    std::vector<QToolBar*> toolbars;
+    for (const char* name : {"Toolbars.Help", "Toolbars.Birds", "Toolbars.File"}) {
+        const auto band = m_bar->Bands()->Add(name);
+        band->SetBandKind(BandKind::Toolbar);
+        band->Tools()->Insert(-1, m_open)->SetCaption("Open");
+        m_renderer->Flush();
+        toolbars.push_back(m_renderer->ToolbarOf(*band));
+    }
+    QToolBar* edit = m_renderer->ToolbarOf(*m_toolbar);
+    const auto order = [&] {
+        QApplication::processEvents();
+        std::vector<QToolBar*> sorted{toolbars[0], toolbars[1], edit, toolbars[2]};
+        std::erase_if(sorted, [&](const auto* bar) { return m_window.toolBarArea(bar) != Qt::TopToolBarArea; });
+        std::sort(sorted.begin(), sorted.end(), [](const auto* a, const auto* b) { return a->x() < b->x(); });
+        QStringList names;
+        for (const QToolBar* bar : sorted)
+            names.append(bar->objectName().section('.', -1));
+        return names.join(' ');
+    };
+    m_window.resize(900, 300);
+    EXPECT_EQ(order(), "File Edit Birds Help");
+    m_window.addToolBar(Qt::BottomToolBarArea, toolbars[2]);
+    m_window.insertToolBar(edit, toolbars[0]);
+    EXPECT_EQ(order(), "Help Edit Birds");
+    m_renderer->ResetToolbars();
+    EXPECT_EQ(order(), "File Edit Birds Help");
 }
 
 // Two providers take turns on a toolbar, as they do when the focus moves.

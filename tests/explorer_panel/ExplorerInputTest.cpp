@@ -1,4 +1,4 @@
-#include "tests/explorer_panel/ExplorerRoom.h"
+#include "tests/explorer_panel/ExplorerFixture.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>
@@ -9,38 +9,43 @@ namespace {
 TEST(ExplorerMouse, ReportsInTheOrderOfTheControl) {
     struct Case {
         const char* name;
-        std::function<void(Room&)> work;
+        std::function<void(ExplorerFixture&)> work;
         const char* reported;
         const char* selected;
     };
     const Case cases[] = {
-        {"LeftOnANode", [](Room& o) { o.Click(Qt::LeftButton, o.PointOf("B")); }, "down1/0 node:B click up1/0", "B"},
-        {"LeftBesideAllNodes", [](Room& o) { o.Click(Qt::LeftButton, o.Outside()); }, "down1/0 click up1/0", "-"},
-        {"PressAlone", [](Room& o) { o.Press(Qt::LeftButton, o.PointOf("B")); }, "down1/0", "B"},
+        {"LeftOnANode", [](ExplorerFixture& o) { o.Click(Qt::LeftButton, o.PointOf("B")); },
+         "down1/0 node:B click up1/0", "B"},
+        {"LeftBesideAllNodes", [](ExplorerFixture& o) { o.Click(Qt::LeftButton, o.Outside()); }, "down1/0 click up1/0",
+         "-"},
+        {"PressAlone", [](ExplorerFixture& o) { o.Press(Qt::LeftButton, o.PointOf("B")); }, "down1/0", "B"},
         {"ReleasedBeside",
-         [](Room& o) {
+         [](ExplorerFixture& o) {
              o.Press(Qt::LeftButton, o.PointOf("B"));
              o.Release(Qt::LeftButton, o.Outside());
          },
          "down1/0 node:B click up1/0", "B"},
         {"ReleasedOverAnother",
-         [](Room& o) {
+         [](ExplorerFixture& o) {
              o.Press(Qt::LeftButton, o.PointOf("B"));
              o.Release(Qt::LeftButton, o.PointOf("C"));
          },
          "down1/0 node:B click up1/0", "B"},
-        {"RightOnANode", [](Room& o) { o.Click(Qt::RightButton, o.PointOf("C")); }, "down2/0 node:C up2/0", "C"},
-        {"RightBesideAllNodes", [](Room& o) { o.Click(Qt::RightButton, o.Outside()); }, "down2/0 up2/0", "-"},
-        {"MiddleOnANode", [](Room& o) { o.Click(Qt::MiddleButton, o.PointOf("C")); }, "down4/0 up4/0", "C"},
+        {"RightOnANode", [](ExplorerFixture& o) { o.Click(Qt::RightButton, o.PointOf("C")); }, "down2/0 node:C up2/0",
+         "C"},
+        {"RightBesideAllNodes", [](ExplorerFixture& o) { o.Click(Qt::RightButton, o.Outside()); }, "down2/0 up2/0",
+         "-"},
+        {"MiddleOnANode", [](ExplorerFixture& o) { o.Click(Qt::MiddleButton, o.PointOf("C")); }, "down4/0 up4/0", "C"},
         {"WithKeys",
-         [](Room& o) {
+         [](ExplorerFixture& o) {
              o.Click(Qt::RightButton, o.PointOf("C"), Qt::ControlModifier);
              o.Click(Qt::RightButton, o.PointOf("C"), Qt::ShiftModifier | Qt::AltModifier);
          },
          "down2/2 node:C up2/2 down2/5 node:C up2/5", "C"},
-        {"DoubleClick", [](Room& o) { o.DoubleClick(o.PointOf("A")); }, "down1/0 node:A click up1/0 open:A up1/0", "A"},
+        {"DoubleClick", [](ExplorerFixture& o) { o.DoubleClick(o.PointOf("A")); },
+         "down1/0 node:A click up1/0 open:A up1/0", "A"},
         {"DoubleClickBesideOpensNothing",
-         [](Room& o) {
+         [](ExplorerFixture& o) {
              o.Click(Qt::LeftButton, o.PointOf("A"));
              o.Reported();
              o.DoubleClick(o.Outside());
@@ -49,10 +54,10 @@ TEST(ExplorerMouse, ReportsInTheOrderOfTheControl) {
     };
     for (const Case& testCase : cases) {
         SCOPED_TRACE(testCase.name);
-        Room room;
+        ExplorerFixture room;
         room.Fill();
         testCase.work(room);
-        Room::Turn();
+        ExplorerFixture::Turn();
         EXPECT_EQ(room.Reported(), testCase.reported);
         EXPECT_EQ(room.Selected(), testCase.selected);
         if (room.Selected() != "-") {
@@ -62,7 +67,7 @@ TEST(ExplorerMouse, ReportsInTheOrderOfTheControl) {
 }
 
 TEST(ExplorerMouse, BranchOpensAndClosesAndHitsNoNode) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     const QPoint branch(room.View().visualRect(room.View().IndexOf(room.NodeOf("Root").Get())).left() - 5,
                         room.PointOf("Root").y());
@@ -75,7 +80,7 @@ TEST(ExplorerMouse, BranchOpensAndClosesAndHitsNoNode) {
 }
 
 TEST(ExplorerMouse, SlowSecondClickRenames) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     QApplication::setDoubleClickInterval(40);
     room.View().setFocus();
@@ -89,7 +94,7 @@ TEST(ExplorerMouse, SlowSecondClickRenames) {
 }
 
 TEST(ExplorerMouse, FailureOfASubscriberIsCaughtAndTheTreeGoesOn) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     {
         const auto failing = room.Tree()->NodeClick.Subscribe([](const Ref<Node>&) { Fail(5, "no way"); });
@@ -104,26 +109,26 @@ TEST(ExplorerMouse, FailureOfASubscriberIsCaughtAndTheTreeGoesOn) {
 TEST(ExplorerKeys, ReportAsTheMouseDoes) {
     struct Case {
         const char* name;
-        std::function<void(Room&)> work;
+        std::function<void(ExplorerFixture&)> work;
         const char* reported;
     };
     const Case cases[] = {
-        {"Down", [](Room& o) { o.Key(Qt::Key_Down); }, "node:B"},
-        {"Home", [](Room& o) { o.Key(Qt::Key_Home); }, "node:Root"},
-        {"End", [](Room& o) { o.Key(Qt::Key_End); }, "node:C"},
-        {"PageDown", [](Room& o) { o.Key(Qt::Key_PageDown); }, "node:C"},
-        {"TypeAhead", [](Room& o) { QTest::keyClicks(&o.View(), "c"); }, "node:C"},
+        {"Down", [](ExplorerFixture& o) { o.Key(Qt::Key_Down); }, "node:B"},
+        {"Home", [](ExplorerFixture& o) { o.Key(Qt::Key_Home); }, "node:Root"},
+        {"End", [](ExplorerFixture& o) { o.Key(Qt::Key_End); }, "node:C"},
+        {"PageDown", [](ExplorerFixture& o) { o.Key(Qt::Key_PageDown); }, "node:C"},
+        {"TypeAhead", [](ExplorerFixture& o) { QTest::keyClicks(&o.View(), "c"); }, "node:C"},
         {"LeftToTheFolderAndClose",
-         [](Room& o) {
+         [](ExplorerFixture& o) {
              o.Key(Qt::Key_Left);
              o.Key(Qt::Key_Left);
          },
          "node:Root"},
-        {"Enter", [](Room& o) { o.Key(Qt::Key_Return); }, "node:A open:A"},
-        {"MenuKey", [](Room& o) { o.Key(Qt::Key_Menu); }, "node:A up2/0"},
-        {"ShiftF10", [](Room& o) { o.Key(Qt::Key_F10, Qt::ShiftModifier); }, "node:A up2/0"},
+        {"Enter", [](ExplorerFixture& o) { o.Key(Qt::Key_Return); }, "node:A open:A"},
+        {"MenuKey", [](ExplorerFixture& o) { o.Key(Qt::Key_Menu); }, "node:A up2/0"},
+        {"ShiftF10", [](ExplorerFixture& o) { o.Key(Qt::Key_F10, Qt::ShiftModifier); }, "node:A up2/0"},
         {"AtTheEndNothingMoves",
-         [](Room& o) {
+         [](ExplorerFixture& o) {
              o.Key(Qt::Key_End);
              o.Reported();
              o.Key(Qt::Key_Down);
@@ -132,27 +137,27 @@ TEST(ExplorerKeys, ReportAsTheMouseDoes) {
     };
     for (const Case& testCase : cases) {
         SCOPED_TRACE(testCase.name);
-        Room room;
+        ExplorerFixture room;
         room.Fill();
         room.View().setFocus();
         room.NodeOf("A")->SetSelected(true);
-        Room::Turn();
+        ExplorerFixture::Turn();
         testCase.work(room);
         EXPECT_EQ(room.Reported(), testCase.reported);
     }
 }
 
 TEST(ExplorerKeys, FocusAloneSelectsNothing) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.View().setFocus(Qt::TabFocusReason);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.Selected(), "-");
     EXPECT_EQ(room.Reported(), "");
 }
 
 TEST(ExplorerMenu, BelongsToThePointerOrToTheItem) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     QWidget* viewport = room.View().viewport();
     QPoint placeAtRelease;
@@ -165,7 +170,7 @@ TEST(ExplorerMenu, BelongsToThePointerOrToTheItem) {
 }
 
 TEST(ExplorerTabs, PersonsChangeIsToldToTheStripAndTheStripsIsFollowed) {
-    Room room;
+    ExplorerFixture room;
     std::vector<Long> previous;
     const auto click = room.m_strip->Click.Subscribe([&](Long previouCount) { previous.push_back(previouCount); });
     QTabBar* bar = room.m_panel.TabBar();
@@ -176,7 +181,7 @@ TEST(ExplorerTabs, PersonsChangeIsToldToTheStripAndTheStripsIsFollowed) {
 
     room.m_strip->SetTab(0);
     room.m_strip->SetCaption("R&D");
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(bar->currentIndex(), 0);
     EXPECT_EQ(bar->tabText(0), "R&&D");
     EXPECT_EQ(room.m_panel.CurrentPage(), room.m_panel.Page(0));
@@ -184,14 +189,14 @@ TEST(ExplorerTabs, PersonsChangeIsToldToTheStripAndTheStripsIsFollowed) {
 }
 
 TEST(ExplorerTabs, ResizeTellsTheStripInTwipsBeforeTheForm) {
-    Room room;
+    ExplorerFixture room;
     std::string bounds;
     const auto resize = room.m_form->Resize.Subscribe([&] {
         bounds = std::to_string(std::lround(room.m_strip->Width())) + "x" +
                  std::to_string(std::lround(room.m_strip->Height()));
     });
     room.m_panel.resize(300, 500);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(bounds, "4500x7500");
 }
 
@@ -222,9 +227,9 @@ protected:
     }
     void End(Qt::Key key) {
         QTest::keyClick(room.Editor(), key);
-        Room::Turn();
+        ExplorerFixture::Turn();
     }
-    Room room;
+    ExplorerFixture room;
     bool forbidden = false;
     bool editorOpenAtCommit = false;
     std::string typed = "-";
@@ -253,7 +258,7 @@ TEST_F(ExplorerRename, EscapeCancels) {
 TEST_F(ExplorerRename, FocusLossCommits) {
     Type("new");
     room.Page().Filter()->setFocus();
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.NodeOf("B")->Text(), "<new>");
 }
 
@@ -283,7 +288,7 @@ TEST_F(ExplorerRename, NewNodeIsRenamedInTheSameTurnAndSurvivesItsEnd) {
     room.Add("Root", "D");
     room.Tree()->SetSelectedItem(room.NodeOf("D"));
     room.Tree()->StartLabelEdit();
-    Room::Turn();
+    ExplorerFixture::Turn();
     ASSERT_NE(room.Editor(), nullptr);
     End(Qt::Key_Return);
     EXPECT_EQ(room.NodeOf("D")->Text(), "<edit text>");
@@ -292,7 +297,7 @@ TEST_F(ExplorerRename, NewNodeIsRenamedInTheSameTurnAndSurvivesItsEnd) {
 TEST_F(ExplorerRename, NodeThatGoesTakesTheEditorAlong) {
     Type("new");
     room.Tree()->GetNodes()->Remove("B");
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.Editor(), nullptr);
     EXPECT_EQ(room.Rows(), "Root .A .C ");
     room.Key(Qt::Key_Home);
@@ -302,7 +307,7 @@ TEST_F(ExplorerRename, NodeThatGoesTakesTheEditorAlong) {
 
 TEST_F(ExplorerRename, TreeThatNobodySeesEndsTheEditAtOnce) {
     room.m_strip->SetTab(1);
-    Room::Turn();
+    ExplorerFixture::Turn();
     room.Tree()->StartLabelEdit();
     EXPECT_FALSE(room.Tree()->IsEditingLabel());
     EXPECT_EQ(typed, "-");

@@ -1,4 +1,4 @@
-#include "tests/explorer_panel/ExplorerRoom.h"
+#include "tests/explorer_panel/ExplorerFixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QBuffer>
@@ -33,7 +33,7 @@ protected:
 
 TEST_F(ExplorerTreeModel, AddedNodesShowAtTheEndOfTheTurnInOneRangeAParent) {
     Add("", "R");
-    Room::Turn();
+    ExplorerFixture::Turn();
     QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
     Add("R", "a");
     Add("", "S");
@@ -42,7 +42,7 @@ TEST_F(ExplorerTreeModel, AddedNodesShowAtTheEndOfTheTurnInOneRangeAParent) {
     Add("x", "y");
     Add("R", "c");
     EXPECT_EQ(Seen(model), "R");
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(Seen(model), "R(a b c) S(x(y))");
     EXPECT_EQ(inserted.count(), 2);
 }
@@ -59,7 +59,7 @@ TEST_F(ExplorerTreeModel, ChangesOfOneTurnMixed) {
     Add("", "R");
     for (const char* key : {"a", "b", "c"})
         Add("R", key);
-    Room::Turn();
+    ExplorerFixture::Turn();
     Add("R", "d");
     tree->GetNodes()->Remove("b");
     Add("d", "d1");
@@ -68,12 +68,12 @@ TEST_F(ExplorerTreeModel, ChangesOfOneTurnMixed) {
     tree->GetNodes()->Item("e")->SetText("E");
     tree->GetNodes()->Remove("a");
     EXPECT_EQ(Seen(model), "R(c E)"); // a removal shows what came before it
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(Seen(model), "R(c E)");
     Add("c", "c1");
     tree->GetNodes()->Clear();
     Add("", "N");
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(Seen(model), "N");
 }
 
@@ -86,7 +86,7 @@ TEST_F(ExplorerTreeModel, PersistentIndexesFollowTheirNodes) {
     tree->GetNodes()->Remove("a");
     Add("R", "d");
     tree->GetNodes()->Remove("b");
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_FALSE(b.isValid());
     EXPECT_EQ(c.row(), 0);
     EXPECT_EQ(c.data().toString(), "c");
@@ -99,7 +99,7 @@ TEST_F(ExplorerTreeModel, ChangedTextsAreToldOnceAParent) {
         for (int i = 0; i < 50; ++i)
             Add(root, (root + std::to_string(i)).c_str());
     }
-    Room::Turn();
+    ExplorerFixture::Turn();
     QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
     for (int i = 10; i < 40; ++i) {
         tree->GetNodes()->Item("R" + std::to_string(i))->SetText("r");
@@ -107,7 +107,7 @@ TEST_F(ExplorerTreeModel, ChangedTextsAreToldOnceAParent) {
     }
     EXPECT_EQ(changed.count(), 0);
     tree->GetNodes()->Remove("R39");
-    Room::Turn();
+    ExplorerFixture::Turn();
     ASSERT_EQ(changed.count(), 2);
     for (const auto& arguments : changed) {
         const bool r = arguments[0].toModelIndex().parent().data() == "R";
@@ -117,26 +117,26 @@ TEST_F(ExplorerTreeModel, ChangedTextsAreToldOnceAParent) {
 }
 
 TEST(ExplorerView, FollowsTheModelWithoutEventsOfTheControl) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.NodeOf("B")->SetSelected(true);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.Shown(), "B");
     room.Tree()->SetSelectedItem(nullptr);
     room.NodeOf("Root")->SetExpanded(false);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.Shown(), "");
     EXPECT_EQ(room.Rows(), "Root ");
     EXPECT_EQ(room.Reported(), "");
 }
 
 TEST(ExplorerView, SelectedNodeThatGoesLeavesNothingSelected) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.Click(Qt::LeftButton, room.PointOf("B"));
     room.Reported();
     room.Tree()->GetNodes()->Remove("B");
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.Selected(), "-");
     EXPECT_EQ(room.Shown(), "");
     EXPECT_EQ(room.Reported(), "");
@@ -145,7 +145,7 @@ TEST(ExplorerView, SelectedNodeThatGoesLeavesNothingSelected) {
 }
 
 TEST(ExplorerView, NodeRemovedByItsOwnSubscriber) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.View().setFocus();
     const auto remover =
@@ -157,42 +157,42 @@ TEST(ExplorerView, NodeRemovedByItsOwnSubscriber) {
 }
 
 TEST(ExplorerView, SelectionInAClosedFolderIsBroughtToSight) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.NodeOf("Root")->SetExpanded(false);
-    Room::Turn();
+    ExplorerFixture::Turn();
     room.NodeOf("C")->SetSelected(true);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_TRUE(room.NodeOf("Root")->Expanded());
     EXPECT_EQ(room.Rows(), "Root .A .B .C ");
     room.View().setFocus();
     room.View().collapse(room.View().IndexOf(room.NodeOf("Root").Get()));
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.Selected(), "Root");
     EXPECT_EQ(room.Reported(), "node:Root");
 }
 
 TEST(ExplorerView, DisabledAndHiddenTreesAreSo) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.Tree()->SetEnabled(false);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_FALSE(room.View().isEnabled());
     room.Tree()->SetVisible(false);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_FALSE(room.View().isVisible());
     EXPECT_FALSE(room.Page().Filter()->isVisible());
 }
 
 TEST(ExplorerView, SaysWhatToDoWhenThereIsNothing) {
-    Room room;
+    ExplorerFixture room;
     EXPECT_TRUE(room.Page().Message()->isVisible());
     EXPECT_FALSE(room.Page().Message()->text().isEmpty());
     room.Fill();
     EXPECT_FALSE(room.Page().Message()->isVisible());
     EXPECT_TRUE(room.View().isVisible());
     room.Tree()->GetNodes()->Clear();
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_TRUE(room.Page().Message()->isVisible());
 
     ExplorerPanel empty(New<PanelForm>());
@@ -255,14 +255,14 @@ TEST(ExplorerView, IconFileGivesThePictureOfTheScreensScale) {
 }
 
 TEST(ExplorerView, FiveThousandItems) {
-    Room room;
+    ExplorerFixture room;
     for (int i = 0; i < 50; ++i) {
         const std::string folder = "Folder " + std::to_string(i);
         room.Add("", folder)->SetExpanded(true);
         for (int j = 0; j < 99; ++j)
             room.Add(folder, folder + " item " + std::to_string(j));
     }
-    Room::Turn();
+    ExplorerFixture::Turn();
     room.View().setFocus();
     room.Key(Qt::Key_End);
     EXPECT_EQ(room.Selected(), "Folder 49 item 98");
@@ -272,12 +272,12 @@ TEST(ExplorerView, FiveThousandItems) {
 }
 
 TEST(ExplorerFilter, ShowsMatchesWithWhatIsAboveThemAndLeavesTheTreeAlone) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.Add("", "Other");
     room.Add("Other", "cat");
     room.Add("Other", "dog");
-    Room::Turn();
+    ExplorerFixture::Turn();
     room.View().setFocus();
     QTest::keyClick(&room.View(), Qt::Key_F, Qt::ControlModifier);
     QLineEdit* filter = room.Page().Filter();
@@ -289,7 +289,7 @@ TEST(ExplorerFilter, ShowsMatchesWithWhatIsAboveThemAndLeavesTheTreeAlone) {
     room.Add("Other", "cow");
     room.NodeOf("C")->SetText("see");
     room.Tree()->GetNodes()->Remove("cat");
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.Rows(), "Other .cow ");
 
     QTest::keyClicks(filter, "xyz");
@@ -302,7 +302,7 @@ TEST(ExplorerFilter, ShowsMatchesWithWhatIsAboveThemAndLeavesTheTreeAlone) {
 }
 
 TEST(ExplorerFilter, ClicksKeysAndRenamingWorkOnWhatIsShown) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     room.Page().StartFilter();
     QTest::keyClicks(room.Page().Filter(), "b");
@@ -315,7 +315,7 @@ TEST(ExplorerFilter, ClicksKeysAndRenamingWorkOnWhatIsShown) {
     ASSERT_NE(room.Editor(), nullptr);
     QTest::keyClicks(room.Editor(), "bee");
     QTest::keyClick(room.Editor(), Qt::Key_Return);
-    Room::Turn();
+    ExplorerFixture::Turn();
     EXPECT_EQ(room.NodeOf("B")->Text(), "bee");
     EXPECT_EQ(room.Rows(), "Root .bee ");
     room.Key(Qt::Key_Escape);
@@ -324,7 +324,7 @@ TEST(ExplorerFilter, ClicksKeysAndRenamingWorkOnWhatIsShown) {
 }
 
 TEST(ExplorerFilter, EditOfAnItemThatDoesNotMatchTakesTheFilterBack) {
-    Room room;
+    ExplorerFixture room;
     room.Fill();
     QTest::keyClicks(room.Page().Filter(), "b");
     room.Tree()->SetSelectedItem(room.Add("Root", "D"));

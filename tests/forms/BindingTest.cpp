@@ -104,7 +104,8 @@ TEST_F(Binding, ShowsAndWritesProperties) {
     EXPECT_EQ(Text("Size"), "5"); // that the page has changed itself
     EXPECT_EQ(Set("Color", "blue"), "");
     EXPECT_EQ(ToLong(page->Invoke("color", {})), 2);
-    EXPECT_EQ(Set("Color", "Red & rosé") + Text("Color"), "red"); // a user chooses what is shown for it
+    EXPECT_EQ(Set("Color", "Red & rosé"), ""); // a user chooses what is shown for it
+    EXPECT_EQ(Text("Color"), "red");
     EXPECT_TRUE(form->IsChanged());
     EXPECT_EQ(model->Press(At("Import")), "");
     EXPECT_EQ(Text("Title"), "imported");
@@ -168,9 +169,11 @@ TEST_F(Binding, FollowsWhatThePageSays) {
 // Not while one is at a field, but when another field makes it wrong, or when the page says so.
 TEST_F(Binding, ShowsProblemsWhenTheUserIsDone) {
     const auto Shown = [this](const char* name) { return model->IsProblemShown(At(name)); };
-    EXPECT_EQ(model->Type(At("Title"), "abc") + model->Type(At("Code"), "abc"), "");
+    EXPECT_EQ(model->Type(At("Title"), "abc"), "");
+    EXPECT_EQ(model->Type(At("Code"), "abc"), "");
     EXPECT_TRUE(!ProblemAt("Code").empty() && !Shown("Code"));
-    EXPECT_EQ(model->Type(At("Code"), "abcd") + model->Type(At("Title"), "abcd"), "");
+    EXPECT_EQ(model->Type(At("Code"), "abcd"), "");
+    EXPECT_EQ(model->Type(At("Title"), "abcd"), "");
     EXPECT_TRUE(Shown("Code"));
     EXPECT_EQ(model->Type(At("Size"), "many"), "");
     EXPECT_FALSE(Shown("Size"));

@@ -3,7 +3,7 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"
 #include "tests/forms/Ui.h"
-#include "tests/preview/PreviewRoom.h"
+#include "tests/preview/PreviewFixture.h"
 
 #include <QScreen>
 #include <QTabBar>
@@ -13,7 +13,7 @@
 namespace corvane::desktop {
 namespace {
 
-TEST_F(PreviewRoom, GoodEditIsShownAndSelectionWindowsAndOpenMenuStay) {
+TEST_F(PreviewFixture, GoodEditIsShownAndSelectionWindowsAndOpenMenuStay) {
     PreviewWindow& preview = Preview();
     ASSERT_TRUE(preview.Shown());
     QWidget* const desk = preview.centralWidget();
@@ -40,7 +40,7 @@ TEST_F(PreviewRoom, GoodEditIsShownAndSelectionWindowsAndOpenMenuStay) {
     QApplication::activePopupWidget()->close();
 }
 
-TEST_F(PreviewRoom, FormsAreShownAsTheyAreEditedAndKeepWhatIsEntered) {
+TEST_F(PreviewFixture, FormsAreShownAsTheyAreEditedAndKeepWhatIsEntered) {
     const auto Draw = [this](const std::string& more) {
         m_folder.Write("App/Forms/BirdsSvc.Page.ui",
                        QByteArray::fromStdString(forms::Ui(forms::Item(0, "QLineEdit", "Title") +
@@ -62,7 +62,7 @@ TEST_F(PreviewRoom, FormsAreShownAsTheyAreEditedAndKeepWhatIsEntered) {
     EXPECT_EQ(Field("Title")->text() + Field("Ring")->text(), "half a12");
 }
 
-TEST_F(PreviewRoom, WhatIsOpenAndGoesWithAnEditIsClosed) {
+TEST_F(PreviewFixture, WhatIsOpenAndGoesWithAnEditIsClosed) {
     PreviewWindow& preview = Preview();
     preview.OpenWindow("Sheet");
     ClickNode(0, "Inner");
@@ -87,7 +87,7 @@ TEST_F(PreviewRoom, WhatIsOpenAndGoesWithAnEditIsClosed) {
     EXPECT_EQ(Caption("View", "View.Count"), "&Count");
 }
 
-TEST_F(PreviewRoom, BadEditIsListedOverTheLastGoodStateUntilItIsMended) {
+TEST_F(PreviewFixture, BadEditIsListedOverTheLastGoodStateUntilItIsMended) {
     PreviewWindow& preview = Preview();
     ClickNode(0, "Inner");
     Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Tally\" PositionOrdr=\"1\"");
@@ -116,7 +116,7 @@ TEST_F(PreviewRoom, BadEditIsListedOverTheLastGoodStateUntilItIsMended) {
     EXPECT_EQ(Selected(0), "Inner");
 }
 
-TEST_F(PreviewRoom, WhatCantBeStartedIsListedAndTheApplicationComesWhenItIsMended) {
+TEST_F(PreviewFixture, WhatCantBeStartedIsListedAndTheApplicationComesWhenItIsMended) {
     m_folder.Service("Birds", "BirdsSvc.Birds", QByteArray(birds).replace("Parent=\"Nests\"", "Parent=\"Nowhere\""));
     PreviewWindow& preview = Preview();
     EXPECT_FALSE(preview.Shown());
@@ -128,7 +128,7 @@ TEST_F(PreviewRoom, WhatCantBeStartedIsListedAndTheApplicationComesWhenItIsMende
 }
 
 // Of files that are left out the rest is shown, but not in place of a state that has them.
-TEST_F(PreviewRoom, WhatTheLibraryCanStartIsShownWithItsErrors) {
+TEST_F(PreviewFixture, WhatTheLibraryCanStartIsShownWithItsErrors) {
     m_folder.Write("App/Services/Birds.xml", "<Service Name=\"Birds\"");
     PreviewWindow& preview = Preview();
     ASSERT_TRUE(preview.Shown());
@@ -147,7 +147,7 @@ TEST_F(PreviewRoom, WhatTheLibraryCanStartIsShownWithItsErrors) {
     EXPECT_EQ(Caption("File", "File.Count"), "&Count");
 }
 
-TEST_F(PreviewRoom, ManyProblemsOfARuleAreCountedByFileBehindTheErrors) {
+TEST_F(PreviewFixture, ManyProblemsOfARuleAreCountedByFileBehindTheErrors) {
     QByteArray actions;
     QByteArray entries;
     for (int i = 1; i <= 20; ++i) {
@@ -179,7 +179,7 @@ struct DroppedOn : MenuOutline {
     using MenuOutline::dropEvent;
 };
 
-TEST_F(PreviewRoom, EntryThatIsMovedInTheOutlineIsMovedInItsFile) {
+TEST_F(PreviewFixture, EntryThatIsMovedInTheOutlineIsMovedInItsFile) {
     PreviewWindow& preview = Preview();
     auto* dock = preview.findChild<QDockWidget*>("Menus");
     dock->show();
@@ -239,7 +239,7 @@ TEST_F(PreviewRoom, EntryThatIsMovedInTheOutlineIsMovedInItsFile) {
 }
 
 // The entry that has a problem is marked, and is the current one when the problem is.
-TEST_F(PreviewRoom, ProblemsAreMarkedAtTheEntriesTheyAreAbout) {
+TEST_F(PreviewFixture, ProblemsAreMarkedAtTheEntriesTheyAreAbout) {
     m_folder.Service("Birds", "BirdsSvc.Birds", QByteArray(birds).replace("Control+K", "Contrl+K"));
     PreviewWindow& preview = Preview();
     preview.findChild<QDockWidget*>("Menus")->show();
@@ -253,7 +253,7 @@ TEST_F(PreviewRoom, ProblemsAreMarkedAtTheEntriesTheyAreAbout) {
 }
 
 // Whatever a tool does to the files, what stands there in the end is shown in the end.
-TEST_F(PreviewRoom, FilesAreFollowedHoweverTheyAreChanged) {
+TEST_F(PreviewFixture, FilesAreFollowedHoweverTheyAreChanged) {
     PreviewWindow& preview = Preview();
     const auto shows = [&](const char* caption) {
         return Until(
@@ -301,7 +301,7 @@ TEST_F(PreviewRoom, FilesAreFollowedHoweverTheyAreChanged) {
     EXPECT_TRUE(shows("Back"));
 }
 
-TEST_F(PreviewRoom, FolderThatGoesAndComesBackIsFollowed) {
+TEST_F(PreviewFixture, FolderThatGoesAndComesBackIsFollowed) {
     PreviewWindow& preview = Preview();
     std::string before = "#Count";
     for (const char* caption : {"Again", "And again"}) {
@@ -318,7 +318,7 @@ TEST_F(PreviewRoom, FolderThatGoesAndComesBackIsFollowed) {
     }
 }
 
-TEST_F(PreviewRoom, PicturesIniAndStandInsAreFollowed) {
+TEST_F(PreviewFixture, PicturesIniAndStandInsAreFollowed) {
     m_folder.Write("App/Images/owl.svg", Picture("#ff0000"));
     Edit("Birds", "Caption=\"#Feed\"/>",
          "Caption=\"#Feed\"/><MenuItem Type=\"ToolbarItem\" ActionItem=\"Feed\" Path=\"Bar\" PositionOrder=\"1\" "
@@ -344,7 +344,7 @@ TEST_F(PreviewRoom, PicturesIniAndStandInsAreFollowed) {
     EXPECT_TRUE(Problem(0).contains("standins.json")) << Problem(0).toStdString();
 }
 
-TEST_F(PreviewRoom, MenusAndDialogsInWhichTheLibraryWaitsAreClosedAndOpenedAgain) {
+TEST_F(PreviewFixture, MenusAndDialogsInWhichTheLibraryWaitsAreClosedAndOpenedAgain) {
     PreviewWindow& preview = Preview();
     // The library is inside the pop-up's own loop when the file changes.
     bool edited = false;
@@ -394,7 +394,7 @@ TEST_F(PreviewRoom, MenusAndDialogsInWhichTheLibraryWaitsAreClosedAndOpenedAgain
     EXPECT_TRUE(Until([] { return !QApplication::activeModalWidget(); }));
 }
 
-TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
+TEST_F(PreviewFixture, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
     m_folder.Service("Trouble", "T0.Service", R"(<ActionItems><ActionItem Name="Ping" Action="OnPing"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Ping" Path="View" PositionOrder="9" Caption="Ping"/></Menus>)");
     m_folder.Plugin("T0");
@@ -423,7 +423,7 @@ TEST_F(PreviewRoom, CallsTellTheBindingOfCommandsToStandInsAndPlugins) {
 }
 
 // Size and place of the window, and how much of it the list has, also when it isn't shown at the end.
-TEST_F(PreviewRoom, StandsWhereItStoodTheLastTime) {
+TEST_F(PreviewFixture, StandsWhereItStoodTheLastTime) {
     const auto fail = [&] {
         Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Count\" Wrong=\"1\"");
         ASSERT_TRUE(Until([&] { return m_preview->ProblemsDock().isVisible(); }));
@@ -466,7 +466,7 @@ TEST_F(PreviewRoom, StandsWhereItStoodTheLastTime) {
     EXPECT_EQ(m_preview->size(), QSize(1180, 900).boundedTo(m_preview->screen()->availableSize()));
 }
 
-TEST_F(PreviewRoom, ClosesWithTheApplicationAndTheApplicationWithIt) {
+TEST_F(PreviewFixture, ClosesWithTheApplicationAndTheApplicationWithIt) {
     PreviewWindow& preview = Preview();
     EXPECT_TRUE(preview.isVisible());
     App().MainForm()->Unload(); // as AppExit does

@@ -9,7 +9,7 @@
 #include "headless/FormPages.h"
 #include "headless/Steps.h"
 #include "tests/forms/Ui.h"
-#include "tests/preview/PreviewRoom.h"
+#include "tests/preview/PreviewFixture.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -39,7 +39,7 @@ std::string CallsOf(const std::vector<inspect::RecordedCall>& calls) {
     return text;
 }
 
-class RecordTest : public PreviewRoom {
+class RecordTest : public PreviewFixture {
 protected:
     // A preview with stand-ins for all, whose steps are kept.
     PreviewWindow& PreviewThatRecords() {

@@ -1,5 +1,5 @@
 // What a person is at when the definitions change: nothing of it is lost or closed without a word.
-#include "tests/preview/PreviewRoom.h"
+#include "tests/preview/PreviewFixture.h"
 
 #include <QLineEdit>
 #include <QMdiSubWindow>
@@ -14,7 +14,7 @@
 namespace corvane::desktop {
 namespace {
 
-class WorkTest : public PreviewRoom {
+class WorkTest : public PreviewFixture {
 protected:
     WorkTest() {
         m_folder.Service("Draft", "Draft.Service", R"(<ActionItems><ActionItem Name="Write" Action="OnWrite"/>

@@ -159,7 +159,8 @@ TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
                                "Window\u2026|Print A&ll\u2026|-|E&xit");
     EXPECT_EQ(Entries("Edit"), "&Undo|&Redo|-|&Copy|-|Re&name|Du&plicate|&Delete|Re&store Deleted\u2026");
     EXPECT_EQ(Entries("View"), "&Explorer|&Status Bar|-|&Refresh|Toolbars");
-    EXPECT_EQ(Entries("Analysis"), "&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|-|Rep&ort");
+    EXPECT_EQ(Entries("Analysis"),
+              "&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|-|&Analyses in Python…|-|Rep&ort");
     EXPECT_EQ(Entries("Help"), "About Studies");
     EXPECT_EQ(Entries("Toolbars.Standard"), "New|Open|Import|Save|Undo|Redo|Delete");
     EXPECT_EQ(Entries("Context.Study"), "&Properties\u2026*|Rep&ort|&Import\u2026|-|Re&name|D&uplicate|&Delete");

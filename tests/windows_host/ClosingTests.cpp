@@ -3,7 +3,7 @@
 #include "corvane/core/Framework.h"
 #include "desktop/windows/FailureView.h"
 #include "desktop/windows/PagePlace.h"
-#include "tests/windows_host/HostRoom.h"
+#include "tests/windows_host/HostFixture.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -21,7 +21,7 @@ using Command = StandardCommandConstants;
 
 constexpr const char* modal = "Type='Dialog' IsMDIChild='false' IsModal='true'";
 
-TEST_F(HostRoom, ChildOpensInTheOrderOfTheRealFormAndClosesInIts) {
+TEST_F(HostFixture, ChildOpensInTheOrderOfTheRealFormAndClosesInIts) {
     Define("W", "Type='Window'", "A B");
     Start();
     const auto window = Open("W", "k");
@@ -45,7 +45,7 @@ struct CloseCase {
     void (*close)(Application& application, WindowForm& form);
     bool wholeApplication = false; // it asks about all windows at once
 };
-class ClosingOfAWindow : public HostRoom, public ::testing::WithParamInterface<CloseCase> {};
+class ClosingOfAWindow : public HostFixture, public ::testing::WithParamInterface<CloseCase> {};
 
 TEST_P(ClosingOfAWindow, AsksFirstAndThenTakesThePagesTheFormAndTheWindow) {
     Define("W", "Type='Window'", "A");
@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 true}),
     [](const auto& testInfo) { return testInfo.param.who; });
 
-TEST_F(HostRoom, MainWindowClosesWhatIsOpenLatestFirstAndStopsAtARefusal) {
+TEST_F(HostFixture, MainWindowClosesWhatIsOpenLatestFirstAndStopsAtARefusal) {
     Define("W", "Type='Window'", "A");
     Define("D", dialogAttributes, "B");
     Start();
@@ -105,7 +105,7 @@ TEST_F(HostRoom, MainWindowClosesWhatIsOpenLatestFirstAndStopsAtARefusal) {
     EXPECT_FALSE(CorvaneMain::Framework()->WindowManager());
 }
 
-TEST_F(HostRoom, ModalWindowHoldsItsCallerAndADeferredOneComesFromTheEventLoop) {
+TEST_F(HostFixture, ModalWindowHoldsItsCallerAndADeferredOneComesFromTheEventLoop) {
     Define("M", modal, "A");
     Start();
     for (const bool async : {false, true}) {
@@ -131,7 +131,7 @@ TEST_F(HostRoom, ModalWindowHoldsItsCallerAndADeferredOneComesFromTheEventLoop) 
 }
 
 // The page's one event fails; the window works on and closes, and the other page isn't touched.
-class PageThatFails : public HostRoom, public ::testing::WithParamInterface<std::pair<const char*, int>> {};
+class PageThatFails : public HostFixture, public ::testing::WithParamInterface<std::pair<const char*, int>> {};
 
 TEST_P(PageThatFails, DoesNotTakeTheWindowWithIt) {
     const auto& [event, shown] = GetParam();
@@ -160,7 +160,7 @@ INSTANTIATE_TEST_SUITE_P(Events, PageThatFails,
                                            std::pair("Terminate", 1)),
                          [](const auto& testInfo) { return testInfo.param.first; });
 
-TEST_F(HostRoom, PageThatCannotBeShownSaysWhyAndItsTabIsMarked) {
+TEST_F(HostFixture, PageThatCannotBeShownSaysWhyAndItsTabIsMarked) {
     Define("D", dialogAttributes, "None Plain A");
     Start();
     const auto window = Open("D");
@@ -181,7 +181,7 @@ TEST_F(HostRoom, PageThatCannotBeShownSaysWhyAndItsTabIsMarked) {
         << m_application->AsText();
 }
 
-TEST_F(HostRoom, TwoHundredWindowsLeaveNothingBehind) {
+TEST_F(HostFixture, TwoHundredWindowsLeaveNothingBehind) {
     Define("W", "Type='Window'", "A B");
     Define("D", dialogAttributes, "A");
     Start();
@@ -207,7 +207,7 @@ TEST_F(HostRoom, TwoHundredWindowsLeaveNothingBehind) {
     EXPECT_EQ(m_application->Window().Area().subWindowList().size(), 0);
 }
 
-TEST_F(HostRoom, KeysAndTheMenuGoFromWindowToWindow) {
+TEST_F(HostFixture, KeysAndTheMenuGoFromWindowToWindow) {
     Define("W", "Type='Window'", "A");
     Start();
     std::vector<Ref<Window>> windows{Open("W", "1"), Open("W", "2"), Open("W", "3")};
@@ -231,7 +231,7 @@ TEST_F(HostRoom, KeysAndTheMenuGoFromWindowToWindow) {
     EXPECT_EQ(Manager().Windows()->Count(), 1);
 }
 
-TEST_F(HostRoom, WindowsAreArrangedAndTheirStateIsTheModels) {
+TEST_F(HostFixture, WindowsAreArrangedAndTheirStateIsTheModels) {
     Define("W", "Type='Window'", "A");
     Start();
     for (int i = 0; i < 3; ++i)
@@ -261,7 +261,7 @@ TEST_F(HostRoom, WindowsAreArrangedAndTheirStateIsTheModels) {
     EXPECT_EQ(m_application->Window().Area().activeSubWindow(), m_forms[1]->Frame());
 }
 
-TEST_F(HostRoom, TiledWindowsThatNeedMoreThanTheirShareDoNotLieOverOneAnother) {
+TEST_F(HostFixture, TiledWindowsThatNeedMoreThanTheirShareDoNotLieOverOneAnother) {
     Define("W", "Type='Window'", "A");
     Start();
     for (int i = 0; i < 2; ++i)
@@ -284,7 +284,7 @@ TEST_F(HostRoom, TiledWindowsThatNeedMoreThanTheirShareDoNotLieOverOneAnother) {
     }
 }
 
-TEST_F(HostRoom, MinimumSizeAndFixedPagesHold) {
+TEST_F(HostFixture, MinimumSizeAndFixedPagesHold) {
     Define("W", "Type='Window'", "A");
     Define("F", dialogAttributes, "B#");
     Start();

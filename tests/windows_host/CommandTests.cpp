@@ -1,7 +1,7 @@
 // What the commands of each kind of window do, by button, by key and by code.
 #include "desktop/windows/CommandRow.h"
 #include "desktop/windows/LeaveBox.h"
-#include "tests/windows_host/HostRoom.h"
+#include "tests/windows_host/HostFixture.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -28,7 +28,7 @@ struct CommandCase {
     const char* answer = nullptr; // to the question about changes
 };
 
-class CommandOfWindow : public HostRoom, public ::testing::WithParamInterface<CommandCase> {};
+class CommandOfWindow : public HostFixture, public ::testing::WithParamInterface<CommandCase> {};
 
 TEST_P(CommandOfWindow, ActsOnTheStateThatTheButtonsShow) {
     const CommandCase& testCase = GetParam();
@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Command::cvOK, "A.Click1 A.Terminate exit(done)", false}),
     [](const auto& testInfo) { return testInfo.param.what; });
 
-TEST_F(HostRoom, WizardGoesForwardAndBackAndItsLastStepFinishes) {
+TEST_F(HostFixture, WizardGoesForwardAndBackAndItsLastStepFinishes) {
     Define("W", wizard, "A B? C");
     Start();
     const auto window = Open("W");
@@ -130,7 +130,7 @@ TEST_F(HostRoom, WizardGoesForwardAndBackAndItsLastStepFinishes) {
     EXPECT_THROW(window->SetActivePageIndex(3), Failure);
 }
 
-TEST_F(HostRoom, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
+TEST_F(HostFixture, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
     struct Case {
         const char* window;
         Qt::Key key;
@@ -167,7 +167,7 @@ TEST_F(HostRoom, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
     }
 }
 
-TEST_F(HostRoom, TabGoesFromThePagesNamesIntoThePageAndThenToTheCommands) {
+TEST_F(HostFixture, TabGoesFromThePagesNamesIntoThePageAndThenToTheCommands) {
     Define("Dialog", dialogAttributes, "A B");
     Start();
     const auto window = Open("Dialog");
@@ -187,7 +187,7 @@ TEST_F(HostRoom, TabGoesFromThePagesNamesIntoThePageAndThenToTheCommands) {
     }
 }
 
-TEST_F(HostRoom, HelpIsForThePageInFront) {
+TEST_F(HostFixture, HelpIsForThePageInFront) {
     Define("D", dialogAttributes, "A! B");
     Start();
     const auto window = Open("D");
@@ -225,7 +225,7 @@ TEST(LeaveBox, OffersToSaveOnlyWhereThatCanBeDone) {
     }
 }
 
-TEST_F(HostRoom, CodeHoldsCommandsBackAndMarksAWindowAsChanged) {
+TEST_F(HostFixture, CodeHoldsCommandsBackAndMarksAWindowAsChanged) {
     Define("D", dialogAttributes, "A");
     Start();
     const auto window = Open("D");
@@ -245,7 +245,7 @@ TEST_F(HostRoom, CodeHoldsCommandsBackAndMarksAWindowAsChanged) {
     EXPECT_EQ(Commands(), "-OK* -Apply Cancel") << "an invalid page can't be overruled";
 }
 
-TEST_F(HostRoom, FailingSaveIsShownAndKeepsTheWindowWithThePageInFront) {
+TEST_F(HostFixture, FailingSaveIsShownAndKeepsTheWindowWithThePageInFront) {
     Define("D", dialogAttributes, "A B.Save");
     Start();
     const auto window = Open("D");

@@ -1,5 +1,5 @@
 // The events of windows and pages when a subscriber between them fails, and those that no longer arrive.
-#include "tests/windows_host/HostRoom.h"
+#include "tests/windows_host/HostFixture.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -13,7 +13,7 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-TEST_F(HostRoom, RaisedWindowBehindAModalOneIsNotTheActiveOne) {
+TEST_F(HostFixture, RaisedWindowBehindAModalOneIsNotTheActiveOne) {
     Define("W", "Type='Window'", "A");
     Start();
     const auto first = Open("W", "first");
@@ -35,7 +35,7 @@ TEST_F(HostRoom, RaisedWindowBehindAModalOneIsNotTheActiveOne) {
 }
 
 // A subscriber may fail once when a page is deactivated; neither this page's end nor the next activation suffers.
-TEST_F(HostRoom, FailureOfOneWhoHearsAPageLeaveIsOverWithThat) {
+TEST_F(HostFixture, FailureOfOneWhoHearsAPageLeaveIsOverWithThat) {
     Define("W", "Type='Window'", "A B");
     Start();
     for (const bool byClosing : {false, true}) {
@@ -67,7 +67,7 @@ TEST_F(HostRoom, FailureOfOneWhoHearsAPageLeaveIsOverWithThat) {
 }
 
 // The field loses the focus when its window closes, by every way to close it.
-TEST_F(HostRoom, PageThatHasEndedHearsNothingOfItsWidgets) {
+TEST_F(HostFixture, PageThatHasEndedHearsNothingOfItsWidgets) {
     Define("D", dialogAttributes, "A B.NewWidget");
     Start();
     const std::vector<std::function<void(QLineEdit*)>> ways{

@@ -1,6 +1,6 @@
 // What a printed window has on its paper.
 #include "desktop/service/ScreenPrinter.h"
-#include "tests/windows_host/HostRoom.h"
+#include "tests/windows_host/HostFixture.h"
 
 #include <QLineEdit>
 #include <QPaintEngine>
@@ -92,7 +92,7 @@ QRectF PlaceIn(const QWidget& body, const QWidget& part) {
         .mapRect(QRectF(part.mapTo(&body, QPoint()), part.size()));
 }
 
-TEST_F(HostRoom, WindowOnPaperHasAHeadingAndAllThatTheWindowShows) {
+TEST_F(HostFixture, WindowOnPaperHasAHeadingAndAllThatTheWindowShows) {
     Define("W", "Type='Window'", "A");
     Start();
     (void)Open("W");

@@ -1,13 +1,13 @@
 // Runs that no one watches go on while a modal window is open, and end.
 #include "desktop/application/UnwatchedRun.h"
-#include "tests/windows_host/HostRoom.h"
+#include "tests/windows_host/HostFixture.h"
 
 namespace corvane::desktop {
 namespace {
 
 using Kind = RunStep::Kind;
 
-TEST_F(HostRoom, UnwatchedRunTakesItsStepsInsideAModalWindowAndCancelsWhatIsLeft) {
+TEST_F(HostFixture, UnwatchedRunTakesItsStepsInsideAModalWindowAndCancelsWhatIsLeft) {
     struct Case {
         std::deque<RunStep> steps;
         const char* heard;

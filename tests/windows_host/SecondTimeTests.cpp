@@ -1,5 +1,5 @@
 // Answers that are given less often, and what is done after them once more.
-#include "tests/windows_host/HostRoom.h"
+#include "tests/windows_host/HostFixture.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -11,7 +11,7 @@ namespace {
 
 using Command = StandardCommandConstants;
 
-TEST_F(HostRoom, SaveAtTheCloseBoxSavesAndEndsAsByOk) {
+TEST_F(HostFixture, SaveAtTheCloseBoxSavesAndEndsAsByOk) {
     Define("W", "Type='Window'", "A B");
     Start();
     (void)Open("W");
@@ -30,7 +30,7 @@ TEST_F(HostRoom, SaveAtTheCloseBoxSavesAndEndsAsByOk) {
     EXPECT_EQ(m_heard->Take(), "A.Save B.Save A.Deactivate A.Terminate B.Terminate exit(done)");
 }
 
-TEST_F(HostRoom, PreviousLeavesAnInvalidStepAndNextComesBackToIt) {
+TEST_F(HostFixture, PreviousLeavesAnInvalidStepAndNextComesBackToIt) {
     Define("W", wizard, "A B");
     Start();
     const auto window = Open("W");
@@ -46,7 +46,7 @@ TEST_F(HostRoom, PreviousLeavesAnInvalidStepAndNextComesBackToIt) {
 }
 
 // The changes were given up for an exit that didn't come, so they are asked for again.
-TEST_F(HostRoom, DiscardBeforeARefusedExitIsForThatExitAlone) {
+TEST_F(HostFixture, DiscardBeforeARefusedExitIsForThatExitAlone) {
     Define("D", "Type='Dialog' IsMDIChild='false'", "A");
     Define("W", wizard, "B");
     Start();
@@ -75,7 +75,7 @@ TEST_F(HostRoom, DiscardBeforeARefusedExitIsForThatExitAlone) {
                                "exit(done)");
 }
 
-TEST_F(HostRoom, MenuListsTheOpenWindowsAndBringsThemBack) {
+TEST_F(HostFixture, MenuListsTheOpenWindowsAndBringsThemBack) {
     Define("W", "Type='Window'", "A");
     Start();
     QMenu* menu = nullptr;

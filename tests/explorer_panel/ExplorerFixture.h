@@ -12,9 +12,9 @@
 
 namespace corvane::desktop {
 
-class Room {
+class ExplorerFixture {
 public:
-    Room() {
+    ExplorerFixture() {
         AddTree("Studies");
         AddTree("Library");
         m_strip->SetTab(0);

@@ -1,4 +1,4 @@
-#include "tests/windows_host/HostRoom.h"
+#include "tests/windows_host/HostFixture.h"
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -131,7 +131,7 @@ void TestPage::Enter(const std::string& text) {
     }
 }
 
-HostRoom::HostRoom() {
+HostFixture::HostFixture() {
     qputenv("XDG_STATE_HOME", m_folder.path().toUtf8());
     qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
     QDir(m_folder.path()).mkpath("App/Services");
@@ -139,11 +139,11 @@ HostRoom::HostRoom() {
     ChooseFreeWindows(); // whose frames show the most; tabs are tested in a program of their own
 }
 
-HostRoom::~HostRoom() {
+HostFixture::~HostFixture() {
     End();
 }
 
-void HostRoom::Define(const std::string& name, const std::string& attributes, const std::string& pagesText) {
+void HostFixture::Define(const std::string& name, const std::string& attributes, const std::string& pagesText) {
     m_windows += "<Window Name='" + name + "' Caption='" + name + "' State='Normal' PageWidth='3000' " +
                  "PageHeight='1500' DefPageWidth='4500' DefPageHeight='3000' " + attributes + ">";
     std::istringstream pages(pagesText);
@@ -165,7 +165,7 @@ void HostRoom::Define(const std::string& name, const std::string& attributes, co
     m_windows += "</Window>";
 }
 
-void HostRoom::Start() {
+void HostFixture::Start() {
     const auto write = [this](const char* name, const std::string& text) {
         QFile file(m_folder.path() + "/App/Services/" + name);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -195,12 +195,12 @@ void HostRoom::Start() {
     Turn();
 }
 
-void HostRoom::End() {
+void HostFixture::End() {
     m_forms.clear();
     m_application.reset();
 }
 
-Ref<Window> HostRoom::Open(const std::string& name, const std::string& key, bool hide, bool async) {
+Ref<Window> HostFixture::Open(const std::string& name, const std::string& key, bool hide, bool async) {
     return Manager().OpenWindow(name, New<ExitHandler>(m_heard), New<ExitHandler>(m_heard),
                                 WindowShowModeConstants::cvDefinitionDefault, WindowStateConstants::cvDefinitionDefault,
                                 MDIWindowTypeConstants::cvDefinitionDefault, WindowTypeConstants::cvDefinitionDefault,
@@ -208,19 +208,19 @@ Ref<Window> HostRoom::Open(const std::string& name, const std::string& key, bool
                                 ShowApplyCommandConstants::cvDefinitionDefault, key, hide, async);
 }
 
-WindowManager& HostRoom::Manager() const {
+WindowManager& HostFixture::Manager() const {
     return *CorvaneMain::Framework()->WindowManager();
 }
 
-TestPage& HostRoom::Page(const std::string& name) const {
+TestPage& HostFixture::Page(const std::string& name) const {
     return *m_pages.at(name);
 }
 
-QPushButton* HostRoom::Button(StandardCommandConstants command) const {
+QPushButton* HostFixture::Button(StandardCommandConstants command) const {
     return LastForm()->Body()->Commands().Button(command);
 }
 
-std::string HostRoom::Commands() const {
+std::string HostFixture::Commands() const {
     WindowBody* body = LastForm()->Body();
     if (!body || !body->AreCommandsShown())
         return {};
@@ -234,7 +234,7 @@ std::string HostRoom::Commands() const {
     return text;
 }
 
-void HostRoom::Turn() {
+void HostFixture::Turn() {
     QApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

@@ -38,9 +38,9 @@ constexpr const char* birds = R"(<ActionItems><ActionItem Name="Count" Action="O
 <Window Name="Ask" Caption="Ask" Type="Dialog" State="Normal" IsMDIChild="false" IsModal="true">
 <Page PageProgID="BirdsSvc.Page" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)";
 
-class PreviewRoom : public ::testing::Test {
+class PreviewFixture : public ::testing::Test {
 protected:
-    PreviewRoom() {
+    PreviewFixture() {
         m_folder.Write("App/Images/nest.svg", Picture("#00ff00"));
         m_folder.Service("Shell", "Corvane.Framework", shellContent);
         m_folder.Service("Birds", "BirdsSvc.Birds", birds);

@@ -70,10 +70,10 @@ private:
     std::shared_ptr<Heard> m_heard;
 };
 
-class HostRoom : public ::testing::Test {
+class HostFixture : public ::testing::Test {
 protected:
-    HostRoom();
-    ~HostRoom() override;
+    HostFixture();
+    ~HostFixture() override;
 
     // A Window element's attributes besides Name and State, and the ProgIDs of its pages without "T.", separated by
     // blanks; "!" behind one gives it the help topic 7, then "?" makes it optional, then "#" not resizable.
