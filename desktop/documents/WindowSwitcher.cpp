@@ -66,21 +66,21 @@ void WindowSwitcher::End(bool chooses) {
 }
 
 bool WindowSwitcher::eventFilter(QObject* watched, QEvent* event) {
-    const auto* key = static_cast<QKeyEvent*>(event);
+    const auto key = [event] { return static_cast<const QKeyEvent*>(event); }; // of a key's event
     switch (event->type()) {
     case QEvent::ShortcutOverride: // the keys come here, whoever else wants them
         event->accept();
         return true;
     case QEvent::KeyPress:
-        if (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Down)
-            Step(key->modifiers() & Qt::ShiftModifier ? -1 : 1);
-        else if (key->key() == Qt::Key_Backtab || key->key() == Qt::Key_Up)
+        if (key()->key() == Qt::Key_Tab || key()->key() == Qt::Key_Down)
+            Step(key()->modifiers() & Qt::ShiftModifier ? -1 : 1);
+        else if (key()->key() == Qt::Key_Backtab || key()->key() == Qt::Key_Up)
             Step(-1);
-        else if (key->key() == Qt::Key_Escape)
+        else if (key()->key() == Qt::Key_Escape)
             End(false);
         return true;
     case QEvent::KeyRelease:
-        if (key->key() == Qt::Key_Control)
+        if (key()->key() == Qt::Key_Control)
             End(true);
         return true;
     case QEvent::MouseButtonPress:

@@ -62,6 +62,12 @@ ExplorerPanel::ExplorerPanel(Ref<PanelForm> form, Guard guard, QWidget* parent)
     ShowStrip();
 }
 
+// A label that is being edited ends with its tree, which goes after this.
+ExplorerPanel::~ExplorerPanel() {
+    for (const ExplorerTree* tree : findChildren<ExplorerTree*>())
+        disconnect(tree, nullptr, this, nullptr);
+}
+
 ExplorerPage* ExplorerPanel::Page(int tab) const {
     return tab >= 0 && tab < static_cast<int>(m_pages.size()) ? m_pages[static_cast<std::size_t>(tab)] : nullptr;
 }

@@ -20,6 +20,7 @@ public:
     // Shows the trees that the form holds already and those that it gets later; the trees are in order of the tabs.
     // Without a guard a failure is reported to Qt's message log alone.
     explicit ExplorerPanel(Ref<PanelForm> form, Guard guard = {}, QWidget* parent = nullptr);
+    ~ExplorerPanel() override;
 
     [[nodiscard]] QTabBar* TabBar() const { return m_tabBar; }
     // The page of a tree, by the number of its tab; a null pointer when there is none.
