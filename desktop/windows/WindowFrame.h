@@ -19,7 +19,7 @@ namespace corvane::desktop {
 
 class WindowFrame;
 
-// What arranges the children of the main window: it is told of each of them, and may take it into a tab.
+// What arranges the children of the main window: it hears of each of them, and may take it into a tab.
 class FrameKeeper {
 public:
     virtual void FrameMade(WindowFrame& frame) = 0;
