@@ -95,10 +95,12 @@ void ScreenPrinter::Print(QPrinter& printer, const QString& title, const std::fu
         for (QAction* action : preview.findChildren<QAction*>())
             if (!hasPrinters && action->text() == QCoreApplication::translate("QPrintPreviewDialog", "Print")) {
                 action->disconnect(&preview);
-                QObject::connect(action, &QAction::triggered, &preview, [&] {
+                // Queued: a failure that unwinds the frames of the action's own trigger leaves their guards behind.
+                const auto print = [&] {
                     if (PrintToFile(printer, paint))
                         preview.accept();
-                });
+                };
+                QObject::connect(action, &QAction::triggered, &preview, print, Qt::QueuedConnection);
             }
         preview.exec();
         return;
