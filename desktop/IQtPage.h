@@ -8,6 +8,8 @@ class QWidget;
 
 namespace corvane::desktop {
 
+class IPrintout;
+
 class __attribute__((visibility("default"))) IQtPage : public virtual Object {
 public:
     // Creates the page's widget as a child of that parent, once, when the page first comes to the front; PageBase has
@@ -22,6 +24,9 @@ public:
     [[nodiscard]] virtual bool IsChanged() { return false; }
     // The current help topic, 0 for none; -1 for the definition's, which is the default.
     [[nodiscard]] virtual Long HelpTopic() { return -1; }
+    // Adds what the page shows to what is printed, and returns true. False is for what the host makes of the widget:
+    // all that it holds, also what isn't in sight. Only asked after NewWidget.
+    [[nodiscard]] virtual bool Print(IPrintout& /*printout*/) { return false; }
 };
 
 } // namespace corvane::desktop

@@ -107,6 +107,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/windows/WindowManager.h
 
   # Pages that are Qt widgets.
+  desktop/IPrintout.h
   desktop/IQtPage.h
   desktop/QtPage.h)
 

@@ -190,7 +190,7 @@ Ref<IScreenPrinter> Application::MakeScreenPrinter() {
     host.windowOf = [this](Long hwnd) -> ScreenPrinter::Window {
         for (const auto& frm : m_mainForm->Forms())
             if (const auto form = frm.TryAs<WindowForm>(); form && frm->HWnd() == hwnd)
-                return {form->Body(), TitleOf(*frm)};
+                return {TitleOf(*frm), [form](IPrintout& printout) { form->Print(printout); }};
         return {};
     };
     host.file = [this] {

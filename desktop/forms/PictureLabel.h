@@ -17,6 +17,7 @@ public:
     // In place of the text. What can't be drawn stays empty.
     void ShowPicture(const forms::FormPicture& picture);
     void ShowText(const QString& text);
+    [[nodiscard]] bool IsPicture() const { return m_size.isValid(); }
     QSize sizeHint() const override { return m_size.isValid() ? m_size : QLabel::sizeHint(); }
     QSize minimumSizeHint() const override;
 

@@ -1,7 +1,8 @@
-// Prints what is on screen, after a preview; into a PDF file where there is no printer.
+// Prints a window's content or what is on screen, after a preview; into a PDF file where there is no printer.
 #pragma once
 
 #include "corvane/platform/IScreenPrinter.h"
+#include "desktop/IPrintout.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -15,9 +16,10 @@ namespace corvane::desktop {
 class ScreenPrinter final : public IScreenPrinter {
     Q_DECLARE_TR_FUNCTIONS(ScreenPrinter)
 public:
+    using Content = std::function<void(IPrintout&)>;
     struct Window {
-        QWidget* widget = nullptr; // a null pointer when there is none
         QString title;
+        Content print; // adds what the window shows; none when there is no window
     };
     struct Host {
         std::function<QWidget*()> mainWindow;
@@ -30,17 +32,17 @@ public:
 
     explicit ScreenPrinter(Host host) : m_host(std::move(host)) {}
 
-    // Fails with 91 when the window isn't there, with 75 when the file can't be written.
+    // Fails with 91 when the window isn't there, with 75 when the file can't be written, and as a page that can't print
+    // itself does.
     void PrintWindow(Long mode, Long hwnd) override;
 
 private:
-    void Print(QPrinter& printer, const QString& title, const std::function<void(QPrinter*)>& paint);
-    bool PrintToFile(QPrinter& printer, const std::function<void(QPrinter*)>& paint); // false without a file
+    void Print(const QString& title, const Content& content);
+    void ShowPreview(QPrinter& printer, const QString& title, const Content& content, bool hasPrinters);
+    static void Paint(QPrinter& printer, const QString& title, const Content& content);
+    bool PrintToFile(QPrinter& printer, const QString& title, const Content& content); // false without a file
 
     Host m_host;
 };
-
-// Draws a widget onto one page, as large as fits, below a line with the title and the time.
-void PaintWidget(QPrinter& printer, QWidget& widget, const QString& title);
 
 } // namespace corvane::desktop

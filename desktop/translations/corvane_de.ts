@@ -601,6 +601,17 @@
     </message>
 </context>
 <context>
+    <name>FormPrinting</name>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+</context>
+<context>
     <name>FormProblem</name>
     <message>
         <source>Please enter a value.</source>
@@ -1600,6 +1611,13 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>The entry can’t be moved: %1</source>
         <translation>Der Eintrag kann nicht verschoben werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Printout</name>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
     </message>
 </context>
 <context>

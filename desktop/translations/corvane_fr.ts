@@ -601,6 +601,17 @@
     </message>
 </context>
 <context>
+    <name>FormPrinting</name>
+    <message>
+        <source>Yes</source>
+        <translation>Oui</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Non</translation>
+    </message>
+</context>
+<context>
     <name>FormProblem</name>
     <message>
         <source>Please enter a value.</source>
@@ -1600,6 +1611,13 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>The entry can’t be moved: %1</source>
         <translation>L’entrée ne peut pas être déplacée : %1</translation>
+    </message>
+</context>
+<context>
+    <name>Printout</name>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Page %1 sur %2</translation>
     </message>
 </context>
 <context>

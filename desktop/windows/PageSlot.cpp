@@ -4,6 +4,7 @@
 #include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
 #include "corvane/platform/Platform.h"
+#include "desktop/IPrintout.h"
 #include "desktop/failures/PageName.h"
 #include "desktop/guard/PluginCall.h"
 #include "desktop/translation/ShownText.h"
@@ -119,6 +120,15 @@ void PageSlot::Focus() {
             first = p;
     if (first)
         first->setFocus(Qt::ActiveWindowFocusReason);
+}
+
+void PageSlot::Print(PagePlace& place, IPrintout& printout) {
+    MakeWidget(place);
+    bool isDone = false;
+    if (m_widget && IsAlive())
+        Ask("Print", [&](IQtPage& page) { isDone = page.Print(printout); });
+    if (!isDone && (m_widget || m_place))
+        printout.AddWidget(m_widget ? *m_widget : *m_place);
 }
 
 void PageSlot::End(const Ref<IWindowFormController>& controller) {

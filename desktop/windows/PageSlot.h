@@ -36,6 +36,8 @@ public:
     [[nodiscard]] bool HasWidget() const { return m_hasWidget; }
     // Puts the keyboard on the page's first control.
     void Focus();
+    // Adds what the page shows, or why it shows nothing. Makes its widget first, if need be.
+    void Print(PagePlace& place, IPrintout& printout);
     // Reports the page's end if it was reported to live; a failure is shown. The widget goes with the frame, and sends
     // the page nothing any more.
     void End(const Ref<IWindowFormController>& controller);

@@ -3,6 +3,7 @@
 #include "corvane/base/Failure.h"
 #include "corvane/platform/Entering.h"
 #include "corvane/platform/Platform.h"
+#include "desktop/forms/FormPrint.h"
 #include "desktop/forms/FormWidget.h"
 #include "desktop/style/QtText.h"
 #include "desktop/windows/FailureView.h"
@@ -92,6 +93,15 @@ QWidget* QtFormPage::FirstFocus() {
 Long QtFormPage::HelpTopic() {
     const auto page = PageObj().TryAs<IQtPage>();
     return page ? page->HelpTopic() : -1;
+}
+
+bool QtFormPage::Print(IPrintout& printout) {
+    const auto page = PageObj().TryAs<IQtPage>();
+    if (page && page->Print(printout))
+        return true;
+    if (m_widget)
+        PrintForm(*m_widget, printout);
+    return m_widget;
 }
 
 FormStepText StepOf(const forms::FormModel& model, const FormAct& act) {

@@ -26,6 +26,8 @@ public:
     [[nodiscard]] QWidget* FirstFocus() override;
     [[nodiscard]] bool IsChanged() override { return m_form->IsChanged(); }
     [[nodiscard]] Long HelpTopic() override;
+    // As the page's class does, or from the model.
+    [[nodiscard]] bool Print(IPrintout& printout) override;
 
     std::string_view TypeName() const override { return "QtFormPage"; }
 

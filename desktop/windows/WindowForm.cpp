@@ -2,6 +2,7 @@
 
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
+#include "desktop/IPrintout.h"
 #include "desktop/translation/ShownText.h"
 #include "desktop/windows/PagePlace.h"
 #include "desktop/windows/Twips.h"
@@ -507,6 +508,15 @@ Long WindowForm::NonPageHeight() {
 void WindowForm::PlaceAgain(const QRect& place, FormState state) {
     if (IsOpen() && Visible())
         m_placement.PlaceAgain(place, state);
+}
+
+void WindowForm::Print(IPrintout& printout) {
+    if (!IsOpen())
+        return;
+    if (PageSlot* front = m_pages.Front())
+        front->Print(m_body->Place(m_pages.FrontIndex()), printout);
+    else
+        printout.AddWidget(*m_body);
 }
 
 std::string WindowForm::AsText() {

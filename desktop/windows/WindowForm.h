@@ -74,6 +74,8 @@ public:
     // Puts a window that is shown where it was once, as far as there is space for it.
     void PlaceAgain(const QRect& place, FormState state);
     [[nodiscard]] std::string AsText();
+    // Adds what the page in front shows; a failure of the page leaves it.
+    void Print(IPrintout& printout);
 
     std::string_view TypeName() const override { return "WindowForm"; }
 
