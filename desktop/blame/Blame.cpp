@@ -2,6 +2,7 @@
 
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
+#include "corvane/platform/IClassFinder.h"
 #include "corvane/services/ServiceManager.h"
 #include "desktop/blame/PluginCode.h"
 
@@ -16,7 +17,7 @@ namespace corvane::desktop {
 namespace {
 
 // Marks which object is being made, and knows each plug-in's code before any of it runs but the loading.
-class MarkingFactory final : public IObjectFactory {
+class MarkingFactory final : public IObjectFactory, public IClassFinder {
 public:
     MarkingFactory(Ref<PluginFactory> plugins, CrashMarker& marker, EnteredCode& entered)
         : m_plugins(std::move(plugins)), m_marker(marker), m_entered(entered),
@@ -24,23 +25,32 @@ public:
 
     Ref<Object> Create(std::string_view progID) override {
         const Marked marked(*this, std::string(progID));
-        // One in a process of its own can't take the program with it, and isn't started before it is needed.
-        const bool isProcess = m_plugins->Processes()->FileOf(PluginOf(progID)).has_value();
-        if (!isProcess && m_known.insert(PluginOf(progID)).second) {
-            try {
-                (void)m_plugins->Classes(PluginOf(progID));
-            } catch (const Failure&) {
-                // The creation meets the same failure.
-            }
-            PluginCode::NoteLibraries(m_folder);
-        }
+        Load(progID);
         Ref<Object> made = m_plugins->Create(progID);
         if (made)
             m_entered.Note(*made, progID);
         return made;
     }
 
+    [[nodiscard]] bool HasClass(std::string_view progID) override {
+        Load(progID);
+        return m_plugins->HasClass(progID);
+    }
+
 private:
+    // One in a process of its own can't take the program with it, and isn't started before it is needed.
+    void Load(std::string_view progID) {
+        const bool isProcess = m_plugins->Processes()->FileOf(PluginOf(progID)).has_value();
+        if (isProcess || !m_known.insert(PluginOf(progID)).second)
+            return;
+        try {
+            (void)m_plugins->Classes(PluginOf(progID));
+        } catch (const Failure&) {
+            // The creation meets the same failure.
+        }
+        PluginCode::NoteLibraries(m_folder);
+    }
+
     // One may be made while another is.
     class Marked {
     public:
