@@ -31,18 +31,21 @@ FormWidget::FormWidget(const Ref<forms::FormModel>& model, FormHost host, QWidge
             all->setContentsMargins(0, 0, 0, 0);
             all->addWidget(content, 1);
         }
-        FormBuilder(m_form, m_parts).Fill(*content);
-        if (content != this)
-            AddRestoreAll();
         forms::ForEachNode(model->Def().root, [this](const forms::FormNode& node) { m_nodes.push_back(&node); });
         m_enabled.assign(m_nodes.size(), true);
         m_visible.assign(m_nodes.size(), true);
         m_wrong.assign(model->Count(), false);
         m_wrongInside.assign(m_nodes.size(), 0);
+        FormBuilder builder(m_form, m_parts);
+        // From now on: the widgets of places may give the form other values and choices.
+        m_notices = model->Notice.Subscribe([this](const forms::FormNotice& notice) { Take(notice); });
+        builder.Fill(*content);
+        if (content != this)
+            AddRestoreAll();
         OrderTabs();
+        m_isMade = true;
         ShowAll();
     }
-    m_notices = model->Notice.Subscribe([this](const forms::FormNotice& notice) { Take(notice); });
 }
 
 FormWidget::~FormWidget() = default;
@@ -65,7 +68,7 @@ void FormWidget::Take(const forms::FormNotice& notice) {
     FieldEditor* editor = notice.field < m_parts.editors.size() ? m_parts.editors[notice.field].get() : nullptr;
     switch (notice.what) {
     case forms::FormChange::State:
-        return ShowState(notice.node);
+        return m_isMade ? ShowState(notice.node) : void();
     case forms::FormChange::Changed:
     case forms::FormChange::Done:
         return ShowRestoreAll();

@@ -48,6 +48,7 @@ private:
     std::vector<bool> m_wrong;      // by field, whether it is shown to be wrong
     std::vector<int> m_wrongInside; // by node, how many of these a tab holds
     QPointer<QPushButton> m_restoreAll;
+    bool m_isMade = false;
     Subscription m_notices;
 };
 
