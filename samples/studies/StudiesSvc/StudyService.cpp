@@ -222,7 +222,11 @@ void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& analysis) {
     Tell(Quoted(analysis->What().name) + " has been deleted; Undo restores it");
 }
 
-// On the study that is chosen, or the one that there is.
+void StudyService::OnPreferenceChanged(const std::string& service, const std::string&, const std::string&) {
+    if (service == "Studies")
+        TellAllWindows("The preferences have been changed");
+}
+
 bool StudyService::RestoreWindow(const std::string&, const std::string& key) {
     return m_workspace && OpenByKey(m_workspace, key);
 }

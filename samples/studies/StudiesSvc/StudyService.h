@@ -37,6 +37,8 @@ public:
 
     // For the desktop: opens a window that was open when the program ended.
     bool RestoreWindow(const std::string& name, const std::string& key);
+    // Open windows show the new figures.
+    void OnPreferenceChanged(const std::string& service, const std::string& category, const std::string& name);
 
     // For the items. The workspace is nothing when its file can't be used.
     [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
@@ -58,8 +60,8 @@ public:
         corvane::Methods<&StudyService::Start, &StudyService::OnNewStudy, &StudyService::OnImport,
                          &StudyService::OnUndo, &StudyService::OnRedo, &StudyService::OnRestore,
                          &StudyService::OnRefresh, &StudyService::OnReport, &StudyService::ImportFile,
-                         &StudyService::ImportAndOpen, &StudyService::KeepData, &StudyService::RestoreWindow>(
-            corvane::Property("ActiveItem", &StudyService::ActiveItem));
+                         &StudyService::ImportAndOpen, &StudyService::KeepData, &StudyService::OnPreferenceChanged,
+                         &StudyService::RestoreWindow>(corvane::Property("ActiveItem", &StudyService::ActiveItem));
 
 private:
     struct Branch {

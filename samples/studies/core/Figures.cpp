@@ -1,5 +1,6 @@
 #include "Figures.h"
 
+#include "EditedText.h"
 #include "Statistics.h"
 #include "corvane/base/Text.h"
 #include "corvane/core/Preferences.h"
@@ -13,12 +14,6 @@ using namespace corvane;
 
 namespace {
 
-Ref<Preferences> Settings() {
-    auto settings = New<Preferences>();
-    settings->Initialize("Studies", "Figures");
-    return settings;
-}
-
 std::size_t CountOf(const std::vector<double>& numbers) {
     return static_cast<std::size_t>(
         std::count_if(numbers.begin(), numbers.end(), [](double dbl) { return !std::isnan(dbl); }));
@@ -27,24 +22,17 @@ std::size_t CountOf(const std::vector<double>& numbers) {
 } // namespace
 
 FigurePreferences ReadPreferences() {
-    const Ref<Preferences> settings = Settings();
+    const Ref<Preferences> settings = New<Preferences>();
+    settings->Initialize("Studies", "Figures");
     FigurePreferences read;
     const FigurePreferences defaultPreferences;
     if (const auto decimals = NumberOf(settings->GetValue("Decimals", "")))
         read.decimals = static_cast<int>(std::clamp(*decimals, 0.0, double{FigurePreferences::MostDecimals}));
-    if (const auto confidence = NumberOf(settings->GetValue("Confidence", "")))
-        read.confidence = *confidence >= 0.5 && *confidence < 1 ? *confidence : defaultPreferences.confidence;
-    read.defaultGroup = settings->GetValue("DefaultGroup", "");
+    if (const auto percent = NumberOf(settings->GetValue("ConfidencePercent", "")))
+        read.confidence = *percent >= 50 && *percent < 100 ? *percent / 100 : defaultPreferences.confidence;
+    read.defaultGroup = Trimmed(settings->GetValue("DefaultGroup", ""));
     read.groupByDefault = EqualText(settings->GetValue("GroupByDefault", "False"), "True");
     return read;
-}
-
-void WritePreferences(const FigurePreferences& preferences) {
-    const Ref<Preferences> settings = Settings();
-    settings->SetValue("Decimals", Long{preferences.decimals});
-    settings->SetValue("Confidence", TextOf(preferences.confidence));
-    settings->SetValue("DefaultGroup", preferences.defaultGroup);
-    settings->SetValue("GroupByDefault", preferences.groupByDefault);
 }
 
 AnalysisSettings FirstSettings(const Table& table, AnalysisKind kind, const FigurePreferences& preferences) {

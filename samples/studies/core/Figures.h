@@ -17,9 +17,9 @@ struct FigurePreferences {
     static constexpr int MostDecimals = 8;
 };
 
-// From the user's settings; a value that makes no sense there counts as the default.
+// From the user's settings, as the forms of the preferences write them; a value that makes no sense there counts as the
+// default.
 [[nodiscard]] FigurePreferences ReadPreferences();
-void WritePreferences(const FigurePreferences& preferences);
 
 // How an analysis of that table begins: with the first columns that suit.
 [[nodiscard]] AnalysisSettings FirstSettings(const Table& table, AnalysisKind kind,

@@ -28,6 +28,14 @@ std::string SizeText(std::size_t rows, std::size_t columns) {
     return Counted(rows, "row") + ", " + Counted(columns, "column");
 }
 
+std::string FirstLines(const std::vector<std::string>& lines) {
+    constexpr std::size_t mostShown = 3;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(mostShown, lines.size()); ++i)
+        text += (i > 0 ? "\n" : "") + lines[i];
+    return lines.size() > mostShown ? text + "\nand " + CountText(lines.size() - mostShown) + " more." : text;
+}
+
 std::string LineText(const TableSummary& summary) {
     constexpr std::size_t shown = 4;
     constexpr int digits = 4;

@@ -23,4 +23,7 @@ namespace studies {
 // "344 rows, 7 columns".
 [[nodiscard]] std::string SizeText(std::size_t rows, std::size_t columns);
 
+// The first of many lines, and how many more there are.
+[[nodiscard]] std::string FirstLines(const std::vector<std::string>& lines);
+
 } // namespace studies

@@ -1,34 +1,88 @@
 // Where and how the rows of a data set are written to a file.
 #pragma once
 
-#include "PageParts.h"
+#include "Csv.h"
+#include "EditedText.h"
+#include "Files.h"
+#include "QtText.h"
+#include "Report.h"
+#include "WholeFile.h"
 #include "Workspace.h"
-#include "desktop/QtPage.h"
+#include "corvane/Page.h"
+#include "corvane/platform/Platform.h"
 
-class QLineEdit;
+#include <QDir>
+#include <QStandardPaths>
+#include <array>
+#include <filesystem>
+#include <unistd.h>
 
 namespace studies {
 
-class ExportPage final : public corvane::desktop::QtPage<ExportPage, DataSetContext> {
-public:
-    QWidget* FirstFocus() override;
+class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
+    static constexpr std::array<const char*, 3> endings{".csv", ".csv", ".tsv"};
+    static constexpr std::array<CsvStyle, 3> styles{{{',', '.'}, {';', ','}, {'\t', '.'}}};
+
+    std::string m_contents, m_path;
+    corvane::Long m_format = 0; // by its place in the form
+    corvane::Ref<corvane::ITimer> m_moment = corvane::CurrentPlatform().oTimers->NewTimer();
+    bool m_thoughtBetter = false; // of "Save As", for a moment
+
     [[nodiscard]] bool IsChanged() override { return true; } // there is always something to write
+    [[nodiscard]] bool IsValid() override { return !m_thoughtBetter; }
+    void OnInitialize() override {
+        const DataSet dataSet = About()->Info();
+        m_contents =
+            SizeText(static_cast<std::size_t>(dataSet.rows), About()->Space()->GetStore().Columns(dataSet.id).size());
+        const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        const QDir folder(QDir(documents).exists() ? documents : QDir::homePath());
+        const std::string name = std::filesystem::path(dataSet.name).stem().string() + endings[0];
+        m_path = Utf8(folder.filePath(Text(name)));
+        m_moment->SetInterval(1);
+        Keep(m_moment->Tick.Subscribe([this] {
+            m_moment->SetEnabled(m_thoughtBetter = false);
+            ValidityChanged();
+        }));
+    }
+    [[nodiscard]] std::filesystem::path Path() const { return Trimmed(m_path); }
+    void OnFormatChanged() { m_path = Path().replace_extension(endings[static_cast<std::size_t>(m_format)]).string(); }
+    std::string PathProblem() {
+        std::error_code error;
+        const std::filesystem::path path = Path();
+        const std::filesystem::path folder = path.parent_path();
+        if (path.empty())
+            return "Choose a file.";
+        if (std::filesystem::is_directory(path, error))
+            return "This is a folder.";
+        if (!path.is_absolute() || !std::filesystem::is_directory(folder, error))
+            return "There is no folder “" + folder.string() + "”.";
+        const bool isWritable = std::filesystem::exists(path, error) || ::access(folder.c_str(), W_OK) == 0;
+        return isWritable ? "" : "That folder isn't writable.";
+    }
+    std::string Replaces() {
+        std::error_code error;
+        return std::filesystem::is_regular_file(Path(), error) ? "The file exists and will be replaced." : "";
+    }
+    // "Save As" asks for another file before the form saves. A page that isn't valid then holds the form back, for as
+    // long as the command runs.
+    void OnCommand(corvane::StandardCommandConstants command) override {
+        if (command != corvane::StandardCommandConstants::cvSaveAs)
+            return;
+        const std::string path = AskForSavePath("Export", "Text (*.csv *.tsv)|*.csv *.tsv", m_path);
+        m_moment->SetEnabled(m_thoughtBetter = path.empty());
+        m_path = path.empty() ? m_path : path;
+        OwnForm()->Refresh();
+    }
+    void OnSave() override {
+        const std::string text = WriteCsv(About()->Data(), styles[static_cast<std::size_t>(m_format)]);
+        WriteWholeFile(Text(Path().string()), QByteArray::fromStdString(text));
+        corvane::SetStatus(About()->Info().name + " has been exported to " + Path().string());
+    }
 
-protected:
-    void OnSave() override;
-    QWidget* MakeWidget(QWidget* parent) override;
-    [[nodiscard]] bool IsValid() override { return !m_thoughtBetter && Problem().empty(); }
-
-private:
-    bool AskForPath();
-    void ShowRemark();
-    void OnCommand(corvane::StandardCommandConstants command) override;
-    [[nodiscard]] std::string Problem() const;
-
-    QPointer<QComboBox> m_format;
-    QPointer<QLineEdit> m_path;
-    QPointer<ProblemLabel> m_problem;
-    bool m_thoughtBetter = false; // of "Save As"
+public:
+    static constexpr auto Members =
+        corvane::Fields<&ExportPage::m_contents, &ExportPage::m_path, &ExportPage::m_format,
+                        &ExportPage::OnFormatChanged, &ExportPage::PathProblem, &ExportPage::Replaces>();
 };
 
 } // namespace studies

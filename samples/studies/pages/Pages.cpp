@@ -1,8 +1,6 @@
-#include "ChartPages.h"
-#include "ComparisonPages.h"
+#include "AnalysisPages.h"
 #include "ExportPage.h"
 #include "ImportPages.h"
-#include "PreferencePages.h"
 #include "PropertyPages.h"
 #include "ReportPage.h"
 #include "SummaryPage.h"
@@ -20,6 +18,4 @@ CORVANE_PLUGIN(Class<TablePage>("StudiesPages.TablePage"), Class<SummaryPage>("S
                Class<DataSetPropertiesPage>("StudiesPages.DataSetPropertiesPage"),
                Class<UnitsPage>("StudiesPages.UnitsPage"), Class<ImportFilePage>("StudiesPages.ImportFilePage"),
                Class<ImportFormatPage>("StudiesPages.ImportFormatPage"),
-               Class<ImportTargetPage>("StudiesPages.ImportTargetPage"), Class<ExportPage>("StudiesPages.ExportPage"),
-               Class<FiguresPreferencesPage>("StudiesPages.FiguresPreferencesPage"),
-               Class<AnalysesPreferencesPage>("StudiesPages.AnalysesPreferencesPage"))
+               Class<ImportTargetPage>("StudiesPages.ImportTargetPage"), Class<ExportPage>("StudiesPages.ExportPage"))

@@ -1,77 +1,143 @@
 // The pages of the properties dialogs: of a study, of a data set, of its columns.
 #pragma once
 
-#include "PageParts.h"
+#include "EditedText.h"
+#include "Errors.h"
+#include "Report.h"
 #include "StudyContexts.h"
-#include "desktop/QtPage.h"
+#include "corvane/Page.h"
 
-class QLineEdit;
-class QPlainTextEdit;
-class QTableWidget;
+#include <string>
+#include <vector>
 
 namespace studies {
 
-// A name and notes, with what is wrong with the name below it.
-class NamePage : public corvane::desktop::AnyQtPage {
+// A name and notes.
+template <class Context>
+class NamePage : public corvane::AnyPage {
+    std::string m_readName, m_readNotes; // as they were in the store then
+
+protected:
+    std::string m_name, m_notes;
+
+    void Take(const std::string& name, const std::string& notes) {
+        m_name = m_readName = name;
+        m_notes = m_readNotes = notes;
+    }
+    // What others have changed meanwhile stays, as far as it isn't changed here. False when there is nothing to save.
+    bool TakeChanges(const std::string& storedName, const std::string& storedNotes) {
+        const std::string name = Merged(m_readName, Trimmed(m_name), storedName, "name");
+        const std::string notes = Merged(m_readNotes, m_notes, storedNotes, "text of the notes");
+        Take(name, notes);
+        return name != storedName || notes != storedNotes;
+    }
+    std::string NameProblem() { return Trimmed(m_name) == m_readName ? std::string() : ProblemOf(Trimmed(m_name)); }
+    virtual std::string ProblemOf(const std::string& name) = 0;
+    void Tell() { AboutAs<Context>()->Space()->Tell("“" + m_name + "” has been changed"); }
+    [[nodiscard]] Store& InStore() const { return AboutAs<Context>()->Space()->GetStore(); }
+};
+
+class StudyPropertiesPage final : public corvane::Page<StudyPropertiesPage, StudyContext, NamePage<StudyContext>> {
+    std::string m_dataSets, m_analyses;
+
+    void OnInitialize() override {
+        const Study study = InStore().StudyOf(About()->Number());
+        Take(study.name, study.notes);
+        m_dataSets = CountText(InStore().DataSets(study.id).size());
+        m_analyses = CountText(InStore().Analyses(study.id).size());
+    }
+    void OnSave() override {
+        const Study stored = InStore().StudyOf(About()->Number());
+        if (!TakeChanges(stored.name, stored.notes))
+            return;
+        InStore().SetStudyProperties(stored.id, m_name, m_notes);
+        Tell();
+    }
+    std::string ProblemOf(const std::string& name) override { return InStore().NameProblem(name, About()->Number()); }
+
 public:
-    QWidget* FirstFocus() override;
-    [[nodiscard]] bool IsChanged() override;
-
-protected:
-    QWidget* MakeWidget(QWidget* parent) override;
-    [[nodiscard]] bool IsValid() override { return Problem().empty(); }
-    [[nodiscard]] virtual std::string NameProblem(const std::string& name) = 0; // "" for none
-    // Lines of what is only shown: a caption and a text.
-    [[nodiscard]] virtual std::vector<std::pair<QString, QString>> Facts() { return {}; }
-    [[nodiscard]] std::string Name() const;
-    [[nodiscard]] std::string Notes() const;
-
-    // What is to be saved over what the store has now: entries that no one has touched here stay as they are there.
-    // Fails, once for each, when an entry has been changed in both places; saving again replaces it.
-    [[nodiscard]] std::string NameOver(const std::string& stored);
-    [[nodiscard]] std::string NotesOver(const std::string& stored);
-
-    // As they were in the store when they were read.
-    std::string m_nameText;
-    std::string m_notesText;
-
-private:
-    [[nodiscard]] std::string Problem();
-
-    QPointer<QLineEdit> m_name;
-    QPointer<QPlainTextEdit> m_notes;
-    QPointer<ProblemLabel> m_problem;
+    static constexpr auto Members =
+        corvane::Fields<&StudyPropertiesPage::m_name, &StudyPropertiesPage::m_notes, &StudyPropertiesPage::m_dataSets,
+                        &StudyPropertiesPage::m_analyses, &StudyPropertiesPage::NameProblem>();
 };
 
-class StudyPropertiesPage final : public corvane::desktop::QtPage<StudyPropertiesPage, StudyContext, NamePage> {
-protected:
-    void OnInitialize() override;
-    void OnSave() override;
-    [[nodiscard]] std::string NameProblem(const std::string& name) override;
-    [[nodiscard]] std::vector<std::pair<QString, QString>> Facts() override;
-};
+class DataSetPropertiesPage final
+    : public corvane::Page<DataSetPropertiesPage, DataSetContext, NamePage<DataSetContext>> {
+    std::string m_source, m_size;
 
-class DataSetPropertiesPage final : public corvane::desktop::QtPage<DataSetPropertiesPage, DataSetContext, NamePage> {
-protected:
-    void OnInitialize() override;
-    void OnSave() override;
-    [[nodiscard]] std::string NameProblem(const std::string& name) override;
-    [[nodiscard]] std::vector<std::pair<QString, QString>> Facts() override;
-};
+    void OnInitialize() override {
+        const DataSet dataSet = About()->Info();
+        Take(dataSet.name, dataSet.notes);
+        m_source = dataSet.source;
+        m_size = SizeText(static_cast<std::size_t>(dataSet.rows), InStore().Columns(dataSet.id).size());
+    }
+    void OnSave() override {
+        const DataSet stored = About()->Info();
+        if (!TakeChanges(stored.name, stored.notes))
+            return;
+        InStore().SetDataSetProperties(stored.id, {m_name, m_notes, {}});
+        Tell();
+    }
+    std::string ProblemOf(const std::string& name) override {
+        const DataSet dataSet = About()->Info();
+        return InStore().DataSetNameProblem(name, dataSet.studyId, dataSet.id);
+    }
 
-class UnitsPage final : public corvane::desktop::QtPage<UnitsPage, DataSetContext> {
 public:
-    [[nodiscard]] bool IsChanged() override;
+    static constexpr auto Members = corvane::Fields<&DataSetPropertiesPage::m_name, &DataSetPropertiesPage::m_notes,
+                                                    &DataSetPropertiesPage::m_source, &DataSetPropertiesPage::m_size,
+                                                    &DataSetPropertiesPage::NameProblem>();
+};
 
-protected:
-    void OnSave() override;
-    QWidget* MakeWidget(QWidget* parent) override;
+class UnitsPage final : public corvane::Page<UnitsPage, DataSetContext> {
+    class Row final : public corvane::Automation<Row> {
+        std::string m_name, m_type, m_unit;
+        bool m_isNumeric;
 
-private:
-    [[nodiscard]] std::vector<std::string> Units() const;
+        void SetUnit(const std::string& unit) {
+            if (!m_isNumeric && !Trimmed(unit).empty())
+                FailWith("Only columns of numbers have a unit.");
+            m_unit = Trimmed(unit);
+        }
 
-    std::vector<std::string> m_units; // as they are in the store
-    QPointer<QTableWidget> m_table;
+    public:
+        explicit Row(const Column& column)
+            : m_name(column.name), m_type(NameOf(column.type)), m_unit(column.unit), m_isNumeric(column.IsNumeric()),
+              read(column.unit) {}
+        [[nodiscard]] const std::string& Unit() const { return m_unit; }
+
+        std::string read; // the unit as it was in the store then
+
+        static constexpr auto Members =
+            corvane::Fields<&Row::m_name, &Row::m_type>(corvane::Property("Unit", &Row::Unit, &Row::SetUnit));
+    };
+
+    corvane::Ref<corvane::Rows> m_columns = corvane::New<corvane::Rows>();
+
+    void OnInitialize() override {
+        for (const Column& column : About()->Space()->GetStore().Columns(About()->Number()))
+            m_columns->Add(corvane::New<Row>(column));
+    }
+    void OnSave() override {
+        const DataSet dataSet = About()->Info();
+        Store& store = About()->Space()->GetStore();
+        std::vector<std::string> units;
+        bool isOther = false;
+        for (const Column& stored : store.Columns(dataSet.id)) {
+            const auto row = m_columns->Item(static_cast<corvane::Long>(units.size()) + 1).As<Row>();
+            units.push_back(Merged(row->read, row->Unit(), stored.unit, "unit of “" + stored.name + "”"));
+            isOther = isOther || units.back() != stored.unit;
+        }
+        if (!isOther)
+            return;
+        store.SetDataSetProperties(dataSet.id, {dataSet.name, dataSet.notes, units});
+        m_columns->Clear();
+        OnInitialize();
+        About()->Space()->Tell("The units of “" + dataSet.name + "” have been changed");
+    }
+
+public:
+    static constexpr auto Members = corvane::Fields<&UnitsPage::m_columns>();
 };
 
 } // namespace studies

@@ -1,48 +1,117 @@
 // The rows of a data set: sorted, filtered, edited, copied.
 #pragma once
 
-#include "PageParts.h"
-#include "Workspace.h"
+#include "Choices.h"
+#include "DataTableView.h"
+#include "ProblemLabel.h"
+#include "QtText.h"
+#include "Report.h"
+#include "Windows.h"
+#include "corvane/base/Failure.h"
+#include "corvane/platform/Platform.h"
 #include "desktop/QtPage.h"
 
-class QLineEdit;
+#include <QVBoxLayout>
 
 namespace studies {
 
-class DataTableModel;
-class DataTableView;
-
 class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContext> {
-public:
-    QWidget* FirstFocus() override;
-
-    void OnCopy();
-    void OnDelete(); // what the selected cells hold
-    void OnExport();
-    void OnProperties();
-    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // by the item's name
-
-    static constexpr auto Members = corvane::Methods<&TablePage::OnCopy, &TablePage::OnDelete, &TablePage::OnExport,
-                                                     &TablePage::OnProperties, &TablePage::OnAnalyse>();
-
-protected:
-    void OnInitialize() override;
-    void OnActivate() override;
-    QWidget* MakeWidget(QWidget* parent) override;
-
-private:
-    QLayout* MakeFilterRow();
-    void Filter();
-    void CountRows();
-    void FollowData();
-
     QPointer<DataTableView> m_view;
     QPointer<DataTableModel> m_model;
-    QPointer<QComboBox> m_filterColumn;
-    QPointer<QLineEdit> m_filter;
-    QPointer<QLabel> m_count;
     QPointer<ProblemLabel> m_problem;
+    std::string m_filter, m_filterProblem, m_count, m_columnChoices;
+    corvane::Long m_filterColumn = 0; // behind "Any column"
+    corvane::Ref<corvane::ITimer> m_pause = corvane::CurrentPlatform().oTimers->NewTimer();
     bool m_isBehind = false; // the data have changed while a value was being typed
+
+    // Not with every letter: in a large table a filter takes a moment.
+    void OnInitialize() override {
+        ReadColumns();
+        Keep(About()->Space()->Changed.Subscribe([this](const std::string&) { FollowData(); }));
+        m_pause->SetInterval(200);
+        Keep(m_pause->Tick.Subscribe([this] { ShowFiltered(); }));
+    }
+    // What is in no study is as its file is: it has no properties of its own.
+    void OnActivate() override {
+        EnableAction("Properties", About()->Space()->Keeps());
+        EnableAction("Delete", About()->Space()->Keeps());
+    }
+    QWidget* FirstFocus() override { return m_view; }
+    QWidget* MakeWidget(QWidget* parent) override {
+        auto* rows = new QWidget(parent);
+        m_model = new DataTableModel(About(), corvane::Ref<corvane::Object>(this), rows);
+        m_view = new DataTableView;
+        m_view->SetData(m_model);
+        m_problem = new ProblemLabel;
+        auto* layout = new QVBoxLayout(rows);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(m_view, 1);
+        layout->addWidget(m_problem);
+        QObject::connect(m_view, &DataTableView::Refused, rows, [this](const QString& s) { m_problem->Show(s); });
+        QObject::connect(m_model, &QAbstractItemModel::dataChanged, rows, [this] { m_problem->Show({}); });
+        QObject::connect(m_model, &QAbstractItemModel::modelReset, rows, [this] { Guarded([this] { CountRows(); }); });
+        Connect(m_view.data(), &DataTableView::EditingEnded, [this] {
+            if (!m_isBehind)
+                return;
+            const QString problem = m_problem->isVisible() ? m_problem->text() : QString(); // of what was typed
+            FollowData();
+            m_problem->Show(problem);
+        });
+        CountRows();
+        return rows;
+    }
+    [[nodiscard]] const std::string& FilterColumnChoices() const { return m_columnChoices; }
+    void OnFilterColumnChanged() { ShowFiltered(); }
+    void OnFilterChanged() { m_pause->SetEnabled(true); }
+    [[nodiscard]] const std::string& FilterProblem() const { return m_filterProblem; }
+    void ReadColumns() {
+        const std::vector<Column> columns = About()->Space()->GetStore().Columns(About()->Number());
+        m_columnChoices = "\tAny column\n" + ColumnChoices(columns, false);
+    }
+    void ShowFiltered() {
+        m_pause->SetEnabled(false);
+        m_filterProblem.clear();
+        try {
+            if (m_model)
+                m_model->SetFilter(m_filterColumn - 1, Text(m_filter));
+        } catch (const corvane::Failure& failure) {
+            m_filterProblem = failure.Description;
+        }
+        OwnForm()->SetProblem("Filter", m_filterProblem); // to be seen at once
+    }
+    void CountRows() {
+        const auto all = static_cast<std::size_t>(About()->Info().rows);
+        const auto shown = static_cast<std::size_t>(m_model->rowCount());
+        m_count =
+            shown == all ? CountText(all) + (all == 1 ? " row" : " rows") : CountText(shown) + " of " + CountText(all);
+        OwnForm()->Refresh("Count");
+    }
+    void FollowData() {
+        m_isBehind = m_view && m_view->IsEditing();
+        if (!About()->Exists())
+            return;
+        ReadColumns();
+        OwnForm()->Refresh("FilterColumn");
+        if (m_model && !m_isBehind)
+            m_model->Reload();
+    }
+
+    void OnCopy() { m_view ? m_view->Copy() : void(); }
+    void OnDelete() { m_view ? m_view->ClearCells() : void(); } // what the selected cells hold
+    void OnExport() { OpenWindow("Export", About(), {.caption = "Export " + About()->Info().name}); }
+    void OnProperties() {
+        OpenWindow("DataSetProperties", About(), {.caption = "Properties of " + About()->Info().name});
+    }
+    void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem) { // by the item's name
+        OpenNewAnalysis(About(), actionItem->Name());
+    }
+
+public:
+    static constexpr auto Members =
+        corvane::Fields<&TablePage::OnCopy, &TablePage::OnDelete, &TablePage::OnExport, &TablePage::OnProperties,
+                        &TablePage::OnAnalyse, &TablePage::m_filter, &TablePage::m_filterColumn, &TablePage::m_count,
+                        &TablePage::FilterColumnChoices, &TablePage::OnFilterColumnChanged, &TablePage::OnFilterChanged,
+                        &TablePage::FilterProblem>();
 };
 
 } // namespace studies

@@ -1,5 +1,7 @@
 #include "FigureTable.h"
 
+#include "QtText.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -16,6 +18,21 @@ FigureTable::FigureTable(QWidget* parent) : QTableWidget(parent) {
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
+}
+
+void FigureTable::SetBlock(const SummaryBlock& block) {
+    std::vector<FigureColumn> names;
+    for (const SummaryBlock::Name& name : block.names)
+        names.push_back({studies::Text(name.text), name.figures});
+    std::vector<QStringList> lines;
+    for (const std::vector<std::string>& line : block.rows) {
+        lines.emplace_back();
+        for (const std::string& field : line)
+            lines.back().append(studies::Text(field));
+    }
+    SetContent(names, lines);
+    setMaximumHeight(HeightOfAll());
+    setHidden(lines.empty());
 }
 
 void FigureTable::SetContent(const std::vector<FigureColumn>& columns, const std::vector<QStringList>& rows) {

@@ -1,6 +1,8 @@
 // A read-only table of texts whose figures stand on the right; it copies what is selected as text with tabs.
 #pragma once
 
+#include "SummaryRows.h"
+
 #include <QStringList>
 #include <QTableWidget>
 #include <vector>
@@ -17,6 +19,8 @@ class FigureTable final : public QTableWidget {
 public:
     explicit FigureTable(QWidget* parent = nullptr);
 
+    // All of a block is seen where there is space; nothing without rows.
+    void SetBlock(const SummaryBlock& block);
     void SetContent(const std::vector<FigureColumn>& columns, const std::vector<QStringList>& rows);
     void Copy();
     // All of it, with the names.

@@ -3,27 +3,19 @@
 #include "DataTableView.h"
 #include "FigureTable.h"
 #include "User.h"
-#include "corvane/core/CorvaneMain.h"
-#include "corvane/core/Framework.h"
-#include "corvane/platform/Platform.h"
-#include "corvane/services/ServiceManager.h"
-#include "corvane/windows/IPageAccess.h"
-#include "desktop/IQtPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QSpinBox>
 #include <QTabBar>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTest>
 #include <filesystem>
 
@@ -39,11 +31,47 @@ protected:
         QApplication::sendEvent(&widget, &press);
         Turn();
     }
+    // Below a field, or below the table.
     static QString Problem(const QWidget& window) {
         for (const auto* label : window.findChildren<QLabel*>())
-            if (label->isVisible() && label->inherits("studies::ProblemLabel"))
+            if (label->isVisible() && !label->text().isEmpty() &&
+                (label->inherits("studies::ProblemLabel") ||
+                 label->parentWidget()->inherits("corvane::desktop::ProblemLine")))
                 return label->text();
         return {};
+    }
+    // Types into the field of that name, and leaves it.
+    static void Enter(QWidget& window, const QString& field, const QString& text) {
+        window.window()->activateWindow();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window.isActiveWindow(); }));
+        for (auto* found : window.findChildren<QWidget*>(field)) {
+            auto* line =
+                qobject_cast<QLineEdit*>(found) ? qobject_cast<QLineEdit*>(found) : found->findChild<QLineEdit*>();
+            if (!line || !line->isVisible())
+                continue;
+            line->setFocus();
+            line->setText(text);
+            line->clearFocus();
+            return;
+        }
+        ADD_FAILURE() << "there is no field " << field.toStdString();
+    }
+    // Into a window of the main window.
+    void Enter(const QString& window, const QString& field, const QString& text) {
+        Enter(*In<QWidget>(window, field)->parentWidget(), In<QWidget>(window, field)->objectName(), text);
+    }
+    // Of a window whose pages are in a list.
+    static void ShowPage(const QWidget& window, const QString& caption) {
+        auto* list = Only<QListWidget>(window);
+        list->setCurrentItem(list->findItems(caption, Qt::MatchStartsWith).value(0));
+        Turn();
+    }
+    static QStringList Labels(const QWidget& window) {
+        QStringList labels;
+        for (const QLabel* label : window.findChildren<QLabel*>())
+            if (label->isVisible())
+                labels.append(label->text());
+        return labels;
     }
     template <class T>
     static T* Only(const QWidget& window) {
@@ -53,11 +81,6 @@ protected:
         ADD_FAILURE();
         return nullptr;
     }
-    static void EnterPath(const QWidget& window, const std::string& pathText) {
-        auto* path = Only<QLineEdit>(window);
-        path->setText(QString::fromStdString(pathText));
-        Q_EMIT path->editingFinished();
-    }
 };
 
 TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
@@ -65,31 +88,28 @@ TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
     const std::string path = Write("cells.csv", "id;size_mm\n01;1,5\n02;2,5;x\n03;\n");
     ChooseAndAct("File.Import", [&](QWidget& wizard) {
         EXPECT_FALSE(Button(wizard, "Next")->isEnabled());
-        EnterPath(wizard, m_folder.Path("none.csv"));
+        Enter(wizard, "Path", QString::fromStdString(m_folder.Path("none.csv")));
         EXPECT_TRUE(Problem(wizard).contains("none.csv")) << Problem(wizard).toStdString();
-        EnterPath(wizard, path);
+        Enter(wizard, "Path", QString::fromStdString(path));
         EXPECT_EQ(Problem(wizard), "");
         Button(wizard, "Next")->click();
         Turn();
         EXPECT_EQ(Problem(wizard), "A row can't be read:\nLine 3: 3 fields where the first row has 2.");
         EXPECT_FALSE(Button(wizard, "Next")->isEnabled());
         Only<QCheckBox>(wizard)->click();
-        auto* preview = Only<QTableWidget>(wizard);
-        EXPECT_EQ(preview->rowCount(), 3);
-        auto* type = qobject_cast<QComboBox*>(preview->cellWidget(0, 0));
-        EXPECT_EQ(type->currentText(), "text");
-        QStringList labels;
-        for (const QLabel* label : wizard.findChildren<QLabel*>())
-            labels.append(label->text());
-        EXPECT_TRUE(labels.contains("“id” stays text: “01” begins with a zero.")) << labels.join('|').toStdString();
+        const QAbstractItemModel& columns = *Only<QTableView>(wizard)->model();
+        EXPECT_EQ(columns.rowCount(), 2);
+        EXPECT_EQ(columns.index(0, 1).data().toString(), "text");
+        EXPECT_EQ(columns.index(1, 1).data().toString(), "numbers");
+        EXPECT_EQ(columns.index(1, 2).data().toString(), "1.5, NA");
+        EXPECT_TRUE(Labels(wizard).contains("“id” stays text: “01” begins with a zero."))
+            << Labels(wizard).join('|').toStdString();
         Button(wizard, "Next")->click();
         Turn();
-        const auto edits = wizard.findChildren<QLineEdit*>();
-        auto* name = *std::find_if(edits.begin(), edits.end(), [](auto* p) { return p->text() == "cells.csv"; });
-        name->setText(" ");
+        Enter(wizard, "Name", " ");
         EXPECT_EQ(Problem(wizard), "A data set needs a name.");
         EXPECT_FALSE(Button(wizard, "Finish")->isEnabled());
-        name->setText("cells");
+        Enter(wizard, "Name", "cells");
         Button(wizard, "Finish")->click();
     });
     EXPECT_EQ(Status(), "cells imported into “Study 1”: 2 rows, 2 columns, 1 left out");
@@ -123,7 +143,7 @@ TEST_F(Pages, TheImportWizardFollowsWhatIsTypedAndTheFileItself) {
         Button(wizard, "Next")->click();
         Turn();
         EXPECT_EQ(Problem(wizard), "");
-        EXPECT_EQ(Only<QTableWidget>(wizard)->rowCount(), 4);
+        EXPECT_TRUE(Labels(wizard).contains("3 rows, 2 columns"));
         // What was seen is imported, even when the file has gone.
         std::filesystem::remove(pathText);
         Button(wizard, "Next")->click();
@@ -236,7 +256,7 @@ TEST_F(Pages, PropertiesKeepWhatAnotherWindowHasChanged) {
         Store other(Store::DefaultPath());
         const Id id = other.Studies()[0].id;
         other.SetStudyProperties(id, "Penguins", "theirs");
-        Only<QLineEdit>(dialog)->setText("Birds");
+        Enter(dialog, "Name", "Birds");
         Button(dialog, "OK")->click();
         EXPECT_EQ(other.StudyOf(id).name + ": " + other.StudyOf(id).notes, "Birds: theirs");
     });
@@ -351,10 +371,10 @@ TEST_F(Pages, PropertiesAreCheckedAndWindowsFollowTheName) {
     Choose("File.Save");
     Choose("Data.Table");
     ChooseAndAct("Data.Properties", [&](QWidget& dialog) {
-        Only<QLineEdit>(dialog)->setText("");
+        Enter(dialog, "Name", "");
         EXPECT_EQ(Problem(dialog), "A data set needs a name.");
         EXPECT_FALSE(Button(dialog, "OK")->isEnabled());
-        Only<QLineEdit>(dialog)->setText("Palmer");
+        Enter(dialog, "Name", "Palmer");
         EXPECT_EQ(Problem(dialog), "");
         Button(dialog, "OK")->click();
     });
@@ -375,7 +395,7 @@ TEST_F(Pages, ChartsFollowTheirSettingsAndAreKept) {
     const QString caption = "Histogram of penguins.csv: bill length";
     auto* chart = In<ChartWidget>(caption, "Chart");
     EXPECT_EQ(chart->Scene().bars.size(), 13U);
-    In<QSpinBox>(caption, "Bins")->setValue(5);
+    Enter(caption, "Bins", "5");
     EXPECT_EQ(chart->Scene().bars.size(), 6U);
     chart->resize(500, 400);
     QString tip;
@@ -402,12 +422,11 @@ TEST_F(Pages, ChartsFollowTheirSettingsAndAreKept) {
 TEST_F(Pages, TheSummaryIsByGroupWithTheDecimalsOfThePreferences) {
     Start();
     OpenItem("penguins.csv");
-    const auto pageObj = CurrentPlatform().oObjectFactory->Create("StudiesPages.FiguresPreferencesPage");
-    std::unique_ptr<QWidget> preferences(pageObj.As<desktop::IQtPage>()->NewWidget(nullptr));
-    preferences->findChild<QSpinBox*>()->setValue(1);
-    EXPECT_TRUE(pageObj.As<desktop::IQtPage>()->IsChanged());
-    pageObj.As<IPageAccess>()->Page()->Save();
-    EXPECT_FALSE(pageObj.As<desktop::IQtPage>()->IsChanged());
+    ChooseAndAct("Tools.Preferences", [](QWidget& dialog) {
+        ShowPage(dialog, "Statistics");
+        Enter(dialog, "Decimals", "1");
+        Button(dialog, "OK")->click();
+    });
     EXPECT_EQ(ReadPreferences().decimals, 1);
 
     Choose("Analysis.Summary");
@@ -423,14 +442,9 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     OpenItem("penguins.csv");
     Choose("Analysis.Bootstrap");
     const QString caption = "Bootstrap of penguins.csv: bill length";
-    auto* run = qobject_cast<QPushButton*>(Button(*In<QSpinBox>(caption, "Seed")->parentWidget(), "Run"));
-    const auto Result = [&] {
-        QString result;
-        for (const auto* label : run->parentWidget()->findChildren<QLabel*>())
-            if (label->inherits("studies::ResultLabel"))
-                result = label->text();
-        return result;
-    };
+    QWidget* page = In<QWidget>(caption, "Seed")->parentWidget();
+    QAbstractButton* run = Button(*page, "Run");
+    const auto Result = [&] { return page->findChild<QLabel*>("Result")->text(); };
     const auto HasEnded = [&] { return run->isEnabled(); };
     run->click();
     EXPECT_FALSE(run->isEnabled());
@@ -441,7 +455,7 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     EXPECT_TRUE(m_application->HasUnsavedWork());
     Choose("File.Save");
     EXPECT_FALSE(m_application->HasUnsavedWork());
-    In<QSpinBox>(caption, "Resamples")->setValue(100000);
+    Enter(caption, "Resamples", "100000");
     EXPECT_TRUE(Result().startsWith("Run resamples")) << "the result is of other settings";
     EXPECT_FALSE(m_application->HasUnsavedWork()) << "which are a matter of a click";
     run->click();
@@ -450,15 +464,16 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     EXPECT_EQ(Status(), "Cancelled; nothing has been changed");
     EXPECT_TRUE(Result().startsWith("Run resamples"));
     EXPECT_TRUE(run->isEnabled());
-    In<QSpinBox>(caption, "Resamples")->setValue(1000);
+    Enter(caption, "Resamples", "1000");
     EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << "there again";
     ASSERT_TRUE(m_application->ClickCommand("close")) << "without a question";
     OpenItem("Bootstrap of penguins.csv: bill length");
-    run = qobject_cast<QPushButton*>(Button(*In<QSpinBox>(caption, "Seed")->parentWidget(), "Run"));
+    page = In<QWidget>(caption, "Seed")->parentWidget();
+    run = Button(*page, "Run");
     EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << "saved with the analysis";
 
     // Everything goes on meanwhile, and Undo is about what was done last, which isn't the bootstrap.
-    In<QSpinBox>(caption, "Seed")->setValue(7);
+    Enter(caption, "Seed", "7");
     run->click();
     EXPECT_FALSE(run->isEnabled());
     Choose("Data.Table");
@@ -498,16 +513,16 @@ TEST_F(Pages, DataAndReportsAreExported) {
     Choose("Data.Table");
     const std::string path = m_folder.Path("out.csv");
     ChooseAndAct("File.Export", [&](QWidget& dialog) {
-        Only<QLineEdit>(dialog)->setText(QString::fromStdString(m_folder.Path("none/out.csv")));
+        Enter(dialog, "Path", QString::fromStdString(m_folder.Path("none/out.csv")));
         EXPECT_TRUE(Problem(dialog).startsWith("There is no folder"));
         EXPECT_FALSE(Button(dialog, "Save")->isEnabled());
         Only<QComboBox>(dialog)->setCurrentIndex(1);
-        Only<QLineEdit>(dialog)->setText(QString::fromStdString(path));
+        Enter(dialog, "Path", QString::fromStdString(path));
         m_application->Dialogs().AddAnswer(""); // a change of mind
         Button(dialog, "Save As")->click();
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_FALSE(std::filesystem::exists(path));
-        Turn();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Button(dialog, "Save")->isEnabled(); }));
         Button(dialog, "Save")->click();
     });
     EXPECT_EQ(Read(path).substr(0, 136),
@@ -533,16 +548,16 @@ TEST_F(Pages, DataAndReportsAreExported) {
 
 TEST_F(Pages, PreferencesOfAnalysesAreCheckedAndUsed) {
     Start();
-    const auto pageObj = CurrentPlatform().oObjectFactory->Create("StudiesPages.AnalysesPreferencesPage");
-    std::unique_ptr<QWidget> preferences(pageObj.As<desktop::IQtPage>()->NewWidget(nullptr));
-    auto* confidence = preferences->findChild<QDoubleSpinBox*>();
-    confidence->setValue(20);
-    EXPECT_FALSE(pageObj.As<IPageAccess>()->Page()->IsValid());
-    confidence->setValue(99);
-    EXPECT_TRUE(pageObj.As<IPageAccess>()->Page()->IsValid());
-    preferences->findChild<QCheckBox*>()->setChecked(true);
-    preferences->findChild<QLineEdit*>()->setText("sex");
-    pageObj.As<IPageAccess>()->Page()->Save();
+    ChooseAndAct("Tools.Preferences", [](QWidget& dialog) {
+        ShowPage(dialog, "Analyses");
+        Enter(dialog, "ConfidencePercent", "20");
+        EXPECT_EQ(Problem(dialog), "Please enter a value from 50 to 99.9.");
+        EXPECT_FALSE(Button(dialog, "OK")->isEnabled());
+        Enter(dialog, "ConfidencePercent", "99");
+        Only<QCheckBox>(dialog)->click();
+        Enter(dialog, "DefaultGroup", "sex");
+        Button(dialog, "OK")->click();
+    });
     ClickItem("penguins.csv");
     Choose("Analysis.Histogram");
     EXPECT_EQ(In<ChartWidget>("Histogram of penguins.csv: bill length by sex", "Chart")->Scene().legend.size(), 2U);

@@ -1,0 +1,24 @@
+#include "EditedText.h"
+
+#include "Errors.h"
+
+#include <utility>
+
+namespace studies {
+
+std::string Trimmed(const std::string& text) {
+    constexpr const char* space = " \t\n\r\f\v";
+    const std::size_t begin = text.find_first_not_of(space);
+    return begin == std::string::npos ? std::string() : text.substr(begin, text.find_last_not_of(space) + 1 - begin);
+}
+
+std::string Merged(std::string& read, const std::string& edited, const std::string& stored, const std::string& what) {
+    if (edited == read)
+        return stored;
+    if (stored == std::exchange(read, stored) || stored == edited)
+        return edited;
+    FailWith("The " + what + " has been changed in another window of Studies, to “" + stored +
+             "”. OK replaces it; Cancel keeps it.");
+}
+
+} // namespace studies

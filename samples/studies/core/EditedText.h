@@ -1,0 +1,17 @@
+// Texts that a user edits in a window.
+#pragma once
+
+#include <string>
+
+namespace studies {
+
+// Without the white space around it, as names are kept.
+[[nodiscard]] std::string Trimmed(const std::string& text);
+
+// What is to be stored of a text that was read when the window opened, is edited now, and is stored otherwise by now: a
+// text that no one has touched here stays as it is stored. Where both have changed it, it fails once, saying so, and
+// takes over what is stored as read, so that the next call replaces it. what is part of the failure: "name".
+[[nodiscard]] std::string Merged(std::string& read, const std::string& edited, const std::string& stored,
+                                 const std::string& what);
+
+} // namespace studies

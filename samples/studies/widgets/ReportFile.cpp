@@ -1,0 +1,121 @@
+#include "ReportFile.h"
+
+#include "ChartWidget.h"
+#include "Errors.h"
+#include "QtText.h"
+#include "WholeFile.h"
+#include "corvane/author/Jobs.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QBuffer>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QUrl>
+
+namespace studies {
+
+using namespace corvane;
+
+namespace {
+
+constexpr QSize pictureSize(620, 420);
+
+bool IsOnOnePage(const QTextDocument& document, const QTextBlock& first, const QTextBlock& last) {
+    const auto page = [&](qreal y) { return static_cast<int>(y / document.pageSize().height()); };
+    const auto* layout = document.documentLayout();
+    // A line that doesn't fit stands on the next page, though its block begins on this one.
+    return page(layout->blockBoundingRect(first).top()) == page(layout->blockBoundingRect(last).bottom() - 1);
+}
+
+void BeginPage(QTextDocument& document, const QTextBlock& block, bool begins) {
+    QTextBlockFormat format = block.blockFormat();
+    format.setPageBreakPolicy(begins ? QTextFormat::PageBreak_AlwaysBefore : QTextFormat::PageBreak_Auto);
+    QTextCursor(block).setBlockFormat(format);
+    document.markContentsDirty(0, document.characterCount()); // pages behind it would stay as they were
+}
+
+// What stands below a heading goes to the next page as a whole. What is longer than a page is divided, but not just
+// behind its heading.
+void KeepTogether(QTextDocument& document) {
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() == 0)
+            continue;
+        QTextBlock last = block;
+        while (last.next().isValid() && last.next().blockFormat().headingLevel() == 0)
+            last = last.next();
+        if (last == block || IsOnOnePage(document, block, last))
+            continue;
+        const bool isCut = !IsOnOnePage(document, block, block.next());
+        BeginPage(document, block, true);
+        if (!isCut && !IsOnOnePage(document, block, last))
+            BeginPage(document, block, false);
+    }
+}
+
+void SavePdf(const DrawnReport& drawn, const QString& path) {
+    constexpr int resolution = 144; // dots an inch of text and pictures alike
+    QPdfWriter writer(path);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageMargins(QMarginsF(18, 18, 18, 18), QPageLayout::Millimeter);
+    writer.setResolution(resolution);
+    writer.setTitle(Text(drawn.report.title));
+    QTextDocument document;
+    document.documentLayout()->setPaintDevice(&writer);
+    FillDocument(document, drawn);
+    document.setPageSize(writer.pageLayout().paintRectPixels(resolution).size());
+    KeepTogether(document);
+    document.print(&writer);
+}
+
+// Pictures stand in the file itself, so that it can be handed on alone.
+QByteArray Html(const DrawnReport& drawn) {
+    QString html = Text(drawn.report.html);
+    for (std::size_t i = 0; i < drawn.pictures.size(); ++i) {
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        drawn.pictures[i].save(&buffer, "PNG");
+        html.replace("src=\"" + Text(drawn.report.pictures[i].name) + "\"",
+                     "src=\"data:image/png;base64," + QString::fromLatin1(png.toBase64()) + "\"");
+    }
+    return html.toUtf8();
+}
+
+} // namespace
+
+// Pictures are resources of the document, under the names that the report gives them.
+void FillDocument(QTextDocument& document, const DrawnReport& drawn) {
+    for (std::size_t i = 0; i < drawn.pictures.size(); ++i)
+        document.addResource(QTextDocument::ImageResource, QUrl(Text(drawn.report.pictures[i].name)),
+                             drawn.pictures[i]);
+    document.setHtml(Text(drawn.report.html));
+}
+
+DrawnReport DrawReport(StudyReport report, const JobProgress* progress) {
+    DrawnReport drawn{std::move(report), {}};
+    for (const StudyReport::Picture& picture : drawn.report.pictures) {
+        if (progress)
+            progress->StopIfCancelled();
+        drawn.pictures.push_back(ChartPicture(picture.scene, pictureSize));
+    }
+    return drawn;
+}
+
+void SaveReport(const DrawnReport& report, const QString& path) {
+    if (path.endsWith(".pdf", Qt::CaseInsensitive)) {
+        QSaveFile probe(path); // the writer itself doesn't say why it couldn't
+        if (!probe.open(QIODevice::WriteOnly))
+            FailWith("The file “" + Utf8(path) + "” can't be written: " + Utf8(probe.errorString()) + ".");
+        probe.cancelWriting();
+        SavePdf(report, path);
+        return;
+    }
+    WriteWholeFile(path, Html(report));
+}
+
+} // namespace studies

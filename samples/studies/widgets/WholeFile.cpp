@@ -1,0 +1,16 @@
+#include "WholeFile.h"
+
+#include "Errors.h"
+#include "QtText.h"
+
+#include <QSaveFile>
+
+namespace studies {
+
+void WriteWholeFile(const QString& path, const QByteArray& bytes) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        FailWith("The file “" + Utf8(path) + "” can't be written: " + Utf8(file.errorString()) + ".");
+}
+
+} // namespace studies
