@@ -4,6 +4,7 @@
 #include "adapters/xml/PlainTree.h"
 #include "adapters/xml/XmlParser.h"
 #include "adapters/xml/XmlSchema.h"
+#include "adapters/xml/XmlService.h"
 
 #include <cstring>
 
