@@ -2,6 +2,7 @@
 // application, whatever becomes of that.
 #pragma once
 
+#include "adapters/process/Connection.h"
 #include "adapters/process/LineReader.h"
 
 #include <cstdint>
@@ -11,7 +12,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 #include <vector>
 
 struct rusage;
@@ -42,13 +42,7 @@ private:
     int m_descriptor;
 };
 
-// What a process has used until its end.
-struct UsedUp {
-    std::uint64_t memory = 0; // at most, in bytes
-    double seconds = 0;       // of processor time
-};
-
-class ChildProcess {
+class ChildProcess final : public Connection {
 public:
     static constexpr int SocketNumber = 3; // the descriptor of its socket in the process
 
@@ -58,33 +52,22 @@ public:
     // the program can't be started; the description says why.
     ChildProcess(const LaunchCommand& command, SaidFunction said);
     // Kills it, if it is still there.
-    ~ChildProcess();
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
+    ~ChildProcess() override;
 
-    // The line is sent during the next turns; a line feed is added.
-    void Send(std::string_view line);
-    // Waits up to that time for something to come, and moves bytes both ways.
-    void Turn(int milliseconds);
-    // A descriptor that can be read as long as a turn has something to do.
-    [[nodiscard]] int Pending() const { return m_pending; }
-    [[nodiscard]] const std::shared_ptr<const Waker>& WakerOfTurns() const { return m_waker; }
-    [[nodiscard]] std::optional<std::string> NextLine() { return m_lines.Next(); }
-    // The process has closed its socket, or has sent a line without end. What came before can still be read.
-    [[nodiscard]] bool IsClosed() const { return m_socket < 0; }
-    // Closes the socket: the process shall end.
-    void Close();
-    // Waits up to that time for its end, while its output is read.
-    bool WaitForEnd(int milliseconds);
+    void Send(std::string_view line) override;
+    void Turn(int milliseconds) override;
+    [[nodiscard]] int Pending() const override { return m_pending; }
+    [[nodiscard]] const std::shared_ptr<const Waker>& WakerOfTurns() const override { return m_waker; }
+    [[nodiscard]] std::optional<std::string> NextLine() override { return m_lines.Next(); }
+    [[nodiscard]] bool IsClosed() const override { return m_socket < 0; }
+    void Close() override;
+    bool WaitForEnd(int milliseconds) override;
     void Kill();
-    // Kills it and says what it died of, as in "was killed by signal 6 (Aborted)".
-    std::string End();
+    std::string End() override;
 
-    [[nodiscard]] pid_t Id() const { return m_id; }
-    // Known once End has been called.
-    [[nodiscard]] const UsedUp& Used() const { return m_used; }
-    // The last line that it wrote to its error stream, empty for none.
-    [[nodiscard]] const std::string& LastSaid() const { return m_lastSaid; }
+    [[nodiscard]] pid_t Id() const override { return m_id; }
+    [[nodiscard]] const UsedUp& Used() const override { return m_used; }
+    [[nodiscard]] const std::string& LastSaid() const override { return m_lastSaid; }
 
 private:
     struct Output {

@@ -4,13 +4,15 @@
 
 #include "adapters/process/ChildProcess.h"
 #include "adapters/process/ExplorerMarks.h"
-#include "adapters/process/ProcessJob.h"
+#include "adapters/process/PassedObjects.h"
+#include "adapters/process/ProcessClasses.h"
+#include "adapters/process/ProcessJobs.h"
 #include "adapters/process/ProcessMonitor.h"
 #include "adapters/process/ProcessSettings.h"
+#include "adapters/process/ProcessUse.h"
 #include "corvane/base/Event.h"
 #include "corvane/base/Ref.h"
 #include "corvane/base/Variant.h"
-#include "corvane/platform/IJobs.h"
 #include "corvane/platform/ITimers.h"
 
 #include <cstdint>
@@ -22,34 +24,11 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace corvane {
 
 class ProcessObject;
-
-// A class of a process, as the process describes it.
-struct ProcessClass {
-    std::string progID;
-    std::vector<MemberInfo> members;
-    std::set<std::string> events;    // those that it handles
-    std::vector<std::string> stored; // properties that are read without running code of the process
-    bool isService = false;
-    bool isExplorerItem = false;
-    bool isPage = false;
-};
-
-// What a process has been used for since the application started, and what it takes.
-struct ProcessUse {
-    pid_t id = 0; // 0 while it doesn't run
-    int starts = 0;
-    std::uint64_t memory = 0; // bytes: now, or at most once it has ended
-    std::size_t calls = 0;    // of the application
-    double milliseconds = 0;  // of all of them
-    double longest = 0;       // milliseconds of the one
-    std::string longestName;  // as "OnImport"
-};
 
 class Process final : public virtual Object {
 public:
@@ -57,7 +36,12 @@ public:
     // What a call fails with when the process has died, can't be started, or was stopped.
     static constexpr Long Ended = FailureNumber::ObjectErrorBase + 0x100;
 
-    Process(ProcessSettings settings, Ref<ProcessMonitor> monitor, std::shared_ptr<const ExplorerMarks> marks = {});
+    // Starts the process of a service. Fails with 429 when the program can't be started; the description says why.
+    using Connect =
+        std::function<std::unique_ptr<Connection>(const LaunchCommand& command, ChildProcess::SaidFunction said)>;
+
+    Process(ProcessSettings settings, Ref<ProcessMonitor> monitor, std::shared_ptr<const ExplorerMarks> marks = {},
+            Connect connect = ConnectChild);
     ~Process() override;
 
     [[nodiscard]] const std::string& Name() const { return m_settings.name; }
@@ -77,8 +61,8 @@ public:
     // tried again when the service is called; only the end of the process is a failure here.
     void BeginServices();
     // The classes that it said it has, since its first start. They stay as long as this object.
-    [[nodiscard]] const std::deque<ProcessClass>& Classes() const { return m_classes; }
-    [[nodiscard]] const ProcessClass* FindClass(std::string_view progID) const;
+    [[nodiscard]] const std::deque<ProcessClass>& Classes() const { return m_classes.All(); }
+    [[nodiscard]] const ProcessClass* FindClass(std::string_view progID) const { return m_classes.Find(progID); }
 
     // Sends the request and serves what the process asks until its answer is there. Fails as the process says, or with
     // Ended; doing says what it was to do, for that text.
@@ -103,56 +87,60 @@ public:
 
     // Shows work of the process as a job, under the number that the process has given it.
     void StartJob(LongLong number, JobOptions options, std::string procedure);
-    // The job has gone: one that hasn't begun never will.
+    // As ProcessJobs::Forget.
     void JobEnds(LongLong number, const std::shared_ptr<ProcessJob>& job);
 
-    [[nodiscard]] nlohmann::json ToJson(const Variant& value);
-    // Fails with 13 for what isn't a value and with 5 for an object that isn't there.
-    [[nodiscard]] Variant FromJson(const nlohmann::json& value);
+    // As PassedObjects.
+    [[nodiscard]] nlohmann::json ToJson(const Variant& value) { return m_objects.ToJson(value); }
+    [[nodiscard]] Variant FromJson(const nlohmann::json& value) { return m_objects.FromJson(value); }
+
+    // While this lives, the process's death is left to the failure of the call, which is logged where it is caught: the
+    // log has one line of it.
+    class Reporting {
+    public:
+        explicit Reporting(Process& process) : m_process(process) { ++m_process.m_reporting; }
+        ~Reporting() { --m_process.m_reporting; }
+        Reporting(const Reporting&) = delete;
+        Reporting& operator=(const Reporting&) = delete;
+
+    private:
+        Process& m_process;
+    };
 
     // By its objects.
     void Made(ProcessObject& object) { m_known.insert(&object); }
     void Gone(ProcessObject& object) { m_known.erase(&object); }
     [[nodiscard]] const std::set<ProcessObject*>& Known() const { return m_known; }
-    void Joined(ProcessObject& object, LongLong handle);
-    void Left(ProcessObject& object, LongLong handle, int generation, int received);
+    void Joined(ProcessObject& object, LongLong handle) { m_objects.Joined(object, handle); }
+    void Left(const ProcessObject& object, LongLong handle, int generation, int received);
     // A service of it lives, or has terminated; it is stopped with the last.
     void ServiceBegins() { ++m_services; }
     void ServiceEnds();
 
 private:
-    struct Held {
-        Ref<Object> object;
-        int sent = 0;
-    };
-
+    static std::unique_ptr<Connection> ConnectChild(const LaunchCommand& command, ChildProcess::SaidFunction said);
     void Start();
-    void ReadClasses(const nlohmann::json& hello);
-    [[nodiscard]] MemberInfo ReadMember(const nlohmann::json& member);
     void Send(const nlohmann::json& message);
     void WaitFor(const std::string& doing, const std::function<bool()>& isDone);
     void HandleMessage(const nlohmann::json& message);
     void Serve(const nlohmann::json& request);
     [[nodiscard]] nlohmann::json Served(const nlohmann::json& request);
-    void ReleaseHeld(const nlohmann::json& handles);
+    void ReceiveNewsOfJobs();
+    [[nodiscard]] std::optional<std::string> NextLine();
     void ReportFailure(const nlohmann::json& told) const;
     void Refuse(const std::string& what);
     [[noreturn]] void Died(const std::string& doing);
     [[noreturn]] void FailEnded(const std::string& doing) const;
-    void CountCall(const std::string& name, double milliseconds);
     void SendWishes();
-    void HandleJob(const nlohmann::json& message);
-    void EndJobs(const std::optional<Failure>& failure);
     void FollowChild();
     void MarkItems(bool isMarked);
-    [[nodiscard]] std::string UseText() const;
     void LetGo();
     void Log(const std::string& text) const;
-    [[nodiscard]] Ref<Object> HostObject(LongLong handle) const;
 
     ProcessSettings m_settings;
     Ref<ProcessMonitor> m_monitor;
-    std::unique_ptr<ChildProcess> m_child;
+    Connect m_connect;
+    std::unique_ptr<Connection> m_child;
     int m_generation = 0;
     bool m_greeted = false;
     std::string m_whyStopped; // empty for a death of its own
@@ -163,16 +151,12 @@ private:
     LongLong m_lastId = 0;
     std::set<LongLong> m_waiting;
     std::map<LongLong, std::unique_ptr<nlohmann::json>> m_answers;
-    std::map<LongLong, Held> m_held; // objects of the application that the process knows
-    std::unordered_map<const Object*, LongLong> m_handles;
-    LongLong m_lastHandle = 2;
-    std::vector<std::pair<LongLong, int>> m_released; // its objects that are to be released, and how often they came
-    std::map<LongLong, ProcessObject*> m_objects;     // its own that the application knows
-    std::deque<ProcessClass> m_classes;
-    std::deque<std::string> m_names;
+    std::deque<std::string> m_later; // lines that came in a dialog of its own, and wait for whoever waits there
+    PassedObjects m_objects{*this};
+    ProcessJobs m_jobs;
+    int m_reporting = 0;
+    ProcessClasses m_classes;
     int m_begun = 0; // the start for which the services have been
-    std::map<LongLong, std::shared_ptr<ProcessJob>> m_jobs;
-    LongLong m_lastJob = 0;
     std::shared_ptr<const ExplorerMarks> m_marks;
     std::set<ProcessObject*> m_known; // living ones, also those that are in no process
     std::uint64_t m_turns = 0;

@@ -1,5 +1,6 @@
 #include "adapters/process/ProcessObject.h"
 
+#include "adapters/process/ReadAnswer.h"
 #include "corvane/base/Text.h"
 #include "corvane/platform/Entering.h"
 #include "corvane/platform/Handlers.h"
@@ -138,7 +139,7 @@ void ProcessObject::Begin() {
             arguments = {m_process->ToJson(m_pageBase->Window()), m_process->ToJson(m_pageBase->BusinessContext())};
         const json answer = Raise("Initialize", std::move(arguments));
         if (m_itemBase && answer.is_object())
-            AddChildren(answer, nullptr);
+            ReadAnswer(*m_process, [&] { AddChildren(answer, nullptr); });
     } catch (...) {
         m_mustInitialize = true;
         throw;
@@ -203,9 +204,11 @@ std::optional<Variant> ProcessObject::Stored(std::string_view name) {
     if (!isFresh) {
         const json answer = m_process->Ask({{"on", m_handle}, {"get", processClass->stored}}, "read its properties");
         m_snapshot.values.clear();
-        for (std::size_t i = 0; i < processClass->stored.size() && i < answer.size(); ++i)
-            if (answer.at(i).contains("value") && !answer.at(i).at("value").is_object())
-                m_snapshot.values.emplace(processClass->stored[i], m_process->FromJson(answer.at(i).at("value")));
+        ReadAnswer(*m_process, [&] {
+            for (std::size_t i = 0; i < processClass->stored.size() && i < answer.size(); ++i)
+                if (answer.at(i).contains("value") && !answer.at(i).at("value").is_object())
+                    m_snapshot.values.emplace(processClass->stored[i], m_process->FromJson(answer.at(i).at("value")));
+        });
         m_snapshot.turns = m_process->Turns();
         m_snapshot.taken = Clock::now();
     }
@@ -223,18 +226,20 @@ void ProcessObject::PutAll(const std::vector<std::pair<std::string, Variant>>& v
 }
 
 void ProcessObject::SetRows(std::size_t count) {
-    m_rows.emplace(count, [this](std::size_t first, std::size_t number) {
+    m_rows = std::make_shared<ProcessRows>(count, [this](std::size_t first, std::size_t number) {
         const Entering entering{Ref<Object>(this)};
         const json answer = m_process->Ask({{"on", m_handle}, {"rows", {first, number}}}, "fetched rows of a table");
-        ProcessRows::Page page;
-        page.columns = answer.at("columns").get<std::vector<std::string>>();
-        for (const json& told : answer.at("values")) {
-            std::vector<Variant>& row = page.rows.emplace_back();
-            for (const json& value : told)
-                row.push_back(m_process->FromJson(value));
-            row.resize(page.columns.size());
-        }
-        return page;
+        return ReadAnswer(*m_process, [&] {
+            ProcessRows::Page page;
+            page.columns = answer.at("columns").get<std::vector<std::string>>();
+            for (const json& told : answer.at("values")) {
+                std::vector<Variant>& row = page.rows.emplace_back();
+                for (const json& value : told)
+                    row.push_back(m_process->FromJson(value));
+                row.resize(page.columns.size());
+            }
+            return page;
+        });
     });
 }
 
@@ -251,7 +256,8 @@ Variant ProcessObject::InvokeRows(std::string_view name, std::span<const Variant
 }
 
 Variant ProcessObject::RowCell(std::size_t row, std::string_view column) {
-    return IsLive() || m_rows->Has(row) ? m_rows->Cell(row, column) : Variant();
+    const auto rows = m_rows;
+    return IsLive() || rows->Has(row) ? rows->Cell(row, column) : Variant();
 }
 
 void ProcessObject::SetRowCell(std::size_t row, std::string_view column, const Variant& value) {
@@ -338,6 +344,7 @@ void ProcessObject::BecomeService() {
         m_mustInitialize = true;
         if (!m_process->StartsNow() && !IsLive())
             return;
+        const Process::Reporting reporting(*m_process);
         try {
             Need();
         } catch (...) { // the other services begin all the same, and the next call tries again
@@ -345,6 +352,7 @@ void ProcessObject::BecomeService() {
         }
     }));
     Keep(base.TerminateEvent.Subscribe([this] {
+        const Process::Reporting reporting(*m_process);
         try {
             RaiseIfLive("Terminate", {});
         } catch (...) { // the other services end all the same
@@ -367,9 +375,11 @@ void ProcessObject::AddUnsaved(const Ref<Dictionary>& items, Double& order) {
     const json answer = Raise("Unsaved", json::array({order}));
     if (!answer.is_object())
         return;
-    order = answer.value("order", order);
-    for (const json& item : answer.value("items", json::array()))
-        items->Add(item.at(0).get<std::string>(), m_process->FromJson(item.at(1)));
+    ReadAnswer(*m_process, [&] {
+        order = answer.value("order", order);
+        for (const json& item : answer.value("items", json::array()))
+            items->Add(item.at(0).get<std::string>(), m_process->FromJson(item.at(1)));
+    });
 }
 
 void ProcessObject::BecomeExplorerItem() {
@@ -377,6 +387,7 @@ void ProcessObject::BecomeExplorerItem() {
     ExplorerItemBase& base = *m_itemBase;
     base.NameSilently(m_name);
     Keep(base.InitializeEvent.Subscribe([this](const Ref<KeyedCollection<Ref<Object>>>& children) {
+        const Process::Reporting reporting(*m_process);
         try {
             FillItem(children);
         } catch (...) { // the explorer's other items are added all the same
@@ -405,9 +416,11 @@ void ProcessObject::FillItem(const Ref<KeyedCollection<Ref<Object>>>& children) 
     const json answer = Raise("Initialize", json::array());
     if (!answer.is_object())
         return;
-    if (const std::string name = answer.value("name", ""); !name.empty())
-        m_itemBase->NameSilently(name);
-    AddChildren(answer, children);
+    ReadAnswer(*m_process, [&] {
+        if (const std::string name = answer.value("name", ""); !name.empty())
+            m_itemBase->NameSilently(name);
+        AddChildren(answer, children);
+    });
 }
 
 void ProcessObject::BecomePage() {

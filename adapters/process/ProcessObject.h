@@ -14,6 +14,7 @@
 #include "corvane/windows/PageBase.h"
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -113,8 +114,8 @@ private:
     int m_generation = 0; // of the process in which it lives
     int m_received = 0;
     std::string m_name;
-    ProcessObject* m_parent = nullptr; // the item that has passed it as a child, and holds it
-    std::optional<ProcessRows> m_rows;
+    ProcessObject* m_parent = nullptr;   // the item that has passed it as a child, and holds it
+    std::shared_ptr<ProcessRows> m_rows; // another one once it is passed again, perhaps while a row is asked for
     std::string m_whyLost;
     Snapshot m_snapshot;
     std::uint64_t m_lastRead = 0;  // the process's turns after a property was read

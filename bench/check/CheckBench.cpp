@@ -4,29 +4,15 @@
 #include "adapters/xml/XmlService.h"
 #include "analysis/Check.h"
 #include "analysis/Print.h"
+#include "bench/Times.h"
 #include "bench/startup/Inputs.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <fstream>
-#include <functional>
 
 namespace corvane::bench {
 
 namespace {
-
-// Of this process on a processor: what else the machine does counts little.
-double Milliseconds(const std::function<void()>& work) {
-    const std::clock_t begin = std::clock();
-    work();
-    return static_cast<double>(std::clock() - begin) * 1000 / CLOCKS_PER_SEC;
-}
-
-double Median(std::vector<double> times) {
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
 
 void ParseAndValidate(const std::string& application) {
     const auto fileSystem = New<FileSystem>();
@@ -47,8 +33,8 @@ void Measure(const std::string& application, const char* what, int runs) {
     std::vector<double> checks;
     std::size_t findings = 0;
     for (int n = 0; n < runs; ++n) {
-        floor.push_back(Milliseconds([&] { ParseAndValidate(application); }));
-        checks.push_back(Milliseconds([&] { findings = check::Check({application, false}).size(); }));
+        floor.push_back(ProcessorMilliseconds([&] { ParseAndValidate(application); }));
+        checks.push_back(ProcessorMilliseconds([&] { findings = check::Check({application, false}).size(); }));
     }
     std::printf("%-28s %6zu findings  parse and validate %8.1f ms  check %8.1f ms  ratio %.2f\n", what, findings,
                 Median(floor), Median(checks), Median(checks) / Median(floor));

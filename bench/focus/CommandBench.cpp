@@ -2,6 +2,7 @@
 // has, one that it hasn't and is asked for, and one that it hasn't and is called all the same, so that a failure comes
 // back.
 
+#include "bench/Times.h"
 #include "bench/focus/Benches.h"
 #include "corvane/base/Automation.h"
 #include "corvane/menus/ActionItem.h"

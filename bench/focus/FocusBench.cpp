@@ -3,6 +3,7 @@
 // beside a plain Qt program that does the same with setVisible and setEnabled on its actions. Then what a command costs
 // from Qt's trigger to the procedure behind its name. Prints medians in microseconds.
 
+#include "bench/Times.h"
 #include "bench/focus/Benches.h"
 #include "bench/startup/Inputs.h"
 #include "corvane/core/CorvaneMain.h"

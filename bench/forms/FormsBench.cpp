@@ -2,6 +2,7 @@
 // in the same run; and how reading, the setting of fields through the model and the opening of pages grow with their
 // number. Times are those of the processor.
 
+#include "bench/Times.h"
 #include "desktop/forms/FormWidget.h"
 #include "forms/FormReader.h"
 
@@ -14,7 +15,6 @@
 #include <QLineEdit>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
@@ -107,20 +107,9 @@ QWidget* PageByHand() {
     return page;
 }
 
-double Median(std::vector<double> times) {
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
-double Milliseconds(const std::function<void()>& act) {
-    const std::clock_t begin = std::clock(); // of the processor, whatever else the machine does
-    act();
-    return 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-}
-
 double ShowAndDelete(const std::function<QWidget*()>& make) {
     QWidget* page = nullptr;
-    const double time = Milliseconds([&] {
+    const double time = ProcessorMilliseconds([&] {
         page = make();
         page->resize(500, 1600);
         page->show();
@@ -143,13 +132,13 @@ void Run() {
                 Median(hand), Median(form) / Median(hand));
     for (const int count : {1000, 2000, 4000}) {
         const std::string many = FormOf(count);
-        const double time = Milliseconds([&] { (void)ModelOf(many, data); });
+        const double time = ProcessorMilliseconds([&] { (void)ModelOf(many, data); });
         std::printf("reading %d fields into a model: %.2f ms, %.1f us each\n", count, time, time * 1000 / count);
     }
     for (const int count : {250, 500, 1000}) {
         const auto model = ModelOf(FormOf(count), data);
         const desktop::FormWidget widget(model, {}, nullptr);
-        const double time = Milliseconds([&] {
+        const double time = ProcessorMilliseconds([&] {
             for (std::size_t i = 0; i < model->Count(); ++i)
                 (void)model->Type(i, "1");
         });

@@ -2,6 +2,7 @@
 // line to the result on the thread of the user interface, 10,000 small ones at once, and how long the user interface is
 // kept from a tick while four compute.
 
+#include "bench/Times.h"
 #include "corvane/author/Jobs.h"
 #include "desktop/jobs/DesktopJobs.h"
 
@@ -30,10 +31,7 @@ struct Times {
     void Add(Clock::time_point from, Clock::time_point to) {
         microseconds.push_back(std::chrono::duration<double, std::micro>(to - from).count());
     }
-    double Median() {
-        std::sort(microseconds.begin(), microseconds.end());
-        return microseconds[microseconds.size() / 2];
-    }
+    [[nodiscard]] double Typical() const { return Median(microseconds); }
 };
 
 // What the work says of itself: when it began and ended.
@@ -61,17 +59,15 @@ public:
             OneJob(start, back);
             OnePlain(plainStart, plainBack);
         }
-        Print("start to first line", start.Median(), plainStart.Median(), "us");
-        Print("last line to result", back.Median(), plainBack.Median(), "us");
+        Print("start to first line", start.Typical(), plainStart.Typical(), "us");
+        Print("last line to result", back.Typical(), plainBack.Typical(), "us");
         std::vector<double> all;
         std::vector<double> plain;
         for (int round = 0; round < 5; ++round) {
             all.push_back(ManyJobs());
             plain.push_back(ManyPlain());
         }
-        std::sort(all.begin(), all.end());
-        std::sort(plain.begin(), plain.end());
-        Print("10,000 small ones", all[2], plain[2], "ms");
+        Print("10,000 small ones", Median(all), Median(plain), "ms");
         Ticks();
     }
 
@@ -177,9 +173,8 @@ private:
         timer.start(frame);
         QTimer::singleShot(5000, [&] { ends = true; });
         loop.exec();
-        std::sort(gaps.begin(), gaps.end());
         std::printf("four jobs for 5 s: %zu ticks, median %.1f ms, worst %.1f ms, %td over %.0f ms\n", gaps.size(),
-                    gaps[gaps.size() / 2], gaps.back(),
+                    Median(gaps), *std::max_element(gaps.begin(), gaps.end()),
                     std::count_if(gaps.begin(), gaps.end(), [](double gap) { return gap > longest; }), longest);
     }
 

@@ -1,6 +1,7 @@
 // Measures how long the command palette takes for a key press among 5,000 commands, painting included, and compares the
 // search in it with a plain scan for the typed text in the same run. Prints medians and the worst in milliseconds.
 
+#include "bench/Times.h"
 #include "desktop/palette/PaletteDialog.h"
 
 #include <QApplication>
@@ -32,16 +33,13 @@ std::vector<desktop::PaletteEntry> Entries() {
 struct Times {
     std::vector<double> milliseconds;
     void Add(const QElapsedTimer& time) { milliseconds.push_back(static_cast<double>(time.nsecsElapsed()) / 1e6); }
-    double Median() {
-        std::sort(milliseconds.begin(), milliseconds.end());
-        return milliseconds[milliseconds.size() / 2];
-    }
+    [[nodiscard]] double Typical() const { return Median(milliseconds); }
     double Worst() { return *std::max_element(milliseconds.begin(), milliseconds.end()); }
 };
 
 void Print(const char* what, Times& times, double floor) {
-    std::printf("%-46s median %7.3f ms  worst %7.3f ms  ratio %6.2f\n", what, times.Median(), times.Worst(),
-                times.Median() / floor);
+    std::printf("%-46s median %7.3f ms  worst %7.3f ms  ratio %6.2f\n", what, times.Typical(), times.Worst(),
+                times.Typical() / floor);
 }
 
 void Run() {
@@ -74,7 +72,7 @@ void Run() {
                 QApplication::processEvents();
                 key.Add(time);
             }
-    const double floor = scan.Median();
+    const double floor = scan.Typical();
     std::printf("%d commands, %zu key presses, %zu found by the scan\n", Commands, scan.milliseconds.size(), found);
     Print("plain scan for the text", scan, floor);
     Print("search", search, floor);

@@ -1,20 +1,26 @@
 // Measures a command of a service in Python there and back, and compares it with a line that a bare program in Python
-// sends back over the same kind of socket in the same run; properties of fifty fields, read as a form does and written
-// at once; the start of an application with twenty services that aren't needed yet; and how long the command of another
-// service takes right after one of twenty-one has died. Prints medians and the 99th in a hundred in milliseconds.
+// sends back over the same kind of socket in the same run, and one in C++; properties of fifty fields, read as a form
+// does and written at once; the start of an application with twenty services that aren't needed yet, by processor time;
+// and how long the command of another service takes right after one of twenty-one has died. Prints medians and the 99th
+// in a hundred in milliseconds.
 
 #include "adapters/process/ProcessFactory.h"
 #include "adapters/process/ProcessObject.h"
+#include "bench/Times.h"
 #include "headless/ModelHost.h"
 #include "headless/Steps.h"
 
-#include <algorithm>
-#include <chrono>
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <string>
+#include <string_view>
+#include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace corvane::bench {
@@ -54,27 +60,17 @@ while True:
     s.sendall(line)
 )";
 
-class Times {
-public:
-    void Measure(int count, const std::function<void()>& work) {
-        for (int i = 0; i < count; ++i) {
-            const auto begin = std::chrono::steady_clock::now();
-            work();
-            m_times.push_back(
-                std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
-        }
-    }
-    [[nodiscard]] double At(double part) {
-        std::sort(m_times.begin(), m_times.end());
-        return m_times[static_cast<std::size_t>(part * static_cast<double>(m_times.size() - 1))];
-    }
-    void Print(const char* what, double floor) {
-        std::printf("%-34s median %7.3f ms  99th %7.3f ms  ratio %5.2f\n", what, At(0.5), At(0.99), At(0.5) / floor);
-    }
+std::vector<double> Measured(int count, const std::function<void()>& work) {
+    std::vector<double> milliseconds;
+    for (int i = 0; i < count; ++i)
+        milliseconds.push_back(Microseconds(work) / 1000);
+    return milliseconds;
+}
 
-private:
-    std::vector<double> m_times;
-};
+void Print(const char* what, const std::vector<double>& times, double floor) {
+    std::printf("%-34s median %7.3f ms  99th %7.3f ms  ratio %5.2f\n", what, Median(times), PartOf(times, 0.99),
+                Median(times) / floor);
+}
 
 void Write(const std::filesystem::path& file, const char* text) {
     std::filesystem::create_directories(file.parent_path());
@@ -115,70 +111,88 @@ std::size_t Interpreters() {
 void MeasureStart(const std::filesystem::path& folder) {
     WriteApplication(folder / "none", 0);
     WriteApplication(folder / "twenty", neighbours);
-    Times none;
-    Times twenty;
+    std::vector<double> none;
+    std::vector<double> twenty;
     std::size_t interpreters = 0;
     for (int i = 0; i < starts; ++i)
         for (auto [times, name] : {std::pair(&none, "none"), std::pair(&twenty, "twenty")}) {
-            inspect::ModelHost host({(folder / name).string()});
-            times->Measure(1, [&] { (void)host.Start(); });
+            inspect::ModelHost host({(folder / name).string(), false, nullptr});
+            bool isStarted = false;
+            times->push_back(ProcessorMilliseconds([&] { isStarted = host.Start(); }));
+            if (!isStarted)
+                std::printf("failed: %s\n", host.FirstFailure()->Description.c_str());
             interpreters += Interpreters();
         }
-    none.Print("start without services", none.At(0.5));
-    twenty.Print("start with 20 of them", none.At(0.5));
-    std::printf("%-34s %.3f ms more, %zu interpreters\n", "", twenty.At(0.5) - none.At(0.5), interpreters);
+    Print("start without services", none, Median(none));
+    Print("start with 20 of them", twenty, Median(none));
+    std::printf("%-34s %.3f ms more, %zu interpreters\n", "", Median(twenty) - Median(none), interpreters);
 }
 
 void MeasureDeaths(const std::filesystem::path& folder) {
     WriteApplication(folder / "dying", neighbours + 1);
-    Times times;
+    std::vector<double> times;
     for (int i = 0; i < deaths; ++i) {
-        inspect::ModelHost host({(folder / "dying").string()});
+        inspect::ModelHost host({(folder / "dying").string(), false, nullptr});
         (void)host.Start();
+        const auto click = [&](const std::string& tool) { inspect::Take(host, {"click", "File." + tool, 1}); };
         for (int n = 0; n <= neighbours; ++n)
-            inspect::Take(host, {"click", "File.NS" + std::to_string(n), 1});
-        inspect::Take(host, {"click", "File.DS0", 1});
-        times.Measure(1, [&] { inspect::Take(host, {"click", "File.NS7", 1}); });
+            click("NS" + std::to_string(n));
+        click("DS0");
+        times.push_back(Microseconds([&] { click("NS7"); }) / 1000);
     }
-    times.Print("another's command after a death", times.At(0.5));
+    Print("another's command after a death", times, Median(times));
 }
 
-int Run() {
-    const auto folder = std::filesystem::temp_directory_path() / "corvane-bench-process";
-    Write(folder / "Bench/plugin.json", R"({"run": ["python3", "bench.py"]})");
-    Write(folder / "Bench/bench.py", service);
-    Write(folder / "Echo/plugin.json", R"({"run": ["python3", "echo.py"]})");
-    Write(folder / "Echo/echo.py", echo);
-
-    ChildProcess bare(ReadProcessSettings("Echo", (folder / "Echo/plugin.json").string()).command, {});
-    Times line;
-    line.Measure(rounds, [&] {
+// A line to a program that sends it back.
+std::vector<double> MeasureBare(const std::filesystem::path& folder, const char* plugin) {
+    const auto file = folder / plugin / "plugin.json";
+    ChildProcess bare(ReadProcessSettings(plugin, file.string()).command, {});
+    return Measured(rounds, [&] {
         bare.Send(R"({"arguments":[],"call":"OnNothing","id":1,"on":1})");
         while (!bare.IsClosed() && !bare.NextLine())
             bare.Turn(1000);
     });
+}
 
+int SendBack() {
+    std::array<char, 65536> bytes;
+    for (;;) {
+        const ssize_t count = ::recv(ChildProcess::SocketNumber, bytes.data(), bytes.size(), 0);
+        if (count <= 0 ||
+            ::send(ChildProcess::SocketNumber, bytes.data(), static_cast<std::size_t>(count), MSG_NOSIGNAL) != count)
+            return 0;
+    }
+}
+
+int Run(const std::filesystem::path& program) {
+    std::string pattern = (std::filesystem::temp_directory_path() / "corvane-bench-XXXXXX").string();
+    const std::filesystem::path folder = ::mkdtemp(pattern.data());
+    Write(folder / "Bench/plugin.json", R"({"run": ["python3", "bench.py"]})");
+    Write(folder / "Bench/bench.py", service);
+    Write(folder / "Echo/plugin.json", R"({"run": ["python3", "echo.py"]})");
+    Write(folder / "Echo/echo.py", echo);
+    Write(folder / "Bare/plugin.json", (R"({"run": [")" + program.string() + R"(", "echo"]})").c_str());
+    ::setenv("PYTHONPATH", CORVANE_SOURCE "/python", 1);
+
+    const std::vector<double> line = MeasureBare(folder, "Echo");
+    const double floor = Median(line);
+    Print("a line to a bare program in C++", MeasureBare(folder, "Bare"), floor);
+    Print("a line to one in Python", line, floor);
     const auto factory = New<ProcessFactory>(folder.string());
     const Ref<Object> object = factory->Create("Bench", "Bench.Bench");
     (void)object->Invoke("OnNothing", {}); // starts it
-    Times command;
-    command.Measure(rounds, [&] { (void)object->Invoke("OnNothing", {}); });
-    Times read;
+    Print("a command", Measured(rounds, [&] { (void)object->Invoke("OnNothing", {}); }), floor);
     std::vector<std::pair<std::string, Variant>> values;
     for (int i = 0; i < fields; ++i)
         values.emplace_back("Field" + std::to_string(i), "text");
-    read.Measure(forms, [&] {
+    const auto read = Measured(forms, [&] {
         (void)object->Invoke("OnNothing", {}); // what has been read before is of no use any more
         for (const auto& [name, value] : values)
             (void)object->Invoke(name, {});
     });
-    Times write;
+    Print("a command, then 50 fields read", read, floor);
     const auto own = object.As<ProcessObject>();
-    write.Measure(forms, [&] { own->PutAll(values); });
-    line.Print("a line to a bare program", line.At(0.5));
-    command.Print("a command", line.At(0.5));
-    read.Print("50 fields read", line.At(0.5));
-    write.Print("50 fields written", line.At(0.5));
+    Print("50 fields written", Measured(forms, [&] { own->PutAll(values); }), floor);
     std::fflush(stdout);
     MeasureStart(folder);
     MeasureDeaths(folder);
@@ -189,6 +203,8 @@ int Run() {
 } // namespace
 } // namespace corvane::bench
 
-int main() {
-    return corvane::bench::Run();
+int main(int count, char** words) {
+    if (count > 1 && std::string_view(words[1]) == "echo")
+        return corvane::bench::SendBack();
+    return corvane::bench::Run(std::filesystem::absolute(words[0]));
 }

@@ -2,6 +2,7 @@
 // put together by hand in the same run. Then the registry: what one more window costs when there are 10,000.
 // Prints medians in microseconds.
 
+#include "bench/Times.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/windows/IPageAccess.h"
@@ -55,17 +56,6 @@ public:
 private:
     Ref<IObjectFactory> m_others;
 };
-
-double Microseconds(const std::function<void()>& act) {
-    const auto start = std::chrono::steady_clock::now();
-    act();
-    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double>& times) {
-    std::nth_element(times.begin(), times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2), times.end());
-    return times[times.size() / 2];
-}
 
 struct Figures {
     double open;

@@ -1,0 +1,61 @@
+#include "adapters/process/Messages.h"
+
+#include <nlohmann/json.hpp>
+
+namespace corvane {
+
+namespace {
+
+using nlohmann::json;
+
+// What is nested without end would use up the stack when it is copied or written.
+bool IsTooDeep(const std::string& line) {
+    constexpr int deepest = 100; // values are no deeper than 5
+    int depth = 0;
+    bool isText = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"')
+            isText = !isText;
+        else if (isText)
+            i += line[i] == '\\' ? 1 : 0;
+        else if (line[i] == '[' || line[i] == '{')
+            ++depth;
+        else if (line[i] == ']' || line[i] == '}')
+            --depth;
+        if (depth > deepest)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+json ReadMessage(const std::string& line) {
+    json message = IsTooDeep(line) ? json() : json::parse(line, nullptr, false);
+    return message.is_object() ? message : json();
+}
+
+std::string WriteMessage(const json& message) {
+    return message.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+json FailureToJson(const Failure& failure) {
+    return {{"number", failure.Number},
+            {"description", failure.Description},
+            {"source", failure.Source},
+            {"details", failure.Context}};
+}
+
+Failure FailureFromJson(const json& told) {
+    Failure failure(told.value("number", FailureNumber::Foreign), told.value("description", ""),
+                    told.value("source", ""));
+    failure.Context = told.value("details", "");
+    return failure;
+}
+
+std::string Shortened(const std::string& text) {
+    constexpr std::size_t most = 200;
+    return text.size() <= most ? text : text.substr(0, most) + "…";
+}
+
+} // namespace corvane
