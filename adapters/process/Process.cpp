@@ -499,6 +499,14 @@ void Process::Stop() {
     m_timer = nullptr;
 }
 
+json Process::ToJson(const Variant& value) {
+    return m_objects.ToJson(value);
+}
+
+Variant Process::FromJson(const json& value) {
+    return m_objects.FromJson(value);
+}
+
 void Process::Left(const ProcessObject& object, LongLong handle, int generation, int received) {
     if (generation == m_generation)
         m_objects.Left(object, handle, received);

@@ -91,8 +91,8 @@ public:
     void JobEnds(LongLong number, const std::shared_ptr<ProcessJob>& job);
 
     // As PassedObjects.
-    [[nodiscard]] nlohmann::json ToJson(const Variant& value) { return m_objects.ToJson(value); }
-    [[nodiscard]] Variant FromJson(const nlohmann::json& value) { return m_objects.FromJson(value); }
+    [[nodiscard]] nlohmann::json ToJson(const Variant& value);
+    [[nodiscard]] Variant FromJson(const nlohmann::json& value);
 
     // While this lives, the process's death is left to the failure of the call, which is logged where it is caught: the
     // log has one line of it.

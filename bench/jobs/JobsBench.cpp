@@ -47,7 +47,12 @@ Moments Work() {
 
 class Bench {
 public:
-    Bench() : m_jobs({[](const std::function<void()>& act) { act(); }, [] { return true; }, {}, {}}) {}
+    Bench()
+        : m_jobs({[](const std::function<void()>& act) { act(); },
+                  [] { return true; },
+                  {},
+                  {},
+                  [](const desktop::JobQuestion&) { return desktop::JobAnswer::KeepOpen; }}) {}
 
     void Run() {
         // In turn, so that both meet the machine in the same mood.

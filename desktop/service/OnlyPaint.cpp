@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <algorithm>
 
 namespace corvane::desktop {
@@ -18,9 +19,8 @@ OnlyPaint::~OnlyPaint() {
 bool OnlyPaint::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress:
-        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && watched->isWindowType() &&
-            m_buttons.front()->isVisible()) {
-            m_buttons.front()->click();
+        if (QPushButton* button = watched->isWindowType() ? ButtonOf(*static_cast<QKeyEvent*>(event)) : nullptr) {
+            button->click();
             return true;
         }
         return !IsForButton(watched);
@@ -47,6 +47,16 @@ bool OnlyPaint::eventFilter(QObject* watched, QEvent* event) {
     default:
         return false;
     }
+}
+
+// The letters that are underlined on buttons work without their shortcuts, which would reach everything else, too.
+QPushButton* OnlyPaint::ButtonOf(const QKeyEvent& event) const {
+    const QKeySequence pressed(event.keyCombination());
+    for (QPushButton* button : m_buttons)
+        if (button->isVisible() && ((event.key() == Qt::Key_Escape && button == m_buttons.front()) ||
+                                    pressed == QKeySequence::mnemonic(button->text())))
+            return button;
+    return nullptr;
 }
 
 // Input comes to the window first, which hands it to the widget.

@@ -8,8 +8,9 @@
 
 namespace corvane::desktop {
 
-// While it lives, only what paints, the buttons' own events and Esc, which presses the first, reach anyone. Input to
-// the rest of the shell is dropped. Timers fire again by themselves, and a socket is still ready afterwards.
+// While it lives, only what paints, the buttons' own events, their underlined letters and Esc, which presses the first,
+// reach anyone. Input to the rest of the shell is dropped. Timers fire again by themselves, and a socket is still ready
+// afterwards.
 class OnlyPaint final : public QObject {
 public:
     explicit OnlyPaint(std::vector<QPushButton*> buttons);
@@ -19,6 +20,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    [[nodiscard]] QPushButton* ButtonOf(const QKeyEvent& event) const;
     [[nodiscard]] bool IsForButton(const QObject* watched) const;
 
     std::vector<QPushButton*> m_buttons;

@@ -73,8 +73,6 @@ void ProcessWaiting::Make() {
         m_bar->hide();
     });
     QObject::connect(m_stop, &QPushButton::clicked, bar, [this] { m_isToStop = true; });
-    const int height = bar->sizeHint().height();
-    bar->setGeometry(0, m_window->height() - height, m_window->width(), height);
     bar->show();
     bar->raise();
 }
@@ -83,6 +81,8 @@ void ProcessWaiting::Say(std::string_view service, int milliseconds) {
     constexpr int second = 1000;
     const QString name = QString::fromUtf8(service.data(), static_cast<qsizetype>(service.size()));
     m_text->setText(tr("“%1” hasn't answered for %2 s.").arg(name).arg(milliseconds / second));
+    const int height = m_bar->sizeHint().height(); // the window may have another size by now
+    m_bar->setGeometry(0, m_window->height() - height, m_window->width(), height);
 }
 
 } // namespace corvane::desktop

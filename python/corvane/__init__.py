@@ -13,6 +13,7 @@ A service is a class in a file that ends with ``corvane.run()``::
 Procedures have the names that the definition file gives them. docs/python.md describes the rest.
 """
 
+from ._failures import Failure
 from ._host import (
     app_path,
     ask,
@@ -29,7 +30,8 @@ from ._host import (
 )
 from ._jobs import JobCancelled, Progress, job
 from ._objects import Item, Page, Service
-from ._runtime import Failure, HostObject, run
+from ._passed import HostObject
+from ._runtime import run
 from ._values import Rows, picture
 
 __all__ = [

@@ -4,7 +4,8 @@ from __future__ import annotations
 
 from typing import TYPE_CHECKING, Any, Optional, Sequence
 
-from ._runtime import HOST, ROOT, HostObject, runtime
+from ._passed import HOST, ROOT, HostObject
+from ._runtime import runtime
 
 if TYPE_CHECKING:
     from . import library

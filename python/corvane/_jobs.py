@@ -10,7 +10,9 @@ import time
 from typing import Any, Awaitable, Callable, Dict, List, Optional, Sequence, Tuple
 
 from . import _runtime
-from ._runtime import HOST, HostObject, Json, failure_of, runtime
+from ._failures import Json, failure_of
+from ._passed import HOST, HostObject
+from ._runtime import runtime
 
 _INTERVAL = 0.05  # seconds between two reports, and between two looks for a cancellation
 
@@ -104,7 +106,7 @@ class Job:
         except asyncio.CancelledError:
             self.progress._send(end="cancelled")
         except Exception as error:  # noqa: BLE001 -- all of them become the job's failure
-            self.progress._send(end="failed", failure=failure_of(error))
+            self.progress._send(end="failed", failure=failure_of(error, runtime.plugin))
         else:
             self.progress._send(end="done")
         finally:

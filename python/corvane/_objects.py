@@ -5,7 +5,8 @@ from __future__ import annotations
 from typing import TYPE_CHECKING, Any, Dict, List, Optional, Tuple
 
 from . import _host
-from ._runtime import EventAnswer, HostObject, runtime
+from ._passed import EventAnswer, HostObject
+from ._runtime import runtime
 
 if TYPE_CHECKING:
     from . import library
@@ -79,7 +80,7 @@ class Item(_Client):
     @name.setter
     def name(self, name: str) -> None:
         self._corvane_name = name
-        if id(self) in runtime._handles:
+        if runtime.passed.knows(self):
             _host.call("NameItem", self, name)
 
     def add_child(self, item: Item) -> None:

@@ -6,7 +6,7 @@ import base64
 import io
 from typing import Any, Callable, List, Optional, Sequence
 
-from ._runtime import Json
+from ._failures import Json
 
 Row = Sequence[Any]
 Fetch = Callable[[int, int], Sequence[Row]]

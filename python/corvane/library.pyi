@@ -2,7 +2,7 @@
 
 from typing import Any
 
-from ._runtime import HostObject
+from ._passed import HostObject
 
 class ActionItem(HostObject):
     @property

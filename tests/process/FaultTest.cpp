@@ -1,17 +1,21 @@
 // What a process can do wrong, wherever it is: the application lives, and so do the other services.
-#include "adapters/process/Process.h"
+#include "adapters/process/ProcessObject.h"
 #include "corvane/author/Host.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/services/ExplorerItemDef.h"
 #include "headless/ModelHost.h"
 #include "headless/Steps.h"
+#include "jobs/Manager.h"
 #include "tests/process/Children.h"
+#include "tests/process/ScriptedConnection.h"
 
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <tuple>
 #include <utility>
 
 namespace corvane::testing {
@@ -40,7 +44,7 @@ def fault(where):
     elif what == "memory":
         bytearray(2 << 30)
     else:
-        _runtime.runtime.socket.sendall(b"\xff\x00{[\n" * 20)
+        _runtime.runtime.wire.socket.sendall(b"\xff\x00{[\n" * 20)
         corvane.set_status("never")
 
 class Shelf(corvane.Item):
@@ -217,10 +221,19 @@ TEST_P(Faults, LeaveTheOthersAlone) {
     EXPECT_TRUE(host.HasExited());
     EXPECT_TRUE(folder.HasFailed());
     EXPECT_EQ(Children(), 0U);
+    const std::string what = GetParam().what;
+    std::size_t deaths = 0;
+    std::size_t refused = 0;
     std::size_t named = 0;
-    for (const auto& entry : host.Recorded().log)
+    for (const auto& entry : host.Recorded().log) {
+        const std::string& text = entry.failure.Description;
         named += entry.failure.Source == "Faulty";
+        deaths += entry.module == "Processes" && text.find(" while it ") != std::string::npos;
+        refused += entry.module == "Processes" && text.find("has sent what isn't a message") != std::string::npos;
+    }
     EXPECT_GE(named, 1U);
+    EXPECT_EQ(deaths, what == "memory" ? 0U : 1U); // an exception, which the process survives
+    EXPECT_EQ(refused, what == "garbage" ? 1U : 0U);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Faults, ::testing::ValuesIn(AllFaults()),
@@ -317,6 +330,102 @@ TEST(Process, SurvivesWrongMessages) {
     process->Receive(messages[0]);
     EXPECT_TRUE(process->FindClass("Mutant.A"));
     process->Stop();
+}
+
+// A process of which a test says what it answers.
+class Scripted {
+public:
+    // Behind the hello and the making of an object, which is the first request.
+    explicit Scripted(std::vector<std::string> lines) {
+        m_script->lines = {
+            R"({"hello":"x","protocol":1,"classes":[{"name":"A","kind":"item","events":["Initialize"],"members":[]}]})",
+            R"({"id":1,"result":{"process":1,"class":"A"}})"};
+        m_script->lines.insert(m_script->lines.end(), lines.begin(), lines.end());
+        ProcessSettings settings;
+        settings.name = "P";
+        process = New<Process>(settings, New<LoggingMonitor>(0), nullptr,
+                               [script = m_script](const LaunchCommand&, const ChildProcess::SaidFunction&) {
+                                   return std::make_unique<ScriptedConnection>(script);
+                               });
+        object = New<ProcessObject>(process, "P.A");
+    }
+    ~Scripted() { process->Stop(); }
+    Scripted(const Scripted&) = delete;
+    Scripted& operator=(const Scripted&) = delete;
+
+    [[nodiscard]] const std::vector<std::string>& Sent() const { return m_script->sent; }
+    [[nodiscard]] std::size_t Left() const { return m_script->lines.size(); }
+
+    Ref<Process> process;
+    Ref<ProcessObject> object;
+
+private:
+    std::shared_ptr<Script> m_script = std::make_shared<Script>();
+};
+
+TEST(Process, RefusesWhatIsInAWrongForm) {
+    inspect::ModelHost host(OptionsOf(CORVANE_AVIARY));
+    ASSERT_TRUE(host.Start());
+    const std::string wrong = "The service \"P\" has answered in a wrong form";
+    const std::tuple<std::vector<std::string>, Long, std::string> cases[] = {
+        {{R"({"id":2,"result":{"host":"x"}})"}, Process::Ended, wrong},
+        {{R"({"id":2,"result":{"process":3,"rows":"many"}})"}, Process::Ended, wrong},
+        {{R"({"id":2,"result":{"process":3,"rows":-1}})"}, FailureNumber::Overflow, "A table can't have -1 rows"},
+        {{R"({"id":2,"failure":7})"}, Process::Ended, "The service \"P\" has failed and doesn't say how"},
+        {{R"({"id":7,"on":1,"call":3})", R"({"id":2,"failure":{"number":9,"description":"none"}})"}, 9, "none"},
+    };
+    for (const auto& [lines, number, text] : cases) {
+        Scripted scripted(lines);
+        try {
+            (void)scripted.object->Invoke("Work", {});
+            ADD_FAILURE() << text;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.Number, number) << text;
+            EXPECT_EQ(failure.Description, text);
+        }
+    }
+    Scripted asking({R"({"id":7,"on":1,"call":3})", R"({"id":2,"result":5})"}); // it waits for an answer to that, too
+    EXPECT_EQ(asking.object->Invoke("Work", {}), Variant(5));
+    EXPECT_NE(asking.Sent().back().find(R"("failure":{)"), std::string::npos) << asking.Sent().back();
+    Scripted item({R"({"id":2,"result":{"children":[{"process":"x"}]}})"});
+    EXPECT_NO_THROW(item.object->ExplorerItem()->Initialize(New<ExplorerItemDef>())); // the explorer goes on
+    EXPECT_NE(host.Recorded().log.back().failure.Description.find(wrong), std::string::npos);
+}
+
+// What the application does while the process waits for it, as for a dialog.
+class InDialog final : public virtual Object {
+public:
+    explicit InDialog(std::function<void()> act) : m_act(std::move(act)) {}
+    Variant Invoke(std::string_view /*name*/, std::span<const Variant> /*arguments*/) override {
+        m_act();
+        return "answered";
+    }
+    std::string_view TypeName() const override { return "Dialog"; }
+
+private:
+    std::function<void()> m_act;
+};
+
+TEST(Process, ReportsJobsWhileItShowsADialog) {
+    inspect::HostOptions options = OptionsOf(CORVANE_AVIARY);
+    options.oneThread = true;
+    inspect::ModelHost host(options);
+    ASSERT_TRUE(host.Start());
+    Scripted scripted(
+        {R"({"id":1,"on":2,"call":"StartJob","arguments":[{"process":1},1,"Sing",true,false,"","","A.Sing"]})",
+         R"({"id":2,"on":3,"call":"Show"})", R"({"job":1,"part":0.5,"text":"third verse"})",
+         R"({"id":2,"result":"sung"})", R"({"job":1,"end":"done"})", R"({"release":[]})"});
+    std::size_t left = 0;
+    const Ref<Object> dialog = New<InDialog>([&] {
+        scripted.process->Pump();
+        left = scripted.Left();
+    });
+    EXPECT_EQ(scripted.object->Invoke("Work", std::vector<Variant>{Variant(dialog)}), Variant("sung"));
+    EXPECT_EQ(left, 0U);
+    host.RunJobs();
+    ASSERT_EQ(host.Jobs()->Ended().size(), 1U);
+    EXPECT_EQ(host.Jobs()->Ended().front()->State(), JobState::Done);
+    EXPECT_EQ(host.Jobs()->Ended().front()->Text(), "third verse");
 }
 
 } // namespace

@@ -7,6 +7,7 @@ import corvane
 from devices import KINDS, Cupboard, Device, Line, data_folder, fit
 
 cupboard = Cupboard(data_folder())
+OK = 1  # the window's command
 
 
 class Instrument(corvane.Item):
@@ -105,8 +106,10 @@ class MeasurePage(corvane.Page):
     def Takes(self) -> str:
         return f"{self.Count * self.Interval:.0f} s"
 
-    def OnSave(self) -> None:
-        self.about.measure(self.Title, self.Count, self.Interval)
+    def OnCommand(self, command: int) -> None:
+        """Not OnSave, which comes only when something has been changed."""
+        if command == OK:
+            self.about.measure(self.Title, self.Count, self.Interval)
 
 
 class CalibrationPage(corvane.Page):

@@ -130,6 +130,11 @@ class Birds(corvane.Service):
         print("so tired", file=sys.stderr)
         os.abort()
 
+    def Brood(self, file):
+        while not os.path.exists(file):
+            time.sleep(0.01)
+        return "hatched"
+
     def Same(self, value):
         return value
 
