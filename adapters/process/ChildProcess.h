@@ -59,6 +59,7 @@ public:
     [[nodiscard]] int Pending() const override { return m_pending; }
     [[nodiscard]] const std::shared_ptr<const Waker>& WakerOfTurns() const override { return m_waker; }
     [[nodiscard]] std::optional<std::string> NextLine() override { return m_lines.Next(); }
+    [[nodiscard]] bool HasLine() const override { return m_lines.HasNext(); }
     [[nodiscard]] bool IsClosed() const override { return m_socket < 0; }
     void Close() override;
     bool WaitForEnd(int milliseconds) override;

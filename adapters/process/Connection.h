@@ -34,6 +34,8 @@ public:
     [[nodiscard]] virtual int Pending() const = 0;
     [[nodiscard]] virtual const std::shared_ptr<const Waker>& WakerOfTurns() const = 0;
     [[nodiscard]] virtual std::optional<std::string> NextLine() = 0;
+    // There is one that has come already, for which the descriptor can't be read any more.
+    [[nodiscard]] virtual bool HasLine() const = 0;
     // The process has closed its socket, or has sent a line without end. What came before can still be read.
     [[nodiscard]] virtual bool IsClosed() const = 0;
     // Closes the socket: the process shall end.

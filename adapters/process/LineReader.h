@@ -15,6 +15,7 @@ public:
     void Add(std::string_view bytes) { m_bytes.append(bytes); }
     // The next whole line, without its line feed; nothing while there is none.
     [[nodiscard]] std::optional<std::string> Next();
+    [[nodiscard]] bool HasNext() const { return m_bytes.find('\n', m_searched) != std::string::npos; }
     // What has come behind the last line feed.
     [[nodiscard]] std::string TakeRest();
     // Whether the line that is coming in is longer than any may be.

@@ -164,8 +164,10 @@ void Process::WaitFor(const std::string& doing, const std::function<bool()>& isD
     for (;;) {
         if (!m_child || m_generation != generation)
             FailEnded(doing);
-        if (isDone())
+        if (isDone()) {
+            WakeForRest();
             return;
+        }
         if (auto line = m_whyStopped.empty() ? NextLine() : std::nullopt) {
             const std::uint64_t turns = m_turns;
             Receive(*line);
@@ -401,6 +403,7 @@ void Process::Pump() {
             Died(m_jobs.IsEmpty() ? "wasn't doing anything for the application" : "worked on a job");
         if (m_child)
             m_child->Turn(0);
+        WakeForRest();
     } catch (const Failure&) {
         // The log has it; what is called next says it.
     }
@@ -470,6 +473,12 @@ void Process::ReceiveNewsOfJobs() {
             Receive(*line);
     }
     m_child->Turn(0);
+}
+
+// What has been read behind an answer, or since the last look, makes the socket readable no more.
+void Process::WakeForRest() const {
+    if (m_child && (!m_later.empty() || m_child->HasLine()))
+        m_child->WakerOfTurns()->Wake();
 }
 
 std::optional<std::string> Process::NextLine() {

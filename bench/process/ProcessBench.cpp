@@ -131,8 +131,8 @@ void MeasureDeaths(const std::filesystem::path& folder) {
     WriteApplication(folder / "dying", neighbours + 1);
     inspect::ModelHost host({(folder / "dying").string(), false, nullptr});
     (void)host.Start();
-    const auto click = [&](const char* command, int service) {
-        inspect::Take(host, {"click", "File." + std::string(command) + "S" + std::to_string(service), 1});
+    const auto click = [&](const char* command, int number) {
+        inspect::Take(host, {"click", "File." + std::string(command) + "S" + std::to_string(number), 1});
     };
     for (int n = 0; n <= neighbours; ++n)
         click("N", n);

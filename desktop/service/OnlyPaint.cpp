@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
-#include <QKeySequence>
 #include <algorithm>
 
 namespace corvane::desktop {
@@ -19,8 +18,9 @@ OnlyPaint::~OnlyPaint() {
 bool OnlyPaint::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress:
-        if (QPushButton* button = watched->isWindowType() ? ButtonOf(*static_cast<QKeyEvent*>(event)) : nullptr) {
-            button->click();
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && watched->isWindowType() &&
+            m_buttons.front()->isVisible()) {
+            m_buttons.front()->click();
             return true;
         }
         return !IsForButton(watched);
@@ -29,11 +29,14 @@ bool OnlyPaint::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonDblClick:
     case QEvent::KeyRelease:
         return !IsForButton(watched);
+    case QEvent::Shortcut:
+        if (QPushButton* button = ButtonOf(static_cast<QShortcutEvent*>(event)->key()))
+            button->click();
+        return true;
     case QEvent::Timer:
     case QEvent::SockAct:
     case QEvent::Wheel:
     case QEvent::ContextMenu:
-    case QEvent::Shortcut:
     case QEvent::ShortcutOverride:
     case QEvent::Close:
     case QEvent::TouchBegin:
@@ -49,14 +52,12 @@ bool OnlyPaint::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
-// The letters that are underlined on buttons work without their shortcuts, which would reach everything else, too.
-QPushButton* OnlyPaint::ButtonOf(const QKeyEvent& event) const {
-    const QKeySequence pressed(event.keyCombination());
-    for (QPushButton* button : m_buttons)
-        if (button->isVisible() && ((event.key() == Qt::Key_Escape && button == m_buttons.front()) ||
-                                    pressed == QKeySequence::mnemonic(button->text())))
-            return button;
-    return nullptr;
+// Whose underlined letter it is, also where a menu has the same one and the event is sent there.
+QPushButton* OnlyPaint::ButtonOf(const QKeySequence& pressed) const {
+    const auto it = std::find_if(m_buttons.begin(), m_buttons.end(), [&](const QPushButton* button) {
+        return button->isVisible() && pressed == QKeySequence::mnemonic(button->text());
+    });
+    return it == m_buttons.end() ? nullptr : *it;
 }
 
 // Input comes to the window first, which hands it to the widget.

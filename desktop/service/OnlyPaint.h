@@ -1,6 +1,7 @@
 // Lets the window repaint and some buttons be pressed while work is running, and nothing else.
 #pragma once
 
+#include <QKeySequence>
 #include <QObject>
 #include <QPointer>
 #include <QPushButton>
@@ -20,7 +21,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] QPushButton* ButtonOf(const QKeyEvent& event) const;
+    [[nodiscard]] QPushButton* ButtonOf(const QKeySequence& pressed) const;
     [[nodiscard]] bool IsForButton(const QObject* watched) const;
 
     std::vector<QPushButton*> m_buttons;

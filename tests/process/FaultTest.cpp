@@ -14,6 +14,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <poll.h>
 #include <random>
 #include <tuple>
 #include <utility>
@@ -355,6 +356,10 @@ public:
 
     [[nodiscard]] const std::vector<std::string>& Sent() const { return m_script->sent; }
     [[nodiscard]] std::size_t Left() const { return m_script->lines.size(); }
+    [[nodiscard]] bool IsWoken() const {
+        pollfd waited{m_script->waker->Descriptor(), POLLIN, 0};
+        return ::poll(&waited, 1, 0) == 1;
+    }
 
     Ref<Process> process;
     Ref<ProcessObject> object;
@@ -390,6 +395,18 @@ TEST(Process, RefusesWhatIsInAWrongForm) {
     Scripted item({R"({"id":2,"result":{"children":[{"process":"x"}]}})"});
     EXPECT_NO_THROW(item.object->ExplorerItem()->Initialize(New<ExplorerItemDef>())); // the explorer goes on
     EXPECT_NE(host.Recorded().log.back().failure.Description.find(wrong), std::string::npos);
+}
+
+// No socket becomes readable for what has been read with an answer.
+TEST(Process, LooksForWhatHasComeBehindAnAnswer) {
+    inspect::ModelHost host(OptionsOf(CORVANE_AVIARY));
+    ASSERT_TRUE(host.Start());
+    Scripted scripted(
+        {R"({"id":2,"result":1})", R"({"id":1,"on":1,"set":"Status","value":"behind"})", R"({"id":3,"result":3})"});
+    (void)scripted.object->Invoke("Work", {});
+    EXPECT_TRUE(scripted.IsWoken());
+    scripted.process->Pump();
+    EXPECT_EQ(CorvaneMain::Framework()->Status(), "behind");
 }
 
 // What the application does while the process waits for it, as for a dialog.

@@ -14,6 +14,7 @@ namespace corvane::testing {
 struct Script {
     std::deque<std::string> lines; // not read yet
     std::vector<std::string> sent; // by the application
+    std::shared_ptr<const Waker> waker = std::make_shared<const Waker>();
 };
 
 class ScriptedConnection final : public Connection {
@@ -23,7 +24,7 @@ public:
     void Send(std::string_view line) override { m_script->sent.emplace_back(line); }
     void Turn(int /*milliseconds*/) override {}
     [[nodiscard]] int Pending() const override { return -1; }
-    [[nodiscard]] const std::shared_ptr<const Waker>& WakerOfTurns() const override { return m_waker; }
+    [[nodiscard]] const std::shared_ptr<const Waker>& WakerOfTurns() const override { return m_script->waker; }
     [[nodiscard]] std::optional<std::string> NextLine() override {
         if (m_script->lines.empty())
             return std::nullopt;
@@ -31,6 +32,7 @@ public:
         m_script->lines.pop_front();
         return line;
     }
+    [[nodiscard]] bool HasLine() const override { return !m_script->lines.empty(); }
     [[nodiscard]] bool IsClosed() const override { return m_script->lines.empty(); }
     void Close() override {}
     bool WaitForEnd(int /*milliseconds*/) override { return true; }
@@ -41,7 +43,6 @@ public:
 
 private:
     std::shared_ptr<Script> m_script;
-    std::shared_ptr<const Waker> m_waker = std::make_shared<const Waker>();
     UsedUp m_used;
     std::string m_lastSaid;
 };
