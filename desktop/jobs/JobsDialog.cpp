@@ -106,9 +106,9 @@ void JobsDialog::SetUpList() {
     m_list->setAccessibleName(tr("Jobs"));
     m_list->setItemDelegateForColumn(Progress, new BarDelegate(m_list));
     const int character = fontMetrics().averageCharWidth();
-    m_list->setColumnWidth(Title, character * 34);
-    m_list->setColumnWidth(Progress, character * 16);
-    m_list->setColumnWidth(BelongsTo, character * 18);
+    m_list->setColumnWidth(Title, character * 32);
+    m_list->setColumnWidth(Progress, character * 14);
+    m_list->setColumnWidth(BelongsTo, character * 26);
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setSectionResizeMode(State, QHeaderView::Stretch);
     connect(m_list, &QTreeWidget::itemSelectionChanged, this, &JobsDialog::ShowCurrent);

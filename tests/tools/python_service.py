@@ -52,7 +52,8 @@ example = folder / "example"
 shutil.copytree(root / "docs/examples/python", example)
 shutil.copy(app / "Services/Framework.xml", example / "Services")
 shutil.copy(app / "Services/Service.xdr", example / "Services")
-run(corvane, "check", str(example), "--plugins", "--fail-on", "error")
+shutil.copytree(app / "Images", example / "Images")
+run(corvane, "check", str(example), "--plugins", "--fail-on", "warning")
 run_tests(example, example)
 
 # A form's field is the page's, and the explorer's items come from the process.
