@@ -165,7 +165,7 @@ void Process::WaitFor(const std::string& doing, const std::function<bool()>& isD
         if (!m_child || m_generation != generation)
             FailEnded(doing);
         if (isDone()) {
-            WakeForRest();
+            WakeForRest(m_waiting.size() > 1);
             return;
         }
         if (auto line = m_whyStopped.empty() ? NextLine() : std::nullopt) {
@@ -403,7 +403,7 @@ void Process::Pump() {
             Died(m_jobs.IsEmpty() ? "wasn't doing anything for the application" : "worked on a job");
         if (m_child)
             m_child->Turn(0);
-        WakeForRest();
+        WakeForRest(false);
     } catch (const Failure&) {
         // The log has it; what is called next says it.
     }
@@ -473,11 +473,14 @@ void Process::ReceiveNewsOfJobs() {
             Receive(*line);
     }
     m_child->Turn(0);
+    WakeForRest(true);
 }
 
-// What has been read behind an answer, or since the last look, makes the socket readable no more.
-void Process::WakeForRest() const {
-    if (m_child && (!m_later.empty() || m_child->HasLine()))
+// What has been read behind an answer, or since the last look, makes the socket readable no more; and a turn takes the
+// wake-up of a job that has a wish by now.
+void Process::WakeForRest(bool isWaitedFor) const {
+    const bool isLater = !isWaitedFor && !m_later.empty(); // who waits takes those lines
+    if (m_child && (isLater || m_child->HasLine() || m_jobs.HasWishes()))
         m_child->WakerOfTurns()->Wake();
 }
 

@@ -127,7 +127,7 @@ private:
     [[nodiscard]] nlohmann::json Served(const nlohmann::json& request);
     void ReceiveNewsOfJobs();
     [[nodiscard]] std::optional<std::string> NextLine();
-    void WakeForRest() const;
+    void WakeForRest(bool isWaitedFor) const;
     void ReportFailure(const nlohmann::json& told) const;
     void Refuse(const std::string& what);
     [[noreturn]] void Died(const std::string& doing);

@@ -61,6 +61,11 @@ ProcessJob::Wish ProcessJob::TakeWish() {
     return wish;
 }
 
+bool ProcessJob::HasWish() {
+    const std::lock_guard lock(m_mutex);
+    return !m_wishes.empty();
+}
+
 void ProcessJob::Report(News news) {
     const std::lock_guard lock(m_mutex);
     m_news.push_back(std::move(news));

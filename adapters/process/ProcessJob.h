@@ -37,6 +37,7 @@ public:
 
     // On the thread of the user interface: what the process is to be told, each once.
     [[nodiscard]] Wish TakeWish();
+    [[nodiscard]] bool HasWish();
     void Report(News news);
     void End(std::optional<Failure> failure, bool cancelled);
     [[nodiscard]] bool HasEnded();

@@ -4,6 +4,7 @@
 #include "adapters/process/Process.h"
 #include "corvane/author/Jobs.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -35,6 +36,10 @@ void ProcessJobs::SendWishes(const std::function<void(const json& message)>& sen
     for (const auto& [number, job] : m_jobs)
         for (auto wish = job->TakeWish(); wish != ProcessJob::Wish::None; wish = job->TakeWish())
             send({{"job", number}, {wish == ProcessJob::Wish::Begin ? "begin" : "cancel", true}});
+}
+
+bool ProcessJobs::HasWishes() const {
+    return std::any_of(m_jobs.begin(), m_jobs.end(), [](const auto& entry) { return entry.second->HasWish(); });
 }
 
 bool ProcessJobs::Receive(const json& message) {

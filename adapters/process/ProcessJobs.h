@@ -22,6 +22,7 @@ public:
     bool Forget(LongLong number, const std::shared_ptr<ProcessJob>& job);
     // What the process is to be told.
     void SendWishes(const std::function<void(const nlohmann::json& message)>& send);
+    [[nodiscard]] bool HasWishes() const;
     // What the process reports; false for a job that it hasn't started. Throws json::exception for a wrong message.
     bool Receive(const nlohmann::json& message);
     // With that failure, or cancelled.

@@ -93,6 +93,7 @@ TEST(ProcessWaiting, StopsAServiceOrWaitsForItsAnswer) {
     const QTemporaryDir folder;
     QFile egg(folder.filePath("egg"));
     for (const char* text : {"&Stop", "&Wait", "&Stop"}) {
+        (void)birds->Invoke("Heard", {}); // starts it, which may take its time, too
         const bool stops = std::string(text) == "&Stop";
         const PressesWhenShown presses(text, [&] { EXPECT_TRUE(stops || egg.open(QIODevice::WriteOnly)); });
         std::string outcome;
