@@ -172,7 +172,8 @@ void FormBinding::ReadValue(std::size_t field) {
     bound.isRefused = static_cast<bool>(problem);
 }
 
-// Texts with "\n" between, or an object with Count and Item, from 1. Behind a "\t" stands what is shown for a value.
+// Texts with "\n" between, or an object with Count and Item, from 1. Behind a "\t" stands what is shown for a value;
+// for an empty one it is the form's own text if nothing stands there.
 void FormBinding::ReadChoices(std::size_t field) {
     if (!m_bound[field].choices || !m_object)
         return;
@@ -193,7 +194,8 @@ void FormBinding::ReadChoices(std::size_t field) {
     for (const std::string& value : values) {
         const std::size_t tab = value.find('\t');
         const std::string shown = tab == std::string::npos ? value : value.substr(tab + 1);
-        choices.push_back({value.substr(0, tab), {Unmarked(shown), {}, false}});
+        const std::string label = shown.empty() ? m_model.Field(field).placeholder.text : shown;
+        choices.push_back({value.substr(0, tab), {Unmarked(label), {}, false}});
     }
     m_model.ShowChoices(field, std::move(choices));
 }

@@ -14,8 +14,8 @@ namespace studies {
 [[nodiscard]] std::string ColumnChoices(const std::vector<Column>& columns, bool numbersOnly);
 // The columns that can divide the table, likewise.
 [[nodiscard]] std::string DividingChoices(const Table& table);
-// The choice of none, which stands before the others.
-inline constexpr const char* noneChoice = "\tNone\n";
+// The choice of none of them, for which the form has a text.
+inline constexpr const char* noneChoice = "\t\n";
 
 // What a form asks for again and again, and all rows have to be looked at for.
 class TableChoices {

@@ -1,6 +1,7 @@
 // The steps of the import wizard: which file, how it is read, where it goes. They share one ImportJob.
 #pragma once
 
+#include "Choices.h"
 #include "EditedText.h"
 #include "Errors.h"
 #include "Report.h"
@@ -173,7 +174,7 @@ class ImportTargetPage final : public corvane::Page<ImportTargetPage, ImportJob,
         std::string choices;
         for (const studies::Study& study : m_studies)
             choices += study.name + "\n";
-        return choices + "\tNew study";
+        return choices + noneChoice;
     }
     [[nodiscard]] std::string NewStudy() const { return Job()->newStudyName; }
     void SetNewStudy(const std::string& name) { Job()->newStudyName = Trimmed(name); }

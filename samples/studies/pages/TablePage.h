@@ -66,7 +66,7 @@ class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContex
     [[nodiscard]] const std::string& FilterProblem() const { return m_filterProblem; }
     void ReadColumns() {
         const std::vector<Column> columns = About()->Space()->GetStore().Columns(About()->Number());
-        m_columnChoices = "\tAny column\n" + ColumnChoices(columns, false);
+        m_columnChoices = noneChoice + ColumnChoices(columns, false);
     }
     void ShowFiltered() {
         m_pause->SetEnabled(false);
