@@ -162,6 +162,8 @@ FormBuilder::Piece FormBuilder::Make(const Node& node, QWidget* parent) {
 
 FormBuilder::Piece FormBuilder::MakeField(const Node& node, QWidget* parent) {
     auto editor = NewFieldEditor(m_form, node.field, node.horizontal, node.wraps, parent);
+    if (auto* text = qobject_cast<QLabel*>(editor->Main()))
+        AlignWithLine(*text);
     LimitSize(node, *editor->Main());
     m_parts.nodes[node.index].editor = editor.get();
     QLayout* layout = editor->Layout();
@@ -305,8 +307,14 @@ QLayout* FormBuilder::LayOutInLine(const Node& node, QWidget* parent, bool isNes
             continue;
         }
         const Piece piece = Make(child, parent);
+        Qt::Alignment alignment = AlignmentOf(child);
+        auto* label = qobject_cast<QLabel*>(piece.widget);
+        if (isRow && label && child.labelled != forms::none && !alignment && !label->wordWrap()) {
+            AlignWithLine(*label);
+            alignment = Qt::AlignTop;
+        }
         if (piece.widget)
-            line->addWidget(piece.widget, StretchAt(node.stretch, i), AlignmentOf(child));
+            line->addWidget(piece.widget, StretchAt(node.stretch, i), alignment);
         else
             line->addLayout(piece.layout, StretchAt(node.stretch, i));
     }
@@ -352,7 +360,8 @@ void FormBuilder::AddToGrid(const Node& child, const Node& node, QGridLayout& gr
         grid.addLayout(piece.layout, cell.row, cell.column, cell.rowSpan, cell.columnSpan);
 }
 
-// The label of a field lies at its first line, also when a problem or more lines come below that.
+// The label of a field lies at its first line, also when a problem or more lines come below that; and so does a text
+// that a field shows beside others.
 void FormBuilder::AlignWithLine(QLabel& label) {
     if (m_lineHeight == 0) {
         const QLineEdit line;

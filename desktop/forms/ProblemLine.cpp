@@ -27,6 +27,7 @@ ProblemLine::ProblemLine(QWidget* parent) : QWidget(parent), m_icon(new QLabel(t
     line->setSpacing(fontMetrics().averageCharWidth() / 2);
     line->addWidget(m_icon, 0, Qt::AlignTop);
     line->addWidget(m_text, 1);
+    StayAtIcon();
     FollowPalette();
 }
 
@@ -40,8 +41,16 @@ void ProblemLine::SetText(const QString& text) {
 
 void ProblemLine::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        StayAtIcon();
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
         FollowPalette();
+}
+
+// Whatever the direction of the text itself.
+void ProblemLine::StayAtIcon() {
+    const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    m_text->setAlignment(side | Qt::AlignAbsolute | Qt::AlignVCenter);
 }
 
 void ProblemLine::FollowPalette() {

@@ -18,6 +18,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void StayAtIcon();
     void FollowPalette();
 
     QLabel* m_icon;

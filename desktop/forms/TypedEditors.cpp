@@ -37,6 +37,19 @@ bool HasButton(FieldKind kind) {
            kind == FieldKind::Date || kind == FieldKind::DateTime;
 }
 
+// What is around it takes the hint for the least as soon as a text beside it wraps.
+class FewLines final : public QPlainTextEdit {
+public:
+    using QPlainTextEdit::QPlainTextEdit;
+    [[nodiscard]] QSize sizeHint() const override {
+        return {QPlainTextEdit::sizeHint().width(), minimumSizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        const int around = 2 * frameWidth() + static_cast<int>(2 * document()->documentMargin());
+        return {QPlainTextEdit::minimumSizeHint().width(), fontMetrics().lineSpacing() * linesShown + around};
+    }
+};
+
 } // namespace
 
 void TypedEditor::Typed(const QString& text) {
@@ -205,11 +218,10 @@ void LineEditor::ShowColor() {
 }
 
 LinesEditor::LinesEditor(std::shared_ptr<FormContext> form, std::size_t field, QWidget* parent)
-    : TypedEditor(std::move(form), field), m_lines(new QPlainTextEdit(parent)) {
+    : TypedEditor(std::move(form), field), m_lines(new FewLines(parent)) {
     m_lines->setTabChangesFocus(true);
     m_lines->setReadOnly(Model().IsReadOnly(field));
     m_lines->setPlaceholderText(Text(Def().placeholder.text));
-    m_lines->setMinimumHeight(m_lines->fontMetrics().lineSpacing() * linesShown);
     Compose(m_lines, Growth::Fills);
     connect(m_lines, &QPlainTextEdit::textChanged, this, [this] {
         if (!Form().IsShowing())
