@@ -103,10 +103,14 @@ std::string SetField(forms::FormModel& form, const std::string& field, const std
     const auto index = FieldOf(form, field, why);
     if (!index)
         return why;
+    return EnterField(form, *index, Typed(value));
+}
+
+std::string EnterField(forms::FormModel& form, std::size_t field, const std::string& text) {
     const Ref<forms::FormModel> alive(&form);
-    why = IsTyped(form.Field(*index)) ? form.Type(*index, Typed(value)) : form.EnterText(*index, Typed(value));
+    std::string why = IsTyped(form.Field(field)) ? form.Type(field, text) : form.EnterText(field, text);
     if (why.empty())
-        form.Leave(*index);
+        form.Leave(field);
     return why;
 }
 

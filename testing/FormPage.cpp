@@ -54,9 +54,7 @@ FormPage::FormPage(const Application& application, std::string page)
 
 FormPage& FormPage::Set(const std::string& field, const std::string& text) {
     const Ref<forms::FormModel> form = PageOf(m_application, m_page)->Model();
-    const std::size_t index = FieldOf(*form, field);
-    FailIf(form->EnterText(index, text));
-    form->Leave(index);
+    FailIf(inspect::EnterField(*form, FieldOf(*form, field), text));
     return *this;
 }
 

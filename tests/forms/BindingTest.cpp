@@ -1,5 +1,6 @@
 #include "corvane/Page.h"
 #include "forms/FormPage.h"
+#include "headless/FormPages.h"
 #include "tests/forms/Ui.h"
 
 #include <gtest/gtest.h>
@@ -207,6 +208,8 @@ TEST_F(Binding, EditsTables) {
     EXPECT_TRUE(form->IsChanged());
     EXPECT_EQ(model->SelectRow(table, 1), "");
     EXPECT_EQ(ToLong(page->Invoke("SamplesRow", {})), 2);
+    EXPECT_EQ(inspect::ChooseRow(*model, "Samples", "none"), ""); // as a step that was recorded
+    EXPECT_EQ(ToLong(page->Invoke("SamplesRow", {})), 0);
     model->Revert();
     EXPECT_EQ(model->CellText(table, 1, 1), "2");
     EXPECT_EQ(model->EnterCell(table, 1, 1, "2.5"), "");

@@ -78,6 +78,9 @@ TEST_F(Birds, AreFilledInByTests) {
     page.Set("Name", "Owl").Set("Wing", 5).Set("Seen", true);
     EXPECT_EQ(page.Problem("Wing"), "Please enter a value from 10 to 900.");
     EXPECT_FALSE(page.IsValid());
+    page.Set("Wing", "many");
+    EXPECT_EQ(page.Value("Wing") + ": " + page.Problem("Wing"), "many: Please enter a whole number.");
+    EXPECT_THROW(page.Set("Sex", "other"), Failure) << "it can't be chosen";
     page.Set("Wing", 300).Press("Clear");
     EXPECT_EQ(page.Value("Ring"), "");
     EXPECT_TRUE(page.IsValid() && page.IsChanged());
