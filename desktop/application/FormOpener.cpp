@@ -6,8 +6,6 @@
 #include "desktop/platform/HostParts.h"
 #include "desktop/style/QtText.h"
 
-#include <QApplication>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <algorithm>
 #include <vector>
@@ -67,9 +65,7 @@ std::string AskForPath(CommonDialog& dialog, const forms::FieldDef& field, const
     if (field.kind == forms::FieldKind::File)
         return field.savesTo ? dialog.ShowSave(purpose, field.filter, path)
                              : dialog.ShowOpen(purpose, field.filter, folder);
-    if (auto answer = dialog.TakeAnswer())
-        return *answer;
-    return QFileDialog::getExistingDirectory(QApplication::activeWindow(), Text(purpose), Text(path)).toStdString();
+    return dialog.ShowFolder(purpose, path);
 }
 
 } // namespace corvane::desktop

@@ -63,8 +63,8 @@ QString FileDialogs::FolderFor(const QString& purpose, const QString& otherwise)
     return QDir::homePath();
 }
 
-void FileDialogs::Remember(const QString& purpose, const QString& path) {
-    (*m_folders)[purpose] = QFileInfo(path).absolutePath();
+void FileDialogs::Remember(const QString& purpose, const QString& folder) {
+    (*m_folders)[purpose] = folder;
     m_file.Write(*m_folders);
 }
 
@@ -72,8 +72,15 @@ QString FileDialogs::AskOpen(QWidget* parent, const QString& title, const QStrin
     const QString path =
         QFileDialog::getOpenFileName(parent, title, FolderFor(title, folder), FiltersOf(filter).join(";;"));
     if (!path.isEmpty())
-        Remember(title, path);
+        Remember(title, QFileInfo(path).absolutePath());
     return path;
+}
+
+QString FileDialogs::AskFolder(QWidget* parent, const QString& title, const QString& folder) {
+    const QString chosen = QFileDialog::getExistingDirectory(parent, title, FolderFor(title, folder));
+    if (!chosen.isEmpty())
+        Remember(title, QFileInfo(chosen).absoluteFilePath());
+    return chosen;
 }
 
 // The question is the host's own: the toolkit's comes before it completes the name by the filter's ending.
@@ -96,7 +103,7 @@ QString FileDialogs::AskSave(QWidget* parent, const QString& title, const QStrin
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, complete);
     while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
         const QString chosen = dialog.selectedFiles().first();
-        Remember(title, chosen);
+        Remember(title, QFileInfo(chosen).absolutePath());
         if (!QFileInfo::exists(chosen) || MayReplace(parent, title, QFileInfo(chosen)))
             return chosen;
     }

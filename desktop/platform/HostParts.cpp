@@ -122,6 +122,12 @@ std::string CommonDialog::ShowSave(const std::string& title, const std::string& 
     return m_files.AskSave(ActiveWindowOr(m_window), Text(title), Text(filter), Text(path)).toStdString();
 }
 
+std::string CommonDialog::ShowFolder(const std::string& title, const std::string& folder) {
+    if (auto answer = TakeAnswer())
+        return *answer;
+    return m_files.AskFolder(ActiveWindowOr(m_window), Text(title), Text(folder)).toStdString();
+}
+
 std::string CommonDialog::AskText(const std::string& title, const std::string& prompt, const std::string& text) {
     if (auto answer = TakeAnswer())
         return *answer;

@@ -88,6 +88,7 @@ public:
     // pairs of a text and a pattern, like "Data files (*.csv)|*.csv|All files|*".
     [[nodiscard]] std::string ShowOpen(const std::string& title, const std::string& filter, const std::string& folder);
     [[nodiscard]] std::string ShowSave(const std::string& title, const std::string& filter, const std::string& path);
+    [[nodiscard]] std::string ShowFolder(const std::string& title, const std::string& folder);
     // The text that the user entered, empty when they cancelled or there is no one to ask.
     [[nodiscard]] std::string AskText(const std::string& title, const std::string& prompt, const std::string& text);
     // One of the choices, which are separated by line feeds; empty when the user cancelled. Ask offers up to three as
