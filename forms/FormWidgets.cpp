@@ -10,7 +10,7 @@ namespace corvane::forms {
 namespace {
 
 constexpr int mostPixels = 16777215; // Designer writes it for "no maximum"
-constexpr int mostCells = 500;
+constexpr int mostCells = 10000;
 
 // All classes of the subset, for the nearest of an unknown one.
 const std::vector<std::string>& KnownClasses() {
