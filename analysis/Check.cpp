@@ -28,6 +28,7 @@ std::vector<Finding> Check(const Options& options) {
     if (options.plugins)
         CheckCode(model, code, options.application, report);
     CheckForms(model, options.application, options.plugins, options.buffers, report);
+    CheckWelcome(model, options.application, options.buffers, report);
     return report.TakeSorted();
 }
 

@@ -271,7 +271,7 @@ private:
 
     // A file beside the folders that has nearly the name of one that is read.
     void CheckSettings(const fs::path& path, const std::string& name) {
-        static const std::vector<std::string> known{"QRZ.INI", "about.json", "standins.json"};
+        static const std::vector<std::string> known{"QRZ.INI", "about.json", "standins.json", "welcome.xml"};
         const auto Is = [&](const std::string& each) { return EqualText(each, name); };
         if (std::any_of(known.begin(), known.end(), Is))
             return;

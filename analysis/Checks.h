@@ -39,6 +39,8 @@ void CheckCode(Model& model, const Code& code, const std::string& application, R
 
 // The forms of pages, and whether they fit their classes.
 void CheckForms(Model& model, const std::string& application, bool plugins, const Buffers& buffers, Report& report);
+// What the start page of the application offers.
+void CheckWelcome(Model& model, const std::string& application, const Buffers& buffers, Report& report);
 // Whether it is a page of the preferences that has a form, and so needs no class.
 [[nodiscard]] bool IsFormAlone(const Provider& provider, const std::string& application);
 

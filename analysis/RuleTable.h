@@ -585,6 +585,11 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "Found with --plugins. In a page of the preferences without a class, nothing makes the widget.", "", ""},
     {Rule::FormText, "form-text", Severity::Note, "A text of a form isn't translated.",
      "Found for the catalogues that are there. corvane translate takes the texts into them.", "", ""},
+    {Rule::Welcome, "welcome", Severity::Warning,
+     "The start page can't show something of the file welcome.xml, or that file can't be read.",
+     "A step or a sample names a command or a file that isn't there, has no text, or the file has an element or an "
+     "attribute that isn't known.",
+     "", ""},
     {Rule::ProgressWithoutExplorer, "progress-without-explorer", Severity::Error,
      "A plug-in shows the progress bar in an application without an explorer tab.",
      "Found with --plugins. While the bar is shown the explorer's tree is disabled. Without a tree the call fails, "

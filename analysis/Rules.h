@@ -99,6 +99,7 @@ enum class Rule {
     FormType,
     FormPlace,
     FormText,
+    Welcome,
     ProgressWithoutExplorer,
 };
 

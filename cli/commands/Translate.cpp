@@ -6,6 +6,7 @@
 #include "cli/commands/Commands.h"
 #include "corvane/base/Text.h"
 #include "forms/FormReader.h"
+#include "forms/WelcomeFile.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -54,6 +55,15 @@ void AddTextsOfForms(const std::string& folder, std::vector<DefinitionText>& tex
     }
 }
 
+void AddTextsOfWelcome(const std::string& folder, std::vector<DefinitionText>& texts) {
+    const std::string path = forms::WelcomePathOf(fs::path(folder).parent_path().string());
+    if (path.empty())
+        return;
+    const forms::WelcomeDef welcome = forms::ReadWelcome(ReadFileOrFail(path));
+    for (const auto& [key, entry] : forms::WelcomeTexts(welcome))
+        texts.push_back({forms::WelcomeKey(key), entry.text, FileSystem().FileName(path), entry.at.line});
+}
+
 std::vector<DefinitionText> TextsIn(const std::string& folder) {
     const FileSystem files;
     XmlService xml;
@@ -69,6 +79,7 @@ std::vector<DefinitionText> TextsIn(const std::string& folder) {
     }
     std::vector<DefinitionText> all = texts.All();
     AddTextsOfForms(folder, all);
+    AddTextsOfWelcome(folder, all);
     if (all.empty())
         Fail(FailureNumber::PathNotFound, "there is no definition file with a text in \"" + folder + "\"");
     return all;

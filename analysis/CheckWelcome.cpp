@@ -1,0 +1,99 @@
+#include "adapters/common/Nearest.h"
+#include "adapters/common/Paths.h"
+#include "analysis/Checks.h"
+#include "corvane/base/Text.h"
+#include "forms/WelcomeFile.h"
+
+#include <algorithm>
+
+namespace corvane::check {
+
+namespace {
+
+// Commands of the desktop itself that are worth a first step.
+const std::vector<std::string> commandsOfHost{"Tools.CommandPalette", "Tools.Shortcuts", "Tools.Customize",
+                                              "Tools.Preferences", "Help.Manual"};
+
+class WelcomeCheck {
+public:
+    WelcomeCheck(Model& model, const std::string& application, Report& report)
+        : m_application(application), m_isComplete(model.complete), m_report(report), m_commands(commandsOfHost) {
+        for (const Provider* provider : model.MenuProviders())
+            for (const Entry& entry : provider->entries)
+                if (!entry.IsTitle())
+                    m_commands.emplace_back(entry.key);
+        for (const Provider& item : model.items)
+            if (item.element->Value("Parent").empty())
+                m_tabs.push_back(item.name);
+        for (const Window& window : model.windows)
+            m_windows.push_back(window.name);
+    }
+
+    void Check(const std::string& path, const std::string& bytes) {
+        m_path = path;
+        const forms::WelcomeDef welcome = forms::ReadWelcome(bytes);
+        for (const forms::WelcomeProblem& problem : welcome.problems)
+            Add(problem.at, problem.text, problem.cure);
+        if (!welcome.window.empty())
+            CheckName(m_windows, welcome.window, welcome.at, "there is no window ", ", so the page is shown instead");
+        if (!welcome.open.empty())
+            CheckName(m_commands, welcome.open, welcome.at, "there is no command ", ", so no file can be opened");
+        for (const auto* entries : {&welcome.steps, &welcome.samples, &welcome.empties})
+            for (const forms::WelcomeEntry& entry : *entries) {
+                if (!entry.command.empty())
+                    CheckName(m_commands, entry.command, entry.at, "there is no command ", ", so it isn't shown");
+                if (entries == &welcome.empties)
+                    CheckName(m_tabs, entry.file, entry.at, "the explorer has no tab ", ", so it isn't shown");
+                else if (!entry.file.empty())
+                    CheckSample(entry);
+            }
+    }
+
+private:
+    void Add(forms::FormPlace at, const std::string& text, const std::string& cure) {
+        m_report.Add(Rule::Welcome, {m_path, {at.line, at.column}}, text, cure);
+    }
+
+    void CheckName(const std::vector<std::string>& names, const std::string& name, forms::FormPlace at,
+                   const std::string& before, const std::string& behind) {
+        const auto is = [&](const std::string& each) { return EqualText(each, name); };
+        if (m_isComplete && std::none_of(names.begin(), names.end(), is))
+            Add(at, before + Quoted(name) + behind, WriteInstead(names, name, "remove it"));
+    }
+
+    void CheckSample(const forms::WelcomeEntry& entry) {
+        if (FindPath(JoinPath(m_application, entry.file)))
+            return;
+        const std::size_t slash = entry.file.rfind('/');
+        const std::string folder = slash == std::string::npos ? "" : entry.file.substr(0, slash + 1);
+        const std::string name = entry.file.substr(folder.size());
+        const auto names = NamesIn(JoinPath(m_application, folder), true);
+        const auto nearest = names ? Nearest(*names, name) : std::nullopt;
+        Add(entry.at, "there is no file " + Quoted(entry.file) + ", so the sample isn't shown",
+            nearest ? "write " + Quoted(folder + *nearest) : "put it there");
+    }
+
+    std::string m_application;
+    bool m_isComplete; // otherwise what is missing may be in a file that can't be read
+    Report& m_report;
+    std::vector<std::string> m_commands;
+    std::vector<std::string> m_windows;
+    std::vector<std::string> m_tabs;
+    std::string m_path;
+};
+
+} // namespace
+
+void CheckWelcome(Model& model, const std::string& application, const Buffers& buffers, Report& report) {
+    const std::string path = forms::WelcomePathOf(application);
+    if (path.empty())
+        return;
+    const auto buffer = buffers.find(path);
+    const auto bytes = buffer == buffers.end() ? ReadBytes(path) : std::optional(buffer->second);
+    if (bytes)
+        WelcomeCheck(model, application, report).Check(path, *bytes);
+    else
+        report.Add(Rule::Welcome, {path, {}}, "the file can't be read", "look at its permissions");
+}
+
+} // namespace corvane::check
