@@ -83,6 +83,8 @@ Application::Application(const ApplicationOptions& options)
     m_messageBox->SetParentWindow(m_window.get());
     m_commonDialog->SetParentWindow(m_window.get());
     m_waiting->SetParentWindow(m_window.get());
+    m_commandStates = std::make_unique<CommandStates>(*m_window);
+    m_link = std::make_unique<ExplorerLink>(*m_window);
     SetUpWindowHost();
     m_windowHost->openForm =
         FormOpener(*m_windowHost, m_translation, m_platform.folder, options.isStub,
@@ -90,6 +92,7 @@ Application::Application(const ApplicationOptions& options)
                        return AskForPath(*dialog, field, path);
                    });
     m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));
+    SetUpWelcome();
     m_commonDialog->KeepFolders(m_personal->KeptFile("folders.json"));
     if (options.watch)
         m_blame->StartWatch();
@@ -104,6 +107,10 @@ void Application::SetUpWindowHost() {
     m_windowHost->guard = [this](const std::function<void()>& act) { m_failures.Guard(act); };
     m_windowHost->askToLeave = [this](const LeaveQuestion& question) { return AskToLeave(question); };
     m_windowHost->mayClose = [this](const auto&... question) { return m_jobs->MayClose(question...); };
+    m_windowHost->inform = [this](const QString& title, const QString& text) {
+        m_messageBox->ShowInformation(text.toStdString(), title.toStdString());
+    };
+    m_windowHost->changed = [this] { m_commandStates->Schedule(); };
     m_windowHost->help = [this](Long topic) { ShowHelp(topic); };
     if (m_recorder)
         m_windowHost->byUser = [this](const WindowStep& step, const std::function<void()>& work) {
@@ -113,10 +120,17 @@ void Application::SetUpWindowHost() {
 
 Application::~Application() {
     m_runningProvider = nullptr;
+    m_runningAction = nullptr;
     if (!HasEnded())
         m_failures.Guard([this] { m_mainForm->Unload(); });
     StopJobs();
     m_window->Bars().SetChanges(BarChanges::None());
+    m_windowHost->changed = nullptr;
+    m_personal->LastFiles()->SetOnChange({});
+    m_welcome.reset();
+    m_link.reset();
+    m_commandStates.reset();
+    m_hostService = nullptr;
     m_commandOwner.reset();
     m_personal.reset();
     m_window.reset();
@@ -194,6 +208,9 @@ bool Application::Start() {
                          [this](const std::function<void()>& act) { m_failures.Guard(act); });
         if (m_translation.Begin(*framework->ServiceManager()))
             m_window->Bars().Redraw();
+        SetUpLink();
+        ShowLayouts();
+        ShowRecentFiles();
         framework->Start();
         started = true;
     });
@@ -205,10 +222,13 @@ bool Application::Start() {
     m_window->show();
     if (!HasEnded())
         m_personal->RestoreWindows();
+    if (!HasEnded())
+        m_welcome->Start();
     return started;
 }
 
 bool Application::Choose(const std::string& toolName) {
+    m_commandStates->Update();
     const Ref<Tool> tool = m_activeBar->Tools()->Find(toolName);
     if (HasEnded() || !tool || !tool->Visible() || !tool->Enabled() || IsModalFormOpen())
         return false;

@@ -7,8 +7,11 @@
 #include "corvane/platform/controls/PanelForm.h"
 #include "desktop/application/ApplicationEnd.h"
 #include "desktop/application/CommandOwner.h"
+#include "desktop/application/CommandStates.h"
+#include "desktop/application/ExplorerLink.h"
 #include "desktop/application/MainWindow.h"
 #include "desktop/application/PersonalDesktop.h"
+#include "desktop/application/Welcome.h"
 #include "desktop/blame/Blame.h"
 #include "desktop/failures/FailurePresenter.h"
 #include "desktop/failures/GuardedApplication.h"
@@ -86,6 +89,10 @@ public:
     using ModalLoopFunction = decltype(WindowHost::modalLoop);
     void SetModalLoop(ModalLoopFunction modalLoop) { m_windowHost->modalLoop = std::move(modalLoop); }
 
+    // Has a service open the file by its member OpenFile, or chooses the command and answers its question for a file.
+    // False when neither is there or the command can't be chosen now.
+    bool OpenFile(const std::string& path, const std::string& command = {});
+
     [[nodiscard]] MainWindow& Window() { return *m_window; }
     [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_activeBar; }
     [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_mainForm; }
@@ -115,6 +122,20 @@ private:
     void ShowJobs() override;
     void DoWithWindow(WindowCommand command) override;
     void ShowManual() override;
+    // ApplicationFiles.cpp: what was open before, and how it was arranged.
+    void SetUpWelcome();
+    void ShowWelcome() override;
+    void OpenRecentFile(Long place) override;
+    void ClearRecentFiles() override;
+    void UseLayout(const std::string& name) override;
+    void SaveLayout() override;
+    void ManageLayouts() override;
+    void ShowRecentFiles();
+    void ShowLayouts();
+    [[nodiscard]] std::vector<Ref<Object>> FileServices() const; // that open files
+    void NoteOpened(const std::string& path);
+    void ToggleLink() override;
+    void SetUpLink();
     void ShowAbout() override;
     // The first of these files that is there, shown by the desktop; false when none is.
     [[nodiscard]] bool OpenHelp(const QStringList& names) const;
@@ -172,6 +193,11 @@ private:
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<PersonalDesktop> m_personal;
     std::unique_ptr<CommandOwner> m_commandOwner;
+    std::unique_ptr<CommandStates> m_commandStates;
+    std::unique_ptr<Welcome> m_welcome;
+    std::unique_ptr<ExplorerLink> m_link;
+    Ref<HostService> m_hostService;     // nothing without its definition
+    Ref<ActionItemDef> m_runningAction; // of the command that was chosen last
     std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_classes;
     decltype(ApplicationOptions::objects) m_objects;
     Subscription m_toolClick;

@@ -1,7 +1,15 @@
+#include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Preferences.h"
 #include "corvane/core/Singleton.h"
+#include "corvane/explorer/IExplorerItem.h"
+#include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/menus/ActionItem.h"
+#include "corvane/services/ExplorerItemDef.h"
+#include "corvane/services/PageDef.h"
 #include "corvane/services/ServiceManager.h"
+#include "corvane/windows/IPage.h"
+#include "corvane/windows/IPageAccess.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/application/AboutDialog.h"
@@ -10,6 +18,7 @@
 #include "desktop/service/ScreenPrinter.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "desktop/style/ContrastStyle.h"
+#include "desktop/translation/ShownText.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -17,6 +26,18 @@
 #include <set>
 
 namespace corvane::desktop {
+
+namespace {
+
+constexpr const char* linkWithWindow = "LinkWithWindow"; // the action, and the value among the settings
+
+Ref<Preferences> LinkSettings() {
+    auto settings = New<Preferences>();
+    settings->Initialize("Corvane.Desktop", "Explorer");
+    return settings;
+}
+
+} // namespace
 
 void Application::SetUpService() {
     // Before the library's subscription, which runs the command.
@@ -75,6 +96,10 @@ void Application::ShowJobs() {
 void Application::DoWithWindow(WindowCommand command) {
     Documents& documents = m_window->OpenDocuments();
     switch (command) {
+    case WindowCommand::Save:
+        return m_window->SaveActiveWindow();
+    case WindowCommand::Close:
+        return m_window->CloseActiveWindow();
     case WindowCommand::SplitRight:
         return documents.Split(Documents::Side::Right);
     case WindowCommand::SplitBelow:
@@ -111,6 +136,20 @@ void Application::ShowManual() {
             QCoreApplication::translate("Application", "Manual").toStdString());
 }
 
+void Application::ToggleLink() {
+    m_link->SetOn(!m_link->IsOn());
+    LinkSettings()->SetValue(linkWithWindow, m_link->IsOn());
+    m_hostService->Check(linkWithWindow, m_link->IsOn());
+}
+
+// As the user left it.
+void Application::SetUpLink() {
+    m_link->SetOn(EqualText(LinkSettings()->GetValue(linkWithWindow, true), "True"));
+    m_link->Follow(m_mainForm);
+    if (m_hostService)
+        m_hostService->Check(linkWithWindow, m_link->IsOn());
+}
+
 void Application::ShowAbout() {
     AboutDialog(m_identity, m_window.get()).exec();
 }
@@ -127,6 +166,8 @@ void Application::PrepareCommand(const Tool& tool) {
             m_failures.Guard([&] { tree->EndLabelEdit(); });
     const auto actionItem = tool.TagVariant().TryAs<ActionItem>();
     m_runningProvider = actionItem ? actionItem->ActionsProviderObj() : nullptr;
+    m_runningAction = actionItem ? actionItem->ActionItemDef() : nullptr;
+    m_link->CommandBegins(m_runningProvider);
     if (actionItem)
         m_blame->CommandBegins(*actionItem);
     if (!m_runningProvider)
@@ -165,7 +206,11 @@ PersonalDesktop::Parts Application::PersonalParts(const ApplicationOptions& opti
                     names.append(QString::fromStdString(name));
                 return names;
             },
+            [this](const auto& window) { return m_link->ItemOf(window); },
+            [this](const auto& window, const std::string& item) { m_link->SetItem(window, item); },
+            [this] { ShowLayouts(); },
             options.personal && !m_blame->WithoutServices().allPlugins,
+            [this](const QString& name) { return name == "Jobs" ? &m_jobs->View() : nullptr; },
             options.sessionFile};
 }
 
@@ -175,7 +220,12 @@ Ref<HostObjectFactory> Application::MakeObjectFactory() {
         objects = m_objects(objects, m_platform.plugins);
     auto factory = New<HostObjectFactory>(objects);
     HostCommands& commands = *this;
-    factory->Add("CorvaneDesktop.HostService", [&commands] { return New<HostService>(commands); });
+    factory->Add("CorvaneDesktop.HostService", [this, &commands] {
+        const auto service = New<HostService>(commands);
+        m_commandStates->SetService(service);
+        m_hostService = service;
+        return service;
+    });
     factory->Add("CorvaneDesktop.AppearancePage", [this] {
         return New<AppearancePage>([this](const Appearance& appearance) { ApplyAppearance(appearance); });
     });
@@ -201,7 +251,7 @@ Ref<IScreenPrinter> Application::MakeScreenPrinter() {
     return New<ScreenPrinter>(std::move(host));
 }
 
-// The service in whose code the latest command is; an explorer item or a page is reported by its kind.
+// In whose code the latest command is, by the name that users know: the service, or the kind of item or the page.
 QString Application::RunningService() const {
     const Ref<Framework> framework = Singleton::Framework();
     const auto manager = framework ? framework->ServiceManager() : nullptr;
@@ -210,8 +260,13 @@ QString Application::RunningService() const {
     for (const auto& def : *manager->ServiceDefs())
         if (manager->Services()->Item(def->Name()) == m_runningProvider)
             return QString::fromStdString(def->Name());
-    return QString::fromUtf8(m_runningProvider->TypeName().data(),
-                             static_cast<qsizetype>(m_runningProvider->TypeName().size()));
+    if (m_runningProvider.TryAs<IExplorerItemAccess>())
+        return QString::fromStdString(CorvaneMain::QueryExplorerItem(m_runningProvider)->ExplorerItemDef()->Name());
+    if (m_runningProvider.TryAs<IPageAccess>()) {
+        const auto def = CorvaneMain::QueryPage(m_runningProvider)->PageDef();
+        return ShownPage(def->PageProgID(), def->Caption());
+    }
+    return QString::fromStdString(m_identity.name);
 }
 
 QString Application::StatusText() const {
@@ -291,6 +346,7 @@ void Application::ApplyAppearance(const Appearance& appearance) {
     const int styleSize = m_window->style()->pixelMetric(QStyle::PM_ToolBarIconSize, nullptr, m_window.get());
     m_window->setIconSize(QSize(1, 1) * (size > 0 ? size : styleSize));
     m_window->SetTabbedWindows(appearance.tabbedWindows);
+    m_welcome->SetShownAtStart(appearance.startPage);
 }
 
 } // namespace corvane::desktop

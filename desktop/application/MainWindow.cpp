@@ -8,7 +8,9 @@
 #include "desktop/failures/FailurePresenter.h"
 #include "desktop/style/Contrast.h"
 #include "desktop/style/ContrastStyle.h"
+#include "desktop/style/ViewDock.h"
 #include "desktop/translation/ShownText.h"
+#include "desktop/welcome/StartPage.h"
 #include "desktop/windows/ArrangeWindows.h"
 #include "desktop/windows/Twips.h"
 #include "desktop/windows/WindowForm.h"
@@ -124,6 +126,11 @@ MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<Pane
     m_area->installEventFilter(this);
     connect(m_area, &QMdiArea::subWindowActivated, m_area->viewport(), qOverload<>(&QWidget::update));
     connect(m_documents, &Documents::OwnWindowMade, this, [this](QWidget* window) { AddWindowKeys(*window); });
+    connect(m_documents, &Documents::SaveWanted, this, [this](const QWidget* window) {
+        for (const auto& frm : Children())
+            if (const auto form = frm.TryAs<WindowForm>(); form && form->Frame() == window)
+                form->SaveByUser();
+    });
     m_bars = new BarRenderer(m_activeBar, this, [this](const std::function<void()>& act) { m_failures.Guard(act); });
     m_bars->Menus().SetWindows([this] { return OpenWindows(); });
     SetUpDock(panelForm);
@@ -292,8 +299,10 @@ void MainWindow::Use(WindowKey::Use use) {
         ActivateNeighbour(-1);
         break;
     case WindowKey::Use::CloseWindow:
-        if (QWidget* active = m_documents->Active())
-            active->close();
+        CloseActiveWindow();
+        break;
+    case WindowKey::Use::SaveWindow:
+        SaveActiveWindow();
         break;
     case WindowKey::Use::FirstMenu:
         for (QAction* title : menuBar()->actions())
@@ -303,7 +312,10 @@ void MainWindow::Use(WindowKey::Use use) {
             }
         break;
     case WindowKey::Use::OtherPart:
-        GoToOtherPart();
+        GoToOtherPart(1);
+        break;
+    case WindowKey::Use::PreviousPart:
+        GoToOtherPart(-1);
         break;
     case WindowKey::Use::Title:
     case WindowKey::Use::Other:
@@ -311,20 +323,61 @@ void MainWindow::Use(WindowKey::Use use) {
     }
 }
 
-void MainWindow::GoToOtherPart() {
-    const QWidget* focus = QApplication::focusWidget();
+Ref<WindowForm> MainWindow::ActiveForm() const {
+    const Ref<Form> form = m_mainForm->ActiveForm();
+    return form && form->Visible() ? form.TryAs<WindowForm>() : nullptr;
+}
+
+void MainWindow::SaveActiveWindow() {
+    if (const auto form = ActiveForm())
+        form->SaveByUser();
+}
+
+void MainWindow::CloseActiveWindow() {
+    if (QWidget* active = m_documents->Active())
+        active->close();
+}
+
+// The keyboard goes where it was in the active window or, without one, to the start page.
+void MainWindow::GoToWindow() {
     QWidget* active = m_documents->Active();
-    if (focus && m_dock->isAncestorOf(focus) && active) {
-        if (active->isWindow())
-            active->activateWindow();
-        QWidget* inside = active->isWindow() ? active->focusWidget() : nullptr;
-        if (const auto* child = qobject_cast<QMdiSubWindow*>(active); child && child->widget())
-            inside = child->widget()->focusWidget();
-        (inside ? inside : active)->setFocus(Qt::ShortcutFocusReason);
-    } else if (ExplorerPage* page = m_explorer->CurrentPage(); page && m_dock->isVisible()) {
-        page->Tree()->setFocus(Qt::ShortcutFocusReason);
-        page->Tree()->ChooseSelected();
+    if (!active) {
+        if (auto* page = m_area->viewport()->findChild<StartPage*>(); page && page->isVisible())
+            page->Focus();
+        return;
     }
+    if (active->isWindow())
+        active->activateWindow();
+    QWidget* inside = active->isWindow() ? active->focusWidget() : nullptr;
+    if (const auto* child = qobject_cast<QMdiSubWindow*>(active); child && child->widget())
+        inside = child->widget()->focusWidget();
+    (inside ? inside : active)->setFocus(Qt::ShortcutFocusReason);
+}
+
+void MainWindow::GoToOtherPart(int step) {
+    const QWidget* focus = QApplication::focusWidget();
+    std::vector<std::pair<const QWidget*, std::function<void()>>> parts;
+    parts.emplace_back(nullptr, [this] { GoToWindow(); });
+    if (ExplorerPage* page = m_explorer->CurrentPage(); page && m_dock->isVisible())
+        parts.emplace_back(m_dock, [page] {
+            page->Tree()->setFocus(Qt::ShortcutFocusReason);
+            page->Tree()->ChooseSelected();
+        });
+    for (ViewDock* view : ViewDock::AllOf(*this))
+        if (view->IsOpen())
+            parts.emplace_back(view, [view] { view->Open(); });
+    std::size_t now = 0;
+    for (std::size_t i = 1; i < parts.size(); ++i)
+        if (focus && parts[i].first->isAncestorOf(focus))
+            now = i;
+    parts[(now + parts.size() + static_cast<std::size_t>(step)) % parts.size()].second();
+}
+
+void MainWindow::childEvent(QChildEvent* event) {
+    QMainWindow::childEvent(event);
+    if (event->type() == QEvent::ChildPolished)
+        if (auto* view = qobject_cast<ViewDock*>(event->child()))
+            connect(view, &ViewDock::Left, this, &MainWindow::GoToWindow, Qt::UniqueConnection);
 }
 
 // What neither a command nor a widget has taken.
@@ -364,10 +417,9 @@ void MainWindow::SetTabbedWindows(bool tabbed) {
 void MainWindow::ResetLayout() {
     m_documents->ResetLayout();
     m_bars->ResetToolbars();
-    for (QDockWidget* dock : findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-        dock->setFloating(false);
-        addDockWidget(dock == m_dock ? Qt::LeftDockWidgetArea : Qt::BottomDockWidgetArea, dock);
-    }
+    m_dock->setFloating(false);
+    addDockWidget(Qt::LeftDockWidgetArea, m_dock);
+    ViewDock::ResetPlaces(*this);
 }
 
 QMenu* MainWindow::createPopupMenu() {

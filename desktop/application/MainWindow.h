@@ -17,6 +17,7 @@ namespace corvane::desktop {
 class Documents;
 class ExplorerPanel;
 class FailurePresenter;
+class WindowForm;
 class WindowSwitcher;
 
 class MainWindow final : public QMainWindow {
@@ -33,6 +34,11 @@ public:
     void SetTabbedWindows(bool tabbed); // or free
     // The windows in one group of tabs, the explorer at the left, the toolbars at the top.
     void ResetLayout();
+    // Of the active child, whose form asks and may refuse; nothing without one.
+    void SaveActiveWindow();
+    void CloseActiveWindow();
+    // The active child's form when it can be seen.
+    [[nodiscard]] Ref<WindowForm> ActiveForm() const;
     // Whether the form has been asked to unload and didn't refuse, also when a service failed at its end.
     [[nodiscard]] bool HasEnded() const { return m_hasEnded; }
     // Closes without asking the form again, whose end a failure has broken off.
@@ -49,6 +55,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void childEvent(QChildEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -57,7 +64,9 @@ private:
     void ShowDock();
     void SetUpWindowKeys();
     void Use(WindowKey::Use use);
-    void GoToOtherPart();
+    // Explorer, open views, and windows or the start page, in a ring.
+    void GoToOtherPart(int step);
+    void GoToWindow();
     void SwitchWindow(int step);
     void AddWindowKeys(QWidget& window);
     void ReportSizes();

@@ -8,8 +8,9 @@
 #include "desktop/custom/ShortcutsDialog.h"
 #include "desktop/documents/Documents.h"
 #include "desktop/failures/FailurePresenter.h"
-#include "desktop/log/LogDialog.h"
+#include "desktop/log/LogPanel.h"
 #include "desktop/palette/PaletteDialog.h"
+#include "desktop/style/ViewDock.h"
 #include "desktop/translation/ShownText.h"
 
 #include <filesystem>
@@ -42,6 +43,8 @@ QString ActsOn(const CommandEntry& command, const MdiForm& mainForm) {
     return target.isEmpty() ? command.owner.Text() : PersonalDesktop::tr("acts on “%1”").arg(target);
 }
 
+constexpr const char* logName = "Log"; // of its dock
+
 std::string FolderOf(const std::string& path) {
     return std::filesystem::path(path).parent_path().string();
 }
@@ -52,14 +55,19 @@ PersonalDesktop::PersonalDesktop(Parts parts)
     : m_parts(std::move(parts)), m_stateFolder(FolderOf(m_parts.utilities->LogPath())),
       m_bars(File(m_parts.configFolder, "desktop.json"), m_parts.activeBar, [this] { m_parts.window.Bars().Redraw(); }),
       m_session(SessionFile(), SessionParts()),
+      m_layouts(File(m_parts.configFolder, "layouts.json"),
+                {[this] { return m_session.Layout(); },
+                 [this](const QJsonObject& layout) { m_session.SetLayout(layout); }, m_parts.layoutsChanged}),
+      m_recentFiles(New<RecentFiles>(File(m_stateFolder, "recent.json"))),
       m_picker(
           m_parts.window.Bars().Actions(), [this](const Ref<Tool>& tool) { ShowInspector(tool); },
           [this](const Ref<Node>& node) { ShowInspector(nullptr, node); }, nullptr) {
-    m_parts.mainForm->AddMember("RecentFiles", New<RecentFiles>(File(m_stateFolder, "recent.json")));
+    m_parts.mainForm->AddMember("RecentFiles", m_recentFiles);
     m_parts.window.Bars().SetChanges(m_bars);
 }
 
 PersonalDesktop::~PersonalDesktop() {
+    delete m_logDock;
     delete m_inspector; // it looks at what is kept here
 }
 
@@ -84,7 +92,7 @@ StateFile PersonalDesktop::FileAt(const QString& path) const {
             }};
 }
 
-Session::Parts PersonalDesktop::SessionParts() const {
+Session::Parts PersonalDesktop::SessionParts() {
     return {&m_parts.window,
             &m_parts.window.OpenDocuments(),
             m_parts.mainForm,
@@ -99,7 +107,10 @@ Session::Parts PersonalDesktop::SessionParts() const {
             [](const Ref<Object>& service) {
                 const auto own = service.TryAs<ProcessObject>();
                 return own && !own->Owner()->IsRunning();
-            }};
+            },
+            [this](const QString& name) { ShowView(name); },
+            m_parts.itemOf,
+            m_parts.setItem};
 }
 
 void PersonalDesktop::Restore(bool whole) {
@@ -133,16 +144,27 @@ PaletteDialog* PersonalDesktop::ShowPalette() {
                 [this](const Ref<Tool>& tool) { m_parts.failures.Guard([&] { m_parts.activeBar->Click(tool); }); });
 }
 
-LogDialog* PersonalDesktop::ShowLog() {
-    auto* dialog = new LogDialog(QString::fromStdString(m_parts.utilities->LogPath()),
-                                 {QString::fromStdString(m_parts.utilities->AppName()),
-                                  QString::fromStdString(m_parts.appFolder),
-                                  m_parts.leftOut(),
-                                  {}},
-                                 m_parts.askReportPath, &m_parts.window);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->show();
-    return dialog;
+LogPanel* PersonalDesktop::ShowLog() {
+    LogDock().Open();
+    return m_log;
+}
+
+ViewDock& PersonalDesktop::LogDock() {
+    if (!m_logDock)
+        m_logDock = new ViewDock(logName, tr("Log"), m_parts.window, [this] {
+            return m_log = new LogPanel(QString::fromStdString(m_parts.utilities->LogPath()),
+                                        {QString::fromStdString(m_parts.utilities->AppName()),
+                                         QString::fromStdString(m_parts.appFolder),
+                                         m_parts.leftOut(),
+                                         {}},
+                                        m_parts.askReportPath);
+        });
+    return *m_logDock;
+}
+
+void PersonalDesktop::ShowView(const QString& name) {
+    if (ViewDock* view = name == logName ? &LogDock() : m_parts.otherView ? m_parts.otherView(name) : nullptr)
+        view->show();
 }
 
 InspectorDialog* PersonalDesktop::ShowInspector(const Ref<Tool>& tool, const Ref<Node>& node) {

@@ -10,6 +10,7 @@
 #include "desktop/custom/PersonalBars.h"
 #include "desktop/inspector/EntryPicker.h"
 #include "desktop/inspector/InspectorDialog.h"
+#include "desktop/session/Layouts.h"
 #include "desktop/session/RecentFiles.h"
 #include "desktop/session/Session.h"
 
@@ -20,8 +21,9 @@
 namespace corvane::desktop {
 
 class FailurePresenter;
-class LogDialog;
+class LogPanel;
 class PaletteDialog;
+class ViewDock;
 
 class PersonalDesktop final : public QObject {
     Q_OBJECT
@@ -35,10 +37,14 @@ public:
         Ref<Utilities> utilities;
         std::string appFolder;
         std::string configFolder;
-        std::function<QString()> askReportPath; // empty when the user cancelled
-        std::function<QStringList()> leftOut;   // the services that weren't started
-        bool keeps = true;                      // false: nothing that was kept is used, and nothing is kept
-        std::string sessionFile = {};           // where the session is kept all the same, without the window's place
+        std::function<QString()> askReportPath;                // empty when the user cancelled
+        std::function<QStringList()> leftOut;                  // the services that weren't started
+        std::function<std::string(const Window&)> itemOf = {}; // as the session's
+        std::function<void(const Window&, const std::string&)> setItem = {};
+        std::function<void()> layoutsChanged = {}; // the names of the user's layouts
+        bool keeps = true;                         // false: nothing that was kept is used, and nothing is kept
+        std::function<ViewDock*(const QString&)> otherView = {}; // of that name, which is kept elsewhere; or null
+        std::string sessionFile = {}; // where the session is kept all the same, without the window's place
     };
 
     // Before the library is initialized.
@@ -53,7 +59,9 @@ public:
     PaletteDialog* ShowPalette();
     void ShowShortcuts();
     void ShowCustomize();
-    LogDialog* ShowLog();
+    LogPanel* ShowLog();
+    // Opens a view of the session's where it was, without the focus.
+    void ShowView(const QString& name);
     // Shows what is known of that, or the whole.
     InspectorDialog* ShowInspector(const Ref<Tool>& tool = nullptr, const Ref<Node>& node = nullptr);
 
@@ -61,12 +69,15 @@ public:
     [[nodiscard]] StateFile KeptFile(const char* name) const { return File(m_stateFolder, name); }
     [[nodiscard]] PersonalBars& Bars() { return m_bars; }
     [[nodiscard]] Session& UserSession() { return m_session; }
+    [[nodiscard]] Layouts& NamedLayouts() { return m_layouts; }
+    [[nodiscard]] const Ref<RecentFiles>& LastFiles() const { return m_recentFiles; }
 
 private:
     [[nodiscard]] StateFile File(const std::string& folder, const char* name) const;
     [[nodiscard]] StateFile FileAt(const QString& path) const; // keeps nothing under an empty path
     [[nodiscard]] StateFile SessionFile() const;
-    [[nodiscard]] Session::Parts SessionParts() const;
+    [[nodiscard]] Session::Parts SessionParts();
+    [[nodiscard]] ViewDock& LogDock();
     [[nodiscard]] bool SavesSession() const { return m_parts.keeps || !m_parts.sessionFile.empty(); }
     PaletteDialog* Pick(QWidget* parent, bool all, const std::function<void(const Ref<Tool>&)>& choose);
 
@@ -74,9 +85,13 @@ private:
     std::string m_stateFolder;
     PersonalBars m_bars;
     Session m_session;
+    Layouts m_layouts;
+    Ref<RecentFiles> m_recentFiles;
     ExplorerItemNotes m_notes;
     EntryPicker m_picker;
     QPointer<InspectorDialog> m_inspector;
+    QPointer<ViewDock> m_logDock;
+    QPointer<LogPanel> m_log; // in it
 };
 
 } // namespace corvane::desktop

@@ -95,7 +95,7 @@ QString Owner::Text() const {
     case Kind::Host:
         break;
     }
-    return "Corvane";
+    return Commands::tr("the window itself"); // its users don't know the host by a name
 }
 
 // Of those that could provide it beside a service: an item that is chosen, or a window that is in front.

@@ -1,10 +1,16 @@
 #include "desktop/commands/WindowKeys.h"
 
+#include "corvane/menus/ActionItem.h"
 #include "desktop/commands/CommandList.h"
 
 namespace corvane::desktop {
 
 namespace {
+
+bool IsHosts(const Tool& tool) {
+    const auto action = tool.TagVariant().TryAs<ActionItem>();
+    return action && action->ActionsProviderObj() && action->ActionsProviderObj()->TypeName() == "HostService";
+}
 
 QKeySequence Keys(const char* keys) {
     return QKeySequence::fromString(QLatin1String(keys), QKeySequence::PortableText);
@@ -20,7 +26,8 @@ std::vector<WindowKey> FixedWindowKeys() {
     const QString next = QCoreApplication::translate("WindowKeys", "Next window");
     const QString previous = QCoreApplication::translate("WindowKeys", "Previous window");
     const QString close = QCoreApplication::translate("WindowKeys", "Close window");
-    const QString otherPart = QCoreApplication::translate("WindowKeys", "Switch between explorer and window");
+    const QString otherPart = QCoreApplication::translate("WindowKeys", "Next part: window, explorer, open views");
+    const QString previousPart = QCoreApplication::translate("WindowKeys", "Previous part");
     const QString menu = QCoreApplication::translate("WindowKeys", "Context menu");
     return {
         {Keys("Ctrl+Tab"), Use::LastUsedWindow,
@@ -31,8 +38,9 @@ std::vector<WindowKey> FixedWindowKeys() {
         {Keys("Ctrl+Shift+F6"), Use::PreviousWindow, previous, window, true},
         {Keys("Ctrl+F4"), Use::CloseWindow, close, window, true},
         {Keys("Ctrl+W"), Use::CloseWindow, close, window, false},
+        {Keys("Ctrl+S"), Use::SaveWindow, QCoreApplication::translate("WindowKeys", "Save window"), window, false},
         {Keys("F6"), Use::OtherPart, otherPart, window, false},
-        {Keys("Shift+F6"), Use::OtherPart, otherPart, window, false},
+        {Keys("Shift+F6"), Use::PreviousPart, previousPart, window, false},
         {Keys("F10"), Use::FirstMenu, QCoreApplication::translate("WindowKeys", "First menu"), window, false},
         {Keys("F2"), Use::Other, QCoreApplication::translate("WindowKeys", "Rename"), explorer, false},
         {Keys("Return"), Use::Other, QCoreApplication::translate("WindowKeys", "Open"), explorer, false},
@@ -47,6 +55,12 @@ std::vector<WindowKey> FixedWindowKeys() {
 
 std::vector<WindowKey> WindowKeys(const ActiveBar& activeBar) {
     std::vector<WindowKey> keyList = FixedWindowKeys();
+    // What a command of the host does as well isn't lost to it.
+    for (const auto& [name, use] :
+         {std::pair("File.Save", WindowKey::Use::SaveWindow), std::pair("File.Close", WindowKey::Use::CloseWindow)})
+        if (const Ref<Tool> tool = activeBar.Tools()->Find(name); tool && IsHosts(*tool))
+            std::erase_if(keyList,
+                          [&, same = use](const WindowKey& key) { return key.use == same && !key.comesFirst; });
     for (const auto& band : activeBar.Bands()->All()) {
         if (band->Kind() != BandKind::MenuBar || !band->Visible())
             continue;

@@ -18,10 +18,12 @@ struct WindowKey {
         NextWindow, // in the order of the tabs
         PreviousWindow,
         CloseWindow,
-        Title, // opens a menu by its underlined letter
+        SaveWindow, // where no command takes it
+        Title,      // opens a menu by its underlined letter
         FirstMenu,
-        OtherPart, // from the explorer to the windows and back
-        Other      // seen to by the widget that has the focus
+        OtherPart, // from the windows to the explorer, the open views and back
+        PreviousPart,
+        Other // seen to by the widget that has the focus
     };
     QKeySequence keys; // of one stroke
     Use use;

@@ -322,6 +322,7 @@ void Documents::TakeOut(WindowFrame& frame) {
 }
 
 void Documents::ShowGroups() {
+    Q_EMIT ActsChanged();
     if (!m_root)
         return;
     const QScopedValueRollback laysOut(m_laysOut, true); // once, behind all
@@ -414,6 +415,24 @@ void Documents::SetTabbed(bool tabbed) {
 
 // What a user does to the active window.
 
+Documents::Acts Documents::PossibleActs() const {
+    Acts acts;
+    const WindowFrame* frame = ActiveFrame();
+    if (!m_isTabbed || !frame)
+        return acts;
+    const auto groups = Groups();
+    const TabGroup* own = GroupOf(frame);
+    const auto shown = std::count_if(groups.begin(), groups.end(), [](const auto* group) { return group->HasShown(); });
+    const bool hasOthers = own && own->Entries().size() > 1;
+    acts.split = hasOthers;
+    acts.moveToNextGroup = own && (hasOthers || groups.size() > 1);
+    acts.goToNextGroup = shown > (own ? 1 : 0);
+    acts.moveToOwnWindow = acts.pin = own;
+    acts.dock = frame->Held() == WindowFrame::Holding::Own;
+    acts.closeOthers = own && !Others(*frame, false).empty();
+    return acts;
+}
+
 void Documents::Split(Side side) {
     WindowFrame* frame = ActiveFrame();
     TabGroup* group = GroupOf(frame);
@@ -475,7 +494,7 @@ void Documents::Pin() {
 
 void Documents::CloseOthers() {
     if (WindowFrame* frame = ActiveFrame())
-        CloseOthers(*frame, false);
+        Close(Others(*frame, false));
 }
 
 void Documents::ToOwn(WindowFrame& frame, const QPoint& corner) {

@@ -44,7 +44,18 @@ public:
     void SetMarked(bool marked);
     [[nodiscard]] bool IsOwn(const QWidget* window) const;
 
-    // What a user does to the active window; nothing while windows are free.
+    // What a user can do to the active window now; nothing while windows are free.
+    struct Acts {
+        bool split = false;
+        bool moveToNextGroup = false;
+        bool goToNextGroup = false;
+        bool moveToOwnWindow = false;
+        bool dock = false;
+        bool pin = false;
+        bool closeOthers = false;
+    };
+    [[nodiscard]] Acts PossibleActs() const;
+    // Each does nothing where it isn't possible.
     void Split(Side side);
     void MoveToNextGroup(); // a new one on the right where there is no other
     void GoToNextGroup();
@@ -75,6 +86,10 @@ public:
 Q_SIGNALS:
     // The groups, their order or their sizes are others.
     void Changed();
+    // What can be done to the active window may be different from now on.
+    void ActsChanged();
+    // The changes of that window are to be saved.
+    void SaveWanted(QWidget* window);
     // A window of its own is there, which has keys of its own.
     void OwnWindowMade(QWidget* window);
 
@@ -113,7 +128,8 @@ private:
     void ConnectBar(DocumentBar& bar, const std::function<WindowFrame*(int)>& frameAt);
     void ShowMenu(WindowFrame& frame, const QPoint& global);
     void Close(const std::vector<WindowFrame*>& frames);
-    void CloseOthers(WindowFrame& frame, bool onlyRight);
+    [[nodiscard]] std::vector<WindowFrame*> Others(const WindowFrame& frame,
+                                                   bool onlyRight) const; // of the group, to be closed
     void Drag(WindowFrame& frame, const QPoint& global);
     void Drop(WindowFrame& frame, const QPoint& global);
     [[nodiscard]] DropPlace PlaceAt(const WindowFrame& frame, const QPoint& global) const;

@@ -64,17 +64,17 @@ void Documents::Close(const std::vector<WindowFrame*>& frames) {
             frame->Widget()->close();
 }
 
-void Documents::CloseOthers(WindowFrame& frame, bool onlyRight) {
+std::vector<WindowFrame*> Documents::Others(const WindowFrame& frame, bool onlyRight) const {
+    std::vector<WindowFrame*> others;
     const TabGroup* group = GroupOf(&frame);
     if (!group)
-        return;
+        return others;
     const int place = group->IndexOf(&frame);
-    std::vector<WindowFrame*> others;
     for (int i = onlyRight ? place + 1 : 0; i < static_cast<int>(group->Entries().size()); ++i)
         if (const auto& entry = group->Entries()[static_cast<std::size_t>(i)];
             i != place && !entry.isPinned && entry.isShown)
             others.push_back(entry.frame);
-    Close(others);
+    return others;
 }
 
 void Documents::ShowMenu(WindowFrame& frame, const QPoint& global) {
@@ -93,17 +93,18 @@ void Documents::ShowMenu(WindowFrame& frame, const QPoint& global) {
         return action;
     };
     const bool hasOthers = group && group->Entries().size() > 1;
+    add(tr("Sa&ve"), frame.Widget()->isWindowModified(),
+        [this](WindowFrame& held) { Q_EMIT SaveWanted(held.Widget()); });
     add(tr("&Close"), true, [this](WindowFrame& held) { Close({&held}); });
     if (!group) {
         add(tr("&Dock"), true, [this](WindowFrame&) { Dock(); });
         menu->popup(global);
         return;
     }
-    const int place = group->IndexOf(&frame);
-    const bool isPinned = group->Entries()[static_cast<std::size_t>(place)].isPinned;
-    add(tr("Close &Others"), hasOthers, [this](WindowFrame& held) { CloseOthers(held, false); });
-    add(tr("Close to the &Right"), place + 1 < static_cast<int>(group->Entries().size()),
-        [this](WindowFrame& held) { CloseOthers(held, true); });
+    const bool isPinned = group->Entries()[static_cast<std::size_t>(group->IndexOf(&frame))].isPinned;
+    for (const bool onlyRight : {false, true})
+        add(onlyRight ? tr("Close to the &Right") : tr("Close &Others"), !Others(frame, onlyRight).empty(),
+            [this, onlyRight](WindowFrame& held) { Close(Others(held, onlyRight)); });
     menu->addSeparator();
     QAction* pin = add(tr("&Pin"), true, [this](WindowFrame&) { Pin(); });
     pin->setCheckable(true);

@@ -5,9 +5,16 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace corvane::desktop {
+
+namespace {
+
+constexpr int rootMargin = 8; // pixels, around the one row
+
+} // namespace
 
 QLabel* NewMessageLabel(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
@@ -23,7 +30,9 @@ QLabel* NewMessageLabel(const QString& text, QWidget* parent) {
 
 ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent)
     : QWidget(parent), m_tree(new ExplorerTree(treeView, std::move(icons), std::move(guard), this)),
-      m_filter(new QLineEdit(this)), m_message(NewMessageLabel({}, this)) {
+      m_filter(new QLineEdit(this)), m_empty(new QWidget(this)), m_message(NewMessageLabel({}, m_empty)),
+      m_act(new QPushButton(m_empty)),
+      m_emptyText(tr("Nothing here yet. Items that you create or open appear in this list.")) {
     m_filter->setPlaceholderText(tr("Filter"));
     AddClearButton(*m_filter);
     m_filter->setAccessibleName(tr("Filter for %1").arg(QString::fromStdString(treeView->Name())));
@@ -38,7 +47,17 @@ ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> i
     layout->setSpacing(0);
     layout->addLayout(filterRow);
     layout->addWidget(m_tree, 1);
-    layout->addWidget(m_message, 1);
+    layout->addWidget(m_empty, 1);
+    m_empty->setAutoFillBackground(true);
+    m_empty->setBackgroundRole(QPalette::Base);
+    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_act->hide();
+    auto* emptyLayout = new QVBoxLayout(m_empty);
+    emptyLayout->setContentsMargins(0, 0, 0, 0);
+    emptyLayout->addWidget(m_message);
+    emptyLayout->addWidget(m_act, 0, Qt::AlignHCenter);
+    emptyLayout->addStretch(1);
+    connect(m_act, &QPushButton::clicked, this, [this] { m_emptyAct(); });
     setFocusProxy(m_tree);
     setTabOrder(m_filter, m_tree);
 
@@ -52,14 +71,29 @@ void ExplorerPage::Update() {
     const bool visible = m_tree->Tree()->Visible();
     const bool hasNodes = m_tree->Tree()->GetNodes()->Count() > 0;
     const bool empty = m_tree->ShowsNothing();
+    const bool rootAlone = m_hasHint && !m_tree->IsFiltered() && HasRootAlone();
     m_filter->setVisible(visible && hasNodes);
     m_filter->setEnabled(m_tree->Tree()->Enabled());
     m_tree->setVisible(visible && !empty);
-    m_message->setVisible(visible && empty);
-    if (empty)
-        m_message->setText(hasNodes ? tr("No matching items")
-                                    : tr("Nothing here yet. Items that you create or open appear in this list."));
+    m_tree->setMaximumHeight(rootAlone ? m_tree->sizeHintForRow(0) + rootMargin : QWIDGETSIZE_MAX);
+    m_empty->setVisible(visible && (empty || rootAlone));
+    m_act->setVisible((!hasNodes || rootAlone) && m_emptyAct);
+    if (empty || rootAlone)
+        m_message->setText(hasNodes && !rootAlone ? tr("No matching items") : m_emptyText);
     layout()->activate(); // what is scrolled to next needs the space that there will be
+}
+
+bool ExplorerPage::HasRootAlone() const {
+    const auto& roots = m_tree->Tree()->GetNodes()->Roots();
+    return roots.size() == 1 && roots.front()->Children().empty();
+}
+
+void ExplorerPage::SetEmptyHint(const QString& text, const QString& button, std::function<void()> act) {
+    m_emptyText = text;
+    m_hasHint = true;
+    m_emptyAct = std::move(act);
+    m_act->setText(button);
+    Update();
 }
 
 void ExplorerPage::StartFilter() {

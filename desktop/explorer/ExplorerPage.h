@@ -7,6 +7,7 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace corvane::desktop {
 
@@ -19,6 +20,9 @@ public:
     [[nodiscard]] QLineEdit* Filter() const { return m_filter; }
     // The line that is in place of an empty tree.
     [[nodiscard]] QLabel* Message() const { return m_message; }
+    // What an empty tree says, and a button that does it; act is empty for none. A tree with nothing but its root says
+    // it as well, below that.
+    void SetEmptyHint(const QString& text, const QString& button, std::function<void()> act);
     // Puts the cursor in the field.
     void StartFilter();
     void ClearFilter();
@@ -29,10 +33,16 @@ protected:
 
 private:
     void Update();
+    [[nodiscard]] bool HasRootAlone() const;
 
     ExplorerTree* m_tree;
     QLineEdit* m_filter;
+    QWidget* m_empty; // in place of the tree while that has nothing to show
     QLabel* m_message;
+    QPushButton* m_act; // below the line, where there is something to be done
+    QString m_emptyText;
+    bool m_hasHint = false;
+    std::function<void()> m_emptyAct;
 };
 
 // The friendly line of an empty place.

@@ -5,6 +5,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int IconSize = 16;
 constexpr Single indentationTwips = 15;
+constexpr int markWidth = 3; // pixels
 
 // Above this many, laying out the whole tree once is cheaper than opening or closing items one by one.
 constexpr std::size_t ManyToggles = 8;
@@ -210,6 +212,28 @@ void ExplorerTree::ApplySelection() {
     if (index.isValid() && m_revealSelection)
         Reveal(index);
     m_revealSelection = false;
+}
+
+void ExplorerTree::Mark(const Ref<Node>& node) {
+    if (std::exchange(m_marked, node) == node)
+        return;
+    viewport()->update();
+    if (!node || IsFiltered())
+        return;
+    Sync();
+    if (const QModelIndex index = IndexOf(node.Get()); index.isValid() && isVisible()) {
+        Reveal(index);
+        m_scrollWhenShown = false;
+    }
+}
+
+void ExplorerTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QTreeView::drawRow(painter, option, index);
+    if (!m_marked || Shown()->NodeAt(index) != m_marked.Get())
+        return;
+    const int left = isRightToLeft() ? viewport()->width() - markWidth : 0;
+    painter->fillRect(left, option.rect.top(), markWidth, option.rect.height(),
+                      palette().color(QPalette::Active, QPalette::Highlight));
 }
 
 // The folders above open as a user would open them, so the model is notified of it.

@@ -34,6 +34,11 @@ public:
     // Selects the first match as a user would.
     void ChooseFirstMatch();
 
+    // Marks a node that isn't selected because of it: its row gets a line in the accent's colour, is made visible, and
+    // nothing is reported. Nothing takes the mark away.
+    void Mark(const Ref<Node>& node);
+    [[nodiscard]] const Ref<Node>& Marked() const { return m_marked; }
+
     // Shows now what waits for the end of the turn.
     void Sync();
     // The index of a node in the model that is shown now.
@@ -66,6 +71,7 @@ protected:
     void showEvent(QShowEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
@@ -105,6 +111,7 @@ private:
     FilterModel* m_filterModel;
     QString m_filter;
     std::vector<Ref<Node>> m_toggled;
+    Ref<Node> m_marked;
     bool m_selectionMoved = true;
     bool m_revealSelection = false;
     bool m_scrollWhenShown = false;

@@ -1,7 +1,8 @@
 #include "desktop/jobs/DesktopJobs.h"
 
 #include "desktop/jobs/JobBar.h"
-#include "desktop/jobs/JobsDialog.h"
+#include "desktop/jobs/JobsView.h"
+#include "desktop/style/ViewDock.h"
 
 #include <QCoreApplication>
 #include <QMainWindow>
@@ -12,6 +13,7 @@ namespace corvane::desktop {
 
 namespace {
 
+constexpr const char* viewName = "Jobs";
 constexpr int refreshInterval = 100; // milliseconds
 
 bool Holds(const std::vector<Ref<jobs::Job>>& jobs, const Ref<Window>& window) {
@@ -37,7 +39,7 @@ DesktopJobs::DesktopJobs(Parts parts) : m_parts(std::move(parts)) {
 }
 
 DesktopJobs::~DesktopJobs() {
-    delete m_view;
+    delete m_dock;
     delete m_bar;
     std::string stillRunning;
     (void)Stop(stillRunning);
@@ -82,15 +84,15 @@ void DesktopJobs::Refresh() {
     }
 }
 
-JobsDialog* DesktopJobs::ShowView() {
-    if (!m_view) {
-        m_view = new JobsDialog(m_manager, m_window);
-        m_view->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    m_view->show();
-    m_view->raise();
-    m_view->activateWindow();
+JobsView* DesktopJobs::ShowView() {
+    View().Open();
     return m_view;
+}
+
+ViewDock& DesktopJobs::View() {
+    if (!m_dock)
+        m_dock = new ViewDock(viewName, tr("Jobs"), *m_window, [this] { return m_view = new JobsView(m_manager); });
+    return *m_dock;
 }
 
 bool DesktopJobs::MayClose(const Ref<Window>& window, const QString& title, QWidget* over,

@@ -15,7 +15,8 @@ class QMainWindow;
 namespace corvane::desktop {
 
 class JobBar;
-class JobsDialog;
+class ViewDock;
+class JobsView;
 
 class DesktopJobs final : public QObject {
     Q_OBJECT
@@ -31,9 +32,11 @@ public:
     ~DesktopJobs() override;
 
     [[nodiscard]] const Ref<jobs::Manager>& Manager() const { return m_manager; }
-    // The window in whose status bar jobs are shown.
+    // The window in whose status bar and docks jobs are shown.
     void SetWindow(QMainWindow& window);
-    JobsDialog* ShowView();
+    JobsView* ShowView();
+    // The dock of the view, which is made when it is first asked for.
+    [[nodiscard]] ViewDock& View();
 
     // A window that is to close. Asks about its jobs; false when it is to stay open, and close is called once they have
     // ended if the user wants it so.
@@ -59,7 +62,8 @@ private:
     Subscription m_changed;
     QPointer<QMainWindow> m_window;
     QPointer<JobBar> m_bar;
-    QPointer<JobsDialog> m_view;
+    QPointer<ViewDock> m_dock;
+    QPointer<JobsView> m_view; // in it
     struct Closing {
         Ref<Window> window;
         std::function<void()> close;

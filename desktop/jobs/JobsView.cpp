@@ -1,10 +1,8 @@
-#include "desktop/jobs/JobsDialog.h"
+#include "desktop/jobs/JobsView.h"
 
 #include "desktop/jobs/JobTexts.h"
-#include "desktop/style/DialogSize.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -67,35 +65,35 @@ void SetText(QTreeWidgetItem& item, int column, const QString& text) {
 
 } // namespace
 
-JobsDialog::JobsDialog(Ref<jobs::Manager> jobs, QWidget* parent)
-    : QDialog(parent), m_jobs(std::move(jobs)), m_list(new QTreeWidget), m_empty(new QLabel(tr("No job is running."))),
-      m_details(new QPlainTextEdit), m_items(&IsBefore) {
-    setWindowTitle(tr("Jobs"));
-    ResizeWithin(*this, {720, 440});
+JobsView::JobsView(Ref<jobs::Manager> jobs, QWidget* parent)
+    : QWidget(parent), m_jobs(std::move(jobs)), m_list(new QTreeWidget), m_empty(new QLabel(tr("No job is running."))),
+      m_halves(new QSplitter), m_details(new QPlainTextEdit), m_items(&IsBefore) {
     SetUpList();
     m_details->setReadOnly(true);
     m_details->setAccessibleName(tr("Details"));
     m_details->setTabChangesFocus(true);
-    auto* halves = new QSplitter(Qt::Vertical);
-    halves->addWidget(m_list);
-    halves->addWidget(m_details);
-    halves->setStretchFactor(0, 2);
-    halves->setStretchFactor(1, 1);
-    halves->setChildrenCollapsible(false);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_empty);
-    layout->addWidget(halves, 1);
+    m_halves->addWidget(m_list);
+    m_halves->addWidget(m_details);
+    m_halves->setStretchFactor(0, 2);
+    m_halves->setStretchFactor(1, 1);
+    m_halves->setChildrenCollapsible(false);
+    auto* column = new QVBoxLayout;
+    column->addWidget(m_empty);
+    column->addWidget(m_halves, 1);
+    auto* all = new QHBoxLayout(this);
+    all->setContentsMargins(6, 6, 6, 6);
+    all->addLayout(column, 1);
     SetUpButtons();
+    setFocusProxy(m_list);
     Update();
-    m_list->setFocus();
 }
 
-JobsDialog::~JobsDialog() {
+JobsView::~JobsView() {
     if (!m_jobs->HasStopped())
         m_jobs->ForgetEnded();
 }
 
-void JobsDialog::SetUpList() {
+void JobsView::SetUpList() {
     m_list->setColumnCount(ColumnCount);
     m_list->setHeaderLabels({tr("Job"), tr("Progress"), tr("State"), tr("Belongs to")});
     m_list->setRootIsDecorated(false);
@@ -111,28 +109,34 @@ void JobsDialog::SetUpList() {
     m_list->setColumnWidth(BelongsTo, character * 26);
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setSectionResizeMode(State, QHeaderView::Stretch);
-    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &JobsDialog::ShowCurrent);
-    connect(m_list, &QTreeWidget::currentItemChanged, this, &JobsDialog::ShowCurrent);
+    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &JobsView::ShowCurrent);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &JobsView::ShowCurrent);
 }
 
-void JobsDialog::SetUpButtons() {
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    m_cancel = buttons->addButton(tr("Cancel &Job"), QDialogButtonBox::ActionRole);
-    m_clear = buttons->addButton(tr("Clear &Finished"), QDialogButtonBox::ActionRole);
-    for (QPushButton* button : {m_cancel, m_clear})
-        button->setAutoDefault(false);
-    connect(m_cancel, &QPushButton::clicked, this, &JobsDialog::CancelSelected);
+void JobsView::SetUpButtons() {
+    m_cancel = new QPushButton(tr("Cancel &Job"));
+    m_clear = new QPushButton(tr("Clear &Finished"));
+    auto* buttons = new QVBoxLayout;
+    buttons->addWidget(m_cancel);
+    buttons->addWidget(m_clear);
+    buttons->addStretch(1);
+    connect(m_cancel, &QPushButton::clicked, this, &JobsView::CancelSelected);
     connect(m_clear, &QPushButton::clicked, this, [this] {
         m_jobs->ForgetEnded();
         Update();
     });
-    connect(new QShortcut(QKeySequence::Delete, m_list), &QShortcut::activated, this, &JobsDialog::CancelSelected);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout()->addWidget(buttons);
+    connect(new QShortcut(QKeySequence::Delete, m_list), &QShortcut::activated, this, &JobsView::CancelSelected);
+    static_cast<QHBoxLayout*>(layout())->addLayout(buttons);
+}
+
+// The details are beside the list where it is wider than high, as at the bottom of the window.
+void JobsView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_halves->setOrientation(width() > 2 * height() ? Qt::Horizontal : Qt::Vertical);
 }
 
 // The rows of those that are still there stay, and so does what is selected.
-void JobsDialog::Update() {
+void JobsView::Update() {
     auto jobs = m_jobs->Active();
     jobs.insert(jobs.end(), m_jobs->Ended().rbegin(), m_jobs->Ended().rend());
     decltype(m_items) items(&IsBefore);
@@ -159,7 +163,7 @@ void JobsDialog::Update() {
     ShowCurrent();
 }
 
-void JobsDialog::Fill(QTreeWidgetItem& item, const jobs::Job& job) {
+void JobsView::Fill(QTreeWidgetItem& item, const jobs::Job& job) {
     const auto part = job.Part();
     SetText(item, Title, QString::fromStdString(job.Title()));
     SetText(item, Progress, job.HasEnded() ? QString() : PercentText(job));
@@ -168,14 +172,14 @@ void JobsDialog::Fill(QTreeWidgetItem& item, const jobs::Job& job) {
     SetText(item, BelongsTo, OwnerText(job));
 }
 
-Ref<jobs::Job> JobsDialog::Current() const {
+Ref<jobs::Job> JobsView::Current() const {
     for (const auto& [job, item] : m_items)
         if (item == m_list->currentItem())
             return job;
     return nullptr;
 }
 
-void JobsDialog::ShowCurrent() {
+void JobsView::ShowCurrent() {
     const Ref<jobs::Job> current = Current();
     const QString details = current ? DetailsText(*current) : QString();
     if (m_details->toPlainText() != details) {
@@ -190,7 +194,7 @@ void JobsDialog::ShowCurrent() {
     m_clear->setEnabled(!m_jobs->Ended().empty());
 }
 
-void JobsDialog::CancelSelected() {
+void JobsView::CancelSelected() {
     std::vector<Ref<jobs::Job>> selected;
     for (const auto& [job, item] : m_items)
         if (item->isSelected())
@@ -202,4 +206,4 @@ void JobsDialog::CancelSelected() {
 
 } // namespace corvane::desktop
 
-#include "moc_JobsDialog.cpp"
+#include "moc_JobsView.cpp"

@@ -3,25 +3,29 @@
 
 #include "jobs/Manager.h"
 
-#include <QDialog>
+#include <QWidget>
 #include <map>
 
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
+class QSplitter;
 class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace corvane::desktop {
 
-class JobsDialog final : public QDialog {
+class JobsView final : public QWidget {
     Q_OBJECT
 public:
-    // Ended jobs count as seen once it is closed.
-    JobsDialog(Ref<jobs::Manager> jobs, QWidget* parent);
-    ~JobsDialog() override;
+    // Ended jobs count as seen once it goes.
+    explicit JobsView(Ref<jobs::Manager> jobs, QWidget* parent = nullptr);
+    ~JobsView() override;
 
     void Update();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void SetUpList();
@@ -34,6 +38,7 @@ private:
     Ref<jobs::Manager> m_jobs;
     QTreeWidget* m_list;
     QLabel* m_empty;
+    QSplitter* m_halves;
     QPlainTextEdit* m_details;
     QPushButton* m_cancel = nullptr;
     QPushButton* m_clear = nullptr;

@@ -1,4 +1,4 @@
-#include "desktop/log/LogDialog.h"
+#include "desktop/log/LogPanel.h"
 
 #include "desktop/style/DialogSize.h"
 
@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QTableView>
 #include <QVBoxLayout>
 
 namespace corvane::desktop {
@@ -21,29 +22,31 @@ constexpr int reportLines = 200;
 
 } // namespace
 
-LogDialog::LogDialog(const QString& logFile, ReportParts parts, PathFunction path, QWidget* parent)
-    : QDialog(parent), m_view(new LogView(logFile)), m_parts(std::move(parts)), m_path(std::move(path)) {
-    setWindowTitle(tr("Log"));
-    ResizeWithin(*this, {860, 520});
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    auto* copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
-    auto* report = buttons->addButton(tr("Save &Report…"), QDialogButtonBox::ActionRole);
+LogPanel::LogPanel(const QString& logFile, ReportParts parts, PathFunction path, QWidget* parent)
+    : QWidget(parent), m_view(new LogView(logFile)), m_parts(std::move(parts)), m_path(std::move(path)) {
+    auto* copy = new QPushButton(tr("&Copy"));
+    auto* report = new QPushButton(tr("Save &Report…"));
     connect(copy, &QPushButton::clicked, m_view, &LogView::Copy);
-    connect(report, &QPushButton::clicked, this, &LogDialog::ShowReport);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_view, 1);
-    layout->addWidget(buttons);
+    connect(report, &QPushButton::clicked, this, &LogPanel::ShowReport);
+    auto* buttons = new QVBoxLayout;
+    buttons->addWidget(copy);
+    buttons->addWidget(report);
+    buttons->addStretch(1);
+    auto* all = new QHBoxLayout(this);
+    all->setContentsMargins(6, 6, 6, 6);
+    all->addWidget(m_view, 1);
+    all->addLayout(buttons);
+    setFocusProxy(&m_view->Table());
 }
 
-void LogDialog::ShowReport() {
+void LogPanel::ShowReport() {
     ReportParts parts = m_parts;
     parts.logLines = m_view->LatestLines(reportLines);
     ReportDialog dialog(ReportText(parts), m_path, this);
     dialog.exec();
 }
 
-ReportDialog::ReportDialog(const QString& text, LogDialog::PathFunction path, QWidget* parent)
+ReportDialog::ReportDialog(const QString& text, LogPanel::PathFunction path, QWidget* parent)
     : QDialog(parent), m_preview(new QPlainTextEdit), m_path(std::move(path)) {
     setWindowTitle(tr("Save Report"));
     ResizeWithin(*this, {760, 560});
@@ -84,4 +87,4 @@ bool ReportDialog::Save() {
 
 } // namespace corvane::desktop
 
-#include "moc_LogDialog.cpp"
+#include "moc_LogPanel.cpp"

@@ -1,4 +1,4 @@
-// The log in a window, and the report that is made of it.
+// The log as a view, and the report that is made of it.
 #pragma once
 
 #include "desktop/log/LogView.h"
@@ -10,13 +10,13 @@ class QPlainTextEdit;
 
 namespace corvane::desktop {
 
-class LogDialog final : public QDialog {
+class LogPanel final : public QWidget {
     Q_OBJECT
 public:
     // Asks the user where to save; empty when they cancelled.
     using PathFunction = std::function<QString()>;
 
-    LogDialog(const QString& logFile, ReportParts parts, PathFunction path, QWidget* parent);
+    LogPanel(const QString& logFile, ReportParts parts, PathFunction path, QWidget* parent = nullptr);
 
     [[nodiscard]] LogView& View() { return *m_view; }
     void ShowReport();
@@ -31,7 +31,7 @@ private:
 class ReportDialog final : public QDialog {
     Q_OBJECT
 public:
-    ReportDialog(const QString& text, LogDialog::PathFunction path, QWidget* parent);
+    ReportDialog(const QString& text, LogPanel::PathFunction path, QWidget* parent);
 
     [[nodiscard]] QPlainTextEdit& Preview() { return *m_preview; }
     // False when there is no path or nothing could be written, which has been shown.
@@ -39,7 +39,7 @@ public:
 
 private:
     QPlainTextEdit* m_preview;
-    LogDialog::PathFunction m_path;
+    LogPanel::PathFunction m_path;
 };
 
 } // namespace corvane::desktop

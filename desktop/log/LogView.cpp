@@ -25,7 +25,8 @@ constexpr int lookMilliseconds = 1000; // while it is shown
 
 LogView::LogView(const QString& logFile, QWidget* parent)
     : QWidget(parent), m_model(new LogModel(logFile, this)), m_shown(new QSortFilterProxyModel(this)),
-      m_filter(new QLineEdit), m_table(new QTableView), m_line(new QPlainTextEdit), m_state(new QLabel) {
+      m_filter(new QLineEdit), m_table(new QTableView), m_line(new QPlainTextEdit), m_halves(new QSplitter),
+      m_state(new QLabel) {
     m_shown->setSourceModel(m_model);
     m_shown->setFilterKeyColumn(-1);
     m_shown->setFilterCaseSensitivity(Qt::CaseInsensitive);
@@ -47,15 +48,14 @@ LogView::LogView(const QString& logFile, QWidget* parent)
     m_table->setColumnWidth(LogModel::Number, m_table->fontMetrics().horizontalAdvance("-2147221504") + 16);
     m_line->setReadOnly(true);
     m_line->setAccessibleName(tr("Full Entry"));
-    auto* splitter = new QSplitter(Qt::Vertical);
-    splitter->addWidget(m_table);
-    splitter->addWidget(m_line);
-    splitter->setStretchFactor(0, 4);
-    splitter->setStretchFactor(1, 1);
+    m_halves->addWidget(m_table);
+    m_halves->addWidget(m_line);
+    m_halves->setStretchFactor(0, 4);
+    m_halves->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_filter);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_halves, 1);
     layout->addWidget(m_state);
     auto* copy = new QAction(tr("&Copy"), m_table);
     copy->setShortcut(QKeySequence::Copy);
@@ -70,6 +70,12 @@ LogView::LogView(const QString& logFile, QWidget* parent)
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &LogView::ShowLine);
     startTimer(lookMilliseconds);
     Update();
+}
+
+// The full entry is beside the table where it is wider than high, as at the bottom of the window.
+void LogView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_halves->setOrientation(width() > 2 * height() ? Qt::Horizontal : Qt::Vertical);
 }
 
 void LogView::showEvent(QShowEvent* event) {

@@ -10,6 +10,7 @@ class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QSortFilterProxyModel;
+class QSplitter;
 class QTableView;
 
 namespace corvane::desktop {
@@ -29,6 +30,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
@@ -40,6 +42,7 @@ private:
     QLineEdit* m_filter;
     QTableView* m_table;
     QPlainTextEdit* m_line;
+    QSplitter* m_halves;
     QLabel* m_state;
 };
 

@@ -111,9 +111,14 @@ Variant CommonDialog::Invoke(std::string_view name, std::span<const Variant> arg
 }
 
 std::string CommonDialog::ShowOpen(const std::string& title, const std::string& filter, const std::string& folder) {
-    if (auto answer = TakeAnswer())
-        return *answer;
-    return m_files.AskOpen(ActiveWindowOr(m_window), Text(title), Text(filter), Text(folder)).toStdString();
+    std::optional<std::string> path = std::exchange(m_openAnswer, std::nullopt);
+    if (!path)
+        path = TakeAnswer();
+    if (!path)
+        path = m_files.AskOpen(ActiveWindowOr(m_window), Text(title), Text(filter), Text(folder)).toStdString();
+    if (m_onOpen && !path->empty())
+        m_onOpen(*path);
+    return *path;
 }
 
 std::string CommonDialog::ShowSave(const std::string& title, const std::string& filter, const std::string& path) {

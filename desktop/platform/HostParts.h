@@ -77,6 +77,10 @@ public:
     // Answers the next dialog without showing it; several answers are used in order.
     void AddAnswer(std::string answer) { m_answers.push_back(std::move(answer)); }
 
+    // Answers the next question for a file to open, until it is taken back by nothing.
+    void AnswerOpen(std::optional<std::string> path) { m_openAnswer = std::move(path); }
+    // Called with each path that ShowOpen returns.
+    void SetOnOpen(std::function<void(const std::string&)> onOpen) { m_onOpen = std::move(onOpen); }
     // Called with each answer to a call by name, "" for Cancel.
     void SetOnAnswer(std::function<void(const std::string&)> onAnswer) { m_onAnswer = std::move(onAnswer); }
     Variant Invoke(std::string_view name, std::span<const Variant> arguments) override;
@@ -108,6 +112,8 @@ private:
     bool m_withDialogs;
     QPointer<QWidget> m_window;
     std::deque<std::string> m_answers;
+    std::optional<std::string> m_openAnswer;
+    std::function<void(const std::string&)> m_onOpen;
     std::function<void(const std::string&)> m_onAnswer;
     FileDialogs m_files{StateFile({}, {})};
 };

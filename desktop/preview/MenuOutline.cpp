@@ -91,7 +91,7 @@ void MenuOutline::SetUpItem(QTreeWidgetItem& item, const check::OutlineLine& lin
     }
     item.setText(0, Text(line.key));
     item.setText(1,
-                 line.isLost ? tr("%1 (doesn’t appear)").arg(WithoutMarks(line.caption)) : WithoutMarks(line.caption));
+                 line.isLost ? tr("%1 (doesn't appear)").arg(WithoutMarks(line.caption)) : WithoutMarks(line.caption));
     item.setText(2, Text(line.places.front().file).section('/', -1));
     item.setToolTip(2, Text(line.places.front().file));
 }

@@ -530,7 +530,7 @@ void PreviewWindow::ReportState() {
     }
     if (!m_refused.isEmpty()) {
         icon = QStyle::SP_MessageBoxWarning;
-        text = tr("The entry can’t be moved: %1").arg(m_refused);
+        text = tr("The entry can't be moved: %1").arg(m_refused);
     }
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_icon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(size));

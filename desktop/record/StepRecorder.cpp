@@ -151,7 +151,12 @@ void StepRecorder::FollowTree(const Ref<TreeView>& tree) {
 void StepRecorder::Bar_ToolClick(const Tool& tool) {
     const auto item = tool.TagVariant().TryAs<ActionItem>();
     const Ref<Object> provider = item ? item->ActionsProviderObj() : nullptr;
-    const bool isHosts = provider && provider->TypeName() == "HostService";
+    if (item && item->Name().starts_with("DesktopRecentFile"))
+        return; // the command that opens it, and the answer that it gets, are steps
+    const bool isHosts =
+        provider && (provider->TypeName() == "HostService" || item->Name().starts_with("DesktopLayout"));
+    if (isHosts && (item->Action() == "OnSave" || item->Action() == "OnClose"))
+        return; // what it does to a window is a step of the window
     Step(isHosts ? "# of the desktop itself: click " + tool.Name() : "click " + tool.Name());
 }
 

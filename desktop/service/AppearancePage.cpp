@@ -71,6 +71,7 @@ Appearance Appearance::Load() {
     const auto size = QString::fromStdString(store->GetValue("IconSize", 0));
     appearance.iconSize = qBound(0, size.toInt(), 128);
     appearance.tabbedWindows = EqualText(store->GetValue("TabbedWindows", true), "True");
+    appearance.startPage = EqualText(store->GetValue("StartPage", true), "True");
     return appearance;
 }
 
@@ -79,6 +80,7 @@ void Appearance::Save() const {
     store->SetValue("Theme", theme);
     store->SetValue("IconSize", iconSize);
     store->SetValue("TabbedWindows", tabbedWindows);
+    store->SetValue("StartPage", startPage);
 }
 
 void ApplyTheme(const std::string& theme) {
@@ -116,13 +118,18 @@ QWidget* AppearancePage::NewWidget(QWidget* parent) {
     m_windows = new QComboBox;
     m_windows->addItem(tr("In tabs"), true);
     m_windows->addItem(tr("Free"), false);
+    m_startPage = new QComboBox;
+    m_startPage->addItem(tr("Show the start page"), true);
+    m_startPage->addItem(tr("Show nothing"), false);
     form->addRow(tr("&Theme:"), m_theme.data());
     form->addRow(tr("Toolbar &icon size:"), m_iconSize.data());
     form->addRow(tr("&Windows:"), m_windows.data());
+    form->addRow(tr("While &no window is open:"), m_startPage.data());
     Select(*m_theme, QString::fromStdString(m_saved.theme));
     Select(*m_iconSize, m_saved.iconSize);
     Select(*m_windows, m_saved.tabbedWindows);
-    for (QComboBox* box : {m_theme.data(), m_iconSize.data(), m_windows.data()})
+    Select(*m_startPage, m_saved.startPage);
+    for (QComboBox* box : {m_theme.data(), m_iconSize.data(), m_windows.data(), m_startPage.data()})
         QObject::connect(box, &QComboBox::currentIndexChanged, widget, [this] { m_pageBase->ValidityChanged(); });
     return widget;
 }
@@ -140,6 +147,7 @@ Appearance AppearancePage::Chosen() const {
     chosen.theme = m_theme->currentData().toString().toStdString();
     chosen.iconSize = m_iconSize->currentData().toInt();
     chosen.tabbedWindows = m_windows->currentData().toBool();
+    chosen.startPage = m_startPage->currentData().toBool();
     return chosen;
 }
 

@@ -20,6 +20,7 @@ struct Appearance {
     std::string theme = "System"; // or Light, Dark
     int iconSize = 0;             // in pixels, of toolbars; 0 for the style's own
     bool tabbedWindows = true;    // or free
+    bool startPage = true;        // while no window is open
 
     // What the user chose; a value that can't be read is the default.
     [[nodiscard]] static Appearance Load();
@@ -53,6 +54,7 @@ private:
     QPointer<QComboBox> m_theme;
     QPointer<QComboBox> m_iconSize;
     QPointer<QComboBox> m_windows;
+    QPointer<QComboBox> m_startPage;
     Ref<PageBase> m_pageBase = New<PageBase>();
     Subscription m_save;
 };

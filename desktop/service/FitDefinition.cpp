@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <set>
 #include <span>
 
@@ -12,6 +13,7 @@ namespace corvane::desktop {
 
 namespace {
 
+constexpr const char* fileMenu = "File";
 constexpr int lastOrder = 2146; // beyond it, entries at 9,000 and more have no rank
 
 // The standard titles in their order on a menu bar. A title that isn't among them belongs between the two halves.
@@ -59,6 +61,16 @@ std::string OrderBelow(std::string_view title, const MenusInUse& inUse) {
     return it == inUse.Titles().end() ? std::string() : std::to_string(it->second) + ".43";
 }
 
+// For an entry of File that would be behind the application's own "Exit", which is the last one: close before it, and
+// behind those of the host that came before. Empty for others.
+std::string OrderBeforeExit(const DefinitionTag& menuItem, const MenusInUse& inUse, int& count) {
+    const std::optional<int> exit = inUse.ExitOrder();
+    if (!exit || *exit < 1 || !EqualText(menuItem.Attribute("Path"), fileMenu) ||
+        std::atoi(std::string(menuItem.Attribute("PositionOrder")).c_str()) <= *exit)
+        return {};
+    return std::to_string(*exit - 1) + "." + std::to_string(51 + count++);
+}
+
 std::string KeyOf(const DefinitionTag& menuItem) {
     const std::string_view path = menuItem.Attribute("Path");
     std::string key(path);
@@ -90,6 +102,8 @@ void MenusInUse::Add(const MenuItemDefCollection& menuItemDefs) {
         if (isWanted && (isTitle || def->MenuType() == MenuType::fwMenuItem))
             if (std::string key = def->Key(); m_wantedKeys.contains(key))
                 m_keys.insert(std::move(key));
+        if (isWanted && !isTitle && EqualText(*path, fileMenu) && EqualText(def->ActionItemDef()->Action(), "AppExit"))
+            m_exitOrder = static_cast<int>(std::lround(def->PositionOrder()));
         if (isTitle && path->empty())
             AddTitle(def->ActionItemDef()->Name(), static_cast<int>(std::lround(def->PositionOrder())));
         if (!def->ShortCutKey().empty() && m_wantedShortCuts.contains(def->ShortCutKey()))
@@ -100,6 +114,7 @@ void MenusInUse::Add(const MenuItemDefCollection& menuItemDefs) {
 std::string FitDefinition(std::string_view text, MenusInUse inUse) {
     std::string fitted;
     std::size_t copied = 0;
+    int beforeExitCount = 0;
     for (const DefinitionTag& tag : TagsIn(text, {"MenuItem"})) {
         fitted += text.substr(copied, tag.begin - copied);
         copied = tag.end;
@@ -110,11 +125,14 @@ std::string FitDefinition(std::string_view text, MenusInUse inUse) {
         const bool isTitle = isAnyTitle && path.empty();
         const int order = isTitle ? FreeOrder(tag.Attribute("ActionItem"), inUse) : 0;
         const std::string below = isAnyTitle && !isTitle ? OrderBelow(path, inUse) : std::string();
+        const std::string beforeExit = isAnyTitle ? std::string() : OrderBeforeExit(tag, inUse, beforeExitCount);
         fitted += "<MenuItem";
         for (const auto& [name, value] : tag.attributes) {
             if (name == "ShortCutKey" && inUse.HasShortCut(value))
                 continue;
             std::string written(value);
+            if (name == "PositionOrder" && !beforeExit.empty())
+                written = beforeExit;
             if (name == "PositionOrder" && isAnyTitle && (isTitle || !below.empty()))
                 written = isTitle ? std::to_string(order) : below;
             fitted.append(" ").append(name).append("=\"").append(written).append("\"");

@@ -5,6 +5,7 @@
 #include "corvane/services/MenuItemDef.h"
 #include "corvane/services/ReadActions.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -27,6 +28,8 @@ public:
     [[nodiscard]] bool HasShortCut(std::string_view shortCut) const { return m_shortCuts.contains(shortCut); }
     // The orders of the titles of the menu bar, by their names.
     [[nodiscard]] const auto& Titles() const { return m_titles; }
+    // Of the entry that ends the application in the menu File; nothing without one.
+    [[nodiscard]] std::optional<int> ExitOrder() const { return m_exitOrder; }
 
 private:
     using NameSet = std::unordered_set<std::string, TextHash, TextEqual>;
@@ -36,10 +39,11 @@ private:
     NameSet m_keys;
     NameSet m_shortCuts;
     std::unordered_map<std::string, int, TextHash, TextEqual> m_titles;
+    std::optional<int> m_exitOrder;
 };
 
-// The text of the definition without the entries whose key is taken and without the shortcuts that are taken, and with
-// a free place for each of its titles among the application's.
+// The text of the definition without the entries whose key is taken and without the shortcuts that are taken, with a
+// free place for each of its titles among the application's, and with the entries of File before the one that ends it.
 [[nodiscard]] std::string FitDefinition(std::string_view text, MenusInUse inUse);
 
 } // namespace corvane::desktop

@@ -40,6 +40,8 @@ void RecentFiles::Save() {
     for (const std::string& path : m_paths)
         paths.append(QString::fromStdString(path));
     m_file.Write({{"files", paths}});
+    if (m_onChange)
+        m_onChange();
 }
 
 } // namespace corvane::desktop

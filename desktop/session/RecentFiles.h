@@ -4,6 +4,7 @@
 #include "corvane/base/Automation.h"
 #include "desktop/state/StateFile.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ public:
     void Remove(const std::string& path);
     void Clear();
     [[nodiscard]] Long Count() const { return static_cast<Long>(m_paths.size()); }
+    // Called when they are others.
+    void SetOnChange(std::function<void()> onChange) { m_onChange = std::move(onChange); }
     // From 1, the latest. Fails with 9 outside.
     [[nodiscard]] std::string Item(Long position) const;
 
@@ -35,6 +38,7 @@ private:
 
     StateFile m_file;
     std::vector<std::string> m_paths;
+    std::function<void()> m_onChange;
 };
 
 } // namespace corvane::desktop

@@ -49,15 +49,6 @@ Ref<ActionItemCollection> ToolbarItems() {
     return menus ? menus->ToolbarActionItems() : nullptr;
 }
 
-// The entry that shows and hides the status bar, if the application has one.
-Ref<Tool> StatusBarTool(const ActiveBar& activeBar) {
-    for (const auto& tool : activeBar.Tools()->All())
-        if (const auto item = tool->TagVariant().TryAs<ActionItem>())
-            if (EqualText(item->Action(), "EnableStatusBar"))
-                return tool;
-    return nullptr;
-}
-
 QString StateWord(FormState state) {
     if (state == FormState::Maximized)
         return maximized;
@@ -181,6 +172,8 @@ void Session::NoteWindows() {
                           {"key", hasKey ? Text(window->Key()) : QString()}};
         if (window == Singleton::Framework()->WindowManager()->ActiveWindow())
             entry["active"] = true;
+        if (const std::string item = m_parts.itemOf ? m_parts.itemOf(*window) : std::string(); !item.empty())
+            entry["item"] = Text(item);
         if (form && form->Visible()) {
             const QRect place = form->Placement().NormalPlace();
             entry["place"] = QJsonArray{place.x(), place.y(), place.width(), place.height()};
@@ -199,11 +192,9 @@ void Session::NoteWindows() {
 }
 
 QJsonObject Session::State() const {
-    QJsonObject state{{"version", version},
-                      {"docks", Packed(m_parts.window->saveState(version))},
-                      {"toolbars", Toolbars()},
-                      {"explorer", Explorer()},
-                      {"windows", m_windows}};
+    QJsonObject state{{"version", version},     {"docks", Packed(m_parts.window->saveState(version))},
+                      {"toolbars", Toolbars()}, {"explorer", Explorer()},
+                      {"views", OpenViews()},   {"windows", m_windows}};
     if (!m_groups.isEmpty())
         state["groups"] = m_groups;
     if (m_parts.place)
@@ -295,22 +286,27 @@ void Session::Tree_Changed(TreeView* tree, const TreeChange& change) {
         Schedule();
     if (change.eWhat == TreeChange::What::Selection && !m_selects && tree->SelectedItem())
         m_toSelect.clear(); // whoever has chosen something by now isn't taken away from it
-    if (change.eWhat != TreeChange::What::AfterInsert || m_ends ||
-        (!m_awaited.contains(tree) && !m_toSelect.contains(tree)))
+    if (m_ends)
         return;
-    if (m_inserted.empty()) // whoever adds it may open it by itself in the same breath
+    if (change.eWhat == TreeChange::What::BeforeClear)
+        KeepNodes(*tree);
+    const bool opens = change.eWhat == TreeChange::What::Expanded && change.pNode->Children().empty();
+    if (opens && change.pNode->Expanded())
+        m_opened.emplace_back(change.pNode);
+    const bool isAwaited =
+        change.eWhat == TreeChange::What::AfterInsert && (m_awaited.contains(tree) || m_toSelect.contains(tree));
+    if ((isAwaited || !m_opened.empty()) && !std::exchange(m_nodesCome, true))
+        // Whoever adds a node may open it by itself in the same breath.
         QMetaObject::invokeMethod(
             this,
             [this] {
-                OpenAwaitedNodes();
-                SelectAwaitedNodes();
+                m_nodesCome = false;
+                NodesCame();
             },
             Qt::QueuedConnection);
-    m_inserted.emplace_back(change.pNode);
 }
 
 void Session::OpenAwaitedNodes() {
-    m_inserted.clear();
     for (auto& [tree, nodes] : m_awaited)
         for (auto it = nodes.begin(); it != nodes.end();) {
             const Ref<Node> node = tree->GetNodes()->Find(it->first);
@@ -327,7 +323,8 @@ void Session::Restore(bool follow) {
     if (m_read["version"].toInt() > version)
         m_read = {}; // a later version's; what it means isn't known here
     if (!m_read.isEmpty()) {
-        RestoreToolbars(m_read["toolbars"].toObject());
+        RestoreToolbars(m_read);
+        ShowViews(m_read["views"].toArray());
         RestoreExplorer(m_read["explorer"].toObject());
         if (m_parts.place)
             desktop::PlaceAgain(*m_parts.window, m_read["geometry"]);
@@ -335,12 +332,15 @@ void Session::Restore(bool follow) {
         m_parts.window->restoreState(Unpacked(m_read["docks"]), version);
         m_parts.flush(); // what was kept also says what was hidden then; what holds is the models
     }
+    for (const auto& tree : Trees())
+        CloseNewNodes(*tree, m_read["explorer"].toObject()["trees"].toObject()[Text(tree->Name())].toObject());
     if (follow)
         Follow();
 }
 
-void Session::RestoreToolbars(const QJsonObject& toolbars) {
+void Session::RestoreToolbars(const QJsonObject& state) {
     const Ref<ActiveBar> activeBar = m_parts.activeBar;
+    const QJsonObject toolbars = state["toolbars"].toObject();
     m_parts.guard([&] {
         const auto items = ToolbarItems();
         for (auto it = toolbars.begin(); items && it != toolbars.end(); ++it) {
@@ -350,8 +350,8 @@ void Session::RestoreToolbars(const QJsonObject& toolbars) {
                 activeBar->Click(tool); // as the user did
         }
         const auto band = activeBar->Bands()->Find(statusBand);
-        if (band && m_read["statusBar"].isBool() && band->Visible() != m_read["statusBar"].toBool())
-            if (const auto tool = StatusBarTool(*activeBar))
+        if (band && state["statusBar"].isBool() && band->Visible() != state["statusBar"].toBool())
+            if (const auto tool = ToolOfAction("EnableStatusBar"))
                 activeBar->Click(tool);
     });
 }
@@ -480,6 +480,10 @@ Ref<Window> Session::OpenAgain(const QJsonObject& entry) {
     return nullptr;
 }
 
+bool Session::Reopen(const std::string& name, const std::string& key) {
+    return OpenAgain({{"name", Text(name)}, {"key", Text(key)}}) != nullptr;
+}
+
 void Session::PlaceAgain(Window& window, const QJsonObject& entry) {
     const auto form = FormOf(window);
     const QJsonArray places = entry["place"].toArray();
@@ -522,6 +526,8 @@ void Session::RestoreWindows() {
             if (!window)
                 return;
             PlaceAgain(*window, entry);
+            if (m_parts.setItem)
+                m_parts.setItem(*window, entry["item"].toString().toStdString());
             forms.back() = FormOf(*window);
             if (entry["active"].toBool())
                 active = FormOf(*window);

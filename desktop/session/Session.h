@@ -38,6 +38,12 @@ public:
         bool place = true;           // false: the window's place isn't kept
         // Whether that service would have to be started to be asked, if given.
         std::function<bool(const Ref<Object>& service)> isIdle = {};
+        // Opens the host's view of that name where it was; without it none is.
+        std::function<void(const QString& name)> showView = {};
+        // The item of the explorer that a window belongs to, as a text, and the same again; without them no window has
+        // one.
+        std::function<std::string(const Window&)> itemOf = {};
+        std::function<void(const Window&, const std::string&)> setItem = {};
     };
 
     // Before the library is initialized: the session is notified of the form's unload first, while everything still
@@ -52,6 +58,11 @@ public:
     void RestoreWindows();
     // Writes what has changed, now.
     void Save();
+    // Asks the services for a window that was open, as at the start; false when none opens it.
+    [[nodiscard]] bool Reopen(const std::string& name, const std::string& key);
+    // Where docks, toolbars and groups are, and the same again, as far as it can be; windows that are free stay.
+    [[nodiscard]] QJsonObject Layout() const;
+    void SetLayout(const QJsonObject& layout);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -75,7 +86,10 @@ private:
     void RestoreGroups(const QJsonArray& windows, const std::vector<Ref<WindowForm>>& forms);
     [[nodiscard]] QJsonObject Explorer() const;
     [[nodiscard]] QJsonObject Toolbars() const;
-    void RestoreToolbars(const QJsonObject& toolbars);
+    [[nodiscard]] QJsonArray OpenViews() const;
+    void ShowViews(const QJsonArray& names);
+    [[nodiscard]] Ref<Tool> ToolOfAction(const char* action) const;
+    void RestoreToolbars(const QJsonObject& state);
     void RestoreExplorer(const QJsonObject& explorer);
     void RestoreNodes(const Ref<TreeView>& tree, const QJsonObject& nodes);
     void SelectNodes(const QJsonObject& trees);
@@ -84,6 +98,10 @@ private:
     void SelectAwaitedNodes();
     void Tree_Changed(TreeView* tree, const TreeChange& change);
     void OpenAwaitedNodes();
+    void NodesCame();
+    void KeepNodes(TreeView& tree);
+    void CloseNewNodes(const std::vector<Ref<Node>>& opened, const std::set<std::string>& known) const;
+    void CloseNewNodes(const TreeView& tree, const QJsonObject& kept) const;
     [[nodiscard]] Ref<TabStrip> Tabs() const;
     [[nodiscard]] std::vector<Ref<TreeView>> Trees() const;
 
@@ -100,7 +118,8 @@ private:
     std::map<TreeView*, std::map<std::string, bool>> m_awaited;
     std::map<TreeView*, std::string> m_toSelect; // the node, until something else is selected in the tree
     bool m_selects = false;
-    std::vector<Ref<Node>> m_inserted;
+    std::vector<Ref<Node>> m_opened; // as they came, in this turn
+    bool m_nodesCome = false;        // in this turn
     std::vector<Subscription> m_subscriptions;
 };
 

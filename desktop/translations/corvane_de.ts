@@ -62,6 +62,18 @@
         <source>Free</source>
         <translation>Frei</translation>
     </message>
+    <message>
+        <source>Show the start page</source>
+        <translation>Startseite zeigen</translation>
+    </message>
+    <message>
+        <source>Show nothing</source>
+        <translation>Nichts zeigen</translation>
+    </message>
+    <message>
+        <source>While &amp;no window is open:</source>
+        <translation>Ohne &amp;offenes Fenster:</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -309,6 +321,10 @@
         <source>Bring the window %1 to the front first</source>
         <translation>Holen Sie zuerst das Fenster %1 nach vorn</translation>
     </message>
+    <message>
+        <source>the window itself</source>
+        <translation>das Fenster selbst</translation>
+    </message>
 </context>
 <context>
     <name>CustomizeDialog</name>
@@ -395,6 +411,13 @@
     </message>
 </context>
 <context>
+    <name>DesktopJobs</name>
+    <message>
+        <source>Jobs</source>
+        <translation>Aufgaben</translation>
+    </message>
+</context>
+<context>
     <name>DocumentBar</name>
     <message>
         <source>Open windows</source>
@@ -442,6 +465,17 @@
     <message>
         <source>Move to Own &amp;Window</source>
         <translation>In eigenes &amp;Fenster verschieben</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve</source>
+        <translation>S&amp;peichern</translation>
+    </message>
+</context>
+<context>
+    <name>EntryButton</name>
+    <message>
+        <source>%1, done</source>
+        <translation>%1, erledigt</translation>
     </message>
 </context>
 <context>
@@ -1156,14 +1190,10 @@
     </message>
 </context>
 <context>
-    <name>JobsDialog</name>
+    <name>JobsView</name>
     <message>
         <source>No job is running.</source>
         <translation>Es läuft keine Aufgabe.</translation>
-    </message>
-    <message>
-        <source>Jobs</source>
-        <translation>Aufgaben</translation>
     </message>
     <message>
         <source>Details</source>
@@ -1186,12 +1216,74 @@
         <translation>Gehört zu</translation>
     </message>
     <message>
+        <source>Jobs</source>
+        <translation>Aufgaben</translation>
+    </message>
+    <message>
         <source>Cancel &amp;Job</source>
         <translation>A&amp;ufgabe abbrechen</translation>
     </message>
     <message>
         <source>Clear &amp;Finished</source>
         <translation>&amp;Fertige entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>Layouts</name>
+    <message>
+        <source>“%1” can&apos;t be written: %2</source>
+        <translation>„%1“ kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>“%1” can&apos;t be read: %2</source>
+        <translation>„%1“ kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>“%1” isn&apos;t a layout.</source>
+        <translation>„%1“ ist keine Anordnung.</translation>
+    </message>
+    <message>
+        <source>“%1” is of a later version of this program.</source>
+        <translation>„%1“ stammt von einer späteren Version dieses Programms.</translation>
+    </message>
+</context>
+<context>
+    <name>LayoutsDialog</name>
+    <message>
+        <source>No layout has been saved yet. Window › Layouts › Save Layout keeps the present one.</source>
+        <translation>Es ist noch keine Anordnung gespeichert. Fenster › Anordnungen › Anordnung speichern behält die jetzige.</translation>
+    </message>
+    <message>
+        <source>Layouts</source>
+        <translation>Anordnungen</translation>
+    </message>
+    <message>
+        <source>&amp;Use</source>
+        <translation>&amp;Verwenden</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>&amp;Umbenennen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Export…</source>
+        <translation>&amp;Exportieren …</translation>
+    </message>
+    <message>
+        <source>&amp;Import…</source>
+        <translation>&amp;Importieren …</translation>
+    </message>
+    <message>
+        <source>There is a layout “%1” already.</source>
+        <translation>Es gibt schon eine Anordnung „%1“.</translation>
+    </message>
+    <message>
+        <source>Delete the layout “%1”?</source>
+        <translation>Die Anordnung „%1“ löschen?</translation>
     </message>
 </context>
 <context>
@@ -1280,21 +1372,6 @@
     </message>
 </context>
 <context>
-    <name>LogDialog</name>
-    <message>
-        <source>Log</source>
-        <translation>Protokoll</translation>
-    </message>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>&amp;Kopieren</translation>
-    </message>
-    <message>
-        <source>Save &amp;Report…</source>
-        <translation>&amp;Bericht speichern…</translation>
-    </message>
-</context>
-<context>
     <name>LogModel</name>
     <message>
         <source>Time</source>
@@ -1315,6 +1392,17 @@
     <message>
         <source>Context</source>
         <translation>Kontext</translation>
+    </message>
+</context>
+<context>
+    <name>LogPanel</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Save &amp;Report…</source>
+        <translation>&amp;Bericht speichern…</translation>
     </message>
 </context>
 <context>
@@ -1427,8 +1515,55 @@
         <translation>Trennlinie</translation>
     </message>
     <message>
-        <source>%1 (doesn’t appear)</source>
+        <source>%1 (doesn&apos;t appear)</source>
         <translation>%1 (erscheint nicht)</translation>
+    </message>
+</context>
+<context>
+    <name>OpenedFiles</name>
+    <message>
+        <source>&amp;Clear Recent Files</source>
+        <translation>Zuletzt geöffnete Dateien &amp;vergessen</translation>
+    </message>
+    <message>
+        <source>The file “%1” isn&apos;t there any more.</source>
+        <translation>Die Datei „%1“ ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>Recent Files</source>
+        <translation>Zuletzt geöffnete Dateien</translation>
+    </message>
+    <message>
+        <source>Layout %1</source>
+        <translation>Anordnung %1</translation>
+    </message>
+    <message>
+        <source>Save Layout</source>
+        <translation>Anordnung speichern</translation>
+    </message>
+    <message>
+        <source>Name of the layout:</source>
+        <translation>Name der Anordnung:</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>There is a layout “%1” already. Replace it?</source>
+        <translation>Es gibt schon eine Anordnung „%1“. Soll sie ersetzt werden?</translation>
+    </message>
+    <message>
+        <source>Layouts</source>
+        <translation>Anordnungen</translation>
+    </message>
+    <message>
+        <source>Export Layout</source>
+        <translation>Anordnung exportieren</translation>
+    </message>
+    <message>
+        <source>Import Layout</source>
+        <translation>Anordnung importieren</translation>
     </message>
 </context>
 <context>
@@ -1501,6 +1636,10 @@
     <message>
         <source>acts on “%1”</source>
         <translation>wirkt auf „%1“</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
     </message>
 </context>
 <context>
@@ -1609,7 +1748,7 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
         <translation>Stand von %1: %2</translation>
     </message>
     <message>
-        <source>The entry can’t be moved: %1</source>
+        <source>The entry can&apos;t be moved: %1</source>
         <translation>Der Eintrag kann nicht verschoben werden: %1</translation>
     </message>
 </context>
@@ -1937,6 +2076,17 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     </message>
 </context>
 <context>
+    <name>StartPage</name>
+    <message>
+        <source>Show this page while no window is open</source>
+        <translation>Diese Seite zeigen, solange kein Fenster offen ist</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Startseite</translation>
+    </message>
+</context>
+<context>
     <name>Toolbar</name>
     <message>
         <source>Close</source>
@@ -2002,6 +2152,57 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     </message>
 </context>
 <context>
+    <name>Welcome</name>
+    <message>
+        <source>Welcome</source>
+        <translation>Willkommen</translation>
+    </message>
+    <message>
+        <source>This can&apos;t be chosen now; maybe something has to be selected first.</source>
+        <translation>Das ist jetzt nicht möglich; vielleicht muss zuerst etwas ausgewählt werden.</translation>
+    </message>
+    <message>
+        <source>First Steps</source>
+        <translation>Erste Schritte</translation>
+    </message>
+    <message>
+        <source>First Steps: %1 of %2 Done</source>
+        <translation>Erste Schritte: %1 von %2 erledigt</translation>
+    </message>
+    <message>
+        <source>Recent Files</source>
+        <translation>Zuletzt geöffnete Dateien</translation>
+    </message>
+    <message>
+        <source>Recent Windows</source>
+        <translation>Zuletzt geöffnete Fenster</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>Beispiele</translation>
+    </message>
+    <message>
+        <source>Find Your Way</source>
+        <translation>Zurechtfinden</translation>
+    </message>
+    <message>
+        <source>Find a command by a few of its letters</source>
+        <translation>Einen Befehl an einigen Buchstaben finden</translation>
+    </message>
+    <message>
+        <source>Read the manual</source>
+        <translation>Das Handbuch lesen</translation>
+    </message>
+    <message>
+        <source>See all shortcuts</source>
+        <translation>Alle Tastenkürzel ansehen</translation>
+    </message>
+    <message>
+        <source>Change how the application looks and works</source>
+        <translation>Aussehen und Verhalten der Anwendung ändern</translation>
+    </message>
+</context>
+<context>
     <name>WindowBody</name>
     <message>
         <source>This window has no pages.</source>
@@ -2018,6 +2219,10 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>The page “%1” has missing or invalid entries.</source>
         <translation>Auf der Seite „%1“ fehlen Eingaben, oder sie sind ungültig.</translation>
+    </message>
+    <message>
+        <source>It can&apos;t be saved yet. %1</source>
+        <translation>Es kann noch nicht gespeichert werden. %1</translation>
     </message>
 </context>
 <context>
@@ -2041,10 +2246,6 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>Previous window</source>
         <translation>Vorheriges Fenster</translation>
-    </message>
-    <message>
-        <source>Switch between explorer and window</source>
-        <translation>Zwischen Explorer und Fenster wechseln</translation>
     </message>
     <message>
         <source>Context menu</source>
@@ -2093,6 +2294,18 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>Switch to the window not used for longest</source>
         <translation>Zum am längsten nicht benutzten Fenster wechseln</translation>
+    </message>
+    <message>
+        <source>Next part: window, explorer, open views</source>
+        <translation>Nächster Teil: Fenster, Explorer, offene Ansichten</translation>
+    </message>
+    <message>
+        <source>Previous part</source>
+        <translation>Voriger Teil</translation>
+    </message>
+    <message>
+        <source>Save window</source>
+        <translation>Fenster speichern</translation>
     </message>
 </context>
 <context>

@@ -62,6 +62,18 @@
         <source>Free</source>
         <translation>Libres</translation>
     </message>
+    <message>
+        <source>Show the start page</source>
+        <translation>Afficher la page d’accueil</translation>
+    </message>
+    <message>
+        <source>Show nothing</source>
+        <translation>Ne rien afficher</translation>
+    </message>
+    <message>
+        <source>While &amp;no window is open:</source>
+        <translation>Sans fenêtre &amp;ouverte :</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -309,6 +321,10 @@
         <source>Bring the window %1 to the front first</source>
         <translation>Mettez d’abord la fenêtre %1 au premier plan</translation>
     </message>
+    <message>
+        <source>the window itself</source>
+        <translation>la fenêtre elle-même</translation>
+    </message>
 </context>
 <context>
     <name>CustomizeDialog</name>
@@ -395,6 +411,13 @@
     </message>
 </context>
 <context>
+    <name>DesktopJobs</name>
+    <message>
+        <source>Jobs</source>
+        <translation>Tâches</translation>
+    </message>
+</context>
+<context>
     <name>DocumentBar</name>
     <message>
         <source>Open windows</source>
@@ -442,6 +465,17 @@
     <message>
         <source>Move to Own &amp;Window</source>
         <translation>Déplacer dans sa propre f&amp;enêtre</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve</source>
+        <translation>Enregis&amp;trer</translation>
+    </message>
+</context>
+<context>
+    <name>EntryButton</name>
+    <message>
+        <source>%1, done</source>
+        <translation>%1, fait</translation>
     </message>
 </context>
 <context>
@@ -1156,14 +1190,10 @@
     </message>
 </context>
 <context>
-    <name>JobsDialog</name>
+    <name>JobsView</name>
     <message>
         <source>No job is running.</source>
         <translation>Aucune tâche n’est en cours.</translation>
-    </message>
-    <message>
-        <source>Jobs</source>
-        <translation>Tâches</translation>
     </message>
     <message>
         <source>Details</source>
@@ -1186,12 +1216,74 @@
         <translation>Appartient à</translation>
     </message>
     <message>
+        <source>Jobs</source>
+        <translation>Tâches</translation>
+    </message>
+    <message>
         <source>Cancel &amp;Job</source>
         <translation>Annuler la &amp;tâche</translation>
     </message>
     <message>
         <source>Clear &amp;Finished</source>
         <translation>&amp;Effacer les tâches terminées</translation>
+    </message>
+</context>
+<context>
+    <name>Layouts</name>
+    <message>
+        <source>“%1” can&apos;t be written: %2</source>
+        <translation>Impossible d’écrire « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>“%1” can&apos;t be read: %2</source>
+        <translation>Impossible de lire « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>“%1” isn&apos;t a layout.</source>
+        <translation>« %1 » n’est pas une disposition.</translation>
+    </message>
+    <message>
+        <source>“%1” is of a later version of this program.</source>
+        <translation>« %1 » provient d’une version plus récente de ce programme.</translation>
+    </message>
+</context>
+<context>
+    <name>LayoutsDialog</name>
+    <message>
+        <source>No layout has been saved yet. Window › Layouts › Save Layout keeps the present one.</source>
+        <translation>Aucune disposition n’est enregistrée. Fenêtre › Dispositions › Enregistrer la disposition conserve l’actuelle.</translation>
+    </message>
+    <message>
+        <source>Layouts</source>
+        <translation>Dispositions</translation>
+    </message>
+    <message>
+        <source>&amp;Use</source>
+        <translation>&amp;Utiliser</translation>
+    </message>
+    <message>
+        <source>&amp;Rename</source>
+        <translation>&amp;Renommer</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Supprimer</translation>
+    </message>
+    <message>
+        <source>&amp;Export…</source>
+        <translation>&amp;Exporter…</translation>
+    </message>
+    <message>
+        <source>&amp;Import…</source>
+        <translation>&amp;Importer…</translation>
+    </message>
+    <message>
+        <source>There is a layout “%1” already.</source>
+        <translation>Il existe déjà une disposition « %1 ».</translation>
+    </message>
+    <message>
+        <source>Delete the layout “%1”?</source>
+        <translation>Supprimer la disposition « %1 » ?</translation>
     </message>
 </context>
 <context>
@@ -1280,21 +1372,6 @@
     </message>
 </context>
 <context>
-    <name>LogDialog</name>
-    <message>
-        <source>Log</source>
-        <translation>Journal</translation>
-    </message>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>&amp;Copier</translation>
-    </message>
-    <message>
-        <source>Save &amp;Report…</source>
-        <translation>Enregistrer le &amp;rapport…</translation>
-    </message>
-</context>
-<context>
     <name>LogModel</name>
     <message>
         <source>Time</source>
@@ -1315,6 +1392,17 @@
     <message>
         <source>Context</source>
         <translation>Contexte</translation>
+    </message>
+</context>
+<context>
+    <name>LogPanel</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copier</translation>
+    </message>
+    <message>
+        <source>Save &amp;Report…</source>
+        <translation>Enregistrer le &amp;rapport…</translation>
     </message>
 </context>
 <context>
@@ -1427,8 +1515,55 @@
         <translation>Séparateur</translation>
     </message>
     <message>
-        <source>%1 (doesn’t appear)</source>
+        <source>%1 (doesn&apos;t appear)</source>
         <translation>%1 (n’apparaît pas)</translation>
+    </message>
+</context>
+<context>
+    <name>OpenedFiles</name>
+    <message>
+        <source>&amp;Clear Recent Files</source>
+        <translation>&amp;Effacer les fichiers récents</translation>
+    </message>
+    <message>
+        <source>The file “%1” isn&apos;t there any more.</source>
+        <translation>Le fichier « %1 » n’existe plus.</translation>
+    </message>
+    <message>
+        <source>Recent Files</source>
+        <translation>Fichiers récents</translation>
+    </message>
+    <message>
+        <source>Layout %1</source>
+        <translation>Disposition %1</translation>
+    </message>
+    <message>
+        <source>Save Layout</source>
+        <translation>Enregistrer la disposition</translation>
+    </message>
+    <message>
+        <source>Name of the layout:</source>
+        <translation>Nom de la disposition :</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Remplacer</translation>
+    </message>
+    <message>
+        <source>There is a layout “%1” already. Replace it?</source>
+        <translation>Il existe déjà une disposition « %1 ». La remplacer ?</translation>
+    </message>
+    <message>
+        <source>Layouts</source>
+        <translation>Dispositions</translation>
+    </message>
+    <message>
+        <source>Export Layout</source>
+        <translation>Exporter la disposition</translation>
+    </message>
+    <message>
+        <source>Import Layout</source>
+        <translation>Importer une disposition</translation>
     </message>
 </context>
 <context>
@@ -1501,6 +1636,10 @@
     <message>
         <source>acts on “%1”</source>
         <translation>agit sur « %1 »</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Journal</translation>
     </message>
 </context>
 <context>
@@ -1609,7 +1748,7 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
         <translation>État de %1 : %2</translation>
     </message>
     <message>
-        <source>The entry can’t be moved: %1</source>
+        <source>The entry can&apos;t be moved: %1</source>
         <translation>L’entrée ne peut pas être déplacée : %1</translation>
     </message>
 </context>
@@ -1937,6 +2076,17 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     </message>
 </context>
 <context>
+    <name>StartPage</name>
+    <message>
+        <source>Show this page while no window is open</source>
+        <translation>Afficher cette page tant qu’aucune fenêtre n’est ouverte</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Page d’accueil</translation>
+    </message>
+</context>
+<context>
     <name>Toolbar</name>
     <message>
         <source>Close</source>
@@ -2002,6 +2152,57 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     </message>
 </context>
 <context>
+    <name>Welcome</name>
+    <message>
+        <source>Welcome</source>
+        <translation>Bienvenue</translation>
+    </message>
+    <message>
+        <source>This can&apos;t be chosen now; maybe something has to be selected first.</source>
+        <translation>Ce n’est pas possible maintenant ; il faut peut-être d’abord sélectionner quelque chose.</translation>
+    </message>
+    <message>
+        <source>First Steps</source>
+        <translation>Premiers pas</translation>
+    </message>
+    <message>
+        <source>First Steps: %1 of %2 Done</source>
+        <translation>Premiers pas : %1 sur %2 faits</translation>
+    </message>
+    <message>
+        <source>Recent Files</source>
+        <translation>Fichiers récents</translation>
+    </message>
+    <message>
+        <source>Recent Windows</source>
+        <translation>Fenêtres récentes</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>Exemples</translation>
+    </message>
+    <message>
+        <source>Find Your Way</source>
+        <translation>S’orienter</translation>
+    </message>
+    <message>
+        <source>Find a command by a few of its letters</source>
+        <translation>Trouver une commande par quelques lettres</translation>
+    </message>
+    <message>
+        <source>Read the manual</source>
+        <translation>Lire le manuel</translation>
+    </message>
+    <message>
+        <source>See all shortcuts</source>
+        <translation>Voir tous les raccourcis</translation>
+    </message>
+    <message>
+        <source>Change how the application looks and works</source>
+        <translation>Changer l’aspect et le comportement de l’application</translation>
+    </message>
+</context>
+<context>
     <name>WindowBody</name>
     <message>
         <source>This window has no pages.</source>
@@ -2018,6 +2219,10 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>The page “%1” has missing or invalid entries.</source>
         <translation>La page « %1 » contient des saisies manquantes ou non valides.</translation>
+    </message>
+    <message>
+        <source>It can&apos;t be saved yet. %1</source>
+        <translation>Impossible d’enregistrer pour l’instant. %1</translation>
     </message>
 </context>
 <context>
@@ -2041,10 +2246,6 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>Previous window</source>
         <translation>Fenêtre précédente</translation>
-    </message>
-    <message>
-        <source>Switch between explorer and window</source>
-        <translation>Basculer entre l’explorateur et la fenêtre</translation>
     </message>
     <message>
         <source>Context menu</source>
@@ -2093,6 +2294,18 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>Switch to the window not used for longest</source>
         <translation>Passer à la fenêtre la moins récemment utilisée</translation>
+    </message>
+    <message>
+        <source>Next part: window, explorer, open views</source>
+        <translation>Partie suivante : fenêtre, explorateur, vues ouvertes</translation>
+    </message>
+    <message>
+        <source>Previous part</source>
+        <translation>Partie précédente</translation>
+    </message>
+    <message>
+        <source>Save window</source>
+        <translation>Enregistrer la fenêtre</translation>
     </message>
 </context>
 <context>

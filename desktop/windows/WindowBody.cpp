@@ -8,6 +8,7 @@
 #include "desktop/windows/WizardSteps.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QBoxLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -231,6 +232,28 @@ bool WindowBody::focusNextPrevChild(bool next) {
     stops[(static_cast<std::size_t>(now - stops.begin()) + step) % stops.size()]->setFocus(
         next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
+}
+
+void WindowBody::WatchEntries() {
+    qApp->installEventFilter(this);
+}
+
+bool WindowBody::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::MouseButtonPress && event->type() != QEvent::Drop)
+        return false;
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        for (const int other :
+             {Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Control, Qt::Key_Shift, Qt::Key_Alt})
+            if (key == other)
+                return false;
+    }
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    m_hasEntries = widget && std::any_of(m_places.begin(), m_places.end(),
+                                         [&](const PagePlace* place) { return place->isAncestorOf(widget); });
+    if (m_hasEntries)
+        qApp->removeEventFilter(this);
+    return false;
 }
 
 bool WindowBody::AreCommandsShown() const {

@@ -45,6 +45,9 @@ public:
     [[nodiscard]] bool AreCommandsShown() const;
     // How much higher that makes the body, in pixels.
     int ShowCommands();
+    // From now on HasEntries says whether a user has used a key or the mouse in a page.
+    void WatchEntries();
+    [[nodiscard]] bool HasEntries() const { return m_hasEntries; }
     // What of the body isn't page, in pixels.
     [[nodiscard]] QSize NonPageSize();
     [[nodiscard]] int CurrentPage() const { return m_current; }
@@ -62,6 +65,7 @@ Q_SIGNALS:
     void AllPagesWanted();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override; // of the program, once entries are watched
     bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -93,6 +97,7 @@ private:
     CommandRow* m_commands;
     QSize m_nonPageSize; // invalid until it is asked for, and when it may have changed
     int m_current = 0;
+    bool m_hasEntries = false;
     bool m_follows = false; // it is the body itself that changes the tab
 };
 

@@ -58,6 +58,7 @@ void WindowForm::SubscribeToActivation() {
         if (!IsOpen())
             return;
         m_isActive = true;
+        NotifyChanged();
         m_pages.SetWindowActive(true);
         ByUser(WindowStep::What::Activate, 0, [] {});
         m_frame->BringToFront();
@@ -93,7 +94,7 @@ void WindowForm::MakeFrame(bool isApplyCommandShown) {
     options.type = m_type;
     options.isChild = MDIChild();
     options.withApply = isApplyCommandShown;
-    // A window in which nothing has been changed is closed by its close box alone.
+    // A window that isn't modal is closed by its close box alone until something in it has been changed.
     options.withCommands = m_type != WindowTypeConstants::cvWindow || (window && window->IsModal());
     options.withPageList = def->Name() == WindowHost::ListedWindow;
     std::vector<PageRoom> rooms;
@@ -203,6 +204,10 @@ void WindowForm::Shown() {
     if (IsModal())
         m_body->ShowCommands();
     ShowState();
+    if (first && IsOpen() && !IsDocument() && m_commands.AnyChanged()) {
+        m_beginsChanged = true;
+        m_body->WatchEntries();
+    }
     if (first && IsOpen())
         m_placement.PlaceFirst(*m_controller->WindowDef());
     if (IsOpen())
@@ -221,7 +226,7 @@ void WindowForm::QueryUnload(bool& refused) {
         m_pages.AskAll();
         if (m_saved) {
             m_cancelled = !*m_saved;
-        } else if (Visible() && m_commands.AnyChanged()) { // no one is in front of a hidden form who could answer
+        } else if (Visible() && HasEntries()) { // no one is in front of a hidden form who could answer
             const LeaveAnswer answer = AskToLeave();
             refused = answer == LeaveAnswer::Stay;
             if (answer == LeaveAnswer::Save)
@@ -253,6 +258,7 @@ void WindowForm::Unloaded() {
     m_host->messages->SendMessage(m_handle, WindowMessage::Close, 0, 0); // takes the minimum size away
     m_host->messages->UnregisterWindow(m_handle);
     DropFrame();
+    NotifyChanged();
     const Ref<IWindowFormController> controller = std::move(m_controller);
     try {
         if (controller)
@@ -391,7 +397,7 @@ void WindowForm::ShowState() {
     for (int page = 0; page < m_pages.Count(); ++page)
         m_body->MarkPage(page, m_pages.MarkOf(page));
     const bool isModified = m_commands.AnyChanged() && m_commands.SavesChangesAlone();
-    if (isModified)
+    if (isModified && !IsDocument())
         ShowCommands();
     for (const Command command : m_body->Commands().Commands()) {
         const bool isEnabled = IsCommandEnabled(command);
@@ -403,6 +409,54 @@ void WindowForm::ShowState() {
     if (m_type == WindowTypeConstants::cvWizard)
         m_body->Commands().SetSkips(m_commands.SkipsStep());
     m_frame->SetModified(isModified);
+    NotifyChanged();
+}
+
+void WindowForm::NotifyChanged() const {
+    if (m_host->changed)
+        m_host->changed();
+}
+
+bool WindowForm::IsDocument() const {
+    return MDIChild() && m_type == WindowTypeConstants::cvWindow && !IsModal();
+}
+
+bool WindowForm::OffersSave() const {
+    const auto command = [this] {
+        return m_body->Commands().Button(Command::cvApply) ? Command::cvApply : Command::cvOK;
+    };
+    return IsOpen() && IsDocument() && m_commands.AnyChanged() && !m_commands.IsHeldBack(command());
+}
+
+void WindowForm::SaveByUser() {
+    const Ref<Form> self(this);
+    if (!OffersSave())
+        return;
+    if (m_body->Commands().Button(Command::cvApply))
+        ByUser(WindowStep::What::Command, static_cast<int>(Command::cvApply), [this] { SaveDocument(); });
+    else
+        m_host->guard([this] { SaveDocument(); }); // which has no step of its own
+}
+
+void WindowForm::SaveDocument() {
+    m_pages.AskAll();
+    ShowState();
+    if (const int page = m_pages.FirstHindrance(); page >= 0 && IsOpen()) {
+        const QString hindrance = Hindrance();
+        BringToFront(page);
+        if (IsOpen() && m_host->inform)
+            m_host->inform(TitleOf(*this), WindowBody::tr("It can't be saved yet. %1").arg(hindrance));
+    } else if (IsOpen() && m_body->Commands().Button(Command::cvApply)) {
+        ClickCommand(Command::cvApply);
+    } else if (IsOpen()) {
+        (void)m_commands.SavePages();
+        ShowState();
+    }
+}
+
+// Whether something would be lost that a user has entered: what a page fills in by itself is no entry.
+bool WindowForm::HasEntries() const {
+    return m_commands.AnyChanged() && !(m_beginsChanged && m_body && !m_body->HasEntries());
 }
 
 void WindowForm::ShowHelp(Long topic) {
@@ -481,7 +535,7 @@ QString WindowForm::Hindrance() const {
 }
 
 LeaveAnswer WindowForm::AskToLeave() {
-    if (!m_host->askToLeave)
+    if (!m_host->askToLeave || !HasEntries())
         return LeaveAnswer::Discard;
     LeaveQuestion question;
     question.window = TitleOf(*this);

@@ -53,6 +53,13 @@ public:
     // Runs what a user does to the window, with all that it brings about, so that whoever follows the user is notified
     // of it.
     void ByUser(WindowStep::What what, int which, const std::function<void()>& work);
+    // A document is in the main window and saved by a command of the menus; it has no row of buttons. Others are
+    // answered and go.
+    [[nodiscard]] bool IsDocument() const;
+    // Whether a document has changes that nothing but an entry that isn't valid keeps from being saved.
+    [[nodiscard]] bool OffersSave() const;
+    // Saves a document's changes as a user does, or shows the page that holds them back and says why.
+    void SaveByUser();
     // Ends the window as if it had been cancelled, without asking.
     void Abandon();
     // Whether something is changed in a window that is shown, whatever its type.
@@ -112,6 +119,9 @@ private:
     void DropFrame();
     [[nodiscard]] bool ShowFront();
     void ShowCommands();
+    void NotifyChanged() const;
+    void SaveDocument();
+    [[nodiscard]] bool HasEntries() const;
     void HideActiveChild(bool refuses);
     void ActivateNext();
     [[nodiscard]] QString Hindrance() const;
@@ -130,7 +140,8 @@ private:
     bool m_closeArrived = false;
     bool m_isPlaced = false;
     bool m_isActive = false;
-    bool m_inClose = false; // by a command, which has asked already
+    bool m_beginsChanged = false; // a page counted as changed before the user could enter anything
+    bool m_inClose = false;       // by a command, which has asked already
     QEventLoop* m_loop = nullptr;
     std::vector<Subscription> m_subscriptions;
 };

@@ -67,6 +67,10 @@ struct WindowHost {
     // does, may be called later. Without it every window may.
     std::function<bool(const Ref<Window>&, const QString& title, QWidget* over, const std::function<void()>& close)>
         mayClose;
+    // Says something that waits for the user's answer. Without it that is left out.
+    std::function<void(const QString& title, const QString& text)> inform;
+    // What a window offers may be different from now on, or it is the active one or no longer.
+    std::function<void()> changed;
     // Opens a help topic. Without it no window offers help.
     std::function<void(Long)> help;
     // Runs what a user does to a window. Without it that is just done.

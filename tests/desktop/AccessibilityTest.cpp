@@ -1,7 +1,7 @@
 #include "desktop/application/Application.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
-#include "desktop/log/LogDialog.h"
+#include "desktop/log/LogPanel.h"
 #include "desktop/palette/PaletteDialog.h"
 #include "desktop/style/Contrast.h"
 #include "desktop/style/ContrastStyle.h"

@@ -106,7 +106,7 @@ TEST_F(ApplicationTest, BrokenFileIsToldWithFileAndLineAndTheRestComesUp) {
     Application application({App(), false});
     EXPECT_TRUE(application.Start());
     EXPECT_EQ(application.Failures().ShownCount(), 1);
-    EXPECT_EQ(application.Window().menuBar()->actions().size(), 4) << "View, and Tools, Window and Help of the host";
+    EXPECT_EQ(application.Window().menuBar()->actions().size(), 5) << "View, and four titles of the host";
 
     ShownFailure shown{"ServiceManager", "LoadServices", Failure(-1, "76", "XML Parser"),
                        "Context: Loading XML, File: broken.xml, Desc: 76", ""};

@@ -12,6 +12,8 @@
 #include "corvane/windows/WindowManager.h"
 #include "desktop/IQtPage.h"
 #include "desktop/application/Application.h"
+#include "desktop/explorer/ExplorerPage.h"
+#include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>
@@ -31,8 +33,9 @@ public:
     }
     Ref<IExplorerItem> ExplorerItem() override { return m_base; }
     void OnShow() { shownBy = m_name; }
+    void OnOpen() { CorvaneMain::Framework()->WindowManager()->OpenWindow("Sheet", nullptr); }
 
-    static constexpr auto Members = MemberTable(Method("OnShow", &Item::OnShow));
+    static constexpr auto Members = MemberTable(Method("OnShow", &Item::OnShow), Method("OnOpen", &Item::OnOpen));
 
 private:
     std::string m_name;
@@ -64,8 +67,9 @@ private:
 
 constexpr const char* ownerContent = R"(<ExplorerItems>
 <ExplorerItem Name="All" Type="Folder" PositionOrder="1"/>
-<ExplorerItem Name="One" Type="FolderChild" Parent="All"><ActionItems><ActionItem Name="Show" Action="OnShow"/>
-</ActionItems><Menus><MenuItem Type="MenuItem" Path="File" PositionOrder="5" ActionItem="Show" Caption="Show"/></Menus>
+<ExplorerItem Name="One" Type="FolderChild" Parent="All" DefaultAction="Open"><ActionItems>
+<ActionItem Name="Show" Action="OnShow"/><ActionItem Name="Open" Action="OnOpen"/></ActionItems><Menus>
+<MenuItem Type="MenuItem" Path="File" PositionOrder="6" ActionItem="Open" Caption="Open"/><MenuItem Type="MenuItem" Path="File" PositionOrder="5" ActionItem="Show" Caption="Show"/></Menus>
 </ExplorerItem></ExplorerItems><Windows>
 <Window Name="Sheet" Caption="Sheet" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
 <Page PageProgID="In.Page" Caption="P" IsOptional="false" IsResizable="true">
@@ -144,6 +148,30 @@ TEST_F(CommandOwnerTest, WhatRemainsTakesTheCommandsOfWhatGoes) {
     EXPECT_EQ(WhoShows(), "the page");
     GoToOtherPart();
     EXPECT_EQ(WhoShows(), "the page") << "the item that was active isn't there any more";
+}
+
+TEST_F(CommandOwnerTest, ExplorerMarksTheItemOfTheWindowInFrontAndSelectsNothing) {
+    const auto tree = [this] { return m_application->Window().Explorer().CurrentPage()->Tree(); };
+    const auto marked = [&] { return tree()->Marked() ? tree()->Marked()->Text() : ""; };
+    Add("A");
+    const Ref<Item> second = Add("B");
+    ChooseNode("A");
+    EXPECT_TRUE(m_application->Choose("File.Open"));
+    const Ref<Form> first = m_application->MainForm()->ActiveForm();
+    ChooseNode("B");
+    Explorer()->TreeView()->DblClick.Raise();
+    EXPECT_EQ(marked(), "B");
+    first->Activate();
+    EXPECT_EQ(marked(), "A");
+    EXPECT_EQ(Explorer()->TreeView()->SelectedItem()->Text(), "B");
+    GoToOtherPart();
+    EXPECT_EQ(WhoShows(), "B") << "what the user has selected";
+    EXPECT_TRUE(m_application->Choose("View.LinkWithWindow"));
+    EXPECT_EQ(marked(), "");
+    EXPECT_TRUE(m_application->Choose("View.LinkWithWindow"));
+    EXPECT_EQ(marked(), "A");
+    OpenSheet();
+    EXPECT_EQ(marked(), "") << "the window of no item";
 }
 
 } // namespace

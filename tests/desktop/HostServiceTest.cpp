@@ -37,7 +37,8 @@ constexpr const char* hostDefinition = R"(<Service Name="H" ProgID="H.H" Active=
 std::string Fitted(const std::string& menus) {
     std::string actions;
     for (const DefinitionTag& tag : TagsIn(menus, {"MenuItem"}))
-        actions += "<ActionItem Name='" + std::string(tag.Attribute("ActionItem")) + "'/>";
+        actions += "<ActionItem Name='" + std::string(tag.Attribute("ActionItem")) + "'" +
+                   (tag.Attribute("ActionItem") == "Quit" ? " Action='AppExit'" : "") + "/>";
     const Ref<IXmlDocument> document = New<XmlService>()->NewDocument();
     EXPECT_TRUE(
         document->LoadXml("<Service><ActionItems>" + actions + "</ActionItems><Menus>" + menus + "</Menus></Service>"));
@@ -71,6 +72,10 @@ TEST(HostDefinitions, AreFittedIntoWhatTheApplicationHas) {
         {"<MenuItem Type='MenuTitle' ActionItem='Plot' PositionOrder='5'/>"
          "<MenuItem Type='MenuTitle' ActionItem='Help' PositionOrder='6'/>",
          " File 1 \n Tools 2146 \nFile Exit 9911 Ctrl+Q\n"},
+        // What the host adds to File comes before the application's own end of it.
+        {"<MenuItem Type='MenuTitle' ActionItem='File' PositionOrder='1'/>"
+         "<MenuItem Type='MenuItem' Path='File' ActionItem='Quit' PositionOrder='90'/>",
+         " Tools 2146 \nFile Exit 89.51 Ctrl+Q\n"},
         {"<MenuItem Type='MenuItem' Path='Edit' ActionItem='Quote' PositionOrder='1' ShortCutKey='ctrl+q'/>",
          " File 1 \n Tools 2146 \nFile Exit 9911 \n"},
         {"<MenuItem Type='MenuItem' Path='File' ActionItem='Exit' PositionOrder='1'/>", " File 1 \n Tools 2146 \n"},

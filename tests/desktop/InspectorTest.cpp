@@ -7,7 +7,7 @@
 #include "desktop/application/Application.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/inspector/InspectorDialog.h"
-#include "desktop/log/LogDialog.h"
+#include "desktop/log/LogPanel.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>
@@ -301,7 +301,7 @@ TEST_F(InspectorTest, LogIsFilteredCopiedAndReportedWithoutThePersonAndWithWhatT
     m_folder.Write("corvane/App/errors.log",
                    head + "Two\\nlines\t" + QDir::homePath().toUtf8() + "/secret of MusterMann on " +
                        QSysInfo::machineHostName().section('.', 0, 0).toUtf8() + "\nno line of ours\n");
-    LogDialog* dialog = m_application->Personal().ShowLog();
+    LogPanel* dialog = m_application->Personal().ShowLog();
     EXPECT_EQ(dialog->View().Table().model()->rowCount(), 3);
     QTest::keyClicks(&dialog->View().Filter(), "two");
     ASSERT_EQ(dialog->View().Table().model()->rowCount(), 1);

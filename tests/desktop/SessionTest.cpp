@@ -117,6 +117,32 @@ TEST_F(SessionTest, DesktopComesBackAsItWasLeft) {
     EXPECT_TRUE(Bar(*again, "Toolbars.Work")->isVisible());
 }
 
+TEST_F(SessionTest, OfManyNewNodesOnlyThoseAtTheTopAreOpenAndATreeThatIsFilledAgainKeepsWhatWasOpen) {
+    const auto application = Start(m_folder);
+    const auto nodes = application->Panel()->Control("Left").As<TreeView>()->GetNodes();
+    // As the library fills a tree.
+    const auto fill = [&] {
+        nodes->Add("", NodeRelationship::First, "top", "top")->SetExpanded(true);
+        for (const char* key : {"a", "b", "c", "d", "e", "f"}) {
+            nodes->Add("top", NodeRelationship::Child, key, key)->SetExpanded(true);
+            nodes->Add(key, NodeRelationship::Child, std::string(key) + "1", "leaf");
+        }
+        QApplication::processEvents();
+    };
+    fill();
+    EXPECT_TRUE(nodes->Item("top")->Expanded());
+    EXPECT_FALSE(nodes->Item("a")->Expanded() || nodes->Item("f")->Expanded());
+    nodes->Item("b")->SetExpanded(true);
+    nodes->Clear();
+    fill();
+    EXPECT_TRUE(nodes->Item("b")->Expanded());
+    EXPECT_FALSE(nodes->Item("a")->Expanded());
+    nodes->Add("top", NodeRelationship::Child, "g", "g")->SetExpanded(true);
+    nodes->Add("g", NodeRelationship::Child, "g1", "leaf");
+    QApplication::processEvents();
+    EXPECT_TRUE(nodes->Item("g")->Expanded()) << "one alone is what the user asked for";
+}
+
 TEST_F(SessionTest, WindowOfAMonitorThatIsGoneStandsOnOneThatIsThere) {
     {
         const auto application = Start(m_folder);

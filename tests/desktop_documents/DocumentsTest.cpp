@@ -12,6 +12,7 @@
 #include "desktop/IQtPage.h"
 #include "desktop/application/Application.h"
 #include "desktop/documents/WindowSwitcher.h"
+#include "desktop/style/ViewDock.h"
 #include "tests/desktop/AppFolder.h"
 #include "tests/support/FreeWindows.h"
 
@@ -364,6 +365,47 @@ TEST_F(DocumentsTest, WindowsKeepTheirFreePlacesAndStatesWhileTheyAreInTabs) {
     Sheet('A')->SetWindowState(FormState::Normal);
     EXPECT_EQ(Sheet('A')->Frame()->geometry(), QRect(31, 17, 320, 240));
     EXPECT_FALSE(Sheet('C')->Frame()->isWindow());
+}
+
+TEST_F(DocumentsTest, ViewsAreDocksAndNamedLayoutsBringThemBackWithTheGroups) {
+    Start();
+    Open("ABC");
+    Drag('C', In('C', 95, 50));
+    (void)m_application->Personal().ShowLog();
+    (void)m_application->Jobs().ShowView();
+    const auto view = [this](const char* name) { return m_application->Window().findChild<ViewDock*>(name); };
+    EXPECT_TRUE(m_application->Window().tabifiedDockWidgets(view("Log")).contains(view("Jobs")));
+    Layouts& layouts = m_application->Personal().NamedLayouts();
+    layouts.Save("Work");
+    view("Log")->close();
+    view("Jobs")->setFloating(true);
+    m_application->Window().addDockWidget(Qt::RightDockWidgetArea, &m_application->Window().ExplorerDock());
+    Choose("Window.ResetLayout");
+    EXPECT_EQ(Look(), "AB[C]");
+    EXPECT_FALSE(view("Jobs")->isFloating());
+    EXPECT_EQ(m_application->Window().dockWidgetArea(&m_application->Window().ExplorerDock()), Qt::LeftDockWidgetArea);
+    layouts.Choose("Work");
+    Turn();
+    EXPECT_EQ(Look(), "A[B] | [C]");
+    EXPECT_TRUE(view("Log")->IsOpen() && view("Jobs")->IsOpen());
+    const QString file = m_folder.Path("a.layout");
+    EXPECT_EQ(layouts.Export("Work", file).toStdString(), "");
+    m_folder.Write("b.layout", "{}");
+    EXPECT_NE(layouts.Import(m_folder.Path("b.layout")).toStdString(), "");
+    view("Jobs")->close();
+    m_application->Window().close();
+    Start();
+    EXPECT_TRUE(view("Log")->IsOpen()) << "as the session left it";
+    EXPECT_FALSE(view("Jobs") && view("Jobs")->IsOpen());
+    Layouts& kept = m_application->Personal().NamedLayouts();
+    EXPECT_EQ(kept.Import(file).toStdString(), "");
+    EXPECT_EQ(kept.Names().join(' ').toStdString(), "Work Work (2)");
+    kept.Rename("Work (2)", "Work");
+    kept.Remove("Work");
+    EXPECT_EQ(kept.Names().join(' ').toStdString(), "Work (2)");
+    m_application->Window().SetTabbedWindows(false);
+    for (const char* command : {"SplitRight", "MoveToNextGroup", "OwnWindow", "Pin", "CloseOthers", "Dock"})
+        EXPECT_FALSE(m_application->Choose(std::string("Window.") + command)) << "nothing comes of it: " << command;
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "corvane/services/ServiceManager.h"
 #include "desktop/jobs/JobBar.h"
 #include "desktop/jobs/JobTexts.h"
-#include "desktop/jobs/JobsDialog.h"
+#include "desktop/jobs/JobsView.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "tests/desktop/Acting.h"
 
@@ -76,7 +76,7 @@ TEST_F(JobsTest, AreInTheStatusBarAndTheView) {
     EXPECT_EQ(Bar()->findChild<QProgressBar*>()->text(), "42 %");
     EXPECT_TRUE(Named<QPushButton>(*Bar(), "and 1 more"));
 
-    JobsDialog& view = *m_application->Jobs().ShowView();
+    JobsView& view = *m_application->Jobs().ShowView();
     auto* list = view.findChild<QTreeWidget*>();
     ASSERT_EQ(list->topLevelItemCount(), 3);
     EXPECT_EQ(list->topLevelItem(0)->text(3), "A");
@@ -99,7 +99,7 @@ TEST_F(JobsTest, AreInTheStatusBarAndTheView) {
     view.Update();
     EXPECT_EQ(list->topLevelItemCount(), 2); // the quiet one isn't listed any more
     EXPECT_FALSE(Named<QPushButton>(view, "Cancel Job")->isEnabled());
-    view.close();
+    view.parentWidget()->close();
     Turn();
     EXPECT_TRUE(m_application->Jobs().Manager()->Ended().empty());
     EXPECT_EQ(m_application->Jobs().ShowView()->findChild<QTreeWidget*>()->topLevelItemCount(), 0);

@@ -9,7 +9,8 @@
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
 #include "desktop/inspector/InspectorDialog.h"
-#include "desktop/log/LogDialog.h"
+#include "desktop/log/LogPanel.h"
+#include "desktop/style/ViewDock.h"
 #include "desktop/palette/PaletteDialog.h"
 #include "tests/desktop/ContrastPalette.h"
 
@@ -224,12 +225,15 @@ private:
         return picture;
     }
     QPixmap Log() {
-        LogDialog* log = m_application.Personal().ShowLog();
+        LogPanel* log = m_application.Personal().ShowLog();
         Settle();
-        log->resize(860, 520);
+        auto* dock = static_cast<ViewDock*>(log->parentWidget());
+        dock->setFloating(true);
+        dock->resize(860, 520);
         log->View().Table().selectRow(0);
-        const QPixmap picture = Grab(*log);
-        log->close();
+        const QPixmap picture = Grab(*dock);
+        dock->setFloating(false);
+        dock->close();
         Settle();
         return picture;
     }

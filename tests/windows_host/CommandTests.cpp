@@ -83,10 +83,10 @@ INSTANTIATE_TEST_SUITE_P(
                     "A.Save A.Deactivate A.Terminate exit(done)", false, "Save"},
         CommandCase{"WithoutApply", "Type='Dialog' IsMDIChild='false' IsApplyCommandShown='false'", "A", "A=new",
                     "OK* Cancel", Command::cvApply, "", true},
-        CommandCase{"ChildWithoutChangesHasNoCommands", "Type='Window'", "A", "", "", Command::cvOK,
+        CommandCase{"DocumentHasNoButtons", "Type='Window'", "A", "", "", Command::cvOK,
                     "A.Click1 A.Deactivate A.Terminate exit(done)", false},
-        CommandCase{"ChildGetsThemWithTheFirstChange", "Type='Window'", "A", "A=new", "OK* Apply Cancel",
-                    Command::cvApply, "A.Click3 A.Save", true},
+        CommandCase{"DocumentIsSavedAllTheSame", "Type='Window'", "A", "A=new", "", Command::cvApply, "A.Click3 A.Save",
+                    true},
         CommandCase{"SaveDialogSavesAll", "Type='SaveDialog' IsMDIChild='false'", "A B", "", "Save* Save As… Cancel",
                     Command::cvSave, "A.Click1 B.Click1 A.Save B.Save A.Deactivate A.Terminate B.Terminate exit(done)",
                     false},
@@ -164,6 +164,59 @@ TEST_F(HostFixture, KeysChooseTheDefaultCommandAndCancelButNotInADocument) {
         const std::string heard = m_heard->Take();
         EXPECT_NE(heard.find(testCase.heard), std::string::npos) << heard;
         EXPECT_EQ(LastForm()->IsLoaded(), QString(testCase.heard).contains("exit") == false);
+    }
+}
+
+TEST_F(HostFixture, DocumentIsSavedAndClosedByCommandsOfTheMenus) {
+    Define("Document", "Type='Window'", "A B");
+    Define("WithoutApply", "Type='Window' IsApplyCommandShown='false'", "A B");
+    Start();
+    m_application->Window().activateWindow();
+    EXPECT_FALSE(m_application->Choose("File.Save"));
+    EXPECT_FALSE(m_application->Choose("File.Close"));
+    for (const char* name : {"Document", "WithoutApply"}) {
+        SCOPED_TRACE(name);
+        (void)Open(name);
+        Page("A").Enter("new");
+        Turn();
+        EXPECT_EQ(Commands(), "");
+        EXPECT_TRUE(LastForm()->Frame()->isWindowModified());
+        m_heard->Take();
+        QTest::keyClick(&m_application->Window(), Qt::Key_S, Qt::ControlModifier);
+        EXPECT_EQ(m_heard->Take(), std::string(name) == "Document" ? "A.Click3 B.Click3 A.Save" : "A.Save");
+        EXPECT_FALSE(LastForm()->Frame()->isWindowModified());
+        EXPECT_FALSE(m_application->Choose("File.Save")) << "nothing is left to be saved";
+        Page("B").Enter("");
+        EXPECT_TRUE(m_application->Choose("File.Save"));
+        EXPECT_EQ(m_heard->Take(), "A.Deactivate B.NewWidget B.Activate");
+        EXPECT_TRUE(m_application->Messages().Shown().back().text.contains("can't be saved"));
+        Page("B").Enter("new");
+        LastForm()->ShownWindow()->SetIsCommandEnabled(
+            std::string(name) == "Document" ? Command::cvApply : Command::cvOK, false);
+        EXPECT_FALSE(m_application->Choose("File.Save")) << "code holds it back";
+        m_application->Dialogs().AddAnswer("Stay");
+        EXPECT_TRUE(m_application->Choose("File.Close"));
+        EXPECT_TRUE(LastForm()->IsLoaded());
+        m_application->Dialogs().AddAnswer("Discard");
+        QTest::keyClick(&m_application->Window(), Qt::Key_W, Qt::ControlModifier);
+        EXPECT_EQ(m_heard->Take(), "B.Deactivate A.Terminate B.Terminate exit(cancelled)");
+    }
+}
+
+TEST_F(HostFixture, WhatAPageFillsInByItselfIsNoEntryThatIsAskedAbout) {
+    Define("D", "Type='SaveDialog' IsMDIChild='false'", "A");
+    Start();
+    for (const bool isEntered : {false, true}) {
+        (void)Open("D", {}, true);
+        Page("A").Enter("filled in");
+        LastForm()->Show(ShowMode::Modeless, nullptr);
+        auto* edit = LastForm()->Body()->findChild<QLineEdit*>();
+        if (isEntered)
+            QTest::keyClick(edit, Qt::Key_X);
+        m_application->Dialogs().AddAnswer("Stay");
+        QTest::keyClick(edit, Qt::Key_Escape);
+        EXPECT_EQ(LastForm()->IsLoaded(), isEntered);
+        (void)m_application->Dialogs().TakeAnswer();
     }
 }
 
