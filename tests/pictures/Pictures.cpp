@@ -10,8 +10,8 @@
 #include "desktop/custom/ShortcutsDialog.h"
 #include "desktop/inspector/InspectorDialog.h"
 #include "desktop/log/LogPanel.h"
-#include "desktop/style/ViewDock.h"
 #include "desktop/palette/PaletteDialog.h"
+#include "desktop/style/ViewDock.h"
 #include "tests/desktop/ContrastPalette.h"
 
 #include <QAbstractButton>
