@@ -31,7 +31,6 @@ QLabel* NewMessageLabel(const QString& text, QWidget* parent) {
 ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent)
     : QWidget(parent), m_tree(new ExplorerTree(treeView, std::move(icons), std::move(guard), this)),
       m_filter(new QLineEdit(this)), m_empty(new QWidget(this)), m_message(NewMessageLabel({}, m_empty)),
-      m_act(new QPushButton(m_empty)),
       m_emptyText(tr("Nothing here yet. Items that you create or open appear in this list.")) {
     m_filter->setPlaceholderText(tr("Filter"));
     AddClearButton(*m_filter);
@@ -51,13 +50,10 @@ ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> i
     m_empty->setAutoFillBackground(true);
     m_empty->setBackgroundRole(QPalette::Base);
     m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_act->hide();
     auto* emptyLayout = new QVBoxLayout(m_empty);
     emptyLayout->setContentsMargins(0, 0, 0, 0);
     emptyLayout->addWidget(m_message);
-    emptyLayout->addWidget(m_act, 0, Qt::AlignHCenter);
     emptyLayout->addStretch(1);
-    connect(m_act, &QPushButton::clicked, this, [this] { m_emptyAct(); });
     setFocusProxy(m_tree);
     setTabOrder(m_filter, m_tree);
 
@@ -77,7 +73,8 @@ void ExplorerPage::Update() {
     m_tree->setVisible(visible && !empty);
     m_tree->setMaximumHeight(rootAlone ? m_tree->sizeHintForRow(0) + rootMargin : QWIDGETSIZE_MAX);
     m_empty->setVisible(visible && (empty || rootAlone));
-    m_act->setVisible((!hasNodes || rootAlone) && m_emptyAct);
+    if (m_act)
+        m_act->setVisible(!hasNodes || rootAlone);
     if (empty || rootAlone)
         m_message->setText(hasNodes && !rootAlone ? tr("No matching items") : m_emptyText);
     layout()->activate(); // what is scrolled to next needs the space that there will be
@@ -91,8 +88,13 @@ bool ExplorerPage::HasRootAlone() const {
 void ExplorerPage::SetEmptyHint(const QString& text, const QString& button, std::function<void()> act) {
     m_emptyText = text;
     m_hasHint = true;
-    m_emptyAct = std::move(act);
-    m_act->setText(button);
+    delete m_act;
+    m_act = nullptr; // a button that is hidden is read out all the same
+    if (act) {
+        m_act = new QPushButton(button, m_empty);
+        static_cast<QVBoxLayout*>(m_empty->layout())->insertWidget(1, m_act, 0, Qt::AlignHCenter);
+        connect(m_act, &QPushButton::clicked, this, std::move(act));
+    }
     Update();
 }
 

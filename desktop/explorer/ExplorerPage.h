@@ -39,10 +39,9 @@ private:
     QLineEdit* m_filter;
     QWidget* m_empty; // in place of the tree while that has nothing to show
     QLabel* m_message;
-    QPushButton* m_act; // below the line, where there is something to be done
+    QPushButton* m_act = nullptr; // below the line, where there is something to be done
     QString m_emptyText;
     bool m_hasHint = false;
-    std::function<void()> m_emptyAct;
 };
 
 // The friendly line of an empty place.

@@ -127,6 +127,13 @@ protected:
             }
         return nullptr;
     }
+    // The entry of that caption, without its mnemonic.
+    static QAction* EntryOf(const QMenu& menu, const QString& caption) {
+        for (QAction* action : menu.actions())
+            if (action->text().section('\t', 0, 0).remove('&') == caption)
+                return action;
+        return nullptr;
+    }
     static QString OpenMenuTitle() {
         const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         return menu ? menu->menuAction()->text().remove('&') : QString();

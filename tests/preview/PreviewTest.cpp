@@ -24,7 +24,7 @@ TEST_F(PreviewFixture, GoodEditIsShownAndSelectionWindowsAndOpenMenuStay) {
     ClickNode(0, "Inner");
     QMenu* file = OpenMenu("File");
     ASSERT_TRUE(file);
-    file->setActiveAction(file->actions().last());
+    file->setActiveAction(EntryOf(*file, "Feed"));
     ASSERT_EQ(LitEntry(), "Feed");
 
     Edit("Birds", "Caption=\"#Count\"", "Caption=\"#Tally\"");
@@ -67,7 +67,7 @@ TEST_F(PreviewFixture, WhatIsOpenAndGoesWithAnEditIsClosed) {
     preview.OpenWindow("Sheet");
     ClickNode(0, "Inner");
     QMenu* file = OpenMenu("File");
-    file->setActiveAction(file->actions().last());
+    file->setActiveAction(EntryOf(*file, "Feed"));
     Edit("Birds",
          "<MenuItem Type=\"MenuItem\" ActionItem=\"Feed\" Path=\"File\" PositionOrder=\"2\" Caption=\"#Feed\"/>", "");
     ASSERT_TRUE(UntilShown(2));

@@ -111,7 +111,7 @@ TEST_F(RecordTest, SessionThroughWidgetsIsTakenAgainWithTheSameCalls) {
     for (QAction* title : window.menuBar()->actions())
         if (title->text() == "&File") {
             window.menuBar()->setActiveAction(title);
-            title->menu()->actions().last()->trigger();
+            EntryOf(*title->menu(), "Feed")->trigger();
             title->menu()->close();
         }
     QTimer choose; // from the context menu, while the library waits for it
