@@ -56,7 +56,8 @@ protected:
             }
         });
         user.start(5);
-        return dialogs.AskSave(nullptr, title, "Data|*.csv", proposed);
+        return title == "Folder" ? dialogs.AskFolder(nullptr, title, proposed)
+                                 : dialogs.AskSave(nullptr, title, "Data|*.csv", proposed);
     }
 
     AppFolder m_folder;
@@ -92,6 +93,9 @@ TEST_F(FileDialogsTest, RememberTheFolderOfEachPurposeForTheNextStart) {
     EXPECT_EQ(m_seen.toStdString(), "other/p.csv ");
     (void)Ask(dialogs, "Save Report", m_folder.Path("data/r.csv"), {});
     EXPECT_EQ(m_seen.toStdString(), "data/r.csv ") << "another purpose";
+    EXPECT_EQ(Ask(dialogs, "Folder", m_folder.Path("data"), {m_folder.Path("other")}), m_folder.Path("other"));
+    (void)Ask(dialogs, "Folder", m_folder.Path("data"), {});
+    EXPECT_TRUE(m_seen.startsWith("other/")) << m_seen.toStdString();
     QDir(m_folder.Path("other")).removeRecursively();
     (void)Ask(dialogs, "Export", m_folder.Path("data/p.csv"), {});
     EXPECT_EQ(m_seen.toStdString(), "data/p.csv ") << "it has gone";

@@ -5,6 +5,7 @@
 #include "tests/forms/Ui.h"
 
 #include <QLabel>
+#include <QTableView>
 #include <QTest>
 
 using namespace corvane;
@@ -17,17 +18,30 @@ namespace {
 
 std::string saved;
 
+class Sample final : public Automation<Sample> {
+    std::string m_name = "a";
+
+public:
+    static constexpr auto Members = Fields<&Sample::m_name>();
+};
+
 class DetailsPage final : public Page<DetailsPage> {
     std::string m_title;
     std::string m_notes;
+    Ref<Rows> m_samples = New<Rows>();
 
 public:
+    DetailsPage() {
+        for (int i = 0; i < 3; ++i)
+            m_samples->Add(New<Sample>());
+    }
     void Import() { m_title = "imported"; }
     [[nodiscard]] std::string TitleProblem() const { return m_title == "taken" ? "There is one." : ""; }
     void OnSave() override { saved = m_title; }
 
-    static constexpr auto Members = Fields<&DetailsPage::m_title, &DetailsPage::m_notes, &DetailsPage::Import>(
-        Property("TitleProblem", &DetailsPage::TitleProblem));
+    static constexpr auto Members =
+        Fields<&DetailsPage::m_title, &DetailsPage::m_notes, &DetailsPage::m_samples, &DetailsPage::Import>(
+            Property("TitleProblem", &DetailsPage::TitleProblem));
 };
 
 constexpr const char* windows = R"(<Windows>
@@ -44,7 +58,9 @@ protected:
         m_folder.Service("A", "T.A", windows, "IsStartService=\"true\"");
         Form("T.Details", forms::Item(0, "QLineEdit", "Title", Has("required", "bool", "true"), "Title:") +
                               forms::Item(1, "QPushButton", "Import", Has("text", "string", "Import")) +
-                              forms::Item(2, "QLineEdit", "Notes"));
+                              forms::Item(2, "QLineEdit", "Notes") +
+                              forms::Item(3, "QTableWidget", "Samples",
+                                          "<property name=\"columns\" stdset=\"0\"><string>name</string></property>"));
         m_folder.Write("App/Forms/T.Broken.ui", "<ui version=\"4.0\">\n<widget");
         Form("T.Page",
              forms::Item(0, "QWidget", "Chart", "<property name=\"place\" stdset=\"0\"><bool>true</bool></property>"));
@@ -137,4 +153,17 @@ TEST_F(FormPages, AClassFillsThePlaceOfItsForm) {
     ASSERT_TRUE(place);
     EXPECT_TRUE(place->findChild<QPushButton*>());
     EXPECT_TRUE(place->findChild<QLineEdit*>()->isVisible());
+}
+
+TEST_F(FormPages, ARowThatIsNotSelectedAnyMoreIsRecorded) {
+    Open("Details");
+    auto* table = Shown<QTableView>("Samples");
+    ASSERT_TRUE(table);
+    const QPoint second = table->visualRect(table->model()->index(1, 0)).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, second);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::ControlModifier, second);
+    EXPECT_TRUE(table->selectionModel()->selectedRows().isEmpty());
+    m_application.reset();
+    EXPECT_TRUE(m_folder.Read("steps.txt").contains("row Details 0 Samples 1\nrow Details 0 Samples none\n"))
+        << m_folder.Read("steps.txt").constData();
 }
