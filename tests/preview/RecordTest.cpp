@@ -5,7 +5,7 @@
 #include "corvane/windows/WindowManager.h"
 #include "desktop/documents/DocumentBar.h"
 #include "desktop/forms/FormWidget.h"
-#include "headless/Document.h"
+#include "headless/FormJson.h"
 #include "headless/FormPages.h"
 #include "headless/Steps.h"
 #include "tests/forms/Ui.h"
@@ -343,13 +343,6 @@ void ActInForm(Application& application, std::mt19937& random) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
 }
 
-std::string LinesOf(const forms::FormModel& model) {
-    std::string text;
-    for (const std::string& line : inspect::FormLines(model))
-        text += line + "\n";
-    return text;
-}
-
 TEST_F(RecordTest, RandomSessionsInFormsAreTakenAgain) {
     m_folder.Write("App/Forms/BirdsSvc.Page.ui", QByteArray::fromStdString(AllKinds()));
     for (unsigned seed = 1; seed <= 20; ++seed) {
@@ -363,7 +356,7 @@ TEST_F(RecordTest, RandomSessionsInFormsAreTakenAgain) {
             EXPECT_TRUE(application->ShowPage(page));
         std::vector<std::string> shown;
         for (const auto* form : application->Window().findChildren<FormWidget*>())
-            shown.push_back(LinesOf(form->Model()));
+            shown.push_back(inspect::FieldsJson(form->Model()).dump(1));
         std::sort(shown.begin(), shown.end());
         m_recorder->Leave(); // what the end of the desktop brings about is no step
         std::ifstream file(m_steps);
@@ -373,7 +366,7 @@ TEST_F(RecordTest, RandomSessionsInFormsAreTakenAgain) {
         std::vector<std::string> again;
         for (const auto& window : Singleton::Framework()->WindowManager()->Windows())
             for (const inspect::ShownPage& page : inspect::PagesOf(host, window))
-                again.push_back(LinesOf(*page.form->Model()));
+                again.push_back(inspect::FieldsJson(*page.form->Model()).dump(1));
         std::sort(again.begin(), again.end());
         EXPECT_EQ(again, shown) << "seed " << seed << "\n" << Recorded();
     }
