@@ -21,6 +21,7 @@ void ExplorerLink::Follow(const Ref<MdiForm>& mainForm) {
     hold(mainForm->OnUnload.Subscribe([this](bool&) { Leave(); }));
     hold(explorer->OnActive.Subscribe([this, explorer](const Ref<Object>& item) {
         m_activeObject = item;
+        m_opener = {}; // what comes now may be this item's
         m_active = {explorer->TreeView(), explorer->TreeView() ? explorer->TreeView()->SelectedItem() : nullptr};
     }));
     hold(explorer->OnInactive.Subscribe([this](const Ref<Object>&) {

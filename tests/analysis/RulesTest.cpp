@@ -274,31 +274,30 @@ Path="B" PositionOrder="10" Caption="Go"/></Menus><Windows><Window Name="W" Type
 TEST(Rules, OfTheStartPage) {
     CheckedFolder folder;
     folder.Write("Services/S.xml", R"(<Service Name="S" ProgID="E.S" Active="True"><ActionItems>
-<ActionItem Name="Go" Action="OnGo"/><ActionItem Name="File"/></ActionItems><Menus>
-<MenuItem Type="MenuTitle" ActionItem="File" PositionOrder="10" Caption="#File"/><MenuItem Type="MenuItem" ActionItem="Go"
-Path="File" PositionOrder="10" Caption="#Go"/></Menus></Service>)");
+<ActionItem Name="Salute" Action="OnSalute"/></ActionItems><Menus>
+<MenuItem Type="MenuItem" ActionItem="Salute" Path="File" PositionOrder="10" Caption="#Salute"/></Menus></Service>)");
     folder.Write("Data/birds.csv", "a,b\n");
     for (const auto& [line, found] : std::vector<std::pair<std::string, std::string>>{
-             {R"(<Step Command="File.Go" Text="Go"/><Step Command="help.manual" Text="Read"/>)", ""},
+             {R"(<Step Command="File.Salute" Text="Go"/><Step Command="help.manual" Text="Read"/>)", ""},
              {R"(<Sample File="data/Birds.csv" Text="Birds"/>)", ""},
-             {R"(<Step Command="File.Gone" Text="Go"/>)", "write \"File.Go\""},
-             {R"(<Step Command="File.Go"/>)", "a Step has no Text"},
+             {R"(<Step Command="File.Salut" Text="Go"/>)", "write \"File.Salute\""},
+             {R"(<Step Command="File.Salute"/>)", "a Step has no Text"},
              {R"(<Step Text="Go"/>)", "write its Command"},
-             {R"(<Step Comand="File.Go" Command="File.Go" Text="Go"/>)", "write \"Command\""},
+             {R"(<Step Comand="File.Salute" Command="File.Salute" Text="Go"/>)", "write \"Command\""},
              {R"(<Sample File="Data/brids.csv" Text="Birds"/>)", "write \"Data/birds.csv\""},
              {R"(<Sample File="../birds.csv" Text="Birds"/>)", "isn't below the application's folder"},
              {R"(<Sampel File="Data/birds.csv" Text="Birds"/>)", "write \"Sample\""},
-             {R"(<Empty Tab="Birds" Command="File.Go" Text="None"/>)", "the explorer has no tab \"Birds\""},
-             {R"(<Empty Command="File.Go" Text="None"/>)", "write the name of a tab"},
+             {R"(<Empty Tab="Birds" Command="File.Salute" Text="None"/>)", "the explorer has no tab \"Birds\""},
+             {R"(<Empty Command="File.Salute" Text="None"/>)", "write the name of a tab"},
              {"<Step", "so the start page has nothing of it"}}) {
         const std::string text = folder.Write("welcome.xml", "<Welcome>\n" + line + "\n</Welcome>").Text();
         EXPECT_NE(text.find(found), std::string::npos) << line << "\n" << text;
         EXPECT_EQ(text.find("welcome.xml:") != std::string::npos, !found.empty()) << text;
     }
-    const std::string root = R"(<Welcome Window="Startt" Open="File.Goo"/>)";
+    const std::string root = R"(<Welcome Window="Startt" Open="File.Salut"/>)";
     const std::string text = folder.Write("welcome.xml", root).Text();
     EXPECT_NE(text.find("welcome.xml:1:1: warning: there is no window \"Startt\""), std::string::npos) << text;
-    EXPECT_NE(text.find("write \"File.Go\""), std::string::npos) << text;
+    EXPECT_NE(text.find("write \"File.Salute\""), std::string::npos) << text;
 }
 
 // Found by a look into plug-ins.

@@ -182,7 +182,7 @@ TEST_F(DefinitionTranslationTest, TextsAreTranslatedWhereTheyAreDrawn) {
     Start({"de-AT", "de"});
     // What has no translation, or one of another text, is shown in the host's words where it has the same text, and as
     // it is otherwise. The library's own "Toolbars" is the host's.
-    EXPECT_EQ(Band("View"), "Über&sicht|&Statusleiste|%1 öffnen|Toolbars");
+    EXPECT_EQ(Band("View"), "Über&sicht|&Statusleiste|%1 öffnen|Mit Fenster &verknüpfen|Toolbars");
     EXPECT_EQ(m_application->Window().ExplorerDock().windowTitle(), "Explorer"); // and not of studies
     EXPECT_EQ(Band("Toolbars.Main"), "Sheet");
     const QToolBar* toolbar =
@@ -224,8 +224,8 @@ TEST_F(DefinitionTranslationTest, WithoutACatalogueTextsAreThoseOfTheFilesOrInTh
     for (const QStringList& languages : {QStringList(), QStringList{"fr"}}) {
         m_folder.Write("App/Services/translations/de.po", german);
         Start(languages);
-        EXPECT_EQ(Band("View"), languages.isEmpty() ? "&Explorer|&Status Bar|Open %1|Toolbars"
-                                                    : "&Explorateur|&Barre d’état|Open %1|Toolbars");
+        EXPECT_EQ(Band("View"), languages.isEmpty() ? "&Explorer|&Status Bar|Open %1|&Link with Window|Toolbars"
+                                                    : "&Explorateur|&Barre d’état|Open %1|&Lier à la fenêtre|Toolbars");
         EXPECT_EQ(m_application->Window().ExplorerDock().windowTitle(), "Explorer");
         EXPECT_EQ(Tabs(), "Root|Root|Root");
         // The host's own definitions have their catalogues in it.
@@ -249,7 +249,8 @@ TEST_F(DefinitionTranslationTest, BrokenCatalogueIsReportedAndNotUsed) {
           Case{QByteArray("\0\x1\x2", 3), "&Explorer", "de.po, line 1: contains a zero byte"}}) {
         m_folder.Write("App/Services/translations/de.po", testCase.catalogue);
         Start({"de"});
-        EXPECT_EQ(Band("View"), QString(testCase.first) + "|&Statusleiste|Open %1|Toolbars") << testCase.logged;
+        EXPECT_EQ(Band("View"), QString(testCase.first) + "|&Statusleiste|Open %1|Mit Fenster &verknüpfen|Toolbars")
+            << testCase.logged;
         EXPECT_TRUE(m_folder.Read("corvane/App/errors.log").contains(testCase.logged))
             << testCase.logged << "\n"
             << m_folder.Read("corvane/App/errors.log").toStdString();

@@ -174,8 +174,8 @@ TEST_F(WelcomeTest, EmptyTreeSaysWhatToDo) {
 TEST_F(WelcomeTest, RecentFilesAreInTheMenu) {
     Start();
     Click("Birds");
-    const auto& tools = m_application->Bar()->Tools()->All();
     const auto entry = [&](const char* text) {
+        const auto& tools = m_application->Bar()->Bands()->Item("File")->Tools()->All();
         const auto it =
             std::find_if(tools.begin(), tools.end(), [&](const auto& tool) { return tool->Caption() == text; });
         return it == tools.end() ? nullptr : *it;
