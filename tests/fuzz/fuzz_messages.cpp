@@ -23,9 +23,12 @@ using corvane::testing::ScriptedConnection;
 namespace {
 
 std::size_t messages = 0;
+// How texts of the JSON library's exceptions begin. An input that has it says nothing of them.
+constexpr const char* foreign = "[json.exception";
+bool isInInput = false;
 
 void Judge(const Failure& failure) {
-    if (failure.Description.find("[json.exception") == std::string::npos)
+    if (isInInput || failure.Description.find(foreign) == std::string::npos)
         return;
     std::fputs(failure.Description.c_str(), stderr);
     std::abort();
@@ -124,7 +127,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         host = nullptr;
         host = NewHost();
     }
-    const auto script = ScriptOf({reinterpret_cast<const char*>(data), size});
+    const std::string input(reinterpret_cast<const char*>(data), size);
+    isInInput = input.find(foreign) != std::string::npos;
+    const auto script = ScriptOf(input);
     ProcessSettings settings;
     settings.name = "Birds";
     const auto process = New<Process>(settings, New<LoggingMonitor>(0), nullptr,
