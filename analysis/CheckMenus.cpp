@@ -1,5 +1,5 @@
-#include "adapters/common/Nearest.h"
 #include "analysis/Checks.h"
+#include "analysis/MenuPaths.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ std::string OrderText(const Entry& entry) {
 class MenuCheck {
 public:
     MenuCheck(Model& model, const MenuPlan& plan, Report& report)
-        : m_model(model), m_plan(plan), m_report(report), m_seen(plan.ToolCount()) {}
+        : m_model(model), m_plan(plan), m_report(report), m_meant(model, plan), m_seen(plan.ToolCount()) {}
 
     void Check() {
         for (const auto& [first, second] : m_plan.DoubleTitles())
@@ -99,7 +99,7 @@ private:
         const Entry* root = m_plan.TitleOf(path.substr(0, path.find('.')));
         const Placing* placing = root && m_plan.TitleOf(path) ? m_plan.PlacingOf(*root) : nullptr;
         if (!placing || !placing->owner)
-            return PathCure(path);
+            return m_meant.Cure(path);
         return "give " + root->Named() + " a rank of its own, such as PositionOrder=\"" + FreeOrder(*placing) + "\"";
     }
 
@@ -231,7 +231,8 @@ private:
         else if (!bar.title && !bar.ofHost &&
                  (!EqualText(bar.name, "View.Toolbars") || (bar.firstAsked && !bar.firstAsked->IsButton())))
             ReportPlaceholder(bar);
-        else if (bar.title && bar.slots.empty() && m_model.complete && !IsAskedFor(bar.name))
+        else if (bar.title && bar.slots.empty() && m_model.complete && !m_pathMap.contains(bar.name) &&
+                 !m_meant.IsAskedFor(bar.name))
             ReportEmpty(bar);
         for (const Slot& slot : bar.slots) {
             if (slot.entries.empty())
@@ -243,34 +244,6 @@ private:
                 seen = {&bar, &entry};
             if (!isNew && !AreRivals(*seen.entry, entry))
                 ReportTwice(entry, *seen.entry);
-        }
-    }
-
-    // Whether a Path is that of the title, or is meant to be: the mistake is the entry's then, and has a finding.
-    [[nodiscard]] bool IsAskedFor(std::string_view title) {
-        if (m_pathMap.contains(title))
-            return true;
-        if (!m_askedRead)
-            ReadAsked();
-        return m_asked.contains(FoldText(title));
-    }
-
-    void ReadAsked() {
-        m_askedRead = true;
-        const std::vector<std::string> titles = TitleKeys();
-        std::set<std::string> titleSet;
-        for (const std::string& title : titles)
-            titleSet.insert(FoldText(title));
-        for (const auto& file : m_model.files) {
-            if (!file->active)
-                continue;
-            for (const Element& element : std::span(file->root, 1 + file->root->below)) {
-                std::string path = FoldText(element.Value("Path"));
-                if (EqualText(element.Value("Type"), "ToolbarItem") || !m_asked.insert(path).second)
-                    continue; // the Path of a button is the name of a toolbar
-                if (const auto nearest = titleSet.contains(path) ? std::nullopt : MeantPath(path))
-                    m_asked.insert(FoldText(*nearest));
-            }
         }
     }
 
@@ -327,7 +300,7 @@ private:
                 if (placing.entry->path.empty() && !placing.entry->IsTitle() && !placing.entry->IsButton())
                     m_report.Add(Rule::PathWithoutTitle, placing.entry->At("Path"),
                                  placing.entry->Named() + " has no Path, so it is in no menu and never appears",
-                                 PathCure({}));
+                                 m_meant.Cure({}));
             return;
         }
         std::vector<Note> notes;
@@ -345,75 +318,14 @@ private:
                      command ? "write Path=\"" + std::string(command->path) +
                                    "\", the menu of that command, or make it a "
                                    "MenuTitle without Action"
-                             : PathCure(bar.name),
+                             : m_meant.Cure(bar.name),
                      std::move(notes));
         AddPathEdit(entry);
     }
 
-    // The title that a Path seems to mean; nothing when that isn't certain.
-    [[nodiscard]] std::optional<std::string> MeantPath(std::string_view path) {
-        const std::vector<std::string> titles = TitleKeys();
-        std::string plain(path);
-        std::replace_if(
-            plain.begin(), plain.end(), [](char c) { return c == '/' || c == '\\' || c == '>' || c == '|'; }, '.');
-        std::erase(plain, '#');
-        std::erase(plain, '&');
-        while (plain.ends_with(' '))
-            plain.pop_back();
-        while (plain.starts_with(' '))
-            plain.erase(0, 1);
-        while (plain.ends_with('.'))
-            plain.pop_back();
-        while (plain.starts_with('.'))
-            plain.erase(0, 1);
-        std::vector<std::string> found;
-        for (const std::string& title : titles) {
-            if (EqualText(title, plain))
-                return title;
-            const std::size_t point = title.rfind('.');
-            if (point != std::string::npos && EqualText(std::string_view(title).substr(point + 1), plain))
-                found.push_back(title); // its last part
-            else if (const std::size_t last = plain.rfind('.');
-                     last != std::string::npos && EqualText(title, std::string_view(plain).substr(last + 1)))
-                found.push_back(title);
-        }
-        if (found.size() == 1)
-            return found.front();
-        constexpr std::size_t shortest = 3;
-        if (const auto nearest = Nearest(titles, plain); nearest && plain.size() >= shortest)
-            return nearest;
-        return TitleOfCaption(plain);
-    }
-
-    // Written as users read it.
-    [[nodiscard]] std::optional<std::string> TitleOfCaption(const std::string& caption) const {
-        for (const auto& [name, bar] : m_plan.Bars()) {
-            if (!bar.title)
-                continue;
-            std::string text(bar.title->Caption());
-            std::erase(text, '#');
-            if (EqualText(text, caption))
-                return bar.name;
-        }
-        return std::nullopt;
-    }
-
-    [[nodiscard]] std::string PathCure(std::string_view path) {
-        if (path.empty())
-            return "write Path=\"File\", or the key of another title";
-        if (const auto meant = MeantPath(path))
-            return "write " + Quoted(*meant);
-        if (const auto inactive = InactiveTitle(m_model, path))
-            return "write Active=\"True\" in " + Quoted(inactive->file->name) + ", which has the title";
-        const std::size_t point = path.rfind('.');
-        return "add <MenuItem Type=\"MenuTitle\" ActionItem=\"" + std::string(path.substr(point + 1)) + "\"" +
-               (point == std::string_view::npos ? "" : " Path=\"" + std::string(path.substr(0, point)) + "\"") +
-               " PositionOrder=\"...\"/>";
-    }
-
     // Of the finding that has been added last.
     void AddPathEdit(const Entry& entry) {
-        const auto meant = entry.path.empty() ? std::nullopt : MeantPath(entry.path);
+        const auto meant = entry.path.empty() ? std::nullopt : m_meant.Meant(entry.path);
         if (!meant)
             return;
         for (Provider* provider : m_model.MenuProviders())
@@ -586,17 +498,10 @@ private:
         return tool ? m_commands[tool->number] : m_contextCommands[name];
     }
 
-    [[nodiscard]] std::vector<std::string> TitleKeys() {
-        std::vector<std::string> keys;
-        for (const auto& [name, bar] : m_plan.Bars())
-            if (bar.title)
-                keys.push_back(bar.name);
-        return keys;
-    }
-
     Model& m_model;
     const MenuPlan& m_plan;
     Report& m_report;
+    MenuPaths m_meant;
     // The bar that has had a tool last, and as what.
     struct Seen {
         const Bar* bar = nullptr;
@@ -608,8 +513,6 @@ private:
     std::set<std::string> m_paths;                                            // folded, that have been reported
     std::unordered_map<std::string_view, int, TextHash, TextEqual> m_pathMap; // how many entries have a path
     std::set<Long> m_ranks;                                                   // of all places in menus
-    std::set<std::string> m_asked; // all that is written as a Path, folded, and the titles next to it
-    bool m_askedRead = false;
 };
 
 } // namespace
