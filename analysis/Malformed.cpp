@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <libxml/parser.h>
 #include <memory>
-#include <regex>
+#include <sstream>
 #include <vector>
 
 namespace corvane::check {
@@ -42,11 +42,16 @@ Long ErrorColumn(std::string_view bytes, Long line) {
     return first.line == line ? first.column : 0;
 }
 
-// What the parser's message names, from 1.
-std::smatch Parts(const std::string& message, const char* pattern) {
-    std::smatch match;
-    (void)std::regex_search(message, match, std::regex(pattern));
-    return match;
+// The words of the parser's message behind one part of it; at least so many, or none.
+std::vector<std::string> WordsBehind(const std::string& message, std::string_view part, std::size_t least) {
+    std::vector<std::string> words;
+    const std::size_t found = message.find(part);
+    if (found == std::string::npos)
+        return words;
+    std::istringstream stream(message.substr(found + part.size()));
+    for (std::string word; stream >> word;)
+        words.push_back(word);
+    return words.size() >= least ? words : std::vector<std::string>();
 }
 
 Words OfNoElement(std::string_view bytes) {
@@ -70,12 +75,12 @@ Words OfEncoding(std::string_view bytes) {
 }
 
 Words OfTags(const std::string& message) {
-    const std::smatch names = Parts(message, "mismatch: (\\S+) line (\\d+) and (\\S+)");
-    if (names.empty())
+    const std::vector<std::string> words = WordsBehind(message, "mismatch: ", 5); // "Menus line 2 and Service"
+    if (words.empty())
         return {};
-    const std::string open = names[1];
-    const std::string close = names[3];
-    const std::string opened = Quoted(open) + " of line " + names[2].str();
+    const std::string& open = words[0];
+    const std::string& close = words[4];
+    const std::string opened = Quoted(open) + " of line " + words[2];
     if (Nearest(std::vector{open}, close))
         return {Quoted("</" + close + ">") + " is to close " + opened, "write one name in both places"};
     return {opened + " isn't closed before " + Quoted("</" + close + ">"),
@@ -108,8 +113,9 @@ Words OfSigns(int code, const std::string& message) {
 }
 
 Words OfAttributes(int code, const std::string& message) {
-    const std::smatch name = Parts(message, code == XML_ERR_ATTRIBUTE_REDEFINED ? "Attribute (\\S+)" : "(\\S+)$");
-    const std::string nameText = name.size() > 1 ? name[1].str() : std::string();
+    const bool isTwice = code == XML_ERR_ATTRIBUTE_REDEFINED;
+    const std::vector<std::string> words = WordsBehind(message, isTwice ? "Attribute " : "", 1);
+    const std::string nameText = words.empty() ? std::string() : isTwice ? words.front() : words.back();
     switch (code) {
     case XML_ERR_ATTRIBUTE_REDEFINED:
         return {"the attribute " + Quoted(nameText) + " is there twice", "remove one of them"};
@@ -135,9 +141,9 @@ Words OfStructure(int code, const std::string& message, std::string_view bytes) 
     case XML_ERR_TAG_NAME_MISMATCH:
         return OfTags(message);
     case XML_ERR_TAG_NOT_FINISHED:
-        if (const std::smatch name = Parts(message, "tag (\\S+) line (\\d+)"); !name.empty())
-            return {"the file ends before " + Quoted(name[1].str()) + " of line " + name[2].str() + " is closed",
-                    "end it with " + Quoted("</" + name[1].str() + ">")};
+        if (const auto words = WordsBehind(message, " tag ", 3); !words.empty()) // "Menus line 2"
+            return {"the file ends before " + Quoted(words[0]) + " of line " + words[2] + " is closed",
+                    "end it with " + Quoted("</" + words[0] + ">")};
         return {};
     case XML_ERR_GT_REQUIRED:
         return {"a tag has no end", "end it with \"/>\" or \">\""};
