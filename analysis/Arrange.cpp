@@ -79,6 +79,12 @@ public:
         return text;
     }
 
+    static void AddPlace(OutlineLine& line, const File& file, const Element& element) {
+        line.places.push_back(file.At(element.At()));
+        const Spot last = element.attributes.empty() ? element.At() : element.attributes.back().AtValue();
+        line.lastLines.push_back(file.At(last).at.line);
+    }
+
     [[nodiscard]] std::vector<OutlineLine> Lines() const {
         std::vector<OutlineLine> lines;
         for (const Section& section : m_sections) {
@@ -89,11 +95,10 @@ public:
                     lines.push_back({section.heading, {}, {}, false, {}});
                 OutlineLine line{
                     section.heading, item.key, std::string(item.entries.front()->Caption()), item.isLost, {}};
-                for (const Entry* entry : item.entries) {
-                    const Element& element = *entry->element;
-                    line.places.push_back(entry->provider->file->At(element.At()));
-                    line.lastLines.push_back(entry->provider->file->At(element.attributes.back().AtValue()).at.line);
-                }
+                for (const Entry* entry : item.entries)
+                    AddPlace(line, *entry->provider->file, *entry->element);
+                for (const Entry* entry : item.entries)
+                    AddPlace(line, *entry->provider->file, *entry->action->element);
                 lines.push_back(std::move(line));
                 isSeparated = Separates(item, "After");
             }

@@ -14,7 +14,7 @@ struct OutlineLine {
     std::string key;               // of the entry; empty for a line between two
     std::string caption;           // as it is written
     bool isLost = false;           // it doesn't appear now
-    std::vector<Place> places;     // of all that share it, the first one gives it its texts
+    std::vector<Place> places;     // of all that share it, the first one gives it its texts; then of their actions
     std::vector<Long> lastLines{}; // of their elements
 
     // Whether the place is in one of its elements.

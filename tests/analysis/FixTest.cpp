@@ -73,8 +73,10 @@ TEST(Fix, ArrangesMenusAsTheirNumbersMean) {
     ASSERT_EQ(fixes.files.size(), 1U);
     const check::Options fixed{folder.Path(), false, {{fixes.files[0].path, fixes.files[0].after}}};
     std::string keys;
-    for (const check::OutlineLine& line : check::OutlineLines(fixed))
+    for (const check::OutlineLine& line : check::OutlineLines(fixed)) {
+        EXPECT_TRUE(line.key != "Plot.One" || line.IsAt({line.places[0].file, {1, 1}})); // where its action is
         keys += line.heading == "menu Plot" ? line.key + " " : "";
+    }
     EXPECT_EQ(keys, "Plot.One Plot.Two Plot.More ");
 }
 
