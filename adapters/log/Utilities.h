@@ -30,6 +30,7 @@ public:
     void LogError(std::string_view appName, std::string_view module, std::string_view procedure, const Failure& failure,
                   std::string_view context, bool show) override;
     std::string AppName() const override { return m_appName; }
+    // By CORVANE_BREAK_ON_ERROR in the environment, with another value than 0.
     bool BreakOnError() const override { return m_breakOnError; }
     bool IsRunningInIDE() const override;
     std::string GetAppFolder(std::string_view name) const override;
@@ -39,8 +40,6 @@ public:
     using ShowFunction = std::function<void(const ShownFailure&)>;
     // Shows a failure and returns when the user has seen it. Without one it goes to the error stream.
     void SetShow(ShowFunction show) { m_show = std::move(show); }
-    // At first it is on when the environment has CORVANE_BREAK_ON_ERROR with another value than 0.
-    void SetBreakOnError(bool breakOnError) { m_breakOnError = breakOnError; }
     [[nodiscard]] const std::string& LogPath() const { return m_log.Path(); }
 
 private:
@@ -48,7 +47,7 @@ private:
     std::string m_appFolder;
     LogFile m_log;
     ShowFunction m_show;
-    bool m_breakOnError;
+    const bool m_breakOnError;
 };
 
 } // namespace corvane
