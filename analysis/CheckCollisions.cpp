@@ -127,6 +127,13 @@ private:
                 "write the ProgID of a class of its own, or put both into one file",
                 {{first->second->At("ProgID"), "the first of both"}});
         }
+        for (const Provider& page : m_model.pages)
+            if (const auto service = classes.find(page.progID); service != classes.end() && !page.progID.empty())
+                m_report.Add(Rule::SharedClass, page.At("PageProgID"),
+                             page.Named() + " has the class of " + service->second->Named() +
+                                 ", so another service is made where the page should be",
+                             "write the ProgID of the page's own class",
+                             {{service->second->At("ProgID"), "the service"}});
     }
 
     Model& m_model;

@@ -18,6 +18,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t longestBegin = 4096;
+// Files beside the folders that are read by their names.
+const std::array<std::string, 4> settings{"QRZ.INI", "about.json", "standins.json", "welcome.xml"};
 
 // The beginning of a regular file; nothing for others.
 std::string BeginOf(const fs::path& path) {
@@ -140,8 +142,24 @@ private:
                    "move it to Images/" + name);
         else if (EqualText(extension, "po"))
             ReportCatalogue(path);
-        else
+        else if (!CheckStrayFile(path, name))
             CheckStrayForm(path);
+    }
+
+    // Settings, and plug-ins, which are looked for elsewhere.
+    bool CheckStrayFile(const fs::path& path, const std::string& name) {
+        const bool isPlugin = name.starts_with("lib") && name.ends_with(".so");
+        const auto known = std::find_if(settings.begin(), settings.end(),
+                                        [&](const std::string& each) { return EqualText(each, name); });
+        if (!isPlugin && known == settings.end())
+            return false;
+        const std::string right = isPlugin ? "plugins/" + name : *known;
+        if (!FindPath(JoinPath(m_application, right)))
+            Unread(path,
+                   Quoted(name) + " isn't read in this folder, as it is looked for " +
+                       (isPlugin ? "in the folder plugins alone" : "beside the folder Services"),
+                   "move it to " + right);
+        return true;
     }
 
     void ReportCatalogue(const fs::path& path) {
@@ -234,12 +252,10 @@ private:
             if (const std::string begin = BeginOf(file); IsDefinition(begin))
                 Unread(file, begin, " is a definition outside the folder Services, so it isn't read",
                        "move it to Services/" + name);
-        } else if (EqualText(extension, "so") && EqualText(folder, "Images")) {
-            Unread(file, Quoted(name) + " is a plug-in outside the folder plugins, so it isn't found",
-                   "move it to plugins/" + name);
         } else if (EqualText(extension, "po")) {
             ReportCatalogue(file);
-        } else if (!EqualText(folder, "Forms")) {
+        } else if (const bool isForms = EqualText(folder, "Forms");
+                   !((isForms || EqualText(folder, "Images")) && CheckStrayFile(file, name)) && !isForms) {
             CheckStrayForm(file);
         }
     }
@@ -271,11 +287,10 @@ private:
 
     // A file beside the folders that has nearly the name of one that is read.
     void CheckSettings(const fs::path& path, const std::string& name) {
-        static const std::vector<std::string> known{"QRZ.INI", "about.json", "standins.json", "welcome.xml"};
         const auto Is = [&](const std::string& each) { return EqualText(each, name); };
-        if (std::any_of(known.begin(), known.end(), Is))
+        if (std::any_of(settings.begin(), settings.end(), Is))
             return;
-        for (const std::string& each : known) {
+        for (const std::string& each : settings) {
             const bool isLonger = name.size() > each.size() && name[each.size()] == '.' &&
                                   EqualText(std::string_view(name).substr(0, each.size()), each);
             const bool isBackup = isLonger && !EqualText(ExtensionOf(name), "txt");

@@ -126,14 +126,17 @@ private:
             return;
         for (const FieldDef& field : form.fields)
             CheckField(field);
+        CheckBuddies(form);
         CheckMnemonics(form, progID);
         CheckTabOrder(form);
         CheckTexts(form);
         const auto* members = m_plugins ? MembersOf(progID) : nullptr;
         if (members)
             for (const FieldDef& field : form.fields)
-                if (form.Find(field.name) == &field)
+                if (form.Find(field.name) == &field) {
                     CheckMember(field, progID, *members);
+                    CheckChoices(field, progID, members);
+                }
         const bool hasNoClass = isPreference && !isPage && (m_plugins ? !members : !MayHaveClass(progID));
         if (hasNoClass)
             CheckWithoutClass(form, progID);
@@ -159,6 +162,8 @@ private:
     }
 
     void CheckField(const FieldDef& field) {
+        if (field.name.empty())
+            return; // which has a finding already
         const bool isList = field.kind == FieldKind::Table || field.kind == FieldKind::Tree;
         const bool isSpoken = IsEntered(field.kind) || isList || field.kind == FieldKind::Button;
         if (isSpoken && forms::PlainText(field.label.text).empty() && field.accessibleName.IsEmpty())
@@ -177,7 +182,8 @@ private:
                     Quoted(field.name) + " has the choice " + Quoted(field.choices[i].value) +
                         " twice, and the value doesn't tell which of both is chosen",
                     "give one of both another text");
-        const bool isKnown = field.kind != FieldKind::Choice || !field.choices.empty();
+        const bool isKnown = (field.kind != FieldKind::Choice || !field.choices.empty()) &&
+                             field.minimum.value_or(0) <= field.maximum.value_or(field.minimum.value_or(0));
         forms::Problem problem =
             IsEntered(field.kind) && isKnown ? CheckValue(field, field.choices, field.value) : forms::Problem();
         if (problem && problem.kind != forms::ProblemKind::Required)
@@ -185,6 +191,42 @@ private:
                 Quoted(field.name) + " begins with " + Quoted(forms::WriteValue(field.value)) +
                     ", which can't be accepted: " + AsCure(problem.Text()),
                 "give it another value");
+    }
+
+    // A label that says to belong to what isn't there: its mnemonic leads nowhere, unless its place says what it
+    // labels.
+    void CheckBuddies(const FormDef& form) {
+        std::vector<std::string> names;
+        ForEachNode(form.root, [&](const FormNode& node) {
+            if (!node.name.empty() && node.kind != NodeKind::Label)
+                names.push_back(node.name);
+        });
+        ForEachNode(form.root, [&](const FormNode& node) {
+            if (node.kind != NodeKind::Label || node.buddy.empty() ||
+                std::any_of(names.begin(), names.end(), [&](const auto& name) { return EqualText(name, node.buddy); }))
+                return;
+            const auto nearest = Nearest(names, node.buddy);
+            Add(Rule::FormBadValue, node.at,
+                "the label " + Quoted(forms::PlainText(node.text.text)) + " is the buddy of " + Quoted(node.buddy) +
+                    ", which isn't in the form",
+                nearest ? "write " + Quoted(*nearest) : "choose the buddy again in Designer");
+        });
+    }
+
+    // A list that is empty in the form, and that no member fills; without a class there is none.
+    void CheckChoices(const FieldDef& field, const std::string& progID, const std::vector<MemberInfo>* members) {
+        const bool isChosen = (field.kind == FieldKind::Choice && field.look != forms::FieldLook::EditableCombo) ||
+                              field.kind == FieldKind::Choices;
+        const std::string member = field.name + "Choices";
+        if (!isChosen || !field.choices.empty() ||
+            (members && std::any_of(members->begin(), members->end(),
+                                    [&](const MemberInfo& each) { return EqualText(each.Name, member); })))
+            return;
+        Add(Rule::FormIdle, field.at,
+            Quoted(field.name) + " has nothing to choose from: no entries, and " +
+                (members ? "the class " + Quoted(progID) + " has no member " + Quoted(member)
+                         : "no class " + Quoted(progID) + " that could say them"),
+            members ? "add entries in Designer, or write " + Quoted(member) : "add entries in Designer");
     }
 
     // Tabs are seen one at a time, so what lies in different ones doesn't meet.
@@ -354,11 +396,22 @@ private:
                     "the place " + Quoted(node.name) + " stays empty, as there is no class " + Quoted(progID),
                     "write the class, or take the place away");
         });
-        for (const FieldDef& field : form.fields)
+        for (const FieldDef& field : form.fields) {
             if (field.kind == FieldKind::Button && !EqualText(field.name, "RestoreDefaults"))
                 Add(Rule::FormMember, field.at,
                     "the button " + Quoted(field.name) + " fails, as there is no class " + Quoted(progID),
                     "write the class, or name the button \"RestoreDefaults\" if it does that");
+            else if (field.kind == FieldKind::Table || field.kind == FieldKind::Tree)
+                Add(Rule::FormIdle, field.at,
+                    Quoted(field.name) + " never has rows, as there is no class " + Quoted(progID) + " to give them",
+                    "write the class, or take another widget");
+            else if (!field.enabled || !field.visible)
+                Add(Rule::FormIdle, field.at,
+                    Quoted(field.name) + " stays " + (field.visible ? "disabled" : "hidden") +
+                        ", as there is no class " + Quoted(progID) + " to change that",
+                    std::string("take away the property ") + (field.visible ? "enabled" : "visible"));
+            CheckChoices(field, progID, nullptr);
+        }
     }
 
     Model& m_model;

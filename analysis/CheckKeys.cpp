@@ -63,6 +63,33 @@ std::string WithFreeLetter(const Menu& menu, const Entry& entry) {
     return {};
 }
 
+// Captions that read the same, whatever letter they mark, have one hash.
+std::size_t HashOf(std::string_view caption) {
+    std::size_t hash = 14695981039346656037ULL;
+    for (const char c : caption)
+        if (!IsMark(c))
+            hash = (hash ^ (static_cast<unsigned char>(c) | 0x20u)) * 1099511628211ULL; // folds ASCII letters
+    return hash;
+}
+
+std::string WithoutMarks(std::string_view caption) {
+    std::string plain(caption);
+    std::erase_if(plain, IsMark);
+    return plain;
+}
+
+// "New Hive" for "NewHive".
+std::string WordsOf(std::string_view name) {
+    std::string words;
+    for (const char c : name) {
+        if (std::isupper(static_cast<unsigned char>(c)) && !words.empty() &&
+            std::islower(static_cast<unsigned char>(words.back())))
+            words += ' ';
+        words += c;
+    }
+    return words;
+}
+
 class KeyCheck {
 public:
     KeyCheck(Model& model, const MenuPlan& plan, Report& report) : m_model(model), m_plan(plan), m_report(report) {}
@@ -105,8 +132,12 @@ public:
 private:
     void CheckMenu(const Menu& menu) {
         std::map<std::string, std::vector<Sharers>> letters;
-        for (const Sharers entries : menu) {
+        const std::vector<bool> isTwin = FindTwins(menu);
+        for (std::size_t i = 0; i < menu.size(); ++i) {
+            const Sharers entries = menu[i];
             const Entry& entry = *entries.front();
+            if (isTwin[i])
+                continue;
             const std::string letter = MnemonicOf(entry.Caption());
             if (letter.empty())
                 continue;
@@ -125,6 +156,43 @@ private:
             before.push_back(entries);
         }
     }
+
+    // Those before which another one of the menu reads the same, and is shown with it.
+    std::vector<bool> FindTwins(const Menu& menu) {
+        std::vector<std::pair<std::size_t, std::size_t>> hashes;
+        for (std::size_t i = 0; i < menu.size(); ++i)
+            if (const std::string_view caption = menu[i].front()->Caption(); !caption.empty())
+                hashes.emplace_back(HashOf(caption), i);
+        std::sort(hashes.begin(), hashes.end());
+        std::vector<bool> isTwin(menu.size());
+        for (std::size_t i = 1; i < hashes.size(); ++i)
+            for (std::size_t j = i; j-- > 0 && hashes[j].first == hashes[i].first && !isTwin[hashes[i].second];)
+                isTwin[hashes[i].second] = AreTwins(menu[hashes[j].second], menu[hashes[i].second]);
+        return isTwin;
+    }
+
+    // The action whose name says something else is the one that has the wrong Caption.
+    bool AreTwins(Sharers before, Sharers behind) {
+        const Entry& first = *before.front();
+        const Entry& second = *behind.front();
+        const std::string caption = WithoutMarks(second.Caption());
+        if (EqualText(first.key, second.key) || !BeginsVisible(first) || !BeginsVisible(second) ||
+            !MayMeet(before, behind) || !EqualText(WithoutMarks(first.Caption()), caption))
+            return false;
+        const auto IsNamedSo = [&](const Entry& entry) { return EqualText(WordsOf(entry.action->name), caption); };
+        const bool isFirst = IsNamedSo(second) && !IsNamedSo(first);
+        const Entry& wrong = isFirst ? first : second;
+        const Entry& other = isFirst ? second : first;
+        m_report.Add(Rule::SameCaption, wrong.At("Caption"),
+                     wrong.Named() + " and " + other.Named() + " both read " + Quoted(caption) +
+                         ", so users can't tell one from the other",
+                     IsNamedSo(wrong) ? "give one of both another Caption"
+                                      : "write another Caption, such as " + Quoted("#" + WordsOf(wrong.action->name)),
+                     {{other.At("Caption"), "the other one"}});
+        return true;
+    }
+
+    static bool BeginsVisible(const Entry& entry) { return BooleanOf(*entry.action->element, "Visible", true); }
 
     // Tools of context menus are made in the order of their ranks, behind all others.
     static std::vector<const Entry*> InOrderOfMaking(const Provider& provider) {
@@ -286,9 +354,9 @@ private:
                 candidate[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(candidate[0])));
                 candidate.insert(0, modifiers);
                 const auto read = ShortcutIn(candidate);
-                static const std::set<std::string> usual{"Ctrl+c", "Ctrl+x",       "Ctrl+v", "Ctrl+z",
-                                                         "Ctrl+a", "Ctrl+y",       "Ctrl+q", "Ctrl+w",
-                                                         "Ctrl+p", "Ctrl+Shift+p", "Ctrl+e"};
+                static const std::set<std::string> usual{"Ctrl+c", "Ctrl+x",  "Ctrl+v", "Ctrl+z", "Ctrl+a",
+                                                         "Ctrl+y", "Ctrl+q",  "Ctrl+w", "Ctrl+p", "Ctrl+Shift+p",
+                                                         "Ctrl+e", "Ctrl+F4", "Ctrl+F6"};
                 if (read && !m_inUse.contains(*read) && !usual.contains(*read) && !WhoTakes(*read))
                     return candidate;
             }

@@ -87,9 +87,21 @@ void CheckFramework(Model& model, const std::string& application, Report& report
                        "add one, with <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" "
                        "PassActionItemParam=\"True\"/>");
     } else if (!framework->FindAction("Navigation")) {
-        report.Add(Rule::MissingNavigation, framework->At("ProgID"),
-                   framework->Named() + " has no action \"Navigation\", so the application doesn't start (5)",
-                   "add <ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" PassActionItemParam=\"True\"/>");
+        const auto other = std::find_if(model.services.begin(), model.services.end(), [](Provider& service) {
+            return IsFramework(service) && service.FindAction("Navigation");
+        });
+        const std::string action =
+            "<ActionItem Name=\"Navigation\" Action=\"ViewNavigation\" PassActionItemParam=\"True\"/>";
+        if (other == model.services.end())
+            report.Add(Rule::MissingNavigation, framework->At("ProgID"),
+                       framework->Named() + " has no action \"Navigation\", so the application doesn't start (5)",
+                       "add " + action);
+        else
+            report.Add(Rule::MissingNavigation, framework->At("ProgID"),
+                       "of several files of the root object the actions of the last one count, and " +
+                           framework->Named() + " has no \"Navigation\", so the application doesn't start (5)",
+                       "move all that is in it to " + Quoted(other->file->name) + ", or write another ProgID",
+                       {{other->At("ProgID"), "the file that has the action"}});
     }
 }
 

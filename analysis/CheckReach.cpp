@@ -203,6 +203,16 @@ void CheckWindow(const Window& window, Report& report) {
                 (isWizard ? "opens as a wizard without a step" : "opens empty"),
             "add <Page PageProgID=\"Library.Class\" Caption=\"...\" IsOptional=\"False\" IsResizable=\"True\"/>");
     ItemReach::CheckOrders({window.pages.begin(), window.pages.end()}, report);
+    for (std::size_t i = 1; !isWizard && i < window.pages.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j) {
+            const Provider& first = *window.pages[j];
+            const Provider& second = *window.pages[i];
+            if (!second.name.empty() && EqualText(first.name, second.name))
+                report.Add(Rule::SameCaption, second.At("Caption"),
+                           "two pages of the window " + Quoted(window.name) + " have the Caption " +
+                               Quoted(second.name) + ", so users can't tell the tabs apart",
+                           "give one of both another Caption", {{first.At("Caption"), "the other one"}});
+        }
 }
 
 // The first window that may be hidden by another one.
@@ -307,6 +317,57 @@ void CheckUnused(const Model& model, const Code& code, Report& report) {
             Check(provider);
 }
 
+// Whether every plug-in is there, and none changes the state of anything by that function: "SetVisible" in C++, which
+// the linker knows behind its length, and ".Visible" in Python.
+bool NothingSets(const Model& model, const Code& code, const std::string& property) {
+    const auto& libraries = code.Libraries();
+    const auto IsThere = [&](const Provider& service) {
+        const std::string_view progID(service.progID);
+        return EqualText(progID, frameworkProgID) ||
+               std::any_of(libraries.begin(), libraries.end(), [&](const Code::Library& library) {
+                   return EqualText(library.name, progID.substr(0, progID.find('.')));
+               });
+    };
+    return code.IsThere() && std::all_of(model.services.begin(), model.services.end(), IsThere) &&
+           !code.Links("10Set" + property) && !code.Links("." + property) && !IsNamedBy(code, property);
+}
+
+// Actions whose entries never appear, or are never enabled. The library enables the root object's own.
+void CheckHidden(const Model& model, const Code& code, Report& report) {
+    std::optional<bool> isHidden;   // what begins hidden stays so; asked for when there is any
+    std::optional<bool> isDisabled; // likewise
+    const auto Check = [&](const Provider& provider, const char* property, std::optional<bool>& stays) {
+        for (const Action& each : provider.actions) {
+            const Element& action = *each.element;
+            if (!action.Find(property) || BooleanOf(action, property, true))
+                continue;
+            const auto entry = std::find_if(provider.entries.begin(), provider.entries.end(), [&](const Entry& place) {
+                return place.action == &each && (!each.procedure.empty() || place.IsTitle());
+            });
+            if (entry == provider.entries.end())
+                continue;
+            if (!stays)
+                stays = NothingSets(model, code, property);
+            if (!*stays)
+                return;
+            const bool isSeen = std::string_view(property) == "Enabled";
+            report
+                .Add(Rule::HiddenAction, provider.file->At(action.At(property)),
+                     entry->Named() + (isSeen ? " can never be chosen: it begins disabled, and no plug-in enables it"
+                                              : " is never seen: it begins hidden, and no plug-in shows it"),
+                     std::string("remove ") + property + ", or call Set" + property + "(true) for the action")
+                .edits = {RemovalEdit(*provider.file, *action.Find(property))};
+        }
+    };
+    for (const auto* providers : {&model.services, &model.items, &model.pages})
+        for (const Provider& provider : *providers) {
+            if (EqualText(provider.progID, frameworkProgID))
+                continue;
+            Check(provider, "Visible", isHidden);
+            Check(provider, "Enabled", isDisabled);
+        }
+}
+
 template <class Fits>
 std::optional<InactivePlace> InactivePlaceOf(const Model& model, std::string_view elementName, Fits fits) {
     for (const auto& file : model.files)
@@ -344,6 +405,7 @@ void CheckReach(Model& model, const MenuPlan& plan, const Code& code, Report& re
         CheckModal(window, report);
     }
     CheckUnused(model, code, report);
+    CheckHidden(model, code, report);
     CheckWindowList(model, plan, report);
     CheckPreferences(model, report);
     CheckContextTitles(model, code, report);

@@ -25,19 +25,27 @@ std::optional<Header> HeaderAt(std::string_view bytes, std::size_t offset) {
     return header;
 }
 
-// The constants of a shared library: what the code itself uses, without the names of symbols and of debug information.
-std::vector<std::string_view> ConstantsOf(std::string_view bytes) {
-    std::vector<std::string_view> constants;
+bool HoldsConstants(const Elf64_Shdr& section) {
+    return section.sh_type == SHT_PROGBITS && (section.sh_flags & SHF_ALLOC) != 0 &&
+           (section.sh_flags & SHF_EXECINSTR) == 0;
+}
+
+bool HoldsNamesToLink(const Elf64_Shdr& section) {
+    return section.sh_type == SHT_STRTAB && (section.sh_flags & SHF_ALLOC) != 0;
+}
+
+// Those sections of a shared library, without debug information; of anything else all.
+std::vector<std::string_view> SectionsOf(std::string_view bytes, bool (&isWanted)(const Elf64_Shdr&)) {
+    std::vector<std::string_view> sections;
     const auto file = HeaderAt<Elf64_Ehdr>(bytes, 0);
     if (!file || !bytes.starts_with(ELFMAG) || file->e_ident[EI_CLASS] != ELFCLASS64)
         return {bytes}; // whatever it is
     for (std::size_t i = 0; i < file->e_shnum; ++i) {
         const auto section = HeaderAt<Elf64_Shdr>(bytes, file->e_shoff + i * sizeof(Elf64_Shdr));
-        if (section && section->sh_type == SHT_PROGBITS && (section->sh_flags & SHF_ALLOC) != 0 &&
-            (section->sh_flags & SHF_EXECINSTR) == 0 && section->sh_offset <= bytes.size())
-            constants.push_back(bytes.substr(section->sh_offset, section->sh_size));
+        if (section && isWanted(*section) && section->sh_offset <= bytes.size())
+            sections.push_back(bytes.substr(section->sh_offset, section->sh_size));
     }
-    return constants;
+    return sections;
 }
 
 bool MayBeOfName(char c) {
@@ -107,13 +115,21 @@ bool Code::Holds(std::string_view text) const {
                        [&](const Library& library) { return Holds(library, text); });
 }
 
+bool Code::Links(std::string_view name) const {
+    return std::any_of(Libraries().begin(), Libraries().end(), [&](const Library& library) {
+        const auto sections = SectionsOf(library.bytes, HoldsNamesToLink);
+        return std::any_of(sections.begin(), sections.end(),
+                           [&](std::string_view names) { return names.find(name) != std::string_view::npos; });
+    });
+}
+
 bool Code::Holds(const Library& library, std::string_view text) {
     return library.bytes.find(text) != std::string::npos;
 }
 
 std::set<std::string> Code::Names(const Library& library) {
     std::set<std::string> names;
-    for (const std::string_view bytes : ConstantsOf(library.bytes))
+    for (const std::string_view bytes : SectionsOf(library.bytes, HoldsConstants))
         for (std::size_t begin = 0; begin < bytes.size();) {
             const std::size_t end = std::min(bytes.find('\0', begin), bytes.size());
             const std::string_view text = bytes.substr(begin, end - begin);

@@ -287,6 +287,11 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/><ActionItem Name="Leave" Action="OnLeave"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Greet"/>
 <MenuItem Type="MenuItem" ActionItem="Leave" Path="File" PositionOrder="20" Caption="#Leave"/></Menus>)"},
+    {Rule::HiddenAction, "hidden-action", Severity::Warning,
+     "An action begins hidden or disabled, and no plug-in changes that.",
+     "Visible and Enabled are states to begin with, which code changes by SetVisible and SetEnabled. Found where all "
+     "plug-ins of the application are there and none of them calls these functions.",
+     "", ""},
     {Rule::RootCommand, "root-command", Severity::Warning, "A command of the root object that does nothing, or fails.",
      "WindowAction goes by the Name of its action: Cascade, TileHorizontally, TileVertically, ArrangeIcons and "
      "CloseAll. "
@@ -362,6 +367,14 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="E#xpress Greeting"/></Menus>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
 <Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="Express #Greeting"/></Menus>)"},
+    {Rule::SameCaption, "same-caption", Severity::Warning,
+     "Two entries of a menu, or two pages of a window, read the same.",
+     "Users can't tell which is which. Entries that are never shown at one time, as those of two pages, may read the "
+     "same; so may the steps of a wizard.",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Exit"/></Menus>)",
+     R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="Greet" Path="File" PositionOrder="10" Caption="#Greet"/></Menus>)"},
     {Rule::BadMnemonic, "bad-mnemonic", Severity::Warning,
      "A mark in a Caption that marks nothing, or a sign that isn't shown.",
      "One # comes before the letter that opens the entry. A second one, one at the end or before a blank marks "
@@ -570,6 +583,12 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "", ""},
     {Rule::FormRequired, "form-required", Severity::Warning, "A field is required and read-only.",
      "When it is empty, the page can never become valid.", "", ""},
+    {Rule::FormIdle, "form-idle", Severity::Warning, "A field with which users can do nothing.",
+     "A combo box or list without entries gets them from the member NAMEChoices, and a table its rows from the class. "
+     "Fields that are disabled or hidden wait for NAMEEnabled or NAMEVisible. Found with --plugins, and for pages of "
+     "the "
+     "preferences that have no class.",
+     "", ""},
     {Rule::FormUnused, "form-unused", Severity::Warning, "No page has the form.",
      "The file has the name of the page's PageProgID, with .ui behind it.", "", ""},
     {Rule::FormMember, "form-member", Severity::Error,

@@ -333,6 +333,7 @@ std::optional<std::string> WhoTakes(const std::string& shortcut) {
                                                             {"Alt+Ctrl+Del", "ends the session"},
                                                             {"Alt+Ctrl+Backspace", "ends the session"},
                                                             {"Alt+Ctrl+Tab", "changes to another part of the desktop"},
+                                                            {"Ctrl+Space", "switches the input method"},
                                                             {"Print", "takes a picture of the screen"},
                                                             {"Alt+Print", "takes a picture of the window"},
                                                             {"Ctrl+Print", "takes a picture of the screen"},
@@ -362,8 +363,8 @@ std::optional<std::string> WhoTakes(const std::string& shortcut) {
     if (Has("Alt") && Has("Ctrl") && key.size() >= 2 && key[0] == 'F' &&
         std::isdigit(static_cast<unsigned char>(key[1])))
         return "the system changes to another console with it";
-    static constexpr std::array editing{"Tab",  "Return", "Backspace", "Space", "Home", "End",
-                                        "Left", "Right",  "Up",        "Down",  "PgUp", "PgDown"};
+    static constexpr std::array editing{"Esc",  "Tab",   "Return", "Backspace", "Space", "Home",  "End",
+                                        "Left", "Right", "Up",     "Down",      "PgUp",  "PgDown"};
     const bool isPlain = !Has("Ctrl") && !Has("Alt");
     if (isPlain && IsCharacter(key))
         return "in a field or table it types the character";

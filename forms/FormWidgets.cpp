@@ -341,10 +341,11 @@ FieldDef WidgetReader::NewField(const FormNode& node) const {
 }
 
 void WidgetReader::AddField(FormNode& node, FieldDef field) {
-    if (field.name.empty())
+    const bool isRadio = field.look == FieldLook::Radio; // each of its buttons says so
+    if (field.name.empty() && !isRadio)
         m_problems.Add(FormFault::MissingName, field.at, "a field has no name, and so no property is bound to it",
                        "Name it in Designer as the property of the page's class.");
-    else if (!m_form.names.try_emplace(field.name, m_form.fields.size()).second)
+    else if (!field.name.empty() && !m_form.names.try_emplace(field.name, m_form.fields.size()).second)
         m_problems.Add(FormFault::DuplicateName, field.at,
                        "there are two fields " + QuotedName(field.name) + "; the second one is bound to nothing",
                        "Name one of them otherwise.");

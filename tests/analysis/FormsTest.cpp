@@ -84,6 +84,11 @@ TEST(CheckForms, FindsWhatIsWrong) {
         {Ui(Labelled("QLineEdit", "A", Has("required", "bool", "true") + Has("readOnly", "bool", "true"))),
          "2:7 form-required"},
         {Ui(Labelled("QLineEdit", "A", Has("pattern", "string", "[a"))), "2:128 form-bad-value the pattern"},
+        {Ui(Labelled("QSpinBox", "A", Has("minimum", "number", "7") + Has("maximum", "number", "5"))),
+         "2:156 form-bad-value the property \"minimum\""},
+        {Ui(Widget("QRadioButton", "A", Has("text", "string", "Go"))), "2:7 form-name the radio button \"A\""},
+        {Ui(Labelled("QLineEdit", "Aim") + Widget("QLabel", "L", Has("buddy", "cstring", "Amm"))),
+         "3:7 form-bad-value the label \"\" is the buddy of \"Amm\", which isn't in the form"},
     };
     for (const auto& [form, finding] : cases) {
         const std::string text = Checked(form);
@@ -120,6 +125,16 @@ TEST(CheckForms, NeedAClassForButtons) {
     const std::string button = Ui(Widget("QPushButton", "Reset", Has("text", "string", "Reset")));
     EXPECT_EQ(Checked(button, "Example.Figures").substr(0, 16), "2:7 form-member ");
     EXPECT_EQ(Checked(button), "");
+    // Nor does it fill, enable or show anything; an editable combo box needs no one.
+    const std::string idle =
+        Ui(Labelled("QComboBox", "A") + Labelled("QListWidget", "B") + Labelled("QTableWidget", "C") +
+           Labelled("QLineEdit", "D", Has("enabled", "bool", "false")) +
+           Labelled("QComboBox", "E", Has("editable", "bool", "true")));
+    const std::string text = Checked(idle, "Example.Figures");
+    for (const char* place : {"2:7 form-idle", "3:7 form-idle", "4:7 form-idle", "5:7 form-idle"})
+        EXPECT_NE(text.find(place), std::string::npos) << text;
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 4) << text;
+    EXPECT_EQ(Checked(idle), "");
     // The mnemonics of a window's own buttons; Apply is there unless it is said otherwise.
     CheckedFolder folder;
     folder
@@ -128,9 +143,9 @@ TEST(CheckForms, NeedAClassForButtons) {
 IsOptional="False" IsResizable="True"/></Window></Windows></Service>)")
         .Write("Forms/ExampleSvc.P.ui", Ui(Widget("QPushButton", "A", Has("text", "string", "&amp;Add")) +
                                            Widget("QPushButton", "B", Has("text", "string", "&amp;Hide"))));
-    const std::string text = folder.Text();
-    EXPECT_NE(text.find("the window's button \"Apply\""), std::string::npos) << text;
-    EXPECT_NE(text.find("the window's button \"Help\""), std::string::npos) << text;
+    const std::string found = folder.Text();
+    EXPECT_NE(found.find("the window's button \"Apply\""), std::string::npos) << found;
+    EXPECT_NE(found.find("the window's button \"Help\""), std::string::npos) << found;
 }
 
 TEST(CheckForms, AreExplained) {

@@ -209,6 +209,18 @@ PositionOrder="900" Caption="#Window" Separator="Before"/></Menus>)",
             {R"(<Preferences><Page PageProgID="E.P" Caption="P" IsOptional="False" IsResizable="True"/>
 <Page PageProgID="E.Q" IsOptional="False" IsResizable="True"/></Preferences>)",
              "[missing-caption]"},
+            {R"(<Windows><Window Name="W" Type="Window" State="Normal" Caption="W">
+<Page PageProgID="E.P" Caption="P" IsOptional="False" IsResizable="True" PositionOrder="1"/>
+<Page PageProgID="E.Q" Caption="P" IsOptional="False" IsResizable="True" PositionOrder="2"/></Window></Windows>)",
+             "[same-caption]"},
+            {page +
+                 R"(PageProgID="ExampleSvc.ExampleService" Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+             "write the ProgID of the page's own class [shared-class]"},
+            // Who reads the same, but by another letter, and is named otherwise, has the wrong Caption.
+            {R"(<ActionItems><ActionItem Name="GreetAll" Action="OnGreet"/><ActionItem Name="Part" Action="OnPart"/></ActionItems>
+<Menus><MenuItem Type="MenuItem" ActionItem="GreetAll" Path="File" PositionOrder="10" Caption="P#art"/>
+<MenuItem Type="MenuItem" ActionItem="Part" Path="File" PositionOrder="20" Caption="#Part"/></Menus>)",
+             "write another Caption, such as \"#Greet All\" [same-caption]"},
             // The order of what is in one file is that of the file.
             {R"(<ExplorerItems><ExplorerItem Name="A" Type="Folder" Image="folder.svg"/>
 <ExplorerItem Name="B" Type="Folder" Image="folder.svg"/></ExplorerItems>)",
@@ -253,6 +265,8 @@ Path="B" PositionOrder="10" Caption="Go"/></Menus><Windows><Window Name="W" Type
              {"Services/de.po", "", "move it to Services/translations/de.po [unread-file]"},
              {"Services/translation/de.po", "", "move it to Services/translations/de.po [unread-file]"},
              {"Services/translations/de.po", "", ""},
+             {"Services/qrz.ini", "", "move it to QRZ.INI [unread-file]"},
+             {"Images/libE.so", "", "move it to plugins/libE.so [unread-file]"},
              {"QRZ.INI.txt", "", "rename it to \"QRZ.INI\" [unread-file]"},
              {"standin.json", "{}", "rename it to \"standins.json\" [unread-file]"},
              {"standins.json.bak", "{}", ""},
@@ -332,6 +346,21 @@ TEST(Rules, OfProceduresAndTheirArguments) {
         EXPECT_NE(text.find(found), std::string::npos) << content << "\n" << text;
         EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), found.empty() ? 0 : 1) << content << "\n" << text;
     }
+}
+
+// Code may show or enable an action that begins without; where none calls what does it, none will.
+TEST(Rules, OfActionsThatNoPlugInShows) {
+    for (const std::string property : {"Visible", "Enabled"})
+        for (const bool isSet : {false, true}) {
+            CheckedFolder folder;
+            folder.AddPlugins().WriteExample(
+                "<ActionItems><ActionItem Name=\"A\" Action=\"OnGreet\" " + property +
+                "=\"False\"/></ActionItems><Menus><MenuItem Type=\"MenuItem\" ActionItem=\"A\" Path=\"File\" "
+                "PositionOrder=\"10\" Caption=\"#Act\"/></Menus>");
+            folder.Write("plugins/P/plugin.json", R"({"run": ["python3", "p.py"]})");
+            folder.Write("plugins/P/p.py", isSet ? "self.action('A')." + property + " = True" : "");
+            EXPECT_EQ(folder.Text().find("[hidden-action]") == std::string::npos, isSet) << folder.Text();
+        }
 }
 
 // The progress bar disables the tree of an explorer tab, which has to be there.
