@@ -25,8 +25,8 @@ public:
     [[nodiscard]] bool IsThere() const { return !Libraries().empty(); }
     // Whether the code of any holds the text, such as the name of a function of the library that it calls.
     [[nodiscard]] bool Holds(std::string_view text) const;
-    // Whether any is linked to a function of that name, or part of one, as the linker writes it; a source in Python that
-    // holds the text is believed to be.
+    // Whether any is linked to a function of that name, or part of one, as the linker writes it; a source in Python
+    // that holds the text is believed to be.
     [[nodiscard]] bool Links(std::string_view name) const;
     [[nodiscard]] static bool Holds(const Library& library, std::string_view text);
     // All texts in it between two zero bytes that could be names: letters, digits, points and underscores.
