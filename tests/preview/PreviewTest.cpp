@@ -63,19 +63,24 @@ TEST_F(PreviewFixture, FormsAreShownAsTheyAreEditedAndKeepWhatIsEntered) {
 }
 
 TEST_F(PreviewFixture, WhatIsOpenAndGoesWithAnEditIsClosed) {
+    // A title that the host has no entries in, so that it can go.
+    Edit("Shell", "ActionItem Name=\"File\"", "ActionItem Name=\"Flock\"");
+    Edit("Shell", "ActionItem=\"File\" PositionOrder=\"1\" Caption=\"#File\"",
+         "ActionItem=\"Flock\" PositionOrder=\"1\" Caption=\"#Flock\"");
+    Edit("Birds", "Path=\"File\"", "Path=\"Flock\"");
     PreviewWindow& preview = Preview();
     preview.OpenWindow("Sheet");
     ClickNode(0, "Inner");
-    QMenu* file = OpenMenu("File");
-    file->setActiveAction(EntryOf(*file, "Feed"));
+    QMenu* flock = OpenMenu("Flock");
+    flock->setActiveAction(EntryOf(*flock, "Feed"));
     Edit("Birds",
-         "<MenuItem Type=\"MenuItem\" ActionItem=\"Feed\" Path=\"File\" PositionOrder=\"2\" Caption=\"#Feed\"/>", "");
+         "<MenuItem Type=\"MenuItem\" ActionItem=\"Feed\" Path=\"Flock\" PositionOrder=\"2\" Caption=\"#Feed\"/>", "");
     ASSERT_TRUE(UntilShown(2));
-    EXPECT_TRUE(Until([] { return OpenMenuTitle() == "File"; }));
+    EXPECT_TRUE(Until([] { return OpenMenuTitle() == "Flock"; }));
     EXPECT_EQ(LitEntry(), ""); // the entry has gone, the menu hasn't
 
-    Edit("Shell", "<MenuItem Type=\"MenuTitle\" ActionItem=\"File\" PositionOrder=\"1\" Caption=\"#File\"/>", "");
-    Edit("Birds", "Path=\"File\" PositionOrder=\"1\"", "Path=\"View\" PositionOrder=\"8\"");
+    Edit("Shell", "<MenuItem Type=\"MenuTitle\" ActionItem=\"Flock\" PositionOrder=\"1\" Caption=\"#Flock\"/>", "");
+    Edit("Birds", "Path=\"Flock\" PositionOrder=\"1\"", "Path=\"View\" PositionOrder=\"8\"");
     Edit("Birds", "<Window Name=\"Sheet\"", "<Window Name=\"Other\"");
     Edit("Birds",
          "<ExplorerItem Name=\"Inner\" Type=\"Folder\" Parent=\"Nests\" PositionOrder=\"1\" Image=\"nest.svg\"/>", "");
