@@ -81,6 +81,8 @@ private:
             return;
         }
         const QString value = Value(field);
+        if (value.isEmpty())
+            return;
         if (label.isEmpty())
             m_printout.AddText(value);
         else
@@ -102,7 +104,9 @@ private:
         }
         default: {
             const QString shown = ShownValue(def.kind, text);
-            return def.unit.IsEmpty() || shown.isEmpty() ? shown : shown + ' ' + Text(def.unit.text);
+            const QString special = AsSpecial(def, shown);
+            const bool hasUnit = !def.unit.IsEmpty() && !shown.isEmpty() && special == shown;
+            return hasUnit ? shown + ' ' + Text(def.unit.text) : special;
         }
         }
     }

@@ -49,6 +49,9 @@ public:
         QSizeF size = m_size * 2 * paper.scale;
         if (size.width() > sheets.Width() || size.height() > sheets.Height())
             size = m_size.scaled(sheets.Width(), sheets.Height(), Qt::KeepAspectRatio);
+        // Rather somewhat smaller than behind a sheet that is half empty.
+        if (size.height() > sheets.Left() && size.height() * 0.6 < sheets.Left())
+            size = size.scaled(sheets.Width(), sheets.Left(), Qt::KeepAspectRatio);
         sheets.Add(size.height(), [draw = m_draw, size](QPainter& painter) { draw(painter, QRectF({}, size)); });
         sheets.Skip(paper.line / 2);
     }

@@ -105,16 +105,19 @@ TEST(Printout, TextsBreakBetweenLinesHeadingsStayWithWhatFollowsAndPicturesStayW
         EXPECT_NEAR(target.width() / target.height(), 0.5, 0.01);
         painter.drawText(target.topLeft() + QPointF(0, 40), "picture");
     };
-    printout.AddPicture({5000, 10000}, draw);
+    printout.AddPicture({5000, 10000}, draw); // a little smaller, below the line
+    printout.StartSheet();
+    printout.AddText(lines.mid(0, 20).join('\n'));
+    printout.AddPicture({5000, 10000}, draw); // whole, on the next sheet
     printout.StartSheet();
     printout.StartSheet(); // no empty sheet comes of it
     printout.AddText("last");
     RecordingPaper paper;
     PrintOn(paper, printout);
     ExpectFeet(paper);
-    EXPECT_EQ(drawn, 1);
-    EXPECT_EQ(Content(paper), QStringList({"first", "picture", "last"}));
-    EXPECT_EQ(paper.sheets.size(), 3);
+    EXPECT_EQ(drawn, 2);
+    EXPECT_EQ(Content(paper), QStringList({"first", "picture"}) + lines.mid(0, 20) + QStringList({"picture", "last"}));
+    EXPECT_EQ(paper.sheets.size(), 4);
 }
 
 TEST(Printout, WidgetIsPrintedWholeThoughItScrolls) {
@@ -190,7 +193,8 @@ TEST(Printout, FormIsPrintedAsItIsRead) {
         Item(0, "QLineEdit", "Title", "", "&amp;Title:") + Item(1, "QCheckBox", "Wild", Has("text", "string", "Wild")) +
         Item(2, "QPushButton", "Import", Has("text", "string", "Import")) +
         Item(3, "QTableWidget", "Sightings", "<column>" + Has("text", "string", "Where") + "</column>", "Sightings") +
-        Item(4, "QLineEdit", "Gone", Has("visible", "bool", "false"), "Gone:")));
+        Item(4, "QLineEdit", "Gone", Has("visible", "bool", "false"), "Gone:") +
+        Item(5, "QLineEdit", "Empty", "", "Empty:")));
     form.data.rows = 90;
     form.model->ShowRows(form.Field("Sightings"));
     form.model->ShowValue(form.Field("Title"), Variant("A long title of a form"));
@@ -203,7 +207,7 @@ TEST(Printout, FormIsPrintedAsItIsRead) {
     EXPECT_TRUE(whole.contains("Title: A long title of a form Wild: No Sightings Where 0.0 1.0 2.0"))
         << whole.left(200).toStdString();
     EXPECT_TRUE(content.contains("89.0"));
-    EXPECT_FALSE(whole.contains("Import") || whole.contains("Gone")) << whole.toStdString();
+    EXPECT_FALSE(whole.contains("Import") || whole.contains("Gone") || whole.contains("Empty")) << whole.toStdString();
 }
 
 } // namespace
