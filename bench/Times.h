@@ -26,16 +26,16 @@ double ProcessorMilliseconds(Act&& act) {
     return 1000.0 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
 }
 
-// The time that this part of the runs, from 0 to 1, doesn't exceed. There must be one run at least.
-inline double PartOf(std::vector<double> times, double part) {
-    const auto place = static_cast<std::ptrdiff_t>(part * static_cast<double>(times.size()));
+// The quantile: the time that a share of the runs, from 0 to 1, doesn't exceed. There must be at least one run.
+inline double Quantile(std::vector<double> times, double share) {
+    const auto place = static_cast<std::ptrdiff_t>(share * static_cast<double>(times.size()));
     const auto it = times.begin() + std::min(place, static_cast<std::ptrdiff_t>(times.size()) - 1);
     std::nth_element(times.begin(), it, times.end());
     return *it;
 }
 
 inline double Median(std::vector<double> times) {
-    return PartOf(std::move(times), 0.5);
+    return Quantile(std::move(times), 0.5);
 }
 
 } // namespace corvane::bench

@@ -26,7 +26,7 @@ struct ShownPage {
 // The acts of a user on a form. Each returns why it can't be done, or "" when it was; a failure of the page leaves it.
 // A value is typed as in a line, or a text or list of texts in JSON.
 [[nodiscard]] std::string SetField(forms::FormModel& form, const std::string& field, const std::string& value);
-// The same for the text itself. What can be typed and is no value stays in the field as a problem.
+// The same for the text itself. Invalid text stays in the field, with its problem.
 [[nodiscard]] std::string EnterField(forms::FormModel& form, std::size_t field, const std::string& text);
 [[nodiscard]] std::string PressButton(forms::FormModel& form, const std::string& button);
 [[nodiscard]] std::string SetCell(forms::FormModel& form, const std::string& table, std::size_t row, std::size_t column,

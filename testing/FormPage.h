@@ -17,7 +17,7 @@ public:
     FormPage(const class Application& application, std::string page);
 
     // What a user does. A text is typed as into a line, lines with "\n" between; true and false for a check box, the
-    // text of a choice. What can be typed and is no value stays in the field as a problem. Each fails with 5 and the
+    // text of a choice. Invalid text stays in the field, with its problem. Each fails with 5 and the
     // reason when a user can't do it, as to choose what isn't there, and as the page fails.
     FormPage& Set(const std::string& field, const std::string& text);
     FormPage& Set(const std::string& field, const char* text) { return Set(field, std::string(text)); }

@@ -67,7 +67,7 @@ std::vector<double> Measured(int count, const std::function<void()>& work) {
 }
 
 void Print(const char* what, const std::vector<double>& times, double floor) {
-    std::printf("%-34s median %7.3f ms  99th %7.3f ms  ratio %5.2f\n", what, Median(times), PartOf(times, 0.99),
+    std::printf("%-34s median %7.3f ms  99th %7.3f ms  ratio %5.2f\n", what, Median(times), Quantile(times, 0.99),
                 Median(times) / floor);
 }
 

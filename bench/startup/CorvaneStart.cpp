@@ -74,9 +74,9 @@ void ExpectWindow(const desktop::MainWindow& window, const Size& size) {
 }
 
 // The models and what a host of them must have.
-class Models {
+class ModelsAlone {
 public:
-    explicit Models(const std::string& folder) : m_platform(folder) {
+    explicit ModelsAlone(const std::string& folder) : m_platform(folder) {
         m_mainForm->AddMember("ActiveBar", m_activeBar);
         m_mainForm->SetCaption(m_platform.name);
     }
@@ -122,7 +122,7 @@ desktop::ApplicationOptions WholeApplication(const Job& job) {
 } // namespace
 
 void StartModels(const Job& job) {
-    Models models(job.folder);
+    ModelsAlone models(job.folder);
     models.MainForm()->AddMember("ctlCVProgress", New<NoProgress>());
     models.MainForm()->Load();
     const Library library(models.MakePlatform());
@@ -133,7 +133,7 @@ void StartModels(const Job& job) {
 
 void ShowCorvaneWindow(const Job& job) {
     desktop::FailurePresenter failures(false);
-    Models models(job.folder);
+    ModelsAlone models(job.folder);
     models.Parts().utilities->SetShow([&](const ShownFailure& shown) { failures.Show(shown); });
     const auto progress = New<desktop::ProgressControl>();
     models.MainForm()->AddMember("CommonDialog", New<desktop::CommonDialog>(false));

@@ -22,7 +22,7 @@ namespace {
 
 constexpr double textPoints = 10;
 constexpr double headPoints = 9;
-constexpr int previewedSheets = 100; // each is kept as a drawing, and nobody looks through more of them
+constexpr int previewedSheets = 100; // each is kept as a drawing, which takes time and memory
 
 QFont FontOf(double points) {
     QFont font = QGuiApplication::font();

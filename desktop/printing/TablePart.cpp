@@ -223,7 +223,7 @@ void TablePart::LayOutBand(Sheets& sheets, const Paper& paper, const Band& band,
     };
     addHeads();
     for (const Row& row : m_rows) {
-        // A row that is higher than a sheet is cut: there is no better place for it.
+        // A row that is higher than a sheet is cut at its end.
         const double height = std::min(HeightOf(row, band, metrics), sheets.Height() - headHeight);
         if (height > sheets.Left()) {
             sheets.StartSheet();

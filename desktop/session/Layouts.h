@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool Has(const QString& name) const;
     // What is on screen, under the name, which isn't empty; one of that name is replaced.
     void Save(const QString& name);
-    // Each does nothing when there is no layout of the name.
+    // Each ignores a name that no layout has.
     void Choose(const QString& name) const;
     void Rename(const QString& name, const QString& newName); // nor when the new one is there
     void Remove(const QString& name);
