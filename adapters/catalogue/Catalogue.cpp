@@ -185,7 +185,7 @@ CatalogueUpdate Catalogue::Update(const std::vector<DefinitionText>& texts, std:
                 ++update.newCount;
             }
         }
-        message.place = text.file + ":" + std::to_string(text.line);
+        message.place = text.line > 0 ? text.file + ":" + std::to_string(text.line) : text.file;
         update.unfinished += message.IsFinished() ? 0 : 1;
         m_messages.push_back(std::move(message));
     }

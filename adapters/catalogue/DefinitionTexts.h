@@ -15,7 +15,7 @@ struct DefinitionText {
     std::string key;
     std::string text;
     std::string file; // without a folder
-    Long line = 0;
+    Long line = 0;    // 0 where file is the whole place
 };
 
 class DefinitionTexts {

@@ -1,4 +1,5 @@
 #include "adapters/catalogue/Catalogue.h"
+#include "adapters/catalogue/SourceTexts.h"
 #include "adapters/common/Paths.h"
 #include "adapters/files/FileSystem.h"
 #include "adapters/xml/XmlService.h"
@@ -23,6 +24,7 @@ namespace fs = std::filesystem;
 struct TranslateArguments {
     std::string application;
     std::vector<std::string> languages;
+    std::vector<std::string> sources;
     bool check = false;
 };
 
@@ -64,6 +66,21 @@ void AddTextsOfWelcome(const std::string& folder, std::vector<DefinitionText>& t
         texts.push_back({forms::WelcomeKey(key), entry.text, FileSystem().FileName(path), entry.at.line});
 }
 
+// Those of all sources in the folders and below them, in the order of their names.
+void AddTextsOfSources(const std::vector<std::string>& folders, std::vector<DefinitionText>& texts) {
+    std::vector<fs::path> paths;
+    for (const std::string& folder : folders) {
+        if (!fs::is_directory(folder))
+            Fail(FailureNumber::PathNotFound, "there is no folder \"" + folder + "\" of sources");
+        for (const auto& entry : fs::recursive_directory_iterator(folder))
+            if (const fs::path ending = entry.path().extension(); ending == ".cpp" || ending == ".h")
+                paths.push_back(entry.path());
+    }
+    std::sort(paths.begin(), paths.end());
+    for (const fs::path& path : paths)
+        AddSourceTexts(ReadFileOrFail(path.string()), path.filename().string(), texts);
+}
+
 std::vector<DefinitionText> TextsIn(const std::string& folder) {
     const FileSystem files;
     XmlService xml;
@@ -98,7 +115,7 @@ void Write(const fs::path& path, const std::string& text) {
 }
 
 // True when nothing is left to do.
-bool Update(const fs::path& path, const std::vector<DefinitionText>& texts, bool writes) {
+bool Update(const fs::path& path, std::vector<DefinitionText> texts, bool withSources, bool writes) {
     const bool isNew = !fs::exists(path);
     const std::string before = isNew ? std::string() : FileSystem().ReadAll(path.string());
     std::vector<CatalogueFault> faults;
@@ -107,6 +124,10 @@ bool Update(const fs::path& path, const std::vector<DefinitionText>& texts, bool
         std::cerr << path.string() << ":" << fault.line << ": " << fault.text << "\n";
     if (catalogue.Messages().empty() && !faults.empty())
         Fail(FailureNumber::FileAccess, "correct " + path.string() + " first; nothing has been written");
+    if (!withSources) // whose texts stay as they are
+        for (const CatalogueMessage& message : catalogue.Messages())
+            if (message.key == sourceTextKey && !message.vanished)
+                texts.push_back({message.key, message.text, message.place, 0});
     const CatalogueUpdate update = catalogue.Update(texts, path.stem().string());
     const std::string after = catalogue.AsText();
     if (writes && after != before)
@@ -157,10 +178,11 @@ int Translate(TranslateArguments arguments) {
                   << " holds no catalogue yet; name a language, as in --language de\n";
         return Exit::Usage;
     }
-    const std::vector<DefinitionText> texts = TextsIn(folder);
+    std::vector<DefinitionText> texts = TextsIn(folder);
+    AddTextsOfSources(arguments.sources, texts);
     bool done = true;
     for (const std::string& language : arguments.languages)
-        done = Update(catalogues / (language + ".po"), texts, !arguments.check) && done;
+        done = Update(catalogues / (language + ".po"), texts, !arguments.sources.empty(), !arguments.check) && done;
     return done || !arguments.check ? Exit::Clean : Exit::Findings;
 }
 
@@ -176,6 +198,10 @@ void AddTranslate(CLI::App& app, Run& run) {
         ->add_option("--language", arguments->languages,
                      "The language of a catalogue to create or update; by default all existing ones")
         ->type_name("LANGUAGE");
+    translate
+        ->add_option("--sources", arguments->sources,
+                     "A folder of C++ sources, whose texts in calls of Translated are added; may be repeated")
+        ->type_name("FOLDER");
     translate->add_flag("--check", arguments->check,
                         "Write nothing; exit with 1 if something is missing, changed or wrong");
     translate->callback([arguments, &run] { run = [arguments] { return Translate(*arguments); }; });

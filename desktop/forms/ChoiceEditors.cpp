@@ -11,6 +11,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyleOptionComboBox>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -18,7 +19,8 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int fewestCharacters = 15; // of a box, with its arrow, that shows longer choices when it is opened
+constexpr int fewestCharacters = 12; // of a box
+constexpr int mostCharacters = 24;   // beyond which a choice is cut in a narrow box, and shown whole when it is opened
 constexpr int rowsShown = 5;
 constexpr int manyChoices = 20; // from which on they are searched by typing
 
@@ -32,14 +34,24 @@ int IndexOf(const std::vector<forms::FormChoice>& choices, const std::string& va
     return it == choices.end() ? -1 : static_cast<int>(it - choices.begin());
 }
 
+// Of a box that shows its choices whole, unless there are many or they are long.
+int LeastWidth(const QComboBox& box) {
+    const QFontMetrics metrics = box.fontMetrics();
+    const int most = metrics.averageCharWidth() * mostCharacters;
+    int widest = metrics.averageCharWidth() * fewestCharacters;
+    for (int i = 0; i < std::min(box.count(), manyChoices); ++i)
+        widest = std::max(widest, std::min(most, metrics.horizontalAdvance(box.itemText(i))));
+    QStyleOptionComboBox option;
+    option.initFrom(&box);
+    option.editable = box.isEditable();
+    return box.style()->sizeFromContents(QStyle::CT_ComboBox, &option, {widest, metrics.height()}, &box).width();
+}
+
 } // namespace
 
 ComboEditor::ComboEditor(std::shared_ptr<FormContext> form, std::size_t field, QWidget* parent)
     : FieldEditor(std::move(form), field), m_box(new QComboBox(parent)),
       m_isEditable(Def().look == forms::FieldLook::EditableCombo) {
-    // Its own ways to be narrower than its longest choice make the list of the popup at once, which takes longer than
-    // the rest of the field.
-    m_box->setMinimumWidth(m_box->fontMetrics().averageCharWidth() * fewestCharacters);
     LeaveWheel(m_box);
     if (m_isEditable) {
         m_box->setEditable(true);
@@ -87,6 +99,9 @@ void ComboEditor::ShowChoices() {
     m_box->clear();
     for (const auto& choice : Model().Choices(Field()))
         m_box->addItem(LabelOf(choice));
+    // Its own ways to be narrower than its longest choice make the list of the popup at once, which takes longer than
+    // the rest of the field.
+    m_box->setMinimumWidth(LeastWidth(*m_box));
     if (m_isEditable)
         m_box->setEditText(typed);
     else

@@ -1,12 +1,16 @@
 #include "desktop/translation/DefinitionTranslation.h"
 
+#include "adapters/catalogue/SourceTexts.h"
+#include "corvane/author/Translation.h"
 #include "corvane/base/Text.h"
 #include "corvane/platform/controls/BarText.h"
 #include "desktop/translation/HostTranslation.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
+#include <QLocale>
 #include <algorithm>
 #include <string_view>
 #include <unordered_map>
@@ -25,6 +29,20 @@ struct Library {
     Q_DECLARE_TR_FUNCTIONS(Library)
 };
 
+// How the user writes numbers and times, whatever the language of the texts is.
+UserLanguage LanguageOfUser() {
+    UserLanguage language;
+    const QLocale locale;
+    if (locale.language() == QLocale::C)
+        return language;
+    language.sPoint = locale.decimalPoint().toStdString();
+    language.sGroup = locale.groupSeparator().toStdString();
+    language.fnTime = [locale](std::int64_t seconds) {
+        return locale.toString(QDateTime::fromSecsSinceEpoch(seconds), QLocale::ShortFormat).toStdString();
+    };
+    return language;
+}
+
 std::string WithAmpersand(std::string text) {
     std::replace(text.begin(), text.end(), '#', '&'); // as the library does when it reads a caption
     return text;
@@ -42,27 +60,17 @@ public:
         return it == m_shown.end() ? QString() : it->second;
     }
 
-    // Words of the host's own catalogue also serve where an application uses the same words for entries of its own.
-    void Read(const QString& path, bool isHosts, const NoteFunction& note) {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            note(path.toStdString() + " can't be read: " + file.errorString().toStdString());
-            return;
+    void ReadAll(const QStringList& languages, const QString& servicesFolder, const NoteFunction& note) {
+        const QString hostFolder = ":/corvane/definitions";
+        for (const QString& folder : {servicesFolder + "/translations", hostFolder}) {
+            QStringList paths;
+            for (const QString& language : languages)
+                for (const QString& name : CatalogueNames(language))
+                    paths.append(folder + "/" + name + ".po");
+            const auto it = std::find_if(paths.begin(), paths.end(), [](const QString& s) { return QFile::exists(s); });
+            if (it != paths.end())
+                Read(*it, folder == hostFolder, note);
         }
-        std::vector<CatalogueFault> faults;
-        const auto catalogue = Catalogue::Read(file.readAll().toStdString(), faults);
-        for (const CatalogueFault& fault : faults)
-            note(path.toStdString() + ", line " + std::to_string(fault.line) + ": " + fault.text);
-        for (const CatalogueMessage& message : catalogue.Messages())
-            if (const std::string* translation = catalogue.Find(message.key, message.text)) {
-                const bool mnemonic = HasMnemonic(message.key);
-                const std::string text = mnemonic ? WithAmpersand(message.text) : message.text;
-                const std::string shown = mnemonic ? WithAmpersand(*translation) : *translation;
-                const bool isForms = message.key.starts_with(formPrefix);
-                (isForms ? m_forms : m_translations).try_emplace(message.key + "\n" + text, shown);
-                if (isHosts)
-                    m_hostWords.try_emplace(WordKey(message.key, text), shown);
-            }
     }
 
     void AddAll(const ServiceManager& manager) {
@@ -86,12 +94,41 @@ public:
         m_hostWords.clear();
     }
 
+    [[nodiscard]] const std::unordered_map<std::string, std::string>& OfSources() const { return m_sources; }
+
     const std::string* OfForm(const std::string& key, const std::string& text) const {
         const auto it = m_forms.find(key + "\n" + text);
         return it == m_forms.end() ? nullptr : &it->second;
     }
 
 private:
+    // Words of the host's own catalogue also serve where an application uses the same words for entries of its own.
+    void Read(const QString& path, bool isHosts, const NoteFunction& note) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            note(path.toStdString() + " can't be read: " + file.errorString().toStdString());
+            return;
+        }
+        std::vector<CatalogueFault> faults;
+        const auto catalogue = Catalogue::Read(file.readAll().toStdString(), faults);
+        for (const CatalogueFault& fault : faults)
+            note(path.toStdString() + ", line " + std::to_string(fault.line) + ": " + fault.text);
+        for (const CatalogueMessage& message : catalogue.Messages())
+            if (const std::string* translation = catalogue.Find(message.key, message.text)) {
+                if (message.key == sourceTextKey) {
+                    m_sources.try_emplace(message.text, *translation);
+                    continue;
+                }
+                const bool mnemonic = HasMnemonic(message.key);
+                const std::string text = mnemonic ? WithAmpersand(message.text) : message.text;
+                const std::string shown = mnemonic ? WithAmpersand(*translation) : *translation;
+                const bool isForms = message.key.starts_with(formPrefix);
+                (isForms ? m_forms : m_translations).try_emplace(message.key + "\n" + text, shown);
+                if (isHosts)
+                    m_hostWords.try_emplace(WordKey(message.key, text), shown);
+            }
+    }
+
     // The attribute, and the text whichever its mnemonic is.
     static std::string WordKey(const std::string& key, const std::string& text) {
         return key.substr(key.rfind('/') + 1) + "\n" + WithoutMnemonic(text);
@@ -203,28 +240,29 @@ private:
     std::unordered_map<std::string, std::string> m_translations; // by key and text, until all are added
     std::unordered_map<std::string, std::string> m_hostWords;    // by attribute and text, likewise
     std::unordered_map<std::string, std::string> m_forms;        // by key and text
+    std::unordered_map<std::string, std::string> m_sources;      // by their texts
     std::unordered_map<std::string, QString> m_shown;
 };
 
+// Services may show texts while they are made, before all definitions are known.
 DefinitionTranslation::DefinitionTranslation(QStringList languages, std::string servicesFolder, NoteFunction note)
-    : m_languages(std::move(languages)), m_servicesFolder(std::move(servicesFolder)), m_note(std::move(note)) {}
+    : m_languages(std::move(languages)), m_servicesFolder(std::move(servicesFolder)), m_note(std::move(note)) {
+    UserLanguage user = LanguageOfUser();
+    if (!m_languages.isEmpty()) {
+        m_translator = std::make_unique<Translator>();
+        m_translator->ReadAll(m_languages, QString::fromStdString(m_servicesFolder), m_note);
+        user.aTexts = m_translator->OfSources();
+    }
+    SetUserLanguage(std::move(user));
+}
 
-DefinitionTranslation::~DefinitionTranslation() = default;
+DefinitionTranslation::~DefinitionTranslation() {
+    SetUserLanguage({});
+}
 
 bool DefinitionTranslation::Begin(const ServiceManager& manager) {
-    if (m_languages.isEmpty())
+    if (!m_translator)
         return false;
-    m_translator = std::make_unique<Translator>();
-    const QString hostFolder = ":/corvane/definitions";
-    for (const QString& folder : {QString::fromStdString(m_servicesFolder) + "/translations", hostFolder}) {
-        QStringList paths;
-        for (const QString& language : m_languages)
-            for (const QString& name : CatalogueNames(language))
-                paths.append(folder + "/" + name + ".po");
-        const auto it = std::find_if(paths.begin(), paths.end(), [](const QString& s) { return QFile::exists(s); });
-        if (it != paths.end())
-            m_translator->Read(*it, folder == hostFolder, m_note);
-    }
     m_translator->AddAll(manager);
     QCoreApplication::installTranslator(m_translator.get());
     return true;

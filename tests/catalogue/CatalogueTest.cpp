@@ -1,5 +1,6 @@
 #include "adapters/catalogue/Catalogue.h"
 
+#include "adapters/catalogue/SourceTexts.h"
 #include "adapters/xml/XmlService.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,21 @@ Catalogue Read(const std::string& catalogue) {
     EXPECT_EQ(FaultsOf(catalogue), "");
     std::vector<CatalogueFault> faults;
     return Catalogue::Read(catalogue, faults);
+}
+
+TEST(SourceTexts, AreTheStringsThatCallsOfTranslatedHaveAsArguments) {
+    std::vector<DefinitionText> found;
+    AddSourceTexts(R"src(#include "Translated.h"
+// Translated("a comment's"), '"' too
+auto a = Translated("One \"quoted\"" // which goes on
+                    ", and on\n", {"a value", Translated("of a value")});
+auto b = Translated(Count('"'), "%1 row", "%1 rows") + NotTranslated("other") + "Translated(" + Translated(name);
+auto c = Translated("%1 row"); /* Translated("gone") */ auto d = Translated("at the end)src",
+                   "A.cpp", found);
+    std::string texts;
+    for (const DefinitionText& text : found)
+        texts += std::to_string(text.line) + " " + text.text + "|";
+    EXPECT_EQ(texts, "3 One \"quoted\", and on\n|4 of a value|5 %1 row|5 %1 rows|6 at the end|");
 }
 
 TEST(DefinitionTexts, AreThoseThatPeopleSeeByKeysOfNames) {

@@ -1,3 +1,5 @@
+#include "corvane/author/Translation.h"
+
 #include "desktop/application/Application.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/failures/FailureDialog.h"
@@ -131,6 +133,10 @@ msgstr "Blatt"
 msgctxt "Window Sheet/Page T0.Page/Caption"
 msgid "P"
 msgstr "Seite"
+
+msgctxt "Source"
+msgid "%1 sheets of %2"
+msgstr "%2: %1 Blätter"
 )";
 
 class DefinitionTranslationTest : public ::testing::Test {
@@ -208,6 +214,30 @@ TEST_F(DefinitionTranslationTest, TextsAreTranslatedWhereTheyAreDrawn) {
     }
 }
 
+TEST_F(DefinitionTranslationTest, PluginsShowTextsAndNumbersAsTheUserReadsThem) {
+    m_folder.Write("App/Services/translations/de.po", german);
+    const QLocale before;
+    QLocale::setDefault(QLocale("de_DE"));
+    Start({"de"});
+    EXPECT_EQ(Translated(1234, "%1 sheet of %2", "%1 sheets of %2", {"%1"}), "%1: 1.234 Blätter");
+    EXPECT_EQ(Translated(1, "%1 sheet of %2", "%1 sheets of %2", {"A"}), "1 sheet of A");
+    EXPECT_EQ(ShownNumber("-1,234.5"), "-1.234,5");
+    EXPECT_EQ(ShownTime(1'700'000'000).find("2023-11-14"), std::string::npos);
+    const std::pair<const char*, std::optional<std::string>> typed[] = {
+        {"4,5", "4.5"},   {"-1.234.567,8", "-1234567.8"},
+        {"1234", "1234"}, {"x", "x"},
+        {"4.5", {}},      {"1.23", {}},
+        {"1234.567", {}}, {"1,2,3", "1.2,3"},
+        {"1,234.5", {}},  {".5", {}},
+        {",5", ".5"},     {"", ""}};
+    for (const auto& [text, plain] : typed)
+        EXPECT_EQ(PlainNumber(text), plain) << text;
+    m_application.reset();
+    QLocale::setDefault(before);
+    EXPECT_EQ(Translated("%1 sheets of %2", {"2", "A"}), "2 sheets of A");
+    EXPECT_EQ(PlainNumber("1,5"), std::nullopt);
+}
+
 TEST_F(DefinitionTranslationTest, CommandsAreFoundInBothLanguages) {
     m_folder.Write("App/Services/translations/de.po", german);
     Start({"de"});
@@ -242,7 +272,7 @@ TEST_F(DefinitionTranslationTest, BrokenCatalogueIsReportedAndNotUsed) {
         const char* logged;
     };
     for (const Case& testCase :
-         {Case{QByteArray(german) + "msgid \"x\n", "&Explorer", "de.po, line 43: a string must stand between"},
+         {Case{QByteArray(german) + "msgid \"x\n", "&Explorer", "de.po, line 47: a string must stand between"},
           Case{QByteArray(german).replace("Ü", "\xDC"), "&Explorer", "de.po, line 10: isn't UTF-8"},
           Case{QByteArray(german).replace("%1 öffnen", "öffnen"), "Über&sicht",
                "de.po, line 17: the translation \"öffnen\" of \"Open %1\" isn't used"},

@@ -32,7 +32,7 @@ Ref<DataSetContext> DataInFront() {
         return document->Data();
     if (auto data = about.TryAs<DataSetContext>())
         return data;
-    FailWith("Open the table of a data set first: its window has to be in front.");
+    FailWith(Translated("Open the table of a data set first: its window has to be in front."));
 }
 
 } // namespace
@@ -54,7 +54,7 @@ void DataService::OnTerminate() {
 }
 
 void DataService::OnOpen() {
-    if (const std::optional<std::string> path = AskForDataFile("Open Data File"))
+    if (const std::optional<std::string> path = AskForDataFile(Translated("Open Data File")))
         OpenFile(*path);
 }
 
@@ -83,7 +83,7 @@ std::string DataService::Values(const std::string& column) {
     const Table& table = data->Data();
     const Column* found = table.Find(column);
     if (!found)
-        FailWith("The data set has no column \"" + column + "\".");
+        FailWith(Translated("The data have no column “%1”.", {column}));
     std::string values;
     for (std::size_t row = 0; row < table.rows; ++row)
         values += (row == 0 ? "" : "\n") + found->Text(row);
@@ -101,7 +101,7 @@ void DataService::WithData(const std::string& path, const std::function<void(con
     if (const std::uintmax_t bytes = std::filesystem::file_size(path, unknown); unknown || bytes <= atOnce)
         return then(Add(path, std::make_shared<const CsvResult>(ReadCsvFile(path, options))));
     StartJob(
-        {.title = "Read " + FileNameOf(path), .owner = Ref<Object>(this)},
+        {.title = Translated("Read %1", {FileNameOf(path)}), .owner = Ref<Object>(this)},
         [path, options](JobProgress& progress) {
             return std::make_shared<const CsvResult>(ReadCsvFile(path, options, &progress));
         },
@@ -111,9 +111,12 @@ void DataService::WithData(const std::string& path, const std::function<void(con
 Ref<DataSetContext> DataService::Add(const std::string& path, const std::shared_ptr<const CsvResult>& read) {
     if (!read->skipped.empty())
         FailWith(FileNameOf(path) + ": " + read->skipped.front() +
-                 (read->skipped.size() == 1 ? "" : " There are " + CountText(read->skipped.size()) + " such rows.") +
-                 "\nCorrect the file, or import it into a study with File > Import, which can leave out rows that "
-                 "can't be read.");
+                 (read->skipped.size() == 1
+                      ? ""
+                      : " " + Translated("There are %1 such rows.", {CountText(read->skipped.size())})) +
+                 "\n" +
+                 Translated("Correct the file, or import it into a study with File > Import, which can leave out rows "
+                            "that can't be read."));
     Store& store = m_workspace->GetStore();
     for (const DataSet& dataSet : store.DataSets(m_studyId)) {
         if (dataSet.source != path)

@@ -1,6 +1,7 @@
 #include "LibraryItems.h"
 
 #include "DataService.h"
+#include "Errors.h"
 #include "Files.h"
 #include "Windows.h"
 #include "corvane/author/Host.h"
@@ -46,8 +47,8 @@ void LibraryFile::OfferImport() {
     const auto file = New<LibraryFile>(std::string());
     file->Base()->Initialize(Singleton::Framework()->ServiceManager()->ExplorerItemDefs()->Item("LibraryFile"));
     Singleton::Framework()->NavigationManager()->MenuManager()->AddContextMenu(
-        file, "Import", "", 90, MenuType::fwContextMenuItem, "&Import into Study", "OnImport", false,
-        "Imports the file into the selected study");
+        file, "Import", "", 90, MenuType::fwContextMenuItem, Translated("&Import into Study"), "OnImport", false,
+        Translated("Imports the file into the selected study"));
 }
 
 } // namespace studies

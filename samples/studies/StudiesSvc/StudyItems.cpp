@@ -43,9 +43,9 @@ std::string StudyItem::NameProblem(const std::string& name) {
     if (std::string problem = TheStore().NameProblem(name, m_study.id); !problem.empty())
         return problem;
     if (const std::string now = TheStore().StudyOf(m_study.id).name; now != m_study.name)
-        return "The study is called “" + now + "” by now, by another window of Studies.";
+        return Translated("The study is called “%1” by now, by another window of Studies.", {now});
     if (!EqualText(name, m_study.name) && Explorer()->TreeView()->GetNodes()->HasKey(name))
-        return "The explorer has an entry “" + name + "” already.";
+        return Translated("The explorer has an entry “%1” already.", {name});
     return {};
 }
 
@@ -60,12 +60,12 @@ void StudyItem::OnAfterRename(const std::string& newName) {
     }
     TheStore().RenameStudy(m_study.id, newName);
     const std::string oldName = std::exchange(m_study.name, newName);
-    TheStudyService()->Tell("“" + oldName + "” is now “" + newName + "”");
+    TheStudyService()->Tell(Translated("“%1” is now “%2”", {oldName, newName}));
 }
 
 void StudyItem::OnProperties() {
     OpenWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_study.id),
-               {.caption = "Properties of " + m_study.name});
+               {.caption = Translated("Properties of %1", {m_study.name})});
 }
 
 void StudyItem::OnReport() {
@@ -137,11 +137,11 @@ void DataSetItem::OnAnalyse(const Ref<ActionItem>& actionItem) {
 }
 
 void DataSetItem::OnExport() {
-    OpenWindow("Export", Context(), {.caption = "Export " + m_dataSet.name});
+    OpenWindow("Export", Context(), {.caption = Translated("Export %1", {m_dataSet.name})});
 }
 
 void DataSetItem::OnProperties() {
-    OpenWindow("DataSetProperties", Context(), {.caption = "Properties of " + m_dataSet.name});
+    OpenWindow("DataSetProperties", Context(), {.caption = Translated("Properties of %1", {m_dataSet.name})});
 }
 
 void DataSetItem::OnDelete() {

@@ -16,8 +16,6 @@
 #include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
 #include <optional>
 
 namespace studies {
@@ -27,23 +25,24 @@ using namespace corvane;
 namespace {
 
 std::string Quoted(const std::string& name) {
-    return "“" + name + "”";
+    return Translated("“%1”", {name});
 }
 
-// ", 2 analyses"; "" for none.
-std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
-    if (count == 0)
-        return {};
-    return ", " + CountText(count) + " " + (count == 1 ? one : many);
+// What is in a study, as "2 data sets, 1 analysis"; "" for nothing.
+std::string ContentsText(std::size_t dataSets, std::size_t analyses) {
+    std::string text = dataSets == 0 ? std::string() : Translated(dataSets, "%1 data set", "%1 data sets");
+    if (analyses > 0)
+        text += (text.empty() ? "" : ", ") + Translated(analyses, "%1 analysis", "%1 analyses");
+    return text;
 }
 
-// As "2026-11-25 14:05".
-std::string LocalTime(std::int64_t seconds) {
-    const auto time = static_cast<std::time_t>(seconds);
-    std::tm parts{};
-    std::array<char, 32> text{};
-    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", ::localtime_r(&time, &parts));
-    return {text.data(), length};
+std::string ChoiceOf(const Deleted& item) {
+    const std::string name = Quoted(item.name);
+    const std::string time = ShownTime(item.time);
+    if (item.kind == "study")
+        return Translated("%1, study deleted on %2", {name, time});
+    return item.kind == "analysis" ? Translated("%1, analysis deleted on %2", {name, time})
+                                   : Translated("%1, data set deleted on %2", {name, time});
 }
 
 // Whether all that was there is there, but for whole studies, and what is new is younger.
@@ -118,22 +117,22 @@ void StudyService::Start() {
     Singleton::Framework()->NavigationManager()->SetCaption("Studies");
     Explorer()->Populate();
     if (!m_workspace) {
-        SetStatus("The studies aren't available: " + m_storeProblem);
+        SetStatus(Translated("The studies aren't available: %1", {m_storeProblem}));
         ShowMessage(m_storeProblem, "Studies");
         return;
     }
     const std::size_t studies = TheStore().Studies().size();
-    SetStatus(studies == 1 ? "1 study" : std::to_string(studies) + " studies");
+    SetStatus(Translated(studies, "%1 study", "%1 studies"));
     ShowWhatCanBeUndone();
     if (TheStore().IsShared())
-        ShowMessage("Studies is open in another window already, on the same studies. Each window shows what the other "
-                    "changes.",
+        ShowMessage(Translated("Studies is open in another window already, on the same studies. Each window shows what "
+                               "the other changes."),
                     "Studies");
 }
 
 void StudyService::OnNewStudy() {
-    const Study study = TheStore().StudyOf(TheStore().CreateStudy(TheStore().FreeName("Study")));
-    m_workspace->Tell(Quoted(study.name) + " has been created");
+    const Study study = TheStore().StudyOf(TheStore().CreateStudy(TheStore().FreeName(Translated("Study"))));
+    m_workspace->Tell(Translated("%1 has been created", {Quoted(study.name)}));
     if (Select(study.id))
         Explorer()->StartRename(m_branches.at(study.id).study);
 }
@@ -144,7 +143,7 @@ void StudyService::OnImport() {
 
 void StudyService::AskForImport(Id studyId) {
     const auto job = New<ImportJob>(m_workspace, studyId);
-    OpenWindow("Import", job, {.caption = "Import Data"});
+    OpenWindow("Import", job, {.caption = Translated("Import Data")});
     job->WhenImported([this, job = job.Get()] { OpenImported(job->dataSetId); });
 }
 
@@ -179,39 +178,38 @@ Ref<DataSetContext> StudyService::KeepData(const Ref<DataSetContext>& file) {
     const DataSet info = file->Info();
     Id study = ActiveStudy();
     if (study == 0)
-        study = store.CreateStudy(store.FreeName("Study"));
+        study = store.CreateStudy(store.FreeName(Translated("Study")));
     auto data = m_workspace->Add(study, store.FreeDataSetName(info.name, study), info.source, file->Shared());
     kept = data->Number();
-    m_workspace->Tell(info.name + " imported into " + Quoted(store.StudyOf(study).name));
+    m_workspace->Tell(Translated("%1 imported into %2", {info.name, Quoted(store.StudyOf(study).name)}));
     return data;
 }
 
 void StudyService::Duplicate(Id studyId) {
     const Study copy = TheStore().StudyOf(TheStore().DuplicateStudy(studyId));
-    m_workspace->Tell(Quoted(copy.name) + " has been created");
+    m_workspace->Tell(Translated("%1 has been created", {Quoted(copy.name)}));
     Select(copy.id);
 }
 
 void StudyService::DeleteStudy(Id studyId) {
     const std::string name = TheStore().StudyOf(studyId).name;
-    const std::string contents = Counted(TheStore().DataSets(studyId).size(), "data set", "data sets") +
-                                 Counted(TheStore().Analyses(studyId).size(), "analysis", "analyses");
+    const std::string contents = ContentsText(TheStore().DataSets(studyId).size(), TheStore().Analyses(studyId).size());
     if (!contents.empty() &&
-        !Ask("Delete " + Quoted(name) + " with " + contents.substr(2) +
-                 "?\nEdit > Restore Deleted brings it back within " + std::to_string(DaysInBin) + " days.",
-             {"Delete"}, "Delete Study"))
+        !Ask(Translated("Delete %1 with %2?\nEdit > Restore Deleted brings it back within %3 days.",
+                        {Quoted(name), contents, std::to_string(DaysInBin)}),
+             {Translated("Delete")}, Translated("Delete Study")))
         return;
     const std::vector<std::string> keys = ChosenAndNext();
     TheStore().DeleteStudy(studyId);
     RemoveStudy(studyId); // unless the explorer has been built again while the question was open
     SelectFirst(keys);
-    Tell(Quoted(name) + " has been deleted; Undo restores it");
+    Tell(Translated("%1 has been deleted; Undo restores it", {Quoted(name)}));
 }
 
 // Its analyses go with it.
 void StudyService::DeleteDataSet(DataSet dataSet) {
     TheStore().DeleteDataSet(dataSet.id);
-    m_workspace->Tell(Quoted(dataSet.name) + " has been deleted; Undo restores it");
+    m_workspace->Tell(Translated("%1 has been deleted; Undo restores it", {Quoted(dataSet.name)}));
 }
 
 void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& analysis) {
@@ -219,12 +217,12 @@ void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& analysis) {
     TheStore().DeleteAnalysis(analysis->What().id);
     RemoveItem(analysis);
     SelectFirst(keys);
-    Tell(Quoted(analysis->What().name) + " has been deleted; Undo restores it");
+    Tell(Translated("%1 has been deleted; Undo restores it", {Quoted(analysis->What().name)}));
 }
 
 void StudyService::OnPreferenceChanged(const std::string& service, const std::string&, const std::string&) {
     if (service == "Studies")
-        TellAllWindows("The preferences have been changed");
+        TellAllWindows(Translated("The preferences have been changed"));
 }
 
 bool StudyService::RestoreWindow(const std::string&, const std::string& key) {
@@ -234,14 +232,15 @@ bool StudyService::RestoreWindow(const std::string&, const std::string& key) {
 void StudyService::OnReport() {
     const std::vector<Study> studies = TheStore().Studies();
     if (studies.empty())
-        FailWith("There is no study to report on. Create one, or import a file.");
+        FailWith(Translated("There is no study to report on. Create one, or import a file."));
     if (const Id active = ActiveStudy(); active != 0)
         return ShowReport(active);
     std::vector<std::string> names;
     for (const Study& study : studies)
         names.push_back(study.name);
     const std::optional<std::string> name =
-        names.size() == 1 ? names.front() : Ask("Which study shall be reported on?", names, "Report");
+        names.size() == 1 ? names.front()
+                          : Ask(Translated("Which study shall be reported on?"), names, Translated("Report"));
     for (const Study& study : studies)
         if (name && study.name == *name)
             ShowReport(study.id);
@@ -254,34 +253,35 @@ void StudyService::ShowReport(Id studyId) {
 void StudyService::OnUndo() {
     const std::string label = TheStore().UndoLabel();
     TheStore().Undo();
-    m_workspace->Tell("Undone: " + label);
+    m_workspace->Tell(Translated("Undone: %1", {label}));
 }
 
 void StudyService::OnRedo() {
     const std::string label = TheStore().RedoLabel();
     TheStore().Redo();
-    m_workspace->Tell("Redone: " + label);
+    m_workspace->Tell(Translated("Redone: %1", {label}));
 }
 
 void StudyService::OnRestore() {
     const std::vector<Deleted> items = TheStore().DeletedItems();
     if (items.empty())
-        return SetStatus("Nothing has been deleted within the last " + std::to_string(DaysInBin) + " days");
+        return SetStatus(Translated("Nothing has been deleted within the last %1 days", {std::to_string(DaysInBin)}));
     std::vector<std::string> choices;
     for (const Deleted& item : items) {
-        const std::string choice = Quoted(item.name) + ", " + item.kind + " deleted on " + LocalTime(item.time);
+        const std::string choice = ChoiceOf(item);
         std::string other = choice;
         for (int n = 2; std::find(choices.begin(), choices.end(), other) != choices.end(); ++n)
             other = choice + " (" + std::to_string(n) + ")";
         choices.push_back(other);
     }
-    const std::optional<std::string> chosen = Ask("What shall be restored?", choices, "Restore Deleted");
+    const std::optional<std::string> chosen =
+        Ask(Translated("What shall be restored?"), choices, Translated("Restore Deleted"));
     if (!chosen)
         return;
     const Deleted& item =
         items[static_cast<std::size_t>(std::find(choices.begin(), choices.end(), *chosen) - choices.begin())];
     TheStore().Restore(item.id);
-    m_workspace->Tell(Quoted(item.name) + " has been restored");
+    m_workspace->Tell(Translated("%1 has been restored", {Quoted(item.name)}));
     if (item.kind == "study")
         Select(item.itemId);
     else
@@ -387,13 +387,15 @@ void StudyService::OnSave(const Ref<Object>& item) {
 
 void StudyService::ShowWhatCanBeUndone() {
     Action("Restore")->SetEnabled(!TheStore().DeletedItems().empty());
-    const auto Show = [this](const char* actionName, const std::string& label) {
+    const auto Show = [this](const char* actionName, const std::string& label, const std::string& caption) {
         const Ref<ActionItem> action = Action(actionName);
         action->SetEnabled(!label.empty());
-        action->SetCaption("Edit", "&" + std::string(actionName) + (label.empty() ? "" : " " + label));
+        action->SetCaption("Edit", label.empty() ? "&" + std::string(actionName) : caption);
     };
-    Show("Undo", TheStore().UndoLabel());
-    Show("Redo", TheStore().RedoLabel());
+    const std::string undo = TheStore().UndoLabel();
+    const std::string redo = TheStore().RedoLabel();
+    Show("Undo", undo, Translated("&Undo %1", {undo}));
+    Show("Redo", redo, Translated("&Redo %1", {redo}));
 }
 
 } // namespace studies

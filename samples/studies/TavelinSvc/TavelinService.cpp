@@ -1,4 +1,5 @@
 #include "corvane/Service.h"
+#include "corvane/author/Translation.h"
 
 namespace studies {
 
@@ -7,9 +8,10 @@ using namespace corvane;
 class TavelinService final : public Service<TavelinService> {
 public:
     void OnAbout() {
-        ShowMessage("Studies\n\nStudies with data sets and analyses, in one file.\nBuilt with Corvane from plug-ins "
-                    "and definition files.\n\nPalmer penguins: data by Gorman, Williams and Fraser (2014), CC0.",
-                    "About Studies");
+        ShowMessage(
+            Translated("Studies\n\nStudies with data sets and analyses, in one file.\nBuilt with Corvane from plug-ins "
+                       "and definition files.\n\nPalmer penguins: data by Gorman, Williams and Fraser (2014), CC0."),
+            Translated("About Studies"));
     }
 
     static constexpr auto Members = Methods<&TavelinService::OnAbout>();

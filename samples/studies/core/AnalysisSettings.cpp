@@ -13,17 +13,32 @@ namespace {
 struct KindWords {
     AnalysisKind kind;
     std::string_view name;
-    std::string_view title;
 };
 
-constexpr std::array<KindWords, 5> Kinds{{{AnalysisKind::Summary, "summary", "Summary"},
-                                          {AnalysisKind::Histogram, "histogram", "Histogram"},
-                                          {AnalysisKind::Scatter, "scatter", "Scatter plot"},
-                                          {AnalysisKind::Comparison, "comparison", "Comparison"},
-                                          {AnalysisKind::Bootstrap, "bootstrap", "Bootstrap"}}};
+constexpr std::array<KindWords, 5> Kinds{{{AnalysisKind::Summary, "summary"},
+                                          {AnalysisKind::Histogram, "histogram"},
+                                          {AnalysisKind::Scatter, "scatter"},
+                                          {AnalysisKind::Comparison, "comparison"},
+                                          {AnalysisKind::Bootstrap, "bootstrap"}}};
 
 const KindWords& WordsOf(AnalysisKind kind) {
     return Kinds[static_cast<std::size_t>(kind)];
+}
+
+std::string TitleOf(AnalysisKind kind, std::string_view dataSet) {
+    switch (kind) {
+    case AnalysisKind::Histogram:
+        return Translated("Histogram of %1", {dataSet});
+    case AnalysisKind::Scatter:
+        return Translated("Scatter plot of %1", {dataSet});
+    case AnalysisKind::Comparison:
+        return Translated("Comparison of %1", {dataSet});
+    case AnalysisKind::Bootstrap:
+        return Translated("Bootstrap of %1", {dataSet});
+    case AnalysisKind::Summary:
+        break;
+    }
+    return Translated("Summary of %1", {dataSet});
 }
 
 } // namespace
@@ -36,18 +51,20 @@ AnalysisKind AnalysisKindOf(std::string_view name) {
     for (const KindWords& words : Kinds)
         if (words.name == name)
             return words.kind;
-    FailWith("“" + std::string(name) + "” isn't a kind of analysis that this version supports.");
+    FailWith(Translated("“%1” isn't a kind of analysis that this version supports.", {name}));
 }
 
 std::string AnalysisSettings::Title(std::string_view dataSet) const {
-    std::string title = std::string(WordsOf(kind).title) + " of " + std::string(dataSet);
+    std::string title = TitleOf(kind, dataSet);
     if (kind == AnalysisKind::Scatter && !columnX.empty() && !columnY.empty())
-        return title + ": " + SpokenName(columnY) + " over " + SpokenName(columnX);
+        return title + ": " + Translated("%1 over %2", {SpokenName(columnY), SpokenName(columnX)});
     if (kind != AnalysisKind::Summary && !columnX.empty())
         title += ": " + SpokenName(columnX);
     if (kind == AnalysisKind::Comparison && !firstGroup.empty() && !secondGroup.empty())
-        return title + ", " + firstGroup + " and " + secondGroup;
-    return groupColumn.empty() || kind == AnalysisKind::Bootstrap ? title : title + " by " + SpokenName(groupColumn);
+        return title + ", " + Translated("%1 and %2", {firstGroup, secondGroup});
+    return groupColumn.empty() || kind == AnalysisKind::Bootstrap
+               ? title
+               : Translated("%1 by %2", {title, SpokenName(groupColumn)});
 }
 
 bool AnalysisSettings::operator==(const AnalysisSettings& other) const {

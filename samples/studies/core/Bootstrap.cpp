@@ -129,11 +129,18 @@ std::string_view NameOf(BootstrapFigure figure) {
     return "mean";
 }
 
+std::string FigureOf(BootstrapFigure figure, std::string_view column) {
+    if (figure == BootstrapFigure::Mean)
+        return Translated("mean of %1", {column});
+    return figure == BootstrapFigure::Median ? Translated("median of %1", {column})
+                                             : Translated("standard deviation of %1", {column});
+}
+
 BootstrapFigure BootstrapFigureOf(std::string_view name) {
     for (const BootstrapFigure figure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation})
         if (name == NameOf(figure))
             return figure;
-    FailWith("“" + std::string(name) + "” isn't a statistic that can be bootstrapped.");
+    FailWith(Translated("“%1” isn't a statistic that can be bootstrapped.", {name}));
 }
 
 BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOptions& options,
@@ -142,9 +149,9 @@ BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOpti
     std::copy_if(values.begin(), values.end(), std::back_inserter(present),
                  [](double value) { return !std::isnan(value); });
     if (present.size() < 2)
-        FailWith("At least two values are needed; there are " + std::to_string(present.size()) + ".");
+        FailWith(Translated("At least two values are needed; there are %1.", {std::to_string(present.size())}));
     if (options.resamples < 2)
-        FailWith("At least two resamples are needed.");
+        FailWith(Translated("At least two resamples are needed."));
     const Sample sample(std::move(present));
     std::vector<double> figures;
     if (progress) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +19,8 @@ namespace studies {
 enum class BootstrapFigure { Mean, Median, Deviation };
 
 [[nodiscard]] std::string_view NameOf(BootstrapFigure figure);
+// As a user reads it: "mean of bill length".
+[[nodiscard]] std::string FigureOf(BootstrapFigure figure, std::string_view column);
 // Fails for a word that NameOf doesn't give.
 [[nodiscard]] BootstrapFigure BootstrapFigureOf(std::string_view name);
 

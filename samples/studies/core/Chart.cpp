@@ -1,6 +1,7 @@
 #include "Chart.h"
 
 #include "Distributions.h"
+#include "Errors.h"
 #include "Histogram.h"
 #include "Inference.h"
 #include "Report.h"
@@ -28,8 +29,9 @@ Division Divide(const Table& table, const std::string& groupColumn, std::string&
         return division;
     const std::vector<std::string> values = ValuesOf(*group);
     if (values.size() > MostChartGroups) {
-        note = group->name + " has " + CountText(values.size()) + " values; up to " + CountText(MostChartGroups) +
-               " can be distinguished. ";
+        note = Translated("%1 has %2 values; up to %3 can be distinguished.",
+                          {group->name, CountText(values.size()), CountText(MostChartGroups)}) +
+               " ";
         return division;
     }
     division.names = values;
@@ -59,8 +61,12 @@ void SpanAxis(ChartAxis& axis, double low, double high) {
 
 std::string RowsNote(std::size_t counted, std::size_t rows) {
     if (counted == rows)
-        return CountText(rows) + (rows == 1 ? " row" : " rows");
-    return CountText(counted) + " of " + CountText(rows) + " rows; the others have missing values";
+        return RowsText(rows);
+    return Translated("%1 of %2 rows; the others have missing values", {CountText(counted), CountText(rows)});
+}
+
+std::string RangeText(const Bins& bins, std::size_t bin) {
+    return Translated("%1 to %2", {FigureText(bins.Edge(bin)), FigureText(bins.Edge(bin + 1))});
 }
 
 std::string SignedText(double value) {
@@ -114,12 +120,12 @@ ChartScene HistogramScene(const Table& table, const AnalysisSettings& settings) 
     ChartScene scene;
     const Column* x = NumbersIn(table, settings.columnX);
     if (!x) {
-        scene.empty = "Choose a column of numbers.";
+        scene.empty = Translated("Choose a column of numbers.");
         return scene;
     }
     const Bins bins = BinsFor(x->numbers, settings.bins);
     if (bins.count == 0) {
-        scene.empty = "All values of “" + x->name + "” are missing.";
+        scene.empty = Translated("All values of “%1” are missing.", {x->name});
         return scene;
     }
     const Division division = Divide(table, settings.groupColumn, scene.note);
@@ -141,13 +147,12 @@ ChartScene HistogramScene(const Table& table, const AnalysisSettings& settings) 
             tops[bin] += static_cast<double>(counts[bin]);
             const std::string group = division.names.empty() ? std::string() : division.names[groupIndex] + ", ";
             scene.bars.push_back({bins.Edge(bin), bins.Edge(bin + 1), bottom, tops[bin], static_cast<int>(groupIndex),
-                                  group + FigureText(bins.Edge(bin)) + " to " + FigureText(bins.Edge(bin + 1)) + " " +
-                                      x->unit + (x->unit.empty() ? ": " : "\n") + CountText(counts[bin]) +
-                                      (counts[bin] == 1 ? " row" : " rows")});
+                                  group + RangeText(bins, bin) + " " + x->unit + (x->unit.empty() ? ": " : "\n") +
+                                      RowsText(counts[bin])});
         }
     }
     scene.x = {x->Label(), bins.Edge(0), bins.Edge(bins.count), {}};
-    scene.y = {"rows", 0, 1.05 * *std::max_element(tops.begin(), tops.end()), {}};
+    scene.y = {Translated("rows"), 0, 1.05 * *std::max_element(tops.begin(), tops.end()), {}};
     scene.note += RowsNote(counted, table.rows);
     return scene;
 }
@@ -157,7 +162,7 @@ ChartScene ScatterScene(const Table& table, const AnalysisSettings& settings) {
     const Column* x = NumbersIn(table, settings.columnX);
     const Column* y = NumbersIn(table, settings.columnY);
     if (!x || !y) {
-        scene.empty = "Choose two columns of numbers.";
+        scene.empty = Translated("Choose two columns of numbers.");
         return scene;
     }
     const Division division = Divide(table, settings.groupColumn, scene.note);
@@ -173,7 +178,7 @@ ChartScene ScatterScene(const Table& table, const AnalysisSettings& settings) {
         scene.points.push_back({x->numbers[row], y->numbers[row], static_cast<int>(group), row});
     }
     if (scene.points.empty()) {
-        scene.empty = "No row has both values.";
+        scene.empty = Translated("No row has both values.");
         return scene;
     }
     const auto ByX = [](const ChartPoint& a, const ChartPoint& b) { return a.x < b.x; };
@@ -196,7 +201,7 @@ ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings)
     const Column* x = NumbersIn(table, settings.columnX);
     const Column* group = table.Find(settings.groupColumn);
     if (!x || !group || settings.firstGroup.empty() || settings.secondGroup.empty()) {
-        scene.empty = "Choose a column of numbers and two groups.";
+        scene.empty = Translated("Choose a column of numbers and two groups.");
         return scene;
     }
     const double confidence = settings.bootstrap.confidence;
@@ -207,22 +212,25 @@ ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings)
         const std::vector<double> values = NumbersOfGroup(*x, *group, *name);
         const SampleFigures figures = FiguresOf(values);
         if (figures.count < 2) {
-            scene.empty = "A group needs at least two values to be compared; “" + *name + "” has " +
-                          CountText(figures.count) + ".";
+            scene.empty = Translated("A group needs at least two values to be compared; “%1” has %2.",
+                                     {*name, CountText(figures.count)});
             return scene;
         }
         const double reach = StudentQuantile((1 + confidence) / 2, static_cast<double>(figures.count - 1)) *
                              figures.deviation / std::sqrt(static_cast<double>(figures.count));
         const auto place = static_cast<int>(scene.marks.size());
-        scene.marks.push_back({place + aside, figures.mean - reach, figures.mean, figures.mean + reach, place,
-                               *name + "\nmean " + FigureText(figures.mean, 6) + " " + x->unit + "\n" +
-                                   ShareText(confidence) + " from " + FigureText(figures.mean - reach, 6) + " to " +
-                                   FigureText(figures.mean + reach, 6)});
+        scene.marks.push_back(
+            {place + aside, figures.mean - reach, figures.mean, figures.mean + reach, place,
+             *name + "\n" +
+                 Translated("mean %1 %2\n%3 from %4 to %5",
+                            {FigureText(figures.mean, 6), x->unit, ShareText(confidence),
+                             FigureText(figures.mean - reach, 6), FigureText(figures.mean + reach, 6)})});
         ChartBox box = BoxOf(values);
         box.x = place - aside;
         box.color = place;
-        box.tip = *name + "\nmedian " + FigureText(box.median, 6) + " " + x->unit + "\nquartiles " +
-                  FigureText(box.q1, 6) + " and " + FigureText(box.q3, 6);
+        box.tip = *name + "\n" +
+                  Translated("median %1 %2\nquartiles %3 and %4",
+                             {FigureText(box.median, 6), x->unit, FigureText(box.q1, 6), FigureText(box.q3, 6)});
         double least = std::min(box.low, scene.marks.back().low);
         double most = std::max(box.high, scene.marks.back().high);
         for (const double value : box.beyond) {
@@ -239,15 +247,15 @@ ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings)
     scene.x.low = -0.7;
     scene.x.high = 1.7;
     scene.y.label = x->Label();
-    scene.note =
-        "Boxes with quartiles; beside them means with their " + ShareText(confidence) + " confidence intervals";
+    scene.note = Translated("Boxes with quartiles; beside them means with their %1 confidence intervals",
+                            {ShareText(confidence)});
     return scene;
 }
 
 ChartScene BootstrapScene(const BootstrapResult& result, const Column& column, const AnalysisSettings& settings) {
     ChartScene scene;
     if (result.counts.empty()) {
-        scene.empty = "Run again to see the distribution.";
+        scene.empty = Translated("Run again to see the distribution.");
         return scene;
     }
     std::size_t most = 0;
@@ -255,17 +263,17 @@ ChartScene BootstrapScene(const BootstrapResult& result, const Column& column, c
         const std::size_t count = result.counts[bin];
         most = std::max(most, count);
         scene.bars.push_back({result.bins.Edge(bin), result.bins.Edge(bin + 1), 0, static_cast<double>(count), 0,
-                              FigureText(result.bins.Edge(bin)) + " to " + FigureText(result.bins.Edge(bin + 1)) +
-                                  ": " + CountText(count) + (count == 1 ? " resample" : " resamples")});
+                              RangeText(result.bins, bin) + ": " + Translated(count, "%1 resample", "%1 resamples")});
     }
-    scene.x = {std::string(NameOf(settings.bootstrap.figure)) + " of " + column.Label(),
+    scene.x = {FigureOf(settings.bootstrap.figure, column.Label()),
                result.bins.Edge(0),
                result.bins.Edge(result.bins.count),
                {}};
-    scene.y = {"resamples", 0, 1.05 * static_cast<double>(most), {}};
+    scene.y = {Translated("resamples"), 0, 1.05 * static_cast<double>(most), {}};
     for (const double edge : {result.interval.low, result.figure, result.interval.high})
         scene.lines.push_back({{{edge, 0}, {edge, scene.y.high}}, edge == result.figure ? 2 : 1});
-    scene.note = "Lines: the sample, and its " + ShareText(settings.bootstrap.confidence) + " confidence interval";
+    scene.note =
+        Translated("Lines: the sample, and its %1 confidence interval", {ShareText(settings.bootstrap.confidence)});
     return scene;
 }
 

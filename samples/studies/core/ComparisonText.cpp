@@ -1,5 +1,6 @@
 #include "ComparisonText.h"
 
+#include "Errors.h"
 #include "Inference.h"
 #include "Report.h"
 #include "Statistics.h"
@@ -13,8 +14,10 @@ std::string WithUnit(double value, const Column& column, int decimals) {
 }
 
 std::string GroupLine(const std::string& group, const SampleFigures& figures, const Column& column, int decimals) {
-    return group + ": " + WithUnit(figures.mean, column, decimals) + " (standard deviation " +
-           DecimalText(figures.deviation, decimals) + ", " + CountText(figures.count) + " values)\n";
+    return Translated(figures.count, "%2: %3 (standard deviation %4, %1 value)",
+                      "%2: %3 (standard deviation %4, %1 values)",
+                      {group, WithUnit(figures.mean, column, decimals), DecimalText(figures.deviation, decimals)}) +
+           "\n";
 }
 
 } // namespace
@@ -25,19 +28,20 @@ std::string ComparisonText(const Table& table, const AnalysisSettings& settings,
     if (!x || !x->IsNumeric() || !group || settings.firstGroup.empty() || settings.secondGroup.empty())
         return {};
     if (settings.firstGroup == settings.secondGroup)
-        return "Choose two different groups.";
+        return Translated("Choose two different groups.");
     const double confidence = settings.bootstrap.confidence;
     try {
         const WelchTest test = TestMeans(NumbersOfGroup(*x, *group, settings.firstGroup),
                                          NumbersOfGroup(*x, *group, settings.secondGroup), confidence);
         return GroupLine(settings.firstGroup, test.first, *x, decimals) +
-               GroupLine(settings.secondGroup, test.second, *x, decimals) + settings.firstGroup + " less " +
-               settings.secondGroup + ": " + WithUnit(test.differenceValue, *x, decimals) + ", " +
-               ShareText(confidence) + " confidence from " + DecimalText(test.difference.low, decimals) + " to " +
-               DecimalText(test.difference.high, decimals) +
-               "\nEffect size: Cohen's d = " + DecimalText(test.effect, 2) +
-               "\nWelch's t-test: t = " + DecimalText(test.t, 3) + " with " + DecimalText(test.freedom, 1) +
-               " degrees of freedom, " + ProbabilityText(test.p);
+               GroupLine(settings.secondGroup, test.second, *x, decimals) +
+               Translated("%1 less %2: %3, %4 confidence from %5 to %6",
+                          {settings.firstGroup, settings.secondGroup, WithUnit(test.differenceValue, *x, decimals),
+                           ShareText(confidence), DecimalText(test.difference.low, decimals),
+                           DecimalText(test.difference.high, decimals)}) +
+               "\n" + Translated("Effect size: Cohen's d = %1", {DecimalText(test.effect, 2)}) + "\n" +
+               Translated("Welch's t-test: t = %1 with %2 degrees of freedom, %3",
+                          {DecimalText(test.t, 3), DecimalText(test.freedom, 1), ProbabilityText(test.p)});
     } catch (const corvane::Failure& failure) {
         return failure.Description;
     }
@@ -46,11 +50,14 @@ std::string ComparisonText(const Table& table, const AnalysisSettings& settings,
 std::string BootstrapText(const BootstrapResult& result, const AnalysisSettings& settings, const Column& column,
                           int decimals) {
     const BootstrapOptions& options = settings.bootstrap;
-    return std::string(NameOf(options.figure)) + " of " + SpokenName(column.name) + ": " +
-           WithUnit(result.figure, column, decimals) + "\n" + ShareText(options.confidence) + " confidence from " +
-           DecimalText(result.interval.low, decimals) + " to " + DecimalText(result.interval.high, decimals) +
-           "\nstandard error " + DecimalText(result.error, decimals) + ", " + CountText(result.count) + " values, " +
-           CountText(static_cast<std::size_t>(options.resamples)) + " resamples, seed " + std::to_string(options.seed);
+    return FigureOf(options.figure, SpokenName(column.name)) + ": " + WithUnit(result.figure, column, decimals) + "\n" +
+           Translated("%1 confidence from %2 to %3",
+                      {ShareText(options.confidence), DecimalText(result.interval.low, decimals),
+                       DecimalText(result.interval.high, decimals)}) +
+           "\n" +
+           Translated("standard error %1, %2 values, %3 resamples, seed %4",
+                      {DecimalText(result.error, decimals), CountText(result.count),
+                       CountText(static_cast<std::size_t>(options.resamples)), std::to_string(options.seed)});
 }
 
 } // namespace studies

@@ -107,7 +107,7 @@ private:
             }
             field += c;
         }
-        record.problem = "a quote isn't closed";
+        record.problem = Translated("a quote isn't closed");
         record.fields.push_back(std::move(field));
     }
 
@@ -117,7 +117,7 @@ private:
             ++m_i;
         const std::string_view behind = m_text.substr(start, m_i - start);
         if (behind.find_first_not_of(" \r") != std::string_view::npos)
-            record.problem = "text follows a closing quote";
+            record.problem = Translated("text follows a closing quote");
     }
 
     std::string_view m_text;
@@ -143,7 +143,8 @@ std::vector<Column> NamedColumns(const Record& header) {
                            [&](const Column& column) { return corvane::EqualText(column.name, name); });
     };
     for (std::size_t i = 0; i < header.fields.size(); ++i) {
-        const std::string given = header.fields[i].empty() ? "column " + std::to_string(i + 1) : header.fields[i];
+        const std::string given =
+            header.fields[i].empty() ? Translated("column %1", {std::to_string(i + 1)}) : header.fields[i];
         std::string name = given;
         for (int n = 2; IsTaken(name); ++n)
             name = given + " (" + std::to_string(n) + ")";
@@ -156,9 +157,9 @@ std::vector<Column> NamedColumns(const Record& header) {
 std::string LossOf(std::string_view text, double value) {
     const std::string_view digits = text.substr(text.find_first_not_of("+-"));
     if (digits.size() > 1 && digits[0] == '0' && digits[1] >= '0' && digits[1] <= '9')
-        return "“" + std::string(text) + "” begins with a zero";
+        return Translated("“%1” begins with a zero", {text});
     if (LosesDigits(text, value))
-        return "“" + std::string(text) + "” has more digits than a number keeps";
+        return Translated("“%1” has more digits than a number keeps", {text});
     return {};
 }
 
@@ -210,9 +211,9 @@ std::string ProblemOf(const Record& record, std::size_t columns) {
     std::string problem = record.problem;
     const std::size_t fields = record.fields.size();
     if (problem.empty() && fields != columns)
-        problem = std::to_string(fields) + (fields == 1 ? " field" : " fields") + " where the first row has " +
-                  std::to_string(columns);
-    return problem.empty() ? problem : "Line " + std::to_string(record.line) + ": " + problem + ".";
+        problem = Translated(fields, "%1 field where the first row has %2", "%1 fields where the first row has %2",
+                             {std::to_string(columns)});
+    return problem.empty() ? problem : Translated("Line %1: %2.", {std::to_string(record.line), problem});
 }
 
 std::string Quoted(const std::string& field, char delimiter) {
@@ -263,9 +264,9 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::Job
     CsvScanner scanner(text, result.delimiter);
     Record record;
     if (!scanner.Next(record))
-        FailWith("There is no data: the text is empty.");
+        FailWith(Translated("There is no data: the text is empty."));
     if (!record.problem.empty())
-        FailWith("Line " + std::to_string(record.line) + ": " + record.problem + ".");
+        FailWith(Translated("Line %1: %2.", {std::to_string(record.line), record.problem}));
 
     Table& table = result.table;
     table.columns = NamedColumns(record);
@@ -301,7 +302,7 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::Job
         if (TurnToNumbers(column, '.', loss) == Reading::NotNumbers && result.delimiter != ',')
             TurnToNumbers(column, ',', loss);
         if (!loss.empty())
-            result.keptAsText.push_back("“" + column.name + "” stays text: " + loss + ".");
+            result.keptAsText.push_back(Translated("“%1” stays text: %2.", {column.name, loss}));
         if (column.IsNumeric())
             column.unit = UnitInName(column.name);
     }

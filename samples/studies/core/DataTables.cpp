@@ -71,7 +71,7 @@ Table ReadDataTable(const std::string& path, Id dataSetId, corvane::JobProgress&
     Database database(path);
     Statement count(database, "SELECT row_count FROM data_sets WHERE id=?");
     if (!count.Bind(dataSetId).Step())
-        FailWith("The selection no longer exists.");
+        FailWith(Translated("The selection no longer exists."));
     const auto rows = static_cast<std::size_t>(count.Whole(0));
     count.Run();
     Table table;

@@ -102,7 +102,7 @@ Database::Database(std::string path) : m_path(std::move(path)) {
     if (!folder.empty())
         std::filesystem::create_directories(folder, error);
     if (error)
-        FailWith("The folder “" + folder.string() + "” can't be created: " + error.message() + ".");
+        FailWith(Translated("The folder “%1” can't be created: %2.", {folder.string(), error.message()}));
     sqlite3* handle = nullptr;
     const int result = sqlite3_open_v2(m_path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     m_handle.reset(handle);
@@ -121,22 +121,22 @@ void Database::Check(int result) const {
         return;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
-        FailWith("The file “" + m_path +
-                 "” is damaged or isn't a file of studies. Move it away to start with an empty one.");
+        FailWith(Translated(
+            "The file “%1” is damaged or isn't a file of studies. Move it away to start with an empty one.", {m_path}));
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        FailWith("The file “" + m_path + "” is in use by another program. Try again.");
+        FailWith(Translated("The file “%1” is in use by another program. Try again.", {m_path}));
     case SQLITE_CANTOPEN:
-        FailWith("The file “" + m_path + "” can't be opened.");
+        FailWith(Translated("The file “%1” can't be opened.", {m_path}));
     case SQLITE_READONLY:
-        FailWith("The file “" + m_path + "” can't be written.");
+        FailWith(Translated("The file “%1” can't be written.", {m_path}));
     case SQLITE_CONSTRAINT:
-        FailWith("This doesn't fit what the studies are by now: they may have been changed in another window of "
-                 "Studies.");
+        FailWith(Translated(
+            "This doesn't fit what the studies are by now: they may have been changed in another window of Studies."));
     case SQLITE_FULL:
-        FailWith("There is no space left for the file “" + m_path + "”.");
+        FailWith(Translated("There is no space left for the file “%1”.", {m_path}));
     default:
-        FailWith("The file “" + m_path + "”: " + sqlite3_errmsg(m_handle.get()) + ".");
+        FailWith(Translated("The file “%1”: %2.", {m_path, sqlite3_errmsg(m_handle.get())}));
     }
 }
 

@@ -12,13 +12,13 @@ std::string Trimmed(const std::string& text) {
     return begin == std::string::npos ? std::string() : text.substr(begin, text.find_last_not_of(space) + 1 - begin);
 }
 
-std::string Merged(std::string& read, const std::string& edited, const std::string& stored, const std::string& what) {
+std::string Merged(std::string& read, const std::string& edited, const std::string& stored,
+                   const std::string& sentence) {
     if (edited == read)
         return stored;
     if (stored == std::exchange(read, stored) || stored == edited)
         return edited;
-    FailWith("The " + what + " has been changed in another window of Studies, to “" + stored +
-             "”. OK replaces it; Cancel keeps it.");
+    FailWith(Translated(sentence, {stored}));
 }
 
 } // namespace studies

@@ -10,8 +10,10 @@ namespace studies {
 
 // What is to be stored of a text that was read when the window opened, is edited now, and is stored otherwise by now: a
 // text that no one has touched here stays as it is stored. Where both have changed it, it fails once, saying so, and
-// takes over what is stored as read, so that the next call replaces it. what is part of the failure: "name".
+// takes over what is stored as read, so that the next call replaces it. The failure is the sentence with what is stored
+// as
+// "%1".
 [[nodiscard]] std::string Merged(std::string& read, const std::string& edited, const std::string& stored,
-                                 const std::string& what);
+                                 const std::string& sentence);
 
 } // namespace studies

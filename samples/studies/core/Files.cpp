@@ -1,5 +1,6 @@
 #include "Files.h"
 
+#include "Errors.h"
 #include "corvane/author/Host.h"
 
 #include <cstdlib>
@@ -14,7 +15,7 @@ std::string FileNameOf(const std::string& path) {
 }
 
 std::optional<std::string> AskForDataFile(const std::string& title) {
-    return AskOpenFile(title, "Text (*.csv *.tsv *.txt)|*.csv *.tsv *.txt", AppPath("Data"));
+    return AskOpenFile(title, Translated("Text") + " (*.csv *.tsv *.txt)|*.csv *.tsv *.txt", AppPath("Data"));
 }
 
 std::string AskForSavePath(const std::string& title, const std::string& filter, const std::string& fileName) {

@@ -37,8 +37,8 @@ WelchTest TestMeans(std::span<const double> first, std::span<const double> secon
     test.second = FiguresOf(second);
     for (const SampleFigures* figures : {&test.first, &test.second})
         if (figures->count < 2)
-            FailWith("A group needs at least two values to be compared; one has " + std::to_string(figures->count) +
-                     ".");
+            FailWith(Translated("A group needs at least two values to be compared; one has %1.",
+                                {std::to_string(figures->count)}));
     const auto Share = [](const SampleFigures& figures) {
         return figures.deviation * figures.deviation / static_cast<double>(figures.count);
     };
@@ -46,7 +46,7 @@ WelchTest TestMeans(std::span<const double> first, std::span<const double> secon
     const double secondValue = Share(test.second);
     const double error = std::sqrt(firstValue + secondValue);
     if (!(error > 0))
-        FailWith("All values within each group are equal, so the groups can't be compared.");
+        FailWith(Translated("All values within each group are equal, so the groups can't be compared."));
     test.differenceValue = test.first.mean - test.second.mean;
     test.t = test.differenceValue / error;
     test.freedom = (firstValue + secondValue) * (firstValue + secondValue) /
@@ -83,8 +83,8 @@ Regression FitLine(std::span<const double> x, std::span<const double> y) {
             ++line.count;
         }
     if (line.count < 3)
-        FailWith("A regression line needs at least three rows with both values; there are " +
-                 std::to_string(line.count) + ".");
+        FailWith(Translated("A regression line needs at least three rows with both values; there are %1.",
+                            {std::to_string(line.count)}));
     const auto count = static_cast<long double>(line.count);
     const long double meanX = sumX / count;
     const long double meanY = sumY / count;
@@ -100,7 +100,7 @@ Regression FitLine(std::span<const double> x, std::span<const double> y) {
             yy += yValue * yValue;
         }
     if (!(xx > 0))
-        FailWith("All rows have the same x, so there is no regression line.");
+        FailWith(Translated("All rows have the same x, so there is no regression line."));
     const long double slope = xy / xx;
     const long double rest = std::max(0.0L, yy - slope * xy);
     const long double residual = std::sqrt(rest / (count - 2));

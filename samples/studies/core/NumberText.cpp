@@ -1,5 +1,7 @@
 #include "NumberText.h"
 
+#include "corvane/author/Translation.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -83,7 +85,7 @@ std::string FigureText(double value, int digits) {
     const std::string rounded = Written(value, std::chars_format::general, digits);
     double read = value;
     std::from_chars(rounded.data(), rounded.data() + rounded.size(), read);
-    return IsOrdinary(read) ? TextOf(read) : rounded;
+    return corvane::ShownNumber(IsOrdinary(read) ? TextOf(read) : rounded);
 }
 
 std::string DecimalText(double value, int decimals) {
@@ -92,12 +94,12 @@ std::string DecimalText(double value, int decimals) {
     const double size = std::abs(value);
     const double least = 0.5 * std::pow(10.0, -decimals);
     if (size >= Most || (size > 0 && size < least))
-        return Written(value, std::chars_format::scientific, std::max(1, decimals));
+        return corvane::ShownNumber(Written(value, std::chars_format::scientific, std::max(1, decimals)));
     std::string text = Written(value, std::chars_format::fixed, decimals);
     const std::size_t point = std::min(text.find('.'), text.size());
     for (std::size_t i = point; i > 3 && text[i - 4] != '-'; i -= 3)
         text.insert(i - 3, ",");
-    return text;
+    return corvane::ShownNumber(text);
 }
 
 } // namespace studies

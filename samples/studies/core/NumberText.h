@@ -22,10 +22,11 @@ private:
 
 // The shortest text that reads as the same number, with at least that many decimals.
 [[nodiscard]] std::string TextOf(double value, int decimals = 0);
-// That many significant digits, without zeros at the end; "-" when it is not a number.
+// For users, in the signs of their language: that many significant digits, without zeros at the end; "-" when it is not
+// a number.
 [[nodiscard]] std::string FigureText(double value, int digits = 7);
-// That many decimals, and "," between groups of three digits; "-" when it is not a number. What all decimals would show
-// as zero has an exponent, too.
+// Likewise with that many decimals, and groups of three digits; "-" when it is not a number. What all decimals would
+// show as zero has an exponent, too.
 [[nodiscard]] std::string DecimalText(double value, int decimals);
 
 } // namespace studies

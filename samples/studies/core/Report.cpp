@@ -1,17 +1,11 @@
 #include "Report.h"
 
+#include "Errors.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace studies {
-namespace {
-
-std::string Counted(std::size_t n, std::string_view one) {
-    return CountText(n) + " " + std::string(one) + (n == 1 ? "" : "s");
-}
-
-} // namespace
-
 std::string CountText(std::size_t count) {
     return DecimalText(static_cast<double>(count), 0);
 }
@@ -24,8 +18,12 @@ std::string ShareText(double share) {
     return FigureText(share * 100, 4) + " %";
 }
 
+std::string RowsText(std::size_t rows) {
+    return Translated(rows, "%1 row", "%1 rows");
+}
+
 std::string SizeText(std::size_t rows, std::size_t columns) {
-    return Counted(rows, "row") + ", " + Counted(columns, "column");
+    return RowsText(rows) + ", " + Translated(columns, "%1 column", "%1 columns");
 }
 
 std::string FirstLines(const std::vector<std::string>& lines) {
@@ -33,7 +31,8 @@ std::string FirstLines(const std::vector<std::string>& lines) {
     std::string text;
     for (std::size_t i = 0; i < std::min(mostShown, lines.size()); ++i)
         text += (i > 0 ? "\n" : "") + lines[i];
-    return lines.size() > mostShown ? text + "\nand " + CountText(lines.size() - mostShown) + " more." : text;
+    return lines.size() > mostShown ? text + "\n" + Translated("and %1 more.", {CountText(lines.size() - mostShown)})
+                                    : text;
 }
 
 std::string LineText(const TableSummary& summary) {
@@ -48,7 +47,7 @@ std::string LineText(const TableSummary& summary) {
                 " \u00B1 " + FigureText(column.deviation, digits);
     }
     if (numbers > shown)
-        text += ", " + std::to_string(numbers - shown) + " more";
+        text += ", " + Translated("%1 more", {std::to_string(numbers - shown)});
     return text.empty() ? SizeText(summary.rows, summary.columns.size()) : text;
 }
 

@@ -20,6 +20,8 @@ namespace studies {
 // The means of the first columns of numbers, with their standard deviations, in four significant digits.
 [[nodiscard]] std::string LineText(const TableSummary& summary);
 
+// "344 rows".
+[[nodiscard]] std::string RowsText(std::size_t rows);
 // "344 rows, 7 columns".
 [[nodiscard]] std::string SizeText(std::size_t rows, std::size_t columns);
 

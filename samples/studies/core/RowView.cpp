@@ -60,6 +60,7 @@ struct Filter {
     Comparison comparison = Comparison::Contains;
     std::string text; // folded
     double number = 0;
+    std::string letters = {}; // of a part of numbers, as they are without the signs of the user's language
 };
 
 Filter FilterOf(const Column* column, std::string_view filter) {
@@ -74,7 +75,8 @@ Filter FilterOf(const Column* column, std::string_view filter) {
                               [&](const auto& pair) { return filter.substr(0, pair.first.size()) == pair.first; })
                : operators.end();
     if (op == operators.end())
-        return {Comparison::Contains, FoldedText(filter), 0};
+        return {Comparison::Contains, FoldedText(filter), 0,
+                corvane::PlainNumber(filter).value_or(std::string(filter))};
     std::string_view value = filter.substr(op->first.size());
     value.remove_prefix(std::min(value.find_first_not_of(' '), value.size()));
     if (value.empty() && op->second == Comparison::Equal)
@@ -82,12 +84,13 @@ Filter FilterOf(const Column* column, std::string_view filter) {
     if (value.empty() && op->second == Comparison::Different)
         return {Comparison::Present, {}, 0};
     if (value.empty())
-        FailWith("A value is missing after “" + std::string(op->first) + "”.");
+        FailWith(Translated("A value is missing after “%1”.", {op->first}));
     Filter found{op->second, FoldedText(value), 0};
     if (column->IsNumeric()) {
-        const std::optional<double> number = NumberOf(value);
+        const std::optional<std::string> plain = corvane::PlainNumber(value);
+        const std::optional<double> number = plain ? NumberOf(*plain) : std::nullopt;
         if (!number)
-            FailWith("“" + std::string(value) + "” isn't a number, and “" + column->name + "” is a numeric column.");
+            FailWith(Translated("“%1” isn't a number, and “%2” is a numeric column.", {value, column->name}));
         found.number = *number;
     }
     return found;
@@ -119,7 +122,7 @@ bool Matches(const Column& column, const Filter& filter, std::size_t row) {
     if (missing)
         return false;
     if (filter.comparison == Comparison::Contains)
-        return column.IsNumeric() ? Contains(NumberLetters(column.numbers[row], column.decimals), filter.text)
+        return column.IsNumeric() ? Contains(NumberLetters(column.numbers[row], column.decimals), filter.letters)
                                   : ContainsFolded(column.texts[row], filter.text);
     if (!column.IsNumeric())
         return Holds(filter.comparison, Compare(column.texts[row], filter.text));

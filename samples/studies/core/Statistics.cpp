@@ -113,7 +113,7 @@ TableSummary Summarize(const Table& table) {
 std::vector<GroupSummary> SummarizeByGroup(const Table& table, std::string_view column) {
     const Column* group = table.Find(column);
     if (!group)
-        FailWith("The data have no column “" + std::string(column) + "”.");
+        FailWith(Translated("The data have no column “%1”.", {column}));
     // By value for numbers, by text else; what is missing comes last.
     std::map<std::pair<double, std::string>, std::vector<std::uint32_t>> groupMap;
     std::vector<std::uint32_t> missing;

@@ -145,10 +145,10 @@ void Store::Prepare() {
         m_database.Run(Schema);
         version = 1;
     } else if (application != ApplicationId) {
-        FailWith("The file “" + m_database.Path() + "” belongs to another program.");
+        FailWith(Translated("The file “%1” belongs to another program.", {m_database.Path()}));
     } else if (version > SchemaVersion) {
-        FailWith("The file “" + m_database.Path() + "” was written by a later version of Studies (" +
-                 std::to_string(version) + "; this one knows " + std::to_string(SchemaVersion) + ").");
+        FailWith(Translated("The file “%1” was written by a later version of Studies (%2; this one knows %3).",
+                            {m_database.Path(), std::to_string(version), std::to_string(SchemaVersion)}));
     }
     if (version == 1)
         m_database.Run(SecondSchema);
@@ -159,8 +159,8 @@ void Store::Prepare() {
     transaction.Commit();
     Statement check(m_database, "PRAGMA quick_check(1)");
     if (check.Step() && check.Text(0) != "ok")
-        FailWith("The file “" + m_database.Path() + "” is damaged (" + check.Text(0) +
-                 "). Move it away to start with an empty one.");
+        FailWith(Translated("The file “%1” is damaged (%2). Move it away to start with an empty one.",
+                            {m_database.Path(), check.Text(0)}));
 }
 
 // Temporary triggers, of this connection alone, write what undoes each change of a row.
@@ -224,7 +224,7 @@ void Store::TakeBack(std::vector<Step>& from, std::vector<Step>& to) {
     for (const std::string& statement : from.back().statements) {
         m_database.Run(statement);
         if (m_database.ChangeCount() == 0)
-            FailWith("This can't be undone: it has been changed in another window of Studies since.");
+            FailWith(Translated("This can't be undone: it has been changed in another window of Studies since."));
     }
     CheckData();
     Step inverse{from.back().label, TakeLog()};
@@ -252,29 +252,29 @@ void Store::ForgetSteps() {
 void Store::CheckData() {
     if (m_database.WholeOf("SELECT count(*) FROM data_sets WHERE 'data_'||id NOT IN"
                            " (SELECT name FROM sqlite_master)") != 0)
-        FailWith("The data have been deleted for good since, by another window of Studies.");
+        FailWith(Translated("The data have been deleted for good since, by another window of Studies."));
 }
 
 void Store::CheckExists(std::string_view table, Id id) {
     Statement found(m_database, "SELECT 1 FROM " + std::string(table) + " WHERE id=?");
     if (!found.Bind(id).Step())
-        FailWith("The selection no longer exists.");
+        FailWith(Translated("The selection no longer exists."));
 }
 
 std::string Store::NameProblem(std::string_view name, Id studyId) {
     if (name.find_first_not_of(' ') == std::string_view::npos)
-        return "A study needs a name.";
+        return Translated("A study needs a name.");
     if (name.front() == ' ' || name.back() == ' ')
-        return "A study's name can't begin or end with a space.";
+        return Translated("A study's name can't begin or end with a space.");
     if (name.front() == '#')
-        return "A study's name can't begin with “#”.";
+        return Translated("A study's name can't begin with “#”.");
     if (LengthOf(name) > LongestName)
-        return "A study's name has at most " + std::to_string(LongestName) + " letters.";
+        return Translated("A study's name has at most %1 letters.", {std::to_string(LongestName)});
     if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
-        return "A study's name must be on one line.";
+        return Translated("A study's name must be on one line.");
     Statement taken(m_database, "SELECT 1 FROM studies WHERE name_key=? AND id<>?");
     if (taken.Bind(corvane::FoldText(name)).Bind(studyId).Step())
-        return "There is a study “" + std::string(name) + "” already.";
+        return Translated("There is a study “%1” already.", {name});
     return {};
 }
 

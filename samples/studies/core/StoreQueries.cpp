@@ -155,7 +155,7 @@ Table Store::ReadRows(Id dataSetId, std::span<const Id> rowIds) {
             ++i;
         table.rows = static_cast<std::size_t>(rowIds[first]) - 1;
         if (!ReadMoreRows(m_database, dataSetId, table, i - first))
-            FailWith("A row no longer exists.");
+            FailWith(Translated("A row no longer exists."));
     }
     table.rows = rowIds.size();
     return table;
@@ -166,12 +166,11 @@ std::string Store::CellProblem(const Column& column, std::string_view text) {
         return {};
     const std::optional<double> value = NumberOf(text);
     if (!value)
-        return "“" + std::string(text) + "” isn't a number, and “" + column.name + "” is a numeric column.";
+        return Translated("“%1” isn't a number, and “%2” is a numeric column.", {text, column.name});
     if (LosesDigits(text, *value))
-        return "“" + std::string(text) + "” has more digits than a number keeps.";
+        return Translated("“%1” has more digits than a number keeps.", {text});
     if (column.type == ColumnType::Whole && std::trunc(*value) != *value)
-        return "“" + std::string(text) + "” isn't a whole number, and “" + column.name +
-               "” is a column of whole numbers.";
+        return Translated("“%1” isn't a whole number, and “%2” is a column of whole numbers.", {text, column.name});
     return {};
 }
 
@@ -197,7 +196,7 @@ void Store::SetCells(Id dataSetId, const std::vector<CellChange>& changes) {
             FailWith(problem);
         RecordCells(dataSetId, change.column);
     }
-    Perform(changes.size() == 1 ? "Change Value" : "Change Values", [&] {
+    Perform(changes.size() == 1 ? Translated("Change Value") : Translated("Change Values"), [&] {
         for (const CellChange& change : changes) {
             const Column& column = columns[static_cast<std::size_t>(change.column)];
             const std::string name = "c" + std::to_string(change.column);
@@ -209,9 +208,9 @@ void Store::SetCells(Id dataSetId, const std::vector<CellChange>& changes) {
                 BindValue(update, column, *change.before);
             update.Run();
             if (m_database.ChangeCount() == 0)
-                FailWith("“" + change.text +
-                         "” hasn't been entered: the value there was changed in another window of "
-                         "Studies. Enter it again to replace what is shown now.");
+                FailWith(Translated("“%1” hasn't been entered: the value there was changed in another window of "
+                                    "Studies. Enter it again to replace what is shown now.",
+                                    {change.text}));
         }
         Statement(m_database, "UPDATE analyses SET result='' WHERE data_set_id=? AND result<>''").Bind(dataSetId).Run();
     });
@@ -238,12 +237,12 @@ std::string Store::FreeDataSetName(std::string_view base, Id studyId) {
 
 std::string Store::DataSetNameProblem(std::string_view name, Id studyId, Id dataSetId) {
     if (name.find_first_not_of(' ') == std::string_view::npos)
-        return "A data set needs a name.";
+        return Translated("A data set needs a name.");
     if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
-        return "A data set's name must be on one line.";
+        return Translated("A data set's name must be on one line.");
     for (const DataSet& dataSet : DataSets(studyId))
         if (dataSet.id != dataSetId && corvane::EqualText(dataSet.name, name))
-            return "The study has a data set “" + dataSet.name + "” already.";
+            return Translated("The study has a data set “%1” already.", {dataSet.name});
     return {};
 }
 

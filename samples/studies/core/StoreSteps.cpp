@@ -49,7 +49,7 @@ void WriteAnalysis(Database& database, std::string_view sql, std::string_view na
 
 Id Store::CreateStudy(std::string_view name) {
     Id id = 0;
-    Perform("New Study", [&] {
+    Perform(Translated("New Study"), [&] {
         if (const std::string problem = NameProblem(name); !problem.empty())
             FailWith(problem);
         Statement insert(m_database, "INSERT INTO studies(name, name_key) VALUES(?,?)");
@@ -60,7 +60,7 @@ Id Store::CreateStudy(std::string_view name) {
 }
 
 void Store::RenameStudy(Id studyId, std::string_view name) {
-    Perform("Rename Study", [&] {
+    Perform(Translated("Rename Study"), [&] {
         CheckExists("studies", studyId);
         if (const std::string problem = NameProblem(name, studyId); !problem.empty())
             FailWith(problem);
@@ -69,7 +69,7 @@ void Store::RenameStudy(Id studyId, std::string_view name) {
 }
 
 void Store::DeleteStudy(Id studyId) {
-    Perform("Delete Study", [&] {
+    Perform(Translated("Delete Study"), [&] {
         const std::string name = StudyOf(studyId).name;
         std::vector<Id> dataSets;
         for (const DataSet& dataSet : DataSets(studyId))
@@ -85,8 +85,8 @@ void Store::DeleteStudy(Id studyId) {
 
 Id Store::DuplicateStudy(Id studyId) {
     Id copyId = 0;
-    Perform("Duplicate Study", [&] {
-        const std::string name = FreeName("Copy of " + StudyOf(studyId).name, false);
+    Perform(Translated("Duplicate Study"), [&] {
+        const std::string name = FreeName(Translated("Copy of %1", {StudyOf(studyId).name}), false);
         if (const std::string problem = NameProblem(name); !problem.empty())
             FailWith(problem);
         Statement insert(m_database, "INSERT INTO studies(name, name_key, notes)"
@@ -131,10 +131,10 @@ Id Store::ReserveDataSet() {
 
 Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table, Id reserved) {
     if (table.columns.size() > MostColumns)
-        FailWith("The data have " + std::to_string(table.columns.size()) + " columns; a data set has at most " +
-                 std::to_string(MostColumns) + ".");
+        FailWith(Translated("The data have %1 columns; a data set has at most %2.",
+                            {std::to_string(table.columns.size()), std::to_string(MostColumns)}));
     Id id = 0;
-    Perform("Import", [&] {
+    Perform(Translated("Import"), [&] {
         CheckExists("studies", studyId);
         Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count, id) VALUES(?,?,?,?,?)");
         insert.Bind(studyId).Bind(name).Bind(source).Bind(static_cast<std::int64_t>(table.rows));
@@ -159,7 +159,7 @@ Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view sour
 }
 
 void Store::DeleteDataSet(Id dataSetId) {
-    Perform("Delete Data Set", [&] {
+    Perform(Translated("Delete Data Set"), [&] {
         const std::string name = DataSetOf(dataSetId).name;
         for (const char* sql : {"DELETE FROM analyses WHERE data_set_id=?",
                                 "DELETE FROM data_columns WHERE data_set_id=?", "DELETE FROM data_sets WHERE id=?"})
@@ -171,7 +171,7 @@ void Store::DeleteDataSet(Id dataSetId) {
 Id Store::AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings,
                       const std::optional<BootstrapResult>& result) {
     Id id = 0;
-    Perform("New Analysis", [&] {
+    Perform(Translated("New Analysis"), [&] {
         CheckExists("data_sets", dataSetId);
         WriteAnalysis(m_database,
                       "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
@@ -185,7 +185,7 @@ Id Store::AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSetting
 
 void Store::ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings,
                            const std::optional<BootstrapResult>& result) {
-    Perform("Change Analysis", [&] {
+    Perform(Translated("Change Analysis"), [&] {
         CheckExists("analyses", analysisId);
         WriteAnalysis(m_database,
                       "UPDATE analyses SET name=?, kind=?, group_column=?, x_column=?, y_column=?, first_group=?,"
@@ -195,7 +195,7 @@ void Store::ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisS
 }
 
 void Store::SetStudyProperties(Id studyId, std::string_view name, std::string_view notes) {
-    Perform("Change Study", [&] {
+    Perform(Translated("Change Study"), [&] {
         CheckExists("studies", studyId);
         if (const std::string problem = NameProblem(name, studyId); !problem.empty())
             FailWith(problem);
@@ -205,7 +205,7 @@ void Store::SetStudyProperties(Id studyId, std::string_view name, std::string_vi
 }
 
 void Store::SetDataSetProperties(Id dataSetId, const DataSetProperties& properties) {
-    Perform("Change Data Set", [&] {
+    Perform(Translated("Change Data Set"), [&] {
         const DataSet dataSet = DataSetOf(dataSetId);
         if (const std::string problem = DataSetNameProblem(properties.name, dataSet.studyId, dataSetId);
             !problem.empty())
@@ -228,7 +228,7 @@ void Store::RenameAnalyses(const DataSet& dataSet, std::string_view newName) {
 }
 
 void Store::DeleteAnalysis(Id analysisId) {
-    Perform("Delete Analysis", [&] {
+    Perform(Translated("Delete Analysis"), [&] {
         const std::string name = AnalysisOf(analysisId).name;
         Statement(m_database, "DELETE FROM analyses WHERE id=?").Bind(analysisId).Run();
         PutIntoBin("analysis", analysisId, name, {});
@@ -259,7 +259,7 @@ std::vector<Deleted> Store::DeletedItems() {
 }
 
 void Store::Restore(Id binId) {
-    Perform("Restore", [&] {
+    Perform(Translated("Restore"), [&] {
         CheckExists("bin", binId);
         Statement entry(m_database, "SELECT kind, item_id, name, statements FROM bin WHERE id=?");
         entry.Bind(binId).Step();
@@ -277,7 +277,8 @@ void Store::Restore(Id binId) {
         const bool taken = kind == "study" && ChangeKey(key, key + "\n");
         m_database.Run(statements);
         if (m_database.WholeOf("SELECT count(*) FROM pragma_foreign_key_check") != 0)
-            FailWith("“" + name + "” was part of a study or data set that has been deleted, too. Restore that first.");
+            FailWith(Translated("“%1” was part of a study or data set that has been deleted, too. Restore that first.",
+                                {name}));
         CheckData();
         if (taken) {
             SetStudyName(itemId, FreeName(name, false));

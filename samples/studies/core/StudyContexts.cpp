@@ -33,7 +33,7 @@ bool StudyContext::Exists() const {
 
 ImportJob::ImportJob(Ref<Workspace> workspace, Id proposedStudyId)
     : studyId(proposedStudyId), m_workspace(std::move(workspace)) {
-    newStudyName = m_workspace->GetStore().FreeName("Study");
+    newStudyName = m_workspace->GetStore().FreeName(Translated("Study"));
 }
 
 ImportJob::~ImportJob() {
@@ -121,7 +121,7 @@ void ImportJob::TakeRead(std::shared_ptr<const CsvResult> result) {
     m_result = std::move(result);
     m_problem.clear();
     if (m_result && m_result->table.rows == 0)
-        m_problem = FileNameOf(m_path) + " has column names, but no rows.";
+        m_problem = Translated("%1 has column names, but no rows.", {FileNameOf(m_path)});
 }
 
 void ImportJob::StopReading() {
@@ -137,7 +137,7 @@ void ImportJob::StartReading() {
     m_problem.clear();
     m_self = std::make_shared<ImportJob*>(this);
     m_reading = StartJob(
-        {.title = "Read " + FileNameOf(m_path), .owner = FindService("Studies")},
+        {.title = Translated("Read %1", {FileNameOf(m_path)}), .owner = FindService("Studies")},
         [path = m_path, delimiter = m_delimiter](JobProgress& progress) {
             return std::make_shared<const CsvResult>(ReadCsvFile(path, {delimiter, true}, &progress));
         },
@@ -149,7 +149,8 @@ void ImportJob::StartReading() {
             job->m_reading = nullptr;
             job->TakeRead(failure || result.WasCancelled() ? nullptr : result.Value());
             if (failure || result.WasCancelled())
-                job->m_problem = failure ? failure->Description : "Reading was cancelled. Choose the file again.";
+                job->m_problem =
+                    failure ? failure->Description : Translated("Reading was cancelled. Choose the file again.");
             job->HasRead.Raise();
             if (const auto then = std::exchange(job->m_whenRead, {}))
                 then();
@@ -201,7 +202,7 @@ void ImportJob::StartImport(bool again) {
     Store& store = m_workspace->GetStore();
     const Id reserved = store.ReserveDataSet();
     StartJob(
-        {.title = "Import " + name, .owner = FindService("Studies"), .writes = {"imported data"}},
+        {.title = Translated("Import %1", {name}), .owner = FindService("Studies"), .writes = {"imported data"}},
         [again, reserved, read = SharedTable(m_result, &m_result->table), path = m_path, store = store.Path(),
          options = CsvOptions{m_delimiter, true, m_text}](JobProgress& progress) {
             const auto steps = progress.Split({again ? 1.0 : 0.0, 2.0});
@@ -215,7 +216,7 @@ void ImportJob::StartImport(bool again) {
             self->m_running = false;
             self->m_workspace->GetStore().EndBeside();
             if (result.WasCancelled())
-                return self->m_workspace->Tell("Cancelled; " + self->name + " hasn't been imported");
+                return self->m_workspace->Tell(Translated("Cancelled; %1 hasn't been imported", {self->name}));
             self->Finish(result.Value(), reserved);
             if (const auto then = std::exchange(self->m_whenImported, {}))
                 then();
@@ -234,9 +235,9 @@ void ImportJob::Finish(const SharedTable& table, Id reserved) {
     m_data = m_workspace->DataSet(dataSetId);
     m_data->Take(table);
     const std::size_t skipped = m_result->skipped.size();
-    m_workspace->Tell(name + " imported into “" + store.StudyOf(studyId).name +
-                      "”: " + SizeText(table->rows, table->columns.size()) +
-                      (skipped == 0 ? std::string() : ", " + CountText(skipped) + " left out"));
+    m_workspace->Tell(Translated("%1 imported into “%2”: %3",
+                                 {name, store.StudyOf(studyId).name, SizeText(table->rows, table->columns.size())}) +
+                      (skipped == 0 ? std::string() : ", " + Translated("%1 left out", {CountText(skipped)})));
 }
 
 } // namespace studies

@@ -1,6 +1,7 @@
 #include "StudyReport.h"
 
 #include "ComparisonText.h"
+#include "Errors.h"
 #include "Report.h"
 #include "SummaryRows.h"
 #include "corvane/author/Jobs.h"
@@ -75,10 +76,10 @@ public:
         weights.insert(weights.end(), subject.analyses.size(),
                        static_cast<double>(subject.values) / static_cast<double>(subject.dataSets.size() + 1));
         const auto steps = progress ? progress->Split(weights) : Steps();
-        m_report.title = "Report on " + subject.study.name;
+        m_report.title = Translated("Report on %1", {subject.study.name});
         m_body = "<h1>" + Escaped(subject.study.name) + "</h1>\n" + Paragraph(subject.study.notes);
         if (subject.dataSets.empty())
-            m_body += Paragraph("There are no data in this study yet.");
+            m_body += Paragraph(Translated("There are no data in this study yet."));
         std::size_t step = 0;
         const auto next = [&]() -> corvane::JobProgress* {
             if (steps.empty())
@@ -105,7 +106,7 @@ private:
     void AddDataSet(const DataSet& dataSet, corvane::JobProgress* progress) {
         const Table& table = m_tables.at(dataSet.id);
         m_body += "<h2>" + Escaped(dataSet.name) + "</h2>\n" +
-                  Paragraph(SizeText(table.rows, table.columns.size()) + ", from " + dataSet.source) +
+                  Paragraph(Translated("%1, from %2", {SizeText(table.rows, table.columns.size()), dataSet.source})) +
                   Paragraph(dataSet.notes);
         AddSummary(table, {}, progress);
     }
@@ -145,7 +146,7 @@ private:
     void AddPicture(ChartScene scene) {
         const std::string name = "picture" + std::to_string(m_report.pictures.size() + 1);
         m_body += "<p><img src=\"" + name + "\" width=\"620\" height=\"420\" alt=\"" +
-                  Escaped(scene.y.label + " over " + scene.x.label) + "\"></p>\n";
+                  Escaped(Translated("%1 over %2", {scene.y.label, scene.x.label})) + "\"></p>\n";
         m_report.pictures.push_back({name, std::move(scene)});
     }
 
@@ -154,7 +155,7 @@ private:
         constexpr double mostDraws = 2e7; // about a second's
         const Column* column = table.Find(settings.columnX);
         if (!column || !column->IsNumeric()) {
-            m_body += Paragraph("The data have no column “" + settings.columnX + "” of numbers any longer.");
+            m_body += Paragraph(Translated("The data have no column “%1” of numbers any longer.", {settings.columnX}));
             return;
         }
         const double draws = static_cast<double>(table.rows) * settings.bootstrap.resamples;

@@ -1,5 +1,6 @@
 #include "SummaryRows.h"
 
+#include "Errors.h"
 #include "Report.h"
 #include "Statistics.h"
 #include "corvane/author/Jobs.h"
@@ -40,11 +41,14 @@ SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, in
         groups = SummarizeByGroup(table, groupColumn);
     else
         groups.push_back({{}, progress ? SummarizeOnAll(table, *progress) : Summarize(table)});
-    rows.numbers.names = {{"Column", false},      {"Count", true}, {"Missing", true},      {"Mean", true},
-                          {"Std. dev.", true},    {"Min", true},   {"1st quartile", true}, {"Median", true},
-                          {"3rd quartile", true}, {"Max", true}};
-    rows.texts.names = {{"Column", false},  {"Count", true},          {"Missing", true},
-                        {"Distinct", true}, {"Most frequent", false}, {"Frequency", true}};
+    rows.numbers.names = {{Translated("Column"), false},      {Translated("Count"), true},
+                          {Translated("Missing"), true},      {Translated("Mean"), true},
+                          {Translated("Std. dev."), true},    {Translated("Min"), true},
+                          {Translated("1st quartile"), true}, {Translated("Median"), true},
+                          {Translated("3rd quartile"), true}, {Translated("Max"), true}};
+    rows.texts.names = {{Translated("Column"), false},        {Translated("Count"), true},
+                        {Translated("Missing"), true},        {Translated("Distinct"), true},
+                        {Translated("Most frequent"), false}, {Translated("Frequency"), true}};
     for (SummaryBlock* block : {&rows.numbers, &rows.texts})
         if (byGroup)
             block->names.insert(block->names.begin() + 1, {groupColumn, false});
@@ -54,7 +58,7 @@ SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, in
             const ColumnSummary& column = group.summary.columns[i];
             std::vector<std::string> line = LineOf(column, decimals);
             if (byGroup)
-                line.insert(line.begin(), group.group.empty() ? "missing" : group.group);
+                line.insert(line.begin(), group.group.empty() ? Translated("missing") : group.group);
             line.insert(line.begin(), table.Find(column.name)->Label());
             (column.type == ColumnType::Text ? rows.texts : rows.numbers).rows.push_back(std::move(line));
         }

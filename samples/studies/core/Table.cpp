@@ -41,11 +41,17 @@ std::string_view NameOf(ColumnType type) {
     return "text";
 }
 
+std::string ShownName(ColumnType type) {
+    if (type == ColumnType::Text)
+        return Translated("text");
+    return type == ColumnType::Whole ? Translated("whole number") : Translated("number");
+}
+
 ColumnType ColumnTypeOf(std::string_view name) {
     for (const ColumnType type : {ColumnType::Whole, ColumnType::Number, ColumnType::Text})
         if (name == NameOf(type))
             return type;
-    FailWith("“" + std::string(name) + "” isn't a column type.");
+    FailWith(Translated("“%1” isn't a column type.", {name}));
 }
 
 bool Column::IsMissing(std::size_t row) const {

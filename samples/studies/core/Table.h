@@ -15,6 +15,8 @@ namespace studies {
 enum class ColumnType { Whole, Number, Text };
 
 [[nodiscard]] std::string_view NameOf(ColumnType type);
+// The same as a user reads it.
+[[nodiscard]] std::string ShownName(ColumnType type);
 // Fails for a word that NameOf doesn't give.
 [[nodiscard]] ColumnType ColumnTypeOf(std::string_view name);
 

@@ -98,28 +98,29 @@ std::string DecodeText(std::string bytes, const std::string& name) {
     else
         text = std::move(bytes);
     if (text.find('\0') != std::string::npos)
-        FailWith(name + " isn't a text file. Save the table as text with commas or tabs (CSV) in the program that it "
-                        "comes from, and choose that file.");
+        FailWith(Translated("%1 isn't a text file. Save the table as text with commas or tabs (CSV) in the program "
+                            "that it comes from, and choose that file.",
+                            {name}));
     return IsUtf8(text) ? text : FromWindows1252(text);
 }
 
 std::string ReadTextFile(const std::string& path) {
     std::error_code ignored; // what can't be looked at can't be opened either
     if (std::filesystem::is_directory(path, ignored))
-        FailWith("“" + path + "” is a folder. Choose a file in it.");
+        FailWith(Translated("“%1” is a folder. Choose a file in it.", {path}));
     std::ifstream stream(path, std::ios::binary);
     if (!stream) {
         if (errno == ENOENT || errno == ENOTDIR)
-            FailWith("There is no file “" + path + "”. It may have been moved or renamed; choose it again.");
-        FailWith("The file “" + path + "” can't be read: " + std::strerror(errno) + ".");
+            FailWith(Translated("There is no file “%1”. It may have been moved or renamed; choose it again.", {path}));
+        FailWith(Translated("The file “%1” can't be read: %2.", {path, std::strerror(errno)}));
     }
     std::stringstream text;
     text << stream.rdbuf();
     const std::string name = std::filesystem::path(path).filename().string();
     if (stream.bad())
-        FailWith("The file “" + path + "” can't be read to its end.");
+        FailWith(Translated("The file “%1” can't be read to its end.", {path}));
     if (text.view().empty())
-        FailWith(name + " is empty. Choose a file with a row of names and rows of values.");
+        FailWith(Translated("%1 is empty. Choose a file with a row of names and rows of values.", {name}));
     return DecodeText(std::move(text).str(), name);
 }
 

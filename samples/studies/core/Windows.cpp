@@ -70,18 +70,18 @@ std::vector<Ref<Window>> OpenWindows() {
 }
 
 std::string ReportCaption(const StudyContext& study) {
-    return "Report on " + study.Space()->GetStore().StudyOf(study.Number()).name;
+    return Translated("Report on %1", {study.Space()->GetStore().StudyOf(study.Number()).name});
 }
 
 void CheckColumns(const Table& table, AnalysisKind kind) {
     const auto numeric = std::count_if(table.columns.begin(), table.columns.end(),
                                        [](const Column& column) { return column.IsNumeric(); });
     if (kind != AnalysisKind::Summary && numeric == 0)
-        FailWith("The data have no column of numbers.");
+        FailWith(Translated("The data have no column of numbers."));
     if (kind == AnalysisKind::Scatter && numeric < 2)
-        FailWith("A scatter plot needs two columns of numbers; the data have one.");
+        FailWith(Translated("A scatter plot needs two columns of numbers; the data have one."));
     if (kind == AnalysisKind::Comparison && GroupColumns(table).empty())
-        FailWith("The data have no column to group by.");
+        FailWith(Translated("The data have no column to group by."));
 }
 
 } // namespace
@@ -98,7 +98,7 @@ void OpenNewAnalysis(const Ref<DataSetContext>& data, AnalysisKind kind) {
         CheckColumns(*table, kind);
         OpenDocument(New<AnalysisDocument>(data, FirstSettings(*table, kind, ReadPreferences())));
         if (kind == AnalysisKind::Summary && IsSmall(table->rows, table->columns.size()))
-            SetStatus("Summary of " + data->Info().name + ": " + LineText(Summarize(*table)));
+            SetStatus(Translated("Summary of %1: %2", {data->Info().name, LineText(Summarize(*table))}));
     });
 }
 

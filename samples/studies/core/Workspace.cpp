@@ -18,7 +18,7 @@ Workspace::Workspace(const std::string& path, bool keeps) : m_store(std::make_un
 
 Store& Workspace::GetStore() const {
     if (!m_store)
-        FailWith("The studies have been closed.");
+        FailWith(Translated("The studies have been closed."));
     return *m_store;
 }
 
@@ -51,7 +51,7 @@ void Workspace::ShowChangesOfOthers() {
     } catch (const Failure&) {
     }
     if (changed)
-        Tell("Changes that were made in another window of Studies are shown");
+        Tell(Translated("Changes that were made in another window of Studies are shown"));
 }
 
 void Workspace::Close() {
@@ -111,7 +111,7 @@ void DataSetContext::WithTable(const Ref<Object>& owner, std::function<void(cons
 void DataSetContext::Read(std::shared_ptr<std::vector<Waiting>> waiting) {
     const Store& store = m_workspace->GetStore();
     StartJob(
-        {.title = "Read " + Info().name, .owner = FindService("Studies")},
+        {.title = Translated("Read %1", {Info().name}), .owner = FindService("Studies")},
         [path = store.Path(), id = m_dataSetId](JobProgress& progress) -> SharedTable {
             return std::make_shared<const Table>(ReadDataTable(path, id, progress));
         },
@@ -190,7 +190,8 @@ void AnalysisDocument::Save() {
     if (!CanBeSaved()) {
         const Workspace::Keeper keep = m_data->Space()->KeptElsewhere();
         if (!keep)
-            FailWith("These data aren't part of a study. Import the file into a study to save analyses of it.");
+            FailWith(
+                Translated("These data aren't part of a study. Import the file into a study to save analyses of it."));
         m_data = keep(m_data);
         if (m_computed)
             m_computed->revision.reset();
@@ -209,10 +210,11 @@ void AnalysisDocument::Save() {
         store.ChangeAnalysis(m_analysisId, name, m_settings, result);
     m_saved = m_stored = m_settings;
     m_isResultSaved = true;
-    workspace->Tell(name + (isNew ? " has been added to the study"
-                            : isOther
-                                ? " has been added to the study, beside the saved one, which has been changed since"
-                                : " has been saved"));
+    workspace->Tell(
+        isNew ? Translated("%1 has been added to the study", {name})
+        : isOther
+            ? Translated("%1 has been added to the study, beside the saved one, which has been changed since", {name})
+            : Translated("%1 has been saved", {name}));
     Changed.Raise();
 }
 

@@ -113,20 +113,21 @@ void AnalysisPage::OnAnalyse(const Ref<ActionItem>& actionItem) {
 }
 
 std::string AnalysisPage::AskForFile(const std::string& filter, const std::string& ending) const {
-    return AskForSavePath("Export", filter, Document()->Name() + ending);
+    return AskForSavePath(Translated("Export"), filter, Document()->Name() + ending);
 }
 
 void AnalysisPage::OnExport() {
-    const std::string path = AskForFile("PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg", ".png");
+    const std::string path = AskForFile(
+        Translated("PNG picture") + " (*.png)|*.png|" + Translated("SVG drawing") + " (*.svg)|*.svg", ".png");
     if (path.empty())
         return;
     SaveChart(Scene(), exportedSize, Text(path));
-    SetStatus("Exported to " + path);
+    SetStatus(Translated("Exported to %1", {path}));
 }
 
 void AnalysisPage::OnCopy() {
     QGuiApplication::clipboard()->setImage(ChartPicture(Scene(), exportedSize));
-    SetStatus("The chart has been copied");
+    SetStatus(Translated("The chart has been copied"));
 }
 
 ChartScene BootstrapPage::Scene() const {
@@ -140,8 +141,8 @@ std::string BootstrapPage::Findings(const ChartScene&) const {
     const Column* column = Data().Find(Settings().columnX);
     if (result && column)
         return BootstrapText(*result, Settings(), *column, ReadPreferences().decimals);
-    return "Run resamples the data: it draws as many rows as there are, with replacement, many times. "
-           "The variation of the statistic among these samples shows how precise it is.";
+    return Translated("Run resamples the data: it draws as many rows as there are, with replacement, many times. The "
+                      "variation of the statistic among these samples shows how precise it is.");
 }
 
 void BootstrapPage::ShowAnalysis() {
@@ -162,9 +163,9 @@ void BootstrapPage::Start(const SharedTable& table) {
     if (m_running || !column || !column->IsNumeric())
         return;
     const AnalysisSettings settings = Settings();
-    SetStatus("Resampling " + CountText(static_cast<std::size_t>(settings.bootstrap.resamples)) + " times");
+    SetStatus(Translated("Resampling %1 times", {CountText(static_cast<std::size_t>(settings.bootstrap.resamples))}));
     StartJob(
-        {.title = "Bootstrap of " + SpokenName(column->name), .owner = Ref<Object>(this)},
+        {.title = Translated("Bootstrap of %1", {SpokenName(column->name)}), .owner = Ref<Object>(this)},
         [values = NumbersIn(table, column->name), options = settings.bootstrap](JobProgress& progress) {
             return RunBootstrap(*values, options, &progress);
         },
@@ -173,7 +174,7 @@ void BootstrapPage::Start(const SharedTable& table) {
             if (OwnForm())
                 OwnForm()->Refresh("Run");
             if (result.WasCancelled()) {
-                SetStatus("Cancelled; nothing has been changed");
+                SetStatus(Translated("Cancelled; nothing has been changed"));
                 return;
             }
             Document()->SetResult(result.Value(), settings, values);
@@ -186,12 +187,12 @@ void BootstrapPage::Start(const SharedTable& table) {
 
 void BootstrapPage::OnExport() {
     if (!Document()->Result())
-        FailWith("There is nothing to export yet. Choose Run first.");
-    const std::string path = AskForFile("Text (*.txt)|*.txt", ".txt");
+        FailWith(Translated("There is nothing to export yet. Choose Run first."));
+    const std::string path = AskForFile(Translated("Text") + " (*.txt)|*.txt", ".txt");
     if (path.empty())
         return;
     WriteWholeFile(Text(path), QByteArray::fromStdString(Document()->Name() + "\n\n" + Result() + "\n"));
-    SetStatus("Exported to " + path);
+    SetStatus(Translated("Exported to %1", {path}));
 }
 
 } // namespace studies

@@ -3,6 +3,7 @@
 
 #include "Csv.h"
 #include "EditedText.h"
+#include "Errors.h"
 #include "Files.h"
 #include "QtText.h"
 #include "Report.h"
@@ -51,24 +52,26 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
         const std::filesystem::path path = Path();
         const std::filesystem::path folder = path.parent_path();
         if (path.empty())
-            return "Choose a file.";
+            return Translated("Choose a file.");
         if (std::filesystem::is_directory(path, error))
-            return "This is a folder.";
+            return Translated("This is a folder.");
         if (!path.is_absolute() || !std::filesystem::is_directory(folder, error))
-            return "There is no folder “" + folder.string() + "”.";
+            return Translated("There is no folder “%1”.", {folder.string()});
         const bool isWritable = std::filesystem::exists(path, error) || ::access(folder.c_str(), W_OK) == 0;
-        return isWritable ? "" : "That folder isn't writable.";
+        return isWritable ? std::string() : Translated("That folder isn't writable.");
     }
     std::string Replaces() {
         std::error_code error;
-        return std::filesystem::is_regular_file(Path(), error) ? "The file exists and will be replaced." : "";
+        return std::filesystem::is_regular_file(Path(), error) ? Translated("The file exists and will be replaced.")
+                                                               : std::string();
     }
     // "Save As" asks for another file before the form saves. A page that isn't valid then holds the form back, for as
     // long as the command runs.
     void OnCommand(corvane::StandardCommandConstants command) override {
         if (command != corvane::StandardCommandConstants::cvSaveAs)
             return;
-        const std::string path = AskForSavePath("Export", "Text (*.csv *.tsv)|*.csv *.tsv", m_path);
+        const std::string path =
+            AskForSavePath(Translated("Export"), Translated("Text") + " (*.csv *.tsv)|*.csv *.tsv", m_path);
         m_moment->SetEnabled(m_thoughtBetter = path.empty());
         m_path = path.empty() ? m_path : path;
         OwnForm()->Refresh();
@@ -76,7 +79,7 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
     void OnSave() override {
         const std::string text = WriteCsv(About()->Data(), styles[static_cast<std::size_t>(m_format)]);
         WriteWholeFile(Text(Path().string()), QByteArray::fromStdString(text));
-        corvane::SetStatus(About()->Info().name + " has been exported to " + Path().string());
+        corvane::SetStatus(Translated("%1 has been exported to %2", {About()->Info().name, Path().string()}));
     }
 
 public:

@@ -43,7 +43,7 @@ protected:
     [[nodiscard]] std::string Size() const {
         if (const CsvResult* read = Read())
             return SizeText(read->table.rows, read->table.columns.size());
-        return Job()->IsReading() ? "Reading the file…" : "";
+        return Job()->IsReading() ? Translated("Reading the file…") : std::string();
     }
 };
 
@@ -85,7 +85,7 @@ public:
     [[nodiscard]] std::string Type() const { return m_isNumeric && !m_job->IsText(m_index) ? "numbers" : "text"; }
     void SetType(const std::string& type) {
         if (!m_isNumeric && type != "text")
-            FailWith("“" + m_name + "” has values that aren't numbers.");
+            FailWith(Translated("“%1” has values that aren't numbers.", {m_name}));
         m_job->SetText(m_index, type == "text");
     }
     static constexpr auto Members = corvane::Fields<&ImportedColumn::m_name, &ImportedColumn::m_values>(
@@ -120,7 +120,7 @@ class ImportFormatPage final : public corvane::Page<ImportFormatPage, ImportJob,
         if (!SkipVisible() || Skip())
             return {};
         const std::size_t count = Read()->skipped.size();
-        return (count == 1 ? "A row" : CountText(count) + " rows") + " can't be read:\n" + FirstLines(Read()->skipped);
+        return Translated(count, "A row can't be read:", "%1 rows can't be read:") + "\n" + FirstLines(Read()->skipped);
     }
     [[nodiscard]] std::string Kept() const { return Read() ? FirstLines(Read()->keptAsText) : std::string(); }
     [[nodiscard]] bool KeptVisible() const { return !Kept().empty(); }

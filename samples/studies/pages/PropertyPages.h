@@ -26,14 +26,19 @@ protected:
     }
     // What others have changed meanwhile stays, as far as it isn't changed here. False when there is nothing to save.
     bool TakeChanges(const std::string& storedName, const std::string& storedNotes) {
-        const std::string name = Merged(m_readName, Trimmed(m_name), storedName, "name");
-        const std::string notes = Merged(m_readNotes, m_notes, storedNotes, "text of the notes");
+        const std::string name = Merged(
+            m_readName, Trimmed(m_name), storedName,
+            Translated(
+                "The name has been changed in another window of Studies, to “%1”. OK replaces it; Cancel keeps it."));
+        const std::string notes = Merged(m_readNotes, m_notes, storedNotes,
+                                         Translated("The notes have been changed in another window of Studies, to "
+                                                    "“%1”. OK replaces them; Cancel keeps them."));
         Take(name, notes);
         return name != storedName || notes != storedNotes;
     }
     std::string NameProblem() { return Trimmed(m_name) == m_readName ? std::string() : ProblemOf(Trimmed(m_name)); }
     virtual std::string ProblemOf(const std::string& name) = 0;
-    void Tell() { AboutAs<Context>()->Space()->Tell("“" + m_name + "” has been changed"); }
+    void Tell() { AboutAs<Context>()->Space()->Tell(Translated("“%1” has been changed", {m_name})); }
     [[nodiscard]] Store& InStore() const { return AboutAs<Context>()->Space()->GetStore(); }
 };
 
@@ -96,13 +101,13 @@ class UnitsPage final : public corvane::Page<UnitsPage, DataSetContext> {
 
         void SetUnit(const std::string& unit) {
             if (!m_isNumeric && !Trimmed(unit).empty())
-                FailWith("Only columns of numbers have a unit.");
+                FailWith(Translated("Only columns of numbers have a unit."));
             m_unit = Trimmed(unit);
         }
 
     public:
         explicit Row(const Column& column)
-            : m_name(column.name), m_type(NameOf(column.type)), m_unit(column.unit), m_isNumeric(column.IsNumeric()),
+            : m_name(column.name), m_type(ShownName(column.type)), m_unit(column.unit), m_isNumeric(column.IsNumeric()),
               read(column.unit) {}
         [[nodiscard]] const std::string& Unit() const { return m_unit; }
 
@@ -125,7 +130,10 @@ class UnitsPage final : public corvane::Page<UnitsPage, DataSetContext> {
         bool isOther = false;
         for (const Column& stored : store.Columns(dataSet.id)) {
             const auto row = m_columns->Item(static_cast<corvane::Long>(units.size()) + 1).As<Row>();
-            units.push_back(Merged(row->read, row->Unit(), stored.unit, "unit of “" + stored.name + "”"));
+            units.push_back(Merged(row->read, row->Unit(), stored.unit,
+                                   Translated("The unit of “%2” has been changed in another window of Studies, to "
+                                              "“%1”. OK replaces it; Cancel keeps it.",
+                                              {"%1", stored.name})));
             isOther = isOther || units.back() != stored.unit;
         }
         if (!isOther)
@@ -133,7 +141,7 @@ class UnitsPage final : public corvane::Page<UnitsPage, DataSetContext> {
         store.SetDataSetProperties(dataSet.id, {dataSet.name, dataSet.notes, units});
         m_columns->Clear();
         OnInitialize();
-        About()->Space()->Tell("The units of “" + dataSet.name + "” have been changed");
+        About()->Space()->Tell(Translated("The units of “%1” have been changed", {dataSet.name}));
     }
 
 public:

@@ -29,7 +29,7 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
     QWidget* FirstFocus() override { return m_view; }
     QWidget* MakeWidget(QWidget* parent) override {
         m_view = new QTextBrowser(parent);
-        m_view->setAccessibleName("Report");
+        m_view->setAccessibleName(Text(Translated("Report")));
         m_view->setOpenLinks(false);
         // As on paper, whatever the theme.
         QPalette paper = m_view->palette();
@@ -54,9 +54,9 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
             return Show(DrawReport(ReportOn(subject, ReadPreferences(), Read), nullptr));
         }
         if (m_view->document()->isEmpty())
-            m_view->setPlainText("The report is being written…");
+            m_view->setPlainText(Text(Translated("The report is being written…")));
         m_job = corvane::StartJob(
-            {.title = "Report on " + subject.study.name, .owner = corvane::Ref<corvane::Object>(this)},
+            {.title = Translated("Report on %1", {subject.study.name}), .owner = corvane::Ref<corvane::Object>(this)},
             [subject, preferences = ReadPreferences()](JobProgress& progress) {
                 const auto steps = progress.Split({9, 1});
                 const auto Read = [&subject](Id id, JobProgress* own) { return ReadDataTable(subject.path, id, *own); };
@@ -80,13 +80,15 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
     // As HTML or PDF.
     void OnExport() {
         if (m_report.report.html.empty())
-            FailWith("There is nothing to export yet. The report is being written.");
-        const std::string path = AskForSavePath("Export", "HTML page (*.html)|*.html|PDF document (*.pdf)|*.pdf",
+            FailWith(Translated("There is nothing to export yet. The report is being written."));
+        const std::string path = AskForSavePath(Translated("Export"),
+                                                Translated("HTML page") + " (*.html)|*.html|" +
+                                                    Translated("PDF document") + " (*.pdf)|*.pdf",
                                                 m_report.report.title + ".html");
         if (path.empty())
             return;
         SaveReport(m_report, Text(path));
-        corvane::SetStatus("Exported to " + path);
+        corvane::SetStatus(Translated("Exported to %1", {path}));
     }
     void OnCopy() {
         if (m_view)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Choices.h"
+#include "Errors.h"
 #include "FigureTable.h"
 #include "Files.h"
 #include "QtText.h"
@@ -50,9 +51,9 @@ class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
         auto* layout = new QVBoxLayout(both);
         layout->setContentsMargins(0, 0, 0, 0);
         m_numbers = new FigureTable;
-        m_numbers->setAccessibleName("Statistics of numeric columns");
+        m_numbers->setAccessibleName(Text(Translated("Statistics of numeric columns")));
         m_texts = new FigureTable;
-        m_texts->setAccessibleName("Statistics of text columns");
+        m_texts->setAccessibleName(Text(Translated("Statistics of text columns")));
         layout->addWidget(m_numbers, 3);
         layout->addWidget(m_texts, 2);
         layout->addStretch();
@@ -109,7 +110,7 @@ class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
             return Show(FiguresIn(*table, m_groupName, decimals, nullptr));
         OwnForm()->Refresh("Size");
         m_job = corvane::StartJob(
-            {.title = "Summary of " + Data()->Info().name, .owner = corvane::Ref<corvane::Object>(this)},
+            {.title = Translated("Summary of %1", {Data()->Info().name}), .owner = corvane::Ref<corvane::Object>(this)},
             [table, group = m_groupName, decimals](corvane::JobProgress& progress) {
                 return FiguresIn(*table, group, decimals, &progress);
             },
@@ -134,12 +135,14 @@ class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
             m_numbers->Copy();
     }
     void OnExport() {
-        const std::string path = AskForSavePath("Export", "Text with tabs (*.tsv)|*.tsv", m_document->Name() + ".tsv");
+        const std::string path = AskForSavePath(Translated("Export"), Translated("Text with tabs") + " (*.tsv)|*.tsv",
+                                                m_document->Name() + ".tsv");
         if (path.empty())
             return;
-        const QString figures = m_numbers->AsText() + (m_texts->rowCount() > 0 ? "\n" + m_texts->AsText() : QString());
+        const QString figures =
+            m_numbers->AsText(true) + (m_texts->rowCount() > 0 ? "\n" + m_texts->AsText(true) : QString());
         WriteWholeFile(Text(path), figures.toUtf8());
-        corvane::SetStatus("Exported to " + path);
+        corvane::SetStatus(Translated("Exported to %1", {path}));
     }
     void OnSaveAnalysis() { m_document->Save(); }
     void OnTable() { OpenDataWindow(Data()); }

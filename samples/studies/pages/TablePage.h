@@ -3,6 +3,7 @@
 
 #include "Choices.h"
 #include "DataTableView.h"
+#include "Errors.h"
 #include "ProblemLabel.h"
 #include "QtText.h"
 #include "Report.h"
@@ -82,8 +83,7 @@ class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContex
     void CountRows() {
         const auto all = static_cast<std::size_t>(About()->Info().rows);
         const auto shown = static_cast<std::size_t>(m_model->rowCount());
-        m_count =
-            shown == all ? CountText(all) + (all == 1 ? " row" : " rows") : CountText(shown) + " of " + CountText(all);
+        m_count = shown == all ? RowsText(all) : Translated("%1 of %2", {CountText(shown), CountText(all)});
         OwnForm()->Refresh("Count");
     }
     void FollowData() {
@@ -98,9 +98,9 @@ class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContex
 
     void OnCopy() { m_view ? m_view->Copy() : void(); }
     void OnDelete() { m_view ? m_view->ClearCells() : void(); } // what the selected cells hold
-    void OnExport() { OpenWindow("Export", About(), {.caption = "Export " + About()->Info().name}); }
+    void OnExport() { OpenWindow("Export", About(), {.caption = Translated("Export %1", {About()->Info().name})}); }
     void OnProperties() {
-        OpenWindow("DataSetProperties", About(), {.caption = "Properties of " + About()->Info().name});
+        OpenWindow("DataSetProperties", About(), {.caption = Translated("Properties of %1", {About()->Info().name})});
     }
     void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem) { // by the item's name
         OpenNewAnalysis(About(), actionItem->Name());

@@ -1,5 +1,6 @@
 #include "ChartPainter.h"
 
+#include "Errors.h"
 #include "Histogram.h"
 #include "QtText.h"
 #include "Report.h"
@@ -304,9 +305,9 @@ QString PointTip(const ChartScene& scene, const ChartPoint& point) {
     QString tip;
     if (!scene.legend.empty())
         tip = Text(scene.legend[static_cast<std::size_t>(point.color)].first) + "\n";
-    return tip + QString("%1: %2\n%3: %4\nrow %5")
+    return tip + QString("%1: %2\n%3: %4\n%5")
                      .arg(Text(scene.x.label), Text(FigureText(point.x)), Text(scene.y.label),
-                          Text(FigureText(point.y)), Text(CountText(point.row + 1)));
+                          Text(FigureText(point.y)), Text(Translated("row %1", {CountText(point.row + 1)})));
 }
 
 } // namespace

@@ -26,7 +26,7 @@ void SaveSvg(const ChartScene& scene, const QSize& size, const QString& path) {
     generator.setTitle(QFileInfo(path).completeBaseName());
     QPainter painter;
     if (!painter.begin(&generator))
-        FailWith("The file “" + Utf8(path) + "” can't be written.");
+        FailWith(Translated("The file “%1” can't be written.", {Utf8(path)}));
     PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
 }
 
@@ -34,7 +34,7 @@ void SaveSvg(const ChartScene& scene, const QSize& size, const QString& path) {
 
 ChartWidget::ChartWidget(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName("Chart");
+    setAccessibleName(Text(Translated("Chart")));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
@@ -42,9 +42,9 @@ void ChartWidget::SetScene(ChartScene scene) {
     m_scene = std::move(scene);
     m_drawn = {};
     // For those who don't see it.
-    setAccessibleDescription(m_scene.empty.empty()
-                                 ? Text(m_scene.y.label + " over " + m_scene.x.label + ". " + m_scene.note)
-                                 : Text(m_scene.empty));
+    setAccessibleDescription(
+        m_scene.empty.empty() ? Text(Translated("%1 over %2", {m_scene.y.label, m_scene.x.label}) + ". " + m_scene.note)
+                              : Text(m_scene.empty));
     update();
 }
 
@@ -107,7 +107,7 @@ void SaveChart(const ChartScene& scene, const QSize& size, const QString& path) 
         return;
     }
     if (!ChartPicture(scene, size).save(path, "PNG"))
-        FailWith("The file “" + Utf8(path) + "” can't be written.");
+        FailWith(Translated("The file “%1” can't be written.", {Utf8(path)}));
 }
 
 } // namespace studies

@@ -76,7 +76,8 @@ void DataTableModel::SetView(const RowView& view) {
 void DataTableModel::StartFinding(const RowView& view, const SharedTable& table) {
     const bool sorts = view.sortColumn != m_view.sortColumn || view.descending != m_view.descending;
     m_job = StartJob(
-        {.title = (sorts ? "Sort " : "Filter ") + m_data->Info().name, .owner = m_owner},
+        {.title = sorts ? Translated("Sort %1", {m_data->Info().name}) : Translated("Filter %1", {m_data->Info().name}),
+         .owner = m_owner},
         [table, view](JobProgress& progress) { return RowsOf(*table, view, &progress); },
         [self = QPointer(this), view, number = m_number](JobResult<std::vector<std::uint32_t>>& result) {
             if (!self || number != self->m_number)
@@ -146,17 +147,22 @@ void DataTableModel::MeasureDecimals() {
             m_decimals[i] = std::max(m_decimals[i], DecimalsOf(Text(page.columns[i].Text(row))));
 }
 
+std::string DataTableModel::EditedText(const QModelIndex& index) const {
+    const std::string text = CellText(index);
+    return m_columns[static_cast<std::size_t>(index.column())].IsNumeric() ? ShownNumber(text) : text;
+}
+
 QString DataTableModel::ShownText(const QModelIndex& index) const {
     QString text = Text(CellText(index));
     if (text.isEmpty())
         return "NA";
     const auto column = static_cast<std::size_t>(index.column());
     const qsizetype decimals = DecimalsOf(text);
-    if (!m_columns[column].IsNumeric() || decimals >= m_decimals[column] || text.contains('e'))
+    if (!m_columns[column].IsNumeric())
         return text;
-    if (decimals == 0)
-        text += '.';
-    return text + QString(m_decimals[column] - decimals, '0');
+    if (decimals < m_decimals[column] && !text.contains('e'))
+        text += (decimals == 0 ? QString(".") : QString()) + QString(m_decimals[column] - decimals, '0');
+    return Text(ShownNumber(Utf8(text)));
 }
 
 int DataTableModel::rowCount(const QModelIndex& parent) const {
@@ -175,7 +181,7 @@ QVariant DataTableModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::AlignVCenter | (column.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::EditRole:
-        return Text(CellText(index));
+        return Text(EditedText(index));
     case Qt::DisplayRole:
         return ShownText(index);
     case Qt::ForegroundRole:
@@ -201,7 +207,7 @@ QVariant DataTableModel::headerData(int section, Qt::Orientation orientation, in
     case Qt::DisplayRole:
         return Text(column.Label());
     case Qt::ToolTipRole:
-        return Text(column.name + "\n" + std::string(NameOf(column.type)));
+        return Text(column.name + "\n" + ShownName(column.type));
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::AlignVCenter | (column.IsNumeric() ? Qt::AlignRight : Qt::AlignLeft));
     default:
@@ -218,7 +224,7 @@ bool DataTableModel::setData(const QModelIndex& index, const QVariant& value, in
     if (role != Qt::EditRole || !index.isValid())
         return false;
     const std::string text = Utf8(value.toString().trimmed());
-    if (text == CellText(index))
+    if (text == EditedText(index))
         return true;
     try {
         Change({ChangeOf(index, text)});
@@ -230,6 +236,13 @@ bool DataTableModel::setData(const QModelIndex& index, const QVariant& value, in
 }
 
 CellChange DataTableModel::ChangeOf(const QModelIndex& index, std::string text) const {
+    const Column& column = m_columns[static_cast<std::size_t>(index.column())];
+    if (column.IsNumeric()) {
+        const std::optional<std::string> plain = PlainNumber(text);
+        if (!plain)
+            FailWith(Translated("“%1” isn't a number, and “%2” is a numeric column.", {text, column.name}));
+        text = *plain;
+    }
     return {RowId(index.row()), index.column(), std::move(text), CellText(index)};
 }
 
@@ -237,7 +250,7 @@ void DataTableModel::Change(const std::vector<CellChange>& changes) {
     if (changes.empty())
         return;
     if (!m_data->Space()->Keeps())
-        FailWith("These data aren't part of a study. Import the file into a study to change them.");
+        FailWith(Translated("These data aren't part of a study. Import the file into a study to change them."));
     try {
         TheStore().SetCells(m_data->Number(), changes);
     } catch (...) {
@@ -245,8 +258,7 @@ void DataTableModel::Change(const std::vector<CellChange>& changes) {
         throw;
     }
     Reload();
-    m_data->Space()->Tell(changes.size() == 1 ? "A value has been changed"
-                                              : CountText(changes.size()) + " values have been changed");
+    m_data->Space()->Tell(Translated(changes.size(), "A value has been changed", "%1 values have been changed"));
 }
 
 void DataTableModel::Clear(const QModelIndexList& cells) {
@@ -268,7 +280,7 @@ void DataTableModel::Paste(const QModelIndex& from, const QString& text) {
             const QModelIndex cell =
                 index(from.row() + static_cast<int>(line), from.column() + static_cast<int>(fieldIndex));
             const std::string field = Utf8(fields[fieldIndex].trimmed());
-            if (cell.isValid() && field != CellText(cell))
+            if (cell.isValid() && field != EditedText(cell))
                 changes.push_back(ChangeOf(cell, field));
         }
     }
@@ -287,7 +299,7 @@ QString DataTableModel::AsText(const std::vector<int>& rows, const std::vector<i
     for (const int row : rows)
         AddLine([&](int column) {
             // What would look like the end of a field or line becomes a blank.
-            return Text(CellText(index(row, column))).replace('\t', ' ').replace('\n', ' ');
+            return Text(EditedText(index(row, column))).replace('\t', ' ').replace('\n', ' ');
         });
     return text;
 }

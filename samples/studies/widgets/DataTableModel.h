@@ -52,6 +52,8 @@ private:
     [[nodiscard]] Store& TheStore() const { return m_data->Space()->GetStore(); }
     [[nodiscard]] const Table& PageOf(int row) const;
     [[nodiscard]] std::string CellText(const QModelIndex& index) const;
+    // In the signs of the user's language, as it is edited and copied.
+    [[nodiscard]] std::string EditedText(const QModelIndex& index) const;
     [[nodiscard]] QString ShownText(const QModelIndex& index) const;
     void MeasureDecimals();
     void SetView(const RowView& view);

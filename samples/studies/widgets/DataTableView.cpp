@@ -1,5 +1,6 @@
 #include "DataTableView.h"
 
+#include "Errors.h"
 #include "QtText.h"
 #include "corvane/base/Failure.h"
 
@@ -13,7 +14,7 @@
 namespace studies {
 
 DataTableView::DataTableView(QWidget* parent) : QTableView(parent) {
-    setAccessibleName("Rows");
+    setAccessibleName(Text(Translated("Rows")));
     setAlternatingRowColors(true);
     setWordWrap(false);
     setHorizontalScrollMode(ScrollPerPixel);

@@ -1,6 +1,7 @@
 #include "FigureTable.h"
 
 #include "QtText.h"
+#include "corvane/author/Translation.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -9,6 +10,14 @@
 #include <QScrollBar>
 
 namespace studies {
+namespace {
+
+QString PlainFigure(const QString& shown) {
+    const std::string text = Utf8(shown);
+    return studies::Text(corvane::PlainNumber(text).value_or(text));
+}
+
+} // namespace
 
 FigureTable::FigureTable(QWidget* parent) : QTableWidget(parent) {
     setEditTriggers(NoEditTriggers);
@@ -60,7 +69,7 @@ void FigureTable::SetContent(const std::vector<FigureColumn>& columns, const std
         setColumnWidth(column, std::min(columnWidth(column) + fontMetrics().averageCharWidth(), widest));
 }
 
-QString FigureTable::AsText() const {
+QString FigureTable::AsText(bool forFile) const {
     QStringList lines;
     QStringList fields;
     for (int column = 0; column < columnCount(); ++column)
@@ -69,7 +78,9 @@ QString FigureTable::AsText() const {
     for (int row = 0; row < rowCount(); ++row) {
         fields.clear();
         for (int column = 0; column < columnCount(); ++column)
-            fields.append(item(row, column)->text());
+            fields.append(forFile && item(row, column)->textAlignment() & Qt::AlignRight
+                              ? PlainFigure(item(row, column)->text())
+                              : item(row, column)->text());
         lines.append(fields.join('\t'));
     }
     return lines.join('\n') + '\n';

@@ -23,8 +23,8 @@ public:
     void SetBlock(const SummaryBlock& block);
     void SetContent(const std::vector<FigureColumn>& columns, const std::vector<QStringList>& rows);
     void Copy();
-    // All of it, with the names.
-    [[nodiscard]] QString AsText() const;
+    // All of it, with the names; for a file with numbers that are the same in each language.
+    [[nodiscard]] QString AsText(bool forFile = false) const;
     // At which all rows are seen.
     [[nodiscard]] int HeightOfAll() const;
 

@@ -110,7 +110,7 @@ void SaveReport(const DrawnReport& report, const QString& path) {
     if (path.endsWith(".pdf", Qt::CaseInsensitive)) {
         QSaveFile probe(path); // the writer itself doesn't say why it couldn't
         if (!probe.open(QIODevice::WriteOnly))
-            FailWith("The file “" + Utf8(path) + "” can't be written: " + Utf8(probe.errorString()) + ".");
+            FailWith(Translated("The file “%1” can't be written: %2.", {Utf8(path), Utf8(probe.errorString())}));
         probe.cancelWriting();
         SavePdf(report, path);
         return;

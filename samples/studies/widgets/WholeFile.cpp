@@ -10,7 +10,7 @@ namespace studies {
 void WriteWholeFile(const QString& path, const QByteArray& bytes) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        FailWith("The file “" + Utf8(path) + "” can't be written: " + Utf8(file.errorString()) + ".");
+        FailWith(Translated("The file “%1” can't be written: %2.", {Utf8(path), Utf8(file.errorString())}));
 }
 
 } // namespace studies
