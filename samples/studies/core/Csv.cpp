@@ -319,22 +319,42 @@ CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options, corvan
     }
 }
 
+void WriteCsv(const Table& table, const CsvStyle& style, const std::function<void(std::string_view)>& write,
+              corvane::JobProgress* progress) {
+    constexpr std::size_t inOnePiece = 1'000'000; // bytes
+    std::string text;
+    const auto AddField = [&](std::size_t i, const std::string& field) {
+        if (i > 0)
+            text += style.delimiter;
+        text += Quoted(field, style.delimiter);
+    };
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+        AddField(i, table.columns[i].name);
+    text += '\n';
+    for (std::size_t row = 0; row < table.rows; ++row) {
+        for (std::size_t i = 0; i < table.columns.size(); ++i) {
+            const Column& column = table.columns[i];
+            std::string field = column.Text(row);
+            if (column.IsNumeric() && style.point != '.')
+                std::replace(field.begin(), field.end(), '.', style.point);
+            AddField(i, field);
+        }
+        text += '\n';
+        if (progress && row % 1000 == 0) {
+            progress->StopIfCancelled();
+            progress->SetPart(row, table.rows);
+        }
+        if (text.size() >= inOnePiece) {
+            write(text);
+            text.clear();
+        }
+    }
+    write(text);
+}
+
 std::string WriteCsv(const Table& table, const CsvStyle& style) {
     std::string text;
-    const auto FieldOf = [&](const Column& column, std::size_t row) {
-        std::string field = column.Text(row);
-        if (column.IsNumeric() && style.point != '.')
-            std::replace(field.begin(), field.end(), '.', style.point);
-        return field;
-    };
-    const auto WriteRow = [&](auto field) {
-        for (std::size_t i = 0; i < table.columns.size(); ++i)
-            text += (i > 0 ? std::string(1, style.delimiter) : "") + Quoted(field(table.columns[i]), style.delimiter);
-        text += '\n';
-    };
-    WriteRow([](const Column& column) { return column.name; });
-    for (std::size_t row = 0; row < table.rows; ++row)
-        WriteRow([&](const Column& column) { return FieldOf(column, row); });
+    WriteCsv(table, style, [&](std::string_view piece) { text += piece; });
     return text;
 }
 

@@ -4,6 +4,7 @@
 
 #include "Table.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,6 +48,9 @@ struct CsvStyle {
 
 // The table as text with a row of names and LF; quotes stand where a field needs them.
 [[nodiscard]] std::string WriteCsv(const Table& table, const CsvStyle& style = {});
+// The same in pieces of about a million bytes, for a job with its progress.
+void WriteCsv(const Table& table, const CsvStyle& style, const std::function<void(std::string_view)>& write,
+              corvane::JobProgress* progress = nullptr);
 
 // The delimiter that divides the first rows most evenly; the comma for text of one column.
 [[nodiscard]] char DetectDelimiter(std::string_view text);

@@ -9,7 +9,9 @@
 #include "Report.h"
 #include "WholeFile.h"
 #include "Workspace.h"
+#include "corvane/Jobs.h"
 #include "corvane/Page.h"
+#include "corvane/author/Host.h"
 #include "corvane/platform/Platform.h"
 
 #include <QDir>
@@ -76,10 +78,41 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
         m_path = path.empty() ? m_path : path;
         OwnForm()->Refresh();
     }
+    // A large table by a job, which goes on when the window has closed.
     void OnSave() override {
-        const std::string text = WriteCsv(About()->Data(), styles[static_cast<std::size_t>(m_format)]);
-        WriteWholeFile(Text(Path().string()), QByteArray::fromStdString(text));
-        corvane::SetStatus(Translated("%1 has been exported to %2", {About()->Info().name, Path().string()}));
+        const Target target{Path().string(), About()->Info().name, styles[static_cast<std::size_t>(m_format)]};
+        if (const SharedTable table = About()->Ready(); table && IsSmall(table->rows, table->columns.size())) {
+            Export(*table, target, nullptr);
+            SayDone(target);
+            return;
+        }
+        About()->WithTable(nullptr, [target](const SharedTable& table) {
+            if (table)
+                StartExport(table, target);
+        });
+    }
+    struct Target {
+        std::string path, name; // of the file, and of the data set
+        CsvStyle style;
+    };
+    static void Export(const Table& table, const Target& target, corvane::JobProgress* progress) {
+        WriteWholeFile(Text(target.path), [&](const Sink& write) { WriteCsv(table, target.style, write, progress); });
+    }
+    static void SayDone(const Target& target) {
+        corvane::SetStatus(Translated("%1 has been exported to %2", {target.name, target.path}));
+    }
+    static void StartExport(const SharedTable& table, const Target& target) {
+        corvane::StartJob(
+            {.title = Translated("Export %1", {target.name}),
+             .owner = corvane::FindService("Studies"),
+             .writes = {target.path}},
+            [table, target](corvane::JobProgress& progress) { Export(*table, target, &progress); },
+            [target](corvane::JobResult<void>& result) {
+                if (result.WasCancelled())
+                    return corvane::SetStatus(Translated("Cancelled; %1 hasn't been exported", {target.name}));
+                (void)result.Value();
+                SayDone(target);
+            });
     }
 
 public:

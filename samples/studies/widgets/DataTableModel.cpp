@@ -25,6 +25,29 @@ qsizetype DecimalsOf(const QString& number) {
     return point < 0 || number.contains('e') ? 0 : number.size() - point - 1;
 }
 
+// With the columns' names above where there are any.
+std::string LinesOf(std::size_t rows, std::size_t columns, const std::vector<Column>& names,
+                    const std::function<std::string(std::size_t row, std::size_t column)>& cell,
+                    JobProgress* progress) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += names[i].name + (i + 1 < names.size() ? '\t' : '\n');
+    for (std::size_t row = 0; row < rows; ++row) {
+        if (progress && row % 1000 == 0) {
+            progress->StopIfCancelled();
+            progress->SetPart(row, rows);
+        }
+        for (std::size_t i = 0; i < columns; ++i) {
+            // What would look like the end of a field or line becomes a blank.
+            std::string field = cell(row, i);
+            std::replace_if(
+                field.begin(), field.end(), [](char c) { return c == '\t' || c == '\n'; }, ' ');
+            text += field + (i + 1 < columns ? '\t' : '\n');
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 DataTableModel::DataTableModel(Ref<DataSetContext> data, Ref<Object> owner, QObject* parent)
@@ -287,21 +310,37 @@ void DataTableModel::Paste(const QModelIndex& from, const QString& text) {
     Change(changes);
 }
 
-QString DataTableModel::AsText(const std::vector<int>& rows, const std::vector<int>& columns, bool withNames) {
-    QString text;
-    const auto AddLine = [&](const auto& field) {
-        for (const int column : columns)
-            text += (column == columns.front() ? QString() : QString("\t")) + field(column);
-        text += '\n';
-    };
-    if (withNames)
-        AddLine([&](int column) { return Text(m_columns[static_cast<std::size_t>(column)].name); });
+void DataTableModel::WithText(const std::vector<int>& rows, const std::vector<int>& columns, bool withNames,
+                              std::function<void(const QString&)> done) {
+    std::vector<Column> named;
+    for (const int column : columns)
+        named.push_back(m_columns[static_cast<std::size_t>(column)]);
+    const std::vector<Column>& names = withNames ? named : std::vector<Column>();
+    if (IsSmall(rows.size(), columns.size())) {
+        const auto Cell = [&](std::size_t row, std::size_t column) {
+            return EditedText(index(rows[row], columns[column]));
+        };
+        return done(Text(LinesOf(rows.size(), columns.size(), names, Cell, nullptr)));
+    }
+    std::vector<std::size_t> positions;
     for (const int row : rows)
-        AddLine([&](int column) {
-            // What would look like the end of a field or line becomes a blank.
-            return Text(EditedText(index(row, column))).replace('\t', ' ').replace('\n', ' ');
+        positions.push_back(m_rows[static_cast<std::size_t>(row)]);
+    m_data->WithTable(
+        m_owner, [=, owner = m_owner, title = Translated("Copy %1", {m_data->Info().name})](const SharedTable& table) {
+            if (!table)
+                return;
+            StartJob(
+                {.title = title, .owner = owner},
+                [=](JobProgress& progress) {
+                    const auto Cell = [&](std::size_t row, std::size_t i) {
+                        const Column& column = table->columns[static_cast<std::size_t>(columns[i])];
+                        const std::string text = column.Text(positions[row]);
+                        return column.IsNumeric() ? ShownNumber(text) : text;
+                    };
+                    return LinesOf(positions.size(), columns.size(), names, Cell, &progress);
+                },
+                [done](const std::string& text) { done(Text(text)); });
         });
-    return text;
 }
 
 } // namespace studies

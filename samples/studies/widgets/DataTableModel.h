@@ -8,6 +8,7 @@
 
 #include <QAbstractTableModel>
 #include <QCache>
+#include <functional>
 #include <vector>
 
 namespace studies {
@@ -30,8 +31,10 @@ public:
     // Writes lines of fields that tabs divide, from that cell on; what doesn't fit is left out. One step to undo.
     // Fails, and changes nothing, for a text that its column can't take.
     void Paste(const QModelIndex& from, const QString& text);
-    // Rows by rows, with a tab between fields, "" for missing values.
-    [[nodiscard]] QString AsText(const std::vector<int>& rows, const std::vector<int>& columns, bool withNames);
+    // Rows by rows, with a tab between fields, "" for missing values: calls done with it, after a job where that takes
+    // longer than a moment.
+    void WithText(const std::vector<int>& rows, const std::vector<int>& columns, bool withNames,
+                  std::function<void(const QString&)> done);
 
     [[nodiscard]] const std::vector<Column>& Columns() const { return m_columns; }
 

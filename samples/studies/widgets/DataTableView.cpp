@@ -56,8 +56,8 @@ void DataTableView::Copy() {
         if (chosen[i])
             rows.push_back(static_cast<int>(i));
     const bool whole = static_cast<int>(rows.size()) == m_model->rowCount() && rows.size() > 1;
-    QGuiApplication::clipboard()->setText(
-        m_model->AsText(rows, std::vector<int>(columns.begin(), columns.end()), whole));
+    m_model->WithText(rows, std::vector<int>(columns.begin(), columns.end()), whole,
+                      [](const QString& text) { QGuiApplication::clipboard()->setText(text); });
 }
 
 void DataTableView::Paste() {

@@ -3,6 +3,8 @@
 #include "DataTableView.h"
 #include "FigureTable.h"
 #include "User.h"
+#include "WholeFile.h"
+#include "corvane/platform/IJobs.h"
 #include "desktop/explorer/ExplorerPanel.h"
 
 #include <QCheckBox>
@@ -82,6 +84,20 @@ protected:
         return nullptr;
     }
 };
+
+TEST_F(Pages, AFileIsWrittenWholeOrStaysAsItWas) {
+    const std::string path = Write("out.csv", "as it was");
+    const auto Fill = [](const Sink& write) {
+        write(std::string(3'000'000, 'x'));
+        throw JobCancelled();
+    };
+    EXPECT_THROW(WriteWholeFile(QString::fromStdString(path), Fill), JobCancelled);
+    EXPECT_EQ(Read(path), "as it was");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder.Path()), {}), 1) << "nothing is left over";
+    Table table{{{"a", ColumnType::Number, {}, {0.5, 1234}}, {"b", ColumnType::Text, {"x;y", ""}, {}}}, 2};
+    WriteWholeFile(QString::fromStdString(path), [&](const Sink& write) { WriteCsv(table, {';', ','}, write); });
+    EXPECT_EQ(Read(path), "a;b\n0,5;\"x;y\"\n1234;\n");
+}
 
 TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
     Start(false);
