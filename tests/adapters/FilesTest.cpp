@@ -2,7 +2,7 @@
 #include "adapters/files/PictureLoader.h"
 #include "adapters/ini/IniReader.h"
 #include "adapters/platform/ApplicationPlatform.h"
-#include "tests/adapters/Failing.h"
+#include "tests/support/Failing.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "adapters/plugins/PluginFactory.h"
 #include "corvane/base/PluginExport.h"
 #include "corvane/base/Variant.h"
-#include "tests/adapters/Failing.h"
+#include "tests/support/Failing.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "adapters/xml/XmlService.h"
-#include "tests/adapters/Failing.h"
+#include "tests/support/Failing.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

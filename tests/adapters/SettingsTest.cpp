@@ -1,6 +1,6 @@
 #include "adapters/files/SettingsStore.h"
 #include "corvane/base/Ref.h"
-#include "tests/adapters/Failing.h"
+#include "tests/support/Failing.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <csignal>

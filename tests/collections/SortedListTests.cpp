@@ -1,5 +1,6 @@
 #include "corvane/base/Text.h"
 #include "corvane/collections/SortedList.h"
+#include "tests/support/Failing.h"
 #include "tests/support/RecordingUtilities.h"
 
 #include <algorithm>
@@ -10,13 +11,13 @@
 namespace corvane {
 namespace {
 
+using test::FailureOf;
 using testing::NumberOf;
 using testing::RecordingPlatform;
 
 using Lines = std::vector<std::string>;
 
 constexpr Long KeyInvalid = static_cast<Long>(0x80040001);
-constexpr Long ModeInvalid = static_cast<Long>(0x80040003);
 
 class SortedListTest : public ::testing::Test {
 protected:
@@ -66,13 +67,8 @@ TEST_F(SortedListTest, RefusesWhatIsNoNumberInNumericMode) {
         EXPECT_EQ(NumberOf([&] { m_oList->Add(vKey, {}); }), KeyInvalid);
     EXPECT_EQ(m_oList->Count(), 0);
     (void)m_oPlatform.TakeLines();
-    try {
-        (void)m_oList->Exists("abc");
-        FAIL();
-    } catch (const Failure& oFailure) {
-        EXPECT_EQ(oFailure.Number, KeyInvalid);
-        EXPECT_EQ(oFailure.Description, "Key Invalid: Text keys are invalid when SortMode is Numeric");
-    }
+    EXPECT_EQ(FailureOf([&] { (void)m_oList->Exists("abc"); }),
+              "-2147221503: Key Invalid: Text keys are invalid when SortMode is Numeric");
     EXPECT_EQ(m_oPlatform.TakeLines(), Lines{"SortedList.Exists -2147221503"});
     EXPECT_EQ(m_oList->Keys(), Lines{});
     m_oList->SetSortMode(SortText);
@@ -82,13 +78,8 @@ TEST_F(SortedListTest, RefusesWhatIsNoNumberInNumericMode) {
 
 TEST_F(SortedListTest, TheModeChangesWhileNothingLivesInTheList) {
     m_oList->Add("1", {});
-    try {
-        m_oList->SetSortMode(SortText);
-        FAIL();
-    } catch (const Failure& oFailure) {
-        EXPECT_EQ(oFailure.Number, ModeInvalid);
-        EXPECT_EQ(oFailure.Description, "SortMode Failure: You cannot change the SortMode unless the list is empty.");
-    }
+    EXPECT_EQ(FailureOf([&] { m_oList->SetSortMode(SortText); }),
+              "-2147221501: SortMode Failure: You cannot change the SortMode unless the list is empty.");
     EXPECT_EQ(m_oPlatform.TakeLines(), Lines{"SortedList.SortMode (Let) -2147221501"});
     EXPECT_EQ(m_oList->SortMode(), SortNumeric);
     m_oList->RemoveTop();

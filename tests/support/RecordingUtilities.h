@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvane/base/Failure.h"
+#include "corvane/base/Variant.h"
 #include "corvane/platform/Platform.h"
 
 #include <string>
@@ -64,6 +65,16 @@ template <class Call>
         return 0;
     } catch (const Failure& failure) {
         return failure.Number;
+    }
+}
+
+// What a call returns, as text, or "fails" and the number of its failure.
+template <class Call>
+[[nodiscard]] std::string ResultOf(Call call) {
+    try {
+        return ToText(call());
+    } catch (const Failure& failure) {
+        return "fails " + std::to_string(failure.Number);
     }
 }
 

@@ -164,15 +164,10 @@ TEST_F(WindowsTest, AFailureKeepsTheHourglass) {
         EXPECT_EQ(Manager().Windows()->Count(), oCase.lRegistered);
     }
     EXPECT_TRUE(LastForm().IsLoaded());
-    try {
-        Manager().OpenWindow("Both", m_oContext);
-        FAIL();
-    } catch (const Failure& oFailure) {
-        EXPECT_EQ(oFailure.Source, "Validating OpenWindow paramters");
-        EXPECT_EQ(oFailure.Description,
-                  "A window was requested to be an MDIChild window, but also to be shown modally, "
-                  "and Windows does not allow this.");
-    }
+    EXPECT_EQ(
+        test::FailureOf([&] { Manager().OpenWindow("Both", m_oContext); }, true),
+        "-2147221504 (Validating OpenWindow paramters): A window was requested to be an MDIChild window, but also "
+        "to be shown modally, and Windows does not allow this.");
 }
 
 TEST_F(WindowsTest, WindowsArePlacedAndShownByTheirKind) {

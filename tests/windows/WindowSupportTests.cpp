@@ -96,14 +96,10 @@ TEST_F(MinWindowSizeTest, AHandleThatIsHookedAlreadyIsRefused) {
     EXPECT_EQ(NumberOf([&] { SetMinWindowSize(a + 1'000'000, 300, 300); }), FailureNumber::InvalidProcedureCall);
 }
 
-TEST_F(WindowsTest, AWindowHoldsItsMinimumSize) {
+TEST_F(MinWindowSizeTest, AWindowHoldsItsOwn) {
     Define("Edit", "PageWidth='1400' PageHeight='1300' DefPageWidth='3000' DefPageHeight='3000'");
     OpenHidden("Edit");
-    const Long hWnd = LastForm().HWnd();
-    MinMaxInfo oInfo;
-    m_oMessages->SendMessage(hWnd, WindowMessage::GetMinMaxInfo, 0, reinterpret_cast<std::intptr_t>(&oInfo));
-    EXPECT_EQ(oInfo.oMinTrackSize.lX, 100);
-    EXPECT_EQ(oInfo.oMinTrackSize.lY, 100);
+    EXPECT_EQ(MinimumOf(LastForm().HWnd()), "100x100 0");
 }
 
 TEST_F(WindowsTest, ASupportFormShowsTheLastWindowItWasGiven) {
@@ -117,13 +113,8 @@ TEST_F(WindowsTest, ASupportFormShowsTheLastWindowItWasGiven) {
     m_oTimers->TickAll();
     EXPECT_FALSE(m_oFactory->aForms[0]->Visible());
     EXPECT_TRUE(m_oFactory->aForms[1]->Visible());
-    try {
-        oSupport->OpenWindowAsync(nullptr);
-        FAIL();
-    } catch (const Failure& oFailure) {
-        EXPECT_EQ(oFailure.Number, FailureNumber::ObjectErrorBase);
-        EXPECT_EQ(oFailure.Source + ": " + oFailure.Description, "Check Parameters: oWindow is NULL.");
-    }
+    EXPECT_EQ(test::FailureOf([&] { oSupport->OpenWindowAsync(nullptr); }, true),
+              "-2147221504 (Check Parameters): oWindow is NULL.");
     EXPECT_EQ(m_oUtilities->TakeLines(), std::vector<std::string>{}); // it has no handler
 }
 

@@ -14,6 +14,7 @@
 #include "corvane/windows/PageBase.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "tests/support/Failing.h"
 #include "tests/support/RecordingUtilities.h"
 
 #include <gtest/gtest.h>

@@ -7,13 +7,14 @@
 
 namespace corvane::test {
 
-// "53: text", or "no failure".
+// "53: text", with its source "53 (source): text", or "no failure".
 template <class F>
-std::string FailureOf(F call) {
+std::string FailureOf(F call, bool withSource = false) {
     try {
         call();
     } catch (const Failure& failure) {
-        return std::to_string(failure.Number) + ": " + failure.Description;
+        return std::to_string(failure.Number) + (withSource ? " (" + failure.Source + "): " : ": ") +
+               failure.Description;
     }
     return "no failure";
 }
