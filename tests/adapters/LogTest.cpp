@@ -3,9 +3,9 @@
 #include "corvane/base/Ref.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <cctype>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <regex>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,22 +13,6 @@
 using namespace corvane;
 
 namespace {
-
-// Every digit of a line's first field as 9, and its last sign as +.
-std::string WithoutTimes(std::string log) {
-    bool inTime = true;
-    for (std::size_t i = 0; i < log.size(); ++i) {
-        if (log[i] == '\n')
-            inTime = true;
-        else if (log[i] == '\t')
-            inTime = false;
-        else if (inTime && std::isdigit(static_cast<unsigned char>(log[i])))
-            log[i] = '9';
-        else if (inTime && log[i] == '-' && i + 5 < log.size() && log[i + 5] == '\t')
-            log[i] = '+';
-    }
-    return log;
-}
 
 std::string ReadOf(const std::string& path) {
     return ReadBytes(path).value_or("no file");
@@ -46,14 +30,12 @@ TEST(Log, AFailureIsOneLineOfEscapedFields) {
     failure.Context = "in Open (Bird.OnOpen)"; // where in a plug-in, behind the context or instead of it
     utilities->LogError("App", "Module", "Third", failure, "", false);
     utilities->LogError("App", "Module", "Fourth", failure, "Class", false);
-    const std::string log = ReadOf(utilities->LogPath());
-    EXPECT_EQ(WithoutTimes(log),
-              "9999-99-99T99:99:99.999+9999\tApp\tModule\tName (Get)\t-1\tSource\ttwo\\nlines\\tand \\\\\tü\\r?\n"
-              "9999-99-99T99:99:99.999+9999\tApp\tModule\tSecond\t5\tCorvane\tInvalid procedure call or argument\t\n"
-              "9999-99-99T99:99:99.999+9999\tApp\tModule\tThird\t5\tCorvane\tInvalid procedure call or argument\t"
-              "in Open (Bird.OnOpen)\n"
-              "9999-99-99T99:99:99.999+9999\tApp\tModule\tFourth\t5\tCorvane\tInvalid procedure call or argument\t"
-              "Class; in Open (Bird.OnOpen)\n");
+    const std::regex begin("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}[+-]\\d{4}\tApp\tModule");
+    EXPECT_EQ(std::regex_replace(ReadOf(utilities->LogPath()), begin, "TIME"),
+              "TIME\tName (Get)\t-1\tSource\ttwo\\nlines\\tand \\\\\tü\\r?\n"
+              "TIME\tSecond\t5\tCorvane\tInvalid procedure call or argument\t\n"
+              "TIME\tThird\t5\tCorvane\tInvalid procedure call or argument\tin Open (Bird.OnOpen)\n"
+              "TIME\tFourth\t5\tCorvane\tInvalid procedure call or argument\tClass; in Open (Bird.OnOpen)\n");
 }
 
 TEST(Log, TheEnvironmentSaysWhetherToBreakOnErrors) {
