@@ -25,17 +25,20 @@
 namespace corvane::testing {
 namespace {
 
-// What has been reached, in order, and where the application ends.
+// What has been reached, in order, and where the application ends or a procedure fails.
 struct Road {
     void Reach(const std::string& sPlace) {
         const bool bEnds = sPlace == sEnd && !bEnded;
         (bEnded ? aAfterEnd : aReached).push_back(sPlace);
+        if (sPlace == sFailure)
+            Fail(77);
         if (!bEnds)
             return;
         CorvaneMain::Framework()->AppExit();
         bEnded = true;
     }
     std::string sEnd;
+    std::string sFailure;
     bool bEnded = false;
     Lines aReached;
     Lines aAfterEnd;
@@ -157,9 +160,10 @@ constexpr const char* sSteps =
 class Ending : public ::testing::Test {
 protected:
     // One way through the application, up to where it ends.
-    void Travel(const std::string& sEnd) {
+    void Travel(const std::string& sEnd, const std::string& sFailure = {}) {
         m_oRoad = {};
         m_oRoad.sEnd = sEnd;
+        m_oRoad.sFailure = sFailure;
         pRoad = &m_oRoad;
         Application oApplication;
         oApplication.AddService("A", sContent, {{"ProgID", "A"}}).AddService("B", "", {{"ProgID", "B"}});
@@ -246,6 +250,11 @@ TEST_F(Ending, FromEveryPlaceThatTheLibraryCalls) {
         std::erase_if(m_oRoad.aAfterEnd, MayComeAfterTheEnd);
         EXPECT_EQ(m_oRoad.aAfterEnd, Lines());
     }
+}
+
+TEST_F(Ending, LeavesNothingBehindAlsoWhenAServiceFailsToEnd) {
+    Travel("", "A.Terminate");
+    EXPECT_EQ(std::count(m_oRoad.aReached.begin(), m_oRoad.aReached.end(), "A.Terminate"), 1);
 }
 
 } // namespace

@@ -3,9 +3,6 @@
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
-#include "corvane/explorer/ExplorerItemBase.h"
-#include "corvane/explorer/ExplorerManager.h"
-#include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/platform/Platform.h"
 #include "corvane/services/ServiceBase.h"
@@ -83,46 +80,6 @@ TEST(StartAndStop, TheHostMustOfferBarBandAndTool) {
         EXPECT_EQ(NumberOf([&] { Singleton::Framework()->Initialize(frmMain, New<PanelForm>(), nullptr); }), lNumber);
         EXPECT_EQ(oApplication.TakeLog(), Lines{"Framework.Initialize " + std::to_string(lNumber)});
         EXPECT_EQ(oApplication.Services()->ServiceDefs()->Count(), 0); // nothing was read
-    }
-}
-
-int nItems = 0;
-
-// Its action items hold it, and it holds them.
-class CountedItem final : public IExplorerItemAccess {
-public:
-    CountedItem() {
-        ++nItems;
-        m_oBase->NameSilently("counted" + std::to_string(nItems));
-    }
-    ~CountedItem() override { --nItems; }
-    Ref<IExplorerItem> ExplorerItem() override { return m_oBase; }
-    std::string_view TypeName() const override { return "CountedItem"; }
-
-private:
-    Ref<ExplorerItemBase> m_oBase = New<ExplorerItemBase>();
-};
-
-TEST(StartAndStop, NothingIsLeftOfAnApplication) {
-    Application oApplication;
-    oApplication.AddService("A", R"(<ExplorerItems><ExplorerItem Name="Root" Type="Folder"/>
-        <ExplorerItem Name="Leaf" Type="Default" Parent="Root"><ActionItems><ActionItem Name="Open" Action="DoOpen"/>
-        </ActionItems><Menus><MenuItem Type="MenuItem" ActionItem="Open" Path="File" PositionOrder="1"/></Menus>
-        </ExplorerItem></ExplorerItems>)");
-    // Once more, and once with a service that fails to end.
-    for (const char* sStandIns :
-         {"{}", "{}", R"({"objects": {"A.Service": {"fail": {"Terminate": {"number": 77}}}}})"}) {
-        oApplication.SetStandIns(sStandIns);
-        ASSERT_EQ(oApplication.Start(), 0);
-        oApplication.Take("populate");
-        for (int i = 0; i < 3; ++i)
-            oApplication.Explorer()->AddToExplorer(New<CountedItem>(), "Leaf");
-        oApplication.Take("node 0 Leaf.counted2");
-        EXPECT_TRUE(oApplication.MasterTool("File.Open")->Visible());
-        EXPECT_EQ(nItems, 3);
-        EXPECT_EQ(oApplication.TakeLog(), Lines());
-        oApplication.Stop();
-        EXPECT_EQ(nItems, 0);
     }
 }
 

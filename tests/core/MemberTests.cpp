@@ -15,11 +15,11 @@
 #include "tests/support/RecordingUtilities.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -40,51 +40,19 @@ std::string WithoutComments(const std::filesystem::path& file) {
     return text;
 }
 
-void AddDeclaration(const std::string& text, const std::string& className, Declared& declared) {
-    const std::size_t parenthesis = text.find('(');
-    const std::size_t first = text.find_first_not_of(" \n");
-    if (parenthesis == std::string::npos || text.find('~') != std::string::npos)
-        return;
-    for (const char* other : {"static ", "using ", "Event<", "template ", "friend "})
-        if (text.compare(first, std::string_view(other).size(), other) == 0)
-            return;
-    std::size_t begin = parenthesis;
-    while (begin > 0 && (std::isalnum(static_cast<unsigned char>(text[begin - 1])) || text[begin - 1] == '_'))
-        --begin;
-    const std::string name = text.substr(begin, parenthesis - begin);
-    if (name != className)
-        (text.find(" override") != std::string::npos ? declared.overriding : declared.own).insert(name);
-}
-
-// body begins behind the brace of the class.
+// body begins at the brace of the class.
 Declared PublicFunctions(const std::string& body, const std::string& className) {
+    static const std::regex function(
+        R"(\n    (?!static|using|template|friend|Event<)(?=\S)[^\n({;=~]*\b(\w+)\(([^;{]*))");
     Declared declared;
-    std::string statement;
-    bool isPublic = false;
-    int depth = 1;
-    for (const char c : body) {
-        if (c == '{' && depth++ == 1 && isPublic)
-            AddDeclaration(statement, className, declared);
-        if (c == '}' && --depth == 0)
-            break;
-        if (depth != 1)
-            continue;
-        if (c == ';' && isPublic)
-            AddDeclaration(statement, className, declared);
-        if (c == ':' && statement.find('(') == std::string::npos) {
-            const std::size_t word = statement.find_first_not_of(" \n");
-            const std::string label = word == std::string::npos ? "" : statement.substr(word);
-            if (label == "public" || label == "private")
-                isPublic = label == "public";
-            if (label == "public" || label == "private") {
-                statement.clear();
-                continue;
-            }
-        }
-        if (c == ';' || c == '}')
-            statement.clear();
-        else
-            statement += c;
+    std::size_t end = 0;
+    for (std::size_t begin = body.find("\npublic:"); begin != std::string::npos; begin = body.find("\npublic:", end)) {
+        end = std::min(body.find("\nprivate:", begin), body.size());
+        const std::string part = body.substr(begin, end - begin);
+        for (std::sregex_iterator it(part.begin(), part.end(), function), last; it != last; ++it)
+            if (it->str(1) != className)
+                (it->str(2).find(" override") != std::string::npos ? declared.overriding : declared.own)
+                    .insert(it->str(1));
     }
     return declared;
 }
@@ -100,7 +68,7 @@ std::map<std::string, Declared> ClassesWithTables() {
         for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1)) {
             const std::size_t begin = at + mark.size();
             const std::string name = text.substr(begin, text.find_first_of(",>", begin) - begin);
-            classes[name] = PublicFunctions(text.substr(text.find('{', at) + 1), name);
+            classes[name] = PublicFunctions(text.substr(at, text.find("\n};", at) - at), name);
         }
     }
     return classes;
