@@ -76,15 +76,6 @@ TEST_F(Interaction, EachTransitionOfTheActiveItem) {
     }
 }
 
-TEST_F(Interaction, ANodeClickAndItsClickAreOne) {
-    Populate();
-    EXPECT_EQ(After("node 0 Leaf.a"), Lines{"Explorer OnActive(E.Root#1/a)"}); // its Click adds nothing
-    EXPECT_EQ(After("treeclick"), Lines());
-    EXPECT_EQ(After("node 0 Root\ndblclick"), (Lines{"Explorer OnInactive(E.Root#1/a)", "Explorer OnActive(E.Root#1)",
-                                                     "Explorer OnOpen(E.Root#1)"})); // no default action: no call
-    EXPECT_EQ(m_oApplication.TakeLog(), Lines());
-}
-
 TEST_F(Interaction, TheSameKeyInAnotherTreeCountsAsTheActiveNode) {
     Start(R"(<ExplorerItems>
         <ExplorerItem Name="One" Type="Folder" ProgID="E.One"/><ExplorerItem Name="Two" Type="Folder" ProgID="E.Two"/>

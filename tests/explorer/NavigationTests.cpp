@@ -2,7 +2,7 @@
 
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
-#include "tests/support/Application.h"
+#include "tests/support/Entries.h"
 
 #include <gtest/gtest.h>
 #include <utility>
@@ -12,18 +12,12 @@ namespace {
 
 // "Copy" is everybody's, each of the others has an entry of its own beside it.
 std::string Provider(const std::string& sOwn) {
-    return "<ActionItems><ActionItem Name='Copy' Action='DoCopy'/><ActionItem Name='" + sOwn + "' Action='DoOwn'/>" +
-           "</ActionItems><Menus><MenuItem Type='MenuItem' Path='Edit' ActionItem='Copy' PositionOrder='1'/>" +
-           "<MenuItem Type='MenuItem' Path='Edit' ActionItem='" + sOwn + "' PositionOrder='" + std::to_string(sOwn[0]) +
-           "'/></Menus>";
+    return Groups({{"MenuItem", "Copy", "Edit", "1"}, {"MenuItem", sOwn, "Edit", std::to_string(sOwn[0])}});
 }
 
 std::string Content() {
-    std::string sContent =
-        "<ActionItems><ActionItem Name='Edit'/><ActionItem Name='Copy' Action='DoCopy'/></ActionItems>"
-        "<Menus><MenuItem Type='MenuTitle' ActionItem='Edit' PositionOrder='1'/>"
-        "<MenuItem Type='MenuItem' Path='Edit' ActionItem='Copy' PositionOrder='1'/></Menus>"
-        "<ExplorerItems><ExplorerItem Name='Root' Type='Folder' ProgID='Root'/>";
+    std::string sContent = Groups(Entries("title Edit - 1; item Copy Edit 1")) +
+                           "<ExplorerItems><ExplorerItem Name='Root' Type='Folder' ProgID='Root'/>";
     for (const std::string sItem : {"A", "B"})
         sContent += "<ExplorerItem Name='" + sItem + "' Type='Folder' Parent='Root' ProgID='" + sItem + "'>" +
                     Provider(sItem) + "</ExplorerItem>";

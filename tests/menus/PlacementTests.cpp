@@ -6,7 +6,7 @@
 #include "corvane/menus/MenuManager.h"
 #include "corvane/platform/Platform.h"
 #include "corvane/services/ServiceManager.h"
-#include "tests/menus/Entries.h"
+#include "tests/support/Entries.h"
 #include "tests/support/RecordingUtilities.h"
 
 #include <gtest/gtest.h>

@@ -1,13 +1,11 @@
 // Who owns a tool at the moment, and what clicks and closed bars come to.
 
-#include "corvane/base/Automation.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/menus/MenuManager.h"
 #include "corvane/platform/Platform.h"
-#include "corvane/services/ServiceBase.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/IPage.h"
-#include "tests/menus/Entries.h"
+#include "tests/support/Entries.h"
 #include "tests/support/RecordingUtilities.h"
 
 #include <gtest/gtest.h>
@@ -63,7 +61,11 @@ protected:
 };
 
 TEST_F(Providers, AddedWithoutActivationTakeTheClicks) {
-    EXPECT_EQ(CallsOf("File.Keep"), Lines{"A.Service#1 DoKeep(Keep)"});
+    EXPECT_EQ(m_oApplication.Click("File.Fail"), 77);
+    EXPECT_EQ(m_oApplication.TakeLog(), (Lines{"ActionItem.OnAction 77", "MenuManager.m_oActiveBar_ToolClick 77"}));
+    (void)m_oApplication.TakeCalls();
+    EXPECT_EQ(CallsOf("File.Keep"), Lines{"A.Service#1 DoKeep(Keep)"}); // works after it
+    EXPECT_EQ(CallsOf("File"), Lines{"A.Service#1 DoFile(File)"});      // a title is an action like any other
     const Page oPage = NewPage();
     Add(oPage);
     EXPECT_EQ(File(), "Keep\nOnly  (hidden)\nFail\n");
@@ -90,11 +92,12 @@ TEST_F(Providers, LeaveASharedEntryGreyAndTakeTheirOwnAway) {
     EXPECT_EQ(CallsOf("File.Keep"), Lines());
     // What is set meanwhile shows when the page comes back.
     oPage.oProvider->ActionItems()->Item("Only")->SetEnabled(false);
+    oPage.oProvider->ActionItems()->Item("Only")->SetChecked(true);
     EXPECT_TRUE(m_oApplication.MasterTool("File.Only")->Enabled());
     Activate(oPage);
-    EXPECT_EQ(File(), "Keep\nOnly  (disabled)\nFail\n");
+    EXPECT_EQ(File(), "Keep\nOnly  (checked)  (disabled)\nFail\n");
     m_oApplication.Menus()->OnActionsProviderRemove(oPage.oObject, oPage.oProvider);
-    EXPECT_EQ(File(), "Keep  (hidden)\nOnly  (disabled)  (hidden)\nFail\n"); // even the shared one
+    EXPECT_EQ(File(), "Keep  (hidden)\nOnly  (checked)  (disabled)  (hidden)\nFail\n"); // even the shared one
 }
 
 TEST_F(Providers, TheLastCallDecides) {
@@ -174,45 +177,6 @@ TEST_F(Providers, AnAddedMenuFiresOnceItsProviderIsActive) {
     colDefs->Add(oProvider->ActionItems()->Item("New")->ActionItemDef(), "New");
     oMenus->OnActionsProviderActive(oService, oProvider, colDefs);
     EXPECT_EQ(CallsOf("File.New"), Lines{"A.Service#1 DoNew(New)"});
-}
-
-TEST_F(Providers, AFailingActionIsLoggedAndTheNextClickWorks) {
-    EXPECT_EQ(m_oApplication.Click("File.Fail"), 77);
-    EXPECT_EQ(m_oApplication.TakeLog(), (Lines{"ActionItem.OnAction 77", "MenuManager.m_oActiveBar_ToolClick 77"}));
-    EXPECT_EQ(m_oApplication.TakeCalls(), Lines{"A.Service#1 DoFail(Fail)"});
-    EXPECT_EQ(CallsOf("File.Keep"), Lines{"A.Service#1 DoKeep(Keep)"});
-    EXPECT_EQ(CallsOf("File"), Lines{"A.Service#1 DoFile(File)"}); // a title is an action like any other
-}
-
-// Chooses an entry while it carries out another.
-class Chooser final : public Automation<Chooser> {
-public:
-    explicit Chooser(std::function<void()> fnAct) : m_fnAct(std::move(fnAct)) {}
-    void Act() { m_fnAct(); }
-    std::string_view TypeName() const override { return "Chooser"; }
-    static constexpr auto Members = MemberTable(Method("DoOnly", &Chooser::Act));
-
-private:
-    std::function<void()> m_fnAct;
-};
-
-TEST_F(Providers, AClickDuringAnActionIsDropped) {
-    int nActs = 0;
-    const auto oChooser = New<Chooser>([&] {
-        ++nActs;
-        EXPECT_EQ(m_oApplication.Click("File.Keep"), 0);
-        EXPECT_EQ(m_oApplication.Click("File.Only"), 0);
-    });
-    const Page oPage{oChooser, New<ServiceBase>()};
-    Add(oPage);
-    Activate(oPage);
-    EXPECT_EQ(m_oApplication.Click("File.Only"), 0);
-    EXPECT_EQ(nActs, 1);
-    EXPECT_EQ(m_oApplication.Click("File.Only"), 0);
-    EXPECT_EQ(nActs, 2);
-    EXPECT_EQ(m_oApplication.TakeCalls(), Lines());
-    // The page's Keep names a procedure that this object hasn't.
-    EXPECT_EQ(m_oApplication.Click("File.Keep"), 438);
 }
 
 TEST_F(Providers, AClosedToolbarLosesItsCheckAndComesBack) {
