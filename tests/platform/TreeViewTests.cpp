@@ -160,6 +160,9 @@ TEST_F(TreeViewTest, RenderersHearAroundEveryChange) {
 
 TEST_F(TreeViewTest, LabelEdits) {
     const auto oNode = AddRoot("a");
+    const auto Leave = [](bool&) {};
+    const auto Rename = [&](bool&) { oNode->SetText("path"); };
+    const auto Accept = [](bool&, std::string&) {};
     const auto Cancel = [](bool& bCancel, std::string&) { bCancel = true; };
     const struct {
         const char* sName;
@@ -169,52 +172,35 @@ TEST_F(TreeViewTest, LabelEdits) {
         const char* sText;
         const char* sHeard;
     } aCases[] = {
-        {"Accepts", {}, {}, "new", "new", "editor "},
-        {"ReplacesTheText", {}, [](bool&, std::string& sText) { sText += "!"; }, "new", "new!", "editor "},
-        {"CancelsAfter", {}, Cancel, "new", "a", "editor "},
-        {"FailsAfter", {}, [](bool&, std::string&) { Fail(-1); }, "new", "new", "editor fails "},
-        {"ChangesTheNodeAndCancelsAfter",
-         {},
+        {"Accepts", Leave, Accept, "new", "new", "editor "},
+        {"ReplacesTheText", Leave, [](bool&, std::string& sText) { sText += "!"; }, "new", "new!", "editor "},
+        {"CancelsAfter", Leave, Cancel, "new", "a", "editor "},
+        {"FailsAfter", Leave, [](bool&, std::string&) { Fail(-1); }, "new", "new", "editor fails "},
+        {"ChangesTheNodeAndCancelsAfter", Leave,
          [&](bool& bCancel, std::string&) {
              oNode->SetText("other");
              bCancel = true;
          },
-         "new",
-         "a",
-         "editor "},
-        {"TheUserCancels", {}, {}, nullptr, "a", "editor "},
-        {"CancelsBefore", [](bool& bCancel) { bCancel = true; }, {}, "new", "a", ""},
-        {"FailsBefore", [](bool&) { Fail(-1); }, {}, "new", "a", "fails "},
-        {"ChangesTheTextBefore", [&](bool&) { oNode->SetText("path"); }, {}, "new", "new", "editor "},
-        {"ChangesTheTextBeforeAndTheUserCancels",
-         [&](bool&) { oNode->SetText("path"); },
-         {},
-         nullptr,
-         "path",
-         "editor "},
+         "new", "a", "editor "},
+        {"TheUserCancels", Leave, Accept, nullptr, "a", "editor "},
+        {"CancelsBefore", [](bool& bCancel) { bCancel = true; }, Accept, "new", "a", ""},
+        {"FailsBefore", [](bool&) { Fail(-1); }, Accept, "new", "a", "fails "},
+        {"ChangesTheTextBefore", Rename, Accept, "new", "new", "editor "},
+        {"ChangesTheTextBeforeAndTheUserCancels", Rename, Accept, nullptr, "path", "editor "},
         {"ChangesTheTextAndFailsBefore",
          [&](bool&) {
              oNode->SetText("path");
              Fail(-1);
          },
-         {},
-         "new",
-         "a",
-         "fails "},
-        {"EndsTheEditBefore", [&](bool&) { m_oTree->CancelLabelEdit(); }, {}, "new", "a", ""},
+         Accept, "new", "a", "fails "},
+        {"EndsTheEditBefore", [&](bool&) { m_oTree->CancelLabelEdit(); }, Accept, "new", "a", ""},
     };
     for (const auto& oCase : aCases) {
         std::string sHeard;
         oNode->SetText("a");
         m_oTree->SetSelectedItem(oNode);
-        const auto oBefore = m_oTree->BeforeLabelEdit.Subscribe([&](bool& bCancel) {
-            if (oCase.fnBefore)
-                oCase.fnBefore(bCancel);
-        });
-        const auto oAfter = m_oTree->AfterLabelEdit.Subscribe([&](bool& bCancel, std::string& sText) {
-            if (oCase.fnAfter)
-                oCase.fnAfter(bCancel, sText);
-        });
+        const auto oBefore = m_oTree->BeforeLabelEdit.Subscribe(oCase.fnBefore);
+        const auto oAfter = m_oTree->AfterLabelEdit.Subscribe(oCase.fnAfter);
         const auto oEditor = m_oTree->EditorRequested.Subscribe([&] { sHeard += "editor "; });
         if (NumberOf([&] { m_oTree->StartLabelEdit(); }) != 0)
             sHeard += "fails ";

@@ -1,5 +1,6 @@
 // The life of services, and what their records say.
 
+#include "adapters/xml/XmlService.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/services/ServiceBase.h"
@@ -177,23 +178,14 @@ TEST(MenuItemDef, KeysFollowTypePathAndAction) {
 }
 
 TEST(ActionItemDef, IsReadAgainWhole) {
-    struct Element final : IXmlNode {
-        std::optional<std::string> Attribute(std::string_view) const override { return {}; }
-        const char* AttributeText(std::string_view sName) const override { return sName == "Image" ? sImage : nullptr; }
-        void SetAttribute(std::string_view, std::string_view) override {}
-        std::vector<Ref<IXmlNode>> SelectNodes(std::string_view) const override { return {}; }
-        Ref<IXmlNode> SelectSingleNode(std::string_view) const override { return nullptr; }
-        Long Line() const override { return 7; }
-        const char* sImage = "open.bmp";
-    };
-    const auto oElement = New<Element>();
+    const auto oDocument = New<XmlService>()->NewDocument();
     const auto oDef = New<ActionItemDef>();
-    oDef->Initialize(oElement);
-    EXPECT_EQ(oDef->Image(), "open.bmp");
-    EXPECT_EQ(oDef->Line(), 7);
-    oElement->sImage = nullptr;
-    oDef->Initialize(oElement);
-    EXPECT_EQ(oDef->Image(), "");
+    for (const char* sImage : {"open.bmp", ""}) {
+        ASSERT_TRUE(oDocument->LoadXml(std::string("\n<A Name='A' ") + (*sImage ? "Image='open.bmp'/>" : "/>")));
+        oDef->Initialize(oDocument->SelectSingleNode("A"));
+        EXPECT_EQ(oDef->Image(), sImage);
+        EXPECT_EQ(oDef->Line(), 2);
+    }
 }
 
 } // namespace
