@@ -22,7 +22,7 @@ namespace {
 
 constexpr double textPoints = 10;
 constexpr double headPoints = 9;
-constexpr int previewedSheets = 100; // each is kept as a drawing, which takes time and memory
+constexpr std::size_t previewedSheets = 100; // each is kept as a drawing, which takes time and memory
 
 QFont FontOf(double points) {
     QFont font = QGuiApplication::font();
@@ -214,28 +214,48 @@ void Printout::ChooseOrientation(QPrinter& printer) const {
         printer.setPageOrientation(QPageLayout::Landscape);
 }
 
-std::size_t Printout::Paint(QPrinter& printer, const QString& title) const {
+// Whether all of it has been laid out.
+bool Printout::LayOut(Sheets& sheets, const Paper& paper) const {
+    for (const auto& part : m_parts) {
+        if (sheets.IsFull())
+            return false;
+        part->LayOut(sheets, paper);
+    }
+    return !sheets.IsFull();
+}
+
+std::size_t Printout::Paint(QPrinter& printer, const QString& title, const Watch& watch) const {
     QPainter painter;
     if (!painter.begin(&printer))
         return 0; // the printer knows why
     const QRectF page = painter.viewport();
     const double head = HeadHeight(printer);
     const QRectF content = page.adjusted(0, head, 0, -head);
-    Sheets sheets(content.width(), content.height());
-    const Paper paper = PaperOf(printer);
-    for (const auto& part : m_parts)
-        part->LayOut(sheets, paper);
-    const auto count = static_cast<int>(sheets.Count());
     const bool isPreview = printer.paintEngine()->type() == QPaintEngine::Picture;
+    Sheets sheets(content.width(), content.height(),
+                  isPreview ? previewedSheets : std::numeric_limits<std::size_t>::max(),
+                  [&](std::size_t sheet) { return !watch || watch(sheet, 0); });
+    const Paper paper = PaperOf(printer);
+    const bool isWhole = LayOut(sheets, paper);
+    if (sheets.IsStopped()) {
+        printer.abort();
+        return 0;
+    }
+    const auto count = static_cast<int>(sheets.Count());
     const int first = isPreview || printer.fromPage() == 0 ? 1 : printer.fromPage();
     int last = isPreview || printer.toPage() == 0 ? count : std::min(printer.toPage(), count);
     if (isPreview)
-        last = std::min(last, previewedSheets);
+        last = std::min(last, static_cast<int>(previewedSheets));
     for (int sheet = first; sheet <= last; ++sheet) {
+        if (watch && !watch(static_cast<std::size_t>(sheet - first + 1), static_cast<std::size_t>(last - first + 1))) {
+            printer.abort();
+            return 0;
+        }
         if (sheet > first)
             printer.newPage();
         PaintHead(painter, page, title);
-        painter.drawText(page, Qt::AlignRight | Qt::AlignBottom, tr("Page %1 of %2").arg(sheet).arg(count));
+        painter.drawText(page, Qt::AlignRight | Qt::AlignBottom,
+                         isWhole ? tr("Page %1 of %2").arg(sheet).arg(count) : tr("Page %1").arg(sheet));
         painter.drawText(page, Qt::AlignLeft | Qt::AlignBottom, QGuiApplication::applicationDisplayName());
         painter.save();
         painter.translate(content.topLeft());

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QFont>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -48,11 +49,16 @@ public:
 
     // Turns the paper so that it suits the content.
     void ChooseOrientation(QPrinter& printer) const;
-    // Draws the sheets that the printer is to print: all, or those from fromPage to toPage. A preview draws only the
-    // first hundred. Returns how many there are in all.
-    std::size_t Paint(QPrinter& printer, const QString& title) const;
+    // Called for each sheet that is laid out, with 0 for all, and for each that is drawn; false ends the work.
+    using Watch = std::function<bool(std::size_t sheet, std::size_t all)>;
+    // Draws the sheets that the printer is to print: all, or those from fromPage to toPage. A preview lays out and
+    // draws only the first hundred, and their feet don't say how many there are if there are more. Returns how many
+    // have been laid out; 0 after the watch has ended it, and the printer's work is aborted then.
+    std::size_t Paint(QPrinter& printer, const QString& title, const Watch& watch = {}) const;
 
 private:
+    [[nodiscard]] bool LayOut(Sheets& sheets, const Paper& paper) const;
+
     std::vector<std::unique_ptr<PrintoutPart>> m_parts;
 };
 

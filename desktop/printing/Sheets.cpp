@@ -1,7 +1,5 @@
 #include "desktop/printing/Sheets.h"
 
-#include <utility>
-
 namespace corvane::desktop {
 
 void Sheets::StartSheet() {
@@ -9,6 +7,8 @@ void Sheets::StartSheet() {
         return;
     m_sheets.emplace_back();
     m_used = 0;
+    if (m_watch && !m_isStopped)
+        m_isStopped = !m_watch(m_sheets.size());
 }
 
 void Sheets::Add(double height, Draw draw, double keep) {

@@ -3,6 +3,8 @@
 
 #include <QPainter>
 #include <functional>
+#include <limits>
+#include <utility>
 #include <vector>
 
 namespace corvane::desktop {
@@ -11,8 +13,16 @@ class Sheets {
 public:
     using Draw = std::function<void(QPainter&)>;
 
-    // Of one sheet, what there is for the content.
-    Sheets(double width, double height) : m_width(width), m_height(height), m_sheets(1) {}
+    // Called with the number of each sheet that begins; false stops.
+    using Watch = std::function<bool(std::size_t)>;
+
+    // Of one sheet, what there is for the content. Of more sheets than the limit only the beginning is laid out.
+    Sheets(double width, double height, std::size_t limit = std::numeric_limits<std::size_t>::max(), Watch watch = {})
+        : m_width(width), m_height(height), m_limit(limit), m_watch(std::move(watch)), m_sheets(1) {}
+
+    // Nothing more is wanted: whoever lays out much asks now and then.
+    [[nodiscard]] bool IsFull() const { return m_isStopped || m_sheets.size() > m_limit; }
+    [[nodiscard]] bool IsStopped() const { return m_isStopped; }
 
     [[nodiscard]] double Width() const { return m_width; }
     [[nodiscard]] double Height() const { return m_height; }
@@ -42,6 +52,9 @@ private:
     double m_width;
     double m_height;
     double m_used = 0;
+    std::size_t m_limit;
+    Watch m_watch;
+    bool m_isStopped = false;
     std::vector<std::vector<Piece>> m_sheets;
 };
 

@@ -223,6 +223,8 @@ void TablePart::LayOutBand(Sheets& sheets, const Paper& paper, const Band& band,
     };
     addHeads();
     for (const Row& row : m_rows) {
+        if (sheets.IsFull())
+            return;
         // A row that is higher than a sheet is cut at its end.
         const double height = std::min(HeightOf(row, band, metrics), sheets.Height() - headHeight);
         if (height > sheets.Left()) {
@@ -238,7 +240,8 @@ void TablePart::LayOut(Sheets& sheets, const Paper& paper) const {
     const QFontMetricsF metrics(paper.font, paper.device);
     m_bands = Bands(paper, sheets.Width());
     for (const Band& band : m_bands)
-        LayOutBand(sheets, paper, band, metrics);
+        if (!sheets.IsFull())
+            LayOutBand(sheets, paper, band, metrics);
 }
 
 } // namespace corvane::desktop

@@ -2,8 +2,10 @@
 
 #include "desktop/printing/Printout.h"
 #include "desktop/printing/WidgetContent.h"
+#include "desktop/service/PrintProgress.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QFile>
 #include <QGuiApplication>
@@ -105,7 +107,13 @@ void ScreenPrinter::ShowPreview(QPrinter& printer, const QString& title, const C
 void ScreenPrinter::Paint(QPrinter& printer, const QString& title, const Content& content) {
     Printout printout;
     content(printout);
-    printout.Paint(printer, title);
+    if (!m_host.withDialogs) {
+        printout.Paint(printer, title);
+        return;
+    }
+    QWidget* modal = QApplication::activeModalWidget();
+    PrintProgress progress(title, modal ? modal : m_host.mainWindow());
+    printout.Paint(printer, title, [&](std::size_t sheet, std::size_t all) { return progress.Show(sheet, all); });
 }
 
 bool ScreenPrinter::PrintToFile(QPrinter& printer, const QString& title, const Content& content) {

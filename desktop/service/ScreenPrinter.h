@@ -39,7 +39,7 @@ public:
 private:
     void Print(const QString& title, const Content& content);
     void ShowPreview(QPrinter& printer, const QString& title, const Content& content, bool hasPrinters);
-    static void Paint(QPrinter& printer, const QString& title, const Content& content);
+    void Paint(QPrinter& printer, const QString& title, const Content& content);
     bool PrintToFile(QPrinter& printer, const QString& title, const Content& content); // false without a file
 
     Host m_host;

@@ -119,6 +119,13 @@
     </message>
 </context>
 <context>
+    <name>BarActions</name>
+    <message>
+        <source>for one item</source>
+        <translation>für ein Element</translation>
+    </message>
+</context>
+<context>
     <name>BarRenderer</name>
     <message>
         <source>Status</source>
@@ -127,6 +134,14 @@
     <message>
         <source>More of %1</source>
         <translation>Mehr aus %1</translation>
+    </message>
+    <message>
+        <source>%1, and then…</source>
+        <translation>%1, und dann …</translation>
+    </message>
+    <message>
+        <source>No command has the shortcut %1.</source>
+        <translation>Kein Befehl hat das Tastenkürzel %1.</translation>
     </message>
 </context>
 <context>
@@ -342,7 +357,7 @@
     </message>
     <message>
         <source>Unchecked entries are hidden. Toolbar buttons can be moved and added.</source>
-        <translation>Einträge ohne Häkchen sind ausgeblendet. Schaltflächen von Symbolleisten lassen sich verschieben und hinzufügen.</translation>
+        <translation type="vanished">Einträge ohne Häkchen sind ausgeblendet. Schaltflächen von Symbolleisten lassen sich verschieben und hinzufügen.</translation>
     </message>
     <message>
         <source>&amp;Forget These</source>
@@ -401,6 +416,10 @@
 %1</source>
         <translation>Aufbewahrt für Einträge, die es nicht mehr gibt:
 %1</translation>
+    </message>
+    <message>
+        <source>Unchecked entries are hidden. Drag entries to move them, or use the buttons.</source>
+        <translation>Einträge ohne Häkchen sind verborgen. Ziehen Sie Einträge an eine andere Stelle, oder nehmen Sie die Schaltflächen.</translation>
     </message>
 </context>
 <context>
@@ -517,6 +536,28 @@
     <message>
         <source>Explorer tabs</source>
         <translation>Registerkarten des Explorers</translation>
+    </message>
+</context>
+<context>
+    <name>ExplorerTree</name>
+    <message numerus="yes">
+        <source>%n items</source>
+        <translation>
+            <numerusform>%n Element</numerusform>
+            <numerusform>%n Elemente</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing here takes other items.</source>
+        <translation>Hier nimmt nichts andere Elemente auf.</translation>
+    </message>
+    <message>
+        <source>Return moves %1 here, Ctrl+Return copies. Esc cancels.</source>
+        <translation>Eingabe verschiebt %1 hierher, Strg+Eingabe kopiert. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>Go to where %1 belongs with the arrow keys. Esc cancels.</source>
+        <translation>Gehen Sie mit den Pfeiltasten zum Ziel für %1. Esc bricht ab.</translation>
     </message>
 </context>
 <context>
@@ -1055,6 +1096,20 @@
     <message>
         <source>active</source>
         <translation>aktiv</translation>
+    </message>
+</context>
+<context>
+    <name>ItemTexts</name>
+    <message numerus="yes">
+        <source>“%1” is for one item, and %n are selected.</source>
+        <translation>
+            <numerusform>„%1“ ist für ein Element, und %n ist ausgewählt.</numerusform>
+            <numerusform>„%1“ ist für ein Element, und %n sind ausgewählt.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing here opens %1.</source>
+        <translation>Hier kann nichts %1 öffnen.</translation>
     </message>
 </context>
 <context>
@@ -1753,10 +1808,37 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     </message>
 </context>
 <context>
+    <name>PrintProgress</name>
+    <message>
+        <source>Print: %1</source>
+        <translation>Drucken: %1</translation>
+    </message>
+    <message>
+        <source>Sheets</source>
+        <translation>Blätter</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Laying out sheet %1</source>
+        <translation>Blatt %1 wird gesetzt</translation>
+    </message>
+    <message>
+        <source>Sheet %1 of %2</source>
+        <translation>Blatt %1 von %2</translation>
+    </message>
+</context>
+<context>
     <name>Printout</name>
     <message>
         <source>Page %1 of %2</source>
         <translation>Seite %1 von %2</translation>
+    </message>
+    <message>
+        <source>Page %1</source>
+        <translation>Seite %1</translation>
     </message>
 </context>
 <context>
@@ -2074,6 +2156,14 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
         <source>%1 is also used by %2: %3. The command takes precedence.</source>
         <translation>%1 wird auch verwendet für %2: %3. Der Befehl hat Vorrang.</translation>
     </message>
+    <message>
+        <source>%1 begins with the shortcut of %2, which won&apos;t work any more.</source>
+        <translation>%1 beginnt mit dem Tastenkürzel von %2, das dann nicht mehr wirkt.</translation>
+    </message>
+    <message>
+        <source>%1 won&apos;t work, as it is the beginning of the shortcut of %2.</source>
+        <translation>%1 wirkt nicht, da das Tastenkürzel von %2 so beginnt.</translation>
+    </message>
 </context>
 <context>
     <name>StartPage</name>
@@ -2306,6 +2396,10 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
     <message>
         <source>Save window</source>
         <translation>Fenster speichern</translation>
+    </message>
+    <message>
+        <source>Move to another item</source>
+        <translation>In ein anderes Element verschieben</translation>
     </message>
 </context>
 <context>

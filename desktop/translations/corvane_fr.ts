@@ -119,6 +119,13 @@
     </message>
 </context>
 <context>
+    <name>BarActions</name>
+    <message>
+        <source>for one item</source>
+        <translation>pour un seul élément</translation>
+    </message>
+</context>
+<context>
     <name>BarRenderer</name>
     <message>
         <source>Status</source>
@@ -127,6 +134,14 @@
     <message>
         <source>More of %1</source>
         <translation>Suite de %1</translation>
+    </message>
+    <message>
+        <source>%1, and then…</source>
+        <translation>%1, puis…</translation>
+    </message>
+    <message>
+        <source>No command has the shortcut %1.</source>
+        <translation>Aucune commande n’a le raccourci %1.</translation>
     </message>
 </context>
 <context>
@@ -342,7 +357,7 @@
     </message>
     <message>
         <source>Unchecked entries are hidden. Toolbar buttons can be moved and added.</source>
-        <translation>Les entrées non cochées sont masquées. Les boutons des barres d’outils peuvent être déplacés et ajoutés.</translation>
+        <translation type="vanished">Les entrées non cochées sont masquées. Les boutons des barres d’outils peuvent être déplacés et ajoutés.</translation>
     </message>
     <message>
         <source>&amp;Forget These</source>
@@ -401,6 +416,10 @@
 %1</source>
         <translation>Conservé pour des entrées qui n’existent plus :
 %1</translation>
+    </message>
+    <message>
+        <source>Unchecked entries are hidden. Drag entries to move them, or use the buttons.</source>
+        <translation>Les entrées non cochées sont masquées. Faites glisser les entrées pour les déplacer, ou utilisez les boutons.</translation>
     </message>
 </context>
 <context>
@@ -517,6 +536,28 @@
     <message>
         <source>Explorer tabs</source>
         <translation>Onglets de l’explorateur</translation>
+    </message>
+</context>
+<context>
+    <name>ExplorerTree</name>
+    <message numerus="yes">
+        <source>%n items</source>
+        <translation>
+            <numerusform>%n élément</numerusform>
+            <numerusform>%n éléments</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing here takes other items.</source>
+        <translation>Rien ici n’accepte d’autres éléments.</translation>
+    </message>
+    <message>
+        <source>Return moves %1 here, Ctrl+Return copies. Esc cancels.</source>
+        <translation>Entrée déplace %1 ici, Ctrl+Entrée copie. Échap annule.</translation>
+    </message>
+    <message>
+        <source>Go to where %1 belongs with the arrow keys. Esc cancels.</source>
+        <translation>Allez à la cible de %1 avec les flèches. Échap annule.</translation>
     </message>
 </context>
 <context>
@@ -1055,6 +1096,20 @@
     <message>
         <source>active</source>
         <translation>active</translation>
+    </message>
+</context>
+<context>
+    <name>ItemTexts</name>
+    <message numerus="yes">
+        <source>“%1” is for one item, and %n are selected.</source>
+        <translation>
+            <numerusform>« %1 » s’applique à un seul élément, et %n est sélectionné.</numerusform>
+            <numerusform>« %1 » s’applique à un seul élément, et %n sont sélectionnés.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing here opens %1.</source>
+        <translation>Rien ici n’ouvre %1.</translation>
     </message>
 </context>
 <context>
@@ -1753,10 +1808,37 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     </message>
 </context>
 <context>
+    <name>PrintProgress</name>
+    <message>
+        <source>Print: %1</source>
+        <translation>Imprimer : %1</translation>
+    </message>
+    <message>
+        <source>Sheets</source>
+        <translation>Feuilles</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Annuler</translation>
+    </message>
+    <message>
+        <source>Laying out sheet %1</source>
+        <translation>Mise en page de la feuille %1</translation>
+    </message>
+    <message>
+        <source>Sheet %1 of %2</source>
+        <translation>Feuille %1 sur %2</translation>
+    </message>
+</context>
+<context>
     <name>Printout</name>
     <message>
         <source>Page %1 of %2</source>
         <translation>Page %1 sur %2</translation>
+    </message>
+    <message>
+        <source>Page %1</source>
+        <translation>Page %1</translation>
     </message>
 </context>
 <context>
@@ -2074,6 +2156,14 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
         <source>%1 is also used by %2: %3. The command takes precedence.</source>
         <translation>%1 est aussi utilisé par %2 : %3. La commande est prioritaire.</translation>
     </message>
+    <message>
+        <source>%1 begins with the shortcut of %2, which won&apos;t work any more.</source>
+        <translation>%1 commence par le raccourci de %2, qui ne fonctionnera plus.</translation>
+    </message>
+    <message>
+        <source>%1 won&apos;t work, as it is the beginning of the shortcut of %2.</source>
+        <translation>%1 ne fonctionne pas, car le raccourci de %2 commence ainsi.</translation>
+    </message>
 </context>
 <context>
     <name>StartPage</name>
@@ -2306,6 +2396,10 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
     <message>
         <source>Save window</source>
         <translation>Enregistrer la fenêtre</translation>
+    </message>
+    <message>
+        <source>Move to another item</source>
+        <translation>Déplacer vers un autre élément</translation>
     </message>
 </context>
 <context>

@@ -186,6 +186,46 @@ TEST(Printout, PreviewIsBoundedAndAPrinterTakesTheSheetsThatAreAskedFor) {
     EXPECT_TRUE(paper.Texts().contains("Page 149 of 150")) << paper.Texts().toStdString();
 }
 
+// A table that says which rows it has been asked for.
+class LongTable final : public QAbstractTableModel {
+public:
+    [[nodiscard]] int rowCount(const QModelIndex& /*parent*/) const override { return 200'000; }
+    [[nodiscard]] int columnCount(const QModelIndex& /*parent*/) const override { return 2; }
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        asked += role == Qt::DisplayRole;
+        return role == Qt::DisplayRole ? QVariant(index.row()) : QVariant();
+    }
+    mutable int asked = 0;
+};
+
+TEST(Printout, LongTableIsLaidOutAsFarAsItIsPreviewedAndElseStopsAtAnySheet) {
+    LongTable table;
+    Printout printout;
+    printout.AddTable(table);
+    RecordingPaper preview(QPaintEngine::Picture);
+    PrintOn(preview, printout);
+    EXPECT_EQ(preview.sheets.size(), 100);
+    EXPECT_TRUE(preview.Texts(99).contains("Page 100|")) << preview.Texts(99).toStdString();
+    EXPECT_LT(table.asked, 40'000);
+
+    RecordingPaper paper;
+    PaperPrinter printer(paper);
+    int most = 0; // cells between two sheets
+    int before = table.asked;
+    std::size_t sheets = 0;
+    EXPECT_EQ(printout.Paint(printer, "Birds",
+                             [&](std::size_t sheet, std::size_t all) {
+                                 most = sheet == 2 ? 0 : std::max(most, table.asked - before);
+                                 before = table.asked;
+                                 sheets = sheet;
+                                 return all == 0 && sheet < 50;
+                             }),
+              0U);
+    EXPECT_EQ(sheets, 50U);
+    EXPECT_LT(most, 400);
+    EXPECT_EQ(Content(paper), QStringList());
+}
+
 TEST(Printout, FormIsPrintedAsItIsRead) {
     using forms::Has;
     using forms::Item;
