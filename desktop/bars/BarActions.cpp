@@ -5,6 +5,7 @@
 #include "desktop/translation/ShownText.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QFont>
 #include <QStyle>
 #include <QStyleOption>
@@ -96,6 +97,12 @@ void BarActions::ShowState(const Tool& master) {
                 State(shown);
 }
 
+void BarActions::ShowAllStates() {
+    for (const auto& [instance, shownItems] : m_shown)
+        for (const Shown& shown : shownItems)
+            State(shown);
+}
+
 void BarActions::ShowTexts(const Tool* instance) {
     if (const auto it = m_shown.find(instance); it != m_shown.end())
         for (const Shown& shown : it->second)
@@ -138,8 +145,9 @@ void BarActions::State(const Shown& shown) {
         action->setCheckable(tool.Checked());
     if (action->isChecked() != tool.Checked())
         action->setChecked(tool.Checked());
-    if (action->isEnabled() != tool.Enabled())
-        action->setEnabled(tool.Enabled());
+    const bool enabled = tool.Enabled() && WhyNot(tool).isEmpty();
+    if (action->isEnabled() != enabled)
+        action->setEnabled(enabled);
     if (action->isVisible() != tool.Visible()) {
         action->setVisible(tool.Visible());
         if (shown.place == ActionPlace::Toolbar)
@@ -154,9 +162,12 @@ void BarActions::Texts(const Shown& shown) {
     const Tool& tool = *shown.instance;
     ++m_touched;
     QString text = CaptionOf(tool);
+    const QString whyNot = WhyNot(tool);
     if (shown.place == ActionPlace::Menu) {
         // Behind the tab a menu shows it in the column of shortcuts.
-        if (const QString keys = m_changes->KeysText(tool); !keys.isEmpty() && tool.DropDownBand().empty())
+        if (!whyNot.isEmpty())
+            text += "\t" + QCoreApplication::translate("BarActions", "for one item");
+        else if (const QString keys = m_changes->KeysText(tool); !keys.isEmpty() && tool.DropDownBand().empty())
             text += "\t" + keys;
     } else {
         if (const QIcon& icon = IconFor(tool); icon.cacheKey() != action->icon().cacheKey())
@@ -165,7 +176,7 @@ void BarActions::Texts(const Shown& shown) {
         action->setToolTip(ToolTipOf(tool, m_changes->KeysText(tool)));
     }
     action->setText(text);
-    action->setStatusTip(ShownDescription(tool));
+    action->setStatusTip(whyNot.isEmpty() ? ShownDescription(tool) : whyNot);
     if (action->font().bold() != tool.IsDefaultItem()) {
         QFont font = action->font();
         font.setBold(tool.IsDefaultItem());

@@ -36,6 +36,10 @@ public:
     void ShowTexts(const Tool* instance);
     void ShowAllTexts();
     void SetChanges(const BarChanges& changes) { m_changes = &changes; }
+    // As BarRenderer's.
+    void SetWhyNot(std::function<QString(const Tool&)> whyNot) { m_whyNot = std::move(whyNot); }
+    [[nodiscard]] QString WhyNot(const Tool& tool) const { return m_whyNot ? m_whyNot(tool) : QString(); }
+    void ShowAllStates();
     // The instance that an action shows; nothing for an action of others.
     [[nodiscard]] Ref<Tool> InstanceOf(const QAction* action) const;
     // How often an action was touched since the start, for measuring what a change costs.
@@ -61,6 +65,7 @@ private:
 
     ClickFunction m_click;
     const BarChanges* m_changes = &BarChanges::None();
+    std::function<QString(const Tool&)> m_whyNot;
     std::unordered_map<const Tool*, std::vector<Shown>> m_shown; // by instance
     std::map<std::pair<const Picture*, const Picture*>, ShownIcon> m_icons;
     long m_touched = 0;

@@ -15,7 +15,7 @@ class BarChanges {
 public:
     virtual ~BarChanges() = default;
 
-    // The keys of a tool, each of one stroke.
+    // The keys of a tool, each of one stroke or of two, one after the other.
     [[nodiscard]] virtual QList<QKeySequence> KeysOf(const Tool& tool) const;
     // Keys that the user gave come before those of definitions, where both are the same.
     [[nodiscard]] virtual bool HasOwnKeys(const Tool& /*tool*/) const { return false; }

@@ -21,6 +21,8 @@ namespace corvane::desktop {
 
 namespace {
 
+constexpr int messageTime = 5000; // ms
+
 bool IsBand(const Band& band, std::string_view name) {
     return EqualText(band.Name(), name);
 }
@@ -74,9 +76,8 @@ int RankOf(const std::string& band) {
 
 BarRenderer::BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, Guard guard)
     : QObject(window), m_activeBar(std::move(activeBar)), m_window(window), m_guard(std::move(guard)),
-      m_actions([this](const Ref<Tool>& tool) { m_guard([&] { m_activeBar->Click(tool); }); }),
-      m_menus(m_activeBar, m_actions, m_guard), m_shortCuts(m_activeBar),
-      m_menuBar(new MenuBar(m_menus, m_actions, window)), m_status(new QLabel) {
+      m_actions([this](const Ref<Tool>& tool) { Choose(tool); }), m_menus(m_activeBar, m_actions, m_guard),
+      m_shortCuts(m_activeBar), m_menuBar(new MenuBar(m_menus, m_actions, window)), m_status(new QLabel) {
     m_window->setMenuBar(m_menuBar);
     m_status->setTextFormat(Qt::PlainText);
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -94,6 +95,15 @@ BarRenderer::BarRenderer(Ref<ActiveBar> activeBar, QMainWindow* window, Guard gu
 }
 
 BarRenderer::~BarRenderer() = default;
+
+bool BarRenderer::Choose(const Ref<Tool>& tool) {
+    if (const QString why = WhyNot(*tool); !why.isEmpty()) {
+        Q_EMIT Refused(why);
+        return false;
+    }
+    m_guard([&] { m_activeBar->Click(tool); });
+    return true;
+}
 
 QToolBar* BarRenderer::ToolbarOf(const Band& band) const {
     const auto it = m_toolbars.find(&band);
@@ -378,10 +388,59 @@ bool BarRenderer::IsForWindow(QObject* watched) const {
     return false;
 }
 
+// What was pressed first is said in the status bar until the second stroke has come.
+void BarRenderer::WaitForSecondStroke(std::optional<QKeyCombination> first) {
+    m_firstStroke = first;
+    if (first)
+        m_window->statusBar()->showMessage(
+            tr("%1, and then…").arg(QKeySequence(*first).toString(QKeySequence::NativeText)));
+    else
+        m_window->statusBar()->clearMessage();
+}
+
+// The second stroke belongs to the chord whatever it is; Esc, and one that no chord has, end it.
+bool BarRenderer::EndChord(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_Control:
+    case Qt::Key_Shift:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+        return true;
+    default:
+        break;
+    }
+    const QKeyCombination first = *m_firstStroke;
+    WaitForSecondStroke({});
+    if (event.key() == Qt::Key_Escape && event.modifiers() == Qt::NoModifier)
+        return true;
+    if (const Ref<Tool> tool = m_shortCuts.Find(first, event.keyCombination()))
+        Choose(tool);
+    else
+        m_window->statusBar()->showMessage(
+            tr("No command has the shortcut %1.")
+                .arg(QKeySequence(first, event.keyCombination()).toString(QKeySequence::NativeText)),
+            messageTime);
+    return true;
+}
+
 bool BarRenderer::FireShortCut(QObject* watched, QKeyEvent& event) {
+    if (m_firstStroke)
+        return EndChord(event);
+    if (m_shortCuts.BeginsChord(event.keyCombination())) {
+        if (IsKeptByEditor(watched, event))
+            return false;
+        WaitForSecondStroke(event.keyCombination());
+        return true;
+    }
     const Ref<Tool> tool = m_shortCuts.Find(event.keyCombination());
-    if (!tool)
+    if (!tool || IsKeptByEditor(watched, event))
         return false;
+    Choose(tool);
+    return true;
+}
+
+bool BarRenderer::IsKeptByEditor(QObject* watched, const QKeyEvent& event) const {
     // A widget that edits text keeps the keys that it needs itself, also one that it didn't use just now, so that the
     // key goes on to the widgets around it.
     QWidget* focus = QApplication::focusWidget();
@@ -389,10 +448,7 @@ bool BarRenderer::FireShortCut(QObject* watched, QKeyEvent& event) {
     QKeyEvent overrideEvent(QEvent::ShortcutOverride, event.key(), event.modifiers(), event.text());
     overrideEvent.ignore();
     QCoreApplication::sendEvent(inside ? focus : watched, &overrideEvent);
-    if (overrideEvent.isAccepted())
-        return false;
-    m_guard([&] { m_activeBar->Click(tool); });
-    return true;
+    return overrideEvent.isAccepted();
 }
 
 bool BarRenderer::eventFilter(QObject* watched, QEvent* event) {
@@ -401,6 +457,8 @@ bool BarRenderer::eventFilter(QObject* watched, QEvent* event) {
         if (FireShortCut(watched, keyEvent))
             return true;
     }
+    if (m_firstStroke && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::WindowDeactivate))
+        WaitForSecondStroke({});
     return QObject::eventFilter(watched, event);
 }
 

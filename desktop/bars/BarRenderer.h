@@ -33,6 +33,13 @@ public:
     // What is laid over the model from now on. Whoever gives it calls Redraw when it changes.
     void SetChanges(const BarChanges& changes);
     void Redraw();
+    // Tools that it has a reason for are drawn disabled and can't be chosen, whatever the model says; empty for none.
+    // Whoever gives it calls RedrawStates when an answer changes.
+    void SetWhyNot(std::function<QString(const Tool&)> whyNot) { m_actions.SetWhyNot(std::move(whyNot)); }
+    [[nodiscard]] QString WhyNot(const Tool& tool) const { return m_actions.WhyNot(tool); }
+    void RedrawStates() { m_actions.ShowAllStates(); }
+    // The user chooses the tool, by whatever way. False when there is a reason against it, which is reported.
+    bool Choose(const Ref<Tool>& tool);
     // The next pass shows every toolbar as the model says, whatever has become of its widget.
     void RedrawToolbars();
     // Brings the screen up to date now.
@@ -53,6 +60,9 @@ public:
     // Lays out what a pop-up menu of that band holds, without showing it; the caller owns it.
     QMenu* NewPopup(const Ref<Band>& band);
 
+Q_SIGNALS:
+    void Refused(const QString& why);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -70,6 +80,9 @@ private:
     void ShowPopup(const Ref<Band>& band);
     [[nodiscard]] bool IsForWindow(QObject* watched) const;
     bool FireShortCut(QObject* watched, class QKeyEvent& event);
+    [[nodiscard]] bool IsKeptByEditor(QObject* watched, const QKeyEvent& event) const;
+    bool EndChord(const QKeyEvent& event);
+    void WaitForSecondStroke(std::optional<QKeyCombination> first);
 
     Ref<ActiveBar> m_activeBar;
     QMainWindow* m_window;
@@ -77,6 +90,7 @@ private:
     BarActions m_actions;
     MenuBuilder m_menus;
     ShortCutTable m_shortCuts;
+    std::optional<QKeyCombination> m_firstStroke; // of a chord, until the second comes
     MenuBar* m_menuBar;
     const BarChanges* m_changes = &BarChanges::None();
     QLabel* m_status;

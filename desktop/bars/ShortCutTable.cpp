@@ -17,6 +17,18 @@ Qt::Key Twin(Qt::Key key) {
     }
 }
 
+// What the keys may have been written as: with the sign's own Shift, or without.
+std::vector<int> WaysToWrite(QKeyCombination pressed) {
+    const Qt::Key key = Twin(pressed.key());
+    Qt::KeyboardModifiers modifiers =
+        pressed.keyboardModifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    std::vector<int> ways{QKeyCombination(modifiers, key).toCombined()};
+    const bool sign = key > Qt::Key_Space && key < Qt::Key_Escape && (key < Qt::Key_A || key > Qt::Key_Z);
+    if (sign && modifiers.testFlag(Qt::ShiftModifier))
+        ways.push_back(QKeyCombination(modifiers.setFlag(Qt::ShiftModifier, false), key).toCombined());
+    return ways;
+}
+
 } // namespace
 
 QKeySequence KeyIn(const QString& text) {
@@ -42,22 +54,35 @@ QKeySequence KeyIn(const QString& text) {
     return keys.count() == 1 && keys[0].key() != Qt::Key_unknown ? keys : QKeySequence();
 }
 
-Ref<Tool> ShortCutTable::Find(QKeyCombination pressed) {
+Ref<Tool> ShortCutTable::Find(std::optional<QKeyCombination> before, QKeyCombination pressed) {
     if (!m_valid)
         Read();
-    const Qt::Key key = Twin(pressed.key());
-    Qt::KeyboardModifiers modifiers =
-        pressed.keyboardModifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    if (Ref<Tool> tool = Exactly(QKeyCombination(modifiers, key)))
-        return tool;
-    const bool sign = key > Qt::Key_Space && key < Qt::Key_Escape && (key < Qt::Key_A || key > Qt::Key_Z);
-    if (!sign || !modifiers.testFlag(Qt::ShiftModifier))
-        return nullptr;
-    return Exactly(QKeyCombination(modifiers.setFlag(Qt::ShiftModifier, false), key));
+    for (const int first : WaysToWrite(before.value_or(pressed))) {
+        if (!before) {
+            if (Ref<Tool> tool = Exactly({first, 0}))
+                return tool;
+            continue;
+        }
+        for (const int second : WaysToWrite(pressed))
+            if (Ref<Tool> tool = Exactly({first, second}))
+                return tool;
+    }
+    return nullptr;
 }
 
-Ref<Tool> ShortCutTable::Exactly(QKeyCombination keys) const {
-    const auto it = m_tools.constFind(keys.toCombined());
+bool ShortCutTable::BeginsChord(QKeyCombination pressed) {
+    if (!m_valid)
+        Read();
+    for (const int first : WaysToWrite(pressed))
+        if (const auto it = m_chords.constFind(first); it != m_chords.constEnd())
+            for (const Strokes& strokes : *it)
+                if (Exactly(strokes))
+                    return true;
+    return false;
+}
+
+Ref<Tool> ShortCutTable::Exactly(const Strokes& strokes) const {
+    const auto it = m_tools.constFind(strokes);
     if (it != m_tools.constEnd())
         for (Tool* tool : *it)
             if (tool->Visible() && tool->Enabled())
@@ -67,11 +92,16 @@ Ref<Tool> ShortCutTable::Exactly(QKeyCombination keys) const {
 
 void ShortCutTable::Read() {
     m_tools.clear();
+    m_chords.clear();
     for (const bool own : {true, false})
         for (const auto& tool : m_activeBar->Tools()->All())
             if (m_changes->HasOwnKeys(*tool) == own)
-                for (const QKeySequence& keys : m_changes->KeysOf(*tool))
-                    m_tools[keys[0].toCombined()].push_back(tool.Get());
+                for (const QKeySequence& keys : m_changes->KeysOf(*tool)) {
+                    const Strokes strokes(keys[0].toCombined(), keys.count() > 1 ? keys[1].toCombined() : 0);
+                    m_tools[strokes].push_back(tool.Get());
+                    if (strokes.second != 0)
+                        m_chords[strokes.first].push_back(strokes);
+                }
     m_valid = true;
 }
 

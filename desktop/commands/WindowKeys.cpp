@@ -46,6 +46,8 @@ std::vector<WindowKey> FixedWindowKeys() {
         {Keys("Return"), Use::Other, QCoreApplication::translate("WindowKeys", "Open"), explorer, false},
         {Keys("Space"), Use::Other, QCoreApplication::translate("WindowKeys", "Choose"), explorer, false},
         {Keys("Ctrl+F"), Use::Other, QCoreApplication::translate("WindowKeys", "Filter"), explorer, false},
+        {Keys("Ctrl+M"), Use::Other, QCoreApplication::translate("WindowKeys", "Move to another item"), explorer,
+         false},
         {Keys("Menu"), Use::Other, menu, explorer, false},
         {Keys("Shift+F10"), Use::Other, menu, explorer, false},
         {Keys("Ctrl+PgDown"), Use::Other, QCoreApplication::translate("WindowKeys", "Next page"), pages, false},

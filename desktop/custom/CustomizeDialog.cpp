@@ -42,7 +42,7 @@ CustomizeDialog::CustomizeDialog(PersonalBars& bars, Ref<ActiveBar> activeBar, P
     splitter->addWidget(m_entries);
     splitter->setStretchFactor(0, 2);
     splitter->setStretchFactor(1, 3);
-    auto* hint = new QLabel(tr("Unchecked entries are hidden. Toolbar buttons can be moved and added."));
+    auto* hint = new QLabel(tr("Unchecked entries are hidden. Drag entries to move them, or use the buttons."));
     hint->setWordWrap(true);
     auto* grid = new QGridLayout(this);
     grid->addWidget(hint, 0, 0, 1, 2);
@@ -59,6 +59,12 @@ CustomizeDialog::CustomizeDialog(PersonalBars& bars, Ref<ActiveBar> activeBar, P
     connect(m_bands, &QTreeWidget::currentItemChanged, this, &CustomizeDialog::ShowBand);
     connect(m_entries, &QListWidget::currentRowChanged, this, &CustomizeDialog::ShowButtons);
     connect(m_entries, &QListWidget::itemChanged, this, &CustomizeDialog::Entry_Changed);
+    m_entries->setDragDropMode(QAbstractItemView::InternalMove);
+    // Queued: the list is filled again, which is still in the midst of the move.
+    connect(
+        m_entries->model(), &QAbstractItemModel::rowsMoved, this,
+        [this](const QModelIndex&, int row, int, const QModelIndex&, int to) { Entries_Moved(to > row ? to - 1 : to); },
+        Qt::QueuedConnection);
     FillBands();
 }
 
@@ -179,7 +185,7 @@ void CustomizeDialog::ShowBand() {
             item->setText(added ? tr("%1 (added)").arg(InstanceCaption(*instance)) : InstanceCaption(*instance));
             item->setToolTip(QString::fromStdString(instance->Name()));
             item->setData(nameRole, QString::fromStdString(instance->Name()));
-            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable | Qt::ItemIsDragEnabled);
             item->setCheckState(m_bars.IsHidden(*band, *instance) ? Qt::Unchecked : Qt::Checked);
         }
     m_fills = false;
@@ -196,12 +202,11 @@ void CustomizeDialog::ShowBand() {
 
 void CustomizeDialog::ShowButtons() {
     const Ref<Band> band = CurrentBand();
-    const bool toolbar = band && band->Kind() == BandKind::Toolbar;
     const auto tool = ToolAt(m_entries->currentRow());
-    m_up->setEnabled(toolbar && tool && m_entries->currentRow() > 0);
-    m_down->setEnabled(toolbar && tool && m_entries->currentRow() < m_entries->count() - 1);
-    m_add->setEnabled(toolbar);
-    m_remove->setEnabled(toolbar && tool && m_bars.IsAdded(*band, *tool));
+    m_up->setEnabled(tool && m_entries->currentRow() > 0);
+    m_down->setEnabled(tool && m_entries->currentRow() < m_entries->count() - 1);
+    m_add->setEnabled(band != nullptr);
+    m_remove->setEnabled(band && tool && m_bars.IsAdded(*band, *tool));
     m_reset->setEnabled(band && m_bars.HasChanges(*band));
 }
 
@@ -212,6 +217,21 @@ void CustomizeDialog::Entry_Changed(QListWidgetItem* item) {
     if (tool)
         m_bars.SetHidden(*CurrentBand(), *tool, item->checkState() == Qt::Unchecked);
     ShowButtons();
+}
+
+// The entry that has been dragged is in that row now.
+void CustomizeDialog::Entries_Moved(int row) {
+    const auto tool = ToolAt(row);
+    const Ref<Band> band = CurrentBand();
+    if (!tool || !band)
+        return;
+    const bool beginsSection = row > 0 && !ToolAt(row - 1);
+    Ref<Tool> behind;
+    for (int above = row - 1; above >= 0 && !behind; --above)
+        behind = ToolAt(above);
+    m_bars.Move(*band, *tool, behind.Get(), beginsSection ? ToolAt(row + 1).Get() : nullptr);
+    ShowBand();
+    SelectEntry(*tool);
 }
 
 // Over the next entry, not over a separator alone.
@@ -236,7 +256,7 @@ void CustomizeDialog::MoveCurrent(int step) {
 
 // It is chosen, to be moved where it should be; so is one that the toolbar has already.
 void CustomizeDialog::AddCommand(const Ref<Tool>& tool) {
-    if (const Ref<Band> band = CurrentBand(); band && band->Kind() == BandKind::Toolbar)
+    if (const Ref<Band> band = CurrentBand())
         m_bars.Add(*band, *tool);
     ShowBand();
     SelectEntry(*tool);

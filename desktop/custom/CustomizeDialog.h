@@ -1,4 +1,4 @@
-// Lets a user hide entries of menus and toolbars, and move and add buttons of toolbars.
+// Lets a user hide, move and add entries of menus and toolbars.
 #pragma once
 
 #include "desktop/custom/PersonalBars.h"
@@ -37,6 +37,7 @@ private:
     void ShowBand();
     void ShowButtons();
     void Entry_Changed(QListWidgetItem* item);
+    void Entries_Moved(int row);
     void ForgetAside();
     [[nodiscard]] Ref<Band> CurrentBand() const;
     [[nodiscard]] Ref<Tool> ToolAt(int row) const;

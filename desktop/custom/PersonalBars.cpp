@@ -77,7 +77,7 @@ void PersonalBars::Read() {
         KeyChange change{EntryIn(json), {}};
         for (const auto& keys : json["keys"].toArray())
             if (const auto sequence = QKeySequence::fromString(keys.toString(), QKeySequence::PortableText);
-                sequence.count() == 1)
+                sequence.count() == 1 || sequence.count() == 2)
                 change.keys.append(sequence);
         if (!change.entry.tool.empty())
             m_keys.push_back(std::move(change));
@@ -89,7 +89,7 @@ void PersonalBars::Read() {
             continue;
         m_places.push_back({static_cast<PlaceChange::What>(it - whatWords.begin()),
                             json["band"].toString().toStdString(), EntryIn(json),
-                            json["behind"].toString().toStdString()});
+                            json["behind"].toString().toStdString(), json["ahead"].toString().toStdString()});
     }
 }
 
@@ -111,6 +111,8 @@ void PersonalBars::Changed() {
         json["change"] = whatWords[static_cast<std::size_t>(change.what)];
         if (change.what != PlaceChange::What::Hidden)
             json["behind"] = Text(change.behind);
+        if (!change.ahead.empty())
+            json["ahead"] = Text(change.ahead);
         places.append(json);
     }
     m_file.Write({{"version", 1}, {"keys", keys}, {"places", places}});
@@ -206,10 +208,11 @@ void PersonalBars::SetHidden(const Band& band, const Tool& tool, bool hidden) {
     Changed();
 }
 
-void PersonalBars::Move(const Band& band, const Tool& tool, const Tool* behind) {
+void PersonalBars::Move(const Band& band, const Tool& tool, const Tool* behind, const Tool* ahead) {
     const std::string behindText = behind ? behind->Name() : std::string();
     const Tool* master = &tool.Master();
-    PlaceChange change{PlaceChange::What::Moved, band.Name(), NameOf(tool), behindText};
+    PlaceChange change{PlaceChange::What::Moved, band.Name(), NameOf(tool), behindText,
+                       ahead ? ahead->Name() : std::string()};
     // The latest move comes last, as each is reported against what the earlier ones left.
     std::erase_if(m_places, [&](const PlaceChange& old) {
         const bool isIts =
@@ -293,8 +296,6 @@ Ref<Tool> PersonalBars::AddedInstance(const Band& band, const Tool& tool) const 
 std::vector<Ref<Tool>> PersonalBars::AllOf(const Band& band) const {
     Settle();
     std::vector<Ref<Tool>> instances = band.Tools()->All();
-    if (band.Kind() != BandKind::Toolbar)
-        return instances;
     for (const SettledPlace& place : m_settled) {
         const PlaceChange& change = *place.change;
         if (change.what == PlaceChange::What::Hidden || !EqualText(change.band, band.Name()))
@@ -304,8 +305,12 @@ std::vector<Ref<Tool>> PersonalBars::AllOf(const Band& band) const {
         const bool isThere = old != instances.end();
         if (!isThere && change.what == PlaceChange::What::Moved)
             continue; // the files took it from this toolbar
-        auto behind = instances.begin();
-        if (!change.behind.empty()) {
+        const auto ahead = change.ahead.empty() ? instances.end()
+                                                : std::find_if(instances.begin(), instances.end(), [&](const auto& o) {
+                                                      return EqualText(o->Name(), change.ahead);
+                                                  });
+        auto behind = ahead == instances.end() ? instances.begin() : ahead;
+        if (ahead == instances.end() && !change.behind.empty()) {
             behind = std::find_if(instances.begin(), instances.end(),
                                   [&](const auto& o) { return EqualText(o->Name(), change.behind); });
             if (behind == instances.end() && isThere)

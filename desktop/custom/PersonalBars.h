@@ -36,7 +36,8 @@ struct PlaceChange {
     What what = What::Hidden;
     std::string band;
     EntryName entry;
-    std::string behind; // the key of the entry in front of it; empty for the beginning. Not for what is hidden.
+    std::string behind;     // the key of the entry in front of it; empty for the beginning. Not for what is hidden.
+    std::string ahead = {}; // the key of the entry that follows it, which counts while that is there
 };
 
 // Whether it is the line between two entries of a bar.
@@ -61,8 +62,9 @@ public:
     void ResetAllKeys();
     void SetHidden(const Band& band, const Tool& tool, bool hidden);
     [[nodiscard]] bool IsHidden(const Band& band, const Tool& tool) const;
-    // Of toolbars alone. The entry comes behind the other one of the same toolbar, or to the beginning for nothing.
-    void Move(const Band& band, const Tool& tool, const Tool* behind);
+    // The entry comes behind the other one of the same menu or toolbar, or to the beginning for nothing. Where ahead is
+    // given, it comes in front of that, as behind a separator.
+    void Move(const Band& band, const Tool& tool, const Tool* behind, const Tool* ahead = nullptr);
     void Add(const Band& band, const Tool& tool);
     void RemoveAdded(const Band& band, const Tool& tool);
     [[nodiscard]] bool IsAdded(const Band& band, const Tool& tool) const;

@@ -142,7 +142,7 @@ void ShortcutsDialog::AddWindowKeys() {
 const WindowKey* ShortcutsDialog::WindowKeyOf(const QKeySequence& keys) const {
     const WindowKey* found = nullptr;
     for (const WindowKey& key : m_windowKeys)
-        if (key.keys == keys && (!found || (key.comesFirst && !found->comesFirst)))
+        if (!keys.isEmpty() && key.keys == QKeySequence(keys[0]) && (!found || (key.comesFirst && !found->comesFirst)))
             found = &key;
     return found;
 }
@@ -153,6 +153,8 @@ void ShortcutsDialog::ShowRow(QTreeWidgetItem* item, const CommandEntry& command
     for (const QKeySequence& keys : m_bars.KeysOf(*command.tool))
         if (const QStringList others = OthersOf(keys, command); !others.isEmpty())
             notes.append(tr("conflict: %1").arg(others.join(", ")));
+        else if (const QStringList halves = HalvesOf(keys, command); !halves.isEmpty())
+            notes.append(tr("conflict: %1").arg(halves.join(", ")));
     bool conflict = !notes.isEmpty();
     for (const QKeySequence& keys : m_bars.KeysOf(*command.tool))
         if (const WindowKey* key = WindowKeyOf(keys)) {
@@ -178,7 +180,7 @@ void ShortcutsDialog::ShowAll() {
     m_byKeys.clear();
     for (const CommandEntry& command : m_commands.All())
         for (const QKeySequence& keys : m_bars.KeysOf(*command.tool))
-            m_byKeys[keys[0].toCombined()].append(&command);
+            m_byKeys[keys[0].toCombined()].append({&command, keys});
     ShowAside();
     for (int i = 0; i < m_list->topLevelItemCount(); ++i)
         if (QTreeWidgetItem* item = m_list->topLevelItem(i); item->data(0, indexRole).isValid())
@@ -216,9 +218,18 @@ bool ShortcutsDialog::Select(const Tool& tool) {
 
 QStringList ShortcutsDialog::OthersOf(const QKeySequence& keys, const CommandEntry& command) const {
     QStringList others;
-    for (const CommandEntry* other : m_byKeys.value(keys[0].toCombined()))
-        if (other != &command)
+    for (const auto& [other, othersKeys] : m_byKeys.value(keys[0].toCombined()))
+        if (other != &command && othersKeys == keys)
             others.append(QString("%1 (%2)").arg(FullName(*other), other->owner.Text()));
+    return others;
+}
+
+// Of a single key the chords that begin with it, of a chord the commands of its first stroke alone.
+QStringList ShortcutsDialog::HalvesOf(const QKeySequence& keys, const CommandEntry& command) const {
+    QStringList others;
+    for (const auto& [other, othersKeys] : m_byKeys.value(keys[0].toCombined()))
+        if (other != &command && othersKeys.count() != keys.count())
+            others.append(QString("%1 (%2)").arg(FullName(*other), othersKeys.toString(QKeySequence::NativeText)));
     return others;
 }
 
@@ -259,10 +270,13 @@ void ShortcutsDialog::LeaveKeys() {
         ShowCurrent();
 }
 
-// A command has keys of one stroke; of several the latest counts.
+// A command has keys of one stroke or of two; of more the latest count.
 QKeySequence ShortcutsDialog::Typed() const {
     const QKeySequence keys = m_keys->keySequence();
-    return keys.isEmpty() ? keys : QKeySequence(keys[static_cast<uint>(keys.count() - 1)]);
+    if (keys.count() <= 2)
+        return keys;
+    const auto last = static_cast<uint>(keys.count() - 1);
+    return {keys[last - 1], keys[last]};
 }
 
 void ShortcutsDialog::ShowConflict() {
@@ -289,6 +303,10 @@ QString ShortcutsDialog::Conflict() const {
             texts.append(tr("%1 is also the shortcut of %2. Of the available commands, the one that you changed takes "
                             "precedence, otherwise the first.")
                              .arg(keysText, others.join(", ")));
+        if (const QStringList halves = HalvesOf(keys, *command); !halves.isEmpty())
+            texts.append((keys.count() > 1 ? tr("%1 begins with the shortcut of %2, which won't work any more.")
+                                           : tr("%1 won't work, as it is the beginning of the shortcut of %2."))
+                             .arg(keysText, halves.join(", ")));
     }
     return texts.join("\n");
 }

@@ -46,6 +46,7 @@ private:
     [[nodiscard]] const CommandEntry* Current() const;
     // The other commands of those keys, as "File › Open (Data)".
     [[nodiscard]] QStringList OthersOf(const QKeySequence& keys, const CommandEntry& command) const;
+    [[nodiscard]] QStringList HalvesOf(const QKeySequence& keys, const CommandEntry& command) const;
     // What the window itself does at those keys; the one that comes before a command first. Null for nothing.
     [[nodiscard]] const WindowKey* WindowKeyOf(const QKeySequence& keys) const;
     void AddWindowKeys();
@@ -53,7 +54,7 @@ private:
     PersonalBars& m_bars;
     CommandList m_commands;
     std::vector<WindowKey> m_windowKeys;
-    QHash<int, QList<const CommandEntry*>> m_byKeys;
+    QHash<int, QList<std::pair<const CommandEntry*, QKeySequence>>> m_byKeys; // by their first strokes
     QLineEdit* m_filter;
     QTreeWidget* m_list;
     QKeySequenceEdit* m_keys;
