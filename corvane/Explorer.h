@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvane/author/ExplorerItem.h"
+#include "corvane/author/Items.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"

@@ -105,6 +105,9 @@ Json ExplorerJson(const ModelHost& host, const DocumentOptions& options) {
     for (const auto& tvw : host.Trees()) {
         Json tab{{"caption", host.Tabs()->CaptionOf(tvw->Container())}, {"nodes", Json::array()}};
         AddNodes(tab["nodes"], tvw->GetNodes()->Roots());
+        if (const auto selection = host.ExplorerItems().Selected(); selection->IsSeveral() && selection->Tree() == tvw)
+            for (const auto& node : selection->Nodes())
+                tab["selected"].push_back(node->Key());
         if (options.sizes && tvw->Width() >= 0)
             tab["width"] = tvw->Width();
         if (options.sizes && tvw->Height() >= 0)

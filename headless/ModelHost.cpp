@@ -97,6 +97,8 @@ ModelHost::ModelHost(const HostOptions& options) {
     m_mainForm->AddMember("CommonDialog", m_dialogs);
     m_mainForm->AddMember("ctlCVProgress", New<ProgressModel>());
     m_mainForm->AddMember("Jobs", m_jobs);
+    m_items = std::make_unique<items::Items>(m_panelForm, [this](const std::function<void()>& act) { Do(act); });
+    m_mainForm->AddMember("SelectedItems", m_items->Selected());
     m_library = std::make_unique<Library>(MakePlatform(options));
     m_mainForm->Load();
 }
@@ -121,6 +123,8 @@ bool ModelHost::Start() {
     Do([this] {
         const Ref<Framework> framework = CorvaneMain::Framework();
         framework->Initialize(m_mainForm, m_panelForm, m_formFactory);
+        if (!CorvaneMain::HasEnded())
+            m_items->Follow(m_mainForm);
         if (!CorvaneMain::HasEnded()) // a plug-in may have ended the application already
             framework->Start();
     });

@@ -12,6 +12,7 @@
 #include "headless/Dialogs.h"
 #include "headless/Recording.h"
 #include "headless/StandIns.h"
+#include "items/Items.h"
 
 #include <functional>
 #include <memory>
@@ -61,6 +62,9 @@ public:
     bool CancelJob(const std::string& title, std::optional<Double> part = std::nullopt);
     // Runs while a modal form is shown, which is closed afterwards if it still is open. Without it that is at once.
     void SetModalLoop(ModalLoopFunction modalLoop) { m_modalLoop = std::move(modalLoop); }
+    // Files that are held for the next drop on a node, and the end of that.
+    void TakeFile(std::string path) { m_files.push_back(std::move(path)); }
+    [[nodiscard]] std::vector<std::string> TakeFiles() { return std::exchange(m_files, {}); }
     // The open forms unload, the one activated last first, then the main form.
     void Exit();
     // Also when the exit began and a service failed to end.
@@ -73,6 +77,7 @@ public:
     [[nodiscard]] std::vector<Ref<TreeView>> Trees() const; // in order of tabs
     [[nodiscard]] Ref<TreeView> ActiveTree() const;         // of the current tab; nothing without tabs
     [[nodiscard]] Ref<ImageList> Images() const;            // nothing before the explorer is set up
+    [[nodiscard]] items::Items& ExplorerItems() const { return *m_items; }
     [[nodiscard]] ManualTimers& Timers() const { return *m_timers; }
     [[nodiscard]] const Ref<jobs::Manager>& Jobs() const { return m_jobs; }
 
@@ -96,6 +101,7 @@ private:
     Ref<ActiveBar> m_activeBar = NewHostActiveBar();
     Ref<MdiForm> m_mainForm = New<MdiForm>();
     Ref<PanelForm> m_panelForm = New<PanelForm>();
+    std::unique_ptr<items::Items> m_items;
     Ref<IWindowFormFactory> m_formFactory;
     ModalLoopFunction m_modalLoop;
     std::optional<Failure> m_firstFailure;
@@ -103,6 +109,7 @@ private:
     Subscription m_childLoaded;
     Subscription m_mainUnload;
     bool m_exitBegun = false;
+    std::vector<std::string> m_files;
 };
 
 } // namespace corvane::inspect

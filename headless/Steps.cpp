@@ -5,6 +5,8 @@
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
+#include "corvane/platform/Entering.h"
+#include "corvane/services/ServiceManager.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "headless/Expectation.h"
@@ -12,8 +14,10 @@
 #include "headless/PreferencesWindow.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 
 namespace corvane::inspect {
@@ -51,8 +55,74 @@ void ClickNode(const ModelHost& host, const std::string& rest) {
     const Ref<TreeView> tvw = TreeOf(host, tab);
     if (!tvw || tvw->Container() != host.Tabs()->Tab())
         return;
-    if (const Ref<Node> nod = tvw->GetNodes()->Find(key))
+    if (const Ref<Node> nod = tvw->GetNodes()->Find(key)) {
+        host.ExplorerItems().Selected()->SetOne();
         tvw->ClickNode(nod);
+    }
+}
+
+// The node of "TAB KEY"; nothing unless the tab is current.
+std::pair<Ref<TreeView>, Ref<Node>> NodeIn(const ModelHost& host, const std::string& rest) {
+    const auto [tab, key] = Split(rest);
+    const Ref<TreeView> tvw = TreeOf(host, tab);
+    if (!tvw || tvw->Container() != host.Tabs()->Tab())
+        return {};
+    return {tvw, tvw->GetNodes()->Find(key)};
+}
+
+// Ctrl and a click: one more is selected, or one less.
+void AlsoNode(const ModelHost& host, const std::string& rest) {
+    const auto [tvw, node] = NodeIn(host, rest);
+    if (!node)
+        return;
+    const auto selection = host.ExplorerItems().Selected();
+    if (!selection->IsSeveral() || !selection->Has(*node)) {
+        selection->Add(tvw, node);
+        tvw->ClickNode(node);
+        return;
+    }
+    const bool wasActive = tvw->SelectedItem() == node;
+    const std::vector<Ref<Node>> nodes = selection->Nodes();
+    if (wasActive)
+        tvw->ClickNode(nodes.front() == node ? nodes[1] : nodes.front());
+    selection->Remove(node);
+}
+
+void ExpandNode(const ModelHost& host, const std::string& rest) {
+    if (const auto [tvw, node] = NodeIn(host, rest); node) {
+        host.ExplorerItems().Settle();
+        node->SetExpanded(false);
+        node->SetExpanded(true);
+    }
+}
+
+// What is selected, or the files that have been taken, on a node. Returns why it is refused, empty when it isn't.
+std::string DropOnNode(ModelHost& host, const std::string& rest, bool copies) {
+    const auto [tvw, node] = NodeIn(host, rest);
+    if (!node)
+        return {};
+    items::Items& items = host.ExplorerItems();
+    std::vector<std::string> files = host.TakeFiles();
+    const auto dropped = files.empty() ? items.DroppedOf(items.Selected()->Nodes(), copies)
+                                       : New<Dropped>(std::vector<Ref<Object>>(), std::move(files), copies);
+    const items::DropAnswer answer = items.Drop(tvw, node, dropped);
+    return answer.accepts || answer.failed
+               ? std::string()
+               : "\"" + node->Key() + "\" doesn't take what is dropped" + (answer.why.empty() ? "" : ": " + answer.why);
+}
+
+// A file is dropped on the window: the first service that opens it gets it. As above.
+std::string DropFile(const std::string& path) {
+    constexpr const char* openFile = "OpenFile";
+    for (const auto& service : CorvaneMain::Framework()->ServiceManager()->Services()) {
+        if (!service->HasMember(openFile))
+            continue;
+        const Entering entering(service);
+        const Variant answer = service->Invoke(openFile, std::array<Variant, 1>{path});
+        if (answer.IsEmpty() || ToBoolean(answer))
+            return {};
+    }
+    return "no service opens \"" + path + "\"";
 }
 
 void SelectNode(const ModelHost& host, const std::string& rest) {
@@ -156,9 +226,13 @@ void ClickCommand(const ModelHost& /*host*/, const std::string& rest) {
 
 // What a user does for the menu of a node: the click on it makes its item the active one.
 void AskForMenu(const ModelHost& host, const std::string& rest) {
-    ClickNode(host, rest);
-    const Ref<TreeView> tvw = TreeOf(host, Split(rest).first);
-    if (tvw && tvw->Container() == host.Tabs()->Tab() && tvw->GetNodes()->Find(Split(rest).second))
+    const auto [tvw, node] = NodeIn(host, rest);
+    const auto selection = host.ExplorerItems().Selected();
+    if (node && selection->IsSeveral() && selection->Has(*node))
+        tvw->ClickNode(node); // the others stay
+    else
+        ClickNode(host, rest);
+    if (node && node->IsInTree())
         tvw->MouseUp.Raise(MouseButton::RightButton, ShiftState::NoShift, 0, 0);
 }
 
@@ -207,6 +281,9 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"click", {1, Click, "TOOL"}},
         {"node", {2, ClickNode, "TAB KEY"}},
         {"select", {1, SelectNode, "TAB KEY"}},
+        {"also", {2, AlsoNode, "TAB KEY"}},
+        {"expand", {2, ExpandNode, "TAB KEY"}},
+        {"takefile", {1, [](ModelHost& host, const std::string& rest) { host.TakeFile(rest); }, "PATH"}},
         {"treeclick",
          {0,
           [](ModelHost& host, const std::string&) {
@@ -235,7 +312,10 @@ const std::map<std::string, Verb, std::less<>>& Verbs() {
         {"page", {2, ShowPage, "KEY INDEX"}},
         {"command", {2, ClickCommand, "KEY COMMAND"}},
         {"contextmenu", {2, AskForMenu, "TAB KEY"}},
-        // Take does these four, which may be refused.
+        // Take does these, which may be refused.
+        {"drop", {2, [](ModelHost&, const std::string&) {}, "TAB KEY"}},
+        {"dropcopy", {2, [](ModelHost&, const std::string&) {}, "TAB KEY"}},
+        {"dropfile", {1, [](ModelHost&, const std::string&) {}, "PATH"}},
         {"set", {4, [](ModelHost&, const std::string&) {}, "KEY PAGE FIELD VALUE"}},
         {"press", {3, [](ModelHost&, const std::string&) {}, "KEY PAGE BUTTON"}},
         {"cell", {6, [](ModelHost&, const std::string&) {}, "KEY PAGE TABLE ROW COLUMN VALUE"}},
@@ -271,7 +351,9 @@ std::string Missing(const ModelHost& host, const Step& step) {
             names.push_back(tool->Name());
         return "there is no tool \"" + step.rest + "\"" + DidYouMean(names, step.rest);
     }
-    if (step.verb != "node" && step.verb != "contextmenu")
+    static const std::set<std::string, std::less<>> ofNodes{"node",   "contextmenu", "also",
+                                                            "expand", "drop",        "dropcopy"};
+    if (!ofNodes.contains(step.verb))
         return {};
     const auto [tab, key] = Split(step.rest);
     const Ref<TreeView> tvw = TreeOf(host, tab);
@@ -339,6 +421,10 @@ void Take(ModelHost& host, const Step& step) {
     host.Do([&] {
         if (IsFormStep(step.verb))
             refused = TakeFormStep(host, step.verb, step.rest);
+        else if (step.verb == "dropfile")
+            refused = DropFile(step.rest);
+        else if (step.verb == "drop" || step.verb == "dropcopy")
+            refused = DropOnNode(host, step.rest, step.verb == "dropcopy");
         else
             verb.act(host, step.rest);
     });

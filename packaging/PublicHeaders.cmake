@@ -12,6 +12,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/author/ExplorerItem.h
   corvane/author/Fields.h
   corvane/author/Host.h
+  corvane/author/Items.h
   corvane/author/Jobs.h
   corvane/author/Methods.h
   corvane/author/Page.h

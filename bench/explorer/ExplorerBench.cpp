@@ -2,6 +2,7 @@
 // run: filled, looked up, changed, thinned out and cleared, alone and under a view that is painted, closed and open.
 // Prints medians in milliseconds and their ratios to the hand-written model.
 
+#include "bench/explorer/ItemsBench.h"
 #include "bench/explorer/PlainModel.h"
 #include "desktop/explorer/ExplorerTree.h"
 
@@ -315,11 +316,16 @@ int main(int argumentCount, char** arguments) {
     mallopt(M_MMAP_THRESHOLD, 1 << 30);
     const QApplication application(argumentCount, arguments);
     QApplication::setStyle("fusion");
+    if (argumentCount > 1 && std::string(arguments[1]) == "--items") {
+        CompareItems();
+        return 0;
+    }
     CountMemory(100000); // first, as nodes later take the memory of earlier ones
     for (const int items : {10000, 100000}) {
         for (const View view : {View::None, View::Closed, View::Open})
             Compare(items, view, items == 10000 ? 9 : 5);
         Filter(items);
     }
+    CompareItems();
     return 0;
 }

@@ -76,7 +76,9 @@ Application::Application(const ApplicationOptions& options)
     SetUpJobs();
     m_mainForm->Load();
     m_library = std::make_unique<Library>(MakePlatform());
-    m_window = std::make_unique<MainWindow>(m_mainForm, m_activeBar, m_panelForm, m_failures);
+    m_items = std::make_shared<items::Items>(m_panelForm,
+                                             [this](const std::function<void()>& act) { m_failures.Guard(act); });
+    m_window = std::make_unique<MainWindow>(m_mainForm, m_activeBar, m_panelForm, m_failures, m_items);
     m_window->Bars().SetProgressWidget([progress = m_progress] { return progress->Widget(); });
     m_jobs->SetWindow(*m_window);
     m_failures.SetParentWindow(m_window.get());
@@ -93,6 +95,7 @@ Application::Application(const ApplicationOptions& options)
                    });
     m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));
     SetUpWelcome();
+    SetUpItems();
     m_commonDialog->KeepFolders(m_personal->KeptFile("folders.json"));
     if (options.watch)
         m_blame->StartWatch();
@@ -125,6 +128,9 @@ Application::~Application() {
         m_failures.Guard([this] { m_mainForm->Unload(); });
     StopJobs();
     m_window->Bars().SetChanges(BarChanges::None());
+    m_window->Bars().SetWhyNot({});
+    m_selectionChanged = {};
+    m_itemsStepped = {};
     m_windowHost->changed = nullptr;
     m_personal->LastFiles()->SetOnChange({});
     m_welcome.reset();
@@ -209,6 +215,7 @@ bool Application::Start() {
         if (m_translation.Begin(*framework->ServiceManager()))
             m_window->Bars().Redraw();
         SetUpLink();
+        FollowItems();
         ShowLayouts();
         ShowRecentFiles();
         framework->Start();
@@ -232,9 +239,9 @@ bool Application::Choose(const std::string& toolName) {
     const Ref<Tool> tool = m_activeBar->Tools()->Find(toolName);
     if (HasEnded() || !tool || !tool->Visible() || !tool->Enabled() || IsModalFormOpen())
         return false;
-    m_failures.Guard([&] { m_activeBar->Click(tool); });
+    const bool isChosen = m_window->Bars().Choose(tool);
     m_window->Flush();
-    return true;
+    return isChosen;
 }
 
 Ref<WindowForm> Application::ActiveWindowForm() const {

@@ -28,6 +28,7 @@
 #include "desktop/service/UnsavedWork.h"
 #include "desktop/translation/DefinitionTranslation.h"
 #include "desktop/windows/WindowForm.h"
+#include "items/Items.h"
 
 #include <QPixmap>
 #include <memory>
@@ -134,6 +135,12 @@ private:
     void ShowLayouts();
     [[nodiscard]] std::vector<Ref<Object>> FileServices() const; // that open files
     void NoteOpened(const std::string& path);
+    // ApplicationItems.cpp: several items, drops, files.
+    void SetUpItems();
+    void FollowItems();
+    [[nodiscard]] QString WhyNotSeveral(const Tool& tool) const;
+    [[nodiscard]] bool TakesFiles() const;
+    void OpenDropped(const QStringList& files);
     void ToggleLink() override;
     void SetUpLink();
     void ShowAbout() override;
@@ -177,6 +184,9 @@ private:
     Ref<ActiveBar> m_activeBar = NewHostActiveBar();
     Ref<MdiForm> m_mainForm = New<MdiForm>();
     Ref<PanelForm> m_panelForm = New<PanelForm>();
+    std::shared_ptr<items::Items> m_items;
+    Subscription m_selectionChanged;
+    Subscription m_itemsStepped;
     Ref<QtMessageBox> m_messageBox;
     Ref<CommonDialog> m_commonDialog;
     std::shared_ptr<StepRecorder> m_recorder;

@@ -81,6 +81,8 @@ bool Application::OpenFile(const std::string& path, const std::string& command) 
     for (const auto& service : FileServices()) {
         bool isOpen = false;
         m_failures.Guard([&] {
+            if (m_recorder)
+                m_recorder->Note("dropfile " + path);
             const Variant answer = CallPlugin(service, openFile, [&] { return service->Invoke(openFile, arguments); });
             isOpen = answer.IsEmpty() || ToBoolean(answer);
         });

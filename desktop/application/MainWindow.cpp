@@ -22,10 +22,12 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPainter>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <utility>
 
@@ -34,6 +36,14 @@ namespace corvane::desktop {
 namespace {
 
 constexpr const char* explorerBand = "Explorer";
+
+QStringList FilesOf(const QDropEvent& event) {
+    QStringList files;
+    for (const QUrl& url : event.mimeData()->urls())
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    return files;
+}
 
 // Says where one is while no window is open, once the application has shown itself: what it opens at its start needs no
 // such text before.
@@ -114,7 +124,7 @@ private:
 } // namespace
 
 MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm,
-                       FailurePresenter& failures)
+                       FailurePresenter& failures, std::shared_ptr<items::Items> items)
     : m_mainForm(std::move(mainForm)), m_activeBar(std::move(activeBar)), m_failures(failures), m_area(new WindowArea),
       m_documents(new Documents(*m_area)), m_bars(nullptr) {
     setCentralWidget(m_area);
@@ -125,7 +135,11 @@ MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<Pane
     m_area->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     m_area->installEventFilter(this);
     connect(m_area, &QMdiArea::subWindowActivated, m_area->viewport(), qOverload<>(&QWidget::update));
-    connect(m_documents, &Documents::OwnWindowMade, this, [this](QWidget* window) { AddWindowKeys(*window); });
+    connect(m_documents, &Documents::OwnWindowMade, this, [this](QWidget* window) {
+        AddWindowKeys(*window);
+        window->setAcceptDrops(true);
+        window->installEventFilter(this);
+    });
     connect(m_documents, &Documents::SaveWanted, this, [this](const QWidget* window) {
         for (const auto& frm : Children())
             if (const auto form = frm.TryAs<WindowForm>(); form && form->Frame() == window)
@@ -133,7 +147,8 @@ MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<Pane
     });
     m_bars = new BarRenderer(m_activeBar, this, [this](const std::function<void()>& act) { m_failures.Guard(act); });
     m_bars->Menus().SetWindows([this] { return OpenWindows(); });
-    SetUpDock(panelForm);
+    SetUpDock(panelForm, std::move(items));
+    setAcceptDrops(true);
     setWindowTitle(QString::fromStdString(m_mainForm->Caption()));
     m_mainChanged = m_mainForm->Changed.Subscribe([this](Form::Change change) { m_frmMain_Changed(change); });
     m_barChanged = m_activeBar->Changed.Subscribe([this](const BarChange& change) {
@@ -159,7 +174,7 @@ MainWindow::~MainWindow() {
     delete m_bars;                              // before the widgets whose actions it follows
 }
 
-void MainWindow::SetUpDock(const Ref<PanelForm>& panelForm) {
+void MainWindow::SetUpDock(const Ref<PanelForm>& panelForm, std::shared_ptr<items::Items> items) {
     const auto guard = [this](const std::function<void()>& act) { m_failures.Guard(act); };
     auto* dock = new ExplorerDockWidget(
         [this] {
@@ -179,12 +194,32 @@ void MainWindow::SetUpDock(const Ref<PanelForm>& panelForm) {
         m_documents->SetMarked(!isInDock);
     });
     m_dock->setObjectName(explorerBand);
-    m_explorer = new ExplorerPanel(panelForm, guard, m_dock);
+    m_explorer = new ExplorerPanel(panelForm, guard, m_dock, std::move(items));
     connect(m_explorer, &ExplorerPanel::PopupPlace, this,
             [this](const QPoint& place) { m_bars->SetPopupPlace(place); });
     dock->SetContent(m_explorer);
     addDockWidget(Qt::LeftDockWidgetArea, m_dock);
     m_dock->hide();
+}
+
+void MainWindow::SetFiles(std::function<bool()> takes, std::function<void(const QStringList&)> open) {
+    m_takesFiles = std::move(takes);
+    m_openFiles = std::move(open);
+    m_explorer->SetTakesFiles([this] { return m_takesFiles(); });
+    connect(m_explorer, &ExplorerPanel::FilesDropped, this, [this](const QStringList& files) { m_openFiles(files); });
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    event->setAccepted(!FilesOf(*event).empty() && m_takesFiles && m_takesFiles());
+}
+
+// Once the drag is over: what opens a file may ask.
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QStringList files = FilesOf(*event);
+    event->setAccepted(!files.empty() && m_openFiles);
+    if (event->isAccepted())
+        QMetaObject::invokeMethod(
+            this, [this, files] { m_openFiles(files); }, Qt::QueuedConnection);
 }
 
 void MainWindow::ShowDock() {
@@ -456,11 +491,25 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_area && event->type() == QEvent::Resize && isVisible())
         ReportSizes();
+    if (watched != m_area && event->type() == QEvent::DragEnter) {
+        dragEnterEvent(static_cast<QDragEnterEvent*>(event));
+        return event->isAccepted();
+    }
+    if (watched != m_area && event->type() == QEvent::DragMove)
+        return MainWindow::event(event);
+    if (watched != m_area && event->type() == QEvent::Drop) {
+        dropEvent(static_cast<QDropEvent*>(event));
+        return event->isAccepted();
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 
 // Whoever comes back to the main window comes back to the child in front.
 bool MainWindow::event(QEvent* event) {
+    if (event->type() == QEvent::DragMove) {
+        event->setAccepted(!FilesOf(*static_cast<QDragMoveEvent*>(event)).empty());
+        return true;
+    }
     const bool done = QMainWindow::event(event);
     if (event->type() == QEvent::ApplicationPaletteChange)
         QMetaObject::invokeMethod(this, &ContrastStyle::Follow, Qt::QueuedConnection);

@@ -12,6 +12,10 @@
 class QDockWidget;
 class QMdiArea;
 
+namespace corvane::items {
+class Items;
+}
+
 namespace corvane::desktop {
 
 class Documents;
@@ -23,7 +27,9 @@ class WindowSwitcher;
 class MainWindow final : public QMainWindow {
     Q_OBJECT
 public:
-    MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm, FailurePresenter& failures);
+    // The explorer shows the items' parts in what it does beyond the library.
+    MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<PanelForm> panelForm, FailurePresenter& failures,
+               std::shared_ptr<items::Items> items = {});
     ~MainWindow() override;
 
     [[nodiscard]] BarRenderer& Bars() { return *m_bars; }
@@ -34,6 +40,8 @@ public:
     void SetTabbedWindows(bool tabbed); // or free
     // The windows in one group of tabs, the explorer at the left, the toolbars at the top.
     void ResetLayout();
+    // Files that users drop on the window, its documents or the explorer go to open while takes says so.
+    void SetFiles(std::function<bool()> takes, std::function<void(const QStringList&)> open);
     // Of the active child, whose form asks and may refuse; nothing without one.
     void SaveActiveWindow();
     void CloseActiveWindow();
@@ -55,12 +63,14 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void childEvent(QChildEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void SetUpDock(const Ref<PanelForm>& panelForm);
+    void SetUpDock(const Ref<PanelForm>& panelForm, std::shared_ptr<items::Items> items);
     void ShowDock();
     void SetUpWindowKeys();
     void Use(WindowKey::Use use);
@@ -87,6 +97,8 @@ private:
     ExplorerPanel* m_explorer = nullptr;
     QDockWidget* m_dock = nullptr;
     bool m_hasEnded = false;
+    std::function<bool()> m_takesFiles;
+    std::function<void(const QStringList&)> m_openFiles;
     Subscription m_mainChanged;
     Subscription m_mainQueryUnload;
     Subscription m_mainArranged;

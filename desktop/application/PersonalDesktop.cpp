@@ -123,6 +123,11 @@ void PersonalDesktop::RestoreWindows() {
         m_session.RestoreWindows();
 }
 
+QString PersonalDesktop::WhyNot(const CommandEntry& command) const {
+    const QString why = command.WhyNot();
+    return why.isEmpty() ? m_parts.window.Bars().WhyNot(*command.tool) : why;
+}
+
 // Without all only what can be chosen where the user is: a context menu's command is for the item that is chosen.
 PaletteDialog* PersonalDesktop::Pick(QWidget* parent, bool all, const std::function<void(const Ref<Tool>&)>& choose) {
     const CommandList commands(*m_parts.activeBar);
@@ -131,7 +136,7 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* parent, bool all, const std::funct
     for (const CommandEntry& command : commands.All())
         entries.push_back({command.tool, command.caption, command.path, m_bars.KeysText(*command.tool),
                            all ? command.owner.Text() : ActsOn(command, *m_parts.mainForm),
-                           all ? QString() : command.WhyNot(), DescriptionOf(*command.tool),
+                           all ? QString() : WhyNot(command), DescriptionOf(*command.tool),
                            !all && !command.WhatFirst().isEmpty(), command.original});
     auto* palette = new PaletteDialog(
         std::move(entries), choose, [this](const Ref<Tool>& tool) { ShowInspector(tool); }, parent);
@@ -140,8 +145,7 @@ PaletteDialog* PersonalDesktop::Pick(QWidget* parent, bool all, const std::funct
 }
 
 PaletteDialog* PersonalDesktop::ShowPalette() {
-    return Pick(&m_parts.window, false,
-                [this](const Ref<Tool>& tool) { m_parts.failures.Guard([&] { m_parts.activeBar->Click(tool); }); });
+    return Pick(&m_parts.window, false, [this](const Ref<Tool>& tool) { m_parts.window.Bars().Choose(tool); });
 }
 
 LogPanel* PersonalDesktop::ShowLog() {

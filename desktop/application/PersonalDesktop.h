@@ -79,6 +79,7 @@ private:
     [[nodiscard]] Session::Parts SessionParts();
     [[nodiscard]] ViewDock& LogDock();
     [[nodiscard]] bool SavesSession() const { return m_parts.keeps || !m_parts.sessionFile.empty(); }
+    [[nodiscard]] QString WhyNot(const CommandEntry& command) const;
     PaletteDialog* Pick(QWidget* parent, bool all, const std::function<void(const Ref<Tool>&)>& choose);
 
     Parts m_parts;

@@ -28,8 +28,9 @@ QLabel* NewMessageLabel(const QString& text, QWidget* parent) {
     return label;
 }
 
-ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent)
-    : QWidget(parent), m_tree(new ExplorerTree(treeView, std::move(icons), std::move(guard), this)),
+ExplorerPage::ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent,
+                           std::shared_ptr<items::Items> items)
+    : QWidget(parent), m_tree(new ExplorerTree(treeView, std::move(icons), std::move(guard), this, std::move(items))),
       m_filter(new QLineEdit(this)), m_empty(new QWidget(this)), m_message(NewMessageLabel({}, m_empty)),
       m_emptyText(tr("Nothing here yet. Items that you create or open appear in this list.")) {
     m_filter->setPlaceholderText(tr("Filter"));

@@ -14,7 +14,8 @@ namespace corvane::desktop {
 class ExplorerPage final : public QWidget {
     Q_OBJECT
 public:
-    ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent = nullptr);
+    ExplorerPage(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent = nullptr,
+                 std::shared_ptr<items::Items> items = {});
 
     [[nodiscard]] ExplorerTree* Tree() const { return m_tree; }
     [[nodiscard]] QLineEdit* Filter() const { return m_filter; }

@@ -32,9 +32,9 @@ QString TabText(QString caption) {
 
 } // namespace
 
-ExplorerPanel::ExplorerPanel(Ref<PanelForm> form, Guard guard, QWidget* parent)
+ExplorerPanel::ExplorerPanel(Ref<PanelForm> form, Guard guard, QWidget* parent, std::shared_ptr<items::Items> items)
     : QWidget(parent), m_form(std::move(form)), m_guard(guard ? std::move(guard) : LogFailure),
-      m_tabBar(new QTabBar(this)), m_stack(new QStackedWidget(this)),
+      m_items(std::move(items)), m_tabBar(new QTabBar(this)), m_stack(new QStackedWidget(this)),
       m_empty(NewMessageLabel(tr("The explorer is empty. Items appear here when the application provides them."),
                               m_stack)) {
     m_tabBar->setDocumentMode(true);
@@ -42,6 +42,8 @@ ExplorerPanel::ExplorerPanel(Ref<PanelForm> form, Guard guard, QWidget* parent)
     m_tabBar->setDrawBase(true);
     m_tabBar->setElideMode(Qt::ElideRight);
     m_tabBar->setUsesScrollButtons(true);
+    m_tabBar->setAcceptDrops(true);
+    m_tabBar->setChangeCurrentOnDrag(true);
     m_tabBar->setAccessibleName(tr("Explorer tabs"));
     m_stack->addWidget(m_empty);
     auto* layout = new QVBoxLayout(this);
@@ -80,7 +82,9 @@ void ExplorerPanel::AddPage(const Ref<Object>& control) {
     const auto treeView = control.TryAs<TreeView>();
     if (!treeView)
         return;
-    auto* page = new ExplorerPage(treeView, m_icons, m_guard, m_stack);
+    auto* page = new ExplorerPage(treeView, m_icons, m_guard, m_stack, m_items);
+    page->Tree()->SetTakesFiles([this] { return m_takesFiles && m_takesFiles(); });
+    connect(page->Tree(), &ExplorerTree::FilesDropped, this, &ExplorerPanel::FilesDropped);
     connect(page->Tree(), &ExplorerTree::PopupPlace, this, &ExplorerPanel::PopupPlace);
     connect(page->Tree(), &ExplorerTree::NameTyped, this, &ExplorerPanel::NameTyped);
     m_stack->addWidget(page);

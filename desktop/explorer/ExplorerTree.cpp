@@ -18,7 +18,8 @@ namespace {
 
 constexpr int IconSize = 16;
 constexpr Single indentationTwips = 15;
-constexpr int markWidth = 3; // pixels
+constexpr int markWidth = 3;     // pixels
+constexpr int expandDelay = 700; // ms over a closed folder, while something is dragged
 
 // Above this many, laying out the whole tree once is cheaper than opening or closing items one by one.
 constexpr std::size_t ManyToggles = 8;
@@ -76,23 +77,32 @@ private:
     ExplorerTree* m_tree;
 };
 
-ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent)
-    : QTreeView(parent), m_treeView(std::move(treeView)), m_guard(std::move(guard)),
+ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent,
+                           std::shared_ptr<items::Items> items)
+    : QTreeView(parent), m_treeView(std::move(treeView)), m_guard(std::move(guard)), m_items(std::move(items)),
       m_model(new TreeModel(m_treeView, icons, this)),
-      m_filterModel(new FilterModel(m_treeView, std::move(icons), this)), m_nameProblem(new QLabel(viewport())) {
-    m_nameProblem->setTextFormat(Qt::PlainText);
-    m_nameProblem->setWordWrap(true);
-    m_nameProblem->setMargin(4);
-    m_nameProblem->setFrameShape(QFrame::Box);
-    m_nameProblem->setAutoFillBackground(true);
-    m_nameProblem->setBackgroundRole(QPalette::ToolTipBase);
-    m_nameProblem->setForegroundRole(QPalette::ToolTipText);
-    m_nameProblem->hide();
+      m_filterModel(new FilterModel(m_treeView, std::move(icons), this)), m_note(new QLabel(viewport())) {
+    if (!m_items) {
+        m_items = std::make_shared<items::Items>(nullptr, [call = m_guard](const auto& act) { call(act); });
+        m_items->Selected()->Follow(m_treeView);
+    }
+    m_model->SetIsLazy([items = m_items.get()](const Node& node) { return items->IsLazy(node); });
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->setWordWrap(true);
+    m_note->setMargin(4);
+    m_note->setFrameShape(QFrame::Box);
+    m_note->setAutoFillBackground(true);
+    m_note->setBackgroundRole(QPalette::ToolTipBase);
+    m_note->setForegroundRole(QPalette::ToolTipText);
+    m_note->hide();
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setIconSize({IconSize, IconSize});
     setEditTriggers(NoEditTriggers);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ExtendedSelection);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+    setAutoExpandDelay(expandDelay);
     setTextElideMode(Qt::ElideRight);
     setExpandsOnDoubleClick(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
@@ -110,6 +120,14 @@ ExplorerTree::ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> i
     m_tree_EditorEndRequested = m_treeView->EditorEndRequested.Subscribe([this] { EndEditor(); });
     m_tree_HitTestRequested = m_treeView->HitTestRequested.Subscribe(
         [this](Single x, Single y, Ref<Node>& node) { node = Ref<Node>(NodeAtPoint(QPointF(x, y).toPoint())); });
+    m_selection_Changed = m_items->Selected()->Changed.Subscribe([this] {
+        m_selectionMoved = true;
+        m_model->Schedule();
+    });
+    m_items_Asked = m_items->Asked.Subscribe([this](const Ref<Node>&) {
+        scheduleDelayedItemsLayout(); // a folder may turn out to be empty
+        m_model->Schedule();
+    });
     ApplyExpandedEverywhere();
     ApplyLook();
     ApplySelection();
@@ -149,6 +167,7 @@ void ExplorerTree::Tree_Changed(const TreeChange& change) {
 
 // The tree may be hidden behind the line for an empty one, and is scrolled when it has its place.
 void ExplorerTree::Model_TurnEnded() {
+    m_items->Settle();
     ApplyNodes();
     Q_EMIT ContentChanged();
     ApplySelection();
@@ -203,8 +222,12 @@ void ExplorerTree::ApplySelection() {
     {
         const QScopedValueRollback follows(m_followsModel, true);
         setAutoScroll(false); // it would open folders unheard
-        if (!index.isValid())
+        if (IsSeveral() && m_items->Selected()->Tree() == m_treeView)
+            ApplySeveral();
+        else if (!index.isValid())
             selectionModel()->clearSelection();
+        else if (selectionModel()->selectedIndexes().size() > 1)
+            selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
         else if (!selectionModel()->isSelected(index) || currentIndex() != index)
             selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
         setAutoScroll(true);
@@ -229,6 +252,10 @@ void ExplorerTree::Mark(const Ref<Node>& node) {
 
 void ExplorerTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     QTreeView::drawRow(painter, option, index);
+    if (m_target.node && m_target.answer.accepts && Shown()->NodeAt(index) == m_target.node.Get()) {
+        painter->setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), 2));
+        painter->drawRect(visualRect(index).adjusted(1, 1, -2, -2));
+    }
     if (!m_marked || Shown()->NodeAt(index) != m_marked.Get())
         return;
     const int left = isRightToLeft() ? viewport()->width() - markWidth : 0;
@@ -297,6 +324,7 @@ void ExplorerTree::FindAgain() {
     m_filterModel->Find(m_filter);
     ShowModel(m_filterModel);
     expandAll();
+    DropHidden(nullptr);
 }
 
 void ExplorerTree::ShowModel(NodeModel* nodeModel) {
@@ -347,31 +375,38 @@ bool ExplorerTree::TakesName(const QString& name, QLineEdit& editor) {
     Q_EMIT NameTyped(name, problem);
     if (problem != editor.accessibleDescription()) {
         editor.setAccessibleDescription(problem);
-        ShowNameProblem(problem, editor.geometry());
+        ShowNote(problem, editor.geometry());
     }
     return problem.isEmpty();
 }
 
-void ExplorerTree::ShowNameProblem(const QString& problem, const QRect& editor) {
-    m_nameProblem->setText(problem);
-    m_nameProblem->setVisible(!problem.isEmpty());
-    if (problem.isEmpty())
+QString ExplorerTree::Note() const {
+    return m_note->isHidden() ? QString() : m_note->text();
+}
+
+void ExplorerTree::ShowNote(const QString& text, const QRect& row) {
+    const bool isNew = m_note->isHidden() || m_note->text() != text;
+    m_note->setText(text);
+    m_note->setVisible(!text.isEmpty());
+    if (text.isEmpty())
         return;
     constexpr int gap = 2;
     const int width = viewport()->width() - 2 * gap;
-    const int height = m_nameProblem->heightForWidth(width);
-    const int below = editor.bottom() + 1 + gap;
-    const bool fitsBelow = below + height <= viewport()->height() || editor.top() < height + gap;
-    m_nameProblem->setGeometry(gap, fitsBelow ? below : editor.top() - gap - height, width, height);
-    m_nameProblem->raise();
-    QAccessibleEvent alert(m_nameProblem, QAccessible::Alert);
+    const int height = m_note->heightForWidth(width);
+    const int below = row.bottom() + 1 + gap;
+    const bool fitsBelow = below + height <= viewport()->height() || row.top() < height + gap;
+    m_note->setGeometry(gap, fitsBelow ? below : row.top() - gap - height, width, height);
+    m_note->raise();
+    if (!isNew)
+        return;
+    QAccessibleEvent alert(m_note, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
 
 // The editor goes before the model is notified of the text, since the answer may be a message that waits for the user.
 void ExplorerTree::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) {
     QTreeView::closeEditor(editor, QAbstractItemDelegate::NoHint);
-    m_nameProblem->hide();
+    m_note->hide();
     const std::optional<QString> edited = std::exchange(m_edited, std::nullopt);
     m_model->Schedule();
     m_guard([tree = m_treeView, &edited] {

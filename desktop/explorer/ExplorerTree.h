@@ -1,10 +1,11 @@
 // The view of one tree: it draws the model's nodes, reports to the model what a user does with mouse and keyboard in
-// the order of the real control, and edits labels.
+// the order of the real control, edits labels, and lets users select several nodes and drag them.
 #pragma once
 
 #include "desktop/explorer/FilterModel.h"
 #include "desktop/explorer/TreeModel.h"
 #include "desktop/guard/Guard.h"
+#include "items/Items.h"
 
 #include <QBasicTimer>
 #include <QTreeView>
@@ -19,7 +20,9 @@ namespace corvane::desktop {
 class ExplorerTree final : public QTreeView {
     Q_OBJECT
 public:
-    ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent = nullptr);
+    // Without items no node has children to ask for, and none can be dropped on.
+    ExplorerTree(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, Guard guard, QWidget* parent = nullptr,
+                 std::shared_ptr<items::Items> items = {});
 
     // The user has come back to the selected node, as if by a click.
     void ChooseSelected();
@@ -46,8 +49,17 @@ public:
     [[nodiscard]] Node* NodeAtPoint(const QPoint& point) const;
 
     void keyboardSearch(const QString& text) override;
+    // Begins the way of the keyboard to drag what is selected: arrow keys go to the target.
+    void StartCarrying();
+    [[nodiscard]] bool IsCarrying() const { return !m_carried.empty(); }
+    // What is said at a row: why a name or a drop is refused, or what to do; empty for nothing.
+    [[nodiscard]] QString Note() const;
+    // Whether files that no item takes are of use to the window.
+    void SetTakesFiles(std::function<bool()> takes) { m_takesFiles = std::move(takes); }
 
 Q_SIGNALS:
+    // Files that were dropped, and that no item takes.
+    void FilesDropped(const QStringList& files);
     // After each turn in which the tree changed, and after each change of the filter.
     void ContentChanged();
     // While a label is being typed: its text so far, without blanks around it. A problem that is set refuses it, and is
@@ -66,6 +78,12 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     bool viewportEvent(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -93,10 +111,39 @@ private:
     void Reveal(const QModelIndex& index);
     void View_Toggled(const QModelIndex& index, bool expanded);
 
+    // Selecting several, in ExplorerTreeSelection.cpp.
+    [[nodiscard]] bool IsSeveral() const { return m_items->Selected()->IsSeveral(); }
+    void SelectOne();
+    void ApplySeveral();
+    // False when there is nothing to report any more.
+    [[nodiscard]] bool Extend(const Ref<Node>& node, Qt::KeyboardModifiers modifiers);
+    [[nodiscard]] bool TakeOut(const Ref<Node>& node);
+    [[nodiscard]] std::vector<Ref<Node>> NodesBetween(const QModelIndex& one, const QModelIndex& other) const;
+    [[nodiscard]] bool PressedForSeveral(const QMouseEvent& event);
+    [[nodiscard]] bool KeyForSeveral(const QKeyEvent& event);
+    [[nodiscard]] static std::optional<CursorAction> CursorActionOf(int key);
+    void SelectSiblings();
+    void DropHidden(const Node* closed);
+
+    // Dragging, in ExplorerTreeDrag.cpp.
+    struct Target {
+        Ref<Node> node;
+        bool copies = false;
+        items::DropAnswer answer = {};
+    };
+    void StartDrag();
+    [[nodiscard]] Ref<Dropped> DroppedBy(const QDropEvent& event, bool copies) const;
+    void AskTarget(const Ref<Node>& node, const Ref<Dropped>& dropped);
+    [[nodiscard]] Ref<Node> TargetAt(const QPoint& point) const;
+    void ForgetTarget();
+    void DropOn(const Ref<Node>& node, const Ref<Dropped>& dropped);
+    [[nodiscard]] bool KeyWhileCarrying(QKeyEvent& event);
+    void ShowCarried();
+
     void OpenEditor();
     void EndEditor();
     [[nodiscard]] bool TakesName(const QString& name, QLineEdit& editor);
-    void ShowNameProblem(const QString& problem, const QRect& editor);
+    void ShowNote(const QString& text, const QRect& row);
     // Each tells the model in one guarded step. False when the tree has gone with what it heard.
     bool ReportNode(const Ref<Node>& node);
     [[nodiscard]] bool ReleaseOnNode(Long button, const Ref<Node>& node);
@@ -107,6 +154,7 @@ private:
 
     Ref<TreeView> m_treeView;
     Guard m_guard;
+    std::shared_ptr<items::Items> m_items;
     TreeModel* m_model;
     FilterModel* m_filterModel;
     QString m_filter;
@@ -125,12 +173,23 @@ private:
     bool m_pressedSelected = false; // the node was selected already
     QBasicTimer m_editTimer;
     std::optional<QString> m_edited;
-    QLabel* m_nameProblem; // below the editor, or above it; hidden while there is none
+    QLabel* m_note; // below the row, or above it; hidden while there is none
+
+    Ref<Node> m_anchor;                 // where Shift extends from
+    QPoint m_pressPoint;                // in pixels of the viewport
+    bool m_becomesOne = false;          // of several that are selected the pressed one stays, unless they are dragged
+    std::vector<Ref<Node>> m_dragged;   // while they are
+    std::vector<Ref<Node>> m_carried;   // by keyboard
+    Target m_target;                    // below the pointer, or at the row of the keyboard
+    std::function<void()> m_dropsLater; // what the drag that is going on has been dropped on
+    std::function<bool()> m_takesFiles;
 
     Subscription m_tree_Changed;
     Subscription m_tree_EditorRequested;
     Subscription m_tree_EditorEndRequested;
     Subscription m_tree_HitTestRequested;
+    Subscription m_selection_Changed;
+    Subscription m_items_Asked;
 };
 
 } // namespace corvane::desktop

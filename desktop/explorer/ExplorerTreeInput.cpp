@@ -85,7 +85,13 @@ void ExplorerTree::mousePressEvent(QMouseEvent* event) {
     m_pressed = Ref<Node>(NodeAtPoint(point));
     m_pressPending = true;
     m_pressIsDouble = false;
-    m_pressedSelected = m_pressed && m_pressed == m_treeView->SelectedItem() && hasFocus();
+    m_pressedSelected = m_pressed && m_pressed == m_treeView->SelectedItem() && hasFocus() && !IsSeveral();
+    m_pressPoint = point;
+    if (!PressedForSeveral(*event)) {
+        m_pressPending = false;
+        event->accept();
+        return;
+    }
     if (event->button() == Qt::LeftButton && IsOnBranch(point)) {
         const QModelIndex index = indexAt(point);
         setExpanded(index, !isExpanded(index));
@@ -122,6 +128,8 @@ void ExplorerTree::mouseReleaseEvent(QMouseEvent* event) {
     const QPoint global = event->globalPosition().toPoint();
     const Long shift = ShiftOf(event->modifiers());
     m_pressPending = false;
+    if (std::exchange(m_becomesOne, false))
+        SelectOne();
     const Ref<Node> pressed = std::exchange(m_pressed, nullptr);
     if (!m_pressIsDouble && !ReleaseOnNode(button, pressed))
         return;
@@ -148,6 +156,9 @@ bool ExplorerTree::ReleaseOnNode(Long button, const Ref<Node>& node) {
 void ExplorerTree::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() == Qt::NoButton)
         QTreeView::mouseMoveEvent(event);
+    const int way = (event->position().toPoint() - m_pressPoint).manhattanLength();
+    if (event->buttons() == Qt::LeftButton && m_pressed && m_pressPending && way >= QApplication::startDragDistance())
+        StartDrag();
 }
 
 // A second, slow click on the selected item edits its label.
@@ -173,6 +184,7 @@ void ExplorerTree::EditSelected() {
     const Ref<Node> node = m_treeView->SelectedItem();
     if (!node)
         return;
+    SelectOne();
     if (ReportNode(node))
         m_guard([tree = m_treeView] { tree->StartLabelEdit(); });
 }
@@ -202,15 +214,20 @@ void ExplorerTree::keyPressEvent(QKeyEvent* event) {
     Sync();
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     const int key = event->key();
+    if (KeyWhileCarrying(*event) || KeyForSeveral(*event)) {
+        event->accept();
+        return;
+    }
     if (plain && (key == Qt::Key_Return || key == Qt::Key_Enter))
         OpenSelected();
     else if (plain && key == Qt::Key_F2)
         EditSelected();
     else if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier))
         OpenMenuByKey();
-    else if (plain && key == Qt::Key_Space)
+    else if (plain && key == Qt::Key_Space) {
+        SelectOne();
         ReportNode(Ref<Node>(Shown()->NodeAt(currentIndex())));
-    else if (key == Qt::Key_Escape) {
+    } else if (key == Qt::Key_Escape) {
         event->ignore(); // the filter's
         return;
     } else {
@@ -238,6 +255,8 @@ void ExplorerTree::currentChanged(const QModelIndex& current, const QModelIndex&
         return;
     // What the node's subscribers do to the tree is not done by key any more.
     const QScopedValueRollback byKey(m_byKey, false);
+    SelectOne();
+    m_anchor = Ref<Node>(Shown()->NodeAt(current));
     ReportNode(Ref<Node>(Shown()->NodeAt(current)));
 }
 
@@ -248,6 +267,9 @@ void ExplorerTree::View_Toggled(const QModelIndex& index, bool expanded) {
     const Ref<Node> node(Shown()->NodeAt(index));
     if (!node)
         return;
+    m_items->Settle();
+    if (!expanded)
+        DropHidden(node.Get());
     const Ref<Node> selected = m_treeView->SelectedItem();
     bool hidesSelected = false;
     if (!expanded && selected)

@@ -67,12 +67,14 @@ std::vector<FilterModel::Item> FilterModel::Matches(const QString& text) const {
 
 void FilterModel::Find(const QString& text) {
     beginResetModel();
+    m_places.clear();
     m_items = Matches(text);
     endResetModel();
 }
 
 void FilterModel::Empty() {
     beginResetModel();
+    m_places.clear();
     m_items.clear();
     endResetModel();
 }
@@ -100,10 +102,11 @@ Node* FilterModel::NodeAt(const QModelIndex& index) const {
 }
 
 QModelIndex FilterModel::IndexOf(const Node* node) {
-    for (std::size_t i = 1; i < m_items.size(); ++i)
-        if (m_items[i].node.Get() == node)
-            return IndexOfItem(i);
-    return {};
+    if (m_places.empty())
+        for (std::size_t i = 1; i < m_items.size(); ++i)
+            m_places.emplace(m_items[i].node.Get(), i);
+    const auto it = m_places.find(node);
+    return it == m_places.end() ? QModelIndex() : IndexOfItem(it->second);
 }
 
 QModelIndex FilterModel::index(int row, int column, const QModelIndex& parent) const {

@@ -4,6 +4,7 @@
 
 #include "desktop/explorer/NodeModel.h"
 
+#include <unordered_map>
 #include <vector>
 
 namespace corvane::desktop {
@@ -41,6 +42,7 @@ private:
     [[nodiscard]] std::vector<Item> Matches(const QString& text) const;
 
     std::vector<Item> m_items;
+    std::unordered_map<const Node*, std::size_t> m_places; // of the items, once one is looked for
 };
 
 } // namespace corvane::desktop

@@ -48,7 +48,10 @@ int TreeModel::rowCount(const QModelIndex& parent) const {
 }
 
 bool TreeModel::hasChildren(const QModelIndex& parent) const {
-    return rowCount(parent) > 0;
+    if (rowCount(parent) > 0)
+        return true;
+    const Node* node = NodeAt(parent);
+    return node && m_isLazy && m_isLazy(*node);
 }
 
 void TreeModel::Tree_Changed(const TreeChange& change) {

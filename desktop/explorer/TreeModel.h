@@ -5,6 +5,7 @@
 
 #include "desktop/explorer/NodeModel.h"
 
+#include <functional>
 #include <unordered_map>
 #include <vector>
 
@@ -15,6 +16,8 @@ class TreeModel final : public NodeModel {
 public:
     TreeModel(Ref<TreeView> treeView, std::shared_ptr<ImageIcons> icons, QObject* parent = nullptr);
 
+    // Nodes that it is true for have a branch to open, though they have no children yet.
+    void SetIsLazy(std::function<bool(const Node&)> isLazy) { m_isLazy = std::move(isLazy); }
     // Reports Qt now what waits for the end of the turn.
     void Flush();
     // Asks for an end of the turn even when no node has changed.
@@ -50,6 +53,7 @@ private:
     bool m_hasLastParent = false;
     std::vector<Ref<Node>> m_changed; // looks
     bool m_scheduled = false;
+    std::function<bool(const Node&)> m_isLazy;
     Subscription m_tree_Changed;
 };
 

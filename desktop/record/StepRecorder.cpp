@@ -131,6 +131,42 @@ void StepRecorder::Leave() {
     WriteTyped();
     m_subscriptions.clear();
     m_models = {};
+    m_selection = nullptr;
+    m_selected.clear();
+}
+
+// Of files that are dropped on an item there may be many steps in one entry.
+void StepRecorder::Note(const std::string& step) {
+    if (!step.starts_with("takefile "))
+        Step(step);
+    else if (!m_held)
+        Write(step);
+}
+
+void StepRecorder::FollowSelection(const Ref<items::Selection>& selection) {
+    m_selection = selection;
+    m_subscriptions.push_back(selection->Changed.Subscribe([this] { Selection_Changed(); }));
+}
+
+// "also" takes a node in, or out again.
+void StepRecorder::Selection_Changed() {
+    const std::vector<Ref<Node>> nodes = m_selection->IsSeveral() ? m_selection->Nodes() : std::vector<Ref<Node>>();
+    const std::string tab = nodes.empty() ? "" : std::to_string(m_selection->Tree()->Container()) + " ";
+    std::vector<Ref<Node>> before = std::exchange(m_selected, nodes);
+    if (nodes.empty() || m_held)
+        return;
+    const Ref<Node> one = m_selection->Tree()->SelectedItem();
+    if (before.empty() && one)
+        before.push_back(one);
+    const auto isIn = [](const std::vector<Ref<Node>>& all, const Ref<Node>& node) {
+        return std::find(all.begin(), all.end(), node) != all.end();
+    };
+    for (const Ref<Node>& node : nodes)
+        if (!isIn(before, node))
+            Write("also " + tab + node->Key());
+    for (const Ref<Node>& node : before)
+        if (!isIn(nodes, node) && node->IsInTree())
+            Write("also " + tab + node->Key());
 }
 
 void StepRecorder::FollowTree(const Ref<TreeView>& tree) {
@@ -163,6 +199,10 @@ void StepRecorder::Bar_ToolClick(const Tool& tool) {
 void StepRecorder::Tree_NodeClick(const TreeView& tree, const Node& node) {
     const std::string rest = " " + std::to_string(tree.Container()) + " " + node.Key();
     m_menuAsked = m_rightButton;
+    if (m_selection && m_selection->IsSeveral() && !m_rightButton) {
+        (void)TakeEntry(); // it is written already
+        return;
+    }
     Step((m_rightButton ? "contextmenu" : "node") + rest);
 }
 

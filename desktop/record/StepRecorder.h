@@ -6,6 +6,7 @@
 #include "corvane/platform/controls/MdiForm.h"
 #include "corvane/platform/controls/PanelForm.h"
 #include "desktop/windows/WindowHost.h"
+#include "items/Selection.h"
 
 #include <fstream>
 #include <functional>
@@ -35,6 +36,10 @@ public:
     void Follow(Models models);
     // NoOne is followed any more.
     void Leave();
+    // A step that none of the models shows.
+    void Note(const std::string& step);
+    // The nodes that are selected beside each other, of the models' trees.
+    void FollowSelection(const Ref<items::Selection>& selection);
     // Nothing is written while it is held: what happens is the host's doing.
     void SetHeld(bool held) { m_held = held; }
 
@@ -56,6 +61,7 @@ private:
     void Bar_ToolClick(const Tool& tool);
     void Tree_NodeClick(const TreeView& tree, const Node& node);
     void Tree_MouseUp(Long button, Long shift);
+    void Selection_Changed();
     // True once an entry: for what comes first, which is the user's doing.
     [[nodiscard]] bool TakeEntry();
     void Step(const std::string& line);
@@ -72,8 +78,10 @@ private:
     bool m_rightButton = false; // is pressed on a tree
     bool m_menuAsked = false;   // since then
     bool m_exits = false;
-    std::string m_typed;      // the step of what is being typed, until the next step
-    std::string m_typedField; // where
+    Ref<items::Selection> m_selection;
+    std::vector<Ref<Node>> m_selected; // several, when it changed last
+    std::string m_typed;               // the step of what is being typed, until the next step
+    std::string m_typedField;          // where
     std::vector<Subscription> m_subscriptions;
 };
 

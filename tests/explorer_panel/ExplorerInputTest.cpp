@@ -147,6 +147,129 @@ TEST(ExplorerKeys, ReportAsTheMouseDoes) {
     }
 }
 
+// The library's selected item first, then all that are selected as the tree shows it.
+TEST(ExplorerSeveral, AreSelectedBesideTheOneOfTheLibrary) {
+    struct Case {
+        const char* name;
+        std::function<void(ExplorerFixture&)> work;
+        const char* selected;
+        const char* reported;
+    };
+    const auto ctrl = [](ExplorerFixture& o, const char* key) {
+        o.Click(Qt::LeftButton, o.PointOf(key), Qt::ControlModifier);
+    };
+    const Case cases[] = {
+        {"CtrlAdds", [&](ExplorerFixture& o) { ctrl(o, "C"); }, "C: A C", "down1/2 node:C click up1/2"},
+        {"CtrlTakesOutWhatTheLibraryHas",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "C");
+             ctrl(o, "B");
+             o.Reported();
+             ctrl(o, "B");
+         },
+         "A: A C", "node:A"},
+        {"CtrlTakesOutAnother",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "C");
+             ctrl(o, "B");
+             o.Reported();
+             ctrl(o, "A");
+         },
+         "B: B C", ""},
+        {"CtrlLeavesTheLastOne", [&](ExplorerFixture& o) { ctrl(o, "A"); }, "A: A", ""},
+        {"ShiftTakesARange", [](ExplorerFixture& o) { o.Click(Qt::LeftButton, o.PointOf("C"), Qt::ShiftModifier); },
+         "C: A B C", "down1/1 node:C click up1/1"},
+        {"PlainClickWithinLeavesOne",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "C");
+             o.Reported();
+             o.Click(Qt::LeftButton, o.PointOf("A"));
+         },
+         "A: A", "down1/0 node:A click up1/0"},
+        {"RightClickWithinKeepsAll",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "C");
+             o.Reported();
+             o.Click(Qt::RightButton, o.PointOf("A"));
+         },
+         "A: A C", "down2/0 node:A up2/0"},
+        {"RightClickElsewhereLeavesOne",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "C");
+             o.Reported();
+             o.Click(Qt::RightButton, o.PointOf("B"));
+         },
+         "B: B", "down2/0 node:B up2/0"},
+        {"ShiftArrows",
+         [](ExplorerFixture& o) {
+             o.Key(Qt::Key_Down, Qt::ShiftModifier);
+             o.Key(Qt::Key_End, Qt::ShiftModifier);
+             o.Key(Qt::Key_Up, Qt::ShiftModifier);
+         },
+         "B: A B", "node:B node:C node:B"},
+        {"CtrlArrowsAndSpace",
+         [](ExplorerFixture& o) {
+             o.Key(Qt::Key_Down, Qt::ControlModifier);
+             o.Key(Qt::Key_Down, Qt::ControlModifier);
+             o.Key(Qt::Key_Space, Qt::ControlModifier);
+         },
+         "C: A C", "node:C"},
+        {"AllOfTheFolder", [](ExplorerFixture& o) { o.Key(Qt::Key_A, Qt::ControlModifier); }, "A: A B C", ""},
+        {"AnArrowLeavesOne",
+         [](ExplorerFixture& o) {
+             o.Key(Qt::Key_A, Qt::ControlModifier);
+             o.Key(Qt::Key_Down);
+         },
+         "B: B", "node:B"},
+        {"CodeThatSelectsLeavesOne",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "C");
+             o.Reported();
+             o.NodeOf("B")->SetSelected(true);
+         },
+         "B: B", ""},
+        {"WhatGoesIsNotSelected",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "C");
+             ctrl(o, "B");
+             o.Reported();
+             o.Tree()->GetNodes()->Remove("A");
+         },
+         "B: B C", ""},
+        {"WhatTheFilterHidesIsNotSelected",
+         [&](ExplorerFixture& o) {
+             o.Key(Qt::Key_A, Qt::ControlModifier);
+             o.View().SetFilter("A");
+         },
+         "A: A", ""},
+        {"WhatAFolderHidesIsNotSelected",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "Root");
+             o.Reported();
+             o.View().collapse(o.View().IndexOf(o.NodeOf("Root").Get()));
+         },
+         "Root: Root", ""},
+    };
+    for (const Case& testCase : cases) {
+        SCOPED_TRACE(testCase.name);
+        ExplorerFixture room;
+        room.Fill();
+        room.View().setFocus();
+        room.Click(Qt::LeftButton, room.PointOf("A"));
+        room.Reported();
+        testCase.work(room);
+        ExplorerFixture::Turn();
+        std::string selected = room.Selected() + ":";
+        QModelIndexList shown = room.View().selectionModel()->selectedIndexes();
+        std::sort(shown.begin(), shown.end(),
+                  [](const auto& a, const auto& b) { return a.data().toString() < b.data().toString(); });
+        for (const QModelIndex& index : shown)
+            selected += " " + index.data().toString().toStdString();
+        EXPECT_EQ(selected, testCase.selected);
+        EXPECT_EQ(room.Reported(), testCase.reported);
+    }
+}
+
 TEST(ExplorerKeys, FocusAloneSelectsNothing) {
     ExplorerFixture room;
     room.Fill();

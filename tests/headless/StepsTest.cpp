@@ -95,6 +95,22 @@ TEST_F(StepsTest, AskForTheMenuOfANode) {
     EXPECT_EQ(m_application.TakeCalls().back(), "P.Root#1 OnOpen");
 }
 
+TEST(Steps, SelectSeveralNodesAndReportWhatIsNotTaken) {
+    Application application;
+    application.AddService("S", R"(<ExplorerItems><ExplorerItem Name="Root" Type="Folder" ProgID="P.Root"/>
+<ExplorerItem Name="Item" Type="Default" Parent="Root"/></ExplorerItems>)");
+    application.SetStandIns(R"({"objects": {"P.Root": {"name": "Root", "children": [{"name": "a"}, {"name": "b"}]}}})");
+    EXPECT_EQ(application.Start(), 0);
+    application.Take("populate\nnode 0 Item.b\nalso 0 Item.a\nexpect explorer.tabs[Root].selected.0 Item.a\n"
+                     "expect explorer.tabs[Root].selected.1 Item.b\nalso 0 Item.a\n"
+                     "expect explorer.tabs[Root].selected null\nexpand 0 Root\nexpect failure null");
+    EXPECT_EQ(application.TakeUnmet(), Lines());
+    application.Take("drop 0 Root\ntakefile /a.csv\ndropcopy 0 Root\ndropfile /a.csv");
+    const auto& missed = application.Host().Recorded().missed;
+    EXPECT_EQ(missed.size(), 3U);
+    EXPECT_NE(missed.back().find("no service opens \"/a.csv\""), std::string::npos);
+}
+
 TEST_F(StepsTest, MayEndInAnEmptyField) {
     m_application.Take("click \ncloseband \ntab \npopulate\nnode 0 Root\nselect 0 ");
     EXPECT_FALSE(m_application.Host().FirstFailure());
