@@ -19,7 +19,6 @@ void Documents::SetAlone() {
     for (TabGroup* group : groups)
         while (!group->Entries().empty())
             entries.push_back(group->Take(group->Entries().front().frame));
-    std::stable_partition(entries.begin(), entries.end(), [](const auto& entry) { return entry.isPinned; });
     delete m_root;
     MakeRoot();
     if (entries.empty())

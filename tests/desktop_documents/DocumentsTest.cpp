@@ -22,6 +22,7 @@
 #include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace corvane::desktop {
 namespace {
@@ -288,6 +289,15 @@ TEST_F(DocumentsTest, CommandsDoWithoutAMouseAndMouseAndCommandsSparePinnedTabs)
     Sheet('B')->Activate();
     Choose("Window.CloseOthers");
     EXPECT_EQ(Look(), "C.[B]");
+    for (const Arrangement how : {Arrangement::TileVertical, Arrangement::TileHorizontal, Arrangement::Cascade}) {
+        m_application->MainForm()->Arrange(how);
+        Turn();
+        std::set<int> lefts; // of the groups: two where they are side by side
+        for (const TabGroup* group : Groups())
+            lefts.insert(group->mapToGlobal(QPoint()).x());
+        EXPECT_EQ(lefts.size(), how == Arrangement::TileVertical ? 2U : 1U);
+        EXPECT_EQ(Groups().size(), how == Arrangement::Cascade ? 1U : 2U);
+    }
     Open("EF");
     const auto key = [&](Qt::Key pressed) {
         QTest::keyClick(m_application->Window().windowHandle(), pressed, Qt::ControlModifier);
