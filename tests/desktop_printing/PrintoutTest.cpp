@@ -78,6 +78,22 @@ TEST(Printout, TableHasAllItsRowsWithItsHeadsOnEachSheetAndTheFirstColumnBesideW
         EXPECT_TRUE(sheet.contains("Head0"));
 }
 
+TEST(Printout, SheetsThatAreChosenComeAloneUnderTheirNumbers) {
+    Printout printout;
+    for (const char* text : {"first", "second", "third"}) {
+        printout.AddText(text);
+        printout.StartSheet();
+    }
+    for (const int last : {2, 9}) {
+        RecordingPaper paper;
+        PaperPrinter printer(paper);
+        printer.setFromTo(2, last);
+        (void)printout.Paint(printer, "Birds");
+        EXPECT_EQ(Content(paper), last == 2 ? QStringList("second") : QStringList({"second", "third"}));
+        EXPECT_TRUE(paper.sheets[0].contains("Page 2 of 3")) << paper.Texts().toStdString();
+    }
+}
+
 TEST(Printout, TextsBreakBetweenLinesHeadingsStayWithWhatFollowsAndPicturesStayWhole) {
     QStringList lines;
     for (int i = 0; i < 200; ++i)
