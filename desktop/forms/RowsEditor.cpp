@@ -144,8 +144,12 @@ void RowsEditor::FitColumns() {
             tree->resizeColumnToContents(column);
     else
         static_cast<QTableView*>(m_view.data())->resizeColumnsToContents();
-    for (int column = 0; column + 1 < header->count(); ++column)
-        header->resizeSection(column, std::min(header->sectionSize(column), most));
+    // Numbers and times are often longest in the last row, which is too far away to be measured with the first ones.
+    const int lastRow = m_rows->rowCount() - 1;
+    for (int column = 0; column + 1 < header->count(); ++column) {
+        const int last = m_view->sizeHintForIndex(m_rows->index(lastRow, column)).width() + 1; // and the grid
+        header->resizeSection(column, std::min(std::max(header->sectionSize(column), last), most));
+    }
 }
 
 } // namespace corvane::desktop

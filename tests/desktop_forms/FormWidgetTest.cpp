@@ -311,6 +311,9 @@ TEST_F(FormWidgetTest, ManyRowsAreAskedForAsTheyComeIntoSight) {
     QApplication::processEvents();
     EXPECT_EQ(table.model()->rowCount(), 100000);
     EXPECT_LT(form.data.cellsAsked, 10000);
+    const int last = table.sizeHintForIndex(table.model()->index(99999, 0)).width();
+    EXPECT_GT(last, table.sizeHintForIndex(table.model()->index(0, 0)).width());
+    EXPECT_GE(table.columnWidth(0), last) << "columns have space for the last row";
 
     table.setFocus();
     table.selectRow(4);
