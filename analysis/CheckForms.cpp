@@ -171,6 +171,9 @@ private:
                 Quoted(field.name) + " has neither a label nor an accessible name, so nothing says what it is",
                 field.kind == FieldKind::Button ? "give it a text"
                                                 : "put a label in front of it, or make it the buddy of one");
+        if (isList && field.columns.empty())
+            Add(Rule::FormIdle, field.at, Quoted(field.name) + " has no columns, so its rows are shown empty",
+                "add columns in Designer, whose titles name the properties of a row");
         if (field.required && field.readOnly)
             Add(Rule::FormRequired, field.at,
                 Quoted(field.name) + " is required and read-only, so an empty one can't be filled in",

@@ -584,7 +584,8 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
     {Rule::FormRequired, "form-required", Severity::Warning, "A field is required and read-only.",
      "When it is empty, the page can never become valid.", "", ""},
     {Rule::FormIdle, "form-idle", Severity::Warning, "A field with which users can do nothing.",
-     "A combo box or list without entries gets them from the member NAMEChoices, and a table its rows from the class. "
+     "A combo box or list without entries gets them from the member NAMEChoices, and a table its rows from the class; "
+     "without columns it shows nothing of them. "
      "Fields that are disabled or hidden wait for NAMEEnabled or NAMEVisible. Found with --plugins, and for pages of "
      "the "
      "preferences that have no class.",
