@@ -19,6 +19,15 @@ constexpr int rowsMeasured = 100;
 constexpr int tableRowsShown = 6;
 constexpr int widestColumn = 40; // characters
 
+// A column of choices has space for the box in which one of its cells is edited.
+int LeastColumnWidth(const forms::ColumnDef& column, const QWidget& view) {
+    const QFontMetrics metrics = view.fontMetrics();
+    int widest = 0;
+    for (const auto& choice : column.choices)
+        widest = std::max(widest, metrics.horizontalAdvance(Text(forms::PlainText(choice.label.text))));
+    return widest == 0 ? 0 : widest + 3 * metrics.height();
+}
+
 // A cell with choices is edited in a box of them; any other one in a line, as a text.
 class CellDelegate final : public QStyledItemDelegate {
 public:
@@ -148,7 +157,8 @@ void RowsEditor::FitColumns() {
     const int lastRow = m_rows->rowCount() - 1;
     for (int column = 0; column + 1 < header->count(); ++column) {
         const int last = m_view->sizeHintForIndex(m_rows->index(lastRow, column)).width() + 1; // and the grid
-        header->resizeSection(column, std::min(std::max(header->sectionSize(column), last), most));
+        const int least = LeastColumnWidth(Def().columns[static_cast<std::size_t>(column)], *m_view);
+        header->resizeSection(column, std::max(least, std::min(std::max(header->sectionSize(column), last), most)));
     }
 }
 

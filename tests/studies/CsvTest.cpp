@@ -1,5 +1,6 @@
 #include "Csv.h"
 
+#include "Statistics.h"
 #include "TextFile.h"
 #include "corvane/base/Failure.h"
 
@@ -81,12 +82,35 @@ TEST(Csv, BadRowsNameTheirLine) {
 
 TEST(Csv, SaysWhyAColumnOfDigitsStaysText) {
     const std::string text = "id;zip;n\n12345678901234567;01234;1,50\n;;2\n";
-    EXPECT_EQ(ReadCsv(text).keptAsText,
+    EXPECT_EQ(ReadCsv(text).notes,
               (std::vector<std::string>{"“id” stays text: “12345678901234567” has more digits than a number keeps.",
                                         "“zip” stays text: “01234” begins with a zero."}));
-    const CsvResult wanted = ReadCsv(text, {0, false, {false, false, true}}); // as a whole its letters stay
+    const CsvResult wanted = ReadCsv(text, {.columns = {ColumnReading::Automatic, ColumnReading::Automatic,
+                                                        ColumnReading::Text}}); // its letters stay
     EXPECT_EQ(Shape(wanted.table), "id:text[12345678901234567|-] zip:text[01234|-] n:text[1,50|2]");
     EXPECT_EQ(WriteCsv(ReadCsv("a,b\n1000000,43.90\n2,5.00\n").table), "a,b\n1000000,43.90\n2,5.00\n");
+}
+
+TEST(Csv, IsReadAsTheUserSays) {
+    const std::string text = "a title; of two fields\n\nc;1,5;<0.5;3.4.2026;7\nd;-999;2,5;31.12.2025;8\n?;3;x;soon;7\n";
+    CsvOptions options{.header = false, .skipLines = 2, .missing = {"-999", "?"}};
+    EXPECT_EQ(Shape(ReadCsv(text, options).table),
+              "column 1:text[c|d|-] column 2:number[1.5|-|3] column 3:text[<0.5|2,5|x] "
+              "column 4:text[3.4.2026|31.12.2025|soon] column 5:whole number[7|8|7]");
+    using enum ColumnReading;
+    options.columns = {Automatic, Automatic, Number, Date, Category};
+    const CsvResult forced = ReadCsv(text, options);
+    EXPECT_EQ(Shape(forced.table), "column 1:text[c|d|-] column 2:number[1.5|-|3] column 3:number[-|2.5|-] "
+                                   "column 4:date[2026-04-03|2025-12-31|-] column 5:category[7|8|7]");
+    EXPECT_EQ(forced.notes, (std::vector<std::string>{
+                                "“column 3”: values that aren't numbers become missing (2), the first is “<0.5”.",
+                                "“column 4”: values that aren't dates become missing (1), the first is “soon”."}));
+    EXPECT_EQ(GroupColumns(forced.table), std::vector<std::string>{"column 5"});
+    options.point = '.';
+    EXPECT_EQ(Shape(ReadCsv("x;y\n1,5;2.5\n", {.point = '.'}).table), "x:text[1,5] y:number[2.5]");
+    EXPECT_EQ(ReadCsv("n\n1\n2\n3\n4\n<0.5\n").notes.size(), 1U) << "a few texts among numbers are named";
+    for (const char* date : {"2026-02-29", "2026-1", "1.2.26", "2026-01-01x", "12026-01-01"})
+        EXPECT_EQ(DateOf(date), std::nullopt) << date;
 }
 
 TEST(Csv, BadRowsCanBeLeftOut) {

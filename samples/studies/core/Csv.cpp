@@ -25,9 +25,12 @@ struct Record {
 
 class CsvScanner {
 public:
-    CsvScanner(std::string_view text, char delimiter) : m_text(text), m_delimiter(delimiter) {
+    CsvScanner(std::string_view text, char delimiter, std::size_t skipLines = 0)
+        : m_text(text), m_delimiter(delimiter) {
         if (m_text.substr(0, 3) == "\xEF\xBB\xBF")
             m_i = 3;
+        for (; skipLines > 0 && m_i < m_text.size(); --skipLines, ++m_line)
+            m_i = std::min(m_text.find('\n', m_i), m_text.size() - 1) + 1;
     }
 
     [[nodiscard]] std::size_t Read() const { return m_i; } // bytes
@@ -136,18 +139,17 @@ bool IsMissing(std::string_view field) {
 }
 
 // Every column has a name, and no two have the same.
-std::vector<Column> NamedColumns(const Record& header) {
+std::vector<Column> NamedColumns(const std::vector<std::string>& given) {
     std::vector<Column> columns;
     const auto IsTaken = [&](const std::string& name) {
         return std::any_of(columns.begin(), columns.end(),
                            [&](const Column& column) { return corvane::EqualText(column.name, name); });
     };
-    for (std::size_t i = 0; i < header.fields.size(); ++i) {
-        const std::string given =
-            header.fields[i].empty() ? Translated("column %1", {std::to_string(i + 1)}) : header.fields[i];
-        std::string name = given;
+    for (std::size_t i = 0; i < given.size(); ++i) {
+        const std::string wanted = given[i].empty() ? Translated("column %1", {std::to_string(i + 1)}) : given[i];
+        std::string name = wanted;
         for (int n = 2; IsTaken(name); ++n)
-            name = given + " (" + std::to_string(n) + ")";
+            name = wanted + " (" + std::to_string(n) + ")";
         columns.push_back({name, ColumnType::Text, {}, {}});
     }
     return columns;
@@ -207,6 +209,120 @@ Reading TurnToNumbers(Column& column, char point, std::string& loss) {
     return Reading::Numbers;
 }
 
+// As what is wanted of the column, whatever its values are: those that don't fit become missing, which notes say.
+template <class Value>
+void Force(const Column& column, const Value& value, const std::string& note, std::vector<std::string>& notes) {
+    std::size_t others = 0;
+    const std::string* first = nullptr;
+    for (std::size_t row = 0; row < column.texts.size(); ++row)
+        if (const std::string& text = column.texts[row]; !value(row, text) && !text.empty() && others++ == 0)
+            first = &text;
+    if (first)
+        notes.push_back(Translated(note, {column.name, corvane::ShownNumber(std::to_string(others)), *first}));
+}
+
+void ForceNumbers(Column& column, char point, std::vector<std::string>& notes) {
+    std::vector<double> numbers(column.texts.size(), std::numeric_limits<double>::quiet_NaN());
+    bool whole = true;
+    Force(
+        column,
+        [&](std::size_t row, const std::string& text) {
+            const std::optional<double> number = NumberOf(text, point);
+            if (number)
+                numbers[row] = *number;
+            whole = whole && (!number || text.find_first_not_of("+-0123456789") == std::string::npos);
+            return number.has_value();
+        },
+        Translated("“%1”: values that aren't numbers become missing (%2), the first is “%3”."), notes);
+    column.type = whole ? ColumnType::Whole : ColumnType::Number;
+    column.numbers = std::move(numbers);
+    column.texts.clear();
+}
+
+// In the order that suits most values.
+void ForceDates(Column& column, std::vector<std::string>& notes) {
+    std::string_view best = "ymd";
+    std::ptrdiff_t most = -1;
+    for (const std::string_view order : {"ymd", "dmy", "mdy"}) {
+        const auto fit = std::count_if(column.texts.begin(), column.texts.end(),
+                                       [&](const std::string& text) { return DateOf(text, order).has_value(); });
+        if (fit > most) {
+            most = fit;
+            best = order;
+        }
+    }
+    std::vector<std::string> dates(column.texts.size());
+    Force(
+        column,
+        [&](std::size_t row, const std::string& text) {
+            const std::optional<std::string> date = DateOf(text, best);
+            dates[row] = date.value_or("");
+            return date.has_value();
+        },
+        Translated("“%1”: values that aren't dates become missing (%2), the first is “%3”."), notes);
+    column.type = ColumnType::Date;
+    column.texts = std::move(dates);
+}
+
+bool HasCommas(const Column& column) {
+    return std::any_of(column.texts.begin(), column.texts.end(), [](const std::string& text) {
+        return text.find(',') != std::string::npos && NumberOf(text, ',');
+    });
+}
+
+// Of a column that would be one of numbers but for a few values, such as "<0.5".
+void NoteFewTexts(const Column& column, char point, std::vector<std::string>& notes) {
+    constexpr std::size_t sample = 1000;
+    std::size_t numbers = 0;
+    std::size_t seen = 0;
+    const std::string* first = nullptr;
+    for (std::size_t row = 0; row < std::min(sample, column.texts.size()); ++row)
+        if (const std::string& text = column.texts[row]; !text.empty()) {
+            ++seen;
+            if (NumberOf(text, point))
+                ++numbers;
+            else if (!first)
+                first = &text;
+        }
+    if (first && numbers * 5 >= seen * 4)
+        notes.push_back(
+            Translated("“%1” stays text: “%2” isn't a number. Read it as numbers to make such values missing.",
+                       {column.name, *first}));
+}
+
+void ReadAutomatically(Column& column, char point, char delimiter, std::vector<std::string>& notes) {
+    std::string loss;
+    const char first = point != 0 ? point : '.';
+    Reading reading = TurnToNumbers(column, first, loss);
+    if (reading == Reading::NotNumbers && point == 0 && delimiter != ',')
+        reading = TurnToNumbers(column, ',', loss);
+    if (!loss.empty())
+        notes.push_back(Translated("“%1” stays text: %2.", {column.name, loss}));
+    else if (reading == Reading::NotNumbers)
+        NoteFewTexts(column, point == 0 && delimiter != ',' && HasCommas(column) ? ',' : first, notes);
+}
+
+void ReadColumn(Column& column, ColumnReading reading, const CsvOptions& options, CsvResult& result) {
+    switch (reading) {
+    case ColumnReading::Automatic:
+        ReadAutomatically(column, options.point, result.delimiter, result.notes);
+        break;
+    case ColumnReading::Number:
+        ForceNumbers(column, options.point != 0 ? options.point : HasCommas(column) ? ',' : '.', result.notes);
+        break;
+    case ColumnReading::Category:
+        column.type = ColumnType::Category;
+        break;
+    case ColumnReading::Date:
+        ForceDates(column, result.notes);
+        break;
+    case ColumnReading::Text:
+        break;
+    }
+    if (column.IsNumeric())
+        column.unit = UnitInName(column.name);
+}
+
 std::string ProblemOf(const Record& record, std::size_t columns) {
     std::string problem = record.problem;
     const std::size_t fields = record.fields.size();
@@ -233,12 +349,12 @@ std::string Quoted(const std::string& field, char delimiter) {
 
 } // namespace
 
-char DetectDelimiter(std::string_view text) {
+char DetectDelimiter(std::string_view text, std::size_t skipLines) {
     constexpr int sample = 50;
     char bestCharacter = ',';
     std::size_t best = 0;
     for (const char delimiter : {',', ';', '\t'}) {
-        CsvScanner scanner(text, delimiter);
+        CsvScanner scanner(text, delimiter, skipLines);
         Record record;
         if (!scanner.Next(record) || record.fields.size() < 2)
             continue;
@@ -260,8 +376,8 @@ char DetectDelimiter(std::string_view text) {
 
 CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::JobProgress* progress) {
     CsvResult result;
-    result.delimiter = options.delimiter != 0 ? options.delimiter : DetectDelimiter(text);
-    CsvScanner scanner(text, result.delimiter);
+    result.delimiter = options.delimiter != 0 ? options.delimiter : DetectDelimiter(text, options.skipLines);
+    CsvScanner scanner(text, result.delimiter, options.skipLines);
     Record record;
     if (!scanner.Next(record))
         FailWith(Translated("There is no data: the text is empty."));
@@ -269,9 +385,12 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::Job
         FailWith(Translated("Line %1: %2.", {std::to_string(record.line), record.problem}));
 
     Table& table = result.table;
-    table.columns = NamedColumns(record);
+    table.columns = NamedColumns(options.header ? record.fields : std::vector<std::string>(record.fields.size()));
+    const auto IsCode = [&](const std::string& field) {
+        return std::find(options.missing.begin(), options.missing.end(), field) != options.missing.end();
+    };
     constexpr double rowsShare = 0.7; // of the time; the rest goes into numbers
-    while (scanner.Next(record)) {
+    for (bool more = !options.header || scanner.Next(record); more; more = scanner.Next(record)) {
         if (progress && table.rows % 1000 == 0) {
             progress->StopIfCancelled();
             progress->SetPart(rowsShare * static_cast<double>(scanner.Read()) / static_cast<double>(text.size()));
@@ -285,7 +404,7 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::Job
         }
         for (std::size_t i = 0; i < table.columns.size(); ++i) {
             std::string& field = record.fields[i];
-            table.columns[i].texts.push_back(IsMissing(field) ? std::string() : std::move(field));
+            table.columns[i].texts.push_back(IsMissing(field) || IsCode(field) ? std::string() : std::move(field));
         }
         ++table.rows;
     }
@@ -296,22 +415,14 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::Job
             progress->SetPart(rowsShare +
                               (1 - rowsShare) * static_cast<double>(i) / static_cast<double>(table.columns.size()));
         }
-        if (i < options.text.size() && options.text[i])
-            continue;
-        std::string loss;
-        if (TurnToNumbers(column, '.', loss) == Reading::NotNumbers && result.delimiter != ',')
-            TurnToNumbers(column, ',', loss);
-        if (!loss.empty())
-            result.keptAsText.push_back(Translated("“%1” stays text: %2.", {column.name, loss}));
-        if (column.IsNumeric())
-            column.unit = UnitInName(column.name);
+        ReadColumn(column, i < options.columns.size() ? options.columns[i] : ColumnReading::Automatic, options, result);
     }
     return result;
 }
 
 CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options, corvane::JobProgress* progress) {
     const std::string name = std::filesystem::path(path).filename().string();
-    const std::string text = ReadTextFile(path);
+    const std::string text = ReadTextFile(path, options.encoding);
     try {
         return ReadCsv(text, options, progress);
     } catch (const corvane::Failure& failure) {

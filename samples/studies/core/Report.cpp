@@ -41,7 +41,7 @@ std::string LineText(const TableSummary& summary) {
     std::string text;
     std::size_t numbers = 0;
     for (const ColumnSummary& column : summary.columns) {
-        if (column.type == ColumnType::Text || ++numbers > shown)
+        if (!IsNumeric(column.type) || ++numbers > shown)
             continue;
         text += (text.empty() ? "" : ", ") + SpokenName(column.name) + " " + FigureText(column.mean, digits) +
                 " \u00B1 " + FigureText(column.deviation, digits);

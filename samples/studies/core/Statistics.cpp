@@ -167,7 +167,7 @@ std::vector<std::string> GroupColumns(const Table& table) {
         if (column.IsNumeric())
             continue;
         const std::size_t distinct = Summarize(column).distinct;
-        if (distinct > 1 && distinct * 2 < table.rows)
+        if (distinct > 1 && (distinct * 2 < table.rows || column.type == ColumnType::Category))
             names.push_back(column.name);
     }
     return names;

@@ -162,6 +162,9 @@ Table Store::ReadRows(Id dataSetId, std::span<const Id> rowIds) {
 }
 
 std::string Store::CellProblem(const Column& column, std::string_view text) {
+    if (!text.empty() && column.type == ColumnType::Date && DateOf(text) != std::string(text))
+        return Translated("“%1” isn't a date, and “%2” is a column of dates. Write it as 2026-11-25.",
+                          {text, column.name});
     if (text.empty() || !column.IsNumeric())
         return {};
     const std::optional<double> value = NumberOf(text);

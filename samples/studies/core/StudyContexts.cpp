@@ -42,15 +42,15 @@ ImportJob::~ImportJob() {
 
 void ImportJob::SetPath(const std::string& path) {
     m_path = path;
-    m_text.clear();
+    m_options.columns.clear();
     m_read = false;
     name = studyId == 0 ? FileNameOf(path) : m_workspace->GetStore().FreeDataSetName(FileNameOf(path), studyId);
     Changed.Raise();
 }
 
-void ImportJob::SetDelimiter(char delimiter) {
-    m_delimiter = delimiter;
-    m_text.clear();
+void ImportJob::ChangeFormat(const std::function<void(CsvOptions&)>& change) {
+    change(m_options);
+    m_options.columns.clear();
     m_read = false;
     Changed.Raise();
 }
@@ -60,13 +60,15 @@ void ImportJob::SetSkipsBadRows(bool skip) {
     Changed.Raise();
 }
 
-bool ImportJob::IsText(std::size_t column) const {
-    return column < m_text.size() && m_text[column];
+ColumnReading ImportJob::Reading(std::size_t column) const {
+    return column < m_options.columns.size() ? m_options.columns[column] : ColumnReading::Automatic;
 }
 
-void ImportJob::SetText(std::size_t column, bool text) {
-    m_text.resize(std::max(m_text.size(), column + 1));
-    m_text[column] = text;
+void ImportJob::SetReading(std::size_t column, ColumnReading reading) {
+    m_options.columns.resize(std::max(m_options.columns.size(), column + 1));
+    m_options.columns[column] = reading;
+    m_read = false;
+    Changed.Raise();
 }
 
 const CsvResult* ImportJob::Result() {
@@ -107,7 +109,7 @@ void ImportJob::Read() {
     if (m_stamp && m_stamp->second > atOnce)
         return StartReading();
     try {
-        TakeRead(std::make_shared<const CsvResult>(ReadCsvFile(m_path, {m_delimiter, true})));
+        TakeRead(std::make_shared<const CsvResult>(ReadCsvFile(m_path, m_options)));
     } catch (const Failure& failure) {
         TakeRead(nullptr);
         m_problem = failure.Description;
@@ -116,8 +118,11 @@ void ImportJob::Read() {
 
 void ImportJob::TakeRead(std::shared_ptr<const CsvResult> result) {
     const std::vector<std::string> before = std::exchange(m_columnNames, NamesIn(result.get()));
-    if (m_columnNames != before)
-        m_text.clear(); // was chosen for other columns
+    if (m_columnNames != before && !before.empty() && !m_options.columns.empty()) { // chosen for other columns
+        m_options.columns.clear();
+        m_read = false;
+        return Read();
+    }
     m_result = std::move(result);
     m_problem.clear();
     if (m_result && m_result->table.rows == 0)
@@ -138,8 +143,8 @@ void ImportJob::StartReading() {
     m_self = std::make_shared<ImportJob*>(this);
     m_reading = StartJob(
         {.title = Translated("Read %1", {FileNameOf(m_path)}), .owner = FindService("Studies")},
-        [path = m_path, delimiter = m_delimiter](JobProgress& progress) {
-            return std::make_shared<const CsvResult>(ReadCsvFile(path, {delimiter, true}, &progress));
+        [path = m_path, options = m_options](JobProgress& progress) {
+            return std::make_shared<const CsvResult>(ReadCsvFile(path, options, &progress));
         },
         [self = m_self](JobResult<std::shared_ptr<const CsvResult>>& result) {
             const Failure* failure = result.Error();
@@ -187,29 +192,20 @@ void ImportJob::Run() {
         FailWith(FileNameOf(m_path) + ": " + result->skipped.front());
     if (const std::string problem = TargetProblem(); !problem.empty())
         FailWith(problem);
-    // What is wanted as text is read again, so that each value keeps the letters of the file.
-    const bool again = std::find(m_text.begin(), m_text.end(), true) != m_text.end();
     const SharedTable table(m_result, &m_result->table);
-    if (!IsSmall(table->rows, table->columns.size()))
-        StartImport(again);
-    else if (again)
-        Finish(std::make_shared<const Table>(ReadCsvFile(m_path, {m_delimiter, true, m_text}).table), 0);
-    else
+    if (IsSmall(table->rows, table->columns.size()))
         Finish(table, 0);
+    else
+        StartImport();
 }
 
-void ImportJob::StartImport(bool again) {
+void ImportJob::StartImport() {
     Store& store = m_workspace->GetStore();
     const Id reserved = store.ReserveDataSet();
     StartJob(
         {.title = Translated("Import %1", {name}), .owner = FindService("Studies"), .writes = {"imported data"}},
-        [again, reserved, read = SharedTable(m_result, &m_result->table), path = m_path, store = store.Path(),
-         options = CsvOptions{m_delimiter, true, m_text}](JobProgress& progress) {
-            const auto steps = progress.Split({again ? 1.0 : 0.0, 2.0});
-            SharedTable table = read;
-            if (again)
-                table = std::make_shared<const Table>(ReadCsvFile(path, options, &steps[0].get()).table);
-            WriteDataTable(store, reserved, *table, steps[1]);
+        [reserved, table = SharedTable(m_result, &m_result->table), store = store.Path()](JobProgress& progress) {
+            WriteDataTable(store, reserved, *table, progress);
             return table;
         },
         [self = Ref<ImportJob>(this), reserved](JobResult<SharedTable>& result) {

@@ -43,11 +43,12 @@ public:
 
     [[nodiscard]] const std::string& Path() const { return m_path; }
     void SetPath(const std::string& path);
-    // 0 detects it automatically.
-    void SetDelimiter(char delimiter);
-    // Whether a column of numbers is read as text.
-    [[nodiscard]] bool IsText(std::size_t column) const;
-    void SetText(std::size_t column, bool text);
+    // How it is read.
+    [[nodiscard]] const CsvOptions& Options() const { return m_options; }
+    // Another format of the file forgets how its columns are read.
+    void ChangeFormat(const std::function<void(CsvOptions&)>& change);
+    [[nodiscard]] ColumnReading Reading(std::size_t column) const;
+    void SetReading(std::size_t column, ColumnReading reading);
 
     // What is in the file, without the bad rows, which are listed; read once, and again after a change of how.
     // Nothing when it can't be read; Problem says why. A large file is read by a job: nothing until that has ended.
@@ -87,14 +88,13 @@ private:
     void StartReading();
     void StopReading();
     void TakeRead(std::shared_ptr<const CsvResult> result);
-    void StartImport(bool again);
+    void StartImport();
     void Finish(const SharedTable& table, Id reserved);
 
     corvane::Ref<Workspace> m_workspace;
     std::string m_path;
-    char m_delimiter = 0;
+    CsvOptions m_options{0, true};
     bool m_skipBadRows = false;
-    std::vector<bool> m_text;
     std::vector<std::string> m_columnNames; // of the file as it was read last
     bool m_read = false;
     Stamp m_stamp; // of the file as it was read

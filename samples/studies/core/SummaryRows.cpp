@@ -10,7 +10,7 @@ namespace {
 
 std::vector<std::string> LineOf(const ColumnSummary& column, int decimals) {
     std::vector<std::string> line{CountText(column.count), CountText(column.missing)};
-    if (column.type == ColumnType::Text) {
+    if (!IsNumeric(column.type)) {
         line.insert(line.end(), {CountText(column.distinct), column.mostFrequent, CountText(column.mostFrequentCount)});
         return line;
     }
@@ -60,7 +60,7 @@ SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, in
             if (byGroup)
                 line.insert(line.begin(), group.group.empty() ? Translated("missing") : group.group);
             line.insert(line.begin(), table.Find(column.name)->Label());
-            (column.type == ColumnType::Text ? rows.texts : rows.numbers).rows.push_back(std::move(line));
+            (IsNumeric(column.type) ? rows.numbers : rows.texts).rows.push_back(std::move(line));
         }
     return rows;
 }

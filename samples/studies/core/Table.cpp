@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <span>
 
 namespace studies {
@@ -35,6 +37,10 @@ std::string_view NameOf(ColumnType type) {
         return "whole number";
     case ColumnType::Number:
         return "number";
+    case ColumnType::Category:
+        return "category";
+    case ColumnType::Date:
+        return "date";
     case ColumnType::Text:
         break;
     }
@@ -44,11 +50,16 @@ std::string_view NameOf(ColumnType type) {
 std::string ShownName(ColumnType type) {
     if (type == ColumnType::Text)
         return Translated("text");
+    if (type == ColumnType::Category)
+        return Translated("category");
+    if (type == ColumnType::Date)
+        return Translated("date");
     return type == ColumnType::Whole ? Translated("whole number") : Translated("number");
 }
 
 ColumnType ColumnTypeOf(std::string_view name) {
-    for (const ColumnType type : {ColumnType::Whole, ColumnType::Number, ColumnType::Text})
+    for (const ColumnType type :
+         {ColumnType::Whole, ColumnType::Number, ColumnType::Text, ColumnType::Category, ColumnType::Date})
         if (name == NameOf(type))
             return type;
     FailWith(Translated("“%1” isn't a column type.", {name}));
@@ -128,6 +139,33 @@ std::optional<double> NumberOf(std::string_view text, char point) {
     if (result.ec != std::errc() || result.ptr != end)
         return std::nullopt;
     return value;
+}
+
+std::optional<std::string> DateOf(std::string_view text, std::string_view order) {
+    std::array<int, 3> parts{}; // in the text's order
+    std::size_t part = 0;
+    std::size_t digits = 0;
+    for (const char c : text) {
+        if (c >= '0' && c <= '9' && ++digits <= 4) {
+            parts[part] = parts[part] * 10 + (c - '0');
+        } else if ((c == '-' || c == '.' || c == '/') && digits > 0 && part < 2) {
+            ++part;
+            digits = 0;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (part != 2 || digits == 0)
+        return std::nullopt;
+    const auto In = [&](char which) { return parts[order.find(which)]; };
+    const std::chrono::year_month_day date{std::chrono::year(In('y')),
+                                           std::chrono::month(static_cast<unsigned>(In('m'))),
+                                           std::chrono::day(static_cast<unsigned>(In('d')))};
+    if (!date.ok() || In('y') < 1000)
+        return std::nullopt;
+    std::array<char, 16> written{};
+    std::snprintf(written.data(), written.size(), "%04d-%02d-%02d", In('y'), In('m'), In('d'));
+    return std::string(written.data());
 }
 
 bool LosesDigits(std::string_view text, double value) {

@@ -12,7 +12,7 @@
 
 namespace studies {
 
-enum class ColumnType { Whole, Number, Text };
+enum class ColumnType { Whole, Number, Text, Category, Date };
 
 [[nodiscard]] std::string_view NameOf(ColumnType type);
 // The same as a user reads it.
@@ -20,15 +20,19 @@ enum class ColumnType { Whole, Number, Text };
 // Fails for a word that NameOf doesn't give.
 [[nodiscard]] ColumnType ColumnTypeOf(std::string_view name);
 
+[[nodiscard]] inline bool IsNumeric(ColumnType type) {
+    return type == ColumnType::Whole || type == ColumnType::Number;
+}
+
 struct Column {
     std::string name;
     ColumnType type = ColumnType::Text;
-    std::vector<std::string> texts; // of a text column; "" where the value is missing
+    std::vector<std::string> texts; // of any other column; dates as "2026-11-25"; "" where the value is missing
     std::vector<double> numbers;    // of a column of numbers; NaN where the value is missing
     std::string unit = {};          // "" for none
     int decimals = 0;               // of a column of numbers: how many its values are written with at least
 
-    [[nodiscard]] bool IsNumeric() const { return type != ColumnType::Text; }
+    [[nodiscard]] bool IsNumeric() const { return studies::IsNumeric(type); }
     [[nodiscard]] bool IsMissing(std::size_t row) const;
     // The value as text, "" where it is missing.
     [[nodiscard]] std::string Text(std::size_t row) const;
@@ -52,6 +56,8 @@ struct Table {
 [[nodiscard]] std::string UnitInName(std::string_view name);
 // The number that the whole text is, with the sign given as its decimal point.
 [[nodiscard]] std::optional<double> NumberOf(std::string_view text, char point = '.');
+// The date as "2026-11-25", of a text in that order of year, month and day, such as "dmy"; nothing for any other text.
+[[nodiscard]] std::optional<std::string> DateOf(std::string_view text, std::string_view order = "ymd");
 // Whether the number, read from the text, is another than the text says, as that of 12345678901234567 is.
 [[nodiscard]] bool LosesDigits(std::string_view text, double value);
 

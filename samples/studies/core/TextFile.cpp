@@ -88,11 +88,14 @@ std::string FromUtf16(std::string_view bytes, bool lowFirst) {
 
 } // namespace
 
-std::string DecodeText(std::string bytes, const std::string& name) {
+std::string DecodeText(std::string bytes, const std::string& name, TextEncoding encoding) {
     const std::string_view view = bytes;
+    const bool isMarked = view.substr(0, 2) == "\xFF\xFE" || view.substr(0, 2) == "\xFE\xFF";
     std::string text;
-    if (view.substr(0, 2) == "\xFF\xFE" || view.substr(0, 2) == "\xFE\xFF")
+    if (isMarked && encoding == TextEncoding::Automatic)
         text = FromUtf16(view.substr(2), view[0] == '\xFF');
+    else if (encoding == TextEncoding::Utf16)
+        text = FromUtf16(view.substr(isMarked ? 2 : 0), !isMarked || view[0] == '\xFF');
     else if (view.substr(0, 3) == "\xEF\xBB\xBF")
         text = view.substr(3);
     else
@@ -101,10 +104,14 @@ std::string DecodeText(std::string bytes, const std::string& name) {
         FailWith(Translated("%1 isn't a text file. Save the table as text with commas or tabs (CSV) in the program "
                             "that it comes from, and choose that file.",
                             {name}));
-    return IsUtf8(text) ? text : FromWindows1252(text);
+    if (encoding == TextEncoding::Windows1252 || (encoding == TextEncoding::Automatic && !IsUtf8(text)))
+        return FromWindows1252(text);
+    if (!IsUtf8(text))
+        FailWith(Translated("%1 isn't in that encoding.", {name}));
+    return text;
 }
 
-std::string ReadTextFile(const std::string& path) {
+std::string ReadTextFile(const std::string& path, TextEncoding encoding) {
     std::error_code ignored; // what can't be looked at can't be opened either
     if (std::filesystem::is_directory(path, ignored))
         FailWith(Translated("“%1” is a folder. Choose a file in it.", {path}));
@@ -121,7 +128,7 @@ std::string ReadTextFile(const std::string& path) {
         FailWith(Translated("The file “%1” can't be read to its end.", {path}));
     if (text.view().empty())
         FailWith(Translated("%1 is empty. Choose a file with a row of names and rows of values.", {name}));
-    return DecodeText(std::move(text).str(), name);
+    return DecodeText(std::move(text).str(), name, encoding);
 }
 
 } // namespace studies

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 #include <utility>
 
 namespace studies {
@@ -65,39 +66,53 @@ public:
                         &ImportFilePage::SizeVisible>(corvane::Method("PathProblem", &ImportFilePage::Problem));
 };
 
-// A column of the file; one of numbers can be made one of text.
+// A column of the file, as it is read now.
 class ImportedColumn final : public corvane::Automation<ImportedColumn> {
-    std::string m_name, m_values;
+    static constexpr std::array<const char*, 5> words{"automatic", "numbers", "text", "categories", "dates"};
+
     corvane::Ref<ImportJob> m_job;
     std::size_t m_index;
-    bool m_isNumeric;
+
+    [[nodiscard]] const Column* Now() const {
+        const CsvResult* read = m_job->Result();
+        return read && m_index < read->table.columns.size() ? &read->table.columns[m_index] : nullptr;
+    }
 
 public:
-    ImportedColumn(corvane::Ref<ImportJob> job, std::size_t index, const Table& table)
-        : m_name(table.columns[index].name), m_job(std::move(job)), m_index(index),
-          m_isNumeric(table.columns[index].IsNumeric()) {
+    ImportedColumn(corvane::Ref<ImportJob> job, std::size_t index) : m_job(std::move(job)), m_index(index) {}
+
+    [[nodiscard]] std::string Name() const { return Now() ? Now()->name : std::string(); }
+    [[nodiscard]] std::string Values() const {
         constexpr std::size_t mostShown = 12;
-        for (std::size_t row = 0; row < std::min(mostShown, table.rows); ++row)
-            m_values +=
-                (row > 0 ? ", " : "") + (table.columns[index].IsMissing(row) ? "NA" : table.columns[index].Text(row));
-        m_values += table.rows > mostShown ? ", …" : "";
+        const std::size_t rows = Now() ? m_job->Result()->table.rows : 0;
+        std::string values;
+        for (std::size_t row = 0; row < std::min(mostShown, rows); ++row) {
+            const std::string text = Now()->IsMissing(row) ? "NA" : Now()->Text(row);
+            values += (row > 0 ? "  " : "") + (Now()->IsNumeric() ? corvane::ShownNumber(text) : text);
+        }
+        return values + (rows > mostShown ? "  …" : "");
     }
-    [[nodiscard]] std::string Type() const { return m_isNumeric && !m_job->IsText(m_index) ? "numbers" : "text"; }
+    [[nodiscard]] std::string Type() const {
+        const ColumnReading reading = m_job->Reading(m_index);
+        if (reading != ColumnReading::Automatic)
+            return words[static_cast<std::size_t>(reading)];
+        return Now() && Now()->IsNumeric() ? "numbers" : "text";
+    }
     void SetType(const std::string& type) {
-        if (!m_isNumeric && type != "text")
-            FailWith(Translated("“%1” has values that aren't numbers.", {m_name}));
-        m_job->SetText(m_index, type == "text");
+        const auto* const word = std::find(words.begin(), words.end(), type);
+        m_job->SetReading(m_index, static_cast<ColumnReading>(word - words.begin()));
     }
-    static constexpr auto Members = corvane::Fields<&ImportedColumn::m_name, &ImportedColumn::m_values>(
+    static constexpr auto Members = corvane::Methods<>(
+        corvane::Property("Name", &ImportedColumn::Name), corvane::Property("Values", &ImportedColumn::Values),
         corvane::Property("Type", &ImportedColumn::Type, &ImportedColumn::SetType));
 };
 
 class ImportFormatPage final : public corvane::Page<ImportFormatPage, ImportJob, ImportPage> {
     static constexpr std::array<char, 4> delimiters{'\0', ',', ';', '\t'};
+    static constexpr std::array<char, 3> points{'\0', '.', ','};
 
-    corvane::Long m_delimiter = 0; // by its place in the form
     corvane::Ref<corvane::Rows> m_columns = corvane::New<corvane::Rows>();
-    const CsvResult* m_shown = nullptr; // only to tell it from another; it may be gone
+    std::string m_missing; // as it is typed
     corvane::Ref<corvane::ITimer> m_look = corvane::CurrentPlatform().oTimers->NewTimer();
 
     // Who has put the file in order in another program finds it so here.
@@ -111,7 +126,38 @@ class ImportFormatPage final : public corvane::Page<ImportFormatPage, ImportJob,
         ImportPage::OnActivate();
     }
     void OnDeactivate() override { m_look->SetEnabled(false); }
-    void OnDelimiterChanged() { Job()->SetDelimiter(delimiters[static_cast<std::size_t>(m_delimiter)]); }
+    // One of the options, by its place in the form among the values that it may have.
+    template <auto Option, const auto& Values>
+    [[nodiscard]] corvane::Long Place() const {
+        return static_cast<corvane::Long>(std::find(Values.begin(), Values.end(), Job()->Options().*Option) -
+                                          Values.begin());
+    }
+    template <auto Option, const auto& Values>
+    void SetPlace(corvane::Long place) {
+        Job()->ChangeFormat(
+            [place](CsvOptions& options) { options.*Option = Values[static_cast<std::size_t>(place)]; });
+    }
+    [[nodiscard]] bool Header() const { return Job()->Options().header; }
+    void SetHeader(bool header) {
+        Job()->ChangeFormat([header](CsvOptions& options) { options.header = header; });
+    }
+    [[nodiscard]] corvane::Long SkipLines() const { return static_cast<corvane::Long>(Job()->Options().skipLines); }
+    void SetSkipLines(corvane::Long lines) {
+        Job()->ChangeFormat([lines](CsvOptions& options) { options.skipLines = static_cast<std::size_t>(lines); });
+    }
+    [[nodiscard]] corvane::Long Encoding() const { return static_cast<corvane::Long>(Job()->Options().encoding); }
+    void SetEncoding(corvane::Long encoding) {
+        Job()->ChangeFormat(
+            [encoding](CsvOptions& options) { options.encoding = static_cast<TextEncoding>(encoding); });
+    }
+    void OnMissingChanged() {
+        std::vector<std::string> codes;
+        std::istringstream words(m_missing);
+        for (std::string word; words >> word;)
+            codes.push_back(word);
+        if (codes != Job()->Options().missing)
+            Job()->ChangeFormat([&](CsvOptions& options) { options.missing = codes; });
+    }
     [[nodiscard]] bool IsValid() override { return Read() && (Job()->SkipsBadRows() || !SkipVisible()); }
     [[nodiscard]] bool Skip() const { return Job()->SkipsBadRows(); }
     void SetSkip(bool skip) { Job()->SetSkipsBadRows(skip); }
@@ -122,16 +168,16 @@ class ImportFormatPage final : public corvane::Page<ImportFormatPage, ImportJob,
         const std::size_t count = Read()->skipped.size();
         return Translated(count, "A row can't be read:", "%1 rows can't be read:") + "\n" + FirstLines(Read()->skipped);
     }
-    [[nodiscard]] std::string Kept() const { return Read() ? FirstLines(Read()->keptAsText) : std::string(); }
+    [[nodiscard]] std::string Kept() const { return Read() ? FirstLines(Read()->notes) : std::string(); }
     [[nodiscard]] bool KeptVisible() const { return !Kept().empty(); }
     void ShowRead() override {
         const CsvResult* read = Read();
-        if (read != m_shown || !read) {
+        const auto count = static_cast<corvane::Long>(read ? read->table.columns.size() : 0);
+        if (count != m_columns->Count() && !Job()->IsReading()) {
             m_columns->Clear();
-            for (std::size_t i = 0; read && i < read->table.columns.size(); ++i)
-                m_columns->Add(corvane::New<ImportedColumn>(Job(), i, read->table));
+            for (corvane::Long i = 0; i < count; ++i)
+                m_columns->Add(corvane::New<ImportedColumn>(Job(), static_cast<std::size_t>(i)));
         }
-        m_shown = read;
         ImportPage::ShowRead();
         OwnForm()->SetProblem("Delimiter", Problem()); // to be seen at once, whatever the user has looked at
         OwnForm()->SetProblem("Skip", SkipProblem());
@@ -139,10 +185,17 @@ class ImportFormatPage final : public corvane::Page<ImportFormatPage, ImportJob,
 
 public:
     static constexpr auto Members =
-        corvane::Fields<&ImportFormatPage::m_delimiter, &ImportFormatPage::m_columns,
-                        &ImportFormatPage::OnDelimiterChanged, &ImportFormatPage::Size, &ImportFormatPage::SkipVisible,
-                        &ImportFormatPage::SkipProblem, &ImportFormatPage::Kept, &ImportFormatPage::KeptVisible>(
+        corvane::Fields<&ImportFormatPage::m_columns, &ImportFormatPage::m_missing, &ImportFormatPage::OnMissingChanged,
+                        &ImportFormatPage::Size, &ImportFormatPage::SkipVisible, &ImportFormatPage::SkipProblem,
+                        &ImportFormatPage::Kept, &ImportFormatPage::KeptVisible>(
             corvane::Method("DelimiterProblem", &ImportFormatPage::Problem),
+            corvane::Property("Delimiter", &ImportFormatPage::Place<&CsvOptions::delimiter, delimiters>,
+                              &ImportFormatPage::SetPlace<&CsvOptions::delimiter, delimiters>),
+            corvane::Property("Point", &ImportFormatPage::Place<&CsvOptions::point, points>,
+                              &ImportFormatPage::SetPlace<&CsvOptions::point, points>),
+            corvane::Property("Header", &ImportFormatPage::Header, &ImportFormatPage::SetHeader),
+            corvane::Property("SkipLines", &ImportFormatPage::SkipLines, &ImportFormatPage::SetSkipLines),
+            corvane::Property("Encoding", &ImportFormatPage::Encoding, &ImportFormatPage::SetEncoding),
             corvane::Property("Skip", &ImportFormatPage::Skip, &ImportFormatPage::SetSkip));
 };
 
