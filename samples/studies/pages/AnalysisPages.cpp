@@ -9,9 +9,12 @@
 #include "Windows.h"
 #include "corvane/Jobs.h"
 #include "corvane/author/Host.h"
+#include "desktop/IPrintout.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QPainter>
+#include <memory>
 
 namespace studies {
 
@@ -74,6 +77,31 @@ QWidget* AnalysisPage::NewWidget(QWidget* place) {
 
 QWidget* AnalysisPage::FirstFocus() {
     return m_chart;
+}
+
+bool AnalysisPage::Print(corvane::desktop::IPrintout& printout) {
+    const auto scene = std::make_shared<const ChartScene>(Scene());
+    if (!scene->empty.empty() || scene->y.label.empty())
+        return false; // what the form says is all that there is
+    printout.AddHeading(Text(Document()->Name()));
+    const auto AddColumn = [&](const std::string& label, const std::string& name) {
+        if (const Column* column = Data().Find(name))
+            printout.AddField(Text(label), Text(column->Label()));
+    };
+    const AnalysisSettings& settings = Settings();
+    if (Kind() == AnalysisKind::Scatter)
+        AddColumn("Y", settings.columnY);
+    AddColumn(Kind() == AnalysisKind::Scatter ? "X" : Translated("Column"), settings.columnX);
+    if (Kind() != AnalysisKind::Bootstrap)
+        AddColumn(Translated("Grouped by"), settings.groupColumn);
+    if (Kind() != AnalysisKind::Histogram)
+        printout.AddField(Text(Translated("Confidence")), Text(ShareText(settings.bootstrap.confidence)));
+    printout.AddPicture(exportedSize, [scene](QPainter& painter, const QRectF& area) {
+        DrawChart(painter, area, *scene, exportedSize);
+    });
+    if (!m_result.empty())
+        printout.AddText(Text(m_result));
+    return true;
 }
 
 void AnalysisPage::Change(const std::function<void(AnalysisSettings&)>& change) {

@@ -23,6 +23,8 @@ class AnalysisPage : public corvane::AnyPage, public corvane::desktop::IQtPage {
 public:
     QWidget* NewWidget(QWidget* place) override;
     QWidget* FirstFocus() override;
+    // The chart as a drawing, below what it is about, with what was found.
+    bool Print(corvane::desktop::IPrintout& printout) override;
     // Asked about when the window closes.
     [[nodiscard]] bool IsChanged() override { return OwnWindow() && Document()->HasUnsavedResult(); }
 

@@ -11,6 +11,7 @@
 #include "WholeFile.h"
 #include "Windows.h"
 #include "corvane/Jobs.h"
+#include "desktop/IPrintout.h"
 #include "desktop/QtPage.h"
 
 #include <QVBoxLayout>
@@ -59,6 +60,14 @@ class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
         layout->addStretch();
         ShowFigures();
         return both;
+    }
+    bool Print(corvane::desktop::IPrintout& printout) override {
+        printout.AddHeading(Text(m_document ? m_document->Name() : Translated("Summary of %1", {Data()->Info().name})));
+        printout.AddText(Text(m_size));
+        for (FigureTable* table : {m_numbers.data(), m_texts.data()})
+            if (table->rowCount() > 0)
+                printout.AddTable(*table->model());
+        return true;
     }
     [[nodiscard]] corvane::Ref<DataSetContext> Data() const {
         return m_document ? m_document->Data() : AboutAs<DataSetContext>();

@@ -101,6 +101,14 @@ QImage ChartPicture(const ChartScene& scene, const QSize& size) {
     return image;
 }
 
+void DrawChart(QPainter& painter, const QRectF& area, const ChartScene& scene, const QSize& size) {
+    painter.save();
+    painter.translate(area.topLeft());
+    painter.scale(area.width() / size.width(), area.height() / size.height());
+    PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
+    painter.restore();
+}
+
 void SaveChart(const ChartScene& scene, const QSize& size, const QString& path) {
     if (path.endsWith(".svg", Qt::CaseInsensitive)) {
         SaveSvg(scene, size, path);

@@ -37,6 +37,8 @@ private:
 
 // For paper: dark on white, with twice as many pixels as the size says.
 [[nodiscard]] QImage ChartPicture(const ChartScene& scene, const QSize& size);
+// Into a rectangle of any device, as large as it is, as in a picture of that size.
+void DrawChart(QPainter& painter, const QRectF& area, const ChartScene& scene, const QSize& size);
 // SVG when the path ends so, PNG otherwise. Fails when the file can't be written.
 void SaveChart(const ChartScene& scene, const QSize& size, const QString& path);
 

@@ -5,7 +5,9 @@
 #include "User.h"
 #include "WholeFile.h"
 #include "corvane/platform/IJobs.h"
+#include "desktop/IPrintout.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/windows/WindowForm.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -15,6 +17,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
+#include <QPicture>
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTableView>
@@ -97,6 +101,46 @@ TEST_F(Pages, AFileIsWrittenWholeOrStaysAsItWas) {
     Table table{{{"a", ColumnType::Number, {}, {0.5, 1234}}, {"b", ColumnType::Text, {"x;y", ""}, {}}}, 2};
     WriteWholeFile(QString::fromStdString(path), [&](const Sink& write) { WriteCsv(table, {';', ','}, write); });
     EXPECT_EQ(Read(path), "a;b\n0,5;\"x;y\"\n1234;\n");
+}
+
+class Paper final : public desktop::IPrintout {
+public:
+    void AddHeading(const QString& text) override { content += "# " + text + "\n"; }
+    void AddText(const QString& text) override { content += text + "\n"; }
+    void AddDocument(const QTextDocument&) override { content += "document\n"; }
+    void AddField(const QString& label, const QString& value) override { content += label + ": " + value + "\n"; }
+    void AddTable(const QAbstractItemModel& model) override {
+        content += QString("table %1 x %2\n").arg(model.rowCount()).arg(model.columnCount());
+    }
+    void AddPicture(const QSizeF& size, const std::function<void(QPainter&, const QRectF&)>& draw) override {
+        QPicture drawn; // holds what is drawn, as a printer gets it
+        QPainter painter(&drawn);
+        draw(painter, QRectF(QPointF(100, 100), size * 5));
+        painter.end();
+        content += drawn.size() > 2000 && drawn.boundingRect().width() > 3000 ? "drawing\n" : "too little\n";
+        EXPECT_LE(drawn.size(), 500'000U) << "no pixels";
+    }
+    void AddWidget(QWidget&) override { content += "widget\n"; }
+    void StartSheet() override {}
+    QString content;
+};
+
+TEST_F(Pages, ChartsAndSummariesArePrintedWithWhatTheyAreAbout) {
+    Start();
+    ClickItem("penguins.csv");
+    Choose("Analysis.Scatter");
+    Choose("Analysis.Summary");
+    Turn();
+    QStringList printed;
+    for (const auto& form : m_application->MainForm()->Forms()) {
+        Paper paper;
+        form.As<desktop::WindowForm>()->Print(paper);
+        printed.append(paper.content);
+    }
+    EXPECT_EQ(printed.join("").toStdString(), "# Scatter plot of penguins.csv: bill depth over bill length\n"
+                                              "Y: bill depth (mm)\nX: bill length (mm)\nConfidence: 95 %\ndrawing\n"
+                                              "# Summary of penguins.csv\n344 rows, 7 columns\n"
+                                              "table 4 x 10\ntable 3 x 6\n");
 }
 
 TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
