@@ -4,7 +4,6 @@
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/IExplorerItem.h"
-#include "corvane/explorer/IExplorerItemAccess.h"
 #include "corvane/explorer/NavigationManager.h"
 #include "corvane/menus/ActionItem.h"
 #include "corvane/platform/Entering.h"
@@ -258,7 +257,7 @@ bool Items::TakeSeveral(const std::string& action) const {
 }
 
 bool Items::IsForOneOnly(const Ref<Object>& provider, const std::string& action) const {
-    return m_selection->IsSeveral() && provider && provider.TryAs<IExplorerItemAccess>() && !TakeSeveral(action);
+    return m_selection->IsSeveral() && provider && m_objects.contains(provider->ObjectKey()) && !TakeSeveral(action);
 }
 
 } // namespace corvane::items

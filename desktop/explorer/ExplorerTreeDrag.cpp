@@ -204,7 +204,7 @@ void ExplorerTree::ShowCarried() {
     QString text = m_carried.size() == 1 ? ShownNode(*m_treeView, *m_carried.front())
                                          : tr("%n items", "", static_cast<int>(m_carried.size()));
     text = m_target.answer.accepts       ? tr("Return moves %1 here, Ctrl+Return copies. Esc cancels.").arg(text)
-           : m_target.answer.why.empty() ? tr("Go to where %1 belongs with the arrow keys. Esc cancels.").arg(text)
+           : m_target.answer.why.empty() ? tr("Go to the target of %1 with the arrow keys. Esc cancels.").arg(text)
                                          : QString::fromStdString(m_target.answer.why);
     ShowNote(text, visualRect(index));
 }

@@ -267,6 +267,10 @@ void ExplorerTree::View_Toggled(const QModelIndex& index, bool expanded) {
     const Ref<Node> node(Shown()->NodeAt(index));
     if (!node)
         return;
+    if (expanded && state() == DraggingState && m_items->IsLazy(*node)) {
+        collapse(index); // what its item does then may fail, or take its time
+        return;
+    }
     m_items->Settle();
     if (!expanded)
         DropHidden(node.Get());

@@ -80,6 +80,10 @@ bool ExplorerTree::TakeOut(const Ref<Node>& node) {
 bool ExplorerTree::Extend(const Ref<Node>& node, Qt::KeyboardModifiers modifiers) {
     const auto selection = m_items->Selected();
     const bool isHere = selection->Tree() == m_treeView;
+    {
+        const QScopedValueRollback follows(m_followsModel, true);
+        selectionModel()->setCurrentIndex(IndexOf(node.Get()), QItemSelectionModel::NoUpdate);
+    }
     if (!modifiers.testFlag(Qt::ShiftModifier)) {
         m_anchor = node;
         if (isHere && selection->Has(*node))

@@ -556,7 +556,7 @@
         <translation>Eingabe verschiebt %1 hierher, Strg+Eingabe kopiert. Esc bricht ab.</translation>
     </message>
     <message>
-        <source>Go to where %1 belongs with the arrow keys. Esc cancels.</source>
+        <source>Go to the target of %1 with the arrow keys. Esc cancels.</source>
         <translation>Gehen Sie mit den Pfeiltasten zum Ziel für %1. Esc bricht ab.</translation>
     </message>
 </context>

@@ -556,7 +556,7 @@
         <translation>Entrée déplace %1 ici, Ctrl+Entrée copie. Échap annule.</translation>
     </message>
     <message>
-        <source>Go to where %1 belongs with the arrow keys. Esc cancels.</source>
+        <source>Go to the target of %1 with the arrow keys. Esc cancels.</source>
         <translation>Allez à la cible de %1 avec les flèches. Échap annule.</translation>
     </message>
 </context>

@@ -214,6 +214,13 @@ TEST(ExplorerSeveral, AreSelectedBesideTheOneOfTheLibrary) {
              o.Key(Qt::Key_Space, Qt::ControlModifier);
          },
          "C: A C", "node:C"},
+        {"ArrowsGoOnFromTheLastClick",
+         [&](ExplorerFixture& o) {
+             ctrl(o, "B");
+             o.Reported();
+             o.Key(Qt::Key_Down);
+         },
+         "C: C", "node:C"},
         {"AllOfTheFolder", [](ExplorerFixture& o) { o.Key(Qt::Key_A, Qt::ControlModifier); }, "A: A B C", ""},
         {"AnArrowLeavesOne",
          [](ExplorerFixture& o) {
