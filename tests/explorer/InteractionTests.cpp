@@ -82,8 +82,7 @@ TEST_F(Interaction, TheSameKeyInAnotherTreeCountsAsTheActiveNode) {
         <ExplorerItem Name="Box1" Type="FolderChild" Parent="One"/>
         <ExplorerItem Name="Box2" Type="FolderChild" Parent="Two"/></ExplorerItems>)",
           R"({"objects": {"E.One": {"children": [{"name": "x"}]}, "E.Two": {"children": [{"name": "X"}]}}})");
-    m_oApplication.Take("populate\nnode 0 x\nselect 0");
-    (void)m_oApplication.TakeCalls();
+    (void)After("populate\nnode 0 x\nselect 0");
     EXPECT_EQ(After("tab 1\nnode 1 X"), Lines());
     EXPECT_EQ(Selected(), "x"); // of the old tree
     EXPECT_EQ(After("node 1 Two"), (Lines{"Explorer OnInactive(E.One#1/x)", "Explorer OnActive(E.Two#1)"}));
@@ -93,8 +92,7 @@ TEST_F(Interaction, TheSameKeyInAnotherTreeCountsAsTheActiveNode) {
 TEST_F(Interaction, APlainRightButtonAsksForTheMenuOfTheActiveItem) {
     Populate();
     EXPECT_EQ(After("rightclick"), Lines());
-    m_oApplication.Take("node 0 Leaf.a\nselect 0 Leaf.b");
-    (void)m_oApplication.TakeCalls();
+    (void)After("node 0 Leaf.a\nselect 0 Leaf.b");
     Tree()->MouseUp.Raise(LeftButton, NoShift, 0, 0);
     Tree()->MouseUp.Raise(RightButton, CtrlKey, 0, 0);
     EXPECT_EQ(m_oApplication.TakeCalls(), Lines());
@@ -104,8 +102,7 @@ TEST_F(Interaction, APlainRightButtonAsksForTheMenuOfTheActiveItem) {
 
 TEST_F(Interaction, APressMovesTheSelectionAlone) {
     Populate();
-    m_oApplication.Take("node 0 Leaf.a");
-    (void)m_oApplication.TakeCalls();
+    (void)After("node 0 Leaf.a");
     const auto oHit = Tree()->HitTestRequested.Subscribe(
         [this](Single x, Single, Ref<Node>& nod) { nod = x < 10 ? Tree()->GetNodes()->Item("Leaf.b") : Ref<Node>(); });
     Tree()->MouseDown.Raise(MiddleButton, ShiftKey, 5, 0);
@@ -117,8 +114,7 @@ TEST_F(Interaction, APressMovesTheSelectionAlone) {
 
 TEST_F(Interaction, ADoubleClickDuringAnotherIsDropped) {
     Populate();
-    m_oApplication.Take("node 0 Root");
-    (void)m_oApplication.TakeCalls();
+    (void)After("node 0 Root");
     bool bFails = false;
     const auto oOpen = m_oApplication.Explorer()->OnOpen.Subscribe([&](const Ref<Object>&) {
         m_oApplication.Take("dblclick");
@@ -160,8 +156,7 @@ TEST_F(Interaction, Renaming) {
     for (const auto& o : aRenamings) {
         SCOPED_TRACE(o.sWhat);
         Populate();
-        m_oApplication.Take(o.sBefore);
-        (void)m_oApplication.TakeCalls();
+        (void)After(o.sBefore);
         Lines aCalls;
         for (const auto& sCall : Split(o.sCalls))
             aCalls.push_back("E.Root#1/a " + sCall);
@@ -244,8 +239,7 @@ TEST_F(Interaction, AddingOneItem) {
     Start();
     EXPECT_EQ(NumberOf([&] { m_oApplication.Explorer()->AddToExplorer(NewItem(), "Leaf"); }), 91); // not populated
     (void)m_oApplication.TakeLog();
-    m_oApplication.Take("populate\ntab 1");
-    (void)m_oApplication.TakeCalls();
+    (void)After("populate\ntab 1");
     const auto Add = [&](const std::string& sDefinition, const Ref<Object>& oFolder = nullptr) {
         return NumberOf([&] { m_oApplication.Explorer()->AddToExplorer(NewItem(), sDefinition, oFolder); });
     };

@@ -221,19 +221,5 @@ TEST_F(TreeViewTest, LabelEdits) {
     EXPECT_FALSE(m_oTree->IsEditingLabel());
 }
 
-TEST_F(TreeViewTest, AClickSelectsThenTells) {
-    const auto oNode = AddRoot("a");
-    std::string sHeard;
-    const auto Selected = [&] { return m_oTree->SelectedItem() ? m_oTree->SelectedItem()->Key() : "none"; };
-    const auto oNodeClick = m_oTree->NodeClick.Subscribe(
-        [&](const Ref<Node>& oClicked) { sHeard += "NodeClick " + oClicked->Key() + " on " + Selected() + ", "; });
-    const auto oClick = m_oTree->Click.Subscribe([&] { sHeard += "Click on " + Selected(); });
-    oNode->SetSelected(true);
-    oNode->SetSelected(false);
-    EXPECT_EQ(sHeard, ""); // only the user is heard
-    m_oTree->ClickNode(oNode);
-    EXPECT_EQ(sHeard, "NodeClick a on a, Click on a");
-}
-
 } // namespace
 } // namespace corvane
