@@ -42,6 +42,7 @@ Rule RuleOf(FormFault fault) {
     case FormFault::BadTabOrder:
         return Rule::FormTabOrder;
     case FormFault::OutsideLayout:
+    case FormFault::SharedCell:
         return Rule::FormLayout;
     }
     return Rule::FormUnknown;

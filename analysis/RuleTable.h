@@ -575,8 +575,10 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "The key then only moves between both.", "", ""},
     {Rule::FormTabOrder, "form-tab-order", Severity::Warning, "The tab order jumps back, or names what isn't a field.",
      "The Tab key should go through a form as it is read.", "", ""},
-    {Rule::FormLayout, "form-layout", Severity::Warning, "A widget lies in no layout.",
-     "Forms have no fixed positions, as texts and fonts differ. The widget is shown below the others.", "", ""},
+    {Rule::FormLayout, "form-layout", Severity::Warning, "A widget lies in no layout, or in the cell of another one.",
+     "Forms have no fixed positions, as texts and fonts differ. A widget without a layout is shown below the others; "
+     "of two in one cell, one covers the other.",
+     "", ""},
     {Rule::FormDefault, "form-default", Severity::Warning, "The value that a form gives a field can't be accepted.",
      "It is out of range, doesn't match the pattern, or is none of the choices. The page isn't valid until the user "
      "has changed it.",

@@ -188,6 +188,7 @@ enum class FormFault {
     MissingName,
     BadTabOrder,   // a tab stop that is none of the fields
     OutsideLayout, // a widget without a layout around it
+    SharedCell,    // a widget in the cell of another one
 };
 
 struct FormProblem {

@@ -80,6 +80,7 @@ public:
 private:
     [[nodiscard]] FormNode ReadWidget(const XmlElement& widget, const FormNode* group);
     void ReadLayout(const XmlElement& layout, FormNode& node, const FormNode* group);
+    void CheckCells(const FormNode& layout);
     void ReadItem(const XmlElement& item, FormNode& parent, const FormNode* group);
     void ReadChildren(const XmlElement& widget, FormNode& node, const FormNode* group);
     void ReadTabs(const XmlElement& widget, FormNode& node);

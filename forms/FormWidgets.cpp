@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace corvane::forms {
 
@@ -243,6 +244,31 @@ void WidgetReader::ReadLayout(const XmlElement& layout, FormNode& node, const Fo
         else if (item.name != "property")
             m_problems.Add(FormFault::UnknownElement, item.at,
                            "the element " + QuotedName(item.name) + " has no effect in a form", "Take it away.");
+    }
+    CheckCells(node);
+}
+
+// Designer lays nothing upon another; what is written or merged by hand may.
+void WidgetReader::CheckCells(const FormNode& layout) {
+    if (layout.layout != LayoutKind::Grid && layout.layout != LayoutKind::Form)
+        return;
+    constexpr int looked = 16; // at so many rows and columns of one
+    std::map<std::pair<int, int>, const FormNode*> taken;
+    for (const FormNode& child : layout.children) {
+        if (child.kind == NodeKind::Spacer)
+            continue;
+        const FormNode* other = nullptr;
+        for (int row = 0; row < std::min(child.cell.rowSpan, looked); ++row)
+            for (int column = 0; column < std::min(child.cell.columnSpan, looked); ++column)
+                if (const auto [it, isNew] =
+                        taken.try_emplace({child.cell.row + row, child.cell.column + column}, &child);
+                    !isNew && !other)
+                    other = it->second;
+        if (other)
+            m_problems.Add(FormFault::SharedCell, child.at,
+                           (child.name.empty() ? "this" : QuotedName(child.name)) + " is in the cell of " +
+                               (other->name.empty() ? "another one" : QuotedName(other->name)) + ", which it covers",
+                           "Move one of both to a free cell in Designer.");
     }
 }
 

@@ -75,6 +75,7 @@ TEST(FormReader, NamesWhatItDoesNotKnowAndGoesOn) {
         {Item(0, "QSpinBox", "A", Has("minimum", "number", "200")), "5:60 the property \"minimum\""},
         {Item(0, "QLineEdit", "A") + Item(1, "QLineEdit", "a"), "6:26 there are two fields \"a\""},
         {Item(0, "QLineEdit", "A", Has("pattern", "string", "(a")), "5:86 the pattern of \"A\" can't be used"},
+        {Item(0, "QLineEdit", "A") + Item(0, "QLineEdit", "B"), "6:26 \"B\" is in the cell of \"A\""},
         {Item(0, "QLineEdit", ""), "5:26 a field has no name"},
         {Item(0, "QLineEdit", "A", Has("kind", "string", "nmber")), "5:61 the property \"kind\""},
         {"<item row=\"-1\" column=\"0\"><widget class=\"QLineEdit\" name=\"A\"/></item>", "5:1 the row of a cell"},
