@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <libxml/parser.h>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <vector>
 
@@ -172,6 +173,23 @@ Position BeginOfValue(const File& file, Position at) {
     return mark == std::string_view::npos ? at : file.lines.PositionOf(text, text.data() + mark + 1);
 }
 
+// Where the value begins that goes on up to the quotation mark of the next attribute; nothing where no such is before
+// the place.
+std::optional<Position> ValueWithoutEnd(const File& file, Position at) {
+    const std::string_view text = file.bytes;
+    const auto line = static_cast<std::size_t>(file.lines.EndOf(text, at.line - 1) - text.data());
+    const std::size_t mark =
+        text.find_last_of("\"'", line + static_cast<std::size_t>(std::max<Long>(at.column - 1, 0)));
+    const std::size_t before = mark == 0 || mark == std::string_view::npos ? mark : text.rfind(text[mark], mark - 1);
+    if (before >= mark)
+        return std::nullopt;
+    const std::string_view value = text.substr(before + 1, mark - before - 1);
+    const std::size_t blank = value.find_last_of(" \t\r\n");
+    if (!value.ends_with('=') || blank == std::string_view::npos || blank + 2 >= value.size())
+        return std::nullopt;
+    return file.lines.PositionOf(text, text.data() + before + 1);
+}
+
 // A file in another encoding, in Windows-1252.
 std::vector<Edit> EditsOf(const File& file) {
     const std::string_view bytes = file.bytes;
@@ -208,10 +226,15 @@ std::string WithoutLine(const std::string& reason) {
 
 void ReportMalformed(const File& file, const XmlError& error, Report& report) {
     const auto code = static_cast<int>(error.lErrorCode);
-    const Words words = InWords(code, WithoutLine(error.sReason), file.bytes);
+    Words words = InWords(code, WithoutLine(error.sReason), file.bytes);
     Position at{error.lLine, ErrorColumn(file.bytes, error.lLine)};
     if (code == XML_ERR_LT_IN_ATTRIBUTE)
         at = BeginOfValue(file, at);
+    if (code == XML_ERR_SPACE_REQUIRED)
+        if (const auto begin = ValueWithoutEnd(file, at)) {
+            at = *begin;
+            words = {"the value that begins here goes on up to the next attribute", "end it with its quotation mark"};
+        }
     Finding& finding =
         report.Add(Rule::NotWellFormed, {file.path, at}, words.text + ", so the whole file is left out", words.cure);
     finding.edits = EditsOf(file);

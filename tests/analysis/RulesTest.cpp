@@ -495,6 +495,8 @@ TEST(Rules, TellWhatIsntWellFormedInWordsOfTheirOwn) {
         {"<Service Name/>",
          ": error: the attribute \"Name\" has no value, so the whole file is left out: write Name=\"...\""},
         {"<Service Name=a/>", ": error: a value isn't in quotation marks, so the whole file is left out: write it"},
+        {"<Service Name='a Active='1'/>", ":1:16: error: the value that begins here goes on up to the next attribute, "
+                                          "so the whole file is left out: end"},
         {"<Service Name='a'Active='1'/>",
          ": error: there is no space between two attributes, so the whole file is left out: write one"},
         {"<Service Name='a' <Menus/>",
