@@ -7,11 +7,13 @@
 #include "analysis/CheckForm.h"
 #include "corvane/base/Text.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace corvane::check {
 
@@ -46,18 +48,36 @@ Ref<IXmlSchemaCache> ReadSchema(const Ref<IXmlService>& xml, const std::string& 
     }
 }
 
-// Where a user edits the file: the application folder of a build has links to those of the sources. Relative
-// to the current folder if the application's path is.
+// The names of the links in a folder, by one look into it.
+std::unordered_set<std::string> LinksIn(const std::string& folder) {
+    std::unordered_set<std::string> links;
+    std::error_code error;
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
+        if (it->is_symlink(error))
+            links.insert(it->path().filename().string());
+    return links;
+}
+
+// Where a user edits a file that is a link: the application folder of a build has links to those of the sources.
+// Relative to the current folder if the application's path is.
 std::string EditedPath(const std::string& path) {
     std::error_code error;
-    if (!fs::is_symlink(path, error))
-        return path;
     const fs::path real = fs::canonical(path, error);
     if (error)
         return path;
     const fs::path here = fs::current_path(error);
     const fs::path below = error || fs::path(path).is_absolute() ? fs::path() : real.lexically_relative(here);
     return below.empty() || *below.begin() == ".." ? real.string() : below.string();
+}
+
+// The files that take part, by the names of their services.
+using ByName = std::unordered_multimap<std::string_view, const File*>;
+
+// The file before of which this one is a copy, whose bytes are all the same; a null pointer when it is none.
+const File* OriginalOf(const File& file, const ByName& before) {
+    const auto [first, last] = before.equal_range(file.root->Value("Name"));
+    const auto it = std::find_if(first, last, [&](const auto& each) { return each.second->bytes == file.bytes; });
+    return it == last ? nullptr : it->second;
 }
 
 // A copy is one mistake, however many names are there twice.
@@ -98,13 +118,14 @@ void ReadApplication(Model& model, const std::string& application, Report& repor
     const Ref<IXmlService> xml = New<XmlService>();
     const Ref<IXmlSchemaCache> schema = ReadSchema(xml, *folder, report);
     const auto fileSystem = New<FileSystem>();
-    std::unordered_map<std::string_view, const File*> texts;
+    const std::unordered_set<std::string> links = LinksIn(*folder);
+    ByName before;
     for (const std::string& path : fileSystem->Files(*folder)) {
         const std::string name = fileSystem->FileName(path);
         if (!EqualText(fileSystem->Extension(path), "xml") || IsShutOut(name, application))
             continue;
         auto file = std::make_unique<File>();
-        file->path = EditedPath(path);
+        file->path = links.contains(name) ? EditedPath(path) : path;
         file->name = name;
         if (!ReadBytesOf(*file, path, buffers, report)) {
             model.complete = false;
@@ -112,9 +133,12 @@ void ReadApplication(Model& model, const std::string& application, Report& repor
         }
         ReadFile(*file, xml, schema, model.memory, report);
         model.complete &= file->root != nullptr;
-        if (file->active && !file->root->Value("Name").empty())
-            if (const auto [it, isNew] = texts.try_emplace(file->bytes, file.get()); !isNew)
-                LeaveOutCopy(*file, *it->second, report);
+        if (file->active && !file->root->Value("Name").empty()) {
+            if (const File* original = OriginalOf(*file, before))
+                LeaveOutCopy(*file, *original, report);
+            else
+                before.emplace(file->root->Value("Name"), file.get());
+        }
         model.files.push_back(std::move(file));
     }
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 
 namespace corvane::check {
 
@@ -47,6 +48,19 @@ std::string WithReferences(std::string_view raw) {
         text += "&#x" + hex + ";";
     }
     return text;
+}
+
+// Whether others refer by the value to the same thing, or it is that of a file or of a member.
+bool IsNameOfThing(const AttributeFormat& format) {
+    static constexpr auto names = [] {
+        std::array<bool, std::size(names::known) + 1> table{};
+        for (const AttributeName& name :
+             std::to_array<AttributeName>({"Name", "ActionItem", "Action", "Path", "Parent", "ProgID", "PageProgID",
+                                           "DefaultAction", "Image", "ImageDisabled", "ImagePressed"}))
+            table[name.number] = true;
+        return table;
+    }();
+    return names[format.name.number];
 }
 
 class FormCheck {
@@ -166,7 +180,42 @@ private:
                 finding.edits = {NameEdit(m_file, attribute, *nearest)};
         } else if (values || (element.name == "Service" && attribute.Name() == "Active")) {
             CheckValue(*attributeFormat, attribute); // whether a file takes part is read of every one
+            if (values && IsNameOfThing(*attributeFormat))
+                CheckBlanks(attribute);
         }
+    }
+
+    // A blank counts in names, and cannot be seen.
+    void CheckBlanks(Attribute& attribute) {
+        const std::string_view value = attribute.Value();
+        if (value.empty() ||
+            (static_cast<unsigned char>(value.front()) > ' ' && static_cast<unsigned char>(value.back()) > ' ' &&
+             value.find("  ") == std::string_view::npos))
+            return;
+        std::string meant(WithoutBlanksAround(value));
+        for (std::size_t i; (i = meant.find("  ")) != std::string::npos;)
+            meant.erase(i, 1);
+        m_report
+            .Add(Rule::StrayBlank, m_file.At(attribute.AtValue()),
+                 "the " + std::string(attribute.Name()) + " " + Quoted(value) + " " + WhereBlankIs(value) +
+                     ", which counts, so it isn't the same name as " + Quoted(meant),
+                 meant.empty() ? "write a name" : "write " + Quoted(meant))
+            .edits = meant.empty() ? std::vector<Edit>() : std::vector{ValueEdit(m_file, attribute, meant)};
+    }
+
+    static std::string_view WithoutBlanksAround(std::string_view text) {
+        const auto IsBlank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };
+        while (!text.empty() && IsBlank(text.front()))
+            text.remove_prefix(1);
+        while (!text.empty() && IsBlank(text.back()))
+            text.remove_suffix(1);
+        return text;
+    }
+
+    static const char* WhereBlankIs(std::string_view value) {
+        return static_cast<unsigned char>(value.front()) <= ' '  ? "begins with a blank"
+               : static_cast<unsigned char>(value.back()) <= ' ' ? "ends with a blank"
+                                                                 : "holds two blanks";
     }
 
     // What other tools call it comes before what is merely spelt alike.
@@ -464,8 +513,8 @@ void ReportViolations(const File& file, const Ref<IXmlDocument>& document, const
 
 } // namespace
 
-void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema,
-              std::pmr::memory_resource& memory, Report& report) {
+void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema, Arena& memory,
+              Report& report) {
     const Ref<IXmlDocument> document = xml->NewDocument();
     if (!document->LoadXml(file.bytes)) {
         ReportMalformed(file, document->ParseError(), report);

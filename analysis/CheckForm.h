@@ -7,7 +7,7 @@ namespace corvane::check {
 
 // Reads the file's elements into the memory and says whether it takes part; reports what is wrong with its form. The
 // schema may be nothing.
-void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema,
-              std::pmr::memory_resource& memory, Report& report);
+void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema, Arena& memory,
+              Report& report);
 
 } // namespace corvane::check

@@ -24,6 +24,8 @@ bool IsMark(char c) {
 
 // The letter that opens an entry, folded; empty for none. Two marks represent the character itself.
 std::string MnemonicOf(std::string_view caption) {
+    if (caption.find('#') == std::string_view::npos && caption.find('&') == std::string_view::npos)
+        return {}; // seen at once
     for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
         if (!IsMark(caption[i]))
             continue;
@@ -219,8 +221,10 @@ private:
     }
 
     void AddShortcut(const Entry& entry) {
-        const Entry* maker = MakerOf(entry);
         const std::string_view text = entry.ShortCutKey();
+        if (text.empty() && !entry.IsOfContextMenu())
+            return; // as most have none
+        const Entry* maker = MakerOf(entry);
         if (text.empty() || entry.IsButton() ||
             (entry.IsOfContextMenu() && entry.provider->kind != ProviderKind::ExplorerItem))
             return;

@@ -142,10 +142,6 @@ public:
         CheckPreferencePages();
         for (const Window& window : m_model.windows)
             CheckWindow(window);
-        for (const auto& file : m_model.files)
-            if (file->active)
-                for (const Element& element : std::span(file->root, 1 + file->root->below))
-                    CheckBlanks(*file, element);
         CheckToolbars();
     }
 
@@ -223,37 +219,6 @@ private:
                      "the Tip of " + entry.Named() + " says no more than its Caption, " + Quoted(entry.Caption()),
                      description.empty() ? "write what the command does, or remove Tip"
                                          : "write Tip=" + Quoted(description));
-    }
-
-    // A blank counts in names, and cannot be seen.
-    void CheckBlanks(const File& file, const Element& element) {
-        static constexpr std::string_view names[] = {"Name",   "ActionItem",    "Action",      "Path",
-                                                     "Parent", "ProgID",        "PageProgID",  "DefaultAction",
-                                                     "Image",  "ImageDisabled", "ImagePressed"};
-        for (const Attribute& attribute : element.attributes) {
-            const std::string_view value = attribute.Value();
-            if (attribute.Name() == "Caption" || attribute.Name() == "Description" || value.empty() ||
-                (static_cast<unsigned char>(value.front()) > ' ' && static_cast<unsigned char>(value.back()) > ' ' &&
-                 value.find("  ") == std::string_view::npos))
-                continue;
-            if (std::find(std::begin(names), std::end(names), attribute.Name()) == std::end(names))
-                continue;
-            std::string meant(WithoutBlanksAround(value));
-            for (std::size_t i; (i = meant.find("  ")) != std::string::npos;)
-                meant.erase(i, 1);
-            m_report
-                .Add(Rule::StrayBlank, file.At(attribute.AtValue()),
-                     "the " + std::string(attribute.Name()) + " " + Quoted(value) + " " + Where(value) +
-                         ", which counts, so it isn't the same name as " + Quoted(meant),
-                     meant.empty() ? "write a name" : "write " + Quoted(meant))
-                .edits = meant.empty() ? std::vector<Edit>() : std::vector{ValueEdit(file, attribute, meant)};
-        }
-    }
-
-    static const char* Where(std::string_view value) {
-        return static_cast<unsigned char>(value.front()) <= ' '  ? "begins with a blank"
-               : static_cast<unsigned char>(value.back()) <= ' ' ? "ends with a blank"
-                                                                 : "holds two blanks";
     }
 
     // A toolbar comes into being with its first button, so a slip in a Path makes one more.

@@ -79,11 +79,9 @@ constexpr ElementFormat serviceFormat{"Service", servicesFormat, groups};
 
 } // namespace
 
-const AttributeFormat* ElementFormat::Attribute(std::string_view attribute) const {
-    // Most names differ at their ends already, which is found without a call.
+const AttributeFormat* ElementFormat::Attribute(const AttributeName& attribute) const {
     const auto it = std::find_if(attributes.begin(), attributes.end(), [&](const AttributeFormat& o) {
-        return o.name.size() == attribute.size() && !attribute.empty() && o.name.front() == attribute.front() &&
-               o.name.back() == attribute.back() && o.name == attribute;
+        return attribute.number != 0 && o.name.number == attribute.number; // they all have one
     });
     return it == attributes.end() ? nullptr : &*it;
 }

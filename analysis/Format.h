@@ -2,6 +2,8 @@
 // library's own conversions; here is which of them an attribute goes through.
 #pragma once
 
+#include "analysis/AttributeName.h"
+
 #include <span>
 #include <string_view>
 
@@ -15,7 +17,7 @@ enum class Need {
 };
 
 struct AttributeFormat {
-    std::string_view name;
+    AttributeName name;
     ValueKind kind = ValueKind::Text;
     Need need = Need::Optional;
     std::span<const std::string_view> words = {};
@@ -26,7 +28,7 @@ struct ElementFormat {
     std::span<const AttributeFormat> attributes;
     std::span<const ElementFormat> children;
 
-    [[nodiscard]] const AttributeFormat* Attribute(std::string_view attribute) const;
+    [[nodiscard]] const AttributeFormat* Attribute(const AttributeName& attribute) const;
     [[nodiscard]] const ElementFormat* Child(std::string_view element) const;
 };
 

@@ -33,7 +33,9 @@ std::string_view NameOf(const Tool* tool) {
 
 } // namespace
 
-MenuPlan::MenuPlan(Model& model) {
+MenuPlan::MenuPlan(Model& model)
+    : m_placings(&model.memory), m_byEntry(&model.memory), m_lost(&model.memory), m_byAction(&model.memory),
+      m_menu(&model.memory), m_allTools(&model.memory) {
     for (const char* name : {"StatusBar", "Explorer", mainBar})
         AddBar(name, nullptr).ofHost = true;
     for (const char* name : {"Separator", "WindowList"})

@@ -6,6 +6,7 @@
 #include "corvane/base/TextIndex.h"
 
 #include <map>
+#include <memory>
 #include <set>
 #include <unordered_map>
 
@@ -25,21 +26,21 @@ public:
     [[nodiscard]] bool empty() const { return !m_first; }
     [[nodiscard]] const Entry* front() const { return m_first; }
     [[nodiscard]] std::span<const Entry* const> All() const {
-        return m_all.empty() ? std::span(&m_first, m_first ? 1 : 0) : std::span(m_all);
+        return m_all ? std::span<const Entry* const>(*m_all) : std::span<const Entry* const>(&m_first, m_first ? 1 : 0);
     }
     void push_back(const Entry* entry) {
         if (!m_first) {
             m_first = entry;
             return;
         }
-        if (m_all.empty())
-            m_all.push_back(m_first);
-        m_all.push_back(entry);
+        if (!m_all)
+            m_all = std::make_unique<std::vector<const Entry*>>(1, m_first);
+        m_all->push_back(entry);
     }
 
 private:
     const Entry* m_first = nullptr;
-    std::vector<const Entry*> m_all; // nothing while it is one
+    std::unique_ptr<std::vector<const Entry*>> m_all; // nothing while it is one
 };
 
 // One place in a bar. The first entry gives it its texts, others share it. What the library puts there has none.
@@ -91,7 +92,7 @@ public:
     MenuPlan& operator=(const MenuPlan&) = delete;
 
     // In the order in which the definitions are read, those of context menus left out.
-    [[nodiscard]] const std::vector<Placing>& Placings() const { return m_placings; }
+    [[nodiscard]] const std::pmr::vector<Placing>& Placings() const { return m_placings; }
     [[nodiscard]] const Placing* PlacingOf(const Entry& entry) const;
     [[nodiscard]] const std::map<std::string, Bar, TextLess>& Bars() const { return m_bars; }
     [[nodiscard]] const Bar* FindBar(std::string_view name) const;
@@ -133,17 +134,17 @@ private:
     void PlaceButton(Placing& placing);
     static Slot* SlotOf(Bar& bar, const Tool* tool);
 
-    std::vector<Placing> m_placings;    // space is made for all at once, so they stay where they are
-    std::vector<Placing*> m_byEntry;    // by their numbers, as the next two by those of actions
-    std::vector<const Placing*> m_lost; // of each action one that has lost its place
-    std::vector<const Tool*> m_byAction;
+    std::pmr::vector<Placing> m_placings;    // space is made for all at once, so they stay where they are
+    std::pmr::vector<Placing*> m_byEntry;    // by their numbers, as the next two by those of actions
+    std::pmr::vector<const Placing*> m_lost; // of each action one that has lost its place
+    std::pmr::vector<const Tool*> m_byAction;
     std::unordered_map<std::string_view, const Entry*, TextHash, TextEqual> m_titles; // by key
     std::vector<TitlePair> m_doubleTitles;
-    std::vector<Placing*> m_menu;                        // by rank, the owners first and then alone
+    std::pmr::vector<Placing*> m_menu;                   // by rank, the owners first and then alone
     std::map<std::string, Placing*, TextLess> m_buttons; // by position key
     std::vector<Placing*> m_shared;                      // in the order of reading
     std::map<std::string, Bar, TextLess> m_bars;
-    std::deque<Tool> m_allTools;
+    std::pmr::deque<Tool> m_allTools;
     TextIndex<const Tool*> m_tools;
     std::deque<std::string> m_names; // of tools that the definitions don't hold
     // Entries of one path mostly follow one another, so what was found last is looked at first.

@@ -114,22 +114,30 @@ private:
         provider.name = name;
         provider.progID = progID;
         m_actions = {};
-        provider.actions.reserve(CountOf(element, "ActionItems", "ActionItem"));
+        provider.actions = {m_model.memory.RoomFor<Action>(CountOf(element, "ActionItems", "ActionItem")), 0};
         ForEach(element, "ActionItems", "ActionItem",
                 [&](const Element& actionElement) { AddAction(provider, actionElement); });
         m_entries.clear();
-        provider.entries.reserve(CountOf(element, "Menus", "MenuItem"));
+        provider.entries = {m_model.memory.RoomFor<Entry>(CountOf(element, "Menus", "MenuItem")), 0};
         ForEach(element, "Menus", "MenuItem", [&](const Element& entryElement) { AddEntry(provider, entryElement); });
+    }
+
+    // There is room for it behind the others.
+    template <class T>
+    static T* Append(std::span<T>& things, const T& thing) {
+        T* added = new (things.data() + things.size()) T(thing);
+        things = {things.data(), things.size() + 1};
+        return added;
     }
 
     void AddAction(Provider& provider, const Element& element) {
         const std::string_view name = element.Value("Name");
         Action* action =
-            &provider.actions.emplace_back(Action{&element, &provider, name, element.Value("Action"), m_model.actions});
+            Append(provider.actions, {&element, &provider, name, element.Value("Action"), m_model.actions});
         if (Action** first = m_actions.AddOrFind(name, action, NameOf)) {
             ReportDuplicate("action", name, {provider.file, &element}, {provider.file, (*first)->element}, "Name",
                             "give one of both another name");
-            provider.actions.pop_back();
+            provider.actions = provider.actions.first(provider.actions.size() - 1);
         } else {
             ++m_model.actions;
         }
@@ -157,7 +165,7 @@ private:
         if (provider.kind != ProviderKind::Service && !Register(m_entries, "entry", entry.key, *provider.file, element,
                                                                 "ActionItem", "remove it, or give it another Path"))
             return;
-        provider.entries.push_back(entry);
+        Append(provider.entries, entry);
         ++m_model.entries;
     }
 

@@ -9,6 +9,7 @@
 
 #include <deque>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -90,8 +91,8 @@ struct Provider {
     const Element* element;
     std::string name; // of a page its caption
     std::string progID;
-    std::vector<Action> actions;
-    std::vector<Entry> entries;
+    std::span<Action> actions;
+    std::span<Entry> entries;
 
     [[nodiscard]] Place At(std::string_view attribute) const { return file->At(element->At(attribute)); }
     [[nodiscard]] Action* FindAction(std::string_view actionName);
@@ -108,8 +109,7 @@ struct Window {
 };
 
 struct Model {
-    // Of elements, attributes and texts: it goes as a whole, and is had in few pieces.
-    std::pmr::monotonic_buffer_resource memory;
+    Arena memory;                             // of elements, attributes, actions, entries and texts
     std::vector<std::unique_ptr<File>> files; // in order of loading
     bool complete = true;                     // every file could be read
     std::deque<Provider> services;            // in order of loading, as all that follows

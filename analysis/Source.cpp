@@ -3,6 +3,7 @@
 #include "adapters/common/Encoding.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
 
@@ -14,34 +15,42 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-bool EndsName(char c) {
-    return IsBlank(c) || c == '=' || c == '>' || c == '/';
-}
+// By the character, as it is asked of every one of a name.
+constexpr auto endsName = [] {
+    std::array<bool, 256> table{};
+    for (const char c : {' ', '\t', '\n', '\r', '=', '>', '/'})
+        table[static_cast<unsigned char>(c)] = true;
+    return table;
+}();
 
 bool NeedsTheParser(std::string_view written) {
     return written.find_first_of("&\t\n\r") != std::string_view::npos;
 }
 
-// Whether a value reads as it is written.
-bool IsPlain(std::string_view written) {
-    bool plain = true;
-    for (const char c : written) // to the end, as that is faster than to look where to stop
-        plain &= c >= ' ' && c != '&';
-    return plain;
-}
-
-template <class T>
-std::span<T> Copied(std::pmr::memory_resource& memory, const std::vector<T>& things) {
-    if (things.empty())
-        return {};
-    auto* copy = static_cast<T*>(memory.allocate(things.size() * sizeof(T), alignof(T)));
-    std::uninitialized_copy(things.begin(), things.end(), copy);
-    return {copy, things.size()};
+// Whether a text has nothing but printing ASCII characters, for certain: eight at a time.
+bool IsPrinting(std::string_view text) {
+    constexpr std::uint64_t blanks = 0x2020202020202020;
+    constexpr std::uint64_t highest = 0x8080808080808080;
+    std::uint64_t bits = 0;
+    for (; text.size() >= sizeof bits; text.remove_prefix(sizeof bits)) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, text.data(), sizeof eight);
+        bits |= (eight - blanks) | eight;
+    }
+    bool printing = (bits & highest) == 0;
+    for (const char c : text)
+        printing &= c >= ' ';
+    return printing;
 }
 
 class Scanner {
 public:
-    Scanner(std::string_view text, std::pmr::memory_resource& memory) : m_text(text), m_memory(memory) {}
+    Scanner(std::string_view text, Arena& memory)
+        : m_text(text), m_memory(memory), m_plain(text.find('&') == std::string_view::npos),
+          m_attributes(memory.RoomFor<Attribute>(text.size() / shortestAttribute + 1)) {
+        constexpr std::size_t usualElement = 80; // in characters
+        m_elements.reserve(text.size() / usualElement + 1);
+    }
 
     std::span<Element> Run() {
         while (const char* next = Find('<')) {
@@ -62,12 +71,19 @@ public:
         }
         while (!m_open.empty())
             Close();
-        return Copied(m_memory, m_elements);
+        return Finished();
     }
 
     [[nodiscard]] bool IsPlainText() const { return m_plain; }
 
 private:
+    static constexpr std::size_t shortestAttribute = 2; // characters, of a text that isn't well formed either
+
+    struct Tag {
+        Element element;
+        std::size_t attributes; // how many are before its own
+    };
+
     [[nodiscard]] const char* Find(char c) const {
         return m_i < m_text.size() ? static_cast<const char*>(std::memchr(m_text.data() + m_i, c, m_text.size() - m_i))
                                    : nullptr;
@@ -77,6 +93,10 @@ private:
     void SkipThrough(std::string_view end) {
         const std::size_t i = m_text.find(end, m_i);
         m_i = i == std::string_view::npos ? m_text.size() : i + end.size();
+    }
+    void SkipTagEnd() {
+        const char* end = Find('>');
+        m_i = end ? static_cast<std::size_t>(end - m_text.data()) + 1 : m_text.size();
     }
     void SkipBlanks() {
         while (IsBlank(Here()))
@@ -106,62 +126,94 @@ private:
     void EndTag() {
         if (!m_open.empty())
             Close();
-        SkipThrough(">");
+        SkipTagEnd();
     }
 
     void Close() {
-        m_elements[m_open.back()].below = m_elements.size() - m_open.back() - 1;
+        m_elements[m_open.back()].element.below = m_elements.size() - m_open.back() - 1;
         m_open.pop_back();
     }
 
     [[nodiscard]] std::string_view Name() {
-        const auto begin = m_text.begin() + static_cast<std::ptrdiff_t>(m_i);
-        const auto end = std::find_if(begin, m_text.end(), EndsName);
-        m_i = static_cast<std::size_t>(end - m_text.begin());
-        return {begin, end};
+        const std::size_t begin = m_i;
+        while (m_i < m_text.size() && !endsName[static_cast<unsigned char>(m_text[m_i])])
+            ++m_i;
+        return m_text.substr(begin, m_i - begin);
     }
 
     void StartTag() {
-        ++m_i;
-        const std::string_view name = Name();
-        m_attributes.clear();
+        if (m_open.empty()) { // the root
+            m_elements.clear();
+            m_attributeCount = 0;
+        }
+        const std::size_t begin = ++m_i;
+        std::size_t likely = m_elements.empty() ? 0 : m_elements.back().attributes;
+        m_elements.push_back({{Name(), {}}, m_attributeCount});
+        const std::size_t likelyEnd = m_attributeCount;
         for (SkipBlanks(); m_i < m_text.size() && Here() != '>' && Here() != '/'; SkipBlanks())
-            AddAttribute();
-        if (m_open.empty())
-            m_elements.clear(); // the root
-        m_elements.push_back({name, Copied(m_memory, m_attributes)});
+            AddAttribute(likely < likelyEnd ? &m_attributes[likely++] : nullptr);
+        m_plain = m_plain && IsPrinting(m_text.substr(begin, m_i - begin));
         const bool empty = Here() == '/';
-        SkipThrough(">");
+        SkipTagEnd();
         if (!empty)
             m_open.push_back(m_elements.size() - 1);
     }
 
-    void AddAttribute() {
-        const std::string_view name = Name();
+    // Elements mostly have the attributes of the one before, in the same order: there such is at the same place.
+    [[nodiscard]] AttributeName NameOfAttribute(const Attribute* likely) {
+        if (likely) {
+            const std::string_view name = likely->Name();
+            if (m_text.size() - m_i > name.size() && m_text[m_i + name.size()] == '=' && At(name)) {
+                const char* spot = m_text.data() + m_i;
+                m_i += name.size();
+                return likely->NameAt(spot);
+            }
+        }
+        return Name();
+    }
+
+    void AddAttribute(const Attribute* likely) {
+        const AttributeName name = NameOfAttribute(likely);
         while (m_i < m_text.size() && Here() != '"' && Here() != '\'')
             ++m_i;
         const char quote = Here();
         const std::size_t begin = std::min(++m_i, m_text.size());
-        m_i = std::min(m_text.find(quote, begin), m_text.size());
-        const std::string_view written = m_text.substr(begin, m_i - begin);
-        m_attributes.emplace_back(name, written);
-        m_plain = m_plain && IsPlain(written);
+        m_i = begin;
+        const char* end = Find(quote);
+        m_i = end ? static_cast<std::size_t>(end - m_text.data()) : m_text.size();
+        new (m_attributes + m_attributeCount++) Attribute(name, m_text.substr(begin, m_i - begin));
         ++m_i;
     }
 
+    // All in the memory, in one piece each.
+    std::span<Element> Finished() {
+        m_memory.FreeFrom(m_attributes + m_attributeCount);
+        if (m_elements.empty())
+            return {};
+        const std::span<Attribute> attributes(m_attributes, m_attributeCount);
+        Element* elements = m_memory.RoomFor<Element>(m_elements.size());
+        std::size_t last = attributes.size();
+        for (std::size_t i = m_elements.size(); i-- > 0;) {
+            Element* element = new (elements + i) Element(m_elements[i].element);
+            element->attributes = attributes.subspan(m_elements[i].attributes, last - m_elements[i].attributes);
+            last = m_elements[i].attributes;
+        }
+        return {elements, m_elements.size()};
+    }
+
     std::string_view m_text;
-    std::pmr::memory_resource& m_memory;
+    Arena& m_memory;
     std::size_t m_i = 0;
-    bool m_plain = true;
-    std::vector<Element> m_elements;
+    bool m_plain; // all values read as they are written, for certain
+    std::vector<Tag> m_elements;
     std::vector<std::size_t> m_open;
-    std::vector<Attribute> m_attributes; // of the tag at hand
+    Attribute* m_attributes; // of all elements
+    std::size_t m_attributeCount = 0;
 };
 
 // Values that differ from what is written, from the document's elements, which are in the same order. nodes is empty
 // where entities hold elements; values then stay as they are written.
-void FillValues(std::span<Element> elements, const std::vector<Ref<IXmlNode>>& nodes,
-                std::pmr::memory_resource& memory) {
+void FillValues(std::span<Element> elements, const std::vector<Ref<IXmlNode>>& nodes, Arena& memory) {
     for (std::size_t i = 0; i < elements.size(); ++i)
         for (Attribute& attribute : elements[i].attributes) {
             const std::string_view written = attribute.Written();
@@ -187,28 +239,12 @@ std::string_view Attribute::Written() const {
     return {begin + 1, end};
 }
 
-Attribute* Element::Find(std::string_view attributeName) const {
-    // Most names differ at their ends already, which is found without a call.
-    for (Attribute& attribute : attributes)
-        if (const std::string_view own = attribute.Name(); own.size() == attributeName.size() && !own.empty() &&
-                                                           own.front() == attributeName.front() &&
-                                                           own.back() == attributeName.back() && own == attributeName)
-            return &attribute;
-    return nullptr;
-}
-
-std::string_view Element::Value(std::string_view attributeName) const {
-    const Attribute* attribute = Find(attributeName);
-    return attribute ? attribute->Value() : std::string_view();
-}
-
-Spot Element::At(std::string_view attributeName) const {
+Spot Element::At(const AttributeName& attributeName) const {
     const Attribute* attribute = Find(attributeName);
     return attribute ? attribute->AtValue() : At();
 }
 
-const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document,
-                            std::pmr::memory_resource& memory) {
+const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document, Arena& memory) {
     Scanner scanner(bytes, memory);
     const std::span<Element> elements = scanner.Run();
     if (elements.empty())
@@ -224,7 +260,7 @@ const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& d
     return elements.data();
 }
 
-std::string_view Stored(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts) {
+std::string_view Stored(Arena& memory, std::initializer_list<std::string_view> parts) {
     std::size_t length = 0;
     for (const std::string_view part : parts)
         length += part.size();

@@ -3,11 +3,12 @@
 // second time, by a scanner that keeps where everything is and relies on the first.
 #pragma once
 
+#include "analysis/Arena.h"
+#include "analysis/AttributeName.h"
 #include "analysis/Findings.h"
 #include "corvane/platform/IXmlService.h"
 
 #include <cstdint>
-#include <memory_resource>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,11 +23,19 @@ using Spot = const char*;
 class Attribute {
 public:
     // In the text, the value behind the name.
-    Attribute(std::string_view name, std::string_view written)
-        : m_name(name.data()), m_value(written.data()), m_nameNumber(static_cast<std::uint32_t>(name.size()) & longest),
+    Attribute(const AttributeName& name, std::string_view written)
+        : m_name(name.text.data()), m_value(written.data()),
+          m_nameNumber(static_cast<std::uint32_t>(name.text.size()) & longest), m_knownName(name.number & 0x7FU),
           m_bad(0), m_valueNumber(static_cast<std::uint32_t>(written.size())) {}
 
     [[nodiscard]] std::string_view Name() const { return {m_name, m_nameNumber}; }
+    // The same name elsewhere in the text.
+    [[nodiscard]] AttributeName NameAt(const char* spot) const {
+        return {{spot, m_nameNumber}, static_cast<std::uint8_t>(m_knownName)};
+    }
+    [[nodiscard]] bool Is(const AttributeName& name) const {
+        return m_knownName == name.number && (m_knownName != 0 || Name() == name.text);
+    }
     // UTF-8.
     [[nodiscard]] std::string_view Value() const { return {m_value, m_valueNumber}; }
     // The value as it is in the text.
@@ -45,11 +54,12 @@ public:
     [[nodiscard]] Spot AtValue() const { return Written().data(); }
 
 private:
-    static constexpr std::uint32_t longest = 0x7FFFFFFF; // as libxml2 reads no file beyond it
+    static constexpr std::uint32_t longest = 0xFFFFFF; // libxml2 reads no name beyond it
 
     const char* m_name;
     const char* m_value;
-    std::uint32_t m_nameNumber : 31;
+    std::uint32_t m_nameNumber : 24;
+    std::uint32_t m_knownName : 7;
     std::uint32_t m_bad : 1;
     std::uint32_t m_valueNumber;
 };
@@ -81,23 +91,30 @@ struct Element {
     };
     [[nodiscard]] Range Children() const { return {this + 1, this + 1 + below}; }
 
-    [[nodiscard]] Attribute* Find(std::string_view attributeName) const;
+    [[nodiscard]] Attribute* Find(const AttributeName& attributeName) const {
+        for (Attribute& attribute : attributes)
+            if (attribute.Is(attributeName))
+                return &attribute;
+        return nullptr;
+    }
     // Empty when it isn't there.
-    [[nodiscard]] std::string_view Value(std::string_view attributeName) const;
+    [[nodiscard]] std::string_view Value(const AttributeName& attributeName) const {
+        const Attribute* attribute = Find(attributeName);
+        return attribute ? attribute->Value() : std::string_view();
+    }
     // Its "<".
     [[nodiscard]] Spot At() const { return name.data() - 1; }
     // Of the attribute's value, or of the element when it has none such.
-    [[nodiscard]] Spot At(std::string_view attributeName) const;
+    [[nodiscard]] Spot At(const AttributeName& attributeName) const;
 };
 
 // The root, with all elements behind it, of a text that is known to be well formed; a null pointer when there is none.
 // Names and values point into the text, or into memory where they are written otherwise than they read; elements and
 // attributes are in memory. An element that comes out of an entity isn't seen.
-[[nodiscard]] const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document,
-                                          std::pmr::memory_resource& memory);
+[[nodiscard]] const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document, Arena& memory);
 
 // A text that stays as long as the memory does, made of parts.
-[[nodiscard]] std::string_view Stored(std::pmr::memory_resource& memory, std::initializer_list<std::string_view> parts);
+[[nodiscard]] std::string_view Stored(Arena& memory, std::initializer_list<std::string_view> parts);
 
 // The lines of a text, which it goes through when it is asked for the first time.
 class Lines {

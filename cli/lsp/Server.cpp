@@ -353,7 +353,7 @@ private:
         if (format.name == element && items.empty())
             for (const check::AttributeFormat& attribute : format.attributes)
                 if (tag.find(std::string(attribute.name) + "=") == std::string_view::npos)
-                    items.push_back({{"label", attribute.name},
+                    items.push_back({{"label", attribute.name.text},
                                      {"kind", 10},
                                      {"insertText", std::string(attribute.name) + "=\"\""}});
         for (const check::ElementFormat& child : format.children)

@@ -96,9 +96,9 @@ TEST(Format, TellsWhichValuesTheRecordsRefuse) {
         if (attribute.kind == ValueKind::Text)
             return;
         const bool refuses = attribute.name != "Separator";
-        EXPECT_EQ(LogOf(Everything(0, &attribute, "?").Xml()).size(), refuses ? 1U : 0U) << attribute.name;
+        EXPECT_EQ(LogOf(Everything(0, &attribute, "?").Xml()).size(), refuses ? 1U : 0U) << attribute.name.text;
         if (attribute.kind != ValueKind::Word) {
-            EXPECT_EQ(LogOf(Everything(0, &attribute, " -1 ").Xml()).size(), 0U) << attribute.name;
+            EXPECT_EQ(LogOf(Everything(0, &attribute, " -1 ").Xml()).size(), 0U) << attribute.name.text;
         }
     });
 }
