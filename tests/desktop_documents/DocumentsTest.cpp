@@ -400,8 +400,10 @@ TEST_F(DocumentsTest, ViewsAreDocksAndNamedLayoutsBringThemBackWithTheGroups) {
     EXPECT_TRUE(view("Log")->IsOpen() && view("Jobs")->IsOpen());
     const QString file = m_folder.Path("a.layout");
     EXPECT_EQ(layouts.Export("Work", file).toStdString(), "");
-    m_folder.Write("b.layout", "{}");
-    EXPECT_NE(layouts.Import(m_folder.Path("b.layout")).toStdString(), "");
+    for (const char* refused : {"{}", R"({"corvane": "layout", "version": 2, "name": "Later", "layout": {}})"}) {
+        m_folder.Write("b.layout", refused);
+        EXPECT_NE(layouts.Import(m_folder.Path("b.layout")).toStdString(), "") << refused;
+    }
     view("Jobs")->close();
     m_application->Window().close();
     Start();

@@ -168,6 +168,23 @@ TEST_F(JobsTest, LetAWindowStayThatWasToCloseLater) {
     EXPECT_TRUE(Sheet()) << "what was to be done after the first has been";
 }
 
+TEST_F(JobsTest, CloseAWindowLaterThoughTheyHaveEndedBeforeTheAnswer) {
+    ASSERT_TRUE(Start(true));
+    OpenWindow();
+    (void)StartAtGate({.title = "First", .owner = Ref<Object>(Sheet())});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Bar() && Bar()->isVisible(); }, longest));
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        m_open = m_open || box;
+        if (box && HasEnded() && !Bar()->isVisible()) // no one follows them any more
+            Named<QPushButton>(*box, "Wait, Then Close")->click();
+    });
+    timer.start(1);
+    EXPECT_TRUE(m_application->ClickCommand("close"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Sheet(); }, longest));
+}
+
 TEST_F(JobsTest, AreAskedAboutAgainAfterAnExitThatWasRefused) {
     ASSERT_TRUE(Start());
     OpenWindow();

@@ -78,22 +78,6 @@ TEST(Printout, TableHasAllItsRowsWithItsHeadsOnEachSheetAndTheFirstColumnBesideW
         EXPECT_TRUE(sheet.contains("Head0"));
 }
 
-TEST(Printout, SheetsThatAreChosenComeAloneUnderTheirNumbers) {
-    Printout printout;
-    for (const char* text : {"first", "second", "third"}) {
-        printout.AddText(text);
-        printout.StartSheet();
-    }
-    for (const int last : {2, 9}) {
-        RecordingPaper paper;
-        PaperPrinter printer(paper);
-        printer.setFromTo(2, last);
-        (void)printout.Paint(printer, "Birds");
-        EXPECT_EQ(Content(paper), last == 2 ? QStringList("second") : QStringList({"second", "third"}));
-        EXPECT_TRUE(paper.sheets[0].contains("Page 2 of 3")) << paper.Texts().toStdString();
-    }
-}
-
 TEST(Printout, TextsBreakBetweenLinesHeadingsStayWithWhatFollowsAndPicturesStayWhole) {
     QStringList lines;
     for (int i = 0; i < 200; ++i)
@@ -147,6 +131,7 @@ TEST(Printout, WidgetIsPrintedWholeThoughItScrolls) {
         table->setItem(i / 3, i % 3, new QTableWidgetItem(QString("t%1.%2").arg(i / 3).arg(i % 3)));
     table->horizontalHeader()->moveSection(2, 0);
     table->setColumnHidden(1, true);
+    table->setRowHidden(199, true);
     all->addWidget(table);
     auto* tabs = new QTabWidget;
     auto* text = new QPlainTextEdit;
@@ -175,7 +160,7 @@ TEST(Printout, WidgetIsPrintedWholeThoughItScrolls) {
     ExpectFeet(paper);
     EXPECT_EQ(paper.pictures.size(), 1) << "the label alone";
     const QStringList content = Content(paper);
-    EXPECT_EQ(content.filter(QRegularExpression("^t\\d")).size(), 400);
+    EXPECT_EQ(content.filter(QRegularExpression("^t\\d")).size(), 398);
     EXPECT_LT(content.indexOf("t9.2"), content.indexOf("t9.0")) << "as the columns are on screen";
     EXPECT_EQ(content.filter(QRegularExpression("^note \\d")).size(), 100);
     EXPECT_TRUE(content.contains("Notes"));
@@ -194,12 +179,15 @@ TEST(Printout, PreviewIsBoundedAndAPrinterTakesTheSheetsThatAreAskedFor) {
     RecordingPaper preview(QPaintEngine::Picture);
     PrintOn(preview, printout);
     EXPECT_EQ(preview.sheets.size(), 100);
-    RecordingPaper paper;
-    PaperPrinter printer(paper);
-    printer.setFromTo(149, 200);
-    EXPECT_EQ(printout.Paint(printer, "Birds"), 150U);
-    EXPECT_EQ(Content(paper), QStringList({"sheet 149.", "sheet 150."}));
-    EXPECT_TRUE(paper.Texts().contains("Page 149 of 150")) << paper.Texts().toStdString();
+    for (const auto& [last, expected] :
+         {std::pair(149, QStringList("sheet 149.")), std::pair(200, QStringList({"sheet 149.", "sheet 150."}))}) {
+        RecordingPaper paper;
+        PaperPrinter printer(paper);
+        printer.setFromTo(149, last);
+        EXPECT_EQ(printout.Paint(printer, "Birds"), 150U);
+        EXPECT_EQ(Content(paper), expected);
+        EXPECT_TRUE(paper.Texts().contains("Page 149 of 150")) << paper.Texts().toStdString();
+    }
 }
 
 // A table that says which rows it has been asked for.
