@@ -157,7 +157,10 @@ std::optional<std::string> DateOf(std::string_view text, std::string_view order)
     }
     if (part != 2 || digits == 0)
         return std::nullopt;
-    const auto In = [&](char which) { return parts[order.find(which)]; };
+    const auto In = [&](char which) {
+        const std::size_t place = order.find(which);
+        return place < parts.size() ? parts[place] : 0; // which is no date
+    };
     const std::chrono::year_month_day date{std::chrono::year(In('y')),
                                            std::chrono::month(static_cast<unsigned>(In('m'))),
                                            std::chrono::day(static_cast<unsigned>(In('d')))};
