@@ -8,6 +8,7 @@
 #include "headless/FormJson.h"
 #include "headless/FormPages.h"
 #include "headless/JobText.h"
+#include "items/Items.h"
 
 namespace corvane::inspect {
 

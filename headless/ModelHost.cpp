@@ -8,6 +8,7 @@
 #include "adapters/xml/XmlService.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "items/Items.h"
 #include "jobs/Manager.h"
 
 #include <chrono>

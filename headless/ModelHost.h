@@ -12,7 +12,6 @@
 #include "headless/Dialogs.h"
 #include "headless/Recording.h"
 #include "headless/StandIns.h"
-#include "items/Items.h"
 
 #include <functional>
 #include <memory>
@@ -23,6 +22,10 @@
 
 namespace corvane {
 class ProcessFactory;
+}
+
+namespace corvane::items {
+class Items;
 }
 
 namespace corvane::jobs {

@@ -12,6 +12,7 @@
 #include "headless/Expectation.h"
 #include "headless/FormPages.h"
 #include "headless/PreferencesWindow.h"
+#include "items/Items.h"
 
 #include <algorithm>
 #include <array>
