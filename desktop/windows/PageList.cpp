@@ -1,5 +1,7 @@
 #include "desktop/windows/PageList.h"
 
+#include "desktop/style/ClearButton.h"
+
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -26,7 +28,7 @@ PageList::PageList(QWidget* parent)
     layout->setContentsMargins(layout->contentsMargins().left(), layout->contentsMargins().top(), 0, 0);
     m_search->setPlaceholderText(tr("Search"));
     m_search->setAccessibleName(tr("Search the pages"));
-    m_search->setClearButtonEnabled(true);
+    AddClearButton(*m_search);
     m_search->installEventFilter(this);
     m_pages->setAccessibleName(tr("Pages"));
     m_pages->setTextElideMode(Qt::ElideRight);

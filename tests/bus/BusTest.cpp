@@ -207,6 +207,7 @@ TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
         {{"--choose", "Analysis.Report"}, {"menu item: Analysis"}},
         {{"--choose", "File.Export"}, {"label: Format", "push button: Save"}},
         {{"--choose", "File.Import"}, {"push button: Next"}},
+        {{"--choose", "Tools.Preferences"}, {"spin box: Decimal places"}},
     };
     for (const Page& oPage : aPages)
         ExpectToRead(aOpen + oPage.aArguments, oPage.aExpected);
