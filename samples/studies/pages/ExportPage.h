@@ -29,21 +29,24 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
     std::string m_contents, m_path;
     corvane::Long m_format = 0; // by its place in the form
     corvane::Ref<corvane::ITimer> m_moment = corvane::CurrentPlatform().oTimers->NewTimer();
-    bool m_thoughtBetter = false; // of "Save As", for a moment
+    bool m_isHeldBack = false; // for a moment, as the user has refused
 
     [[nodiscard]] bool IsChanged() override { return true; } // there is always something to write
-    [[nodiscard]] bool IsValid() override { return !m_thoughtBetter; }
+    [[nodiscard]] bool IsValid() override { return !m_isHeldBack; }
     void OnInitialize() override {
         const DataSet dataSet = About()->Info();
         m_contents =
             SizeText(static_cast<std::size_t>(dataSet.rows), About()->Space()->GetStore().Columns(dataSet.id).size());
         const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
         const QDir folder(QDir(documents).exists() ? documents : QDir::homePath());
-        const std::string name = std::filesystem::path(dataSet.name).stem().string() + endings[0];
-        m_path = Utf8(folder.filePath(Text(name)));
+        // A file that isn't there yet: that of the same name may be the one that the data were read from.
+        const std::string name = std::filesystem::path(dataSet.name).stem().string();
+        m_path = Utf8(folder.filePath(Text(name + endings[0])));
+        for (int number = 2; Exists(); ++number)
+            m_path = Utf8(folder.filePath(Text(name + " (" + std::to_string(number) + ")" + endings[0])));
         m_moment->SetInterval(1);
         Keep(m_moment->Tick.Subscribe([this] {
-            m_moment->SetEnabled(m_thoughtBetter = false);
+            m_moment->SetEnabled(m_isHeldBack = false);
             ValidityChanged();
         }));
     }
@@ -62,21 +65,25 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
         const bool isWritable = std::filesystem::exists(path, error) || ::access(folder.c_str(), W_OK) == 0;
         return isWritable ? std::string() : Translated("That folder isn't writable.");
     }
-    std::string Replaces() {
+    [[nodiscard]] bool Exists() const {
         std::error_code error;
-        return std::filesystem::is_regular_file(Path(), error) ? Translated("The file exists and will be replaced.")
-                                                               : std::string();
+        return std::filesystem::is_regular_file(Path(), error);
     }
-    // "Save As" asks for another file before the form saves. A page that isn't valid then holds the form back, for as
-    // long as the command runs.
+    std::string Replaces() { return Exists() ? Translated("The file exists and will be replaced.") : std::string(); }
+    // Both ask before the form saves, "Save As" for another file. A page that isn't valid then holds the form back, for
+    // as long as the command runs.
     void OnCommand(corvane::StandardCommandConstants command) override {
-        if (command != corvane::StandardCommandConstants::cvSaveAs)
-            return;
-        const std::string path =
-            AskForSavePath(Translated("Export"), Translated("Text") + " (*.csv *.tsv)|*.csv *.tsv", m_path);
-        m_moment->SetEnabled(m_thoughtBetter = path.empty());
-        m_path = path.empty() ? m_path : path;
-        OwnForm()->Refresh();
+        if (command == corvane::StandardCommandConstants::cvSave && Exists()) {
+            m_isHeldBack = !corvane::Ask(Translated("“%1” exists already. Replace it?", {Path().filename().string()}),
+                                         {Translated("Replace")}, Translated("Export"));
+        } else if (command == corvane::StandardCommandConstants::cvSaveAs) {
+            const std::string path =
+                AskForSavePath(Translated("Export"), Translated("Text") + " (*.csv *.tsv)|*.csv *.tsv", m_path);
+            m_isHeldBack = path.empty();
+            m_path = path.empty() ? m_path : path;
+            OwnForm()->Refresh();
+        }
+        m_moment->SetEnabled(m_isHeldBack);
     }
     // A large table by a job, which goes on when the window has closed.
     void OnSave() override {

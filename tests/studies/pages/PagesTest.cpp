@@ -589,6 +589,18 @@ TEST_F(Pages, DataAndReportsAreExported) {
               "species;island;bill_length_mm;bill_depth_mm;flipper_length_mm;body_mass_g;sex\n"
               "Adelie;Torgersen;39,1;18,7;181;3750;male\nAdelie;Torgersen;");
     EXPECT_EQ(WriteCsv(ReadCsvFile(path).table), WriteCsv(DataOnDisk("penguins.csv"))) << "read back";
+    const std::string before = Read(path);
+    ChooseAndAct("File.Export", [&](QWidget& dialog) {
+        Enter(dialog, "Path", QString::fromStdString(path));
+        for (const char* answer : {"", "Replace"}) {
+            EXPECT_EQ(Read(path), before);
+            m_application->Dialogs().AddAnswer(answer);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return Button(dialog, "Save")->isEnabled(); }));
+            Button(dialog, "Save")->click();
+        }
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_NE(Read(path), before) << "in the other format";
 
     Choose("Analysis.Report");
     for (const char* name : {"report.html", "report.pdf"}) {
