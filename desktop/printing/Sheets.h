@@ -20,7 +20,7 @@ public:
     Sheets(double width, double height, std::size_t limit = std::numeric_limits<std::size_t>::max(), Watch watch = {})
         : m_width(width), m_height(height), m_limit(limit), m_watch(std::move(watch)), m_sheets(1) {}
 
-    // Nothing more is wanted: whoever lays out much asks now and then.
+    // Nothing more is wanted. Parts with much to lay out ask now and then.
     [[nodiscard]] bool IsFull() const { return m_isStopped || m_sheets.size() > m_limit; }
     [[nodiscard]] bool IsStopped() const { return m_isStopped; }
 
