@@ -206,11 +206,10 @@ DropAnswer Items::CanDrop(const Node& target, const Ref<Dropped>& dropped) const
     const Ref<Object> item = ObjectOf(target);
     if (!item || (dropped->Items().empty() && dropped->Files().empty()) || !HasMemberNow(item, canDrop))
         return {};
-    std::unordered_set<const Object*> all;
-    for (const auto& object : dropped->Items())
-        all.insert(object.Get());
+    const std::vector<Ref<Object>>& all = dropped->Items();
     for (const Node* node = &target; node; node = node->Parent())
-        if (const Ref<Object> object = ObjectOf(*node); object && all.contains(object.Get()))
+        if (const Ref<Object> object = ObjectOf(*node);
+            object && std::find(all.begin(), all.end(), object) != all.end())
             return {};
     const Variant answer = CallItem(item, canDrop, {Variant(Ref<Object>(dropped))});
     if (const auto* text = answer.Get<std::string>())

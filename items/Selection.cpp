@@ -1,6 +1,38 @@
 #include "items/Selection.h"
 
+#include <algorithm>
+
 namespace corvane::items {
+
+namespace {
+
+Long DepthOf(const Node* node) {
+    Long depth = 0;
+    while ((node = node->Parent()))
+        ++depth;
+    return depth;
+}
+
+// In the order of the tree, in which what is in a folder comes behind it.
+bool IsAbove(const Node& one, const Node& other) {
+    const Node* a = &one;
+    const Node* b = &other;
+    Long deeper = a->Parent() == b->Parent() ? 0 : DepthOf(a) - DepthOf(b);
+    const bool otherIsDeeper = deeper < 0;
+    for (; deeper > 0; --deeper)
+        a = a->Parent();
+    for (; deeper < 0; ++deeper)
+        b = b->Parent();
+    if (a == b)
+        return otherIsDeeper;
+    while (a->Parent() != b->Parent()) {
+        a = a->Parent();
+        b = b->Parent();
+    }
+    return a->Row() < b->Row();
+}
+
+} // namespace
 
 Selection::~Selection() = default;
 
@@ -82,15 +114,10 @@ std::vector<Ref<Node>> Selection::Nodes() const {
         return selected ? std::vector{selected} : std::vector<Ref<Node>>();
     }
     std::vector<Ref<Node>> nodes;
-    const auto& roots = m_tree->GetNodes()->Roots();
-    std::vector<Node*> waiting(roots.rbegin(), roots.rend());
-    while (!waiting.empty() && nodes.size() < m_others.size()) {
-        Node* node = waiting.back();
-        waiting.pop_back();
-        if (m_others.contains(node))
-            nodes.emplace_back(node);
-        waiting.insert(waiting.end(), node->Children().rbegin(), node->Children().rend());
-    }
+    nodes.reserve(m_others.size());
+    for (const auto& [_, node] : m_others)
+        nodes.push_back(node);
+    std::sort(nodes.begin(), nodes.end(), [](const auto& one, const auto& other) { return IsAbove(*one, *other); });
     return nodes;
 }
 

@@ -56,7 +56,7 @@ class Later final : public ExplorerItem<Later> {
 public:
     void LazyChildren(const Ref<NewChildren>& children) {
         for (int i = 0; i < lazyItems; ++i)
-            children->Add(New<One>(NameOf(i)), "Late");
+            children->Add(New<One>(Name() + " " + NameOf(i)), "Late");
     }
     static constexpr auto Members = Methods<&Later::LazyChildren>();
 };
@@ -71,10 +71,19 @@ constexpr const char* definition =
     R"(<Service Name="S" ProgID="B.Fills" Active="true" IsStartService="true"><ExplorerItems>
 <ExplorerItem Name="Many" ProgID="B.Many" Type="Folder" PositionOrder="1"/>
 <ExplorerItem Name="One" Type="Default" Parent="Many"/>
-<ExplorerItem Name="Later" ProgID="B.Later" Type="Folder" PositionOrder="2"/>
-<ExplorerItem Name="Late" Type="Default" Parent="Later"/></ExplorerItems></Service>)";
+<ExplorerItem Name="Later" Type="Folder" PositionOrder="2"/>
+<ExplorerItem Name="Late" Type="Default" Parent="Later"/>)";
 
-void Paint() {
+// A lazy folder for each round.
+std::string Definition() {
+    std::string text = definition;
+    for (int i = 0; i < rounds; ++i)
+        text += "<ExplorerItem Name=\"Later" + std::to_string(i) +
+                "\" ProgID=\"B.Later\" Type=\"Folder\" Parent=\"Later\"/>\n";
+    return text + "</ExplorerItems></Service>\n";
+}
+
+void DrawAll() {
     QApplication::processEvents();
     QApplication::processEvents();
 }
@@ -88,13 +97,13 @@ void Click(QTreeView& view, const QModelIndex& index, Qt::KeyboardModifiers modi
         QMouseEvent event(type, point, global, Qt::LeftButton, isPress ? Qt::LeftButton : Qt::NoButton, modifiers);
         QApplication::sendEvent(view.viewport(), &event);
     }
-    Paint();
+    DrawAll();
 }
 
 void Press(QTreeView& view, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QKeyEvent event(QEvent::KeyPress, key, modifiers);
     QApplication::sendEvent(&view, &event);
-    Paint();
+    DrawAll();
 }
 
 // A range with Shift, then the same number one by one with Ctrl. How many are selected afterwards.
@@ -117,7 +126,7 @@ struct Runs {
     std::vector<double> range, single, drag, lazy;
 };
 
-void RunCorvane(desktop::Application& application, Runs& runs) {
+void RunCorvane(desktop::Application& application, int round, Runs& runs) {
     auto& many = *application.Window().Explorer().Page(0)->Tree();
     const QModelIndex folder = many.model()->index(0, 0);
     const auto [range, single] = Select(many, folder);
@@ -130,21 +139,19 @@ void RunCorvane(desktop::Application& application, Runs& runs) {
             Press(many, Qt::Key_Up);
         Press(many, Qt::Key_Escape);
     }));
-    const Ref<ExplorerManager> explorer = Explorer();
-    application.ByHost([&] { explorer->Refresh(); });
-    Paint();
     application.Panel()->Control("tabExplorer").As<TabStrip>()->ChooseTab(1);
-    Paint();
+    DrawAll();
     auto& later = *application.Window().Explorer().Page(1)->Tree();
+    const QModelIndex lazy = later.model()->index(round, 0, later.model()->index(0, 0));
     runs.lazy.push_back(Microseconds([&] {
-        later.expand(later.model()->index(0, 0));
-        Paint();
+        later.expand(lazy);
+        DrawAll();
     }));
-    if (later.model()->rowCount(later.model()->index(0, 0)) != lazyItems)
+    if (later.model()->rowCount(lazy) != lazyItems)
         std::puts("The folder wasn't filled, so this measures nothing.");
+    later.collapse(lazy);
     application.Panel()->Control("tabExplorer").As<TabStrip>()->ChooseTab(0);
-    many.expand(many.model()->index(0, 0));
-    Paint();
+    DrawAll();
 }
 
 void RunQt(QTreeView& view, QStandardItemModel& model, Runs& runs) {
@@ -158,13 +165,13 @@ void RunQt(QTreeView& view, QStandardItemModel& model, Runs& runs) {
         for (int i = 0; i < draggedRows && model.canDropMimeData(data.get(), Qt::MoveAction, -1, -1, over); ++i) {
             view.selectionModel()->setCurrentIndex(over, QItemSelectionModel::NoUpdate);
             over = view.indexAbove(over);
-            Paint();
+            DrawAll();
         }
     }));
     auto* lazy = new QStandardItem("Later");
     lazy->appendRow(new QStandardItem("to come")); // what gives it its branch
     model.appendRow(lazy);
-    Paint();
+    DrawAll();
     const auto fills = QObject::connect(&view, &QTreeView::expanded, [&](const QModelIndex& index) {
         QStandardItem* item = model.itemFromIndex(index);
         item->removeRow(0);
@@ -176,11 +183,11 @@ void RunQt(QTreeView& view, QStandardItemModel& model, Runs& runs) {
     view.scrollToBottom();
     runs.lazy.push_back(Microseconds([&] {
         view.expand(lazy->index());
-        Paint();
+        DrawAll();
     }));
     QObject::disconnect(fills);
     model.removeRow(1);
-    Paint();
+    DrawAll();
 }
 
 } // namespace
@@ -192,7 +199,7 @@ void CompareItems() {
     QFile::copy(CORVANE_SCHEMA, folder.filePath("Services/Service.xdr"));
     QFile file(folder.filePath("Services/S.xml"));
     (void)file.open(QIODevice::WriteOnly);
-    file.write(definition);
+    file.write(QByteArray::fromStdString(Definition()));
     file.close();
     desktop::ApplicationOptions options;
     options.folder = folder.path().toStdString();
@@ -203,7 +210,7 @@ void CompareItems() {
     desktop::Application application(options);
     if (!application.Start())
         return std::puts("The application didn't start."), void();
-    Paint();
+    DrawAll();
     QStandardItemModel model;
     auto* many = new QStandardItem("Many");
     for (int i = 0; i < manyItems; ++i)
@@ -217,10 +224,10 @@ void CompareItems() {
     view.resize(260, 420);
     view.show();
     view.expand(many->index());
-    Paint();
+    DrawAll();
     Runs corvaneRuns, qtRuns;
     for (int i = 0; i < rounds; ++i) { // in turns
-        RunCorvane(application, corvaneRuns);
+        RunCorvane(application, i, corvaneRuns);
         RunQt(view, model, qtRuns);
     }
     std::printf("\n%d items, medians of %d runs, ms\n  %-44s %10s %10s %8s\n", manyItems, rounds, "", "explorer", "Qt",

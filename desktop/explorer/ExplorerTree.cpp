@@ -151,6 +151,7 @@ void ExplorerTree::Tree_Changed(const TreeChange& change) {
     case TreeChange::What::AfterRemove:
     case TreeChange::What::AfterClear:
         m_selectionMoved = true; // the view has moved its own
+        m_taken = nullptr;
         break;
     case TreeChange::What::AfterInsert:
     case TreeChange::What::NodeLook:

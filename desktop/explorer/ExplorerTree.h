@@ -132,9 +132,11 @@ private:
         items::DropAnswer answer = {};
     };
     void StartDrag();
+    [[nodiscard]] const Ref<Dropped>& Taken(const std::vector<Ref<Node>>& nodes, bool copies);
     [[nodiscard]] Ref<Dropped> DroppedBy(const QDropEvent& event, bool copies) const;
     void AskTarget(const Ref<Node>& node, const Ref<Dropped>& dropped);
     [[nodiscard]] Ref<Node> TargetAt(const QPoint& point) const;
+    void RedrawTarget();
     void ForgetTarget();
     void DropOn(const Ref<Node>& node, const Ref<Dropped>& dropped);
     [[nodiscard]] bool KeyWhileCarrying(QKeyEvent& event);
@@ -180,6 +182,7 @@ private:
     bool m_becomesOne = false;          // of several that are selected the pressed one stays, unless they are dragged
     std::vector<Ref<Node>> m_dragged;   // while they are
     std::vector<Ref<Node>> m_carried;   // by keyboard
+    Ref<Dropped> m_taken;               // what either of them would drop
     Target m_target;                    // below the pointer, or at the row of the keyboard
     std::function<void()> m_dropsLater; // what the drag that is going on has been dropped on
     std::function<bool()> m_takesFiles;

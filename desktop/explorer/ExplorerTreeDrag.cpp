@@ -49,6 +49,7 @@ void ExplorerTree::StartDrag() {
     const Ref<Node> node = std::exchange(m_pressed, nullptr);
     if (!node->IsInTree() || !m_items->TakesDrops() || !ReportNode(node))
         return;
+    m_taken = nullptr;
     const auto selection = m_items->Selected();
     m_dragged = selection->Has(*node) ? selection->Nodes() : std::vector{node};
     const QString text =
@@ -64,17 +65,25 @@ void ExplorerTree::StartDrag() {
     if (!still)
         return;
     m_dragged.clear();
+    m_taken = nullptr;
     ForgetTarget();
     setState(NoState);
     if (const auto dropsLater = std::exchange(m_dropsLater, nullptr))
         dropsLater();
 }
 
+// The same for each row on the way, until something leaves the tree.
+const Ref<Dropped>& ExplorerTree::Taken(const std::vector<Ref<Node>>& nodes, bool copies) {
+    if (!m_taken || m_taken->Copies() != copies)
+        m_taken = m_items->DroppedOf(nodes, copies);
+    return m_taken;
+}
+
 // Nothing for what comes from elsewhere and holds no files.
 Ref<Dropped> ExplorerTree::DroppedBy(const QDropEvent& event, bool copies) const {
-    if (const auto* source = qobject_cast<ExplorerTree*>(event.source());
+    if (auto* source = qobject_cast<ExplorerTree*>(event.source());
         source && event.mimeData()->hasFormat(QLatin1String(itemsType)))
-        return source->m_items == m_items ? m_items->DroppedOf(source->m_dragged, copies) : nullptr;
+        return source->m_items == m_items ? source->Taken(source->m_dragged, copies) : nullptr;
     std::vector<std::string> files = FilesIn(*event.mimeData());
     return files.empty() ? nullptr : New<Dropped>(std::vector<Ref<Object>>(), std::move(files), copies);
 }
@@ -91,6 +100,7 @@ Ref<Node> ExplorerTree::TargetAt(const QPoint& point) const {
 void ExplorerTree::AskTarget(const Ref<Node>& node, const Ref<Dropped>& dropped) {
     if (m_target.node == node && m_target.copies == dropped->Copies())
         return;
+    RedrawTarget();
     m_target = {node, dropped->Copies()};
     try {
         if (node)
@@ -100,15 +110,21 @@ void ExplorerTree::AskTarget(const Ref<Node>& node, const Ref<Dropped>& dropped)
     }
     const QString why = QString::fromStdString(m_target.answer.why);
     ShowNote(why, node ? visualRect(IndexOf(node.Get())) : QRect());
-    viewport()->update();
+    RedrawTarget();
+}
+
+// Its row has a frame.
+void ExplorerTree::RedrawTarget() {
+    if (m_target.node)
+        viewport()->update(visualRect(IndexOf(m_target.node.Get())));
 }
 
 void ExplorerTree::ForgetTarget() {
     if (!m_target.node && Note().isEmpty())
         return;
+    RedrawTarget();
     m_target = {};
     ShowNote({}, {});
-    viewport()->update();
 }
 
 void ExplorerTree::dragEnterEvent(QDragEnterEvent* event) {
@@ -194,13 +210,14 @@ void ExplorerTree::StartCarrying() {
         return;
     }
     m_carried = std::move(nodes);
+    m_taken = nullptr;
     ShowCarried();
 }
 
 void ExplorerTree::ShowCarried() {
     const QModelIndex index = currentIndex();
     const Ref<Node> node(Shown()->NodeAt(index));
-    AskTarget(node, m_items->DroppedOf(m_carried, false));
+    AskTarget(node, Taken(m_carried, false));
     QString text = m_carried.size() == 1 ? ShownNode(*m_treeView, *m_carried.front())
                                          : tr("%n items", "", static_cast<int>(m_carried.size()));
     text = m_target.answer.accepts       ? tr("Return moves %1 here, Ctrl+Return copies. Esc cancels.").arg(text)
@@ -219,6 +236,7 @@ bool ExplorerTree::KeyWhileCarrying(QKeyEvent& event) {
         const Ref<Node> target(Shown()->NodeAt(currentIndex()));
         const Ref<Dropped> dropped = m_items->DroppedOf(m_carried, event.modifiers().testFlag(Qt::ControlModifier));
         m_carried.clear();
+        m_taken = nullptr;
         ForgetTarget();
         m_selectionMoved = true;
         m_model->Schedule();
@@ -238,6 +256,7 @@ void ExplorerTree::focusOutEvent(QFocusEvent* event) {
     if (event->reason() == Qt::PopupFocusReason)
         return;
     m_carried.clear();
+    m_taken = nullptr;
     ForgetTarget();
 }
 

@@ -242,6 +242,9 @@ TEST_F(ItemsTest, ALazyFolderIsAskedWhenItOpensAndAgainAfterAFailure) {
     Key(Qt::Key_Left);
     Key(Qt::Key_Right);
     EXPECT_EQ(Heard(), ""); // once
+    for (const char* key : {"Bird.Owl", "Nest", "Deep wood", "Aviary", "Bird.Wren"})
+        Click(key, Qt::ControlModifier);
+    EXPECT_EQ(Names(SelectedItems()), " Aviary Wren Nest Wood Owl Deep wood");
 }
 
 TEST_F(ItemsTest, AreRecordedAsSteps) {
