@@ -221,19 +221,6 @@ std::string FormModel::Type(std::size_t field, std::string_view text) {
     return {};
 }
 
-std::string FormModel::Enter(std::size_t field, const Variant& value) {
-    if (std::string why = WhyNotEntered(field, IsEntered(Field(field).kind) ? nullptr : "takes no value"); !why.empty())
-        return why;
-    Problem problem;
-    const auto converted = value.Get<std::string>()
-                               ? ReadValue(Field(field), Choices(field), *value.Get<std::string>(), problem)
-                               : ConvertValue(Field(field), Choices(field), value, problem);
-    if (!converted)
-        return "the value can't be entered into the field \"" + Field(field).name + "\": " + problem.Text();
-    Take(field, *converted);
-    return {};
-}
-
 // A value goes on to the page when it can be accepted. What the page says is a problem of the field.
 void FormModel::Take(std::size_t field, const Variant& value) {
     const Act act(*this, field);

@@ -108,7 +108,6 @@ public:
     // A text that is no value of the field's kind is refused by EnterText; Type keeps it, as a problem.
     std::string EnterText(std::size_t field, std::string_view text);
     std::string Type(std::size_t field, std::string_view text);
-    std::string Enter(std::size_t field, const Variant& value);
     std::string Press(std::size_t field);
     std::string EnterCell(std::size_t field, std::size_t row, std::size_t column, std::string_view text);
     std::string SelectRow(std::size_t field, std::size_t row);

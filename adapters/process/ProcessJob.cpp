@@ -82,11 +82,6 @@ void ProcessJob::End(std::optional<Failure> failure, bool cancelled) {
     m_changed.notify_all();
 }
 
-bool ProcessJob::HasEnded() {
-    const std::lock_guard lock(m_mutex);
-    return m_ended;
-}
-
 ProcessTask::ProcessTask(Ref<Process> process, LongLong number, std::shared_ptr<ProcessJob> job)
     : m_process(std::move(process)), m_number(number), m_job(std::move(job)) {}
 

@@ -40,7 +40,6 @@ public:
     [[nodiscard]] bool HasWish();
     void Report(News news);
     void End(std::optional<Failure> failure, bool cancelled);
-    [[nodiscard]] bool HasEnded();
 
 private:
     void WishFor(Wish wish);
