@@ -116,7 +116,7 @@ void ReadApplication(Model& model, const std::string& application, Report& repor
              "\"" + application +
                  "\" isn't an application folder: it has no folder \"Services\" with definition files");
     const Ref<IXmlService> xml = New<XmlService>();
-    const Ref<IXmlSchemaCache> schema = ReadSchema(xml, *folder, report);
+    const FileReader reader(xml, ReadSchema(xml, *folder, report));
     const auto fileSystem = New<FileSystem>();
     const std::unordered_set<std::string> links = LinksIn(*folder);
     ByName before;
@@ -131,7 +131,7 @@ void ReadApplication(Model& model, const std::string& application, Report& repor
             model.complete = false;
             continue;
         }
-        ReadFile(*file, xml, schema, model.memory, report);
+        reader.Read(*file, model.memory, report);
         model.complete &= file->root != nullptr;
         if (file->active && !file->root->Value("Name").empty()) {
             if (const File* original = OriginalOf(*file, before))

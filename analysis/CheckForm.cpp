@@ -5,6 +5,7 @@
 #include "adapters/xml/XmlService.h"
 #include "analysis/Edits.h"
 #include "analysis/Malformed.h"
+#include "analysis/PlainSource.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
@@ -65,7 +66,7 @@ bool IsNameOfThing(const AttributeFormat& format) {
 
 class FormCheck {
 public:
-    FormCheck(const File& file, Report& report) : m_file(file), m_report(report), m_ascii(IsAscii(file.bytes)) {}
+    FormCheck(const File& file, Report& report, bool isAscii) : m_file(file), m_report(report), m_ascii(isAscii) {}
 
     void Check(const Element& element, const ElementFormat& format, bool values) {
         for (Attribute& attribute : element.attributes)
@@ -84,6 +85,8 @@ public:
     }
 
     // Whether something was found that a schema would find, too.
+    [[nodiscard]] bool HasUnknown() const { return !m_unknown.empty(); }
+    // Whether the message of a schema is about such.
     [[nodiscard]] bool Names(const std::string& message) const {
         return std::any_of(m_unknown.begin(), m_unknown.end(), [&](const std::string& name) {
             return message.find("'" + name + "'") != std::string::npos;
@@ -511,41 +514,77 @@ void ReportViolations(const File& file, const Ref<IXmlDocument>& document, const
     }
 }
 
+void ReportRoot(const File& file, const Element* root, Report& report) {
+    const bool isNamespace = root && root->Find("xmlns");
+    report.Add(Rule::NoServiceElement, file.At(root ? root->At() : file.bytes.data()),
+               (isNamespace ? "the root element has a namespace"
+                            : "the root element is " + Quoted(root ? root->name : "") + ", not \"Service\"") +
+                   ", so the file is left out",
+               isNamespace ? "remove xmlns" : "write <Service ...> and </Service>");
+}
+
+// All elements of the format at all their places, each with all its attributes.
+void AddWhole(const ElementFormat& format, std::string& text) {
+    text += "<" + std::string(format.name);
+    for (const AttributeFormat& attribute : format.attributes)
+        text += " " + std::string(attribute.name.text) + "=\"\"";
+    text += '>';
+    for (const ElementFormat& child : format.children)
+        AddWhole(child, text);
+    text += "</" + std::string(format.name) + ">";
+}
+
+// Whether what has elements and attributes of the format alone is valid.
+bool TakesFormat(const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema) {
+    std::string whole;
+    AddWhole(ServiceFormat(), whole);
+    const Ref<IXmlDocument> document = xml->NewDocument();
+    return OnlyLists(schema) && document->LoadXml(whole) && document->Validate(schema).sReason.empty();
+}
+
+// Whether the library reads the records of a file; where its Active is no truth value, there is a finding.
+bool TakesPart(const Element& root) {
+    const Attribute* active = root.Find("Active");
+    if (!active || root.Value("ProgID").empty())
+        return false;
+    try {
+        return ToBoolean(Variant(active->Value()));
+    } catch (const Failure&) {
+        return true;
+    }
+}
+
 } // namespace
 
-void ReadFile(File& file, const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema, Arena& memory,
-              Report& report) {
-    const Ref<IXmlDocument> document = xml->NewDocument();
-    if (!document->LoadXml(file.bytes)) {
-        ReportMalformed(file, document->ParseError(), report);
-        return;
-    }
-    const Element* root = ScanElements(file.bytes, document, memory);
-    if (!root || !document->SelectSingleNode("Service")) {
-        const bool isNamespace = root && root->Find("xmlns");
-        report.Add(Rule::NoServiceElement, file.At(root ? root->At() : file.bytes.data()),
-                   (isNamespace ? "the root element has a namespace"
-                                : "the root element is " + Quoted(root ? root->name : "") + ", not \"Service\"") +
-                       ", so the file is left out",
-                   isNamespace ? "remove xmlns" : "write <Service ...> and </Service>");
-        return;
+FileReader::FileReader(Ref<IXmlService> xml, Ref<IXmlSchemaCache> schema)
+    : m_xml(std::move(xml)), m_schema(std::move(schema)), m_takesFormat(!m_schema || TakesFormat(m_xml, m_schema)) {}
+
+void FileReader::Read(File& file, Arena& memory, Report& report) const {
+    const Element* root = ScanPlainElements(file.bytes, memory);
+    const bool isPlain = root && root->name == "Service";
+    const Ref<IXmlDocument> document = m_xml->NewDocument();
+    if (!isPlain) {
+        if (!document->LoadXml(file.bytes)) {
+            ReportMalformed(file, document->ParseError(), report);
+            return;
+        }
+        root = ScanElements(file.bytes, document, memory);
+        if (!root || !document->SelectSingleNode("Service")) {
+            ReportRoot(file, root, report);
+            return;
+        }
     }
     file.root = root;
-    const Element& element = *root;
-    FormCheck check(file, report);
-    const Attribute* active = element.Find("Active");
-    const bool progID = !element.Value("ProgID").empty();
-    bool isTrue = active != nullptr;
-    try {
-        isTrue = active && ToBoolean(Variant(active->Value()));
-    } catch (const Failure&) {
-        isTrue = true; // the check of values below says so
-    }
-    file.active = isTrue && progID;
+    file.active = TakesPart(*root);
+    FormCheck check(file, report, isPlain || IsAscii(file.bytes));
     // The library reads no record of a file that takes no part.
-    check.Check(element, ServiceFormat(), file.active);
-    if (schema && !document->Validate(schema).sReason.empty())
-        ReportViolations(file, document, schema, check, report);
+    check.Check(*root, ServiceFormat(), file.active);
+    if (!m_schema || (isPlain && m_takesFormat && !check.HasUnknown()))
+        return; // valid for certain
+    if (isPlain)
+        document->LoadXml(file.bytes);
+    if (!document->Validate(m_schema).sReason.empty())
+        ReportViolations(file, document, m_schema, check, report);
 }
 
 } // namespace corvane::check

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <memory>
 
 namespace corvane::check {
 
@@ -27,29 +26,10 @@ bool NeedsTheParser(std::string_view written) {
     return written.find_first_of("&\t\n\r") != std::string_view::npos;
 }
 
-// Whether a text has nothing but printing ASCII characters, for certain: eight at a time.
-bool IsPrinting(std::string_view text) {
-    constexpr std::uint64_t blanks = 0x2020202020202020;
-    constexpr std::uint64_t highest = 0x8080808080808080;
-    std::uint64_t bits = 0;
-    for (; text.size() >= sizeof bits; text.remove_prefix(sizeof bits)) {
-        std::uint64_t eight = 0;
-        std::memcpy(&eight, text.data(), sizeof eight);
-        bits |= (eight - blanks) | eight;
-    }
-    bool printing = (bits & highest) == 0;
-    for (const char c : text)
-        printing &= c >= ' ';
-    return printing;
-}
-
 class Scanner {
 public:
     Scanner(std::string_view text, Arena& memory)
-        : m_text(text), m_memory(memory), m_plain(text.find('&') == std::string_view::npos),
-          m_attributes(memory.RoomFor<Attribute>(text.size() / shortestAttribute + 1)) {
-        constexpr std::size_t usualElement = 80; // in characters
-        m_elements.reserve(text.size() / usualElement + 1);
+        : m_text(text), m_memory(memory), m_attributes(memory.RoomFor<Attribute>(text.size() / shortestAttribute + 1)) {
     }
 
     std::span<Element> Run() {
@@ -59,11 +39,11 @@ public:
                 sign != '!' && sign != '?' && sign != '/')
                 StartTag(); // as most are
             else if (At("<!--"))
-                SkipThrough("-->");
+                SkipThrough("<!--", "-->");
             else if (At("<![CDATA["))
-                SkipThrough("]]>");
+                SkipThrough("<![CDATA[", "]]>");
             else if (At("<?"))
-                SkipThrough("?>");
+                SkipThrough("<?", "?>");
             else if (At("<!"))
                 SkipDeclaration();
             else
@@ -73,8 +53,6 @@ public:
             Close();
         return Finished();
     }
-
-    [[nodiscard]] bool IsPlainText() const { return m_plain; }
 
 private:
     static constexpr std::size_t shortestAttribute = 2; // characters, of a text that isn't well formed either
@@ -90,8 +68,9 @@ private:
     }
     [[nodiscard]] bool At(std::string_view what) const { return m_text.substr(m_i, what.size()) == what; }
     [[nodiscard]] char Here() const { return m_i < m_text.size() ? m_text[m_i] : '\0'; }
-    void SkipThrough(std::string_view end) {
-        const std::size_t i = m_text.find(end, m_i);
+    // From a begin that is here through the end, which has no letter of it.
+    void SkipThrough(std::string_view begin, std::string_view end) {
+        const std::size_t i = m_text.find(end, m_i + begin.size());
         m_i = i == std::string_view::npos ? m_text.size() : i + end.size();
     }
     void SkipTagEnd() {
@@ -108,7 +87,7 @@ private:
         int brackets = 0;
         for (; m_i < m_text.size(); ++m_i) {
             if (At("<!--")) {
-                SkipThrough("-->");
+                SkipThrough("<!--", "-->");
                 --m_i;
             } else if (Here() == '"' || Here() == '\'') {
                 m_i = std::min(m_text.find(Here(), m_i + 1), m_text.size() - 1);
@@ -146,34 +125,18 @@ private:
             m_elements.clear();
             m_attributeCount = 0;
         }
-        const std::size_t begin = ++m_i;
-        std::size_t likely = m_elements.empty() ? 0 : m_elements.back().attributes;
+        ++m_i;
         m_elements.push_back({{Name(), {}}, m_attributeCount});
-        const std::size_t likelyEnd = m_attributeCount;
         for (SkipBlanks(); m_i < m_text.size() && Here() != '>' && Here() != '/'; SkipBlanks())
-            AddAttribute(likely < likelyEnd ? &m_attributes[likely++] : nullptr);
-        m_plain = m_plain && IsPrinting(m_text.substr(begin, m_i - begin));
+            AddAttribute();
         const bool empty = Here() == '/';
         SkipTagEnd();
         if (!empty)
             m_open.push_back(m_elements.size() - 1);
     }
 
-    // Elements mostly have the attributes of the one before, in the same order: there such is at the same place.
-    [[nodiscard]] AttributeName NameOfAttribute(const Attribute* likely) {
-        if (likely) {
-            const std::string_view name = likely->Name();
-            if (m_text.size() - m_i > name.size() && m_text[m_i + name.size()] == '=' && At(name)) {
-                const char* spot = m_text.data() + m_i;
-                m_i += name.size();
-                return likely->NameAt(spot);
-            }
-        }
-        return Name();
-    }
-
-    void AddAttribute(const Attribute* likely) {
-        const AttributeName name = NameOfAttribute(likely);
+    void AddAttribute() {
+        const AttributeName name = Name();
         while (m_i < m_text.size() && Here() != '"' && Here() != '\'')
             ++m_i;
         const char quote = Here();
@@ -204,16 +167,27 @@ private:
     std::string_view m_text;
     Arena& m_memory;
     std::size_t m_i = 0;
-    bool m_plain; // all values read as they are written, for certain
     std::vector<Tag> m_elements;
     std::vector<std::size_t> m_open;
     Attribute* m_attributes; // of all elements
     std::size_t m_attributeCount = 0;
 };
 
-// Values that differ from what is written, from the document's elements, which are in the same order. nodes is empty
-// where entities hold elements; values then stay as they are written.
-void FillValues(std::span<Element> elements, const std::vector<Ref<IXmlNode>>& nodes, Arena& memory) {
+bool NeedTheParser(std::span<const Element> elements) {
+    return std::any_of(elements.begin(), elements.end(), [](const Element& element) {
+        return std::any_of(element.attributes.begin(), element.attributes.end(),
+                           [](const Attribute& attribute) { return NeedsTheParser(attribute.Written()); });
+    });
+}
+
+// Values that differ from what is written. The document's elements are in the same order; where entities hold elements
+// they aren't, and values stay as they are written.
+void FillValues(std::span<Element> elements, const Ref<IXmlDocument>& document, Arena& memory) {
+    std::vector<Ref<IXmlNode>> nodes;
+    if (const Ref<IXmlNode> node = NeedTheParser(elements) ? document->SelectSingleNode("/*") : nullptr)
+        nodes = node->SelectNodes("//*");
+    if (nodes.size() != elements.size())
+        nodes.clear();
     for (std::size_t i = 0; i < elements.size(); ++i)
         for (Attribute& attribute : elements[i].attributes) {
             const std::string_view written = attribute.Written();
@@ -245,19 +219,9 @@ Spot Element::At(const AttributeName& attributeName) const {
 }
 
 const Element* ScanElements(const std::string& bytes, const Ref<IXmlDocument>& document, Arena& memory) {
-    Scanner scanner(bytes, memory);
-    const std::span<Element> elements = scanner.Run();
-    if (elements.empty())
-        return nullptr;
-    if (!scanner.IsPlainText()) {
-        std::vector<Ref<IXmlNode>> nodes;
-        if (const Ref<IXmlNode> node = document->SelectSingleNode("/*"))
-            nodes = node->SelectNodes("//*");
-        if (nodes.size() != elements.size())
-            nodes.clear();
-        FillValues(elements, nodes, memory);
-    }
-    return elements.data();
+    const std::span<Element> elements = Scanner(bytes, memory).Run();
+    FillValues(elements, document, memory);
+    return elements.empty() ? nullptr : elements.data();
 }
 
 std::string_view Stored(Arena& memory, std::initializer_list<std::string_view> parts) {

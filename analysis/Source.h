@@ -1,6 +1,7 @@
 // A definition file with the places of its elements and attributes. The library's XML reader decides whether a file is
 // well formed and what values are; it knows lines, but no columns, and of attributes neither. So the text is read a
-// second time, by a scanner that keeps where everything is and relies on the first.
+// second time, by a scanner that keeps where everything is and relies on the first. A file that is plain for certain
+// needs neither, see PlainSource.
 #pragma once
 
 #include "analysis/Arena.h"

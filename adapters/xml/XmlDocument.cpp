@@ -131,4 +131,8 @@ std::vector<XmlError> Violations(const Ref<IXmlDocument>& document, const Ref<IX
     return document.As<XmlDocument>()->Violations(schemaCache);
 }
 
+bool OnlyLists(const Ref<IXmlSchemaCache>& schemaCache) {
+    return schemaCache.As<XmlSchemaCache>()->OnlyLists();
+}
+
 } // namespace corvane

@@ -136,6 +136,11 @@ std::vector<XmlError> XmlSchemaCache::Violations(xmlDocPtr document) const {
     return errors;
 }
 
+bool XmlSchemaCache::OnlyLists() const {
+    const auto it = m_schemas.find("");
+    return it != m_schemas.end() && it->second.plain;
+}
+
 void XmlSchemaCache::Run(xmlDocPtr document, xmlStructuredErrorFunc note, void* data) const {
     bool noted = false;
     struct Call {

@@ -24,6 +24,8 @@ public:
     // The first violation, under the schema of the root element's namespace.
     [[nodiscard]] XmlError Validate(xmlDocPtr document) const;
     [[nodiscard]] std::vector<XmlError> Violations(xmlDocPtr document) const;
+    // Of documents without a namespace.
+    [[nodiscard]] bool OnlyLists() const;
 
     std::string_view TypeName() const override { return "XmlSchemaCache"; }
 

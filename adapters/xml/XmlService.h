@@ -36,4 +36,9 @@ private:
 [[nodiscard]] std::vector<XmlError> Violations(const Ref<IXmlDocument>& document,
                                                const Ref<IXmlSchemaCache>& schemaCache);
 
+// Whether the schema of documents without a namespace only lists elements and attributes at their places: then a
+// document is valid that has no others than a valid one, whatever their number, order and values. The schemas are ones
+// that XmlService made.
+[[nodiscard]] bool OnlyLists(const Ref<IXmlSchemaCache>& schemaCache);
+
 } // namespace corvane
