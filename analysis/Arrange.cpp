@@ -1,5 +1,6 @@
 #include "analysis/Arrange.h"
 
+#include "adapters/common/Encoding.h"
 #include "adapters/common/Nearest.h"
 #include "adapters/common/Paths.h"
 #include "analysis/Application.h"
@@ -276,6 +277,10 @@ private:
                     {text == separatorLine ? nullptr : &ItemOf(*section, text, number), number});
             }
         }
+        if (m_wanted.empty())
+            Refuse(0,
+                   "the outline names no menu; write one as corvane arrange prints it, such as \"menu File\", with its "
+                   "entries below");
         for (const Section& each : m_sections)
             for (const Item& item : each.items)
                 if (const auto wanted = m_wanted.find(each.heading);
@@ -473,6 +478,16 @@ std::vector<OutlineLine> OutlineLines(const Options& options) {
 
 std::string MeantOutline(const Options& options) {
     return Arranger(options).Text(true);
+}
+
+std::string OutlineText(std::string_view bytes) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (bytes.find('\0') != std::string_view::npos)
+        Fail(FailureNumber::InvalidProcedureCall, "the outline is neither UTF-8 nor Windows-1252; save it as UTF-8",
+             "corvane");
+    if (bytes.starts_with(mark))
+        bytes.remove_prefix(mark.size());
+    return IsUtf8(bytes) ? std::string(bytes) : DecodeWindows1252(bytes);
 }
 
 std::vector<FixedFile> Arrange(const Options& options, const std::string& outline, const std::set<std::string>& only) {

@@ -31,9 +31,13 @@ struct OutlineLine {
 // The same in the order that the numbers of each menu by itself ask for, whatever becomes of them when all are merged.
 [[nodiscard]] std::string MeantOutline(const Options& options);
 
+// The text of an outline that an editor has saved, as UTF-8 with or without a mark in front, or as Windows-1252, in
+// which definition files are. Fails with 5 when it is neither.
+[[nodiscard]] std::string OutlineText(std::string_view bytes);
+
 // The changes of PositionOrder and Separator with which the outline comes out, as few as possible. Nothing else is
 // touched, and of the files only those named in "only" where any is. Fails with 5 and the number of the outline's line
-// when it isn't an outline of the application or when no change of those files makes it come out.
+// when it names no menu, isn't an outline of the application or when no change of those files makes it come out.
 [[nodiscard]] std::vector<FixedFile> Arrange(const Options& options, const std::string& outline,
                                              const std::set<std::string>& only);
 

@@ -78,8 +78,8 @@ void Prove(const std::string& application, const std::vector<check::FixedFile>& 
 
 std::string ReadOutline(const std::string& file) {
     if (file != "-")
-        return ReadFileOrFail(file);
-    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+        return check::OutlineText(ReadFileOrFail(file));
+    return check::OutlineText(std::string(std::istreambuf_iterator<char>(std::cin), {}));
 }
 
 int Arrange(const ArrangeArguments& arguments) {

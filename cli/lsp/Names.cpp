@@ -24,6 +24,17 @@ std::size_t OffsetOf(const File& file, const char* at) {
     return static_cast<std::size_t>(at - file.bytes.data());
 }
 
+// What keeps a text from being a name; empty when nothing does.
+std::string FaultOf(const std::string& name) {
+    if (name.empty())
+        return "a name can't be empty";
+    if (name.front() == ' ' || name.back() == ' ' || name.find("  ") != std::string::npos)
+        return "a name can't begin or end with a blank, or hold two in a row";
+    if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }))
+        return "a name can't hold tabs, ends of lines or other control characters";
+    return {};
+}
+
 } // namespace
 
 Names::Names(std::string application, const check::Buffers& buffers) : m_application(std::move(application)) {
@@ -176,9 +187,7 @@ bool Names::IsName(const Spot& spot) {
            (attribute == "Name" && (element == "ActionItem" || element == "ExplorerItem"));
 }
 
-std::optional<std::vector<Edit>> Names::Renamed(const Spot& spot, const std::string& name) const {
-    if (!IsName(spot) || name.empty())
-        return std::nullopt;
+std::vector<Edit> Names::Renamed(const Spot& spot, const std::string& name) const {
     const std::string_view old = spot.attribute->Value();
     std::vector<Edit> edits;
     const bool isItem = spot.attribute->Name() == "Parent" ||
@@ -199,8 +208,12 @@ std::optional<std::vector<Edit>> Names::Renamed(const Spot& spot, const std::str
 }
 
 std::string Names::Conflict(const Spot& spot, const std::string& name) const {
-    if (!IsName(spot) || EqualText(spot.attribute->Value(), name))
-        return {};
+    if (!IsName(spot))
+        return "there is no name of an action or explorer item here";
+    if (const std::string fault = FaultOf(name); !fault.empty())
+        return fault;
+    if (EqualText(spot.attribute->Value(), name))
+        return {}; // in other letters
     const std::string_view old = spot.attribute->Value();
     const bool isItem = spot.attribute->Name() == "Parent" ||
                         (spot.attribute->Name() == "Name" && spot.element->name == "ExplorerItem");
@@ -212,11 +225,15 @@ std::string Names::Conflict(const Spot& spot, const std::string& name) const {
     for (const check::Action& action : provider->actions)
         if (EqualText(action.name, name))
             return provider->Named() + " has an action \"" + name + "\" already";
-    for (const Entry& entry : provider->entries)
-        if (EqualText(entry.action->name, old) && entry.IsTitle())
-            if (const std::string key = std::string(entry.path) + (entry.path.empty() ? "" : ".") + name;
-                m_plan->TitleOf(key))
-                return "there is a title \"" + key + "\" already";
+    for (const Entry& entry : provider->entries) {
+        if (!EqualText(entry.action->name, old) || !entry.IsTitle())
+            continue;
+        if (name.find('.') != std::string::npos)
+            return "a title has no point in its name, as points separate the menus of a Path";
+        const std::string key = std::string(entry.path) + (entry.path.empty() ? "" : ".") + name;
+        if (m_plan->TitleOf(key))
+            return "there is a title \"" + key + "\" already";
+    }
     return {};
 }
 

@@ -35,9 +35,10 @@ public:
     [[nodiscard]] std::vector<std::string> Values(std::string_view element, std::string_view attribute,
                                                   std::string_view type, const std::optional<Spot>& spot) const;
     // The edits that give the action, explorer item, service or window at the spot another name wherever it is written.
-    // Nothing where no name is that can be changed.
-    [[nodiscard]] std::optional<std::vector<check::Edit>> Renamed(const Spot& spot, const std::string& name) const;
-    // Why that name can't be given to what is at the spot, as something else has it; empty when it can.
+    // None where nothing is defined by the name at the spot.
+    [[nodiscard]] std::vector<check::Edit> Renamed(const Spot& spot, const std::string& name) const;
+    // Why that name can't be given to what is at the spot: it is no name, something else has it, or what is there isn't
+    // an action or explorer item. Empty when it can.
     [[nodiscard]] std::string Conflict(const Spot& spot, const std::string& name) const;
     // The attribute whose value Renamed would change there.
     [[nodiscard]] static bool IsName(const Spot& spot);

@@ -30,6 +30,7 @@ using Json = nlohmann::json;
 
 constexpr int methodNotFound = -32601;
 constexpr int parseError = -32700;
+constexpr int invalidParameters = -32602;
 constexpr int internalError = -32603;
 constexpr int requestFailed = -32803;
 
@@ -66,6 +67,8 @@ public:
                 SendError(message["id"], methodNotFound, "there is no method " + method);
         } catch (const Refusal& refusal) {
             SendError(message["id"], requestFailed, refusal.what());
+        } catch (const Json::exception& error) {
+            SendError(message["id"], invalidParameters, error.what());
         } catch (const std::exception& error) {
             SendError(message["id"], internalError, error.what());
         } catch (...) {
@@ -369,12 +372,15 @@ private:
 
     [[nodiscard]] Json Rename(const Json& parameters) const {
         const Asking asking = At(parameters);
-        const std::string name = parameters.value("newName", "");
-        if (const std::string conflict = asking.spot ? asking.names->Conflict(*asking.spot, name) : std::string();
-            !conflict.empty())
+        const std::string name = parameters.at("newName").get<std::string>();
+        if (!asking.spot)
+            throw Refusal("there is no name here, or the file can't be read until it is well formed");
+        if (const std::string conflict = asking.names->Conflict(*asking.spot, name); !conflict.empty())
             throw Refusal(conflict);
-        const auto edits = asking.spot ? asking.names->Renamed(*asking.spot, name) : std::nullopt;
-        return edits ? ChangesOf(*edits) : Json();
+        const auto edits = asking.names->Renamed(*asking.spot, name);
+        if (edits.empty())
+            throw Refusal("nothing is defined by the name " + check::Quoted(asking.spot->attribute->Value()));
+        return ChangesOf(edits);
     }
 
     [[nodiscard]] Json ChangesOf(const std::vector<check::Edit>& edits) const {

@@ -97,6 +97,13 @@ TEST(Arrange, SaysWhatCantBeDone) {
               std::string::npos);
     EXPECT_NE(Refusal("menu Plot\n  Plot.One\n").find("is missing in the outline"), std::string::npos);
     EXPECT_NE(Refusal("  Plot.One\n").find("a menu has to be named before"), std::string::npos);
+    EXPECT_NE(Refusal("menu Plot\n  Plot.One\n  Plot.One\n").find("line 3 of the outline: \"Plot.One\" is there twice"),
+              std::string::npos);
+    for (const char* empty : {"", "\n  # menu Plot\n"})
+        EXPECT_NE(Refusal(empty).find("the outline names no menu"), std::string::npos);
+    // As editors save it.
+    EXPECT_EQ(check::OutlineText("\xEF\xBB\xBFmenu \xC3\x9C"), check::OutlineText("menu \xDC"));
+    EXPECT_THROW((void)check::OutlineText({"m\0e\0", 4}), Failure);
     const std::string reversed = "menu Plot\n  Plot.Two\n  Plot.More\n  Plot.Four\n  Plot.One\n";
     EXPECT_NE(Refusal(reversed, {"B.xml"}).find("can't come out without a change of other files"), std::string::npos);
     // What the other files leave room for can be done.

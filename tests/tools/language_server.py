@@ -166,13 +166,15 @@ class LanguageServer(unittest.TestCase):
 
     def test_renaming_refuses_what_another_has(self):
         self.open(GREETING)
-        for text, what, name in ((GREETING, "Plots", "plot"), (BASE, "File\"/>", "Exit"), (GREETING, "Greet\" A", "a\"&<")):
+        for text, what, name in ((GREETING, "Plots", "plot"), (BASE, "File\"/>", "Exit"), (GREETING, "Greet\" A", "a\"&<"),
+                                 (GREETING, "Greet\" A", ""), (GREETING, "Plots", "Plots "), (GREETING, "Plots", "a\nb"),
+                                 (BASE, "File\"/>", "File.More"), (BASE, "Action=", "Free"), (BASE, "Exit\" A", 7)):
             uri = self.base if text is BASE else self.greeting
             answer = self.editor.ask("textDocument/rename", textDocument={"uri": uri}, position=self.at(text, what), newName=name)
             if name == "a\"&<":
                 self.assertEqual({each["newText"] for each in answer["changes"][uri]}, {"a&#34;&amp;&lt;"})
             else:
-                self.assertEqual(answer["code"], -32803)
+                self.assertEqual(answer["code"], -32602 if name == 7 else -32803, name)
 
     def test_forms_count_before_they_are_saved(self):
         uri = self.greeting.replace("Services/Greeting.xml", "Forms/GreetingSvc.Page.ui")
