@@ -140,7 +140,7 @@ bool PluginFactory::IsProcess(std::string_view library, const std::string& wante
 Ref<Object> PluginFactory::Create(std::string_view progID) {
     const std::string wanted = "an object of \"" + std::string(progID) + "\"";
     const std::string_view name = LibraryOf(progID, wanted);
-    if (IsProcess(name, wanted))
+    if (!m_libraries.contains(name) && IsProcess(name, wanted)) // files cost more to look at than an object to make
         return m_processes->Create(name, progID);
     const Library& library = Load(name, wanted);
     const auto classes = ClassesOf(*library.table);

@@ -40,11 +40,12 @@ public:
 private:
     // One in a process of its own can't take the program with it, and isn't started before it is needed.
     void Load(std::string_view progID) {
-        const bool isProcess = m_plugins->Processes()->FileOf(PluginOf(progID)).has_value();
-        if (isProcess || !m_known.insert(PluginOf(progID)).second)
+        const std::string plugin = PluginOf(progID);
+        if (m_known.contains(plugin) || m_plugins->Processes()->FileOf(plugin))
             return;
+        m_known.insert(plugin);
         try {
-            (void)m_plugins->Classes(PluginOf(progID));
+            (void)m_plugins->Classes(plugin);
         } catch (const Failure&) {
             // The creation meets the same failure.
         }
