@@ -10,6 +10,7 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "headless/ModelHost.h"
+#include "headless/Steps.h"
 #include "jobs/Manager.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -18,6 +19,7 @@
 #include <ctime>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sstream>
 
 using namespace corvane;
 using corvane::inspect::ModelHost;
@@ -68,6 +70,10 @@ protected:
         Start();
     }
 
+    void Take(const std::string& steps) {
+        std::istringstream lines(steps);
+        inspect::TakeAll(*m_host, inspect::ReadSteps(lines, "steps"));
+    }
     void Click(const std::string& tool) {
         m_host->Do([&] { m_host->Bar()->Click(m_host->Bar()->Tools()->Item(tool)); });
     }
@@ -163,7 +169,8 @@ TEST_F(StudiesApplication, MenusComeFromTheDefinitions) {
               "&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|-|&Analyses in Python…|-|Rep&ort");
     EXPECT_EQ(Entries("Help"), "About Studies");
     EXPECT_EQ(Entries("Toolbars.Standard"), "New|Open|Import|Save|Undo|Redo|Delete");
-    EXPECT_EQ(Entries("Context.Study"), "&Properties\u2026*|Rep&ort|&Import\u2026|-|Re&name|D&uplicate|&Delete");
+    EXPECT_EQ(Entries("Context.Study"),
+              "&Properties\u2026*|Rep&ort|&Import\u2026|&Export\u2026|-|Re&name|D&uplicate|&Delete");
     EXPECT_EQ(Entries("Context.LibraryFile"), "&Open*|-|&Summary|&Histogram|Scatter &Plot|&Compare Groups|&Bootstrap|"
                                               "&Import into Study");
     EXPECT_EQ(m_host->MainForm()->Caption(), "Studies");
@@ -350,6 +357,112 @@ TEST_F(StudiesApplication, ASelectedItemStaysSelectedWhenTheExplorerIsRebuilt) {
     Click("View.Refresh");
     EXPECT_EQ(Selected(), "Summary of penguins.csv by species");
     EXPECT_EQ(Failures(), "");
+}
+
+TEST_F(StudiesApplication, WhatUndoBringsBackIsInItsPlaceAndTheRestStays) {
+    Prepare();
+    Start();
+    for (int i = 0; i < 2; ++i) {
+        Choose("Penguins");
+        Import("gentoo.csv");
+    }
+    const Ref<Node> study = Find("Penguins");
+    const std::string tree = Tree();
+    EXPECT_NE(tree.find("(penguins.csv, gentoo.csv, gentoo.csv 2)"), std::string::npos) << tree;
+    Choose("gentoo.csv");
+    Click("Edit.Delete");
+    EXPECT_EQ(Selected(), "gentoo.csv 2");
+    Click("Edit.Undo");
+    EXPECT_EQ(Tree(), tree);
+    EXPECT_EQ(Selected(), "gentoo.csv 2") << "though it was added again, behind the other";
+    Choose("Penguins");
+    Click("Edit.Rename");
+    Type("Birds");
+    Choose("gentoo.csv");
+    Click("Edit.Undo");
+    EXPECT_EQ(Tree(), tree);
+    EXPECT_TRUE(Find("Penguins") == study) << "with all that a user has opened";
+    EXPECT_EQ(Selected(), "gentoo.csv");
+    Choose("Penguins");
+    m_host->Dialogs().AddAnswer("Delete");
+    Click("Edit.Delete"); // the study knows the name
+    EXPECT_EQ(Tree(), "Studies");
+    EXPECT_EQ(Failures(), "");
+}
+
+TEST_F(StudiesApplication, SeveralItemsAreDeletedAndMovedAtOnce) {
+    Prepare();
+    Start();
+    Choose("Penguins");
+    Import("gentoo.csv");
+    Click("File.NewStudy");
+    Type("Others");
+    const std::string tree = Tree();
+    const std::string moved = "Studies(Penguins(Data Sets, Analyses), Others(Data Sets(penguins.csv, gentoo.csv), "
+                              "Analyses(Summary of penguins.csv by species)))";
+    Choose("penguins.csv");
+    Take("also 0 DataSet.#2\ndrop 0 Others\n");
+    EXPECT_EQ(Tree(), moved) << "with its analyses";
+    EXPECT_EQ(Status(), "2 data sets have been moved into “Others”");
+    EXPECT_EQ(Entries("Edit").substr(0, 22), "&Undo Move 2 Data Sets");
+    Click("Edit.Undo");
+    EXPECT_EQ(Tree(), tree);
+    Choose("penguins.csv");
+    Take("dropcopy 0 Others\ntakefile " STUDIES_DATA "/gentoo.csv\ndrop 0 Others\n");
+    EXPECT_NE(Tree().find("Others(Data Sets(penguins.csv, gentoo.csv), Analyses(Summary"), std::string::npos) << Tree();
+    Take("node 0 DataSet.#1\ndrop 0 Penguins\nnode 0 Penguins\ndrop 0 Others\n"); // neither is taken
+    EXPECT_EQ(Entries("Edit").substr(0, 12), "&Undo Import");
+    const std::string before = Tree();
+    Take("node 0 DataSet.#2\nalso 0 DataSet.#1\nalso 0 Analysis.#1\nalso 0 Others\n");
+    EXPECT_TRUE(IsOffered("Edit.Delete"));
+    Click("Edit.Delete");
+    EXPECT_EQ(m_host->Dialogs().TakeUnanswered().size(), 1U) << "the study has something in it";
+    m_host->Dialogs().AddAnswer("Delete");
+    Click("Edit.Delete");
+    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets, Analyses))");
+    Click("Edit.Undo");
+    EXPECT_EQ(Tree(), before) << "as one step";
+    Click("Edit.Redo");
+    Restart();
+    m_host->Dialogs().AddAnswer(RestoreChoice("penguins.csv", "data set"));
+    Click("Edit.Restore");
+    EXPECT_EQ(Tree(), "Studies(Penguins(Data Sets(penguins.csv), Analyses(Summary of penguins.csv by species)))");
+    EXPECT_EQ(Failures(), "");
+}
+
+TEST_F(StudiesApplication, AStudyIsSentAndOpenedTwice) {
+    Prepare();
+    Start();
+    Choose("Penguins");
+    const std::string path = m_folder.Path("sent.study");
+    m_host->Dialogs().AddAnswer(m_folder.Path("sent")); // the ending is added
+    Click("File.Export");
+    EXPECT_EQ(Status(), "Penguins has been exported to " + path);
+    m_host->Dialogs().AddAnswer(m_folder.Path("sent"));
+    Click("File.Export");
+    EXPECT_EQ(m_host->Dialogs().TakeUnanswered().size(), 1U) << "it isn't replaced without a question";
+    const auto open = [&](const std::string& answer) {
+        if (!answer.empty())
+            m_host->Dialogs().AddAnswer(answer);
+        Take("dropfile " + path);
+    };
+    const std::string one = "(Data Sets(penguins.csv), Analyses(Summary of penguins.csv by species))";
+    Click("File.NewStudy");
+    Type("New");
+    open("");
+    EXPECT_EQ(Selected(), "New") << "the question wasn't answered";
+    open("Show the Study");
+    EXPECT_EQ(Selected(), "Penguins");
+    open("Open as Another");
+    EXPECT_EQ(Status(), "“Penguins 2” has been opened from sent.study");
+    EXPECT_EQ(Selected(), "Penguins 2");
+    EXPECT_EQ(Tree(), "Studies(Penguins" + one + ", New(Data Sets, Analyses), Penguins 2" + one + ")");
+    Click("Edit.Undo");
+    EXPECT_EQ(Find("Penguins 2"), nullptr);
+    EXPECT_EQ(Failures(), "");
+    std::ofstream(path) << "no study";
+    open("");
+    EXPECT_EQ(Failures(), "“sent.study” isn't a study, or is damaged. Ask for it to be sent again.");
 }
 
 TEST_F(StudiesWindows, FilesAreShownOnceWithoutAStudy) {

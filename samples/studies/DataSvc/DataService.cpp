@@ -4,6 +4,7 @@
 #include "Files.h"
 #include "LibraryItems.h"
 #include "Report.h"
+#include "StudyFile.h"
 #include "Windows.h"
 #include "corvane/Jobs.h"
 #include "corvane/author/Host.h"
@@ -54,11 +55,15 @@ void DataService::OnTerminate() {
 }
 
 void DataService::OnOpen() {
-    if (const std::optional<std::string> path = AskForDataFile(Translated("Open Data File")))
+    if (const std::optional<std::string> path = AskForDataFile(Translated("Open Data File"), true))
         OpenFile(*path);
 }
 
 void DataService::OpenFile(const std::string& path) {
+    if (const Ref<Object> studies = IsStudyFile(path) ? FindService("Studies") : nullptr) {
+        CallByName(studies, "OpenStudy", path);
+        return;
+    }
     WithData(path, [this](const Ref<DataSetContext>& data) {
         OpenDataWindow(data);
         const DataSet info = data->Info();

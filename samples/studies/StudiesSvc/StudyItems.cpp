@@ -25,6 +25,10 @@ std::string Numbered(Id id, std::string_view what = {}) {
 
 } // namespace
 
+void StoreItem::OnDelete() {
+    TheStudyService()->DeleteSelected(*this);
+}
+
 void StudiesRoot::OnInitialize() {
     if (TheStudyService()->Space())
         for (Study& study : TheStore().Studies())
@@ -63,6 +67,11 @@ void StudyItem::OnAfterRename(const std::string& newName) {
     TheStudyService()->Tell(Translated("“%1” is now “%2”", {oldName, newName}));
 }
 
+void StudyItem::TakeName(const std::string& name) {
+    m_study.name = name;
+    SetName(name);
+}
+
 void StudyItem::OnProperties() {
     OpenWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_study.id),
                {.caption = Translated("Properties of %1", {m_study.name})});
@@ -76,6 +85,10 @@ void StudyItem::OnImport() {
     TheStudyService()->AskForImport(m_study.id);
 }
 
+void StudyItem::OnExport() {
+    TheStudyService()->ExportStudy(m_study.id);
+}
+
 void StudyItem::OnRename() {
     Explorer()->StartRename(Ref<StudyItem>(this));
 }
@@ -84,8 +97,12 @@ void StudyItem::OnDuplicate() {
     TheStudyService()->Duplicate(m_study.id);
 }
 
-void StudyItem::OnDelete() {
-    TheStudyService()->DeleteStudy(m_study.id);
+std::string StudyItem::CanDrop(const Ref<Dropped>& dropped) {
+    return TheStudyService()->DropProblem(*dropped, m_study.id);
+}
+
+void StudyItem::Drop(const Ref<Dropped>& dropped) {
+    TheStudyService()->TakeDropped(*dropped, m_study.id);
 }
 
 DataSetsFolder::DataSetsFolder(Id studyId) {
@@ -105,6 +122,14 @@ void DataSetsFolder::OnImport() {
     TheStudyService()->AskForImport(m_studyId);
 }
 
+std::string DataSetsFolder::CanDrop(const Ref<Dropped>& dropped) {
+    return TheStudyService()->DropProblem(*dropped, m_studyId);
+}
+
+void DataSetsFolder::Drop(const Ref<Dropped>& dropped) {
+    TheStudyService()->TakeDropped(*dropped, m_studyId);
+}
+
 AnalysesFolder::AnalysesFolder(Id studyId) {
     m_studyId = studyId;
 }
@@ -119,6 +144,10 @@ void AnalysesFolder::OnInitialize() {
 }
 
 DataSetItem::DataSetItem(DataSet dataSet) : ExplorerItem(Numbered(dataSet.id)), m_dataSet(std::move(dataSet)) {}
+
+void DataSetItem::OnInitialize() {
+    TheStudyService()->EntryJoins({'d', m_dataSet.id}, *this);
+}
 
 std::string DataSetItem::KeyOf(Id dataSetId) {
     return "DataSet." + Numbered(dataSetId);
@@ -144,11 +173,11 @@ void DataSetItem::OnProperties() {
     OpenWindow("DataSetProperties", Context(), {.caption = Translated("Properties of %1", {m_dataSet.name})});
 }
 
-void DataSetItem::OnDelete() {
-    TheStudyService()->DeleteDataSet(m_dataSet);
-}
-
 AnalysisItem::AnalysisItem(Analysis analysis) : ExplorerItem(Numbered(analysis.id)), m_analysis(std::move(analysis)) {}
+
+void AnalysisItem::OnInitialize() {
+    TheStudyService()->EntryJoins({'a', m_analysis.id}, *this);
+}
 
 std::string AnalysisItem::KeyOf(Id analysisId) {
     return "Analysis." + Numbered(analysisId);
@@ -156,10 +185,6 @@ std::string AnalysisItem::KeyOf(Id analysisId) {
 
 void AnalysisItem::OnShow() {
     OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_analysis.id));
-}
-
-void AnalysisItem::OnDelete() {
-    TheStudyService()->DeleteAnalysis(Ref<AnalysisItem>(this));
 }
 
 } // namespace studies

@@ -45,18 +45,6 @@ std::string ChoiceOf(const Deleted& item) {
                                    : Translated("%1, data set deleted on %2", {name, time});
 }
 
-// Whether all that was there is there, but for whole studies, and what is new is younger.
-bool Extends(const StoreContents& contents, const StoreContents& old) {
-    const bool goesOn = std::all_of(old.begin(), old.end(), [&](const auto& entry) {
-        const auto it = contents.find(entry.first);
-        return it == contents.end() ? entry.first.first == 's' : it->second == entry.second;
-    });
-    return goesOn && std::all_of(contents.begin(), contents.end(), [&](const auto& entry) {
-               const auto next = old.upper_bound(entry.first);
-               return old.contains(entry.first) || next == old.end() || next->first.first != entry.first.first;
-           });
-}
-
 } // namespace
 
 Ref<StudyService> TheStudyService() {
@@ -93,6 +81,7 @@ void StudyService::OnInitialize() {
 void StudyService::OnTerminate() {
     m_active = nullptr;
     m_branches.clear();
+    m_entries.clear();
     m_importing.clear();
     if (m_look)
         m_look->SetEnabled(false);
@@ -115,7 +104,7 @@ void StudyService::OnInactive(const Ref<Object>& item) {
 
 void StudyService::Start() {
     Singleton::Framework()->NavigationManager()->SetCaption("Studies");
-    Explorer()->Populate();
+    Build(&ExplorerManager::Populate);
     if (!m_workspace) {
         SetStatus(Translated("The studies aren't available: %1", {m_storeProblem}));
         ShowMessage(m_storeProblem, "Studies");
@@ -148,16 +137,16 @@ void StudyService::AskForImport(Id studyId) {
 }
 
 void StudyService::ImportFile(const std::string& path) {
-    Import(path, &StudyService::ShowImported);
+    Import(path, ActiveStudy(), &StudyService::ShowImported);
 }
 
 void StudyService::ImportAndOpen(const std::string& path) {
-    Import(path, &StudyService::OpenImported);
+    Import(path, ActiveStudy(), &StudyService::OpenImported);
 }
 
 // Without asking: what the wizard proposes.
-void StudyService::Import(const std::string& path, void (StudyService::*then)(Id dataSetId)) {
-    const auto importing = New<ImportJob>(m_workspace, ActiveStudy());
+void StudyService::Import(const std::string& path, Id studyId, void (StudyService::*then)(Id dataSetId)) {
+    const auto importing = New<ImportJob>(m_workspace, studyId);
     importing->SetPath(path);
     m_importing.push_back(importing);
     importing->WhenRead([this, then, job = importing.Get()] {
@@ -191,33 +180,50 @@ void StudyService::Duplicate(Id studyId) {
     Select(copy.id);
 }
 
-void StudyService::DeleteStudy(Id studyId) {
-    const std::string name = TheStore().StudyOf(studyId).name;
-    const std::string contents = ContentsText(TheStore().DataSets(studyId).size(), TheStore().Analyses(studyId).size());
-    if (!contents.empty() &&
-        !Ask(Translated("Delete %1 with %2?\nEdit > Restore Deleted brings it back within %3 days.",
-                        {Quoted(name), contents, std::to_string(DaysInBin)}),
-             {Translated("Delete")}, Translated("Delete Study")))
+void StudyService::DeleteSelected(const StoreItem& item) {
+    std::vector<StorePlace> places;
+    for (const Ref<Object>& selected : SelectedItems())
+        if (const Ref<StoreItem> other = selected.TryAs<StoreItem>(); other && other->Place().second != 0)
+            places.push_back(other->Place());
+    if (places.size() < 2)
+        places = {item.Place()};
+    if (!WantsDeletion(places))
         return;
-    const std::vector<std::string> keys = ChosenAndNext();
-    TheStore().DeleteStudy(studyId);
-    RemoveStudy(studyId); // unless the explorer has been built again while the question was open
-    SelectFirst(keys);
-    Tell(Translated("%1 has been deleted; Undo restores it", {Quoted(name)}));
+    const StorePlace first = places.front();
+    const std::string name = Quoted(TheStore().Contents().at(first).name);
+    if (places.size() > 1)
+        TheStore().Delete(places);
+    else if (first.first == 's')
+        TheStore().DeleteStudy(first.second);
+    else if (first.first == 'd')
+        TheStore().DeleteDataSet(first.second);
+    else
+        TheStore().DeleteAnalysis(first.second);
+    m_workspace->Tell(places.size() == 1 ? Translated("%1 has been deleted; Undo restores it", {name})
+                                         : Translated("%1 items have been deleted; Undo restores them",
+                                                      {std::to_string(places.size())}));
 }
 
-// Its analyses go with it.
-void StudyService::DeleteDataSet(DataSet dataSet) {
-    TheStore().DeleteDataSet(dataSet.id);
-    m_workspace->Tell(Translated("%1 has been deleted; Undo restores it", {Quoted(dataSet.name)}));
-}
-
-void StudyService::DeleteAnalysis(const Ref<AnalysisItem>& analysis) {
-    const std::vector<std::string> keys = ChosenAndNext();
-    TheStore().DeleteAnalysis(analysis->What().id);
-    RemoveItem(analysis);
-    SelectFirst(keys);
-    Tell(Translated("%1 has been deleted; Undo restores it", {Quoted(analysis->What().name)}));
+// Asks when a study goes with something in it.
+bool StudyService::WantsDeletion(const std::vector<StorePlace>& places) {
+    std::size_t dataSets = 0;
+    std::size_t analyses = 0;
+    for (const auto& [kind, id] : places) {
+        dataSets += kind == 's' ? TheStore().DataSets(id).size() : 0;
+        analyses += kind == 's' ? TheStore().Analyses(id).size() : 0;
+    }
+    const std::string contents = ContentsText(dataSets, analyses);
+    if (contents.empty())
+        return true;
+    const std::string days = std::to_string(DaysInBin);
+    return Ask(places.size() == 1
+                   ? Translated("Delete %1 with %2?\nEdit > Restore Deleted brings it back within %3 days.",
+                                {Quoted(TheStore().StudyOf(places.front().second).name), contents, days})
+                   : Translated("Delete %1 items, and in the studies %2?\nEdit > Restore Deleted brings them back "
+                                "within %3 days.",
+                                {std::to_string(places.size()), contents, days}),
+               {Translated("Delete")}, Translated("Delete"))
+        .has_value();
 }
 
 void StudyService::OnPreferenceChanged(const std::string& service, const std::string&, const std::string&) {
@@ -307,57 +313,15 @@ void StudyService::Tell(const std::string& what) {
     m_workspace->Tell(what);
 }
 
-// What is new is added to the explorer, at the end of its folder, and empty studies that have gone are removed. When it
-// belongs elsewhere, or something else has gone or has another name, the explorer is built again.
 void StudyService::OnChanged(const std::string& status) {
     const StoreContents contents = TheStore().Contents();
     m_lastChange = status;
-    if (!Extends(contents, m_shown)) {
+    if (!Follow(contents))
         Rebuild();
-    } else {
-        RemoveStudies(contents);
-        AddNewItems(contents);
-    }
     m_shown = contents;
     WindowsFollow();
     ShowWhatCanBeUndone();
     SetStatus(status);
-}
-
-void StudyService::RemoveStudies(const StoreContents& contents) {
-    for (const auto& [place, name] : m_shown) {
-        if (contents.contains(place))
-            continue;
-        const std::vector<std::string> keys = ChosenAndNext();
-        RemoveStudy(place.second);
-        SelectFirst(keys);
-    }
-}
-
-void StudyService::RemoveStudy(Id studyId) {
-    const auto it = m_branches.find(studyId);
-    if (it == m_branches.end())
-        return;
-    RemoveItem(it->second.study);
-    m_branches.erase(it);
-}
-
-void StudyService::AddNewItems(const StoreContents& contents) {
-    const auto isNew = [&](char kind, Id id) { return !m_shown.contains({kind, id}); };
-    for (auto it = contents.lower_bound({'s', 0}); it != contents.end(); ++it)
-        if (isNew('s', it->first.second))
-            AddStudy(TheStore().StudyOf(it->first.second)); // with what is in it
-    for (auto it = contents.begin(); it != contents.end() && it->first.first != 's'; ++it) {
-        const auto& [kind, id] = it->first;
-        if (!isNew(kind, id))
-            continue;
-        if (kind == 'd') {
-            if (const DataSet dataSet = TheStore().DataSetOf(id); !isNew('s', dataSet.studyId))
-                AddItem(New<DataSetItem>(dataSet), "DataSet", m_branches[dataSet.studyId].dataSets);
-        } else if (const Analysis analysis = TheStore().AnalysisOf(id); !isNew('s', analysis.studyId)) {
-            AddItem(New<AnalysisItem>(analysis), "Analysis", m_branches[analysis.studyId].analyses);
-        }
-    }
 }
 
 // Whether the explorer shows the studies as they are, also where a label was edited.
@@ -367,7 +331,7 @@ bool StudyService::ShowsAll() const {
            std::all_of(m_branches.begin(), m_branches.end(), [&](const auto& branch) {
                const Ref<Node> node = tree->GetNodes()->Find(branch.second.study->Base()->Name());
                const auto shown = m_shown.find({'s', branch.first});
-               return node && shown != m_shown.end() && node->Text() == shown->second;
+               return node && shown != m_shown.end() && node->Text() == shown->second.name;
            });
 }
 

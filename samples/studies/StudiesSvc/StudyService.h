@@ -5,6 +5,7 @@
 #include "StudyItems.h"
 #include "Workspace.h"
 #include "corvane/Service.h"
+#include "corvane/author/Items.h"
 #include "corvane/platform/ITimers.h"
 
 #include <map>
@@ -32,6 +33,8 @@ public:
     void ImportAndOpen(const std::string& path);
     // The same for what is open as a file, once: its data in a study, where they are kept.
     [[nodiscard]] corvane::Ref<DataSetContext> KeepData(const corvane::Ref<DataSetContext>& file);
+    // A study of a file that was sent, into the store.
+    void OpenStudy(const std::string& path);
     // The explorer's active item, of any service, or nothing.
     [[nodiscard]] corvane::Ref<corvane::Object> ActiveItem() const { return m_active; }
 
@@ -44,10 +47,13 @@ public:
     [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
     void AskForImport(Id studyId);
     void Duplicate(Id studyId);
-    // Asks, when there is something in it.
-    void DeleteStudy(Id studyId);
-    void DeleteDataSet(DataSet dataSet);
-    void DeleteAnalysis(const corvane::Ref<AnalysisItem>& analysis);
+    // Into a file to send.
+    void ExportStudy(Id studyId);
+    // What is selected, with the item whose command it is. Asks when a study with something in it goes.
+    void DeleteSelected(const StoreItem& item);
+    // Why the study can't take what is dropped on it or on its folder of data sets; "" when it can.
+    [[nodiscard]] std::string DropProblem(const corvane::Dropped& dropped, Id studyId) const;
+    void TakeDropped(const corvane::Dropped& dropped, Id studyId);
     void ShowReport(Id studyId);
     // The store has changed, and the explorer shows it already.
     void Tell(const std::string& what);
@@ -55,13 +61,15 @@ public:
     void StudyJoins(StudyItem& study);
     [[nodiscard]] Id JoiningStudy() const { return m_joiningStudy; }
     void FolderJoins(StudyFolder& folder, bool dataSets);
+    void EntryJoins(const StorePlace& place, StoreItem& entry);
 
     static constexpr auto Members =
         corvane::Methods<&StudyService::Start, &StudyService::OnNewStudy, &StudyService::OnImport,
                          &StudyService::OnUndo, &StudyService::OnRedo, &StudyService::OnRestore,
                          &StudyService::OnRefresh, &StudyService::OnReport, &StudyService::ImportFile,
-                         &StudyService::ImportAndOpen, &StudyService::KeepData, &StudyService::OnPreferenceChanged,
-                         &StudyService::RestoreWindow>(corvane::Property("ActiveItem", &StudyService::ActiveItem));
+                         &StudyService::ImportAndOpen, &StudyService::OpenStudy, &StudyService::KeepData,
+                         &StudyService::OnPreferenceChanged, &StudyService::RestoreWindow>(
+            corvane::Property("ActiveItem", &StudyService::ActiveItem));
 
 private:
     struct Branch {
@@ -74,24 +82,29 @@ private:
     void OnTerminate() override;
     void OnInactive(const corvane::Ref<corvane::Object>& item);
     [[nodiscard]] Id ActiveStudy() const;
+    bool WantsDeletion(const std::vector<StorePlace>& places);
     void AddStudy(const Study& study);
     void AddItem(const corvane::Ref<StoreItem>& item, const std::string& definition,
                  const corvane::Ref<StoreItem>& folder);
     void RemoveItem(const corvane::Ref<StoreItem>& item);
+    bool Follow(const StoreContents& contents);
+    void RemoveEntry(const StorePlace& place);
+    void RenameEntry(const StorePlace& place, const std::string& name);
+    void AddEntry(const StorePlace& place);
     bool Select(Id studyId);
     bool SelectNode(const std::string& key);
+    [[nodiscard]] bool WantsAnother(const std::string& name);
+    void TakeStudy(StudyContents contents, const std::string& path);
     void ShowImported(Id dataSetId);
     void OpenImported(Id dataSetId);
-    void Import(const std::string& path, void (StudyService::*then)(Id dataSetId));
+    void Import(const std::string& path, Id studyId, void (StudyService::*then)(Id dataSetId));
     [[nodiscard]] std::vector<std::string> ChosenAndNext() const;
     void SelectFirst(const std::vector<std::string>& keys);
+    void Build(void (corvane::ExplorerManager::*build)());
     void Rebuild();
     void ShowChangesOfOthers();
     [[nodiscard]] Store& TheStore() const { return m_workspace->GetStore(); }
     void OnChanged(const std::string& status);
-    void AddNewItems(const StoreContents& contents);
-    void RemoveStudies(const StoreContents& contents);
-    void RemoveStudy(Id studyId);
     [[nodiscard]] bool ShowsAll() const;
     void OnUnsaved(corvane::Dictionary& items, corvane::Double& order) override;
     void OnSave(const corvane::Ref<corvane::Object>& item) override;
@@ -109,6 +122,7 @@ private:
     std::map<Id, Id> m_kept;         // the data sets of files, and what they have become in a study
     std::string m_lastChange;        // for the status line
     std::map<Id, Branch> m_branches; // the explorer's items of each study
+    std::map<StorePlace, corvane::Ref<StoreItem>> m_entries; // of data sets and analyses
 };
 
 // The one that is loaded.

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 namespace studies {
 
@@ -33,6 +34,10 @@ void StudyService::StudyJoins(StudyItem& study) {
 void StudyService::FolderJoins(StudyFolder& folder, bool dataSets) {
     Branch& branch = m_branches[folder.StudyId()];
     (dataSets ? branch.dataSets : branch.analyses) = Ref<StudyFolder>(&folder);
+}
+
+void StudyService::EntryJoins(const StorePlace& place, StoreItem& entry) {
+    m_entries[place] = Ref<StoreItem>(&entry);
 }
 
 Id StudyService::ActiveStudy() const {
@@ -68,6 +73,88 @@ void StudyService::RemoveItem(const Ref<StoreItem>& item) {
         m_active = nullptr;
     }
     Explorer()->DeleteFromExplorer(item);
+}
+
+// The explorer adds at the end of a folder. What belongs in front of others of a study takes those along; in front of
+// other studies it would be too many, and the explorer is built again. False then, and when a name is in use yet.
+bool StudyService::Follow(const StoreContents& contents) {
+    const Ref<corvane::TreeView> tree = Explorer()->TreeView();
+    const bool isInFront = tree && EqualText(tree->Tag(), "Studies");
+    std::vector<StorePlace> added;
+    std::vector<StorePlace> renamed;
+    std::set<std::pair<char, Id>> grown; // the folders that something is added to
+    for (const auto& [place, entry] : contents) {
+        const auto it = m_shown.find(place);
+        const bool isNew = it == m_shown.end() || it->second.studyId != entry.studyId;
+        if (isNew)
+            grown.insert({place.first, entry.studyId});
+        else if (it->second.name != entry.name)
+            renamed.push_back(place);
+        if (isNew || grown.contains({place.first, entry.studyId}))
+            added.push_back(place);
+        if (!isNew && place.first == 's' && grown.contains({'s', 0}))
+            return false;
+    }
+    const auto isTaken = [&](const StorePlace& place) {
+        return place.first == 's' && !EqualText(contents.at(place).name, m_shown.at(place).name) &&
+               tree->GetNodes()->HasKey(contents.at(place).name);
+    };
+    if (!renamed.empty() && (!isInFront || std::any_of(renamed.begin(), renamed.end(), isTaken)))
+        return false;
+    const std::vector<std::string> keys = ChosenAndNext();
+    const bool wasActive = static_cast<bool>(m_active.TryAs<StoreItem>());
+    for (const auto& [place, entry] : m_shown) // what is in a study comes before it
+        if (!contents.contains(place) || std::binary_search(added.begin(), added.end(), place))
+            RemoveEntry(place);
+    for (const auto& place : renamed)
+        if (!std::binary_search(added.begin(), added.end(), place))
+            RenameEntry(place, contents.at(place).name);
+    for (const char kind : {'s', 'd', 'a'})
+        for (const auto& place : added)
+            if (place.first == kind)
+                AddEntry(place);
+    if (wasActive && !m_active)
+        SelectFirst(keys);
+    return true;
+}
+
+void StudyService::RemoveEntry(const StorePlace& place) {
+    if (place.first != 's') {
+        if (const auto entry = m_entries.extract(place))
+            RemoveItem(entry.mapped());
+        return;
+    }
+    const auto branch = m_branches.extract(place.second);
+    if (!branch)
+        return;
+    for (const Ref<StoreItem>& item : {Ref<StoreItem>(branch.mapped().dataSets),
+                                       Ref<StoreItem>(branch.mapped().analyses), Ref<StoreItem>(branch.mapped().study)})
+        RemoveItem(item);
+}
+
+void StudyService::RenameEntry(const StorePlace& place, const std::string& name) {
+    const Ref<StoreItem> item =
+        place.first == 's' ? Ref<StoreItem>(m_branches.at(place.second).study) : m_entries.at(place);
+    const Ref<Node> node = Explorer()->TreeView()->GetNodes()->Item(item->NodeKey());
+    item->TakeName(name);
+    node->SetKey(item->NodeKey());
+    node->SetText(name);
+}
+
+// What is in a new study comes with it.
+void StudyService::AddEntry(const StorePlace& place) {
+    const auto& [kind, id] = place;
+    if (kind == 's') {
+        AddStudy(TheStore().StudyOf(id));
+    } else if (m_entries.contains(place)) {
+        return;
+    } else if (kind == 'd') {
+        const DataSet dataSet = TheStore().DataSetOf(id);
+        AddItem(New<DataSetItem>(dataSet), "DataSet", m_branches.at(dataSet.studyId).dataSets);
+    } else {
+        const Analysis analysis = TheStore().AnalysisOf(id);
+        AddItem(New<AnalysisItem>(analysis), "Analysis", m_branches.at(analysis.studyId).analyses);
+    }
 }
 
 // As if the user had clicked on it. False when it isn't in the tree that is shown.
@@ -121,6 +208,15 @@ bool StudyService::SelectNode(const std::string& key) {
     return true;
 }
 
+// The items read the store one by one.
+void StudyService::Build(void (ExplorerManager::*build)()) {
+    const auto act = [build] { ((*Explorer()).*build)(); };
+    if (m_workspace)
+        TheStore().ReadTogether(act);
+    else
+        act();
+}
+
 // From the store, with the item selected that was, or the one that takes its place. Removing the items hides the
 // entries that they share with this service and with pages, which therefore take them back.
 void StudyService::Rebuild() {
@@ -128,7 +224,8 @@ void StudyService::Rebuild() {
     const bool isStudy = static_cast<bool>(m_active.TryAs<StudyItem>());
     const std::vector<std::string> keys = ChosenAndNext();
     m_branches.clear();
-    Explorer()->Refresh();
+    m_entries.clear();
+    Build(&ExplorerManager::Refresh);
     for (const Ref<ServiceDef>& def : *Singleton::Framework()->ServiceManager()->ServiceDefs())
         if (const Ref<Object> service = FindService(def->Name()))
             Menus()->OnActionsProviderActive(service, CorvaneMain::QueryService(service).As<IActionsProvider>(),

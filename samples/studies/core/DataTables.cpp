@@ -38,10 +38,10 @@ void WriteRows(Database& database, Id dataSetId, const Table& table, std::size_t
     }
 }
 
-std::vector<Column> ColumnsOf(Database& database, Id dataSetId) {
+std::vector<Column> ColumnsOf(Database& database, Id dataSetId, std::string_view schema) {
     std::vector<Column> columns;
-    Statement rows(database,
-                   "SELECT name, type, unit, decimals FROM data_columns WHERE data_set_id=? ORDER BY position");
+    Statement rows(database, "SELECT name, type, unit, decimals FROM " + std::string(schema) +
+                                 "data_columns WHERE data_set_id=? ORDER BY position");
     rows.Bind(dataSetId);
     while (rows.Step())
         columns.push_back(

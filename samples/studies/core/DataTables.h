@@ -25,7 +25,7 @@ void CreateDataTable(Database& database, Id dataSetId, const std::vector<Column>
 // The rows from first to last, without that one.
 void WriteRows(Database& database, Id dataSetId, const Table& table, std::size_t first, std::size_t last);
 // Without their values.
-[[nodiscard]] std::vector<Column> ColumnsOf(Database& database, Id dataSetId);
+[[nodiscard]] std::vector<Column> ColumnsOf(Database& database, Id dataSetId, std::string_view schema = {});
 // Adds the rows that follow those in the table, at most so many; false when there were fewer.
 bool ReadMoreRows(Database& database, Id dataSetId, Table& table, std::size_t most);
 

@@ -157,8 +157,8 @@ int Database::ChangeCount() const {
     return sqlite3_changes(Handle());
 }
 
-Transaction::Transaction(Database& database) : m_database(database) {
-    m_database.Run("BEGIN IMMEDIATE");
+Transaction::Transaction(Database& database, std::string_view begin) : m_database(database) {
+    m_database.Run(begin);
 }
 
 Transaction::~Transaction() {

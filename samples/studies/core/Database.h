@@ -70,7 +70,8 @@ private:
 // All or nothing: what isn't committed when it ends is undone.
 class Transaction {
 public:
-    explicit Transaction(Database& database);
+    // As it begins, no other can write any more, unless it is to read only, by "BEGIN".
+    explicit Transaction(Database& database, std::string_view begin = "BEGIN IMMEDIATE");
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;

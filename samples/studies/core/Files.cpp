@@ -14,8 +14,11 @@ std::string FileNameOf(const std::string& path) {
     return std::filesystem::path(path).filename().string();
 }
 
-std::optional<std::string> AskForDataFile(const std::string& title) {
-    return AskOpenFile(title, Translated("Text") + " (*.csv *.tsv *.txt)|*.csv *.tsv *.txt", AppPath("Data"));
+std::optional<std::string> AskForDataFile(const std::string& title, bool orStudy) {
+    const std::string endings = orStudy ? "*.csv *.tsv *.txt *.study" : "*.csv *.tsv *.txt";
+    return AskOpenFile(
+        title, (orStudy ? Translated("Text and studies") : Translated("Text")) + " (" + endings + ")|" + endings,
+        AppPath("Data"));
 }
 
 std::string AskForSavePath(const std::string& title, const std::string& filter, const std::string& fileName) {

@@ -7,8 +7,8 @@
 namespace studies {
 
 [[nodiscard]] std::string FileNameOf(const std::string& path);
-// Asks for a file with rows; nothing when the user cancels.
-[[nodiscard]] std::optional<std::string> AskForDataFile(const std::string& title);
+// Asks for a file with rows, or also one with a study; nothing when the user cancels.
+[[nodiscard]] std::optional<std::string> AskForDataFile(const std::string& title, bool orStudy = false);
 // Asks where to write a file, with a filter as AskSaveFile takes it and a path to begin with, in the home folder if a
 // name alone is given; "" when the user cancels.
 [[nodiscard]] std::string AskForSavePath(const std::string& title, const std::string& filter,

@@ -1,6 +1,7 @@
 #include "Store.h"
 
 #include "Errors.h"
+#include "StudyFile.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
@@ -12,7 +13,6 @@ namespace studies {
 namespace {
 
 constexpr std::int64_t ApplicationId = 0x53545544;
-constexpr std::int64_t SchemaVersion = 4;
 constexpr std::ptrdiff_t LongestName = 120;
 
 // The tables whose changes are undone. The data themselves are in a table of their own for each data set, which stays
@@ -93,6 +93,11 @@ std::string InverseOf(std::string_view change, const std::string& table, const s
 }
 
 } // namespace
+
+void MakeTables(Database& database) {
+    for (const char* schema : {Schema, SecondSchema, ThirdSchema, FourthSchema})
+        database.Run(schema);
+}
 
 Store::Store(std::string path) : m_database(std::move(path)) {
     if (m_database.Path() != InMemory)
@@ -198,9 +203,10 @@ void Store::DropOrphans() {
     transaction.Commit();
 }
 
-std::vector<std::string> Store::TakeLog() {
+std::vector<std::string> Store::TakeLog(std::int64_t after) {
     std::vector<std::string> statements;
-    Statement log(m_database, "SELECT statement FROM undo_log ORDER BY position DESC");
+    Statement log(m_database, "SELECT statement FROM undo_log WHERE position>? ORDER BY position DESC");
+    log.Bind(after);
     while (log.Step())
         statements.push_back(log.Text(0));
     return statements;
@@ -209,6 +215,7 @@ std::vector<std::string> Store::TakeLog() {
 void Store::Perform(std::string label, const std::function<void()>& change) {
     Transaction transaction(m_database);
     m_database.Run("DELETE FROM undo_log");
+    m_binned = 0;
     change();
     Step step{std::move(label), TakeLog()};
     transaction.Commit();

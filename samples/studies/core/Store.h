@@ -60,6 +60,13 @@ struct Deleted {
     std::string name;
 };
 
+// A study with all that is in it, but for the rows of its data.
+struct StudyContents {
+    Study study;
+    std::vector<std::pair<DataSet, std::vector<Column>>> dataSets;
+    std::vector<Analysis> analyses;
+};
+
 struct CellChange {
     Id rowId = 0;
     int column = 0;
@@ -67,8 +74,17 @@ struct CellChange {
     std::optional<std::string> before = {}; // what the cell is known to hold; another value refuses the change
 };
 
-// The names of analyses ('a'), data sets ('d') and studies ('s') by their numbers.
-using StoreContents = std::map<std::pair<char, Id>, std::string>;
+// What the explorer shows of an analysis, a data set or a study.
+struct StoreEntry {
+    Id studyId = 0; // that it is part of; 0 for a study
+    std::string name;
+
+    bool operator==(const StoreEntry&) const = default;
+};
+
+// Analyses ('a'), data sets ('d') and studies ('s') by their numbers.
+using StorePlace = std::pair<char, Id>;
+using StoreContents = std::map<StorePlace, StoreEntry>;
 
 // How long what was deleted can be restored.
 constexpr int DaysInBin = 30;
@@ -95,6 +111,8 @@ public:
     [[nodiscard]] const std::string& Path() const { return m_database.Path(); }
 
     [[nodiscard]] StoreContents Contents();
+    // What is read meanwhile is of one state of the file, which is also quicker. Nothing may be written.
+    void ReadTogether(const std::function<void()>& read);
     // In order of creation.
     [[nodiscard]] std::vector<Study> Studies();
     [[nodiscard]] std::vector<DataSet> DataSets(Id studyId);
@@ -104,6 +122,7 @@ public:
     [[nodiscard]] DataSet DataSetOf(Id dataSetId);
     [[nodiscard]] Analysis AnalysisOf(Id analysisId);
     [[nodiscard]] Table ReadDataSet(Id dataSetId);
+    [[nodiscard]] bool HasStudy(Id studyId);
     [[nodiscard]] bool HasDataSet(Id dataSetId);
     [[nodiscard]] bool HasAnalysis(Id analysisId);
     // Without their values.
@@ -117,12 +136,20 @@ public:
     void RenameStudy(Id studyId, std::string_view name);
     void DeleteStudy(Id studyId);  // with all that is in it; what is deleted goes into the bin
     Id DuplicateStudy(Id studyId); // "Copy of ...", with all that is in it
+    // A study of a file, whose tables have been written under the numbers of its data sets. A name that isn't free gets
+    // a number.
+    Id AddStudy(StudyContents contents);
     // A reserved number is that of a table that WriteDataTable has written; of the given one, only columns and number
     // of rows count then.
     Id ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table, Id reserved = 0);
     // Not a step: a number for WriteDataTable.
     [[nodiscard]] Id ReserveDataSet();
     void DeleteDataSet(Id dataSetId); // with its analyses
+    // All of these as one step, each with an entry of its own in the bin. What is part of another of them goes with it.
+    void Delete(const std::vector<StorePlace>& places);
+    // With their analyses, or copies of both, behind what the study has. A name that is taken there gets a number.
+    // Those that are in the study already aren't moved.
+    void MoveDataSets(const std::vector<Id>& dataSetIds, Id studyId, bool copies);
     Id AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings,
                    const std::optional<BootstrapResult>& result = {});
     void ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings,
@@ -173,9 +200,12 @@ private:
     void Record();
     void EmptyBin();
     void DropOrphans();
-    [[nodiscard]] std::vector<std::string> TakeLog();
+    [[nodiscard]] std::vector<std::string> TakeLog(std::int64_t after = 0);
     [[nodiscard]] std::int64_t DataVersion();
     void Perform(std::string label, const std::function<void()>& change);
+    void DropStudy(Id studyId);
+    void DropDataSet(Id dataSetId);
+    void DropAnalysis(Id analysisId);
     void PutIntoBin(std::string_view kind, Id itemId, std::string_view name, const std::vector<Id>& dataSets);
     void TakeBack(std::vector<Step>& from, std::vector<Step>& to);
     void CheckExists(std::string_view table, Id id);
@@ -185,11 +215,13 @@ private:
     void RenameAnalyses(const DataSet& dataSet, std::string_view newName);
     void RecordCells(Id dataSetId, int columnIndex);
     Id CopyDataSet(const DataSet& dataSet, Id studyId);
+    void CopyAnalyses(Id studyId, Id newStudyId, const std::map<Id, Id>& dataSets);
 
     Database m_database;
     std::optional<SharedLock> m_lock; // on the file; none in memory
     std::int64_t m_seenVersion = 0;
-    int m_beside = 0; // jobs
+    int m_beside = 0;          // jobs
+    std::int64_t m_binned = 0; // the place in the log up to which the bin has it
     std::vector<Step> m_undo;
     std::vector<Step> m_redo;
     std::uint64_t m_dataRevision = 0;

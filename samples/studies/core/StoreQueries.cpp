@@ -1,5 +1,6 @@
 #include "Errors.h"
 #include "Store.h"
+#include "StudyFile.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
@@ -16,10 +17,6 @@ constexpr const char* DataSetColumns = "SELECT id, study_id, name, source, row_c
 constexpr const char* AnalysisColumns =
     "SELECT id, study_id, data_set_id, name, kind, group_column, x_column, y_column, first_group, second_group,"
     " figure, bins, confidence, resamples, seed, result FROM analyses";
-
-DataSet DataSetIn(const Statement& row) {
-    return {row.Whole(0), row.Whole(1), row.Text(2), row.Text(3), row.Whole(4), row.Text(5)};
-}
 
 // As "count figure error low high", and maybe "start width" of bins and how many are in each; nothing for a text that
 // isn't one.
@@ -46,6 +43,10 @@ std::optional<BootstrapResult> ResultIn(const std::string& text) {
     return result;
 }
 
+DataSet DataSetIn(const Statement& row) {
+    return {row.Whole(0), row.Whole(1), row.Text(2), row.Text(3), row.Whole(4), row.Text(5)};
+}
+
 Analysis AnalysisIn(const Statement& row) {
     AnalysisSettings settings;
     settings.kind = AnalysisKindOf(row.Text(4));
@@ -64,6 +65,21 @@ Analysis AnalysisIn(const Statement& row) {
 
 } // namespace
 
+StudyContents ContentsOfFile(Database& file) {
+    StudyContents contents;
+    Statement study(file, "SELECT id, name, notes FROM studies");
+    if (!study.Step())
+        return contents;
+    contents.study = {study.Whole(0), study.Text(1), study.Text(2)};
+    Statement dataSets(file, std::string(DataSetColumns) + " ORDER BY id");
+    while (dataSets.Step())
+        contents.dataSets.emplace_back(DataSetIn(dataSets), ColumnsOf(file, dataSets.Whole(0)));
+    Statement analyses(file, std::string(AnalysisColumns) + " ORDER BY id");
+    while (analyses.Step())
+        contents.analyses.push_back(AnalysisIn(analyses));
+    return contents;
+}
+
 std::vector<Study> Store::Studies() {
     std::vector<Study> studies;
     Statement rows(m_database, "SELECT id, name, notes FROM studies ORDER BY id");
@@ -74,12 +90,21 @@ std::vector<Study> Store::Studies() {
 
 StoreContents Store::Contents() {
     StoreContents contents;
-    for (const auto& [kind, table] : {std::pair('a', "analyses"), {'d', "data_sets"}, {'s', "studies"}}) {
-        Statement rows(m_database, "SELECT id, name FROM " + std::string(table) + " ORDER BY id");
+    for (const auto& [kind, from] : {std::pair('a', "study_id, name FROM analyses"),
+                                     {'d', "study_id, name FROM data_sets"},
+                                     {'s', "0, name FROM studies"}}) {
+        Statement rows(m_database, "SELECT id, " + std::string(from) + " ORDER BY id");
         while (rows.Step())
-            contents.emplace_hint(contents.end(), std::pair(kind, rows.Whole(0)), rows.Text(1));
+            contents.emplace_hint(contents.end(), std::pair(kind, rows.Whole(0)),
+                                  StoreEntry{rows.Whole(1), rows.Text(2)});
     }
     return contents;
+}
+
+void Store::ReadTogether(const std::function<void()>& read) {
+    Transaction transaction(m_database, "BEGIN");
+    read();
+    transaction.Commit();
 }
 
 std::vector<DataSet> Store::DataSets(Id studyId) {
@@ -121,6 +146,10 @@ Analysis Store::AnalysisOf(Id analysisId) {
     Statement row(m_database, std::string(AnalysisColumns) + " WHERE id=?");
     row.Bind(analysisId).Step();
     return AnalysisIn(row);
+}
+
+bool Store::HasStudy(Id studyId) {
+    return Statement(m_database, "SELECT 1 FROM studies WHERE id=?").Bind(studyId).Step();
 }
 
 bool Store::HasDataSet(Id dataSetId) {

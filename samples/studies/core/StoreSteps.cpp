@@ -1,7 +1,9 @@
 #include "Errors.h"
 #include "Store.h"
+#include "StudyFile.h"
 #include "corvane/base/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <map>
@@ -45,7 +47,50 @@ void WriteAnalysis(Database& database, std::string_view sql, std::string_view na
     write.Run();
 }
 
+constexpr const char* WholeAnalysis =
+    "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group, figure, bins,"
+    " confidence, resamples, seed, result, study_id, data_set_id) VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)";
+
+void WriteColumns(Database& database, Id dataSetId, const std::vector<Column>& columns) {
+    Statement write(database, "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
+                              " VALUES(?,?,?,?,?,?)");
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        write.Bind(dataSetId)
+            .Bind(static_cast<std::int64_t>(i))
+            .Bind(columns[i].name)
+            .Bind(NameOf(columns[i].type))
+            .Bind(columns[i].unit)
+            .Bind(static_cast<std::int64_t>(columns[i].decimals))
+            .Run();
+}
+
 } // namespace
+
+Id WriteContents(Database& database, const StudyContents& contents) {
+    Statement study(database, "INSERT INTO studies(name, name_key, notes) VALUES(?,?,?)");
+    study.Bind(contents.study.name).Bind(corvane::FoldText(contents.study.name)).Bind(contents.study.notes).Run();
+    const Id id = database.LastId();
+    Statement insert(database,
+                     "INSERT INTO data_sets(id, study_id, name, source, row_count, notes) VALUES(?,?,?,?,?,?)");
+    for (const auto& [dataSet, columns] : contents.dataSets) {
+        insert.Bind(dataSet.id).Bind(id).Bind(dataSet.name).Bind(dataSet.source).Bind(dataSet.rows);
+        insert.Bind(dataSet.notes).Run();
+        WriteColumns(database, dataSet.id, columns);
+    }
+    for (const Analysis& analysis : contents.analyses)
+        WriteAnalysis(database, WholeAnalysis, analysis.name, analysis.settings, analysis.result,
+                      {id, analysis.dataSetId});
+    return id;
+}
+
+Id ReserveNumber(Database& database) {
+    Transaction transaction(database);
+    database.Run("INSERT INTO data_sets(study_id, name, source, row_count) VALUES(0,'','',0)");
+    const Id id = database.LastId();
+    Statement(database, "DELETE FROM data_sets WHERE id=?").Bind(id).Run();
+    transaction.Commit();
+    return id;
+}
 
 Id Store::CreateStudy(std::string_view name) {
     Id id = 0;
@@ -68,19 +113,21 @@ void Store::RenameStudy(Id studyId, std::string_view name) {
     });
 }
 
+void Store::DropStudy(Id studyId) {
+    const std::string name = StudyOf(studyId).name;
+    std::vector<Id> dataSets;
+    for (const DataSet& dataSet : DataSets(studyId))
+        dataSets.push_back(dataSet.id);
+    for (const char* sql : {"DELETE FROM analyses WHERE study_id=?",
+                            "DELETE FROM data_columns WHERE data_set_id IN"
+                            " (SELECT id FROM data_sets WHERE study_id=?)",
+                            "DELETE FROM data_sets WHERE study_id=?", "DELETE FROM studies WHERE id=?"})
+        Statement(m_database, sql).Bind(studyId).Run();
+    PutIntoBin("study", studyId, name, dataSets);
+}
+
 void Store::DeleteStudy(Id studyId) {
-    Perform(Translated("Delete Study"), [&] {
-        const std::string name = StudyOf(studyId).name;
-        std::vector<Id> dataSets;
-        for (const DataSet& dataSet : DataSets(studyId))
-            dataSets.push_back(dataSet.id);
-        for (const char* sql : {"DELETE FROM analyses WHERE study_id=?",
-                                "DELETE FROM data_columns WHERE data_set_id IN"
-                                " (SELECT id FROM data_sets WHERE study_id=?)",
-                                "DELETE FROM data_sets WHERE study_id=?", "DELETE FROM studies WHERE id=?"})
-            Statement(m_database, sql).Bind(studyId).Run();
-        PutIntoBin("study", studyId, name, dataSets);
-    });
+    Perform(Translated("Delete Study"), [&] { DropStudy(studyId); });
 }
 
 Id Store::DuplicateStudy(Id studyId) {
@@ -96,15 +143,16 @@ Id Store::DuplicateStudy(Id studyId) {
         std::map<Id, Id> dataSets;
         for (const DataSet& dataSet : DataSets(studyId))
             dataSets[dataSet.id] = CopyDataSet(dataSet, copyId);
-        for (const Analysis& analysis : Analyses(studyId))
-            WriteAnalysis(
-                m_database,
-                "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
-                " figure, bins, confidence, resamples, seed, result, study_id, data_set_id)"
-                " VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
-                analysis.name, analysis.settings, analysis.result, {copyId, dataSets.at(analysis.dataSetId)});
+        CopyAnalyses(studyId, copyId, dataSets);
     });
     return copyId;
+}
+
+void Store::CopyAnalyses(Id studyId, Id newStudyId, const std::map<Id, Id>& dataSets) {
+    for (const Analysis& analysis : Analyses(studyId))
+        if (const auto it = dataSets.find(analysis.dataSetId); it != dataSets.end())
+            WriteAnalysis(m_database, WholeAnalysis, analysis.name, analysis.settings, analysis.result,
+                          {newStudyId, it->second});
 }
 
 Id Store::CopyDataSet(const DataSet& dataSet, Id studyId) {
@@ -121,11 +169,19 @@ Id Store::CopyDataSet(const DataSet& dataSet, Id studyId) {
 }
 
 Id Store::ReserveDataSet() {
-    Transaction transaction(m_database);
-    m_database.Run("INSERT INTO data_sets(study_id, name, source, row_count) VALUES(0,'','',0)");
-    const Id id = m_database.LastId();
-    Statement(m_database, "DELETE FROM data_sets WHERE id=?").Bind(id).Run();
-    transaction.Commit();
+    return ReserveNumber(m_database);
+}
+
+Id Store::AddStudy(StudyContents contents) {
+    Id id = 0;
+    Perform(Translated("Open Study"), [&] {
+        if (const std::string problem = NameProblem(contents.study.name); !problem.empty())
+            contents.study.name = FreeName(contents.study.name, false);
+        if (!NameProblem(contents.study.name).empty()) // whatever the file says
+            contents.study.name = FreeName(Translated("Study"));
+        id = WriteContents(m_database, contents);
+    });
+    ++m_dataRevision;
     return id;
 }
 
@@ -140,16 +196,7 @@ Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view sour
         insert.Bind(studyId).Bind(name).Bind(source).Bind(static_cast<std::int64_t>(table.rows));
         (reserved == 0 ? insert.BindNull() : insert.Bind(reserved)).Run();
         id = m_database.LastId();
-        Statement column(m_database, "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
-                                     " VALUES(?,?,?,?,?,?)");
-        for (std::size_t i = 0; i < table.columns.size(); ++i)
-            column.Bind(id)
-                .Bind(static_cast<std::int64_t>(i))
-                .Bind(table.columns[i].name)
-                .Bind(NameOf(table.columns[i].type))
-                .Bind(table.columns[i].unit)
-                .Bind(static_cast<std::int64_t>(table.columns[i].decimals))
-                .Run();
+        WriteColumns(m_database, id, table.columns);
         if (reserved != 0)
             return;
         CreateDataTable(m_database, id, table.columns);
@@ -158,14 +205,69 @@ Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view sour
     return id;
 }
 
+void Store::DropDataSet(Id dataSetId) {
+    const std::string name = DataSetOf(dataSetId).name;
+    for (const char* sql : {"DELETE FROM analyses WHERE data_set_id=?", "DELETE FROM data_columns WHERE data_set_id=?",
+                            "DELETE FROM data_sets WHERE id=?"})
+        Statement(m_database, sql).Bind(dataSetId).Run();
+    PutIntoBin("data set", dataSetId, name, {dataSetId});
+}
+
 void Store::DeleteDataSet(Id dataSetId) {
-    Perform(Translated("Delete Data Set"), [&] {
-        const std::string name = DataSetOf(dataSetId).name;
-        for (const char* sql : {"DELETE FROM analyses WHERE data_set_id=?",
-                                "DELETE FROM data_columns WHERE data_set_id=?", "DELETE FROM data_sets WHERE id=?"})
-            Statement(m_database, sql).Bind(dataSetId).Run();
-        PutIntoBin("data set", dataSetId, name, {dataSetId});
+    Perform(Translated("Delete Data Set"), [&] { DropDataSet(dataSetId); });
+}
+
+void Store::Delete(const std::vector<StorePlace>& places) {
+    const auto has = [&](char kind, Id id) {
+        return std::find(places.begin(), places.end(), StorePlace(kind, id)) != places.end();
+    };
+    std::vector<StorePlace> whole; // without what goes with another
+    for (const StorePlace& place : places) {
+        const bool goesAlong = place.first == 'd'   ? has('s', DataSetOf(place.second).studyId)
+                               : place.first == 'a' ? has('s', AnalysisOf(place.second).studyId) ||
+                                                          has('d', AnalysisOf(place.second).dataSetId)
+                                                    : false;
+        if (!goesAlong)
+            whole.push_back(place);
+    }
+    Perform(Translated(places.size(), "Delete %1 Item", "Delete %1 Items"), [&] {
+        for (const auto& [kind, id] : whole) {
+            if (kind == 's')
+                DropStudy(id);
+            else if (kind == 'd')
+                DropDataSet(id);
+            else
+                DropAnalysis(id);
+        }
     });
+}
+
+void Store::MoveDataSets(const std::vector<Id>& dataSetIds, Id studyId, bool copies) {
+    const std::size_t count = dataSetIds.size();
+    Perform(copies ? Translated(count, "Copy %1 Data Set", "Copy %1 Data Sets")
+                   : Translated(count, "Move %1 Data Set", "Move %1 Data Sets"),
+            [&] {
+                CheckExists("studies", studyId);
+                for (const Id id : dataSetIds) {
+                    DataSet dataSet = DataSetOf(id);
+                    if (dataSet.studyId == studyId && !copies)
+                        continue;
+                    const std::string name = FreeDataSetName(dataSet.name, studyId);
+                    if (copies) {
+                        const Id from = dataSet.studyId;
+                        const Id copy = CopyDataSet(dataSet, studyId);
+                        CopyAnalyses(from, studyId, {{id, copy}});
+                        dataSet.id = copy;
+                    } else {
+                        for (const char* sql : {"UPDATE data_sets SET study_id=? WHERE id=?",
+                                                "UPDATE analyses SET study_id=? WHERE data_set_id=?"})
+                            Statement(m_database, sql).Bind(studyId).Bind(id).Run();
+                    }
+                    dataSet.studyId = studyId;
+                    if (name != dataSet.name)
+                        SetDataSetName(dataSet, name);
+                }
+            });
 }
 
 Id Store::AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSettings& settings,
@@ -227,12 +329,14 @@ void Store::RenameAnalyses(const DataSet& dataSet, std::string_view newName) {
             update.Bind(analysis.settings.Title(newName)).Bind(analysis.id).Run();
 }
 
+void Store::DropAnalysis(Id analysisId) {
+    const std::string name = AnalysisOf(analysisId).name;
+    Statement(m_database, "DELETE FROM analyses WHERE id=?").Bind(analysisId).Run();
+    PutIntoBin("analysis", analysisId, name, {});
+}
+
 void Store::DeleteAnalysis(Id analysisId) {
-    Perform(Translated("Delete Analysis"), [&] {
-        const std::string name = AnalysisOf(analysisId).name;
-        Statement(m_database, "DELETE FROM analyses WHERE id=?").Bind(analysisId).Run();
-        PutIntoBin("analysis", analysisId, name, {});
-    });
+    Perform(Translated("Delete Analysis"), [&] { DropAnalysis(analysisId); });
 }
 
 // Within the step of the deletion: what would undo it restores it later. Undoing the step takes it out of the bin.
@@ -240,7 +344,7 @@ void Store::PutIntoBin(std::string_view kind, Id itemId, std::string_view name, 
     if (m_database.Path() == InMemory)
         return;
     std::string statements;
-    for (const std::string& statement : TakeLog())
+    for (const std::string& statement : TakeLog(m_binned))
         statements += statement + ";\n";
     std::string numbers;
     for (const Id dataSet : dataSets)
@@ -248,6 +352,7 @@ void Store::PutIntoBin(std::string_view kind, Id itemId, std::string_view name, 
     Statement insert(m_database, "INSERT INTO bin(time, kind, item_id, name, data_sets, statements)"
                                  " VALUES(strftime('%s', 'now'),?,?,?,?,?)");
     insert.Bind(kind).Bind(itemId).Bind(name).Bind(numbers).Bind(statements).Run();
+    m_binned = m_database.WholeOf("SELECT max(position) FROM undo_log");
 }
 
 std::vector<Deleted> Store::DeletedItems() {

@@ -27,8 +27,7 @@ std::vector<std::string> NamesIn(const CsvResult* result) {
 } // namespace
 
 bool StudyContext::Exists() const {
-    const std::vector<Study> studies = m_workspace->GetStore().Studies();
-    return std::any_of(studies.begin(), studies.end(), [this](const Study& o) { return o.id == m_studyId; });
+    return m_workspace->GetStore().HasStudy(m_studyId);
 }
 
 ImportJob::ImportJob(Ref<Workspace> workspace, Id proposedStudyId)
