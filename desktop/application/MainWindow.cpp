@@ -15,6 +15,7 @@
 #include "desktop/windows/Twips.h"
 #include "desktop/windows/WindowForm.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -86,6 +87,12 @@ private:
     bool m_hasShown = false;
 };
 
+// Qt's own reports the windows alone, and neither their tabs nor the start page.
+QAccessibleInterface* ReadArea(const QString&, QObject* object) {
+    auto* area = dynamic_cast<WindowArea*>(object);
+    return area ? new QAccessibleWidget(area, QAccessible::LayeredPane) : nullptr;
+}
+
 class ExplorerDockWidget final : public QDockWidget {
 public:
     ExplorerDockWidget(std::function<void()> close, QWidget* parent) : QDockWidget(parent), m_close(std::move(close)) {}
@@ -127,6 +134,7 @@ MainWindow::MainWindow(Ref<MdiForm> mainForm, Ref<ActiveBar> activeBar, Ref<Pane
                        FailurePresenter& failures, std::shared_ptr<items::Items> items)
     : m_mainForm(std::move(mainForm)), m_activeBar(std::move(activeBar)), m_failures(failures), m_area(new WindowArea),
       m_documents(new Documents(*m_area)), m_bars(nullptr) {
+    QAccessible::installFactory(&ReadArea); // once, however often
     setCentralWidget(m_area);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);

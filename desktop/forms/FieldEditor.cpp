@@ -140,7 +140,11 @@ void FieldEditor::Describe() {
         return;
     const forms::FieldDef& def = Def();
     const std::string label = forms::PlainText(Model().Label(m_field));
-    main->setAccessibleName(Text(label.empty() ? forms::CallOf(def) : label));
+    QString name = Text(label.empty() ? forms::CallOf(def) : label);
+    // A text that is only shown has no value of its own for them.
+    if (const auto* shown = qobject_cast<QLabel*>(main); shown && !shown->text().isEmpty())
+        name += ": " + shown->text();
+    main->setAccessibleName(name);
     main->setToolTip(Text(def.tip.text));
     QStringList all;
     if (Model().IsProblemShown(m_field))

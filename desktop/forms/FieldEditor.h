@@ -76,11 +76,12 @@ protected:
     // The label with a mark where a value is required.
     [[nodiscard]] QString MarkedLabel() const;
     void Enter(const std::string& text);
+    // To assistive programs; after what is shown or wrong has changed.
+    void Describe();
 
 private:
     [[nodiscard]] bool IsOwn(const QWidget* widget) const;
     void AddReset(QWidget* parent);
-    void Describe();
 
     std::shared_ptr<FormContext> m_form;
     std::size_t m_field;

@@ -66,6 +66,7 @@ void ShownTextEditor::ShowValue() {
         m_text->ShowPicture(*picture);
     else
         m_text->ShowText(Text(text + (text.empty() ? "" : Def().unit.text)));
+    Describe();
 }
 
 ProgressEditor::ProgressEditor(std::shared_ptr<FormContext> form, std::size_t field, bool isHorizontal, QWidget* parent)

@@ -187,7 +187,7 @@ TEST_F(AccessibilityBridge, ReadsMenusToolbarsExplorerAndDialogsWithRolesAndName
     ExpectToRead({"--choose", "Tools.Shortcuts"},
                  {"menu item: File", "menu item: Tools", "tool bar: Standard", "push button: Import",
                   "tree item: Studies", "text: Search", "push button: Assign",
-                  "status bar: ", "dialog: Keyboard Shortcuts"});
+                  "status bar: ", "dialog: Keyboard Shortcuts", "push button: Import a table into a study"});
 }
 
 TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
@@ -197,7 +197,9 @@ TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
         QStringList aExpected;
     };
     const Page aPages[] = {
-        {{}, {"label: Rows where", "combo box: Any column", "text: contains", "table: Rows", "page tab: Columns"}},
+        {{},
+         {"label: Rows where", "combo box: Any column", "text: contains", "table: Rows", "page tab: Columns",
+          "page tab: penguins.csv", "label: Rows that are shown: 344 rows"}},
         {{"--page", "2"}, {"label: By", "combo box: None", "table: Statistics of text columns"}},
         {{"--choose", "Analysis.Summary"}, {"label: By", "combo box: None", "table: Statistics of numeric columns"}},
         {{"--choose", "Analysis.Histogram"}, {"label: Column", "combo box: bill length (mm)", "spin box: Bins"}},
