@@ -243,9 +243,10 @@ Ref<IScreenPrinter> Application::MakeScreenPrinter() {
                 return {TitleOf(*frm), [form](IPrintout& printout) { form->Print(printout); }};
         return {};
     };
-    host.file = [this] {
-        return QString::fromStdString(m_commonDialog->ShowSave(
-            QCoreApplication::translate("Application", "Print").toStdString(), "PDF (*.pdf)|*.pdf", ""));
+    host.file = [this](const QString& name) {
+        return QString::fromStdString(
+            m_commonDialog->ShowSave(QCoreApplication::translate("Application", "Print").toStdString(),
+                                     "PDF (*.pdf)|*.pdf", name.toStdString()));
     };
     host.withDialogs = m_withDialogs;
     return New<ScreenPrinter>(std::move(host));

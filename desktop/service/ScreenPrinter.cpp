@@ -14,6 +14,7 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QWidget>
 #include <exception>
@@ -26,6 +27,13 @@ namespace {
 constexpr Long desktop = 0;
 constexpr int dotsPerInch = 300; // a widget is printed as one picture, which with more becomes a file of megabytes
 constexpr Long childForm = 2;
+constexpr qsizetype longestName = 80; // characters, of a file
+
+// By which the user finds it again.
+QString FileNameOf(QString title) {
+    static const QRegularExpression forbidden("[/\\\\:*?\"<>|\\s]+"); // on some file system
+    return title.replace(forbidden, " ").left(longestName).trimmed() + ".pdf";
+}
 
 } // namespace
 
@@ -88,9 +96,12 @@ void ScreenPrinter::ShowPreview(QPrinter& printer, const QString& title, const C
             preview.reject();
         }
     });
-    // The preview's own question for a file doesn't ask before it replaces one.
-    for (QAction* action : preview.findChildren<QAction*>())
-        if (!hasPrinters && action->text() == QCoreApplication::translate("QPrintPreviewDialog", "Print")) {
+    for (QAction* action : preview.findChildren<QAction*>()) {
+        if (action->text() != QCoreApplication::translate("QPrintPreviewDialog", "Print"))
+            continue;
+        action->setShortcut(QKeySequence::Print); // Enter zooms
+        // The preview's own question for a file doesn't ask before it replaces one.
+        if (!hasPrinters) {
             action->disconnect(&preview);
             // Queued: a failure that unwinds the frames of the action's own trigger leaves their guards behind.
             const auto print = [&] {
@@ -99,6 +110,7 @@ void ScreenPrinter::ShowPreview(QPrinter& printer, const QString& title, const C
             };
             QObject::connect(action, &QAction::triggered, &preview, print, Qt::QueuedConnection);
         }
+    }
     preview.exec();
     if (failure)
         std::rethrow_exception(failure);
@@ -117,7 +129,7 @@ void ScreenPrinter::Paint(QPrinter& printer, const QString& title, const Content
 }
 
 bool ScreenPrinter::PrintToFile(QPrinter& printer, const QString& title, const Content& content) {
-    const QString file = m_host.file ? m_host.file() : QString();
+    const QString file = m_host.file ? m_host.file(FileNameOf(title)) : QString();
     if (file.isEmpty())
         return false;
     // A file that is there already would be taken for the new one.

@@ -24,8 +24,8 @@ public:
     struct Host {
         std::function<QWidget*()> mainWindow;
         std::function<Window(Long)> windowOf; // by a form's handle
-        // Asks for the file to print to, where there is no printer or no dialog; empty for none.
-        std::function<QString()> file;
+        // Asks for the file to print to, where there is no printer or no dialog, and proposes the name; empty for none.
+        std::function<QString(const QString& name)> file;
         bool withDialogs = true;
         std::function<bool()> hasPrinters = {}; // without it the system's are asked for
     };

@@ -271,12 +271,14 @@ qsizetype LettersIn(const QString& path) {
 TEST(Printing, PreviewAsksTheHostForTheFileAndSaysWhenItCannotBeWritten) {
     const QTemporaryDir folder;
     QMainWindow window;
-    QString file;
+    window.setWindowTitle("a/b");
+    QString file, proposed;
     int asked = 0;
     ScreenPrinter::Host host;
     host.mainWindow = [&] { return &window; };
-    host.file = [&] {
+    host.file = [&](const QString& name) {
         ++asked;
+        proposed = name;
         return file;
     };
     host.hasPrinters = [] { return false; };
@@ -300,6 +302,7 @@ TEST(Printing, PreviewAsksTheHostForTheFileAndSaysWhenItCannotBeWritten) {
     constexpr Long mainForm = 1;
     printer->PrintWindow(mainForm, 0);
     EXPECT_EQ(asked, 3);
+    EXPECT_EQ(proposed, "a b.pdf");
     EXPECT_EQ(failures, 1);
     QFile written(files.last());
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
