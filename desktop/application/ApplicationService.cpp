@@ -18,10 +18,10 @@
 #include "desktop/service/ScreenPrinter.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "desktop/style/ContrastStyle.h"
+#include "desktop/translation/HostTranslation.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QApplication>
-#include <QLocale>
 #include <QStyle>
 #include <set>
 
@@ -124,7 +124,7 @@ void Application::DoWithWindow(WindowCommand command) {
 // In the user's language, if the application has it in that.
 void Application::ShowManual() {
     QStringList names;
-    for (const QString& language : QLocale().uiLanguages())
+    for (const QString& language : WantedLanguages(m_identity.Settings()))
         names << "manual_" + QString(language).replace('-', '_') << "manual_" + language.left(2);
     names << "manual"
           << "index";

@@ -71,7 +71,8 @@ int main(int argc, char** argv) {
     }
     if (parser.isSet("break-on-error"))
         ::setenv("CORVANE_BREAK_ON_ERROR", "1", 1);
-    const QStringList languages = WantedLanguages();
+    const Identity identity = ReadIdentity(parser.positionalArguments().front().toStdString());
+    const QStringList languages = WantedLanguages(identity.Settings());
     const HostTranslation translation(languages);
     try {
         const bool unwatched = parser.isSet("quit");
@@ -90,7 +91,7 @@ int main(int argc, char** argv) {
         options.languages = languages;
         if (!unwatched)
             options.askAfterCrash = &Blame::AskInBox;
-        ReadIdentity(options.folder).Announce();
+        identity.Announce();
         Application application(options);
         for (const QString& answer : parser.values("answer"))
             application.Dialogs().AddAnswer(answer.toStdString());

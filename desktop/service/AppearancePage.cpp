@@ -2,10 +2,15 @@
 
 #include "corvane/base/Variant.h"
 #include "corvane/core/Preferences.h"
+#include "corvane/platform/Platform.h"
+#include "desktop/translation/HostTranslation.h"
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFormLayout>
+#include <QLabel>
+#include <QLocale>
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
@@ -17,7 +22,7 @@ namespace {
 
 Ref<Preferences> Store() {
     auto store = New<Preferences>();
-    store->Initialize("Corvane.Desktop", "Appearance");
+    store->Initialize(LanguageSetting::service, LanguageSetting::category);
     return store;
 }
 
@@ -54,6 +59,25 @@ QPalette LightPalette() {
     return palette;
 }
 
+// Each by its own name, the desktop's first. The application may be translated to others than the host.
+QComboBox* NewLanguageBox() {
+    auto* box = new QComboBox;
+    box->addItem(AppearancePage::tr("Follow the system"), "");
+    QStringList languages = HostLanguages();
+    const QDir folder(QString::fromStdString(CurrentPlatform().oUtilities->GetAppFolder("Services")) + "/translations");
+    for (const QString& file : folder.entryList({"*.po"}, QDir::Files, QDir::Name))
+        if (const QString language = file.chopped(3); !languages.contains(language))
+            languages.append(language);
+    for (const QString& language : languages) {
+        const QLocale locale(language);
+        QString name = language == "en" ? "English" : locale.nativeLanguageName();
+        if (locale.language() == QLocale::C)
+            name = language;
+        box->addItem(name.left(1).toUpper() + name.mid(1), language);
+    }
+    return box;
+}
+
 void Select(QComboBox& box, const QVariant& value) {
     box.setCurrentIndex(qMax(0, box.findData(value)));
 }
@@ -72,6 +96,7 @@ Appearance Appearance::Load() {
     appearance.iconSize = qBound(0, size.toInt(), 128);
     appearance.tabbedWindows = EqualText(store->GetValue("TabbedWindows", true), "True");
     appearance.startPage = EqualText(store->GetValue("StartPage", true), "True");
+    appearance.language = store->GetValue(LanguageSetting::name, appearance.language);
     return appearance;
 }
 
@@ -81,6 +106,7 @@ void Appearance::Save() const {
     store->SetValue("IconSize", iconSize);
     store->SetValue("TabbedWindows", tabbedWindows);
     store->SetValue("StartPage", startPage);
+    store->SetValue(LanguageSetting::name, language);
 }
 
 void ApplyTheme(const std::string& theme) {
@@ -121,15 +147,21 @@ QWidget* AppearancePage::NewWidget(QWidget* parent) {
     m_startPage = new QComboBox;
     m_startPage->addItem(tr("Show the start page"), true);
     m_startPage->addItem(tr("Show nothing"), false);
+    m_language = NewLanguageBox();
+    auto* later = new QLabel(tr("Another language is shown from the next start on."));
+    later->setWordWrap(true);
     form->addRow(tr("&Theme:"), m_theme.data());
     form->addRow(tr("Toolbar &icon size:"), m_iconSize.data());
     form->addRow(tr("&Windows:"), m_windows.data());
     form->addRow(tr("While &no window is open:"), m_startPage.data());
+    form->addRow(tr("&Language:"), m_language.data());
+    form->addRow({}, later);
+    Select(*m_language, QString::fromStdString(m_saved.language));
     Select(*m_theme, QString::fromStdString(m_saved.theme));
     Select(*m_iconSize, m_saved.iconSize);
     Select(*m_windows, m_saved.tabbedWindows);
     Select(*m_startPage, m_saved.startPage);
-    for (QComboBox* box : {m_theme.data(), m_iconSize.data(), m_windows.data(), m_startPage.data()})
+    for (QComboBox* box : {m_theme.data(), m_iconSize.data(), m_windows.data(), m_startPage.data(), m_language.data()})
         QObject::connect(box, &QComboBox::currentIndexChanged, widget, [this] { m_pageBase->ValidityChanged(); });
     return widget;
 }
@@ -148,6 +180,7 @@ Appearance AppearancePage::Chosen() const {
     chosen.iconSize = m_iconSize->currentData().toInt();
     chosen.tabbedWindows = m_windows->currentData().toBool();
     chosen.startPage = m_startPage->currentData().toBool();
+    chosen.language = m_language->currentData().toString().toStdString();
     return chosen;
 }
 

@@ -21,6 +21,7 @@ struct Appearance {
     int iconSize = 0;             // in pixels, of toolbars; 0 for the style's own
     bool tabbedWindows = true;    // or free
     bool startPage = true;        // while no window is open
+    std::string language;         // its code, "de"; empty for that of the desktop. From the next start on
 
     // What the user chose; a value that can't be read is the default.
     [[nodiscard]] static Appearance Load();
@@ -55,6 +56,7 @@ private:
     QPointer<QComboBox> m_iconSize;
     QPointer<QComboBox> m_windows;
     QPointer<QComboBox> m_startPage;
+    QPointer<QComboBox> m_language;
     Ref<PageBase> m_pageBase = New<PageBase>();
     Subscription m_save;
 };

@@ -1,6 +1,9 @@
 #include "desktop/translation/HostTranslation.h"
 
+#include "adapters/files/SettingsStore.h"
+
 #include <QCoreApplication>
+#include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <string_view>
@@ -34,16 +37,37 @@ public:
     }
 };
 
-} // namespace
-
-QStringList WantedLanguages() {
+QStringList UntilEnglish(const QStringList& wanted) {
     QStringList languages;
-    for (const QString& language : QLocale::system().uiLanguages()) {
+    for (const QString& language : wanted) {
         if (language == "en" || language.startsWith("en-"))
             break;
         if (language != "C") // what Qt makes of a language that it doesn't know
             languages.append(language);
     }
+    return languages;
+}
+
+} // namespace
+
+QStringList WantedLanguages() {
+    return UntilEnglish(QLocale::system().uiLanguages());
+}
+
+QStringList WantedLanguages(const std::string& settings) {
+    std::string chosen;
+    try {
+        chosen = SettingsStore(settings).Read(LanguageSetting::service, LanguageSetting::category,
+                                              LanguageSetting::name, {});
+    } catch (...) { // it is reported where the other preferences are read
+    }
+    return chosen.empty() ? WantedLanguages() : UntilEnglish({QString::fromStdString(chosen)});
+}
+
+QStringList HostLanguages() {
+    QStringList languages{"en"};
+    for (const QString& file : QDir(":/corvane/translations").entryList({"corvane_*.qm"}, QDir::Files, QDir::Name))
+        languages.append(file.section('_', 1).section('.', 0, 0));
     return languages;
 }
 

@@ -4,11 +4,25 @@
 #include <QStringList>
 #include <QTranslator>
 #include <memory>
+#include <string>
 
 namespace corvane::desktop {
 
 // What the desktop says, the most wanted first: "de-AT", "de". Nothing from English on, in which everything is written.
 [[nodiscard]] QStringList WantedLanguages();
+
+// The same, unless the user has chosen a language among the preferences of the application with those settings.
+[[nodiscard]] QStringList WantedLanguages(const std::string& settings);
+
+// Where that choice is kept: the code of the language, as in "de"; nothing for that of the desktop.
+struct LanguageSetting {
+    static constexpr const char* service = "Corvane.Desktop";
+    static constexpr const char* category = "Appearance";
+    static constexpr const char* name = "Language";
+};
+
+// Those that the host is translated to, and English.
+[[nodiscard]] QStringList HostLanguages();
 
 // The names under which a catalogue for that language may be found, the nearest first: "de_AT" and "de" for "de-AT".
 [[nodiscard]] QStringList CatalogueNames(const QString& language);

@@ -74,6 +74,14 @@
         <source>While &amp;no window is open:</source>
         <translation>Ohne &amp;offenes Fenster:</translation>
     </message>
+    <message>
+        <source>&amp;Language:</source>
+        <translation>Sp&amp;rache:</translation>
+    </message>
+    <message>
+        <source>Another language is shown from the next start on.</source>
+        <translation>Eine andere Sprache gilt ab dem nächsten Start.</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>

@@ -74,6 +74,14 @@
         <source>While &amp;no window is open:</source>
         <translation>Sans fenêtre &amp;ouverte :</translation>
     </message>
+    <message>
+        <source>&amp;Language:</source>
+        <translation>&amp;Langue&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Another language is shown from the next start on.</source>
+        <translation>Une autre langue s’affiche à partir du prochain démarrage.</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>

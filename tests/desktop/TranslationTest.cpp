@@ -1,10 +1,12 @@
 #include "corvane/author/Translation.h"
 
+#include "adapters/files/SettingsStore.h"
 #include "desktop/application/Application.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/failures/FailureDialog.h"
 #include "desktop/forms/FormTexts.h"
 #include "desktop/palette/PaletteDialog.h"
+#include "desktop/platform/Identity.h"
 #include "desktop/translation/HostTranslation.h"
 #include "desktop/translation/ShownText.h"
 #include "forms/FormBinding.h"
@@ -52,6 +54,9 @@ TEST(Translation, HostSpeaksTheFirstLanguageThatItKnows) {
         EXPECT_TRUE(shown.contains(testCase.apply) && shown.contains(testCase.theme)) << testCase.languages << "\n"
                                                                                       << shown.toStdString();
     }
+    SettingsStore(ReadIdentity(folder.App()).Settings()).Write("Corvane.Desktop", "Appearance", "Language", "fr");
+    const QString chosen = PreferencesIn(folder, "de");
+    EXPECT_TRUE(chosen.contains("[Appliquer (off)]") && chosen.contains("Français")) << chosen.toStdString();
 }
 
 TEST(Translation, StandardButtonsAreTranslatedWithTheDialogAroundThem) {
