@@ -40,10 +40,13 @@ const ActionItemDef* ActionOf(const Tool* tool) {
     return item ? item->ActionItemDef().Get() : nullptr;
 }
 
-// As users know a folder.
+// As users know a folder; written from left to right among texts that aren't, too.
 QString FolderText(const QString& path) {
+    constexpr QChar leftToRight(0x2066);
+    constexpr QChar end(0x2069);
     const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
-    return folder.startsWith(QDir::homePath()) ? "~" + folder.mid(QDir::homePath().size()) : folder;
+    const bool isAtHome = folder.startsWith(QDir::homePath());
+    return leftToRight + (isAtHome ? "~" + folder.mid(QDir::homePath().size()) : folder) + end;
 }
 
 } // namespace

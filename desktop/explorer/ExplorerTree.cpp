@@ -394,8 +394,11 @@ void ExplorerTree::ShowNote(const QString& text, const QRect& row) {
     constexpr int gap = 2;
     const int width = viewport()->width() - 2 * gap;
     const int height = m_note->heightForWidth(width);
-    const int below = row.bottom() + 1 + gap;
-    const bool fitsBelow = below + height <= viewport()->height() || row.top() < height + gap;
+    // What is dragged by mouse has a label below the pointer.
+    const bool isDragged = state() == DraggingState;
+    const int below = row.bottom() + 1 + gap + (isDragged ? 2 * fontMetrics().height() : 0);
+    const bool fitsAbove = row.top() >= height + gap;
+    const bool fitsBelow = !fitsAbove || (!isDragged && below + height <= viewport()->height());
     m_note->setGeometry(gap, fitsBelow ? below : row.top() - gap - height, width, height);
     m_note->raise();
     if (!isNew)

@@ -53,8 +53,9 @@ QSize EntryButton::sizeHint() const {
     return {width, heightForWidth(width)};
 }
 
+// One line: the lines that a narrow place makes would count for the page in wide ones, too, which would scroll.
 QSize EntryButton::minimumSizeHint() const {
-    return {120, heightForWidth(120)};
+    return {120, picture + 2 * margin};
 }
 
 void EntryButton::PaintMark(QPainter& painter, const QRect& place) const {

@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <algorithm>
 
@@ -128,6 +129,7 @@ TEST_F(WelcomeTest, IsThereWhileNoWindowIsAndKeepsWhatWasDoneAndOpened) {
     EXPECT_TRUE(Entries().find("Paper one; ") != std::string::npos) << Entries();
     Start();
     EXPECT_EQ(Entries(), "Make one, done; birds.csv; Birds; Paper one; ");
+    EXPECT_EQ(Page()->verticalScrollBar()->maximum(), 0) << "as if all its lines were wrapped";
     Click("birds.csv");
     EXPECT_EQ(done, "new open:birds.csv open:birds.csv ");
     Click("Paper one");
