@@ -1,5 +1,6 @@
-// Makes the pictures of the documentation: the host's windows over Studies, without a display. With --compare it makes
-// none but says which of those in the folder look otherwise by now.
+// Makes the pictures of the documentation: the host's windows over Studies, without a display; with --manual those of
+// Studies' manual in one language. With --compare it makes none but says which of those in the folder look otherwise by
+// now.
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/explorer/ExplorerManager.h"
@@ -12,10 +13,12 @@
 #include "desktop/log/LogPanel.h"
 #include "desktop/palette/PaletteDialog.h"
 #include "desktop/style/ViewDock.h"
+#include "desktop/translation/HostTranslation.h"
 #include "tests/desktop/ContrastPalette.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QKeySequenceEdit>
@@ -40,6 +43,7 @@ namespace corvane::desktop {
 namespace {
 
 constexpr QSize windowSize(1000, 780);
+constexpr QSize manualSize(1000, 640);
 
 void Settle() {
     for (int i = 0; i < 20; ++i)
@@ -63,8 +67,9 @@ QPixmap Grab(QWidget& widget) {
 
 void Discard() {
     const QWidget* modal = QApplication::activeModalWidget();
+    static const QRegularExpression discards("discard|verwerfen|abandonner", QRegularExpression::CaseInsensitiveOption);
     for (auto* button : modal ? modal->findChildren<QAbstractButton*>() : QList<QAbstractButton*>())
-        if (button->text().remove('&').startsWith("Discard"))
+        if (button->text().remove('&').contains(discards))
             button->click();
 }
 
@@ -98,14 +103,16 @@ QPixmap GrabModal(const std::function<void()>& open, const std::function<void(QW
 
 class Studio {
 public:
-    explicit Studio(const std::string& theme) : m_application({(QDir::homePath() + "/studies").toStdString()}) {
+    Studio(const std::string& theme, const QStringList& languages, const QSize& size)
+        : m_application({.folder = (QDir::homePath() + "/studies").toStdString(), .languages = languages}) {
         m_application.SetModalLoop({});
         m_failure = GrabModal([this] {
             if (!m_application.Start())
                 std::cerr << "Studies doesn't start\n";
         });
         ApplyTheme(theme);
-        m_application.Window().resize(windowSize);
+        m_application.Window().resize(size);
+        m_start = Grab(m_application.Window());
         Import();
     }
     // NoOne wants to keep anything.
@@ -122,7 +129,8 @@ public:
     std::map<std::string, QPixmap> All() {
         std::map<std::string, QPixmap> pictures;
         const auto take = [&](const char* name, const QPixmap& picture) { pictures[name] = picture; };
-        take("import", GrabModal([this] { m_application.Choose("File.Import"); }, &Studio::GoToFormat));
+        take("import", GrabModal([this] { m_application.Choose("File.Import"); },
+                                 [this](QWidget& wizard) { GoToFormat(wizard); }));
         OpenWindows();
         take("window", Grab(m_application.Window()));
         take("palette", Palette());
@@ -144,16 +152,48 @@ public:
         return pictures;
     }
 
+    std::map<std::string, QPixmap> Manual() {
+        std::map<std::string, QPixmap> pictures{{"start", m_start}};
+        pictures["import"] =
+            GrabModal([this] { m_application.Choose("File.Import"); }, [this](QWidget& wizard) { GoToFormat(wizard); });
+        for (const auto& [name, command] :
+             {std::pair("table", "Data.Table"), std::pair("chart", "Analysis.Histogram"),
+              std::pair("comparison", "Analysis.Comparison"), std::pair("report", "Analysis.Report")}) {
+            ChooseNode("penguins.csv");
+            m_application.Choose(command);
+            Settle();
+            if (std::string_view(name) == "chart")
+                GroupBySpecies();
+            pictures[name] = Grab(m_application.Window());
+        }
+        m_application.Choose("Window.CloseAll");
+        Settle();
+        ChooseNode("penguins.csv");
+        m_application.Choose("Edit.Delete");
+        Settle();
+        pictures["restore"] = GrabModal([this] { m_application.Choose("Edit.Restore"); });
+        return pictures;
+    }
+
 private:
+    void GroupBySpecies() {
+        for (auto* box : m_application.Window().findChildren<QComboBox*>())
+            if (box->isVisible() && box->findText("species") >= 0) {
+                box->setCurrentIndex(box->findText("species"));
+                Q_EMIT box->activated(box->currentIndex());
+            }
+        Settle();
+    }
     void Import() {
-        const Variant path[] = {(QDir::homePath() + "/studies/Data/penguins.csv").toStdString()};
+        QDir::setCurrent(QDir::homePath() + "/studies/Data"); // reports show the path
+        const Variant path[] = {std::string("penguins.csv")};
         m_application.Failures().Guard([&] {
             CorvaneMain::Framework()->ServiceManager()->Services()->Item("Studies")->Invoke("ImportFile", path);
         });
         Settle();
     }
     // The wizard's second step, with a row that can't be read.
-    static void GoToFormat(QWidget& wizard) {
+    void GoToFormat(QWidget& wizard) {
         const QString path = QDir::homePath() + "/penguins-2009.csv";
         QFile file(path);
         (void)file.open(QIODevice::WriteOnly);
@@ -166,9 +206,7 @@ private:
                 Q_EMIT field->editingFinished();
             }
         Settle();
-        for (auto* button : wizard.findChildren<QAbstractButton*>())
-            if (button->isVisible() && button->text() == "&Next")
-                button->click();
+        (void)m_application.ClickCommand("next");
     }
     void ChooseNode(const std::string& text) {
         const auto tree = CorvaneMain::Framework()->NavigationManager()->ExplorerManager()->TreeView();
@@ -260,6 +298,7 @@ private:
 
     Application m_application;
     QPixmap m_failure; // of a definition file with a mistake
+    QPixmap m_start;   // before anything is open
 };
 
 // How much two pictures differ in what can be made out from afar, 0 to 1. Other fonts and times don't count.
@@ -318,23 +357,35 @@ int main(int argc, char** argv) {
     parser.addPositionalArgument("APP", "Studies' application folder");
     parser.addPositionalArgument("FOLDER", "where the pictures stand");
     parser.addOptions({{"compare", "makes none, but compares those that are there"},
+                       {"manual", "those of Studies' manual in that language", "LANGUAGE"},
                        {"look", "light, dark, contrast-dark or contrast-light", "LOOK", "light"}});
     parser.process(qt);
     const QStringList folders = parser.positionalArguments();
     if (folders.size() != 2 || QProcess::execute("cp", {"-r", folders[0], home.path() + "/studies"}) != 0) {
-        std::cerr << "usage: documentation_pictures [--compare] [--look LOOK] APP FOLDER\n";
+        std::cerr << "usage: documentation_pictures [--compare] [--manual LANGUAGE] [--look LOOK] APP FOLDER\n";
         return 2;
     }
+    const bool isManual = parser.isSet("manual");
+    QStringList languages;
+    if (const QString language = parser.value("manual"); isManual && language != "en") {
+        languages.append(language);
+        QLocale::setDefault(QLocale(language));
+    }
+    const HostTranslation translation(languages);
     QFile bad(home.path() + "/studies/Services/Weather.xml");
-    (void)bad.open(QIODevice::WriteOnly);
-    bad.write("<?xml version=\"1.0\"?>\n<Service Name=\"Weather\" ProgID=\"StudiesSvc.Weather\" Active=\"True\">\n"
-              "  <Menus>\n    <MenuItem Type=\"MenuItem\" ActionItem=\"Show\" Captoin=\"Weather\"/>\n  </Menus>\n"
-              "</Service>\n");
+    if (!isManual && bad.open(QIODevice::WriteOnly))
+        bad.write("<?xml version=\"1.0\"?>\n<Service Name=\"Weather\" ProgID=\"StudiesSvc.Weather\" Active=\"True\">\n"
+                  "  <Menus>\n    <MenuItem Type=\"MenuItem\" ActionItem=\"Show\" Captoin=\"Weather\"/>\n  </Menus>\n"
+                  "</Service>\n");
     bad.close();
     const QString look = parser.value("look");
     if (look.startsWith("contrast"))
         QApplication::setPalette(ContrastPalette(look == "contrast-dark"));
-    const auto pictures = Studio(look == "dark" ? "Dark" : look == "light" ? "Light" : "System").All();
+    Studio studio(look == "dark"    ? "Dark"
+                  : look == "light" ? "Light"
+                                    : "System",
+                  languages, isManual ? manualSize : windowSize);
+    const auto pictures = isManual ? studio.Manual() : studio.All();
     const QDir folder(folders[1]);
     if (parser.isSet("compare"))
         return Compare(pictures, folder) == 0 ? 0 : 1;
