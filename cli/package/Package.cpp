@@ -18,6 +18,7 @@
 #include <optional>
 #include <regex>
 #include <sys/wait.h>
+#include <tuple>
 
 namespace corvane::package {
 
@@ -100,6 +101,8 @@ public:
         CopyApplication();
         WriteLauncher();
         const fs::path entry = Write("share/applications/" + m_about.id + ".desktop", DesktopEntry());
+        if (!m_about.files.empty())
+            Write("share/mime/packages/" + m_about.id + ".xml", FileTypes());
         const fs::path metadata = Write("share/metainfo/" + m_about.id + ".metainfo.xml", Metadata());
         Write("share/man/man1/" + Command() + ".1", ManPage());
         CopyIcon();
@@ -183,9 +186,27 @@ private:
 
     [[nodiscard]] std::string DesktopEntry() const {
         return "[Desktop Entry]\nType=Application\nName=" + EntryText(m_about.name) +
-               "\nComment=" + EntryText(m_about.summary) + "\nExec=" + Command() + "\nIcon=" + m_about.id +
-               "\nStartupWMClass=" + m_about.id + "\nTerminal=false\nCategories=" + EntryText(m_about.categories) +
-               "\n";
+               "\nComment=" + EntryText(m_about.summary) + "\nExec=" + Command() +
+               (m_about.files.empty() ? "" : " %F") + "\nIcon=" + m_about.id + "\nStartupWMClass=" + m_about.id +
+               "\nTerminal=false\nCategories=" + EntryText(m_about.categories) + "\n" + TypesLine();
+    }
+
+    [[nodiscard]] std::string TypesLine() const {
+        std::string types;
+        for (const About::FileType& file : m_about.files)
+            types += file.type + ";";
+        return types.empty() ? types : "MimeType=" + types + "\n";
+    }
+
+    // For the shared database of types, by which file managers know the files.
+    [[nodiscard]] std::string FileTypes() const {
+        std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<mime-info "
+                          "xmlns=\"http://www.freedesktop.org/standards/shared-mime-info\">\n";
+        for (const About::FileType& file : m_about.files)
+            xml += "  <mime-type type=\"" + XmlText(file.type) + "\">\n    <comment>" + XmlText(file.comment) +
+                   "</comment>\n    <glob pattern=\"" + XmlText(file.pattern) + "\"/>\n    <icon name=\"" +
+                   XmlText(m_about.id) + "\"/>\n  </mime-type>\n";
+        return xml + "</mime-info>\n";
     }
 
     [[nodiscard]] std::string Metadata() const {
@@ -206,7 +227,8 @@ private:
     [[nodiscard]] std::string ManPage() const {
         return ".TH \"" + Command() + "\" 1 \"" + m_about.date + "\" \"" +
                RoffText(m_about.name + " " + m_about.version) + "\"\n.SH NAME\n" + Command() + " \\- " +
-               RoffText(m_about.summary) + "\n.SH SYNOPSIS\n.B " + Command() + "\n.SH DESCRIPTION\n" +
+               RoffText(m_about.summary) + "\n.SH SYNOPSIS\n.B " + Command() +
+               (m_about.files.empty() ? "" : "\n.RI [ FILE ]...") + "\n.SH DESCRIPTION\n" +
                RoffText(m_about.description) + "\n.SH SEE ALSO\n.BR corvane (1)\n";
     }
 
@@ -249,6 +271,32 @@ private:
 
 } // namespace
 
+namespace {
+
+std::vector<About::FileType> FilesIn(const std::string& file, const nlohmann::json& json) {
+    std::vector<About::FileType> types;
+    if (!json.is_array())
+        Refuse(file, "\"files\" isn't a list");
+    for (const nlohmann::json& entry : json) {
+        About::FileType type;
+        for (const auto& [key, value, form] : {std::tuple("type", &type.type, R"([a-z]+/[\w.+-]+)"),
+                                               {"pattern", &type.pattern, R"(\*\.[\w.-]+)"},
+                                               {"comment", &type.comment, "[^\n]+"}}) {
+            const auto it = entry.is_object() ? entry.find(key) : entry.end();
+            if (it != entry.end() && it->is_string())
+                *value = it->get<std::string>();
+            if (!std::regex_match(*value, std::regex(form)))
+                Refuse(file, "an entry of \"files\" needs a text \"" + std::string(key) +
+                                 R"(", as in {"type": "application/x-birds", "pattern": "*.birds", )" +
+                                 R"("comment": "List of birds"})");
+        }
+        types.push_back(std::move(type));
+    }
+    return types;
+}
+
+} // namespace
+
 About ReadAbout(const std::string& application) {
     const std::string file = application + "/about.json";
     std::ifstream stream(file);
@@ -278,6 +326,8 @@ About ReadAbout(const std::string& application) {
     Read("homepage", about.homepage, false);
     Read("categories", about.categories, false);
     Read("icon", about.icon, false);
+    if (const auto it = json.find("files"); it != json.end())
+        about.files = FilesIn(file, *it);
     about.date = Today();
     Read("date", about.date, false);
     if (!std::regex_match(about.id, std::regex(R"([A-Za-z][\w-]*(\.[A-Za-z][\w-]*)+)")))

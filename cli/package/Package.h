@@ -10,6 +10,12 @@ namespace corvane::package {
 // What the file "about.json" of an application folder says of it: its identity, for the launcher, the desktop entry,
 // the window class by which the desktop finds that entry, the metadata, the icon and the man page.
 struct About {
+    // Files that the application opens, by a double click on one. The texts are on one line.
+    struct FileType {
+        std::string type;    // "application/x-birds"
+        std::string pattern; // "*.birds"
+        std::string comment; // what such a file is, as users read it: "List of birds"
+    };
     std::string id; // "org.example.Birds"
     std::string name;
     std::string summary;
@@ -21,6 +27,7 @@ struct About {
     std::string categories = "Utility;";
     std::string icon; // an SVG file in Images
     std::string date; // of this version, as 2030-01-31
+    std::vector<FileType> files;
 };
 
 // Fails with 53 when there is no such file, with 5, saying which, when something is missing, can't be what it is, or is

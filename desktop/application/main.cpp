@@ -2,12 +2,14 @@
 #include "desktop/application/Display.h"
 #include "desktop/application/EndSignals.h"
 #include "desktop/application/UnwatchedRun.h"
+#include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/failures/GuardedApplication.h"
 #include "desktop/platform/Identity.h"
 #include "desktop/translation/HostTranslation.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
@@ -49,6 +51,7 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription("Runs a Corvane application.");
     parser.addHelpOption();
     parser.addPositionalArgument("APP", "The application folder.");
+    parser.addPositionalArgument("FILE", "Files to open after the start.", "[FILE...]");
     parser.addOptions(
         {{"choose", "Chooses the tool of that name after the start; may be given several times.", "TOOL"},
          {"click",
@@ -65,7 +68,7 @@ int main(int argc, char** argv) {
          {"break-on-error", "Stops in the debugger, if one is attached, at each failure that the library logs."},
          {"quit", "Ends after that, without asking any question."}});
     parser.process(*QCoreApplication::instance()); // ends the program when help is wanted
-    if (parser.positionalArguments().size() != 1) {
+    if (parser.positionalArguments().empty()) {
         std::fputs("corvane-desktop: error: name one application folder\n", stderr);
         return Exit::Usage;
     }
@@ -104,6 +107,11 @@ int main(int argc, char** argv) {
         if (!unwatched)
             application.SetModalLoop({}); // someone is there to close it
         const bool started = application.Start();
+        QStringList files;
+        for (const QString& file : parser.positionalArguments().mid(1))
+            files << QFileInfo(file).absoluteFilePath();
+        if (started && !files.empty() && !application.HasEnded())
+            Q_EMIT application.Window().Explorer().FilesDropped(files); // the same as by a drop
         for (const std::string& name : application.Blamed().Filter()->Unknown())
             std::fprintf(stderr, "corvane-desktop: warning: there is no service \"%s\" to leave out\n", name.c_str());
         const int exit = run.Run() && started ? Exit::Clean : Exit::Failed;

@@ -161,7 +161,11 @@ def packages_are_listed_and_validated():
     unchanged(FAILED, "package", ".", "--prefix", "../out", has=["about.json"])
     about = {"id": "org.corvane.Shop", "name": "Shop", "summary": "Sells", "description": "It sells things.",
              "license": "MIT", "developer": "The shop"}
-    write("about.json", json.dumps(about))
+    kind = {"type": "application/x-shop", "pattern": "*.shop", "comment": "A & B"}
+    for key, value in (("type", "shop"), ("pattern", "shop"), ("comment", "two\nlines")):
+        write("about.json", json.dumps({**about, "files": [{**kind, key: value}]}))
+        unchanged(FAILED, "package", ".", "--prefix", "../out", has=[f'"files" needs a text "{key}"'])
+    write("about.json", json.dumps({**about, "files": [kind]}))
     for program in ("desktop-file-validate", "appstreamcli"):
         write(f"tools/{program}", "#!/bin/sh\necho refused >&2\n[ -z \"$REFUSES\" ]\n")
         pathlib.Path(f"tools/{program}").chmod(0o755)
@@ -170,6 +174,9 @@ def packages_are_listed_and_validated():
     for time in (1, 2):
         listed = run(CLEAN, "package", ".", "--prefix", "../out", PATH=path, lacks=["refused"]).split()
         assert sorted(listed) == sorted(files("../out")), (time, listed)
+    entry = pathlib.Path("../out/share/applications/org.corvane.Shop.desktop").read_text()
+    assert "\nExec=shop %F\n" in entry and "\nMimeType=application/x-shop;\n" in entry, entry
+    assert "<comment>A &amp; B<" in pathlib.Path("../out/share/mime/packages/org.corvane.Shop.xml").read_text()
     run(FINDINGS, "package", ".", "--prefix", "../out", PATH=path, REFUSES="1", has=["desktop-file-validate: refused"])
     change("Services/Framework.xml", 'Name="Exit" Action', 'Name="Exit" Acton')
     run(FINDINGS, "package", ".", "--prefix", "../other", has=["correct these first"])
