@@ -45,8 +45,8 @@ void DataService::OnInitialize() {
     if (!FindService("Studies"))
         return;
     LibraryFile::OfferImport();
-    m_workspace->SetKeeper([](const Ref<DataSetContext>& data) {
-        return ToObject(CallByName(FindService("Studies"), "KeepData", Ref<Object>(data))).As<DataSetContext>();
+    m_workspace->SetKeeper([](const Ref<DataSetContext>& data, Workspace::Kept done) {
+        CallByName(FindService("Studies"), "KeepData", Ref<Object>(New<KeepRequest>(data, std::move(done))));
     });
 }
 

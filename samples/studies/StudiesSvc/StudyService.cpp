@@ -83,6 +83,7 @@ void StudyService::OnTerminate() {
     m_branches.clear();
     m_entries.clear();
     m_importing.clear();
+    m_keeping.clear();
     if (m_look)
         m_look->SetEnabled(false);
     if (m_workspace)
@@ -155,23 +156,6 @@ void StudyService::Import(const std::string& path, Id studyId, void (StudyServic
         job->Run();
         job->WhenImported([this, then, job] { (this->*then)(job->dataSetId); });
     });
-}
-
-Ref<DataSetContext> StudyService::KeepData(const Ref<DataSetContext>& file) {
-    if (!m_workspace)
-        FailWith(m_storeProblem);
-    Store& store = TheStore();
-    Id& kept = m_kept[file->Number()];
-    if (store.HasDataSet(kept))
-        return m_workspace->DataSet(kept);
-    const DataSet info = file->Info();
-    Id study = ActiveStudy();
-    if (study == 0)
-        study = store.CreateStudy(store.FreeName(Translated("Study")));
-    auto data = m_workspace->Add(study, store.FreeDataSetName(info.name, study), info.source, file->Shared());
-    kept = data->Number();
-    m_workspace->Tell(Translated("%1 imported into %2", {info.name, Quoted(store.StudyOf(study).name)}));
-    return data;
 }
 
 void StudyService::Duplicate(Id studyId) {

@@ -32,7 +32,7 @@ public:
     void ImportFile(const std::string& path);
     void ImportAndOpen(const std::string& path);
     // The same for what is open as a file, once: its data in a study, where they are kept.
-    [[nodiscard]] corvane::Ref<DataSetContext> KeepData(const corvane::Ref<DataSetContext>& file);
+    void KeepData(const corvane::Ref<KeepRequest>& request);
     // A study of a file that was sent, into the store.
     void OpenStudy(const std::string& path);
     // The explorer's active item, of any service, or nothing.
@@ -97,6 +97,7 @@ private:
     void TakeStudy(StudyContents contents, const std::string& path);
     void ShowImported(Id dataSetId);
     void OpenImported(Id dataSetId);
+    void FinishKeeping(const corvane::Ref<DataSetContext>& file, const SharedTable& table, Id studyId, Id reserved);
     void Import(const std::string& path, Id studyId, void (StudyService::*then)(Id dataSetId));
     [[nodiscard]] std::vector<std::string> ChosenAndNext() const;
     void SelectFirst(const std::vector<std::string>& keys);
@@ -119,6 +120,7 @@ private:
     Id m_joiningStudy = 0;
     std::vector<corvane::Ref<ImportJob>> m_importing; // whose files are being read
     StoreContents m_shown;
+    std::map<Id, std::vector<corvane::Ref<KeepRequest>>> m_keeping; // for data of files on their way into a study
     std::map<Id, Id> m_kept;         // the data sets of files, and what they have become in a study
     std::string m_lastChange;        // for the status line
     std::map<Id, Branch> m_branches; // the explorer's items of each study

@@ -110,6 +110,56 @@ void StudyService::TakeStudy(StudyContents contents, const std::string& path) {
     Select(id);
 }
 
+void StudyService::KeepData(const Ref<KeepRequest>& request) {
+    if (!m_workspace)
+        FailWith(m_storeProblem);
+    Store& store = TheStore();
+    const Ref<DataSetContext> file = request->Data();
+    if (const auto it = m_kept.find(file->Number()); it != m_kept.end() && store.HasDataSet(it->second))
+        return request->Done(m_workspace->DataSet(it->second));
+    std::vector<Ref<KeepRequest>>& waiting = m_keeping[file->Number()];
+    waiting.push_back(request);
+    if (waiting.size() > 1) // a job is on its way
+        return;
+    const SharedTable table = file->Shared();
+    const Id studyId = ActiveStudy();
+    if (IsSmall(table->rows, table->columns.size()))
+        return FinishKeeping(file, table, studyId, 0);
+    const Id reserved = store.ReserveDataSet();
+    StartJob(
+        {.title = Translated("Import %1", {file->Info().name}),
+         .owner = Ref<Object>(this),
+         .writes = {"imported data"}},
+        [reserved, table, path = store.Path()](JobProgress& progress) {
+            WriteDataTable(path, reserved, *table, progress);
+        },
+        [this, file, table, studyId, reserved](JobResult<void>& result) {
+            TheStore().EndBeside();
+            if (result.WasCancelled() || result.Error())
+                m_keeping.erase(file->Number());
+            if (result.WasCancelled())
+                return SetStatus(Translated("Cancelled; %1 hasn't been imported", {file->Info().name}));
+            (void)result.Value();
+            FinishKeeping(file, table, studyId, reserved);
+        });
+    store.BeginBeside();
+}
+
+// The study may have gone meanwhile.
+void StudyService::FinishKeeping(const Ref<DataSetContext>& file, const SharedTable& table, Id studyId, Id reserved) {
+    const auto waiting = m_keeping.extract(file->Number());
+    Store& store = TheStore();
+    const DataSet info = file->Info();
+    const Id study = store.HasStudy(studyId) ? studyId : store.CreateStudy(store.FreeName(Translated("Study")));
+    const Id kept = store.ImportDataSet(study, store.FreeDataSetName(info.name, study), info.source, *table, reserved);
+    m_kept[file->Number()] = kept;
+    const Ref<DataSetContext> data = m_workspace->DataSet(kept);
+    data->Take(table);
+    m_workspace->Tell(Translated("%1 imported into %2", {info.name, "“" + store.StudyOf(study).name + "”"}));
+    for (const Ref<KeepRequest>& request : waiting.mapped())
+        request->Done(data);
+}
+
 std::string StudyService::DropProblem(const Dropped& dropped, Id studyId) const {
     bool moves = !dropped.Files().empty();
     for (const Ref<Object>& item : dropped.Items()) {

@@ -7,8 +7,11 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <map>
 #include <optional>
+#include <set>
 #include <system_error>
+#include <tuple>
 
 namespace studies {
 namespace {
@@ -222,18 +225,31 @@ void BindValue(Statement& statement, const Column& column, const std::string& te
 void Store::SetCells(Id dataSetId, const std::vector<CellChange>& changes) {
     CheckExists("data_sets", dataSetId);
     const std::vector<Column> columns = Columns(dataSetId);
+    std::set<int> changed;
     for (const CellChange& change : changes) {
         const Column& column = columns.at(static_cast<std::size_t>(change.column));
         if (const std::string problem = CellProblem(column, change.text); !problem.empty())
             FailWith(problem);
-        RecordCells(dataSetId, change.column);
+        changed.insert(change.column);
     }
+    for (const int column : changed)
+        RecordCells(dataSetId, column);
     Perform(changes.size() == 1 ? Translated("Change Value") : Translated("Change Values"), [&] {
+        std::map<std::pair<int, bool>, Statement> updates; // there may be many cells
         for (const CellChange& change : changes) {
             const Column& column = columns[static_cast<std::size_t>(change.column)];
-            const std::string name = "c" + std::to_string(change.column);
-            Statement update(m_database, "UPDATE " + DataTable(dataSetId) + " SET " + name + "=? WHERE id=?" +
-                                             (change.before ? " AND " + name + " IS ?" : ""));
+            const std::pair key(change.column, change.before.has_value());
+            auto it = updates.find(key);
+            if (it == updates.end()) {
+                const std::string name = "c" + std::to_string(change.column);
+                it = updates
+                         .emplace(std::piecewise_construct, std::forward_as_tuple(key),
+                                  std::forward_as_tuple(
+                                      m_database, "UPDATE " + DataTable(dataSetId) + " SET " + name + "=? WHERE id=?" +
+                                                      (change.before ? " AND " + name + " IS ?" : "")))
+                         .first;
+            }
+            Statement& update = it->second;
             BindValue(update, column, change.text);
             update.Bind(change.rowId);
             if (change.before)

@@ -7,6 +7,8 @@
 #include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 
+#include <algorithm>
+#include <ctime>
 #include <map>
 #include <utility>
 
@@ -60,6 +62,11 @@ std::string TableOf(const SummaryBlock& block) {
     return html + "</table>\n";
 }
 
+// Of a section: 'n' the notes, 'd' a data set, 'a' an analysis.
+std::string KeyOf(char kind, Id id) {
+    return kind + std::to_string(id);
+}
+
 using ReadTable = std::function<Table(Id, corvane::JobProgress*)>;
 
 class ReportWriter {
@@ -77,7 +84,12 @@ public:
                        static_cast<double>(subject.values) / static_cast<double>(subject.dataSets.size() + 1));
         const auto steps = progress ? progress->Split(weights) : Steps();
         m_report.title = Translated("Report on %1", {subject.study.name});
-        m_body = "<h1>" + Escaped(subject.study.name) + "</h1>\n" + Paragraph(subject.study.notes);
+        m_report.date = ShownTime(std::time(nullptr));
+        m_body =
+            "<h1>" + Escaped(subject.study.name) + "</h1>\n" + Paragraph(Translated("Report of %1", {m_report.date}));
+        const auto has = [&](char kind, Id id = 0) { return !subject.leftOut.contains(KeyOf(kind, id)); };
+        if (has('n'))
+            m_body += Paragraph(subject.study.notes);
         if (subject.dataSets.empty())
             m_body += Paragraph(Translated("There are no data in this study yet."));
         std::size_t step = 0;
@@ -88,11 +100,21 @@ public:
             return &steps[step++].get();
         };
         for (const DataSet& dataSet : subject.dataSets) {
-            m_tables.emplace(dataSet.id, m_read(dataSet.id, next()));
-            AddDataSet(dataSet, next());
+            const bool isShown = has('d', dataSet.id);
+            const bool isNeeded =
+                isShown || std::any_of(subject.analyses.begin(), subject.analyses.end(), [&](const Analysis& analysis) {
+                    return analysis.dataSetId == dataSet.id && has('a', analysis.id);
+                });
+            auto* const reads = next();
+            auto* const summarizes = next();
+            if (isNeeded)
+                m_tables.emplace(dataSet.id, m_read(dataSet.id, reads));
+            if (isShown)
+                AddDataSet(dataSet, summarizes);
         }
         for (const Analysis& analysis : subject.analyses)
-            AddAnalysis(analysis, next());
+            if (auto* const own = next(); has('a', analysis.id))
+                AddAnalysis(analysis, own);
         m_report.html = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + Escaped(m_report.title) +
                         "</title>\n<style>body { font-family: sans-serif; color: #202428; } "
                         "th { border-bottom: 1px solid #202428; }</style></head>\n<body>\n" +
@@ -179,6 +201,17 @@ private:
 };
 
 } // namespace
+
+std::vector<ReportSection> SectionsOf(const ReportSubject& subject) {
+    std::vector<ReportSection> sections;
+    if (!subject.study.notes.empty())
+        sections.push_back({KeyOf('n', 0), Translated("Notes")});
+    for (const DataSet& dataSet : subject.dataSets)
+        sections.push_back({KeyOf('d', dataSet.id), dataSet.name});
+    for (const Analysis& analysis : subject.analyses)
+        sections.push_back({KeyOf('a', analysis.id), analysis.name});
+    return sections;
+}
 
 ReportSubject SubjectOf(Store& store, Id studyId) {
     ReportSubject subject{store.StudyOf(studyId), store.DataSets(studyId), store.Analyses(studyId), 0, store.Path()};

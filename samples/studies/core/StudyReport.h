@@ -6,6 +6,7 @@
 #include "Store.h"
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ struct StudyReport {
         ChartScene scene;
     };
     std::string title;
+    std::string date; // as users read it
     std::string html;
     std::vector<Picture> pictures;
 };
@@ -26,15 +28,24 @@ struct ReportSubject {
     Study study;
     std::vector<DataSet> dataSets;
     std::vector<Analysis> analyses;
-    std::size_t values = 0; // in all data sets
-    std::string path;       // of the store
+    std::size_t values = 0;             // in all data sets
+    std::string path;                   // of the store
+    std::set<std::string> leftOut = {}; // sections, by their keys
 };
+
+struct ReportSection {
+    std::string key;
+    std::string title;
+};
+// The notes, where there are some, the data sets and the analyses.
+[[nodiscard]] std::vector<ReportSection> SectionsOf(const ReportSubject& subject);
 
 // Fails when there is no such study.
 [[nodiscard]] ReportSubject SubjectOf(Store& store, Id studyId);
 
-// All data sets with their summaries, and all analyses. Tables come from that function, each once. A bootstrap that
-// isn't saved with its result is computed again; without a progress with few enough resamples to wait for.
+// All data sets with their summaries, and all analyses, but for what is left out; with the date of today. Tables come
+// from that function, each once. A bootstrap that isn't saved with its result is computed again; without a progress
+// with few enough resamples to wait for.
 [[nodiscard]] StudyReport ReportOn(const ReportSubject& subject, const FigurePreferences& preferences,
                                    const std::function<Table(Id dataSetId, corvane::JobProgress* progress)>& read,
                                    corvane::JobProgress* progress = nullptr);

@@ -192,10 +192,17 @@ void AnalysisDocument::Save() {
         if (!keep)
             FailWith(
                 Translated("These data aren't part of a study. Import the file into a study to save analyses of it."));
-        m_data = keep(m_data);
-        if (m_computed)
-            m_computed->revision.reset();
+        return keep(m_data, [self = Ref<AnalysisDocument>(this)](const Ref<DataSetContext>& kept) {
+            self->m_data = kept;
+            if (self->m_computed)
+                self->m_computed->revision.reset();
+            self->SaveIntoStudy();
+        });
     }
+    SaveIntoStudy();
+}
+
+void AnalysisDocument::SaveIntoStudy() {
     const Ref<Workspace>& workspace = m_data->Space();
     const std::string name = Name();
     Store& store = workspace->GetStore();

@@ -45,8 +45,10 @@ public:
     void Tell(const std::string& what) { Changed.Raise(what); }
     void Close();
 
-    // What puts a data set of this workspace into one that keeps; it returns the data set there, or fails.
-    using Keeper = std::function<corvane::Ref<DataSetContext>(const corvane::Ref<DataSetContext>&)>;
+    // What puts a data set of this workspace into one that keeps, large ones by a job, and calls done with the data set
+    // there. It isn't called after a failure or a cancellation.
+    using Kept = std::function<void(const corvane::Ref<DataSetContext>&)>;
+    using Keeper = std::function<void(const corvane::Ref<DataSetContext>&, Kept done)>;
     void SetKeeper(Keeper keep) { m_keep = std::move(keep); }
     // Nothing without one.
     [[nodiscard]] const Keeper& KeptElsewhere() const { return m_keep; }
@@ -113,6 +115,22 @@ private:
     std::weak_ptr<std::vector<Waiting>> m_waiting; // for the job that reads, which has it
 };
 
+// For a service that is known by its name alone: a call of a Keeper.
+class KeepRequest final : public corvane::Object {
+public:
+    KeepRequest(corvane::Ref<DataSetContext> data, Workspace::Kept done)
+        : m_data(std::move(data)), m_done(std::move(done)) {}
+
+    [[nodiscard]] const corvane::Ref<DataSetContext>& Data() const { return m_data; }
+    void Done(const corvane::Ref<DataSetContext>& kept) const { m_done(kept); }
+
+    std::string_view TypeName() const override { return "KeepRequest"; }
+
+private:
+    corvane::Ref<DataSetContext> m_data;
+    Workspace::Kept m_done;
+};
+
 // What a window about an analysis is about: its settings as they are in the window and as they are in the store, and
 // the result of what takes time to compute.
 class AnalysisDocument final : public corvane::Object {
@@ -147,7 +165,8 @@ public:
     [[nodiscard]] bool IsUnsaved() {
         return HasUnsavedResult() || (CanBeSaved() && (m_analysisId == 0 || IsChanged()));
     }
-    // Puts it into the study, or what has been changed; data that are in none go into one before. What another window
+    // Puts it into the study, or what has been changed; data that are in none go into one before, for which there may
+    // be a job. What another window
     // of Studies has saved of the same analysis stays, and this one becomes one of its own. Fails when the data set
     // isn't there any more.
     void Save();
@@ -171,6 +190,7 @@ private:
         std::optional<std::uint64_t> revision; // of the store's data, for which it is known to hold
     };
 
+    void SaveIntoStudy();
     void TakeSavedResult(const Analysis& analysis);
 
     AnalysisSettings m_settings;

@@ -9,13 +9,20 @@
 #include "corvane/author/Jobs.h"
 #include "desktop/QtPage.h"
 
+#include <QListWidget>
 #include <QScrollBar>
+#include <QSignalBlocker>
+#include <QSplitter>
 #include <QTextBrowser>
+#include <algorithm>
+#include <set>
 
 namespace studies {
 
 class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContext> {
     QPointer<QTextBrowser> m_view;
+    QPointer<QListWidget> m_sections; // what is checked is in the report
+    std::set<std::string> m_leftOut;
     DrawnReport m_report;
     corvane::Ref<corvane::IJob> m_job; // that writes the next one
     int m_number = 0;                  // of the latest
@@ -28,7 +35,17 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
     }
     QWidget* FirstFocus() override { return m_view; }
     QWidget* MakeWidget(QWidget* parent) override {
-        m_view = new QTextBrowser(parent);
+        auto* parts = new QSplitter(parent);
+        m_sections = new QListWidget(parts);
+        m_sections->setAccessibleName(Text(Translated("Sections of the report")));
+        m_sections->setSpacing(2);
+        m_sections->setTextElideMode(Qt::ElideMiddle);
+        m_sections->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        QObject::connect(m_sections, &QListWidget::itemChanged, m_sections, [this] { ChooseSections(); });
+        m_view = new QTextBrowser(parts);
+        parts->setStretchFactor(1, 1);
+        parts->setSizes({180, 620});
+        parts->setChildrenCollapsible(true);
         m_view->setAccessibleName(Text(Translated("Report")));
         m_view->setOpenLinks(false);
         // As on paper, whatever the theme.
@@ -37,9 +54,30 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
         paper.setColor(QPalette::Text, QColor(0x20, 0x24, 0x28));
         m_view->setPalette(paper);
         Write();
-        return m_view;
+        return parts;
     }
-    void Write() {
+    // The sections as they are, with the checks as they were.
+    void ShowSections(const ReportSubject& subject) {
+        const QSignalBlocker silent(m_sections);
+        const int current = m_sections->currentRow();
+        m_sections->clear();
+        for (const ReportSection& section : SectionsOf(subject)) {
+            auto* item = new QListWidgetItem(Text(section.title), m_sections);
+            item->setToolTip(item->text());
+            item->setData(Qt::UserRole, Text(section.key));
+            item->setCheckState(m_leftOut.contains(section.key) ? Qt::Unchecked : Qt::Checked);
+        }
+        m_sections->setVisible(m_sections->count() > 1);
+        m_sections->setCurrentRow(std::min(std::max(current, 0), m_sections->count() - 1));
+    }
+    void ChooseSections() {
+        m_leftOut.clear();
+        for (int row = 0; row < m_sections->count(); ++row)
+            if (const QListWidgetItem* item = m_sections->item(row); item->checkState() == Qt::Unchecked)
+                m_leftOut.insert(Utf8(item->data(Qt::UserRole).toString()));
+        Write(false);
+    }
+    void Write(bool sections = true) {
         using corvane::JobProgress;
         if (!m_view)
             return;
@@ -47,7 +85,10 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
             m_job->Cancel();
         m_job = nullptr;
         Store& store = About()->Space()->GetStore();
-        const ReportSubject subject = SubjectOf(store, About()->Number());
+        ReportSubject subject = SubjectOf(store, About()->Number());
+        subject.leftOut = m_leftOut;
+        if (sections)
+            ShowSections(subject);
         const int number = ++m_number;
         if (IsSmall(subject.values, 1)) {
             const auto Read = [&store](Id dataSetId, JobProgress*) { return store.ReadDataSet(dataSetId); };

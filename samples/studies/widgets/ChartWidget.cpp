@@ -3,6 +3,8 @@
 #include "Errors.h"
 #include "QtText.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QFileInfo>
 #include <QHelpEvent>
 #include <QPainter>
@@ -30,9 +32,35 @@ void SaveSvg(const ChartScene& scene, const QSize& size, const QString& path) {
     PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
 }
 
+// For those who don't see it: what it shows, what is below it, and the figures that the pointer would show.
+std::string DescriptionOf(const ChartScene& scene) {
+    constexpr std::size_t most = 40; // figures
+    if (!scene.empty.empty())
+        return scene.empty;
+    std::string text = Translated("%1 over %2", {scene.y.label, scene.x.label}) + ". " + scene.note;
+    std::size_t told = 0;
+    const auto Tell = [&](const auto& parts) {
+        for (const auto& part : parts)
+            if (!part.tip.empty() && told++ < most)
+                text += "\n" + part.tip;
+    };
+    Tell(scene.boxes);
+    Tell(scene.marks);
+    Tell(scene.bars);
+    return text;
+}
+
+// A picture, and not a filler, as a widget of an unknown class is.
+QAccessibleInterface* AccessibleChart(const QString& className, QObject* object) {
+    auto* chart = className == QLatin1String("studies::ChartWidget") ? qobject_cast<QWidget*>(object) : nullptr;
+    return chart ? new QAccessibleWidget(chart, QAccessible::Graphic) : nullptr;
+}
+
 } // namespace
 
 ChartWidget::ChartWidget(QWidget* parent) : QWidget(parent) {
+    static const bool isKnown = (QAccessible::installFactory(&AccessibleChart), true);
+    (void)isKnown;
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(Text(Translated("Chart")));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -41,10 +69,7 @@ ChartWidget::ChartWidget(QWidget* parent) : QWidget(parent) {
 void ChartWidget::SetScene(ChartScene scene) {
     m_scene = std::move(scene);
     m_drawn = {};
-    // For those who don't see it.
-    setAccessibleDescription(
-        m_scene.empty.empty() ? Text(Translated("%1 over %2", {m_scene.y.label, m_scene.x.label}) + ". " + m_scene.note)
-                              : Text(m_scene.empty));
+    setAccessibleDescription(Text(DescriptionOf(m_scene)));
     update();
 }
 

@@ -8,8 +8,10 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
+#include <QFontMetrics>
 #include <QPageLayout>
 #include <QPageSize>
+#include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
 #include <QTextBlock>
@@ -57,6 +59,19 @@ void KeepTogether(QTextDocument& document) {
     }
 }
 
+void DrawPage(const QTextDocument& document, int page, QPainter& painter) {
+    const QSizeF size = document.pageSize();
+    const QRectF part(QPointF(0, page * size.height()), size);
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.clip = part;
+    context.palette.setColor(QPalette::Text, Qt::black); // on paper, whatever the theme
+    painter.save();
+    painter.translate(0, -part.top());
+    painter.setClipRect(part);
+    document.documentLayout()->draw(&painter, context);
+    painter.restore();
+}
+
 void SavePdf(const DrawnReport& drawn, const QString& path) {
     constexpr int resolution = 144; // dots an inch of text and pictures alike
     QPdfWriter writer(path);
@@ -67,9 +82,21 @@ void SavePdf(const DrawnReport& drawn, const QString& path) {
     QTextDocument document;
     document.documentLayout()->setPaintDevice(&writer);
     FillDocument(document, drawn);
-    document.setPageSize(writer.pageLayout().paintRectPixels(resolution).size());
+    const QRect sheet(QPoint(), writer.pageLayout().paintRectPixels(resolution).size());
+    const int footer = 2 * QFontMetrics(document.defaultFont(), &writer).height();
+    document.setPageSize(sheet.size().shrunkBy({0, 0, 0, footer}));
     KeepTogether(document);
-    document.print(&writer);
+    QPainter painter(&writer);
+    for (int page = 0; page < document.pageCount(); ++page) {
+        if (page > 0)
+            writer.newPage();
+        DrawPage(document, page, painter);
+        painter.setPen(Qt::darkGray);
+        painter.drawText(sheet, Qt::AlignBottom | Qt::AlignLeft, Text(drawn.report.title + ", " + drawn.report.date));
+        painter.drawText(
+            sheet, Qt::AlignBottom | Qt::AlignRight,
+            Text(Translated("Page %1 of %2", {std::to_string(page + 1), std::to_string(document.pageCount())})));
+    }
 }
 
 // Pictures stand in the file itself, so that it can be handed on alone.

@@ -616,6 +616,15 @@ TEST_F(Pages, DataAndReportsAreExported) {
     for (std::size_t i = 0; (i = pdf.find("/Subtype /Image", i)) != std::string::npos; ++i)
         ++pictures;
     EXPECT_EQ(pictures, 6U) << "none is lost where a heading goes to the next page";
+    auto& sections = *In<QListWidget>("Report on Penguins", "Sections of the report");
+    for (int row = 0; row + 1 < sections.count(); ++row)
+        sections.item(row)->setCheckState(Qt::Unchecked);
+    const std::string last = sections.item(sections.count() - 1)->text().toStdString();
+    m_application->Dialogs().AddAnswer(m_folder.Path("part.html"));
+    Choose("File.Export");
+    const std::string part = Read(m_folder.Path("part.html"));
+    EXPECT_NE(part.find("<h2>" + last + "</h2>"), std::string::npos) << part.substr(0, 2000);
+    EXPECT_EQ(part.find("344 rows"), std::string::npos) << "what isn't checked";
 }
 
 TEST_F(Pages, PreferencesOfAnalysesAreCheckedAndUsed) {
