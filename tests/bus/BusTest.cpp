@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <gtest/gtest.h>
+#include <optional>
+#include <utility>
 
 // One object of a program on the bus.
 struct Reference {
@@ -37,7 +39,8 @@ namespace corvane::desktop {
 namespace {
 
 constexpr int nLongestWait = 60000;
-constexpr int nFocusable = 11; // numbers of states
+constexpr int nEnabled = 8; // numbers of states
+constexpr int nFocusable = 11;
 constexpr int nShowing = 25;
 constexpr uint nLabelledBy = 2; // a relation
 constexpr int nMostChildren = 40;
@@ -66,9 +69,7 @@ public:
         if (aRead.size() > 3000)
             return;
         const QDBusReply<QString> oRole = Call(m_oBus, oOf, sAccessible, "GetRoleName");
-        const QDBusReply<QVariant> oName =
-            Call(m_oBus, oOf, "org.freedesktop.DBus.Properties", "Get", {QString(sAccessible), "Name"});
-        const QString sName = oName.value().toString();
+        const QString sName = Property(oOf, "Name");
         const QString sHere = sAbove + " > " + oRole.value() + ": " + sName;
         aRead.append(oRole.value() + ": " + sName);
         const QDBusReply<QList<uint>> oStates = Call(m_oBus, oOf, sAccessible, "GetState");
@@ -87,7 +88,37 @@ public:
             Read(oChild, aRead, aFaults, sHere);
     }
 
+    // The first object of that "role: name" that can be seen, below others.
+    [[nodiscard]] std::optional<Reference> Find(const Reference& oOf, const QString& sWhat) const {
+        const QDBusReply<QString> oRole = Call(m_oBus, oOf, sAccessible, "GetRoleName");
+        if (oRole.value() + ": " + Property(oOf, "Name") == sWhat && Has(oOf, nShowing))
+            return oOf;
+        for (const Reference& oChild : Children(oOf))
+            if (const auto oFound = Find(oChild, sWhat))
+                return oFound;
+        return {};
+    }
+    // Presses the button or menu entry, or enters the text, as an assistive program does. False when it can't be.
+    [[nodiscard]] bool Act(const Reference& oOf, const QString& sText) const {
+        if (!sText.isEmpty())
+            return Call(m_oBus, oOf, "org.a11y.atspi.EditableText", "SetTextContents", {sText}).type() ==
+                   QDBusMessage::ReplyMessage;
+        auto oPress =
+            QDBusMessage::createMethodCall(oOf.sProgram, oOf.oPath.path(), "org.a11y.atspi.Action", "DoAction");
+        oPress.setArguments({0});
+        return Has(oOf, nEnabled) && m_oBus.send(oPress); // a dialog that it opens answers at its end
+    }
+    [[nodiscard]] QString Property(const Reference& oOf, const QString& sName) const {
+        const QDBusReply<QVariant> oValue =
+            Call(m_oBus, oOf, "org.freedesktop.DBus.Properties", "Get", {QString(sAccessible), sName});
+        return oValue.value().toString();
+    }
+
 private:
+    [[nodiscard]] bool Has(const Reference& oOf, int nState) const {
+        const QDBusReply<QList<uint>> oStates = Call(m_oBus, oOf, sAccessible, "GetState");
+        return (oStates.value().value(0) & (1U << nState)) != 0;
+    }
     [[nodiscard]] bool HasLabel(const Reference& oOf) const {
         const QDBusMessage oReply = Call(m_oBus, oOf, sAccessible, "GetRelationSet");
         if (oReply.arguments().isEmpty())
@@ -109,6 +140,8 @@ private:
 
     QDBusConnection m_oBus;
 };
+
+const Reference oDesktop{"org.a11y.atspi.Registry", QDBusObjectPath("/org/a11y/atspi/accessible/root")};
 
 // A program that ends with the test.
 class Program {
@@ -149,12 +182,35 @@ protected:
         m_sAddress = oAddress.value();
     }
 
+    // Acts of an assistive program: "role: name" and the text to enter, or none to press it; and what is read then.
+    struct Stage {
+        QList<std::pair<QString, QString>> aActs;
+        QStringList aExpected;
+    };
     // Reads the application that has been started so until all of that is there; nothing in it may be at fault.
-    void ExpectToRead(const QStringList& aArguments, const QStringList& aExpected) {
+    void ExpectToRead(const QStringList& aArguments, const QList<Stage>& aStages) {
         SCOPED_TRACE(aArguments.join(' ').toStdString());
         const Program oApplication(CORVANE_DESKTOP_PROGRAM, QStringList(CORVANE_STUDIES) + aArguments, m_oEnvironment);
         const Reader oReader(QDBusConnection::connectToBus(m_sAddress, "accessibility"));
-        const Reference oDesktop{"org.a11y.atspi.Registry", QDBusObjectPath("/org/a11y/atspi/accessible/root")};
+        for (const Stage& oStage : aStages) {
+            for (const auto& [sWhat, sText] : oStage.aActs)
+                ExpectToAct(oReader, sWhat, sText);
+            ExpectToRead(oReader, oStage.aExpected);
+        }
+    }
+    static void ExpectToAct(const Reader& oReader, const QString& sWhat, const QString& sText) {
+        QElapsedTimer oTime;
+        oTime.start();
+        for (bool bDone = false; !bDone && oTime.elapsed() < nLongestWait / 2;) {
+            const auto oFound = oReader.Find(oDesktop, sWhat);
+            bDone = oFound && oReader.Act(*oFound, sText);
+            if (bDone)
+                return;
+            QThread::msleep(200);
+        }
+        ADD_FAILURE() << sWhat.toStdString() << " isn't there or can't be used";
+    }
+    static void ExpectToRead(const Reader& oReader, const QStringList& aExpected) {
         QStringList aRead, aFaults, aMissing;
         QElapsedTimer oTime;
         oTime.start();
@@ -185,9 +241,10 @@ protected:
 
 TEST_F(AccessibilityBridge, ReadsMenusToolbarsExplorerAndDialogsWithRolesAndNames) {
     ExpectToRead({"--choose", "Tools.Shortcuts"},
-                 {"menu item: File", "menu item: Tools", "tool bar: Standard", "push button: Import",
-                  "tree item: Studies", "text: Search", "push button: Assign",
-                  "status bar: ", "dialog: Keyboard Shortcuts", "push button: Import a table into a study"});
+                 {{{},
+                   {"menu item: File", "menu item: Tools", "tool bar: Standard", "push button: Import",
+                    "tree item: Studies", "text: Search", "push button: Assign",
+                    "status bar: ", "dialog: Keyboard Shortcuts", "push button: Import a table into a study"}}});
 }
 
 TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
@@ -202,8 +259,9 @@ TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
           "page tab: penguins.csv", "label: Rows that are shown: 344 rows"}},
         {{"--page", "2"}, {"label: By", "combo box: None", "table: Statistics of text columns"}},
         {{"--choose", "Analysis.Summary"}, {"label: By", "combo box: None", "table: Statistics of numeric columns"}},
-        {{"--choose", "Analysis.Histogram"}, {"label: Column", "combo box: bill length (mm)", "spin box: Bins"}},
-        {{"--choose", "Analysis.Scatter"}, {"label: X", "label: Y", "combo box: bill depth (mm)"}},
+        {{"--choose", "Analysis.Histogram"},
+         {"label: Column", "combo box: bill length (mm)", "spin box: Bins", "graphic: Chart"}},
+        {{"--choose", "Analysis.Scatter"}, {"label: X", "label: Y", "combo box: bill depth (mm)", "graphic: Chart"}},
         {{"--choose", "Analysis.Comparison"}, {"label: Group by", "combo box: species", "combo box: Chinstrap"}},
         {{"--choose", "Analysis.Bootstrap"}, {"spin box: Resamples", "push button: Run"}},
         {{"--choose", "Analysis.Report"}, {"menu item: Analysis"}},
@@ -212,7 +270,20 @@ TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
         {{"--choose", "Tools.Preferences"}, {"spin box: Decimal places"}},
     };
     for (const Page& oPage : aPages)
-        ExpectToRead(aOpen + oPage.aArguments, oPage.aExpected);
+        ExpectToRead(aOpen + oPage.aArguments, {{{}, oPage.aExpected}});
+}
+
+TEST_F(AccessibilityBridge, GoesThroughTheWizardAndThePropertiesOfTheSample) {
+    const QString sNext = "push button: Next";
+    ExpectToRead({"--choose", "File.Import"},
+                 {{{{"text: File", QString(CORVANE_STUDIES) + "/Data/penguins.csv"}}, {"label: Contents"}},
+                  {{{sNext, {}}}, {"label: Delimiter", "spin box: Lines to skip", "table: Columns of the file"}},
+                  {{{sNext, {}}}, {"combo box: New study", "text: Data set"}},
+                  {{{"push button: Finish", {}}}, {"tree item: penguins.csv", "table: Rows"}},
+                  {{{"menu item: Data", {}}, {"menu item: Properties…\tAlt+Return", {}}},
+                   {"dialog: Properties of penguins.csv", "text: Name", "text: Notes", "page tab: Columns"}}});
+    ExpectToRead({"--choose", "File.NewStudy", "--choose", "Data.Properties"},
+                 {{{}, {"dialog: Properties of Study 2", "text: Name", "text: Notes"}}});
 }
 
 } // namespace
