@@ -17,6 +17,7 @@
 #include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -192,8 +193,43 @@ private:
             if (!action.procedure.empty())
                 CheckMember(classInfo, action.procedure, action.PassesItself() ? 1 : 0, file,
                             action.element->At("Action"), action.element);
+        if (provider.kind == ProviderKind::ExplorerItem)
+            CheckCalled(provider, classInfo);
         if (provider.kind == ProviderKind::Service && BooleanOf(*provider.element, "IsStartService", false))
             CheckMember(classInfo, "Start", 0, file, provider.element->At("IsStartService"));
+    }
+
+    // Members that the host calls by their names, if an item has them, with one argument each.
+    void CheckCalled(const Provider& item, const PluginFactory::ClassInfo& classInfo) {
+        struct Called {
+            std::string_view name;
+            const char* argument;
+            const char* follows;
+        };
+        static constexpr auto called =
+            std::to_array<Called>({{"TakesSeveral", "the name of an action", "no command takes several items"},
+                                   {"CanDrop", "what is dropped", "nothing can be dropped on it"},
+                                   {"Drop", "what has been dropped", "every drop fails"},
+                                   {"LazyChildren", "what takes the children", "it can't be opened"}});
+        const Place place = item.At(item.progID.empty() ? "Name" : "ProgID");
+        const auto Find = [&](std::string_view name) {
+            return std::find_if(classInfo.members.begin(), classInfo.members.end(),
+                                [&](const MemberInfo& member) { return EqualText(member.Name, name); });
+        };
+        for (const Called& each : called)
+            if (const auto it = Find(each.name);
+                it != classInfo.members.end() && (it->What == MemberInfo::Kind::Property || it->ParameterCount != 1))
+                m_report.Add(Rule::WrongArguments, place,
+                             classInfo.progID + "." + std::string(it->Name) +
+                                 (it->What == MemberInfo::Kind::Property ? " is a property"
+                                                                         : " takes " + Arguments(it->ParameterCount)) +
+                                 " and is given " + each.argument + ", so " + each.follows + " (450)",
+                             "let it be a procedure that takes one argument");
+        if (Find("CanDrop") != classInfo.members.end() && Find("Drop") == classInfo.members.end())
+            m_report.Add(Rule::UnknownMember, place,
+                         "the class " + classInfo.progID + " has a member \"CanDrop\" and no \"Drop\", so every drop " +
+                             "that it accepts fails (438)",
+                         "add a procedure Drop that takes what has been dropped");
     }
 
     void CheckMember(const PluginFactory::ClassInfo& classInfo, std::string_view memberName, std::size_t arguments,

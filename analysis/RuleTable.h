@@ -525,9 +525,10 @@ inline constexpr auto ruleTable = std::to_array<RuleText>({
      "class of a plug-in may have the procedure.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGret"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="ongreet"/></ActionItems>)"},
-    {Rule::WrongArguments, "wrong-arguments", Severity::Error, "PassActionItemParam and the procedure don't agree.",
+    {Rule::WrongArguments, "wrong-arguments", Severity::Error, "A procedure takes other arguments than it is given.",
      "Found with --plugins, for Corvane.Framework always. With PassActionItemParam a procedure has one parameter, "
-     "otherwise none.",
+     "otherwise none. TakesSeveral, CanDrop, Drop and LazyChildren, which the host calls on explorer items that have "
+     "them, take one.",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet" PassActionItemParam="True"/></ActionItems>)",
      R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet"/></ActionItems>)"},
     {Rule::NoServiceAccess, "no-service-access", Severity::Error, "The class of a service isn't one.",

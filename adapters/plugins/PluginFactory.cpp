@@ -188,8 +188,11 @@ std::vector<PluginFactory::ClassInfo> PluginFactory::Classes(std::string_view li
     if (IsProcess(library, wanted)) {
         const Ref<Process> process = m_processes->ProcessOf(library);
         process->Need();
-        for (const ProcessClass& known : process->Classes())
+        for (const ProcessClass& known : process->Classes()) {
             classes.push_back({known.progID, known.members, known.isService, known.isExplorerItem, known.isPage});
+            for (std::size_t i = 0; i < known.declared.size(); ++i)
+                classes.back().members[i].Result.What = known.declared[i];
+        }
         return classes;
     }
     for (const PluginClass& pluginClass : ClassesOf(*Load(library, wanted).table))

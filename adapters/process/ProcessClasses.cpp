@@ -9,6 +9,19 @@ namespace corvane {
 
 using nlohmann::json;
 
+namespace {
+
+ValueType DeclaredBy(const json& member) {
+    const std::string type = member.value("type", "");
+    return type == "boolean"   ? ValueType::Boolean
+           : type == "integer" ? ValueType::Int64
+           : type == "number"  ? ValueType::Float64
+           : type == "text"    ? ValueType::Text
+                               : ValueType::Any;
+}
+
+} // namespace
+
 void ProcessClasses::Read(const std::string& plugin, const json& hello) {
     for (const json& described : hello.at("classes")) {
         const std::string progID = plugin + "." + described.at("name").get<std::string>();
@@ -24,9 +37,11 @@ void ProcessClasses::Read(const std::string& plugin, const json& hello) {
         for (const json& event : described.value("events", json::array()))
             known.events.insert(event.get<std::string>());
         known.members.clear();
+        known.declared.clear();
         known.stored.clear();
         for (const json& member : described.value("members", json::array())) {
             known.members.push_back(ReadMember(member));
+            known.declared.push_back(DeclaredBy(member));
             if (member.value("stored", false))
                 known.stored.emplace_back(known.members.back().Name);
         }

@@ -16,6 +16,7 @@ namespace corvane {
 struct ProcessClass {
     std::string progID;
     std::vector<MemberInfo> members;
+    std::vector<ValueType> declared; // what each member says that it holds, for tools; Any where it doesn't say
     std::set<std::string> events;    // those that it handles
     std::vector<std::string> stored; // properties that are read without running code of the process
     bool isService = false;

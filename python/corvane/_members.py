@@ -9,13 +9,20 @@ from typing import Any, Callable, Dict, List, Tuple, Type
 from ._failures import Json
 
 
+# Of properties that are declared with one of these types the application is told.
+_TYPES = {"bool": "boolean", "int": "integer", "float": "number", "str": "text"}
+
+
 class Member:
     """A member of a class, of the application or of the process."""
 
-    __slots__ = ("function", "is_property", "is_stored", "is_writable", "least", "most", "name")
+    __slots__ = ("declared", "function", "is_property", "is_stored", "is_writable", "least", "most", "name")
 
-    def __init__(self, name: str, is_property: bool, is_writable: bool, function: Any = None) -> None:
+    def __init__(
+        self, name: str, is_property: bool, is_writable: bool, function: Any = None, declared: Any = None
+    ) -> None:
         self.name = name
+        self.declared = _TYPES.get(getattr(declared, "__name__", declared))
         self.is_property = is_property
         self.is_writable = is_writable
         self.function = function
@@ -28,6 +35,8 @@ class Member:
             told = {"name": self.name, "property": True, "writable": self.is_writable}
             if self.is_stored:
                 told["stored"] = True
+            if self.declared:
+                told["type"] = self.declared
             return told
         told = {"name": self.name, "parameters": self.least}
         code = getattr(inspect.unwrap(self.function), "__code__", None)
@@ -69,14 +78,15 @@ class ClassInfo:
         for owner in reversed(described.__mro__):
             if owner is object or owner.__module__.split(".")[0] == "corvane":
                 continue
-            for name in vars(owner).get("__annotations__", {}):
+            for name, declared in vars(owner).get("__annotations__", {}).items():
                 if not name.startswith("_"):
-                    self.members[name.lower()] = Member(name, True, True)
+                    self.members[name.lower()] = Member(name, True, True, declared=declared)
             for name, value in vars(owner).items():
                 if name.startswith("_") or name[:2] == "On" and name[2:] in known:
                     continue
                 if isinstance(value, property):
-                    self.members[name.lower()] = Member(name, True, value.fset is not None, value)
+                    declared = getattr(value.fget, "__annotations__", {}).get("return")
+                    self.members[name.lower()] = Member(name, True, value.fset is not None, value, declared)
                 elif inspect.isfunction(value):
                     self.members[name.lower()] = Member(name, False, False, value)
 

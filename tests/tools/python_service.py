@@ -1,7 +1,7 @@
 """usage: python_service.py CORVANE ROOT FOLDER -- what `corvane new --python` writes is sound and runs; mypy isn't needed.
 
 Writes an application with two services below FOLDER, checks it with its plug-ins, runs its own tests, and breaks it to
-see that the check finds a missing procedure and a wrong number of arguments."""
+see that the check finds missing procedures, wrong numbers of arguments and a property of a wrong type."""
 
 import os
 import pathlib
@@ -67,11 +67,14 @@ for wanted in ("key Item 1", "Title: Item 1"):
 service = app / "plugins/BirdsSvc/service.py"
 text = service.read_text()
 broken = text.replace("def OnNew(self)", "def OnNew(self, item)").replace("def Start", "def Started")
-service.write_text(broken.replace("def OnOpen", "def OnOpened"))
+broken = broken.replace("def OnOpen", "def CanDrop(self):\n        return True\n\n    def OnOpened")
+service.write_text(broken.replace('Title: str = ""', "Title: bool = False"))
 found = run(corvane, "check", str(app), "--plugins", status=1)
 for wanted in (
     "BirdsSvc.BirdsService.OnNew takes one argument", 'BirdsSvc.BirdsService has no member "Start"',
     'Birds.xml:17:41: error: the class BirdsSvc.BirdsItem has no member "OnOpen"',
+    "BirdsSvc.BirdsItem.CanDrop takes no argument and is given what is dropped", 'a member "CanDrop" and no "Drop"',
+    '"Title": the class "BirdsSvc.BirdsPage" has the property in a type that can\'t hold every value of the field',
 ):
     if wanted not in found:
         sys.exit(f"{wanted} isn't in\n{found}")
