@@ -31,6 +31,7 @@ public:
 
     void Check(const std::string& path, const std::string& bytes) {
         m_path = path;
+        m_bytes = bytes;
         const forms::WelcomeDef welcome = forms::ReadWelcome(bytes);
         for (const forms::WelcomeProblem& problem : welcome.problems)
             Add(problem.at, problem.text, problem.cure);
@@ -57,8 +58,37 @@ private:
     void CheckName(const std::vector<std::string>& names, const std::string& name, forms::FormPlace at,
                    const std::string& before, const std::string& behind) {
         const auto is = [&](const std::string& each) { return EqualText(each, name); };
-        if (m_isComplete && std::none_of(names.begin(), names.end(), is))
-            Add(at, before + Quoted(name) + behind, WriteInstead(names, name, "remove it"));
+        if (!m_isComplete || std::any_of(names.begin(), names.end(), is))
+            return;
+        const auto meant = Meant(names, name);
+        Add(at, before + Quoted(name) + behind, meant ? "write " + Quoted(*meant) : "remove it");
+        AddEdit(at, name, meant);
+    }
+
+    // The nearest, or the one of which the last part was written.
+    static std::optional<std::string> Meant(const std::vector<std::string>& names, const std::string& written) {
+        if (const auto nearest = Nearest(names, written))
+            return nearest;
+        std::vector<std::string> found;
+        for (const std::string& name : names)
+            if (EqualText(std::string_view(name).substr(name.rfind('.') + 1), written))
+                found.push_back(name);
+        return found.size() == 1 ? std::optional(found.front()) : std::nullopt;
+    }
+
+    // Of the finding that has been added last: what is meant in place of the value, which is one of the element.
+    void AddEdit(forms::FormPlace at, const std::string& written, const std::optional<std::string>& meant) {
+        std::size_t begin = 0;
+        for (Long line = 1; line < at.line && begin < m_bytes.size(); ++line)
+            begin = std::min(m_bytes.find('\n', begin), m_bytes.size() - 1) + 1;
+        if (!meant || meant->find_first_of("<&\"'") != std::string::npos)
+            return;
+        begin += static_cast<std::size_t>(std::max<Long>(at.column - 1, 0));
+        for (const char quote : {'"', '\''}) {
+            const std::size_t value = m_bytes.find("=" + (quote + written) + quote, begin);
+            if (value < m_bytes.find('>', begin))
+                m_report.Last().edits = {{m_path, value + 2, value + 2 + written.size(), *meant}};
+        }
     }
 
     void CheckSample(const forms::WelcomeEntry& entry) {
@@ -71,6 +101,7 @@ private:
         const auto nearest = names ? Nearest(*names, name) : std::nullopt;
         Add(entry.at, "there is no file " + Quoted(entry.file) + ", so the sample isn't shown",
             nearest ? "write " + Quoted(folder + *nearest) : "put it there");
+        AddEdit(entry.at, entry.file, nearest ? std::optional(folder + *nearest) : std::nullopt);
     }
 
     std::string m_application;
@@ -80,6 +111,7 @@ private:
     std::vector<std::string> m_windows;
     std::vector<std::string> m_tabs;
     std::string m_path;
+    std::string_view m_bytes;
 };
 
 } // namespace

@@ -89,6 +89,16 @@ TEST(Fix, LeavesWhatAnAuthorHasToDecideAndWhatIsSound) {
     EXPECT_EQ(fixes.left.size(), 1U);
 }
 
+TEST(Fix, CorrectsNamesInTheStartPage) {
+    CheckedFolder folder;
+    folder.WriteExample(soundEntry).Write("Data/a.csv", "a").Write("welcome.xml", R"(<Welcome Open="File.Greet">
+<Step Command='File.Gret' Text="Go"/><Sample File="Data/a.cvs" Command="File.Greet" Text="File.Gret"/></Welcome>)");
+    const check::Fixes fixes = check::Fix({folder.Path(), false, {}});
+    ASSERT_EQ(fixes.files.size(), 1U) << folder.Text();
+    EXPECT_EQ(fixes.files[0].after, R"(<Welcome Open="File.Greet">
+<Step Command='File.Greet' Text="Go"/><Sample File="Data/a.csv" Command="File.Greet" Text="File.Gret"/></Welcome>)");
+}
+
 TEST(Fix, KeepsTheFileAsItWasAndShowsTheDifference) {
     CheckedFolder folder;
     folder.WriteExample(With("\"File\"", "\"Fiel\""));

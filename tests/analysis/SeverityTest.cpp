@@ -15,8 +15,10 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <ostream>
+#include <regex>
 #include <sstream>
 
 namespace corvane::testing {
@@ -123,6 +125,47 @@ TEST(Severity, IsWhatTheLibraryDoesWithTheExample) {
         }
     }
     EXPECT_GT(errors, 20);
+}
+
+// Of rules that no text of one file shows: an example, and a file that is written besides or, without bytes, removed.
+TEST(Severity, IsWhatTheLibraryDoesWithTheFolder) {
+    const std::string entry = R"(<ActionItems><ActionItem Name="Greet" Action="OnGreet" Visible="False"/></ActionItems>
+<Menus><MenuItem Type="ToolbarItem" ActionItem="Greet" Path="B" PositionOrder="10" Caption="Greet" Tip="Hello"/></Menus>)";
+    const std::string page = R"(<Windows><Window Name="ExampleWindow" Type="Dialog" State="Normal" IsMDIChild="False">
+<Page PageProgID="ExampleSvc.PlotPage" Caption="Plot" IsOptional="False" IsResizable="True"/></Window></Windows>)";
+    std::stringstream schema;
+    schema << std::ifstream(CORVANE_SOURCE "/packaging/schema/Service.xdr").rdbuf();
+    const std::string form = R"(<ui version="4.0"><widget class="QWidget" name="P"><layout class="QVBoxLayout"><item>
+<widget class="QTableWidget" name="A"/></item></layout></widget></ui>)";
+    struct Row {
+        Rule rule;
+        std::string example;
+        const char* path;
+        std::string bytes;
+    };
+    for (const Row& row : {
+             Row{Rule::Schema, entry, "Services/Service.xdr",
+                 std::regex_replace(schema.str(), std::regex("\"Tip\""), "\"Hint\"")},
+             Row{Rule::SchemaFile, entry, "Services/Service.xdr", ""},
+             Row{Rule::UnreadFile, entry, "Services/More.xml.txt", "<Service Name=\"M\"/>"},
+             Row{Rule::SameFileName, entry, "Images/FOLDER.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\"/>"},
+             Row{Rule::HiddenAction, entry, "plugins/libExampleSvc.so", "no plug-in"},
+             Row{Rule::Welcome, entry, "welcome.xml", R"(<Welcome><Step Command="File.Nothing" Text="Go"/></Welcome>)"},
+             Row{Rule::FormIdle, page, "Forms/ExampleSvc.PlotPage.ui", form},
+             Row{Rule::FormLabel, page, "Forms/ExampleSvc.PlotPage.ui", form},
+         }) {
+        CheckedFolder folder;
+        folder.WriteExample(row.example);
+        (void)(row.bytes.empty() ? folder.Remove(row.path) : folder.Write(row.path, row.bytes));
+        const auto findings = folder.Check();
+        EXPECT_TRUE(std::any_of(findings.begin(), findings.end(), [&](const auto& each) {
+            return each.rule == row.rule;
+        })) << folder.Text();
+        const bool isError = check::TextOf(row.rule).severity == check::Severity::Error;
+        const Behaviour expected{!isError || !check::StopsTheStart(row.rule),
+                                 isError && check::LeavesOutTheFile(row.rule), isError};
+        EXPECT_EQ(BehaviourOf(folder, true), expected) << check::TextOf(row.rule).name;
+    }
 }
 
 } // namespace corvane::testing
