@@ -87,6 +87,13 @@ private:
                          "the Path of a button is the toolbar's plain name, so this toolbar is called " + Quoted(path),
                          "write " + Quoted(path.substr(9)))
                     .edits = {ValueEdit(*entry.provider->file, *entry.element->Find("Path"), path.substr(9))};
+            else if (const std::size_t point = path.rfind('.');
+                     point != std::string_view::npos && m_plan.TitleOf(path.substr(0, point)))
+                m_report.Add(
+                    Rule::PathWithoutTitle, entry.At("Path"),
+                    "the Path of a button is the toolbar's plain name and no menu's, so this toolbar is called " +
+                        Quoted(path),
+                    "write " + Quoted(path.substr(point + 1)) + ", or the name of another toolbar");
             return;
         }
         for (const char* bar : {"Explorer", "StatusBar"})

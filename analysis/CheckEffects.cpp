@@ -20,7 +20,13 @@ bool IsSeparator(const Entry& entry, std::string_view where) {
 class EffectCheck {
 public:
     EffectCheck(Model& model, const MenuPlan& plan, const Code& code, Report& report)
-        : m_model(model), m_plan(plan), m_code(code), m_report(report) {}
+        : m_model(model), m_plan(plan), m_code(code), m_report(report) {
+        const auto isOfMenus = [](const Finding& finding) {
+            return finding.rule == Rule::PathWithoutTitle || finding.rule == Rule::VanishingEntry ||
+                   finding.rule == Rule::UnreadFile;
+        };
+        m_isWhole = model.complete && std::none_of(report.Findings().begin(), report.Findings().end(), isOfMenus);
+    }
 
     void Check() {
         for (Provider* provider : m_model.MenuProviders())
@@ -159,7 +165,7 @@ private:
             isFirst = false;
             before = entry;
         }
-        if (before && IsSeparator(*before, "After") && !IsAdopted(*before) && !MayGrow(bar.name))
+        if (before && IsSeparator(*before, "After") && m_isWhole && !IsAdopted(*before) && !MayGrow(bar.name))
             Remove(*before, "Separator", before->Named() + " is the last of its menu, so the line is drawn at the end");
     }
 
@@ -171,6 +177,8 @@ private:
 
     void CheckLine(const Entry& entry, const Entry* before, bool isFirst) {
         if (!IsSeparator(entry, "Before"))
+            return;
+        if (isFirst && !m_isWhole)
             return;
         if (isFirst)
             Remove(entry, "Separator", entry.Named() + " is the first of its menu, so the line is drawn above it all");
@@ -261,6 +269,7 @@ private:
     const MenuPlan& m_plan;
     const Code& m_code;
     Report& m_report;
+    bool m_isWhole; // no entry is missing for another mistake, so the first and the last of a menu are known
 };
 
 class RootCheck {

@@ -245,6 +245,9 @@ private:
                                                              {"Method", "Action"},
                                                              {"Handler", "Action"},
                                                              {"Class", "ProgID"},
+                                                             {"Class", "PageProgID"},
+                                                             {"ProgID", "PageProgID"},
+                                                             {"PageProgID", "ProgID"},
                                                              {"Id", "Name"},
                                                              {"Menu", "Path"},
                                                              {"ParentName", "Parent"},
@@ -262,7 +265,11 @@ private:
         for (const Other& other : others)
             if (EqualText(other.name, written) && IsThere(other.meant) && !element.Find(other.meant))
                 return std::string(other.meant);
-        return Nearest(names, written);
+        std::vector<std::string> free;
+        for (const std::string& name : names)
+            if (!element.Find(name))
+                free.push_back(name);
+        return Nearest(free, written);
     }
 
     // An attribute that belongs to what the element is about.

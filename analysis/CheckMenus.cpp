@@ -280,9 +280,11 @@ private:
             finding.edits = {OrderEdit(second, OrderText(first))};
     }
 
-    // The entries of a path that no title has. Toolbars ask for "View" without naming it.
+    // The entries of a path that no title has; where a title has no place, it has a finding of its own. Toolbars ask
+    // for "View" without naming it.
     void ReportPlaceholder(const Bar& bar) {
-        if (!m_model.complete || !bar.firstAsked)
+        if (!m_model.complete || !bar.firstAsked || m_plan.TitleOf(bar.name) ||
+            IsOfHost(bar.firstAsked->IsButton() ? "View" : bar.name))
             return;
         const Entry& entry = *bar.firstAsked;
         if (entry.IsButton()) {
@@ -321,6 +323,14 @@ private:
                              : m_meant.Cure(bar.name),
                      std::move(notes));
         AddPathEdit(entry);
+    }
+
+    // A title of the file that a host brings for an application without one of the root object, and without which that
+    // doesn't start.
+    [[nodiscard]] bool IsOfHost(std::string_view title) const {
+        return (EqualText(title, "File") || EqualText(title, "View") || EqualText(title, "Window")) &&
+               std::none_of(m_model.services.begin(), m_model.services.end(),
+                            [](const Provider& service) { return EqualText(service.progID, frameworkProgID); });
     }
 
     // Of the finding that has been added last.

@@ -194,6 +194,17 @@ public:
     }
 };
 
+// Pages that are chosen by what they are called.
+void CheckCaptions(const std::vector<const Provider*>& pages, const std::string& where, Report& report) {
+    for (std::size_t i = 1; i < pages.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            if (!pages[i]->name.empty() && EqualText(pages[j]->name, pages[i]->name))
+                report.Add(Rule::SameCaption, pages[i]->At("Caption"),
+                           "two pages of " + where + " have the Caption " + Quoted(pages[i]->name) +
+                               ", so users can't tell them apart",
+                           "give one of both another Caption", {{pages[j]->At("Caption"), "the other one"}});
+}
+
 void CheckWindow(const Window& window, Report& report) {
     const bool isWizard = EqualText(window.element->Value("Type"), "Wizard");
     if (window.pages.empty())
@@ -203,16 +214,8 @@ void CheckWindow(const Window& window, Report& report) {
                 (isWizard ? "opens as a wizard without a step" : "opens empty"),
             "add <Page PageProgID=\"Library.Class\" Caption=\"...\" IsOptional=\"False\" IsResizable=\"True\"/>");
     ItemReach::CheckOrders({window.pages.begin(), window.pages.end()}, report);
-    for (std::size_t i = 1; !isWizard && i < window.pages.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j) {
-            const Provider& first = *window.pages[j];
-            const Provider& second = *window.pages[i];
-            if (!second.name.empty() && EqualText(first.name, second.name))
-                report.Add(Rule::SameCaption, second.At("Caption"),
-                           "two pages of the window " + Quoted(window.name) + " have the Caption " +
-                               Quoted(second.name) + ", so users can't tell the tabs apart",
-                           "give one of both another Caption", {{first.At("Caption"), "the other one"}});
-        }
+    if (!isWizard)
+        CheckCaptions({window.pages.begin(), window.pages.end()}, "the window " + Quoted(window.name), report);
 }
 
 // The first window that may be hidden by another one.
@@ -243,6 +246,10 @@ void CheckModal(const Window& window, Report& report) {
 }
 
 void CheckPreferences(const Model& model, Report& report) {
+    std::vector<const Provider*> pages;
+    for (const Provider& page : model.preferencePages)
+        pages.push_back(&page);
+    CheckCaptions(pages, "the preferences", report);
     for (const Provider& page : model.preferencePages)
         if (!page.entries.empty())
             report.Add(Rule::NoEffect, page.file->At(page.entries.front().element->At()),

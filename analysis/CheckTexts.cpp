@@ -227,16 +227,15 @@ private:
         for (const auto& [name, bar] : m_plan.Bars())
             if (bar.name.starts_with(toolbarBand) && !bar.slots.empty() && bar.slots.front().entries.front())
                 toolbars.push_back(&bar);
+        if (!m_plan.FindBar(std::string(toolbarBand) + std::string(usualToolbar)))
+            for (const Bar* bar : toolbars)
+                CheckUsual(*bar);
         for (const Bar* bar : toolbars)
             for (const Bar* other : toolbars)
                 if (IsSlip(*bar, *other)) {
                     const Entry& entry = *bar->slots.front().entries.front();
                     const std::string meant = other->name.substr(toolbarBand.size());
-                    std::vector<Edit> edits;
-                    for (const Slot& slot : bar->slots)
-                        for (const Entry* each : slot.entries.All())
-                            if (const Attribute* path = each->element->Find("Path"))
-                                edits.push_back(ValueEdit(*each->provider->file, *path, meant));
+                    std::vector<Edit> edits = PathEdits(*bar, meant);
                     const bool isClear = bar->slots.size() < other->slots.size() || EqualText(meant, usualToolbar);
                     if (!isClear)
                         edits.clear();
@@ -250,6 +249,28 @@ private:
                         .edits = std::move(edits);
                     break;
                 }
+    }
+
+    // A toolbar that is called nearly as the one that most applications have.
+    void CheckUsual(const Bar& bar) {
+        const Entry& entry = *bar.slots.front().entries.front();
+        if (AreAlike(entry.path, usualToolbar))
+            m_report
+                .Add(Rule::SimilarName, entry.At("Path"),
+                     "the toolbar " + Quoted(entry.path) + " has nearly the name of the usual one, " +
+                         Quoted(usualToolbar) + ", which seems to be a slip",
+                     "write " + Quoted(usualToolbar))
+                .edits = PathEdits(bar, usualToolbar);
+    }
+
+    // All buttons of the toolbar go to another one.
+    static std::vector<Edit> PathEdits(const Bar& bar, std::string_view meant) {
+        std::vector<Edit> edits;
+        for (const Slot& slot : bar.slots)
+            for (const Entry* each : slot.entries.All())
+                if (const Attribute* path = each->element->Find("Path"))
+                    edits.push_back(ValueEdit(*each->provider->file, *path, meant));
+        return edits;
     }
 
     // Fewer buttons, or as many and read later; one letter apart, or in blanks, hyphens and the like.

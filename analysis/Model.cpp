@@ -178,11 +178,8 @@ private:
     }
 
     void ReportUnknownAction(const Provider& provider, const Element& element, const Attribute& name) {
-        std::vector<std::string> names;
-        for (const Action& action : provider.actions)
-            names.emplace_back(action.name);
         const std::string_view written = name.Value();
-        const auto nearest = Nearest(names, written);
+        const auto nearest = NearestAction(provider, written);
         std::vector<Note> notes;
         std::string cure = nearest ? "write " + Quoted(*nearest)
                                    : "add <ActionItem Name=" + Quoted(written) + " Action=\"...\"/> there";
@@ -226,6 +223,20 @@ private:
             uses += EqualText(entry.Value("Path"), name) ? 1 : 0;
         });
         return uses;
+    }
+
+    // Of two that are as near the one to which nothing refers is likelier to be meant.
+    static std::optional<std::string> NearestAction(const Provider& provider, std::string_view written) {
+        std::vector<std::string> names;
+        std::vector<std::string> unused;
+        for (const Action& action : provider.actions) {
+            names.emplace_back(action.name);
+            if (UsesOf(*provider.element, action.name) == 0)
+                unused.emplace_back(action.name);
+        }
+        const auto nearest = Nearest(names, written);
+        const auto free = Nearest(unused, written);
+        return free && EditDistance(*free, written) <= EditDistance(*nearest, written) ? free : nearest;
     }
 
     // The action that is meant. Where several places agree and nothing calls the action by its Name, that is the slip.

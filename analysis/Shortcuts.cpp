@@ -365,6 +365,9 @@ std::optional<std::string> WhoTakes(const std::string& shortcut) {
         return "the system changes to another console with it";
     static constexpr std::array editing{"Esc",  "Tab",   "Return", "Backspace", "Space", "Home",  "End",
                                         "Left", "Right", "Up",     "Down",      "PgUp",  "PgDown"};
+    constexpr std::size_t lettersOfF25 = 3;
+    if (key.size() == lettersOfF25 && key[0] == 'F' && key.substr(1) > "24")
+        return "no keyboard has it";
     const bool isPlain = !Has("Ctrl") && !Has("Alt");
     if (isPlain && IsCharacter(key))
         return "in a field or table it types the character";

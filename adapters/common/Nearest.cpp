@@ -109,9 +109,20 @@ std::optional<std::size_t> SlipBetween(std::string_view name, std::string_view w
     return distance <= allowed && beginsAlike ? std::optional(distance) : std::nullopt;
 }
 
+// Without the signs by which words of a name are divided in one way or another.
+std::string Joined(std::string_view name) {
+    std::string joined(name);
+    std::erase_if(joined, [](char c) { return c == ' ' || c == '-' || c == '_'; });
+    return joined;
+}
+
 } // namespace
 
 std::optional<std::string> Nearest(std::span<const std::string> names, std::string_view written) {
+    const std::string joined = Joined(written);
+    for (const std::string& name : names)
+        if (!joined.empty() && name.size() != written.size() && EqualText(Joined(name), joined))
+            return name;
     const std::string* nearest = nullptr;
     std::size_t nearestDistance = 0;
     for (const std::string& name : names) {

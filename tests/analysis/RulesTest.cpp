@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <regex>
 #include <sstream>
 
 namespace corvane::check {
@@ -180,6 +181,25 @@ TEST(Rules, FindTheNeighboursOfTheirExamplesToo) {
 </ExplorerItem></ExplorerItems>)",
              "write one name for both, \"Chrats\" or \"Charts\""},
             {page + R"(Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)", "[bad-progid]"},
+            {page + R"(ProgID="E.P" Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)",
+             "write \"PageProgID\" [unknown-attribute]"},
+            {R"(<Preferences><Page PageProgID="E.P" Caption="P" IsOptional="False" IsResizable="True" PositionOrder="1"/>
+<Page PageProgID="E.Q" Caption="p" IsOptional="False" IsResizable="True" PositionOrder="2"/></Preferences>)",
+             "[same-caption]"},
+            {greet +
+                 R"(<MenuItem Type="ToolbarItem" ActionItem="Greet" Path="Standart" PositionOrder="10" Caption="Greet"/></Menus>)",
+             "write \"Standard\" [similar-name]"},
+            {greet +
+                 R"(<MenuItem Type="ToolbarItem" ActionItem="Greet" Path="File.Text" PositionOrder="10" Caption="Greet"/></Menus>)",
+             "write \"Text\", or"},
+            {greet +
+                 R"(<MenuItem Type="MenuItem" ActionItem="gre-et" Path="File" PositionOrder="10" Caption="#Greet"/></Menus>)",
+             "write \"Greet\" [unknown-action]"},
+            // Two are as near, but to one nothing refers.
+            {R"(<ActionItems><ActionItem Name="Edit"/><ActionItem Name="Eixt" Action="OnExit"/></ActionItems><Menus>
+<MenuItem Type="MenuTitle" ActionItem="Edit" PositionOrder="300" Caption="#Edit"/>
+<MenuItem Type="MenuItem" ActionItem="Exit" Path="Edit" PositionOrder="10" Caption="#Out"/></Menus>)",
+             "write \"Eixt\" [unknown-action]"},
             {page + R"(PageProgId="E.P" Caption="P" IsOptional="False" IsResizable="True"/></Window></Windows>)",
              "write \"PageProgID\" [unknown-attribute]"},
             // A command opens no menu.
@@ -245,6 +265,23 @@ PositionOrder="900" Caption="#Window" Separator="Before"/></Menus>)",
     CheckedFolder lock;
     std::filesystem::create_symlink("user@machine.123", lock.Path() + "/Services/.#Base.xml");
     EXPECT_EQ(lock.Text(), "");
+}
+
+// However long the names and texts in the examples are: what is found, with its cure, has 240 characters at most.
+TEST(Rules, SpeakInShort) {
+    const std::regex value(
+        R"re((\b(Name|ActionItem|Action|Path|Caption|Tip|Parent|DefaultAction|Image|ShortCutKey)="[^"]+)")re");
+    int found = 0;
+    for (const check::RuleText& rule : check::AllRules()) {
+        CheckedFolder folder;
+        folder.WriteExample(std::regex_replace(std::string(rule.bad), value, "$1" + std::string(2000, 'x') + "\""));
+        for (const check::Finding& finding : folder.Check()) {
+            const std::string text = finding.text + ": " + finding.cure;
+            EXPECT_LE(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }), 240) << text;
+            ++found;
+        }
+    }
+    EXPECT_GT(found, 80);
 }
 
 // What lies where nothing looks for it.
