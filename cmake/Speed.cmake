@@ -1,6 +1,15 @@
-# What keeps the build short: headers that are compiled once for many sources, and sources that are compiled together.
-# Both are switched on by presets. Without them the sources compile as they are, and CI builds so once, as nothing else
-# shows a missing #include.
+# What keeps the build short: headers that are compiled once for many sources, sources that are compiled together, and a
+# quick linker. They are switched on by presets. Without the first two the sources compile as they are, and CI builds so
+# once, as nothing else shows a missing #include.
+
+# A hundred programs and libraries are linked in a quarter of the time by gold, which comes with GNU ld.
+if(CORVANE_QUICK_LINK AND NOT "${CMAKE_EXE_LINKER_FLAGS}" MATCHES "-fuse-ld=")
+  include(CheckLinkerFlag)
+  check_linker_flag(CXX -fuse-ld=gold CORVANE_HAS_GOLD)
+  if(CORVANE_HAS_GOLD)
+    add_link_options(-fuse-ld=gold)
+  endif()
+endif()
 
 # One target for each set of headers; the others reuse what it compiled. It is compiled as they are, or it couldn't be.
 function(corvane_headers name)
