@@ -15,6 +15,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QDockWidget>
 #include <QElapsedTimer>
 #include <QFile>
@@ -168,13 +169,22 @@ LeaveAnswer Application::AskToLeave(const LeaveQuestion& question) {
     return EqualText(*answer, "Stay") ? LeaveAnswer::Stay : LeaveAnswer::Discard;
 }
 
+// False without such a file; which one no program opens is said here.
 bool Application::OpenHelp(const QStringList& names) const {
     const QString folder = QString::fromStdString(m_platform.folder) + "/Help/";
     for (const QString& name : names)
-        for (const char* ending : {".html", ".htm", ".pdf", ".txt"})
-            if (m_withDialogs && QFile::exists(folder + name + ending) &&
-                QDesktopServices::openUrl(QUrl::fromLocalFile(folder + name + ending)))
-                return true;
+        for (const char* ending : {".html", ".htm", ".pdf", ".txt"}) {
+            const QString path = folder + name + ending;
+            if (!m_withDialogs || !QFile::exists(path))
+                continue;
+            if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
+                m_messageBox->ShowInformation(
+                    QCoreApplication::translate("Application", "No program on this system opens %1.")
+                        .arg(QDir::toNativeSeparators(path))
+                        .toStdString(),
+                    QCoreApplication::translate("Application", "Help").toStdString());
+            return true;
+        }
     return false;
 }
 

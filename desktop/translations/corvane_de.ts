@@ -125,6 +125,10 @@
         <source>Manual</source>
         <translation>Handbuch</translation>
     </message>
+    <message>
+        <source>No program on this system opens %1.</source>
+        <translation>Kein Programm auf diesem System öffnet %1.</translation>
+    </message>
 </context>
 <context>
     <name>BarActions</name>

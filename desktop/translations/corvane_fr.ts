@@ -125,6 +125,10 @@
         <source>Manual</source>
         <translation>Manuel</translation>
     </message>
+    <message>
+        <source>No program on this system opens %1.</source>
+        <translation>Aucun programme de ce système n’ouvre %1.</translation>
+    </message>
 </context>
 <context>
     <name>BarActions</name>
