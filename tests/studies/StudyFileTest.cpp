@@ -79,9 +79,6 @@ TEST_F(StudyFile, IsOpenedAsItWasSentAndUndone) {
     EXPECT_FALSE(other.HasStudy(opened));
     other.Redo();
     EXPECT_EQ(Text(other, opened), text);
-    const Id again = other.AddStudy(CopyStudyFile(m_path, other.Path()));
-    EXPECT_EQ(other.StudyOf(again).name, "Birds 2");
-    EXPECT_EQ(Text(other, opened), text) << "the first is as it was";
 }
 
 TEST_F(StudyFile, IsWrittenAndOpenedAsAWholeOrNotAtAll) {
