@@ -63,7 +63,7 @@ std::string TableOf(const SummaryBlock& block) {
 }
 
 // Of a section: 'n' the notes, 'd' a data set, 'a' an analysis.
-std::string KeyOf(char kind, Id id) {
+std::string SectionKey(char kind, Id id) {
     return kind + std::to_string(id);
 }
 
@@ -84,10 +84,10 @@ public:
                        static_cast<double>(subject.values) / static_cast<double>(subject.dataSets.size() + 1));
         const auto steps = progress ? progress->Split(weights) : Steps();
         m_report.title = Translated("Report on %1", {subject.study.name});
-        m_report.date = ShownTime(std::time(nullptr));
+        m_report.date = corvane::ShownTime(std::time(nullptr));
         m_body =
             "<h1>" + Escaped(subject.study.name) + "</h1>\n" + Paragraph(Translated("Report of %1", {m_report.date}));
-        const auto has = [&](char kind, Id id = 0) { return !subject.leftOut.contains(KeyOf(kind, id)); };
+        const auto has = [&](char kind, Id id = 0) { return !subject.leftOut.contains(SectionKey(kind, id)); };
         if (has('n'))
             m_body += Paragraph(subject.study.notes);
         if (subject.dataSets.empty())
@@ -205,11 +205,11 @@ private:
 std::vector<ReportSection> SectionsOf(const ReportSubject& subject) {
     std::vector<ReportSection> sections;
     if (!subject.study.notes.empty())
-        sections.push_back({KeyOf('n', 0), Translated("Notes")});
+        sections.push_back({SectionKey('n', 0), Translated("Notes")});
     for (const DataSet& dataSet : subject.dataSets)
-        sections.push_back({KeyOf('d', dataSet.id), dataSet.name});
+        sections.push_back({SectionKey('d', dataSet.id), dataSet.name});
     for (const Analysis& analysis : subject.analyses)
-        sections.push_back({KeyOf('a', analysis.id), analysis.name});
+        sections.push_back({SectionKey('a', analysis.id), analysis.name});
     return sections;
 }
 
