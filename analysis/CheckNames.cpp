@@ -127,11 +127,16 @@ void CheckStartServices(const Model& model, Report& report) {
 }
 
 // The name counts in exactly these letters.
-std::string HelpCure(const File& file) {
+void ReportHelp(const File& file, Report& report) {
+    Finding& finding = report.Add(
+        Rule::HelpWithoutAbout, file.At(file.root->At("ProgID")),
+        "the help service has no MenuItem of the ActionItem \"About\", so its file is left out (91)",
+        "add <MenuItem Type=\"MenuItem\" ActionItem=\"About\" Path=\"Help\" PositionOrder=\"90\" Caption=\"...\"/>");
     for (const Element& element : std::span(file.root, 1 + file.root->below))
-        if (element.name == "MenuItem" && EqualText(element.Value("ActionItem"), "About"))
-            return "write ActionItem=\"About\" for " + Quoted(element.Value("ActionItem"));
-    return "add <MenuItem Type=\"MenuItem\" ActionItem=\"About\" Path=\"Help\" PositionOrder=\"90\" Caption=\"...\"/>";
+        if (element.name == "MenuItem" && EqualText(element.Value("ActionItem"), "About")) {
+            finding.cure = "write ActionItem=\"About\" for " + Quoted(element.Value("ActionItem"));
+            finding.notes = {{file.At(element.At("ActionItem")), "the entry that seems to be meant"}};
+        }
 }
 
 // The library writes into the entry before it asks whether the file counts.
@@ -146,9 +151,7 @@ void CheckHelp(const Model& model, Report& report) {
                     if (!about && entry.name == "MenuItem" && entry.Value("ActionItem") == "About")
                         about = &entry;
         if (!about)
-            report.Add(Rule::HelpWithoutAbout, file->At(file->root->At("ProgID")),
-                       "the help service has no MenuItem of the ActionItem \"About\", so its file is left out (91)",
-                       HelpCure(*file));
+            ReportHelp(*file, report);
         else if (!about->Find("Caption"))
             report.Add(Rule::HelpWithoutAbout, file->At(about->At()),
                        "the MenuItem \"About\" has no Caption for the product's name, so the file is left out (91)",
@@ -196,18 +199,21 @@ private:
         std::vector<Note> notes;
         std::string cure = WriteInstead(m_names, parent, "add an ExplorerItem of this Name, or remove Parent");
         const auto nearest = Nearest(m_names, parent);
+        const Provider* meant = nearest ? m_items.find(*nearest)->second : nullptr;
         if (const auto inactive = InactiveItem(m_model, parent)) {
             notes.push_back(
                 {inactive->file->At(inactive->element->At("Name")), "the item, in a file that isn't active"});
             cure = "write Active=\"True\" in " + Quoted(inactive->file->name) + ", which has the item";
         } else if (const Provider* shown = ItemOfText(parent); shown && !nearest) {
             cure = "write " + Quoted(shown->name) + ", which is its Name";
+        } else if (meant) {
+            notes.push_back({meant->At("Name"), "the nearest ExplorerItem"});
         }
         Finding& finding = m_report.Add(Rule::UnknownParent, item.At("Parent"),
                                         "there is no explorer item " + Quoted(parent) + " to be the Parent of " +
                                             Quoted(item.name) + ", so the application doesn't start (5)",
                                         cure, std::move(notes));
-        if (nearest && finding.notes.empty())
+        if (meant && !InactiveItem(m_model, parent))
             finding.edits = {ValueEdit(*item.file, *item.element->Find("Parent"), *nearest)};
     }
 

@@ -1,6 +1,6 @@
 // What the library rejects, fails or drops in silence is named at its place; what it takes without loss raises nothing.
-// By default some hundred mutants of each application are tried, of each kind at least one; with CORVANE_ALL_MUTANTS in
-// the environment all are.
+// By default some hundred mutants of each application are tried, of each kind at least one. With CORVANE_ALL_MUTANTS=N
+// in the environment it is N of each kind in each file, and with CORVANE_ALL_MUTANTS=all every one.
 #include "analysis/Application.h"
 #include "analysis/Check.h"
 #include "analysis/Print.h"
@@ -172,20 +172,24 @@ private:
     std::map<std::string, int> m_shown;
 };
 
-bool WantsAll() {
-    return std::getenv("CORVANE_ALL_MUTANTS") != nullptr;
-}
-
-// Of each kind one, and others up to a number, in an order that is the same each time.
+// Those that are to be tried, in an order that is the same each time.
 std::vector<std::size_t> Sample(const std::vector<Mutant>& mutants) {
     std::vector<std::size_t> order(mutants.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
-    if (WantsAll())
+    const char* wanted = std::getenv("CORVANE_ALL_MUTANTS");
+    if (wanted && std::string(wanted) == "all")
         return order;
     std::mt19937 random(16);
     for (std::size_t i = order.size(); i > 1; --i)
         std::swap(order[i - 1], order[random() % i]);
+    if (wanted) {
+        std::map<std::pair<std::string, std::string>, int> tried;
+        std::erase_if(order, [&](std::size_t i) {
+            return ++tried[{mutants[i].file, mutants[i].kind}] > std::max(1, std::atoi(wanted));
+        });
+        return order;
+    }
     std::set<std::string> kinds;
     std::stable_partition(order.begin(), order.end(),
                           [&](std::size_t i) { return kinds.insert(mutants[i].kind).second; });

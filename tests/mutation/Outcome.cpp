@@ -120,10 +120,18 @@ void AddUse(const Node& node, const std::string& tab, std::string& steps) {
         AddUse(*node.Children()[i], tab, steps);
 }
 
-// Below a folder that is only a name objects come by AddToExplorer, which no stub calls.
+// At any depth below a tab or folder that is only a name objects come by AddToExplorer, which no stub calls. Items may
+// be below themselves.
 bool IsFilledByCodeAlone(const ExplorerItemDef& item) {
-    const auto parent = item.ParentExplorerItemDef();
-    return parent && parent->ExplorerItemType() == ExplorerItemType::fwExplorerItemFolder && parent->ProgID().empty();
+    std::set<const ExplorerItemDef*> seen;
+    for (auto above = item.ParentExplorerItemDef(); above && seen.insert(above.Get()).second;
+         above = above->ParentExplorerItemDef()) {
+        const bool isTop =
+            above->ExplorerItemType() == ExplorerItemType::fwExplorerItemFolder || !above->ParentExplorerItemDef();
+        if (isTop && above->ProgID().empty())
+            return true;
+    }
+    return false;
 }
 
 // The kinds of items without a node, where each object of a kind has two children.
