@@ -104,7 +104,7 @@ void EntryButton::paintEvent(QPaintEvent*) {
     const auto group = isEnabled() ? QPalette::Active : QPalette::Disabled;
     const QColor color = palette().color(group, QPalette::WindowText);
     const QRect space = mirrored(TextRect(width()));
-    const int side = layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    constexpr int side = Qt::AlignLeft; // the painter mirrors it
     QRect used;
     painter.setPen(m_isDone.value_or(false) ? Paler(color, palette().color(QPalette::Window), 0.6F) : color);
     const int flags = Qt::TextWordWrap | Qt::AlignTop | side;
