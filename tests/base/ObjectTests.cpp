@@ -34,8 +34,6 @@ class OnlyLeft final : public ILeft {
 public:
     int Left() override { return 1; }
 };
-template <class T>
-class Boxed final : public virtual Object {};
 
 TEST(RefTest, UsingNothingFails) {
     const Ref<ILeft> oNothing;
@@ -93,19 +91,6 @@ TEST(RefTest, AConstructorMayHandOutReferencesToItself) {
     EXPECT_FALSE(bEnded);
     oChild->oParent = nullptr;
     EXPECT_TRUE(bEnded);
-}
-
-TEST(ObjectTest, TellsItsClass) {
-    int nLiving = 0;
-    EXPECT_EQ(New<Both>(nLiving)->TypeName(), "Both");
-    EXPECT_TRUE(New<Boxed<OnlyLeft>>()->TypeName().starts_with("Boxed<"));
-}
-
-TEST(ObjectTest, HasNoMembersByItself) {
-    const auto oObject = New<OnlyLeft>();
-    EXPECT_EQ(NumberOf([&] { oObject->Invoke("Left", {}); }), FailureNumber::NoSuchMember);
-    EXPECT_EQ(NumberOf([&] { oObject->Put("Left", 1.0); }), FailureNumber::NoSuchMember);
-    EXPECT_TRUE(oObject->MembersByName().empty());
 }
 
 TEST(FailureTest, TakesInForeignExceptions) {

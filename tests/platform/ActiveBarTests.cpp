@@ -198,17 +198,6 @@ TEST_F(ActiveBarTest, RenderersHearOfChangesAlone) {
     EXPECT_EQ(oTool->Caption(), "Copy");
 }
 
-TEST_F(ActiveBarTest, TheHostsBarHoldsWhatTheLibraryReliesOn) {
-    const auto oBar = NewHostActiveBar();
-    for (const auto& [sBand, sTool] : std::initializer_list<std::pair<const char*, const char*>>{
-             {"StatusBar", "Status"}, {"StatusBar", "ctlProgressBar"}, {"Explorer", "ExplorerPanel"}}) {
-        EXPECT_TRUE(oBar->Bands()->Item(sBand)->Tools()->Find(sTool)) << sTool;
-        EXPECT_FALSE(oBar->Tools()->Find(sTool)) << sTool;
-    }
-    for (const char* sTool : {"Separator", "WindowList"})
-        EXPECT_LT(oBar->Tools()->Item(sTool)->ToolId(), 4) << sTool;
-}
-
 TEST_F(ActiveBarTest, ItsPartsMayOutliveIt) {
     m_oBar = NewHostActiveBar();
     m_oBand = m_oBar->Bands()->Item("StatusBar");
