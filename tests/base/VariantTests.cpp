@@ -1,4 +1,3 @@
-#include "corvane/base/Dictionary.h"
 #include "corvane/base/Variant.h"
 #include "tests/support/RecordingUtilities.h"
 #include "tests/support/TemporaryFolder.h"
@@ -113,17 +112,6 @@ TEST(VariantTest, NumbersDontFollowTheLocale) {
     ::unsetenv("LOCPATH");
     EXPECT_EQ(sText, "1.5");
     EXPECT_EQ(fValue, 2.5F);
-}
-
-TEST(VariantTest, TellsObjectsFromPlainValues) {
-    const auto oObject = New<Dictionary>();
-    EXPECT_TRUE(Variant(oObject).IsObject());
-    EXPECT_TRUE(Variant(Ref<Object>()).IsObject());
-    EXPECT_FALSE(Variant().IsObject());
-    EXPECT_TRUE(ToObject(oObject) == oObject);
-    EXPECT_FALSE(ToObject({}));
-    EXPECT_EQ(testing::NumberOf([] { (void)ToObject("text"); }), FailureNumber::TypeMismatch);
-    EXPECT_FALSE(Variant(1.0) == Variant(Long{1})); // of another type
 }
 
 } // namespace

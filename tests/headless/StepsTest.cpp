@@ -19,9 +19,7 @@ protected:
 <Window Name="Asks" Type="Dialog" State="Normal" IsMDIChild="false" IsModal="true">)" +
                                           page + R"("P.One"/>)" + page + R"("P.Two"/></Window>
 <Window Name="Refused" Type="Window" State="Normal">)" +
-                                          page + R"("P.Refused"/></Window>
-<Window Name="Shell" Type="Window" State="Normal">)" +
-                                          page + R"("corvane.framework"/></Window></Windows>
+                                          page + R"("P.Refused"/></Window></Windows>
 <ExplorerItems><ExplorerItem Name="Root" Type="Folder" ProgID="P.Root">
 <ActionItems><ActionItem Name="Open" Action="OnOpen"/></ActionItems>
 <Menus><MenuItem Type="ContextMenuItem" ActionItem="Open" PositionOrder="1" Caption="#Open"/></Menus>
@@ -132,11 +130,6 @@ TEST_F(StepsTest, MeetTheFailureOfTheFileAsItIsWritten) {
     const Failure failure = *m_application.Host().FirstFailure();
     EXPECT_EQ(failure.Number, 7);
     EXPECT_EQ(failure.Source + "/" + failure.Description, "/");
-}
-
-TEST_F(StepsTest, MakeNoSecondFramework) {
-    m_application.Take("open Shell");
-    EXPECT_EQ(m_application.Host().FirstFailure()->Number, FailureNumber::CannotCreateObject);
 }
 
 TEST_F(StepsTest, TellWhatIsOtherwiseThanExpected) {
