@@ -166,6 +166,11 @@ TEST(Severity, IsWhatTheLibraryDoesWithTheFolder) {
                                  isError && check::LeavesOutTheFile(row.rule), isError};
         EXPECT_EQ(BehaviourOf(folder, true), expected) << check::TextOf(row.rule).name;
     }
+    CheckedFolder folder;
+    // Here no host brings a root object, so nothing starts without one.
+    folder.Write("Services/Base.xml", R"(<Service Name="Base" ProgID="Corvane.Framework"/>)");
+    EXPECT_NE(folder.Text().find("[framework-left-out]"), std::string::npos) << folder.Text();
+    EXPECT_EQ(BehaviourOf(folder, true), (Behaviour{false, false, true}));
 }
 
 } // namespace corvane::testing
