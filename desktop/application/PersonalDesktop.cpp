@@ -27,12 +27,17 @@ QString DescriptionOf(const Tool& tool) {
     return description;
 }
 
+// Users don't know services by their names.
+QString WhoseIs(const CommandEntry& command) {
+    return command.owner.kind == Owner::Kind::Service ? QString() : command.owner.Text();
+}
+
 // The window or the item of the explorer that a command would act on now; of others whose it is.
 QString ActsOn(const CommandEntry& command, const MdiForm& mainForm) {
     QString target;
     const Ref<ActionItem> action = command.Action();
     if (!action || !command.WhyNot().isEmpty())
-        return command.owner.Text();
+        return WhoseIs(command);
     if (command.owner.kind == Owner::Kind::Page) {
         if (const Ref<Form> form = mainForm.ActiveForm())
             target = TitleOf(*form);
@@ -40,7 +45,7 @@ QString ActsOn(const CommandEntry& command, const MdiForm& mainForm) {
         if (const auto item = CorvaneMain::QueryExplorerItem(action->ActionsProviderObj()))
             target = QString::fromStdString(item->DisplayName());
     }
-    return target.isEmpty() ? command.owner.Text() : PersonalDesktop::tr("acts on “%1”").arg(target);
+    return target.isEmpty() ? WhoseIs(command) : PersonalDesktop::tr("acts on “%1”").arg(target);
 }
 
 constexpr const char* logName = "Log"; // of its dock

@@ -80,7 +80,7 @@ TEST_F(PaletteTest, FewLettersAndEnterChooseACommand) {
     ASSERT_TRUE(palette);
     const auto* model = palette->List().model();
     ASSERT_EQ(model->rowCount(), 2);
-    EXPECT_EQ(model->data(model->index(0, 0), Qt::AccessibleTextRole).toString(), "Ask for an Answer, File, Trouble");
+    EXPECT_EQ(model->data(model->index(0, 0), Qt::AccessibleTextRole).toString(), "Ask for an Answer, File");
     QTest::keyClick(&palette->Field(), Qt::Key_Return);
     QApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
