@@ -549,7 +549,7 @@ bool TakesFormat(const Ref<IXmlService>& xml, const Ref<IXmlSchemaCache>& schema
     return OnlyLists(schema) && document->LoadXml(whole) && document->Validate(schema).sReason.empty();
 }
 
-// Whether the library reads the records of a file; where its Active is no truth value, there is a finding.
+// Whether the library reads the records of a file; an Active that is neither true nor false is reported elsewhere.
 bool TakesPart(const Element& root) {
     const Attribute* active = root.Find("Active");
     if (!active || root.Value("ProgID").empty())
