@@ -3,6 +3,7 @@
 
 #include "corvane/author/ExplorerItem.h"
 #include "corvane/author/Items.h"
+#include "corvane/author/Translation.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"

@@ -4,6 +4,7 @@
 
 #include "corvane/author/Page.h"
 #include "corvane/author/Rows.h"
+#include "corvane/author/Translation.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Preferences.h"
 #include "corvane/core/Singleton.h"

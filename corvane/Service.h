@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvane/author/Service.h"
+#include "corvane/author/Translation.h"
 #include "corvane/base/PluginExport.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Preferences.h"

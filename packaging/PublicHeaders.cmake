@@ -18,6 +18,7 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/author/Page.h
   corvane/author/Rows.h
   corvane/author/Service.h
+  corvane/author/Translation.h
 
   corvane/base/Automation.h
   corvane/base/Badge.h

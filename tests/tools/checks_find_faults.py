@@ -122,6 +122,16 @@ class Links(unittest.TestCase):
 
 
 class PublicHeaders(unittest.TestCase):
+    def faults_for(self, text, sample="", page=""):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, content in (("packaging/PublicHeaders.cmake", "set(HEADERS # of corvane/C.h\n  corvane/A.h)"),
+                                  ("corvane/A.h", f"#pragma once\nnamespace corvane {{\n{text}\n}}\n"),
+                                  ("corvane/B.h", ""), ("samples/a.cpp", sample), ("docs/a.md", page)):
+                write(pathlib.Path(folder), name, content)
+            run = subprocess.run([sys.executable, CHECK_PUBLIC_HEADERS, folder], capture_output=True, text=True)
+            self.assertEqual(run.returncode, 1 if run.stdout else 0, run.stderr)
+            return run.stdout.splitlines()
+
     def test_faults(self):
         for text, faults in (
             ('class __attribute__((visibility("default"))) A {\n    void B();\n};', []),
@@ -133,12 +143,11 @@ class PublicHeaders(unittest.TestCase):
             ('[[gnu::visibility("default")]] void A();\n#include "corvane/B.h"',
              ['corvane/A.h:4: includes "corvane/B.h", which isn\'t public']),
         ):
-            with tempfile.TemporaryDirectory() as folder:
-                write(pathlib.Path(folder), "packaging/PublicHeaders.cmake", "set(HEADERS # of corvane/C.h\n  corvane/A.h)")
-                write(pathlib.Path(folder), "corvane/A.h", f"#pragma once\nnamespace corvane {{\n{text}\n}}\n")
-                run = subprocess.run([sys.executable, CHECK_PUBLIC_HEADERS, folder], capture_output=True, text=True)
-                self.assertEqual(run.stdout.splitlines(), faults)
-                self.assertEqual(run.returncode, 1 if faults else 0, run.stderr)
+            self.assertEqual(self.faults_for(text), faults)
+        unknown = ' "corvane/B.h" isn\'t installed, so no plug-in can include it'
+        sample = '#include "corvane/A.h"\n#include "a.h"\n#include "corvane/B.h"\n'
+        self.assertEqual(self.faults_for("", sample, "`corvane/A.h`\n`corvane/B.h`\n"),
+                         ["samples/a.cpp:3:" + unknown, "docs/a.md:2:" + unknown])
 
 
 class Translations(unittest.TestCase):
