@@ -55,7 +55,47 @@ std::string ProcedureIn(const CallPlace& oWhere) {
     return sProcedure;
 }
 
+void DoTask(JobTask& oTask) {
+    std::optional<Failure> oFailure;
+    try {
+        oTask.Work(WithoutJob());
+    } catch (const Failure& oRaised) {
+        oFailure = oRaised;
+    }
+    JobOutcome oOutcome{.pFailure = oFailure ? &*oFailure : nullptr};
+    oTask.Done(oOutcome);
+    if (oFailure && !oOutcome.bFailureSeen)
+        throw *oFailure;
+}
+
 } // namespace detail
+
+namespace {
+
+// Without a state, so that it may be used by all at the same time.
+class NoProgress final : public JobProgress {
+public:
+    using JobProgress::SetPart;
+    void SetText(std::string) override {}
+    void SetPart(Double) override {}
+    void Log(std::string) override {}
+    [[nodiscard]] bool IsCancelled() const override { return false; }
+    std::vector<std::reference_wrapper<JobProgress>> Split(const std::vector<Double>& aWeights) override {
+        return {aWeights.size(), std::ref<JobProgress>(*this)};
+    }
+    void RunParts(const std::vector<Double>& aWeights,
+                  const std::function<void(std::size_t iPart, JobProgress& oPart)>& fnPart) override {
+        for (std::size_t i = 0; i < aWeights.size(); ++i)
+            fnPart(i, *this);
+    }
+};
+
+} // namespace
+
+JobProgress& WithoutJob() {
+    static NoProgress oNone;
+    return oNone;
+}
 
 Ref<Window> WindowOfOwner(const Ref<Object>& oOwner) {
     if (const auto oWindow = oOwner.TryAs<Window>())

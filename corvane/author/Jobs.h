@@ -140,8 +140,14 @@ private:
                                                    std::string sProcedure);
 // "BirdsService.OnImport" of "void birds::BirdsService::OnImport()", also of a lambda in it.
 [[nodiscard, gnu::visibility("default")]] std::string ProcedureIn(const CallPlace& oWhere);
+// Both halves at once, here. Raises the failure of the work unless the task has dealt with it.
+[[gnu::visibility("default")]] void DoTask(JobTask& oTask);
 
 } // namespace detail
+
+// The progress of work that isn't a job, so that a function which takes one can be called anywhere: it is never
+// cancelled, no one sees it, and parts run one after another. The same object for all threads.
+[[nodiscard, gnu::visibility("default")]] JobProgress& WithoutJob();
 
 // Starts work(JobProgress&) or work(), which returns a plain value or nothing, on a thread of the host's. Then done is
 // called on the thread of the user interface, where StartJob is called as well. It is done(value) or, for work without
@@ -158,6 +164,18 @@ Ref<IJob> StartJob(JobOptions oOptions, W fnWork, D fnDone, const CallPlace& oWh
 template <class W>
 Ref<IJob> StartJob(JobOptions oOptions, W fnWork, const CallPlace& oWhere = CallPlace::current()) {
     return StartJob(std::move(oOptions), std::move(fnWork), detail::NoDone{}, oWhere);
+}
+
+// The same if it takes long, by what the caller knows of it; otherwise work and done have run, here, when the call
+// returns. The result is nothing then, and a failure of the work that done doesn't take is raised.
+template <class W, class D>
+Ref<IJob> StartJobIf(bool bTakesLong, JobOptions oOptions, W fnWork, D fnDone,
+                     const CallPlace& oWhere = CallPlace::current()) {
+    if (bTakesLong)
+        return StartJob(std::move(oOptions), std::move(fnWork), std::move(fnDone), oWhere);
+    detail::WorkTask<W, D> oTask(std::move(fnWork), std::move(fnDone));
+    detail::DoTask(oTask);
+    return nullptr;
 }
 
 // Parts of one piece of work, on all processors: made, filled and run inside of work. Its progress is that of the parts
