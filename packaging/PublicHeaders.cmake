@@ -113,6 +113,12 @@ set(CORVANE_PUBLIC_HEADERS
   desktop/IQtPage.h
   desktop/QtPage.h)
 
+# What plug-ins with a database of their own include beside them.
+set(CORVANE_DATABASE_HEADERS
+  database/Database.h
+  database/SharedLock.h
+  database/UndoLog.h)
+
 # What tests of applications include beside them.
 set(CORVANE_TESTING_HEADERS
   corvane/Testing.h
