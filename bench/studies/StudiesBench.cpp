@@ -109,23 +109,23 @@ void MeasureTable(const std::filesystem::path& folder) {
         options.figure = figure;
         options.resamples = resamples;
         const double ours =
-            BestJob(1, [&](corvane::JobProgress& progress) { (void)RunBootstrap(values, options, &progress); });
+            BestJob(1, [&](corvane::JobProgress& progress) { (void)RunBootstrap(values, options, progress); });
         Print("bootstrap, " + std::to_string(resamples) + " x " + std::string(NameOf(figure)), ours, others,
               std::string(NameOf(figure)));
     }
     Table numbers = table;
     numbers.columns.pop_back();
-    Print("summary of the numbers", BestJob(3, [&](auto& progress) { (void)RowsOfSummary(numbers, "", 2, &progress); }),
+    Print("summary of the numbers", BestJob(3, [&](auto& progress) { (void)RowsOfSummary(numbers, "", 2, progress); }),
           others, "describe");
     const auto rows = [&](const RowView& view) {
-        return BestJob(3, [&, view](corvane::JobProgress& progress) { (void)RowsOf(table, view, &progress); });
+        return BestJob(3, [&, view](corvane::JobProgress& progress) { (void)RowsOf(table, view, progress); });
     };
     Print("sort by number", rows({1, false, -1, ""}), others, "sort-number");
     Print("sort by text", rows({19, false, -1, ""}), others, "sort-text");
     for (const char* filter : {"4", "43", "43.1", "43.15", "specimen 19", "zz"})
         Print("filter any column, \"" + std::string(filter) + "\"", rows({-1, false, -1, filter}), others, "");
     Print("filter a column, \"> 50\"", rows({-1, false, 2, "> 50"}), others, "");
-    Print("read the file", BestJob(1, [&](auto& progress) { (void)ReadCsvFile(path, {}, &progress); }), others, "");
+    Print("read the file", BestJob(1, [&](auto& progress) { (void)ReadCsvFile(path, {}, progress); }), others, "");
     const std::string store = (folder / "bench.sqlite").string();
     const Id id = Store(store).ReserveDataSet();
     Print("write it into the store", BestJob(1, [&](auto& progress) { WriteDataTable(store, id, table, progress); }),

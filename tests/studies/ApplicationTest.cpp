@@ -267,7 +267,7 @@ TEST_F(StudiesApplication, AnotherWindowOnTheSameStudiesIsReportedAndFollowed) {
     EXPECT_TRUE(m_host->ActiveTree()->IsEditingLabel()) << "what is being typed isn't taken away";
     EXPECT_EQ(NameProblem("Mine"), "The study is called “Else” by now, by another window of Studies.");
     m_host->ActiveTree()->CancelLabelEdit();
-    other->DeleteStudy(other->Studies()[1].id);
+    other->Delete({{'s', other->Studies()[1].id}});
     m_host->Timers().TickAll();
     EXPECT_EQ(Selected(), "Birds");
     other.reset();
@@ -551,7 +551,7 @@ TEST_F(StudiesWindows, ResultsThatTookTimeAreUnsavedUntilTheyAreSaved) {
     // Deleted under a window that would lose a result, it is a new one.
     m_host->Do([&] { document->SetResult({342, 4201.8, 43, {4117, 4286}}, settings, values); });
     m_host->Do([&] {
-        document->Data()->Space()->GetStore().DeleteAnalysis(document->Number());
+        document->Data()->Space()->GetStore().Delete({{'a', document->Number()}});
         document->Data()->Space()->Tell("");
     });
     EXPECT_EQ(Captions(), "Histogram of penguins.csv: body mass");

@@ -4,7 +4,6 @@
 #include "Chart.h"
 #include "ComparisonText.h"
 #include "Csv.h"
-#include "Distributions.h"
 #include "Figures.h"
 #include "Histogram.h"
 #include "Report.h"
@@ -174,7 +173,7 @@ TEST(Bootstrap, FindsTheSameOnAnyNumberOfThreads) {
         EXPECT_GT(plain.interval.high, plain.figure) << NameOf(figure);
         for (const std::size_t threads : {0U, 1U, 3U}) {
             const BootstrapResult result = *RunAsJob(
-                threads, [&](corvane::JobProgress& progress) { return RunBootstrap(values, options, &progress); });
+                threads, [&](corvane::JobProgress& progress) { return RunBootstrap(values, options, progress); });
             EXPECT_EQ(result.error, plain.error) << threads;
             EXPECT_EQ(result.interval.low, plain.interval.low) << threads;
             EXPECT_EQ(result.interval.high, plain.interval.high) << threads;
@@ -190,7 +189,7 @@ TEST(Bootstrap, EndsSoonWhenItIsCancelled) {
     for (const std::size_t threads : {0U, 3U}) {
         std::optional<double> reached;
         EXPECT_FALSE(RunAsJob(
-            threads, [&](corvane::JobProgress& progress) { return RunBootstrap(sample, options, &progress); }, 0.1,
+            threads, [&](corvane::JobProgress& progress) { return RunBootstrap(sample, options, progress); }, 0.1,
             &reached));
         EXPECT_GE(reached, 0.1);
         EXPECT_LT(reached, 0.2) << threads;

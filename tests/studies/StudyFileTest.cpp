@@ -90,13 +90,13 @@ TEST_F(StudyFile, IsWrittenAndOpenedAsAWholeOrNotAtAll) {
     EXPECT_FALSE(RunAsJob(
         0,
         [&](corvane::JobProgress& progress) {
-            WriteStudyFile(subject, m_path, &progress);
+            WriteStudyFile(subject, m_path, progress);
             return 0;
         },
         0.3));
     EXPECT_EQ(Bytes(m_path), before);
     WriteStudyFile(subject, m_path);
-    const auto copy = [&](corvane::JobProgress& progress) { return CopyStudyFile(m_path, empty.Path(), &progress); };
+    const auto copy = [&](corvane::JobProgress& progress) { return CopyStudyFile(m_path, empty.Path(), progress); };
     EXPECT_FALSE(RunAsJob(0, copy, 0.3));
     EXPECT_EQ(Database(empty.Path()).WholeOf("SELECT count(*) FROM sqlite_master WHERE name GLOB 'data_[0-9]*'"), 0);
     EXPECT_TRUE(RunAsJob(0, copy));

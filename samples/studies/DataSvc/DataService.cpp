@@ -103,12 +103,11 @@ void DataService::WithData(const std::string& path, const std::function<void(con
             return then(m_workspace->DataSet(dataSet.id));
     const CsvOptions options{0, true};
     std::error_code unknown;
-    if (const std::uintmax_t bytes = std::filesystem::file_size(path, unknown); unknown || bytes <= atOnce)
-        return then(Add(path, std::make_shared<const CsvResult>(ReadCsvFile(path, options))));
-    StartJob(
-        {.title = Translated("Read %1", {FileNameOf(path)}), .owner = Ref<Object>(this)},
+    const std::uintmax_t bytes = std::filesystem::file_size(path, unknown);
+    StartJobIf(
+        !unknown && bytes > atOnce, {.title = Translated("Read %1", {FileNameOf(path)}), .owner = Ref<Object>(this)},
         [path, options](JobProgress& progress) {
-            return std::make_shared<const CsvResult>(ReadCsvFile(path, options, &progress));
+            return std::make_shared<const CsvResult>(ReadCsvFile(path, options, progress));
         },
         [this, path, then](const std::shared_ptr<const CsvResult>& read) { then(Add(path, read)); });
 }
@@ -128,7 +127,7 @@ Ref<DataSetContext> DataService::Add(const std::string& path, const std::shared_
             continue;
         if (m_workspace->IsInUse(dataSet.id)) // opened meanwhile
             return m_workspace->DataSet(dataSet.id);
-        store.DeleteDataSet(dataSet.id); // the file may be another by now
+        store.Delete({{'d', dataSet.id}}); // the file may be another by now
         store.ForgetSteps();
     }
     return m_workspace->Add(m_studyId, store.FreeDataSetName(FileNameOf(path), m_studyId), path,

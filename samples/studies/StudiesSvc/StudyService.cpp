@@ -173,16 +173,8 @@ void StudyService::DeleteSelected(const StoreItem& item) {
         places = {item.Place()};
     if (!WantsDeletion(places))
         return;
-    const StorePlace first = places.front();
-    const std::string name = Quoted(TheStore().Contents().at(first).name);
-    if (places.size() > 1)
-        TheStore().Delete(places);
-    else if (first.first == 's')
-        TheStore().DeleteStudy(first.second);
-    else if (first.first == 'd')
-        TheStore().DeleteDataSet(first.second);
-    else
-        TheStore().DeleteAnalysis(first.second);
+    const std::string name = Quoted(TheStore().Contents().at(places.front()).name);
+    TheStore().Delete(places);
     m_workspace->Tell(places.size() == 1 ? Translated("%1 has been deleted; Undo restores it", {name})
                                          : Translated("%1 items have been deleted; Undo restores them",
                                                       {std::to_string(places.size())}));

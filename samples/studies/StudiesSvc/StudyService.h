@@ -94,10 +94,8 @@ private:
     bool Select(Id studyId);
     bool SelectNode(const std::string& key);
     [[nodiscard]] bool WantsAnother(const std::string& name);
-    void TakeStudy(StudyContents contents, const std::string& path);
     void ShowImported(Id dataSetId);
     void OpenImported(Id dataSetId);
-    void FinishKeeping(const corvane::Ref<DataSetContext>& file, const SharedTable& table, Id studyId, Id reserved);
     void Import(const std::string& path, Id studyId, void (StudyService::*then)(Id dataSetId));
     [[nodiscard]] std::vector<std::string> ChosenAndNext() const;
     void SelectFirst(const std::vector<std::string>& keys);

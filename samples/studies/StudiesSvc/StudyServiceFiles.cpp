@@ -39,13 +39,10 @@ void StudyService::ExportStudy(Id studyId) {
         return;
     const ReportSubject subject = SubjectOf(TheStore(), studyId);
     const std::string done = Translated("%1 has been exported to %2", {subject.study.name, path});
-    if (IsSmall(subject.values, 1)) {
-        WriteStudyFile(subject, path);
-        return SetStatus(done);
-    }
-    StartJob(
+    StartJobIf(
+        !IsSmall(subject.values, 1),
         {.title = Translated("Export %1", {subject.study.name}), .owner = Ref<Object>(this), .writes = {path}},
-        [subject, path](JobProgress& progress) { WriteStudyFile(subject, path, &progress); },
+        [subject, path](JobProgress& progress) { WriteStudyFile(subject, path, progress); },
         [done, name = subject.study.name](JobResult<void>& result) {
             if (result.WasCancelled())
                 return SetStatus(Translated("Cancelled; %1 hasn't been exported", {name}));
@@ -77,87 +74,42 @@ void StudyService::OpenStudy(const std::string& path) {
     const StudyFileHead head = LookAtStudyFile(path);
     if (!WantsAnother(head.name))
         return;
-    const auto copy = [path, store = TheStore().Path()](JobProgress* progress) {
-        return std::make_shared<StudyContents>(CopyStudyFile(path, store, progress));
-    };
-    if (IsSmall(head.values, 1)) {
-        TheStore().BeginBeside();
-        std::shared_ptr<StudyContents> contents;
-        try {
-            contents = copy(nullptr);
-        } catch (...) {
-            TheStore().EndBeside();
-            throw;
-        }
-        TheStore().EndBeside();
-        return TakeStudy(std::move(*contents), path);
-    }
-    StartJob(
+    TheStore().BeginBeside();
+    StartJobIf(
+        !IsSmall(head.values, 1),
         {.title = Translated("Open %1", {FileNameOf(path)}), .owner = Ref<Object>(this), .writes = {"imported data"}},
-        [copy](JobProgress& progress) { return copy(&progress); },
-        [this, path](JobResult<std::shared_ptr<StudyContents>>& result) {
+        [path, store = TheStore().Path()](JobProgress& progress) { return CopyStudyFile(path, store, progress); },
+        [this, path](JobResult<StudyContents>& result) {
             TheStore().EndBeside();
             if (result.WasCancelled())
                 return SetStatus(Translated("Cancelled; %1 hasn't been opened", {FileNameOf(path)}));
-            TakeStudy(std::move(*result.Value()), path);
+            const Id id = TheStore().AddStudy(std::move(result.Value()));
+            m_workspace->Tell(
+                Translated("“%1” has been opened from %2", {TheStore().StudyOf(id).name, FileNameOf(path)}));
+            Select(id);
         });
-    TheStore().BeginBeside();
-}
-
-void StudyService::TakeStudy(StudyContents contents, const std::string& path) {
-    const Id id = TheStore().AddStudy(std::move(contents));
-    m_workspace->Tell(Translated("“%1” has been opened from %2", {TheStore().StudyOf(id).name, FileNameOf(path)}));
-    Select(id);
 }
 
 void StudyService::KeepData(const Ref<KeepRequest>& request) {
     if (!m_workspace)
         FailWith(m_storeProblem);
-    Store& store = TheStore();
     const Ref<DataSetContext> file = request->Data();
-    if (const auto it = m_kept.find(file->Number()); it != m_kept.end() && store.HasDataSet(it->second))
+    if (const auto it = m_kept.find(file->Number()); it != m_kept.end() && TheStore().HasDataSet(it->second))
         return request->Done(m_workspace->DataSet(it->second));
     std::vector<Ref<KeepRequest>>& waiting = m_keeping[file->Number()];
     waiting.push_back(request);
     if (waiting.size() > 1) // a job is on its way
         return;
-    const SharedTable table = file->Shared();
-    const Id studyId = ActiveStudy();
-    if (IsSmall(table->rows, table->columns.size()))
-        return FinishKeeping(file, table, studyId, 0);
-    const Id reserved = store.ReserveDataSet();
-    StartJob(
-        {.title = Translated("Import %1", {file->Info().name}),
-         .owner = Ref<Object>(this),
-         .writes = {"imported data"}},
-        [reserved, table, path = store.Path()](JobProgress& progress) {
-            WriteDataTable(path, reserved, *table, progress);
-        },
-        [this, file, table, studyId, reserved](JobResult<void>& result) {
-            TheStore().EndBeside();
-            if (result.WasCancelled() || result.Error())
-                m_keeping.erase(file->Number());
-            if (result.WasCancelled())
-                return SetStatus(Translated("Cancelled; %1 hasn't been imported", {file->Info().name}));
-            (void)result.Value();
-            FinishKeeping(file, table, studyId, reserved);
-        });
-    store.BeginBeside();
-}
-
-// The study may have gone meanwhile.
-void StudyService::FinishKeeping(const Ref<DataSetContext>& file, const SharedTable& table, Id studyId, Id reserved) {
-    const auto waiting = m_keeping.extract(file->Number());
-    Store& store = TheStore();
     const DataSet info = file->Info();
-    const Id study = store.HasStudy(studyId) ? studyId : store.CreateStudy(store.FreeName(Translated("Study")));
-    const Id kept = store.ImportDataSet(study, store.FreeDataSetName(info.name, study), info.source, *table, reserved);
-    m_kept[file->Number()] = kept;
-    const Ref<DataSetContext> data = m_workspace->DataSet(kept);
-    data->Take(table);
-    m_workspace->Tell(Translated("%1 imported into %2", {info.name, "“" + store.StudyOf(study).name + "”"}));
-    for (const Ref<KeepRequest>& request : waiting.mapped())
-        request->Done(data);
+    m_workspace->Import({ActiveStudy(), TheStore().FreeName(Translated("Study")), info.name, info.source},
+                        file->Shared(), [this, file](const Ref<DataSetContext>& data) {
+                            const auto served = m_keeping.extract(file->Number());
+                            if (!data)
+                                return;
+                            m_kept[file->Number()] = data->Number();
+                            for (const Ref<KeepRequest>& each : served.mapped())
+                                each->Done(data);
+                        });
 }
 
 std::string StudyService::DropProblem(const Dropped& dropped, Id studyId) const {

@@ -2,7 +2,6 @@
 
 #include "Errors.h"
 #include "Statistics.h"
-#include "corvane/author/Jobs.h"
 
 #include <algorithm>
 #include <cmath>
@@ -104,12 +103,11 @@ private:
 constexpr int inOnePart = 20; // resamples: many enough for the parts to cost nothing, few enough to divide well
 
 std::vector<double> FiguresOfResamples(const Sample& sample, const BootstrapOptions& options, int first, int last,
-                                       const corvane::JobProgress* progress) {
+                                       const corvane::JobProgress& progress) {
     Resampler resampler(sample, options);
     std::vector<double> figures;
     for (int resample = first; resample < last; ++resample) {
-        if (progress)
-            progress->StopIfCancelled();
+        progress.StopIfCancelled();
         figures.push_back(resampler.Figure(resample));
     }
     return figures;
@@ -144,7 +142,7 @@ BootstrapFigure BootstrapFigureOf(std::string_view name) {
 }
 
 BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOptions& options,
-                             corvane::JobProgress* progress) {
+                             corvane::JobProgress& progress) {
     std::vector<double> present;
     std::copy_if(values.begin(), values.end(), std::back_inserter(present),
                  [](double value) { return !std::isnan(value); });
@@ -153,22 +151,18 @@ BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOpti
     if (options.resamples < 2)
         FailWith(Translated("At least two resamples are needed."));
     const Sample sample(std::move(present));
-    std::vector<double> figures;
-    if (progress) {
-        corvane::JobGroup<std::vector<double>> group(*progress);
-        for (int first = 0; first < options.resamples; first += inOnePart) {
-            const int last = std::min(first + inOnePart, options.resamples);
-            group.Add(
-                [&sample, &options, first, last](const corvane::JobProgress& part) {
-                    return FiguresOfResamples(sample, options, first, last, &part);
-                },
-                last - first);
-        }
-        for (const std::vector<double>& part : group.Run())
-            figures.insert(figures.end(), part.begin(), part.end());
-    } else {
-        figures = FiguresOfResamples(sample, options, 0, options.resamples, nullptr);
+    corvane::JobGroup<std::vector<double>> group(progress);
+    for (int first = 0; first < options.resamples; first += inOnePart) {
+        const int last = std::min(first + inOnePart, options.resamples);
+        group.Add(
+            [&sample, &options, first, last](const corvane::JobProgress& part) {
+                return FiguresOfResamples(sample, options, first, last, part);
+            },
+            last - first);
     }
+    std::vector<double> figures;
+    for (const std::vector<double>& part : group.Run())
+        figures.insert(figures.end(), part.begin(), part.end());
     BootstrapResult result;
     result.count = sample.sorted.size();
     result.figure = options.figure == BootstrapFigure::Median      ? Quantile(sample.sorted, 0.5)

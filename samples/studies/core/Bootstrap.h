@@ -3,16 +3,13 @@
 
 #include "Histogram.h"
 #include "Inference.h"
+#include "corvane/author/Jobs.h"
 
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
-
-namespace corvane {
-class JobProgress;
-}
 
 namespace studies {
 
@@ -43,6 +40,6 @@ struct BootstrapResult {
 // As a job, with a progress, on all processors; the result is the same on any number of them, and without a job. Fails
 // for fewer than two values, and for fewer than two resamples.
 [[nodiscard]] BootstrapResult RunBootstrap(std::span<const double> values, const BootstrapOptions& options,
-                                           corvane::JobProgress* progress = nullptr);
+                                           corvane::JobProgress& progress = corvane::WithoutJob());
 
 } // namespace studies

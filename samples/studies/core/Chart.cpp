@@ -1,6 +1,5 @@
 #include "Chart.h"
 
-#include "Distributions.h"
 #include "Errors.h"
 #include "Histogram.h"
 #include "Inference.h"

@@ -2,7 +2,6 @@
 
 #include "Errors.h"
 #include "TextFile.h"
-#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 #include "corvane/base/Text.h"
 
@@ -374,7 +373,7 @@ char DetectDelimiter(std::string_view text, std::size_t skipLines) {
     return bestCharacter;
 }
 
-CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::JobProgress* progress) {
+CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::JobProgress& progress) {
     CsvResult result;
     result.delimiter = options.delimiter != 0 ? options.delimiter : DetectDelimiter(text, options.skipLines);
     CsvScanner scanner(text, result.delimiter, options.skipLines);
@@ -391,9 +390,9 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::Job
     };
     constexpr double rowsShare = 0.7; // of the time; the rest goes into numbers
     for (bool more = !options.header || scanner.Next(record); more; more = scanner.Next(record)) {
-        if (progress && table.rows % 1000 == 0) {
-            progress->StopIfCancelled();
-            progress->SetPart(rowsShare * static_cast<double>(scanner.Read()) / static_cast<double>(text.size()));
+        if (table.rows % 1000 == 0) {
+            progress.StopIfCancelled();
+            progress.SetPart(rowsShare * static_cast<double>(scanner.Read()) / static_cast<double>(text.size()));
         }
         const std::string problem = ProblemOf(record, table.columns.size());
         if (!problem.empty()) {
@@ -410,17 +409,15 @@ CsvResult ReadCsv(std::string_view text, const CsvOptions& options, corvane::Job
     }
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         Column& column = table.columns[i];
-        if (progress) {
-            progress->StopIfCancelled();
-            progress->SetPart(rowsShare +
-                              (1 - rowsShare) * static_cast<double>(i) / static_cast<double>(table.columns.size()));
-        }
+        progress.StopIfCancelled();
+        progress.SetPart(rowsShare +
+                         (1 - rowsShare) * static_cast<double>(i) / static_cast<double>(table.columns.size()));
         ReadColumn(column, i < options.columns.size() ? options.columns[i] : ColumnReading::Automatic, options, result);
     }
     return result;
 }
 
-CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options, corvane::JobProgress* progress) {
+CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options, corvane::JobProgress& progress) {
     const std::string name = std::filesystem::path(path).filename().string();
     const std::string text = ReadTextFile(path, options.encoding);
     try {
@@ -431,7 +428,7 @@ CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options, corvan
 }
 
 void WriteCsv(const Table& table, const CsvStyle& style, const std::function<void(std::string_view)>& write,
-              corvane::JobProgress* progress) {
+              corvane::JobProgress& progress) {
     constexpr std::size_t inOnePiece = 1'000'000; // bytes
     std::string text;
     const auto AddField = [&](std::size_t i, const std::string& field) {
@@ -451,9 +448,9 @@ void WriteCsv(const Table& table, const CsvStyle& style, const std::function<voi
             AddField(i, field);
         }
         text += '\n';
-        if (progress && row % 1000 == 0) {
-            progress->StopIfCancelled();
-            progress->SetPart(row, table.rows);
+        if (row % 1000 == 0) {
+            progress.StopIfCancelled();
+            progress.SetPart(row, table.rows);
         }
         if (text.size() >= inOnePiece) {
             write(text);

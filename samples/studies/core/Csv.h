@@ -4,15 +4,12 @@
 
 #include "Table.h"
 #include "TextFile.h"
+#include "corvane/author/Jobs.h"
 
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-namespace corvane {
-class JobProgress;
-}
 
 namespace studies {
 
@@ -47,11 +44,11 @@ struct CsvResult {
 // April unless the column says otherwise. Fails, naming the line, for a row with too few or too many fields and for a
 // quote that isn't closed; with skipBadRows such a row is left out.
 [[nodiscard]] CsvResult ReadCsv(std::string_view text, const CsvOptions& options = {},
-                                corvane::JobProgress* progress = nullptr);
+                                corvane::JobProgress& progress = corvane::WithoutJob());
 
 // The same for a file; its failures name the file too.
 [[nodiscard]] CsvResult ReadCsvFile(const std::string& path, const CsvOptions& options = {},
-                                    corvane::JobProgress* progress = nullptr);
+                                    corvane::JobProgress& progress = corvane::WithoutJob());
 
 struct CsvStyle {
     char delimiter = ',';
@@ -62,7 +59,7 @@ struct CsvStyle {
 [[nodiscard]] std::string WriteCsv(const Table& table, const CsvStyle& style = {});
 // The same in pieces of about a million bytes, for a job with its progress.
 void WriteCsv(const Table& table, const CsvStyle& style, const std::function<void(std::string_view)>& write,
-              corvane::JobProgress* progress = nullptr);
+              corvane::JobProgress& progress = corvane::WithoutJob());
 
 // The delimiter that divides the first rows most evenly; the comma for text of one column.
 [[nodiscard]] char DetectDelimiter(std::string_view text, std::size_t skipLines = 0);

@@ -28,7 +28,7 @@ void WriteRows(Database& database, Id dataSetId, const Table& table, std::size_t
     for (std::size_t row = first; row < last; ++row) {
         for (const Column& column : table.columns) {
             if (column.IsMissing(row))
-                insert.BindNull();
+                insert.Bind(nullptr);
             else if (column.IsNumeric())
                 insert.Bind(column.numbers[row]);
             else
@@ -39,19 +39,19 @@ void WriteRows(Database& database, Id dataSetId, const Table& table, std::size_t
 }
 
 std::vector<Column> ColumnsOf(Database& database, Id dataSetId, std::string_view schema) {
-    std::vector<Column> columns;
-    Statement rows(database, "SELECT name, type, unit, decimals FROM " + std::string(schema) +
-                                 "data_columns WHERE data_set_id=? ORDER BY position");
-    rows.Bind(dataSetId);
-    while (rows.Step())
-        columns.push_back(
-            {rows.Text(0), ColumnTypeOf(rows.Text(1)), {}, {}, rows.Text(2), static_cast<int>(rows.Whole(3))});
-    return columns;
+    return database.All(
+        "SELECT name, type, unit, decimals FROM " + std::string(schema) +
+            "data_columns WHERE data_set_id=? ORDER BY position",
+        [](const Statement& row) {
+            const auto decimals = static_cast<int>(row.Whole(3));
+            return Column{row.Text(0), ColumnTypeOf(row.Text(1)), {}, {}, row.Text(2), decimals};
+        },
+        dataSetId);
 }
 
 bool ReadMoreRows(Database& database, Id dataSetId, Table& table, std::size_t most) {
     Statement rows(database, "SELECT * FROM " + DataTable(dataSetId) + " WHERE id>? ORDER BY id LIMIT ?");
-    rows.Bind(static_cast<std::int64_t>(table.rows)).Bind(static_cast<std::int64_t>(most));
+    rows.With(table.rows, most);
     std::size_t read = 0;
     for (; rows.Step(); ++read) {
         int columnIndex = 0;
@@ -69,11 +69,10 @@ bool ReadMoreRows(Database& database, Id dataSetId, Table& table, std::size_t mo
 Table ReadDataTable(const std::string& path, Id dataSetId, corvane::JobProgress& progress) {
     constexpr std::size_t inOnePiece = 2000; // rows
     Database database(path);
-    Statement count(database, "SELECT row_count FROM data_sets WHERE id=?");
-    if (!count.Bind(dataSetId).Step())
+    if (database.WholeOf("SELECT count(*) FROM data_sets WHERE id=?", dataSetId) == 0)
         FailWith(Translated("The selection no longer exists."));
-    const auto rows = static_cast<std::size_t>(count.Whole(0));
-    count.Run();
+    const auto rows =
+        static_cast<std::size_t>(database.WholeOf("SELECT row_count FROM data_sets WHERE id=?", dataSetId));
     Table table;
     table.columns = ColumnsOf(database, dataSetId);
     for (Column& column : table.columns) {

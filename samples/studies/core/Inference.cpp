@@ -1,14 +1,30 @@
 #include "Inference.h"
 
-#include "Distributions.h"
 #include "Errors.h"
 
 #include <algorithm>
+#include <boost/math/distributions/students_t.hpp>
 #include <cmath>
 #include <limits>
 #include <string>
 
 namespace studies {
+namespace {
+
+namespace policies = boost::math::policies;
+using NoFailures =
+    policies::policy<policies::domain_error<policies::ignore_error>, policies::overflow_error<policies::ignore_error>>;
+using Student = boost::math::students_t_distribution<double, NoFailures>;
+
+} // namespace
+
+double StudentTwoSided(double t, double freedom) {
+    return 2 * cdf(complement(Student(freedom), std::abs(t)));
+}
+
+double StudentQuantile(double share, double freedom) {
+    return quantile(Student(freedom), share);
+}
 
 SampleFigures FiguresOf(std::span<const double> values) {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();

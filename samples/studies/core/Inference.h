@@ -7,6 +7,12 @@
 
 namespace studies {
 
+// Student's t distribution. How likely a value at least that far from 0 is, to either side, with that many degrees of
+// freedom, which needn't be whole; and the value with that share of the distribution below it, a share strictly between
+// 0 and 1. NaN where there is no such figure.
+[[nodiscard]] double StudentTwoSided(double t, double freedom);
+[[nodiscard]] double StudentQuantile(double share, double freedom);
+
 struct SampleFigures {
     std::size_t count = 0;
     double mean = 0;

@@ -1,7 +1,6 @@
 #include "RowView.h"
 
 #include "Errors.h"
-#include "corvane/author/Jobs.h"
 
 #include <algorithm>
 #include <array>
@@ -137,12 +136,10 @@ const Column* ColumnAt(const std::vector<Column>& columns, int index) {
 
 using Rows = std::vector<std::uint32_t>;
 
-// Calls part for pieces of so many rows, on all processors where there is a progress.
-std::vector<Rows> InParts(std::size_t rows, corvane::JobProgress* progress,
+// Calls part for pieces of so many rows, on all processors.
+std::vector<Rows> InParts(std::size_t rows, corvane::JobProgress& progress,
                           const std::function<Rows(std::size_t first, std::size_t last)>& part) {
-    if (!progress)
-        return {part(0, rows)};
-    corvane::JobGroup<Rows> group(*progress);
+    corvane::JobGroup<Rows> group(progress);
     for (std::size_t first = 0; first < rows; first += RowsOfPart)
         group.Add([&part, first, rows](const corvane::JobProgress& own) {
             own.StopIfCancelled();
@@ -151,7 +148,7 @@ std::vector<Rows> InParts(std::size_t rows, corvane::JobProgress* progress,
     return group.Run();
 }
 
-Rows Filtered(const Table& table, const RowView& view, corvane::JobProgress* progress) {
+Rows Filtered(const Table& table, const RowView& view, corvane::JobProgress& progress) {
     Rows found;
     if (view.filter.empty()) {
         found.resize(table.rows);
@@ -213,7 +210,7 @@ std::size_t CommonBegin(const Column& column, Rows::const_iterator row, Rows::co
     return common;
 }
 
-void Sort(const Column& column, bool descending, Rows& rows, corvane::JobProgress* progress) {
+void Sort(const Column& column, bool descending, Rows& rows, corvane::JobProgress& progress) {
     const auto missing =
         std::stable_partition(rows.begin(), rows.end(), [&](std::uint32_t row) { return !column.IsMissing(row); });
     const std::size_t common = CommonBegin(column, rows.begin(), missing);
@@ -233,16 +230,12 @@ void Sort(const Column& column, bool descending, Rows& rows, corvane::JobProgres
     };
     const auto at = [&](std::size_t i) { return keys.begin() + static_cast<std::ptrdiff_t>(i); };
     const std::size_t half = keys.size() / 2;
-    if (progress) {
-        corvane::JobGroup<void> group(*progress);
-        for (const auto& [first, last] : {std::pair(std::size_t{0}, half), {half, keys.size()}})
-            group.Add([&, first = first, last = last] { std::sort(at(first), at(last), before); });
-        group.Run();
-        progress->StopIfCancelled();
-        std::inplace_merge(keys.begin(), at(half), keys.end(), before);
-    } else {
-        std::sort(keys.begin(), keys.end(), before);
-    }
+    corvane::JobGroup<void> group(progress);
+    for (const auto& [first, last] : {std::pair(std::size_t{0}, half), {half, keys.size()}})
+        group.Add([&, first = first, last = last] { std::sort(at(first), at(last), before); });
+    group.Run();
+    progress.StopIfCancelled();
+    std::inplace_merge(keys.begin(), at(half), keys.end(), before);
     std::transform(keys.begin(), keys.end(), rows.begin(), [](const Key& key) { return key.row; });
 }
 
@@ -253,11 +246,11 @@ void CheckFilter(const std::vector<Column>& columns, const RowView& view) {
         (void)FilterOf(ColumnAt(columns, view.filterColumn), view.filter);
 }
 
-std::vector<std::uint32_t> RowsOf(const Table& table, const RowView& view, corvane::JobProgress* progress) {
-    const auto steps = progress ? progress->Split({1, 1}) : std::vector<std::reference_wrapper<corvane::JobProgress>>();
-    Rows rows = Filtered(table, view, progress ? &steps[0].get() : nullptr);
+std::vector<std::uint32_t> RowsOf(const Table& table, const RowView& view, corvane::JobProgress& progress) {
+    const auto steps = progress.Split({1, 1});
+    Rows rows = Filtered(table, view, steps[0]);
     if (const Column* column = ColumnAt(table.columns, view.sortColumn))
-        Sort(*column, view.descending, rows, progress ? &steps[1].get() : nullptr);
+        Sort(*column, view.descending, rows, steps[1]);
     return rows;
 }
 

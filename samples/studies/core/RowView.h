@@ -2,14 +2,11 @@
 #pragma once
 
 #include "Table.h"
+#include "corvane/author/Jobs.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
-
-namespace corvane {
-class JobProgress;
-}
 
 namespace studies {
 
@@ -28,6 +25,6 @@ void CheckFilter(const std::vector<Column>& columns, const RowView& view);
 // The positions of the rows, from 0. Letters count without regard to ASCII case, and what is missing comes last,
 // whichever way the rows go. As a job, with a progress, on all processors. Fails as CheckFilter.
 [[nodiscard]] std::vector<std::uint32_t> RowsOf(const Table& table, const RowView& view,
-                                                corvane::JobProgress* progress = nullptr);
+                                                corvane::JobProgress& progress = corvane::WithoutJob());
 
 } // namespace studies

@@ -5,9 +5,7 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
-#include <set>
 
 namespace studies {
 namespace {
@@ -17,7 +15,7 @@ constexpr std::ptrdiff_t LongestName = 120;
 
 // The tables whose changes are undone. The data themselves are in a table of their own for each data set, which stays
 // while a step or the bin may bring it back, so that a step costs no more for many rows than for few.
-constexpr std::array<const char*, 5> LoggedTables{"studies", "data_sets", "data_columns", "analyses", "bin"};
+const std::vector<std::string> LoggedTables{"studies", "data_sets", "data_columns", "analyses", "bin"};
 
 constexpr const char* Schema =
     "PRAGMA application_id=1398035780;"
@@ -71,27 +69,6 @@ std::ptrdiff_t LengthOf(std::string_view text) {
                          [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; });
 }
 
-// The trigger's SQL that writes the statement which undoes one row's change. It finds no row once another program has
-// changed that row, too.
-std::string InverseOf(std::string_view change, const std::string& table, const std::vector<std::string>& columns) {
-    std::string names;
-    std::string values;
-    std::string settings;
-    std::string asChanged;
-    for (const std::string& column : columns) {
-        const std::string between = names.empty() ? "" : ",";
-        names += between + column;
-        values += (values.empty() ? "" : "||','||") + ("quote(OLD." + column + ")");
-        settings += "||'" + between + column + "='||quote(OLD." + column + ")";
-        asChanged += (asChanged.empty() ? "||'" : "||' AND ") + column + " IS '||quote(NEW." + column + ")";
-    }
-    if (change == "INSERT")
-        return "'DELETE FROM " + table + " WHERE '" + asChanged;
-    if (change == "DELETE")
-        return "'INSERT INTO " + table + "(" + names + ") VALUES('||" + values + "||')'";
-    return "'UPDATE " + table + " SET '" + settings + "||' WHERE '" + asChanged;
-}
-
 } // namespace
 
 void MakeTables(Database& database) {
@@ -107,7 +84,9 @@ Store::Store(std::string path) : m_database(std::move(path)) {
         EmptyBin();
         DropOrphans();
     }
-    Record();
+    m_steps.emplace(
+        m_database, LoggedTables, [this] { CheckData(); },
+        Translated("This can't be undone: it has been changed in another window of Studies since."));
     m_seenVersion = DataVersion();
 }
 
@@ -162,25 +141,9 @@ void Store::Prepare() {
     if (version <= 3)
         m_database.Run(FourthSchema);
     transaction.Commit();
-    Statement check(m_database, "PRAGMA quick_check(1)");
-    if (check.Step() && check.Text(0) != "ok")
+    if (const auto check = m_database.Texts("PRAGMA quick_check(1)"); check.front() != "ok")
         FailWith(Translated("The file “%1” is damaged (%2). Move it away to start with an empty one.",
-                            {m_database.Path(), check.Text(0)}));
-}
-
-// Temporary triggers, of this connection alone, write what undoes each change of a row.
-void Store::Record() {
-    m_database.Run("CREATE TEMP TABLE undo_log(position INTEGER PRIMARY KEY, statement TEXT NOT NULL)");
-    for (const std::string table : LoggedTables) {
-        std::vector<std::string> columnList;
-        Statement columns(m_database, "SELECT name FROM pragma_table_info('" + table + "')");
-        while (columns.Step())
-            columnList.push_back(columns.Text(0));
-        for (const std::string change : {"INSERT", "UPDATE", "DELETE"})
-            m_database.Run("CREATE TEMP TRIGGER log_" + table + "_" + change + " AFTER " + change + " ON main." +
-                           table + " BEGIN INSERT INTO undo_log(statement) VALUES(" +
-                           InverseOf(change, table, columnList) + "); END");
-    }
+                            {m_database.Path(), check.front()}));
 }
 
 void Store::EmptyBin() {
@@ -189,12 +152,10 @@ void Store::EmptyBin() {
 
 // The data of data sets that are gone for good. An open store keeps them, so that an import can be redone.
 void Store::DropOrphans() {
-    std::vector<std::string> tableList;
-    Statement tables(m_database, "SELECT t.name FROM sqlite_master t WHERE t.type='table' AND t.name GLOB 'data_[0-9]*'"
-                                 " AND t.name NOT IN (SELECT 'data_'||id FROM data_sets) AND NOT EXISTS"
-                                 " (SELECT 1 FROM bin WHERE instr(data_sets, ','||substr(t.name, 6)||','))");
-    while (tables.Step())
-        tableList.push_back(tables.Text(0));
+    const auto tableList =
+        m_database.Texts("SELECT t.name FROM sqlite_master t WHERE t.type='table' AND t.name GLOB 'data_[0-9]*'"
+                         " AND t.name NOT IN (SELECT 'data_'||id FROM data_sets) AND NOT EXISTS"
+                         " (SELECT 1 FROM bin WHERE instr(data_sets, ','||substr(t.name, 6)||','))");
     if (tableList.empty())
         return;
     Transaction transaction(m_database);
@@ -203,55 +164,18 @@ void Store::DropOrphans() {
     transaction.Commit();
 }
 
-std::vector<std::string> Store::TakeLog(std::int64_t after) {
-    std::vector<std::string> statements;
-    Statement log(m_database, "SELECT statement FROM undo_log WHERE position>? ORDER BY position DESC");
-    log.Bind(after);
-    while (log.Step())
-        statements.push_back(log.Text(0));
-    return statements;
-}
-
-void Store::Perform(std::string label, const std::function<void()>& change) {
-    Transaction transaction(m_database);
-    m_database.Run("DELETE FROM undo_log");
-    m_binned = 0;
-    change();
-    Step step{std::move(label), TakeLog()};
-    transaction.Commit();
-    m_undo.push_back(std::move(step));
-    m_redo.clear();
-}
-
-void Store::TakeBack(std::vector<Step>& from, std::vector<Step>& to) {
-    if (from.empty())
-        return;
-    Transaction transaction(m_database);
-    m_database.Run("DELETE FROM undo_log");
-    for (const std::string& statement : from.back().statements) {
-        m_database.Run(statement);
-        if (m_database.ChangeCount() == 0)
-            FailWith(Translated("This can't be undone: it has been changed in another window of Studies since."));
-    }
-    CheckData();
-    Step inverse{from.back().label, TakeLog()};
-    transaction.Commit();
-    ++m_dataRevision;
-    to.push_back(std::move(inverse));
-    from.pop_back();
-}
-
 void Store::Undo() {
-    TakeBack(m_undo, m_redo);
+    m_steps->Undo();
+    ++m_dataRevision;
 }
 
 void Store::Redo() {
-    TakeBack(m_redo, m_undo);
+    m_steps->Redo();
+    ++m_dataRevision;
 }
 
 void Store::ForgetSteps() {
-    m_undo.clear();
-    m_redo.clear();
+    m_steps->Forget();
     DropOrphans();
 }
 
@@ -262,9 +186,12 @@ void Store::CheckData() {
         FailWith(Translated("The data have been deleted for good since, by another window of Studies."));
 }
 
-void Store::CheckExists(std::string_view table, Id id) {
-    Statement found(m_database, "SELECT 1 FROM " + std::string(table) + " WHERE id=?");
-    if (!found.Bind(id).Step())
+bool Store::Has(const std::string& table, Id id) {
+    return m_database.WholeOf("SELECT 1 FROM " + table + " WHERE id=?", id) != 0;
+}
+
+void Store::CheckExists(const std::string& table, Id id) {
+    if (!Has(table, id))
         FailWith(Translated("The selection no longer exists."));
 }
 
@@ -279,8 +206,7 @@ std::string Store::NameProblem(std::string_view name, Id studyId) {
         return Translated("A study's name has at most %1 letters.", {std::to_string(LongestName)});
     if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
         return Translated("A study's name must be on one line.");
-    Statement taken(m_database, "SELECT 1 FROM studies WHERE name_key=? AND id<>?");
-    if (taken.Bind(corvane::FoldText(name)).Bind(studyId).Step())
+    if (m_database.WholeOf("SELECT 1 FROM studies WHERE name_key=? AND id<>?", corvane::FoldText(name), studyId) != 0)
         return Translated("There is a study “%1” already.", {name});
     return {};
 }
@@ -289,16 +215,11 @@ std::string Store::FreeName(std::string_view base, bool numberFirst) {
     const std::string name(base);
     if (!numberFirst && NameProblem(name).empty())
         return name;
-    const std::string begin = corvane::FoldText(name + " ");
-    std::set<std::string, std::less<>> taken;
-    Statement keys(m_database, "SELECT name_key FROM studies WHERE substr(name_key, 1, length(?1))=?1");
-    keys.Bind(begin);
-    while (keys.Step())
-        taken.insert(keys.Text(0));
-    int n = numberFirst ? 1 : 2;
-    while (taken.contains(begin + std::to_string(n)))
-        ++n;
-    return name + " " + std::to_string(n);
+    const std::int64_t number =
+        m_database.WholeOf("WITH RECURSIVE numbers(n) AS (SELECT ?1 UNION ALL SELECT n + 1 FROM numbers"
+                           " WHERE EXISTS (SELECT 1 FROM studies WHERE name_key=?2||n)) SELECT max(n) FROM numbers",
+                           numberFirst ? 1 : 2, corvane::FoldText(name + " "));
+    return name + " " + std::to_string(number);
 }
 
 } // namespace studies

@@ -5,8 +5,9 @@
 #include "AnalysisSettings.h"
 #include "DataTables.h"
 #include "Database.h"
-#include "SharedLock.h"
 #include "Table.h"
+#include "database/SharedLock.h"
+#include "database/UndoLog.h"
 
 #include <cstdint>
 #include <functional>
@@ -55,7 +56,7 @@ struct Analysis {
 struct Deleted {
     Id id = 0;             // of the entry in the bin
     std::int64_t time = 0; // of the deletion, in seconds since 1970
-    std::string kind;      // "study", "data set", "analysis"
+    std::string kind;      // "study", "data set" or "analysis"
     Id itemId = 0;         // that it had, and has again
     std::string name;
 };
@@ -122,9 +123,9 @@ public:
     [[nodiscard]] DataSet DataSetOf(Id dataSetId);
     [[nodiscard]] Analysis AnalysisOf(Id analysisId);
     [[nodiscard]] Table ReadDataSet(Id dataSetId);
-    [[nodiscard]] bool HasStudy(Id studyId);
-    [[nodiscard]] bool HasDataSet(Id dataSetId);
-    [[nodiscard]] bool HasAnalysis(Id analysisId);
+    [[nodiscard]] bool HasStudy(Id studyId) { return Has("studies", studyId); }
+    [[nodiscard]] bool HasDataSet(Id dataSetId) { return Has("data_sets", dataSetId); }
+    [[nodiscard]] bool HasAnalysis(Id analysisId) { return Has("analyses", analysisId); }
     // Without their values.
     [[nodiscard]] std::vector<Column> Columns(Id dataSetId);
     // The rows of these numbers, in their order.
@@ -134,7 +135,6 @@ public:
     // fails and changes nothing, and so does an unknown number.
     Id CreateStudy(std::string_view name);
     void RenameStudy(Id studyId, std::string_view name);
-    void DeleteStudy(Id studyId);  // with all that is in it; what is deleted goes into the bin
     Id DuplicateStudy(Id studyId); // "Copy of ...", with all that is in it
     // A study of a file, whose tables have been written under the numbers of its data sets. A name that isn't free gets
     // a number.
@@ -144,8 +144,8 @@ public:
     Id ImportDataSet(Id studyId, std::string_view name, std::string_view source, const Table& table, Id reserved = 0);
     // Not a step: a number for WriteDataTable.
     [[nodiscard]] Id ReserveDataSet();
-    void DeleteDataSet(Id dataSetId); // with its analyses
-    // All of these as one step, each with an entry of its own in the bin. What is part of another of them goes with it.
+    // A study with all that is in it, a data set with its analyses. All of these are one step, each with an entry of
+    // its own in the bin. What is part of another of them goes with it.
     void Delete(const std::vector<StorePlace>& places);
     // With their analyses, or copies of both, behind what the study has. A name that is taken there gets a number.
     // Those that are in the study already aren't moved.
@@ -154,7 +154,6 @@ public:
                    const std::optional<BootstrapResult>& result = {});
     void ChangeAnalysis(Id analysisId, std::string_view name, const AnalysisSettings& settings,
                         const std::optional<BootstrapResult>& result = {});
-    void DeleteAnalysis(Id analysisId);
     void SetStudyProperties(Id studyId, std::string_view name, std::string_view notes);
     void SetDataSetProperties(Id dataSetId, const DataSetProperties& properties);
     // Fails for a text that is not a number in a column of numbers, and for a cell that another has changed, and
@@ -179,8 +178,8 @@ public:
     [[nodiscard]] static std::string CellProblem(const Column& column, std::string_view text);
 
     // What the next Undo and Redo are about, such as "Delete Study"; "" when there is nothing.
-    [[nodiscard]] std::string UndoLabel() const { return m_undo.empty() ? std::string() : m_undo.back().label; }
-    [[nodiscard]] std::string RedoLabel() const { return m_redo.empty() ? std::string() : m_redo.back().label; }
+    [[nodiscard]] std::string UndoLabel() const { return m_steps->UndoLabel(); }
+    [[nodiscard]] std::string RedoLabel() const { return m_steps->RedoLabel(); }
     void Undo();
     void Redo();
 
@@ -191,42 +190,28 @@ public:
     [[nodiscard]] std::uint64_t DataRevision() const { return m_dataRevision; }
 
 private:
-    struct Step {
-        std::string label;
-        std::vector<std::string> statements; // which take it back, in their order
-    };
-
     void Prepare();
-    void Record();
     void EmptyBin();
     void DropOrphans();
-    [[nodiscard]] std::vector<std::string> TakeLog(std::int64_t after = 0);
     [[nodiscard]] std::int64_t DataVersion();
-    void Perform(std::string label, const std::function<void()>& change);
-    void DropStudy(Id studyId);
-    void DropDataSet(Id dataSetId);
-    void DropAnalysis(Id analysisId);
-    void PutIntoBin(std::string_view kind, Id itemId, std::string_view name, const std::vector<Id>& dataSets);
-    void TakeBack(std::vector<Step>& from, std::vector<Step>& to);
-    void CheckExists(std::string_view table, Id id);
+    void Perform(std::string label, const std::function<void()>& change) { m_steps->Perform(std::move(label), change); }
+    void Drop(const StorePlace& place);
+    void PutIntoBin(const StorePlace& place, std::string_view name, const std::vector<Id>& dataSets);
+    [[nodiscard]] bool Has(const std::string& table, Id id);
+    void CheckExists(const std::string& table, Id id);
     void CheckData();
     void SetStudyName(Id studyId, std::string_view name);
     void SetDataSetName(const DataSet& dataSet, std::string_view name);
     void RenameAnalyses(const DataSet& dataSet, std::string_view newName);
-    void RecordCells(Id dataSetId, int columnIndex);
     Id CopyDataSet(const DataSet& dataSet, Id studyId);
     void CopyAnalyses(Id studyId, Id newStudyId, const std::map<Id, Id>& dataSets);
 
     Database m_database;
-    std::optional<SharedLock> m_lock; // on the file; none in memory
+    std::optional<corvane::database::SharedLock> m_lock; // on the file; none in memory
     std::int64_t m_seenVersion = 0;
-    int m_beside = 0;          // jobs
-    std::int64_t m_binned = 0; // the place in the log up to which the bin has it
-    std::vector<Step> m_undo;
-    std::vector<Step> m_redo;
+    int m_beside = 0;                                  // jobs
+    std::optional<corvane::database::UndoLog> m_steps; // once the file is ready
     std::uint64_t m_dataRevision = 0;
-    std::optional<Statement> m_dataSetsOf; // prepared once: there may be many studies
-    std::optional<Statement> m_analysesOf;
 };
 
 } // namespace studies

@@ -4,20 +4,19 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
-#include <map>
+#include <iterator>
+#include <locale>
 #include <optional>
 #include <set>
-#include <system_error>
-#include <tuple>
+#include <sstream>
 
 namespace studies {
 namespace {
 
-constexpr const char* DataSetColumns = "SELECT id, study_id, name, source, row_count, notes FROM data_sets";
-constexpr const char* AnalysisColumns =
+const std::string StudyColumns = "SELECT id, name, notes FROM studies";
+const std::string DataSetColumns = "SELECT id, study_id, name, source, row_count, notes FROM data_sets";
+const std::string AnalysisColumns =
     "SELECT id, study_id, data_set_id, name, kind, group_column, x_column, y_column, first_group, second_group,"
     " figure, bins, confidence, resamples, seed, result FROM analyses";
 
@@ -26,16 +25,9 @@ constexpr const char* AnalysisColumns =
 std::optional<BootstrapResult> ResultIn(const std::string& text) {
     constexpr std::size_t figures = 5;
     constexpr std::size_t beforeCounts = 7;
-    std::vector<double> values;
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    while (at != end) {
-        at += values.empty() ? 0 : 1;
-        const auto [next, error] = std::from_chars(at, end, values.emplace_back());
-        if (error != std::errc())
-            return {};
-        at = next;
-    }
+    std::istringstream words(text);
+    words.imbue(std::locale::classic());
+    const std::vector<double> values(std::istream_iterator<double>(words), {});
     if (values.size() < figures)
         return {};
     BootstrapResult result{static_cast<std::size_t>(values[0]), values[1], values[2], {values[3], values[4]}};
@@ -44,6 +36,10 @@ std::optional<BootstrapResult> ResultIn(const std::string& text) {
     for (std::size_t i = beforeCounts; i < values.size(); ++i)
         result.counts.push_back(static_cast<std::size_t>(values[i]));
     return result;
+}
+
+Study StudyIn(const Statement& row) {
+    return {row.Whole(0), row.Text(1), row.Text(2)};
 }
 
 DataSet DataSetIn(const Statement& row) {
@@ -70,25 +66,18 @@ Analysis AnalysisIn(const Statement& row) {
 
 StudyContents ContentsOfFile(Database& file) {
     StudyContents contents;
-    Statement study(file, "SELECT id, name, notes FROM studies");
-    if (!study.Step())
-        return contents;
-    contents.study = {study.Whole(0), study.Text(1), study.Text(2)};
-    Statement dataSets(file, std::string(DataSetColumns) + " ORDER BY id");
-    while (dataSets.Step())
-        contents.dataSets.emplace_back(DataSetIn(dataSets), ColumnsOf(file, dataSets.Whole(0)));
-    Statement analyses(file, std::string(AnalysisColumns) + " ORDER BY id");
-    while (analyses.Step())
-        contents.analyses.push_back(AnalysisIn(analyses));
+    for (Study& study : file.All(StudyColumns + " LIMIT 1", StudyIn))
+        contents.study = std::move(study);
+    for (DataSet& dataSet : file.All(DataSetColumns + " ORDER BY id", DataSetIn)) {
+        std::vector<Column> columns = ColumnsOf(file, dataSet.id);
+        contents.dataSets.emplace_back(std::move(dataSet), std::move(columns));
+    }
+    contents.analyses = file.All(AnalysisColumns + " ORDER BY id", AnalysisIn);
     return contents;
 }
 
 std::vector<Study> Store::Studies() {
-    std::vector<Study> studies;
-    Statement rows(m_database, "SELECT id, name, notes FROM studies ORDER BY id");
-    while (rows.Step())
-        studies.push_back({rows.Whole(0), rows.Text(1), rows.Text(2)});
-    return studies;
+    return m_database.All(StudyColumns + " ORDER BY id", StudyIn);
 }
 
 StoreContents Store::Contents() {
@@ -111,56 +100,26 @@ void Store::ReadTogether(const std::function<void()>& read) {
 }
 
 std::vector<DataSet> Store::DataSets(Id studyId) {
-    std::vector<DataSet> dataSets;
-    if (!m_dataSetsOf)
-        m_dataSetsOf.emplace(m_database, std::string(DataSetColumns) + " WHERE study_id=? ORDER BY id");
-    Statement& rows = m_dataSetsOf->Again().Bind(studyId);
-    while (rows.Step())
-        dataSets.push_back(DataSetIn(rows));
-    return dataSets;
+    return m_database.All(DataSetColumns + " WHERE study_id=? ORDER BY id", DataSetIn, studyId);
 }
 
 std::vector<Analysis> Store::Analyses(Id studyId) {
-    std::vector<Analysis> analyses;
-    if (!m_analysesOf)
-        m_analysesOf.emplace(m_database, std::string(AnalysisColumns) + " WHERE study_id=? ORDER BY id");
-    Statement& rows = m_analysesOf->Again().Bind(studyId);
-    while (rows.Step())
-        analyses.push_back(AnalysisIn(rows));
-    return analyses;
+    return m_database.All(AnalysisColumns + " WHERE study_id=? ORDER BY id", AnalysisIn, studyId);
 }
 
 Study Store::StudyOf(Id studyId) {
     CheckExists("studies", studyId);
-    Statement row(m_database, "SELECT name, notes FROM studies WHERE id=?");
-    row.Bind(studyId).Step();
-    return {studyId, row.Text(0), row.Text(1)};
+    return m_database.All(StudyColumns + " WHERE id=?", StudyIn, studyId).front();
 }
 
 DataSet Store::DataSetOf(Id dataSetId) {
     CheckExists("data_sets", dataSetId);
-    Statement row(m_database, std::string(DataSetColumns) + " WHERE id=?");
-    row.Bind(dataSetId).Step();
-    return DataSetIn(row);
+    return m_database.All(DataSetColumns + " WHERE id=?", DataSetIn, dataSetId).front();
 }
 
 Analysis Store::AnalysisOf(Id analysisId) {
     CheckExists("analyses", analysisId);
-    Statement row(m_database, std::string(AnalysisColumns) + " WHERE id=?");
-    row.Bind(analysisId).Step();
-    return AnalysisIn(row);
-}
-
-bool Store::HasStudy(Id studyId) {
-    return Statement(m_database, "SELECT 1 FROM studies WHERE id=?").Bind(studyId).Step();
-}
-
-bool Store::HasDataSet(Id dataSetId) {
-    return Statement(m_database, "SELECT 1 FROM data_sets WHERE id=?").Bind(dataSetId).Step();
-}
-
-bool Store::HasAnalysis(Id analysisId) {
-    return Statement(m_database, "SELECT 1 FROM analyses WHERE id=?").Bind(analysisId).Step();
+    return m_database.All(AnalysisColumns + " WHERE id=?", AnalysisIn, analysisId).front();
 }
 
 std::vector<Column> Store::Columns(Id dataSetId) {
@@ -213,7 +172,7 @@ namespace {
 
 void BindValue(Statement& statement, const Column& column, const std::string& text) {
     if (text.empty())
-        statement.BindNull();
+        statement.Bind(nullptr);
     else if (column.IsNumeric())
         statement.Bind(*NumberOf(text));
     else
@@ -233,24 +192,14 @@ void Store::SetCells(Id dataSetId, const std::vector<CellChange>& changes) {
         changed.insert(change.column);
     }
     for (const int column : changed)
-        RecordCells(dataSetId, column);
+        m_steps->Watch(DataTable(dataSetId), "c" + std::to_string(column));
     Perform(changes.size() == 1 ? Translated("Change Value") : Translated("Change Values"), [&] {
-        std::map<std::pair<int, bool>, Statement> updates; // there may be many cells
         for (const CellChange& change : changes) {
             const Column& column = columns[static_cast<std::size_t>(change.column)];
-            const std::pair key(change.column, change.before.has_value());
-            auto it = updates.find(key);
-            if (it == updates.end()) {
-                const std::string name = "c" + std::to_string(change.column);
-                it = updates
-                         .emplace(std::piecewise_construct, std::forward_as_tuple(key),
-                                  std::forward_as_tuple(
-                                      m_database, "UPDATE " + DataTable(dataSetId) + " SET " + name + "=? WHERE id=?" +
-                                                      (change.before ? " AND " + name + " IS ?" : "")))
-                         .first;
-            }
-            Statement& update = it->second;
-            BindValue(update, column, change.text);
+            const std::string name = "c" + std::to_string(change.column);
+            Statement& update = m_database.Prepared("UPDATE " + DataTable(dataSetId) + " SET " + name +
+                                                    "=? WHERE id=?" + (change.before ? " AND " + name + " IS ?" : ""));
+            BindValue(update.Again(), column, change.text);
             update.Bind(change.rowId);
             if (change.before)
                 BindValue(update, column, *change.before);
@@ -260,20 +209,9 @@ void Store::SetCells(Id dataSetId, const std::vector<CellChange>& changes) {
                                     "Studies. Enter it again to replace what is shown now.",
                                     {change.text}));
         }
-        Statement(m_database, "UPDATE analyses SET result='' WHERE data_set_id=? AND result<>''").Bind(dataSetId).Run();
+        m_database.Run("UPDATE analyses SET result='' WHERE data_set_id=? AND result<>''", dataSetId);
     });
     ++m_dataRevision;
-}
-
-// From now on changes of that column are undone. Only columns that are edited have such a trigger: one for all columns
-// would be longer than SQLite takes.
-void Store::RecordCells(Id dataSetId, int columnIndex) {
-    const std::string table = DataTable(dataSetId);
-    const std::string column = "c" + std::to_string(columnIndex);
-    m_database.Run("CREATE TEMP TRIGGER IF NOT EXISTS log_" + table + "_" + column + " AFTER UPDATE OF " + column +
-                   " ON main." + table + " BEGIN INSERT INTO undo_log(statement) VALUES('UPDATE " + table + " SET " +
-                   column + "='||quote(OLD." + column + ")||' WHERE id='||OLD.id||' AND " + column +
-                   " IS '||quote(NEW." + column + ")); END");
 }
 
 std::string Store::FreeDataSetName(std::string_view base, Id studyId) {

@@ -34,14 +34,11 @@ std::string TextOfResult(const std::optional<BootstrapResult>& result) {
 // The statement begins with the places of the name, the settings and the result; the numbers follow them.
 void WriteAnalysis(Database& database, std::string_view sql, std::string_view name, const AnalysisSettings& settings,
                    const std::optional<BootstrapResult>& result, std::initializer_list<Id> numbers) {
-    Statement write(database, sql);
-    write.Bind(name).Bind(NameOf(settings.kind));
-    for (const std::string* text :
-         {&settings.groupColumn, &settings.columnX, &settings.columnY, &settings.firstGroup, &settings.secondGroup})
-        write.Bind(*text);
-    write.Bind(NameOf(settings.bootstrap.figure)).Bind(std::int64_t{settings.bins});
-    write.Bind(settings.bootstrap.confidence).Bind(std::int64_t{settings.bootstrap.resamples});
-    write.Bind(static_cast<std::int64_t>(settings.bootstrap.seed)).Bind(TextOfResult(result));
+    const BootstrapOptions& bootstrap = settings.bootstrap;
+    Statement& write = database.Prepared(sql).With(name, NameOf(settings.kind), settings.groupColumn, settings.columnX,
+                                                   settings.columnY, settings.firstGroup, settings.secondGroup,
+                                                   NameOf(bootstrap.figure), settings.bins, bootstrap.confidence,
+                                                   bootstrap.resamples, bootstrap.seed, TextOfResult(result));
     for (const Id number : numbers)
         write.Bind(number);
     write.Run();
@@ -52,29 +49,21 @@ constexpr const char* WholeAnalysis =
     " confidence, resamples, seed, result, study_id, data_set_id) VALUES(?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)";
 
 void WriteColumns(Database& database, Id dataSetId, const std::vector<Column>& columns) {
-    Statement write(database, "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
-                              " VALUES(?,?,?,?,?,?)");
     for (std::size_t i = 0; i < columns.size(); ++i)
-        write.Bind(dataSetId)
-            .Bind(static_cast<std::int64_t>(i))
-            .Bind(columns[i].name)
-            .Bind(NameOf(columns[i].type))
-            .Bind(columns[i].unit)
-            .Bind(static_cast<std::int64_t>(columns[i].decimals))
-            .Run();
+        database.Run("INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals) VALUES(?,?,?,?,?,?)",
+                     dataSetId, i, columns[i].name, NameOf(columns[i].type), columns[i].unit, columns[i].decimals);
 }
 
 } // namespace
 
 Id WriteContents(Database& database, const StudyContents& contents) {
-    Statement study(database, "INSERT INTO studies(name, name_key, notes) VALUES(?,?,?)");
-    study.Bind(contents.study.name).Bind(corvane::FoldText(contents.study.name)).Bind(contents.study.notes).Run();
+    const Study& study = contents.study;
+    database.Run("INSERT INTO studies(name, name_key, notes) VALUES(?,?,?)", study.name, corvane::FoldText(study.name),
+                 study.notes);
     const Id id = database.LastId();
-    Statement insert(database,
-                     "INSERT INTO data_sets(id, study_id, name, source, row_count, notes) VALUES(?,?,?,?,?,?)");
     for (const auto& [dataSet, columns] : contents.dataSets) {
-        insert.Bind(dataSet.id).Bind(id).Bind(dataSet.name).Bind(dataSet.source).Bind(dataSet.rows);
-        insert.Bind(dataSet.notes).Run();
+        database.Run("INSERT INTO data_sets(id, study_id, name, source, row_count, notes) VALUES(?,?,?,?,?,?)",
+                     dataSet.id, id, dataSet.name, dataSet.source, dataSet.rows, dataSet.notes);
         WriteColumns(database, dataSet.id, columns);
     }
     for (const Analysis& analysis : contents.analyses)
@@ -87,7 +76,7 @@ Id ReserveNumber(Database& database) {
     Transaction transaction(database);
     database.Run("INSERT INTO data_sets(study_id, name, source, row_count) VALUES(0,'','',0)");
     const Id id = database.LastId();
-    Statement(database, "DELETE FROM data_sets WHERE id=?").Bind(id).Run();
+    database.Run("DELETE FROM data_sets WHERE id=?", id);
     transaction.Commit();
     return id;
 }
@@ -97,8 +86,7 @@ Id Store::CreateStudy(std::string_view name) {
     Perform(Translated("New Study"), [&] {
         if (const std::string problem = NameProblem(name); !problem.empty())
             FailWith(problem);
-        Statement insert(m_database, "INSERT INTO studies(name, name_key) VALUES(?,?)");
-        insert.Bind(name).Bind(corvane::FoldText(name)).Run();
+        m_database.Run("INSERT INTO studies(name, name_key) VALUES(?,?)", name, corvane::FoldText(name));
         id = m_database.LastId();
     });
     return id;
@@ -113,32 +101,14 @@ void Store::RenameStudy(Id studyId, std::string_view name) {
     });
 }
 
-void Store::DropStudy(Id studyId) {
-    const std::string name = StudyOf(studyId).name;
-    std::vector<Id> dataSets;
-    for (const DataSet& dataSet : DataSets(studyId))
-        dataSets.push_back(dataSet.id);
-    for (const char* sql : {"DELETE FROM analyses WHERE study_id=?",
-                            "DELETE FROM data_columns WHERE data_set_id IN"
-                            " (SELECT id FROM data_sets WHERE study_id=?)",
-                            "DELETE FROM data_sets WHERE study_id=?", "DELETE FROM studies WHERE id=?"})
-        Statement(m_database, sql).Bind(studyId).Run();
-    PutIntoBin("study", studyId, name, dataSets);
-}
-
-void Store::DeleteStudy(Id studyId) {
-    Perform(Translated("Delete Study"), [&] { DropStudy(studyId); });
-}
-
 Id Store::DuplicateStudy(Id studyId) {
     Id copyId = 0;
     Perform(Translated("Duplicate Study"), [&] {
         const std::string name = FreeName(Translated("Copy of %1", {StudyOf(studyId).name}), false);
         if (const std::string problem = NameProblem(name); !problem.empty())
             FailWith(problem);
-        Statement insert(m_database, "INSERT INTO studies(name, name_key, notes)"
-                                     " SELECT ?, ?, notes FROM studies WHERE id=?");
-        insert.Bind(name).Bind(corvane::FoldText(name)).Bind(studyId).Run();
+        m_database.Run("INSERT INTO studies(name, name_key, notes) SELECT ?, ?, notes FROM studies WHERE id=?", name,
+                       corvane::FoldText(name), studyId);
         copyId = m_database.LastId();
         std::map<Id, Id> dataSets;
         for (const DataSet& dataSet : DataSets(studyId))
@@ -156,13 +126,13 @@ void Store::CopyAnalyses(Id studyId, Id newStudyId, const std::map<Id, Id>& data
 }
 
 Id Store::CopyDataSet(const DataSet& dataSet, Id studyId) {
-    Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count, notes) VALUES(?,?,?,?,?)");
-    insert.Bind(studyId).Bind(dataSet.name).Bind(dataSet.source).Bind(dataSet.rows).Bind(dataSet.notes).Run();
+    m_database.Run("INSERT INTO data_sets(study_id, name, source, row_count, notes)"
+                   " SELECT ?, name, source, row_count, notes FROM data_sets WHERE id=?",
+                   studyId, dataSet.id);
     const Id copyId = m_database.LastId();
-    Statement columns(m_database,
-                      "INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
-                      " SELECT ?, position, name, type, unit, decimals FROM data_columns WHERE data_set_id=?");
-    columns.Bind(copyId).Bind(dataSet.id).Run();
+    m_database.Run("INSERT INTO data_columns(data_set_id, position, name, type, unit, decimals)"
+                   " SELECT ?, position, name, type, unit, decimals FROM data_columns WHERE data_set_id=?",
+                   copyId, dataSet.id);
     CreateDataTable(m_database, copyId, Columns(dataSet.id));
     m_database.Run("INSERT INTO " + DataTable(copyId) + " SELECT * FROM " + DataTable(dataSet.id));
     return copyId;
@@ -192,9 +162,8 @@ Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view sour
     Id id = 0;
     Perform(Translated("Import"), [&] {
         CheckExists("studies", studyId);
-        Statement insert(m_database, "INSERT INTO data_sets(study_id, name, source, row_count, id) VALUES(?,?,?,?,?)");
-        insert.Bind(studyId).Bind(name).Bind(source).Bind(static_cast<std::int64_t>(table.rows));
-        (reserved == 0 ? insert.BindNull() : insert.Bind(reserved)).Run();
+        m_database.Run("INSERT INTO data_sets(study_id, name, source, row_count, id) VALUES(?,?,?,?,nullif(?,0))",
+                       studyId, name, source, table.rows, reserved);
         id = m_database.LastId();
         WriteColumns(m_database, id, table.columns);
         if (reserved != 0)
@@ -205,41 +174,40 @@ Id Store::ImportDataSet(Id studyId, std::string_view name, std::string_view sour
     return id;
 }
 
-void Store::DropDataSet(Id dataSetId) {
-    const std::string name = DataSetOf(dataSetId).name;
-    for (const char* sql : {"DELETE FROM analyses WHERE data_set_id=?", "DELETE FROM data_columns WHERE data_set_id=?",
-                            "DELETE FROM data_sets WHERE id=?"})
-        Statement(m_database, sql).Bind(dataSetId).Run();
-    PutIntoBin("data set", dataSetId, name, {dataSetId});
-}
-
-void Store::DeleteDataSet(Id dataSetId) {
-    Perform(Translated("Delete Data Set"), [&] { DropDataSet(dataSetId); });
+void Store::Drop(const StorePlace& place) {
+    const auto& [kind, id] = place;
+    const std::string name = kind == 's' ? StudyOf(id).name : kind == 'd' ? DataSetOf(id).name : AnalysisOf(id).name;
+    std::vector<Id> dataSets(kind == 'd' ? 1 : 0, id);
+    if (kind == 's')
+        for (const DataSet& dataSet : DataSets(id))
+            dataSets.push_back(dataSet.id);
+    for (const Id dataSet : dataSets)
+        for (const char* sql : {"DELETE FROM analyses WHERE data_set_id=?",
+                                "DELETE FROM data_columns WHERE data_set_id=?", "DELETE FROM data_sets WHERE id=?"})
+            m_database.Run(sql, dataSet);
+    if (kind != 'd')
+        m_database.Run(kind == 's' ? "DELETE FROM studies WHERE id=?" : "DELETE FROM analyses WHERE id=?", id);
+    PutIntoBin(place, name, dataSets);
 }
 
 void Store::Delete(const std::vector<StorePlace>& places) {
-    const auto has = [&](char kind, Id id) {
-        return std::find(places.begin(), places.end(), StorePlace(kind, id)) != places.end();
+    const auto exists = [this](const StorePlace& place) {
+        const auto& [kind, id] = place;
+        return kind == 's' ? HasStudy(id) : kind == 'd' ? HasDataSet(id) : HasAnalysis(id);
     };
-    std::vector<StorePlace> whole; // without what goes with another
-    for (const StorePlace& place : places) {
-        const bool goesAlong = place.first == 'd'   ? has('s', DataSetOf(place.second).studyId)
-                               : place.first == 'a' ? has('s', AnalysisOf(place.second).studyId) ||
-                                                          has('d', AnalysisOf(place.second).dataSetId)
-                                                    : false;
-        if (!goesAlong)
-            whole.push_back(place);
-    }
-    Perform(Translated(places.size(), "Delete %1 Item", "Delete %1 Items"), [&] {
-        for (const auto& [kind, id] : whole) {
-            if (kind == 's')
-                DropStudy(id);
-            else if (kind == 'd')
-                DropDataSet(id);
-            else
-                DropAnalysis(id);
-        }
-    });
+    const char first = places.front().first;
+    Perform(places.size() > 1 ? Translated(places.size(), "Delete %1 Item", "Delete %1 Items")
+            : first == 's'    ? Translated("Delete Study")
+            : first == 'd'    ? Translated("Delete Data Set")
+                              : Translated("Delete Analysis"),
+            [&] {
+                if (!std::all_of(places.begin(), places.end(), exists))
+                    FailWith(Translated("The selection no longer exists."));
+                for (const char kind : {'s', 'd', 'a'})
+                    for (const StorePlace& place : places)
+                        if (place.first == kind && exists(place)) // it may have gone with another
+                            Drop(place);
+            });
 }
 
 void Store::MoveDataSets(const std::vector<Id>& dataSetIds, Id studyId, bool copies) {
@@ -261,7 +229,7 @@ void Store::MoveDataSets(const std::vector<Id>& dataSetIds, Id studyId, bool cop
                     } else {
                         for (const char* sql : {"UPDATE data_sets SET study_id=? WHERE id=?",
                                                 "UPDATE analyses SET study_id=? WHERE data_set_id=?"})
-                            Statement(m_database, sql).Bind(studyId).Bind(id).Run();
+                            m_database.Run(sql, studyId, id);
                     }
                     dataSet.studyId = studyId;
                     if (name != dataSet.name)
@@ -302,7 +270,7 @@ void Store::SetStudyProperties(Id studyId, std::string_view name, std::string_vi
         if (const std::string problem = NameProblem(name, studyId); !problem.empty())
             FailWith(problem);
         SetStudyName(studyId, name);
-        Statement(m_database, "UPDATE studies SET notes=? WHERE id=?").Bind(notes).Bind(studyId).Run();
+        m_database.Run("UPDATE studies SET notes=? WHERE id=?", notes, studyId);
     });
 }
 
@@ -312,55 +280,43 @@ void Store::SetDataSetProperties(Id dataSetId, const DataSetProperties& properti
         if (const std::string problem = DataSetNameProblem(properties.name, dataSet.studyId, dataSetId);
             !problem.empty())
             FailWith(problem);
-        Statement(m_database, "UPDATE data_sets SET notes=? WHERE id=?").Bind(properties.notes).Bind(dataSetId).Run();
+        m_database.Run("UPDATE data_sets SET notes=? WHERE id=?", properties.notes, dataSetId);
         if (properties.name != dataSet.name)
             SetDataSetName(dataSet, properties.name);
-        Statement unit(m_database, "UPDATE data_columns SET unit=? WHERE data_set_id=? AND position=?");
         for (std::size_t i = 0; i < properties.units.size(); ++i)
-            unit.Bind(properties.units[i]).Bind(dataSetId).Bind(static_cast<std::int64_t>(i)).Run();
+            m_database.Run("UPDATE data_columns SET unit=? WHERE data_set_id=? AND position=?", properties.units[i],
+                           dataSetId, i);
     });
 }
 
 // The data set's name is part of their titles.
 void Store::RenameAnalyses(const DataSet& dataSet, std::string_view newName) {
-    Statement update(m_database, "UPDATE analyses SET name=? WHERE id=?");
     for (const Analysis& analysis : Analyses(dataSet.studyId))
         if (analysis.dataSetId == dataSet.id && analysis.name == analysis.settings.Title(dataSet.name))
-            update.Bind(analysis.settings.Title(newName)).Bind(analysis.id).Run();
-}
-
-void Store::DropAnalysis(Id analysisId) {
-    const std::string name = AnalysisOf(analysisId).name;
-    Statement(m_database, "DELETE FROM analyses WHERE id=?").Bind(analysisId).Run();
-    PutIntoBin("analysis", analysisId, name, {});
-}
-
-void Store::DeleteAnalysis(Id analysisId) {
-    Perform(Translated("Delete Analysis"), [&] { DropAnalysis(analysisId); });
+            m_database.Run("UPDATE analyses SET name=? WHERE id=?", analysis.settings.Title(newName), analysis.id);
 }
 
 // Within the step of the deletion: what would undo it restores it later. Undoing the step takes it out of the bin.
-void Store::PutIntoBin(std::string_view kind, Id itemId, std::string_view name, const std::vector<Id>& dataSets) {
+void Store::PutIntoBin(const StorePlace& place, std::string_view name, const std::vector<Id>& dataSets) {
     if (m_database.Path() == InMemory)
         return;
-    std::string statements;
-    for (const std::string& statement : TakeLog(m_binned))
-        statements += statement + ";\n";
+    const std::string statements = m_steps->TakeInverse();
     std::string numbers;
     for (const Id dataSet : dataSets)
         numbers += (numbers.empty() ? "," : "") + std::to_string(dataSet) + ",";
-    Statement insert(m_database, "INSERT INTO bin(time, kind, item_id, name, data_sets, statements)"
-                                 " VALUES(strftime('%s', 'now'),?,?,?,?,?)");
-    insert.Bind(kind).Bind(itemId).Bind(name).Bind(numbers).Bind(statements).Run();
-    m_binned = m_database.WholeOf("SELECT max(position) FROM undo_log");
+    m_database.Run("INSERT INTO bin(time, kind, item_id, name, data_sets, statements)"
+                   " VALUES(strftime('%s', 'now'),?,?,?,?,?)",
+                   place.first == 's'   ? "study"
+                   : place.first == 'd' ? "data set"
+                                        : "analysis",
+                   place.second, name, numbers, statements);
+    (void)m_steps->TakeInverse(); // of the entry itself
 }
 
 std::vector<Deleted> Store::DeletedItems() {
-    std::vector<Deleted> items;
-    Statement rows(m_database, "SELECT id, time, kind, item_id, name FROM bin ORDER BY id DESC");
-    while (rows.Step())
-        items.push_back({rows.Whole(0), rows.Whole(1), rows.Text(2), rows.Whole(3), rows.Text(4)});
-    return items;
+    return m_database.All("SELECT id, time, kind, item_id, name FROM bin ORDER BY id DESC", [](const Statement& row) {
+        return Deleted{row.Whole(0), row.Whole(1), row.Text(2), row.Whole(3), row.Text(4)};
+    });
 }
 
 void Store::Restore(Id binId) {
@@ -376,7 +332,7 @@ void Store::Restore(Id binId) {
         // A study that has got the name meanwhile lets go of it for a moment, until the restored one has another.
         const std::string key = corvane::FoldText(name);
         const auto ChangeKey = [this](const std::string& from, const std::string& to) {
-            Statement(m_database, "UPDATE studies SET name_key=? WHERE name_key=?").Bind(to).Bind(from).Run();
+            m_database.Run("UPDATE studies SET name_key=? WHERE name_key=?", to, from);
             return m_database.ChangeCount() != 0;
         };
         const bool taken = kind == "study" && ChangeKey(key, key + "\n");
@@ -393,18 +349,17 @@ void Store::Restore(Id binId) {
             if (!DataSetNameProblem(name, dataSet.studyId, itemId).empty())
                 SetDataSetName(dataSet, FreeDataSetName(name, dataSet.studyId));
         }
-        Statement(m_database, "DELETE FROM bin WHERE id=?").Bind(binId).Run();
+        m_database.Run("DELETE FROM bin WHERE id=?", binId);
     });
     ++m_dataRevision;
 }
 
 void Store::SetStudyName(Id studyId, std::string_view name) {
-    Statement update(m_database, "UPDATE studies SET name=?, name_key=? WHERE id=?");
-    update.Bind(name).Bind(corvane::FoldText(name)).Bind(studyId).Run();
+    m_database.Run("UPDATE studies SET name=?, name_key=? WHERE id=?", name, corvane::FoldText(name), studyId);
 }
 
 void Store::SetDataSetName(const DataSet& dataSet, std::string_view name) {
-    Statement(m_database, "UPDATE data_sets SET name=? WHERE id=?").Bind(name).Bind(dataSet.id).Run();
+    m_database.Run("UPDATE data_sets SET name=? WHERE id=?", name, dataSet.id);
     RenameAnalyses(dataSet, name);
 }
 

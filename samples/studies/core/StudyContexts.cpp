@@ -2,9 +2,7 @@
 
 #include "Errors.h"
 #include "Files.h"
-#include "Report.h"
 #include "corvane/author/Host.h"
-#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 
 #include <algorithm>
@@ -105,27 +103,43 @@ void ImportJob::Read() {
     m_read = true;
     m_stamp = StampNow();
     StopReading();
-    if (m_stamp && m_stamp->second > atOnce)
-        return StartReading();
-    try {
-        TakeRead(std::make_shared<const CsvResult>(ReadCsvFile(m_path, m_options)));
-    } catch (const Failure& failure) {
-        TakeRead(nullptr);
-        m_problem = failure.Description;
-    }
+    m_result.reset();
+    m_problem.clear();
+    m_self = std::make_shared<ImportJob*>(this);
+    const auto job = StartJobIf(
+        m_stamp && m_stamp->second > atOnce,
+        {.title = Translated("Read %1", {FileNameOf(m_path)}), .owner = FindService("Studies")},
+        [path = m_path, options = m_options](JobProgress& progress) {
+            return std::make_shared<const CsvResult>(ReadCsvFile(path, options, progress));
+        },
+        [self = m_self](ReadResult& result) {
+            const Failure* failure = result.Error(); // of no interest when what was read isn't wanted any more
+            if (*self)
+                Ref<ImportJob>(*self)->TakeRead(result, failure);
+        });
+    if (job)
+        m_reading = job;
 }
 
-void ImportJob::TakeRead(std::shared_ptr<const CsvResult> result) {
-    const std::vector<std::string> before = std::exchange(m_columnNames, NamesIn(result.get()));
+void ImportJob::TakeRead(ReadResult& result, const Failure* failure) {
+    const bool wasJob = std::exchange(m_reading, nullptr) != nullptr;
+    if (failure || result.WasCancelled())
+        m_problem = failure ? failure->Description : Translated("Reading was cancelled. Choose the file again.");
+    else
+        m_result = result.Value();
+    if (m_result && m_result->table.rows == 0)
+        m_problem = Translated("%1 has column names, but no rows.", {FileNameOf(m_path)});
+    const std::vector<std::string> before = std::exchange(m_columnNames, NamesIn(m_result.get()));
     if (m_columnNames != before && !before.empty() && !m_options.columns.empty()) { // chosen for other columns
         m_options.columns.clear();
         m_read = false;
-        return Read();
+        Read();
     }
-    m_result = std::move(result);
-    m_problem.clear();
-    if (m_result && m_result->table.rows == 0)
-        m_problem = Translated("%1 has column names, but no rows.", {FileNameOf(m_path)});
+    if (!wasJob || m_reading)
+        return;
+    HasRead.Raise();
+    if (const auto then = std::exchange(m_whenRead, {}))
+        then();
 }
 
 void ImportJob::StopReading() {
@@ -136,31 +150,6 @@ void ImportJob::StopReading() {
     m_reading = nullptr;
 }
 
-void ImportJob::StartReading() {
-    m_result.reset();
-    m_problem.clear();
-    m_self = std::make_shared<ImportJob*>(this);
-    m_reading = StartJob(
-        {.title = Translated("Read %1", {FileNameOf(m_path)}), .owner = FindService("Studies")},
-        [path = m_path, options = m_options](JobProgress& progress) {
-            return std::make_shared<const CsvResult>(ReadCsvFile(path, options, &progress));
-        },
-        [self = m_self](JobResult<std::shared_ptr<const CsvResult>>& result) {
-            const Failure* failure = result.Error();
-            if (!*self)
-                return;
-            const Ref<ImportJob> job(*self);
-            job->m_reading = nullptr;
-            job->TakeRead(failure || result.WasCancelled() ? nullptr : result.Value());
-            if (failure || result.WasCancelled())
-                job->m_problem =
-                    failure ? failure->Description : Translated("Reading was cancelled. Choose the file again.");
-            job->HasRead.Raise();
-            if (const auto then = std::exchange(job->m_whenRead, {}))
-                then();
-        });
-}
-
 void ImportJob::WhenRead(std::function<void()> then) {
     Read();
     if (!m_reading)
@@ -169,10 +158,10 @@ void ImportJob::WhenRead(std::function<void()> then) {
 }
 
 void ImportJob::WhenImported(std::function<void()> then) {
-    if (m_running)
-        m_whenImported = std::move(then);
-    else if (dataSetId != 0)
+    if (dataSetId != 0)
         then();
+    else
+        m_whenImported = std::move(then);
 }
 
 std::string ImportJob::TargetProblem() const {
@@ -191,48 +180,14 @@ void ImportJob::Run() {
         FailWith(FileNameOf(m_path) + ": " + result->skipped.front());
     if (const std::string problem = TargetProblem(); !problem.empty())
         FailWith(problem);
-    const SharedTable table(m_result, &m_result->table);
-    if (IsSmall(table->rows, table->columns.size()))
-        Finish(table, 0);
-    else
-        StartImport();
-}
-
-void ImportJob::StartImport() {
-    Store& store = m_workspace->GetStore();
-    const Id reserved = store.ReserveDataSet();
-    StartJob(
-        {.title = Translated("Import %1", {name}), .owner = FindService("Studies"), .writes = {"imported data"}},
-        [reserved, table = SharedTable(m_result, &m_result->table), store = store.Path()](JobProgress& progress) {
-            WriteDataTable(store, reserved, *table, progress);
-            return table;
-        },
-        [self = Ref<ImportJob>(this), reserved](JobResult<SharedTable>& result) {
-            self->m_running = false;
-            self->m_workspace->GetStore().EndBeside();
-            if (result.WasCancelled())
-                return self->m_workspace->Tell(Translated("Cancelled; %1 hasn't been imported", {self->name}));
-            self->Finish(result.Value(), reserved);
-            if (const auto then = std::exchange(self->m_whenImported, {}))
-                then();
-        });
-    store.BeginBeside();
-    m_running = true;
-}
-
-// The data are written already where there is a reserved number. By then the name may be taken.
-void ImportJob::Finish(const SharedTable& table, Id reserved) {
-    Store& store = m_workspace->GetStore();
-    if (studyId == 0)
-        studyId = store.CreateStudy(store.FreeName(newStudyName, false));
-    name = store.FreeDataSetName(name, studyId);
-    dataSetId = store.ImportDataSet(studyId, name, m_path, *table, reserved);
-    m_data = m_workspace->DataSet(dataSetId);
-    m_data->Take(table);
-    const std::size_t skipped = m_result->skipped.size();
-    m_workspace->Tell(Translated("%1 imported into “%2”: %3",
-                                 {name, store.StudyOf(studyId).name, SizeText(table->rows, table->columns.size())}) +
-                      (skipped == 0 ? std::string() : ", " + Translated("%1 left out", {CountText(skipped)})));
+    m_workspace->Import({studyId, newStudyName, name, m_path, result->skipped.size()},
+                        SharedTable(m_result, &m_result->table),
+                        [self = Ref<ImportJob>(this)](const Ref<DataSetContext>& data) {
+                            self->m_data = data;
+                            self->dataSetId = data ? data->Number() : 0;
+                            if (const auto then = data ? std::exchange(self->m_whenImported, {}) : nullptr)
+                                then();
+                        });
 }
 
 } // namespace studies

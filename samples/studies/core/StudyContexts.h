@@ -3,7 +3,7 @@
 
 #include "Csv.h"
 #include "Workspace.h"
-#include "corvane/platform/IJobs.h"
+#include "corvane/author/Jobs.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -82,14 +82,12 @@ public:
 private:
     // What tells that a file is another now; nothing when there is none.
     using Stamp = std::optional<std::pair<std::filesystem::file_time_type, std::uintmax_t>>;
+    using ReadResult = corvane::JobResult<std::shared_ptr<const CsvResult>>;
 
     [[nodiscard]] Stamp StampNow() const;
     void Read();
-    void StartReading();
     void StopReading();
-    void TakeRead(std::shared_ptr<const CsvResult> result);
-    void StartImport();
-    void Finish(const SharedTable& table, Id reserved);
+    void TakeRead(ReadResult& result, const corvane::Failure* failure);
 
     corvane::Ref<Workspace> m_workspace;
     std::string m_path;
@@ -102,7 +100,6 @@ private:
     corvane::Ref<corvane::IJob> m_reading;
     std::shared_ptr<ImportJob*> m_self; // what the job that reads brings its result to; nothing once that is unwanted
     std::function<void()> m_whenRead;
-    bool m_running = false;
     std::function<void()> m_whenImported;
     corvane::Ref<DataSetContext> m_data; // what has been imported; whoever opens it finds the table there
     std::string m_problem;

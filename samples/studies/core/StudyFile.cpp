@@ -2,10 +2,8 @@
 
 #include "Errors.h"
 #include "Files.h"
-#include "corvane/author/Jobs.h"
 #include "corvane/base/Text.h"
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <map>
@@ -17,45 +15,36 @@ namespace {
 
 constexpr std::int64_t StudyFileId = 0x53544446;
 
-// Calls copy for the rows after first, up to last, in pieces between which others get at the file.
-template <class Copy>
-void InPieces(Database& database, std::int64_t rows, corvane::JobProgress* progress, const Copy& copy) {
-    constexpr std::int64_t inOnePiece = 5000; // rows
-    for (std::int64_t first = 0; first < rows; first += inOnePiece) {
-        Transaction transaction(database, "BEGIN");
-        copy(first, first + inOnePiece);
-        transaction.Commit();
-        if (!progress)
-            continue;
-        progress->StopIfCancelled();
-        progress->SetPart(static_cast<std::size_t>(std::min(first + inOnePiece, rows)), static_cast<std::size_t>(rows));
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-}
-
-// From the one to the other of two databases of a connection.
-void CopyRows(Database& database, const std::string& from, const std::string& to, const DataSet& rows,
-              std::size_t columns, corvane::JobProgress* progress) {
+// From the one to the other of two databases of a connection, in pieces between which others get at the file.
+void CopyRows(Database& database, const std::string& from, const std::string& to, const DataSet& dataSet,
+              std::size_t columns, corvane::JobProgress& progress) {
+    constexpr std::size_t inOnePiece = 100'000; // values
     std::string names = "id";
     for (std::size_t i = 0; i < columns; ++i)
         names += ", c" + std::to_string(i);
     Statement copy(database,
                    "INSERT INTO " + to + "(" + names + ") SELECT " + names + " FROM " + from + " WHERE id>? AND id<=?");
-    InPieces(database, rows.rows, progress,
-             [&](std::int64_t first, std::int64_t last) { copy.Bind(first).Bind(last).Run(); });
+    const auto step = static_cast<std::int64_t>(inOnePiece / (columns + 1));
+    for (std::int64_t first = 0; first < dataSet.rows; first += step) {
+        Transaction transaction(database, "BEGIN");
+        copy.With(first, first + step).Run();
+        transaction.Commit();
+        progress.StopIfCancelled();
+        progress.SetPart(static_cast<std::size_t>(first + step), static_cast<std::size_t>(dataSet.rows));
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
 }
 
-std::vector<std::reference_wrapper<corvane::JobProgress>> StepsOf(const StudyContents& contents,
-                                                                  corvane::JobProgress* progress) {
+// One for each data set.
+auto StepsOf(const StudyContents& contents, corvane::JobProgress& progress) {
     std::vector<double> weights;
     for (const auto& [dataSet, columns] : contents.dataSets)
         weights.push_back(static_cast<double>(dataSet.rows) * static_cast<double>(columns.size()) + 1);
-    return progress && !weights.empty() ? progress->Split(weights)
-                                        : std::vector<std::reference_wrapper<corvane::JobProgress>>();
+    return progress.Split(weights);
 }
 
-void WriteInto(Database& file, const ReportSubject& subject, corvane::JobProgress* progress) {
-    Statement(file, "ATTACH ? AS store").Bind(subject.path).Run();
+void WriteInto(Database& file, const ReportSubject& subject, corvane::JobProgress& progress) {
+    file.Run("ATTACH ? AS store", subject.path);
     Transaction transaction(file, "BEGIN");
     MakeTables(file);
     file.Run("PRAGMA application_id=" + std::to_string(StudyFileId));
@@ -72,8 +61,7 @@ void WriteInto(Database& file, const ReportSubject& subject, corvane::JobProgres
     for (std::size_t i = 0; i < contents.dataSets.size(); ++i) {
         const auto& [dataSet, columns] = contents.dataSets[i];
         const std::string table = DataTable(dataSet.id);
-        CopyRows(file, "store." + table, "main." + table, dataSet, columns.size(),
-                 steps.empty() ? nullptr : &steps[i].get());
+        CopyRows(file, "store." + table, "main." + table, dataSet, columns.size(), steps[i]);
     }
 }
 
@@ -109,9 +97,8 @@ auto Reading(const std::string& path, const Read& read) {
 
 // Everything that the store relies on. Fails in any way.
 StudyContents CheckedContents(Database& file) {
-    Statement check(file, "PRAGMA quick_check(1)");
     StudyContents contents = ContentsOfFile(file);
-    if (!check.Step() || check.Text(0) != "ok" || contents.study.id == 0)
+    if (file.Texts("PRAGMA quick_check(1)").front() != "ok" || contents.study.id == 0)
         FailWith("");
     std::map<Id, std::int64_t> known;
     for (const auto& [dataSet, columns] : contents.dataSets) {
@@ -135,7 +122,7 @@ bool IsStudyFile(std::string_view path) {
            corvane::EqualText(path.substr(path.size() - StudyEnding.size()), StudyEnding);
 }
 
-void WriteStudyFile(const ReportSubject& subject, const std::string& path, corvane::JobProgress* progress) {
+void WriteStudyFile(const ReportSubject& subject, const std::string& path, corvane::JobProgress& progress) {
     const std::string part = path + ".part";
     std::error_code error;
     std::filesystem::remove(part, error);
@@ -165,14 +152,14 @@ StudyFileHead LookAtStudyFile(const std::string& path) {
     });
 }
 
-StudyContents CopyStudyFile(const std::string& path, const std::string& storePath, corvane::JobProgress* progress) {
+StudyContents CopyStudyFile(const std::string& path, const std::string& storePath, corvane::JobProgress& progress) {
     StudyContents contents = Reading(path, &CheckedContents);
     std::error_code error;
     const auto space = std::filesystem::space(std::filesystem::path(storePath).parent_path(), error);
     if (const auto bytes = std::filesystem::file_size(path, error); !error && space.available < bytes)
         FailWith(Translated("There is no space left for the file “%1”.", {storePath}));
     Database store(storePath);
-    Statement(store, "ATTACH ? AS file").Bind(path).Run();
+    store.Run("ATTACH ? AS file", path);
     const auto steps = StepsOf(contents, progress);
     std::map<Id, Id> numbers;
     try {
@@ -181,7 +168,7 @@ StudyContents CopyStudyFile(const std::string& path, const std::string& storePat
             const Id number = numbers[dataSet.id] = ReserveNumber(store);
             CreateDataTable(store, number, columns);
             CopyRows(store, "file." + DataTable(dataSet.id), "main." + DataTable(number), dataSet, columns.size(),
-                     steps.empty() ? nullptr : &steps[i].get());
+                     steps[i]);
             dataSet.id = number;
         }
     } catch (...) {

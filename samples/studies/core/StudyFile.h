@@ -3,6 +3,7 @@
 
 #include "Store.h"
 #include "StudyReport.h"
+#include "corvane/author/Jobs.h"
 
 #include <string>
 #include <string_view>
@@ -15,7 +16,8 @@ constexpr std::string_view StudyEnding = ".study";
 [[nodiscard]] bool IsStudyFile(std::string_view path); // by its name
 
 // Replaces the file as a whole, or leaves it as it was and fails. The folders that data came from aren't written.
-void WriteStudyFile(const ReportSubject& subject, const std::string& path, corvane::JobProgress* progress = nullptr);
+void WriteStudyFile(const ReportSubject& subject, const std::string& path,
+                    corvane::JobProgress& progress = corvane::WithoutJob());
 
 struct StudyFileHead {
     std::string name; // of the study
@@ -26,7 +28,7 @@ struct StudyFileHead {
 // Copies the rows into the store's file, under numbers that are free there, for Store::AddStudy. Fails as above, and
 // when the disk has no space for them; what has been copied goes then.
 [[nodiscard]] StudyContents CopyStudyFile(const std::string& path, const std::string& storePath,
-                                          corvane::JobProgress* progress = nullptr);
+                                          corvane::JobProgress& progress = corvane::WithoutJob());
 
 // Parts of the above and of the store.
 void MakeTables(Database& database);

@@ -4,7 +4,6 @@
 #include "Errors.h"
 #include "Report.h"
 #include "SummaryRows.h"
-#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 
 #include <algorithm>
@@ -67,14 +66,14 @@ std::string SectionKey(char kind, Id id) {
     return kind + std::to_string(id);
 }
 
-using ReadTable = std::function<Table(Id, corvane::JobProgress*)>;
+using ReadTable = std::function<Table(Id, corvane::JobProgress&)>;
 
 class ReportWriter {
 public:
     ReportWriter(const FigurePreferences& preferences, const ReadTable& read)
         : m_preferences(preferences), m_read(read) {}
 
-    StudyReport Write(const ReportSubject& subject, corvane::JobProgress* progress) {
+    StudyReport Write(const ReportSubject& subject, corvane::JobProgress& progress) {
         std::vector<double> weights;
         for (const DataSet& dataSet : subject.dataSets) {
             const auto rows = static_cast<double>(dataSet.rows);
@@ -82,7 +81,7 @@ public:
         }
         weights.insert(weights.end(), subject.analyses.size(),
                        static_cast<double>(subject.values) / static_cast<double>(subject.dataSets.size() + 1));
-        const auto steps = progress ? progress->Split(weights) : Steps();
+        const auto steps = progress.Split(weights);
         m_report.title = Translated("Report on %1", {subject.study.name});
         m_report.date = corvane::ShownTime(std::time(nullptr));
         m_body =
@@ -93,11 +92,9 @@ public:
         if (subject.dataSets.empty())
             m_body += Paragraph(Translated("There are no data in this study yet."));
         std::size_t step = 0;
-        const auto next = [&]() -> corvane::JobProgress* {
-            if (steps.empty())
-                return nullptr;
-            progress->StopIfCancelled();
-            return &steps[step++].get();
+        const auto next = [&]() -> corvane::JobProgress& {
+            progress.StopIfCancelled();
+            return steps[step++];
         };
         for (const DataSet& dataSet : subject.dataSets) {
             const bool isShown = has('d', dataSet.id);
@@ -105,15 +102,15 @@ public:
                 isShown || std::any_of(subject.analyses.begin(), subject.analyses.end(), [&](const Analysis& analysis) {
                     return analysis.dataSetId == dataSet.id && has('a', analysis.id);
                 });
-            auto* const reads = next();
-            auto* const summarizes = next();
+            auto& reads = next();
+            auto& summarizes = next();
             if (isNeeded)
                 m_tables.emplace(dataSet.id, m_read(dataSet.id, reads));
             if (isShown)
                 AddDataSet(dataSet, summarizes);
         }
         for (const Analysis& analysis : subject.analyses)
-            if (auto* const own = next(); has('a', analysis.id))
+            if (auto& own = next(); has('a', analysis.id))
                 AddAnalysis(analysis, own);
         m_report.html = "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + Escaped(m_report.title) +
                         "</title>\n<style>body { font-family: sans-serif; color: #202428; } "
@@ -123,9 +120,7 @@ public:
     }
 
 private:
-    using Steps = std::vector<std::reference_wrapper<corvane::JobProgress>>;
-
-    void AddDataSet(const DataSet& dataSet, corvane::JobProgress* progress) {
+    void AddDataSet(const DataSet& dataSet, corvane::JobProgress& progress) {
         const Table& table = m_tables.at(dataSet.id);
         m_body += "<h2>" + Escaped(dataSet.name) + "</h2>\n" +
                   Paragraph(Translated("%1, from %2", {SizeText(table.rows, table.columns.size()), dataSet.source})) +
@@ -133,7 +128,7 @@ private:
         AddSummary(table, {}, progress);
     }
 
-    void AddSummary(const Table& table, const std::string& group, corvane::JobProgress* progress) {
+    void AddSummary(const Table& table, const std::string& group, corvane::JobProgress& progress) {
         const SummaryRows rows = RowsOfSummary(table, group, m_preferences.decimals, progress);
         m_body += TableOf(rows.numbers);
         if (!rows.numbers.rows.empty() && !rows.texts.rows.empty())
@@ -141,7 +136,7 @@ private:
         m_body += TableOf(rows.texts);
     }
 
-    void AddAnalysis(const Analysis& analysis, corvane::JobProgress* progress) {
+    void AddAnalysis(const Analysis& analysis, corvane::JobProgress& progress) {
         const Table& table = m_tables.at(analysis.dataSetId);
         const AnalysisSettings& settings = analysis.settings;
         m_body += "<h2>" + Escaped(analysis.name) + "</h2>\n";
@@ -172,17 +167,13 @@ private:
         m_report.pictures.push_back({name, std::move(scene)});
     }
 
-    void AddBootstrap(const Table& table, AnalysisSettings settings, const std::optional<BootstrapResult>& saved,
-                      corvane::JobProgress* progress) {
-        constexpr double mostDraws = 2e7; // about a second's
+    void AddBootstrap(const Table& table, const AnalysisSettings& settings, const std::optional<BootstrapResult>& saved,
+                      corvane::JobProgress& progress) {
         const Column* column = table.Find(settings.columnX);
         if (!column || !column->IsNumeric()) {
             m_body += Paragraph(Translated("The data have no column “%1” of numbers any longer.", {settings.columnX}));
             return;
         }
-        const double draws = static_cast<double>(table.rows) * settings.bootstrap.resamples;
-        if (draws > mostDraws && !progress && !saved)
-            settings.bootstrap.resamples = std::max(100, static_cast<int>(mostDraws / static_cast<double>(table.rows)));
         try {
             const BootstrapResult result = saved ? *saved : RunBootstrap(column->numbers, settings.bootstrap, progress);
             if (ChartScene scene = BootstrapScene(result, *column, settings); scene.empty.empty())
@@ -215,13 +206,18 @@ std::vector<ReportSection> SectionsOf(const ReportSubject& subject) {
 
 ReportSubject SubjectOf(Store& store, Id studyId) {
     ReportSubject subject{store.StudyOf(studyId), store.DataSets(studyId), store.Analyses(studyId), 0, store.Path()};
-    for (const DataSet& dataSet : subject.dataSets)
-        subject.values += static_cast<std::size_t>(dataSet.rows) * store.Columns(dataSet.id).size();
+    for (const DataSet& dataSet : subject.dataSets) { // 40 draws take as long as a value
+        std::size_t passes = store.Columns(dataSet.id).size();
+        for (const Analysis& analysis : subject.analyses)
+            if (analysis.dataSetId == dataSet.id && analysis.settings.kind == AnalysisKind::Bootstrap)
+                passes += analysis.result ? 0U : static_cast<unsigned>(analysis.settings.bootstrap.resamples) / 40;
+        subject.values += static_cast<std::size_t>(dataSet.rows) * passes;
+    }
     return subject;
 }
 
 StudyReport ReportOn(const ReportSubject& subject, const FigurePreferences& preferences, const ReadTable& read,
-                     corvane::JobProgress* progress) {
+                     corvane::JobProgress& progress) {
     return ReportWriter(preferences, read).Write(subject, progress);
 }
 

@@ -4,6 +4,7 @@
 #include "Chart.h"
 #include "Figures.h"
 #include "Store.h"
+#include "corvane/author/Jobs.h"
 
 #include <functional>
 #include <set>
@@ -28,7 +29,7 @@ struct ReportSubject {
     Study study;
     std::vector<DataSet> dataSets;
     std::vector<Analysis> analyses;
-    std::size_t values = 0;             // in all data sets
+    std::size_t values = 0;             // that are read, or take as long to draw
     std::string path;                   // of the store
     std::set<std::string> leftOut = {}; // sections, by their keys
 };
@@ -44,10 +45,9 @@ struct ReportSection {
 [[nodiscard]] ReportSubject SubjectOf(Store& store, Id studyId);
 
 // All data sets with their summaries, and all analyses, but for what is left out; with the date of today. Tables come
-// from that function, each once. A bootstrap that isn't saved with its result is computed again; without a progress
-// with few enough resamples to wait for.
+// from that function, each once. A bootstrap that isn't saved with its result is computed again.
 [[nodiscard]] StudyReport ReportOn(const ReportSubject& subject, const FigurePreferences& preferences,
-                                   const std::function<Table(Id dataSetId, corvane::JobProgress* progress)>& read,
-                                   corvane::JobProgress* progress = nullptr);
+                                   const std::function<Table(Id dataSetId, corvane::JobProgress& progress)>& read,
+                                   corvane::JobProgress& progress = corvane::WithoutJob());
 
 } // namespace studies

@@ -3,7 +3,6 @@
 #include "Errors.h"
 #include "Report.h"
 #include "Statistics.h"
-#include "corvane/author/Jobs.h"
 
 namespace studies {
 namespace {
@@ -33,14 +32,14 @@ TableSummary SummarizeOnAll(const Table& table, corvane::JobProgress& progress) 
 } // namespace
 
 SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals,
-                          corvane::JobProgress* progress) {
+                          corvane::JobProgress& progress) {
     SummaryRows rows;
     const bool byGroup = !groupColumn.empty() && table.Find(groupColumn);
     std::vector<GroupSummary> groups;
     if (byGroup)
         groups = SummarizeByGroup(table, groupColumn);
     else
-        groups.push_back({{}, progress ? SummarizeOnAll(table, *progress) : Summarize(table)});
+        groups.push_back({{}, SummarizeOnAll(table, progress)});
     rows.numbers.names = {{Translated("Column"), false},      {Translated("Count"), true},
                           {Translated("Missing"), true},      {Translated("Mean"), true},
                           {Translated("Std. dev."), true},    {Translated("Min"), true},

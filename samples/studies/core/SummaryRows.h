@@ -2,13 +2,10 @@
 #pragma once
 
 #include "Table.h"
+#include "corvane/author/Jobs.h"
 
 #include <string>
 #include <vector>
-
-namespace corvane {
-class JobProgress;
-}
 
 namespace studies {
 
@@ -28,6 +25,6 @@ struct SummaryRows {
 
 // Of all rows for "" or an unknown column, otherwise of each group. As a job, with a progress, on all processors.
 [[nodiscard]] SummaryRows RowsOfSummary(const Table& table, const std::string& groupColumn, int decimals,
-                                        corvane::JobProgress* progress = nullptr);
+                                        corvane::JobProgress& progress = corvane::WithoutJob());
 
 } // namespace studies

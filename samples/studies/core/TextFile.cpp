@@ -2,86 +2,44 @@
 
 #include "Errors.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iconv.h>
+#include <memory>
+#include <optional>
 #include <sstream>
 #include <string_view>
 
 namespace studies {
 namespace {
 
-void Append(std::string& text, char32_t c) {
-    const auto Add = [&](char32_t bits) { text += static_cast<char>(static_cast<unsigned char>(bits)); };
-    if (c < 0x80) {
-        Add(c);
-    } else if (c < 0x800) {
-        Add(0xC0 | (c >> 6));
-        Add(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        Add(0xE0 | (c >> 12));
-        Add(0x80 | ((c >> 6) & 0x3F));
-        Add(0x80 | (c & 0x3F));
-    } else {
-        Add(0xF0 | (c >> 18));
-        Add(0x80 | ((c >> 12) & 0x3F));
-        Add(0x80 | ((c >> 6) & 0x3F));
-        Add(0x80 | (c & 0x3F));
-    }
-}
-
-bool IsUtf8(std::string_view bytes) {
-    std::size_t follow = 0; // bytes that the character still needs
-    for (const char byte : bytes) {
-        const auto c = static_cast<unsigned char>(byte);
-        if (follow > 0) {
-            if ((c & 0xC0) != 0x80)
-                return false;
-            --follow;
-        } else if (c >= 0x80) {
-            if (c < 0xC2 || c > 0xF4)
-                return false;
-            follow = c < 0xE0 ? 1 : c < 0xF0 ? 2 : 3;
-        }
-    }
-    return follow == 0;
-}
-
-std::string FromWindows1252(std::string_view bytes) {
-    // 0x80 to 0x9F; the other bytes are the characters of their number, as are the five that it leaves undefined.
-    static constexpr std::array<char32_t, 32> middle{0x20AC, 0x81,   0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
-                                                     0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0x8D,   0x17D,  0x8F,
-                                                     0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                     0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0x9D,   0x17E,  0x178};
+// As UTF-8; nothing for bytes that aren't in the encoding, if it is strict. Otherwise what isn't a character of UTF-16
+// becomes U+FFFD, and a byte that Windows-1252 leaves undefined the character of its number.
+std::optional<std::string> Converted(std::string_view bytes, const char* encoding, bool strict) {
+    const std::unique_ptr<void, int (*)(iconv_t)> conversion(::iconv_open("UTF-8", encoding), &::iconv_close);
+    const std::size_t unit = std::string_view(encoding).substr(0, 6) == "UTF-16" ? 2 : 1;
+    char* in = const_cast<char*>(bytes.data()); // only read
+    std::size_t left = bytes.size();
     std::string text;
-    text.reserve(bytes.size() + bytes.size() / 8);
-    for (const char byte : bytes) {
-        const auto c = static_cast<unsigned char>(byte);
-        Append(text, c >= 0x80 && c < 0xA0 ? middle[c - 0x80U] : c);
-    }
-    return text;
-}
-
-std::string FromUtf16(std::string_view bytes, bool lowFirst) {
-    const auto Unit = [&](std::size_t i) {
-        const auto c1 = static_cast<unsigned char>(bytes[i]);
-        const auto c2 = static_cast<unsigned char>(bytes[i + 1]);
-        return static_cast<char32_t>(lowFirst ? c1 | c2 << 8 : c1 << 8 | c2);
-    };
-    std::string text;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        char32_t c = Unit(i);
-        if (c >= 0xD800 && c < 0xE000) { // half of a character, with the other half behind it
-            const char32_t next = c < 0xDC00 && i + 3 < bytes.size() ? Unit(i + 2) : 0;
-            const bool whole = next >= 0xDC00 && next < 0xE000;
-            c = whole ? 0x10000 + ((c - 0xD800) << 10) + (next - 0xDC00) : 0xFFFD;
-            i += whole ? 2 : 0;
-        }
-        Append(text, c);
+    std::array<char, 65536> piece{};
+    while (left > 0) {
+        char* out = piece.data();
+        std::size_t space = piece.size();
+        const bool isDone = ::iconv(conversion.get(), &in, &left, &out, &space) != static_cast<std::size_t>(-1);
+        const bool isFull = !isDone && errno == E2BIG;
+        text.append(piece.data(), out);
+        if (isDone || isFull)
+            continue;
+        if (strict)
+            return {};
+        text += unit == 1 ? std::string{'\xC2', *in} : "\uFFFD";
+        in += std::min(unit, left);
+        left -= std::min(unit, left);
     }
     return text;
 }
@@ -89,26 +47,24 @@ std::string FromUtf16(std::string_view bytes, bool lowFirst) {
 } // namespace
 
 std::string DecodeText(std::string bytes, const std::string& name, TextEncoding encoding) {
-    const std::string_view view = bytes;
-    const bool isMarked = view.substr(0, 2) == "\xFF\xFE" || view.substr(0, 2) == "\xFE\xFF";
-    std::string text;
-    if (isMarked && encoding == TextEncoding::Automatic)
-        text = FromUtf16(view.substr(2), view[0] == '\xFF');
-    else if (encoding == TextEncoding::Utf16)
-        text = FromUtf16(view.substr(isMarked ? 2 : 0), !isMarked || view[0] == '\xFF');
-    else if (view.substr(0, 3) == "\xEF\xBB\xBF")
-        text = view.substr(3);
-    else
-        text = std::move(bytes);
-    if (text.find('\0') != std::string::npos)
+    const std::string_view mark = std::string_view(bytes).substr(0, 2);
+    const bool isMarked = mark == "\xFF\xFE" || mark == "\xFE\xFF";
+    if (encoding == TextEncoding::Utf16 || (encoding == TextEncoding::Automatic && isMarked))
+        bytes = *Converted(std::string_view(bytes).substr(isMarked ? 2 : 0),
+                           mark == "\xFE\xFF" ? "UTF-16BE" : "UTF-16LE", false);
+    else if (std::string_view(bytes).substr(0, 3) == "\xEF\xBB\xBF")
+        bytes.erase(0, 3);
+    if (bytes.find('\0') != std::string::npos)
         FailWith(Translated("%1 isn't a text file. Save the table as text with commas or tabs (CSV) in the program "
                             "that it comes from, and choose that file.",
                             {name}));
-    if (encoding == TextEncoding::Windows1252 || (encoding == TextEncoding::Automatic && !IsUtf8(text)))
-        return FromWindows1252(text);
-    if (!IsUtf8(text))
-        FailWith(Translated("%1 isn't in that encoding.", {name}));
-    return text;
+    if (encoding != TextEncoding::Windows1252) {
+        if (std::optional<std::string> text = Converted(bytes, "UTF-8", true))
+            return *std::move(text);
+        if (encoding != TextEncoding::Automatic)
+            FailWith(Translated("%1 isn't in that encoding.", {name}));
+    }
+    return *Converted(bytes, "WINDOWS-1252", false);
 }
 
 std::string ReadTextFile(const std::string& path, TextEncoding encoding) {

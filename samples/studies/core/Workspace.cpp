@@ -1,6 +1,7 @@
 #include "Workspace.h"
 
 #include "Errors.h"
+#include "Report.h"
 #include "corvane/author/Host.h"
 #include "corvane/author/Jobs.h"
 #include "corvane/windows/Window.h"
@@ -27,11 +28,53 @@ bool IsSmall(std::size_t rows, std::size_t columns) {
     return rows * columns <= most;
 }
 
-Ref<DataSetContext> Workspace::Add(Id studyId, const std::string& name, const std::string& source, SharedTable table) {
+Ref<DataSetContext> Workspace::Add(Id studyId, const std::string& name, const std::string& source, SharedTable table,
+                                   Id reserved) {
     Store& store = GetStore();
-    auto data = DataSet(store.ImportDataSet(studyId, name, source, *table, m_keeps ? 0 : store.ReserveDataSet()));
+    auto data =
+        DataSet(store.ImportDataSet(studyId, name, source, *table, m_keeps ? reserved : store.ReserveDataSet()));
     data->Take(std::move(table));
     return data;
+}
+
+// When a job has ended, a name may be taken, and the study may have gone.
+void Workspace::Import(const ImportTarget& target, SharedTable table,
+                       std::function<void(const Ref<DataSetContext>&)> done) {
+    const bool isLarge = !IsSmall(table->rows, table->columns.size());
+    const Id reserved = isLarge ? GetStore().ReserveDataSet() : 0;
+    StartJobIf(
+        isLarge,
+        {.title = Translated("Import %1", {target.name}), .owner = FindService("Studies"), .writes = {"imported data"}},
+        [reserved, table, path = GetStore().Path()](JobProgress& progress) {
+            if (reserved != 0)
+                WriteDataTable(path, reserved, *table, progress);
+        },
+        [self = Ref<Workspace>(this), target, table, reserved, done](JobResult<void>& result) {
+            Store& store = self->GetStore();
+            if (reserved != 0)
+                store.EndBeside();
+            Ref<DataSetContext> data;
+            try {
+                (void)result.Value();
+                const Id study = store.HasStudy(target.studyId)
+                                     ? target.studyId
+                                     : store.CreateStudy(store.FreeName(target.newStudy, false));
+                data = self->Add(study, store.FreeDataSetName(target.name, study), target.source, table, reserved);
+            } catch (...) {
+                done(nullptr);
+                if (result.WasCancelled())
+                    self->Tell(Translated("Cancelled; %1 hasn't been imported", {target.name}));
+                throw;
+            }
+            const studies::DataSet info = data->Info();
+            self->Tell(
+                Translated("%1 imported into “%2”: %3", {info.name, store.StudyOf(info.studyId).name,
+                                                         SizeText(table->rows, table->columns.size())}) +
+                (target.leftOut == 0 ? std::string() : ", " + Translated("%1 left out", {CountText(target.leftOut)})));
+            done(data);
+        });
+    if (reserved != 0)
+        GetStore().BeginBeside();
 }
 
 Ref<DataSetContext> Workspace::DataSet(Id dataSetId) {

@@ -21,6 +21,15 @@ class DataSetContext;
 
 using SharedTable = std::shared_ptr<const Table>; // for jobs, too
 
+// Where data go.
+struct ImportTarget {
+    Id studyId = 0;          // 0, or a study that has gone: a new one
+    std::string newStudy;    // its name; where it is taken, with a number
+    std::string name;        // of the data set, likewise
+    std::string source;      // the file's path
+    std::size_t leftOut = 0; // rows of the file
+};
+
 // Whether work on the whole table takes no longer than a moment. What takes longer is a job.
 [[nodiscard]] bool IsSmall(std::size_t rows, std::size_t columns);
 
@@ -34,9 +43,14 @@ public:
     [[nodiscard]] bool Keeps() const { return m_keeps; }
     // The one object for that data set. Fails when there is none.
     [[nodiscard]] corvane::Ref<DataSetContext> DataSet(Id dataSetId);
-    // A new data set of a study. In a workspace that keeps nothing, the table is in that object alone.
+    // A new data set of a study. In a workspace that keeps nothing, the table is in that object alone. A reserved
+    // number is that of a table that a job has written.
     [[nodiscard]] corvane::Ref<DataSetContext> Add(Id studyId, const std::string& name, const std::string& source,
-                                                   SharedTable table);
+                                                   SharedTable table, Id reserved = 0);
+    // The same, a large table by a job, and told. Calls done with the data set, or with nothing after a failure, which
+    // is raised, or a cancellation.
+    void Import(const ImportTarget& target, SharedTable table,
+                std::function<void(const corvane::Ref<DataSetContext>&)> done);
     // Whether a window shows that data set.
     [[nodiscard]] bool IsInUse(Id dataSetId) const { return m_contexts.contains(dataSetId); }
     // Shows what another program has changed in the file since the last call; to be called again and again.

@@ -195,7 +195,7 @@ void BootstrapPage::Start(const SharedTable& table) {
     StartJob(
         {.title = Translated("Bootstrap of %1", {SpokenName(column->name)}), .owner = Ref<Object>(this)},
         [values = NumbersIn(table, column->name), options = settings.bootstrap](JobProgress& progress) {
-            return RunBootstrap(*values, options, &progress);
+            return RunBootstrap(*values, options, progress);
         },
         [this, settings, values = NumbersIn(table, column->name)](JobResult<BootstrapResult>& result) {
             m_running = false;

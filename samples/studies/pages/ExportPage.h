@@ -89,7 +89,7 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
     void OnSave() override {
         const Target target{Path().string(), About()->Info().name, styles[static_cast<std::size_t>(m_format)]};
         if (const SharedTable table = About()->Ready(); table && IsSmall(table->rows, table->columns.size())) {
-            Export(*table, target, nullptr);
+            Export(*table, target, corvane::WithoutJob());
             SayDone(target);
             return;
         }
@@ -102,7 +102,7 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
         std::string path, name; // of the file, and of the data set
         CsvStyle style;
     };
-    static void Export(const Table& table, const Target& target, corvane::JobProgress* progress) {
+    static void Export(const Table& table, const Target& target, corvane::JobProgress& progress) {
         WriteWholeFile(Text(target.path), [&](const Sink& write) { WriteCsv(table, target.style, write, progress); });
     }
     static void SayDone(const Target& target) {
@@ -113,7 +113,7 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
             {.title = Translated("Export %1", {target.name}),
              .owner = corvane::FindService("Studies"),
              .writes = {target.path}},
-            [table, target](corvane::JobProgress& progress) { Export(*table, target, &progress); },
+            [table, target](corvane::JobProgress& progress) { Export(*table, target, progress); },
             [target](corvane::JobResult<void>& result) {
                 if (result.WasCancelled())
                     return corvane::SetStatus(Translated("Cancelled; %1 hasn't been exported", {target.name}));

@@ -91,7 +91,7 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
             ShowSections(subject);
         const int number = ++m_number;
         if (IsSmall(subject.values, 1)) {
-            const auto Read = [&store](Id dataSetId, JobProgress*) { return store.ReadDataSet(dataSetId); };
+            const auto Read = [&store](Id dataSetId, JobProgress&) { return store.ReadDataSet(dataSetId); };
             return Show(DrawReport(ReportOn(subject, ReadPreferences(), Read), nullptr));
         }
         if (m_view->document()->isEmpty())
@@ -100,8 +100,8 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
             {.title = Translated("Report on %1", {subject.study.name}), .owner = corvane::Ref<corvane::Object>(this)},
             [subject, preferences = ReadPreferences()](JobProgress& progress) {
                 const auto steps = progress.Split({9, 1});
-                const auto Read = [&subject](Id id, JobProgress* own) { return ReadDataTable(subject.path, id, *own); };
-                return DrawReport(ReportOn(subject, preferences, Read, &steps[0].get()), &steps[1].get());
+                const auto Read = [&subject](Id id, JobProgress& own) { return ReadDataTable(subject.path, id, own); };
+                return DrawReport(ReportOn(subject, preferences, Read, steps[0]), &steps[1].get());
             },
             [this, number](corvane::JobResult<DrawnReport>& result) {
                 if (number != m_number)

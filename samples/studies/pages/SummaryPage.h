@@ -96,7 +96,7 @@ class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
         ValidityChanged();
     }
     [[nodiscard]] static Figures FiguresIn(const Table& table, const std::string& groupName, int decimals,
-                                           corvane::JobProgress* progress) {
+                                           corvane::JobProgress& progress) {
         return {noneChoice + DividingChoices(table), RowsOfSummary(table, groupName, decimals, progress)};
     }
     // What takes longer than a moment is a job, of which the latest counts.
@@ -115,13 +115,14 @@ class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
     void ShowFigures(const SharedTable& table) {
         const int decimals = ReadPreferences().decimals;
         m_size = SizeText(table->rows, table->columns.size());
-        if (IsSmall(table->rows, table->columns.size()))
-            return Show(FiguresIn(*table, m_groupName, decimals, nullptr));
-        OwnForm()->Refresh("Size");
-        m_job = corvane::StartJob(
+        const bool takesLong = !IsSmall(table->rows, table->columns.size());
+        if (takesLong)
+            OwnForm()->Refresh("Size");
+        m_job = corvane::StartJobIf(
+            takesLong,
             {.title = Translated("Summary of %1", {Data()->Info().name}), .owner = corvane::Ref<corvane::Object>(this)},
             [table, group = m_groupName, decimals](corvane::JobProgress& progress) {
-                return FiguresIn(*table, group, decimals, &progress);
+                return FiguresIn(*table, group, decimals, progress);
             },
             [this, number = m_number](corvane::JobResult<Figures>& result) {
                 if (number != m_number)

@@ -101,7 +101,7 @@ void DataTableModel::StartFinding(const RowView& view, const SharedTable& table)
     m_job = StartJob(
         {.title = sorts ? Translated("Sort %1", {m_data->Info().name}) : Translated("Filter %1", {m_data->Info().name}),
          .owner = m_owner},
-        [table, view](JobProgress& progress) { return RowsOf(*table, view, &progress); },
+        [table, view](JobProgress& progress) { return RowsOf(*table, view, progress); },
         [self = QPointer(this), view, number = m_number](JobResult<std::vector<std::uint32_t>>& result) {
             if (!self || number != self->m_number)
                 return;
