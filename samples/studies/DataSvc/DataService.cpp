@@ -42,12 +42,8 @@ void DataService::OnInitialize() {
     m_workspace = New<Workspace>(Store::InMemory, false);
     m_studyId = m_workspace->GetStore().CreateStudy("Open files");
     Keep(m_workspace->Changed.Subscribe([](const std::string& what) { SetStatus(what); }));
-    if (!FindService("Studies"))
-        return;
-    LibraryFile::OfferImport();
-    m_workspace->SetKeeper([](const Ref<DataSetContext>& data, Workspace::Kept done) {
-        CallByName(FindService("Studies"), "KeepData", Ref<Object>(New<KeepRequest>(data, std::move(done))));
-    });
+    if (FindService("Studies"))
+        LibraryFile::OfferImport();
 }
 
 void DataService::OnTerminate() {

@@ -25,30 +25,46 @@ std::string Numbered(Id id, std::string_view what = {}) {
 
 } // namespace
 
+void StoreItem::Join() {
+    TheStudyService()->Joins(*this);
+}
+
 void StoreItem::OnDelete() {
     TheStudyService()->DeleteSelected(*this);
 }
 
-void StudiesRoot::OnInitialize() {
-    if (TheStudyService()->Space())
-        for (Study& study : TheStore().Studies())
-            AddChild(New<StudyItem>(std::move(study)));
+void StoreItem::OnImport() {
+    TheStudyService()->AskForImport(m_studyId);
 }
 
-StudyItem::StudyItem(Study study) : ExplorerItem(study.name), m_study(std::move(study)) {}
+std::string StoreItem::CanDrop(const Ref<Dropped>& dropped) {
+    return TheStudyService()->DropProblem(*dropped, m_studyId);
+}
 
-void StudyItem::OnInitialize() {
-    TheStudyService()->StudyJoins(*this);
+void StoreItem::Drop(const Ref<Dropped>& dropped) {
+    TheStudyService()->TakeDropped(*dropped, m_studyId);
+}
+
+void StudiesRoot::OnInitialize() {
+    if (TheStudyService()->Space())
+        for (const Study& study : TheStore().Studies())
+            AddChild(New<StudyItem>(study));
+}
+
+StudyItem::StudyItem(const Study& study) : ExplorerItem(study.name) {
+    m_place = {'s', study.id};
+    m_studyId = study.id;
+    m_name = study.name;
 }
 
 std::string StudyItem::NameProblem(const std::string& name) {
-    if (name == m_study.name)
+    if (name == m_name)
         return {};
-    if (std::string problem = TheStore().NameProblem(name, m_study.id); !problem.empty())
+    if (std::string problem = TheStore().NameProblem(name, m_studyId); !problem.empty())
         return problem;
-    if (const std::string now = TheStore().StudyOf(m_study.id).name; now != m_study.name)
+    if (const std::string now = TheStore().StudyOf(m_studyId).name; now != m_name)
         return Translated("The study is called “%1” by now, by another window of Studies.", {now});
-    if (!EqualText(name, m_study.name) && Explorer()->TreeView()->GetNodes()->HasKey(name))
+    if (!EqualText(name, m_name) && Explorer()->TreeView()->GetNodes()->HasKey(name))
         return Translated("The explorer has an entry “%1” already.", {name});
     return {};
 }
@@ -56,37 +72,33 @@ std::string StudyItem::NameProblem(const std::string& name) {
 // Comes before the explorer has looked whether the name is free, and once more with the old name when it isn't. A host
 // that asks for the problem beforehand gets here with a name that is free.
 void StudyItem::OnAfterRename(const std::string& newName) {
-    if (newName == m_study.name || Explorer()->TreeView()->GetNodes()->HasKey(newName))
+    if (newName == m_name || Explorer()->TreeView()->GetNodes()->HasKey(newName))
         return;
-    if (const std::string problem = TheStore().NameProblem(newName, m_study.id); !problem.empty()) {
-        SetName(m_study.name);
+    if (const std::string problem = TheStore().NameProblem(newName, m_studyId); !problem.empty()) {
+        SetName(m_name);
         FailWith(problem);
     }
-    TheStore().RenameStudy(m_study.id, newName);
-    const std::string oldName = std::exchange(m_study.name, newName);
+    TheStore().RenameStudy(m_studyId, newName);
+    const std::string oldName = std::exchange(m_name, newName);
     TheStudyService()->Tell(Translated("“%1” is now “%2”", {oldName, newName}));
 }
 
 void StudyItem::TakeName(const std::string& name) {
-    m_study.name = name;
+    m_name = name;
     SetName(name);
 }
 
 void StudyItem::OnProperties() {
-    OpenWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_study.id),
-               {.caption = Translated("Properties of %1", {m_study.name})});
+    OpenWindow("StudyProperties", New<StudyContext>(TheStudyService()->Space(), m_studyId),
+               {.caption = Translated("Properties of %1", {m_name})});
 }
 
 void StudyItem::OnReport() {
-    TheStudyService()->ShowReport(m_study.id);
-}
-
-void StudyItem::OnImport() {
-    TheStudyService()->AskForImport(m_study.id);
+    OpenReport(TheStudyService()->Space(), m_studyId);
 }
 
 void StudyItem::OnExport() {
-    TheStudyService()->ExportStudy(m_study.id);
+    TheStudyService()->ExportStudy(m_studyId);
 }
 
 void StudyItem::OnRename() {
@@ -94,67 +106,39 @@ void StudyItem::OnRename() {
 }
 
 void StudyItem::OnDuplicate() {
-    TheStudyService()->Duplicate(m_study.id);
-}
-
-std::string StudyItem::CanDrop(const Ref<Dropped>& dropped) {
-    return TheStudyService()->DropProblem(*dropped, m_study.id);
-}
-
-void StudyItem::Drop(const Ref<Dropped>& dropped) {
-    TheStudyService()->TakeDropped(*dropped, m_study.id);
-}
-
-DataSetsFolder::DataSetsFolder(Id studyId) {
-    m_studyId = studyId;
+    TheStudyService()->Duplicate(m_studyId);
 }
 
 void DataSetsFolder::OnInitialize() {
-    if (m_studyId == 0)
-        m_studyId = TheStudyService()->JoiningStudy();
+    m_studyId = m_studyId == 0 ? TheStudyService()->JoiningStudy() : m_studyId;
+    m_place = {'D', m_studyId};
     SetName(Numbered(m_studyId, " data sets"));
-    TheStudyService()->FolderJoins(*this, true);
-    for (DataSet& dataSet : TheStore().DataSets(m_studyId))
-        AddChild(New<DataSetItem>(std::move(dataSet)));
-}
-
-void DataSetsFolder::OnImport() {
-    TheStudyService()->AskForImport(m_studyId);
-}
-
-std::string DataSetsFolder::CanDrop(const Ref<Dropped>& dropped) {
-    return TheStudyService()->DropProblem(*dropped, m_studyId);
-}
-
-void DataSetsFolder::Drop(const Ref<Dropped>& dropped) {
-    TheStudyService()->TakeDropped(*dropped, m_studyId);
-}
-
-AnalysesFolder::AnalysesFolder(Id studyId) {
-    m_studyId = studyId;
+    Join();
+    for (const DataSet& dataSet : TheStore().DataSets(m_studyId))
+        AddChild(New<DataSetItem>(dataSet));
 }
 
 void AnalysesFolder::OnInitialize() {
-    if (m_studyId == 0)
-        m_studyId = TheStudyService()->JoiningStudy();
+    m_studyId = m_studyId == 0 ? TheStudyService()->JoiningStudy() : m_studyId;
+    m_place = {'A', m_studyId};
     SetName(Numbered(m_studyId, " analyses"));
-    TheStudyService()->FolderJoins(*this, false);
-    for (Analysis& analysis : TheStore().Analyses(m_studyId))
-        AddChild(New<AnalysisItem>(std::move(analysis)));
+    Join();
+    for (const Analysis& analysis : TheStore().Analyses(m_studyId))
+        AddChild(New<AnalysisItem>(analysis));
 }
 
-DataSetItem::DataSetItem(DataSet dataSet) : ExplorerItem(Numbered(dataSet.id)), m_dataSet(std::move(dataSet)) {}
-
-void DataSetItem::OnInitialize() {
-    TheStudyService()->EntryJoins({'d', m_dataSet.id}, *this);
+std::string EntryItem::NodeKey() const {
+    return (m_place.first == 'd' ? "DataSet." : "Analysis.") + Base()->Name();
 }
 
-std::string DataSetItem::KeyOf(Id dataSetId) {
-    return "DataSet." + Numbered(dataSetId);
+DataSetItem::DataSetItem(const DataSet& dataSet) : ExplorerItem(Numbered(dataSet.id)) {
+    m_place = {'d', dataSet.id};
+    m_studyId = dataSet.studyId;
+    m_name = dataSet.name;
 }
 
 Ref<DataSetContext> DataSetItem::Context() const {
-    return TheStudyService()->Space()->DataSet(m_dataSet.id);
+    return TheStudyService()->Space()->DataSet(m_place.second);
 }
 
 void DataSetItem::OnOpen() {
@@ -166,25 +150,21 @@ void DataSetItem::OnAnalyse(const Ref<ActionItem>& actionItem) {
 }
 
 void DataSetItem::OnExport() {
-    OpenWindow("Export", Context(), {.caption = Translated("Export %1", {m_dataSet.name})});
+    OpenWindow("Export", Context(), {.caption = Translated("Export %1", {m_name})});
 }
 
 void DataSetItem::OnProperties() {
-    OpenWindow("DataSetProperties", Context(), {.caption = Translated("Properties of %1", {m_dataSet.name})});
+    OpenWindow("DataSetProperties", Context(), {.caption = Translated("Properties of %1", {m_name})});
 }
 
-AnalysisItem::AnalysisItem(Analysis analysis) : ExplorerItem(Numbered(analysis.id)), m_analysis(std::move(analysis)) {}
-
-void AnalysisItem::OnInitialize() {
-    TheStudyService()->EntryJoins({'a', m_analysis.id}, *this);
-}
-
-std::string AnalysisItem::KeyOf(Id analysisId) {
-    return "Analysis." + Numbered(analysisId);
+AnalysisItem::AnalysisItem(const Analysis& analysis) : ExplorerItem(Numbered(analysis.id)) {
+    m_place = {'a', analysis.id};
+    m_studyId = analysis.studyId;
+    m_name = analysis.name;
 }
 
 void AnalysisItem::OnShow() {
-    OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_analysis.id));
+    OpenAnalysis(TheStudyService()->Space(), TheStore().AnalysisOf(m_place.second));
 }
 
 } // namespace studies

@@ -12,44 +12,49 @@
 
 namespace studies {
 
+// What they have in common. A kind lists those of the members that it offers.
 class StoreItem : public corvane::AnyExplorerItem {
 public:
     using AnyExplorerItem::Base;
-    [[nodiscard]] virtual Id StudyId() const = 0; // 0 for none
+    // A study ('s'), data set ('d') or analysis ('a') with its number, or the folder of data sets ('D') or analyses
+    // ('A') of the study of that number.
+    [[nodiscard]] const StorePlace& Place() const { return m_place; }
+    [[nodiscard]] Id StudyId() const { return m_studyId; } // 0 for none
     // Of the explorer's node.
     [[nodiscard]] virtual std::string NodeKey() const { return Base()->Name(); }
-    // 's', 'd' or 'a' with its number; none for others.
-    [[nodiscard]] virtual StorePlace Place() const { return {}; }
-    [[nodiscard]] bool TakesSeveral(const std::string& action) { return action == "Delete"; }
-    void OnDelete();
     // The store has that name for it by now.
-    virtual void TakeName(const std::string& name) { (void)name; }
+    virtual void TakeName(const std::string& name) { m_name = name; }
+
+    void OnDelete();
+    void OnImport();
+    [[nodiscard]] bool TakesSeveral(const std::string& action) { return action == "Delete"; }
+    [[nodiscard]] std::string CanDrop(const corvane::Ref<corvane::Dropped>& dropped);
+    void Drop(const corvane::Ref<corvane::Dropped>& dropped);
+
+protected:
+    void Join();
+
+    StorePlace m_place = {};
+    Id m_studyId = 0;
+    std::string m_name; // in the store
 };
 
 class StudiesRoot final : public corvane::ExplorerItem<StudiesRoot, StoreItem> {
-public:
-    Id StudyId() const override { return 0; }
-
 protected:
     void OnInitialize() override;
 };
 
 class StudyItem final : public corvane::ExplorerItem<StudyItem, StoreItem> {
 public:
-    explicit StudyItem(Study study);
+    explicit StudyItem(const Study& study);
 
-    Id StudyId() const override { return m_study.id; }
-    StorePlace Place() const override { return {'s', m_study.id}; }
     void TakeName(const std::string& name) override;
 
     void OnProperties();
     void OnReport();
-    void OnImport();
     void OnExport();
     void OnRename();
     void OnDuplicate();
-    [[nodiscard]] std::string CanDrop(const corvane::Ref<corvane::Dropped>& dropped);
-    void Drop(const corvane::Ref<corvane::Dropped>& dropped);
     // For the host, while the name is typed: why the study can't have it; "" when it can.
     [[nodiscard]] std::string NameProblem(const std::string& name);
 
@@ -59,30 +64,16 @@ public:
                          &StudyItem::TakesSeveral, &StudyItem::CanDrop, &StudyItem::Drop>();
 
 protected:
-    void OnInitialize() override;
+    void OnInitialize() override { Join(); }
 
 private:
     void OnAfterRename(const std::string& newName) override;
-
-    Study m_study;
 };
 
-// One of the two folders of a study.
-class StudyFolder : public StoreItem {
+// The two folders of a study. The explorer makes them without saying for which study.
+class DataSetsFolder final : public corvane::ExplorerItem<DataSetsFolder, StoreItem> {
 public:
-    Id StudyId() const override { return m_studyId; }
-
-protected:
-    Id m_studyId = 0; // until it joins the explorer, when the explorer has made it
-};
-
-class DataSetsFolder final : public corvane::ExplorerItem<DataSetsFolder, StudyFolder> {
-public:
-    explicit DataSetsFolder(Id studyId = 0);
-
-    void OnImport();
-    [[nodiscard]] std::string CanDrop(const corvane::Ref<corvane::Dropped>& dropped);
-    void Drop(const corvane::Ref<corvane::Dropped>& dropped);
+    explicit DataSetsFolder(Id studyId = 0) { m_studyId = studyId; }
 
     static constexpr auto Members =
         corvane::Methods<&DataSetsFolder::OnImport, &DataSetsFolder::CanDrop, &DataSetsFolder::Drop>();
@@ -91,24 +82,27 @@ protected:
     void OnInitialize() override;
 };
 
-class AnalysesFolder final : public corvane::ExplorerItem<AnalysesFolder, StudyFolder> {
+class AnalysesFolder final : public corvane::ExplorerItem<AnalysesFolder, StoreItem> {
 public:
-    explicit AnalysesFolder(Id studyId = 0);
+    explicit AnalysesFolder(Id studyId = 0) { m_studyId = studyId; }
 
 protected:
     void OnInitialize() override;
 };
 
-class DataSetItem final : public corvane::ExplorerItem<DataSetItem, StoreItem> {
+// A data set or an analysis.
+class EntryItem : public StoreItem {
 public:
-    explicit DataSetItem(DataSet dataSet);
+    [[nodiscard]] std::string NodeKey() const override;
 
-    [[nodiscard]] static std::string KeyOf(Id dataSetId);
+protected:
+    void OnInitialize() override { Join(); }
+    void OnDisplayName(std::string& text) override { text = m_name; }
+};
 
-    Id StudyId() const override { return m_dataSet.studyId; }
-    StorePlace Place() const override { return {'d', m_dataSet.id}; }
-    [[nodiscard]] std::string NodeKey() const override { return KeyOf(m_dataSet.id); }
-    void TakeName(const std::string& name) override { m_dataSet.name = name; }
+class DataSetItem final : public corvane::ExplorerItem<DataSetItem, EntryItem> {
+public:
+    explicit DataSetItem(const DataSet& dataSet);
 
     void OnOpen();
     void OnAnalyse(const corvane::Ref<corvane::ActionItem>& actionItem); // by the item's name
@@ -119,40 +113,18 @@ public:
         corvane::Methods<&DataSetItem::OnOpen, &DataSetItem::OnAnalyse, &DataSetItem::OnExport,
                          &DataSetItem::OnProperties, &DataSetItem::OnDelete, &DataSetItem::TakesSeveral>();
 
-protected:
-    void OnInitialize() override;
-
 private:
-    void OnDisplayName(std::string& text) override { text = m_dataSet.name; }
     [[nodiscard]] corvane::Ref<DataSetContext> Context() const;
-
-    DataSet m_dataSet;
 };
 
-class AnalysisItem final : public corvane::ExplorerItem<AnalysisItem, StoreItem> {
+class AnalysisItem final : public corvane::ExplorerItem<AnalysisItem, EntryItem> {
 public:
-    explicit AnalysisItem(Analysis analysis);
-
-    [[nodiscard]] static std::string KeyOf(Id analysisId);
-
-    Id StudyId() const override { return m_analysis.studyId; }
-    StorePlace Place() const override { return {'a', m_analysis.id}; }
-    [[nodiscard]] std::string NodeKey() const override { return KeyOf(m_analysis.id); }
-    void TakeName(const std::string& name) override { m_analysis.name = name; }
-    [[nodiscard]] const Analysis& What() const { return m_analysis; }
+    explicit AnalysisItem(const Analysis& analysis);
 
     void OnShow();
 
     static constexpr auto Members =
         corvane::Methods<&AnalysisItem::OnShow, &AnalysisItem::OnDelete, &AnalysisItem::TakesSeveral>();
-
-protected:
-    void OnInitialize() override;
-
-private:
-    void OnDisplayName(std::string& text) override { text = m_analysis.name; }
-
-    Analysis m_analysis;
 };
 
 } // namespace studies

@@ -80,10 +80,8 @@ void StudyService::OnInitialize() {
 
 void StudyService::OnTerminate() {
     m_active = nullptr;
-    m_branches.clear();
-    m_entries.clear();
+    m_items.clear();
     m_importing.clear();
-    m_keeping.clear();
     if (m_look)
         m_look->SetEnabled(false);
     if (m_workspace)
@@ -123,8 +121,9 @@ void StudyService::Start() {
 void StudyService::OnNewStudy() {
     const Study study = TheStore().StudyOf(TheStore().CreateStudy(TheStore().FreeName(Translated("Study"))));
     m_workspace->Tell(Translated("%1 has been created", {Quoted(study.name)}));
-    if (Select(study.id))
-        Explorer()->StartRename(m_branches.at(study.id).study);
+    const StorePlace place('s', study.id);
+    if (Select(place))
+        Explorer()->StartRename(m_items.at(place));
 }
 
 void StudyService::OnImport() {
@@ -161,13 +160,13 @@ void StudyService::Import(const std::string& path, Id studyId, void (StudyServic
 void StudyService::Duplicate(Id studyId) {
     const Study copy = TheStore().StudyOf(TheStore().DuplicateStudy(studyId));
     m_workspace->Tell(Translated("%1 has been created", {Quoted(copy.name)}));
-    Select(copy.id);
+    Select({'s', copy.id});
 }
 
 void StudyService::DeleteSelected(const StoreItem& item) {
     std::vector<StorePlace> places;
     for (const Ref<Object>& selected : SelectedItems())
-        if (const Ref<StoreItem> other = selected.TryAs<StoreItem>(); other && other->Place().second != 0)
+        if (const Ref<StoreItem> other = selected.TryAs<StoreItem>(); other && m_shown.contains(other->Place()))
             places.push_back(other->Place());
     if (places.size() < 2)
         places = {item.Place()};
@@ -216,7 +215,7 @@ void StudyService::OnReport() {
     if (studies.empty())
         FailWith(Translated("There is no study to report on. Create one, or import a file."));
     if (const Id active = ActiveStudy(); active != 0)
-        return ShowReport(active);
+        return OpenReport(m_workspace, active);
     std::vector<std::string> names;
     for (const Study& study : studies)
         names.push_back(study.name);
@@ -225,11 +224,7 @@ void StudyService::OnReport() {
                           : Ask(Translated("Which study shall be reported on?"), names, Translated("Report"));
     for (const Study& study : studies)
         if (name && study.name == *name)
-            ShowReport(study.id);
-}
-
-void StudyService::ShowReport(Id studyId) {
-    OpenReport(m_workspace, studyId);
+            OpenReport(m_workspace, study.id);
 }
 
 void StudyService::OnUndo() {
@@ -264,10 +259,7 @@ void StudyService::OnRestore() {
         items[static_cast<std::size_t>(std::find(choices.begin(), choices.end(), *chosen) - choices.begin())];
     TheStore().Restore(item.id);
     m_workspace->Tell(Translated("%1 has been restored", {Quoted(item.name)}));
-    if (item.kind == "study")
-        Select(item.itemId);
-    else
-        SelectNode(item.kind == "analysis" ? AnalysisItem::KeyOf(item.itemId) : DataSetItem::KeyOf(item.itemId));
+    Select({item.kind.front(), item.itemId}); // whose kinds begin with the letters of places
 }
 
 void StudyService::OnRefresh() {
@@ -304,10 +296,10 @@ void StudyService::OnChanged(const std::string& status) {
 bool StudyService::ShowsAll() const {
     const Ref<corvane::TreeView> tree = Explorer()->TreeView();
     return m_workspace && tree && EqualText(tree->Tag(), "Studies") && TheStore().Contents() == m_shown &&
-           std::all_of(m_branches.begin(), m_branches.end(), [&](const auto& branch) {
-               const Ref<Node> node = tree->GetNodes()->Find(branch.second.study->Base()->Name());
-               const auto shown = m_shown.find({'s', branch.first});
-               return node && shown != m_shown.end() && node->Text() == shown->second.name;
+           std::all_of(m_shown.begin(), m_shown.end(), [&](const auto& shown) {
+               const auto item = m_items.find(shown.first);
+               const Ref<Node> node = item == m_items.end() ? nullptr : tree->GetNodes()->Find(item->second->NodeKey());
+               return node && node->Text() == shown.second.name;
            });
 }
 

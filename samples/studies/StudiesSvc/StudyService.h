@@ -31,8 +31,9 @@ public:
     // For others, by name. Into the chosen study, or a new one:
     void ImportFile(const std::string& path);
     void ImportAndOpen(const std::string& path);
-    // The same for what is open as a file, once: its data in a study, where they are kept.
-    void KeepData(const corvane::Ref<KeepRequest>& request);
+    // The study that data of a file go into when something about them is to be kept; 0 for a new one. Fails when the
+    // store can't be used.
+    [[nodiscard]] corvane::Ref<StudyContext> KeepsIn() const;
     // A study of a file that was sent, into the store.
     void OpenStudy(const std::string& path);
     // The explorer's active item, of any service, or nothing.
@@ -54,30 +55,21 @@ public:
     // Why the study can't take what is dropped on it or on its folder of data sets; "" when it can.
     [[nodiscard]] std::string DropProblem(const corvane::Dropped& dropped, Id studyId) const;
     void TakeDropped(const corvane::Dropped& dropped, Id studyId);
-    void ShowReport(Id studyId);
     // The store has changed, and the explorer shows it already.
     void Tell(const std::string& what);
-    // Folders are made by the explorer, which doesn't say for which study; it is the one that joined last.
-    void StudyJoins(StudyItem& study);
+    void Joins(StoreItem& item);
+    // The one that joined last: folders that the explorer makes now are its.
     [[nodiscard]] Id JoiningStudy() const { return m_joiningStudy; }
-    void FolderJoins(StudyFolder& folder, bool dataSets);
-    void EntryJoins(const StorePlace& place, StoreItem& entry);
 
     static constexpr auto Members =
         corvane::Methods<&StudyService::Start, &StudyService::OnNewStudy, &StudyService::OnImport,
                          &StudyService::OnUndo, &StudyService::OnRedo, &StudyService::OnRestore,
                          &StudyService::OnRefresh, &StudyService::OnReport, &StudyService::ImportFile,
-                         &StudyService::ImportAndOpen, &StudyService::OpenStudy, &StudyService::KeepData,
+                         &StudyService::ImportAndOpen, &StudyService::OpenStudy, &StudyService::KeepsIn,
                          &StudyService::OnPreferenceChanged, &StudyService::RestoreWindow>(
             corvane::Property("ActiveItem", &StudyService::ActiveItem));
 
 private:
-    struct Branch {
-        corvane::Ref<StudyItem> study;
-        corvane::Ref<StudyFolder> dataSets;
-        corvane::Ref<StudyFolder> analyses;
-    };
-
     void OnInitialize() override;
     void OnTerminate() override;
     void OnInactive(const corvane::Ref<corvane::Object>& item);
@@ -91,7 +83,7 @@ private:
     void RemoveEntry(const StorePlace& place);
     void RenameEntry(const StorePlace& place, const std::string& name);
     void AddEntry(const StorePlace& place);
-    bool Select(Id studyId);
+    bool Select(const StorePlace& place);
     bool SelectNode(const std::string& key);
     [[nodiscard]] bool WantsAnother(const std::string& name);
     void ShowImported(Id dataSetId);
@@ -118,11 +110,8 @@ private:
     Id m_joiningStudy = 0;
     std::vector<corvane::Ref<ImportJob>> m_importing; // whose files are being read
     StoreContents m_shown;
-    std::map<Id, std::vector<corvane::Ref<KeepRequest>>> m_keeping; // for data of files on their way into a study
-    std::map<Id, Id> m_kept;         // the data sets of files, and what they have become in a study
-    std::string m_lastChange;        // for the status line
-    std::map<Id, Branch> m_branches; // the explorer's items of each study
-    std::map<StorePlace, corvane::Ref<StoreItem>> m_entries; // of data sets and analyses
+    std::string m_lastChange; // for the status line
+    std::map<StorePlace, corvane::Ref<StoreItem>> m_items;
 };
 
 // The one that is loaded.

@@ -26,18 +26,10 @@ Ref<corvane::MenuManager> Menus() {
 
 } // namespace
 
-void StudyService::StudyJoins(StudyItem& study) {
-    m_joiningStudy = study.StudyId();
-    m_branches[m_joiningStudy] = {Ref<StudyItem>(&study), nullptr, nullptr};
-}
-
-void StudyService::FolderJoins(StudyFolder& folder, bool dataSets) {
-    Branch& branch = m_branches[folder.StudyId()];
-    (dataSets ? branch.dataSets : branch.analyses) = Ref<StudyFolder>(&folder);
-}
-
-void StudyService::EntryJoins(const StorePlace& place, StoreItem& entry) {
-    m_entries[place] = Ref<StoreItem>(&entry);
+void StudyService::Joins(StoreItem& item) {
+    if (item.Place().first == 's')
+        m_joiningStudy = item.StudyId();
+    m_items[item.Place()] = Ref<StoreItem>(&item);
 }
 
 Id StudyService::ActiveStudy() const {
@@ -49,7 +41,7 @@ Id StudyService::ActiveStudy() const {
 void StudyService::AddStudy(const Study& study) {
     const auto item = New<StudyItem>(study);
     AddItem(item, "Study", nullptr);
-    const auto AddFolder = [&](const Ref<StudyFolder>& folder, const char* folderPath, const char* entryName) {
+    const auto AddFolder = [&](const Ref<StoreItem>& folder, const char* folderPath, const char* entryName) {
         AddItem(folder, folderPath, item);
         for (const Ref<Object>& entry : *folder->Base()->Children())
             AddItem(entry.As<StoreItem>(), entryName, folder);
@@ -118,23 +110,17 @@ bool StudyService::Follow(const StoreContents& contents) {
     return true;
 }
 
+// A study with its folders.
 void StudyService::RemoveEntry(const StorePlace& place) {
-    if (place.first != 's') {
-        if (const auto entry = m_entries.extract(place))
-            RemoveItem(entry.mapped());
-        return;
-    }
-    const auto branch = m_branches.extract(place.second);
-    if (!branch)
-        return;
-    for (const Ref<StoreItem>& item : {Ref<StoreItem>(branch.mapped().dataSets),
-                                       Ref<StoreItem>(branch.mapped().analyses), Ref<StoreItem>(branch.mapped().study)})
-        RemoveItem(item);
+    const auto& [kind, id] = place;
+    for (const StorePlace& part :
+         kind == 's' ? std::vector<StorePlace>{{'D', id}, {'A', id}, place} : std::vector<StorePlace>{place})
+        if (const auto item = m_items.extract(part))
+            RemoveItem(item.mapped());
 }
 
 void StudyService::RenameEntry(const StorePlace& place, const std::string& name) {
-    const Ref<StoreItem> item =
-        place.first == 's' ? Ref<StoreItem>(m_branches.at(place.second).study) : m_entries.at(place);
+    const Ref<StoreItem>& item = m_items.at(place);
     const Ref<Node> node = Explorer()->TreeView()->GetNodes()->Item(item->NodeKey());
     item->TakeName(name);
     node->SetKey(item->NodeKey());
@@ -146,27 +132,26 @@ void StudyService::AddEntry(const StorePlace& place) {
     const auto& [kind, id] = place;
     if (kind == 's') {
         AddStudy(TheStore().StudyOf(id));
-    } else if (m_entries.contains(place)) {
+    } else if (m_items.contains(place)) {
         return;
     } else if (kind == 'd') {
         const DataSet dataSet = TheStore().DataSetOf(id);
-        AddItem(New<DataSetItem>(dataSet), "DataSet", m_branches.at(dataSet.studyId).dataSets);
+        AddItem(New<DataSetItem>(dataSet), "DataSet", m_items.at({'D', dataSet.studyId}));
     } else {
         const Analysis analysis = TheStore().AnalysisOf(id);
-        AddItem(New<AnalysisItem>(analysis), "Analysis", m_branches.at(analysis.studyId).analyses);
+        AddItem(New<AnalysisItem>(analysis), "Analysis", m_items.at({'A', analysis.studyId}));
     }
 }
 
 // As if the user had clicked on it. False when it isn't in the tree that is shown.
-bool StudyService::Select(Id studyId) {
-    const auto it = m_branches.find(studyId);
-    return it != m_branches.end() && SelectNode(it->second.study->Base()->Name());
+bool StudyService::Select(const StorePlace& place) {
+    const auto it = m_items.find(place);
+    return it != m_items.end() && SelectNode(it->second->NodeKey());
 }
 
 // What has just been imported is what comes next.
 void StudyService::ShowImported(Id dataSetId) {
-    if (dataSetId != 0)
-        SelectNode(DataSetItem::KeyOf(dataSetId));
+    Select({'d', dataSetId});
 }
 
 void StudyService::OpenImported(Id dataSetId) {
@@ -223,14 +208,13 @@ void StudyService::Rebuild() {
     const Id studyId = ActiveStudy();
     const bool isStudy = static_cast<bool>(m_active.TryAs<StudyItem>());
     const std::vector<std::string> keys = ChosenAndNext();
-    m_branches.clear();
-    m_entries.clear();
+    m_items.clear();
     Build(&ExplorerManager::Refresh);
     for (const Ref<ServiceDef>& def : *Singleton::Framework()->ServiceManager()->ServiceDefs())
         if (const Ref<Object> service = FindService(def->Name()))
             Menus()->OnActionsProviderActive(service, CorvaneMain::QueryService(service).As<IActionsProvider>(),
                                              def->ActionItemDefs());
-    if (studyId != 0 && !(isStudy && Select(studyId))) // a study may have another name
+    if (studyId != 0 && !(isStudy && Select({'s', studyId}))) // a study may have another name
         SelectFirst(keys);
 }
 

@@ -64,7 +64,7 @@ bool StudyService::WantsAnother(const std::string& name) {
         Ask(Translated("There is a study “%1” already. Show that one, or open the file as another study?", {name}),
             {show, open}, Translated("Open Study"));
     if (answer == show)
-        Select(same->id);
+        Select({'s', same->id});
     return answer == open;
 }
 
@@ -86,30 +86,14 @@ void StudyService::OpenStudy(const std::string& path) {
             const Id id = TheStore().AddStudy(std::move(result.Value()));
             m_workspace->Tell(
                 Translated("“%1” has been opened from %2", {TheStore().StudyOf(id).name, FileNameOf(path)}));
-            Select(id);
+            Select({'s', id});
         });
 }
 
-void StudyService::KeepData(const Ref<KeepRequest>& request) {
+Ref<StudyContext> StudyService::KeepsIn() const {
     if (!m_workspace)
         FailWith(m_storeProblem);
-    const Ref<DataSetContext> file = request->Data();
-    if (const auto it = m_kept.find(file->Number()); it != m_kept.end() && TheStore().HasDataSet(it->second))
-        return request->Done(m_workspace->DataSet(it->second));
-    std::vector<Ref<KeepRequest>>& waiting = m_keeping[file->Number()];
-    waiting.push_back(request);
-    if (waiting.size() > 1) // a job is on its way
-        return;
-    const DataSet info = file->Info();
-    m_workspace->Import({ActiveStudy(), TheStore().FreeName(Translated("Study")), info.name, info.source},
-                        file->Shared(), [this, file](const Ref<DataSetContext>& data) {
-                            const auto served = m_keeping.extract(file->Number());
-                            if (!data)
-                                return;
-                            m_kept[file->Number()] = data->Number();
-                            for (const Ref<KeepRequest>& each : served.mapped())
-                                each->Done(data);
-                        });
+    return New<StudyContext>(m_workspace, ActiveStudy());
 }
 
 std::string StudyService::DropProblem(const Dropped& dropped, Id studyId) const {

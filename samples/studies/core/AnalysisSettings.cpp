@@ -3,27 +3,15 @@
 #include "Errors.h"
 #include "Table.h"
 
+#include <algorithm>
 #include <array>
 #include <tuple>
-#include <utility>
 
 namespace studies {
 namespace {
 
-struct KindWords {
-    AnalysisKind kind;
-    std::string_view name;
-};
-
-constexpr std::array<KindWords, 5> Kinds{{{AnalysisKind::Summary, "summary"},
-                                          {AnalysisKind::Histogram, "histogram"},
-                                          {AnalysisKind::Scatter, "scatter"},
-                                          {AnalysisKind::Comparison, "comparison"},
-                                          {AnalysisKind::Bootstrap, "bootstrap"}}};
-
-const KindWords& WordsOf(AnalysisKind kind) {
-    return Kinds[static_cast<std::size_t>(kind)];
-}
+// In the order of the kinds.
+constexpr std::array<std::string_view, 5> KindNames{"summary", "histogram", "scatter", "comparison", "bootstrap"};
 
 std::string TitleOf(AnalysisKind kind, std::string_view dataSet) {
     switch (kind) {
@@ -44,13 +32,13 @@ std::string TitleOf(AnalysisKind kind, std::string_view dataSet) {
 } // namespace
 
 std::string_view NameOf(AnalysisKind kind) {
-    return WordsOf(kind).name;
+    return KindNames.at(static_cast<std::size_t>(kind));
 }
 
 AnalysisKind AnalysisKindOf(std::string_view name) {
-    for (const KindWords& words : Kinds)
-        if (words.name == name)
-            return words.kind;
+    const auto* const found = std::find(KindNames.begin(), KindNames.end(), name);
+    if (found != KindNames.end())
+        return static_cast<AnalysisKind>(found - KindNames.begin());
     FailWith(Translated("“%1” isn't a kind of analysis that this version supports.", {name}));
 }
 

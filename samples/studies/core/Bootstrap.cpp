@@ -4,6 +4,7 @@
 #include "Statistics.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -100,6 +101,9 @@ private:
     std::vector<std::uint32_t> m_drawn;
 };
 
+// In the order of the statistics.
+constexpr std::array<std::string_view, 3> figureNames{"mean", "median", "standard deviation"};
+
 constexpr int inOnePart = 20; // resamples: many enough for the parts to cost nothing, few enough to divide well
 
 std::vector<double> FiguresOfResamples(const Sample& sample, const BootstrapOptions& options, int first, int last,
@@ -116,15 +120,7 @@ std::vector<double> FiguresOfResamples(const Sample& sample, const BootstrapOpti
 } // namespace
 
 std::string_view NameOf(BootstrapFigure figure) {
-    switch (figure) {
-    case BootstrapFigure::Median:
-        return "median";
-    case BootstrapFigure::Deviation:
-        return "standard deviation";
-    case BootstrapFigure::Mean:
-        break;
-    }
-    return "mean";
+    return figureNames.at(static_cast<std::size_t>(figure));
 }
 
 std::string FigureOf(BootstrapFigure figure, std::string_view column) {
@@ -135,9 +131,9 @@ std::string FigureOf(BootstrapFigure figure, std::string_view column) {
 }
 
 BootstrapFigure BootstrapFigureOf(std::string_view name) {
-    for (const BootstrapFigure figure : {BootstrapFigure::Mean, BootstrapFigure::Median, BootstrapFigure::Deviation})
-        if (name == NameOf(figure))
-            return figure;
+    const auto* const found = std::find(figureNames.begin(), figureNames.end(), name);
+    if (found != figureNames.end())
+        return static_cast<BootstrapFigure>(found - figureNames.begin());
     FailWith(Translated("“%1” isn't a statistic that can be bootstrapped.", {name}));
 }
 

@@ -171,96 +171,84 @@ int DecimalsOf(std::string_view text, char point) {
                : static_cast<int>(text.size() - at - 1);
 }
 
-enum class Reading { NotNumbers, Numbers, Loss };
-
-// Makes the column one of numbers when all its values are, there is one, and none loses anything; loss says otherwise.
-Reading TurnToNumbers(Column& column, char point, std::string& loss) {
-    std::vector<double> numbers;
-    numbers.reserve(column.texts.size());
+// The texts of a column as numbers.
+struct NumbersRead {
+    std::vector<double> values;
+    std::size_t others = 0; // texts that aren't numbers
+    const std::string* firstOther = nullptr;
+    std::string loss; // of the first number that can't stand for its text
     bool whole = true;
-    int decimals = -1; // -2: not all values have as many
-    std::string found;
+    int decimals = -1; // of all numbers; -1: there is none, -2: not all have as many
+};
+
+// All of them, or as far as they are numbers.
+NumbersRead ReadNumbers(const Column& column, char point, bool all) {
+    NumbersRead read;
+    read.values.reserve(column.texts.size());
     for (const std::string& text : column.texts) {
-        if (text.empty()) {
-            numbers.push_back(std::numeric_limits<double>::quiet_NaN());
+        const std::optional<double> value = text.empty() ? std::nullopt : NumberOf(text, point);
+        read.values.push_back(value.value_or(std::numeric_limits<double>::quiet_NaN()));
+        if (!value) {
+            if (!text.empty() && read.others++ == 0)
+                read.firstOther = &text;
+            if (!text.empty() && !all)
+                return read;
             continue;
         }
-        const std::optional<double> value = NumberOf(text, point);
-        if (!value)
-            return Reading::NotNumbers;
-        if (found.empty())
-            found = LossOf(text, *value);
-        whole = whole && text.find_first_not_of("+-0123456789") == std::string::npos;
+        if (read.loss.empty())
+            read.loss = LossOf(text, *value);
+        read.whole = read.whole && text.find_first_not_of("+-0123456789") == std::string::npos;
         const int own = DecimalsOf(text, point);
-        decimals = decimals == -1 || decimals == own ? own : -2;
-        numbers.push_back(*value);
+        read.decimals = read.decimals == -1 || read.decimals == own ? own : -2;
     }
-    if (decimals == -1)
-        return Reading::NotNumbers;
-    if (!found.empty()) {
-        loss = found;
-        return Reading::Loss;
-    }
-    column.type = whole ? ColumnType::Whole : ColumnType::Number;
-    column.decimals = std::max(decimals, 0);
-    column.numbers = std::move(numbers);
-    column.texts.clear();
-    return Reading::Numbers;
+    return read;
 }
 
-// As what is wanted of the column, whatever its values are: those that don't fit become missing, which notes say.
-template <class Value>
-void Force(const Column& column, const Value& value, const std::string& note, std::vector<std::string>& notes) {
-    std::size_t others = 0;
-    const std::string* first = nullptr;
-    for (std::size_t row = 0; row < column.texts.size(); ++row)
-        if (const std::string& text = column.texts[row]; !value(row, text) && !text.empty() && others++ == 0)
-            first = &text;
+void Take(Column& column, NumbersRead read) {
+    column.type = read.whole ? ColumnType::Whole : ColumnType::Number;
+    column.decimals = std::max(read.decimals, 0);
+    column.numbers = std::move(read.values);
+    column.texts.clear();
+}
+
+// Of values that don't fit the type that the user wants.
+void NoteOthers(const Column& column, std::size_t others, const std::string* first, const std::string& sentence,
+                std::vector<std::string>& notes) {
     if (first)
-        notes.push_back(Translated(note, {column.name, corvane::ShownNumber(std::to_string(others)), *first}));
+        notes.push_back(Translated(sentence, {column.name, corvane::ShownNumber(std::to_string(others)), *first}));
 }
 
 void ForceNumbers(Column& column, char point, std::vector<std::string>& notes) {
-    std::vector<double> numbers(column.texts.size(), std::numeric_limits<double>::quiet_NaN());
-    bool whole = true;
-    Force(
-        column,
-        [&](std::size_t row, const std::string& text) {
-            const std::optional<double> number = NumberOf(text, point);
-            if (number)
-                numbers[row] = *number;
-            whole = whole && (!number || text.find_first_not_of("+-0123456789") == std::string::npos);
-            return number.has_value();
-        },
-        Translated("“%1”: values that aren't numbers become missing (%2), the first is “%3”."), notes);
-    column.type = whole ? ColumnType::Whole : ColumnType::Number;
-    column.numbers = std::move(numbers);
-    column.texts.clear();
+    NumbersRead read = ReadNumbers(column, point, true);
+    NoteOthers(column, read.others, read.firstOther,
+               Translated("“%1”: values that aren't numbers become missing (%2), the first is “%3”."), notes);
+    Take(column, std::move(read));
 }
 
 // In the order that suits most values.
 void ForceDates(Column& column, std::vector<std::string>& notes) {
-    std::string_view best = "ymd";
-    std::ptrdiff_t most = -1;
+    std::vector<std::string> best;
+    std::size_t fewest = column.texts.size() + 1;
+    const std::string* firstOther = nullptr;
     for (const std::string_view order : {"ymd", "dmy", "mdy"}) {
-        const auto fit = std::count_if(column.texts.begin(), column.texts.end(),
-                                       [&](const std::string& text) { return DateOf(text, order).has_value(); });
-        if (fit > most) {
-            most = fit;
-            best = order;
+        std::vector<std::string> dates;
+        std::size_t others = 0;
+        const std::string* first = nullptr;
+        for (const std::string& text : column.texts) {
+            dates.push_back(DateOf(text, order).value_or(""));
+            if (dates.back().empty() && !text.empty() && others++ == 0)
+                first = &text;
+        }
+        if (others < fewest) {
+            fewest = others;
+            firstOther = first;
+            best = std::move(dates);
         }
     }
-    std::vector<std::string> dates(column.texts.size());
-    Force(
-        column,
-        [&](std::size_t row, const std::string& text) {
-            const std::optional<std::string> date = DateOf(text, best);
-            dates[row] = date.value_or("");
-            return date.has_value();
-        },
-        Translated("“%1”: values that aren't dates become missing (%2), the first is “%3”."), notes);
+    NoteOthers(column, fewest, firstOther,
+               Translated("“%1”: values that aren't dates become missing (%2), the first is “%3”."), notes);
     column.type = ColumnType::Date;
-    column.texts = std::move(dates);
+    column.texts = std::move(best);
 }
 
 bool HasCommas(const Column& column) {
@@ -290,15 +278,16 @@ void NoteFewTexts(const Column& column, char point, std::vector<std::string>& no
 }
 
 void ReadAutomatically(Column& column, char point, char delimiter, std::vector<std::string>& notes) {
-    std::string loss;
     const char first = point != 0 ? point : '.';
-    Reading reading = TurnToNumbers(column, first, loss);
-    if (reading == Reading::NotNumbers && point == 0 && delimiter != ',')
-        reading = TurnToNumbers(column, ',', loss);
-    if (!loss.empty())
-        notes.push_back(Translated("“%1” stays text: %2.", {column.name, loss}));
-    else if (reading == Reading::NotNumbers)
+    NumbersRead read = ReadNumbers(column, first, false);
+    if (read.others > 0 && point == 0 && delimiter != ',')
+        read = ReadNumbers(column, ',', false);
+    if (read.others > 0)
         NoteFewTexts(column, point == 0 && delimiter != ',' && HasCommas(column) ? ',' : first, notes);
+    else if (!read.loss.empty())
+        notes.push_back(Translated("“%1” stays text: %2.", {column.name, read.loss}));
+    else if (read.decimals != -1)
+        Take(column, std::move(read));
 }
 
 void ReadColumn(Column& column, ColumnReading reading, const CsvOptions& options, CsvResult& result) {

@@ -24,10 +24,6 @@ std::vector<std::string> NamesIn(const CsvResult* result) {
 
 } // namespace
 
-bool StudyContext::Exists() const {
-    return m_workspace->GetStore().HasStudy(m_studyId);
-}
-
 ImportJob::ImportJob(Ref<Workspace> workspace, Id proposedStudyId)
     : studyId(proposedStudyId), m_workspace(std::move(workspace)) {
     newStudyName = m_workspace->GetStore().FreeName(Translated("Study"));

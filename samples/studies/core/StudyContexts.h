@@ -1,4 +1,4 @@
-// The business contexts of windows about a whole study and of the import wizard.
+// What the import wizard is about.
 #pragma once
 
 #include "Csv.h"
@@ -15,22 +15,6 @@
 #include <vector>
 
 namespace studies {
-
-class StudyContext final : public corvane::Object {
-public:
-    StudyContext(corvane::Ref<Workspace> workspace, Id studyId)
-        : m_workspace(std::move(workspace)), m_studyId(studyId) {}
-
-    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
-    [[nodiscard]] Id Number() const { return m_studyId; }
-    [[nodiscard]] bool Exists() const;
-
-    std::string_view TypeName() const override { return "StudyContext"; }
-
-private:
-    corvane::Ref<Workspace> m_workspace;
-    Id m_studyId;
-};
 
 // An import on its way: a file, how it is read, and where it goes. The pages of the wizard fill it in turn.
 class ImportJob final : public corvane::Object {

@@ -14,6 +14,9 @@
 namespace studies {
 namespace {
 
+// In the order of the types.
+constexpr std::array<std::string_view, 5> TypeNames{"whole number", "number", "text", "category", "date"};
+
 // The digits that count in a number's text, without sign, point, exponent and the zeros at both ends.
 std::string SignificantDigits(std::string_view text) {
     std::string digits;
@@ -32,19 +35,7 @@ std::string WithBlanks(std::string name) {
 } // namespace
 
 std::string_view NameOf(ColumnType type) {
-    switch (type) {
-    case ColumnType::Whole:
-        return "whole number";
-    case ColumnType::Number:
-        return "number";
-    case ColumnType::Category:
-        return "category";
-    case ColumnType::Date:
-        return "date";
-    case ColumnType::Text:
-        break;
-    }
-    return "text";
+    return TypeNames.at(static_cast<std::size_t>(type));
 }
 
 std::string ShownName(ColumnType type) {
@@ -58,10 +49,9 @@ std::string ShownName(ColumnType type) {
 }
 
 ColumnType ColumnTypeOf(std::string_view name) {
-    for (const ColumnType type :
-         {ColumnType::Whole, ColumnType::Number, ColumnType::Text, ColumnType::Category, ColumnType::Date})
-        if (name == NameOf(type))
-            return type;
+    const auto* const found = std::find(TypeNames.begin(), TypeNames.end(), name);
+    if (found != TypeNames.end())
+        return static_cast<ColumnType>(found - TypeNames.begin());
     FailWith(Translated("“%1” isn't a column type.", {name}));
 }
 

@@ -1,9 +1,7 @@
 #include "Windows.h"
 
 #include "Errors.h"
-#include "Report.h"
 #include "Statistics.h"
-#include "StudyContexts.h"
 #include "corvane/author/Host.h"
 #include "corvane/base/Text.h"
 #include "corvane/core/Framework.h"
@@ -11,6 +9,7 @@
 #include "corvane/windows/WindowManager.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <set>
 
@@ -35,30 +34,17 @@ Id NumberIn(const std::string& key, const std::string& begin) {
 
 struct Place {
     const char* window;
-    Long page;
+    Long page; // -1: the first
 };
 
-Place PlaceOf(AnalysisKind kind) {
-    switch (kind) {
-    case AnalysisKind::Histogram:
-        return {"Chart", 0};
-    case AnalysisKind::Scatter:
-        return {"Chart", 1};
-    case AnalysisKind::Comparison:
-        return {"Comparison", 0};
-    case AnalysisKind::Bootstrap:
-        return {"Comparison", 1};
-    case AnalysisKind::Summary:
-        break;
-    }
-    return {"Summary", 0};
-}
+// In the order of the kinds.
+constexpr std::array<Place, 5> places{
+    {{"Summary", -1}, {"Chart", -1}, {"Chart", 1}, {"Comparison", -1}, {"Comparison", 1}}};
 
 Ref<Window> OpenDocument(const Ref<AnalysisDocument>& document) {
-    const Place place = PlaceOf(document->Settings().kind);
+    const Place& place = places.at(static_cast<std::size_t>(document->Settings().kind));
     const std::string key = document->Number() == 0 ? std::string() : analysisKey + std::to_string(document->Number());
-    return OpenWindow(place.window, document,
-                      {.key = key, .caption = document->Name(), .page = place.page == 0 ? -1 : place.page});
+    return OpenWindow(place.window, document, {.key = key, .caption = document->Caption(), .page = place.page});
 }
 
 // Loops go over a copy: what is done to one window may end others.
@@ -67,10 +53,6 @@ std::vector<Ref<Window>> OpenWindows() {
     for (const Ref<Window>& window : *Singleton::Framework()->WindowManager()->Windows())
         windows.push_back(window);
     return windows;
-}
-
-std::string ReportCaption(const StudyContext& study) {
-    return Translated("Report on %1", {study.Space()->GetStore().StudyOf(study.Number()).name});
 }
 
 void CheckColumns(const Table& table, AnalysisKind kind) {
@@ -88,7 +70,7 @@ void CheckColumns(const Table& table, AnalysisKind kind) {
 
 Ref<Window> OpenDataWindow(const Ref<DataSetContext>& data) {
     const std::string key = (data->Space()->Keeps() ? dataKey : "file ") + std::to_string(data->Number());
-    return OpenWindow("Data", data, {.key = key, .caption = data->Info().name});
+    return OpenWindow("Data", data, {.key = key, .caption = data->Caption()});
 }
 
 void OpenNewAnalysis(const Ref<DataSetContext>& data, AnalysisKind kind) {
@@ -124,7 +106,7 @@ void OpenAnalysis(const Ref<Workspace>& workspace, const Analysis& analysis) {
 
 void OpenReport(const Ref<Workspace>& workspace, Id studyId) {
     const auto study = New<StudyContext>(workspace, studyId);
-    OpenWindow("Report", study, {.key = reportKey + std::to_string(studyId), .caption = ReportCaption(*study)});
+    OpenWindow("Report", study, {.key = reportKey + std::to_string(studyId), .caption = study->Caption()});
 }
 
 bool OpenByKey(const Ref<Workspace>& workspace, const std::string& key) {
@@ -133,7 +115,7 @@ bool OpenByKey(const Ref<Workspace>& workspace, const std::string& key) {
         OpenDataWindow(workspace->DataSet(data));
     else if (const Id analysis = NumberIn(key, analysisKey); analysis != 0 && store.HasAnalysis(analysis))
         OpenAnalysis(workspace, store.AnalysisOf(analysis));
-    else if (const Id study = NumberIn(key, reportKey); study != 0 && New<StudyContext>(workspace, study)->Exists())
+    else if (const Id study = NumberIn(key, reportKey); study != 0 && store.HasStudy(study))
         OpenReport(workspace, study);
     else
         return false;
@@ -142,41 +124,23 @@ bool OpenByKey(const Ref<Workspace>& workspace, const std::string& key) {
 
 void WindowsFollow() {
     for (const Ref<Window>& window : OpenWindows()) {
-        const Ref<Object> about = window->BusinessContext();
-        if (const Ref<DataSetContext> data = about.TryAs<DataSetContext>()) {
-            if (!data->Exists())
-                window->Terminate();
-            else if (!window->IsModal())
-                window->SetCaption(data->Info().name);
-        } else if (const Ref<AnalysisDocument> document = about.TryAs<AnalysisDocument>()) {
-            document->FollowStore();
-            if (document->Exists())
-                window->SetCaption(document->Name());
-            else
-                window->Terminate();
-        } else if (const Ref<StudyContext> study = about.TryAs<StudyContext>()) {
-            if (!study->Exists())
-                window->Terminate();
-            else if (!window->IsModal())
-                window->SetCaption(ReportCaption(*study));
-        }
+        const Ref<Subject> about = window->BusinessContext().TryAs<Subject>();
+        if (!about)
+            continue;
+        about->FollowStore();
+        if (!about->Exists())
+            window->Terminate();
+        else if (!window->IsModal())
+            window->SetCaption(about->Caption());
     }
 }
 
 void TellAllWindows(const std::string& what) {
     std::set<Workspace*> notified;
-    for (const Ref<Window>& window : OpenWindows()) {
-        const Ref<Object> about = window->BusinessContext();
-        Ref<Workspace> workspace;
-        if (const Ref<DataSetContext> data = about.TryAs<DataSetContext>())
-            workspace = data->Space();
-        else if (const Ref<AnalysisDocument> document = about.TryAs<AnalysisDocument>())
-            workspace = document->Data()->Space();
-        else if (const Ref<StudyContext> study = about.TryAs<StudyContext>())
-            workspace = study->Space();
-        if (workspace && notified.insert(workspace.Get()).second)
-            workspace->Tell(what);
-    }
+    for (const Ref<Window>& window : OpenWindows())
+        if (const Ref<Subject> about = window->BusinessContext().TryAs<Subject>())
+            if (notified.insert(about->Space().Get()).second)
+                about->Space()->Tell(what);
 }
 
 std::vector<Ref<AnalysisDocument>> UnsavedAnalyses() {

@@ -38,8 +38,7 @@ Ref<DataSetContext> Workspace::Add(Id studyId, const std::string& name, const st
 }
 
 // When a job has ended, a name may be taken, and the study may have gone.
-void Workspace::Import(const ImportTarget& target, SharedTable table,
-                       std::function<void(const Ref<DataSetContext>&)> done) {
+void Workspace::Import(const ImportTarget& target, SharedTable table, Imported done) {
     const bool isLarge = !IsSmall(table->rows, table->columns.size());
     const Id reserved = isLarge ? GetStore().ReserveDataSet() : 0;
     StartJobIf(
@@ -75,6 +74,26 @@ void Workspace::Import(const ImportTarget& target, SharedTable table,
         });
     if (reserved != 0)
         GetStore().BeginBeside();
+}
+
+void Workspace::Keep(const Ref<DataSetContext>& file, Id studyId, Imported done) {
+    const Id fileId = file->Number();
+    if (const auto it = m_kept.find(fileId); it != m_kept.end() && GetStore().HasDataSet(it->second))
+        return done(DataSet(it->second));
+    std::vector<Imported>& waiting = m_keeping[fileId];
+    waiting.push_back(std::move(done));
+    if (waiting.size() > 1) // a job is on its way
+        return;
+    const studies::DataSet info = file->Info();
+    Import({studyId, GetStore().FreeName(Translated("Study")), info.name, info.source}, file->Shared(),
+           [this, fileId](const Ref<DataSetContext>& data) {
+               const auto served = m_keeping.extract(fileId);
+               if (!data)
+                   return;
+               m_kept[fileId] = data->Number();
+               for (const Imported& each : served.mapped())
+                   each(data);
+           });
 }
 
 Ref<DataSetContext> Workspace::DataSet(Id dataSetId) {
@@ -195,6 +214,10 @@ std::shared_ptr<const std::vector<double>> NumbersIn(const SharedTable& table, s
     return found ? std::shared_ptr<const std::vector<double>>(table, &found->numbers) : nullptr;
 }
 
+std::string StudyContext::Caption() const {
+    return Translated("Report on %1", {m_workspace->GetStore().StudyOf(m_studyId).name});
+}
+
 AnalysisDocument::AnalysisDocument(Ref<DataSetContext> data, AnalysisSettings settings)
     : m_data(std::move(data)), m_settings(std::move(settings)), m_saved(m_settings) {}
 
@@ -229,20 +252,24 @@ std::string AnalysisDocument::Name() const {
     return m_settings.Title(m_data->Info().name);
 }
 
+bool AnalysisDocument::HasUnsavedResult() {
+    return (CanBeSaved() || FindService("Studies")) && Result() && !m_isResultSaved;
+}
+
 void AnalysisDocument::Save() {
-    if (!CanBeSaved()) {
-        const Workspace::Keeper keep = m_data->Space()->KeptElsewhere();
-        if (!keep)
-            FailWith(
-                Translated("These data aren't part of a study. Import the file into a study to save analyses of it."));
-        return keep(m_data, [self = Ref<AnalysisDocument>(this)](const Ref<DataSetContext>& kept) {
-            self->m_data = kept;
-            if (self->m_computed)
-                self->m_computed->revision.reset();
-            self->SaveIntoStudy();
-        });
-    }
-    SaveIntoStudy();
+    if (CanBeSaved())
+        return SaveIntoStudy();
+    const Ref<Object> studies = FindService("Studies");
+    if (!studies)
+        FailWith(Translated("These data aren't part of a study. Import the file into a study to save analyses of it."));
+    const auto study = ToObject(CallByName(studies, "KeepsIn")).As<StudyContext>();
+    study->Space()->Keep(m_data, study->Number(),
+                         [self = Ref<AnalysisDocument>(this)](const Ref<DataSetContext>& kept) {
+                             self->m_data = kept;
+                             if (self->m_computed)
+                                 self->m_computed->revision.reset();
+                             self->SaveIntoStudy();
+                         });
 }
 
 void AnalysisDocument::SaveIntoStudy() {

@@ -35,6 +35,8 @@ struct ImportTarget {
 
 class Workspace final : public corvane::Object {
 public:
+    using Imported = std::function<void(const corvane::Ref<DataSetContext>&)>;
+
     // As Store. What isn't kept is gone with the program, so no analysis is saved in it.
     Workspace(const std::string& path, bool keeps);
 
@@ -49,8 +51,9 @@ public:
                                                    SharedTable table, Id reserved = 0);
     // The same, a large table by a job, and told. Calls done with the data set, or with nothing after a failure, which
     // is raised, or a cancellation.
-    void Import(const ImportTarget& target, SharedTable table,
-                std::function<void(const corvane::Ref<DataSetContext>&)> done);
+    void Import(const ImportTarget& target, SharedTable table, Imported done);
+    // Imports a data set of another workspace, which keeps nothing, once, and calls done with what it is here.
+    void Keep(const corvane::Ref<DataSetContext>& file, Id studyId, Imported done);
     // Whether a window shows that data set.
     [[nodiscard]] bool IsInUse(Id dataSetId) const { return m_contexts.contains(dataSetId); }
     // Shows what another program has changed in the file since the last call; to be called again and again.
@@ -58,14 +61,6 @@ public:
     // The store has changed; says what, for the status line.
     void Tell(const std::string& what) { Changed.Raise(what); }
     void Close();
-
-    // What puts a data set of this workspace into one that keeps, large ones by a job, and calls done with the data set
-    // there. It isn't called after a failure or a cancellation.
-    using Kept = std::function<void(const corvane::Ref<DataSetContext>&)>;
-    using Keeper = std::function<void(const corvane::Ref<DataSetContext>&, Kept done)>;
-    void SetKeeper(Keeper keep) { m_keep = std::move(keep); }
-    // Nothing without one.
-    [[nodiscard]] const Keeper& KeptElsewhere() const { return m_keep; }
 
     corvane::Event<const std::string&> Changed;
 
@@ -77,22 +72,35 @@ public:
 private:
     std::unique_ptr<Store> m_store;
     bool m_keeps;
-    Keeper m_keep;
-    std::map<Id, DataSetContext*> m_contexts; // the living ones
+    std::map<Id, DataSetContext*> m_contexts;      // the living ones
+    std::map<Id, std::vector<Imported>> m_keeping; // of files that are on their way
+    std::map<Id, Id> m_kept;                       // what data sets of files have become
 };
 
 // The numbers of a column of the table, which stays as long as they do; a null pointer for no such column.
 [[nodiscard]] std::shared_ptr<const std::vector<double>> NumbersIn(const SharedTable& table, std::string_view column);
 
+// What a window is about: something in a workspace, which may go while the window is open.
+class Subject : public corvane::Object {
+public:
+    [[nodiscard]] virtual const corvane::Ref<Workspace>& Space() const = 0;
+    [[nodiscard]] virtual bool Exists() const = 0;
+    // Of a window that isn't modal; fails when it doesn't exist any more.
+    [[nodiscard]] virtual std::string Caption() const = 0;
+    // The store has changed.
+    virtual void FollowStore() {}
+};
+
 // What a window about a data set is about.
-class DataSetContext final : public corvane::Object {
+class DataSetContext final : public Subject {
 public:
     DataSetContext(corvane::Ref<Workspace> workspace, Id dataSetId);
     ~DataSetContext() override;
 
-    [[nodiscard]] const corvane::Ref<Workspace>& Space() const { return m_workspace; }
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const override { return m_workspace; }
     [[nodiscard]] Id Number() const { return m_dataSetId; }
-    [[nodiscard]] bool Exists() const;
+    [[nodiscard]] bool Exists() const override;
+    [[nodiscard]] std::string Caption() const override { return Info().name; }
     // As it is now. Fails when it doesn't exist any more.
     [[nodiscard]] DataSet Info() const { return m_workspace->GetStore().DataSetOf(m_dataSetId); }
     // The whole table; read once, and again after a change. Valid until then.
@@ -129,25 +137,27 @@ private:
     std::weak_ptr<std::vector<Waiting>> m_waiting; // for the job that reads, which has it
 };
 
-// For a service that is known by its name alone: a call of a Keeper.
-class KeepRequest final : public corvane::Object {
+// What a window about a whole study is about.
+class StudyContext final : public Subject {
 public:
-    KeepRequest(corvane::Ref<DataSetContext> data, Workspace::Kept done)
-        : m_data(std::move(data)), m_done(std::move(done)) {}
+    StudyContext(corvane::Ref<Workspace> workspace, Id studyId)
+        : m_workspace(std::move(workspace)), m_studyId(studyId) {}
 
-    [[nodiscard]] const corvane::Ref<DataSetContext>& Data() const { return m_data; }
-    void Done(const corvane::Ref<DataSetContext>& kept) const { m_done(kept); }
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const override { return m_workspace; }
+    [[nodiscard]] Id Number() const { return m_studyId; }
+    [[nodiscard]] bool Exists() const override { return m_workspace->GetStore().HasStudy(m_studyId); }
+    [[nodiscard]] std::string Caption() const override; // of its report
 
-    std::string_view TypeName() const override { return "KeepRequest"; }
+    std::string_view TypeName() const override { return "StudyContext"; }
 
 private:
-    corvane::Ref<DataSetContext> m_data;
-    Workspace::Kept m_done;
+    corvane::Ref<Workspace> m_workspace;
+    Id m_studyId;
 };
 
 // What a window about an analysis is about: its settings as they are in the window and as they are in the store, and
 // the result of what takes time to compute.
-class AnalysisDocument final : public corvane::Object {
+class AnalysisDocument final : public Subject {
 public:
     // A new one, which isn't in the store.
     AnalysisDocument(corvane::Ref<DataSetContext> data, AnalysisSettings settings);
@@ -161,6 +171,8 @@ public:
     // 0 for one that isn't in the store.
     [[nodiscard]] Id Number() const { return m_analysisId; }
     [[nodiscard]] std::string Name() const;
+    [[nodiscard]] std::string Caption() const override { return Name(); }
+    [[nodiscard]] const corvane::Ref<Workspace>& Space() const override { return m_data->Space(); }
     [[nodiscard]] bool CanBeSaved() const { return m_data->Space()->Keeps(); }
     // Whether settings are others than the saved ones, or than the first ones of a new analysis. The kind alone is what
     // page was looked at last.
@@ -172,23 +184,20 @@ public:
     void SetResult(const BootstrapResult& result, const AnalysisSettings& settings,
                    std::shared_ptr<const std::vector<double>> values);
     // Whether closing would lose what took time to compute. Settings are a matter of a click and don't count.
-    [[nodiscard]] bool HasUnsavedResult() {
-        return (CanBeSaved() || m_data->Space()->KeptElsewhere()) && Result() && !m_isResultSaved;
-    }
+    [[nodiscard]] bool HasUnsavedResult();
     // Whether Save would do something that is worth it.
     [[nodiscard]] bool IsUnsaved() {
         return HasUnsavedResult() || (CanBeSaved() && (m_analysisId == 0 || IsChanged()));
     }
     // Puts it into the study, or what has been changed; data that are in none go into one before, for which there may
-    // be a job. What another window
-    // of Studies has saved of the same analysis stays, and this one becomes one of its own. Fails when the data set
-    // isn't there any more.
+    // be a job. What another window of Studies has saved of the same analysis stays, and this one becomes one of its
+    // own. Fails when the data set isn't there any more.
     void Save();
     // The store has changed: what is saved may be another by undo. Settings that no one has touched follow it. An
     // analysis that has gone from the study becomes a new one if its result would be lost.
-    void FollowStore();
+    void FollowStore() override;
     // False when its data set or its entry in the store has gone.
-    [[nodiscard]] bool Exists() const;
+    [[nodiscard]] bool Exists() const override;
 
     corvane::Event<> Changed; // its settings, or whether they are saved
 
