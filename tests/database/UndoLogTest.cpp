@@ -1,13 +1,11 @@
 #include "database/UndoLog.h"
 
 #include "corvane/base/Failure.h"
-#include "database/SharedLock.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cmath>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <memory>
 
 using namespace corvane::database;
 
@@ -113,15 +111,6 @@ TEST_F(Birds, FailuresAreSaidAsTheApplicationWants) {
     };
     Database own(m_path, report);
     EXPECT_EQ(FailureOf([&] { own.Run("SELECT"); }), "Birds: Mine: incomplete input");
-}
-
-TEST_F(Birds, ALockTellsWhetherAnotherHasTheFile) {
-    auto first = std::make_unique<SharedLock>(m_path + ".lock");
-    EXPECT_FALSE(first->WasHeld());
-    const auto second = std::make_unique<SharedLock>(m_path + ".lock");
-    EXPECT_TRUE(second->WasHeld());
-    first.reset();
-    EXPECT_TRUE(SharedLock(m_path + ".lock").WasHeld());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "StudyService.h"
 
+#include "EditedText.h"
 #include "Errors.h"
 #include "Report.h"
 #include "StudyContexts.h"
@@ -244,19 +245,15 @@ void StudyService::OnRestore() {
     if (items.empty())
         return SetStatus(Translated("Nothing has been deleted within the last %1 days", {std::to_string(DaysInBin)}));
     std::vector<std::string> choices;
-    for (const Deleted& item : items) {
-        const std::string choice = ChoiceOf(item);
-        std::string other = choice;
-        for (int n = 2; std::find(choices.begin(), choices.end(), other) != choices.end(); ++n)
-            other = choice + " (" + std::to_string(n) + ")";
-        choices.push_back(other);
-    }
+    const auto placeOf = [&](const std::string& choice) { return std::find(choices.begin(), choices.end(), choice); };
+    for (const Deleted& item : items)
+        choices.push_back(
+            FreeText(ChoiceOf(item), [&](const std::string& choice) { return placeOf(choice) != choices.end(); }));
     const std::optional<std::string> chosen =
         Ask(Translated("What shall be restored?"), choices, Translated("Restore Deleted"));
     if (!chosen)
         return;
-    const Deleted& item =
-        items[static_cast<std::size_t>(std::find(choices.begin(), choices.end(), *chosen) - choices.begin())];
+    const Deleted& item = items[static_cast<std::size_t>(placeOf(*chosen) - choices.begin())];
     TheStore().Restore(item.id);
     m_workspace->Tell(Translated("%1 has been restored", {Quoted(item.name)}));
     Select({item.kind.front(), item.itemId}); // whose kinds begin with the letters of places
@@ -305,12 +302,8 @@ bool StudyService::ShowsAll() const {
 
 void StudyService::OnUnsaved(Dictionary& items, Double& order) {
     order = 1;
-    for (const Ref<AnalysisDocument>& document : UnsavedAnalyses()) {
-        std::string name = document->Name();
-        for (int n = 2; items.Exists(name); ++n)
-            name = document->Name() + " (" + std::to_string(n) + ")";
-        items.Add(name, document);
-    }
+    for (const Ref<AnalysisDocument>& document : UnsavedAnalyses())
+        items.Add(FreeText(document->Name(), [&](const std::string& name) { return items.Exists(name); }), document);
 }
 
 void StudyService::OnSave(const Ref<Object>& item) {

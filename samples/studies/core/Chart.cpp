@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace studies {
 namespace {
@@ -20,7 +21,7 @@ struct Division {
     static constexpr auto NoGroup = static_cast<std::size_t>(-1);
 };
 
-Division Divide(const Table& table, const std::string& groupColumn, std::string& note) {
+Division Divide(const Table& table, const std::string& groupColumn, ChartScene& scene) {
     Division division;
     division.groupOf.assign(table.rows, 0);
     const Column* group = table.Find(groupColumn);
@@ -28,12 +29,14 @@ Division Divide(const Table& table, const std::string& groupColumn, std::string&
         return division;
     const std::vector<std::string> values = ValuesOf(*group);
     if (values.size() > MostChartGroups) {
-        note = Translated("%1 has %2 values; up to %3 can be distinguished.",
-                          {group->name, CountText(values.size()), CountText(MostChartGroups)}) +
-               " ";
+        scene.note = Translated("%1 has %2 values; up to %3 can be distinguished.",
+                                {group->name, CountText(values.size()), CountText(MostChartGroups)}) +
+                     " ";
         return division;
     }
     division.names = values;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        scene.legend.emplace_back(values[i], static_cast<int>(i));
     for (std::size_t row = 0; row < table.rows; ++row) {
         const auto it = std::find(values.begin(), values.end(), group->Text(row));
         division.groupOf[row] = it == values.end() ? Division::NoGroup : static_cast<std::size_t>(it - values.begin());
@@ -44,11 +47,6 @@ Division Divide(const Table& table, const std::string& groupColumn, std::string&
 const Column* NumbersIn(const Table& table, const std::string& columnName) {
     const Column* column = table.Find(columnName);
     return column && column->IsNumeric() ? column : nullptr;
-}
-
-void SetLegend(ChartScene& scene, const Division& division) {
-    for (std::size_t i = 0; i < division.names.size(); ++i)
-        scene.legend.emplace_back(division.names[i], static_cast<int>(i));
 }
 
 // Some room around the values.
@@ -127,8 +125,7 @@ ChartScene HistogramScene(const Table& table, const AnalysisSettings& settings) 
         scene.empty = Translated("All values of “%1” are missing.", {x->name});
         return scene;
     }
-    const Division division = Divide(table, settings.groupColumn, scene.note);
-    SetLegend(scene, division);
+    const Division division = Divide(table, settings.groupColumn, scene);
     std::vector<std::vector<double>> values(std::max<std::size_t>(1, division.names.size()));
     std::size_t counted = 0;
     for (std::size_t row = 0; row < table.rows; ++row)
@@ -164,8 +161,7 @@ ChartScene ScatterScene(const Table& table, const AnalysisSettings& settings) {
         scene.empty = Translated("Choose two columns of numbers.");
         return scene;
     }
-    const Division division = Divide(table, settings.groupColumn, scene.note);
-    SetLegend(scene, division);
+    const Division division = Divide(table, settings.groupColumn, scene);
     std::vector<std::vector<double>> xs(std::max<std::size_t>(1, division.names.size()));
     std::vector<std::vector<double>> ys(xs.size());
     for (std::size_t row = 0; row < table.rows; ++row) {
@@ -205,8 +201,8 @@ ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings)
     }
     const double confidence = settings.bootstrap.confidence;
     constexpr double aside = 0.18; // the box to the left, the mean to the right of the place
-    double low = 0;
-    double high = 0;
+    double low = std::numeric_limits<double>::infinity();
+    double high = -low;
     for (const std::string* name : {&settings.firstGroup, &settings.secondGroup}) {
         const std::vector<double> values = NumbersOfGroup(*x, *group, *name);
         const SampleFigures figures = FiguresOf(values);
@@ -230,16 +226,14 @@ ChartScene ComparisonScene(const Table& table, const AnalysisSettings& settings)
         box.tip = *name + "\n" +
                   Translated("median %1 %2\nquartiles %3 and %4",
                              {FigureText(box.median, 6), x->unit, FigureText(box.q1, 6), FigureText(box.q3, 6)});
-        double least = std::min(box.low, scene.marks.back().low);
-        double most = std::max(box.high, scene.marks.back().high);
-        for (const double value : box.beyond) {
-            least = std::min(least, value);
-            most = std::max(most, value);
+        for (const double value : values) { // those that are missing compare with nothing
+            low = std::min(low, value);
+            high = std::max(high, value);
         }
+        low = std::min(low, figures.mean - reach);
+        high = std::max(high, figures.mean + reach);
         scene.boxes.push_back(std::move(box));
         scene.x.names.push_back(*name);
-        low = place == 0 ? least : std::min(low, least);
-        high = place == 0 ? most : std::max(high, most);
     }
     SpanAxis(scene.y, low, high);
     scene.x.label = group->Label();

@@ -1,5 +1,6 @@
 #include "Csv.h"
 
+#include "EditedText.h"
 #include "Errors.h"
 #include "TextFile.h"
 #include "corvane/base/Failure.h"
@@ -146,10 +147,7 @@ std::vector<Column> NamedColumns(const std::vector<std::string>& given) {
     };
     for (std::size_t i = 0; i < given.size(); ++i) {
         const std::string wanted = given[i].empty() ? Translated("column %1", {std::to_string(i + 1)}) : given[i];
-        std::string name = wanted;
-        for (int n = 2; IsTaken(name); ++n)
-            name = wanted + " (" + std::to_string(n) + ")";
-        columns.push_back({name, ColumnType::Text, {}, {}});
+        columns.push_back({FreeText(wanted, IsTaken), ColumnType::Text, {}, {}});
     }
     return columns;
 }

@@ -12,6 +12,13 @@ std::string Trimmed(const std::string& text) {
     return begin == std::string::npos ? std::string() : text.substr(begin, text.find_last_not_of(space) + 1 - begin);
 }
 
+std::string FreeText(const std::string& text, const std::function<bool(const std::string&)>& isTaken) {
+    std::string free = text;
+    for (int n = 2; isTaken(free); ++n)
+        free = text + " (" + std::to_string(n) + ")";
+    return free;
+}
+
 std::string Merged(std::string& read, const std::string& edited, const std::string& stored,
                    const std::string& sentence) {
     if (edited == read)

@@ -6,20 +6,10 @@
 #include "corvane/core/Preferences.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace studies {
 
 using namespace corvane;
-
-namespace {
-
-std::size_t CountOf(const std::vector<double>& numbers) {
-    return static_cast<std::size_t>(
-        std::count_if(numbers.begin(), numbers.end(), [](double dbl) { return !std::isnan(dbl); }));
-}
-
-} // namespace
 
 FigurePreferences ReadPreferences() {
     const Ref<Preferences> settings = New<Preferences>();
@@ -67,7 +57,7 @@ void ChooseGroups(const Table& table, AnalysisSettings& settings) {
         return;
     std::vector<std::string> groupList = ValuesOf(*groups);
     std::stable_partition(groupList.begin(), groupList.end(), [&](const std::string& group) {
-        return numbers && numbers->IsNumeric() && CountOf(NumbersOfGroup(*numbers, *groups, group)) > 1;
+        return numbers && numbers->IsNumeric() && FiguresOf(NumbersOfGroup(*numbers, *groups, group)).count > 1;
     });
     if (groupList.size() < 2)
         return;

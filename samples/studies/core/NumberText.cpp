@@ -24,10 +24,6 @@ std::string Written(double value, Format... format) {
     return {buffer.data(), result.ptr};
 }
 
-} // namespace
-
-namespace {
-
 // Most numbers have four decimals at most. Up to 15 digits there is one decimal number for a double, which is the
 // shortest text then, and comes from whole numbers in a fraction of the time. A null pointer for others.
 char* WriteFewDecimals(char* begin, char* most, double value) {

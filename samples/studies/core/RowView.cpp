@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cmath>
+#include <compare>
 #include <functional>
 #include <numeric>
 #include <string_view>
@@ -28,14 +28,11 @@ std::string FoldedText(std::string_view text) {
 
 // Less than, equal to or greater than 0.
 int Compare(std::string_view a, std::string_view b) {
-    const std::size_t common = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        const auto left = static_cast<unsigned char>(Folded(a[i]));
-        const auto right = static_cast<unsigned char>(Folded(b[i]));
-        if (left != right)
-            return left < right ? -1 : 1;
-    }
-    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+    const auto order =
+        std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end(), [](char left, char right) {
+            return static_cast<unsigned char>(Folded(left)) <=> static_cast<unsigned char>(Folded(right));
+        });
+    return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
 bool ContainsFolded(std::string_view text, std::string_view folded) {
@@ -53,7 +50,18 @@ bool MayBeInNumber(std::string_view folded) {
     return folded.find_first_not_of("0123456789.-+e") == std::string_view::npos;
 }
 
-enum class Comparison { Contains, Equal, Different, Less, AtMost, Greater, AtLeast, Missing, Present };
+// The first six say by their bits which orders hold: less 1, equal 2, greater 4.
+enum class Comparison {
+    Less = 1,
+    Equal = 2,
+    AtMost = 3,
+    Greater = 4,
+    Different = 5,
+    AtLeast = 6,
+    Contains,
+    Missing,
+    Present
+};
 
 struct Filter {
     Comparison comparison = Comparison::Contains;
@@ -96,22 +104,8 @@ Filter FilterOf(const Column* column, std::string_view filter) {
 }
 
 bool Holds(Comparison comparison, int order) {
-    switch (comparison) {
-    case Comparison::Equal:
-        return order == 0;
-    case Comparison::Different:
-        return order != 0;
-    case Comparison::Less:
-        return order < 0;
-    case Comparison::AtMost:
-        return order <= 0;
-    case Comparison::Greater:
-        return order > 0;
-    case Comparison::AtLeast:
-        return order >= 0;
-    default:
-        return false;
-    }
+    const int bit = order < 0 ? 1 : order == 0 ? 2 : 4;
+    return (static_cast<int>(comparison) & bit) != 0;
 }
 
 bool Matches(const Column& column, const Filter& filter, std::size_t row) {

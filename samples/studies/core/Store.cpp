@@ -5,6 +5,7 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 namespace studies {
@@ -71,9 +72,10 @@ std::ptrdiff_t LengthOf(std::string_view text) {
 
 } // namespace
 
-void MakeTables(Database& database) {
-    for (const char* schema : {Schema, SecondSchema, ThirdSchema, FourthSchema})
-        database.Run(schema);
+void MakeTables(Database& database, std::int64_t version) {
+    constexpr std::array<const char*, SchemaVersion> schemas{Schema, SecondSchema, ThirdSchema, FourthSchema};
+    for (; version < SchemaVersion; ++version)
+        database.Run(schemas[static_cast<std::size_t>(version)]);
 }
 
 Store::Store(std::string path) : m_database(std::move(path)) {
@@ -126,20 +128,14 @@ void Store::Prepare() {
     const std::int64_t application = m_database.WholeOf("PRAGMA application_id");
     std::int64_t version = m_database.WholeOf("PRAGMA user_version");
     if (m_database.WholeOf("SELECT count(*) FROM sqlite_master") == 0) {
-        m_database.Run(Schema);
-        version = 1;
+        version = 0;
     } else if (application != ApplicationId) {
         FailWith(Translated("The file “%1” belongs to another program.", {m_database.Path()}));
     } else if (version > SchemaVersion) {
         FailWith(Translated("The file “%1” was written by a later version of Studies (%2; this one knows %3).",
                             {m_database.Path(), std::to_string(version), std::to_string(SchemaVersion)}));
     }
-    if (version == 1)
-        m_database.Run(SecondSchema);
-    if (version <= 2)
-        m_database.Run(ThirdSchema);
-    if (version <= 3)
-        m_database.Run(FourthSchema);
+    MakeTables(m_database, version);
     transaction.Commit();
     if (const auto check = m_database.Texts("PRAGMA quick_check(1)"); check.front() != "ok")
         FailWith(Translated("The file “%1” is damaged (%2). Move it away to start with an empty one.",

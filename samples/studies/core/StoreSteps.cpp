@@ -4,9 +4,10 @@
 #include "corvane/base/Text.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
+#include <limits>
+#include <locale>
 #include <map>
+#include <sstream>
 
 namespace studies {
 namespace {
@@ -17,18 +18,16 @@ constexpr std::size_t MostColumns = 1000;
 std::string TextOfResult(const std::optional<BootstrapResult>& result) {
     if (!result)
         return {};
-    std::vector<double> values{static_cast<double>(result->count), result->figure, result->error, result->interval.low,
-                               result->interval.high};
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(std::numeric_limits<double>::max_digits10);
+    text << result->count << ' ' << result->figure << ' ' << result->error << ' ' << result->interval.low << ' '
+         << result->interval.high;
     if (!result->counts.empty())
-        values.insert(values.end(), {result->bins.start, result->bins.width});
-    values.insert(values.end(), result->counts.begin(), result->counts.end());
-    std::string text;
-    for (const double value : values) {
-        std::array<char, 32> letters{};
-        text += text.empty() ? "" : " ";
-        text.append(letters.data(), std::to_chars(letters.begin(), letters.end(), value).ptr);
-    }
-    return text;
+        text << ' ' << result->bins.start << ' ' << result->bins.width;
+    for (const std::size_t count : result->counts)
+        text << ' ' << count;
+    return text.str();
 }
 
 // The statement begins with the places of the name, the settings and the result; the numbers follow them.
@@ -242,12 +241,7 @@ Id Store::AddAnalysis(Id dataSetId, std::string_view name, const AnalysisSetting
                       const std::optional<BootstrapResult>& result) {
     Id id = 0;
     Perform(Translated("New Analysis"), [&] {
-        CheckExists("data_sets", dataSetId);
-        WriteAnalysis(m_database,
-                      "INSERT INTO analyses(name, kind, group_column, x_column, y_column, first_group, second_group,"
-                      " figure, bins, confidence, resamples, seed, result, study_id, data_set_id)"
-                      " SELECT ?,?,?,?,?,?,?,?,?,?,?,?,?, study_id, id FROM data_sets WHERE id=?",
-                      name, settings, result, {dataSetId});
+        WriteAnalysis(m_database, WholeAnalysis, name, settings, result, {DataSetOf(dataSetId).studyId, dataSetId});
         id = m_database.LastId();
     });
     return id;

@@ -46,7 +46,7 @@ auto StepsOf(const StudyContents& contents, corvane::JobProgress& progress) {
 void WriteInto(Database& file, const ReportSubject& subject, corvane::JobProgress& progress) {
     file.Run("ATTACH ? AS store", subject.path);
     Transaction transaction(file, "BEGIN");
-    MakeTables(file);
+    MakeTables(file, 0);
     file.Run("PRAGMA application_id=" + std::to_string(StudyFileId));
     StudyContents contents{subject.study, {}, subject.analyses};
     for (DataSet dataSet : subject.dataSets) {

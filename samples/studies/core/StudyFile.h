@@ -31,7 +31,8 @@ struct StudyFileHead {
                                           corvane::JobProgress& progress = corvane::WithoutJob());
 
 // Parts of the above and of the store.
-void MakeTables(Database& database);
+// Those that a file of that version hasn't; 0 for an empty file.
+void MakeTables(Database& database, std::int64_t version);
 [[nodiscard]] StudyContents ContentsOfFile(Database& file);
 Id WriteContents(Database& database, const StudyContents& contents);
 [[nodiscard]] Id ReserveNumber(Database& database);
