@@ -172,7 +172,7 @@ private:
                 Quoted(field.name) + " has neither a label nor an accessible name, so nothing says what it is",
                 field.kind == FieldKind::Button ? "give it a text"
                                                 : "put a label in front of it, or make it the buddy of one");
-        if (isList && field.columns.empty())
+        if (isList && field.columns.empty() && field.look != forms::FieldLook::TextTable)
             Add(Rule::FormIdle, field.at, Quoted(field.name) + " has no columns, so its rows are shown empty",
                 "add columns in Designer, whose titles name the properties of a row");
         if (field.required && field.readOnly)

@@ -1,9 +1,11 @@
 #include "forms/FormBinding.h"
 
 #include "adapters/common/Recoverable.h"
+#include "corvane/author/Translation.h"
 #include "corvane/base/Text.h"
 #include "corvane/platform/Entering.h"
 
+#include <charconv>
 #include <unordered_map>
 
 namespace corvane::forms {
@@ -48,6 +50,36 @@ std::string Unmarked(std::string_view text) {
     for (const char c : text)
         label += c == '&' ? std::string("&&") : std::string(1, c);
     return label;
+}
+
+std::vector<std::string> CellsOf(const std::string& line) {
+    std::vector<std::string> cells;
+    std::size_t begin = 0;
+    for (std::size_t tab = line.find('\t'); tab != std::string::npos; tab = line.find('\t', begin)) {
+        cells.push_back(line.substr(begin, tab - begin));
+        begin = tab + 1;
+    }
+    cells.push_back(line.substr(begin));
+    return cells;
+}
+
+bool IsFigure(const std::string& cell) {
+    const std::string plain = PlainNumber(cell).value_or("");
+    Double value = 0;
+    const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+    return error == std::errc() && end == plain.data() + plain.size();
+}
+
+// Whether the column has numbers, and beside them nothing but signs for none.
+bool HasFigures(const std::vector<std::vector<std::string>>& lines, std::size_t column) {
+    bool has = false;
+    for (const std::vector<std::string>& line : lines) {
+        if (IsFigure(line[column]))
+            has = true;
+        else if (!line[column].empty() && line[column] != "-" && line[column] != "–")
+            return false;
+    }
+    return has;
 }
 
 FieldDef CellDef(const ColumnDef& column) {
@@ -205,6 +237,8 @@ void FormBinding::ReadRows(std::size_t field) {
     Bound& bound = m_bound[field];
     if (!m_object || (kind != FieldKind::Table && kind != FieldKind::Tree))
         return;
+    if (m_model.Field(field).look == FieldLook::TextTable)
+        return ReadLines(field);
     if (bound.reads) {
         bound.rows = ToObject(Ask(Name(field)));
         bound.treeRows.clear();
@@ -222,6 +256,26 @@ void FormBinding::ReadRows(std::size_t field) {
         const bool isRow = row >= 1 && static_cast<std::size_t>(row) <= bound.rowCount;
         m_model.ShowSelection(field, isRow ? static_cast<std::size_t>(row) - 1 : none);
     }
+}
+
+// The titles, then a line for each row, with tabs between the cells.
+void FormBinding::ReadLines(std::size_t field) {
+    Bound& bound = m_bound[field];
+    std::vector<std::string> lines = bound.reads ? LinesOf(Ask(Name(field))) : std::vector<std::string>();
+    const std::vector<std::string> titles = lines.empty() ? std::vector<std::string>() : CellsOf(lines.front());
+    bound.lines.clear();
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        bound.lines.push_back(CellsOf(lines[i]));
+        bound.lines.back().resize(titles.size());
+    }
+    bound.rowCount = bound.lines.size();
+    std::vector<ColumnDef> columns(titles.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        columns[i].name = titles[i];
+        columns[i].title = {titles[i], {}, false};
+        columns[i].hasFigures = HasFigures(bound.lines, i);
+    }
+    m_model.ShowRows(field, std::move(columns));
 }
 
 void FormBinding::AddTreeRows(Bound& bound, const Ref<Object>& rows, int depth) {
@@ -346,9 +400,11 @@ Ref<Object> FormBinding::Row(std::size_t field, std::size_t row) const {
 }
 
 Variant FormBinding::Cell(std::size_t field, std::size_t row, std::size_t column) {
-    const ColumnDef& def = m_model.Field(field).columns[column];
     if (row >= m_bound[field].rowCount)
         return {};
+    if (!m_bound[field].lines.empty())
+        return m_bound[field].lines[row][column];
+    const ColumnDef& def = m_model.Field(field).columns[column];
     const Ref<Object> item = Row(field, row);
     const Entering entering(item);
     const Variant answer = item->Invoke(def.name, {});

@@ -64,6 +64,7 @@ private:
         bool isRefused = false; // because it has refused it, or can't be shown: the problem is the binding's
         std::vector<std::size_t> nodes = {}; // for enabled and visible
         Ref<Object> rows = {};
+        std::vector<std::vector<std::string>> lines = {}; // of a table that is a text, below its titles
         std::size_t rowCount = 0;
         std::vector<TreeRow> treeRows = {};
     };
@@ -73,6 +74,7 @@ private:
     void ReadValue(std::size_t field);
     void ReadChoices(std::size_t field);
     void ReadRows(std::size_t field);
+    void ReadLines(std::size_t field);
     void ReadState(std::size_t field);
     void ReadDerived();
     void AddTreeRows(Bound& bound, const Ref<Object>& rows, int depth);

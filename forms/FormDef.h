@@ -55,6 +55,7 @@ enum class FieldLook {
     CheckableGroup, // of a boolean: the node is a Group, and its content is enabled while it is checked
     ToolButton,     // of a button
     CheckedButton,  // of a boolean: a button that stays pressed
+    TextTable,      // of a table: a text holds its titles and its cells, which are only shown
 };
 
 // A text that users see. One that isn't to be translated is left out of the catalogues.
@@ -80,6 +81,7 @@ struct ColumnDef {
     bool editable = false;
     std::vector<FormChoice> choices; // of a Choice
     int decimals = 2;                // of a Number
+    bool hasFigures = false;         // of a Text in a TextTable: all are numbers as users read them
 };
 
 enum class RowSelection { None, One };

@@ -334,7 +334,12 @@ void WidgetReader::ReadColumns(const XmlElement& widget, Properties& properties,
     for (ColumnDef& column : field.columns)
         if (column.title.IsEmpty())
             column.title = {column.name, column.at, false};
-    if (properties.TakeWord("selectionMode") == "NoSelection")
+    const std::string kind = properties.TakeText("kind").text;
+    if (field.kind == FieldKind::Table && EqualText(kind, WordOf(FieldKind::Text)))
+        field.look = FieldLook::TextTable;
+    else if (!kind.empty())
+        properties.BadValue("kind", "Write text for a table whose titles and cells are a text, or leave it out.");
+    if (properties.TakeWord("selectionMode") == "NoSelection" || field.look == FieldLook::TextTable)
         field.selection = RowSelection::None;
     const std::vector<std::string> triggers = properties.TakeWords("editTriggers");
     field.readOnly = triggers.size() == 1 && triggers.front() == "NoEditTriggers";

@@ -158,8 +158,8 @@ std::size_t FormModel::RowCount(std::size_t field) const {
 }
 
 Variant FormModel::Cell(std::size_t field, std::size_t row, std::size_t column) const {
-    return m_data && row < RowCount(field) && column < Field(field).columns.size() ? m_data->Cell(field, row, column)
-                                                                                   : Variant();
+    return m_data && row < RowCount(field) && column < Columns(field).size() ? m_data->Cell(field, row, column)
+                                                                             : Variant();
 }
 
 std::string FormModel::CellText(std::size_t field, std::size_t row, std::size_t column) const {
@@ -439,8 +439,14 @@ void FormModel::ShowLabel(std::size_t field, const std::string& label) {
     Raise(FormChange::Label, field);
 }
 
-void FormModel::ShowRows(std::size_t field) {
+const std::vector<ColumnDef>& FormModel::Columns(std::size_t field) const {
+    return m_fields[field].columns ? *m_fields[field].columns : Field(field).columns;
+}
+
+void FormModel::ShowRows(std::size_t field, std::optional<std::vector<ColumnDef>> columns) {
     Watch watch(*this, field);
+    if (columns)
+        m_fields[field].columns = std::move(columns);
     std::erase_if(m_wrongCells, [&](const auto& cell) { return cell.first.first == field; });
     std::erase_if(m_edits, [&](const CellEdit& edit) { return edit.row >= RowCount(field) && edit.field == field; });
     if (m_fields[field].row != none && m_fields[field].row >= RowCount(field))

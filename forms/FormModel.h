@@ -80,7 +80,8 @@ public:
     // As the user would type it, or has typed it: also what is no value.
     [[nodiscard]] std::string Text(std::size_t field) const;
     [[nodiscard]] const std::vector<FormChoice>& Choices(std::size_t field) const;
-    [[nodiscard]] std::string Label(std::size_t field) const; // with its mnemonic
+    [[nodiscard]] const std::vector<ColumnDef>& Columns(std::size_t field) const; // of a table or tree
+    [[nodiscard]] std::string Label(std::size_t field) const;                     // with its mnemonic
     // Of the field and of all that it lies in.
     [[nodiscard]] bool IsEnabled(std::size_t field) const;
     [[nodiscard]] bool IsVisible(std::size_t field) const;
@@ -139,7 +140,8 @@ public:
     void ShowProblem(std::size_t field, Problem problem);
     void ShowProblemAtOnce(std::size_t field, Problem problem);
     void ShowLabel(std::size_t field, const std::string& label);
-    void ShowRows(std::size_t field); // are others now
+    // Rows are others now, and so are the columns if they are given.
+    void ShowRows(std::size_t field, std::optional<std::vector<ColumnDef>> columns = {});
     void ShowSelection(std::size_t field, std::size_t row);
     void SetReadOnly(std::size_t field) { m_fields[field].isReadOnly = true; }
     void EnableNode(std::size_t node, bool enabled);
@@ -161,6 +163,7 @@ private:
         Problem checking;                 // of the value
         Problem own;                      // of the page
         std::optional<std::vector<FormChoice>> choices;
+        std::optional<std::vector<ColumnDef>> columns;
         std::optional<std::string> label;
         std::size_t row = none;
         bool isReadOnly = false;

@@ -63,6 +63,17 @@ std::string WhatIs(const XmlElement& widget) {
     return name.empty() ? "a " + std::string(widget.Attribute("class")).substr(0, 40) : QuotedName(name);
 }
 
+// How much of the space along a splitter the widget gets, by its size policy.
+int StretchOf(const XmlElement& widget, bool isHorizontal) {
+    for (const XmlElement& property : widget.children) {
+        const XmlElement* policy = property.Attribute("name") == "sizePolicy" ? property.Child("sizepolicy") : nullptr;
+        const XmlElement* stretch = policy ? policy->Child(isHorizontal ? "horstretch" : "verstretch") : nullptr;
+        if (const std::vector<int> numbers = NumbersIn(stretch ? stretch->text : ""); !numbers.empty())
+            return numbers.front();
+    }
+    return 0;
+}
+
 bool IsContainer(std::string_view className) {
     return className == "QWidget" || className == "QFrame" || className == "QGroupBox";
 }
@@ -187,6 +198,8 @@ void WidgetReader::ReadChildren(const XmlElement& widget, FormNode& node, const 
                 node.layout = LayoutKind::Column;
             part.cell = {static_cast<int>(node.children.size()), 0, 1, node.layout == LayoutKind::Form ? 2 : 1};
             node.children.push_back(std::move(part));
+            if (node.kind == NodeKind::Splitter)
+                node.stretch.push_back(StretchOf(child, node.horizontal));
         } else if (child.name != "layout" && child.name != "property" && child.name != "attribute" &&
                    child.name != "item" && child.name != "column" && child.name != "row" && child.name != "addaction" &&
                    child.name != "action") {

@@ -25,7 +25,7 @@ Json RowsJson(const forms::FormModel& form, std::size_t field) {
     Json rows = Json::array();
     for (std::size_t row = 0; row < std::min(form.RowCount(field), mostRows); ++row) {
         Json cells = Json::array();
-        for (std::size_t column = 0; column < form.Field(field).columns.size(); ++column)
+        for (std::size_t column = 0; column < form.Columns(field).size(); ++column)
             cells.push_back(form.CellProblem(field, row, column) ? Json(form.CellText(field, row, column))
                                                                  : ValueJson(form.Cell(field, row, column)));
         rows.push_back(std::move(cells));

@@ -95,17 +95,17 @@ private:
         Add(depth, called + colon + text + (text.empty() ? "" : unit) + StateOf(field));
     }
     void WriteRows(std::size_t field, int depth, const std::string& called) {
-        const forms::FieldDef& def = m_form.Field(field);
+        const std::vector<forms::ColumnDef>& columns = m_form.Columns(field);
         Add(depth, called + StateOf(field));
         std::string titles;
-        for (const forms::ColumnDef& column : def.columns)
+        for (const forms::ColumnDef& column : columns)
             titles += (titles.empty() ? "" : " | ") + column.title.text;
         if (!titles.empty())
             Add(depth + 1, titles);
         const std::size_t count = m_form.RowCount(field);
         for (std::size_t row = 0; row < std::min(count, rowsShown); ++row) {
             std::string cells;
-            for (std::size_t column = 0; column < def.columns.size(); ++column)
+            for (std::size_t column = 0; column < columns.size(); ++column)
                 cells += (column == 0 ? "" : " | ") + m_form.CellText(field, row, column);
             Add(depth + 1 + m_form.Depth(field, row), cells + (m_form.SelectedRow(field) == row ? "  (selected)" : ""));
         }

@@ -75,7 +75,7 @@ private:
         if (def.kind == FieldKind::Button || def.look == forms::FieldLook::Password)
             return;
         if (def.kind == FieldKind::Table || def.kind == FieldKind::Tree || (picture && picture->IsPicture())) {
-            m_printout.AddHeading(label);
+            m_printout.AddHeading(label.isEmpty() ? Plain(forms::CallOf(def)) : label);
             if (auto* view = qobject_cast<QAbstractItemView*>(widget); view || picture)
                 m_printout.AddWidget(*widget);
             return;

@@ -3,8 +3,11 @@
 #include "desktop/forms/RowsModel.h"
 #include "desktop/style/QtText.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QToolTip>
@@ -83,15 +86,20 @@ RowsEditor::RowsEditor(std::shared_ptr<FormContext> form, std::size_t field, QWi
     m_view->setItemDelegate(new CellDelegate(Def(), m_view));
     m_view->setTabKeyNavigation(false);
     m_view->setAlternatingRowColors(true);
-    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_view->setSelectionMode(Def().selection == forms::RowSelection::None ? QAbstractItemView::NoSelection
-                                                                          : QAbstractItemView::SingleSelection);
+    m_view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    if (IsText()) {
+        m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    } else {
+        m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+        m_view->setSelectionMode(Def().selection == forms::RowSelection::None ? QAbstractItemView::NoSelection
+                                                                              : QAbstractItemView::SingleSelection);
+    }
     m_view->setMinimumHeight(m_view->fontMetrics().lineSpacing() * tableRowsShown);
-    Header()->setStretchLastSection(true);
+    Header()->setStretchLastSection(!IsText());
     Header()->setResizeContentsPrecision(rowsMeasured);
     Compose(m_view, Growth::Fills);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        if (this->Form().IsShowing())
+        if (this->Form().IsShowing() || IsText())
             return;
         const QModelIndexList chosen = m_view->selectionModel()->selectedRows();
         const std::size_t row = m_rows->RowOf(chosen.value(0));
@@ -116,9 +124,11 @@ void RowsEditor::ShowRows() {
     if (!m_view)
         return;
     const FormContext::Showing showing(Form());
-    m_rows->ShowRows();
+    if (m_rows->ShowRows())
+        m_isFitted = false;
     FitColumns();
-    ShowSelection();
+    if (!IsText())
+        ShowSelection();
 }
 
 void RowsEditor::ShowCells() {
@@ -155,11 +165,47 @@ void RowsEditor::FitColumns() {
         static_cast<QTableView*>(m_view.data())->resizeColumnsToContents();
     // Numbers and times are often longest in the last row, which is too far away to be measured with the first ones.
     const int lastRow = m_rows->rowCount() - 1;
-    for (int column = 0; column + 1 < header->count(); ++column) {
+    const int fitted = header->stretchLastSection() ? header->count() - 1 : header->count();
+    for (int column = 0; column < fitted; ++column) {
         const int last = m_view->sizeHintForIndex(m_rows->index(lastRow, column)).width() + 1; // and the grid
-        const int least = LeastColumnWidth(Def().columns[static_cast<std::size_t>(column)], *m_view);
+        const int least = LeastColumnWidth(Model().Columns(Field())[static_cast<std::size_t>(column)], *m_view);
         header->resizeSection(column, std::max(least, std::min(std::max(header->sectionSize(column), last), most)));
     }
+}
+
+// What is selected, a line for each row with tabs between the cells; of a text without a selection all, with its
+// titles.
+void RowsEditor::Copy() const {
+    QModelIndexList cells = m_view->selectionModel()->selectedIndexes();
+    std::sort(cells.begin(), cells.end());
+    QString text;
+    if (cells.isEmpty() && IsText()) {
+        for (int column = 0; column < m_rows->columnCount(); ++column)
+            text += (column > 0 ? "\t" : "") + m_rows->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        for (int row = 0; row < m_rows->rowCount(); ++row)
+            for (int column = 0; column < m_rows->columnCount(); ++column)
+                cells.append(m_rows->index(row, column));
+        text += '\n';
+    }
+    for (qsizetype i = 0; i < cells.size(); ++i) {
+        const bool isFirst = i == 0 || cells[i].row() != cells[i - 1].row();
+        text += isFirst ? (i > 0 ? "\n" : "") : "\t";
+        const QVariant check = cells[i].data(Qt::CheckStateRole);
+        text += check.isValid() ? QVariant(check.toInt() == Qt::Checked).toString() : cells[i].data().toString();
+    }
+    if (!text.isEmpty())
+        QApplication::clipboard()->setText(text + '\n');
+}
+
+// The key means the cells while the keyboard is here, whatever the menus do with it.
+bool RowsEditor::eventFilter(QObject* watched, QEvent* event) {
+    const bool isKey = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+    if (!isKey || !m_view || watched != m_view || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy))
+        return FieldEditor::eventFilter(watched, event);
+    event->accept();
+    if (event->type() == QEvent::KeyPress)
+        Copy();
+    return true;
 }
 
 } // namespace corvane::desktop

@@ -21,10 +21,13 @@ public:
 
 protected:
     void ShowValue() override {}
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void FitColumns();
+    void Copy() const;
     [[nodiscard]] QHeaderView* Header() const;
+    [[nodiscard]] bool IsText() const { return Def().look == forms::FieldLook::TextTable; }
 
     QPointer<RowsModel> m_rows;
     QPointer<QAbstractItemView> m_view;

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QStyle>
+#include <algorithm>
 #include <limits>
 
 namespace corvane::desktop {
@@ -13,22 +14,26 @@ namespace {
 
 using forms::FieldKind;
 
-bool IsRightAligned(FieldKind kind) {
-    return kind == FieldKind::Integer || kind == FieldKind::Number;
+constexpr qsizetype longText = 30; // which its column may cut off
+
+QVariant AlignmentOf(const forms::ColumnDef& column) {
+    const bool isNumber = column.kind == FieldKind::Integer || column.kind == FieldKind::Number || column.hasFigures;
+    return QVariant::fromValue(Qt::Alignment(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeading)));
 }
 
 } // namespace
 
 RowsModel::RowsModel(std::shared_ptr<FormContext> form, std::size_t field, QObject* parent)
     : QAbstractItemModel(parent), m_form(std::move(form)), m_field(field),
-      m_isTree(m_form->Model().Field(field).kind == FieldKind::Tree) {}
+      m_isTree(m_form->Model().Field(field).kind == FieldKind::Tree), m_columns(m_form->Model().Columns(field)) {}
 
-void RowsModel::ShowRows() {
+bool RowsModel::ShowRows() {
     if (m_isTree) {
         if (!ReadTree())
             ShowCells();
-        return;
+        return false;
     }
+    const bool hasOthers = TakeColumns();
     const std::size_t most = std::numeric_limits<int>::max();
     const int rows = static_cast<int>(std::min(m_form->Model().RowCount(m_field), most));
     if (rows > m_rows) {
@@ -41,6 +46,20 @@ void RowsModel::ShowRows() {
         endRemoveRows();
     }
     ShowCells();
+    return hasOthers;
+}
+
+bool RowsModel::TakeColumns() {
+    const std::vector<forms::ColumnDef>& columns = m_form->Model().Columns(m_field);
+    if (std::equal(
+            columns.begin(), columns.end(), m_columns.begin(), m_columns.end(),
+            [](const auto& a, const auto& b) { return a.title.text == b.title.text && a.hasFigures == b.hasFigures; }))
+        return false;
+    beginResetModel();
+    m_columns = columns;
+    m_rows = 0;
+    endResetModel();
+    return true;
 }
 
 void RowsModel::ShowCells() {
@@ -114,11 +133,7 @@ int RowsModel::rowCount(const QModelIndex& parent) const {
 }
 
 int RowsModel::columnCount(const QModelIndex& /*parent*/) const {
-    return static_cast<int>(m_form->Model().Field(m_field).columns.size());
-}
-
-const forms::ColumnDef& RowsModel::Column(const QModelIndex& index) const {
-    return m_form->Model().Field(m_field).columns[static_cast<std::size_t>(index.column())];
+    return static_cast<int>(m_columns.size());
 }
 
 // A class that fails at a cell leaves it empty: a view asks for it again and again.
@@ -134,7 +149,7 @@ QVariant RowsModel::data(const QModelIndex& index, int role) const {
 
 QVariant RowsModel::CellData(const QModelIndex& index, int role) const {
     const forms::FormModel& model = m_form->Model();
-    const forms::ColumnDef& column = Column(index);
+    const forms::ColumnDef& column = Column(index.column());
     const std::size_t row = RowOf(index);
     const auto columnIndex = static_cast<std::size_t>(index.column());
     switch (role) {
@@ -154,13 +169,16 @@ QVariant RowsModel::CellData(const QModelIndex& index, int role) const {
             return {};
         return model.CellText(m_field, row, columnIndex) == "true" ? Qt::Checked : Qt::Unchecked;
     case Qt::TextAlignmentRole:
-        return QVariant::fromValue(
-            Qt::Alignment(Qt::AlignVCenter | (IsRightAligned(column.kind) ? Qt::AlignRight : Qt::AlignLeading)));
+        return AlignmentOf(column);
     case Qt::DecorationRole:
         if (model.CellProblem(m_field, row, columnIndex))
             return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
         return {};
     case Qt::ToolTipRole:
+        if (const QString shown = CellData(index, Qt::DisplayRole).toString();
+            shown.size() > longText && !model.CellProblem(m_field, row, columnIndex))
+            return shown;
+        [[fallthrough]];
     case Qt::AccessibleDescriptionRole:
         return ShownProblem(model.CellProblem(m_field, row, columnIndex));
     default:
@@ -169,16 +187,11 @@ QVariant RowsModel::CellData(const QModelIndex& index, int role) const {
 }
 
 QVariant RowsModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    const auto& columns = m_form->Model().Field(m_field).columns;
-    if (orientation != Qt::Horizontal || section < 0 || static_cast<std::size_t>(section) >= columns.size())
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
         return {};
-    const forms::ColumnDef& column = columns[static_cast<std::size_t>(section)];
     if (role == Qt::DisplayRole)
-        return Text(column.title.text);
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(
-            Qt::Alignment(Qt::AlignVCenter | (IsRightAligned(column.kind) ? Qt::AlignRight : Qt::AlignLeading)));
-    return {};
+        return Text(Column(section).title.text);
+    return role == Qt::TextAlignmentRole ? AlignmentOf(Column(section)) : QVariant();
 }
 
 Qt::ItemFlags RowsModel::flags(const QModelIndex& index) const {
@@ -186,14 +199,14 @@ Qt::ItemFlags RowsModel::flags(const QModelIndex& index) const {
         return Qt::NoItemFlags;
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
     if (m_form->Model().IsCellEditable(m_field, static_cast<std::size_t>(index.column())))
-        flags |= Column(index).kind == FieldKind::Boolean ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable;
+        flags |= Column(index.column()).kind == FieldKind::Boolean ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable;
     return flags;
 }
 
 bool RowsModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (!index.isValid() || (role != Qt::EditRole && role != Qt::CheckStateRole))
         return false;
-    const forms::ColumnDef& column = Column(index);
+    const forms::ColumnDef& column = Column(index.column());
     const std::size_t row = RowOf(index);
     const auto columnIndex = static_cast<std::size_t>(index.column());
     const std::string text = role == Qt::CheckStateRole ? (value.toInt() == Qt::Checked ? "true" : "false")

@@ -14,8 +14,9 @@ class RowsModel final : public QAbstractItemModel {
 public:
     RowsModel(std::shared_ptr<FormContext> form, std::size_t field, QObject* parent);
 
-    // The model's rows are others: those that are still there keep their place in the view.
-    void ShowRows();
+    // The model's rows are others: those that are still there keep their place in the view. True when the columns are
+    // others, too.
+    bool ShowRows();
     void ShowCells();
     [[nodiscard]] std::size_t RowOf(const QModelIndex& index) const; // of the form's model; none for no index
     [[nodiscard]] QModelIndex IndexOf(std::size_t row) const;
@@ -41,7 +42,10 @@ private:
         std::vector<std::size_t> children = {};
     };
 
-    [[nodiscard]] const forms::ColumnDef& Column(const QModelIndex& index) const;
+    [[nodiscard]] const forms::ColumnDef& Column(int section) const {
+        return m_columns[static_cast<std::size_t>(section)];
+    }
+    [[nodiscard]] bool TakeColumns();
     [[nodiscard]] const std::vector<std::size_t>& ChildrenOf(const QModelIndex& parent) const;
     [[nodiscard]] bool ReadTree();
     [[nodiscard]] QVariant CellData(const QModelIndex& index, int role) const;
@@ -49,7 +53,8 @@ private:
     std::shared_ptr<FormContext> m_form;
     std::size_t m_field;
     bool m_isTree;
-    int m_rows = 0; // of a table, as the view knows them
+    std::vector<forms::ColumnDef> m_columns; // as the view knows them
+    int m_rows = 0;                          // of a table, as the view knows them
     std::vector<Branch> m_branches;
     std::vector<std::size_t> m_roots;
 };

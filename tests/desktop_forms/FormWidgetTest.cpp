@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModel>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -83,6 +84,12 @@ void Key(QWidget& widget, Qt::Key key) {
     QTest::keyClick(&widget, key);
 }
 
+void Type(QWidget& widget, const char* text, Qt::Key key, const char* behind) {
+    Type(widget, text);
+    Key(widget, key);
+    Type(widget, behind);
+}
+
 // As it is read on screen, without the unit beside it.
 std::string Shown(QWidget& widget) {
     QString text;
@@ -133,13 +140,7 @@ TEST_F(FormWidgetTest, EveryKindIsEnteredAndShown) {
     } cases[] = {
         {"Title", [](QWidget& w) { Type(w, "Sleep"); }, "Sleep", "Wake", "Wake"},
         {"Secret", [](QWidget& w) { Type(w, "x y"); }, "x y", "z", "z"},
-        {"Notes",
-         [](QWidget& w) {
-             Type(w, "a");
-             Key(w, Qt::Key_Return);
-             Type(w, "b");
-         },
-         "a\nb", "c\nd", "c\nd"},
+        {"Notes", [](QWidget& w) { Type(w, "a", Qt::Key_Return, "b"); }, "a\nb", "c\nd", "c\nd"},
         {"Size", [](QWidget& w) { Key(w, Qt::Key_Up); }, "4", "12", "12"},
         {"Mass",
          [](QWidget& w) {
@@ -151,26 +152,11 @@ TEST_F(FormWidgetTest, EveryKindIsEnteredAndShown) {
         {"Count", [](QWidget& w) { Type(w, "17"); }, "17", "", ""},
         {"Active", [](QWidget& w) { Key(w, Qt::Key_Space); }, "true", "false", "off"},
         {"Color", [](QWidget& w) { Key(w, Qt::Key_Down); }, "green", "red", "red"},
-        {"Free",
-         [](QWidget& w) {
-             w.setFocus();
-             Type(w, "blue");
-         },
-         "blue", "green", "green"},
+        {"Free", [](QWidget& w) { Type(w, "blue"); }, "blue", "green", "green"},
         {"One", [](QWidget& w) { Key(w, Qt::Key_Down); }, "green", "red", "x-"},
-        {"Several",
-         [](QWidget& w) {
-             Key(w, Qt::Key_Down);
-             Key(w, Qt::Key_Space);
-         },
-         "green", "red\ngreen", "xx"},
+        {"Several", [](QWidget& w) { Type(w, "", Qt::Key_Down, " "); }, "green", "red\ngreen", "xx"},
         {"Day", [](QWidget& w) { Type(w, "24.12.2026"); }, "2026-12-24", "2027-01-01", "2027-01-01"},
-        {"Hour",
-         [](QWidget& w) {
-             Type(w, "23:05");
-             Key(w, Qt::Key_Up);
-         },
-         "23:06", "01:00", "01:00"},
+        {"Hour", [](QWidget& w) { Type(w, "23:05", Qt::Key_Up, ""); }, "23:06", "01:00", "01:00"},
         {"Moment", [](QWidget& w) { Type(w, "2026-11-25 23:05"); }, "2026-11-25T23:05", "2026-11-26T00:00",
          "2026-11-26 00:00"},
         {"Level", [](QWidget& w) { Key(w, Qt::Key_Right); }, "1", "50", "50"},
@@ -298,11 +284,7 @@ TEST_F(FormWidgetTest, PartsAreDisabledAndHiddenAndTheirProblemsWithThem) {
 }
 
 TEST_F(FormWidgetTest, ManyRowsAreAskedForAsTheyComeIntoSight) {
-    const std::string columns =
-        "<property name=\"columns\" stdset=\"0\"><stringlist><string>Name</string><string>Mass:number:edit</string>"
-        "<string>Done:boolean:edit</string></stringlist></property><column>" +
-        Has("text", "string", "Name") + "</column><column>" + Has("text", "string", "Mass") + "</column><column>" +
-        Has("text", "string", "Done") + "</column>";
+    const std::string columns = Has("columns", "string", "Name, Mass:number:edit, Done:boolean:edit");
     FormOnScreen form(Ui(Item(0, "QTableWidget", "Samples", columns, "Samples:")));
     auto& table = form.On<QTableView>("Samples");
     const std::size_t field = form.Field("Samples");
@@ -347,17 +329,41 @@ TEST_F(FormWidgetTest, ManyRowsAreAskedForAsTheyComeIntoSight) {
     table.model()->setData(table.model()->index(4, 2), Qt::Checked, Qt::CheckStateRole);
     EXPECT_EQ(form.acts.back().text, "true");
 
+    QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "4.0\t2,5\ttrue\n");
     form.data.rows = 3;
     form.model->ShowRows(field);
     EXPECT_EQ(table.model()->rowCount(), 3);
     EXPECT_TRUE(table.selectionModel()->selectedRows().isEmpty());
 }
 
+TEST_F(FormWidgetTest, ATableThatIsATextIsCopied) {
+    FormOnScreen form(Ui(Item(0, "QTableWidget", "Statistics", Has("kind", "string", "text"), "Statistics:")));
+    auto& table = form.On<QTableView>("Statistics");
+    const auto Copied = [&] {
+        QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+        return QApplication::clipboard()->text();
+    };
+    std::vector<forms::ColumnDef> columns(2);
+    columns[0].title.text = "Name";
+    columns[1].title.text = "Mean";
+    columns[1].hasFigures = true;
+    form.data.rows = 2;
+    form.model->ShowRows(0, columns);
+    EXPECT_EQ(table.model()->headerData(1, Qt::Horizontal, Qt::TextAlignmentRole).toInt() & Qt::AlignRight,
+              Qt::AlignRight);
+    EXPECT_EQ(Copied(), "Name\tMean\n0.0\t0.1\n1.0\t1.1\n");
+    table.selectionModel()->select(table.model()->index(1, 1), QItemSelectionModel::Select);
+    table.selectionModel()->select(table.model()->index(0, 1), QItemSelectionModel::Select);
+    EXPECT_EQ(Copied(), "0.1\n1.1\n");
+    columns.pop_back();
+    form.model->ShowRows(0, columns);
+    EXPECT_EQ(Copied(), "Name\n0.0\n1.0\n");
+    EXPECT_TRUE(form.acts.empty());
+}
+
 TEST_F(FormWidgetTest, ATreeFollowsTheDepthOfItsRows) {
-    const std::string column =
-        "<property name=\"columns\" stdset=\"0\"><stringlist><string>Name</string></stringlist></property><column>" +
-        Has("text", "string", "Name") + "</column>";
-    FormOnScreen form(Ui(Item(0, "QTreeWidget", "Items", column, "Items:")));
+    FormOnScreen form(Ui(Item(0, "QTreeWidget", "Items", Has("columns", "string", "Name"), "Items:")));
     auto& tree = form.On<QTreeView>("Items");
     form.data.rows = 7; // 0 (1 (2)), 3 (4 (5)), 6
     form.model->ShowRows(0);

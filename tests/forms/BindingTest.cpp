@@ -35,6 +35,7 @@ class TestPage final : public Page<TestPage> {
     Long m_samplesRow = 0;
 
 public:
+    std::string m_statistics = "Name\tMean\ta&b\nx\t1,234.5\t1\ny\t-\tmany\tleft over\nz\n";
     int titleChanges = 0;
     int saves = 0;
 
@@ -60,12 +61,12 @@ public:
     void Veto() { OwnForm()->SetProblem("Code", "No."); }
     void OnSave() override { ++saves; }
 
-    static constexpr auto Members =
-        Fields<&TestPage::m_title, &TestPage::m_size, &TestPage::m_color, &TestPage::m_code, &TestPage::m_samples,
-               &TestPage::m_samplesRow, &TestPage::OnTitleChanged, &TestPage::Import, &TestPage::Veto>(
-            Property("Level", &TestPage::Level, &TestPage::SetLevel), Property("SizeEnabled", &TestPage::SizeEnabled),
-            Property("CodeProblem", &TestPage::CodeProblem), Property("ColorChoices", &TestPage::ColorChoices),
-            Property("Fixed", &TestPage::Fixed));
+    static constexpr auto Members = Fields<&TestPage::m_title, &TestPage::m_size, &TestPage::m_color, &TestPage::m_code,
+                                           &TestPage::m_samples, &TestPage::m_samplesRow, &TestPage::m_statistics,
+                                           &TestPage::OnTitleChanged, &TestPage::Import, &TestPage::Veto>(
+        Property("Level", &TestPage::Level, &TestPage::SetLevel), Property("SizeEnabled", &TestPage::SizeEnabled),
+        Property("CodeProblem", &TestPage::CodeProblem), Property("ColorChoices", &TestPage::ColorChoices),
+        Property("Fixed", &TestPage::Fixed));
 };
 
 const std::string items =
@@ -74,7 +75,8 @@ const std::string items =
     Item(4, "QLineEdit", "Code", Has("pattern", "string", "[a-z]+") + Has("wanted", "string", "small letters")) +
     Item(5, "QSpinBox", "Fixed") + Item(6, "QPushButton", "Import") + Item(7, "QPushButton", "Veto") +
     Item(8, "QLineEdit", "Free") +
-    Item(9, "QTableWidget", "Samples", Has("columns", "string", "name:edit, mass:number:edit"));
+    Item(9, "QTableWidget", "Samples", Has("columns", "string", "name:edit, mass:number:edit")) +
+    Item(10, "QTableWidget", "Statistics", Has("kind", "string", "text"));
 
 class Binding : public ::testing::Test {
 protected:
@@ -220,6 +222,28 @@ TEST_F(Binding, EditsTables) {
     model->Revert();
     EXPECT_TRUE(model->IsValid());
     EXPECT_EQ(model->CellText(table, 0, 0) + model->CellText(table, 1, 1), "a2.5") << "what has been saved stays";
+}
+
+TEST_F(Binding, ShowsATableThatIsAText) {
+    const std::size_t table = At("Statistics");
+    const auto Shown = [&] {
+        std::string text;
+        for (const ColumnDef& column : model->Columns(table))
+            text += column.title.text + (column.hasFigures ? "# " : " ");
+        for (std::size_t row = 0; row < model->RowCount(table); ++row)
+            for (std::size_t column = 0; column <= model->Columns(table).size(); ++column)
+                text += "|" + model->CellText(table, row, column);
+        return text;
+    };
+    EXPECT_EQ(Shown(), "Name Mean# a&b |x|1,234.5|1||y|-|many||z|||");
+    EXPECT_NE(model->EnterCell(table, 0, 0, "c"), "");
+    EXPECT_NE(model->SelectRow(table, 0), "") << "it is for reading and copying";
+    page->m_statistics = "Median\n1\n";
+    form->Refresh("Statistics");
+    EXPECT_EQ(Shown(), "Median# |1|");
+    page->m_statistics.clear();
+    form->Refresh("Statistics");
+    EXPECT_EQ(Shown(), "");
 }
 
 TEST_F(Binding, EndsWithThePage) {
