@@ -108,10 +108,12 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/windows/WindowEnums.h
   corvane/windows/WindowManager.h
 
-  # Pages that are Qt widgets.
+  # Pages that are Qt widgets, and what they write.
+  desktop/Drawing.h
   desktop/IPrintout.h
   desktop/IQtPage.h
-  desktop/QtPage.h)
+  desktop/QtPage.h
+  desktop/WholeFile.h)
 
 # What plug-ins with a database of their own include beside them.
 set(CORVANE_DATABASE_HEADERS

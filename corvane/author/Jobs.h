@@ -250,6 +250,54 @@ private:
     std::shared_ptr<State> m_pState; // nothing while it is stopped
 };
 
+// A job of which only the latest counts, as what it computes follows the user's settings: a member of the object that
+// the job belongs to. It ends with it.
+class __attribute__((visibility("default"))) LatestJob {
+public:
+    LatestJob() = default;
+    ~LatestJob() { Stop(); }
+    LatestJob(const LatestJob&) = delete;
+    LatestJob& operator=(const LatestJob&) = delete;
+
+    // As StartJob and StartJobIf. The job that was started before is cancelled, and its done isn't called.
+    template <class W, class D>
+    void Start(JobOptions oOptions, W fnWork, D fnDone, const CallPlace& oWhere = CallPlace::current()) {
+        StartIf(true, std::move(oOptions), std::move(fnWork), std::move(fnDone), oWhere);
+    }
+    template <class W, class D>
+    void StartIf(bool bTakesLong, JobOptions oOptions, W fnWork, D fnDone,
+                 const CallPlace& oWhere = CallPlace::current()) {
+        using Result = decltype(detail::CallWork(fnWork, std::declval<JobProgress&>()));
+        Stop();
+        const auto pRun = std::make_shared<Ref<IJob>>();
+        *pRun = StartJobIf(
+            bTakesLong, std::move(oOptions), std::move(fnWork),
+            [this, pUnlessOther = std::weak_ptr(pRun), fnDone = std::move(fnDone)](JobResult<Result>& oResult) mutable {
+                if (pUnlessOther.expired())
+                    return;
+                m_pRun = nullptr;
+                if constexpr (std::invocable<D&, JobResult<Result>&>) {
+                    fnDone(oResult);
+                } else if constexpr (std::is_void_v<Result>) {
+                    (void)oResult.Value();
+                    fnDone();
+                } else {
+                    fnDone(std::move(oResult.Value()));
+                }
+            },
+            oWhere);
+        m_pRun = *pRun ? pRun : nullptr;
+    }
+    void Stop() {
+        if (const auto pRun = std::exchange(m_pRun, nullptr); pRun && *pRun)
+            (*pRun)->Cancel();
+    }
+    [[nodiscard]] bool IsActive() const { return m_pRun != nullptr; }
+
+private:
+    std::shared_ptr<Ref<IJob>> m_pRun; // nothing while none runs
+};
+
 // The window that an owner of jobs is or, as a page, belongs to; nothing for others.
 [[nodiscard, gnu::visibility("default")]] Ref<Window> WindowOfOwner(const Ref<Object>& oOwner);
 

@@ -2436,4 +2436,11 @@ Die Anwendung erscheint hier, sobald die Probleme unten behoben sind.</translati
         <translation> (optional)</translation>
     </message>
 </context>
+<context>
+    <name>corvane::desktop::WholeFile</name>
+    <message>
+        <source>The file “%1” can&apos;t be written: %2.</source>
+        <translation>Die Datei „%1“ kann nicht geschrieben werden: %2.</translation>
+    </message>
+</context>
 </TS>

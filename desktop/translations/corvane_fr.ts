@@ -2436,4 +2436,11 @@ L’application apparaîtra ici dès que les problèmes ci-dessous seront corrig
         <translation> (facultatif)</translation>
     </message>
 </context>
+<context>
+    <name>corvane::desktop::WholeFile</name>
+    <message>
+        <source>The file “%1” can&apos;t be written: %2.</source>
+        <translation>Le fichier « %1 » ne peut pas être écrit : %2.</translation>
+    </message>
+</context>
 </TS>

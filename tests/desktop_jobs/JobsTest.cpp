@@ -117,6 +117,27 @@ TEST_F(JobsTest, ThatFailAreShownOnceWithTheirOrigin) {
     EXPECT_TRUE(DetailsText(*job.As<jobs::Job>()).contains("no birds\nin the job"));
 }
 
+TEST_F(JobsTest, OnlyTheLatestCounts) {
+    ASSERT_TRUE(Start());
+    std::string found;
+    auto latest = std::make_unique<LatestJob>();
+    const auto Find = [&](const std::string& what, bool takesLong = true) {
+        latest->StartIf(
+            takesLong, {.title = "Find " + what}, [what] { return what; }, [&](const std::string& s) { found += s; });
+    };
+    Find("a");
+    Find("b");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !latest->IsActive(); }, longest));
+    EXPECT_EQ(found, "b");
+    Find("c");
+    Find("d", false);
+    EXPECT_EQ(found, "bd") << "at once";
+    Find("e");
+    latest.reset();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return HasEnded(); }, longest));
+    EXPECT_EQ(found, "bd");
+}
+
 TEST_F(JobsTest, OfAWindowThatClosesAreAskedAbout) {
     struct Case {
         const char* answer;
