@@ -2,6 +2,7 @@
 
 #include "Errors.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace studies {
@@ -17,6 +18,12 @@ std::string FreeText(const std::string& text, const std::function<bool(const std
     for (int n = 2; isTaken(free); ++n)
         free = text + " (" + std::to_string(n) + ")";
     return free;
+}
+
+std::string AsField(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\t' || c == '\n'; }, ' ');
+    return text;
 }
 
 std::string Merged(std::string& read, const std::string& edited, const std::string& stored,

@@ -35,4 +35,13 @@ std::string AskForSavePath(const std::string& title, const std::string& filter, 
     return AskSaveFile(title, filter, path.string()).value_or("");
 }
 
+void ExportAs(const std::string& filter, const std::string& fileName,
+              const std::function<void(const std::string& path)>& write) {
+    const std::string path = AskForSavePath(Translated("Export"), filter, fileName);
+    if (path.empty())
+        return;
+    write(path);
+    SetStatus(Translated("Exported to %1", {path}));
+}
+
 } // namespace studies

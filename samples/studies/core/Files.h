@@ -1,6 +1,7 @@
 // The files that the user names.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -13,5 +14,9 @@ namespace studies {
 // name alone is given; "" when the user cancels.
 [[nodiscard]] std::string AskForSavePath(const std::string& title, const std::string& filter,
                                          const std::string& fileName);
+
+// Asks likewise, lets write fill the file of that path, and says so in the status line; unless the user cancels.
+void ExportAs(const std::string& filter, const std::string& fileName,
+              const std::function<void(const std::string& path)>& write);
 
 } // namespace studies

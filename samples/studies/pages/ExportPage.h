@@ -7,12 +7,12 @@
 #include "Files.h"
 #include "QtText.h"
 #include "Report.h"
-#include "WholeFile.h"
 #include "Workspace.h"
 #include "corvane/Jobs.h"
 #include "corvane/Page.h"
 #include "corvane/author/Host.h"
 #include "corvane/platform/Platform.h"
+#include "desktop/WholeFile.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -40,10 +40,9 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
         const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
         const QDir folder(QDir(documents).exists() ? documents : QDir::homePath());
         // A file that isn't there yet: that of the same name may be the one that the data were read from.
-        const std::string name = std::filesystem::path(dataSet.name).stem().string();
-        m_path = Utf8(folder.filePath(Text(name + endings[0])));
-        for (int number = 2; Exists(); ++number)
-            m_path = Utf8(folder.filePath(Text(name + " (" + std::to_string(number) + ")" + endings[0])));
+        const std::string path = Utf8(folder.filePath(Text(std::filesystem::path(dataSet.name).stem().string())));
+        const auto IsTaken = [](const std::string& free) { return std::filesystem::exists(free + endings[0]); };
+        m_path = FreeText(path, IsTaken) + endings[0];
         m_moment->SetInterval(1);
         Keep(m_moment->Tick.Subscribe([this] {
             m_moment->SetEnabled(m_isHeldBack = false);
@@ -88,37 +87,31 @@ class ExportPage final : public corvane::Page<ExportPage, DataSetContext> {
     // A large table by a job, which goes on when the window has closed.
     void OnSave() override {
         const Target target{Path().string(), About()->Info().name, styles[static_cast<std::size_t>(m_format)]};
-        if (const SharedTable table = About()->Ready(); table && IsSmall(table->rows, table->columns.size())) {
-            Export(*table, target, corvane::WithoutJob());
-            SayDone(target);
-            return;
-        }
         About()->WithTable(nullptr, [target](const SharedTable& table) {
             if (table)
-                StartExport(table, target);
+                Export(table, target);
         });
     }
     struct Target {
         std::string path, name; // of the file, and of the data set
         CsvStyle style;
     };
-    static void Export(const Table& table, const Target& target, corvane::JobProgress& progress) {
-        WriteWholeFile(Text(target.path), [&](const Sink& write) { WriteCsv(table, target.style, write, progress); });
-    }
-    static void SayDone(const Target& target) {
-        corvane::SetStatus(Translated("%1 has been exported to %2", {target.name, target.path}));
-    }
-    static void StartExport(const SharedTable& table, const Target& target) {
-        corvane::StartJob(
+    static void Export(const SharedTable& table, const Target& target) {
+        corvane::StartJobIf(
+            !IsSmall(table->rows, table->columns.size()),
             {.title = Translated("Export %1", {target.name}),
              .owner = corvane::FindService("Studies"),
              .writes = {target.path}},
-            [table, target](corvane::JobProgress& progress) { Export(*table, target, progress); },
+            [table, target](corvane::JobProgress& progress) {
+                corvane::desktop::WriteWholeFile(target.path, [&](const corvane::desktop::FileSink& write) {
+                    WriteCsv(*table, target.style, write, progress);
+                });
+            },
             [target](corvane::JobResult<void>& result) {
                 if (result.WasCancelled())
                     return corvane::SetStatus(Translated("Cancelled; %1 hasn't been exported", {target.name}));
                 (void)result.Value();
-                SayDone(target);
+                corvane::SetStatus(Translated("%1 has been exported to %2", {target.name, target.path}));
             });
     }
 

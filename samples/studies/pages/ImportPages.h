@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <sstream>
 #include <utility>
 
@@ -151,10 +152,8 @@ class ImportFormatPage final : public corvane::Page<ImportFormatPage, ImportJob,
             [encoding](CsvOptions& options) { options.encoding = static_cast<TextEncoding>(encoding); });
     }
     void OnMissingChanged() {
-        std::vector<std::string> codes;
         std::istringstream words(m_missing);
-        for (std::string word; words >> word;)
-            codes.push_back(word);
+        const std::vector<std::string> codes{std::istream_iterator<std::string>(words), {}};
         if (codes != Job()->Options().missing)
             Job()->ChangeFormat([&](CsvOptions& options) { options.missing = codes; });
     }

@@ -1,31 +1,27 @@
 // The report on a study: all its data sets and analyses with their figures and pictures, to read, print and hand on.
 #pragma once
 
+#include "EditedText.h"
 #include "Errors.h"
 #include "Files.h"
 #include "QtText.h"
 #include "ReportFile.h"
 #include "StudyContexts.h"
-#include "corvane/author/Jobs.h"
+#include "corvane/Jobs.h"
+#include "desktop/IPrintout.h"
 #include "desktop/QtPage.h"
 
-#include <QListWidget>
 #include <QScrollBar>
-#include <QSignalBlocker>
-#include <QSplitter>
 #include <QTextBrowser>
-#include <algorithm>
-#include <set>
 
 namespace studies {
 
 class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContext> {
     QPointer<QTextBrowser> m_view;
-    QPointer<QListWidget> m_sections; // what is checked is in the report
-    std::set<std::string> m_leftOut;
+    std::vector<ReportSection> m_sections;
+    std::set<std::string> m_leftOut; // those that aren't in the report, by their keys
     DrawnReport m_report;
-    corvane::Ref<corvane::IJob> m_job; // that writes the next one
-    int m_number = 0;                  // of the latest
+    corvane::LatestJob m_job; // that writes the next one
 
     void OnInitialize() override {
         Keep(About()->Space()->Changed.Subscribe([this](const std::string&) {
@@ -35,17 +31,7 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
     }
     QWidget* FirstFocus() override { return m_view; }
     QWidget* MakeWidget(QWidget* parent) override {
-        auto* parts = new QSplitter(parent);
-        m_sections = new QListWidget(parts);
-        m_sections->setAccessibleName(Text(Translated("Sections of the report")));
-        m_sections->setSpacing(2);
-        m_sections->setTextElideMode(Qt::ElideMiddle);
-        m_sections->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        QObject::connect(m_sections, &QListWidget::itemChanged, m_sections, [this] { ChooseSections(); });
-        m_view = new QTextBrowser(parts);
-        parts->setStretchFactor(1, 1);
-        parts->setSizes({180, 620});
-        parts->setChildrenCollapsible(true);
+        m_view = new QTextBrowser(parent);
         m_view->setAccessibleName(Text(Translated("Report")));
         m_view->setOpenLinks(false);
         // As on paper, whatever the theme.
@@ -54,61 +40,54 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
         paper.setColor(QPalette::Text, QColor(0x20, 0x24, 0x28));
         m_view->setPalette(paper);
         Write();
-        return parts;
+        return m_view;
     }
-    // The sections as they are, with the checks as they were.
-    void ShowSections(const ReportSubject& subject) {
-        const QSignalBlocker silent(m_sections);
-        const int current = m_sections->currentRow();
-        m_sections->clear();
-        for (const ReportSection& section : SectionsOf(subject)) {
-            auto* item = new QListWidgetItem(Text(section.title), m_sections);
-            item->setToolTip(item->text());
-            item->setData(Qt::UserRole, Text(section.key));
-            item->setCheckState(m_leftOut.contains(section.key) ? Qt::Unchecked : Qt::Checked);
-        }
-        m_sections->setVisible(m_sections->count() > 1);
-        m_sections->setCurrentRow(std::min(std::max(current, 0), m_sections->count() - 1));
+    bool Print(corvane::desktop::IPrintout& printout) override {
+        printout.AddDocument(*m_view->document());
+        return true;
     }
-    void ChooseSections() {
+    // Of the form: the keys of those that are in the report, a line each.
+    [[nodiscard]] std::string Sections() const {
+        std::string keys;
+        for (const ReportSection& section : m_sections)
+            keys += m_leftOut.contains(section.key) ? "" : section.key + "\n";
+        return keys;
+    }
+    void SetSections(const std::string& keys) {
         m_leftOut.clear();
-        for (int row = 0; row < m_sections->count(); ++row)
-            if (const QListWidgetItem* item = m_sections->item(row); item->checkState() == Qt::Unchecked)
-                m_leftOut.insert(Utf8(item->data(Qt::UserRole).toString()));
-        Write(false);
+        for (const ReportSection& section : m_sections)
+            if (("\n" + keys + "\n").find("\n" + section.key + "\n") == std::string::npos)
+                m_leftOut.insert(section.key);
+        Write();
     }
-    void Write(bool sections = true) {
+    [[nodiscard]] std::string SectionsChoices() const {
+        std::string choices;
+        for (const ReportSection& section : m_sections)
+            choices += section.key + "\t" + AsField(section.title) + "\n";
+        return choices;
+    }
+    [[nodiscard]] bool SectionsVisible() const { return m_sections.size() > 1; }
+    void Write() {
         using corvane::JobProgress;
         if (!m_view)
             return;
-        if (m_job)
-            m_job->Cancel();
-        m_job = nullptr;
-        Store& store = About()->Space()->GetStore();
-        ReportSubject subject = SubjectOf(store, About()->Number());
+        m_job.Stop();
+        ReportSubject subject = SubjectOf(About()->Space()->GetStore(), About()->Number());
         subject.leftOut = m_leftOut;
-        if (sections)
-            ShowSections(subject);
-        const int number = ++m_number;
-        if (IsSmall(subject.values, 1)) {
-            const auto Read = [&store](Id dataSetId, JobProgress&) { return store.ReadDataSet(dataSetId); };
-            return Show(DrawReport(ReportOn(subject, ReadPreferences(), Read), nullptr));
-        }
-        if (m_view->document()->isEmpty())
+        m_sections = SectionsOf(subject);
+        OwnForm()->Refresh("Sections");
+        const bool takesLong = !IsSmall(subject.values, 1);
+        if (takesLong && m_view->document()->isEmpty())
             m_view->setPlainText(Text(Translated("The report is being written…")));
-        m_job = corvane::StartJob(
+        m_job.StartIf(
+            takesLong,
             {.title = Translated("Report on %1", {subject.study.name}), .owner = corvane::Ref<corvane::Object>(this)},
             [subject, preferences = ReadPreferences()](JobProgress& progress) {
                 const auto steps = progress.Split({9, 1});
                 const auto Read = [&subject](Id id, JobProgress& own) { return ReadDataTable(subject.path, id, own); };
-                return DrawReport(ReportOn(subject, preferences, Read, steps[0]), &steps[1].get());
+                return DrawReport(ReportOn(subject, preferences, Read, steps[0]), steps[1]);
             },
-            [this, number](corvane::JobResult<DrawnReport>& result) {
-                if (number != m_number)
-                    return;
-                m_job = nullptr;
-                Show(std::move(result.Value()));
-            });
+            [this](DrawnReport report) { Show(std::move(report)); });
     }
     void Show(DrawnReport report) {
         m_report = std::move(report);
@@ -122,22 +101,15 @@ class ReportPage final : public corvane::desktop::QtPage<ReportPage, StudyContex
     void OnExport() {
         if (m_report.report.html.empty())
             FailWith(Translated("There is nothing to export yet. The report is being written."));
-        const std::string path = AskForSavePath(Translated("Export"),
-                                                Translated("HTML page") + " (*.html)|*.html|" +
-                                                    Translated("PDF document") + " (*.pdf)|*.pdf",
-                                                m_report.report.title + ".html");
-        if (path.empty())
-            return;
-        SaveReport(m_report, Text(path));
-        corvane::SetStatus(Translated("Exported to %1", {path}));
+        ExportAs(Translated("HTML page") + " (*.html)|*.html|" + Translated("PDF document") + " (*.pdf)|*.pdf",
+                 m_report.report.title + ".html", [this](const std::string& path) { SaveReport(m_report, path); });
     }
-    void OnCopy() {
-        if (m_view)
-            m_view->copy();
-    }
+    void OnCopy() { m_view ? m_view->copy() : void(); }
 
 public:
-    static constexpr auto Members = corvane::Methods<&ReportPage::OnExport, &ReportPage::OnCopy>();
+    static constexpr auto Members = corvane::Methods<&ReportPage::OnExport, &ReportPage::OnCopy,
+                                                     &ReportPage::SectionsChoices, &ReportPage::SectionsVisible>(
+        corvane::Property("Sections", &ReportPage::Sections, &ReportPage::SetSections));
 };
 
 } // namespace studies

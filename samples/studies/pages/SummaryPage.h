@@ -2,157 +2,139 @@
 #pragma once
 
 #include "Choices.h"
+#include "EditedText.h"
 #include "Errors.h"
-#include "FigureTable.h"
 #include "Files.h"
-#include "QtText.h"
 #include "Report.h"
 #include "SummaryRows.h"
-#include "WholeFile.h"
 #include "Windows.h"
 #include "corvane/Jobs.h"
-#include "desktop/IPrintout.h"
-#include "desktop/QtPage.h"
+#include "corvane/Page.h"
+#include "desktop/WholeFile.h"
 
-#include <QVBoxLayout>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTableView>
 
 namespace studies {
 
-class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
+class SummaryPage final : public corvane::Page<SummaryPage> {
     struct Figures {
         std::string groupChoices;
         SummaryRows rows;
     };
 
     corvane::Ref<AnalysisDocument> m_document; // nothing for a data set
-    std::string m_groupName, m_groupChoices, m_size;
-    corvane::Ref<corvane::IJob> m_job; // that computes what is to be shown
-    int m_number = 0;                  // of the latest figures
-    QPointer<FigureTable> m_numbers;
-    QPointer<FigureTable> m_texts;
+    std::string m_group;                       // the column by which the rows are divided, "" for none
+    std::string m_size;
+    Figures m_figures;
+    corvane::LatestJob m_job; // that computes what is to be shown
+    bool m_hasBeenInFront = false;
 
     void OnInitialize() override {
         m_document = Base()->BusinessContext().TryAs<AnalysisDocument>();
         if (m_document) {
-            m_groupName = m_document->Settings().groupColumn;
+            m_group = m_document->Settings().groupColumn;
             Keep(m_document->Changed.Subscribe([this] { Follow(); }));
         }
-        m_groupChoices = noneChoice + m_groupName;
+        m_figures.groupChoices = noneChoice + m_group;
         Keep(Data()->Space()->Changed.Subscribe([this](const std::string&) { Follow(); }));
     }
-    void OnActivate() override { EnableAction("Save", m_document && m_document->IsUnsaved()); }
+    void OnActivate() override {
+        EnableAction("Save", m_document && m_document->IsUnsaved());
+        if (!std::exchange(m_hasBeenInFront, true))
+            ShowFigures();
+    }
     [[nodiscard]] bool IsChanged() override { return m_document && m_document->IsChanged(); }
     void OnSave() override {
         if (IsChanged())
             m_document->Save();
     }
-    QWidget* FirstFocus() override { return m_numbers; }
-    QWidget* MakeWidget(QWidget* parent) override {
-        auto* both = new QWidget(parent);
-        auto* layout = new QVBoxLayout(both);
-        layout->setContentsMargins(0, 0, 0, 0);
-        m_numbers = new FigureTable;
-        m_numbers->setAccessibleName(Text(Translated("Statistics of numeric columns")));
-        m_texts = new FigureTable;
-        m_texts->setAccessibleName(Text(Translated("Statistics of text columns")));
-        layout->addWidget(m_numbers, 3);
-        layout->addWidget(m_texts, 2);
-        layout->addStretch();
-        ShowFigures();
-        return both;
-    }
-    bool Print(corvane::desktop::IPrintout& printout) override {
-        printout.AddHeading(Text(m_document ? m_document->Name() : Translated("Summary of %1", {Data()->Info().name})));
-        printout.AddText(Text(m_size));
-        for (FigureTable* table : {m_numbers.data(), m_texts.data()})
-            if (table->rowCount() > 0)
-                printout.AddTable(*table->model());
-        return true;
-    }
     [[nodiscard]] corvane::Ref<DataSetContext> Data() const {
         return m_document ? m_document->Data() : AboutAs<DataSetContext>();
     }
-    // Of the form: the column by which the rows are divided, "" for none.
-    [[nodiscard]] const std::string& Group() const { return m_groupName; }
-    void SetGroup(const std::string& name) {
-        m_groupName = name;
+    void OnGroupChanged() {
         if (!m_document)
             return ShowFigures();
         AnalysisSettings settings = m_document->Settings();
-        settings.groupColumn = name;
+        settings.groupColumn = m_group;
         m_document->SetSettings(settings);
     }
-    [[nodiscard]] const std::string& GroupChoices() const { return m_groupChoices; }
-    [[nodiscard]] const std::string& Size() const { return m_size; }
+    [[nodiscard]] const std::string& GroupChoices() const { return m_figures.groupChoices; }
+    [[nodiscard]] std::string Numbers() const { return TextOf(m_figures.rows.numbers, false); }
+    [[nodiscard]] bool NumbersVisible() const { return !m_figures.rows.numbers.rows.empty(); }
+    [[nodiscard]] std::string Texts() const { return TextOf(m_figures.rows.texts, false); }
+    [[nodiscard]] bool TextsVisible() const { return !m_figures.rows.texts.rows.empty(); }
     void Follow() {
         if (!Data()->Exists())
             return; // the window is about to close
         if (m_document) {
-            m_groupName = m_document->Settings().groupColumn;
+            m_group = m_document->Settings().groupColumn;
             EnableAction("Save", m_document->IsUnsaved());
             OwnWindow()->SetCaption(m_document->Name());
         }
         ShowFigures();
         ValidityChanged();
     }
-    [[nodiscard]] static Figures FiguresIn(const Table& table, const std::string& groupName, int decimals,
-                                           corvane::JobProgress& progress) {
-        return {noneChoice + DividingChoices(table), RowsOfSummary(table, groupName, decimals, progress)};
-    }
-    // What takes longer than a moment is a job, of which the latest counts.
     void ShowFigures() {
-        if (!m_numbers)
+        if (!m_hasBeenInFront)
             return;
-        if (m_job)
-            m_job->Cancel();
-        m_job = nullptr;
-        const corvane::Ref<corvane::Object> self(this);
-        Data()->WithTable(self, [this, number = ++m_number](const SharedTable& table) {
-            if (table && number == m_number)
+        m_job.Stop();
+        Data()->WithTable(corvane::Ref<corvane::Object>(this), [this](const SharedTable& table) {
+            if (table)
                 ShowFigures(table);
         });
     }
     void ShowFigures(const SharedTable& table) {
-        const int decimals = ReadPreferences().decimals;
         m_size = SizeText(table->rows, table->columns.size());
-        const bool takesLong = !IsSmall(table->rows, table->columns.size());
-        if (takesLong)
-            OwnForm()->Refresh("Size");
-        m_job = corvane::StartJobIf(
-            takesLong,
+        OwnForm()->Refresh("Size");
+        m_job.StartIf(
+            !IsSmall(table->rows, table->columns.size()),
             {.title = Translated("Summary of %1", {Data()->Info().name}), .owner = corvane::Ref<corvane::Object>(this)},
-            [table, group = m_groupName, decimals](corvane::JobProgress& progress) {
-                return FiguresIn(*table, group, decimals, progress);
+            [table, group = m_group, decimals = ReadPreferences().decimals](corvane::JobProgress& progress) -> Figures {
+                return {noneChoice + DividingChoices(*table), RowsOfSummary(*table, group, decimals, progress)};
             },
-            [this, number = m_number](corvane::JobResult<Figures>& result) {
-                if (number != m_number)
-                    return;
-                m_job = nullptr;
-                Show(result.Value());
-            });
+            [this](Figures figures) { Show(std::move(figures)); });
     }
-    void Show(const Figures& figures) {
-        m_groupChoices = figures.groupChoices;
-        m_numbers->SetBlock(figures.rows.numbers);
-        m_texts->SetBlock(figures.rows.texts);
+    void Show(Figures figures) {
+        m_figures = std::move(figures);
         OwnForm()->Refresh();
     }
+    // A line of names and one for each row, with tabs between; for a file with numbers that are the same in each
+    // language. "" without rows.
+    [[nodiscard]] static std::string TextOf(const SummaryBlock& block, bool forFile) {
+        if (block.rows.empty())
+            return {};
+        std::string text;
+        for (const SummaryBlock::Name& name : block.names)
+            text += AsField(name.text) + '\t';
+        for (const std::vector<std::string>& row : block.rows) {
+            text.back() = '\n';
+            for (std::size_t i = 0; i < row.size(); ++i)
+                text += AsField(forFile && block.names[i].figures ? corvane::PlainNumber(row[i]).value_or(row[i])
+                                                                  : row[i]) +
+                        '\t';
+        }
+        text.back() = '\n';
+        return text;
+    }
 
+    // As by the keys: what is selected in the table that has the keyboard, or else all numbers.
     void OnCopy() {
-        if (m_texts && m_texts->hasFocus())
-            m_texts->Copy();
-        else if (m_numbers)
-            m_numbers->Copy();
+        if (!qobject_cast<QTableView*>(QApplication::focusWidget()))
+            OwnForm()->Focus("Numbers");
+        QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+        if (auto* table = qobject_cast<QTableView*>(QApplication::focusWidget()))
+            QCoreApplication::sendEvent(table, &copy);
     }
     void OnExport() {
-        const std::string path = AskForSavePath(Translated("Export"), Translated("Text with tabs") + " (*.tsv)|*.tsv",
-                                                m_document->Name() + ".tsv");
-        if (path.empty())
-            return;
-        const QString figures =
-            m_numbers->AsText(true) + (m_texts->rowCount() > 0 ? "\n" + m_texts->AsText(true) : QString());
-        WriteWholeFile(Text(path), figures.toUtf8());
-        corvane::SetStatus(Translated("Exported to %1", {path}));
+        ExportAs(Translated("Text with tabs") + " (*.tsv)|*.tsv", m_document->Name() + ".tsv",
+                 [this](const std::string& path) {
+                     const std::string numbers = TextOf(m_figures.rows.numbers, true);
+                     const std::string texts = TextOf(m_figures.rows.texts, true);
+                     corvane::desktop::WriteWholeFile(path,
+                                                      numbers + (numbers.empty() || texts.empty() ? "" : "\n") + texts);
+                 });
     }
     void OnSaveAnalysis() { m_document->Save(); }
     void OnTable() { OpenDataWindow(Data()); }
@@ -162,9 +144,10 @@ class SummaryPage final : public corvane::desktop::QtPage<SummaryPage> {
 
 public:
     static constexpr auto Members =
-        corvane::Methods<&SummaryPage::OnCopy, &SummaryPage::OnSaveAnalysis, &SummaryPage::OnExport,
-                         &SummaryPage::OnTable, &SummaryPage::OnAnalyse, &SummaryPage::GroupChoices,
-                         &SummaryPage::Size>(corvane::Property("Group", &SummaryPage::Group, &SummaryPage::SetGroup));
+        corvane::Fields<&SummaryPage::m_group, &SummaryPage::OnGroupChanged, &SummaryPage::GroupChoices,
+                        &SummaryPage::m_size, &SummaryPage::Numbers, &SummaryPage::NumbersVisible, &SummaryPage::Texts,
+                        &SummaryPage::TextsVisible, &SummaryPage::OnCopy, &SummaryPage::OnSaveAnalysis,
+                        &SummaryPage::OnExport, &SummaryPage::OnTable, &SummaryPage::OnAnalyse>();
 };
 
 } // namespace studies

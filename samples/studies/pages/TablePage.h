@@ -4,7 +4,6 @@
 #include "Choices.h"
 #include "DataTableView.h"
 #include "Errors.h"
-#include "ProblemLabel.h"
 #include "QtText.h"
 #include "Report.h"
 #include "Windows.h"
@@ -12,15 +11,13 @@
 #include "corvane/platform/Platform.h"
 #include "desktop/QtPage.h"
 
-#include <QVBoxLayout>
-
 namespace studies {
 
 class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContext> {
     QPointer<DataTableView> m_view;
     QPointer<DataTableModel> m_model;
-    QPointer<ProblemLabel> m_problem;
     std::string m_filter, m_filterProblem, m_count, m_columnChoices;
+    std::string m_refusal;            // why what was entered into a cell hasn't been taken
     corvane::Long m_filterColumn = 0; // behind "Any column"
     corvane::Ref<corvane::ITimer> m_pause = corvane::CurrentPlatform().oTimers->NewTimer();
     bool m_isBehind = false; // the data have changed while a value was being typed
@@ -39,27 +36,26 @@ class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContex
     }
     QWidget* FirstFocus() override { return m_view; }
     QWidget* MakeWidget(QWidget* parent) override {
-        auto* rows = new QWidget(parent);
-        m_model = new DataTableModel(About(), corvane::Ref<corvane::Object>(this), rows);
-        m_view = new DataTableView;
+        m_view = new DataTableView(parent);
+        m_model = new DataTableModel(About(), corvane::Ref<corvane::Object>(this), m_view);
         m_view->SetData(m_model);
-        m_problem = new ProblemLabel;
-        auto* layout = new QVBoxLayout(rows);
-        layout->setContentsMargins(0, 0, 0, 0);
-        layout->addWidget(m_view, 1);
-        layout->addWidget(m_problem);
-        QObject::connect(m_view, &DataTableView::Refused, rows, [this](const QString& s) { m_problem->Show(s); });
-        QObject::connect(m_model, &QAbstractItemModel::dataChanged, rows, [this] { m_problem->Show({}); });
-        QObject::connect(m_model, &QAbstractItemModel::modelReset, rows, [this] { Guarded([this] { CountRows(); }); });
+        Connect(m_model.data(), &DataTableModel::Refused, [this](const QString& why) { ShowRefusal(Utf8(why)); });
+        Connect(m_model.data(), &QAbstractItemModel::dataChanged, [this] { ShowRefusal({}); });
+        Connect(m_model.data(), &QAbstractItemModel::modelReset, [this] { CountRows(); });
         Connect(m_view.data(), &DataTableView::EditingEnded, [this] {
             if (!m_isBehind)
                 return;
-            const QString problem = m_problem->isVisible() ? m_problem->text() : QString(); // of what was typed
+            const std::string refusal = m_refusal; // of what was typed
             FollowData();
-            m_problem->Show(problem);
+            ShowRefusal(refusal);
         });
         CountRows();
-        return rows;
+        return m_view;
+    }
+    void ShowRefusal(const std::string& why) {
+        m_refusal = why;
+        OwnForm()->SetVisible("Refusal", !why.empty());
+        OwnForm()->SetProblem("Refusal", why);
     }
     [[nodiscard]] const std::string& FilterColumnChoices() const { return m_columnChoices; }
     void OnFilterColumnChanged() { ShowFiltered(); }

@@ -352,15 +352,15 @@ QString ChartTip(const ChartScene& scene, const ChartLayout& layout, const QPoin
     for (const ChartBar& bar : scene.bars)
         if (QRectF(layout.At(bar.left, bar.top), layout.At(bar.right, bar.bottom)).contains(point))
             return Text(bar.tip);
+    const auto IsNear = [&](const auto& part) { // it is a line, with something small around it
+        const QRectF line(layout.At(part.x, part.high), layout.At(part.x, part.low));
+        return line.adjusted(-2 * reach, -reach, 2 * reach, reach).contains(point);
+    };
     for (const ChartBox& box : scene.boxes)
-        if (QRectF(layout.At(box.x, box.high), layout.At(box.x, box.low))
-                .adjusted(-2 * reach, -reach, 2 * reach, reach)
-                .contains(point))
+        if (IsNear(box))
             return Text(box.tip);
     for (const ChartMark& mark : scene.marks)
-        if (QRectF(layout.At(mark.x, mark.high), layout.At(mark.x, mark.low))
-                .adjusted(-2 * reach, -reach, 2 * reach, reach)
-                .contains(point))
+        if (IsNear(mark))
             return Text(mark.tip);
     const ChartPoint* nearest = nullptr;
     double nearestValue = reach * reach;

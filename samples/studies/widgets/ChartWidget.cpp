@@ -5,32 +5,12 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QFileInfo>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QSvgGenerator>
 #include <QToolTip>
 
 namespace studies {
 namespace {
-
-QFont PaperFont() {
-    QFont font;
-    font.setPixelSize(13);
-    return font;
-}
-
-void SaveSvg(const ChartScene& scene, const QSize& size, const QString& path) {
-    QSvgGenerator generator;
-    generator.setFileName(path);
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(), size));
-    generator.setTitle(QFileInfo(path).completeBaseName());
-    QPainter painter;
-    if (!painter.begin(&generator))
-        FailWith(Translated("The file “%1” can't be written.", {Utf8(path)}));
-    PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
-}
 
 // For those who don't see it: what it shows, what is below it, and the figures that the pointer would show.
 std::string DescriptionOf(const ChartScene& scene) {
@@ -117,30 +97,12 @@ void ChartWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter(this).drawPixmap(0, 0, m_drawn);
 }
 
-QImage ChartPicture(const ChartScene& scene, const QSize& size) {
-    constexpr double ratio = 2;
-    QImage image(size * ratio, QImage::Format_RGB32);
-    image.setDevicePixelRatio(ratio);
-    QPainter painter(&image);
-    PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
-    return image;
-}
-
-void DrawChart(QPainter& painter, const QRectF& area, const ChartScene& scene, const QSize& size) {
-    painter.save();
-    painter.translate(area.topLeft());
-    painter.scale(area.width() / size.width(), area.height() / size.height());
-    PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(PaperFont()));
-    painter.restore();
-}
-
-void SaveChart(const ChartScene& scene, const QSize& size, const QString& path) {
-    if (path.endsWith(".svg", Qt::CaseInsensitive)) {
-        SaveSvg(scene, size, path);
-        return;
-    }
-    if (!ChartPicture(scene, size).save(path, "PNG"))
-        FailWith(Translated("The file “%1” can't be written.", {Utf8(path)}));
+corvane::desktop::Drawing DrawingOf(const ChartScene& scene, const QSize& size) {
+    return {size, [scene, size](QPainter& painter) {
+                QFont font;
+                font.setPixelSize(13);
+                PaintChart(painter, QRectF(QPointF(), size), scene, ChartStyle::ForPaper(font));
+            }};
 }
 
 } // namespace studies

@@ -1,9 +1,9 @@
-// Shows a chart, tells about what is under the pointer, and writes it to picture files.
+// Shows a chart, and tells about what is under the pointer.
 #pragma once
 
 #include "ChartPainter.h"
+#include "desktop/Drawing.h"
 
-#include <QImage>
 #include <QPixmap>
 #include <QWidget>
 
@@ -35,11 +35,7 @@ private:
     QPixmap m_drawn; // null: not drawn as it is now
 };
 
-// For paper: dark on white, with twice as many pixels as the size says.
-[[nodiscard]] QImage ChartPicture(const ChartScene& scene, const QSize& size);
-// Into a rectangle of any device, as large as it is, as in a picture of that size.
-void DrawChart(QPainter& painter, const QRectF& area, const ChartScene& scene, const QSize& size);
-// SVG when the path ends so, PNG otherwise. Fails when the file can't be written.
-void SaveChart(const ChartScene& scene, const QSize& size, const QString& path);
+// For paper, dark on white: as it looks with that many pixels, in whatever size it is drawn.
+[[nodiscard]] corvane::desktop::Drawing DrawingOf(const ChartScene& scene, const QSize& size);
 
 } // namespace studies

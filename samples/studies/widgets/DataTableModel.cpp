@@ -1,9 +1,9 @@
 #include "DataTableModel.h"
 
+#include "EditedText.h"
 #include "Errors.h"
 #include "QtText.h"
 #include "Report.h"
-#include "corvane/author/Jobs.h"
 #include "corvane/base/Failure.h"
 
 #include <QGuiApplication>
@@ -25,25 +25,25 @@ qsizetype DecimalsOf(const QString& number) {
     return point < 0 || number.contains('e') ? 0 : number.size() - point - 1;
 }
 
-// With the columns' names above where there are any.
-std::string LinesOf(std::size_t rows, std::size_t columns, const std::vector<Column>& names,
-                    const std::function<std::string(std::size_t row, std::size_t column)>& cell,
-                    JobProgress* progress) {
+// In the signs of the user's language, as it is edited and copied.
+std::string EditedText(const Column& column, std::size_t row) {
+    const std::string text = column.Text(row);
+    return column.IsNumeric() ? ShownNumber(text) : text;
+}
+
+// All rows of these columns.
+std::string LinesOf(const Table& table, const std::vector<int>& columns, bool withNames, JobProgress& progress) {
     std::string text;
-    for (std::size_t i = 0; i < names.size(); ++i)
-        text += names[i].name + (i + 1 < names.size() ? '\t' : '\n');
-    for (std::size_t row = 0; row < rows; ++row) {
-        if (progress && row % 1000 == 0) {
-            progress->StopIfCancelled();
-            progress->SetPart(row, rows);
+    for (const int column : withNames ? columns : std::vector<int>())
+        text += table.columns[static_cast<std::size_t>(column)].name + (column == columns.back() ? '\n' : '\t');
+    for (std::size_t row = 0; row < table.rows; ++row) {
+        if (row % 1000 == 0) {
+            progress.StopIfCancelled();
+            progress.SetPart(row, table.rows);
         }
-        for (std::size_t i = 0; i < columns; ++i) {
-            // What would look like the end of a field or line becomes a blank.
-            std::string field = cell(row, i);
-            std::replace_if(
-                field.begin(), field.end(), [](char c) { return c == '\t' || c == '\n'; }, ' ');
-            text += field + (i + 1 < columns ? '\t' : '\n');
-        }
+        for (const int column : columns)
+            text += AsField(EditedText(table.columns[static_cast<std::size_t>(column)], row)) +
+                    (column == columns.back() ? '\n' : '\t');
     }
     return text;
 }
@@ -55,11 +55,6 @@ DataTableModel::DataTableModel(Ref<DataSetContext> data, Ref<Object> owner, QObj
       m_columns(TheStore().Columns(m_data->Number())), m_rows(static_cast<std::size_t>(m_data->Info().rows)) {
     std::iota(m_rows.begin(), m_rows.end(), 0U);
     MeasureDecimals();
-}
-
-DataTableModel::~DataTableModel() {
-    if (m_job)
-        m_job->Cancel();
 }
 
 void DataTableModel::SetFilter(int column, const QString& filter) {
@@ -78,38 +73,32 @@ void DataTableModel::sort(int column, Qt::SortOrder order) {
 
 void DataTableModel::SetView(const RowView& view) {
     CheckFilter(m_columns, view);
-    if (view == m_wanted && (m_job || view == m_view))
+    if (view == m_wanted && (m_job.IsActive() || view == m_view))
         return;
-    if (m_job)
-        m_job->Cancel();
-    m_job = nullptr;
+    m_job.Stop();
     m_wanted = view;
-    m_data->WithTable(m_owner, [self = QPointer(this), view, number = ++m_number](const SharedTable& table) {
-        if (!self || number != self->m_number)
+    m_data->WithTable(m_owner, [self = QPointer(this), view](const SharedTable& table) {
+        if (!self || view != self->m_wanted)
             return;
-        if (!table)
-            self->TakeRows(self->m_view, self->m_rows);
-        else if (IsSmall(table->rows, table->columns.size()))
-            self->TakeRows(view, RowsOf(*table, view));
+        if (table)
+            self->FindRows(view, table);
         else
-            self->StartFinding(view, table);
+            self->TakeRows(self->m_view, self->m_rows);
     });
 }
 
-void DataTableModel::StartFinding(const RowView& view, const SharedTable& table) {
+void DataTableModel::FindRows(const RowView& view, const SharedTable& table) {
     const bool sorts = view.sortColumn != m_view.sortColumn || view.descending != m_view.descending;
-    m_job = StartJob(
+    m_job.StartIf(
+        !IsSmall(table->rows, table->columns.size()),
         {.title = sorts ? Translated("Sort %1", {m_data->Info().name}) : Translated("Filter %1", {m_data->Info().name}),
          .owner = m_owner},
         [table, view](JobProgress& progress) { return RowsOf(*table, view, progress); },
-        [self = QPointer(this), view, number = m_number](JobResult<std::vector<std::uint32_t>>& result) {
-            if (!self || number != self->m_number)
-                return;
-            self->m_job = nullptr;
+        [this, view](JobResult<std::vector<std::uint32_t>>& result) {
             if (result.WasCancelled())
-                self->TakeRows(self->m_view, self->m_rows);
+                TakeRows(m_view, m_rows);
             else
-                self->TakeRows(view, std::move(result.Value()));
+                TakeRows(view, std::move(result.Value()));
         });
 }
 
@@ -140,18 +129,19 @@ const Table& DataTableModel::PageOf(int row) const {
         return *page;
     const auto first = static_cast<std::size_t>(pageNumber) * RowsOfPage;
     const std::size_t last = std::min<std::size_t>(first + RowsOfPage, m_rows.size());
-    Table* page = nullptr;
-    if (m_data->Space()->Keeps()) {
-        std::vector<Id> rowIds;
-        for (std::size_t i = first; i < last; ++i)
-            rowIds.push_back(RowId(static_cast<int>(i)));
-        page = new Table(TheStore().ReadRows(m_data->Number(), rowIds));
-    } else {
-        page = new Table(m_data->Data().Rows(
-            {m_rows.begin() + static_cast<std::ptrdiff_t>(first), m_rows.begin() + static_cast<std::ptrdiff_t>(last)}));
-    }
+    auto* page = new Table(RowsAt(
+        {m_rows.begin() + static_cast<std::ptrdiff_t>(first), m_rows.begin() + static_cast<std::ptrdiff_t>(last)}));
     m_pages.insert(pageNumber, page); // takes it over, and has room for one at least
     return *page;
+}
+
+Table DataTableModel::RowsAt(const std::vector<std::uint32_t>& positions) const {
+    if (!m_data->Space()->Keeps())
+        return m_data->Data().Rows(positions);
+    std::vector<Id> rowIds;
+    for (const std::uint32_t position : positions)
+        rowIds.push_back(Id{position} + 1);
+    return TheStore().ReadRows(m_data->Number(), rowIds);
 }
 
 std::string DataTableModel::CellText(const QModelIndex& index) const {
@@ -171,8 +161,9 @@ void DataTableModel::MeasureDecimals() {
 }
 
 std::string DataTableModel::EditedText(const QModelIndex& index) const {
-    const std::string text = CellText(index);
-    return m_columns[static_cast<std::size_t>(index.column())].IsNumeric() ? ShownNumber(text) : text;
+    const Table& page = PageOf(index.row());
+    return studies::EditedText(page.columns[static_cast<std::size_t>(index.column())],
+                               static_cast<std::size_t>(index.row() % RowsOfPage));
 }
 
 QString DataTableModel::ShownText(const QModelIndex& index) const {
@@ -249,8 +240,12 @@ bool DataTableModel::setData(const QModelIndex& index, const QVariant& value, in
     const std::string text = Utf8(value.toString().trimmed());
     if (text == EditedText(index))
         return true;
+    return DoOrRefuse([&] { Change({ChangeOf(index, text)}); });
+}
+
+bool DataTableModel::DoOrRefuse(const std::function<void()>& change) {
     try {
-        Change({ChangeOf(index, text)});
+        change();
         return true;
     } catch (const Failure& failure) {
         Q_EMIT Refused(Text(failure.Description));
@@ -285,62 +280,52 @@ void DataTableModel::Change(const std::vector<CellChange>& changes) {
 }
 
 void DataTableModel::Clear(const QModelIndexList& cells) {
-    std::vector<CellChange> changes;
-    for (const QModelIndex& index : cells)
-        if (!CellText(index).empty())
-            changes.push_back(ChangeOf(index, {}));
-    Change(changes);
+    DoOrRefuse([&] {
+        std::vector<CellChange> changes;
+        for (const QModelIndex& index : cells)
+            if (!CellText(index).empty())
+                changes.push_back(ChangeOf(index, {}));
+        Change(changes);
+    });
 }
 
 void DataTableModel::Paste(const QModelIndex& from, const QString& text) {
-    std::vector<CellChange> changes;
     QStringList lines = QString(text).remove('\r').split('\n');
-    if (!lines.isEmpty() && lines.last().isEmpty())
+    if (lines.last().isEmpty())
         lines.removeLast();
-    for (qsizetype line = 0; line < lines.size(); ++line) {
-        const QStringList fields = lines[line].split('\t');
-        for (qsizetype fieldIndex = 0; fieldIndex < fields.size(); ++fieldIndex) {
-            const QModelIndex cell =
-                index(from.row() + static_cast<int>(line), from.column() + static_cast<int>(fieldIndex));
-            const std::string field = Utf8(fields[fieldIndex].trimmed());
-            if (cell.isValid() && field != EditedText(cell))
-                changes.push_back(ChangeOf(cell, field));
+    DoOrRefuse([&] {
+        std::vector<CellChange> changes;
+        int row = from.row();
+        for (const QString& line : lines) {
+            int column = from.column();
+            for (const QString& field : line.split('\t')) {
+                const QModelIndex cell = index(row, column++);
+                const std::string entered = Utf8(field.trimmed());
+                if (cell.isValid() && entered != EditedText(cell))
+                    changes.push_back(ChangeOf(cell, entered));
+            }
+            ++row;
         }
-    }
-    Change(changes);
+        Change(changes);
+    });
 }
 
 void DataTableModel::WithText(const std::vector<int>& rows, const std::vector<int>& columns, bool withNames,
                               std::function<void(const QString&)> done) {
-    std::vector<Column> named;
-    for (const int column : columns)
-        named.push_back(m_columns[static_cast<std::size_t>(column)]);
-    const std::vector<Column>& names = withNames ? named : std::vector<Column>();
-    if (IsSmall(rows.size(), columns.size())) {
-        const auto Cell = [&](std::size_t row, std::size_t column) {
-            return EditedText(index(rows[row], columns[column]));
-        };
-        return done(Text(LinesOf(rows.size(), columns.size(), names, Cell, nullptr)));
-    }
-    std::vector<std::size_t> positions;
+    std::vector<std::uint32_t> positions;
     for (const int row : rows)
         positions.push_back(m_rows[static_cast<std::size_t>(row)]);
-    m_data->WithTable(
-        m_owner, [=, owner = m_owner, title = Translated("Copy %1", {m_data->Info().name})](const SharedTable& table) {
-            if (!table)
-                return;
-            StartJob(
-                {.title = title, .owner = owner},
-                [=](JobProgress& progress) {
-                    const auto Cell = [&](std::size_t row, std::size_t i) {
-                        const Column& column = table->columns[static_cast<std::size_t>(columns[i])];
-                        const std::string text = column.Text(positions[row]);
-                        return column.IsNumeric() ? ShownNumber(text) : text;
-                    };
-                    return LinesOf(positions.size(), columns.size(), names, Cell, &progress);
-                },
-                [done](const std::string& text) { done(Text(text)); });
-        });
+    if (IsSmall(rows.size(), columns.size()))
+        return done(Text(LinesOf(RowsAt(positions), columns, withNames, WithoutJob())));
+    const JobOptions options{.title = Translated("Copy %1", {m_data->Info().name}), .owner = m_owner};
+    m_data->WithTable(m_owner, [=](const SharedTable& table) {
+        if (!table)
+            return;
+        StartJob(
+            options,
+            [=](JobProgress& progress) { return LinesOf(table->Rows(positions), columns, withNames, progress); },
+            [done](const std::string& text) { done(Text(text)); });
+    });
 }
 
 } // namespace studies

@@ -2,7 +2,6 @@
 
 #include "Errors.h"
 #include "QtText.h"
-#include "corvane/base/Failure.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -29,7 +28,6 @@ DataTableView::DataTableView(QWidget* parent) : QTableView(parent) {
 void DataTableView::SetData(DataTableModel* model) {
     m_model = model;
     setModel(model);
-    connect(model, &DataTableModel::Refused, this, &DataTableView::Refused);
     connect(model, &DataTableModel::StaysSorted, horizontalHeader(), &QHeaderView::setSortIndicator);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
@@ -61,23 +59,13 @@ void DataTableView::Copy() {
 }
 
 void DataTableView::Paste() {
-    if (!m_model || !currentIndex().isValid())
-        return;
-    try {
+    if (m_model && currentIndex().isValid())
         m_model->Paste(currentIndex(), QGuiApplication::clipboard()->text());
-    } catch (const corvane::Failure& failure) {
-        Q_EMIT Refused(Text(failure.Description));
-    }
 }
 
 void DataTableView::ClearCells() {
-    if (!m_model)
-        return;
-    try {
+    if (m_model)
         m_model->Clear(selectionModel()->selectedIndexes());
-    } catch (const corvane::Failure& failure) {
-        Q_EMIT Refused(Text(failure.Description));
-    }
 }
 
 // These keys mean the cells while the keyboard is here, whatever the menus do with them.

@@ -21,7 +21,6 @@ public:
     [[nodiscard]] bool IsEditing() const { return state() == EditingState; }
 
 Q_SIGNALS:
-    void Refused(const QString& problem);
     void EditingEnded();
 
 protected:

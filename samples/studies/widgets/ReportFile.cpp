@@ -3,8 +3,8 @@
 #include "ChartWidget.h"
 #include "Errors.h"
 #include "QtText.h"
-#include "WholeFile.h"
 #include "corvane/author/Jobs.h"
+#include "desktop/WholeFile.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -13,7 +13,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -72,9 +71,12 @@ void DrawPage(const QTextDocument& document, int page, QPainter& painter) {
     painter.restore();
 }
 
-void SavePdf(const DrawnReport& drawn, const QString& path) {
+std::string Pdf(const DrawnReport& drawn) {
     constexpr int resolution = 144; // dots an inch of text and pictures alike
-    QPdfWriter writer(path);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(18, 18, 18, 18), QPageLayout::Millimeter);
     writer.setResolution(resolution);
@@ -97,10 +99,12 @@ void SavePdf(const DrawnReport& drawn, const QString& path) {
             sheet, Qt::AlignBottom | Qt::AlignRight,
             Text(Translated("Page %1 of %2", {std::to_string(page + 1), std::to_string(document.pageCount())})));
     }
+    painter.end();
+    return bytes.toStdString();
 }
 
 // Pictures stand in the file itself, so that it can be handed on alone.
-QByteArray Html(const DrawnReport& drawn) {
+std::string Html(const DrawnReport& drawn) {
     QString html = Text(drawn.report.html);
     for (std::size_t i = 0; i < drawn.pictures.size(); ++i) {
         QByteArray png;
@@ -110,7 +114,7 @@ QByteArray Html(const DrawnReport& drawn) {
         html.replace("src=\"" + Text(drawn.report.pictures[i].name) + "\"",
                      "src=\"data:image/png;base64," + QString::fromLatin1(png.toBase64()) + "\"");
     }
-    return html.toUtf8();
+    return Utf8(html);
 }
 
 } // namespace
@@ -123,26 +127,18 @@ void FillDocument(QTextDocument& document, const DrawnReport& drawn) {
     document.setHtml(Text(drawn.report.html));
 }
 
-DrawnReport DrawReport(StudyReport report, const JobProgress* progress) {
+DrawnReport DrawReport(StudyReport report, const JobProgress& progress) {
     DrawnReport drawn{std::move(report), {}};
     for (const StudyReport::Picture& picture : drawn.report.pictures) {
-        if (progress)
-            progress->StopIfCancelled();
-        drawn.pictures.push_back(ChartPicture(picture.scene, pictureSize));
+        progress.StopIfCancelled();
+        drawn.pictures.push_back(DrawingOf(picture.scene, pictureSize).Picture());
     }
     return drawn;
 }
 
-void SaveReport(const DrawnReport& report, const QString& path) {
-    if (path.endsWith(".pdf", Qt::CaseInsensitive)) {
-        QSaveFile probe(path); // the writer itself doesn't say why it couldn't
-        if (!probe.open(QIODevice::WriteOnly))
-            FailWith(Translated("The file “%1” can't be written: %2.", {Utf8(path), Utf8(probe.errorString())}));
-        probe.cancelWriting();
-        SavePdf(report, path);
-        return;
-    }
-    WriteWholeFile(path, Html(report));
+void SaveReport(const DrawnReport& report, const std::string& path) {
+    corvane::desktop::WriteWholeFile(path,
+                                     Text(path).endsWith(".pdf", Qt::CaseInsensitive) ? Pdf(report) : Html(report));
 }
 
 } // namespace studies

@@ -6,7 +6,6 @@
 #include <QImage>
 #include <vector>
 
-class QString;
 class QTextDocument;
 
 namespace corvane {
@@ -21,9 +20,9 @@ struct DrawnReport {
 };
 
 // With a progress on a job's thread, which ends when the job is cancelled.
-[[nodiscard]] DrawnReport DrawReport(StudyReport report, const corvane::JobProgress* progress);
+[[nodiscard]] DrawnReport DrawReport(StudyReport report, const corvane::JobProgress& progress);
 void FillDocument(QTextDocument& document, const DrawnReport& drawn);
 // PDF or HTML, by the ending of the path. Fails when the file can't be written.
-void SaveReport(const DrawnReport& report, const QString& path);
+void SaveReport(const DrawnReport& report, const std::string& path);
 
 } // namespace studies

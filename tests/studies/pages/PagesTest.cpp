@@ -1,11 +1,10 @@
 #include "ChartWidget.h"
 #include "Csv.h"
 #include "DataTableView.h"
-#include "FigureTable.h"
 #include "User.h"
-#include "WholeFile.h"
 #include "corvane/platform/IJobs.h"
 #include "desktop/IPrintout.h"
+#include "desktop/WholeFile.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/windows/WindowForm.h"
 
@@ -41,8 +40,7 @@ protected:
     static QString Problem(const QWidget& window) {
         for (const auto* label : window.findChildren<QLabel*>())
             if (label->isVisible() && !label->text().isEmpty() &&
-                (label->inherits("studies::ProblemLabel") ||
-                 label->parentWidget()->inherits("corvane::desktop::ProblemLine")))
+                label->parentWidget()->inherits("corvane::desktop::ProblemLine"))
                 return label->text();
         return {};
     }
@@ -91,15 +89,15 @@ protected:
 
 TEST_F(Pages, AFileIsWrittenWholeOrStaysAsItWas) {
     const std::string path = Write("out.csv", "as it was");
-    const auto Fill = [](const Sink& write) {
+    const auto Fill = [](const desktop::FileSink& write) {
         write(std::string(3'000'000, 'x'));
         throw JobCancelled();
     };
-    EXPECT_THROW(WriteWholeFile(QString::fromStdString(path), Fill), JobCancelled);
+    EXPECT_THROW(desktop::WriteWholeFile(path, Fill), JobCancelled);
     EXPECT_EQ(Read(path), "as it was");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder.Path()), {}), 1) << "nothing is left over";
     Table table{{{"a", ColumnType::Number, {}, {0.5, 1234}}, {"b", ColumnType::Text, {"x;y", ""}, {}}}, 2};
-    WriteWholeFile(QString::fromStdString(path), [&](const Sink& write) { WriteCsv(table, {';', ','}, write); });
+    desktop::WriteWholeFile(path, [&](const desktop::FileSink& write) { WriteCsv(table, {';', ','}, write); });
     EXPECT_EQ(Read(path), "a;b\n0,5;\"x;y\"\n1234;\n");
 }
 
@@ -139,23 +137,40 @@ TEST_F(Pages, ChartsAndSummariesArePrintedWithWhatTheyAreAbout) {
     }
     EXPECT_EQ(printed.join("").toStdString(), "# Scatter plot of penguins.csv: bill depth over bill length\n"
                                               "Y: bill depth (mm)\nX: bill length (mm)\nConfidence: 95 %\ndrawing\n"
-                                              "# Summary of penguins.csv\n344 rows, 7 columns\n"
-                                              "table 4 x 10\ntable 3 x 6\n");
+                                              "344 rows, 7 columns\n# Statistics of numeric columns\nwidget\n"
+                                              "# Statistics of text columns\nwidget\n");
 }
 
-TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
+TEST_F(Pages, TheImportWizardFollowsWhatIsTypedAndTheFileItself) {
     Start(false);
-    const std::string path = Write("cells.csv", "id;size_mm\n01;1,5\n02;2,5;x\n03;\n");
+    const std::string pathText = Write("cells.csv", "id;size_mm\n01;1,5\n02;2,5;x\n03;\n");
     ChooseAndAct("File.Import", [&](QWidget& wizard) {
+        const auto Go = [&](const char* button) {
+            Button(wizard, button)->click();
+            Turn();
+        };
+        auto* path = Only<QLineEdit>(wizard);
+        QTest::keyClicks(path, QString::fromStdString(pathText).chopped(1));
         EXPECT_FALSE(Button(wizard, "Next")->isEnabled());
-        Enter(wizard, "Path", QString::fromStdString(m_folder.Path("none.csv")));
-        EXPECT_TRUE(Problem(wizard).contains("none.csv")) << Problem(wizard).toStdString();
-        Enter(wizard, "Path", QString::fromStdString(path));
+        EXPECT_EQ(Problem(wizard), "") << "the name isn't whole yet";
+        QTest::keyClicks(path, "vx");
+        EXPECT_FALSE(Button(wizard, "Next")->isEnabled());
+        Enter(wizard, "Path", path->text());
+        EXPECT_TRUE(Problem(wizard).contains("cells.csvx")) << Problem(wizard).toStdString();
+        Enter(wizard, "Path", QString::fromStdString(pathText));
         EXPECT_EQ(Problem(wizard), "");
-        Button(wizard, "Next")->click();
-        Turn();
+        Go("Next");
         EXPECT_EQ(Problem(wizard), "A row can't be read:\nLine 3: 3 fields where the first row has 2.");
         EXPECT_FALSE(Button(wizard, "Next")->isEnabled());
+        // The row is put in order in the file; back and forth shows it. Another one is left out.
+        Write("cells.csv", "id;size_mm\n01;1,5\n02;2,5\n");
+        Go("Previous");
+        Go("Next");
+        EXPECT_EQ(Problem(wizard), "");
+        EXPECT_TRUE(Labels(wizard).contains("2 rows, 2 columns"));
+        Write("cells.csv", "id;size_mm\n01;1,5\n02;2,5;x\n03;\n");
+        Go("Previous");
+        Go("Next");
         Button(wizard, "Leave out")->click();
         const QAbstractItemModel& columns = *Only<QTableView>(wizard)->model();
         EXPECT_EQ(columns.rowCount(), 2);
@@ -164,8 +179,12 @@ TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
         EXPECT_EQ(columns.index(1, 2).data().toString(), "1.5  NA");
         EXPECT_TRUE(Labels(wizard).contains("“id” stays text: “01” begins with a zero."))
             << Labels(wizard).join('|').toStdString();
-        Button(wizard, "Next")->click();
-        Turn();
+        // What was seen is imported, even when the file has gone.
+        std::filesystem::remove(pathText);
+        Go("Next");
+        Go("Previous");
+        EXPECT_EQ(Problem(wizard), "");
+        Go("Next");
         Enter(wizard, "Name", " ");
         EXPECT_EQ(Problem(wizard), "A data set needs a name.");
         EXPECT_FALSE(Button(wizard, "Finish")->isEnabled());
@@ -178,42 +197,6 @@ TEST_F(Pages, TheImportWizardNamesABadRowAndLeavesItOut) {
     EXPECT_EQ(table.columns[0].type, ColumnType::Text);
     EXPECT_EQ(table.columns[1].Label(), "size (mm)");
     EXPECT_NE(Shown().find("cells"), std::string::npos);
-}
-
-TEST_F(Pages, TheImportWizardFollowsWhatIsTypedAndTheFileItself) {
-    Start(false);
-    const std::string pathText = Write("cells.csv", "id,size\n1,2\n2\n");
-    ChooseAndAct("File.Import", [&](QWidget& wizard) {
-        auto* path = Only<QLineEdit>(wizard);
-        QTest::keyClicks(path, QString::fromStdString(pathText).chopped(1));
-        EXPECT_FALSE(Button(wizard, "Next")->isEnabled());
-        EXPECT_EQ(Problem(wizard), "") << "the name isn't whole yet";
-        QTest::keyClicks(path, "v");
-        EXPECT_TRUE(Button(wizard, "Next")->isEnabled());
-        QTest::keyClicks(path, "x");
-        EXPECT_FALSE(Button(wizard, "Next")->isEnabled());
-        QTest::keyClick(path, Qt::Key_Backspace);
-        Button(wizard, "Next")->click();
-        Turn();
-        EXPECT_EQ(Problem(wizard), "A row can't be read:\nLine 3: 1 field where the first row has 2.");
-        // The row is put in order in the file; back and forth shows it.
-        Write("cells.csv", "id,size\n1,2\n2,3\n3,4\n");
-        Button(wizard, "Previous")->click();
-        Turn();
-        Button(wizard, "Next")->click();
-        Turn();
-        EXPECT_EQ(Problem(wizard), "");
-        EXPECT_TRUE(Labels(wizard).contains("3 rows, 2 columns"));
-        // What was seen is imported, even when the file has gone.
-        std::filesystem::remove(pathText);
-        Button(wizard, "Next")->click();
-        Turn();
-        Button(wizard, "Previous")->click();
-        Turn();
-        EXPECT_EQ(Problem(wizard), "");
-        Button(wizard, "Finish")->click();
-    });
-    EXPECT_EQ(Status(), "cells.csv imported into “Study 1”: 3 rows, 2 columns");
 }
 
 TEST_F(Pages, TheTableEditsUndoesFiltersSortsAndCopies) {
@@ -344,26 +327,19 @@ TEST_F(Pages, ANameThatIsRefusedStaysInTheEditor) {
     Choose("File.NewStudy");
     Turn();
     desktop::ExplorerTree& tree = *m_application->Window().Explorer().CurrentPage()->Tree();
-    const auto Editor = [&]() -> QLineEdit* {
-        for (auto* editor : tree.viewport()->findChildren<QLineEdit*>())
-            if (editor->isVisible())
-                return editor;
-        return nullptr;
-    };
+    const auto Editor = [&] { return Only<QLineEdit>(*tree.viewport()); };
     const auto Reason = [&] {
         for (const auto* label : tree.viewport()->findChildren<QLabel*>())
             if (label->isVisible())
                 return label->text();
         return QString();
     };
-    ASSERT_NE(Editor(), nullptr);
     Editor()->clear();
     EXPECT_EQ(Reason(), "A study needs a name.");
     QTest::keyClicks(Editor(), " penguins ");
     EXPECT_EQ(Reason(), "There is a study “penguins” already.");
     QTest::keyClick(Editor(), Qt::Key_Return);
     Turn();
-    ASSERT_NE(Editor(), nullptr);
     EXPECT_EQ(Editor()->text(), " penguins ");
     Editor()->setText(" Gentoo  ");
     EXPECT_EQ(Reason(), "");
@@ -374,7 +350,6 @@ TEST_F(Pages, ANameThatIsRefusedStaysInTheEditor) {
     for (const int key : {int{Qt::Key_Escape}, 0}) {
         Choose("Edit.Rename");
         Turn();
-        ASSERT_NE(Editor(), nullptr);
         Editor()->setText("Penguins");
         if (key != 0)
             QTest::keyClick(Editor(), static_cast<Qt::Key>(key));
@@ -386,27 +361,6 @@ TEST_F(Pages, ANameThatIsRefusedStaysInTheEditor) {
     }
     EXPECT_EQ(m_application->Failures().ShownCount(), 0);
     EXPECT_TRUE(m_application->Messages().Shown().empty());
-}
-
-TEST_F(Pages, ALongListOfColumnsIsSearchedByTyping) {
-    Start(false);
-    std::string names = "c0";
-    std::string values = "1";
-    for (int i = 1; i < 30; ++i) {
-        names += ",c" + std::to_string(i);
-        values += ",1";
-    }
-    m_application->Dialogs().AddAnswer(Write("wide.csv", names + "\n" + values + "\n" + values + "\n"));
-    Choose("File.Open");
-    Choose("Analysis.Histogram");
-    auto* box = In<QComboBox>("Histogram of wide.csv: c0", "Column");
-    for (const char* typed : {"c27", "c99"}) { // the second isn't there
-        box->lineEdit()->selectAll();
-        QTest::keyClicks(box->lineEdit(), typed);
-        QTest::keyClick(box->lineEdit(), Qt::Key_Return);
-        EXPECT_EQ(box->currentText(), "c27");
-        EXPECT_NE(In<ChartWidget>("Histogram of wide.csv: c27", "Chart"), nullptr);
-    }
 }
 
 TEST_F(Pages, AFileWithoutAStudyIsOnlyShown) {
@@ -479,24 +433,6 @@ TEST_F(Pages, ChartsFollowTheirSettingsAndAreKept) {
     EXPECT_EQ(m_application->Failures().ShownCount(), 1);
 }
 
-TEST_F(Pages, TheSummaryIsByGroupWithTheDecimalsOfThePreferences) {
-    Start();
-    OpenItem("penguins.csv");
-    ChooseAndAct("Tools.Preferences", [](QWidget& dialog) {
-        ShowPage(dialog, "Statistics");
-        Enter(dialog, "Decimals", "1");
-        Button(dialog, "OK")->click();
-    });
-    EXPECT_EQ(ReadPreferences().decimals, 1);
-
-    Choose("Analysis.Summary");
-    In<QComboBox>("Summary of penguins.csv", "By")->setCurrentIndex(1);
-    auto* figures = In<FigureTable>("Summary of penguins.csv by species", "Statistics of numeric columns");
-    const QStringList lines = figures->AsText().split('\n');
-    EXPECT_EQ(lines[1], "bill length (mm)\tAdelie\t151\t1\t38.8\t2.7\t32.1\t36.8\t38.8\t40.8\t46.0");
-    EXPECT_EQ(figures->item(0, 4)->textAlignment(), Qt::AlignRight | Qt::AlignVCenter);
-}
-
 TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     Start();
     OpenItem("penguins.csv");
@@ -512,9 +448,7 @@ TEST_F(Pages, TheBootstrapShowsItsResultAndCanBeCancelled) {
     EXPECT_EQ(Status(), "mean of bill length: 43.92 mm");
     EXPECT_TRUE(Result().contains("95 % confidence from 43.")) << Result().toStdString();
 
-    EXPECT_TRUE(m_application->HasUnsavedWork());
     Choose("File.Save");
-    EXPECT_FALSE(m_application->HasUnsavedWork());
     Enter(caption, "Resamples", "100000");
     EXPECT_TRUE(Result().startsWith("Run resamples")) << "the result is of other settings";
     EXPECT_FALSE(m_application->HasUnsavedWork()) << "which are a matter of a click";
@@ -627,9 +561,11 @@ TEST_F(Pages, DataAndReportsAreExported) {
     EXPECT_EQ(part.find("344 rows"), std::string::npos) << "what isn't checked";
 }
 
-TEST_F(Pages, PreferencesOfAnalysesAreCheckedAndUsed) {
+TEST_F(Pages, PreferencesAreCheckedAndUsed) {
     Start();
     ChooseAndAct("Tools.Preferences", [](QWidget& dialog) {
+        ShowPage(dialog, "Statistics");
+        Enter(dialog, "Decimals", "1");
         ShowPage(dialog, "Analyses");
         Enter(dialog, "ConfidencePercent", "20");
         EXPECT_EQ(Problem(dialog), "Please enter a value from 50 to 99.9.");
@@ -639,10 +575,16 @@ TEST_F(Pages, PreferencesOfAnalysesAreCheckedAndUsed) {
         Enter(dialog, "DefaultGroup", "sex");
         Button(dialog, "OK")->click();
     });
+    EXPECT_EQ(ReadPreferences().confidence, 0.99);
     ClickItem("penguins.csv");
     Choose("Analysis.Histogram");
     EXPECT_EQ(In<ChartWidget>("Histogram of penguins.csv: bill length by sex", "Chart")->Scene().legend.size(), 2U);
-    EXPECT_EQ(ReadPreferences().confidence, 0.99);
+    Choose("Analysis.Summary");
+    In<QComboBox>("Summary of penguins.csv by sex", "By")->setCurrentIndex(1);
+    EXPECT_TRUE(In<QTableView>("Summary of penguins.csv by species", "Statistics of numeric columns")->isVisible());
+    Choose("Edit.Copy");
+    EXPECT_EQ(QApplication::clipboard()->text().split('\n').value(1),
+              "bill length (mm)\tAdelie\t151\t1\t38.8\t2.7\t32.1\t36.8\t38.8\t40.8\t46.0");
 }
 
 } // namespace
