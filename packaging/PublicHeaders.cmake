@@ -9,12 +9,14 @@ set(CORVANE_PUBLIC_HEADERS
   corvane/Service.h
 
   corvane/author/Client.h
+  corvane/author/Encoding.h
   corvane/author/ExplorerItem.h
   corvane/author/Fields.h
   corvane/author/Host.h
   corvane/author/Items.h
   corvane/author/Jobs.h
   corvane/author/Methods.h
+  corvane/author/Nodes.h
   corvane/author/Page.h
   corvane/author/Rows.h
   corvane/author/Service.h
