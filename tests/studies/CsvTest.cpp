@@ -3,7 +3,9 @@
 #include "Statistics.h"
 #include "TextFile.h"
 #include "corvane/base/Failure.h"
+#include "tests/support/TemporaryFolder.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -132,41 +134,24 @@ TEST(Csv, WhatIsWrittenReadsTheSame) {
     EXPECT_EQ(Shape(ReadCsv(WriteCsv(table)).table), Shape(table));
 }
 
-TEST(TextFile, TextIsReadInTheEncodingThatItHas) {
-    using namespace std::string_literals;
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::string text;
-    } cases[] = {
-        {"UTF-8", "K\u00f6ln \u20ac", "K\u00f6ln \u20ac"},
-        {"UTF-8 with a mark", "\xEF\xBB\xBFK\u00f6ln", "K\u00f6ln"},
-        {"Latin-1", "L\xE4nge;\xC6r\xF8", "L\u00e4nge;\u00c6r\u00f8"},
-        {"Windows-1252", "\x80 5, \x84so\x93", "\u20ac 5, \u201eso\u201c"},
-        {"cut off within a character", "K\xC3", "K\u00c3"},
-        {"UTF-16",
-         "\xFF\xFE"
-         "K\0\xF6\0\x3D\xD8\x27\xDC"s,
-         "K\u00f6\U0001F427"},
-        {"UTF-16, high bytes first", "\xFE\xFF\0K\0\xF6"s, "K\u00f6"},
-        {"UTF-16, half a character", "\xFF\xFE\x3D\xD8K\0"s, "\uFFFDK"},
-    };
-    for (const auto& testCase : cases)
-        EXPECT_EQ(DecodeText(testCase.bytes, "x.csv"), testCase.text) << testCase.what;
-    try {
-        (void)DecodeText("PK\3\4\0\0"s, "x.xlsx");
-        FAIL() << "a workbook is no text";
-    } catch (const corvane::Failure& failure) {
-        EXPECT_EQ(failure.Description.find("x.xlsx isn't a text file. Save the table"), 0U) << failure.Description;
-    }
-}
-
 TEST(Csv, FilesAreNamedInFailures) {
     const CsvResult gentoo = ReadCsvFile(STUDIES_DATA "/gentoo.csv");
     EXPECT_EQ(gentoo.delimiter, ';');
     EXPECT_EQ(gentoo.table.rows, 124U);
     EXPECT_THROW((void)ReadCsvFile(STUDIES_DATA "/nothing.csv"), corvane::Failure);
     EXPECT_THROW((void)ReadCsvFile(STUDIES_DATA), corvane::Failure) << "a folder is no file";
+    const corvane::test::TemporaryFolder folder;
+    const auto failure = [&](const std::string& bytes, corvane::TextEncoding encoding) {
+        std::ofstream(folder.Path("x.csv"), std::ios::binary) << bytes;
+        try {
+            return ReadTextFile(folder.Path("x.csv"), encoding);
+        } catch (const corvane::Failure& raised) {
+            return raised.Description.substr(0, 30);
+        }
+    };
+    EXPECT_EQ(failure(std::string("PK\3\4\0\0", 6), corvane::TextEncoding::Automatic),
+              "x.csv isn't a text file. Save ");
+    EXPECT_EQ(failure("K\xC3", corvane::TextEncoding::Utf8), "x.csv isn't in that encoding.");
 }
 
 } // namespace

@@ -104,7 +104,7 @@ void StudyService::OnInactive(const Ref<Object>& item) {
 
 void StudyService::Start() {
     Singleton::Framework()->NavigationManager()->SetCaption("Studies");
-    Build(&ExplorerManager::Populate);
+    Build([] { Explorer()->Populate(); });
     if (!m_workspace) {
         SetStatus(Translated("The studies aren't available: %1", {m_storeProblem}));
         ShowMessage(m_storeProblem, "Studies");

@@ -8,6 +8,7 @@
 #include "corvane/author/Items.h"
 #include "corvane/platform/ITimers.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -78,20 +79,16 @@ private:
     void AddStudy(const Study& study);
     void AddItem(const corvane::Ref<StoreItem>& item, const std::string& definition,
                  const corvane::Ref<StoreItem>& folder);
-    void RemoveItem(const corvane::Ref<StoreItem>& item);
     bool Follow(const StoreContents& contents);
     void RemoveEntry(const StorePlace& place);
     void RenameEntry(const StorePlace& place, const std::string& name);
     void AddEntry(const StorePlace& place);
     bool Select(const StorePlace& place);
-    bool SelectNode(const std::string& key);
     [[nodiscard]] bool WantsAnother(const std::string& name);
     void ShowImported(Id dataSetId);
     void OpenImported(Id dataSetId);
     void Import(const std::string& path, Id studyId, void (StudyService::*then)(Id dataSetId));
-    [[nodiscard]] std::vector<std::string> ChosenAndNext() const;
-    void SelectFirst(const std::vector<std::string>& keys);
-    void Build(void (corvane::ExplorerManager::*build)());
+    void Build(const std::function<void()>& build);
     void Rebuild();
     void ShowChangesOfOthers();
     [[nodiscard]] Store& TheStore() const { return m_workspace->GetStore(); }

@@ -1,30 +1,15 @@
 #include "StudyService.h"
 #include "Windows.h"
 #include "corvane/author/Host.h"
-#include "corvane/core/CorvaneMain.h"
-#include "corvane/core/Framework.h"
-#include "corvane/core/Singleton.h"
+#include "corvane/author/Nodes.h"
 #include "corvane/explorer/ExplorerManager.h"
-#include "corvane/explorer/NavigationManager.h"
-#include "corvane/menus/MenuManager.h"
-#include "corvane/services/ServiceManager.h"
-#include "corvane/windows/IPage.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 
 namespace studies {
 
 using namespace corvane;
-
-namespace {
-
-Ref<corvane::MenuManager> Menus() {
-    return Singleton::Framework()->NavigationManager()->MenuManager();
-}
-
-} // namespace
 
 void StudyService::Joins(StoreItem& item) {
     if (item.Place().first == 's')
@@ -58,15 +43,6 @@ void StudyService::AddItem(const Ref<StoreItem>& item, const std::string& defini
         node->SetExpanded(true);
 }
 
-// The explorer says nothing of an active item that goes, so its commands are taken from it here.
-void StudyService::RemoveItem(const Ref<StoreItem>& item) {
-    if (m_active == item) {
-        Menus()->OnActionsProviderInActive(item, item->Base(), item->Base()->ExplorerItemDef()->ActionItemDefs());
-        m_active = nullptr;
-    }
-    Explorer()->DeleteFromExplorer(item);
-}
-
 // The explorer adds at the end of a folder. What belongs in front of others of a study takes those along; in front of
 // other studies it would be too many, and the explorer is built again. False then, and when a name is in use yet.
 bool StudyService::Follow(const StoreContents& contents) {
@@ -93,7 +69,7 @@ bool StudyService::Follow(const StoreContents& contents) {
     };
     if (!renamed.empty() && (!isInFront || std::any_of(renamed.begin(), renamed.end(), isTaken)))
         return false;
-    const std::vector<std::string> keys = ChosenAndNext();
+    const NextNodes next;
     const bool wasActive = static_cast<bool>(m_active.TryAs<StoreItem>());
     for (const auto& [place, entry] : m_shown) // what is in a study comes before it
         if (!contents.contains(place) || std::binary_search(added.begin(), added.end(), place))
@@ -106,7 +82,7 @@ bool StudyService::Follow(const StoreContents& contents) {
             if (place.first == kind)
                 AddEntry(place);
     if (wasActive && !m_active)
-        SelectFirst(keys);
+        next.Select("Studies");
     return true;
 }
 
@@ -115,8 +91,11 @@ void StudyService::RemoveEntry(const StorePlace& place) {
     const auto& [kind, id] = place;
     for (const StorePlace& part :
          kind == 's' ? std::vector<StorePlace>{{'D', id}, {'A', id}, place} : std::vector<StorePlace>{place})
-        if (const auto item = m_items.extract(part))
-            RemoveItem(item.mapped());
+        if (const auto item = m_items.extract(part)) {
+            RemoveFromExplorer(item.mapped(), m_active == item.mapped());
+            if (m_active == item.mapped())
+                m_active = nullptr;
+        }
 }
 
 void StudyService::RenameEntry(const StorePlace& place, const std::string& name) {
@@ -146,7 +125,7 @@ void StudyService::AddEntry(const StorePlace& place) {
 // As if the user had clicked on it. False when it isn't in the tree that is shown.
 bool StudyService::Select(const StorePlace& place) {
     const auto it = m_items.find(place);
-    return it != m_items.end() && SelectNode(it->second->NodeKey());
+    return it != m_items.end() && SelectNode("Studies", it->second->NodeKey());
 }
 
 // What has just been imported is what comes next.
@@ -161,61 +140,22 @@ void StudyService::OpenImported(Id dataSetId) {
     SetStatus(imported); // which the new window has cleared
 }
 
-// The keys of the selected node and of those that take its place when it has gone, the best first: what follows it,
-// what precedes it, what it is below.
-std::vector<std::string> StudyService::ChosenAndNext() const {
-    std::vector<std::string> keys;
-    const Ref<corvane::TreeView> tree = Explorer()->TreeView();
-    const Ref<Node> chosen = tree && m_active ? tree->SelectedItem() : nullptr;
-    for (const Node* node = chosen.Get(); node; node = node->Parent()) {
-        const std::vector<Node*>& siblings = node->Parent() ? node->Parent()->Children() : tree->GetNodes()->Roots();
-        const auto at = std::find(siblings.begin(), siblings.end(), node);
-        for (auto it = at; it != siblings.end(); ++it)
-            keys.push_back((*it)->Key());
-        for (auto it = at; it != siblings.begin(); --it)
-            keys.push_back((*std::prev(it))->Key());
-    }
-    return keys;
-}
-
-void StudyService::SelectFirst(const std::vector<std::string>& keys) {
-    (void)std::any_of(keys.begin(), keys.end(), [this](const std::string& key) { return SelectNode(key); });
-}
-
-bool StudyService::SelectNode(const std::string& key) {
-    const Ref<corvane::TreeView> tree = Explorer()->TreeView();
-    if (!tree)
-        return false;
-    const Ref<Node> node = tree->GetNodes()->Find(key);
-    if (!node || !EqualText(tree->Tag(), "Studies"))
-        return false;
-    tree->ClickNode(node);
-    return true;
-}
-
 // The items read the store one by one.
-void StudyService::Build(void (ExplorerManager::*build)()) {
-    const auto act = [build] { ((*Explorer()).*build)(); };
+void StudyService::Build(const std::function<void()>& build) {
     if (m_workspace)
-        TheStore().ReadTogether(act);
+        TheStore().ReadTogether(build);
     else
-        act();
+        build();
 }
 
-// From the store, with the item selected that was, or the one that takes its place. Removing the items hides the
-// entries that they share with this service and with pages, which therefore take them back.
+// From the store, with the item selected that was, or the one that takes its place.
 void StudyService::Rebuild() {
-    const Id studyId = ActiveStudy();
-    const bool isStudy = static_cast<bool>(m_active.TryAs<StudyItem>());
-    const std::vector<std::string> keys = ChosenAndNext();
+    const Ref<StoreItem> active = m_active.TryAs<StoreItem>();
+    const NextNodes next;
     m_items.clear();
-    Build(&ExplorerManager::Refresh);
-    for (const Ref<ServiceDef>& def : *Singleton::Framework()->ServiceManager()->ServiceDefs())
-        if (const Ref<Object> service = FindService(def->Name()))
-            Menus()->OnActionsProviderActive(service, CorvaneMain::QueryService(service).As<IActionsProvider>(),
-                                             def->ActionItemDefs());
-    if (studyId != 0 && !(isStudy && Select({'s', studyId}))) // a study may have another name
-        SelectFirst(keys);
+    Build(&RefreshExplorer);
+    if (active && active->StudyId() != 0 && !Select(active->Place()))
+        next.Select("Studies");
 }
 
 } // namespace studies

@@ -21,7 +21,7 @@ struct CsvOptions {
     bool header = true;        // whether the first row holds the names
     std::size_t skipLines = 0; // above it
     char point = 0;            // of numbers; 0: '.', or else ',' where that isn't the delimiter
-    TextEncoding encoding = TextEncoding::Automatic;
+    corvane::TextEncoding encoding = corvane::TextEncoding::Automatic;
     std::vector<std::string> missing = {}; // values that mean a missing one, beside those above
     // How columns are read, in their order; those beyond are automatic.
     std::vector<ColumnReading> columns = {};

@@ -149,7 +149,7 @@ class ImportFormatPage final : public corvane::Page<ImportFormatPage, ImportJob,
     [[nodiscard]] corvane::Long Encoding() const { return static_cast<corvane::Long>(Job()->Options().encoding); }
     void SetEncoding(corvane::Long encoding) {
         Job()->ChangeFormat(
-            [encoding](CsvOptions& options) { options.encoding = static_cast<TextEncoding>(encoding); });
+            [encoding](CsvOptions& options) { options.encoding = static_cast<corvane::TextEncoding>(encoding); });
     }
     void OnMissingChanged() {
         std::istringstream words(m_missing);
