@@ -53,6 +53,12 @@ protected:
         AnalysisKind::Scatter, "name", "mass", "count", "A", "B", 7, {BootstrapFigure::Median, 500, 0.9, 42}};
     Table m_table = ReadCsv("name,mass,count\nA,1.5,1\nB,,2\n,0.1,\n").table;
 
+    static Table LargeTable() {
+        std::string text = "name,mass,count\n";
+        for (int row = 0; row < 5000; ++row)
+            text += (row % 3 == 0 ? "" : "A " + std::to_string(row)) + "," + std::to_string(row) + ".5,1\n";
+        return ReadCsv(text).table;
+    }
     // A[set(3); Summary] B[]
     void Fill(Store& store) {
         const Id study = store.CreateStudy("A");
@@ -317,18 +323,12 @@ TEST_F(StoreOfStudies, CellsAreChangedAndUndone) {
     store.Redo();
     store.Redo();
     EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
-    EXPECT_EQ(FailureOfCall([&] {
-                  store.SetCells(set, {{1, 0, "x"}, {1, 1, "heavy"}});
-              }),
-              "“heavy” isn't a number, and “mass” is a numeric column.");
-    EXPECT_EQ(FailureOfCall([&] {
-                  store.SetCells(set, {{1, 2, "1.5"}});
-              }),
-              "“1.5” isn't a whole number, and “count” is a column of whole numbers.");
-    EXPECT_EQ(FailureOfCall([&] {
-                  store.SetCells(set, {{1, 2, "12345678901234567"}});
-              }),
-              "“12345678901234567” has more digits than a number keeps.");
+    const std::pair<CellChange, const char*> refused[] = {
+        {{1, 1, "heavy"}, "“heavy” isn't a number, and “mass” is a numeric column."},
+        {{1, 2, "1.5"}, "“1.5” isn't a whole number, and “count” is a column of whole numbers."},
+        {{1, 2, "12345678901234567"}, "“12345678901234567” has more digits than a number keeps."}};
+    for (const auto& [change, failure] : refused)
+        EXPECT_EQ(FailureOfCall([&, second = change] { store.SetCells(set, {{1, 0, "x"}, second}); }), failure);
     EXPECT_EQ(WriteCsv(store.ReadDataSet(set)), "name,mass,count\nit's,1.5,7\nB,2.25,2\n,,\n");
 }
 
@@ -386,15 +386,7 @@ TEST(RowView, FindsTheSameInAJob) {
 TEST_F(StoreOfStudies, JobsWriteAndReadTheirTablesBesideIt) {
     Store store(m_path);
     const Id study = store.CreateStudy("A");
-    Table table = m_table;
-    while (table.rows < 5000) {
-        for (Column& column : table.columns)
-            if (column.IsNumeric())
-                column.numbers.push_back(static_cast<double>(table.rows));
-            else
-                column.texts.push_back(table.rows % 3 == 0 ? "" : std::to_string(table.rows));
-        ++table.rows;
-    }
+    const Table table = LargeTable();
     const auto write = [&](Id id, double cancelAt) {
         return RunAsJob(
             1,
@@ -477,14 +469,7 @@ TEST_F(StoreOfStudies, FilesThatItCannotUse) {
 TEST_F(StoreOfStudies, ADamagedFileIsFoundWhenItIsOpened) {
     {
         Store store(m_path);
-        Table large = m_table;
-        for (int i = 0; i < 12; ++i)
-            for (Column& column : large.columns) {
-                column.texts.insert(column.texts.end(), column.texts.begin(), column.texts.end());
-                column.numbers.insert(column.numbers.end(), column.numbers.begin(), column.numbers.end());
-            }
-        large.rows <<= 12U;
-        store.ImportDataSet(store.CreateStudy("A"), "large", "", large);
+        store.ImportDataSet(store.CreateStudy("A"), "large", "", LargeTable());
     }
     std::filesystem::resize_file(m_path, std::filesystem::file_size(m_path) / 2);
     EXPECT_NE(FailureOfCall([&] { Store store(m_path); }).find("is damaged"), std::string::npos);
