@@ -28,7 +28,7 @@ bool Fits(const forms::FieldDef& field, ValueType type) {
     switch (field.kind) {
     case FieldKind::Table:
     case FieldKind::Tree:
-        return type == ValueType::Reference;
+        return type == (field.look == forms::FieldLook::TextTable ? ValueType::Text : ValueType::Reference);
     case FieldKind::Boolean:
         return type == ValueType::Boolean;
     case FieldKind::Integer:
@@ -52,7 +52,7 @@ std::string_view WantedBy(const forms::FieldDef& field) {
     switch (field.kind) {
     case FieldKind::Table:
     case FieldKind::Tree:
-        return "an object with Count and Item";
+        return field.look == forms::FieldLook::TextTable ? "std::string" : "an object with Count and Item";
     case FieldKind::Boolean:
         return "bool";
     case FieldKind::Integer:

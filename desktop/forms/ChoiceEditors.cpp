@@ -137,6 +137,8 @@ ListEditor::ListEditor(std::shared_ptr<FormContext> form, std::size_t field, QWi
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setUniformItemSizes(true);
     m_list->setTabKeyNavigation(false);
+    m_list->setTextElideMode(Qt::ElideMiddle); // the tooltip has it whole
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setMinimumHeight(m_list->fontMetrics().lineSpacing() * rowsShown);
     DisableReadOnly();
     Compose(m_list, Growth::Fills);
@@ -155,6 +157,8 @@ void ListEditor::ShowChoices() {
     m_list->clear();
     for (const auto& choice : Model().Choices(Field())) {
         auto* item = new QListWidgetItem(LabelOf(choice));
+        if (Def().tip.IsEmpty())
+            item->setToolTip(item->text());
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
         if (m_isOfSeveral) {
             item->setFlags(item->flags() | Qt::ItemIsUserCheckable);

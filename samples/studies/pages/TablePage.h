@@ -52,6 +52,7 @@ class TablePage final : public corvane::desktop::QtPage<TablePage, DataSetContex
         CountRows();
         return m_view;
     }
+    [[nodiscard]] std::string Refusal() const { return {}; } // the field has nothing to show but its problem
     void ShowRefusal(const std::string& why) {
         m_refusal = why;
         OwnForm()->SetVisible("Refusal", !why.empty());
@@ -107,7 +108,7 @@ public:
         corvane::Fields<&TablePage::OnCopy, &TablePage::OnDelete, &TablePage::OnExport, &TablePage::OnProperties,
                         &TablePage::OnAnalyse, &TablePage::m_filter, &TablePage::m_filterColumn, &TablePage::m_count,
                         &TablePage::FilterColumnChoices, &TablePage::OnFilterColumnChanged, &TablePage::OnFilterChanged,
-                        &TablePage::FilterProblem>();
+                        &TablePage::FilterProblem, &TablePage::Refusal>();
 };
 
 } // namespace studies
