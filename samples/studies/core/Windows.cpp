@@ -1,6 +1,7 @@
 #include "Windows.h"
 
 #include "Errors.h"
+#include "Report.h"
 #include "Statistics.h"
 #include "corvane/author/Host.h"
 #include "corvane/base/Text.h"
