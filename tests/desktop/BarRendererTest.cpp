@@ -550,20 +550,12 @@ TEST_F(BarRendererTest, DescriptionIsShownWhileAnEntryIsUnderThePointer) {
     EXPECT_TRUE(m_window.statusBar()->findChild<QLabel*>()->isVisible());
 }
 
-struct KeyCase {
-    const char* text;
-    const char* keys;
-};
-class KeyInTest : public ::testing::TestWithParam<KeyCase> {};
-
-TEST_P(KeyInTest, ReadsWhatDefinitionsSay) {
-    EXPECT_EQ(KeyIn(GetParam().text).toString(QKeySequence::PortableText), GetParam().keys);
+TEST(KeyIn, ReadsWhatDefinitionsSay) {
+    for (const auto& [text, keys] :
+         {std::pair("Ctrl+Shift+O", "Ctrl+Shift+O"), std::pair("ctrl + o", "Ctrl+O"), std::pair("F5", "F5"),
+          std::pair("Delete", "Del"), std::pair("Ctrl++", "Ctrl++"), std::pair("", ""), std::pair("nonsense", "")})
+        EXPECT_EQ(KeyIn(text).toString(QKeySequence::PortableText), keys);
 }
-
-INSTANTIATE_TEST_SUITE_P(Texts, KeyInTest,
-                         ::testing::Values(KeyCase{"Ctrl+Shift+O", "Ctrl+Shift+O"}, KeyCase{"ctrl + o", "Ctrl+O"},
-                                           KeyCase{"F5", "F5"}, KeyCase{"Delete", "Del"}, KeyCase{"Ctrl++", "Ctrl++"},
-                                           KeyCase{"", ""}, KeyCase{"nonsense", ""}));
 
 } // namespace
 } // namespace corvane::desktop
