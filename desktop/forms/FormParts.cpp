@@ -263,6 +263,7 @@ QWidget* FormBuilder::MakeSplitter(const Node& node, QWidget* parent) {
         else
             around->addLayout(piece.layout);
         splitter->addWidget(side);
+        m_parts.nodes[child.index].side = side;
         splitter->setStretchFactor(static_cast<int>(i), StretchAt(node.stretch, i));
     }
     return splitter;

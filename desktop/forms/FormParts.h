@@ -21,6 +21,7 @@ struct FormParts {
     struct Part {
         QPointer<QWidget> widget;
         FieldEditor* editor = nullptr;
+        QPointer<QWidget> side;    // of a splitter, which has nothing but this node
         QPointer<QTabWidget> tabs; // of a tab, which is its page at that index
         int tab = 0;
     };

@@ -130,6 +130,8 @@ void FormWidget::ShowState(std::size_t node) {
             part.editor->SetVisible(isVisible);
         else if (part.widget && part.widget != this)
             part.widget->setVisible(isVisible);
+        if (part.side)
+            part.side->setVisible(isVisible);
     }
     // A problem of what can't be entered isn't shown.
     forms::ForEachNode(*m_nodes[node], [this](const forms::FormNode& inside) {
