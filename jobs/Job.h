@@ -44,8 +44,6 @@ public:
     [[nodiscard]] std::vector<Obstacle> WaitsFor() const;
     // The window that the job belongs to; nothing for none, and once it has ended.
     [[nodiscard]] const Ref<Window>& OwnWindow() const { return m_window; }
-    // Where it was started, for failures and the log: in the job "Import", started in …
-    [[nodiscard]] const std::string& Place() const { return m_place; }
 
 private:
     friend class Manager;
@@ -55,8 +53,8 @@ private:
     JobOptions m_options;
     Owner m_owner;
     Ref<Window> m_window;
-    bool m_hadNode; // its owner, in the explorer when it started
-    std::string m_place;
+    bool m_hadNode;      // its owner, in the explorer when it started
+    std::string m_place; // where it was started, for failures and the log: in the job "Import", started in …
     std::unique_ptr<JobTask> m_task;
     std::shared_ptr<Run> m_run;
     bool m_isQueued = false; // with the pool

@@ -72,7 +72,6 @@ protected:
 private:
     void SetUpDock(const Ref<PanelForm>& panelForm, std::shared_ptr<items::Items> items);
     void ShowDock();
-    void SetUpWindowKeys();
     void Use(WindowKey::Use use);
     // Explorer, open views, and windows or the start page, in a ring.
     void GoToOtherPart(int step);

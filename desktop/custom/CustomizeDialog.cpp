@@ -147,7 +147,7 @@ void CustomizeDialog::FillBands() {
     ShowBand();
 }
 
-bool CustomizeDialog::SelectBand(const std::string& band) {
+[[maybe_unused]] bool CustomizeDialog::SelectBand(const std::string& band) {
     for (QTreeWidgetItemIterator it(m_bands); *it; ++it)
         if (EqualText((*it)->data(0, nameRole).toString().toStdString(), band)) {
             m_bands->setCurrentItem(*it);

@@ -206,7 +206,7 @@ const CommandEntry* ShortcutsDialog::Current() const {
     return &m_commands.All()[static_cast<std::size_t>(item->data(0, indexRole).toInt())];
 }
 
-bool ShortcutsDialog::Select(const Tool& tool) {
+[[maybe_unused]] bool ShortcutsDialog::Select(const Tool& tool) {
     const CommandEntry* command = m_commands.Find(tool);
     for (int i = 0; command && i < m_list->topLevelItemCount(); ++i) {
         m_list->setCurrentItem(m_list->topLevelItem(i));

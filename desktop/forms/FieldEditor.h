@@ -62,7 +62,6 @@ protected:
     void LeaveWheel(QWidget* widget);
     // A field that can't be made read-only, but is, is disabled.
     void DisableReadOnly() { m_isFixed = Model().IsReadOnly(m_field); }
-    [[nodiscard]] bool IsFixed() const { return m_isFixed; }
 
     virtual void ShowValue() = 0;
     // The user has left the field.

@@ -32,7 +32,6 @@ private:
     void ShowState(std::size_t node);
     void ShowRestoreAll();
     void ShowLabel(std::size_t field);
-    void ShowProblem(std::size_t field);
     void MarkTabs(std::size_t field);
     void PutFocus(std::size_t field);
     void BringToFront(std::size_t field);
