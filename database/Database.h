@@ -74,8 +74,8 @@ enum class Problem {
 
 class __attribute__((visibility("default"))) Database {
 public:
-    // How users are told: raises a failure of the application's own, or leaves it to the database, whose failures have
-    // the number ObjectErrorBase + 1, the source "Database" and an English text.
+    // How failures are reported: raises a failure of the application's own, or leaves it to the database, whose
+    // failures have the number ObjectErrorBase + 1, the source "Database" and an English text.
     using Report = std::function<void(Problem problem, const std::string& path, const std::string& detail)>;
 
     // Makes the file and its folder when they aren't there; the path ":memory:" makes one that ends with the object.
