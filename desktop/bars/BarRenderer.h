@@ -14,6 +14,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+class QKeyEvent;
 class QLabel;
 class QMainWindow;
 class QProgressBar;
@@ -79,7 +80,7 @@ private:
     void ShowStatusBar();
     void ShowPopup(const Ref<Band>& band);
     [[nodiscard]] bool IsForWindow(QObject* watched) const;
-    bool FireShortCut(QObject* watched, class QKeyEvent& event);
+    bool FireShortCut(QObject* watched, QKeyEvent& event);
     [[nodiscard]] bool IsKeptByEditor(QObject* watched, const QKeyEvent& event) const;
     bool EndChord(const QKeyEvent& event);
     void WaitForSecondStroke(std::optional<QKeyCombination> first);

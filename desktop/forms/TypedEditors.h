@@ -3,8 +3,10 @@
 
 #include "desktop/forms/FieldEditor.h"
 
+class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
+class QSlider;
 
 namespace corvane::desktop {
 
@@ -68,8 +70,8 @@ protected:
     void ShowValue() override;
 
 private:
-    class QSlider* m_slider;
-    class QLabel* m_value;
+    QSlider* m_slider;
+    QLabel* m_value;
 };
 
 } // namespace corvane::desktop

@@ -10,6 +10,7 @@
 class QAbstractItemModel;
 class QAbstractItemView;
 class QFontMetricsF;
+class QTreeView;
 
 namespace corvane::desktop {
 
@@ -40,7 +41,7 @@ private:
         std::vector<double> edges;
     };
 
-    void AddRows(const class QTreeView& view, const QModelIndex& parent, int depth);
+    void AddRows(const QTreeView& view, const QModelIndex& parent, int depth);
     void AddTopRows(const std::function<bool(int)>& isHidden);
     [[nodiscard]] QModelIndex At(const Row& row, const Column& column) const;
     [[nodiscard]] QString Text(const Row& row, const Column& column) const;

@@ -5,6 +5,8 @@
 #include <QIcon>
 #include <optional>
 
+class QPainter;
+
 namespace corvane::desktop {
 
 class EntryButton final : public QAbstractButton {
@@ -26,7 +28,7 @@ protected:
 
 private:
     [[nodiscard]] QRect TextRect(int width) const;
-    void PaintMark(class QPainter& painter, const QRect& place) const;
+    void PaintMark(QPainter& painter, const QRect& place) const;
 
     QString m_detail;
     std::optional<bool> m_isDone;

@@ -10,6 +10,7 @@
 #include <vector>
 
 class QBoxLayout;
+class QKeyEvent;
 class QLabel;
 class QStackedWidget;
 
@@ -82,7 +83,7 @@ private:
     void MarkTab(int page, const PageMark& mark);
     [[nodiscard]] QPushButton* OwnDefault() const; // of the page in front
     void ShowHeading(const PageMark& mark);
-    bool ChoosesByKey(const class QKeyEvent& event);
+    bool ChoosesByKey(const QKeyEvent& event);
     bool Chooses(std::optional<StandardCommandConstants> command);
 
     BodyOptions m_options;
