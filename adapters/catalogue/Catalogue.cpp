@@ -29,7 +29,7 @@ std::string_view AttributeIn(std::string_view key) {
     return key.substr(key.rfind('/') + 1);
 }
 
-std::string Quoted(const std::string& text) {
+std::string CatalogueString(const std::string& text) {
     std::string quoted = "\"";
     for (const char c : text) {
         static constexpr std::string_view meanings = "\n\r\t\"\\";
@@ -46,11 +46,11 @@ std::string Quoted(const std::string& text) {
 std::string Statement(const std::string& prefix, const char* word, const std::string& text) {
     std::string statement = prefix + word + " ";
     if (const std::size_t i = text.find('\n'); i == std::string::npos || i + 1 == text.size())
-        return statement + Quoted(text) + "\n";
+        return statement + CatalogueString(text) + "\n";
     statement += "\"\"\n";
     for (std::size_t i = 0; i < text.size();) {
         const std::size_t end = std::min(text.find('\n', i), text.size() - 1) + 1;
-        statement += prefix + Quoted(text.substr(i, end - i)) + "\n";
+        statement += prefix + CatalogueString(text.substr(i, end - i)) + "\n";
         i = end;
     }
     return statement;

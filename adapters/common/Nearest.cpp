@@ -110,7 +110,7 @@ std::optional<std::size_t> SlipBetween(std::string_view name, std::string_view w
 }
 
 // Without the signs by which words of a name are divided in one way or another.
-std::string Joined(std::string_view name) {
+std::string Unspaced(std::string_view name) {
     std::string joined(name);
     std::erase_if(joined, [](char c) { return c == ' ' || c == '-' || c == '_'; });
     return joined;
@@ -119,9 +119,9 @@ std::string Joined(std::string_view name) {
 } // namespace
 
 std::optional<std::string> Nearest(std::span<const std::string> names, std::string_view written) {
-    const std::string joined = Joined(written);
+    const std::string joined = Unspaced(written);
     for (const std::string& name : names)
-        if (!joined.empty() && name.size() != written.size() && EqualText(Joined(name), joined))
+        if (!joined.empty() && name.size() != written.size() && EqualText(Unspaced(name), joined))
             return name;
     const std::string* nearest = nullptr;
     std::size_t nearestDistance = 0;

@@ -14,7 +14,7 @@ namespace corvane {
 
 namespace {
 
-std::string_view Trimmed(std::string_view text) {
+std::string_view WithoutBlanks(std::string_view text) {
     constexpr const char* blanks = " \t\r\v\f";
     const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos)
@@ -33,7 +33,7 @@ struct Lines {
         if (lines.rest.empty())
             return nullptr;
         const std::size_t end = std::min(lines.rest.find('\n'), lines.rest.size());
-        const std::string_view line = Trimmed(lines.rest.substr(0, end));
+        const std::string_view line = WithoutBlanks(lines.rest.substr(0, end));
         lines.rest.remove_prefix(std::min(end + 1, lines.rest.size()));
         std::string given(line);
         const std::size_t sign = line.find('=');
@@ -43,7 +43,7 @@ struct Lines {
             given.clear(); // no key: only inih would take a colon for the sign
         } else {
             given = std::string(line.substr(0, sign)) + "=" + std::to_string(lines.values.size());
-            lines.values.push_back(Trimmed(line.substr(sign + 1)));
+            lines.values.push_back(WithoutBlanks(line.substr(sign + 1)));
         }
         if (given.size() + 2 > static_cast<std::size_t>(bufferSize))
             given.clear(); // no name is that long
@@ -62,7 +62,7 @@ struct Search {
 
     static int OnEntry(void* userData, const char* sectionName, const char* keyName, const char* number) {
         auto& search = *static_cast<Search*>(userData);
-        if (!search.value && EqualText(Trimmed(sectionName), search.section) && EqualText(keyName, search.key)) {
+        if (!search.value && EqualText(WithoutBlanks(sectionName), search.section) && EqualText(keyName, search.key)) {
             std::size_t i = 0;
             const std::string_view digits = number;
             std::from_chars(digits.data(), digits.data() + digits.size(), i);

@@ -11,7 +11,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int iconSize = 64;
+constexpr int logoSize = 64;
 
 // Which others than this program ask to be named where it is used.
 constexpr const char* licences =
@@ -26,7 +26,7 @@ AboutDialog::AboutDialog(const Identity& identity, QWidget* parent) : QDialog(pa
     const QIcon ownIcon = identity.icon.isNull() ? QApplication::windowIcon() : identity.icon;
     icon->setPixmap(
         (ownIcon.isNull() ? style()->standardIcon(QStyle::SP_MessageBoxInformation, nullptr, this) : ownIcon)
-            .pixmap(iconSize, iconSize));
+            .pixmap(logoSize, logoSize));
     icon->setAlignment(Qt::AlignTop);
     auto* title = new QLabel(name);
     QFont font = title->font();

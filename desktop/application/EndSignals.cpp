@@ -15,7 +15,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::array signals{SIGTERM, SIGHUP, SIGINT};
+constexpr std::array endSignals{SIGTERM, SIGHUP, SIGINT};
 std::array<int, 2> ends{-1, -1}; // a signal handler writes into the first, the event loop reads from the second
 
 void OnSignal(int signal) {
@@ -35,17 +35,17 @@ EndSignals::EndSignals(QWidget* mainWindow) : m_mainWindow(mainWindow) {
         },
         Qt::DirectConnection);
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0)
-        return; // the signals then end the program as they would any
+        return; // the endSignals then end the program as they would any
     m_notifier = new QSocketNotifier(ends[1], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &EndSignals::Arrived);
-    for (const int signal : signals)
+    for (const int signal : endSignals)
         std::signal(signal, &OnSignal);
 }
 
 EndSignals::~EndSignals() {
     if (!m_notifier)
         return;
-    for (const int signal : signals)
+    for (const int signal : endSignals)
         std::signal(signal, SIG_DFL);
     for (int& end : ends)
         ::close(std::exchange(end, -1));
@@ -60,7 +60,7 @@ void EndSignals::Arrived() {
             QCoreApplication::quit();
         return;
     }
-    for (const int signal : signals) // someone wants to stay: the next signal asks again
+    for (const int signal : endSignals) // someone wants to stay: the next signal asks again
         std::signal(signal, &OnSignal);
 }
 

@@ -31,7 +31,7 @@ namespace {
 
 constexpr std::size_t mostWindows = 6;
 constexpr Long mostFiles = 6;
-constexpr int settleMilliseconds = 400;
+constexpr int saveDelay = 400;
 constexpr std::size_t longestWindow = 80; // characters
 
 // The action behind a tool, which entries of menus and toolbars share.
@@ -63,7 +63,7 @@ Welcome::Welcome(Parts parts) : m_parts(std::move(parts)) {
     }
     Read();
     m_saveSoon.setSingleShot(true);
-    m_saveSoon.setInterval(settleMilliseconds);
+    m_saveSoon.setInterval(saveDelay);
     connect(&m_saveSoon, &QTimer::timeout, this, &Welcome::Save);
 }
 

@@ -11,8 +11,8 @@ namespace corvane::desktop {
 namespace {
 
 constexpr std::size_t mostTitles = 60;
-constexpr std::size_t fewTitles = 24;   // are measured as they are
-constexpr int settleMilliseconds = 100; // no one presses a key before the first picture
+constexpr std::size_t fewTitles = 24; // are measured as they are
+constexpr int restDelay = 100;        // no one presses a key before the first picture
 
 } // namespace
 
@@ -20,7 +20,7 @@ MenuBar::MenuBar(MenuBuilder& menus, BarActions& actions, QWidget* parent)
     : QMenuBar(parent), m_menus(menus), m_actions(actions), m_rest(new QMenu(tr("More"), this)) {
     m_rest->addAction(QString()); // an empty menu is never asked to open
     m_restKeys.setSingleShot(true);
-    m_restKeys.setInterval(settleMilliseconds);
+    m_restKeys.setInterval(restDelay);
     connect(&m_restKeys, &QTimer::timeout, this, &MenuBar::TakeRestKeys);
     connect(m_rest, &QMenu::aboutToShow, this, [this] { m_menus.FillWith(m_rest, m_restItems); });
 }

@@ -36,10 +36,10 @@ struct CrashMarker::Mark {
 namespace {
 
 constexpr char magic[8] = {'C', 'V', 'M', 'A', 'R', 'K', '2', '\n'};
-constexpr std::array signals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+constexpr std::array crashSignals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 constexpr std::size_t handlerStack = 64 * 1024;
 
-std::array<struct sigaction, signals.size()> earlier;
+std::array<struct sigaction, crashSignals.size()> earlier;
 
 template <std::size_t N>
 void Write(char (&buffer)[N], const char* text) noexcept {
@@ -108,8 +108,8 @@ void CrashMarker::OnSignal(int signal) {
         }
     }
     // What was here before has its turn as soon as this returns.
-    for (std::size_t i = 0; i < signals.size(); ++i)
-        if (signals[i] == signal)
+    for (std::size_t i = 0; i < crashSignals.size(); ++i)
+        if (crashSignals[i] == signal)
             ::sigaction(signal, &earlier[i], nullptr);
     ::raise(signal);
 }
@@ -125,12 +125,12 @@ void CrashMarker::InstallHandlers() {
     stack.ss_sp = stackMemory;
     stack.ss_size = handlerStack;
     ::sigaltstack(&stack, nullptr);
-    for (std::size_t i = 0; i < signals.size(); ++i) {
+    for (std::size_t i = 0; i < crashSignals.size(); ++i) {
         struct sigaction action {};
         action.sa_handler = &CrashMarker::OnSignal;
         action.sa_flags = SA_ONSTACK;
         ::sigemptyset(&action.sa_mask);
-        ::sigaction(signals[i], &action, &earlier[i]);
+        ::sigaction(crashSignals[i], &action, &earlier[i]);
     }
 }
 

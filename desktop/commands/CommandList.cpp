@@ -4,11 +4,11 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/platform/controls/BarText.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/service/HeldShell.h"
 #include "desktop/style/QtText.h"
 #include "desktop/translation/ShownText.h"
 
 #include <QCoreApplication>
-#include <array>
 
 namespace corvane::desktop {
 
@@ -21,11 +21,6 @@ constexpr int deepest = 20; // menus that open one another in a ring end somewhe
 struct Commands {
     Q_DECLARE_TR_FUNCTIONS(Commands)
 };
-
-bool IsHostTool(const Tool& tool) {
-    static constexpr std::array names{"Separator", "WindowList", "Status", "ctlProgressBar", "ExplorerPanel"};
-    return std::any_of(names.begin(), names.end(), [&](const char* s) { return EqualText(tool.Name(), s); });
-}
 
 bool OpensBand(const Tool& tool) {
     if (!tool.DropDownBand().empty())

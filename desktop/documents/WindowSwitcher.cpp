@@ -10,7 +10,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int widest = 60; // characters
+constexpr int widestName = 60; // characters
 constexpr int mostRows = 16;
 
 } // namespace
@@ -36,7 +36,7 @@ WindowSwitcher::WindowSwitcher(std::vector<Entry> entries, int step, QWidget& ov
     for (const Entry& entry : m_entries)
         new QListWidgetItem(entry.icon, entry.title, m_list);
     const int rows = std::min(mostRows, m_list->count());
-    const int width = std::min(m_list->sizeHintForColumn(0) + 24, fontMetrics().averageCharWidth() * widest);
+    const int width = std::min(m_list->sizeHintForColumn(0) + 24, fontMetrics().averageCharWidth() * widestName);
     m_list->setFixedSize(std::max(width, 240), rows * m_list->sizeHintForRow(0) + 2);
     adjustSize();
     move(over.rect().center() - rect().center());

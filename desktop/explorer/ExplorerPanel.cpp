@@ -26,7 +26,7 @@ void LogFailure(const std::function<void()>& call) {
 }
 
 // A caption isn't a place for mnemonics.
-QString TabText(QString caption) {
+QString WithoutMnemonics(QString caption) {
     return caption.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
@@ -110,7 +110,7 @@ void ExplorerPanel::ShowStrip() {
         m_tabBar->addTab({});
     for (int i = 0; i < tabs; ++i) {
         const QString caption = ShownTab(m_strip->CaptionOf(i));
-        const QString text = TabText(caption);
+        const QString text = WithoutMnemonics(caption);
         if (m_tabBar->tabText(i) != text) {
             m_tabBar->setTabText(i, text);
             m_tabBar->setTabToolTip(i, caption.toHtmlEscaped());

@@ -2,6 +2,7 @@
 
 #include "analysis/Print.h"
 #include "desktop/problems/ProblemList.h"
+#include "desktop/style/SelectableLabel.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -20,18 +21,6 @@
 
 namespace corvane::desktop {
 
-namespace {
-
-QLabel* SelectableLabel(const QString& text) {
-    auto* label = new QLabel(text);
-    label->setWordWrap(true);
-    label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    return label;
-}
-
-} // namespace
-
 FailureDialog::FailureDialog(const FailureTexts& texts, std::vector<check::Finding> findings,
                              const QString& servicesFolder, const QString& logFile, QWidget* parent)
     : QDialog(parent), m_texts(texts), m_findings(std::move(findings)), m_details(new QPlainTextEdit) {
@@ -40,16 +29,16 @@ FailureDialog::FailureDialog(const FailureTexts& texts, std::vector<check::Findi
     const int iconSize = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(iconSize));
 
-    auto* headline = SelectableLabel(texts.headline);
+    auto* headline = NewSelectableLabel(texts.headline);
     QFont bold = headline->font();
     bold.setBold(true);
     headline->setFont(bold);
     auto* textsLayout = new QVBoxLayout;
     textsLayout->addWidget(headline);
     if (!texts.isForUser)
-        textsLayout->addWidget(SelectableLabel(texts.where));
+        textsLayout->addWidget(NewSelectableLabel(texts.where));
     if (!texts.advice.isEmpty())
-        textsLayout->addWidget(SelectableLabel(texts.advice));
+        textsLayout->addWidget(NewSelectableLabel(texts.advice));
 
     m_details->setReadOnly(true);
     m_details->setPlainText(texts.details);

@@ -17,7 +17,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int gap = 2; // between a field and its problem
+constexpr int problemGap = 2; // between a field and its problem
 
 } // namespace
 
@@ -43,7 +43,7 @@ void FieldEditor::Compose(QWidget* main, Growth growth, std::vector<QWidget*> be
         behind.push_back(m_reset);
     }
     m_column = new QVBoxLayout;
-    m_column->setSpacing(gap);
+    m_column->setSpacing(problemGap);
     const bool isTall = main->sizePolicy().expandingDirections().testFlag(Qt::Vertical);
     const int stretch = isTall ? 1 : 0; // what isn't tall leaves the height to others
     if (behind.empty()) {

@@ -16,7 +16,7 @@ namespace {
 
 using forms::FieldKind;
 
-constexpr int widest = 20; // characters
+constexpr int widestValue = 20; // characters
 
 std::string SteppedNumber(const forms::FieldDef& field, const std::string& text, int steps) {
     const auto number = NumberIn(text);
@@ -120,7 +120,7 @@ QSize StepBox::sizeHint() const {
     default:
         break;
     }
-    const int width = std::max(fontMetrics().horizontalAdvance(QString(std::min(characters, widest), '0')),
+    const int width = std::max(fontMetrics().horizontalAdvance(QString(std::min(characters, widestValue), '0')),
                                fontMetrics().horizontalAdvance(Text(m_field.special.text) + "0"));
     QStyleOptionSpinBox option;
     initStyleOption(&option);

@@ -18,7 +18,7 @@ namespace corvane::desktop {
 
 namespace {
 
-enum Column { Title, Progress, State, BelongsTo, ColumnCount };
+enum JobColumn { Title, Progress, State, BelongsTo, ColumnCount };
 constexpr int partRole = Qt::UserRole;
 
 // A bar instead of the text, where the part is known; the text is for those who hear it.

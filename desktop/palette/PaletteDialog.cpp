@@ -18,7 +18,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int margin = 6;
+constexpr int dialogMargin = 6;
 
 // A command in two lines: its caption with its keys, and below in small where it is, whose it is, why it can't be
 // chosen.
@@ -27,7 +27,7 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-        return {200, option.fontMetrics.height() + QFontMetrics(Small(option.font)).height() + 2 * margin};
+        return {200, option.fontMetrics.height() + QFontMetrics(Small(option.font)).height() + 2 * dialogMargin};
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
@@ -43,9 +43,9 @@ public:
         if (!entry.whyNot.isEmpty() && !selected)
             color = Paler(color, ground, 0.65F);
         painter->setPen(color);
-        const QRect rect = option.rect.adjusted(2 * margin, margin, -2 * margin, -margin);
+        const QRect rect = option.rect.adjusted(2 * dialogMargin, dialogMargin, -2 * dialogMargin, -dialogMargin);
         const QFontMetrics metrics(option.font);
-        const int keys = entry.keys.isEmpty() ? 0 : metrics.horizontalAdvance(entry.keys) + margin;
+        const int keys = entry.keys.isEmpty() ? 0 : metrics.horizontalAdvance(entry.keys) + dialogMargin;
         const QRect top(rect.left(), rect.top(), rect.width(), metrics.height());
         painter->setFont(option.font);
         painter->drawText(top, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, entry.keys);

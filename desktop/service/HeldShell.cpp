@@ -15,11 +15,6 @@ namespace corvane::desktop {
 
 namespace {
 
-bool IsHostTool(const Tool& tool) {
-    static constexpr std::array names{"Separator", "WindowList", "Status", "ctlProgressBar", "ExplorerPanel"};
-    return std::any_of(names.begin(), names.end(), [&](const char* name) { return EqualText(tool.Name(), name); });
-}
-
 // A tool that no provider has at present waits for one, disabled where it is seen.
 bool ShouldBeEnabled(const Tool& instance) {
     const auto item = instance.TagVariant().TryAs<ActionItem>();
@@ -27,6 +22,11 @@ bool ShouldBeEnabled(const Tool& instance) {
 }
 
 } // namespace
+
+bool IsHostTool(const Tool& tool) {
+    static constexpr std::array names{"Separator", "WindowList", "Status", "ctlProgressBar", "ExplorerPanel"};
+    return std::any_of(names.begin(), names.end(), [&](const char* name) { return EqualText(tool.Name(), name); });
+}
 
 HeldShell::HeldShell(Ref<ActiveBar> activeBar) : m_activeBar(std::move(activeBar)) {
     const Ref<Band> band = m_activeBar->Bands()->Item("StatusBar");

@@ -6,6 +6,10 @@
 
 namespace corvane::desktop {
 
+// What the host puts into bars itself, with no command behind it: separators, the list of windows, the status, the
+// progress bar and the explorer.
+[[nodiscard]] bool IsHostTool(const Tool& tool);
+
 class HeldShell final {
 public:
     // A bar that holds what the library asks of a host's.

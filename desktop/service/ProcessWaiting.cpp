@@ -11,14 +11,14 @@ namespace corvane::desktop {
 
 namespace {
 
-class Notifier final : public ProcessMonitor::Listening {
+class WaitNotifier final : public ProcessMonitor::Listening {
 public:
-    Notifier(int descriptor, const std::function<void()>& readable)
+    WaitNotifier(int descriptor, const std::function<void()>& onReadable)
         : m_notifier(new QSocketNotifier(descriptor, QSocketNotifier::Read)) {
-        QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [readable] { readable(); });
+        QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [onReadable] { onReadable(); });
     }
     // It may be called from by now.
-    ~Notifier() override {
+    ~WaitNotifier() override {
         m_notifier->setEnabled(false);
         m_notifier->deleteLater();
     }
@@ -29,8 +29,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<ProcessMonitor::Listening> ProcessWaiting::Listen(int descriptor, std::function<void()> readable) {
-    return std::make_unique<Notifier>(descriptor, [this, readable = std::move(readable)] { m_guard(readable); });
+std::unique_ptr<ProcessMonitor::Listening> ProcessWaiting::Listen(int descriptor, std::function<void()> onReadable) {
+    return std::make_unique<WaitNotifier>(descriptor,
+                                          [this, onReadable = std::move(onReadable)] { m_guard(onReadable); });
 }
 
 bool ProcessWaiting::KeepsWaiting(std::string_view service, int milliseconds) {

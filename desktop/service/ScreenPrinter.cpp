@@ -27,12 +27,12 @@ namespace {
 constexpr Long desktop = 0;
 constexpr int dotsPerInch = 300; // a widget is printed as one picture, which with more becomes a file of megabytes
 constexpr Long childForm = 2;
-constexpr qsizetype longestName = 80; // characters, of a file
+constexpr qsizetype longestFileName = 80; // characters, of a file
 
 // By which the user finds it again.
 QString FileNameOf(QString title) {
     static const QRegularExpression forbidden("[/\\\\:*?\"<>|\\s]+"); // on some file system
-    return title.replace(forbidden, " ").left(longestName).trimmed() + ".pdf";
+    return title.replace(forbidden, " ").left(longestFileName).trimmed() + ".pdf";
 }
 
 } // namespace

@@ -27,8 +27,8 @@ namespace {
 
 constexpr int version = 1;
 constexpr int settleMilliseconds = 400;
-constexpr const char* explorerBand = "Explorer";
-constexpr const char* statusBand = "StatusBar";
+constexpr const char* explorerName = "Explorer";
+constexpr const char* statusName = "StatusBar";
 constexpr const char* restoreWindow = "RestoreWindow";
 constexpr const char* maximized = "maximized";
 constexpr const char* minimized = "minimized";
@@ -100,7 +100,7 @@ QJsonObject Session::Toolbars() const {
 
 QJsonObject Session::Explorer() const {
     QJsonObject explorer;
-    if (const auto band = m_parts.activeBar->Bands()->Find(explorerBand))
+    if (const auto band = m_parts.activeBar->Bands()->Find(explorerName))
         explorer["visible"] = band->Visible();
     const auto tabs = Tabs();
     QJsonObject trees;
@@ -199,7 +199,7 @@ QJsonObject Session::State() const {
         state["groups"] = m_groups;
     if (m_parts.place)
         state["geometry"] = Packed(m_parts.window->saveGeometry());
-    if (const auto status = m_parts.activeBar->Bands()->Find(statusBand))
+    if (const auto status = m_parts.activeBar->Bands()->Find(statusName))
         state["statusBar"] = status->Visible();
     return state;
 }
@@ -349,7 +349,7 @@ void Session::RestoreToolbars(const QJsonObject& state) {
             if (tool && it->isBool() && items->HasKey(band) && items->Item(band)->Checked() != it->toBool())
                 activeBar->Click(tool); // as the user did
         }
-        const auto band = activeBar->Bands()->Find(statusBand);
+        const auto band = activeBar->Bands()->Find(statusName);
         if (band && state["statusBar"].isBool() && band->Visible() != state["statusBar"].toBool())
             if (const auto tool = ToolOfAction("EnableStatusBar"))
                 activeBar->Click(tool);
@@ -363,7 +363,7 @@ void Session::RestoreExplorer(const QJsonObject& explorer) {
         for (const auto& tree : Trees())
             if (tabs && EqualText(tree->Name(), tab) && tree->Container() < tabs->Tabs())
                 tabs->ChooseTab(tree->Container());
-        const auto band = m_parts.activeBar->Bands()->Find(explorerBand);
+        const auto band = m_parts.activeBar->Bands()->Find(explorerName);
         if (band && band->Visible() && explorer["visible"].isBool() && !explorer["visible"].toBool())
             m_parts.activeBar->Close(band);
     });

@@ -15,7 +15,7 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int rowsShown = 20;
+constexpr int rowsWritten = 20;
 
 QStringList Headings(const QAbstractItemModel& model) {
     QStringList headings;
@@ -34,7 +34,7 @@ QStringList RowOf(const QAbstractItemModel& model, int row) {
 // In columns of equal width, numbers to the right.
 QStringList TableLines(const QAbstractItemModel& model) {
     std::vector<QStringList> rows{Headings(model)};
-    for (int row = 0; row < std::min(model.rowCount(), rowsShown); ++row)
+    for (int row = 0; row < std::min(model.rowCount(), rowsWritten); ++row)
         rows.push_back(RowOf(model, row));
     QStringList lines;
     for (const QStringList& row : rows) {
@@ -52,8 +52,8 @@ QStringList TableLines(const QAbstractItemModel& model) {
             line.chop(1);
         lines.append(line);
     }
-    if (model.rowCount() > rowsShown)
-        lines.append(QString("(%1 more rows)").arg(model.rowCount() - rowsShown));
+    if (model.rowCount() > rowsWritten)
+        lines.append(QString("(%1 more rows)").arg(model.rowCount() - rowsWritten));
     lines.removeAll(QString());
     return lines;
 }

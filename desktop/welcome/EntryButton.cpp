@@ -12,9 +12,9 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int margin = 8;   // around everything
-constexpr int picture = 20; // pixels
-constexpr int gap = 10;     // behind the picture
+constexpr int entryMargin = 8; // around everything
+constexpr int picture = 20;    // pixels
+constexpr int pictureGap = 10; // behind the picture
 constexpr int anyHeight = 10000;
 constexpr qreal corner = 5;
 
@@ -39,23 +39,23 @@ void EntryButton::SetDone(bool done) {
 }
 
 QRect EntryButton::TextRect(int width) const {
-    const int left = margin + picture + gap;
-    return {left, margin, qMax(width - left - margin, 1), anyHeight};
+    const int left = entryMargin + picture + pictureGap;
+    return {left, entryMargin, qMax(width - left - entryMargin, 1), anyHeight};
 }
 
 int EntryButton::heightForWidth(int width) const {
     const int lines = fontMetrics().boundingRect(TextRect(width), Qt::TextWordWrap, text()).height();
-    return qMax(lines + (m_detail.isEmpty() ? 0 : fontMetrics().height()), picture) + 2 * margin;
+    return qMax(lines + (m_detail.isEmpty() ? 0 : fontMetrics().height()), picture) + 2 * entryMargin;
 }
 
 QSize EntryButton::sizeHint() const {
-    const int width = TextRect(0).left() + fontMetrics().horizontalAdvance(text()) + margin;
+    const int width = TextRect(0).left() + fontMetrics().horizontalAdvance(text()) + entryMargin;
     return {width, heightForWidth(width)};
 }
 
 // One line: the lines that a narrow place makes would count for the page in wide ones, too, which would scroll.
 QSize EntryButton::minimumSizeHint() const {
-    return {120, picture + 2 * margin};
+    return {120, picture + 2 * entryMargin};
 }
 
 void EntryButton::PaintMark(QPainter& painter, const QRect& place) const {
@@ -96,7 +96,7 @@ void EntryButton::paintEvent(QPaintEvent*) {
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), corner, corner);
     }
     const auto mirrored = [this](const QRect& place) { return QStyle::visualRect(layoutDirection(), rect(), place); };
-    const QRect mark = mirrored({margin, margin, picture, picture});
+    const QRect mark = mirrored({entryMargin, entryMargin, picture, picture});
     if (m_isDone)
         PaintMark(painter, mark);
     else

@@ -12,10 +12,10 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr int widest = 900; // pixels, of all; wider lines are hard to read
+constexpr int widestColumn = 900; // pixels, of all; wider lines are hard to read
 constexpr int widthOfTwoColumns = 620;
 constexpr int border = 28;
-constexpr int iconSize = 48;
+constexpr int startIconSize = 48;
 constexpr const char* headingName = "heading"; // of a section
 
 } // namespace
@@ -95,7 +95,7 @@ void StartPage::Show(const Content& content) {
     const auto* focused = qobject_cast<EntryButton*>(m_inside->focusWidget());
     const QString focusedText = focused && focused->hasFocus() ? focused->text() : QString();
     m_icon->setVisible(!content.icon.isNull());
-    m_icon->setPixmap(content.icon.pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
+    m_icon->setPixmap(content.icon.pixmap(QSize(startIconSize, startIconSize), devicePixelRatioF()));
     m_title->setText(content.title);
     m_text->setText(content.text);
     m_text->setVisible(!content.text.isEmpty());
@@ -124,7 +124,7 @@ void StartPage::Focus() {
 
 // One below the other where there is little width.
 void StartPage::Arrange() {
-    const int extra = std::max(0, (viewport()->width() - widest) / 2);
+    const int extra = std::max(0, (viewport()->width() - widestColumn) / 2);
     m_inside->layout()->setContentsMargins(border + extra, border, border + extra, border);
     const int columns = viewport()->width() >= widthOfTwoColumns && m_sections.size() > 1 ? 2 : 1;
     if (std::exchange(m_columns, columns) == columns)

@@ -1,5 +1,7 @@
 #include "desktop/windows/FailureView.h"
 
+#include "desktop/style/SelectableLabel.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
@@ -9,18 +11,6 @@
 #include <QVBoxLayout>
 
 namespace corvane::desktop {
-
-namespace {
-
-QLabel* SelectableLabel(const QString& text) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    return label;
-}
-
-} // namespace
 
 FailureView::FailureView(const QString& page, const Failure& failure, QWidget* parent) : QWidget(parent) {
     const QString headlineText = tr("This page can't be shown");
@@ -33,7 +23,7 @@ FailureView::FailureView(const QString& page, const Failure& failure, QWidget* p
     auto* icon = new QLabel;
     const int iconSize = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(iconSize));
-    auto* headline = SelectableLabel(headlineText);
+    auto* headline = NewSelectableLabel(headlineText);
     QFont bold = headline->font();
     bold.setBold(true);
     headline->setFont(bold);
@@ -44,8 +34,8 @@ FailureView::FailureView(const QString& page, const Failure& failure, QWidget* p
 
     auto* texts = new QVBoxLayout;
     texts->addWidget(headline);
-    texts->addWidget(SelectableLabel(reason));
-    texts->addWidget(SelectableLabel(where));
+    texts->addWidget(NewSelectableLabel(reason));
+    texts->addWidget(NewSelectableLabel(where));
     texts->addWidget(copy, 0, Qt::AlignLeft);
     texts->addStretch();
     auto* all = new QHBoxLayout(this);

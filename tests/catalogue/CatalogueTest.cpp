@@ -26,7 +26,7 @@ std::string FaultsOf(const std::string& catalogue) {
     return faults;
 }
 
-Catalogue Read(const std::string& catalogue) {
+Catalogue ReadCatalogue(const std::string& catalogue) {
     EXPECT_EQ(FaultsOf(catalogue), "");
     std::vector<CatalogueFault> faults;
     return Catalogue::Read(catalogue, faults);
@@ -122,7 +122,7 @@ msgstr "be"
     EXPECT_FALSE(catalogue.Find("Service S/ActionItem B/Description", "c"));
     EXPECT_FALSE(catalogue.Find("Service S/ActionItem Z/Description", "gone"));
     const Catalogue longCatalogue =
-        Read("msgctxt \"K\"\r\nmsgid \"\"\r\n\"one \"\r\n\"two\"\r\nmsgstr \"\"\r\n\"eins \"\r\n\"zwei\"\r\n");
+        ReadCatalogue("msgctxt \"K\"\r\nmsgid \"\"\r\n\"one \"\r\n\"two\"\r\nmsgstr \"\"\r\n\"eins \"\r\n\"zwei\"\r\n");
     ASSERT_TRUE(longCatalogue.Find("K", "one two"));
     EXPECT_EQ(*longCatalogue.Find("K", "one two"), "eins zwei");
 }
@@ -136,7 +136,7 @@ TEST(Catalogue, FollowsTheDefinitions) {
     std::string text = catalogue.AsText();
     text.replace(text.find("msgid \"opens\"\nmsgstr \"\""), 23, "msgid \"opens\"\nmsgstr \"öffnet\"");
     text.replace(text.find("msgid \"shuts\"\nmsgstr \"\""), 23, "msgid \"shuts\"\nmsgstr \"schließt\"");
-    const Catalogue base = Read(text);
+    const Catalogue base = ReadCatalogue(text);
     struct Case {
         const char* what;
         std::vector<DefinitionText> texts;
@@ -184,7 +184,7 @@ TEST(Catalogue, FollowsTheDefinitions) {
         Catalogue now = base;
         const auto update = now.Update(testCase.texts, "de");
         std::string messages;
-        const Catalogue read = Read(now.AsText());
+        const Catalogue read = ReadCatalogue(now.AsText());
         for (const CatalogueMessage& message : read.Messages())
             messages += message.text + " " + message.translation + (message.unsure ? " ?" : "") +
                         (message.vanished ? " -" : "") + "\n";

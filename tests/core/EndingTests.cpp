@@ -134,7 +134,7 @@ private:
     Ref<ITimers> m_oTimers;
 };
 
-constexpr const char* sContent = R"(
+constexpr const char* sTwoCommands = R"(
   <ActionItems><ActionItem Name="Work" Action="DoWork"/><ActionItem Name="Ask" Action="DoAsk"/></ActionItems>
   <Menus><MenuItem Type="MenuItem" ActionItem="Work" Path="File" PositionOrder="1"/>
          <MenuItem Type="MenuItem" ActionItem="Ask" Path="File" PositionOrder="2"/></Menus>
@@ -166,7 +166,7 @@ protected:
         m_oRoad.sFailure = sFailure;
         pRoad = &m_oRoad;
         Application oApplication;
-        oApplication.AddService("A", sContent, {{"ProgID", "A"}}).AddService("B", "", {{"ProgID", "B"}});
+        oApplication.AddService("A", sTwoCommands, {{"ProgID", "A"}}).AddService("B", "", {{"ProgID", "B"}});
         oApplication.AddService("C", "", {{"ProgID", "C"}, {"IsStartService", "true"}});
         oApplication.Load();
         Platform oPlatform = CurrentPlatform();

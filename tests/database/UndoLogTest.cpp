@@ -20,9 +20,9 @@ std::string FailureOf(const std::function<void()>& call) {
     return "none";
 }
 
-class Birds : public testing::Test {
+class BirdDatabase : public ::testing::Test {
 protected:
-    Birds() { m_database.Run("CREATE TABLE birds(id INTEGER PRIMARY KEY, name TEXT, mass REAL NOT NULL)"); }
+    BirdDatabase() { m_database.Run("CREATE TABLE birds(id INTEGER PRIMARY KEY, name TEXT, mass REAL NOT NULL)"); }
 
     void Add(const std::string& name) { m_database.Run("INSERT INTO birds(name, mass) VALUES(?,?)", name, 1.5); }
     std::string Names() {
@@ -37,13 +37,13 @@ protected:
     Database m_database{m_path};
 };
 
-TEST_F(Birds, StepsAreUndoneInReverseAndANewOneForgetsTheUndone) {
+TEST_F(BirdDatabase, StepsAreUndoneInReverseAndANewOneForgetsTheUndone) {
     bool complete = true;
     UndoLog steps(
         m_database, {"birds"},
         [&] {
             if (!complete)
-                corvane::Fail(5, "incomplete", "Birds");
+                corvane::Fail(5, "incomplete", "BirdDatabase");
         },
         "changed since");
     steps.Perform("Two", [&] {
@@ -76,7 +76,7 @@ TEST_F(Birds, StepsAreUndoneInReverseAndANewOneForgetsTheUndone) {
         EXPECT_EQ(Names(), names);
     }
     complete = false;
-    EXPECT_EQ(FailureOf([&] { steps.Undo(); }), "Birds: incomplete");
+    EXPECT_EQ(FailureOf([&] { steps.Undo(); }), "BirdDatabase: incomplete");
     complete = true;
     Database(m_path).Run("UPDATE birds SET name='other'");
     steps.Undo();
@@ -89,7 +89,7 @@ TEST_F(Birds, StepsAreUndoneInReverseAndANewOneForgetsTheUndone) {
     EXPECT_EQ(Names(), "IT'S ") << "what is taken from a step restores it later";
 }
 
-TEST_F(Birds, FailuresAreSaidAsTheApplicationWants) {
+TEST_F(BirdDatabase, FailuresAreSaidAsTheApplicationWants) {
     const std::string text = m_folder.Path("text.sqlite");
     std::ofstream(text) << std::string(4000, 'x');
     EXPECT_EQ(FailureOf([&] { Database(text).Run("SELECT * FROM birds"); }),
@@ -98,10 +98,10 @@ TEST_F(Birds, FailuresAreSaidAsTheApplicationWants) {
               "Database: The file “" + m_folder.Path() + "” can't be opened.");
     const auto report = [](Problem problem, const std::string&, const std::string& detail) {
         if (problem == Problem::Other)
-            corvane::Fail(5, "Mine: " + detail, "Birds");
+            corvane::Fail(5, "Mine: " + detail, "BirdDatabase");
     };
     Database own(m_path, report);
-    EXPECT_EQ(FailureOf([&] { own.Run("SELECT"); }), "Birds: Mine: incomplete input");
+    EXPECT_EQ(FailureOf([&] { own.Run("SELECT"); }), "BirdDatabase: Mine: incomplete input");
 }
 
 } // namespace

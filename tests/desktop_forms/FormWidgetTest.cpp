@@ -34,7 +34,7 @@ namespace {
 const std::string twoChoices =
     "<item>" + Has("text", "string", "red") + "</item><item>" + Has("text", "string", "green") + "</item>";
 
-std::string Kind(const char* kind) {
+std::string KindIs(const char* kind) {
     return "<property name=\"kind\" stdset=\"0\"><string>" + std::string(kind) + "</string></property>";
 }
 
@@ -60,7 +60,7 @@ std::string EveryKind() {
               Item(2, "QPlainTextEdit", "Notes", {}, "Notes:") +
               Item(3, "QSpinBox", "Size", Has("value", "number", "3"), "Size:") +
               Item(4, "QDoubleSpinBox", "Mass", Has("suffix", "string", " kg"), "Mass:") +
-              Item(5, "QLineEdit", "Count", Kind("integer"), "Count:") +
+              Item(5, "QLineEdit", "Count", KindIs("integer"), "Count:") +
               Item(6, "QCheckBox", "Active", Has("text", "string", "Active")) +
               Item(7, "QComboBox", "Color", twoChoices, "Color:") +
               Item(8, "QComboBox", "Free", Has("editable", "bool", "true") + twoChoices, "Free:") +
@@ -70,8 +70,8 @@ std::string EveryKind() {
               Item(11, "QDateEdit", "Day", {}, "Day:") + Item(12, "QTimeEdit", "Hour", {}, "Hour:") +
               Item(13, "QDateTimeEdit", "Moment", {}, "Moment:") +
               Item(14, "QSlider", "Level", Has("orientation", "enum", "Qt::Horizontal"), "Level:") +
-              Item(15, "QLineEdit", "File", Kind("file"), "File:") +
-              Item(16, "QLineEdit", "Shade", Kind("color"), "Shade:") +
+              Item(15, "QLineEdit", "File", KindIs("file"), "File:") +
+              Item(16, "QLineEdit", "Shade", KindIs("color"), "Shade:") +
               Item(17, "QPushButton", "Pressed", Has("text", "string", "Sticky") + Has("checkable", "bool", "true")) +
               Radios() + Box());
 }
@@ -412,7 +412,7 @@ TEST_F(FormWidgetTest, LongChoicesAreSearchedAMinimumHasAWordAndFilesAreAskedFor
         many += "<item>" + Has("text", "string", "c" + std::to_string(i)) + "</item>";
     FormOnScreen form(Ui(Item(0, "QComboBox", "Many", many, "Many:") +
                          Item(1, "QSpinBox", "Bins", Has("specialValueText", "string", "Automatic"), "Bins:") +
-                         Item(2, "QLineEdit", "Path", Kind("file") + Has("filter", "string", ".csv"), "Path:")));
+                         Item(2, "QLineEdit", "Path", KindIs("file") + Has("filter", "string", ".csv"), "Path:")));
     QLineEdit& search = *form.On<QComboBox>("Many").lineEdit();
     for (const char* typed : {"c17", "zz"}) { // the second isn't there
         search.setFocus();

@@ -13,13 +13,13 @@ namespace {
 // Takes everything.
 class Anything final : public IFormData {
 public:
-    Problem Write(std::size_t, const Variant&) override { return {}; }
+    forms::Problem Write(std::size_t, const Variant&) override { return {}; }
     void Entered(std::size_t) override {}
     void Left(std::size_t) override {}
     void Press(std::size_t) override {}
     std::size_t RowCount(std::size_t) override { return 2; }
     Variant Cell(std::size_t, std::size_t, std::size_t) override { return "1"; }
-    Problem WriteCell(std::size_t, std::size_t, std::size_t, const Variant&) override { return {}; }
+    forms::Problem WriteCell(std::size_t, std::size_t, std::size_t, const Variant&) override { return {}; }
     int Depth(std::size_t, std::size_t) override { return 0; }
     void SelectRow(std::size_t, std::size_t) override {}
 };

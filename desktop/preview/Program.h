@@ -1,0 +1,10 @@
+// The program corvane-preview.
+#pragma once
+
+namespace corvane::desktop {
+
+// The program whose arguments these are, from its start to its end. Returns its exit code, which help and errors of the
+// command line set as well.
+int RunPreview(int argc, char** argv);
+
+} // namespace corvane::desktop
