@@ -46,6 +46,20 @@ protected:
         EXPECT_EQ(program.exitStatus() == QProcess::CrashExit, *trouble != 0) << trouble;
     }
 
+    // Of a start that notes in whose code the one before died.
+    [[nodiscard]] ApplicationOptions Asking(std::string& asked, Blame::Answer answer) const {
+        ApplicationOptions options{m_folder.App(), false};
+        options.askAfterCrash = [&asked, answer](const CrashRecord&, const std::string& who) {
+            asked += who;
+            return answer;
+        };
+        return options;
+    }
+
+    struct Case {
+        const char* place;
+        const char* who;
+    };
     AppFolder m_folder;
 };
 
@@ -53,23 +67,12 @@ TEST_F(BlameTest, NextStartKnowsInWhoseCodeTheProgramDied) {
     Trouble("0");
     Trouble("1"); // the same class in another library, which isn't to blame
     QFile::remove(m_folder.Path("App/Services/Trouble1.xml"));
-    struct Case {
-        const char* place;
-        const char* who;
-    };
     for (const Case& testCase :
          {Case{"constructor", "Trouble0"}, Case{"event", "Trouble0"}, Case{"command", "Trouble0"},
           Case{"depth", "Trouble0"}, Case{"page", "Trouble0"}, Case{"", ""}}) {
         Run(testCase.place);
         std::string asked;
-        ApplicationOptions options;
-        options.folder = m_folder.App();
-        options.withDialogs = false;
-        options.askAfterCrash = [&](const CrashRecord&, const std::string& who) {
-            asked += who;
-            return Blame::Answer::LeaveOut;
-        };
-        Application application(options);
+        Application application(Asking(asked, Blame::Answer::LeaveOut));
         EXPECT_TRUE(application.Start());
         EXPECT_EQ(asked, testCase.who) << testCase.place;
         EXPECT_EQ(static_cast<bool>(application.Bar()->Tools()->Find("File.Die")), asked.empty()) << testCase.place;
@@ -102,10 +105,6 @@ TEST_F(BlameTest, OfTwoServicesInOnePluginTheRightOneIsNamed) {
         </ExplorerItems><Windows>
         <Window Name="Other" Caption="Other" Type="Window" State="Normal" IsMDIChild="true" IsModal="false">
         <Page PageProgID="T0.SecondPage" Caption="P" IsOptional="false" IsResizable="true"/></Window></Windows>)");
-    struct Case {
-        const char* place;
-        const char* who;
-    };
     for (const Case& testCase :
          {Case{"second constructor", "Second"}, Case{"second event", "Second"}, Case{"second end", "Second"},
           Case{"second item's event", "Second"}, Case{"second item's name", "Second"}, Case{"second page", "Second"},
@@ -114,14 +113,7 @@ TEST_F(BlameTest, OfTwoServicesInOnePluginTheRightOneIsNamed) {
           Case{"after the other's page", "Trouble0"}, Case{"timer", "T0"}}) {
         Run(testCase.place);
         std::string asked;
-        ApplicationOptions options;
-        options.folder = m_folder.App();
-        options.withDialogs = false;
-        options.askAfterCrash = [&](const CrashRecord&, const std::string& who) {
-            asked += who;
-            return Blame::Answer::Safe;
-        };
-        const Application application(options);
+        const Application application(Asking(asked, Blame::Answer::Safe));
         EXPECT_EQ(asked, testCase.who) << testCase.place;
     }
 }
