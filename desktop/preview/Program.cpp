@@ -48,7 +48,7 @@ QByteArray ReadHandOver(const QString& filePath) {
     return handOver;
 }
 
-// As if it had been started again, in the same process, for whoever waits for it.
+// As if it had been started again, in the same process, for what waits for it.
 int StartAgain(std::vector<std::string> arguments, const std::string& handOver) {
     if (const auto it = std::find(arguments.begin(), arguments.end(), goOn); it != arguments.end())
         arguments.erase(it, std::min(it + 2, arguments.end())); // of the run before
