@@ -2,13 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <nlohmann/json.hpp>
 
 namespace corvane::check {
 
 namespace {
-
-using Json = nlohmann::json;
 
 std::string PlaceText(const Place& place) {
     std::string text = place.file;
@@ -17,10 +14,6 @@ std::string PlaceText(const Place& place) {
     if (place.at.line > 0 && place.at.column > 0)
         text += ":" + std::to_string(place.at.column);
     return text + ": ";
-}
-
-const char* SeverityText(Severity severity) {
-    return severity == Severity::Error ? "error" : severity == Severity::Warning ? "warning" : "note";
 }
 
 const char* SeverityText(const Finding& finding) {
@@ -34,45 +27,17 @@ std::string OnOneLine(std::string text) {
     return text;
 }
 
+} // namespace
+
 std::string UpperFirst(std::string text) {
     if (!text.empty())
         text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
     return text;
 }
 
-Json JsonOf(const Place& place) {
-    return {{"file", place.file}, {"line", place.at.line}, {"column", place.at.column}};
+const char* SeverityText(Severity severity) {
+    return severity == Severity::Error ? "error" : severity == Severity::Warning ? "warning" : "note";
 }
-
-// A relative reference: what isn't plain in a path is written as its bytes.
-std::string UriOf(const std::string& path) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string uri = path.starts_with('/') ? "file://" : "";
-    for (const char c : path) {
-        const auto u = static_cast<unsigned char>(c);
-        if (std::isalnum(u) || std::string_view("/-._~").find(c) != std::string_view::npos)
-            uri += c;
-        else
-            (uri += '%').append({digits[u >> 4], digits[u & 15u]});
-    }
-    return uri;
-}
-
-Json LocationOf(const Place& place) {
-    Json location{{"artifactLocation", {{"uri", UriOf(place.file)}}}};
-    if (place.at.line > 0)
-        location["region"]["startLine"] = place.at.line;
-    if (place.at.line > 0 && place.at.column > 0)
-        location["region"]["startColumn"] = place.at.column;
-    return {{"physicalLocation", location}};
-}
-
-// Texts come out of files; what isn't UTF-8 in them doesn't stop the document.
-std::string Dumped(const Json& document) {
-    return document.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
-} // namespace
 
 std::string AsText(std::span<const Finding> findings, bool colours) {
     const auto Coloured = [&](const char* code, const std::string& text) {
@@ -89,52 +54,6 @@ std::string AsText(std::span<const Finding> findings, bool colours) {
             text += PlaceText(note.place) + Coloured("36", "note: ") + OnOneLine(note.text) + "\n";
     }
     return text;
-}
-
-std::string AsJson(std::span<const Finding> findings) {
-    Json findingsJson = Json::array();
-    for (const Finding& finding : findings) {
-        Json json = JsonOf(finding.place);
-        json["rule"] = TextOf(finding.rule).name;
-        json["severity"] = SeverityText(finding);
-        json["text"] = finding.text;
-        json["cure"] = finding.cure;
-        json["notes"] = Json::array();
-        for (const Note& note : finding.notes) {
-            json["notes"].push_back(JsonOf(note.place));
-            json["notes"].back()["text"] = note.text;
-        }
-        findingsJson.push_back(std::move(json));
-    }
-    return Dumped({{"findings", std::move(findingsJson)}});
-}
-
-std::string AsSarif(std::span<const Finding> findings, const std::string& version) {
-    Json rules = Json::array();
-    for (const RuleText& rule : AllRules())
-        rules.push_back({{"id", rule.name},
-                         {"shortDescription", {{"text", rule.summary}}},
-                         {"fullDescription", {{"text", rule.explanation}}},
-                         {"defaultConfiguration", {{"level", SeverityText(rule.severity)}}}});
-    Json results = Json::array();
-    for (const Finding& finding : findings) {
-        Json result{{"ruleId", TextOf(finding.rule).name},
-                    {"ruleIndex", static_cast<int>(finding.rule)},
-                    {"level", SeverityText(finding)},
-                    {"message", {{"text", UpperFirst(finding.text) + ": " + finding.cure + "."}}},
-                    {"locations", {LocationOf(finding.place)}}};
-        for (const Note& note : finding.notes) {
-            result["relatedLocations"].push_back(LocationOf(note.place));
-            result["relatedLocations"].back()["message"]["text"] = UpperFirst(note.text);
-        }
-        results.push_back(std::move(result));
-    }
-    const Json driver{{"name", "corvane check"}, {"version", version}, {"rules", std::move(rules)}};
-    return Dumped(
-        {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
-         {"version", "2.1.0"},
-         {"runs",
-          {{{"tool", {{"driver", driver}}}, {"columnKind", "unicodeCodePoints"}, {"results", std::move(results)}}}}});
 }
 
 std::string CountText(std::span<const Finding> findings) {

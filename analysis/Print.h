@@ -1,4 +1,4 @@
-// Findings and rules as text for users, and as documents for programs.
+// Findings and rules as text for users.
 #pragma once
 
 #include "analysis/Findings.h"
@@ -8,12 +8,13 @@
 
 namespace corvane::check {
 
+// "error", "warning" or "note".
+[[nodiscard]] const char* SeverityText(Severity severity);
+// The text with a capital first letter.
+[[nodiscard]] std::string UpperFirst(std::string text);
+
 // A finding a line, "file:line:col: error: text: cure [rule]", with a line "note: " for each second place.
 [[nodiscard]] std::string AsText(std::span<const Finding> findings, bool colours);
-// {"findings": [{"rule", "severity", "file", "line", "column", "text", "cure", "notes"}]}
-[[nodiscard]] std::string AsJson(std::span<const Finding> findings);
-// Static Analysis Results Interchange Format 2.1.0.
-[[nodiscard]] std::string AsSarif(std::span<const Finding> findings, const std::string& version);
 
 // "2 errors, 1 warning".
 [[nodiscard]] std::string CountText(std::span<const Finding> findings);

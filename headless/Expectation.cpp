@@ -1,10 +1,10 @@
 #include "headless/Expectation.h"
 
+#include "adapters/common/Json.h"
 #include "corvane/base/Text.h"
 #include "headless/Document.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 namespace corvane::inspect {
 
@@ -68,26 +68,21 @@ bool IsNothing(const Json& value) {
     return value.is_null() || value == false || value == "" || value == Json::array();
 }
 
-// A file of steps may hold any bytes.
-std::string Shown(const Json& value) {
-    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 } // namespace
 
 std::string Unmet(const ModelHost& host, const std::string& rest) {
     std::string value;
     const std::vector<std::string> segments = Segments(rest, value);
-    Json document = Json::parse(JsonDocument(host, {true, true, true, true}));
+    Json document = *ReadJson(JsonDocument(host, {true, true, true, true}));
     document["status"] = host.Bar()->Bands()->Item("StatusBar")->Tools()->Item("Status")->Caption();
     const Json there = Follow(document, segments);
-    const Json wanted = Json::parse(value, nullptr, false);
+    const auto wanted = ReadJson(value);
     const bool text = there.is_string() && there.get_ref<const std::string&>() == value;
-    if (text || (!wanted.is_discarded() && (there == wanted || (IsNothing(there) && IsNothing(wanted)))) ||
+    if (text || (wanted && (there == *wanted || (IsNothing(there) && IsNothing(*wanted)))) ||
         (value.empty() && IsNothing(there)))
         return {};
-    return "expected " + rest.substr(0, rest.size() - value.size()) + (wanted.is_discarded() ? Shown(value) : value) +
-           ", but it is " + Shown(there);
+    return "expected " + rest.substr(0, rest.size() - value.size()) + (wanted ? value : WriteJson(value)) +
+           ", but it is " + WriteJson(there);
 }
 
 } // namespace corvane::inspect

@@ -1,11 +1,10 @@
+#include "adapters/common/Json.h"
 #include "adapters/common/Nearest.h"
 #include "adapters/common/Recoverable.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/windows/WindowManager.h"
 #include "headless/FormPages.h"
-
-#include <nlohmann/json.hpp>
 
 namespace corvane::inspect {
 
@@ -29,7 +28,7 @@ std::optional<std::size_t> FieldOf(const forms::FormModel& form, const std::stri
 std::string Typed(const std::string& value) {
     if (!value.starts_with('"') && !value.starts_with('['))
         return value;
-    const Json json = Json::parse(value, nullptr, false);
+    const Json json = ReadJson(value).value_or(nullptr);
     if (json.is_string())
         return json.get<std::string>();
     if (!json.is_array() || !std::all_of(json.begin(), json.end(), [](const Json& text) { return text.is_string(); }))

@@ -1,3 +1,4 @@
+#include "adapters/common/Json.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/menus/ActionItem.h"
@@ -264,7 +265,7 @@ std::string JsonDocument(const ModelHost& host, const DocumentOptions& options) 
         for (const auto& message : host.Recorded().messages)
             messages.push_back({{"text", message.text}, {"title", message.title}});
     }
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return WriteJson(json, 2) + "\n";
 }
 
 } // namespace corvane::inspect

@@ -1,10 +1,10 @@
 #include "headless/StandIns.h"
 
 #include "adapters/common/Encoding.h"
+#include "adapters/common/Json.h"
+#include "adapters/common/Paths.h"
 #include "corvane/services/ExplorerItemDef.h"
 
-#include <fstream>
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 namespace corvane::inspect {
@@ -149,12 +149,19 @@ StandInSpec SpecIn(const Json& json) {
 } // namespace
 
 StandInFile ReadStandIns(const std::string& filePath) {
-    std::ifstream stream(filePath, std::ios::binary);
-    if (!stream)
+    const auto bytes = ReadBytes(filePath);
+    if (!bytes)
         Fail(FailureNumber::FileNotFound, "There is no file \"" + filePath + "\"");
+    const auto FailHere = [&](const std::string& what) {
+        Fail(FailureNumber::InvalidProcedureCall, "\"" + filePath + "\" can't be understood: " + what);
+    };
+    JsonProblem problem;
+    const auto read = ReadJson(*bytes, &problem);
+    if (!read)
+        FailHere(problem.what);
+    const Json& json = *read;
     StandInFile file;
     try {
-        const Json json = Json::parse(stream);
         if (json.contains("objects"))
             for (const auto& [progID, spec] : json.at("objects").items())
                 file.objects[FoldText(progID)] = SpecIn(spec);
@@ -169,7 +176,7 @@ StandInFile ReadStandIns(const std::string& filePath) {
         if (json.contains("form"))
             file.formReportsDeactivate = json.at("form").value("reportsDeactivate", true);
     } catch (const Json::exception& exception) {
-        Fail(FailureNumber::InvalidProcedureCall, "\"" + filePath + "\" can't be understood: " + exception.what());
+        FailHere(exception.what());
     }
     return file;
 }

@@ -1,6 +1,6 @@
 #include "adapters/process/Messages.h"
 
-#include <nlohmann/json.hpp>
+#include "adapters/common/Json.h"
 
 namespace corvane {
 
@@ -31,12 +31,12 @@ bool IsTooDeep(const std::string& line) {
 } // namespace
 
 json ReadMessage(const std::string& line) {
-    json message = IsTooDeep(line) ? json() : json::parse(line, nullptr, false);
+    json message = IsTooDeep(line) ? json() : ReadJson(line).value_or(nullptr);
     return message.is_object() ? message : json();
 }
 
 std::string WriteMessage(const json& message) {
-    return message.dump(-1, ' ', false, json::error_handler_t::replace);
+    return WriteJson(message);
 }
 
 json FailureToJson(const Failure& failure) {

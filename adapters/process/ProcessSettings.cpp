@@ -1,5 +1,6 @@
 #include "adapters/process/ProcessSettings.h"
 
+#include "adapters/common/Json.h"
 #include "adapters/common/Paths.h"
 #include "corvane/base/Failure.h"
 #include "corvane/platform/Platform.h"
@@ -8,7 +9,6 @@
 #include <dlfcn.h>
 #include <filesystem>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 extern char** environ;
@@ -67,12 +67,11 @@ private:
         const auto bytes = ReadBytes(m_file);
         if (!bytes)
             FailHere("it can't be read");
-        try {
-            return json::parse(*bytes);
-        } catch (const json::parse_error& error) {
-            const auto end = bytes->begin() + static_cast<std::ptrdiff_t>(std::min(error.byte, bytes->size()));
-            FailHere("line " + std::to_string(1 + std::count(bytes->begin(), end, '\n')) + " isn't JSON");
-        }
+        JsonProblem problem;
+        if (auto read = ReadJson(*bytes, &problem))
+            return std::move(*read);
+        const auto end = bytes->begin() + static_cast<std::ptrdiff_t>(std::min(problem.byte, bytes->size()));
+        FailHere("line " + std::to_string(1 + std::count(bytes->begin(), end, '\n')) + " isn't JSON");
     }
 
     static std::string PathIn(const std::string& folder, const std::string& path) {

@@ -1,6 +1,7 @@
 #include "cli/commands/ApplicationFolder.h"
 
 #include "adapters/common/Paths.h"
+#include "adapters/common/Pattern.h"
 #include "corvane/base/Failure.h"
 #include "corvane/base/Text.h"
 
@@ -8,7 +9,6 @@
 #include <cstring>
 #include <filesystem>
 #include <optional>
-#include <regex>
 #include <unistd.h>
 
 namespace corvane::tool {
@@ -35,12 +35,11 @@ struct Project {
 
 // Of a folder with the build of an application.
 std::optional<Project> ProjectIn(const fs::path& folder) {
-    static const std::regex call(R"(corvane_add_application\(\s*([\w-]+)\s+FOLDER\s+([^\s)]+))");
     const auto text = ReadBytes((folder / "CMakeLists.txt").string());
-    std::smatch match;
-    if (!text || !std::regex_search(*text, match, call))
+    const auto match = FindForm(text.value_or(""), R"(corvane_add_application\(\s*([\w-]+)\s+FOLDER\s+([^\s)]+))");
+    if (!match)
         return std::nullopt;
-    return Project{folder, match[1], folder / match[2].str()};
+    return Project{folder, match->at(1), folder / match->at(2)};
 }
 
 // The project whose sources the folder holds, as a whole or as the files of its application.

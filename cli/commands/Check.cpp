@@ -5,6 +5,7 @@
 #include "analysis/Print.h"
 #include "cli/commands/ApplicationFolder.h"
 #include "cli/commands/Commands.h"
+#include "cli/commands/FindingsJson.h"
 
 #include <algorithm>
 #include <iostream>
@@ -87,9 +88,9 @@ int Check(const CheckArguments& arguments) {
     const check::Options options{ApplicationFolder(arguments.application), arguments.plugins, {}};
     const auto findings = arguments.fixes ? FixAll(options, arguments) : check::Check(options);
     if (arguments.json)
-        std::cout << check::AsJson(findings);
+        std::cout << AsJson(findings);
     else if (arguments.sarif)
-        std::cout << check::AsSarif(findings, CORVANE_VERSION);
+        std::cout << AsSarif(findings, CORVANE_VERSION);
     else
         std::cout << check::AsText(findings, IsColoured(STDOUT_FILENO));
     std::cout.flush();

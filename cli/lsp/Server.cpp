@@ -1,6 +1,7 @@
 #include "cli/lsp/Server.h"
 
 #include "adapters/common/Encoding.h"
+#include "adapters/common/Json.h"
 #include "adapters/common/Paths.h"
 #include "analysis/Check.h"
 #include "analysis/Fix.h"
@@ -14,7 +15,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <istream>
-#include <nlohmann/json.hpp>
 #include <ostream>
 #include <set>
 #include <stdexcept>
@@ -85,7 +85,7 @@ public:
 
 private:
     void Send(const Json& message) {
-        const std::string text = message.dump(-1, ' ', false, Json::error_handler_t::replace);
+        const std::string text = WriteJson(message);
         m_out << "Content-Length: " << text.size() << "\r\n\r\n" << text << std::flush;
     }
 
@@ -451,8 +451,8 @@ std::optional<std::string> ReadMessage(std::istream& in) {
 int Serve(std::istream& in, std::ostream& out) {
     Server server(out);
     while (const auto text = ReadMessage(in)) {
-        const Json message = Json::parse(*text, nullptr, false);
-        if (message.is_discarded() || !message.is_object())
+        const Json message = ReadJson(*text).value_or(nullptr);
+        if (!message.is_object())
             server.SendError(nullptr, parseError, "not a JSON object");
         else
             try {

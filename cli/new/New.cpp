@@ -1,8 +1,10 @@
 #include "cli/new/New.h"
 
+#include "adapters/common/Pattern.h"
 #include "analysis/Application.h"
 #include "analysis/MenuPlan.h"
 #include "corvane/base/Failure.h"
+#include "corvane/base/Text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -10,7 +12,6 @@
 #include <fstream>
 #include <map>
 #include <optional>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -63,7 +64,7 @@ std::string ClassName(std::string name, const std::string& kind) {
 
 // A build has a target of the application's name, and a folder beside those of services and tests.
 void CheckName(const std::string& name) {
-    if (!std::regex_match(name, std::regex("[A-Za-z][A-Za-z0-9_-]*")))
+    if (!HasForm(name, "[A-Za-z][A-Za-z0-9_-]*"))
         Refuse("\"" + name +
                "\" can't be the name of an application: write letters from A to Z, digits, - and _, a letter first");
     for (const char* taken : {"all", "clean", "CMakeFiles", "edit_cache", "help", "install", "package", "preinstall",
@@ -191,24 +192,21 @@ void AddStart(Tokens& tokens, bool isStartService) {
             : "";
 }
 
-// The name of the application of a project, as its build names it.
-std::string ApplicationOf(const fs::path& folder) {
-    std::stringstream text;
-    text << std::ifstream(folder / "CMakeLists.txt").rdbuf();
-    std::smatch match;
-    const std::string shownText = text.str();
-    if (!std::regex_search(shownText, match, std::regex(R"(corvane_add_application\(\s*([\w-]+))")))
-        Fail(FailureNumber::PathNotFound,
-             "\"" + folder.string() +
-                 "\" isn't the source folder of an application: its CMakeLists.txt has no corvane_add_application()",
-             "corvane new");
-    return match[1];
-}
-
 std::string TextOf(const fs::path& path) {
     std::stringstream text;
     text << std::ifstream(path, std::ios::binary).rdbuf();
     return text.str();
+}
+
+// The name of the application of a project, as its build names it.
+std::string ApplicationOf(const fs::path& folder) {
+    const auto match = FindForm(TextOf(folder / "CMakeLists.txt"), R"(corvane_add_application\(\s*([\w-]+))");
+    if (!match)
+        Fail(FailureNumber::PathNotFound,
+             "\"" + folder.string() +
+                 "\" isn't the source folder of an application: its CMakeLists.txt has no corvane_add_application()",
+             "corvane new");
+    return match->at(1);
 }
 
 // The service that gets the page: the one that is named, or the only one.
@@ -233,7 +231,7 @@ std::string ServiceFor(const fs::path& folder, const std::string& named) {
 
 // The definition with a window more.
 std::string WithWindow(std::string xml, const fs::path& path, const std::string& service, const std::string& name) {
-    if (std::regex_search(xml, std::regex("<Window\\s[^>]*Name\\s*=\\s*\"" + name + "\"", std::regex::icase)))
+    if (FindForm(FoldText(xml), "<window\\s[^>]*name\\s*=\\s*\"" + FoldText(name) + "\""))
         Refuse("\"" + path.string() + "\" has a window \"" + name + "\" already");
     const std::string window = "    <Window Name=\"" + name + "\" Type=\"Dialog\" State=\"Normal\" Caption=\"" + name +
                                "\" IsMDIChild=\"False\" IsModal=\"True\">\n      <Page PageProgID=\"" + service +

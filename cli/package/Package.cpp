@@ -1,5 +1,8 @@
 #include "cli/package/Package.h"
 
+#include "adapters/common/Json.h"
+#include "adapters/common/Paths.h"
+#include "adapters/common/Pattern.h"
 #include "cli/new/New.h"
 #include "cli/package/RunPath.h"
 #include "corvane/base/Failure.h"
@@ -14,9 +17,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <optional>
-#include <regex>
 #include <sys/wait.h>
 #include <tuple>
 
@@ -84,10 +85,10 @@ void RefusePlaceholders(const std::string& file, const nlohmann::json& about) {
     });
     if (written == templates.end())
         return;
-    const nlohmann::json placeholders = nlohmann::json::parse(written->text);
+    const nlohmann::json placeholders = *ReadJson(written->text);
     for (const char* key : {"developer", "summary", "description", "homepage"})
         if (const auto it = about.find(key); it != about.end() && *it == placeholders.at(key))
-            Refuse(file, "\"" + std::string(key) + "\" is still " + it->dump() +
+            Refuse(file, "\"" + std::string(key) + "\" is still " + WriteJson(*it) +
                              ", as \"corvane new\" wrote it. Replace it by what is true of your application" +
                              (key == std::string_view("homepage") ? ", or remove it" : ""));
 }
@@ -251,7 +252,7 @@ private:
         }
         std::string line = program;
         for (const std::string& argument : arguments)
-            line += " '" + std::regex_replace(argument, std::regex("'"), "'\\''") + "'";
+            line += " '" + ReplaceForm(argument, "'", "'\\''") + "'";
         std::string said;
         FILE* pipe = ::popen((line + " 2>&1").c_str(), "r");
         if (!pipe)
@@ -285,7 +286,7 @@ std::vector<About::FileType> FilesIn(const std::string& file, const nlohmann::js
             const auto it = entry.is_object() ? entry.find(key) : entry.end();
             if (it != entry.end() && it->is_string())
                 *value = it->get<std::string>();
-            if (!std::regex_match(*value, std::regex(form)))
+            if (!HasForm(*value, form))
                 Refuse(file, "an entry of \"files\" needs a text \"" + std::string(key) +
                                  R"(", as in {"type": "application/x-birds", "pattern": "*.birds", )" +
                                  R"("comment": "List of birds"})");
@@ -299,14 +300,14 @@ std::vector<About::FileType> FilesIn(const std::string& file, const nlohmann::js
 
 About ReadAbout(const std::string& application) {
     const std::string file = application + "/about.json";
-    std::ifstream stream(file);
-    if (!stream)
+    const auto bytes = ReadBytes(file);
+    if (!bytes)
         Fail(FailureNumber::FileNotFound,
              "There is no file \"" + file +
                  "\". Write {\"id\": \"org.example.Birds\", \"name\": \"Birds\", \"summary\": \"Counts birds\", "
                  "\"description\": \"...\", \"license\": \"MIT\", \"developer\": \"...\"}",
              "corvane package");
-    const nlohmann::json json = nlohmann::json::parse(stream, nullptr, false);
+    const nlohmann::json json = ReadJson(*bytes).value_or(nullptr);
     if (!json.is_object())
         Refuse(file, "it isn't one JSON object");
     About about;
@@ -330,7 +331,7 @@ About ReadAbout(const std::string& application) {
         about.files = FilesIn(file, *it);
     about.date = Today();
     Read("date", about.date, false);
-    if (!std::regex_match(about.id, std::regex(R"([A-Za-z][\w-]*(\.[A-Za-z][\w-]*)+)")))
+    if (!HasForm(about.id, R"([A-Za-z][\w-]*(\.[A-Za-z][\w-]*)+)"))
         Refuse(file, "the id \"" + about.id + "\" isn't of the form \"org.example.Birds\"");
     RefusePlaceholders(file, json);
     return about;

@@ -1,3 +1,4 @@
+#include "adapters/common/Pattern.h"
 #include "analysis/Print.h"
 #include "tests/analysis/CheckedFolder.h"
 
@@ -6,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <regex>
 #include <sstream>
 
 namespace corvane::check {
@@ -269,12 +269,12 @@ PositionOrder="900" Caption="#Window" Separator="Before"/></Menus>)",
 
 // However long the names and texts in the examples are: what is found, with its cure, has 240 characters at most.
 TEST(Rules, SpeakInShort) {
-    const std::regex value(
-        R"re((\b(Name|ActionItem|Action|Path|Caption|Tip|Parent|DefaultAction|Image|ShortCutKey)="[^"]+)")re");
+    const std::string value =
+        R"re((\b(Name|ActionItem|Action|Path|Caption|Tip|Parent|DefaultAction|Image|ShortCutKey)="[^"]+)")re";
     int found = 0;
     for (const check::RuleText& rule : check::AllRules()) {
         CheckedFolder folder;
-        folder.WriteExample(std::regex_replace(std::string(rule.bad), value, "$1" + std::string(2000, 'x') + "\""));
+        folder.WriteExample(ReplaceForm(std::string(rule.bad), value, "$1" + std::string(2000, 'x') + "\""));
         for (const check::Finding& finding : folder.Check()) {
             const std::string text = finding.text + ": " + finding.cure;
             EXPECT_LE(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }), 240) << text;

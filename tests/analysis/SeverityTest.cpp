@@ -1,5 +1,6 @@
 // A rule's severity follows from what the library does with its example: an error is a failure that the user sees or
 // that stops the start, now or when the thing is used; a warning and a note are none.
+#include "adapters/common/Pattern.h"
 #include "analysis/Rules.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -18,7 +19,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <ostream>
-#include <regex>
 #include <sstream>
 
 namespace corvane::testing {
@@ -144,8 +144,7 @@ TEST(Severity, IsWhatTheLibraryDoesWithTheFolder) {
         std::string bytes;
     };
     for (const Row& row : {
-             Row{Rule::Schema, entry, "Services/Service.xdr",
-                 std::regex_replace(schema.str(), std::regex("\"Tip\""), "\"Hint\"")},
+             Row{Rule::Schema, entry, "Services/Service.xdr", ReplaceForm(schema.str(), "\"Tip\"", "\"Hint\"")},
              Row{Rule::SchemaFile, entry, "Services/Service.xdr", ""},
              Row{Rule::UnreadFile, entry, "Services/More.xml.txt", "<Service Name=\"M\"/>"},
              Row{Rule::SameFileName, entry, "Images/FOLDER.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\"/>"},

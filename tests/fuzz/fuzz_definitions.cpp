@@ -1,7 +1,7 @@
 // A definition file of any bytes. Check and library read it, and neither crashes; where the check finds no error, the
 // library has none to show, and the application starts.
 #include "analysis/Check.h"
-#include "analysis/Print.h"
+#include "cli/commands/FindingsJson.h"
 #include "headless/Document.h"
 #include "headless/ModelHost.h"
 #include "tests/fuzz/FuzzedFolder.h"
@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const fuzz::FuzzedFolder folder;
     folder.Write("Fuzzed.xml", {reinterpret_cast<const char*>(data), size});
     const auto findings = check::Check({folder.Path(), false});
-    (void)check::AsSarif(findings, "0");
+    (void)tool::AsSarif(findings, "0");
     const bool errors = std::any_of(findings.begin(), findings.end(), [](const check::Finding& o) {
         return check::TextOf(o.rule).severity == check::Severity::Error;
     });
