@@ -2,42 +2,94 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
-#include <vector>
 
 namespace corvane {
 
 // Keeps one handler subscribed for as long as it lives. Empty once cancelled or moved from.
-class Subscription {
+class __attribute__((visibility("default"))) Subscription {
 public:
-    class Slot {
-    public:
-        virtual ~Slot() = default;
-        virtual void Cancel() = 0;
-    };
+    class Slot;
 
-    Subscription() = default;
-    explicit Subscription(std::shared_ptr<Slot> pSlot) : m_pSlot(std::move(pSlot)) {}
-    Subscription(Subscription&&) noexcept = default;
-    Subscription& operator=(Subscription&& oOther) noexcept {
-        if (this != &oOther) {
-            Cancel();
-            m_pSlot = std::move(oOther.m_pSlot);
-        }
-        return *this;
-    }
+    Subscription() noexcept = default;
+    Subscription(Subscription&& oOther) noexcept : m_pSlot(std::exchange(oOther.m_pSlot, nullptr)) {}
+    Subscription& operator=(Subscription&& oOther) noexcept;
     ~Subscription() { Cancel(); }
 
     // The handler isn't called again, and what it captured is released, at the latest when its running call returns.
     void Cancel() {
-        if (const auto pSlot = std::move(m_pSlot))
-            pSlot->Cancel();
+        if (m_pSlot)
+            CancelSlot();
     }
 
 private:
-    std::shared_ptr<Slot> m_pSlot;
+    friend class HandlerList;
+    explicit Subscription(Slot& oSlot) noexcept;
+    void CancelSlot();
+
+    Slot* m_pSlot = nullptr;
+};
+
+// A handler of an event. The event and the subscription hold it together.
+class __attribute__((visibility("default"))) Subscription::Slot {
+public:
+    Slot() = default;
+    Slot(const Slot&) = delete;
+    Slot& operator=(const Slot&) = delete;
+    virtual ~Slot();
+
+private:
+    friend class Subscription;
+    friend class HandlerList;
+    virtual void DropHandler() = 0;
+    void Release();
+
+    std::uint32_t m_nOwners = 0;
+    std::uint32_t m_nCalls = 0; // running ones
+    bool m_bCancelled = false;
+};
+
+// What an event does that doesn't depend on its arguments: it is here and not in the template, which every unit that
+// raises or declares an event compiles again.
+class __attribute__((visibility("default"))) HandlerList {
+    struct Slots;
+
+public:
+    HandlerList() noexcept;
+    ~HandlerList();
+    HandlerList(const HandlerList&) = delete;
+    HandlerList& operator=(const HandlerList&) = delete;
+
+    // Takes the slot over.
+    [[nodiscard]] Subscription Add(Subscription::Slot* pSlot);
+    [[nodiscard]] bool HasSubscribers() const noexcept;
+    // True before the first one is added.
+    [[nodiscard]] bool IsUnused() const noexcept { return !m_pSlots; }
+
+    // One raise, which goes through the handlers; its end is the end of the last one's call.
+    class __attribute__((visibility("default"))) Raising {
+    public:
+        explicit Raising(const HandlerList& oHandlers);
+        ~Raising();
+        Raising(const Raising&) = delete;
+        Raising& operator=(const Raising&) = delete;
+        // Ends the call of one handler and begins that of the next; nothing after the last one.
+        [[nodiscard]] Subscription::Slot* Next();
+
+    private:
+        void EndCall();
+
+        std::shared_ptr<Slots> m_pSlots; // keeps the list when a handler destroys the event
+        Subscription::Slot* m_pCalled = nullptr;
+        std::size_t m_iNext = 0;
+        std::size_t m_nSlots;
+    };
+
+private:
+    std::shared_ptr<Slots> m_pSlots;
 };
 
 // Raising is synchronous, in order of subscription. A handler subscribed during a raise is called from the next one on;
@@ -49,84 +101,28 @@ class Event {
 public:
     using Handler = std::function<void(Args...)>;
 
-    Event() = default;
-    Event(const Event&) = delete;
-    Event& operator=(const Event&) = delete;
-
     [[nodiscard]] Subscription Subscribe(Handler fnHandler) {
-        if (!m_pSlots)
-            m_pSlots = std::make_shared<Slots>();
-        else if (m_pSlots->nRaises == 0 && m_pSlots->aSlots.size() == m_pSlots->aSlots.capacity())
-            m_pSlots->DropCancelled(); // an event that is never raised would keep them for ever
-        auto pSlot = std::make_shared<HandlerSlot>();
-        pSlot->fnHandler = std::move(fnHandler);
-        m_pSlots->aSlots.push_back(pSlot);
-        return Subscription(std::move(pSlot));
+        return m_oHandlers.Add(new HandlerSlot(std::move(fnHandler)));
     }
 
     void Raise(Args... aArguments) const {
-        const auto pSlots = m_pSlots; // keeps the list when a handler destroys the event
-        if (!pSlots)
+        if (m_oHandlers.IsUnused())
             return;
-        const RaiseScope oScope(*pSlots);
-        const std::size_t nSlots = pSlots->aSlots.size();
-        for (std::size_t i = 0; i < nSlots; ++i) {
-            HandlerSlot& oSlot = *pSlots->aSlots[i]; // no slot goes during a raise, though the list may move
-            if (oSlot.bCancelled)
-                continue;
-            const CallScope oCall(oSlot);
-            oSlot.fnHandler(aArguments...);
-        }
+        HandlerList::Raising oRaising(m_oHandlers);
+        while (auto* pSlot = static_cast<HandlerSlot*>(oRaising.Next()))
+            pSlot->fnHandler(aArguments...);
     }
 
-    [[nodiscard]] bool HasSubscribers() const {
-        if (m_pSlots)
-            for (const auto& pSlot : m_pSlots->aSlots)
-                if (!pSlot->bCancelled)
-                    return true;
-        return false;
-    }
+    [[nodiscard]] bool HasSubscribers() const { return m_oHandlers.HasSubscribers(); }
 
 private:
     struct HandlerSlot final : Subscription::Slot {
-        void Cancel() override {
-            bCancelled = true;
-            if (nCalls == 0)
-                fnHandler = nullptr;
-        }
+        explicit HandlerSlot(Handler&& fnGiven) : fnHandler(std::move(fnGiven)) {}
+        void DropHandler() override { fnHandler = nullptr; }
         Handler fnHandler;
-        int nCalls = 0;
-        bool bCancelled = false;
-    };
-    struct Slots {
-        void DropCancelled() {
-            std::erase_if(aSlots, [](const auto& pSlot) { return pSlot->bCancelled; });
-        }
-        std::vector<std::shared_ptr<HandlerSlot>> aSlots;
-        int nRaises = 0;
-    };
-    struct RaiseScope {
-        explicit RaiseScope(Slots& oSlots) : m_oSlots(oSlots) { ++m_oSlots.nRaises; }
-        ~RaiseScope() {
-            if (--m_oSlots.nRaises == 0)
-                m_oSlots.DropCancelled();
-        }
-        RaiseScope(const RaiseScope&) = delete;
-        RaiseScope& operator=(const RaiseScope&) = delete;
-        Slots& m_oSlots;
-    };
-    struct CallScope {
-        explicit CallScope(HandlerSlot& oSlot) : m_oSlot(oSlot) { ++m_oSlot.nCalls; }
-        ~CallScope() {
-            if (--m_oSlot.nCalls == 0 && m_oSlot.bCancelled)
-                m_oSlot.fnHandler = nullptr;
-        }
-        CallScope(const CallScope&) = delete;
-        CallScope& operator=(const CallScope&) = delete;
-        HandlerSlot& m_oSlot;
     };
 
-    std::shared_ptr<Slots> m_pSlots;
+    HandlerList m_oHandlers;
 };
 
 } // namespace corvane

@@ -49,6 +49,8 @@ bool CollectionByName::HasMember(std::string_view sName) const {
                        [&](const MemberInfo& oMember) { return EqualText(oMember.Name, sName); });
 }
 
+template class KeyedCollection<Ref<Object>>;
+
 void FailKeyInUse(std::string_view sKey) {
     throw Failure(FailureNumber::KeyInUse, "The key \"" + std::string(sKey) + "\" is already in use");
 }

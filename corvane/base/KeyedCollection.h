@@ -213,6 +213,9 @@ private:
     mutable std::uint32_t m_nIterators = 0;
 };
 
+// The most frequent one is compiled in the library.
+extern template class __attribute__((visibility("default"))) KeyedCollection<Ref<Object>>;
+
 // for (const auto& oItem : colItems), with the collection held meanwhile; 91 for nothing.
 template <class T>
 [[nodiscard]] auto begin(const Ref<KeyedCollection<T>>& colItems) {

@@ -11,6 +11,26 @@
 
 namespace corvane {
 
+Variant::Variant() noexcept = default;
+Variant::Variant(bool bValue) noexcept : m_vValue(bValue) {}
+Variant::Variant(Long lValue) noexcept : m_vValue(lValue) {}
+Variant::Variant(std::in_place_t, LongLong nValue) noexcept : m_vValue(nValue) {}
+Variant::Variant(Single fValue) noexcept : m_vValue(fValue) {}
+Variant::Variant(Double dblValue) noexcept : m_vValue(dblValue) {}
+Variant::Variant(std::string sValue) noexcept : m_vValue(std::move(sValue)) {}
+Variant::Variant(std::string_view sValue) : m_vValue(std::string(sValue)) {}
+Variant::Variant(const char* sValue) : m_vValue(std::string(sValue)) {}
+Variant::Variant(Ref<Object> oValue) noexcept : m_vValue(std::move(oValue)) {}
+Variant::Variant(const Variant& vOther) = default;
+Variant::Variant(Variant&& vOther) noexcept = default;
+Variant& Variant::operator=(const Variant& vOther) = default;
+Variant& Variant::operator=(Variant&& vOther) noexcept = default;
+Variant::~Variant() = default;
+
+bool Variant::operator==(const Variant& vOther) const {
+    return m_vValue == vOther.m_vValue;
+}
+
 namespace {
 
 [[noreturn]] void FailConversion(const Variant& vValue, std::string_view sWanted) {

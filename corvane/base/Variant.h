@@ -27,20 +27,25 @@ template <LongLongNumber T>
 
 class __attribute__((visibility("default"))) Variant {
 public:
-    Variant() = default; // empty
-    Variant(bool bValue) : m_vValue(bValue) {}
-    Variant(Long lValue) : m_vValue(lValue) {}
+    Variant() noexcept; // empty
+    Variant(bool bValue) noexcept;
+    Variant(Long lValue) noexcept;
     template <LongLongNumber T>
-    Variant(T nValue) : m_vValue(AsLongLong(nValue)) {}
-    Variant(Single fValue) : m_vValue(fValue) {}
-    Variant(Double dblValue) : m_vValue(dblValue) {}
-    Variant(std::string sValue) : m_vValue(std::move(sValue)) {}
-    Variant(std::string_view sValue) : m_vValue(std::string(sValue)) {}
-    Variant(const char* sValue) : m_vValue(std::string(sValue)) {}
-    Variant(Ref<Object> oValue) : m_vValue(std::move(oValue)) {}
+    Variant(T nValue) : Variant(std::in_place, AsLongLong(nValue)) {}
+    Variant(Single fValue) noexcept;
+    Variant(Double dblValue) noexcept;
+    Variant(std::string sValue) noexcept;
+    Variant(std::string_view sValue);
+    Variant(const char* sValue);
+    Variant(Ref<Object> oValue) noexcept;
     template <class T>
-    Variant(const Ref<T>& oValue) : m_vValue(Ref<Object>(oValue)) {}
+    Variant(const Ref<T>& oValue) : Variant(Ref<Object>(oValue)) {}
     Variant(const void*) = delete; // a pointer isn't a boolean
+    Variant(const Variant& vOther);
+    Variant(Variant&& vOther) noexcept;
+    Variant& operator=(const Variant& vOther);
+    Variant& operator=(Variant&& vOther) noexcept;
+    ~Variant();
 
     [[nodiscard]] bool IsEmpty() const { return std::holds_alternative<std::monostate>(m_vValue); }
     // An object reference, also one to nothing.
@@ -51,9 +56,11 @@ public:
         return std::get_if<T>(&m_vValue);
     }
 
-    friend bool operator==(const Variant& vLeft, const Variant& vRight) { return vLeft.m_vValue == vRight.m_vValue; }
+    [[nodiscard]] bool operator==(const Variant& vOther) const;
 
 private:
+    Variant(std::in_place_t, LongLong nValue) noexcept;
+
     std::variant<std::monostate, bool, Long, Single, Double, std::string, Ref<Object>, LongLong> m_vValue;
 };
 
