@@ -17,8 +17,8 @@ std::string LineText(const Place& place) {
 
 std::string Ordinal(std::size_t n) {
     const bool teen = n % 100 >= 11 && n % 100 <= 13;
-    const char* ending = teen || n % 10 > 3 || n % 10 == 0 ? "th" : n % 10 == 1 ? "st" : n % 10 == 2 ? "nd" : "rd";
-    return std::to_string(n) + ending;
+    const char* letters = teen || n % 10 > 3 || n % 10 == 0 ? "th" : n % 10 == 1 ? "st" : n % 10 == 2 ? "nd" : "rd";
+    return std::to_string(n) + letters;
 }
 
 std::string ContextBar(const Provider& item) {

@@ -223,11 +223,6 @@ std::string Translated(const std::string& part) {
     return name && !isLetter ? std::string(name->meant) : part;
 }
 
-std::string Without(std::string text, char sign) {
-    std::erase(text, sign);
-    return text;
-}
-
 // "Ctrl-S", "Ctrl S" and "<Ctrl>S" with "+" between.
 std::string AsJoined(std::string_view text) {
     std::string joined(text);
@@ -237,7 +232,9 @@ std::string AsJoined(std::string_view text) {
     for (const auto& [letter, modifier] : {std::pair('C', "Control"), std::pair('M', "Alt"), std::pair('S', "Shift")})
         if (joined.size() > 2 && joined[0] == letter && joined[1] == '-')
             joined.replace(0, 1, modifier);
-    if (const KeyName* name = Find(foreignNames, Without(joined, ' ')))
+    std::string unspaced = joined;
+    std::erase(unspaced, ' ');
+    if (const KeyName* name = Find(foreignNames, unspaced))
         return std::string(name->meant); // "Bild auf"
     for (std::size_t i = 0; i < joined.size(); ++i)
         if (joined[i] == '<')

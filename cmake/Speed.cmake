@@ -22,7 +22,8 @@ function(corvane_headers name)
   target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
 endfunction()
 
-# corvane_precompiled(TARGET SET) lets a target use that set of headers: corvane_headers_core, _qt, _test or _qt_test.
+# corvane_precompiled(TARGET SET) lets a target use that set of headers: corvane_headers_core, _qt or _test. It has to be
+# optimised as they are: by CORVANE_HOST_OPTIONS.
 function(corvane_precompiled target set)
   if(CORVANE_PRECOMPILE)
     target_precompile_headers(${target} REUSE_FROM ${set})
@@ -66,20 +67,14 @@ set(CORVANE_QT_HEADERS <QApplication> <QDialog> <QFile> <QFileInfo> <QFormLayout
   <QVBoxLayout> <QWidget>)
 
 if(CORVANE_PRECOMPILE)
-  corvane_headers(corvane_headers_core HEADERS ${CORVANE_CORE_HEADERS})
+  corvane_headers(corvane_headers_core OPTIONS ${CORVANE_HOST_OPTIONS} HEADERS ${CORVANE_CORE_HEADERS})
   if(CORVANE_DESKTOP)
-    corvane_headers(corvane_headers_qt LIBRARIES corvane_qt_options
+    corvane_headers(corvane_headers_qt LIBRARIES corvane_qt_options OPTIONS ${CORVANE_HOST_OPTIONS}
       HEADERS ${CORVANE_CORE_HEADERS} ${CORVANE_SHELL_HEADERS} ${CORVANE_QT_HEADERS})
   endif()
   if(CORVANE_TESTS)
     find_package(GTest REQUIRED)
-    corvane_headers(corvane_headers_test LIBRARIES GTest::gtest OPTIONS ${CORVANE_TEST_OPTIONS}
+    corvane_headers(corvane_headers_test LIBRARIES GTest::gtest OPTIONS ${CORVANE_HOST_OPTIONS}
       HEADERS <gtest/gtest.h> ${CORVANE_CORE_HEADERS} ${CORVANE_SHELL_HEADERS})
-    if(CORVANE_DESKTOP)
-      # Without <QTest>: it sees a macro with the folder, which each target has its own of.
-      corvane_headers(corvane_headers_qt_test LIBRARIES GTest::gtest corvane_qt_options
-        OPTIONS ${CORVANE_TEST_OPTIONS}
-        HEADERS <gtest/gtest.h> ${CORVANE_CORE_HEADERS} ${CORVANE_SHELL_HEADERS} ${CORVANE_QT_HEADERS})
-    endif()
   endif()
 endif()

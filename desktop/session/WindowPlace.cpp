@@ -28,11 +28,11 @@ void MoveOntoScreen(QWidget& window) {
     if (QRegion(place).subtracted(screens).isEmpty())
         return;
     const QScreen* screen = QGuiApplication::screenAt(place.center());
-    constexpr int frame = 4;
+    constexpr int border = 4;
     const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     const QRect room = (screen ? screen : QGuiApplication::primaryScreen())
                            ->availableGeometry()
-                           .adjusted(frame, title, -frame, -frame);
+                           .adjusted(border, title, -border, -border);
     place.setSize(place.size().boundedTo(room.size()));
     place.moveTo(std::clamp(place.left(), room.left(), room.right() + 1 - place.width()),
                  std::clamp(place.top(), room.top(), room.bottom() + 1 - place.height()));

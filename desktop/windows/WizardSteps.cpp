@@ -13,9 +13,9 @@ constexpr int stepCharacters = 28;
 
 // Takes the space of a sign, so that the texts are below one another.
 QIcon NoSign(const QSize& size) {
-    QPixmap nothing(size);
-    nothing.fill(Qt::transparent);
-    return nothing;
+    QPixmap empty(size);
+    empty.fill(Qt::transparent);
+    return empty;
 }
 
 } // namespace

@@ -25,9 +25,9 @@ namespace {
 
 std::string shownBy; // by whom
 
-class Item final : public Automation<Item, IExplorerItemAccess> {
+class OwnerItem final : public Automation<OwnerItem, IExplorerItemAccess> {
 public:
-    explicit Item(std::string name) : m_name(std::move(name)) {
+    explicit OwnerItem(std::string name) : m_name(std::move(name)) {
         m_initialize = m_base->InitializeEvent.Subscribe(
             [this](const Ref<KeyedCollection<Ref<Object>>>&) { m_base->NameSilently(m_name); });
     }
@@ -35,7 +35,8 @@ public:
     void OnShow() { shownBy = m_name; }
     void OnOpen() { CorvaneMain::Framework()->WindowManager()->OpenWindow("Sheet", nullptr); }
 
-    static constexpr auto Members = MemberTable(Method("OnShow", &Item::OnShow), Method("OnOpen", &Item::OnOpen));
+    static constexpr auto Members =
+        MemberTable(Method("OnShow", &OwnerItem::OnShow), Method("OnOpen", &OwnerItem::OnOpen));
 
 private:
     std::string m_name;
@@ -92,8 +93,8 @@ protected:
     ~CommandOwnerTest() override { EXPECT_EQ(m_application->Failures().ShownCount(), 0); }
 
     static Ref<ExplorerManager> Explorer() { return CorvaneMain::Framework()->NavigationManager()->ExplorerManager(); }
-    static Ref<Item> Add(const char* name) {
-        auto item = New<Item>(name);
+    static Ref<OwnerItem> Add(const char* name) {
+        auto item = New<OwnerItem>(name);
         Explorer()->AddToExplorer(item, "One");
         return item;
     }
@@ -133,7 +134,7 @@ TEST_F(CommandOwnerTest, SharedCommandIsOfThePartThatThePersonIsIn) {
 }
 
 TEST_F(CommandOwnerTest, WhatRemainsTakesTheCommandsOfWhatGoes) {
-    const Ref<Item> item = Add("A");
+    const Ref<OwnerItem> item = Add("A");
     ChooseNode("A");
     OpenSheet();
     EXPECT_EQ(WhoShows(), "the page");
@@ -154,7 +155,7 @@ TEST_F(CommandOwnerTest, ExplorerMarksTheItemOfTheWindowInFrontAndSelectsNothing
     const auto tree = [this] { return m_application->Window().Explorer().CurrentPage()->Tree(); };
     const auto marked = [&] { return tree()->Marked() ? tree()->Marked()->Text() : ""; };
     Add("A");
-    const Ref<Item> second = Add("B");
+    const Ref<OwnerItem> second = Add("B");
     ChooseNode("A");
     EXPECT_TRUE(m_application->Choose("File.Open"));
     const Ref<Form> first = m_application->MainForm()->ActiveForm();
