@@ -7,13 +7,12 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QWidget>
 #include <deque>
 #include <functional>
 #include <set>
 #include <string>
 #include <vector>
-
-class QWidget;
 
 namespace corvane::desktop {
 

@@ -15,6 +15,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
+#include <QMdiArea>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>

@@ -1,6 +1,7 @@
 // Several items, drops and lazy folders in a running application: what users do, and what the items' classes hear.
 #include "corvane/Explorer.h"
 #include "corvane/Service.h"
+#include "corvane/core/CorvaneMain.h"
 #include "desktop/application/Application.h"
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"

@@ -1,6 +1,7 @@
 #include "tests/explorer_panel/ExplorerFixture.h"
 
 #include <QApplication>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace corvane::desktop {

@@ -5,6 +5,7 @@
 #include "tests/forms/Ui.h"
 #include "tests/preview/PreviewFixture.h"
 
+#include <QLineEdit>
 #include <QScreen>
 #include <QTabBar>
 #include <QToolBar>
