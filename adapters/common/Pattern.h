@@ -8,13 +8,13 @@
 
 namespace corvane {
 
-// Whether the whole text is of that form. The pattern is a valid one, here and below.
+// Whether the whole text matches. The pattern is a valid one, here and below.
 [[nodiscard]] bool HasForm(const std::string& text, const std::string& pattern);
 
-// The first place that is of that form, then the text of each group; nothing when there is no such place.
+// The first match as a whole, then the text of each of its groups; empty without a match.
 [[nodiscard]] std::optional<std::vector<std::string>> FindForm(const std::string& text, const std::string& pattern);
 
-// The text with every such place replaced; "$1" is the first group.
+// The text with every match replaced; "$1" is the first group.
 [[nodiscard]] std::string ReplaceForm(const std::string& text, const std::string& pattern, const std::string& by);
 
 } // namespace corvane
