@@ -476,11 +476,14 @@ void Process::ReceiveNewsOfJobs() {
     WakeForRest(true);
 }
 
-// What has been read behind an answer, or since the last look, makes the socket readable no more; and a turn takes the
-// wake-up of a job that has a wish by now.
+// What has been read behind an answer, or since the last look, makes the socket readable no more, and neither does its
+// end; and a turn takes the wake-up of a job that has a wish by now.
 void Process::WakeForRest(bool isWaitedFor) const {
-    const bool isLater = !isWaitedFor && !m_later.empty(); // who waits takes those lines
-    if (m_child && (isLater || m_child->HasLine() || m_jobs.HasWishes()))
+    if (!m_child)
+        return;
+    // Who waits takes those lines, and notices the end.
+    const bool isLeft = !isWaitedFor && (!m_later.empty() || m_child->IsClosed() || !m_whyStopped.empty());
+    if (isLeft || m_child->HasLine() || m_jobs.HasWishes())
         m_child->WakerOfTurns()->Wake();
 }
 

@@ -407,6 +407,11 @@ TEST(Process, LooksForWhatHasComeBehindAnAnswer) {
     EXPECT_TRUE(scripted.IsWoken());
     scripted.process->Pump();
     EXPECT_EQ(CorvaneMain::Framework()->Status(), "behind");
+    Scripted ended({R"({"id":2,"result":1})"}); // its end has been read, too
+    (void)ended.object->Invoke("Work", {});
+    EXPECT_TRUE(ended.IsWoken());
+    ended.process->Pump();
+    EXPECT_FALSE(ended.object->IsLive());
 }
 
 // What the application does while the process waits for it, as for a dialog.

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] int Pending() const override { return -1; }
     [[nodiscard]] const std::shared_ptr<const Waker>& WakerOfTurns() const override { return m_script->waker; }
     [[nodiscard]] std::optional<std::string> NextLine() override {
+        m_script->waker->Calm(); // as the turn does that reads a line
         if (m_script->lines.empty())
             return std::nullopt;
         std::string line = std::move(m_script->lines.front());
