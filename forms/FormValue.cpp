@@ -1,12 +1,13 @@
 #include "forms/FormValue.h"
 
+#include "adapters/common/Pattern.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
 #include <memory>
-#include <regex>
+#include <stdexcept>
 
 namespace corvane::forms {
 
@@ -111,20 +112,25 @@ std::optional<Variant> ReadNumber(const FieldDef& field, const std::string& text
     }
 }
 
-// Compiled once for all fields of that pattern. Without the backtracking that some patterns make endless.
-const std::regex* Compiled(const std::string& pattern) {
-    static std::map<std::string, std::unique_ptr<std::regex>> known;
-    const auto it = known.find(pattern);
-    if (it != known.end())
-        return it->second.get();
-    std::unique_ptr<std::regex> regex;
+struct KnownPattern {
+    std::unique_ptr<Pattern> compiled; // none if it can't be used; then every text is accepted
+    std::string fault;
+};
+
+// Compiled once for all fields of that pattern.
+const KnownPattern& Known(const std::string& pattern) {
+    static std::map<std::string, KnownPattern> known;
+    const auto [it, isNew] = known.try_emplace(pattern);
+    if (!isNew)
+        return it->second;
     try {
-        if (pattern.size() <= longestPattern)
-            regex = std::make_unique<std::regex>(pattern, std::regex::ECMAScript | std::regex_constants::__polynomial);
-    } catch (const std::regex_error&) {
-        // one that can't be used accepts every text
+        if (pattern.size() > longestPattern)
+            throw std::invalid_argument("it has more than " + std::to_string(longestPattern) + " characters");
+        it->second.compiled = std::make_unique<Pattern>(pattern);
+    } catch (const std::invalid_argument& fault) {
+        it->second.fault = fault.what();
     }
-    return known.emplace(pattern, std::move(regex)).first->second.get();
+    return it->second;
 }
 
 std::string ShortNumber(Double number) {
@@ -159,12 +165,12 @@ Problem TextProblem(const FieldDef& field, const std::string& text) {
         return {ProblemKind::TooLong, {std::to_string(field.maxLength)}};
     if (field.pattern.empty() || text.empty())
         return {};
-    const std::regex* regex = Compiled(field.pattern);
-    if (!regex)
+    const Pattern* pattern = Known(field.pattern).compiled.get();
+    if (!pattern)
         return {};
     if (text.size() > longestMatched)
         return {ProblemKind::TooLong, {std::to_string(longestMatched)}};
-    if (std::regex_match(text, *regex))
+    if (pattern->Matches(text))
         return {};
     return {ProblemKind::Pattern, {field.wanted.IsEmpty() ? field.pattern : field.wanted.text}};
 }
@@ -369,16 +375,7 @@ std::vector<std::string> LinesOf(const Variant& value) {
 }
 
 std::string FaultOfPattern(const std::string& pattern) {
-    if (pattern.size() > longestPattern)
-        return "it has more than " + std::to_string(longestPattern) + " characters";
-    if (Compiled(pattern))
-        return {};
-    try {
-        (void)std::regex(pattern, std::regex::ECMAScript | std::regex_constants::__polynomial);
-    } catch (const std::regex_error& error) {
-        return error.code() == std::regex_constants::error_complexity ? "it refers back to a group" : error.what();
-    }
-    return {};
+    return Known(pattern).fault;
 }
 
 } // namespace corvane::forms

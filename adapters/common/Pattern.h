@@ -2,6 +2,7 @@
 // seconds in each source that uses them.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,5 +17,23 @@ namespace corvane {
 
 // The text with every match replaced; "$1" is the first group.
 [[nodiscard]] std::string ReplaceForm(const std::string& text, const std::string& pattern, const std::string& by);
+
+// A pattern from outside, compiled once. It is matched without the backtracking that some patterns make endless, so it
+// can't refer back to its groups.
+class Pattern {
+public:
+    // Throws std::invalid_argument, with the reason, if the pattern can't be used.
+    explicit Pattern(const std::string& pattern);
+    ~Pattern();
+    Pattern(const Pattern&) = delete;
+    Pattern& operator=(const Pattern&) = delete;
+
+    // Whether the whole text matches.
+    [[nodiscard]] bool Matches(const std::string& text) const;
+
+private:
+    struct Compiled;
+    std::unique_ptr<Compiled> m_compiled;
+};
 
 } // namespace corvane
