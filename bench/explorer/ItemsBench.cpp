@@ -7,6 +7,7 @@
 #include "corvane/Explorer.h"
 #include "corvane/Service.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/explorer/ExplorerTree.h"

@@ -13,6 +13,7 @@
 #include "corvane/menus/MenuManager.h"
 #include "corvane/services/ServiceManager.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 
 #include <QApplication>
 #include <QMenuBar>

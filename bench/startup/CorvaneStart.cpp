@@ -13,6 +13,7 @@
 #include "corvane/windows/IWindowFormFactory.h"
 #include "desktop/application/Application.h"
 #include "desktop/application/MainWindow.h"
+#include "desktop/blame/Blame.h"
 #include "desktop/failures/FailurePresenter.h"
 #include "desktop/platform/HostParts.h"
 #include "desktop/platform/WideRegisters.h"

@@ -1,17 +1,37 @@
 #include "desktop/application/Application.h"
 
+#include "adapters/platform/ApplicationPlatform.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "corvane/core/Library.h"
 #include "corvane/platform/controls/BarText.h"
+#include "desktop/application/ApplicationEnd.h"
+#include "desktop/application/CommandStates.h"
+#include "desktop/application/ExplorerLink.h"
 #include "desktop/application/FormOpener.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/application/NameQuestion.h"
+#include "desktop/application/PersonalDesktop.h"
+#include "desktop/application/Welcome.h"
+#include "desktop/bars/BarChanges.h"
+#include "desktop/blame/Blame.h"
 #include "desktop/documents/Documents.h"
+#include "desktop/jobs/DesktopJobs.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/platform/WideRegisters.h"
+#include "desktop/record/StepRecorder.h"
+#include "desktop/service/AppearancePage.h"
+#include "desktop/service/HostDefinitions.h"
+#include "desktop/service/ProcessWaiting.h"
+#include "desktop/service/ProgressControl.h"
 #include "desktop/style/ContrastStyle.h"
 #include "desktop/style/WidgetText.h"
 #include "desktop/windows/LeaveBox.h"
 #include "desktop/windows/PagePlace.h"
+#include "desktop/windows/WindowBody.h"
+#include "desktop/windows/WindowForm.h"
 #include "desktop/windows/WindowFormFactory.h"
+#include "items/Items.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -46,23 +66,25 @@ std::string TextOfFrontPage(WindowForm& form) {
 
 Application::Application(const ApplicationOptions& options)
     : m_withDialogs(options.withDialogs), m_failures(options.withDialogs), m_identity(ReadIdentity(options.folder)),
-      m_platform(options.folder, m_identity.Settings()),
-      m_translation(options.languages, m_platform.utilities->GetAppFolder("Services"),
+      m_platform(std::make_unique<ApplicationPlatform>(options.folder, m_identity.Settings())),
+      m_translation(options.languages, m_platform->utilities->GetAppFolder("Services"),
                     [this](const std::string& text) { Note("Translation", text); }),
+      m_activeBar(NewHostActiveBar()), m_mainForm(New<MdiForm>()), m_panelForm(New<PanelForm>()),
       m_messageBox(New<QtMessageBox>(options.withDialogs)), m_commonDialog(New<CommonDialog>(options.withDialogs)),
       m_recorder(options.recorder), m_waiting(New<ProcessWaiting>(options.withDialogs)),
-      m_timers(New<QtTimers>([this](const std::function<void()>& act) { ByHost(act); })), m_classes(options.classes),
-      m_objects(options.objects) {
+      m_progress(New<ProgressControl>()),
+      m_timers(New<QtTimers>([this](const std::function<void()>& act) { ByHost(act); })), m_screen(New<QtScreen>()),
+      m_shell(m_activeBar), m_classes(options.classes), m_objects(options.objects) {
     if (m_recorder) {
         m_recorder->Follow({m_mainForm, m_activeBar, m_panelForm, [this] { return m_failures.Entry(); }});
         m_commonDialog->SetOnAnswer([recorder = m_recorder](const std::string& text) { recorder->Answer(text); });
     }
-    m_failures.SetServicesFolder(QString::fromStdString(m_platform.utilities->GetAppFolder("Services")));
-    m_failures.SetLogFile(m_platform.utilities->LogPath());
-    m_platform.utilities->SetShow([this](const ShownFailure& shown) { m_failures.ShowReported(shown); });
+    m_failures.SetServicesFolder(QString::fromStdString(m_platform->utilities->GetAppFolder("Services")));
+    m_failures.SetLogFile(m_platform->utilities->LogPath());
+    m_platform->utilities->SetShow([this](const ShownFailure& shown) { m_failures.ShowReported(shown); });
     m_waiting->SetGuard([this](const std::function<void()>& act) { ByHost(act); });
-    m_platform.plugins->Processes()->SetMonitor(m_waiting);
-    m_platform.plugins->Processes()->SetExplorer(m_panelForm);
+    m_platform->plugins->Processes()->SetMonitor(m_waiting);
+    m_platform->plugins->Processes()->SetExplorer(m_panelForm);
     m_mainForm->AddMember("ActiveBar", m_activeBar);
     m_mainForm->AddMember("CommonDialog", m_commonDialog);
     m_mainForm->AddMember("ctlCVProgress", m_progress);
@@ -70,8 +92,8 @@ Application::Application(const ApplicationOptions& options)
     if (!m_identity.problem.empty())
         Note("Identity", m_identity.problem);
     SetUpService();
-    m_blame = std::make_unique<Blame>(m_platform.utilities,
-                                      std::filesystem::path(m_platform.utilities->LogPath()).parent_path().string(),
+    m_blame = std::make_unique<Blame>(m_platform->utilities,
+                                      std::filesystem::path(m_platform->utilities->LogPath()).parent_path().string(),
                                       options.leftOut, options.askAfterCrash);
     SetUpFailures();
     SetUpJobs();
@@ -90,11 +112,11 @@ Application::Application(const ApplicationOptions& options)
     m_link = std::make_unique<ExplorerLink>(*m_window);
     SetUpWindowHost();
     m_windowHost->openForm =
-        FormOpener(*m_windowHost, m_translation, m_platform.folder, options.isStub,
+        FormOpener(*m_windowHost, m_translation, m_platform->folder, options.isStub,
                    [dialog = m_commonDialog](const forms::FieldDef& field, const std::string& path) {
                        return AskForPath(*dialog, field, path);
                    });
-    m_personal = std::make_unique<PersonalDesktop>(PersonalParts(options));
+    m_personal = MakePersonal(options);
     SetUpWelcome();
     SetUpItems();
     m_commonDialog->KeepFolders(m_personal->KeptFile("folders.json"));
@@ -107,7 +129,7 @@ void Application::SetUpWindowHost() {
     m_windowHost->area = &m_window->Area();
     m_windowHost->frames = &m_window->OpenDocuments();
     m_windowHost->mainWindow = m_window.get();
-    m_windowHost->messages = m_platform.windowMessages;
+    m_windowHost->messages = m_platform->windowMessages;
     m_windowHost->guard = [this](const std::function<void()>& act) { m_failures.Guard(act); };
     m_windowHost->askToLeave = [this](const LeaveQuestion& question) { return AskToLeave(question); };
     m_windowHost->mayClose = [this](const auto&... question) { return m_jobs->MayClose(question...); };
@@ -148,11 +170,11 @@ Application::~Application() {
 }
 
 Platform Application::MakePlatform() {
-    Platform platform = m_platform.MakePlatform();
+    Platform platform = m_platform->MakePlatform();
     platform.oScreen = m_screen;
     platform.oTimers = m_timers;
     platform.oMessageBox = m_messageBox;
-    const std::string services = m_platform.utilities->GetAppFolder("Services");
+    const std::string services = m_platform->utilities->GetAppFolder("Services");
     platform.oFileSystem = New<HostFileSystem>(m_blame->Files(platform.oFileSystem, services), services);
     platform.oObjectFactory = MakeObjectFactory();
     platform.oScreenPrinter = MakeScreenPrinter();
@@ -171,7 +193,7 @@ LeaveAnswer Application::AskToLeave(const LeaveQuestion& question) {
 
 // False without such a file; which one no program opens is said here.
 bool Application::OpenHelp(const QStringList& names) const {
-    const QString folder = QString::fromStdString(m_platform.folder) + "/Help/";
+    const QString folder = QString::fromStdString(m_platform->folder) + "/Help/";
     for (const QString& name : names)
         for (const char* ending : {".html", ".htm", ".pdf", ".txt"}) {
             const QString path = folder + name + ending;
@@ -194,14 +216,14 @@ void Application::ShowHelp(Long topic) {
     m_messageBox->ShowInformation(
         QCoreApplication::translate("Application", "The help topic %1 can't be opened. Its file is expected at %2.")
             .arg(topic)
-            .arg(QString::fromStdString(m_platform.folder) + QString("/Help/%1.html").arg(topic))
+            .arg(QString::fromStdString(m_platform->folder) + QString("/Help/%1.html").arg(topic))
             .toStdString(),
         QCoreApplication::translate("Application", "Help").toStdString());
 }
 
 void Application::Note(const char* procedure, const std::string& text) const {
-    m_platform.utilities->LogError(m_platform.utilities->AppName(), "Desktop", procedure,
-                                   Failure(FailureNumber::FileAccess, text), {}, false);
+    m_platform->utilities->LogError(m_platform->utilities->AppName(), "Desktop", procedure,
+                                    Failure(FailureNumber::FileAccess, text), {}, false);
 }
 
 bool Application::Start() {
@@ -300,6 +322,14 @@ bool Application::ShowPage(int page) {
         return false;
     form->ByUser(WindowStep::What::Page, page - 1, [&] { form->SetActivePageIndex(page - 1); });
     return form->ActivePageIndex() == page - 1;
+}
+
+CommonDialog& Application::Dialogs() {
+    return *m_commonDialog;
+}
+
+const QtMessageBox& Application::Messages() const {
+    return *m_messageBox;
 }
 
 bool Application::IsModalFormOpen() const {

@@ -1,54 +1,79 @@
 // One application in the Qt host: its models, its platform, the loaded library and the main window.
 #pragma once
 
-#include "adapters/platform/ApplicationPlatform.h"
-#include "corvane/core/Library.h"
-#include "corvane/platform/controls/MdiForm.h"
-#include "corvane/platform/controls/PanelForm.h"
-#include "desktop/application/ApplicationEnd.h"
+#include "corvane/base/Event.h"
+#include "corvane/base/Ref.h"
+#include "corvane/platform/Platform.h"
+#include "corvane/platform/controls/ActiveBar.h"
 #include "desktop/application/CommandOwner.h"
-#include "desktop/application/CommandStates.h"
-#include "desktop/application/ExplorerLink.h"
-#include "desktop/application/MainWindow.h"
-#include "desktop/application/PersonalDesktop.h"
-#include "desktop/application/Welcome.h"
-#include "desktop/blame/Blame.h"
+#include "desktop/blame/LeftOutServices.h"
 #include "desktop/failures/FailurePresenter.h"
 #include "desktop/failures/GuardedApplication.h"
-#include "desktop/jobs/DesktopJobs.h"
-#include "desktop/platform/HostParts.h"
+#include "desktop/jobs/JobQuestion.h"
 #include "desktop/platform/Identity.h"
-#include "desktop/record/StepRecorder.h"
-#include "desktop/service/AppearancePage.h"
 #include "desktop/service/HeldShell.h"
-#include "desktop/service/HostDefinitions.h"
 #include "desktop/service/HostService.h"
-#include "desktop/service/ProcessWaiting.h"
-#include "desktop/service/ProgressControl.h"
-#include "desktop/service/UnsavedWork.h"
 #include "desktop/translation/DefinitionTranslation.h"
-#include "desktop/windows/WindowForm.h"
-#include "items/Items.h"
+#include "desktop/windows/WindowHost.h"
 
 #include <QPixmap>
+#include <QStringList>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+namespace corvane {
+class ActionItemDef;
+class Library;
+class MdiForm;
+class PanelForm;
+class PluginFactory;
+struct ApplicationPlatform;
+} // namespace corvane
+
+namespace corvane::items {
+class Items;
+}
+
 namespace corvane::desktop {
+
+class ApplicationEnd;
+class Blame;
+class CommandStates;
+class CommonDialog;
+class DesktopJobs;
+class ExplorerLink;
+class HostObjectFactory;
+class MainWindow;
+class PersonalDesktop;
+class ProcessWaiting;
+class ProgressControl;
+class QtMessageBox;
+class QtScreen;
+class QtTimers;
+class StepRecorder;
+class Welcome;
+class WindowForm;
+enum class CrashAnswer;
+struct Appearance;
+struct CrashRecord;
+struct ExitAnswer;
+struct UnsavedGroup;
 
 struct ApplicationOptions {
     std::string folder;
     bool withDialogs = true; // false where no one watches: failures go to the error stream, messages are kept
     // Classes that are part of the program itself, by their ProgIDs, beside those of the application's plug-ins.
-    std::vector<std::pair<std::string, HostObjectFactory::Maker>> classes = {};
+    std::vector<std::pair<std::string, std::function<Ref<Object>()>>> classes = {};
     bool personal = true; // false: neither the session nor the user's own keys, toolbars and menus are used
     LeftOut leftOut = {}; // services that aren't started; the mode without plug-ins is without the above as well
     bool watch = false;   // name services that keep the user interface busy, in the log
-    Blame::AskFunction askAfterCrash = {}; // asked when a service ended the program the last time
-    QStringList languages = {};            // for the texts of definitions, the most wanted first; none for their own
+    // Asked when a service ended the program the last time; see Blame.
+    std::function<CrashAnswer(const CrashRecord&, const std::string& who)> askAfterCrash = {};
+    QStringList languages = {}; // for the texts of definitions, the most wanted first; none for their own
     // Where the session is kept, for hosts that keep one of their own; the window's place isn't part of it then.
     std::string sessionFile = {};
     std::shared_ptr<StepRecorder> recorder = {}; // follows what the user does
@@ -87,8 +112,7 @@ public:
     // Lets everything happen that is due, such as windows that open a moment later.
     void Settle();
     // Runs instead of the event loop while a modal window is open.
-    using ModalLoopFunction = decltype(WindowHost::modalLoop);
-    void SetModalLoop(ModalLoopFunction modalLoop) { m_windowHost->modalLoop = std::move(modalLoop); }
+    void SetModalLoop(decltype(WindowHost::modalLoop) modalLoop) { m_windowHost->modalLoop = std::move(modalLoop); }
 
     // Has a service open the file by its member OpenFile, or chooses the command and answers its question for a file.
     // False when neither is there or the command can't be chosen now.
@@ -98,8 +122,8 @@ public:
     [[nodiscard]] const Ref<ActiveBar>& Bar() const { return m_activeBar; }
     [[nodiscard]] const Ref<MdiForm>& MainForm() const { return m_mainForm; }
     [[nodiscard]] const Ref<PanelForm>& Panel() const { return m_panelForm; }
-    [[nodiscard]] CommonDialog& Dialogs() { return *m_commonDialog; }
-    [[nodiscard]] const QtMessageBox& Messages() const { return *m_messageBox; }
+    [[nodiscard]] CommonDialog& Dialogs();
+    [[nodiscard]] const QtMessageBox& Messages() const;
     [[nodiscard]] DesktopJobs& Jobs() { return *m_jobs; }
     [[nodiscard]] Blame& Blamed() { return *m_blame; }
     [[nodiscard]] PersonalDesktop& Personal() { return *m_personal; }
@@ -148,7 +172,7 @@ private:
     [[nodiscard]] bool OpenHelp(const QStringList& names) const;
     void PrepareCommand(const Tool& tool);
     void NoteLostClick(const Tool& tool, const char* reason) const;
-    [[nodiscard]] PersonalDesktop::Parts PersonalParts(const ApplicationOptions& options);
+    [[nodiscard]] std::unique_ptr<PersonalDesktop> MakePersonal(const ApplicationOptions& options);
     [[nodiscard]] Ref<HostObjectFactory> MakeObjectFactory();
     [[nodiscard]] Ref<IScreenPrinter> MakeScreenPrinter();
     [[nodiscard]] QString RunningService() const;
@@ -179,11 +203,11 @@ private:
     bool m_withDialogs;
     FailurePresenter m_failures;
     Identity m_identity;
-    ApplicationPlatform m_platform;
+    std::unique_ptr<ApplicationPlatform> m_platform;
     DefinitionTranslation m_translation;
-    Ref<ActiveBar> m_activeBar = NewHostActiveBar();
-    Ref<MdiForm> m_mainForm = New<MdiForm>();
-    Ref<PanelForm> m_panelForm = New<PanelForm>();
+    Ref<ActiveBar> m_activeBar;
+    Ref<MdiForm> m_mainForm;
+    Ref<PanelForm> m_panelForm;
     std::shared_ptr<items::Items> m_items;
     Subscription m_selectionChanged;
     Subscription m_itemsStepped;
@@ -191,10 +215,10 @@ private:
     Ref<CommonDialog> m_commonDialog;
     std::shared_ptr<StepRecorder> m_recorder;
     Ref<ProcessWaiting> m_waiting;
-    Ref<ProgressControl> m_progress = New<ProgressControl>();
+    Ref<ProgressControl> m_progress;
     Ref<QtTimers> m_timers;
-    Ref<QtScreen> m_screen = New<QtScreen>();
-    HeldShell m_shell{m_activeBar};
+    Ref<QtScreen> m_screen;
+    HeldShell m_shell;
     std::optional<int> m_barShownAt; // the depth of the code that showed the progress bar last
     std::shared_ptr<WindowHost> m_windowHost = std::make_shared<WindowHost>();
     std::unique_ptr<Blame> m_blame; // ends last: services may die at their end
@@ -208,7 +232,7 @@ private:
     std::unique_ptr<ExplorerLink> m_link;
     Ref<HostService> m_hostService;     // nothing without its definition
     Ref<ActionItemDef> m_runningAction; // of the command that was chosen last
-    std::vector<std::pair<std::string, HostObjectFactory::Maker>> m_classes;
+    decltype(ApplicationOptions::classes) m_classes;
     decltype(ApplicationOptions::objects) m_objects;
     Subscription m_toolClick;
     Subscription m_toolClicked;

@@ -1,7 +1,13 @@
+#include "adapters/platform/ApplicationPlatform.h"
 #include "corvane/core/Framework.h"
 #include "corvane/platform/Platform.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/ApplicationEnd.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/blame/Blame.h"
+#include "desktop/blame/CrashMarker.h"
 #include "desktop/commands/DefinitionPlaces.h"
+#include "desktop/platform/HostParts.h"
 
 #include <QFileInfo>
 
@@ -49,7 +55,7 @@ std::string Application::PlaceOf(const UncaughtFailure& uncaught) const {
     record.entered = isOfPage ? uncaught.page : std::string();
     if (record.plugin.empty())
         return {};
-    const std::string folder = m_platform.utilities->GetAppFolder("Services");
+    const std::string folder = m_platform->utilities->GetAppFolder("Services");
     std::string service = m_blame->Who(record);
     if (EqualText(service, record.plugin))
         service = OnlyServiceOf(record.plugin, folder);
@@ -64,12 +70,13 @@ std::string Application::PlaceOf(const UncaughtFailure& uncaught) const {
 
 void Application::ShowUncaught(const UncaughtFailure& uncaught) {
     const std::string place = PlaceOf(uncaught);
-    m_platform.utilities->LogError(m_platform.utilities->AppName(), "Desktop", "Event", uncaught.failure, place, false);
+    m_platform->utilities->LogError(m_platform->utilities->AppName(), "Desktop", "Event", uncaught.failure, place,
+                                    false);
     m_failures.ShowUncaught(
         {"",
          QCoreApplication::translate("Application", "A part of the application failed; the rest goes on.")
              .toStdString(),
-         uncaught.failure, place, m_platform.utilities->LogPath()},
+         uncaught.failure, place, m_platform->utilities->LogPath()},
         !uncaught.isInput);
 }
 

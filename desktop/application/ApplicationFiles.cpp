@@ -1,9 +1,16 @@
+#include "adapters/platform/ApplicationPlatform.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/menus/ActionItem.h"
 #include "corvane/services/ServiceManager.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/CommandStates.h"
+#include "desktop/application/PersonalDesktop.h"
+#include "desktop/application/Welcome.h"
 #include "desktop/guard/PluginCall.h"
+#include "desktop/platform/HostParts.h"
+#include "desktop/record/StepRecorder.h"
+#include "desktop/service/AppearancePage.h"
 #include "desktop/session/LayoutsDialog.h"
 #include "desktop/style/QtText.h"
 
@@ -31,7 +38,7 @@ void Application::SetUpWelcome() {
         *m_window,
         m_activeBar,
         m_personal->LastFiles(),
-        m_platform.folder,
+        m_platform->folder,
         m_identity,
         m_personal->KeptFile("welcome.json"),
         [this](const std::function<void()>& act) { m_failures.Guard(act); },

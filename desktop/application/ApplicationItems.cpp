@@ -1,7 +1,13 @@
 // What users do in the explorer beyond the library: several items, drops, and files from elsewhere.
 #include "corvane/menus/ActionItem.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/Welcome.h"
+#include "desktop/bars/BarRenderer.h"
+#include "desktop/commands/CommandList.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/platform/HostParts.h"
+#include "desktop/record/StepRecorder.h"
 #include "desktop/style/QtText.h"
 #include "desktop/translation/ShownText.h"
 

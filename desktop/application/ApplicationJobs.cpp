@@ -1,5 +1,8 @@
 // The jobs of services on the desktop.
 #include "desktop/application/Application.h"
+#include "desktop/blame/CrashMarker.h"
+#include "desktop/jobs/DesktopJobs.h"
+#include "desktop/platform/HostParts.h"
 
 #include <cstdlib>
 

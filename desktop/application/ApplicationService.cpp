@@ -1,3 +1,4 @@
+#include "adapters/platform/ApplicationPlatform.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Preferences.h"
@@ -14,12 +15,24 @@
 #include "corvane/windows/WindowManager.h"
 #include "desktop/application/AboutDialog.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/CommandStates.h"
+#include "desktop/application/ExplorerLink.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/PersonalDesktop.h"
+#include "desktop/application/Welcome.h"
+#include "desktop/blame/Blame.h"
 #include "desktop/documents/Documents.h"
+#include "desktop/jobs/DesktopJobs.h"
+#include "desktop/platform/HostParts.h"
+#include "desktop/service/AppearancePage.h"
+#include "desktop/service/HostDefinitions.h"
+#include "desktop/service/ProgressControl.h"
 #include "desktop/service/ScreenPrinter.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "desktop/style/ContrastStyle.h"
 #include "desktop/translation/HostTranslation.h"
 #include "desktop/translation/ShownText.h"
+#include "desktop/windows/WindowForm.h"
 
 #include <QApplication>
 #include <QStyle>
@@ -131,7 +144,7 @@ void Application::ShowManual() {
     if (!OpenHelp(names))
         m_messageBox->ShowInformation(
             QCoreApplication::translate("Application", "This application has no manual. Its file is expected at %1.")
-                .arg(QString::fromStdString(m_platform.folder) + "/Help/manual.html")
+                .arg(QString::fromStdString(m_platform->folder) + "/Help/manual.html")
                 .toStdString(),
             QCoreApplication::translate("Application", "Manual").toStdString());
 }
@@ -178,46 +191,39 @@ void Application::PrepareCommand(const Tool& tool) {
 
 // The library lets such a click go by without a word.
 void Application::NoteLostClick(const Tool& tool, const char* reason) const {
-    m_platform.utilities->LogError(
-        m_platform.utilities->AppName(), "Desktop", "Click",
+    m_platform->utilities->LogError(
+        m_platform->utilities->AppName(), "Desktop", "Click",
         Failure(FailureNumber::ObjectNotSet, "The command \"" + tool.Name() + "\" did nothing: " + reason), {}, false);
 }
 
-PersonalDesktop::Parts Application::PersonalParts(const ApplicationOptions& options) {
-    return {*m_window,
-            m_mainForm,
-            m_activeBar,
-            m_panelForm,
-            m_failures,
-            m_platform.utilities,
-            m_platform.folder,
-            m_platform.settings->Folder(),
-            [this] {
-                const std::string text = QCoreApplication::translate("Application", "Text").toStdString();
-                return QString::fromStdString(m_commonDialog->ShowSave(
-                    QCoreApplication::translate("Application", "Save Report").toStdString(), text + " (*.txt)|*.txt",
-                    QCoreApplication::translate("Application", "%1 report.txt")
-                        .arg(QString::fromStdString(m_platform.name))
-                        .toStdString()));
-            },
-            [this] {
-                QStringList names;
-                for (const std::string& name : m_blame->Filter()->Services())
-                    names.append(QString::fromStdString(name));
-                return names;
-            },
-            [this](const auto& window) { return m_link->ItemOf(window); },
-            [this](const auto& window, const std::string& item) { m_link->SetItem(window, item); },
-            [this] { ShowLayouts(); },
-            options.personal && !m_blame->WithoutServices().allPlugins,
-            [this](const QString& name) { return name == "Jobs" ? &m_jobs->View() : nullptr; },
-            options.sessionFile};
+std::unique_ptr<PersonalDesktop> Application::MakePersonal(const ApplicationOptions& options) {
+    return std::make_unique<PersonalDesktop>(PersonalDesktop::Parts{
+        *m_window, m_mainForm, m_activeBar, m_panelForm, m_failures, m_platform->utilities, m_platform->folder,
+        m_platform->settings->Folder(),
+        [this] {
+            const std::string text = QCoreApplication::translate("Application", "Text").toStdString();
+            return QString::fromStdString(m_commonDialog->ShowSave(
+                QCoreApplication::translate("Application", "Save Report").toStdString(), text + " (*.txt)|*.txt",
+                QCoreApplication::translate("Application", "%1 report.txt")
+                    .arg(QString::fromStdString(m_platform->name))
+                    .toStdString()));
+        },
+        [this] {
+            QStringList names;
+            for (const std::string& name : m_blame->Filter()->Services())
+                names.append(QString::fromStdString(name));
+            return names;
+        },
+        [this](const auto& window) { return m_link->ItemOf(window); },
+        [this](const auto& window, const std::string& item) { m_link->SetItem(window, item); },
+        [this] { ShowLayouts(); }, options.personal && !m_blame->WithoutServices().allPlugins,
+        [this](const QString& name) { return name == "Jobs" ? &m_jobs->View() : nullptr; }, options.sessionFile});
 }
 
 Ref<HostObjectFactory> Application::MakeObjectFactory() {
-    Ref<IObjectFactory> objects = m_blame->Factory(m_platform.plugins);
+    Ref<IObjectFactory> objects = m_blame->Factory(m_platform->plugins);
     if (m_objects)
-        objects = m_objects(objects, m_platform.plugins);
+        objects = m_objects(objects, m_platform->plugins);
     auto factory = New<HostObjectFactory>(objects);
     HostCommands& commands = *this;
     factory->Add("CorvaneDesktop.HostService", [this, &commands] {

@@ -3,10 +3,14 @@
 #include "desktop/application/Application.h"
 #include "desktop/application/Display.h"
 #include "desktop/application/EndSignals.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/application/UnwatchedRun.h"
+#include "desktop/blame/Blame.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/failures/GuardedApplication.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/platform/Identity.h"
+#include "desktop/record/StepRecorder.h"
 #include "desktop/translation/HostTranslation.h"
 
 #include <QCommandLineParser>

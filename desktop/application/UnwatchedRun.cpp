@@ -1,6 +1,7 @@
 #include "desktop/application/UnwatchedRun.h"
 
 #include "desktop/application/Application.h"
+#include "desktop/jobs/DesktopJobs.h"
 
 #include <cstdio>
 #include <utility>

@@ -144,14 +144,14 @@ void Blame::ReportCrash(const AskFunction& ask) {
         const auto& names = m_leftOut.names;
         if (!ask || m_leftOut.allPlugins || std::find(names.begin(), names.end(), who) != names.end())
             continue;
-        const Answer answer = ask(record, who);
-        if (answer == Answer::LeaveOut)
+        const CrashAnswer answer = ask(record, who);
+        if (answer == CrashAnswer::LeaveOut)
             m_leftOut.names.push_back(who);
-        m_leftOut.allPlugins = answer == Answer::Safe;
+        m_leftOut.allPlugins = answer == CrashAnswer::Safe;
     }
 }
 
-Blame::Answer Blame::AskInBox(const CrashRecord& record, const std::string& whoDied) {
+CrashAnswer Blame::AskInBox(const CrashRecord& record, const std::string& whoDied) {
     const QString who = QString::fromStdString(whoDied);
     QMessageBox box(QMessageBox::Warning, tr("Crash Recovery"),
                     record.hung ? tr("The application stopped responding while “%1” was running.").arg(who)
@@ -166,9 +166,9 @@ Blame::Answer Blame::AskInBox(const CrashRecord& record, const std::string& whoD
     box.setDefaultButton(leaveOut);
     box.setEscapeButton(all);
     box.exec();
-    return box.clickedButton() == leaveOut ? Answer::LeaveOut
-           : box.clickedButton() == safe   ? Answer::Safe
-                                           : Answer::StartAll;
+    return box.clickedButton() == leaveOut ? CrashAnswer::LeaveOut
+           : box.clickedButton() == safe   ? CrashAnswer::Safe
+                                           : CrashAnswer::StartAll;
 }
 
 Ref<IFileSystem> Blame::Files(Ref<IFileSystem> files, const std::string& servicesFolder) {

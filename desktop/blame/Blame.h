@@ -19,11 +19,13 @@
 
 namespace corvane::desktop {
 
+// What is to be done about a service in whose code the program died.
+enum class CrashAnswer { LeaveOut, StartAll, Safe };
+
 class Blame final : private Entering::Watcher {
     Q_DECLARE_TR_FUNCTIONS(Blame)
 public:
-    enum class Answer { LeaveOut, StartAll, Safe };
-    using AskFunction = std::function<Answer(const CrashRecord&, const std::string& who)>;
+    using AskFunction = std::function<CrashAnswer(const CrashRecord&, const std::string& who)>;
 
     // ask is asked what to do about each service in whose code the program died; without it that is only logged.
     Blame(Ref<Utilities> utilities, std::string stateFolder, LeftOut leftOut, const AskFunction& ask);
@@ -46,7 +48,7 @@ public:
     // After the start.
     [[nodiscard]] const Ref<LeftOutServices>& Filter() const { return m_filter; }
 
-    [[nodiscard]] static Answer AskInBox(const CrashRecord& record, const std::string& whoDied);
+    [[nodiscard]] static CrashAnswer AskInBox(const CrashRecord& record, const std::string& whoDied);
     // The service, or else the plug-in.
     [[nodiscard]] std::string Who(const CrashRecord& record) const { return WhoIn(record, m_servicesFolder); }
 

@@ -3,9 +3,13 @@
 #include "corvane/core/Singleton.h"
 #include "corvane/explorer/ExplorerManager.h"
 #include "corvane/explorer/NavigationManager.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/PersonalDesktop.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/preview/CallList.h"
 #include "desktop/preview/PreviewWindow.h"
+#include "desktop/record/StepRecorder.h"
 #include "desktop/style/QtText.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,5 @@
 #include "desktop/preview/PreviewWindow.h"
+#include "desktop/record/StepRecorder.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -7,10 +7,13 @@
 #include "corvane/services/PageDef.h"
 #include "corvane/services/ServiceManager.h"
 #include "corvane/services/WindowDef.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/preview/CallList.h"
 #include "desktop/preview/MenuOutline.h"
 #include "desktop/problems/ProblemList.h"
+#include "desktop/record/StepRecorder.h"
 #include "desktop/style/QtText.h"
+#include "desktop/windows/WindowForm.h"
 
 #include <QApplication>
 #include <QCloseEvent>

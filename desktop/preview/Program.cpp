@@ -6,6 +6,7 @@
 #include "desktop/failures/GuardedApplication.h"
 #include "desktop/platform/Identity.h"
 #include "desktop/preview/PreviewWindow.h"
+#include "desktop/record/StepRecorder.h"
 #include "desktop/translation/HostTranslation.h"
 
 #include <QCommandLineParser>

@@ -6,6 +6,7 @@
 #include "corvane/services/WindowDef.h"
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/explorer/ExplorerTree.h"
 #include "desktop/windows/WindowForm.h"

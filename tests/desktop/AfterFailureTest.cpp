@@ -1,7 +1,9 @@
 // What follows a failure, wherever it arises: the application goes on, or ends where it was about to.
 #include "corvane/windows/CVProgressBar.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/failures/FailureDialog.h"
 #include "desktop/failures/GuardedApplication.h"
+#include "desktop/platform/HostParts.h"
 #include "tests/desktop/Acting.h"
 
 #include <QMdiSubWindow>

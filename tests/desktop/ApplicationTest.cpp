@@ -4,8 +4,10 @@
 #include "corvane/core/Framework.h"
 #include "corvane/services/ServiceManager.h"
 #include "desktop/application/EndSignals.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/failures/FailureDialog.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/problems/ProblemList.h"
 #include "tests/desktop/ApplicationFolder.h"
 

@@ -1,5 +1,6 @@
 #include "desktop/blame/Blame.h"
 
+#include "adapters/platform/ApplicationPlatform.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"
@@ -47,7 +48,7 @@ protected:
     }
 
     // Of a start that notes in whose code the one before died.
-    [[nodiscard]] ApplicationOptions Asking(std::string& asked, Blame::Answer answer) const {
+    [[nodiscard]] ApplicationOptions Asking(std::string& asked, CrashAnswer answer) const {
         ApplicationOptions options{m_folder.App(), false};
         options.askAfterCrash = [&asked, answer](const CrashRecord&, const std::string& who) {
             asked += who;
@@ -72,7 +73,7 @@ TEST_F(BlameTest, NextStartKnowsInWhoseCodeTheProgramDied) {
           Case{"depth", "Trouble0"}, Case{"page", "Trouble0"}, Case{"", ""}}) {
         Run(testCase.place);
         std::string asked;
-        Application application(Asking(asked, Blame::Answer::LeaveOut));
+        Application application(Asking(asked, CrashAnswer::LeaveOut));
         EXPECT_TRUE(application.Start());
         EXPECT_EQ(asked, testCase.who) << testCase.place;
         EXPECT_EQ(static_cast<bool>(application.Bar()->Tools()->Find("File.Die")), asked.empty()) << testCase.place;
@@ -83,7 +84,7 @@ TEST_F(BlameTest, NextStartIsAsTheAnswerSays) {
     Trouble("0");
     Trouble("1");
     for (const auto& [answer, started] :
-         {std::pair(Blame::Answer::LeaveOut, "1"), {Blame::Answer::StartAll, "01"}, {Blame::Answer::Safe, ""}}) {
+         {std::pair(CrashAnswer::LeaveOut, "1"), {CrashAnswer::StartAll, "01"}, {CrashAnswer::Safe, ""}}) {
         Run("constructor");
         ApplicationOptions options{m_folder.App(), false};
         options.askAfterCrash = [&, chosen = answer](const CrashRecord&, const std::string&) { return chosen; };
@@ -113,7 +114,7 @@ TEST_F(BlameTest, OfTwoServicesInOnePluginTheRightOneIsNamed) {
           Case{"after the other's page", "Trouble0"}, Case{"timer", "T0"}}) {
         Run(testCase.place);
         std::string asked;
-        const Application application(Asking(asked, Blame::Answer::Safe));
+        const Application application(Asking(asked, CrashAnswer::Safe));
         EXPECT_EQ(asked, testCase.who) << testCase.place;
     }
 }

@@ -1,4 +1,5 @@
 // What the host does around the click on a command.
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/Acting.h"
 

@@ -12,6 +12,7 @@
 #include "corvane/windows/WindowManager.h"
 #include "desktop/IQtPage.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "tests/desktop/AppFolder.h"

@@ -1,8 +1,10 @@
 // Wherever the host calls a plug-in, that may end the application there.
 #include "corvane/author/Host.h"
 #include "corvane/windows/Window.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/application/UnwatchedRun.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/platform/HostParts.h"
 #include "tests/desktop/Acting.h"
 
 #include <QTest>

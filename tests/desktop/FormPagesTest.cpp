@@ -1,5 +1,6 @@
 // Forms in the windows of a running application: bound to a page's class, with a place, recorded.
 #include "corvane/Page.h"
+#include "desktop/record/StepRecorder.h"
 #include "desktop/windows/FailureView.h"
 #include "tests/desktop/Acting.h"
 #include "tests/forms/Ui.h"

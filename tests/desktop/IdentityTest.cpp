@@ -1,6 +1,7 @@
 #include "desktop/platform/Identity.h"
 
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QGuiApplication>

@@ -5,6 +5,8 @@
 #include "corvane/services/ServiceManager.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/PersonalDesktop.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/inspector/InspectorDialog.h"
 #include "desktop/log/LogPanel.h"

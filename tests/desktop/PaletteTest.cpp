@@ -1,4 +1,5 @@
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/palette/PaletteDialog.h"
 #include "tests/desktop/AppFolder.h"
 

@@ -1,4 +1,6 @@
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/PersonalDesktop.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
 #include "tests/desktop/AppFolder.h"

@@ -5,8 +5,11 @@
 #include "corvane/windows/Window.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/PersonalDesktop.h"
 #include "desktop/documents/Documents.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/windows/WindowForm.h"
 #include "tests/desktop/AppFolder.h"
 #include "tests/support/FreeWindows.h"
 

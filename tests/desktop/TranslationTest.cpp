@@ -2,6 +2,8 @@
 
 #include "adapters/files/SettingsStore.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/PersonalDesktop.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/failures/FailureDialog.h"
 #include "desktop/forms/FormTexts.h"
@@ -9,6 +11,7 @@
 #include "desktop/platform/Identity.h"
 #include "desktop/translation/HostTranslation.h"
 #include "desktop/translation/ShownText.h"
+#include "desktop/windows/WindowForm.h"
 #include "forms/FormBinding.h"
 #include "tests/desktop/AppFolder.h"
 

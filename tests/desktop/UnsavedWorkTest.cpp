@@ -5,6 +5,7 @@
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/documents/Documents.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "tests/desktop/ApplicationFolder.h"

@@ -1,4 +1,5 @@
 // The start page: when it is there, what is on it, and what comes of choosing that.
+#include "corvane/author/Page.h"
 #include "corvane/base/Automation.h"
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
@@ -8,9 +9,12 @@
 #include "corvane/services/ServiceBase.h"
 #include "corvane/windows/WindowManager.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/welcome/EntryButton.h"
+#include "desktop/welcome/StartPage.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>

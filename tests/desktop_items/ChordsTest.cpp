@@ -2,6 +2,8 @@
 #include "corvane/services/IServiceAccess.h"
 #include "corvane/services/ServiceBase.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/application/PersonalDesktop.h"
 #include "desktop/custom/CustomizeDialog.h"
 #include "desktop/custom/ShortcutsDialog.h"
 #include "tests/desktop/AppFolder.h"

@@ -3,9 +3,12 @@
 #include "corvane/Service.h"
 #include "corvane/core/CorvaneMain.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPage.h"
 #include "desktop/explorer/ExplorerPanel.h"
 #include "desktop/explorer/ExplorerTree.h"
+#include "desktop/platform/HostParts.h"
+#include "desktop/record/StepRecorder.h"
 #include "tests/desktop/AppFolder.h"
 
 #include <QApplication>

@@ -1,9 +1,12 @@
 #include "corvane/author/Jobs.h"
 
 #include "corvane/services/ServiceManager.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/jobs/DesktopJobs.h"
 #include "desktop/jobs/JobBar.h"
 #include "desktop/jobs/JobTexts.h"
 #include "desktop/jobs/JobsView.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/service/UnsavedDialog.h"
 #include "tests/desktop/Acting.h"
 

@@ -2,6 +2,7 @@
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
 #include "corvane/services/ServiceManager.h"
+#include "desktop/application/MainWindow.h"
 #include "tests/forms/Ui.h"
 #include "tests/preview/PreviewFixture.h"
 

@@ -1,4 +1,7 @@
 // What a person is at when the definitions change: nothing of it is lost or closed without a word.
+#include "desktop/application/MainWindow.h"
+#include "desktop/platform/HostParts.h"
+#include "desktop/record/StepRecorder.h"
 #include "tests/preview/PreviewFixture.h"
 
 #include <QLineEdit>

@@ -2,6 +2,7 @@
 
 #include "corvane/core/CorvaneMain.h"
 #include "corvane/core/Framework.h"
+#include "desktop/windows/WindowBody.h"
 #include "tests/support/FreeWindows.h"
 
 #include <QApplication>

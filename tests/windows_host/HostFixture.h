@@ -9,6 +9,9 @@
 #include "corvane/windows/WindowManager.h"
 #include "desktop/IQtPage.h"
 #include "desktop/application/Application.h"
+#include "desktop/application/MainWindow.h"
+#include "desktop/platform/HostParts.h"
+#include "desktop/windows/WindowForm.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -5,7 +5,10 @@
 #include "corvane/platform/IJobs.h"
 #include "desktop/IPrintout.h"
 #include "desktop/WholeFile.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPanel.h"
+#include "desktop/jobs/DesktopJobs.h"
+#include "desktop/platform/HostParts.h"
 #include "desktop/windows/WindowForm.h"
 
 #include <QCheckBox>

@@ -1,6 +1,7 @@
 #include "User.h"
 
 #include "Csv.h"
+#include "desktop/application/MainWindow.h"
 #include "desktop/explorer/ExplorerPanel.h"
 
 #include <QElapsedTimer>
