@@ -3,11 +3,9 @@
 # once, as nothing else shows a missing #include.
 
 # A hundred programs and libraries are linked in a quarter of the time by gold, which comes with GNU ld, and in less by mold. A
-# program isn't linked again because a shared library that it uses has been, and static libraries name their objects instead of
-# copying them.
+# program isn't linked again because a shared library that it uses has been.
 if(CORVANE_QUICK_LINK)
   set(CMAKE_LINK_DEPENDS_NO_SHARED ON)
-  set(CMAKE_CXX_ARCHIVE_CREATE "<CMAKE_AR> qcT <TARGET> <LINK_FLAGS> <OBJECTS>")
   if(NOT "${CMAKE_EXE_LINKER_FLAGS}" MATCHES "-fuse-ld=")
     include(CheckLinkerFlag)
     check_linker_flag(CXX -fuse-ld=mold CORVANE_HAS_MOLD)
