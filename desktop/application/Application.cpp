@@ -22,6 +22,7 @@
 #include "desktop/record/StepRecorder.h"
 #include "desktop/service/AppearancePage.h"
 #include "desktop/service/HostDefinitions.h"
+#include "desktop/service/HostService.h"
 #include "desktop/service/ProcessWaiting.h"
 #include "desktop/service/ProgressControl.h"
 #include "desktop/style/ContrastStyle.h"

@@ -12,7 +12,7 @@
 #include "desktop/jobs/JobQuestion.h"
 #include "desktop/platform/Identity.h"
 #include "desktop/service/HeldShell.h"
-#include "desktop/service/HostService.h"
+#include "desktop/service/HostCommands.h"
 #include "desktop/translation/DefinitionTranslation.h"
 #include "desktop/windows/WindowHost.h"
 
@@ -47,6 +47,7 @@ class CommonDialog;
 class DesktopJobs;
 class ExplorerLink;
 class HostObjectFactory;
+class HostService;
 class MainWindow;
 class PersonalDesktop;
 class ProcessWaiting;

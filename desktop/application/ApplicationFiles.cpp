@@ -11,6 +11,7 @@
 #include "desktop/platform/HostParts.h"
 #include "desktop/record/StepRecorder.h"
 #include "desktop/service/AppearancePage.h"
+#include "desktop/service/HostService.h"
 #include "desktop/session/LayoutsDialog.h"
 #include "desktop/style/QtText.h"
 

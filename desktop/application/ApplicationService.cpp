@@ -26,6 +26,7 @@
 #include "desktop/platform/HostParts.h"
 #include "desktop/service/AppearancePage.h"
 #include "desktop/service/HostDefinitions.h"
+#include "desktop/service/HostService.h"
 #include "desktop/service/ProgressControl.h"
 #include "desktop/service/ScreenPrinter.h"
 #include "desktop/service/UnsavedDialog.h"

@@ -2,6 +2,7 @@
 
 #include "desktop/application/MainWindow.h"
 #include "desktop/documents/Documents.h"
+#include "desktop/service/HostService.h"
 #include "desktop/windows/WindowForm.h"
 
 namespace corvane::desktop {
@@ -13,6 +14,8 @@ CommandStates::CommandStates(MainWindow& window) : m_window(window) {
     connect(&window.OpenDocuments(), &Documents::ActsChanged, this, &CommandStates::Schedule);
     connect(&window.OpenDocuments(), &Documents::Changed, this, &CommandStates::Schedule);
 }
+
+CommandStates::~CommandStates() = default;
 
 void CommandStates::SetService(Ref<HostService> service) {
     m_service = std::move(service);

@@ -1,13 +1,14 @@
 // Which commands of the host's own service can be chosen now: those that act on the active window follow it.
 #pragma once
 
-#include "desktop/service/HostService.h"
+#include "corvane/base/Ref.h"
 
 #include <QObject>
 #include <QTimer>
 
 namespace corvane::desktop {
 
+class HostService;
 class MainWindow;
 
 class CommandStates final : public QObject {
@@ -15,6 +16,7 @@ class CommandStates final : public QObject {
 public:
     // The window outlives it.
     explicit CommandStates(MainWindow& window);
+    ~CommandStates() override;
 
     // Whose actions these are; until it is known, and without one, nothing is done.
     void SetService(Ref<HostService> service);
