@@ -39,6 +39,10 @@ std::string WriteMessage(const json& message) {
     return WriteJson(message);
 }
 
+LongLong WholeNumber(const json& value) {
+    return value.get_ref<const json::number_integer_t&>();
+}
+
 json FailureToJson(const Failure& failure) {
     return {{"number", failure.Number},
             {"description", failure.Description},
@@ -47,8 +51,9 @@ json FailureToJson(const Failure& failure) {
 }
 
 Failure FailureFromJson(const json& told) {
-    Failure failure(told.value("number", FailureNumber::Foreign), told.value("description", ""),
-                    told.value("source", ""));
+    Failure failure(FailureNumber::Foreign, told.value("description", ""), told.value("source", ""));
+    if (told.contains("number"))
+        failure.Number = static_cast<Long>(WholeNumber(told.at("number")));
     failure.Context = told.value("details", "");
     return failure;
 }

@@ -13,6 +13,9 @@ namespace corvane {
 // On one line. Bytes that aren't UTF-8 are replaced.
 [[nodiscard]] std::string WriteMessage(const nlohmann::json& message);
 
+// Throws json::exception for what isn't a whole number, also for 2e51, of which json's own conversion makes any number.
+[[nodiscard]] LongLong WholeNumber(const nlohmann::json& value);
+
 [[nodiscard]] nlohmann::json FailureToJson(const Failure& failure);
 // Throws json::exception for what isn't a failure.
 [[nodiscard]] Failure FailureFromJson(const nlohmann::json& told);

@@ -1,6 +1,7 @@
 #include "adapters/process/PassedObjects.h"
 
 #include "adapters/process/HostFunctions.h"
+#include "adapters/process/Messages.h"
 #include "adapters/process/ProcessObject.h"
 #include "corvane/core/Framework.h"
 #include "corvane/core/Singleton.h"
@@ -82,7 +83,7 @@ Variant PassedObjects::FromJson(const json& value) {
     if (value.is_object() && value.contains("number"))
         return NotFinite(value.at("number").get_ref<const std::string&>());
     if (value.is_object() && value.contains("host"))
-        return OfApplication(value.at("host").get<LongLong>());
+        return OfApplication(WholeNumber(value.at("host")));
     if (!value.is_object() || !value.contains("process"))
         Fail(FailureNumber::TypeMismatch, "What isn't a text, a number, a truth value or an object can't be passed",
              m_process.Name());
@@ -90,7 +91,7 @@ Variant PassedObjects::FromJson(const json& value) {
 }
 
 Variant PassedObjects::ObjectOfProcess(const json& value) {
-    const auto handle = value.at("process").get<LongLong>();
+    const auto handle = WholeNumber(value.at("process"));
     const auto it = m_ofProcess.find(handle);
     Ref<ProcessObject> object = it == m_ofProcess.end() ? nullptr : Ref<ProcessObject>(it->second);
     if (!object)
@@ -98,7 +99,7 @@ Variant PassedObjects::ObjectOfProcess(const json& value) {
                                     handle, value.value("name", ""));
     object->Received();
     if (value.contains("rows")) {
-        const auto rows = value.at("rows").get<LongLong>();
+        const auto rows = WholeNumber(value.at("rows"));
         if (rows < 0 || !std::in_range<Long>(rows))
             Fail(FailureNumber::Overflow, "A table can't have " + std::to_string(rows) + " rows", m_process.Name());
         object->SetRows(static_cast<std::size_t>(rows));
@@ -121,8 +122,8 @@ Ref<Object> PassedObjects::OfApplication(LongLong handle) const {
 void PassedObjects::Release(const json& handles) {
     std::vector<Ref<Object>> released; // their ends may come back here
     for (const json& entry : handles) {
-        const auto it = m_held.find(entry.at(0).get<LongLong>());
-        if (it == m_held.end() || (it->second.sent -= std::max(1, entry.at(1).get<int>())) > 0)
+        const auto it = m_held.find(WholeNumber(entry.at(0)));
+        if (it == m_held.end() || (it->second.sent -= std::max(1, static_cast<int>(WholeNumber(entry.at(1))))) > 0)
             continue;
         m_handles.erase(it->second.object.Get());
         released.push_back(std::move(it->second.object));

@@ -258,7 +258,7 @@ void Process::HandleMessage(const json& message) {
             m_greeted = true;
         }
     } else if (message.contains("result") || message.contains("failure")) {
-        const LongLong id = message.at("id").get<LongLong>();
+        const LongLong id = WholeNumber(message.at("id"));
         if (!m_waiting.contains(id) || m_answers.contains(id))
             Refuse("an answer to what it wasn't asked: " + Shortened(WriteMessage(message)));
         else
@@ -275,7 +275,7 @@ void Process::HandleMessage(const json& message) {
 }
 
 void Process::Serve(const json& request) {
-    json answer{{"id", request.at("id").get<LongLong>()}};
+    json answer{{"id", WholeNumber(request.at("id"))}};
     const int generation = m_generation;
     const struct Serving {
         explicit Serving(Process& served) : process(served) { ++process.m_serving; }
@@ -300,7 +300,7 @@ void Process::Serve(const json& request) {
 }
 
 json Process::Served(const json& request) {
-    const Ref<Object> object = m_objects.OfApplication(request.at("on").get<LongLong>());
+    const Ref<Object> object = m_objects.OfApplication(WholeNumber(request.at("on")));
     const Entering entering(object);
     if (request.contains("call")) {
         std::vector<Variant> arguments;

@@ -1,5 +1,6 @@
 #include "adapters/process/ProcessClasses.h"
 
+#include "adapters/process/Messages.h"
 #include "corvane/base/Text.h"
 
 #include <algorithm>
@@ -52,7 +53,8 @@ MemberInfo ProcessClasses::ReadMember(const json& member) {
     const std::string& name = *m_names.insert(member.at("name").get<std::string>()).first;
     if (member.value("property", false))
         return {name, MemberInfo::Kind::Property, 0, member.value("writable", false), {}, {ValueType::Any}};
-    return {name, MemberInfo::Kind::Method, member.value("parameters", std::size_t{0}), false, {}, {ValueType::Any}};
+    const LongLong parameters = member.contains("parameters") ? WholeNumber(member.at("parameters")) : 0;
+    return {name, MemberInfo::Kind::Method, static_cast<std::size_t>(parameters), false, {}, {ValueType::Any}};
 }
 
 const ProcessClass* ProcessClasses::Find(std::string_view progID) const {

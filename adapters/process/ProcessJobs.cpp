@@ -43,7 +43,7 @@ bool ProcessJobs::HasWishes() const {
 }
 
 bool ProcessJobs::Receive(const json& message) {
-    const LongLong number = message.at("job").get<LongLong>();
+    const LongLong number = WholeNumber(message.at("job"));
     if (number > m_last || number < 1)
         return false;
     const auto it = m_jobs.find(number);

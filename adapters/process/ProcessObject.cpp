@@ -1,5 +1,6 @@
 #include "adapters/process/ProcessObject.h"
 
+#include "adapters/process/Messages.h"
 #include "adapters/process/ReadAnswer.h"
 #include "corvane/base/Text.h"
 #include "corvane/platform/Entering.h"
@@ -74,7 +75,7 @@ void ProcessObject::Make() {
     const json made = m_process->Ask({{"create", ClassOf(m_progID)}}, "was making its " + ClassOf(m_progID));
     if (!made.is_object() || !made.contains("process") || !made.at("process").is_number_integer())
         Fail(Process::Ended, "The service \"" + m_process->Name() + "\" has made no object", m_process->Name());
-    Take(made.at("process").get<LongLong>());
+    Take(WholeNumber(made.at("process")));
 }
 
 // The item above makes its children again when it is initialized.
@@ -119,7 +120,7 @@ void ProcessObject::AddChildren(const json& answer, const Ref<KeyedCollection<Re
             if (!known->IsLive() && known->IsChild(className, name) && known->ParentItem().Get() == this)
                 child = Ref<ProcessObject>(known);
         if (child)
-            child->Take(told.at("process").get<LongLong>());
+            child->Take(WholeNumber(told.at("process")));
         else if (const auto object = ToObject(m_process->FromJson(told)).TryAs<ProcessObject>())
             child = object;
         if (!child)

@@ -375,6 +375,7 @@ TEST(Process, RefusesWhatIsInAWrongForm) {
     const std::tuple<std::vector<std::string>, Long, std::string> cases[] = {
         {{R"({"id":2,"result":{"host":"x"}})"}, Process::Ended, wrong},
         {{R"({"id":2,"result":{"process":3,"rows":"many"}})"}, Process::Ended, wrong},
+        {{R"({"id":2,"result":{"process":2e51}})"}, Process::Ended, wrong},
         {{R"({"id":2,"result":{"process":3,"rows":-1}})"}, FailureNumber::Overflow, "A table can't have -1 rows"},
         {{R"({"id":2,"failure":7})"}, Process::Ended, "The service \"P\" has failed and doesn't say how"},
         {{R"({"id":7,"on":1,"call":3})", R"({"id":2,"failure":{"number":9,"description":"none"}})"}, 9, "none"},
