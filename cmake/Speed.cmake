@@ -73,6 +73,7 @@ set(CORVANE_QT_HEADERS <QApplication> <QDialog> <QFile> <QFileInfo> <QFormLayout
   <QPushButton> <QScreen> <QScrollBar> <QString> <QStringList> <QStyle> <QTimer> <QToolBar> <QToolButton> <QTreeWidget>
   <QVBoxLayout> <QWidget>)
 
+set(CORVANE_WIDGET_TEST_HEADERS corvane_headers_qt)
 if(CORVANE_PRECOMPILE)
   corvane_headers(corvane_headers_core OPTIONS ${CORVANE_HOST_OPTIONS} HEADERS ${CORVANE_CORE_HEADERS})
   if(CORVANE_DESKTOP)
@@ -84,7 +85,6 @@ if(CORVANE_PRECOMPILE)
     corvane_headers(corvane_headers_test LIBRARIES GTest::gtest OPTIONS ${CORVANE_HOST_OPTIONS}
       HEADERS <gtest/gtest.h> ${CORVANE_CORE_HEADERS} ${CORVANE_SHELL_HEADERS})
   endif()
-  set(CORVANE_WIDGET_TEST_HEADERS corvane_headers_qt)
   # Where each test is compiled on its own, as many units as there are tests would read these again.
   if(CORVANE_DESKTOP AND CORVANE_TESTS AND NOT CMAKE_UNITY_BUILD)
     set(CORVANE_WIDGET_TEST_HEADERS corvane_headers_qt_test)
