@@ -84,7 +84,7 @@ struct ApplicationOptions {
     std::function<bool(const std::string&)> isStub = {};
 };
 
-class Application : private FailurePresenter::Observer, private HostCommands {
+class Application final : private FailurePresenter::Observer, private HostCommands {
 public:
     // Fails with 76 when there is no such application folder.
     explicit Application(const ApplicationOptions& options);

@@ -93,7 +93,7 @@ TEST(VariantTest, ConvertsToLargeWholeNumbers) {
         {"x", "fails 13"},
     };
     for (const auto& [vValue, sExpected] : aCases)
-        EXPECT_EQ(ResultOf([&] { return ToLongLong(vValue); }), sExpected) << ToText(vValue);
+        EXPECT_EQ(ResultOf([&vGiven = vValue] { return ToLongLong(vGiven); }), sExpected) << ToText(vValue);
     EXPECT_EQ(testing::NumberOf([] { (void)Variant(std::numeric_limits<std::uint64_t>::max()); }), 6);
 }
 

@@ -31,7 +31,7 @@ TEST(MemberTables, LeadFromTheRootToEverything) {
     const std::pair<std::vector<Variant>, Long> failures[] = {
         {{"B"}, 5}, {{Long{0}}, 5}, {{}, FailureNumber::WrongNumberOfArguments}, {{root}, FailureNumber::TypeMismatch}};
     for (const auto& [arguments, number] : failures)
-        EXPECT_EQ(NumberOf([&] { (void)services->Invoke("Item", arguments); }), number);
+        EXPECT_EQ(NumberOf([&, &with = arguments] { (void)services->Invoke("Item", with); }), number);
     EXPECT_EQ(NumberOf([&] { (void)services->Invoke("First", {}); }), FailureNumber::NoSuchMember);
     EXPECT_EQ(services->MembersByName().size(), 4U);
     EXPECT_TRUE(services->HasMember("keyat"));

@@ -351,7 +351,7 @@ TEST(Jobs, DontCallAnItemThatIsNotInTheExplorerAnyMore) {
 TEST(Jobs, KnowTheProcedureThatStartsThem) {
     struct Birds {
         static std::string Import() {
-            return [] { return corvane::detail::ProcedureIn(std::source_location::current()); }();
+            return [] { return corvane::detail::ProcedureIn(CallPlace::current()); }();
         }
     };
     EXPECT_EQ(Birds::Import().substr(0, 5), "Jobs_"); // a class within a test, whose name is the test's

@@ -242,9 +242,10 @@ private:
     void SpoilWhole(const Element& element, const std::string& name) {
         const auto [begin, end] = ExtentOf(element);
         const std::string text = m_file.bytes.substr(begin, end - begin);
-        const auto Write = [&](const char* family, const char* kind, std::string by, Long line, Expected expected) {
+        const auto Write = [&, from = begin, to = end](const char* family, const char* kind, std::string by, Long line,
+                                                       Expected expected) {
             m_act({family, kind + name, expected, m_path,
-                   check::Edited(m_file.bytes, {Edit{m_file.path, begin, end, std::move(by)}}), line});
+                   check::Edited(m_file.bytes, {Edit{m_file.path, from, to, std::move(by)}}), line});
         };
         const Long line = m_file.At(element.At()).at.line;
         Write("elements that are missing", "without the ", "", 0, Expected::Judged);

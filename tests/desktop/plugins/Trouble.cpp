@@ -36,7 +36,7 @@ bool IsWanted(const char* place) {
 }
 
 // Dies when the environment asks for it at that place; a sanitizer would see it coming and end the program otherwise.
-[[gnu::no_sanitize("undefined")]] void DieIf(const char* place) {
+__attribute__((no_sanitize("undefined"))) void DieIf(const char* place) {
     if (IsWanted(place))
         *nowhere = 1;
 }
