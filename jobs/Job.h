@@ -57,7 +57,7 @@ private:
     std::string m_place; // where it was started, for failures and the log: in the job "Import", started in …
     std::unique_ptr<JobTask> m_task;
     std::shared_ptr<Run> m_run;
-    bool m_isQueued = false; // with the pool
+    bool m_isQueued = false; // with the pool, or held for RunToEnd
     std::optional<JobState> m_end;
     std::optional<Failure> m_error;
 };

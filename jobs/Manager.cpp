@@ -44,7 +44,7 @@ Ref<IJob> Manager::Start(JobOptions options, std::unique_ptr<JobTask> task, std:
 }
 
 void Manager::BeginIfFree(const Ref<Job>& job) {
-    if (job->m_isQueued || !m_keys.MayBegin(job->m_number))
+    if (job->m_isQueued || job->IsCancelling() || !m_keys.MayBegin(job->m_number))
         return;
     job->m_isQueued = true;
     if (!m_host.begins || m_host.mostThreads == 0)
@@ -143,12 +143,13 @@ void Manager::CallBack(Job& job) {
         throw Failure(*outcome.pFailure);
 }
 
-// A job that hasn't begun ends at once; the pool may have its number all the same, and finds that it is cancelled.
+// A job that waits here ends at once. One that the pool has, or RunToEnd's turn, is ended by its work alone, which uses
+// the task until then.
 void Manager::Cancel(Job& job) {
     job.m_run->Cancel();
-    if (job.m_isQueued && m_host.begins && m_host.mostThreads > 0)
+    const bool wasHeld = std::erase(m_held, job.m_number) > 0;
+    if (job.m_isQueued && !wasHeld)
         return;
-    std::erase(m_held, job.m_number);
     const std::lock_guard lock(m_finished.mutex);
     m_finished.jobs.push_back(job.m_number);
     if (!std::exchange(m_finished.woken, true))

@@ -257,6 +257,42 @@ TEST_P(JobsTest, MayBeStartedByWhatIsCalledBack) {
     EXPECT_TRUE(m_jobs->Ended().empty());
 }
 
+TEST_P(JobsTest, MayBeCancelledByWhatIsCalledBack) {
+    std::atomic<bool> mayEnd = false;
+    std::atomic<bool> hasEnded = false;
+    Host host = MakeHost();
+    host.begins = false;
+    host.idle = [&] { mayEnd = true; };
+    m_jobs = New<Manager>(std::move(host));
+    std::promise<void> begun;
+    Ref<IJob> runs;
+    Start(
+        {.title = "Cancels"}, [] {},
+        [&] {
+            if (GetParam() > 0)
+                begun.get_future().wait();
+            runs->Cancel();
+            runs->Cancel();
+        });
+    Texts done;
+    runs = Start(
+        {.title = "Runs"},
+        [&](JobProgress&) {
+            begun.set_value();
+            while (!mayEnd)
+                std::this_thread::yield();
+            hasEnded = true;
+        },
+        [&](JobResult<void>& result) {
+            done.push_back(result.WasCancelled() ? "cancelled" : "done");
+            EXPECT_EQ(hasEnded, GetParam() > 0); // not before its work
+            mayEnd = true;
+        });
+    m_jobs->RunToEnd();
+    EXPECT_EQ(done, Texts{GetParam() > 0 ? "done" : "cancelled"}); // the work didn't ask
+    EXPECT_TRUE(m_shown.empty());
+}
+
 TEST_P(JobsTest, EndWithTheApplication) {
     bool called = false;
     std::promise<void> begun;
