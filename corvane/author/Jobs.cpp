@@ -33,6 +33,8 @@ Ref<IJob> StartTask(JobOptions oOptions, std::unique_ptr<JobTask> pTask, std::st
 
 std::string ProcedureIn(const CallPlace& oWhere) {
     std::string_view sText = oWhere.function_name();
+    if (sText == "operator()") // of a lambda, where the compiler knows short names only
+        return {};
     sText = sText.substr(0, sText.find('('));
     // The result's type comes first; a template's arguments may hold blanks and scopes of their own.
     std::size_t iName = 0;

@@ -390,8 +390,12 @@ TEST(Jobs, KnowTheProcedureThatStartsThem) {
             return [] { return corvane::detail::ProcedureIn(CallPlace::current()); }();
         }
     };
+#ifdef __cpp_lib_source_location
     EXPECT_EQ(Birds::Import().substr(0, 5), "Jobs_"); // a class within a test, whose name is the test's
     EXPECT_EQ(Birds::Import().find(' '), std::string::npos);
+#else
+    EXPECT_EQ(Birds::Import(), ""); // not "operator"
+#endif
 }
 
 } // namespace corvane::jobs
