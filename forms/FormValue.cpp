@@ -150,7 +150,7 @@ Problem RangeProblem(const FieldDef& field, Double number) {
 
 Problem NumberProblem(const FieldDef& field, const Variant& value) {
     const Double number = ToDouble(value);
-    if (const Problem problem = RangeProblem(field, number))
+    if (Problem problem = RangeProblem(field, number))
         return problem;
     if (field.kind != FieldKind::Number || field.decimals >= 15)
         return {};

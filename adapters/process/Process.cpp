@@ -217,7 +217,7 @@ json Process::Ask(json request, const std::string& doing) {
         Refuse("a failure that isn't one: " + Shortened(WriteMessage(answer)));
         Fail(Ended, "The service \"" + Name() + "\" has failed and doesn't say how", Name());
     }
-    throw Failure(std::move(*failure));
+    throw Failure(*failure);
 }
 
 Variant Process::AskValue(json request, const std::string& doing) {

@@ -100,7 +100,7 @@ JobProgress& WithoutJob() {
 }
 
 Ref<Window> WindowOfOwner(const Ref<Object>& oOwner) {
-    if (const auto oWindow = oOwner.TryAs<Window>())
+    if (auto oWindow = oOwner.TryAs<Window>())
         return oWindow;
     const auto oAccess = oOwner.TryAs<IPageAccess>();
     const auto oBase = oAccess ? oAccess->Page().TryAs<PageBase>() : Ref<PageBase>();
