@@ -329,7 +329,7 @@ void PreviewWindow::Wait(State state) {
 void PreviewWindow::TryShow() {
     if (!IsToBeShown())
         return;
-    ++m_nTries;
+    ++m_tryCount;
     if (m_application) {
         if (!CanUnwind())
             return Wait(m_state == State::Wanted ? State::Waits : m_state);

@@ -54,7 +54,7 @@ public:
     // How often a state has been shown.
     [[nodiscard]] int ShownCount() const { return m_shown; }
     // How often it has been looked whether a state can be shown.
-    [[nodiscard]] int TryCount() const { return m_nTries; }
+    [[nodiscard]] int TryCount() const { return m_tryCount; }
     // All that has changed in the folder is shown, or says why it can't be.
     [[nodiscard]] bool IsAtRest() const { return m_watch.IsAtRest() && !IsToBeShown() && !m_loading; }
     [[nodiscard]] bool HasErrors() const { return m_hasErrors; }
@@ -141,7 +141,7 @@ private:
     bool m_inKey = false;
     bool m_restarts = false;
     int m_shown = 0;
-    int m_nTries = 0;
+    int m_tryCount = 0;
     QString m_time; // of the state that is shown
     std::optional<ViewState> m_view;
     bool m_isOtherUnsaved = false;  // than entries into forms

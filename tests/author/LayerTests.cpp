@@ -15,23 +15,23 @@ namespace {
 
 class Shop : public ::testing::Test {
 protected:
-    Shop() { EXPECT_EQ(m_oApplication.Start(), 0) << m_oApplication.Text(); }
+    Shop() { EXPECT_EQ(m_application.Start(), 0) << m_application.Text(); }
     std::string Heard() const { return ToText(CallByName(FindService("Shop"), "Heard")); }
 
-    Application m_oApplication{CORVANE_SHOP};
+    Application m_application{CORVANE_SHOP};
 };
 
 } // namespace
 
 TEST_F(Shop, HearsWhatItsClassesOverride) {
     EXPECT_EQ(Heard(), "Initialize Start");
-    EXPECT_EQ(m_oApplication.Nodes(0), (Lines{"Shelf", " Parcel.Book", " Parcel.Vase"}));
-    EXPECT_NE(m_oApplication.Text().find("<Book>"), std::string::npos);
+    EXPECT_EQ(m_application.Nodes(0), (Lines{"Shelf", " Parcel.Book", " Parcel.Vase"}));
+    EXPECT_NE(m_application.Text().find("<Book>"), std::string::npos);
     const struct {
-        const char* sSteps;
-        const char* sHeard;
-        const char* sStatus;
-    } aCases[] = {
+        const char* steps;
+        const char* heard;
+        const char* status;
+    } cases[] = {
         {"click File.Sell", "", "Sold"},
         {"click File.Sell", "", ""}, // it is disabled by now
         {"node 0 Parcel.Book", "Active:Parcel", ""},
@@ -50,43 +50,43 @@ TEST_F(Shop, HearsWhatItsClassesOverride) {
         {"click File.Peek", "Initialize LabelActivate LabelDeactivate Terminate Exit:Peek:cancelled PeekCancelled", ""},
         {"rename Jar", "Renamed:Jar", ""},
     };
-    for (const auto& [sSteps, sHeard, sStatus] : aCases) {
+    for (const auto& [steps, heard, status] : cases) {
         SetStatus("");
-        m_oApplication.Take(sSteps);
-        EXPECT_EQ(Heard(), sHeard) << sSteps;
-        EXPECT_EQ(m_oApplication.Status(), sStatus) << sSteps;
+        m_application.Take(steps);
+        EXPECT_EQ(Heard(), heard) << steps;
+        EXPECT_EQ(m_application.Status(), status) << steps;
     }
-    EXPECT_EQ(m_oApplication.TakeLog(), Lines());
-    const Ref<Object> oService = FindService("Shop"); // which the managers forget
-    m_oApplication.Host().Exit();
-    EXPECT_EQ(ToText(CallByName(oService, "Heard")), "ShopTerminate");
+    EXPECT_EQ(m_application.TakeLog(), Lines());
+    const Ref<Object> service = FindService("Shop"); // which the managers forget
+    m_application.Host().Exit();
+    EXPECT_EQ(ToText(CallByName(service, "Heard")), "ShopTerminate");
 }
 
 TEST_F(Shop, SaysWhatIsUnsaved) {
     (void)Heard();
-    const Ref<IService> oService = CorvaneMain::QueryService(FindService("Shop"));
-    Double dblOrder = 0;
-    const auto dctItems = oService->UnsavedItems(dblOrder);
-    EXPECT_EQ(dctItems->Keys(), (Lines{"The ledger"}));
-    EXPECT_EQ(dblOrder, 7);
-    oService->Save(ToObject(dctItems->Item("The ledger")));
-    oService->SaveComplete(false);
+    const Ref<IService> service = CorvaneMain::QueryService(FindService("Shop"));
+    Double order = 0;
+    const auto items = service->UnsavedItems(order);
+    EXPECT_EQ(items->Keys(), (Lines{"The ledger"}));
+    EXPECT_EQ(order, 7);
+    service->Save(ToObject(items->Item("The ledger")));
+    service->SaveComplete(false);
     EXPECT_EQ(Heard(), "SavedShopService Finished");
 }
 
 TEST_F(Shop, FailsForWhatIsNotThere) {
-    EXPECT_EQ(m_oApplication.Click("File.Buy"), FailureNumber::InvalidProcedureCall);
+    EXPECT_EQ(m_application.Click("File.Buy"), FailureNumber::InvalidProcedureCall);
     EXPECT_EQ(FindService("Bakery"), nullptr);
-    for (const auto& [fnAct, lNumber] : std::initializer_list<std::pair<void (*)(), Long>>{
+    for (const auto& [act, number] : std::initializer_list<std::pair<void (*)(), Long>>{
              {[] { (void)ServiceNamed("Bakery"); }, 5},
              {[] { (void)ServiceNamed<Window>("Shop"); }, 13},
              {[] { CallByName(FindService("Shop"), "Bake"); }, 438},
              {[] { CallByName(FindService("Shop"), "Start", 1); }, 450}}) {
         try {
-            fnAct();
-            ADD_FAILURE() << lNumber;
-        } catch (const Failure& oFailure) {
-            EXPECT_EQ(oFailure.Number, lNumber) << oFailure.Description;
+            act();
+            ADD_FAILURE() << number;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.Number, number) << failure.Description;
         }
     }
     EXPECT_TRUE(AppPath("Services/Shop.xml").ends_with("/shop/Services/Shop.xml")) << AppPath("Services/Shop.xml");
@@ -94,10 +94,10 @@ TEST_F(Shop, FailsForWhatIsNotThere) {
 
 TEST_F(Shop, AsksByTheDialogsOfTheHost) {
     const struct {
-        std::optional<std::string> (*fnAsk)();
-        const char* sAsked;
-        const char* sAnswer; // "" for Cancel
-    } aCases[] = {
+        std::optional<std::string> (*ask)();
+        const char* asked;
+        const char* answer; // "" for Cancel
+    } cases[] = {
         {[] { return AskOpenFile("Open", "Text|*.txt", "/data"); }, "Open", "/data/a.txt"},
         {[] { return AskOpenFile("Open"); }, "Open", ""},
         {[] { return AskSaveFile("Save", "Text|*.txt", "b.txt"); }, "Save", "c.txt"},
@@ -108,19 +108,19 @@ TEST_F(Shop, AsksByTheDialogsOfTheHost) {
          "Sell it?", "Keep"},
         {[] { return Ask("Sell it?", {"Sell"}); }, "Sell it?", ""},
     };
-    auto& oDialogs = m_oApplication.Host().Dialogs();
-    for (const auto& [fnAsk, sAsked, sAnswer] : aCases) {
-        oDialogs.AddAnswer(sAnswer);
-        const auto oAnswer = fnAsk();
-        EXPECT_EQ(oDialogs.Asked().back(), sAsked);
-        EXPECT_EQ(oAnswer.value_or(""), sAnswer);
-        EXPECT_EQ(oAnswer.has_value(), *sAnswer != '\0');
+    auto& dialogs = m_application.Host().Dialogs();
+    for (const auto& [ask, asked, answer] : cases) {
+        dialogs.AddAnswer(answer);
+        const auto got = ask();
+        EXPECT_EQ(dialogs.Asked().back(), asked);
+        EXPECT_EQ(got.value_or(""), answer);
+        EXPECT_EQ(got.has_value(), *answer != '\0');
     }
     ShowMessage("Sold out");
-    EXPECT_EQ(m_oApplication.Host().Recorded().messages.back().title, "Corvane");
+    EXPECT_EQ(m_application.Host().Recorded().messages.back().title, "Corvane");
 
     // What can't be asked, and an answer that isn't one.
-    oDialogs.AddAnswer("Maybe");
+    dialogs.AddAnswer("Maybe");
     EXPECT_THROW((void)Ask("Sell it?", {"Sell", "Keep"}), Failure);
     EXPECT_THROW((void)Ask("Sell it?", {}), Failure);
     EXPECT_THROW((void)Ask("Sell it?", {"Sell\nKeep"}), Failure);
@@ -129,22 +129,22 @@ TEST_F(Shop, AsksByTheDialogsOfTheHost) {
 TEST_F(Shop, IsAnsweredBySteps) {
     (void)Heard();
     const struct {
-        const char* sSteps;
-        const char* sStatus;
-        std::size_t nNotes; // about questions without an answer
-    } aCases[] = {
+        const char* steps;
+        const char* status;
+        std::size_t noteCount; // about questions without an answer
+    } cases[] = {
         {"click File.Name\n  answer Corner", "Named Corner", 0},
         {"answer Market\nclick File.Name", "Named Market", 0},
         {"click File.Name\n  answer ", "Not named", 0},
         {"click File.Name\nanswer Late", "Not named", 1}, // for the next question
         {"click File.Name", "Named Late", 0},
     };
-    for (const auto& [sSteps, sStatus, nNotes] : aCases) {
-        std::istringstream oStream(sSteps);
-        m_oApplication.Host().Recorded().missed.clear();
-        inspect::TakeAll(m_oApplication.Host(), inspect::ReadSteps(oStream, "steps.txt"));
-        EXPECT_EQ(m_oApplication.Status(), sStatus) << sSteps;
-        EXPECT_EQ(m_oApplication.Host().Recorded().missed.size(), nNotes) << sSteps;
+    for (const auto& [steps, status, noteCount] : cases) {
+        std::istringstream stream(steps);
+        m_application.Host().Recorded().missed.clear();
+        inspect::TakeAll(m_application.Host(), inspect::ReadSteps(stream, "steps.txt"));
+        EXPECT_EQ(m_application.Status(), status) << steps;
+        EXPECT_EQ(m_application.Host().Recorded().missed.size(), noteCount) << steps;
     }
 }
 

@@ -16,152 +16,151 @@
 
 // One object of a program on the bus.
 struct Reference {
-    QString sProgram;
-    QDBusObjectPath oPath;
+    QString program;
+    QDBusObjectPath path;
 };
 Q_DECLARE_METATYPE(Reference)
 
-QDBusArgument& operator<<(QDBusArgument& oArgument, const Reference& oReference) {
-    oArgument.beginStructure();
-    oArgument << oReference.sProgram << oReference.oPath;
-    oArgument.endStructure();
-    return oArgument;
+QDBusArgument& operator<<(QDBusArgument& argument, const Reference& reference) {
+    argument.beginStructure();
+    argument << reference.program << reference.path;
+    argument.endStructure();
+    return argument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& oArgument, Reference& oReference) {
-    oArgument.beginStructure();
-    oArgument >> oReference.sProgram >> oReference.oPath;
-    oArgument.endStructure();
-    return oArgument;
+const QDBusArgument& operator>>(const QDBusArgument& argument, Reference& reference) {
+    argument.beginStructure();
+    argument >> reference.program >> reference.path;
+    argument.endStructure();
+    return argument;
 }
 
 namespace corvane::desktop {
 namespace {
 
-constexpr int nLongestWait = 60000;
-constexpr int nEnabled = 8; // numbers of states
-constexpr int nFocusable = 11;
-constexpr int nShowing = 25;
-constexpr uint nLabelledBy = 2; // a relation
-constexpr int nMostChildren = 40;
+constexpr int longestWait = 60000;
+constexpr int enabled = 8; // numbers of states
+constexpr int focusable = 11;
+constexpr int showing = 25;
+constexpr uint labelledBy = 2; // a relation
+constexpr int mostChildren = 40;
 
-constexpr const char* sAccessible = "org.a11y.atspi.Accessible";
+constexpr const char* accessible = "org.a11y.atspi.Accessible";
 
 // The answer of an object, which isn't asked what else it could do.
-QDBusMessage Call(const QDBusConnection& oBus, const Reference& oOf, const QString& sInterface, const QString& sMethod,
-                  const QVariantList& aArguments = {}) {
-    auto oCall = QDBusMessage::createMethodCall(oOf.sProgram, oOf.oPath.path(), sInterface, sMethod);
-    oCall.setArguments(aArguments);
-    return oBus.call(oCall);
+QDBusMessage Call(const QDBusConnection& bus, const Reference& of, const QString& interface, const QString& method,
+                  const QVariantList& arguments = {}) {
+    auto call = QDBusMessage::createMethodCall(of.program, of.path.path(), interface, method);
+    call.setArguments(arguments);
+    return bus.call(call);
 }
 
 class Reader {
 public:
-    explicit Reader(const QDBusConnection& oBus) : m_oBus(oBus) {}
+    explicit Reader(const QDBusConnection& bus) : m_bus(bus) {}
 
-    [[nodiscard]] QList<Reference> Children(const Reference& oOf) const {
-        const QDBusReply<QList<Reference>> oReply = Call(m_oBus, oOf, sAccessible, "GetChildren");
-        return oReply.isValid() ? oReply.value() : QList<Reference>();
+    [[nodiscard]] QList<Reference> Children(const Reference& of) const {
+        const QDBusReply<QList<Reference>> reply = Call(m_bus, of, accessible, "GetChildren");
+        return reply.isValid() ? reply.value() : QList<Reference>();
     }
     // "role: name" of the object and of all below it, each once. What the keyboard reaches and has no name, or a role
     // that says nothing, is among the faults, with the names above it.
-    void Read(const Reference& oOf, QStringList& aRead, QStringList& aFaults, const QString& sAbove = {}) const {
-        if (aRead.size() > 3000)
+    void Read(const Reference& of, QStringList& read, QStringList& faults, const QString& above = {}) const {
+        if (read.size() > 3000)
             return;
-        const QDBusReply<QString> oRole = Call(m_oBus, oOf, sAccessible, "GetRoleName");
-        const QString sName = Property(oOf, "Name");
-        const QString sHere = sAbove + " > " + oRole.value() + ": " + sName;
-        aRead.append(oRole.value() + ": " + sName);
-        const QDBusReply<QList<uint>> oStates = Call(m_oBus, oOf, sAccessible, "GetState");
-        const uint nStates = oStates.value().value(0);
-        static const QStringList aParts{"scroll bar", "table cell", "tree item", "list item", "filler", "frame"};
-        const bool bIsControl = (nStates & (1U << nFocusable)) != 0 && (nStates & (1U << nShowing)) != 0;
-        const bool bIsVague = oRole.value() == "unknown" || oRole.value() == "invalid" || oRole.value().isEmpty();
+        const QDBusReply<QString> role = Call(m_bus, of, accessible, "GetRoleName");
+        const QString name = Property(of, "Name");
+        const QString here = above + " > " + role.value() + ": " + name;
+        read.append(role.value() + ": " + name);
+        const QDBusReply<QList<uint>> reply = Call(m_bus, of, accessible, "GetState");
+        const uint states = reply.value().value(0);
+        static const QStringList parts{"scroll bar", "table cell", "tree item", "list item", "filler", "frame"};
+        const bool isControl = (states & (1U << focusable)) != 0 && (states & (1U << showing)) != 0;
+        const bool isVague = role.value() == "unknown" || role.value() == "invalid" || role.value().isEmpty();
         // The name of a combo box is what it shows, and what it is for is the label that it refers to.
-        const bool bIsUnlabelled = oRole.value() == "combo box" && !HasLabel(oOf);
-        if (bIsControl && !aParts.contains(oRole.value()) && (sName.isEmpty() || bIsVague || bIsUnlabelled))
-            aFaults.append(sHere);
-        QList<Reference> aChildren = Children(oOf);
-        if (aChildren.size() > nMostChildren) // the cells of long tables are alike
-            aChildren.resize(nMostChildren);
-        for (const Reference& oChild : aChildren)
-            Read(oChild, aRead, aFaults, sHere);
+        const bool isUnlabelled = role.value() == "combo box" && !HasLabel(of);
+        if (isControl && !parts.contains(role.value()) && (name.isEmpty() || isVague || isUnlabelled))
+            faults.append(here);
+        QList<Reference> children = Children(of);
+        if (children.size() > mostChildren) // the cells of long tables are alike
+            children.resize(mostChildren);
+        for (const Reference& child : children)
+            Read(child, read, faults, here);
     }
 
     // The first object of that "role: name" that can be seen, below others.
-    [[nodiscard]] std::optional<Reference> Find(const Reference& oOf, const QString& sWhat) const {
-        const QDBusReply<QString> oRole = Call(m_oBus, oOf, sAccessible, "GetRoleName");
-        if (oRole.value() + ": " + Property(oOf, "Name") == sWhat && Has(oOf, nShowing))
-            return oOf;
-        for (const Reference& oChild : Children(oOf))
-            if (const auto oFound = Find(oChild, sWhat))
-                return oFound;
+    [[nodiscard]] std::optional<Reference> Find(const Reference& of, const QString& what) const {
+        const QDBusReply<QString> role = Call(m_bus, of, accessible, "GetRoleName");
+        if (role.value() + ": " + Property(of, "Name") == what && Has(of, showing))
+            return of;
+        for (const Reference& child : Children(of))
+            if (const auto found = Find(child, what))
+                return found;
         return {};
     }
     // Presses the button or menu entry, or enters the text, as an assistive program does. False when it can't be.
-    [[nodiscard]] bool Act(const Reference& oOf, const QString& sText) const {
-        if (!sText.isEmpty())
-            return Call(m_oBus, oOf, "org.a11y.atspi.EditableText", "SetTextContents", {sText}).type() ==
+    [[nodiscard]] bool Act(const Reference& of, const QString& text) const {
+        if (!text.isEmpty())
+            return Call(m_bus, of, "org.a11y.atspi.EditableText", "SetTextContents", {text}).type() ==
                    QDBusMessage::ReplyMessage;
-        auto oPress =
-            QDBusMessage::createMethodCall(oOf.sProgram, oOf.oPath.path(), "org.a11y.atspi.Action", "DoAction");
-        oPress.setArguments({0});
-        return Has(oOf, nEnabled) && m_oBus.send(oPress); // a dialog that it opens answers at its end
+        auto press = QDBusMessage::createMethodCall(of.program, of.path.path(), "org.a11y.atspi.Action", "DoAction");
+        press.setArguments({0});
+        return Has(of, enabled) && m_bus.send(press); // a dialog that it opens answers at its end
     }
-    [[nodiscard]] QString Property(const Reference& oOf, const QString& sName) const {
-        const QDBusReply<QVariant> oValue =
-            Call(m_oBus, oOf, "org.freedesktop.DBus.Properties", "Get", {QString(sAccessible), sName});
-        return oValue.value().toString();
+    [[nodiscard]] QString Property(const Reference& of, const QString& name) const {
+        const QDBusReply<QVariant> value =
+            Call(m_bus, of, "org.freedesktop.DBus.Properties", "Get", {QString(accessible), name});
+        return value.value().toString();
     }
 
 private:
-    [[nodiscard]] bool Has(const Reference& oOf, int nState) const {
-        const QDBusReply<QList<uint>> oStates = Call(m_oBus, oOf, sAccessible, "GetState");
-        return (oStates.value().value(0) & (1U << nState)) != 0;
+    [[nodiscard]] bool Has(const Reference& of, int state) const {
+        const QDBusReply<QList<uint>> states = Call(m_bus, of, accessible, "GetState");
+        return (states.value().value(0) & (1U << state)) != 0;
     }
-    [[nodiscard]] bool HasLabel(const Reference& oOf) const {
-        const QDBusMessage oReply = Call(m_oBus, oOf, sAccessible, "GetRelationSet");
-        if (oReply.arguments().isEmpty())
+    [[nodiscard]] bool HasLabel(const Reference& of) const {
+        const QDBusMessage reply = Call(m_bus, of, accessible, "GetRelationSet");
+        if (reply.arguments().isEmpty())
             return false;
-        bool bHasLabel = false;
-        const auto oRelations = oReply.arguments().constFirst().value<QDBusArgument>();
-        oRelations.beginArray();
-        while (!oRelations.atEnd()) {
-            uint nRelation = 0;
-            QList<Reference> aTo;
-            oRelations.beginStructure();
-            oRelations >> nRelation >> aTo;
-            oRelations.endStructure();
-            bHasLabel = bHasLabel || (nRelation == nLabelledBy && !aTo.isEmpty());
+        bool hasLabel = false;
+        const auto relations = reply.arguments().constFirst().value<QDBusArgument>();
+        relations.beginArray();
+        while (!relations.atEnd()) {
+            uint relation = 0;
+            QList<Reference> to;
+            relations.beginStructure();
+            relations >> relation >> to;
+            relations.endStructure();
+            hasLabel = hasLabel || (relation == labelledBy && !to.isEmpty());
         }
-        oRelations.endArray();
-        return bHasLabel;
+        relations.endArray();
+        return hasLabel;
     }
 
-    QDBusConnection m_oBus;
+    QDBusConnection m_bus;
 };
 
-const Reference oDesktop{"org.a11y.atspi.Registry", QDBusObjectPath("/org/a11y/atspi/accessible/root")};
+const Reference desktop{"org.a11y.atspi.Registry", QDBusObjectPath("/org/a11y/atspi/accessible/root")};
 
 // A program that ends with the test.
 class Program {
 public:
-    Program(const QString& sPath, const QStringList& aArguments, const QProcessEnvironment& oEnvironment) {
-        m_oProcess.setProcessEnvironment(oEnvironment);
-        m_oProcess.start(sPath, aArguments);
+    Program(const QString& path, const QStringList& arguments, const QProcessEnvironment& environment) {
+        m_process.setProcessEnvironment(environment);
+        m_process.start(path, arguments);
     }
     ~Program() {
-        m_oProcess.kill();
-        m_oProcess.waitForFinished();
+        m_process.kill();
+        m_process.waitForFinished();
     }
     [[nodiscard]] QByteArray FirstLine() {
-        while (!m_oProcess.canReadLine() && m_oProcess.waitForReadyRead(nLongestWait)) {
+        while (!m_process.canReadLine() && m_process.waitForReadyRead(longestWait)) {
         }
-        return m_oProcess.readLine().trimmed();
+        return m_process.readLine().trimmed();
     }
 
 private:
-    QProcess m_oProcess;
+    QProcess m_process;
 };
 
 // A display, and the bus of assistive programs.
@@ -170,73 +169,72 @@ protected:
     AccessibilityBridge() {
         qDBusRegisterMetaType<Reference>();
         qDBusRegisterMetaType<QList<Reference>>();
-        for (const char* sVariable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
-            m_oEnvironment.insert(sVariable, m_oFolder.path());
-        m_oEnvironment.insert("DISPLAY", ":" + QString::fromLatin1(m_oDisplay.FirstLine()));
-        m_oEnvironment.insert("QT_QPA_PLATFORM", "xcb");
-        m_oEnvironment.insert("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-        const Reference oLauncher{"org.a11y.Bus", QDBusObjectPath("/org/a11y/bus")};
-        const QDBusReply<QString> oAddress =
-            Call(QDBusConnection::sessionBus(), oLauncher, "org.a11y.Bus", "GetAddress");
-        EXPECT_TRUE(oAddress.isValid()) << oAddress.error().message().toStdString();
-        m_sAddress = oAddress.value();
+        for (const char* variable : {"XDG_STATE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            m_environment.insert(variable, m_folder.path());
+        m_environment.insert("DISPLAY", ":" + QString::fromLatin1(m_display.FirstLine()));
+        m_environment.insert("QT_QPA_PLATFORM", "xcb");
+        m_environment.insert("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+        const Reference launcher{"org.a11y.Bus", QDBusObjectPath("/org/a11y/bus")};
+        const QDBusReply<QString> address = Call(QDBusConnection::sessionBus(), launcher, "org.a11y.Bus", "GetAddress");
+        EXPECT_TRUE(address.isValid()) << address.error().message().toStdString();
+        m_address = address.value();
     }
 
     // Acts of an assistive program: "role: name" and the text to enter, or none to press it; and what is read then.
     struct Stage {
-        QList<std::pair<QString, QString>> aActs;
-        QStringList aExpected;
+        QList<std::pair<QString, QString>> acts;
+        QStringList expected;
     };
     // Reads the application that has been started so until all of that is there; nothing in it may be at fault.
-    void ExpectToRead(const QStringList& aArguments, const QList<Stage>& aStages) {
-        SCOPED_TRACE(aArguments.join(' ').toStdString());
-        const Program oApplication(CORVANE_DESKTOP_PROGRAM, QStringList(CORVANE_STUDIES) + aArguments, m_oEnvironment);
-        const Reader oReader(QDBusConnection::connectToBus(m_sAddress, "accessibility"));
-        for (const Stage& oStage : aStages) {
-            for (const auto& [sWhat, sText] : oStage.aActs)
-                ExpectToAct(oReader, sWhat, sText);
-            ExpectToRead(oReader, oStage.aExpected);
+    void ExpectToRead(const QStringList& arguments, const QList<Stage>& stages) {
+        SCOPED_TRACE(arguments.join(' ').toStdString());
+        const Program application(CORVANE_DESKTOP_PROGRAM, QStringList(CORVANE_STUDIES) + arguments, m_environment);
+        const Reader reader(QDBusConnection::connectToBus(m_address, "accessibility"));
+        for (const Stage& stage : stages) {
+            for (const auto& [what, text] : stage.acts)
+                ExpectToAct(reader, what, text);
+            ExpectToRead(reader, stage.expected);
         }
     }
-    static void ExpectToAct(const Reader& oReader, const QString& sWhat, const QString& sText) {
-        QElapsedTimer oTime;
-        oTime.start();
-        for (bool bDone = false; !bDone && oTime.elapsed() < nLongestWait / 2;) {
-            const auto oFound = oReader.Find(oDesktop, sWhat);
-            bDone = oFound && oReader.Act(*oFound, sText);
-            if (bDone)
+    static void ExpectToAct(const Reader& reader, const QString& what, const QString& text) {
+        QElapsedTimer time;
+        time.start();
+        for (bool done = false; !done && time.elapsed() < longestWait / 2;) {
+            const auto found = reader.Find(desktop, what);
+            done = found && reader.Act(*found, text);
+            if (done)
                 return;
             QThread::msleep(200);
         }
-        ADD_FAILURE() << sWhat.toStdString() << " isn't there or can't be used";
+        ADD_FAILURE() << what.toStdString() << " isn't there or can't be used";
     }
-    static void ExpectToRead(const Reader& oReader, const QStringList& aExpected) {
-        QStringList aRead, aFaults, aMissing;
-        QElapsedTimer oTime;
-        oTime.start();
+    static void ExpectToRead(const Reader& reader, const QStringList& expected) {
+        QStringList read, faults, missing;
+        QElapsedTimer time;
+        time.start();
         do {
             QThread::msleep(200);
-            aRead.clear();
-            aFaults.clear();
-            for (const Reference& oProgram : oReader.Children(oDesktop))
-                oReader.Read(oProgram, aRead, aFaults);
-            aMissing.clear();
-            for (const QString& sExpected : aExpected)
-                if (!aRead.contains(sExpected))
-                    aMissing.append(sExpected);
-        } while (!aMissing.isEmpty() && oTime.elapsed() < nLongestWait / 2);
-        EXPECT_TRUE(aMissing.isEmpty()) << aMissing.join('\n').toStdString() << "\nisn't among:\n"
-                                        << aRead.join('\n').toStdString();
-        EXPECT_TRUE(aFaults.isEmpty()) << "without a name or role:\n" << aFaults.join('\n').toStdString();
-        for (const char* sNameless : {"push button: ", "menu item: ", "text: ", "page tab: ", "check box: ", "tree: "})
-            EXPECT_FALSE(aRead.contains(sNameless)) << "there is a nameless " << sNameless << "\n"
-                                                    << aRead.join('\n').toStdString();
+            read.clear();
+            faults.clear();
+            for (const Reference& program : reader.Children(desktop))
+                reader.Read(program, read, faults);
+            missing.clear();
+            for (const QString& one : expected)
+                if (!read.contains(one))
+                    missing.append(one);
+        } while (!missing.isEmpty() && time.elapsed() < longestWait / 2);
+        EXPECT_TRUE(missing.isEmpty()) << missing.join('\n').toStdString() << "\nisn't among:\n"
+                                       << read.join('\n').toStdString();
+        EXPECT_TRUE(faults.isEmpty()) << "without a name or role:\n" << faults.join('\n').toStdString();
+        for (const char* nameless : {"push button: ", "menu item: ", "text: ", "page tab: ", "check box: ", "tree: "})
+            EXPECT_FALSE(read.contains(nameless)) << "there is a nameless " << nameless << "\n"
+                                                  << read.join('\n').toStdString();
     }
 
-    const QTemporaryDir m_oFolder;
-    QProcessEnvironment m_oEnvironment = QProcessEnvironment::systemEnvironment();
-    Program m_oDisplay{CORVANE_XVFB, {"-displayfd", "1", "-screen", "0", "1280x900x24"}, m_oEnvironment};
-    QString m_sAddress;
+    const QTemporaryDir m_folder;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    Program m_display{CORVANE_XVFB, {"-displayfd", "1", "-screen", "0", "1280x900x24"}, m_environment};
+    QString m_address;
 };
 
 TEST_F(AccessibilityBridge, ReadsMenusToolbarsExplorerAndDialogsWithRolesAndNames) {
@@ -248,12 +246,12 @@ TEST_F(AccessibilityBridge, ReadsMenusToolbarsExplorerAndDialogsWithRolesAndName
 }
 
 TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
-    const QStringList aOpen{"--answer", QString(CORVANE_STUDIES) + "/Data/penguins.csv", "--choose", "File.Open"};
+    const QStringList open{"--answer", QString(CORVANE_STUDIES) + "/Data/penguins.csv", "--choose", "File.Open"};
     struct Page {
-        QStringList aArguments;
-        QStringList aExpected;
+        QStringList arguments;
+        QStringList expected;
     };
-    const Page aPages[] = {
+    const Page pages[] = {
         {{},
          {"label: Rows where", "combo box: Any column", "text: contains", "table: Rows", "page tab: Columns",
           "page tab: penguins.csv", "label: Rows that are shown: 344 rows"}},
@@ -269,16 +267,16 @@ TEST_F(AccessibilityBridge, ReadsThePagesOfTheSampleWithRolesAndNames) {
         {{"--choose", "File.Import"}, {"push button: Next"}},
         {{"--choose", "Tools.Preferences"}, {"spin box: Decimal places"}},
     };
-    for (const Page& oPage : aPages)
-        ExpectToRead(aOpen + oPage.aArguments, {{{}, oPage.aExpected}});
+    for (const Page& page : pages)
+        ExpectToRead(open + page.arguments, {{{}, page.expected}});
 }
 
 TEST_F(AccessibilityBridge, GoesThroughTheWizardAndThePropertiesOfTheSample) {
-    const QString sNext = "push button: Next";
+    const QString next = "push button: Next";
     ExpectToRead({"--choose", "File.Import"},
                  {{{{"text: File", QString(CORVANE_STUDIES) + "/Data/penguins.csv"}}, {"label: Contents"}},
-                  {{{sNext, {}}}, {"label: Delimiter", "spin box: Lines to skip", "table: Columns of the file"}},
-                  {{{sNext, {}}}, {"combo box: New study", "text: Data set"}},
+                  {{{next, {}}}, {"label: Delimiter", "spin box: Lines to skip", "table: Columns of the file"}},
+                  {{{next, {}}}, {"combo box: New study", "text: Data set"}},
                   {{{"push button: Finish", {}}}, {"tree item: penguins.csv", "table: Rows"}},
                   {{{"menu item: Data", {}}, {"menu item: Properties…\tAlt+Return", {}}},
                    {"dialog: Properties of penguins.csv", "text: Name", "text: Notes", "page tab: Columns"}}});
@@ -290,7 +288,7 @@ TEST_F(AccessibilityBridge, GoesThroughTheWizardAndThePropertiesOfTheSample) {
 } // namespace corvane::desktop
 
 int main(int argc, char** argv) {
-    QCoreApplication oQt(argc, argv);
+    QCoreApplication qt(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -205,11 +205,11 @@ TEST_F(ApplicationTest, SignalsCloseTheWindowAsItsCloseBoxDoes) {
         refused = refuse;
         ++asked;
     });
-    int nRaised = 0;
+    int raised = 0;
     for (const int signal : {SIGTERM, SIGHUP, SIGTERM}) {
         std::raise(signal);
-        ++nRaised;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return asked == nRaised; }, 30000));
+        ++raised;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return asked == raised; }, 30000));
         EXPECT_TRUE(application.Window().isVisible());
     }
     refuse = false;

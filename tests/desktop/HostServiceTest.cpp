@@ -155,17 +155,17 @@ TEST(HostDefinitions, StandBehindTheApplicationsUnlessItHasItsOwn) {
 class Probe final : public QObject {
 public:
     using QObject::QObject;
-    bool bHeard = false;
+    bool heard = false;
 
 protected:
-    void customEvent(QEvent* /*event*/) override { bHeard = true; }
+    void customEvent(QEvent* /*event*/) override { heard = true; }
 };
 
 // Work that advances and asks as it should, until it is cancelled or what is due has been let through.
-void Work(ProgressControl& progress, bool bUntilCancelled) {
+void Work(ProgressControl& progress, bool untilCancelled) {
     Probe probe;
     QCoreApplication::postEvent(&probe, new QEvent(QEvent::User));
-    while (!progress.WasCanceled() && (bUntilCancelled || !probe.bHeard)) {
+    while (!progress.WasCanceled() && (untilCancelled || !probe.heard)) {
         progress.SetValue(progress.Value() + 0.01);
         QThread::msleep(1);
     }

@@ -86,9 +86,9 @@ TEST(ExplorerMouse, SlowSecondClickRenames) {
     QApplication::setDoubleClickInterval(40);
     room.View().setFocus();
     room.Click(Qt::LeftButton, room.PointOf("B"));
-    bool bLater = false; // an edit would have begun before
-    QTimer::singleShot(80, [&] { bLater = true; });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bLater; }));
+    bool later = false; // an edit would have begun before
+    QTimer::singleShot(80, [&] { later = true; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return later; }));
     EXPECT_EQ(room.Editor(), nullptr);
     room.Click(Qt::LeftButton, room.PointOf("B"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return room.Editor() != nullptr; }));

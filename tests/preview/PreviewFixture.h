@@ -77,8 +77,8 @@ protected:
     }
     // Something stands in the way, and it has been looked several times whether it still does.
     void WaitForTries() {
-        const int nTries = m_preview->TryCount();
-        EXPECT_TRUE(Until([&] { return m_preview->TryCount() >= nTries + 3; }));
+        const int tryCount = m_preview->TryCount();
+        EXPECT_TRUE(Until([&] { return m_preview->TryCount() >= tryCount + 3; }));
     }
 
     void Edit(const char* service, const QByteArray& from, const QByteArray& to) const {

@@ -163,7 +163,7 @@ TEST_F(WorkTest, LabelThatIsEditedStaysOpenUntilItIsDone) {
 TEST_F(WorkTest, DialogsOfRealCodeAreLeftAlone) {
     Preview();
     int stage = 0;
-    int nTries = 0;
+    int tryCount = 0;
     QMenu menu;
     menu.addAction("Entry");
     QTimer person;
@@ -175,8 +175,8 @@ TEST_F(WorkTest, DialogsOfRealCodeAreLeftAlone) {
             stage = 1;
         } else if (stage == 1 && Says("when the open dialog or editor is closed")) {
             stage = 2;
-            nTries = m_preview->TryCount();
-        } else if (stage == 2 && box && m_preview->TryCount() >= nTries + 3) {
+            tryCount = m_preview->TryCount();
+        } else if (stage == 2 && box && m_preview->TryCount() >= tryCount + 3) {
             EXPECT_TRUE(menu.isVisible());
             menu.close();
             box->button(QMessageBox::Ok)->click();
@@ -303,13 +303,13 @@ TEST_F(WorkTest, ProgramStartsAgain) {
     Rebuild();
     ASSERT_TRUE(Until([&] { return count("# Here the preview was started again.\n") == 1; }));
     ASSERT_TRUE(Until([&] { return loaded() == std::string("new"); }));
-    const auto fnHearsSignals = [&] { // the program started again has said how it wants to end
+    const auto hearsSignals = [&] { // the program started again has said how it wants to end
         QFile status(QString("/proc/%1/status").arg(process));
-        const QByteArray aStatus = status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
-        const qulonglong nCaught = aStatus.mid(aStatus.indexOf("SigCgt:") + 7, 17).trimmed().toULongLong(nullptr, 16);
-        return (nCaught >> (SIGTERM - 1) & 1U) != 0;
+        const QByteArray text = status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
+        const qulonglong caught = text.mid(text.indexOf("SigCgt:") + 7, 17).trimmed().toULongLong(nullptr, 16);
+        return (caught >> (SIGTERM - 1) & 1U) != 0;
     };
-    ASSERT_TRUE(Until(fnHearsSignals));
+    ASSERT_TRUE(Until(hearsSignals));
     EXPECT_EQ(program.processId(), process);
     program.terminate();
     ASSERT_TRUE(program.waitForFinished(30000));

@@ -6,8 +6,8 @@ public:
     void Start() {}
     void Stop() {}
     bool operator!() const { return false; }
-    [[nodiscard]] corvane::Long Count() const { return nCount; }
-    corvane::Long nCount = 0;
+    [[nodiscard]] corvane::Long Count() const { return count; }
+    corvane::Long count = 0;
 
     static constexpr auto Members = corvane::LISTED;
 };

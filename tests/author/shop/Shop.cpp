@@ -9,37 +9,37 @@ using namespace corvane;
 
 namespace {
 
-std::string s_sHeard;
+std::string s_heard;
 
-void Hear(const std::string& sWhat) {
-    s_sHeard += (s_sHeard.empty() ? "" : " ") + sWhat;
+void Hear(const std::string& what) {
+    s_heard += (s_heard.empty() ? "" : " ") + what;
 }
 
 // What no item of its own has: its functions are private, and one is inherited from a class between.
 class Named : public AnyExplorerItem {
 protected:
-    void OnDisplayName(std::string& sText) override { sText = "<" + sText + ">"; }
+    void OnDisplayName(std::string& text) override { text = "<" + text + ">"; }
 };
 
 class Parcel final : public ExplorerItem<Parcel, Named> {
 public:
-    explicit Parcel(std::string sName) : ExplorerItem(std::move(sName)) {}
+    explicit Parcel(std::string name) : ExplorerItem(std::move(name)) {}
 
-    bool bSealed = false;
+    bool sealed = false;
 
 private:
     void OnOpen() {
-        const auto oWindow =
+        const auto window =
             OpenWindow("ParcelWindow", Ref<Object>(this), {.key = Name(), .caption = "Parcel " + Name(), .page = 1});
-        Hear("Opened:" + oWindow->Caption());
+        Hear("Opened:" + window->Caption());
     }
     void OnPeek() {
-        const auto oWindow = OpenWindow("SealWindow", Ref<Object>(this), {.caption = "Peek"});
-        Hear(oWindow->WasWindowCancelled() ? "PeekCancelled" : "PeekDone");
+        const auto window = OpenWindow("SealWindow", Ref<Object>(this), {.caption = "Peek"});
+        Hear(window->WasWindowCancelled() ? "PeekCancelled" : "PeekDone");
     }
-    void OnAfterRename(const std::string& sName) override { Hear("Renamed:" + sName); }
-    void OnExit(const Ref<Window>& oWindow, bool bWasCancelled) override {
-        Hear("Exit:" + oWindow->Caption() + (bWasCancelled ? ":cancelled" : ":done"));
+    void OnAfterRename(const std::string& name) override { Hear("Renamed:" + name); }
+    void OnExit(const Ref<Window>& window, bool wasCancelled) override {
+        Hear("Exit:" + window->Caption() + (wasCancelled ? ":cancelled" : ":done"));
     }
 
 public:
@@ -55,7 +55,7 @@ class Shelf final : public ExplorerItem<Shelf> {
 
 class AnyShopPage : public AnyPage {
 public:
-    bool IsChanged() override { return !AboutAs<Parcel>()->bSealed; }
+    bool IsChanged() override { return !AboutAs<Parcel>()->sealed; }
 
 protected:
     void OnInitialize() override {
@@ -70,12 +70,12 @@ class LabelPage final : public Page<LabelPage, Parcel, AnyShopPage> {
     void OnActivate() override { Hear("LabelActivate"); }
     void OnDeactivate() override { Hear("LabelDeactivate"); }
     void OnSave() override {
-        About()->bSealed = true;
+        About()->sealed = true;
         Hear("Save:" + About()->Name());
         ValidityChanged();
     }
-    void OnCommand(StandardCommandConstants eCommand) override {
-        Hear("Command" + std::to_string(static_cast<Long>(eCommand)));
+    void OnCommand(StandardCommandConstants command) override {
+        Hear("Command" + std::to_string(static_cast<Long>(command)));
     }
 };
 
@@ -89,29 +89,29 @@ public:
     void Start() {
         Hear("Start");
         Keep(Explorer()->OnActive.Subscribe(
-            [](const Ref<Object>& oItem) { Hear("Active:" + std::string(oItem->TypeName())); }));
+            [](const Ref<Object>& item) { Hear("Active:" + std::string(item->TypeName())); }));
         Explorer()->Populate();
     }
-    std::string Heard() const { return std::exchange(s_sHeard, {}); }
+    std::string Heard() const { return std::exchange(s_heard, {}); }
 
 private:
     void OnInitialize() override { Hear("Initialize"); }
     void OnTerminate() override { Hear("ShopTerminate"); }
-    void OnUnsaved(Dictionary& dctItems, Double& dblOrder) override {
-        dctItems.Add("The ledger", Ref<Object>(this));
-        dblOrder = 7;
+    void OnUnsaved(Dictionary& items, Double& order) override {
+        items.Add("The ledger", Ref<Object>(this));
+        order = 7;
     }
-    void OnSave(const Ref<Object>& oItem) override { Hear("Saved" + std::string(oItem->TypeName())); }
-    void OnSaveComplete(bool bWasCancelled) override { Hear(bWasCancelled ? "Unfinished" : "Finished"); }
+    void OnSave(const Ref<Object>& item) override { Hear("Saved" + std::string(item->TypeName())); }
+    void OnSaveComplete(bool wasCancelled) override { Hear(wasCancelled ? "Unfinished" : "Finished"); }
     void OnSell() {
         Action("Sell")->SetEnabled(false);
         SetStatus("Sold");
     }
     void OnName() {
-        const auto oName = AskText("What is it called?");
-        SetStatus(oName ? "Named " + *oName : "Not named");
+        const auto name = AskText("What is it called?");
+        SetStatus(name ? "Named " + *name : "Not named");
     }
-    void OnBuy(const Ref<ActionItem>& oActionItem) { (void)Action(oActionItem->Name() + "er"); }
+    void OnBuy(const Ref<ActionItem>& actionItem) { (void)Action(actionItem->Name() + "er"); }
 
 public:
     static constexpr auto Members =
