@@ -116,14 +116,15 @@ void WindowForm::MakeFrame(bool isApplyCommandShown) {
 }
 
 void WindowForm::ConnectBody() {
-    QObject::connect(m_body, &WindowBody::PageChosen,
+    m_listener = std::make_unique<QObject>();
+    QObject::connect(m_body, &WindowBody::PageChosen, m_listener.get(),
                      [this](int page) { ByUser(WindowStep::What::Page, page, [&] { GoTo(page); }); });
-    QObject::connect(m_body, &WindowBody::AllPagesWanted, [this] {
+    QObject::connect(m_body, &WindowBody::AllPagesWanted, m_listener.get(), [this] {
         const Ref<Form> self(this);
         for (int page = 0; page < m_pages.Count() && IsOpen(); ++page)
             m_pages.At(page).MakeWidget(m_body->Place(page));
     });
-    QObject::connect(m_body, &WindowBody::CommandChosen, [this](Command command) {
+    QObject::connect(m_body, &WindowBody::CommandChosen, m_listener.get(), [this](Command command) {
         ByUser(WindowStep::What::Command, static_cast<int>(command), [&] { ClickCommand(command); });
     });
 }
@@ -269,10 +270,10 @@ void WindowForm::Unloaded() {
     ActivateNext();
 }
 
-// What its widgets may still say is ignored.
+// What its widgets may still say is ignored. Others' connections stay: those of accessibility forget the body at its
+// end.
 void WindowForm::DropFrame() {
-    if (m_body)
-        m_body->disconnect();
+    m_listener.reset();
     m_body = nullptr;
     if (m_frame)
         m_frame->Close();

@@ -134,6 +134,7 @@ private:
     WindowPlacement m_placement;
     std::unique_ptr<WindowFrame> m_frame; // from Initialize on; closed at the end
     QPointer<WindowBody> m_body;          // from Initialize to the end
+    std::unique_ptr<QObject> m_listener;  // to the body's signals
     std::optional<bool> m_cancelled;      // how it ends, once that is settled
     std::optional<bool> m_saved;          // what became of its changes before it is closed
     Long m_handle = 0;

@@ -5,6 +5,7 @@
 #include "desktop/windows/PagePlace.h"
 #include "tests/windows_host/HostFixture.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QMdiArea>
@@ -35,9 +36,12 @@ TEST_F(HostFixture, ChildOpensInTheOrderOfTheRealFormAndClosesInIts) {
     const auto again = Open("W", "k");
     EXPECT_EQ(again, window);
     EXPECT_EQ(m_heard->Take(), "") << "the key shows the open window";
+    const auto id = QAccessible::uniqueId(QAccessible::queryAccessibleInterface(LastForm()->Body()));
     window->Terminate();
     EXPECT_EQ(m_heard->Take(), "B.Deactivate A.Terminate B.Terminate exit(cancelled)");
     EXPECT_EQ(Manager().Windows()->Count(), 0);
+    Turn();
+    EXPECT_FALSE(QAccessible::accessibleInterface(id)) << "a later window at its address would be read as dead";
 }
 
 struct CloseCase {
