@@ -143,7 +143,7 @@ private:
         if (format.Child(name))
             return std::string(format.name);
         for (const ElementFormat& child : format.children)
-            if (const std::string place = PlaceOf(child, name); !place.empty())
+            if (std::string place = PlaceOf(child, name); !place.empty())
                 return place;
         return {};
     }
@@ -339,7 +339,7 @@ private:
 
     // The nearest word, or the only one that holds what is written.
     static std::optional<std::string> MeantWord(const std::vector<std::string>& words, std::string_view written) {
-        if (const auto nearest = Nearest(words, written))
+        if (auto nearest = Nearest(words, written))
             return nearest;
         constexpr std::size_t shortest = 4;
         const std::string part = FoldText(written);

@@ -191,7 +191,7 @@ private:
                 taken.insert(OrderText(*each.entry));
         const std::string order = OrderText(entry);
         for (int step = 1; step < 1000; ++step) {
-            const std::string free = ToText(static_cast<Single>(static_cast<Double>(entry.positionOrder) + step));
+            std::string free = ToText(static_cast<Single>(static_cast<Double>(entry.positionOrder) + step));
             if (free.size() == order.size() && !taken.contains(free))
                 return free;
         }

@@ -67,7 +67,7 @@ private:
 
     // The nearest, or the one of which the last part was written.
     static std::optional<std::string> Meant(const std::vector<std::string>& names, const std::string& written) {
-        if (const auto nearest = Nearest(names, written))
+        if (auto nearest = Nearest(names, written))
             return nearest;
         std::vector<std::string> found;
         for (const std::string& name : names)

@@ -28,6 +28,12 @@ std::string AsKey(std::string_view path) {
     return key;
 }
 
+// Whether the name is the last part of the path, and not all of it.
+bool EndsIn(std::string_view path, std::string_view name) {
+    const std::size_t point = path.rfind('.');
+    return point != std::string_view::npos && EqualText(path.substr(point + 1), name);
+}
+
 } // namespace
 
 std::optional<std::string> MenuPaths::Meant(std::string_view path) {
@@ -36,17 +42,13 @@ std::optional<std::string> MenuPaths::Meant(std::string_view path) {
     for (const std::string& title : Titles()) {
         if (EqualText(title, plain))
             return title;
-        const std::size_t point = title.rfind('.');
-        if (point != std::string::npos && EqualText(std::string_view(title).substr(point + 1), plain))
-            found.push_back(title); // its last part
-        else if (const std::size_t last = plain.rfind('.');
-                 last != std::string::npos && EqualText(title, std::string_view(plain).substr(last + 1)))
+        if (EndsIn(title, plain) || EndsIn(plain, title))
             found.push_back(title);
     }
     if (found.size() == 1)
         return found.front();
     constexpr std::size_t shortest = 3;
-    if (const auto nearest = Nearest(Titles(), plain); nearest && plain.size() >= shortest)
+    if (auto nearest = Nearest(Titles(), plain); nearest && plain.size() >= shortest)
         return nearest;
     return TitleOfCaption(plain);
 }

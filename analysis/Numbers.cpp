@@ -137,7 +137,7 @@ std::optional<std::vector<std::int64_t>> NumberTexts(const std::vector<NumberedP
     if (isRight)
         return orders;
     // Those with the digits that most have keep theirs where that does.
-    const auto numbered = NumberPlaces(places);
+    auto numbered = NumberPlaces(places);
     const auto Ascends = [&](const std::vector<std::int64_t>& texts) {
         for (std::size_t i = 1; i < texts.size(); ++i)
             if (CompareText(Text(texts[i - 1]), Text(texts[i])) >= 0)

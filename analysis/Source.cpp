@@ -206,7 +206,7 @@ std::string_view Attribute::Written() const {
     while (*begin && *begin != '"' && *begin != '\'')
         ++begin;
     if (!*begin)
-        return {begin, 0};
+        return {begin, begin};
     const char* end = begin + 1;
     while (*end && *end != *begin)
         ++end;

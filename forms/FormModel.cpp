@@ -481,11 +481,11 @@ std::vector<std::size_t> FormModel::NodesNamed(std::string_view name) const {
     const auto field = Find(name);
     const bool isRadio = field && Field(*field).look == FieldLook::Radio;
     ForEachNode(m_def->root, [&](const FormNode& node) {
-        if ((!node.name.empty() && EqualText(node.name, name)) ||
-            (isRadio && node.kind == NodeKind::Radio && node.field == *field))
+        const bool isNamed = !node.name.empty() && EqualText(node.name, name);
+        const bool isItsRadio = isRadio && node.kind == NodeKind::Radio && node.field == *field;
+        const bool isItsLabel = field && node.kind == NodeKind::Label && node.labelled == *field; // taken along
+        if (isNamed || isItsRadio || isItsLabel)
             nodes.push_back(node.index);
-        else if (field && node.kind == NodeKind::Label && node.labelled == *field)
-            nodes.push_back(node.index); // a field takes its label along
     });
     return nodes;
 }

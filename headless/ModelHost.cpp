@@ -197,7 +197,7 @@ Ref<TreeView> ModelHost::ActiveTree() const {
 
 Ref<ImageList> ModelHost::Images() const {
     for (const auto& control : m_panelForm->Controls())
-        if (const auto images = control.TryAs<ImageList>())
+        if (auto images = control.TryAs<ImageList>())
             return images;
     return nullptr;
 }

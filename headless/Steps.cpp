@@ -372,6 +372,18 @@ void NoteUnanswered(const ModelHost& host, const Step& step) {
                                              "\" was asked and cancelled: answer it by the step \"answer TEXT\"");
 }
 
+void CheckStep(const std::string& verb, const std::string& line, const std::string& file, int lineNumber) {
+    const std::string where = file + ":" + std::to_string(lineNumber) + ": ";
+    const auto it = Verbs().find(verb);
+    if (it == Verbs().end())
+        Fail(FailureNumber::InvalidProcedureCall,
+             where + "there is no step \"" + verb + "\"" + DidYouMean(VerbNames(), verb));
+    // The last field may be empty behind its blank.
+    if (std::count(line.begin(), line.end(), ' ') < it->second.fieldCount)
+        Fail(FailureNumber::InvalidProcedureCall, where + "the step \"" + verb + "\" lacks a field: write it as in \"" +
+                                                      verb + " " + it->second.fields + "\"");
+}
+
 } // namespace
 
 std::vector<Step> ReadSteps(std::istream& stream, const std::string& file) {
@@ -385,16 +397,7 @@ std::vector<Step> ReadSteps(std::istream& stream, const std::string& file) {
         if (line.empty() || line.front() == '#')
             continue;
         auto [verb, rest] = Split(line);
-        const auto it = Verbs().find(verb);
-        const std::string where = file + ":" + std::to_string(lineCount) + ": ";
-        if (it == Verbs().end())
-            Fail(FailureNumber::InvalidProcedureCall,
-                 where + "there is no step \"" + verb + "\"" + DidYouMean(VerbNames(), verb));
-        // The last field may be empty behind its blank.
-        if (std::count(line.begin(), line.end(), ' ') < it->second.fieldCount)
-            Fail(FailureNumber::InvalidProcedureCall, where + "the step \"" + verb +
-                                                          "\" lacks a field: write it as in \"" + verb + " " +
-                                                          it->second.fields + "\"");
+        CheckStep(verb, line, file, lineCount);
         steps.push_back({std::move(verb), std::move(rest), lineCount, file, indent > 0});
     }
     return steps;

@@ -91,7 +91,7 @@ private:
         }
     }
     static std::string NameOf(const xmlNode* node) {
-        const std::string name = Value(node, "name");
+        std::string name = Value(node, "name");
         Demand(xmlValidateNCName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0);
         return name;
     }

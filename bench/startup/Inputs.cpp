@@ -77,7 +77,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 fs::path WriteApplication(const fs::path& below, const Size& size) {
-    const fs::path folder = below / size.Text();
+    fs::path folder = below / size.Text();
     const fs::path services = folder / "Services";
     fs::create_directories(services);
     fs::create_directory(folder / "plugins");

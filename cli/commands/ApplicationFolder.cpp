@@ -80,7 +80,7 @@ std::string PlainFolder(std::string folder) {
 }
 
 std::string ApplicationFolder(const std::string& folder, Also also) {
-    const std::string plain = PlainFolder(folder);
+    std::string plain = PlainFolder(folder);
     const std::string quoted = "\"" + plain + "\"";
     std::error_code error;
     if (!fs::exists(plain, error))

@@ -31,7 +31,7 @@ struct TranslateArguments {
 // The folder of an application's definition files, or one that holds definition files itself.
 std::string DefinitionFolder(const std::string& application) {
     const std::string services = application + "/Services";
-    const std::string folder = fs::is_directory(services) ? services : application;
+    std::string folder = fs::is_directory(services) ? services : application;
     // A build links to the definitions of the sources, and there the work of translators has to stay.
     for (const std::string& path : FileSystem().Files(folder))
         if (EqualText(fs::path(path).extension().string(), ".xml") && fs::is_symlink(path))

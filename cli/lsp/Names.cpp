@@ -210,7 +210,7 @@ std::vector<Edit> Names::Renamed(const Spot& spot, const std::string& name) cons
 std::string Names::Conflict(const Spot& spot, const std::string& name) const {
     if (!IsName(spot))
         return "there is no name of an action or explorer item here";
-    if (const std::string fault = FaultOf(name); !fault.empty())
+    if (std::string fault = FaultOf(name); !fault.empty())
         return fault;
     if (EqualText(spot.attribute->Value(), name))
         return {}; // in other letters

@@ -125,7 +125,7 @@ private:
     }
 
     [[nodiscard]] fs::path Below(const std::string& pathText) {
-        const fs::path path = m_prefix / pathText;
+        fs::path path = m_prefix / pathText;
         std::error_code error;
         fs::create_directories(path.parent_path(), error);
         m_packed.files.push_back(pathText);

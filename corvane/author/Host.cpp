@@ -97,7 +97,7 @@ Ref<Window> OpenWindow(const std::string& sWindow, const Ref<Object>& oAbout, co
     if (oOptions.caption.empty() && oOptions.page < 0)
         return Open(oOptions.key, oOptions.hidden);
     // Nothing of it is seen before it is as it shall be, and a modal one takes no caption afterwards.
-    const Ref<Window> oWindow = Open(oOptions.key, true);
+    Ref<Window> oWindow = Open(oOptions.key, true);
     const auto IsOpen = [&] { return static_cast<bool>(oWindow->WindowDef()); }; // until a page has ended it
     if (!oOptions.caption.empty() && IsOpen())
         oWindow->SetCaption(oOptions.caption);

@@ -51,23 +51,20 @@ Single NextRandom(std::uint32_t& uState) {
 // that failed: no slot is ever lost.
 class HeldPivot {
 public:
-    HeldPivot(SortedListItem& oPivot, SortedListItem& oFirst) : m_oPivot(std::move(oPivot)), m_pHole(&oFirst) {
-        if (&oPivot != &oFirst)
-            oPivot = std::move(oFirst);
-    }
+    explicit HeldPivot(SortedListItem& oPivot) : m_pHole(&oPivot), m_oPivot(std::move(oPivot)) {}
     HeldPivot(const HeldPivot&) = delete;
     HeldPivot& operator=(const HeldPivot&) = delete;
     ~HeldPivot() { *m_pHole = std::move(m_oPivot); }
 
     [[nodiscard]] const SortedListItem& Item() const { return m_oPivot; }
     void FillFrom(SortedListItem& oItem) {
-        *m_pHole = std::move(oItem);
-        m_pHole = &oItem;
+        SortedListItem& oHole = *std::exchange(m_pHole, &oItem);
+        oHole = std::move(oItem);
     }
 
 private:
-    SortedListItem m_oPivot;
     SortedListItem* m_pHole;
+    SortedListItem m_oPivot;
 };
 
 } // namespace
@@ -277,7 +274,9 @@ bool SortedList::SortDifferentNumbers() {
 Long SortedList::Partition(Long lLo, Long lHi) {
     const Double dblSpan = static_cast<Double>(lHi) - lLo + 1;
     const auto lPivot = static_cast<Long>(static_cast<Double>(NextRandom(m_uRandom)) * dblSpan + lLo);
-    HeldPivot oPivot(Slot(lPivot), Slot(lLo));
+    if (lPivot != lLo)
+        std::swap(Slot(lPivot), Slot(lLo));
+    HeldPivot oPivot(Slot(lLo));
     const auto IsBelowPivot = [&](Long lIndex) {
         Long lOrder = 0;
         KeyComp(Slot(lIndex), oPivot.Item(), lOrder);

@@ -101,7 +101,7 @@ Ref<ActionItem> MenuSection::Add(const std::string& sCaption, std::function<void
     const Ref<MenuManager> oMenus = Menus();
     const std::string sName = m_sName + std::to_string(Count() + 1);
     oMenus->AddMenu(m_oProvider, m_oProvider, sName, m_sPath, 0, MenuType::fwMenuItem, sCaption, "Choose", true);
-    const Ref<ActionItem> oActionItem = m_oProvider->ActionItems()->Item(sName);
+    Ref<ActionItem> oActionItem = m_oProvider->ActionItems()->Item(sName);
     m_oProvider->Set(sName, std::move(fnChosen));
 
     // The entry has been added at the menu's end and goes to its place from there.

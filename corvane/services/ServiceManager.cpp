@@ -131,7 +131,7 @@ Ref<IXmlNode> ServiceManager::ReadDocument(const std::string& sFile, const Ref<I
         const XmlError oError = oDocument->ParseError();
         FailAt(oError.lLine, Failure(FailureNumber::Unique, std::to_string(oError.lErrorCode), "XML Parser"));
     }
-    const Ref<IXmlNode> oxmlService = oDocument->SelectSingleNode("Service");
+    Ref<IXmlNode> oxmlService = oDocument->SelectSingleNode("Service");
     if (!oxmlService)
         Fail(FailureNumber::Unique, "No Service Element found", "XML Parser");
     sContext = "Validating XML";

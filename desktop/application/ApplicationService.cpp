@@ -228,7 +228,7 @@ Ref<HostObjectFactory> Application::MakeObjectFactory() {
     auto factory = New<HostObjectFactory>(objects);
     HostCommands& commands = *this;
     factory->Add("CorvaneDesktop.HostService", [this, &commands] {
-        const auto service = New<HostService>(commands);
+        auto service = New<HostService>(commands);
         m_commandStates->SetService(service);
         m_hostService = service;
         return service;

@@ -19,7 +19,7 @@ constexpr std::size_t mostIcons = 512;
 
 // A picture of its own for the disabled state, or the normal one greyed out.
 QIcon IconOfPictures(const Ref<Picture>& normalPicture, const Ref<Picture>& disabledPicture) {
-    const QIcon normal = IconOf(normalPicture);
+    QIcon normal = IconOf(normalPicture);
     if (normal.isNull())
         return normal;
     const QIcon disabled = IconOf(disabledPicture);

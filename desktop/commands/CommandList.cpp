@@ -117,7 +117,7 @@ QString CommandEntry::WhatFirst() const {
 
 QString CommandEntry::WhyNot() const {
     const auto action = Action();
-    if (const QString first = WhatFirst(); !first.isEmpty())
+    if (QString first = WhatFirst(); !first.isEmpty())
         return first;
     if (!action)
         return Commands::tr("no active item or window provides it");

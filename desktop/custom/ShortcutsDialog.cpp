@@ -272,7 +272,7 @@ void ShortcutsDialog::LeaveKeys() {
 
 // A command has keys of one stroke or of two; of more the latest count.
 QKeySequence ShortcutsDialog::Typed() const {
-    const QKeySequence keys = m_keys->keySequence();
+    QKeySequence keys = m_keys->keySequence();
     if (keys.count() <= 2)
         return keys;
     const auto last = static_cast<uint>(keys.count() - 1);

@@ -62,7 +62,7 @@ void TabGroup::Insert(int index, const Entry& entry) {
 }
 
 TabGroup::Entry TabGroup::Take(const WindowFrame* frame) {
-    const Entry taken = *Find(frame);
+    Entry taken = *Find(frame);
     m_entries.erase(m_entries.begin() + IndexOf(frame));
     std::erase(m_used, frame);
     ShowTabs();

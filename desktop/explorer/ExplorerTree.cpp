@@ -227,9 +227,8 @@ void ExplorerTree::ApplySelection() {
             ApplySeveral();
         else if (!index.isValid())
             selectionModel()->clearSelection();
-        else if (selectionModel()->selectedIndexes().size() > 1)
-            selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
-        else if (!selectionModel()->isSelected(index) || currentIndex() != index)
+        else if (selectionModel()->selectedIndexes().size() > 1 || !selectionModel()->isSelected(index) ||
+                 currentIndex() != index)
             selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
         setAutoScroll(true);
     }

@@ -175,7 +175,7 @@ QVariant RowsModel::CellData(const QModelIndex& index, int role) const {
             return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
         return {};
     case Qt::ToolTipRole:
-        if (const QString shown = CellData(index, Qt::DisplayRole).toString();
+        if (QString shown = CellData(index, Qt::DisplayRole).toString();
             shown.size() > longText && !model.CellProblem(m_field, row, columnIndex))
             return shown;
         [[fallthrough]];

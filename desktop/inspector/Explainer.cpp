@@ -206,7 +206,7 @@ QString Explainer::PlaceOf(const Band& band) const {
     for (const auto& other : m_activeBar->Bands()->All())
         for (const auto& instance : other->Tools()->All())
             if (EqualText(instance->DropDownBand(), band.Name()))
-                if (const QString place = PlaceOf(*instance); !place.isEmpty())
+                if (QString place = PlaceOf(*instance); !place.isEmpty())
                     return place;
     constexpr std::string_view context = "Context.";
     if (band.Name().starts_with(context))

@@ -195,7 +195,7 @@ void InspectorDialog::Sync(QTreeWidgetItem& above, std::vector<Thing>& things) {
         item->setText(1, thing.state);
         m_items.insert(thing.key, item);
         if (thing.facts)
-            m_factMap.insert(item, std::move(thing.facts));
+            m_factMap.insert(item, thing.facts);
         Sync(*item, thing.below);
         ++row;
     }

@@ -69,15 +69,14 @@ void FileDialogs::Remember(const QString& purpose, const QString& folder) {
 }
 
 QString FileDialogs::AskOpen(QWidget* parent, const QString& title, const QString& filter, const QString& folder) {
-    const QString path =
-        QFileDialog::getOpenFileName(parent, title, FolderFor(title, folder), FiltersOf(filter).join(";;"));
+    QString path = QFileDialog::getOpenFileName(parent, title, FolderFor(title, folder), FiltersOf(filter).join(";;"));
     if (!path.isEmpty())
         Remember(title, QFileInfo(path).absolutePath());
     return path;
 }
 
 QString FileDialogs::AskFolder(QWidget* parent, const QString& title, const QString& folder) {
-    const QString chosen = QFileDialog::getExistingDirectory(parent, title, FolderFor(title, folder));
+    QString chosen = QFileDialog::getExistingDirectory(parent, title, FolderFor(title, folder));
     if (!chosen.isEmpty())
         Remember(title, QFileInfo(chosen).absoluteFilePath());
     return chosen;
@@ -102,7 +101,7 @@ QString FileDialogs::AskSave(QWidget* parent, const QString& title, const QStrin
     complete(dialog.selectedNameFilter());
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, complete);
     while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
-        const QString chosen = dialog.selectedFiles().first();
+        QString chosen = dialog.selectedFiles().first();
         Remember(title, QFileInfo(chosen).absolutePath());
         if (!QFileInfo::exists(chosen) || MayReplace(parent, title, QFileInfo(chosen)))
             return chosen;

@@ -45,7 +45,7 @@ void PreviewWindow::TakeOver() {
         return;
     m_takesOver = true;
     m_view = ViewState::OfJson(json["view"].toObject());
-    for (const QJsonValue& name : json["opened"].toArray())
+    for (const auto& name : json["opened"].toArray())
         m_opened.insert(name.toString().toStdString());
     if (QFile session(SessionFile()); session.open(QIODevice::WriteOnly))
         session.write(json["session"].toString().toUtf8());

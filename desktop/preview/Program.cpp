@@ -44,7 +44,7 @@ std::string WriteHandOver(const QByteArray& handOver) {
 
 QByteArray ReadHandOver(const QString& filePath) {
     QFile file(filePath);
-    const QByteArray handOver = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    QByteArray handOver = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     file.remove();
     return handOver;
 }

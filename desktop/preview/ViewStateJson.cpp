@@ -66,7 +66,7 @@ ViewState::OpenWindow WindowOf(const QJsonObject& json) {
     const QJsonArray pageSize = json["pageSize"].toArray();
     open.pageWidth = pageSize[0].toInt();
     open.pageHeight = pageSize[1].toInt();
-    for (const QJsonValue& entry : json["entries"].toArray())
+    for (const auto& entry : json["entries"].toArray())
         open.entries.push_back({TextIn(entry[0]), TextIn(entry[1]), TextIn(entry[2])});
     return open;
 }
@@ -87,11 +87,11 @@ QJsonObject ViewState::ToJson() const {
 
 ViewState ViewState::OfJson(const QJsonObject& json) {
     ViewState state;
-    for (const QJsonValue& tree : json["trees"].toArray())
+    for (const auto& tree : json["trees"].toArray())
         state.trees.push_back(TreeOf(tree.toObject()));
     state.focus = WordOf(json["focus"], Focus::Filter);
     state.explorerIsShown = json["explorer"].toBool(true);
-    for (const QJsonValue& open : json["windows"].toArray())
+    for (const auto& open : json["windows"].toArray())
         state.windows.push_back(WindowOf(open.toObject()));
     return state;
 }

@@ -247,7 +247,7 @@ std::size_t Printout::Paint(QPrinter& printer, const QString& title, const Watch
     if (isPreview)
         last = std::min(last, static_cast<int>(previewedSheets));
     for (int sheet = first; sheet <= last; ++sheet) {
-        if (watch && !watch(static_cast<std::size_t>(sheet - first + 1), static_cast<std::size_t>(last - first + 1))) {
+        if (watch && !watch(static_cast<std::size_t>(sheet - first) + 1, static_cast<std::size_t>(last - first) + 1)) {
             printer.abort();
             return 0;
         }

@@ -102,7 +102,7 @@ QString TablePart::Text(const Row& row, const Column& column) const {
     if (column.section < 0)
         return m_model.headerData(row.row, Qt::Vertical).toString();
     const QModelIndex index = At(row, column);
-    const QString text = index.data().toString();
+    QString text = index.data().toString();
     const QVariant checked = index.data(Qt::CheckStateRole);
     if (!checked.isValid())
         return text;

@@ -125,8 +125,7 @@ QString ProgressControl::TimeLeft() const {
     if (!m_running.isValid() || !m_running.hasExpired(estimateAfter) || m_value <= 0 || m_value >= m_max ||
         m_wasCanceled)
         return {};
-    const auto seconds =
-        static_cast<qint64>(static_cast<Double>(m_running.elapsed()) / 1000 * (m_max - m_value) / m_value + 0.5);
+    const qint64 seconds = qRound64(static_cast<Double>(m_running.elapsed()) / 1000 * (m_max - m_value) / m_value);
     if (seconds < 60)
         return tr("about %1 s left").arg(qMax<qint64>(seconds, 1));
     return tr("about %1 min left").arg((seconds + 30) / 60);

@@ -124,7 +124,7 @@ QJsonObject Session::Explorer() const {
 
 Ref<WindowForm> Session::FormOf(const Window& window) const {
     for (const auto& frm : m_parts.mainForm->Forms())
-        if (const auto form = frm.TryAs<WindowForm>(); form && form->Controller().Get() == &window)
+        if (auto form = frm.TryAs<WindowForm>(); form && form->Controller().Get() == &window)
             return form;
     return nullptr;
 }

@@ -37,7 +37,7 @@ QString ShownTab(const std::string& caption) {
 
 // Of very many nodes nearly all have texts of their own: those are asked for once, without a place.
 QString ShownNode(const TreeView& tree, const Node& node) {
-    const QString text = QString::fromStdString(node.Text());
+    QString text = QString::fromStdString(node.Text());
     if (QCoreApplication::translate(TextKind::node, node.Text().c_str()) == text)
         return text;
     int depth = 0;

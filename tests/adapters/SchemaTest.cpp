@@ -162,10 +162,10 @@ TEST(Schemas, ASimpleOneWithAMistakeCannotBeUsedEither) {
     test::TemporaryFolder folder;
     const std::string partList[] = {
         "<s:complexType name='t' mixed='1'/><s:complexType name='t' mixed='1'/>",
-        "<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:attribute name='a' "
-        "type='s:string'/></s:complexType>",
-        "<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:choice minOccurs='0' "
-        "maxOccurs='unbounded'/></s:complexType>",
+        ("<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:attribute name='a' "
+         "type='s:string'/></s:complexType>"),
+        ("<s:complexType name='t' mixed='1'><s:attribute name='a' type='s:string'/><s:choice minOccurs='0' "
+         "maxOccurs='unbounded'/></s:complexType>"),
         "<s:complexType name='t' mixed='1'>text</s:complexType>",
         "<s:complexType name='t' mixed='1'><s:attribute name='a b' type='s:string'/></s:complexType>",
         "<s:complexType name='t' mixed='1'><s:attribute name='xmlns' type='s:string'/></s:complexType>",

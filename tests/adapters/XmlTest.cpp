@@ -73,7 +73,7 @@ TEST(XmlLimits, WhatIsRejectedIsExplained) {
         {"<r>\n<a b='1' b='2'/></r>", "line 2: Attribute b redefined"},
         {"<r>\n&nothing;</r>", "line 2: Entity 'nothing' not defined"},
         {"\n<p:r/>", "line 2: Namespace prefix p on r is not defined"},
-        {"\xFF\xFE<\0r\0", "line 1: Start tag expected, '<' not found"},
+        {std::string("\xFF\xFE<\0r\0", 6), "line 1: Start tag expected, '<' not found"},
         {laughs + ">&l;</r>", "line 2: entities refer to themselves or expand beyond all measure"},
         {laughs + " a='&l;'/>", "line 2: entities refer to themselves or expand beyond all measure"},
         {"<!DOCTYPE r [<!ENTITY a '&b;'><!ENTITY b '&a;'>]>\n<r>&a;</r>",

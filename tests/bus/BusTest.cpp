@@ -94,7 +94,7 @@ public:
         if (role.value() + ": " + Property(of, "Name") == what && Has(of, showing))
             return of;
         for (const Reference& child : Children(of))
-            if (const auto found = Find(child, what))
+            if (auto found = Find(child, what))
                 return found;
         return {};
     }

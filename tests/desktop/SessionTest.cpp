@@ -58,7 +58,7 @@ protected:
     }
     static Ref<WindowForm> Sheet(const Application& application, const std::string& key) {
         for (const auto& frm : application.MainForm()->Forms())
-            if (const auto form = frm.TryAs<WindowForm>())
+            if (auto form = frm.TryAs<WindowForm>())
                 if (const auto window = form->Controller().TryAs<corvane::Window>(); window && window->Key() == key)
                     return form;
         return nullptr;

@@ -34,7 +34,7 @@ namespace corvane::desktop {
 namespace {
 
 Ref<Window> OpenSheet(const std::string& key, const std::string& name = "Sheet") {
-    const auto window = Singleton::Framework()->WindowManager()->OpenWindow(
+    auto window = Singleton::Framework()->WindowManager()->OpenWindow(
         name, nullptr, nullptr, WindowShowModeConstants::cvDefinitionDefault, WindowStateConstants::cvDefinitionDefault,
         MDIWindowTypeConstants::cvDefinitionDefault, WindowTypeConstants::cvDefinitionDefault,
         BusinessContextTypeConstants::cvDefinitionDefault, ShowApplyCommandConstants::cvDefinitionDefault, key);
@@ -111,8 +111,7 @@ protected:
     [[nodiscard]] Documents& All() const { return m_application->Window().OpenDocuments(); }
     [[nodiscard]] Ref<WindowForm> Sheet(char key) const {
         for (const auto& form : m_application->MainForm()->Forms())
-            if (const auto sheet = form.TryAs<WindowForm>();
-                sheet && sheet->ShownWindow()->Key() == std::string(1, key))
+            if (auto sheet = form.TryAs<WindowForm>(); sheet && sheet->ShownWindow()->Key() == std::string(1, key))
                 return sheet;
         return nullptr;
     }

@@ -31,7 +31,7 @@ public:
         m_strip->SetTabs(tab + 1);
         m_strip->SetTab(tab);
         m_strip->SetCaption(name);
-        const auto tree = m_form->AddControl("MSComctlLib.TreeCtrl.2", name).As<TreeView>();
+        auto tree = m_form->AddControl("MSComctlLib.TreeCtrl.2", name).As<TreeView>();
         tree->SetImageList(New<ImageList>());
         tree->SetVisible(true);
         return tree;

@@ -239,7 +239,7 @@ private:
         Settle();
         if (auto* field = palette->findChild<QLineEdit*>())
             field->setText("su");
-        const QPixmap picture = Grab(*palette);
+        QPixmap picture = Grab(*palette);
         palette->reject();
         Settle();
         return picture;
@@ -262,7 +262,7 @@ private:
         Settle();
         inspector->resize(900, 600);
         inspector->Select(*m_application.Bar()->Tools()->Item("File.Import"));
-        const QPixmap picture = Grab(*inspector);
+        QPixmap picture = Grab(*inspector);
         inspector->close();
         Settle();
         return picture;
@@ -274,7 +274,7 @@ private:
         dock->setFloating(true);
         dock->resize(860, 520);
         log->View().Table().selectRow(0);
-        const QPixmap picture = Grab(*dock);
+        QPixmap picture = Grab(*dock);
         dock->setFloating(false);
         dock->close();
         Settle();

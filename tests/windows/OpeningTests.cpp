@@ -204,7 +204,7 @@ TEST_F(WindowsTest, WindowsArePlacedAndShownByTheirKind) {
 TEST_F(WindowsTest, ADeferredWindowComesWithTheTimersTick) {
     Define("Edit", "IsMDIChild='false' IsModal='true'");
     const auto Open = [this](bool bHide) {
-        const auto oWindow = OpenWindow("Edit", m_oContext, {.hidden = bHide, .later = true});
+        auto oWindow = OpenWindow("Edit", m_oContext, {.hidden = bHide, .later = true});
         m_oHeard->Take();
         return oWindow;
     };

@@ -208,7 +208,7 @@ std::string Store::NameProblem(std::string_view name, Id studyId) {
 }
 
 std::string Store::FreeName(std::string_view base, bool numberFirst) {
-    const std::string name(base);
+    std::string name(base);
     if (!numberFirst && NameProblem(name).empty())
         return name;
     const std::int64_t number =

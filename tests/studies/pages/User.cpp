@@ -67,7 +67,7 @@ void User::ChooseAndAct(const std::string& tool, const std::function<void(QWidge
 
 Ref<TreeView> User::Tree() const {
     for (const auto& control : m_application->Panel()->Controls())
-        if (const auto tree = control.TryAs<TreeView>(); tree && tree->GetNodes()->HasKey("Studies"))
+        if (auto tree = control.TryAs<TreeView>(); tree && tree->GetNodes()->HasKey("Studies"))
             return tree;
     return nullptr;
 }
