@@ -106,7 +106,7 @@ TEST(FormReader, SaysWhyNoFormComesOfAFile) {
         const char* problem;
     } cases[] = {
         {"", "1:1 the file is empty"},
-        {"\xFF\xFE<\0u", "1:1 the file isn't UTF-8"},
+        {std::string("\xFF\xFE<\0u\0", 6), "1:1 the file isn't UTF-8"},
         {"<ui>\n <widget class=\"QWidget\">\n</ui>", "3:6 Opening and ending tag mismatch"},
         {"<!DOCTYPE ui [<!ENTITY a \"a\">]><ui/>", "1:1 a form has no DOCTYPE"},
         {"<Service/>", "1:1 the root element is \"Service\""},
